@@ -11,10 +11,12 @@ if(LORE_FUZZ)
   target_compile_options(lore_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# lore_library(folder [DEPENDS target...]): every .cpp of src/<folder> as the static library lore_<folder>.
+# lore_library(folder [DEPENDS target...]): every .cpp of src/<folder> but main.cpp as the static
+# library lore_<folder>.
 function(lore_library folder)
   cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   set(units ${sources})
   list(FILTER units INCLUDE REGEX "\\.cpp$")
   if(units)

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+namespace lore {
+
+/// A read or write that failed: what was being done, with which file, and the system's reason.
+struct Fault {
+    std::string what;    ///< such as "The note file could not be read"
+    std::string path;
+    std::string reason;  ///< such as "Permission denied"
+};
+
+/// Is told of every failed read and write. The flow that met the failure goes on.
+class FaultNotice {
+public:
+    virtual ~FaultNotice() = default;
+    virtual void Tell(const Fault& fault) = 0;
+};
+
+}  // namespace lore
