@@ -1,0 +1,45 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "bibliography/source.h"
+#include "notes/note.h"
+
+namespace lore {
+
+/// The settings that say what a card shows and how.
+struct BoardOptions {
+    bool showCategories = true, categoriesOnTop = true, onlySetOne = false;
+    bool showKeyWords = true, keyWordsOnTop = false;
+    bool showSources = true, sourcesOnTop = false;
+    int sourceSize = 18;                       ///< height of source text in pixels at 100 %
+    double zoom = 1.0;                         ///< 1.0 to 2.0
+    Rgb focusGround = MakeRgb(251, 251, 142);  ///< ground of the focus note's text, as chosen for a light palette
+    std::string pictureTitleFace = "Times New Roman";
+    int pictureTitleHeight = 20;  ///< pixels at 100 %
+    int pictureTitleWeight = 700;
+    bool pictureTitleUnderlined = true;
+
+    bool operator==(const BoardOptions&) const = default;
+};
+
+/// The ordered notes that the board shows. The board reads it while it paints, so that the answers have to be quick.
+class BoardModel {
+public:
+    virtual ~BoardModel() = default;
+    virtual int Count() const = 0;
+    /// The note at a position below Count(); valid until the list changes.
+    virtual const CNote& NoteAt(int row) const = 0;
+    /// The position of a note, -1 if the list doesn't hold it.
+    virtual int RowOf(int32_t noteId) const = 0;
+    /// The formatted sources of a note, in its order, without those that the NoteBook doesn't know.
+    virtual std::vector<const CSource*> SourcesOf(const CNote& note) const = 0;
+    /// What the note itself says of a source (a page, a remark); empty for nothing.
+    virtual std::string SourceRemark(const CNote& note, const CSource& source) const = 0;
+    /// Where an attachment's file stands; empty for a web link.
+    virtual std::filesystem::path AttachmentPath(const CAttachment& attachment) const = 0;
+};
+
+}  // namespace lore

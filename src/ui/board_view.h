@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <memory>
+
+#include "ui/board_model.h"
+
+namespace lore {
+
+class Theme;
+
+/// The commands on a picture of a card.
+enum class PictureCommand { ZoomIn, ZoomOut, ShiftLeft, ShiftRight, Restore };
+
+/// What the board says when its list is empty: a line in large type, a sentence, and the first step as a button.
+struct BoardEmptyState {
+    QString title, text, action;  ///< without `action` there is no button
+};
+
+/// The notes of the current list as cards, one under the other. Only the cards in sight are laid out and painted, so
+/// that the length of the list doesn't matter; the heights of the others are estimates until they come into sight.
+class BoardView : public QAbstractScrollArea {
+    Q_OBJECT
+
+public:
+    /// Both live longer than the board.
+    BoardView(const BoardModel& model, const Theme& theme, QWidget* parent = nullptr);
+    ~BoardView() override;
+
+    const BoardOptions& Options() const;
+    void SetOptions(const BoardOptions& options);
+    void SetEmptyState(const BoardEmptyState& state);
+
+    /// The list or its order is another one now. The focus note keeps its place on the screen if it is still there.
+    void Rebuild();
+    /// One note's content is another one now, the list is the same.
+    void RefreshNote(int32_t noteId);
+
+    /// The id of the focus note, -1 for none.
+    int32_t FocusNote() const;
+    /// Makes a note the focus note and scrolls to it; -1 or a note that isn't in the list leaves none.
+    void SetFocusNote(int32_t noteId);
+
+    // For tests and screen readers.
+    /// The rectangle of a card in coordinates of the viewport; beyond its edges for cards out of sight.
+    QRect CardRect(int row) const;
+    /// The rectangle of one attachment's picture or tile in coordinates of the viewport; empty if it isn't shown.
+    QRect AttachmentRect(int row, int attachment) const;
+    /// What a screen reader says of a card.
+    QString CardText(int row) const;
+    /// The rows in sight: first and one behind the last.
+    std::pair<int, int> VisibleRows() const;
+
+signals:
+    void SelectionChanged(int32_t noteId);
+    /// A note was dragged onto another one: it goes directly before the target if it stood behind it, else directly
+    /// after.
+    void MoveRequested(int32_t noteId, int32_t targetId);
+    void RemoveRequested(int32_t noteId);
+    /// A double-click or Enter on a card.
+    void EditRequested(int32_t noteId);
+    /// `cardWidth` is the width in pixels that the picture may take, for the limits of shifting.
+    void PictureCommandRequested(int32_t noteId, int attachment, PictureCommand command, int cardWidth);
+    /// Open a file or a web link of a note. Whether that is safe is for the receiver to say.
+    void OpenRequested(int32_t noteId, int attachment);
+    void ExtractRequested(int32_t noteId, int attachment);
+    /// A link within the text was clicked.
+    void LinkRequested(const QString& address);
+    /// Ctrl with the wheel, or with + and -: one step up (1) or down (-1) in the zoom list.
+    void ZoomStepRequested(int step);
+    /// The button of the empty state.
+    void FirstStepRequested();
+
+protected:
+    bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace lore
