@@ -48,8 +48,8 @@ public:
 
     /// Equal status and, for valid dates, the same moment.
     bool operator==(const DateTime& other) const { return status_ == other.status_ && seconds_ == other.seconds_; }
-    /// The test "earlier or equal" of note sorting and event ranges: an earlier moment is, an equal moment of equal valid
-    /// status is, two null dates are, everything with an invalid date isn't.
+    /// The test "earlier or equal" of note sorting and event ranges: an earlier moment is, an equal moment of equal
+    /// valid status is, two null dates are, everything with an invalid date isn't.
     bool IsEarlierOrEqual(const DateTime& other) const;
 
 private:

@@ -56,7 +56,8 @@ private:
     void CountDown(int32_t value);
 
     std::vector<int32_t> values_;
-    mutable std::unique_ptr<Counts> index_;  // how often each value stands in values_; made when a long list is first asked
+    mutable std::unique_ptr<Counts>
+        index_;  // how often each value stands in values_; made when a long list is first asked
 };
 
 }  // namespace lore

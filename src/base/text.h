@@ -48,6 +48,9 @@ size_t ByteOfCharacter(std::string_view bytes, size_t character);
 /// The character position of a byte position: how many characters begin before it.
 size_t CharacterOfByte(std::string_view bytes, size_t byte);
 
+/// The lower case and the upper case of one character, by simple mapping.
+char32_t LowerCharacter(char32_t c);
+char32_t UpperCharacter(char32_t c);
 /// Simple case folding of one character, the form in which searches compare.
 char32_t FoldCase(char32_t c);
 /// A letter, a digit, a combining mark or "_": what may not stand beside a whole word.

@@ -6,7 +6,7 @@ namespace lore {
 
 /// A read or write that failed: what was being done, with which file, and the system's reason.
 struct Fault {
-    std::string what;    ///< such as "The note file could not be read"
+    std::string what;  ///< such as "The note file could not be read"
     std::string path;
     std::string reason;  ///< such as "Permission denied"
 };

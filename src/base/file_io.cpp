@@ -1,0 +1,158 @@
+#include "base/file_io.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace lore {
+
+namespace {
+
+/// A file number that closes itself.
+class FileNumber {
+public:
+    explicit FileNumber(int number) : number_(number) {}
+    FileNumber(const FileNumber&) = delete;
+    FileNumber& operator=(const FileNumber&) = delete;
+    ~FileNumber() {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+    bool IsOpen() const { return number_ >= 0; }
+    int Get() const { return number_; }
+    /// Closes now; false if the system reports a late write failure.
+    bool Close() { return ::close(std::exchange(number_, -1)) == 0; }
+
+private:
+    int number_;
+};
+
+FileResult LastError() {
+    return {errno};
+}
+
+bool WriteAll(int number, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(number, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return false;
+        bytes.remove_prefix(static_cast<size_t>(written));
+    }
+    return true;
+}
+
+/// A name in the same folder that no reader of the folder picks up, since it doesn't end in the old ending.
+std::filesystem::path TemporaryName(const std::filesystem::path& path) {
+    static std::atomic<unsigned> counter{0};
+    return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(::getpid()) + "-" +
+                                 std::to_string(counter++) + ".tmp");
+}
+
+bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
+    std::error_code error;
+    if (std::filesystem::file_size(path, error) != bytes.size() || error)
+        return false;
+    std::string old;
+    return ReadFile(path, old).Ok() && old == bytes;
+}
+
+FileResult WriteAndFlush(const std::filesystem::path& path, std::string_view bytes) {
+    FileNumber file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (!file.IsOpen() || !WriteAll(file.Get(), bytes) || ::fsync(file.Get()) != 0 || !file.Close())
+        return LastError();
+    return {};
+}
+
+FileResult FlushFolder(const std::filesystem::path& folder) {
+    const std::filesystem::path name = folder.empty() ? "." : folder;
+    const FileNumber number(::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return number.IsOpen() && ::fsync(number.Get()) == 0 ? FileResult{} : LastError();
+}
+
+}  // namespace
+
+bool FileResult::Missing() const {
+    return error == ENOENT || error == ENOTDIR;
+}
+
+std::string FileResult::Reason() const {
+    return std::generic_category().message(error);
+}
+
+FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
+    bytes.clear();
+    const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat info = {};
+    if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0)
+        return LastError();
+    if (S_ISDIR(info.st_mode))
+        return {EISDIR};
+    bytes.resize(static_cast<size_t>(info.st_size));
+    size_t have = 0;
+    while (have < bytes.size()) {
+        const ssize_t got = ::read(file.Get(), bytes.data() + have, bytes.size() - have);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0) {
+            const FileResult result = LastError();
+            bytes.clear();
+            return result;
+        }
+        if (got == 0)
+            break;
+        have += static_cast<size_t>(got);
+    }
+    bytes.resize(have);
+    return {};
+}
+
+FileResult WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
+    if (HoldsBytes(path, bytes))
+        return {};
+    // A link is written through, so that the file which it names is the one that is replaced.
+    std::error_code ignored;
+    std::filesystem::path target = path;
+    if (std::filesystem::is_symlink(path, ignored)) {
+        target = std::filesystem::weakly_canonical(path, ignored);
+        if (ignored)
+            target = path;
+    }
+    const std::filesystem::path temporary = TemporaryName(target);
+    FileResult result = WriteAndFlush(temporary, bytes);
+    if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0)
+        result = LastError();
+    if (!result.Ok()) {
+        ::unlink(temporary.c_str());
+        return result;
+    }
+    return FlushFolder(target.parent_path());
+}
+
+FileResult RemoveFile(const std::filesystem::path& path) {
+    if (::unlink(path.c_str()) == 0)
+        return FlushFolder(path.parent_path());
+    return errno == ENOENT ? FileResult{} : LastError();
+}
+
+std::vector<std::string> ListDatFiles(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        std::string name = it->path().filename().string();
+        std::error_code ignored;
+        if (name.ends_with("dat") && !it->is_directory(ignored))
+            names.push_back(std::move(name));
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace lore

@@ -1,0 +1,50 @@
+#include "base/date_time.h"
+
+#include <gtest/gtest.h>
+
+namespace lore {
+namespace {
+
+TEST(DateTime, WalksEveryDayOfItsYears) {
+    DateTime day(100, 1, 1, 23, 59, 59);
+    int weekday = day.DayOfWeek();
+    int count = 0;
+    while (day.IsValid()) {
+        ASSERT_EQ(day.DayOfWeek(), weekday);
+        ASSERT_EQ(DateTime(day.Year(), day.Month(), day.Day(), 23, 59, 59), day);
+        weekday = weekday % 7 + 1;
+        day = day.PlusDays(1);
+        ++count;
+    }
+    EXPECT_EQ(count, 3615902) << "from 1 January 100 to 31 December 9999";
+    EXPECT_EQ(DateTime(2011, 1, 3).DayOfWeek(), 2);
+}
+
+TEST(DateTime, FormatsWithEnglishNames) {
+    const DateTime date(2011, 2, 3, 15, 20, 9);
+    EXPECT_EQ(date.Format("%m/%d/%y %I:%M%p|%A, %B %d %Y|%d %b. %Y|%H:%S %a 100%%"),
+              "02/03/11 03:20PM|Thursday, February 03 2011|03 Feb. 2011|15:09 Thu 100%");
+    EXPECT_EQ(DateTime(2011, 2, 3, 0, 5).Format("%I:%M %p"), "12:05 AM");
+    EXPECT_EQ(DateTime::Invalid().Format("%Y"), "Invalid DateTime");
+}
+
+TEST(DateTime, ComparesByStatusFirst) {
+    const DateTime early(1850, 1, 1);
+    const DateTime late(1850, 1, 1, 0, 0, 1);
+    EXPECT_TRUE(early.IsEarlierOrEqual(late));
+    EXPECT_FALSE(late.IsEarlierOrEqual(early));
+    EXPECT_TRUE(early.IsEarlierOrEqual(early));
+    EXPECT_TRUE(DateTime().IsEarlierOrEqual(DateTime()));
+    EXPECT_FALSE(DateTime::Invalid().IsEarlierOrEqual(DateTime::Invalid()));
+    EXPECT_FALSE(DateTime::Invalid().IsEarlierOrEqual(late));
+}
+
+TEST(DateTime, StaysWithinItsYears) {
+    EXPECT_FALSE(DateTime(9999, 12, 31).PlusDays(1).IsValid());
+    EXPECT_FALSE(DateTime(2000, 1, 1).PlusSeconds(INT64_MAX).IsValid());
+    EXPECT_FALSE(DateTime(2000, 1, 1).PlusDays(INT64_MIN).IsValid());
+    EXPECT_TRUE(DateTime().PlusDays(1).IsNull());
+}
+
+}  // namespace
+}  // namespace lore

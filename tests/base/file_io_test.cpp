@@ -1,0 +1,75 @@
+#include "base/file_io.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace lore {
+namespace {
+
+class FileIo : public ::testing::Test {
+protected:
+    void SetUp() override {
+        folder_ = std::filesystem::temp_directory_path() / ("lore-io-" + std::to_string(::getpid()));
+        std::filesystem::create_directories(folder_);
+    }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
+    std::string Content(const char* name) const {
+        std::string bytes;
+        ReadFile(folder_ / name, bytes);
+        return bytes;
+    }
+    size_t Entries() const {
+        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder_), {}));
+    }
+    std::filesystem::path folder_;
+};
+
+TEST_F(FileIo, ReplacesAFileAsAWholeAndLeavesNothingBeside) {
+    ASSERT_TRUE(WriteFileAtomically(folder_ / "a.dat", "one").Ok());
+    ASSERT_TRUE(WriteFileAtomically(folder_ / "a.dat", "second").Ok());
+    EXPECT_EQ(Content("a.dat"), "second");
+    EXPECT_EQ(Entries(), 1u);
+}
+
+TEST_F(FileIo, LeavesAFileAloneWhoseBytesWouldNotChange) {
+    ASSERT_TRUE(WriteFileAtomically(folder_ / "a.dat", "one").Ok());
+    struct stat before = {};
+    struct stat after = {};
+    ::stat((folder_ / "a.dat").c_str(), &before);
+    ASSERT_TRUE(WriteFileAtomically(folder_ / "a.dat", "one").Ok());
+    ::stat((folder_ / "a.dat").c_str(), &after);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(FileIo, TellsWhyAFileCouldNotBeWritten) {
+    std::filesystem::create_directory(folder_ / "taken.dat");
+    EXPECT_FALSE(WriteFileAtomically(folder_ / "taken.dat", "x").Ok());
+    const FileResult missing = WriteFileAtomically(folder_ / "no" / "a.dat", "x");
+    EXPECT_TRUE(missing.Missing());
+    EXPECT_EQ(missing.Reason(), "No such file or directory");
+    EXPECT_EQ(Entries(), 1u) << "no temporary file stays behind";
+}
+
+TEST_F(FileIo, WritesThroughALink) {
+    ASSERT_TRUE(WriteFileAtomically(folder_ / "real.dat", "old").Ok());
+    std::filesystem::create_symlink("real.dat", folder_ / "link.dat");
+    ASSERT_TRUE(WriteFileAtomically(folder_ / "link.dat", "new").Ok());
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "link.dat"));
+    EXPECT_EQ(Content("real.dat"), "new");
+}
+
+TEST_F(FileIo, ListsFilesThatEndInDatInByteOrder) {
+    for (const char* name : {"b.dat", "A.dat", "xdat", "c.dat.old", "d.DAT", ".hidden.dat"})
+        std::ofstream(folder_ / name) << "x";
+    std::filesystem::create_directory(folder_ / "folder.dat");
+    EXPECT_EQ(ListDatFiles(folder_), (std::vector<std::string>{".hidden.dat", "A.dat", "b.dat", "xdat"}));
+    EXPECT_TRUE(ListDatFiles(folder_ / "none").empty());
+    std::string bytes;
+    EXPECT_TRUE(ReadFile(folder_ / "none", bytes).Missing());
+    EXPECT_FALSE(ReadFile(folder_, bytes).Ok()) << "a folder is no file";
+}
+
+}  // namespace
+}  // namespace lore

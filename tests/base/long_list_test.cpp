@@ -1,0 +1,94 @@
+#include "base/long_list.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace lore {
+namespace {
+
+TEST(LongList, RemovesFromTheFrontOnlyOnce) {
+    struct Case {
+        LongList before;
+        int32_t value;
+        LongList after;
+        bool removed;
+    };
+    const Case cases[] = {{{5, 5, 3}, 5, {5, 3}, true},       {{3, 5, 5}, 5, {3}, true},  {{5}, 5, {}, true},
+                          {{5, 5, 5, 5}, 5, {5}, true},       {{1, 2}, 3, {1, 2}, false}, {{}, 1, {}, false},
+                          {{5, 1, 5, 2, 5}, 5, {1, 2}, true}, {{5, 5}, 5, {5}, true}};
+    for (const Case& c : cases) {
+        LongList list = c.before;
+        EXPECT_EQ(list.RemoveValue(c.value), c.removed);
+        EXPECT_EQ(list, c.after);
+    }
+}
+
+TEST(LongList, DiffersAsAMultiset) {
+    EXPECT_FALSE((LongList{1, 2, 2}.DiffersFrom({2, 1, 2})));
+    EXPECT_TRUE((LongList{1, 2, 2}.DiffersFrom({1, 1, 2})));
+    EXPECT_TRUE((LongList{1}.DiffersFrom({1, 1})));
+}
+
+TEST(LongList, MergesEachValueOnce) {
+    LongList list{1, 1, 2};
+    list.Merge({2, 3, 3, 1, 4});
+    EXPECT_EQ(list, (LongList{1, 1, 2, 3, 4}));
+}
+
+/// The same operations on a plain vector, as they are told.
+struct Model {
+    std::vector<int32_t> values;
+    bool Contains(int32_t v) const { return std::find(values.begin(), values.end(), v) != values.end(); }
+    bool Remove(int32_t v) {
+        bool any = false;
+        for (size_t i = 0; i < values.size();) {
+            if (values[i] != v) {
+                ++i;
+                continue;
+            }
+            values.erase(values.begin() + static_cast<std::ptrdiff_t>(i));
+            any = true;
+            i = i == 0 ? 1 : i;
+        }
+        return any;
+    }
+};
+
+TEST(LongList, AgreesWithAPlainListWhenLong) {
+    std::mt19937 random(7);
+    LongList list;
+    Model model;
+    for (int step = 0; step < 20000; ++step) {
+        const int32_t value = static_cast<int32_t>(random() % 150);
+        switch (random() % 4) {
+            case 0:
+                list.AddTail(value);
+                model.values.push_back(value);
+                break;
+            case 1: {
+                const bool added = !model.Contains(value);
+                if (added)
+                    model.values.push_back(value);
+                ASSERT_EQ(list.AddUnique(value), added);
+                break;
+            }
+            case 2:
+                ASSERT_EQ(list.RemoveValue(value), model.Remove(value));
+                break;
+            default:
+                ASSERT_EQ(list.Contains(value), model.Contains(value));
+        }
+        ASSERT_EQ(list.Values(), model.values);
+    }
+}
+
+TEST(LongList, FillsWithManyIdsInLinearTime) {
+    LongList list;
+    for (int32_t id = 0; id < 1'000'000; ++id)
+        ASSERT_TRUE(list.AddUnique(id * 7 % 1'000'003));
+    EXPECT_EQ(list.Count(), 1'000'000u);
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,206 @@
+#include "base/record_file.h"
+
+#include <climits>
+#include <gtest/gtest.h>
+
+namespace lore {
+namespace {
+
+RecordReader Reader(std::string bytes) {
+    return RecordReader(std::move(bytes));
+}
+
+TEST(FixedInt, IsWrittenInSixteenCharacters) {
+    const std::pair<int32_t, const char*> cases[] = {{0, "0000000000000000"},
+                                                     {2112, "0000000000002112"},
+                                                     {-1, "-000000000000001"},
+                                                     {INT_MIN, "-000002147483648"},
+                                                     {INT_MAX, "0000002147483647"}};
+    for (const auto& [value, text] : cases) {
+        RecordWriter writer;
+        WriteFixedInt(&writer, value);
+        EXPECT_EQ(writer.Logical(), text);
+        RecordReader reader = Reader(text);
+        EXPECT_EQ(ReadFixedInt(&reader), value);
+        EXPECT_FALSE(reader.RanOut());
+    }
+}
+
+TEST(FixedInt, ReadsWhatStandsThereAsFarAsItIsANumber) {
+    const std::pair<std::string, int32_t> cases[] = {{"", 0},
+                                                     {"12", 12},
+                                                     {"   12xyz........", 12},
+                                                     {"abcdefghijklmnop", 0},
+                                                     {"9999999999999999", INT_MAX},
+                                                     {"-999999999999999", INT_MIN},
+                                                     {"000000000000+7--", 0},
+                                                     {std::string("0000000000000\0"
+                                                                  "21",
+                                                                  16),
+                                                      0},
+                                                     {"+000000000000021", 21},
+                                                     {"- 00000000000021", 0}};
+    for (const auto& [bytes, value] : cases) {
+        RecordReader reader = Reader(bytes);
+        EXPECT_EQ(ReadFixedInt(&reader), value) << bytes;
+    }
+}
+
+TEST(FixedInt, StopsBehindALineBreak) {
+    RecordReader reader = Reader("12\r\n0000000000000034");
+    EXPECT_EQ(ReadFixedInt(&reader), 12);
+    EXPECT_EQ(ReadFixedInt(&reader), 34);
+}
+
+TEST(FixedDouble, IsWrittenWithNineDecimals) {
+    const std::pair<double, const char*> cases[] = {{1.5, "0000000001.500000000"},
+                                                    {-1.5, "-000000001.500000000"},
+                                                    {11.56, "0000000011.560000000"},
+                                                    {1e10, "10000000000.000000000"}};
+    for (const auto& [value, text] : cases) {
+        RecordWriter writer;
+        WriteFixedDouble(&writer, value);
+        EXPECT_EQ(writer.Logical(), text);
+    }
+    RecordReader reader = Reader("0000000011.560000000");
+    EXPECT_EQ(ReadFixedDouble(&reader), kDataVersion);
+    EXPECT_EQ(ReadFixedDouble(&reader), 0.0);
+}
+
+TEST(NullStream, GivesTheMarkAndWritesNothing) {
+    int32_t number = 5;
+    ReadFixedInt(nullptr, number);
+    EXPECT_EQ(number, kNoStream);
+    double real = 5;
+    ReadFixedDouble(nullptr, real);
+    EXPECT_EQ(real, -21122112.0);
+    LongList list{1, 2};
+    ReadLongList(nullptr, list);
+    EXPECT_EQ(list.Count(), 2u);
+    std::string text = "x";
+    ReadCountedString(nullptr, text);
+    EXPECT_TRUE(text.empty());
+    WriteLongList(nullptr, list);
+    WriteCountedString(nullptr, "x");
+}
+
+TEST(CountedString, KeepsLaterFieldsInStep) {
+    const std::string hundred(100001, 'a');
+    const std::string withZero = std::string("0123456789\0abcdefghi", 20);
+    const std::pair<std::string, std::string> cases[] = {
+        {hundred, hundred}, {withZero, "0123456789"}, {"a\nb", "a\nb"}, {"", ""}, {"\r\n\r", "\r\n\r"}};
+    for (const auto& [written, read] : cases) {
+        RecordWriter writer;
+        WriteCountedString(&writer, written);
+        WriteFixedInt(&writer, 77);
+        RecordReader reader(writer.DiskBytes());
+        EXPECT_EQ(ReadCountedString(&reader), read);
+        EXPECT_EQ(ReadFixedInt(&reader), 77);
+    }
+}
+
+TEST(CountedString, TakesOnlyItsLengthWhenThatIsNegative) {
+    RecordReader reader = Reader(
+        "-000000000000001"
+        "0000000000000009");
+    EXPECT_EQ(ReadCountedString(&reader), "");
+    EXPECT_EQ(ReadFixedInt(&reader), 9);
+}
+
+TEST(CountedString, StopsAtTheEndOfTheFile) {
+    RecordReader reader = Reader("0000000400000000abc");
+    EXPECT_EQ(ReadCountedString(&reader), "abc");
+    EXPECT_TRUE(reader.RanOut());
+    EXPECT_EQ(ReadCountedString(&reader), "");
+}
+
+TEST(TextStream, TranslatesLineEndsBothWays) {
+    const std::pair<const char*, const char*> cases[] = {{"a\nb", "a\r\nb"},   {"a\r\nb", "a\r\r\nb"},
+                                                         {"\n\n", "\r\n\r\n"}, {"a\rb", "a\rb"},
+                                                         {"\r", "\r"},         {"x\n", "x\r\n"}};
+    for (const auto& [logical, disk] : cases) {
+        RecordWriter writer;
+        writer.Append(logical);
+        EXPECT_EQ(writer.DiskBytes(), disk);
+        EXPECT_EQ(RecordReader(disk).Rest(), logical);
+    }
+    EXPECT_EQ(RecordReader("a\nb").Rest(), "a\nb") << "a lone line feed stays";
+    EXPECT_EQ(RecordReader("ab\x1A"
+                           "cd")
+                  .Rest(),
+              "ab")
+        << "0x1A ends the stream";
+    EXPECT_EQ(RecordReader("a\r\nb\nc\r\r\n\r\nd\r").Rest(), "a\nb\nc\r\n\nd\r");
+}
+
+TEST(DateField, ReadsOnlySixNumbers) {
+    struct Case {
+        const char* text;
+        DateTime expected;
+    };
+    const DateTime before(2000, 1, 2, 3, 4, 5);
+    const Case cases[] = {{"2011-07-12-14-20-24", DateTime(2011, 7, 12, 14, 20, 24)},
+                          {"2011-02-30-10-00-00", DateTime::Invalid()},
+                          {"2011-02-03", before},
+                          {"", before},
+                          {"Invalid DateTime", before},
+                          {"2011-07-12-14-20-24-1", before},
+                          {"99-01-01-00-00-00", DateTime::Invalid()},
+                          {"100-01-01-00-00-00", DateTime(100, 1, 1)},
+                          {"9999-12-31-23-59-59", DateTime(9999, 12, 31, 23, 59, 59)},
+                          {"10000-01-01-00-00-00", DateTime::Invalid()},
+                          {"2012-02-29-24-00-00", DateTime::Invalid()},
+                          {"-----", DateTime::Invalid()}};
+    for (const Case& c : cases) {
+        RecordWriter writer;
+        WriteCountedString(&writer, c.text);
+        RecordReader reader(writer.DiskBytes());
+        DateTime date = before;
+        ReadDateField(&reader, date);
+        EXPECT_EQ(date, c.expected) << c.text;
+        EXPECT_TRUE(reader.AtEnd());
+    }
+}
+
+TEST(DateField, WritesTheThreeStatuses) {
+    const std::pair<DateTime, const char*> cases[] = {{DateTime(2011, 7, 2, 4, 2, 4), "2011-07-02-04-02-04"},
+                                                      {DateTime::Invalid(), "Invalid DateTime"},
+                                                      {DateTime(), ""},
+                                                      {DateTime(987, 1, 1), "0987-01-01-00-00-00"}};
+    for (const auto& [date, text] : cases)
+        EXPECT_EQ(DateFieldText(date), text);
+}
+
+TEST(TextLine, ComesInPiecesOf1999Bytes) {
+    RecordReader reader = Reader("first  \r\n" + std::string(2500, 'x') + "\r\n\r\nlast");
+    std::string line;
+    std::vector<size_t> lengths;
+    while (ReadTextLine(&reader, line))
+        lengths.push_back(line.size());
+    EXPECT_EQ(lengths, (std::vector<size_t>{5, 1999, 501, 0, 4}));
+}
+
+TEST(LongListFile, FillsUpWithZerosAtTheEnd) {
+    RecordReader reader = Reader(
+        "0000000000000003"
+        "0000000000000008");
+    LongList list{9};
+    ReadLongList(&reader, list);
+    EXPECT_EQ(list, (LongList{8, 0, 0}));
+}
+
+TEST(LongListFile, HoldsGiantCountsToTheFile) {
+    RecordReader reader = Reader(
+        "0000002000000000"
+        "0000000000000008");
+    LongList list;
+    ReadLongList(&reader, list);
+    EXPECT_EQ(list.Count(), 1u + kMaxMadeUpEntries);
+    LongList second;
+    RecordReader again = Reader("-000000000000005");
+    ReadLongList(&again, second);
+    EXPECT_TRUE(second.IsEmpty());
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,91 @@
+#include "base/text.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+#include "base/guid.h"
+
+namespace lore {
+namespace {
+
+TEST(Text, ReadsUtf8AsAWholeAndAnythingElseAsWindows1252) {
+    const std::pair<std::string, std::u32string> cases[] = {
+        {"caf\xC3\xA9", U"caf\u00E9"},           {"caf\xE9", U"caf\u00E9"},
+        {"\xC3\xA9\xE9", U"\u00C3\u00A9\u00E9"}, {"\x80\x81\x8D\x8F\x90\x9D", U"\u20AC\u0081\u008D\u008F\u0090\u009D"},
+        {"\xED\xA0\x80", U"\u00ED\u00A0\u20AC"}, {"\xF4\x90\x80\x80", U"\u00F4\u0090\u20AC\u20AC"},
+        {"\xC0\x80", U"\u00C0\u20AC"},           {"\xF0\x9F\x97\xBC", U"\U0001F5FC"}};
+    for (const auto& [bytes, text] : cases)
+        EXPECT_EQ(ToCodePoints(bytes), text);
+}
+
+TEST(Text, ChoosesWindows1252UnlessThatWouldReadAsUtf8) {
+    const std::pair<std::u32string, std::string> cases[] = {
+        {U"caf\u00E9", "caf\xE9"}, {U"\u00C3\u00A9", "\xC3\x83\xC2\xA9"},
+        {U"\u0416", "\xD0\x96"},   {U"\u20AC 5", "\x80 5"},
+        {U"plain", "plain"},       {U"\u00E9\u0416", "\xC3\xA9\xD0\x96"}};
+    for (const auto& [text, bytes] : cases)
+        EXPECT_EQ(FromCodePoints(text), bytes);
+}
+
+TEST(Text, LosesNothingInEitherDirection) {
+    std::mt19937 random(3);
+    const char32_t pool[] = {U'a',      U'\u00C3',     U'\u00A9', U'\u0081', U'\u20AC',
+                             U'\u0416', U'\U0001F5FC', U'\u00E9', U'\u3042'};
+    for (int round = 0; round < 20000; ++round) {
+        std::u32string text;
+        for (size_t n = random() % 6; n > 0; --n)
+            text += pool[random() % std::size(pool)];
+        ASSERT_EQ(ToCodePoints(FromCodePoints(text)), text);
+        std::string bytes;
+        for (size_t n = random() % 6; n > 0; --n)
+            bytes += static_cast<char>(random() % 2 ? random() % 256 : 0xC2 + random() % 4);
+        ASSERT_EQ(ToCodePoints(FromUtf8(ToUtf8(bytes))), ToCodePoints(bytes));
+    }
+}
+
+TEST(Text, LowersAllLettersOfTheCharacterSet) {
+    EXPECT_EQ(ToLower("\xC4\xD6\x8A\x9F ABC \xD7"), "\xE4\xF6\x9A\xFF abc \xD7");
+    EXPECT_EQ(ToLower("\xC3\x84\xD0\x96"), "\xC3\xA4\xD0\xB6");
+    EXPECT_EQ(ToUpper("\xFF\xDF\xE4\x83"), "\x9F\xDF\xC4\x83") << "a letter without a partner in the set stays";
+    EXPECT_LT(CompareNoCase("apple", "Banana"), 0);
+    EXPECT_TRUE(EqualNoCase("\xC4hre", "\xE4HRE"));
+}
+
+TEST(Text, CountsCharactersByTheSameRule) {
+    const std::string utf8 = "a\xC3\xA9\xE3\x81\x82z";
+    EXPECT_EQ(CharacterCount(utf8), 4u);
+    EXPECT_EQ(ByteOfCharacter(utf8, 2), 3u);
+    EXPECT_EQ(ByteOfCharacter(utf8, 9), utf8.size());
+    EXPECT_EQ(CharacterOfByte(utf8, 6), 3u);
+    EXPECT_EQ(CharacterCount("a\xE9z"), 3u);
+}
+
+TEST(Text, KnowsWordCharacters) {
+    for (const char32_t c : {U'a', U'9', U'_', U'\u00E9', U'\u0301', U'\u0436', U'\u3042', U'\U00010400'})
+        EXPECT_TRUE(IsWordCharacter(c)) << static_cast<uint32_t>(c);
+    for (const char32_t c : {U' ', U'-', U'\'', U'\u00A0', U'\n', U'\u2014'})
+        EXPECT_FALSE(IsWordCharacter(c)) << static_cast<uint32_t>(c);
+    EXPECT_EQ(FoldCase(U'\u00DF'), U'\u00DF') << "one character stays one";
+    EXPECT_EQ(FoldCase(U'\u03A3'), FoldCase(U'\u03C2'));
+}
+
+TEST(Text, CutsPathsAtBothSeparators) {
+    EXPECT_EQ(LastPathComponent("C:\\Data Files\\a.b\\0000012.jpg"), "0000012.jpg");
+    EXPECT_EQ(LastPathComponent("../x\\y/z"), "z");
+    EXPECT_EQ(FileExtension("a.b/c"), "");
+    EXPECT_EQ(FileExtension("Notes.tar.GZ"), "GZ");
+    EXPECT_EQ(Trim(" \t a b \r\n"), "a b");
+    EXPECT_EQ(CleanText(std::string("a\0b\x1A"
+                                    "c",
+                                    5)),
+              "abc");
+    EXPECT_EQ(ReplaceAll("aXbXX", "X", "--"), "a--b----");
+}
+
+TEST(Guid, PrintsItsThirdGroupInLowerCase) {
+    EXPECT_EQ(FormatGuid({0xAB, 0xCD, 0xEF, 1, 2, 0xFA, 0xAB, 0xCD, 0xEF, 0xAA, 0xBB, 6, 7, 8, 9, 0xFF}),
+              "{ABCDEF01-02FA-abcd-EFAA-BB06070809FF}");
+}
+
+}  // namespace
+}  // namespace lore
