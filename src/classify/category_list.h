@@ -1,0 +1,96 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/file_io.h"
+#include "base/record_file.h"
+#include "classify/category_tree.h"
+
+namespace lore {
+
+/// The category forest of a NoteBook, with the notes of every category.
+/// Whoever adds, removes, moves or renumbers nodes through a pointer or EditRoots() calls LinkAll() afterwards; until
+/// then FindByID may give a node that has gone.
+class CProCategoryList {
+public:
+    double version = 0.0;  ///< as the file had it; never tested
+
+    CProCategoryList() = default;
+    CProCategoryList(const CProCategoryList& other) : version(other.version), roots_(other.roots_) {}
+    CProCategoryList(CProCategoryList&&) = default;
+    CProCategoryList& operator=(const CProCategoryList& other);
+    CProCategoryList& operator=(CProCategoryList&&) = default;
+    ~CProCategoryList() = default;
+
+    const std::vector<CProCategoryTree>& Roots() const { return roots_; }
+    std::vector<CProCategoryTree>& EditRoots();
+    void RemoveAll();
+
+    /// Replaces the forest by the file's. A file that doesn't open leaves no category but `<UNASSIGNED>`, which is
+    /// appended wherever the file lacks it.
+    FileResult Load(const std::filesystem::path& path);
+    /// Writes the file in the current version.
+    FileResult Save(const std::filesystem::path& path) const;
+    /// True if the file opens for reading.
+    static bool FileExists(const std::filesystem::path& path);
+    /// The same as Load and Save on a stream.
+    void Read(RecordReader* stream);
+    void Write(RecordWriter* stream) const;
+
+    /// Appends a copy as the last root and links it.
+    CProCategoryTree& AddRoot(const CProCategoryTree& root);
+    /// Makes parent ids and parent pointers of all nodes true, and the ids findable again.
+    void LinkAll();
+    /// Copies version and roots of another list.
+    void Assign(const CProCategoryList& other);
+
+    /// The first node with this id, depth first in list order; constant time after the first call. Null if there is
+    /// none.
+    const CProCategoryTree* FindByID(int32_t id) const;
+    CProCategoryTree* FindByID(int32_t id);
+    const CProCategoryTree* FindByPlace(std::string_view name, std::string_view parentName, int level) const;
+    CProCategoryTree* FindByPlace(std::string_view name, std::string_view parentName, int level);
+    /// Among the roots, `<UNASSIGNED>` too, without regard to case.
+    const CProCategoryTree* FindRootByName(std::string_view name) const;
+    CProCategoryTree* FindRootByName(std::string_view name);
+
+    /// The highest id of the forest, where the reserved node counts as 0 and nothing below it counts; -1 without roots.
+    int32_t HighestID() const;
+    /// Raises the stored counter to the highest id and gives it, or 21122117 where it has become the reserved id. The
+    /// next category gets one more than this.
+    int32_t GetMaxCategoryID(int& maxCategoryID) const;
+    /// Moves the stored counter on after a load or a conversion: the larger of itself and the highest id below the
+    /// reserved one, plus 1.
+    void RaiseMaxCategoryID(int& maxCategoryID) const;
+
+    /// Takes a note out of every category.
+    void RemoveNote(int32_t note, int set);
+    /// The same for many notes in one walk.
+    void RemoveNotes(const LongList& notes, int set);
+    bool HasNoteAnywhere(int set, int32_t note) const;
+    /// The chain of categories that hold the note, `<UNASSIGNED>` left out; an empty path if none does.
+    CProCategoryTree GetNotePath(int32_t note, int set) const;
+    /// Files a note in one set (1, 2 or 3) by the id of the deepest node of its path: in that category and all above
+    /// it; an empty path files it under `<UNASSIGNED>`; an unknown id leaves it out.
+    void IndexNote(int32_t note, const CProCategoryTree& path, int set);
+
+private:
+    using NodesByID = std::unordered_map<int32_t, const CProCategoryTree*>;
+    const NodesByID& Nodes() const;
+
+    std::vector<CProCategoryTree> roots_;
+    mutable NodesByID nodes_;  // empty until the first search after a change
+};
+
+/// The id of the category that a path leads to: the last of its deepest nodes, or of its nearest ancestor with an id
+/// above 0; -1 if there is none.
+int32_t DeepestCategoryID(const CProCategoryTree& path);
+
+/// True if the path's first node bears the id or the name of `<UNASSIGNED>`. A path from elsewhere then counts as
+/// empty.
+bool IsUnassignedPath(const CProCategoryTree& path);
+
+}  // namespace lore
