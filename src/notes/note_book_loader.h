@@ -1,0 +1,98 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/long_list.h"
+#include "notes/note.h"
+#include "notes/open_notebook.h"
+#include "ports/fault_notice.h"
+#include "ports/progress.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// The last ids given out. They are common to all NoteBooks of an installation, and the settings keep them.
+struct IdCounters {
+    int MaxNoteID = 0;
+    int MaxAuthorID = 0;
+    int MaxCategoryID = 0;
+};
+
+enum class LoadMode {
+    Full,  ///< as the desktop opens a NoteBook: converts old categories, writes Sources.dat back, moves the counters on
+    ReadOnly,  ///< changes no byte and no counter
+};
+
+/// Where a note record was met: the position of its file among LoadReport::files, and its number among the notes of it.
+struct NotePlace {
+    uint32_t file = 0;
+    uint32_t record = 0;
+    bool operator==(const NotePlace&) const = default;
+};
+
+/// A note of the NoteBook and its place. Of a note that stands twice one copy shows.
+struct ShownNote {
+    int32_t id = 0;
+    NotePlace place;
+};
+
+/// Takes the rich texts while the files are read, so that nothing has to read them again.
+class NoteTextSink {
+public:
+    virtual ~NoteTextSink() = default;
+    /// Before the first text: how many files there are. On the caller's thread.
+    virtual void Begin(size_t fileCount) = 0;
+    /// One record, also one that won't show. On a worker thread; the records of one file come in order from one thread,
+    /// those of different files at the same time. The text lives during the call only.
+    virtual void Take(NotePlace place, int32_t noteId, std::string_view rtfText) = 0;
+    /// Behind the last text: the notes that show, in loading order. On the caller's thread.
+    virtual void Finish(const std::vector<ShownNote>& shown) = 0;
+};
+
+struct LoadOptions {
+    LoadMode mode = LoadMode::Full;
+    int threads = 2;  ///< that read files; 1 reads on the caller's thread. The result is the same.
+    Progress* progress = nullptr;
+    NoteTextSink* texts = nullptr;
+    bool keepHeads = false;  ///< fill LoadReport::heads
+};
+
+/// What a load has met beside the picture itself.
+struct LoadReport {
+    std::vector<std::string> files;  ///< names of all note files in byte order, the order of reading
+    std::vector<ShownNote> shown;    ///< the notes in loading order: file by file, in file order
+    std::vector<CNote> heads;        ///< the same notes without their texts, if asked for
+    bool converted = false;          ///< there was no Categories.dat, the forest was built from the notes
+};
+
+/// Builds the picture of the NoteBook whose paths `book` holds; everything else in it is replaced. Files that are
+/// missing or damaged read as far as they go; what can't be read or written at all is told to `faults`. The caller
+/// stores the counters at once.
+LoadReport LoadNoteBook(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults,
+                        const LoadOptions& options);
+
+/// Deletes the note files that hold no note: those whose count reads 0 with nothing behind it. A file with a count of 0
+/// that holds more is left and reported.
+void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* progress);
+
+/// The notes with these ids in the order given, each id once; an id that the index doesn't hold is left out. Each file
+/// is read once.
+std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
+                             FaultNotice& faults);
+
+/// Appends the notes of all note files of a folder: files by name, notes in file order, a note that stands twice once.
+void LoadAllNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
+                  std::vector<CNote>& notes);
+
+/// How many notes LoadAllNotes would give.
+size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults);
+
+/// The ids of the note list when the NoteBook was last closed; none if the file is missing.
+LongList LoadLastViewList(const NoteBookPaths& paths, FaultNotice& faults);
+/// Writes the ids in order, each once.
+void SaveLastViewList(const NoteBookPaths& paths, const LongList& ids, FaultNotice& faults);
+
+}  // namespace lore

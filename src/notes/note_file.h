@@ -1,0 +1,69 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "base/record_file.h"
+#include "notes/note.h"
+#include "notes/note_record.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// Walks the notes of one file in file order without copying their texts. Records with an id of 0 or less are no notes
+/// and are passed over.
+class NoteFileReader {
+public:
+    explicit NoteFileReader(const ReadContext& context) : context_(context) {}
+
+    /// Reads the file. With a failure there are no notes.
+    FileResult Open(const std::filesystem::path& path);
+    /// The same from the bytes of a file.
+    void OpenBytes(std::string diskBytes);
+
+    /// Goes to the next note; false behind the last one.
+    bool Next();
+    /// The note that Next went to, its texts empty. It may be moved from.
+    CNote& Head() { return note_; }
+    std::string_view PlainText() const { return texts_.plainText; }
+    std::string_view RtfText() const { return texts_.rtfText; }
+    /// Takes the note with copies of its texts.
+    CNote TakeNote();
+    /// The position of the current note among the notes of the file, from 0.
+    size_t NoteNumber() const { return taken_ - 1; }
+
+    double Version() const { return version_; }
+    int32_t Count() const { return count_; }
+    /// Once Next has given false: true if the file broke off before its end, or holds something behind its notes.
+    bool IsDamaged() const;
+
+private:
+    const ReadContext& context_;
+    std::unique_ptr<RecordReader> stream_;
+    double version_ = 0.0;
+    int32_t count_ = 0, read_ = 0;
+    size_t taken_ = 0;
+    CNote note_;
+    NoteTexts texts_;
+};
+
+/// Empties the list and reads a note file into it, whether or not the file opens.
+FileResult LoadNoteFile(const std::filesystem::path& path, const ReadContext& context, std::vector<CNote>& notes);
+
+/// The bytes of a note file for the disk.
+std::string NoteFileBytes(std::span<const CNote> notes);
+
+/// Rewrites a note file as a whole, in the current shape.
+FileResult SaveNoteFile(const std::filesystem::path& path, std::span<const CNote> notes);
+
+/// Is handed each note's head and rich text. The text lives during the call only.
+using NoteVisitor = std::function<void(CNote& head, std::string_view rtfText)>;
+
+/// Streams the notes of one file without copying their texts.
+FileResult VisitNoteFile(const std::filesystem::path& path, const ReadContext& context, const NoteVisitor& visit);
+
+}  // namespace lore

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/long_list.h"
+
+namespace lore {
+
+/// A note file and the notes in it.
+struct CNoteIDsPath {
+    std::string path;  ///< full path of the note file
+    LongList ids;      ///< in file order
+};
+
+/// Where each note of the open NoteBook lies. An id stands in one file only; finding, adding and removing one takes
+/// constant time.
+class NoteIndex {
+public:
+    /// Puts the id behind the others of the file. An id that the index holds already stays where it is.
+    void AddToIndex(std::string_view path, int32_t id);
+    void AddToIndex(std::string_view path, const LongList& ids);
+    /// The file of a note, or nothing.
+    const std::string* FindPath(int32_t id) const;
+    bool Contains(int32_t id) const { return FindPath(id) != nullptr; }
+    void RemoveFromIndex(int32_t id);
+    void RemoveAll();
+
+    /// The number of notes.
+    size_t Count() const { return places_.size(); }
+    /// The files that hold notes, in the order in which they were first met.
+    std::vector<CNoteIDsPath> Entries() const;
+    /// The ids of all notes, file by file.
+    LongList AllIDs() const;
+
+private:
+    struct Entry {
+        std::string path;
+        std::vector<int32_t> ids;  // 0 where a note was removed
+        size_t removed = 0;
+    };
+    struct Place {
+        uint32_t entry;
+        uint32_t position;
+    };
+    void Compact(uint32_t entry);
+
+    std::vector<Entry> entries_;
+    std::unordered_map<std::string, uint32_t> byPath_;
+    std::unordered_map<int32_t, Place> places_;
+};
+
+}  // namespace lore
