@@ -26,7 +26,8 @@ struct CSource {
     int32_t YearOnly = 0;
     int32_t UseDateText = 0;
     bool HasDate = false;
-    LongList SpanKinds, SpanStarts, SpanEnds;  ///< emphasis spans of FormattedText, three parallel lists; byte positions
+    /// Emphasis spans of FormattedText, three parallel lists; byte positions, both ends inclusive.
+    LongList SpanKinds, SpanStarts, SpanEnds;
     std::string SourceGUID;
     std::string AuthorText;
     std::string FormattedText;

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/file_io.h"
+#include "base/record_file.h"
+#include "bibliography/author_list.h"
+#include "bibliography/custom_type_list.h"
+#include "bibliography/source.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// The sources of a NoteBook, in order. Look-ups by id and GUID take constant time and find the first of equal keys.
+class SourceList {
+public:
+    // Pointers and references live until sources are added, removed or sorted. Through the mutable ones everything may
+    // be changed but SourceID and SourceGUID; ReplaceSource changes those.
+    const CSource* FindSourceByID(int32_t id) const;
+    CSource* FindSourceByID(int32_t id);
+    const CSource* FindSourceByGUID(std::string_view guid) const;
+    size_t Count() const { return sources_.size(); }
+    const CSource& operator[](size_t position) const { return sources_[position]; }
+    CSource& operator[](size_t position) { return sources_[position]; }
+    auto begin() const { return sources_.begin(); }
+    auto end() const { return sources_.end(); }
+
+    /// Appends a full copy.
+    void AddTail(CSource source);
+    /// Replaces the first source with the id; false if there is none.
+    bool ReplaceSource(int32_t id, CSource source);
+    /// Removes the first source with the id; false if there is none.
+    bool RemoveSource(int32_t id);
+    void RemoveAll();
+    /// The largest SourceID, at least 1010. A new source takes NewSourceID.
+    int32_t NextSourceID() const;
+    /// NextSourceID plus 1, at most the largest number.
+    int32_t NewSourceID() const;
+
+    /// Ties a note to a source unless it is tied already, unties it from one source, unties it from all. Ids of sources
+    /// that aren't there, or of 0 or less, change nothing.
+    void AddNoteID(int32_t sourceID, int32_t noteID);
+    void RemoveNoteID(int32_t sourceID, int32_t noteID);
+    void RemoveNoteIDFromAll(int32_t noteID);
+
+    void FormatAll(const AuthorList& authors);
+    /// Formats all sources and sorts them by their citations, ignoring case. Equal citations change their order; texts
+    /// behind thirty letters z follow the others in list order.
+    void SortSources(const AuthorList& authors);
+    /// Every source of a custom type takes the present definition of its type, found by GUID, and keeps the values of
+    /// its fields. A source whose type isn't found keeps its copy; the number of the type stays.
+    void LinkCustomTypes(const CustomTypeList& types);
+
+    /// Empties the list, then reads a file of any version; records with an id of 0 or less are dropped. A file that
+    /// can't be opened leaves the list empty and the version 0.
+    FileResult LoadSources(const std::filesystem::path& path, const ReadContext& context);
+    /// Formats the sources of this list once, which drops ids of deleted authors, and rewrites the whole file. Records
+    /// have the present form whatever the version.
+    FileResult SaveSources(const std::filesystem::path& path, const AuthorList& authors, double version = kDataVersion);
+    /// Writes copies of the sources for the print program, formatted once, in list order. An empty list writes nothing.
+    FileResult SaveBibliography(const std::filesystem::path& path, const AuthorList& authors) const;
+    /// False if the file of the last load is there and could not be read to its end.
+    bool ReadWhole() const { return readWhole_; }
+    /// The version of the file that was read last.
+    double Version() const { return version_; }
+
+private:
+    void Reindex();
+    void IndexLast();
+
+    std::vector<CSource> sources_;
+    std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
+    std::unordered_map<std::string, uint32_t> byGUID_;  // first position of each GUID
+    double version_ = 0;
+    bool readWhole_ = true;
+};
+
+/// Below 0, 0 or above 0: the order of two citations, ignoring case. Sources with equal citations are equal, whatever
+/// their ids.
+int CompareSources(const CSource& a, const CSource& b);
+/// The first differing pair decides; a list that is the beginning of a longer one is smaller.
+int CompareSourceLists(const SourceList& a, const SourceList& b);
+
+}  // namespace lore
