@@ -8,20 +8,15 @@
 #include "base/date_time.h"
 #include "base/long_list.h"
 #include "base/rgb.h"
+#include "bibliography/source_info.h"
 #include "classify/category_tree.h"
 
 namespace lore {
 
-/// What a note alone knows of one of its sources.
-struct CNoteSourceInfo {
-    std::string key;   ///< SourceGUID of the source
-    std::string text;  ///< a page, a remark
-};
-
 /// A file or a web link of a note.
 struct CAttachment {
-    int32_t shift = 0;   ///< sideways offset of a picture on the board, in pixels
-    double zoom = 1.0;   ///< scale of a picture on the board
+    int32_t shift = 0;  ///< sideways offset of a picture on the board, in pixels
+    double zoom = 1.0;  ///< scale of a picture on the board
     std::string title;
     std::string storedFile;  ///< name in the NoteBook's "Attachments" folder
     std::string sourceFile;  ///< path that the file came from, or the address of a web link
