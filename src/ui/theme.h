@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QDBusVariant>
 #include <QFont>
 #include <QIcon>
 #include <QObject>
@@ -81,7 +82,7 @@ signals:
     void Changed();
 
 private slots:
-    void OnPortalSetting(const QString& section, const QString& key, const class QDBusVariant& value);
+    void OnPortalSetting(const QString& section, const QString& key, const QDBusVariant& value);
 
 private:
     void FollowPortal();
