@@ -1,0 +1,300 @@
+#include "settings/settings.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+#include "base/text.h"
+
+namespace lore {
+
+namespace {
+
+constexpr char kSection[] = "Options";
+
+enum class Kind : uint8_t { Integer, String, Rectangle };
+
+struct Row {
+    Option option;
+    const char* key;
+    Kind kind;
+    int32_t number = 0;
+    const char* text = "";
+};
+
+// clang-format off
+constexpr Row kRows[] = {
+    {Option::Maximized, "Maximized", Kind::Integer, 1},
+    {Option::FrameRect, "FrameRect", Kind::Rectangle},
+    {Option::ViewSrcRect, "ViewSrcRect", Kind::Rectangle},
+    {Option::EditNoteRect, "EditNoteRect", Kind::Rectangle},
+    {Option::ShowSources, "ShowSources", Kind::Integer, 1},
+    {Option::SourceSize, "SourceSize", Kind::Integer, 18},
+    {Option::SourceFormat, "SourceFormat", Kind::Integer, 1},
+    {Option::MaxNoteID, "MaxNoteID", Kind::Integer, 1000},
+    {Option::NoteSortID, "NoteSortID", Kind::Integer, 805},
+    {Option::ShowCats, "ShowCats", Kind::Integer, 1},
+    {Option::ShowKeyWords, "ShowKeyWords", Kind::Integer, 1},
+    {Option::CatsTop, "CatsTop", Kind::Integer, 1},
+    {Option::KewWordsTop, "KewWordsTop", Kind::Integer, 0},
+    {Option::SourceTop, "SourceTop", Kind::Integer, 0},
+    {Option::ProgVersion, "ProgVersion", Kind::String, 0, "-1"},
+    {Option::ZoomLvl, "ZoomLvl", Kind::Integer, 100},
+    {Option::ShowCtrlBar, "ShowCtrlBar", Kind::Integer, 1},
+    {Option::ActIndCtrlBar, "ActIndCtrlBar", Kind::Integer, 0},
+    {Option::CtrlBarSortSrc, "CtrlBarSortSrc", Kind::Integer, 30},
+    {Option::CtrlBarCatSet, "CtrlBarCatSet", Kind::Integer, 0},
+    {Option::MaxAuthorID, "MaxAuthorID", Kind::Integer, 1},
+    {Option::ShowSrcFilters, "ShowSrcFilters", Kind::Integer, 1},
+    {Option::CheckForUpdates, "CheckForUpdates", Kind::Integer, 1},
+    {Option::EnableSpellCheck, "EnableSpellCheck", Kind::Integer, 1},
+    {Option::GetEmail, "GetEmail", Kind::Integer, 1},
+    {Option::szSaveWarning, "szSaveWarning", Kind::Integer, 1},
+    {Option::Phone, "Phone", Kind::String},
+    {Option::Email, "Email", Kind::String},
+    {Option::Service, "Service", Kind::Integer, -1},
+    {Option::ShowCatSet1, "ShowCatSet1", Kind::Integer, 0},
+    {Option::EnableBackup, "EnableBackup", Kind::Integer, 0},
+    {Option::BkUseTimes, "BkUseTimes", Kind::Integer, 1},
+    {Option::BackupPath, "BackupPath", Kind::String},
+    {Option::PrevBackupPath, "PrevBackupPath", Kind::String},
+    {Option::BkUseCount, "BkUseCount", Kind::Integer, 0},
+    {Option::OverwriteBkup, "OverwriteBkup", Kind::Integer, 1},
+    {Option::UpdateCheck, "UpdateCheck", Kind::Integer, -1},
+    {Option::SyncEngaged, "SyncEngaged", Kind::Integer, 0},
+    {Option::SyncGUID, "SyncGUID", Kind::String},
+    {Option::Nickname, "Nickname", Kind::String},
+    {Option::SyncAtStart, "SyncAtStart", Kind::Integer, 1},
+    {Option::SyncAtClose, "SyncAtClose", Kind::Integer, 0},
+    {Option::LocalGUID, "LocalGUID", Kind::String},
+    {Option::SrchCtrlsWidth, "SrchCtrlsWidth", Kind::Integer, 306},
+    {Option::MaxCategoryID, "MaxCategoryID", Kind::Integer, 3},
+    {Option::EnableNoteAutoFill, "EnableNoteAutoFill", Kind::Integer, 1},
+    {Option::MarkBold, "MarkBold", Kind::Integer, 0},
+    {Option::MarkStrike, "MarkStrike", Kind::Integer, 0},
+    {Option::MarkItalics, "MarkItalics", Kind::Integer, 1},
+    {Option::MarkUnderline, "MarkUnderline", Kind::Integer, 1},
+    {Option::MarkSelColor, "MarkSelColor", Kind::Integer, 9},
+    {Option::Database, "Database", Kind::String},
+    {Option::RunAgent, "RunAgent", Kind::Integer, 0},
+    {Option::StartupAgent, "StartupAgent", Kind::Integer, 0},
+    {Option::TrayIcon, "TrayIcon", Kind::Integer, 1},
+    {Option::Hotkey, "Hotkey", Kind::Integer, 0},
+    {Option::HotkeyMod, "HotkeyMod", Kind::Integer, 0},
+    {Option::Appearance, "Appearance", Kind::Integer, 0},    // 0 as the desktop, 1 light, 2 dark
+    {Option::TextCacheMB, "TextCacheMB", Kind::Integer, 512},  // plain texts kept for searches, in MiB
+};
+// clang-format on
+
+constexpr bool RowsStandInOrder() {
+    for (size_t i = 0; i < std::size(kRows); ++i) {
+        if (static_cast<size_t>(kRows[i].option) != i)
+            return false;
+    }
+    return std::size(kRows) == static_cast<size_t>(Option::Count_);
+}
+static_assert(RowsStandInOrder());
+
+std::optional<int32_t> NumberOf(const std::optional<std::string>& text) {
+    if (!text)
+        return std::nullopt;
+    if (*text == "true" || *text == "false")
+        return *text == "true";
+    const std::string_view trimmed = Trim(*text);
+    if (trimmed.empty() || trimmed.find_first_not_of("+-0123456789") != std::string_view::npos)
+        return std::nullopt;
+    return ParseInt(trimmed);
+}
+
+std::optional<Rect> RectOf(std::string_view text) {
+    std::array<int32_t, 4> sides{};
+    for (size_t i = 0; i < sides.size(); ++i) {
+        const size_t comma = text.find(',');
+        const std::optional<int32_t> side = NumberOf(std::string(text.substr(0, comma)));
+        if (!side || (comma == std::string_view::npos) != (i == 3))
+            return std::nullopt;
+        sides[i] = *side;
+        text.remove_prefix(i < 3 ? comma + 1 : 0);
+    }
+    return Rect{sides[0], sides[1], sides[2], sides[3]};
+}
+
+std::string TextOf(const Rect& r) {
+    return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," +
+           std::to_string(r.bottom);
+}
+
+uint32_t LoadColor(const SettingsStore& store, const std::string& section, uint32_t defaults) {
+    constexpr const char* kParts[] = {"Red", "Green", "Blue"};
+    uint32_t color = 0;
+    for (unsigned i = 0; i < 3; ++i) {
+        const auto part = NumberOf(store.Get(section, kParts[i]));
+        const uint32_t value = part ? static_cast<uint32_t>(std::clamp(*part, 0, 255)) : defaults >> (8 * i) & 255u;
+        color |= value << (8 * i);
+    }
+    return color;
+}
+
+void SaveColor(SettingsStore& store, const std::string& section, uint32_t color) {
+    store.Set(section, "Red", std::to_string(color & 255u));
+    store.Set(section, "Green", std::to_string(color >> 8 & 255u));
+    store.Set(section, "Blue", std::to_string(color >> 16 & 255u));
+}
+
+constexpr char kSelectedNoteSection[] = "SelNoteTxtBkColor";
+constexpr uint32_t kSelectedNoteColor = 251u | 251u << 8 | 142u << 16;
+
+}  // namespace
+
+Settings::Settings() {
+    for (const Row& row : kRows) {
+        Value& value = values_[static_cast<size_t>(row.option)];
+        switch (row.kind) {
+            case Kind::Integer:
+                value = row.number;
+                break;
+            case Kind::String:
+                value = std::string(row.text);
+                break;
+            case Kind::Rectangle:
+                value = Rect{};
+                break;
+        }
+    }
+}
+
+int32_t Settings::Int(Option option) const {
+    return std::get<int32_t>(values_[static_cast<size_t>(option)]);
+}
+
+const std::string& Settings::Text(Option option) const {
+    return std::get<std::string>(values_[static_cast<size_t>(option)]);
+}
+
+Rect Settings::Rectangle(Option option) const {
+    return std::get<Rect>(values_[static_cast<size_t>(option)]);
+}
+
+void Settings::Set(Option option, int32_t value) {
+    values_[static_cast<size_t>(option)] = value;
+}
+
+void Settings::Set(Option option, std::string value) {
+    values_[static_cast<size_t>(option)] = std::move(value);
+}
+
+void Settings::Set(Option option, const Rect& value) {
+    values_[static_cast<size_t>(option)] = value;
+}
+
+void Settings::SetZoomFactor(double factor) {
+    Set(Option::ZoomLvl, static_cast<int32_t>(std::lround(factor * 100.0)));
+}
+
+double Settings::ProgVersion() const {
+    return ParseDouble(Text(Option::ProgVersion));
+}
+
+void Settings::LoadOptions(const SettingsStore& store) {
+    *this = Settings();
+    for (const Row& row : kRows) {
+        const std::optional<std::string> stored = store.Get(kSection, row.key);
+        if (!stored)
+            continue;
+        if (row.kind == Kind::String)
+            Set(row.option, *stored);
+        else if (row.kind == Kind::Rectangle)
+            Set(row.option, RectOf(*stored).value_or(Rect{}));
+        else if (const auto number = NumberOf(stored))
+            Set(row.option, *number);
+    }
+}
+
+void Settings::Save(SettingsStore& store, Option option) const {
+    const Row& row = kRows[static_cast<size_t>(option)];
+    switch (row.kind) {
+        case Kind::Integer:
+            store.Set(kSection, row.key, std::to_string(Int(option)));
+            break;
+        case Kind::String:
+            store.Set(kSection, row.key, Text(option));
+            break;
+        case Kind::Rectangle:
+            store.Set(kSection, row.key, TextOf(Rectangle(option)));
+            break;
+    }
+}
+
+void Settings::SaveOptions(SettingsStore& store) const {
+    for (const Row& row : kRows)
+        Save(store, row.option);
+}
+
+Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight) {
+    constexpr int32_t kSmallest = 10;
+    const Rect seen{std::max(frame.left, 0), std::max(frame.top, 0), std::min(frame.right, screenWidth),
+                    std::min(frame.bottom, screenHeight)};
+    const bool enough = int64_t{seen.right} - seen.left >= kSmallest && int64_t{seen.bottom} - seen.top >= kSmallest;
+    return enough ? frame : Rect{};
+}
+
+MarkStyle DerivedMarkStyle(const Settings& settings) {
+    constexpr uint32_t kBeyondTheList = 66302;
+    // Black, maroon, green, olive, navy, purple, teal, gray, silver, red, lime, yellow, blue, fuchsia, aqua, white.
+    constexpr std::array<uint32_t, 16> kColors = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
+                                                  0x808000, 0x808080, 0xC0C0C0, 0x0000FF, 0x00FF00, 0x00FFFF,
+                                                  0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
+    const auto index = static_cast<uint32_t>(settings.Int(Option::MarkSelColor));
+    MarkStyle style;
+    style.color = index < kColors.size() ? kColors[index] : kBeyondTheList;
+    style.effects = (settings.Flag(Option::MarkBold) ? 3 : 1) + (settings.Flag(Option::MarkItalics) ? 4 : 0) +
+                    (settings.Flag(Option::MarkUnderline) ? 8 : 0) + (settings.Flag(Option::MarkStrike) ? 64 : 0);
+    return style;
+}
+
+FontSetting DefaultImageTitleFont() {
+    return {.faceName = "Times New Roman", .height = 20, .weight = 700, .underline = true};
+}
+
+FontSetting DefaultEditTextFont() {
+    return {.faceName = "Times New Roman", .height = 18};
+}
+
+FontSetting LoadFontSetting(const SettingsStore& store, const std::string& section, const FontSetting& defaults) {
+    const auto number = [&](const char* key, int32_t fallback) {
+        return NumberOf(store.Get(section, key)).value_or(fallback);
+    };
+    FontSetting font = defaults;
+    font.height = number("Height", defaults.height);
+    font.weight = number("Weight", defaults.weight);
+    font.italic = number("Italic", defaults.italic) > 0;
+    font.underline = number("Underline", defaults.underline) > 0;
+    font.pitchAndFamily = number("PitchAndFamily", defaults.pitchAndFamily);
+    font.charSet = number("CharSet", defaults.charSet);
+    font.faceName = store.Get(section, "FaceName").value_or(defaults.faceName);
+    font.color = LoadColor(store, section, defaults.color);
+    return font;
+}
+
+void SaveFontSetting(SettingsStore& store, const std::string& section, const FontSetting& font) {
+    const auto set = [&](const char* key, int32_t value) { store.Set(section, key, std::to_string(value)); };
+    set("Height", font.height);
+    set("Weight", font.weight);
+    set("Italic", font.italic);
+    set("Underline", font.underline);
+    set("PitchAndFamily", font.pitchAndFamily);
+    set("CharSet", font.charSet);
+    store.Set(section, "FaceName", font.faceName);
+    SaveColor(store, section, font.color);
+}
+
+uint32_t LoadSelectedNoteColor(const SettingsStore& store) {
+    return LoadColor(store, kSelectedNoteSection, kSelectedNoteColor);
+}
+
+void SaveSelectedNoteColor(SettingsStore& store, uint32_t color) {
+    SaveColor(store, kSelectedNoteSection, color);
+}
+
+}  // namespace lore

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <variant>
+
+#include "ports/settings_store.h"
+
+namespace lore {
+
+/// Left, top, right and bottom of a window.
+struct Rect {
+    int32_t left = 0, top = 0, right = 0, bottom = 0;
+    bool IsEmpty() const { return right <= left || bottom <= top; }
+    bool operator==(const Rect&) const = default;
+};
+
+/// The values of the section "Options", in the order of loading. Their keys, types and defaults stand in settings.cpp.
+// clang-format off
+enum class Option : uint8_t {
+    Maximized, FrameRect, ViewSrcRect, EditNoteRect, ShowSources, SourceSize, SourceFormat, MaxNoteID, NoteSortID, ShowCats,
+    ShowKeyWords, CatsTop, KewWordsTop, SourceTop, ProgVersion, ZoomLvl, ShowCtrlBar, ActIndCtrlBar, CtrlBarSortSrc,
+    CtrlBarCatSet, MaxAuthorID, ShowSrcFilters, CheckForUpdates, EnableSpellCheck, GetEmail, szSaveWarning, Phone, Email,
+    Service, ShowCatSet1, EnableBackup, BkUseTimes, BackupPath, PrevBackupPath, BkUseCount, OverwriteBkup, UpdateCheck,
+    SyncEngaged, SyncGUID, Nickname, SyncAtStart, SyncAtClose, LocalGUID, SrchCtrlsWidth, MaxCategoryID, EnableNoteAutoFill,
+    MarkBold, MarkStrike, MarkItalics, MarkUnderline, MarkSelColor, Database, RunAgent, StartupAgent, TrayIcon, Hotkey,
+    HotkeyMod, Appearance, TextCacheMB,
+    Count_
+};
+// clang-format on
+
+/// All settings as values. A value that is missing in the store, or that can't be read, has its default.
+class Settings {
+public:
+    Settings();
+
+    int32_t Int(Option option) const;
+    bool Flag(Option option) const { return Int(option) > 0; }
+    const std::string& Text(Option option) const;
+    Rect Rectangle(Option option) const;
+    void Set(Option option, int32_t value);
+    void Set(Option option, std::string value);
+    void Set(Option option, const Rect& value);
+
+    /// ZoomLvl as a factor, 1.0 for 100 percent; stored rounded to whole percents.
+    double ZoomFactor() const { return Int(Option::ZoomLvl) / 100.0; }
+    void SetZoomFactor(double factor);
+    /// ProgVersion as a number; -1 on a first run.
+    double ProgVersion() const;
+
+    void LoadOptions(const SettingsStore& store);
+    /// Puts all values into the store. They stand on disk after the store's Flush.
+    void SaveOptions(SettingsStore& store) const;
+    /// Puts one value into the store.
+    void Save(SettingsStore& store, Option option) const;
+
+private:
+    using Value = std::variant<int32_t, std::string, Rect>;
+    std::array<Value, static_cast<size_t>(Option::Count_)> values_;
+};
+
+/// A frame rectangle as it may be shown on a screen of this size: empty when less than 10 by 10 of it would be seen.
+Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight);
+
+/// How misspelled words are marked: a colour (red in the low byte) and effect bits.
+struct MarkStyle {
+    uint32_t color = 0;
+    int32_t effects = 1;
+};
+MarkStyle DerivedMarkStyle(const Settings& settings);
+
+/// A font with the colour of its text, in a section of its own. Heights are pixels of the board.
+struct FontSetting {
+    std::string faceName;
+    int32_t height = 0;
+    int32_t weight = 400;
+    bool italic = false, underline = false;
+    int32_t pitchAndFamily = 0, charSet = 0;
+    uint32_t color = 0;  ///< red in the low byte
+};
+FontSetting DefaultImageTitleFont();
+FontSetting DefaultEditTextFont();
+/// Each missing key has the value of `defaults`.
+FontSetting LoadFontSetting(const SettingsStore& store, const std::string& section, const FontSetting& defaults);
+void SaveFontSetting(SettingsStore& store, const std::string& section, const FontSetting& font);
+
+/// The background of the selected note's text (red in the low byte), section "SelNoteTxtBkColor".
+uint32_t LoadSelectedNoteColor(const SettingsStore& store);
+void SaveSelectedNoteColor(SettingsStore& store, uint32_t color);
+
+}  // namespace lore

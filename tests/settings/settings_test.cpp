@@ -1,0 +1,101 @@
+#include "settings/settings.h"
+
+#include <gtest/gtest.h>
+
+#include "support/memory_store.h"
+
+namespace lore {
+namespace {
+
+TEST(Settings, AFreshStoreGivesTheDefaults) {
+    Settings settings;
+    settings.LoadOptions(MemoryStore());
+    EXPECT_EQ(settings.Int(Option::NoteSortID), 805);
+    EXPECT_EQ(settings.ProgVersion(), -1.0);
+    EXPECT_EQ(settings.ZoomFactor(), 1.0);
+    EXPECT_TRUE(settings.Rectangle(Option::FrameRect).IsEmpty());
+    EXPECT_EQ(settings.Int(Option::Service), -1);
+    EXPECT_TRUE(settings.Flag(Option::TrayIcon));
+}
+
+TEST(Settings, ComeBackAsTheyWereStored) {
+    MemoryStore store;
+    Settings settings;
+    settings.Set(Option::FrameRect, Rect{-5, 10, 800, 600});
+    settings.Set(Option::BackupPath, std::string("/keep/a,b.lbe"));
+    settings.Set(Option::MaxNoteID, 4711);
+    settings.SetZoomFactor(1.15);
+    settings.SaveOptions(store);
+    EXPECT_EQ(store.values.at({"Options", "ZoomLvl"}), "115");
+    Settings again;
+    again.LoadOptions(store);
+    EXPECT_EQ(again.Rectangle(Option::FrameRect), (Rect{-5, 10, 800, 600}));
+    EXPECT_EQ(again.Text(Option::BackupPath), "/keep/a,b.lbe");
+    EXPECT_EQ(again.Int(Option::MaxNoteID), 4711);
+    EXPECT_EQ(again.Int(Option::ZoomLvl), 115);
+}
+
+TEST(Settings, AValueThatCantBeReadHasItsDefault) {
+    struct Case {
+        const char* key;
+        const char* stored;
+        Option option;
+        int32_t expected;
+    };
+    const Case cases[] = {{"NoteSortID", "abc", Option::NoteSortID, 805},
+                          {"NoteSortID", "", Option::NoteSortID, 805},
+                          {"NoteSortID", " 703 ", Option::NoteSortID, 703},
+                          {"ShowCats", "false", Option::ShowCats, 0},
+                          {"MaxNoteID", "99999999999", Option::MaxNoteID, INT32_MAX}};
+    for (const Case& c : cases) {
+        MemoryStore store;
+        store.Set("Options", c.key, c.stored);
+        Settings settings;
+        settings.LoadOptions(store);
+        EXPECT_EQ(settings.Int(c.option), c.expected) << c.key << "=" << c.stored;
+    }
+    for (const char* text : {"1,2,3", "1,2,3,4,5", "a,b,c,d", ""}) {
+        MemoryStore store;
+        store.Set("Options", "FrameRect", text);
+        Settings settings;
+        settings.LoadOptions(store);
+        EXPECT_EQ(settings.Rectangle(Option::FrameRect), Rect{}) << text;
+    }
+}
+
+TEST(Settings, AWindowCantComeBackOffTheScreen) {
+    const Rect onScreen{100, 100, 700, 500};
+    EXPECT_EQ(VisibleFrame(onScreen, 1024, 768), onScreen);
+    EXPECT_EQ(VisibleFrame({2000, 100, 2600, 500}, 1024, 768), Rect{});
+    EXPECT_EQ(VisibleFrame({100, 759, 700, 1200}, 1024, 768), Rect{}) << "9 pixels of height";
+    EXPECT_EQ(VisibleFrame({100, 758, 700, 1200}, 1024, 768), (Rect{100, 758, 700, 1200}));
+    EXPECT_EQ(VisibleFrame({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, 1024, 768).left, INT32_MIN);
+}
+
+TEST(Settings, MarkMisspelledWordsByColourAndEffects) {
+    Settings settings;
+    EXPECT_EQ(DerivedMarkStyle(settings).color, 255u) << "index 9 is red";
+    EXPECT_EQ(DerivedMarkStyle(settings).effects, 13);
+    settings.Set(Option::MarkSelColor, 16);
+    settings.Set(Option::MarkBold, 1);
+    settings.Set(Option::MarkStrike, 1);
+    EXPECT_EQ(DerivedMarkStyle(settings).color, 66302u);
+    EXPECT_EQ(DerivedMarkStyle(settings).effects, 79);
+}
+
+TEST(Settings, FontsAndColoursHaveSectionsOfTheirOwn) {
+    MemoryStore store;
+    EXPECT_EQ(LoadFontSetting(store, "ImgTitleFont", DefaultImageTitleFont()).weight, 700);
+    FontSetting font = DefaultEditTextFont();
+    font.faceName = "Georgia";
+    font.color = 0x123456;
+    SaveFontSetting(store, "EditTextFont", font);
+    EXPECT_EQ(store.values.at({"EditTextFont", "Red"}), "86");
+    const FontSetting again = LoadFontSetting(store, "EditTextFont", DefaultEditTextFont());
+    EXPECT_EQ(again.faceName, "Georgia");
+    EXPECT_EQ(again.color, 0x123456u);
+    EXPECT_EQ(LoadSelectedNoteColor(store), 251u | 251u << 8 | 142u << 16);
+}
+
+}  // namespace
+}  // namespace lore
