@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "base/long_list.h"
+#include "notes/note.h"
+#include "notes/search_query.h"
+
+namespace lore {
+
+class NoteMatcher;
+
+/// The formatted texts of a note's sources, in the note's order; an id that the NoteBook doesn't know has an empty one.
+using Citations = std::vector<std::string>;
+
+/// A note in a list. Entries are cheap to copy and to move: the texts stand once in memory, and the working values of
+/// the note are the same in every list that holds it.
+struct ListedNote {
+    std::shared_ptr<CNote> note;                      ///< never null
+    std::shared_ptr<const Citations> citations;       ///< null for a note without sources
+    std::shared_ptr<const NoteMatcher> pendingMarks;  ///< makes displayRtf once the note is shown; null otherwise
+
+    int32_t Id() const { return note->id; }
+};
+
+/// An ordered list of whole notes with the search that it serves: the current note list, and scratch lists.
+/// An id is found in constant time; after a change of order or a removal the next look-up costs one walk.
+class CNoteList {
+public:
+    NoteSearch search;
+
+    const std::vector<ListedNote>& Notes() const { return notes_; }
+    size_t Count() const { return notes_.size(); }
+    bool IsEmpty() const { return notes_.empty(); }
+    const CNote& operator[](size_t position) const { return *notes_[position].note; }
+    /// For working values and contents; the id must stay.
+    CNote& EditNote(size_t position) { return *notes_[position].note; }
+    /// The note ready to be shown: search marks that wait are made now.
+    const CNote& ShownNote(size_t position);
+
+    /// The first position of a note, -1 if the list doesn't hold it.
+    int PositionOf(int32_t id) const;
+    bool Contains(int32_t id) const { return PositionOf(id) >= 0; }
+    CNote* Find(int32_t id);
+    /// The ids in list order, without duplicates.
+    LongList GetNoteIDs() const;
+
+    /// Appends, whether or not the list holds the id already.
+    void AddNote(CNote note, std::shared_ptr<const Citations> citations = nullptr);
+    void AddNote(ListedNote note);
+    /// Replaces the content by that of another list, all four parts.
+    void Assign(const CNoteList& source) { *this = source; }
+    /// Appends to `target` each note of this list that it doesn't hold yet. Gives how many were added.
+    size_t AddNotesNotInList(CNoteList& target) const;
+    /// Forgets operator, search text and notes.
+    void RemoveAll();
+    /// True if the list held the note.
+    bool RemoveNote(int32_t id);
+    /// Removes all these notes in one walk.
+    void RemoveNotes(const std::unordered_set<int32_t>& ids);
+    /// Puts the saved version of a note in its place. Its flags stay, its search marks go. False if it isn't there.
+    bool ReplaceNote(CNote note, std::shared_ptr<const Citations> citations);
+    /// Takes the entry out and puts it in again so that it stands at `to`; both below Count().
+    void MoveNote(size_t from, size_t to);
+    /// Replaces all entries, the search stays.
+    void SetNotes(std::vector<ListedNote> notes);
+
+    /// Selects the note with this id, which is then no longer newly added, and no other. Gives the id, -1 if it isn't
+    /// in the list.
+    int32_t SetFocusNote(int32_t id);
+    void ClearNewFlags();
+    void ClearSelection();
+    /// Takes the search marks away, those that wait too.
+    void ClearMarks();
+    /// The note was a result: its marks are made when it is shown. Null takes them away.
+    void SetMarks(size_t position, std::shared_ptr<const NoteMatcher> marks);
+
+    /// Sorts by a sort number (see sort_order.h).
+    void SortNotes(int32_t sortId);
+
+private:
+    std::vector<ListedNote> notes_;
+    mutable std::unordered_map<int32_t, uint32_t> positions_;  // first position of each id, unless stale
+    mutable bool stale_ = false;
+};
+
+}  // namespace lore
