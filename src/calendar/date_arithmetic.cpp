@@ -1,0 +1,40 @@
+#include "calendar/date_arithmetic.h"
+
+#include <chrono>
+
+namespace lore {
+
+namespace {
+
+/// No two valid dates lie further apart.
+constexpr int64_t kMostDays = 10000 * 366;
+constexpr int kLastYear = 9999;
+
+}  // namespace
+
+DateTime PlusDays(const DateTime& date, int64_t days) {
+    if (!date.IsValid() || days > kMostDays || days < -kMostDays)
+        return DateTime::Invalid();
+    return date.PlusDays(days);
+}
+
+DateTime PlusMonths(const DateTime& date, int64_t months, int day) {
+    const int64_t month = date.Year() * int64_t{12} + date.Month() - 1 + months;
+    if (!date.IsValid() || month < 0 || month / 12 > kLastYear)
+        return DateTime::Invalid();
+    return DateTime(static_cast<int>(month / 12), static_cast<int>(month % 12) + 1, day, date.Hour(), date.Minute(),
+                    date.Second());
+}
+
+DateTime AtTimeOf(const DateTime& day, const DateTime& time) {
+    if (!day.IsValid() || !time.IsValid())
+        return DateTime::Invalid();
+    return DateTime(day.Year(), day.Month(), day.Day(), time.Hour(), time.Minute(), time.Second());
+}
+
+int DaysInMonth(int year, int month) {
+    const std::chrono::year_month_day_last last(std::chrono::year(year) / month / std::chrono::last);
+    return static_cast<int>(static_cast<unsigned>(last.day()));
+}
+
+}  // namespace lore

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/record_file.h"
+
+namespace lore {
+
+// What the two files of the calendar share: a version that no field depends on, a count, and records whose fields stand
+// in the order in which Visit...Fields names them.
+
+/// Reads or writes one field by its kind, as a visitor of the fields of a record.
+struct FieldReader {
+    RecordReader& stream;
+    void operator()(const char*, int32_t& field) const { ReadFixedInt(&stream, field); }
+    void operator()(const char*, bool& field) const { field = ReadStoredBool(&stream); }
+    void operator()(const char*, DateTime& field) const { ReadDateField(&stream, field); }
+    void operator()(const char*, LongList& field) const { ReadLongList(&stream, field); }
+    void operator()(const char*, std::string& field) const { ReadCountedString(&stream, field); }
+};
+
+struct FieldWriter {
+    RecordWriter& stream;
+    void operator()(const char*, int32_t field) const { WriteFixedInt(&stream, field); }
+    void operator()(const char*, bool field) const { WriteStoredBool(&stream, field); }
+    void operator()(const char*, const DateTime& field) const { WriteDateField(&stream, field); }
+    void operator()(const char*, const LongList& field) const { WriteLongList(&stream, field); }
+    void operator()(const char*, const std::string& field) const { WriteCountedString(&stream, field); }
+};
+
+/// Appends the records that `readOne(record)` fills and `keep(record)` wants. Returns the file's version.
+template <typename Record, typename ReadOne, typename Keep>
+double ReadRecordList(RecordReader& stream, std::vector<Record>& list, ReadOne readOne, Keep keep) {
+    const double version = ReadFixedDouble(&stream);
+    Record record;
+    ReadCounted(&stream, [&] {
+        readOne(record);
+        if (keep(record))
+            list.push_back(record);
+    });
+    return version;
+}
+
+template <typename Record, typename WriteOne>
+void WriteRecordList(RecordWriter& stream, const std::vector<Record>& list, WriteOne writeOne) {
+    WriteFixedDouble(&stream, kDataVersion);
+    WriteFixedInt(&stream, static_cast<int32_t>(list.size()));
+    for (const Record& record : list)
+        writeOne(record);
+}
+
+/// Opens a file and hands its stream to `read(stream)`. One that doesn't open has no records.
+template <typename Read>
+FileResult ReadRecordFile(const std::filesystem::path& path, Read read) {
+    std::unique_ptr<RecordReader> stream;
+    const FileResult opened = OpenRecordFile(path, stream);
+    if (opened.Ok())
+        read(*stream);
+    return opened;
+}
+
+}  // namespace lore
