@@ -1,0 +1,43 @@
+#include "platform/data_lock.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+#include <utility>
+
+namespace lore {
+
+namespace {
+constexpr char kLockName[] = "lorebinder.lock";
+}
+
+std::optional<DataLock> DataLock::Take(const std::filesystem::path& dataRoot, int& error) {
+    error = 0;
+    std::error_code ignored;
+    std::filesystem::create_directories(dataRoot, ignored);
+    const int file = ::open((dataRoot / kLockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (file < 0) {
+        error = errno;
+        return std::nullopt;
+    }
+    if (::flock(file, LOCK_EX | LOCK_NB) == 0)
+        return DataLock(file);
+    error = errno == EWOULDBLOCK ? 0 : errno;
+    ::close(file);
+    return std::nullopt;
+}
+
+DataLock::DataLock(DataLock&& other) noexcept : file_(std::exchange(other.file_, -1)) {}
+
+DataLock& DataLock::operator=(DataLock&& other) noexcept {
+    std::swap(file_, other.file_);
+    return *this;
+}
+
+DataLock::~DataLock() {
+    if (file_ >= 0)
+        ::close(file_);
+}
+
+}  // namespace lore

@@ -1,0 +1,35 @@
+#include "platform/places.h"
+
+#include <cstdlib>
+#include <string>
+#include <system_error>
+
+namespace lore {
+
+namespace {
+
+/// A base folder of the desktop: the variable if it names an absolute path, otherwise its place below the home folder.
+std::filesystem::path BaseFolder(const char* variable, const char* belowHome) {
+    const char* const set = std::getenv(variable);
+    if (set && std::filesystem::path(set).is_absolute())
+        return set;
+    const char* const home = std::getenv("HOME");
+    return std::filesystem::path(home ? home : "/") / belowHome;
+}
+
+}  // namespace
+
+std::filesystem::path UserDataRoot() {
+    return BaseFolder("XDG_DATA_HOME", ".local/share") / "Tanner Quay Rigging" / "Lorebinder";
+}
+
+std::filesystem::path UserSettingsFile() {
+    return BaseFolder("XDG_CONFIG_HOME", ".config") / "TannerQuayRig" / "Lorebinder.ini";
+}
+
+std::filesystem::path ProgramFolder() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+}  // namespace lore

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ports/clock.h"
+#include "ports/guid_source.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+class SystemClock : public Clock {
+public:
+    DateTime Now() const override;
+    DateTime NowUtc() const override;
+};
+
+/// Random GUIDs (version 4) from the system's generator.
+class SystemGuids : public GuidSource {
+public:
+    std::string NewGuid() override;
+};
+
+/// The context of one load: the present moment and new GUIDs.
+ReadContext MakeReadContext(const Clock& clock, GuidSource& guids);
+
+}  // namespace lore

@@ -1,0 +1,113 @@
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <regex>
+#include <set>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "base/file_io.h"
+#include "platform/data_lock.h"
+#include "platform/ini_store.h"
+#include "platform/places.h"
+#include "platform/system_sources.h"
+
+namespace lore {
+namespace {
+
+class Platform : public ::testing::Test {
+protected:
+    void SetUp() override { std::filesystem::create_directories(folder_); }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
+    std::filesystem::path folder_ =
+        std::filesystem::temp_directory_path() / ("lore-platform-" + std::to_string(::getpid()));
+};
+
+TEST_F(Platform, SettingsComeBackFromTheIniFile) {
+    const std::filesystem::path file = folder_ / "sub" / "settings.ini";
+    {
+        IniStore store(file);
+        EXPECT_FALSE(store.Get("Options", "Email"));
+        store.Set("Options", "Email", "a,b; \"c\" \xE9");
+        store.Set("Options", "FrameRect", "1,2,3,4");
+        store.Set("Options", "LocalGUID", "{ABCDEF01-02FA-abcd-EFAA-BB06070809FF}");
+        EXPECT_TRUE(store.Flush());
+    }
+    IniStore store(file);
+    EXPECT_EQ(store.Get("Options", "Email"), "a,b; \"c\" \xE9");
+    EXPECT_EQ(store.Get("Options", "FrameRect"), "1,2,3,4");
+    EXPECT_EQ(store.Get("Options", "LocalGUID"), "{ABCDEF01-02FA-abcd-EFAA-BB06070809FF}");
+}
+
+TEST_F(Platform, ReadsSettingsThatWereWrittenByHand) {
+    std::ofstream(folder_ / "s.ini") << "[Options]\nFrameRect=1,2,3,4\nNoteSortID=703\nNickname=J\xC3\xB6rg\n";
+    IniStore store(folder_ / "s.ini");
+    EXPECT_EQ(store.Get("Options", "FrameRect"), "1,2,3,4");
+    EXPECT_EQ(store.Get("Options", "NoteSortID"), "703");
+    EXPECT_EQ(store.Get("Options", "Nickname"), "J\xF6rg");
+}
+
+TEST_F(Platform, ReadingSettingsCreatesNoFile) {
+    {
+        IniStore store(folder_ / "none.ini");
+        EXPECT_FALSE(store.Get("Options", "Email"));
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder_));
+}
+
+TEST_F(Platform, OneProcessHoldsTheDataFolder) {
+    int error = 0;
+    auto lock = DataLock::Take(folder_, error);
+    ASSERT_TRUE(lock);
+    EXPECT_FALSE(DataLock::Take(folder_, error));
+    EXPECT_EQ(error, 0);
+    lock.reset();
+    EXPECT_TRUE(DataLock::Take(folder_, error));
+}
+
+TEST_F(Platform, AKilledProcessGivesTheLockBack) {
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        int error = 0;
+        const auto lock = DataLock::Take(folder_, error);
+        [[maybe_unused]] const auto told = ::write(ready[1], lock ? "y" : "n", 1);
+        ::pause();
+        ::_exit(0);
+    }
+    char answer = 0;
+    ASSERT_EQ(::read(ready[0], &answer, 1), 1);
+    EXPECT_EQ(answer, 'y');
+    int error = 0;
+    EXPECT_FALSE(DataLock::Take(folder_, error));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_TRUE(DataLock::Take(folder_, error));
+    ::close(ready[0]);
+    ::close(ready[1]);
+}
+
+TEST_F(Platform, GuidsAreUniqueAndHaveTheForm) {
+    SystemGuids guids;
+    const std::regex form("\\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9a-f]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\}");
+    std::set<std::string> seen;
+    for (int i = 0; i < 1000; ++i) {
+        const std::string guid = guids.NewGuid();
+        EXPECT_TRUE(std::regex_match(guid, form)) << guid;
+        EXPECT_TRUE(seen.insert(guid).second);
+    }
+}
+
+TEST_F(Platform, PlacesFollowTheDesktopsVariables) {
+    ::setenv("XDG_DATA_HOME", "/d", 1);
+    ::setenv("XDG_CONFIG_HOME", "relative", 1);
+    ::setenv("HOME", "/h", 1);
+    EXPECT_EQ(UserDataRoot(), "/d/Tanner Quay Rigging/Lorebinder");
+    EXPECT_EQ(UserSettingsFile(), "/h/.config/TannerQuayRig/Lorebinder.ini");
+    EXPECT_TRUE(std::filesystem::exists(ProgramFolder()));
+}
+
+}  // namespace
+}  // namespace lore
