@@ -6,6 +6,7 @@
 
 #include "bibliography/source.h"
 #include "notes/note.h"
+#include "settings/settings.h"
 
 namespace lore {
 
@@ -17,12 +18,7 @@ struct BoardOptions {
     int sourceSize = 18;                       ///< height of source text in pixels at 100 %
     double zoom = 1.0;                         ///< 1.0 to 2.0
     Rgb focusGround = MakeRgb(251, 251, 142);  ///< ground of the focus note's text, as chosen for a light palette
-    std::string pictureTitleFace = "Times New Roman";
-    int pictureTitleHeight = 20;  ///< pixels at 100 %
-    int pictureTitleWeight = 700;
-    bool pictureTitleUnderlined = true;
-
-    bool operator==(const BoardOptions&) const = default;
+    FontSetting pictureTitle = DefaultImageTitleFont();
 };
 
 /// The ordered notes that the board shows. The board reads it while it paints, so that the answers have to be quick.

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "base/rgb.h"
+
+namespace lore {
+
+/// The core's bytes as a text for the screen, and back. Nothing is lost either way.
+QString ToQString(std::string_view bytes);
+std::string FromQString(const QString& text);
+
+QString ToQString(const std::filesystem::path& path);
+
+inline QColor ToQColor(Rgb color) {
+    return QColor(static_cast<int>(RedOf(color)), static_cast<int>(GreenOf(color)), static_cast<int>(BlueOf(color)));
+}
+
+}  // namespace lore
