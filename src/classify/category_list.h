@@ -85,6 +85,11 @@ private:
     mutable NodesByID nodes_;  // empty until the first search after a change
 };
 
+/// HighestID of one tree.
+int32_t HighestCategoryID(const CProCategoryTree& tree);
+/// GetMaxCategoryID for a forest whose highest id is known.
+int32_t RaiseToHighest(int32_t highest, int& maxCategoryID);
+
 /// The id of the category that a path leads to: the last of its deepest nodes, or of its nearest ancestor with an id
 /// above 0; -1 if there is none.
 int32_t DeepestCategoryID(const CProCategoryTree& path);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,11 @@ inline constexpr char kUnassignedName[] = "<UNASSIGNED>";
 /// Set numbers are 1, 2 and 3; this one means all three. Any other number selects no set.
 inline constexpr int kAllSets = 0;
 inline constexpr int kSetCount = 3;
+
+/// The id behind another; the highest that 32 bits hold stays.
+constexpr int32_t CategoryIDAfter(int32_t id) {
+    return id == std::numeric_limits<int32_t>::max() ? id : id + 1;
+}
 
 /// One list of note ids for each of the sets 1, 2 and 3.
 using SetLists = std::array<LongList, kSetCount>;

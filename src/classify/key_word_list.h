@@ -48,7 +48,6 @@ public:
 
 private:
     void MergePiece(std::string_view name, int32_t note);
-    void DropEmptied(const std::vector<bool>& emptied);
     void Reindex();
 
     std::vector<CKeyWord> entries_;

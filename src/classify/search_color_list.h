@@ -41,9 +41,11 @@ private:
     size_t FindPosition(Rgb color) const;
     void Reindex();
 
+    static constexpr int32_t kFirstID = 4;
+
     std::vector<CSearchColor> entries_;
     std::unordered_map<uint32_t, size_t> cells_;  // position by colour cell; a cell is so small that it holds one entry
-    int32_t highestID_ = 3;
+    int32_t nextID_ = kFirstID;                   // one above the highest id
 };
 
 }  // namespace lore

@@ -1,0 +1,250 @@
+#include "classify/category_list.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/text.h"
+#include "classify/category_record.h"
+#include "classify/note_lists.h"
+
+namespace lore {
+
+namespace {
+
+/// What GetMaxCategoryID gives instead of the reserved id.
+constexpr int32_t kBehindReserved = 21122117;
+
+template <typename Take>
+void ForIDs(const CProCategoryTree& node, const Take& take) {
+    take(node.IsUnassigned() ? 0 : node.id);
+    if (node.IsUnassigned())
+        return;
+    for (const CProCategoryTree& child : node.children)
+        ForIDs(child, take);
+}
+
+template <typename Take>
+void ForNodes(const CProCategoryTree& node, const Take& take) {
+    take(node);
+    for (const CProCategoryTree& child : node.children)
+        ForNodes(child, take);
+}
+
+void RemoveFromTree(CProCategoryTree& node, const LongList& notes, int set) {
+    for (int i = 0; i < kSetCount; ++i)
+        if (SelectsSet(set, i))
+            RemoveEach(node.notes[static_cast<size_t>(i)], notes);
+    for (CProCategoryTree& child : node.children)
+        RemoveFromTree(child, notes, set);
+}
+
+struct Deepest {
+    int level = -1;
+    int32_t id = -1;
+};
+
+void SeekDeepest(const CProCategoryTree& node, int level, Deepest& deepest) {
+    if (level >= deepest.level) {
+        deepest.level = level;
+        if (node.id > 0)
+            deepest.id = node.id;
+    }
+    for (const CProCategoryTree& child : node.children)
+        SeekDeepest(child, level + 1, deepest);
+}
+
+const CProCategoryTree* FirstWith(const std::vector<CProCategoryTree>& siblings, int32_t note, int set) {
+    for (const CProCategoryTree& node : siblings)
+        if ((node.parent || !node.IsUnassigned()) && node.HasNote(note, set))
+            return &node;
+    return nullptr;
+}
+
+}  // namespace
+
+CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
+    version = other.version;
+    EditRoots() = other.roots_;
+    return *this;
+}
+
+std::vector<CProCategoryTree>& CProCategoryList::EditRoots() {
+    nodes_.clear();
+    return roots_;
+}
+
+void CProCategoryList::RemoveAll() {
+    EditRoots().clear();
+}
+
+FileResult CProCategoryList::Load(const std::filesystem::path& path) {
+    std::unique_ptr<RecordReader> reader;
+    const FileResult result = OpenRecordFile(path, reader);
+    Read(result.Ok() ? reader.get() : nullptr);
+    return result;
+}
+
+FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
+    RecordWriter writer;
+    Write(&writer);
+    return SaveRecordFile(path, writer);
+}
+
+bool CProCategoryList::FileExists(const std::filesystem::path& path) {
+    std::string bytes;
+    return ReadFile(path, bytes).Ok();
+}
+
+void CProCategoryList::Read(RecordReader* stream) {
+    RemoveAll();
+    if (stream) {
+        version = ReadFixedDouble(stream);
+        ReadCounted(stream, [&] { ReadCategoryRecord(stream, roots_.emplace_back()); });
+    }
+    if (!FindByID(kUnassignedID))
+        roots_.emplace_back(kUnassignedID, kUnassignedName);
+    LinkAll();
+}
+
+void CProCategoryList::Write(RecordWriter* stream) const {
+    WriteFixedDouble(stream, kDataVersion);
+    WriteFixedInt(stream, static_cast<int32_t>(roots_.size()));
+    for (const CProCategoryTree& root : roots_)
+        WriteCategoryRecord(stream, root);
+}
+
+CProCategoryTree& CProCategoryList::AddRoot(const CProCategoryTree& root) {
+    CProCategoryTree& added = EditRoots().emplace_back(root);
+    added.LinkChildren();
+    return added;
+}
+
+void CProCategoryList::LinkAll() {
+    for (CProCategoryTree& root : EditRoots()) {
+        root.parentID = -1;
+        root.parent = nullptr;
+        root.LinkChildren();
+    }
+}
+
+void CProCategoryList::Assign(const CProCategoryList& other) {
+    *this = other;
+    LinkAll();
+}
+
+const CProCategoryList::NodesByID& CProCategoryList::Nodes() const {
+    if (nodes_.empty())
+        for (const CProCategoryTree& root : roots_)
+            ForNodes(root, [&](const CProCategoryTree& node) { nodes_.emplace(node.id, &node); });
+    return nodes_;
+}
+
+const CProCategoryTree* CProCategoryList::FindByID(int32_t id) const {
+    const auto hit = Nodes().find(id);
+    return hit == nodes_.end() ? nullptr : hit->second;
+}
+
+const CProCategoryTree* CProCategoryList::FindByPlace(std::string_view name, std::string_view parentName,
+                                                      int level) const {
+    for (const CProCategoryTree& root : roots_)
+        if (const CProCategoryTree* hit = root.FindByPlace(name, parentName, level))
+            return hit;
+    return nullptr;
+}
+
+const CProCategoryTree* CProCategoryList::FindRootByName(std::string_view name) const {
+    const auto hit = std::find_if(roots_.begin(), roots_.end(),
+                                  [&](const CProCategoryTree& root) { return EqualNoCase(root.name, name); });
+    return hit == roots_.end() ? nullptr : &*hit;
+}
+
+CProCategoryTree* CProCategoryList::FindByID(int32_t id) {
+    return const_cast<CProCategoryTree*>(std::as_const(*this).FindByID(id));
+}
+
+CProCategoryTree* CProCategoryList::FindByPlace(std::string_view name, std::string_view parentName, int level) {
+    return const_cast<CProCategoryTree*>(std::as_const(*this).FindByPlace(name, parentName, level));
+}
+
+CProCategoryTree* CProCategoryList::FindRootByName(std::string_view name) {
+    return const_cast<CProCategoryTree*>(std::as_const(*this).FindRootByName(name));
+}
+
+int32_t HighestCategoryID(const CProCategoryTree& tree) {
+    int32_t highest = -1;
+    ForIDs(tree, [&](int32_t id) { highest = std::max(highest, id); });
+    return highest;
+}
+
+int32_t CProCategoryList::HighestID() const {
+    int32_t highest = -1;
+    for (const CProCategoryTree& root : roots_)
+        highest = std::max(highest, HighestCategoryID(root));
+    return highest;
+}
+
+int32_t RaiseToHighest(int32_t highest, int& maxCategoryID) {
+    maxCategoryID = std::max(maxCategoryID, highest);
+    return maxCategoryID == kUnassignedID ? kBehindReserved : maxCategoryID;
+}
+
+int32_t CProCategoryList::GetMaxCategoryID(int& maxCategoryID) const {
+    return RaiseToHighest(HighestID(), maxCategoryID);
+}
+
+void CProCategoryList::RaiseMaxCategoryID(int& maxCategoryID) const {
+    for (const CProCategoryTree& root : roots_)
+        ForIDs(root, [&](int32_t id) {
+            if (id < kUnassignedID)
+                maxCategoryID = std::max(maxCategoryID, id);
+        });
+    maxCategoryID = CategoryIDAfter(maxCategoryID);
+}
+
+void CProCategoryList::RemoveNote(int32_t note, int set) {
+    for (CProCategoryTree& root : roots_)
+        root.RemoveNote(note, set);
+}
+
+void CProCategoryList::RemoveNotes(const LongList& notes, int set) {
+    for (CProCategoryTree& root : roots_)
+        RemoveFromTree(root, notes, set);
+}
+
+bool CProCategoryList::HasNoteAnywhere(int set, int32_t note) const {
+    return std::any_of(roots_.begin(), roots_.end(),
+                       [&](const CProCategoryTree& root) { return root.HasNoteInTree(note, set); });
+}
+
+CProCategoryTree CProCategoryList::GetNotePath(int32_t note, int set) const {
+    CProCategoryTree path;
+    const CProCategoryTree* hit = FirstWith(roots_, note, set);
+    if (!hit)
+        return path;
+    path.id = hit->id;
+    path.name = hit->name;
+    CProCategoryTree* end = &path;
+    while ((hit = FirstWith(hit->children, note, set)))
+        end = &end->children.emplace_back(hit->id, hit->name);
+    path.LinkChildren();
+    return path;
+}
+
+void CProCategoryList::IndexNote(int32_t note, const CProCategoryTree& path, int set) {
+    const bool empty = path.IsEmptyPath();
+    CProCategoryTree* node = FindByID(empty ? kUnassignedID : DeepestCategoryID(path));
+    if (node && !(empty && node->parent))
+        node->AddNoteUpward(note, set);
+}
+
+int32_t DeepestCategoryID(const CProCategoryTree& path) {
+    Deepest deepest;
+    SeekDeepest(path, 0, deepest);
+    return deepest.id;
+}
+
+bool IsUnassignedPath(const CProCategoryTree& path) {
+    return path.IsUnassigned() || path.name == kUnassignedName;
+}
+
+}  // namespace lore

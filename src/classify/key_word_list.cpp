@@ -1,0 +1,112 @@
+#include "classify/key_word_list.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "base/text.h"
+#include "classify/note_lists.h"
+
+namespace lore {
+
+std::vector<std::string_view> SplitKeyWords(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(','), text.size()));
+    text = text.substr(0, text.find_last_not_of(',') + 1);
+    text = TrimLeft(text);
+    std::vector<std::string_view> pieces;
+    if (text.empty())
+        return pieces;
+    // A comma at the very front, behind blanks, doesn't make the text a list by itself.
+    if (text.find(',', 1) == std::string_view::npos)
+        return {Trim(text)};
+    for (size_t comma = 0; comma != std::string_view::npos; text.remove_prefix(comma + 1)) {
+        comma = text.find(',');
+        pieces.push_back(Trim(text.substr(0, comma)));
+        if (comma == std::string_view::npos)
+            break;
+    }
+    return pieces;
+}
+
+const CKeyWord* CKeyWordList::FindKeyWord(size_t position) const {
+    return position < entries_.size() ? &entries_[position] : nullptr;
+}
+
+const CKeyWord* CKeyWordList::FindByName(std::string_view name) const {
+    const auto found = positions_.find(std::string(name));
+    return found == positions_.end() ? nullptr : &entries_[found->second];
+}
+
+void CKeyWordList::RemoveAll() {
+    entries_.clear();
+    positions_.clear();
+}
+
+void CKeyWordList::AddKeyWordsOfNote(std::string_view text, int32_t note) {
+    for (const std::string_view piece : SplitKeyWords(text))
+        MergePiece(piece, note);
+}
+
+void CKeyWordList::MergePiece(std::string_view name, int32_t note) {
+    const auto [place, isNew] = positions_.emplace(name, entries_.size());
+    if (isNew)
+        entries_.emplace_back().name = name;
+    entries_[place->second].notes.AddUnique(note);
+}
+
+void CKeyWordList::RemoveNote(int32_t note) {
+    RemoveNotes(LongList{note});
+}
+
+void CKeyWordList::RemoveNotes(const LongList& notes) {
+    const size_t gone = std::erase_if(
+        entries_, [&](CKeyWord& entry) { return RemoveEach(entry.notes, notes) && entry.notes.IsEmpty(); });
+    if (gone > 0)
+        Reindex();
+}
+
+void CKeyWordList::Reindex() {
+    positions_.clear();
+    for (size_t i = 0; i < entries_.size(); ++i)
+        positions_.emplace(entries_[i].name, i);
+}
+
+void CKeyWordList::SortKeyWords() {
+    std::vector<std::string> lowered;
+    lowered.reserve(entries_.size());
+    for (const CKeyWord& entry : entries_)
+        lowered.push_back(ToLower(entry.name));
+    // From the last to the first, so that a stable sort puts the later of two equal names in front.
+    std::vector<size_t> order(entries_.size());
+    std::iota(order.rbegin(), order.rend(), size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) { return lowered[a] < lowered[b]; });
+    std::vector<CKeyWord> sorted;
+    sorted.reserve(entries_.size());
+    for (const size_t position : order)
+        sorted.push_back(std::move(entries_[position]));
+    entries_ = std::move(sorted);
+    Reindex();
+}
+
+void CKeyWordList::NumberEntries(int32_t note) {
+    for (size_t i = 0; i < entries_.size(); ++i) {
+        entries_[i].id = static_cast<int32_t>(i);
+        entries_[i].selected = entries_[i].notes.Contains(note);
+    }
+}
+
+std::string CKeyWordList::GetKeyWordsOfNote(int32_t note, std::string_view separator) const {
+    std::string text;
+    bool first = true;
+    for (const CKeyWord& entry : entries_) {
+        if (!entry.notes.Contains(note))
+            continue;
+        if (!first)
+            text += separator;
+        text += entry.name;
+        first = false;
+    }
+    text.resize(TrimRight(text).size());
+    return text;
+}
+
+}  // namespace lore
