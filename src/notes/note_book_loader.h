@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "base/long_list.h"
 #include "notes/note.h"
+#include "notes/note_finder.h"
 #include "notes/open_notebook.h"
 #include "ports/fault_notice.h"
 #include "ports/progress.h"
@@ -73,26 +73,5 @@ struct LoadReport {
 /// stores the counters at once.
 LoadReport LoadNoteBook(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults,
                         const LoadOptions& options);
-
-/// Deletes the note files that hold no note: those whose count reads 0 with nothing behind it. A file with a count of 0
-/// that holds more is left and reported.
-void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* progress);
-
-/// The notes with these ids in the order given, each id once; an id that the index doesn't hold is left out. Each file
-/// is read once.
-std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
-                             FaultNotice& faults);
-
-/// Appends the notes of all note files of a folder: files by name, notes in file order, a note that stands twice once.
-void LoadAllNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
-                  std::vector<CNote>& notes);
-
-/// How many notes LoadAllNotes would give.
-size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults);
-
-/// The ids of the note list when the NoteBook was last closed; none if the file is missing.
-LongList LoadLastViewList(const NoteBookPaths& paths, FaultNotice& faults);
-/// Writes the ids in order, each once.
-void SaveLastViewList(const NoteBookPaths& paths, const LongList& ids, FaultNotice& faults);
 
 }  // namespace lore

@@ -20,7 +20,8 @@ struct CNoteIDsPath {
 /// constant time.
 class NoteIndex {
 public:
-    /// Puts the id behind the others of the file. An id that the index holds already stays where it is.
+    /// Puts the id behind the others of the file. An id that the index holds already stays where it is; one of 0 or
+    /// less is no note.
     void AddToIndex(std::string_view path, int32_t id);
     void AddToIndex(std::string_view path, const LongList& ids);
     /// The file of a note, or nothing.

@@ -47,7 +47,7 @@ CDatabase MainNoteBook(const std::string& localGuid);
 std::optional<CDatabase> FindByGuid(const std::vector<CDatabase>& list, const std::string& localGuid,
                                     std::string_view guid);
 std::optional<CDatabase> FindById(const std::vector<CDatabase>& list, const std::string& localGuid, int32_t id);
-/// A NoteBook by what a user types: its guid, its folder's name or its name, tried in this order.
+/// A NoteBook by what a user types: its name, its folder's name or its guid, tried in this order.
 std::optional<CDatabase> FindNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
                                       std::string_view text);
 

@@ -61,6 +61,9 @@ struct PathRoots {
 /// of the open NoteBook; any other lies beside the program. Both separators are taken. Creates nothing.
 std::filesystem::path ResolvePath(std::string_view relative, const PathRoots& roots);
 
+/// Creates a NoteBook's folder with its folders for notes and attachments; what exists already is no failure.
+void CreateNoteBookFolders(const NoteBookPaths& paths);
+
 /// Creates the folder "Data Files" below the root and what leads to it; what exists already is no failure.
 void ComputeFolders(const std::filesystem::path& dataRoot);
 

@@ -20,7 +20,8 @@ struct PrintNote {
 /// Writes the hand-over file of the print program. An empty list writes nothing.
 FileResult SavePrintPreview(const std::filesystem::path& path, const std::vector<PrintNote>& notes);
 
-/// Empties the list and reads a hand-over file. `version`, if given, is the text in front.
+/// Empties the list and reads a hand-over file; records with an id of 0 or less are no notes. `version`, if given, is
+/// the text in front.
 FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,
                             std::vector<PrintNote>& notes, std::string* version = nullptr);
 

@@ -1,0 +1,68 @@
+#include "notes/category_conversion.h"
+
+#include <system_error>
+#include <vector>
+
+#include "notes/file_faults.h"
+#include "notes/note_file.h"
+#include "notes/note_file_walk.h"
+
+namespace lore {
+
+namespace {
+
+void ConvertFile(CategoryConversion& conversion, const std::filesystem::path& file, const ReadContext& context,
+                 FaultNotice& faults) {
+    NoteFileReader reader(context);
+    TellFailedRead(faults, kNoteFileUnread, file, reader.Open(file));
+    std::vector<CNote> notes;
+    while (reader.Next())
+        notes.push_back(reader.TakeNote());
+    for (CNote& note : notes)
+        conversion.MergeNote(note);
+    if (reader.IsDamaged())
+        faults.Tell({"A note file could not be converted", file.string(), "The file is damaged"});
+    else if (!notes.empty())
+        TellFailedWrite(faults, kNoteFileUnwritten, file, SaveNoteFile(file, notes));
+}
+
+}  // namespace
+
+bool NeedsCategoryConversion(const NoteBookPaths& paths) {
+    std::error_code error;
+    return std::filesystem::symlink_status(paths.Categories(), error).type() == std::filesystem::file_type::not_found;
+}
+
+CategoryConversion::CategoryConversion(int& maxCategoryID)
+    : merger_(std::make_unique<CategoryMerger>(forest_, maxCategoryID)) {}
+
+void CategoryConversion::MergeNote(CNote& note) {
+    for (int set = 1; set <= kSetCount; ++set)
+        merger_->MergePath(note.id, note.categories[static_cast<size_t>(set - 1)], set);
+}
+
+void CategoryConversion::MergeEmptyCategories(const NoteBookPaths& paths, FaultNotice& faults) {
+    for (int set = 1; set <= kSetCount; ++set) {
+        std::vector<CCategoryTree> trees;
+        const std::filesystem::path file = paths.EmptyCategories(set);
+        TellFailedRead(faults, "A file of older categories could not be read", file, LoadEmptyCategories(file, trees));
+        merger_->MergeEmptyCategories(trees);
+    }
+}
+
+CProCategoryList CategoryConversion::Finish() {
+    merger_.reset();
+    return std::move(forest_);
+}
+
+void ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const ReadContext& context,
+                       FaultNotice& faults) {
+    CategoryConversion conversion(maxCategoryID);
+    for (const std::filesystem::path& file : NoteFilesOf(paths.Notes()))
+        ConvertFile(conversion, file, context, faults);
+    conversion.MergeEmptyCategories(paths, faults);
+    TellFailedWrite(faults, "The categories could not be written", paths.Categories(),
+                    conversion.Finish().Save(paths.Categories()));
+}
+
+}  // namespace lore

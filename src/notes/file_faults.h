@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "base/file_io.h"
+#include "ports/fault_notice.h"
+
+namespace lore {
+
+/// Tells of a read that failed. A file that isn't there counts as having no records and is no failure.
+inline void TellFailedRead(FaultNotice& faults, const char* what, const std::filesystem::path& path,
+                           const FileResult& result) {
+    if (!result.Ok() && !result.Missing())
+        faults.Tell({what, path.string(), result.Reason()});
+}
+
+/// Tells of a write that failed, for whatever reason.
+inline void TellFailedWrite(FaultNotice& faults, const char* what, const std::filesystem::path& path,
+                            const FileResult& result) {
+    if (!result.Ok())
+        faults.Tell({what, path.string(), result.Reason()});
+}
+
+/// What a note file that failed is called in such a message.
+inline constexpr char kNoteFileUnread[] = "A note file could not be read";
+inline constexpr char kNoteFileUnwritten[] = "A note file could not be written";
+
+}  // namespace lore

@@ -1,0 +1,260 @@
+#include "notes/note_book_loader.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <limits>
+#include <utility>
+
+#include "notes/category_conversion.h"
+#include "notes/file_faults.h"
+#include "notes/note_brief.h"
+#include "notes/note_copies.h"
+#include "notes/note_file_walk.h"
+
+namespace lore {
+
+namespace {
+
+/// The parts of a load before the note files, as the progress window counts them.
+constexpr int kFirstRange = 21;
+
+/// The larger of the two, plus 1; the highest number stays.
+int MovedOn(int counter, int highest) {
+    const int largest = std::max(counter, highest);
+    return largest < std::numeric_limits<int>::max() ? largest + 1 : largest;
+}
+
+/// What the walk leaves of one note file.
+struct FileNotes {
+    std::vector<NoteBrief> briefs;
+    std::vector<CNote> heads;  // parallel to briefs, where heads are wanted
+};
+
+class Loader {
+public:
+    Loader(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults,
+           const LoadOptions& options)
+        : book_(book), counters_(counters), context_(context), faults_(faults), options_(options) {}
+
+    LoadReport Run();
+
+private:
+    bool IsFull() const { return options_.mode == LoadMode::Full; }
+    void Step() {
+        if (options_.progress)
+            options_.progress->StepIt();
+    }
+    void BeginProgress();
+    void ResetBook();
+    void ReadLists();
+    void ReadCategories();
+    void ReadFiles();
+    void TakeFile(size_t file, NoteFileReader& reader);
+    void ShowFile(size_t file, const FileResult& result);
+    void BuildForest();
+    void ChooseCopies();
+    void FileNotesIntoBook();
+    void TakeHeads();
+    void WriteBack();
+    void MoveCountersOn();
+
+    OpenNoteBook& book_;
+    IdCounters& counters_;
+    const ReadContext& context_;
+    FaultNotice& faults_;
+    const LoadOptions& options_;
+
+    LoadReport report_;
+    std::vector<std::filesystem::path> files_;
+    std::vector<FileNotes> notes_;  // one a file
+    bool keepHeads_ = false;
+    bool sourcesAreWhole_ = false;
+};
+
+LoadReport Loader::Run() {
+    BeginProgress();
+    if (IsFull())
+        CreateNoteBookFolders(book_.paths);
+    ResetBook();
+    files_ = NoteFilesOf(book_.paths.Notes());
+    for (const std::filesystem::path& file : files_)
+        report_.files.push_back(file.filename().string());
+    ReadLists();
+    ReadFiles();
+    if (report_.converted && !IsFull())
+        BuildForest();
+    ChooseCopies();
+    FileNotesIntoBook();
+    book_.keyWords.SortKeyWords();
+    book_.sources.LinkCustomTypes(book_.types);
+    if (options_.keepHeads)
+        TakeHeads();
+    if (options_.texts)
+        options_.texts->Finish(report_.shown);
+    if (IsFull()) {
+        WriteBack();
+        MoveCountersOn();
+    }
+    if (options_.progress)
+        options_.progress->Hide();
+    return std::move(report_);
+}
+
+void Loader::BeginProgress() {
+    if (!options_.progress)
+        return;
+    options_.progress->SetRange(0, kFirstRange);
+    options_.progress->SetPosition(0);
+    options_.progress->SetMessage("Loading Notes Information...");
+    options_.progress->Show();
+}
+
+void Loader::ResetBook() {
+    OpenNoteBook empty;
+    empty.database = std::move(book_.database);
+    empty.paths = std::move(book_.paths);
+    book_ = std::move(empty);
+}
+
+void Loader::ReadLists() {
+    const NoteBookPaths& paths = book_.paths;
+    Step();
+    const FileResult authors = book_.authors.LoadAuthors(paths.Authors());
+    TellFailedRead(faults_, "The authors could not be read", paths.Authors(), authors);
+    Step();
+    TellFailedRead(faults_, "The source types could not be read", paths.SourceTypes(),
+                   book_.types.LoadTypes(paths.SourceTypes(), context_));
+    Step();
+    const FileResult sources = book_.sources.LoadSources(paths.Sources(), context_);
+    TellFailedRead(faults_, "The sources could not be read", paths.Sources(), sources);
+    // Formatting takes out the ids of authors that the list lacks, so a file that was read in part must not be followed
+    // by a write.
+    sourcesAreWhole_ = (authors.Ok() || authors.Missing()) && book_.authors.ReadWhole() &&
+                       (sources.Ok() || sources.Missing()) && book_.sources.ReadWhole();
+    Step();
+    ReadCategories();
+    Step();
+    TellFailedRead(faults_, "The sync log could not be read", paths.SyncLog(),
+                   LoadSyncLogFrom(paths.SyncLog(), book_.syncLog));
+}
+
+void Loader::ReadCategories() {
+    report_.converted = NeedsCategoryConversion(book_.paths);
+    if (report_.converted && IsFull())
+        ConvertCategories(book_.paths, counters_.MaxCategoryID, context_, faults_);
+    if (report_.converted && !IsFull())
+        return;  // the forest comes with the notes
+    TellFailedRead(faults_, "The categories could not be read", book_.paths.Categories(),
+                   book_.categories.Load(book_.paths.Categories()));
+}
+
+void Loader::ReadFiles() {
+    if (options_.progress)
+        options_.progress->SetMessage("Setting Global Info...");
+    if (options_.texts)
+        options_.texts->Begin(files_.size());
+    keepHeads_ = options_.keepHeads || (report_.converted && !IsFull());
+    notes_.resize(files_.size());
+    WalkNoteFiles(
+        files_, context_, options_.threads, [this](size_t file, NoteFileReader& reader) { TakeFile(file, reader); },
+        [this](size_t file, const FileResult& result) { ShowFile(file, result); });
+}
+
+void Loader::TakeFile(size_t file, NoteFileReader& reader) {
+    FileNotes& notes = notes_[file];
+    while (reader.Next()) {
+        CNote& head = reader.Head();
+        notes.briefs.push_back(MakeNoteBrief(head, IsAtHome(head, files_[file])));
+        if (options_.texts) {
+            const NotePlace place{static_cast<uint32_t>(file), static_cast<uint32_t>(reader.NoteNumber())};
+            options_.texts->Take(place, head.id, reader.RtfText());
+        }
+        if (keepHeads_)
+            notes.heads.push_back(std::move(head));
+    }
+}
+
+void Loader::ShowFile(size_t file, const FileResult& result) {
+    TellFailedRead(faults_, kNoteFileUnread, files_[file], result);
+    if (!options_.progress)
+        return;
+    const size_t count = notes_[file].briefs.size();
+    options_.progress->SetRange(0, static_cast<int>(count) + 1);
+    options_.progress->SetMessage("Loading info:  *" + report_.files[file]);
+    for (size_t note = 0; note < count; ++note)
+        options_.progress->StepIt();
+}
+
+/// What the conversion would write and the load would then read, without writing.
+void Loader::BuildForest() {
+    int maxCategoryID = counters_.MaxCategoryID;
+    CategoryConversion conversion(maxCategoryID);
+    for (FileNotes& file : notes_) {
+        for (size_t note = 0; note < file.heads.size(); ++note) {
+            conversion.MergeNote(file.heads[note]);
+            file.briefs[note].categories = CategoryPlaces(file.heads[note]);
+        }
+    }
+    conversion.MergeEmptyCategories(book_.paths, faults_);
+    RecordWriter writer;
+    conversion.Finish().Write(&writer);
+    RecordReader reader(writer.DiskBytes());
+    book_.categories.Read(&reader);
+}
+
+void Loader::ChooseCopies() {
+    std::vector<NoteCopy> copies;
+    std::vector<ShownNote> all;
+    for (size_t file = 0; file < notes_.size(); ++file) {
+        for (size_t note = 0; note < notes_[file].briefs.size(); ++note) {
+            const NoteBrief& brief = notes_[file].briefs[note];
+            copies.push_back({brief.id, brief.isHome});
+            all.push_back({brief.id, {static_cast<uint32_t>(file), static_cast<uint32_t>(note)}});
+        }
+    }
+    const std::vector<bool> shown = ShownCopies(copies);
+    for (size_t i = 0; i < all.size(); ++i) {
+        if (shown[i])
+            report_.shown.push_back(all[i]);
+    }
+}
+
+void Loader::FileNotesIntoBook() {
+    std::vector<std::string> paths;
+    for (const std::filesystem::path& file : files_)
+        paths.push_back(file.string());
+    for (const ShownNote& note : report_.shown) {
+        FileBrief(book_, notes_[note.place.file].briefs[note.place.record]);
+        book_.index.AddToIndex(paths[note.place.file], note.id);
+    }
+}
+
+void Loader::TakeHeads() {
+    report_.heads.reserve(report_.shown.size());
+    for (const ShownNote& note : report_.shown)
+        report_.heads.push_back(std::move(notes_[note.place.file].heads[note.place.record]));
+}
+
+void Loader::WriteBack() {
+    if (sourcesAreWhole_)
+        TellFailedWrite(faults_, "The sources could not be written", book_.paths.Sources(),
+                        book_.sources.SaveSources(book_.paths.Sources(), book_.authors));
+}
+
+void Loader::MoveCountersOn() {
+    int32_t highest = 0;
+    for (const ShownNote& note : report_.shown)
+        highest = std::max(highest, note.id);
+    counters_.MaxNoteID = MovedOn(counters_.MaxNoteID, highest);
+    counters_.MaxAuthorID = MovedOn(counters_.MaxAuthorID, book_.authors.NextAuthorID());
+    book_.categories.RaiseMaxCategoryID(counters_.MaxCategoryID);
+}
+
+}  // namespace
+
+LoadReport LoadNoteBook(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults,
+                        const LoadOptions& options) {
+    return Loader(book, counters, context, faults, options).Run();
+}
+
+}  // namespace lore

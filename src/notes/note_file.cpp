@@ -1,0 +1,81 @@
+#include "notes/note_file.h"
+
+namespace lore {
+
+// A note file:
+//
+//   FixedDouble  version, which decides the shape of every record
+//   FixedInt     count
+//   note record  x count
+
+FileResult NoteFileReader::Open(const std::filesystem::path& path) {
+    std::string bytes;
+    const FileResult result = ReadFile(path, bytes);
+    OpenBytes(std::move(bytes));
+    if (!result.Ok())
+        stream_.reset();
+    return result;
+}
+
+void NoteFileReader::OpenBytes(std::string diskBytes) {
+    stream_ = std::make_unique<RecordReader>(std::move(diskBytes));
+    version_ = ReadFixedDouble(stream_.get());
+    count_ = ReadFixedInt(stream_.get());
+    read_ = 0;
+    taken_ = 0;
+}
+
+bool NoteFileReader::Next() {
+    while (stream_ && read_ < count_ && stream_->WantsEntry()) {
+        ++read_;
+        ReadNoteHead(stream_.get(), version_, context_, note_, texts_);
+        if (note_.id > 0) {
+            ++taken_;
+            return true;
+        }
+    }
+    return false;
+}
+
+CNote NoteFileReader::TakeNote() {
+    CNote note = std::move(note_);
+    note.plainText = texts_.plainText;
+    note.rtfText = texts_.rtfText;
+    return note;
+}
+
+bool NoteFileReader::IsDamaged() const {
+    return stream_ && (stream_->RanOut() || !stream_->AtEnd());
+}
+
+FileResult LoadNoteFile(const std::filesystem::path& path, const ReadContext& context, std::vector<CNote>& notes) {
+    notes.clear();
+    NoteFileReader reader(context);
+    const FileResult result = reader.Open(path);
+    while (reader.Next())
+        notes.push_back(reader.TakeNote());
+    return result;
+}
+
+std::string NoteFileBytes(std::span<const CNote> notes) {
+    RecordWriter writer;
+    WriteFixedDouble(&writer, kDataVersion);
+    WriteFixedInt(&writer, static_cast<int32_t>(notes.size()));
+    for (const CNote& note : notes)
+        WriteNote(&writer, note);
+    return writer.DiskBytes();
+}
+
+FileResult SaveNoteFile(const std::filesystem::path& path, std::span<const CNote> notes) {
+    return WriteFileAtomically(path, NoteFileBytes(notes));
+}
+
+FileResult VisitNoteFile(const std::filesystem::path& path, const ReadContext& context, const NoteVisitor& visit) {
+    NoteFileReader reader(context);
+    const FileResult result = reader.Open(path);
+    while (reader.Next())
+        visit(reader.Head(), reader.RtfText());
+    return result;
+}
+
+}  // namespace lore

@@ -1,0 +1,103 @@
+#include "notes/note_file_walk.h"
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+namespace lore {
+
+namespace {
+
+/// The files of one walk, which its threads take one after the other.
+class SharedWalk {
+public:
+    SharedWalk(const std::vector<std::filesystem::path>& files, const ReadContext& context, const NoteFileTask& task)
+        : files_(files), context_(context), task_(task), results_(files.size()), ready_(files.size(), false) {}
+
+    /// Reads the next file that nobody has taken; false if there is none.
+    bool ReadOne() {
+        const size_t file = next_.fetch_add(1);
+        if (file >= files_.size())
+            return false;
+        NoteFileReader notes(context_);
+        const FileResult result = notes.Open(files_[file]);
+        task_(file, notes);
+        const std::scoped_lock lock(mutex_);
+        results_[file] = result;
+        ready_[file] = true;
+        changed_.notify_one();
+        return true;
+    }
+
+    /// Waits for a file and gives its result; with `wait` off, null unless it is ready.
+    const FileResult* Result(size_t file, bool wait) {
+        std::unique_lock lock(mutex_);
+        if (wait)
+            changed_.wait(lock, [&] { return ready_[file]; });
+        return ready_[file] ? &results_[file] : nullptr;
+    }
+
+private:
+    const std::vector<std::filesystem::path>& files_;
+    const ReadContext& context_;
+    const NoteFileTask& task_;
+    std::atomic<size_t> next_{0};
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::vector<FileResult> results_;
+    std::vector<bool> ready_;
+};
+
+/// Threads that end with the walk. A system that gives none leaves the work to the caller.
+std::vector<std::jthread> StartHelpers(SharedWalk& walk, size_t count) {
+    std::vector<std::jthread> helpers;
+    try {
+        while (helpers.size() < count) {
+            helpers.emplace_back([&walk] {
+                while (walk.ReadOne()) {
+                }
+            });
+        }
+    } catch (const std::system_error&) {
+        return helpers;
+    }
+    return helpers;
+}
+
+}  // namespace
+
+void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
+                   const NoteFileTask& task, const NoteFileDone& done) {
+    SharedWalk walk(files, context, task);
+    const size_t wanted = static_cast<size_t>(std::max(threads, 1)) - 1;
+    const std::vector<std::jthread> helpers = StartHelpers(walk, std::min(wanted, files.size()));
+    size_t told = 0;
+    const auto tellReady = [&](bool wait) {
+        while (told < files.size()) {
+            const FileResult* result = walk.Result(told, wait);
+            if (!result)
+                return;
+            done(told++, *result);
+        }
+    };
+    while (walk.ReadOne())
+        tellReady(false);
+    tellReady(true);
+}
+
+std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder) {
+    std::vector<std::filesystem::path> files;
+    for (const std::string& name : ListDatFiles(notesFolder))
+        files.push_back(notesFolder / name);
+    return files;
+}
+
+bool IsAtHome(const CNote& note, const std::filesystem::path& file) {
+    return file.filename() == GetNoteFileName(note);
+}
+
+}  // namespace lore

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "base/file_io.h"
+#include "notes/note_file.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// Reads one note file. May be called from several threads, once for each file.
+using NoteFileTask = std::function<void(size_t file, NoteFileReader& notes)>;
+/// Is told that a file has been read. Called in the order of the files, on the thread of the caller.
+using NoteFileDone = std::function<void(size_t file, const FileResult& result)>;
+
+/// Runs `task` over note files, on the caller's thread and `threads` - 1 others. Whatever task stores for its file is
+/// seen by `done` for that file. A file that doesn't open shows the task no notes.
+void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
+                   const NoteFileTask& task, const NoteFileDone& done);
+
+/// The full paths of the note files of a folder, by name in byte order.
+std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder);
+
+/// True for a note that stands in the file that its first source or its creation day names.
+bool IsAtHome(const CNote& note, const std::filesystem::path& file);
+
+}  // namespace lore

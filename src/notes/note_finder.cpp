@@ -1,0 +1,136 @@
+#include "notes/note_finder.h"
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "notes/file_faults.h"
+#include "notes/note_copies.h"
+#include "notes/note_file_walk.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kReadThreads = 2;
+
+/// The note files that hold wanted notes, in the order of the first wanted note of each.
+struct WantedNotes {
+    std::vector<std::filesystem::path> files;
+    std::unordered_map<int32_t, size_t> positions;  // in the list of results
+    std::unordered_map<int32_t, size_t> fileOf;
+};
+
+WantedNotes PlanReading(const NoteIndex& index, const LongList& ids) {
+    WantedNotes wanted;
+    std::unordered_map<std::string, size_t> files;
+    for (const int32_t id : ids) {
+        const std::string* path = index.FindPath(id);
+        if (!path || !wanted.positions.try_emplace(id, wanted.positions.size()).second)
+            continue;
+        const auto [file, isNew] = files.try_emplace(*path, wanted.files.size());
+        if (isNew)
+            wanted.files.emplace_back(*path);
+        wanted.fileOf.emplace(id, file->second);
+    }
+    return wanted;
+}
+
+/// The copies of notes that show, of those that `isWanted` takes.
+template <typename IsWanted>
+std::vector<CNote> ShownNotesOf(NoteFileReader& reader, const std::filesystem::path& file, IsWanted isWanted) {
+    std::vector<CNote> notes;
+    std::vector<NoteCopy> copies;
+    while (reader.Next()) {
+        if (!isWanted(reader.Head().id))
+            continue;
+        copies.push_back({reader.Head().id, IsAtHome(reader.Head(), file)});
+        notes.push_back(reader.TakeNote());
+    }
+    const std::vector<bool> shown = ShownCopies(copies);
+    size_t kept = 0;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        if (!shown[i])
+            continue;
+        if (kept != i)
+            notes[kept] = std::move(notes[i]);
+        ++kept;
+    }
+    notes.erase(notes.begin() + static_cast<std::ptrdiff_t>(kept), notes.end());
+    return notes;
+}
+
+/// Calls `take` for each note of a folder that shows, in loading order. `part` makes of each record what is kept of it
+/// until all files are read.
+template <typename Part, typename MakePart, typename Take>
+void ForShownNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
+                   MakePart makePart, Take take) {
+    const std::vector<std::filesystem::path> files = NoteFilesOf(notesFolder);
+    std::vector<std::vector<std::pair<NoteCopy, Part>>> parts(files.size());
+    WalkNoteFiles(
+        files, context, kReadThreads,
+        [&](size_t file, NoteFileReader& reader) {
+            while (reader.Next()) {
+                const NoteCopy copy{reader.Head().id, IsAtHome(reader.Head(), files[file])};
+                parts[file].emplace_back(copy, makePart(reader));
+            }
+        },
+        [&](size_t file, const FileResult& result) { TellFailedRead(faults, kNoteFileUnread, files[file], result); });
+    std::vector<NoteCopy> copies;
+    for (const auto& file : parts) {
+        for (const auto& [copy, part] : file)
+            copies.push_back(copy);
+    }
+    const std::vector<bool> shown = ShownCopies(copies);
+    size_t number = 0;
+    for (auto& file : parts) {
+        for (auto& [copy, part] : file) {
+            if (shown[number++])
+                take(std::move(part));
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
+                             FaultNotice& faults) {
+    const WantedNotes wanted = PlanReading(index, ids);
+    std::vector<std::optional<CNote>> found(wanted.positions.size());
+    WalkNoteFiles(
+        wanted.files, context, kReadThreads,
+        [&](size_t file, NoteFileReader& reader) {
+            const auto isWanted = [&](int32_t id) {
+                const auto hit = wanted.fileOf.find(id);
+                return hit != wanted.fileOf.end() && hit->second == file;
+            };
+            for (CNote& note : ShownNotesOf(reader, wanted.files[file], isWanted))
+                found[wanted.positions.at(note.id)] = std::move(note);
+        },
+        [&](size_t file, const FileResult& result) {
+            TellFailedRead(faults, kNoteFileUnread, wanted.files[file], result);
+        });
+    std::vector<CNote> notes;
+    notes.reserve(found.size());
+    for (std::optional<CNote>& note : found) {
+        if (note)
+            notes.push_back(std::move(*note));
+    }
+    return notes;
+}
+
+void LoadAllNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
+                  std::vector<CNote>& notes) {
+    ForShownNotes<CNote>(
+        notesFolder, context, faults, [](NoteFileReader& reader) { return reader.TakeNote(); },
+        [&](CNote&& note) { notes.push_back(std::move(note)); });
+}
+
+size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults) {
+    size_t count = 0;
+    ForShownNotes<char>(
+        notesFolder, context, faults, [](NoteFileReader&) { return '\0'; }, [&](char) { ++count; });
+    return count;
+}
+
+}  // namespace lore

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <vector>
+
+#include "base/long_list.h"
+#include "notes/note.h"
+#include "notes/note_index.h"
+#include "ports/fault_notice.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// The notes with these ids in the order given, each id once; an id that the index doesn't hold is left out. Each file
+/// is read once.
+std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
+                             FaultNotice& faults);
+
+/// Appends the notes of all note files of a folder: files by name, notes in file order, a note that stands twice once.
+void LoadAllNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
+                  std::vector<CNote>& notes);
+
+/// How many notes LoadAllNotes would give.
+size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults);
+
+}  // namespace lore
