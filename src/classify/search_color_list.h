@@ -34,7 +34,7 @@ public:
     /// Takes a note out of every entry; an entry whose last note went is removed.
     void RemoveNote(int32_t note);
     void RemoveNotes(const LongList& notes);
-    /// Moves the notes, one after the other, from where they stand to a colour.
+    /// Moves the notes, one after the other, from where they stand to a colour. An id that stands twice counts once.
     void SetNotesColor(Rgb color, const LongList& notes);
 
 private:

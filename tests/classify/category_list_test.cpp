@@ -1,0 +1,216 @@
+#include "classify/category_list.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+#include "classify/category_record.h"
+#include "classify/forest_builder.h"
+
+namespace lore {
+namespace {
+
+std::string Bytes(const CProCategoryList& forest) {
+    RecordWriter writer;
+    forest.Write(&writer);
+    return writer.DiskBytes();
+}
+
+CProCategoryList FromBytes(std::string bytes) {
+    RecordReader reader(std::move(bytes));
+    CProCategoryList forest;
+    forest.Read(&reader);
+    return forest;
+}
+
+std::string Fields(std::initializer_list<int32_t> numbers) {
+    RecordWriter writer;
+    for (const int32_t number : numbers)
+        WriteFixedInt(&writer, number);
+    return writer.DiskBytes();
+}
+
+const std::string kVersion = "0000000011.560000000";
+
+TEST(CategoryList, WritesTheFileByteForByte) {
+    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "Categories.dat";
+    const std::string bytes = kVersion + "0000000000000002" + "0000000021122112" + "-000000000000001" +
+                              "0000000000000012<UNASSIGNED>" + "0000000000000000" + "0000000000000005" +
+                              "-000000000000001" + "0000000000000004A\r\nBC" + "0000000000000001" + "0000000000000009" +
+                              "0000000000000005" + "0000000000000000" + "0000000000000000";
+    ASSERT_TRUE(WriteFileAtomically(path, bytes).Ok());
+    CProCategoryList forest;
+    ASSERT_TRUE(forest.Load(path).Ok());
+    EXPECT_EQ(Shape(forest), "21122112:<UNASSIGNED> 5:A\nBC(9:)");
+    ASSERT_TRUE(RemoveFile(path).Ok());
+    EXPECT_FALSE(CProCategoryList::FileExists(path));
+    ASSERT_TRUE(forest.Save(path).Ok());
+    std::string written;
+    ASSERT_TRUE(ReadFile(path, written).Ok());
+    EXPECT_EQ(written, bytes);
+    EXPECT_TRUE(CProCategoryList::FileExists(path));
+    RemoveFile(path);
+    EXPECT_TRUE(forest.Load(path).Missing());
+    EXPECT_EQ(Shape(forest), "21122112:<UNASSIGNED>");
+}
+
+TEST(CategoryList, HasAlwaysAPlaceForUnassignedNotes) {
+    EXPECT_EQ(Shape(FromBytes(kVersion + Fields({0}))), "21122112:<UNASSIGNED>");
+    EXPECT_EQ(Shape(FromBytes("")), "21122112:<UNASSIGNED>");
+    const CProCategoryList forest = FromBytes(Bytes(Forest({Node(5, "A"), Node(6, "B")})));
+    EXPECT_EQ(Shape(forest), "5:A 6:B 21122112:<UNASSIGNED>");
+    EXPECT_EQ(Shape(FromBytes(Bytes(forest))), Shape(forest));
+}
+
+TEST(CategoryList, LinksWhatItReadsWhateverTheFileSays) {
+    RecordWriter writer;
+    WriteFixedDouble(&writer, 3.0);
+    WriteFixedInt(&writer, 1);
+    for (const int32_t children : {2, 0, 0}) {
+        WriteFixedInt(&writer, 7 + children);
+        WriteFixedInt(&writer, 999);
+        WriteCountedString(&writer, "n");
+        WriteFixedInt(&writer, children);
+    }
+    const CProCategoryList forest = FromBytes(writer.DiskBytes());
+    EXPECT_EQ(forest.version, 3.0);
+    EXPECT_EQ(forest.Roots()[0].parentID, -1);
+    EXPECT_TRUE(IsLinked(forest.Roots()[0]));
+    EXPECT_EQ(Shape(forest), "9:n(7:n,7:n) 21122112:<UNASSIGNED>");
+}
+
+TEST(CategoryList, SurvivesACutAtEveryByte) {
+    const std::string whole =
+        Bytes(Forest({Node(5, "Alpha", {Node(6, "Beta", {Node(7, "")}), Node(8, "C")}), Node(9, "D")}));
+    for (size_t length = 0; length < whole.size(); ++length) {
+        const CProCategoryList forest = FromBytes(whole.substr(0, length));
+        EXPECT_NE(forest.FindByID(kUnassignedID), nullptr);
+        EXPECT_EQ(Shape(FromBytes(Bytes(forest))), Shape(forest)) << length;
+    }
+}
+
+TEST(CategoryList, IsBoundedOnCountsThatNoFileHolds) {
+    const std::string node = Fields({1, -1, 0, 2'000'000'000});
+    std::string nested;
+    for (int i = 0; i < 50; ++i)
+        nested += node;
+    for (const std::string& bytes : {kVersion + Fields({2'000'000'000}), kVersion + Fields({2'000'000'000}) + nested,
+                                     kVersion + Fields({-5}), kVersion + Fields({1, 5, -1, 2'000'000'000})}) {
+        const CProCategoryList forest = FromBytes(bytes);
+        EXPECT_LE(Bytes(forest).size(), 1100u * 64 + 100);
+        EXPECT_NE(forest.FindByID(kUnassignedID), nullptr);
+    }
+}
+
+TEST(CategoryRecord, ReadsOverWhatNestsTooDeep) {
+    std::string bytes;
+    for (int level = 1; level <= 1'000'000; ++level)
+        bytes += Fields({level, level - 1, 0, level == 1'000'000 ? 0 : 1});
+    bytes += Fields({4711});
+    RecordReader reader(std::move(bytes));
+    CProCategoryTree node;
+    ReadCategoryRecord(&reader, node);
+    EXPECT_EQ(node.GetDeepestLevel(), kMaxNesting - 1);
+    EXPECT_EQ(ReadFixedInt(&reader), 4711);
+}
+
+TEST(CategoryRecord, KeepsTheDeepestLevelThatIsAllowed) {
+    CProCategoryTree chain = Chain(std::vector<std::string>(kMaxNesting, "n"), 1);
+    RecordWriter writer;
+    WriteCategoryRecord(&writer, chain);
+    RecordReader reader(writer.DiskBytes());
+    CProCategoryTree read = Node(3, "old", {Node(4, "old")});
+    ReadCategoryRecord(&reader, read);
+    EXPECT_TRUE(read.IsSameTree(chain));
+    EXPECT_TRUE(IsLinked(read));
+    EXPECT_TRUE(reader.AtEnd() && !reader.RanOut());
+}
+
+TEST(CategoryList, NeverGivesAnIDTwice) {
+    const CProCategoryTree reserved = Node(kUnassignedID, kUnassignedName, {Node(500, "below")});
+    struct Case {
+        CProCategoryList forest;
+        int stored, max, storedAfter, storedAfterLoad;
+    };
+    const Case cases[] = {{Forest({Node(5, "a"), Node(7, "b")}), 3, 7, 7, 8},
+                          {Forest({Node(5, "a", {Node(70, "b")})}), 90, 90, 90, 91},
+                          {Forest({reserved}), -1, 0, 0, 1},
+                          {Forest({reserved, Node(7, "b")}), 21122112, 21122117, 21122112, 21122113},
+                          {Forest({}), -5, -1, -1, -4},
+                          {Forest({Node(21122118, "a")}), 3, 21122118, 21122118, 4}};
+    for (const Case& c : cases) {
+        int stored = c.stored;
+        EXPECT_EQ(c.forest.GetMaxCategoryID(stored), c.max);
+        EXPECT_EQ(stored, c.storedAfter);
+        stored = c.stored;
+        c.forest.RaiseMaxCategoryID(stored);
+        EXPECT_EQ(stored, c.storedAfterLoad) << Shape(c.forest);
+    }
+    int stored = std::numeric_limits<int>::max();
+    Forest({}).RaiseMaxCategoryID(stored);
+    EXPECT_EQ(stored, std::numeric_limits<int>::max());
+}
+
+TEST(CategoryList, FilesANoteByItsDeepestID) {
+    struct Case {
+        CProCategoryTree path;
+        int32_t category;  // -1: nowhere
+    };
+    const Case cases[] = {{CProCategoryTree(), kUnassignedID},
+                          {Node(0, "named"), kUnassignedID},
+                          {Chain({"wrong", "names", "all"}, 1), 3},
+                          {Node(1, "A", {Node(-1, "B")}), 1},
+                          {Node(-1, "", {Node(2, "B")}), 2},
+                          {Node(1, "A", {Node(2, "B"), Node(4, "D")}), 4},
+                          {Node(1, "A", {Node(2, "B", {Node(-1, "C")}), Node(4, "D")}), 2},
+                          {Node(77, "unknown"), -1},
+                          {Node(1, "A", {Node(77, "unknown")}), -1}};
+    for (const Case& c : cases) {
+        CProCategoryList forest = Forest({Node(1, "A", {Node(2, "B", {Node(3, "C")}), Node(4, "D")}),
+                                          CProCategoryTree(kUnassignedID, kUnassignedName)});
+        forest.IndexNote(50, c.path, 2);
+        forest.IndexNote(0, c.path, 2);
+        for (const int32_t id : {1, 2, 3, 4, kUnassignedID}) {
+            bool holds = false;
+            for (const CProCategoryTree* at = forest.FindByID(c.category); at; at = at->parent)
+                holds = holds || at->id == id;
+            EXPECT_EQ(forest.FindByID(id)->notes, (SetLists{LongList{}, holds ? LongList{50} : LongList{}, LongList{}}))
+                << Shape(c.path) << " in " << id;
+        }
+        const CProCategoryTree path = forest.GetNotePath(50, 2);
+        EXPECT_EQ(DeepestCategoryID(path), c.category == kUnassignedID ? -1 : c.category);
+        EXPECT_TRUE(IsLinked(path) && path.parentID == -1);
+    }
+}
+
+TEST(CategoryList, FindsTheFirstOfEqualIDsAlsoAfterChanges) {
+    CProCategoryList forest = Forest({Node(1, "A", {Node(2, "first")}), Node(2, "second")});
+    EXPECT_EQ(forest.FindByID(2)->name, "first");
+    forest.FindByID(1)->AddChild(Node(3, "new"));
+    forest.LinkAll();
+    EXPECT_EQ(forest.FindByID(3)->name, "new");
+    CProCategoryList copy;
+    copy.Assign(forest);
+    forest.EditRoots().erase(forest.Roots().begin());
+    EXPECT_EQ(forest.FindByID(2)->name, "second");
+    EXPECT_EQ(forest.FindByID(3), nullptr);
+    EXPECT_EQ(copy.FindByID(3)->GetParentName(), "A");
+}
+
+TEST(CategoryList, TakesNotesOutOfAllCategories) {
+    CProCategoryList forest = Forest({Node(1, "A", {Node(2, "B")}), Node(3, "C")});
+    for (int32_t note = 1; note <= 6; ++note) {
+        forest.IndexNote(note, Node(note % 2 + 2, ""), 1);
+        forest.IndexNote(note, Node(1, ""), 3);
+    }
+    forest.RemoveNote(4, 1);
+    EXPECT_FALSE(forest.HasNoteAnywhere(1, 4));
+    EXPECT_TRUE(forest.HasNoteAnywhere(3, 4));
+    forest.RemoveNotes({1, 2, 99}, kAllSets);
+    EXPECT_EQ(forest.FindByID(1)->notes, (SetLists{LongList{6}, LongList{}, LongList{3, 4, 5, 6}}));
+    EXPECT_EQ(forest.FindByID(3)->notes[0], (LongList{3, 5}));
+}
+
+}  // namespace
+}  // namespace lore
