@@ -8,25 +8,10 @@
 #include <vector>
 
 #include "base/long_list.h"
-#include "notes/note.h"
+#include "notes/note_list_entry.h"
 #include "notes/search_query.h"
 
 namespace lore {
-
-class NoteMatcher;
-
-/// The formatted texts of a note's sources, in the note's order; an id that the NoteBook doesn't know has an empty one.
-using Citations = std::vector<std::string>;
-
-/// A note in a list. Entries are cheap to copy and to move: the texts stand once in memory, and the working values of
-/// the note are the same in every list that holds it.
-struct ListedNote {
-    std::shared_ptr<CNote> note;                      ///< never null
-    std::shared_ptr<const Citations> citations;       ///< null for a note without sources
-    std::shared_ptr<const NoteMatcher> pendingMarks;  ///< makes displayRtf once the note is shown; null otherwise
-
-    int32_t Id() const { return note->id; }
-};
 
 /// An ordered list of whole notes with the search that it serves: the current note list, and scratch lists.
 /// An id is found in constant time; after a change of order or a removal the next look-up costs one walk.
@@ -78,7 +63,7 @@ public:
     /// Takes the search marks away, those that wait too.
     void ClearMarks();
     /// The note was a result: its marks are made when it is shown. Null takes them away.
-    void SetMarks(size_t position, std::shared_ptr<const NoteMatcher> marks);
+    void SetMarks(size_t position, std::shared_ptr<const NoteMarker> marks);
 
     /// Sorts by a sort number (see sort_order.h).
     void SortNotes(int32_t sortId);

@@ -6,7 +6,7 @@
 
 #include "bibliography/author_list.h"
 #include "bibliography/source_list.h"
-#include "notes/note_list.h"
+#include "notes/note_list_entry.h"
 
 namespace lore {
 

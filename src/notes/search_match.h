@@ -13,7 +13,7 @@
 namespace lore {
 
 /// A parsed search made ready for many notes. Safe to use from several threads.
-class NoteMatcher {
+class NoteMatcher : public NoteMarker {
 public:
     explicit NoteMatcher(const NoteSearch& search);
 
@@ -31,7 +31,7 @@ public:
     /// All hits of all terms in a plain text, by their begin. Characters, the end exclusive.
     std::vector<TextRange> Hits(std::string_view plainText) const;
     /// The rich text with the background of the hits coloured.
-    std::string MarkedRtf(std::string_view rtfText) const;
+    std::string MarkedRtf(std::string_view rtfText) const override;
 
 private:
     NoteSearch search_;

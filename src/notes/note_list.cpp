@@ -1,0 +1,149 @@
+#include "notes/note_list.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "notes/sort_order.h"
+
+namespace lore {
+
+const CNote& CNoteList::ShownNote(size_t position) {
+    ListedNote& entry = notes_[position];
+    if (entry.pendingMarks) {
+        entry.note->displayRtf = entry.pendingMarks->MarkedRtf(entry.note->rtfText);
+        entry.pendingMarks.reset();
+    }
+    return *entry.note;
+}
+
+int CNoteList::PositionOf(int32_t id) const {
+    if (stale_) {
+        positions_.clear();
+        for (size_t i = 0; i < notes_.size(); ++i)
+            positions_.try_emplace(notes_[i].Id(), static_cast<uint32_t>(i));
+        stale_ = false;
+    }
+    const auto found = positions_.find(id);
+    return found == positions_.end() ? -1 : static_cast<int>(found->second);
+}
+
+CNote* CNoteList::Find(int32_t id) {
+    const int position = PositionOf(id);
+    return position < 0 ? nullptr : notes_[static_cast<size_t>(position)].note.get();
+}
+
+LongList CNoteList::GetNoteIDs() const {
+    LongList ids;
+    for (const ListedNote& entry : notes_)
+        ids.AddUnique(entry.Id());
+    return ids;
+}
+
+void CNoteList::AddNote(CNote note, std::shared_ptr<const Citations> citations) {
+    AddNote({std::make_shared<CNote>(std::move(note)), std::move(citations), nullptr});
+}
+
+void CNoteList::AddNote(ListedNote note) {
+    if (!stale_)
+        positions_.try_emplace(note.Id(), static_cast<uint32_t>(notes_.size()));
+    notes_.push_back(std::move(note));
+}
+
+size_t CNoteList::AddNotesNotInList(CNoteList& target) const {
+    const size_t before = target.Count();
+    for (const ListedNote& entry : notes_) {
+        if (!target.Contains(entry.Id()))
+            target.AddNote(entry);
+    }
+    return target.Count() - before;
+}
+
+void CNoteList::RemoveAll() {
+    search.searchOperator = kNoOperator;
+    search.searchText.clear();
+    SetNotes({});
+}
+
+bool CNoteList::RemoveNote(int32_t id) {
+    const int position = PositionOf(id);
+    if (position < 0)
+        return false;
+    notes_.erase(notes_.begin() + position);
+    stale_ = true;
+    return true;
+}
+
+void CNoteList::RemoveNotes(const std::unordered_set<int32_t>& ids) {
+    std::erase_if(notes_, [&](const ListedNote& entry) { return ids.contains(entry.Id()); });
+    stale_ = true;
+}
+
+bool CNoteList::ReplaceNote(CNote note, std::shared_ptr<const Citations> citations) {
+    const int position = PositionOf(note.id);
+    if (position < 0)
+        return false;
+    ListedNote& entry = notes_[static_cast<size_t>(position)];
+    note.selected = entry.note->selected;
+    note.newlyAdded = entry.note->newlyAdded;
+    note.displayRtf.clear();
+    entry = {std::make_shared<CNote>(std::move(note)), std::move(citations), nullptr};
+    return true;
+}
+
+void CNoteList::MoveNote(size_t from, size_t to) {
+    const auto begin = notes_.begin();
+    const auto at = [&](size_t position) { return begin + static_cast<std::ptrdiff_t>(position); };
+    if (from < to)
+        std::rotate(at(from), at(from + 1), at(to + 1));
+    else
+        std::rotate(at(to), at(from), at(from + 1));
+    stale_ = true;
+}
+
+void CNoteList::SetNotes(std::vector<ListedNote> notes) {
+    notes_ = std::move(notes);
+    stale_ = true;
+}
+
+int32_t CNoteList::SetFocusNote(int32_t id) {
+    ClearSelection();
+    CNote* const note = Find(id);
+    if (!note)
+        return -1;
+    note->selected = true;
+    note->newlyAdded = false;
+    return id;
+}
+
+void CNoteList::ClearNewFlags() {
+    for (const ListedNote& entry : notes_)
+        entry.note->newlyAdded = false;
+}
+
+void CNoteList::ClearSelection() {
+    for (const ListedNote& entry : notes_)
+        entry.note->selected = false;
+}
+
+void CNoteList::ClearMarks() {
+    for (size_t i = 0; i < notes_.size(); ++i)
+        SetMarks(i, nullptr);
+}
+
+void CNoteList::SetMarks(size_t position, std::shared_ptr<const NoteMarker> marks) {
+    ListedNote& entry = notes_[position];
+    entry.note->displayRtf.clear();
+    entry.pendingMarks = std::move(marks);
+}
+
+void CNoteList::SortNotes(int32_t sortId) {
+    if (notes_.empty() || !IsSortingId(sortId))
+        return;
+    std::vector<ListedNote> sorted;
+    sorted.reserve(notes_.size());
+    for (const uint32_t position : SortedOrder(notes_, sortId))
+        sorted.push_back(std::move(notes_[position]));
+    SetNotes(std::move(sorted));
+}
+
+}  // namespace lore

@@ -1,0 +1,237 @@
+#include "notes/sort_order.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <random>
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+
+ListedNote Note(int32_t id, const DateTime& created = DateTime(2011, 7, 12), const Citations& citations = {}) {
+    ListedNote entry{std::make_shared<CNote>(), std::make_shared<Citations>(citations), nullptr};
+    entry.note->id = id;
+    entry.note->dateCreated = created;
+    entry.note->dateEdited = created;
+    return entry;
+}
+
+ListedNote Filed(int32_t id, const CProCategoryTree& path, int set = 1) {
+    ListedNote entry = Note(id);
+    entry.note->categories[static_cast<size_t>(set - 1)] = path;
+    return entry;
+}
+
+CProCategoryTree Path(std::vector<std::pair<int32_t, std::string>> nodes) {
+    CProCategoryTree path;
+    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+        CProCategoryTree above(node->first, node->second);
+        if (node != nodes.rbegin())
+            above.AddChild(path);
+        path = above;
+    }
+    return path;
+}
+
+std::vector<int32_t> SortedIds(const std::vector<ListedNote>& notes, int32_t sortId) {
+    std::vector<int32_t> ids;
+    for (const uint32_t position : SortedOrder(notes, sortId))
+        ids.push_back(notes[position].Id());
+    return ids;
+}
+
+/// The selection as it is told, without any speed.
+std::vector<int32_t> SelectedIds(const std::vector<ListedNote>& notes, int32_t sortId) {
+    const bool descending = sortId >= 800;
+    ListedNote limit = Note(0, descending ? DateTime(1900, 1, 1, 1, 1, 1) : DateTime(2099, 1, 1, 1, 1, 1));
+    const std::string name = descending ? "" : std::string(23, 'z');
+    limit.note->categories[0] = CProCategoryTree(21122112, name);
+    if (!descending)
+        limit.citations = std::make_shared<Citations>(Citations{name});
+    const auto replaces = [&](const ListedNote& note, const ListedNote& best) {
+        return descending ? CompareNotes(note, best, sortId) : CompareNotes(best, note, sortId);
+    };
+    std::vector<ListedNote> left, behind;
+    for (const ListedNote& note : notes)
+        (replaces(note, limit) ? left : behind).push_back(note);
+    std::vector<int32_t> ids;
+    while (!left.empty()) {
+        size_t best = 0;
+        for (size_t i = 1; i < left.size(); ++i) {
+            if (replaces(left[i], left[best]))
+                best = i;
+        }
+        ids.push_back(left[best].Id());
+        left.erase(left.begin() + static_cast<std::ptrdiff_t>(best));
+    }
+    for (const ListedNote& note : behind)
+        ids.push_back(note.Id());
+    return ids;
+}
+
+class NoteMaker {
+public:
+    explicit NoteMaker(unsigned seed) : random_(seed) {}
+
+    /// `odd`: with ids and dates that only damaged files hold.
+    std::vector<ListedNote> List(size_t count, bool odd) {
+        std::vector<ListedNote> notes;
+        for (size_t i = 0; i < count; ++i)
+            notes.push_back(One(static_cast<int32_t>(i + 1), odd));
+        return notes;
+    }
+
+private:
+    template <typename T>
+    T Choose(std::initializer_list<T> values) {
+        return values.begin()[random_() % values.size()];
+    }
+
+    DateTime Date(bool odd) {
+        if (odd && random_() % 4 == 0)
+            return Choose({DateTime(), DateTime::Invalid(), DateTime(2150, 1, 1), DateTime(1850, 1, 1)});
+        return DateTime(2011, 7, static_cast<int>(1 + random_() % 3));
+    }
+
+    CProCategoryTree RandomPath(bool odd) {
+        std::vector<std::pair<int32_t, std::string>> nodes;
+        const size_t depth = random_() % 4;
+        for (size_t i = 0; i < depth; ++i) {
+            const int32_t id = odd ? Choose({0, -1, -7, 1, 2, 3, 21122112}) : Choose({1, 2});
+            nodes.emplace_back(id, Choose<std::string>({"a", "A", " a ", "b", "B", "", std::string(24, 'z')}));
+        }
+        return Path(nodes);
+    }
+
+    ListedNote One(int32_t id, bool odd) {
+        Citations citations;
+        for (size_t i = random_() % 3; i > 0; --i) {
+            const std::string last(23, 'z');
+            citations.push_back(Choose<std::string>({"", "Adams", "adams", "b", "\xC4 x", "\xE4 x", last, last + "z"}));
+        }
+        ListedNote note = Note(id, Date(odd), citations);
+        note.note->dateEdited = Date(odd);
+        for (CProCategoryTree& path : note.note->categories)
+            path = RandomPath(odd);
+        return note;
+    }
+
+    std::mt19937 random_;
+};
+
+TEST(SortOrder, IsThatOfTheSelectionForRandomLists) {
+    for (unsigned seed = 1; seed <= 700; ++seed) {
+        const auto notes = NoteMaker(seed).List(1 + seed % 14, seed % 3 != 0);
+        for (const int32_t id : {701, 801, 702, 802, 703, 803, 704, 804, 710, 799, 800, 850})
+            ASSERT_EQ(SortedIds(notes, id), SelectedIds(notes, id)) << "seed " << seed << ", order " << id;
+    }
+}
+
+TEST(SortOrder, IsThatOfTheSelectionForAlternatingReservedPathsAndNotesWithoutCategory) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<ListedNote> notes;
+        for (int32_t id = 1; id <= 12; ++id) {
+            const CProCategoryTree paths[] = {CProCategoryTree(), Path({{21122112, "m"}}), Path({{21122112, "c"}}),
+                                              Path({{4, "d"}}), Path({{5, "x"}, {6, "y"}})};
+            notes.push_back(Filed(id, paths[random() % std::size(paths)]));
+        }
+        for (const int32_t id : {704, 804})
+            ASSERT_EQ(SortedIds(notes, id), SelectedIds(notes, id)) << "round " << round << ", order " << id;
+    }
+}
+
+TEST(SortOrder, ReversesEqualNotesInBothDirectionsAndAgainTheNextTime) {
+    for (const int32_t id : {701, 801, 702, 802, 703, 803, 704, 804}) {
+        EXPECT_THAT(SortedIds({Note(1), Note(2), Note(3)}, id), ElementsAre(3, 2, 1)) << id;
+        EXPECT_THAT(SortedIds({Note(3), Note(2), Note(1)}, id), ElementsAre(1, 2, 3)) << id;
+        EXPECT_THAT(SortedIds({Note(9)}, id), ElementsAre(9)) << id;
+    }
+}
+
+TEST(SortOrder, PutsNotesWithoutSourceOrWithFewerSourcesFirst) {
+    const DateTime day(2011, 7, 12);
+    const std::vector<ListedNote> notes = {Note(1, day, {"Adams", "Burke"}), Note(2, day, {"adams"}), Note(3, day),
+                                           Note(4, day, {"Burke"})};
+    EXPECT_THAT(SortedIds(notes, kSourceUp), ElementsAre(3, 2, 1, 4));
+    EXPECT_THAT(SortedIds(notes, kSourceDown), ElementsAre(4, 1, 2, 3));
+}
+
+TEST(SortOrder, LeavesWhatNoOrderReachesBehindTheOthersInListOrder) {
+    const std::vector<ListedNote> dates = {Note(1, DateTime::Invalid()), Note(2, DateTime(2100, 1, 1)),
+                                           Note(3, DateTime(2011, 1, 2)), Note(4, DateTime(1899, 1, 1)),
+                                           Note(5, DateTime(2011, 1, 1))};
+    EXPECT_THAT(SortedIds(dates, kDateAddedUp), ElementsAre(4, 5, 3, 1, 2));
+    EXPECT_THAT(SortedIds(dates, kDateAddedDown), ElementsAre(2, 3, 5, 1, 4));
+    const DateTime day(2011, 7, 12);
+    const std::vector<ListedNote> texts = {Note(1, day, {"{beyond}"}), Note(2, day, {"\xC4gypten"}),
+                                           Note(3, day, {"z"})};
+    EXPECT_THAT(SortedIds(texts, kSourceUp), ElementsAre(3, 1, 2));
+}
+
+TEST(SortOrder, TakesThePathOfTheFirstSetThatHasOne) {
+    ListedNote second = Filed(1, Path({{5, "beta"}}), 2);
+    ListedNote both = Filed(2, Path({{6, "gamma"}}), 1);
+    both.note->categories[1] = Path({{7, "alpha"}});
+    const std::vector<ListedNote> notes = {both, second, Filed(3, Path({{-1, "alpha"}})),
+                                           Filed(4, Path({{8, "Beta"}}))};
+    EXPECT_THAT(SortedIds(notes, kCategoryUp), ElementsAre(3, 1, 4, 2));
+    EXPECT_THAT(SortedIds(notes, kCategoryDown), ElementsAre(2, 1, 4, 3));
+}
+
+TEST(SortOrder, ComparesPathsLevelByLevelAndTiesByDateOnlyTheSamePath) {
+    ListedNote early = Filed(1, Path({{5, "a"}, {6, "b"}}));
+    early.note->dateCreated = DateTime(2001, 1, 1);
+    ListedNote late = Filed(2, Path({{5, "a"}, {6, "b"}}));
+    ListedNote otherId = Filed(3, Path({{5, "a"}, {9, "B "}}));
+    otherId.note->dateCreated = DateTime(1999, 1, 1);
+    const ListedNote shorter = Filed(4, Path({{5, "a"}}));
+    EXPECT_THAT(SortedIds({late, otherId, early, shorter}, kCategoryUp), ElementsAre(4, 1, 2, 3));
+    EXPECT_THAT(SortedIds({late, otherId, early, shorter}, kCategoryDown), ElementsAre(2, 3, 1, 4));
+}
+
+TEST(SortOrder, ComparesNotesByTheRulesOfEachOrder) {
+    const DateTime day(2011, 7, 12);
+    const ListedNote none = Filed(1, CProCategoryTree()), reserved = Filed(2, Path({{21122112, "<UNASSIGNED>"}}));
+    const ListedNote blank = Filed(3, Path({{4, "  "}})), open = Filed(4, Path({{4, "a"}, {0, "b"}}));
+    const ListedNote closed = Filed(5, Path({{4, "a"}})), longer = Filed(6, Path({{4, "a"}, {7, "b"}}));
+    const struct {
+        const ListedNote& note;
+        const ListedNote& other;
+        int32_t sortId;
+        bool before;  // whether `other` may stand before `note`
+    } cases[] = {
+        {Note(1, day), Note(2, day), 701, true},
+        {Note(1, day), Note(2, day.PlusSeconds(1)), 701, false},
+        {Note(1, DateTime::Invalid()), Note(2, DateTime::Invalid()), 701, false},
+        {Note(1, DateTime()), Note(2, DateTime()), 702, true},
+        {Note(1, day, {"b"}), Note(2, day, {"A", "c"}), 703, true},
+        {Note(1, day, {"b"}), Note(2, day, {"B", "a"}), 703, false},
+        {Note(1, day, {"b", "a"}), Note(2, day, {"B"}), 703, true},
+        {Note(1, day, {"b"}), Note(2, DateTime::Invalid(), {"B"}), 703, false},
+        {blank, none, 704, true},
+        {none, blank, 704, false},
+        {none, reserved, 704, true},
+        {reserved, none, 704, true},
+        {longer, closed, 704, true},
+        {longer, open, 704, false},
+        {open, longer, 704, false},
+        {Note(1, day), Note(2, day), 710, false},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CompareNotes(c.note, c.other, c.sortId), c.before) << c.note.Id() << c.other.Id() << " " << c.sortId;
+}
+
+TEST(SortOrder, TakesALongListWithOneKeyAtOnce) {
+    std::vector<ListedNote> notes;
+    for (int32_t id = 1; id <= 100000; ++id)
+        notes.push_back(Filed(id, Path({{id % 2 + 1, "same"}})));
+    const auto order = SortedOrder(notes, kCategoryDown);
+    // The tree of the first note left is taken whole, latest note first; then comes the other tree's turn.
+    EXPECT_EQ(notes[order.front()].Id(), 99999);
+    EXPECT_EQ(notes[order.back()].Id(), 2);
+}
+
+}  // namespace
+}  // namespace lore
