@@ -46,12 +46,13 @@ public:
     double Version() const { return version_; }
 
 private:
-    void Append(CAuthor author);
+    void Index(size_t position);
     void Reindex();
 
     std::vector<CAuthor> authors_;
     std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
     std::unordered_multimap<size_t, uint32_t> byName_;  // positions by the hash of the five strings
+    int32_t largestID_ = 0;
     double version_ = 0;
     bool readWhole_ = true;
 };

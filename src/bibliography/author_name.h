@@ -22,6 +22,10 @@ std::string FormatAuthorNatural(const CAuthor& author, const NameForm& form);
 /// "J.Q. Smith"
 std::string FormatAuthorBrief(const CAuthor& author);
 
+// The same, appended to what stands in `out`, which keeps its own end.
+void AppendAuthorInverted(std::string& out, const CAuthor& author, const NameForm& form);
+void AppendAuthorNatural(std::string& out, const CAuthor& author, const NameForm& form);
+
 /// The form in which lists on screen show an author.
 inline constexpr NameForm kListNameForm = {false, true, true};
 

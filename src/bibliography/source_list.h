@@ -71,11 +71,12 @@ public:
 
 private:
     void Reindex();
-    void IndexLast();
+    void Index(size_t position);
 
     std::vector<CSource> sources_;
     std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
     std::unordered_map<std::string, uint32_t> byGUID_;  // first position of each GUID
+    int32_t largestID_ = 0;
     double version_ = 0;
     bool readWhole_ = true;
 };

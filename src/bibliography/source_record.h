@@ -26,9 +26,4 @@ void ReadBibliographySource(RecordReader* stream, const ReadContext& context, CS
 /// Writes the citation as it stands in the source: the caller formats it before.
 void WriteBibliographySource(RecordWriter* stream, const CSource& source);
 
-/// The date that a source of an old file holds as text: month/day/year or month-day-year in numbers, or with an English
-/// month name in any order that is read without doubt. A number of a year alone is 1 January. Sets HasDate, SourceDate
-/// and YearOnly.
-void TakeOldTextDate(CSource& source);
-
 }  // namespace lore

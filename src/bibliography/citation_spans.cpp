@@ -1,0 +1,136 @@
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <vector>
+
+#include "base/text.h"
+#include "bibliography/citation.h"
+
+namespace lore {
+
+namespace {
+
+/// The most blanks of hanging indents that a wrapped text holds when a damaged record asks for more.
+constexpr size_t kMostBlanks = 50'000'000;
+
+/// The byte position behind so many characters, at most the end.
+size_t SkipCharacters(std::string_view text, int64_t characters, bool utf8) {
+    if (!utf8)
+        return static_cast<size_t>(std::min<int64_t>(characters, static_cast<int64_t>(text.size())));
+    const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0u) == 0x80u; };
+    size_t at = 0;
+    for (; characters > 0 && at < text.size(); --characters) {
+        ++at;
+        while (at < text.size() && isContinuation(text[at]))
+            ++at;
+    }
+    return at;
+}
+
+/// The lines of a trimmed text. Only cuts at blanks make room for the indent, once.
+std::vector<std::string_view> BreakLines(std::string_view text, int64_t width, int32_t indent) {
+    std::vector<std::string_view> lines;
+    const bool utf8 = IsValidUtf8(text);
+    bool hasRoom = false;
+    while (width > 0) {
+        const size_t limit = SkipCharacters(text, width, utf8);
+        if (limit == text.size())
+            break;
+        const size_t blank = text.rfind(' ', limit);
+        if (blank == std::string_view::npos || blank == 0) {
+            lines.push_back(text.substr(0, limit));
+            text.remove_prefix(limit);
+            continue;
+        }
+        const size_t cut = blank + 1 == text.size() ? blank : blank + 1;
+        lines.push_back(TrimRight(text.substr(0, cut)));
+        text = TrimLeft(text.substr(cut));
+        width -= hasRoom ? 0 : indent;
+        hasRoom = true;
+    }
+    if (!text.empty())
+        lines.push_back(text);
+    return lines;
+}
+
+/// Moves the ends of one span by the indents behind the line feeds before them.
+void MoveSpan(std::string_view text, int64_t indent, int64_t& start, int64_t& end) {
+    for (size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n', at + 1)) {
+        const auto position = static_cast<int64_t>(at);
+        if (position >= start && position > end)
+            return;
+        start += position < start ? indent : 0;
+        end += indent;
+    }
+}
+
+int32_t HoldTo32Bits(int64_t value) {
+    return static_cast<int32_t>(std::min<int64_t>(value, std::numeric_limits<int32_t>::max()));
+}
+
+void MoveSpans(WrappedCitation& wrapped, int64_t indent) {
+    if (wrapped.spanStarts.Count() != wrapped.spanEnds.Count())
+        return;
+    for (size_t i = 0; i < wrapped.spanStarts.Count(); ++i) {
+        int64_t start = wrapped.spanStarts[i];
+        int64_t end = wrapped.spanEnds[i];
+        MoveSpan(wrapped.text, indent, start, end);
+        wrapped.spanStarts.SetAt(i, HoldTo32Bits(start));
+        wrapped.spanEnds.SetAt(i, HoldTo32Bits(end));
+    }
+}
+
+}  // namespace
+
+int FontWeight(int32_t kind) {
+    constexpr std::array<int, 8> kWeights = {480, 540, 800, 460, 800, 800, 540, 800};
+    return kWeights[kind >= kItalic && kind <= kBoldItalicUnderline ? static_cast<size_t>(kind) : 0];
+}
+
+void MarkText(CSource& source, std::string_view text, int32_t kind, std::string_view citation) {
+    const std::string_view trimmed = Trim(text);
+    const size_t start = trimmed.size() > 1 ? citation.find(trimmed) : std::string_view::npos;
+    if (start == std::string_view::npos)
+        return;
+    source.SpanKinds.AddTail(kind);
+    source.SpanStarts.AddTail(static_cast<int32_t>(start));
+    source.SpanEnds.AddTail(static_cast<int32_t>(start + trimmed.size() - 1));
+}
+
+void MarkField(CSource& source, size_t slot, int32_t kind, std::string_view citation) {
+    MarkText(source, FieldText(source, slot), kind, citation);
+}
+
+int32_t EmphasisAt(const CSource& source, int32_t position) {
+    const size_t count = std::min(source.SpanStarts.Count(), source.SpanEnds.Count());
+    for (size_t i = 0; i < count; ++i) {
+        if (source.SpanStarts[i] <= position && position <= source.SpanEnds[i])
+            return i < source.SpanKinds.Count() ? source.SpanKinds[i] : kItalic;
+    }
+    return kEmphasisNone;
+}
+
+WrappedCitation WrapCitation(CSource& source, std::string_view text, int width) {
+    source.IndentSpaces = std::max(source.IndentSpaces, 0);
+    const std::vector<std::string_view> lines = BreakLines(Trim(text), width, source.IndentSpaces);
+    WrappedCitation wrapped;
+    wrapped.lines = static_cast<int>(lines.size());
+    wrapped.spanStarts = source.SpanStarts;
+    wrapped.spanEnds = source.SpanEnds;
+    const size_t indent =
+        std::min(static_cast<size_t>(source.IndentSpaces), kMostBlanks / std::max<size_t>(lines.size(), 1));
+    for (const std::string_view line : lines)
+        wrapped.text.append(line).append("\n").append(indent, ' ');
+    MoveSpans(wrapped, static_cast<int64_t>(indent));
+    return wrapped;
+}
+
+int WrapSource(CSource& source, int width) {
+    WrappedCitation wrapped = WrapCitation(source, source.FormattedText, width);
+    source.FormattedText = std::move(wrapped.text);
+    source.SpanStarts = std::move(wrapped.spanStarts);
+    source.SpanEnds = std::move(wrapped.spanEnds);
+    return wrapped.lines;
+}
+
+}  // namespace lore

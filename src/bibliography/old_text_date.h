@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+#include "base/date_time.h"
+#include "bibliography/source.h"
+
+namespace lore {
+
+/// Reads a date as old files hold it: month/day/year in numbers with "/" or "-" between them, or with an English month
+/// name, such as "July 12, 2011" or "12-Jul-2011". The year has four digits; a missing day is the first. False, and
+/// `date` keeps its value, for anything else.
+bool ParseOldTextDate(std::string_view text, DateTime& date);
+
+/// Takes the date of a source of an old file from slot 2. A number between 1000 and 3000 is a year alone. Sets HasDate,
+/// SourceDate and YearOnly.
+void TakeOldTextDate(CSource& source);
+
+}  // namespace lore

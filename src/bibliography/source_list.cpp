@@ -1,0 +1,197 @@
+#include "bibliography/source_list.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+#include "base/text.h"
+#include "bibliography/citation.h"
+#include "bibliography/selection_order.h"
+#include "bibliography/source_record.h"
+
+namespace lore {
+
+// Sources.dat and Bib.dat
+//
+//   FixedDouble    version
+//   FixedInt       number of sources
+//   source *       main form in Sources.dat, bibliography form in Bib.dat
+
+namespace {
+
+/// Ids of a NoteBook's sources begin above this one.
+constexpr int32_t kLeastHighestID = 1010;
+/// Citations behind this one aren't sorted.
+constexpr std::string_view kCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
+static_assert(kCeiling.size() == 30);
+
+void WriteListHead(RecordWriter* stream, double version, size_t count) {
+    WriteFixedDouble(stream, version);
+    WriteFixedInt(stream, static_cast<int32_t>(count));
+}
+
+}  // namespace
+
+FileResult SourceList::LoadSources(const std::filesystem::path& path, const ReadContext& context) {
+    RemoveAll();
+    version_ = 0;
+    std::unique_ptr<RecordReader> stream;
+    const FileResult result = OpenRecordFile(path, stream);
+    readWhole_ = result.Missing();
+    if (!result.Ok())
+        return result;
+    ReadFixedDouble(stream.get(), version_);
+    ReadCounted(stream.get(), [&] {
+        CSource source;
+        ReadSource(stream.get(), version_, context, source);
+        if (source.SourceID > 0)
+            sources_.push_back(std::move(source));
+    });
+    readWhole_ = !stream->RanOut();
+    Reindex();
+    return result;
+}
+
+FileResult SourceList::SaveSources(const std::filesystem::path& path, const AuthorList& authors, double version) {
+    FormatAll(authors);
+    RecordWriter stream;
+    WriteListHead(&stream, version, sources_.size());
+    for (const CSource& source : sources_)
+        WriteSource(&stream, source);
+    return SaveRecordFile(path, stream);
+}
+
+FileResult SourceList::SaveBibliography(const std::filesystem::path& path, const AuthorList& authors) const {
+    if (sources_.empty())
+        return {};
+    RecordWriter stream;
+    WriteListHead(&stream, kDataVersion, sources_.size());
+    for (CSource copy : sources_) {
+        FormatSource(copy, authors);
+        WriteBibliographySource(&stream, copy);
+    }
+    return SaveRecordFile(path, stream);
+}
+
+const CSource* SourceList::FindSourceByID(int32_t id) const {
+    const auto found = byID_.find(id);
+    return found == byID_.end() ? nullptr : &sources_[found->second];
+}
+
+CSource* SourceList::FindSourceByID(int32_t id) {
+    const auto found = byID_.find(id);
+    return found == byID_.end() ? nullptr : &sources_[found->second];
+}
+
+const CSource* SourceList::FindSourceByGUID(std::string_view guid) const {
+    const auto found = byGUID_.find(std::string(guid));
+    return found == byGUID_.end() ? nullptr : &sources_[found->second];
+}
+
+void SourceList::AddTail(CSource source) {
+    sources_.push_back(std::move(source));
+    Index(sources_.size() - 1);
+}
+
+bool SourceList::ReplaceSource(int32_t id, CSource source) {
+    const auto found = byID_.find(id);
+    if (found == byID_.end())
+        return false;
+    CSource& old = sources_[found->second];
+    const bool sameKeys = old.SourceID == source.SourceID && old.SourceGUID == source.SourceGUID;
+    old = std::move(source);
+    if (!sameKeys)
+        Reindex();
+    return true;
+}
+
+bool SourceList::RemoveSource(int32_t id) {
+    const auto found = byID_.find(id);
+    if (found == byID_.end())
+        return false;
+    sources_.erase(sources_.begin() + static_cast<ptrdiff_t>(found->second));
+    Reindex();
+    return true;
+}
+
+void SourceList::RemoveAll() {
+    sources_.clear();
+    Reindex();
+}
+
+int32_t SourceList::NextSourceID() const {
+    return std::max(largestID_, kLeastHighestID);
+}
+
+int32_t SourceList::NewSourceID() const {
+    const int32_t highest = NextSourceID();
+    return highest < std::numeric_limits<int32_t>::max() ? highest + 1 : highest;
+}
+
+void SourceList::AddNoteID(int32_t sourceID, int32_t noteID) {
+    if (CSource* source = sourceID > 0 ? FindSourceByID(sourceID) : nullptr)
+        source->NoteIDs.AddUnique(noteID);
+}
+
+void SourceList::RemoveNoteID(int32_t sourceID, int32_t noteID) {
+    if (CSource* source = sourceID > 0 ? FindSourceByID(sourceID) : nullptr)
+        source->NoteIDs.RemoveValue(noteID);
+}
+
+void SourceList::RemoveNoteIDFromAll(int32_t noteID) {
+    for (CSource& source : sources_)
+        source.NoteIDs.RemoveValue(noteID);
+}
+
+void SourceList::FormatAll(const AuthorList& authors) {
+    for (CSource& source : sources_)
+        FormatSource(source, authors);
+}
+
+void SourceList::SortSources(const AuthorList& authors) {
+    FormatAll(authors);
+    std::vector<std::string> keys;
+    keys.reserve(sources_.size());
+    for (const CSource& source : sources_)
+        keys.push_back(ToLower(source.FormattedText));
+    Reorder(sources_, SelectionOrder(keys, kCeiling, SelectionPick::LastNotAbove));
+    Reindex();
+}
+
+void SourceList::LinkCustomTypes(const CustomTypeList& types) {
+    for (CSource& source : sources_) {
+        if (source.SourceType < kFirstCustomType)
+            continue;
+        if (const CCustomSourceType* type = types.FindTypeByGUID(source.CustomTypeCopy.GUID))
+            source.CustomTypeCopy = MergeCustomType(*type, source.CustomTypeCopy);
+    }
+}
+
+void SourceList::Index(size_t position) {
+    const CSource& source = sources_[position];
+    byID_.try_emplace(source.SourceID, static_cast<uint32_t>(position));
+    byGUID_.try_emplace(source.SourceGUID, static_cast<uint32_t>(position));
+    largestID_ = std::max(largestID_, source.SourceID);
+}
+
+void SourceList::Reindex() {
+    byID_.clear();
+    byGUID_.clear();
+    largestID_ = 0;
+    for (size_t i = 0; i < sources_.size(); ++i)
+        Index(i);
+}
+
+int CompareSources(const CSource& a, const CSource& b) {
+    return CompareNoCase(a.FormattedText, b.FormattedText);
+}
+
+int CompareSourceLists(const SourceList& a, const SourceList& b) {
+    for (size_t i = 0; i < std::min(a.Count(), b.Count()); ++i) {
+        if (const int order = CompareSources(a[i], b[i]); order != 0)
+            return order;
+    }
+    return a.Count() < b.Count() ? -1 : a.Count() > b.Count() ? 1 : 0;
+}
+
+}  // namespace lore

@@ -1,0 +1,78 @@
+#include "bibliography/source_types.h"
+
+namespace lore {
+
+namespace {
+
+constexpr std::array<std::string_view, kTypeCount> kTypeNames = {
+    "Book", "Journal Article", "Periodical", "Online", "Dissertation/Thesis", "Multimedia", "Lecture/Speech"};
+
+constexpr std::array<std::string_view, kStyleCount> kStyleNames = {"Generic by Title",
+                                                                   "Generic by Author",
+                                                                   "ACM Style",
+                                                                   "ACS Style",
+                                                                   "APSA Style",
+                                                                   "AMA Style",
+                                                                   "ASA Style",
+                                                                   "Harvard Style",
+                                                                   "MLA Style",
+                                                                   "APA Style",
+                                                                   "CSE/CBE Style",
+                                                                   "Chicago Style (Humanities)",
+                                                                   "Chicago Style (Author-Date)",
+                                                                   "Oxford Style"};
+
+constexpr std::string_view kPublisher = "Publication/Publisher:";
+
+/// The labels of the slots 0 to 8 for the types from 1; slot 2 is the date and has none.
+constexpr std::string_view kLabels[kTypeCount][9] = {
+    {"Title:", kPublisher, "", "Vol./No.:", "Page #s:", "Edition/Series:", "City Published:", "Chapter:", "Editors:"},
+    {"Title:", kPublisher, "", "Vol./No.:", "Page #s:", "Date Accessed:", "", "URL:", ""},
+    {"Title:", kPublisher, "", "Section:", "Page #s:", "", "", "", ""},
+    {"Title:", kPublisher, "", "Vol./No.:", "Date Accessed:", "", "", "URL:", ""},
+    {"Title:", kPublisher, "", "", "Page #s:", "", "City Published:", "School:", "Degree:"},
+    {"Title:", kPublisher, "", "", "Medium:", "", "City Published:", "Series:", ""},
+    {"Title:", "Organization:", "", "", "", "", "City/State:", "Event:", "Place:"},
+};
+
+bool IsStandard(int32_t type) {
+    return type >= 1 && type <= kTypeCount;
+}
+
+}  // namespace
+
+std::string_view StandardTypeName(int32_t type) {
+    return IsStandard(type) ? kTypeNames[static_cast<size_t>(type - 1)] : std::string_view();
+}
+
+std::string_view SourceTypeName(const CSource& source) {
+    return source.SourceType >= kFirstCustomType ? std::string_view(source.CustomTypeCopy.name)
+                                                 : StandardTypeName(source.SourceType);
+}
+
+std::string_view StyleName(int32_t style) {
+    return style >= 0 && style < kStyleCount ? kStyleNames[static_cast<size_t>(style)] : std::string_view();
+}
+
+std::string_view FieldLabel(int32_t type, size_t slot) {
+    return IsStandard(type) && slot < std::size(kLabels[0]) ? kLabels[type - 1][slot] : std::string_view();
+}
+
+std::vector<NumberedName> TypeChoices(CustomTypeList& types) {
+    std::vector<NumberedName> choices;
+    for (const int32_t type : kTypeOrder)
+        choices.push_back({type, std::string(StandardTypeName(type))});
+    types.AssignNumbers();
+    for (const CCustomSourceType& type : types)
+        choices.push_back({type.number, "CST: " + type.name});
+    return choices;
+}
+
+std::vector<NumberedName> StyleChoices() {
+    std::vector<NumberedName> choices;
+    for (const int32_t style : kStyleOrder)
+        choices.push_back({style, std::string(StyleName(style))});
+    return choices;
+}
+
+}  // namespace lore
