@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "bibliography/author_list.h"
+#include "bibliography/custom_type_list.h"
+#include "bibliography/source_list.h"
+#include "cli/session.h"
+
+namespace lore {
+
+/// What citations are made from.
+struct BibliographyData {
+    AuthorList authors;
+    CustomTypeList types;
+    SourceList sources;
+};
+
+/// Reads the authors and sources of the session's NoteBook. With `linked` sources of custom types take the present
+/// definition of their type, as they do when the NoteBook is opened. Nothing if there is no such NoteBook.
+std::optional<BibliographyData> LoadBibliographyData(Session& session, bool linked);
+
+/// Reads `{"authors":[...],"sources":[...]}` with the fields of the two records; a missing field has its default.
+/// Nothing, told on standard error, if the file can't be read or isn't of that form; `status` then says why.
+std::optional<BibliographyData> ReadBibliographyJson(Session& session, const std::string& file, ExitStatus& status);
+
+}  // namespace lore

@@ -1,0 +1,140 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+
+#include "base/text.h"
+#include "calendar/event_file.h"
+#include "calendar/reminder_file.h"
+#include "calendar/series.h"
+#include "cli/command.h"
+#include "cli/json_records.h"
+
+namespace lore {
+
+namespace {
+
+class EventsCommand : public Command {
+public:
+    const char* Name() const override { return "events"; }
+    const char* Help() const override { return "Lists the events of the calendar"; }
+    void Declare(CLI::App& app) override {
+        app.add_option("--from", from_, "Leave out what covers the range from this date ...")->type_name("DATE");
+        app.add_option("--to", to_, "... to this one and more; given alone, a bound leaves out what lies beyond it")
+            ->type_name("DATE");
+    }
+    ExitStatus Run(Session& session) override {
+        DateTime from;
+        DateTime to;
+        if ((from_ && !ParseDateArgument(*from_, from)) || (to_ && !ParseDateArgument(*to_, to))) {
+            PrintError("a date is written YYYY-MM-DD or YYYY-MM-DDTHH:MM:SS");
+            return ExitStatus::WrongUsage;
+        }
+        Print(session, Load(session, from, to));
+        return ExitStatus::Done;
+    }
+
+private:
+    EventList Load(Session& session, const DateTime& from, const DateTime& to) const {
+        const std::filesystem::path path = session.Data().Events();
+        EventList events;
+        const FileResult result = from_ && to_ ? LoadEventsInRange(path, session.Context(), from, to, events)
+                                               : LoadAllEvents(path, session.Context(), events);
+        session.Check(result, "The events could not be read", path);
+        if (from_ && !to_)
+            std::erase_if(events, [&](const CTmEvent& event) { return !from.IsEarlierOrEqual(event.Start); });
+        if (to_ && !from_)
+            std::erase_if(events, [&](const CTmEvent& event) { return !event.End.IsEarlierOrEqual(to); });
+        return events;
+    }
+    static void Print(const Session& session, const EventList& events) {
+        Json list = Json::array();
+        for (const CTmEvent& event : events) {
+            if (session.Json())
+                list.push_back(JsonEvent(event));
+            else
+                std::printf("%s  %s  %s\n", event.Start.Format("%Y-%m-%d %H:%M").c_str(),
+                            event.End.Format("%Y-%m-%d %H:%M").c_str(), ToUtf8(event.Label).c_str());
+        }
+        if (session.Json())
+            PrintJson(list);
+    }
+
+    std::optional<std::string> from_, to_;
+};
+
+class RemindersCommand : public Command {
+public:
+    const char* Name() const override { return "reminders"; }
+    const char* Help() const override { return "Lists the reminders"; }
+    void Declare(CLI::App&) override {}
+    ExitStatus Run(Session& session) override {
+        const std::filesystem::path path = session.Data().Reminders();
+        ReminderList reminders;
+        session.Check(LoadAllReminders(path, session.Context(), reminders), "The reminders could not be read", path);
+        Json list = Json::array();
+        for (const CTmReminder& reminder : reminders) {
+            if (session.Json())
+                list.push_back(JsonReminder(reminder));
+            else
+                std::printf("%s  %-6s  %s\n", reminder.SendTime.Format("%Y-%m-%d %H:%M").c_str(),
+                            ReminderTypeName(reminder.Type), ToUtf8(reminder.EventLabel).c_str());
+        }
+        if (session.Json())
+            PrintJson(list);
+        return ExitStatus::Done;
+    }
+};
+
+class ExpandCommand : public Command {
+public:
+    const char* Name() const override { return "expand"; }
+    const char* Help() const override { return "Shows the dates of each series of an event file"; }
+    void Declare(CLI::App& app) override { app.add_option("FILE", file_, "An Events.dat")->required(); }
+    ExitStatus Run(Session& session) override {
+        EventList events;
+        if (const FileResult result = LoadAllEvents(file_, session.Context(), events); !result.Ok()) {
+            session.Faults().Tell({"The events could not be read", file_, result.Reason()});
+            return ExitStatus::Fault;
+        }
+        Json list = Json::array();
+        for (const CTmEvent& event : events) {
+            if (event.Recurring == 1)
+                list.push_back(Expanded(event));
+        }
+        if (session.Json())
+            PrintJson(list);
+        else
+            PrintLines(list);
+        return ExitStatus::Done;
+    }
+
+private:
+    static Json Expanded(const CTmEvent& event) {
+        Json occurrences = Json::array();
+        for (const Occurrence& occurrence : SeriesDates(event))
+            occurrences.push_back(Json::array({JsonDate(occurrence.start), JsonDate(occurrence.end)}));
+        return {{"EventId", JsonText(event.EventId)},
+                {"SeriesId", JsonText(event.SeriesId)},
+                {"occurrences", std::move(occurrences)}};
+    }
+    static void PrintLines(const Json& list) {
+        for (const Json& event : list) {
+            std::printf("%s\n", event["EventId"].get_ref<const std::string&>().c_str());
+            for (const Json& pair : event["occurrences"])
+                std::printf("  %s  %s\n", pair[0].get_ref<const std::string&>().c_str(),
+                            pair[1].get_ref<const std::string&>().c_str());
+        }
+    }
+
+    std::string file_;
+};
+
+}  // namespace
+
+void AddCalendarCommands(Commands& commands) {
+    commands.push_back(std::make_unique<EventsCommand>());
+    commands.push_back(std::make_unique<RemindersCommand>());
+    commands.push_back(std::make_unique<ExpandCommand>());
+}
+
+}  // namespace lore

@@ -1,0 +1,116 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "base/text.h"
+#include "cli/command.h"
+#include "cli/json_records.h"
+
+namespace lore {
+
+namespace {
+
+class CategoriesCommand : public Command {
+public:
+    const char* Name() const override { return "categories"; }
+    const char* Help() const override { return "Shows the category forest with the numbers of notes"; }
+    void Declare(CLI::App& app) override {
+        app.add_option("--set", set_, "Count only this category set")->check(CLI::Range(1, kSetCount))->type_name("N");
+    }
+    ExitStatus Run(Session& session) override {
+        OpenNoteBook book;
+        if (!session.Load(book, false))
+            return ExitStatus::NothingFound;
+        if (session.Json()) {
+            Json list = Json::array();
+            for (const CProCategoryTree& root : book.categories.Roots())
+                list.push_back(Node(root));
+            PrintJson(list);
+        } else {
+            for (const CProCategoryTree& root : book.categories.Roots())
+                PrintNode(root, 0);
+        }
+        return ExitStatus::Done;
+    }
+
+private:
+    Json Node(const CProCategoryTree& tree) const {
+        Json json = {{"id", tree.id}, {"parentID", tree.parentID}, {"name", JsonText(tree.name)}};
+        for (int set = 1; set <= kSetCount; ++set) {
+            if (set_ == 0 || set_ == set)
+                json["notes" + std::to_string(set)] = tree.notes[static_cast<size_t>(set - 1)].Count();
+        }
+        Json children = Json::array();
+        for (const CProCategoryTree& child : tree.children)
+            children.push_back(Node(child));
+        json["children"] = std::move(children);
+        return json;
+    }
+    void PrintNode(const CProCategoryTree& tree, int level) const {
+        LongList notes;
+        for (int set = 1; set <= kSetCount; ++set) {
+            if (set_ == 0 || set_ == set)
+                notes.Merge(tree.notes[static_cast<size_t>(set - 1)]);
+        }
+        std::printf("%*s%s  (%zu)\n", level * 2, "", ToUtf8(tree.name).c_str(), notes.Count());
+        for (const CProCategoryTree& child : tree.children)
+            PrintNode(child, level + 1);
+    }
+
+    int set_ = 0;
+};
+
+class KeyWordsCommand : public Command {
+public:
+    const char* Name() const override { return "keywords"; }
+    const char* Help() const override { return "Lists the key words with their notes"; }
+    void Declare(CLI::App&) override {}
+    ExitStatus Run(Session& session) override {
+        OpenNoteBook book;
+        if (!session.Load(book, false))
+            return ExitStatus::NothingFound;
+        Json list = Json::array();
+        for (const CKeyWord& word : book.keyWords.Entries()) {
+            if (session.Json())
+                list.push_back({{"name", JsonText(word.name)}, {"notes", JsonIds(word.notes)}});
+            else
+                std::printf("%s  (%zu)\n", ToUtf8(word.name).c_str(), word.notes.Count());
+        }
+        if (session.Json())
+            PrintJson(list);
+        return ExitStatus::Done;
+    }
+};
+
+class ColorsCommand : public Command {
+public:
+    const char* Name() const override { return "colors"; }
+    const char* Help() const override { return "Lists the border colours with their notes"; }
+    void Declare(CLI::App&) override {}
+    ExitStatus Run(Session& session) override {
+        OpenNoteBook book;
+        if (!session.Load(book, false))
+            return ExitStatus::NothingFound;
+        Json list = Json::array();
+        for (const CSearchColor& entry : book.colors.Entries()) {
+            if (session.Json()) {
+                list.push_back({{"id", entry.id}, {"color", JsonColor(entry.color)}, {"notes", JsonIds(entry.notes)}});
+            } else {
+                std::printf("%d  %u,%u,%u  (%zu)\n", entry.id, RedOf(entry.color), GreenOf(entry.color),
+                            BlueOf(entry.color), entry.notes.Count());
+            }
+        }
+        if (session.Json())
+            PrintJson(list);
+        return ExitStatus::Done;
+    }
+};
+
+}  // namespace
+
+void AddClassifyCommands(Commands& commands) {
+    commands.push_back(std::make_unique<CategoriesCommand>());
+    commands.push_back(std::make_unique<KeyWordsCommand>());
+    commands.push_back(std::make_unique<ColorsCommand>());
+}
+
+}  // namespace lore

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/session.h"
+
+namespace CLI {
+class App;
+}
+
+namespace lore {
+
+/// One command of the command line.
+class Command {
+public:
+    virtual ~Command() = default;
+    virtual const char* Name() const = 0;
+    virtual const char* Help() const = 0;
+    /// Declares its options and arguments, which land in members.
+    virtual void Declare(CLI::App& app) = 0;
+    virtual ExitStatus Run(Session& session) = 0;
+};
+
+using Commands = std::vector<std::unique_ptr<Command>>;
+
+// The commands, a group for each unit.
+void AddNoteCommands(Commands& commands);
+void AddSearchCommands(Commands& commands);
+void AddTextCommands(Commands& commands);
+void AddBibliographyCommands(Commands& commands);
+void AddCiteCommands(Commands& commands);
+void AddClassifyCommands(Commands& commands);
+void AddCalendarCommands(Commands& commands);
+void AddDumpCommands(Commands& commands);
+void AddDataCommands(Commands& commands);
+
+/// Runs a whole command line and gives its exit status.
+int RunCommandLine(int argc, char** argv);
+
+/// "3,7,12" as numbers, each once; nothing if it holds anything else.
+bool ParseIds(const std::string& text, LongList& ids);
+/// "YYYY-MM-DD", "YYYY-MM-DDTHH:MM:SS" or "YYYY-MM-DD HH:MM[:SS]"; false for anything else.
+bool ParseDateArgument(const std::string& text, DateTime& date);
+
+}  // namespace lore

@@ -1,0 +1,95 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "base/text.h"
+#include "cli/command.h"
+
+namespace lore {
+
+namespace {
+
+Commands AllCommands() {
+    Commands commands;
+    AddNoteCommands(commands);
+    AddSearchCommands(commands);
+    AddTextCommands(commands);
+    AddBibliographyCommands(commands);
+    AddCiteCommands(commands);
+    AddClassifyCommands(commands);
+    AddCalendarCommands(commands);
+    AddDumpCommands(commands);
+    AddDataCommands(commands);
+    return commands;
+}
+
+void DeclareGlobals(CLI::App& app, GlobalOptions& options) {
+    app.add_option("--data", options.data, "The data root, the folder that holds \"Data Files\"")->type_name("DIR");
+    app.add_option("--settings", options.settings, "The settings store as an INI file")->type_name("FILE");
+    app.add_option("--notebook", options.notebook, "A NoteBook by name, folder name or GUID")->type_name("NOTEBOOK");
+    app.add_flag("--json", options.json, "Print one JSON document");
+    app.fallthrough();
+    app.require_subcommand(1);
+}
+
+int Finish(ExitStatus status, const Session& session, const PrintedFaults& faults) {
+    (void)session;
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        PrintError("standard output could not be written");
+        status = ExitStatus::Fault;
+    }
+    if (status == ExitStatus::Done && faults.Any())
+        status = ExitStatus::Fault;
+    return static_cast<int>(status);
+}
+
+}  // namespace
+
+bool ParseIds(const std::string& text, LongList& ids) {
+    for (size_t from = 0; from <= text.size();) {
+        const size_t comma = std::min(text.find(',', from), text.size());
+        const std::string_view piece = Trim(std::string_view(text).substr(from, comma - from));
+        const std::string_view digits = piece.starts_with('-') ? piece.substr(1) : piece;
+        if (digits.empty() || digits.find_first_not_of("0123456789") != std::string_view::npos)
+            return false;
+        ids.AddUnique(ParseInt(piece));
+        from = comma + 1;
+    }
+    return true;
+}
+
+bool ParseDateArgument(const std::string& text, DateTime& date) {
+    std::array<int, 6> parts{};
+    int used = 0;
+    char separator = 0;
+    const int read = std::sscanf(text.c_str(), "%4d-%2d-%2d%n%c%2d:%2d%n:%2d%n", &parts[0], &parts[1], &parts[2], &used,
+                                 &separator, &parts[3], &parts[4], &used, &parts[5], &used);
+    if (read < 3 || static_cast<size_t>(used) != text.size() || (read > 3 && separator != 'T' && separator != ' '))
+        return false;
+    date = DateTime(parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]);
+    return date.IsValid();
+}
+
+int RunCommandLine(int argc, char** argv) {
+    CLI::App app("Lorebinder on the command line: research notes, their sources, categories and calendar");
+    app.name("lorebinder-cli");
+    app.set_version_flag("--version", "Lorebinder 1.56, data version 11.56");
+    GlobalOptions options;
+    DeclareGlobals(app, options);
+    const Commands commands = AllCommands();
+    for (const auto& command : commands)
+        command->Declare(*app.add_subcommand(command->Name(), command->Help()));
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::WrongUsage);
+    }
+    const std::string name = app.get_subcommands().front()->get_name();
+    const auto chosen =
+        std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });
+    Session session(options);
+    return Finish((*chosen)->Run(session), session, session.Faults());
+}
+
+}  // namespace lore

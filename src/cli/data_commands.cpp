@@ -1,0 +1,7 @@
+#include "cli/command.h"
+
+namespace lore {
+
+void AddDataCommands(Commands&) {}
+
+}  // namespace lore

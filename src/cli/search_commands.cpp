@@ -1,0 +1,120 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "base/text.h"
+#include "cli/command.h"
+#include "cli/json_records.h"
+#include "notes/search_database.h"
+#include "ports/prompts.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+
+namespace {
+
+/// Tells the system's messages on standard error.
+class PrintedPrompts : public Prompts {
+public:
+    void Message(const std::string& text, const std::string&, PromptIcon) override { PrintError(ToUtf8(text)); }
+    PromptAnswer Ask(const std::string&, const std::string&, bool) override { return PromptAnswer::No; }
+    std::optional<std::string> AskText(const std::string&, const std::string&, const std::string&) override {
+        return std::nullopt;
+    }
+};
+
+class SearchCommand : public Command {
+public:
+    const char* Name() const override { return "search"; }
+    const char* Help() const override { return "Searches the texts of the notes"; }
+    void Declare(CLI::App& app) override {
+        app.add_option("TEXT", text_, "Terms joined by AND or OR; in quotes for whole words")->required();
+        app.add_option("--ids", ids_, "Only in these notes, as the search of the current list")->type_name("ID,ID...");
+        app.add_flag("--marked", marked_, "Add the rich text with the hits marked");
+    }
+    ExitStatus Run(Session& session) override {
+        LongList ids;
+        if (ids_ && !ParseIds(*ids_, ids)) {
+            PrintError("--ids takes numbers parted by commas, not \"" + *ids_ + "\"");
+            return ExitStatus::WrongUsage;
+        }
+        PrintedPrompts prompts;
+        NoteSearch search;
+        const std::string typed = CleanText(FromUtf8(Trim(text_)));
+        if (!ParseSearchString(typed, &prompts, search))
+            return ExitStatus::WrongUsage;
+        const auto results = ids_ ? SearchNotes(session, search, ids) : SearchAll(session, search);
+        if (!results)
+            return ExitStatus::NothingFound;
+        Print(session, search, *results);
+        return results->empty() ? ExitStatus::NothingFound : ExitStatus::Done;
+    }
+
+private:
+    using Results = std::vector<SearchResult>;
+
+    std::optional<Results> SearchAll(Session& session, const NoteSearch& search) const {
+        const auto noteBook = session.NoteBook();
+        if (!noteBook)
+            return std::nullopt;
+        if (search.searchTerms.empty())
+            return Results{};
+        SearchOptions options;
+        options.marked = marked_;
+        options.hits = session.Json();
+        return SearchDatabase(NoteBookPaths(session.Data(), noteBook->folder).Notes(), NoteMatcher(search), options,
+                              session.Context(), session.Faults());
+    }
+    /// The search of the current note list: these notes in this order, SHOWALL as a word like any other.
+    std::optional<Results> SearchNotes(Session& session, const NoteSearch& search, const LongList& ids) const {
+        OpenNoteBook book;
+        if (!session.Load(book, false))
+            return std::nullopt;
+        const NoteMatcher matcher(search);
+        const bool isWholeList = search.searchTerms.empty();
+        Results results;
+        for (const CNote& note : FindNotes(book.index, ids, session.Context(), session.Faults())) {
+            const std::string text = PlainText(note.rtfText);
+            if (!isWholeList && !matcher.Matches(text))
+                continue;
+            SearchResult result{note.id, matcher.Hits(text), {}};
+            if (marked_ && !result.hits.empty())
+                result.displayRtf = matcher.MarkedRtf(note.rtfText);
+            results.push_back(std::move(result));
+        }
+        return results;
+    }
+    void Print(const Session& session, const NoteSearch& search, const Results& results) const {
+        if (!session.Json()) {
+            for (const SearchResult& result : results)
+                std::printf("%d\n", result.id);
+            return;
+        }
+        Json list = Json::array();
+        for (const SearchResult& result : results) {
+            Json hits = Json::array();
+            for (const TextRange& hit : result.hits)
+                hits.push_back(Json::array({hit.begin, hit.end}));
+            list.push_back({{"id", result.id}, {"hits", std::move(hits)}});
+            if (marked_)
+                list.back()["displayRtf"] = JsonText(result.displayRtf);
+        }
+        Json terms = Json::array();
+        for (const std::string& term : search.searchTerms)
+            terms.push_back(JsonText(term));
+        PrintJson({{"searchOperator", search.searchOperator},
+                   {"searchTerms", std::move(terms)},
+                   {"results", std::move(list)}});
+    }
+
+    std::string text_;
+    std::optional<std::string> ids_;
+    bool marked_ = false;
+};
+
+}  // namespace
+
+void AddSearchCommands(Commands& commands) {
+    commands.push_back(std::make_unique<SearchCommand>());
+}
+
+}  // namespace lore

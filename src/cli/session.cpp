@@ -1,0 +1,97 @@
+#include "cli/session.h"
+
+#include <cstdio>
+
+#include "base/text.h"
+#include "platform/places.h"
+
+namespace lore {
+
+namespace {
+
+std::filesystem::path SettingsFile(const GlobalOptions& options) {
+    if (!options.settings.empty())
+        return options.settings;
+    return options.data.empty() ? UserSettingsFile() : std::filesystem::path(options.data) / "settings.ini";
+}
+
+}  // namespace
+
+void PrintError(const std::string& message) {
+    std::fprintf(stderr, "lorebinder-cli: %s\n", message.c_str());
+}
+
+void PrintedFaults::Tell(const Fault& fault) {
+    any_ = true;
+    PrintError(ToUtf8(fault.what) + ": " + fault.path + ": " + fault.reason);
+}
+
+Session::Session(const GlobalOptions& options)
+    : options_(options),
+      data_{options.data.empty() ? UserDataRoot() : std::filesystem::path(options.data)},
+      store_(SettingsFile(options)),
+      context_(MakeReadContext(clock_, guids_)) {
+    settings_.LoadOptions(store_);
+}
+
+void Session::Check(const FileResult& result, const char* what, const std::filesystem::path& path) {
+    if (!result.Ok() && !result.Missing())
+        faults_.Tell({what, path.string(), result.Reason()});
+}
+
+const std::vector<CDatabase>& Session::NoteBooks() {
+    if (!noteBooks_) {
+        noteBooks_.emplace();
+        Check(LoadDatabases(data_.DatabasesFile(), context_, *noteBooks_), "The list of NoteBooks could not be read",
+              data_.DatabasesFile());
+    }
+    return *noteBooks_;
+}
+
+CDatabase Session::Main() const {
+    return MainNoteBook(settings_.Text(Option::LocalGUID));
+}
+
+std::optional<CDatabase> Session::NoteBook() {
+    const std::string& local = settings_.Text(Option::LocalGUID);
+    if (options_.notebook.empty())
+        return StartNoteBook(NoteBooks(), {local, settings_.Text(Option::Database)});
+    auto found = FindNoteBook(NoteBooks(), local, FromUtf8(options_.notebook));
+    if (!found)
+        PrintError("there is no NoteBook \"" + options_.notebook +
+                   "\"; the command \"notebooks\" lists those that there are");
+    return found;
+}
+
+std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts) {
+    const auto database = NoteBook();
+    if (!database)
+        return std::nullopt;
+    book.database = *database;
+    book.paths = NoteBookPaths(data_, database->folder);
+    IdCounters counters{settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID),
+                        settings_.Int(Option::MaxCategoryID)};
+    LoadOptions options;
+    options.mode = LoadMode::ReadOnly;
+    options.texts = texts;
+    options.keepHeads = keepHeads;
+    return LoadNoteBook(book, counters, context_, faults_, options);
+}
+
+bool Session::TakeLock(ExitStatus& status) {
+    int error = 0;
+    lock_ = DataLock::Take(data_.root, error);
+    if (lock_)
+        return true;
+    if (error != 0) {
+        faults_.Tell({"The data folder could not be locked", data_.root.string(), FileResult{error}.Reason()});
+        status = ExitStatus::Fault;
+    } else {
+        PrintError("another process holds the data folder " + data_.root.string() +
+                   "; close it (or wait until it is done) and try again");
+        status = ExitStatus::Locked;
+    }
+    return false;
+}
+
+}  // namespace lore

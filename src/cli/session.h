@@ -1,0 +1,80 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "notes/note_book_loader.h"
+#include "notes/notebook_list.h"
+#include "notes/notebook_paths.h"
+#include "platform/data_lock.h"
+#include "platform/ini_store.h"
+#include "platform/system_sources.h"
+#include "ports/fault_notice.h"
+#include "settings/settings.h"
+
+namespace lore {
+
+/// What a run of the command line ends with.
+enum class ExitStatus { Done = 0, NothingFound = 1, WrongUsage = 2, Fault = 3, Locked = 4 };
+
+/// The options that stand before the command.
+struct GlobalOptions {
+    std::string data;
+    std::string settings;
+    std::string notebook;
+    bool json = false;
+};
+
+/// Prints faults to standard error and remembers that there was one.
+class PrintedFaults : public FaultNotice {
+public:
+    void Tell(const Fault& fault) override;
+    bool Any() const { return any_; }
+
+private:
+    bool any_ = false;
+};
+
+/// The data folder, the settings and the NoteBook that one run works on. Opening reads; it changes nothing.
+class Session {
+public:
+    explicit Session(const GlobalOptions& options);
+
+    bool Json() const { return options_.json; }
+    const DataPaths& Data() const { return data_; }
+    Settings& GetSettings() { return settings_; }
+    SettingsStore& Store() { return store_; }
+    const ReadContext& Context() const { return context_; }
+    PrintedFaults& Faults() { return faults_; }
+    const std::vector<CDatabase>& NoteBooks();
+    CDatabase Main() const;
+
+    /// The NoteBook that --notebook or the settings name. Nothing, told on standard error, if there is none.
+    std::optional<CDatabase> NoteBook();
+    /// Reads that NoteBook without changing a byte.
+    std::optional<LoadReport> Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts = nullptr);
+
+    /// Tells a read that failed; a file that just isn't there has no records and is no failure.
+    void Check(const FileResult& result, const char* what, const std::filesystem::path& path);
+    /// Takes the lock for a command that writes; false, told on standard error, if another process holds it.
+    bool TakeLock(ExitStatus& status);
+
+private:
+    GlobalOptions options_;
+    DataPaths data_;
+    IniStore store_;
+    Settings settings_;
+    SystemClock clock_;
+    SystemGuids guids_;
+    ReadContext context_;
+    PrintedFaults faults_;
+    std::optional<std::vector<CDatabase>> noteBooks_;
+    std::optional<DataLock> lock_;
+};
+
+/// Prints a line to standard error, in front of it the program's name.
+void PrintError(const std::string& message);
+
+}  // namespace lore

@@ -1,0 +1,104 @@
+#!/usr/bin/env python3
+"""Reads the includes of src/: folders reach only folders above them, the core knows no Qt, and no units form a circle.
+
+Usage: layers_test.py SOURCE_ROOT. Also checks itself on trees with a planted fault."""
+import pathlib
+import re
+import sys
+import tempfile
+
+ORDER = ("base ports settings rtf bibliography classify notes edit exchange notebooks calendar online app "
+         "platform ui cli agent printsave").split()
+FIRST_WITH_QT = ORDER.index("platform")
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
+
+
+def includes(root):
+    """Yields (file, quote, included) for every include of a source file, the file relative to the root."""
+    for path in sorted(root.rglob("*")):
+        if path.suffix in (".h", ".cpp"):
+            for quote, name in INCLUDE.findall(path.read_text(encoding="utf-8")):
+                yield path.relative_to(root).as_posix(), quote, name
+
+
+def unit(name):
+    return name.rsplit(".", 1)[0]
+
+
+def wrong_arrows(found):
+    for file, quote, name in found:
+        here = ORDER.index(file.split("/")[0])
+        if quote == '"':
+            folder = name.split("/")[0]
+            if "/" in name and folder in ORDER and ORDER.index(folder) > here:
+                yield f"{file} includes {name}, which lies below it"
+            elif folder not in ORDER:
+                yield f'{file} includes "{name}" by a path that does not begin at src/'
+        elif here < FIRST_WITH_QT and re.match(r"Q[A-Z]|Qt", name):
+            yield f"{file} includes {name}, but the core knows no Qt"
+
+
+def circles(found):
+    """Units (a header with its source) that reach themselves through includes of other units."""
+    graph = {}
+    for file, quote, name in found:
+        if quote == '"' and unit(name) != unit(file):
+            graph.setdefault(unit(file), set()).add(unit(name))
+    state = {}
+
+    def walk(start):
+        stack = [(start, iter(sorted(graph.get(start, ()))))]
+        state[start] = "open"
+        path = [start]
+        while stack:
+            node, rest = stack[-1]
+            for nxt in rest:
+                if state.get(nxt) == "open":
+                    yield " -> ".join(path[path.index(nxt):] + [nxt])
+                elif nxt not in state:
+                    state[nxt] = "open"
+                    path.append(nxt)
+                    stack.append((nxt, iter(sorted(graph.get(nxt, ())))))
+                    break
+            else:
+                state[node] = "done"
+                stack.pop()
+                path.pop()
+
+    for node in sorted(graph):
+        if node not in state:
+            yield from walk(node)
+
+
+def faults(root):
+    found = list(includes(root))
+    unknown = {f.split("/")[0] for f, _, _ in found} - set(ORDER)
+    if unknown:
+        return [f"src/{folder} has no place in the order of folders" for folder in sorted(unknown)]
+    return list(wrong_arrows(found)) + ["circle: " + c for c in circles(found)]
+
+
+def check_on_planted_faults():
+    planted = {
+        "an upward arrow": {"base/a.h": '#include "notes/b.h"\n', "notes/b.h": ""},
+        "Qt in the core": {"notes/a.cpp": "#include <QString>\n"},
+        "a circle of units": {"base/a.h": '#include "base/b.h"\n', "base/b.cpp": '#include "base/c.h"\n',
+                              "base/b.h": "", "base/c.h": '#include "base/a.h"\n'},
+        "an unknown folder": {"util/a.cpp": '#include "base/b.h"\n'},
+        "a path that is not from the root": {"base/a.cpp": '#include "b.h"\n'},
+    }
+    for what, files in planted.items():
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in files.items():
+                path = pathlib.Path(folder, name)
+                path.parent.mkdir(parents=True, exist_ok=True)
+                path.write_text(text, encoding="utf-8")
+            if not faults(pathlib.Path(folder)):
+                sys.exit(f"the check does not see {what}")
+
+
+if __name__ == "__main__":
+    check_on_planted_faults()
+    bad = faults(pathlib.Path(sys.argv[1]))
+    print("\n".join(bad) or "the folders stand in order")
+    sys.exit(bool(bad))
