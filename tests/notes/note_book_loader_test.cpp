@@ -1,0 +1,391 @@
+#include "notes/note_book_loader.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <sys/stat.h>
+
+#include "bibliography/source_record.h"
+#include "notes/note_builder.h"
+#include "notes/note_cleaner.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+
+/// A NoteBook on disk that is loaded again and again.
+class NoteBookLoader : public testing::Test {
+protected:
+    LoadReport Load(LoadOptions options = {}) {
+        book.paths = disk.paths;
+        return LoadNoteBook(book, counters, world.context, faults, options);
+    }
+    static LoadOptions ReadOnly() {
+        LoadOptions options;
+        options.mode = LoadMode::ReadOnly;
+        return options;
+    }
+    void PutSources(const std::vector<int32_t>& ids) {
+        SourceList sources;
+        for (const int32_t id : ids) {
+            CSource source = MakeSource(world.context);
+            source.SourceID = id;
+            source.SourceGUID = "{S" + std::to_string(id) + "}";
+            source.FieldTexts[0] = "Title " + std::to_string(id);
+            sources.AddTail(source);
+        }
+        ASSERT_TRUE(sources.SaveSources(disk.paths.Sources(), {}).Ok());
+    }
+    void PutCategories() {
+        CProCategoryList forest;
+        forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
+        forest.AddRoot(PathOf({{9, "Places"}}));
+        ASSERT_TRUE(forest.Save(disk.paths.Categories()).Ok());
+    }
+    std::map<std::string, std::string> AllBytes() const {
+        std::map<std::string, std::string> bytes;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(disk.folder.Path())) {
+            if (entry.is_regular_file())
+                bytes[entry.path().string()] = BytesOf(entry.path());
+        }
+        return bytes;
+    }
+    std::vector<std::string> KeyWords() const {
+        std::vector<std::string> names;
+        for (const CKeyWord& word : book.keyWords.Entries())
+            names.push_back(word.name);
+        return names;
+    }
+    static std::vector<int32_t> Ids(const LoadReport& report) {
+        std::vector<int32_t> ids;
+        for (const ShownNote& note : report.shown)
+            ids.push_back(note.id);
+        return ids;
+    }
+
+    NoteBookFolder disk;
+    ReadWorld world;
+    KeptFaults faults;
+    IdCounters counters;
+    OpenNoteBook book;
+};
+
+TEST_F(NoteBookLoader, EmptyNoteBookHasNoNotesAndMovesEveryCounter) {
+    counters = {10, 20, 30};
+    Load();
+    EXPECT_EQ(book.TotalNoteCount(), 0u);
+    EXPECT_EQ(counters.MaxNoteID, 11);
+    EXPECT_EQ(counters.MaxAuthorID, 21);
+    EXPECT_EQ(counters.MaxCategoryID, 31);
+    Load();
+    EXPECT_EQ(counters.MaxNoteID, 12);
+    EXPECT_TRUE(faults.told.empty());
+}
+
+TEST_F(NoteBookLoader, BuildsThePictureFromTheNotes) {
+    PutSources({1011, 1013});
+    PutCategories();
+    CNote full = FullNote(50);
+    full.borderColor = MakeRgb(200, 0, 0);
+    CNote near = DayNote(7);
+    near.borderColor = MakeRgb(204, 3, 1);
+    near.keyWords = "lamp";
+    near.categories[1] = PathOf({{77, "Unknown"}});
+    disk.Put("SRC0000001011.dat", {full});
+    disk.Put("DAY01012020.dat", {near, DayNote(8)});
+    disk.Put("SRC0000000099.dat", {SourceNote(9, {99})});
+    PutBytes(disk.paths.NoteFile("backup.dat.old"), NoteFileBytes(std::vector<CNote>{DayNote(90)}));
+    PutBytes(disk.paths.NoteFile("xdat"), NoteFileBytes(std::vector<CNote>{DayNote(91)}));
+
+    const LoadReport report = Load();
+    EXPECT_THAT(report.files, ElementsAre("DAY01012020.dat", "SRC0000000099.dat", "SRC0000001011.dat", "xdat"));
+    EXPECT_THAT(Ids(report), ElementsAre(7, 8, 9, 50, 91));
+    EXPECT_EQ(book.TotalNoteCount(), 5u);
+    EXPECT_EQ(*book.index.FindPath(9), disk.paths.NoteFile("SRC0000000099.dat").string());
+    EXPECT_THAT(book.notesWithoutSource.Values(), ElementsAre(7, 8, 9, 91));
+    EXPECT_THAT(book.sources.FindSourceByID(1011)->NoteIDs.Values(), ElementsAre(50));
+    EXPECT_THAT(book.sources.FindSourceByID(1013)->NoteIDs.Values(), ElementsAre(50));
+    EXPECT_THAT(book.categories.FindByID(3)->notes[0].Values(), ElementsAre(50));
+    EXPECT_THAT(book.categories.FindByID(4)->notes[0].Values(), ElementsAre(50));
+    EXPECT_THAT(book.categories.FindByID(9)->notes[2].Values(), ElementsAre(50));
+    EXPECT_THAT(book.categories.FindByID(kUnassignedID)->notes[1].Values(), ElementsAre(8, 9, 50, 91));
+    EXPECT_THAT(KeyWords(), ElementsAre("fog \xFC", "Fresnel", "lamp"));
+    EXPECT_THAT(book.keyWords.FindByName("lamp")->notes.Values(), ElementsAre(7, 50));
+    ASSERT_EQ(book.colors.Count(), 2u);
+    EXPECT_EQ(book.colors.Entries()[0].color, MakeRgb(204, 3, 1));
+    EXPECT_THAT(book.colors.Entries()[0].notes.Values(), ElementsAre(7, 50));
+    EXPECT_EQ(counters.MaxNoteID, 92);
+    EXPECT_EQ(counters.MaxCategoryID, 10);
+}
+
+TEST_F(NoteBookLoader, SecondLoadForgetsTheFirst) {
+    PutCategories();
+    disk.Put("DAY01012020.dat", {FullNote(5)});
+    Load();
+    disk.Put("DAY01012020.dat", {DayNote(6)});
+    Load();
+    EXPECT_THAT(book.index.AllIDs().Values(), ElementsAre(6));
+    EXPECT_TRUE(book.keyWords.IsEmpty());
+    EXPECT_THAT(book.notesWithoutSource.Values(), ElementsAre(6));
+    EXPECT_TRUE(book.categories.FindByID(4)->notes[0].IsEmpty());
+}
+
+TEST_F(NoteBookLoader, NoteThatStandsTwiceShowsFromItsHomeElseTheFirstMet) {
+    CNote lost = SourceNote(1, {1011});
+    lost.keyWords = "stray";
+    CNote home = SourceNote(1, {1011});
+    home.keyWords = "home";
+    CNote first = DayNote(2);
+    first.keyWords = "first";
+    CNote second = DayNote(2);
+    second.keyWords = "second";
+    disk.Put("a.dat", {lost, first});
+    disk.Put("SRC0000001011.dat", {home, SourceNote(1, {1011})});
+    disk.Put("b.dat", {second, DayNote(3), DayNote(3)});
+    const LoadReport report = Load();
+    EXPECT_THAT(Ids(report), ElementsAre(1, 2, 3));
+    EXPECT_THAT(KeyWords(), ElementsAre("first", "home"));
+    EXPECT_EQ(book.TotalNoteCount(), 3u);
+    EXPECT_EQ(*book.index.FindPath(1), disk.paths.NoteFile("SRC0000001011.dat").string());
+    EXPECT_EQ(*book.index.FindPath(2), disk.paths.NoteFile("a.dat").string());
+
+    const std::vector<CNote> found = FindNotes(book.index, {2, 1}, world.context, faults);
+    ASSERT_EQ(found.size(), 2u);
+    EXPECT_EQ(found[0].keyWords, "first");
+    EXPECT_EQ(found[1].keyWords, "home");
+    std::vector<CNote> all;
+    LoadAllNotes(disk.paths.Notes(), world.context, faults, all);
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[0].keyWords, "home");
+    EXPECT_EQ(CountNotes(disk.paths.Notes(), world.context, faults), 3u);
+}
+
+TEST_F(NoteBookLoader, ReadOnlyLoadChangesNoByteAndNoCounter) {
+    CNote converted = DayNote(4);
+    converted.categories[0] = PathOf({{-1, "Old"}, {-1, "Path"}});
+    disk.Put("DAY01012020.dat", {converted});
+    PutBytes(disk.paths.NoteFile("DAY02022020.dat"), RawRecord().Real(11.56).Int(0).Bytes());
+    PutBytes(disk.paths.Sources(), RawRecord().Real(11.0).Int(0).Bytes());
+    counters = {10, 20, 30};
+    const auto before = AllBytes();
+    const LoadReport report = Load(ReadOnly());
+    EXPECT_EQ(AllBytes(), before);
+    EXPECT_EQ(counters.MaxNoteID + counters.MaxAuthorID + counters.MaxCategoryID, 60);
+    EXPECT_TRUE(report.converted);
+}
+
+TEST_F(NoteBookLoader, ReadOnlyLoadBuildsTheForestThatAFullLoadWrites) {
+    CNote first = DayNote(4);
+    first.categories[0] = PathOf({{-1, "Old"}, {-1, "Path"}});
+    CNote second = DayNote(5);
+    second.categories[1] = PathOf({{-1, "Old"}});
+    disk.Put("DAY01012020.dat", {first, second});
+    PutBytes(disk.paths.EmptyCategories(2),
+             RawRecord().Real(11.0).Int(1).Int(1).Int(0).Text("Empty").Text("<UNASSIGNED>").Bytes());
+    counters.MaxCategoryID = 40;
+    Load(ReadOnly());
+    RecordWriter readOnly;
+    book.categories.Write(&readOnly);
+    const LongList path = book.categories.FindByPlace("Path", "Old", 1)->notes[0];
+    Load();
+    RecordWriter full;
+    book.categories.Write(&full);
+    EXPECT_EQ(readOnly.Logical(), full.Logical());
+    EXPECT_EQ(path, LongList({4}));
+    EXPECT_EQ(book.categories.FindByPlace("Path", "Old", 1)->notes[0], LongList({4}));
+    EXPECT_THAT(book.categories.FindByPlace("Old", "", 0)->notes[1].Values(), ElementsAre(5));
+    EXPECT_NE(book.categories.FindRootByName("Empty"), nullptr);
+    const int after = counters.MaxCategoryID;
+    EXPECT_EQ(book.categories.HighestID() + 1, after);
+}
+
+TEST_F(NoteBookLoader, SourcesAreWrittenBackOnlyIfNothingIsMissing) {
+    PutSources({1011});
+    SourceList sources;
+    sources.LoadSources(disk.paths.Sources(), world.context);
+    sources[0].AuthorIDs = {5};
+    RecordWriter writer;
+    WriteFixedDouble(&writer, kDataVersion);
+    WriteFixedInt(&writer, 1);
+    WriteSource(&writer, sources[0]);
+    const std::string withAuthor = writer.DiskBytes();
+
+    PutBytes(disk.paths.Sources(), withAuthor);
+    PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(3).Bytes());
+    Load();
+    EXPECT_EQ(BytesOf(disk.paths.Sources()), withAuthor);
+    PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(0).Bytes());
+    Load();
+    EXPECT_NE(BytesOf(disk.paths.Sources()), withAuthor);
+    const std::string cut = withAuthor.substr(0, withAuthor.size() - 40);
+    PutBytes(disk.paths.Sources(), cut);
+    Load();
+    EXPECT_EQ(BytesOf(disk.paths.Sources()), cut);
+    EXPECT_TRUE(faults.told.empty());
+}
+
+TEST_F(NoteBookLoader, FileThatCannotBeReadIsToldAndTheOthersLoad) {
+    disk.Put("a.dat", {DayNote(1)});
+    disk.Put("b.dat", {DayNote(2)});
+    std::filesystem::remove(disk.paths.NoteFile("a.dat"));
+    std::filesystem::create_symlink("a.dat", disk.paths.NoteFile("a.dat"));
+    const LoadReport report = Load(ReadOnly());
+    EXPECT_THAT(Ids(report), ElementsAre(2));
+    ASSERT_EQ(faults.told.size(), report.files.size() - 1);
+}
+
+/// Keeps the texts as a cache would.
+class KeptTexts : public NoteTextSink {
+public:
+    void Begin(size_t fileCount) override { files.assign(fileCount, {}); }
+    void Take(NotePlace place, int32_t noteId, std::string_view rtfText) override {
+        EXPECT_EQ(files[place.file].size(), place.record);
+        files[place.file].emplace_back(noteId, rtfText);
+    }
+    void Finish(const std::vector<ShownNote>& notes) override { shown = notes; }
+
+    std::vector<std::vector<std::pair<int32_t, std::string>>> files;
+    std::vector<ShownNote> shown;
+};
+
+/// Everything that a load gives, as text.
+std::string Picture(const OpenNoteBook& book, const LoadReport& report, const KeptTexts& texts) {
+    std::string text;
+    const auto add = [&](const LongList& ids) {
+        for (const int32_t id : ids)
+            text += " " + std::to_string(id);
+        text += "\n";
+    };
+    for (const CNoteIDsPath& entry : book.index.Entries())
+        add((text += entry.path, entry.ids));
+    for (const CKeyWord& word : book.keyWords.Entries())
+        add((text += word.name, word.notes));
+    for (const CSearchColor& color : book.colors.Entries())
+        add((text += std::to_string(color.color), color.notes));
+    for (const CSource& source : book.sources)
+        add((text += source.SourceGUID, source.NoteIDs));
+    for (const CProCategoryTree& root : book.categories.Roots()) {
+        for (const LongList& notes : root.notes)
+            add((text += root.name, notes));
+    }
+    add(book.notesWithoutSource);
+    for (const CNote& head : report.heads)
+        text += RecordOf(head);
+    for (const ShownNote& note : texts.shown)
+        text += texts.files[note.place.file][note.place.record].second;
+    return text;
+}
+
+TEST_F(NoteBookLoader, GivesTheSameWithAnyNumberOfThreads) {
+    PutSources({1, 2, 3, 4, 5});
+    PutCategories();
+    int32_t id = 0;
+    for (int file = 0; file < 60; ++file) {
+        std::vector<CNote> notes;
+        for (int note = 0; note < file % 7; ++note) {
+            CNote made = FullNote(++id % 170 + 1);
+            made.sources = {1 + file % 5, 2};
+            made.keyWords = "k" + std::to_string(id % 11) + ",K" + std::to_string(id % 3);
+            made.borderColor = MakeRgb(static_cast<unsigned>(id % 50) * 3, 0, 0);
+            made.rtfText += std::to_string(id);
+            notes.push_back(made);
+        }
+        disk.Put("SRC" + std::to_string(1000000000 + file) + ".dat", notes);
+    }
+    std::string expected;
+    for (const int threads : {1, 2, 5}) {
+        KeptTexts texts;
+        LoadOptions options = ReadOnly();
+        options.threads = threads;
+        options.texts = &texts;
+        options.keepHeads = true;
+        const LoadReport report = Load(options);
+        const std::string picture = Picture(book, report, texts);
+        EXPECT_EQ(report.heads.size(), book.TotalNoteCount());
+        expected = expected.empty() ? picture : expected;
+        EXPECT_TRUE(picture == expected) << threads;
+    }
+    EXPECT_GT(expected.size(), 10000u);
+}
+
+/// Writes down what the progress window shows.
+class WrittenProgress : public Progress {
+public:
+    void SetRange(int low, int high) override { Add("range " + std::to_string(low) + " " + std::to_string(high)); }
+    void SetMessage(const std::string& text) override { Add(text); }
+    void StepIt() override { Add("step"); }
+    void SetPosition(int position) override { Add("position " + std::to_string(position)); }
+    void Show() override { Add("show"); }
+    void Hide() override { Add("hide"); }
+    void ShowStandBy(const std::string& text) override { Add("wait " + text); }
+    void HideStandBy() override { Add("done"); }
+    std::vector<std::string> lines;
+
+private:
+    void Add(const std::string& line) { lines.push_back(line); }
+};
+
+TEST_F(NoteBookLoader, ShowsItsProgressInOrder) {
+    disk.Put("a.dat", {DayNote(1), DayNote(2)});
+    disk.Put("b.dat", {DayNote(3)});
+    WrittenProgress progress;
+    CleanNoteFiles(disk.paths, faults, &progress);
+    LoadOptions options;
+    options.progress = &progress;
+    Load(options);
+    EXPECT_THAT(progress.lines, ElementsAre("wait Cleaning up note files....", "done", "range 0 21", "position 0",
+                                            "Loading Notes Information...", "show", "step", "step", "step", "step",
+                                            "step", "Setting Global Info...", "range 0 3", "Loading info:  *a.dat",
+                                            "step", "step", "range 0 2", "Loading info:  *b.dat", "step", "hide"));
+}
+
+TEST_F(NoteBookLoader, HighestIdsStopAtTheLimit) {
+    disk.Put("a.dat", {DayNote(2147483647)});
+    counters = {5, 2147483647, 5};
+    Load();
+    EXPECT_EQ(counters.MaxNoteID, 2147483647);
+    EXPECT_EQ(counters.MaxAuthorID, 2147483647);
+}
+
+TEST_F(NoteBookLoader, FindsNotesInTheOrderOfTheIdsAndEachOnce) {
+    disk.Put("a.dat", {DayNote(1), DayNote(2), DayNote(3)});
+    disk.Put("b.dat", {DayNote(4), DayNote(5)});
+    Load(ReadOnly());
+    std::vector<int32_t> ids;
+    for (const CNote& note : FindNotes(book.index, {5, 2, 99, 4, 2, 0, -7, 1}, world.context, faults))
+        ids.push_back(note.id);
+    EXPECT_THAT(ids, ElementsAre(5, 2, 4, 1));
+    std::filesystem::remove(disk.paths.NoteFile("a.dat"));
+    EXPECT_EQ(FindNotes(book.index, {1, 4}, world.context, faults).size(), 1u);
+    EXPECT_TRUE(faults.told.empty());
+}
+
+TEST_F(NoteBookLoader, CleaningDeletesFilesWithoutNotesAndLeavesTheRest) {
+    const std::string noNotes = RawRecord().Real(11.56).Int(0).Bytes();
+    PutBytes(disk.paths.NoteFile("empty.dat"), noNotes);
+    PutBytes(disk.paths.NoteFile("zero.dat"), "");
+    PutBytes(disk.paths.NoteFile("behind.dat"), noNotes + "x");
+    PutBytes(disk.paths.NoteFile("negative.dat"), RawRecord().Real(11.56).Int(-1).Bytes());
+    PutBytes(disk.paths.NoteFile("empty.old"), noNotes);
+    disk.Put("full.dat", {DayNote(1)});
+    CleanNoteFiles(disk.paths, faults, nullptr);
+    std::vector<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(disk.paths.Notes()))
+        left.push_back(entry.path().filename().string());
+    EXPECT_THAT(left, testing::UnorderedElementsAre("behind.dat", "negative.dat", "empty.old", "full.dat"));
+    ASSERT_EQ(faults.told.size(), 1u);
+    EXPECT_EQ(faults.told[0].path, disk.paths.NoteFile("behind.dat").string());
+}
+
+TEST_F(NoteBookLoader, LastListKeepsItsOrderAndEachIdOnce) {
+    SaveLastViewList(disk.paths, {5, 3, 5, 9}, faults);
+    EXPECT_EQ(BytesOf(disk.paths.LastViewList()), RawRecord().Ints({3, 5, 3, 9}).Bytes());
+    EXPECT_EQ(LoadLastViewList(disk.paths, faults), LongList({5, 3, 9}));
+    std::filesystem::remove(disk.paths.LastViewList());
+    EXPECT_TRUE(LoadLastViewList(disk.paths, faults).IsEmpty());
+    EXPECT_TRUE(faults.told.empty());
+}
+
+}  // namespace
+}  // namespace lore

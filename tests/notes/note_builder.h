@@ -1,0 +1,123 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/record_file.h"
+#include "classify/category_record.h"
+#include "notes/note.h"
+#include "notes/note_file.h"
+#include "notes/notebook_paths.h"
+#include "ports/fault_notice.h"
+#include "support/read_world.h"
+
+namespace lore {
+
+/// Fields of a record file written one after the other.
+class RawRecord {
+public:
+    RawRecord& Int(int32_t value) {
+        WriteFixedInt(&writer_, value);
+        return *this;
+    }
+    RawRecord& Ints(const std::vector<int32_t>& values) {
+        for (const int32_t value : values)
+            Int(value);
+        return *this;
+    }
+    RawRecord& Real(double value) {
+        WriteFixedDouble(&writer_, value);
+        return *this;
+    }
+    RawRecord& Text(std::string_view text) {
+        WriteCountedString(&writer_, text);
+        return *this;
+    }
+    RawRecord& Raw(std::string_view bytes) {
+        writer_.Append(bytes);
+        return *this;
+    }
+    std::string Bytes() const { return writer_.DiskBytes(); }
+
+private:
+    RecordWriter writer_;
+};
+
+/// Keeps what it is told.
+class KeptFaults : public FaultNotice {
+public:
+    void Tell(const Fault& fault) override { told.push_back(fault); }
+    std::vector<Fault> told;
+};
+
+/// A path of categories from a root down, given as ids and names.
+inline CProCategoryTree PathOf(const std::vector<std::pair<int32_t, std::string>>& nodes) {
+    CProCategoryTree path;
+    CProCategoryTree* end = nullptr;
+    for (const auto& [id, name] : nodes) {
+        end = end ? &end->children.emplace_back() : &path;
+        end->id = id;
+        end->name = name;
+    }
+    path.LinkChildren();
+    return path;
+}
+
+/// A note that uses every field.
+inline CNote FullNote(int32_t id) {
+    CNote note;
+    note.id = id;
+    note.spellCheck = false;
+    note.guid = "{0A1B2C3D-0000-1111-abcd-22223333" + std::to_string(10000000 + id) + "}";
+    note.keyWords = "lamp, Fresnel, fog \xFC";
+    note.reserved = "kept";
+    note.plainText = "First\r\nSecond";
+    note.rtfText = "{\\rtf1\\ansi First\\par\r\nSecond}";
+    note.dateCreated = DateTime(2011, 7, 12, 14, 20, 24);
+    note.dateEdited = DateTime(2012, 1, 2, 3, 4, 5);
+    note.borderColor = MakeRgb(255, 128, 1);
+    note.sources = {1011, 1013};
+    note.sourceInfo = {{"{S1}", "p. 7"}, {"{S3}", ""}};
+    note.categories[0] = PathOf({{3, "Lights"}, {4, "Lenses"}});
+    note.categories[2] = PathOf({{9, "Places"}});
+    note.attachments.push_back({-12, 1.25, "A lamp", "0000001.png", "C:\\Pictures\\lamp.png", 1, true});
+    note.attachments.push_back({0, 1.0, "Site", "", "http://example.org", 12, false});
+    return note;
+}
+
+/// A note without a source, made at noon of a day in January 2020.
+inline CNote DayNote(int32_t id, int day = 1) {
+    CNote note;
+    note.id = id;
+    note.guid = "{G" + std::to_string(id) + "}";
+    note.dateCreated = note.dateEdited = DateTime(2020, 1, day, 12, 0, 0);
+    return note;
+}
+
+inline CNote SourceNote(int32_t id, LongList sources) {
+    CNote note = DayNote(id);
+    note.sources = std::move(sources);
+    return note;
+}
+
+/// The bytes of a note's record, which hold every stored field.
+inline std::string RecordOf(const CNote& note) {
+    return NoteFileBytes({&note, 1});
+}
+
+/// A data root with the main NoteBook in it.
+struct NoteBookFolder {
+    TempFolder folder;
+    DataPaths data{folder.Path()};
+    NoteBookPaths paths{data, "_LBMAIN_"};
+
+    NoteBookFolder() { CreateNoteBookFolders(paths); }
+    /// Writes a note file under any name.
+    void Put(const std::string& name, const std::vector<CNote>& notes) const {
+        PutBytes(paths.NoteFile(name), NoteFileBytes(notes));
+    }
+    std::string Bytes(const std::string& name) const { return BytesOf(paths.NoteFile(name)); }
+};
+
+}  // namespace lore

@@ -1,0 +1,163 @@
+#include "notes/note_file.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+
+#include "notes/note_builder.h"
+
+namespace lore {
+namespace {
+
+std::vector<CNote> TwoNotes() {
+    return {FullNote(5), FullNote(6)};
+}
+
+/// Reads bytes as a note file; the records that came out, in bytes.
+std::vector<std::string> RecordsIn(const std::string& bytes, bool* damaged = nullptr) {
+    ReadWorld world;
+    NoteFileReader reader(world.context);
+    reader.OpenBytes(bytes);
+    std::vector<std::string> records;
+    while (reader.Next())
+        records.push_back(RecordOf(reader.TakeNote()));
+    if (damaged)
+        *damaged = reader.IsDamaged();
+    return records;
+}
+
+TEST(NoteFile, ReadAndWrittenUnchangedIsEqualByteForByte) {
+    TempFolder folder;
+    const std::string bytes = NoteFileBytes(TwoNotes());
+    EXPECT_TRUE(bytes.starts_with("0000000011.5600000000000000000000002"));
+    PutBytes(folder / "a.dat", bytes);
+    ReadWorld world;
+    std::vector<CNote> notes(1);
+    ASSERT_TRUE(LoadNoteFile(folder / "a.dat", world.context, notes).Ok());
+    ASSERT_EQ(notes.size(), 2u);
+    ASSERT_TRUE(SaveNoteFile(folder / "b.dat", notes).Ok());
+    EXPECT_EQ(BytesOf(folder / "b.dat"), bytes);
+}
+
+TEST(NoteFile, OldFileIsSavedInTheCurrentShape) {
+    TempFolder folder;
+    RawRecord raw;
+    raw.Real(0.9).Int(1).Ints({7, 42}).Text("2011-07-12-14-20-24").Text("2011-07-13-01-02-03").Text("a").Text("r");
+    raw.Text("plain").Text("rich").Int(1).Int(0).Text("Old").Text("");
+    PutBytes(folder / "a.dat", raw.Bytes());
+    ReadWorld world;
+    std::vector<CNote> notes;
+    ASSERT_TRUE(LoadNoteFile(folder / "a.dat", world.context, notes).Ok());
+    ASSERT_EQ(notes.size(), 1u);
+    ASSERT_TRUE(SaveNoteFile(folder / "a.dat", notes).Ok());
+    std::vector<CNote> again;
+    ASSERT_TRUE(LoadNoteFile(folder / "a.dat", world.context, again).Ok());
+    ASSERT_EQ(again.size(), 1u);
+    EXPECT_EQ(RecordOf(again[0]), RecordOf(notes[0]));
+    EXPECT_EQ(again[0].guid, "{GUID 1}");
+}
+
+TEST(NoteFile, RecordsWithoutAnIdAreDropped) {
+    std::vector<CNote> notes = {FullNote(5), FullNote(0), FullNote(-1), FullNote(6)};
+    notes[1].id = 0;
+    notes[2].id = -1;
+    const std::vector<std::string> records = RecordsIn(NoteFileBytes(notes));
+    ASSERT_EQ(records.size(), 2u);
+    EXPECT_EQ(records[1], RecordOf(FullNote(6)));
+}
+
+TEST(NoteFile, MissingFileEmptiesTheList) {
+    TempFolder folder;
+    ReadWorld world;
+    std::vector<CNote> notes = TwoNotes();
+    EXPECT_TRUE(LoadNoteFile(folder / "none.dat", world.context, notes).Missing());
+    EXPECT_TRUE(notes.empty());
+    NoteFileReader reader(world.context);
+    reader.Open(folder / "none.dat");
+    EXPECT_FALSE(reader.Next());
+    EXPECT_FALSE(reader.IsDamaged());
+}
+
+TEST(NoteFile, CutAtEachByteKeepsWhatStandsBefore) {
+    const std::vector<CNote> notes = TwoNotes();
+    const std::string bytes = NoteFileBytes(notes);
+    const size_t secondNote = NoteFileBytes({notes.data(), 1}).size();
+    for (size_t length = 0; length < bytes.size(); ++length) {
+        bool damaged = false;
+        const std::vector<std::string> records = RecordsIn(bytes.substr(0, length), &damaged);
+        ASSERT_LE(records.size(), 2u) << length;
+        ASSERT_TRUE(damaged) << length;
+        if (length >= secondNote) {
+            ASSERT_FALSE(records.empty()) << length;
+            ASSERT_EQ(records[0], RecordOf(notes[0])) << length;
+        }
+    }
+    bool damaged = true;
+    EXPECT_EQ(RecordsIn(bytes, &damaged).size(), 2u);
+    EXPECT_FALSE(damaged);
+    RecordsIn(bytes + "0", &damaged);
+    EXPECT_TRUE(damaged);
+}
+
+TEST(NoteFile, SurvivesEveryFlippedBit) {
+    const std::string bytes = NoteFileBytes(TwoNotes());
+    for (size_t bit = 0; bit < bytes.size() * 8; ++bit) {
+        std::string flipped = bytes;
+        flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
+        ASSERT_LE(RecordsIn(flipped).size(), 1002u) << bit;
+    }
+}
+
+TEST(NoteFile, SurvivesStrayBytesAtEveryPlace) {
+    const std::string bytes = NoteFileBytes(TwoNotes());
+    for (const char stray : {'\n', '\r', '\x1A', '\0'}) {
+        for (size_t at = 0; at < bytes.size(); ++at) {
+            std::string inserted = bytes;
+            inserted.insert(at, 1, stray);
+            ASSERT_LE(RecordsIn(inserted).size(), 1002u) << static_cast<int>(stray) << " at " << at;
+        }
+    }
+}
+
+TEST(NoteFile, HugeCountsCostNothing) {
+    const std::string huge = "0000002000000000";
+    const std::string bytes = NoteFileBytes(TwoNotes());
+    const auto begin = std::chrono::steady_clock::now();
+    size_t tried = 0;
+    for (size_t at = 20; at + 16 <= bytes.size(); ++at) {
+        // Only whole number fields: sixteen digits that no digit precedes or that follow another field.
+        if (bytes.find_first_not_of("0123456789", at) < at + 16)
+            continue;
+        std::string changed = bytes;
+        changed.replace(at, 16, huge);
+        ASSERT_LE(RecordsIn(changed).size(), 1002u) << at;
+        ++tried;
+    }
+    EXPECT_GT(tried, 50u);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
+}
+
+TEST(NoteFile, CountThatIsTooLargeAddsNoNotes) {
+    std::string bytes = NoteFileBytes(TwoNotes());
+    bytes.replace(20, 16, "0000002000000000");
+    EXPECT_EQ(RecordsIn(bytes).size(), 2u);
+    bytes.replace(20, 16, "-000000000000001");
+    EXPECT_TRUE(RecordsIn(bytes).empty());
+}
+
+TEST(NoteFile, VisitorSeesTheTextsAndTheNumberOfEachNote) {
+    TempFolder folder;
+    std::vector<CNote> notes = TwoNotes();
+    notes.insert(notes.begin(), DayNote(0));
+    notes[0].id = 0;
+    PutBytes(folder / "a.dat", NoteFileBytes(notes));
+    ReadWorld world;
+    std::vector<int32_t> ids;
+    VisitNoteFile(folder / "a.dat", world.context, [&](CNote& head, std::string_view rtf) {
+        ids.push_back(head.id);
+        EXPECT_EQ(rtf, FullNote(head.id).rtfText);
+    });
+    EXPECT_EQ(ids, (std::vector<int32_t>{5, 6}));
+}
+
+}  // namespace
+}  // namespace lore
