@@ -1,13 +1,15 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "rtf/document.h"
 
 namespace lore {
 
-/// Builds a document from front to back. Call Add... for the contents of a paragraph, then one End...; Finish ends it.
+/// Builds a document from front to back: Add... for the contents of a paragraph, then one End...; Finish ends it.
 class DocumentBuilder {
 public:
     /// The index for CharFormat::font or CharFormat::link; the same name gives the same index.
@@ -21,24 +23,34 @@ public:
     void AddPicture(Picture picture, const CharFormat& format);
     void AddKept(std::string rtf);
 
-    void EndParagraph(const ParagraphFormat& format);
-    void EndCell(const ParagraphFormat& format);
-    /// Ends a table row; `level` is above 1 for a table within a cell, whose rows end before the outer row.
+    /// Ends a paragraph. `level`: 0 outside tables, else 1, or above 1 in a table within a cell, up to 8.
+    void EndParagraph(const ParagraphFormat& format, int level = 0);
+    /// Ends the last paragraph of a cell.
+    void EndCell(const ParagraphFormat& format, int level = 1);
+    /// Ends a table row behind its last cell.
     void EndRow(const RowFormat& row, const ParagraphFormat& format, int level = 1);
-    /// For the paragraphs of a cell that more paragraphs of the same cell follow.
-    void EndParagraphInCell(const ParagraphFormat& format);
 
-    /// The document. When the last call was EndParagraph, that paragraph is the last one, otherwise what was added
-    /// since is, even if that is nothing. The builder is empty afterwards.
-    Document Finish(const ParagraphFormat& last = {});
+    /// The document. `drop_last_end`: the last EndParagraph ended the last paragraph; otherwise what was added since is
+    /// the last one, even if that is nothing. The builder is as new afterwards.
+    Document Finish(const ParagraphFormat& last, bool drop_last_end);
+
+    /// The fonts, number by number, for those who read them from a file.
+    Document& Unfinished() { return document_; }
 
 private:
-    friend class DocumentReader;
+    struct OpenRow {
+        int32_t row = 0;
+        int32_t cell = 0;
+    };
 
     void AddRun(size_t length, const CharFormat& format, RunKind kind, int32_t picture);
-    void End(ParagraphEnd ended_by, const ParagraphFormat& format, bool in_table);
+    void End(ParagraphEnd ended_by, const ParagraphFormat& format, int level);
+    void OpenRows(int level);
 
     Document document_;
+    uint32_t paragraph_begin_ = 0;
+    uint32_t first_run_ = 0;
+    std::vector<OpenRow> open_rows_;  ///< one for each level of tables that the text is in
     std::unordered_map<std::string, int32_t> fonts_;
     std::unordered_map<std::string, int32_t> links_;
 };

@@ -5,16 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "rtf/document.h"
+#include "rtf/mark.h"
 
 namespace lore {
-
-/// Characters (code points) of a plain text, the end exclusive.
-struct TextRange {
-    size_t begin = 0;
-    size_t end = 0;
-    bool operator==(const TextRange&) const = default;
-};
 
 /// A search term, made ready once for many texts. Case is ignored by simple folding of single characters.
 class TextFinder {
@@ -23,42 +16,41 @@ public:
     /// would span paragraphs), is found nowhere.
     TextFinder(std::string_view term, bool whole_word);
 
-    /// Whether the term stands anywhere in `text` (valid UTF-8).
+    /// Whether the term stands anywhere in `text` (UTF-8).
     bool Matches(std::string_view text) const;
     /// All hits from front to back; each next search starts at the end of the last hit.
     std::vector<TextRange> FindAll(std::string_view text) const;
 
 private:
+    /// Bytes of the text; begin is kNone for no hit.
     struct Hit {
         size_t begin;
         size_t end;
     };
+    /// A byte that every hit has at a fixed place: (byte | mask) == value.
+    struct Anchor {
+        size_t index = 0;   ///< character of the term whose last byte it is
+        size_t length = 1;  ///< bytes of that character
+        unsigned char mask = 0;
+        unsigned char value = 0;
+        int rarity = -1;  ///< the higher the rarer, below 0 for a character that can't be an anchor
+    };
     static constexpr size_t kNone = static_cast<size_t>(-1);
 
+    static Anchor AnchorOf(char32_t c, size_t index);
+    void ChooseAnchors();
     Hit FindFrom(std::string_view text, size_t start) const;
-    Hit FindPlain(std::string_view text, size_t start) const;
-    size_t MatchBackward(std::string_view text, size_t end) const;
-    size_t MatchForward(std::string_view text, size_t begin, size_t from) const;
-    bool IsWholeWord(std::string_view text, Hit hit) const;
-    void ChooseAnchor();
+    Hit FindByCharacters(std::string_view text, size_t start) const;
+    size_t NextCandidate(std::string_view text, size_t at) const;
+    size_t MatchBefore(std::string_view text, size_t start, size_t at) const;
+    size_t MatchFrom(std::string_view text, size_t at, size_t index) const;
+    bool IsAccepted(std::string_view text, Hit hit) const;
 
     std::u32string term_;
     bool whole_word_;
-    size_t anchor_ = kNone;
-    size_t anchor_offset_ = 0;
-    unsigned char anchor_bytes_[2] = {0, 0};
+    Anchor first_;         ///< the one of two anchors that stands in front
+    Anchor second_;        ///< the same as first_ when there is only one
+    size_t distance_ = 0;  ///< bytes from first_ to second_
 };
-
-/// The background colour of search hits.
-inline constexpr TextColor kSearchMark{255, 142, 40};
-
-/// Sets the background colour of ranges of Document::text. Ranges may overlap and may stand in any order; what lies
-/// beyond the text is passed over.
-void SetBackground(Document& document, std::vector<TextRange> ranges, TextColor color);
-
-/// The RTF with a background colour on ranges of its plain text (as PlainText gives it). Everything else stays byte for
-/// byte as it stood, also what a Document can't hold: the marks are put as groups around the characters. Only a file
-/// whose colour table can't be added to is written anew from its document.
-std::string MarkRtf(std::string_view rtf, std::vector<TextRange> ranges, TextColor color = kSearchMark);
 
 }  // namespace lore

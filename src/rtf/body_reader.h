@@ -1,0 +1,108 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "rtf/code_page.h"
+#include "rtf/tokenizer.h"
+
+namespace lore {
+
+/// Walks through RTF and tells what its body text is. All readers are made of it, so that they see the same characters:
+/// it knows groups, destinations, code pages, fallbacks of Unicode characters and hidden text; how the text looks is
+/// left to those who override its hooks. Nesting costs no recursion.
+class BodyReader {
+public:
+    explicit BodyReader(std::string_view rtf);
+    virtual ~BodyReader() = default;
+    BodyReader(const BodyReader&) = delete;
+    BodyReader& operator=(const BodyReader&) = delete;
+
+    /// Reads to the brace that closes the document, or to the end.
+    void Read();
+
+protected:
+    struct Group {
+        Destination destination = Destination::kBody;
+        Destination outside_twin = Destination::kBody;
+        bool hidden = false;
+        bool deleted = false;
+        int32_t fallback_length = 1;
+        int32_t font = -1;
+        size_t begin = 0;
+    };
+
+    /// Characters of the body, from source bytes begin to end: either each is one byte there, or it is one character.
+    virtual void OnText(std::string_view utf8, size_t begin, size_t end) = 0;
+    virtual void OnBreak(TextBreak kind) = 0;
+    /// The end of the text. `after_paragraph`: nothing came behind the last end of a paragraph.
+    virtual void OnEnd(bool after_paragraph) = 0;
+    /// A destination besides the body begins. False: it is to be passed over.
+    virtual bool OnEnter(Destination) { return false; }
+    /// Characters and binary data of such a destination.
+    virtual void OnOther(Destination, std::string_view /*utf8*/) {}
+    virtual void OnBinary(Destination, std::string_view /*bytes*/) {}
+    /// A group of the body that was passed over, with its braces.
+    virtual void OnKept(std::string_view /*rtf*/) {}
+    virtual void OnWord(const ControlWord&, const Token&) {}
+    virtual void OnOpen() {}
+    /// A group with a state of its own was closed, its brace is at `end` - 1.
+    virtual void OnClose(const Group& /*closed*/, size_t /*end*/) {}
+    /// Source bytes that stand in for a Unicode character before them, for readers that don't know those.
+    virtual void OnFallback(size_t /*begin*/, size_t /*end*/) {}
+
+    const Group& Current() const { return groups_.back(); }
+    int DocumentCodePage() const { return document_page_; }
+    int TableFont() const { return table_font_; }
+    int DefaultFont() const { return default_font_; }
+    std::string_view Source() const { return tokens_.Source(); }
+
+private:
+    bool Step();
+    bool SkipAsFallback(const Token& token);
+    void EndPending(const Token& token);
+    void FlushPending();
+    void Open(const Token& token);
+    bool Close(const Token& token);
+    void ActOn(const Token& token, bool fresh, bool starred);
+    void ActOnText(const ControlWord& word, const Token& token);
+    void ActOnSymbol(const Token& token);
+    void SetFontPage(int page);
+    void Enter(const ControlWord& word, const Token& token, bool fresh);
+    void EnterNew(Destination destination, bool fresh);
+    void EnterPicture();
+    void PassOver(bool keep);
+    void Break(TextBreak kind);
+    void Unicode(const Token& token);
+    void AddBytes(std::string_view bytes, size_t begin, size_t end);
+    void AddSingleBytes(int page, std::string_view bytes, size_t begin, size_t end);
+    void AddAscii(const Token& token);
+    void EmitCharacter(char32_t c, size_t begin, size_t end);
+    void Emit(std::string_view utf8, size_t begin, size_t end);
+    bool Shows() const;
+    int CurrentPage();
+
+    Tokenizer tokens_;
+    CodePageDecoder decoder_;
+    std::vector<Group> groups_;
+    size_t levels_beyond_ = 0;  ///< open groups that are nested too deep to have a state of their own
+    bool fresh_ = false;        ///< right behind an opening brace
+    bool starred_ = false;      ///< right behind \*
+    bool after_paragraph_ = false;
+    bool has_new_picture_ = false;
+    int32_t fallback_ = 0;  ///< characters to pass over behind \u
+    int document_page_ = 1252;
+    int default_font_ = -1;
+    int table_font_ = 0;
+    std::unordered_map<int, int> font_pages_;  ///< fonts whose code page isn't that of the document
+    int page_font_ = -1;                       ///< the font that page_ was looked up for
+    int page_ = 0;                             ///< 0: look it up
+    char32_t high_surrogate_ = 0;
+    std::string part_;  ///< the first bytes of a character of a multi-byte code page
+    size_t pending_begin_ = 0;
+    std::string scratch_;
+};
+
+}  // namespace lore

@@ -1,0 +1,144 @@
+#include "rtf/code_page.h"
+
+#include <algorithm>
+#include <unicode/ucnv.h>
+
+#include "base/text.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kWestern = 1252;
+constexpr int kUtf8 = 65001;
+constexpr char32_t kReplacement = 0xFFFD;
+
+struct CharsetPage {
+    int charset;
+    int code_page;
+};
+constexpr CharsetPage kCharsetPages[] = {
+    {77, 10000}, {78, 932},   {79, 949},   {80, 936},   {81, 950},  {83, 10005}, {84, 10004}, {85, 10006}, {86, 10081},
+    {88, 10029}, {89, 10007}, {128, 932},  {129, 949},  {134, 936}, {136, 950},  {161, 1253}, {162, 1254}, {163, 1258},
+    {177, 1255}, {178, 1256}, {186, 1257}, {204, 1251}, {222, 874}, {238, 1250}, {254, 437},  {255, 850},
+};
+
+struct NamedPage {
+    int code_page;
+    const char* converter;
+};
+constexpr NamedPage kNamedPages[] = {
+    {10000, "macintosh"},      {10004, "x-mac-arabic"},
+    {10005, "x-mac-hebrew"},   {10006, "x-mac-greek"},
+    {10007, "x-mac-cyrillic"}, {10029, "x-mac-centraleurroman"},
+    {10081, "x-mac-turkish"},  {936, "GBK"},
+    {20127, "US-ASCII"},       {20866, "KOI8-R"},
+    {21866, "KOI8-U"},         {28605, "ISO-8859-15"},
+};
+
+std::string ConverterName(int code_page) {
+    for (const NamedPage& page : kNamedPages) {
+        if (page.code_page == code_page)
+            return page.converter;
+    }
+    const bool windows = (code_page >= 1250 && code_page <= 1258) || (code_page >= 874 && code_page <= 950);
+    return (windows ? "windows-" : "ibm-") + std::to_string(code_page);
+}
+
+char32_t ConvertOne(UConverter* converter, std::string_view bytes) {
+    UErrorCode status = U_ZERO_ERROR;
+    UChar units[8];
+    ucnv_resetToUnicode(converter);
+    const int32_t count = ucnv_toUChars(converter, units, 8, bytes.data(), static_cast<int32_t>(bytes.size()), &status);
+    if (U_FAILURE(status) || count < 1)
+        return kReplacement;
+    if (count > 1 && U16_IS_LEAD(units[0]) && U16_IS_TRAIL(units[1]))
+        return static_cast<char32_t>(U16_GET_SUPPLEMENTARY(units[0], units[1]));
+    return U16_IS_SURROGATE(units[0]) ? kReplacement : static_cast<char32_t>(units[0]);
+}
+
+}  // namespace
+
+int CodePageOfCharset(int charset, int document_page) {
+    const auto* found = std::find_if(std::begin(kCharsetPages), std::end(kCharsetPages),
+                                     [charset](const CharsetPage& entry) { return entry.charset == charset; });
+    return found == std::end(kCharsetPages) ? document_page : found->code_page;
+}
+
+bool IsMultiByte(int code_page) {
+    return code_page == 932 || code_page == 936 || code_page == 949 || code_page == 950 || code_page == kUtf8;
+}
+
+size_t CharacterLength(int code_page, unsigned char lead) {
+    if (lead < 0x80)
+        return 1;
+    if (code_page == kUtf8)
+        return lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    if (code_page == 932)
+        return (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC) ? 2 : 1;
+    return lead >= 0x81 && lead <= 0xFE ? 2 : 1;
+}
+
+struct CodePageDecoder::Page {
+    explicit Page(int number) : code_page(number) {
+        if (number == kWestern || number == kUtf8)
+            return;
+        UErrorCode status = U_ZERO_ERROR;
+        converter = ucnv_open(ConverterName(number).c_str(), &status);
+        if (U_FAILURE(status))
+            converter = nullptr;
+        if (converter != nullptr && !IsMultiByte(number))
+            FillUpperHalf();
+    }
+    ~Page() {
+        if (converter != nullptr)
+            ucnv_close(converter);
+    }
+    Page(const Page&) = delete;
+    Page& operator=(const Page&) = delete;
+
+    void FillUpperHalf() {
+        for (size_t i = 0; i < upper_half.size(); ++i) {
+            const char byte = static_cast<char>(0x80 + i);
+            upper_half[i] = ConvertOne(converter, std::string_view(&byte, 1));
+        }
+    }
+
+    int code_page;
+    UConverter* converter = nullptr;
+    std::array<char32_t, 128> upper_half{};
+};
+
+CodePageDecoder::CodePageDecoder() = default;
+CodePageDecoder::~CodePageDecoder() = default;
+
+CodePageDecoder::Page& CodePageDecoder::PageOf(int code_page) {
+    for (const auto& page : pages_) {
+        if (page->code_page == code_page)
+            return *page;
+    }
+    // A file that names ever new code pages must not fill the memory or make the search through them long.
+    constexpr size_t kMostPages = 32;
+    if (pages_.size() == kMostPages)
+        pages_.erase(pages_.begin());
+    return *pages_.emplace_back(std::make_unique<Page>(code_page));
+}
+
+char32_t CodePageDecoder::Decode(int code_page, unsigned char byte) {
+    if (byte < 0x80)
+        return byte;
+    if (code_page == kWestern)
+        return FromWindows1252(byte);
+    const Page& page = PageOf(code_page);
+    return page.converter == nullptr ? FromWindows1252(byte) : page.upper_half[byte - 0x80u];
+}
+
+void CodePageDecoder::Append(int code_page, std::string_view bytes, std::string& utf8) {
+    const Page& page = PageOf(code_page);
+    if (code_page == kUtf8 && IsValidUtf8(bytes))
+        utf8.append(bytes);
+    else
+        AppendUtf8(utf8, page.converter == nullptr ? kReplacement : ConvertOne(page.converter, bytes));
+}
+
+}  // namespace lore

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct UConverter;
+
+namespace lore {
+
+/// The Windows code page of a font's character set; `document_page` for the sets without one of their own.
+int CodePageOfCharset(int charset, int document_page);
+
+/// Whether characters of the code page may take more than one byte.
+bool IsMultiByte(int code_page);
+/// The number of bytes that a character takes which begins with `lead`: 1 to 4.
+size_t CharacterLength(int code_page, unsigned char lead);
+
+/// Turns bytes of code pages into UTF-8. Bytes without a character become U+FFFD; an unknown code page reads as 1252.
+class CodePageDecoder {
+public:
+    CodePageDecoder();
+    ~CodePageDecoder();
+    CodePageDecoder(const CodePageDecoder&) = delete;
+    CodePageDecoder& operator=(const CodePageDecoder&) = delete;
+
+    /// The character of one byte in a code page that isn't multi-byte.
+    char32_t Decode(int code_page, unsigned char byte);
+    /// One character of a multi-byte code page.
+    void Append(int code_page, std::string_view bytes, std::string& utf8);
+
+private:
+    struct Page;
+    Page& PageOf(int code_page);
+
+    std::vector<std::unique_ptr<Page>> pages_;
+};
+
+}  // namespace lore

@@ -1,0 +1,321 @@
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include "base/text.h"
+#include "rtf/body_reader.h"
+#include "rtf/document_builder.h"
+#include "rtf/field.h"
+#include "rtf/format_state.h"
+#include "rtf/kept_group.h"
+#include "rtf/picture_reader.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+
+namespace {
+
+constexpr size_t kLongestInstruction = 65536;
+/// Lists of older programs have no numbers; theirs begin here.
+constexpr int32_t kFirstOldList = 1001;
+
+class DocumentReader : public BodyReader {
+public:
+    explicit DocumentReader(std::string_view rtf) : BodyReader(rtf), formats_(1) {}
+    Document Take() { return std::move(document_); }
+
+protected:
+    void OnText(std::string_view utf8, size_t, size_t) override { builder_.AddText(utf8, Characters()); }
+    void OnBreak(TextBreak kind) override;
+    void OnEnd(bool after_paragraph) override;
+    bool OnEnter(Destination destination) override;
+    void OnOther(Destination destination, std::string_view utf8) override;
+    void OnBinary(Destination destination, std::string_view bytes) override;
+    void OnKept(std::string_view rtf) override;
+    void OnWord(const ControlWord& word, const Token& token) override;
+    void OnOpen() override;
+    void OnClose(const Group& closed, size_t end) override;
+
+private:
+    FormatState& State() { return formats_.back(); }
+    const CharFormat& Characters();
+    ParagraphFormat ParagraphNow();
+    int32_t OldListId(const ParagraphFormat& format);
+    int32_t FontIndex(int32_t number) const;
+    void ReadTableWord(const ControlWord& word, const Token& token);
+    void ReadFontName(std::string_view utf8);
+    void EndFont();
+    void EndPicture();
+    void EndObject(const Group& closed, size_t end);
+    void EndFieldInstruction();
+
+    DocumentBuilder builder_;
+    Document document_;
+    std::vector<FormatState> formats_;  ///< one for each group
+    ColorTable colors_;
+    ListTables lists_;
+    RowReader row_;
+    RowReader nested_row_;
+    PictureReader picture_;
+    std::optional<Picture> object_picture_;
+    std::unordered_map<int32_t, int32_t> font_indexes_;
+    std::string font_name_;
+    int32_t font_charset_ = 0;
+    std::string instruction_;
+    std::vector<std::string> targets_;
+    ParagraphFormat last_old_list_;  ///< format of the paragraph before, if it belongs to a list of an older program
+    int32_t old_lists_ = 0;
+};
+
+const CharFormat& DocumentReader::Characters() {
+    FormatState& state = State();
+    if (state.target >= 0 && state.chars.link < 0)
+        state.chars.link = builder_.Link(targets_[static_cast<size_t>(state.target)]);
+    return state.chars;
+}
+
+void DocumentReader::OnBreak(TextBreak kind) {
+    const int level = State().TableLevel();
+    switch (kind) {
+        case TextBreak::kParagraph:
+            builder_.EndParagraph(ParagraphNow(), level);
+            return;
+        case TextBreak::kLine:
+            builder_.AddText("\n", Characters());
+            return;
+        case TextBreak::kPage:
+            builder_.AddBreak(RunKind::kPageBreak, Characters());
+            return;
+        case TextBreak::kColumn:
+            builder_.AddBreak(RunKind::kColumnBreak, Characters());
+            return;
+        case TextBreak::kSection:
+            builder_.AddBreak(RunKind::kSectionBreak, Characters());
+            return;
+        case TextBreak::kCell:
+            builder_.EndCell(ParagraphNow(), 1);
+            return;
+        case TextBreak::kNestedCell:
+            builder_.EndCell(ParagraphNow(), std::max(2, level));
+            return;
+        case TextBreak::kRow:
+            builder_.EndRow(row_.Row(), {}, 1);
+            return;
+        case TextBreak::kNestedRow:
+            builder_.EndRow(nested_row_.Row(), {}, std::max(2, level));
+            return;
+    }
+}
+
+/// The format of a paragraph that ends here.
+ParagraphFormat DocumentReader::ParagraphNow() {
+    const FormatState& state = State();
+    ParagraphFormat format = state.paragraph;
+    const ListTables::Level* level = lists_.Find(state.list_number, format.list_level);
+    if (state.list_number > 0) {
+        format.list = level == nullptr ? ListKind::kDecimal : level->kind;
+        format.list_start = level == nullptr ? int16_t{1} : level->start;
+        format.list_id = state.list_number;
+    } else {
+        format.list = state.old_list;
+    }
+    if (format.list == ListKind::kNone) {
+        format.list_id = 0;
+        format.list_level = 0;
+        format.list_start = 1;
+    } else if (format.list_id == 0) {
+        format.list_id = OldListId(format);
+        last_old_list_ = format;
+        return format;
+    }
+    last_old_list_ = {};
+    return format;
+}
+
+int32_t DocumentReader::OldListId(const ParagraphFormat& format) {
+    const bool goes_on = last_old_list_.list == format.list && last_old_list_.list_start == format.list_start;
+    return goes_on ? last_old_list_.list_id : kFirstOldList + old_lists_++;
+}
+
+void DocumentReader::OnEnd(bool after_paragraph) {
+    Document& unfinished = builder_.Unfinished();
+    unfinished.code_page = DocumentCodePage();
+    unfinished.default_font = FontIndex(DefaultFont());
+    document_ = builder_.Finish(ParagraphNow(), after_paragraph);
+}
+
+bool DocumentReader::OnEnter(Destination destination) {
+    if (destination == Destination::kFieldInstruction)
+        instruction_.clear();
+    else if (destination == Destination::kPicture)
+        picture_ = {};
+    else if (destination == Destination::kObject)
+        object_picture_.reset();
+    return destination != Destination::kSkip && destination != Destination::kKeep;
+}
+
+void DocumentReader::OnOther(Destination destination, std::string_view utf8) {
+    if (destination == Destination::kPicture)
+        picture_.ReadHex(utf8);
+    else if (destination == Destination::kFontTable)
+        ReadFontName(utf8);
+    else if (destination == Destination::kColorTable)
+        colors_.ReadText(utf8);
+    else if (destination == Destination::kFieldInstruction && instruction_.size() < kLongestInstruction)
+        instruction_.append(utf8);
+}
+
+void DocumentReader::OnBinary(Destination destination, std::string_view bytes) {
+    if (destination == Destination::kPicture)
+        picture_.ReadBinary(bytes);
+}
+
+void DocumentReader::OnKept(std::string_view rtf) {
+    if (auto form = KeptForm(rtf))
+        builder_.AddKept(std::move(*form));
+}
+
+void DocumentReader::OnWord(const ControlWord& word, const Token& token) {
+    const Destination destination = Current().destination;
+    if (word.group == WordGroup::kCharacterFormat)
+        State().ApplyCharacterWord(word, token, colors_);
+    else if (destination == Destination::kListTable)
+        lists_.ReadListWord(word, token.parameter);
+    else if (destination == Destination::kListOverrides)
+        lists_.ReadOverrideWord(word, token.parameter);
+    else if (word.group == WordGroup::kParagraphFormat)
+        State().ApplyParagraphWord(word, token);
+    else
+        ReadTableWord(word, token);
+}
+
+void DocumentReader::ReadTableWord(const ControlWord& word, const Token& token) {
+    const Destination destination = Current().destination;
+    if (word.group == WordGroup::kTable)
+        (destination == Destination::kRowProperties ? nested_row_ : row_).ReadWord(word, token.parameter, colors_);
+    else if (word.group == WordGroup::kPicture && destination == Destination::kPicture)
+        picture_.ReadWord(word, token);
+    else if (destination == Destination::kColorTable)
+        colors_.ReadWord(word, token.parameter);
+    else if (word.word == Word::kFontCharset && destination == Destination::kFontTable)
+        font_charset_ = token.parameter;
+    else if (word.word == Word::kPlain)
+        State().ResetCharacters(FontIndex(DefaultFont()));
+    else if (destination != Destination::kFontTable && (word.word == Word::kFont || word.word == Word::kDefaultFont))
+        State().chars.font = FontIndex(token.parameter);
+}
+
+int32_t DocumentReader::FontIndex(int32_t number) const {
+    auto found = font_indexes_.find(number);
+    if (found == font_indexes_.end())
+        found = font_indexes_.find(DefaultFont());
+    return found == font_indexes_.end() ? -1 : found->second;
+}
+
+void DocumentReader::ReadFontName(std::string_view utf8) {
+    for (char c : utf8) {
+        if (c == ';')
+            EndFont();
+        else
+            font_name_ += c;
+    }
+}
+
+void DocumentReader::EndFont() {
+    std::vector<DocumentFont>& fonts = builder_.Unfinished().fonts;
+    DocumentFont font{TableFont(), std::exchange(font_charset_, 0), std::string(Trim(font_name_))};
+    font_name_.clear();
+    const auto [found, added] = font_indexes_.emplace(font.number, static_cast<int32_t>(fonts.size()));
+    if (added)
+        fonts.push_back(std::move(font));
+    else
+        fonts[static_cast<size_t>(found->second)] = std::move(font);
+}
+
+void DocumentReader::OnOpen() {
+    const FormatState copy = formats_.back();
+    formats_.push_back(copy);
+}
+
+void DocumentReader::OnClose(const Group& closed, size_t end) {
+    const FormatState state = formats_.back();
+    formats_.pop_back();
+    if (closed.destination == Destination::kFontTable && !Trim(font_name_).empty())
+        EndFont();
+    const Destination outer = Current().destination;
+    if (closed.destination == outer)
+        return;
+    if (closed.destination == Destination::kFontTable) {
+        State().chars.font = FontIndex(Current().font);
+    } else if (closed.destination == Destination::kPicture) {
+        EndPicture();
+    } else if (closed.destination == Destination::kObject) {
+        EndObject(closed, end);
+    } else if (closed.destination == Destination::kFieldInstruction) {
+        EndFieldInstruction();
+    } else if (closed.destination == Destination::kOldList) {
+        State().old_list = state.old_list;
+        State().paragraph.list_start = state.paragraph.list_start;
+    }
+}
+
+void DocumentReader::EndPicture() {
+    std::optional<Picture> picture = picture_.Take();
+    if (!picture)
+        return;
+    if (Current().destination == Destination::kObject)
+        object_picture_ = std::move(picture);
+    else
+        builder_.AddPicture(std::move(*picture), Characters());
+}
+
+void DocumentReader::EndObject(const Group& closed, size_t end) {
+    if (closed.hidden || closed.deleted)
+        return;
+    std::optional<std::string> form = KeptForm(Source().substr(closed.begin, end - closed.begin));
+    std::optional<Picture> picture = std::exchange(object_picture_, std::nullopt);
+    if (picture) {
+        picture->object = std::move(form).value_or(std::string());
+        builder_.AddPicture(std::move(*picture), Characters());
+    } else if (form) {
+        builder_.AddKept(std::move(*form));
+    }
+}
+
+void DocumentReader::EndFieldInstruction() {
+    std::string target = LinkTarget(instruction_);
+    if (target.empty())
+        return;
+    State().target = static_cast<int32_t>(targets_.size());
+    State().chars.link = -1;
+    targets_.push_back(std::move(target));
+}
+
+}  // namespace
+
+Document ReadRtf(std::string_view rtf) {
+    DocumentReader reader(rtf);
+    reader.Read();
+    return reader.Take();
+}
+
+Document DocumentFromText(std::string_view utf8, std::string_view font, int half_points) {
+    DocumentBuilder builder;
+    CharFormat format;
+    format.font = builder.Font(font);
+    format.half_points = static_cast<int16_t>(std::clamp(half_points, 1, 3276));
+    for (size_t at = 0;;) {
+        const size_t end = std::min(utf8.find('\n', at), utf8.size());
+        std::string_view line = utf8.substr(at, end - at);
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        builder.AddText(line, format);
+        if (end == utf8.size())
+            break;
+        builder.EndParagraph({});
+        at = end + 1;
+    }
+    return builder.Finish({}, false);
+}
+
+}  // namespace lore

@@ -1,0 +1,240 @@
+#include "rtf/mark.h"
+
+#include <algorithm>
+
+#include "rtf/body_reader.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+
+namespace {
+
+bool BeginsCharacter(char byte) {
+    return (byte & 0xC0) != 0x80;
+}
+
+size_t CountCharacters(std::string_view utf8) {
+    return static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), BeginsCharacter));
+}
+
+/// In order, without empty ones, those that touch joined to one.
+std::vector<TextRange> Normalized(std::vector<TextRange> ranges) {
+    std::erase_if(ranges, [](const TextRange& range) { return range.begin >= range.end; });
+    std::sort(ranges.begin(), ranges.end(), [](const TextRange& a, const TextRange& b) { return a.begin < b.begin; });
+    std::vector<TextRange> joined;
+    for (const TextRange& range : ranges) {
+        if (!joined.empty() && range.begin <= joined.back().end)
+            joined.back().end = std::max(joined.back().end, range.end);
+        else
+            joined.push_back(range);
+    }
+    return joined;
+}
+
+/// Normalized ranges of characters as ranges of bytes.
+std::vector<TextRange> ToBytes(std::string_view text, const std::vector<TextRange>& ranges) {
+    std::vector<TextRange> bytes;
+    size_t at = 0;
+    size_t character = 0;
+    const auto go_to = [&](size_t wanted) {
+        while (at < text.size() && (character < wanted || !BeginsCharacter(text[at])))
+            character += BeginsCharacter(text[at++]) ? 1 : 0;
+        return at;
+    };
+    for (const TextRange& range : ranges) {
+        const size_t begin = go_to(range.begin);
+        bytes.push_back({begin, go_to(range.end)});
+    }
+    return bytes;
+}
+
+/// Finds the source of marked characters, and where the file keeps its colours.
+class MarkReader : public BodyReader {
+public:
+    MarkReader(std::string_view rtf, const std::vector<TextRange>& ranges) : BodyReader(rtf), ranges_(ranges) {}
+
+    bool HasMarks() const { return !marks_.empty(); }
+    /// The RTF with the marks, or nothing if the file's colours can't be added to.
+    std::string Marked(TextColor color) const;
+
+protected:
+    void OnText(std::string_view utf8, size_t begin, size_t end) override;
+    void OnBreak(TextBreak) override { ++position_; }
+    void OnEnd(bool) override {}
+    bool OnEnter(Destination destination) override;
+    void OnOther(Destination destination, std::string_view utf8) override;
+    void OnWord(const ControlWord& word, const Token& token) override;
+    void OnClose(const Group& closed, size_t end) override;
+    void OnFallback(size_t begin, size_t end) override;
+
+private:
+    void Mark(size_t begin, size_t end);
+    bool CanAddColor() const;
+
+    const std::vector<TextRange>& ranges_;
+    size_t next_range_ = 0;
+    size_t position_ = 0;           ///< characters so far
+    size_t last_end_ = 0;           ///< source end of the last character
+    std::vector<TextRange> marks_;  ///< in source bytes
+    size_t color_tables_ = 0;
+    size_t colors_ = 0;
+    bool color_open_ = false;  ///< the last colour of the table isn't ended
+    size_t table_end_ = 0;
+    size_t head_end_ = 0;  ///< where a table can be put if there is none
+};
+
+void MarkReader::OnText(std::string_view utf8, size_t begin, size_t end) {
+    last_end_ = end;
+    if (next_range_ == ranges_.size())
+        return;
+    const size_t first = position_;
+    position_ += CountCharacters(utf8);
+    const bool byte_each = end - begin == position_ - first;
+    for (; next_range_ < ranges_.size() && ranges_[next_range_].begin < position_; ++next_range_) {
+        const TextRange& range = ranges_[next_range_];
+        const size_t from = std::max(range.begin, first) - first;
+        const size_t to = std::min(range.end, position_) - first;
+        if (from < to)
+            Mark(byte_each ? begin + from : begin, byte_each ? begin + to : end);
+        if (range.end > position_)
+            break;
+    }
+}
+
+void MarkReader::Mark(size_t begin, size_t end) {
+    if (!marks_.empty() && marks_.back().end == begin)
+        marks_.back().end = end;
+    else
+        marks_.push_back({begin, end});
+}
+
+void MarkReader::OnFallback(size_t begin, size_t end) {
+    if (begin != last_end_)
+        return;
+    if (!marks_.empty() && marks_.back().end == last_end_)
+        marks_.back().end = end;
+    last_end_ = end;
+}
+
+bool MarkReader::OnEnter(Destination destination) {
+    if (destination != Destination::kColorTable)
+        return false;
+    ++color_tables_;
+    return true;
+}
+
+void MarkReader::OnOther(Destination destination, std::string_view utf8) {
+    if (destination != Destination::kColorTable)
+        return;
+    const auto ended = std::count(utf8.begin(), utf8.end(), ';');
+    colors_ += static_cast<size_t>(ended);
+    color_open_ = color_open_ && ended == 0;
+}
+
+void MarkReader::OnWord(const ControlWord& word, const Token& token) {
+    if (Current().destination == Destination::kColorTable)
+        color_open_ = true;
+    else if (word.name == "rtf" && head_end_ == 0)
+        head_end_ = token.end;
+}
+
+void MarkReader::OnClose(const Group& closed, size_t end) {
+    if (closed.destination == Current().destination)
+        return;
+    if (closed.destination == Destination::kColorTable)
+        table_end_ = end - 1;
+    else if (closed.destination == Destination::kFontTable && marks_.empty())
+        head_end_ = end;
+}
+
+bool MarkReader::CanAddColor() const {
+    if (color_tables_ > 1 || color_open_)
+        return false;
+    return color_tables_ == 0 || (table_end_ != 0 && table_end_ < marks_[0].begin);
+}
+
+std::string MarkReader::Marked(TextColor color) const {
+    if (!CanAddColor())
+        return {};
+    const auto part = [](std::string_view name, unsigned value) { return std::string(name) + std::to_string(value); };
+    const std::string entry =
+        part("\\red", color.red) + part("\\green", color.green) + part("\\blue", color.blue) + ';';
+    const bool has_table = color_tables_ != 0;
+    const std::string number = std::to_string(has_table ? colors_ : 1);
+    const std::string open = "{\\chcbpat" + number + "\\cb" + number + "\\highlight" + number + ' ';
+    const size_t entry_at = has_table ? table_end_ : head_end_;
+    std::string marked(Source().substr(0, entry_at));
+    marked += has_table ? entry : "{\\colortbl ;" + entry + '}';
+    size_t at = entry_at;
+    for (const TextRange& mark : marks_) {
+        marked += Source().substr(at, mark.begin - at);
+        marked += open;
+        marked += Source().substr(mark.begin, mark.end - mark.begin);
+        marked += '}';
+        at = mark.end;
+    }
+    marked += Source().substr(at);
+    return marked;
+}
+
+/// Adds a stretch of the run, joined to the run before when that looks the same.
+void AddPart(std::vector<TextRun>& runs, size_t first, TextRun run, size_t begin, size_t end) {
+    if (begin == end)
+        return;
+    run.begin = static_cast<uint32_t>(begin);
+    run.end = static_cast<uint32_t>(end);
+    if (runs.size() > first && run.kind == RunKind::kText && runs.back().kind == run.kind &&
+        runs.back().format == run.format)
+        runs.back().end = run.end;
+    else
+        runs.push_back(run);
+}
+
+}  // namespace
+
+void SetBackground(Document& document, std::vector<TextRange> ranges, TextColor color) {
+    const std::vector<TextRange> bytes = ToBytes(document.text, Normalized(std::move(ranges)));
+    std::vector<TextRun> runs;
+    auto range = bytes.begin();
+    for (size_t i = 0; i < document.paragraphs.size(); ++i) {
+        const size_t first = runs.size();
+        for (const TextRun& run : RunsOf(document, i)) {
+            if (run.kind != RunKind::kText) {
+                runs.push_back(run);
+                continue;
+            }
+            TextRun marked = run;
+            marked.format.background = color;
+            size_t at = run.begin;
+            for (; range != bytes.end() && range->begin < run.end; ++range) {
+                const size_t begin = std::max<size_t>(range->begin, at);
+                const size_t end = std::clamp<size_t>(range->end, begin, run.end);
+                AddPart(runs, first, run, at, begin);
+                AddPart(runs, first, marked, begin, end);
+                at = end;
+                if (range->end > run.end)
+                    break;
+            }
+            AddPart(runs, first, run, at, run.end);
+        }
+        document.paragraphs[i].first_run = static_cast<uint32_t>(first);
+    }
+    document.runs = std::move(runs);
+}
+
+std::string MarkRtf(std::string_view rtf, std::vector<TextRange> ranges, TextColor color) {
+    ranges = Normalized(std::move(ranges));
+    MarkReader reader(rtf, ranges);
+    reader.Read();
+    if (!reader.HasMarks())
+        return std::string(rtf);
+    std::string marked = reader.Marked(color);
+    // Damaged files may read otherwise with groups in them; the text decides whether the marks may stay.
+    if (!marked.empty() && PlainText(marked) == PlainText(rtf))
+        return marked;
+    Document document = ReadRtf(rtf);
+    SetBackground(document, std::move(ranges), color);
+    return WriteRtf(document);
+}
+
+}  // namespace lore

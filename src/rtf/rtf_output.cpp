@@ -1,0 +1,122 @@
+#include "rtf/rtf_output.h"
+
+#include <algorithm>
+#include <charconv>
+#include <unicode/utf8.h>
+
+#include "base/text.h"
+#include "rtf/byte_scan.h"
+#include "rtf/hex.h"
+
+namespace lore {
+
+namespace {
+
+constexpr size_t kPictureLine = 64;
+
+void AppendNumber(std::string& rtf, int32_t number) {
+    char digits[12];
+    const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    rtf.append(digits, end);
+}
+
+/// The byte of a character in Windows-1252, or 0.
+unsigned char WesternByte(char32_t c) {
+    if (c >= 0xA0 && c <= 0xFF)
+        return static_cast<unsigned char>(c);
+    for (unsigned byte = 0x80; byte < 0xA0; ++byte) {
+        if (FromWindows1252(static_cast<unsigned char>(byte)) == c)
+            return static_cast<unsigned char>(byte);
+    }
+    return 0;
+}
+
+}  // namespace
+
+void RtfOutput::Mark(char c) {
+    rtf_ += c;
+    after_word_ = false;
+}
+
+void RtfOutput::Word(std::string_view name) {
+    rtf_ += '\\';
+    rtf_ += name;
+    after_word_ = true;
+}
+
+void RtfOutput::Word(std::string_view name, int32_t parameter) {
+    Word(name);
+    AppendNumber(rtf_, parameter);
+}
+
+void RtfOutput::Starred(std::string_view name) {
+    rtf_ += "\\*";
+    Word(name);
+}
+
+void RtfOutput::Raw(std::string_view rtf) {
+    rtf_ += rtf;
+    after_word_ = false;
+}
+
+void RtfOutput::Text(std::string_view utf8, bool western) {
+    for (size_t at = 0; at < utf8.size();) {
+        const size_t end = FindTextEnd(utf8, at);
+        if (end > at) {
+            if (after_word_)
+                rtf_ += ' ';
+            after_word_ = false;
+            rtf_ += utf8.substr(at, end - at);
+            at = end;
+        } else if (!Escape(utf8, at)) {
+            UChar32 c = 0;
+            U8_NEXT_OR_FFFD(utf8.data(), at, utf8.size(), c);
+            Character(static_cast<char32_t>(c), western);
+        }
+    }
+}
+
+bool RtfOutput::Escape(std::string_view utf8, size_t& at) {
+    const char c = utf8[at];
+    if (static_cast<unsigned char>(c) >= 0x80)
+        return false;
+    ++at;
+    if (c == '\t' || c == '\n') {
+        Word(c == '\t' ? "tab" : "line");
+    } else if (byte_scan::IsMark(static_cast<unsigned char>(c))) {
+        rtf_ += '\\';
+        Mark(c);
+    }
+    return true;
+}
+
+void RtfOutput::Character(char32_t c, bool western) {
+    const unsigned char byte = western ? WesternByte(c) : 0;
+    if (c == 0xA0 || c == 0xAD || c == 0x2011)
+        rtf_ += c == 0xA0 ? "\\~" : c == 0xAD ? "\\-" : "\\_";
+    else if (byte != 0)
+        AppendHexByte(rtf_, byte);
+    else if (c < 0x10000)
+        Unit(c);
+    else {
+        Unit(0xD800 + ((c - 0x10000) >> 10));
+        Unit(0xDC00 + ((c - 0x10000) & 0x3FF));
+    }
+    after_word_ = false;
+}
+
+void RtfOutput::Unit(uint32_t unit) {
+    rtf_ += "\\u";
+    AppendNumber(rtf_, static_cast<int16_t>(unit));
+    rtf_ += '?';
+}
+
+void RtfOutput::Hex(std::string_view bytes) {
+    for (size_t at = 0; at < bytes.size(); at += kPictureLine) {
+        NewLine();
+        for (char byte : bytes.substr(at, kPictureLine))
+            AppendHex(rtf_, static_cast<unsigned char>(byte));
+    }
+}
+
+}  // namespace lore

@@ -1,0 +1,320 @@
+#include <algorithm>
+
+#include "rtf/field.h"
+#include "rtf/rtf.h"
+#include "rtf/write_tables.h"
+
+namespace lore {
+
+namespace {
+
+struct SwitchWord {
+    bool CharFormat::*field;
+    std::string_view on;
+    std::string_view off;
+};
+constexpr SwitchWord kSwitches[] = {
+    {&CharFormat::bold, "b", "b0"},
+    {&CharFormat::italic, "i", "i0"},
+    {&CharFormat::underline, "ul", "ulnone"},
+    {&CharFormat::strike, "strike", "strike0"},
+    {&CharFormat::small_caps, "scaps", "scaps0"},
+    {&CharFormat::all_caps, "caps", "caps0"},
+};
+
+struct TwipsWord {
+    int16_t ParagraphFormat::*field;
+    std::string_view name;
+};
+constexpr TwipsWord kTwipsWords[] = {
+    {&ParagraphFormat::first_indent, "fi"}, {&ParagraphFormat::left_indent, "li"},
+    {&ParagraphFormat::right_indent, "ri"}, {&ParagraphFormat::space_before, "sb"},
+    {&ParagraphFormat::space_after, "sa"},  {&ParagraphFormat::line_spacing, "sl"},
+};
+
+constexpr std::string_view kAlignWords[] = {"ql", "qc", "qr", "qj"};
+constexpr std::string_view kScriptWords[] = {"nosupersub", "super", "sub"};
+constexpr std::string_view kBreakWords[] = {"", "", "page", "column", "sect"};
+constexpr std::string_view kPictureWords[] = {"pngblip", "jpegblip", "wmetafile", "emfblip", "dibitmap"};
+constexpr std::string_view kOldListWords[] = {"", "", "pndec", "pnlcltr", "pnucltr", "pnlcrm", "pnucrm"};
+
+struct BorderWord {
+    CellBorder border;
+    std::string_view name;
+};
+constexpr BorderWord kBorderWords[] = {
+    {kBorderTop, "clbrdrt"}, {kBorderLeft, "clbrdrl"}, {kBorderBottom, "clbrdrb"}, {kBorderRight, "clbrdrr"}};
+
+struct MergeWord {
+    CellMerge CellFormat::*field;
+    CellMerge value;
+    std::string_view name;
+};
+constexpr MergeWord kMergeWords[] = {
+    {&CellFormat::across, CellMerge::kFirst, "clmgf"},
+    {&CellFormat::across, CellMerge::kContinued, "clmrg"},
+    {&CellFormat::down, CellMerge::kFirst, "clvmgf"},
+    {&CellFormat::down, CellMerge::kContinued, "clvmrg"},
+};
+
+class RtfWriter {
+public:
+    explicit RtfWriter(const Document& document) : document_(document), colors_(document) {}
+    std::string Write();
+
+private:
+    void WriteHead();
+    void WriteParagraph(size_t index);
+    void WriteParagraphFormat(const Paragraph& paragraph);
+    void WriteList(const ParagraphFormat& format);
+    void WriteEnd(const Paragraph& paragraph);
+    void WriteRun(const TextRun& run);
+    void WriteText(const TextRun& run);
+    void WriteLinked(const TextRun& run);
+    void WriteFormat(const CharFormat& format);
+    void WritePicture(const Picture& picture);
+    void WriteRow(const RowFormat& row);
+    void WriteCell(const CellFormat& cell);
+    void WriteKept(size_t position);
+    void ResetFormat();
+    bool IsWestern(const CharFormat& format) const;
+    int LevelOf(const Paragraph& paragraph) const;
+
+    const Document& document_;
+    ColorNumbers colors_;
+    RtfOutput out_;
+    CharFormat now_;
+    size_t next_kept_ = 0;
+};
+
+std::string RtfWriter::Write() {
+    WriteHead();
+    for (size_t i = 0; i < document_.paragraphs.size(); ++i)
+        WriteParagraph(i);
+    out_.Close();
+    out_.NewLine();
+    return out_.Take();
+}
+
+void RtfWriter::WriteHead() {
+    out_.Open();
+    out_.Word("rtf", 1);
+    out_.Word("ansi");
+    out_.Word("ansicpg", document_.code_page);
+    if (document_.default_font >= 0)
+        out_.Word("deff", document_.fonts[static_cast<size_t>(document_.default_font)].number);
+    out_.Word("uc", 1);
+    out_.NewLine();
+    WriteFonts(out_, document_);
+    colors_.Write(out_);
+    WriteLists(out_, document_);
+    ResetFormat();
+}
+
+void RtfWriter::ResetFormat() {
+    out_.Word("plain");
+    now_ = {};
+    now_.font = document_.default_font;
+}
+
+int RtfWriter::LevelOf(const Paragraph& paragraph) const {
+    return paragraph.row < 0 ? 0 : document_.rows[static_cast<size_t>(paragraph.row)].level;
+}
+
+void RtfWriter::WriteParagraph(size_t index) {
+    const Paragraph& paragraph = document_.paragraphs[index];
+    WriteKept(paragraph.begin);
+    const int level = LevelOf(paragraph);
+    if (level == 1 && (index == 0 || document_.paragraphs[index - 1].row != paragraph.row))
+        WriteRow(document_.row_formats[document_.rows[static_cast<size_t>(paragraph.row)].format]);
+    WriteParagraphFormat(paragraph);
+    if (paragraph.format.list != ListKind::kNone)
+        WriteList(paragraph.format);
+    for (const TextRun& run : RunsOf(document_, index))
+        WriteRun(run);
+    WriteKept(paragraph.end);
+    WriteEnd(paragraph);
+    out_.NewLine();
+}
+
+void RtfWriter::WriteParagraphFormat(const Paragraph& paragraph) {
+    const ParagraphFormat& format = paragraph.format;
+    const int level = LevelOf(paragraph);
+    out_.Word("pard");
+    if (level > 0)
+        out_.Word("intbl");
+    if (level > 1)
+        out_.Word("itap", level);
+    if (format.right_to_left)
+        out_.Word("rtlpar");
+    if (format.align != ParagraphAlign::kLeft)
+        out_.Word(kAlignWords[static_cast<size_t>(format.align)]);
+    for (const TwipsWord& word : kTwipsWords) {
+        if (format.*word.field != 0)
+            out_.Word(word.name, format.*word.field);
+    }
+    if (format.line_multiple)
+        out_.Word("slmult", 1);
+}
+
+/// As a list of the table, and once more for readers that know only the older form.
+void RtfWriter::WriteList(const ParagraphFormat& format) {
+    if (format.list_id > 0) {
+        out_.Word("ls", format.list_id);
+        out_.Word("ilvl", format.list_level);
+    }
+    out_.Raw("{\\pntext\\tab}{\\*\\pn");
+    if (format.list == ListKind::kBullet) {
+        out_.Raw("\\pnlvlblt{\\pntxtb\\'b7}}");
+        return;
+    }
+    out_.Word("pnlvlbody");
+    out_.Word("pnstart", format.list_start);
+    out_.Word(kOldListWords[static_cast<size_t>(format.list)]);
+    out_.Raw("{\\pntxta.}}");
+}
+
+void RtfWriter::WriteEnd(const Paragraph& paragraph) {
+    const bool nested = LevelOf(paragraph) > 1;
+    if (paragraph.ended_by == ParagraphEnd::kCell) {
+        out_.Word(nested ? "nestcell" : "cell");
+    } else if (paragraph.ended_by != ParagraphEnd::kRow) {
+        out_.Word("par");
+    } else if (!nested) {
+        out_.Word("row");
+    } else {
+        out_.Open();
+        out_.Starred("nesttableprops");
+        WriteRow(document_.row_formats[document_.rows[static_cast<size_t>(paragraph.row)].format]);
+        out_.Word("nestrow");
+        out_.Raw("}{\\nonesttables\\par}");
+    }
+}
+
+void RtfWriter::WriteKept(size_t position) {
+    for (; next_kept_ < document_.kept.size() && document_.kept[next_kept_].position <= position; ++next_kept_)
+        out_.Raw(document_.kept[next_kept_].rtf);
+}
+
+void RtfWriter::WriteRun(const TextRun& run) {
+    WriteKept(run.begin);
+    if (run.format.link >= 0) {
+        WriteLinked(run);
+        return;
+    }
+    WriteFormat(run.format);
+    if (run.kind == RunKind::kText)
+        WriteText(run);
+    else if (run.kind == RunKind::kPicture)
+        WritePicture(document_.pictures[static_cast<size_t>(run.picture)]);
+    else
+        out_.Word(kBreakWords[static_cast<size_t>(run.kind)]);
+}
+
+void RtfWriter::WriteText(const TextRun& run) {
+    const bool western = IsWestern(run.format);
+    uint32_t at = run.begin;
+    while (at < run.end) {
+        WriteKept(at);
+        const uint32_t stop =
+            next_kept_ < document_.kept.size() ? std::min(run.end, document_.kept[next_kept_].position) : run.end;
+        out_.Text(std::string_view(document_.text).substr(at, stop - at), western);
+        at = stop;
+    }
+}
+
+void RtfWriter::WriteLinked(const TextRun& run) {
+    const CharFormat before = now_;
+    TextRun plain = run;
+    plain.format.link = -1;
+    out_.Raw("{\\field{\\*\\fldinst{");
+    out_.Text(LinkInstruction(document_.links[static_cast<size_t>(run.format.link)]));
+    out_.Raw("}}{\\fldrslt{");
+    WriteRun(plain);
+    out_.Raw("}}}");
+    now_ = before;
+}
+
+bool RtfWriter::IsWestern(const CharFormat& format) const {
+    const int32_t charset = format.font < 0 ? 0 : document_.fonts[static_cast<size_t>(format.font)].charset;
+    return document_.code_page == 1252 && (charset == 0 || charset == 1);
+}
+
+void RtfWriter::WriteFormat(const CharFormat& format) {
+    if (format.font < 0 && now_.font >= 0)
+        ResetFormat();
+    for (const SwitchWord& word : kSwitches) {
+        if (format.*word.field != now_.*word.field)
+            out_.Word(format.*word.field ? word.on : word.off);
+    }
+    if (format.position != now_.position)
+        out_.Word(kScriptWords[static_cast<size_t>(format.position)]);
+    if (format.font != now_.font && format.font >= 0)
+        out_.Word("f", document_.fonts[static_cast<size_t>(format.font)].number);
+    if (format.half_points != now_.half_points)
+        out_.Word("fs", format.half_points);
+    if (format.color != now_.color)
+        out_.Word("cf", colors_.NumberOf(format.color));
+    if (format.background != now_.background) {
+        for (std::string_view name : {"chcbpat", "cb", "highlight"})
+            out_.Word(name, colors_.NumberOf(format.background));
+    }
+    now_ = format;
+}
+
+void RtfWriter::WritePicture(const Picture& picture) {
+    if (!picture.object.empty()) {
+        out_.Raw(picture.object);
+        return;
+    }
+    out_.Open();
+    out_.Word("pict");
+    if (picture.kind == PictureKind::kWmf || picture.kind == PictureKind::kDib)
+        out_.Word(kPictureWords[static_cast<size_t>(picture.kind)],
+                  picture.kind == PictureKind::kWmf ? picture.map_mode : 0);
+    else
+        out_.Word(kPictureWords[static_cast<size_t>(picture.kind)]);
+    out_.Word("picw", picture.width);
+    out_.Word("pich", picture.height);
+    out_.Word("picwgoal", picture.goal_width);
+    out_.Word("pichgoal", picture.goal_height);
+    out_.Word("picscalex", picture.scale_x);
+    out_.Word("picscaley", picture.scale_y);
+    out_.Hex(picture.bytes);
+    out_.Close();
+    out_.NewLine();
+}
+
+void RtfWriter::WriteRow(const RowFormat& row) {
+    out_.Word("trowd");
+    out_.Word("trgaph", row.cell_gap);
+    out_.Word("trleft", row.left_edge);
+    for (const CellFormat& cell : row.cells)
+        WriteCell(cell);
+    out_.NewLine();
+}
+
+void RtfWriter::WriteCell(const CellFormat& cell) {
+    for (const MergeWord& word : kMergeWords) {
+        if (cell.*word.field == word.value)
+            out_.Word(word.name);
+    }
+    for (const BorderWord& word : kBorderWords) {
+        if ((cell.borders & word.border) != 0) {
+            out_.Word(word.name);
+            out_.Word("brdrs");
+            out_.Word("brdrw", 10);
+        }
+    }
+    if (cell.background)
+        out_.Word("clcbpat", colors_.NumberOf(cell.background));
+    out_.Word("cellx", cell.right_edge);
+}
+
+}  // namespace
+
+std::string WriteRtf(const Document& document) {
+    return RtfWriter(document).Write();
+}
+
+}  // namespace lore
