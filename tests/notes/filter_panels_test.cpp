@@ -1,0 +1,195 @@
+#include "notes/filter_panels.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+#include "classify/forest_builder.h"
+
+namespace lore {
+namespace {
+
+/// History (Ships, Lights (Lenses)), Law, <UNASSIGNED>, with notes 1 to 6.
+CProCategoryList SmallForest() {
+    CProCategoryList forest;
+    forest.AddRoot(Node(1, "History", {Node(2, "Ships"), Node(3, "Lights", {Node(4, "Lenses")})}));
+    forest.AddRoot(Node(5, "Law"));
+    forest.AddRoot(Node(kUnassignedID, kUnassignedName));
+    forest.LinkAll();
+    const int32_t filed[][3] = {{1, 0, 0}, {2, 3, 0}, {4, 0, 5}, {4, 4, 0}, {0, 0, 0}, {3, 1, 0}};
+    for (int32_t note = 1; note <= 6; ++note)
+        for (int set = 1; set <= 3; ++set)
+            forest.IndexNote(note, CProCategoryTree(filed[note - 1][set - 1], ""), set);
+    return forest;
+}
+
+std::vector<std::string> Captions(const FilterPanel& panel) {
+    std::vector<std::string> captions;
+    for (const int position : panel.Shown())
+        captions.push_back(std::string(static_cast<size_t>(panel.Entries()[static_cast<size_t>(position)].level), '-') +
+                           panel.Caption(position));
+    return captions;
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(FilterPanels, CountTheNotesOfCategoriesInTheSetInView) {
+    FilterPanel panel;
+    panel.SetEntries(CategoryEntries(SmallForest(), 1));
+    panel.CountNotes({4, 1, 99});
+    EXPECT_EQ(Captions(panel), (Lines{"History (2/5)", "-Ships (0/1)", "-Lights (1/3)", "--Lenses (1/2)", "Law (0/0)",
+                                      "<UNASSIGNED> (0/1)"}));
+    panel.SetEntries(CategoryEntries(SmallForest(), 3));
+    EXPECT_EQ(panel.Caption(4), "Law (0/1)");
+    EXPECT_EQ(panel.Caption(5), "<UNASSIGNED> (2/5)");
+    panel.SetEntries(CategoryEntries(SmallForest(), kAllSets));
+    EXPECT_EQ(Captions(panel), (Lines{"History (2/5)", "-Ships (0/1)", "-Lights (1/4)", "--Lenses (1/2)", "Law (0/1)",
+                                      "<UNASSIGNED> (0/1)"}));
+    panel.CountNotes({});
+    EXPECT_EQ(panel.Counts(0), "0/5");
+}
+
+TEST(FilterPanels, GatherByLevel) {
+    FilterPanel panel;
+    panel.SetEntries(CategoryEntries(SmallForest(), 1));
+    EXPECT_EQ(panel.NotesOf(0, PanelScope::All), (LongList{1, 2, 3, 4, 6}));
+    EXPECT_EQ(panel.NotesOf(0, PanelScope::OnlyAtLevel), (LongList{1}));
+    EXPECT_EQ(panel.NotesOf(0, PanelScope::OnlyInEntries), (LongList{2, 3, 4, 6}));
+    EXPECT_EQ(panel.NotesOf(2, PanelScope::OnlyAtLevel), (LongList{6}));
+    EXPECT_EQ(panel.NotesOf(3, PanelScope::OnlyInEntries), LongList{});
+    panel.SetEntries(CategoryEntries(SmallForest(), kAllSets));
+    // Note 6 is filed at this level in one set and below it in another.
+    EXPECT_EQ(panel.NotesOf(0, PanelScope::OnlyAtLevel), (LongList{1}));
+    EXPECT_EQ(panel.NotesOf(2, PanelScope::OnlyAtLevel), (LongList{6, 2}));
+    EXPECT_EQ(panel.NotesOf(5, PanelScope::All), (LongList{5}));
+}
+
+TEST(FilterPanels, AgreeWithTheForestOnEveryCategory) {
+    std::mt19937 random(6);
+    CProCategoryList forest;
+    forest.AddRoot(Node(1, "1"));
+    forest.AddRoot(Node(kUnassignedID, kUnassignedName));
+    for (int32_t id = 2; id <= 60; ++id) {
+        forest.FindByID(static_cast<int32_t>(random() % static_cast<unsigned>(id - 1)) + 1)->AddChild(Node(id, "c"));
+        forest.LinkAll();
+    }
+    for (int32_t note = 1; note <= 300; ++note)
+        for (int set = 1; set <= 3; ++set)
+            forest.IndexNote(note * (note % 5 == 0 ? 5'000'000 : 1),
+                             CProCategoryTree(static_cast<int32_t>(random() % 61), ""), set);
+    LongList listed;
+    for (int32_t note = 1; note < 300; note += 3)
+        listed.AddTail(note * (note % 5 == 0 ? 5'000'000 : 1));
+    for (int set = 0; set <= 3; ++set) {
+        FilterPanel panel;
+        panel.CountNotes(listed);
+        panel.SetEntries(CategoryEntries(forest, set));
+        for (size_t i = 0; i < panel.Entries().size(); ++i) {
+            const PanelEntry& entry = panel.Entries()[i];
+            const CProCategoryTree& node = *forest.FindByID(entry.id);
+            const auto position = static_cast<int>(i);
+            EXPECT_EQ(panel.NotesOf(position, PanelScope::All), node.GetNotes(set));
+            EXPECT_EQ(panel.NotesOf(position, PanelScope::OnlyAtLevel), node.GetNotesOnlyAtLevel(set));
+            EXPECT_EQ(entry.inList, std::count_if(listed.begin(), listed.end(),
+                                                  [&](int32_t note) { return node.HasNote(note, set); }));
+        }
+    }
+}
+
+CSource Source(int32_t id, int32_t type, const std::string& title, const std::string& publication,
+               const std::string& author, const LongList& notes) {
+    CSource source;
+    source.SourceID = id;
+    source.SourceType = type;
+    source.FieldTexts[0] = title;
+    source.FieldTexts[1] = publication;
+    source.AuthorText = author;
+    source.NoteIDs = notes;
+    return source;
+}
+
+SourceList SmallSources() {
+    SourceList sources;
+    sources.AddTail(Source(1, 2, "On Lenses", "Optics", "Hart", {1, 2}));
+    sources.AddTail(Source(2, 1, "Lights", "", "Abel", {2, 3}));
+    sources.AddTail(Source(3, 2, "on towers", "Optics", "", {2}));
+    sources.AddTail(Source(4, 1, "Lights", "optics", "Abel", {}));
+    return sources;
+}
+
+TEST(FilterPanels, GroupSourcesByTheChosenKey) {
+    const struct {
+        int32_t grouping;
+        Lines captions;
+    } cases[] = {
+        {10,
+         {"<NO_SOURCE> (1/2)", "<NO_PUBLICATION> (1/2)", "-Book: Lights (1/2)", "Optics (2/3)",
+          "-Journal Article: On Lenses (1/2)", "-Journal Article: on towers (1/1)", "optics (0/0)",
+          "-Book: Lights (0/0)"}},
+        {20,
+         {"<NO_SOURCE> (1/2)", "<NO_AUTHOR> (1/1)", "-Journal Article: on towers (1/1)", "Abel (1/2)",
+          "-Book: Lights (1/2)", "-Book: Lights (0/0)", "Hart (1/2)", "-Journal Article: On Lenses (1/2)"}},
+        {30,
+         {"<NO_SOURCE> (1/2)", "Lights (1/2)", "-Book: Lights (1/2)", "-Book: Lights (0/0)",
+          "Journal Article: On Lenses (1/2)", "Journal Article: on towers (1/1)"}},
+    };
+    FilterPanel panel;
+    panel.CountNotes({2, 9});
+    for (const auto& c : cases) {
+        panel.SetEntries(SourceEntries(SmallSources(), SourceGroupingOf(c.grouping), {8, 9}));
+        EXPECT_EQ(Captions(panel), c.captions) << c.grouping;
+        EXPECT_EQ(panel.NotesOf(0, PanelScope::All), (LongList{8, 9}));
+    }
+    panel.SetEntries(SourceEntries(SmallSources(), SourceGrouping::Publication, {}));
+    EXPECT_EQ(panel.NotesOf(3, PanelScope::All), (LongList{1, 2}));  // a note of two sources comes once
+}
+
+TEST(FilterPanels, ShowKeyWordsAndColours) {
+    CKeyWordList keyWords;
+    keyWords.AddKeyWordsOfNote("fog, brass", 1);
+    keyWords.AddKeyWordsOfNote("fog", 2);
+    CSearchColorList colors;
+    colors.AddNoteToColor(1, MakeRgb(200, 0, 16));
+    colors.AddNoteToColor(2, MakeRgb(201, 1, 16));
+    FilterPanel panel;
+    panel.CountNotes({2});
+    panel.SetEntries(KeyWordEntries(keyWords));
+    EXPECT_EQ(Captions(panel), (Lines{"fog (1/2)", "brass (0/1)"}));
+    panel.SetEntries(ColorEntries(colors));
+    EXPECT_EQ(Captions(panel), (Lines{"(1/2)"}));
+    EXPECT_EQ(panel.Entries()[0].name, "#c80010");
+    EXPECT_EQ(panel.NotesOf(0, PanelScope::All), (LongList{1, 2}));
+}
+
+TEST(FilterPanels, NarrowToMatchesAndWhatStandsAboveThem) {
+    CProCategoryList forest = SmallForest();
+    forest.FindByID(4)->name = "L\xCEnsen";           // Windows-1252
+    forest.FindByID(5)->name = "Droit \xC5\x92uvre";  // UTF-8
+    FilterPanel panel;
+    panel.SetEntries(CategoryEntries(forest, 1));
+    const struct {
+        const char* filter;
+        std::vector<int> shown;
+    } cases[] = {{"l\xC3\xAEN", {0, 2, 3}}, {"ships", {0, 1}},     {"  SH ", {0, 1}},
+                 {"\xC5\x93uv", {4}},       {"hist", {0}},         {"nothing", {}},
+                 {"", {0, 1, 2, 3, 4, 5}},  {"i", {0, 1, 2, 4, 5}}};
+    for (const auto& c : cases) {
+        panel.SetFilter(c.filter);
+        EXPECT_EQ(panel.Shown(), c.shown) << c.filter;
+    }
+    panel.SetFilter("ships");
+    EXPECT_FALSE(panel.Matches(0));
+    EXPECT_TRUE(panel.Matches(1));
+    panel.SetEntries(CategoryEntries(SmallForest(), 2));
+    EXPECT_EQ(panel.Shown(), (std::vector<int>{0, 1}));
+}
+
+TEST(FilterPanels, ReadOddSettingsAsTheDefault) {
+    EXPECT_EQ(CategorySetOf(3), 3);
+    EXPECT_EQ(CategorySetOf(4), kAllSets);
+    EXPECT_EQ(CategorySetOf(-1), kAllSets);
+    EXPECT_EQ(SourceGroupingOf(20), SourceGrouping::Author);
+    EXPECT_EQ(SourceGroupingOf(0), SourceGrouping::Title);
+}
+
+}  // namespace
+}  // namespace lore
