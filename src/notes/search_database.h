@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "notes/search_match.h"
@@ -25,13 +26,16 @@ struct SearchOptions {
     int threads = 2;  ///< that read files; the results are the same for every number
 };
 
+/// The result for a note that matches.
+SearchResult ResultFor(int32_t id, std::string_view rtfText, const NoteMatcher& matcher, const SearchOptions& options);
+
 /// Reads every note file of a folder and gives the notes that match, files by name, notes in file order. Of a note that
-/// stands twice only the copy that shows counts. A search for SHOWALL gives all notes without hits. Holds no more than
-/// one file for each thread in memory.
+/// stands twice only the copy that shows counts. A search for SHOWALL gives all notes without hits, one without terms
+/// none. Holds no more than one file for each thread in memory.
 std::vector<SearchResult> SearchDatabase(const std::filesystem::path& notesFolder, const NoteMatcher& matcher,
                                          const SearchOptions& options, const ReadContext& context, FaultNotice& faults);
 
-/// The same for single files, given by their paths, whose notes stand nowhere else.
+/// The same for some files, given by their paths.
 std::vector<SearchResult> SearchFiles(std::span<const std::filesystem::path> files, const NoteMatcher& matcher,
                                       const SearchOptions& options, const ReadContext& context, FaultNotice& faults);
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "notes/note_list.h"
+#include "notes/note_list_entry.h"
 #include "notes/search_folded.h"
 #include "notes/search_query.h"
 #include "rtf/find.h"
@@ -39,11 +39,5 @@ private:
     std::vector<TextFinder> finders_;
     std::vector<FoldedFinder> foldedFinders_;
 };
-
-/// True if the note's rich text matches; its displayRtf is then the marked text, otherwise empty.
-bool MatchNote(CNote& note, const NoteMatcher& matcher);
-
-/// Keeps only the notes that match the list's own search and lets their marks wait; a list without terms stays whole.
-void FilterList(CNoteList& list);
 
 }  // namespace lore

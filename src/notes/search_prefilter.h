@@ -12,16 +12,16 @@ namespace lore {
 /// NoteBook go out this way. Safe to use from several threads.
 class RtfPrefilter {
 public:
+    /// The matcher must outlive it.
     explicit RtfPrefilter(const NoteMatcher& matcher);
 
     /// False only if the text can't be a result.
     bool MayMatch(std::string_view rtf) const;
 
 private:
-    bool MayHold(const std::string& term, std::string_view rtf) const;
-
     const NoteMatcher& matcher_;
-    std::vector<std::string> terms_;  // lower-case ASCII; empty where bytes tell nothing
+    std::vector<std::string> terms_;  // lower-case ASCII; empty where the bytes tell nothing
+    bool anyTells_ = false;
 };
 
 }  // namespace lore

@@ -43,8 +43,6 @@ public:
 
     /// The notes of a file that match, in file order; nothing if the file isn't held.
     std::optional<std::vector<int32_t>> SearchFile(const std::string& path, const NoteMatcher& matcher) const;
-    /// The notes of all files held that match, files by name.
-    std::vector<int32_t> Search(const NoteMatcher& matcher) const;
 
 private:
     struct Loading {

@@ -1,0 +1,164 @@
+#include "notes/search_folded.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+#include "base/text.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace lore {
+
+namespace {
+
+constexpr char kSeparator = '\xFF';  // in no UTF-8 text
+constexpr std::string_view kFrequent = " etaoinshrdlcumwfgypbvk.,xjqz";
+
+bool IsContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+/// How often a byte is likely to stand in a text; the more, the higher.
+size_t Frequency(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    if (value >= 0xC0)  // begins every letter of whole scripts
+        return kFrequent.size();
+    if (value >= 0x80)
+        return kFrequent.size() / 2;
+    const size_t place = kFrequent.find(byte);
+    return place == std::string_view::npos ? 0 : kFrequent.size() - place;
+}
+
+size_t SequenceLength(char lead) {
+    const auto value = static_cast<unsigned char>(lead);
+    return value < 0xC0 ? 1 : value < 0xE0 ? 2 : value < 0xF0 ? 3 : 4;
+}
+
+char32_t Decode(std::string_view sequence) {
+    const size_t length = SequenceLength(sequence[0]);
+    char32_t c = static_cast<unsigned char>(sequence[0]) & (length == 1 ? 0x7FU : 0xFFU >> (length + 1));
+    for (size_t i = 1; i < length && i < sequence.size(); ++i)
+        c = c << 6 | (static_cast<unsigned char>(sequence[i]) & 0x3FU);
+    return c;
+}
+
+bool IsWordCharacterAt(std::string_view text, size_t at) {
+    return text[at] != kSeparator && IsWordCharacter(Decode(text.substr(at)));
+}
+
+#if defined(__SSE2__)
+/// One bit for each of 16 positions at which both bytes stand.
+unsigned PairMask(const char* first, __m128i firstByte, const char* second, __m128i secondByte) {
+    const __m128i firsts = _mm_loadu_si128(reinterpret_cast<const __m128i*>(first));
+    const __m128i seconds = _mm_loadu_si128(reinterpret_cast<const __m128i*>(second));
+    const __m128i both = _mm_and_si128(_mm_cmpeq_epi8(firsts, firstByte), _mm_cmpeq_epi8(seconds, secondByte));
+    return static_cast<unsigned>(_mm_movemask_epi8(both));
+}
+#endif
+
+}  // namespace
+
+void AppendFolded(std::string& folded, std::string_view utf8) {
+    for (size_t i = 0; i < utf8.size();) {
+        size_t end = i;
+        while (end < utf8.size() && static_cast<unsigned char>(utf8[end]) < 0x80)
+            ++end;
+        const size_t from = folded.size();
+        folded.append(utf8, i, end - i);
+        std::for_each(folded.begin() + static_cast<std::ptrdiff_t>(from), folded.end(), [](char& c) {
+            c = static_cast<char>(c | (static_cast<unsigned char>(c - 'A') < 26 ? 0x20 : 0));
+        });
+        for (i = end; i < utf8.size() && static_cast<unsigned char>(utf8[i]) >= 0x80; i += SequenceLength(utf8[i]))
+            AppendUtf8(folded, FoldCase(Decode(utf8.substr(i))));
+    }
+}
+
+void FoldedTexts::Add(int32_t id, uint32_t record, std::string_view plainText) {
+    const auto begin = static_cast<uint32_t>(bytes.size());
+    AppendFolded(bytes, plainText);
+    slices.push_back({id, record, begin, static_cast<uint32_t>(bytes.size())});
+    bytes += kSeparator;
+}
+
+std::string_view FoldedTexts::TextOf(const Slice& slice) const {
+    return std::string_view(bytes).substr(slice.begin, slice.end - slice.begin);
+}
+
+FoldedFinder::FoldedFinder(const SearchTerm& term) : wholeWord_(term.wholeWord) {
+    // A term never spans paragraphs.
+    if (term.folded.find(U'\n') != std::u32string::npos)
+        return;
+    needle_ = term.Utf8();
+    for (size_t i = 1; i < needle_.size(); ++i) {
+        if (Frequency(needle_[i]) < Frequency(needle_[rare_]))
+            rare_ = i;
+    }
+    second_ = rare_ == 0 ? needle_.size() - 1 : 0;
+    for (size_t i = 0; i < needle_.size(); ++i) {
+        if (i != rare_ && Frequency(needle_[i]) < Frequency(needle_[second_]))
+            second_ = i;
+    }
+}
+
+size_t FoldedFinder::FindBytes(std::string_view folded, size_t from) const {
+#if defined(__SSE2__)
+    constexpr size_t kStep = 64;
+    const char* const data = folded.data();
+    const __m128i rare = _mm_set1_epi8(needle_[rare_]);
+    const __m128i second = _mm_set1_epi8(needle_[second_]);
+    for (; from + needle_.size() + kStep <= folded.size(); from += kStep) {
+        uint64_t mask = 0;
+        for (size_t part = 0; part < kStep; part += 16) {
+            const char* const at = data + from + part;
+            mask |= uint64_t{PairMask(at + rare_, rare, at + second_, second)} << part;
+        }
+        for (; mask != 0; mask &= mask - 1) {
+            const size_t hit = from + static_cast<size_t>(std::countr_zero(mask));
+            if (std::memcmp(data + hit, needle_.data(), needle_.size()) == 0)
+                return hit;
+        }
+    }
+#endif
+    return folded.find(needle_, from);
+}
+
+bool FoldedFinder::IsWholeWord(std::string_view folded, size_t begin) const {
+    const size_t end = begin + needle_.size();
+    if (end < folded.size() && IsWordCharacterAt(folded, end))
+        return false;
+    if (begin == 0)
+        return true;
+    size_t before = begin - 1;
+    while (before > 0 && IsContinuation(folded[before]))
+        --before;
+    return !IsWordCharacterAt(folded, before);
+}
+
+size_t FoldedFinder::Find(std::string_view folded, size_t from) const {
+    if (needle_.empty())
+        return kNone;
+    size_t hit = FindBytes(folded, from);
+    while (hit != kNone && wholeWord_ && !IsWholeWord(folded, hit))
+        hit = FindBytes(folded, hit + 1);
+    return hit;
+}
+
+void FoldedFinder::MarkFound(const FoldedTexts& texts, std::vector<uint8_t>& found) const {
+    size_t hit = Find(texts.bytes);
+    for (size_t i = 0; i < texts.slices.size() && hit != kNone; ++i) {
+        const FoldedTexts::Slice& slice = texts.slices[i];
+        if (hit >= slice.end)
+            continue;
+        if (hit < slice.begin)
+            hit = Find(texts.bytes, slice.begin);
+        if (hit >= slice.end)  // kNone too
+            continue;
+        found[i] = 1;
+        hit = Find(texts.bytes, slice.end);
+    }
+}
+
+}  // namespace lore
