@@ -1,0 +1,208 @@
+#include "app/lorebinder_app.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "base/text.h"
+#include "notes/note_cleaner.h"
+#include "notes/note_finder.h"
+#include "notes/note_list_add.h"
+#include "notes/note_list_citations.h"
+
+namespace lore {
+
+namespace {
+
+/// Versions from this one on give the search controls more room.
+constexpr double kWideSearchVersion = 11.37035;
+constexpr int32_t kWideSearchControls = 377;
+constexpr size_t kMebibyte = size_t{1} << 20;
+
+size_t CacheBudget(const Settings& settings) {
+    return static_cast<size_t>(std::max(settings.Int(Option::TextCacheMB), 0)) * kMebibyte;
+}
+
+}  // namespace
+
+CLorebinderApp::CLorebinderApp(std::filesystem::path dataRoot, const AppPorts& ports)
+    : ports_(ports), data_{std::move(dataRoot)}, texts_(std::make_unique<TextCache>()) {}
+
+CLorebinderApp::~CLorebinderApp() = default;
+
+ReadContext CLorebinderApp::Context() const {
+    return {.now = ports_.clock.Now(), .nowUtc = ports_.clock.NowUtc(), .guids = &ports_.guids};
+}
+
+void CLorebinderApp::Flush() {
+    if (!ports_.store.Flush())
+        ports_.faults.Tell({"The settings could not be written", "", "they keep their old values"});
+}
+
+void CLorebinderApp::LoadOptions() {
+    settings_.LoadOptions(ports_.store);
+    texts_ = std::make_unique<TextCache>(CacheBudget(settings_));
+}
+
+void CLorebinderApp::SelectStartNoteBook() {
+    ComputeFolders(data_.root);
+    StartSettings start{settings_.Text(Option::LocalGUID), settings_.Text(Option::Database)};
+    FileResult result;
+    const CDatabase noteBook = lore::SelectStartNoteBook(data_.DatabasesFile(), Context(), start, noteBooks_, result);
+    if (!result.Ok() && !result.Missing())
+        ports_.faults.Tell(
+            {"The list of NoteBooks could not be read", data_.DatabasesFile().string(), result.Reason()});
+    settings_.Set(Option::LocalGUID, start.LocalGUID);
+    settings_.Set(Option::Database, start.Database);
+    settings_.Save(ports_.store, Option::LocalGUID);
+    settings_.Save(ports_.store, Option::Database);
+    Flush();
+    UseNoteBook(noteBook);
+}
+
+void CLorebinderApp::UseNoteBook(const CDatabase& noteBook) {
+    book_ = OpenNoteBook();
+    book_.database = noteBook;
+    book_.paths = NoteBookPaths(data_, noteBook.folder);
+    settings_.Set(Option::Database, noteBook.guid);
+}
+
+void CLorebinderApp::FinishStartup() {
+    // A first run has the version -1, which counts as older too.
+    if (settings_.ProgVersion() < kWideSearchVersion)
+        settings_.Set(Option::SrchCtrlsWidth, kWideSearchControls);
+    settings_.Set(Option::ProgVersion, std::string(kDataVersionText));
+    settings_.Save(ports_.store, Option::ProgVersion);
+    Flush();
+    LoadNoteBook();
+}
+
+void CLorebinderApp::StoreCounters(const IdCounters& counters) {
+    const std::pair<Option, int> values[] = {{Option::MaxNoteID, counters.MaxNoteID},
+                                             {Option::MaxAuthorID, counters.MaxAuthorID},
+                                             {Option::MaxCategoryID, counters.MaxCategoryID}};
+    for (const auto& [option, value] : values) {
+        settings_.Set(option, value);
+        settings_.Save(ports_.store, option);
+    }
+    Flush();
+}
+
+void CLorebinderApp::LoadNoteBook() {
+    CleanNoteFiles(book_.paths, ports_.faults, &ports_.progress);
+    IdCounters counters{settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID),
+                        settings_.Int(Option::MaxCategoryID)};
+    texts_->Clear();
+    lore::LoadOptions options;
+    options.progress = &ports_.progress;
+    options.texts = texts_.get();
+    const LoadReport report = lore::LoadNoteBook(book_, counters, Context(), ports_.faults, options);
+    std::vector<std::string> paths;
+    for (const std::string& file : report.files)
+        paths.push_back(book_.paths.NoteFile(file).string());
+    texts_->Attach(paths);
+    StoreCounters(counters);
+    LoadLastList();
+}
+
+void CLorebinderApp::LoadLastList() {
+    list_ = CNoteList();
+    const LongList ids = LoadLastViewList(book_.paths, ports_.faults);
+    LoadNotesToList(book_, ids, kNoSort, Context(), ports_.faults, list_);
+    list_.ClearSelection();
+}
+
+void CLorebinderApp::SaveOptions() {
+    settings_.SaveOptions(ports_.store);
+    Flush();
+    SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
+}
+
+void CLorebinderApp::SwitchNoteBook(const CDatabase& noteBook) {
+    SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
+    list_ = CNoteList();
+    UseNoteBook(noteBook);
+    LoadNoteBook();
+    SaveOptions();
+}
+
+std::vector<CDatabase> CLorebinderApp::NoteBookChoices() const {
+    std::vector<CDatabase> choices = noteBooks_;
+    std::stable_sort(choices.begin(), choices.end(),
+                     [](const CDatabase& a, const CDatabase& b) { return CompareNoCase(a.name, b.name) < 0; });
+    choices.insert(choices.begin(), MainNoteBook(settings_.Text(Option::LocalGUID)));
+    return choices;
+}
+
+SearchOutcome CLorebinderApp::Search(std::string_view text, SearchScope scope) {
+    const ReadContext context = Context();
+    SearchBox box({book_, *texts_, list_, ports_.prompts, ports_.progress, ports_.faults, context});
+    return box.Run(text, scope, SortOrder());
+}
+
+void CLorebinderApp::SetSortOrder(int32_t id) {
+    settings_.Set(Option::NoteSortID, id);
+    list_.SortNotes(id);
+}
+
+size_t CLorebinderApp::Gather(const LongList& ids) {
+    return LoadNotesToList(book_, ids, SortOrder(), Context(), ports_.faults, list_);
+}
+
+void CLorebinderApp::TakeOut(const LongList& ids) {
+    list_.RemoveNotes(std::unordered_set<int32_t>(ids.begin(), ids.end()));
+}
+
+void CLorebinderApp::ClearList() {
+    list_.RemoveAll();
+}
+
+void CLorebinderApp::MoveNote(int32_t id, int32_t target) {
+    const int from = list_.PositionOf(id);
+    const int to = list_.PositionOf(target);
+    // Taking the note out moves what stands behind it up, so that its place is the target's in both directions.
+    if (from >= 0 && to >= 0 && from != to)
+        list_.MoveNote(static_cast<size_t>(from), static_cast<size_t>(to));
+}
+
+void CLorebinderApp::RefreshNote(int32_t id) {
+    auto notes = FindNotes(book_.index, LongList{id}, Context(), ports_.faults);
+    if (notes.empty())
+        return;
+    CitationTexts citations(book_.sources, book_.authors);
+    auto texts = citations.For(notes.front());
+    list_.ReplaceNote(std::move(notes.front()), std::move(texts));
+}
+
+std::string CLorebinderApp::NoteBookPane() const {
+    return "NoteBook:   < " + (book_.database.IsMain() ? kMainNoteBookName : book_.database.name) + " >";
+}
+
+std::string CLorebinderApp::LinkPane() const {
+    const SyncLink& link = book_.syncLog.link;
+    return link.IsLinked() ? "Linked With:   < " + link.OnlineName + " >" : "Not Linked";
+}
+
+std::string CLorebinderApp::LastSyncPane() const {
+    const SyncLink& link = book_.syncLog.link;
+    if (!link.IsLinked())
+        return {};
+    if (!link.LastSync.IsValid() || link.LastSync == DateTime(1900, 1, 1))
+        return "Never Synced";
+    constexpr int64_t kDay = 24 * 60 * 60;
+    const int64_t days = (ports_.clock.NowUtc().Seconds() - link.LastSync.Seconds()) / kDay;
+    return "Last Sync:  " + std::to_string(days) + " days";
+}
+
+std::string CLorebinderApp::NotesPane() const {
+    return "Notes:    " + std::to_string(book_.TotalNoteCount());
+}
+
+std::string CLorebinderApp::ListPane() const {
+    return "In List:    " + std::to_string(list_.Count());
+}
+
+std::string CLorebinderApp::WindowTitle() {
+    return "<Lorebinder Premium> - Ver. 1.56 - Fennelworks, Inc.";
+}
+
+}  // namespace lore
