@@ -70,6 +70,8 @@ private:
 class RecordWriter {
 public:
     void Append(std::string_view bytes) { data_.append(bytes); }
+    /// Makes room for so many bytes, so that a large file is collected without moving.
+    void Reserve(size_t bytes) { data_.reserve(bytes); }
     const std::string& Logical() const { return data_; }
     /// The bytes for the disk, line ends translated.
     std::string DiskBytes() const;

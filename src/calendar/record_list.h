@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/record_file.h"
@@ -31,21 +32,27 @@ struct FieldWriter {
     void operator()(const char*, const std::string& field) const { WriteCountedString(&stream, field); }
 };
 
+/// No undamaged record is smaller than the first, and few are larger than the second; memory that is set aside by them
+/// and not used costs nothing.
+inline constexpr size_t kSmallestRecord = 256, kTypicalRecord = 1024;
+
 /// Appends the records that `readOne(record)` fills and `keep(record)` wants. Returns the file's version.
 template <typename Record, typename ReadOne, typename Keep>
 double ReadRecordList(RecordReader& stream, std::vector<Record>& list, ReadOne readOne, Keep keep) {
     const double version = ReadFixedDouble(&stream);
-    Record record;
+    list.reserve(list.size() + stream.Size() / kSmallestRecord);
     ReadCounted(&stream, [&] {
+        Record record;
         readOne(record);
         if (keep(record))
-            list.push_back(record);
+            list.push_back(std::move(record));
     });
     return version;
 }
 
 template <typename Record, typename WriteOne>
 void WriteRecordList(RecordWriter& stream, const std::vector<Record>& list, WriteOne writeOne) {
+    stream.Reserve(list.size() * kTypicalRecord);
     WriteFixedDouble(&stream, kDataVersion);
     WriteFixedInt(&stream, static_cast<int32_t>(list.size()));
     for (const Record& record : list)

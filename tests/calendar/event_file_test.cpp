@@ -1,0 +1,231 @@
+#include "calendar/event_file.h"
+
+#include <ctime>
+#include <gtest/gtest.h>
+
+#include "calendar/event_builder.h"
+#include "calendar/reminder_file.h"
+#include "support/read_world.h"
+
+namespace lore {
+namespace {
+
+class StepCounter : public Progress {
+public:
+    void SetRange(int low, int high) override { said += std::to_string(low) + ".." + std::to_string(high) + " "; }
+    void SetMessage(const std::string& text) override { said += text + " "; }
+    void StepIt() override { ++steps; }
+    void SetPosition(int) override {}
+    void Show() override { said += "shown "; }
+    void Hide() override { said += "hidden"; }
+    void ShowStandBy(const std::string&) override {}
+    void HideStandBy() override {}
+    std::string said;
+    int steps = 0;
+};
+
+const std::string kSampleBytes =
+    "0000000011.560000000"
+    "0000000000000001"
+    "0000000000000007"
+    "0000000000000000"
+    "0000000000000001"
+    "0000000000000000"
+    "00000000000000192011-02-03-09-05-00"
+    "00000000000000192011-02-03-10-00-59"
+    "00000000000000192011-02-03-09-05-00"
+    "0000000000000016Invalid DateTime"
+    "0000000000000003"
+    "0000000000000001"
+    "0000000000000000"
+    "0000000000000002"
+    "0000000000000000"
+    "0000000000000001"
+    "-000000000000001"
+    "0000000000000000"
+    "0000000000000003{E}"
+    "0000000000000003{S}"
+    "0000000000000005Class"
+    "0000000000000008room\r\n101";
+
+class EventFile : public testing::Test {
+protected:
+    TempFolder folder_;
+    ReadWorld world_;
+    std::filesystem::path path_ = folder_ / kEventFileName;
+
+    EventList Load() {
+        EventList list;
+        EXPECT_TRUE(LoadAllEvents(path_, world_.context, list).Ok());
+        return list;
+    }
+    FileResult Merge(const EventList& list) {
+        StepCounter progress;
+        return MergeSaveEvents(path_, world_.context, list, progress);
+    }
+};
+
+TEST_F(EventFile, ReadsEveryFieldAndWritesTheSameBytes) {
+    PutBytes(path_, kSampleBytes);
+    const EventList list = Load();
+    ASSERT_EQ(list.size(), 1u);
+    EXPECT_EQ(list[0].BarColor, 7);
+    EXPECT_EQ(list[0].AllDay, 0);
+    EXPECT_EQ(list[0].Recurring, 1);
+    EXPECT_EQ(list[0].RecurrenceType, kDaily);
+    EXPECT_EQ(list[0].End, Day(2011, 2, 3, 10, 0, 59));
+    EXPECT_EQ(list[0].RecurrenceEnd, world_.context.now) << "a date that doesn't parse is the moment of reading";
+    EXPECT_EQ(list[0].DailyPattern, (LongList{1, 0, 2}));
+    EXPECT_EQ(list[0].MonthlyPattern, LongList{-1});
+    EXPECT_EQ(list[0].Description, "room\n101");
+    EventList written = list;
+    written[0].RecurrenceEnd = DateTime::Invalid();
+    EXPECT_TRUE(WriteEvents(path_, written).Ok());
+    EXPECT_EQ(BytesOf(path_), kSampleBytes);
+}
+
+TEST_F(EventFile, MakesUpTheRecordThatTheCountPromises) {
+    std::string bytes = kSampleBytes;
+    bytes[35] = '2';
+    PutBytes(path_, bytes);
+    const EventList list = Load();
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[1].BarColor, 0);
+    EXPECT_EQ(list[1].Start, world_.context.now);
+    EXPECT_TRUE(list[1].DailyPattern.IsEmpty());
+    EXPECT_EQ(list[1].EventId, "{GUID 1}");
+    PutBytes(path_, "0000000011.5600000000000000000000000");
+    EXPECT_TRUE(Load().empty());
+}
+
+TEST_F(EventFile, LeavesOutOnlyWhatCoversTheWholeRange) {
+    EXPECT_TRUE(
+        WriteEvents(path_, {Event("covers", "", Day(2011, 1, 1), Day(2011, 12, 31)),
+                            Event("later", "", Day(2013, 1, 1), Day(2013, 1, 1)),
+                            Event("earlier", "", Day(2009, 1, 1), Day(2009, 1, 1)),
+                            Event("starts", "", Day(2011, 5, 1), Day(2012, 1, 1)),
+                            Event("ends", "", Day(2010, 5, 1), Day(2011, 5, 31)),
+                            Event("a second late", "", Day(2011, 4, 30, 23, 59, 59), Day(2011, 5, 31, 0, 0, 1))})
+            .Ok());
+    EventList list;
+    EXPECT_TRUE(LoadEventsInRange(path_, world_.context, Day(2011, 5, 1), Day(2011, 5, 31), list).Ok());
+    EXPECT_EQ(Ids(list), "later earlier starts ends");
+}
+
+TEST_F(EventFile, MergesOverTheRecordsOfTheFile) {
+    EXPECT_TRUE(WriteEvents(path_, {Event("a", "", Day(2011, 1, 1), Day(2011, 1, 1)),
+                                    Event("b", "", Day(2011, 1, 2), Day(2011, 1, 2)),
+                                    Event("b", "twice", Day(2011, 1, 2), Day(2011, 1, 2))})
+                    .Ok());
+    StepCounter progress;
+    const CTmEvent b = Event("b", "new", Day(2011, 2, 2), Day(2011, 2, 2)), c = Event("c", "", b.Start, b.End);
+    EXPECT_TRUE(MergeSaveEvents(path_, world_.context, {b, c, c}, progress).Ok());
+    const EventList list = Load();
+    EXPECT_EQ(Ids(list), "a b b c");
+    EXPECT_EQ(list[1].SeriesId, "new");
+    EXPECT_EQ(list[2].SeriesId, "twice") << "only the first record of an id is meant";
+    EXPECT_EQ(progress.said, "0..3 Updating Events... shown 0..4 Saving Events... hidden");
+    EXPECT_EQ(progress.steps, 3 + 4);
+}
+
+TEST_F(EventFile, KeepsAFileThatItCannotRead) {
+    std::filesystem::create_directory(path_);
+    StepCounter progress;
+    const FileResult result = MergeSaveEvents(path_, world_.context, {CTmEvent()}, progress);
+    EXPECT_FALSE(result.Ok());
+    EXPECT_TRUE(std::filesystem::is_directory(path_));
+    EXPECT_TRUE(progress.said.ends_with("hidden"));
+}
+
+TEST_F(EventFile, MergesALargeListWithoutWalkingTheFileForEachEvent) {
+    EventList file;
+    for (int i = 0; i < 50000; ++i)
+        file.push_back(Event("{00000000-0000-0000-0000-0000000" + std::to_string(10000 + i) + "}", "{S}",
+                             Day(2011, 1, 1).PlusDays(i % 3000), Day(2011, 1, 1, 1).PlusDays(i % 3000)));
+    EXPECT_TRUE(WriteEvents(path_, file).Ok());
+    for (size_t i = 0; i < file.size(); ++i) {
+        file[i].EventId += i % 5 == 4 ? "new" : "";
+        file[i].Label = "changed";
+    }
+    const std::clock_t start = std::clock();
+    EXPECT_TRUE(Merge(file).Ok());
+    const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    RecordProperty("processor_milliseconds", static_cast<int>(seconds * 1000));
+    EXPECT_LT(seconds, 6.0) << "walking took 30 s";
+    EXPECT_EQ(Load().size(), 60000u);
+}
+
+TEST(ReminderFile, ReadsEveryFieldAndWritesTheSameBytes) {
+    const TempFolder folder;
+    ReadWorld world;
+    const std::filesystem::path path = folder / kReminderFileName;
+    const std::string bytes =
+        "0000000011.560000000"
+        "0000000000000002"
+        "0000000000000002"
+        "-000000000000001"
+        "0000000000000042"
+        "0000000000000038"
+        "0000000000002112"
+        "00000000000000192011-02-03-09-05-00"
+        "0000000000000000"
+        "00000000000000192011-02-03-09-15-00"
+        "0000000000000003{R}"
+        "0000000000000002to"
+        "0000000000000001@"
+        "00000000000000081-234-56"
+        "0000000000000003{E}"
+        "0000000000000003a\r\nb"
+        "0000000000000005Class"
+        "0000000000000000"
+        "0000000000000000"
+        "0000000000000010"
+        "-000000000000001"
+        "-000000000000001"
+        "0000000000000000"
+        "00000000000000192011-02-03-09-05-00"
+        "00000000000000192011-02-03-09-05-00"
+        "00000000000000192011-02-03-09-15-00"
+        "0000000000000003{Q}"
+        "0000000000000000"
+        "0000000000000000"
+        "0000000000000000"
+        "0000000000000000"
+        "0000000000000000"
+        "0000000000000000"
+        "0000000000000000";
+    PutBytes(path, bytes);
+    ReminderList list = {CTmReminder()};
+    ASSERT_TRUE(LoadAllReminders(path, world.context, list).Ok());
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[0].ProviderIndex, 38);
+    EXPECT_TRUE(list[0].ServerDone);
+    EXPECT_EQ(list[0].SendTime, world.context.now);
+    EXPECT_EQ(list[0].PhoneNumber, "1-234-56");
+    EXPECT_EQ(list[0].Message, "a\nb");
+    list[0].SendTime = DateTime();
+    EXPECT_TRUE(SaveReminders(path, list).Ok());
+    EXPECT_EQ(BytesOf(path), bytes);
+    EXPECT_TRUE(LoadRemindersOfEvent(path, world.context, "{E}", list).Ok());
+    EXPECT_EQ(list.size(), 1u);
+    const DateTime sent(2011, 2, 3, 9, 5);
+    EXPECT_TRUE(LoadRemindersInRange(path, world.context, sent, sent, list).Ok());
+    ASSERT_EQ(list.size(), 1u);
+    EXPECT_EQ(list[0].ReminderId, "{Q}");
+    EXPECT_TRUE(LoadAllReminders(folder / "none", world.context, list).Missing());
+    EXPECT_TRUE(list.empty());
+}
+
+TEST(ReminderFile, GivesARecordWithoutAnIdANewOne) {
+    ReadWorld world;
+    RecordReader stream("0000000011.5600000000000000000000001");
+    ReminderList list;
+    EXPECT_EQ(ReadReminders(stream, list, world.context), 11.56);
+    ASSERT_EQ(list.size(), 1u);
+    EXPECT_EQ(list[0].ReminderId, "{GUID 1}");
+    EXPECT_EQ(list[0].ServerId, 0);
+    EXPECT_EQ(list[0].EventStart, world.context.now);
+}
+
+}  // namespace
+}  // namespace lore
