@@ -68,7 +68,15 @@ CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
     return *this;
 }
 
+void CProCategoryList::Touch() {
+    if (!fresh_)
+        return;
+    fresh_ = false;
+    filed_ = {};
+}
+
 std::vector<CProCategoryTree>& CProCategoryList::EditRoots() {
+    Touch();
     nodes_.clear();
     return roots_;
 }
@@ -104,6 +112,7 @@ void CProCategoryList::Read(RecordReader* stream) {
     if (!FindByID(kUnassignedID))
         roots_.emplace_back(kUnassignedID, kUnassignedName);
     LinkAll();
+    fresh_ = true;
 }
 
 void CProCategoryList::Write(RecordWriter* stream) const {
@@ -159,14 +168,17 @@ const CProCategoryTree* CProCategoryList::FindRootByName(std::string_view name) 
 }
 
 CProCategoryTree* CProCategoryList::FindByID(int32_t id) {
+    Touch();
     return const_cast<CProCategoryTree*>(std::as_const(*this).FindByID(id));
 }
 
 CProCategoryTree* CProCategoryList::FindByPlace(std::string_view name, std::string_view parentName, int level) {
+    Touch();
     return const_cast<CProCategoryTree*>(std::as_const(*this).FindByPlace(name, parentName, level));
 }
 
 CProCategoryTree* CProCategoryList::FindRootByName(std::string_view name) {
+    Touch();
     return const_cast<CProCategoryTree*>(std::as_const(*this).FindRootByName(name));
 }
 
@@ -202,11 +214,13 @@ void CProCategoryList::RaiseMaxCategoryID(int& maxCategoryID) const {
 }
 
 void CProCategoryList::RemoveNote(int32_t note, int set) {
+    Touch();
     for (CProCategoryTree& root : roots_)
         root.RemoveNote(note, set);
 }
 
 void CProCategoryList::RemoveNotes(const LongList& notes, int set) {
+    Touch();
     for (CProCategoryTree& root : roots_)
         RemoveFromTree(root, notes, set);
 }
@@ -232,9 +246,15 @@ CProCategoryTree CProCategoryList::GetNotePath(int32_t note, int set) const {
 
 void CProCategoryList::IndexNote(int32_t note, const CProCategoryTree& path, int set) {
     const bool empty = path.IsEmptyPath();
-    CProCategoryTree* node = FindByID(empty ? kUnassignedID : DeepestCategoryID(path));
-    if (node && !(empty && node->parent))
-        node->AddNoteUpward(note, set);
+    const CProCategoryTree* found = std::as_const(*this).FindByID(empty ? kUnassignedID : DeepestCategoryID(path));
+    if (!found || (empty && found->parent) || note < 1 || set < 1 || set > kSetCount)
+        return;
+    auto* node = const_cast<CProCategoryTree*>(found);
+    const auto index = static_cast<size_t>(set - 1);
+    if (!fresh_ || !filed_[index].Add(note))
+        return node->AddNoteUpward(note, set);
+    for (; node; node = node->parent)
+        node->notes[index].AddTail(note);
 }
 
 int32_t DeepestCategoryID(const CProCategoryTree& path) {

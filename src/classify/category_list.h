@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/file_io.h"
+#include "base/id_marks.h"
 #include "base/record_file.h"
 #include "classify/category_tree.h"
 
@@ -19,7 +20,7 @@ public:
     double version = 0.0;  ///< as the file had it; never tested
 
     CProCategoryList() = default;
-    CProCategoryList(const CProCategoryList& other) : version(other.version), roots_(other.roots_) {}
+    CProCategoryList(const CProCategoryList& other) : version(other.version), roots_(other.roots_), fresh_(false) {}
     CProCategoryList(CProCategoryList&&) = default;
     CProCategoryList& operator=(const CProCategoryList& other);
     CProCategoryList& operator=(CProCategoryList&&) = default;
@@ -80,9 +81,14 @@ public:
 private:
     using NodesByID = std::unordered_map<int32_t, const CProCategoryTree*>;
     const NodesByID& Nodes() const;
+    void Touch();
 
     std::vector<CProCategoryTree> roots_;
     mutable NodesByID nodes_;  // empty until the first search after a change
+    // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
+    // Then one look at the marks replaces a search of each list.
+    bool fresh_ = true;
+    std::array<IDMarks, kSetCount> filed_;
 };
 
 /// HighestID of one tree.

@@ -39,18 +39,25 @@ const CKeyWord* CKeyWordList::FindByName(std::string_view name) const {
 void CKeyWordList::RemoveAll() {
     entries_.clear();
     positions_.clear();
+    added_ = {};
 }
 
 void CKeyWordList::AddKeyWordsOfNote(std::string_view text, int32_t note) {
-    for (const std::string_view piece : SplitKeyWords(text))
-        MergePiece(piece, note);
+    const bool isNew = added_.Add(note);
+    for (const std::string_view piece : SplitKeyWords(text)) {
+        LongList& notes = NotesOf(piece);
+        if (!isNew)
+            notes.AddUnique(note);
+        else if (notes.IsEmpty() || notes[notes.Count() - 1] != note)
+            notes.AddTail(note);
+    }
 }
 
-void CKeyWordList::MergePiece(std::string_view name, int32_t note) {
+LongList& CKeyWordList::NotesOf(std::string_view name) {
     const auto [place, isNew] = positions_.emplace(name, entries_.size());
     if (isNew)
         entries_.emplace_back().name = name;
-    entries_[place->second].notes.AddUnique(note);
+    return entries_[place->second].notes;
 }
 
 void CKeyWordList::RemoveNote(int32_t note) {

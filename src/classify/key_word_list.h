@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/id_marks.h"
 #include "base/long_list.h"
 
 namespace lore {
@@ -47,11 +48,12 @@ public:
     std::string GetKeyWordsOfNote(int32_t note, std::string_view separator) const;
 
 private:
-    void MergePiece(std::string_view name, int32_t note);
+    LongList& NotesOf(std::string_view name);
     void Reindex();
 
     std::vector<CKeyWord> entries_;
     std::unordered_map<std::string, size_t> positions_;  // by name
+    IDMarks added_;                                      // notes whose line was ever added; no entry holds another note
 };
 
 /// The pieces of a line of key words as AddKeyWordsOfNote takes them: trimmed, empty ones between commas included.

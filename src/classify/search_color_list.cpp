@@ -38,6 +38,7 @@ const CSearchColor* CSearchColorList::FindByID(int32_t id) const {
 
 void CSearchColorList::RemoveAll() {
     entries_.clear();
+    added_ = {};
     Reindex();
 }
 
@@ -52,9 +53,13 @@ size_t CSearchColorList::FindPosition(Rgb color) const {
 }
 
 void CSearchColorList::AddNoteToColor(int32_t note, Rgb color) {
+    const bool isNew = added_.Add(note);
     const size_t position = FindPosition(color);
     if (position != kNoEntry) {
-        entries_[position].notes.AddUnique(note);
+        if (isNew)
+            entries_[position].notes.AddTail(note);
+        else
+            entries_[position].notes.AddUnique(note);
         return;
     }
     CSearchColor& entry = entries_.emplace_back();

@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/id_marks.h"
 #include "base/long_list.h"
 #include "base/rgb.h"
 
@@ -46,6 +47,7 @@ private:
     std::vector<CSearchColor> entries_;
     std::unordered_map<uint32_t, size_t> cells_;  // position by colour cell; a cell is so small that it holds one entry
     int32_t nextID_ = kFirstID;                   // one above the highest id
+    IDMarks added_;                               // notes that were ever added; no entry holds another note
 };
 
 }  // namespace lore

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <vector>
 
+#include "base/id_marks.h"
 #include "notes/panel_commands.h"
 #include "notes/panel_entries.h"
-#include "notes/panel_marks.h"
 
 namespace lore {
 

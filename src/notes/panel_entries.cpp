@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "base/id_marks.h"
 #include "base/text.h"
 #include "bibliography/source_types.h"
-#include "notes/panel_marks.h"
 
 namespace lore {
 

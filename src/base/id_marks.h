@@ -7,7 +7,7 @@
 
 namespace lore {
 
-/// A set of note ids for walks over long lists: ids as NoteBooks give them out are looked up in an array, any other id
+/// A set of ids for walks over long lists: ids as NoteBooks give them out are looked up in an array, any other id
 /// is hashed. Emptying it costs nothing.
 class IDMarks {
 public:
