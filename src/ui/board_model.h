@@ -28,6 +28,8 @@ public:
     virtual int Count() const = 0;
     /// The note at a position below Count(); valid until the list changes.
     virtual const CNote& NoteAt(int row) const = 0;
+    /// The same, ready to be shown: search marks that wait are made now.
+    virtual const CNote& ShownNoteAt(int row) const = 0;
     /// The position of a note, -1 if the list doesn't hold it.
     virtual int RowOf(int32_t noteId) const = 0;
     /// The formatted sources of a note, in its order, without those that the NoteBook doesn't know.

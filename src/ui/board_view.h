@@ -3,18 +3,17 @@
 #include <QAbstractScrollArea>
 #include <memory>
 
+#include "app/picture_commands.h"
 #include "ui/board_model.h"
 
 namespace lore {
 
 class Theme;
 
-/// The commands on a picture of a card.
-enum class PictureCommand { ZoomIn, ZoomOut, ShiftLeft, ShiftRight, Restore };
-
 /// What the board says when its list is empty: a line in large type, a sentence, and the first step as a button.
 struct BoardEmptyState {
     QString title, text, action;  ///< without `action` there is no button
+    QString logo;                 ///< path of a picture; the program's own one if it can't be read
 };
 
 /// The notes of the current list as cards, one under the other. Only the cards in sight are laid out and painted, so
@@ -48,6 +47,10 @@ public:
     QRect AttachmentRect(int row, int attachment) const;
     /// What a screen reader says of a card.
     QString CardText(int row) const;
+    /// Waits for pictures that are still being read, then paints them.
+    void FinishPictures();
+    /// The notes of the list, and the place of one in it.
+    const BoardModel& Model() const;
     /// The rows in sight: first and one behind the last.
     std::pair<int, int> VisibleRows() const;
 
@@ -59,8 +62,7 @@ signals:
     void RemoveRequested(int32_t noteId);
     /// A double-click or Enter on a card.
     void EditRequested(int32_t noteId);
-    /// `cardWidth` is the width in pixels that the picture may take, for the limits of shifting.
-    void PictureCommandRequested(int32_t noteId, int attachment, PictureCommand command, int cardWidth);
+    void PictureCommandRequested(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room);
     /// Open a file or a web link of a note. Whether that is safe is for the receiver to say.
     void OpenRequested(int32_t noteId, int attachment);
     void ExtractRequested(int32_t noteId, int attachment);
@@ -85,9 +87,10 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
-    class Impl;
+    struct Impl;
     std::unique_ptr<Impl> impl_;
 };
 

@@ -15,7 +15,7 @@ std::string FromQString(const QString& text) {
     return FromUtf8(text.toStdString());
 }
 
-QString ToQString(const std::filesystem::path& path) {
+QString PathToQString(const std::filesystem::path& path) {
     return QFile::decodeName(QByteArray::fromStdString(path.string()));
 }
 

@@ -14,7 +14,8 @@ namespace lore {
 QString ToQString(std::string_view bytes);
 std::string FromQString(const QString& text);
 
-QString ToQString(const std::filesystem::path& path);
+/// A path as the system gives it, for the screen and for Qt.
+QString PathToQString(const std::filesystem::path& path);
 
 inline QColor ToQColor(Rgb color) {
     return QColor(static_cast<int>(RedOf(color)), static_cast<int>(GreenOf(color)), static_cast<int>(BlueOf(color)));

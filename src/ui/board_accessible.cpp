@@ -1,0 +1,106 @@
+#include "ui/board_accessible.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <unordered_map>
+
+#include "ui/board_view.h"
+
+namespace lore {
+namespace {
+
+/// One card: an item of the list, with the note as its text.
+class AccessibleCard : public QAccessibleInterface {
+public:
+    AccessibleCard(BoardView& board, int row) : board_(&board), row_(row) {}
+
+    bool isValid() const override { return row_ < board_->Model().Count(); }
+    QObject* object() const override { return nullptr; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(board_); }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    QAccessible::Role role() const override { return QAccessible::ListItem; }
+    void setText(QAccessible::Text, const QString&) override {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name && isValid() ? board_->CardText(row_) : QString();
+    }
+
+    QRect rect() const override {
+        const QRect card = board_->CardRect(row_);
+        return card.translated(board_->viewport()->mapToGlobal(QPoint()));
+    }
+
+    QAccessible::State state() const override {
+        QAccessible::State state;
+        state.selectable = state.focusable = true;
+        const bool focus = isValid() && board_->FocusNote() == board_->Model().NoteAt(row_).id;
+        state.selected = focus;
+        state.focused = focus && board_->hasFocus();
+        const auto [first, end] = board_->VisibleRows();
+        state.offscreen = row_ < first || row_ >= end;
+        return state;
+    }
+
+private:
+    BoardView* board_;
+    int row_;
+};
+
+class AccessibleBoard : public QAccessibleWidget {
+public:
+    explicit AccessibleBoard(BoardView& board) : QAccessibleWidget(&board, QAccessible::List), board_(board) {}
+
+    ~AccessibleBoard() override {
+        for (const auto& [row, id] : cards_)
+            QAccessible::deleteAccessibleInterface(id);
+    }
+
+    int childCount() const override { return board_.Model().Count(); }
+
+    QAccessibleInterface* child(int row) const override {
+        if (row < 0 || row >= childCount())
+            return nullptr;
+        const auto [entry, isNew] = cards_.try_emplace(row, 0);
+        if (isNew)
+            entry->second = QAccessible::registerAccessibleInterface(new AccessibleCard(board_, row));
+        return QAccessible::accessibleInterface(entry->second);
+    }
+
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        for (const auto& [row, id] : cards_)
+            if (QAccessible::accessibleInterface(id) == child)
+                return row;
+        return -1;
+    }
+
+    QAccessibleInterface* childAt(int x, int y) const override {
+        const QPoint point = board_.viewport()->mapFromGlobal(QPoint(x, y));
+        const auto [first, end] = board_.VisibleRows();
+        for (int row = first; row < end; ++row)
+            if (board_.CardRect(row).contains(point))
+                return child(row);
+        return nullptr;
+    }
+
+    QAccessibleInterface* focusChild() const override { return child(board_.Model().RowOf(board_.FocusNote())); }
+
+private:
+    BoardView& board_;
+    mutable std::unordered_map<int, QAccessible::Id> cards_;  // by row
+};
+
+QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+    auto* board = qobject_cast<BoardView*>(object);
+    return board ? new AccessibleBoard(*board) : nullptr;
+}
+
+}  // namespace
+
+void InstallBoardAccessibility() {
+    QAccessible::installFactory(MakeAccessible);
+}
+
+}  // namespace lore

@@ -1,0 +1,301 @@
+#include "ui/board_view.h"
+
+#include <QPainter>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "ui/board_empty_pane.h"
+#include "ui/board_view_impl.h"
+#include "ui/theme.h"
+
+namespace lore {
+namespace {
+
+constexpr int kWidestCard = 900;
+constexpr int kNarrowestCard = 160;
+constexpr int kSideSpace = 3 * kSpace;
+constexpr int kLineStep = 140;
+constexpr int kNearJump = 3;  // viewport heights up to which a move goes card by card, without estimates
+
+}  // namespace
+
+BoardView::Impl::Impl(BoardView& owner, const BoardModel& boardModel, const Theme& boardTheme)
+    : view(owner), model(boardModel), theme(boardTheme), store(boardModel, boardTheme, *owner.viewport()) {}
+
+BoardView::BoardView(const BoardModel& model, const Theme& theme, QWidget* parent) : QAbstractScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(tr("Note board"));
+    setMinimumWidth(kNarrowestCard + 2 * kSideSpace);
+    viewport()->setMouseTracking(true);
+    impl_ = std::make_unique<Impl>(*this, model, theme);
+    impl_->emptyPane = new BoardEmptyPane(theme, viewport());
+    connect(impl_->emptyPane, &BoardEmptyPane::ActionClicked, this, &BoardView::FirstStepRequested);
+    connect(&theme, &Theme::Changed, this, [this] {
+        impl_->store.DropCards();
+        impl_->Settle();
+        viewport()->update();
+    });
+    connect(&impl_->store.Pictures(), &PictureCache::Loaded, viewport(), qOverload<>(&QWidget::update));
+    connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, [this] { impl_->Settle(); });
+    Rebuild();
+}
+
+BoardView::~BoardView() = default;
+
+const BoardOptions& BoardView::Options() const {
+    return impl_->store.Options();
+}
+
+const BoardModel& BoardView::Model() const {
+    return impl_->model;
+}
+
+void BoardView::SetOptions(const BoardOptions& options) {
+    impl_->store.SetOptions(options);
+    Rebuild();
+}
+
+void BoardView::SetEmptyState(const BoardEmptyState& state) {
+    impl_->emptyPane->SetState(state);
+}
+
+void BoardView::Rebuild() {
+    const int focusTop = impl_->focusRow >= 0 ? impl_->TopOf(impl_->focusRow) : -1;
+    const bool focusSeen = impl_->focusRow >= impl_->topRow && impl_->focusRow < impl_->endRow && impl_->focusRow >= 0;
+    impl_->CancelDrag();
+    impl_->store.DropCards();
+    impl_->ChooseWidth();
+    impl_->ReloadHeights();
+    impl_->focusRow = impl_->focusNote > 0 ? impl_->model.RowOf(impl_->focusNote) : -1;
+    if (impl_->focusRow < 0)
+        impl_->ChangeFocus(-1, false);
+    if (focusSeen && impl_->focusRow >= 0)
+        impl_->AnchorAt(impl_->focusRow, focusTop);
+    else
+        impl_->AnchorAt(std::max(0, impl_->model.RowOf(impl_->topNote)), impl_->topOffset);
+    impl_->hoverRow = -1;
+    impl_->Settle();
+    impl_->ShowEmptyPane();
+    viewport()->update();
+}
+
+void BoardView::RefreshNote(int32_t noteId) {
+    const int row = impl_->model.RowOf(noteId);
+    impl_->store.DropNote(noteId);
+    if (row < 0 || row >= impl_->heights.Count())
+        return;
+    impl_->heights.SetHeight(row, impl_->store.LikelyHeight(row));
+    impl_->Settle();
+    viewport()->update();
+}
+
+int32_t BoardView::FocusNote() const {
+    return impl_->focusNote;
+}
+
+void BoardView::SetFocusNote(int32_t noteId) {
+    impl_->ChangeFocus(impl_->model.RowOf(noteId), true);
+}
+
+QRect BoardView::CardRect(int row) const {
+    if (row < 0 || row >= impl_->heights.Count())
+        return {};
+    return QRect(impl_->CardLeft(), impl_->TopOf(row), impl_->store.Width(), impl_->heights.HeightOf(row));
+}
+
+QRect BoardView::AttachmentRect(int row, int attachment) const {
+    if (row < impl_->topRow || row >= impl_->endRow)
+        return {};
+    const QRectF rect = impl_->store.CardOf(row).AttachmentRect(attachment);
+    return rect.isEmpty() ? QRect() : rect.translated(CardRect(row).topLeft()).toRect();
+}
+
+QString BoardView::CardText(int row) const {
+    return SpokenCard(impl_->model.NoteAt(row), impl_->model, Options());
+}
+
+std::pair<int, int> BoardView::VisibleRows() const {
+    return {impl_->topRow, impl_->endRow};
+}
+
+void BoardView::FinishPictures() {
+    impl_->store.Pictures().WaitForAll();
+    viewport()->update();
+}
+
+void BoardView::resizeEvent(QResizeEvent* event) {
+    QAbstractScrollArea::resizeEvent(event);
+    impl_->emptyPane->setGeometry(viewport()->rect());
+    const int before = impl_->store.Width();
+    impl_->ChooseWidth();
+    if (before != impl_->store.Width()) {
+        impl_->ReloadHeights();
+        impl_->AnchorAt(impl_->topRow, impl_->topOffset);
+    }
+    impl_->Settle();
+}
+
+void BoardView::scrollContentsBy(int, int dy) {
+    if (impl_->syncing || impl_->heights.Count() == 0)
+        return;
+    const QScrollBar& bar = *verticalScrollBar();
+    if (bar.isSliderDown() || std::abs(dy) > kNearJump * viewport()->height()) {
+        const int row = impl_->heights.RowAt(bar.value());
+        impl_->AnchorAt(row, static_cast<int>(impl_->PositionOf(row) - bar.value()));
+    } else {
+        impl_->topOffset += dy;
+    }
+    impl_->Settle();
+    viewport()->update();
+}
+
+void BoardView::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    painter.fillRect(event->rect(), impl_->theme.Color(ColorRole::Board));
+    impl_->PaintCards(painter, event->rect());
+    impl_->PaintDropMarker(painter);
+}
+
+void BoardView::Impl::ReloadHeights() {
+    std::vector<int> all(static_cast<size_t>(model.Count()));
+    for (size_t row = 0; row < all.size(); ++row)
+        all[row] = store.LikelyHeight(static_cast<int>(row));
+    heights.Assign(std::move(all));
+}
+
+void BoardView::Impl::AnchorAt(int row, int offset) {
+    topRow = std::clamp(row, 0, std::max(0, heights.Count() - 1));
+    topOffset = offset;
+}
+
+int BoardView::Impl::Measure(int row) {
+    const int height = store.CardOf(row).Height();
+    heights.SetHeight(row, height);
+    return height;
+}
+
+int BoardView::Impl::HeightOf(int row) {
+    return store.IsMeasured(row) ? heights.HeightOf(row) : Measure(row);
+}
+
+void BoardView::Impl::ClimbTo() {
+    while (topOffset > 0 && topRow > 0)
+        topOffset -= HeightOf(--topRow);
+    topOffset = std::min(topOffset, 0);
+}
+
+// Lays out the cards from a row on down to the lower edge; gives where the last one ends.
+int BoardView::Impl::DescendFrom(int row, int y) {
+    const int bottom = view.viewport()->height();
+    endRow = row;
+    while (endRow < heights.Count() && (y < bottom || endRow == row))
+        y += Measure(endRow++);
+    return y;
+}
+
+void BoardView::Impl::Settle() {
+    if (heights.Count() == 0) {
+        topRow = topOffset = endRow = 0;
+        return SyncScrollBar();
+    }
+    ClimbTo();
+    while (topRow + 1 < heights.Count() && topOffset + HeightOf(topRow) <= 0)
+        topOffset += HeightOf(topRow++);
+    const int missing = view.viewport()->height() - DescendFrom(topRow, topOffset);
+    if (missing > 0 && (topRow > 0 || topOffset < 0)) {
+        topOffset += missing;
+        ClimbTo();
+        DescendFrom(topRow, topOffset);
+    }
+    topNote = model.NoteAt(topRow).id;
+    SyncScrollBar();
+}
+
+void BoardView::Impl::SyncScrollBar() {
+    QScrollBar& bar = *view.verticalScrollBar();
+    if (bar.isSliderDown())
+        return;
+    const int height = view.viewport()->height();
+    const int64_t range = std::clamp<int64_t>(heights.Total() - height, 0, INT32_MAX);
+    syncing = true;
+    bar.setSingleStep(kLineStep);
+    bar.setPageStep(std::max(1, height));
+    bar.setRange(0, static_cast<int>(range));
+    bar.setValue(static_cast<int>(std::min<int64_t>(heights.TopOf(topRow) - topOffset, range)));
+    syncing = false;
+}
+
+void BoardView::Impl::ChooseWidth() {
+    const int room = view.viewport()->width() - 2 * kSideSpace;
+    store.SetWidth(std::clamp(room, kNarrowestCard, kWidestCard));
+}
+
+int BoardView::Impl::CardLeft() const {
+    return (view.viewport()->width() - store.Width()) / 2;
+}
+
+int BoardView::Impl::TopOf(int row) const {
+    return static_cast<int>(
+        std::clamp<int64_t>(heights.TopOf(row) - heights.TopOf(topRow) + topOffset, -(1 << 30), 1 << 30));
+}
+
+int BoardView::Impl::RowAt(int y) const {
+    int top = topOffset;
+    for (int row = topRow; row < endRow; ++row) {
+        top += heights.HeightOf(row);
+        if (y < top)
+            return y < topOffset ? -1 : row;
+    }
+    return -1;
+}
+
+CardHit BoardView::Impl::HitTest(const QPoint& point, int row) {
+    return row < 0 ? CardHit() : store.CardOf(row).HitTest(point - QPoint(CardLeft(), TopOf(row)));
+}
+
+void BoardView::Impl::UpdateRow(int row) {
+    if (row >= topRow && row < endRow)
+        view.viewport()->update(view.CardRect(row).adjusted(-kSpace, -kSpace, kSpace, kSpace));
+}
+
+void BoardView::Impl::PaintCards(QPainter& painter, const QRect& area) {
+    const int left = CardLeft();
+    int top = topOffset;
+    for (int row = topRow; row < endRow && top < area.bottom() + kSpace; ++row) {
+        const Card& card = store.CardOf(row);
+        if (top + card.Height() >= area.top() - kSpace) {
+            CardPaint paint;
+            paint.clip = QRectF(area).translated(-left, -top);
+            paint.hovered = row == hoverRow && !drag.running;
+            paint.hot = row == hoverRow ? hot : CardHit();
+            paint.devicePixelRatio = painter.device()->devicePixelRatioF();
+            painter.setOpacity(drag.running && row == drag.pressedRow ? 0.5 : 1.0);
+            card.Paint(painter, QPoint(left, top), paint);
+        }
+        top += card.Height();
+    }
+    painter.setOpacity(1.0);
+}
+
+void BoardView::Impl::PaintDropMarker(QPainter& painter) {
+    if (!drag.running || drag.targetRow < 0 || drag.targetRow == drag.pressedRow)
+        return;
+    const QRect target = view.CardRect(drag.targetRow);
+    const int y = drag.pressedRow > drag.targetRow ? target.top() + 2 : target.bottom() + 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(theme.Color(ColorRole::Accent), 3, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(target.left() + 2 * kSpace, y, target.right(), y);
+    painter.setBrush(theme.Color(ColorRole::Accent));
+    painter.drawEllipse(QPointF(target.left() + kSpace, y), kSpace - 1, kSpace - 1);
+}
+
+void BoardView::Impl::ShowEmptyPane() {
+    emptyPane->setGeometry(view.viewport()->rect());
+    emptyPane->setVisible(model.Count() == 0);
+}
+
+}  // namespace lore

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QPoint>
+#include <QPointer>
+#include <memory>
+
+#include "ui/board_heights.h"
+#include "ui/board_view.h"
+#include "ui/card_store.h"
+
+class QMenu;
+
+namespace lore {
+
+class BoardEmptyPane;
+
+/// A card being dragged to another place.
+struct BoardDrag {
+    int pressedRow = -1;  ///< under the left button when it went down
+    QPoint pressedAt;
+    CardHit pressedHit;
+    bool running = false;
+    QPoint mouse;  ///< kept within the board
+    int targetRow = -1;
+    int scrollStep = 0;  ///< pixels for each tick of the timer while the mouse is at an edge
+    QBasicTimer timer;
+};
+
+/// What the board consists of.
+struct BoardView::Impl {
+    Impl(BoardView& owner, const BoardModel& boardModel, const Theme& boardTheme);
+
+    // Which part of the list is in sight, and how far down. The scroll bar follows the row at the top: when heights
+    // turn out to be others than estimated, what the user looks at stays where it is.
+    void ReloadHeights();
+    void Settle();
+    void ClimbTo();
+    int DescendFrom(int row, int y);
+    int HeightOf(int row);
+    int Measure(int row);
+    void SyncScrollBar();
+    void AnchorAt(int row, int offset);
+    int64_t PositionOf(int row) const { return heights.TopOf(row); }
+
+    // Places on the screen.
+    int CardLeft() const;
+    void ChooseWidth();
+    int TopOf(int row) const;
+    int RowAt(int y) const;
+    CardHit HitTest(const QPoint& point, int row);
+    void UpdateRow(int row);
+
+    void ChangeFocus(int row, bool reveal);
+    void Reveal(int row);
+    void MoveFocus(int step);
+    void Page(int direction);
+    void Hover(const QPoint& point);
+    void Activate(int row, const CardHit& hit);
+    PictureRoom RoomOf(int row, int attachment);
+
+    void Press(const QPoint& point);
+    void DragTo(QPoint point);
+    void FindTarget();
+    void Drop();
+    void CancelDrag();
+
+    void PaintCards(QPainter& painter, const QRect& area);
+    void PaintDropMarker(QPainter& painter);
+    void FillMenu(QMenu& menu, int row, const CardHit& hit, bool byKeyboard);
+    void AddAttachmentEntries(QMenu& menu, int row, int attachment);
+    void ShowEmptyPane();
+
+    BoardView& view;
+    const BoardModel& model;
+    const Theme& theme;
+    CardStore store;
+    BoardHeights heights;
+    int topRow = 0;     ///< the first row in sight
+    int topOffset = 0;  ///< its top in the viewport, 0 or above the edge
+    int endRow = 0;     ///< one behind the last row in sight
+    int32_t topNote = -1;
+    int32_t focusNote = -1;
+    int focusRow = -1;
+    int hoverRow = -1;
+    CardHit hot;
+    bool syncing = false;
+    int wheelRest = 0;
+    BoardDrag drag;
+    BoardEmptyPane* emptyPane = nullptr;
+};
+
+}  // namespace lore

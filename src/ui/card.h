@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "ui/card_block.h"
+
+namespace lore {
+
+/// One note laid out for a width: the blocks of what it shows with their places, ready to be painted.
+class Card {
+public:
+    Card(const CNote& note, int width, bool focus, const CardContext& context);
+
+    /// With the space around the card that parts it from its neighbours.
+    int Height() const { return height_; }
+    /// `at`: the card's top left corner.
+    void Paint(QPainter& painter, const QPoint& at, const CardPaint& paint) const;
+    /// `point` counts from the card's top left corner.
+    CardHit HitTest(const QPointF& point) const;
+    QRectF AttachmentRect(int attachment) const;
+    /// The width that a picture may take in a card of a width.
+    static int PictureWidth(int cardWidth);
+
+private:
+    struct Placed {
+        std::unique_ptr<CardBlock> block;
+        QPointF at;
+        int width = 0;
+    };
+    void Place(std::unique_ptr<CardBlock> block, int inset, int width, int y);
+    void AddPaths(const CNote& note, int& y, const CardContext& context);
+    void AddKeyWords(const CNote& note, int& y, const CardContext& context);
+    void AddSources(const CNote& note, int& y, const CardContext& context);
+    void AddText(const CNote& note, int& y, const CardContext& context);
+    void AddAttachments(const CNote& note, int& y, const CardContext& context);
+    QRectF Outline() const;
+    QRectF RemoveRect() const;
+    void PaintFrame(QPainter& painter) const;
+    void PaintMarks(QPainter& painter, const CardPaint& paint) const;
+
+    const Theme& theme_;
+    int width_, height_ = 0;
+    bool focus_, newlyAdded_;
+    QColor border_, textGround_;
+    QRectF textRect_;
+    std::vector<Placed> blocks_;
+};
+
+/// What a screen reader says of a note: its text, sources, categories, key words and attachments.
+QString SpokenCard(const CNote& note, const BoardModel& model, const BoardOptions& options);
+
+}  // namespace lore

@@ -1,0 +1,26 @@
+#include "ui/card_block.h"
+
+#include <QPaintDevice>
+#include <algorithm>
+
+#include "ui/theme.h"
+
+namespace lore {
+
+QFont CardContext::Font(const QString& face, double pixels) const {
+    QFont font(face);
+    const int dotsPerInch = device ? device->logicalDpiY() : 96;
+    font.setPointSizeF(std::max(1.0, pixels * Zoom() * 72.0 / dotsPerInch));
+    return font;
+}
+
+QFont CardContext::SmallFont() const {
+    QFont font = theme.Font(TextSize::Small);
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * Zoom());
+    else
+        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * Zoom() + 0.5)));
+    return font;
+}
+
+}  // namespace lore

@@ -1,0 +1,131 @@
+#include "ui/card_store.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+namespace {
+
+constexpr size_t kMostCards = 96;
+constexpr size_t kMostLooks = 4;  // widths and zooms whose heights are kept
+
+bool SameLook(const BoardOptions& a, const BoardOptions& b) {
+    const auto look = [](const BoardOptions& o) {
+        return std::tie(o.showCategories, o.categoriesOnTop, o.onlySetOne, o.showKeyWords, o.keyWordsOnTop,
+                        o.showSources, o.sourcesOnTop, o.sourceSize, o.zoom, o.pictureTitle.faceName,
+                        o.pictureTitle.height, o.pictureTitle.weight);
+    };
+    return look(a) == look(b);
+}
+
+}  // namespace
+
+CardStore::CardStore(const BoardModel& model, const Theme& theme, QPaintDevice& device)
+    : model_(model), theme_(theme), device_(device) {
+    ChooseHeights();
+}
+
+void CardStore::SetOptions(const BoardOptions& options) {
+    options_ = options;
+    DropCards();
+    ChooseHeights();
+}
+
+void CardStore::SetWidth(int width) {
+    if (width == width_)
+        return;
+    width_ = width;
+    DropCards();
+    ChooseHeights();
+}
+
+void CardStore::SetFocusNote(int32_t noteId) {
+    const int32_t old = focusNote_;
+    focusNote_ = noteId;
+    for (const int32_t changed : {old, noteId}) {
+        if (const auto found = byNote_.find(changed); found != byNote_.end()) {
+            cards_.erase(found->second);
+            byNote_.erase(found);
+        }
+    }
+}
+
+void CardStore::ChooseHeights() {
+    const auto same = std::find_if(measured_.begin(), measured_.end(), [this](const Measured& known) {
+        return known.width == width_ && SameLook(known.options, options_);
+    });
+    if (same != measured_.end())
+        measured_.splice(measured_.begin(), measured_, same);
+    else
+        measured_.push_front({width_, options_, {}});
+    if (measured_.size() > kMostLooks)
+        measured_.pop_back();
+}
+
+const Card& CardStore::CardOf(int row) {
+    const int32_t id = model_.NoteAt(row).id;
+    if (const auto found = byNote_.find(id); found != byNote_.end()) {
+        cards_.splice(cards_.begin(), cards_, found->second);
+        return *cards_.front().card;
+    }
+    const bool focus = id == focusNote_;
+    const QColor ground = focus ? theme_.Ground(ToQColor(options_.focusGround)) : theme_.Color(ColorRole::Card);
+    const CardContext context{model_, options_, theme_, pictures_, &device_, ground};
+    cards_.push_front({id, std::make_unique<Card>(model_.ShownNoteAt(row), width_, focus, context)});
+    byNote_[id] = cards_.begin();
+    measured_.front().heights[id] = cards_.front().card->Height();
+    if (cards_.size() > kMostCards) {
+        byNote_.erase(cards_.back().noteId);
+        cards_.pop_back();
+    }
+    return *cards_.front().card;
+}
+
+int CardStore::Estimate(const CNote& note) const {
+    constexpr double kCharacterWidth = 7.5, kLineHeight = 21;
+    const double zoom = options_.zoom;
+    const double perLine = std::max(10.0, (width_ - 85) / (kCharacterWidth * zoom));
+    double height = 17;
+    if (!note.plainText.empty())
+        height += 39 + kLineHeight * zoom * (1 + static_cast<double>(note.plainText.size()) / perLine);
+    if (options_.showCategories)
+        for (const CProCategoryTree& path : note.categories)
+            height += path.id > 0 ? 33 * zoom : 0;
+    if (options_.showKeyWords && !note.keyWords.empty())
+        height += 17 + 32 * zoom;
+    if (options_.showSources)
+        height += static_cast<double>(note.sources.Count()) * (8 + 2.2 * options_.sourceSize * zoom);
+    for (const CAttachment& attachment : note.attachments)
+        height += (attachment.type == 1 && attachment.show ? 300 : 24) * zoom;
+    return static_cast<int>(height);
+}
+
+int CardStore::LikelyHeight(int row) const {
+    const CNote& note = model_.NoteAt(row);
+    const auto& heights = measured_.front().heights;
+    const auto found = heights.find(note.id);
+    return found == heights.end() ? Estimate(note) : found->second;
+}
+
+bool CardStore::IsMeasured(int row) const {
+    return measured_.front().heights.contains(model_.NoteAt(row).id);
+}
+
+void CardStore::DropCards() {
+    cards_.clear();
+    byNote_.clear();
+}
+
+void CardStore::DropNote(int32_t noteId) {
+    for (Measured& known : measured_)
+        known.heights.erase(noteId);
+    if (const auto found = byNote_.find(noteId); found != byNote_.end()) {
+        cards_.erase(found->second);
+        byNote_.erase(found);
+    }
+}
+
+}  // namespace lore

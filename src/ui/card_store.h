@@ -1,0 +1,61 @@
+#pragma once
+
+#include <list>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "ui/card.h"
+#include "ui/picture_cache.h"
+
+namespace lore {
+
+/// The cards that are laid out, the last used ones, and the heights of all that ever were, for each width and zoom.
+class CardStore {
+public:
+    CardStore(const BoardModel& model, const Theme& theme, QPaintDevice& device);
+
+    const BoardOptions& Options() const { return options_; }
+    PictureCache& Pictures() { return pictures_; }
+    void SetOptions(const BoardOptions& options);
+    /// The width that cards are laid out for from now on.
+    void SetWidth(int width);
+    int Width() const { return width_; }
+    void SetFocusNote(int32_t noteId);
+
+    /// The laid out card of a row; valid until the next call.
+    const Card& CardOf(int row);
+    /// The height of a row: as it was measured, or else an estimate from the length of its text.
+    int LikelyHeight(int row) const;
+    bool IsMeasured(int row) const;
+
+    void DropCards();
+    /// Forgets the card and the heights of one note.
+    void DropNote(int32_t noteId);
+
+private:
+    struct Kept {
+        int32_t noteId;
+        std::unique_ptr<Card> card;
+    };
+    struct Measured {
+        int width;
+        BoardOptions options;
+        std::unordered_map<int32_t, int> heights;  // by note
+    };
+    void ChooseHeights();
+    int Estimate(const CNote& note) const;
+
+    const BoardModel& model_;
+    const Theme& theme_;
+    QPaintDevice& device_;
+    BoardOptions options_;
+    PictureCache pictures_;
+    int width_ = 0;
+    int32_t focusNote_ = -1;
+    std::list<Kept> cards_;  // last used first
+    std::unordered_map<int32_t, std::list<Kept>::iterator> byNote_;
+    std::list<Measured> measured_;  // the one in use first
+};
+
+}  // namespace lore

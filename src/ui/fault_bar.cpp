@@ -1,0 +1,98 @@
+#include "ui/fault_bar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+QString LineOf(const Fault& fault) {
+    return QStringLiteral("%1: %2 (%3)")
+        .arg(ToQString(fault.what), QString::fromStdString(fault.path), QString::fromStdString(fault.reason));
+}
+
+}  // namespace
+
+FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_(theme) {
+    setObjectName("faultBar");
+    setAutoFillBackground(true);
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(kSpace * 3, kSpace * 2, kSpace * 3, kSpace * 2);
+    text_ = new QLabel(this);
+    text_->setTextFormat(Qt::PlainText);
+    text_->setWordWrap(true);
+    details_ = new QPushButton(tr("&Details"), this);
+    auto* const again = new QPushButton(tr("Try a&gain"), this);
+    auto* const close = new QPushButton(tr("&Hide"), this);
+    layout->addWidget(text_, 1);
+    layout->addWidget(details_);
+    layout->addWidget(again);
+    layout->addWidget(close);
+    connect(details_, &QPushButton::clicked, this, &FaultBar::ShowDetails);
+    connect(again, &QPushButton::clicked, this, [this] {
+        Clear();
+        emit TryAgainRequested();
+    });
+    connect(close, &QPushButton::clicked, this, &FaultBar::Clear);
+    connect(&theme_, &Theme::Changed, this, &FaultBar::Restyle);
+    Restyle();
+    hide();
+}
+
+void FaultBar::Add(const Fault& fault) {
+    faults_.push_back(fault);
+    Refresh();
+}
+
+void FaultBar::Refresh() {
+    const QString last = LineOf(faults_.back());
+    text_->setText(faults_.size() == 1 ? last : tr("%1 problems, the last one: %2").arg(faults_.size()).arg(last));
+    show();
+}
+
+void FaultBar::ShowDetails() {
+    QStringList lines;
+    for (const Fault& fault : faults_)
+        lines << LineOf(fault);
+    QMessageBox box(QMessageBox::Warning, tr("Details"),
+                    tr("What could not be read or written. Nothing else is touched; what you typed is kept."),
+                    QMessageBox::Ok, this);
+    box.setDetailedText(lines.join('\n'));
+    box.exec();
+}
+
+void FaultBar::Clear() {
+    faults_.clear();
+    hide();
+}
+
+void FaultBar::Restyle() {
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, theme_.Color(ColorRole::Warning));
+    colors.setColor(QPalette::WindowText, theme_.Color(ColorRole::WarningText));
+    setPalette(colors);
+}
+
+void BarFaults::Tell(const Fault& fault) {
+    if (bar_)
+        bar_->Add(fault);
+    else
+        early_.push_back(fault);
+}
+
+void BarFaults::SetBar(FaultBar* bar) {
+    bar_ = bar;
+    if (!bar_)
+        return;
+    for (const Fault& fault : early_)
+        bar_->Add(fault);
+    early_.clear();
+}
+
+}  // namespace lore

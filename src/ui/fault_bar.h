@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QFrame>
+#include <vector>
+
+#include "ports/fault_notice.h"
+
+class QLabel;
+class QPushButton;
+
+namespace lore {
+
+class Theme;
+
+/// The quiet bar above the board that tells of reads and writes that failed. Hidden while there is nothing to tell.
+class FaultBar : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit FaultBar(const Theme& theme, QWidget* parent = nullptr);
+    void Add(const Fault& fault);
+
+signals:
+    void TryAgainRequested();
+
+private:
+    void Refresh();
+    void ShowDetails();
+    void Clear();
+    void Restyle();
+
+    const Theme& theme_;
+    std::vector<Fault> faults_;
+    QLabel* text_;
+    QPushButton* details_;
+};
+
+/// Hands faults on to a bar, and keeps those that come before there is one.
+class BarFaults : public FaultNotice {
+public:
+    void Tell(const Fault& fault) override;
+    void SetBar(FaultBar* bar);
+
+private:
+    FaultBar* bar_ = nullptr;
+    std::vector<Fault> early_;
+};
+
+}  // namespace lore

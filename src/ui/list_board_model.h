@@ -1,0 +1,31 @@
+#pragma once
+
+#include "notes/note_list.h"
+#include "notes/open_notebook.h"
+#include "ui/board_model.h"
+
+namespace lore {
+
+/// The board's view of the current note list of the open NoteBook.
+class ListBoardModel : public BoardModel {
+public:
+    /// Both live longer.
+    ListBoardModel(CNoteList& list, const OpenNoteBook& book) : list_(list), book_(book) {}
+
+    int Count() const override { return static_cast<int>(list_.Count()); }
+    const CNote& NoteAt(int row) const override { return list_[static_cast<size_t>(row)]; }
+    const CNote& ShownNoteAt(int row) const override { return list_.ShownNote(static_cast<size_t>(row)); }
+    int RowOf(int32_t noteId) const override { return list_.PositionOf(noteId); }
+    std::vector<const CSource*> SourcesOf(const CNote& note) const override;
+    std::string SourceRemark(const CNote& note, const CSource& source) const override;
+    std::filesystem::path AttachmentPath(const CAttachment& attachment) const override;
+
+private:
+    CNoteList& list_;
+    const OpenNoteBook& book_;
+};
+
+/// The board's part of the settings.
+BoardOptions BoardOptionsOf(const Settings& settings, const SettingsStore& store);
+
+}  // namespace lore

@@ -1,0 +1,176 @@
+#include "ui/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QScreen>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include "ui/control_bar.h"
+#include "ui/fault_bar.h"
+#include "ui/panel_page.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+#include "ui/tool_bar.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kDefaultWidth = 1180;
+constexpr int kDefaultHeight = 800;
+
+/// What stands in the panes before a NoteBook is loaded.
+constexpr const char* kEarlyPanes[] = {"NoteBook:      <>", "Not Linked", "", "Notes:        0", "In List:        0"};
+
+}  // namespace
+
+MainWindow::MainWindow(CLorebinderApp& app, Theme& theme) : app_(app), theme_(theme), model_(app) {
+    setObjectName("mainWindow");
+    setWindowTitle(ToQString(CLorebinderApp::WindowTitle()));
+    tools_ = new MainToolBar(theme_, this);
+    addToolBar(tools_);
+    MakeCentre();
+    MakeStatusBar();
+    MakeMenus();
+    ConnectTools();
+    ConnectPanels();
+    ConnectBoard();
+    RestorePlace();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::MakeCentre() {
+    split_ = new QSplitter(this);
+    split_->setObjectName("split");
+    split_->setHandleWidth(1);
+    split_->setChildrenCollapsible(false);
+    panels_ = new ControlBar(theme_, split_);
+    auto* const centre = new QWidget(split_);
+    auto* const layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    faults_ = new FaultBar(theme_, centre);
+    board_ = new BoardView(model_, theme_, centre);
+    layout->addWidget(faults_);
+    layout->addWidget(board_, 1);
+    split_->addWidget(panels_);
+    split_->addWidget(centre);
+    split_->setStretchFactor(0, 0);
+    split_->setStretchFactor(1, 1);
+    setCentralWidget(split_);
+    board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
+    board_->SetEmptyState({tr("No notes in the list"),
+                           tr("Search for a word above, or double-click a category, source, key word or colour at the "
+                              "left to bring in its notes."),
+                           tr("Show all notes")});
+}
+
+void MainWindow::MakeStatusBar() {
+    statusBar()->setSizeGripEnabled(false);
+    for (size_t i = 0; i < panes_.size(); ++i) {
+        panes_[i] = new QLabel(QString::fromUtf8(kEarlyPanes[i]), this);
+        panes_[i]->setTextFormat(Qt::PlainText);
+        panes_[i]->setFont(theme_.Font(TextSize::Small));
+        panes_[i]->setContentsMargins(kSpace * 2, 0, kSpace * 2, 0);
+        statusBar()->addWidget(panes_[i], i == 1 ? 1 : 0);
+    }
+}
+
+void MainWindow::ConnectTools() {
+    connect(tools_, &MainToolBar::SearchRequested, this, &MainWindow::Search);
+    connect(tools_, &MainToolBar::SortChosen, this, &MainWindow::SetSort);
+    connect(tools_, &MainToolBar::ZoomChosen, this, &MainWindow::SetZoom);
+    connect(tools_, &MainToolBar::NoteBookChosen, this, &MainWindow::SwitchNoteBook);
+}
+
+void MainWindow::ConnectPanels() {
+    connect(panels_, &ControlBar::CommandRequested, this, &MainWindow::RunPanelCommand);
+    connect(panels_, &ControlBar::ChoiceChanged, this, &MainWindow::SetPanelChoice);
+    connect(panels_, &ControlBar::PageChanged, this,
+            [this](int page) { app_.GetSettings().Set(Option::ActIndCtrlBar, page); });
+    connect(faults_, &FaultBar::TryAgainRequested, this, [this] {
+        app_.FinishStartup();
+        ShowNoteBook();
+    });
+}
+
+void MainWindow::ConnectBoard() {
+    connect(board_, &BoardView::SelectionChanged, this, [this](int32_t id) { app_.List().SetFocusNote(id); });
+    connect(board_, &BoardView::MoveRequested, this, [this](int32_t id, int32_t target) {
+        app_.MoveNote(id, target);
+        board_->Rebuild();
+    });
+    connect(board_, &BoardView::RemoveRequested, this, [this](int32_t id) {
+        app_.TakeOut(LongList{id});
+        ListChanged();
+    });
+    connect(board_, &BoardView::PictureCommandRequested, this, &MainWindow::ChangePicture);
+    connect(board_, &BoardView::OpenRequested, this, &MainWindow::OpenAttachment);
+    connect(board_, &BoardView::ExtractRequested, this, &MainWindow::ExtractAttachment);
+    connect(board_, &BoardView::LinkRequested, this, &MainWindow::OpenLink);
+    connect(board_, &BoardView::ZoomStepRequested, this,
+            [this](int step) { SetZoom(MainToolBar::ZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); });
+    connect(board_, &BoardView::FirstStepRequested, this,
+            [this] { Search(QString::fromUtf8(kShowAll), SearchScope::Database); });
+}
+
+void MainWindow::RestorePlace() {
+    const Settings& settings = app_.GetSettings();
+    const QSize screen = QApplication::primaryScreen()->size();
+    const Rect frame = VisibleFrame(settings.Rectangle(Option::FrameRect), screen.width(), screen.height());
+    if (frame.IsEmpty())
+        resize(std::min(kDefaultWidth, screen.width()), std::min(kDefaultHeight, screen.height()));
+    else
+        setGeometry(frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top);
+    split_->setSizes({settings.Int(Option::SrchCtrlsWidth), width() - settings.Int(Option::SrchCtrlsWidth)});
+    panels_->setVisible(settings.Flag(Option::ShowCtrlBar));
+    panels_->SetPage(settings.Int(Option::ActIndCtrlBar));
+    tools_->SetZoom(settings.Int(Option::ZoomLvl));
+    tools_->SetSort(settings.Int(Option::NoteSortID));
+}
+
+void MainWindow::StorePlace() {
+    Settings& settings = app_.GetSettings();
+    const QRect place = normalGeometry();
+    settings.Set(Option::Maximized, isMaximized() ? 1 : 0);
+    settings.Set(Option::FrameRect,
+                 Rect{place.left(), place.top(), place.left() + place.width(), place.top() + place.height()});
+    settings.Set(Option::ShowCtrlBar, panels_->isVisible() ? 1 : 0);
+    settings.Set(Option::ActIndCtrlBar, panels_->Page());
+    if (panels_->isVisible())
+        settings.Set(Option::SrchCtrlsWidth, panels_->width());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    StorePlace();
+    app_.SaveOptions();
+    event->accept();
+}
+
+void MainWindow::ShowNoteBook() {
+    tools_->SetNoteBooks(app_.NoteBookChoices(), app_.NoteBook().database.guid);
+    panels_->Rebuild(app_);
+    board_->Rebuild();
+    RefreshPanes();
+    board_->setFocus();
+}
+
+void MainWindow::ListChanged() {
+    board_->Rebuild();
+    panels_->CountNotes(app_.List().GetNoteIDs());
+    RefreshPanes();
+}
+
+void MainWindow::RefreshPanes() {
+    const std::string texts[] = {app_.NoteBookPane(), app_.LinkPane(), app_.LastSyncPane(), app_.NotesPane(),
+                                 app_.ListPane()};
+    for (size_t i = 0; i < panes_.size(); ++i)
+        panes_[i]->setText(ToQString(texts[i]));
+}
+
+}  // namespace lore

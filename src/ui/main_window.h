@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+
+#include "app/lorebinder_app.h"
+#include "ui/board_view.h"
+#include "ui/list_board_model.h"
+
+class QActionGroup;
+class QLabel;
+class QSplitter;
+
+namespace lore {
+
+class ControlBar;
+class FaultBar;
+class MainToolBar;
+class Theme;
+
+/// The frame around the board: menus, tool bar, control bar, status panes. It hands commands to the application and
+/// shows what has become of them.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindow(CLorebinderApp& app, Theme& theme);
+    ~MainWindow() override;
+
+    /// Shows the open NoteBook once the application has loaded it.
+    void ShowNoteBook();
+    FaultBar* Faults() const { return faults_; }
+    BoardView* Board() const { return board_; }
+    ControlBar* Panels() const { return panels_; }
+    MainToolBar* Tools() const { return tools_; }
+
+    void Search(const QString& text, SearchScope scope);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void MakeCentre();
+    void MakeMenus();
+    void MakeViewMenu();
+    void MakeStatusBar();
+    void ConnectTools();
+    void ConnectPanels();
+    void ConnectBoard();
+    void RestorePlace();
+    void StorePlace();
+
+    void ListChanged();
+    void RefreshPanes();
+    void SetZoom(int percent);
+    void SetSort(int sortId);
+    void SwitchNoteBook(int index);
+    void RunPanelCommand(PanelAction action, const LongList& notes);
+    void SetPanelChoice(PanelKind kind, int number);
+    void ChangePicture(int32_t noteId, int attachment, PictureCommand command, int cardWidth);
+    void OpenAttachment(int32_t noteId, int attachment);
+    void ExtractAttachment(int32_t noteId, int attachment);
+    void OpenLink(const QString& address);
+    void GoToPane(int step);
+    void ShowAbout();
+
+    CLorebinderApp& app_;
+    Theme& theme_;
+    ListBoardModel model_;
+    MainToolBar* tools_ = nullptr;
+    ControlBar* panels_ = nullptr;
+    FaultBar* faults_ = nullptr;
+    BoardView* board_ = nullptr;
+    QSplitter* split_ = nullptr;
+    std::array<QLabel*, 5> panes_{};
+};
+
+}  // namespace lore

@@ -1,0 +1,202 @@
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileDialog>
+#include <QImageReader>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTreeView>
+#include <QUrl>
+
+#include "app/open_rules.h"
+#include "app/picture_commands.h"
+#include "ui/control_bar.h"
+#include "ui/main_window.h"
+#include "ui/panel_page.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+#include "ui/tool_bar.h"
+
+namespace lore {
+
+namespace {
+constexpr int32_t kWebLink = 12;
+}
+
+void MainWindow::MakeMenus() {
+    QMenu* const file = menuBar()->addMenu(tr("&File"));
+    QAction* const exit = file->addAction(tr("E&xit"), this, &QWidget::close);
+    exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    exit->setMenuRole(QAction::QuitRole);
+
+    QMenu* const notes = menuBar()->addMenu(tr("&Notes"));
+    QAction* const find = notes->addAction(tr("&Search..."), this, [this] { tools_->FocusSearch(); });
+    find->setShortcut(QKeySequence::Find);
+    QMenu* const scope = tools_->ScopeMenu();
+    notes->addMenu(scope);
+    notes->addSeparator();
+    notes->addAction(tr("Show &All Notes"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), this,
+                     [this] { Search(QString::fromUtf8(kShowAll), SearchScope::Database); });
+    notes->addAction(tr("&Clear Current Notes"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L), this, [this] {
+        app_.ClearList();
+        ListChanged();
+    });
+    MakeViewMenu();
+    menuBar()->addMenu(tr("&Help"))->addAction(tr("&About Lorebinder..."), this, &MainWindow::ShowAbout);
+}
+
+void MainWindow::MakeViewMenu() {
+    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    QAction* const bar = view->addAction(tr("&Filter Panels"));
+    bar->setShortcut(QKeySequence(Qt::Key_F9));
+    bar->setCheckable(true);
+    bar->setChecked(app_.GetSettings().Flag(Option::ShowCtrlBar));
+    connect(bar, &QAction::toggled, panels_, &QWidget::setVisible);
+    const auto zoomBy = [this](int step) {
+        return [this, step] { SetZoom(MainToolBar::ZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); };
+    };
+    view->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, zoomBy(1));
+    view->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, zoomBy(-1));
+    view->addAction(tr("&Next Pane"), QKeySequence(Qt::Key_F6), this, [this] { GoToPane(1); });
+    view->addAction(tr("&Previous Pane"), QKeySequence(Qt::SHIFT | Qt::Key_F6), this, [this] { GoToPane(-1); });
+    QMenu* const looks = view->addMenu(tr("&Appearance"));
+    auto* const group = new QActionGroup(this);
+    const std::pair<QString, Appearance> choices[] = {
+        {tr("&System"), Appearance::System}, {tr("&Light"), Appearance::Light}, {tr("&Dark"), Appearance::Dark}};
+    for (const auto& [text, appearance] : choices) {
+        QAction* const action = looks->addAction(text);
+        action->setCheckable(true);
+        action->setChecked(theme_.GetAppearance() == appearance);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, chosen = appearance] {
+            theme_.SetAppearance(chosen);
+            app_.GetSettings().Set(Option::Appearance, static_cast<int32_t>(chosen));
+        });
+    }
+}
+
+void MainWindow::Search(const QString& text, SearchScope scope) {
+    const SearchOutcome outcome = app_.Search(FromQString(text), scope);
+    if (outcome != SearchOutcome::Empty)
+        ListChanged();
+}
+
+void MainWindow::SetSort(int sortId) {
+    app_.SetSortOrder(sortId);
+    tools_->SetSort(sortId);
+    board_->Rebuild();
+    board_->SetFocusNote(board_->FocusNote());
+}
+
+void MainWindow::SetZoom(int percent) {
+    app_.GetSettings().Set(Option::ZoomLvl, percent);
+    tools_->SetZoom(percent);
+    board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
+}
+
+void MainWindow::SwitchNoteBook(int index) {
+    const std::vector<CDatabase> choices = app_.NoteBookChoices();
+    if (index < 0 || index >= static_cast<int>(choices.size()) ||
+        choices[static_cast<size_t>(index)].guid == app_.NoteBook().database.guid)
+        return;
+    app_.SwitchNoteBook(choices[static_cast<size_t>(index)]);
+    ShowNoteBook();
+}
+
+void MainWindow::RunPanelCommand(PanelAction action, const LongList& notes) {
+    if (action == PanelAction::Gather)
+        app_.Gather(notes);
+    else
+        app_.TakeOut(notes);
+    ListChanged();
+}
+
+void MainWindow::SetPanelChoice(PanelKind kind, int number) {
+    app_.GetSettings().Set(kind == PanelKind::Categories ? Option::CtrlBarCatSet : Option::CtrlBarSortSrc, number);
+    panels_->Rebuild(app_);
+}
+
+void MainWindow::ChangePicture(int32_t noteId, int attachment, PictureCommand command, int cardWidth) {
+    const int row = model_.RowOf(noteId);
+    if (row < 0)
+        return;
+    const CAttachment& picture = model_.NoteAt(row).attachments[static_cast<size_t>(attachment)];
+    const int width = QImageReader(PathToQString(model_.AttachmentPath(picture))).size().width();
+    RunPictureCommand(app_, noteId, static_cast<size_t>(attachment), command, {width, cardWidth});
+    board_->RefreshNote(noteId);
+}
+
+void MainWindow::OpenAttachment(int32_t noteId, int attachment) {
+    const int row = model_.RowOf(noteId);
+    if (row < 0)
+        return;
+    const CAttachment& chosen = model_.NoteAt(row).attachments[static_cast<size_t>(attachment)];
+    if (chosen.type == kWebLink)
+        return OpenLink(ToQString(chosen.sourceFile));
+    const QString path = PathToQString(model_.AttachmentPath(chosen));
+    if (!QFile::exists(path)) {
+        app_.Ports().prompts.Message("The attached file \"" + chosen.title + "\" isn't in the NoteBook any more.",
+                                     "Missing Attachment", PromptIcon::Warning);
+        return;
+    }
+    const std::string question = "\"" + chosen.title + "\" could be a program. Do you wish to open it all the same?";
+    if (JudgeFile(FromQString(path)) == OpenVerdict::AskFirst &&
+        app_.Ports().prompts.Ask(question, "Open Attachment?") != PromptAnswer::Yes)
+        return;
+    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+void MainWindow::ExtractAttachment(int32_t noteId, int attachment) {
+    const int row = model_.RowOf(noteId);
+    if (row < 0)
+        return;
+    const CAttachment& chosen = model_.NoteAt(row).attachments[static_cast<size_t>(attachment)];
+    const QString from = PathToQString(model_.AttachmentPath(chosen));
+    const QString to = QFileDialog::getSaveFileName(this, tr("Extract Attachment"), ToQString(chosen.title));
+    if (to.isEmpty())
+        return;
+    QFile source(from);
+    QFile::remove(to);
+    if (!source.copy(to))
+        app_.Ports().faults.Tell(
+            {"The attachment could not be extracted", to.toStdString(), source.errorString().toStdString()});
+}
+
+void MainWindow::OpenLink(const QString& address) {
+    if (JudgeLink(FromQString(address)) == OpenVerdict::Open) {
+        QDesktopServices::openUrl(QUrl(address.trimmed(), QUrl::TolerantMode));
+        return;
+    }
+    app_.Ports().prompts.Message(
+        "\"" + FromQString(address) + "\" isn't opened: a link begins with http:, https:, ftp: or mailto:.",
+        "Open Link", PromptIcon::Warning);
+}
+
+void MainWindow::GoToPane(int step) {
+    QWidget* const panes[] = {tools_->findChild<QWidget*>("searchBox"),
+                              panels_->PageAt(static_cast<PanelKind>(panels_->Page()))->Tree(), board_};
+    constexpr int kCount = 3;
+    int here = 0;
+    for (int i = 0; i < kCount; ++i)
+        here = panes[i]->hasFocus() ? i : here;
+    for (int i = 1; i <= kCount; ++i) {
+        QWidget* const next = panes[(here + step * i + kCount * kCount) % kCount];
+        if (next->isVisible())
+            return next->setFocus(Qt::ShortcutFocusReason);
+    }
+}
+
+void MainWindow::ShowAbout() {
+    QMessageBox box(QMessageBox::NoIcon, tr("About Lorebinder"),
+                    tr("<Lorebinder>  -  Version %1").arg("1.56") + "\n\n" +
+                        tr("Research notes with their sources, categories, key words and attachments."),
+                    QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setIconPixmap(QIcon(":/icons/lorebinder.svg").pixmap(64, 64));
+    box.exec();
+}
+
+}  // namespace lore

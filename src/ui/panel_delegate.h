@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace lore {
+
+class Theme;
+
+/// Draws an entry of a panel: its name or colour swatch, the counts at the right in a second-rank colour.
+class PanelDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    explicit PanelDelegate(const Theme& theme, QObject* parent = nullptr);
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    const Theme& theme_;
+};
+
+}  // namespace lore

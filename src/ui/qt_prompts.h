@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ports/prompts.h"
+
+class QWidget;
+
+namespace lore {
+
+/// Message boxes over a window.
+class QtPrompts : public Prompts {
+public:
+    /// The window that the boxes stand over; null until there is one.
+    void SetParent(QWidget* parent) { parent_ = parent; }
+
+    void Message(const std::string& text, const std::string& title, PromptIcon icon) override;
+    PromptAnswer Ask(const std::string& text, const std::string& title, bool withCancel) override;
+    std::optional<std::string> AskText(const std::string& label, const std::string& title,
+                                       const std::string& initial) override;
+
+private:
+    QWidget* parent_ = nullptr;
+};
+
+}  // namespace lore

@@ -1,0 +1,160 @@
+#include "ui/tool_bar.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QToolButton>
+#include <array>
+#include <cstdlib>
+
+#include "notes/sort_order.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr std::array kZooms = {100, 115, 125, 150, 175, 200};
+
+size_t NearestZoom(int percent) {
+    size_t best = 0;
+    for (size_t i = 1; i < kZooms.size(); ++i)
+        best = std::abs(kZooms[i] - percent) < std::abs(kZooms[best] - percent) ? i : best;
+    return best;
+}
+
+QComboBox* MakeCombo(QToolBar* bar, const QString& name, int widthChars) {
+    auto* const combo = new QComboBox(bar);
+    combo->setAccessibleName(name);
+    combo->setToolTip(name);
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(widthChars);
+    return combo;
+}
+
+QWidget* MakeGap(QToolBar* bar) {
+    auto* const gap = new QWidget(bar);
+    gap->setFixedWidth(kSpace * 2);
+    return gap;
+}
+
+}  // namespace
+
+MainToolBar::MainToolBar(const Theme& theme, QWidget* parent) : QToolBar(tr("Tool bar"), parent), theme_(theme) {
+    setObjectName("toolBar");
+    setMovable(false);
+    setFloatable(false);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setContentsMargins(kSpace * 2, kSpace, kSpace * 2, kSpace);
+    AddSearch();
+    AddScopeMenu();
+    AddChoices();
+    connect(&theme_, &Theme::Changed, this, &MainToolBar::Restyle);
+    Restyle();
+    SetScope(SearchScope::Database);
+}
+
+void MainToolBar::AddSearch() {
+    search_ = new QLineEdit(this);
+    search_->setObjectName("searchBox");
+    search_->setAccessibleName(tr("Search"));
+    search_->setClearButtonEnabled(true);
+    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+    run_ = search_->addAction(QIcon(), QLineEdit::LeadingPosition);
+    const auto run = [this] {
+        const QString text = search_->text().trimmed();
+        if (!text.isEmpty())
+            emit SearchRequested(text, scope_);
+    };
+    connect(search_, &QLineEdit::returnPressed, this, run);
+    connect(run_, &QAction::triggered, this, run);
+    addWidget(search_);
+}
+
+void MainToolBar::AddScopeMenu() {
+    scopeMenu_ = new QMenu(tr("Search Options"), this);
+    auto* const group = new QActionGroup(this);
+    const std::pair<const char*, SearchScope> scopes[] = {
+        {QT_TR_NOOP("Search Notes &Database"), SearchScope::Database},
+        {QT_TR_NOOP("Search &Current Notes"), SearchScope::CurrentNotes}};
+    for (const auto& [text, scope] : scopes) {
+        QAction* const action = scopeMenu_->addAction(tr(text));
+        action->setCheckable(true);
+        action->setChecked(scope == scope_);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, chosen = scope] { SetScope(chosen); });
+    }
+    auto* const button = new QToolButton(this);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setMenu(scopeMenu_);
+    options_ = new QAction(tr("Search Options"), this);
+    button->setDefaultAction(options_);
+    button->setAccessibleName(tr("Search Options"));
+    addWidget(button);
+}
+
+void MainToolBar::AddChoices() {
+    auto* const spread = new QWidget(this);
+    spread->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    addWidget(spread);
+    noteBooks_ = MakeCombo(this, tr("NoteBook"), 20);
+    sort_ = MakeCombo(this, tr("Order of the notes"), 24);
+    zoom_ = MakeCombo(this, tr("Zoom"), 5);
+    for (const NoteSortChoice& choice : NoteSortChoices())
+        sort_->addItem(QString::fromUtf8(choice.text), choice.id);
+    for (const int percent : kZooms)
+        zoom_->addItem(QStringLiteral("%1%").arg(percent), percent);
+    addWidget(noteBooks_);
+    addWidget(MakeGap(this));
+    addWidget(sort_);
+    addWidget(MakeGap(this));
+    addWidget(zoom_);
+    connect(noteBooks_, &QComboBox::activated, this, &MainToolBar::NoteBookChosen);
+    connect(sort_, &QComboBox::activated, this, [this] { emit SortChosen(sort_->currentData().toInt()); });
+    connect(zoom_, &QComboBox::activated, this, [this] { emit ZoomChosen(zoom_->currentData().toInt()); });
+}
+
+void MainToolBar::SetScope(SearchScope scope) {
+    scope_ = scope;
+    const bool isDatabase = scope == SearchScope::Database;
+    run_->setToolTip(isDatabase ? tr("Run Database Search") : tr("Run Current Notes Search"));
+    search_->setPlaceholderText(isDatabase ? tr("Search Notes Database") : tr("Search Current Notes"));
+}
+
+void MainToolBar::SetSort(int sortId) {
+    sort_->setCurrentIndex(std::max(sort_->findData(sortId), 0));
+}
+
+void MainToolBar::SetZoom(int percent) {
+    zoom_->setCurrentIndex(static_cast<int>(NearestZoom(percent)));
+}
+
+int MainToolBar::ZoomStep(int percent, int step) {
+    const int index = static_cast<int>(NearestZoom(percent)) + step;
+    return kZooms[static_cast<size_t>(std::clamp(index, 0, static_cast<int>(kZooms.size()) - 1))];
+}
+
+void MainToolBar::SetNoteBooks(const std::vector<CDatabase>& choices, const std::string& openGuid) {
+    noteBooks_->clear();
+    for (const CDatabase& choice : choices) {
+        noteBooks_->addItem(choice.IsMain() ? QString::fromUtf8(kMainNoteBookListName) : ToQString(choice.name));
+        if (choice.guid == openGuid)
+            noteBooks_->setCurrentIndex(noteBooks_->count() - 1);
+    }
+}
+
+void MainToolBar::FocusSearch() {
+    search_->setFocus(Qt::ShortcutFocusReason);
+    search_->selectAll();
+}
+
+void MainToolBar::Restyle() {
+    run_->setIcon(theme_.Icon("search", ColorRole::DimText));
+    options_->setIcon(theme_.Icon("chevron-down"));
+}
+
+}  // namespace lore

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QToolBar>
+#include <vector>
+
+#include "notes/notebook_list.h"
+#include "notes/search_flow.h"
+
+class QAction;
+class QComboBox;
+class QLineEdit;
+
+namespace lore {
+
+class Theme;
+
+/// The tool bar above the board: search box with its scope, order of the list, zoom, choice of the NoteBook.
+class MainToolBar : public QToolBar {
+    Q_OBJECT
+
+public:
+    explicit MainToolBar(const Theme& theme, QWidget* parent = nullptr);
+
+    void SetSort(int sortId);
+    /// A zoom in percent; the nearest choice is shown.
+    void SetZoom(int percent);
+    /// The choice one step up or down from a zoom.
+    static int ZoomStep(int percent, int step);
+    void SetNoteBooks(const std::vector<CDatabase>& choices, const std::string& openGuid);
+    void FocusSearch();
+    SearchScope Scope() const { return scope_; }
+    QMenu* ScopeMenu() const { return scopeMenu_; }
+
+signals:
+    void SearchRequested(const QString& text, SearchScope scope);
+    void SortChosen(int sortId);
+    void ZoomChosen(int percent);
+    void NoteBookChosen(int index);
+
+private:
+    void AddSearch();
+    void AddScopeMenu();
+    void AddChoices();
+    void SetScope(SearchScope scope);
+    void Restyle();
+
+    const Theme& theme_;
+    SearchScope scope_ = SearchScope::Database;
+    QLineEdit* search_ = nullptr;
+    QAction* run_ = nullptr;
+    QAction* options_ = nullptr;
+    QMenu* scopeMenu_ = nullptr;
+    QComboBox* noteBooks_ = nullptr;
+    QComboBox* sort_ = nullptr;
+    QComboBox* zoom_ = nullptr;
+};
+
+}  // namespace lore
