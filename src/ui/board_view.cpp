@@ -144,8 +144,7 @@ void BoardView::scrollContentsBy(int, int dy) {
         return;
     const QScrollBar& bar = *verticalScrollBar();
     if (bar.isSliderDown() || std::abs(dy) > kNearJump * viewport()->height()) {
-        const int row = impl_->heights.RowAt(bar.value());
-        impl_->AnchorAt(row, static_cast<int>(impl_->PositionOf(row) - bar.value()));
+        impl_->JumpTo(bar.value(), bar.value() == bar.maximum());
     } else {
         impl_->topOffset += dy;
     }
@@ -170,6 +169,12 @@ void BoardView::Impl::ReloadHeights() {
 void BoardView::Impl::AnchorAt(int row, int offset) {
     topRow = std::clamp(row, 0, std::max(0, heights.Count() - 1));
     topOffset = offset;
+}
+
+// The end of the list is the end of its last card, whatever the estimates of the heights say.
+void BoardView::Impl::JumpTo(int position, bool toEnd) {
+    const int row = toEnd ? heights.Count() - 1 : heights.RowAt(position);
+    AnchorAt(row, toEnd ? view.viewport()->height() - HeightOf(row) : static_cast<int>(heights.TopOf(row) - position));
 }
 
 int BoardView::Impl::Measure(int row) {

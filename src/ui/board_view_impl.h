@@ -41,7 +41,7 @@ struct BoardView::Impl {
     int Measure(int row);
     void SyncScrollBar();
     void AnchorAt(int row, int offset);
-    int64_t PositionOf(int row) const { return heights.TopOf(row); }
+    void JumpTo(int position, bool toEnd);
 
     // Places on the screen.
     int CardLeft() const;

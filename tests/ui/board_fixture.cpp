@@ -1,0 +1,216 @@
+#include "ui/board_fixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPixmap>
+#include <QWidget>
+
+#include "notes/attachment_kind.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+namespace {
+
+constexpr char kFonts[] =
+    "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\froman Times New Roman;}{\\f1\\fswiss Arial;}"
+    "{\\f2\\fmodern Courier New;}}{\\colortbl;\\red200\\green0\\blue0;\\red0\\green0\\blue160;"
+    "\\red255\\green142\\blue40;\\red255\\green255\\blue0;\\red225\\green235\\blue245;}\\fs27 ";
+
+constexpr char kFormatted[] =
+    "\\b The first light on the reef\\b0\\par\\fs24 The tower of \\i 1698\\i0  was of {\\ul timber}, bound by "
+    "{\\strike "
+    "rope} iron; its lamp held {\\cf1\\b sixty candles}. See {\\field{\\*\\fldinst HYPERLINK "
+    "\"https://example.org/lights\"}{\\fldrslt the register of lights}}, and note the {\\highlight4 keeper's log} of "
+    "{\\cf2 blue ink}. A search found {\\highlight3 lantern} here. Water is H{\\sub 2}O, and 10{\\super 3} candela "
+    "reach far.\\par "
+    "{\\pntext\\'b7\\tab}{\\*\\pn\\pnlvlblt\\pnf0{\\pntxtb\\'b7}}\\fi-360\\li720 "
+    "The stone tower replaced it after the storm, and the work went on through eleven summers with the blocks "
+    "dovetailed "
+    "into each other so that no wave could lift them.\\par "
+    "{\\pntext\\'b7\\tab}Oil came in place of candles.\\par\\pard "
+    "\\qc\\f1\\fs20 Centred in Arial\\par\\pard\\qr\\f2 right, in Courier New\\par}";
+
+constexpr char kTable[] =
+    "Lamps by year\\par\\trowd\\trgaph108\\trleft0"
+    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\clcbpat5\\cellx2400"
+    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\clcbpat5\\cellx7200"
+    "\\pard\\intbl\\b Year\\cell Lamp\\b0\\cell\\row"
+    "\\trowd\\trgaph108\\trleft0"
+    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\cellx2400"
+    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\cellx4800"
+    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\cellx7200"
+    "\\pard\\intbl 1759\\cell Twenty-four candles, each of two fifths of a pound\\cell 5 miles\\cell\\row\\pard "
+    "Below the table.\\par}";
+
+CSource Source(int32_t id, const std::string& text, size_t begin, size_t end, int32_t kind) {
+    CSource source;
+    source.SourceID = id;
+    source.SourceGUID = "{" + std::to_string(id) + "}";
+    source.FormattedText = text;
+    source.SpanStarts = {static_cast<int32_t>(begin)};
+    source.SpanEnds = {static_cast<int32_t>(end)};
+    source.SpanKinds = {kind};
+    return source;
+}
+
+std::string DeepName(int level) {
+    return "A category with a rather long name on level " + std::to_string(level);
+}
+
+void AddLanguages(MemoryBoard& board) {
+    CNote& note = board.AddText(
+        "\u05d4\u05de\u05d2\u05d3\u05dc\u05d5\u05e8 \u05d4\u05e8\u05d0\u05e9\u05d5\u05df \u05e0\u05d1\u05e0\u05d4 "
+        "\u05e2\u05dc \u05e1\u05dc\u05e2 \u05d1\u05dc\u05d1 \u05d4\u05d9\u05dd, 1698.\n"
+        "\u0627\u0644\u0645\u0646\u0627\u0631\u0629 \u0627\u0644\u0623\u0648\u0644\u0649 \u0641\u064a "
+        "\u0627\u0644\u0628\u062d\u0631.\n"
+        "\u706f\u53f0\u306e\u6b74\u53f2\u306f\u53e4\u4ee3\u306b\u3055\u304b\u306e\u307c\u308b\u3002"
+        "\u4e2d\u56fd\u7684\u706f\u5854\u3002 \ub4f1\ub300\uc758 \uc5ed\uc0ac.\n"
+        "\u041c\u0430\u044f\u043a \u043d\u0430 \u0441\u043a\u0430\u043b\u0435; "
+        "\u03c6\u03ac\u03c1\u03bf\u03c2; d\u00e9j\u00e0 vu, na\u00efve.");
+    note.categories[0] =
+        PathOf({"\u05de\u05d2\u05d3\u05dc\u05d5\u05e8\u05d9\u05dd", "\u706f\u53f0", "\u041c\u0430\u044f\u043a"});
+    note.keyWords = "\u0645\u0646\u0627\u0631\u0629, \u706f\u53f0, ph\u00e1ros";
+    note.borderColor = MakeRgb(0, 128, 0);
+}
+
+}  // namespace
+
+int MemoryBoard::RowOf(int32_t noteId) const {
+    for (size_t i = 0; i < notes.size(); ++i)
+        if (notes[i].id == noteId)
+            return static_cast<int>(i);
+    return -1;
+}
+
+std::vector<const CSource*> MemoryBoard::SourcesOf(const CNote& note) const {
+    std::vector<const CSource*> found;
+    for (size_t i = 0; i < note.sources.Count(); ++i)
+        if (const auto source = sources.find(note.sources[i]); source != sources.end())
+            found.push_back(&source->second);
+    return found;
+}
+
+std::string MemoryBoard::SourceRemark(const CNote& note, const CSource& source) const {
+    const CNoteSourceInfo* info = FindSourceInfo(note.sourceInfo, source.SourceGUID);
+    return info ? info->text : std::string();
+}
+
+std::filesystem::path MemoryBoard::AttachmentPath(const CAttachment& attachment) const {
+    return attachment.type == kWebLink ? std::filesystem::path()
+                                       : std::filesystem::path(folder_.path().toStdString()) / attachment.storedFile;
+}
+
+CNote& MemoryBoard::AddText(const std::string& plainText) {
+    CNote note;
+    note.id = Count() + 1;
+    note.plainText = plainText;
+    notes.push_back(std::move(note));
+    return notes.back();
+}
+
+CNote& MemoryBoard::AddRtf(const std::string& rtf) {
+    CNote& note = AddText(PlainText(rtf));
+    note.rtfText = rtf;
+    return note;
+}
+
+void MemoryBoard::Attach(CNote& note, const std::string& title, int32_t type, const std::string& storedFile) {
+    CAttachment attachment;
+    attachment.title = title;
+    attachment.type = type;
+    attachment.storedFile = storedFile;
+    note.attachments.push_back(attachment);
+}
+
+void MemoryBoard::AttachPicture(CNote& note, const std::string& title, int width, int height) {
+    QImage image(width, height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient sky(0, 0, 0, height);
+    sky.setColorAt(0, QColor(90, 140, 190));
+    sky.setColorAt(1, QColor(240, 220, 180));
+    painter.fillRect(image.rect(), sky);
+    painter.fillRect(width / 2 - width / 30, height / 4, width / 15, height * 3 / 4, Qt::white);
+    painter.fillRect(width / 2 - width / 30, height / 2, width / 15, height / 8, QColor(190, 40, 40));
+    const std::string name = std::to_string(++files_) + ".png";
+    image.save(folder_.filePath(QString::fromStdString(name)));
+    Attach(note, title, kImageFile, name);
+}
+
+void MemoryBoard::AttachFile(CNote& note, const std::string& title, int32_t type, int bytes) {
+    const std::string name = std::to_string(++files_) + ".bin";
+    QFile file(folder_.filePath(QString::fromStdString(name)));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(QByteArray(bytes, 'x'));
+    Attach(note, title, type, name);
+}
+
+CProCategoryTree PathOf(const std::vector<std::string>& names) {
+    CProCategoryTree path;
+    for (size_t i = names.size(); i-- > 0;) {
+        CProCategoryTree node;
+        node.id = static_cast<int32_t>(i) + 10;
+        node.name = names[i];
+        if (i + 1 < names.size())
+            node.children.push_back(std::move(path));
+        path = std::move(node);
+    }
+    return path;
+}
+
+void FillSampleBoard(MemoryBoard& board) {
+    board.notes.reserve(32);
+    board.sources[1] = Source(
+        1, "Smeaton, J. A narrative of the building of the Edystone lighthouse. London: Nicol, 1791.", 13, 66, 1);
+    board.sources[2] =
+        Source(2, "Stevenson, A. \"On lighthouse lamps.\" Journal of the Lights 12.3 (1848): 101-117.", 38, 59, 3);
+
+    CNote& formatted = board.AddRtf(std::string(kFonts) + kFormatted);
+    formatted.categories[0] = PathOf({"Lighthouses", "England", "Eddystone"});
+    formatted.categories[1] = PathOf({"Chapter 2"});
+    formatted.categories[2] = PathOf({"To check"});
+    formatted.keyWords = "timber, candles, storm, reef";
+    formatted.sources = {1, 2};
+    formatted.sourceInfo = {{"{1}", "p. 42"}};
+    formatted.borderColor = MakeRgb(200, 60, 20);
+    formatted.newlyAdded = true;
+
+    CNote& files = board.AddText("A picture, files of several kinds, and a link.");
+    board.AttachPicture(files, "The tower at dusk", 420, 240);
+    board.AttachFile(files, "Letter of the keeper.docx", kDocumentFile, 24000);
+    board.AttachFile(files, "A file with a name that is much too long for the room that a tile has.xlsx",
+                     kSpreadsheetFile, 1250000);
+    board.AttachFile(files, "Waves.mp3", kMusicFile, 3000);
+    CAttachment link;
+    link.type = kWebLink;
+    link.title = "List of lights";
+    link.sourceFile = "https://example.org/lights/list?country=england";
+    files.attachments.push_back(link);
+    CAttachment gone;
+    gone.type = kPdfFile;
+    gone.title = "Gone.pdf";
+    gone.storedFile = "gone.pdf";
+    files.attachments.push_back(gone);
+    files.borderColor = MakeRgb(255, 220, 0);
+
+    board.AddRtf(std::string(kFonts) + kTable).borderColor = MakeRgb(20, 80, 200);
+    AddLanguages(board);
+
+    CNote& deep = board.AddText("Deep categories and many key words.");
+    deep.categories[1] = PathOf({DeepName(1), DeepName(2), DeepName(3), DeepName(4), DeepName(5)});
+    for (int i = 1; i < 40; ++i)
+        deep.keyWords += "key word " + std::to_string(i) + ", ";
+    board.AddText("");
+    board.AddText("Last one.").sources = {2};
+}
+
+void TakeShot(QWidget& window, const QString& name) {
+    const QString folder = qEnvironmentVariable("LORE_SHOTS_DIR", QStringLiteral(LORE_SHOTS));
+    QDir().mkpath(folder);
+    const int percent = qRound(window.devicePixelRatioF() * 100);
+    window.grab().save(QStringLiteral("%1/%2-%3.png").arg(folder, name).arg(percent));
+}
+
+}  // namespace lore

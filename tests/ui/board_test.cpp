@@ -1,0 +1,497 @@
+#include <QAccessible>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QElapsedTimer>
+#include <QMenu>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "ui/board_accessible.h"
+#include "ui/board_fixture.h"
+#include "ui/board_heights.h"
+#include "ui/board_view.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+class BoardTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { InstallBoardAccessibility(); }
+    void init();
+    void cleanup();
+
+    void HeightsAddUpAfterAnyChange();
+    void ShowsCardsOfAllKinds_data();
+    void ShowsCardsOfAllKinds();
+    void ShowsTheFirstStepWhenTheListIsEmpty();
+    void StacksTheBlocksOfACardInTheChosenOrder();
+    void HidesSetsTwoAndThreeOnDemand();
+    void ScrollingMovesCardsByTheStepWhateverTheirHeights();
+    void ReachesTheLastCardFromAnywhere();
+    void KeysMoveTheFocusThroughTheList();
+    void SelectsAndOpensByMouse();
+    void DragsACardFromThirtyPixelsOn();
+    void DoesNotDragASingleNote();
+    void PictureButtonsAskForTheirCommand();
+    void MenuHoldsTheEntriesOfWhatIsUnderTheMouse();
+    void KeepsTheFocusNoteInPlaceWhenTheListChanges();
+    void TellsScreenReadersOfItsCards();
+    void ScrollsTwentyThousandNotesWithoutAHitch();
+
+private:
+    void Show(int width = 1000, int height = 700);
+    QStringList MenuAt(const QPoint& point);
+    QPoint Middle(int row) const { return view_->CardRect(row).intersected(view_->viewport()->rect()).center(); }
+    void Wheel(int delta);
+    /// A plain spot of a card, below its actions and left of its text.
+    QPoint Spot(int row) const { return view_->CardRect(row).topLeft() + QPoint(8, 14); }
+
+    std::unique_ptr<Theme> theme_;
+    std::unique_ptr<MemoryBoard> board_;
+    std::unique_ptr<BoardView> view_;
+};
+
+void BoardTest::init() {
+    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+    board_ = std::make_unique<MemoryBoard>();
+    view_ = std::make_unique<BoardView>(*board_, *theme_);
+}
+
+void BoardTest::cleanup() {
+    view_.reset();
+    board_.reset();
+    theme_.reset();
+}
+
+void BoardTest::Show(int width, int height) {
+    view_->resize(width, height);
+    view_->Rebuild();
+    view_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(view_.get()));
+}
+
+void BoardTest::Wheel(int delta) {
+    const QPointF at(400, 200);
+    QWheelEvent event(at, view_->viewport()->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view_->viewport(), &event);
+}
+
+void BoardTest::HeightsAddUpAfterAnyChange() {
+    QRandomGenerator random(7);
+    for (const int count : {0, 1, 2, 3, 64, 65, 1000}) {
+        std::vector<int> plain(static_cast<size_t>(count));
+        for (int& height : plain)
+            height = random.bounded(4) == 0 ? 0 : random.bounded(500);
+        BoardHeights heights;
+        heights.Assign(plain);
+        for (int change = 0; change < 50 && count > 0; ++change) {
+            const int row = random.bounded(count);
+            plain[size_t(row)] = random.bounded(900);
+            heights.SetHeight(row, plain[size_t(row)]);
+        }
+        int64_t top = 0;
+        for (int row = 0; row < count; ++row) {
+            QCOMPARE(heights.TopOf(row), top);
+            if (plain[size_t(row)] > 0) {
+                QCOMPARE(heights.RowAt(top), row);
+                QCOMPARE(heights.RowAt(top + plain[size_t(row)] - 1), row);
+            }
+            top += plain[size_t(row)];
+        }
+        QCOMPARE(heights.Total(), top);
+        QCOMPARE(heights.RowAt(top + 100), count - 1);
+    }
+}
+
+void BoardTest::ShowsCardsOfAllKinds_data() {
+    QTest::addColumn<bool>("dark");
+    QTest::addColumn<double>("zoom");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<double>("textSize");
+    QTest::newRow("board-light") << false << 1.0 << 1100 << 1.0;
+    QTest::newRow("board-dark") << true << 1.0 << 1100 << 1.0;
+    QTest::newRow("board-light-zoomed") << false << 2.0 << 1100 << 1.0;
+    QTest::newRow("board-light-narrow") << false << 1.0 << 420 << 1.0;
+    QTest::newRow("board-light-large-text") << false << 1.0 << 1100 << 2.0;
+    QTest::newRow("board-dark-top") << true << 1.25 << 900 << 1.0;
+}
+
+void BoardTest::ShowsCardsOfAllKinds() {
+    QFETCH(bool, dark);
+    QFETCH(double, zoom);
+    QFETCH(int, width);
+    QFETCH(double, textSize);
+    const QFont before = QApplication::font();
+    QFont font = before;
+    font.setPointSizeF(font.pointSizeF() * textSize);
+    QApplication::setFont(font);
+    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
+    FillSampleBoard(*board_);
+    BoardOptions options;
+    options.zoom = zoom;
+    options.keyWordsOnTop = options.sourcesOnTop = width == 900;
+    view_->SetOptions(options);
+    Show(width, 2400);
+    view_->SetFocusNote(3);
+    QTest::mouseMove(view_->viewport(), Middle(1));
+    view_->FinishPictures();
+    const auto [first, end] = view_->VisibleRows();
+    QCOMPARE(first, 0);
+    QVERIFY(end >= 4 || zoom > 1.0 || width < 500);
+    TakeShot(*view_, QString::fromLatin1(QTest::currentDataTag()));
+    QApplication::setFont(before);
+    // Cards stand in the middle, one directly below the other, and are never wider than is readable.
+    for (int row = 0; row + 1 < end; ++row)
+        QCOMPARE(view_->CardRect(row).bottom() + 1, view_->CardRect(row + 1).top());
+    const QRect card = view_->CardRect(0);
+    QVERIFY(card.width() <= 900);
+    QVERIFY(std::abs(card.left() - (view_->viewport()->width() - 1 - card.right())) <= 1);
+}
+
+void BoardTest::ShowsTheFirstStepWhenTheListIsEmpty() {
+    view_->SetEmptyState({tr("No notes in the list"),
+                          tr("Search the NoteBook, or choose a category, a source, a key word or a color at the left."),
+                          tr("Show all notes"),
+                          {}});
+    Show();
+    QSignalSpy step(view_.get(), &BoardView::FirstStepRequested);
+    for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
+        theme_->SetAppearance(appearance);
+        TakeShot(*view_, theme_->IsDark() ? QStringLiteral("board-empty-dark") : QStringLiteral("board-empty-light"));
+    }
+    auto* button = view_->findChild<QPushButton*>();
+    QVERIFY(button && button->isVisible());
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(step.count(), 1);
+    QTest::keyClick(view_.get(), Qt::Key_End);
+    QCOMPARE(view_->FocusNote(), -1);
+    board_->AddText("The first note");
+    view_->Rebuild();
+    QVERIFY(!button->isVisible());
+}
+
+void BoardTest::StacksTheBlocksOfACardInTheChosenOrder() {
+    board_->AddText("");  // 17 pixels for a note that has nothing
+    CNote& words = board_->AddText("");
+    words.keyWords = ", ,reef,,";
+    board_->AddText("").keyWords = " , ";
+    Show();
+    const int nothing = view_->CardRect(0).height();
+    QCOMPARE(nothing, 17);
+    QCOMPARE(view_->CardRect(1).height(), 17 + 32 + 8);
+    QCOMPARE(view_->CardRect(2).height(), 17);
+    BoardOptions options;
+    options.keyWordsOnTop = true;
+    options.zoom = 1.15;
+    view_->SetOptions(options);
+    QCOMPARE(view_->CardRect(1).height(), 17 + 36 + 8 + 17);
+    options.showKeyWords = false;
+    view_->SetOptions(options);
+    QCOMPARE(view_->CardRect(1).height(), 17);
+}
+
+void BoardTest::HidesSetsTwoAndThreeOnDemand() {
+    CNote& note = board_->AddText("Text");
+    note.categories[1] = PathOf({"Second"});
+    note.categories[2] = PathOf({"Third"});
+    board_->AddText("Text");
+    Show();
+    QVERIFY(view_->CardRect(0).height() > view_->CardRect(1).height() + 40);
+    BoardOptions options;
+    options.onlySetOne = true;
+    view_->SetOptions(options);
+    QCOMPARE(view_->CardRect(0).height(), view_->CardRect(1).height());
+}
+
+void BoardTest::ScrollingMovesCardsByTheStepWhateverTheirHeights() {
+    QRandomGenerator random(3);
+    for (int i = 0; i < 300; ++i)
+        board_->AddText(std::string(size_t(random.bounded(3000)), 'x') + std::string(size_t(random.bounded(30)), '\n'));
+    Show();
+    for (int step = 0; step < 120; ++step) {
+        const int delta = step < 60 || step % 3 == 0 ? -120 : 120;
+        const auto [first, end] = view_->VisibleRows();
+        const int before = view_->CardRect(end - 1).top();
+        Wheel(delta);
+        QCOMPARE(view_->CardRect(end - 1).top(), before + delta);
+        QVERIFY(view_->CardRect(view_->VisibleRows().first).top() <= 0);
+        Q_UNUSED(first);
+    }
+    // From a place that was never measured, upwards.
+    view_->SetFocusNote(250);
+    for (int step = 0; step < 60; ++step) {
+        const int row = view_->VisibleRows().first;
+        const int before = view_->CardRect(row).top();
+        Wheel(120);
+        QCOMPARE(view_->CardRect(row).top(), before + 120);
+    }
+}
+
+void BoardTest::ReachesTheLastCardFromAnywhere() {
+    for (int i = 0; i < 500; ++i)
+        board_->AddText(std::string(size_t(i) * 7 % 4000, 'y'));
+    Show();
+    view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum());
+    QCOMPARE(view_->VisibleRows().second, 500);
+    QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
+    QCOMPARE(view_->verticalScrollBar()->value(), view_->verticalScrollBar()->maximum());
+    view_->verticalScrollBar()->setValue(0);
+    QCOMPARE(view_->CardRect(0).top(), 0);
+    QTest::keyClick(view_.get(), Qt::Key_End);
+    QCOMPARE(view_->FocusNote(), 500);
+    QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
+}
+
+void BoardTest::KeysMoveTheFocusThroughTheList() {
+    for (int i = 0; i < 50; ++i)
+        board_->AddText(i == 2 ? std::string(20000, 'z') : "Short");
+    Show();
+    const auto press = [this](Qt::Key key) {
+        QTest::keyClick(view_.get(), key);
+        return view_->FocusNote();
+    };
+    QCOMPARE(press(Qt::Key_Down), 1);
+    QCOMPARE(press(Qt::Key_Down), 2);
+    QCOMPARE(press(Qt::Key_Down), 3);
+    // The third card is higher than the board: the key scrolls through it before it goes on.
+    const int top = view_->CardRect(2).top();
+    QCOMPARE(press(Qt::Key_Down), 3);
+    QVERIFY(view_->CardRect(2).top() < top);
+    for (int i = 0; i < 100 && view_->FocusNote() == 3; ++i)
+        press(Qt::Key_Down);
+    QCOMPARE(view_->FocusNote(), 4);
+    QCOMPARE(press(Qt::Key_Home), 1);
+    QCOMPARE(press(Qt::Key_Up), 1);
+    for (int i = 0; i < 60; ++i)
+        press(Qt::Key_PageDown);
+    QCOMPARE(view_->FocusNote(), 50);
+    for (int i = 0; i < 60; ++i)
+        press(Qt::Key_PageUp);
+    QCOMPARE(view_->FocusNote(), 1);
+}
+
+void BoardTest::SelectsAndOpensByMouse() {
+    for (int i = 0; i < 4; ++i)
+        board_->AddText("Note");
+    Show();
+    QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
+    QSignalSpy edit(view_.get(), &BoardView::EditRequested);
+    QSignalSpy remove(view_.get(), &BoardView::RemoveRequested);
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, Middle(2));
+    QCOMPARE(view_->FocusNote(), 3);
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, Middle(2));
+    QCOMPARE(selected.count(), 1);
+    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, Middle(1));
+    QCOMPARE(edit.count(), 1);
+    QCOMPARE(edit[0][0].toInt(), 2);
+    const QRect card = view_->CardRect(3);
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-18, 24));
+    QCOMPARE(remove.count(), 1);
+    QCOMPARE(remove[0][0].toInt(), 4);
+}
+
+void BoardTest::DragsACardFromThirtyPixelsOn() {
+    for (int i = 0; i < 5; ++i)
+        board_->AddText("Note");
+    Show();
+    QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
+    const auto drag = [this](const QPoint& from, const QPoint& to) {
+        QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, from);
+        for (const QPoint& point : {from + (to - from) / 2, to}) {
+            QMouseEvent move(QEvent::MouseMove, point, view_->viewport()->mapToGlobal(point), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(view_->viewport(), &move);
+        }
+    };
+    drag(Spot(0), Spot(0) + QPoint(0, 29));
+    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Spot(0) + QPoint(0, 29));
+    QCOMPARE(moved.count(), 0);
+    drag(Spot(0), Middle(2));
+    TakeShot(*view_, QStringLiteral("board-drag"));
+    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(2));
+    QCOMPARE(moved.count(), 1);
+    QCOMPARE(moved[0][0].toInt(), 1);
+    QCOMPARE(moved[0][1].toInt(), 3);
+    drag(Spot(3), Middle(1));
+    QTest::keyClick(view_.get(), Qt::Key_Escape);
+    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(1));
+    QCOMPARE(moved.count(), 1);
+    // At the lower edge the list scrolls along.
+    for (int i = 0; i < 60; ++i)
+        board_->AddText("More");
+    view_->Rebuild();
+    drag(Spot(1), QPoint(Spot(1).x(), view_->viewport()->height() + 40));
+    QTRY_VERIFY(view_->VisibleRows().first >= 3);
+    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(10, 10000));
+    QCOMPARE(moved.count(), 2);
+    QCOMPARE(moved[1][0].toInt(), 2);
+    QVERIFY(moved[1][1].toInt() > 6);
+}
+
+void BoardTest::DoesNotDragASingleNote() {
+    board_->AddText("Alone");
+    Show();
+    QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
+    QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, Spot(0));
+    QMouseEvent move(QEvent::MouseMove, QPoint(300, 400), QPoint(300, 400), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(view_->viewport(), &move);
+    QVERIFY(view_->viewport()->cursor().shape() != Qt::ClosedHandCursor);
+    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(300, 400));
+    QCOMPARE(moved.count(), 0);
+}
+
+void BoardTest::PictureButtonsAskForTheirCommand() {
+    CNote& note = board_->AddText("With a picture");
+    board_->AttachPicture(note, "Tower", 400, 200);
+    board_->AttachPicture(note, "Panorama", 3000, 300);
+    note.attachments[0].zoom = 0.5;
+    note.attachments[0].shift = -5000;
+    Show(1000, 1200);
+    QSignalSpy command(view_.get(), &BoardView::PictureCommandRequested);
+    const QRect picture = view_->AttachmentRect(0, 0);
+    QCOMPARE(picture.size(), QSize(200, 100));
+    QCOMPARE(picture.left(), view_->CardRect(0).left() + 21);
+    // A picture that is wider than the card is brought down to it.
+    QCOMPARE(view_->AttachmentRect(0, 1).width(), view_->CardRect(0).width() - 42);
+    // The buttons stand above the picture at the right.
+    const int right = view_->CardRect(0).right() - 21;
+    const PictureCommand expected[] = {PictureCommand::ZoomIn, PictureCommand::ZoomOut, PictureCommand::ShiftLeft,
+                                       PictureCommand::ShiftRight, PictureCommand::Restore};
+    for (int i = 0; i < 5; ++i) {
+        const QPoint at(right - 12 - 24 * (4 - i), picture.top() - 16);
+        if (i % 2 == 0)
+            QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, at);
+        else
+            QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, at);
+        QVERIFY(command.count() > 0);
+        const QList<QVariant> last = command.last();
+        QCOMPARE(last[1].toInt(), 0);
+        QCOMPARE(last[2].value<PictureCommand>(), expected[i]);
+        const auto room = last[3].value<PictureRoom>();
+        QCOMPARE(room.width, 400);
+        QCOMPARE(room.cardWidth, view_->CardRect(0).width() - 42);
+    }
+}
+
+QStringList BoardTest::MenuAt(const QPoint& point) {
+    QContextMenuEvent event(QContextMenuEvent::Mouse, point, view_->viewport()->mapToGlobal(point));
+    QApplication::sendEvent(view_->viewport(), &event);
+    QStringList texts;
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    for (const QAction* action : menu ? menu->actions() : QList<QAction*>())
+        if (!action->isSeparator())
+            texts.append(action->text());
+    if (menu)
+        menu->close();
+    return texts;
+}
+
+void BoardTest::MenuHoldsTheEntriesOfWhatIsUnderTheMouse() {
+    CNote& note = board_->AddText("With everything");
+    board_->AttachPicture(note, "Tower", 400, 200);
+    board_->AttachFile(note, "Letter", 3, 10);
+    note.attachments.emplace_back();
+    note.attachments.back().type = 12;
+    note.attachments.back().sourceFile = "https://example.org";
+    board_->AttachPicture(note, "Hidden", 40, 20);
+    note.attachments.back().show = false;
+    Show(1000, 1200);
+    const auto at = [this](int attachment) { return view_->AttachmentRect(0, attachment).center(); };
+    QCOMPARE(MenuAt(at(0)),
+             QStringList({"Zoom In", "Zoom Out", "Shift Left", "Shift Right", "Restore", "Extract Attachment"}));
+    QCOMPARE(MenuAt(at(1)), QStringList({"Open Attachment", "Extract Attachment"}));
+    QCOMPARE(MenuAt(at(2)), QStringList({"Open Link"}));
+    QCOMPARE(MenuAt(at(3)), QStringList({"Open Attachment", "Extract Attachment"}));
+    QCOMPARE(MenuAt(Spot(0)), QStringList({"Remove From Current List"}));
+    QCOMPARE(MenuAt(QPoint(500, 1190)), QStringList());
+    QSignalSpy open(view_.get(), &BoardView::OpenRequested);
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, at(2));
+    QCOMPARE(open.count(), 1);
+    QCOMPARE(open[0][1].toInt(), 2);
+}
+
+void BoardTest::KeepsTheFocusNoteInPlaceWhenTheListChanges() {
+    for (int i = 0; i < 100; ++i)
+        board_->AddText(std::string(size_t(i % 7) * 400, 'w') + " note");
+    Show();
+    view_->SetFocusNote(60);
+    const int top = view_->CardRect(59).top();
+    std::reverse(board_->notes.begin(), board_->notes.end());
+    view_->Rebuild();
+    QCOMPARE(view_->FocusNote(), 60);
+    QCOMPARE(view_->CardRect(board_->RowOf(60)).top(), top);
+    QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
+    board_->notes.erase(board_->notes.begin() + board_->RowOf(60));
+    view_->Rebuild();
+    QCOMPARE(view_->FocusNote(), -1);
+    QCOMPARE(selected.count(), 1);
+}
+
+void BoardTest::TellsScreenReadersOfItsCards() {
+    FillSampleBoard(*board_);
+    Show();
+    view_->SetFocusNote(2);
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(view_.get());
+    QVERIFY(list);
+    QCOMPARE(list->role(), QAccessible::List);
+    QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Note board"));
+    QCOMPARE(list->childCount(), board_->Count());
+    QAccessibleInterface* card = list->child(1);
+    QCOMPARE(card->role(), QAccessible::ListItem);
+    QVERIFY(card->text(QAccessible::Name).startsWith(QStringLiteral("A picture, files")));
+    QVERIFY(card->text(QAccessible::Name).contains(QStringLiteral("Attachment: Waves.mp3")));
+    QVERIFY(card->state().selected);
+    QVERIFY(!list->child(0)->state().selected);
+    QVERIFY(list->child(0)->text(QAccessible::Name).contains(QStringLiteral("Category: Lighthouses, England")));
+    QCOMPARE(list->indexOfChild(card), 1);
+    QCOMPARE(list->focusChild(), card);
+}
+
+void BoardTest::ScrollsTwentyThousandNotesWithoutAHitch() {
+    MemoryBoard sample;
+    FillSampleBoard(sample);
+    board_->sources = sample.sources;
+    board_->notes.reserve(20000);
+    for (int i = 0; i < 20000; ++i) {
+        CNote note = sample.notes[size_t(i) % 3 * 2];
+        note.id = i + 1;
+        board_->notes.push_back(std::move(note));
+    }
+    QElapsedTimer timer;
+    timer.start();
+    Show(1200, 900);
+    qInfo("first frame of 20,000 notes: %.1f ms", double(timer.nsecsElapsed()) / 1e6);
+    double worst = 0, sum = 0;
+    constexpr int kFrames = 600;
+    for (int frame = 0; frame < kFrames; ++frame) {
+        timer.restart();
+        if (frame % 100 == 99)
+            view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum() / 600 * frame);
+        else
+            Wheel(-120);
+        view_->viewport()->repaint();
+        const double spent = double(timer.nsecsElapsed()) / 1e6;
+        worst = std::max(worst, spent);
+        sum += spent;
+    }
+    qInfo("scrolling: %.2f ms a frame, at worst %.2f ms", sum / kFrames, worst);
+    QVERIFY2(sum / kFrames < 16.7, qPrintable(QString::number(sum / kFrames)));
+}
+
+}  // namespace lore
+
+Q_DECLARE_METATYPE(lore::PictureCommand)
+Q_DECLARE_METATYPE(lore::PictureRoom)
+
+QTEST_MAIN(lore::BoardTest)
+#include "board_test.moc"
