@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/record_file.h"
+#include "bibliography/source_list.h"
+#include "notes/note.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// The record file of an export archive.
+inline constexpr char kArchiveNotesName[] = "_ExpNotes.dat";
+/// Id and guid of the note that carries the sources of a whole NoteBook. On disk; never change.
+inline constexpr int32_t kSourcesNoteID = -2112;
+inline constexpr char kSourcesNoteGuid[] = "TEMP_SOURCES_NOTE";
+
+/// A note as it travels: with the full records of its sources, in the note's order.
+struct ArchiveNote {
+    CNote note;
+    std::vector<CSource> sources;
+};
+
+/// A note with copies of those of its sources that the list knows.
+ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources);
+/// The note that carries all sources of a list; it isn't a note of the user.
+ArchiveNote MakeSourcesNote(const SourceList& sources, const DateTime& now);
+
+/// What stands before the notes. `count` is the number of notes that follow, the sources note among them: it comes
+/// first.
+void WriteArchiveHead(RecordWriter& stream, const DateTime& exportDate, int32_t count);
+/// One note. Its sources are formatted and carry the records of their authors.
+void WriteArchiveNote(RecordWriter& stream, const ArchiveNote& entry, const AuthorList& authors);
+
+/// Walks the notes of an archive's record file of any version up to the present one, in file order.
+class ArchiveNoteReader {
+public:
+    explicit ArchiveNoteReader(const ReadContext& context) : context_(context) {}
+
+    /// Reads the file. With a failure there are no notes.
+    FileResult Open(const std::filesystem::path& path);
+    /// The same from the bytes of a file.
+    void OpenBytes(std::string diskBytes);
+
+    double Version() const { return version_; }
+    /// True if the file comes from a later version of the program: then nothing behind the version is read.
+    bool IsLaterVersion() const { return version_ > kDataVersion; }
+    /// The moment of reading if the file's date can't be read.
+    const DateTime& ExportDate() const { return exportDate_; }
+    /// How many records the file promises; a damaged file may promise any number.
+    int32_t Count() const { return count_; }
+
+    /// Reads the next note; false behind the last one. Records with an id of 0 or less are passed over. The ids of the
+    /// note's sources are those of the records that came with it, those of 0 or less left out.
+    bool Next(ArchiveNote& entry);
+    /// The sources note, once Next has come across it.
+    const std::optional<ArchiveNote>& SourcesNote() const { return sourcesNote_; }
+
+private:
+    void ReadHead();
+    void ReadEntry(ArchiveNote& entry);
+    void KeepSourcesNote(ArchiveNote& entry);
+
+    const ReadContext& context_;
+    std::unique_ptr<RecordReader> stream_;
+    double version_ = 0.0;
+    DateTime exportDate_;
+    int32_t count_ = 0, read_ = 0;
+    std::optional<ArchiveNote> sourcesNote_;
+};
+
+}  // namespace lore

@@ -1,0 +1,131 @@
+#include "exchange/archive_notes.h"
+
+#include <gtest/gtest.h>
+
+#include "bibliography/source_builder.h"
+#include "notes/note_builder.h"
+#include "notes/note_record.h"
+
+namespace lore {
+namespace {
+
+class ArchiveNotes : public testing::Test {
+protected:
+    ArchiveNotes() {
+        sources_.AddTail(FullSource(1011));
+        sources_.AddTail(FullSource(1012));
+        sources_.AddTail(FullSource(1013));
+    }
+    std::string Written(const std::vector<ArchiveNote>& entries) const {
+        RecordWriter stream;
+        WriteArchiveHead(stream, DateTime(2012, 5, 6, 7, 8, 9), static_cast<int32_t>(entries.size()));
+        for (const ArchiveNote& entry : entries)
+            WriteArchiveNote(stream, entry, authors_);
+        return stream.DiskBytes();
+    }
+    std::vector<ArchiveNote> ReadAll(const std::string& bytes) {
+        reader_.OpenBytes(bytes);
+        std::vector<ArchiveNote> entries;
+        for (ArchiveNote entry; reader_.Next(entry);)
+            entries.push_back(entry);
+        return entries;
+    }
+
+    SourceList sources_;
+    AuthorList authors_ = ThreeAuthors();
+    ReadWorld world_;
+    ArchiveNoteReader reader_{world_.context};
+};
+
+TEST_F(ArchiveNotes, TravelWithTheirSourcesAndTheAuthorsOfThese) {
+    const CNote full = FullNote(7);
+    CNote strange = SourceNote(8, {4711, 1012, 1012});
+    const std::string bytes = Written({MakeArchiveNote(full, sources_), MakeArchiveNote(strange, sources_)});
+    const std::vector<ArchiveNote> entries = ReadAll(bytes);
+    ASSERT_EQ(entries.size(), 2u);
+    EXPECT_EQ(reader_.Version(), 11.56);
+    EXPECT_EQ(reader_.ExportDate(), DateTime(2012, 5, 6, 7, 8, 9));
+    EXPECT_FALSE(reader_.SourcesNote());
+    EXPECT_EQ(RecordOf(entries[0].note), RecordOf(full));
+    ASSERT_EQ(entries[0].sources.size(), 2u);
+    const CSource& source = entries[0].sources[1];
+    EXPECT_EQ(source.SourceGUID, "{SOURCE 1013}");
+    EXPECT_FALSE(source.FormattedText.empty()) << "formatted on the way out";
+    ASSERT_EQ(source.EmbeddedAuthors.size(), 2u);
+    EXPECT_EQ(source.EmbeddedAuthors[0].last, "Jones");
+    EXPECT_EQ(source.CustomTypeCopy.name, "Letter");
+    EXPECT_EQ(source.ModifiedDate, world_.context.nowUtc) << "the date of change stays at home";
+    EXPECT_EQ(entries[1].note.sources, LongList{1012}) << "the records replace the ids";
+    EXPECT_EQ(Written(entries).substr(0, 200), bytes.substr(0, 200));
+    EXPECT_EQ(Written({entries[0]}), Written({MakeArchiveNote(full, sources_)}));
+}
+
+TEST_F(ArchiveNotes, WriteTheCountBehindTheDateAndSourcesBehindTheRecord) {
+    RecordWriter record;
+    WriteNote(&record, DayNote(5));
+    RawRecord expected;
+    expected.Real(11.56).Text("2012-05-06-07-08-09").Int(1).Raw(record.Logical()).Int(0);
+    EXPECT_EQ(Written({MakeArchiveNote(DayNote(5), sources_)}), expected.Bytes());
+}
+
+TEST_F(ArchiveNotes, TakeTheSourcesNoteInBothPlaces) {
+    const ArchiveNote all = MakeSourcesNote(sources_, world_.context.now);
+    const ArchiveNote note = MakeArchiveNote(FullNote(7), sources_);
+    RecordWriter uncounted;
+    WriteFixedDouble(&uncounted, 11.56);
+    WriteDateField(&uncounted, world_.context.now);
+    WriteArchiveNote(uncounted, all, authors_);
+    WriteFixedInt(&uncounted, 1);
+    WriteArchiveNote(uncounted, note, authors_);
+    for (const std::string& bytes : {Written({all, note}), uncounted.DiskBytes()}) {
+        const std::vector<ArchiveNote> entries = ReadAll(bytes);
+        ASSERT_EQ(entries.size(), 1u);
+        EXPECT_EQ(entries[0].note.id, 7);
+        EXPECT_EQ(entries[0].sources.size(), 2u);
+        ASSERT_TRUE(reader_.SourcesNote());
+        EXPECT_EQ(reader_.SourcesNote()->note.id, kSourcesNoteID);
+        EXPECT_EQ(reader_.SourcesNote()->sources.size(), 3u);
+        EXPECT_EQ(reader_.SourcesNote()->note.sources, (LongList{1011, 1012, 1013}));
+    }
+}
+
+TEST_F(ArchiveNotes, DropWhatIsNoNote) {
+    CNote zero = DayNote(0), negative = DayNote(-2112);
+    const std::vector<ArchiveNote> entries = ReadAll(Written(
+        {MakeArchiveNote(zero, sources_), MakeArchiveNote(negative, sources_), MakeArchiveNote(DayNote(9), sources_)}));
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].note.id, 9);
+    EXPECT_FALSE(reader_.SourcesNote());
+    EXPECT_EQ(reader_.Count(), 3);
+}
+
+TEST_F(ArchiveNotes, RefuseOnlyALaterVersion) {
+    std::string bytes = Written({MakeArchiveNote(DayNote(9), sources_)});
+    EXPECT_EQ(ReadAll(bytes).size(), 1u);
+    bytes.replace(0, 20, "0000000011.560000001");
+    EXPECT_TRUE(ReadAll(bytes).empty());
+    EXPECT_TRUE(reader_.IsLaterVersion());
+    EXPECT_EQ(reader_.Count(), 0) << "left unread";
+    EXPECT_TRUE(reader_.Open("/nonexistent/_ExpNotes.dat").Missing());
+    EXPECT_FALSE(reader_.IsLaterVersion());
+    EXPECT_TRUE(ReadAll("").empty());
+}
+
+TEST_F(ArchiveNotes, ReadRecordsOfAnOlderVersionByItsGates) {
+    RawRecord old;
+    old.Real(11.0).Text("2009-01-01-00-00-00").Int(1);
+    old.Int(5).Ints({12, 0, -1}).Text("2009-01-02-03-04-05").Text("").Text("{G}").Text("keys").Text("").Int(2112);
+    old.Int(0).Text("plain").Text("rtf").Ints({0, 0, 0});
+    old.Int(1).Text("{S}").Int(12).Text("").Ints({1, 1, 3, 6}).Int(0).Int(0);
+    old.Int(1).Int(0).Text("").Text("cited").Int(0);
+    const std::vector<ArchiveNote> entries = ReadAll(old.Bytes());
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].note.rtfText, "rtf");
+    EXPECT_EQ(entries[0].note.sources, LongList{12});
+    ASSERT_EQ(entries[0].sources.size(), 1u);
+    EXPECT_EQ(entries[0].sources[0].FormattedText, "cited");
+    EXPECT_EQ(entries[0].sources[0].YearOnly, 1);
+}
+
+}  // namespace
+}  // namespace lore
