@@ -1,0 +1,42 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+
+#include "base/text.h"
+
+namespace lore {
+
+using SampleJson = nlohmann::json;
+
+/// Null for a text that isn't JSON.
+inline SampleJson ParseSampleJson(std::string_view text) {
+    return SampleJson::parse(text, nullptr, false);
+}
+
+/// The array of a key; empty if it holds anything else.
+inline SampleJson ArrayOf(const SampleJson& json, const char* key) {
+    const auto found = json.find(key);
+    return found != json.end() && found->is_array() ? *found : SampleJson::array();
+}
+
+/// A text as the records hold it.
+inline std::string TextOf(const SampleJson& json, const char* key) {
+    const auto found = json.find(key);
+    return found != json.end() && found->is_string() ? FromUtf8(found->get_ref<const std::string&>()) : std::string();
+}
+
+/// A number, or true as 1 and false as 0.
+inline int32_t NumberOf(const SampleJson& json, const char* key, int32_t fallback = 0) {
+    const auto found = json.find(key);
+    if (found == json.end() || !(found->is_number_integer() || found->is_boolean()))
+        return fallback;
+    return found->is_boolean() ? found->get<bool>() : found->get<int32_t>();
+}
+
+inline bool FlagOf(const SampleJson& json, const char* key) {
+    return NumberOf(json, key) > 0;
+}
+
+}  // namespace lore
