@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
-#include <cstring>
 
 #include "base/text.h"
 
@@ -20,8 +19,6 @@ namespace lore {
 // gets difficult.
 
 namespace {
-
-constexpr size_t kNone = std::string_view::npos;
 
 bool IsLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -57,30 +54,64 @@ __m128i IsMarkup(__m128i bytes) {
 }
 #endif
 
-/// The next position at which the term may begin.
-size_t NextStart(std::string_view rtf, std::string_view term, size_t from) {
-    const bool alone = term.size() == 1;
-    const char second = alone ? '\0' : term[1];
+/// Walks over pairs of neighbouring bytes. `Pairs` tells for one pair (Matches) and for 16 at once (Mask) which ones
+/// are worth a visit; true as soon as `visit` gives true for the position of one. The last byte's neighbour is a zero
+/// byte.
+template <typename Pairs, typename Visit>
+bool AnyPair(std::string_view bytes, const Pairs& pairs, Visit visit) {
+    size_t at = 0;
 #if defined(__SSE2__)
-    const char fold = IsLetter(term[0]) ? 0x20 : 0;
-    const char secondFold = IsLetter(second) ? 0x20 : 0;
-    for (; from + 17 <= rtf.size(); from += 16) {
-        const char* const at = rtf.data() + from;
-        const __m128i next = Load(at + 1);
-        const __m128i goesOn =
-            alone ? _mm_set1_epi8(-1) : _mm_or_si128(IsCharacter(next, second, secondFold), IsMarkup(next));
-        const __m128i starts = _mm_and_si128(IsCharacter(Load(at), term[0], fold), goesOn);
-        if (const auto mask = static_cast<unsigned>(_mm_movemask_epi8(starts)); mask != 0)
-            return from + static_cast<size_t>(std::countr_zero(mask));
+    for (; at + 17 <= bytes.size(); at += 16) {
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(pairs.Mask(Load(&bytes[at]), Load(&bytes[at + 1]))));
+        for (; mask != 0; mask &= mask - 1) {
+            if (visit(at + static_cast<size_t>(std::countr_zero(mask))))
+                return true;
+        }
     }
 #endif
-    for (; from + 1 < rtf.size(); ++from) {
-        const bool goesOn = alone || ToLowerAscii(rtf[from + 1]) == second || MayBeMarkup(rtf[from + 1]);
-        if (ToLowerAscii(rtf[from]) == term[0] && goesOn)
-            return from;
+    for (; at < bytes.size(); ++at) {
+        if (pairs.Matches(bytes[at], at + 1 < bytes.size() ? bytes[at + 1] : '\0') && visit(at))
+            return true;
     }
-    return kNone;
+    return false;
 }
+
+/// Where a term may begin.
+struct TermStarts {
+    explicit TermStarts(std::string_view term)
+        : first(term[0]), second(term.size() > 1 ? term[1] : '\0'), alone(term.size() == 1) {}
+
+    bool Matches(char c, char next) const {
+        return ToLowerAscii(c) == first && (alone || ToLowerAscii(next) == second || MayBeMarkup(next));
+    }
+#if defined(__SSE2__)
+    __m128i Mask(__m128i bytes, __m128i next) const {
+        const __m128i starts = IsCharacter(bytes, first, FoldOf(first));
+        return alone ? starts
+                     : _mm_and_si128(starts, _mm_or_si128(IsCharacter(next, second, FoldOf(second)), IsMarkup(next)));
+    }
+    static char FoldOf(char c) {
+        return IsLetter(c) ? 0x20 : 0;
+    }
+#endif
+
+    char first, second;
+    bool alone;
+};
+
+/// The escapes that MayMakeAscii looks at.
+struct Escapes {
+    static bool Matches(char c, char next) {
+        return c == '\\' && (next == '\'' || next == 'u' || next == 'a' || next == 'c');
+    }
+#if defined(__SSE2__)
+    static __m128i Mask(__m128i bytes, __m128i next) {
+        const __m128i quoteOrU = _mm_or_si128(IsCharacter(next, '\'', 0), IsCharacter(next, 'u', 0));
+        const __m128i page = _mm_or_si128(IsCharacter(next, 'a', 0), IsCharacter(next, 'c', 0));
+        return _mm_and_si128(IsCharacter(bytes, '\\', 0), _mm_or_si128(quoteOrU, page));
+    }
+#endif
+};
 
 enum class Step { GoesOn, Breaks, Unclear };
 
@@ -132,11 +163,7 @@ bool MayStandAt(std::string_view rtf, std::string_view term, size_t at) {
 }
 
 bool MayHold(std::string_view rtf, std::string_view term) {
-    for (size_t at = NextStart(rtf, term, 0); at != kNone; at = NextStart(rtf, term, at + 1)) {
-        if (MayStandAt(rtf, term, at))
-            return true;
-    }
-    return false;
+    return AnyPair(rtf, TermStarts(term), [&](size_t at) { return MayStandAt(rtf, term, at); });
 }
 
 bool IsKnownCodePage(int64_t page) {
@@ -166,13 +193,7 @@ bool MayMakeAscii(std::string_view escape) {
 
 bool HidesAscii(std::string_view rtf) {
     constexpr size_t kLongestEscape = 20;
-    for (size_t at = rtf.find('\\'); at != kNone; at = rtf.find('\\', at)) {
-        ++at;
-        const char c = at < rtf.size() ? rtf[at] : '\0';
-        if ((c == '\'' || c == 'u' || c == 'a' || c == 'c') && MayMakeAscii(rtf.substr(at, kLongestEscape)))
-            return true;
-    }
-    return false;
+    return AnyPair(rtf, Escapes(), [&](size_t at) { return MayMakeAscii(rtf.substr(at + 1, kLongestEscape)); });
 }
 
 /// The term in ASCII, or nothing if the bytes of an RTF can't be compared with it.

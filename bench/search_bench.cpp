@@ -1,0 +1,234 @@
+// How fast a search answers: over texts in memory, beside memmem over the same bytes, and over note files on disk.
+
+#include <benchmark/benchmark.h>
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <random>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "notes/note_file.h"
+#include "notes/search_database.h"
+#include "notes/search_prefilter.h"
+#include "notes/text_cache.h"
+#include "ports/fault_notice.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+namespace {
+
+constexpr int kNotes = 20000;
+constexpr int kNotesPerFile = 10;
+constexpr size_t kWords = 60000;
+
+class NoFaults : public FaultNotice {
+public:
+    void Tell(const Fault&) override {}
+};
+
+class FixedGuids : public GuidSource {
+public:
+    std::string NewGuid() override { return "{G}"; }
+};
+
+/// Texts of 1 to 5 kB whose words come as often as those of a language; one in a thousand has a rare word.
+class TextMaker {
+public:
+    TextMaker() {
+        static constexpr char kLetters[] = "eeeeetttaaaooiinnsshhrrddllcumwfgypbvk";
+        double sum = 0;
+        for (size_t i = 0; i < kWords; ++i) {
+            std::string word;
+            for (size_t length = 2 + random_() % 9; length > 0; --length)
+                word += kLetters[random_() % (sizeof kLetters - 1)];
+            words_.push_back(word);
+            sums_.push_back(sum += 1.0 / (static_cast<double>(i) + 2.7));
+        }
+    }
+
+    std::vector<std::string> Paragraphs(int number) {
+        const size_t wanted = 1000 + random_() % 4000;
+        std::vector<std::string> paragraphs(1);
+        for (size_t got = 0; got < wanted;) {
+            const std::string& word = Word();
+            got += word.size() + 1;
+            paragraphs.back() += word;
+            if (random_() % 80 == 0) {
+                paragraphs.back() += '.';
+                paragraphs.emplace_back();
+            } else {
+                paragraphs.back() += ' ';
+            }
+        }
+        if (number % 1000 == 417)
+            paragraphs.back() += "Heliotrope NEEDLE.";
+        return paragraphs;
+    }
+
+private:
+    const std::string& Word() {
+        const double at = std::uniform_real_distribution<double>(0, sums_.back())(random_);
+        return words_[static_cast<size_t>(std::lower_bound(sums_.begin(), sums_.end(), at) - sums_.begin())];
+    }
+
+    std::mt19937 random_{20240607};
+    std::vector<std::string> words_;
+    std::vector<double> sums_;
+};
+
+std::string Joined(const std::vector<std::string>& paragraphs, const char* end) {
+    std::string text;
+    for (const std::string& paragraph : paragraphs)
+        text += (text.empty() ? "" : end) + paragraph;
+    return text;
+}
+
+CNote MakeNote(int number, const std::vector<std::string>& paragraphs) {
+    CNote note;
+    note.id = number + 1;
+    note.guid = "{0A1B2C3D-0000-1111-abcd-222233334444}";
+    note.dateCreated = note.dateEdited = DateTime(2020, 1, 1).PlusDays(number / kNotesPerFile);
+    note.plainText = Joined(paragraphs, "\r\n");
+    note.rtfText = "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Arial;}}\\fs20 {\\b A title}\\par\r\n" +
+                   Joined(paragraphs, "\\par\r\n") + "}\r\n";
+    return note;
+}
+
+/// 2,000 note files, and the folded texts of the same notes.
+struct Data {
+    std::filesystem::path folder = std::filesystem::temp_directory_path() / ("lore-bench-" + std::to_string(getpid()));
+    std::vector<std::string> rtf;
+    FoldedTexts texts;
+    TextCache cache{size_t{1} << 30};
+    std::vector<std::string> files;
+
+    Data() {
+        std::filesystem::create_directories(folder);
+        TextMaker maker;
+        std::vector<CNote> notes;
+        for (int i = 0; i < kNotes; ++i) {
+            notes.push_back(MakeNote(i, maker.Paragraphs(i)));
+            rtf.push_back(notes.back().rtfText);
+            texts.Add(notes.back().id, 0, PlainText(rtf.back()));
+            if (notes.size() < kNotesPerFile)
+                continue;
+            const std::string path = (folder / GetNoteFileName(notes[0])).string();
+            std::ofstream(path, std::ios::binary) << NoteFileBytes(notes);
+            cache.UpdateFile(path, notes);
+            files.push_back(path);
+            notes.clear();
+        }
+    }
+    ~Data() { std::filesystem::remove_all(folder); }
+
+    static Data& Get() {
+        static Data data;
+        return data;
+    }
+};
+
+NoteMatcher MatcherFor(const std::string& text) {
+    NoteSearch search;
+    ParseSearchString(text, nullptr, search);
+    return NoteMatcher(search);
+}
+
+constexpr const char* kTerms[] = {"heliotrope", "\"heliotrope\"",  "needle", "he", "qz", "e", "lamp",
+                                  "zzz",        "xy OR heliotrope"};
+
+const std::string& TermAt(const benchmark::State& state) {
+    static const std::vector<std::string> terms(std::begin(kTerms), std::end(kTerms));
+    return terms[static_cast<size_t>(state.range(0))];
+}
+
+void BM_MemmemOverAllText(benchmark::State& state) {
+    const std::string& bytes = Data::Get().texts.bytes;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(memmem(bytes.data(), bytes.size(), "heliotropa", 10));
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes.size()));
+}
+BENCHMARK(BM_MemmemOverAllText)->Unit(benchmark::kMillisecond);
+
+void BM_SearchTextsInMemory(benchmark::State& state) {
+    const Data& data = Data::Get();
+    const std::string& term = TermAt(state);
+    size_t results = 0;
+    for (auto _ : state) {
+        const NoteMatcher matcher = MatcherFor(term);
+        results = 0;
+        for (const std::string& file : data.files)
+            results += data.cache.SearchFile(file, matcher)->size();
+    }
+    state.SetLabel(term + ": " + std::to_string(results));
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * data.texts.bytes.size()));
+}
+BENCHMARK(BM_SearchTextsInMemory)->DenseRange(0, std::size(kTerms) - 1)->Unit(benchmark::kMillisecond);
+
+void BM_PrefilterRtf(benchmark::State& state) {
+    const Data& data = Data::Get();
+    const NoteMatcher matcher = MatcherFor(TermAt(state));
+    const RtfPrefilter filter(matcher);
+    int64_t bytes = 0;
+    int64_t left = 0;
+    for (auto _ : state) {
+        left = 0;
+        for (const std::string& rtf : data.rtf) {
+            left += filter.MayMatch(rtf);
+            bytes += static_cast<int64_t>(rtf.size());
+        }
+    }
+    state.SetLabel(TermAt(state) + ": " + std::to_string(left));
+    state.SetBytesProcessed(bytes);
+}
+BENCHMARK(BM_PrefilterRtf)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
+
+void BM_PlainTextOfRtf(benchmark::State& state) {
+    const Data& data = Data::Get();
+    int64_t bytes = 0;
+    std::string text;
+    for (auto _ : state) {
+        for (const std::string& rtf : data.rtf) {
+            PlainText(rtf, text);
+            bytes += static_cast<int64_t>(rtf.size());
+        }
+    }
+    state.SetBytesProcessed(bytes);
+}
+BENCHMARK(BM_PlainTextOfRtf)->Unit(benchmark::kMillisecond);
+
+void BM_FoldTexts(benchmark::State& state) {
+    const std::string& bytes = Data::Get().texts.bytes;
+    const std::string_view text = std::string_view(bytes).substr(0, bytes.find('\xFF'));
+    std::string folded;
+    for (auto _ : state) {
+        folded.clear();
+        AppendFolded(folded, text);
+        benchmark::DoNotOptimize(folded.data());
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+}
+BENCHMARK(BM_FoldTexts);
+
+void BM_SearchNoteFiles(benchmark::State& state) {
+    const Data& data = Data::Get();
+    const NoteMatcher matcher = MatcherFor(TermAt(state));
+    NoFaults faults;
+    FixedGuids guids;
+    const ReadContext context{DateTime(2026, 1, 1), DateTime(2026, 1, 1), &guids};
+    SearchOptions options;
+    options.threads = static_cast<int>(state.range(1));
+    size_t results = 0;
+    for (auto _ : state)
+        results = SearchDatabase(data.folder, matcher, options, context, faults).size();
+    state.SetLabel(TermAt(state) + ": " + std::to_string(results));
+}
+BENCHMARK(BM_SearchNoteFiles)->ArgsProduct({{1, 3, 8}, {1, 2}})->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
+}  // namespace lore
+
+BENCHMARK_MAIN();

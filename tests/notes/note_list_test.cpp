@@ -1,0 +1,157 @@
+#include "notes/note_list.h"
+
+#include <gmock/gmock.h>
+
+#include "bibliography/source_record.h"
+#include "notes/note_book_loader.h"
+#include "notes/note_builder.h"
+#include "notes/note_list_add.h"
+#include "notes/note_list_citations.h"
+#include "notes/sort_order.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+CNoteList ListOf(const std::vector<int32_t>& ids) {
+    CNoteList list;
+    for (const int32_t id : ids)
+        list.AddNote(DayNote(id, id % 28 + 1));
+    return list;
+}
+
+std::vector<int32_t> Ids(const CNoteList& list) {
+    std::vector<int32_t> ids;
+    for (const ListedNote& note : list.Notes())
+        ids.push_back(note.Id());
+    return ids;
+}
+
+std::vector<int32_t> NewOnes(const CNoteList& list) {
+    std::vector<int32_t> ids;
+    for (const ListedNote& note : list.Notes()) {
+        if (note.note->newlyAdded)
+            ids.push_back(note.Id());
+    }
+    return ids;
+}
+
+TEST(NoteList, TakesNotesInByTheActiveOrder) {
+    const struct {
+        const char* what;
+        int32_t order;
+        std::vector<int32_t> present, incoming, result, flagged;
+    } cases[] = {
+        {"behind, none doubled or moved", kAddToBottom, {10, 12}, {13, 10}, {10, 12, 13}, {13}},
+        {"behind, in the order of their dates", kAddToBottom, {1}, {9, 8, 7}, {1, 7, 8, 9}, {7, 8, 9}},
+        {"in front, the oldest first", kAddToTop, {1, 2}, {9, 8}, {8, 9, 1, 2}, {8, 9}},
+        {"in front, one that was there moves", kAddToTop, {1, 2, 3}, {5, 2}, {2, 5, 1, 3}, {2, 5}},
+        {"sorted by date added", kDateAddedDown, {3, 1}, {2, 3}, {3, 2, 1}, {2}},
+        {"by a number without a key", 710, {3, 1}, {2}, {3, 1, 2}, {2}},
+        {"without any order", kNoSort, {3, 1}, {5, 2, 5}, {3, 1, 5, 2}, {}},
+        {"up to 700 nothing is sorted", 700, {3, 1}, {2}, {3, 1, 2}, {2}},
+    };
+    for (const auto& c : cases) {
+        CNoteList list = ListOf(c.present);
+        list.EditNote(0).newlyAdded = true;
+        EXPECT_EQ(AddNotes(list, ListOf(c.incoming), c.order), c.result.size() - c.present.size()) << c.what;
+        EXPECT_EQ(Ids(list), c.result) << c.what;
+        EXPECT_EQ(NewOnes(list), c.flagged) << c.what;
+        for (const int32_t id : c.result)
+            EXPECT_EQ(list[static_cast<size_t>(list.PositionOf(id))].id, id) << c.what;
+    }
+}
+
+TEST(NoteList, TakesOneNewNoteInFrontBehindOrInItsPlace) {
+    const auto after = [](int32_t order) {
+        CNoteList list = ListOf({5, 1, 9});
+        AddSingleNote(list, ListOf({4}).Notes()[0], order);
+        EXPECT_THAT(NewOnes(list), ElementsAre(4));
+        return Ids(list);
+    };
+    EXPECT_THAT(after(kAddToTop), ElementsAre(4, 5, 1, 9));
+    EXPECT_THAT(after(kAddToBottom), ElementsAre(5, 1, 9, 4));
+    EXPECT_THAT(after(kDateAddedUp), ElementsAre(1, 4, 5, 9));
+}
+
+TEST(NoteList, FindsNotesAfterEveryKindOfChange) {
+    CNoteList list = ListOf({1, 2, 3, 4, 5, 6});
+    EXPECT_TRUE(list.RemoveNote(2));
+    EXPECT_FALSE(list.RemoveNote(2));
+    list.MoveNote(0, 3);
+    EXPECT_THAT(Ids(list), ElementsAre(3, 4, 5, 1, 6));
+    list.MoveNote(4, 1);
+    EXPECT_THAT(Ids(list), ElementsAre(3, 6, 4, 5, 1));
+    EXPECT_EQ(list.PositionOf(5), 3);
+    list.RemoveNotes({3, 5, 77});
+    EXPECT_THAT(Ids(list), ElementsAre(6, 4, 1));
+    EXPECT_EQ(list.PositionOf(4), 1);
+    list.SortNotes(kDateAddedUp);
+    EXPECT_EQ(list.PositionOf(1), 0);
+    list.AddNote(DayNote(4));
+    EXPECT_EQ(list.PositionOf(4), 1);
+    EXPECT_THAT(list.GetNoteIDs().Values(), ElementsAre(1, 4, 6));
+    list.search = {kOrOperator, "a OR b", {"a", "b"}};
+    list.RemoveAll();
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(list.PositionOf(1), -1);
+    EXPECT_EQ(list.search.searchOperator, kNoOperator);
+    EXPECT_EQ(list.search.searchText, "");
+}
+
+TEST(NoteList, HasOneFocusNoteWhichIsNoLongerNew) {
+    CNoteList list = ListOf({1, 2, 3});
+    for (size_t i = 0; i < 3; ++i)
+        list.EditNote(i).newlyAdded = true;
+    EXPECT_EQ(list.SetFocusNote(2), 2);
+    EXPECT_EQ(list.SetFocusNote(3), 3);
+    EXPECT_FALSE(list[1].selected);
+    EXPECT_TRUE(list[2].selected);
+    EXPECT_THAT(NewOnes(list), ElementsAre(1));
+    EXPECT_EQ(list.SetFocusNote(77), -1);
+    EXPECT_FALSE(list[2].selected);
+}
+
+TEST(NoteList, ReplacesASavedNoteInItsPlaceWithItsFlagsButNotItsMarks) {
+    CNoteList list = ListOf({1, 2});
+    list.SetFocusNote(1);
+    list.EditNote(0).displayRtf = "marked";
+    CNote saved = DayNote(1);
+    saved.keyWords = "changed";
+    EXPECT_TRUE(list.ReplaceNote(saved, nullptr));
+    EXPECT_EQ(list[0].keyWords, "changed");
+    EXPECT_TRUE(list[0].selected);
+    EXPECT_EQ(list[0].displayRtf, "");
+    EXPECT_FALSE(list.ReplaceNote(DayNote(7), nullptr));
+}
+
+TEST(NoteList, LoadsNotesWithTheTextsOfTheirSources) {
+    const NoteBookFolder disk;
+    ReadWorld world;
+    KeptFaults faults;
+    disk.Put("DAY01012020.dat", {DayNote(1), DayNote(2)});
+    disk.Put("SRC0000001011.dat", {SourceNote(3, {1011, 4444})});
+    OpenNoteBook book;
+    for (int32_t id = 1; id <= 3; ++id)
+        book.index.AddToIndex(disk.paths.NoteFile(id < 3 ? "DAY01012020.dat" : "SRC0000001011.dat").string(), id);
+    CSource source = MakeSource(world.context);
+    source.SourceID = 1011;
+    source.FieldTexts[0] = "The Lamp";
+    book.sources.AddTail(source);
+
+    CNoteList list;
+    EXPECT_EQ(LoadNotesToList(book, {3, 9, 1}, kNoSort, world.context, faults, list), 2U);
+    EXPECT_THAT(Ids(list), ElementsAre(3, 1));
+    ASSERT_TRUE(list.Notes()[0].citations);
+    EXPECT_THAT(*list.Notes()[0].citations, ElementsAre(testing::HasSubstr("Lamp"), ""));
+    EXPECT_FALSE(list.Notes()[1].citations);
+    EXPECT_EQ(LoadNotesToList(book, {1, 2, 3}, kSourceUp, world.context, faults, list), 1U);
+    EXPECT_THAT(Ids(list), ElementsAre(2, 1, 3));
+    EXPECT_THAT(NewOnes(list), ElementsAre(2));
+    EXPECT_THAT(faults.told, IsEmpty());
+}
+
+}  // namespace
+}  // namespace lore
