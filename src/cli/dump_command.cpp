@@ -8,7 +8,7 @@
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
-#include "exchange/export_notes.h"
+#include "exchange/archive_notes.h"
 #include "notes/note_file.h"
 #include "notes/print_preview.h"
 
@@ -172,6 +172,20 @@ Json JsonExportSource(const CSource& source) {
     for (const CAuthor& author : source.EmbeddedAuthors)
         json["EmbeddedAuthors"].push_back(JsonAuthor(author));
     return json;
+}
+
+FileResult DumpExport(const Path& path, const ReadContext& context, Dump& dump) {
+    ArchiveNoteReader reader(context);
+    const FileResult result = reader.Open(path);
+    ArchiveNote entry;
+    while (result.Ok() && reader.Next(entry))
+        dump.records.push_back(WithSources(entry.note, entry.sources, JsonExportSource));
+    dump.version = reader.Version();
+    dump.extra["exportDate"] = JsonDate(reader.ExportDate());
+    if (reader.SourcesNote())
+        dump.extra["sourcesNote"] =
+            WithSources(reader.SourcesNote()->note, reader.SourcesNote()->sources, JsonExportSource);
+    return result;
 }
 
 /// The kinds of record files, told by the name of the file.

@@ -69,13 +69,27 @@ std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, Note
         return std::nullopt;
     book.database = *database;
     book.paths = NoteBookPaths(data_, database->folder);
-    IdCounters counters{settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID),
-                        settings_.Int(Option::MaxCategoryID)};
+    IdCounters counters = Counters();
     LoadOptions options;
     options.mode = LoadMode::ReadOnly;
     options.texts = texts;
     options.keepHeads = keepHeads;
     return LoadNoteBook(book, counters, context_, faults_, options);
+}
+
+IdCounters Session::Counters() const {
+    return {settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID), settings_.Int(Option::MaxCategoryID)};
+}
+
+void Session::StoreCounters(const IdCounters& counters) {
+    settings_.Set(Option::MaxNoteID, counters.MaxNoteID);
+    settings_.Set(Option::MaxAuthorID, counters.MaxAuthorID);
+    settings_.Set(Option::MaxCategoryID, counters.MaxCategoryID);
+    for (const Option option : {Option::MaxNoteID, Option::MaxAuthorID, Option::MaxCategoryID, Option::LocalGUID})
+        settings_.Save(store_, option);
+    if (!store_.Flush())
+        faults_.Tell(
+            {"The settings could not be written", SettingsFile(options_).string(), "they keep their old values"});
 }
 
 bool Session::TakeLock(ExitStatus& status) {

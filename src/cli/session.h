@@ -56,6 +56,10 @@ public:
     /// Reads that NoteBook without changing a byte.
     std::optional<LoadReport> Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts = nullptr);
 
+    /// The last ids given out, and how a command that gave out more stores them, with the identity of the installation.
+    IdCounters Counters() const;
+    void StoreCounters(const IdCounters& counters);
+
     /// Tells a read that failed; a file that just isn't there has no records and is no failure.
     void Check(const FileResult& result, const char* what, const std::filesystem::path& path);
     /// Takes the lock for a command that writes; false, told on standard error, if another process holds it.
