@@ -49,6 +49,25 @@ bool WriteAll(int number, std::string_view bytes) {
     return true;
 }
 
+/// Reads up to the end; `expected` is how many bytes there should be, 0 for a pipe.
+FileResult ReadRest(int number, size_t expected, std::string& bytes) {
+    constexpr size_t kPiece = 65536;
+    size_t have = 0;
+    while (true) {
+        if (have == bytes.size())
+            bytes.resize(have == 0 && expected > 0 ? expected : have + kPiece);
+        const ssize_t got = ::read(number, bytes.data() + have, bytes.size() - have);
+        if (got < 0 && errno == EINTR)
+            continue;
+        const FileResult result = got < 0 ? LastError() : FileResult{};
+        have = got < 0 ? 0 : have + static_cast<size_t>(got);
+        if (got <= 0 || have == expected) {
+            bytes.resize(have);
+            return result;
+        }
+    }
+}
+
 /// A name in the same folder that no reader of the folder picks up, since it doesn't end in the old ending.
 std::filesystem::path TemporaryName(const std::filesystem::path& path) {
     static std::atomic<unsigned> counter{0};
@@ -95,23 +114,7 @@ FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
         return LastError();
     if (S_ISDIR(info.st_mode))
         return {EISDIR};
-    bytes.resize(static_cast<size_t>(info.st_size));
-    size_t have = 0;
-    while (have < bytes.size()) {
-        const ssize_t got = ::read(file.Get(), bytes.data() + have, bytes.size() - have);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0) {
-            const FileResult result = LastError();
-            bytes.clear();
-            return result;
-        }
-        if (got == 0)
-            break;
-        have += static_cast<size_t>(got);
-    }
-    bytes.resize(have);
-    return {};
+    return ReadRest(file.Get(), S_ISREG(info.st_mode) ? static_cast<size_t>(info.st_size) : 0, bytes);
 }
 
 FileResult WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace lore {
@@ -58,6 +59,21 @@ TEST_F(FileIo, WritesThroughALink) {
     ASSERT_TRUE(WriteFileAtomically(folder_ / "link.dat", "new").Ok());
     EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "link.dat"));
     EXPECT_EQ(Content("real.dat"), "new");
+}
+
+TEST_F(FileIo, ReadsAPipeToItsEnd) {
+    const std::string sent(200000, 'x');
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(::write(ends[1], sent.data(), sent.size()) == static_cast<ssize_t>(sent.size()) ? 0 : 1);
+    ::close(ends[1]);
+    std::string got;
+    EXPECT_TRUE(ReadFile("/dev/fd/" + std::to_string(ends[0]), got).Ok());
+    EXPECT_EQ(got, sent);
+    ::waitpid(child, nullptr, 0);
+    ::close(ends[0]);
 }
 
 TEST_F(FileIo, ListsFilesThatEndInDatInByteOrder) {
