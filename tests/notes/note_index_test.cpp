@@ -1,0 +1,76 @@
+#include "notes/note_index.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <random>
+
+#include "notes/note_copies.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(NoteIndex, KeepsFilesAndIdsInTheOrderOfAdding) {
+    NoteIndex index;
+    index.AddToIndex("b", LongList({3, 1}));
+    index.AddToIndex("a", 2);
+    index.AddToIndex("b", LongList({1, 4}));
+    const std::vector<CNoteIDsPath> entries = index.Entries();
+    ASSERT_EQ(entries.size(), 2u);
+    EXPECT_EQ(entries[0].path, "b");
+    EXPECT_THAT(entries[0].ids.Values(), ElementsAre(3, 1, 4));
+    EXPECT_THAT(index.AllIDs().Values(), ElementsAre(3, 1, 4, 2));
+    EXPECT_EQ(*index.FindPath(2), "a");
+    EXPECT_EQ(index.FindPath(5), nullptr);
+}
+
+TEST(NoteIndex, AnIdStandsInOneFileOnly) {
+    NoteIndex index;
+    index.AddToIndex("a", 1);
+    index.AddToIndex("b", 1);
+    index.AddToIndex("b", LongList({0, -1}));
+    EXPECT_EQ(*index.FindPath(1), "a");
+    EXPECT_EQ(index.Count(), 1u);
+    index.RemoveFromIndex(1);
+    EXPECT_TRUE(index.Entries().empty());
+    index.AddToIndex("b", 1);
+    EXPECT_EQ(*index.FindPath(1), "b");
+}
+
+TEST(NoteIndex, BehavesAsPlainListsUnderRandomChanges) {
+    std::mt19937 random(7);
+    NoteIndex index;
+    std::vector<std::vector<int32_t>> model(5);
+    for (int step = 0; step < 20000; ++step) {
+        const auto id = static_cast<int32_t>(random() % 200 + 1);
+        const size_t file = random() % model.size();
+        bool known = false;
+        for (const auto& ids : model)
+            known = known || std::find(ids.begin(), ids.end(), id) != ids.end();
+        if (random() % 2 == 0) {
+            index.AddToIndex(std::to_string(file), id);
+            if (!known)
+                model[file].push_back(id);
+        } else {
+            index.RemoveFromIndex(id);
+            for (auto& ids : model)
+                std::erase(ids, id);
+        }
+    }
+    size_t count = 0;
+    for (const CNoteIDsPath& entry : index.Entries()) {
+        EXPECT_EQ(entry.ids.Values(), model[std::stoul(entry.path)]);
+        count += entry.ids.Count();
+    }
+    EXPECT_EQ(count, index.Count());
+}
+
+TEST(NoteCopies, TheFirstAtHomeShowsElseTheFirstMet) {
+    EXPECT_THAT(ShownCopies({{1, false}, {2, false}, {1, true}, {1, true}, {2, false}, {3, true}}),
+                ElementsAre(false, true, true, false, false, true));
+    EXPECT_TRUE(ShownCopies({}).empty());
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,144 @@
+#include "notes/sync_log.h"
+
+#include <gtest/gtest.h>
+
+#include "notes/note_builder.h"
+
+namespace lore {
+namespace {
+
+SyncLog LogOf(const std::string& bytes, bool* hasHead = nullptr) {
+    TempFolder folder;
+    PutBytes(folder / "Sync.dat", bytes);
+    SyncLog log;
+    EXPECT_TRUE(LoadSyncLogFrom(folder / "Sync.dat", log, hasHead).Ok());
+    return log;
+}
+
+std::string BytesOfLog(const SyncLog& log) {
+    TempFolder folder;
+    EXPECT_TRUE(SaveSyncLogTo(folder / "Sync.dat", log).Ok());
+    return BytesOf(folder / "Sync.dat");
+}
+
+constexpr char kLinked[] =
+    "2112, 17, My Online Book, LorebinderMain, 01/01/1900 12:00:00 AM, {GUID},\r\n"
+    "5, 2112, 2112, -1, {N5}, DAY07122011.dat, 07/12/2011 02:20:24 PM, 07/12/2011 12:00:00 PM, , , 12/31/1999 11:59:59 "
+    "AM,\r\n"
+    "6, -1, -1, 44, {N6}, SRC0000000001.dat, , , , , ,\r\n";
+
+TEST(SyncLog, ReadAndWrittenUnchangedIsEqualByteForByte) {
+    const SyncLog log = LogOf(kLinked);
+    EXPECT_EQ(BytesOfLog(log), kLinked);
+    EXPECT_TRUE(log.link.IsLinked());
+    EXPECT_EQ(log.link.OnlineNoteBookID, 17);
+    EXPECT_EQ(log.link.OnlineName, "My Online Book");
+    EXPECT_EQ(log.link.LastSync, DateTime(1900, 1, 1));
+    ASSERT_EQ(log.Records().size(), 2u);
+    EXPECT_EQ(log.Records()[0].Change1, DateTime(2011, 7, 12, 14, 20, 24));
+    EXPECT_EQ(log.Records()[0].Change2, DateTime(2011, 7, 12, 12, 0, 0));
+    EXPECT_TRUE(log.Records()[0].SourcesChanged.IsNull());
+    EXPECT_EQ(log.Records()[0].CategoriesChanged, DateTime(1999, 12, 31, 11, 59, 59));
+    EXPECT_EQ(log.Records()[1].OnlineNoteId, 44);
+    EXPECT_FALSE(log.Records()[1].Changed);
+}
+
+TEST(SyncLog, MissingFileLeavesTheLogEmpty) {
+    TempFolder folder;
+    SyncLog log = LogOf(kLinked);
+    bool hasHead = true;
+    EXPECT_TRUE(LoadSyncLogFrom(folder / "Sync.dat", log, &hasHead).Missing());
+    EXPECT_FALSE(hasHead);
+    EXPECT_FALSE(log.link.IsLinked());
+    EXPECT_TRUE(log.Records().empty());
+    EXPECT_EQ(log.FindSyncInfo("{N5}"), nullptr);
+}
+
+TEST(SyncLog, HeadAloneIsAWholeFile) {
+    bool hasHead = false;
+    const SyncLog log = LogOf("-1, -1, , LorebinderMain, , {G},\r\n", &hasHead);
+    EXPECT_TRUE(hasHead);
+    EXPECT_FALSE(log.link.IsLinked());
+    EXPECT_EQ(log.link.DesktopName, "LorebinderMain");
+    EXPECT_TRUE(log.link.LastSync.IsNull());
+    EXPECT_TRUE(log.Records().empty());
+    LogOf("", &hasHead);
+    EXPECT_FALSE(hasHead);
+}
+
+TEST(SyncLog, ChangedIsTrueForOneValueOnly) {
+    const std::string head = "-1, -1, , , , ,\r\n";
+    for (const auto& [text, changed] :
+         {std::pair{"2112", true}, {"-1", false}, {"1", false}, {"", false}, {" 2112 ", true}}) {
+        const SyncLog log = LogOf(head + "1, 2112, " + text + ", 3, k, f, , , , , ,\n");
+        ASSERT_EQ(log.Records().size(), 1u);
+        EXPECT_EQ(log.Records()[0].Changed, changed) << text;
+    }
+}
+
+TEST(SyncLog, CommaInAFileNamePutsTheRestOutOfStep) {
+    const SyncLog log = LogOf("-1, -1, , , , ,\n1, 2112, 2112, 3, key, a,b.dat, 07/12/2011 02:20:24 PM, , , , ,\n");
+    ASSERT_EQ(log.Records().size(), 1u);
+    EXPECT_EQ(log.Records()[0].NoteFile, "a");
+    EXPECT_TRUE(log.Records()[0].Change1.IsNull());
+    EXPECT_EQ(log.Records()[0].Change2, DateTime(2011, 7, 12, 14, 20, 24));
+}
+
+TEST(SyncLog, ShortLinesKeepTheDefaultsOfWhatIsMissing) {
+    const SyncLog log = LogOf("2112, 5\n\n7, 2112, 2112,\n   \n8");
+    EXPECT_EQ(log.link.OnlineNoteBookID, 5);
+    EXPECT_EQ(log.link.NoteBookGuid, "");
+    ASSERT_EQ(log.Records().size(), 2u);
+    EXPECT_EQ(log.Records()[0].OnlineNoteId, -1);
+    EXPECT_TRUE(log.Records()[0].Changed);
+    EXPECT_EQ(log.Records()[1].NoteId, 8);
+    EXPECT_EQ(log.Records()[1].SyncState, -1);
+}
+
+TEST(SyncLog, NamesCanNotBreakTheirLine) {
+    SyncLog log;
+    log.link.OnlineName = "a,b\nc\rd";
+    log.link.DesktopName = ",,";
+    const SyncLog read = LogOf(BytesOfLog(log));
+    EXPECT_EQ(read.link.OnlineName, "a b c d");
+    EXPECT_EQ(read.link.DesktopName, "");
+    EXPECT_TRUE(read.Records().empty());
+}
+
+TEST(SyncLog, ReplacesByKeyOrAdds) {
+    SyncLog log = LogOf(kLinked);
+    CSyncInfo info = *log.FindSyncInfo("{N6}");
+    info.Changed = true;
+    log.ReplaceSyncInfo(info);
+    EXPECT_EQ(log.Records().size(), 2u);
+    EXPECT_TRUE(log.FindSyncInfo("{N6}")->Changed);
+    info.NoteKey = "{n6}";
+    log.ReplaceSyncInfo(info);
+    EXPECT_EQ(log.Records().size(), 3u);
+    log.ResetLink();
+    EXPECT_EQ(log.FindSyncInfo("{N6}"), nullptr);
+    EXPECT_EQ(BytesOfLog(log), "-1, -1, , , , ,\r\n");
+}
+
+TEST(SyncLog, DatesThatDoNotReadAreNull) {
+    for (const char* text : {"", "13/01/2011 01:00:00 AM", "02/30/2011 01:00:00 AM", "07/12/2011 00:10:00 AM",
+                             "07/12/2011 13:10:00 PM", "07/12/2011 01:10:00", "07/12/2011 01:10:00 XM", "7-12-2011",
+                             "07/12/2011 01:10:60 PM", "-7/12/2011 01:10:00 PM", "07/12/2011", "x"})
+        EXPECT_TRUE(ParseSyncDate(text).IsNull()) << text;
+    EXPECT_EQ(ParseSyncDate("7/2/2011 1:02:03 pm"), DateTime(2011, 7, 2, 13, 2, 3));
+    EXPECT_EQ(ParseSyncDate("07/12/2011 12:00:00 AM"), DateTime(2011, 7, 12));
+}
+
+TEST(SyncLog, SurvivesCutsAndFlippedBits) {
+    const std::string bytes = kLinked;
+    for (size_t at = 0; at <= bytes.size(); ++at)
+        ASSERT_LE(LogOf(bytes.substr(0, at)).Records().size(), 3u);
+    for (size_t bit = 0; bit < bytes.size() * 8; ++bit) {
+        std::string flipped = bytes;
+        flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
+        ASSERT_LE(LogOf(flipped).Records().size(), 4u) << bit;
+    }
+}
+
+}  // namespace
+}  // namespace lore
