@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
@@ -57,8 +58,14 @@ void BoardView::Impl::ChangeFocus(int row, bool reveal) {
     }
     if (row >= 0 && reveal)
         Reveal(row);
-    if (changed)
-        emit view.SelectionChanged(id);
+    if (!changed)
+        return;
+    if (row >= 0 && QAccessible::isActive()) {
+        QAccessibleEvent focus(&view, QAccessible::Focus);
+        focus.setChild(row);
+        QAccessible::updateAccessibility(&focus);
+    }
+    emit view.SelectionChanged(id);
 }
 
 void BoardView::Impl::Reveal(int row) {

@@ -35,9 +35,8 @@ BoardView::BoardView(const BoardModel& model, const Theme& theme, QWidget* paren
     impl_->emptyPane = new BoardEmptyPane(theme, viewport());
     connect(impl_->emptyPane, &BoardEmptyPane::ActionClicked, this, &BoardView::FirstStepRequested);
     connect(&theme, &Theme::Changed, this, [this] {
-        impl_->store.DropCards();
-        impl_->Settle();
-        viewport()->update();
+        impl_->store.ForgetHeights();
+        Rebuild();
     });
     connect(&impl_->store.Pictures(), &PictureCache::Loaded, viewport(), qOverload<>(&QWidget::update));
     connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, [this] { impl_->Settle(); });
@@ -137,6 +136,14 @@ void BoardView::resizeEvent(QResizeEvent* event) {
         impl_->AnchorAt(impl_->topRow, impl_->topOffset);
     }
     impl_->Settle();
+}
+
+void BoardView::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() != QEvent::FontChange || !impl_)
+        return;
+    impl_->store.ForgetHeights();
+    Rebuild();
 }
 
 void BoardView::scrollContentsBy(int, int dy) {

@@ -13,7 +13,7 @@ class Theme;
 /// What the board says when its list is empty: a line in large type, a sentence, and the first step as a button.
 struct BoardEmptyState {
     QString title, text, action;  ///< without `action` there is no button
-    QString logo;                 ///< path of a picture; the program's own one if it can't be read
+    QString logo = {};            ///< path of a picture; the program's own one if it can't be read
 };
 
 /// The notes of the current list as cards, one under the other. Only the cards in sight are laid out and painted, so
@@ -88,6 +88,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     struct Impl;

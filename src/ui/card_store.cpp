@@ -119,6 +119,12 @@ void CardStore::DropCards() {
     byNote_.clear();
 }
 
+void CardStore::ForgetHeights() {
+    DropCards();
+    measured_.clear();
+    ChooseHeights();
+}
+
 void CardStore::DropNote(int32_t noteId) {
     for (Measured& known : measured_)
         known.heights.erase(noteId);

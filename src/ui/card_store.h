@@ -30,6 +30,8 @@ public:
     bool IsMeasured(int row) const;
 
     void DropCards();
+    /// Drops cards and measured heights: fonts may be other ones now.
+    void ForgetHeights();
     /// Forgets the card and the heights of one note.
     void DropNote(int32_t noteId);
 

@@ -8,6 +8,7 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QStandardPaths>
 #include <QSvgRenderer>
 #include <algorithm>
@@ -158,8 +159,14 @@ QIcon Theme::Icon(const QString& name, ColorRole role) const {
 
 QPixmap Theme::IconPixmap(const QString& name, ColorRole role, int size, qreal devicePixelRatio) const {
     const int device = qRound(size * devicePixelRatio);
-    QPixmap picture = LineIconEngine(name, Color(role)).pixmap(QSize(device, device), QIcon::Normal, QIcon::Off);
+    const QString key =
+        QStringLiteral("lore %1 %2 %3 %4").arg(name, Color(role).name()).arg(device).arg(devicePixelRatio);
+    QPixmap picture;
+    if (QPixmapCache::find(key, &picture))
+        return picture;
+    picture = LineIconEngine(name, Color(role)).pixmap(QSize(device, device), QIcon::Normal, QIcon::Off);
     picture.setDevicePixelRatio(devicePixelRatio);
+    QPixmapCache::insert(key, picture);
     return picture;
 }
 
