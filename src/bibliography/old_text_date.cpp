@@ -41,7 +41,7 @@ std::vector<std::string_view> SplitDate(std::string_view text, std::string_view 
         if (parts.size() == kMostParts)
             return {};
         const size_t end = std::min(text.find_first_of(marks, at), text.size());
-        parts.push_back(text.substr(at, end - at));
+        parts.push_back(Trim(text.substr(at, end - at)));
         at = end;
     }
     return parts;

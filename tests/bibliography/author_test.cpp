@@ -1,0 +1,165 @@
+#include <chrono>
+#include <gtest/gtest.h>
+
+#include "bibliography/author_list.h"
+#include "bibliography/author_name.h"
+#include "bibliography/author_text.h"
+#include "bibliography/source_builder.h"
+
+namespace lore {
+namespace {
+
+TEST(AuthorName, TakesTheFormOfItsFlags) {
+    struct Case {
+        std::string first, middle, last;
+        NameForm form;
+        std::string inverted, natural;
+    };
+    const Case cases[] = {
+        {"John", "Q", "Smith", {false, true, true}, "Smith, John Q.", "John Q. Smith"},
+        {"John", "Q", "Smith", {true, true, true}, "Smith, J. Q.", "J. Q. Smith"},
+        {"John", "Q", "Smith", {true, false, true}, "Smith, J.Q.", "J.Q. Smith"},
+        {"John", "Q", "Smith", {true, true, false}, "Smith, J.", "J. Smith"},
+        {"", "", "Smith", {true, true, true}, "Smith,", " Smith"},
+        {"Plato", "", "", {false, true, true}, "Plato", "Plato"},
+        {"Plato", "", "", {true, true, true}, "Plato", "Plato"},
+        {"J", "", "Smith", {false, true, true}, "Smith, J.", "J. Smith"},
+        {"", "Q", "Smith", {true, true, true}, "Smith, Q.", " Q. Smith"},
+        {"\xC3\xA9mile", "", "Zola", {true, false, true}, "Zola, \xC3\xA9.", "\xC3\xA9. Zola"},
+        {"\xE9mile", "", "Zola", {true, false, true}, "Zola, \xE9.", "\xE9. Zola"},
+        {"\xC3\xA9", "", "Zola", {false, false, true}, "Zola, \xC3\xA9.", "\xC3\xA9. Zola"},
+        {"", "", "", {true, true, true}, "", ""},
+    };
+    for (const Case& c : cases) {
+        const CAuthor author = Author(1, c.first, c.middle, c.last);
+        EXPECT_EQ(FormatAuthorInverted(author, c.form), c.inverted);
+        EXPECT_EQ(FormatAuthorNatural(author, c.form), c.natural);
+    }
+    EXPECT_EQ(FormatAuthorBrief(Author(1, "John", "Q", "Smith")), "J.Q. Smith");
+    EXPECT_EQ(FormatAuthorBrief(Author(1, "Plato", "", "")), "Plato");
+}
+
+TEST(AuthorText, JoinsNamesUpToTheLimit) {
+    const AuthorList authors = ThreeAuthors();
+    struct Case {
+        LongList ids;
+        int conjunction, separator;
+        int32_t limit;
+        std::string text;
+    };
+    const Case cases[] = {
+        {{1, 2, 3}, 1, 1, 6, "Smith, John, Mary Jones, and Carl West"},
+        {{1, 2, 3}, 1, 1, 2, "Smith, John, Mary Jones, et al"},
+        {{1, 2}, 1, 1, 1, "Smith, John, et al"},
+        {{1, 2, 3}, 1, 1, 1, "Smith, John, et al"},
+        {{1, 2}, 1, 1, 2, "Smith, John, and Mary Jones"},
+        {{1, 2}, 1, 1, 0, "et al"},
+        {{1, 2}, 1, 1, -4, "et al"},
+        {{1, 9, 2}, 2, 2, 6, "Smith, John; et al"},
+        {{1, 9}, 2, 2, 6, "Smith, John; & et al"},
+        {{1, 2}, 7, 7, 6, "Smith, John Mary Jones"},
+        {{1, 2}, 2, 3, 6, "Smith, John. & Mary Jones"},
+        {{}, 1, 1, 6, ""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(AuthorsFirstInverted(c.ids, authors, {{}, c.conjunction, c.separator, c.limit}), c.text);
+}
+
+TEST(AuthorText, CompactNamesLoseTheirMarksAndTheListItsLastPeriods) {
+    AuthorList authors;
+    authors.AddAuthor(Author(1, "J.R.", "", "Roe, Jr."));
+    authors.AddAuthor(Author(2, "Ann", "", "Lee..."));
+    EXPECT_EQ(AuthorsCompact({1, 2}, authors, {{false, false, true}, 2, 1, 6}), "Roe Jr JR, & Lee Ann");
+    EXPECT_EQ(AuthorsAllInverted({2, 1}, authors, {{true, false, true}, 1, 1, 6}), "Lee..., A., and Roe, Jr., J");
+    EXPECT_EQ(AuthorsFirstInverted({1, 2}, authors, {{false, false, true}, 1, 1, 6}), "Roe, Jr., J.R., and Ann Lee");
+    EXPECT_EQ(AuthorsForFilter({1, 2, 1, 2, 1, 2, 1}, authors),
+              "Roe Jr J, Lee A, Roe Jr J, Lee A, Roe Jr J, Lee A, et al");
+}
+
+TEST(AuthorList, FindsTheFirstOfEqualIdsAndNames) {
+    AuthorList authors = ThreeAuthors();
+    EXPECT_FALSE(authors.AddAuthor(Author(2, "Other", "", "Name")));
+    EXPECT_EQ(authors.FindAuthorByID(2)->first, "Mary");
+    authors.AddAuthor(Author(9, "Mary", "", "Jones"));
+    EXPECT_EQ(authors.FindAuthorByName(Author(77, "Mary", "", "Jones")), 2);
+    EXPECT_EQ(authors.FindAuthorByName(Author(2, "mary", "", "Jones")), -1);
+    CAuthor reserved = Author(2, "Mary", "", "Jones");
+    reserved.reserved2 = "x";
+    EXPECT_EQ(authors.FindAuthorByName(reserved), -1);
+    authors.RemoveAuthor(2);
+    EXPECT_EQ(authors.FindAuthorByName(Author(0, "Mary", "", "Jones")), 9);
+    EXPECT_EQ(authors.FindAuthorByID(2), nullptr);
+}
+
+TEST(AuthorList, NextIdIsAboveTheHighest) {
+    AuthorList authors;
+    EXPECT_EQ(authors.NextAuthorID(), 1);
+    authors.AddAuthor(Author(9, "", "", "Nine"));
+    authors.AddAuthor(Author(3, "", "", "Three"));
+    EXPECT_EQ(authors.NextAuthorID(), 10);
+    authors.RemoveAuthor(9);
+    EXPECT_EQ(authors.NextAuthorID(), 4);
+    authors.AddAuthor(Author(2147483647, "", "", "Last"));
+    EXPECT_EQ(authors.NextAuthorID(), 2147483647);
+}
+
+TEST(AuthorList, UpdateTrimsAndRefusesNoName) {
+    AuthorList authors = ThreeAuthors();
+    EXPECT_FALSE(authors.UpdateAuthor(Author(2, " ", "Q", "\t")));
+    EXPECT_FALSE(authors.UpdateAuthor(Author(8, "A", "", "B")));
+    EXPECT_TRUE(authors.UpdateAuthor(Author(2, " May ", " ", " Jonas ")));
+    EXPECT_EQ(authors.FindAuthorByName(Author(0, "May", "", "Jonas")), 2);
+    EXPECT_EQ(authors.FindAuthorByName(Author(0, "Mary", "", "Jones")), -1);
+}
+
+TEST(AuthorFile, HoldsTheExactBytesAndComesBackEqual) {
+    TempFolder folder;
+    AuthorList authors;
+    authors.AddAuthor(Author(7, "Jo\nAn", "Q", ""));
+    ASSERT_TRUE(authors.SaveAuthors(folder / "Authors.dat").Ok());
+    EXPECT_EQ(BytesOf(folder / "Authors.dat"),
+              "0000000011.560000000"
+              "0000000000000001"
+              "0000000000000007"
+              "0000000000000005Jo\r\nAn"
+              "0000000000000001Q"
+              "0000000000000000"
+              "0000000000000000"
+              "0000000000000000");
+    AuthorList read;
+    ASSERT_TRUE(read.LoadAuthors(folder / "Authors.dat").Ok());
+    EXPECT_EQ(read.FindAuthorByName(authors[0]), 7);
+    EXPECT_TRUE(read.ReadWhole());
+    EXPECT_DOUBLE_EQ(read.Version(), 11.56);
+    ASSERT_TRUE(read.SaveAuthors(folder / "Old.dat", 11.2).Ok());
+    EXPECT_TRUE(BytesOf(folder / "Old.dat").starts_with("0000000011.200000000"));
+}
+
+TEST(AuthorFile, EveryCutLeavesTheWholeAuthorsAndIsNoticed) {
+    TempFolder folder;
+    ASSERT_TRUE(ThreeAuthors().SaveAuthors(folder / "a").Ok());
+    const std::string bytes = BytesOf(folder / "a");
+    for (size_t cut = 0; cut < bytes.size(); ++cut) {
+        PutBytes(folder / "b", bytes.substr(0, cut));
+        AuthorList authors = ThreeAuthors();
+        EXPECT_TRUE(authors.LoadAuthors(folder / "b").Ok());
+        EXPECT_FALSE(authors.ReadWhole()) << cut;
+        EXPECT_LE(authors.Count(), 3u);
+    }
+}
+
+TEST(AuthorFile, MissingFileIsAnEmptyListAndHugeCountsCostNothing) {
+    TempFolder folder;
+    AuthorList authors = ThreeAuthors();
+    EXPECT_TRUE(authors.LoadAuthors(folder / "none").Missing());
+    EXPECT_EQ(authors.Count(), 0u);
+    EXPECT_TRUE(authors.ReadWhole());
+    PutBytes(folder / "huge", "0000000011.5600000000000002000000000");
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_TRUE(authors.LoadAuthors(folder / "huge").Ok());
+    EXPECT_LE(authors.Count(), 1000u);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,290 @@
+#include "bibliography/citation.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <sstream>
+
+#include "bibliography/author_text.h"
+#include "bibliography/custom_type_list.h"
+#include "bibliography/source_builder.h"
+
+namespace lore {
+namespace {
+
+std::vector<std::string> SplitAt(const std::string& line, char mark) {
+    std::vector<std::string> parts(1);
+    for (const char c : line) {
+        if (c == mark)
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    }
+    return parts;
+}
+
+std::string SpansOf(const CSource& source) {
+    std::ostringstream out;
+    for (size_t i = 0; i < source.SpanKinds.Count(); ++i) {
+        out << (i > 0 ? " " : "") << source.SpanKinds[i] << ':' << source.SpanStarts[i] << '-' << source.SpanEnds[i];
+    }
+    return out.str();
+}
+
+/// A file of sources and the citations that they must give.
+class CitationFile {
+public:
+    explicit CitationFile(const std::string& path) : file_(path) {}
+
+    /// Reads up to the next source, false at the end.
+    bool NextSource(CSource& source) {
+        for (std::vector<std::string> parts = Line(); parts[0] != "cite"; parts = Line()) {
+            if (parts[0] == "slots")
+                slots_[parts[1]].assign(parts.begin() + 2, parts.end());
+            else if (parts[0] == "author")
+                authors.AddAuthor(Author(authors.NextAuthorID(), parts[1], parts[2], parts[3]));
+            else if (parts[0].empty())
+                return false;
+            else
+                ADD_FAILURE() << "a line too many: " << parts[0];
+        }
+        source = SourceOf(line_);
+        return true;
+    }
+
+    std::string Expected(const std::string& name) {
+        const std::vector<std::string> parts = Line();
+        EXPECT_EQ(parts[0], name);
+        return parts.size() > 1 ? parts[1] : "";
+    }
+
+    const std::string& LastLine() const { return text_; }
+
+    AuthorList authors;
+
+private:
+    const std::vector<std::string>& Line() {
+        text_.clear();
+        std::getline(file_, text_);
+        return line_ = SplitAt(text_, '\t');
+    }
+
+    // cite, style, type, slots, bits of the slots that are set, date (0 none, 1 date, 2 year only, 3 typed, 4 both),
+    // ids, limit
+    CSource SourceOf(const std::vector<std::string>& parts) {
+        CSource source;
+        source.FormatStyle = std::stoi(parts[1]);
+        source.SourceType = std::stoi(parts[2]);
+        for (size_t slot = 0; slot < slots_[parts[3]].size(); ++slot) {
+            if (std::stoi(parts[4]) >> slot & 1)
+                source.FieldTexts[slot] = slots_[parts[3]][slot];
+        }
+        const int date = std::stoi(parts[5]);
+        source.HasDate = date == 1 || date == 2 || date == 4;
+        source.YearOnly = date == 2;
+        source.UseDateText = date > 2;
+        source.DateText = "Spring 1999";
+        source.SourceDate = DateTime(1998, 5, 7);
+        for (const std::string& id : SplitAt(parts[6], ',')) {
+            if (!id.empty())
+                source.AuthorIDs.AddTail(std::stoi(id));
+        }
+        source.AuthorsBeforeEtAl = std::stoi(parts[7]);
+        return source;
+    }
+
+    std::ifstream file_;
+    std::string text_;
+    std::vector<std::string> line_;
+    std::map<std::string, std::vector<std::string>> slots_;
+};
+
+TEST(Citation, EveryStyleAndTypeGivesTheTextsAndSpansOfTheExpectedFile) {
+    CitationFile file(LORE_TEST_DATA "/bibliography/citations.txt");
+    CSource source;
+    std::map<std::pair<int, int>, int> cells;
+    while (file.NextSource(source)) {
+        SCOPED_TRACE(file.LastLine());
+        FormatSource(source, file.authors);
+        EXPECT_EQ(source.FormattedText, file.Expected("text"));
+        EXPECT_EQ(source.AuthorText, file.Expected("authors"));
+        EXPECT_EQ(SpansOf(source), file.Expected("spans"));
+        ++cells[{source.FormatStyle, source.SourceType}];
+    }
+    EXPECT_EQ(cells.size(), 98u);
+}
+
+TEST(Citation, FormattingTwiceGivesTheSameAsOnce) {
+    CitationFile file(LORE_TEST_DATA "/bibliography/citations.txt");
+    CSource source;
+    while (file.NextSource(source)) {
+        FormatSource(source, file.authors);
+        const std::string text = source.FormattedText, spans = SpansOf(source);
+        FormatSource(source, file.authors);
+        EXPECT_EQ(source.FormattedText, text);
+        EXPECT_EQ(SpansOf(source), spans);
+        for (const char* name : {"text", "authors", "spans"})
+            file.Expected(name);
+    }
+}
+
+TEST(Citation, StylesOutsideTheTableAreEmptyAndUnknownTypesKeepTheirText) {
+    struct Case {
+        int32_t style, type;
+        std::string text;
+    };
+    for (const Case& c : {Case{14, 1, ""}, Case{-1, 7, ""}, Case{1, 9, "kept"}, Case{1, 0, "kept"},
+                          Case{1, 1000, "kept"}, Case{1, -5, "kept"}, Case{1, 1001, ""}}) {
+        CSource source;
+        source.FormatStyle = c.style;
+        source.SourceType = c.type;
+        source.FieldTexts[0] = "Title";
+        source.FormattedText = "kept";
+        source.SpanKinds = source.SpanStarts = source.SpanEnds = {1};
+        FormatSource(source, {});
+        EXPECT_EQ(source.FormattedText, c.text) << c.style << " " << c.type;
+        EXPECT_EQ(SpansOf(source), "");
+    }
+}
+
+TEST(Citation, IdBehindARemovedAuthorStaysForOneMoreFormat) {
+    const AuthorList authors = ThreeAuthors();
+    CSource source;
+    source.AuthorIDs = {1, 8, 9, 2};
+    FormatSource(source, authors);
+    EXPECT_EQ(source.AuthorIDs, (LongList{1, 9, 2}));
+    EXPECT_EQ(source.AuthorText, "Smith JQ, et al.");
+    FormatSource(source, authors);
+    EXPECT_EQ(source.AuthorIDs, (LongList{1, 2}));
+    EXPECT_EQ(source.AuthorText, "Smith JQ, & Jones M.");
+}
+
+TEST(Citation, ManyUnknownAuthorsAreHalvedAtEachFormat) {
+    std::vector<int32_t> ids(200000, 77);
+    CSource source;
+    source.AuthorIDs = LongList(std::move(ids));
+    FormatSource(source, {});
+    EXPECT_EQ(source.AuthorIDs.Count(), 100000u);
+}
+
+TEST(Citation, DateTextFillsSlotTwoEvenInAShortList) {
+    CSource source;
+    source.FieldTexts = {"Title"};
+    source.HasDate = true;
+    source.SourceDate = DateTime(1998, 5, 7);
+    FormatSource(source, {});
+    EXPECT_EQ(source.FieldTexts, (std::vector<std::string>{"Title", "", "1998"}));
+    EXPECT_EQ(source.FormattedText, "Title. 1998. ");
+    source.SourceDate = DateTime::Invalid();
+    FormatSource(source, {});
+    EXPECT_EQ(source.FormattedText, "Title. Invalid DateTime. ");
+}
+
+TEST(Citation, CapitalsCoverEveryLetterOfTheCharacterSet) {
+    AuthorList authors;
+    authors.AddAuthor(Author(1, "Zo\xC3\xAB", "", "M\xC3\xBCller"));
+    CSource source;
+    source.FormatStyle = 2;
+    source.AuthorIDs = {1};
+    FormatSource(source, authors);
+    EXPECT_EQ(source.AuthorText, "M\xC3\x9CLLER, Z.");
+}
+
+CSource OfCustomType() {
+    CSource source;
+    source.SourceType = 1101;
+    source.AuthorIDs = {1};
+    source.HasDate = true;
+    source.SourceDate = DateTime(1998, 5, 7);
+    source.FieldTexts = {"Lights"};
+    source.CustomTypeCopy = MakeCustomType(DateTime());
+    source.CustomTypeCopy.fields[3].value = "Box 17";
+    return source;
+}
+
+TEST(CustomCitation, FieldsFollowTheirOrderWithTheirEndMarks) {
+    CSource source = OfCustomType();
+    FormatSource(source, ThreeAuthors());
+    EXPECT_EQ(source.FormattedText, "Smith JQ; 1998, May 07. Lights. Box 17. ");
+    EXPECT_EQ(source.AuthorText, "Smith JQ");
+    EXPECT_EQ(source.FieldTexts.size(), 1u);
+
+    std::vector<CCustomSourceField>& fields = source.CustomTypeCopy.fields;
+    fields[0].end = CCustomSourceField::None;
+    fields[1].end = CCustomSourceField::Colon;
+    fields[2].end = 99;
+    fields[3].kind = 17;
+    FormatSource(source, ThreeAuthors());
+    EXPECT_EQ(source.FormattedText, "Smith JQ 1998, May 07: Lights ");
+}
+
+TEST(CustomCitation, FlagsGiveTheEightKindsOfEmphasis) {
+    const int kinds[] = {-1, 1, 2, 5, 3, 6, 4, 7};
+    for (unsigned flags = 0; flags < 8; ++flags) {
+        CSource source = OfCustomType();
+        for (CCustomSourceField& field : source.CustomTypeCopy.fields) {
+            field.italics = flags & 1u;
+            field.bold = flags & 2u;
+            field.underline = flags & 4u;
+        }
+        FormatSource(source, ThreeAuthors());
+        const std::string k = std::to_string(kinds[flags]);
+        EXPECT_EQ(SpansOf(source), flags == 0 ? "" : k + ":0-7 " + k + ":10-21 " + k + ":24-29 " + k + ":32-37");
+    }
+}
+
+TEST(CustomCitation, DamagedTypeWithManyLongFieldsStaysSmall) {
+    CSource source = OfCustomType();
+    source.FieldTexts[0] = std::string(100000, 'x');
+    source.CustomTypeCopy.fields.assign(20000, {CCustomSourceField::Title, 1, "", "", true, false, false});
+    FormatSource(source, {});
+    EXPECT_LT(source.FormattedText.size(), 700000u);
+}
+
+TEST(CitationField, OrdinalsFollowTheLastTwoDigits) {
+    const std::map<std::string, std::string> ordinals = {
+        {"", ""},         {"0", "0th"},     {"1", "1st"},   {"2", "2nd"},   {"3", "3rd"},     {"4", "4th"},
+        {"11", "11th"},   {"12", "12th"},   {"13", "13th"}, {"21", "21st"}, {"22", "22nd"},   {"103", "103rd"},
+        {"111", "111th"}, {"112", "112th"}, {"1x", "1xth"}, {"x1", "x1st"}, {"2/3", "2/3rd"}, {"1 ", "1 th"}};
+    for (const auto& [text, ordinal] : ordinals)
+        EXPECT_EQ(MakeOrdinal(text), ordinal);
+}
+
+TEST(CitationField, OnlyABareNumberBecomesAnOrdinal) {
+    CSource source;
+    for (const auto& [text, result] : std::map<std::string, std::string>{
+             {"3", "<3rd>!"}, {"3rd", "<3rd>!"}, {"2/3", "<2/3rd>!"}, {"3.", "<3.>!"}, {"3'", "<3'th>!"}, {"", ""}}) {
+        source.FieldTexts[5] = text;
+        EXPECT_EQ(MakeField(source, 5, "<", ">", "!", true), result);
+    }
+    EXPECT_EQ(MakeField(source, 99, "<", ">"), "");
+    source.FieldTexts[14] = " ";
+    EXPECT_TRUE(HasField(source, 14));
+    EXPECT_FALSE(HasField(source, 15));
+}
+
+TEST(CitationSpan, FirstPlaceCountsAndOneLetterHasNone) {
+    struct Case {
+        std::string text, citation, spans;
+    };
+    for (const Case& c :
+         {Case{"Dover", "Dover J. Dover.", "1:0-4"}, Case{" Lights ", "The Lights.", "1:4-9"}, Case{"A", "An A.", ""},
+          Case{"AB", "AB", "1:0-1"}, Case{"x", "", ""}, Case{" ", "a b", ""}, Case{"absent", "The Lights.", ""}}) {
+        CSource source;
+        MarkText(source, c.text, kItalic, c.citation);
+        EXPECT_EQ(SpansOf(source), c.spans) << c.text;
+    }
+}
+
+TEST(CitationSpan, FirstSpanThatHoldsAPositionDecides) {
+    CSource source;
+    source.SpanStarts = {2, 4, 10};
+    source.SpanEnds = {5, 8, 10};
+    source.SpanKinds = {kBold, kUnderline};
+    const int32_t expected[] = {-1, -1, 2, 2, 2, 2, 3, 3, 3, -1, 1, -1};
+    for (int32_t i = 0; i < 12; ++i)
+        EXPECT_EQ(EmphasisAt(source, i), expected[i]) << i;
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,202 @@
+#include "bibliography/source_list.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+#include "base/text.h"
+#include "bibliography/citation.h"
+#include "bibliography/source_builder.h"
+#include "bibliography/source_groups.h"
+
+namespace lore {
+namespace {
+
+std::vector<int32_t> IdsOf(const SourceList& list) {
+    std::vector<int32_t> ids;
+    for (const CSource& source : list)
+        ids.push_back(source.SourceID);
+    return ids;
+}
+
+TEST(SourceList, NewIdsBeginAt1011) {
+    SourceList list;
+    EXPECT_EQ(list.NewSourceID(), 1011);
+    list.AddTail(FullSource(5));
+    list.AddTail(FullSource(7));
+    EXPECT_EQ(list.NewSourceID(), 1011);
+    list.AddTail(FullSource(1500));
+    EXPECT_EQ(list.NextSourceID(), 1500);
+    EXPECT_EQ(list.NewSourceID(), 1501);
+    EXPECT_TRUE(list.RemoveSource(1500));
+    EXPECT_EQ(list.NewSourceID(), 1011);
+    list.AddTail(FullSource(2147483647));
+    EXPECT_EQ(list.NewSourceID(), 2147483647);
+}
+
+TEST(SourceList, FindsTheFirstOfEqualKeysThroughEveryChange) {
+    SourceList list;
+    for (const int32_t id : {7, 8, 7})
+        list.AddTail(FullSource(id));
+    list[2].FieldTexts[0] = "second seven";
+    EXPECT_EQ(list.FindSourceByID(7), &list[0]);
+    EXPECT_EQ(list.FindSourceByGUID("{SOURCE 8}"), &list[1]);
+    EXPECT_EQ(list.FindSourceByGUID("{source 8}"), nullptr);
+    EXPECT_TRUE(list.RemoveSource(7));
+    EXPECT_EQ(list.FindSourceByID(7)->FieldTexts[0], "second seven");
+    EXPECT_TRUE(list.ReplaceSource(8, FullSource(9)));
+    EXPECT_EQ(list.FindSourceByID(8), nullptr);
+    EXPECT_EQ(list.FindSourceByGUID("{SOURCE 9}"), &list[0]);
+    EXPECT_FALSE(list.ReplaceSource(8, FullSource(8)));
+    EXPECT_FALSE(list.RemoveSource(8));
+    const SourceList copy = list;
+    EXPECT_EQ(copy.FindSourceByID(9), &copy[0]);
+}
+
+TEST(SourceList, SortsCitationsAsTheSelectionDoes) {
+    const std::string z(30, 'z');
+    SourceList list;
+    int32_t id = 0;
+    for (const std::string& text :
+         {std::string("{late"), std::string("Banana"), std::string("apple"), z + "a", std::string("Apple"), z,
+          std::string("9 lives"), std::string("\xC3\xA9t\xC3\xA9"), std::string(""), std::string("banana")})
+        list.AddTail(CitationOnly(++id, text));
+    list.SortSources({});
+    EXPECT_EQ(IdsOf(list), (std::vector<int32_t>{9, 7, 5, 3, 10, 2, 6, 1, 4, 8}));
+    EXPECT_EQ(list.FindSourceByID(6), &list[6]);
+}
+
+TEST(SourceList, SortAgreesWithTheSlowSelectionOnRandomCitations) {
+    std::mt19937 random(11);
+    const std::string letters = "aAbBzZ{ 9\xE9";
+    for (int round = 0; round < 200; ++round) {
+        SourceList list;
+        std::vector<std::string> lowered;
+        const unsigned count = random() % 40;
+        for (unsigned i = 0; i < count; ++i) {
+            std::string text(random() % 3 == 0 ? 29 + random() % 3 : random() % 3, 'z');
+            if (random() % 3 != 0)
+                text += letters[random() % letters.size()];
+            lowered.push_back(ToLower(text));
+            list.AddTail(CitationOnly(static_cast<int32_t>(i), text));
+        }
+        std::vector<int32_t> expected;
+        for (const size_t position : SlowSelection(lowered, std::string(30, 'z'), true))
+            expected.push_back(static_cast<int32_t>(position));
+        list.SortSources({});
+        ASSERT_EQ(IdsOf(list), expected) << round;
+    }
+}
+
+TEST(SourceList, ComparesByCitationsIgnoringCase) {
+    EXPECT_EQ(CompareSources(CitationOnly(1, "ABC"), CitationOnly(2, "abc")), 0);
+    EXPECT_LT(CompareSources(CitationOnly(1, "abc"), CitationOnly(2, "ABD")), 0);
+    SourceList shorter, longer;
+    shorter.AddTail(CitationOnly(1, "a"));
+    longer.AddTail(CitationOnly(2, "A"));
+    EXPECT_EQ(CompareSourceLists(shorter, longer), 0);
+    longer.AddTail(CitationOnly(3, "b"));
+    EXPECT_LT(CompareSourceLists(shorter, longer), 0);
+    shorter[0].FormattedText = "b";
+    EXPECT_GT(CompareSourceLists(shorter, longer), 0);
+}
+
+TEST(SourceList, TiesNotesToKnownSourcesOnly) {
+    SourceList list;
+    list.AddTail(FullSource(7));
+    list.AddTail(FullSource(8));
+    list.AddTail(FullSource(0));
+    for (const int32_t source : {7, 7, 8, 0, -3, 99})
+        list.AddNoteID(source, 5);
+    list.AddNoteID(7, 6);
+    EXPECT_EQ(list[0].NoteIDs, (LongList{5, 6}));
+    EXPECT_EQ(list[1].NoteIDs, LongList{5});
+    EXPECT_TRUE(list[2].NoteIDs.IsEmpty());
+    list.RemoveNoteID(8, 5);
+    EXPECT_TRUE(list[1].NoteIDs.IsEmpty());
+    list.RemoveNoteIDFromAll(5);
+    EXPECT_EQ(list[0].NoteIDs, LongList{6});
+}
+
+TEST(SourceList, GroupsByExactKeysAndSumsTheNotes) {
+    SourceList list;
+    for (int32_t id = 1; id <= 4; ++id)
+        list.AddTail(FullSource(id));
+    list[0].FieldTexts = {"Lights", "Press"};
+    list[1].FieldTexts = {"lights", "Press"};
+    list[2].FieldTexts = {"Lights"};
+    list[3].FieldTexts = {};
+    list[2].AuthorText = "Smith J.";
+    list[0].NoteIDs = {1, 2};
+    list[1].NoteIDs = {2};
+    struct Group {
+        std::string key;
+        std::vector<size_t> positions;
+        size_t notes;
+    };
+    const auto check = [&](SourceGrouping grouping, const std::vector<Group>& expected) {
+        const std::vector<SourceGroup> groups = GroupSources(list, grouping);
+        ASSERT_EQ(groups.size(), expected.size());
+        for (size_t i = 0; i < groups.size(); ++i) {
+            EXPECT_EQ(groups[i].key, expected[i].key);
+            EXPECT_EQ(groups[i].positions, expected[i].positions);
+            EXPECT_EQ(groups[i].noteCount, expected[i].notes);
+        }
+    };
+    check(SourceGrouping::Publication, {{"Press", {0, 1}, 3}, {"", {2, 3}, 0}});
+    check(SourceGrouping::Title, {{"Lights", {0, 2}, 2}, {"lights", {1}, 1}, {"", {3}, 0}});
+    check(SourceGrouping::Author, {{"", {0, 1, 3}, 3}, {"Smith J.", {2}, 0}});
+}
+
+TEST(SourceList, SavingFormatsTheListOnce) {
+    TempFolder folder;
+    ReadWorld world;
+    SourceList list;
+    list.AddTail(FullSource(7));
+    list[0].AuthorIDs = {8, 9, 2};
+    ASSERT_TRUE(list.SaveSources(folder / "a", ThreeAuthors()).Ok());
+    EXPECT_EQ(list[0].AuthorIDs, (LongList{9, 2}));
+    ASSERT_TRUE(list.LoadSources(folder / "a", world.context).Ok());
+    EXPECT_EQ(list[0].AuthorIDs, (LongList{9, 2}));
+    EXPECT_EQ(list[0].AuthorText, "et al");
+}
+
+TEST(SourceList, SavingOverAFolderFailsAndKeepsTheList) {
+    TempFolder folder;
+    std::filesystem::create_directories(folder / "Sources.dat" / "x");
+    SourceList list;
+    list.AddTail(FullSource(7));
+    EXPECT_FALSE(list.SaveSources(folder / "Sources.dat", {}).Ok());
+    EXPECT_EQ(list.Count(), 1u);
+}
+
+TEST(Bibliography, HoldsFormattedCopiesInListOrder) {
+    TempFolder folder;
+    ReadWorld world;
+    SourceList list;
+    EXPECT_TRUE(list.SaveBibliography(folder / "Bib.dat", {}).Ok());
+    EXPECT_FALSE(std::filesystem::exists(folder / "Bib.dat"));
+    for (const int32_t id : {9, 7}) {
+        CSource source = FullSource(id);
+        source.SourceType = 1;
+        list.AddTail(source);
+    }
+    ASSERT_TRUE(list.SaveBibliography(folder / "Bib.dat", ThreeAuthors()).Ok());
+    EXPECT_EQ(list[0].FormattedText, "");
+    const std::string bytes = BytesOf(folder / "Bib.dat");
+    EXPECT_TRUE(bytes.starts_with("0000000011.5600000000000000000000002"));
+    RecordReader in(bytes);
+    ReadFixedDouble(&in);
+    std::vector<int32_t> ids;
+    ReadCounted(&in, [&] {
+        CSource source;
+        ReadBibliographySource(&in, world.context, source);
+        ids.push_back(source.SourceID);
+        EXPECT_TRUE(source.FormattedText.starts_with("Jones, M., & Smith, J. Q. (Spring 1998). "))
+            << source.FormattedText;
+    });
+    EXPECT_EQ(ids, (std::vector<int32_t>{9, 7}));
+    EXPECT_TRUE(in.AtEnd());
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,326 @@
+#include "bibliography/source_record.h"
+
+#include <chrono>
+#include <gtest/gtest.h>
+
+#include "bibliography/citation.h"
+#include "bibliography/custom_type_list.h"
+#include "bibliography/old_text_date.h"
+#include "bibliography/source_builder.h"
+#include "bibliography/source_list.h"
+
+namespace lore {
+namespace {
+
+/// Which parts of a record a version has, told apart from the reader's own constants.
+struct Shape {
+    double version;
+    bool guid, body, date, modified, typed;
+};
+
+constexpr Shape kShapes[] = {
+    {0.5, false, false, false, false, false},   {0.9500006, false, false, false, false, false},
+    {0.951, true, false, false, false, false},  {0.9520007, true, false, false, false, false},
+    {0.953, true, true, false, false, false},   {1.20005, true, true, false, false, false},
+    {1.3, true, true, true, false, false},      {1.34, true, true, true, false, false},
+    {1.35, true, true, true, true, false},      {9.99, true, true, true, true, false},
+    {10.0, true, true, true, false, false},     {10.5, true, true, true, false, false},
+    {11.16008, true, true, true, false, false}, {11.2, true, true, true, true, false},
+    {11.24005, true, true, true, true, false},  {11.25, true, true, true, true, true},
+    {11.56, true, true, true, true, true},
+};
+
+void WriteBodyFields(RecordWriter* out, const CSource& source) {
+    for (const int32_t value : {source.FormatStyle, source.SourceType, source.IndentSpaces, source.AuthorsBeforeEtAl})
+        WriteFixedInt(out, value);
+    WriteLongList(out, source.AuthorIDs);
+    WriteFixedInt(out, static_cast<int32_t>(source.FieldTexts.size()));
+    for (const std::string& text : source.FieldTexts)
+        WriteCountedString(out, text);
+}
+
+void WriteOfShape(RecordWriter* out, const CSource& source, const Shape& shape) {
+    if (shape.guid)
+        WriteCountedString(out, source.SourceGUID);
+    WriteFixedInt(out, source.SourceID);
+    WriteCountedString(out, source.AuthorText);
+    if (shape.body)
+        WriteBodyFields(out, source);
+    else
+        for (const char* text : {"5/7/1998", "Title", "Publisher", "Three", "Four"})
+            WriteCountedString(out, text);
+    if (shape.date) {
+        WriteFixedInt(out, 1);
+        WriteFixedInt(out, 1);
+        WriteDateField(out, source.SourceDate);
+    }
+    if (shape.modified)
+        WriteDateField(out, source.ModifiedDate);
+    if (shape.typed) {
+        WriteFixedInt(out, source.UseDateText);
+        WriteCountedString(out, source.DateText);
+        WriteCustomTypeBlock(out, source.CustomTypeCopy);
+    }
+}
+
+SourceList LoadOfShape(const Shape& shape, const std::vector<CSource>& sources, const ReadContext& context) {
+    TempFolder folder;
+    RecordWriter out;
+    WriteFixedDouble(&out, shape.version);
+    WriteFixedInt(&out, static_cast<int32_t>(sources.size()));
+    for (const CSource& source : sources)
+        WriteOfShape(&out, source, shape);
+    PutBytes(folder / "Sources.dat", out.DiskBytes());
+    SourceList list;
+    EXPECT_TRUE(list.LoadSources(folder / "Sources.dat", context).Ok());
+    EXPECT_TRUE(list.ReadWhole());
+    return list;
+}
+
+TEST(SourceRecord, EveryVersionReadsItsFieldsAndDefaultsTheRest) {
+    for (const Shape& shape : kShapes) {
+        SCOPED_TRACE(shape.version);
+        ReadWorld world;
+        CSource first = FullSource(1011);
+        first.FieldTexts[2] = "5/7/1998";
+        const SourceList list = LoadOfShape(shape, {first, FullSource(1012)}, world.context);
+        ASSERT_EQ(list.Count(), 2u);
+        EXPECT_EQ(list[1].SourceID, 1012);
+        const CSource& source = list[0];
+        EXPECT_EQ(source.SourceID, 1011);
+        EXPECT_EQ(source.SourceGUID, shape.guid ? "{SOURCE 1011}" : "{GUID 1}");
+        EXPECT_EQ(source.FormatStyle, shape.body ? 9 : 1);
+        EXPECT_EQ(source.AuthorIDs, shape.body ? (LongList{2, 1}) : LongList());
+        EXPECT_EQ(source.FieldTexts.size(), shape.body ? 11u : 15u);
+        EXPECT_EQ(source.FieldTexts[1], shape.body ? "Harbor Press" : "Publisher");
+        EXPECT_EQ(source.FieldTexts[4], shape.body ? "4-5" : "Four");
+        EXPECT_TRUE(source.HasDate);
+        EXPECT_EQ(source.SourceDate, shape.date ? DateTime(1998, 5, 7, 1, 2, 3) : DateTime(1998, 5, 7));
+        EXPECT_EQ(source.YearOnly, shape.date ? 1 : 0);
+        EXPECT_EQ(source.ModifiedDate, shape.modified ? first.ModifiedDate : world.context.nowUtc);
+        EXPECT_EQ(source.UseDateText, shape.typed ? 1 : 0);
+        EXPECT_EQ(source.DateText, shape.typed ? "Spring 1998" : "");
+        EXPECT_EQ(source.CustomTypeCopy.name, shape.typed ? "Letter" : "");
+        EXPECT_EQ(source.CustomTypeCopy.fields.size(), shape.typed ? 2u : 4u);
+    }
+}
+
+TEST(SourceRecord, EmptyGuidIsFilledAtEveryVersion) {
+    ReadWorld world;
+    CSource source = FullSource(1011);
+    source.SourceGUID.clear();
+    EXPECT_EQ(LoadOfShape(kShapes[16], {source, source}, world.context)[1].SourceGUID, "{GUID 2}");
+}
+
+TEST(SourceRecord, MainFormHasItsFieldsInOrder) {
+    ReadWorld world;
+    CSource source = MakeSource(world.context);
+    source.SourceID = 1011;
+    source.SourceGUID = "G";
+    source.AuthorIDs = {4};
+    source.HasDate = true;
+    source.FieldTexts = {"T"};
+    source.CustomTypeCopy.fields.clear();
+    const std::string empty = "0000000000000000";
+    EXPECT_EQ(RecordOf(source),
+              "0000000000000001G"
+              "0000000000001011" +
+                  empty +
+                  "0000000000000001"
+                  "0000000000000001"
+                  "0000000000000003"
+                  "0000000000000006"
+                  "0000000000000001"
+                  "0000000000000004"
+                  "0000000000000001"
+                  "0000000000000001T" +
+                  empty +
+                  "0000000000002112"
+                  "00000000000000192026-03-14-15-09-26"
+                  "00000000000000192026-03-14-14-09-26" +
+                  empty + empty + empty + empty + "00000000000000192026-03-14-14-09-26" + empty);
+}
+
+TEST(SourceRecord, OldTextDateIsReadAsAPersonWroteIt) {
+    struct Case {
+        std::string text;
+        bool hasDate;
+        DateTime date;
+        int32_t yearOnly;
+    };
+    const Case cases[] = {
+        {"1998", true, DateTime(1998, 1, 1), 1},
+        {" 1998", true, DateTime(1998, 1, 1), 1},
+        {"1001", true, DateTime(1001, 1, 1), 1},
+        {"1000", false, {}, 0},
+        {"2999", true, DateTime(2999, 1, 1), 1},
+        {"3000", false, {}, 0},
+        {"5/7/1998", true, DateTime(1998, 5, 7), 0},
+        {"05-07-1998", true, DateTime(1998, 5, 7), 0},
+        {"2/30/1998", false, {}, 0},
+        {"13/1/1998", false, {}, 0},
+        {"5/7/98", false, {}, 0},
+        {"", false, {}, 0},
+        {"July 12, 2011", true, DateTime(2011, 7, 12), 0},
+        {"12 jul. 2011", true, DateTime(2011, 7, 12), 0},
+        {"12-Sept-2011", true, DateTime(2011, 9, 12), 0},
+        {"May 1998", true, DateTime(1998, 5, 1), 0},
+        {"Ma 1998", false, {}, 0},
+        {"May", false, {}, 0},
+        {"May 5 6 1998", false, {}, 0},
+        {"n.d.", false, {}, 0},
+        {"1998-05-07", false, {}, 1},
+        {"2011/7/12", false, {}, 1},
+        {"5/7/19981", false, {}, 0},
+    };
+    for (const Case& c : cases) {
+        CSource source;
+        source.FieldTexts[kDateSlot] = c.text;
+        TakeOldTextDate(source);
+        EXPECT_EQ(source.HasDate, c.hasDate) << c.text;
+        EXPECT_EQ(source.YearOnly, c.yearOnly) << c.text;
+        EXPECT_EQ(source.FieldTexts[kDateSlot], c.text);
+        if (c.hasDate) {
+            EXPECT_EQ(source.SourceDate, c.date) << c.text;
+        }
+    }
+}
+
+TEST(SourceRecord, ExportFormCarriesCitationAndAuthorsButNoModifiedDate) {
+    ReadWorld world;
+    CSource source = FullSource(1011);
+    source.SourceType = 1;
+    source.AuthorIDs = {2, 8, 1};
+    RecordWriter out;
+    WriteExportSource(&out, source, ThreeAuthors());
+    EXPECT_EQ(source.FormattedText, "");
+    CSource read;
+    RecordReader in(out.DiskBytes());
+    ReadExportSource(&in, kDataVersion, world.context, read);
+    EXPECT_TRUE(in.AtEnd());
+    EXPECT_FALSE(in.RanOut());
+    FormatSource(source, ThreeAuthors());
+    EXPECT_EQ(read.FormattedText, source.FormattedText);
+    ASSERT_EQ(read.EmbeddedAuthors.size(), 2u);
+    EXPECT_EQ(read.EmbeddedAuthors[0].last, "Jones");
+    EXPECT_EQ(read.EmbeddedAuthors[1].middle, "Q");
+    EXPECT_EQ(read.ModifiedDate, world.context.nowUtc);
+    read.ModifiedDate = source.ModifiedDate;
+    EXPECT_EQ(RecordOf(read), RecordOf(source));
+}
+
+TEST(SourceRecord, ExportFormOfOldVersionsHasTwoGatesOnly) {
+    for (const double version : {0.9, 1.2, 1.3, 11.24005}) {
+        SCOPED_TRACE(version);
+        ReadWorld world;
+        CSource source = FullSource(1011);
+        source.FieldTexts[2] = "May 7, 1998";
+        RecordWriter out;
+        WriteCountedString(&out, source.SourceGUID);
+        WriteFixedInt(&out, source.SourceID);
+        WriteCountedString(&out, "Jones M.");
+        WriteBodyFields(&out, source);
+        if (version > 1.25) {
+            WriteFixedInt(&out, 0);
+            WriteFixedInt(&out, 2112);
+            WriteDateField(&out, DateTime(1998, 5, 7));
+        }
+        WriteCountedString(&out, "The citation.");
+        WriteAuthorRecords(&out, {Author(2, "Mary", "", "Jones")});
+        RecordReader in(out.DiskBytes());
+        CSource read;
+        ReadExportSource(&in, version, world.context, read);
+        EXPECT_TRUE(in.AtEnd());
+        EXPECT_EQ(read.SourceDate, DateTime(1998, 5, 7));
+        EXPECT_EQ(read.FormattedText, "The citation.");
+        EXPECT_EQ(read.EmbeddedAuthors.at(0).last, "Jones");
+        EXPECT_EQ(read.CustomTypeCopy.fields.size(), 4u);
+    }
+}
+
+TEST(SourceRecord, BibliographyFormKeepsCitationAndSpans) {
+    ReadWorld world;
+    CSource source = FullSource(1011);
+    source.SourceType = 1;
+    FormatSource(source, ThreeAuthors());
+    RecordWriter out;
+    WriteBibliographySource(&out, source);
+    RecordReader in(out.DiskBytes());
+    CSource read;
+    ReadBibliographySource(&in, world.context, read);
+    EXPECT_TRUE(in.AtEnd());
+    EXPECT_EQ(read.FormattedText, source.FormattedText);
+    EXPECT_EQ(read.SpanKinds, source.SpanKinds);
+    EXPECT_EQ(read.SpanStarts, source.SpanStarts);
+    EXPECT_EQ(read.SpanEnds, source.SpanEnds);
+    EXPECT_FALSE(read.SpanKinds.IsEmpty());
+}
+
+TEST(SourceFile, ReadAndWrittenUnchangedIsEqualByteForByte) {
+    TempFolder folder;
+    ReadWorld world;
+    const AuthorList authors = ThreeAuthors();
+    SourceList list;
+    CSource plain = MakeSource(world.context);
+    plain.SourceID = 1013;
+    plain.SourceGUID = "{P}";
+    for (CSource source : {FullSource(1011), plain, FullSource(5)})
+        list.AddTail(std::move(source));
+    ASSERT_TRUE(list.SaveSources(folder / "a", authors).Ok());
+    SourceList read;
+    ASSERT_TRUE(read.LoadSources(folder / "a", world.context).Ok());
+    ASSERT_TRUE(read.SaveSources(folder / "b", authors).Ok());
+    EXPECT_EQ(BytesOf(folder / "b"), BytesOf(folder / "a"));
+    EXPECT_TRUE(BytesOf(folder / "a").starts_with("0000000011.5600000000000000000000003"));
+}
+
+TEST(SourceFile, RecordsWithoutAnIdAreDropped) {
+    ReadWorld world;
+    const SourceList list = LoadOfShape(kShapes[16], {FullSource(-1), FullSource(3), FullSource(0)}, world.context);
+    ASSERT_EQ(list.Count(), 1u);
+    EXPECT_EQ(list[0].SourceID, 3);
+}
+
+TEST(SourceFile, EveryCutKeepsTheWholeRecordsBeforeIt) {
+    TempFolder folder;
+    ReadWorld world;
+    SourceList list;
+    list.AddTail(FullSource(1011));
+    list.AddTail(FullSource(1012));
+    ASSERT_TRUE(list.SaveSources(folder / "a", ThreeAuthors()).Ok());
+    const std::string bytes = BytesOf(folder / "a");
+    const size_t second = bytes.find("{SOURCE 1012}") - 16;
+    for (size_t cut = 0; cut < bytes.size(); ++cut) {
+        PutBytes(folder / "b", bytes.substr(0, cut));
+        SourceList read;
+        EXPECT_TRUE(read.LoadSources(folder / "b", world.context).Ok());
+        EXPECT_FALSE(read.ReadWhole()) << cut;
+        EXPECT_LE(read.Count(), 2u);
+        if (cut >= second) {
+            EXPECT_EQ(RecordOf(read[0]), RecordOf(list[0])) << cut;
+        }
+    }
+}
+
+TEST(SourceFile, HugeCountsAtAnyPlaceCostNothing) {
+    TempFolder folder;
+    ReadWorld world;
+    SourceList list;
+    list.AddTail(FullSource(1011));
+    ASSERT_TRUE(list.SaveSources(folder / "a", ThreeAuthors()).Ok());
+    const std::string bytes = BytesOf(folder / "a");
+    const auto begin = std::chrono::steady_clock::now();
+    for (size_t at = 20; at + 16 <= bytes.size(); ++at) {
+        std::string damaged = bytes;
+        damaged.replace(at, 16, "0000002000000000");
+        PutBytes(folder / "b", damaged);
+        SourceList read;
+        EXPECT_TRUE(read.LoadSources(folder / "b", world.context).Ok());
+        EXPECT_LE(read.Count(), 1001u);
+        read.SortSources(ThreeAuthors());
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include "bibliography/citation.h"
+
+namespace lore {
+namespace {
+
+struct Case {
+    std::string text;
+    int width;
+    int32_t indent;
+    std::string wrapped;
+    int lines;
+};
+
+TEST(WrapCitation, BreaksAtBlanksAndIndentsEveryLineEnd) {
+    const Case cases[] = {
+        {"The quick brown fox jumps over the lazy dog", 10, 2,
+         "The quick\n  brown\n  fox\n  jumps\n  over the\n  lazy dog\n  ", 6},
+        {"abcdefghij kl", 4, 2, "abcd\n  efgh\n  ij\n  kl\n  ", 4},
+        {"abcd efgh", 4, 3, "abcd\n   e\n   f\n   g\n   h\n   ", 5},
+        {"abcd efgh", 9, 3, "abcd efgh\n   ", 1},
+        {"  abcd efgh ", 0, 1, "abcd efgh\n ", 1},
+        {"abcd efgh", -3, 0, "abcd efgh\n", 1},
+        {"one two three", 4, 9, "one\n         two three\n         ", 2},
+        {"one  two", 4, 0, "one\ntwo\n", 2},
+        {"ab   cd", 3, 0, "ab\ncd\n", 2},
+        {"", 10, 3, "", 0},
+        {" ", 10, 3, "", 0},
+    };
+    for (const Case& c : cases) {
+        CSource source;
+        source.IndentSpaces = c.indent;
+        const WrappedCitation wrapped = WrapCitation(source, c.text, c.width);
+        EXPECT_EQ(wrapped.text, c.wrapped);
+        EXPECT_EQ(wrapped.lines, c.lines) << c.text;
+    }
+}
+
+TEST(WrapCitation, WidthCountsCharactersOfTheBytesAsTheyRead) {
+    CSource source;
+    source.IndentSpaces = 0;
+    EXPECT_EQ(WrapCitation(source, "\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9 ab", 4).text,
+              "\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\nab\n");
+    EXPECT_EQ(WrapCitation(source, "\xC3\xA9\xC3\xA9\xC3\xA9", 2).text, "\xC3\xA9\xC3\xA9\n\xC3\xA9\n");
+    EXPECT_EQ(WrapCitation(source, "\xE9\xE9\xE9\xE9", 2).text, "\xE9\xE9\n\xE9\xE9\n");
+}
+
+TEST(WrapCitation, NegativeIndentBecomesZeroInTheSource) {
+    CSource source;
+    source.IndentSpaces = -7;
+    EXPECT_EQ(WrapCitation(source, "ab cd", 2).text, "ab\ncd\n");
+    EXPECT_EQ(source.IndentSpaces, 0);
+}
+
+TEST(WrapCitation, HugeIndentOfADamagedRecordCostsLittle) {
+    CSource source;
+    source.IndentSpaces = 2000000000;
+    const WrappedCitation wrapped = WrapCitation(source, std::string(100000, 'x'), 1);
+    EXPECT_EQ(wrapped.lines, 100000);
+    EXPECT_LT(wrapped.text.size(), 60000000u);
+}
+
+TEST(WrapCitation, SpansMoveWithTheIndentsBeforeThem) {
+    CSource source;
+    source.IndentSpaces = 2;
+    source.FormattedText = "The quick brown fox jumps over the lazy dog";
+    source.SpanKinds = {1, 2, 3};
+    source.SpanStarts = {10, 0, 40};
+    source.SpanEnds = {18, 8, 42};
+    EXPECT_EQ(WrapSource(source, 10), 6);
+    const auto spanned = [&](size_t i) {
+        const auto start = static_cast<size_t>(source.SpanStarts[i]);
+        return source.FormattedText.substr(start, static_cast<size_t>(source.SpanEnds[i]) - start + 1);
+    };
+    EXPECT_EQ(spanned(0), "brown\n  fox");
+    EXPECT_EQ(spanned(1), "The quick");
+    EXPECT_EQ(spanned(2), "dog");
+}
+
+TEST(WrapCitation, SpanListsOfDifferentLengthStayAsTheyAre) {
+    CSource source;
+    source.SpanStarts = {4};
+    const WrappedCitation wrapped = WrapCitation(source, "ab cd ef", 3);
+    EXPECT_EQ(wrapped.spanStarts, LongList{4});
+    EXPECT_TRUE(wrapped.spanEnds.IsEmpty());
+}
+
+}  // namespace
+}  // namespace lore
