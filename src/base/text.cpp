@@ -73,6 +73,8 @@ int ParseInt(std::string_view text) {
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+'))
         text.remove_prefix(1);
+    // Nearly all digits of a number field are zeros in front.
+    text.remove_prefix(std::min(text.find_first_not_of('0'), text.size()));
     constexpr int64_t kBeyond = int64_t{std::numeric_limits<int32_t>::max()} + 1;
     int64_t value = 0;
     for (size_t i = 0; i < text.size() && IsDigit(text[i]); ++i)

@@ -1,6 +1,5 @@
 #include "notes/search_folded.h"
 
-#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -49,6 +48,36 @@ bool IsWordCharacterAt(std::string_view text, size_t at) {
     return text[at] != kSeparator && IsWordCharacter(Decode(text.substr(at)));
 }
 
+/// The first position from `from` on of a byte beyond ASCII.
+size_t AsciiEnd(std::string_view text, size_t from) {
+    constexpr uint64_t kHighBits = 0x8080808080808080;
+    uint64_t block;
+    for (; from + sizeof block <= text.size(); from += sizeof block) {
+        std::memcpy(&block, text.data() + from, sizeof block);
+        if ((block & kHighBits) != 0)
+            break;
+    }
+    while (from < text.size() && static_cast<unsigned char>(text[from]) < 0x80)
+        ++from;
+    return from;
+}
+
+/// Lower-cases a text without bytes beyond ASCII, eight bytes at a time.
+void FoldAscii(char* text, size_t length) {
+    constexpr uint64_t kOnes = 0x0101010101010101;
+    uint64_t block;
+    size_t at = 0;
+    for (; at + sizeof block <= length; at += sizeof block) {
+        std::memcpy(&block, text + at, sizeof block);
+        // Each sum reaches the high bit of its byte: from 'A' on, and behind 'Z'.
+        const uint64_t upper = (block + kOnes * (0x80 - 'A')) & ~(block + kOnes * (0x7F - 'Z')) & (kOnes * 0x80);
+        block |= upper >> 2;
+        std::memcpy(text + at, &block, sizeof block);
+    }
+    for (; at < length; ++at)
+        text[at] = static_cast<char>(text[at] | (text[at] >= 'A' && text[at] <= 'Z' ? 0x20 : 0));
+}
+
 #if defined(__SSE2__)
 /// One bit for each of 16 positions at which both bytes stand.
 unsigned PairMask(const char* first, __m128i firstByte, const char* second, __m128i secondByte) {
@@ -63,14 +92,10 @@ unsigned PairMask(const char* first, __m128i firstByte, const char* second, __m1
 
 void AppendFolded(std::string& folded, std::string_view utf8) {
     for (size_t i = 0; i < utf8.size();) {
-        size_t end = i;
-        while (end < utf8.size() && static_cast<unsigned char>(utf8[end]) < 0x80)
-            ++end;
+        const size_t end = AsciiEnd(utf8, i);
         const size_t from = folded.size();
         folded.append(utf8, i, end - i);
-        std::for_each(folded.begin() + static_cast<std::ptrdiff_t>(from), folded.end(), [](char& c) {
-            c = static_cast<char>(c | (static_cast<unsigned char>(c - 'A') < 26 ? 0x20 : 0));
-        });
+        FoldAscii(folded.data() + from, end - i);
         for (i = end; i < utf8.size() && static_cast<unsigned char>(utf8[i]) >= 0x80; i += SequenceLength(utf8[i]))
             AppendUtf8(folded, FoldCase(Decode(utf8.substr(i))));
     }

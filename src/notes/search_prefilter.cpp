@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <iterator>
+#include <optional>
 
 #include "base/text.h"
 
@@ -30,7 +32,8 @@ char ToLowerAscii(char c) {
 
 /// Line ends, the backslash and braces; a few more bytes do no harm.
 bool MayBeMarkup(char c) {
-    return static_cast<unsigned char>(c) < 0x20 || (static_cast<unsigned char>(c & 0xDF) - 0x5BU) <= 2;
+    const auto value = static_cast<signed char>(c);
+    return value < 0x20 || (value | 0x20) > 'z';
 }
 
 #if defined(__SSE2__)
@@ -38,78 +41,43 @@ __m128i Load(const char* at) {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
 }
 
-__m128i IsAtMost(__m128i bytes, char limit) {
-    return _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(limit)), bytes);
-}
-
-/// Letters compare without regard to case: `fold` is 0x20 for a letter, else 0.
-__m128i IsCharacter(__m128i bytes, char character, char fold) {
-    return _mm_cmpeq_epi8(_mm_or_si128(bytes, _mm_set1_epi8(fold)), _mm_set1_epi8(character));
-}
-
 __m128i IsMarkup(__m128i bytes) {
-    const __m128i upper = _mm_and_si128(bytes, _mm_set1_epi8(static_cast<char>(0xDF)));
-    const __m128i braces = IsAtMost(_mm_sub_epi8(upper, _mm_set1_epi8(0x5B)), 2);
-    return _mm_or_si128(braces, IsAtMost(bytes, 0x1F));
+    const __m128i lower = _mm_or_si128(bytes, _mm_set1_epi8(0x20));
+    return _mm_or_si128(_mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20)), _mm_cmpgt_epi8(lower, _mm_set1_epi8('z')));
 }
 #endif
-
-/// Walks over pairs of neighbouring bytes. `Pairs` tells for one pair (Matches) and for 16 at once (Mask) which ones
-/// are worth a visit; true as soon as `visit` gives true for the position of one. The last byte's neighbour is a zero
-/// byte.
-template <typename Pairs, typename Visit>
-bool AnyPair(std::string_view bytes, const Pairs& pairs, Visit visit) {
-    size_t at = 0;
-#if defined(__SSE2__)
-    for (; at + 17 <= bytes.size(); at += 16) {
-        auto mask = static_cast<unsigned>(_mm_movemask_epi8(pairs.Mask(Load(&bytes[at]), Load(&bytes[at + 1]))));
-        for (; mask != 0; mask &= mask - 1) {
-            if (visit(at + static_cast<size_t>(std::countr_zero(mask))))
-                return true;
-        }
-    }
-#endif
-    for (; at < bytes.size(); ++at) {
-        if (pairs.Matches(bytes[at], at + 1 < bytes.size() ? bytes[at + 1] : '\0') && visit(at))
-            return true;
-    }
-    return false;
-}
 
 /// Where a term may begin.
-struct TermStarts {
+class TermStarts {
+public:
     explicit TermStarts(std::string_view term)
-        : first(term[0]), second(term.size() > 1 ? term[1] : '\0'), alone(term.size() == 1) {}
+        : first_(term[0]), second_(term.size() > 1 ? term[1] : '\0'), alone_(term.size() == 1) {
+#if defined(__SSE2__)
+        const auto foldOf = [](char c) { return _mm_set1_epi8(IsLetter(c) ? 0x20 : 0); };
+        firsts_ = _mm_set1_epi8(first_);
+        firstFold_ = foldOf(first_);
+        seconds_ = _mm_set1_epi8(second_);
+        secondFold_ = foldOf(second_);
+        any_ = _mm_set1_epi8(alone_ ? -1 : 0);
+#endif
+    }
 
     bool Matches(char c, char next) const {
-        return ToLowerAscii(c) == first && (alone || ToLowerAscii(next) == second || MayBeMarkup(next));
+        return ToLowerAscii(c) == first_ && (alone_ || ToLowerAscii(next) == second_ || MayBeMarkup(next));
     }
 #if defined(__SSE2__)
     __m128i Mask(__m128i bytes, __m128i next) const {
-        const __m128i starts = IsCharacter(bytes, first, FoldOf(first));
-        return alone ? starts
-                     : _mm_and_si128(starts, _mm_or_si128(IsCharacter(next, second, FoldOf(second)), IsMarkup(next)));
-    }
-    static char FoldOf(char c) {
-        return IsLetter(c) ? 0x20 : 0;
+        const __m128i starts = _mm_cmpeq_epi8(_mm_or_si128(bytes, firstFold_), firsts_);
+        const __m128i goesOn = _mm_cmpeq_epi8(_mm_or_si128(next, secondFold_), seconds_);
+        return _mm_and_si128(starts, _mm_or_si128(_mm_or_si128(goesOn, any_), IsMarkup(next)));
     }
 #endif
 
-    char first, second;
-    bool alone;
-};
-
-/// The escapes that MayMakeAscii looks at.
-struct Escapes {
-    static bool Matches(char c, char next) {
-        return c == '\\' && (next == '\'' || next == 'u' || next == 'a' || next == 'c');
-    }
+private:
+    char first_, second_;
+    bool alone_;
 #if defined(__SSE2__)
-    static __m128i Mask(__m128i bytes, __m128i next) {
-        const __m128i quoteOrU = _mm_or_si128(IsCharacter(next, '\'', 0), IsCharacter(next, 'u', 0));
-        const __m128i page = _mm_or_si128(IsCharacter(next, 'a', 0), IsCharacter(next, 'c', 0));
-        return _mm_and_si128(IsCharacter(bytes, '\\', 0), _mm_or_si128(quoteOrU, page));
-    }
+    __m128i firsts_, firstFold_, seconds_, secondFold_, any_;  // letters compare without regard to case
 #endif
 };
 
@@ -129,7 +97,10 @@ Step StepOverEscape(std::string_view rtf, size_t& at) {
         const char symbol = begin < rtf.size() ? rtf[begin] : '\0';
         return symbol == '~' || symbol == '-' || symbol == '_' ? Step::Breaks : Step::Unclear;
     }
-    while (at < rtf.size() && (rtf[at] == '-' || (rtf[at] >= '0' && rtf[at] <= '9')))
+    const auto isDigitAt = [&](size_t place) { return place < rtf.size() && rtf[place] >= '0' && rtf[place] <= '9'; };
+    if (at < rtf.size() && rtf[at] == '-' && isDigitAt(at + 1))
+        ++at;
+    while (isDigitAt(at))
         ++at;
     if (at < rtf.size() && rtf[at] == ' ')
         ++at;
@@ -163,37 +134,64 @@ bool MayStandAt(std::string_view rtf, std::string_view term, size_t at) {
 }
 
 bool MayHold(std::string_view rtf, std::string_view term) {
-    return AnyPair(rtf, TermStarts(term), [&](size_t at) { return MayStandAt(rtf, term, at); });
+    const TermStarts starts(term);
+    size_t at = 0;
+#if defined(__SSE2__)
+    for (; at + 17 <= rtf.size(); at += 16) {
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(starts.Mask(Load(&rtf[at]), Load(&rtf[at + 1]))));
+        for (; mask != 0; mask &= mask - 1) {
+            if (MayStandAt(rtf, term, at + static_cast<size_t>(std::countr_zero(mask))))
+                return true;
+        }
+    }
+#endif
+    for (; at < rtf.size(); ++at) {
+        const char next = at + 1 < rtf.size() ? rtf[at + 1] : '\0';
+        if (starts.Matches(rtf[at], next) && MayStandAt(rtf, term, at))
+            return true;
+    }
+    return false;
 }
 
+/// The code pages in which a byte beyond ASCII is never an ASCII character.
 bool IsKnownCodePage(int64_t page) {
-    return page == 0 || page == 437 || page == 850 || page == 852 || page == 866 || (page >= 874 && page <= 950) ||
-           (page >= 1250 && page <= 1258) || page == 10000;
+    constexpr int64_t kPages[] = {437, 850, 852, 866, 874, 932, 936, 949, 950, 10000};
+    return std::find(std::begin(kPages), std::end(kPages), page) != std::end(kPages) || (page >= 1250 && page <= 1258);
+}
+
+/// The number behind an escape's word, whose first bytes `escape` holds; nothing if it may go on beyond them.
+std::optional<int64_t> NumberBehind(std::string_view escape, size_t wordLength) {
+    int64_t number = -1;
+    const char* const end = escape.data() + escape.size();
+    const auto result = std::from_chars(escape.data() + wordLength, end, number);
+    return result.ptr == end ? std::nullopt : std::optional(number);
 }
 
 /// True for an escape that may stand for an ASCII character, or makes others do so.
 bool MayMakeAscii(std::string_view escape) {
-    const auto numberAt = [&](size_t from, int base) {
-        int64_t number = -1;
-        std::from_chars(escape.data() + from, escape.data() + escape.size(), number, base);
-        return number;
-    };
+    constexpr std::string_view kPageWords[] = {"ansicpg", "cpg"};
     if (escape.starts_with('\''))
-        return escape.size() > 1 && escape[1] < '8';
-    if (escape.starts_with("ansicpg"))
-        return !IsKnownCodePage(numberAt(7, 10));
-    if (escape.starts_with("cpg"))
-        return !IsKnownCodePage(numberAt(3, 10));
+        return escape.size() < 2 || escape[1] < '8';
+    for (const std::string_view word : kPageWords) {
+        if (escape.starts_with(word))
+            return !IsKnownCodePage(NumberBehind(escape, word.size()).value_or(-1));
+    }
     if (!escape.starts_with('u') || escape.size() < 2 || IsLetter(escape[1]))
         return false;
-    const int64_t number = numberAt(1, 10);
-    const auto c = static_cast<char32_t>(number < 0 ? number + 0x10000 : number);
+    const std::optional<int64_t> number = NumberBehind(escape, 1);
+    const auto c = static_cast<char32_t>(number.value_or(0) + (number < 0 ? 0x10000 : 0));
     return FoldCase(c & 0x1FFFFF) < 0x80;
 }
 
 bool HidesAscii(std::string_view rtf) {
     constexpr size_t kLongestEscape = 20;
-    return AnyPair(rtf, Escapes(), [&](size_t at) { return MayMakeAscii(rtf.substr(at + 1, kLongestEscape)); });
+    for (size_t at = rtf.find('\\'); at != std::string_view::npos; at = rtf.find('\\', at)) {
+        ++at;
+        const char c = at < rtf.size() ? rtf[at] : '\0';
+        if ((c == '\'' || c == 'u' || c == 'a' || c == 'c') && MayMakeAscii(rtf.substr(at, kLongestEscape)))
+            return true;
+    }
+    return false;
 }
 
 /// The term in ASCII, or nothing if the bytes of an RTF can't be compared with it.

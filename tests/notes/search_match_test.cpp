@@ -123,7 +123,10 @@ TEST(RtfPrefilter, NeverThrowsOutAWordHoweverTheRtfWritesIt) {
         EXPECT_TRUE(filter.MayMatch(rtf)) << body;
     }
     // A code page in which bytes beyond ASCII are letters.
+    EXPECT_TRUE(filter.MayMatch("{\\rtf1\\ansi\\ansicpg000000000000000000000000000037 \\'88\\'85}"));
     EXPECT_TRUE(filter.MayMatch("{\\rtf1\\ansi\\ansicpg37 \\'88\\'85\\'93\\'89\\'96\\'a3\\'99\\'96\\'97\\'85}"));
+    // A hyphen that isn't the sign of a number is text.
+    EXPECT_TRUE(RtfPrefilter(MatcherFor("h-x")).MayMatch("{\\rtf1\\ansi h\\b-x}"));
     EXPECT_TRUE(RtfPrefilter(MatcherFor("kelvin")).MayMatch("{\\rtf1\\ansi \\u8490?elvin}"));
 }
 
@@ -145,7 +148,8 @@ std::string RandomRtf(std::mt19937& random) {
         "s",       "k",        "S",      "K",      " ",        "s",     "k",     "\\b ",        "\\b0",
         "{",       "}",        "\r\n",   "\\par ", "\\'73",    "\\'6b", "\\'e9", "\\u107 ?",    "\\u-1?",
         "\\u383?", "\\v ",     "\\v0 ",  "\\~",    "\\-",      "\\tab", "\xE9",  "{\\*\\xx s}", "\\\n",
-        "\\uc0 ",  "\\cpg37 ", "\\zz k", "\t",     "\\bin1 k", "\\f1 ", "\\{",   "{\\pict 00}", "\\ulnone "};
+        "\\uc0 ",  "\\cpg37 ", "\\zz k", "\t",     "\\bin1 k", "\\f1 ", "\\{",   "{\\pict 00}", "\\ulnone ",
+        "-",       "-",        "\\b",    "\\i-1",  "\\fs"};
     std::string rtf = "{\\rtf1\\ansi ";
     for (size_t i = 5 + random() % 12; i > 0; --i)
         rtf += kPieces[random() % std::size(kPieces)];
@@ -154,8 +158,8 @@ std::string RandomRtf(std::mt19937& random) {
 
 TEST(RtfPrefilter, KeepsEveryRandomTextThatMatches) {
     std::mt19937 random(3);
-    const NoteMatcher matchers[] = {MatcherFor("ks"), MatcherFor("\"sk\""), MatcherFor("k"), MatcherFor("s k AND kk"),
-                                    MatcherFor("ssk OR \xE9s")};
+    const NoteMatcher matchers[] = {MatcherFor("ks"),         MatcherFor("\"sk\""),       MatcherFor("k"),
+                                    MatcherFor("s k AND kk"), MatcherFor("ssk OR \xE9s"), MatcherFor("s-k OR k-1s")};
     int matching = 0, thrownOut = 0;
     for (int round = 0; round < 20000; ++round) {
         const std::string rtf = RandomRtf(random);
