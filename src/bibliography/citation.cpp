@@ -13,31 +13,6 @@ namespace lore {
 
 namespace {
 
-/// A text with one of these isn't a bare number.
-constexpr std::string_view kNotBareNumber =
-    "qwertyuioplkjhgfdsazxcvbnm,.;[]=-!@#$%^&*()_+QWERTYUIOP{}|ASDFGHJKL:ZXCVBNM<>?";
-
-/// The ending for a last digit, unless the last two are in the teens.
-std::string_view OrdinalEnding(std::string_view text) {
-    constexpr std::array<std::string_view, 4> kEndings = {"th", "st", "nd", "rd"};
-    constexpr int kTeens = 10;
-    const int digit = ParseInt(text.substr(text.size() - 1));
-    if (digit < 1 || digit > 3)
-        return "th";
-    const bool inTeens = text.size() > 1 && ParseInt(text.substr(text.size() - 2)) == kTeens + digit;
-    return inTeens ? "th" : kEndings[static_cast<size_t>(digit)];
-}
-
-void AppendField(std::string& out, std::string_view text, std::string_view before, std::string_view after,
-                 bool ordinal) {
-    if (text.empty())
-        return;
-    out.append(before).append(text);
-    if (ordinal && text.find_first_of(kNotBareNumber) == std::string_view::npos)
-        out += OrdinalEnding(text);
-    out += after;
-}
-
 /// What a source holds, as the conditions of styles ask for it.
 uint16_t PresentBits(const CSource& source) {
     unsigned bits = source.HasDate ? kDateBit : 0u;
@@ -167,33 +142,6 @@ void FormatSource(CSource& source, const AuthorList& authors) {
         FormatCustomSource(source, authors);
     else if (source.SourceType >= kBook && source.SourceType <= kLecture)
         FormatStandard(source, authors);
-}
-
-std::string_view FieldText(const CSource& source, size_t slot) {
-    return slot < source.FieldTexts.size() ? std::string_view(source.FieldTexts[slot]) : std::string_view();
-}
-
-bool HasField(const CSource& source, size_t slot) {
-    return !FieldText(source, slot).empty();
-}
-
-std::string MakeField(const CSource& source, size_t slot, std::string_view before, std::string_view after1,
-                      std::string_view after2, bool ordinal) {
-    std::string out;
-    AppendField(out, FieldText(source, slot), before, after1, ordinal);
-    return HasField(source, slot) ? out.append(after2) : out;
-}
-
-std::string MakeOrdinal(std::string_view text) {
-    return text.empty() ? std::string() : std::string(text).append(OrdinalEnding(text));
-}
-
-std::string SourceDateText(const CSource& source, std::string_view fullFormat) {
-    if (source.UseDateText == 1)
-        return source.DateText;
-    if (!source.HasDate)
-        return {};
-    return source.SourceDate.Format(source.YearOnly == 1 ? "%Y" : fullFormat);
 }
 
 }  // namespace lore

@@ -1,10 +1,12 @@
+#include "bibliography/citation_spans.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>
 #include <vector>
 
 #include "base/text.h"
-#include "bibliography/citation.h"
+#include "bibliography/citation_field.h"
 
 namespace lore {
 
@@ -81,6 +83,12 @@ void MoveSpans(WrappedCitation& wrapped, int64_t indent) {
 }
 
 }  // namespace
+
+EmphasisKind FieldEmphasis(const CCustomSourceField& field) {
+    constexpr std::array<EmphasisKind, 8> kKinds = {
+        kEmphasisNone, kItalic, kBold, kBoldItalic, kUnderline, kItalicUnderline, kBoldUnderline, kBoldItalicUnderline};
+    return kKinds[(field.italics ? 1u : 0u) | (field.bold ? 2u : 0u) | (field.underline ? 4u : 0u)];
+}
 
 int FontWeight(int32_t kind) {
     constexpr std::array<int, 8> kWeights = {480, 540, 800, 460, 800, 800, 540, 800};

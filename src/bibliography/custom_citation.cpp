@@ -6,7 +6,8 @@
 #include <string_view>
 
 #include "bibliography/author_text.h"
-#include "bibliography/citation.h"
+#include "bibliography/citation_field.h"
+#include "bibliography/citation_spans.h"
 
 namespace lore {
 
@@ -40,12 +41,6 @@ bool IsAuthors(const CCustomSourceField& field) {
 }
 
 }  // namespace
-
-EmphasisKind FieldEmphasis(const CCustomSourceField& field) {
-    constexpr std::array<EmphasisKind, 8> kKinds = {
-        kEmphasisNone, kItalic, kBold, kBoldItalic, kUnderline, kItalicUnderline, kBoldUnderline, kBoldItalicUnderline};
-    return kKinds[(field.italics ? 1u : 0u) | (field.bold ? 2u : 0u) | (field.underline ? 4u : 0u)];
-}
 
 void FormatCustomSource(CSource& source, const AuthorList& authors) {
     const std::vector<CCustomSourceField>& fields = source.CustomTypeCopy.fields;

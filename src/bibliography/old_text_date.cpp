@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "bibliography/citation.h"
+#include "bibliography/citation_field.h"
 
 namespace lore {
 

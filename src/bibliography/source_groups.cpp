@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "bibliography/citation.h"
+#include "bibliography/citation_field.h"
 
 namespace lore {
 

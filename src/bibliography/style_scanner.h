@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "bibliography/citation.h"
+#include "bibliography/citation_spans.h"
 
 namespace lore {
 

@@ -1,11 +1,10 @@
-#include "bibliography/custom_type.h"
+#include "bibliography/custom_type_fields.h"
 
 #include <algorithm>
 #include <string_view>
 #include <unordered_map>
 
 #include "base/text.h"
-#include "bibliography/custom_type_list.h"
 
 namespace lore {
 
