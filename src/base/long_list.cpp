@@ -7,6 +7,8 @@ namespace lore {
 namespace {
 /// Shorter lists are scanned faster than they are indexed.
 constexpr size_t kIndexFrom = 48;
+/// A list that is asked only now and then isn't worth an index.
+constexpr uint8_t kScansBeforeIndex = 16;
 }  // namespace
 
 LongList& LongList::operator=(const LongList& other) {
@@ -19,6 +21,7 @@ LongList& LongList::operator=(const LongList& other) {
 
 const LongList::Counts& LongList::Index() const {
     if (!index_) {
+        scans_ = 0;
         index_ = std::make_unique<Counts>();
         index_->reserve(values_.size() * 2);
         for (const int32_t value : values_)
@@ -46,7 +49,7 @@ void LongList::AddTail(int32_t value) {
 }
 
 bool LongList::Contains(int32_t value) const {
-    if (values_.size() < kIndexFrom)
+    if (!index_ && (values_.size() < kIndexFrom || ++scans_ < kScansBeforeIndex))
         return std::find(values_.begin(), values_.end(), value) != values_.end();
     return Index().contains(value);
 }
@@ -59,7 +62,8 @@ bool LongList::AddUnique(int32_t value) {
 }
 
 bool LongList::RemoveValue(int32_t value) {
-    if (!Contains(value))
+    // The removal walks the list anyway, so an index isn't worth making for it.
+    if (index_ ? !index_->contains(value) : std::find(values_.begin(), values_.end(), value) == values_.end())
         return false;
     const size_t before = values_.size();
     const bool firstMatches = values_.front() == value;

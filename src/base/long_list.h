@@ -56,8 +56,9 @@ private:
     void CountDown(int32_t value);
 
     std::vector<int32_t> values_;
-    mutable std::unique_ptr<Counts>
-        index_;  // how often each value stands in values_; made when a long list is first asked
+    mutable uint8_t scans_ = 0;  // how often the list was searched without an index
+    // How often each value stands in values_; made when a long list has been searched a few times.
+    mutable std::unique_ptr<Counts> index_;
 };
 
 }  // namespace lore
