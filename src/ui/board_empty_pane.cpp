@@ -57,7 +57,9 @@ void BoardEmptyPane::SetState(const BoardEmptyState& state) {
 
 void BoardEmptyPane::Restyle() {
     title_->setFont(theme_.Font(TextSize::Title));
-    QPalette dim = text_->palette();
+    // On the board a label takes its color from the role of text in fields.
+    QPalette dim;
+    dim.setColor(QPalette::Text, theme_.Color(ColorRole::DimText));
     dim.setColor(QPalette::WindowText, theme_.Color(ColorRole::DimText));
     text_->setPalette(dim);
 }

@@ -63,6 +63,9 @@ void BoardView::SetEmptyState(const BoardEmptyState& state) {
 }
 
 void BoardView::Rebuild() {
+    QPalette groove;
+    groove.setColor(QPalette::Window, impl_->theme.Color(ColorRole::Board));
+    verticalScrollBar()->setPalette(groove);
     const int focusTop = impl_->focusRow >= 0 ? impl_->TopOf(impl_->focusRow) : -1;
     const bool focusSeen = impl_->focusRow >= impl_->topRow && impl_->focusRow < impl_->endRow && impl_->focusRow >= 0;
     impl_->CancelDrag();
@@ -285,12 +288,19 @@ void BoardView::Impl::PaintCards(QPainter& painter, const QRect& area) {
             paint.hovered = row == hoverRow && !drag.running;
             paint.hot = row == hoverRow ? hot : CardHit();
             paint.devicePixelRatio = painter.device()->devicePixelRatioF();
-            painter.setOpacity(drag.running && row == drag.pressedRow ? 0.5 : 1.0);
             card.Paint(painter, QPoint(left, top), paint);
+            if (drag.running && row == drag.pressedRow)
+                PaintVeil(painter, view.CardRect(row));
         }
         top += card.Height();
     }
-    painter.setOpacity(1.0);
+}
+
+// The card that is being dragged fades into the ground.
+void BoardView::Impl::PaintVeil(QPainter& painter, const QRect& card) const {
+    QColor veil = theme.Color(ColorRole::Board);
+    veil.setAlphaF(0.6f);
+    painter.fillRect(card.adjusted(-kSpace, 0, kSpace, 0), veil);
 }
 
 void BoardView::Impl::PaintDropMarker(QPainter& painter) {

@@ -66,6 +66,7 @@ struct BoardView::Impl {
     void CancelDrag();
 
     void PaintCards(QPainter& painter, const QRect& area);
+    void PaintVeil(QPainter& painter, const QRect& card) const;
     void PaintDropMarker(QPainter& painter);
     void FillMenu(QMenu& menu, int row, const CardHit& hit, bool byKeyboard);
     void AddAttachmentEntries(QMenu& menu, int row, int attachment);

@@ -1,5 +1,6 @@
 #include "ui/card.h"
 
+#include <QFontMetricsF>
 #include <algorithm>
 
 #include "ui/card_attachments.h"
@@ -37,6 +38,7 @@ Card::Card(const CNote& note, int width, bool focus, const CardContext& context)
       width_(width),
       focus_(focus),
       newlyAdded_(note.newlyAdded),
+      removeSide_(std::max(kRemoveSide, QFontMetricsF(context.theme.Font(TextSize::Small)).height() * 1.4)),
       border_(Legible(ToQColor(note.borderColor), context.theme.Color(ColorRole::Board), 3.0)),
       textGround_(context.textGround) {
     const BoardOptions& options = context.options;
@@ -154,7 +156,7 @@ QRectF Card::Outline() const {
 
 QRectF Card::RemoveRect() const {
     const QRectF outline = Outline();
-    return QRectF(outline.right() - kRemoveSide - kSpace, outline.top() + kSpace, kRemoveSide, kRemoveSide);
+    return QRectF(outline.right() - removeSide_ - kSpace, outline.top() + kSpace, removeSide_, removeSide_);
 }
 
 void Card::PaintFrame(QPainter& painter) const {
@@ -178,7 +180,7 @@ void Card::PaintFrame(QPainter& painter) const {
 void Card::PaintMarks(QPainter& painter, const CardPaint& paint) const {
     if (paint.hovered) {
         const QRectF rect = RemoveRect();
-        const int side = static_cast<int>(kRemoveSide * 0.66);
+        const int side = static_cast<int>(removeSide_ * 0.66);
         painter.setPen(QPen(theme_.Color(ColorRole::FaintEdge), 1));
         painter.setBrush(theme_.Color(paint.hot.part == CardHit::Remove ? ColorRole::Hover : ColorRole::Card));
         painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), kControlRadius, kControlRadius);
@@ -192,7 +194,7 @@ void Card::PaintMarks(QPainter& painter, const CardPaint& paint) const {
     font.setWeight(QFont::DemiBold);
     const QFontMetricsF metrics(font);
     QRectF tag(0, 0, metrics.horizontalAdvance(text) + 4 * kSpace, metrics.height() + 2);
-    tag.moveTopRight(QPointF(Outline().right() - 3 * kSpace - kRemoveSide, 1));
+    tag.moveTopRight(QPointF(Outline().right() - 3 * kSpace - removeSide_, 1));
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme_.Color(ColorRole::Accent));
     painter.drawRoundedRect(tag, tag.height() / 2, tag.height() / 2);

@@ -42,6 +42,7 @@ private:
     const Theme& theme_;
     int width_, height_ = 0;
     bool focus_, newlyAdded_;
+    double removeSide_;
     QColor border_, textGround_;
     QRectF textRect_;
     std::vector<Placed> blocks_;

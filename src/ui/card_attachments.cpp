@@ -19,6 +19,7 @@ namespace {
 constexpr int kTilesAcross = 3;     // at most
 constexpr double kTileWidth = 260;  // at least, in pixels at 100 %
 constexpr double kTileIcon = 28;
+constexpr double kTileLines = 16;  // least width in heights of its text
 
 struct Tile {
     int attachment = 0;
@@ -34,11 +35,12 @@ public:
         titleFont_.setWeight(QFont::DemiBold);
         const double zoom = context.Zoom();
         padding_ = 2 * kSpace * zoom;
-        icon_ = kTileIcon * zoom;
         const double line = std::ceil(QFontMetricsF(titleFont_).height());
+        icon_ = std::max(kTileIcon * zoom, 1.5 * line);
         const double tileHeight = std::max(icon_, 2 * line) + 2 * padding_;
         const double gap = 2 * kSpace;
-        const int across = std::clamp(static_cast<int>((width + gap) / (kTileWidth * zoom + gap)), 1, kTilesAcross);
+        const double least = std::max(kTileWidth * zoom, kTileLines * line);
+        const int across = std::clamp(static_cast<int>((width + gap) / (least + gap)), 1, kTilesAcross);
         const double tileWidth = std::floor((width - gap * (across - 1)) / across);
         int column = 0;
         double y = 0;
@@ -57,7 +59,7 @@ public:
             column = (column + 1) % across;
             y += column == 0 ? tileHeight + gap : 0;
         }
-        height_ = y + (column > 0 ? tileHeight + gap : 0);
+        height_ = y + (column > 0 ? tileHeight + gap : 0) + kSpace;
     }
 
     int Height() const override { return static_cast<int>(std::ceil(height_)); }

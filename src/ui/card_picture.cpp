@@ -41,7 +41,9 @@ CardPicture::CardPicture(const CAttachment& attachment, int index, int width, co
       index_(index),
       path_(PathToQString(context.model.AttachmentPath(attachment))),
       title_(ToQString(attachment.title).simplified()),
-      buttonSide_(std::round(kButtonSide * context.Zoom())),
+      smallFont_(context.SmallFont()),
+      buttonSide_(std::max(std::round(kButtonSide * context.Zoom()),
+                           std::ceil(QFontMetricsF(context.SmallFont()).height() * 1.4))),
       width_(width) {
     const FontSetting& font = context.options.pictureTitle;
     titleFont_ = context.Font(ToQString(font.faceName), font.height);
@@ -101,7 +103,7 @@ void CardPicture::Paint(QPainter& painter, const CardPaint& paint) const {
     painter.setBrush(theme_.Color(ColorRole::Raised));
     painter.drawRoundedRect(rect_.adjusted(0.5, 0.5, -0.5, -0.5), kControlRadius, kControlRadius);
     if (missing_) {
-        painter.setFont(theme_.Font(TextSize::Small));
+        painter.setFont(smallFont_);
         painter.setPen(theme_.Color(ColorRole::DimText));
         painter.drawText(rect_, Qt::AlignCenter, QStringLiteral("The picture can't be read"));
     }

@@ -25,6 +25,7 @@ private:
     QString path_, title_;
     QFont titleFont_;
     QColor titleColor_;
+    QFont smallFont_;
     double buttonSide_, width_;
     QRectF titleRect_, rect_;
     bool missing_ = false;

@@ -33,9 +33,9 @@ public:
           font_(context.SmallFont()),
           metrics_(font_, context.device),
           width_(width),
-          padding_(2 * kSpace * context.Zoom()),
-          gap_(kSpace * context.Zoom()),
-          pillHeight_(std::ceil(metrics_.height()) + 1.5 * kSpace * context.Zoom()) {}
+          padding_(std::ceil(metrics_.height() * 0.5)),
+          gap_(std::ceil(metrics_.height() * 0.25)),
+          pillHeight_(std::ceil(metrics_.height() * 1.35)) {}
 
     int Height() const override { return static_cast<int>(std::ceil(height_)); }
 
@@ -157,8 +157,8 @@ QStringList PathNames(const CProCategoryTree& path) {
 QStringList KeyWordNames(const std::string& keyWords) {
     QStringList names;
     for (const std::string_view word : SplitKeyWords(keyWords))
-        if (!word.empty() && names.size() < kMostChips)
-            names.append(ToQString(word));
+        if (const QString name = ToQString(word).simplified(); !name.isEmpty() && names.size() < kMostChips)
+            names.append(name);
     return names;
 }
 

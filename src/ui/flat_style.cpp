@@ -236,6 +236,7 @@ void FlatStyle::DrawComboBox(const QStyleOptionComplex& option, QPainter& painte
 
 void FlatStyle::DrawScrollBar(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(&option);
+    painter.fillRect(option.rect, option.palette.color(QPalette::Window));
     if (!bar || bar->maximum <= bar->minimum)
         return;
     const QRect handle = subControlRect(CC_ScrollBar, &option, SC_ScrollBarSlider, widget);
@@ -287,6 +288,23 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     const QRect rect =
         lying ? QRect(from, 0, to - from, bar->rect.height()) : QRect(0, from, bar->rect.width(), to - from);
     return visualRect(bar->direction, bar->rect, rect.translated(bar->rect.topLeft()));
+}
+
+QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                  const QWidget* widget) const {
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    switch (type) {
+        case CT_PushButton:
+            return size + QSize(4 * kSpace, 2 * kSpace);
+        case CT_LineEdit:
+        case CT_ComboBox:
+            return size + QSize(kSpace, kSpace);
+        case CT_ToolButton:
+        case CT_MenuItem:
+            return size + QSize(kSpace, kSpace);
+        default:
+            return size;
+    }
 }
 
 int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

@@ -98,7 +98,7 @@ QTextCharFormat RichTextFormats::Characters(const CharFormat& format, const QCol
                                                                                    : QTextCharFormat::AlignSubScript);
     QColor behind = ground;
     if (format.background) {
-        behind = theme_.Ground(ToColor(*format.background));
+        behind = theme_.Mark(ToColor(*format.background));
         shown.setBackground(behind);
     }
     if (format.link >= 0 && static_cast<size_t>(format.link) < document_.links.size()) {

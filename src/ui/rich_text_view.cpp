@@ -44,7 +44,7 @@ private:
     size_t AddParagraph(size_t i) {
         StartBlock(fresh_);
         fresh_ = false;
-        FillBlock(i);
+        FillBlock(i, false);
         return i + 1;
     }
 
@@ -54,12 +54,14 @@ private:
             cursor_.insertBlock(QTextBlockFormat(), QTextCharFormat());
     }
 
-    void FillBlock(size_t i) {
+    // The first block of a cell keeps its characters' format: the cell's own one stands there.
+    void FillBlock(size_t i, bool beginsCell) {
         const Paragraph& paragraph = document_.paragraphs[i];
         cursor_.setBlockFormat(formats_.Paragraph(paragraph.format));
         const auto runs = RunsOf(document_, i);
         const CharFormat first = runs.empty() ? CharFormat() : runs.front().format;
-        cursor_.setBlockCharFormat(formats_.Characters(first, ground_));
+        if (!beginsCell)
+            cursor_.setBlockCharFormat(formats_.Characters(first, ground_));
         if (const QString mark = counter_.NextMark(paragraph.format); !mark.isEmpty()) {
             CharFormat plain = first;
             plain.underline = plain.strike = false;
@@ -182,12 +184,14 @@ private:
         const size_t rowFormat = document_.rows[static_cast<size_t>(rowIndex)].format;
         const CellFormat& look = document_.row_formats[rowFormat].cells[cellIndex];
         QTextTableCell cell = table.cellAt(static_cast<int>(row), grid.rows[row][cellIndex].column);
-        cell.setFormat(CellLook(look));
+        QTextCharFormat cellFormat = cell.format();
+        cellFormat.merge(CellLook(look));
+        cell.setFormat(cellFormat);
         ground_ = look.background ? ToGround(*look.background) : look_.ground;
         cursor_ = cell.firstCursorPosition();
         for (size_t i = first; i <= last; ++i) {
             StartBlock(i == first);
-            FillBlock(i);
+            FillBlock(i, i == first);
         }
         ground_ = look_.ground;
     }
@@ -202,8 +206,14 @@ private:
         const auto style = [&look](CellBorder side) {
             return look.borders & side ? QTextFrameFormat::BorderStyle_Solid : QTextFrameFormat::BorderStyle_None;
         };
-        format.setBorder(1);
-        format.setBorderBrush(line);
+        format.setTopBorder(1);
+        format.setLeftBorder(1);
+        format.setBottomBorder(1);
+        format.setRightBorder(1);
+        format.setTopBorderBrush(line);
+        format.setLeftBorderBrush(line);
+        format.setBottomBorderBrush(line);
+        format.setRightBorderBrush(line);
         format.setTopBorderStyle(style(kBorderTop));
         format.setLeftBorderStyle(style(kBorderLeft));
         format.setBottomBorderStyle(style(kBorderBottom));

@@ -9,7 +9,6 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QStandardPaths>
 #include <QSvgRenderer>
 #include <algorithm>
 #include <memory>
@@ -69,7 +68,7 @@ private:
 bool HasSessionBus() {
     if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
         return true;
-    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     return !runtime.isEmpty() && QFile::exists(runtime + QStringLiteral("/bus"));
 }
 
@@ -132,12 +131,20 @@ QColor Theme::Color(ColorRole role) const {
     return (dark_ ? DarkColors() : LightColors())[static_cast<size_t>(role)];
 }
 
-QColor Theme::Ground(const QColor& chosen) const {
+QColor Theme::Darkened(const QColor& chosen, float saturation, float lightness) const {
     if (!dark_ || chosen.lightness() < 96)
         return chosen;
-    float hue = 0, saturation = 0, lightness = 0;
-    chosen.getHslF(&hue, &saturation, &lightness);
-    return QColor::fromHslF(std::max(hue, 0.f), std::min(saturation, 0.42f), 0.22f);
+    float hue = 0, ownSaturation = 0, ownLightness = 0;
+    chosen.getHslF(&hue, &ownSaturation, &ownLightness);
+    return QColor::fromHslF(std::max(hue, 0.f), std::min(ownSaturation, saturation), lightness);
+}
+
+QColor Theme::Ground(const QColor& chosen) const {
+    return Darkened(chosen, 0.36f, 0.2f);
+}
+
+QColor Theme::Mark(const QColor& chosen) const {
+    return Darkened(chosen, 0.75f, 0.3f);
 }
 
 QFont Theme::Font(TextSize size) const {

@@ -70,6 +70,8 @@ public:
     /// A colour that the user chose for light ground, such as a highlight: on a dark ground it keeps its hue and gets a
     /// lightness on which light text is legible.
     QColor Ground(const QColor& chosen) const;
+    /// The same for a few words that are to catch the eye.
+    QColor Mark(const QColor& chosen) const;
     /// The system font in one of four sizes.
     QFont Font(TextSize size) const;
     /// An icon by its file name without ".svg", drawn in a colour role; sharp at every scale factor.
@@ -85,6 +87,7 @@ private slots:
     void OnPortalSetting(const QString& section, const QString& key, const QDBusVariant& value);
 
 private:
+    QColor Darkened(const QColor& chosen, float saturation, float lightness) const;
     void FollowPortal();
     void Apply();
 

@@ -1,5 +1,6 @@
 #include "ui/board_fixture.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -209,6 +210,7 @@ void FillSampleBoard(MemoryBoard& board) {
 void TakeShot(QWidget& window, const QString& name) {
     const QString folder = qEnvironmentVariable("LORE_SHOTS_DIR", QStringLiteral(LORE_SHOTS));
     QDir().mkpath(folder);
+    QCoreApplication::processEvents();  // a change of palette reaches the windows with the next events
     const int percent = qRound(window.devicePixelRatioF() * 100);
     window.grab().save(QStringLiteral("%1/%2-%3.png").arg(folder, name).arg(percent));
 }

@@ -61,7 +61,7 @@ void RichTextTest::ShowsSizesInPixelsOfTheBoard() {
     QFETCH(double, zoom);
     QFETCH(int, dotsPerInch);
     QFETCH(double, points);
-    Document document = ReadRtf("{\\rtf1{\\fonttbl{\\f0 Arial;}}\\fs27 abc\\par\\par x}");
+    Document document = ReadRtf("{\\rtf1\\deff0{\\fonttbl{\\f0 Arial;}}\\fs27 abc\\par\\par x}");
     const auto shown = ShowRichText(document, {Qt::white, zoom, dotsPerInch, 400}, *theme_);
     QCOMPARE(FormatAt(*shown, 0).fontPointSize(), points);
     QCOMPARE(FormatAt(*shown, 0).fontFamilies().toStringList().value(0), QStringLiteral("Arial"));
