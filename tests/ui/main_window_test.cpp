@@ -1,0 +1,272 @@
+#include "ui/main_window.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeView>
+#include <memory>
+
+#include "app/sample_notebook.h"
+#include "platform/system_sources.h"
+#include "support/memory_store.h"
+#include "support/scripted_ports.h"
+#include "ui/board_fixture.h"
+#include "ui/control_bar.h"
+#include "ui/fault_bar.h"
+#include "ui/panel_page.h"
+#include "ui/theme.h"
+#include "ui/tool_bar.h"
+
+namespace lore {
+
+/// Drives the whole window on the sample NoteBook, as a user does.
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::filesystem::path Root() const { return folder_->path().toStdString(); }
+    void Open();
+    QString Pane(int index) const;
+    PanelPage* Panel(PanelKind kind) const { return window_->Panels()->PageAt(kind); }
+    QModelIndex Row(PanelKind kind, const QString& name) const;
+    void Search(const QString& text);
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<Theme> theme_;
+    MemoryStore store_;
+    ScriptedPrompts prompts_;
+    ScriptedProgress progress_;
+    FixedClock clock_;
+    SystemGuids guids_;
+    NotedFaults faults_;
+    std::unique_ptr<CLorebinderApp> app_;
+    std::unique_ptr<MainWindow> window_;
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void shows_the_last_list_and_its_counts();
+    void search_marks_and_counts();
+    void both_operators_are_refused_and_change_nothing();
+    void a_panel_gathers_and_takes_out();
+    void filter_narrows_a_panel();
+    void sorting_keeps_the_focus_note();
+    void switching_the_notebook_keeps_each_list();
+    void closing_stores_place_and_list();
+    void keys_reach_every_pane();
+    void faults_show_a_quiet_bar();
+    void looks_good_data();
+    void looks_good();
+};
+
+void MainWindowTest::initTestCase() {
+    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+}
+
+void MainWindowTest::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    store_ = MemoryStore();
+    prompts_.seen.clear();
+    faults_.faults.clear();
+    IdCounters counters{1000, 1, 3};
+    store_.Set("Options", "LocalGUID", guids_.NewGuid());
+    QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters, MakeReadContext(clock_, guids_),
+                               faults_)
+                .made);
+    Open();
+}
+
+void MainWindowTest::Open() {
+    app_ = std::make_unique<CLorebinderApp>(Root(), AppPorts{prompts_, progress_, clock_, guids_, store_, faults_});
+    app_->LoadOptions();
+    app_->SelectStartNoteBook();
+    window_ = std::make_unique<MainWindow>(*app_, *theme_);
+    window_->resize(1180, 800);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    app_->FinishStartup();
+    window_->ShowNoteBook();
+    QTest::qWait(10);
+}
+
+void MainWindowTest::cleanup() {
+    window_.reset();
+    app_.reset();
+    theme_->SetAppearance(Appearance::Light);
+}
+
+QString MainWindowTest::Pane(int index) const {
+    return window_->statusBar()->findChildren<QLabel*>(Qt::FindDirectChildrenOnly).at(index)->text();
+}
+
+QModelIndex MainWindowTest::Row(PanelKind kind, const QString& name) const {
+    const QAbstractItemModel* const model = Panel(kind)->Tree()->model();
+    const auto found =
+        model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive);
+    return found.isEmpty() ? QModelIndex() : found.first();
+}
+
+void MainWindowTest::Search(const QString& text) {
+    auto* const box = window_->findChild<QLineEdit*>("searchBox");
+    box->setFocus();
+    box->clear();
+    QTest::keyClicks(box, text);
+    QTest::keyClick(box, Qt::Key_Return);
+}
+
+void MainWindowTest::shows_the_last_list_and_its_counts() {
+    const int notes = static_cast<int>(app_->NoteBook().TotalNoteCount());
+    QVERIFY(notes >= 60);
+    QCOMPARE(window_->windowTitle(), QStringLiteral("<Lorebinder Premium> - Ver. 1.56 - Fennelworks, Inc."));
+    QCOMPARE(Pane(0), QStringLiteral("NoteBook:   < LorebinderMain >"));
+    QCOMPARE(Pane(1), QStringLiteral("Not Linked"));
+    QCOMPARE(Pane(3), QStringLiteral("Notes:    %1").arg(notes));
+    QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(notes));
+    QCOMPARE(window_->Board()->VisibleRows().first, 0);
+    QVERIFY(faults_.faults.empty());
+    QCOMPARE(progress_.shown, 0);
+}
+
+void MainWindowTest::search_marks_and_counts() {
+    app_->ClearList();
+    Search("fresnel");
+    const size_t hits = app_->List().Count();
+    QVERIFY(hits > 2);
+    QCOMPARE(prompts_.seen.back(), "Finished Search!: Your search returned  *" + std::to_string(hits) + "*  results.");
+    QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(hits));
+    QVERIFY(QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("highlight") ||
+            QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("\\cb"));
+    QVERIFY(app_->List()[0].newlyAdded);
+}
+
+void MainWindowTest::both_operators_are_refused_and_change_nothing() {
+    const LongList before = app_->List().GetNoteIDs();
+    Search("BRANDY OR FISH");
+    QCOMPARE(prompts_.seen.back(),
+             std::string("Invalid Search String: You can only have one type of operator (AND, OR) in search string."));
+    QVERIFY(app_->List().GetNoteIDs() == before);
+}
+
+void MainWindowTest::a_panel_gathers_and_takes_out() {
+    app_->ClearList();
+    const QModelIndex row = Row(PanelKind::Categories, "Engineering");
+    QVERIFY(row.isValid());
+    emit Panel(PanelKind::Categories)->Tree()->activated(row);
+    const size_t gathered = app_->List().Count();
+    QVERIFY(gathered > 0);
+    emit Panel(PanelKind::Categories)->Tree()->activated(row);
+    QCOMPARE(app_->List().Count(), gathered);
+    const QString caption = row.data(Qt::AccessibleTextRole).toString();
+    QCOMPARE(caption, QStringLiteral("Engineering (%1/%1)").arg(gathered));
+    LongList first;
+    first.AddTail(app_->List()[0].id);
+    emit window_->Panels()->CommandRequested(PanelAction::TakeOut, first);
+    QCOMPARE(app_->List().Count(), gathered - 1);
+    QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(gathered - 1));
+}
+
+void MainWindowTest::filter_narrows_a_panel() {
+    PanelPage* const page = Panel(PanelKind::Categories);
+    auto* const filter = page->findChild<QLineEdit*>();
+    QTest::keyClicks(filter, "lenses");
+    QVERIFY(Row(PanelKind::Categories, "Engineering").isValid());
+    QVERIFY(Row(PanelKind::Categories, "Lenses").isValid());
+    QVERIFY(!Row(PanelKind::Categories, "Signals").isValid());
+    filter->clear();
+    QVERIFY(Row(PanelKind::Categories, "Signals").isValid());
+}
+
+void MainWindowTest::sorting_keeps_the_focus_note() {
+    const int32_t focus = app_->List()[5].id;
+    window_->Board()->SetFocusNote(focus);
+    emit window_->Tools()->SortChosen(801);
+    QCOMPARE(window_->Board()->FocusNote(), focus);
+    for (size_t i = 1; i < app_->List().Count(); ++i)
+        QVERIFY(app_->List()[i].dateCreated.IsEarlierOrEqual(app_->List()[i - 1].dateCreated));
+    QCOMPARE(app_->SortOrder(), 801);
+}
+
+void MainWindowTest::switching_the_notebook_keeps_each_list() {
+    IdCounters counters{2000, 100, 200};
+    QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters, MakeReadContext(clock_, guids_),
+                               faults_)
+                .made);
+    cleanup();
+    Open();
+    QCOMPARE(app_->NoteBookChoices().size(), size_t{2});
+    app_->ClearList();
+    emit window_->Tools()->NoteBookChosen(1);
+    QVERIFY(!app_->NoteBook().database.IsMain());
+    QVERIFY(!app_->List().IsEmpty());
+    emit window_->Tools()->NoteBookChosen(0);
+    QVERIFY(app_->NoteBook().database.IsMain());
+    QVERIFY(app_->List().IsEmpty());
+    QCOMPARE(*store_.Get("Options", "Database"), *store_.Get("Options", "LocalGUID"));
+}
+
+void MainWindowTest::closing_stores_place_and_list() {
+    app_->TakeOut(LongList{app_->List()[0].id});
+    const LongList ids = app_->List().GetNoteIDs();
+    emit window_->Tools()->ZoomChosen(150);
+    window_->close();
+    QCOMPARE(*store_.Get("Options", "ZoomLvl"), std::string("150"));
+    QVERIFY(store_.Get("Options", "FrameRect")->ends_with(",") == false);
+    cleanup();
+    Open();
+    QVERIFY(app_->List().GetNoteIDs() == ids);
+    QCOMPARE(window_->Board()->Options().zoom, 1.5);
+}
+
+void MainWindowTest::keys_reach_every_pane() {
+    window_->activateWindow();
+    QTest::keyClick(window_.get(), Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
+    QTest::keyClick(window_.get(), Qt::Key_F6);
+    QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
+    QTest::keyClick(window_.get(), Qt::Key_F6);
+    QVERIFY(window_->Board()->hasFocus());
+    QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
+    QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
+}
+
+void MainWindowTest::faults_show_a_quiet_bar() {
+    QVERIFY(!window_->Faults()->isVisible());
+    window_->Faults()->Add({"The note file could not be read", "/data/Notes/SRC0000000042.dat", "Permission denied"});
+    QVERIFY(window_->Faults()->isVisible());
+    TakeShot(*window_, "main-fault");
+}
+
+void MainWindowTest::looks_good_data() {
+    QTest::addColumn<int>("appearance");
+    QTest::addColumn<int>("page");
+    QTest::addColumn<int>("zoom");
+    QTest::newRow("main-light-categories") << 1 << 0 << 100;
+    QTest::newRow("main-dark-categories") << 2 << 0 << 100;
+    QTest::newRow("main-light-sources") << 1 << 1 << 100;
+    QTest::newRow("main-dark-keywords") << 2 << 2 << 150;
+    QTest::newRow("main-light-colors") << 1 << 3 << 200;
+}
+
+void MainWindowTest::looks_good() {
+    QFETCH(int, appearance);
+    QFETCH(int, page);
+    QFETCH(int, zoom);
+    theme_->SetAppearance(static_cast<Appearance>(appearance));
+    window_->Panels()->SetPage(page);
+    emit window_->Tools()->ZoomChosen(zoom);
+    if (page == 0)
+        Panel(PanelKind::Categories)->Tree()->expandToDepth(1);
+    if (page == 1)
+        Search("\"fresnel\" OR lens");
+    QTest::qWait(50);
+    TakeShot(*window_, QString::fromLatin1(QTest::currentDataTag()));
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::MainWindowTest)
+#include "main_window_test.moc"
