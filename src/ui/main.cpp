@@ -35,8 +35,9 @@ StartOptions ReadArguments(const QApplication& application) {
     const QCommandLineOption ready("ready-line", "Print a line on standard error once the board can be used.");
     parser.addOptions({data, settings, ready});
     parser.process(application);
-    StartOptions options{parser.isSet(data) ? parser.value(data).toStdString() : lore::UserDataRoot(),
-                         parser.value(settings).toStdString(), parser.isSet(ready)};
+    StartOptions options{
+        parser.isSet(data) ? std::filesystem::path(parser.value(data).toStdString()) : lore::UserDataRoot(),
+        parser.value(settings).toStdString(), parser.isSet(ready)};
     if (options.settings.empty())
         options.settings = parser.isSet(data) ? options.data / "settings.ini" : lore::UserSettingsFile();
     return options;

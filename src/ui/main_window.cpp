@@ -28,7 +28,8 @@ constexpr const char* kEarlyPanes[] = {"NoteBook:      <>", "Not Linked", "", "N
 
 }  // namespace
 
-MainWindow::MainWindow(CLorebinderApp& app, Theme& theme) : app_(app), theme_(theme), model_(app) {
+MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
+    : app_(app), theme_(theme), model_(app.List(), app.NoteBook()) {
     setObjectName("mainWindow");
     setWindowTitle(ToQString(CLorebinderApp::WindowTitle()));
     tools_ = new MainToolBar(theme_, this);

@@ -4,6 +4,8 @@
 #include <array>
 
 #include "app/lorebinder_app.h"
+#include "app/picture_commands.h"
+#include "notes/panel_commands.h"
 #include "ui/board_view.h"
 #include "ui/list_board_model.h"
 
@@ -57,7 +59,7 @@ private:
     void SwitchNoteBook(int index);
     void RunPanelCommand(PanelAction action, const LongList& notes);
     void SetPanelChoice(PanelKind kind, int number);
-    void ChangePicture(int32_t noteId, int attachment, PictureCommand command, int cardWidth);
+    void ChangePicture(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room);
     void OpenAttachment(int32_t noteId, int attachment);
     void ExtractAttachment(int32_t noteId, int attachment);
     void OpenLink(const QString& address);

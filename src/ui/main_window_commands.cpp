@@ -4,7 +4,6 @@
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileDialog>
-#include <QImageReader>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -119,13 +118,8 @@ void MainWindow::SetPanelChoice(PanelKind kind, int number) {
     panels_->Rebuild(app_);
 }
 
-void MainWindow::ChangePicture(int32_t noteId, int attachment, PictureCommand command, int cardWidth) {
-    const int row = model_.RowOf(noteId);
-    if (row < 0)
-        return;
-    const CAttachment& picture = model_.NoteAt(row).attachments[static_cast<size_t>(attachment)];
-    const int width = QImageReader(PathToQString(model_.AttachmentPath(picture))).size().width();
-    RunPictureCommand(app_, noteId, static_cast<size_t>(attachment), command, {width, cardWidth});
+void MainWindow::ChangePicture(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room) {
+    RunPictureCommand(app_, noteId, static_cast<size_t>(attachment), command, room);
     board_->RefreshNote(noteId);
 }
 
