@@ -20,10 +20,12 @@ double Rounded(double zoom) {
 }
 
 int32_t Shifted(const CAttachment& picture, int32_t by, const PictureRoom& room) {
-    const int free = room.cardWidth - static_cast<int>(room.width * picture.zoom);
-    if (free <= 0)
+    const double taken = room.width * picture.zoom;
+    // Written so that a scale that is no number, as a damaged file may hold, shifts nothing.
+    if (!(taken >= 0 && taken < room.cardWidth))
         return picture.shift;
-    return std::clamp(picture.shift + by, -free / 2, free / 2);
+    const int half = (room.cardWidth - static_cast<int>(taken)) / 2;
+    return std::clamp(std::clamp(picture.shift, -half, half) + by, -half, half);
 }
 
 /// The sync log of a linked NoteBook takes the change of a note that it holds.

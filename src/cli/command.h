@@ -35,6 +35,7 @@ void AddClassifyCommands(Commands& commands);
 void AddCalendarCommands(Commands& commands);
 void AddDumpCommands(Commands& commands);
 void AddDataCommands(Commands& commands);
+void AddCheckCommands(Commands& commands);
 
 /// Runs a whole command line and gives its exit status.
 int RunCommandLine(int argc, char** argv);

@@ -21,6 +21,7 @@ Commands AllCommands() {
     AddCalendarCommands(commands);
     AddDumpCommands(commands);
     AddDataCommands(commands);
+    AddCheckCommands(commands);
     return commands;
 }
 
@@ -33,8 +34,7 @@ void DeclareGlobals(CLI::App& app, GlobalOptions& options) {
     app.require_subcommand(1);
 }
 
-int Finish(ExitStatus status, const Session& session, const PrintedFaults& faults) {
-    (void)session;
+int Finish(ExitStatus status, const PrintedFaults& faults) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         PrintError("standard output could not be written");
         status = ExitStatus::Fault;
@@ -89,7 +89,7 @@ int RunCommandLine(int argc, char** argv) {
     const auto chosen =
         std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });
     Session session(options);
-    return Finish((*chosen)->Run(session), session, session.Faults());
+    return Finish((*chosen)->Run(session), session.Faults());
 }
 
 }  // namespace lore

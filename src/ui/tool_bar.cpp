@@ -91,6 +91,8 @@ void MainToolBar::AddScopeMenu() {
     auto* const button = new QToolButton(this);
     button->setPopupMode(QToolButton::InstantPopup);
     button->setMenu(scopeMenu_);
+    button->setIconSize(QSize(kSpace * 4, kSpace * 4));
+    button->setStyleSheet("QToolButton::menu-indicator { image: none; }");
     options_ = new QAction(tr("Search Options"), this);
     button->setDefaultAction(options_);
     button->setAccessibleName(tr("Search Options"));
@@ -154,7 +156,7 @@ void MainToolBar::FocusSearch() {
 
 void MainToolBar::Restyle() {
     run_->setIcon(theme_.Icon("search", ColorRole::DimText));
-    options_->setIcon(theme_.Icon("chevron-down"));
+    options_->setIcon(theme_.Icon("list-filter"));
 }
 
 }  // namespace lore
