@@ -1,102 +1,25 @@
 // How fast a search answers: over texts in memory, beside memmem over the same bytes, and over note files on disk.
 
 #include <benchmark/benchmark.h>
-#include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <map>
-#include <random>
 #include <string>
 #include <unistd.h>
 #include <vector>
 
+#include "bench/notebook_generator.h"
+#include "bench/quiet_world.h"
 #include "notes/note_file.h"
 #include "notes/search_database.h"
 #include "notes/search_prefilter.h"
 #include "notes/text_cache.h"
-#include "ports/fault_notice.h"
 #include "rtf/rtf.h"
 
 namespace lore {
 namespace {
 
 constexpr int kNotes = 20000;
-constexpr int kNotesPerFile = 10;
-constexpr size_t kWords = 60000;
-
-class NoFaults : public FaultNotice {
-public:
-    void Tell(const Fault&) override {}
-};
-
-class FixedGuids : public GuidSource {
-public:
-    std::string NewGuid() override { return "{G}"; }
-};
-
-/// Texts of 1 to 5 kB whose words come as often as those of a language; one in a thousand has a rare word.
-class TextMaker {
-public:
-    TextMaker() {
-        static constexpr char kLetters[] = "eeeeetttaaaooiinnsshhrrddllcumwfgypbvk";
-        double sum = 0;
-        for (size_t i = 0; i < kWords; ++i) {
-            std::string word;
-            for (size_t length = 2 + random_() % 9; length > 0; --length)
-                word += kLetters[random_() % (sizeof kLetters - 1)];
-            words_.push_back(word);
-            sums_.push_back(sum += 1.0 / (static_cast<double>(i) + 2.7));
-        }
-    }
-
-    std::vector<std::string> Paragraphs(int number) {
-        const size_t wanted = 1000 + random_() % 4000;
-        std::vector<std::string> paragraphs(1);
-        for (size_t got = 0; got < wanted;) {
-            const std::string& word = Word();
-            got += word.size() + 1;
-            paragraphs.back() += word;
-            if (random_() % 80 == 0) {
-                paragraphs.back() += '.';
-                paragraphs.emplace_back();
-            } else {
-                paragraphs.back() += ' ';
-            }
-        }
-        if (number % 1000 == 417)
-            paragraphs.back() += "Heliotrope NEEDLE.";
-        return paragraphs;
-    }
-
-private:
-    const std::string& Word() {
-        const double at = std::uniform_real_distribution<double>(0, sums_.back())(random_);
-        return words_[static_cast<size_t>(std::lower_bound(sums_.begin(), sums_.end(), at) - sums_.begin())];
-    }
-
-    std::mt19937 random_{20240607};
-    std::vector<std::string> words_;
-    std::vector<double> sums_;
-};
-
-std::string Joined(const std::vector<std::string>& paragraphs, const char* end) {
-    std::string text;
-    for (const std::string& paragraph : paragraphs)
-        text += (text.empty() ? "" : end) + paragraph;
-    return text;
-}
-
-CNote MakeNote(int number, const std::vector<std::string>& paragraphs) {
-    CNote note;
-    note.id = number + 1;
-    note.guid = "{0A1B2C3D-0000-1111-abcd-222233334444}";
-    note.dateCreated = note.dateEdited = DateTime(2020, 1, 1).PlusDays(number / kNotesPerFile);
-    note.plainText = Joined(paragraphs, "\r\n");
-    note.rtfText = "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Arial;}}\\fs20 {\\b A title}\\par\r\n" +
-                   Joined(paragraphs, "\\par\r\n") + "}\r\n";
-    return note;
-}
 
 /// 2,000 note files, and the folded texts of the same notes.
 struct Data {
@@ -108,10 +31,10 @@ struct Data {
 
     Data() {
         std::filesystem::create_directories(folder);
-        TextMaker maker;
+        NoteMaker maker(20240607);
         std::vector<CNote> notes;
         for (int i = 0; i < kNotes; ++i) {
-            notes.push_back(MakeNote(i, maker.Paragraphs(i)));
+            notes.push_back(maker.Next());
             rtf.push_back(notes.back().rtfText);
             texts.Add(notes.back().id, 0, PlainText(rtf.back()));
             if (notes.size() < kNotesPerFile)
@@ -216,14 +139,12 @@ BENCHMARK(BM_FoldTexts);
 void BM_SearchNoteFiles(benchmark::State& state) {
     const Data& data = Data::Get();
     const NoteMatcher matcher = MatcherFor(TermAt(state));
-    NoFaults faults;
-    FixedGuids guids;
-    const ReadContext context{DateTime(2026, 1, 1), DateTime(2026, 1, 1), &guids};
+    QuietWorld world;
     SearchOptions options;
     options.threads = static_cast<int>(state.range(1));
     size_t results = 0;
     for (auto _ : state)
-        results = SearchDatabase(data.folder, matcher, options, context, faults).size();
+        results = SearchDatabase(data.folder, matcher, options, world.context, world.faults).size();
     state.SetLabel(TermAt(state) + ": " + std::to_string(results));
 }
 BENCHMARK(BM_SearchNoteFiles)->ArgsProduct({{1, 3, 8}, {1, 2}})->Unit(benchmark::kMillisecond)->UseRealTime();
