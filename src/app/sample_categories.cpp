@@ -36,7 +36,9 @@ CProCategoryList ReadSampleCategories(std::string_view text, int& maxCategoryID)
         const std::string_view name = TrimLeft(line);
         if (name.empty())
             continue;
-        maxCategoryID = CategoryIDAfter(RaiseToHighest(maxCategoryID, maxCategoryID));
+        do
+            maxCategoryID = CategoryIDAfter(RaiseToHighest(maxCategoryID, maxCategoryID));
+        while (maxCategoryID == kUnassignedID);
         ChildrenAt(roots, (line.size() - name.size()) / kBlanksPerLevel).emplace_back(maxCategoryID, FromUtf8(name));
     }
     forest.LinkAll();

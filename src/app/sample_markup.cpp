@@ -167,9 +167,11 @@ private:
     CharFormat plain_;
     int32_t lists_ = 0;
     bool behindTable_ = false;
+    int16_t gapBefore_ = 0;  // of a paragraph right behind a table, which has no gap of its own
 };
 
 void MarkupWriter::AddBlock(const Block& block) {
+    gapBefore_ = behindTable_ ? kParagraphGap : 0;
     behindTable_ = block.kind == BlockKind::Table;
     switch (block.kind) {
         case BlockKind::Heading:
@@ -208,7 +210,7 @@ void MarkupWriter::AddList(const Block& block, ListKind kind) {
     paragraph.list_id = ++lists_;
     paragraph.left_indent = kIndent;
     paragraph.first_indent = -kIndent;
-    for (const std::string_view line : block.lines) {
+    for (const std::string_view& line : block.lines) {
         AddInline(line, plain_);
         paragraph.space_after = &line == &block.lines.back() ? kParagraphGap : kItemGap;
         builder_.EndParagraph(paragraph);
@@ -272,6 +274,7 @@ void MarkupWriter::AddParagraph(const Block& block) {
         text.append(text.empty() ? "" : " ").append(line);
     AddInline(text, plain_);
     ParagraphFormat paragraph;
+    paragraph.space_before = gapBefore_;
     paragraph.space_after = kParagraphGap;
     builder_.EndParagraph(paragraph);
 }

@@ -1,0 +1,339 @@
+#include "app/sample_notebook.h"
+
+#include <algorithm>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <set>
+
+#include "app/sample_builder.h"
+#include "app/sample_files.h"
+#include "base/text.h"
+#include "calendar/event_file.h"
+#include "calendar/reminder_file.h"
+#include "notes/attachment_kind.h"
+#include "notes/note_file.h"
+#include "notes/note_finder.h"
+#include "notes/note_record.h"
+#include "rtf/rtf.h"
+#include "support/read_world.h"
+
+namespace lore {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CollectedFaults : FaultNotice {
+    void Tell(const Fault& fault) override { faults.push_back(fault); }
+    std::vector<Fault> faults;
+};
+
+/// A data folder and what was loaded from it.
+struct SampleWorld {
+    SampleResult Make() { return MakeSampleNoteBook(data, "{LOCAL}", counters, world.context, faults); }
+    NoteBookPaths Main() const { return {data, kMainNoteBookFolder}; }
+
+    /// Loads a NoteBook as the program does, but changes nothing; `notes` are whole.
+    void Load(const CDatabase& database) {
+        book.database = database;
+        book.paths = NoteBookPaths(data, database.folder);
+        IdCounters loadCounters = counters;
+        LoadNoteBook(book, loadCounters, world.context, faults, {.mode = LoadMode::ReadOnly});
+        notes.clear();
+        LoadAllNotes(book.paths.Notes(), world.context, faults, notes);
+    }
+
+    /// Every file below the data folder with its bytes.
+    std::map<std::string, std::string> AllFiles() const {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : fs::recursive_directory_iterator(data.root))
+            if (entry.is_regular_file())
+                files[entry.path().string()] = BytesOf(entry.path());
+        return files;
+    }
+
+    TempFolder folder;
+    ReadWorld world;
+    CollectedFaults faults;
+    DataPaths data{folder.Path()};
+    IdCounters counters{1000, 1, 3};
+    OpenNoteBook book;
+    std::vector<CNote> notes;
+};
+
+/// Starts with an empty data folder.
+class SampleNoteBook : public testing::Test, protected SampleWorld {};
+
+/// The sample, made and loaded once for tests that only read.
+class LoadedSample : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        made = std::make_unique<SampleWorld>();
+        made->Load(made->Make().database);
+    }
+    static void TearDownTestSuite() { made.reset(); }
+
+    static inline std::unique_ptr<SampleWorld> made;
+    OpenNoteBook& book = made->book;
+    const std::vector<CNote>& notes = made->notes;
+};
+
+TEST_F(SampleNoteBook, FillsAnEmptyMainNoteBook) {
+    const SampleResult result = Make();
+    ASSERT_TRUE(result.made);
+    EXPECT_TRUE(result.database.IsMain());
+    EXPECT_FALSE(fs::exists(data.DatabasesFile()));
+    Load(result.database);
+    EXPECT_TRUE(faults.faults.empty());
+    EXPECT_EQ(notes.size(), result.notes);
+    EXPECT_EQ(book.TotalNoteCount(), result.notes);
+    EXPECT_GE(result.notes, 60u);
+    EXPECT_EQ(book.sources.Count(), 25u);
+    EXPECT_EQ(result.sources, 25u);
+    EXPECT_EQ(book.types.Count(), 2u);
+    EXPECT_EQ(book.authors.Count(), result.authors);
+    EXPECT_GE(book.colors.Entries().size(), 6u);
+    LongList shown;
+    LoadLongListFile(shown, book.paths.LastViewList());
+    ASSERT_EQ(shown.Count(), result.notes);
+    EXPECT_EQ(shown[0], 1001);
+    EXPECT_EQ(counters.MaxNoteID, 1000 + static_cast<int>(result.notes));
+}
+
+TEST_F(LoadedSample, StoresEveryNoteWhereItBelongsWithBothTextsAlike) {
+    std::set<std::string> guids;
+    for (const CNote& note : notes) {
+        EXPECT_TRUE(fs::exists(book.paths.NoteFile(GetNoteFileName(note)))) << note.id;
+        EXPECT_EQ(note.plainText, FromUtf8(WithCrLf(PlainText(note.rtfText)))) << note.id;
+        EXPECT_FALSE(note.plainText.empty() || note.plainText.ends_with('\n')) << note.id;
+        EXPECT_LT(note.rtfText.size(), kMaxStringLength);
+        EXPECT_TRUE(note.dateCreated.IsValid() && note.dateEdited.IsValid()) << note.id;
+        EXPECT_GE(note.dateEdited.Seconds(), note.dateCreated.Seconds()) << note.plainText;
+        EXPECT_NE(note.borderColor, 0u) << note.plainText;
+        EXPECT_TRUE(guids.insert(note.guid).second) << note.id;
+    }
+}
+
+TEST_F(LoadedSample, ResolvesEveryReferenceOfItsNotes) {
+    for (const CNote& note : notes) {
+        for (const int32_t id : note.sources)
+            EXPECT_NE(book.sources.FindSourceByID(id), nullptr) << note.id;
+        EXPECT_LE(note.sourceInfo.size(), note.sources.Count());
+        for (const CNoteSourceInfo& info : note.sourceInfo) {
+            const CSource* source = book.sources.FindSourceByGUID(info.key);
+            ASSERT_NE(source, nullptr) << info.text;
+            EXPECT_TRUE(note.sources.Contains(source->SourceID)) << info.text;
+        }
+        for (int set = 1; set <= kSetCount; ++set) {
+            const CProCategoryTree& path = note.categories[set - 1];
+            EXPECT_TRUE(path.IsEmptyPath() || path.IsSameTree(book.categories.GetNotePath(note.id, set))) << note.id;
+        }
+    }
+}
+
+TEST_F(LoadedSample, LosesNothingThatItsFilesName) {
+    std::vector<SampleNote> written;
+    for (const SampleFile& file : SampleFiles())
+        if (file.name.ends_with(".note"))
+            for (SampleNote& note : ParseSampleNotes(file.bytes))
+                written.push_back(std::move(note));
+    ASSERT_EQ(notes.size(), written.size());
+    for (const SampleNote& want : written) {
+        const auto got = std::ranges::find_if(
+            notes, [&](const CNote& note) { return ToUtf8(note.plainText).starts_with(want.title + "\r\n"); });
+        ASSERT_NE(got, notes.end()) << want.title;
+        EXPECT_EQ(got->sources.Count(), want.sources.size()) << want.title;
+        EXPECT_EQ(got->attachments.size(), want.attachments.size()) << want.title;
+        for (int set = 0; set < kSetCount; ++set)
+            EXPECT_EQ(got->categories[set].IsEmptyPath(), want.categories[set].empty()) << want.title;
+        size_t pictures = 0;
+        for (size_t at = want.text.find("!["); at != std::string::npos; at = want.text.find("![", at + 1))
+            ++pictures;
+        EXPECT_EQ(ReadRtf(got->rtfText).pictures.size(), pictures) << want.title;
+    }
+}
+
+TEST_F(LoadedSample, HasSourcesOfAllTypesThatAreCitedInFull) {
+    std::set<int32_t> kinds;
+    book.sources.FormatAll(book.authors);
+    for (const CSource& source : book.sources) {
+        kinds.insert(source.SourceType);
+        EXPECT_NE(ToUtf8(source.FormattedText).find(ToUtf8(source.FieldTexts[0])), std::string::npos)
+            << source.FormattedText;
+        for (const int32_t author : source.AuthorIDs)
+            EXPECT_NE(book.authors.FindAuthorByID(author), nullptr);
+        if (source.SourceType > kFirstCustomType) {
+            const CCustomSourceType* type = book.types.FindTypeByGUID(source.CustomTypeCopy.GUID);
+            ASSERT_NE(type, nullptr);
+            EXPECT_EQ(type->number, source.SourceType);
+            for (const CCustomSourceField& field : source.CustomTypeCopy.fields)
+                EXPECT_EQ(field.kind == CCustomSourceField::User, !field.value.empty()) << field.name;
+        }
+    }
+    EXPECT_EQ(kinds, (std::set<int32_t>{1, 2, 3, 4, 5, 6, 7, 1101, 1102}));
+}
+
+TEST_F(LoadedSample, HoldsTextInSixScriptsAndBothDirections) {
+    std::string all;
+    for (const CNote& note : notes)
+        all += PlainText(note.rtfText);
+    for (const char* quotation : {"ὑπὲρ τῶν πλωϊζομένων", "сделать колм каменной с фонарём", "وهداية للمسافرين",
+                                  "וַיַּנְחֵם אֶל־מְחוֹז חֶפְצָם", "月落烏啼霜滿天", "灯台下暗し", "तमसो मा ज्योतिर्गमय",
+                                  "Bṛhadāraṇyaka Upaniṣad", "Þrídrangar", "Stefan Żeromski"})
+        EXPECT_NE(all.find(quotation), std::string::npos) << quotation;
+}
+
+/// True if the chunks of a PNG file follow each other from the header to the end and their checks agree.
+bool IsWholePng(std::string_view bytes) {
+    const auto number = [&](size_t at) {
+        uint32_t value = 0;
+        for (size_t i = 0; i < 4; ++i)
+            value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+        return value;
+    };
+    size_t at = 8;
+    while (at + 12 <= bytes.size()) {
+        const size_t length = number(at);
+        if (length > bytes.size() - at - 12)
+            return false;
+        uint32_t check = 0xFFFFFFFFu;
+        for (size_t i = at + 4; i < at + 8 + length; ++i) {
+            check ^= static_cast<unsigned char>(bytes[i]);
+            for (int bit = 0; bit < 8; ++bit)
+                check = check >> 1 ^ (check & 1 ? 0xEDB88320u : 0);
+        }
+        if (~check != number(at + 8 + length))
+            return false;
+        if (bytes.substr(at + 4, 4) == "IEND")
+            return at + 12 == bytes.size();
+        at += 12 + length;
+    }
+    return false;
+}
+
+TEST_F(LoadedSample, CopiesEveryAttachmentInWholly) {
+    std::set<int32_t> kinds;
+    std::set<std::string> stored;
+    for (const CNote& note : notes) {
+        for (const CAttachment& attachment : note.attachments) {
+            kinds.insert(attachment.type);
+            EXPECT_FALSE(attachment.title.empty());
+            EXPECT_EQ(attachment.show, attachment.type == kImageFile);
+            if (attachment.type == kWebLink) {
+                EXPECT_TRUE(attachment.sourceFile.starts_with("https://")) << attachment.sourceFile;
+                continue;
+            }
+            EXPECT_EQ(attachment.type, AttachmentKindOf(attachment.storedFile));
+            const std::string bytes = BytesOf(book.paths.Attachments() / attachment.storedFile);
+            EXPECT_GT(bytes.size(), 100u) << attachment.storedFile;
+            EXPECT_EQ(attachment.type == kImageFile, IsWholePng(bytes)) << attachment.title;
+            stored.insert(attachment.storedFile);
+        }
+    }
+    EXPECT_EQ(kinds, (std::set<int32_t>{kImageFile, kTextFile, kPdfFile, kSpreadsheetFile, kHtmlFile, kWebLink}));
+    EXPECT_EQ(static_cast<size_t>(std::distance(fs::directory_iterator(book.paths.Attachments()), {})), stored.size());
+}
+
+TEST(SamplePictures, AreSmallAndWhole) {
+    size_t pictures = 0;
+    for (const SampleFile& file : SampleFiles()) {
+        if (!file.name.ends_with(".png"))
+            continue;
+        ++pictures;
+        EXPECT_LT(file.bytes.size(), 60u * 1024) << file.name;
+        EXPECT_TRUE(IsWholePng(file.bytes)) << file.name;
+    }
+    EXPECT_EQ(pictures, 6u);
+}
+
+TEST_F(SampleNoteBook, GoesIntoNewNoteBooksWhileTheMainOneIsInUse) {
+    Make();
+    const auto before = AllFiles();
+    const SampleResult second = Make();
+    const SampleResult third = Make();
+    ASSERT_TRUE(second.made && third.made);
+    EXPECT_EQ(second.database.name, "Lighthouses (sample)");
+    EXPECT_EQ(second.database.folder, "DB000002");
+    EXPECT_EQ(third.database.folder, "DB000003");
+    EXPECT_NE(second.database.guid, third.database.guid);
+    EXPECT_EQ(second.events + second.reminders, 0u);
+    std::vector<CDatabase> list;
+    LoadDatabases(data.DatabasesFile(), world.context, list);
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_EQ(list[1].guid, third.database.guid);
+    const auto after = AllFiles();
+    for (const auto& [path, bytes] : before)
+        EXPECT_TRUE(after.at(path) == bytes) << path;
+    Load(third.database);
+    EXPECT_EQ(notes.size(), third.notes);
+    EXPECT_EQ(notes.size() * 3, static_cast<size_t>(counters.MaxNoteID - 1000));
+}
+
+TEST_F(SampleNoteBook, TakesANumberBehindAllFoldersAndListedNoteBooks) {
+    fs::create_directories(data.Databases() / "DB000007");
+    fs::create_directories(Main().Notes());
+    std::ofstream(Main().NoteFile("DAY01012024.dat")) << "x";
+    CDatabase other;
+    other.id = kMainNoteBookID - 1;
+    other.folder = "DB002111";
+    SaveDatabases(data.DatabasesFile(), {other});
+    EXPECT_EQ(Make().database.id, 2114);
+}
+
+TEST_F(SampleNoteBook, LeavesAMainNoteBookAloneThatHoldsAnything) {
+    const auto writeBytes = [](const fs::path& path) {
+        fs::create_directories(path.parent_path());
+        std::ofstream(path) << "something";
+    };
+    AuthorList authors;
+    authors.AddAuthor({4, "A", "", "B", {}, {}});
+    CProCategoryList forest;
+    forest.AddRoot(CProCategoryTree(5, "kept"));
+    const std::function<void()> kFillings[] = {
+        [&] { writeBytes(Main().NoteFile("DAY01012024.dat")); },
+        [&] { writeBytes(Main().Attachments() / "0000001.txt"); },
+        [&] { writeBytes(Main().SyncLog()); },
+        [&] { authors.SaveAuthors(Main().Authors()); },
+        [&] { forest.Save(Main().Categories()); },
+        [&] { fs::create_directories(Main().Sources()); },
+    };
+    for (const auto& fill : kFillings) {
+        fs::remove_all(data.DataFiles());
+        fs::create_directories(Main().Folder());
+        EXPECT_TRUE(IsMainNoteBookEmpty(data, world.context));
+        fill();
+        EXPECT_FALSE(IsMainNoteBookEmpty(data, world.context)) << &fill - kFillings;
+    }
+    EXPECT_FALSE(Make().database.IsMain());
+}
+
+TEST_F(SampleNoteBook, KeepsACalendarThatHoldsSomething) {
+    fs::create_directories(data.DataFiles());
+    EventList events{NewEvent(world.context)};
+    WriteEvents(data.Events(), events);
+    const std::string before = BytesOf(data.Events());
+    const SampleResult result = Make();
+    EXPECT_TRUE(result.made);
+    EXPECT_EQ(result.events, 0u);
+    EXPECT_EQ(BytesOf(data.Events()), before);
+    EXPECT_FALSE(fs::exists(data.Reminders()));
+}
+
+TEST_F(SampleNoteBook, TellsWhatItCannotWrite) {
+    std::ofstream(data.DataFiles()) << "a file where the folder should be";
+    EXPECT_FALSE(Make().made);
+    EXPECT_FALSE(faults.faults.empty());
+}
+
+TEST_F(SampleNoteBook, ListsNothingBesideAListThatItCannotRead) {
+    Make();
+    fs::create_directories(data.DatabasesFile());
+    EXPECT_FALSE(Make().made);
+    EXPECT_EQ(faults.faults.size(), 1u);
+    EXPECT_FALSE(fs::exists(data.Databases() / "DB000002"));
+}
+
+}  // namespace
+}  // namespace lore
