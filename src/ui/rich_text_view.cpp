@@ -59,7 +59,11 @@ private:
         const Paragraph& paragraph = document_.paragraphs[i];
         cursor_.setBlockFormat(formats_.Paragraph(paragraph.format));
         const auto runs = RunsOf(document_, i);
-        const CharFormat first = runs.empty() ? CharFormat() : runs.front().format;
+        // An empty line looks like the text above it.
+        const CharFormat first = runs.empty() ? above_ : runs.front().format;
+        above_ = runs.empty() ? first : runs.back().format;
+        above_.link = -1;
+        above_.background.reset();
         if (!beginsCell)
             cursor_.setBlockCharFormat(formats_.Characters(first, ground_));
         if (const QString mark = counter_.NextMark(paragraph.format); !mark.isEmpty()) {
@@ -229,6 +233,7 @@ private:
     ListCounter counter_;
     QTextCursor cursor_;
     QColor ground_;
+    CharFormat above_;
     bool fresh_ = true;  // the cursor stands in an empty block that the next paragraph takes
 };
 
