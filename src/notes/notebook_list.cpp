@@ -51,7 +51,7 @@ std::optional<CDatabase> FindWhere(const std::vector<CDatabase>& list, const std
 }  // namespace
 
 FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& context, std::vector<CDatabase>& list,
-                         double& version) {
+                         double& version, bool* isWhole) {
     list.clear();
     version = 0.0;
     std::unique_ptr<RecordReader> stream;
@@ -60,6 +60,8 @@ FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& c
         return result;
     version = ReadFixedDouble(stream.get());
     ReadCounted(stream.get(), [&] { ReadDatabase(stream.get(), version, context, list.emplace_back()); });
+    if (isWhole)
+        *isWhole = !stream->RanOut() && stream->AtEnd();
     return result;
 }
 

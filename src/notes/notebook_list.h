@@ -36,9 +36,9 @@ struct CDatabase {
 
 /// Empties the list and reads "Databases.dat". A record without a guid gets a new one.
 FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& context, std::vector<CDatabase>& list);
-/// The same for a file whose version is wanted too.
+/// The same where the file's version is wanted too, and whether it was there whole with nothing behind its records.
 FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& context, std::vector<CDatabase>& list,
-                         double& version);
+                         double& version, bool* isWhole = nullptr);
 FileResult SaveDatabases(const std::filesystem::path& file, const std::vector<CDatabase>& list);
 
 /// The record of the main NoteBook, whose guid is that of the installation.

@@ -1,0 +1,70 @@
+#include "notes/check_note.h"
+
+#include "base/text.h"
+#include "notes/attachment_kind.h"
+#include "notes/note_file_walk.h"
+
+namespace lore {
+
+namespace {
+
+/// Adds findings about one note.
+class NoteFindings {
+public:
+    NoteFindings(int32_t id, const std::filesystem::path& file, std::vector<Finding>& findings)
+        : note_("note " + std::to_string(id)), file_(file.string()), findings_(findings) {}
+    void Add(FindingKind kind, const std::string& text) { findings_.push_back({kind, file_, note_ + " " + text}); }
+
+private:
+    std::string note_;
+    std::string file_;
+    std::vector<Finding>& findings_;
+};
+
+void CheckLinks(const CNote& note, const KnownThings& known, NoteFindings& findings) {
+    for (const int32_t source : note.sources) {
+        if (!known.sources.FindSourceByID(source))
+            findings.Add(FindingKind::SourceMissing, "names source " + std::to_string(source) + ", which is missing");
+    }
+    for (size_t set = 0; known.hasCategories && set < kSetCount; ++set) {
+        const CProCategoryTree& path = note.categories[set];
+        const int32_t category = DeepestCategoryID(path);
+        if (!path.IsEmptyPath() && !known.categories.FindByID(category))
+            findings.Add(FindingKind::CategoryMissing, "is filed in set " + std::to_string(set + 1) +
+                                                           " under category " + std::to_string(category) +
+                                                           ", which is missing");
+    }
+    for (const CAttachment& attachment : note.attachments) {
+        const std::string name = StoredName(attachment);
+        if (!name.empty() && !known.attachments.contains(name))
+            findings.Add(FindingKind::AttachmentMissing, "names attachment " + name + ", which is missing");
+    }
+}
+
+void CheckLength(std::string_view text, const std::string& name, NoteFindings& findings) {
+    if (text.size() > kMaxStringLength)
+        findings.Add(FindingKind::TextTooLong, "has a " + name + " of " + std::to_string(text.size()) +
+                                                   " bytes, over the limit of " + std::to_string(kMaxStringLength));
+}
+
+}  // namespace
+
+void CheckNote(const CNote& head, const NoteTexts& texts, const std::filesystem::path& file, const KnownThings& known,
+               std::vector<Finding>& findings) {
+    NoteFindings ofNote(head.id, file, findings);
+    if (!IsAtHome(head, file))
+        ofNote.Add(FindingKind::NoteInWrongFile, "belongs in " + GetNoteFileName(head));
+    CheckLinks(head, known, ofNote);
+    CheckLength(texts.plainText, "plain text", ofNote);
+    CheckLength(texts.rtfText, "rich text", ofNote);
+    CheckLength(head.keyWords, "line of key words", ofNote);
+    CheckLength(head.reserved, "reserved text", ofNote);
+    for (const CNoteSourceInfo& info : head.sourceInfo)
+        CheckLength(info.text, "source information", ofNote);
+}
+
+std::string StoredName(const CAttachment& attachment) {
+    return attachment.type == kWebLink ? std::string() : std::string(LastPathComponent(attachment.storedFile));
+}
+
+}  // namespace lore

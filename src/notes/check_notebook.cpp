@@ -1,0 +1,221 @@
+#include "notes/check_notebook.h"
+
+#include <array>
+#include <memory>
+#include <system_error>
+#include <unordered_map>
+
+#include "base/long_list.h"
+#include "bibliography/author_list.h"
+#include "bibliography/custom_type_list.h"
+#include "notes/check_note.h"
+#include "notes/file_faults.h"
+#include "notes/note_copies.h"
+#include "notes/note_file_walk.h"
+#include "notes/notebook_list.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kReadThreads = 2;
+constexpr char kDamaged[] = "the file is short or damaged";
+
+constexpr std::array<std::string_view, 8> kKindNames = {"note-twice",       "note-in-wrong-file", "source-missing",
+                                                        "category-missing", "attachment-missing", "attachment-unused",
+                                                        "damaged-file",     "text-too-long"};
+
+/// What the walk leaves of one note file.
+struct CheckedFile {
+    std::vector<NoteCopy> copies;
+    std::vector<Finding> findings;
+    std::set<std::string> attachments;  // names that its notes name
+};
+
+class NoteBookCheck {
+public:
+    NoteBookCheck(const NoteBookPaths& paths, const ReadContext& context, FaultNotice& faults)
+        : paths_(paths), context_(context), faults_(faults) {}
+
+    std::vector<Finding> Run();
+
+private:
+    void ReadKnownThings();
+    void ReadCategories();
+    void CheckLastViewList();
+    void CheckSyncLog();
+    void CheckNoteFile(size_t number, NoteFileReader& reader);
+    void AddCopies();
+    void CheckAttachmentFolder();
+    void AddDamage(const std::filesystem::path& file, bool isDamaged);
+    template <typename Read>
+    void CheckRecordFile(const std::filesystem::path& file, const char* unread, Read read);
+
+    const NoteBookPaths& paths_;
+    const ReadContext& context_;
+    FaultNotice& faults_;
+    KnownThings known_;
+    std::vector<std::filesystem::path> files_;
+    std::vector<CheckedFile> checked_;  // one a note file
+    std::vector<Finding> lists_;        // of the files beside the notes
+    std::vector<Finding> findings_;
+};
+
+void NoteBookCheck::AddDamage(const std::filesystem::path& file, bool isDamaged) {
+    if (isDamaged)
+        lists_.push_back({FindingKind::DamagedFile, file.string(), kDamaged});
+}
+
+/// Opens a file, lets `read` take what it knows of it, and looks whether that was all.
+template <typename Read>
+void NoteBookCheck::CheckRecordFile(const std::filesystem::path& file, const char* unread, Read read) {
+    std::unique_ptr<RecordReader> stream;
+    TellFailedRead(faults_, unread, file, OpenRecordFile(file, stream));
+    if (!stream)
+        return;
+    read(stream.get());
+    AddDamage(file, stream->RanOut() || !stream->AtEnd());
+}
+
+void NoteBookCheck::ReadKnownThings() {
+    AuthorList authors;
+    TellFailedRead(faults_, "The authors could not be read", paths_.Authors(), authors.LoadAuthors(paths_.Authors()));
+    AddDamage(paths_.Authors(), !authors.ReadWhole());
+    CustomTypeList types;
+    TellFailedRead(faults_, "The source types could not be read", paths_.SourceTypes(),
+                   types.LoadTypes(paths_.SourceTypes(), context_));
+    AddDamage(paths_.SourceTypes(), !types.ReadWhole());
+    TellFailedRead(faults_, "The sources could not be read", paths_.Sources(),
+                   known_.sources.LoadSources(paths_.Sources(), context_));
+    AddDamage(paths_.Sources(), !known_.sources.ReadWhole());
+    ReadCategories();
+    CheckLastViewList();
+    CheckSyncLog();
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(paths_.Attachments(), error)) {
+        if (!entry.is_directory(error))
+            known_.attachments.insert(entry.path().filename().string());
+    }
+}
+
+void NoteBookCheck::ReadCategories() {
+    CheckRecordFile(paths_.Categories(), "The categories could not be read", [this](RecordReader* stream) {
+        known_.categories.Read(stream);
+        known_.categories.FindByID(kUnassignedID);  // makes the look-up before several threads use it
+        known_.hasCategories = true;
+    });
+}
+
+void NoteBookCheck::CheckLastViewList() {
+    CheckRecordFile(paths_.LastViewList(), "The last note list could not be read", [](RecordReader* stream) {
+        LongList ids;
+        ReadLongList(stream, ids);
+    });
+}
+
+/// A log is lines, and a whole one ends with a line break.
+void NoteBookCheck::CheckSyncLog() {
+    std::string bytes;
+    TellFailedRead(faults_, "The sync log could not be read", paths_.SyncLog(), ReadFile(paths_.SyncLog(), bytes));
+    AddDamage(paths_.SyncLog(), !bytes.empty() && bytes.back() != '\n');
+}
+
+void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
+    const std::filesystem::path& file = files_[number];
+    CheckedFile& checked = checked_[number];
+    while (reader.Next()) {
+        const CNote& head = reader.Head();
+        checked.copies.push_back({head.id, IsAtHome(head, file)});
+        CheckNote(head, {reader.PlainText(), reader.RtfText()}, file, known_, checked.findings);
+        for (const CAttachment& attachment : head.attachments)
+            checked.attachments.insert(StoredName(attachment));
+    }
+    if (reader.IsDamaged())
+        checked.findings.push_back({FindingKind::DamagedFile, file.string(), kDamaged});
+    else if (reader.Count() > static_cast<int64_t>(checked.copies.size()))
+        checked.findings.push_back(
+            {FindingKind::DamagedFile, file.string(), "the file holds a record without a number"});
+}
+
+/// Adds, behind what was found in each file, the copies of notes that another place shows.
+void NoteBookCheck::AddCopies() {
+    std::vector<NoteCopy> copies;
+    std::vector<size_t> fileOf;
+    for (size_t file = 0; file < checked_.size(); ++file) {
+        copies.insert(copies.end(), checked_[file].copies.begin(), checked_[file].copies.end());
+        fileOf.resize(copies.size(), file);
+    }
+    const std::vector<bool> shown = ShownCopies(copies);
+    std::unordered_map<int32_t, size_t> shownIn;
+    for (size_t i = 0; i < copies.size(); ++i) {
+        if (shown[i])
+            shownIn[copies[i].id] = fileOf[i];
+    }
+    for (size_t i = 0; i < copies.size(); ++i) {
+        if (shown[i])
+            continue;
+        const std::string text = "note " + std::to_string(copies[i].id) + " stands twice; the copy in " +
+                                 files_[shownIn[copies[i].id]].filename().string() + " shows";
+        checked_[fileOf[i]].findings.push_back({FindingKind::NoteTwice, files_[fileOf[i]].string(), text});
+    }
+}
+
+void NoteBookCheck::CheckAttachmentFolder() {
+    for (const CheckedFile& file : checked_) {
+        for (const std::string& name : file.attachments)
+            known_.attachments.erase(name);
+    }
+    for (const std::string& name : known_.attachments)
+        findings_.push_back(
+            {FindingKind::AttachmentUnused, (paths_.Attachments() / name).string(), "no note names the file"});
+}
+
+std::vector<Finding> NoteBookCheck::Run() {
+    ReadKnownThings();
+    files_ = NoteFilesOf(paths_.Notes());
+    checked_.resize(files_.size());
+    WalkNoteFiles(
+        files_, context_, kReadThreads, [this](size_t file, NoteFileReader& reader) { CheckNoteFile(file, reader); },
+        [this](size_t file, const FileResult& result) {
+            TellFailedRead(faults_, kNoteFileUnread, files_[file], result);
+        });
+    AddCopies();
+    for (CheckedFile& file : checked_)
+        findings_.insert(findings_.end(), file.findings.begin(), file.findings.end());
+    findings_.insert(findings_.end(), lists_.begin(), lists_.end());
+    CheckAttachmentFolder();
+    return std::move(findings_);
+}
+
+}  // namespace
+
+std::string_view FindingKindName(FindingKind kind) {
+    return kKindNames[static_cast<size_t>(kind)];
+}
+
+std::vector<Finding> CheckNoteBook(const NoteBookPaths& paths, const ReadContext& context, FaultNotice& faults) {
+    return NoteBookCheck(paths, context, faults).Run();
+}
+
+std::vector<Finding> CheckData(const DataPaths& data, const ReadContext& context, FaultNotice& faults) {
+    std::vector<CDatabase> list;
+    double version = 0.0;
+    bool isWhole = true;
+    TellFailedRead(faults, "The list of NoteBooks could not be read", data.DatabasesFile(),
+                   LoadDatabases(data.DatabasesFile(), context, list, version, &isWhole));
+    std::vector<Finding> findings;
+    if (!isWhole)
+        findings.push_back({FindingKind::DamagedFile, data.DatabasesFile().string(), kDamaged});
+    list.insert(list.begin(), MainNoteBook({}));
+    std::set<std::filesystem::path> done;
+    for (const CDatabase& entry : list) {
+        const NoteBookPaths paths(data, entry.folder);
+        if (!done.insert(paths.Folder()).second)
+            continue;
+        const std::vector<Finding> found = CheckNoteBook(paths, context, faults);
+        findings.insert(findings.end(), found.begin(), found.end());
+    }
+    return findings;
+}
+
+}  // namespace lore

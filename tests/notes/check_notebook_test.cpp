@@ -1,0 +1,122 @@
+#include "notes/check_notebook.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "bibliography/source_list.h"
+#include "bibliography/source_record.h"
+#include "classify/category_list.h"
+#include "notes/note_builder.h"
+#include "notes/notebook_list.h"
+
+namespace lore {
+namespace {
+
+/// A NoteBook with one source, a few categories, an attachment and a note that uses them.
+class CheckedNoteBook : public testing::Test {
+protected:
+    CheckedNoteBook() {
+        SourceList sources;
+        for (const int32_t id : {1011, 1013}) {
+            CSource source = MakeSource(world.context);
+            source.SourceID = id;
+            sources.AddTail(source);
+        }
+        sources.SaveSources(disk.paths.Sources(), {});
+        CProCategoryList forest;
+        forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
+        forest.AddRoot(PathOf({{9, "Places"}}));
+        forest.Save(disk.paths.Categories());
+        PutBytes(disk.paths.Attachments() / "0000001.png", "picture");
+        PutBytes(disk.paths.SyncLog(), "-1, -1, , , , ,\r\n");
+        PutBytes(disk.paths.LastViewList(), RawRecord().Ints({1, 5}).Bytes());
+        disk.Put("SRC0000001011.dat", {FullNote(5)});
+    }
+    /// "kind file text" of every finding.
+    std::vector<std::string> Findings() {
+        std::vector<std::string> lines;
+        for (const Finding& finding : CheckNoteBook(disk.paths, world.context, faults))
+            lines.push_back(std::string(FindingKindName(finding.kind)) + " " +
+                            std::filesystem::path(finding.file).filename().string() + ": " + finding.text);
+        return lines;
+    }
+
+    NoteBookFolder disk;
+    ReadWorld world;
+    KeptFaults faults;
+};
+
+TEST_F(CheckedNoteBook, HasNoFindingsWhenAllIsWell) {
+    EXPECT_THAT(Findings(), testing::IsEmpty());
+    EXPECT_TRUE(faults.told.empty());
+}
+
+TEST_F(CheckedNoteBook, NamesWhatIsMissing) {
+    CNote note = DayNote(7);
+    note.sources = {1011, 99};
+    note.categories[1] = PathOf({{3, "Lights"}, {44, "Gone"}});
+    note.attachments.push_back({0, 1.0, "", "0000009.txt", "", 2, true});
+    note.attachments.push_back({0, 1.0, "", "link", "http://example.org", 12, false});
+    disk.Put("SRC0000001011.dat", {FullNote(5), note});
+    PutBytes(disk.paths.Attachments() / "0000002.txt", "x");
+    EXPECT_THAT(Findings(),
+                testing::ElementsAre(
+                    "source-missing SRC0000001011.dat: note 7 names source 99, which is missing",
+                    "category-missing SRC0000001011.dat: note 7 is filed in set 2 under category 44, which is missing",
+                    "attachment-missing SRC0000001011.dat: note 7 names attachment 0000009.txt, which is missing",
+                    "attachment-unused 0000002.txt: no note names the file"));
+}
+
+TEST_F(CheckedNoteBook, NamesNotesThatStandTwiceOrInAWrongFile) {
+    disk.Put("DAY01012020.dat", {FullNote(5), DayNote(8)});
+    disk.Put("xdat", {DayNote(9, 2)});
+    EXPECT_THAT(Findings(), testing::ElementsAre(
+                                "note-in-wrong-file DAY01012020.dat: note 5 belongs in SRC0000001011.dat",
+                                "note-twice DAY01012020.dat: note 5 stands twice; the copy in SRC0000001011.dat shows",
+                                "note-in-wrong-file xdat: note 9 belongs in DAY01022020.dat"));
+}
+
+TEST_F(CheckedNoteBook, NamesDamagedFilesAndTextsOverTheLimit) {
+    CNote tooLong = DayNote(1);
+    tooLong.rtfText = std::string(kMaxStringLength + 1, 'x');
+    disk.Put("DAY01012020.dat", {tooLong});
+    PutBytes(disk.paths.NoteFile("SRC0000001011.dat"), NoteFileBytes(std::vector<CNote>{FullNote(5)}) + "1");
+    PutBytes(disk.paths.Categories(), BytesOf(disk.paths.Categories()) + "0");
+    PutBytes(disk.paths.LastViewList(), RawRecord().Ints({3, 5}).Bytes());
+    PutBytes(disk.paths.SyncLog(), "-1, -1, ");
+    PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(2).Bytes());
+    const std::string damaged = ": the file is short or damaged";
+    EXPECT_THAT(Findings(),
+                testing::ElementsAre("text-too-long DAY01012020.dat: note 1 has a rich text of 500001 bytes, over the "
+                                     "limit of 500000",
+                                     "damaged-file SRC0000001011.dat" + damaged, "damaged-file Authors.dat" + damaged,
+                                     "damaged-file Categories.dat" + damaged, "damaged-file LastViewList.dat" + damaged,
+                                     "damaged-file Sync.dat" + damaged));
+}
+
+TEST_F(CheckedNoteBook, IsCheckedWithAllOthersOfTheDataRoot) {
+    CDatabase other;
+    other.folder = "DB000007";
+    CDatabase main = MainNoteBook("{MAIN}");
+    SaveDatabases(disk.data.DatabasesFile(), {other, main});
+    const NoteBookPaths paths(disk.data, other.folder);
+    CreateNoteBookFolders(paths);
+    PutBytes(paths.NoteFile("a.dat"), "");
+    PutBytes(disk.paths.Attachments() / "0000002.txt", "x");
+    PutBytes(disk.data.DatabasesFile(), BytesOf(disk.data.DatabasesFile()) + "0");
+    std::vector<std::string> files;
+    for (const Finding& finding : CheckData(disk.data, world.context, faults))
+        files.push_back(std::filesystem::path(finding.file).filename().string());
+    EXPECT_THAT(files, testing::ElementsAre("Databases.dat", "0000002.txt", "a.dat"));
+}
+
+TEST_F(CheckedNoteBook, FindsEveryCutOfANoteFile) {
+    const std::string bytes = disk.Bytes("SRC0000001011.dat");
+    for (size_t length = 0; length < bytes.size(); length += 7) {
+        PutBytes(disk.paths.NoteFile("SRC0000001011.dat"), bytes.substr(0, length));
+        EXPECT_THAT(Findings(), testing::Contains("damaged-file SRC0000001011.dat: the file is short or damaged"));
+    }
+}
+
+}  // namespace
+}  // namespace lore
