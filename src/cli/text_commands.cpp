@@ -48,9 +48,7 @@ Json JsonParagraph(const Document& document, size_t index) {
     const bool isLast = index + 1 == document.paragraphs.size();
     const size_t next = isLast ? document.text.size() : document.paragraphs[index + 1].begin;
     if (next > paragraph.end) {
-        const std::string_view ending = std::string_view(document.text).substr(paragraph.end, next - paragraph.end);
-        const auto all = RunsOf(document, index);
-        runs.push_back(JsonRun(document, ending, all.empty() ? CharFormat{} : all.back().format));
+        runs.push_back({{"text", std::string_view(document.text).substr(paragraph.end, next - paragraph.end)}});
     }
     return {{"align", kAlignNames[static_cast<size_t>(paragraph.format.align)]}, {"runs", std::move(runs)}};
 }
