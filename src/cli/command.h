@@ -31,6 +31,7 @@ void AddSearchCommands(Commands& commands);
 void AddTextCommands(Commands& commands);
 void AddBibliographyCommands(Commands& commands);
 void AddCiteCommands(Commands& commands);
+void AddBibliographyOutputCommands(Commands& commands);
 void AddClassifyCommands(Commands& commands);
 void AddCalendarCommands(Commands& commands);
 void AddDumpCommands(Commands& commands);

@@ -17,6 +17,7 @@ Commands AllCommands() {
     AddTextCommands(commands);
     AddBibliographyCommands(commands);
     AddCiteCommands(commands);
+    AddBibliographyOutputCommands(commands);
     AddClassifyCommands(commands);
     AddCalendarCommands(commands);
     AddDumpCommands(commands);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "bibliography/source_list.h"
+
+namespace lore {
+
+/// How the sources of a bibliography are chosen and set. A value that isn't given leaves the sources their own.
+struct BibliographySelection {
+    LongList ids;  ///< in this order, each once, unknown ones left out; all sources when empty
+    std::optional<int32_t> style;
+    std::optional<int32_t> indentSpaces;       ///< held to 0 to 10
+    std::optional<int32_t> authorsBeforeEtAl;  ///< held to 1 to 15
+    bool sorted = true;                        ///< in the order of SortSources
+};
+
+/// Copies of the chosen sources in the order of the bibliography, set but not formatted.
+SourceList SelectSources(const SourceList& sources, const AuthorList& authors, const BibliographySelection& selection);
+
+}  // namespace lore
