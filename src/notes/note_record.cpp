@@ -1,5 +1,6 @@
 #include "notes/note_record.h"
 
+#include <cmath>
 #include <cstdio>
 
 #include "base/text.h"
@@ -43,6 +44,9 @@ constexpr double kSourceInfoGate = 11.46005;
 
 constexpr int kOldSourceCount = 3;
 
+/// Only damage makes a zoom so large; not far beyond it a number has more than the twenty characters of its field.
+constexpr double kZoomLimit = 1e8;
+
 /// The ids above 0, which alone name sources.
 void ReadSourceIds(RecordReader* stream, double version, LongList& sources) {
     LongList ids;
@@ -80,6 +84,9 @@ void ReadAttachment(RecordReader* stream, double version, CAttachment& attachmen
     if (version > kAttachmentShiftGate)
         attachment.shift = ReadFixedInt(stream);
     attachment.zoom = ReadFixedDouble(stream);
+    // Written again, a number that its field can't hold would put every field behind it out of step.
+    if (std::abs(attachment.zoom) >= kZoomLimit)
+        attachment.zoom = 1.0;
     ReadCountedString(stream, attachment.title);
     ReadCountedString(stream, attachment.storedFile);
     ReadCountedString(stream, attachment.sourceFile);

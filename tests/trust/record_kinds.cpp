@@ -1,0 +1,178 @@
+#include "trust/record_kinds.h"
+
+#include "bibliography/source_list.h"
+#include "bibliography/source_record.h"
+#include "calendar/event_file.h"
+#include "calendar/event_text.h"
+#include "calendar/reminder_file.h"
+#include "calendar/series.h"
+#include "calendar/series_text.h"
+#include "classify/category_list.h"
+#include "classify/old_category.h"
+#include "exchange/archive_notes.h"
+#include "notes/note_file.h"
+#include "notes/notebook_list.h"
+#include "notes/print_preview.h"
+#include "notes/sync_log.h"
+#include "trust/record_samples.h"
+
+namespace lore {
+
+namespace {
+
+using Path = std::filesystem::path;
+
+void CopyAuthors(const Path& file, const Path& copy, const ReadContext&) {
+    AuthorList list;
+    list.LoadAuthors(file);
+    list.SaveAuthors(copy);
+}
+
+void CopySources(const Path& file, const Path& copy, const ReadContext& context) {
+    SourceList list;
+    list.LoadSources(file, context);
+    PutBytes(copy, WithHead(static_cast<int32_t>(list.Count()), [&](RecordWriter& stream) {
+                 for (const CSource& source : list)
+                     WriteSource(&stream, source);
+             }));
+    list.SortSources(SampleAuthors());
+}
+
+void CopyTypes(const Path& file, const Path& copy, const ReadContext& context) {
+    CustomTypeList list;
+    list.LoadTypes(file, context);
+    list.LoadTypesUnsorted(file, context);
+    list.SaveTypes(copy);
+}
+
+void CopyCategories(const Path& file, const Path& copy, const ReadContext&) {
+    CProCategoryList list;
+    list.Load(file);
+    list.HighestID();
+    list.Save(copy);
+}
+
+void CopyOldCategories(const Path& file, const Path& copy, const ReadContext&) {
+    std::vector<CCategoryTree> trees;
+    LoadEmptyCategories(file, trees);
+    CProCategoryList list;
+    for (const CCategoryTree& tree : trees) {
+        CProCategoryTree chain;
+        if (ChainFromOldPath(tree, chain))
+            list.AddRoot(chain);
+    }
+    list.Save(copy);
+}
+
+void CopyNoteBooks(const Path& file, const Path& copy, const ReadContext& context) {
+    std::vector<CDatabase> list;
+    LoadDatabases(file, context, list);
+    SaveDatabases(copy, list);
+}
+
+void CopyLastList(const Path& file, const Path& copy, const ReadContext&) {
+    LongList list;
+    LoadLongListFile(list, file);
+    SaveLongListFile(list, copy);
+}
+
+void CopySyncLog(const Path& file, const Path& copy, const ReadContext&) {
+    SyncLog log;
+    LoadSyncLogFrom(file, log);
+    SaveSyncLogTo(copy, log);
+}
+
+void CopyEvents(const Path& file, const Path& copy, const ReadContext& context) {
+    EventList list;
+    LoadAllEvents(file, context, list);
+    size_t dates = 0;
+    for (const CTmEvent& event : list) {
+        // A file of a thousand hostile series may hold a hundred million dates.
+        if (dates < kMostOccurrences)
+            dates += SeriesDates(event).size();
+        SeriesSummary(event);
+        HoverText(event);
+    }
+    WriteEvents(copy, list);
+}
+
+void CopyReminders(const Path& file, const Path& copy, const ReadContext& context) {
+    ReminderList list;
+    LoadAllReminders(file, context, list);
+    SaveReminders(copy, list);
+}
+
+void CopyBibliography(const Path& file, const Path& copy, const ReadContext& context) {
+    std::unique_ptr<RecordReader> stream;
+    std::vector<CSource> sources;
+    if (OpenRecordFile(file, stream).Ok()) {
+        ReadFixedDouble(stream.get());
+        ReadCounted(stream.get(), [&] { ReadBibliographySource(stream.get(), context, sources.emplace_back()); });
+    }
+    PutBytes(copy, WithHead(static_cast<int32_t>(sources.size()), [&](RecordWriter& out) {
+                 for (const CSource& source : sources)
+                     WriteBibliographySource(&out, source);
+             }));
+}
+
+void CopyPreview(const Path& file, const Path& copy, const ReadContext& context) {
+    std::vector<PrintNote> notes;
+    LoadPrintPreview(file, context, notes);
+    PutBytes(copy, "");
+    SavePrintPreview(copy, notes);
+}
+
+void CopyArchive(const Path& file, const Path& copy, const ReadContext& context) {
+    ArchiveNoteReader reader(context);
+    reader.Open(file);
+    std::vector<ArchiveNote> entries;
+    for (ArchiveNote entry; reader.Next(entry);)
+        entries.push_back(entry);
+    if (reader.SourcesNote())
+        entries.insert(entries.begin(), *reader.SourcesNote());
+    RecordWriter stream;
+    WriteArchiveHead(stream, reader.ExportDate(), static_cast<int32_t>(entries.size()));
+    for (const ArchiveNote& entry : entries) {
+        AuthorList authors;
+        for (const CSource& source : entry.sources) {
+            for (const CAuthor& author : source.EmbeddedAuthors)
+                authors.AddAuthor(author);
+        }
+        WriteArchiveNote(stream, entry, authors);
+    }
+    PutBytes(copy, stream.DiskBytes());
+}
+
+void CopyNotes(const Path& file, const Path& copy, const ReadContext& context) {
+    std::vector<CNote> notes;
+    LoadNoteFile(file, context, notes);
+    SaveNoteFile(copy, notes);
+}
+
+}  // namespace
+
+const std::vector<RecordKind>& RecordKinds() {
+    static const std::vector<RecordKind> kinds = {
+        {"authors", AuthorSample, CopyAuthors, CopyAuthors, true},
+        {"sources", SourceSample, CopySources, CopySources, true},
+        {"sources_text_date", TextDateSourceSample, CopySources, CopySources, false},
+        {"sources_oldest", OldestSourceSample, CopySources, CopySources, false},
+        {"types", TypeSample, CopyTypes, CopyTypes, true},
+        {"categories", CategorySample, CopyCategories, CopyCategories, true},
+        {"categories_old", OldCategorySample, CopyOldCategories, CopyCategories, false},
+        {"notebooks", NoteBookSample, CopyNoteBooks, CopyNoteBooks, true},
+        {"last_list", LastListSample, CopyLastList, CopyLastList, true},
+        {"sync", SyncSample, CopySyncLog, CopySyncLog, true},
+        {"events", EventSample, CopyEvents, CopyEvents, true},
+        {"reminders", ReminderSample, CopyReminders, CopyReminders, true},
+        {"bibliography", BibliographySample, CopyBibliography, CopyBibliography, true},
+        {"preview", PreviewSample, CopyPreview, CopyPreview, true},
+        {"archive", ArchiveSample, CopyArchive, nullptr, true},
+        {"notes", NoteSample, CopyNotes, CopyNotes, true},
+        {"notes_old", OldNoteSample, CopyNotes, CopyNotes, false},
+        {"notes_first", FirstNoteSample, CopyNotes, CopyNotes, false},
+    };
+    return kinds;
+}
+
+}  // namespace lore
