@@ -136,6 +136,10 @@ class Bibliography(CliTest):
             shown = subprocess.run(["pdftotext", file, "-"], capture_output=True, encoding="utf-8", check=True).stdout
             for word in ("Smeaton", "Gr\u00e9millon", "Edystone"):
                 self.assertIn(word, shown)
+            boxes = subprocess.run(["pdftotext", "-bbox", file, "-"], capture_output=True, encoding="utf-8", check=True)
+            begins = [float(x) for x in re.findall(r'<word xMin="([\d.]+)"', boxes.stdout)]
+            hanging = [x for x in begins if abs(x - min(begins) - 18) < 0.5]
+            self.assertGreater(len(hanging), 10, "second lines begin a quarter of an inch further in")
         self.expect(3, "bibliography", "--out", "/no/such/folder/x.pdf", says="PDF file could not be made")
 
     def test_a_missing_companion_is_told_and_leaves_the_file(self):
