@@ -111,9 +111,8 @@ bool BodyReader::SkipAsFallback(const Token& token) {
 
 /// A character in two parts stands in adjoining tokens, or it is broken.
 void BodyReader::EndPending(const Token& token) {
-    const bool is_unicode =
-        token.kind == TokenKind::kWord && token.word != nullptr && token.word->word == Word::kUnicode;
-    if (high_surrogate_ != 0 && !is_unicode)
+    const Word word = token.kind == TokenKind::kWord && token.word != nullptr ? token.word->word : Word::kNone;
+    if (high_surrogate_ != 0 && word != Word::kUnicode && word != Word::kUnicodeSkip)
         FlushPending();
     const bool is_bytes =
         token.kind == TokenKind::kText || token.kind == TokenKind::kBytes || token.kind == TokenKind::kHexByte;

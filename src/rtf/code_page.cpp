@@ -54,7 +54,8 @@ char32_t ConvertOne(UConverter* converter, std::string_view bytes) {
         return kReplacement;
     if (count > 1 && U16_IS_LEAD(units[0]) && U16_IS_TRAIL(units[1]))
         return static_cast<char32_t>(U16_GET_SUPPLEMENTARY(units[0], units[1]));
-    return U16_IS_SURROGATE(units[0]) ? kReplacement : static_cast<char32_t>(units[0]);
+    // Some converters give a control character for a byte that stands for nothing.
+    return U16_IS_SURROGATE(units[0]) || units[0] < 0x20 ? kReplacement : static_cast<char32_t>(units[0]);
 }
 
 }  // namespace
@@ -117,10 +118,12 @@ CodePageDecoder::Page& CodePageDecoder::PageOf(int code_page) {
         if (page->code_page == code_page)
             return *page;
     }
-    // A file that names ever new code pages must not fill the memory or make the search through them long.
-    constexpr size_t kMostPages = 32;
+    // A converter takes long to open: a file that names ever new code pages gets Western text from then on.
+    constexpr size_t kMostPages = 64;
     if (pages_.size() == kMostPages)
-        pages_.erase(pages_.begin());
+        return *pages_.back();
+    if (pages_.size() + 1 == kMostPages)
+        code_page = kWestern;
     return *pages_.emplace_back(std::make_unique<Page>(code_page));
 }
 

@@ -44,6 +44,8 @@ private:
     int32_t FontIndex(int32_t number) const;
     void ReadTableWord(const ControlWord& word, const Token& token);
     void ReadFontName(std::string_view utf8);
+    void BeginFont();
+    void EndUnendedFont();
     void EndFont();
     void EndPicture();
     void EndObject(const Group& closed, size_t end);
@@ -60,6 +62,7 @@ private:
     std::optional<Picture> object_picture_;
     std::unordered_map<int32_t, int32_t> font_indexes_;
     std::string font_name_;
+    int32_t font_number_ = 0;
     int32_t font_charset_ = 0;
     std::string instruction_;
     std::vector<std::string> targets_;
@@ -201,7 +204,9 @@ void DocumentReader::ReadTableWord(const ControlWord& word, const Token& token) 
         font_charset_ = token.parameter;
     else if (word.word == Word::kPlain)
         State().ResetCharacters(FontIndex(DefaultFont()));
-    else if (destination != Destination::kFontTable && (word.word == Word::kFont || word.word == Word::kDefaultFont))
+    else if (word.word == Word::kFont && destination == Destination::kFontTable)
+        BeginFont();
+    else if (word.word == Word::kFont || word.word == Word::kDefaultFont)
         State().chars.font = FontIndex(token.parameter);
 }
 
@@ -221,9 +226,19 @@ void DocumentReader::ReadFontName(std::string_view utf8) {
     }
 }
 
+void DocumentReader::BeginFont() {
+    EndUnendedFont();
+    font_number_ = TableFont();
+}
+
+void DocumentReader::EndUnendedFont() {
+    if (!Trim(font_name_).empty())
+        EndFont();
+}
+
 void DocumentReader::EndFont() {
     std::vector<DocumentFont>& fonts = builder_.Unfinished().fonts;
-    DocumentFont font{TableFont(), std::exchange(font_charset_, 0), std::string(Trim(font_name_))};
+    DocumentFont font{font_number_, std::exchange(font_charset_, 0), std::string(Trim(font_name_))};
     font_name_.clear();
     const auto [found, added] = font_indexes_.emplace(font.number, static_cast<int32_t>(fonts.size()));
     if (added)
@@ -240,12 +255,11 @@ void DocumentReader::OnOpen() {
 void DocumentReader::OnClose(const Group& closed, size_t end) {
     const FormatState state = formats_.back();
     formats_.pop_back();
-    if (closed.destination == Destination::kFontTable && !Trim(font_name_).empty())
-        EndFont();
     const Destination outer = Current().destination;
     if (closed.destination == outer)
         return;
     if (closed.destination == Destination::kFontTable) {
+        EndUnendedFont();
         State().chars.font = FontIndex(Current().font);
     } else if (closed.destination == Destination::kPicture) {
         EndPicture();

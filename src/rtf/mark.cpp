@@ -54,6 +54,8 @@ public:
     MarkReader(std::string_view rtf, const std::vector<TextRange>& ranges) : BodyReader(rtf), ranges_(ranges) {}
 
     bool HasMarks() const { return !marks_.empty(); }
+    /// The bytes from the document's brace on.
+    std::string_view Head() const { return Source(); }
     /// The RTF with the marks, or nothing if the file's colours can't be added to.
     std::string Marked(TextColor color) const;
 
@@ -92,10 +94,11 @@ void MarkReader::OnText(std::string_view utf8, size_t begin, size_t end) {
     const bool byte_each = end - begin == position_ - first;
     for (; next_range_ < ranges_.size() && ranges_[next_range_].begin < position_; ++next_range_) {
         const TextRange& range = ranges_[next_range_];
-        const size_t from = std::max(range.begin, first) - first;
-        const size_t to = std::min(range.end, position_) - first;
-        if (from < to)
+        if (range.end > first) {
+            const size_t from = std::max(range.begin, first) - first;
+            const size_t to = std::min(range.end, position_) - first;
             Mark(byte_each ? begin + from : begin, byte_each ? begin + to : end);
+        }
         if (range.end > position_)
             break;
     }
@@ -230,6 +233,9 @@ std::string MarkRtf(std::string_view rtf, std::vector<TextRange> ranges, TextCol
         return std::string(rtf);
     std::string marked = reader.Marked(color);
     // Damaged files may read otherwise with groups in them; the text decides whether the marks may stay.
+    const auto head = static_cast<size_t>(reader.Head().data() - rtf.data());
+    if (!marked.empty())
+        marked.insert(0, rtf.substr(0, head));
     if (!marked.empty() && PlainText(marked) == PlainText(rtf))
         return marked;
     Document document = ReadRtf(rtf);

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <vector>
 
 #include "rtf/field.h"
 #include "rtf/rtf.h"
@@ -57,6 +59,8 @@ constexpr MergeWord kMergeWords[] = {
     {&CellFormat::down, CellMerge::kContinued, "clvmrg"},
 };
 
+constexpr uint32_t kNoFormat = 0xFFFFFFFF;
+
 class RtfWriter {
 public:
     explicit RtfWriter(const Document& document) : document_(document), colors_(document) {}
@@ -73,7 +77,8 @@ private:
     void WriteLinked(const TextRun& run);
     void WriteFormat(const CharFormat& format);
     void WritePicture(const Picture& picture);
-    void WriteRow(const RowFormat& row);
+    void WriteRow(const Paragraph& paragraph);
+    void CountCells();
     void WriteCell(const CellFormat& cell);
     void WriteKept(size_t position);
     void ResetFormat();
@@ -85,9 +90,20 @@ private:
     RtfOutput out_;
     CharFormat now_;
     size_t next_kept_ = 0;
+    std::vector<uint32_t> cell_counts_;                                  ///< of each row
+    std::array<uint32_t, 2> last_row_formats_ = {kNoFormat, kNoFormat};  ///< of the outer tables, of those in cells
 };
 
+void RtfWriter::CountCells() {
+    cell_counts_.resize(document_.rows.size());
+    for (const Paragraph& paragraph : document_.paragraphs) {
+        if (paragraph.row >= 0 && paragraph.ended_by == ParagraphEnd::kCell)
+            ++cell_counts_[static_cast<size_t>(paragraph.row)];
+    }
+}
+
 std::string RtfWriter::Write() {
+    CountCells();
     WriteHead();
     for (size_t i = 0; i < document_.paragraphs.size(); ++i)
         WriteParagraph(i);
@@ -126,7 +142,7 @@ void RtfWriter::WriteParagraph(size_t index) {
     WriteKept(paragraph.begin);
     const int level = LevelOf(paragraph);
     if (level == 1 && (index == 0 || document_.paragraphs[index - 1].row != paragraph.row))
-        WriteRow(document_.row_formats[document_.rows[static_cast<size_t>(paragraph.row)].format]);
+        WriteRow(paragraph);
     WriteParagraphFormat(paragraph);
     if (paragraph.format.list != ListKind::kNone)
         WriteList(paragraph.format);
@@ -185,7 +201,7 @@ void RtfWriter::WriteEnd(const Paragraph& paragraph) {
     } else {
         out_.Open();
         out_.Starred("nesttableprops");
-        WriteRow(document_.row_formats[document_.rows[static_cast<size_t>(paragraph.row)].format]);
+        WriteRow(paragraph);
         out_.Word("nestrow");
         out_.Raw("}{\\nonesttables\\par}");
     }
@@ -285,7 +301,15 @@ void RtfWriter::WritePicture(const Picture& picture) {
     out_.NewLine();
 }
 
-void RtfWriter::WriteRow(const RowFormat& row) {
+/// A row with fewer cells than its format has is damaged; repeating the format for each could fill the memory.
+void RtfWriter::WriteRow(const Paragraph& paragraph) {
+    const auto index = static_cast<size_t>(paragraph.row);
+    const uint32_t format = document_.rows[index].format;
+    const RowFormat& row = document_.row_formats[format];
+    uint32_t& last = last_row_formats_[LevelOf(paragraph) > 1 ? 1 : 0];
+    if (last == format && cell_counts_[index] < row.cells.size())
+        return;
+    last = format;
     out_.Word("trowd");
     out_.Word("trgaph", row.cell_gap);
     out_.Word("trleft", row.left_edge);

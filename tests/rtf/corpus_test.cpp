@@ -1,0 +1,84 @@
+#include <gtest/gtest.h>
+
+#include "base/text.h"
+#include "rtf/mark.h"
+#include "rtf/rtf.h"
+#include "rtf/rtf_files.h"
+
+namespace lore {
+
+namespace {
+
+TEST(RtfCorpus, ReadsAsExpected) {
+    for (auto path : RtfFiles()) {
+        SCOPED_TRACE(path.filename());
+        const std::string rtf = ReadBytes(path);
+        const std::string text = PlainText(rtf);
+        const std::string parts = Describe(ReadRtf(rtf));
+        EXPECT_EQ(text, Expected(path.replace_extension(".txt"), text));
+        EXPECT_EQ(parts, Expected(path.replace_extension(".parts"), parts));
+    }
+}
+
+TEST(RtfCorpus, IsTheSameDocumentWhenWrittenAndReadAgain) {
+    for (const auto& path : RtfFiles()) {
+        SCOPED_TRACE(path.filename());
+        const std::string rtf = ReadBytes(path);
+        const Document document = ReadRtf(rtf);
+        const std::string written = WriteRtf(document);
+        const Document again = ReadRtf(written);
+        EXPECT_EQ(Describe(again), Describe(document));
+        EXPECT_TRUE(again == document);
+        EXPECT_EQ(WriteRtf(again), written);
+        EXPECT_EQ(WhatIsWrongWith(rtf), "");
+    }
+}
+
+TEST(RtfCorpus, MarksEachCharacterAlone) {
+    for (const auto& path : RtfFiles()) {
+        SCOPED_TRACE(path.filename());
+        const std::string rtf = ReadBytes(path);
+        const Document document = ReadRtf(rtf);
+        const std::u32string text = Utf8ToCodePoints(document.text);
+        for (size_t i = 0; i < text.size(); ++i) {
+            if (text[i] == U'\n')
+                continue;
+            Document expected = document;
+            SetBackground(expected, {{i, i + 1}}, kSearchMark);
+            const Document marked = ReadRtf(MarkRtf(rtf, {{i, i + 1}}));
+            ASSERT_EQ(Describe(marked), Describe(expected)) << i;
+        }
+    }
+}
+
+TEST(RtfCorpus, SurvivesACutAtEachByte) {
+    for (const auto& path : RtfFiles()) {
+        const std::string rtf = ReadBytes(path);
+        for (size_t length = 0; length < rtf.size(); ++length)
+            ASSERT_EQ(WhatIsWrongWith(std::string_view(rtf).substr(0, length)), "") << path << " cut at " << length;
+    }
+}
+
+TEST(RtfCorpus, SurvivesEachFlippedBit) {
+    for (const auto& path : RtfFiles()) {
+        std::string rtf = ReadBytes(path);
+        if (rtf.size() > 800)
+            continue;
+        for (size_t bit = 0; bit < rtf.size() * 8; ++bit) {
+            const char flip = static_cast<char>(1 << bit % 8);
+            rtf[bit / 8] ^= flip;
+            ASSERT_EQ(WhatIsWrongWith(rtf), "") << path << " bit " << bit;
+            rtf[bit / 8] ^= flip;
+        }
+    }
+}
+
+TEST(RtfCorpus, HoldsForWhatFuzzingFound) {
+    const auto folder = std::filesystem::path(LORE_TEST_DATA) / "../../fuzz/corpus/rtf";
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        EXPECT_EQ(WhatIsWrongWith(ReadBytes(entry.path())), "") << entry.path();
+}
+
+}  // namespace
+
+}  // namespace lore

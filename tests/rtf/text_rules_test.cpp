@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include "rtf/rtf.h"
+#include "rtf/rtf_files.h"
+
+namespace lore {
+
+namespace {
+
+struct Case {
+    std::string_view body;
+    std::string_view text;
+};
+
+void ExpectTexts(std::initializer_list<Case> cases) {
+    for (const Case& c : cases) {
+        EXPECT_EQ(PlainText(Rtf(c.body)), c.text) << c.body;
+        EXPECT_EQ(WhatIsWrongWith(Rtf(c.body)), "") << c.body;
+    }
+}
+
+TEST(RtfText, PutsALineFeedBetweenParagraphsOnly) {
+    ExpectTexts({
+        {"a\\par b", "a\nb"},
+        {"a\\par b\\par", "a\nb"},
+        {"a\\par b\\par\\par", "a\nb\n"},
+        {"\\par a", "\na"},
+        {"\\par", ""},
+        {"a\\par{\\b\\pard }", "a"},
+        {"a\\\r\nb\\\nc", "a\nb\nc"},
+        {"a\r\nb\nc", "abc"},
+        {"a\\page", "a\n"},
+        {"a\\sect b\\column c", "a\nb\nc"},
+        {"a\\line\\par b", "a\n\nb"},
+        {"a\\par{\\pict\\pngblip 00}\\par", "a\n"},
+        {"a\\par{\\v hidden\\par}", "a"},
+    });
+}
+
+TEST(RtfText, EndsCellsWithTabsAndRowsWithLineFeeds) {
+    ExpectTexts({
+        {"\\trowd\\cellx1\\cellx2\\intbl a\\cell b\\cell\\row", "a\tb\t\n"},
+        {"\\trowd\\cellx1\\intbl a\\cell\\row\\pard\\par", "a\t\n"},
+        {"\\trowd\\cellx1\\intbl a\\cell\\row\\pard z\\par", "a\t\nz"},
+        {"\\intbl a\\par b\\cell c\\cell", "a\nb\tc\t"},
+        {"\\intbl a\\cell\\pard b\\par", "a\tb"},
+        {"\\intbl\\itap2 a\\nestcell{\\*\\nesttableprops\\trowd\\cellx9\\nestrow}{\\nonesttables\\par}\\cell\\row",
+         "a\t\n\t\n"},
+    });
+}
+
+TEST(RtfText, LeavesOutWhatIsNotShown) {
+    ExpectTexts({
+        {"a{\\v b}c\\v d\\v0 e\\v1 f\\plain g", "aceg"},
+        {"a{\\deleted b}c", "ac"},
+        {"a{\\footnote b}c{\\super\\chftn{\\footnote b}}", "ac"},
+        {"a{\\*\\unknown b{c}\\}d}e", "ae"},
+        {"a{\\unknown b}c", "abc"},
+        {"{\\*\\b a}b", "b"},
+        {"{\\pntext 1.\\tab}a{\\listtext 2.}", "a"},
+        {"{\\header h}{\\footer f}{\\info{\\title t}}{\\stylesheet{s;}}a", "a"},
+        {"{\\field{\\*\\fldinst HYPERLINK \"u\"}{\\fldrslt a}}", "a"},
+        {"{\\field{\\*\\fldinst IF {\\field{\\*\\fldinst X}{\\fldrslt no}}}{\\fldrslt a}}", "a"},
+        {"{\\object{\\*\\objdata 00}{\\result b}}a", "a"},
+        {"{\\shp{\\*\\shpinst{\\shptxt b}}{\\shprslt c}}a", "a"},
+        {"{\\upr{a}{\\*\\ud{\\u12354?}}}", "\xE3\x81\x82"},
+        {"{\\bkmkstart m}a{\\*\\bkmkend m}", "a"},
+        {"{\\xe{\\v i}}a", "a"},
+    });
+}
+
+TEST(RtfText, ReadsUnicodeWithItsFallback) {
+    ExpectTexts({
+        {"\\u233?x", "\xC3\xA9x"},
+        {"\\u233 ?x", "\xC3\xA9x"},
+        {"\\u233\\'e9x", "\xC3\xA9x"},
+        {"\\uc2\\u233\\'81\\'40x", "\xC3\xA9x"},
+        {"\\uc0\\u233x", "\xC3\xA9x"},
+        {"{\\uc2 \\u233??}\\u233??", "\xC3\xA9\xC3\xA9?"},
+        {"\\u233\\par x", "\xC3\xA9x"},
+        {"\\u233\\bin2 \\}x", "\xC3\xA9x"},
+        {"\\u233\\{x", "\xC3\xA9x"},
+        {"{\\u233}x", "\xC3\xA9x"},
+        {"\\u233\r\n?x", "\xC3\xA9x"},
+        {"\\u-10179?\\u-8704?", "\xF0\x9F\x98\x80"},
+        {"\\uc0\\u55357\\u56832", "\xF0\x9F\x98\x80"},
+        {"\\uc0 \\u55357\\uc1 \\u56832\\'3fx", "\xF0\x9F\x98\x80x"},
+        {"\\u-10179?x", "\xEF\xBF\xBDx"},
+        {"\\u-8704?x", "\xEF\xBF\xBDx"},
+        {"\\u-10179?\\u-10179?\\u-8704?", "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
+        {"{\\u-10179?}\\u-8704?", "\xEF\xBF\xBD\xEF\xBF\xBD"},
+        {"\\u99999999999999999999?x", "\xEF\xBF\xBDx"},
+        {"\\u0?x\\u26?y", "xy"},
+        {"\\uc-5\\u233x\\uc999999\\u233", "\xC3\xA9x\xC3\xA9"},
+    });
+}
+
+TEST(RtfText, ReadsOddEscapesWithoutLosingWhatFollows) {
+    ExpectTexts({
+        {"a\\'4}b", "a"},
+        {"a\\'zzb", "azzb"},
+        {"a\\bin-1 b", "ab"},
+        {"a\\bin2147483647 b", "ab"},
+        {"a\\bin1000000000000000000000000000000 b", "ab"},
+        {"a\\bin3 }}}b", "ab"},
+        {"a\\-b\\~c\\_d",
+         "a\xC2\xAD"
+         "b\xC2\xA0"
+         "c\xE2\x80\x91"
+         "d"},
+        {"\\b1a\\b-1b", "ab"},
+        {"\\averyveryveryverylongcontrolwordthatnobodyknows a", "a"},
+        {"{\\*}a{\\* b}c", "a bc"},
+        {"\\*\\unknown a", "a"},
+        {"{\\fonttbl{\\f0 A;}\\par}x", "x"},
+        {"\\fonttbl\\info\\pict x", "x"},
+        {"{{{{a}}b", "ab"},
+    });
+}
+
+TEST(RtfText, NeedsTheHeadOfADocument) {
+    for (std::string_view bytes : {"", "plain", "{", "{\\rt", "\\rtf1 a", "x{\\rtf1 a}"})
+        EXPECT_EQ(PlainText(bytes), "") << bytes;
+    for (std::string_view bytes :
+         {"{\\rtf1 a}", "{\\rtf a", " \r\n{\\rtf1 a}", "\xEF\xBB\xBF{\\rtf1 a}", "{\\rtf1 a}}}b"})
+        EXPECT_EQ(PlainText(bytes), "a") << bytes;
+    EXPECT_EQ(WithCrLf("a\nb"), "a\r\nb");
+}
+
+TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
+    const struct {
+        std::string_view rtf;
+        std::string_view text;
+    } cases[] = {
+        {"{\\rtf1\\ansi\\ansicpg1251 \\'cf}", "\xD0\x9F"},
+        {"{\\rtf1\\ansi\\ansicpg0 \\'e9}", "\xC3\xA9"},
+        {"{\\rtf1\\mac \\'8e}", "\xC3\xA9"},
+        {"{\\rtf1\\pc \\'82}", "\xC3\xA9"},
+        {"{\\rtf1\\pca \\'d5}", "\xC4\xB1"},
+        {"{\\rtf1\\ansi\\ansicpg99999 \\'e9}", "\xC3\xA9"},
+        {"{\\rtf1\\ansi\\ansicpg65001 \xC3\xA9\\'c3\\'a9}", "\xC3\xA9\xC3\xA9"},
+        {"{\\rtf1\\ansi\\ansicpg1251\\deff1{\\fonttbl{\\f1\\fcharset161 G;}{\\f2\\fcharset2 S;}}\\'e1\\f2\\'e1}",
+         "\xCE\xB1\xD0\xB1"},
+        {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'93{\\b\\'fd}\\'93\\'fa}",
+         "\xEF\xBF\xBD\xEF\xBF\xBD\xE6\x97\xA5"},
+        {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83Ab}",
+         "\xE3\x82\xA2"
+         "b"},
+        {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83}", "\xEF\xBF\xBD"},
+        {"{\\rtf1\\'81\\'8d\\'80}", "\xC2\x81\xC2\x8D\xE2\x82\xAC"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(PlainText(c.rtf), c.text) << c.rtf;
+        EXPECT_EQ(WhatIsWrongWith(c.rtf), "") << c.rtf;
+    }
+}
+
+}  // namespace
+
+}  // namespace lore
