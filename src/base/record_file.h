@@ -44,6 +44,9 @@ public:
     /// A reader over the bytes as they stand on disk.
     explicit RecordReader(std::string diskBytes);
 
+    /// Gives up the stream and its room, for a reader of the next file.
+    std::string TakeRoom() { return std::move(data_); }
+
     bool AtEnd() const { return position_ >= data_.size(); }
     size_t Position() const { return position_; }
     size_t Size() const { return data_.size(); }

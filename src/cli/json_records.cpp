@@ -8,6 +8,14 @@ namespace lore {
 
 namespace {
 
+std::string TextOf(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+void Print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
 // How each type of field shows.
 Json Shown(int32_t number) {
     return number;
@@ -82,9 +90,22 @@ Json JsonSyncInfo(const CSyncInfo& i) {
 }  // namespace
 
 void PrintJson(const Json& json) {
-    const std::string text = json.dump(-1, ' ', false, Json::error_handler_t::replace);
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fputc('\n', stdout);
+    Print(TextOf(json) + '\n');
+}
+
+void PrintJsonList(size_t count, const std::function<Json(size_t)>& make) {
+    constexpr size_t kPiece = 65536;
+    std::string text = "[";
+    for (size_t i = 0; i < count; ++i) {
+        if (i > 0)
+            text += ',';
+        text += TextOf(make(i));
+        if (text.size() >= kPiece) {
+            Print(text);
+            text.clear();
+        }
+    }
+    Print(text + "]\n");
 }
 
 Json JsonText(std::string_view bytes) {

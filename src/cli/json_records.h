@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -21,6 +22,9 @@ using Json = nlohmann::ordered_json;
 
 /// Prints one JSON document and a line feed on standard output.
 void PrintJson(const Json& json);
+/// Prints a list of `count` documents, each made when its turn has come: as PrintJson prints them all in one list,
+/// without holding them at the same time.
+void PrintJsonList(size_t count, const std::function<Json(size_t)>& make);
 
 Json JsonText(std::string_view bytes);
 /// "YYYY-MM-DDTHH:MM:SS", "invalid" for an invalid date, null for a null date.

@@ -110,12 +110,11 @@ private:
                 PrintNoteLine(note, FileNameOf(book, note.id));
             return;
         }
-        Json list = Json::array();
-        for (const CNote& note : heads) {
-            list.push_back(JsonNoteHead(note));
-            list.back()["file"] = JsonText(FileNameOf(book, note.id));
-        }
-        PrintJson(list);
+        PrintJsonList(heads.size(), [&](size_t i) {
+            Json json = JsonNoteHead(heads[i]);
+            json["file"] = JsonText(FileNameOf(book, heads[i].id));
+            return json;
+        });
     }
 
     std::optional<int32_t> sort_;

@@ -162,6 +162,12 @@ void Loader::ReadFiles() {
 
 void Loader::TakeFile(size_t file, NoteFileReader& reader) {
     FileNotes& notes = notes_[file];
+    // A count may be wrong; beyond this many notes the lists grow by themselves.
+    constexpr int32_t kExpectedNotes = 64;
+    const auto expected = static_cast<size_t>(std::clamp(reader.Count(), 0, kExpectedNotes));
+    notes.briefs.reserve(expected);
+    if (keepHeads_)
+        notes.heads.reserve(expected);
     while (reader.Next()) {
         CNote& head = reader.Head();
         notes.briefs.push_back(MakeNoteBrief(head, IsAtHome(head, files_[file])));
@@ -172,6 +178,8 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
         if (keepHeads_)
             notes.heads.push_back(std::move(head));
     }
+    if (options_.texts)
+        options_.texts->EndFile(file);
 }
 
 void Loader::ShowFile(size_t file, const FileResult& result) {

@@ -48,6 +48,8 @@ public:
     /// One record, also one that won't show. On a worker thread; the records of one file come in order from one thread,
     /// those of different files at the same time. The text lives during the call only.
     virtual void Take(NotePlace place, int32_t noteId, std::string_view rtfText) = 0;
+    /// Behind the last record of a file, on the same thread. May do nothing.
+    virtual void EndFile(size_t) {}
     /// Behind the last text: the notes that show, in loading order. On the caller's thread.
     virtual void Finish(const std::vector<ShownNote>& shown) = 0;
 };

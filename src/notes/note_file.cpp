@@ -9,7 +9,8 @@ namespace lore {
 //   note record  x count
 
 FileResult NoteFileReader::Open(const std::filesystem::path& path) {
-    std::string bytes;
+    // Many files are read one after the other; room that is used again leaves no gaps in memory between what is kept.
+    std::string bytes = stream_ ? stream_->TakeRoom() : std::string();
     const FileResult result = ReadFile(path, bytes);
     OpenBytes(std::move(bytes));
     if (!result.Ok())

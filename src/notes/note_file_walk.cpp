@@ -15,15 +15,14 @@ namespace {
 /// The files of one walk, which its threads take one after the other.
 class SharedWalk {
 public:
-    SharedWalk(const std::vector<std::filesystem::path>& files, const ReadContext& context, const NoteFileTask& task)
-        : files_(files), context_(context), task_(task), results_(files.size()), ready_(files.size(), false) {}
+    SharedWalk(const std::vector<std::filesystem::path>& files, const NoteFileTask& task)
+        : files_(files), task_(task), results_(files.size()), ready_(files.size(), false) {}
 
-    /// Reads the next file that nobody has taken; false if there is none.
-    bool ReadOne() {
+    /// Reads the next file that nobody has taken, with the reader of this thread; false if there is none.
+    bool ReadOne(NoteFileReader& notes) {
         const size_t file = next_.fetch_add(1);
         if (file >= files_.size())
             return false;
-        NoteFileReader notes(context_);
         const FileResult result = notes.Open(files_[file]);
         task_(file, notes);
         const std::scoped_lock lock(mutex_);
@@ -43,7 +42,6 @@ public:
 
 private:
     const std::vector<std::filesystem::path>& files_;
-    const ReadContext& context_;
     const NoteFileTask& task_;
     std::atomic<size_t> next_{0};
     std::mutex mutex_;
@@ -53,12 +51,13 @@ private:
 };
 
 /// Threads that end with the walk. A system that gives none leaves the work to the caller.
-std::vector<std::jthread> StartHelpers(SharedWalk& walk, size_t count) {
+std::vector<std::jthread> StartHelpers(SharedWalk& walk, const ReadContext& context, size_t count) {
     std::vector<std::jthread> helpers;
     try {
         while (helpers.size() < count) {
-            helpers.emplace_back([&walk] {
-                while (walk.ReadOne()) {
+            helpers.emplace_back([&walk, &context] {
+                NoteFileReader notes(context);
+                while (walk.ReadOne(notes)) {
                 }
             });
         }
@@ -72,9 +71,9 @@ std::vector<std::jthread> StartHelpers(SharedWalk& walk, size_t count) {
 
 void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
                    const NoteFileTask& task, const NoteFileDone& done) {
-    SharedWalk walk(files, context, task);
+    SharedWalk walk(files, task);
     const size_t wanted = static_cast<size_t>(std::max(threads, 1)) - 1;
-    const std::vector<std::jthread> helpers = StartHelpers(walk, std::min(wanted, files.size()));
+    const std::vector<std::jthread> helpers = StartHelpers(walk, context, std::min(wanted, files.size()));
     size_t told = 0;
     const auto tellReady = [&](bool wait) {
         while (told < files.size()) {
@@ -84,7 +83,8 @@ void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadCo
             done(told++, *result);
         }
     };
-    while (walk.ReadOne())
+    NoteFileReader notes(context);
+    while (walk.ReadOne(notes))
         tellReady(false);
     tellReady(true);
 }

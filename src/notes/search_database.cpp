@@ -28,16 +28,15 @@ struct FileFinds {
 class FileSearcher {
 public:
     FileSearcher(const NoteMatcher& matcher, const SearchOptions& options, const ReadContext& context)
-        : matcher_(matcher), prefilter_(matcher), options_(options), context_(context) {}
+        : matcher_(matcher), prefilter_(matcher), options_(options), reader_(context) {}
 
     void Search(const std::filesystem::path& path, FileFinds& found) {
-        NoteFileReader reader(context_);
-        found.read = reader.Open(path);
+        found.read = reader_.Open(path);
         const std::string name = path.filename().string();
-        while (reader.Next()) {
-            const CNote& head = reader.Head();
-            if (Matches(reader.RtfText()))
-                found.finds.push_back({found.copies.size(), Result(head.id, reader.RtfText())});
+        while (reader_.Next()) {
+            const CNote& head = reader_.Head();
+            if (Matches(reader_.RtfText()))
+                found.finds.push_back({found.copies.size(), Result(head.id, reader_.RtfText())});
             found.copies.push_back({head.id, GetNoteFileName(head) == name});
         }
     }
@@ -59,7 +58,7 @@ private:
     const NoteMatcher& matcher_;
     const RtfPrefilter prefilter_;
     const SearchOptions& options_;
-    const ReadContext& context_;
+    NoteFileReader reader_;
     std::string text_;
 };
 

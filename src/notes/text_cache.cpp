@@ -14,6 +14,12 @@ uint64_t KeyOf(NotePlace place) {
     return uint64_t{place.file} << 32 | place.record;
 }
 
+/// The room in which a thread joins the texts of a file, used again for the next one so that no gaps stay in memory.
+std::string& Spare() {
+    thread_local std::string spare;
+    return spare;
+}
+
 }  // namespace
 
 bool TextCache::Reserve(size_t bytes) {
@@ -32,6 +38,8 @@ void TextCache::Take(NotePlace place, int32_t noteId, std::string_view rtfText) 
     Loading& file = loading_[place.file];
     if (file.overBudget)
         return;
+    if (file.texts.bytes.empty())
+        file.texts.bytes.swap(Spare());
     const size_t before = file.texts.bytes.size();
     thread_local std::string text;
     PlainText(rtfText, text);
@@ -40,6 +48,15 @@ void TextCache::Take(NotePlace place, int32_t noteId, std::string_view rtfText) 
         return;
     bytes_ -= before;
     file = {{}, true};
+}
+
+void TextCache::EndFile(size_t file) {
+    FoldedTexts& texts = loading_[file].texts;
+    std::string exact(texts.bytes);
+    texts.bytes.swap(exact);
+    exact.clear();
+    Spare().swap(exact);
+    texts.slices.shrink_to_fit();
 }
 
 void TextCache::Finish(const std::vector<ShownNote>& shown) {
@@ -51,7 +68,6 @@ void TextCache::Finish(const std::vector<ShownNote>& shown) {
         std::erase_if(loading_[i].texts.slices, [&](const FoldedTexts::Slice& slice) {
             return !places.contains(KeyOf({i, slice.record}));
         });
-        loading_[i].texts.bytes.shrink_to_fit();
     }
 }
 

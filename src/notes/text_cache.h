@@ -26,6 +26,7 @@ public:
 
     void Begin(size_t fileCount) override;
     void Take(NotePlace place, int32_t noteId, std::string_view rtfText) override;
+    void EndFile(size_t file) override;
     void Finish(const std::vector<ShownNote>& shown) override;
     /// Behind a load: the full path of each of its files, in the order of LoadReport::files.
     void Attach(const std::vector<std::string>& paths);
