@@ -56,6 +56,30 @@ TEST(NoteFile, OldFileIsSavedInTheCurrentShape) {
     EXPECT_EQ(again[0].guid, "{GUID 1}");
 }
 
+TEST(NoteFile, OneReaderGoesFromFileToFileAndKeepsNothing) {
+    TempFolder folder;
+    PutBytes(folder / "long.dat", NoteFileBytes(TwoNotes()));
+    PutBytes(folder / "cut.dat", NoteFileBytes(TwoNotes()).substr(0, 700));
+    PutBytes(folder / "short.dat", NoteFileBytes({}));
+    ReadWorld world;
+    NoteFileReader reader(world.context);
+    for (int round = 0; round < 2; ++round) {
+        ASSERT_TRUE(reader.Open(folder / "long.dat").Ok());
+        ASSERT_TRUE(reader.Next());
+        EXPECT_EQ(RecordOf(reader.TakeNote()), RecordOf(FullNote(5)));
+        EXPECT_TRUE(reader.Open(folder / "missing.dat").Missing());
+        EXPECT_FALSE(reader.Next());
+        ASSERT_TRUE(reader.Open(folder / "cut.dat").Ok());
+        while (reader.Next()) {
+        }
+        EXPECT_TRUE(reader.IsDamaged());
+        ASSERT_TRUE(reader.Open(folder / "short.dat").Ok());
+        EXPECT_FALSE(reader.Next());
+        EXPECT_FALSE(reader.IsDamaged());
+        EXPECT_EQ(reader.Count(), 0);
+    }
+}
+
 TEST(NoteFile, RecordsWithoutAnIdAreDropped) {
     std::vector<CNote> notes = {FullNote(5), FullNote(0), FullNote(-1), FullNote(6)};
     notes[1].id = 0;
