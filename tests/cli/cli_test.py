@@ -64,7 +64,7 @@ class Shapes(CliTest):
                     self.assert_keys(record, *kinds)
 
     def test_documents_have_the_keys_of_the_contract(self):
-        notes = [self.json("note", str(note["id"])) for note in self.json("notes")]
+        notes = self.world.notes
         for note in notes:
             self.assert_keys(note, "note", "body", "file")
             self.assertEqual(len(note["categories"]), 3)
@@ -96,16 +96,23 @@ class Shapes(CliTest):
                 self.assertEqual(count, wanted, name)
 
     def test_text_and_runs_hold_the_same_characters(self):
-        for note in self.json("notes"):
-            rtf = self.world.run("note", str(note["id"]), "--rtf").stdout
-            file = self.world.top / "note.rtf"
-            file.write_text(rtf, encoding="ascii", newline="")
+        file = self.world.top / "note.rtf"
+        for note in self.world.notes:
+            file.write_text(note["rtfText"], encoding="ascii", newline="")
             document = self.json("text", file)
             runs = "".join(run["text"] for p in document["paragraphs"] for run in p["runs"])
             self.assertEqual(runs.rstrip("\n"), document["text"].rstrip("\n"))
-            self.assertEqual(self.world.run("text", file).stdout.rstrip("\n"), document["text"].rstrip("\n"))
-            plain = self.json("note", str(note["id"]))["plainText"].replace("\r\n", "\n")
-            self.assertEqual(document["text"], plain)
+            self.assertEqual(document["text"], note["plainText"].replace("\r\n", "\n"))
+
+    def test_bare_texts_are_those_of_the_note(self):
+        note = self.world.notes[0]
+        shown = self.world.run("note", str(note["id"]), "--text", encoding=None).stdout.decode()
+        self.assertEqual(shown.rstrip("\n"), note["plainText"])
+        rtf = self.world.run("note", str(note["id"]), "--rtf", encoding=None).stdout
+        self.assertEqual(rtf.decode("ascii"), note["rtfText"])
+        file = self.world.top / "bare.rtf"
+        file.write_bytes(rtf)
+        self.assertEqual(self.world.run("text", file).stdout.rstrip("\n"), self.json("text", file)["text"].rstrip("\n"))
 
 
 class Reading(CliTest):
@@ -176,9 +183,7 @@ class Reading(CliTest):
 class Search(CliTest):
     @classmethod
     def setUpClass(cls):
-        listed = json.loads(cls.world.run("--json", "notes").stdout)
-        notes = [json.loads(cls.world.run("--json", "note", str(n["id"])).stdout) for n in listed]
-        cls.texts = {note["id"]: note["plainText"].replace("\r\n", "\n") for note in notes}
+        cls.texts = {note["id"]: note["plainText"].replace("\r\n", "\n") for note in cls.world.notes}
 
     def found(self, term, *args):
         done = self.world.run("--json", "search", term, *args)

@@ -1,4 +1,5 @@
 """What the tests of the command line share: a data folder with the sample NoteBook and one of an old version."""
+import functools
 import hashlib
 import json
 import os
@@ -74,6 +75,12 @@ class World:
         options = {"capture_output": True, "encoding": "utf-8", **options}
         return subprocess.run([program or self.cli, "--data", data or self.data, *args], env=self.environment,
                               stdin=subprocess.DEVNULL, timeout=120, **options)
+
+    @functools.cached_property
+    def notes(self):
+        """All notes of the sample as `note` shows them, in the order of `notes`."""
+        listed = json.loads(self.run("--json", "notes").stdout)
+        return [json.loads(self.run("--json", "note", str(note["id"])).stdout) for note in listed]
 
     def file(self, *names):
         return self.data.joinpath("Data Files", *names)
