@@ -7,7 +7,7 @@
 
 #include "bibliography/source_list.h"
 #include "classify/category_list.h"
-#include "notes/check_notebook.h"
+#include "notes/check_finding.h"
 #include "notes/note.h"
 #include "notes/note_file.h"
 

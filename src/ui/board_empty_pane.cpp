@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/board_view.h"
+#include "ui/board_empty_state.h"
 #include "ui/theme.h"
 
 namespace lore {

@@ -4,17 +4,12 @@
 #include <memory>
 
 #include "app/picture_commands.h"
+#include "ui/board_empty_state.h"
 #include "ui/board_model.h"
 
 namespace lore {
 
 class Theme;
-
-/// What the board says when its list is empty: a line in large type, a sentence, and the first step as a button.
-struct BoardEmptyState {
-    QString title, text, action;  ///< without `action` there is no button
-    QString logo = {};            ///< path of a picture; the program's own one if it can't be read
-};
 
 /// The notes of the current list as cards, one under the other. Only the cards in sight are laid out and painted, so
 /// that the length of the list doesn't matter; the heights of the others are estimates until they come into sight.

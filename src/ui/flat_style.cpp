@@ -5,7 +5,7 @@
 #include <QStyleOption>
 #include <algorithm>
 
-#include "ui/theme.h"
+#include "ui/theme_look.h"
 
 namespace lore {
 namespace {
@@ -27,7 +27,7 @@ QRectF Inside(const QRect& rect, double by = 0.5) {
 
 }  // namespace
 
-FlatStyle::FlatStyle(const Theme& theme) : QProxyStyle(QStringLiteral("Fusion")), theme_(theme) {}
+FlatStyle::FlatStyle(const ThemeLook& theme) : QProxyStyle(QStringLiteral("Fusion")), theme_(theme) {}
 
 void FlatStyle::FillRound(QPainter& painter, const QRectF& rect, double radius, ColorRole ground) const {
     painter.save();

@@ -4,7 +4,7 @@
 
 namespace lore {
 
-class Theme;
+class ThemeLook;
 enum class ColorRole;
 
 /// The Fusion style without its bevels and gradients: flat fields and buttons with round corners, thin scroll bars,
@@ -13,7 +13,7 @@ class FlatStyle : public QProxyStyle {
     Q_OBJECT
 
 public:
-    explicit FlatStyle(const Theme& theme);
+    explicit FlatStyle(const ThemeLook& theme);
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
@@ -43,7 +43,7 @@ private:
     void FillRound(QPainter& painter, const QRectF& rect, double radius, ColorRole ground) const;
     void FillRound(QPainter& painter, const QRectF& rect, double radius, ColorRole ground, ColorRole edge) const;
 
-    const Theme& theme_;
+    const ThemeLook& theme_;
 };
 
 }  // namespace lore

@@ -6,9 +6,11 @@
 #include <utility>
 
 #include "rtf/document.h"
-#include "ui/rich_text_view.h"
+#include "ui/rich_text_look.h"
 
 namespace lore {
+
+class Theme;
 
 /// Turns the formats of a rich text into those of the screen.
 class RichTextFormats {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QColor>
 #include <QDBusVariant>
 #include <QFont>
-#include <QIcon>
 #include <QObject>
 #include <QString>
 #include <array>
+
+#include "ui/theme_look.h"
 
 class QApplication;
 
@@ -14,34 +14,6 @@ namespace lore {
 
 /// Which palette is shown: the desktop's choice, or one by the user's wish.
 enum class Appearance { System, Light, Dark };
-
-/// What a colour is for. Text roles have a contrast of at least 4.5:1 on every ground they stand on, edges 3:1.
-enum class ColorRole {
-    Window,         ///< ground of windows, bars and panels
-    Field,          ///< ground of edit fields, lists and trees
-    Board,          ///< ground behind the cards
-    Card,           ///< ground of a card
-    Raised,         ///< ground of pills, chips, tiles and buttons
-    Hover,          ///< the same under the mouse
-    Text,           ///< on all of the above
-    DimText,        ///< second-rank text on all of the above
-    Accent,         ///< the one strong colour: rings, check marks, the default button
-    AccentText,     ///< on Accent
-    Link,           ///< links, on Card and Window
-    Selection,      ///< ground of a selected row
-    SelectionText,  ///< on Selection
-    Edge,           ///< edges that show where a control is
-    FaintEdge,      ///< decorative lines between things that are told apart anyway
-    Warning,        ///< ground of the quiet bar that tells of a fault
-    WarningText,    ///< on Warning
-    Count_
-};
-
-enum class TextSize { Small, Body, Title, Display };
-
-inline constexpr int kSpace = 4;  ///< all distances are multiples of this, in pixels
-inline constexpr int kCardRadius = 8;
-inline constexpr int kControlRadius = 6;
 
 using ThemeColors = std::array<QColor, static_cast<size_t>(ColorRole::Count_)>;
 
@@ -55,7 +27,7 @@ double ContrastOf(const QColor& a, const QColor& b);
 QColor Legible(const QColor& text, const QColor& ground, double contrast = 4.5);
 
 /// The look of all windows: palette, style, type sizes and icons. One object, made in main and handed on by reference.
-class Theme : public QObject {
+class Theme : public QObject, public ThemeLook {
     Q_OBJECT
 
 public:
@@ -66,7 +38,7 @@ public:
     Appearance GetAppearance() const { return appearance_; }
     bool IsDark() const { return dark_; }
 
-    QColor Color(ColorRole role) const;
+    QColor Color(ColorRole role) const override;
     /// A colour that the user chose for light ground, such as a highlight: on a dark ground it keeps its hue and gets a
     /// lightness on which light text is legible.
     QColor Ground(const QColor& chosen) const;
@@ -74,8 +46,8 @@ public:
     QColor Mark(const QColor& chosen) const;
     /// The system font in one of four sizes.
     QFont Font(TextSize size) const;
-    /// An icon by its file name without ".svg", drawn in a colour role; sharp at every scale factor.
-    QIcon Icon(const QString& name, ColorRole role = ColorRole::Text) const;
+    using ThemeLook::Icon;
+    QIcon Icon(const QString& name, ColorRole role) const override;
     /// The same as a picture of `size` device-independent pixels for a window's device pixel ratio.
     QPixmap IconPixmap(const QString& name, ColorRole role, int size, qreal devicePixelRatio) const;
 

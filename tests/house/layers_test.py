@@ -22,7 +22,8 @@ def includes(root):
 
 
 def unit(name):
-    return name.rsplit(".", 1)[0]
+    """A header with its source; "x_impl.h" is the private half of the unit x."""
+    return name.rsplit(".", 1)[0].removesuffix("_impl")
 
 
 def wrong_arrows(found):

@@ -27,11 +27,16 @@ struct ReadWorld {
     ReadContext context{DateTime(2026, 3, 14, 15, 9, 26), DateTime(2026, 3, 14, 14, 9, 26), &guids};
 };
 
+/// A folder that is kept in memory where the system has one, otherwise the folder for temporary files.
+inline std::filesystem::path MemoryFolder() {
+    return std::filesystem::is_directory("/dev/shm") ? "/dev/shm" : std::filesystem::temp_directory_path();
+}
+
 /// A folder of its own that goes with the test.
 class TempFolder {
 public:
-    TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "lore-XXXXXX").string();
+    explicit TempFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string name = (parent / "lore-XXXXXX").string();
         path_ = mkdtemp(name.data());
     }
     ~TempFolder() {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lore {
+
+/// What may be wrong in a NoteBook.
+enum class FindingKind {
+    NoteTwice,          ///< a copy of a note that another file shows
+    NoteInWrongFile,    ///< neither the first source nor the creation day of the note names its file
+    SourceMissing,      ///< a note names a source that the NoteBook doesn't hold
+    CategoryMissing,    ///< a note is filed under a category that the forest doesn't hold
+    AttachmentMissing,  ///< a note names a file that isn't in the attachment folder
+    AttachmentUnused,   ///< no note names a file of the attachment folder
+    DamagedFile,        ///< a file that breaks off, or holds more than it should
+    TextTooLong,        ///< a text over what a field may hold
+};
+
+/// A word for each kind that stays the same, such as "note-twice".
+std::string_view FindingKindName(FindingKind kind);
+
+struct Finding {
+    FindingKind kind;
+    std::string file;  ///< full path
+    std::string text;  ///< one line for a reader, without the file
+};
+
+}  // namespace lore
