@@ -1,6 +1,7 @@
 #include "rtf/mark.h"
 
 #include <algorithm>
+#include <array>
 
 #include "rtf/body_reader.h"
 #include "rtf/rtf.h"
@@ -46,6 +47,13 @@ std::vector<TextRange> ToBytes(std::string_view text, const std::vector<TextRang
         bytes.push_back({begin, go_to(range.end)});
     }
     return bytes;
+}
+
+/// The words behind \rtf that come before all tables.
+bool IsHeadWord(std::string_view name) {
+    constexpr std::array<std::string_view, 11> kWords = {"ansi",  "mac",     "pc",        "pca", "ansicpg", "deff",
+                                                         "adeff", "deflang", "deflangfe", "uc",  "deftab"};
+    return std::find(kWords.begin(), kWords.end(), name) != kWords.end();
 }
 
 /// Finds the source of marked characters, and where the file keeps its colours.
@@ -137,7 +145,7 @@ void MarkReader::OnOther(Destination destination, std::string_view utf8) {
 void MarkReader::OnWord(const ControlWord& word, const Token& token) {
     if (Current().destination == Destination::kColorTable)
         color_open_ = true;
-    else if (word.name == "rtf" && head_end_ == 0)
+    else if (head_end_ == 0 ? word.name == "rtf" : token.begin == head_end_ && IsHeadWord(word.name))
         head_end_ = token.end;
 }
 
