@@ -103,7 +103,7 @@ FileResult WriteUnflushed(const std::filesystem::path& path, const std::string& 
 }
 
 /// Keeps the first failure.
-void Note(FileResult& all, const FileResult& one) {
+void KeepFailure(FileResult& all, const FileResult& one) {
     if (all.Ok())
         all = one;
 }
@@ -202,20 +202,20 @@ GeneratedBook GenerateNoteBook(const std::filesystem::path& dataFolder, const Ge
         book.textBytes += notes.back().plainText.size();
         if (notes.size() < kNotesPerFile && number + 1 < options.count)
             continue;
-        Note(book.written, WriteUnflushed(paths.NoteFile(GetNoteFileName(notes.front())), NoteFileBytes(notes)));
+        KeepFailure(book.written, WriteUnflushed(paths.NoteFile(GetNoteFileName(notes.front())), NoteFileBytes(notes)));
         notes.clear();
     }
     WordMaker words(options.seed + 1);
     const int32_t sourceCount = FileOf(options.count - 1) / 2 + 1;
     const int32_t authorCount = sourceCount / 4 + 1;
     const AuthorList authors = MakeAuthors(words, authorCount);
-    Note(book.written, authors.SaveAuthors(paths.Authors()));
-    Note(book.written, MakeSources(words, sourceCount, authorCount).SaveSources(paths.Sources(), authors));
-    Note(book.written, maker.Categories().Save(paths.Categories()));
+    KeepFailure(book.written, authors.SaveAuthors(paths.Authors()));
+    KeepFailure(book.written, MakeSources(words, sourceCount, authorCount).SaveSources(paths.Sources(), authors));
+    KeepFailure(book.written, maker.Categories().Save(paths.Categories()));
     LongList listed;
     for (int32_t id = 1; id <= std::min(options.listed, options.count); ++id)
         listed.AddTail(id);
-    Note(book.written, SaveLongListFile(listed, paths.LastViewList()));
+    KeepFailure(book.written, SaveLongListFile(listed, paths.LastViewList()));
     return book;
 }
 
