@@ -1,12 +1,14 @@
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <ostream>
 
 #include "base/record_file.h"
 #include "trust/record_kinds.h"
 
-// Every kind of record file, damaged in every place: whatever stands in a file, reading it neither breaks nor hangs.
+// Every kind of record file, damaged all over: whatever stands in a file, reading it neither breaks nor hangs.
 
 namespace lore {
 
@@ -15,6 +17,12 @@ void PrintTo(const RecordKind& kind, std::ostream* stream) {
 }
 
 namespace {
+
+/// The steps of the two longest runs. Both are prime to the number of bits and of control bytes, so that every one of
+/// these is met all over a file. LORE_ALL_DAMAGE leaves nothing out, and takes minutes.
+size_t Stride() {
+    return std::getenv("LORE_ALL_DAMAGE") ? 1 : 7;
+}
 
 class DamagedFile : public testing::TestWithParam<RecordKind> {
 protected:
@@ -52,8 +60,8 @@ TEST_P(DamagedFile, CutAtEachByte) {
         ExpectReadable(sample_.substr(0, length), "cut to " + std::to_string(length));
 }
 
-TEST_P(DamagedFile, WithEachBitFlipped) {
-    for (size_t bit = 0; bit < sample_.size() * 8; ++bit) {
+TEST_P(DamagedFile, WithBitsFlipped) {
+    for (size_t bit = 0; bit < sample_.size() * 8; bit += Stride()) {
         std::string bytes = sample_;
         bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ 1 << bit % 8);
         ExpectReadable(bytes, "bit " + std::to_string(bit));
@@ -71,13 +79,12 @@ TEST_P(DamagedFile, WithEachNumberAtItsLimits) {
     }
 }
 
-TEST_P(DamagedFile, WithEachByteAControlByte) {
-    for (size_t at = 0; at < sample_.size(); ++at) {
-        for (const char byte : {'\x00', '\x0A', '\x0D', '\x1A', '\xFF'}) {
-            std::string bytes = sample_;
-            bytes[at] = byte;
-            ExpectReadable(bytes, "byte " + std::to_string(at) + " is " + std::to_string(byte));
-        }
+TEST_P(DamagedFile, WithControlBytes) {
+    const char controls[] = {'\x00', '\x0A', '\x0D', '\x1A', '\xFF'};
+    for (size_t at = 0; at < sample_.size() * std::size(controls); at += Stride()) {
+        std::string bytes = sample_;
+        bytes[at / std::size(controls)] = controls[at % std::size(controls)];
+        ExpectReadable(bytes, "control byte " + std::to_string(at));
     }
 }
 
