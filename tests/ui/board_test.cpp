@@ -130,7 +130,7 @@ void BoardTest::StacksTheBlocksOfACardInTheChosenOrder() {
     board_->AddText("");  // 17 pixels for a note that has nothing
     CNote& words = board_->AddText("");
     words.keyWords = ", ,reef,,";
-    board_->AddText("").keyWords = " , ";
+    board_->AddText("").keyWords = "   ";  // no key word at all
     Show();
     const int nothing = view_->CardRect(0).height();
     QCOMPARE(nothing, 17);
