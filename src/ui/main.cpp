@@ -9,6 +9,7 @@
 #include "platform/ini_store.h"
 #include "platform/places.h"
 #include "platform/system_sources.h"
+#include "ui/board_accessible.h"
 #include "ui/fault_bar.h"
 #include "ui/main_window.h"
 #include "ui/qt_progress.h"
@@ -59,6 +60,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion("1.56");
     QApplication::setDesktopFileName("lorebinder");
     QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
+    lore::InstallBoardAccessibility();
     const StartOptions options = ReadArguments(application);
 
     int error = 0;

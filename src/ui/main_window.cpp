@@ -66,7 +66,7 @@ void MainWindow::MakeCentre() {
     setCentralWidget(split_);
     board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
     board_->SetEmptyState({tr("No notes in the list"),
-                           tr("Search for a word above, or double-click a category, source, key word or colour at the "
+                           tr("Search for a word above, or double-click a category, source, key word or color at the "
                               "left to bring in its notes."),
                            tr("Show all notes")});
 }

@@ -32,8 +32,8 @@ constexpr PageTexts kTexts[] = {
      QT_TRANSLATE_NOOP("PanelPage", "Sources that notes are tied to appear here.")},
     {QT_TRANSLATE_NOOP("PanelPage", "Filter key words"),
      QT_TRANSLATE_NOOP("PanelPage", "Key words that notes carry appear here.")},
-    {QT_TRANSLATE_NOOP("PanelPage", "Filter colours"),
-     QT_TRANSLATE_NOOP("PanelPage", "Border colours of notes appear here.")},
+    {QT_TRANSLATE_NOOP("PanelPage", "Filter colors"),
+     QT_TRANSLATE_NOOP("PanelPage", "Border colors of notes appear here.")},
 };
 
 /// What tells an entry apart from the others of its panel, also after the entries were made anew.
