@@ -80,7 +80,8 @@ void Card::AddPaths(const CNote& note, int& y, const CardContext& context) {
         auto block = MakePathBlock(note.categories[set], numbered && sets > 1 ? static_cast<int>(set) + 1 : 0,
                                    width_ - 2 * kPillInset, context);
         const int height = block->Height();
-        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, y);
+        // The path of set 3 stands at a gap of 6, while the card's height counts 7.
+        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, set == 2 && above ? y - 1 : y);
         y += height;
         above = true;
     }
@@ -117,7 +118,8 @@ void Card::AddSources(const CNote& note, int& y, const CardContext& context) {
         auto block =
             MakeSourceBlock(*source, context.model.SourceRemark(note, *source), width_ - 2 * kPillInset, context);
         const int height = block->Height();
-        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, y);
+        // The path of set 3 stands at a gap of 6, while the card's height counts 7.
+        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, set == 2 && above ? y - 1 : y);
         y += height;
         above = true;
     }
