@@ -13,8 +13,8 @@ std::optional<std::string> KeptForm(std::string_view rtf) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte >= 0x80)
             AppendHexByte(form, byte);
-        else if (byte >= 0x20 || c == '\t' || c == '\r' || c == '\n')
-            form += c;
+        else
+            form += byte >= 0x20 || c == '\t' || c == '\r' ? c : '\n';  // what ends a word has to go on ending it
     }
     return form;
 }
