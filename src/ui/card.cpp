@@ -118,8 +118,7 @@ void Card::AddSources(const CNote& note, int& y, const CardContext& context) {
         auto block =
             MakeSourceBlock(*source, context.model.SourceRemark(note, *source), width_ - 2 * kPillInset, context);
         const int height = block->Height();
-        // The path of set 3 stands at a gap of 6, while the card's height counts 7.
-        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, set == 2 && above ? y - 1 : y);
+        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, y);
         y += height;
         above = true;
     }
