@@ -8,24 +8,11 @@
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/print_records.h"
 
 namespace lore {
 
 namespace {
-
-/// Prints a list of records, as JSON or a line each.
-template <typename List, typename ToJson, typename ToLine>
-void PrintRecords(const Session& session, const List& list, ToJson toJson, ToLine toLine) {
-    Json json = Json::array();
-    for (const auto& record : list) {
-        if (session.Json())
-            json.push_back(toJson(record));
-        else
-            std::printf("%s\n", ToUtf8(toLine(record)).c_str());
-    }
-    if (session.Json())
-        PrintJson(json);
-}
 
 class AuthorsCommand : public Command {
 public:

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/print_records.h"
 
 namespace lore {
 
@@ -68,15 +69,12 @@ public:
         OpenNoteBook book;
         if (!session.Load(book, false))
             return ExitStatus::NothingFound;
-        Json list = Json::array();
-        for (const CKeyWord& word : book.keyWords.Entries()) {
-            if (session.Json())
-                list.push_back({{"name", JsonText(word.name)}, {"notes", JsonIds(word.notes)}});
-            else
-                std::printf("%s  (%zu)\n", ToUtf8(word.name).c_str(), word.notes.Count());
-        }
-        if (session.Json())
-            PrintJson(list);
+        PrintRecords(
+            session, book.keyWords.Entries(),
+            [](const CKeyWord& word) {
+                return Json{{"name", JsonText(word.name)}, {"notes", JsonIds(word.notes)}};
+            },
+            [](const CKeyWord& word) { return word.name + "  (" + std::to_string(word.notes.Count()) + ")"; });
         return ExitStatus::Done;
     }
 };
@@ -90,17 +88,16 @@ public:
         OpenNoteBook book;
         if (!session.Load(book, false))
             return ExitStatus::NothingFound;
-        Json list = Json::array();
-        for (const CSearchColor& entry : book.colors.Entries()) {
-            if (session.Json()) {
-                list.push_back({{"id", entry.id}, {"color", JsonColor(entry.color)}, {"notes", JsonIds(entry.notes)}});
-            } else {
-                std::printf("%d  %u,%u,%u  (%zu)\n", entry.id, RedOf(entry.color), GreenOf(entry.color),
-                            BlueOf(entry.color), entry.notes.Count());
-            }
-        }
-        if (session.Json())
-            PrintJson(list);
+        PrintRecords(
+            session, book.colors.Entries(),
+            [](const CSearchColor& entry) {
+                return Json{{"id", entry.id}, {"color", JsonColor(entry.color)}, {"notes", JsonIds(entry.notes)}};
+            },
+            [](const CSearchColor& entry) {
+                return std::to_string(entry.id) + "  " + std::to_string(RedOf(entry.color)) + "," +
+                       std::to_string(GreenOf(entry.color)) + "," + std::to_string(BlueOf(entry.color)) + "  (" +
+                       std::to_string(entry.notes.Count()) + ")";
+            });
         return ExitStatus::Done;
     }
 };

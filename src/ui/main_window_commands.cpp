@@ -12,6 +12,7 @@
 
 #include "app/open_rules.h"
 #include "app/picture_commands.h"
+#include "notes/attachment_kind.h"
 #include "ui/control_bar.h"
 #include "ui/main_window.h"
 #include "ui/panel_page.h"
@@ -20,10 +21,6 @@
 #include "ui/tool_bar.h"
 
 namespace lore {
-
-namespace {
-constexpr int32_t kWebLink = 12;
-}
 
 void MainWindow::MakeMenus() {
     QMenu* const file = menuBar()->addMenu(tr("&File"));
