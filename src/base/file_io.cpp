@@ -1,53 +1,18 @@
 #include "base/file_io.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <utility>
+
+#include "base/file_number.h"
 
 namespace lore {
 
 namespace {
-
-/// A file number that closes itself.
-class FileNumber {
-public:
-    explicit FileNumber(int number) : number_(number) {}
-    FileNumber(const FileNumber&) = delete;
-    FileNumber& operator=(const FileNumber&) = delete;
-    ~FileNumber() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    bool IsOpen() const { return number_ >= 0; }
-    int Get() const { return number_; }
-    /// Closes now; false if the system reports a late write failure.
-    bool Close() { return ::close(std::exchange(number_, -1)) == 0; }
-
-private:
-    int number_;
-};
-
-FileResult LastError() {
-    return {errno};
-}
-
-bool WriteAll(int number, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(number, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes.remove_prefix(static_cast<size_t>(written));
-    }
-    return true;
-}
 
 /// Reads up to the end; `expected` is how many bytes there should be, 0 for a pipe.
 FileResult ReadRest(int number, size_t expected, std::string& bytes) {
@@ -68,13 +33,6 @@ FileResult ReadRest(int number, size_t expected, std::string& bytes) {
     }
 }
 
-/// A name in the same folder that no reader of the folder picks up, since it doesn't end in the old ending.
-std::filesystem::path TemporaryName(const std::filesystem::path& path) {
-    static std::atomic<unsigned> counter{0};
-    return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(::getpid()) + "-" +
-                                 std::to_string(counter++) + ".tmp");
-}
-
 bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
     std::error_code error;
     if (std::filesystem::file_size(path, error) != bytes.size() || error)
@@ -88,12 +46,6 @@ FileResult WriteAndFlush(const std::filesystem::path& path, std::string_view byt
     if (!file.IsOpen() || !WriteAll(file.Get(), bytes) || ::fsync(file.Get()) != 0 || !file.Close())
         return LastError();
     return {};
-}
-
-FileResult FlushFolder(const std::filesystem::path& folder) {
-    const std::filesystem::path name = folder.empty() ? "." : folder;
-    const FileNumber number(::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return number.IsOpen() && ::fsync(number.Get()) == 0 ? FileResult{} : LastError();
 }
 
 }  // namespace

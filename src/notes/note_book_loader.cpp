@@ -224,6 +224,8 @@ void Loader::ChooseCopies() {
     for (size_t i = 0; i < all.size(); ++i) {
         if (shown[i])
             report_.shown.push_back(all[i]);
+        else
+            book_.index.AddHiddenCopy(files_[all[i].place.file].string(), all[i].id);
     }
 }
 

@@ -50,6 +50,20 @@ void NoteIndex::RemoveAll() {
     entries_.clear();
     byPath_.clear();
     places_.clear();
+    hidden_.clear();
+}
+
+void NoteIndex::AddHiddenCopy(std::string_view path, int32_t id) {
+    hidden_.emplace(id, path);
+}
+
+std::vector<std::string> NoteIndex::TakeHiddenPaths(int32_t id) {
+    std::vector<std::string> paths;
+    const auto [first, last] = hidden_.equal_range(id);
+    for (auto it = first; it != last; ++it)
+        paths.push_back(it->second);
+    hidden_.erase(first, last);
+    return paths;
 }
 
 std::vector<CNoteIDsPath> NoteIndex::Entries() const {

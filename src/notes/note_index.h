@@ -30,6 +30,11 @@ public:
     void RemoveFromIndex(int32_t id);
     void RemoveAll();
 
+    /// A further copy of a note that the index holds stands in this file. It doesn't show.
+    void AddHiddenCopy(std::string_view path, int32_t id);
+    /// The files that hold further copies of a note, which the index then forgets.
+    std::vector<std::string> TakeHiddenPaths(int32_t id);
+
     /// The number of notes.
     size_t Count() const { return places_.size(); }
     /// The files that hold notes, in the order in which they were first met.
@@ -52,6 +57,7 @@ private:
     std::vector<Entry> entries_;
     std::unordered_map<std::string, uint32_t> byPath_;
     std::unordered_map<int32_t, Place> places_;
+    std::unordered_multimap<int32_t, std::string> hidden_;
 };
 
 }  // namespace lore

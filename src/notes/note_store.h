@@ -1,0 +1,60 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <span>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "base/long_list.h"
+#include "notes/note.h"
+#include "notes/open_notebook.h"
+#include "notes/text_cache.h"
+#include "ports/fault_notice.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// Puts notes into the note files of the open NoteBook and takes them out. The note index and the text cache follow;
+/// the other lists of the picture are filed by note_filing.h. Each file is read and written once for all notes of a
+/// call.
+///
+/// A note that changes files is written to its new file before it leaves the old one, so that a crash can only leave it
+/// twice; the copy that doesn't show goes when its file is written again. A file that can't be read whole is kept
+/// beside, as "NAME.kept", before it is written anew. Every failure is told.
+class NoteStore {
+public:
+    /// `texts` may be null.
+    NoteStore(OpenNoteBook& book, const ReadContext& context, FaultNotice& faults, TextCache* texts)
+        : book_(book), context_(context), faults_(faults), texts_(texts) {}
+
+    /// Writes a note to the file that its first source or creation day names. A note that the index holds is replaced
+    /// where it stands, or moves; any other is appended. False if it isn't on the disk: it is then as it was before.
+    bool SaveNote(const CNote& note);
+    /// The same for many notes. Gives the ids of those that could not be written.
+    LongList SaveNotes(std::vector<CNote> notes);
+
+    /// Takes notes out of their files and the index. Gives them as the files held them; those whose file could not be
+    /// written aren't among them, and stay.
+    std::vector<CNote> DeleteNotes(const LongList& ids);
+
+private:
+    using NotesByFile = std::map<std::string, std::vector<CNote>>;
+    using IDsByFile = std::map<std::string, std::unordered_set<int32_t>>;
+
+    void PutIntoFile(const std::string& path, std::vector<CNote> incoming, IDsByFile& leaving, LongList& failed);
+    bool TakeFromFile(const std::string& path, const std::unordered_set<int32_t>& ids, std::vector<CNote>& taken);
+    void TakeHiddenCopies(const std::vector<CNote>& notes);
+    bool ReadForRewrite(const std::string& path, std::vector<CNote>& notes);
+    void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);
+    bool IsHiddenCopy(const std::string& path, const CNote& note);
+    bool Write(const std::string& path, const std::vector<CNote>& notes);
+
+    OpenNoteBook& book_;
+    const ReadContext& context_;
+    FaultNotice& faults_;
+    TextCache* texts_;
+};
+
+}  // namespace lore

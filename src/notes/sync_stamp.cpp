@@ -1,0 +1,25 @@
+#include "notes/sync_stamp.h"
+
+#include "base/record_file.h"
+#include "notes/file_faults.h"
+
+namespace lore {
+
+bool StampSyncRecord(SyncLog& log, std::string_view guid, const std::function<void(CSyncInfo&)>& change) {
+    const CSyncInfo* const found = log.FindSyncInfo(guid);
+    if (!log.link.IsLinked() || !found || found->SyncState != kStoredTrue)
+        return false;
+    CSyncInfo info = *found;
+    info.Changed = true;
+    change(info);
+    log.ReplaceSyncInfo(info);
+    return true;
+}
+
+bool WriteSyncLog(const OpenNoteBook& book, FaultNotice& faults) {
+    const FileResult result = SaveSyncLogTo(book.paths.SyncLog(), book.syncLog);
+    TellFailedWrite(faults, "The sync log could not be written", book.paths.SyncLog(), result);
+    return result.Ok();
+}
+
+}  // namespace lore
