@@ -4,23 +4,13 @@
 #include "base/text.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/printed_prompts.h"
 #include "notes/search_database.h"
-#include "ports/prompts.h"
 #include "rtf/rtf.h"
 
 namespace lore {
 
 namespace {
-
-/// Tells the system's messages on standard error.
-class PrintedPrompts : public Prompts {
-public:
-    void Message(const std::string& text, const std::string&, PromptIcon) override { PrintError(ToUtf8(text)); }
-    PromptAnswer Ask(const std::string&, const std::string&, bool) override { return PromptAnswer::No; }
-    std::optional<std::string> AskText(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-};
 
 class SearchCommand : public Command {
 public:

@@ -1,5 +1,9 @@
 #include "ui/qt_prompts.h"
 
+#include <QCheckBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -23,6 +27,19 @@ QMessageBox::Icon IconOf(PromptIcon icon) {
             break;
     }
     return QMessageBox::NoIcon;
+}
+
+/// "Text (*.lbe) |*.lbe|" as Qt takes it: "Text (*.lbe);;...".
+QString QtFilter(const std::string& filter) {
+    const QStringList parts = ToQString(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+        filters.append(parts[i].section('(', 0, 0).trimmed() + " (" + QString(parts[i + 1]).replace(';', ' ') + ")");
+    return filters.join(";;");
+}
+
+std::string FromPath(const QString& path) {
+    return QFile::encodeName(path).toStdString();
 }
 
 }  // namespace
@@ -56,6 +73,45 @@ std::optional<std::string> QtPrompts::AskText(const std::string& label, const st
     const QString text = QInputDialog::getText(parent_, ToQString(title), ToQString(label), QLineEdit::Normal,
                                                ToQString(initial), &accepted);
     return accepted ? std::optional(FromQString(text)) : std::nullopt;
+}
+
+PromptAnswer QtPrompts::AskWithBox(const std::string& text, const std::string& title, const std::string& box,
+                                   bool& ticked) {
+    QMessageBox window(QMessageBox::Question, ToQString(title), ToQString(text), QMessageBox::Yes | QMessageBox::No,
+                       parent_);
+    window.setTextFormat(Qt::PlainText);
+    window.setEscapeButton(QMessageBox::No);
+    QCheckBox* const check = new QCheckBox(ToQString(box), &window);
+    window.setCheckBox(check);
+    const int answer = window.exec();
+    ticked = check->isChecked();
+    return answer == QMessageBox::Yes ? PromptAnswer::Yes : PromptAnswer::No;
+}
+
+std::vector<std::string> QtPrompts::AskOpenPaths(const std::string& title, const std::string& filter, bool several) {
+    QStringList chosen;
+    if (several)
+        chosen = QFileDialog::getOpenFileNames(parent_, ToQString(title), {}, QtFilter(filter));
+    else if (const QString one = QFileDialog::getOpenFileName(parent_, ToQString(title), {}, QtFilter(filter));
+             !one.isEmpty())
+        chosen.append(one);
+    std::vector<std::string> paths;
+    for (const QString& path : chosen)
+        paths.push_back(FromPath(path));
+    return paths;
+}
+
+std::optional<std::string> QtPrompts::AskSavePath(const std::string& title, const std::string& filter,
+                                                  const std::string& proposed) {
+    QFileDialog dialog(parent_, ToQString(title), {}, QtFilter(filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    const QString pattern = ToQString(filter).section('|', 1, 1);
+    if (pattern.startsWith("*.") && pattern != "*.*")
+        dialog.setDefaultSuffix(pattern.mid(2));
+    dialog.selectFile(ToQString(proposed));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return FromPath(dialog.selectedFiles().constFirst());
 }
 
 }  // namespace lore

@@ -16,6 +16,11 @@ public:
     PromptAnswer Ask(const std::string& text, const std::string& title, bool withCancel) override;
     std::optional<std::string> AskText(const std::string& label, const std::string& title,
                                        const std::string& initial) override;
+    PromptAnswer AskWithBox(const std::string& text, const std::string& title, const std::string& box,
+                            bool& ticked) override;
+    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter, bool several) override;
+    std::optional<std::string> AskSavePath(const std::string& title, const std::string& filter,
+                                           const std::string& proposed) override;
 
 private:
     QWidget* parent_ = nullptr;

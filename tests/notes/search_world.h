@@ -23,6 +23,13 @@ public:
     std::optional<std::string> AskText(const std::string&, const std::string&, const std::string&) override {
         return std::nullopt;
     }
+    PromptAnswer AskWithBox(const std::string&, const std::string&, const std::string&, bool&) override {
+        return PromptAnswer::Cancel;
+    }
+    std::vector<std::string> AskOpenPaths(const std::string&, const std::string&, bool) override { return {}; }
+    std::optional<std::string> AskSavePath(const std::string&, const std::string&, const std::string&) override {
+        return std::nullopt;
+    }
     std::vector<std::string> shown;
 };
 

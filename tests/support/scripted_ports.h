@@ -1,7 +1,9 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ports/clock.h"
@@ -25,12 +27,41 @@ public:
         answers.pop_front();
         return answer;
     }
-    std::optional<std::string> AskText(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
+    std::optional<std::string> AskText(const std::string& label, const std::string& title,
+                                       const std::string& initial) override {
+        seen.push_back(title + "? " + label + " [" + initial + "]");
+        return Next(texts);
+    }
+    PromptAnswer AskWithBox(const std::string& text, const std::string& title, const std::string& box,
+                            bool& ticked) override {
+        const PromptAnswer answer = Ask(text + " [ ] " + box, title, false);
+        ticked = ticksBox;
+        return answer;
+    }
+    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter, bool) override {
+        seen.push_back(title + "? open " + filter);
+        return std::exchange(openPaths, {});
+    }
+    std::optional<std::string> AskSavePath(const std::string& title, const std::string& filter,
+                                           const std::string& proposed) override {
+        seen.push_back(title + "? save " + filter + " [" + proposed + "]");
+        return Next(savePaths);
     }
 
     std::vector<std::string> seen;
     std::deque<PromptAnswer> answers;
+    std::deque<std::string> texts, savePaths;  ///< an empty queue cancels
+    std::vector<std::string> openPaths;
+    bool ticksBox = false;
+
+private:
+    static std::optional<std::string> Next(std::deque<std::string>& queue) {
+        if (queue.empty())
+            return std::nullopt;
+        std::string text = queue.front();
+        queue.pop_front();
+        return text;
+    }
 };
 
 /// Notes the messages of the progress and the stand-by window.
