@@ -1,0 +1,41 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "notes/note.h"
+#include "ports/fault_notice.h"
+
+namespace lore {
+
+/// An attachment in an editor.
+struct EditedAttachment {
+    CAttachment record;
+    std::string bitmap;  ///< bytes of a picture that the text control holds in memory; empty for a file or a link
+};
+
+/// The attachments of a note, ready to be edited.
+std::vector<EditedAttachment> EditAttachments(const std::vector<CAttachment>& records);
+std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& attachments);
+
+/// The next free stored name: "0000012.pdf" for the number 12 and a source that ends in "pdf"; the extension keeps its
+/// case, and without one the name ends in the point.
+std::string StoredAttachmentName(int number, std::string_view extension);
+/// The largest number that the names in an attachment folder begin with; 0 for an empty one.
+int HighestAttachmentNumber(const std::filesystem::path& folder);
+
+/// Copies the files of new attachments into the attachment folder of a NoteBook under the next free numbers, in list
+/// order, and empties their source paths. Web links keep their address. A file that can't be copied is told, and its
+/// attachment stays as it was, so that the next save tries again. Gives how many failed.
+size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const std::filesystem::path& folder,
+                            FaultNotice& faults);
+
+/// Where the file of an attachment lies; empty for a web link, or for a file that was never copied.
+std::filesystem::path AttachmentPath(const CAttachment& attachment, const std::filesystem::path& folder);
+
+/// Deletes the files of attachments; one that isn't there is no failure.
+void DeleteAttachmentFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& folder,
+                           FaultNotice& faults);
+
+}  // namespace lore

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "base/long_list.h"
+#include "notes/note.h"
+#include "notes/open_notebook.h"
+#include "notes/text_cache.h"
+#include "ports/fault_notice.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// Notes that were deleted, as their files held them, and where their attachment files have gone.
+struct DeletedNotes {
+    std::vector<CNote> notes;
+    std::filesystem::path keptFiles;  ///< empty if the attachment files were deleted for good
+};
+
+/// Deletes notes and restores them. Nothing here asks.
+class NoteRemoval {
+public:
+    /// `texts` may be null.
+    NoteRemoval(OpenNoteBook& book, const ReadContext& context, FaultNotice& faults, TextCache* texts)
+        : book_(book), context_(context), faults_(faults), texts_(texts) {}
+
+    /// Takes the notes out of their files and all lists of the NoteBook, marks their records in the sync log, and
+    /// deletes their attachment files, or moves them to a folder of the NoteBook where Restore finds them. A note whose
+    /// file can't be written stays, with all that it has, and isn't among the result.
+    DeletedNotes DeleteNotes(const LongList& ids, bool keepFiles);
+    /// Puts notes back where they were: first the attachment files, then the notes.
+    void RestoreNotes(const DeletedNotes& deleted);
+    /// Deletes the attachment files that were moved for RestoreNotes; from then on nothing comes back.
+    static void DiscardKeptFiles(const NoteBookPaths& paths, FaultNotice& faults);
+
+private:
+    void MoveFiles(const std::vector<CNote>& notes, const std::filesystem::path& from, const std::filesystem::path& to);
+    void StampRecords(const std::vector<CNote>& notes);
+
+    OpenNoteBook& book_;
+    const ReadContext& context_;
+    FaultNotice& faults_;
+    TextCache* texts_;
+};
+
+/// The folder of a NoteBook that holds the attachment files of deleted notes until they are discarded.
+std::filesystem::path KeptFilesFolder(const NoteBookPaths& paths);
+
+}  // namespace lore
