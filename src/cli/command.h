@@ -27,6 +27,7 @@ using Commands = std::vector<std::unique_ptr<Command>>;
 
 // The commands, a group for each unit.
 void AddNoteCommands(Commands& commands);
+void AddEditCommands(Commands& commands);
 void AddSearchCommands(Commands& commands);
 void AddTextCommands(Commands& commands);
 void AddBibliographyCommands(Commands& commands);
@@ -37,6 +38,7 @@ void AddCalendarCommands(Commands& commands);
 void AddDumpCommands(Commands& commands);
 void AddDataCommands(Commands& commands);
 void AddCheckCommands(Commands& commands);
+void AddNoteBookCommands(Commands& commands);
 
 /// Runs a whole command line and gives its exit status.
 int RunCommandLine(int argc, char** argv);

@@ -13,6 +13,7 @@ namespace {
 Commands AllCommands() {
     Commands commands;
     AddNoteCommands(commands);
+    AddEditCommands(commands);
     AddSearchCommands(commands);
     AddTextCommands(commands);
     AddBibliographyCommands(commands);
@@ -23,6 +24,7 @@ Commands AllCommands() {
     AddDumpCommands(commands);
     AddDataCommands(commands);
     AddCheckCommands(commands);
+    AddNoteBookCommands(commands);
     return commands;
 }
 

@@ -247,6 +247,14 @@ Json JsonNoteBook(const CDatabase& noteBook) {
             {"created", JsonDate(noteBook.created)}};
 }
 
+Json JsonListedNoteBook(const CDatabase& noteBook, size_t notes) {
+    Json json = JsonNoteBook(noteBook);
+    if (noteBook.IsMain())
+        json["created"] = nullptr;
+    json["notes"] = notes;
+    return json;
+}
+
 Json JsonSyncLog(const SyncLog& log, bool hasHead) {
     Json json = Json::object();
     json["head"] = nullptr;

@@ -54,6 +54,8 @@ Json JsonBibliographySource(const CSource& source);
 Json JsonEvent(const CTmEvent& event);
 Json JsonReminder(const CTmReminder& reminder);
 Json JsonNoteBook(const CDatabase& noteBook);
+/// The same as a listing shows it, with its number of notes; the main NoteBook has no date of creation.
+Json JsonListedNoteBook(const CDatabase& noteBook, size_t notes);
 Json JsonSyncLog(const SyncLog& log, bool hasHead);
 
 }  // namespace lore

@@ -23,10 +23,8 @@ public:
         Json list = Json::array();
         for (const CDatabase& noteBook : all) {
             const NoteBookPaths paths(session.Data(), noteBook.folder);
-            Json json = JsonNoteBook(noteBook);
-            json["created"] = noteBook.IsMain() ? Json(nullptr) : json["created"];
-            json["notes"] = CountNotes(paths.Notes(), session.Context(), session.Faults());
-            list.push_back(std::move(json));
+            list.push_back(
+                JsonListedNoteBook(noteBook, CountNotes(paths.Notes(), session.Context(), session.Faults())));
         }
         Print(session, list);
         return ExitStatus::Done;

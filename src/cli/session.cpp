@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "base/text.h"
+#include "notes/note_cleaner.h"
 #include "platform/places.h"
 
 namespace lore {
@@ -90,6 +91,26 @@ void Session::StoreCounters(const IdCounters& counters) {
     if (!store_.Flush())
         faults_.Tell(
             {"The settings could not be written", SettingsFile(options_).string(), "they keep their old values"});
+}
+
+bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status) {
+    if (!TakeLock(status))
+        return false;
+    if (settings_.Text(Option::LocalGUID).empty())
+        settings_.Set(Option::LocalGUID, guids_.NewGuid());
+    ComputeFolders(data_.root);
+    const auto database = NoteBook();
+    if (!database) {
+        status = ExitStatus::NothingFound;
+        return false;
+    }
+    book.database = *database;
+    book.paths = NoteBookPaths(data_, database->folder);
+    CleanNoteFiles(book.paths, faults_, nullptr);
+    IdCounters counters = Counters();
+    LoadNoteBook(book, counters, context_, faults_, {});
+    StoreCounters(counters);
+    return true;
 }
 
 bool Session::TakeLock(ExitStatus& status) {

@@ -46,7 +46,10 @@ public:
     const DataPaths& Data() const { return data_; }
     Settings& GetSettings() { return settings_; }
     SettingsStore& Store() { return store_; }
+    const SettingsStore& Store() const { return store_; }
     const ReadContext& Context() const { return context_; }
+    Clock& GetClock() { return clock_; }
+    GuidSource& Guids() { return guids_; }
     PrintedFaults& Faults() { return faults_; }
     const std::vector<CDatabase>& NoteBooks();
     CDatabase Main() const;
@@ -59,9 +62,14 @@ public:
     /// The last ids given out, and how a command that gave out more stores them, with the identity of the installation.
     IdCounters Counters() const;
     void StoreCounters(const IdCounters& counters);
+    /// Stores the counters as the settings hold them.
+    void StoreOptions() { StoreCounters(Counters()); }
 
     /// Tells a read that failed; a file that just isn't there has no records and is no failure.
     void Check(const FileResult& result, const char* what, const std::filesystem::path& path);
+    /// Opens the NoteBook as the desktop does, for a command that writes: takes the lock, gives the installation its
+    /// identity, cleans up, loads and moves the counters on. False, told on standard error, if it can't.
+    bool OpenForWriting(OpenNoteBook& book, ExitStatus& status);
     /// Takes the lock for a command that writes; false, told on standard error, if another process holds it.
     bool TakeLock(ExitStatus& status);
 

@@ -1,0 +1,137 @@
+#include "cli/note_changes.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "base/text.h"
+#include "classify/category_merge.h"
+#include "notes/file_faults.h"
+
+namespace lore {
+
+namespace {
+
+/// "L1/L2/L3" as a chain of categories; blanks around a name don't count. Empty for an empty text.
+CProCategoryTree ChainOf(std::string_view path) {
+    CProCategoryTree chain;
+    CProCategoryTree* last = nullptr;
+    while (!path.empty()) {
+        const std::string_view piece = path.substr(0, path.find('/'));
+        path.remove_prefix(std::min(piece.size() + 1, path.size()));
+        const std::string name = CleanText(FromUtf8(std::string(Trim(piece))));
+        if (name.empty())
+            continue;
+        if (last)
+            last = &last->AddChild(CProCategoryTree(-1, name));
+        else
+            last = &(chain = CProCategoryTree(-1, name));
+    }
+    return chain;
+}
+
+}  // namespace
+
+std::optional<Rgb> ParseColorArgument(const std::string& text) {
+    unsigned parts[3] = {};
+    int used = 0;
+    if (std::sscanf(text.c_str(), "%3u,%3u,%3u%n", &parts[0], &parts[1], &parts[2], &used) != 3 ||
+        static_cast<size_t>(used) != text.size() || parts[0] > 255 || parts[1] > 255 || parts[2] > 255)
+        return std::nullopt;
+    return MakeRgb(parts[0], parts[1], parts[2]);
+}
+
+void NoteChanges::Declare(CLI::App& app) {
+    app.add_option("--keywords", keyWords, "Key words, separated by commas")->type_name("TEXT");
+    app.add_option("--source", sources, "A source, the main one first (repeat for more)")
+        ->type_name("ID")
+        ->allow_extra_args(false);
+    app.add_option("--category", categories, "A category, L1/L2/L3; levels that don't exist are made")
+        ->type_name("SET PATH");
+    app.add_option("--color", color, "The border colour")->type_name("R,G,B");
+}
+
+bool NoteChanges::Check(const OpenNoteBook& book, ExitStatus& status) const {
+    status = ExitStatus::WrongUsage;
+    if (color && !ParseColorArgument(*color)) {
+        PrintError("--color takes three numbers from 0 to 255, such as 200,30,30, not \"" + *color + "\"");
+        return false;
+    }
+    for (const auto& [set, path] : categories) {
+        if (set < 1 || set > kSetCount) {
+            PrintError("--category takes a set from 1 to 3, not " + std::to_string(set));
+            return false;
+        }
+    }
+    status = ExitStatus::NothingFound;
+    for (const int32_t source : sources) {
+        if (!book.sources.FindSourceByID(source)) {
+            PrintError("there is no source " + std::to_string(source) +
+                       " in this NoteBook; the command \"sources\" lists those that there are");
+            return false;
+        }
+    }
+    return true;
+}
+
+bool NoteChanges::Apply(Session& session, OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const {
+    if (!Check(book, status))
+        return false;
+    CNote& note = edited.note;
+    if (keyWords)
+        note.keyWords = CleanText(FromUtf8(*keyWords));
+    if (color)
+        note.borderColor = *ParseColorArgument(*color);
+    if (noSources || !sources.empty()) {
+        note.sources.RemoveAll();
+        for (const int32_t source : sources)
+            note.sources.AddUnique(source);
+    }
+    // As the panel of an editor does, which holds rows of sources that there are, and information for its rows only.
+    LongList known;
+    std::vector<CNoteSourceInfo> information;
+    for (const int32_t id : note.sources) {
+        const CSource* const source = book.sources.FindSourceByID(id);
+        if (!source)
+            continue;
+        known.AddUnique(id);
+        if (const CNoteSourceInfo* const info = FindSourceInfo(note.sourceInfo, source->SourceGUID))
+            information.push_back(*info);
+    }
+    note.sources = known;
+    note.sourceInfo = CollectSourceInfo(information);
+    status = ExitStatus::Fault;
+    return ApplyCategories(session, book, note);
+}
+
+bool NoteChanges::ApplyCategories(Session& session, OpenNoteBook& book, CNote& note) const {
+    if (categories.empty())
+        return true;
+    int last = session.GetSettings().Int(Option::MaxCategoryID);
+    for (const auto& [set, path] : categories) {
+        CProCategoryTree chain = ChainOf(path);
+        if (IsUnassignedPath(chain))
+            chain = CProCategoryTree();
+        if (!chain.name.empty())
+            MergePath(0, chain, book.categories, set, last);
+        note.categories[static_cast<size_t>(set) - 1] = std::move(chain);
+    }
+    session.GetSettings().Set(Option::MaxCategoryID, last);
+    session.StoreOptions();
+    const FileResult result = book.categories.Save(book.paths.Categories());
+    TellFailedWrite(session.Faults(), "The categories could not be written", book.paths.Categories(), result);
+    return result.Ok();
+}
+
+EditRun::EditRun(Session& session)
+    : session_(session),
+      world_{.book = book_,
+             .settings = session.GetSettings(),
+             .prompts = prompts_,
+             .progress = progress_,
+             .clock = session.GetClock(),
+             .guids = session.Guids(),
+             .faults = session.Faults(),
+             .texts = nullptr,
+             .saveOptions = [&session] { session.StoreOptions(); }} {}
+
+}  // namespace lore

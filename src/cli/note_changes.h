@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "classify/category_list.h"
+#include "cli/printed_prompts.h"
+#include "cli/session.h"
+#include "cli/silent_progress.h"
+#include "edit/edit_note_session.h"
+#include "notes/open_notebook.h"
+
+namespace CLI {
+class App;
+}
+
+namespace lore {
+
+/// The options by which the command line changes a note's fields.
+struct NoteChanges {
+    std::optional<std::string> keyWords, color;
+    std::vector<int32_t> sources;
+    std::vector<std::pair<int, std::string>> categories;  ///< set and path, levels parted by "/"
+    bool noSources = false;
+
+    void Declare(CLI::App& app);
+
+    /// Writes what was given into the note of a session, making categories that don't exist yet and storing them before
+    /// any note names them. False, told on standard error, and nothing has changed, for a source that the NoteBook
+    /// doesn't hold, or a set or colour that there isn't.
+    bool Apply(Session& session, OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const;
+
+private:
+    bool Check(const OpenNoteBook& book, ExitStatus& status) const;
+    bool ApplyCategories(Session& session, OpenNoteBook& book, CNote& note) const;
+};
+
+/// "R,G,B", each 0 to 255.
+std::optional<Rgb> ParseColorArgument(const std::string& text);
+
+/// What the editing of notes asks of a run of the command line.
+class EditRun {
+public:
+    explicit EditRun(Session& session);
+    /// Opens the NoteBook for writing; see Session::OpenForWriting.
+    bool Open(ExitStatus& status) { return session_.OpenForWriting(book_, status); }
+    OpenNoteBook& Book() { return book_; }
+    EditWorld& World() { return world_; }
+
+private:
+    Session& session_;
+    OpenNoteBook book_;
+    PrintedPrompts prompts_;
+    SilentProgress progress_;
+    EditWorld world_;
+};
+
+}  // namespace lore

@@ -1,0 +1,141 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <random>
+
+#include "base/text.h"
+#include "cli/command.h"
+#include "cli/json_records.h"
+#include "cli/printed_prompts.h"
+#include "cli/silent_progress.h"
+#include "notebooks/notebook_manager.h"
+#include "notes/note_finder.h"
+
+namespace lore {
+
+namespace {
+
+int RandomUpTo(int highest) {
+    std::random_device device;
+    return std::uniform_int_distribution(0, highest)(device);
+}
+
+class NoteBookCommand : public Command {
+public:
+    const char* Name() const override { return "notebook"; }
+    const char* Help() const override { return "Creates, renames, deletes or chooses a NoteBook"; }
+    void Declare(CLI::App& app) override {
+        app.require_subcommand(1);
+        for (const Action& action : Actions()) {
+            CLI::App* const sub = app.add_subcommand(action.name, action.help);
+            sub->add_option(action.argument, name_, "A NoteBook")->required();
+            if (action.takesNewName)
+                sub->add_option("NEW", newName_, "Its new name")->required();
+            sub->callback([this, &action] { chosen_ = &action; });
+        }
+    }
+    ExitStatus Run(Session& session) override {
+        ExitStatus status = ExitStatus::Done;
+        if (!session.TakeLock(status))
+            return status;
+        if (session.GetSettings().Text(Option::LocalGUID).empty()) {
+            session.GetSettings().Set(Option::LocalGUID, session.Context().guids->NewGuid());
+            session.StoreCounters(session.Counters());
+        }
+        NoteBookManager manager(session.Data(), session.GetSettings().Text(Option::LocalGUID), Ports(session));
+        manager.Load(session.Context());
+        return (this->*chosen_->run)(session, manager);
+    }
+
+private:
+    struct Action {
+        const char *name, *help, *argument;
+        bool takesNewName;
+        ExitStatus (NoteBookCommand::*run)(Session&, NoteBookManager&);
+    };
+    static const std::vector<Action>& Actions() {
+        static const std::vector<Action> actions = {
+            {"create", "Makes a new NoteBook", "NAME", false, &NoteBookCommand::Create},
+            {"rename", "Gives a NoteBook another name", "NOTEBOOK", true, &NoteBookCommand::Rename},
+            {"delete", "Deletes a NoteBook with all its notes", "NOTEBOOK", false, &NoteBookCommand::Delete},
+            {"switch", "Makes a NoteBook the one that opens", "NOTEBOOK", false, &NoteBookCommand::Switch}};
+        return actions;
+    }
+
+    ManagerPorts Ports(Session& session) {
+        return {prompts_, progress_, session.Faults(), [](int) {}, RandomUpTo, {}};
+    }
+
+    ExitStatus Create(Session& session, NoteBookManager& manager) {
+        const auto made = manager.Create(FromUtf8(name_), session.Context());
+        if (!made)
+            return prompts_.HasWarned() ? ExitStatus::WrongUsage : ExitStatus::Fault;
+        return Print(session, *made, 0, "created");
+    }
+    ExitStatus Rename(Session& session, NoteBookManager& manager) {
+        auto noteBook = Find(session, manager);
+        if (!noteBook)
+            return ExitStatus::NothingFound;
+        if (noteBook->IsMain()) {
+            PrintError("the main NoteBook keeps its name");
+            return ExitStatus::WrongUsage;
+        }
+        if (!manager.ChangeName(*noteBook, FromUtf8(newName_)))
+            return ExitStatus::Fault;
+        noteBook->name = FromUtf8(newName_);
+        return Print(session, *noteBook, NotesOf(session, *noteBook), "renamed");
+    }
+    ExitStatus Delete(Session& session, NoteBookManager& manager) {
+        const auto noteBook = Find(session, manager);
+        if (!noteBook)
+            return ExitStatus::NothingFound;
+        const size_t notes = NotesOf(session, *noteBook);
+        switch (manager.Delete(*noteBook, notes)) {
+            case DeleteOutcome::Refused:
+                return ExitStatus::WrongUsage;
+            case DeleteOutcome::Deleted:
+                return Print(session, *noteBook, notes, "deleted");
+            default:
+                return ExitStatus::Fault;
+        }
+    }
+    ExitStatus Switch(Session& session, NoteBookManager& manager) {
+        const auto noteBook = Find(session, manager);
+        if (!noteBook)
+            return ExitStatus::NothingFound;
+        session.GetSettings().Set(Option::Database, noteBook->guid);
+        session.GetSettings().Save(session.Store(), Option::Database);
+        session.StoreCounters(session.Counters());
+        return Print(session, *noteBook, NotesOf(session, *noteBook), "chosen");
+    }
+
+    std::optional<CDatabase> Find(const Session& session, const NoteBookManager& manager) const {
+        auto found = FindNoteBook(manager.List(), session.Main().guid, FromUtf8(name_));
+        if (!found)
+            PrintError("there is no NoteBook \"" + name_ + "\"; the command \"notebooks\" lists those that there are");
+        return found;
+    }
+    static size_t NotesOf(Session& session, const CDatabase& noteBook) {
+        return CountNotes(NoteBookPaths(session.Data(), noteBook.folder).Notes(), session.Context(), session.Faults());
+    }
+    static ExitStatus Print(const Session& session, const CDatabase& noteBook, size_t notes, const char* done) {
+        if (session.Json())
+            PrintJson(JsonListedNoteBook(noteBook, notes));
+        else
+            std::printf("NoteBook \"%s\" (%s, %zu notes) %s\n", ToUtf8(noteBook.name).c_str(), noteBook.folder.c_str(),
+                        notes, done);
+        return ExitStatus::Done;
+    }
+
+    PrintedPrompts prompts_;
+    SilentProgress progress_;
+    std::string name_, newName_;
+    const Action* chosen_ = nullptr;
+};
+
+}  // namespace
+
+void AddNoteBookCommands(Commands& commands) {
+    commands.push_back(std::make_unique<NoteBookCommand>());
+}
+
+}  // namespace lore

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "ports/progress.h"
+
+namespace lore {
+
+/// The command line has no windows to show.
+class SilentProgress : public Progress {
+public:
+    void SetRange(int, int) override {}
+    void SetMessage(const std::string&) override {}
+    void StepIt() override {}
+    void SetPosition(int) override {}
+    void Show() override {}
+    void Hide() override {}
+    void ShowStandBy(const std::string&) override {}
+    void HideStandBy() override {}
+};
+
+}  // namespace lore

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "base/file_io.h"
+
+namespace lore {
+
+/// The look of a new note's text.
+struct NewTextLook {
+    std::string font;      ///< UTF-8
+    int half_points = 27;  ///< 18 pixels of the board
+};
+
+/// A file as a note's rich text, by its ending: ".rtf" as it stands, ".html" and ".htm" with its formats, everything
+/// else as plain text. `rtf` is empty on failure.
+FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& look, std::string& rtf);
+
+/// Plain text (UTF-8, or Windows-1252 where it isn't that) as rich text.
+std::string RtfFromText(std::string_view bytes, const NewTextLook& look);
+
+}  // namespace lore

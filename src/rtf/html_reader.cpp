@@ -1,0 +1,423 @@
+#include "rtf/html_reader.h"
+
+#include <algorithm>
+#include <libxml/HTMLparser.h>
+#include <memory>
+#include <vector>
+
+#include "base/text.h"
+#include "rtf/document_builder.h"
+#include "rtf/html_style.h"
+#include "rtf/html_tags.h"
+
+namespace lore {
+
+namespace {
+
+constexpr size_t kDeepest = 1000;
+constexpr int kDeepestTable = 8;
+constexpr int kTableWidth = 9000;
+constexpr int kMostColumns = 60;
+constexpr int16_t kListIndent = 720;
+constexpr char kFixedWidthFont[] = "Courier New";
+
+std::string_view View(const xmlChar* text) {
+    return text ? std::string_view(reinterpret_cast<const char*>(text)) : std::string_view();
+}
+
+/// The attributes of an element, names and values in turn.
+class Attributes {
+public:
+    explicit Attributes(const xmlChar** list) : list_(list) {}
+    std::string_view operator[](std::string_view name) const {
+        for (const xmlChar** entry = list_; entry && *entry; entry += 2) {
+            if (View(entry[0]) == name)
+                return View(entry[1]);
+        }
+        return {};
+    }
+
+private:
+    const xmlChar** list_;
+};
+
+/// An element that is open, with the look of what stands in it.
+struct OpenElement {
+    std::string name;
+    const HtmlTag* tag = nullptr;
+    CharFormat chars;
+    ParagraphFormat paragraph;
+    bool skipped = false;
+    bool keeps_blanks = false;
+};
+
+struct OpenTable {
+    int cells = 0;   // of the row that is open
+    int across = 1;  // columns that the open cell takes
+    bool in_row = false, in_cell = false;
+};
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+}
+
+RowFormat EqualColumns(int count) {
+    RowFormat row;
+    row.cell_gap = 100;
+    for (int i = 1; i <= count; ++i) {
+        CellFormat& cell = row.cells.emplace_back();
+        cell.right_edge = kTableWidth * i / count;
+        cell.borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight;
+    }
+    return row;
+}
+
+class HtmlReader {
+public:
+    explicit HtmlReader(const HtmlLook& look) {
+        OpenElement body;
+        body.tag = &FindHtmlTag({});
+        body.chars.font = builder_.Font(look.font);
+        body.chars.half_points = static_cast<int16_t>(std::clamp(look.half_points, 1, 3276));
+        open_.push_back(std::move(body));
+    }
+
+    void Start(std::string_view name, const Attributes& attributes);
+    void End(std::string_view name);
+    void Characters(std::string_view text);
+    Document Finish();
+
+private:
+    const OpenElement& Inner() const { return open_.back(); }
+    int CellDepth() const {
+        return static_cast<int>(
+            std::count_if(tables_.begin(), tables_.end(), [](const OpenTable& table) { return table.in_cell; }));
+    }
+    void Look(OpenElement& element, const Attributes& attributes);
+    void Enter(OpenElement& element, const Attributes& attributes);
+    void Leave(const OpenElement& element);
+    void StartList(OpenElement& element, const Attributes& attributes);
+    void AddBlock(std::string_view text);
+    void AddFlowing(std::string_view text);
+    void AddBreak();
+    void EndBlock();
+    void StartCell(const Attributes& attributes);
+    void EndCell();
+    void EndRow();
+
+    DocumentBuilder builder_;
+    std::vector<OpenElement> open_;
+    std::vector<OpenTable> tables_;
+    size_t too_deep_ = 0;
+    int lists_ = 0;
+    bool has_text_ = false;       // in the paragraph that is open
+    bool pending_blank_ = false;  // white space that counts if more text follows
+    bool pending_break_ = false;  // the same of a line break
+};
+
+void HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
+    const HtmlTag& tag = *element.tag;
+    CharFormat& chars = element.chars;
+    chars.bold = chars.bold || tag.bold;
+    chars.italic = chars.italic || tag.italic;
+    chars.underline = chars.underline || tag.underline;
+    chars.strike = chars.strike || tag.strike;
+    if (tag.position != ScriptPosition::kBaseline)
+        chars.position = tag.position;
+    if (tag.half_points > 0)
+        chars.half_points = tag.half_points;
+    if (tag.fixed_width)
+        chars.font = builder_.Font(kFixedWidthFont);
+    element.keeps_blanks = element.keeps_blanks || tag.keeps_blanks;
+    element.paragraph.left_indent = static_cast<int16_t>(std::min(element.paragraph.left_indent + tag.indent, 7200));
+
+    const HtmlStyle style = ReadInlineStyle(attributes["style"], chars.half_points);
+    chars.bold = style.bold.value_or(chars.bold);
+    chars.italic = style.italic.value_or(chars.italic);
+    chars.underline = style.underline.value_or(chars.underline);
+    chars.strike = style.strike.value_or(chars.strike);
+    chars.half_points = style.half_points.value_or(chars.half_points);
+    if (const auto color = style.color ? style.color : ReadHtmlColor(attributes["color"]))
+        chars.color = color;
+    if (style.background && tag.flow == HtmlFlow::kInline)
+        chars.background = style.background;
+    if (const std::string_view font = style.font.empty() ? attributes["face"] : style.font; !font.empty())
+        chars.font = builder_.Font(font.substr(0, font.find(',')));
+    if (const auto align = style.align ? style.align : ReadHtmlAlign(attributes["align"]))
+        element.paragraph.align = *align;
+    if (element.name == "center")
+        element.paragraph.align = ParagraphAlign::kCenter;
+    if (const std::string_view direction = attributes["dir"]; !direction.empty())
+        element.paragraph.right_to_left = EqualNoCase(direction, "rtl");
+    element.skipped = element.skipped || style.hidden || tag.flow == HtmlFlow::kSkipped;
+}
+
+void HtmlReader::Start(std::string_view name, const Attributes& attributes) {
+    if (open_.size() >= kDeepest) {
+        ++too_deep_;
+        return;
+    }
+    OpenElement element = Inner();
+    element.name = name;
+    element.tag = &FindHtmlTag(name);
+    Look(element, attributes);
+    if (!element.skipped)
+        Enter(element, attributes);
+    open_.push_back(std::move(element));
+}
+
+void HtmlReader::Enter(OpenElement& element, const Attributes& attributes) {
+    switch (element.tag->flow) {
+        case HtmlFlow::kBreak:
+            return AddBreak();
+        case HtmlFlow::kRule:
+            EndBlock();
+            AddBlock("\u2014\u2014\u2014");
+            return EndBlock();
+        case HtmlFlow::kPicture:
+            return AddFlowing(attributes["alt"]);
+        case HtmlFlow::kLink:
+            if (const std::string_view target = Trim(attributes["href"]); !target.empty() && !target.starts_with('#'))
+                element.chars.link = builder_.Link(target);
+            return;
+        case HtmlFlow::kBulletList:
+        case HtmlFlow::kNumberedList:
+            EndBlock();
+            return StartList(element, attributes);
+        case HtmlFlow::kTable:
+            EndBlock();
+            if (tables_.size() < kDeepestTable)
+                tables_.emplace_back();
+            return;
+        case HtmlFlow::kRow:
+            EndRow();
+            if (!tables_.empty())
+                tables_.back().in_row = true;
+            return;
+        case HtmlFlow::kCell:
+            return StartCell(attributes);
+        case HtmlFlow::kBlock:
+        case HtmlFlow::kItem:
+            return EndBlock();
+        case HtmlFlow::kInline:
+        case HtmlFlow::kSkipped:
+            return;
+    }
+}
+
+void HtmlReader::StartList(OpenElement& element, const Attributes& attributes) {
+    ParagraphFormat& format = element.paragraph;
+    const auto around = std::count_if(open_.begin(), open_.end(), [](const OpenElement& outer) {
+        return outer.tag->flow == HtmlFlow::kBulletList || outer.tag->flow == HtmlFlow::kNumberedList;
+    });
+    format.list_level = static_cast<uint8_t>(std::min<std::ptrdiff_t>(around, 8));
+    format.list_id = ++lists_;
+    const bool bullets = element.tag->flow == HtmlFlow::kBulletList;
+    const std::string_view type = attributes["type"];
+    constexpr std::string_view kTypes = "1aAiI";
+    const size_t kind = type.size() == 1 ? kTypes.find(type.front()) : 0;
+    format.list = bullets ? ListKind::kBullet
+                          : static_cast<ListKind>(static_cast<size_t>(ListKind::kDecimal) +
+                                                  (kind == std::string_view::npos ? 0 : kind));
+    const std::string_view start = attributes["start"];
+    format.list_start = static_cast<int16_t>(start.empty() ? 1 : std::clamp(ParseInt(start), 0, 32767));
+    format.left_indent = static_cast<int16_t>(kListIndent * (format.list_level + 1));
+    format.first_indent = -kListIndent / 2;
+}
+
+void HtmlReader::End(std::string_view name) {
+    if (too_deep_ > 0) {
+        --too_deep_;
+        return;
+    }
+    const auto found = std::find_if(open_.rbegin(), open_.rend() - 1,
+                                    [&](const OpenElement& element) { return element.name == name; });
+    if (found == open_.rend() - 1)
+        return;
+    const auto keep = static_cast<size_t>(std::distance(found, open_.rend()) - 1);
+    while (open_.size() > keep) {
+        const OpenElement element = std::move(open_.back());
+        open_.pop_back();
+        if (!element.skipped) {
+            open_.push_back(element);
+            Leave(element);
+            open_.pop_back();
+        }
+    }
+}
+
+void HtmlReader::Leave(const OpenElement& element) {
+    switch (element.tag->flow) {
+        case HtmlFlow::kBlock:
+        case HtmlFlow::kItem:
+        case HtmlFlow::kBulletList:
+        case HtmlFlow::kNumberedList:
+            return EndBlock();
+        case HtmlFlow::kCell:
+            return EndCell();
+        case HtmlFlow::kRow:
+            return EndRow();
+        case HtmlFlow::kTable:
+            EndRow();
+            if (!tables_.empty())
+                tables_.pop_back();
+            return;
+        default:
+            return;
+    }
+}
+
+void HtmlReader::AddBlock(std::string_view text) {
+    // Text that stands in a row beside its cells gets a cell.
+    if (!tables_.empty() && tables_.back().in_row && !tables_.back().in_cell)
+        tables_.back().in_cell = true;
+    builder_.AddText(text, Inner().chars);
+    has_text_ = true;
+}
+
+void HtmlReader::Characters(std::string_view text) {
+    if (Inner().skipped)
+        return;
+    if (!Inner().keeps_blanks)
+        return AddFlowing(text);
+    while (!text.empty()) {
+        const size_t end = std::min(text.find('\n'), text.size());
+        if (end > 0)
+            AddBlock(text.substr(0, end));
+        if (end < text.size())
+            AddBreak();
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+void HtmlReader::AddFlowing(std::string_view text) {
+    std::string flowing;
+    for (const char c : text) {
+        if (IsBlank(c)) {
+            pending_blank_ = true;
+            continue;
+        }
+        if (pending_break_)
+            flowing += '\n';
+        else if (pending_blank_ && (has_text_ || !flowing.empty()))
+            flowing += ' ';
+        pending_break_ = pending_blank_ = false;
+        flowing += c;
+    }
+    if (!flowing.empty())
+        AddBlock(flowing);
+}
+
+void HtmlReader::AddBreak() {
+    pending_blank_ = false;
+    if (!has_text_) {
+        builder_.EndParagraph(Inner().paragraph, CellDepth());
+        return;
+    }
+    if (pending_break_)
+        AddBlock("\n");
+    pending_break_ = true;
+}
+
+void HtmlReader::EndBlock() {
+    pending_blank_ = pending_break_ = false;
+    if (!has_text_)
+        return;
+    builder_.EndParagraph(Inner().paragraph, CellDepth());
+    has_text_ = false;
+    // Only the first paragraph of an item bears its mark.
+    for (OpenElement& element : open_) {
+        if (element.tag->flow == HtmlFlow::kItem) {
+            element.paragraph.list = ListKind::kNone;
+            element.paragraph.first_indent = 0;
+        }
+    }
+}
+
+void HtmlReader::StartCell(const Attributes& attributes) {
+    if (tables_.empty())
+        return EndBlock();
+    EndCell();
+    tables_.back().across = std::clamp(ParseInt(attributes["colspan"]), 1, kMostColumns);
+    tables_.back().in_row = true;
+    tables_.back().in_cell = true;
+}
+
+void HtmlReader::EndCell() {
+    if (tables_.empty() || !tables_.back().in_cell)
+        return EndBlock();
+    pending_blank_ = pending_break_ = has_text_ = false;
+    OpenTable& table = tables_.back();
+    if (table.cells == kMostColumns)
+        builder_.EndParagraph(Inner().paragraph, CellDepth());
+    for (int i = 0; i < table.across && table.cells < kMostColumns; ++i, ++table.cells)
+        builder_.EndCell(Inner().paragraph, CellDepth());
+    table.across = 1;
+    table.in_cell = false;
+}
+
+void HtmlReader::EndRow() {
+    if (tables_.empty())
+        return EndBlock();
+    EndCell();
+    OpenTable& table = tables_.back();
+    if (table.cells > 0)
+        builder_.EndRow(EqualColumns(table.cells), {}, CellDepth() + 1);
+    table = OpenTable();
+}
+
+Document HtmlReader::Finish() {
+    while (!tables_.empty()) {
+        EndRow();
+        tables_.pop_back();
+    }
+    EndBlock();
+    return builder_.Finish(open_.front().paragraph, true);
+}
+
+void OnStart(void* reader, const xmlChar* name, const xmlChar** attributes) {
+    static_cast<HtmlReader*>(reader)->Start(View(name), Attributes(attributes));
+}
+
+void OnEnd(void* reader, const xmlChar* name) {
+    static_cast<HtmlReader*>(reader)->End(View(name));
+}
+
+void OnCharacters(void* reader, const xmlChar* text, int length) {
+    static_cast<HtmlReader*>(reader)->Characters(
+        {reinterpret_cast<const char*>(text), static_cast<size_t>(std::max(length, 0))});
+}
+
+struct FreeContext {
+    void operator()(htmlParserCtxtPtr context) const { htmlFreeParserCtxt(context); }
+};
+
+bool NamesItsEncoding(std::string_view bytes) {
+    constexpr size_t kHead = 1024;
+    return ToLower(bytes.substr(0, kHead)).find("charset=") != std::string::npos;
+}
+
+}  // namespace
+
+Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
+    HtmlReader reader(look);
+    htmlSAXHandler handler = {};
+    handler.startElement = OnStart;
+    handler.endElement = OnEnd;
+    handler.characters = handler.cdataBlock = OnCharacters;
+    handler.ignorableWhitespace = OnCharacters;
+    const bool asTheySay = !IsValidUtf8(bytes) && NamesItsEncoding(bytes);
+    const std::string text = asTheySay ? std::string(bytes) : ToUtf8(bytes);
+    const std::unique_ptr<htmlParserCtxt, FreeContext> context(htmlCreatePushParserCtxt(
+        &handler, &reader, nullptr, 0, nullptr, asTheySay ? XML_CHAR_ENCODING_NONE : XML_CHAR_ENCODING_UTF8));
+    if (context) {
+        htmlCtxtUseOptions(context.get(), HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET);
+        constexpr size_t kPiece = size_t{1} << 20;
+        for (size_t at = 0; at < text.size(); at += kPiece)
+            htmlParseChunk(context.get(), text.data() + at, static_cast<int>(std::min(kPiece, text.size() - at)), 0);
+        htmlParseChunk(context.get(), nullptr, 0, 1);
+    }
+    return reader.Finish();
+}
+
+}  // namespace lore

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "rtf/document.h"
+
+namespace lore {
+
+/// How text without a look of its own looks.
+struct HtmlLook {
+    std::string font;  ///< UTF-8
+    int half_points = 24;
+};
+
+/// Reads a web page, or a piece of one, as a document: headings, paragraphs, lists, tables, links, characters and their
+/// inline styles. Scripts, styles, forms and remote pictures are left out; a picture shows its alternative text. Bytes
+/// are read as what they are when they are UTF-8, otherwise as the page says, otherwise as Windows-1252. Never fails;
+/// time is linear in the input, and elements nested deeper than 1,000 levels look like those of that level.
+Document ReadHtml(std::string_view bytes, const HtmlLook& look);
+
+}  // namespace lore

@@ -1,0 +1,138 @@
+#include "rtf/html_style.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "base/text.h"
+
+namespace lore {
+
+namespace {
+
+struct NamedColor {
+    std::string_view name;
+    TextColor color;
+};
+constexpr NamedColor kColors[] = {
+    {"black", {0, 0, 0}},       {"silver", {192, 192, 192}}, {"gray", {128, 128, 128}}, {"grey", {128, 128, 128}},
+    {"white", {255, 255, 255}}, {"maroon", {128, 0, 0}},     {"red", {255, 0, 0}},      {"purple", {128, 0, 128}},
+    {"fuchsia", {255, 0, 255}}, {"magenta", {255, 0, 255}},  {"green", {0, 128, 0}},    {"lime", {0, 255, 0}},
+    {"olive", {128, 128, 0}},   {"yellow", {255, 255, 0}},   {"navy", {0, 0, 128}},     {"blue", {0, 0, 255}},
+    {"teal", {0, 128, 128}},    {"aqua", {0, 255, 255}},     {"cyan", {0, 255, 255}},   {"orange", {255, 165, 0}}};
+
+struct SizeUnit {
+    std::string_view name;
+    double half_points;  // of one; 0: relative to the surroundings
+    double relative = 0;
+};
+constexpr SizeUnit kUnits[] = {{"pt", 2.0},    {"px", 1.5},   {"rem", 24.0}, {"em", 0, 1.0},
+                               {"%", 0, 0.01}, {"in", 144.0}, {"cm", 56.7},  {"mm", 5.67}};
+
+constexpr std::array<std::string_view, 4> kAligns = {"left", "center", "right", "justify"};
+
+std::optional<TextColor> ReadHexColor(std::string_view digits) {
+    unsigned value = 0;
+    if ((digits.size() != 3 && digits.size() != 6) ||
+        digits.find_first_not_of("0123456789abcdef") != std::string_view::npos ||
+        std::sscanf(std::string(digits).c_str(), "%x", &value) != 1)
+        return std::nullopt;
+    const auto part = [&](unsigned shift, unsigned mask, unsigned times) {
+        return static_cast<uint8_t>((value >> shift & mask) * times);
+    };
+    if (digits.size() == 3)
+        return TextColor{part(8, 15, 17), part(4, 15, 17), part(0, 15, 17)};
+    return TextColor{part(16, 255, 1), part(8, 255, 1), part(0, 255, 1)};
+}
+
+std::optional<int16_t> ReadSize(std::string_view text, int half_points) {
+    for (const SizeUnit& unit : kUnits) {
+        if (!text.ends_with(unit.name))
+            continue;
+        const double number = ParseDouble(text.substr(0, text.size() - unit.name.size()));
+        const double size = number * (unit.half_points > 0 ? unit.half_points : unit.relative * half_points);
+        return size >= 1 ? std::optional(static_cast<int16_t>(std::min(size + 0.5, 3276.0))) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+/// The first of a list of families, without its quotes.
+std::string_view FirstFamily(std::string_view text) {
+    std::string_view first = Trim(text.substr(0, text.find(',')));
+    if (first.size() >= 2 && (first.front() == '"' || first.front() == '\''))
+        first = first.substr(1, first.find(first.front(), 1) - 1);
+    return first;
+}
+
+void SetDecoration(HtmlStyle& style, std::string_view value) {
+    if (value.find("underline") != std::string_view::npos)
+        style.underline = true;
+    if (value.find("line-through") != std::string_view::npos)
+        style.strike = true;
+    if (value.find("none") != std::string_view::npos)
+        style.underline = style.strike = false;
+}
+
+void SetBold(HtmlStyle& style, std::string_view value) {
+    constexpr int kBoldFrom = 600;
+    style.bold = value.starts_with("bold") || ParseInt(value) >= kBoldFrom;
+}
+
+void SetProperty(HtmlStyle& style, std::string_view name, std::string_view value, std::string_view written,
+                 int half_points) {
+    if (name == "font-weight")
+        SetBold(style, value);
+    else if (name == "font-style")
+        style.italic = value == "italic" || value == "oblique";
+    else if (name.starts_with("text-decoration"))
+        SetDecoration(style, value);
+    else if (name == "color")
+        style.color = ReadHtmlColor(value);
+    else if (name == "background-color" || name == "background")
+        style.background = ReadHtmlColor(value);
+    else if (name == "font-size")
+        style.half_points = ReadSize(value, half_points);
+    else if (name == "font-family")
+        style.font = FirstFamily(written);
+    else if (name == "text-align")
+        style.align = ReadHtmlAlign(value);
+    else if (name == "display" || name == "visibility" || name == "mso-hide")
+        style.hidden = style.hidden || value == "none" || value == "hidden" || value == "all";
+}
+
+}  // namespace
+
+std::optional<TextColor> ReadHtmlColor(std::string_view text) {
+    const std::string value = ToLower(Trim(text));
+    if (value.starts_with('#'))
+        return ReadHexColor(std::string_view(value).substr(1));
+    unsigned red = 0, green = 0, blue = 0;
+    if (std::sscanf(value.c_str(), "rgb(%3u ,%3u ,%3u", &red, &green, &blue) == 3)
+        return TextColor{static_cast<uint8_t>(std::min(red, 255u)), static_cast<uint8_t>(std::min(green, 255u)),
+                         static_cast<uint8_t>(std::min(blue, 255u))};
+    const auto* const named = std::find_if(std::begin(kColors), std::end(kColors),
+                                           [&](const NamedColor& color) { return color.name == value; });
+    return named == std::end(kColors) ? std::nullopt : std::optional(named->color);
+}
+
+std::optional<ParagraphAlign> ReadHtmlAlign(std::string_view text) {
+    const std::string value = ToLower(Trim(text));
+    const auto* const found = std::find(kAligns.begin(), kAligns.end(), value);
+    return found == kAligns.end() ? std::nullopt : std::optional(static_cast<ParagraphAlign>(found - kAligns.begin()));
+}
+
+HtmlStyle ReadInlineStyle(std::string_view css, int half_points) {
+    HtmlStyle style;
+    while (!css.empty()) {
+        const std::string_view piece = css.substr(0, css.find(';'));
+        css.remove_prefix(std::min(piece.size() + 1, css.size()));
+        const size_t colon = piece.find(':');
+        if (colon == std::string_view::npos)
+            continue;
+        const std::string_view written = Trim(piece.substr(colon + 1));
+        SetProperty(style, ToLower(Trim(piece.substr(0, colon))), ToLower(written), written, half_points);
+    }
+    return style;
+}
+
+}  // namespace lore

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "rtf/formats.h"
+
+namespace lore {
+
+/// What an inline style says of its element. Nothing means that the element looks as its surroundings do.
+struct HtmlStyle {
+    std::optional<bool> bold, italic, underline, strike;
+    std::optional<TextColor> color, background;
+    std::optional<int16_t> half_points;
+    std::optional<ParagraphAlign> align;
+    std::string font;  ///< the first family; empty for none
+    bool hidden = false;
+};
+
+/// Reads the value of a style attribute; what isn't known is passed over. `half_points` is the size that relative sizes
+/// go from.
+HtmlStyle ReadInlineStyle(std::string_view css, int half_points);
+
+/// "#rrggbb", "#rgb", "rgb(r, g, b)" or one of the sixteen old names.
+std::optional<TextColor> ReadHtmlColor(std::string_view text);
+std::optional<ParagraphAlign> ReadHtmlAlign(std::string_view text);
+
+}  // namespace lore
