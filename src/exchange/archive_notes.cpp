@@ -25,6 +25,18 @@ namespace lore {
 namespace {
 
 constexpr size_t kIntWidth = 16;
+constexpr size_t kMostHeldBytes = size_t{16} << 20;
+
+std::vector<const CSource*> KnownSources(const CNote& note, const SourceList& sources) {
+    LongList ids;
+    ids.Merge(note.sources);
+    std::vector<const CSource*> known;
+    for (const int32_t id : ids) {
+        if (const CSource* source = sources.FindSourceByID(id))
+            known.push_back(source);
+    }
+    return known;
+}
 
 /// What ReadFixedInt would give, without taking it.
 int32_t PeekFixedInt(const RecordReader& stream) {
@@ -39,12 +51,8 @@ int32_t PeekFixedInt(const RecordReader& stream) {
 
 ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources) {
     ArchiveNote entry{note, {}};
-    LongList ids;
-    ids.Merge(note.sources);
-    for (const int32_t id : ids) {
-        if (const CSource* source = sources.FindSourceByID(id))
-            entry.sources.push_back(*source);
-    }
+    for (const CSource* source : KnownSources(note, sources))
+        entry.sources.push_back(*source);
     return entry;
 }
 
@@ -70,6 +78,29 @@ void WriteArchiveNote(RecordWriter& stream, const ArchiveNote& entry, const Auth
     WriteFixedInt(&stream, static_cast<int32_t>(entry.sources.size()));
     for (const CSource& source : entry.sources)
         WriteExportSource(&stream, source, authors);
+}
+
+void ArchiveNoteWriter::Write(RecordWriter& stream, const CNote& note) {
+    WriteNote(&stream, note);
+    const std::vector<const CSource*> known = KnownSources(note, sources_);
+    WriteFixedInt(&stream, static_cast<int32_t>(known.size()));
+    for (const CSource* source : known)
+        stream.Append(RecordOf(*source));
+}
+
+const std::string& ArchiveNoteWriter::RecordOf(const CSource& source) {
+    if (held_ > kMostHeldBytes) {
+        records_.clear();
+        held_ = 0;
+    }
+    std::string& record = records_[source.SourceID];
+    if (record.empty()) {
+        RecordWriter stream;
+        WriteExportSource(&stream, source, authors_);
+        record = stream.Logical();
+        held_ += record.size();
+    }
+    return record;
 }
 
 FileResult ArchiveNoteReader::Open(const std::filesystem::path& path) {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "base/record_file.h"
@@ -36,6 +37,23 @@ ArchiveNote MakeSourcesNote(const SourceList& sources, const DateTime& now);
 void WriteArchiveHead(RecordWriter& stream, const DateTime& exportDate, int32_t count);
 /// One note. Its sources are formatted and carry the records of their authors.
 void WriteArchiveNote(RecordWriter& stream, const ArchiveNote& entry, const AuthorList& authors);
+
+/// Writes notes with the records of those of their sources that a list knows: the same as WriteArchiveNote of
+/// MakeArchiveNote, without formatting a source for each of its notes.
+class ArchiveNoteWriter {
+public:
+    /// The lists outlive the writer and don't change.
+    ArchiveNoteWriter(const SourceList& sources, const AuthorList& authors) : sources_(sources), authors_(authors) {}
+    void Write(RecordWriter& stream, const CNote& note);
+
+private:
+    const std::string& RecordOf(const CSource& source);
+
+    const SourceList& sources_;
+    const AuthorList& authors_;
+    std::unordered_map<int32_t, std::string> records_;  // of sources that were written lately, by id
+    size_t held_ = 0;
+};
 
 /// Walks the notes of an archive's record file of any version up to the present one, in file order.
 class ArchiveNoteReader {

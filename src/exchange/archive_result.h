@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace lore {
+
+/// What became of working on an archive.
+struct ArchiveResult {
+    enum class Kind { Done, Cancelled, Failed };
+    Kind kind = Kind::Done;
+    std::string reason;  ///< of a failure, in words: what, and which part of the archive
+
+    bool Ok() const { return kind == Kind::Done; }
+    static ArchiveResult Failure(std::string reason) { return {Kind::Failed, std::move(reason)}; }
+};
+
+}  // namespace lore

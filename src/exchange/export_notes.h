@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "notes/note_list.h"
+#include "notes/open_notebook.h"
+#include "ports/fault_notice.h"
+#include "ports/progress.h"
+#include "ports/prompts.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// The ending of export archives, and the filter under which pickers offer them.
+inline constexpr char kArchiveEnding[] = ".lbe";
+inline constexpr char kArchiveFilter[] = "Lorebinder Export Files (*.lbe) |*.lbe|";
+inline constexpr char kArchivingError[] = "Archiving Error";
+
+/// The notes of an export, in their order.
+struct ExportedNotes {
+    size_t count = 0;
+    /// Hands over one note after the other until `take` gives false. The note lives during the call only.
+    std::function<void(const std::function<bool(const CNote&)>& take)> each;
+};
+
+/// The lists outlive the result.
+ExportedNotes NotesOfList(const CNoteList& list);
+ExportedNotes NotesOfList(const std::vector<CNote>& notes);
+/// All notes of a NoteBook in loading order, read file by file, so that few of them stand in memory.
+ExportedNotes NotesOfNoteBook(const OpenNoteBook& book, const ReadContext& context, FaultNotice& faults);
+
+/// What an export works with.
+struct ExportWorld {
+    const OpenNoteBook& book;  ///< whose sources, authors and attachment files go with the notes
+    DataPaths data;
+    const ReadContext& context;
+    Prompts& prompts;
+    Progress& progress;
+    FaultNotice& faults;
+};
+
+/// Makes an archive of notes with their sources and attachment files. With `allSources` it carries the sources of the
+/// whole NoteBook too, as backups do. Gives the number of notes; 0, and no archive, for an empty list and after the
+/// user has cancelled; -1 after a failure, which is told. What stood at the target stays unless an archive was made. An
+/// attachment file that is missing is told, and the archive lacks it.
+int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, bool allSources,
+                const ExportWorld& world);
+
+/// Whose notes a command exports, for its last message.
+enum class ExportScope { CurrentList, Chosen };
+
+/// The export command of the window: asks for the place and tells how it went.
+void RunExportCommand(const ExportedNotes& notes, ExportScope scope, const ExportWorld& world);
+
+}  // namespace lore

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <future>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/file_io.h"
+#include "base/file_number.h"
+
+namespace lore {
+
+/// Bytes in the form in which archives hold packed files.
+struct PackedBytes {
+    std::string bytes;
+    uint32_t crc = 0;
+    uint64_t size = 0;  ///< unpacked
+};
+
+/// Packs a long text as it comes, in pieces on other threads, into a file, so that little of it stands in memory. The
+/// result is the same whatever the number of threads. What was packed last is finished by the end mark of Finish.
+class PackedStream {
+public:
+    /// `level`: 1 to 9. Nothing is written before Open.
+    PackedStream(std::filesystem::path file, int level, size_t threads);
+    ~PackedStream();
+    PackedStream(const PackedStream&) = delete;
+    PackedStream& operator=(const PackedStream&) = delete;
+
+    /// Creates the file, over what stands there.
+    FileResult Open();
+    void Append(std::string_view bytes);
+    /// Packs what is left and closes the file. Fails if any write has failed.
+    FileResult Finish();
+
+    const std::filesystem::path& File() const { return file_; }
+    uint32_t Crc() const { return crc_; }
+    uint64_t Size() const { return size_; }
+    uint64_t PackedSize() const { return packedSize_; }
+
+private:
+    void StartPiece();
+    void TakePiece();
+
+    std::filesystem::path file_;
+    int level_;
+    size_t threads_;
+    std::unique_ptr<FileNumber> number_;
+    std::string gathered_, before_;
+    std::deque<std::future<PackedBytes>> pieces_;
+    FileResult result_;
+    uint32_t crc_ = 0;
+    uint64_t size_ = 0, packedSize_ = 0;
+};
+
+/// Packs one piece that others follow. `before` is the end of the piece in front of it, to whose words it may refer.
+PackedBytes PackPiece(std::string_view bytes, std::string_view before, int level);
+
+/// The CRC of two pieces in a row.
+uint32_t CombinedCrc(uint32_t first, uint32_t second, uint64_t secondSize);
+
+}  // namespace lore

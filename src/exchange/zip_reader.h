@@ -1,0 +1,55 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "exchange/archive_result.h"
+#include "exchange/zip_directory.h"
+
+struct zip;
+
+namespace lore {
+
+/// Unpacks the files of an archive that may have been made to do harm. Nothing is unpacked before the whole directory
+/// was judged (zip_directory.h), and never more than the directory announces.
+class ZipReader {
+public:
+    ZipReader();
+    ~ZipReader();
+    ZipReader(const ZipReader&) = delete;
+    ZipReader& operator=(const ZipReader&) = delete;
+
+    /// With a failure there are no items.
+    ArchiveResult Open(const std::filesystem::path& path);
+
+    const std::vector<ZipItem>& Items() const { return directory_.items; }
+    /// One line for each entry that wasn't taken.
+    const std::vector<std::string>& LeftOut() const { return directory_.leftOut; }
+    /// The file with this name (UTF-8), whatever its case, or null.
+    const ZipItem* Find(std::string_view name) const;
+
+    /// Unpacks a file into memory; its announced size is taken at once.
+    ArchiveResult Read(const ZipItem& item, std::string& bytes);
+    /// Unpacks a file to a path where nothing stands yet, and flushes it. A failure leaves nothing there.
+    ArchiveResult Extract(const ZipItem& item, const std::filesystem::path& target);
+
+private:
+    struct Discard {
+        void operator()(zip* archive) const;
+    };
+    using Take = std::function<bool(std::string_view)>;
+    ArchiveResult Unpack(const ZipItem& item, const Take& take);
+    bool Agrees() const;
+    ArchiveResult Refuse(const std::string& reason);
+
+    std::unique_ptr<zip, Discard> archive_;
+    ZipDirectory directory_;
+    std::unordered_map<std::string, size_t> byName_;  // position by lower-cased name
+};
+
+}  // namespace lore
