@@ -7,6 +7,7 @@
 #include "base/record_file.h"
 #include "base/text.h"
 #include "edit/sync_record.h"
+#include "notes/file_faults.h"
 #include "notes/note_filing.h"
 #include "notes/note_store.h"
 #include "notes/sync_stamp.h"
@@ -67,6 +68,15 @@ EditNoteSession EditNoteSession::ForNote(EditWorld& world, const CNote& note) {
     return {world, note, note, false};
 }
 
+EditNoteSession EditNoteSession::ForDraft(EditWorld& world, const Draft& draft, const CNote* stored) {
+    CNote edited = draft.note;
+    edited.id = stored ? stored->id : -1;
+    EditNoteSession session(world, std::move(edited), stored ? *stored : CNote(), !stored);
+    if (session.ShowsSyncBox())
+        session.syncTicked = draft.syncTicked;
+    return session;
+}
+
 EditNoteSession::EditNoteSession(EditWorld& world, CNote edited, CNote original, bool isNew)
     : note(std::move(edited)),
       attachments(world.prompts, world.progress, world.faults, world.book.paths.Attachments()),
@@ -108,6 +118,7 @@ SaveOutcome EditNoteSession::SaveNote(NoteTextControl& text) {
     isFiled_ = false;
     if (note.id < 0)
         GiveID();
+    AddNewCategories();
     FileNote(world_->book, note);
     standBy.Show("Copying in new attachments....");
     CopyInNewAttachments(attachments.Items(), world_->book.paths.Attachments(), world_->faults);
@@ -143,6 +154,17 @@ void EditNoteSession::GiveID() {
     settings.Set(Option::MaxNoteID, last == std::numeric_limits<int32_t>::max() ? last : last + 1);
     note.id = settings.Int(Option::MaxNoteID);
     world_->saveOptions();
+}
+
+void EditNoteSession::AddNewCategories() {
+    const int32_t highest = AddUsedCategories(world_->book.categories, newCategories, note);
+    if (highest <= 0)
+        return;
+    Settings& settings = world_->settings;
+    settings.Set(Option::MaxCategoryID, std::max(settings.Int(Option::MaxCategoryID), highest));
+    world_->saveOptions();
+    const std::filesystem::path file = world_->book.paths.Categories();
+    TellFailedWrite(world_->faults, "The categories could not be written", file, world_->book.categories.Save(file));
 }
 
 bool EditNoteSession::IsSyncWanted() const {

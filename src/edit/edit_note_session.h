@@ -3,7 +3,9 @@
 #include <string>
 
 #include "edit/attachment_list.h"
+#include "edit/draft_store.h"
 #include "edit/edit_world.h"
+#include "edit/new_category.h"
 #include "notes/note.h"
 
 namespace lore {
@@ -49,12 +51,16 @@ public:
     /// A new note. It takes sources, the path of set 1, key words and colour of `fill`, which may be null.
     static EditNoteSession ForNewNote(EditWorld& world, const CNote* fill);
     static EditNoteSession ForNote(EditWorld& world, const CNote& note);
+    /// A note as a draft kept it. `stored` is the note of the NoteBook that it continues; null makes it a new note.
+    static EditNoteSession ForDraft(EditWorld& world, const Draft& draft, const CNote* stored);
 
     /// The fields that the window edits: keyWords, borderColor, spellCheck, sources, sourceInfo and categories. Texts,
     /// dates, id and attachments are set by the save.
     CNote note;
     AttachmentList attachments;
     bool syncTicked = false;
+    /// Categories that the user made in the editor. The save puts those that the note uses into the forest.
+    std::vector<NewCategory> newCategories;
 
     const CNote& Original() const { return original_; }
     bool IsNew() const { return isNew_; }
@@ -74,6 +80,7 @@ private:
 
     bool TakeText(NoteTextControl& text, SaveOutcome& refused);
     void GiveID();
+    void AddNewCategories();
     bool IsSyncWanted() const;
     void LogChange();
     SaveOutcome WriteNote();
