@@ -1,0 +1,86 @@
+#include "notebooks/manage_notebooks.h"
+
+#include <algorithm>
+
+#include "notes/note_finder.h"
+
+namespace lore {
+
+ManageNoteBooks::ManageNoteBooks(NoteBookManager& manager, DataPaths data, CDatabase main, std::string openGuid,
+                                 const ReadContext& context, ManagerPorts ports)
+    : manager_(manager),
+      data_(std::move(data)),
+      main_(std::move(main)),
+      openGuid_(std::move(openGuid)),
+      context_(context),
+      ports_(std::move(ports)),
+      rows_({main_}) {}
+
+void ManageNoteBooks::Open() {
+    ports_.progress.ShowStandBy("Gathering databases information....");
+    manager_.Load(context_);
+    Refill(FindByGuid(manager_.List(), main_.guid, openGuid_).value_or(main_));
+    for (CDatabase& row : rows_)
+        row.noteCount =
+            static_cast<int32_t>(CountNotes(NoteBookPaths(data_, row.folder).Notes(), context_, ports_.faults));
+    ports_.progress.HideStandBy();
+}
+
+/// The rows anew, with the counts of those that were there before.
+void ManageNoteBooks::Refill(const CDatabase& selected) {
+    std::vector<CDatabase> rows = {main_};
+    rows.insert(rows.end(), manager_.List().begin(), manager_.List().end());
+    selected_ = 0;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const auto same = [&](const CDatabase& row) { return IsSameNoteBook(row, rows[i]); };
+        const auto before = std::find_if(rows_.begin(), rows_.end(), same);
+        rows[i].noteCount = before == rows_.end() ? 0 : before->noteCount;
+        if (same(selected))
+            selected_ = i;
+    }
+    rows_ = std::move(rows);
+}
+
+std::string ManageNoteBooks::RowText(size_t row) const {
+    return rows_[row].IsMain() ? kMainNoteBookListName : rows_[row].name;
+}
+
+void ManageNoteBooks::Select(size_t row) {
+    selected_ = std::min(row, rows_.size() - 1);
+}
+
+NoteBookDetails ManageNoteBooks::Details() const {
+    const CDatabase& row = rows_[selected_];
+    NoteBookDetails details;
+    details.notes = "# Notes:  " + std::to_string(row.noteCount);
+    details.created = row.IsMain() ? "Created: " : "Created:  " + row.created.Format("%m/%d/%y");
+    details.name = row.IsMain() ? std::string() : row.name;
+    details.canChange = !row.IsMain();
+    return details;
+}
+
+bool ManageNoteBooks::Create(const std::string& name) {
+    const auto made = manager_.Create(name, context_);
+    if (made)
+        Refill(*made);
+    return made.has_value();
+}
+
+bool ManageNoteBooks::ChangeName(const std::string& name) {
+    const CDatabase changed = rows_[selected_];
+    if (!manager_.ChangeName(changed, name))
+        return false;
+    Refill(changed);
+    return true;
+}
+
+bool ManageNoteBooks::Delete() {
+    const CDatabase row = rows_[selected_];
+    if (manager_.Delete(row, static_cast<size_t>(row.noteCount)) != DeleteOutcome::Deleted)
+        return false;
+    deletedOpen_ = deletedOpen_ || row.guid == openGuid_;
+    Refill(main_);
+    return true;
+}
+
+}  // namespace lore

@@ -1,0 +1,37 @@
+#include "notebooks/notebook_list_file.h"
+
+#include "base/file_copy.h"
+#include "notes/file_faults.h"
+
+namespace lore {
+
+void NoteBookListFile::Load(const ReadContext& context) {
+    double version = 0.0;
+    isWhole_ = true;
+    read_ = LoadDatabases(file_, context, list_, version, &isWhole_);
+    TellFailedRead(faults_, "The list of NoteBooks could not be read", file_, read_);
+}
+
+bool NoteBookListFile::Save(std::vector<CDatabase> list) {
+    constexpr char kUnwritten[] = "The list of NoteBooks could not be written";
+    FileResult result = read_.Missing() ? FileResult{} : read_;
+    if (result.Ok() && !isWhole_) {
+        std::filesystem::path kept;
+        result = KeepCopy(file_, kept);
+        if (result.Ok()) {
+            faults_.Tell({"The list of NoteBooks is damaged; what it held is kept in " + kept.filename().string(),
+                          file_.string(), "it breaks off, or holds more than its records"});
+            isWhole_ = true;
+        }
+    }
+    std::error_code ignored;
+    std::filesystem::create_directories(file_.parent_path(), ignored);
+    if (result.Ok())
+        result = SaveDatabases(file_, list);
+    TellFailedWrite(faults_, kUnwritten, file_, result);
+    if (result.Ok())
+        list_ = std::move(list);
+    return result.Ok();
+}
+
+}  // namespace lore

@@ -1,0 +1,202 @@
+#include "notebooks/notebook_manager.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "base/file_number.h"
+#include "base/text.h"
+#include "notes/file_faults.h"
+
+namespace lore {
+
+namespace {
+
+constexpr size_t kShortestName = 5;
+constexpr size_t kLongestName = 30;
+constexpr int kPause = 200;  // milliseconds
+constexpr int kWidestGap = 8;
+/// The id that a new NoteBook gets in place of the main one's.
+constexpr int32_t kInPlaceOfMainID = 2114;
+/// Folder numbers from here on were not given out by a program, and leave no room for the next one.
+constexpr int64_t kHighestNumber = 2'000'000'000;
+constexpr char kFolderStart[] = "DB";
+/// A deleted folder bears such a name until it has gone; no list names it and it counts for no new number.
+constexpr char kTrashStart[] = "_DELETED_";
+
+/// The digits behind "DB" as a number, 0 without digits or for a number that nobody gave out.
+int32_t NumberOfFolder(std::string_view name) {
+    int64_t number = 0;
+    for (const char c : name.substr(sizeof kFolderStart - 1)) {
+        if (c < '0' || c > '9')
+            break;
+        number = number * 10 + (c - '0');
+        if (number >= kHighestNumber)
+            return 0;
+    }
+    return static_cast<int32_t>(number);
+}
+
+/// The names of the folders in a folder that begin so.
+std::vector<std::string> FoldersBeginning(const std::filesystem::path& parent, std::string_view start) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(parent, error), end; !error && it != end; it.increment(error)) {
+        std::error_code ignored;
+        std::string name = it->path().filename().string();
+        if (name.starts_with(start) && it->is_directory(ignored))
+            names.push_back(std::move(name));
+    }
+    return names;
+}
+
+std::string FolderOfId(int32_t id) {
+    char folder[24];
+    std::snprintf(folder, sizeof folder, "DB%.6d", id);
+    return folder;
+}
+
+FileResult ResultOf(const std::error_code& error) {
+    return {error.value()};
+}
+
+}  // namespace
+
+bool IsSameNoteBook(const CDatabase& a, const CDatabase& b) {
+    return a.id == b.id && a.guid == b.guid && a.folder == b.folder;
+}
+
+NoteBookManager::NoteBookManager(DataPaths data, std::string localGuid, ManagerPorts ports)
+    : data_(std::move(data)),
+      localGuid_(std::move(localGuid)),
+      ports_(std::move(ports)),
+      file_(data_.DatabasesFile(), ports_.faults) {}
+
+std::optional<CDatabase> NoteBookManager::Create(std::string_view name, const ReadContext& context) {
+    CDatabase made;
+    const std::string clean = CleanText(name);
+    made.name = Trim(clean);
+    const size_t length = CharacterCount(made.name);
+    if (length < kShortestName || length > kLongestName) {
+        ports_.prompts.Message("Database name must be between 5 and 30 characters.", "Invalid Name",
+                               PromptIcon::Warning);
+        return std::nullopt;
+    }
+    if (ports_.prompts.Ask("Do you wish to create the database *" + made.name + "*?", "Create Database?") !=
+        PromptAnswer::Yes)
+        return std::nullopt;
+    ports_.progress.ShowStandBy("Creating new notes database....");
+    ports_.wait(kPause);
+    ClearTrash();
+    made.id = NewId();
+    made.folder = FolderOfId(made.id);
+    made.created = context.now;
+    made.guid = context.guids->NewGuid();
+    // Folders first: a crash leaves empty folders that nothing names, never a NoteBook without folders.
+    const NoteBookPaths paths(data_, made.folder);
+    CreateNoteBookFolders(paths);
+    std::error_code error;
+    if (!std::filesystem::is_directory(paths.Notes(), error))
+        ports_.faults.Tell({"The folder of the NoteBook could not be made", paths.Folder().string(),
+                            ResultOf(error ? error : std::make_error_code(std::errc::not_a_directory)).Reason()});
+    std::vector<CDatabase> list = file_.List();
+    list.push_back(made);
+    const bool isListed = file_.Save(std::move(list));
+    ports_.progress.HideStandBy();
+    return isListed ? std::optional(made) : std::nullopt;
+}
+
+int32_t NoteBookManager::NewId() const {
+    int32_t highest = 1;
+    for (const std::string& name : FoldersBeginning(data_.Databases(), kFolderStart))
+        highest = std::max(highest, NumberOfFolder(name));
+    int32_t id = highest + ports_.random(kWidestGap) + 1;
+    const auto isTaken = [&](int32_t number) {
+        return std::any_of(List().begin(), List().end(), [&](const CDatabase& entry) {
+            return entry.id == number || entry.folder == FolderOfId(number);
+        });
+    };
+    if (id == kMainNoteBookID)
+        id = kInPlaceOfMainID;
+    while (isTaken(id))
+        id = id + 1 == kMainNoteBookID ? kInPlaceOfMainID : id + 1;
+    return id;
+}
+
+bool NoteBookManager::IsListed(const CDatabase& noteBook) const {
+    return std::any_of(List().begin(), List().end(),
+                       [&](const CDatabase& entry) { return IsSameNoteBook(entry, noteBook); });
+}
+
+bool NoteBookManager::ChangeName(const CDatabase& noteBook, std::string_view name) {
+    if (noteBook.IsMain() || !IsListed(noteBook))
+        return false;
+    std::vector<CDatabase> list = file_.List();
+    for (CDatabase& entry : list) {
+        if (IsSameNoteBook(entry, noteBook))
+            entry.name = CleanText(name);
+    }
+    return file_.Save(std::move(list));
+}
+
+DeleteOutcome NoteBookManager::Delete(const CDatabase& noteBook, size_t noteCount) {
+    if (noteBook.IsMain()) {
+        ports_.prompts.Message("You can't delete the main database.", "Unable to Delete", PromptIcon::Warning);
+        return DeleteOutcome::Refused;
+    }
+    const std::string question = "Do you wish to delete the database *" + noteBook.name +
+                                 "*?\n\nWARNING: THIS WILL DELETE ALL  " + std::to_string(noteCount) +
+                                 "  NOTES WITHIN THAT DATABASE!!\n\nDo you still wish to delete this database?";
+    if (ports_.prompts.Ask(question, "Delete Database?") != PromptAnswer::Yes)
+        return DeleteOutcome::Declined;
+    ports_.progress.ShowStandBy("Deleting notes database....");
+    ports_.wait(kPause);
+    ClearOnlineLink(noteBook);
+    // The list lets go of the NoteBook before its folder is touched. Killed before that, everything is there; killed
+    // after it, the list opens without the NoteBook, and its folder is whole or bears a name that no reader picks up.
+    std::vector<CDatabase> list = file_.List();
+    std::erase_if(list, [&](const CDatabase& entry) { return IsSameNoteBook(entry, noteBook); });
+    const bool isTaken = file_.Save(std::move(list));
+    if (isTaken)
+        DeleteFolder(noteBook);
+    ports_.progress.HideStandBy();
+    return isTaken ? DeleteOutcome::Deleted : DeleteOutcome::Failed;
+}
+
+void NoteBookManager::ClearOnlineLink(const CDatabase& noteBook) {
+    SyncLog log;
+    LoadSyncLogFrom(NoteBookPaths(data_, noteBook.folder).SyncLog(), log);
+    if (!log.link.IsLinked() || !ports_.clearOnlineLink)
+        return;
+    ports_.progress.ShowStandBy("Attempting to Update Online NoteBook Link....");
+    ports_.clearOnlineLink(noteBook, log.link);
+}
+
+/// A damaged list may name one folder twice, or that of the main NoteBook: then it belongs to those who are left.
+void NoteBookManager::DeleteFolder(const CDatabase& noteBook) {
+    const std::filesystem::path folder = NoteBookPaths(data_, noteBook.folder).Folder();
+    const auto isThere = [&](const CDatabase& entry) { return NoteBookPaths(data_, entry.folder).Folder() == folder; };
+    if (isThere(MainNoteBook(localGuid_)) || std::any_of(List().begin(), List().end(), isThere))
+        return;
+    ClearTrash();
+    std::error_code error;
+    if (!std::filesystem::exists(folder, error))
+        return;
+    const std::filesystem::path trash = data_.Databases() / (kTrashStart + folder.filename().string());
+    std::filesystem::rename(folder, trash, error);
+    if (!error)
+        FlushFolder(data_.Databases());
+    TellFailedWrite(ports_.faults, "The folder of the NoteBook could not be deleted", folder, ResultOf(error));
+    ClearTrash();
+}
+
+/// Deletes what a deletion has left, this one or one that was killed.
+void NoteBookManager::ClearTrash() {
+    for (const std::string& name : FoldersBeginning(data_.Databases(), kTrashStart)) {
+        std::error_code error;
+        std::filesystem::remove_all(data_.Databases() / name, error);
+        TellFailedWrite(ports_.faults, "A deleted NoteBook is still on the disk", data_.Databases() / name,
+                        ResultOf(error));
+    }
+}
+
+}  // namespace lore

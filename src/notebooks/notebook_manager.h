@@ -1,0 +1,77 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "notebooks/notebook_list_file.h"
+#include "notes/notebook_paths.h"
+#include "notes/sync_log.h"
+#include "ports/fault_notice.h"
+#include "ports/progress.h"
+#include "ports/prompts.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// What changing the list of NoteBooks asks of the world.
+struct ManagerPorts {
+    Prompts& prompts;
+    Progress& progress;
+    FaultNotice& faults;
+    /// Lets a number of milliseconds pass.
+    std::function<void(int)> wait;
+    /// A random number from 0 to the one given.
+    std::function<int(int)> random;
+    /// Frees the NoteBook of the online account that a NoteBook is linked with. May be empty; what comes of it doesn't
+    /// matter here.
+    std::function<void(const CDatabase&, const SyncLink&)> clearOnlineLink;
+};
+
+/// How a deletion ended.
+enum class DeleteOutcome {
+    Refused,   ///< the main NoteBook stays
+    Declined,  ///< the user said No
+    Failed,    ///< the list could not be written: nothing was deleted
+    Deleted,
+};
+
+/// Creates, renames and deletes NoteBooks. Knows nothing of the one that is open: whoever deletes that one empties the
+/// current list and lets nothing be written until another one is open.
+class NoteBookManager {
+public:
+    NoteBookManager(DataPaths data, std::string localGuid, ManagerPorts ports);
+
+    /// Reads the list. Before everything else.
+    void Load(const ReadContext& context) { file_.Load(context); }
+    /// All NoteBooks but the main one, in the order of the file.
+    const std::vector<CDatabase>& List() const { return file_.List(); }
+
+    /// Asks, makes a NoteBook with folders of its own and puts it at the end of the list. The name is trimmed and has 5
+    /// to 30 characters. Nothing if the name was refused, the user said No, or the list could not be written.
+    std::optional<CDatabase> Create(std::string_view name, const ReadContext& context);
+    /// Gives a listed NoteBook any other name. False for the main one and one that isn't listed, or if the list could
+    /// not be written.
+    bool ChangeName(const CDatabase& noteBook, std::string_view name);
+    /// Asks with the number of notes, takes the NoteBook out of the list and deletes its folder.
+    DeleteOutcome Delete(const CDatabase& noteBook, size_t noteCount);
+
+private:
+    int32_t NewId() const;
+    bool IsListed(const CDatabase& noteBook) const;
+    void ClearOnlineLink(const CDatabase& noteBook);
+    void DeleteFolder(const CDatabase& noteBook);
+    void ClearTrash();
+
+    DataPaths data_;
+    std::string localGuid_;
+    ManagerPorts ports_;
+    NoteBookListFile file_;
+};
+
+/// True for the same record of the list.
+bool IsSameNoteBook(const CDatabase& a, const CDatabase& b);
+
+}  // namespace lore

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "notebooks/notebook_manager.h"
+#include "notes/note_builder.h"
+#include "notes/note_record.h"
+#include "support/read_world.h"
+#include "support/scripted_ports.h"
+
+namespace lore {
+
+/// A data root, scripted ports and a manager whose random numbers and online calls a test lays out.
+struct NoteBooksWorld : ReadWorld {
+    TempFolder folder;
+    DataPaths data{folder.Path()};
+    ScriptedPrompts prompts;
+    ScriptedProgress progress;
+    NotedFaults faults;
+    std::vector<int> waits;
+    int random = 0;
+    std::vector<std::string> cleared;  ///< "guid/online id" of each online call
+    CDatabase main = MainNoteBook("{LOCAL}");
+
+    NoteBooksWorld() { CreateNoteBookFolders(PathsOf(main)); }
+
+    ManagerPorts Ports() {
+        return {prompts,
+                progress,
+                faults,
+                [this](int milliseconds) { waits.push_back(milliseconds); },
+                [this](int highest) { return std::min(random, highest); },
+                [this](const CDatabase& noteBook, const SyncLink& link) {
+                    cleared.push_back(noteBook.guid + "/" + std::to_string(link.OnlineNoteBookID));
+                }};
+    }
+    NoteBookManager Manager() {
+        NoteBookManager manager(data, main.guid, Ports());
+        manager.Load(context);
+        return manager;
+    }
+    NoteBookPaths PathsOf(const CDatabase& noteBook) const { return {data, noteBook.folder}; }
+
+    /// A NoteBook with folders and notes of its own, at the end of the list.
+    CDatabase Add(const std::string& name, int32_t id, const std::vector<CNote>& notes = {}) {
+        CDatabase entry;
+        entry.id = id;
+        entry.name = name;
+        entry.folder = "Folder" + std::to_string(id);
+        entry.guid = "{NB" + std::to_string(id) + "}";
+        entry.created = DateTime(2011, 7, 12, 14, 20, 24);
+        CreateNoteBookFolders(PathsOf(entry));
+        PutNotes(entry, notes);
+        auto list = Stored();
+        list.push_back(entry);
+        SaveDatabases(data.DatabasesFile(), list);
+        return entry;
+    }
+    /// Each note in the file that it belongs into.
+    void PutNotes(const CDatabase& noteBook, const std::vector<CNote>& notes) const {
+        std::map<std::string, std::vector<CNote>> files;
+        for (const CNote& note : notes)
+            files[GetNoteFileName(note)].push_back(note);
+        for (const auto& [name, held] : files)
+            PutBytes(PathsOf(noteBook).NoteFile(name), NoteFileBytes(held));
+    }
+    /// The list as the file holds it.
+    std::vector<CDatabase> Stored() {
+        std::vector<CDatabase> list;
+        LoadDatabases(data.DatabasesFile(), context, list);
+        return list;
+    }
+    /// The names in the folder of the NoteBooks.
+    std::vector<std::string> Folders() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(data.Databases()))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+};
+
+}  // namespace lore
