@@ -1,46 +1,34 @@
 #include <QAccessible>
 #include <QApplication>
-#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QMenu>
 #include <QScrollBar>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
-#include <array>
+#include <optional>
 #include <utility>
 
-#include "notes/attachment_kind.h"
 #include "ui/board_view.h"
 #include "ui/board_view_impl.h"
-#include "ui/card_attachments.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
 
 namespace lore {
 namespace {
 
 constexpr int kWheelNotch = 120;
 
-struct PictureEntry {
-    CardHit::Part part;
-    PictureCommand command;
-    const char* text;
-};
-constexpr std::array<PictureEntry, 5> kPictureEntries = {{
-    {CardHit::ZoomIn, PictureCommand::ZoomIn, QT_TRANSLATE_NOOP("lore::BoardView", "Zoom In")},
-    {CardHit::ZoomOut, PictureCommand::ZoomOut, QT_TRANSLATE_NOOP("lore::BoardView", "Zoom Out")},
-    {CardHit::ShiftLeft, PictureCommand::ShiftLeft, QT_TRANSLATE_NOOP("lore::BoardView", "Shift Left")},
-    {CardHit::ShiftRight, PictureCommand::ShiftRight, QT_TRANSLATE_NOOP("lore::BoardView", "Shift Right")},
-    {CardHit::Restore, PictureCommand::Restore, QT_TRANSLATE_NOOP("lore::BoardView", "Restore")},
-}};
-
-const PictureEntry* EntryOf(CardHit::Part part) {
-    const auto found = std::find_if(kPictureEntries.begin(), kPictureEntries.end(),
-                                    [part](const PictureEntry& entry) { return entry.part == part; });
-    return found == kPictureEntries.end() ? nullptr : &*found;
+/// What a click on a part of a card does.
+std::optional<BoardCommand> CommandOf(CardHit::Part part) {
+    static constexpr std::pair<CardHit::Part, BoardCommand> kCommands[] = {
+        {CardHit::ZoomIn, BoardCommand::ZoomIn},       {CardHit::ZoomOut, BoardCommand::ZoomOut},
+        {CardHit::ShiftLeft, BoardCommand::ShiftLeft}, {CardHit::ShiftRight, BoardCommand::ShiftRight},
+        {CardHit::Restore, BoardCommand::Restore},     {CardHit::Open, BoardCommand::OpenAttachment},
+        {CardHit::WebLink, BoardCommand::OpenLink},    {CardHit::Remove, BoardCommand::RemoveFromList}};
+    for (const auto& [known, command] : kCommands)
+        if (known == part)
+            return command;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -121,7 +109,7 @@ void BoardView::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_PageUp:
             return impl_->Page(-1);
         case Qt::Key_Escape:
-            if (impl_->drag.running)
+            if (impl_->drag.IsRunning())
                 return impl_->CancelDrag();
             break;
         case Qt::Key_Return:
@@ -172,21 +160,9 @@ void BoardView::Impl::Hover(const QPoint& point) {
     view.viewport()->setCursor(hand ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
-PictureRoom BoardView::Impl::RoomOf(int row, int attachment) {
-    const auto& picture = model.NoteAt(row).attachments[static_cast<size_t>(attachment)];
-    const int widest = Card::PictureWidth(store.Width());
-    const QString path = PathToQString(model.AttachmentPath(picture));
-    return {std::min(widest, store.Pictures().NaturalSize(path).width()), widest};
-}
-
 void BoardView::Impl::Activate(int row, const CardHit& hit) {
-    const int32_t id = model.NoteAt(row).id;
-    if (const PictureEntry* entry = EntryOf(hit.part))
-        emit view.PictureCommandRequested(id, hit.attachment, entry->command, RoomOf(row, hit.attachment));
-    else if (hit.part == CardHit::Remove)
-        emit view.RemoveRequested(id);
-    else if (hit.part == CardHit::Open || hit.part == CardHit::WebLink)
-        emit view.OpenRequested(id, hit.attachment);
+    if (const auto command = CommandOf(hit.part))
+        Run(*command, model.NoteAt(row).id, hit.attachment);
     else if (hit.part == CardHit::TextLink)
         emit view.LinkRequested(hit.text);
 }
@@ -210,10 +186,11 @@ void BoardView::mouseMoveEvent(QMouseEvent* event) {
 void BoardView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    if (impl_->drag.running)
+    if (impl_->drag.IsRunning())
         return impl_->Drop();
-    const int row = std::exchange(impl_->drag.pressedRow, -1);
-    const CardHit pressed = std::exchange(impl_->drag.pressedHit, CardHit());
+    const int row = impl_->drag.Row();
+    const CardHit pressed = std::exchange(impl_->pressedHit, CardHit());
+    impl_->drag.Cancel();
     const CardHit hit = impl_->HitTest(event->pos(), impl_->RowAt(event->pos().y()));
     if (row >= 0 && row == impl_->RowAt(event->pos().y()) && hit.part == pressed.part &&
         hit.attachment == pressed.attachment)
@@ -225,59 +202,11 @@ void BoardView::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     const int row = impl_->RowAt(event->pos().y());
     const CardHit hit = impl_->HitTest(event->pos(), row);
-    if (EntryOf(hit.part))
+    const auto command = CommandOf(hit.part);
+    if (command && IsPictureChange(*command))
         impl_->Press(event->pos());
     else if (row >= 0 && (hit.part == CardHit::None || hit.part == CardHit::Picture))
         emit EditRequested(impl_->model.NoteAt(row).id);
-}
-
-void BoardView::Impl::AddAttachmentEntries(QMenu& menu, int row, int attachment) {
-    const CNote& note = model.NoteAt(row);
-    const CAttachment& shown = note.attachments[static_cast<size_t>(attachment)];
-    const int32_t id = note.id;
-    const auto add = [&](const QString& text, auto action) {
-        QObject::connect(menu.addAction(text), &QAction::triggered, &view, action);
-    };
-    if (shown.type == kWebLink)
-        return add(tr("Open Link"), [this, id, attachment] { emit view.OpenRequested(id, attachment); });
-    if (IsShownPicture(shown)) {
-        for (const PictureEntry& entry : kPictureEntries)
-            add(tr(entry.text), [this, id, attachment, command = entry.command, room = RoomOf(row, attachment)] {
-                emit view.PictureCommandRequested(id, attachment, command, room);
-            });
-        menu.addSeparator();
-    } else {
-        add(tr("Open Attachment"), [this, id, attachment] { emit view.OpenRequested(id, attachment); });
-    }
-    add(tr("Extract Attachment"), [this, id, attachment] { emit view.ExtractRequested(id, attachment); });
-}
-
-void BoardView::Impl::FillMenu(QMenu& menu, int row, const CardHit& hit, bool byKeyboard) {
-    const CNote& note = model.NoteAt(row);
-    if (hit.attachment >= 0)
-        return AddAttachmentEntries(menu, row, hit.attachment);
-    const int32_t id = note.id;
-    QObject::connect(menu.addAction(tr("Remove From Current List")), &QAction::triggered, &view,
-                     [this, id] { emit view.RemoveRequested(id); });
-    // The keyboard can't point at an attachment.
-    for (size_t i = 0; byKeyboard && i < note.attachments.size(); ++i)
-        AddAttachmentEntries(*menu.addMenu(ToQString(note.attachments[i].title).simplified()), row,
-                             static_cast<int>(i));
-}
-
-void BoardView::contextMenuEvent(QContextMenuEvent* event) {
-    const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
-    const int row = byKeyboard ? impl_->focusRow : impl_->RowAt(event->pos().y());
-    if (row < 0)
-        return;
-    impl_->ChangeFocus(row, byKeyboard);
-    const CardHit hit = byKeyboard ? CardHit() : impl_->HitTest(event->pos(), row);
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    impl_->FillMenu(*menu, row, hit, byKeyboard);
-    const QRect card = CardRect(row).intersected(viewport()->rect());
-    menu->popup(byKeyboard ? viewport()->mapToGlobal(card.topLeft() + QPoint(6 * kSpace, 6 * kSpace))
-                           : event->globalPos());
 }
 
 bool BoardView::viewportEvent(QEvent* event) {

@@ -62,6 +62,14 @@ void BoardView::SetEmptyState(const BoardEmptyState& state) {
     impl_->emptyPane->SetState(state);
 }
 
+void BoardView::SetNoteCommands(const QList<BoardCommand>& commands) {
+    impl_->noteCommands = commands;
+}
+
+void BoardView::SetOtherNoteBooks(const QStringList& names) {
+    impl_->otherNoteBooks = names;
+}
+
 void BoardView::Rebuild() {
     QPalette groove;
     groove.setColor(QPalette::Window, impl_->theme.Color(ColorRole::Board));
@@ -285,11 +293,11 @@ void BoardView::Impl::PaintCards(QPainter& painter, const QRect& area) {
         if (top + card.Height() >= area.top() - kSpace) {
             CardPaint paint;
             paint.clip = QRectF(area).translated(-left, -top);
-            paint.hovered = row == hoverRow && !drag.running;
+            paint.hovered = row == hoverRow && !drag.IsRunning();
             paint.hot = row == hoverRow ? hot : CardHit();
             paint.devicePixelRatio = painter.device()->devicePixelRatioF();
             card.Paint(painter, QPoint(left, top), paint);
-            if (drag.running && row == drag.pressedRow)
+            if (drag.IsRunning() && row == drag.Row())
                 PaintVeil(painter, view.CardRect(row));
         }
         top += card.Height();
@@ -304,10 +312,10 @@ void BoardView::Impl::PaintVeil(QPainter& painter, const QRect& card) const {
 }
 
 void BoardView::Impl::PaintDropMarker(QPainter& painter) {
-    if (!drag.running || drag.targetRow < 0 || drag.targetRow == drag.pressedRow)
+    if (!drag.MovesNote())
         return;
-    const QRect target = view.CardRect(drag.targetRow);
-    const int y = drag.pressedRow > drag.targetRow ? target.top() + 2 : target.bottom() + 2;
+    const QRect target = view.CardRect(drag.Target());
+    const int y = drag.Side() == DropSide::Before ? target.top() + 2 : target.bottom() + 2;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(theme.Color(ColorRole::Accent), 3, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(target.left() + 2 * kSpace, y, target.right(), y);

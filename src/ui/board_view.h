@@ -4,8 +4,10 @@
 #include <memory>
 
 #include "app/picture_commands.h"
+#include "notes/board_commands.h"
+#include "notes/board_model.h"
+#include "notes/board_options.h"
 #include "ui/board_empty_state.h"
-#include "ui/board_model.h"
 
 namespace lore {
 
@@ -24,6 +26,10 @@ public:
     const BoardOptions& Options() const;
     void SetOptions(const BoardOptions& options);
     void SetEmptyState(const BoardEmptyState& state);
+    /// The entries for a note that are carried out; the menu shows no others. At first only RemoveFromList.
+    void SetNoteCommands(const QList<BoardCommand>& commands);
+    /// The names of the NoteBooks that a note can be copied to.
+    void SetOtherNoteBooks(const QStringList& names);
 
     /// The list or its order is another one now. The focus note keeps its place on the screen if it is still there.
     void Rebuild();
@@ -55,7 +61,10 @@ signals:
     /// after.
     void MoveRequested(int32_t noteId, int32_t targetId);
     void RemoveRequested(int32_t noteId);
-    /// A double-click or Enter on a card.
+    void DeleteRequested(int32_t noteId);
+    /// `noteBook`: a position in what SetOtherNoteBooks got.
+    void CopyRequested(int32_t noteId, int noteBook);
+    /// A double-click or Enter on a card, or the entry of its menu.
     void EditRequested(int32_t noteId);
     void PictureCommandRequested(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room);
     /// Open a file or a web link of a note. Whether that is safe is for the receiver to say.

@@ -2,10 +2,11 @@
 
 #include <QBasicTimer>
 #include <QPoint>
-#include <QPointer>
+#include <QStringList>
 #include <memory>
 
-#include "ui/board_heights.h"
+#include "notes/board_drag.h"
+#include "notes/board_heights.h"
 #include "ui/board_view.h"
 #include "ui/card_store.h"
 
@@ -14,18 +15,6 @@ class QMenu;
 namespace lore {
 
 class BoardEmptyPane;
-
-/// A card being dragged to another place.
-struct BoardDrag {
-    int pressedRow = -1;  ///< under the left button when it went down
-    QPoint pressedAt;
-    CardHit pressedHit;
-    bool running = false;
-    QPoint mouse;  ///< kept within the board
-    int targetRow = -1;
-    int scrollStep = 0;  ///< pixels for each tick of the timer while the mouse is at an edge
-    QBasicTimer timer;
-};
 
 /// What the board consists of.
 struct BoardView::Impl {
@@ -57,10 +46,11 @@ struct BoardView::Impl {
     void Page(int direction);
     void Hover(const QPoint& point);
     void Activate(int row, const CardHit& hit);
+    void Run(BoardCommand command, int32_t id, int attachment);
     PictureRoom RoomOf(int row, int attachment);
 
     void Press(const QPoint& point);
-    void DragTo(QPoint point);
+    void DragTo(const QPoint& point);
     void FindTarget();
     void Drop();
     void CancelDrag();
@@ -69,6 +59,7 @@ struct BoardView::Impl {
     void PaintVeil(QPainter& painter, const QRect& card) const;
     void PaintDropMarker(QPainter& painter);
     void FillMenu(QMenu& menu, int row, const CardHit& hit, bool byKeyboard);
+    void AddEntry(QMenu& menu, BoardCommand command, int32_t id, int attachment);
     void AddAttachmentEntries(QMenu& menu, int row, int attachment);
     void ShowEmptyPane();
 
@@ -88,6 +79,10 @@ struct BoardView::Impl {
     bool syncing = false;
     int wheelRest = 0;
     BoardDrag drag;
+    QBasicTimer dragTimer;
+    CardHit pressedHit;  ///< under the left button when it went down
+    QList<BoardCommand> noteCommands = {BoardCommand::RemoveFromList};
+    QStringList otherNoteBooks;
     BoardEmptyPane* emptyPane = nullptr;
 };
 

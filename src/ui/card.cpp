@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <algorithm>
 
+#include "notes/board_layout.h"
 #include "ui/card_attachments.h"
 #include "ui/card_pills.h"
 #include "ui/card_sources.h"
@@ -18,17 +19,28 @@ constexpr int kAbove = 7, kBelow = 3;
 constexpr int kBorderWidth = kSpace;
 constexpr int kRingWidth = 2;
 constexpr double kRemoveSide = 24;
+// How far the letters of a block may reach over its edges.
+constexpr int kReachAside = 22, kReachAbove = 16;
 
-// Distances of the blocks, in pixels at every zoom.
-constexpr int kPillInset = 17, kTextInset = 16, kAttachmentInset = 21;
-constexpr int kTextSide = 22, kTextAbove = 16, kTextBelow = 6, kTextBehind = 17, kTextNarrower = 85;
-
-bool HasPath(const CProCategoryTree& path) {
-    return path.id > 0;
-}
-
-bool HasAnyPath(const CNote& note) {
-    return std::any_of(note.categories.begin(), note.categories.end(), HasPath);
+/// What a part of a card is made of.
+std::unique_ptr<CardBlock> MakeBlock(const CNote& note, const std::vector<const CSource*>& sources,
+                                     const CardPart& part, const CardContext& context) {
+    switch (part.kind) {
+        case CardPartKind::Path:
+            return MakePathBlock(note.categories[part.index], part.numbered ? static_cast<int>(part.index) + 1 : 0,
+                                 part.width, context);
+        case CardPartKind::KeyWords:
+            return MakeKeyWordBlock(note.keyWords, part.width, context);
+        case CardPartKind::Source: {
+            const CSource& source = *sources[part.index];
+            return MakeSourceBlock(source, context.model.SourceRemark(note, source), part.width, context);
+        }
+        case CardPartKind::Attachments:
+            return MakeAttachmentBlock(note, part.width, context);
+        case CardPartKind::Text:
+            break;
+    }
+    return MakeTextBlock(note, part.width, context);
 }
 
 }  // namespace
@@ -41,114 +53,16 @@ Card::Card(const CNote& note, int width, bool focus, const CardContext& context)
       removeSide_(std::max(kRemoveSide, QFontMetricsF(context.theme.Font(TextSize::Small)).height() * 1.4)),
       border_(Legible(ToQColor(note.borderColor), context.theme.Color(ColorRole::Board), 3.0)),
       textGround_(context.textGround) {
-    const BoardOptions& options = context.options;
-    int y = 0;
-    if (options.categoriesOnTop)
-        AddPaths(note, y, context);
-    if (options.keyWordsOnTop)
-        AddKeyWords(note, y, context);
-    if (options.sourcesOnTop)
-        AddSources(note, y, context);
-    AddText(note, y, context);
-    AddAttachments(note, y, context);
-    if (!options.sourcesOnTop)
-        AddSources(note, y, context);
-    if (!options.keyWordsOnTop)
-        AddKeyWords(note, y, context);
-    if (!options.categoriesOnTop)
-        AddPaths(note, y, context);
-    height_ = y;
-}
-
-void Card::Place(std::unique_ptr<CardBlock> block, int inset, int width, int y) {
-    blocks_.push_back({std::move(block), QPointF(inset, y), width});
-}
-
-void Card::AddPaths(const CNote& note, int& y, const CardContext& context) {
-    const BoardOptions& options = context.options;
-    const size_t sets = options.onlySetOne ? 1 : kSetCount;
-    const bool any = options.onlySetOne ? HasPath(note.categories[0]) : HasAnyPath(note);
-    if (!options.showCategories || !any)
-        return;
-    y += options.categoriesOnTop ? 17 : (blocks_.empty() ? 0 : 8);
-    const bool numbered = HasPath(note.categories[1]) || HasPath(note.categories[2]);
-    bool above = false;
-    for (size_t set = 0; set < sets; ++set) {
-        if (!HasPath(note.categories[set]))
-            continue;
-        y += above ? 7 : 0;
-        auto block = MakePathBlock(note.categories[set], numbered && sets > 1 ? static_cast<int>(set) + 1 : 0,
-                                   width_ - 2 * kPillInset, context);
-        const int height = block->Height();
-        // The path of set 3 stands at a gap of 6, while the card's height counts 7.
-        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, set == 2 && above ? y - 1 : y);
-        y += height;
-        above = true;
-    }
-    y += options.categoriesOnTop ? 9 : 7;
-}
-
-void Card::AddKeyWords(const CNote& note, int& y, const CardContext& context) {
-    if (!context.options.showKeyWords || KeyWordNames(note.keyWords).isEmpty())
-        return;
-    if (context.options.keyWordsOnTop)
-        y += blocks_.empty() ? 17 : 0;
-    else
-        y += blocks_.empty() ? 0 : 9;
-    auto block = MakeKeyWordBlock(note.keyWords, width_ - 2 * kPillInset, context);
-    const int height = block->Height();
-    Place(std::move(block), kPillInset, width_ - 2 * kPillInset, y);
-    y += height + 8;
-}
-
-void Card::AddSources(const CNote& note, int& y, const CardContext& context) {
-    if (!context.options.showSources)
-        return;
     const auto sources = context.model.SourcesOf(note);
-    if (sources.empty())
-        return;
-    const bool top = context.options.sourcesOnTop;
-    if (top)
-        y += blocks_.empty() ? 18 : 0;
-    else
-        y += blocks_.empty() ? 0 : 9;
-    bool above = false;
-    for (const CSource* source : sources) {
-        y += above ? 8 : 0;
-        auto block =
-            MakeSourceBlock(*source, context.model.SourceRemark(note, *source), width_ - 2 * kPillInset, context);
-        const int height = block->Height();
-        Place(std::move(block), kPillInset, width_ - 2 * kPillInset, y);
-        y += height;
-        above = true;
-    }
-    y += top ? 8 : 9;
-}
-
-void Card::AddText(const CNote& note, int& y, const CardContext& context) {
-    if (note.plainText.empty()) {
-        y += kTextBehind;
-        return;
-    }
-    y += blocks_.empty() ? 17 : 0;
-    auto block = MakeTextBlock(note, std::max(1, width_ - kTextNarrower), context);
-    const int height = block->Height();
-    textRect_ = QRectF(kTextInset, y, width_ - 2 * kTextInset, kTextAbove + height + kTextBelow);
-    Place(std::move(block), kTextInset + kTextSide, width_ - kTextNarrower, y + kTextAbove);
-    y = static_cast<int>(textRect_.bottom()) + kTextBehind;
-}
-
-void Card::AddAttachments(const CNote& note, int& y, const CardContext& context) {
-    if (note.attachments.empty())
-        return;
-    auto block = MakeAttachmentBlock(note, PictureWidth(width_), context);
-    const int height = block->Height();
-    Place(std::move(block), kAttachmentInset, width_ - 2 * kAttachmentInset, y);
-    y += height;
-}
-
-int Card::PictureWidth(int cardWidth) {
-    return std::max(1, cardWidth - 2 * kAttachmentInset);
+    const CardLayout layout =
+        LayOutCard(CardContentOf(note, sources.size()), context.options, width, [&](const CardPart& part) {
+            blocks_.push_back({MakeBlock(note, sources, part, context), {}, part.width});
+            return blocks_.back().block->Height();
+        });
+    for (size_t i = 0; i < blocks_.size(); ++i)
+        blocks_[i].at = QPointF(layout.parts[i].left, layout.parts[i].top);
+    textRect_ = QRectF(layout.textLeft, layout.textTop, layout.textWidth, layout.textHeight);
+    height_ = layout.height;
 }
 
 QRectF Card::Outline() const {
@@ -212,8 +126,8 @@ void Card::Paint(QPainter& painter, const QPoint& at, const CardPaint& paint) co
     CardPaint inner = paint;
     for (const Placed& placed : blocks_) {
         inner.clip = paint.clip.translated(-placed.at)
-                         .intersected(QRectF(-kTextSide, -kTextAbove, placed.width + 2 * kTextSide,
-                                             placed.block->Height() + 2 * kTextAbove));
+                         .intersected(QRectF(-kReachAside, -kReachAbove, placed.width + 2 * kReachAside,
+                                             placed.block->Height() + 2 * kReachAbove));
         if (inner.clip.isEmpty())
             continue;
         painter.save();
@@ -251,7 +165,7 @@ QString SpokenCard(const CNote& note, const BoardModel& model, const BoardOption
             parts.append(QStringLiteral("Source: ") + ToQString(source->FormattedText).simplified());
     if (options.showCategories)
         for (const CProCategoryTree& path : note.categories)
-            if (HasPath(path))
+            if (IsShownPath(path))
                 parts.append(QStringLiteral("Category: ") + PathNames(path).join(QStringLiteral(", ")));
     if (options.showKeyWords && !note.keyWords.empty())
         parts.append(QStringLiteral("Key words: ") + KeyWordNames(note.keyWords).join(QStringLiteral(", ")));

@@ -19,8 +19,6 @@ public:
     /// `point` counts from the card's top left corner.
     CardHit HitTest(const QPointF& point) const;
     QRectF AttachmentRect(int attachment) const;
-    /// The width that a picture may take in a card of a width.
-    static int PictureWidth(int cardWidth);
 
 private:
     struct Placed {
@@ -28,12 +26,6 @@ private:
         QPointF at;
         int width = 0;
     };
-    void Place(std::unique_ptr<CardBlock> block, int inset, int width, int y);
-    void AddPaths(const CNote& note, int& y, const CardContext& context);
-    void AddKeyWords(const CNote& note, int& y, const CardContext& context);
-    void AddSources(const CNote& note, int& y, const CardContext& context);
-    void AddText(const CNote& note, int& y, const CardContext& context);
-    void AddAttachments(const CNote& note, int& y, const CardContext& context);
     QRectF Outline() const;
     QRectF RemoveRect() const;
     void PaintFrame(QPainter& painter) const;

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "notes/attachment_kind.h"
+#include "notes/board_layout.h"
 #include "ui/card_picture.h"
 #include "ui/picture_cache.h"
 #include "ui/qt_text.h"
@@ -143,10 +144,6 @@ private:
 };
 
 }  // namespace
-
-bool IsShownPicture(const CAttachment& attachment) {
-    return attachment.type == kImageFile && attachment.show;
-}
 
 QString AttachmentInfo(const CAttachment& attachment, const BoardModel& model) {
     if (attachment.type == kWebLink)

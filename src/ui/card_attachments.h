@@ -10,8 +10,6 @@ namespace lore {
 /// tiles with icon, title and size, side by side as many as have room.
 std::unique_ptr<CardBlock> MakeAttachmentBlock(const CNote& note, int width, const CardContext& context);
 
-/// An image that is drawn as a picture in the card.
-bool IsShownPicture(const CAttachment& attachment);
 /// "Document File, 24 kB"; the address for a web link; "File not found" if it is gone.
 QString AttachmentInfo(const CAttachment& attachment, const BoardModel& model);
 /// The icon of a kind of attachment.

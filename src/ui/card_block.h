@@ -4,7 +4,8 @@
 #include <QPainter>
 #include <QString>
 
-#include "ui/board_model.h"
+#include "notes/board_model.h"
+#include "notes/board_options.h"
 
 namespace lore {
 

@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/record_file.h"
-#include "classify/key_word_list.h"
+#include "notes/board_layout.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -14,7 +13,6 @@ namespace lore {
 namespace {
 
 constexpr double kKeyWordBox = 32;  // pixels at 100 %
-constexpr int kMostChips = 400;     // that a line of key words is searched for
 
 enum class PillShape { Level, Chip, Plain };
 
@@ -145,20 +143,15 @@ private:
 
 QStringList PathNames(const CProCategoryTree& path) {
     QStringList names;
-    const CProCategoryTree* node = &path;
-    for (int depth = 0; node && depth < kMaxNesting; ++depth) {
-        if (node->id > 0 || !node->name.empty())
-            names.append(ToQString(node->name));
-        node = node->children.empty() ? nullptr : &node->children.front();
-    }
+    for (const std::string& name : PathLevels(path))
+        names.append(ToQString(name));
     return names;
 }
 
 QStringList KeyWordNames(const std::string& keyWords) {
     QStringList names;
-    for (const std::string_view word : SplitKeyWords(keyWords))
-        if (const QString name = ToQString(word).simplified(); !name.isEmpty() && names.size() < kMostChips)
-            names.append(name);
+    for (const std::string& word : ShownKeyWords(keyWords))
+        names.append(ToQString(word).simplified());
     return names;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "notes/board_layout.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -84,30 +85,11 @@ const Card& CardStore::CardOf(int row) {
     return *cards_.front().card;
 }
 
-int CardStore::Estimate(const CNote& note) const {
-    constexpr double kCharacterWidth = 7.5, kLineHeight = 21;
-    const double zoom = options_.zoom;
-    const double perLine = std::max(10.0, (width_ - 85) / (kCharacterWidth * zoom));
-    double height = 17;
-    if (!note.plainText.empty())
-        height += 39 + kLineHeight * zoom * (1 + static_cast<double>(note.plainText.size()) / perLine);
-    if (options_.showCategories)
-        for (const CProCategoryTree& path : note.categories)
-            height += path.id > 0 ? 33 * zoom : 0;
-    if (options_.showKeyWords && !note.keyWords.empty())
-        height += 17 + 32 * zoom;
-    if (options_.showSources)
-        height += static_cast<double>(note.sources.Count()) * (8 + 2.2 * options_.sourceSize * zoom);
-    for (const CAttachment& attachment : note.attachments)
-        height += (attachment.type == 1 && attachment.show ? 300 : 24) * zoom;
-    return static_cast<int>(height);
-}
-
 int CardStore::LikelyHeight(int row) const {
     const CNote& note = model_.NoteAt(row);
     const auto& heights = measured_.front().heights;
     const auto found = heights.find(note.id);
-    return found == heights.end() ? Estimate(note) : found->second;
+    return found == heights.end() ? EstimateCardHeight(note, options_, width_) : found->second;
 }
 
 bool CardStore::IsMeasured(int row) const {

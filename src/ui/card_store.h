@@ -46,7 +46,6 @@ private:
         std::unordered_map<int32_t, int> heights;  // by note
     };
     void ChooseHeights();
-    int Estimate(const CNote& note) const;
 
     const BoardModel& model_;
     const Theme& theme_;

@@ -115,7 +115,7 @@ void MainWindow::ConnectBoard() {
     connect(board_, &BoardView::ExtractRequested, this, &MainWindow::ExtractAttachment);
     connect(board_, &BoardView::LinkRequested, this, &MainWindow::OpenLink);
     connect(board_, &BoardView::ZoomStepRequested, this,
-            [this](int step) { SetZoom(MainToolBar::ZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); });
+            [this](int step) { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); });
     connect(board_, &BoardView::FirstStepRequested, this,
             [this] { Search(QString::fromUtf8(kShowAll), SearchScope::Database); });
 }

@@ -5,9 +5,9 @@
 
 #include "app/lorebinder_app.h"
 #include "app/picture_commands.h"
+#include "notes/list_board_model.h"
 #include "notes/panel_commands.h"
 #include "ui/board_view.h"
-#include "ui/list_board_model.h"
 
 class QActionGroup;
 class QLabel;

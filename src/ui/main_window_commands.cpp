@@ -52,7 +52,7 @@ void MainWindow::MakeViewMenu() {
     bar->setChecked(app_.GetSettings().Flag(Option::ShowCtrlBar));
     connect(bar, &QAction::toggled, panels_, &QWidget::setVisible);
     const auto zoomBy = [this](int step) {
-        return [this, step] { SetZoom(MainToolBar::ZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); };
+        return [this, step] { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); };
     };
     view->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, zoomBy(1));
     view->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, zoomBy(-1));

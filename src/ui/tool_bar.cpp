@@ -7,9 +7,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QToolButton>
-#include <array>
-#include <cstdlib>
+#include <algorithm>
 
+#include "notes/board_options.h"
 #include "notes/sort_order.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
@@ -17,15 +17,6 @@
 namespace lore {
 
 namespace {
-
-constexpr std::array kZooms = {100, 115, 125, 150, 175, 200};
-
-size_t NearestZoom(int percent) {
-    size_t best = 0;
-    for (size_t i = 1; i < kZooms.size(); ++i)
-        best = std::abs(kZooms[i] - percent) < std::abs(kZooms[best] - percent) ? i : best;
-    return best;
-}
 
 QComboBox* MakeCombo(QToolBar* bar, const QString& name, int widthChars) {
     auto* const combo = new QComboBox(bar);
@@ -108,7 +99,7 @@ void MainToolBar::AddChoices() {
     zoom_ = MakeCombo(this, tr("Zoom"), 5);
     for (const NoteSortChoice& choice : NoteSortChoices())
         sort_->addItem(QString::fromUtf8(choice.text), choice.id);
-    for (const int percent : kZooms)
+    for (const int percent : kBoardZooms)
         zoom_->addItem(QStringLiteral("%1%").arg(percent), percent);
     addWidget(noteBooks_);
     addWidget(MakeGap(this));
@@ -132,12 +123,7 @@ void MainToolBar::SetSort(int sortId) {
 }
 
 void MainToolBar::SetZoom(int percent) {
-    zoom_->setCurrentIndex(static_cast<int>(NearestZoom(percent)));
-}
-
-int MainToolBar::ZoomStep(int percent, int step) {
-    const int index = static_cast<int>(NearestZoom(percent)) + step;
-    return kZooms[static_cast<size_t>(std::clamp(index, 0, static_cast<int>(kZooms.size()) - 1))];
+    zoom_->setCurrentIndex(zoom_->findData(NearestBoardZoom(percent)));
 }
 
 void MainToolBar::SetNoteBooks(const std::vector<CDatabase>& choices, const std::string& openGuid) {

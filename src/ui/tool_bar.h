@@ -24,8 +24,6 @@ public:
     void SetSort(int sortId);
     /// A zoom in percent; the nearest choice is shown.
     void SetZoom(int percent);
-    /// The choice one step up or down from a zoom.
-    static int ZoomStep(int percent, int step);
     void SetNoteBooks(const std::vector<CDatabase>& choices, const std::string& openGuid);
     void FocusSearch();
     SearchScope Scope() const { return scope_; }

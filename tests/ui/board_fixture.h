@@ -5,7 +5,7 @@
 #include <map>
 #include <vector>
 
-#include "ui/board_model.h"
+#include "notes/board_model.h"
 
 class QWidget;
 

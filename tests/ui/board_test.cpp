@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/board_heights.h"
 #include "ui/board_window.h"
 
 namespace lore {
@@ -18,7 +17,6 @@ class BoardTest : public BoardWindowTest {
     Q_OBJECT
 
 private slots:
-    void HeightsAddUpAfterAnyChange();
     void ShowsCardsOfAllKinds_data();
     void ShowsCardsOfAllKinds();
     void ShowsTheFirstStepWhenTheListIsEmpty();
@@ -31,33 +29,6 @@ private slots:
     void TellsScreenReadersOfItsCards();
     void ScrollsTwentyThousandNotesWithoutAHitch();
 };
-
-void BoardTest::HeightsAddUpAfterAnyChange() {
-    QRandomGenerator random(7);
-    for (const int count : {0, 1, 2, 3, 64, 65, 1000}) {
-        std::vector<int> plain(static_cast<size_t>(count));
-        for (int& height : plain)
-            height = random.bounded(4) == 0 ? 0 : random.bounded(500);
-        BoardHeights heights;
-        heights.Assign(plain);
-        for (int change = 0; change < 50 && count > 0; ++change) {
-            const int row = random.bounded(count);
-            plain[size_t(row)] = random.bounded(900);
-            heights.SetHeight(row, plain[size_t(row)]);
-        }
-        int64_t top = 0;
-        for (int row = 0; row < count; ++row) {
-            QCOMPARE(heights.TopOf(row), top);
-            if (plain[size_t(row)] > 0) {
-                QCOMPARE(heights.RowAt(top), row);
-                QCOMPARE(heights.RowAt(top + plain[size_t(row)] - 1), row);
-            }
-            top += plain[size_t(row)];
-        }
-        QCOMPARE(heights.Total(), top);
-        QCOMPARE(heights.RowAt(top + 100), count - 1);
-    }
-}
 
 void BoardTest::ShowsCardsOfAllKinds_data() {
     QTest::addColumn<bool>("dark");

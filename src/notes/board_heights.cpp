@@ -1,4 +1,4 @@
-#include "ui/board_heights.h"
+#include "notes/board_heights.h"
 
 #include <algorithm>
 #include <bit>

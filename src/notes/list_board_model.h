@@ -1,8 +1,8 @@
 #pragma once
 
+#include "notes/board_model.h"
 #include "notes/note_list.h"
 #include "notes/open_notebook.h"
-#include "ui/board_model.h"
 
 namespace lore {
 
@@ -24,8 +24,5 @@ private:
     CNoteList& list_;
     const OpenNoteBook& book_;
 };
-
-/// The board's part of the settings.
-BoardOptions BoardOptionsOf(const Settings& settings, const SettingsStore& store);
 
 }  // namespace lore

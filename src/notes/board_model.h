@@ -6,20 +6,8 @@
 
 #include "bibliography/source.h"
 #include "notes/note.h"
-#include "settings/settings.h"
 
 namespace lore {
-
-/// The settings that say what a card shows and how.
-struct BoardOptions {
-    bool showCategories = true, categoriesOnTop = true, onlySetOne = false;
-    bool showKeyWords = true, keyWordsOnTop = false;
-    bool showSources = true, sourcesOnTop = false;
-    int sourceSize = 18;                       ///< height of source text in pixels at 100 %
-    double zoom = 1.0;                         ///< 1.0 to 2.0
-    Rgb focusGround = MakeRgb(251, 251, 142);  ///< ground of the focus note's text, as chosen for a light palette
-    FontSetting pictureTitle = DefaultImageTitleFont();
-};
 
 /// The ordered notes that the board shows. The board reads it while it paints, so that the answers have to be quick.
 class BoardModel {

@@ -1,4 +1,4 @@
-#include "ui/list_board_model.h"
+#include "notes/list_board_model.h"
 
 #include "base/text.h"
 #include "notes/attachment_kind.h"
@@ -24,22 +24,6 @@ std::filesystem::path ListBoardModel::AttachmentPath(const CAttachment& attachme
     if (attachment.type == kWebLink || name.empty() || name == "." || name == "..")
         return {};
     return book_.paths.Attachments() / name;
-}
-
-BoardOptions BoardOptionsOf(const Settings& settings, const SettingsStore& store) {
-    BoardOptions options;
-    options.showCategories = settings.Flag(Option::ShowCats);
-    options.categoriesOnTop = settings.Flag(Option::CatsTop);
-    options.onlySetOne = settings.Flag(Option::ShowCatSet1);
-    options.showKeyWords = settings.Flag(Option::ShowKeyWords);
-    options.keyWordsOnTop = settings.Flag(Option::KewWordsTop);
-    options.showSources = settings.Flag(Option::ShowSources);
-    options.sourcesOnTop = settings.Flag(Option::SourceTop);
-    options.sourceSize = settings.Int(Option::SourceSize);
-    options.zoom = settings.ZoomFactor();
-    options.focusGround = LoadSelectedNoteColor(store);
-    options.pictureTitle = LoadFontSetting(store, "ImgTitleFont", DefaultImageTitleFont());
-    return options;
 }
 
 }  // namespace lore

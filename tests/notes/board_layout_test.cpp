@@ -1,0 +1,172 @@
+#include "notes/board_layout.h"
+
+#include <gmock/gmock.h>
+#include <random>
+
+#include "notes/board_heights.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr int kWidth = 900;
+
+/// Measures each part as 100 pixels and writes down "kind index:left,top,width".
+class StackedCard {
+public:
+    StackedCard(const CardContent& content, const BoardOptions& options) {
+        layout = LayOutCard(content, options, kWidth, [](const CardPart&) { return 100; });
+    }
+    std::vector<std::string> Tops() const {
+        static constexpr const char* kNames[] = {"path", "words", "source", "text", "files"};
+        std::vector<std::string> tops;
+        for (const CardPart& part : layout.parts)
+            tops.push_back(kNames[static_cast<int>(part.kind)] + std::to_string(part.index) + "@" +
+                           std::to_string(part.top));
+        return tops;
+    }
+    CardLayout layout;
+};
+
+CardContent Everything() {
+    return {.paths = {true, true, true}, .keyWords = true, .text = true, .attachments = true, .sources = 2};
+}
+
+TEST(BoardLayout, StacksEveryBlockAboveOrBelowTheText) {
+    BoardOptions top;
+    top.categoriesOnTop = top.keyWordsOnTop = top.sourcesOnTop = true;
+    const StackedCard above(Everything(), top);
+    EXPECT_THAT(above.Tops(), ElementsAre("path0@17", "path1@124", "path2@230", "words0@340", "source0@448",
+                                          "source1@556", "text0@680", "files0@803"));
+    EXPECT_EQ(above.layout.height, 903);
+    BoardOptions bottom;
+    bottom.categoriesOnTop = bottom.keyWordsOnTop = bottom.sourcesOnTop = false;
+    const StackedCard below(Everything(), bottom);
+    EXPECT_THAT(below.Tops(), ElementsAre("text0@33", "files0@156", "source0@265", "source1@373", "words0@491",
+                                          "path0@607", "path1@714", "path2@820"));
+    EXPECT_EQ(below.layout.height, 928);
+}
+
+TEST(BoardLayout, GivesTheFirstBlockItsOwnSpaceAndNoneToWhatIsMissing) {
+    BoardOptions top;
+    top.categoriesOnTop = top.keyWordsOnTop = top.sourcesOnTop = true;
+    BoardOptions bottom;
+    bottom.categoriesOnTop = bottom.keyWordsOnTop = bottom.sourcesOnTop = false;
+    BoardOptions hidden = bottom;
+    hidden.showCategories = hidden.showKeyWords = hidden.showSources = false;
+    BoardOptions onlyOne = top;
+    onlyOne.onlySetOne = true;
+    const struct {
+        const char* what;
+        CardContent content;
+        BoardOptions options;
+        int firstTop, height;  // firstTop -1: no parts
+    } cases[] = {
+        {"nothing", {}, top, -1, 17},
+        {"files alone", {.attachments = true}, top, 17, 117},
+        {"text alone", {.text = true}, top, 33, 156},
+        {"path on top", {.paths = {false, true, false}}, top, 17, 143},
+        {"third path alone stands at its full gap", {.paths = {false, false, true}}, top, 17, 143},
+        {"words on top", {.keyWords = true}, top, 17, 142},
+        {"source on top", {.sources = 1}, top, 18, 143},
+        {"path below nothing", {.paths = {true, false, false}}, bottom, 17, 124},
+        {"words below nothing", {.keyWords = true}, bottom, 17, 125},
+        {"source below nothing", {.sources = 1}, bottom, 17, 126},
+        {"words below files", {.keyWords = true, .attachments = true}, bottom, 17, 234},
+        {"nothing is shown", Everything(), hidden, 33, 256},
+        {"sets 2 and 3 are not shown", {.paths = {false, true, true}}, onlyOne, -1, 17},
+        {"set 1 of three", {.paths = {true, true, true}}, onlyOne, 17, 143},
+    };
+    for (const auto& c : cases) {
+        const CardLayout layout = StackedCard(c.content, c.options).layout;
+        EXPECT_EQ(layout.parts.empty() ? -1 : layout.parts.front().top, c.firstTop) << c.what;
+        EXPECT_EQ(layout.height, c.height) << c.what;
+    }
+}
+
+TEST(BoardLayout, SetsTheBlocksInFromTheSides) {
+    const CardLayout layout = StackedCard(Everything(), BoardOptions()).layout;
+    for (const CardPart& part : layout.parts) {
+        const bool text = part.kind == CardPartKind::Text, files = part.kind == CardPartKind::Attachments;
+        EXPECT_EQ(part.left, text ? 38 : files ? 21 : 17);
+        EXPECT_EQ(part.width, text ? kWidth - 85 : files ? kWidth - 42 : kWidth - 34);
+        EXPECT_EQ(part.numbered, part.kind == CardPartKind::Path);
+        if (!text)
+            continue;
+        EXPECT_THAT((std::vector{layout.textLeft, layout.textTop, layout.textWidth, layout.textHeight}),
+                    ElementsAre(16, part.top - 16, kWidth - 32, 16 + 100 + 6));
+    }
+    EXPECT_EQ(StackedCard({}, {}).layout.textHeight, 0);
+    EXPECT_FALSE(StackedCard({.paths = {true, false, false}}, {}).layout.parts[0].numbered);
+    for (const CardPart& part : LayOutCard(Everything(), {}, 3, [](const CardPart&) { return -5; }).parts)
+        EXPECT_GE(part.width, 1);
+}
+
+TEST(BoardLayout, TellsWhatANoteHasToShow) {
+    CNote note;
+    note.keyWords = ",,  ,";
+    note.categories[1].id = 7;
+    note.categories[2].id = -7;
+    const CardContent content = CardContentOf(note, 3);
+    EXPECT_FALSE(content.keyWords || content.text || content.attachments);
+    EXPECT_THAT(content.paths, ElementsAre(false, true, false));
+    EXPECT_EQ(content.sources, 3U);
+    EXPECT_THAT(ShownKeyWords("reef, ,lamp oil,reef,"), ElementsAre("reef", "lamp oil", "reef"));
+    std::string many;
+    for (int i = 0; i < 100000; ++i)
+        many += "w,";
+    EXPECT_LE(ShownKeyWords(many).size(), 400U);
+}
+
+TEST(BoardLayout, EstimatesStayWithinBoundsForAnyNote) {
+    CNote note;
+    const int empty = EstimateCardHeight(note, {}, kWidth);
+    EXPECT_EQ(empty, 17);
+    note.attachments.resize(100000);
+    note.plainText.assign(1 << 20, 'x');
+    for (const int width : {0, 1, 900})
+        EXPECT_GT(EstimateCardHeight(note, {}, width), empty);
+    EXPECT_LE(EstimateCardHeight(note, {.zoom = 1e9}, 1), 1 << 24);
+}
+
+TEST(BoardOptions, ZoomGoesThroughItsListAndNotBeyond) {
+    const struct {
+        int percent, step, expected;
+    } cases[] = {{100, 1, 115}, {115, -1, 100}, {100, -1, 100},  {200, 1, 200},        {150, 2, 200},
+                 {130, 0, 125}, {160, 1, 175},  {-5000, 0, 100}, {INT32_MAX, -1, 175}, {INT32_MIN, INT32_MAX, 200},
+                 {120, 0, 115}, {125, -99, 100}};
+    for (const auto& c : cases)
+        EXPECT_EQ(BoardZoomStep(c.percent, c.step), c.expected) << c.percent << " " << c.step;
+}
+
+TEST(BoardHeights, AddUpAfterAnyChange) {
+    std::mt19937 random(7);
+    for (const int count : {0, 1, 2, 3, 64, 65, 1000}) {
+        std::vector<int> plain(static_cast<size_t>(count));
+        for (int& height : plain)
+            height = random() % 4 == 0 ? 0 : static_cast<int>(random() % 500);
+        BoardHeights heights;
+        heights.Assign(plain);
+        for (int change = 0; change < 50 && count > 0; ++change) {
+            const size_t row = random() % plain.size();
+            plain[row] = static_cast<int>(random() % 900);
+            heights.SetHeight(static_cast<int>(row), plain[row]);
+        }
+        int64_t top = 0;
+        for (int row = 0; row < count; ++row) {
+            const int height = plain[static_cast<size_t>(row)];
+            ASSERT_EQ(heights.TopOf(row), top);
+            if (height > 0) {
+                ASSERT_EQ(heights.RowAt(top), row);
+                ASSERT_EQ(heights.RowAt(top + height - 1), row);
+            }
+            top += height;
+        }
+        EXPECT_EQ(heights.Total(), top);
+        EXPECT_EQ(heights.RowAt(top + 100), count - 1);
+    }
+}
+
+}  // namespace
+}  // namespace lore
