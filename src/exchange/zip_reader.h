@@ -33,6 +33,9 @@ public:
     /// The file with this name (UTF-8), whatever its case, or null.
     const ZipItem* Find(std::string_view name) const;
 
+    using Take = std::function<bool(std::string_view)>;
+    /// Unpacks a file piece by piece; stops with a failure once `take` gives false.
+    ArchiveResult Unpack(const ZipItem& item, const Take& take);
     /// Unpacks a file into memory; its announced size is taken at once.
     ArchiveResult Read(const ZipItem& item, std::string& bytes);
     /// Unpacks a file to a path where nothing stands yet, and flushes it. A failure leaves nothing there.
@@ -42,8 +45,6 @@ private:
     struct Discard {
         void operator()(zip* archive) const;
     };
-    using Take = std::function<bool(std::string_view)>;
-    ArchiveResult Unpack(const ZipItem& item, const Take& take);
     bool Agrees() const;
     ArchiveResult Refuse(const std::string& reason);
 
