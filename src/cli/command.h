@@ -39,6 +39,7 @@ void AddDumpCommands(Commands& commands);
 void AddDataCommands(Commands& commands);
 void AddCheckCommands(Commands& commands);
 void AddNoteBookCommands(Commands& commands);
+void AddExchangeCommands(Commands& commands);
 
 /// Runs a whole command line and gives its exit status.
 int RunCommandLine(int argc, char** argv);

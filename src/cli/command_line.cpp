@@ -25,6 +25,7 @@ Commands AllCommands() {
     AddDataCommands(commands);
     AddCheckCommands(commands);
     AddNoteBookCommands(commands);
+    AddExchangeCommands(commands);
     return commands;
 }
 

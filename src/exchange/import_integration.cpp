@@ -1,0 +1,285 @@
+#include "exchange/import_integration.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+#include <system_error>
+#include <unistd.h>
+#include <unordered_set>
+#include <utility>
+
+#include "base/file_number.h"
+#include "base/text.h"
+#include "classify/category_merge.h"
+#include "edit/attachment_store.h"
+#include "edit/sync_record.h"
+#include "exchange/source_merge.h"
+#include "notes/attachment_kind.h"
+#include "notes/check_note.h"
+#include "notes/file_faults.h"
+#include "notes/note_store.h"
+#include "notes/sync_stamp.h"
+
+namespace lore {
+
+namespace {
+
+constexpr size_t kLongestEnding = 100;
+constexpr uint64_t kRoomToLeave = uint64_t{16} << 20;
+
+/// Unpacks attachment files into the attachment folder of the NoteBook under the next free numbers.
+class AttachmentImport {
+public:
+    AttachmentImport(ImportArchive& archive, const ImportWorld& world)
+        : archive_(archive),
+          faults_(world.faults),
+          folder_(world.book.paths.Attachments()),
+          number_(HighestAttachmentNumber(folder_)) {}
+
+    /// A file that the archive lacks, or that is damaged in it, is told; its attachment keeps the file that the
+    /// existing note has under this name and title, otherwise it stays without one. `existing` may be null.
+    void CopyFilesOf(CNote& note, const CNote* existing) {
+        for (CAttachment& attachment : note.attachments) {
+            if (attachment.type == kWebLink)
+                continue;
+            // A path of another machine would be taken for a file to attach.
+            attachment.sourceFile.clear();
+            const std::string oldName = StoredName(attachment);
+            if (!oldName.empty() && !CopyFile(oldName, attachment))
+                attachment.storedFile = Holds(existing, attachment) ? oldName : std::string();
+        }
+    }
+    /// The names that were given out to a note's files.
+    void Flush() {
+        if (copied_)
+            TellFailedWrite(faults_, "The attachment folder could not be written", folder_, FlushFolder(folder_));
+    }
+
+private:
+    static bool Holds(const CNote* existing, const CAttachment& attachment) {
+        return existing &&
+               std::any_of(existing->attachments.begin(), existing->attachments.end(), [&](const CAttachment& other) {
+                   return StoredName(other) == StoredName(attachment) && other.title == attachment.title;
+               });
+    }
+
+    bool CopyFile(const std::string& oldName, CAttachment& attachment) {
+        const ZipItem* const item = archive_.FileOf(attachment);
+        if (!item) {
+            faults_.Tell({"The file of the attachment \"" + attachment.title + "\" is missing in the archive", oldName,
+                          "its note comes without it"});
+            return false;
+        }
+        const std::string_view ending = FileExtension(oldName);
+        const std::string name = StoredAttachmentName(++number_, ending.size() > kLongestEnding ? "" : ending);
+        const std::filesystem::path target = folder_ / name, temporary = TemporaryName(target);
+        ArchiveResult result = archive_.Extract(*item, temporary);
+        if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0) {
+            result = ArchiveResult::Failure(LastError().Reason());
+            ::unlink(temporary.c_str());
+        }
+        if (!result.Ok()) {
+            faults_.Tell(
+                {"The attachment \"" + attachment.title + "\" could not be unpacked; its note comes without it",
+                 target.string(), result.reason});
+            return false;
+        }
+        attachment.storedFile = name;
+        copied_ = true;
+        return true;
+    }
+
+    ImportArchive& archive_;
+    FaultNotice& faults_;
+    std::filesystem::path folder_;
+    int number_;
+    bool copied_ = false;
+};
+
+class Integration {
+public:
+    Integration(ImportComparison& comparison, ImportArchive& archive, const ImportWorld& world)
+        : comparison_(comparison), archive_(archive), world_(world), chosen_(comparison.Chosen()) {}
+
+    LongList Run(bool sync) {
+        if (!HasRoom())
+            return {};
+        MergeSources();
+        const bool newCategories = MergeCategories();
+        GiveIDs();
+        CopyAttachments();
+        if (!WriteLists(newCategories)) {
+            DropFilesOf(LongList{}, true);
+            return {};
+        }
+        return StoreNotes(sync);
+    }
+
+private:
+    ArchiveNote& Entry(size_t position) { return comparison_.Row(position).entry; }
+
+    bool HasRoom() const {
+        uint64_t needed = kRoomToLeave;
+        for (const size_t position : chosen_) {
+            for (const CAttachment& attachment : comparison_.Rows()[position].entry.note.attachments) {
+                if (const ZipItem* item = archive_.FileOf(attachment))
+                    needed += std::min(item->size, std::numeric_limits<uint64_t>::max() - needed);
+            }
+        }
+        std::error_code error;
+        const std::filesystem::path folder = world_.book.paths.Attachments();
+        const std::filesystem::space_info space = std::filesystem::space(folder, error);
+        if (error || space.available >= needed)
+            return true;
+        world_.faults.Tell({"There is no room for the attachments of the archive; nothing was imported",
+                            folder.string(), FileResult{ENOSPC}.Reason()});
+        return false;
+    }
+
+    void MergeSources() {
+        if (archive_.sourcesNote)
+            merge_.AddTypes(archive_.sourcesNote->sources);
+        for (const size_t position : chosen_)
+            merge_.AddTypes(Entry(position).sources);
+        merge_.NumberTypes();
+        if (archive_.sourcesNote)
+            merge_.MergeSourcesOf(*archive_.sourcesNote);
+        for (const size_t position : chosen_) {
+            if (const CNote* existing = comparison_.ExistingHead(position))
+                KeepSourceInfo(Entry(position), *existing);
+            merge_.MergeSourcesOf(Entry(position));
+        }
+    }
+
+    /// True if the forest has got more categories.
+    bool MergeCategories() {
+        const int32_t before = world_.book.categories.HighestID();
+        {
+            CategoryMerger merger(world_.book.categories, world_.counters.MaxCategoryID);
+            for (const size_t position : chosen_) {
+                for (int set = 1; set <= kSetCount; ++set) {
+                    CProCategoryTree& path = Entry(position).note.categories[static_cast<size_t>(set - 1)];
+                    if (path.name.empty() || IsUnassignedPath(path))
+                        path = {};  // an id alone would mean another category here
+                    else
+                        merger.MergePath(-1, path, set);
+                }
+            }
+        }
+        return world_.book.categories.HighestID() != before;
+    }
+
+    void GiveIDs() {
+        for (const size_t position : chosen_) {
+            const int32_t existing = comparison_.Rows()[position].existingID;
+            Entry(position).note.id = existing > 0 ? existing : CategoryIDAfter(world_.counters.MaxNoteID);
+            world_.counters.MaxNoteID = std::max(world_.counters.MaxNoteID, Entry(position).note.id);
+        }
+    }
+
+    void CopyAttachments() {
+        AttachmentImport files(archive_, world_);
+        for (const size_t position : chosen_) {
+            files.CopyFilesOf(Entry(position).note, comparison_.ExistingHead(position));
+            world_.progress.StepIt();
+        }
+        files.Flush();
+    }
+
+    /// A list that can't be written would leave notes that name nothing.
+    bool WriteLists(bool newCategories) {
+        OpenNoteBook& book = world_.book;
+        const NoteBookPaths& paths = book.paths;
+        const auto written = [&](const char* what, const std::filesystem::path& path, const FileResult& result) {
+            TellFailedWrite(world_.faults, what, path, result);
+            return result.Ok();
+        };
+        return (!merge_.HasNewAuthors() || written("The authors could not be written", paths.Authors(),
+                                                   book.authors.SaveAuthors(paths.Authors()))) &&
+               (!merge_.HasNewTypes() || written("The source types could not be written", paths.SourceTypes(),
+                                                 book.types.SaveTypes(paths.SourceTypes()))) &&
+               (!merge_.HasNewSources() || written("The sources could not be written", paths.Sources(),
+                                                   book.sources.SaveSources(paths.Sources(), book.authors))) &&
+               (!newCategories || written("The categories could not be written", paths.Categories(),
+                                          book.categories.Save(paths.Categories())));
+    }
+
+    LongList StoreNotes(bool sync) {
+        NoteStore store(world_.book, world_.context, world_.faults, nullptr);
+        const LongList failed = store.SaveNotes(TakeNotes());
+        DropFilesOf(failed, false);
+        LongList stored;
+        for (const size_t position : chosen_) {
+            const CNote& note = Entry(position).note;
+            if (failed.Contains(note.id))
+                continue;
+            stored.AddTail(note.id);
+            DropFilesOfReplaced(position);
+            if (sync)
+                Record(note);
+        }
+        if (sync && !stored.IsEmpty())
+            WriteSyncLog(world_.book, world_.faults);
+        return stored;
+    }
+
+    /// The chosen notes; the rows keep all but the texts.
+    std::vector<CNote> TakeNotes() {
+        std::vector<CNote> notes;
+        for (const size_t position : chosen_) {
+            CNote& row = Entry(position).note;
+            std::string plainText = std::move(row.plainText), rtfText = std::move(row.rtfText);
+            CNote& note = notes.emplace_back(row);
+            note.plainText = std::move(plainText);
+            note.rtfText = std::move(rtfText);
+        }
+        return notes;
+    }
+
+    /// The files of notes that didn't get in.
+    void DropFilesOf(const LongList& failed, bool all) {
+        for (const size_t position : chosen_) {
+            const CNote& note = Entry(position).note;
+            const CNote* const existing = comparison_.ExistingHead(position);
+            if (all || failed.Contains(note.id))
+                DropFiles(note, existing ? *existing : CNote());
+        }
+    }
+
+    void DropFilesOfReplaced(size_t position) {
+        if (const CNote* existing = comparison_.ExistingHead(position))
+            DropFiles(*existing, Entry(position).note);
+    }
+
+    /// The files of one note that the other one doesn't name.
+    void DropFiles(const CNote& note, const CNote& keeper) {
+        std::unordered_set<std::string> kept;
+        for (const CAttachment& attachment : keeper.attachments)
+            kept.insert(StoredName(attachment));
+        std::vector<CAttachment> dropped;
+        std::copy_if(note.attachments.begin(), note.attachments.end(), std::back_inserter(dropped),
+                     [&](const CAttachment& attachment) { return !kept.contains(StoredName(attachment)); });
+        DeleteAttachmentFiles(dropped, world_.book.paths.Attachments(), world_.faults);
+    }
+
+    void Record(const CNote& note) {
+        CSyncInfo info = NewSyncRecord(note, world_.context.nowUtc);
+        if (const CSyncInfo* known = world_.book.syncLog.FindSyncInfo(note.guid))
+            info.OnlineNoteId = known->OnlineNoteId;
+        world_.book.syncLog.ReplaceSyncInfo(info);
+    }
+
+    ImportComparison& comparison_;
+    ImportArchive& archive_;
+    const ImportWorld& world_;
+    std::vector<size_t> chosen_;
+    SourceMerge merge_{world_.book, world_.counters};
+};
+
+}  // namespace
+
+LongList IntegrateNotes(ImportComparison& comparison, ImportArchive& archive, bool sync, const ImportWorld& world) {
+    return Integration(comparison, archive, world).Run(sync);
+}
+
+}  // namespace lore

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+
+#include "base/long_list.h"
+#include "exchange/import_archive.h"
+#include "exchange/import_comparison.h"
+#include "notes/note_book_loader.h"
+#include "notes/open_notebook.h"
+#include "ports/prompts.h"
+
+namespace lore {
+
+/// What an import works on and asks of the world.
+struct ImportWorld {
+    OpenNoteBook& book;
+    DataPaths data;
+    IdCounters& counters;  ///< raised by what is given out
+    const ReadContext& context;
+    Prompts& prompts;
+    Progress& progress;
+    FaultNotice& faults;
+    size_t listedNotes = 0;        ///< how many notes the current list shows
+    std::function<void()> reload;  ///< stores counters and options and loads the NoteBook anew
+};
+
+/// Shows the notes of an archive and lets the user choose: the window of the import, or the options of a command.
+class ImportChooser {
+public:
+    virtual ~ImportChooser() = default;
+    /// False if the user cancels; otherwise the comparison holds the choice. The archive unpacks attachments to look
+    /// at.
+    virtual bool ChooseNotes(ImportComparison& comparison, ImportArchive& archive) = 0;
+};
+
+/// What an import has come to.
+struct ImportOutcome {
+    static constexpr int kNothing = 0;
+    static constexpr int kUnreadable = -1;
+    static constexpr int kLaterVersion = -2112;  ///< an established value
+
+    int result = kUnreadable;   ///< the number of notes imported, or one of the above
+    LongList ids;               ///< of the imported notes, in order
+    bool displayAfter = false;  ///< the current list is to show these notes now, not those that it showed
+};
+
+/// Imports notes of an archive. What is chosen is brought in in one go: first attachment files, then authors, types,
+/// sources and categories, then the note files, then the sync log; so a crash can leave things that no note names, and
+/// never a note that names nothing. A note with a known guid replaces the one of the NoteBook and keeps its id.
+ImportOutcome ImportNotes(const std::filesystem::path& path, ImportChooser& chooser, const ImportWorld& world);
+
+/// Opens an archive and reads its notes; a file that can't be read is told. Gives 0, or one of the results below it.
+int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const ImportWorld& world);
+/// Holds the notes of an archive, which it takes, against the NoteBook. Changes nothing.
+ImportComparison CompareArchive(ImportArchive& archive, const ImportWorld& world);
+
+/// The messages behind an import; nothing for a cancelled one.
+void TellImportResult(const ImportOutcome& outcome, Prompts& prompts);
+
+}  // namespace lore
