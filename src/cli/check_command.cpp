@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "edit/repair_notebook.h"
 #include "notes/check_notebook.h"
 
 namespace lore {
@@ -14,22 +15,56 @@ class CheckCommand : public Command {
 public:
     const char* Name() const override { return "check"; }
     const char* Help() const override { return "Tells what is wrong in the data folder"; }
-    void Declare(CLI::App&) override {}
+    void Declare(CLI::App& app) override {
+        app.add_flag("--repair", repair_, "Mend what can be mended without losing anything; what is replaced is kept");
+    }
     ExitStatus Run(Session& session) override {
+        std::vector<Repair> repairs;
+        ExitStatus status = ExitStatus::Done;
+        if (repair_ && !MendAll(session, repairs, status))
+            return status;
         const std::vector<Finding> findings = CheckData(session.Data(), session.Context(), session.Faults());
-        Json list = Json::array();
-        for (const Finding& finding : findings) {
-            if (session.Json())
-                list.push_back({{"kind", FindingKindName(finding.kind)},
-                                {"file", finding.file},
-                                {"text", JsonText(finding.text)}});
-            else
-                std::printf("%s: %s\n", finding.file.c_str(), ToUtf8(finding.text).c_str());
-        }
         if (session.Json())
-            PrintJson(list);
+            PrintAsJson(repairs, findings);
+        else
+            PrintLines(repairs, findings);
         return findings.empty() ? ExitStatus::Done : ExitStatus::NothingFound;
     }
+
+private:
+    static bool MendAll(Session& session, std::vector<Repair>& repairs, ExitStatus& status) {
+        if (!session.TakeLock(status))
+            return false;
+        std::vector<CDatabase> all = {session.Main()};
+        all.insert(all.end(), session.NoteBooks().begin(), session.NoteBooks().end());
+        IdCounters counters = session.Counters();
+        for (const CDatabase& noteBook : all) {
+            OpenNoteBook book;
+            book.database = noteBook;
+            book.paths = NoteBookPaths(session.Data(), noteBook.folder);
+            for (Repair& repair : RepairNoteBook(book, counters, session.Context(), session.Faults()))
+                repairs.push_back(std::move(repair));
+        }
+        session.StoreCounters(counters);
+        return true;
+    }
+    static void PrintLines(const std::vector<Repair>& repairs, const std::vector<Finding>& findings) {
+        for (const Repair& repair : repairs)
+            std::printf("%s: mended: %s\n", repair.file.c_str(), ToUtf8(repair.text).c_str());
+        for (const Finding& finding : findings)
+            std::printf("%s: %s\n", finding.file.c_str(), ToUtf8(finding.text).c_str());
+    }
+    static void PrintAsJson(const std::vector<Repair>& repairs, const std::vector<Finding>& findings) {
+        Json list = Json::array();
+        for (const Repair& repair : repairs)
+            list.push_back({{"kind", "mended"}, {"file", repair.file}, {"text", JsonText(repair.text)}});
+        for (const Finding& finding : findings)
+            list.push_back(
+                {{"kind", FindingKindName(finding.kind)}, {"file", finding.file}, {"text", JsonText(finding.text)}});
+        PrintJson(list);
+    }
+
+    bool repair_ = false;
 };
 
 }  // namespace

@@ -28,6 +28,7 @@ using Commands = std::vector<std::unique_ptr<Command>>;
 // The commands, a group for each unit.
 void AddNoteCommands(Commands& commands);
 void AddEditCommands(Commands& commands);
+void AddSourceCommands(Commands& commands);
 void AddSearchCommands(Commands& commands);
 void AddTextCommands(Commands& commands);
 void AddBibliographyCommands(Commands& commands);

@@ -14,6 +14,7 @@ Commands AllCommands() {
     Commands commands;
     AddNoteCommands(commands);
     AddEditCommands(commands);
+    AddSourceCommands(commands);
     AddSearchCommands(commands);
     AddTextCommands(commands);
     AddBibliographyCommands(commands);

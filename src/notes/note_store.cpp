@@ -164,6 +164,24 @@ bool NoteStore::ReadForRewrite(const std::string& path, std::vector<CNote>& note
     return true;
 }
 
+NoteStore::Mending NoteStore::MendFile(const std::string& path, const std::function<bool()>& keep) {
+    std::vector<CNote> notes;
+    NoteFileReader reader(context_);
+    if (!reader.Open(path).Ok())
+        return {};
+    while (reader.Next())
+        notes.push_back(reader.TakeNote());
+    Mending mending;
+    mending.wasDamaged = reader.IsDamaged();
+    mending.copies = notes.size();
+    DropHiddenCopies(path, notes);
+    mending.notes = notes.size();
+    mending.copies -= mending.notes;
+    if ((!mending.wasDamaged && mending.copies == 0) || !keep() || !Write(path, notes))
+        return {};
+    return mending;
+}
+
 void NoteStore::DropHiddenCopies(const std::string& path, std::vector<CNote>& notes) {
     std::erase_if(notes, [&](const CNote& note) { return IsHiddenCopy(path, note); });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <span>
 #include <string>
@@ -38,6 +39,15 @@ public:
     /// Takes notes out of their files and the index. Gives them as the files held them; those whose file could not be
     /// written aren't among them, and stay.
     std::vector<CNote> DeleteNotes(const LongList& ids);
+
+    struct Mending {
+        bool wasDamaged = false;
+        size_t copies = 0;  ///< of notes that another file shows, taken out
+        size_t notes = 0;   ///< that the file holds now
+    };
+    /// Writes a file anew without what doesn't belong there, if it needs it and `keep` says that its old bytes are
+    /// safe.
+    Mending MendFile(const std::string& path, const std::function<bool()>& keep);
 
 private:
     using NotesByFile = std::map<std::string, std::vector<CNote>>;

@@ -1,0 +1,106 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "cli/bibliography_data.h"
+#include "cli/command.h"
+#include "cli/json_records.h"
+#include "exchange/source_merge.h"
+#include "notes/file_faults.h"
+
+namespace lore {
+
+namespace {
+
+class SourceCommand : public Command {
+public:
+    const char* Name() const override { return "source"; }
+    const char* Help() const override { return "Adds authors and sources"; }
+    void Declare(CLI::App& app) override {
+        CLI::App* const add = app.add_subcommand("add", "Adds the authors and sources of a JSON file");
+        add->add_option("--file", file_, "{\"authors\":[...],\"sources\":[...]}, as for \"cite --file\"")
+            ->required()
+            ->type_name("FILE.json");
+        app.require_subcommand(1);
+    }
+    ExitStatus Run(Session& session) override {
+        ExitStatus status = ExitStatus::Done;
+        const auto data = ReadBibliographyJson(session, file_, status);
+        OpenNoteBook book;
+        if (!data || !session.OpenForWriting(book, status))
+            return status;
+        if (!IsWhole(session, book))
+            return ExitStatus::Fault;
+        const std::vector<CSource> sources = Prepare(session, *data);
+        IdCounters counters = session.Counters();
+        SourceMerge merge(book, counters);
+        merge.AddTypes(sources);
+        merge.NumberTypes();
+        std::vector<int32_t> ids;
+        for (const CSource& source : sources)
+            ids.push_back(merge.Merge(source));
+        session.StoreCounters(counters);
+        if (!Write(session, book))
+            return ExitStatus::Fault;
+        Print(session, ids);
+        return ExitStatus::Done;
+    }
+
+private:
+    /// Writing a list that could be read in part only would lose the rest of it.
+    static bool IsWhole(Session& session, const OpenNoteBook& book) {
+        const std::pair<std::filesystem::path, bool> lists[] = {{book.paths.SourceTypes(), book.types.ReadWhole()},
+                                                                {book.paths.Authors(), book.authors.ReadWhole()},
+                                                                {book.paths.Sources(), book.sources.ReadWhole()}};
+        bool whole = true;
+        for (const auto& [path, isWhole] : lists) {
+            if (!isWhole)
+                session.Faults().Tell({"Nothing was added, since writing this file would lose what can't be read of it",
+                                       path.string(), "the file is damaged"});
+            whole = whole && isWhole;
+        }
+        return whole;
+    }
+    /// A source without identity gets one; each carries its authors with it.
+    static std::vector<CSource> Prepare(Session& session, const BibliographyData& data) {
+        std::vector<CSource> sources;
+        for (CSource source : data.sources) {
+            if (source.SourceGUID.empty())
+                source.SourceGUID = session.Guids().NewGuid();
+            for (const int32_t id : source.AuthorIDs) {
+                if (const CAuthor* const author = data.authors.FindAuthorByID(id))
+                    source.EmbeddedAuthors.push_back(*author);
+            }
+            sources.push_back(std::move(source));
+        }
+        return sources;
+    }
+    /// What is named before what names it.
+    static bool Write(Session& session, OpenNoteBook& book) {
+        const std::pair<std::filesystem::path, FileResult> written[] = {
+            {book.paths.SourceTypes(), book.types.SaveTypes(book.paths.SourceTypes())},
+            {book.paths.Authors(), book.authors.SaveAuthors(book.paths.Authors())},
+            {book.paths.Sources(), book.sources.SaveSources(book.paths.Sources(), book.authors)}};
+        bool done = true;
+        for (const auto& [path, result] : written) {
+            TellFailedWrite(session.Faults(), "The sources could not be added", path, result);
+            done = done && result.Ok();
+        }
+        return done;
+    }
+    static void Print(const Session& session, const std::vector<int32_t>& ids) {
+        if (session.Json())
+            return PrintJson(Json(ids));
+        for (const int32_t id : ids)
+            std::printf("%d\n", id);
+    }
+
+    std::string file_;
+};
+
+}  // namespace
+
+void AddSourceCommands(Commands& commands) {
+    commands.push_back(std::make_unique<SourceCommand>());
+}
+
+}  // namespace lore

@@ -1,0 +1,144 @@
+#include "edit/repair_notebook.h"
+
+#include <filesystem>
+#include <set>
+
+#include "base/file_copy.h"
+#include "classify/category_merge.h"
+#include "notes/file_faults.h"
+#include "notes/note_file.h"
+#include "notes/note_file_walk.h"
+#include "notes/note_finder.h"
+#include "notes/note_record.h"
+#include "notes/note_store.h"
+
+namespace lore {
+
+namespace {
+
+class Repairer {
+public:
+    Repairer(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults)
+        : book_(book), counters_(counters), context_(context), faults_(faults) {}
+
+    std::vector<Repair> Run();
+
+private:
+    void MendFiles();
+    void MoveNotesHome(const LoadReport& report);
+    void RestoreCategories(const LoadReport& report);
+    bool KeepOnce(const std::string& path);
+    std::string FileOf(int32_t id) const;
+    static std::string Name(const std::string& path) { return std::filesystem::path(path).filename().string(); }
+
+    OpenNoteBook& book_;
+    IdCounters& counters_;
+    const ReadContext& context_;
+    FaultNotice& faults_;
+    std::set<std::string> kept_;
+    std::vector<Repair> repairs_;
+};
+
+std::vector<Repair> Repairer::Run() {
+    LoadOptions options;
+    options.keepHeads = true;
+    const LoadReport report = LoadNoteBook(book_, counters_, context_, faults_, options);
+    MendFiles();
+    RestoreCategories(report);
+    MoveNotesHome(report);
+    return std::move(repairs_);
+}
+
+std::string Repairer::FileOf(int32_t id) const {
+    const std::string* const path = book_.index.FindPath(id);
+    return path ? *path : std::string();
+}
+
+/// Keeps a file as it was before the first change to it.
+bool Repairer::KeepOnce(const std::string& path) {
+    if (kept_.contains(path) || !std::filesystem::exists(path))
+        return true;
+    std::filesystem::path kept;
+    const FileResult result = KeepCopy(path, kept);
+    TellFailedWrite(faults_, "A copy could not be kept, so the file was left as it is", path, result);
+    if (result.Ok())
+        kept_.insert(path);
+    return result.Ok();
+}
+
+/// Files that break off, and files with copies of notes that another file shows.
+void Repairer::MendFiles() {
+    for (const std::filesystem::path& file : NoteFilesOf(book_.paths.Notes())) {
+        const NoteStore::Mending mending = NoteStore(book_, context_, faults_, nullptr).MendFile(file.string(), [&] {
+            return KeepOnce(file.string());
+        });
+        if (mending.wasDamaged)
+            repairs_.push_back({file.string(), "was written anew with the " + std::to_string(mending.notes) +
+                                                   " notes that could be read; as it was it is kept beside it"});
+        if (mending.copies > 0)
+            repairs_.push_back({file.string(), std::to_string(mending.copies) +
+                                                   " copies of notes that stand in the files where they belong were "
+                                                   "taken out; as it was it is kept beside it"});
+    }
+}
+
+void Repairer::MoveNotesHome(const LoadReport& report) {
+    LongList strays;
+    for (const CNote& head : report.heads) {
+        const std::string path = FileOf(head.id);
+        if (!IsAtHome(head, path) && KeepOnce(path))
+            strays.AddTail(head.id);
+    }
+    std::vector<CNote> notes = FindNotes(book_.index, strays, context_, faults_);
+    std::vector<Repair> moves;
+    for (const CNote& note : notes)
+        moves.push_back(
+            {FileOf(note.id), "note " + std::to_string(note.id) + " was moved to " + GetNoteFileName(note)});
+    const LongList failed = NoteStore(book_, context_, faults_, nullptr).SaveNotes(std::move(notes));
+    for (size_t i = 0; i < moves.size(); ++i) {
+        if (!failed.Contains(strays[i]))
+            repairs_.push_back(moves[i]);
+    }
+}
+
+/// A note carries the names of its paths, so that a forest which has lost a category gets it back.
+void Repairer::RestoreCategories(const LoadReport& report) {
+    LongList lost;
+    for (const CNote& head : report.heads) {
+        for (const CProCategoryTree& path : head.categories) {
+            if (!path.IsEmptyPath() && !book_.categories.FindByID(DeepestCategoryID(path)) && !path.name.empty())
+                lost.AddUnique(head.id);
+        }
+    }
+    if (lost.IsEmpty())
+        return;
+    std::vector<CNote> notes = FindNotes(book_.index, lost, context_, faults_);
+    for (CNote& note : notes) {
+        if (!KeepOnce(FileOf(note.id)))
+            return;
+        for (size_t set = 0; set < kSetCount; ++set) {
+            CProCategoryTree& path = note.categories[set];
+            if (path.IsEmptyPath() || book_.categories.FindByID(DeepestCategoryID(path)))
+                continue;
+            MergePath(note.id, path, book_.categories, static_cast<int>(set) + 1, counters_.MaxCategoryID);
+            repairs_.push_back({FileOf(note.id), "note " + std::to_string(note.id) + " has its category of set " +
+                                                     std::to_string(set + 1) + " again"});
+        }
+    }
+    const std::string categories = book_.paths.Categories().string();
+    if (!KeepOnce(categories))
+        return;
+    const FileResult result = book_.categories.Save(categories);
+    TellFailedWrite(faults_, "The categories could not be written", categories, result);
+    if (result.Ok())
+        NoteStore(book_, context_, faults_, nullptr).SaveNotes(std::move(notes));
+}
+
+}  // namespace
+
+std::vector<Repair> RepairNoteBook(OpenNoteBook& book, IdCounters& counters, const ReadContext& context,
+                                   FaultNotice& faults) {
+    return Repairer(book, counters, context, faults).Run();
+}
+
+}  // namespace lore
