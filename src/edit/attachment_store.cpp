@@ -94,7 +94,8 @@ size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const st
 
 std::filesystem::path AttachmentPath(const CAttachment& attachment, const std::filesystem::path& folder) {
     const std::string name = StoredName(attachment);
-    return name.empty() ? std::filesystem::path() : folder / name;
+    const bool isFile = !name.empty() && name != "." && name != "..";
+    return isFile ? folder / name : std::filesystem::path();
 }
 
 void DeleteAttachmentFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& folder,

@@ -1,0 +1,145 @@
+#include "edit/attachment_list.h"
+#include "edit/edit_fixture.h"
+#include "notes/attachment_kind.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class AttachmentTest : public EditFixture {
+protected:
+    std::string File(const std::string& name, const std::string& bytes = "bytes") {
+        PutBytes(outside / name, bytes);
+        return (outside / name).string();
+    }
+    std::vector<std::string> Stored() const {
+        std::vector<std::string> names;
+        for (const EditedAttachment& item : list.Items())
+            names.push_back(item.record.storedFile + "|" + item.record.sourceFile);
+        return names;
+    }
+    size_t CopyIn() { return CopyInNewAttachments(list.Items(), book.paths.Attachments(), faults); }
+    void PutStored(const std::string& name) { PutBytes(book.paths.Attachments() / name, "old"); }
+
+    TempFolder outside;
+    AttachmentList list{prompts, progress, faults, book.paths.Attachments()};
+};
+
+TEST_F(AttachmentTest, SeveralFilesAreAddedOnceEach) {
+    const std::string a = File("Notes.DOCX"), b = File("a.asx"), c = File("noending");
+    prompts.openPaths = {a, b, c, a, (outside / "missing.txt").string(), outside.Path().string()};
+    list.AddFiles();
+    ASSERT_EQ(list.Items().size(), 3u);
+    EXPECT_EQ(list.Items()[0].record.type, 3);
+    EXPECT_EQ(list.Items()[1].record.type, 6);
+    EXPECT_EQ(list.Items()[2].record.type, 10);
+    EXPECT_EQ(list.Items()[0].record.title, "Notes.DOCX");
+    EXPECT_EQ(list.OriginalText(0), a);
+    EXPECT_EQ(prompts.seen.size(), 4u);
+    EXPECT_EQ(prompts.seen[0], "Attach File? open All Files (*.*)|*.*||");
+    EXPECT_EQ(prompts.seen[1], "Invalid Attachment: File is already attached, or it is an invalid file.");
+}
+
+TEST_F(AttachmentTest, TheSameFileByAnotherNameIsTheSame) {
+    const std::string a = File("a.txt");
+    std::filesystem::create_symlink(a, outside / "link.txt");
+    EXPECT_TRUE(list.AddFile(a));
+    EXPECT_FALSE(list.AddFile((outside / "link.txt").string()));
+    EXPECT_FALSE(list.AddFile((outside / "." / "a.txt").string()));
+}
+
+TEST_F(AttachmentTest, NumbersFollowTheHighestInUse) {
+    PutStored("0000007.pdf");
+    PutStored("12x.txt");
+    PutStored("99999999999.txt");
+    PutStored("readme.txt");
+    list.AddFile(File("a.PDF", "A"));
+    list.AddLink("http://example.org");
+    list.AddFile(File("noending", "B"));
+    list.AddPicture("BM bytes", "Picture");
+    EXPECT_EQ(CopyIn(), 0u);
+    EXPECT_THAT(Stored(), ElementsAre("0000013.PDF|", "|http://example.org", "0000014.|", "0000015.bmp|"));
+    EXPECT_EQ(BytesOf(book.paths.Attachments() / "0000013.PDF"), "A");
+    EXPECT_EQ(BytesOf(book.paths.Attachments() / "0000015.bmp"), "BM bytes");
+    EXPECT_EQ(CopyIn(), 0u);
+    EXPECT_EQ(list.Items()[0].record.storedFile, "0000013.PDF") << "what was copied is copied once";
+}
+
+TEST_F(AttachmentTest, AFileThatVanishedIsToldAndTriedAgain) {
+    const std::string a = File("a.txt"), b = File("b.txt");
+    list.AddFile(a);
+    list.AddFile(b);
+    std::filesystem::remove(a);
+    EXPECT_EQ(CopyIn(), 1u);
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].path, a);
+    EXPECT_EQ(list.OriginalText(0), a);
+    File("a.txt");
+    EXPECT_EQ(CopyIn(), 0u);
+    EXPECT_FALSE(list.Items()[0].record.storedFile.empty());
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(book.paths.Attachments()), {}), 2);
+}
+
+TEST_F(AttachmentTest, LinksAreAskedForAndKeepAnOwnTitle) {
+    prompts.texts = {" http://example.org/\x1A", "http://", "http://example.org/2"};
+    list.AddWebLink();
+    list.AddWebLink();
+    ASSERT_EQ(list.Items().size(), 1u);
+    EXPECT_EQ(list.Items()[0].record.sourceFile, "http://example.org/");
+    EXPECT_EQ(list.Items()[0].record.type, kWebLink);
+    list.EditWebLink(0);
+    EXPECT_EQ(list.Items()[0].record.title, "http://example.org/2");
+    list.Items()[0].record.title = "Site";
+    list.EditWebLink(0);
+    EXPECT_EQ(list.Items()[0].record.sourceFile, "http://example.org/2") << "cancelled";
+    EXPECT_THAT(prompts.seen, ElementsAre("Attach Web Link? Address: [http://]", "Attach Web Link? Address: [http://]",
+                                          "Edit Web Link? Address: [http://example.org/]",
+                                          "Edit Web Link? Address: [http://example.org/2]"));
+    prompts.texts = {"http://example.org/3"};
+    list.EditWebLink(0);
+    EXPECT_EQ(list.Items()[0].record.title, "Site");
+}
+
+TEST_F(AttachmentTest, RemovingAsksAndLeavesTheFile) {
+    PutStored("0000001.txt");
+    list.Fill({{0, 1.0, "T", "0000001.txt", "", 2, true}});
+    list.RemoveAttachment(0);
+    EXPECT_EQ(list.Items().size(), 1u);
+    prompts.answers = {PromptAnswer::Yes};
+    list.RemoveAttachment(0);
+    EXPECT_THAT(list.Items(), IsEmpty());
+    EXPECT_EQ(prompts.seen.back(), "Remove Attachment?? Do you wish to remove the selected attachment: \"T\"?");
+    EXPECT_TRUE(std::filesystem::exists(book.paths.Attachments() / "0000001.txt"));
+}
+
+TEST_F(AttachmentTest, ExtractingCopiesOverWhatIsThere) {
+    PutStored("0000001.png");
+    list.Fill({{0, 1.0, "../../lamp.png", "0000001.png", "", 1, true}});
+    list.ExtractAttachment(0);
+    EXPECT_EQ(prompts.seen.back(), "Extract Attachment? save Image File (*.png) |*.png| [lamp.png]");
+    prompts.savePaths = {File("target.png", "something longer")};
+    list.ExtractAttachment(0);
+    EXPECT_EQ(BytesOf(outside / "target.png"), "old");
+    EXPECT_THAT(progress.messages, ElementsAre("Extracting file...."));
+    EXPECT_THAT(faults.faults, IsEmpty());
+    std::filesystem::remove(book.paths.Attachments() / "0000001.png");
+    prompts.savePaths = {(outside / "target.png").string()};
+    list.ExtractAttachment(0);
+    EXPECT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(BytesOf(outside / "target.png"), "old") << "a failure leaves the old file";
+}
+
+TEST_F(AttachmentTest, AStoredNameNeverLeadsOutOfTheFolder) {
+    for (const char* const name : {"../../../etc/passwd", "..", "a/../../b", "c:\\x\\..", "/etc/passwd"}) {
+        const CAttachment record{0, 1.0, "T", name, "", 2, true};
+        const std::filesystem::path path = AttachmentPath(record, book.paths.Attachments());
+        if (path.empty())
+            continue;
+        EXPECT_EQ(path.lexically_normal().parent_path(), book.paths.Attachments().lexically_normal()) << name;
+    }
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,138 @@
+#include "edit/draft_store.h"
+
+#include "edit/edit_fixture.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class DraftStoreTest : public EditFixture {
+protected:
+    static Draft DraftOf(CNote note) {
+        Draft draft;
+        draft.baseEdited = note.dateEdited;
+        draft.written = DateTime(2026, 3, 14, 9, 0, 0);
+        draft.note = std::move(note);
+        return draft;
+    }
+    std::filesystem::path Write(const Draft& draft) {
+        EXPECT_TRUE(store.WriteDraft(draft).Ok());
+        return store.ListDrafts().at(0);
+    }
+    Draft Read(const std::filesystem::path& path) {
+        Draft draft;
+        isRead = DraftStore::ReadDraft(path, world.Context(), draft);
+        return draft;
+    }
+    DraftStore store{book.paths};
+    bool isRead = false;
+};
+
+TEST_F(DraftStoreTest, ADraftComesBackAsItWasWhateverItsSize) {
+    Draft written = DraftOf(FullNote(12));
+    written.note.plainText = std::string("a\n\0\x1A\r\nb", 8);
+    written.note.rtfText.assign(2 * kLargestRtf, '\n');
+    written.syncTicked = true;
+    const Draft read = Read(Write(written));
+    ASSERT_TRUE(isRead);
+    EXPECT_EQ(read.note.plainText, written.note.plainText);
+    EXPECT_EQ(read.note.rtfText, written.note.rtfText);
+    EXPECT_EQ(read.baseEdited, written.baseEdited);
+    EXPECT_EQ(read.written, written.written);
+    EXPECT_TRUE(read.syncTicked);
+    EXPECT_FALSE(DraftDiffers(read, &written.note));
+    EXPECT_EQ(read.note.id, 12);
+}
+
+TEST_F(DraftStoreTest, ANoteThatWasNeverSavedStaysNew) {
+    CNote note = FullNote(1);
+    note.id = -1;
+    note.dateEdited = {};
+    const Draft read = Read(Write(DraftOf(note)));
+    ASSERT_TRUE(isRead);
+    EXPECT_EQ(read.note.id, -1);
+    EXPECT_EQ(read.note.guid, note.guid);
+    EXPECT_TRUE(DraftDiffers(read, nullptr));
+}
+
+TEST_F(DraftStoreTest, EachNoteHasOneDraftAndItsFilesGoWithIt) {
+    CNote a = FullNote(1), b = FullNote(2);
+    Write(DraftOf(a));
+    Write(DraftOf(b));
+    a.keyWords = "later";
+    Write(DraftOf(a));
+    std::filesystem::path kept;
+    ASSERT_TRUE(store.KeepFile(a.guid, "Picture 1.png", "png", kept).Ok());
+    EXPECT_EQ(store.ListDrafts().size(), 2u);
+    EXPECT_EQ(Read(store.ListDrafts()[0]).note.keyWords, "later");
+    EXPECT_TRUE(store.RemoveDraft(a.guid).Ok());
+    EXPECT_TRUE(store.RemoveDraft(a.guid).Ok()) << "one that isn't there is no failure";
+    EXPECT_FALSE(std::filesystem::exists(kept));
+    EXPECT_EQ(Read(store.ListDrafts().at(0)).note.id, 2);
+    EXPECT_TRUE(store.RemoveDraft(b.guid).Ok());
+    EXPECT_FALSE(std::filesystem::exists(store.Folder()));
+}
+
+TEST_F(DraftStoreTest, AHostileGuidLeadsNowhereElse) {
+    for (const std::string guid : {"../../../up", "", "{a/b\\c}", "..", "\xFF\xFE"}) {
+        CNote note = FullNote(1);
+        note.guid = guid;
+        const std::filesystem::path path = Write(DraftOf(note));
+        EXPECT_EQ(path.parent_path(), store.Folder()) << guid;
+        EXPECT_TRUE(store.RemoveDraft(guid).Ok());
+        EXPECT_THAT(store.ListDrafts(), IsEmpty()) << guid;
+    }
+}
+
+TEST_F(DraftStoreTest, ADamagedDraftIsRefusedWhereverItBreaksAndCanBeSetAside) {
+    const std::filesystem::path path = Write(DraftOf(FullNote(1)));
+    const std::string whole = BytesOf(path);
+    const std::filesystem::path other = store.Folder() / "other.draft";
+    for (size_t size = 0; size < whole.size(); ++size) {
+        PutBytes(other, whole.substr(0, size));
+        Read(other);
+        EXPECT_FALSE(isRead) << "cut at " << size;
+    }
+    PutBytes(other, whole + "x");
+    Read(other);
+    EXPECT_FALSE(isRead);
+    for (const std::string sizes :
+         {"1 2000000000 1 1", "1 18446744073709551615 1 2", "-1 2 3 4", "1 2 3", "99999999999999999999 1 1 1"}) {
+        PutBytes(other, "LoreDraft 1\n\n\n" + sizes + "\nabc");
+        Read(other);
+        EXPECT_FALSE(isRead) << sizes;
+    }
+    EXPECT_TRUE(DraftStore::SetAside(other).Ok());
+    EXPECT_THAT(store.ListDrafts(), ElementsAre(path));
+}
+
+TEST_F(DraftStoreTest, NoNoteReaderAndNoCheckMeetsIt) {
+    Write(DraftOf(FullNote(1)));
+    EXPECT_EQ(Reloaded().TotalNoteCount(), 0u);
+}
+
+TEST_F(DraftStoreTest, ARestoredDraftSavesOverItsNoteOrAsANewOne) {
+    CNote stored = TextNote(5, "Old", {1011});
+    Stored(stored);
+    CNote changed = stored;
+    changed.rtfText = Rtf("Changed");
+    changed.keyWords = "fog";
+    const Draft draft = Read(Write(DraftOf(changed)));
+    EXPECT_TRUE(DraftDiffers(draft, &stored));
+    FixedNoteText text(draft.note.rtfText);
+    EditNoteSession session = EditNoteSession::ForDraft(world, draft, &stored);
+    EXPECT_TRUE(session.FieldsDiffer());
+    ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+    EXPECT_THAT(IDsIn("SRC0000001011.dat"), ElementsAre(5));
+    EXPECT_EQ(NotesIn("SRC0000001011.dat").at(0).keyWords, "fog");
+
+    settings.Set(Option::MaxNoteID, 1000);
+    EditNoteSession orphan = EditNoteSession::ForDraft(world, draft, nullptr);
+    ASSERT_EQ(orphan.SaveNote(text), SaveOutcome::Saved);
+    EXPECT_EQ(orphan.note.id, 1001) << "the note was deleted since: its draft is a new one";
+}
+
+}  // namespace
+}  // namespace lore

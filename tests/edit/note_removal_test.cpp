@@ -1,0 +1,91 @@
+#include "edit/note_removal.h"
+
+#include "edit/edit_fixture.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+class NoteRemovalTest : public EditFixture {
+protected:
+    NoteRemovalTest() {
+        CNote first = TextNote(1, "First", {1011});
+        first.keyWords = "lamp";
+        first.categories[0] = PathOf({{3, "Lights"}});
+        first.attachments = {{0, 1.0, "A", "0000001.txt", "", 2, true}, {0, 1.0, "L", "", "http://x", 12, true}};
+        Stored(first);
+        Stored(TextNote(2, "Second", {1011}));
+        Stored(TextNote(3, "Third"));
+        PutBytes(book.paths.Attachments() / "0000001.txt", "attached");
+    }
+    std::filesystem::path Attached() const { return book.paths.Attachments() / "0000001.txt"; }
+    static std::vector<int32_t> IDs(const DeletedNotes& deleted) {
+        std::vector<int32_t> ids;
+        for (const CNote& note : deleted.notes)
+            ids.push_back(note.id);
+        return ids;
+    }
+    ReadContext context = world.Context();
+    NoteRemoval removal{book, context, faults, nullptr};
+};
+
+TEST_F(NoteRemovalTest, ADeletedNoteLeavesEveryPlace) {
+    EXPECT_THAT(IDs(removal.DeleteNotes(LongList{1, 3, 99}, false)), UnorderedElementsAre(1, 3));
+    for (const OpenNoteBook& picture : {std::cref(book).get(), Reloaded()}) {
+        EXPECT_EQ(picture.TotalNoteCount(), 1u);
+        EXPECT_EQ(picture.keyWords.Count(), 0u);
+        EXPECT_THAT(picture.sources.FindSourceByID(1011)->NoteIDs.Values(), ElementsAre(2));
+        EXPECT_FALSE(picture.categories.FindByID(3)->HasNote(1, 1));
+        EXPECT_TRUE(picture.notesWithoutSource.IsEmpty());
+    }
+    EXPECT_FALSE(std::filesystem::exists(Attached()));
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(NoteRemovalTest, UndoBringsTheFilesBackByteForByte) {
+    const std::string source = folder.Bytes("SRC0000001011.dat"), day = folder.Bytes("DAY01012020.dat");
+    const DeletedNotes deleted = removal.DeleteNotes(LongList{2, 3}, true);
+    const DeletedNotes more = removal.DeleteNotes(LongList{1}, true);
+    EXPECT_FALSE(std::filesystem::exists(Attached()));
+    EXPECT_EQ(BytesOf(more.keptFiles / "0000001.txt"), "attached");
+    removal.RestoreNotes(more);
+    removal.RestoreNotes(deleted);
+    EXPECT_EQ(folder.Bytes("SRC0000001011.dat"), source);
+    EXPECT_EQ(folder.Bytes("DAY01012020.dat"), day);
+    EXPECT_EQ(BytesOf(Attached()), "attached");
+    EXPECT_EQ(book.keyWords.FindByName("lamp")->notes.Count(), 1u);
+    EXPECT_TRUE(book.notesWithoutSource.Contains(3));
+    NoteRemoval::DiscardKeptFiles(book.paths, faults);
+    EXPECT_FALSE(std::filesystem::exists(KeptFilesFolder(book.paths)));
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(NoteRemovalTest, ANoteWhoseFileCantBeWrittenStaysWhole) {
+    Block(book.paths.NoteFile("SRC0000001011.dat"));
+    EXPECT_THAT(IDs(removal.DeleteNotes(LongList{1, 3}, false)), ElementsAre(3));
+    EXPECT_FALSE(faults.faults.empty());
+    EXPECT_TRUE(book.index.Contains(1));
+    EXPECT_TRUE(book.keyWords.FindByName("lamp"));
+    EXPECT_TRUE(std::filesystem::exists(Attached()));
+}
+
+TEST_F(NoteRemovalTest, ALinkedNoteBookKeepsTheRecordAndMarksIt) {
+    Link();
+    CSyncInfo record;
+    record.NoteKey = "{G1}";
+    record.SyncState = kStoredTrue;
+    record.Changed = false;
+    book.syncLog.ReplaceSyncInfo(record);
+    removal.DeleteNotes(LongList{1, 2}, false);
+    SyncLog read;
+    LoadSyncLogFrom(book.paths.SyncLog(), read);
+    ASSERT_EQ(read.Records().size(), 1u);
+    EXPECT_TRUE(read.Records()[0].Changed);
+    EXPECT_EQ(read.Records()[0].Change1, clock.now);
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,156 @@
+#include "notes/note_store.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "notes/note_book_loader.h"
+#include "notes/note_builder.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class NoteStoreTest : public testing::Test {
+protected:
+    NoteStoreTest() { book.paths = folder.paths; }
+
+    std::vector<int32_t> IDsIn(const std::string& name) {
+        std::vector<CNote> notes;
+        LoadNoteFile(book.paths.NoteFile(name), world.context, notes);
+        std::vector<int32_t> ids;
+        for (const CNote& note : notes)
+            ids.push_back(note.id);
+        return ids;
+    }
+    /// Writes a file and enters its notes into the index, as a load does.
+    void Load(const std::string& name, const std::vector<CNote>& notes) {
+        folder.Put(name, notes);
+        for (const CNote& note : notes)
+            book.index.AddToIndex(Path(name), note.id);
+    }
+    std::string Path(const std::string& name) const { return book.paths.NoteFile(name).string(); }
+    void Block(const std::string& name) {
+        std::filesystem::remove(Path(name));
+        std::filesystem::create_directories(Path(name) + "/in the way");
+    }
+
+    NoteBookFolder folder;
+    OpenNoteBook book;
+    ReadWorld world;
+    KeptFaults faults;
+    NoteStore store{book, world.context, faults, nullptr};
+};
+
+TEST_F(NoteStoreTest, ANoteIsReplacedWhereItStandsAndANewOneGoesToTheEnd) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+    CNote changed = SourceNote(1, {5});
+    changed.keyWords = "changed";
+    EXPECT_TRUE(store.SaveNote(changed));
+    EXPECT_TRUE(store.SaveNote(SourceNote(3, {5, 6})));
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2, 3));
+    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"),
+              NoteFileBytes(std::vector<CNote>{changed, SourceNote(2, {5}), SourceNote(3, {5, 6})}));
+    EXPECT_THAT(book.index.AllIDs().Values(), ElementsAre(1, 2, 3));
+    EXPECT_THAT(faults.told, IsEmpty());
+}
+
+TEST_F(NoteStoreTest, ManyNotesMoveInOneGoAndEachFileKeepsItsOrder) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5}), SourceNote(3, {5})});
+    Load("DAY01012020.dat", {DayNote(4)});
+    EXPECT_THAT(store.SaveNotes({SourceNote(3, {6}), DayNote(1), SourceNote(4, {6})}).Values(), IsEmpty());
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2));
+    EXPECT_THAT(IDsIn("SRC0000000006.dat"), ElementsAre(3, 4));
+    EXPECT_THAT(IDsIn("DAY01012020.dat"), ElementsAre(1));
+    EXPECT_EQ(*book.index.FindPath(4), Path("SRC0000000006.dat"));
+}
+
+TEST_F(NoteStoreTest, WhereTheNewPlaceCantBeWrittenTheOldOneIsntTouched) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5})});
+    const std::string before = folder.Bytes("SRC0000000005.dat");
+    Block("SRC0000000006.dat");
+    EXPECT_FALSE(store.SaveNote(SourceNote(1, {6})));
+    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"), before);
+    EXPECT_EQ(*book.index.FindPath(1), Path("SRC0000000005.dat"));
+    EXPECT_FALSE(faults.told.empty());
+}
+
+TEST_F(NoteStoreTest, ACopyThatCouldntLeaveItsOldFileNeverComesBack) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+    Block("SRC0000000005.dat");
+    EXPECT_TRUE(store.SaveNote(SourceNote(1, {6}))) << "it is on the disk";
+    EXPECT_FALSE(faults.told.empty());
+    std::filesystem::remove_all(Path("SRC0000000005.dat"));
+    folder.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+
+    EXPECT_TRUE(store.SaveNote(SourceNote(2, {5})));
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2)) << "the next save of the file takes the copy out";
+}
+
+TEST_F(NoteStoreTest, DeletingANoteTakesItsHiddenCopyToo) {
+    Load("SRC0000000006.dat", {SourceNote(1, {6})});
+    folder.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+    book.index.AddToIndex(Path("SRC0000000005.dat"), 2);
+    book.index.AddHiddenCopy(Path("SRC0000000005.dat"), 1);
+    EXPECT_EQ(store.DeleteNotes(LongList{1}).size(), 1u);
+    EXPECT_THAT(IDsIn("SRC0000000006.dat"), IsEmpty());
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2));
+}
+
+TEST_F(NoteStoreTest, AnotherNoteOfTheSameNumberIsNoCopy) {
+    Load("SRC0000000006.dat", {SourceNote(1, {6})});
+    CNote stranger = SourceNote(1, {5});
+    stranger.guid = "{stranger}";
+    folder.Put("SRC0000000005.dat", {stranger, SourceNote(2, {5})});
+    book.index.AddToIndex(Path("SRC0000000005.dat"), 2);
+    EXPECT_TRUE(store.SaveNote(SourceNote(2, {5})));
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2));
+}
+
+TEST_F(NoteStoreTest, WhatADamagedFileHeldIsKeptBesideIt) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), FullNote(2)});
+    const std::string whole = folder.Bytes("SRC0000000005.dat");
+    PutBytes(Path("SRC0000000005.dat"), whole.substr(0, whole.size() - 20));
+    EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
+    EXPECT_EQ(BytesOf(Path("SRC0000000005.dat") + ".kept"), whole.substr(0, whole.size() - 20));
+    ASSERT_EQ(faults.told.size(), 1u);
+    EXPECT_NE(faults.told[0].what.find("SRC0000000005.dat.kept"), std::string::npos);
+
+    PutBytes(Path("SRC0000000005.dat"), whole + "rest");
+    EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
+    EXPECT_EQ(BytesOf(Path("SRC0000000005.dat") + ".2.kept"), whole + "rest") << "the first one isn't overwritten";
+}
+
+TEST_F(NoteStoreTest, ANoteThatHasVanishedFromItsFileIsAddedAgainAndTold) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+    folder.Put("SRC0000000005.dat", {SourceNote(2, {5})});
+    EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2, 1));
+    EXPECT_EQ(faults.told.size(), 1u);
+}
+
+TEST_F(NoteStoreTest, DeletionGivesTheNotesAsTheFileHeldThem) {
+    CNote full = FullNote(7);
+    full.sources = {5};
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), full});
+    const std::vector<CNote> taken = store.DeleteNotes(LongList{7, 8});
+    ASSERT_EQ(taken.size(), 1u);
+    EXPECT_EQ(RecordOf(taken[0]), RecordOf(full));
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1));
+    EXPECT_FALSE(book.index.Contains(7));
+}
+
+TEST_F(NoteStoreTest, TheTextCacheFollows) {
+    TextCache texts(1 << 20);
+    texts.Attach({});
+    NoteStore cached(book, world.context, faults, &texts);
+    CNote note = DayNote(1);
+    note.rtfText = "{\\rtf1 text}";
+    EXPECT_TRUE(cached.SaveNote(note));
+    EXPECT_EQ(cached.DeleteNotes(LongList{1}).size(), 1u);
+    EXPECT_THAT(faults.told, IsEmpty());
+}
+
+}  // namespace
+}  // namespace lore
