@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "base/text.h"
+#include "notes/file_faults.h"
 #include "notes/note_cleaner.h"
 #include "notes/note_finder.h"
 #include "notes/note_list_add.h"
@@ -63,6 +64,7 @@ void CLorebinderApp::UseNoteBook(const CDatabase& noteBook) {
     book_ = OpenNoteBook();
     book_.database = noteBook;
     book_.paths = NoteBookPaths(data_, noteBook.folder);
+    isDeleted_ = false;
     settings_.Set(Option::Database, noteBook.guid);
 }
 
@@ -89,8 +91,7 @@ void CLorebinderApp::StoreCounters(const IdCounters& counters) {
 
 void CLorebinderApp::LoadNoteBook() {
     CleanNoteFiles(book_.paths, ports_.faults, &ports_.progress);
-    IdCounters counters{settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID),
-                        settings_.Int(Option::MaxCategoryID)};
+    IdCounters counters = Counters();
     texts_->Clear();
     lore::LoadOptions options;
     options.progress = &ports_.progress;
@@ -111,18 +112,51 @@ void CLorebinderApp::LoadLastList() {
     list_.ClearSelection();
 }
 
-void CLorebinderApp::SaveOptions() {
+IdCounters CLorebinderApp::Counters() const {
+    return {settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID), settings_.Int(Option::MaxCategoryID)};
+}
+
+void CLorebinderApp::StoreSettings() {
     settings_.SaveOptions(ports_.store);
     Flush();
-    SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
+}
+
+void CLorebinderApp::SaveOptions() {
+    StoreSettings();
+    if (!isDeleted_)
+        SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
 }
 
 void CLorebinderApp::SwitchNoteBook(const CDatabase& noteBook) {
-    SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
+    if (!isDeleted_)
+        SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
     list_ = CNoteList();
     UseNoteBook(noteBook);
     LoadNoteBook();
     SaveOptions();
+}
+
+void CLorebinderApp::ReloadNoteBooks() {
+    TellFailedRead(ports_.faults, "The list of NoteBooks could not be read", data_.DatabasesFile(),
+                   LoadDatabases(data_.DatabasesFile(), Context(), noteBooks_));
+    if (const auto listed = FindByGuid(noteBooks_, settings_.Text(Option::LocalGUID), book_.database.guid))
+        book_.database = *listed;
+}
+
+void CLorebinderApp::CloseDeletedNoteBook() {
+    const CDatabase deleted = book_.database;
+    list_ = CNoteList();
+    texts_->Clear();
+    UseNoteBook(deleted);
+    isDeleted_ = true;
+}
+
+bool CLorebinderApp::MayWrite() {
+    if (isDeleted_)
+        ports_.prompts.Message("The NoteBook \"" + book_.database.name +
+                                   "\" has been deleted. Please change to another NoteBook first.",
+                               "NoteBook Deleted", PromptIcon::Warning);
+    return !isDeleted_;
 }
 
 std::vector<CDatabase> CLorebinderApp::NoteBookChoices() const {
@@ -133,9 +167,11 @@ std::vector<CDatabase> CLorebinderApp::NoteBookChoices() const {
     return choices;
 }
 
-SearchOutcome CLorebinderApp::Search(std::string_view text, SearchScope scope) {
+SearchOutcome CLorebinderApp::Search(std::string_view text, SearchScope scope,
+                                     const std::function<void()>& listChanged) {
     const ReadContext context = Context();
-    SearchBox box({book_, *texts_, list_, ports_.prompts, ports_.progress, ports_.faults, context});
+    SearchBox box({book_, *texts_, list_, ports_.prompts, ports_.progress, ports_.faults, context, ports_.background,
+                   listChanged});
     return box.Run(text, scope, SortOrder());
 }
 
@@ -145,7 +181,29 @@ void CLorebinderApp::SetSortOrder(int32_t id) {
 }
 
 size_t CLorebinderApp::Gather(const LongList& ids) {
-    return LoadNotesToList(book_, ids, SortOrder(), Context(), ports_.faults, list_);
+    list_.ClearNewFlags();
+    CNoteList next = list_;
+    KeptForLater faults;
+    size_t added = 0;
+    const bool done = RunBeside(ports_.background, "Loading notes....", [&](const std::stop_token& stop) {
+        added = LoadNotesToList(book_, ids, SortOrder(), Context(), faults, next, stop);
+    });
+    faults.TellAll(ports_.faults);
+    if (!done)
+        return 0;
+    list_ = std::move(next);
+    return added;
+}
+
+int32_t CLorebinderApp::SelectFirstNew() {
+    list_.ClearSelection();
+    const auto& notes = list_.Notes();
+    const auto first =
+        std::find_if(notes.begin(), notes.end(), [](const ListedNote& entry) { return entry.note->newlyAdded; });
+    if (first == notes.end())
+        return -1;
+    first->note->selected = true;
+    return first->Id();
 }
 
 void CLorebinderApp::TakeOut(const LongList& ids) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "notes/open_notebook.h"
 #include "notes/search_flow.h"
 #include "notes/text_cache.h"
+#include "ports/background.h"
 #include "ports/clock.h"
 #include "ports/fault_notice.h"
 #include "ports/guid_source.h"
@@ -28,6 +30,9 @@ struct AppPorts {
     GuidSource& guids;
     SettingsStore& store;
     FaultNotice& faults;
+    Background* background = nullptr;  ///< without one everything runs on the caller's thread
+    std::function<void(int)> wait = [](int) {};              ///< lets milliseconds pass
+    std::function<int(int)> random = [](int) { return 0; };  ///< a random number from 0 to the one given
 };
 
 /// The application: settings, the list of NoteBooks, the open NoteBook and the current note list, and the commands that
@@ -51,13 +56,27 @@ public:
     void SwitchNoteBook(const CDatabase& noteBook);
     /// The NoteBooks to choose from: the main one, then the others by name ignoring case.
     std::vector<CDatabase> NoteBookChoices() const;
+    /// All NoteBooks but the main one, in list order.
+    const std::vector<CDatabase>& NoteBooks() const { return noteBooks_; }
+    /// Reads the list again and refreshes the record of the open NoteBook, if it is still listed.
+    void ReloadNoteBooks();
+    /// The open NoteBook has been deleted: its notes leave the list, and until another NoteBook is opened nothing is
+    /// written.
+    void CloseDeletedNoteBook();
+    /// Whether the open NoteBook takes changes. If it doesn't, the user is told why and what to do. Each command that
+    /// writes asks this first.
+    bool MayWrite();
 
-    SearchOutcome Search(std::string_view text, SearchScope scope);
+    /// `listChanged` is called before the message that tells the number of results.
+    SearchOutcome Search(std::string_view text, SearchScope scope, const std::function<void()>& listChanged = {});
     /// The active order of the current list; setting it sorts at once.
     int32_t SortOrder() const { return settings_.Int(Option::NoteSortID); }
     void SetSortOrder(int32_t id);
     /// Reads these notes into the current list by the active order. Gives how many were added.
     size_t Gather(const LongList& ids);
+    /// Selects the first note of the list that is newly added, which it stays until the user goes to it. Gives its id;
+    /// -1 if there is none, and then no note is selected.
+    int32_t SelectFirstNew();
     /// Takes these notes out of the current list; nothing is deleted.
     void TakeOut(const LongList& ids);
     void ClearList();
@@ -77,6 +96,11 @@ public:
     TextCache& Texts() { return *texts_; }
     const AppPorts& Ports() const { return ports_; }
     ReadContext Context() const;
+    /// The last ids given out, and how a command that gives out more stores them at once.
+    IdCounters Counters() const;
+    void StoreCounters(const IdCounters& counters);
+    /// Stores all settings at once.
+    void StoreSettings();
 
     // The texts of the status panes.
     std::string NoteBookPane() const;
@@ -91,7 +115,6 @@ private:
     void UseNoteBook(const CDatabase& noteBook);
     void LoadNoteBook();
     void LoadLastList();
-    void StoreCounters(const IdCounters& counters);
     void Flush();
 
     AppPorts ports_;
@@ -101,6 +124,7 @@ private:
     OpenNoteBook book_;
     CNoteList list_;
     std::unique_ptr<TextCache> texts_;
+    bool isDeleted_ = false;  // the open NoteBook
 };
 
 }  // namespace lore

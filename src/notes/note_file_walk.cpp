@@ -15,16 +15,19 @@ namespace {
 /// The files of one walk, which its threads take one after the other.
 class SharedWalk {
 public:
-    SharedWalk(const std::vector<std::filesystem::path>& files, const NoteFileTask& task)
-        : files_(files), task_(task), results_(files.size()), ready_(files.size(), false) {}
+    SharedWalk(const std::vector<std::filesystem::path>& files, const NoteFileTask& task, const std::stop_token& stop)
+        : files_(files), task_(task), stop_(stop), results_(files.size()), ready_(files.size(), false) {}
 
     /// Reads the next file that nobody has taken, with the reader of this thread; false if there is none.
     bool ReadOne(NoteFileReader& notes) {
         const size_t file = next_.fetch_add(1);
         if (file >= files_.size())
             return false;
-        const FileResult result = notes.Open(files_[file]);
-        task_(file, notes);
+        FileResult result;
+        if (!stop_.stop_requested()) {
+            result = notes.Open(files_[file]);
+            task_(file, notes);
+        }
         const std::scoped_lock lock(mutex_);
         results_[file] = result;
         ready_[file] = true;
@@ -43,6 +46,7 @@ public:
 private:
     const std::vector<std::filesystem::path>& files_;
     const NoteFileTask& task_;
+    const std::stop_token& stop_;
     std::atomic<size_t> next_{0};
     std::mutex mutex_;
     std::condition_variable changed_;
@@ -70,8 +74,8 @@ std::vector<std::jthread> StartHelpers(SharedWalk& walk, const ReadContext& cont
 }  // namespace
 
 void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
-                   const NoteFileTask& task, const NoteFileDone& done) {
-    SharedWalk walk(files, task);
+                   const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop) {
+    SharedWalk walk(files, task, stop);
     const size_t wanted = static_cast<size_t>(std::max(threads, 1)) - 1;
     const std::vector<std::jthread> helpers = StartHelpers(walk, context, std::min(wanted, files.size()));
     size_t told = 0;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <stop_token>
 #include <vector>
 
 #include "base/file_io.h"
@@ -17,8 +18,9 @@ using NoteFileDone = std::function<void(size_t file, const FileResult& result)>;
 
 /// Runs `task` over note files, on the caller's thread and `threads` - 1 others. Whatever task stores for its file is
 /// seen by `done` for that file. A file that doesn't open shows the task no notes.
+/// Once `stop` is requested, the files that are left are passed over in silence.
 void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
-                   const NoteFileTask& task, const NoteFileDone& done);
+                   const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop = {});
 
 /// The full paths of the note files of a folder, by name in byte order.
 std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder);

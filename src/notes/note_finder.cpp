@@ -94,7 +94,7 @@ void ForShownNotes(const std::filesystem::path& notesFolder, const ReadContext& 
 }  // namespace
 
 std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
-                             FaultNotice& faults) {
+                             FaultNotice& faults, const std::stop_token& stop) {
     const WantedNotes wanted = PlanReading(index, ids);
     std::vector<std::optional<CNote>> found(wanted.positions.size());
     WalkNoteFiles(
@@ -109,7 +109,8 @@ std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const 
         },
         [&](size_t file, const FileResult& result) {
             TellFailedRead(faults, kNoteFileUnread, wanted.files[file], result);
-        });
+        },
+        stop);
     std::vector<CNote> notes;
     notes.reserve(found.size());
     for (std::optional<CNote>& note : found) {

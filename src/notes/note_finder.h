@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <stop_token>
 #include <vector>
 
 #include "base/long_list.h"
@@ -13,9 +14,9 @@
 namespace lore {
 
 /// The notes with these ids in the order given, each id once; an id that the index doesn't hold is left out. Each file
-/// is read once.
+/// is read once. Once `stop` is requested, notes may be missing.
 std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
-                             FaultNotice& faults);
+                             FaultNotice& faults, const std::stop_token& stop = {});
 
 /// Appends the notes of all note files of a folder: files by name, notes in file order, a note that stands twice once.
 void LoadAllNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,

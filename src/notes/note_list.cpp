@@ -116,8 +116,11 @@ int32_t CNoteList::SetFocusNote(int32_t id) {
 }
 
 void CNoteList::ClearNewFlags() {
-    for (const ListedNote& entry : notes_)
-        entry.note->newlyAdded = false;
+    // A note that isn't marked isn't written to: other threads may be reading it.
+    for (const ListedNote& entry : notes_) {
+        if (entry.note->newlyAdded)
+            entry.note->newlyAdded = false;
+    }
 }
 
 void CNoteList::ClearSelection() {
@@ -132,7 +135,8 @@ void CNoteList::ClearMarks() {
 
 void CNoteList::SetMarks(size_t position, std::shared_ptr<const NoteMarker> marks) {
     ListedNote& entry = notes_[position];
-    entry.note->displayRtf.clear();
+    if (!entry.note->displayRtf.empty())
+        entry.note->displayRtf.clear();
     entry.pendingMarks = std::move(marks);
 }
 

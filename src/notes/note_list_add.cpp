@@ -50,22 +50,22 @@ void AddSingleNote(CNoteList& list, ListedNote note, int32_t noteSortID) {
 }
 
 CNoteList LoadListedNotes(const OpenNoteBook& book, const LongList& ids, const ReadContext& context,
-                          FaultNotice& faults) {
+                          FaultNotice& faults, const std::stop_token& stop) {
     CitationTexts citations(book.sources, book.authors);
     CNoteList list;
-    for (CNote& note : FindNotes(book.index, ids, context, faults))
+    for (CNote& note : FindNotes(book.index, ids, context, faults, stop))
         list.AddNote(citations.Listed(std::move(note)));
     return list;
 }
 
 size_t LoadNotesToList(const OpenNoteBook& book, const LongList& ids, int32_t noteSortID, const ReadContext& context,
-                       FaultNotice& faults, CNoteList& list) {
+                       FaultNotice& faults, CNoteList& list, const std::stop_token& stop) {
     LongList missing;
     for (const int32_t id : ids) {
         if (!list.Contains(id))
             missing.AddTail(id);
     }
-    return AddNotes(list, LoadListedNotes(book, missing, context, faults), noteSortID);
+    return AddNotes(list, LoadListedNotes(book, missing, context, faults, stop), noteSortID);
 }
 
 }  // namespace lore

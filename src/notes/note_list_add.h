@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <stop_token>
 
 #include "base/long_list.h"
 #include "notes/note_list.h"
@@ -24,12 +25,12 @@ size_t AddNotes(CNoteList& list, CNoteList incoming, int32_t noteSortID);
 void AddSingleNote(CNoteList& list, ListedNote note, int32_t noteSortID);
 
 /// Reads the notes with these ids from the NoteBook, in the order given, without those that the list holds, and adds
-/// them as AddNotes does. Gives how many were added.
+/// them as AddNotes does. Gives how many were added. Once `stop` is requested, notes may be missing.
 size_t LoadNotesToList(const OpenNoteBook& book, const LongList& ids, int32_t noteSortID, const ReadContext& context,
-                       FaultNotice& faults, CNoteList& list);
+                       FaultNotice& faults, CNoteList& list, const std::stop_token& stop = {});
 
 /// Notes with the texts of their sources, in the order of the ids.
 CNoteList LoadListedNotes(const OpenNoteBook& book, const LongList& ids, const ReadContext& context,
-                          FaultNotice& faults);
+                          FaultNotice& faults, const std::stop_token& stop = {});
 
 }  // namespace lore

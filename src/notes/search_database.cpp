@@ -101,7 +101,7 @@ std::vector<SearchResult> SearchFiles(std::span<const std::filesystem::path> fil
     std::atomic<size_t> next = 0;
     const auto work = [&] {
         FileSearcher searcher(matcher, options, context);
-        for (size_t i = next++; i < files.size(); i = next++)
+        for (size_t i = next++; i < files.size() && !options.stop.stop_requested(); i = next++)
             searcher.Search(files[i], found[i]);
     };
     {

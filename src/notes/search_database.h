@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,8 @@ struct SearchResult {
 struct SearchOptions {
     bool hits = true;  ///< false leaves the hits empty
     bool marked = false;
-    int threads = 2;  ///< that read files; the results are the same for every number
+    int threads = 2;            ///< that read files; the results are the same for every number
+    std::stop_token stop = {};  ///< once requested, results may be missing
 };
 
 /// The result for a note that matches.

@@ -8,7 +8,8 @@
 namespace lore {
 
 bool MatchNote(ListedNote& note, const std::shared_ptr<const NoteMatcher>& matcher, const TextCache& cache) {
-    note.note->displayRtf.clear();
+    if (!note.note->displayRtf.empty())
+        note.note->displayRtf.clear();
     note.pendingMarks.reset();
     const std::string& rtf = note.note->rtfText;
     if (rtf.empty())

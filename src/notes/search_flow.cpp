@@ -31,7 +31,8 @@ std::vector<CNoteIDsPath> FilesByName(const NoteIndex& index) {
 
 /// The matching notes of those files that the cache doesn't hold.
 std::unordered_set<int32_t> FindOnDisk(const std::vector<CNoteIDsPath>& files, const TextCache& cache,
-                                       const NoteMatcher& matcher, const ReadContext& context, FaultNotice& faults) {
+                                       const NoteMatcher& matcher, const ReadContext& context, FaultNotice& faults,
+                                       const std::stop_token& stop) {
     std::vector<std::filesystem::path> paths;
     for (const CNoteIDsPath& file : files) {
         if (!cache.HoldsFile(file.path))
@@ -39,6 +40,7 @@ std::unordered_set<int32_t> FindOnDisk(const std::vector<CNoteIDsPath>& files, c
     }
     SearchOptions options;
     options.hits = false;
+    options.stop = stop;
     std::unordered_set<int32_t> ids;
     for (const SearchResult& result : SearchFiles(paths, matcher, options, context, faults))
         ids.insert(result.id);
@@ -48,16 +50,18 @@ std::unordered_set<int32_t> FindOnDisk(const std::vector<CNoteIDsPath>& files, c
 }  // namespace
 
 std::vector<int32_t> FindInNoteBook(const OpenNoteBook& book, const TextCache& cache, const NoteSearch& search,
-                                    const ReadContext& context, FaultNotice& faults) {
+                                    const ReadContext& context, FaultNotice& faults, const std::stop_token& stop) {
     if (search.searchTerms.empty())
         return {};
     const std::vector<CNoteIDsPath> files = FilesByName(book.index);
     const NoteMatcher matcher(search);
     std::unordered_set<int32_t> onDisk;
     if (!search.IsShowAll())
-        onDisk = FindOnDisk(files, cache, matcher, context, faults);
+        onDisk = FindOnDisk(files, cache, matcher, context, faults, stop);
     std::vector<int32_t> results;
     for (const CNoteIDsPath& file : files) {
+        if (stop.stop_requested())
+            break;
         const auto held = search.IsShowAll() ? std::nullopt : cache.SearchFile(file.path, matcher);
         // A file may hold an old copy of a note that stands elsewhere now.
         if (held)
@@ -83,26 +87,43 @@ SearchOutcome SearchBox::Run(std::string_view text, SearchScope scope, int32_t n
     if (!ParseSearchString(text, &parts_.prompts, search))
         return SearchOutcome::Invalid;
     parts_.progress.ShowStandBy(kSearching);
-    const size_t results =
-        scope == SearchScope::Database ? SearchDatabase(search, noteSortID) : SearchCurrentNotes(search);
-    parts_.list.SortNotes(noteSortID);
+    Next next;
+    next.list = parts_.list;
+    const bool done = RunBeside(parts_.background, kSearching, [&](const std::stop_token& stop) {
+        if (scope == SearchScope::Database)
+            SearchDatabase(search, noteSortID, stop, next);
+        else
+            SearchCurrentNotes(search, next);
+        next.list.SortNotes(noteSortID);
+    });
+    next.faults.TellAll(parts_.faults);
+    if (done)
+        parts_.list = std::move(next.list);
+    // Notes that are shown take their flag on the thread that shows them.
+    for (size_t i = 0; done && scope == SearchScope::CurrentNotes && i < next.results.size(); ++i)
+        parts_.list.Find(next.results[i])->newlyAdded = true;
     parts_.progress.HideStandBy();
-    parts_.prompts.Message(CountText(results), kFinished, PromptIcon::Information);
+    if (!done)
+        return SearchOutcome::Cancelled;
+    if (parts_.listChanged)
+        parts_.listChanged();
+    parts_.prompts.Message(CountText(next.results.size()), kFinished, PromptIcon::Information);
     return SearchOutcome::Done;
 }
 
-size_t SearchBox::SearchDatabase(const NoteSearch& search, int32_t noteSortID) {
-    CNoteList& list = parts_.list;
-    const std::vector<int32_t> ids = FindInNoteBook(parts_.book, parts_.cache, search, parts_.context, parts_.faults);
+void SearchBox::SearchDatabase(const NoteSearch& search, int32_t noteSortID, const std::stop_token& stop,
+                               Next& next) const {
+    CNoteList& list = next.list;
+    next.results = FindInNoteBook(parts_.book, parts_.cache, search, parts_.context, next.faults, stop);
     const auto marks = search.IsShowAll() ? nullptr : std::make_shared<const NoteMatcher>(search);
     LongList others;
-    for (const int32_t id : ids) {
+    for (const int32_t id : next.results) {
         if (const int position = list.PositionOf(id); position >= 0)
             list.SetMarks(static_cast<size_t>(position), marks);
         else
             others.AddTail(id);
     }
-    CNoteList found = LoadListedNotes(parts_.book, others, parts_.context, parts_.faults);
+    CNoteList found = LoadListedNotes(parts_.book, others, parts_.context, next.faults, stop);
     for (size_t i = 0; i < found.Count(); ++i) {
         found.SetMarks(i, marks);
         found.EditNote(i).newlyAdded = true;
@@ -111,21 +132,17 @@ size_t SearchBox::SearchDatabase(const NoteSearch& search, int32_t noteSortID) {
         AddNotes(list, std::move(found), kAddToTop);
     else
         found.AddNotesNotInList(list);
-    return ids.size();
 }
 
-size_t SearchBox::SearchCurrentNotes(const NoteSearch& search) {
-    CNoteList& list = parts_.list;
+void SearchBox::SearchCurrentNotes(const NoteSearch& search, Next& next) const {
     CNoteList found;
-    found.Assign(list);
+    found.Assign(next.list);
     found.search = search;
     FilterList(found, parts_.cache);
     for (const ListedNote& note : found.Notes()) {
-        const auto position = static_cast<size_t>(list.PositionOf(note.Id()));
-        list.SetMarks(position, note.pendingMarks);
-        list.EditNote(position).newlyAdded = true;
+        next.list.SetMarks(static_cast<size_t>(next.list.PositionOf(note.Id())), note.pendingMarks);
+        next.results.push_back(note.Id());
     }
-    return found.Count();
 }
 
 }  // namespace lore

@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
     lore::SystemClock clock;
     lore::SystemGuids guids;
     lore::BarFaults faults;
-    lore::CLorebinderApp app(options.data, {prompts, progress, clock, guids, store, faults});
+    lore::CLorebinderApp app(options.data, {prompts, progress, clock, guids, store, faults, &progress});
     app.LoadOptions();
     app.SelectStartNoteBook();
 

@@ -53,6 +53,7 @@ private:
     void StorePlace();
 
     void ListChanged();
+    void GoToFirstNew();
     void RefreshPanes();
     void SetZoom(int percent);
     void SetSort(int sortId);

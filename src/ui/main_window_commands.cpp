@@ -75,9 +75,18 @@ void MainWindow::MakeViewMenu() {
 }
 
 void MainWindow::Search(const QString& text, SearchScope scope) {
-    const SearchOutcome outcome = app_.Search(FromQString(text), scope);
-    if (outcome != SearchOutcome::Empty)
+    const SearchOutcome outcome = app_.Search(FromQString(text), scope, [this] {
         ListChanged();
+        GoToFirstNew();
+    });
+    if (outcome == SearchOutcome::Invalid || outcome == SearchOutcome::Cancelled)
+        ListChanged();
+}
+
+void MainWindow::GoToFirstNew() {
+    // The list has been told already, in a way that leaves the mark of the new note.
+    const QSignalBlocker quiet(board_);
+    board_->SetFocusNote(app_.SelectFirstNew());
 }
 
 void MainWindow::SetSort(int sortId) {
@@ -103,11 +112,12 @@ void MainWindow::SwitchNoteBook(int index) {
 }
 
 void MainWindow::RunPanelCommand(PanelAction action, const LongList& notes) {
-    if (action == PanelAction::Gather)
-        app_.Gather(notes);
-    else
+    const bool gathered = action == PanelAction::Gather && app_.Gather(notes) > 0;
+    if (action != PanelAction::Gather)
         app_.TakeOut(notes);
     ListChanged();
+    if (gathered)
+        GoToFirstNew();
 }
 
 void MainWindow::SetPanelChoice(PanelKind kind, int number) {

@@ -1,10 +1,17 @@
 #include "ui/qt_progress.h"
 
 #include <QApplication>
+#include <QEvent>
+#include <QEventLoop>
 #include <QFrame>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <system_error>
+#include <thread>
 
 #include "ui/qt_text.h"
 #include "ui/theme.h"
@@ -14,6 +21,47 @@ namespace lore {
 namespace {
 constexpr qint64 kPaintEvery = 40;  // milliseconds
 constexpr int kPanelChars = 48;     // width of the panel in characters
+constexpr int kStopAfter = 400;     // milliseconds of work after which it can be stopped
+
+/// While it lives, windows take no input besides a click on the stop button and Esc.
+class InputGuard : public QObject {
+public:
+    InputGuard(std::stop_source& stop, const QPointer<QWidget>& panel) : stop_(stop), panel_(panel) {
+        qApp->installEventFilter(this);
+    }
+    void Stop() { stop_.request_stop(); }
+
+    bool eventFilter(QObject* target, QEvent* event) override {
+        switch (event->type()) {
+            case QEvent::KeyPress:
+                if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+                    Stop();
+                return target->isWidgetType();
+            case QEvent::Close:
+                event->ignore();
+                return target->isWidgetType();
+            case QEvent::Shortcut:
+                return true;
+            case QEvent::KeyRelease:
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::Wheel:
+            case QEvent::ContextMenu:
+            case QEvent::DragEnter:
+            case QEvent::Drop:
+                return target->isWidgetType() && !IsOfPanel(static_cast<QWidget*>(target));
+            default:
+                return false;
+        }
+    }
+
+private:
+    bool IsOfPanel(QWidget* widget) const { return panel_ && (widget == panel_ || panel_->isAncestorOf(widget)); }
+
+    std::stop_source& stop_;
+    const QPointer<QWidget>& panel_;
+};
 }  // namespace
 
 QtProgress::QtProgress(const Theme& theme) : theme_(theme) {
@@ -44,6 +92,9 @@ void QtProgress::MakePanel() {
     bar_->setAccessibleName(QObject::tr("Progress"));
     layout->addWidget(message_);
     layout->addWidget(bar_);
+    stop_ = new QPushButton(QObject::tr("Cancel"), panel);
+    stop_->hide();
+    layout->addWidget(stop_, 0, Qt::AlignRight);
     panel_ = panel;
 }
 
@@ -119,6 +170,40 @@ void QtProgress::HideStandBy() {
     if (panel_)
         QApplication::restoreOverrideCursor();
     Hide();
+}
+
+void QtProgress::ShowStop(const std::string& text, QObject& stopper) {
+    MakePanel();
+    if (!panel_)
+        return;
+    message_->setText(ToQString(text));
+    bar_->hide();
+    stop_->show();
+    QObject::connect(stop_, &QPushButton::clicked, &stopper, [&stopper] { static_cast<InputGuard&>(stopper).Stop(); });
+    Place();
+}
+
+bool QtProgress::Run(const std::string& text, const Work& work) {
+    std::stop_source stop;
+    InputGuard guard(stop, panel_);
+    QEventLoop loop;
+    std::jthread worker;
+    try {
+        worker = std::jthread([&] {
+            work(stop.get_token());
+            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+        });
+    } catch (const std::system_error&) {
+        work({});  // a system that gives no thread
+        return true;
+    }
+    const bool hadPanel = panel_;
+    QTimer::singleShot(kStopAfter, &guard, [&] { ShowStop(text, guard); });
+    loop.exec();
+    worker.join();
+    if (panel_ && !hadPanel)
+        Hide();
+    return !stop.stop_requested();
 }
 
 }  // namespace lore

@@ -4,10 +4,13 @@
 #include <QPointer>
 #include <memory>
 
+#include "ports/background.h"
 #include "ports/progress.h"
 
+class QEvent;
 class QLabel;
 class QProgressBar;
+class QPushButton;
 class QWidget;
 
 namespace lore {
@@ -15,8 +18,9 @@ namespace lore {
 class Theme;
 
 /// The progress window and the stand-by window: panels in the middle of the main window, which takes no input while one
-/// of them is shown.
-class QtProgress : public Progress {
+/// of them is shown. Work in the background gets a panel with a button to stop it; until it ends, the windows paint and
+/// take no other input.
+class QtProgress : public Progress, public Background {
 public:
     explicit QtProgress(const Theme& theme);
     ~QtProgress() override;
@@ -31,9 +35,11 @@ public:
     void Hide() override;
     void ShowStandBy(const std::string& text) override;
     void HideStandBy() override;
+    bool Run(const std::string& text, const Work& work) override;
 
 private:
     void MakePanel();
+    void ShowStop(const std::string& text, QObject& stopper);
     void Place();
     /// Lets the window paint, at most so often that painting costs little beside the work.
     void Paint(bool always);
@@ -43,6 +49,7 @@ private:
     QPointer<QWidget> panel_;
     QLabel* message_ = nullptr;
     QProgressBar* bar_ = nullptr;
+    QPushButton* stop_ = nullptr;
     QElapsedTimer lastPaint_;
 };
 

@@ -1,6 +1,7 @@
 #include "notes/search_flow.h"
 
 #include <gmock/gmock.h>
+#include <thread>
 
 #include "notes/note_list_add.h"
 #include "notes/search_world.h"
@@ -16,6 +17,19 @@ std::string CountMessage(int count) {
     return "Information|Finished Search!|Your search returned  *" + std::to_string(count) + "*  results.";
 }
 
+/// Works on another thread; a stopped one was told to stop before it began.
+class OtherThread : public Background {
+public:
+    bool Run(const std::string&, const Work& work) override {
+        if (stopped)
+            source.request_stop();
+        std::thread([&] { work(source.get_token()); }).join();
+        return !stopped;
+    }
+    bool stopped = false;
+    std::stop_source source;
+};
+
 class SearchBoxTest : public testing::Test {
 protected:
     SearchBoxTest() {
@@ -30,7 +44,8 @@ protected:
     }
     void FillList(const LongList& ids) { LoadNotesToList(book, ids, kNoSort, world.context, faults, list); }
     SearchOutcome Run(const std::string& text, SearchScope scope, int32_t order = kAddToBottom) {
-        return SearchBox({book, cache, list, prompts, progress, faults, world.context}).Run(text, scope, order);
+        return SearchBox({book, cache, list, prompts, progress, faults, world.context, background})
+            .Run(text, scope, order);
     }
     std::vector<int32_t> Ids() const { return list.GetNoteIDs().Values(); }
     std::vector<int32_t> Where(bool CNote::*flag) const {
@@ -58,6 +73,7 @@ protected:
     OpenNoteBook book;
     TextCache cache;
     CNoteList list;
+    Background* background = nullptr;
     ScriptedPrompts prompts;
     KeptProgress progress;
 };
@@ -113,6 +129,35 @@ TEST_F(SearchBoxTest, TakesShowAllAsEveryNoteOfTheDatabaseAndAsAWordAmongTheCurr
     EXPECT_THAT(Marked(), ElementsAre(5));
     EXPECT_EQ(Run("AND", SearchScope::Database), SearchOutcome::Done);
     EXPECT_THAT(prompts.shown, ElementsAre(CountMessage(1), CountMessage(5), CountMessage(1), CountMessage(0)));
+}
+
+TEST_F(SearchBoxTest, GivesTheSameBesideTheThreadOfTheCaller) {
+    OtherThread thread;
+    for (const SearchScope scope : {SearchScope::Database, SearchScope::CurrentNotes}) {
+        for (const int32_t order : {kAddToBottom, kAddToTop, kDateAddedDown}) {
+            std::vector<std::vector<int32_t>> seen[2];
+            for (Background* const where : {static_cast<Background*>(nullptr), static_cast<Background*>(&thread)}) {
+                background = where;
+                list.RemoveAll();
+                FillList({4, 2});
+                EXPECT_EQ(Run("lamp", scope, order), SearchOutcome::Done);
+                seen[where ? 1 : 0] = {Ids(), Where(&CNote::newlyAdded), Marked()};
+            }
+            EXPECT_EQ(seen[0], seen[1]) << order;
+        }
+    }
+}
+
+TEST_F(SearchBoxTest, LeavesTheListAsItWasWhenStopped) {
+    OtherThread thread;
+    thread.stopped = true;
+    background = &thread;
+    FillList({4, 2});
+    EXPECT_EQ(Run("lamp", SearchScope::Database, kDateAddedDown), SearchOutcome::Cancelled);
+    EXPECT_THAT(Ids(), ElementsAre(4, 2));
+    EXPECT_THAT(Where(&CNote::newlyAdded), IsEmpty());
+    EXPECT_THAT(prompts.shown, IsEmpty());
+    EXPECT_THAT(progress.standBy, ElementsAre("Searching Notes....", ""));
 }
 
 TEST_F(SearchBoxTest, DoesNothingForAnEmptyBoxAndOnlyClearsForAnInvalidText) {

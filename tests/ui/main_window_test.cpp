@@ -51,6 +51,7 @@ private slots:
     void cleanup();
     void shows_the_last_list_and_its_counts();
     void search_marks_and_counts();
+    void search_scrolls_to_the_first_new_note();
     void both_operators_are_refused_and_change_nothing();
     void a_panel_gathers_and_takes_out();
     void filter_narrows_a_panel();
@@ -141,6 +142,31 @@ void MainWindowTest::search_marks_and_counts() {
     QVERIFY(QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("highlight") ||
             QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("\\cb"));
     QVERIFY(app_->List()[0].newlyAdded);
+}
+
+void MainWindowTest::search_scrolls_to_the_first_new_note() {
+    BoardView* const board = window_->Board();
+    LongList kept;
+    for (size_t i = 0; i < 30; ++i)
+        kept.AddTail(app_->List()[i].id);
+    app_->ClearList();
+    app_->Gather(kept);
+    emit window_->Panels()->CommandRequested(PanelAction::TakeOut, LongList{});
+    board->SetFocusNote(kept[0]);
+    Search("SHOWALL");
+    const int32_t first = board->FocusNote();
+    const int row = app_->List().PositionOf(first);
+    QCOMPARE(row, 30);
+    QVERIFY(app_->List()[static_cast<size_t>(row)].newlyAdded && app_->List()[static_cast<size_t>(row)].selected);
+    QVERIFY(board->viewport()->rect().contains(board->CardRect(row).topLeft()));
+    QVERIFY(row >= board->VisibleRows().first && row < board->VisibleRows().second);
+    // A search among the current notes goes to its first hit; one without hits leaves no focus note.
+    Search("\"fresnel\"");
+    const int32_t again = board->FocusNote();
+    QCOMPARE(again, -1);
+    emit window_->Tools()->SearchRequested(QStringLiteral("fresnel"), SearchScope::CurrentNotes);
+    QVERIFY(board->FocusNote() > 0);
+    QVERIFY(!app_->List().ShownNote(size_t(app_->List().PositionOf(board->FocusNote()))).displayRtf.empty());
 }
 
 void MainWindowTest::both_operators_are_refused_and_change_nothing() {

@@ -1,0 +1,115 @@
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <chrono>
+#include <memory>
+#include <thread>
+
+#include "ui/board_fixture.h"
+#include "ui/qt_progress.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+/// Works beside a window as a long search does.
+class BackgroundTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void PaintsAndTakesNoInputMeanwhile();
+    void StopsByButtonAndKey_data();
+    void StopsByButtonAndKey();
+
+private:
+    static void WorkUntilStopped(const std::stop_token& stop) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!stop.stop_requested() && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+
+    std::unique_ptr<Theme> theme_;
+    std::unique_ptr<QWidget> window_;
+    std::unique_ptr<QtProgress> progress_;
+    QLineEdit* edit_ = nullptr;
+};
+
+void BackgroundTest::init() {
+    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+    window_ = std::make_unique<QWidget>();
+    edit_ = new QLineEdit(window_.get());
+    window_->resize(600, 300);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    progress_ = std::make_unique<QtProgress>(*theme_);
+    progress_->SetParent(window_.get());
+}
+
+void BackgroundTest::cleanup() {
+    progress_.reset();
+    window_.reset();
+    theme_.reset();
+}
+
+void BackgroundTest::PaintsAndTakesNoInputMeanwhile() {
+    int ticks = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        if (++ticks == 3) {
+            QTest::keyClicks(edit_, QStringLiteral("typed"));
+            window_->close();
+        }
+    });
+    timer.start(5);
+    const auto caller = std::this_thread::get_id();
+    bool beside = false;
+    QVERIFY(progress_->Run("Working....", [&](const std::stop_token&) {
+        beside = std::this_thread::get_id() != caller;
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    }));
+    QVERIFY(beside);
+    QVERIFY(ticks >= 10);
+    QCOMPARE(edit_->text(), QString());
+    QVERIFY(window_->isVisible());
+    QTest::keyClicks(edit_, QStringLiteral("typed"));
+    QCOMPARE(edit_->text(), QStringLiteral("typed"));
+    QVERIFY(!window_->findChild<QPushButton*>());
+}
+
+void BackgroundTest::StopsByButtonAndKey_data() {
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("key") << true;
+    QTest::newRow("button") << false;
+}
+
+void BackgroundTest::StopsByButtonAndKey() {
+    QFETCH(bool, byKey);
+    progress_->ShowStandBy("Searching Notes....");
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        auto* const button = window_->findChild<QPushButton*>();
+        if (!button || !button->isVisible())
+            return;
+        timer.stop();
+        TakeShot(*window_, QStringLiteral("background-stop"));
+        if (byKey)
+            QTest::keyClick(edit_, Qt::Key_Escape);
+        else
+            QTest::mouseClick(button, Qt::LeftButton);
+    });
+    timer.start(20);
+    QElapsedTimer spent;
+    spent.start();
+    QVERIFY(!progress_->Run("Searching Notes....", WorkUntilStopped));
+    QVERIFY(spent.elapsed() < 10000);
+    progress_->HideStandBy();
+    QCOMPARE(edit_->text(), QString());
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::BackgroundTest)
+#include "background_test.moc"
