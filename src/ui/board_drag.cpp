@@ -35,6 +35,11 @@ void BoardView::Impl::FindTarget() {
 }
 
 void BoardView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == impl_->aheadTimer.timerId()) {
+        if (!impl_->LayOutAhead())
+            impl_->aheadTimer.stop();
+        return;
+    }
     if (event->timerId() != impl_->dragTimer.timerId())
         return QAbstractScrollArea::timerEvent(event);
     verticalScrollBar()->setValue(verticalScrollBar()->value() + impl_->drag.ScrollStep());

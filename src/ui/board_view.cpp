@@ -16,7 +16,8 @@ constexpr int kWidestCard = 900;
 constexpr int kNarrowestCard = 160;
 constexpr int kSideSpace = 3 * kSpace;
 constexpr int kLineStep = 140;
-constexpr int kNearJump = 3;  // viewport heights up to which a move goes card by card, without estimates
+constexpr int kMostAhead = 16;  // cards at each side of those in sight that are laid out while nothing else happens
+constexpr int kNearJump = 3;    // viewport heights up to which a move goes card by card, without estimates
 
 }  // namespace
 
@@ -236,6 +237,27 @@ void BoardView::Impl::Settle() {
     }
     topNote = model.NoteAt(topRow).id;
     SyncScrollBar();
+    aheadTimer.start(0, &view);
+}
+
+// Lays out one of the cards that come into sight next, those a page down first; false if all of them are.
+bool BoardView::Impl::LayOutAhead() {
+    if (endRow - topRow + 2 * kMostAhead > CardStore::kMostCards)
+        return false;
+    for (const int step : {1, -1}) {
+        int room = view.viewport()->height();
+        int row = step > 0 ? endRow : topRow - 1;
+        for (int i = 0; i < kMostAhead && room > 0 && row >= 0 && row < std::min(heights.Count(), model.Count());
+             ++i, row += step) {
+            if (!store.HasCardOf(row)) {
+                Measure(row);
+                SyncScrollBar();
+                return true;
+            }
+            room -= heights.HeightOf(row);
+        }
+    }
+    return false;
 }
 
 void BoardView::Impl::SyncScrollBar() {

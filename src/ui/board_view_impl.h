@@ -29,6 +29,7 @@ struct BoardView::Impl {
     int HeightOf(int row);
     int Measure(int row);
     void SyncScrollBar();
+    bool LayOutAhead();
     void AnchorAt(int row, int offset);
     void JumpTo(int position, bool toEnd);
 
@@ -80,7 +81,8 @@ struct BoardView::Impl {
     int wheelRest = 0;
     BoardDrag drag;
     QBasicTimer dragTimer;
-    CardHit pressedHit;  ///< under the left button when it went down
+    QBasicTimer aheadTimer;  ///< runs while cards beyond the edges are to be laid out
+    CardHit pressedHit;      ///< under the left button when it went down
     QList<BoardCommand> noteCommands = {BoardCommand::RemoveFromList};
     QStringList otherNoteBooks;
     BoardEmptyPane* emptyPane = nullptr;

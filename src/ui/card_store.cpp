@@ -10,7 +10,6 @@
 namespace lore {
 namespace {
 
-constexpr size_t kMostCards = 96;
 constexpr size_t kMostLooks = 4;  // widths and zooms whose heights are kept
 
 bool SameLook(const BoardOptions& a, const BoardOptions& b) {
@@ -66,6 +65,10 @@ void CardStore::ChooseHeights() {
         measured_.pop_back();
 }
 
+bool CardStore::HasCardOf(int row) const {
+    return byNote_.contains(model_.NoteAt(row).id);
+}
+
 const Card& CardStore::CardOf(int row) {
     const int32_t id = model_.NoteAt(row).id;
     if (const auto found = byNote_.find(id); found != byNote_.end()) {
@@ -78,7 +81,7 @@ const Card& CardStore::CardOf(int row) {
     cards_.push_front({id, std::make_unique<Card>(model_.ShownNoteAt(row), width_, focus, context)});
     byNote_[id] = cards_.begin();
     measured_.front().heights[id] = cards_.front().card->Height();
-    if (cards_.size() > kMostCards) {
+    if (cards_.size() > size_t{kMostCards}) {
         byNote_.erase(cards_.back().noteId);
         cards_.pop_back();
     }

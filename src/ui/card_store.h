@@ -23,6 +23,9 @@ public:
     int Width() const { return width_; }
     void SetFocusNote(int32_t noteId);
 
+    /// How many cards are kept laid out.
+    static constexpr int kMostCards = 192;
+    bool HasCardOf(int row) const;
     /// The laid out card of a row; valid until the next call.
     const Card& CardOf(int row);
     /// The height of a row: as it was measured, or else an estimate from the length of its text.
