@@ -1,0 +1,186 @@
+#include "notebooks/backup.h"
+
+#include <cstdio>
+
+#include "base/file_io.h"
+#include "base/text.h"
+#include "notebooks/backup_file.h"
+#include "notebooks/notebook_list_file.h"
+#include "notes/file_faults.h"
+#include "notes/note_book_loader.h"
+
+namespace lore {
+
+namespace {
+
+constexpr char kFailed[] = "The backup has failed, please contact support if problem persists.";
+constexpr char kFailedTitle[] = "Backup Failed";
+constexpr char kFinished[] = "Finished!";
+
+/// A path that stands as text in a record or a setting.
+std::filesystem::path PathOfText(const std::string& text) {
+    return ToUtf8(text);
+}
+
+std::string TextOfPath(const std::filesystem::path& path) {
+    return FromUtf8(path.string());
+}
+
+size_t ListedNoteBooks(const BackupWorld& world) {
+    std::vector<CDatabase> list;
+    LoadDatabases(world.data.DatabasesFile(), world.context, list);
+    return list.size();
+}
+
+void TellAllFinished(int notes, const BackupWorld& world) {
+    world.prompts.Message("All  " + std::to_string(ListedNoteBooks(world) + 1) + "  NoteBooks and  all  *" +
+                              std::to_string(notes) + "*  of your notes have been successfully backed up!",
+                          kFinished, PromptIcon::Information);
+}
+
+void TellFailed(const BackupWorld& world) {
+    world.prompts.Message(kFailed, kFailedTitle, PromptIcon::Error);
+}
+
+int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std::filesystem::path& target,
+                  const BackupWorld& world) {
+    world.progress.ShowStandBy(wait);
+    OpenNoteBook book;
+    book.database = noteBook;
+    book.paths = NoteBookPaths(world.data, noteBook.folder);
+    IdCounters counters;
+    LoadOptions options;
+    options.mode = LoadMode::ReadOnly;
+    LoadNoteBook(book, counters, world.context, world.faults, options);
+    world.progress.HideStandBy();
+    const ExportWorld exportWorld{book, world.data, world.context, world.prompts, world.progress, world.faults};
+    return WriteBackup(NotesOfNoteBook(book, world.context, world.faults), target, exportWorld);
+}
+
+/// One run over all NoteBooks.
+class BackupOfAll {
+public:
+    BackupOfAll(std::filesystem::path path, const BackupAllOptions& options, const BackupWorld& world)
+        : path_(std::move(path)), options_(options), world_(world), file_(world.data.DatabasesFile(), world.faults) {}
+
+    int Run() {
+        file_.Load(world_.context);
+        std::vector<CDatabase> list = file_.List();
+        CDatabase main = MainNoteBook(world_.settings.Text(Option::LocalGUID));
+        main.extra = world_.settings.Text(Option::PrevBackupPath);
+        int total = 0;
+        for (CDatabase& noteBook : list)
+            total += BackUp(noteBook);
+        total += BackUp(main);
+        if (options_.keepRecord && Remember(std::move(list), main))
+            DeletePrevious();
+        return total;
+    }
+
+private:
+    int BackUp(CDatabase& noteBook) {
+        if (world_.progress.Cancelled())
+            return 0;
+        const std::string name = BackupFileName(path_.string(), ToUtf8(noteBook.name), options_.dateText);
+        const int notes =
+            LoadAndBackUp(noteBook, "Loading *" + noteBook.name + "* NoteBook for backup.....", name, world_);
+        const std::string text = TextOfPath(name);
+        if (notes > 0 && noteBook.extra != text) {
+            previous_.push_back(noteBook.extra);
+            noteBook.extra = text;
+        }
+        if (notes > 0)
+            made_.push_back(text);
+        return notes;
+    }
+
+    bool Remember(std::vector<CDatabase> list, const CDatabase& main) {
+        world_.settings.Set(Option::PrevBackupPath, main.extra);
+        world_.saveOptions();
+        return list.empty() || file_.Save(std::move(list));
+    }
+
+    void DeletePrevious() const {
+        if (!options_.deletePrevious)
+            return;
+        for (const std::string& text : previous_) {
+            if (text.empty() || std::find(made_.begin(), made_.end(), text) != made_.end() ||
+                !IsExportArchive(PathOfText(text)))
+                continue;
+            TellFailedWrite(world_.faults, "An earlier backup could not be deleted", PathOfText(text),
+                            RemoveFile(PathOfText(text)));
+        }
+    }
+
+    std::filesystem::path path_;
+    const BackupAllOptions& options_;
+    const BackupWorld& world_;
+    NoteBookListFile file_;
+    std::vector<std::string> previous_, made_;
+};
+
+}  // namespace
+
+int BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupWorld& world) {
+    return LoadAndBackUp(noteBook, "Loading notes...(may take a few moments)", target, world);
+}
+
+int RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world) {
+    return BackupOfAll(path, options, world).Run();
+}
+
+void BackupCurrentNoteBook(const CDatabase& open, const BackupWorld& world) {
+    const auto target = world.prompts.AskSavePath("Backup Current NoteBook", kArchiveFilter, {});
+    if (!target)
+        return;
+    const int notes = BackUpNoteBook(open, *target, world);
+    if (notes > 0)
+        world.prompts.Message("All  *" + std::to_string(notes) + "*  of your notes have been successfully backed up!",
+                              kFinished, PromptIcon::Information);
+    else if (notes < 0)
+        TellFailed(world);
+}
+
+void BackupAllNoteBooks(const BackupWorld& world) {
+    const auto target = world.prompts.AskSavePath("Backup All NoteBooks", kArchiveFilter, {});
+    if (!target)
+        return;
+    const int notes = RunBackupAll(*target, {}, world);
+    if (notes > 0)
+        TellAllFinished(notes, world);
+    else if (notes < 0)
+        TellFailed(world);
+}
+
+void RunAutoBackup(const BackupWorld& world) {
+    if (!world.settings.Flag(Option::EnableBackup))
+        return world.prompts.Message("Your auto-backup is not enabled, please go to Options->Auto-Backup to set it up.",
+                                     "Auto-Backup Disabled", PromptIcon::Information);
+    AutoBackup(true, world);
+}
+
+void AutoBackup(bool fromMenu, const BackupWorld& world) {
+    Settings& settings = world.settings;
+    if (!fromMenu) {
+        settings.Set(Option::BkUseCount, settings.Int(Option::BkUseCount) + 1);
+        if (settings.Int(Option::BkUseCount) != settings.Int(Option::BkUseTimes))
+            return;
+        settings.Set(Option::BkUseCount, 0);
+    }
+    if (world.prompts.Ask("Do you wish to perform the auto-backup now?", "< Auto-Backup >") != PromptAnswer::Yes)
+        return;
+    const std::filesystem::path path = PathOfText(settings.Text(Option::BackupPath));
+    if (!IsWritablePath(path))
+        return world.prompts.Message(
+            "The backup file path is invalid.  Please go to Options and set a new Auto-Backup file path.", kFailedTitle,
+            PromptIcon::Warning);
+    const BackupAllOptions options{world.context.now.Format("_(%m-%d-%y)"), true,
+                                   settings.Int(Option::OverwriteBkup) == 1};
+    const int notes = RunBackupAll(path, options, world);
+    if (notes > 0 && fromMenu)
+        TellAllFinished(notes, world);
+    else if (notes < 0)
+        TellFailed(world);
+}
+
+}  // namespace lore

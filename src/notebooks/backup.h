@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "notes/notebook_list.h"
+#include "notes/notebook_paths.h"
+#include "ports/fault_notice.h"
+#include "ports/progress.h"
+#include "ports/prompts.h"
+#include "ports/read_context.h"
+#include "settings/settings.h"
+
+namespace lore {
+
+/// What backups work on and ask of the world. Paths in settings and records are text; those given here are the file
+/// system's.
+struct BackupWorld {
+    DataPaths data;
+    Settings& settings;
+    const ReadContext& context;
+    Prompts& prompts;
+    Progress& progress;
+    FaultNotice& faults;
+    std::function<void()> saveOptions;  ///< stores the settings at once
+};
+
+/// How a backup of all NoteBooks is made.
+struct BackupAllOptions {
+    std::string dateText;         ///< stands in the files' names
+    bool keepRecord = false;      ///< the new paths are remembered as those of the last auto-backup
+    bool deletePrevious = false;  ///< the files of the last auto-backup go
+};
+
+/// Backs up one NoteBook. Gives the number of notes, 0 for none, -1 after a failure, which is told.
+int BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupWorld& world);
+
+/// Backs up all NoteBooks, the main one last, each into a file of its own. Gives the sum of what each gave. The file of
+/// last time goes only once the new one stands, was compared, and is remembered.
+int RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world);
+
+// The commands of the menu.
+void BackupCurrentNoteBook(const CDatabase& open, const BackupWorld& world);
+void BackupAllNoteBooks(const BackupWorld& world);
+/// "Run Auto-Backup...".
+void RunAutoBackup(const BackupWorld& world);
+
+/// The auto-backup: when closing, every so many times; from the menu, always. Asks first.
+void AutoBackup(bool fromMenu, const BackupWorld& world);
+
+}  // namespace lore

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+
+#include "exchange/archive_result.h"
+#include "exchange/export_notes.h"
+
+namespace lore {
+
+/// Reads an archive that was just made and compares it with what it was made from: the record file byte by byte, and
+/// each attachment file that is there with the one in the NoteBook. `count` is the number of notes that were written.
+ArchiveResult CompareBackup(const std::filesystem::path& archive, const ExportedNotes& notes, size_t count,
+                            const ExportWorld& world);
+
+}  // namespace lore

@@ -1,0 +1,50 @@
+#include "notebooks/copy_attachments.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "base/file_copy.h"
+#include "base/text.h"
+#include "edit/attachment_store.h"
+#include "notes/attachment_kind.h"
+#include "notes/check_note.h"
+
+namespace lore {
+
+namespace {
+constexpr size_t kLongestEnding = 100;
+}
+
+AttachmentCopies::AttachmentCopies(std::filesystem::path from, std::filesystem::path to, FaultNotice& faults)
+    : from_(std::move(from)), to_(std::move(to)), faults_(faults), number_(HighestAttachmentNumber(to_)) {}
+
+void AttachmentCopies::CopyFilesOf(CNote& note) {
+    for (CAttachment& attachment : note.attachments) {
+        const std::string name = StoredName(attachment);
+        if (attachment.type == kWebLink || name.empty())
+            continue;
+        const std::string_view ending = FileExtension(name);
+        attachment.storedFile = StoredAttachmentName(++number_, ending.size() > kLongestEnding ? "" : ending);
+        const FileResult copied = CopyFileAtomically(from_ / name, to_ / attachment.storedFile);
+        if (copied.Ok())
+            continue;
+        faults_.Tell({"The attachment \"" + attachment.title + "\" could not be copied; its note comes without it",
+                      (from_ / name).string(), copied.Reason()});
+        attachment.storedFile.clear();
+    }
+}
+
+void AttachmentCopies::Drop(const CNote& note, const CNote* keeper) const {
+    std::unordered_set<std::string> kept;
+    for (const CAttachment& attachment : keeper ? keeper->attachments : std::vector<CAttachment>())
+        kept.insert(StoredName(attachment));
+    std::vector<CAttachment> dropped;
+    std::copy_if(note.attachments.begin(), note.attachments.end(), std::back_inserter(dropped),
+                 [&](const CAttachment& attachment) { return !kept.contains(StoredName(attachment)); });
+    DeleteAttachmentFiles(dropped, to_, faults_);
+}
+
+}  // namespace lore

@@ -1,0 +1,239 @@
+#include "notebooks/copy_notes.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+
+#include "base/file_copy.h"
+#include "classify/category_merge.h"
+#include "edit/sync_record.h"
+#include "exchange/source_merge.h"
+#include "notebooks/copy_attachments.h"
+#include "notes/category_conversion.h"
+#include "notes/file_faults.h"
+#include "notes/note_store.h"
+#include "notes/sync_stamp.h"
+
+namespace lore {
+
+namespace {
+
+/// Steps of the progress beside one for each note: six groups of data that are read, and the writing.
+constexpr int kOtherSteps = 7;
+constexpr int kGroups = 6;
+
+OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::vector<CNote>& heads) {
+    OpenNoteBook book;
+    book.database = target;
+    book.paths = NoteBookPaths(world.data, target.folder);
+    CreateNoteBookFolders(book.paths);
+    LoadOptions options;
+    // Only a NoteBook whose categories still have to be converted is opened as the desktop opens it.
+    options.mode = NeedsCategoryConversion(book.paths) ? LoadMode::Full : LoadMode::ReadOnly;
+    options.keepHeads = true;
+    heads = LoadNoteBook(book, world.counters, world.context, world.faults, options).heads;
+    return book;
+}
+
+/// One run of CopyNotesToNoteBook.
+class NoteCopier {
+public:
+    NoteCopier(const CNoteList& notes, const CDatabase& target, const CopyWorld& world)
+        : world_(world),
+          target_(target),
+          notes_(notes),
+          book_(LoadTarget(target, world, heads_)),
+          merge_(book_, world.counters),
+          files_(world.from.paths.Attachments(), book_.paths.Attachments(), world.faults) {
+        for (const CNote& head : heads_) {
+            world_.counters.MaxNoteID = std::max(world_.counters.MaxNoteID, head.id);
+            if (!head.guid.empty())
+                byGuid_[head.guid].push_back(&head);
+        }
+    }
+
+    CopyResult Run() {
+        for (int group = 0; group < kGroups; ++group)
+            world_.progress.StepIt();
+        world_.progress.SetMessage(Message());
+        MakeEntries();
+        const bool newCategories = MapSourcesAndCategories();
+        world_.saveOptions();
+        CopyFiles();
+        if (!WriteLists(newCategories)) {
+            for (const ArchiveNote& entry : entries_)
+                files_.Drop(entry.note);
+            return {};
+        }
+        return Store();
+    }
+
+private:
+    std::string Message() const { return "Copying notes to *" + target_.name + "* NoteBook...."; }
+
+    /// The notes with their new ids, and their sources as they travel, with their authors.
+    void MakeEntries() {
+        for (size_t i = 0; i < notes_.Count(); ++i) {
+            ArchiveNote& entry = entries_.emplace_back(MakeArchiveNote(notes_[i], world_.from.sources));
+            entry.note.displayRtf.clear();
+            entry.note.id = CategoryIDAfter(world_.counters.MaxNoteID);
+            world_.counters.MaxNoteID = entry.note.id;
+            for (CSource& source : entry.sources) {
+                source.EmbeddedAuthors.clear();
+                for (const int32_t id : source.AuthorIDs) {
+                    if (const CAuthor* author = world_.from.authors.FindAuthorByID(id))
+                        source.EmbeddedAuthors.push_back(*author);
+                }
+            }
+            merge_.AddTypes(entry.sources);
+        }
+        merge_.NumberTypes();
+    }
+
+    /// True if the forest has got more categories.
+    bool MapSourcesAndCategories() {
+        const int32_t before = book_.categories.HighestID();
+        CategoryMerger merger(book_.categories, world_.counters.MaxCategoryID);
+        for (size_t i = 0; i < entries_.size(); ++i) {
+            world_.progress.SetMessage(Message() + std::to_string(i + 1) + " of " + std::to_string(entries_.size()));
+            world_.progress.StepIt();
+            ArchiveNote& entry = entries_[i];
+            for (const CNote* existing : ExistingOf(entry.note))
+                KeepSourceInfo(entry, *existing);
+            merge_.MergeSourcesOf(entry);
+            for (int set = 1; set <= kSetCount; ++set) {
+                CProCategoryTree& path = entry.note.categories[static_cast<size_t>(set - 1)];
+                if (path.name.empty() || IsUnassignedPath(path))
+                    path = {};
+                else
+                    merger.MergePath(-1, path, set);
+            }
+        }
+        return book_.categories.HighestID() != before;
+    }
+
+    const std::vector<const CNote*>& ExistingOf(const CNote& note) const {
+        static const std::vector<const CNote*> none;
+        const auto found = byGuid_.find(note.guid);
+        return found == byGuid_.end() ? none : found->second;
+    }
+
+    void CopyFiles() {
+        for (ArchiveNote& entry : entries_)
+            files_.CopyFilesOf(entry.note);
+    }
+
+    bool WriteLists(bool newCategories) const {
+        const NoteBookPaths& paths = book_.paths;
+        return Written(merge_.HasNewAuthors(), book_.authors.ReadWhole(), "The authors could not be written",
+                       paths.Authors(), [&] { return book_.authors.SaveAuthors(paths.Authors()); }) &&
+               Written(merge_.HasNewTypes(), book_.types.ReadWhole(), "The source types could not be written",
+                       paths.SourceTypes(), [&] { return book_.types.SaveTypes(paths.SourceTypes()); }) &&
+               Written(merge_.HasNewSources(), book_.sources.ReadWhole(), "The sources could not be written",
+                       paths.Sources(),
+                       [&] { return SourceList(book_.sources).SaveSources(paths.Sources(), book_.authors); }) &&
+               Written(newCategories, true, "The categories could not be written", paths.Categories(),
+                       [&] { return book_.categories.Save(paths.Categories()); });
+    }
+
+    /// A list that could not be read whole is kept beside before it is written anew.
+    template <typename Save>
+    bool Written(bool isNew, bool isWhole, const char* what, const std::filesystem::path& path, Save save) const {
+        if (!isNew)
+            return true;
+        FileResult result;
+        if (!isWhole) {
+            std::filesystem::path kept;
+            result = KeepCopy(path, kept);
+        }
+        if (result.Ok())
+            result = save();
+        TellFailedWrite(world_.faults, what, path, result);
+        return result.Ok();
+    }
+
+    /// The copies; the entries keep all but the texts.
+    std::vector<CNote> TakeNotes() {
+        std::vector<CNote> copies;
+        for (ArchiveNote& entry : entries_) {
+            std::string plainText = std::move(entry.note.plainText), rtfText = std::move(entry.note.rtfText);
+            CNote& copy = copies.emplace_back(entry.note);
+            copy.plainText = std::move(plainText);
+            copy.rtfText = std::move(rtfText);
+        }
+        return copies;
+    }
+
+    CopyResult Store() {
+        NoteStore store(book_, world_.context, world_.faults, nullptr);
+        const LongList failed = store.SaveNotes(TakeNotes());
+        CopyResult result{0, {}};
+        LongList replaced;
+        for (const ArchiveNote& entry : entries_) {
+            if (failed.Contains(entry.note.id)) {
+                files_.Drop(entry.note);
+                continue;
+            }
+            ++result.copied;
+            result.ids.AddTail(entry.note.id);
+            for (const CNote* existing : ExistingOf(entry.note))
+                replaced.AddUnique(existing->id);
+            Record(entry.note);
+        }
+        const std::vector<CNote> deleted = store.DeleteNotes(replaced);
+        if (world_.syncEngaged && book_.syncLog.link.IsLinked() && result.copied > 0)
+            WriteSyncLog(book_, world_.faults);
+        for (const CNote& note : deleted)
+            files_.Drop(note);
+        world_.progress.StepIt();
+        return result;
+    }
+
+    void Record(const CNote& note) {
+        CSyncInfo info = NewSyncRecord(note, world_.context.nowUtc);
+        if (const CSyncInfo* known = book_.syncLog.FindSyncInfo(note.guid))
+            info.OnlineNoteId = known->OnlineNoteId;
+        book_.syncLog.ReplaceSyncInfo(info);
+    }
+
+    const CopyWorld& world_;
+    const CDatabase& target_;
+    const CNoteList& notes_;
+    std::vector<CNote> heads_;
+    OpenNoteBook book_;
+    SourceMerge merge_;
+    AttachmentCopies files_;
+    std::unordered_map<std::string, std::vector<const CNote*>> byGuid_;
+    std::vector<ArchiveNote> entries_;
+};
+
+}  // namespace
+
+CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyWorld& world) {
+    if (notes.IsEmpty() || target.id <= 0 || target.folder == world.from.database.folder)
+        return {};
+    world.progress.SetRange(0, static_cast<int>(notes.Count()) + kOtherSteps);
+    world.progress.Show();
+    world.progress.SetMessage("Loading *" + target.name + "* NoteBook.........(may take a few moments)");
+    const CopyResult result = NoteCopier(notes, target, world).Run();
+    world.progress.Hide();
+    return result;
+}
+
+CopyResult CopyNoteToNoteBook(const CNote& note, const std::vector<CDatabase>& noteBooks, const std::string& localGuid,
+                              int32_t targetId, const CopyWorld& world) {
+    const auto target = FindById(noteBooks, localGuid, targetId);
+    if (!target)
+        return {};
+    world.progress.ShowStandBy("Loading note to copy.....");
+    CNoteList list;
+    list.AddNote(note, {});
+    world.progress.HideStandBy();
+    CopyResult result = CopyNotesToNoteBook(list, *target, world);
+    if (result.copied > 0)
+        world.prompts.Message("Your note has been successfully copied to " + target->name + "!", "Finished!",
+                              PromptIcon::Information);
+    return result;
+}
+
+}  // namespace lore

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "notes/note_book_loader.h"
+#include "notes/note_list.h"
+#include "notes/notebook_list.h"
+#include "notes/notebook_paths.h"
+#include "notes/open_notebook.h"
+#include "ports/fault_notice.h"
+#include "ports/progress.h"
+#include "ports/prompts.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// What copying notes works on and asks of the world.
+struct CopyWorld {
+    const OpenNoteBook& from;  ///< the NoteBook of the notes
+    DataPaths data;
+    IdCounters& counters;  ///< raised by what is given out
+    const ReadContext& context;
+    Prompts& prompts;
+    Progress& progress;
+    FaultNotice& faults;
+    bool syncEngaged = false;
+    /// Stores the counters at once, before a note bears an id that they gave.
+    std::function<void()> saveOptions;
+};
+
+/// How a copy came out.
+struct CopyResult {
+    int copied = -1;  ///< number of notes; -1 when nothing was done
+    LongList ids;     ///< of the copies, in order
+};
+
+/// Copies notes into another NoteBook, working on its files: attachments, authors, types, sources and categories first,
+/// then the note files, then the sync log, so that a crash leaves entries that nothing uses and never a note that names
+/// nothing. A copy keeps its guid and gets a new id; a note of the target with that guid goes once the copy stands, its
+/// attachment files last. Each file is written once.
+CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyWorld& world);
+
+/// The command for one note: finds the target by id and says when the copy is done.
+CopyResult CopyNoteToNoteBook(const CNote& note, const std::vector<CDatabase>& noteBooks, const std::string& localGuid,
+                              int32_t targetId, const CopyWorld& world);
+
+}  // namespace lore

@@ -1,0 +1,260 @@
+#include "notebooks/backup.h"
+
+#include <gmock/gmock.h>
+
+#include "exchange/archive_notes.h"
+#include "exchange/zip_reader.h"
+#include "notebooks/backup_comparison.h"
+#include "notebooks/backup_file.h"
+#include "notebooks/notebooks_world.h"
+#include "notes/note_book_loader.h"
+
+namespace lore {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr char kQuestion[] = "< Auto-Backup >? Do you wish to perform the auto-backup now?";
+constexpr char kFailed[] = "Backup Failed: The backup has failed, please contact support if problem persists.";
+
+/// A world with three NoteBooks: "The sis" with two notes and an attachment, an empty one, and the main one with one.
+struct BackupTest : NoteBooksWorld, testing::Test {
+    Settings settings;
+    int saves = 0;
+    CDatabase thesis, empty;
+
+    BackupTest() {
+        CNote note = DayNote(1);
+        note.plainText = "One\r\nline";
+        note.attachments.push_back({0, 1.0, "A lamp", "0000001.png", "", 1, true});
+        thesis = Add("The sis", 7, {note, DayNote(2, 5)});
+        PutBytes(PathsOf(thesis).Attachments() / "0000001.png", "picture");
+        empty = Add("Empty one", 9);
+        PutNotes(main, {DayNote(3)});
+        settings.Set(Option::LocalGUID, main.guid);
+        settings.Set(Option::BackupPath, (folder / "notes.lbe").string());
+        context.now = DateTime(2011, 7, 12, 10, 0, 0);
+    }
+    BackupWorld World() {
+        return {data, settings, context, prompts, progress, faults, [this] { ++saves; }};
+    }
+    std::vector<std::string> Files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
+            if (entry.is_regular_file())
+                names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    void RunAuto(bool fromMenu, PromptAnswer answer = PromptAnswer::Yes) {
+        prompts.seen.clear();
+        prompts.answers = {answer};
+        AutoBackup(fromMenu, World());
+    }
+};
+
+TEST(BackupFileName, GetsNameAndDateBeforeTheLastPoint) {
+    const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
+        {"/Keep/notes.lbe", "The sis", "_(07-12-11)", "/Keep/notes[Thesis]_(07-12-11).lbe"},
+        {"/Keep/notes.lbe", " a  b ", "", "/Keep/notes[ab].lbe"},
+        {"/Ke.ep/notes", "Thesis", "_(07-12-11)", "/Ke.ep/notes"},
+        {"notes.2011.lbe", "Thesis", "", "notes.2011[Thesis].lbe"},
+        {"/Keep/notes.lbe", "in/out", "", "/Keep/notes[in_out].lbe"},
+        {"/Keep/.lbe", "Thesis", "", "/Keep/[Thesis].lbe"}};
+    for (const auto& [path, name, date, file] : cases)
+        EXPECT_EQ(BackupFileName(path, name, date), file);
+}
+
+TEST_F(BackupTest, PathTestLeavesWhatStandsThere) {
+    PutBytes(folder / "real", "a backup");
+    PutBytes(folder / "void", "");
+    EXPECT_TRUE(IsWritablePath(folder / "real"));
+    EXPECT_TRUE(IsWritablePath(folder / "void"));
+    EXPECT_TRUE(IsWritablePath(folder / "new.lbe"));
+    EXPECT_FALSE(IsWritablePath(folder / "none" / "new.lbe"));
+    EXPECT_FALSE(IsWritablePath(folder.Path()));
+    EXPECT_FALSE(IsWritablePath(""));
+    EXPECT_THAT(Files(), ElementsAre("real"));
+    EXPECT_EQ(BytesOf(folder / "real"), "a backup");
+}
+
+TEST_F(BackupTest, AllNoteBooksGetAFileEachTheMainOneLastAndEmptyOnesNone) {
+    prompts.savePaths = {(folder / "notes.lbe").string()};
+    BackupAllNoteBooks(World());
+    EXPECT_THAT(
+        progress.messages,
+        ElementsAre("Loading *The sis* NoteBook for backup.....", "Exporting notes...", "Compressing export file...",
+                    "Loading *Empty one* NoteBook for backup.....", "Loading *LorebinderMain* NoteBook for backup.....",
+                    "Exporting notes...", "Compressing export file..."));
+    EXPECT_THAT(prompts.seen,
+                ElementsAre("Backup All NoteBooks? save Lorebinder Export Files (*.lbe) |*.lbe| []",
+                            "Finished!: All  3  NoteBooks and  all  *3*  of your notes have been successfully backed "
+                            "up!"));
+    EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain].lbe", "notes[Thesis].lbe"));
+    EXPECT_EQ(Stored()[0].extra, "");
+    EXPECT_EQ(saves, 0);
+}
+
+TEST_F(BackupTest, CurrentNoteBookIsBackedUpWholeWithItsSources) {
+    prompts.savePaths = {(folder / "one.lbe").string()};
+    CSource source;
+    source.SourceID = 1001;
+    source.SourceGUID = "{S1}";
+    SourceList sources;
+    sources.AddTail(source);
+    ASSERT_TRUE(sources.SaveSources(PathsOf(thesis).Sources(), {}).Ok());
+    BackupCurrentNoteBook(thesis, World());
+    EXPECT_THAT(progress.messages.front(), "Loading notes...(may take a few moments)");
+    EXPECT_EQ(prompts.seen.back(), "Finished!: All  *2*  of your notes have been successfully backed up!");
+    ZipReader zip;
+    ASSERT_TRUE(zip.Open(folder / "one.lbe").Ok());
+    std::string bytes;
+    ASSERT_TRUE(zip.Read(*zip.Find("0000001.png"), bytes).Ok());
+    EXPECT_EQ(bytes, "picture");
+    ASSERT_TRUE(zip.Read(*zip.Find("_ExpNotes.dat"), bytes).Ok());
+    ArchiveNoteReader reader(context);
+    reader.OpenBytes(bytes);
+    ArchiveNote entry;
+    ASSERT_TRUE(reader.Next(entry));
+    EXPECT_EQ(entry.note.plainText, "One\r\nline");
+    ASSERT_TRUE(reader.Next(entry));
+    EXPECT_FALSE(reader.Next(entry));
+    ASSERT_TRUE(reader.SourcesNote()) << "sources without notes come back too";
+    EXPECT_EQ(reader.SourcesNote()->sources.at(0).SourceGUID, "{S1}");
+}
+
+TEST_F(BackupTest, EmptyNoteBookAndACancelledDialogSayNothing) {
+    BackupCurrentNoteBook(thesis, World());
+    BackupAllNoteBooks(World());
+    prompts.savePaths = {(folder / "one.lbe").string()};
+    prompts.seen.clear();
+    BackupCurrentNoteBook(empty, World());
+    EXPECT_EQ(prompts.seen.size(), 1u);
+    EXPECT_THAT(Files(), IsEmpty());
+}
+
+TEST_F(BackupTest, AutoBackupComesAtEachNthClose) {
+    settings.Set(Option::BkUseTimes, 3);
+    std::vector<size_t> asked;
+    for (int close = 1; close <= 7; ++close) {
+        RunAuto(false, close == 3 ? PromptAnswer::No : PromptAnswer::Yes);
+        asked.push_back(prompts.seen.size());
+        if (close == 4) {
+            RunAuto(true);
+            EXPECT_THAT(prompts.seen, ElementsAre(kQuestion,
+                                                  "Finished!: All  3  NoteBooks and  all  *3*  of your notes have been "
+                                                  "successfully backed up!"));
+        }
+    }
+    EXPECT_THAT(asked, ElementsAre(0, 0, 1, 0, 0, 1, 0)) << "a closing backup says nothing when done";
+    EXPECT_EQ(settings.Int(Option::BkUseCount), 1);
+}
+
+TEST_F(BackupTest, MenuCommandNeedsTheAutoBackupToBeEnabled) {
+    RunAutoBackup(World());
+    EXPECT_THAT(prompts.seen, ElementsAre("Auto-Backup Disabled: Your auto-backup is not enabled, please go to "
+                                          "Options->Auto-Backup to set it up."));
+}
+
+TEST_F(BackupTest, AutoBackupRemembersItsFilesAndDeletesThoseOfLastTime) {
+    RunAuto(true);
+    EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain]_(07-12-11).lbe", "notes[Thesis]_(07-12-11).lbe"));
+    EXPECT_EQ(Stored()[0].extra, (folder / "notes[Thesis]_(07-12-11).lbe").string());
+    EXPECT_EQ(Stored()[1].extra, "");
+    EXPECT_EQ(settings.Text(Option::PrevBackupPath), (folder / "notes[LorebinderMain]_(07-12-11).lbe").string());
+    EXPECT_EQ(saves, 1);
+    RunAuto(true);
+    EXPECT_EQ(Files().size(), 2u) << "the same day's files are replaced, not deleted";
+    context.now = DateTime(2011, 7, 13, 10, 0, 0);
+    // A NoteBook that has lost its notes keeps its backup.
+    std::filesystem::remove_all(PathsOf(thesis).Notes());
+    RunAuto(true);
+    EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain]_(07-13-11).lbe", "notes[Thesis]_(07-12-11).lbe"));
+    settings.Set(Option::OverwriteBkup, 0);
+    context.now = DateTime(2011, 7, 14, 10, 0, 0);
+    RunAuto(true);
+    EXPECT_THAT(Files(), Contains("notes[LorebinderMain]_(07-13-11).lbe"));
+}
+
+TEST_F(BackupTest, FileThatIsNoBackupIsNeverDeleted) {
+    PutBytes(folder / "thesis.odt", "years of work");
+    auto list = Stored();
+    list[0].extra = (folder / "thesis.odt").string();
+    SaveDatabases(data.DatabasesFile(), list);
+    RunAuto(true);
+    EXPECT_THAT(Files(), Contains("thesis.odt"));
+}
+
+TEST_F(BackupTest, InvalidPathIsSaidAndNothingIsBackedUp) {
+    settings.Set(Option::BackupPath, (folder / "none" / "notes.lbe").string());
+    RunAuto(false, PromptAnswer::Yes);
+    EXPECT_THAT(prompts.seen, ElementsAre(kQuestion,
+                                          "Backup Failed: The backup file path is invalid.  Please go to "
+                                          "Options and set a new Auto-Backup file path."));
+}
+
+TEST_F(BackupTest, FailedBackupsKeepWhatThereWas) {
+    RunAuto(true);
+    const std::string before = BytesOf(folder / "notes[Thesis]_(07-12-11).lbe");
+    context.now = DateTime(2011, 7, 13, 10, 0, 0);
+    // Folders in the places of the new files.
+    for (const char* name : {"notes[Thesis]_(07-13-11).lbe", "notes[LorebinderMain]_(07-13-11).lbe"})
+        std::filesystem::create_directories(folder / name / "held");
+    RunAuto(true);
+    EXPECT_EQ(prompts.seen.size(), 4u);
+    EXPECT_TRUE(prompts.seen[1].starts_with("Archiving Error: "));
+    EXPECT_EQ(prompts.seen.back(), kFailed);
+    EXPECT_EQ(BytesOf(folder / "notes[Thesis]_(07-12-11).lbe"), before);
+    EXPECT_EQ(Stored()[0].extra, (folder / "notes[Thesis]_(07-12-11).lbe").string());
+    EXPECT_EQ(Files().size(), 2u) << "nothing unfinished is left";
+}
+
+TEST_F(BackupTest, BackupOfANoteBookThatIsNotReadWholeKeepsTheEarlierOne) {
+    ASSERT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 2);
+    const std::string good = BytesOf(folder / "one.lbe");
+    std::filesystem::remove(PathsOf(thesis).Attachments() / "0000001.png");
+    ASSERT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 2);
+    EXPECT_EQ(BytesOf(folder / "one.lbe.kept"), good);
+    EXPECT_EQ(faults.faults.size(), 2u);
+}
+
+TEST_F(BackupTest, ComparisonFindsEachKindOfDifference) {
+    OpenNoteBook book;
+    book.database = thesis;
+    book.paths = PathsOf(thesis);
+    IdCounters counters;
+    LoadOptions options;
+    options.mode = LoadMode::ReadOnly;
+    LoadNoteBook(book, counters, context, faults, options);
+    const ExportWorld world{book, data, context, prompts, progress, faults};
+    const ExportedNotes notes = NotesOfNoteBook(book, context, faults);
+    ASSERT_EQ(ExportNotes(notes, folder / "good.lbe", true, world), 2);
+    const auto compares = [&](const std::string& name) { return CompareBackup(folder / name, notes, 2, world).Ok(); };
+    EXPECT_TRUE(compares("good.lbe"));
+    EXPECT_FALSE(compares("none.lbe"));
+    const std::string good = BytesOf(folder / "good.lbe");
+    for (size_t position = 40; position < good.size() / 2; position += 61) {
+        std::string bad = good;
+        bad[position] = static_cast<char>(bad[position] ^ 4);
+        PutBytes(folder / "bad.lbe", bad);
+        EXPECT_FALSE(compares("bad.lbe")) << position;
+    }
+    const auto picture = PathsOf(thesis).Attachments() / "0000001.png";
+    for (const char* other : {"pictura", "picture and more", "pict"}) {
+        PutBytes(picture, other);
+        EXPECT_FALSE(compares("good.lbe")) << other;
+    }
+    PutBytes(picture, "picture");
+    EXPECT_TRUE(compares("good.lbe"));
+    CNote changed = DayNote(2, 5);
+    changed.keyWords = "fog";
+    PutNotes(thesis, {changed});
+    EXPECT_FALSE(compares("good.lbe"));
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,234 @@
+#include "notebooks/copy_notes.h"
+
+#include <gmock/gmock.h>
+
+#include "notebooks/notebooks_world.h"
+#include "notes/note_book_loader.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+CAuthor Author(int32_t id, const std::string& last) {
+    CAuthor author;
+    author.AuthorID = id;
+    author.last = last;
+    return author;
+}
+
+CSource Source(int32_t id, const std::string& guid, LongList authors, int32_t type = 1) {
+    CSource source;
+    source.SourceID = id;
+    source.SourceGUID = guid;
+    source.AuthorIDs = std::move(authors);
+    source.SourceType = type;
+    source.FieldTexts[0] = "Title of " + guid;
+    return source;
+}
+
+/// The main NoteBook with sources, types and categories, and a target that knows one of the sources and authors by
+/// another number.
+struct CopyNotesTest : NoteBooksWorld, testing::Test {
+    CDatabase target = Add("Target", 7, {DayNote(500)});
+    IdCounters counters{1000, 50, 100};
+    bool syncEngaged = false;
+    size_t filesWhenSaved = 99;
+
+    CopyNotesTest() {
+        AuthorList authors;
+        authors.AddAuthor(Author(1, "Fresnel"));
+        authors.AddAuthor(Author(2, "Smeaton"));
+        authors.SaveAuthors(PathsOf(main).Authors());
+        CCustomSourceType type;
+        type.GUID = "{T1}";
+        type.name = "Logbook";
+        type.fields = {{CCustomSourceField::Title, CCustomSourceField::Period, "Title", "", false, false, false}};
+        type.date = context.nowUtc;
+        CustomTypeList types;
+        types.AddType(type);
+        types.SaveTypes(PathsOf(main).SourceTypes());
+        SourceList sources;
+        sources.AddTail(Source(1011, "{S1}", {1}));
+        CSource logbook = Source(1012, "{S2}", {2, 1}, 1101);
+        logbook.CustomTypeCopy = type;
+        sources.AddTail(logbook);
+        sources.SaveSources(PathsOf(main).Sources(), authors);
+
+        AuthorList others;
+        others.AddAuthor(Author(40, "Fresnel"));
+        others.SaveAuthors(PathsOf(target).Authors());
+        SourceList known;
+        known.AddTail(Source(1300, "{S1}", {40}));
+        known.SaveSources(PathsOf(target).Sources(), others);
+        CProCategoryList forest;
+        forest.AddRoot(PathOf({{9, "Lights"}}));
+        forest.Save(PathsOf(target).Categories());
+
+        CNote note = FullNote(1);
+        note.sources = {1012, 1011, 4444};
+        note.attachments[0].storedFile = "0000003.PNG";
+        PutBytes(PathsOf(main).Attachments() / "0000003.PNG", "picture");
+        PutBytes(PathsOf(target).Attachments() / "0000041.txt", "other");
+        PutNotes(main, {note, DayNote(2, 9)});
+    }
+
+    CopyResult Copy(const LongList& ids, const CDatabase& to) {
+        OpenNoteBook from = Open(main);
+        CNoteList list;
+        for (const CNote& note : FindNotes(from.index, ids, context, faults))
+            list.AddNote(note);
+        return CopyNotesToNoteBook(list, to, World(from));
+    }
+    CopyWorld World(const OpenNoteBook& from) {
+        return {from,    data,        counters,
+                context, prompts,     progress,
+                faults,  syncEngaged, [this] { filesWhenSaved = NotesIn(target).size(); }};
+    }
+    OpenNoteBook Open(const CDatabase& noteBook) {
+        OpenNoteBook book;
+        book.database = noteBook;
+        book.paths = PathsOf(noteBook);
+        IdCounters unused;
+        LoadOptions options;
+        options.mode = LoadMode::ReadOnly;
+        LoadNoteBook(book, unused, context, faults, options);
+        return book;
+    }
+    std::vector<CNote> NotesIn(const CDatabase& noteBook) {
+        std::vector<CNote> notes;
+        LoadAllNotes(PathsOf(noteBook).Notes(), context, faults, notes);
+        return notes;
+    }
+    std::vector<std::string> Attachments() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(PathsOf(target).Attachments()))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+};
+
+TEST_F(CopyNotesTest, BringsSourcesAuthorsTypesCategoriesAndFilesUnderTheTargetsIds) {
+    const CopyResult result = Copy({1, 2}, target);
+    EXPECT_EQ(result.copied, 2);
+    EXPECT_THAT(result.ids.Values(), ElementsAre(1001, 1002));
+    EXPECT_EQ(counters.MaxNoteID, 1002);
+    EXPECT_EQ(filesWhenSaved, 1u) << "the counters are stored before a note bears their ids";
+    EXPECT_THAT(progress.messages,
+                ElementsAre("Loading *Target* NoteBook.........(may take a few moments)",
+                            "Copying notes to *Target* NoteBook....", "Copying notes to *Target* NoteBook....1 of 2",
+                            "Copying notes to *Target* NoteBook....2 of 2"));
+    const OpenNoteBook book = Open(target);
+    ASSERT_EQ(book.sources.Count(), 2u);
+    const CSource* const added = book.sources.FindSourceByGUID("{S2}");
+    ASSERT_TRUE(added);
+    EXPECT_EQ(added->SourceID, 1301);
+    EXPECT_EQ(added->SourceType, 1101);
+    EXPECT_THAT(added->AuthorIDs.Values(), ElementsAre(51, 40));
+    EXPECT_EQ(book.types.FindTypeByGUID("{T1}")->name, "Logbook");
+    EXPECT_EQ(*book.index.FindPath(1001), book.paths.NoteFile("SRC0000001301.dat").string());
+    EXPECT_EQ(*book.index.FindPath(1002), book.paths.NoteFile("DAY01092020.dat").string());
+    const CNote copy = FindNotes(book.index, {1001}, context, faults).at(0);
+    const CNote original = NotesIn(main).back();
+    EXPECT_EQ(copy.guid, original.guid);
+    EXPECT_EQ(copy.rtfText, original.rtfText);
+    EXPECT_EQ(copy.dateEdited, original.dateEdited);
+    EXPECT_THAT(copy.sources.Values(), ElementsAre(1301, 1300));
+    EXPECT_EQ(copy.categories[0].id, 9) << "the category that was there";
+    EXPECT_EQ(copy.categories[0].children.at(0).name, "Lenses");
+    EXPECT_EQ(book.categories.FindByID(copy.categories[2].id)->name, "Places");
+    EXPECT_EQ(copy.attachments[0].storedFile, "0000042.PNG");
+    EXPECT_EQ(BytesOf(book.paths.Attachments() / "0000042.PNG"), "picture");
+    EXPECT_EQ(copy.attachments[1].sourceFile, "http://example.org");
+    EXPECT_FALSE(std::filesystem::exists(book.paths.SyncLog()));
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(CopyNotesTest, SecondCopyTakesThePlaceOfTheFirstAndDoublesNothing) {
+    Copy({1}, target);
+    NoteBookPaths paths = PathsOf(target);
+    CNote first = FindNotes(Open(target).index, {1001}, context, faults).at(0);
+    first.sourceInfo = {{"{S2}", "only here"}, {"{S9}", "of a source that the copy lacks"}};
+    PutBytes(paths.NoteFile("SRC0000001301.dat"), NoteFileBytes({&first, 1}));
+    const std::string sources = BytesOf(paths.Sources()), categories = BytesOf(paths.Categories());
+    EXPECT_THAT(Copy({1}, target).ids.Values(), ElementsAre(1002));
+    const OpenNoteBook book = Open(target);
+    EXPECT_EQ(book.TotalNoteCount(), 2u);
+    EXPECT_FALSE(book.index.FindPath(1001));
+    EXPECT_EQ(BytesOf(paths.Sources()), sources);
+    EXPECT_EQ(BytesOf(paths.Categories()), categories);
+    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000043.PNG"));
+    const CNote copy = FindNotes(book.index, {1002}, context, faults).at(0);
+    ASSERT_EQ(copy.sourceInfo.size(), 3u) << "the note's own two and one of the replaced note";
+    EXPECT_EQ(copy.sourceInfo[2].text, "only here");
+}
+
+TEST_F(CopyNotesTest, LinkedTargetIsLoggedWhileSyncIsEngaged) {
+    SyncLog log;
+    log.link.Linked = kStoredTrue;
+    log.link.OnlineNoteBookID = 5;
+    CSyncInfo old;
+    old.NoteKey = "{G2}";
+    old.NoteId = 77;
+    old.OnlineNoteId = 88;
+    old.SyncState = kStoredTrue;
+    log.Add(old);
+    SaveSyncLogTo(PathsOf(target).SyncLog(), log);
+    const std::string before = BytesOf(PathsOf(target).SyncLog());
+    Copy({2}, target);
+    EXPECT_EQ(BytesOf(PathsOf(target).SyncLog()), before);
+    syncEngaged = true;
+    Copy({1, 2}, target);
+    LoadSyncLogFrom(PathsOf(target).SyncLog(), log);
+    ASSERT_EQ(log.Records().size(), 2u);
+    const CSyncInfo& replaced = *log.FindSyncInfo("{G2}");
+    EXPECT_EQ(replaced.NoteId, 1003);
+    EXPECT_EQ(replaced.OnlineNoteId, 88) << "the online note is still the same one";
+    EXPECT_EQ(replaced.NoteFile, "DAY01092020.dat");
+    EXPECT_EQ(replaced.SourcesChanged, context.nowUtc);
+    EXPECT_EQ(log.Records()[1].NoteId, 1002);
+}
+
+TEST_F(CopyNotesTest, NothingIsDoneWithoutNotesOrATargetOrIntoTheSameNoteBook) {
+    CDatabase none = target;
+    none.id = 0;
+    EXPECT_EQ(Copy({}, target).copied, -1);
+    EXPECT_EQ(Copy({1}, none).copied, -1);
+    EXPECT_EQ(Copy({1}, main).copied, -1);
+    EXPECT_THAT(progress.messages, IsEmpty());
+    EXPECT_EQ(counters.MaxNoteID, 1000);
+}
+
+TEST_F(CopyNotesTest, ListThatCannotBeWrittenStopsTheCopy) {
+    std::filesystem::remove(PathsOf(target).Sources());
+    std::filesystem::create_directories(PathsOf(target).Sources() / "held");
+    EXPECT_EQ(Copy({1}, target).copied, -1);
+    EXPECT_EQ(NotesIn(target).size(), 1u);
+    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt"));
+    EXPECT_FALSE(faults.faults.empty());
+}
+
+TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteComesWithoutIt) {
+    std::filesystem::remove(PathsOf(main).Attachments() / "0000003.PNG");
+    EXPECT_EQ(Copy({1}, target).copied, 1);
+    ASSERT_EQ(faults.faults.size(), 1u);
+    const CNote copy = FindNotes(Open(target).index, {1001}, context, faults).at(0);
+    EXPECT_EQ(copy.attachments[0].storedFile, "");
+}
+
+TEST_F(CopyNotesTest, BoardCommandFindsTheTargetByIdAndSaysWhenItIsDone) {
+    const OpenNoteBook from = Open(main);
+    const CNote note = FindNotes(from.index, {2}, context, faults).at(0);
+    EXPECT_EQ(CopyNoteToNoteBook(note, Stored(), main.guid, 12345, World(from)).copied, -1);
+    EXPECT_EQ(CopyNoteToNoteBook(note, Stored(), main.guid, 7, World(from)).copied, 1);
+    EXPECT_EQ(progress.messages.front(), "Loading note to copy.....");
+    EXPECT_THAT(prompts.seen, ElementsAre("Finished!: Your note has been successfully copied to Target!"));
+    const OpenNoteBook other = Open(target);
+    EXPECT_EQ(CopyNoteToNoteBook(DayNote(500), Stored(), main.guid, 2112, World(other)).copied, 1);
+    EXPECT_EQ(prompts.seen.back(), "Finished!: Your note has been successfully copied to LorebinderMain!");
+}
+
+}  // namespace
+}  // namespace lore
