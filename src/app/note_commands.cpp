@@ -1,0 +1,207 @@
+#include "app/note_commands.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "notes/note_finder.h"
+#include "notes/note_list_add.h"
+#include "notes/note_list_citations.h"
+#include "rtf/html_reader.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+
+namespace {
+
+constexpr size_t kTitleCharacters = 60;
+
+/// The first words of a text, for questions about a note.
+std::string FirstWords(const std::string& plainText) {
+    const std::string_view text = Trim(plainText);
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    if (CharacterCount(line) <= kTitleCharacters)
+        return std::string(line);
+    return std::string(line.substr(0, ByteOfCharacter(line, kTitleCharacters))) + "...";
+}
+
+std::string UnsavedText(const UnsavedNote& unsaved) {
+    const std::string words = FirstWords(unsaved.draft.note.plainText);
+    std::string text = "A note was being edited when Lorebinder ended, and its text was not saved";
+    if (unsaved.draft.written.IsValid())
+        text += " (" + unsaved.draft.written.Format("%m/%d/%Y  -  %I:%M:%S %p") + ")";
+    text += ":\n\n\"" + words + "\"\n\n";
+    if (!unsaved.stored && unsaved.draft.note.id > 0)
+        text += "The note itself has been deleted since; the text would become a new note.\n\n";
+    else if (unsaved.stored && !(unsaved.stored->dateEdited == unsaved.draft.baseEdited))
+        text += "The note has been saved in another form since; going on would put this text in its place.\n\n";
+    return text + "Do you wish to go on with it? \"No\" discards the unsaved text.";
+}
+
+}  // namespace
+
+NoteCommands::NoteCommands(CLorebinderApp& app)
+    : app_(app), world_{app.NoteBook(),       app.GetSettings(), app.Ports().prompts,
+                        app.Ports().progress, app.Ports().clock, app.Ports().guids,
+                        app.Ports().faults,   nullptr,           [&app] { app.SaveOptions(); }} {}
+
+NoteCommands::~NoteCommands() {
+    for (const NoteBookPaths& paths : withKeptFiles_)
+        NoteRemoval::DiscardKeptFiles(paths, world_.faults);
+}
+
+EditWorld& NoteCommands::World() {
+    world_.texts = &app_.Texts();
+    return world_;
+}
+
+EditNoteSession NoteCommands::NewNote() {
+    const CNoteList& list = app_.List();
+    const int last = list.PositionOf(lastSaved_);
+    if (last < 0)
+        lastSaved_ = -1;
+    const CNote* const saved = last < 0 ? nullptr : &list[static_cast<size_t>(last)];
+    const CNote* const lastOfList = list.IsEmpty() ? nullptr : &list[list.Count() - 1];
+    return EditNoteSession::ForNewNote(World(), FillSource(app_.GetSettings(), saved, lastOfList));
+}
+
+std::optional<CNote> NoteCommands::FindNote(int32_t id) {
+    std::vector<CNote> notes = FindNotes(app_.NoteBook().index, LongList{id}, app_.Context(), world_.faults);
+    return notes.empty() ? std::nullopt : std::optional(std::move(notes.front()));
+}
+
+std::optional<EditNoteSession> NoteCommands::EditNote(int32_t id) {
+    const std::optional<CNote> note = FindNote(id);
+    return note ? std::optional(EditNoteSession::ForNote(World(), *note)) : std::nullopt;
+}
+
+void NoteCommands::NoteSaved(const CNote& note) {
+    lastSaved_ = note.id;
+    CNoteList& list = app_.List();
+    CitationTexts citations(app_.NoteBook().sources, app_.NoteBook().authors);
+    if (list.Contains(note.id)) {
+        list.ReplaceNote(note, citations.For(note));
+        list.SortNotes(app_.SortOrder());
+    } else {
+        AddSingleNote(list, citations.Listed(note), app_.SortOrder());
+    }
+}
+
+bool NoteCommands::DeleteNote(int32_t id) {
+    if (!app_.NoteBook().index.Contains(id) ||
+        world_.prompts.Ask("Do you wish to permanently delete this note?", "Delete Note?") != PromptAnswer::Yes)
+        return false;
+    return Delete(LongList{id});
+}
+
+bool NoteCommands::DeleteCurrentNotes() {
+    const LongList ids = app_.List().GetNoteIDs();
+    if (ids.IsEmpty())
+        return false;
+    const bool one = ids.Count() == 1;
+    const std::string first =
+        one ? "Do you wish to permanently delete the current note?"
+            : "Do you wish to permanently delete all " + std::to_string(ids.Count()) + " current notes?";
+    const char* const second =
+        one ? "Are you sure you wish to delete the note?\nThis will permanently remove it from your Lorebinder "
+              "database!"
+            : "Are you sure you wish to delete these notes?\nThis will permanently remove them from your Lorebinder "
+              "database!";
+    if (world_.prompts.Ask(first, "Delete Current Notes?") != PromptAnswer::Yes ||
+        world_.prompts.Ask(second, "Delete Notes?") != PromptAnswer::Yes)
+        return false;
+    world_.progress.ShowStandBy("Deleting current notes....");
+    const bool deleted = Delete(ids);
+    world_.progress.HideStandBy();
+    return deleted;
+}
+
+bool NoteCommands::Delete(const LongList& ids) {
+    const ReadContext context = app_.Context();
+    OpenNoteBook& book = app_.NoteBook();
+    NoteRemoval removal(book, context, world_.faults, &app_.Texts());
+    Deletion deletion{book.database.guid, removal.DeleteNotes(ids, true), {}};
+    if (deletion.notes.notes.empty())
+        return false;
+    LongList gone;
+    for (const CNote& note : deletion.notes.notes) {
+        gone.AddTail(note.id);
+        if (app_.List().Contains(note.id))
+            deletion.listed.AddTail(note.id);
+    }
+    app_.TakeOut(gone);
+    const bool known = std::any_of(withKeptFiles_.begin(), withKeptFiles_.end(),
+                                   [&](const NoteBookPaths& paths) { return paths.Folder() == book.paths.Folder(); });
+    if (!known)
+        withKeptFiles_.push_back(book.paths);
+    deletions_.push_back(std::move(deletion));
+    return true;
+}
+
+bool NoteCommands::CanUndoDeletion() const {
+    const std::string& open = app_.NoteBook().database.guid;
+    return std::any_of(deletions_.begin(), deletions_.end(),
+                       [&](const Deletion& deletion) { return deletion.noteBook == open; });
+}
+
+void NoteCommands::UndoDeletion() {
+    const std::string open = app_.NoteBook().database.guid;
+    const auto last = std::find_if(deletions_.rbegin(), deletions_.rend(),
+                                   [&](const Deletion& deletion) { return deletion.noteBook == open; });
+    if (last == deletions_.rend())
+        return;
+    const ReadContext context = app_.Context();
+    NoteRemoval(app_.NoteBook(), context, world_.faults, &app_.Texts()).RestoreNotes(last->notes);
+    app_.Gather(last->listed);
+    deletions_.erase(std::next(last).base());
+}
+
+bool NoteCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {
+    const DraftStore drafts = Drafts();
+    if (!DraftStore::ReadDraft(file, app_.Context(), unsaved.draft)) {
+        DraftStore::SetAside(file);
+        world_.faults.Tell(
+            {"An unsaved text could not be read; its file was set aside", file.string(), "it is damaged"});
+        return false;
+    }
+    unsaved.stored = FindNote(unsaved.draft.note.id);
+    if (unsaved.stored && unsaved.stored->guid != unsaved.draft.note.guid)
+        unsaved.stored.reset();
+    const bool asks = DraftDiffers(unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
+    const PromptAnswer answer =
+        asks ? world_.prompts.Ask(UnsavedText(unsaved), "Unsaved Note", true) : PromptAnswer::No;
+    if (answer == PromptAnswer::No)
+        drafts.RemoveDraft(unsaved.draft.note.guid);
+    return answer == PromptAnswer::Yes;
+}
+
+std::vector<UnsavedNote> NoteCommands::AskForUnsavedNotes() {
+    std::vector<UnsavedNote> wanted;
+    for (const std::filesystem::path& file : Drafts().ListDrafts()) {
+        UnsavedNote unsaved;
+        if (AskForUnsavedNote(file, unsaved))
+            wanted.push_back(std::move(unsaved));
+    }
+    return wanted;
+}
+
+EditNoteSession NoteCommands::ContinueNote(const UnsavedNote& unsaved) {
+    return EditNoteSession::ForDraft(World(), unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
+}
+
+NewTextLook NoteCommands::TextLook() const {
+    const FontSetting font = LoadFontSetting(app_.Ports().store, "EditTextFont", DefaultEditTextFont());
+    // Three quarters of the pixels in points, twice that in half points.
+    return {ToUtf8(font.faceName), std::clamp(font.height * 3 / 2, 2, 400)};
+}
+
+std::string NoteCommands::CapturedText(const ClipboardText& clipboard) const {
+    const NewTextLook look = TextLook();
+    const std::string rtf = CleanText(clipboard.rtf);
+    if (!PlainText(rtf).empty())
+        return rtf;
+    if (!Trim(clipboard.html).empty())
+        return WriteRtf(ReadHtml(clipboard.html, {look.font, look.half_points}));
+    return Trim(clipboard.plain).empty() ? std::string() : RtfFromText(clipboard.plain, look);
+}
+
+}  // namespace lore

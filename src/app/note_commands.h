@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/lorebinder_app.h"
+#include "edit/draft_store.h"
+#include "edit/edit_note_session.h"
+#include "edit/note_removal.h"
+#include "edit/note_text_file.h"
+
+namespace lore {
+
+/// What a clipboard offers of one text; forms that it doesn't have are empty.
+struct ClipboardText {
+    std::string rtf, html, plain;
+};
+
+/// A text that a crash kept from being saved.
+struct UnsavedNote {
+    Draft draft;
+    std::optional<CNote> stored;  ///< the note of the NoteBook that it continues
+};
+
+/// The commands that write notes of the open NoteBook, and what the application remembers between them. Windows show
+/// the sessions that it opens, and hand saved notes back.
+class NoteCommands {
+public:
+    /// `app` has its options loaded, and outlives the commands.
+    explicit NoteCommands(CLorebinderApp& app);
+    /// Attachment files of deleted notes go for good.
+    ~NoteCommands();
+    NoteCommands(const NoteCommands&) = delete;
+    NoteCommands& operator=(const NoteCommands&) = delete;
+
+    EditNoteSession NewNote();
+    /// Nothing for a note that the NoteBook doesn't hold.
+    std::optional<EditNoteSession> EditNote(int32_t id);
+    /// Brings a saved note into the current list: in its place, or by the active order, newly added.
+    void NoteSaved(const CNote& note);
+
+    /// Asks, and deletes a note. True if it has gone.
+    bool DeleteNote(int32_t id);
+    /// Asks twice, and deletes all notes of the current list. True if any has gone.
+    bool DeleteCurrentNotes();
+    /// Deletions of the open NoteBook can be undone, the last one first, until the program ends.
+    bool CanUndoDeletion() const;
+    void UndoDeletion();
+
+    DraftStore Drafts() const { return DraftStore(app_.NoteBook().paths); }
+    /// The texts of the open NoteBook that were not saved, each with a question. Those that the user goes on with are
+    /// returned, those that he discards are removed. One that can't be read is set aside and told; one that the note
+    /// holds already goes without a word.
+    std::vector<UnsavedNote> AskForUnsavedNotes();
+    EditNoteSession ContinueNote(const UnsavedNote& unsaved);
+
+    /// Font and size of new texts.
+    NewTextLook TextLook() const;
+    /// What a clipboard holds as a note's rich text, the richest form first; empty if there is no text.
+    std::string CapturedText(const ClipboardText& clipboard) const;
+
+    EditWorld& World();
+
+private:
+    struct Deletion {
+        std::string noteBook;  // GUID
+        DeletedNotes notes;
+        LongList listed;
+    };
+    bool Delete(const LongList& ids);
+    std::optional<CNote> FindNote(int32_t id);
+    bool AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved);
+
+    CLorebinderApp& app_;
+    EditWorld world_;
+    int32_t lastSaved_ = -1;
+    std::vector<Deletion> deletions_;
+    std::vector<NoteBookPaths> withKeptFiles_;
+};
+
+}  // namespace lore
