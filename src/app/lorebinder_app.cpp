@@ -153,9 +153,9 @@ void CLorebinderApp::CloseDeletedNoteBook() {
 
 bool CLorebinderApp::MayWrite() {
     if (isDeleted_)
-        ports_.prompts.Message("The NoteBook \"" + book_.database.name +
-                                   "\" has been deleted. Please change to another NoteBook first.",
-                               "NoteBook Deleted", PromptIcon::Warning);
+        ports_.prompts.Message(
+            "The NoteBook \"" + book_.database.name + "\" has been deleted. Please change to another NoteBook first.",
+            "NoteBook Deleted", PromptIcon::Warning);
     return !isDeleted_;
 }
 

@@ -31,8 +31,10 @@ struct AppPorts {
     SettingsStore& store;
     FaultNotice& faults;
     Background* background = nullptr;  ///< without one everything runs on the caller's thread
-    std::function<void(int)> wait = [](int) {};              ///< lets milliseconds pass
-    std::function<int(int)> random = [](int) { return 0; };  ///< a random number from 0 to the one given
+    /// Lets milliseconds pass.
+    std::function<void(int)> wait = [](int) {};
+    /// Gives a random number from 0 to the one given.
+    std::function<int(int)> random = [](int) { return 0; };
 };
 
 /// The application: settings, the list of NoteBooks, the open NoteBook and the current note list, and the commands that

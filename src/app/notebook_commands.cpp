@@ -1,0 +1,89 @@
+#include "app/notebook_commands.h"
+
+#include <algorithm>
+
+#include "notes/note_finder.h"
+
+namespace lore {
+
+namespace {
+
+ManagerPorts PortsOf(CLorebinderApp& app) {
+    const AppPorts& ports = app.Ports();
+    return {ports.prompts, ports.progress, ports.faults, ports.wait, ports.random, {}};
+}
+
+/// Runs a backup; the list of NoteBooks is read again behind it.
+template <typename Command>
+void RunBackup(CLorebinderApp& app, Command command) {
+    const ReadContext context = app.Context();
+    const AppPorts& ports = app.Ports();
+    command(BackupWorld{app.Data(), app.GetSettings(), context, ports.prompts, ports.progress, ports.faults,
+                        [&app] { app.StoreSettings(); }});
+    app.ReloadNoteBooks();
+}
+
+}  // namespace
+
+NoteBookManagement::NoteBookManagement(CLorebinderApp& app)
+    : app_(app),
+      context_(app.Context()),
+      ports_(PortsOf(app)),
+      manager_(app.Data(), app.GetSettings().Text(Option::LocalGUID), ports_),
+      model_(manager_, app.Data(), MainNoteBook(app.GetSettings().Text(Option::LocalGUID)),
+             app.NoteBook().database.guid, context_, ports_) {
+    model_.Open();
+}
+
+bool NoteBookManagement::Finish(bool changeTo) {
+    if (model_.HasDeletedOpen())
+        app_.CloseDeletedNoteBook();
+    app_.ReloadNoteBooks();
+    if (changeTo)
+        app_.SwitchNoteBook(model_.Chosen());
+    return changeTo || model_.HasDeletedOpen();
+}
+
+void BackupCurrentNoteBook(CLorebinderApp& app) {
+    RunBackup(app, [&app](const BackupWorld& world) { BackupCurrentNoteBook(app.NoteBook().database, world); });
+}
+
+void BackupAllNoteBooks(CLorebinderApp& app) {
+    RunBackup(app, [](const BackupWorld& world) { BackupAllNoteBooks(world); });
+}
+
+void RunAutoBackup(CLorebinderApp& app) {
+    RunBackup(app, [](const BackupWorld& world) { RunAutoBackup(world); });
+}
+
+std::vector<CDatabase> CopyTargets(const CLorebinderApp& app) {
+    std::vector<CDatabase> targets = app.NoteBookChoices();
+    std::erase_if(targets, [&](const CDatabase& target) { return IsSameNoteBook(target, app.NoteBook().database); });
+    return targets;
+}
+
+void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId) {
+    const ReadContext context = app.Context();
+    const AppPorts& ports = app.Ports();
+    const auto notes = FindNotes(app.NoteBook().index, LongList{noteId}, context, ports.faults);
+    if (notes.empty() || !app.MayWrite())
+        return;
+    IdCounters counters = app.Counters();
+    const CopyWorld world{app.NoteBook(),
+                          app.Data(),
+                          counters,
+                          context,
+                          ports.prompts,
+                          ports.progress,
+                          ports.faults,
+                          app.GetSettings().Int(Option::SyncEngaged) == 1,
+                          [&] { app.StoreCounters(counters); }};
+    CopyNoteToNoteBook(notes.front(), app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
+}
+
+void RunCloseSteps(CLorebinderApp& app) {
+    if (app.GetSettings().Int(Option::EnableBackup) == 1)
+        RunBackup(app, [](const BackupWorld& world) { AutoBackup(false, world); });
+}
+
+}  // namespace lore
