@@ -142,6 +142,29 @@ QTextBlockFormat RichTextFormats::Paragraph(const ParagraphFormat& format) const
     return shown;
 }
 
+QTextTableCellFormat RichTextFormats::Cell(const CellFormat& look) const {
+    QTextTableCellFormat format;
+    if (look.background)
+        format.setBackground(theme_.Ground(ToColor(*look.background)));
+    const QBrush line(theme_.Color(ColorRole::Edge));
+    const auto style = [&look](CellBorder side) {
+        return look.borders & side ? QTextFrameFormat::BorderStyle_Solid : QTextFrameFormat::BorderStyle_None;
+    };
+    format.setTopBorder(1);
+    format.setLeftBorder(1);
+    format.setBottomBorder(1);
+    format.setRightBorder(1);
+    format.setTopBorderBrush(line);
+    format.setLeftBorderBrush(line);
+    format.setBottomBorderBrush(line);
+    format.setRightBorderBrush(line);
+    format.setTopBorderStyle(style(kBorderTop));
+    format.setLeftBorderStyle(style(kBorderLeft));
+    format.setBottomBorderStyle(style(kBorderBottom));
+    format.setRightBorderStyle(style(kBorderRight));
+    return format;
+}
+
 QString ListCounter::NextMark(const ParagraphFormat& format) {
     if (format.list == ListKind::kNone)
         return {};

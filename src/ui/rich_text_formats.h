@@ -2,6 +2,7 @@
 
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
+#include <QTextTable>
 #include <map>
 #include <utility>
 
@@ -21,6 +22,8 @@ public:
     /// `ground` is the colour of the table cell around the text, or that of the look.
     QTextCharFormat Characters(const CharFormat& format, const QColor& ground) const;
     QTextBlockFormat Paragraph(const ParagraphFormat& format) const;
+    /// Edges and ground of a table cell.
+    QTextTableCellFormat Cell(const CellFormat& format) const;
     /// Twips in pixels of the screen, zoomed.
     double Pixels(double twips) const { return twips / kTwipsPerPixel * look_.zoom; }
 

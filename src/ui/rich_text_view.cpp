@@ -189,7 +189,7 @@ private:
         const CellFormat& look = document_.row_formats[rowFormat].cells[cellIndex];
         QTextTableCell cell = table.cellAt(static_cast<int>(row), grid.rows[row][cellIndex].column);
         QTextCharFormat cellFormat = cell.format();
-        cellFormat.merge(CellLook(look));
+        cellFormat.merge(formats_.Cell(look));
         cell.setFormat(cellFormat);
         ground_ = look.background ? ToGround(*look.background) : look_.ground;
         cursor_ = cell.firstCursorPosition();
@@ -201,29 +201,6 @@ private:
     }
 
     QColor ToGround(const TextColor& color) const { return theme_.Ground(QColor(color.red, color.green, color.blue)); }
-
-    QTextTableCellFormat CellLook(const CellFormat& look) const {
-        QTextTableCellFormat format;
-        if (look.background)
-            format.setBackground(ToGround(*look.background));
-        const QBrush line(theme_.Color(ColorRole::Edge));
-        const auto style = [&look](CellBorder side) {
-            return look.borders & side ? QTextFrameFormat::BorderStyle_Solid : QTextFrameFormat::BorderStyle_None;
-        };
-        format.setTopBorder(1);
-        format.setLeftBorder(1);
-        format.setBottomBorder(1);
-        format.setRightBorder(1);
-        format.setTopBorderBrush(line);
-        format.setLeftBorderBrush(line);
-        format.setBottomBorderBrush(line);
-        format.setRightBorderBrush(line);
-        format.setTopBorderStyle(style(kBorderTop));
-        format.setLeftBorderStyle(style(kBorderLeft));
-        format.setBottomBorderStyle(style(kBorderBottom));
-        format.setRightBorderStyle(style(kBorderRight));
-        return format;
-    }
 
     const Document& document_;
     const RichTextLook& look_;

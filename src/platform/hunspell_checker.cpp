@@ -1,0 +1,211 @@
+#include "platform/hunspell_checker.h"
+
+#include <algorithm>
+#include <hunspell.hxx>
+#include <optional>
+#include <unicode/ucnv.h>
+#include <unicode/uloc.h>
+#include <unicode/uscript.h>
+
+#include "base/file_io.h"
+#include "base/text.h"
+
+namespace lore {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr size_t kLongestWord = 100;  // bytes; what is longer is no word of a language
+constexpr size_t kMostSuggestions = 8;
+
+// The script in which a language is written first, such as Latin for "en_US".
+int ScriptOf(const std::string& language) {
+    UErrorCode status = U_ZERO_ERROR;
+    UScriptCode codes[4] = {USCRIPT_LATIN, USCRIPT_LATIN, USCRIPT_LATIN, USCRIPT_LATIN};
+    const int32_t count = uscript_getCode(language.c_str(), codes, 4, &status);
+    return U_FAILURE(status) || count < 1 ? USCRIPT_LATIN : codes[0];
+}
+
+}  // namespace
+
+/// The bytes that a dictionary is written in.
+class HunspellChecker::Encoding {
+public:
+    explicit Encoding(const std::string& name) {
+        UErrorCode status = U_ZERO_ERROR;
+        if (name != "UTF-8")
+            converter_ = ucnv_open(name.c_str(), &status);
+        if (converter_)
+            ucnv_setFromUCallBack(converter_, UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    }
+    ~Encoding() {
+        if (converter_)
+            ucnv_close(converter_);
+    }
+    Encoding(const Encoding&) = delete;
+    Encoding& operator=(const Encoding&) = delete;
+
+    /// Nothing for a word with a character that the dictionary can't have.
+    std::optional<std::string> From(const std::string& utf8) const {
+        if (!converter_)
+            return utf8;
+        std::u16string text;
+        for (const char32_t c : Utf8ToCodePoints(utf8)) {
+            if (c > 0xffff)
+                return std::nullopt;
+            text += static_cast<char16_t>(c);
+        }
+        std::string bytes(text.size() * 4 + 1, '\0');
+        UErrorCode status = U_ZERO_ERROR;
+        const int32_t length = ucnv_fromUChars(converter_, bytes.data(), static_cast<int32_t>(bytes.size()),
+                                               text.data(), static_cast<int32_t>(text.size()), &status);
+        if (U_FAILURE(status))
+            return std::nullopt;
+        bytes.resize(static_cast<size_t>(length));
+        return bytes;
+    }
+
+    std::string To(const std::string& bytes) const {
+        if (!converter_)
+            return bytes;
+        std::u16string text(bytes.size() * 2 + 1, u'\0');
+        UErrorCode status = U_ZERO_ERROR;
+        const int32_t length = ucnv_toUChars(converter_, text.data(), static_cast<int32_t>(text.size()), bytes.data(),
+                                             static_cast<int32_t>(bytes.size()), &status);
+        text.resize(U_FAILURE(status) ? 0 : static_cast<size_t>(length));
+        return CodePointsToUtf8(std::u32string(text.begin(), text.end()));
+    }
+
+private:
+    UConverter* converter_ = nullptr;  // null for UTF-8 and for what has no converter
+};
+
+HunspellChecker::HunspellChecker(const std::vector<fs::path>& dictionaries, fs::path userWords, FaultNotice& faults)
+    : userFile_(std::move(userWords)), faults_(faults) {
+    for (const fs::path& folder : dictionaries) {
+        std::error_code error;
+        for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+            fs::path stem = it->path();
+            if (stem.extension() != ".aff" || !fs::exists(stem.replace_extension(".dic"), error))
+                continue;
+            stem.replace_extension();
+            dictionaries_.emplace(stem.filename().string(), stem);
+        }
+    }
+    ReadUserWords();
+}
+
+HunspellChecker::~HunspellChecker() = default;
+
+std::vector<fs::path> HunspellChecker::SystemFolders() {
+    return {"/usr/share/hunspell", "/usr/share/myspell/dicts", "/usr/local/share/hunspell"};
+}
+
+void HunspellChecker::ReadUserWords() {
+    std::string bytes;
+    const FileResult result = ReadFile(userFile_, bytes);
+    if (!result.Ok() && !result.Missing())
+        faults_.Tell({"The user dictionary could not be read", userFile_.string(), result.Reason()});
+    for (size_t at = 0; at < bytes.size();) {
+        const size_t end = std::min(bytes.find('\n', at), bytes.size());
+        const std::string word(Trim(std::string_view(bytes).substr(at, end - at)));
+        if (!word.empty() && rightWords_.insert(word).second)
+            userWords_.push_back(word);
+        at = end + 1;
+    }
+}
+
+std::vector<std::string> HunspellChecker::Languages() const {
+    std::vector<std::string> names;
+    for (const auto& [name, path] : dictionaries_)
+        names.push_back(name);
+    return names;
+}
+
+bool HunspellChecker::Select(const std::string& language) {
+    const auto found = dictionaries_.find(language);
+    if (found == dictionaries_.end())
+        return false;
+    if (language == language_)
+        return true;
+    const std::string stem = found->second.string();
+    auto engine = std::make_unique<Hunspell>((stem + ".aff").c_str(), (stem + ".dic").c_str());
+    encoding_ = std::make_unique<Encoding>(engine->get_dict_encoding());
+    engine_ = std::move(engine);
+    language_ = language;
+    script_ = ScriptOf(language);
+    for (const std::string& word : userWords_)
+        if (const auto bytes = encoding_->From(word))
+            engine_->add(*bytes);
+    return true;
+}
+
+bool HunspellChecker::IsOwn(const std::string& word) const {
+    if (rightWords_.contains(word))
+        return true;
+    // An own word may begin a sentence.
+    std::u32string letters = Utf8ToCodePoints(word);
+    if (letters.empty() || LowerCharacter(letters[0]) == letters[0])
+        return false;
+    letters[0] = LowerCharacter(letters[0]);
+    return rightWords_.contains(CodePointsToUtf8(letters));
+}
+
+bool HunspellChecker::IsOtherScript(const std::string& word) const {
+    for (const char32_t c : Utf8ToCodePoints(word)) {
+        UErrorCode status = U_ZERO_ERROR;
+        const UScriptCode script = uscript_getScript(static_cast<UChar32>(c), &status);
+        if (script != USCRIPT_COMMON && script != USCRIPT_INHERITED && script != script_)
+            return true;
+    }
+    return false;
+}
+
+bool HunspellChecker::Check(const std::string& word) {
+    if (!engine_ || word.empty() || word.size() > kLongestWord || IsOwn(word) || IsOtherScript(word))
+        return true;
+    // Dictionaries write the apostrophe of the keyboard.
+    const auto bytes = encoding_->From(ReplaceAll(word, "\u2019", "'"));
+    return bytes && engine_->spell(*bytes);
+}
+
+std::vector<std::string> HunspellChecker::Suggest(const std::string& word) {
+    std::vector<std::string> words;
+    const auto bytes =
+        engine_ && word.size() <= kLongestWord ? encoding_->From(ReplaceAll(word, "\u2019", "'")) : std::nullopt;
+    if (!bytes)
+        return words;
+    for (const std::string& suggestion : engine_->suggest(*bytes))
+        if (words.size() < kMostSuggestions)
+            words.push_back(encoding_->To(suggestion));
+    return words;
+}
+
+bool HunspellChecker::Add(const std::string& word) {
+    const std::string clean(Trim(CleanText(word)));
+    if (clean.empty() || clean.find('\n') != std::string::npos)
+        return false;
+    rightWords_.insert(clean);
+    if (std::find(userWords_.begin(), userWords_.end(), clean) != userWords_.end())
+        return true;
+    userWords_.push_back(clean);
+    if (engine_)
+        if (const auto bytes = encoding_->From(clean))
+            engine_->add(*bytes);
+    std::string file;
+    for (const std::string& each : userWords_)
+        file += each + '\n';
+    std::error_code error;
+    fs::create_directories(userFile_.parent_path(), error);
+    const FileResult result = WriteFileAtomically(userFile_, file);
+    if (!result.Ok())
+        faults_.Tell({"The user dictionary could not be written", userFile_.string(), result.Reason()});
+    return result.Ok();
+}
+
+void HunspellChecker::Ignore(const std::string& word) {
+    rightWords_.insert(word);
+}
+
+}  // namespace lore
