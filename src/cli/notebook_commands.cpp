@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <random>
 
 #include "base/text.h"
 #include "cli/command.h"
@@ -9,15 +8,11 @@
 #include "cli/silent_progress.h"
 #include "notebooks/notebook_manager.h"
 #include "notes/note_finder.h"
+#include "platform/system_sources.h"
 
 namespace lore {
 
 namespace {
-
-int RandomUpTo(int highest) {
-    std::random_device device;
-    return std::uniform_int_distribution(0, highest)(device);
-}
 
 class NoteBookCommand : public Command {
 public:

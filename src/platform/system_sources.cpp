@@ -1,8 +1,11 @@
 #include "platform/system_sources.h"
 
 #include <array>
+#include <chrono>
 #include <ctime>
+#include <random>
 #include <sys/random.h>
+#include <thread>
 
 #include "base/guid.h"
 
@@ -37,6 +40,15 @@ std::string SystemGuids::NewGuid() {
     bytes[6] = static_cast<uint8_t>((bytes[6] & 0x0F) | 0x40);
     bytes[8] = static_cast<uint8_t>((bytes[8] & 0x3F) | 0x80);
     return FormatGuid(bytes);
+}
+
+void WaitFor(int milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+int RandomUpTo(int highest) {
+    std::random_device device;
+    return std::uniform_int_distribution(0, highest)(device);
 }
 
 ReadContext MakeReadContext(const Clock& clock, GuidSource& guids) {

@@ -18,6 +18,11 @@ public:
     std::string NewGuid() override;
 };
 
+/// Lets milliseconds pass.
+void WaitFor(int milliseconds);
+/// A random number from 0 to the one given.
+int RandomUpTo(int highest);
+
 /// The context of one load: the present moment and new GUIDs.
 ReadContext MakeReadContext(const Clock& clock, GuidSource& guids);
 

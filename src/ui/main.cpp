@@ -1,12 +1,15 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QMessageBox>
 #include <QTimer>
 #include <cstdio>
 
 #include "app/lorebinder_app.h"
+#include "app/outside_requests.h"
 #include "platform/data_lock.h"
 #include "platform/ini_store.h"
+#include "platform/instance/local_channel.h"
 #include "platform/places.h"
 #include "platform/system_sources.h"
 #include "ui/board_accessible.h"
@@ -14,6 +17,7 @@
 #include "ui/main_window.h"
 #include "ui/qt_progress.h"
 #include "ui/qt_prompts.h"
+#include "ui/request_hooks.h"
 #include "ui/theme.h"
 
 namespace {
@@ -23,6 +27,8 @@ constexpr int kLockedStatus = 4;
 struct StartOptions {
     std::filesystem::path data;
     std::filesystem::path settings;
+    std::string file;  ///< to import
+    bool capture = false;
     bool readyLine = false;
 };
 
@@ -34,11 +40,14 @@ StartOptions ReadArguments(const QApplication& application) {
     const QCommandLineOption data("data", "The data root, the folder that holds \"Data Files\".", "DIR");
     const QCommandLineOption settings("settings", "The settings store as an INI file.", "FILE");
     const QCommandLineOption ready("ready-line", "Print a line on standard error once the board can be used.");
-    parser.addOptions({data, settings, ready});
+    const QCommandLineOption capture("capture", "Paste the clipboard into a new note.");
+    parser.addOptions({data, settings, ready, capture});
+    parser.addPositionalArgument("FILE", "An export archive to import.", "[FILE]");
     parser.process(application);
     StartOptions options{
         parser.isSet(data) ? std::filesystem::path(parser.value(data).toStdString()) : lore::UserDataRoot(),
-        parser.value(settings).toStdString(), parser.isSet(ready)};
+        parser.value(settings).toStdString(), QFile::encodeName(parser.positionalArguments().value(0)).toStdString(),
+        parser.isSet(capture), parser.isSet(ready)};
     if (options.settings.empty())
         options.settings = parser.isSet(data) ? options.data / "settings.ini" : lore::UserSettingsFile();
     return options;
@@ -62,6 +71,11 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
     lore::InstallBoardAccessibility();
     const StartOptions options = ReadArguments(application);
+    const std::string request =
+        lore::RequestOfCommandLine(options.file, options.capture, std::filesystem::current_path());
+    lore::LocalChannel channel(lore::kProgramRole, options.data);
+    if (channel.SendToInstance(request, true))
+        return 0;
 
     int error = 0;
     const auto lock = lore::DataLock::Take(options.data, error);
@@ -78,7 +92,8 @@ int main(int argc, char** argv) {
     lore::SystemClock clock;
     lore::SystemGuids guids;
     lore::BarFaults faults;
-    lore::CLorebinderApp app(options.data, {prompts, progress, clock, guids, store, faults, &progress});
+    lore::CLorebinderApp app(
+        options.data, {prompts, progress, clock, guids, store, faults, &progress, lore::WaitFor, lore::RandomUpTo});
     app.LoadOptions();
     app.SelectStartNoteBook();
 
@@ -87,9 +102,14 @@ int main(int argc, char** argv) {
     progress.SetParent(&window);
     faults.SetBar(window.Faults());
     app.GetSettings().Flag(lore::Option::Maximized) ? window.showMaximized() : window.show();
+    lore::OutsideRequests requests(lore::HooksOf(window, app));
+    channel.Listen([&requests](const lore::InstanceMessage& message) { return requests.Receive(message); });
+    if (!request.empty())
+        requests.OpenDocumentFile(request);
     QTimer::singleShot(0, &window, [&] {
         app.FinishStartup();
         window.ShowNoteBook();
+        requests.FinishStartup();
         if (options.readyLine)
             std::fprintf(stderr, "ready\n");
     });

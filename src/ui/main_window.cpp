@@ -3,12 +3,14 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QMenuBar>
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "app/notebook_commands.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
 #include "ui/panel_page.h"
@@ -36,10 +38,11 @@ MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
     addToolBar(tools_);
     MakeCentre();
     MakeStatusBar();
-    MakeMenus();
+    BuildMenuBar(*menuBar(), this, Commands());
     ConnectTools();
     ConnectPanels();
     ConnectBoard();
+    setAcceptDrops(true);
     RestorePlace();
 }
 
@@ -149,6 +152,7 @@ void MainWindow::StorePlace() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     StorePlace();
+    RunCloseSteps(app_);
     app_.SaveOptions();
     event->accept();
 }

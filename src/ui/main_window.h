@@ -8,9 +8,10 @@
 #include "notes/list_board_model.h"
 #include "notes/panel_commands.h"
 #include "ui/board_view.h"
+#include "ui/main_menu.h"
 
-class QActionGroup;
 class QLabel;
+class QMimeData;
 class QSplitter;
 
 namespace lore {
@@ -37,14 +38,24 @@ public:
     MainToolBar* Tools() const { return tools_; }
 
     void Search(const QString& text, SearchScope scope);
+    /// Shows the window as it was before it was minimised, and gives it the focus.
+    void BringToFront();
+
+signals:
+    /// An export archive was dropped on the window, given on the command line or handed over by another process.
+    void ImportRequested(const QString& path);
+    /// The clipboard is to be pasted into the open note editor, or into a new note.
+    void CaptureRequested();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void MakeCentre();
-    void MakeMenus();
-    void MakeViewMenu();
+    std::vector<MenuCommand> Commands();
+    void FillViewMenu(QMenu& view);
     void MakeStatusBar();
     void ConnectTools();
     void ConnectPanels();
@@ -57,7 +68,11 @@ private:
     void RefreshPanes();
     void SetZoom(int percent);
     void SetSort(int sortId);
+    void ShowAllNotes();
+    void ClearCurrentNotes();
     void SwitchNoteBook(int index);
+    void ManageNoteBooks();
+    static QStringList DroppedFiles(const QMimeData& dropped);
     void RunPanelCommand(PanelAction action, const LongList& notes);
     void SetPanelChoice(PanelKind kind, int number);
     void ChangePicture(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room);

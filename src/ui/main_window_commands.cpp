@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QTreeView>
 #include <QUrl>
@@ -22,31 +21,17 @@
 
 namespace lore {
 
-void MainWindow::MakeMenus() {
-    QMenu* const file = menuBar()->addMenu(tr("&File"));
-    QAction* const exit = file->addAction(tr("E&xit"), this, &QWidget::close);
-    exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
-    exit->setMenuRole(QAction::QuitRole);
-
-    QMenu* const notes = menuBar()->addMenu(tr("&Notes"));
-    QAction* const find = notes->addAction(tr("&Search..."), this, [this] { tools_->FocusSearch(); });
-    find->setShortcut(QKeySequence::Find);
-    QMenu* const scope = tools_->ScopeMenu();
-    notes->addMenu(scope);
-    notes->addSeparator();
-    notes->addAction(tr("Show &All Notes"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), this,
-                     [this] { Search(QString::fromUtf8(kShowAll), SearchScope::Database); });
-    notes->addAction(tr("&Clear Current Notes"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L), this, [this] {
-        app_.ClearList();
-        ListChanged();
-    });
-    MakeViewMenu();
-    menuBar()->addMenu(tr("&Help"))->addAction(tr("&About Lorebinder..."), this, &MainWindow::ShowAbout);
+void MainWindow::ShowAllNotes() {
+    Search(QString::fromUtf8(kShowAll), SearchScope::Database);
 }
 
-void MainWindow::MakeViewMenu() {
-    QMenu* const view = menuBar()->addMenu(tr("&View"));
-    QAction* const bar = view->addAction(tr("&Filter Panels"));
+void MainWindow::ClearCurrentNotes() {
+    app_.ClearList();
+    ListChanged();
+}
+
+void MainWindow::FillViewMenu(QMenu& view) {
+    QAction* const bar = view.addAction(tr("&Filter Panels"));
     bar->setShortcut(QKeySequence(Qt::Key_F9));
     bar->setCheckable(true);
     bar->setChecked(app_.GetSettings().Flag(Option::ShowCtrlBar));
@@ -54,11 +39,11 @@ void MainWindow::MakeViewMenu() {
     const auto zoomBy = [this](int step) {
         return [this, step] { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); };
     };
-    view->addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, zoomBy(1));
-    view->addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, zoomBy(-1));
-    view->addAction(tr("&Next Pane"), QKeySequence(Qt::Key_F6), this, [this] { GoToPane(1); });
-    view->addAction(tr("&Previous Pane"), QKeySequence(Qt::SHIFT | Qt::Key_F6), this, [this] { GoToPane(-1); });
-    QMenu* const looks = view->addMenu(tr("&Appearance"));
+    view.addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, zoomBy(1));
+    view.addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, zoomBy(-1));
+    view.addAction(tr("&Next Pane"), QKeySequence(Qt::Key_F6), this, [this] { GoToPane(1); });
+    view.addAction(tr("&Previous Pane"), QKeySequence(Qt::SHIFT | Qt::Key_F6), this, [this] { GoToPane(-1); });
+    QMenu* const looks = view.addMenu(tr("&Appearance"));
     auto* const group = new QActionGroup(this);
     const std::pair<QString, Appearance> choices[] = {
         {tr("&System"), Appearance::System}, {tr("&Light"), Appearance::Light}, {tr("&Dark"), Appearance::Dark}};
@@ -100,15 +85,6 @@ void MainWindow::SetZoom(int percent) {
     app_.GetSettings().Set(Option::ZoomLvl, percent);
     tools_->SetZoom(percent);
     board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
-}
-
-void MainWindow::SwitchNoteBook(int index) {
-    const std::vector<CDatabase> choices = app_.NoteBookChoices();
-    if (index < 0 || index >= static_cast<int>(choices.size()) ||
-        choices[static_cast<size_t>(index)].guid == app_.NoteBook().database.guid)
-        return;
-    app_.SwitchNoteBook(choices[static_cast<size_t>(index)]);
-    ShowNoteBook();
 }
 
 void MainWindow::RunPanelCommand(PanelAction action, const LongList& notes) {

@@ -1,0 +1,133 @@
+#include "platform/instance/local_channel.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QTimer>
+#include <QtEndian>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace lore {
+
+namespace {
+
+constexpr qsizetype kHeadBytes = 8;
+constexpr quint32 kMostBytes = 65536;     // of a message; a longer one is refused unread
+constexpr int kConnectTime = 2000;        // milliseconds
+constexpr int kLongestSilence = 5000;     // milliseconds that a sender may take
+constexpr int kMostWaiting = 16;          // senders at a time
+constexpr qsizetype kLongestFolder = 40;  // a socket's path is short by nature
+
+QString SocketFolder() {
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !folder.isEmpty() && folder.size() <= kLongestFolder && QDir(folder).exists() ? folder : QDir::tempPath();
+}
+
+/// A socket that somebody else has put there is none of ours.
+bool IsOwn(const std::string& name) {
+    struct stat info = {};
+    return ::lstat(name.c_str(), &info) == 0 && S_ISSOCK(info.st_mode) && info.st_uid == ::getuid();
+}
+
+QByteArray NumberBytes(quint32 value) {
+    QByteArray bytes(sizeof value, '\0');
+    qToLittleEndian(value, bytes.data());
+    return bytes;
+}
+
+quint32 NumberAt(const QByteArray& bytes, qsizetype position) {
+    return qFromLittleEndian<quint32>(bytes.constData() + position);
+}
+
+/// Sends a message and waits for its answer, as long as the other side lives; 0 without one.
+quint32 Ask(QLocalSocket& socket, quint32 tag, std::string_view text) {
+    socket.write(NumberBytes(tag) + NumberBytes(static_cast<quint32>(text.size())) +
+                 QByteArray(text.data(), static_cast<qsizetype>(text.size())));
+    while (socket.bytesAvailable() < static_cast<qint64>(sizeof(quint32))) {
+        if (!socket.waitForReadyRead(-1))
+            return 0;
+    }
+    return NumberAt(socket.read(sizeof(quint32)), 0);
+}
+
+}  // namespace
+
+LocalChannel::LocalChannel(const std::string& role, const std::filesystem::path& dataRoot) {
+    std::error_code error;
+    const std::filesystem::path root = std::filesystem::weakly_canonical(dataRoot, error);
+    const std::string path = (error ? dataRoot : root).string();
+    const QByteArray mark = QCryptographicHash::hash(QByteArray::fromStdString(path), QCryptographicHash::Sha256);
+    name_ = (SocketFolder() + '/' + QString::fromStdString(role) + '-' + QString::number(::getuid()) + '-' +
+             mark.toHex().left(16))
+                .toStdString();
+}
+
+LocalChannel::~LocalChannel() = default;
+
+bool LocalChannel::Connect(QLocalSocket& socket) const {
+    if (!IsOwn(name_))
+        return false;
+    socket.connectToServer(QString::fromStdString(name_));
+    return socket.waitForConnected(kConnectTime) && Ask(socket, InstanceMessage::kIsMe, {}) != 0;
+}
+
+bool LocalChannel::FindInstance() {
+    QLocalSocket socket;
+    return Connect(socket);
+}
+
+bool LocalChannel::SendToInstance(std::string_view text, bool activate) {
+    QLocalSocket socket;
+    if (!Connect(socket) || Ask(socket, InstanceMessage::kDocument, text.substr(0, kMostBytes)) == 0)
+        return false;
+    if (activate)
+        Ask(socket, InstanceMessage::kActivate, {});
+    return true;
+}
+
+bool LocalChannel::Listen(InstanceReceiver receiver) {
+    receiver_ = std::move(receiver);
+    const QString name = QString::fromStdString(name_);
+    server_ = std::make_unique<QLocalServer>();
+    server_->setSocketOptions(QLocalServer::UserAccessOption);
+    server_->setMaxPendingConnections(kMostWaiting);
+    QObject::connect(server_.get(), &QLocalServer::newConnection, server_.get(), [this] {
+        while (QLocalSocket* const socket = server_->nextPendingConnection())
+            Serve(socket);
+    });
+    QLocalServer::removeServer(name);
+    return server_->listen(name);
+}
+
+void LocalChannel::Serve(QLocalSocket* socket) {
+    auto* const silence = new QTimer(socket);
+    silence->setSingleShot(true);
+    silence->start(kLongestSilence);
+    socket->setReadBufferSize(kHeadBytes + kMostBytes);
+    QObject::connect(silence, &QTimer::timeout, socket, &QLocalSocket::abort);
+    QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+    QObject::connect(socket, &QLocalSocket::readyRead, socket, [this, socket] { TakeMessages(*socket); });
+    TakeMessages(*socket);
+}
+
+void LocalChannel::TakeMessages(QLocalSocket& socket) {
+    while (socket.bytesAvailable() >= kHeadBytes) {
+        const QByteArray head = socket.peek(kHeadBytes);
+        const quint32 length = NumberAt(head, sizeof(quint32));
+        if (length > kMostBytes)
+            return socket.abort();
+        if (socket.bytesAvailable() < kHeadBytes + static_cast<qint64>(length))
+            return;
+        socket.skip(kHeadBytes);
+        const QByteArray text = socket.read(length);
+        const InstanceMessage message{NumberAt(head, 0), text.toStdString()};
+        socket.write(NumberBytes(receiver_(message)));
+        socket.flush();
+    }
+}
+
+}  // namespace lore

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "ports/instance_channel.h"
+
+class QLocalServer;
+class QLocalSocket;
+
+namespace lore {
+
+/// The roles that have a channel.
+inline constexpr char kProgramRole[] = "TQRLorebinder";
+inline constexpr char kAgentRole[] = "LorebinderAgent";
+
+/// Messages over a local socket. A message is a tag and a length, 32 bits each, lowest byte first, and the bytes; the
+/// answer has 32 bits. The listening side needs an event loop.
+class LocalChannel : public InstanceChannel {
+public:
+    LocalChannel(const std::string& role, const std::filesystem::path& dataRoot);
+    ~LocalChannel() override;
+
+    bool FindInstance() override;
+    bool SendToInstance(std::string_view text, bool activate) override;
+    bool Listen(InstanceReceiver receiver) override;
+
+    /// The socket's place.
+    const std::string& Name() const { return name_; }
+
+private:
+    bool Connect(QLocalSocket& socket) const;
+    void Serve(QLocalSocket* socket);
+    void TakeMessages(QLocalSocket& socket);
+
+    std::string name_;
+    InstanceReceiver receiver_;
+    std::unique_ptr<QLocalServer> server_;
+};
+
+}  // namespace lore

@@ -1,0 +1,94 @@
+#include "ui/dialog_frame.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "ui/qt_text.h"
+#include "ui/theme_look.h"
+
+namespace lore {
+
+namespace {
+constexpr char kSection[] = "Windows";
+}
+
+DialogFrame::DialogFrame(const QString& title, const char* place, SettingsStore& store, QWidget* parent)
+    : QDialog(parent), place_(place), store_(store) {
+    setWindowTitle(title);
+    setObjectName(QString::fromLatin1(place));
+    setModal(true);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kSpace * 5, kSpace * 5, kSpace * 5, kSpace * 4);
+    layout->setSpacing(kSpace * 4);
+    content_ = new QVBoxLayout;
+    content_->setSpacing(kSpace * 3);
+    layout->addLayout(content_, 1);
+    buttons_ = new QHBoxLayout;
+    buttons_->setSpacing(kSpace * 2);
+    buttons_->addStretch(1);
+    layout->addLayout(buttons_);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+        connect(shortcut, &QShortcut::activated, this, [this] {
+            if (main_)
+                main_->click();
+        });
+    }
+}
+
+QPushButton* DialogFrame::AddButton(const QString& text) {
+    auto* const button = new QPushButton(text, this);
+    button->setAutoDefault(false);
+    buttons_->addWidget(button);
+    return button;
+}
+
+QPushButton* DialogFrame::AddSideButton(const QString& text) {
+    auto* const button = new QPushButton(text, this);
+    button->setAutoDefault(false);
+    buttons_->insertWidget(sideButtons_++, button);
+    return button;
+}
+
+void DialogFrame::SetMainButton(QPushButton* button) {
+    main_ = button;
+    button->setDefault(true);
+}
+
+void DialogFrame::done(int result) {
+    StorePlace();
+    QDialog::done(result);
+}
+
+void DialogFrame::showEvent(QShowEvent* event) {
+    if (!std::exchange(isPlaced_, true))
+        RestorePlace();
+    QDialog::showEvent(event);
+}
+
+void DialogFrame::RestorePlace() {
+    const QStringList parts = ToQString(store_.Get(kSection, place_).value_or("")).split(',');
+    if (parts.size() != 4)
+        return;
+    const QRect frame(parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt());
+    const QScreen* const screen = QGuiApplication::screenAt(frame.center());
+    if (!screen || frame.isEmpty())
+        return;
+    const QRect room = screen->availableGeometry();
+    resize(frame.size().boundedTo(room.size()).expandedTo(minimumSizeHint()));
+    move(frame.topLeft());
+}
+
+void DialogFrame::StorePlace() {
+    const QRect frame(pos(), size());
+    store_.Set(
+        kSection, place_,
+        FromQString(
+            QStringLiteral("%1,%2,%3,%4").arg(frame.left()).arg(frame.top()).arg(frame.width()).arg(frame.height())));
+}
+
+}  // namespace lore

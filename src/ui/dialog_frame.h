@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QDialog>
+
+#include "ports/settings_store.h"
+
+class QHBoxLayout;
+class QPushButton;
+class QVBoxLayout;
+
+namespace lore {
+
+class Theme;
+
+/// What all dialogs share: content above a row of buttons, all distances multiples of kSpace. Esc cancels, Ctrl+Enter
+/// is the main button, and the dialog opens where and as large as it was closed.
+class DialogFrame : public QDialog {
+    Q_OBJECT
+
+public:
+    /// `place` names the dialog in the store.
+    DialogFrame(const QString& title, const char* place, SettingsStore& store, QWidget* parent);
+
+    /// The room for the dialog's own controls.
+    QVBoxLayout* Content() const { return content_; }
+    /// A button at the right end of the row, after those that are there.
+    QPushButton* AddButton(const QString& text);
+    /// A button at the left end of the row.
+    QPushButton* AddSideButton(const QString& text);
+    /// The button that Ctrl+Enter presses; drawn as the default one.
+    void SetMainButton(QPushButton* button);
+
+    void done(int result) override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void RestorePlace();
+    void StorePlace();
+
+    const char* place_;
+    SettingsStore& store_;
+    QVBoxLayout* content_ = nullptr;
+    QHBoxLayout* buttons_ = nullptr;
+    QPushButton* main_ = nullptr;
+    int sideButtons_ = 0;
+    bool isPlaced_ = false;
+};
+
+}  // namespace lore

@@ -1,0 +1,58 @@
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QUrl>
+
+#include "app/notebook_commands.h"
+#include "ui/main_window.h"
+#include "ui/notebooks/manage_notebooks_dialog.h"
+#include "ui/tool_bar.h"
+
+namespace lore {
+
+void MainWindow::SwitchNoteBook(int index) {
+    const std::vector<CDatabase> choices = app_.NoteBookChoices();
+    if (index < 0 || index >= static_cast<int>(choices.size()) ||
+        choices[static_cast<size_t>(index)].guid == app_.NoteBook().database.guid)
+        return;
+    app_.SwitchNoteBook(choices[static_cast<size_t>(index)]);
+    ShowNoteBook();
+}
+
+void MainWindow::ManageNoteBooks() {
+    NoteBookManagement management(app_);
+    ManageNoteBooksDialog dialog(management.Model(), theme_, app_.Store(), this);
+    const bool changes = dialog.exec() == QDialog::Accepted;
+    if (management.Finish(changes))
+        return ShowNoteBook();
+    tools_->SetNoteBooks(app_.NoteBookChoices(), app_.NoteBook().database.guid);
+    RefreshPanes();
+}
+
+void MainWindow::BringToFront() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && !DroppedFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    for (const QString& path : DroppedFiles(*event->mimeData()))
+        emit ImportRequested(path);
+}
+
+QStringList MainWindow::DroppedFiles(const QMimeData& dropped) {
+    QStringList paths;
+    for (const QUrl& url : dropped.urls()) {
+        if (url.isLocalFile() && url.fileName().endsWith(QLatin1String(".lbe"), Qt::CaseInsensitive))
+            paths.append(url.toLocalFile());
+    }
+    return paths;
+}
+
+}  // namespace lore

@@ -1,0 +1,175 @@
+#include "ui/notebooks/manage_notebooks_dialog.h"
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kListChars = 30;
+constexpr int kListRows = 12;
+
+QLabel* MakeLabel(const QString& text, QWidget* buddy, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setBuddy(buddy);
+    return label;
+}
+
+}  // namespace
+
+ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme& theme, SettingsStore& store,
+                                             QWidget* parent)
+    : DialogFrame(tr("Manage NoteBooks"), "ManageNoteBooks", store, parent), model_(model), theme_(theme) {
+    list_ = new QListWidget(this);
+    list_->setObjectName("noteBooks");
+    list_->setAccessibleName(tr("NoteBooks"));
+    list_->setMinimumWidth(list_->fontMetrics().averageCharWidth() * kListChars);
+    list_->setMinimumHeight(list_->fontMetrics().height() * kListRows);
+    auto* const left = new QVBoxLayout;
+    left->setSpacing(kSpace);
+    left->addWidget(MakeLabel(tr("Note&Books"), list_, this));
+    left->addWidget(list_, 1);
+    auto* const right = new QVBoxLayout;
+    right->setSpacing(kSpace * 4);
+    right->addWidget(MakeDetails());
+    right->addWidget(MakeNew());
+    right->addStretch(1);
+    auto* const columns = new QHBoxLayout;
+    columns->setSpacing(kSpace * 5);
+    columns->addLayout(left, 1);
+    columns->addLayout(right, 1);
+    Content()->addLayout(columns, 1);
+    QPushButton* const change = AddButton(tr("Change &NoteBook"));
+    change->setObjectName("changeNoteBook");
+    SetMainButton(change);
+    connect(change, &QPushButton::clicked, this, &QDialog::accept);
+    connect(AddButton(tr("E&xit")), &QPushButton::clicked, this, &QDialog::reject);
+    connect(list_, &QListWidget::itemActivated, this, &QDialog::accept);
+    connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
+        model_.Select(static_cast<size_t>(std::max(row, 0)));
+        ShowDetails();
+    });
+    Refill();
+    list_->setFocus();
+}
+
+QWidget* ManageNoteBooksDialog::MakeDetails() {
+    auto* const box = new QWidget(this);
+    auto* const layout = new QGridLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setHorizontalSpacing(kSpace * 2);
+    layout->setVerticalSpacing(kSpace * 2);
+    name_ = new QLineEdit(box);
+    name_->setObjectName("name");
+    name_->setAccessibleName(tr("Name of the chosen NoteBook"));
+    changeName_ = new QPushButton(tr("C&hange Name"), box);
+    delete_ = new QPushButton(tr("&Delete NoteBook"), box);
+    notes_ = new QLabel(box);
+    notes_->setObjectName("notes");
+    created_ = new QLabel(box);
+    created_->setObjectName("created");
+    for (QPushButton* const button : {changeName_, delete_})
+        button->setAutoDefault(false);
+    layout->addWidget(MakeLabel(tr("N&ame"), name_, box), 0, 0, 1, 2);
+    layout->addWidget(name_, 1, 0);
+    layout->addWidget(changeName_, 1, 1);
+    layout->addWidget(notes_, 2, 0);
+    layout->addWidget(delete_, 2, 1);
+    layout->addWidget(created_, 3, 0, 1, 2);
+    layout->setColumnStretch(0, 1);
+    connect(changeName_, &QPushButton::clicked, this, &ManageNoteBooksDialog::ChangeName);
+    connect(name_, &QLineEdit::returnPressed, this, &ManageNoteBooksDialog::ChangeName);
+    connect(delete_, &QPushButton::clicked, this, &ManageNoteBooksDialog::Delete);
+    return box;
+}
+
+QWidget* ManageNoteBooksDialog::MakeNew() {
+    auto* const box = new QWidget(this);
+    auto* const layout = new QGridLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setHorizontalSpacing(kSpace * 2);
+    layout->setVerticalSpacing(kSpace * 2);
+    auto* const line = new QFrame(box);
+    line->setFrameShape(QFrame::HLine);
+    newName_ = new QLineEdit(box);
+    newName_->setObjectName("newName");
+    newName_->setPlaceholderText(tr("5 to 30 characters"));
+    newName_->setAccessibleName(tr("Name of a new NoteBook"));
+    auto* const create = new QPushButton(tr("&Create NoteBook"), box);
+    create->setObjectName("create");
+    create->setAutoDefault(false);
+    layout->addWidget(line, 0, 0, 1, 2);
+    layout->addWidget(MakeLabel(tr("Ne&w NoteBook"), newName_, box), 1, 0, 1, 2);
+    layout->addWidget(newName_, 2, 0);
+    layout->addWidget(create, 2, 1);
+    layout->setColumnStretch(0, 1);
+    connect(create, &QPushButton::clicked, this, &ManageNoteBooksDialog::Create);
+    connect(newName_, &QLineEdit::returnPressed, this, &ManageNoteBooksDialog::Create);
+    return box;
+}
+
+void ManageNoteBooksDialog::Refill() {
+    const QSignalBlocker quiet(list_);
+    list_->clear();
+    for (size_t row = 0; row < model_.Count(); ++row)
+        list_->addItem(ToQString(model_.RowText(row)));
+    list_->setCurrentRow(static_cast<int>(model_.Selected()));
+    ShowDetails();
+}
+
+void ManageNoteBooksDialog::ShowDetails() {
+    const NoteBookDetails details = model_.Details();
+    name_->setText(ToQString(details.name));
+    notes_->setText(ToQString(details.notes));
+    created_->setText(ToQString(details.created));
+    for (QWidget* const control :
+         {static_cast<QWidget*>(name_), static_cast<QWidget*>(changeName_), static_cast<QWidget*>(delete_)})
+        control->setEnabled(details.canChange);
+}
+
+void ManageNoteBooksDialog::Create() {
+    if (!model_.Create(FromQString(newName_->text())))
+        return;
+    Refill();
+    newName_->clear();
+    newName_->setFocus();
+}
+
+void ManageNoteBooksDialog::ChangeName() {
+    if (model_.ChangeName(FromQString(name_->text())))
+        Refill();
+}
+
+void ManageNoteBooksDialog::Delete() {
+    if (!model_.Delete())
+        return;
+    Refill();
+    list_->setFocus();
+}
+
+void ManageNoteBooksDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F2 && name_->isEnabled()) {
+        name_->setFocus();
+        name_->selectAll();
+    } else if (event->key() == Qt::Key_Delete && list_->hasFocus()) {
+        Delete();
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+               (name_->hasFocus() || newName_->hasFocus())) {
+        event->accept();  // the field has taken it; the dialog stays
+    } else {
+        DialogFrame::keyPressEvent(event);
+    }
+}
+
+}  // namespace lore

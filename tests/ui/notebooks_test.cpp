@@ -1,0 +1,315 @@
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+#include "app/notebook_commands.h"
+#include "notes/note_file.h"
+#include "platform/system_sources.h"
+#include "support/memory_store.h"
+#include "support/scripted_ports.h"
+#include "ui/board_fixture.h"
+#include "ui/main_window.h"
+#include "ui/notebooks/manage_notebooks_dialog.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+/// The dialog "Manage NoteBooks" as a user drives it, and what the main window makes of it.
+class NoteBooksTest : public QObject {
+    Q_OBJECT
+
+private:
+    DataPaths Data() const { return {folder_->path().toStdString()}; }
+    void AddNoteBook(const std::string& name, int32_t id, int notes);
+    void Start();
+    /// Opens the dialog from the menu and runs steps in it; the dialog is closed behind them.
+    void InDialog(const std::function<void(ManageNoteBooksDialog&)>& steps);
+    QAction* MenuEntry(const QString& text) const;
+    QStringList Rows(const ManageNoteBooksDialog& dialog) const;
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<Theme> theme_;
+    MemoryStore store_;
+    ScriptedPrompts prompts_;
+    ScriptedProgress progress_;
+    FixedClock clock_;
+    SystemGuids guids_;
+    NotedFaults faults_;
+    std::unique_ptr<CLorebinderApp> app_;
+    std::unique_ptr<MainWindow> window_;
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void menus_stand_in_their_order_with_alt_keys_of_their_own();
+    void keyboard_alone_makes_renames_and_deletes();
+    void details_follow_the_selection();
+    void main_notebook_can_be_neither_renamed_nor_deleted();
+    void changing_opens_the_chosen_one();
+    void deleting_the_open_one_stops_all_writing();
+    void dialog_opens_where_it_was_closed();
+    void closing_asks_for_the_auto_backup();
+    void dropped_archives_are_asked_to_be_imported();
+    void looks_good_data();
+    void looks_good();
+};
+
+void NoteBooksTest::initTestCase() {
+    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+}
+
+void NoteBooksTest::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    store_ = MemoryStore();
+    store_.Set("Options", "LocalGUID", "{LOCAL}");
+    prompts_ = ScriptedPrompts();
+    faults_.faults.clear();
+    CreateNoteBookFolders({Data(), kMainNoteBookFolder});
+    AddNoteBook("Thesis", 7, 3);
+    AddNoteBook("A NoteBook with a name of 30 c", 9, 0);
+    AddNoteBook("\xD7\xA1\xD7\xA4\xD7\xA8 \xE7\xAC\x94\xE8\xAE\xB0\xE6\x9C\xAC", 11, 1);
+    Start();
+}
+
+void NoteBooksTest::cleanup() {
+    window_.reset();
+    app_.reset();
+    theme_->SetAppearance(Appearance::Light);
+}
+
+void NoteBooksTest::AddNoteBook(const std::string& name, int32_t id, int notes) {
+    std::vector<CDatabase> list;
+    LoadDatabases(Data().DatabasesFile(), MakeReadContext(clock_, guids_), list);
+    CDatabase& entry = list.emplace_back();
+    entry.id = id;
+    entry.name = name;
+    entry.folder = "Folder" + std::to_string(id);
+    entry.guid = "{NB" + std::to_string(id) + "}";
+    entry.created = DateTime(2011, 7, 12);
+    const NoteBookPaths paths(Data(), entry.folder);
+    CreateNoteBookFolders(paths);
+    std::vector<CNote> held(static_cast<size_t>(notes));
+    for (size_t i = 0; i < held.size(); ++i) {
+        held[i].id = static_cast<int32_t>(i) + 1;
+        held[i].dateCreated = held[i].dateEdited = DateTime(2020, 1, 1);
+        held[i].rtfText = "{\\rtf1 A lamp}";
+    }
+    if (notes > 0)
+        SaveNoteFile(paths.NoteFile("DAY01012020.dat"), held);
+    SaveDatabases(Data().DatabasesFile(), list);
+}
+
+void NoteBooksTest::Start() {
+    app_ =
+        std::make_unique<CLorebinderApp>(Data().root, AppPorts{prompts_, progress_, clock_, guids_, store_, faults_});
+    app_->LoadOptions();
+    app_->SelectStartNoteBook();
+    window_ = std::make_unique<MainWindow>(*app_, *theme_);
+    window_->resize(1180, 800);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    app_->FinishStartup();
+    window_->ShowNoteBook();
+}
+
+QAction* NoteBooksTest::MenuEntry(const QString& text) const {
+    for (QAction* const menu : window_->menuBar()->actions()) {
+        for (QAction* const entry : menu->menu()->actions()) {
+            if (entry->text().remove('&') == text)
+                return entry;
+        }
+    }
+    return nullptr;
+}
+
+void NoteBooksTest::InDialog(const std::function<void(ManageNoteBooksDialog&)>& steps) {
+    bool ran = false;
+    QTimer::singleShot(0, this, [&] {
+        auto* const dialog = qobject_cast<ManageNoteBooksDialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        QVERIFY(QTest::qWaitForWindowExposed(dialog));
+        ran = true;
+        steps(*dialog);
+        dialog->close();
+    });
+    MenuEntry("Manage NoteBooks...")->trigger();
+    QVERIFY(ran);
+}
+
+QStringList NoteBooksTest::Rows(const ManageNoteBooksDialog& dialog) const {
+    QStringList rows;
+    const auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+    for (int i = 0; i < list->count(); ++i)
+        rows.append(list->item(i)->text());
+    return rows;
+}
+
+void NoteBooksTest::menus_stand_in_their_order_with_alt_keys_of_their_own() {
+    QStringList titles;
+    for (QAction* const menu : window_->menuBar()->actions()) {
+        titles.append(menu->text().remove('&'));
+        QVERIFY(!menu->menu()->actions().isEmpty());
+        QSet<QChar> keys;
+        for (QAction* const entry : menu->menu()->actions()) {
+            const qsizetype mark = entry->text().indexOf('&');
+            QVERIFY2(entry->isSeparator() || (mark >= 0 && !keys.contains(entry->text().at(mark + 1).toLower())),
+                     qPrintable(entry->text()));
+            if (mark >= 0)
+                keys.insert(entry->text().at(mark + 1).toLower());
+        }
+    }
+    QStringList order = {"File", "Options", "Notes", "Sources", "Categories", "View", "Tools", "Help"};
+    order.removeIf([&](const QString& title) { return !titles.contains(title); });
+    QCOMPARE(titles, order);
+    const QStringList backups = {"Backup Current NoteBook...", "Backup All NoteBooks...", "Run Auto-Backup..."};
+    for (const QString& entry : backups)
+        QVERIFY2(MenuEntry(entry), qPrintable(entry));
+}
+
+void NoteBooksTest::keyboard_alone_makes_renames_and_deletes() {
+    prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+    InDialog([this](ManageNoteBooksDialog& dialog) {
+        auto* const newName = dialog.findChild<QLineEdit*>("newName");
+        QTest::keyClick(&dialog, Qt::Key_W, Qt::AltModifier);
+        QVERIFY(newName->hasFocus());
+        QTest::keyClicks(newName, "Fog signals");
+        QTest::keyClick(newName, Qt::Key_Return);
+        QVERIFY(dialog.isVisible());
+        QVERIFY(newName->text().isEmpty() && newName->hasFocus());
+        QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog signals"));
+        auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+        QCOMPARE(list->currentRow(), 4);
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_F2);
+        auto* const name = dialog.findChild<QLineEdit*>("name");
+        QVERIFY(name->hasFocus());
+        QCOMPARE(name->selectedText(), QStringLiteral("Fog signals"));
+        QTest::keyClicks(name, "Fog");
+        QTest::keyClick(name, Qt::Key_Return);
+        QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog"));
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Delete);
+        QCOMPARE(list->currentRow(), 0);
+        QCOMPARE(Rows(dialog).size(), 4);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QVERIFY(!dialog.isVisible());
+    });
+    QCOMPARE(prompts_.seen.size(), size_t{2});
+    QVERIFY(app_->NoteBook().database.IsMain());
+}
+
+void NoteBooksTest::details_follow_the_selection() {
+    InDialog([this](ManageNoteBooksDialog& dialog) {
+        QCOMPARE(Rows(dialog).first(), QStringLiteral("<LOREBINDER MAIN>"));
+        auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+        QTest::keyClick(list, Qt::Key_Down);
+        QCOMPARE(dialog.findChild<QLineEdit*>("name")->text(), QStringLiteral("Thesis"));
+        QCOMPARE(dialog.findChild<QLabel*>("notes")->text(), QStringLiteral("# Notes:  3"));
+        QCOMPARE(dialog.findChild<QLabel*>("created")->text(), QStringLiteral("Created:  07/12/11"));
+    });
+}
+
+void NoteBooksTest::main_notebook_can_be_neither_renamed_nor_deleted() {
+    InDialog([](ManageNoteBooksDialog& dialog) {
+        QVERIFY(!dialog.findChild<QLineEdit*>("name")->isEnabled());
+        auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+        QTest::keyClick(list, Qt::Key_F2);
+        QVERIFY(list->hasFocus());
+        QTest::keyClick(list, Qt::Key_Delete);
+    });
+    QCOMPARE(prompts_.seen.back(), std::string("Unable to Delete: You can't delete the main database."));
+}
+
+void NoteBooksTest::changing_opens_the_chosen_one() {
+    InDialog([](ManageNoteBooksDialog& dialog) {
+        dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(1);
+        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(!dialog.isVisible());
+    });
+    QCOMPARE(app_->NoteBook().database.name, std::string("Thesis"));
+    QCOMPARE(*store_.Get("Options", "Database"), std::string("{NB7}"));
+    QCOMPARE(app_->NotesPane(), std::string("Notes:    3"));
+}
+
+void NoteBooksTest::deleting_the_open_one_stops_all_writing() {
+    app_->SwitchNoteBook(app_->NoteBooks()[0]);
+    app_->Gather({1, 2});
+    prompts_.answers = {PromptAnswer::Yes};
+    InDialog([](ManageNoteBooksDialog& dialog) {
+        QTest::keyClick(dialog.findChild<QListWidget*>("noteBooks"), Qt::Key_Delete);
+    });
+    QVERIFY(app_->List().IsEmpty());
+    QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
+    QVERIFY(!app_->MayWrite());
+    QVERIFY(prompts_.seen.back().starts_with("NoteBook Deleted: "));
+    app_->SaveOptions();
+    QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
+    QVERIFY(faults_.faults.empty());
+    app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
+    QVERIFY(app_->MayWrite());
+    QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
+}
+
+void NoteBooksTest::dialog_opens_where_it_was_closed() {
+    InDialog([](ManageNoteBooksDialog& dialog) { dialog.setGeometry(60, 70, 640, 480); });
+    InDialog([](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), QRect(60, 70, 640, 480)); });
+}
+
+void NoteBooksTest::closing_asks_for_the_auto_backup() {
+    app_->GetSettings().Set(Option::EnableBackup, 1);
+    app_->GetSettings().Set(Option::BackupPath, folder_->filePath("kept.lbe").toStdString());
+    prompts_.answers = {PromptAnswer::Yes};
+    window_->close();
+    QCOMPARE(prompts_.seen, std::vector<std::string>{"< Auto-Backup >? Do you wish to perform the auto-backup now?"});
+    QVERIFY(QFile::exists(folder_->filePath("kept[Thesis]_(03-14-26).lbe")));
+    QCOMPARE(*store_.Get("Options", "BkUseCount"), std::string("0"));
+}
+
+void NoteBooksTest::dropped_archives_are_asked_to_be_imported() {
+    QSignalSpy spy(window_.get(), &MainWindow::ImportRequested);
+    for (const QString& name : {"/tmp/notes.LBE", "/tmp/notes.txt"}) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(name)});
+        QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(window_.get(), &enter);
+        QCOMPARE(enter.isAccepted(), name.endsWith("LBE"));
+        QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window_.get(), &drop);
+    }
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.first().first().toString(), QStringLiteral("/tmp/notes.LBE"));
+}
+
+void NoteBooksTest::looks_good_data() {
+    QTest::addColumn<int>("appearance");
+    QTest::addColumn<int>("row");
+    QTest::newRow("notebooks-light") << 1 << 2;
+    QTest::newRow("notebooks-dark") << 2 << 3;
+    QTest::newRow("notebooks-main-light") << 1 << 0;
+}
+
+void NoteBooksTest::looks_good() {
+    QFETCH(int, appearance);
+    QFETCH(int, row);
+    theme_->SetAppearance(static_cast<Appearance>(appearance));
+    InDialog([row](ManageNoteBooksDialog& dialog) {
+        dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(row);
+        QTest::qWait(50);
+        TakeShot(dialog, QString::fromLatin1(QTest::currentDataTag()));
+    });
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::NoteBooksTest)
+#include "notebooks_test.moc"
