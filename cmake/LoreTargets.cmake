@@ -15,10 +15,10 @@ if(LORE_FUZZ)
   target_compile_options(lore_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# lore_library(folder [DEPENDS target...]): every .cpp of src/<folder> but main.cpp as the static
+# lore_library(folder [DEPENDS target...] [PRIVATE target...]): every .cpp of src/<folder> but main.cpp as the static
 # library lore_<folder>.
 function(lore_library folder)
-  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "DEPENDS;PRIVATE" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   set(units ${sources})
@@ -26,7 +26,7 @@ function(lore_library folder)
   if(units)
     add_library(lore_${folder} STATIC ${sources})
     target_include_directories(lore_${folder} PUBLIC ${PROJECT_SOURCE_DIR}/src)
-    target_link_libraries(lore_${folder} PUBLIC ${ARG_DEPENDS} PRIVATE lore_flags)
+    target_link_libraries(lore_${folder} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE} lore_flags)
   else()
     add_library(lore_${folder} INTERFACE)
     target_include_directories(lore_${folder} INTERFACE ${PROJECT_SOURCE_DIR}/src)

@@ -50,14 +50,6 @@ FileResult WriteAndFlush(const std::filesystem::path& path, std::string_view byt
 
 }  // namespace
 
-bool FileResult::Missing() const {
-    return error == ENOENT || error == ENOTDIR;
-}
-
-std::string FileResult::Reason() const {
-    return std::generic_category().message(error);
-}
-
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
     bytes.clear();
     const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));

@@ -5,17 +5,9 @@
 #include <string_view>
 #include <vector>
 
-namespace lore {
+#include "base/file_result.h"
 
-/// What became of a file operation. `error` is the system's number (errno), 0 when done.
-struct FileResult {
-    int error = 0;
-    bool Ok() const { return error == 0; }
-    /// True if the file just isn't there, which counts as having no records.
-    bool Missing() const;
-    /// The system's reason in words.
-    std::string Reason() const;
-};
+namespace lore {
 
 /// Reads a whole file. `bytes` is empty on failure.
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes);

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "base/file_io.h"
+#include "base/file_result.h"
 
 namespace lore {
 

@@ -1,0 +1,16 @@
+#include "base/file_result.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace lore {
+
+bool FileResult::Missing() const {
+    return error == ENOENT || error == ENOTDIR;
+}
+
+std::string FileResult::Reason() const {
+    return std::generic_category().message(error);
+}
+
+}  // namespace lore

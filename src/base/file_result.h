@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace lore {
+
+/// What became of a file operation. `error` is the system's number (errno), 0 when done.
+struct FileResult {
+    int error = 0;
+    bool Ok() const { return error == 0; }
+    /// True if the file just isn't there, which counts as having no records.
+    bool Missing() const;
+    /// The system's reason in words.
+    std::string Reason() const;
+};
+
+}  // namespace lore
