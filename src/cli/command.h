@@ -40,6 +40,7 @@ void AddDumpCommands(Commands& commands);
 void AddDataCommands(Commands& commands);
 void AddCheckCommands(Commands& commands);
 void AddNoteBookCommands(Commands& commands);
+void AddCopyCommands(Commands& commands);
 void AddExchangeCommands(Commands& commands);
 
 /// Runs a whole command line and gives its exit status.

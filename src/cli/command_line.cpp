@@ -26,6 +26,7 @@ Commands AllCommands() {
     AddDataCommands(commands);
     AddCheckCommands(commands);
     AddNoteBookCommands(commands);
+    AddCopyCommands(commands);
     AddExchangeCommands(commands);
     return commands;
 }

@@ -117,6 +117,8 @@ void MainWindow::ConnectBoard() {
     connect(board_, &BoardView::OpenRequested, this, &MainWindow::OpenAttachment);
     connect(board_, &BoardView::ExtractRequested, this, &MainWindow::ExtractAttachment);
     connect(board_, &BoardView::LinkRequested, this, &MainWindow::OpenLink);
+    board_->SetNoteCommands({BoardCommand::RemoveFromList, BoardCommand::CopyToNoteBook});
+    connect(board_, &BoardView::CopyRequested, this, &MainWindow::CopyNote);
     connect(board_, &BoardView::ZoomStepRequested, this,
             [this](int step) { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); });
     connect(board_, &BoardView::FirstStepRequested, this,
@@ -158,7 +160,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::ShowNoteBook() {
-    tools_->SetNoteBooks(app_.NoteBookChoices(), app_.NoteBook().database.guid);
+    ShowNoteBookChoices();
     panels_->Rebuild(app_);
     board_->Rebuild();
     RefreshPanes();

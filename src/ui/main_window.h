@@ -72,6 +72,9 @@ private:
     void ClearCurrentNotes();
     void SwitchNoteBook(int index);
     void ManageNoteBooks();
+    /// The NoteBooks in the tool bar and in the board's menu, as the list is now.
+    void ShowNoteBookChoices();
+    void CopyNote(int32_t noteId, int noteBook);
     static QStringList DroppedFiles(const QMimeData& dropped);
     void RunPanelCommand(PanelAction action, const LongList& notes);
     void SetPanelChoice(PanelKind kind, int number);

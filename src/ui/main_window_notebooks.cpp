@@ -5,6 +5,7 @@
 #include "app/notebook_commands.h"
 #include "ui/main_window.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
+#include "ui/qt_text.h"
 #include "ui/tool_bar.h"
 
 namespace lore {
@@ -24,8 +25,22 @@ void MainWindow::ManageNoteBooks() {
     const bool changes = dialog.exec() == QDialog::Accepted;
     if (management.Finish(changes))
         return ShowNoteBook();
-    tools_->SetNoteBooks(app_.NoteBookChoices(), app_.NoteBook().database.guid);
+    ShowNoteBookChoices();
     RefreshPanes();
+}
+
+void MainWindow::ShowNoteBookChoices() {
+    tools_->SetNoteBooks(app_.NoteBookChoices(), app_.NoteBook().database.guid);
+    QStringList others;
+    for (const CDatabase& target : CopyTargets(app_))
+        others.append(ToQString(target.IsMain() ? kMainNoteBookListName : target.name));
+    board_->SetOtherNoteBooks(others);
+}
+
+void MainWindow::CopyNote(int32_t noteId, int noteBook) {
+    const std::vector<CDatabase> targets = CopyTargets(app_);
+    if (noteBook >= 0 && noteBook < static_cast<int>(targets.size()))
+        CopyNoteToNoteBook(app_, noteId, targets[static_cast<size_t>(noteBook)].id);
 }
 
 void MainWindow::BringToFront() {

@@ -56,6 +56,7 @@ private slots:
     void main_notebook_can_be_neither_renamed_nor_deleted();
     void changing_opens_the_chosen_one();
     void deleting_the_open_one_stops_all_writing();
+    void card_is_copied_to_another_notebook();
     void dialog_opens_where_it_was_closed();
     void closing_asks_for_the_auto_backup();
     void dropped_archives_are_asked_to_be_imported();
@@ -257,6 +258,22 @@ void NoteBooksTest::deleting_the_open_one_stops_all_writing() {
     app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
     QVERIFY(app_->MayWrite());
     QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
+}
+
+void NoteBooksTest::card_is_copied_to_another_notebook() {
+    app_->SwitchNoteBook(app_->NoteBooks()[0]);
+    app_->Gather({1, 2});
+    window_->ShowNoteBook();
+    QCOMPARE(CopyTargets(*app_).size(), size_t{3});
+    emit window_->Board()->CopyRequested(2, 0);
+    QCOMPARE(prompts_.seen.back(), std::string("Finished!: Your note has been successfully copied to LorebinderMain!"));
+    QCOMPARE(*store_.Get("Options", "MaxNoteID"), std::to_string(app_->GetSettings().Int(Option::MaxNoteID)));
+    const std::vector<std::string> seen = prompts_.seen;
+    emit window_->Board()->CopyRequested(99, 0);
+    emit window_->Board()->CopyRequested(1, 3);
+    QCOMPARE(prompts_.seen, seen);
+    app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
+    QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{1});
 }
 
 void NoteBooksTest::dialog_opens_where_it_was_closed() {

@@ -1,0 +1,159 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+
+#include "base/text.h"
+#include "cli/command.h"
+#include "cli/json_records.h"
+#include "cli/printed_prompts.h"
+#include "cli/silent_progress.h"
+#include "notebooks/backup.h"
+#include "notebooks/backup_file.h"
+#include "notebooks/copy_notes.h"
+#include "notes/note_finder.h"
+
+namespace lore {
+
+namespace {
+
+class CopyCommand : public Command {
+public:
+    const char* Name() const override { return "copy"; }
+    const char* Help() const override { return "Copies notes to another NoteBook"; }
+    void Declare(CLI::App& app) override {
+        app.add_option("--to", target_, "The NoteBook to copy to")->type_name("NOTEBOOK")->required();
+        app.add_option("ID", ids_, "The notes")->required();
+    }
+    ExitStatus Run(Session& session) override {
+        ExitStatus status = ExitStatus::Done;
+        OpenNoteBook book;
+        if (!session.TakeLock(status))
+            return status;
+        if (!session.Load(book, false))
+            return ExitStatus::NothingFound;
+        const auto target = FindNoteBook(session.NoteBooks(), session.Main().guid, FromUtf8(target_));
+        CNoteList list;
+        status = Check(book, target);
+        if (status != ExitStatus::Done)
+            return status;
+        LongList wanted;
+        wanted.Merge(LongList(ids_));
+        for (CNote& note : FindNotes(book.index, wanted, session.Context(), session.Faults()))
+            list.AddNote(std::move(note));
+        return Print(session, *target, Copy(session, book, list, *target));
+    }
+
+private:
+    ExitStatus Check(const OpenNoteBook& book, const std::optional<CDatabase>& target) const {
+        for (const int32_t id : ids_) {
+            if (!book.index.Contains(id)) {
+                PrintError("there is no note " + std::to_string(id) + " in this NoteBook");
+                return ExitStatus::NothingFound;
+            }
+        }
+        if (!target) {
+            PrintError("there is no NoteBook \"" + target_ +
+                       "\"; the command \"notebooks\" lists those that there are");
+            return ExitStatus::NothingFound;
+        }
+        if (target->folder == book.database.folder) {
+            PrintError("the notes stand in the NoteBook \"" + target_ + "\" already; name another one");
+            return ExitStatus::WrongUsage;
+        }
+        return ExitStatus::Done;
+    }
+    static CopyResult Copy(Session& session, const OpenNoteBook& book, const CNoteList& list, const CDatabase& target) {
+        PrintedPrompts prompts;
+        SilentProgress progress;
+        Settings& settings = session.GetSettings();
+        if (settings.Text(Option::LocalGUID).empty())
+            settings.Set(Option::LocalGUID, session.Guids().NewGuid());
+        IdCounters counters = session.Counters();
+        const CopyWorld world{book,
+                              session.Data(),
+                              counters,
+                              session.Context(),
+                              prompts,
+                              progress,
+                              session.Faults(),
+                              settings.Int(Option::SyncEngaged) == 1,
+                              [&] { session.StoreCounters(counters); }};
+        return CopyNotesToNoteBook(list, target, world);
+    }
+    static ExitStatus Print(const Session& session, const CDatabase& target, const CopyResult& result) {
+        if (result.copied <= 0)
+            return ExitStatus::Fault;
+        if (session.Json())
+            PrintJson({{"copied", result.copied}, {"ids", JsonIds(result.ids)}, {"notebook", JsonText(target.name)}});
+        else
+            std::printf("%d notes copied to \"%s\"\n", result.copied, ToUtf8(target.name).c_str());
+        return ExitStatus::Done;
+    }
+
+    std::string target_;
+    std::vector<int32_t> ids_;
+};
+
+class BackupCommand : public Command {
+public:
+    const char* Name() const override { return "backup"; }
+    const char* Help() const override { return "Backs up the NoteBook, or all of them, into archives"; }
+    void Declare(CLI::App& app) override {
+        app.add_option("--out", target_, "The archive, which ends in .lbe")->type_name("FILE")->required();
+        app.add_flag("--all", all_, "All NoteBooks, each in a file with its name in brackets before the ending");
+    }
+    ExitStatus Run(Session& session) override {
+        ExitStatus status = ExitStatus::Done;
+        if (all_ && BackupFileName(target_, "x", "") == target_) {
+            PrintError("\"" + target_ + "\" needs an ending such as .lbe, before which the names of the NoteBooks go");
+            return ExitStatus::WrongUsage;
+        }
+        if (!session.TakeLock(status))
+            return status;
+        const auto noteBook = session.NoteBook();
+        if (!noteBook)
+            return ExitStatus::NothingFound;
+        PrintedPrompts prompts;
+        SilentProgress progress;
+        const BackupWorld world{
+            session.Data(), session.GetSettings(), session.Context(), prompts, progress, session.Faults(), [] {}};
+        const int notes = all_ ? RunBackupAll(target_, {}, world) : BackUpNoteBook(*noteBook, target_, world);
+        if (notes == 0)
+            PrintError("there are no notes to back up");
+        if (notes <= 0 || prompts.HasWarned())
+            return notes == 0 && !prompts.HasWarned() ? ExitStatus::NothingFound : ExitStatus::Fault;
+        Print(session, notes);
+        return ExitStatus::Done;
+    }
+
+private:
+    void Print(Session& session, int notes) const {
+        std::vector<CDatabase> noteBooks = session.NoteBooks();
+        noteBooks.push_back(session.Main());
+        Json files = Json::array();
+        for (const CDatabase& noteBook : noteBooks) {
+            const std::string name = BackupFileName(target_, ToUtf8(noteBook.name), "");
+            std::error_code ignored;
+            if (all_ && std::filesystem::exists(name, ignored))
+                files.push_back(name);
+        }
+        if (!all_)
+            files.push_back(target_);
+        if (session.Json())
+            return PrintJson({{"notes", notes}, {"files", std::move(files)}});
+        for (const Json& file : files)
+            std::printf("%s\n", file.get_ref<const std::string&>().c_str());
+        std::printf("%d notes backed up\n", notes);
+    }
+
+    std::string target_;
+    bool all_ = false;
+};
+
+}  // namespace
+
+void AddCopyCommands(Commands& commands) {
+    commands.push_back(std::make_unique<CopyCommand>());
+    commands.push_back(std::make_unique<BackupCommand>());
+}
+
+}  // namespace lore

@@ -1,0 +1,94 @@
+#include "app/outside_requests.h"
+
+#include <gmock/gmock.h>
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct OutsideRequestsTest : testing::Test {
+    std::vector<std::string> done;
+    OutsideRequests requests{Hooks()};
+
+    RequestHooks Hooks() {
+        const auto note = [this](const std::string& what) { return [this, what] { done.push_back(what); }; };
+        RequestHooks hooks;
+        hooks.restore = note("restore");
+        hooks.bringToFront = note("front");
+        hooks.importFile = [this](const std::filesystem::path& path) { done.push_back("import " + path.string()); };
+        hooks.capture = note("capture");
+        hooks.close = note("close");
+        hooks.checkAgentOptions = note("options");
+        hooks.checkForUpdates = note("updates");
+        return hooks;
+    }
+};
+
+TEST_F(OutsideRequestsTest, WhatComesBeforeTheEndOfTheStartWaits) {
+    requests.OpenDocumentFile("/Keep/one.lbe");
+    requests.OpenDocumentFile("/Keep/two.lbe");
+    EXPECT_THAT(done, IsEmpty());
+    requests.FinishStartup();
+    EXPECT_THAT(done, ElementsAre("import /Keep/two.lbe"));
+    requests.OpenDocumentFile("/Keep/one.lbe");
+    EXPECT_THAT(done, ElementsAre("import /Keep/two.lbe", "restore", "import /Keep/one.lbe"));
+}
+
+TEST_F(OutsideRequestsTest, CaptureWaitsTooAndAFileGoesFirst) {
+    requests.OpenDocumentFile(kCaptureRequest);
+    requests.FinishStartup();
+    EXPECT_THAT(done, ElementsAre("front", "capture"));
+    done.clear();
+    OutsideRequests both(Hooks());
+    both.OpenDocumentFile("/Keep/one.lbe");
+    both.OpenDocumentFile(std::string("x ") + kCaptureRequest + " y");
+    both.FinishStartup();
+    EXPECT_THAT(done, ElementsAre("front", "import /Keep/one.lbe"));
+}
+
+TEST_F(OutsideRequestsTest, UpdateCheckComesOnlyToAStartWithoutARequest) {
+    requests.FinishStartup();
+    EXPECT_THAT(done, ElementsAre("updates"));
+}
+
+TEST_F(OutsideRequestsTest, MessagesAreToldApartByTheirTags) {
+    requests.FinishStartup();
+    const std::string longPath = "/" + std::string(2000, 'a');
+    struct Case {
+        uint32_t tag;
+        std::string text;
+        uint32_t answer;
+        std::vector<std::string> done;
+    };
+    const Case cases[] = {
+        {InstanceMessage::kIsMe, "", 1, {}},
+        {InstanceMessage::kActivate, "", 1, {"front"}},
+        {InstanceMessage::kDocument, "", 1, {}},
+        {InstanceMessage::kDocument, "/a.lbe", 1, {"restore", "import /a.lbe"}},
+        {InstanceMessage::kDocument, longPath, 1, {"restore", "import " + longPath.substr(0, 1023)}},
+        {InstanceMessage::kDocument, kCaptureRequest, 1, {"front", "capture"}},
+        {InstanceMessage::kDocument, "TQRCLOSELOREBINDER", 1, {"restore", "import TQRCLOSELOREBINDER"}},
+        {InstanceMessage::kCommand, "TQRCLOSELOREBINDER", 1, {"close"}},
+        {77, "  TQRCHECKAGENTOPTIONS now", 1, {"options"}},
+        {InstanceMessage::kCommand, "tqrcloselorebinder", 0, {}},
+        {InstanceMessage::kCommand, "", 0, {}}};
+    for (const Case& each : cases) {
+        done.clear();
+        EXPECT_EQ(requests.Receive({each.tag, each.text}), each.answer) << each.text;
+        EXPECT_EQ(done, each.done) << each.text;
+    }
+}
+
+TEST(RequestOfCommandLine, IsAFullPathTheCaptureOrNothing) {
+    EXPECT_EQ(RequestOfCommandLine("one.lbe", false, "/home/me"), "/home/me/one.lbe");
+    EXPECT_EQ(RequestOfCommandLine("../one.lbe", false, "/home/me"), "/home/one.lbe");
+    EXPECT_EQ(RequestOfCommandLine("/Keep/one.lbe", false, "/home/me"), "/Keep/one.lbe");
+    EXPECT_EQ(RequestOfCommandLine("", false, "/home/me"), "");
+    EXPECT_EQ(RequestOfCommandLine("bypassSYNC", false, "/home/me"), "");
+    EXPECT_EQ(RequestOfCommandLine("one.lbe", true, "/home/me"), kCaptureRequest);
+}
+
+}  // namespace
+}  // namespace lore

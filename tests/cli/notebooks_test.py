@@ -1,0 +1,128 @@
+#!/usr/bin/env python3
+"""Commands on NoteBooks from end to end: create, rename, delete, switch, copy, backup.
+
+Usage: notebooks_test.py LOREBINDER_CLI [unittest arguments]"""
+import pathlib
+import shutil
+import tempfile
+import zipfile
+
+from cli_world import CliTest, WALKS, fingerprint, main
+
+
+class NoteBooks(CliTest):
+    def setUp(self):
+        self.top = pathlib.Path(tempfile.mkdtemp(dir=self.world.top))
+        self.data = self.top / "data"
+        shutil.copytree(self.world.data, self.data)
+        self.databases = self.data / "Data Files" / "Databases"
+
+    def json(self, *args, **options):
+        return super().json(*args, **{"data": self.data, **options})
+
+    def expect(self, *args, **options):
+        return super().expect(*args, **{"data": self.data, **options})
+
+    def listed(self):
+        return {book["name"]: book for book in self.json("notebooks")}
+
+    def test_create_rename_delete(self):
+        made = self.json("notebook", "create", "  Light houses ")
+        self.assertEqual((made["name"], made["notes"]), ("Light houses", 0))
+        self.assertRegex(made["folder"], r"^DB\d{6}$")
+        self.assertTrue((self.databases / made["folder"] / "Notes").is_dir())
+        self.assertTrue((self.databases / made["folder"] / "Attachments").is_dir())
+        self.assertEqual(self.listed()["Light houses"], made)
+        self.assertEqual(self.json("notebook", "rename", made["folder"], "Leuchtt\u00fcrme")["guid"], made["guid"])
+        self.assertIn("Leuchtt\u00fcrme", self.listed())
+        other = self.json("notebook", "create", "Fog signals")
+        self.assertGreater(other["id"], made["id"])
+        before = fingerprint(self.databases / "_LBMAIN_")
+        self.assertEqual(self.json("notebook", "delete", WALKS["guid"])["notes"], 2)
+        self.assertFalse((self.databases / WALKS["folder"]).exists())
+        self.assertEqual(set(self.listed()), {"LorebinderMain", "Leuchtt\u00fcrme", "Fog signals"})
+        self.assertEqual(fingerprint(self.databases / "_LBMAIN_"), before)
+
+    def test_refusals_change_nothing(self):
+        before = fingerprint(self.data)
+        refused = [(2, ("notebook", "create", "abcd"), "Database name must be between 5 and 30 characters."),
+                   (2, ("notebook", "create", "x" * 31), "Database name must be between 5 and 30 characters."),
+                   (2, ("notebook", "delete", "LorebinderMain"), "You can't delete the main database."),
+                   (2, ("notebook", "rename", "LorebinderMain", "Other"), "main NoteBook"),
+                   (1, ("notebook", "delete", "Nowhere"), "Nowhere"),
+                   (1, ("notebook", "switch", "Nowhere"), "Nowhere"),
+                   (2, ("notebook",), ""), (2, ("notebook", "rename", "Shore Walks"), ""),
+                   (1, ("copy", "--to", "Nowhere", "1"), ""), (1, ("copy", "--to", "Shore Walks", "99999999"), ""),
+                   (2, ("backup", "--all", "--out", self.top / "none"), "ending")]
+        for status, args, says in refused:
+            self.expect(status, *args, says=says)
+        self.assertEqual(fingerprint(self.data), {**before, "lorebinder.lock": fingerprint(self.data)["lorebinder.lock"]})
+
+    def test_switch_decides_what_opens(self):
+        self.json("notebook", "switch", "Shore Walks")
+        self.assertEqual([note["id"] for note in self.json("notes")], [7, 8])
+        self.json("notebook", "delete", "Shore Walks")
+        self.assertEqual(len(self.json("notes")), len(self.world.notes))
+
+    def test_copy_brings_what_a_note_names(self):
+        note = next(n for n in self.world.notes if n["sources"] and any(n["categories"]) and
+                    any(a["storedFile"] for a in n["attachments"]))
+        target = self.json("notebook", "create", "Light houses")
+        before = fingerprint(self.databases / "_LBMAIN_")
+        made = self.json("copy", "--to", "Light houses", str(note["id"]))
+        self.assertEqual(made["copied"], 1)
+        self.assertEqual(fingerprint(self.databases / "_LBMAIN_"), before)
+        there = ("--notebook", "Light houses")
+        copy = self.json(*there, "note", str(made["ids"][0]))
+        for key in ("guid", "rtfText", "plainText", "keyWords", "dateEdited", "categories", "borderColor"):
+            self.assertEqual(copy[key], note[key], key)
+        titles = {s["SourceGUID"]: s["FieldTexts"] for s in self.json("sources")}
+        self.assertEqual({s["SourceGUID"]: s["FieldTexts"] for s in self.json(*there, "sources")},
+                         {guid: titles[guid] for guid in (s["SourceGUID"] for s in self.json(*there, "sources"))})
+        self.assertEqual(len(copy["sources"]), len(note["sources"]))
+        for old, new in zip(note["attachments"], copy["attachments"]):
+            if old["storedFile"]:
+                self.assertEqual((self.databases / target["folder"] / "Attachments" / new["storedFile"]).read_bytes(),
+                                 (self.databases / "_LBMAIN_" / "Attachments" / old["storedFile"]).read_bytes())
+        self.assertEqual(self.json(*there, "check"), [])
+        again = self.json("copy", "--to", "Light houses", str(note["id"]))
+        self.assertGreater(again["ids"][0], made["ids"][0])
+        self.assertEqual([n["id"] for n in self.json(*there, "notes")], again["ids"])
+        self.assertEqual(self.json(*there, "check"), [])
+        self.expect(2, "copy", "--to", "LorebinderMain", str(note["id"]), says="already")
+
+    def test_notes_of_an_old_version_are_copied_both_ways(self):
+        made = self.json("--notebook", "Shore Walks", "copy", "--to", "LorebinderMain", "7", "8")
+        self.assertEqual(self.json("note", str(made["ids"][0]))["plainText"], "Fog on the caf\u00e9 pier")
+        back = self.json("copy", "--to", "Shore Walks", str(self.world.notes[0]["id"]))
+        ids = [note["id"] for note in self.json("--notebook", "Shore Walks", "notes")]
+        self.assertEqual(sorted(ids), sorted([7, 8, *back["ids"]]))
+        self.assertEqual(self.json("--notebook", "Shore Walks", "note", "7")["categories"][0], ["Coast", "South"])
+
+    def test_backup_comes_back_into_an_empty_data_folder(self):
+        self.json("notebook", "rename", "Shore Walks", "Shore / Walks")
+        done = self.json("backup", "--all", "--out", self.top / "kept.lbe")
+        self.assertEqual(done["notes"], len(self.world.notes) + 2)
+        names = [pathlib.Path(file).name for file in done["files"]]
+        self.assertEqual(names, ["kept[Shore_Walks].lbe", "kept[LorebinderMain].lbe"])
+        for file in done["files"]:
+            self.assertIsNone(zipfile.ZipFile(file).testzip())
+        one = self.json("backup", "--out", self.top / "one.lbe")
+        self.assertEqual(one["notes"], len(self.world.notes))
+        empty = self.top / "empty"
+        imported = self.expect(0, "import", self.top / "one.lbe", data=empty)
+        self.assertEqual(imported.returncode, 0)
+        texts = sorted(note["guid"] for note in self.json("notes", data=empty))
+        self.assertEqual(texts, sorted(note["guid"] for note in self.world.notes))
+        self.assertEqual(sorted(s["SourceGUID"] for s in self.json("sources", data=empty)),
+                         sorted(s["SourceGUID"] for s in self.json("sources")))
+
+    def test_backup_into_nowhere_is_a_fault(self):
+        self.expect(3, "backup", "--out", self.top / "none" / "one.lbe")
+        self.expect(1, "--notebook", self.json("notebook", "create", "Empty one")["name"], "backup", "--out",
+                    self.top / "one.lbe", says="no notes")
+        self.assertEqual([p.name for p in self.top.iterdir() if p.is_file()], [])
+
+
+if __name__ == "__main__":
+    main(__doc__)

@@ -1,0 +1,134 @@
+#!/usr/bin/env python3
+"""One instance for each data folder: a second process hands over and ends, and messages of any kind do no harm.
+
+Usage: instance_test.py LOREBINDER [unittest arguments]"""
+import os
+import pathlib
+import signal
+import socket
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+PROGRAM = None
+IS_ME, ACTIVATE, DOCUMENT, COMMAND = 1, 2, 100, 0
+WAIT = 60  # seconds, for machines that do much else
+
+
+def message(tag, text=b""):
+    return struct.pack("<II", tag, len(text)) + text
+
+
+class Instance(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory(prefix="li")
+        self.addCleanup(self.folder.cleanup)
+        self.top = pathlib.Path(self.folder.name)
+        self.started = []
+        self.addCleanup(self.end_all)
+
+    def end_all(self):
+        for process in self.started:
+            process.kill()
+            process.wait()
+            process.stderr.close()
+
+    def start(self, *args, data="data"):
+        environment = dict(os.environ, HOME=self.folder.name, XDG_RUNTIME_DIR=self.folder.name,
+                           QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
+        process = subprocess.Popen([PROGRAM, "--data", self.top / data, "--ready-line", *args], env=environment,
+                                   stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, encoding="utf-8", cwd=self.top)
+        self.started.append(process)
+        return process
+
+    def start_ready(self, *args, **options):
+        process = self.start(*args, **options)
+        self.assertEqual(self.wait_for_line(process), "ready\n")
+        return process
+
+    def wait_for_line(self, process):
+        while line := process.stderr.readline():
+            if line == "ready\n":
+                return line
+        return ""
+
+    def socket_path(self):
+        [path] = self.top.glob("TQRLorebinder-*")
+        return path
+
+    def connect(self):
+        peer = socket.socket(socket.AF_UNIX)
+        peer.settimeout(WAIT)
+        peer.connect(str(self.socket_path()))
+        self.addCleanup(peer.close)
+        return peer
+
+    def ask(self, peer, tag, text=b""):
+        peer.sendall(message(tag, text))
+        return struct.unpack("<I", peer.recv(4))[0]
+
+    def fingerprint(self):
+        return {p: p.read_bytes() for p in sorted((self.top / "data").rglob("*")) if p.is_file()}
+
+    def test_second_process_hands_over_and_writes_nothing(self):
+        self.start_ready()
+        before = self.fingerprint()
+        for args in ((), ("notes.lbe",), ("--capture",)):
+            second = self.start(*args)
+            self.assertEqual(second.wait(WAIT), 0, args)
+        self.assertEqual(self.fingerprint(), before)
+        self.assertEqual(self.ask(self.connect(), IS_ME), 1)
+
+    def test_other_data_folder_has_an_instance_of_its_own(self):
+        self.start_ready()
+        self.start_ready(data="other")
+        self.assertEqual(len(list(self.top.glob("TQRLorebinder-*"))), 2)
+
+    def test_socket_of_a_killed_process_is_taken_over(self):
+        self.start_ready().send_signal(signal.SIGKILL)
+        self.started[0].wait(WAIT)
+        self.assertTrue(self.socket_path().is_socket())
+        self.start_ready()
+        self.assertEqual(self.ask(self.connect(), IS_ME), 1)
+
+    def test_socket_is_for_its_user_alone(self):
+        self.start_ready()
+        self.assertEqual(self.socket_path().stat().st_mode & 0o077, 0)
+
+    def test_hostile_messages_are_refused_and_the_others_answered(self):
+        first = self.start_ready()
+        for bytes_ in (struct.pack("<II", DOCUMENT, 0xFFFFFFFF), struct.pack("<II", DOCUMENT, 65537) + b"x" * 1000):
+            peer = self.connect()
+            peer.sendall(bytes_)
+            self.assertEqual(peer.recv(4), b"", "the connection is closed")
+        slow = self.connect()
+        slow.sendall(message(IS_ME)[:5])
+        peer = self.connect()
+        for tag, text, answer in ((IS_ME, b"", 1), (COMMAND, b"\x00\xff" * 1000, 0), (0xFFFFFFFF, b"x", 0),
+                                  (ACTIVATE, b"", 1), (DOCUMENT, b"", 1)):
+            self.assertEqual(self.ask(peer, tag, text), answer, (tag, text[:9]))
+        peer.sendall(message(IS_ME) * 100)
+        answers = b""
+        while len(answers) < 400:
+            answers += peer.recv(400)
+        self.assertEqual(answers, struct.pack("<I", 1) * 100)
+        begun = time.monotonic()
+        self.assertEqual(slow.recv(4), b"", "who says nothing more is hung up on")
+        self.assertLess(time.monotonic() - begun, WAIT)
+        self.assertIsNone(first.poll())
+
+    def test_close_command_ends_the_program(self):
+        first = self.start_ready()
+        self.assertEqual(self.ask(self.connect(), COMMAND, b"TQRCLOSELOREBINDER"), 1)
+        self.assertEqual(first.wait(WAIT), 0)
+        self.assertIn("ZoomLvl", (self.top / "data" / "settings.ini").read_text())
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    PROGRAM = pathlib.Path(sys.argv.pop(1)).resolve()
+    unittest.main()
