@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""Export and import from end to end: round trips, options, hostile archives, a kill at any write.
+
+Usage: exchange_test.py LOREBINDER_CLI [unittest arguments]"""
+import pathlib
+import resource
+import shutil
+import subprocess
+import tempfile
+import time
+import unittest
+import zipfile
+
+from cli_world import CliTest, fingerprint, main
+from hostile_archives import RECORDS, hostile
+
+MOST_MEMORY = 64 << 20
+
+
+class ExchangeTest(CliTest):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.top = pathlib.Path(folder.name)
+        self.data = self.top / "data"
+        self.archive = self.top / "a.lbe"
+
+    def copy(self, name="copy"):
+        shutil.copytree(self.world.data, self.top / name)
+        return self.top / name
+
+    def export(self, *ids, data=None):
+        return self.json("export", "--out", str(self.archive), *map(str, ids), data=data or self.copy("source"))
+
+    def note(self, ident, data):
+        """A note without what belongs to one NoteBook."""
+        note = self.json("note", str(ident), data=data)
+        titles = {s["SourceID"]: s["SourceGUID"] for s in self.json("sources", data=data)}
+        note["sources"] = [titles[source] for source in note["sources"]]
+        for attachment in note["attachments"]:
+            name = attachment["storedFile"]
+            if name:
+                attachment["storedFile"] = (data / "Data Files/Databases/_LBMAIN_/Attachments" / name).read_bytes()
+        del note["id"], note["file"]
+        return note
+
+    def notes(self, data):
+        return {note["guid"]: note["id"] for note in self.json("notes", data=data)}
+
+
+class RoundTrip(ExchangeTest):
+    def test_an_empty_data_folder_gets_the_same_notes(self):
+        source = self.copy("source")
+        exported = self.export(data=source)
+        self.assertEqual(exported["notes"], self.world.sample["notes"])
+        for check in (["unzip", "-tq"], ["python3", "-m", "zipfile", "-t"]):
+            self.assertEqual(subprocess.run([*check, self.archive], capture_output=True).returncode, 0, check)
+        with zipfile.ZipFile(self.archive) as archive:
+            self.assertEqual(archive.namelist()[0], RECORDS)
+            self.assertFalse([name for name in archive.namelist() if "/" in name])
+        imported = self.json("import", str(self.archive), data=self.data)
+        self.assertEqual(imported["imported"], exported["notes"])
+        before, after = self.notes(source), self.notes(self.data)
+        self.assertEqual(set(before), set(after))
+        for guid, ident in before.items():
+            self.assertEqual(self.note(ident, source), self.note(after[guid], self.data), guid)
+        cited = [[s["FormattedText"] for s in self.json("cite", data=data)] for data in (source, self.data)]
+        self.assertLessEqual(set(cited[1]), set(cited[0]))
+        self.expect(0, "check", data=self.data)
+
+    def test_the_same_archive_twice_changes_nothing(self):
+        self.export()
+        self.json("import", str(self.archive), data=self.data)
+        before = fingerprint(self.data / "Data Files")
+        rows = self.json("import", str(self.archive), "--status", data=self.data)
+        self.assertEqual({row["status"] for row in rows}, {"same"})
+        self.assertEqual([row["row"] for row in rows], list(range(1, len(rows) + 1)))
+        self.assertEqual(self.json("import", str(self.archive), data=self.data, status=1)["imported"], 0)
+        self.assertEqual(fingerprint(self.data / "Data Files"), before)
+        self.assertEqual(self.json("import", str(self.archive), "--take", "all", data=self.data)["imported"], len(rows))
+        self.expect(0, "check", data=self.data)
+
+    def test_export_takes_the_notes_given_in_their_order(self):
+        ids = [note["id"] for note in self.world.notes][:3]
+        self.assertEqual(self.export(ids[2], ids[0])["notes"], 2)
+        rows = self.json("import", str(self.archive), "--status", data=self.world.data)
+        guids = {note["id"]: note["guid"] for note in self.world.notes}
+        self.assertEqual([row["guid"] for row in rows], [guids[ids[2]], guids[ids[0]]])
+        self.assertTrue(all(set(row) >= {"row", "guid", "status", "title"} for row in rows))
+
+
+class Choice(ExchangeTest):
+    def test_take_and_only_choose_the_rows(self):
+        source = self.copy("source")
+        older, newer, gone = sorted(self.notes(source).items())[:3]
+        target = self.copy("target")
+        self.expect(0, "edit", str(newer[1]), "--keywords", "from the archive", data=source)
+        self.expect(0, "delete", str(gone[1]), data=target)
+        time.sleep(1.1)
+        self.expect(0, "edit", str(older[1]), "--keywords", "from here", data=target)
+        self.export(data=source)
+        rows = {row["guid"]: row["status"] for row in self.json("import", str(self.archive), "--status", data=target)}
+        self.assertEqual([rows.pop(pair[0]) for pair in (older, newer, gone)], ["older", "newer", "new"])
+        self.assertEqual(set(rows.values()), {"same"})
+        others = len(rows)
+        for options, count in [([], 2), (["--take", "new"], 1), (["--take", "newer"], 1), (["--take", "changed"], 2),
+                               (["--take", "all"], others + 3), (["--only", older[0]], 1),
+                               (["--only", f"{gone[0]},{newer[0]}"], 2), (["--take", "new", "--only", newer[0]], 0)]:
+            with self.subTest(options=options):
+                copy = self.top / "work"
+                shutil.rmtree(copy, ignore_errors=True)
+                shutil.copytree(target, copy)
+                done = self.json("import", str(self.archive), *options, data=copy, status=0 if count else 1)
+                self.assertEqual(done["imported"], count)
+        self.expect(2, "import", str(self.archive), "--take", "some", says="--take is", data=target)
+
+    def test_wrong_calls_say_what_is_wrong(self):
+        data = self.copy()
+        self.expect(1, "export", "--out", str(self.archive), "999999", says="no note 999999", data=data)
+        self.expect(2, "export", data=data)
+        self.expect(3, "export", "--out", str(self.top / "none" / "x.lbe"), says="No such file", data=data)
+        self.expect(3, "import", str(self.top / "gone.lbe"), says="can't be imported", data=data)
+        self.assertFalse(self.archive.exists())
+
+
+class Hostile(ExchangeTest):
+    def test_no_archive_writes_outside_or_leaves_anything_behind(self):
+        note = next(n for n in self.world.notes if not n["attachments"])
+        self.export(note["id"])
+        with zipfile.ZipFile(self.archive) as archive:
+            records = archive.read(RECORDS)
+        self.copy("data")
+        self.expect(0, "delete", str(note["id"]), data=self.data)
+        self.expect(1, "import", str(self.archive), "--only", "{NONE}", data=self.data)
+        before = fingerprint(self.top / "data" / "Data Files")
+        for name, content, may_take in hostile(records):
+            with self.subTest(name=name):
+                self.archive.write_bytes(content)
+                start = time.monotonic()
+                done = self.world.run("import", str(self.archive), "--status", data=self.data)
+                self.assertLess(time.monotonic() - start, 5)
+                self.assertIn(done.returncode, (0, 3))
+                self.assertTrue(done.returncode == 3 or may_take, done.stdout)
+                if not may_take:
+                    self.assertIn("can't be imported", done.stderr)
+                    taken = self.world.run("import", str(self.archive), data=self.data)
+                    self.assertEqual(taken.returncode, 3)
+                self.assertEqual(fingerprint(self.top / "data" / "Data Files"), before)
+        self.assertEqual(sorted(p.name for p in self.top.iterdir()), ["a.lbe", "data", "source"])
+        self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * 1024, MOST_MEMORY)
+
+
+@unittest.skipUnless(shutil.which("strace"), "no strace")
+class Interrupted(ExchangeTest):
+    CALLS = "write pwrite64 fsync rename unlink unlinkat".split()
+
+    def setUp(self):
+        super().setUp()
+        notes = self.world.notes
+        self.wanted = {n["guid"] for n in notes}
+        chosen = [n for n in notes if n["attachments"]][:1] + [n for n in notes if n["sources"]][:1]
+        self.export(*[n["id"] for n in chosen])
+        self.base = self.copy("base")
+        self.expect(0, "delete", str(chosen[0]["id"]), data=self.base)
+        for name in ("Sources.dat", "Authors.dat", "Categories.dat"):
+            self.assertTrue(self.base.joinpath("Data Files/Databases/_LBMAIN_", name).exists())
+
+    def points(self, action):
+        """An import that meets the action at each of its write calls in turn."""
+        work = self.top / "work"
+        for call in self.CALLS:
+            for number in range(1, 100):
+                shutil.rmtree(work, ignore_errors=True)
+                shutil.copytree(self.base, work)
+                done = subprocess.run(
+                    ["strace", "-f", "-o", self.top / "log", "-e", f"trace={call}", "-e",
+                     f"inject={call}:{action}:when={number}", self.world.cli, "--data", work, "import", self.archive,
+                     "--take", "all"], env=self.world.environment, capture_output=True, timeout=60)
+                log = (self.top / "log").read_text(errors="replace")
+                if "INJECTED" not in log and "killed by SIGKILL" not in log:
+                    break
+                yield f"{call} {number}", work, done
+
+    def check_names(self, work, point):
+        """No note names what is missing."""
+        for line in self.world.run("check", data=work).stdout.splitlines():
+            self.assertFalse("missing" in line or "twice" in line, f"{point}: {line}")
+
+    def test_a_kill_keeps_every_note_and_no_note_names_what_is_missing(self):
+        points = 0
+        for point, work, _ in self.points("signal=KILL"):
+            points += 1
+            self.assertLessEqual(len(self.wanted - set(self.notes(work))), 1, point)
+            self.check_names(work, point)
+            self.expect(0, "import", str(self.archive), "--take", "all", data=work)
+            self.assertEqual(set(self.notes(work)), self.wanted, point)
+        self.assertGreater(points, 15)
+
+    def test_a_full_disk_is_told_and_nothing_is_lost(self):
+        for point, work, done in self.points("error=ENOSPC"):
+            self.assertLessEqual(len(self.wanted - set(self.notes(work))), 1, point)
+            self.check_names(work, point)
+            if b"No space left" in done.stderr:
+                self.assertEqual(done.returncode, 3, point)
+
+
+if __name__ == "__main__":
+    main(__doc__)

@@ -1,0 +1,171 @@
+#include "exchange/export_notes.h"
+
+#include <gtest/gtest.h>
+
+#include "exchange/archive_notes.h"
+#include "exchange/exchange_world.h"
+#include "exchange/zip_reader.h"
+
+namespace lore {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class ExportNotesTest : public testing::Test {
+protected:
+    ExportNotesTest() { FillBook(made_); }
+    std::string Unpacked(const std::string& name) {
+        ZipReader reader;
+        EXPECT_TRUE(reader.Open(target_).Ok());
+        const ZipItem* const item = reader.Find(name);
+        std::string bytes;
+        return item && reader.Read(*item, bytes).Ok() ? bytes : "(not there)";
+    }
+    Lines Names() {
+        ZipReader reader;
+        EXPECT_TRUE(reader.Open(target_).Ok());
+        Lines names;
+        for (const ZipItem& item : reader.Items())
+            names.push_back(item.rawName);
+        return names;
+    }
+    /// The record file as it must stand, note by note.
+    std::string Expected(const std::vector<CNote>& notes, bool allSources) {
+        RecordWriter stream;
+        WriteArchiveHead(stream, made_.world.context.now, static_cast<int32_t>(notes.size()) + (allSources ? 1 : 0));
+        if (allSources)
+            WriteArchiveNote(stream, MakeSourcesNote(made_.book.sources, made_.world.context.now), made_.book.authors);
+        for (const CNote& note : notes)
+            WriteArchiveNote(stream, MakeArchiveNote(note, made_.book.sources), made_.book.authors);
+        return stream.DiskBytes();
+    }
+
+    ExchangeBook made_;
+    TempFolder folder_;
+    std::filesystem::path target_ = folder_ / "Lights.lbe";
+};
+
+TEST_F(ExportNotesTest, HoldsRecordsAndFilesFlatAndCleansUp) {
+    const std::vector<CNote> notes = made_.Notes();
+    ASSERT_EQ(notes.size(), 2u);
+    EXPECT_EQ(made_.Export(target_, notes), 2);
+    EXPECT_EQ(Names(), (Lines{"_ExpNotes.dat", "0000002.txt", "0000001.png"}));
+    EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(notes, false));
+    EXPECT_EQ(Unpacked("0000001.png"), "a picture");
+    EXPECT_EQ(made_.progress.messages, (Lines{"Exporting notes...", "Compressing export file..."}));
+    EXPECT_EQ(made_.progress.shown, 0);
+    EXPECT_TRUE(made_.prompts.seen.empty());
+    EXPECT_TRUE(made_.faults.faults.empty());
+    EXPECT_TRUE(std::filesystem::is_empty(made_.folder.data.ExportTemp()));
+}
+
+TEST_F(ExportNotesTest, CarriesAllSourcesOnlyWhenAsked) {
+    const std::vector<CNote> notes = {made_.Notes().front()};
+    EXPECT_EQ(made_.Export(target_, notes, true), 1);
+    EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(notes, true));
+}
+
+TEST_F(ExportNotesTest, StreamsAWholeNoteBookInLoadingOrder) {
+    std::vector<CNote> many;
+    for (int32_t id = 100; id < 900; ++id) {
+        many.push_back(SourceNote(id, {1012, 1011}));
+        many.back().rtfText = "{\\rtf1 note " + std::to_string(id) + std::string(2000, 'x') + "}";
+    }
+    made_.folder.Put("SRC0000001012.dat", many);
+    made_.Load();
+    const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
+    EXPECT_EQ(notes.count, 802u);
+    EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 802);
+    EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
+}
+
+TEST_F(ExportNotesTest, TellsOfFilesThatAreMissingAndSharesThoseNamedTwice) {
+    std::vector<CNote> notes = {DayNote(20), DayNote(21)};
+    const char* const names[] = {"0000001.png", "0000001.PNG", "0000009.txt", "../../secret.txt", "_expnotes.DAT"};
+    for (CNote& note : notes) {
+        for (const char* name : names)
+            note.attachments.push_back({0, 1.0, "T", name, "", 1, true});
+    }
+    PutBytes(made_.Attachment("0000001.PNG"), "other");
+    PutBytes(made_.Attachment("_expnotes.DAT"), "a trap");
+    PutBytes(made_.folder.paths.Folder() / "secret.txt", "not an attachment");
+    std::filesystem::create_directory(made_.Attachment("secret.txt"));
+    EXPECT_EQ(made_.Export(target_, notes), 2);
+    EXPECT_EQ(Names(), (Lines{"_ExpNotes.dat", "0000001.png"}));
+    Lines told;
+    for (const Fault& fault : made_.faults.faults)
+        told.push_back(std::filesystem::path(fault.path).filename().string() + ": " + fault.reason);
+    EXPECT_EQ(told, (Lines{"0000001.PNG: File exists", "0000009.txt: No such file or directory",
+                           "secret.txt: No such file or directory", "_expnotes.DAT: File exists"}));
+}
+
+TEST_F(ExportNotesTest, GivesZeroForNothingAndAfterACancel) {
+    PutBytes(target_, "old");
+    EXPECT_EQ(made_.Export(target_, {}), 0);
+    EXPECT_TRUE(made_.progress.messages.empty());
+    struct Cancelling : ScriptedProgress {
+        bool Cancelled() const override { return true; }
+    } cancelling;
+    const std::vector<CNote> notes = made_.Notes();
+    ExportWorld world{made_.book, made_.folder.data, made_.world.context, made_.prompts, cancelling, made_.faults};
+    EXPECT_EQ(ExportNotes(NotesOfList(notes), target_, false, world), 0);
+    EXPECT_EQ(BytesOf(target_), "old");
+    EXPECT_TRUE(made_.prompts.seen.empty());
+    EXPECT_EQ(cancelling.shown, 0);
+}
+
+TEST_F(ExportNotesTest, ShowsTheReasonOfAFailureAndKeepsTheOldFile) {
+    const std::filesystem::path nowhere = folder_ / "none" / "x.lbe";
+    EXPECT_EQ(made_.Export(nowhere, made_.Notes()), -1);
+    EXPECT_EQ(made_.prompts.seen, (Lines{"Archiving Error: " + nowhere.string() + ": No such file or directory"}));
+    PutBytes(made_.folder.data.ExportTemp(), "in the way");
+    std::filesystem::remove_all(made_.folder.data.ExportTemp());
+    PutBytes(made_.folder.data.ExportTemp(), "in the way");
+    PutBytes(target_, "old");
+    EXPECT_EQ(made_.Export(target_, made_.Notes()), -1);
+    EXPECT_EQ(BytesOf(target_), "old");
+    EXPECT_EQ(made_.prompts.seen.size(), 2u);
+}
+
+TEST_F(ExportNotesTest, CommandsSpeakTheirTexts) {
+    const std::string asked = "Export Notes? save Lorebinder Export Files (*.lbe) |*.lbe| []";
+    const struct {
+        const char* what;
+        size_t notes;
+        std::string path;
+        ExportScope scope;
+        Lines seen;
+    } cases[] = {
+        {"empty", 0, "", ExportScope::CurrentList, {"Invalid Notes: There are no notes in the current list."}},
+        {"cancelled", 2, "", ExportScope::CurrentList, {asked}},
+        {"list",
+         2,
+         target_.string(),
+         ExportScope::CurrentList,
+         {asked, "Finished!: All  *2*  of your current notes have been successfully exported!"}},
+        {"chosen",
+         1,
+         target_.string(),
+         ExportScope::Chosen,
+         {asked, "Finished!: Your  *1*  notes have been successfully exported!"}},
+        {"failed",
+         1,
+         folder_.Path().string(),
+         ExportScope::Chosen,
+         {asked, "Archiving Error: " + folder_.Path().string() + ": Is a directory",
+          "Export Failed: The export has failed, please contact support if problem persists."}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        made_.prompts.seen.clear();
+        if (!c.path.empty())
+            made_.prompts.savePaths = {c.path};
+        std::vector<CNote> notes = made_.Notes();
+        notes.resize(c.notes);
+        RunExportCommand(NotesOfList(notes), c.scope, made_.ForExport());
+        EXPECT_EQ(made_.prompts.seen, c.seen);
+    }
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,349 @@
+#include "exchange/import_notes.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "base/text.h"
+#include "exchange/exchange_world.h"
+#include "exchange/raw_zip.h"
+#include "notes/attachment_kind.h"
+
+namespace lore {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr char kAskSync[] =
+    "Sync Import Notes?? The current NoteBook is linked to an Online NoteBook, do you wish sync these import notes "
+    "with "
+    "the Online NoteBook?";
+
+/// A note without what belongs to one NoteBook: ids and names of stored files.
+std::string Portable(CNote note, const OpenNoteBook& book) {
+    note.id = 1;
+    std::string sources;
+    LongList numbers;
+    for (const int32_t id : note.sources) {
+        const CSource* const source = book.sources.FindSourceByID(id);
+        sources += source ? source->SourceGUID + source->FormattedText : "?";
+        numbers.AddTail(static_cast<int32_t>(numbers.Count()) + 1);
+    }
+    note.sources = numbers;
+    for (CAttachment& attachment : note.attachments) {
+        attachment.storedFile = std::string(FileExtension(attachment.storedFile));
+        if (attachment.type != kWebLink)
+            attachment.sourceFile.clear();
+    }
+    for (CProCategoryTree& path : note.categories) {
+        for (CProCategoryTree* node = &path; node; node = node->children.empty() ? nullptr : &node->children.front())
+            node->id = node->parentID = 0;
+    }
+    return RecordOf(note) + sources;
+}
+
+class ImportNotesTest : public testing::Test {
+protected:
+    ImportNotesTest() {
+        FillBook(from_);
+        EXPECT_EQ(from_.Export(archive_, from_.Notes()), 2);
+        from_.progress.messages.clear();
+    }
+    /// An archive of these notes with these files, and the sources of the exporting NoteBook.
+    void MakeArchive(const std::vector<CNote>& notes, const std::vector<RawEntry>& files, double version = 0) {
+        RecordWriter stream;
+        WriteArchiveHead(stream, DateTime(2026, 1, 1), static_cast<int32_t>(notes.size()));
+        for (const CNote& note : notes)
+            WriteArchiveNote(stream, MakeArchiveNote(note, from_.book.sources), from_.book.authors);
+        std::string bytes = stream.DiskBytes();
+        if (version > 0)
+            bytes.replace(0, 20, [&] {
+                RecordWriter writer;
+                WriteFixedDouble(&writer, version);
+                return writer.Logical();
+            }());
+        std::vector<RawEntry> entries(1);
+        entries[0].name = "folder\\_ExpNotes.dat";
+        entries[0].bytes = bytes;
+        entries.insert(entries.end(), files.begin(), files.end());
+        PutBytes(archive_, RawZip(entries));
+    }
+    static RawEntry File(std::string name, std::string bytes) {
+        RawEntry entry;
+        entry.name = std::move(name);
+        entry.bytes = std::move(bytes);
+        return entry;
+    }
+    static CNote WithFile(int32_t id, const std::string& stored) {
+        CNote note = DayNote(id);
+        note.attachments.push_back({0, 1.0, "The file", stored, "/etc/passwd", 2, false});
+        return note;
+    }
+
+    TempFolder folder_;
+    std::filesystem::path archive_ = folder_ / "a.lbe";
+    ExchangeBook from_, to_;
+    TestChooser chooser_;
+};
+
+TEST_F(ImportNotesTest, AnEmptyNoteBookGetsTheSameNotes) {
+    PutBytes(to_.Attachment("0000041.txt"), "there before");
+    to_.counters.MaxNoteID = 500;
+    const ImportOutcome outcome = to_.Import(archive_, chooser_);
+    EXPECT_EQ(outcome.result, 2);
+    EXPECT_EQ(outcome.ids, (LongList{501, 502}));
+    EXPECT_EQ(chooser_.seen, (Lines{" 1. - <NEW NOTE>    ", " 2. - <NEW NOTE>    "}));
+    EXPECT_EQ(to_.progress.messages, (Lines{"Decompressing export file...", "Reading in notes...",
+                                            "Loading existing notes...(may take a few moments)",
+                                            "Integrating notes into database...", "Cleaning up temp files..."}));
+    EXPECT_EQ(to_.progress.shown, 0);
+    EXPECT_TRUE(to_.prompts.seen.empty());
+    EXPECT_TRUE(to_.faults.faults.empty());
+    EXPECT_EQ(to_.reloads, 1);
+    EXPECT_FALSE(std::filesystem::exists(to_.folder.data.ImportTemp()));
+    const std::vector<CNote> before = from_.Notes(), after = to_.Notes();
+    ASSERT_EQ(after.size(), 2u);
+    for (size_t i = 0; i < 2; ++i)
+        EXPECT_EQ(Portable(after[i], to_.book), Portable(before[i], from_.book)) << i;
+    EXPECT_EQ(to_.AttachmentNames(), (Lines{"0000041.txt", "0000042.txt", "0000043.png"}));
+    EXPECT_EQ(BytesOf(to_.Attachment("0000043.png")), "a picture");
+    EXPECT_EQ(to_.book.sources.Count(), 2u) << "only those that the notes name";
+    EXPECT_EQ(to_.book.types.Count(), 1u);
+    const CNote& full = after.back();
+    EXPECT_EQ(to_.book.categories.FindByID(DeepestCategoryID(full.categories[0]))->name, "Lenses");
+    EXPECT_TRUE(to_.book.categories.FindByID(DeepestCategoryID(full.categories[0]))->HasNote(full.id, 1));
+    EXPECT_TRUE(to_.book.sources.FindSourceByID(full.sources[0])->NoteIDs.Contains(full.id));
+}
+
+TEST_F(ImportNotesTest, ItsOwnArchiveOffersNothingUnlessTheSameAreShown) {
+    TestChooser same;
+    same.change = [](ImportComparison& comparison) { EXPECT_TRUE(comparison.Shown().empty()); };
+    EXPECT_EQ(from_.Import(archive_, same).result, 0);
+    EXPECT_EQ(same.seen, (Lines{" 1. - EXISTS (same)  ", " 2. - EXISTS (same)  "}));
+    EXPECT_EQ(from_.reloads, 0);
+    const std::string before = BytesOf(from_.folder.paths.NoteFile("SRC0000001011.dat"));
+    same.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+    EXPECT_EQ(from_.Import(archive_, same).result, 2);
+    EXPECT_EQ(from_.AttachmentNames(), (Lines{"0000003.txt", "0000004.png"})) << "the old files went last";
+    EXPECT_EQ(from_.Notes().size(), 2u);
+    EXPECT_EQ(from_.Notes().back().id, 7);
+    EXPECT_NE(BytesOf(from_.folder.paths.NoteFile("SRC0000001011.dat")), before) << "the name of its file is new";
+}
+
+TEST_F(ImportNotesTest, AReplacedNoteKeepsItsIdAndMovesWithItsFirstSource) {
+    CNote moved = FullNote(7);
+    moved.id = 99;
+    moved.sources = {1012};
+    moved.dateEdited = DateTime(2020, 2, 2);
+    MakeArchive({moved}, {File("0000001.png", "a new picture")});
+    const ImportOutcome outcome = from_.Import(archive_, chooser_);
+    EXPECT_EQ(chooser_.seen, Lines{" 1. - EXISTS (newer)  "});
+    EXPECT_EQ(outcome.ids, LongList{7});
+    EXPECT_EQ(*from_.book.index.FindPath(7), from_.folder.paths.NoteFile("SRC0000001012.dat"));
+    EXPECT_EQ(from_.book.TotalNoteCount(), 2u);
+    std::vector<CNote> left;
+    LoadNoteFile(from_.folder.paths.NoteFile("SRC0000001011.dat"), from_.world.context, left);
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(from_.AttachmentNames(), (Lines{"0000002.txt", "0000003.png"}));
+    EXPECT_EQ(BytesOf(from_.Attachment("0000003.png")), "a new picture");
+}
+
+TEST_F(ImportNotesTest, TheSourcesNoteBringsSourcesWithoutNotes) {
+    from_.Export(archive_, {from_.Notes().front()}, true);
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 1);
+    EXPECT_EQ(chooser_.seen.size(), 1u) << "it is never listed";
+    EXPECT_EQ(to_.book.sources.Count(), 3u);
+    EXPECT_EQ(to_.book.authors.Count(), 2u);
+    EXPECT_EQ(to_.book.types.Count(), 1u);
+}
+
+TEST_F(ImportNotesTest, ACancelChangesNothing) {
+    chooser_.cancels = true;
+    const ImportOutcome outcome = to_.Import(archive_, chooser_);
+    EXPECT_EQ(outcome.result, 0);
+    EXPECT_EQ(to_.book.TotalNoteCount(), 0u);
+    EXPECT_EQ(to_.reloads, 0);
+    to_.Load();
+    EXPECT_EQ(to_.book.sources.Count() + to_.book.authors.Count() + to_.book.types.Count(), 0u);
+    TellImportResult(outcome, to_.prompts);
+    EXPECT_TRUE(to_.prompts.seen.empty());
+}
+
+TEST_F(ImportNotesTest, RefusedArchivesSaySoAndChangeNothing) {
+    struct Case {
+        const char* what;
+        std::function<void()> make;
+        int result;
+        std::string says;
+    };
+    const Case cases[] = {
+        {"gone", [&] { std::filesystem::remove(archive_); }, -1, "No such file or directory"},
+        {"no notes in it", [&] { PutBytes(archive_, RawZip({File("other.dat", "x")})); }, -1, "it holds no notes"},
+        {"later version", [&] { MakeArchive({DayNote(1)}, {}, 11.560001); }, -2112, ""},
+        {"link",
+         [&] {
+             RawEntry link = File("0000001.txt", "/etc/passwd");
+             link.mode = 0120777;
+             MakeArchive({DayNote(1)}, {link});
+         },
+         -1, "link"},
+        {"records damaged",
+         [&] {
+             RawEntry records = File("_ExpNotes.dat", "x");
+             records.wrongCrc = true;
+             PutBytes(archive_, RawZip({records}));
+         },
+         -1, "CRC"},
+        {"records too large",
+         [&] {
+             std::string bytes;
+             for (int i = 0; bytes.size() < 40'000'000; ++i)
+                 bytes += std::to_string(i % 7) + std::string(400, '0');
+             RawEntry records = File("_ExpNotes.dat", bytes);
+             records.deflated = true;
+             PutBytes(archive_, RawZip({records}));
+         },
+         -1, "a hundred times"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        c.make();
+        to_.prompts.seen.clear();
+        const ImportOutcome outcome = to_.Import(archive_, chooser_);
+        EXPECT_EQ(outcome.result, c.result);
+        EXPECT_TRUE(chooser_.seen.empty());
+        EXPECT_EQ(to_.prompts.seen.size(), c.says.empty() ? 0u : 1u);
+        if (!to_.prompts.seen.empty()) {
+            const std::string& seen = to_.prompts.seen.front();
+            EXPECT_EQ(seen.find("Archiving Error: The file " + archive_.string() + " can't be imported: "), 0u) << seen;
+            EXPECT_NE(seen.find(c.says), std::string::npos) << seen;
+        }
+        EXPECT_EQ(to_.reloads, 0);
+        EXPECT_FALSE(std::filesystem::exists(to_.folder.data.ImportTemp()));
+        EXPECT_EQ(to_.progress.shown, 0);
+    }
+    to_.prompts.seen.clear();
+    TellImportResult({-2112, {}, false}, to_.prompts);
+    TellImportResult({-1, {}, false}, to_.prompts);
+    TellImportResult({12, {}, false}, to_.prompts);
+    EXPECT_EQ(
+        to_.prompts.seen,
+        (Lines{"Import Failed: The file you are trying to import was created in an updated version of Lorebinder, "
+               "please go to \"Help->Check for program updates\" to download and install the latest version.",
+               "Import Failed: The import has failed, the import file could be corrupt.",
+               "Finished!: All  *12*  of your notes have been successfully imported!"}));
+}
+
+TEST_F(ImportNotesTest, AttachmentsWithoutAWholeFileAreToldAndNameNothing) {
+    RawEntry damaged = File("0000005.txt", "content");
+    damaged.wrongCrc = true;
+    MakeArchive({WithFile(1, "0000004.txt"), WithFile(2, "0000005.txt"), WithFile(3, "../../0000006.txt"),
+                 WithFile(4, ""), WithFile(5, "0000007." + std::string(120, 'e'))},
+                {damaged, File("..\\0000006.txt", "six"), File("0000007." + std::string(120, 'e'), "seven")});
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 5);
+    const std::vector<CNote> notes = to_.Notes();
+    Lines stored;
+    for (const CNote& note : notes) {
+        stored.push_back(note.attachments[0].storedFile);
+        EXPECT_EQ(note.attachments[0].sourceFile, "") << "or the next save would take in a file of this machine";
+        EXPECT_EQ(note.attachments[0].title, "The file");
+    }
+    EXPECT_EQ(stored, (Lines{"", "", "0000002.txt", "", "0000003."}));
+    EXPECT_EQ(to_.AttachmentNames(), (Lines{"0000002.txt", "0000003."}));
+    ASSERT_EQ(to_.faults.faults.size(), 2u);
+    EXPECT_EQ(to_.faults.faults[0].what, "The file of the attachment \"The file\" is missing in the archive");
+    EXPECT_NE(to_.faults.faults[1].reason.find("CRC"), std::string::npos) << to_.faults.faults[1].reason;
+}
+
+TEST_F(ImportNotesTest, AFileThatTheArchiveLacksStaysWithTheExistingNote) {
+    CNote note = from_.Notes().front();
+    note.dateEdited = DateTime(2021, 1, 1);
+    MakeArchive({note}, {});
+    EXPECT_EQ(from_.Import(archive_, chooser_).result, 1);
+    EXPECT_EQ(from_.Notes().front().attachments[0].storedFile, "0000002.txt");
+    EXPECT_EQ(BytesOf(from_.Attachment("0000002.txt")).size(), 5000u);
+}
+
+TEST_F(ImportNotesTest, CategoriesAreMatchedByNameAndUnassignedOnesCount) {
+    CNote lights = DayNote(1), unassigned = DayNote(2), nameless = DayNote(3);
+    lights.categories[0] = PathOf({{900, "Lights"}, {901, "Towers"}});
+    unassigned.categories[0] = PathOf({{kUnassignedID, "<UNASSIGNED>"}});
+    unassigned.categories[1] = PathOf({{5, "<UNASSIGNED>"}, {6, "Below"}});
+    nameless.categories[0] = PathOf({{4, ""}});
+    MakeArchive({lights, unassigned, nameless}, {});
+    const ImportOutcome outcome = from_.Import(archive_, chooser_);
+    ASSERT_EQ(outcome.result, 3);
+    const std::vector<CNote> notes = FindNotes(from_.book.index, outcome.ids, from_.world.context, from_.faults);
+    EXPECT_EQ(notes[0].categories[0].id, 3);
+    EXPECT_GT(notes[0].categories[0].children[0].id, 9);
+    for (const CNote* note : {&notes[1], &notes[2]}) {
+        for (const CProCategoryTree& path : note->categories)
+            EXPECT_TRUE(path.IsEmptyPath());
+    }
+    CProCategoryList stored;
+    stored.Load(from_.folder.paths.Categories());
+    EXPECT_NE(stored.FindByPlace("Towers", "Lights", 1), nullptr);
+}
+
+TEST_F(ImportNotesTest, ALinkedNoteBookAsksAndRecords) {
+    SyncLog log;
+    log.link.Linked = kStoredTrue;
+    CSyncInfo known;
+    known.NoteKey = FullNote(7).guid;
+    known.OnlineNoteId = 77;
+    known.Changed = false;
+    log.Add(known);
+    SaveSyncLogTo(from_.folder.paths.SyncLog(), log);
+    from_.Load();
+    chooser_.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+    const std::string before = BytesOf(from_.folder.paths.SyncLog());
+    EXPECT_EQ(from_.Import(archive_, chooser_).result, 2);
+    EXPECT_EQ(from_.prompts.seen, Lines{kAskSync});
+    EXPECT_EQ(BytesOf(from_.folder.paths.SyncLog()), before) << "the answer was No";
+    from_.prompts.answers = {PromptAnswer::Yes};
+    EXPECT_EQ(from_.Import(archive_, chooser_).result, 2);
+    SyncLog after;
+    LoadSyncLogFrom(from_.folder.paths.SyncLog(), after);
+    ASSERT_EQ(after.Records().size(), 2u);
+    for (const CSyncInfo& info : after.Records()) {
+        const bool isFull = info.NoteKey == known.NoteKey;
+        EXPECT_EQ(info.OnlineNoteId, isFull ? 77 : -1);
+        EXPECT_EQ(info.NoteId, isFull ? 7 : 8);
+        EXPECT_EQ(info.NoteFile, isFull ? "SRC0000001011.dat" : "DAY01012020.dat");
+        EXPECT_EQ(info.SyncState, kStoredTrue);
+        EXPECT_TRUE(info.Changed);
+        for (const DateTime& date :
+             {info.Change1, info.Change2, info.SourcesChanged, info.KeyWordsChanged, info.CategoriesChanged})
+            EXPECT_EQ(date, from_.world.context.nowUtc);
+    }
+}
+
+TEST_F(ImportNotesTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
+    // A folder that isn't empty stands where the file should.
+    std::filesystem::remove(to_.folder.paths.Sources());
+    std::filesystem::create_directories(to_.folder.paths.Sources() / "in the way");
+    const ImportOutcome outcome = to_.Import(archive_, chooser_);
+    EXPECT_EQ(outcome.result, -1);
+    EXPECT_EQ(to_.book.TotalNoteCount(), 0u);
+    EXPECT_TRUE(to_.AttachmentNames().empty());
+    EXPECT_FALSE(to_.faults.faults.empty());
+}
+
+TEST_F(ImportNotesTest, ShortAndHostileRecordFilesReadAsFarAsTheyGo) {
+    const std::string records = [&] {
+        RecordWriter stream;
+        WriteArchiveHead(stream, DateTime(2026, 1, 1), 2'000'000'000);
+        WriteArchiveNote(stream, MakeArchiveNote(FullNote(7), from_.book.sources), from_.book.authors);
+        return stream.DiskBytes();
+    }();
+    for (const size_t length : {size_t{0}, size_t{10}, size_t{60}, size_t{500}, records.size() - 1, records.size()}) {
+        SCOPED_TRACE(length);
+        PutBytes(archive_, RawZip({File("_ExpNotes.dat", records.substr(0, length))}));
+        TestChooser chooser;
+        chooser.cancels = true;
+        EXPECT_EQ(to_.Import(archive_, chooser).result, 0);
+        EXPECT_LE(chooser.seen.size(), 1u);
+    }
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,219 @@
+#include <gtest/gtest.h>
+
+#include "exchange/raw_zip.h"
+#include "exchange/zip_reader.h"
+#include "support/read_world.h"
+
+namespace lore {
+namespace {
+
+class HostileZip : public testing::Test {
+protected:
+    TempFolder folder_;
+    ZipReader reader_;
+
+    ArchiveResult Open(const std::string& bytes) {
+        PutBytes(folder_ / "a.lbe", bytes);
+        return reader_.Open(folder_ / "a.lbe");
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const ZipItem& item : reader_.Items())
+            names.push_back(item.name);
+        return names;
+    }
+};
+
+RawEntry Plain(std::string name, std::string bytes = "content") {
+    RawEntry entry;
+    entry.name = std::move(name);
+    entry.bytes = std::move(bytes);
+    return entry;
+}
+
+template <typename Change>
+RawEntry Changed(Change change) {
+    RawEntry entry = Plain("x.txt");
+    change(entry);
+    return entry;
+}
+
+TEST_F(HostileZip, CutsNamesToTheirLastComponent) {
+    const struct {
+        std::string name;
+        const char* taken;  // null: left out
+    } cases[] = {{"a.txt", "a.txt"},
+                 {"../../a.txt", "a.txt"},
+                 {"..\\..\\a.txt", "a.txt"},
+                 {"/etc/passwd", "passwd"},
+                 {"C:\\windows\\a.txt", "a.txt"},
+                 {"C:a.txt", "a.txt"},
+                 {"folder/a.txt:stream", "stream"},
+                 {"a/..", nullptr},
+                 {"..", nullptr},
+                 {".", nullptr},
+                 {"c:", nullptr},
+                 {std::string("a\0.txt", 6), nullptr},
+                 {"a\n.txt", nullptr},
+                 {"", nullptr},
+                 {std::string(5000, 'n'), nullptr},
+                 {"d/" + std::string(255, 'n'), nullptr},
+                 {"caf\xE9.txt", "caf\xC3\xA9.txt"},
+                 {"caf\xC3\xA9.txt", "caf\xC3\xA9.txt"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name.substr(0, 40));
+        ASSERT_TRUE(Open(RawZip({Plain(c.name), Plain("other")})).Ok());
+        if (c.name.size() == 257) {
+            EXPECT_EQ(Names().size(), 2u) << "255 bytes are a name";
+            continue;
+        }
+        EXPECT_EQ(Names(), c.taken ? (std::vector<std::string>{c.taken, "other"}) : std::vector<std::string>{"other"});
+        EXPECT_EQ(reader_.LeftOut().size(), c.taken ? 0u : 1u);
+    }
+}
+
+TEST_F(HostileZip, PassesFoldersOverAndTakesTheFirstOfEqualNames) {
+    RawEntry folder = Plain("things/", "");
+    RawEntry unixFolder = Plain("more", "");
+    unixFolder.mode = 0040755;
+    ASSERT_TRUE(
+        Open(RawZip({folder, unixFolder, Plain("a.txt", "first"), Plain("A.TXT", "second"), Plain("x/a.txt", "third")}))
+            .Ok());
+    EXPECT_EQ(Names(), std::vector<std::string>{"a.txt"});
+    EXPECT_EQ(reader_.LeftOut().size(), 2u);
+    std::string bytes;
+    ASSERT_TRUE(reader_.Read(reader_.Items()[0], bytes).Ok());
+    EXPECT_EQ(bytes, "first");
+}
+
+TEST_F(HostileZip, RefusesTheWholeArchive) {
+    const std::string zeros(80'000'000, '\0');
+    RawEntry bomb = Plain("bomb", zeros);
+    bomb.deflated = true;
+    RawEntry second = Plain("b");
+    second.offset = 0;
+    second.localName = "a";
+    RawEntry inside = Plain("in.txt");
+    inside.offset = 3;
+    const struct {
+        const char* what;
+        std::string bytes, says;
+    } cases[] = {
+        {"nothing", "", "breaks off"},
+        {"text", std::string(100, 'x'), "not an archive"},
+        {"link", RawZip({Changed([](RawEntry& e) { e.mode = 0120777; })}), "link or a device"},
+        {"device", RawZip({Changed([](RawEntry& e) { e.mode = 0020666; })}), "link or a device"},
+        {"pipe", RawZip({Changed([](RawEntry& e) { e.mode = 0010666; })}), "link or a device"},
+        {"encrypted", RawZip({Changed([](RawEntry& e) { e.flags = 1; })}), "encrypted"},
+        {"strong encryption", RawZip({Changed([](RawEntry& e) { e.flags = 0x41; })}), "encrypted"},
+        {"method", RawZip({Changed([](RawEntry& e) { e.method = 12; })}), "isn't known here"},
+        {"two sizes", RawZip({Changed([](RawEntry& e) { e.announced = 6; })}), "two sizes"},
+        {"two names", RawZip({Changed([](RawEntry& e) { e.localName = "y.txt"; })}), "two names"},
+        {"longer name", RawZip({Changed([](RawEntry& e) { e.localName = "x.txt1"; })}), "two names"},
+        {"4 GB claim", RawZip({Changed([](RawEntry& e) {
+             e.deflated = true;
+             e.announced = 0xfffffffe;
+         })}),
+         "thousand times"},
+        {"large number without a field", RawZip({Changed([](RawEntry& e) { e.announced = 0xffffffff; })}), "entry 1"},
+        {"bomb", RawZip({bomb}), "thousand times"},
+        {"beyond the end", RawZip({Changed([](RawEntry& e) { e.announced = e.announcedPacked = 5000; })}),
+         "beyond its end"},
+        {"offset beyond", RawZip({Changed([](RawEntry& e) { e.offset = 70000; })}), "where the directory says"},
+        {"offset inside", RawZip({Plain("a"), inside}), "where the directory says"},
+        {"overlap",
+         RawZip({Plain("a"),
+                 [&] {
+                     RawEntry entry = Plain("a");
+                     entry.offset = 0;
+                     return entry;
+                 }()}),
+         "overlap"},
+        {"overlap by another name", RawZip({Plain("a"), second}), "two names"},
+        {"too many entries", RawZip({Plain("a")}, {.entries = 65534}), "claims 65534"},
+        {"more entries than the directory", RawZip({Plain("a"), Plain("b")}, {.entries = 3}), "directory"},
+        {"directory too long", RawZip({Plain("a")}, {.size = 5000}), "breaks off"},
+        {"directory elsewhere", RawZip({Plain("a")}, {.offset = 0}), "damaged"},
+        {"volumes", RawZip({Plain("a")}, {.disk = 3}), "volumes"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const ArchiveResult result = Open(c.bytes);
+        EXPECT_EQ(result.kind, ArchiveResult::Kind::Failed);
+        EXPECT_NE(result.reason.find(c.says), std::string::npos) << result.reason;
+        EXPECT_TRUE(reader_.Items().empty());
+    }
+}
+
+/// An archive whose end claims 2^32 entries in the form for large archives.
+TEST_F(HostileZip, RefusesClaimsOfBillionsOfEntries) {
+    std::string bytes = RawZip({Plain("a")});
+    const std::string end = bytes.substr(bytes.size() - 22);
+    bytes.resize(bytes.size() - 22);
+    const uint64_t place = bytes.size();
+    PutNumber(bytes, 0x06064b50, 4);
+    PutNumber(bytes, 44, 8);
+    PutNumber(bytes, 45, 2);
+    PutNumber(bytes, 45, 2);
+    PutNumber(bytes, 0, 8);
+    PutNumber(bytes, uint64_t{1} << 32, 8);
+    PutNumber(bytes, uint64_t{1} << 32, 8);
+    PutNumber(bytes, 47, 8);
+    PutNumber(bytes, 38, 8);
+    PutNumber(bytes, 0x07064b50, 4);
+    PutNumber(bytes, 0, 4);
+    PutNumber(bytes, place, 8);
+    PutNumber(bytes, 1, 4);
+    std::string large = end;
+    large.replace(8, 4, "\xff\xff\xff\xff");
+    const ArchiveResult result = Open(bytes + large);
+    EXPECT_NE(result.reason.find("claims 4294967296"), std::string::npos) << result.reason;
+}
+
+TEST_F(HostileZip, NeverUnpacksMoreThanIsAnnouncedAndChecksTheSum) {
+    RawEntry lying = Plain("x.txt", std::string(100'000, 'a'));
+    lying.deflated = true;
+    lying.announced = 10;
+    RawEntry shorter = lying;
+    shorter.announced = 200'000;
+    RawEntry wrong = Plain("x.txt");
+    wrong.wrongCrc = true;
+    for (const RawEntry& entry : {lying, shorter, wrong}) {
+        if (!Open(RawZip({entry})).Ok())
+            continue;
+        EXPECT_FALSE(reader_.Extract(reader_.Items()[0], folder_ / "out").Ok());
+        EXPECT_FALSE(std::filesystem::exists(folder_ / "out")) << "nothing is left behind";
+        std::string bytes;
+        EXPECT_FALSE(reader_.Read(reader_.Items()[0], bytes).Ok());
+        EXPECT_TRUE(bytes.empty());
+    }
+}
+
+TEST_F(HostileZip, SurvivesACutAndAChangeAtEveryByte) {
+    RawEntry packed = Plain("0000001.txt", std::string(300, 'a'));
+    packed.deflated = true;
+    const std::string good = RawZip({Plain("_ExpNotes.dat", "records"), packed});
+    const auto readAll = [&](const std::string& bytes) {
+        if (!Open(bytes).Ok())
+            return;
+        for (const ZipItem& item : reader_.Items()) {
+            std::string unpacked;
+            const bool isRead = reader_.Read(item, unpacked).Ok();
+            EXPECT_EQ(unpacked.size(), isRead ? item.size : 0);
+        }
+    };
+    for (size_t length = 0; length < good.size(); ++length) {
+        readAll(good.substr(0, length));
+        EXPECT_TRUE(reader_.Items().empty()) << "cut at " << length;
+    }
+    for (size_t at = 0; at < good.size(); ++at) {
+        for (const int value : {0, 1, 0x7f, 0x80, 0xff}) {
+            std::string bytes = good;
+            bytes[at] = static_cast<char>(value);
+            readAll(bytes);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,160 @@
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <random>
+#include <sys/stat.h>
+#include <zlib.h>
+
+#include "exchange/zip_reader.h"
+#include "exchange/zip_writer.h"
+#include "support/read_world.h"
+
+namespace lore {
+namespace {
+
+ZipWriter::Watch Patient() {
+    return {[](double) {}, [] { return false; }};
+}
+
+std::string RandomBytes(size_t count) {
+    std::mt19937 random(1);
+    std::string bytes(count, '\0');
+    for (char& c : bytes)
+        c = static_cast<char>(random());
+    return bytes;
+}
+
+/// Words that pack well, but not to nothing.
+std::string Words(size_t count) {
+    std::mt19937 random(2);
+    std::string text;
+    while (text.size() < count)
+        text += "lamp" + std::to_string(random() % 5000) + (random() % 9 == 0 ? "\r\n" : " ");
+    return text;
+}
+
+bool Runs(const std::string& command) {
+    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+class Zip : public testing::Test {
+protected:
+    TempFolder folder_;
+    std::filesystem::path target_ = folder_ / "made.lbe";
+    ZipReader reader_;
+
+    std::string Unpacked(const std::string& name) {
+        const ZipItem* const item = reader_.Find(name);
+        std::string bytes;
+        return item && reader_.Read(*item, bytes).Ok() ? bytes : "(not there)";
+    }
+};
+
+TEST_F(Zip, MakesArchivesThatCommonToolsOpen) {
+    const std::string records = Words(3'000'000), picture = RandomBytes(100'000), text = Words(70'000);
+    PutBytes(folder_ / "0000001.JPG", picture);
+    PutBytes(folder_ / "0000002.txt", text);
+    PutBytes(folder_ / "0000003.", "");
+    PackedStream stream(folder_ / "spool", 4, 2);
+    ASSERT_TRUE(stream.Open().Ok());
+    for (size_t at = 0; at < records.size(); at += 99'991)
+        stream.Append(std::string_view(records).substr(at, 99'991));
+    ASSERT_TRUE(stream.Finish().Ok());
+    ZipWriter writer(4);
+    for (const char* name : {"0000001.JPG", "0000002.txt", "0000003."})
+        EXPECT_TRUE(writer.AddFile(name, folder_ / name));
+    EXPECT_FALSE(writer.AddFile("0000001.jpg", folder_ / "0000002.txt")) << "stands there already but for its case";
+    writer.AddPacked("_ExpNotes.dat", PackPiece("head", {}, 4), stream);
+    double last = 0;
+    ASSERT_TRUE(writer.Write(target_, {[&](double part) { last = part; }, [] { return false; }}).Ok());
+    EXPECT_EQ(last, 1.0);
+
+    ASSERT_TRUE(reader_.Open(target_).Ok());
+    ASSERT_EQ(reader_.Items().size(), 4u);
+    EXPECT_EQ(reader_.Items()[0].name, "_ExpNotes.dat");
+    EXPECT_EQ(Unpacked("_expnotes.DAT"), "head" + records);
+    EXPECT_EQ(Unpacked("0000001.JPG"), picture);
+    EXPECT_EQ(Unpacked("0000002.txt"), text);
+    EXPECT_EQ(Unpacked("0000003."), "");
+    EXPECT_EQ(reader_.Find("0000001.JPG")->packed, picture.size()) << "stored";
+    EXPECT_LT(reader_.Find("_ExpNotes.dat")->packed, records.size() / 2);
+    EXPECT_TRUE(Runs("unzip -t " + target_.string()));
+    EXPECT_TRUE(Runs("python3 -m zipfile -t " + target_.string()));
+}
+
+TEST_F(Zip, PacksTheSameBytesOnAnyNumberOfThreads) {
+    const std::string text = Words(2'000'000);
+    std::vector<std::string> packed;
+    for (const size_t threads : {size_t{0}, size_t{1}, size_t{4}}) {
+        PackedStream stream(folder_ / "spool", 4, threads);
+        ASSERT_TRUE(stream.Open().Ok());
+        stream.Append(text.substr(0, 700'000));
+        stream.Append(text.substr(700'000));
+        ASSERT_TRUE(stream.Finish().Ok());
+        EXPECT_EQ(stream.Crc(), crc32(0, reinterpret_cast<const Bytef*>(text.data()), static_cast<uInt>(text.size())));
+        EXPECT_EQ(stream.Size(), text.size());
+        packed.push_back(BytesOf(folder_ / "spool"));
+        EXPECT_EQ(stream.PackedSize(), packed.back().size());
+    }
+    EXPECT_EQ(packed[0], packed[1]);
+    EXPECT_EQ(packed[0], packed[2]);
+}
+
+TEST_F(Zip, LeavesTheOldFileAndNothingElseWhenItFails) {
+    PutBytes(target_, "old");
+    PutBytes(folder_ / "a.txt", "text");
+    ZipWriter writer(4);
+    writer.AddFile("a.txt", folder_ / "a.txt");
+    writer.AddFile("b.txt", folder_ / "gone.txt");
+    const ArchiveResult failed = writer.Write(target_, Patient());
+    EXPECT_EQ(failed.kind, ArchiveResult::Kind::Failed);
+    EXPECT_FALSE(failed.reason.empty());
+    ZipWriter cancelled(4);
+    cancelled.AddFile("a.txt", folder_ / "a.txt");
+    EXPECT_EQ(cancelled.Write(target_, {[](double) {}, [] { return true; }}).kind, ArchiveResult::Kind::Cancelled);
+    EXPECT_EQ(cancelled.Write(folder_ / "none" / "x.lbe", Patient()).kind, ArchiveResult::Kind::Failed);
+    EXPECT_EQ(BytesOf(target_), "old");
+    size_t files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder_.Path()))
+        ++files;
+    EXPECT_EQ(files, 2u);
+    if (std::filesystem::exists("/dev/full")) {
+        PackedStream full("/dev/full", 4, 1);
+        ASSERT_TRUE(full.Open().Ok());
+        full.Append(RandomBytes(600'000));
+        EXPECT_EQ(full.Finish().error, ENOSPC);
+    }
+}
+
+TEST_F(Zip, ExtractsNeverOverWhatIsThereNorThroughALink) {
+    PutBytes(folder_ / "a.txt", "text");
+    ZipWriter writer(4);
+    writer.AddFile("a.txt", folder_ / "a.txt");
+    ASSERT_TRUE(writer.Write(target_, Patient()).Ok());
+    ASSERT_TRUE(reader_.Open(target_).Ok());
+    const ZipItem& item = *reader_.Find("a.txt");
+    EXPECT_TRUE(reader_.Extract(item, folder_ / "out").Ok());
+    EXPECT_EQ(BytesOf(folder_ / "out"), "text");
+    PutBytes(folder_ / "other", "kept");
+    EXPECT_FALSE(reader_.Extract(item, folder_ / "other").Ok());
+    std::filesystem::create_symlink(folder_ / "new", folder_ / "link");
+    EXPECT_FALSE(reader_.Extract(item, folder_ / "link").Ok());
+    EXPECT_EQ(BytesOf(folder_ / "other"), "kept");
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "new"));
+}
+
+TEST_F(Zip, RefusesWhatIsNoFile) {
+    ASSERT_EQ(mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    for (const std::string name : {"gone", "pipe", "."})
+        EXPECT_FALSE(reader_.Open(folder_ / name).Ok()) << name;
+    EXPECT_TRUE(reader_.Items().empty());
+}
+
+TEST(ZipWriter, KnowsKindsThatPackingMakesNoSmaller) {
+    for (const char* name : {"a.JPG", "b.docx", "0000001.pdf", "c.tar.gz"})
+        EXPECT_TRUE(IsPackedAlready(name)) << name;
+    for (const char* name : {"a.txt", "b.bmp", "c", "jpg", "d.wav", "e.jpgx"})
+        EXPECT_FALSE(IsPackedAlready(name)) << name;
+}
+
+}  // namespace
+}  // namespace lore
