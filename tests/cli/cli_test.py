@@ -348,6 +348,9 @@ class Completion(CliTest):
                 (["text", "with"], {"with blank.rtf"}, {"data"}),
                 (["--data", "da"], {"data"}, {"with blank.rtf"}),
                 (["bibliography", "--out", "with"], {"with blank.rtf"}, set()),
+                (["notebook", ""], {"create", "rename", "delete", "switch"}, {"cite"}),
+                (["--data", data, "notebook", "delete", "Sh"], {"Shore\\ Walks"}, {"LorebinderMain"}),
+                (["--data", data, "copy", "--to", "Sh"], {"Shore\\ Walks"}, {"LorebinderMain"}),
                 (["cite", "--style", ""], {""}, {"data"})]:
             with self.subTest(words=words):
                 offered = set(self.offered(*words))
