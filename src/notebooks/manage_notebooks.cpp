@@ -1,6 +1,8 @@
 #include "notebooks/manage_notebooks.h"
 
 #include <algorithm>
+#include <map>
+#include <tuple>
 
 #include "notes/note_finder.h"
 
@@ -28,17 +30,18 @@ void ManageNoteBooks::Open() {
 
 /// The rows anew, with the counts of those that were there before.
 void ManageNoteBooks::Refill(const CDatabase& selected) {
-    std::vector<CDatabase> rows = {main_};
-    rows.insert(rows.end(), manager_.List().begin(), manager_.List().end());
+    std::map<std::tuple<int32_t, std::string, std::string>, int32_t> counts;
+    for (const CDatabase& row : rows_)
+        counts.emplace(std::tuple(row.id, row.guid, row.folder), row.noteCount);
+    rows_ = {main_};
+    rows_.insert(rows_.end(), manager_.List().begin(), manager_.List().end());
     selected_ = 0;
-    for (size_t i = 0; i < rows.size(); ++i) {
-        const auto same = [&](const CDatabase& row) { return IsSameNoteBook(row, rows[i]); };
-        const auto before = std::find_if(rows_.begin(), rows_.end(), same);
-        rows[i].noteCount = before == rows_.end() ? 0 : before->noteCount;
-        if (same(selected))
+    for (size_t i = 0; i < rows_.size(); ++i) {
+        const auto known = counts.find({rows_[i].id, rows_[i].guid, rows_[i].folder});
+        rows_[i].noteCount = known == counts.end() ? 0 : known->second;
+        if (IsSameNoteBook(rows_[i], selected))
             selected_ = i;
     }
-    rows_ = std::move(rows);
 }
 
 std::string ManageNoteBooks::RowText(size_t row) const {
