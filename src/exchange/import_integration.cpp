@@ -109,7 +109,7 @@ public:
         GiveIDs();
         CopyAttachments();
         if (!WriteLists(newCategories)) {
-            DropFilesOf(LongList{}, true);
+            DropCopiedFiles();
             return {};
         }
         return StoreNotes(sync);
@@ -207,7 +207,6 @@ private:
     LongList StoreNotes(bool sync) {
         NoteStore store(world_.book, world_.context, world_.faults, nullptr);
         const LongList failed = store.SaveNotes(TakeNotes());
-        DropFilesOf(failed, false);
         LongList stored;
         for (const size_t position : chosen_) {
             const CNote& note = Entry(position).note;
@@ -236,13 +235,11 @@ private:
         return notes;
     }
 
-    /// The files of notes that didn't get in.
-    void DropFilesOf(const LongList& failed, bool all) {
+    /// Only while no note file was touched: a write that failed at its very end may have put its notes on the disk.
+    void DropCopiedFiles() {
         for (const size_t position : chosen_) {
-            const CNote& note = Entry(position).note;
             const CNote* const existing = comparison_.ExistingHead(position);
-            if (all || failed.Contains(note.id))
-                DropFiles(note, existing ? *existing : CNote());
+            DropFiles(Entry(position).note, existing ? *existing : CNote());
         }
     }
 
