@@ -73,9 +73,11 @@ QtProgress::~QtProgress() {
 }
 
 void QtProgress::MakePanel() {
-    if (panel_ || !parent_)
+    QWidget* const dialog = QApplication::activeModalWidget();
+    QWidget* const below = dialog ? dialog : parent_.data();
+    if (panel_ || !below)
         return;
-    auto* const panel = new QFrame(parent_);
+    auto* const panel = new QFrame(below);
     panel->setObjectName("progressPanel");
     panel->setFrameShape(QFrame::StyledPanel);
     panel->setAutoFillBackground(true);
@@ -99,10 +101,10 @@ void QtProgress::MakePanel() {
 }
 
 void QtProgress::Place() {
-    panel_->setFixedWidth(
-        std::min(parent_->width() - kSpace * 4, panel_->fontMetrics().averageCharWidth() * kPanelChars));
+    const QWidget& below = *panel_->parentWidget();
+    panel_->setFixedWidth(std::min(below.width() - kSpace * 4, panel_->fontMetrics().averageCharWidth() * kPanelChars));
     panel_->adjustSize();
-    panel_->move((parent_->width() - panel_->width()) / 2, (parent_->height() - panel_->height()) / 3);
+    panel_->move((below.width() - panel_->width()) / 2, (below.height() - panel_->height()) / 3);
     panel_->show();
     panel_->raise();
 }

@@ -1,5 +1,6 @@
 #include "ui/qt_prompts.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QFile>
 #include <QFileDialog>
@@ -44,8 +45,14 @@ std::string FromPath(const QString& path) {
 
 }  // namespace
 
+/// Boxes stand over the dialog that is open, so that they aren't hidden by it.
+QWidget* QtPrompts::Owner() const {
+    QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog ? dialog : parent_;
+}
+
 void QtPrompts::Message(const std::string& text, const std::string& title, PromptIcon icon) {
-    QMessageBox box(IconOf(icon), ToQString(title), ToQString(text), QMessageBox::Ok, parent_);
+    QMessageBox box(IconOf(icon), ToQString(title), ToQString(text), QMessageBox::Ok, Owner());
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
@@ -54,7 +61,7 @@ PromptAnswer QtPrompts::Ask(const std::string& text, const std::string& title, b
     QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
     if (withCancel)
         buttons |= QMessageBox::Cancel;
-    QMessageBox box(QMessageBox::Question, ToQString(title), ToQString(text), buttons, parent_);
+    QMessageBox box(QMessageBox::Question, ToQString(title), ToQString(text), buttons, Owner());
     box.setTextFormat(Qt::PlainText);
     box.setEscapeButton(withCancel ? QMessageBox::Cancel : QMessageBox::No);
     switch (box.exec()) {
@@ -70,7 +77,7 @@ PromptAnswer QtPrompts::Ask(const std::string& text, const std::string& title, b
 std::optional<std::string> QtPrompts::AskText(const std::string& label, const std::string& title,
                                               const std::string& initial) {
     bool accepted = false;
-    const QString text = QInputDialog::getText(parent_, ToQString(title), ToQString(label), QLineEdit::Normal,
+    const QString text = QInputDialog::getText(Owner(), ToQString(title), ToQString(label), QLineEdit::Normal,
                                                ToQString(initial), &accepted);
     return accepted ? std::optional(FromQString(text)) : std::nullopt;
 }
@@ -78,7 +85,7 @@ std::optional<std::string> QtPrompts::AskText(const std::string& label, const st
 PromptAnswer QtPrompts::AskWithBox(const std::string& text, const std::string& title, const std::string& box,
                                    bool& ticked) {
     QMessageBox window(QMessageBox::Question, ToQString(title), ToQString(text), QMessageBox::Yes | QMessageBox::No,
-                       parent_);
+                       Owner());
     window.setTextFormat(Qt::PlainText);
     window.setEscapeButton(QMessageBox::No);
     QCheckBox* const check = new QCheckBox(ToQString(box), &window);
@@ -91,8 +98,8 @@ PromptAnswer QtPrompts::AskWithBox(const std::string& text, const std::string& t
 std::vector<std::string> QtPrompts::AskOpenPaths(const std::string& title, const std::string& filter, bool several) {
     QStringList chosen;
     if (several)
-        chosen = QFileDialog::getOpenFileNames(parent_, ToQString(title), {}, QtFilter(filter));
-    else if (const QString one = QFileDialog::getOpenFileName(parent_, ToQString(title), {}, QtFilter(filter));
+        chosen = QFileDialog::getOpenFileNames(Owner(), ToQString(title), {}, QtFilter(filter));
+    else if (const QString one = QFileDialog::getOpenFileName(Owner(), ToQString(title), {}, QtFilter(filter));
              !one.isEmpty())
         chosen.append(one);
     std::vector<std::string> paths;
@@ -103,7 +110,7 @@ std::vector<std::string> QtPrompts::AskOpenPaths(const std::string& title, const
 
 std::optional<std::string> QtPrompts::AskSavePath(const std::string& title, const std::string& filter,
                                                   const std::string& proposed) {
-    QFileDialog dialog(parent_, ToQString(title), {}, QtFilter(filter));
+    QFileDialog dialog(Owner(), ToQString(title), {}, QtFilter(filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     const QString pattern = ToQString(filter).section('|', 1, 1);
     if (pattern.startsWith("*.") && pattern != "*.*")

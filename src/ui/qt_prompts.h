@@ -23,6 +23,8 @@ public:
                                            const std::string& proposed) override;
 
 private:
+    QWidget* Owner() const;
+
     QWidget* parent_ = nullptr;
 };
 
