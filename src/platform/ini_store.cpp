@@ -2,7 +2,9 @@
 
 #include <QSettings>
 #include <QStringList>
+#include <QTemporaryDir>
 
+#include "base/file_io.h"
 #include "base/text.h"
 
 namespace lore {
@@ -16,11 +18,14 @@ QString KeyOf(const std::string& section, const std::string& key) {
 }  // namespace
 
 IniStore::IniStore(const std::filesystem::path& file)
-    : settings_(std::make_unique<QSettings>(QString::fromStdString(file.string()), QSettings::IniFormat)) {}
+    : file_(file),
+      settings_(std::make_unique<QSettings>(QString::fromStdString(file.string()), QSettings::IniFormat)) {}
 
 IniStore::~IniStore() = default;
 
 std::optional<std::string> IniStore::Get(const std::string& section, const std::string& key) const {
+    if (const auto changed = changes_.find({section, key}); changed != changes_.end())
+        return changed->second;
     const QVariant value = settings_->value(KeyOf(section, key));
     if (!value.isValid())
         return std::nullopt;
@@ -30,12 +35,40 @@ std::optional<std::string> IniStore::Get(const std::string& section, const std::
 }
 
 void IniStore::Set(const std::string& section, const std::string& key, const std::string& value) {
-    settings_->setValue(KeyOf(section, key), QString::fromStdString(ToUtf8(value)));
+    if (Get(section, key) != value)
+        changes_[{section, key}] = value;
+}
+
+/// The form of the file is the library's own, so a copy elsewhere takes the changes.
+bool IniStore::WithChanges(std::string& bytes) const {
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath("settings.ini");
+    const std::string path = copy.toStdString();
+    const FileResult read = ReadFile(file_, bytes);
+    if (!folder.isValid() || (!read.Ok() && !read.Missing()) || (read.Ok() && !WriteFileAtomically(path, bytes).Ok()))
+        return false;
+    {
+        QSettings settings(copy, QSettings::IniFormat);
+        for (const auto& [place, value] : changes_)
+            settings.setValue(KeyOf(place.first, place.second), QString::fromStdString(ToUtf8(value)));
+        settings.sync();
+        if (settings.status() != QSettings::NoError)
+            return false;
+    }
+    return ReadFile(path, bytes).Ok();
 }
 
 bool IniStore::Flush() {
+    if (changes_.empty())
+        return true;
+    std::error_code ignored;
+    std::filesystem::create_directories(file_.parent_path(), ignored);
+    std::string bytes;
+    if (!WithChanges(bytes) || !WriteFileAtomically(file_, bytes).Ok())
+        return false;
+    changes_.clear();
     settings_->sync();
-    return settings_->status() == QSettings::NoError;
+    return true;
 }
 
 }  // namespace lore

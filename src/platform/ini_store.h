@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "ports/settings_store.h"
 
@@ -10,7 +12,8 @@ class QSettings;
 
 namespace lore {
 
-/// The settings store as an INI file. Reading never creates or changes the file.
+/// The settings store as an INI file. Reading never creates or changes the file. What was set waits for Flush, which
+/// puts it into what the file holds by then and replaces the file as a whole.
 class IniStore : public SettingsStore {
 public:
     explicit IniStore(const std::filesystem::path& file);
@@ -21,7 +24,11 @@ public:
     bool Flush() override;
 
 private:
+    bool WithChanges(std::string& bytes) const;
+
+    std::filesystem::path file_;
     std::unique_ptr<QSettings> settings_;
+    std::map<std::pair<std::string, std::string>, std::string> changes_;  // by section and key, since the last Flush
 };
 
 }  // namespace lore

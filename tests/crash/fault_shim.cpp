@@ -1,0 +1,202 @@
+// Stands between a program and the system: counts the calls that change files below one folder, and kills the process
+// before one of them or lets it fail. Loaded with LD_PRELOAD; told by the environment:
+//
+//   LORE_FAULT_UNDER    the folder
+//   LORE_FAULT_LOG      file that gets a line for each call: name, path, second path
+//   LORE_FAULT_AT       number of the call, from 1; none: only log
+//   LORE_FAULT          KILL, or the number of an error
+//   LORE_FAULT_LASTING  every call from that one on fails
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+namespace {
+
+const char* Env(const char* name) {
+    const char* const value = std::getenv(name);
+    return value ? value : "";
+}
+
+struct Orders {
+    std::string under = Env("LORE_FAULT_UNDER");
+    std::string log = Env("LORE_FAULT_LOG");
+    long at = std::atol(Env("LORE_FAULT_AT"));
+    std::string fault = Env("LORE_FAULT");
+    bool lasting = *Env("LORE_FAULT_LASTING") != '\0';
+};
+
+const Orders& TheOrders() {
+    static const Orders orders;
+    return orders;
+}
+
+template <typename Function>
+Function Real(const char* name) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+std::string PathOf(int number) {
+    char path[4096];
+    const ssize_t length =
+        ::readlink(("/proc/self/fd/" + std::to_string(number)).c_str(), path, sizeof path);
+    return length > 0 ? std::string(path, static_cast<size_t>(length)) : std::string();
+}
+
+std::string Absolute(const char* path) {
+    if (!path || *path == '/')
+        return path ? path : "";
+    char here[4096];
+    return std::string(::getcwd(here, sizeof here) ? here : "") + "/" + path;
+}
+
+void Log(const std::string& line) {
+    static const auto openFile = Real<int (*)(const char*, int, ...)>("open");
+    static const auto writeFile = Real<ssize_t (*)(int, const void*, size_t)>("write");
+    if (TheOrders().log.empty())
+        return;
+    static const int file = openFile(TheOrders().log.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+    [[maybe_unused]] const ssize_t ignored = writeFile(file, line.data(), line.size());
+}
+
+/// True if the call must fail, with errno set. A killed process doesn't come back.
+bool Strikes(const char* name, const std::string& path, const std::string& second = {}) {
+    static std::atomic<long> calls{0};
+    const Orders& orders = TheOrders();
+    if (orders.under.empty() || path.compare(0, orders.under.size(), orders.under) != 0)
+        return false;
+    const long number = ++calls;
+    const bool strikes = orders.at > 0 && (number == orders.at || (orders.lasting && number > orders.at));
+    if (!strikes) {
+        Log(std::string(name) + "\t" + path + "\t" + second + "\n");
+        return false;
+    }
+    if (orders.fault == "KILL")
+        ::kill(::getpid(), SIGKILL);
+    Log("FAILED\t" + std::string(name) + "\t" + path + "\n");
+    errno = std::atoi(orders.fault.c_str());
+    return true;
+}
+
+mode_t ModeOf(int flags, va_list list) {
+    return (flags & (O_CREAT | O_TMPFILE)) != 0 ? static_cast<mode_t>(va_arg(list, int)) : 0;
+}
+
+bool Changes(int flags) {
+    return (flags & (O_CREAT | O_TRUNC)) != 0;
+}
+
+}  // namespace
+
+extern "C" {
+
+ssize_t write(int number, const void* bytes, size_t count) {
+    static const auto real = Real<ssize_t (*)(int, const void*, size_t)>("write");
+    return Strikes("write", PathOf(number)) ? -1 : real(number, bytes, count);
+}
+
+ssize_t pwrite64(int number, const void* bytes, size_t count, off64_t at) {
+    static const auto real = Real<ssize_t (*)(int, const void*, size_t, off64_t)>("pwrite64");
+    return Strikes("write", PathOf(number)) ? -1 : real(number, bytes, count, at);
+}
+
+ssize_t writev(int number, const struct iovec* parts, int count) {
+    static const auto real = Real<ssize_t (*)(int, const struct iovec*, int)>("writev");
+    return Strikes("write", PathOf(number)) ? -1 : real(number, parts, count);
+}
+
+int ftruncate64(int number, off64_t length) {
+    static const auto real = Real<int (*)(int, off64_t)>("ftruncate64");
+    return Strikes("write", PathOf(number)) ? -1 : real(number, length);
+}
+
+int fsync(int number) {
+    static const auto real = Real<int (*)(int)>("fsync");
+    return Strikes("fsync", PathOf(number)) ? -1 : real(number);
+}
+
+int fdatasync(int number) {
+    static const auto real = Real<int (*)(int)>("fdatasync");
+    return Strikes("fsync", PathOf(number)) ? -1 : real(number);
+}
+
+int rename(const char* from, const char* to) {
+    static const auto real = Real<int (*)(const char*, const char*)>("rename");
+    return Strikes("rename", Absolute(from), Absolute(to)) ? -1 : real(from, to);
+}
+
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) {
+    static const auto real = Real<int (*)(int, const char*, int, const char*, unsigned)>("renameat2");
+    return Strikes("rename", Absolute(from), Absolute(to)) ? -1 : real(fromFolder, from, toFolder, to, flags);
+}
+
+int link(const char* from, const char* to) {
+    static const auto real = Real<int (*)(const char*, const char*)>("link");
+    return Strikes("link", Absolute(from), Absolute(to)) ? -1 : real(from, to);
+}
+
+int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
+    static const auto real = Real<int (*)(int, const char*, int, const char*, int)>("linkat");
+    return Strikes("link", Absolute(from), Absolute(to)) ? -1 : real(fromFolder, from, toFolder, to, flags);
+}
+
+int unlink(const char* path) {
+    static const auto real = Real<int (*)(const char*)>("unlink");
+    return Strikes("unlink", Absolute(path)) ? -1 : real(path);
+}
+
+int remove(const char* path) {
+    static const auto real = Real<int (*)(const char*)>("remove");
+    return Strikes("unlink", Absolute(path)) ? -1 : real(path);
+}
+
+int unlinkat(int folder, const char* path, int flags) {
+    static const auto real = Real<int (*)(int, const char*, int)>("unlinkat");
+    const std::string full = *path == '/' || folder == AT_FDCWD ? Absolute(path) : PathOf(folder) + "/" + path;
+    return Strikes("unlink", full) ? -1 : real(folder, path, flags);
+}
+
+int mkdir(const char* path, mode_t mode) {
+    static const auto real = Real<int (*)(const char*, mode_t)>("mkdir");
+    return Strikes("mkdir", Absolute(path)) ? -1 : real(path, mode);
+}
+
+int open(const char* path, int flags, ...) {
+    static const auto real = Real<int (*)(const char*, int, ...)>("open");
+    va_list list;
+    va_start(list, flags);
+    const mode_t mode = ModeOf(flags, list);
+    va_end(list);
+    return Changes(flags) && Strikes("create", Absolute(path)) ? -1 : real(path, flags, mode);
+}
+
+int open64(const char* path, int flags, ...) {
+    static const auto real = Real<int (*)(const char*, int, ...)>("open64");
+    va_list list;
+    va_start(list, flags);
+    const mode_t mode = ModeOf(flags, list);
+    va_end(list);
+    return Changes(flags) && Strikes("create", Absolute(path)) ? -1 : real(path, flags, mode);
+}
+
+FILE* fopen64(const char* path, const char* mode) {
+    static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen64");
+    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path)) ? nullptr : real(path, mode);
+}
+
+FILE* fopen(const char* path, const char* mode) {
+    static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen");
+    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path)) ? nullptr : real(path, mode);
+}
+
+}  // extern "C"
