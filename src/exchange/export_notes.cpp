@@ -24,12 +24,12 @@ constexpr size_t kThreads = 2;
 constexpr size_t kBatchBytes = size_t{256} << 10;
 constexpr int kWholeArchive = 1000;  // the range of the progress while it is written
 
-/// A folder for what an export spools; it goes with the export.
+/// A folder for what an export spools; it goes with the export. What a crash has left beside it goes at once.
 class SpoolFolder {
 public:
     explicit SpoolFolder(std::filesystem::path path) : path_(std::move(path)) {
         std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
+        std::filesystem::remove_all(path_.parent_path(), ignored);
         std::filesystem::create_directories(path_, ignored);
     }
     ~SpoolFolder() {

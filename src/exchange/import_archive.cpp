@@ -1,6 +1,6 @@
 #include "exchange/import_archive.h"
 
-#include <algorithm>
+#include <numeric>
 
 #include "base/text.h"
 #include "notes/check_note.h"
@@ -51,6 +51,11 @@ ImportArchive::Version ImportArchive::ReadNotes(const ReadContext& context, cons
     }
     sourcesNote = reader.SourcesNote();
     return Version::Known;
+}
+
+uint64_t ImportArchive::SizeOfFiles() const {
+    return std::accumulate(zip_.Items().begin(), zip_.Items().end(), uint64_t{0},
+                           [](uint64_t sum, const ZipItem& item) { return sum + item.size; });
 }
 
 const ZipItem* ImportArchive::FileOf(const CAttachment& attachment) const {

@@ -28,6 +28,8 @@ public:
 
     /// The packed file of an attachment; null for a web link, and if the archive lacks it.
     const ZipItem* FileOf(const CAttachment& attachment) const;
+    /// What all files of the archive would take together, as announced.
+    uint64_t SizeOfFiles() const;
     /// Unpacks it to a path where nothing stands yet.
     ArchiveResult Extract(const ZipItem& item, const std::filesystem::path& target) {
         return zip_.Extract(item, target);

@@ -26,6 +26,8 @@ namespace {
 
 constexpr size_t kLongestEnding = 100;
 constexpr uint64_t kRoomToLeave = uint64_t{16} << 20;
+/// Files may be named by several notes, each of which gets a copy, but not without end.
+constexpr uint64_t kMostCopies = 4;
 
 /// Unpacks attachment files into the attachment folder of the NoteBook under the next free numbers.
 class AttachmentImport {
@@ -34,7 +36,8 @@ public:
         : archive_(archive),
           faults_(world.faults),
           folder_(world.book.paths.Attachments()),
-          number_(HighestAttachmentNumber(folder_)) {}
+          number_(HighestAttachmentNumber(folder_)),
+          room_(archive.SizeOfFiles() * kMostCopies) {}
 
     /// A file that the archive lacks, or that is damaged in it, is told; its attachment keeps the file that the
     /// existing note has under this name and title, otherwise it stays without one. `existing` may be null.
@@ -73,7 +76,9 @@ private:
         const std::string_view ending = FileExtension(oldName);
         const std::string name = StoredAttachmentName(++number_, ending.size() > kLongestEnding ? "" : ending);
         const std::filesystem::path target = folder_ / name, temporary = TemporaryName(target);
-        ArchiveResult result = archive_.Extract(*item, temporary);
+        ArchiveResult result = item->size > room_
+                                   ? ArchiveResult::Failure("the notes name the files of the archive too often")
+                                   : archive_.Extract(*item, temporary);
         if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0) {
             result = ArchiveResult::Failure(LastError().Reason());
             ::unlink(temporary.c_str());
@@ -84,6 +89,7 @@ private:
                  target.string(), result.reason});
             return false;
         }
+        room_ -= item->size;
         attachment.storedFile = name;
         copied_ = true;
         return true;
@@ -93,6 +99,7 @@ private:
     FaultNotice& faults_;
     std::filesystem::path folder_;
     int number_;
+    uint64_t room_;  // how many bytes may still be unpacked
     bool copied_ = false;
 };
 

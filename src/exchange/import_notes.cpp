@@ -114,6 +114,11 @@ private:
 
 }  // namespace
 
+std::optional<std::filesystem::path> AskForArchive(Prompts& prompts) {
+    const std::vector<std::string> paths = prompts.AskOpenPaths("Import Notes", kArchiveFilter, false);
+    return paths.empty() ? std::nullopt : std::optional<std::filesystem::path>(paths.front());
+}
+
 int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const ImportWorld& world) {
     Progress& progress = world.progress;
     progress.SetRange(0, static_cast<int>(world.listedNotes) + 2);

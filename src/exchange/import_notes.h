@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include "base/long_list.h"
 #include "exchange/import_archive.h"
@@ -49,6 +50,9 @@ struct ImportOutcome {
 /// sources and categories, then the note files, then the sync log; so a crash can leave things that no note names, and
 /// never a note that names nothing. A note with a known guid replaces the one of the NoteBook and keeps its id.
 ImportOutcome ImportNotes(const std::filesystem::path& path, ImportChooser& chooser, const ImportWorld& world);
+
+/// Asks for the archive of the import command; nothing if the user cancels.
+std::optional<std::filesystem::path> AskForArchive(Prompts& prompts);
 
 /// Opens an archive and reads its notes; a file that can't be read is told. Gives 0, or one of the results below it.
 int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const ImportWorld& world);

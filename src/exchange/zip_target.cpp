@@ -25,9 +25,18 @@ bool WriteAllAt(int number, std::string_view bytes, uint64_t position) {
     return true;
 }
 
+/// A link is written through, so that the file which it names is the one that is replaced.
+std::filesystem::path BehindLinks(const std::filesystem::path& path) {
+    std::error_code error;
+    const bool isLink = std::filesystem::is_symlink(path, error);
+    const std::filesystem::path named = isLink ? std::filesystem::weakly_canonical(path, error) : path;
+    return error || named.empty() ? path : named;
+}
+
 }  // namespace
 
-ZipTarget::ZipTarget(std::filesystem::path place) : place_(std::move(place)), temporary_(TemporaryName(place_)) {}
+ZipTarget::ZipTarget(const std::filesystem::path& place)
+    : place_(BehindLinks(place)), temporary_(TemporaryName(place_)) {}
 
 ZipTarget::~ZipTarget() {
     if (exists_)

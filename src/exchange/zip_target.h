@@ -16,7 +16,7 @@ namespace lore {
 /// renames it over what stands there. Without Commit, nothing is left and nothing has changed.
 class ZipTarget {
 public:
-    explicit ZipTarget(std::filesystem::path place);
+    explicit ZipTarget(const std::filesystem::path& place);
     ~ZipTarget();
     ZipTarget(const ZipTarget&) = delete;
     ZipTarget& operator=(const ZipTarget&) = delete;

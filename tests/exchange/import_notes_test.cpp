@@ -254,6 +254,18 @@ TEST_F(ImportNotesTest, AttachmentsWithoutAWholeFileAreToldAndNameNothing) {
     EXPECT_NE(to_.faults.faults[1].reason.find("CRC"), std::string::npos) << to_.faults.faults[1].reason;
 }
 
+TEST_F(ImportNotesTest, AFileThatManyNotesNameIsNotUnpackedWithoutEnd) {
+    std::vector<CNote> notes;
+    for (int32_t id = 1; id <= 30; ++id)
+        notes.push_back(WithFile(id, "0000001.txt"));
+    MakeArchive(notes, {File("0000001.txt", std::string(1'000'000, 'x'))});
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 30);
+    const size_t copies = to_.AttachmentNames().size();
+    EXPECT_GE(copies, 4u);
+    EXPECT_LT(copies, 10u);
+    EXPECT_EQ(to_.faults.faults.size(), 30 - copies);
+}
+
 TEST_F(ImportNotesTest, AFileThatTheArchiveLacksStaysWithTheExistingNote) {
     CNote note = from_.Notes().front();
     note.dateEdited = DateTime(2021, 1, 1);
