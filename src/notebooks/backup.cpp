@@ -1,6 +1,6 @@
 #include "notebooks/backup.h"
 
-#include <cstdio>
+#include <algorithm>
 
 #include "base/file_io.h"
 #include "base/text.h"
@@ -42,6 +42,23 @@ void TellFailed(const BackupWorld& world) {
     world.prompts.Message(kFailed, kFailedTitle, PromptIcon::Error);
 }
 
+/// Gives notes that have no GUID the same new one each time that they are read.
+class RepeatedGuids : public GuidSource {
+public:
+    explicit RepeatedGuids(GuidSource& source) : source_(source) {}
+    std::string NewGuid() override {
+        if (next_ == given_.size())
+            given_.push_back(source_.NewGuid());
+        return given_[next_++];
+    }
+    void Rewind() { next_ = 0; }
+
+private:
+    GuidSource& source_;
+    std::vector<std::string> given_;
+    size_t next_ = 0;
+};
+
 int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std::filesystem::path& target,
                   const BackupWorld& world) {
     world.progress.ShowStandBy(wait);
@@ -54,7 +71,14 @@ int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std:
     LoadNoteBook(book, counters, world.context, world.faults, options);
     world.progress.HideStandBy();
     const ExportWorld exportWorld{book, world.data, world.context, world.prompts, world.progress, world.faults};
-    return WriteBackup(NotesOfNoteBook(book, world.context, world.faults), target, exportWorld);
+    RepeatedGuids guids(*world.context.guids);
+    const ReadContext context{world.context.now, world.context.nowUtc, &guids};
+    ExportedNotes notes = NotesOfNoteBook(book, context, world.faults);
+    notes.each = [&guids, each = std::move(notes.each)](const auto& take) {
+        guids.Rewind();
+        each(take);
+    };
+    return WriteBackup(notes, target, exportWorld);
 }
 
 /// One run over all NoteBooks.

@@ -30,7 +30,9 @@ struct BackupTest : NoteBooksWorld, testing::Test {
         CNote note = DayNote(1);
         note.plainText = "One\r\nline";
         note.attachments.push_back({0, 1.0, "A lamp", "0000001.png", "", 1, true});
-        thesis = Add("The sis", 7, {note, DayNote(2, 5)});
+        CNote withoutGuid = DayNote(2, 5);
+        withoutGuid.guid.clear();
+        thesis = Add("The sis", 7, {note, withoutGuid});
         PutBytes(PathsOf(thesis).Attachments() / "0000001.png", "picture");
         empty = Add("Empty one", 9);
         PutNotes(main, {DayNote(3)});
@@ -229,6 +231,7 @@ TEST_F(BackupTest, ComparisonFindsEachKindOfDifference) {
     IdCounters counters;
     LoadOptions options;
     options.mode = LoadMode::ReadOnly;
+    PutNotes(thesis, {DayNote(2, 5)});
     LoadNoteBook(book, counters, context, faults, options);
     const ExportWorld world{book, data, context, prompts, progress, faults};
     const ExportedNotes notes = NotesOfNoteBook(book, context, faults);

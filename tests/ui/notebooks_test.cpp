@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -137,7 +138,7 @@ void NoteBooksTest::InDialog(const std::function<void(ManageNoteBooksDialog&)>& 
     QTimer::singleShot(0, this, [&] {
         auto* const dialog = qobject_cast<ManageNoteBooksDialog*>(QApplication::activeModalWidget());
         QVERIFY(dialog);
-        QVERIFY(QTest::qWaitForWindowExposed(dialog));
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
         ran = true;
         steps(*dialog);
         dialog->close();
@@ -277,8 +278,11 @@ void NoteBooksTest::card_is_copied_to_another_notebook() {
 }
 
 void NoteBooksTest::dialog_opens_where_it_was_closed() {
-    InDialog([](ManageNoteBooksDialog& dialog) { dialog.setGeometry(60, 70, 640, 480); });
-    InDialog([](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), QRect(60, 70, 640, 480)); });
+    const QRect wanted(60, 70, 640, 480);
+    if (!window_->screen()->availableGeometry().contains(wanted))
+        QSKIP("the screen is too small");
+    InDialog([&](ManageNoteBooksDialog& dialog) { dialog.setGeometry(wanted); });
+    InDialog([&](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), wanted); });
 }
 
 void NoteBooksTest::closing_asks_for_the_auto_backup() {

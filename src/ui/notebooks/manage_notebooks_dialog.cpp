@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 #include "ui/qt_text.h"
@@ -55,7 +56,16 @@ ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme
     SetMainButton(change);
     connect(change, &QPushButton::clicked, this, &QDialog::accept);
     connect(AddButton(tr("E&xit")), &QPushButton::clicked, this, &QDialog::reject);
-    connect(list_, &QListWidget::itemActivated, this, &QDialog::accept);
+    connect(list_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+    // As shortcuts, since a list takes keys that have a text for its search.
+    connect(new QShortcut(QKeySequence::Delete, list_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, &ManageNoteBooksDialog::Delete);
+    connect(new QShortcut(QKeySequence(Qt::Key_F2), this), &QShortcut::activated, this, [this] {
+        if (!name_->isEnabled())
+            return;
+        name_->setFocus();
+        name_->selectAll();
+    });
     connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
         model_.Select(static_cast<size_t>(std::max(row, 0)));
         ShowDetails();
@@ -159,17 +169,10 @@ void ManageNoteBooksDialog::Delete() {
 }
 
 void ManageNoteBooksDialog::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F2 && name_->isEnabled()) {
-        name_->setFocus();
-        name_->selectAll();
-    } else if (event->key() == Qt::Key_Delete && list_->hasFocus()) {
-        Delete();
-    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
-               (name_->hasFocus() || newName_->hasFocus())) {
-        event->accept();  // the field has taken it; the dialog stays
-    } else {
-        DialogFrame::keyPressEvent(event);
-    }
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && (name_->hasFocus() || newName_->hasFocus()))
+        return event->accept();  // the field has taken it; the dialog stays
+    DialogFrame::keyPressEvent(event);
 }
 
 }  // namespace lore
