@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+#include <QTextDocument>
+#include <QTimer>
+#include <functional>
+#include <string>
+
+namespace lore {
+
+class NoteFormats;
+
+/// A text of the editor as a record keeps it.
+struct NoteTexts {
+    std::string rtf;
+    std::string plainText;  ///< "\r\n" between paragraphs
+};
+
+/// Converts the text of the editor beside the typing: in slices of a few milliseconds while nothing else waits, only
+/// paragraphs that changed, and writes it on another thread.
+class CaptureBeside : public QObject {
+    Q_OBJECT
+
+public:
+    using Callback = std::function<void(NoteTexts)>;
+    static constexpr int kSliceMilliseconds = 4;
+
+    CaptureBeside(const NoteFormats& formats, QObject* parent);
+
+    /// Converts `document` and hands over its state at the end of the conversion, on this thread. A call before that
+    /// takes the place of the earlier one.
+    void Start(QTextDocument& document, Callback callback);
+    /// Forgets the call that is under way; its callback isn't called.
+    void Stop();
+    /// The longest slice of the last conversion, in microseconds.
+    qint64 LongestSlice() const { return longestSlice_; }
+
+private:
+    void Slice();
+    void Write();
+
+    const NoteFormats& formats_;
+    QPointer<QTextDocument> document_;
+    QTimer timer_;
+    Callback callback_;
+    int nextBlock_ = 0;
+    quint64 call_ = 0;
+    qint64 longestSlice_ = 0;
+};
+
+}  // namespace lore

@@ -1,0 +1,116 @@
+#include "ui/editor/note_clipboard.h"
+
+#include <QTextBlock>
+#include <QTextDocument>
+#include <QTextList>
+#include <map>
+
+#include "base/text.h"
+#include "rtf/html_reader.h"
+#include "rtf/rtf.h"
+#include "ui/editor/document_capture.h"
+#include "ui/editor/document_fill.h"
+#include "ui/editor/note_formats.h"
+
+namespace lore {
+namespace {
+
+QTextListFormat::Style StyleOf(ListKind kind) {
+    switch (kind) {
+        case ListKind::kDecimal:
+            return QTextListFormat::ListDecimal;
+        case ListKind::kLowerLetter:
+            return QTextListFormat::ListLowerAlpha;
+        case ListKind::kUpperLetter:
+            return QTextListFormat::ListUpperAlpha;
+        case ListKind::kLowerRoman:
+            return QTextListFormat::ListLowerRoman;
+        case ListKind::kUpperRoman:
+            return QTextListFormat::ListUpperRoman;
+        case ListKind::kNone:
+        case ListKind::kBullet:
+            break;
+    }
+    return QTextListFormat::ListDisc;
+}
+
+// HTML knows lists as such: the items get lists of Qt's own.
+void MakeLists(QTextDocument& text, const NoteFormats& formats) {
+    std::map<std::pair<int32_t, int>, QTextList*> lists;
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        const ParagraphFormat format = formats.Paragraph(block.blockFormat());
+        if (format.list == ListKind::kNone) {
+            lists.clear();
+            continue;
+        }
+        QTextBlockFormat plain = block.blockFormat();
+        plain.setLeftMargin(0);
+        QTextCursor(block).setBlockFormat(plain);
+        QTextList*& list = lists[{format.list_id, format.list_level}];
+        if (!list) {
+            QTextListFormat look;
+            look.setStyle(StyleOf(format.list));
+            look.setIndent(format.list_level + 1);
+            list = QTextCursor(block).createList(look);
+        } else {
+            list->add(block);
+        }
+    }
+}
+
+QString HtmlOf(const Document& document, const NoteFormats& own) {
+    NoteFormats formats(own.GetTheme());
+    // Elsewhere the ground is white, whatever it is here.
+    formats.SetLook({Qt::white, 1.0, 96, 0});
+    formats.Reset(document);
+    QTextDocument text;
+    FillNote(document, text, formats);
+    MakeLists(text, formats);
+    QString html = text.toHtml();
+    for (size_t i = 0; i < document.pictures.size(); ++i) {
+        const Picture& picture = document.pictures[i];
+        if (picture.kind != PictureKind::kPng && picture.kind != PictureKind::kJpeg)
+            continue;
+        const QByteArray bytes = QByteArray::fromStdString(picture.bytes).toBase64();
+        html.replace(QStringLiteral("\"picture:%1\"").arg(i),
+                     QStringLiteral("\"data:image/%1;base64,%2\"")
+                         .arg(picture.kind == PictureKind::kPng ? "png" : "jpeg", QString::fromLatin1(bytes)));
+    }
+    return html;
+}
+
+QByteArray RtfIn(const QMimeData& mime) {
+    for (const char* type : {"text/rtf", "application/rtf", "text/richtext"})
+        if (const QByteArray bytes = mime.data(QLatin1String(type)); bytes.startsWith("{\\rtf"))
+            return bytes;
+    return {};
+}
+
+}  // namespace
+
+std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormats& formats) {
+    const Document document = Assemble(CaptureSelection(selection, formats));
+    auto mime = std::make_unique<QMimeData>();
+    const QByteArray rtf = QByteArray::fromStdString(WriteRtf(document));
+    mime->setText(QString::fromStdString(document.text));
+    mime->setHtml(HtmlOf(document, formats));
+    mime->setData(QStringLiteral("text/rtf"), rtf);
+    mime->setData(QStringLiteral("application/rtf"), rtf);
+    return mime;
+}
+
+std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats) {
+    if (const QByteArray rtf = RtfIn(mime); !rtf.isEmpty())
+        return ReadRtf(CleanText(rtf.toStdString()));
+    if (!mime.hasHtml())
+        return std::nullopt;
+    const CharFormat look = formats.Default();
+    return ReadHtml(CleanText(mime.html().toStdString()), {formats.FontName(look), look.half_points});
+}
+
+QString PastedPlainText(const QMimeData& mime) {
+    QString text = QString::fromStdString(CleanText(mime.text().toStdString()));
+    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+}
+
+}  // namespace lore

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QMimeData>
+#include <QTextCursor>
+#include <memory>
+#include <optional>
+
+#include "rtf/document.h"
+
+namespace lore {
+
+class NoteFormats;
+
+/// The selection as plain text, HTML and RTF.
+std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormats& formats);
+
+/// The formatted text that was copied: RTF before HTML. Nothing when there is neither. Bytes that would cut a record
+/// are taken out; nothing is loaded from elsewhere.
+std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats);
+
+/// Plain text without the bytes that would cut a record, with "\n" between its lines.
+QString PastedPlainText(const QMimeData& mime);
+
+}  // namespace lore

@@ -1,0 +1,75 @@
+#include "ui/editor/picture_import.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <algorithm>
+
+#include "ui/rich_text_formats.h"
+
+namespace lore {
+namespace {
+
+constexpr int kJpegQuality = 88;
+constexpr int kDecodeLimitMegabytes = 512;
+
+QByteArray Encoded(const QImage& image, PictureKind kind) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, kind == PictureKind::kJpeg ? "JPEG" : "PNG", kind == PictureKind::kJpeg ? kJpegQuality : -1);
+    return bytes;
+}
+
+Picture Made(const QByteArray& bytes, PictureKind kind, const QSize& pixels, int widest) {
+    Picture picture;
+    picture.kind = kind;
+    picture.bytes = bytes.toStdString();
+    picture.width = pixels.width();
+    picture.height = pixels.height();
+    const double shrink = widest > 0 && pixels.width() > widest ? double(widest) / pixels.width() : 1.0;
+    return Resized(picture, QSizeF(pixels) * shrink);
+}
+
+QImage Bounded(const QImage& image) {
+    return std::max(image.width(), image.height()) > kLongestPictureSide
+               ? image.scaled(kLongestPictureSide, kLongestPictureSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+               : image;
+}
+
+}  // namespace
+
+Picture Resized(const Picture& picture, const QSizeF& size) {
+    Picture resized = picture;
+    resized.goal_width = std::max(1, qRound(size.width() * RichTextFormats::kTwipsPerPixel));
+    resized.goal_height = std::max(1, qRound(size.height() * RichTextFormats::kTwipsPerPixel));
+    resized.scale_x = resized.scale_y = 100;
+    return resized;
+}
+
+std::optional<Picture> PictureFromImage(const QImage& image, int widest) {
+    if (image.isNull())
+        return std::nullopt;
+    const QImage bounded = Bounded(image);
+    return Made(Encoded(bounded, PictureKind::kPng), PictureKind::kPng, bounded.size(), widest);
+}
+
+std::optional<Picture> PictureFromBytes(const QByteArray& bytes, int widest) {
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer);
+    reader.setDecideFormatFromContent(true);
+    reader.setAllocationLimit(kDecodeLimitMegabytes);
+    const QByteArray format = reader.format();
+    reader.setAutoTransform(true);
+    const QImage image = reader.read();
+    if (image.isNull())
+        return std::nullopt;
+    const bool isJpeg = format == "jpeg" || format == "jpg";
+    const bool turned = reader.transformation() != QImageIOHandler::TransformationNone;
+    const QImage bounded = Bounded(image);
+    const PictureKind kind = isJpeg ? PictureKind::kJpeg : PictureKind::kPng;
+    const bool stays = bounded.size() == image.size() && !turned && (isJpeg || format == "png");
+    return Made(stays ? bytes : Encoded(bounded, kind), kind, bounded.size(), widest);
+}
+
+}  // namespace lore

@@ -1,0 +1,323 @@
+#include "ui/editor/rich_text_edit.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <unordered_set>
+
+#include "rtf/rtf.h"
+#include "ui/editor/block_place.h"
+#include "ui/editor/document_capture.h"
+#include "ui/editor/document_fill.h"
+#include "ui/editor/kept_object.h"
+#include "ui/editor/note_block_data.h"
+#include "ui/editor/picture_frame.h"
+#include "ui/editor/picture_import.h"
+#include "ui/editor/spell_marks.h"
+#include "ui/editor/table_commands.h"
+#include "ui/theme.h"
+
+namespace lore {
+namespace {
+
+constexpr double kTabStop = 48;  // half an inch
+constexpr int kTextMargin = 3 * kSpace;
+constexpr int kMeasureAgain = 1500;  // milliseconds after the last change
+constexpr double kMarkGap = 4;       // pixels between a mark that is wider than its place and the text
+
+/// Bytes that a character takes in RTF, on average.
+qint64 RtfBytesOf(QStringView text) {
+    qint64 bytes = 0;
+    for (const QChar c : text)
+        bytes += c.unicode() < 0x80 ? 1 : c.unicode() < 0x100 ? 4 : 8;
+    return bytes;
+}
+
+bool IsPicture(const QTextDocument& document, const QTextCharFormat& format, int position) {
+    return format.hasProperty(kPictureProperty) && document.characterAt(position) == QChar::ObjectReplacementCharacter;
+}
+
+QString FileNameOf(const Picture& picture, int number) {
+    static constexpr const char* kEndings[] = {"png", "jpg", "wmf", "emf", "dib"};
+    return QStringLiteral("Picture %1.%2").arg(number).arg(QLatin1String(kEndings[static_cast<size_t>(picture.kind)]));
+}
+
+}  // namespace
+
+RichTextEdit::RichTextEdit(const Theme& theme, QWidget* parent)
+    : QTextEdit(parent),
+      theme_(theme),
+      formats_(theme),
+      commands_(*this, formats_),
+      beside_(new CaptureBeside(formats_, this)),
+      spelling_(new SpellMarks(*this, theme)),
+      frame_(std::make_unique<PictureFrame>(*this, theme)) {
+    setObjectName("noteText");
+    setAccessibleName(tr("Note text"));
+    setAcceptRichText(true);
+    setTabChangesFocus(false);
+    setLineWrapMode(QTextEdit::WidgetWidth);
+    setMouseTracking(true);
+    formats_.SetDefault("Times New Roman", 27);
+    sizeTimer_.setSingleShot(true);
+    sizeTimer_.setInterval(kMeasureAgain);
+    connect(&sizeTimer_, &QTimer::timeout, this, [this] { CaptureAside({}); });
+    connect(&theme, &Theme::Changed, this, &RichTextEdit::Restyle);
+    Load({});
+}
+
+RichTextEdit::~RichTextEdit() = default;
+
+void RichTextEdit::SetDefaultFont(const std::string& name, int halfPoints) {
+    formats_.SetDefault(name, halfPoints);
+}
+
+void RichTextEdit::Load(const std::string& rtf) {
+    stored_ = rtf;
+    knownSize_ = static_cast<qint64>(rtf.size());
+    addedSize_ = 0;
+    ShowDocument(ReadRtf(rtf));
+    CheckSize();
+}
+
+void RichTextEdit::ShowDocument(const Document& document) {
+    beside_->Stop();
+    QPalette colors = palette();
+    colors.setColor(QPalette::Base, theme_.Color(ColorRole::Card));
+    setPalette(colors);
+    formats_.SetLook({theme_.Color(ColorRole::Card), 1.0, logicalDpiY(), std::max(TextWidth(), 200)});
+    formats_.Reset(document);
+    auto shown = std::make_unique<QTextDocument>();
+    shown->setUndoRedoEnabled(false);
+    shown->setDocumentMargin(kTextMargin);
+    QTextOption option;
+    option.setTabStopDistance(kTabStop);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    shown->setDefaultTextOption(option);
+    shown->documentLayout()->registerHandler(kKeptObject, new KeptObject(shown.get()));
+    FillNote(document, *shown, formats_);
+    shown->setUndoRedoEnabled(true);
+    shown->setModified(false);
+    setDocument(shown.get());
+    shown_ = std::move(shown);
+    listMarksKnown_ = false;
+    blockCount_ = shown_->blockCount();
+    connect(shown_.get(), &QTextDocument::contentsChange, this, &RichTextEdit::OnContentsChange);
+    spelling_->Attach();
+    moveCursor(QTextCursor::Start);
+    if (document.runs.empty())
+        setCurrentCharFormat(formats_.Shown(formats_.Default(), formats_.Look().ground));
+}
+
+// The colours of the screen are made for the palette, so another one shows the text anew.
+void RichTextEdit::Restyle() {
+    const bool modified = IsModified();
+    const int position = textCursor().position();
+    const int scrolled = verticalScrollBar()->value();
+    const Document document = modified ? Assemble(CaptureNote(*shown_, formats_)) : ReadRtf(stored_);
+    ShowDocument(document);
+    shown_->setModified(modified);
+    QTextCursor cursor(shown_.get());
+    cursor.setPosition(std::min(position, shown_->characterCount() - 1));
+    setTextCursor(cursor);
+    verticalScrollBar()->setValue(scrolled);
+}
+
+std::string RichTextEdit::Rtf() const {
+    return IsModified() ? WriteRtf(Assemble(CaptureNote(*shown_, formats_))) : stored_;
+}
+
+std::string RichTextEdit::PlainText() const {
+    return WithCrLf(Assemble(CaptureNote(*shown_, formats_)).text);
+}
+
+void RichTextEdit::MarkSaved(const std::string& rtf) {
+    stored_ = rtf;
+    knownSize_ = static_cast<qint64>(rtf.size());
+    addedSize_ = 0;
+    shown_->setModified(false);
+}
+
+void RichTextEdit::CaptureAside(CaptureBeside::Callback callback) {
+    const qint64 before = addedSize_;
+    beside_->Start(*shown_, [this, before, callback = std::move(callback)](NoteTexts texts) {
+        if (!IsModified())
+            texts.rtf = stored_;
+        knownSize_ = static_cast<qint64>(texts.rtf.size());
+        addedSize_ -= before;
+        CheckSize();
+        if (callback)
+            callback(std::move(texts));
+    });
+}
+
+void RichTextEdit::OnContentsChange(int position, int removed, int added) {
+    QTextBlock block = shown_->findBlock(position);
+    for (; block.isValid() && block.position() <= position + added; block = block.next())
+        if (block.userData())
+            NoteBlockData::Of(block).captured.reset();
+    if (blockCount_ != shown_->blockCount() || added > 1 || removed > 1)
+        listMarksKnown_ = false;
+    blockCount_ = shown_->blockCount();
+    if (added == 1 && removed == 0)
+        addedSize_ += RtfBytesOf(QString(shown_->characterAt(position)));
+    else if (added > removed)
+        addedSize_ += (added - removed) * 2;
+    else
+        addedSize_ -= removed - added;
+    // What came in at once may be a picture, of which the count of characters says nothing.
+    if (added > 1 || removed > 1 || RtfSize() > kLargestRtf * 9 / 10)
+        sizeTimer_.start();
+    CheckSize();
+}
+
+void RichTextEdit::CheckSize() {
+    const bool over = RtfSize() > kLargestRtf;
+    if (over == overLimit_)
+        return;
+    overLimit_ = over;
+    emit SizeLimitPassed(over, RtfSize());
+}
+
+int RichTextEdit::TextWidth() const {
+    return std::max(100, viewport()->width() - 2 * kTextMargin);
+}
+
+void RichTextEdit::InsertTableHere(int rows, int columns) {
+    QTextCursor cursor = textCursor();
+    InsertTable(cursor, rows, columns, TextWidth() - 2, formats_);
+    setTextCursor(cursor);
+}
+
+bool RichTextEdit::InsertPictureBytes(const QByteArray& bytes) {
+    const std::optional<Picture> picture = PictureFromBytes(bytes, TextWidth());
+    if (!picture)
+        return false;
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    InsertPicture(*picture, commands_.CharactersNow(), cursor, formats_);
+    cursor.endEditBlock();
+    addedSize_ += static_cast<qint64>(picture->bytes.size()) * 2;
+    setTextCursor(cursor);
+    CheckSize();
+    return true;
+}
+
+QTextCursor RichTextEdit::SelectedPicture() const {
+    QTextCursor cursor = textCursor();
+    const int from = cursor.selectionStart();
+    if (cursor.selectionEnd() - from == 1) {
+        cursor.setPosition(from);
+        cursor.setPosition(from + 1, QTextCursor::KeepAnchor);
+        if (IsPicture(*shown_, cursor.charFormat(), from))
+            return cursor;
+    }
+    return QTextCursor();
+}
+
+void RichTextEdit::ResizePicture(const QTextCursor& picture, const QSizeF& size) {
+    const auto old = picture.isNull() ? nullptr : formats_.PictureOf(picture.charFormat());
+    if (!old || !old->object.empty())
+        return;
+    QTextCursor cursor(picture);
+    cursor.setCharFormat(ShownPicture(std::make_shared<const Picture>(Resized(*old, size)),
+                                      formats_.Characters(cursor.charFormat()), *shown_, formats_));
+    viewport()->update();
+}
+
+std::vector<NotePicture> RichTextEdit::Pictures() const {
+    std::vector<NotePicture> pictures;
+    for (QTextBlock block = shown_->begin(); block.isValid(); block = block.next())
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            const auto picture = formats_.PictureOf(fragment.charFormat());
+            for (int i = 0; picture && i < fragment.length(); ++i) {
+                const int position = fragment.position() + i;
+                if (IsPicture(*shown_, fragment.charFormat(), position))
+                    pictures.push_back({position,
+                                        picture->bytes.size(),
+                                        FileNameOf(*picture, static_cast<int>(pictures.size()) + 1),
+                                        {}});
+            }
+        }
+    return pictures;
+}
+
+std::vector<NotePicture> RichTextEdit::TakePictures(const std::vector<int>& positions) {
+    const std::unordered_set<int> wanted(positions.begin(), positions.end());
+    std::vector<NotePicture> taken;
+    for (const NotePicture& picture : Pictures())
+        if (wanted.contains(picture.position))
+            taken.push_back(picture);
+    QTextCursor cursor(shown_.get());
+    cursor.beginEditBlock();
+    for (auto picture = taken.rbegin(); picture != taken.rend(); ++picture) {
+        cursor.setPosition(picture->position);
+        cursor.setPosition(picture->position + 1, QTextCursor::KeepAnchor);
+        picture->data = formats_.PictureOf(cursor.charFormat())->bytes;
+        addedSize_ -= static_cast<qint64>(picture->bytes) * 2;
+        cursor.removeSelectedText();
+    }
+    cursor.endEditBlock();
+    CheckSize();
+    return taken;
+}
+
+void RichTextEdit::paintEvent(QPaintEvent* event) {
+    QTextEdit::paintEvent(event);
+    PaintListMarks();
+    if (const QTextCursor picture = SelectedPicture(); !picture.isNull()) {
+        QPainter painter(viewport());
+        frame_->Paint(painter, picture);
+    }
+}
+
+void RichTextEdit::PaintListMarks() {
+    if (!listMarksKnown_) {
+        listMarks_.clear();
+        ListCounter counter;
+        for (QTextBlock block = shown_->begin(); block.isValid(); block = block.next())
+            listMarks_.push_back(counter.NextMark(formats_.Paragraph(block.blockFormat())));
+        listMarksKnown_ = true;
+    }
+    QPainter painter(viewport());
+    QTextBlock block = cursorForPosition(QPoint(0, 0)).block();
+    for (; block.isValid(); block = block.next()) {
+        const QPointF origin = BlockOrigin(*this, block);
+        if (origin.y() > viewport()->height())
+            break;
+        const auto number = static_cast<size_t>(block.blockNumber());
+        const QTextLine line = block.layout()->lineAt(0);
+        if (number >= listMarks_.size() || listMarks_[number].isEmpty() || !line.isValid())
+            continue;
+        const QTextCharFormat look = block.length() > 1 ? block.begin().fragment().charFormat() : block.charFormat();
+        QFont font = look.font();
+        font.setUnderline(false);
+        font.setStrikeOut(false);
+        painter.setFont(font);
+        painter.setPen(look.hasProperty(QTextFormat::ForegroundBrush) ? look.foreground().color()
+                                                                      : palette().color(QPalette::Text));
+        const ParagraphFormat format = formats_.Paragraph(block.blockFormat());
+        const double hang = format.first_indent < 0 && format.left_indent > 0
+                                ? -format.first_indent / RichTextFormats::kTwipsPerPixel
+                                : kTabStop / 2;
+        const double width = QFontMetricsF(font).horizontalAdvance(listMarks_[number]);
+        const double back = std::max(hang, width + kMarkGap);
+        const bool mirrored = block.blockFormat().layoutDirection() == Qt::RightToLeft;
+        const double x = mirrored ? line.x() + line.width() + back - width : line.x() - back;
+        painter.drawText(origin + QPointF(x, line.y() + line.ascent()), listMarks_[number]);
+    }
+}
+
+void RichTextEdit::resizeEvent(QResizeEvent* event) {
+    QTextEdit::resizeEvent(event);
+    formats_.SetLook({formats_.Look().ground, 1.0, logicalDpiY(), std::max(TextWidth(), 200)});
+}
+
+void RichTextEdit::changeEvent(QEvent* event) {
+    QTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        viewport()->update();
+}
+
+}  // namespace lore

@@ -1,0 +1,257 @@
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QMimeData>
+#include <QTextTable>
+#include <memory>
+
+#include "base/text.h"
+#include "ui/editor/document_fill.h"
+#include "ui/editor/note_clipboard.h"
+#include "ui/editor/picture_frame.h"
+#include "ui/editor/picture_import.h"
+#include "ui/editor/rich_text_edit.h"
+#include "ui/editor/spell_marks.h"
+#include "ui/editor/table_commands.h"
+
+namespace lore {
+namespace {
+
+constexpr qint64 kLargestPictureFile = 100 << 20;  // bytes
+
+bool IsTyping(const QKeyEvent& event) {
+    const QString text = event.text();
+    return !text.isEmpty() && text.at(0).isPrint() &&
+           !(event.modifiers() & (Qt::ControlModifier | Qt::MetaModifier) && !(event.modifiers() & Qt::AltModifier));
+}
+
+QByteArray PictureFileBytes(const QString& path) {
+    QFile file(path);
+    if (file.size() > kLargestPictureFile || !file.open(QIODevice::ReadOnly))
+        return {};
+    return file.readAll();
+}
+
+}  // namespace
+
+// Text that is typed has a look of its own: not that of a link in front of it, and never none.
+void RichTextEdit::PrepareTyping() {
+    const QTextCharFormat now = currentCharFormat();
+    CharFormat format = commands_.CharactersNow();
+    bool changed = !now.hasProperty(kCharsProperty) || now.hasProperty(kBreakProperty) ||
+                   now.hasProperty(kPictureProperty) || now.objectType() == kKeptObject;
+    if (format.link >= 0) {
+        QTextCursor behind = textCursor();
+        behind.setPosition(behind.selectionEnd());
+        const bool inside = !behind.atBlockEnd() && behind.movePosition(QTextCursor::NextCharacter) &&
+                            formats_.Characters(behind.charFormat()).link == format.link;
+        if (!inside) {
+            format.link = -1;
+            changed = true;
+        }
+    }
+    if (changed)
+        setCurrentCharFormat(formats_.Shown(format, commands_.GroundAt(textCursor())));
+}
+
+bool RichTextEdit::HandleTab(bool forward) {
+    QTextCursor cursor = textCursor();
+    if (cursor.currentTable() && MoveToCell(cursor, forward, formats_)) {
+        setTextCursor(cursor);
+        ensureCursorVisible();
+        return true;
+    }
+    if (commands_.ParagraphNow().list != ListKind::kNone &&
+        (cursor.atBlockStart() || cursor.hasSelection() || !forward))
+        return commands_.ChangeLevel(forward ? 1 : -1);
+    if (cursor.hasSelection() &&
+        cursor.document()->findBlock(cursor.selectionStart()) != cursor.document()->findBlock(cursor.selectionEnd())) {
+        commands_.Indent(forward ? 1 : -1);
+        return true;
+    }
+    if (!forward)
+        return false;
+    PrepareTyping();
+    cursor = textCursor();
+    cursor.insertText(QStringLiteral("\t"), currentCharFormat());
+    return true;
+}
+
+bool RichTextEdit::HandleEnter(bool lineBreak) {
+    PrepareTyping();
+    QTextCursor cursor = textCursor();
+    if (lineBreak) {
+        cursor.insertText(QString(QChar::LineSeparator), currentCharFormat());
+        return true;
+    }
+    const ParagraphFormat paragraph = commands_.ParagraphNow();
+    if (paragraph.list != ListKind::kNone && cursor.block().length() == 1 && !cursor.hasSelection()) {
+        commands_.ToggleList(paragraph.list);
+        return true;
+    }
+    const ParagraphStyle style = commands_.StyleNow();
+    const bool endsHeading =
+        style >= ParagraphStyle::Heading1 && style <= ParagraphStyle::Heading3 && cursor.atBlockEnd();
+    cursor.beginEditBlock();
+    cursor.insertBlock();
+    setTextCursor(cursor);
+    if (endsHeading)
+        commands_.SetStyle(ParagraphStyle::Normal);
+    cursor.endEditBlock();
+    ensureCursorVisible();
+    return true;
+}
+
+bool RichTextEdit::HandleBackspace() {
+    const QTextCursor cursor = textCursor();
+    const ListKind kind = commands_.ParagraphNow().list;
+    if (kind == ListKind::kNone || cursor.hasSelection() || !cursor.atBlockStart())
+        return false;
+    commands_.ToggleList(kind);
+    return true;
+}
+
+void RichTextEdit::keyPressEvent(QKeyEvent* event) {
+    const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    bool done = false;
+    if (isReadOnly())
+        return QTextEdit::keyPressEvent(event);
+    if ((event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) && plain)
+        done = HandleTab(event->key() == Qt::Key_Tab && !(event->modifiers() & Qt::ShiftModifier));
+    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && plain)
+        done = HandleEnter(event->modifiers() & Qt::ShiftModifier);
+    else if (event->key() == Qt::Key_Backspace && plain)
+        done = HandleBackspace();
+    else if (event->key() == Qt::Key_V && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
+        PastePlain(), done = true;
+    if (done)
+        return event->accept();
+    if (IsTyping(*event)) {
+        PrepareTyping();
+        // A blank begins another step of undo.
+        if (event->text() == u" ") {
+            QTextCursor cursor = textCursor();
+            cursor.beginEditBlock();
+            cursor.insertText(event->text(), currentCharFormat());
+            cursor.endEditBlock();
+            ensureCursorVisible();
+            return event->accept();
+        }
+    }
+    QTextEdit::keyPressEvent(event);
+}
+
+void RichTextEdit::inputMethodEvent(QInputMethodEvent* event) {
+    if (!event->commitString().isEmpty())
+        PrepareTyping();
+    QTextEdit::inputMethodEvent(event);
+}
+
+QMimeData* RichTextEdit::createMimeDataFromSelection() const {
+    return CopyOf(textCursor(), formats_).release();
+}
+
+bool RichTextEdit::canInsertFromMimeData(const QMimeData* source) const {
+    return source->hasUrls() || source->hasImage() || source->hasHtml() || source->hasText() ||
+           source->hasFormat(QStringLiteral("text/rtf")) || source->hasFormat(QStringLiteral("application/rtf"));
+}
+
+bool RichTextEdit::InsertFiles(const QMimeData& mime) {
+    QStringList others;
+    bool any = false;
+    for (const QUrl& url : mime.urls()) {
+        if (!url.isLocalFile() || !QFileInfo(url.toLocalFile()).isFile())
+            continue;
+        any = true;
+        const QByteArray bytes = PictureFileBytes(url.toLocalFile());
+        if (bytes.isEmpty() || !InsertPictureBytes(bytes))
+            others.append(url.toLocalFile());
+    }
+    if (!others.isEmpty())
+        emit filesDropped(others);
+    return any;
+}
+
+void RichTextEdit::insertFromMimeData(const QMimeData* source) {
+    if (source->hasUrls() && InsertFiles(*source))
+        return;
+    PrepareTyping();
+    QTextCursor cursor = textCursor();
+    if (const std::optional<Document> document = PastedText(*source, formats_);
+        document && !(document->text.empty() && document->pictures.empty())) {
+        InsertNote(*document, cursor, formats_);
+    } else if (source->hasImage()) {
+        const std::optional<Picture> picture =
+            PictureFromImage(qvariant_cast<QImage>(source->imageData()), TextWidth());
+        if (picture)
+            InsertPicture(*picture, commands_.CharactersNow(), cursor, formats_);
+    } else {
+        cursor.insertText(PastedPlainText(*source), currentCharFormat());
+    }
+    setTextCursor(cursor);
+    ensureCursorVisible();
+}
+
+void RichTextEdit::PastePlain() {
+    const QMimeData* const mime = QGuiApplication::clipboard()->mimeData();
+    if (!mime || isReadOnly())
+        return;
+    PrepareTyping();
+    textCursor().insertText(PastedPlainText(*mime), currentCharFormat());
+    ensureCursorVisible();
+}
+
+void RichTextEdit::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QTextCursor at = byKey ? textCursor() : cursorForPosition(event->pos());
+    const std::unique_ptr<QMenu> menu(createStandardContextMenu(event->pos()));
+    spelling_->AddToMenu(*menu, spelling_->MarkedWordAt(at));
+    menu->exec(byKey ? viewport()->mapToGlobal(cursorRect().bottomLeft()) : event->globalPos());
+}
+
+void RichTextEdit::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        if (const QTextCursor picture = SelectedPicture();
+            !picture.isNull() && frame_->IsOnHandle(picture, event->pos())) {
+            frame_->BeginDrag(picture);
+            return event->accept();
+        }
+        const QTextCursor link = cursorForPosition(event->pos());
+        const std::string target = formats_.LinkTarget(formats_.Characters(link.charFormat()));
+        if ((event->modifiers() & Qt::ControlModifier) && !target.empty()) {
+            emit LinkOpened(QString::fromStdString(target));
+            return event->accept();
+        }
+    }
+    QTextEdit::mousePressEvent(event);
+}
+
+void RichTextEdit::mouseMoveEvent(QMouseEvent* event) {
+    if (frame_->IsDragging()) {
+        frame_->DragTo(event->pos(), TextWidth());
+        viewport()->update();
+        return event->accept();
+    }
+    QTextEdit::mouseMoveEvent(event);
+    const QTextCursor picture = SelectedPicture();
+    const bool onHandle = !picture.isNull() && frame_->IsOnHandle(picture, event->pos());
+    viewport()->setCursor(onHandle ? Qt::SizeFDiagCursor : Qt::IBeamCursor);
+}
+
+void RichTextEdit::mouseReleaseEvent(QMouseEvent* event) {
+    if (frame_->IsDragging()) {
+        const QSizeF size = frame_->EndDrag();
+        ResizePicture(SelectedPicture(), size);
+        return event->accept();
+    }
+    QTextEdit::mouseReleaseEvent(event);
+    if (event->button() != Qt::LeftButton || textCursor().hasSelection())
+        return;
+    if (const QTextCursor picture = frame_->PictureAt(event->pos()); picture.hasSelection())
+        setTextCursor(picture);
+}
+
+}  // namespace lore

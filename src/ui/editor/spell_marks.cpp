@@ -1,0 +1,266 @@
+#include "ui/editor/spell_marks.h"
+
+#include <QElapsedTimer>
+#include <QLocale>
+#include <QMenu>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <algorithm>
+
+#include "ui/editor/note_block_data.h"
+#include "ui/editor/spell_words.h"
+#include "ui/theme.h"
+
+namespace lore {
+namespace {
+
+constexpr int kSliceMilliseconds = 4;
+constexpr int kPauseMilliseconds = 250;  // after a key, before checking goes on
+constexpr qsizetype kMostVerdicts = 200000;
+
+// What effects of a mark mean.
+constexpr int kBoldMark = 2, kItalicMark = 4, kUnderlineMark = 8, kStrikeMark = 64;
+
+}  // namespace
+
+SpellMarks::SpellMarks(QTextEdit& edit, const Theme& theme) : QObject(&edit), edit_(edit), theme_(theme) {
+    timer_.setSingleShot(false);
+    connect(&timer_, &QTimer::timeout, this, &SpellMarks::Slice);
+    connect(&edit, &QTextEdit::cursorPositionChanged, this, [this] {
+        // A word is judged once the caret has left it.
+        if (typedAt_ >= 0 && edit_.textCursor().position() != typedAt_) {
+            const QTextBlock block = edit_.document()->findBlock(std::exchange(typedAt_, -1));
+            if (block.isValid()) {
+                NoteBlockData::Of(block).checked = false;
+                nextBlock_ = std::min(nextBlock_, block.blockNumber());
+                if (checker_ && enabled_)
+                    timer_.start(kPauseMilliseconds);
+            }
+        }
+    });
+}
+
+void SpellMarks::SetChecker(SpellChecker* checker, const MarkStyle& style) {
+    checker_ = checker;
+    style_ = style;
+    Recheck();
+}
+
+void SpellMarks::SetEnabled(bool enabled) {
+    if (enabled_ == enabled)
+        return;
+    enabled_ = enabled;
+    Recheck();
+}
+
+void SpellMarks::Attach() {
+    connect(edit_.document(), &QTextDocument::contentsChange, this, &SpellMarks::OnContentsChange);
+    typedAt_ = -1;
+    Recheck();
+}
+
+void SpellMarks::Recheck() {
+    verdicts_.clear();
+    nextBlock_ = 0;
+    for (QTextBlock block = edit_.document()->begin(); block.isValid(); block = block.next())
+        if (block.userData())
+            NoteBlockData::Of(block).checked = false;
+    if (checker_ && enabled_) {
+        timer_.start(0);
+    } else {
+        timer_.stop();
+        Clear();
+    }
+}
+
+void SpellMarks::Clear() {
+    for (QTextBlock block = edit_.document()->begin(); block.isValid(); block = block.next())
+        if (block.userData() && !NoteBlockData::Of(block).marks.empty()) {
+            NoteBlockData::Of(block).marks.clear();
+            ShowMarks(block);
+        }
+}
+
+void SpellMarks::OnContentsChange(int position, int removed, int added) {
+    QTextBlock block = edit_.document()->findBlock(position);
+    if (!block.isValid())
+        return;
+    const int number = block.blockNumber();
+    nextBlock_ = std::min(nextBlock_, number);
+    typedAt_ = added == 1 && removed == 0 ? position + 1 : -1;
+    for (; block.isValid() && block.position() <= position + added; block = block.next()) {
+        NoteBlockData& data = NoteBlockData::Of(block);
+        data.checked = false;
+        if (data.marks.empty())
+            continue;
+        // Marks behind the place move along; those that it touches go until the words are judged again.
+        const int from = position - block.position();
+        std::erase_if(data.marks, [from, removed](const SpellMark& mark) {
+            return mark.begin + mark.length >= from && mark.begin <= from + removed;
+        });
+        for (SpellMark& mark : data.marks)
+            if (mark.begin > from)
+                mark.begin += added - removed;
+        const int length = block.length() - 1;
+        std::erase_if(data.marks,
+                      [length](const SpellMark& mark) { return mark.begin < 0 || mark.begin + mark.length > length; });
+        ShowMarks(block);
+    }
+    if (checker_ && enabled_)
+        timer_.start(kPauseMilliseconds);
+}
+
+void SpellMarks::Slice() {
+    if (!checker_ || !enabled_)
+        return timer_.stop();
+    timer_.setInterval(0);
+    QElapsedTimer clock;
+    clock.start();
+    // What is seen first.
+    QTextBlock block = edit_.cursorForPosition(QPoint(0, 0)).block();
+    const QTextBlock last = edit_.cursorForPosition(edit_.viewport()->rect().bottomRight()).block();
+    for (; block.isValid() && block.blockNumber() <= last.blockNumber(); block = block.next())
+        if (CheckBlock(block) && clock.elapsed() >= kSliceMilliseconds)
+            return;
+    for (block = edit_.document()->findBlockByNumber(nextBlock_); block.isValid(); block = block.next()) {
+        CheckBlock(block);
+        nextBlock_ = block.blockNumber() + 1;
+        if (clock.elapsed() >= kSliceMilliseconds)
+            return;
+    }
+    timer_.stop();
+}
+
+bool SpellMarks::CheckBlock(QTextBlock block) {
+    NoteBlockData& data = NoteBlockData::Of(block);
+    if (data.checked)
+        return false;
+    const QString text = block.text();
+    const int typed = typedAt_ - block.position();
+    std::vector<SpellMark> marks;
+    for (const SpellMark& word : WordsToCheck(text))
+        if (!(typedAt_ >= 0 && word.begin + word.length == typed) && !IsRight(text.mid(word.begin, word.length)))
+            marks.push_back(word);
+    data.checked = true;
+    if (data.marks != marks) {
+        data.marks = std::move(marks);
+        ShowMarks(block);
+    }
+    return true;
+}
+
+bool SpellMarks::IsRight(const QString& word) {
+    const auto found = verdicts_.constFind(word);
+    if (found != verdicts_.constEnd())
+        return *found;
+    if (verdicts_.size() > kMostVerdicts)
+        verdicts_.clear();
+    QString letters = word;
+    letters.remove(QChar(0xad));
+    const bool right = checker_->Check(letters.toStdString());
+    verdicts_.insert(word, right);
+    return right;
+}
+
+QTextCharFormat SpellMarks::MarkLook() const {
+    const QColor chosen(static_cast<int>(style_.color & 255u), static_cast<int>(style_.color >> 8 & 255u),
+                        static_cast<int>(style_.color >> 16 & 255u));
+    const QColor color = Legible(chosen, theme_.Color(ColorRole::Card), 3.0);
+    QTextCharFormat look;
+    if (style_.effects & kBoldMark)
+        look.setFontWeight(QFont::Bold);
+    if (style_.effects & kItalicMark)
+        look.setFontItalic(true);
+    if (style_.effects & kStrikeMark)
+        look.setFontStrikeOut(true);
+    if (style_.effects & kUnderlineMark) {
+        look.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+        look.setUnderlineColor(color);
+    } else {
+        look.setForeground(Legible(color, theme_.Color(ColorRole::Card)));
+    }
+    return look;
+}
+
+void SpellMarks::ShowMarks(QTextBlock block) {
+    QList<QTextLayout::FormatRange> ranges;
+    const QTextCharFormat look = MarkLook();
+    for (const SpellMark& mark : NoteBlockData::Of(block).marks)
+        ranges.append({mark.begin, mark.length, look});
+    block.layout()->setFormats(ranges);
+    edit_.document()->markContentsDirty(block.position(), block.length());
+}
+
+QTextCursor SpellMarks::MarkedWordAt(const QTextCursor& cursor) const {
+    QTextCursor word(cursor);
+    word.clearSelection();
+    const QTextBlock block = cursor.block();
+    if (!block.userData())
+        return word;
+    for (const SpellMark& mark : NoteBlockData::Of(block).marks)
+        if (cursor.positionInBlock() >= mark.begin && cursor.positionInBlock() <= mark.begin + mark.length) {
+            word.setPosition(block.position() + mark.begin);
+            word.setPosition(block.position() + mark.begin + mark.length, QTextCursor::KeepAnchor);
+        }
+    return word;
+}
+
+void SpellMarks::AddToMenu(QMenu& menu, const QTextCursor& word) {
+    if (!checker_)
+        return;
+    QAction* const before = menu.actions().value(0);
+    const auto add = [&menu, before](const QString& text, auto&& does) {
+        auto* const action = new QAction(text, &menu);
+        connect(action, &QAction::triggered, &menu, does);
+        menu.insertAction(before, action);
+        return action;
+    };
+    if (enabled_ && word.hasSelection()) {
+        const std::string wrong = word.selectedText().toStdString();
+        const std::vector<std::string> suggestions = checker_->Suggest(wrong);
+        for (const std::string& suggestion : suggestions) {
+            const QString text = QString::fromStdString(suggestion);
+            QAction* const action =
+                add(QString(text).replace(u'&', QStringLiteral("&&")), [word = QTextCursor(word), text]() mutable {
+                    const QTextCharFormat look = word.charFormat();
+                    word.insertText(text, look);
+                });
+            QFont bold = action->font();
+            bold.setBold(true);
+            action->setFont(bold);
+        }
+        if (suggestions.empty())
+            add(tr("No suggestions"), [] {})->setEnabled(false);
+        add(tr("&Add to dictionary"), [this, wrong] {
+            checker_->Add(wrong);
+            Recheck();
+        });
+        add(tr("&Ignore"), [this, wrong] {
+            checker_->Ignore(wrong);
+            Recheck();
+        });
+    }
+    AddLanguages(menu, before);
+    menu.insertSeparator(before);
+}
+
+void SpellMarks::AddLanguages(QMenu& menu, QAction* before) {
+    auto* const languages = new QMenu(tr("Spelling &language"), &menu);
+    for (const std::string& name : checker_->Languages()) {
+        const QString language = QString::fromStdString(name);
+        const QLocale locale(language);
+        const QString words = QStringLiteral("%1 (%2)").arg(QLocale::languageToString(locale.language()), language);
+        QAction* const action = languages->addAction(locale == QLocale::c() ? language : words, this, [this, language] {
+            if (checker_->Select(language.toStdString()))
+                emit LanguageChosen(language);
+            Recheck();
+        });
+        action->setCheckable(true);
+        action->setChecked(name == checker_->Language());
+    }
+    languages->setEnabled(!languages->isEmpty());
+    menu.insertMenu(before, languages);
+}
+
+}  // namespace lore

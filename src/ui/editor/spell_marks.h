@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QTextCharFormat>
+#include <QTextCursor>
+#include <QTextEdit>
+#include <QTimer>
+
+#include "ports/spell_checker.h"
+#include "settings/settings.h"
+
+class QMenu;
+
+namespace lore {
+
+class Theme;
+
+/// Checks the spelling of an editor's text beside the typing and marks the words that are not known: what is seen
+/// first, then the rest, in slices of a few milliseconds. Marks are a matter of painting and never part of the text.
+class SpellMarks : public QObject {
+    Q_OBJECT
+
+public:
+    SpellMarks(QTextEdit& edit, const Theme& theme);
+
+    /// Checks with `checker` from here on (not owned, may be null), marking as the settings say.
+    void SetChecker(SpellChecker* checker, const MarkStyle& style);
+    /// Turns the marks on or off.
+    void SetEnabled(bool enabled);
+    bool IsEnabled() const { return enabled_; }
+    SpellChecker* Checker() const { return checker_; }
+    /// Follows a new document of the editor.
+    void Attach();
+    /// Checks everything anew, as after a change of language.
+    void Recheck();
+    /// True when nothing is left to check.
+    bool IsDone() const { return !timer_.isActive(); }
+
+    /// The marked word at a position; a cursor without selection if there is none.
+    QTextCursor MarkedWordAt(const QTextCursor& cursor) const;
+    /// Puts suggestions and commands for the word, and the menu of languages, in front of a menu's first action.
+    void AddToMenu(QMenu& menu, const QTextCursor& word);
+
+signals:
+    void LanguageChosen(const QString& language);
+
+private:
+    void OnContentsChange(int position, int removed, int added);
+    void Slice();
+    bool CheckBlock(QTextBlock block);
+    bool IsRight(const QString& word);
+    void ShowMarks(QTextBlock block);
+    void Clear();
+    QTextCharFormat MarkLook() const;
+    void AddLanguages(QMenu& menu, QAction* before);
+
+    QTextEdit& edit_;
+    const Theme& theme_;
+    SpellChecker* checker_ = nullptr;
+    MarkStyle style_;
+    bool enabled_ = true;
+    QTimer timer_;
+    QHash<QString, bool> verdicts_;
+    int nextBlock_ = 0;  ///< the blocks before it are checked
+    int typedAt_ = -1;   ///< where typing goes on: the word there isn't judged yet
+};
+
+}  // namespace lore

@@ -1,0 +1,132 @@
+#include "ui/editor/table_commands.h"
+
+#include <QTextTable>
+#include <algorithm>
+
+#include "ui/editor/note_formats.h"
+#include "ui/editor/table_shape.h"
+
+namespace lore {
+namespace {
+
+constexpr double kCellPadding = 4;
+constexpr CellFormat kPlainCell = {
+    .right_edge = 0, .borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight, .background = std::nullopt};
+
+// Cells that were added look like plain ones; their text looks as text does by default.
+void Dress(QTextTable& table, int row, int column, NoteFormats& formats) {
+    QTextTableCell cell = table.cellAt(row, column);
+    if (cell.format().hasProperty(kCellProperty) && cell.format().hasProperty(kCharsProperty))
+        return;
+    QTextCharFormat format = cell.format();
+    format.merge(formats.Shown(formats.Default(), formats.Look().ground));
+    format.merge(formats.Shown(kPlainCell));
+    cell.setFormat(format);
+}
+
+void DressAll(QTextTable& table, NoteFormats& formats) {
+    for (int r = 0; r < table.rows(); ++r)
+        for (int c = 0; c < table.columns(); ++c)
+            Dress(table, r, c, formats);
+}
+
+// A new column takes its width from the others, so that the table stays as wide as it was.
+void SpreadWidths(QTextTable& table, int columnsBefore) {
+    QTextTableFormat format = table.format();
+    QList<QTextLength> widths = format.columnWidthConstraints();
+    double whole = 0;
+    for (const QTextLength& width : widths)
+        whole += width.rawValue();
+    if (columnsBefore < 1 || whole <= 0)
+        return;
+    widths.fill(QTextLength(QTextLength::FixedLength, whole / table.columns()), table.columns());
+    format.setColumnWidthConstraints(widths);
+    table.setFormat(format);
+}
+
+template <typename Change>
+void ChangeTable(QTextCursor& cursor, const Change& change) {
+    QTextTable* const table = cursor.currentTable();
+    if (!table)
+        return;
+    cursor.beginEditBlock();
+    ForgetShape(*table);
+    change(*table, table->cellAt(cursor));
+    cursor.endEditBlock();
+}
+
+}  // namespace
+
+void InsertTable(QTextCursor& cursor, int rows, int columns, double width, NoteFormats& formats) {
+    rows = std::clamp(rows, 1, 100);
+    columns = std::clamp(columns, 1, 30);
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    const QTextBlockFormat around = cursor.blockFormat();
+    if (cursor.block().length() > 1)
+        cursor.insertBlock(QTextBlockFormat(), cursor.blockCharFormat());
+    QTextBlockFormat phantom;
+    phantom.setProperty(kPhantomProperty, true);
+    cursor.setBlockFormat(phantom);
+    QTextTableFormat format;
+    format.setBorder(0);
+    format.setCellSpacing(0);
+    format.setBorderCollapse(true);
+    format.setCellPadding(kCellPadding);
+    format.setColumnWidthConstraints(
+        QList<QTextLength>(columns, QTextLength(QTextLength::FixedLength, std::max(20.0, width / columns))));
+    QTextTable* const table = cursor.insertTable(rows, columns, format);
+    DressAll(*table, formats);
+    QTextCursor behind = table->lastCursorPosition();
+    behind.movePosition(QTextCursor::NextBlock);
+    behind.setBlockFormat(around);
+    cursor.endEditBlock();
+    cursor = table->cellAt(0, 0).firstCursorPosition();
+}
+
+void AddTablePart(QTextCursor& cursor, TablePart part, NoteFormats& formats) {
+    ChangeTable(cursor, [&](QTextTable& table, const QTextTableCell& cell) {
+        const int columns = table.columns();
+        if (part == TablePart::RowAbove)
+            table.insertRows(cell.row(), 1);
+        else if (part == TablePart::RowBelow)
+            table.insertRows(cell.row() + cell.rowSpan(), 1);
+        else if (part == TablePart::ColumnBefore)
+            table.insertColumns(cell.column(), 1);
+        else
+            table.insertColumns(cell.column() + cell.columnSpan(), 1);
+        if (table.columns() != columns)
+            SpreadWidths(table, columns);
+        DressAll(table, formats);
+    });
+}
+
+void RemoveTableRow(QTextCursor& cursor) {
+    ChangeTable(cursor, [](QTextTable& table, const QTextTableCell& cell) { table.removeRows(cell.row(), 1); });
+}
+
+void RemoveTableColumn(QTextCursor& cursor) {
+    ChangeTable(cursor, [](QTextTable& table, const QTextTableCell& cell) { table.removeColumns(cell.column(), 1); });
+}
+
+void RemoveTable(QTextCursor& cursor) {
+    ChangeTable(cursor, [](QTextTable& table, const QTextTableCell&) { table.removeRows(0, table.rows()); });
+}
+
+bool MoveToCell(QTextCursor& cursor, bool forward, NoteFormats& formats) {
+    QTextTable* const table = cursor.currentTable();
+    if (!table)
+        return false;
+    const QTextTableCell cell = table->cellAt(cursor);
+    const bool last =
+        cell.row() + cell.rowSpan() >= table->rows() && cell.column() + cell.columnSpan() >= table->columns();
+    if (forward && last) {
+        AddTablePart(cursor, TablePart::RowBelow, formats);
+        cursor = table->cellAt(table->rows() - 1, 0).firstCursorPosition();
+    } else {
+        cursor.movePosition(forward ? QTextCursor::NextCell : QTextCursor::PreviousCell);
+    }
+    return true;
+}
+
+}  // namespace lore
