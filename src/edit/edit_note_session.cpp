@@ -72,6 +72,7 @@ EditNoteSession EditNoteSession::ForDraft(EditWorld& world, const Draft& draft, 
     CNote edited = draft.note;
     edited.id = stored ? stored->id : -1;
     EditNoteSession session(world, std::move(edited), stored ? *stored : CNote(), !stored);
+    session.isUnsaved_ = true;
     if (session.ShowsSyncBox())
         session.syncTicked = draft.syncTicked;
     return session;

@@ -64,6 +64,8 @@ public:
 
     const CNote& Original() const { return original_; }
     bool IsNew() const { return isNew_; }
+    /// The note comes from a draft.
+    bool IsUnsaved() const { return isUnsaved_; }
     /// The box "Sync this note..." stands only where the NoteBook is linked and its log has entries.
     bool ShowsSyncBox() const;
     /// The spelling may be checked at all.
@@ -88,6 +90,7 @@ private:
     EditWorld* world_;
     CNote original_;
     bool isNew_;
+    bool isUnsaved_ = false;
     bool isFiled_;  // the note stands in the lists of the NoteBook as original_ has it
 };
 

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFile>
+#include <QLocale>
 #include <QMessageBox>
 #include <QTimer>
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include "app/lorebinder_app.h"
 #include "app/outside_requests.h"
 #include "platform/data_lock.h"
+#include "platform/hunspell_checker.h"
 #include "platform/ini_store.h"
 #include "platform/instance/local_channel.h"
 #include "platform/places.h"
@@ -15,6 +17,7 @@
 #include "ui/board_accessible.h"
 #include "ui/fault_bar.h"
 #include "ui/main_window.h"
+#include "ui/note_editor/note_actions.h"
 #include "ui/qt_progress.h"
 #include "ui/qt_prompts.h"
 #include "ui/request_hooks.h"
@@ -61,6 +64,12 @@ void TellThatItIsLocked(const std::filesystem::path& data, int error) {
                              .arg(QString::fromStdString(data.string()), reason));
 }
 
+/// The language of the desktop where it has a dictionary, otherwise English.
+void SelectLanguage(lore::SpellChecker& spelling) {
+    if (!spelling.Select(QLocale::system().name().toStdString()))
+        spelling.Select("en_US");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -97,7 +106,12 @@ int main(int argc, char** argv) {
     app.LoadOptions();
     app.SelectStartNoteBook();
 
+    lore::HunspellChecker spelling(lore::HunspellChecker::SystemFolders(), app.Data().Lexicons() / "UserWords.txt",
+                                   faults);
+    SelectLanguage(spelling);
+
     lore::MainWindow window(app, theme);
+    window.Notes()->Commands().SetSpelling(&spelling);
     prompts.SetParent(&window);
     progress.SetParent(&window);
     faults.SetBar(window.Faults());
@@ -112,6 +126,7 @@ int main(int argc, char** argv) {
         requests.FinishStartup();
         if (options.readyLine)
             std::fprintf(stderr, "ready\n");
+        window.Notes()->OfferUnsavedNotes();
     });
     const int status = QApplication::exec();
     faults.SetBar(nullptr);

@@ -7,6 +7,7 @@
 
 #include "app/notebook_commands.h"
 #include "ui/main_window.h"
+#include "ui/note_editor/note_actions.h"
 #include "ui/tool_bar.h"
 
 namespace lore {
@@ -61,11 +62,15 @@ std::vector<MenuCommand> MainWindow::Commands() {
         line,
         {Menu::File, tr("E&xit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); }},
 
+        {Menu::Notes, tr("Add &Note..."), {QKeySequence::New}, [this] { notes_->AddNote(); }},
+        {Menu::Notes, {}, {}, {}, [this](QMenu& menu) { FillNoteMenu(menu); }},
+        {Menu::Notes, {}},
         {Menu::Notes, tr("&Search..."), {QKeySequence::Find}, [this] { tools_->FocusSearch(); }},
         {Menu::Notes, {}, {}, {}, [this](QMenu& menu) { menu.addMenu(tools_->ScopeMenu()); }},
         {Menu::Notes, {}},
         {Menu::Notes, tr("Show &All Notes"), {showAll}, [this] { ShowAllNotes(); }},
         {Menu::Notes, tr("&Clear Current Notes"), {clear}, [this] { ClearCurrentNotes(); }},
+        {Menu::Notes, tr("Delete C&urrent Notes"), {}, [this] { notes_->DeleteCurrentNotes(); }},
 
         {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
 

@@ -38,6 +38,7 @@ MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
     addToolBar(tools_);
     MakeCentre();
     MakeStatusBar();
+    ConnectNotes();
     BuildMenuBar(*menuBar(), this, Commands());
     ConnectTools();
     ConnectPanels();

@@ -19,6 +19,7 @@ namespace lore {
 class ControlBar;
 class FaultBar;
 class MainToolBar;
+class NoteActions;
 class Theme;
 
 /// The frame around the board: menus, tool bar, control bar, status panes. It hands commands to the application and
@@ -36,6 +37,7 @@ public:
     BoardView* Board() const { return board_; }
     ControlBar* Panels() const { return panels_; }
     MainToolBar* Tools() const { return tools_; }
+    NoteActions* Notes() const { return notes_; }
 
     void Search(const QString& text, SearchScope scope);
     /// Shows the window as it was before it was minimised, and gives it the focus.
@@ -56,6 +58,9 @@ private:
     void MakeCentre();
     std::vector<MenuCommand> Commands();
     void FillViewMenu(QMenu& view);
+    void FillNoteMenu(QMenu& menu);
+    void ConnectNotes();
+    void NotesChanged(int32_t focus, bool isNew);
     void MakeStatusBar();
     void ConnectTools();
     void ConnectPanels();
@@ -90,6 +95,7 @@ private:
     ListBoardModel model_;
     MainToolBar* tools_ = nullptr;
     ControlBar* panels_ = nullptr;
+    NoteActions* notes_ = nullptr;
     FaultBar* faults_ = nullptr;
     BoardView* board_ = nullptr;
     QSplitter* split_ = nullptr;

@@ -14,6 +14,7 @@
 #include "notes/attachment_kind.h"
 #include "ui/control_bar.h"
 #include "ui/main_window.h"
+#include "ui/note_editor/attachment_open.h"
 #include "ui/panel_page.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
@@ -111,19 +112,7 @@ void MainWindow::OpenAttachment(int32_t noteId, int attachment) {
     if (row < 0)
         return;
     const CAttachment& chosen = model_.NoteAt(row).attachments[static_cast<size_t>(attachment)];
-    if (chosen.type == kWebLink)
-        return OpenLink(ToQString(chosen.sourceFile));
-    const QString path = PathToQString(model_.AttachmentPath(chosen));
-    if (!QFile::exists(path)) {
-        app_.Ports().prompts.Message("The attached file \"" + chosen.title + "\" isn't in the NoteBook any more.",
-                                     "Missing Attachment", PromptIcon::Warning);
-        return;
-    }
-    const std::string question = "\"" + chosen.title + "\" could be a program. Do you wish to open it all the same?";
-    if (JudgeFile(FromQString(path)) == OpenVerdict::AskFirst &&
-        app_.Ports().prompts.Ask(question, "Open Attachment?") != PromptAnswer::Yes)
-        return;
-    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+    OpenAttachmentFile(chosen, model_.AttachmentPath(chosen), app_.Ports().prompts, theme_, this);
 }
 
 void MainWindow::ExtractAttachment(int32_t noteId, int attachment) {
@@ -143,13 +132,7 @@ void MainWindow::ExtractAttachment(int32_t noteId, int attachment) {
 }
 
 void MainWindow::OpenLink(const QString& address) {
-    if (JudgeLink(FromQString(address)) == OpenVerdict::Open) {
-        QDesktopServices::openUrl(QUrl(address.trimmed(), QUrl::TolerantMode));
-        return;
-    }
-    app_.Ports().prompts.Message(
-        "\"" + FromQString(address) + "\" isn't opened: a link begins with http:, https:, ftp: or mailto:.",
-        "Open Link", PromptIcon::Warning);
+    OpenWebLink(address, app_.Ports().prompts);
 }
 
 void MainWindow::GoToPane(int step) {

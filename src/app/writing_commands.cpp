@@ -1,4 +1,4 @@
-#include "app/note_commands.h"
+#include "app/writing_commands.h"
 
 #include <algorithm>
 
@@ -39,22 +39,30 @@ std::string UnsavedText(const UnsavedNote& unsaved) {
 
 }  // namespace
 
-NoteCommands::NoteCommands(CLorebinderApp& app)
-    : app_(app), world_{app.NoteBook(),       app.GetSettings(), app.Ports().prompts,
-                        app.Ports().progress, app.Ports().clock, app.Ports().guids,
-                        app.Ports().faults,   nullptr,           [&app] { app.SaveOptions(); }} {}
+WritingCommands::WritingCommands(CLorebinderApp& app)
+    : app_(app),
+      faults_(app.Ports().faults),
+      world_{app.NoteBook(),
+             app.GetSettings(),
+             app.Ports().prompts,
+             app.Ports().progress,
+             app.Ports().clock,
+             app.Ports().guids,
+             faults_,
+             nullptr,
+             [&app] { app.SaveOptions(); }} {}
 
-NoteCommands::~NoteCommands() {
+WritingCommands::~WritingCommands() {
     for (const NoteBookPaths& paths : withKeptFiles_)
         NoteRemoval::DiscardKeptFiles(paths, world_.faults);
 }
 
-EditWorld& NoteCommands::World() {
+EditWorld& WritingCommands::World() {
     world_.texts = &app_.Texts();
     return world_;
 }
 
-EditNoteSession NoteCommands::NewNote() {
+EditNoteSession WritingCommands::NewNote() {
     const CNoteList& list = app_.List();
     const int last = list.PositionOf(lastSaved_);
     if (last < 0)
@@ -64,17 +72,17 @@ EditNoteSession NoteCommands::NewNote() {
     return EditNoteSession::ForNewNote(World(), FillSource(app_.GetSettings(), saved, lastOfList));
 }
 
-std::optional<CNote> NoteCommands::FindNote(int32_t id) {
+std::optional<CNote> WritingCommands::FindNote(int32_t id) {
     std::vector<CNote> notes = FindNotes(app_.NoteBook().index, LongList{id}, app_.Context(), world_.faults);
     return notes.empty() ? std::nullopt : std::optional(std::move(notes.front()));
 }
 
-std::optional<EditNoteSession> NoteCommands::EditNote(int32_t id) {
+std::optional<EditNoteSession> WritingCommands::EditNote(int32_t id) {
     const std::optional<CNote> note = FindNote(id);
     return note ? std::optional(EditNoteSession::ForNote(World(), *note)) : std::nullopt;
 }
 
-void NoteCommands::NoteSaved(const CNote& note) {
+void WritingCommands::NoteSaved(const CNote& note) {
     lastSaved_ = note.id;
     CNoteList& list = app_.List();
     CitationTexts citations(app_.NoteBook().sources, app_.NoteBook().authors);
@@ -86,16 +94,16 @@ void NoteCommands::NoteSaved(const CNote& note) {
     }
 }
 
-bool NoteCommands::DeleteNote(int32_t id) {
-    if (!app_.NoteBook().index.Contains(id) ||
+bool WritingCommands::DeleteNote(int32_t id) {
+    if (!app_.NoteBook().index.Contains(id) || !app_.MayWrite() ||
         world_.prompts.Ask("Do you wish to permanently delete this note?", "Delete Note?") != PromptAnswer::Yes)
         return false;
     return Delete(LongList{id});
 }
 
-bool NoteCommands::DeleteCurrentNotes() {
+bool WritingCommands::DeleteCurrentNotes() {
     const LongList ids = app_.List().GetNoteIDs();
-    if (ids.IsEmpty())
+    if (ids.IsEmpty() || !app_.MayWrite())
         return false;
     const bool one = ids.Count() == 1;
     const std::string first =
@@ -115,7 +123,7 @@ bool NoteCommands::DeleteCurrentNotes() {
     return deleted;
 }
 
-bool NoteCommands::Delete(const LongList& ids) {
+bool WritingCommands::Delete(const LongList& ids) {
     const ReadContext context = app_.Context();
     OpenNoteBook& book = app_.NoteBook();
     NoteRemoval removal(book, context, world_.faults, &app_.Texts());
@@ -137,13 +145,13 @@ bool NoteCommands::Delete(const LongList& ids) {
     return true;
 }
 
-bool NoteCommands::CanUndoDeletion() const {
+bool WritingCommands::CanUndoDeletion() const {
     const std::string& open = app_.NoteBook().database.guid;
     return std::any_of(deletions_.begin(), deletions_.end(),
                        [&](const Deletion& deletion) { return deletion.noteBook == open; });
 }
 
-void NoteCommands::UndoDeletion() {
+void WritingCommands::UndoDeletion() {
     const std::string open = app_.NoteBook().database.guid;
     const auto last = std::find_if(deletions_.rbegin(), deletions_.rend(),
                                    [&](const Deletion& deletion) { return deletion.noteBook == open; });
@@ -155,7 +163,7 @@ void NoteCommands::UndoDeletion() {
     deletions_.erase(std::next(last).base());
 }
 
-bool NoteCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {
+bool WritingCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {
     const DraftStore drafts = Drafts();
     if (!DraftStore::ReadDraft(file, app_.Context(), unsaved.draft)) {
         DraftStore::SetAside(file);
@@ -174,7 +182,7 @@ bool NoteCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedN
     return answer == PromptAnswer::Yes;
 }
 
-std::vector<UnsavedNote> NoteCommands::AskForUnsavedNotes() {
+std::vector<UnsavedNote> WritingCommands::AskForUnsavedNotes() {
     std::vector<UnsavedNote> wanted;
     for (const std::filesystem::path& file : Drafts().ListDrafts()) {
         UnsavedNote unsaved;
@@ -184,17 +192,17 @@ std::vector<UnsavedNote> NoteCommands::AskForUnsavedNotes() {
     return wanted;
 }
 
-EditNoteSession NoteCommands::ContinueNote(const UnsavedNote& unsaved) {
+EditNoteSession WritingCommands::ContinueNote(const UnsavedNote& unsaved) {
     return EditNoteSession::ForDraft(World(), unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
 }
 
-NewTextLook NoteCommands::TextLook() const {
+NewTextLook WritingCommands::TextLook() const {
     const FontSetting font = LoadFontSetting(app_.Ports().store, "EditTextFont", DefaultEditTextFont());
     // Three quarters of the pixels in points, twice that in half points.
     return {ToUtf8(font.faceName), std::clamp(font.height * 3 / 2, 2, 400)};
 }
 
-std::string NoteCommands::CapturedText(const ClipboardText& clipboard) const {
+std::string WritingCommands::CapturedText(const ClipboardText& clipboard) const {
     const NewTextLook look = TextLook();
     const std::string rtf = CleanText(clipboard.rtf);
     if (!PlainText(rtf).empty())

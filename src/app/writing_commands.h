@@ -12,6 +12,7 @@
 #include "edit/edit_note_session.h"
 #include "edit/note_removal.h"
 #include "edit/note_text_file.h"
+#include "ports/spell_checker.h"
 
 namespace lore {
 
@@ -28,14 +29,14 @@ struct UnsavedNote {
 
 /// The commands that write notes of the open NoteBook, and what the application remembers between them. Windows show
 /// the sessions that it opens, and hand saved notes back.
-class NoteCommands {
+class WritingCommands {
 public:
     /// `app` has its options loaded, and outlives the commands.
-    explicit NoteCommands(CLorebinderApp& app);
+    explicit WritingCommands(CLorebinderApp& app);
     /// Attachment files of deleted notes go for good.
-    ~NoteCommands();
-    NoteCommands(const NoteCommands&) = delete;
-    NoteCommands& operator=(const NoteCommands&) = delete;
+    ~WritingCommands();
+    WritingCommands(const WritingCommands&) = delete;
+    WritingCommands& operator=(const WritingCommands&) = delete;
 
     EditNoteSession NewNote();
     /// Nothing for a note that the NoteBook doesn't hold.
@@ -63,7 +64,12 @@ public:
     /// What a clipboard holds as a note's rich text, the richest form first; empty if there is no text.
     std::string CapturedText(const ClipboardText& clipboard) const;
 
+    /// Who checks the spelling in editors; not owned, may be null.
+    void SetSpelling(SpellChecker* checker) { spelling_ = checker; }
+    SpellChecker* Spelling() const { return spelling_; }
     EditWorld& World();
+    /// Failed reads and writes are told there while an editor is open; null for the application's own place.
+    void ShowFaultsIn(FaultNotice* place) { faults_.place = place; }
 
 private:
     struct Deletion {
@@ -71,12 +77,23 @@ private:
         DeletedNotes notes;
         LongList listed;
     };
+    /// Hands faults on to where the user looks.
+    struct FaultRelay : FaultNotice {
+        explicit FaultRelay(FaultNotice& usual) : place(nullptr), usual_(usual) {}
+        void Tell(const Fault& fault) override { (place ? *place : usual_).Tell(fault); }
+        FaultNotice* place;
+
+    private:
+        FaultNotice& usual_;
+    };
     bool Delete(const LongList& ids);
     std::optional<CNote> FindNote(int32_t id);
     bool AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved);
 
     CLorebinderApp& app_;
+    FaultRelay faults_;
     EditWorld world_;
+    SpellChecker* spelling_ = nullptr;
     int32_t lastSaved_ = -1;
     std::vector<Deletion> deletions_;
     std::vector<NoteBookPaths> withKeptFiles_;

@@ -1,0 +1,84 @@
+#include "ui/note_editor/note_actions.h"
+
+#include <QMimeData>
+#include <QWidget>
+
+#include "ui/note_editor/note_editor_window.h"
+#include "ui/qt_text.h"
+
+namespace lore {
+
+namespace {
+
+/// RTF as programs put it on a clipboard, by the names that desktops use.
+std::string RtfOf(const QMimeData& clipboard) {
+    for (const char* const form : {"text/rtf", "application/rtf", "text/richtext", "Rich Text Format"}) {
+        if (clipboard.hasFormat(QString::fromLatin1(form)))
+            return clipboard.data(QString::fromLatin1(form)).toStdString();
+    }
+    return {};
+}
+
+}  // namespace
+
+NoteActions::NoteActions(CLorebinderApp& app, Theme& theme, QWidget& window)
+    : QObject(&window), app_(app), theme_(theme), window_(window), commands_(app) {}
+
+void NoteActions::RunEditor(EditNoteSession session, const std::string& unsaved) {
+    const bool isNew = session.IsNew();
+    NoteEditorWindow editor(std::move(session), commands_, app_, theme_, &window_);
+    if (!unsaved.empty())
+        editor.SetUnsavedText(unsaved);
+    if (editor.exec() != QDialog::Accepted)
+        return;
+    commands_.NoteSaved(editor.Note());
+    emit NotesChanged(editor.Note().id, isNew);
+}
+
+void NoteActions::AddNote() {
+    if (app_.MayWrite())
+        RunEditor(commands_.NewNote(), {});
+}
+
+void NoteActions::EditNote(int32_t id) {
+    if (!app_.MayWrite())
+        return;
+    if (std::optional<EditNoteSession> session = commands_.EditNote(id))
+        RunEditor(std::move(*session), {});
+}
+
+void NoteActions::DeleteNote(int32_t id) {
+    if (commands_.DeleteNote(id))
+        emit NotesChanged(-1, false);
+}
+
+void NoteActions::DeleteCurrentNotes() {
+    if (commands_.DeleteCurrentNotes())
+        emit NotesChanged(-1, false);
+}
+
+void NoteActions::UndoDeletion() {
+    if (!CanUndoDeletion() || !app_.MayWrite())
+        return;
+    commands_.UndoDeletion();
+    emit NotesChanged(-1, true);
+}
+
+void NoteActions::OfferUnsavedNotes() {
+    for (const UnsavedNote& unsaved : commands_.AskForUnsavedNotes())
+        RunEditor(commands_.ContinueNote(unsaved), unsaved.draft.note.rtfText);
+}
+
+void NoteActions::CaptureNote(const QMimeData& clipboard) {
+    const std::string rtf =
+        commands_.CapturedText({RtfOf(clipboard), FromQString(clipboard.html()), clipboard.text().toStdString()});
+    if (rtf.empty()) {
+        app_.Ports().prompts.Message("The clipboard holds no text for a note.", "Nothing To Capture",
+                                     PromptIcon::Information);
+        return;
+    }
+    if (app_.MayWrite())
+        RunEditor(commands_.NewNote(), rtf);
+}
+
+}  // namespace lore

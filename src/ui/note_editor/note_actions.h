@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+#include "app/writing_commands.h"
+
+class QMimeData;
+class QWidget;
+
+namespace lore {
+
+class NoteEditorWindow;
+class Theme;
+
+/// The commands on notes as a window runs them: each opens the editor or asks, and tells what has become of the list.
+class NoteActions : public QObject {
+    Q_OBJECT
+
+public:
+    /// All outlive the actions. `window` is what editors open above.
+    NoteActions(CLorebinderApp& app, Theme& theme, QWidget& window);
+
+    void AddNote();
+    void EditNote(int32_t id);
+    void DeleteNote(int32_t id);
+    void DeleteCurrentNotes();
+    void UndoDeletion();
+    bool CanUndoDeletion() const { return commands_.CanUndoDeletion(); }
+    /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with.
+    void OfferUnsavedNotes();
+    /// A new note with what a clipboard holds, in an editor.
+    void CaptureNote(const QMimeData& clipboard);
+    WritingCommands& Commands() { return commands_; }
+
+signals:
+    /// The NoteBook and the list have changed. `focus` is the note to go to, -1 for none; `isNew` for one that has just
+    /// come into the list.
+    void NotesChanged(int32_t focus, bool isNew);
+
+private:
+    /// Shows the editor until the note is saved or cancelled. `unsaved` is a text to begin with, empty for the note's.
+    void RunEditor(EditNoteSession session, const std::string& unsaved);
+
+    CLorebinderApp& app_;
+    Theme& theme_;
+    QWidget& window_;
+    WritingCommands commands_;
+};
+
+}  // namespace lore

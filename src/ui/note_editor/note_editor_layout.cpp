@@ -1,0 +1,196 @@
+#include <QCheckBox>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QTextEdit>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "ui/note_editor/attachment_panel.h"
+#include "ui/note_editor/category_panel.h"
+#include "ui/note_editor/color_panel.h"
+#include "ui/note_editor/key_word_panel.h"
+#include "ui/note_editor/note_editor_window.h"
+#include "ui/note_editor/note_text_pane.h"
+#include "ui/note_editor/source_panel.h"
+#include "ui/note_editor/source_picker.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr char kSection[] = "Windows";
+constexpr char kSplitKey[] = "EditNoteSplit";
+constexpr char kDateFormat[] = "%m/%d/%Y  -  %I:%M:%S %p";
+
+// In average characters and lines of text.
+constexpr int kDefaultColumns = 150;
+constexpr int kDefaultLines = 46;
+constexpr int kSideColumns = 48;
+
+}  // namespace
+
+void NoteEditorWindow::MakeLayout() {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kSpace * 4, kSpace * 4, kSpace * 4, kSpace * 4);
+    layout->setSpacing(kSpace * 3);
+    faultBar_ = new FaultBar(theme_, this);
+    layout->addWidget(faultBar_);
+    MakeHeader(*layout);
+    split_ = new QSplitter(this);
+    split_->setChildrenCollapsible(false);
+    split_->setHandleWidth(kSpace * 4);
+    text_ = new NoteTextPane(commands_.TextLook(), theme_, split_);
+    text_->Edit()->setAccessibleName(tr("Note Text"));
+    text_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+    split_->addWidget(text_);
+    split_->addWidget(MakeSide());
+    split_->setStretchFactor(0, 1);
+    split_->setStretchFactor(1, 0);
+    layout->addWidget(split_, 1);
+    sizeText_ = new QLabel(this);
+    sizeText_->setWordWrap(true);
+    sizeText_->hide();
+    layout->addWidget(sizeText_);
+    MakeButtons(*layout);
+}
+
+void NoteEditorWindow::MakeHeader(QVBoxLayout& layout) {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(kSpace * 2);
+    auto* const title = new QLabel(tr("Note &Text"), this);
+    QFont font = theme_.Font(TextSize::Body);
+    font.setWeight(QFont::DemiBold);
+    title->setFont(font);
+    const DateTime& edited = session_.Original().dateEdited;
+    auto* const date = new QLabel(tr("Date/Time of Last Edit") + QStringLiteral(":  ") +
+                                      (edited.IsNull() ? tr("not saved yet") : ToQString(edited.Format(kDateFormat))),
+                                  this);
+    date->setObjectName("lastEdit");
+    row->addWidget(title);
+    row->addStretch(1);
+    row->addWidget(date);
+    layout.addLayout(row);
+    headerTitle_ = title;
+}
+
+QWidget* NoteEditorWindow::MakeSide() {
+    auto* const scroll = new QScrollArea(split_);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* const side = new QWidget(scroll);
+    auto* const layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, kSpace, 0);
+    layout->setSpacing(kSpace * 4);
+    layout->addWidget(MakeTabs(side), 1);
+    keyWords_ = new KeyWordPanel(
+        [this](const std::string& field) {
+            return OpenKeyWordPicker(app_.NoteBook().keyWords, field, session_.note.id, app_.Ports().prompts,
+                                     app_.Ports().progress);
+        },
+        theme_, side);
+    keyWords_->Field()->setText(ToQString(session_.note.keyWords));
+    keyWords_->Field()->setCursorPosition(0);
+    layout->addWidget(keyWords_);
+    attachments_ = new AttachmentPanel(session_.attachments, app_.NoteBook().paths.Attachments(), app_.Ports().prompts,
+                                       theme_, side);
+    layout->addWidget(attachments_);
+    color_ = new ColorPanel(app_.NoteBook().colors, session_.note.borderColor, theme_, side);
+    layout->addWidget(color_);
+    MakeBoxes(*layout, side);
+    scroll->setWidget(side);
+    scroll->setMinimumWidth(side->minimumSizeHint().width() + kSpace * 4);
+    return scroll;
+}
+
+QTabWidget* NoteEditorWindow::MakeTabs(QWidget* parent) {
+    tabs_ = new QTabWidget(parent);
+    tabs_->setDocumentMode(true);
+    const SourceChooser choose = [this](QWidget* above) {
+        SourcePicker picker(app_.NoteBook().sources, app_.NoteBook().authors, theme_, above);
+        picker.exec();
+        return picker.Chosen();
+    };
+    sources_ = new SourcePanel(rows_, choose, theme_, tabs_);
+    categories_ = new CategoryPanel(paths_, theme_, tabs_);
+    tabs_->addTab(sources_, tr(" < S&OURCES > "));
+    tabs_->addTab(categories_, tr(" < C&ATEGORIES > "));
+    tabs_->setMinimumHeight(fontMetrics().height() * 13);
+    return tabs_;
+}
+
+void NoteEditorWindow::MakeBoxes(QVBoxLayout& layout, QWidget* parent) {
+    auto* const status = new PanelSection(tr("Sync Status"), theme_, parent);
+    sync_ = new QCheckBox(tr("S&ync this note with LorebinderOnline account"), status);
+    sync_->setChecked(session_.syncTicked);
+    status->Body()->addWidget(sync_);
+    status->setVisible(session_.ShowsSyncBox());
+    layout.addWidget(status);
+    spelling_ = new QCheckBox(tr("Disable s&pell checker in this note."), parent);
+    spelling_->setChecked(!session_.note.spellCheck);
+    spelling_->setEnabled(session_.MayCheckSpelling());
+    layout.addWidget(spelling_);
+}
+
+void NoteEditorWindow::MakeButtons(QVBoxLayout& layout) {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(kSpace * 2);
+    cancel_ = new QPushButton(tr("&Cancel"), this);
+    save_ = new QPushButton(tr("&Save"), this);
+    cancel_->setAutoDefault(false);
+    save_->setDefault(true);
+    cancel_->setToolTip(QKeySequence(Qt::Key_Escape).toString(QKeySequence::NativeText));
+    save_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText));
+    row->addStretch(1);
+    row->addWidget(cancel_);
+    row->addWidget(save_);
+    layout.addLayout(row);
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+        connect(shortcut, &QShortcut::activated, save_, &QPushButton::click);
+    }
+}
+
+void NoteEditorWindow::OrderTabs() {
+    headerTitle_->setBuddy(text_->Edit());
+    QWidget* const order[] = {
+        text_, tabs_, keyWords_->Field(), attachments_->List(), color_->Button(), sync_, spelling_, cancel_, save_};
+    for (size_t i = 0; i + 1 < std::size(order); ++i)
+        setTabOrder(order[i], order[i + 1]);
+}
+
+void NoteEditorWindow::RestorePlace() {
+    const int column = fontMetrics().averageCharWidth();
+    const QRect room = screen()->availableGeometry();
+    resize(QSize(column * kDefaultColumns, fontMetrics().lineSpacing() * kDefaultLines).boundedTo(room.size()));
+    const Rect place = app_.GetSettings().Rectangle(Option::EditNoteRect);
+    const QRect kept(place.left, place.top, place.right - place.left, place.bottom - place.top);
+    if (!place.IsEmpty() && QGuiApplication::screenAt(kept.center()))
+        setGeometry(kept);
+    const QStringList sizes = ToQString(app_.Store().Get(kSection, kSplitKey).value_or("")).split(',');
+    if (sizes.size() == 2)
+        split_->setSizes({sizes[0].toInt(), sizes[1].toInt()});
+    else
+        split_->setSizes({width() - column * kSideColumns, column * kSideColumns});
+}
+
+void NoteEditorWindow::StorePlace() {
+    const QRect place = geometry();
+    app_.GetSettings().Set(Option::EditNoteRect,
+                           Rect{place.left(), place.top(), place.left() + place.width(), place.top() + place.height()});
+    const QList<int> sizes = split_->sizes();
+    app_.Store().Set(kSection, kSplitKey, std::to_string(sizes[0]) + "," + std::to_string(sizes[1]));
+}
+
+}  // namespace lore

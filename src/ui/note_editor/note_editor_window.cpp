@@ -1,0 +1,262 @@
+#include "ui/note_editor/note_editor_window.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QTextEdit>
+#include <QTimer>
+#include <algorithm>
+
+#include "base/text.h"
+#include "ui/note_editor/attachment_open.h"
+#include "ui/note_editor/attachment_panel.h"
+#include "ui/note_editor/category_panel.h"
+#include "ui/note_editor/color_panel.h"
+#include "ui/note_editor/draft_writer.h"
+#include "ui/note_editor/key_word_panel.h"
+#include "ui/note_editor/note_text_pane.h"
+#include "ui/note_editor/source_panel.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kSpellDelay = 200;
+constexpr int kSpellToggleDelay = 10;
+
+/// The pane's text as the save takes it.
+class PaneText : public NoteTextControl {
+public:
+    explicit PaneText(NoteTextPane& pane) : pane_(pane) {}
+    std::string PlainText() override { return pane_.PlainText(); }
+    std::string RtfText() override { return pane_.RtfText(); }
+    void StopSpellCheck() override { pane_.SetSpellCheck(false); }
+
+private:
+    NoteTextPane& pane_;
+};
+
+}  // namespace
+
+NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& commands, CLorebinderApp& app,
+                                   Theme& theme, QWidget* parent)
+    : QDialog(parent),
+      session_(std::move(session)),
+      commands_(commands),
+      app_(app),
+      theme_(theme),
+      rows_(app.NoteBook().sources, app.NoteBook().authors),
+      paths_(app.NoteBook().categories, app.GetSettings().Int(Option::MaxCategoryID), app.Ports().prompts) {
+    setWindowTitle(tr("Edit Note"));
+    setObjectName("editNote");
+    setModal(true);
+    rows_.Fill(session_.note, true);
+    FillPaths();
+    MakeLayout();
+    text_->SetSpelling(commands_.Spelling(), DerivedMarkStyle(app_.GetSettings()));
+    text_->Load(session_.note.rtfText);
+    drafts_ = new DraftWriter(
+        commands_.Drafts(), [this](std::function<void(Draft)> whenReady) { CollectDraft(std::move(whenReady)); },
+        faults_, this);
+    ConnectParts();
+    OrderTabs();
+    RestorePlace();
+    TakeFields(session_.note);
+    opened_ = session_.note;
+    openedSync_ = session_.syncTicked;
+    faults_.SetBar(faultBar_);
+    commands_.ShowFaultsIn(&faults_);
+    if (session_.MayCheckSpelling() && session_.note.spellCheck)
+        RunSpellTimer(true);
+    text_->setFocus();
+}
+
+NoteEditorWindow::~NoteEditorWindow() {
+    drafts_->Stop();
+    commands_.ShowFaultsIn(nullptr);
+    faults_.SetBar(nullptr);
+}
+
+void NoteEditorWindow::FillPaths() {
+    if (session_.IsUnsaved())
+        paths_.FillUnsaved(session_.note, session_.Original());
+    else
+        paths_.Fill(session_.note);
+}
+
+void NoteEditorWindow::SetUnsavedText(const std::string& rtf) {
+    text_->Load(rtf);
+    unsavedText_ = true;
+    drafts_->Touch();
+}
+
+void NoteEditorWindow::ConnectParts() {
+    const auto touch = [this] { drafts_->Touch(); };
+    connect(text_, &NoteTextPane::Changed, this, touch);
+    connect(sources_, &SourcePanel::Changed, this, touch);
+    connect(categories_, &CategoryPanel::Changed, this, touch);
+    connect(keyWords_->Field(), &QLineEdit::textChanged, this, touch);
+    connect(attachments_, &AttachmentPanel::Changed, this, touch);
+    connect(color_, &ColorPanel::Changed, this, touch);
+    connect(sync_, &QCheckBox::toggled, this, touch);
+    connect(text_, &NoteTextPane::FilesDropped, attachments_, &AttachmentPanel::AddDropped);
+    connect(text_, &NoteTextPane::LinkOpened, this,
+            [this](const QString& address) { OpenWebLink(address, app_.Ports().prompts); });
+    connect(text_, &NoteTextPane::SizeLimitPassed, this, &NoteEditorWindow::TellSize);
+    connect(spelling_, &QCheckBox::toggled, this, &NoteEditorWindow::SpellBoxToggled);
+    connect(faultBar_, &FaultBar::TryAgainRequested, this, &NoteEditorWindow::SaveNote, Qt::QueuedConnection);
+    connect(save_, &QPushButton::clicked, this, &NoteEditorWindow::SaveNote);
+    connect(cancel_, &QPushButton::clicked, this, &NoteEditorWindow::CancelNote);
+}
+
+void NoteEditorWindow::TakeFields(CNote& note) const {
+    rows_.WriteBack(note);
+    paths_.WriteBack(note);
+    note.keyWords = FromQString(keyWords_->Field()->text());
+    note.borderColor = color_->Color();
+    note.attachments = AttachmentRecords(session_.attachments.Items());
+}
+
+void NoteEditorWindow::SaveNote() {
+    StorePlace();
+    TakeFields(session_.note);
+    session_.newCategories = paths_.NewCategories();
+    session_.syncTicked = sync_->isChecked();
+    if (!MakeTextFit())
+        return;
+    setEnabled(false);
+    PaneText text(*text_);
+    const SaveOutcome outcome = session_.SaveNote(text);
+    setEnabled(true);
+    if (outcome == SaveOutcome::Saved) {
+        FinishDraft();
+        accept();
+        return;
+    }
+    text_->setFocus();
+    if (session_.MayCheckSpelling() && session_.note.spellCheck)
+        text_->SetSpellCheck(true);
+    if (outcome == SaveOutcome::NotWritten)
+        drafts_->Touch();
+}
+
+void NoteEditorWindow::CancelNote() {
+    StorePlace();
+    if (SomethingWouldBeLost() && !session_.CancelNote())
+        return;
+    FinishDraft();
+    QDialog::reject();
+}
+
+void NoteEditorWindow::reject() {
+    CancelNote();
+}
+
+bool NoteEditorWindow::SomethingWouldBeLost() {
+    Draft now;
+    now.note = session_.note;
+    TakeFields(now.note);
+    return unsavedText_ || text_->IsModified() || sync_->isChecked() != openedSync_ || DraftDiffers(now, &opened_);
+}
+
+void NoteEditorWindow::FinishDraft() {
+    drafts_->Stop();
+    drafts_->Store().RemoveDraft(session_.note.guid);
+}
+
+void NoteEditorWindow::CollectDraft(std::function<void(Draft)> whenReady) {
+    text_->CaptureAside([this, whenReady = std::move(whenReady)](std::string rtf, std::string plain) {
+        Draft draft;
+        draft.note = session_.note;
+        TakeFields(draft.note);
+        draft.note.rtfText = std::move(rtf);
+        draft.note.plainText = std::move(plain);
+        draft.baseEdited = session_.Original().dateEdited;
+        draft.written = app_.Ports().clock.Now();
+        draft.syncTicked = sync_->isChecked();
+        if (session_.IsNew())
+            draft.note.id = -1;
+        whenReady(std::move(draft));
+    });
+}
+
+void NoteEditorWindow::TellSize(bool tooLarge, qint64 bytes) {
+    sizeText_->setText(tr("This text takes about %L1 bytes; a note can hold %L2. Move pictures to attachments, or "
+                          "divide it among two notes.")
+                           .arg(bytes)
+                           .arg(static_cast<qulonglong>(kLargestRtf - 1)));
+    sizeText_->setVisible(tooLarge);
+}
+
+bool NoteEditorWindow::MakeTextFit() {
+    // The estimate is right within some per cent; writing the whole text is for those that come near.
+    while (text_->RtfSize() >= static_cast<qint64>(kLargestRtf) * 9 / 10) {
+        const size_t size = text_->RtfText().size();
+        if (size < kLargestRtf || text_->Pictures().empty())
+            return true;
+        const std::string question =
+            "The text of this note takes " + std::to_string(size) + " bytes with its pictures; a note can hold " +
+            std::to_string(kLargestRtf - 1) +
+            ".\n\nDo you wish to move its largest pictures to the attachments of the note? Nothing is saved before, "
+            "and \"Undo\" brings them back into the text.";
+        if (app_.Ports().prompts.Ask(question, "Note Too Large") != PromptAnswer::Yes || !MovePictures(size))
+            return false;
+    }
+    return true;
+}
+
+bool NoteEditorWindow::MovePictures(size_t size) {
+    std::vector<TextPicture> pictures = text_->Pictures();
+    std::sort(pictures.begin(), pictures.end(),
+              [](const TextPicture& a, const TextPicture& b) { return a.bytes > b.bytes; });
+    std::vector<int> positions;
+    // Each byte of a picture takes two in the text.
+    for (size_t spare = 0; positions.size() < pictures.size() && size - std::min(size, spare) >= kLargestRtf;) {
+        spare += 2 * pictures[positions.size()].bytes;
+        positions.push_back(pictures[positions.size()].position);
+    }
+    for (const TextPicture& picture : text_->TakePictures(positions)) {
+        std::filesystem::path path;
+        const std::string name = "Picture " + std::to_string(++movedPictures_) + "." +
+                                 std::string(FileExtension(picture.fileName.toStdString()));
+        const FileResult kept = drafts_->Store().KeepFile(session_.note.guid, name, picture.data, path);
+        if (!kept.Ok()) {
+            faults_.Tell({"A picture could not be moved to the attachments", path.string(), kept.Reason()});
+            text_->Edit()->undo();
+            return false;
+        }
+        session_.attachments.AddFile(path.string());
+    }
+    attachments_->Rebuild();
+    return true;
+}
+
+void NoteEditorWindow::SpellBoxToggled(bool disabled) {
+    session_.note.spellCheck = !disabled;
+    RunSpellTimer(!disabled);
+    drafts_->Touch();
+}
+
+void NoteEditorWindow::RunSpellTimer(bool starts) {
+    const int delay = starts && !isVisible() ? kSpellDelay : kSpellToggleDelay;
+    QTimer::singleShot(delay, this, [this, starts] {
+        Progress& progress = app_.Ports().progress;
+        progress.ShowStandBy(starts ? "Running spell check...." : "Removing spell check marks....");
+        text_->SetSpellCheck(starts);
+        progress.HideStandBy();
+    });
+}
+
+void NoteEditorWindow::keyPressEvent(QKeyEvent* event) {
+    // Enter in a field saves nothing; Ctrl+Enter does.
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QDialog::keyPressEvent(event);
+}
+
+}  // namespace lore

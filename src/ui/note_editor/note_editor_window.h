@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+#include "app/writing_commands.h"
+#include "edit/category_assignment.h"
+#include "edit/source_rows.h"
+#include "ui/fault_bar.h"
+
+class QCheckBox;
+class QLabel;
+class QPushButton;
+class QSplitter;
+class QTabWidget;
+class QVBoxLayout;
+
+namespace lore {
+
+class AttachmentPanel;
+class CategoryPanel;
+class ColorPanel;
+class DraftWriter;
+class KeyWordPanel;
+class NoteTextPane;
+class SourcePanel;
+class Theme;
+
+/// The window in which a note is written and changed. Nothing reaches the NoteBook before "Save"; "Cancel" leaves
+/// everything as it was. Meanwhile a draft of the note is kept beside the data.
+class NoteEditorWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    /// All but the session outlive the window.
+    NoteEditorWindow(EditNoteSession session, WritingCommands& commands, CLorebinderApp& app, Theme& theme,
+                     QWidget* parent = nullptr);
+    ~NoteEditorWindow() override;
+
+    /// A text that isn't the note's stored one, such as a captured one or that of a draft; it counts as a change.
+    void SetUnsavedText(const std::string& rtf);
+    /// The note as the save left it.
+    const CNote& Note() const { return session_.note; }
+
+    void SaveNote();
+    void CancelNote();
+
+    NoteTextPane* Text() const { return text_; }
+    SourcePanel* Sources() const { return sources_; }
+    CategoryPanel* Categories() const { return categories_; }
+    KeyWordPanel* KeyWords() const { return keyWords_; }
+    AttachmentPanel* Attachments() const { return attachments_; }
+    ColorPanel* Color() const { return color_; }
+    DraftWriter* Drafts() const { return drafts_; }
+    FaultBar* Faults() const { return faultBar_; }
+
+    void reject() override;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void MakeLayout();
+    void MakeHeader(QVBoxLayout& layout);
+    QWidget* MakeSide();
+    QTabWidget* MakeTabs(QWidget* parent);
+    void MakeBoxes(QVBoxLayout& layout, QWidget* parent);
+    void MakeButtons(QVBoxLayout& layout);
+    void ConnectParts();
+    void OrderTabs();
+    void RestorePlace();
+    void StorePlace();
+
+    void TakeFields(CNote& note) const;
+    bool SomethingWouldBeLost();
+    bool MakeTextFit();
+    bool MovePictures(size_t size);
+    void FinishDraft();
+    void CollectDraft(std::function<void(Draft)> whenReady);
+    void SpellBoxToggled(bool disabled);
+    void RunSpellTimer(bool starts);
+    void TellSize(bool tooLarge, qint64 bytes);
+    void FillPaths();
+
+    EditNoteSession session_;
+    WritingCommands& commands_;
+    CLorebinderApp& app_;
+    Theme& theme_;
+    SourceRows rows_;
+    CategoryAssignment paths_;
+    BarFaults faults_;
+    CNote opened_;  // the fields as they were when the window opened
+    bool openedSync_ = false;
+    bool unsavedText_ = false;
+    int movedPictures_ = 0;
+
+    FaultBar* faultBar_ = nullptr;
+    QSplitter* split_ = nullptr;
+    NoteTextPane* text_ = nullptr;
+    QTabWidget* tabs_ = nullptr;
+    SourcePanel* sources_ = nullptr;
+    CategoryPanel* categories_ = nullptr;
+    KeyWordPanel* keyWords_ = nullptr;
+    AttachmentPanel* attachments_ = nullptr;
+    ColorPanel* color_ = nullptr;
+    QCheckBox* sync_ = nullptr;
+    QCheckBox* spelling_ = nullptr;
+    QLabel *headerTitle_ = nullptr, *sizeText_ = nullptr;
+    QPushButton *cancel_ = nullptr, *save_ = nullptr;
+    DraftWriter* drafts_ = nullptr;
+};
+
+}  // namespace lore

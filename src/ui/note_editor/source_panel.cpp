@@ -1,0 +1,145 @@
+#include "ui/note_editor/source_panel.h"
+
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QScrollArea>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/note_editor/panel_section.h"
+#include "ui/note_editor/source_row_view.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+SourcePanel::SourcePanel(SourceRows& rows, SourceChooser choose, const Theme& theme, QWidget* parent)
+    : QWidget(parent),
+      rows_(rows),
+      choose_(std::move(choose)),
+      theme_(theme),
+      scroll_(new QScrollArea(this)),
+      empty_(new QLabel(QString::fromLatin1(kNoSourcesText), this)) {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kSpace * 2, kSpace * 2, kSpace * 2, kSpace * 2);
+    layout->setSpacing(kSpace * 2);
+    MakeButtons(*layout);
+    auto* const holder = new QWidget(scroll_);
+    list_ = new QVBoxLayout(holder);
+    list_->setContentsMargins(0, 0, 0, 0);
+    list_->setSpacing(kSpace * 2);
+    list_->addStretch(1);
+    scroll_->setWidget(holder);
+    scroll_->setWidgetResizable(true);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setTextFormat(Qt::PlainText);
+    layout->addWidget(empty_, 1);
+    layout->addWidget(scroll_, 1);
+    Rebuild();
+}
+
+void SourcePanel::MakeButtons(QVBoxLayout& layout) {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(kSpace);
+    auto* const title = new QLabel(tr("Sources"), this);
+    row->addWidget(title, 1);
+    add_ = MakeIconButton("plus", tr("Add Source"), theme_, this);
+    remove_ = MakeIconButton("minus", tr("Remove Source"), theme_, this);
+    clear_ = MakeIconButton("x", tr("Clear Sources"), theme_, this);
+    for (QToolButton* const button : {add_, remove_, clear_})
+        row->addWidget(button);
+    layout.addLayout(row);
+    connect(add_, &QToolButton::clicked, this, &SourcePanel::AddSource);
+    connect(remove_, &QToolButton::clicked, this, &SourcePanel::RemoveSource);
+    connect(clear_, &QToolButton::clicked, this, &SourcePanel::ClearSources);
+}
+
+void SourcePanel::Rebuild() {
+    for (SourceRowView* const view : views_) {
+        view->hide();
+        view->deleteLater();
+    }
+    views_.clear();
+    for (size_t i = 0; i < rows_.Rows().size(); ++i) {
+        auto* const view = new SourceRowView(rows_, i, theme_, this);
+        const int row = static_cast<int>(i);
+        connect(view, &SourceRowView::Clicked, this, [this, row] { Select(row); });
+        connect(view, &SourceRowView::Changed, this, &SourcePanel::Changed);
+        connect(view, &SourceRowView::RemoveRequested, this, &SourcePanel::RemoveSource, Qt::QueuedConnection);
+        view->SetSelected(rows_.Rows()[i].selected);
+        list_->insertWidget(row, view);
+        views_.append(view);
+    }
+    empty_->setVisible(views_.isEmpty());
+    scroll_->setVisible(!views_.isEmpty());
+    remove_->setEnabled(rows_.SelectedRow().has_value());
+    clear_->setEnabled(!views_.isEmpty());
+}
+
+void SourcePanel::Select(int row) {
+    rows_.SelectRow(rows_.Rows()[static_cast<size_t>(row)].source.SourceID);
+    for (int i = 0; i < views_.size(); ++i)
+        views_[i]->SetSelected(i == row);
+    remove_->setEnabled(true);
+}
+
+void SourcePanel::ShowRow(std::optional<size_t> row) {
+    if (!row)
+        return;
+    Select(static_cast<int>(*row));
+    scroll_->widget()->layout()->activate();
+    scroll_->ensureWidgetVisible(views_[static_cast<int>(*row)]);
+}
+
+void SourcePanel::AddSource() {
+    const std::optional<int32_t> chosen = choose_(this);
+    if (!chosen)
+        return;
+    const std::optional<size_t> row = rows_.AddSource(*chosen);
+    Rebuild();
+    ShowRow(row);
+    emit Changed();
+}
+
+void SourcePanel::RemoveSource() {
+    const std::optional<size_t> row = rows_.SelectedRow();
+    if (!row)
+        return;
+    rows_.RemoveSource(*row);
+    Rebuild();
+    if (!views_.isEmpty())
+        ShowRow(std::min(*row, rows_.Rows().size() - 1));
+    emit Changed();
+}
+
+void SourcePanel::ClearSources() {
+    rows_.ClearSources();
+    Rebuild();
+    emit Changed();
+}
+
+void SourcePanel::contextMenuEvent(QContextMenuEvent* event) {
+    int under = -1;
+    for (int i = 0; i < views_.size(); ++i)
+        under = views_[i]->rect().contains(views_[i]->mapFromGlobal(event->globalPos())) ? i : under;
+    OpenMenu(event->globalPos(), under);
+}
+
+void SourcePanel::OpenMenu(const QPoint& at, int row) {
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (row >= 0) {
+        Select(row);
+        menu->addAction(tr("Remove Source"), this, &SourcePanel::RemoveSource);
+    } else {
+        menu->addAction(tr("Add Source"), this, &SourcePanel::AddSource);
+        menu->addAction(tr("Clear Sources"), this, &SourcePanel::ClearSources);
+    }
+    menu->popup(at);
+}
+
+}  // namespace lore

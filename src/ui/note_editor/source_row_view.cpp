@@ -1,0 +1,126 @@
+#include "ui/note_editor/source_row_view.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+SourceRowView::SourceRowView(SourceRows& rows, size_t row, const Theme& theme, QWidget* parent)
+    : QFrame(parent),
+      rows_(rows),
+      row_(row),
+      theme_(theme),
+      citation_(new QLabel(this)),
+      line_(new QPushButton(this)),
+      edit_(new QLineEdit(this)) {
+    setFocusPolicy(Qt::StrongFocus);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kSpace * 2, kSpace * 2, kSpace * 2, kSpace * 2);
+    layout->setSpacing(kSpace);
+    citation_->setWordWrap(true);
+    citation_->setTextFormat(Qt::PlainText);
+    citation_->setText(Citation());
+    line_->setFlat(true);
+    line_->setCursor(Qt::IBeamCursor);
+    line_->setFont(theme.Font(TextSize::Small));
+    edit_->setText(ToQString(rows.Rows()[row].text));
+    edit_->setAccessibleName(tr("Note specific information on %1").arg(Citation()));
+    edit_->hide();
+    edit_->installEventFilter(this);
+    layout->addWidget(citation_);
+    layout->addWidget(line_);
+    layout->addWidget(edit_);
+    setAccessibleName(tr("Source: %1").arg(Citation()));
+    connect(line_, &QPushButton::clicked, this, &SourceRowView::OpenLine);
+    connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        rows_.SetText(row_, FromQString(text));
+        emit Changed();
+    });
+    connect(edit_, &QLineEdit::editingFinished, this, &SourceRowView::CloseLine);
+    connect(&theme_, &Theme::Changed, this, &SourceRowView::Restyle);
+    Restyle();
+}
+
+QString SourceRowView::Citation() const {
+    return ToQString(rows_.Rows()[row_].source.FormattedText).simplified();
+}
+
+void SourceRowView::SetSelected(bool selected) {
+    selected_ = selected;
+    update();
+}
+
+void SourceRowView::OpenLine() {
+    emit Clicked();
+    if (!rows_.OpenLine(row_))
+        return;
+    line_->hide();
+    edit_->show();
+    edit_->setFocus(Qt::OtherFocusReason);
+}
+
+void SourceRowView::CloseLine() {
+    rows_.CloseLine(row_);
+    edit_->hide();
+    line_->show();
+    Restyle();
+}
+
+void SourceRowView::Restyle() {
+    const QString text = ToQString(rows_.LineText(row_));
+    line_->setText(text.simplified().replace(QLatin1Char('&'), QStringLiteral("&&")));
+    line_->setAccessibleName(text);
+    line_->setStyleSheet(QStringLiteral("QPushButton { text-align: left; border: none; padding: 0; color: %1; }")
+                             .arg(theme_.Color(ColorRole::DimText).name()));
+    update();
+}
+
+void SourceRowView::mousePressEvent(QMouseEvent* event) {
+    emit Clicked();
+    QFrame::mousePressEvent(event);
+}
+
+void SourceRowView::focusInEvent(QFocusEvent* event) {
+    emit Clicked();
+    QFrame::focusInEvent(event);
+}
+
+void SourceRowView::keyPressEvent(QKeyEvent* event) {
+    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
+    if (plain && event->key() == Qt::Key_Delete)
+        emit RemoveRequested();
+    else if (plain && (event->key() == Qt::Key_F2 || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        OpenLine();
+    else
+        QFrame::keyPressEvent(event);
+}
+
+bool SourceRowView::eventFilter(QObject* watched, QEvent* event) {
+    const auto* const key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+    const bool ends = key && !(key->modifiers() & ~Qt::KeypadModifier) &&
+                      (key->key() == Qt::Key_Escape || key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
+    if (!ends)
+        return QFrame::eventFilter(watched, event);
+    // Esc and Enter end the line, not the window.
+    setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
+void SourceRowView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setBrush(theme_.Color(ColorRole::Field));
+    const bool strong = selected_ || hasFocus();
+    painter.setPen(QPen(theme_.Color(strong ? ColorRole::Accent : ColorRole::FaintEdge), strong ? 2 : 1));
+    painter.drawRoundedRect(strong ? frame.adjusted(0.5, 0.5, -0.5, -0.5) : frame, kControlRadius, kControlRadius);
+}
+
+}  // namespace lore
