@@ -141,16 +141,5 @@ TEST_F(NoteStoreTest, DeletionGivesTheNotesAsTheFileHeldThem) {
     EXPECT_FALSE(book.index.Contains(7));
 }
 
-TEST_F(NoteStoreTest, TheTextCacheFollows) {
-    TextCache texts(1 << 20);
-    texts.Attach({});
-    NoteStore cached(book, world.context, faults, &texts);
-    CNote note = DayNote(1);
-    note.rtfText = "{\\rtf1 text}";
-    EXPECT_TRUE(cached.SaveNote(note));
-    EXPECT_EQ(cached.DeleteNotes(LongList{1}).size(), 1u);
-    EXPECT_THAT(faults.told, IsEmpty());
-}
-
 }  // namespace
 }  // namespace lore
