@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <QTextObjectInterface>
+#include <QAbstractTextDocumentLayout>
 
 namespace lore {
 
