@@ -118,12 +118,14 @@ TEST_F(ExportNotesTest, ShowsTheReasonOfAFailureAndKeepsTheOldFile) {
     const std::filesystem::path nowhere = folder_ / "none" / "x.lbe";
     EXPECT_EQ(made_.Export(nowhere, made_.Notes()), -1);
     EXPECT_EQ(made_.prompts.seen, (Lines{"Archiving Error: " + nowhere.string() + ": No such file or directory"}));
-    PutBytes(made_.folder.data.ExportTemp(), "in the way");
-    std::filesystem::remove_all(made_.folder.data.ExportTemp());
-    PutBytes(made_.folder.data.ExportTemp(), "in the way");
-    PutBytes(target_, "old");
-    EXPECT_EQ(made_.Export(target_, made_.Notes()), -1);
-    EXPECT_EQ(BytesOf(target_), "old");
+    // What a crash has left doesn't stand in the way.
+    PutBytes(made_.folder.data.ExportTemp(), "left");
+    EXPECT_EQ(made_.Export(target_, made_.Notes()), 2);
+    std::filesystem::remove_all(made_.folder.data.DataFiles());
+    PutBytes(made_.folder.data.DataFiles(), "no folder");
+    const std::string old = BytesOf(target_);
+    EXPECT_EQ(made_.Export(target_, {DayNote(1)}), -1);
+    EXPECT_EQ(BytesOf(target_), old);
     EXPECT_EQ(made_.prompts.seen.size(), 2u);
 }
 
