@@ -48,10 +48,12 @@ void MainWindow::NotesChanged(int32_t focus, bool isNew) {
     board_->Rebuild();
     panels_->Rebuild(app_);
     RefreshPanes();
-    if (isNew)
+    if (isNew) {
         GoToFirstNew();
-    else if (focus > 0)
+    } else if (focus > 0) {
+        board_->RefreshNote(focus);
         board_->SetFocusNote(focus);
+    }
     board_->setFocus();
 }
 

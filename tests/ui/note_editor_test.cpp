@@ -136,11 +136,12 @@ void NoteEditorTest::cleanup() {
 void NoteEditorTest::InEditor(const std::function<void()>& command,
                               const std::function<void(NoteEditorWindow&)>& steps) {
     finished_ = false;
+    window_->activateWindow();
     QTimer::singleShot(0, window_.get(), [&] {
         auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget());
         QVERIFY(editor);
         const QPointer<NoteEditorWindow> open(editor);
-        QVERIFY(QTest::qWaitForWindowExposed(editor));
+        QVERIFY(QTest::qWaitForWindowActive(editor));
         steps(*editor);
         finished_ = true;
         if (open && open->isVisible())

@@ -56,7 +56,7 @@ void CaptureBeside::Write() {
     auto note = std::make_shared<CapturedNote>(CaptureNote(*document_, formats_));
     const QPointer<CaptureBeside> self(this);
     QThreadPool::globalInstance()->start([note, self, call = call_] {
-        auto texts = std::make_shared<NoteTexts>();
+        auto texts = std::make_shared<CapturedTexts>();
         const Document document = Assemble(*note);
         texts->rtf = WriteRtf(document);
         texts->plainText = WithCrLf(document.text);

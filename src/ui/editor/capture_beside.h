@@ -13,7 +13,7 @@ namespace lore {
 class NoteFormats;
 
 /// A text of the editor as a record keeps it.
-struct NoteTexts {
+struct CapturedTexts {
     std::string rtf;
     std::string plainText;  ///< "\r\n" between paragraphs
 };
@@ -24,7 +24,7 @@ class CaptureBeside : public QObject {
     Q_OBJECT
 
 public:
-    using Callback = std::function<void(NoteTexts)>;
+    using Callback = std::function<void(CapturedTexts)>;
     static constexpr int kSliceMilliseconds = 4;
 
     CaptureBeside(const NoteFormats& formats, QObject* parent);

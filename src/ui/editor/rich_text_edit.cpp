@@ -139,7 +139,7 @@ void RichTextEdit::MarkSaved(const std::string& rtf) {
 
 void RichTextEdit::CaptureAside(CaptureBeside::Callback callback) {
     const qint64 before = addedSize_;
-    beside_->Start(*shown_, [this, before, callback = std::move(callback)](NoteTexts texts) {
+    beside_->Start(*shown_, [this, before, callback = std::move(callback)](CapturedTexts texts) {
         if (!IsModified())
             texts.rtf = stored_;
         knownSize_ = static_cast<qint64>(texts.rtf.size());

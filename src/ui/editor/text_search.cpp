@@ -29,7 +29,7 @@ bool StandsAlone(const QString& text, qsizetype begin, qsizetype end) {
 
 }  // namespace
 
-std::vector<SearchHit> SearchText(const QTextDocument& document, const SearchTerm& term) {
+std::vector<SearchHit> SearchText(const QTextDocument& document, const FindTerm& term) {
     std::vector<SearchHit> hits;
     if (term.text.isEmpty())
         return hits;

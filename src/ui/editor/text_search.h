@@ -5,7 +5,7 @@
 
 namespace lore {
 
-struct SearchTerm {
+struct FindTerm {
     QString text;
     bool matchCase = false;
     bool wholeWords = false;
@@ -19,7 +19,7 @@ struct SearchHit {
 };
 
 /// All hits of a term from front to back, none of them across paragraphs; each next one begins behind the last.
-std::vector<SearchHit> SearchText(const QTextDocument& document, const SearchTerm& term);
+std::vector<SearchHit> SearchText(const QTextDocument& document, const FindTerm& term);
 
 /// Replaces hits of SearchText, in one step of undo. The new text looks as the first replaced character did.
 void ReplaceHits(QTextDocument& document, const std::vector<SearchHit>& hits, const QString& text);

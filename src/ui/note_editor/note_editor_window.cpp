@@ -130,10 +130,8 @@ void NoteEditorWindow::SaveNote() {
     session_.syncTicked = sync_->isChecked();
     if (!MakeTextFit())
         return;
-    setEnabled(false);
     PaneText text(*text_);
     const SaveOutcome outcome = session_.SaveNote(text);
-    setEnabled(true);
     if (outcome == SaveOutcome::Saved) {
         FinishDraft();
         accept();

@@ -70,7 +70,7 @@ void NoteTextPane::SetSpellCheck(bool on) {
 }
 
 void NoteTextPane::CaptureAside(std::function<void(std::string rtf, std::string plain)> whenReady) {
-    edit_->CaptureAside([whenReady = std::move(whenReady)](NoteTexts texts) {
+    edit_->CaptureAside([whenReady = std::move(whenReady)](CapturedTexts texts) {
         whenReady(std::move(texts.rtf), FromUtf8(texts.plainText));
     });
 }
