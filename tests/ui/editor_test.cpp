@@ -341,8 +341,8 @@ void EditorTest::CapturesBesideTheTyping() {
         body += "A line of the log, \\b with\\b0  words.\\par ";
     window.edit->Load("{\\rtf1 " + body + "}");
     window.edit->moveCursor(QTextCursor::End);
-    NoteTexts texts;
-    window.edit->CaptureAside([&](NoteTexts got) { texts = std::move(got); });
+    CapturedTexts texts;
+    window.edit->CaptureAside([&](CapturedTexts got) { texts = std::move(got); });
     window.Type("late");
     QTRY_VERIFY(!texts.rtf.empty());
     QCOMPARE(texts.rtf, window.edit->Rtf());
