@@ -45,6 +45,8 @@ function(lore_tests folder)
   target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(test_${folder} PRIVATE LORE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
   target_link_libraries(test_${folder} PRIVATE ${ARG_DEPENDS} GTest::gmock GTest::gtest_main lore_flags)
+  # Tests are compiled more often than they run.
+  target_compile_options(test_${folder} PRIVATE $<$<CONFIG:Release>:-O0>)
   add_test(NAME ${folder} COMMAND test_${folder})
   set_tests_properties(${folder} PROPERTIES TIMEOUT 600 LABELS core)
 endfunction()
