@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
-#include "exchange/import_notes.h"
+#include "exchange/import_archive.h"
+#include "exchange/import_comparison.h"
+#include "exchange/import_world.h"
 
 namespace lore {
 

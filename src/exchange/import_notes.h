@@ -7,24 +7,10 @@
 #include "base/long_list.h"
 #include "exchange/import_archive.h"
 #include "exchange/import_comparison.h"
-#include "notes/note_book_loader.h"
-#include "notes/open_notebook.h"
+#include "exchange/import_world.h"
 #include "ports/prompts.h"
 
 namespace lore {
-
-/// What an import works on and asks of the world.
-struct ImportWorld {
-    OpenNoteBook& book;
-    DataPaths data;
-    IdCounters& counters;  ///< raised by what is given out
-    const ReadContext& context;
-    Prompts& prompts;
-    Progress& progress;
-    FaultNotice& faults;
-    size_t listedNotes = 0;        ///< how many notes the current list shows
-    std::function<void()> reload;  ///< stores counters and options and loads the NoteBook anew
-};
 
 /// Shows the notes of an archive and lets the user choose: the window of the import, or the options of a command.
 class ImportChooser {
