@@ -21,7 +21,8 @@ constexpr size_t kLongestEnding = 100;
 AttachmentCopies::AttachmentCopies(std::filesystem::path from, std::filesystem::path to, FaultNotice& faults)
     : from_(std::move(from)), to_(std::move(to)), faults_(faults), number_(HighestAttachmentNumber(to_)) {}
 
-void AttachmentCopies::CopyFilesOf(CNote& note) {
+bool AttachmentCopies::CopyFilesOf(CNote& note) {
+    bool isDone = true;
     for (CAttachment& attachment : note.attachments) {
         const std::string name = StoredName(attachment);
         if (attachment.type == kWebLink || name.empty())
@@ -31,10 +32,15 @@ void AttachmentCopies::CopyFilesOf(CNote& note) {
         const FileResult copied = CopyFileAtomically(from_ / name, to_ / attachment.storedFile);
         if (copied.Ok())
             continue;
-        faults_.Tell({"The attachment \"" + attachment.title + "\" could not be copied; its note comes without it",
+        std::error_code ignored;
+        const bool isThere = std::filesystem::exists(from_ / name, ignored);
+        faults_.Tell({"The attachment \"" + attachment.title + "\" could not be copied" +
+                          (isThere ? "" : "; its note comes without it"),
                       (from_ / name).string(), copied.Reason()});
         attachment.storedFile.clear();
+        isDone = isDone && !isThere;
     }
+    return isDone;
 }
 
 void AttachmentCopies::Drop(const CNote& note, const CNote* keeper) const {

@@ -59,8 +59,7 @@ public:
         MakeEntries();
         const bool newCategories = MapSourcesAndCategories();
         world_.saveOptions();
-        CopyFiles();
-        if (!WriteLists(newCategories)) {
+        if (!CopyFiles() || !WriteLists(newCategories)) {
             for (const ArchiveNote& entry : entries_)
                 files_.Drop(entry.note);
             return {};
@@ -118,9 +117,14 @@ private:
         return found == byGuid_.end() ? none : found->second;
     }
 
-    void CopyFiles() {
-        for (ArchiveNote& entry : entries_)
-            files_.CopyFilesOf(entry.note);
+    bool CopyFiles() {
+        size_t done = 0;
+        while (done < entries_.size() && files_.CopyFilesOf(entries_[done].note))
+            ++done;
+        // Beyond the failure the names are those of the first NoteBook.
+        for (size_t i = done + 1; i < entries_.size(); ++i)
+            entries_[i].note.attachments.clear();
+        return done == entries_.size();
     }
 
     bool WriteLists(bool newCategories) const {

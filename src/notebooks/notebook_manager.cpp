@@ -183,9 +183,8 @@ void NoteBookManager::DeleteFolder(const CDatabase& noteBook) {
         return;
     const std::filesystem::path trash = data_.Databases() / (kTrashStart + folder.filename().string());
     std::filesystem::rename(folder, trash, error);
-    if (!error)
-        FlushFolder(data_.Databases());
-    TellFailedWrite(ports_.faults, "The folder of the NoteBook could not be deleted", folder, ResultOf(error));
+    const FileResult result = error ? ResultOf(error) : FlushFolder(data_.Databases());
+    TellFailedWrite(ports_.faults, "The folder of the NoteBook could not be deleted", folder, result);
     ClearTrash();
 }
 

@@ -210,6 +210,16 @@ TEST_F(CopyNotesTest, ListThatCannotBeWrittenStopsTheCopy) {
     EXPECT_FALSE(faults.faults.empty());
 }
 
+TEST_F(CopyNotesTest, FileThatCannotBeWrittenStopsTheCopy) {
+    std::filesystem::remove_all(PathsOf(target).Attachments());
+    PutBytes(PathsOf(target).Attachments(), "no folder");
+    const std::string sources = BytesOf(PathsOf(target).Sources());
+    EXPECT_EQ(Copy({2, 1}, target).copied, -1);
+    EXPECT_EQ(NotesIn(target).size(), 1u);
+    EXPECT_EQ(BytesOf(PathsOf(target).Sources()), sources);
+    EXPECT_EQ(faults.faults.size(), 1u);
+}
+
 TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteComesWithoutIt) {
     std::filesystem::remove(PathsOf(main).Attachments() / "0000003.PNG");
     EXPECT_EQ(Copy({1}, target).copied, 1);

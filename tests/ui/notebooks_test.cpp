@@ -139,6 +139,7 @@ void NoteBooksTest::InDialog(const std::function<void(ManageNoteBooksDialog&)>& 
         auto* const dialog = qobject_cast<ManageNoteBooksDialog*>(QApplication::activeModalWidget());
         QVERIFY(dialog);
         QVERIFY(QTest::qWaitForWindowActive(dialog));
+        QTRY_COMPARE(QApplication::focusWidget(), dialog->findChild<QListWidget*>("noteBooks"));
         ran = true;
         steps(*dialog);
         dialog->close();
@@ -297,7 +298,7 @@ void NoteBooksTest::closing_asks_for_the_auto_backup() {
 
 void NoteBooksTest::dropped_archives_are_asked_to_be_imported() {
     QSignalSpy spy(window_.get(), &MainWindow::ImportRequested);
-    for (const QString& name : {"/tmp/notes.LBE", "/tmp/notes.txt"}) {
+    for (const QString name : {"/tmp/notes.LBE", "/tmp/notes.txt"}) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(name)});
         QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
