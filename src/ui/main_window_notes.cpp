@@ -15,7 +15,7 @@ void MainWindow::ConnectNotes() {
     connect(board_, &BoardView::EditRequested, notes_, &NoteActions::EditNote);
     connect(board_, &BoardView::DeleteRequested, notes_, &NoteActions::DeleteNote);
     connect(this, &MainWindow::CaptureRequested, notes_,
-            [this] { notes_->CaptureNote(*QApplication::clipboard()->mimeData()); });
+            [this] { notes_->CaptureNote(QApplication::clipboard()->mimeData()); });
     board_->SetNoteCommands({BoardCommand::EditNote, BoardCommand::RemoveFromList, BoardCommand::DeleteNote});
 }
 

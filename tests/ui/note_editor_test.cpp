@@ -60,6 +60,8 @@ private:
     std::optional<CNote> OnDisk(int32_t id);
     static void Type(NoteEditorWindow& editor, const QString& text) { QTest::keyClicks(editor.Text()->Edit(), text); }
     static void Save(NoteEditorWindow& editor) {
+        editor.activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == &editor);
         QTest::keyClick(editor.Text()->Edit(), Qt::Key_Return, Qt::ControlModifier);
     }
     static void Choose(QComboBox* box, const QString& text);
@@ -137,11 +139,13 @@ void NoteEditorTest::InEditor(const std::function<void()>& command,
                               const std::function<void(NoteEditorWindow&)>& steps) {
     finished_ = false;
     window_->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
     QTimer::singleShot(0, window_.get(), [&] {
         auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget());
         QVERIFY(editor);
         const QPointer<NoteEditorWindow> open(editor);
-        QVERIFY(QTest::qWaitForWindowActive(editor));
+        editor->activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == editor);
         steps(*editor);
         finished_ = true;
         if (open && open->isVisible())
@@ -198,7 +202,7 @@ void NoteEditorTest::a_note_is_written_and_stands_on_the_board() {
     InEditor([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
              [](NoteEditorWindow& editor) {
                  QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
-                 QVERIFY(editor.Text()->Edit()->hasFocus());
+                 QVERIFY2(editor.Text()->Edit()->hasFocus(), QApplication::focusWidget()->metaObject()->className());
                  Type(editor, "A lamp of my own");
                  Save(editor);
              });
@@ -244,9 +248,9 @@ void NoteEditorTest::everything_at_the_side_is_saved() {
         categories.ShowSet(1);
         QCOMPARE(categories.BoxCount(), 3);
 
-        QTest::keyClicks(editor.KeyWords()->Field(), "bells");
+        QTest::keyClicks(editor.KeyWords()->Field(), "tolling");
         Next<SelectTagsDlg>([](SelectTagsDlg& dialog) {
-            QVERIFY(dialog.List()->findItems("bells - (1)", Qt::MatchExactly).first()->checkState(0) == Qt::Checked);
+            QVERIFY(dialog.List()->findItems("tolling - (1)", Qt::MatchExactly).first()->checkState(0) == Qt::Checked);
             dialog.List()
                 ->findItems("brandy", Qt::MatchStartsWith)
                 .value(0, dialog.List()->topLevelItem(0))
@@ -254,16 +258,16 @@ void NoteEditorTest::everything_at_the_side_is_saved() {
             dialog.accept();
         });
         editor.KeyWords()->SelectKeyWords();
-        QVERIFY(editor.KeyWords()->Field()->text().startsWith("bells, "));
+        QVERIFY(editor.KeyWords()->Field()->text().startsWith("tolling, "));
         editor.Color()->SetColor(MakeRgb(10, 120, 200));
         Save(editor);
     });
     const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
     QCOMPARE(note.sources.Count(), size_t{1});
     QCOMPARE(note.sourceInfo.at(0).text, std::string("p. 12"));
-    QCOMPARE(note.categories[0].GetPathText(), std::string("L1: Engineering\nL2: Fog bells\n"));
+    QCOMPARE(note.categories[0].children.at(0).GetPathText(), std::string("L1: Engineering\nL2: Fog bells\n"));
     QVERIFY(app_->NoteBook().categories.FindByID(note.categories[0].children.at(0).id));
-    QVERIFY(note.keyWords.starts_with("bells, "));
+    QVERIFY(note.keyWords.starts_with("tolling, "));
     QCOMPARE(note.borderColor, MakeRgb(10, 120, 200));
     QVERIFY(faults_.faults.empty());
 }
@@ -361,6 +365,8 @@ void NoteEditorTest::dropped_files_become_attachments() {
         QMimeData dropped;
         dropped.setUrls(
             {QUrl::fromLocalFile(a), QUrl::fromLocalFile(b), QUrl::fromLocalFile(a), QUrl("https://example.org/x")});
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(editor.Attachments(), &enter);
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(editor.Attachments(), &drop);
         const QTreeWidget& list = *editor.Attachments()->List();
@@ -508,6 +514,7 @@ void NoteEditorTest::looks_good() {
     theme_->SetAppearance(static_cast<Appearance>(appearance));
     const QString name = QString::fromLatin1(QTest::currentDataTag());
     const auto shot = [&](NoteEditorWindow& editor) {
+        editor.resize(1280, 860);
         QTest::qWait(50);
         TakeShot(editor, name);
         editor.findChild<QTabWidget*>()->setCurrentIndex(1);

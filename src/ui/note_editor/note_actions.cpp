@@ -69,9 +69,11 @@ void NoteActions::OfferUnsavedNotes() {
         RunEditor(commands_.ContinueNote(unsaved), unsaved.draft.note.rtfText);
 }
 
-void NoteActions::CaptureNote(const QMimeData& clipboard) {
-    const std::string rtf =
-        commands_.CapturedText({RtfOf(clipboard), FromQString(clipboard.html()), clipboard.text().toStdString()});
+void NoteActions::CaptureNote(const QMimeData* clipboard) {
+    std::string rtf;
+    if (clipboard)
+        rtf = commands_.CapturedText(
+            {RtfOf(*clipboard), FromQString(clipboard->html()), clipboard->text().toStdString()});
     if (rtf.empty()) {
         app_.Ports().prompts.Message("The clipboard holds no text for a note.", "Nothing To Capture",
                                      PromptIcon::Information);

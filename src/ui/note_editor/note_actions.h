@@ -29,8 +29,8 @@ public:
     bool CanUndoDeletion() const { return commands_.CanUndoDeletion(); }
     /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with.
     void OfferUnsavedNotes();
-    /// A new note with what a clipboard holds, in an editor.
-    void CaptureNote(const QMimeData& clipboard);
+    /// A new note with what a clipboard holds, in an editor. Null is an empty clipboard.
+    void CaptureNote(const QMimeData* clipboard);
     WritingCommands& Commands() { return commands_; }
 
 signals:

@@ -48,9 +48,10 @@ void NoteEditorWindow::MakeLayout() {
     MakeHeader(*layout);
     split_ = new QSplitter(this);
     split_->setChildrenCollapsible(false);
-    split_->setHandleWidth(kSpace * 4);
+    split_->setHandleWidth(1);
     text_ = new NoteTextPane(commands_.TextLook(), theme_, split_);
     text_->Edit()->setAccessibleName(tr("Note Text"));
+    text_->setContentsMargins(0, 0, kSpace * 3, 0);
     text_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
     split_->addWidget(text_);
     split_->addWidget(MakeSide());
@@ -91,7 +92,7 @@ QWidget* NoteEditorWindow::MakeSide() {
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* const side = new QWidget(scroll);
     auto* const layout = new QVBoxLayout(side);
-    layout->setContentsMargins(0, 0, kSpace, 0);
+    layout->setContentsMargins(kSpace * 3, 0, kSpace, 0);
     layout->setSpacing(kSpace * 4);
     layout->addWidget(MakeTabs(side), 1);
     keyWords_ = new KeyWordPanel(
