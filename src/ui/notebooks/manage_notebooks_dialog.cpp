@@ -82,6 +82,7 @@ QWidget* ManageNoteBooksDialog::MakeDetails() {
     layout->setVerticalSpacing(kSpace * 2);
     name_ = new QLineEdit(box);
     name_->setObjectName("name");
+    name_->setMinimumWidth(name_->fontMetrics().averageCharWidth() * kListChars);
     name_->setAccessibleName(tr("Name of the chosen NoteBook"));
     changeName_ = new QPushButton(tr("C&hange Name"), box);
     delete_ = new QPushButton(tr("&Delete NoteBook"), box);
@@ -141,6 +142,7 @@ void ManageNoteBooksDialog::Refill() {
 void ManageNoteBooksDialog::ShowDetails() {
     const NoteBookDetails details = model_.Details();
     name_->setText(ToQString(details.name));
+    name_->setCursorPosition(0);
     notes_->setText(ToQString(details.notes));
     created_->setText(ToQString(details.created));
     for (QWidget* const control :
