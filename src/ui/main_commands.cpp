@@ -1,0 +1,48 @@
+#include <QMenu>
+
+#include "app/notebook_commands.h"
+#include "ui/main_menu.h"
+#include "ui/main_window.h"
+#include "ui/note_editor/note_actions.h"
+#include "ui/tool_bar.h"
+
+namespace lore {
+
+/// The commands of the menu bar. A command that doesn't exist yet has no line.
+std::vector<MenuCommand> MainWindow::Commands() {
+    using Menu = MainMenu;
+    const MenuCommand line = {Menu::File, {}};
+    const QKeySequence showAll(Qt::CTRL | Qt::SHIFT | Qt::Key_A), clear(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
+    return {
+        {Menu::File, tr("&Backup Current NoteBook..."), {}, [this] { BackupCurrentNoteBook(app_); }},
+        {Menu::File, tr("Backup &All NoteBooks..."), {}, [this] { BackupAllNoteBooks(app_); }},
+        {Menu::File, tr("&Run Auto-Backup..."), {}, [this] { RunAutoBackup(app_); }},
+        line,
+        {Menu::File, tr("E&xit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); }},
+
+        {Menu::Notes, tr("Add &Note..."), {QKeySequence::New}, [this] { notes_->AddNote(); }},
+        {Menu::Notes, {}, {}, {}, [this](QMenu& menu) { FillNoteMenu(menu); }},
+        {Menu::Notes, {}},
+        {Menu::Notes, tr("&Search..."), {QKeySequence::Find}, [this] { tools_->FocusSearch(); }},
+        {Menu::Notes,
+         {},
+         {},
+         {},
+         [this](QMenu& menu) { menu.addMenu(tools_->ScopeMenu())->setText(tr("Search &Options")); }},
+        {Menu::Notes, {}},
+        {Menu::Notes, tr("Show &All Notes"), {showAll}, [this] { ShowAllNotes(); }},
+        {Menu::Notes, tr("&Clear Current Notes"), {clear}, [this] { ClearCurrentNotes(); }},
+        {Menu::Notes, tr("Delete C&urrent Notes"), {}, [this] { notes_->DeleteCurrentNotes(); }},
+
+        {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
+
+        {Menu::Tools,
+         tr("&Manage NoteBooks..."),
+         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N)},
+         [this] { ManageNoteBooks(); }},
+
+        {Menu::Help, tr("&About Lorebinder..."), {}, [this] { ShowAbout(); }},
+    };
+}
+
+}  // namespace lore
