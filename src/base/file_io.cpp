@@ -48,6 +48,25 @@ FileResult WriteAndFlush(const std::filesystem::path& path, std::string_view byt
     return {};
 }
 
+/// A link is written through, so that the file which it names is the one that is replaced.
+std::filesystem::path TargetOf(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_symlink(path, error))
+        return path;
+    const std::filesystem::path target = std::filesystem::weakly_canonical(path, error);
+    return error ? path : target;
+}
+
+FileResult Replace(const std::filesystem::path& target, std::string_view bytes) {
+    const std::filesystem::path temporary = TemporaryName(target);
+    FileResult result = WriteAndFlush(temporary, bytes);
+    if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0)
+        result = LastError();
+    if (!result.Ok())
+        ::unlink(temporary.c_str());
+    return result;
+}
+
 }  // namespace
 
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
@@ -64,23 +83,13 @@ FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
 FileResult WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
     if (HoldsBytes(path, bytes))
         return {};
-    // A link is written through, so that the file which it names is the one that is replaced.
-    std::error_code ignored;
-    std::filesystem::path target = path;
-    if (std::filesystem::is_symlink(path, ignored)) {
-        target = std::filesystem::weakly_canonical(path, ignored);
-        if (ignored)
-            target = path;
-    }
-    const std::filesystem::path temporary = TemporaryName(target);
-    FileResult result = WriteAndFlush(temporary, bytes);
-    if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0)
-        result = LastError();
-    if (!result.Ok()) {
-        ::unlink(temporary.c_str());
-        return result;
-    }
-    return FlushFolder(target.parent_path());
+    const std::filesystem::path target = TargetOf(path);
+    const FileResult result = Replace(target, bytes);
+    return result.Ok() ? FlushFolder(target.parent_path()) : result;
+}
+
+FileResult ReplaceFile(const std::filesystem::path& path, std::string_view bytes) {
+    return HoldsBytes(path, bytes) ? FileResult{} : Replace(TargetOf(path), bytes);
 }
 
 FileResult RemoveFile(const std::filesystem::path& path) {

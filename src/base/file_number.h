@@ -31,6 +31,8 @@ FileResult LastError();
 bool WriteAll(int number, std::string_view bytes);
 /// A name in the same folder that no reader of the folder picks up, since it doesn't end in the old ending.
 std::filesystem::path TemporaryName(const std::filesystem::path& path);
+/// WriteFileAtomically without the flush of the folder, for whoever writes many files and calls FlushFolder once.
+FileResult ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 /// What was renamed, made or removed in the folder stands on the disk.
 FileResult FlushFolder(const std::filesystem::path& folder);
 

@@ -171,6 +171,7 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
     while (reader.Next()) {
         CNote& head = reader.Head();
         notes.briefs.push_back(MakeNoteBrief(head, IsAtHome(head, files_[file])));
+        notes.briefs.back().isWhole = reader.IsNoteWhole();
         if (options_.texts) {
             const NotePlace place{static_cast<uint32_t>(file), static_cast<uint32_t>(reader.NoteNumber())};
             options_.texts->Take(place, head.id, reader.RtfText());
@@ -216,7 +217,7 @@ void Loader::ChooseCopies() {
     for (size_t file = 0; file < notes_.size(); ++file) {
         for (size_t note = 0; note < notes_[file].briefs.size(); ++note) {
             const NoteBrief& brief = notes_[file].briefs[note];
-            copies.push_back({brief.id, brief.isHome});
+            copies.push_back({brief.id, brief.isHome, brief.isWhole});
             all.push_back({brief.id, {static_cast<uint32_t>(file), static_cast<uint32_t>(note)}});
         }
     }

@@ -21,6 +21,7 @@ struct CategoryPlace {
 struct NoteBrief {
     int32_t id = -1;
     bool isHome = false;  ///< it stands in the file that its first source or its creation day names
+    bool isWhole = true;  ///< its file doesn't break off within it
     Rgb color = 0;
     LongList sources;
     std::string keyWords;

@@ -4,12 +4,20 @@
 
 namespace lore {
 
+namespace {
+
+int Rank(const NoteCopy& copy) {
+    return (copy.isWhole ? 2 : 0) + (copy.isHome ? 1 : 0);
+}
+
+}  // namespace
+
 std::vector<bool> ShownCopies(const std::vector<NoteCopy>& copies) {
     std::unordered_map<int32_t, size_t> chosen;
     chosen.reserve(copies.size());
     for (size_t i = 0; i < copies.size(); ++i) {
         const auto [entry, isFirst] = chosen.try_emplace(copies[i].id, i);
-        if (!isFirst && copies[i].isHome && !copies[entry->second].isHome)
+        if (!isFirst && Rank(copies[i]) > Rank(copies[entry->second]))
             entry->second = i;
     }
     std::vector<bool> shown(copies.size(), false);

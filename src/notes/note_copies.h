@@ -10,10 +10,12 @@ namespace lore {
 struct NoteCopy {
     int32_t id = 0;
     bool isHome = false;  ///< it stands in the file that its first source or its creation day names
+    bool isWhole = true;  ///< its file doesn't break off within it
 };
 
-/// A crash while a note moves can leave it in two files. True for the copy of each note that shows: the first one that
-/// is at home, otherwise the first one met.
+/// A crash while a note moves can leave it in two files. True for the copy of each note that shows: the first whole one
+/// that is at home; without one a whole one before a broken one, then one that is at home before any other, then the
+/// first one met.
 std::vector<bool> ShownCopies(const std::vector<NoteCopy>& copies);
 
 }  // namespace lore

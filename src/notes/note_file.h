@@ -36,6 +36,9 @@ public:
     /// The position of the current note among the notes of the file, from 0.
     size_t NoteNumber() const { return taken_ - 1; }
 
+    /// False if the file broke off within the current note.
+    bool IsNoteWhole() const { return !stream_->RanOut(); }
+
     double Version() const { return version_; }
     int32_t Count() const { return count_; }
     /// Once Next has given false: true if the file broke off before its end, or holds something behind its notes.

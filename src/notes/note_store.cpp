@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/file_copy.h"
+#include "base/file_number.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
 #include "notes/note_record.h"
@@ -50,6 +51,7 @@ LongList NoteStore::SaveNotes(std::vector<CNote> notes) {
     IDsByFile leaving;
     for (auto& [path, incoming] : byFile)
         PutIntoFile(path, std::move(incoming), leaving, failed);
+    Flush();
     for (const auto& [path, ids] : leaving) {
         std::vector<CNote> left;
         if (TakeFromFile(path, ids, left))
@@ -57,7 +59,16 @@ LongList NoteStore::SaveNotes(std::vector<CNote> notes) {
         for (const int32_t id : ids)
             book_.index.AddHiddenCopy(path, id);
     }
+    if (!leaving.empty())
+        Flush();
     return failed;
+}
+
+/// What was written stands on the disk, its names too: between the new places of notes and the old ones, and at the
+/// end.
+void NoteStore::Flush() {
+    const FileResult result = FlushFolder(book_.paths.Notes());
+    TellFailedWrite(faults_, "The folder of the notes could not be flushed to the disk", book_.paths.Notes(), result);
 }
 
 void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming, IDsByFile& leaving,
@@ -105,6 +116,7 @@ std::vector<CNote> NoteStore::DeleteNotes(const LongList& ids) {
         std::move(taken.begin(), taken.end(), std::back_inserter(deleted));
     }
     TakeHiddenCopies(deleted);
+    Flush();
     return deleted;
 }
 
@@ -179,6 +191,7 @@ NoteStore::Mending NoteStore::MendFile(const std::string& path, const std::funct
     mending.copies -= mending.notes;
     if ((!mending.wasDamaged && mending.copies == 0) || !keep() || !Write(path, notes))
         return {};
+    Flush();
     return mending;
 }
 
@@ -202,7 +215,7 @@ bool NoteStore::IsHiddenCopy(const std::string& path, const CNote& note) {
 }
 
 bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes) {
-    const FileResult result = SaveNoteFile(path, notes);
+    const FileResult result = ReplaceFile(path, NoteFileBytes(notes));
     TellFailedWrite(faults_, kNoteFileUnwritten, path, result);
     if (result.Ok() && texts_)
         texts_->UpdateFile(path, notes);

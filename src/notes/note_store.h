@@ -60,6 +60,7 @@ private:
     void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);
     bool IsHiddenCopy(const std::string& path, const CNote& note);
     bool Write(const std::string& path, const std::vector<CNote>& notes);
+    void Flush();
 
     OpenNoteBook& book_;
     const ReadContext& context_;

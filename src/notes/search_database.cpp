@@ -37,7 +37,7 @@ public:
             const CNote& head = reader_.Head();
             if (Matches(reader_.RtfText()))
                 found.finds.push_back({found.copies.size(), Result(head.id, reader_.RtfText())});
-            found.copies.push_back({head.id, GetNoteFileName(head) == name});
+            found.copies.push_back({head.id, GetNoteFileName(head) == name, reader_.IsNoteWhole()});
         }
     }
 

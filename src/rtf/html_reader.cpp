@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <libxml/HTMLparser.h>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -112,6 +113,7 @@ private:
     int lists_ = 0;
     bool has_text_ = false;       // in the paragraph that is open
     bool pending_blank_ = false;  // white space that counts if more text follows
+    CharFormat blank_format_;     // the look of that white space
     bool pending_break_ = false;  // the same of a line break
 };
 
@@ -271,6 +273,8 @@ void HtmlReader::AddBlock(std::string_view text) {
     // Text that stands in a row beside its cells gets a cell.
     if (!tables_.empty() && tables_.back().in_row && !tables_.back().in_cell)
         tables_.back().in_cell = true;
+    if (std::exchange(pending_break_, false))
+        builder_.AddText("\n", Inner().chars);
     builder_.AddText(text, Inner().chars);
     has_text_ = true;
 }
@@ -294,14 +298,16 @@ void HtmlReader::AddFlowing(std::string_view text) {
     std::string flowing;
     for (const char c : text) {
         if (IsBlank(c)) {
+            if (!flowing.empty())
+                AddBlock(std::exchange(flowing, {}));
+            if (!pending_blank_)
+                blank_format_ = Inner().chars;
             pending_blank_ = true;
             continue;
         }
-        if (pending_break_)
-            flowing += '\n';
-        else if (pending_blank_ && (has_text_ || !flowing.empty()))
-            flowing += ' ';
-        pending_break_ = pending_blank_ = false;
+        if (pending_blank_ && has_text_ && !pending_break_)
+            builder_.AddText(" ", blank_format_);
+        pending_blank_ = false;
         flowing += c;
     }
     if (!flowing.empty())
@@ -315,7 +321,7 @@ void HtmlReader::AddBreak() {
         return;
     }
     if (pending_break_)
-        AddBlock("\n");
+        builder_.AddText("\n", Inner().chars);
     pending_break_ = true;
 }
 
@@ -411,7 +417,8 @@ Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
     const std::unique_ptr<htmlParserCtxt, FreeContext> context(htmlCreatePushParserCtxt(
         &handler, &reader, nullptr, 0, nullptr, asTheySay ? XML_CHAR_ENCODING_NONE : XML_CHAR_ENCODING_UTF8));
     if (context) {
-        htmlCtxtUseOptions(context.get(), HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET);
+        htmlCtxtUseOptions(context.get(), HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET |
+                                              (asTheySay ? 0 : HTML_PARSE_IGNORE_ENC));
         constexpr size_t kPiece = size_t{1} << 20;
         for (size_t at = 0; at < text.size(); at += kPiece)
             htmlParseChunk(context.get(), text.data() + at, static_cast<int>(std::min(kPiece, text.size() - at)), 0);

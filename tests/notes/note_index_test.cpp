@@ -72,5 +72,10 @@ TEST(NoteCopies, TheFirstAtHomeShowsElseTheFirstMet) {
     EXPECT_TRUE(ShownCopies({}).empty());
 }
 
+TEST(NoteCopies, AWholeOneShowsBeforeABrokenOneWhereverItStands) {
+    EXPECT_THAT(ShownCopies({{1, false, true}, {1, true, false}, {2, true, false}, {2, false, false}}),
+                ElementsAre(true, false, true, false));
+}
+
 }  // namespace
 }  // namespace lore

@@ -1,0 +1,133 @@
+#include <gmock/gmock.h>
+#include <string>
+
+#include "rtf/html_reader.h"
+#include "rtf/html_style.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+namespace {
+
+using ::testing::ElementsAre;
+
+const HtmlLook kLook{"Times New Roman", 27};
+
+/// The text with a mark around each run that looks unlike the surroundings: "*bold* /italic/ _underline_".
+std::string Marked(const std::string& html) {
+    const Document document = ReadHtml(html, kLook);
+    std::string marked;
+    for (size_t paragraph = 0; paragraph < document.paragraphs.size(); ++paragraph) {
+        for (const TextRun& run : RunsOf(document, paragraph)) {
+            const std::pair<bool, char> marks[] = {
+                {run.format.bold, '*'},      {run.format.italic, '/'},
+                {run.format.underline, '_'}, {run.format.strike, '-'},
+                {run.format.link >= 0, '@'}, {run.format.position == ScriptPosition::kSuperscript, '^'}};
+            std::string text(TextOf(document, run));
+            for (const auto& [on, mark] : marks) {
+                if (on)
+                    text = mark + text + mark;
+            }
+            marked += text;
+        }
+        marked += '|';
+    }
+    return marked;
+}
+
+TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"plain", "plain|"},
+        {"<p>one</p>\n\n<p>  two \n words </p>", "one|two words|"},
+        {"<div>a<div>b</div>c</div>", "a|b|c|"},
+        {"a<br>b<br/>", "a\nb|"},
+        {"<p>a<br><br>b", "a\n\nb|"},
+        {"<pre>a  b\n  c</pre>", "a  b\n  c|"},
+        {"a <b> b</b> c", "a *b* c|"},
+        {"<p>a</p><script>x()</script><style>y</style><!-- z --><p>b</p>", "a|b|"},
+        {"<title>no</title><body>yes", "yes|"},
+        {"&lt;&eacute;&#x4e2d;&nbsp;&gt;", "<\u00e9\u4e2d\u00a0>|"},
+        {"<p>unclosed <b>bold<p>next", "unclosed *bold*|next|"},
+        {"<img src=\"http://far.example/x.png\" alt=\"A tower\">", "A tower|"},
+        {"<p style=\"display:none\">hidden</p>seen", "seen|"},
+        {"", "|"}};
+    for (const auto& [html, marked] : cases)
+        EXPECT_EQ(Marked(html), marked) << html;
+}
+
+TEST(Html, LooksComeFromTagsAndInlineStyles) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"<b>b</b><strong>s</strong> <i>i</i> <em>e</em>", "*bs* /i/ /e/|"},
+        {"<u>u</u><s>s</s><sup>2</sup>", "_u_-s-^2^|"},
+        {"<span style=\"font-weight: 700; font-style:italic\">x</span>", "/*x*/|"},
+        {"<b>a<span style=\"font-weight:normal\">b</span></b>", "*a*b|"},
+        {"<span style=\"text-decoration: underline line-through\">x</span>", "-_x_-|"},
+        {"<a href=\"https://a.example/\">here</a> <a name=\"x\">there</a>", "@here@ there|"},
+        {"<h2>Head</h2>text", "*Head*|text|"}};
+    for (const auto& [html, marked] : cases)
+        EXPECT_EQ(Marked(html), marked) << html;
+}
+
+TEST(Html, ColorsSizesAndFontsAreRead) {
+    const Document document = ReadHtml(
+        "<p style='text-align:center'><span style=\"color:#c00; background-color: rgb(1, 2, 3); font-size:10pt; "
+        "font-family: 'DejaVu Serif', serif\">x</span></p>",
+        kLook);
+    const TextRun& run = RunsOf(document, 0).front();
+    EXPECT_EQ(run.format.color, (TextColor{204, 0, 0}));
+    EXPECT_EQ(run.format.background, (TextColor{1, 2, 3}));
+    EXPECT_EQ(run.format.half_points, 20);
+    EXPECT_EQ(document.fonts[static_cast<size_t>(run.format.font)].name, "DejaVu Serif");
+    EXPECT_EQ(document.paragraphs[0].format.align, ParagraphAlign::kCenter);
+    EXPECT_EQ(ReadHtmlColor("nonsense"), std::nullopt);
+    EXPECT_EQ(ReadInlineStyle("font-size:150%", 20).half_points, 30);
+    EXPECT_EQ(ReadInlineStyle(";;:;x", 20).half_points, std::nullopt);
+}
+
+TEST(Html, ListsKeepTheirLevelsAndMarks) {
+    const Document document =
+        ReadHtml("<ol start=3><li>a<ul><li>b</ul><li><p>c</p><p>d</p></ol><ol type=i><li>e</ol>f", kLook);
+    std::vector<std::string> shape;
+    for (const Paragraph& paragraph : document.paragraphs)
+        shape.push_back(document.text.substr(paragraph.begin, paragraph.end - paragraph.begin) +
+                        std::to_string(static_cast<int>(paragraph.format.list)) +
+                        std::to_string(paragraph.format.list_level));
+    EXPECT_THAT(shape, ElementsAre("a20", "b11", "c20", "d00", "e50", "f00"));
+    EXPECT_EQ(document.paragraphs[0].format.list_start, 3);
+    EXPECT_EQ(document.paragraphs[0].format.list_id, document.paragraphs[2].format.list_id);
+    EXPECT_NE(document.paragraphs[0].format.list_id, document.paragraphs[4].format.list_id);
+}
+
+TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
+    for (const char* html : {"<table><tr><td>1</td><th>2</th></tr><tr><td colspan=2>3</td></tr></table>after",
+                             "<table><tr><td>1<th>2<tr><td colspan=2>3</table>after"}) {
+        const Document document = ReadHtml(html, kLook);
+        EXPECT_EQ(document.text, "1\t2\t\n3\t\t\nafter") << html;
+        EXPECT_EQ(document.rows.size(), 2u);
+        EXPECT_EQ(PlainText(WriteRtf(document)), document.text) << html;
+    }
+    EXPECT_EQ(ReadHtml("<table><tr><td>a<table><tr><td>b</table>c</table>", kLook).rows.size(), 2u);
+    EXPECT_EQ(ReadHtml("</td></tr></table><td>x</td><tr>y</tr>", kLook).rows.size(), 0u);
+}
+
+TEST(Html, BytesAreReadAsTheyAre) {
+    for (const char* bytes :
+         {"caf\xc3\xa9", "caf\xe9", "<meta charset=iso-8859-1>caf\xe9", "<meta charset=iso-8859-1>caf\xc3\xa9"})
+        EXPECT_EQ(ReadHtml(bytes, kLook).text, "caf\u00e9") << bytes;
+    EXPECT_EQ(ReadHtml("<meta charset=koi8-r>\xd4\xc5\xd3\xd4", kLook).text, "\u0442\u0435\u0441\u0442");
+}
+
+TEST(Html, DeepAndLongPagesEndInTime) {
+    std::string deep, tables, cells = "<table><tr>";
+    for (int i = 0; i < 200'000; ++i)
+        deep += "<div>";
+    for (int i = 0; i < 2'000; ++i)
+        tables += "<table><tr><td>";
+    for (int i = 0; i < 100'000; ++i)
+        cells += "<td>x";
+    EXPECT_EQ(ReadHtml(deep + "x", kLook).text, "x");
+    for (const std::string& html : {tables + "x", cells})
+        EXPECT_EQ(PlainText(WriteRtf(ReadHtml(html, kLook))), ReadHtml(html, kLook).text);
+}
+
+}  // namespace
+}  // namespace lore
