@@ -470,7 +470,7 @@ void NoteEditorTest::deleting_asks_and_can_be_undone() {
 void NoteEditorTest::place_and_split_are_kept() {
     QRect place;
     AddNote([&](NoteEditorWindow& editor) {
-        editor.setGeometry(40, 30, 1010, 720);
+        editor.setGeometry(QRect(QPoint(20, 15), editor.minimumSizeHint() + QSize(20, 10)));
         QCoreApplication::processEvents();
         place = editor.geometry();
         editor.CancelNote();

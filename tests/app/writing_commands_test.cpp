@@ -1,0 +1,153 @@
+#include "app/writing_commands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "notes/note_builder.h"
+#include "support/memory_store.h"
+#include "support/scripted_ports.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// The main NoteBook with three notes, all of them in the list.
+class WritingCommandsTest : public testing::Test {
+protected:
+    WritingCommandsTest() {
+        for (const int32_t id : {1, 2, 3}) {
+            CNote note = DayNote(id, id);
+            note.plainText = "Note " + std::to_string(id);
+            note.rtfText = "{\\rtf1\\ansi " + note.plainText + "}";
+            note.keyWords = "key " + std::to_string(id);
+            folder.Put("DAY010" + std::to_string(id) + "2020.dat", {note});
+        }
+        app.LoadOptions();
+        app.SelectStartNoteBook();
+        app.FinishStartup();
+        app.Gather(LongList{1, 2, 3});
+    }
+    std::vector<int32_t> Listed() const { return app.List().GetNoteIDs().Values(); }
+    int32_t Write(EditNoteSession session, const std::string& words) {
+        FixedNoteText text("{\\rtf1\\ansi " + words + "}");
+        EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        commands.NoteSaved(session.note);
+        return session.note.id;
+    }
+
+    NoteBookFolder folder;
+    MemoryStore store;
+    ScriptedPrompts prompts;
+    ScriptedProgress progress;
+    FixedClock clock;
+    NumberedGuids guids;
+    NotedFaults faults;
+    CLorebinderApp app{folder.folder.Path(), {prompts, progress, clock, guids, store, faults}};
+    WritingCommands commands{app};
+};
+
+TEST_F(WritingCommandsTest, ANewNoteIsFilledFromTheOneSavedLastWhileTheListHoldsIt) {
+    EXPECT_EQ(commands.NewNote().note.keyWords, "key 3") << "none was saved yet: the last of the list";
+    Write(*commands.EditNote(1), "changed");
+    EXPECT_EQ(commands.NewNote().note.keyWords, "key 1");
+    app.TakeOut(LongList{1});
+    EXPECT_EQ(commands.NewNote().note.keyWords, "key 3");
+    app.Gather(LongList{1});
+    EXPECT_EQ(commands.NewNote().note.keyWords, "key 1") << "it stands at the end now";
+    app.ClearList();
+    EXPECT_EQ(commands.NewNote().note.keyWords, "");
+    EXPECT_FALSE(commands.EditNote(99).has_value());
+}
+
+TEST_F(WritingCommandsTest, ASavedNoteEntersTheListByTheActiveOrder) {
+    struct Case {
+        int32_t order;
+        std::vector<int32_t> expected;
+    };
+    for (const Case& c : {Case{805, {1, 2, 3, -1}}, Case{705, {-1, 1, 2, 3}}, Case{801, {-1, 3, 2, 1}}}) {
+        app.ClearList();
+        app.SetSortOrder(805);
+        app.Gather(LongList{1, 2, 3});
+        app.SetSortOrder(c.order);
+        const int32_t id = Write(commands.NewNote(), "new");
+        std::vector<int32_t> expected = c.expected;
+        std::replace(expected.begin(), expected.end(), -1, id);
+        EXPECT_EQ(Listed(), expected) << c.order;
+        EXPECT_TRUE(app.List().Find(id)->newlyAdded);
+    }
+}
+
+TEST_F(WritingCommandsTest, AChangedNoteKeepsItsPlace) {
+    const int32_t lastID = app.GetSettings().Int(Option::MaxNoteID);
+    Write(*commands.EditNote(2), "changed");
+    EXPECT_THAT(Listed(), ElementsAre(1, 2, 3));
+    EXPECT_EQ(app.List().Find(2)->plainText, "changed");
+    EXPECT_EQ(app.GetSettings().Int(Option::MaxNoteID), lastID) << "no id was given out";
+}
+
+TEST_F(WritingCommandsTest, DeletingTheListAsksTwiceAndComesBackWithUndo) {
+    EXPECT_FALSE(commands.DeleteCurrentNotes());
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::No};
+    EXPECT_FALSE(commands.DeleteCurrentNotes());
+    app.TakeOut(LongList{2, 3});
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+    EXPECT_TRUE(commands.DeleteCurrentNotes());
+    EXPECT_THAT(
+        prompts.seen,
+        ElementsAre("Delete Current Notes?? Do you wish to permanently delete all 3 current notes?",
+                    "Delete Current Notes?? Do you wish to permanently delete all 3 current notes?",
+                    "Delete Notes?? Are you sure you wish to delete these notes?\nThis will permanently remove them "
+                    "from your Lorebinder database!",
+                    "Delete Current Notes?? Do you wish to permanently delete the current note?",
+                    "Delete Notes?? Are you sure you wish to delete the note?\nThis will permanently remove it from "
+                    "your Lorebinder database!"));
+    EXPECT_EQ(progress.messages.back(), "Deleting current notes....");
+    EXPECT_THAT(Listed(), IsEmpty());
+    EXPECT_EQ(app.NotesPane(), "Notes:    2");
+    commands.UndoDeletion();
+    EXPECT_THAT(Listed(), ElementsAre(1));
+    EXPECT_EQ(app.NotesPane(), "Notes:    3");
+    EXPECT_FALSE(commands.CanUndoDeletion());
+    EXPECT_FALSE(commands.DeleteNote(99));
+}
+
+TEST_F(WritingCommandsTest, TheRichestFormOfAClipboardIsTaken) {
+    const std::string rtf = "{\\rtf1 rich}", html = "<p>a <i>page</i></p>", plain = "plain";
+    EXPECT_EQ(commands.CapturedText({rtf, html, plain}), rtf);
+    EXPECT_THAT(commands.CapturedText({"no rich text", html, plain}), HasSubstr("\\i"));
+    EXPECT_THAT(commands.CapturedText({"", " ", plain}), HasSubstr("plain"));
+    EXPECT_EQ(commands.CapturedText({"{\\rtf1 }", "", " \n"}), "");
+    EXPECT_EQ(commands.TextLook().half_points, 27);
+}
+
+TEST_F(WritingCommandsTest, DraftsAreOfferedWithWhatHasBecomeOfTheirNotes) {
+    const auto put = [this](int32_t id, const DateTime& base) {
+        Draft draft;
+        draft.note = DayNote(id, 1);
+        draft.note.plainText = "Unsaved words that go on and on, well beyond what a question has room for\r\nrest";
+        draft.baseEdited = base;
+        EXPECT_TRUE(commands.Drafts().WriteDraft(draft).Ok());
+    };
+    put(1, DayNote(1, 1).dateEdited);
+    put(2, DateTime(2001, 1, 1));
+    put(77, DayNote(1, 1).dateEdited);
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Cancel, PromptAnswer::No};
+    const std::vector<UnsavedNote> wanted = commands.AskForUnsavedNotes();
+    ASSERT_EQ(wanted.size(), 1u);
+    EXPECT_EQ(wanted[0].stored->id, 1);
+    ASSERT_EQ(prompts.seen.size(), 3u);
+    EXPECT_THAT(prompts.seen[0], HasSubstr("\"Unsaved words that go on and on, well beyond what a question..."));
+    EXPECT_THAT(prompts.seen[1], HasSubstr("saved in another form since"));
+    EXPECT_THAT(prompts.seen[2], HasSubstr("has been deleted since"));
+    EXPECT_EQ(commands.Drafts().ListDrafts().size(), 2u) << "the discarded one has gone, the others stay until a save";
+    FixedNoteText text("{\\rtf1 saved}");
+    EditNoteSession session = commands.ContinueNote(wanted[0]);
+    EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+    EXPECT_EQ(session.note.id, 1);
+}
+
+}  // namespace
+}  // namespace lore
