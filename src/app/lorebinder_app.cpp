@@ -76,6 +76,7 @@ void CLorebinderApp::FinishStartup() {
     settings_.Save(ports_.store, Option::ProgVersion);
     Flush();
     LoadNoteBook();
+    ShowNotes(LoadLastViewList(book_.paths, ports_.faults));
 }
 
 void CLorebinderApp::StoreCounters(const IdCounters& counters) {
@@ -102,14 +103,17 @@ void CLorebinderApp::LoadNoteBook() {
         paths.push_back(book_.paths.NoteFile(file).string());
     texts_->Attach(paths);
     StoreCounters(counters);
-    LoadLastList();
 }
 
-void CLorebinderApp::LoadLastList() {
+void CLorebinderApp::ShowNotes(const LongList& ids) {
     list_ = CNoteList();
-    const LongList ids = LoadLastViewList(book_.paths, ports_.faults);
     LoadNotesToList(book_, ids, kNoSort, Context(), ports_.faults, list_);
     list_.ClearSelection();
+}
+
+void CLorebinderApp::ReloadNotes(const LongList& listed) {
+    LoadNoteBook();
+    ShowNotes(listed);
 }
 
 IdCounters CLorebinderApp::Counters() const {
@@ -133,6 +137,7 @@ void CLorebinderApp::SwitchNoteBook(const CDatabase& noteBook) {
     list_ = CNoteList();
     UseNoteBook(noteBook);
     LoadNoteBook();
+    ShowNotes(LoadLastViewList(book_.paths, ports_.faults));
     SaveOptions();
 }
 

@@ -56,6 +56,10 @@ public:
 
     /// Leaves the open NoteBook, whose list is kept for the next time, and opens another one.
     void SwitchNoteBook(const CDatabase& noteBook);
+    /// Loads the open NoteBook anew, with these notes as the current list.
+    void ReloadNotes(const LongList& listed);
+    /// Makes the current list of these notes, in their order.
+    void ShowNotes(const LongList& ids);
     /// The NoteBooks to choose from: the main one, then the others by name ignoring case.
     std::vector<CDatabase> NoteBookChoices() const;
     /// All NoteBooks but the main one, in list order.
@@ -116,7 +120,6 @@ public:
 private:
     void UseNoteBook(const CDatabase& noteBook);
     void LoadNoteBook();
-    void LoadLastList();
     void Flush();
 
     AppPorts ports_;

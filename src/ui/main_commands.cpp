@@ -1,5 +1,6 @@
 #include <QMenu>
 
+#include "app/exchange_commands.h"
 #include "app/notebook_commands.h"
 #include "ui/main_menu.h"
 #include "ui/main_window.h"
@@ -14,6 +15,8 @@ std::vector<MenuCommand> MainWindow::Commands() {
     const MenuCommand line = {Menu::File, {}};
     const QKeySequence showAll(Qt::CTRL | Qt::SHIFT | Qt::Key_A), clear(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     return {
+        {Menu::File, tr("&Export Current Notes..."), {}, [this] { ExportCurrentNotes(app_); }},
+        {Menu::File, tr("&Import Notes..."), {QKeySequence::Open}, [this] { ImportNotes(); }},
         {Menu::File, tr("&Backup Current NoteBook..."), {}, [this] { BackupCurrentNoteBook(app_); }},
         {Menu::File, tr("Backup &All NoteBooks..."), {}, [this] { BackupAllNoteBooks(app_); }},
         {Menu::File, tr("&Run Auto-Backup..."), {}, [this] { RunAutoBackup(app_); }},

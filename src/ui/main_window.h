@@ -77,6 +77,8 @@ private:
     void ClearCurrentNotes();
     void SwitchNoteBook(int index);
     void ManageNoteBooks();
+    void ImportNotes();
+    void ImportFile(const QString& path);
     /// The NoteBooks in the tool bar and in the board's menu, as the list is now.
     void ShowNoteBookChoices();
     void CopyNote(int32_t noteId, int noteBook);

@@ -2,7 +2,9 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "app/exchange_commands.h"
 #include "app/notebook_commands.h"
+#include "ui/import/import_window.h"
 #include "ui/main_window.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
 #include "ui/qt_text.h"
@@ -27,6 +29,18 @@ void MainWindow::ManageNoteBooks() {
         return ShowNoteBook();
     ShowNoteBookChoices();
     RefreshPanes();
+}
+
+void MainWindow::ImportNotes() {
+    WindowChooser chooser(theme_, app_.Ports().prompts, app_.Store(), this);
+    if (ImportNotesCommand(app_, chooser))
+        ShowNoteBook();
+}
+
+void MainWindow::ImportFile(const QString& path) {
+    WindowChooser chooser(theme_, app_.Ports().prompts, app_.Store(), this);
+    if (ImportArchiveFile(app_, path.toStdString(), chooser))
+        ShowNoteBook();
 }
 
 void MainWindow::ShowNoteBookChoices() {

@@ -14,6 +14,7 @@ void MainWindow::ConnectNotes() {
     connect(notes_, &NoteActions::NotesChanged, this, &MainWindow::NotesChanged);
     connect(board_, &BoardView::EditRequested, notes_, &NoteActions::EditNote);
     connect(board_, &BoardView::DeleteRequested, notes_, &NoteActions::DeleteNote);
+    connect(this, &MainWindow::ImportRequested, this, &MainWindow::ImportFile);
     connect(this, &MainWindow::CaptureRequested, notes_,
             [this] { notes_->CaptureNote(QApplication::clipboard()->mimeData()); });
     board_->SetNoteCommands({BoardCommand::EditNote, BoardCommand::RemoveFromList, BoardCommand::DeleteNote});

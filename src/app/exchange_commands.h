@@ -1,0 +1,20 @@
+#pragma once
+
+#include <filesystem>
+
+#include "app/lorebinder_app.h"
+#include "exchange/import_notes.h"
+
+namespace lore {
+
+/// "Export Current Notes...": asks for the place and makes an archive of the notes of the current list.
+void ExportCurrentNotes(CLorebinderApp& app);
+
+/// Imports an archive, tells how it went, and shows in the current list the notes that it showed before, or those that
+/// came in if the user wants so. True if the NoteBook has changed.
+bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser);
+
+/// "Import Notes...": asks for the archive first.
+bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser);
+
+}  // namespace lore

@@ -1,0 +1,180 @@
+#include "ui/import/import_window.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTreeWidget>
+
+#include "ui/import/differences_window.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kListChars = 110;
+constexpr int kListRows = 18;
+constexpr int kStatusColumn = 0, kSourceColumn = 1, kFirstLevelColumn = 2, kLevels = 4, kAttachmentColumn = 6;
+
+/// The list's own words say the same, so that nothing hangs on the colour. Red and blue that are legible on the ground.
+QColor StatusColor(ImportStatus status, const QPalette& palette) {
+    const bool dark = palette.color(QPalette::Base).lightness() < 128;
+    switch (status) {
+        case ImportStatus::Older:
+            return dark ? QColor(255, 138, 128) : QColor(176, 0, 32);
+        case ImportStatus::Newer:
+            return dark ? QColor(138, 180, 248) : QColor(21, 72, 180);
+        case ImportStatus::New:
+        case ImportStatus::Same:
+            break;
+    }
+    return palette.color(QPalette::Text);
+}
+
+size_t PositionOf(const QTreeWidgetItem& item) {
+    return item.data(kStatusColumn, Qt::UserRole).toULongLong();
+}
+
+}  // namespace
+
+ImportWindow::ImportWindow(ImportComparison& comparison, const Theme& theme, Prompts& prompts, SettingsStore& store,
+                           QWidget* parent)
+    : DialogFrame(tr("Import Notes"), "ImportNotes", store, parent),
+      comparison_(comparison),
+      theme_(theme),
+      prompts_(prompts),
+      store_(store) {
+    MakeList();
+    MakeOptions();
+    QPushButton* const all = AddSideButton(tr("Select &All"));
+    QPushButton* const none = AddSideButton(tr("&Clear All"));
+    connect(all, &QPushButton::clicked, this, [this] { TickAll(true); });
+    connect(none, &QPushButton::clicked, this, [this] { TickAll(false); });
+    QPushButton* const ok = AddButton(tr("&OK"));
+    SetMainButton(ok);
+    connect(ok, &QPushButton::clicked, this, &ImportWindow::accept);
+    connect(AddButton(tr("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
+    Refill();
+    list_->setFocus();
+}
+
+void ImportWindow::MakeList() {
+    list_ = new QTreeWidget(this);
+    list_->setObjectName("importList");
+    list_->setAccessibleName(tr("Notes of the archive"));
+    list_->setRootIsDecorated(false);
+    list_->setUniformRowHeights(true);
+    list_->setAllColumnsShowFocus(true);
+    list_->setHeaderLabels({tr("Selection/Status"), tr("Main Source Title"), tr("L1 Category"), tr("L2 Category"),
+                            tr("L3 Category"), tr("L4 Category"), tr("Attachments")});
+    list_->header()->setSectionResizeMode(QHeaderView::Interactive);
+    list_->setMinimumSize(list_->fontMetrics().averageCharWidth() * kListChars / 2,
+                          list_->fontMetrics().height() * kListRows / 2);
+    list_->resize(list_->fontMetrics().averageCharWidth() * kListChars, list_->fontMetrics().height() * kListRows);
+    differences_ = new QAction(tr("Show &Differences..."), list_);
+    differences_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
+    list_->addAction(differences_);
+    list_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(differences_, &QAction::triggered, this, &ImportWindow::ShowDifferences);
+    connect(list_, &QTreeWidget::itemChanged, this, &ImportWindow::Ticked);
+    connect(list_, &QTreeWidget::currentItemChanged, this, &ImportWindow::UpdateActions);
+    Content()->addWidget(list_, 1);
+}
+
+void ImportWindow::MakeOptions() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(kSpace * 4);
+    auto* const same = new QCheckBox(tr("Show existing (&same) notes"), this);
+    same->setObjectName("showSame");
+    same->setChecked(comparison_.ShowsSame());
+    displayAfter_ = new QCheckBox(tr("&Display imported notes after import"), this);
+    displayAfter_->setObjectName("displayAfter");
+    displayAfter_->setChecked(comparison_.displayAfter);
+    auto* const legend = new QLabel(tr("Older notes stand in red, newer ones in blue."), this);
+    legend->setForegroundRole(QPalette::PlaceholderText);
+    row->addWidget(same);
+    row->addWidget(displayAfter_);
+    row->addStretch(1);
+    row->addWidget(legend);
+    Content()->addLayout(row);
+    connect(same, &QCheckBox::toggled, this, [this](bool on) {
+        comparison_.SetShowSame(on);
+        Refill();
+    });
+}
+
+void ImportWindow::Refill() {
+    const QSignalBlocker quiet(list_);
+    list_->clear();
+    QList<QTreeWidgetItem*> items;
+    for (const size_t position : comparison_.Shown()) {
+        auto* const item = new QTreeWidgetItem;
+        item->setData(kStatusColumn, Qt::UserRole, QVariant::fromValue<qulonglong>(position));
+        ShowRow(*item, position);
+        items.append(item);
+    }
+    list_->addTopLevelItems(items);
+    for (int column = 0; column < list_->columnCount(); ++column)
+        list_->resizeColumnToContents(column);
+    if (!items.isEmpty())
+        list_->setCurrentItem(items.front());
+    UpdateActions();
+}
+
+void ImportWindow::ShowRow(QTreeWidgetItem& item, size_t position) const {
+    const ImportRow& row = comparison_.Rows()[position];
+    item.setText(kStatusColumn, ToQString(ImportComparison::StatusText(row)).trimmed());
+    item.setText(kSourceColumn, ToQString(ImportComparison::MainSourceTitle(row)));
+    for (int level = 0; level < kLevels; ++level)
+        item.setText(kFirstLevelColumn + level, ToQString(ImportComparison::CategoryName(row, level)));
+    item.setText(kAttachmentColumn, ToQString(ImportComparison::AttachmentText(row)));
+    item.setCheckState(kStatusColumn, row.ticked ? Qt::Checked : Qt::Unchecked);
+    for (int column = 0; column <= kAttachmentColumn; ++column)
+        item.setForeground(column, StatusColor(row.status, palette()));
+}
+
+void ImportWindow::Ticked(QTreeWidgetItem* item, int column) {
+    if (column == kStatusColumn)
+        comparison_.Row(PositionOf(*item)).ticked = item->checkState(kStatusColumn) == Qt::Checked;
+}
+
+void ImportWindow::TickAll(bool ticked) {
+    comparison_.TickAll(ticked);
+    const QSignalBlocker quiet(list_);
+    for (int i = 0; i < list_->topLevelItemCount(); ++i)
+        list_->topLevelItem(i)->setCheckState(kStatusColumn, ticked ? Qt::Checked : Qt::Unchecked);
+    list_->viewport()->update();
+}
+
+void ImportWindow::UpdateActions() {
+    const QTreeWidgetItem* const item = list_->currentItem();
+    const ImportStatus status = item ? comparison_.Rows()[PositionOf(*item)].status : ImportStatus::New;
+    differences_->setEnabled(status == ImportStatus::Older || status == ImportStatus::Newer);
+}
+
+void ImportWindow::ShowDifferences() {
+    const QTreeWidgetItem* const item = list_->currentItem();
+    if (!item)
+        return;
+    const size_t position = PositionOf(*item);
+    const auto existing = comparison_.Existing(position);
+    if (existing)
+        DifferencesWindow(CompareForImport(comparison_.Rows()[position].entry, *existing), theme_, store_, this).exec();
+}
+
+void ImportWindow::accept() {
+    comparison_.displayAfter = displayAfter_->isChecked();
+    if (comparison_.Accept(prompts_))
+        DialogFrame::accept();
+}
+
+bool WindowChooser::ChooseNotes(ImportComparison& comparison, ImportArchive&) {
+    return ImportWindow(comparison, theme_, prompts_, store_, parent_).exec() == QDialog::Accepted;
+}
+
+}  // namespace lore

@@ -1,0 +1,119 @@
+#include <QCheckBox>
+#include <QPushButton>
+#include <QTextEdit>
+#include <QTreeWidget>
+#include <QtTest>
+
+#include "board_fixture.h"
+#include "exchange/archive_notes.h"
+#include "support/memory_store.h"
+#include "support/read_world.h"
+#include "support/scripted_ports.h"
+#include "ui/import/differences_window.h"
+#include "ui/import/import_window.h"
+#include "ui/theme.h"
+
+namespace lore {
+namespace {
+
+ArchiveNote MakeEntry(const std::string& guid, const std::string& text, const DateTime& edited) {
+    ArchiveNote entry;
+    entry.note.id = 1;
+    entry.note.guid = guid;
+    entry.note.plainText = text;
+    entry.note.rtfText = "{\\rtf1\\ansi " + text + "}";
+    entry.note.dateEdited = edited;
+    entry.note.categories[0] = CProCategoryTree(5, "Sea");
+    entry.note.categories[0].AddChild(CProCategoryTree(6, "Coast"));
+    return entry;
+}
+
+const DateTime kOld(2026, 1, 2, 3, 4, 5), kMiddle(2026, 2, 2, 3, 4, 5), kLate(2026, 3, 2, 3, 4, 5);
+
+/// Four notes, one of each status.
+ImportComparison MakeComparison(GuidSource& guids) {
+    NoteHeads existing;
+    for (const char* guid : {"{OLDER}", "{NEWER}", "{SAME}"}) {
+        CNote head = MakeEntry(guid, "As it was here", kMiddle).note;
+        head.id = 7;
+        existing.emplace(guid, head);
+    }
+    return ImportComparison({MakeEntry("{NEW}", "A new text", kMiddle), MakeEntry("{OLDER}", "An older text", kOld),
+                             MakeEntry("{NEWER}", "As it is there", kLate), MakeEntry("{SAME}", "The same", kMiddle)},
+                            existing, guids,
+                            [](int32_t) { return std::optional(MakeEntry("{NEWER}", "As it was here", kMiddle)); });
+}
+
+}  // namespace
+
+class ImportTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void ShowsEachNoteWithItsStatusAndHidesTheSame() {
+        ImportComparison comparison = MakeComparison(guids_);
+        ImportWindow window(comparison, theme_, prompts_, store_, nullptr);
+        auto* const list = window.findChild<QTreeWidget*>("importList");
+        QCOMPARE(list->topLevelItemCount(), 3);
+        QCOMPARE(list->topLevelItem(0)->text(0), QString("1. - <NEW NOTE>"));
+        QCOMPARE(list->topLevelItem(1)->text(0), QString("2. - EXISTS (older)"));
+        QCOMPARE(list->topLevelItem(2)->text(0), QString("3. - EXISTS (newer)"));
+        QCOMPARE(list->topLevelItem(1)->text(3), QString("Coast"));
+        QVERIFY(list->topLevelItem(1)->foreground(0) != list->topLevelItem(2)->foreground(0));
+        window.findChild<QCheckBox*>("showSame")->click();
+        QCOMPARE(list->topLevelItemCount(), 4);
+        window.resize(900, 420);
+        TakeShot(window, "import_list");
+    }
+
+    void TakesWhatIsTickedAndRefusesNothing() {
+        ImportComparison comparison = MakeComparison(guids_);
+        ImportWindow window(comparison, theme_, prompts_, store_, nullptr);
+        auto* const list = window.findChild<QTreeWidget*>("importList");
+        Press(window, "Clear All");
+        window.accept();
+        QCOMPARE(window.result(), 0);
+        QCOMPARE(prompts_.seen.back(), std::string("Invalid Notes: There are no notes selected to import."));
+        list->setCurrentItem(list->topLevelItem(2));
+        QTest::keyClick(list, Qt::Key_Space);
+        window.findChild<QCheckBox*>("displayAfter")->click();
+        window.accept();
+        QCOMPARE(window.result(), static_cast<int>(QDialog::Accepted));
+        QVERIFY(comparison.Chosen() == std::vector<size_t>{2});
+        QVERIFY(comparison.displayAfter);
+    }
+
+    void ShowsTheDifferencesOfBothTexts() {
+        const ArchiveNote there = MakeEntry("{NEWER}", "As it is there", kLate);
+        const ArchiveNote here = MakeEntry("{NEWER}", "As it was here", kMiddle);
+        DifferencesWindow window(CompareForImport(there, here), theme_, store_, nullptr);
+        const auto* const rows = window.findChild<QTreeWidget*>("differences");
+        QVERIFY(rows->topLevelItemCount() >= 1);
+        QCOMPARE(rows->topLevelItem(0)->text(0), QString("Date Last Modified:"));
+        const auto texts = window.findChildren<QTextEdit*>();
+        QCOMPARE(texts.size(), 2);
+        QCOMPARE(texts[0]->toPlainText(), QString("As it is there"));
+        QCOMPARE(texts[0]->extraSelections().size(), 2);
+        window.resize(900, 520);
+        TakeShot(window, "import_differences");
+    }
+
+private:
+    static void Press(QWidget& window, const QString& text) {
+        for (QPushButton* button : window.findChildren<QPushButton*>()) {
+            if (button->text().remove('&') == text)
+                return button->click();
+        }
+        QFAIL("no such button");
+    }
+
+    NumberedGuids guids_;
+    ScriptedPrompts prompts_;
+    MemoryStore store_;
+    Theme theme_{*qApp, Appearance::Light};
+};
+
+}  // namespace lore
+
+QTEST_MAIN(lore::ImportTest)
+#include "import_test.moc"
