@@ -18,6 +18,7 @@ import unittest
 
 CLI, SHIM = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:3])
 OK_FINDINGS = {"note-twice", "note-in-wrong-file", "attachment-unused"}
+TOLD_FINDINGS = OK_FINDINGS | {"attachment-missing"}
 # Beyond this many changes a command isn't one that a person waits for.
 MOST_POINTS = 400
 
@@ -53,6 +54,10 @@ def content(data, book, attachment):
         return attachment["sourceFile"]
     file = data / "Data Files" / "Databases" / book["folder"] / "Attachments" / attachment["storedFile"]
     return hash(file.read_bytes()) if file.is_file() else "missing"
+
+
+def without_contents(notes):
+    return {key: (*note[:-1], [one[:2] for one in note[-1]]) for key, note in notes.items()}
 
 
 ORIGINAL = set()
@@ -136,13 +141,16 @@ class Crash(unittest.TestCase):
             env["LORE_FAULT_LASTING"] = 1
         return run(data, *args, **env)
 
-    def assert_old_or_new(self, data, old, new, message):
+    def assert_old_or_new(self, data, old, new, message, told=False):
         now = state(data)
+        if told:
+            # An attachment whose file could not be copied costs nothing else; the command has said so.
+            old, new, now = (without_contents(notes) for notes in (old, new, now))
         for key in set(old) | set(new) | set(now):
             wanted = [notes.get(key) for notes in (old, new)]
             self.assertIn(now.get(key), wanted, f"{message}: {key}")
         for finding in answer(data, "check"):
-            self.assertIn(finding["kind"], OK_FINDINGS, f"{message}: {finding}")
+            self.assertIn(finding["kind"], TOLD_FINDINGS if told else OK_FINDINGS, f"{message}: {finding}")
 
     def walk(self, name, fault, lasting=False):
         args, old = flows()[name], state(WORLD.base)
@@ -156,7 +164,7 @@ class Crash(unittest.TestCase):
                 return number - 1
             if fault == "KILL":
                 self.assertEqual(result.returncode, -signal.SIGKILL, f"{name} {number}: {result.stderr}")
-            self.assert_old_or_new(data, old, new, f"{name}, change {number}, {fault}")
+            self.assert_old_or_new(data, old, new, f"{name}, change {number}, {fault}", result.returncode == 3)
             if fault != "KILL" and self.told_all(name, args, data, number, result):
                 return number - 1
         self.fail(f"{name} changes files without end")
