@@ -35,7 +35,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Notes, {}},
         {Menu::Notes, tr("Show &All Notes"), {showAll}, [this] { ShowAllNotes(); }},
         {Menu::Notes, tr("&Clear Current Notes"), {clear}, [this] { ClearCurrentNotes(); }},
-        {Menu::Notes, tr("Delete C&urrent Notes"), {}, [this] { notes_->DeleteCurrentNotes(); }},
+        {Menu::Notes, tr("Delete Current No&tes"), {}, [this] { notes_->DeleteCurrentNotes(); }},
 
         {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
 

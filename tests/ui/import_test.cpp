@@ -84,16 +84,18 @@ private slots:
     }
 
     void ShowsTheDifferencesOfBothTexts() {
-        const ArchiveNote there = MakeEntry("{NEWER}", "As it is there", kLate);
-        const ArchiveNote here = MakeEntry("{NEWER}", "As it was here", kMiddle);
-        DifferencesWindow window(CompareForImport(there, here), theme_, store_, nullptr);
+        DifferencesWindow window(CompareForImport(MakeEntry("{NEWER}", "As it is there", kLate),
+                                                  MakeEntry("{NEWER}", "As it was here", kMiddle)),
+                                 theme_, store_, nullptr);
         const auto* const rows = window.findChild<QTreeWidget*>("differences");
         QVERIFY(rows->topLevelItemCount() >= 1);
         QCOMPARE(rows->topLevelItem(0)->text(0), QString("Date Last Modified:"));
-        const auto texts = window.findChildren<QTextEdit*>();
-        QCOMPARE(texts.size(), 2);
-        QCOMPARE(texts[0]->toPlainText(), QString("As it is there"));
-        QCOMPARE(texts[0]->extraSelections().size(), 2);
+        const auto* const there = window.findChild<QTextEdit*>("Import Note's Text:");
+        const auto* const here = window.findChild<QTextEdit*>("Database Note's Text:");
+        QCOMPARE(there->toPlainText(), QString("As it is there"));
+        QCOMPARE(here->toPlainText(), QString("As it was here"));
+        QCOMPARE(there->extraSelections().size(), 2);
+        QCOMPARE(here->extraSelections().size(), 2);
         window.resize(900, 520);
         TakeShot(window, "import_differences");
     }

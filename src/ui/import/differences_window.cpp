@@ -104,6 +104,7 @@ QTextEdit* DifferencesWindow::MakeText(const QString& label, const std::string& 
     auto* const edit = new QTextEdit(frame);
     edit->setReadOnly(true);
     edit->setAccessibleName(label);
+    edit->setObjectName(label);
     edit->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* const caption = new QLabel(label, frame);
     caption->setBuddy(edit);
