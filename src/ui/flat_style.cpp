@@ -87,7 +87,7 @@ void FlatStyle::DrawField(const QStyleOption& option, QPainter& painter, bool fi
 void FlatStyle::DrawCheckMark(const QStyleOption& option, QPainter& painter, bool round) const {
     const bool on = Has(option, State_On) || Has(option, State_NoChange);
     const QRectF box = Inside(option.rect, 1.5);
-    const double radius = round ? box.width() / 2 : kSpace;
+    const double radius = round ? box.width() / 2 : kSpace / 2.0;
     painter.save();
     if (!Has(option, State_Enabled))
         painter.setOpacity(0.5);
