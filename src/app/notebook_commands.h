@@ -12,8 +12,8 @@ class NoteBookManagement {
 public:
     explicit NoteBookManagement(CLorebinderApp& app);
     ManageNoteBooks& Model() { return model_; }
-    /// Behind the dialog: the list is read again. `changeTo` says whether the user changes to the chosen NoteBook, which
-    /// is opened then. True if another NoteBook, or none, is open now.
+    /// Behind the dialog: the list is read again. `changeTo` says whether the user changes to the chosen NoteBook,
+    /// which is opened then. True if another NoteBook, or none, is open now.
     bool Finish(bool changeTo);
 
 private:

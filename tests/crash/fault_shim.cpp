@@ -48,8 +48,7 @@ Function Real(const char* name) {
 
 std::string PathOf(int number) {
     char path[4096];
-    const ssize_t length =
-        ::readlink(("/proc/self/fd/" + std::to_string(number)).c_str(), path, sizeof path);
+    const ssize_t length = ::readlink(("/proc/self/fd/" + std::to_string(number)).c_str(), path, sizeof path);
     return length > 0 ? std::string(path, static_cast<size_t>(length)) : std::string();
 }
 

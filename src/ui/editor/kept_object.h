@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QObject>
 #include <QAbstractTextDocumentLayout>
+#include <QObject>
 
 namespace lore {
 
