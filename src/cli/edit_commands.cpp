@@ -1,10 +1,9 @@
 #include <CLI/CLI.hpp>
-#include <cstdio>
 
 #include "base/text.h"
 #include "cli/command.h"
-#include "cli/json_records.h"
 #include "cli/note_changes.h"
+#include "cli/print_records.h"
 #include "edit/note_removal.h"
 #include "edit/note_text_file.h"
 #include "notes/note_finder.h"
@@ -30,13 +29,6 @@ ExitStatus StatusOf(SaveOutcome outcome) {
             return ExitStatus::Fault;
     }
     return ExitStatus::Fault;
-}
-
-void PrintIds(const Session& session, const std::vector<int32_t>& ids) {
-    if (session.Json())
-        return PrintJson(Json(ids));
-    for (const int32_t id : ids)
-        std::printf("%d\n", id);
 }
 
 ExitStatus NoSuchNote(int32_t id) {

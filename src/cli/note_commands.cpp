@@ -3,7 +3,7 @@
 
 #include "base/text.h"
 #include "cli/command.h"
-#include "cli/json_records.h"
+#include "cli/print_records.h"
 #include "notes/note_cleaner.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
@@ -178,12 +178,7 @@ public:
         if (!noteBook)
             return ExitStatus::NothingFound;
         const LongList ids = LoadLastViewList(NoteBookPaths(session.Data(), noteBook->folder), session.Faults());
-        if (session.Json()) {
-            PrintJson(JsonIds(ids));
-        } else {
-            for (const int32_t id : ids)
-                std::printf("%d\n", id);
-        }
+        PrintIds(session, ids.Values());
         return ExitStatus::Done;
     }
 };

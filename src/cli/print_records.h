@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
+#include <vector>
 
 #include "base/text.h"
 #include "cli/json_records.h"
@@ -20,6 +22,14 @@ void PrintRecords(const Session& session, const List& list, ToJson toJson, ToLin
     }
     if (session.Json())
         PrintJson(json);
+}
+
+/// Prints ids, as JSON or one a line.
+inline void PrintIds(const Session& session, const std::vector<int32_t>& ids) {
+    if (session.Json())
+        return PrintJson(Json(ids));
+    for (const int32_t id : ids)
+        std::printf("%d\n", id);
 }
 
 }  // namespace lore

@@ -1,11 +1,9 @@
 #include <CLI/CLI.hpp>
-#include <cstdio>
 
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
-#include "cli/json_records.h"
-#include "exchange/source_merge.h"
-#include "notes/file_faults.h"
+#include "cli/print_records.h"
+#include "exchange/merged_lists.h"
 
 namespace lore {
 
@@ -39,9 +37,9 @@ public:
         for (const CSource& source : sources)
             ids.push_back(merge.Merge(source));
         session.StoreCounters(counters);
-        if (!Write(session, book))
+        if (!WriteMergedLists(book, merge, false, session.Faults()))
             return ExitStatus::Fault;
-        Print(session, ids);
+        PrintIds(session, ids);
         return ExitStatus::Done;
     }
 
@@ -73,25 +71,6 @@ private:
             sources.push_back(std::move(source));
         }
         return sources;
-    }
-    /// What is named before what names it.
-    static bool Write(Session& session, OpenNoteBook& book) {
-        const std::pair<std::filesystem::path, FileResult> written[] = {
-            {book.paths.SourceTypes(), book.types.SaveTypes(book.paths.SourceTypes())},
-            {book.paths.Authors(), book.authors.SaveAuthors(book.paths.Authors())},
-            {book.paths.Sources(), book.sources.SaveSources(book.paths.Sources(), book.authors)}};
-        bool done = true;
-        for (const auto& [path, result] : written) {
-            TellFailedWrite(session.Faults(), "The sources could not be added", path, result);
-            done = done && result.Ok();
-        }
-        return done;
-    }
-    static void Print(const Session& session, const std::vector<int32_t>& ids) {
-        if (session.Json())
-            return PrintJson(Json(ids));
-        for (const int32_t id : ids)
-            std::printf("%d\n", id);
     }
 
     std::string file_;

@@ -13,7 +13,7 @@
 #include "classify/category_merge.h"
 #include "edit/attachment_store.h"
 #include "edit/sync_record.h"
-#include "exchange/source_merge.h"
+#include "exchange/merged_lists.h"
 #include "notes/attachment_kind.h"
 #include "notes/check_note.h"
 #include "notes/file_faults.h"
@@ -115,7 +115,7 @@ public:
         const bool newCategories = MergeCategories();
         GiveIDs();
         CopyAttachments();
-        if (!WriteLists(newCategories)) {
+        if (!WriteMergedLists(world_.book, merge_, newCategories, world_.faults)) {
             DropCopiedFiles();
             return {};
         }
@@ -191,24 +191,6 @@ private:
             world_.progress.StepIt();
         }
         files.Flush();
-    }
-
-    /// A list that can't be written would leave notes that name nothing.
-    bool WriteLists(bool newCategories) {
-        OpenNoteBook& book = world_.book;
-        const NoteBookPaths& paths = book.paths;
-        const auto written = [&](const char* what, const std::filesystem::path& path, const FileResult& result) {
-            TellFailedWrite(world_.faults, what, path, result);
-            return result.Ok();
-        };
-        return (!merge_.HasNewAuthors() || written("The authors could not be written", paths.Authors(),
-                                                   book.authors.SaveAuthors(paths.Authors()))) &&
-               (!merge_.HasNewTypes() || written("The source types could not be written", paths.SourceTypes(),
-                                                 book.types.SaveTypes(paths.SourceTypes()))) &&
-               (!merge_.HasNewSources() || written("The sources could not be written", paths.Sources(),
-                                                   book.sources.SaveSources(paths.Sources(), book.authors))) &&
-               (!newCategories || written("The categories could not be written", paths.Categories(),
-                                          book.categories.Save(paths.Categories())));
     }
 
     LongList StoreNotes(bool sync) {

@@ -7,7 +7,7 @@
 #include "base/file_copy.h"
 #include "classify/category_merge.h"
 #include "edit/sync_record.h"
-#include "exchange/source_merge.h"
+#include "exchange/merged_lists.h"
 #include "notebooks/copy_attachments.h"
 #include "notes/category_conversion.h"
 #include "notes/file_faults.h"
@@ -59,7 +59,7 @@ public:
         MakeEntries();
         const bool newCategories = MapSourcesAndCategories();
         world_.saveOptions();
-        if (!CopyFiles() || !WriteLists(newCategories)) {
+        if (!CopyFiles() || !WriteMergedLists(book_, merge_, newCategories, world_.faults)) {
             for (const ArchiveNote& entry : entries_)
                 files_.Drop(entry.note);
             return {};
@@ -125,35 +125,6 @@ private:
         for (size_t i = done + 1; i < entries_.size(); ++i)
             entries_[i].note.attachments.clear();
         return done == entries_.size();
-    }
-
-    bool WriteLists(bool newCategories) const {
-        const NoteBookPaths& paths = book_.paths;
-        return Written(merge_.HasNewAuthors(), book_.authors.ReadWhole(), "The authors could not be written",
-                       paths.Authors(), [&] { return book_.authors.SaveAuthors(paths.Authors()); }) &&
-               Written(merge_.HasNewTypes(), book_.types.ReadWhole(), "The source types could not be written",
-                       paths.SourceTypes(), [&] { return book_.types.SaveTypes(paths.SourceTypes()); }) &&
-               Written(merge_.HasNewSources(), book_.sources.ReadWhole(), "The sources could not be written",
-                       paths.Sources(),
-                       [&] { return SourceList(book_.sources).SaveSources(paths.Sources(), book_.authors); }) &&
-               Written(newCategories, true, "The categories could not be written", paths.Categories(),
-                       [&] { return book_.categories.Save(paths.Categories()); });
-    }
-
-    /// A list that could not be read whole is kept beside before it is written anew.
-    template <typename Save>
-    bool Written(bool isNew, bool isWhole, const char* what, const std::filesystem::path& path, Save save) const {
-        if (!isNew)
-            return true;
-        FileResult result;
-        if (!isWhole) {
-            std::filesystem::path kept;
-            result = KeepCopy(path, kept);
-        }
-        if (result.Ok())
-            result = save();
-        TellFailedWrite(world_.faults, what, path, result);
-        return result.Ok();
     }
 
     /// The copies; the entries keep all but the texts.
