@@ -14,6 +14,7 @@
 #include "exchange/import_notes.h"
 #include "notes/note_finder.h"
 #include "notes/note_store.h"
+#include "ports/silent_progress.h"
 
 namespace lore {
 namespace {
@@ -37,18 +38,6 @@ public:
     std::optional<std::string> AskSavePath(const std::string&, const std::string&, const std::string&) override {
         return std::nullopt;
     }
-};
-
-class NoProgress : public Progress {
-public:
-    void SetRange(int, int) override {}
-    void SetMessage(const std::string&) override {}
-    void StepIt() override {}
-    void SetPosition(int) override {}
-    void Show() override {}
-    void Hide() override {}
-    void ShowStandBy(const std::string&) override {}
-    void HideStandBy() override {}
 };
 
 class TakeAll : public ImportChooser {
@@ -125,7 +114,7 @@ void RunTool(benchmark::State& state, const std::string& command) {
 void MakeArchive() {
     Material& made = Made();
     NoPrompts prompts;
-    NoProgress progress;
+    SilentProgress progress;
     ExportNotes(NotesOfNoteBook(made.book, made.world.context, made.world.faults), made.Archive(), false,
                 {made.book, DataPaths{made.Data()}, made.world.context, prompts, progress, made.world.faults});
 }
@@ -157,7 +146,7 @@ BENCHMARK(ZipOfTheSameFolder)->Unit(benchmark::kMillisecond)->UseRealTime()->Ite
 void Import(benchmark::State& state) {
     MakeArchive();
     NoPrompts prompts;
-    NoProgress progress;
+    SilentProgress progress;
     for (auto _ : state) {
         state.PauseTiming();
         const DataPaths data{Made().Top() / "import"};

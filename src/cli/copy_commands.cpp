@@ -5,11 +5,11 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
-#include "cli/silent_progress.h"
 #include "notebooks/backup.h"
 #include "notebooks/backup_file.h"
 #include "notebooks/copy_notes.h"
 #include "notes/note_finder.h"
+#include "ports/silent_progress.h"
 
 namespace lore {
 

@@ -7,10 +7,10 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
-#include "cli/silent_progress.h"
 #include "exchange/export_notes.h"
 #include "exchange/import_notes.h"
 #include "notes/note_finder.h"
+#include "ports/silent_progress.h"
 
 namespace lore {
 

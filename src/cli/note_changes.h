@@ -8,9 +8,9 @@
 #include "classify/category_list.h"
 #include "cli/printed_prompts.h"
 #include "cli/session.h"
-#include "cli/silent_progress.h"
 #include "edit/edit_note_session.h"
 #include "notes/open_notebook.h"
+#include "ports/silent_progress.h"
 
 namespace CLI {
 class App;

@@ -5,10 +5,10 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
-#include "cli/silent_progress.h"
 #include "notebooks/notebook_manager.h"
 #include "notes/note_finder.h"
 #include "platform/system_sources.h"
+#include "ports/silent_progress.h"
 
 namespace lore {
 

@@ -6,8 +6,8 @@
 
 #include "notes/note.h"
 #include "notes/note_builder.h"
-#include "ports/progress.h"
 #include "ports/prompts.h"
+#include "ports/silent_progress.h"
 #include "rtf/rtf.h"
 
 namespace lore {
@@ -34,14 +34,8 @@ public:
 };
 
 /// Keeps the stand-by texts, and an empty one for each end.
-class KeptProgress : public Progress {
+class KeptProgress : public SilentProgress {
 public:
-    void SetRange(int, int) override {}
-    void SetMessage(const std::string&) override {}
-    void StepIt() override {}
-    void SetPosition(int) override {}
-    void Show() override {}
-    void Hide() override {}
     void ShowStandBy(const std::string& text) override { standBy.push_back(text); }
     void HideStandBy() override { standBy.emplace_back(); }
     std::vector<std::string> standBy;

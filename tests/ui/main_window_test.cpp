@@ -1,49 +1,28 @@
-#include "ui/main_window.h"
-
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTreeView>
-#include <memory>
 
-#include "app/sample_notebook.h"
-#include "platform/system_sources.h"
-#include "support/memory_store.h"
-#include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
 #include "ui/panel_page.h"
-#include "ui/theme.h"
 #include "ui/tool_bar.h"
+#include "ui/window_world.h"
 
 namespace lore {
 
 /// Drives the whole window on the sample NoteBook, as a user does.
-class MainWindowTest : public QObject {
+class MainWindowTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    std::filesystem::path Root() const { return folder_->path().toStdString(); }
     void Open();
     QString Pane(int index) const;
     PanelPage* Panel(PanelKind kind) const { return window_->Panels()->PageAt(kind); }
     QModelIndex Row(PanelKind kind, const QString& name) const;
     void Search(const QString& text);
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<Theme> theme_;
-    MemoryStore store_;
-    ScriptedPrompts prompts_;
-    ScriptedProgress progress_;
-    FixedClock clock_;
-    SystemGuids guids_;
-    NotedFaults faults_;
-    std::unique_ptr<CLorebinderApp> app_;
-    std::unique_ptr<MainWindow> window_;
 
 private slots:
     void initTestCase();
@@ -65,39 +44,22 @@ private slots:
 };
 
 void MainWindowTest::initTestCase() {
-    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+    MakeTheme();
 }
 
 void MainWindowTest::init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    store_ = MemoryStore();
-    prompts_.seen.clear();
-    faults_.faults.clear();
-    IdCounters counters{1000, 1, 3};
-    store_.Set("Options", "LocalGUID", guids_.NewGuid());
-    QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters, MakeReadContext(clock_, guids_),
-                               faults_)
-                .made);
+    Begin();
+    MakeSample();
     Open();
 }
 
 void MainWindowTest::Open() {
-    app_ = std::make_unique<CLorebinderApp>(Root(), AppPorts{prompts_, progress_, clock_, guids_, store_, faults_});
-    app_->LoadOptions();
-    app_->SelectStartNoteBook();
-    window_ = std::make_unique<MainWindow>(*app_, *theme_);
-    window_->resize(1180, 800);
-    window_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
-    app_->FinishStartup();
-    window_->ShowNoteBook();
+    OpenWindow(1180, 800);
     QTest::qWait(10);
 }
 
 void MainWindowTest::cleanup() {
-    window_.reset();
-    app_.reset();
-    theme_->SetAppearance(Appearance::Light);
+    CloseWindow();
 }
 
 QString MainWindowTest::Pane(int index) const {

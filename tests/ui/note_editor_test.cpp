@@ -11,22 +11,14 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
 #include <functional>
-#include <memory>
 
-#include "app/sample_notebook.h"
 #include "notes/note_finder.h"
-#include "platform/system_sources.h"
-#include "support/memory_store.h"
 #include "support/read_world.h"
-#include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
-#include "ui/main_window.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
 #include "ui/note_editor/color_panel.h"
@@ -39,16 +31,15 @@
 #include "ui/note_editor/source_panel.h"
 #include "ui/note_editor/source_picker.h"
 #include "ui/note_editor/source_row_view.h"
-#include "ui/theme.h"
+#include "ui/window_world.h"
 
 namespace lore {
 
 /// Drives the editor on the sample NoteBook, as a user does: with keys and mouse, from the board and back to it.
-class NoteEditorTest : public QObject {
+class NoteEditorTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    std::filesystem::path Root() const { return folder_->path().toStdString(); }
     /// Runs steps on the window that the command opens; the command returns when it is closed.
     void InEditor(const std::function<void()>& command, const std::function<void(NoteEditorWindow&)>& steps);
     /// Runs steps on the dialog that the next step opens over the editor.
@@ -68,16 +59,6 @@ private:
     QString File(const QString& name, const QByteArray& bytes = "bytes") const;
     int DraftCount() const { return static_cast<int>(DraftStore(app_->NoteBook().paths).ListDrafts().size()); }
 
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<Theme> theme_;
-    MemoryStore store_;
-    ScriptedPrompts prompts_;
-    ScriptedProgress progress_;
-    FixedClock clock_;
-    SystemGuids guids_;
-    NotedFaults faults_;
-    std::unique_ptr<CLorebinderApp> app_;
-    std::unique_ptr<MainWindow> window_;
     bool finished_ = false;
 
 private slots:
@@ -105,34 +86,17 @@ private slots:
 };
 
 void NoteEditorTest::initTestCase() {
-    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+    MakeTheme();
 }
 
 void NoteEditorTest::init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    store_ = MemoryStore();
-    prompts_ = ScriptedPrompts();
-    faults_.faults.clear();
-    IdCounters counters{1000, 1, 3};
-    store_.Set("Options", "LocalGUID", guids_.NewGuid());
-    QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters, MakeReadContext(clock_, guids_),
-                               faults_)
-                .made);
-    app_ = std::make_unique<CLorebinderApp>(Root(), AppPorts{prompts_, progress_, clock_, guids_, store_, faults_});
-    app_->LoadOptions();
-    app_->SelectStartNoteBook();
-    window_ = std::make_unique<MainWindow>(*app_, *theme_);
-    window_->resize(1280, 860);
-    window_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
-    app_->FinishStartup();
-    window_->ShowNoteBook();
+    Begin();
+    MakeSample();
+    OpenWindow(1280, 860);
 }
 
 void NoteEditorTest::cleanup() {
-    window_.reset();
-    app_.reset();
-    theme_->SetAppearance(Appearance::Light);
+    CloseWindow();
 }
 
 void NoteEditorTest::InEditor(const std::function<void()>& command,

@@ -6,46 +6,28 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
-#include <memory>
 
 #include "app/notebook_commands.h"
 #include "notes/note_file.h"
-#include "platform/system_sources.h"
-#include "support/memory_store.h"
-#include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
-#include "ui/main_window.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
-#include "ui/theme.h"
+#include "ui/window_world.h"
 
 namespace lore {
 
 /// The dialog "Manage NoteBooks" as a user drives it, and what the main window makes of it.
-class NoteBooksTest : public QObject {
+class NoteBooksTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    DataPaths Data() const { return {folder_->path().toStdString()}; }
+    DataPaths Data() const { return {Root()}; }
     void AddNoteBook(const std::string& name, int32_t id, int notes);
     void Start();
     /// Opens the dialog from the menu and runs steps in it; the dialog is closed behind them.
     void InDialog(const std::function<void(ManageNoteBooksDialog&)>& steps);
     QAction* MenuEntry(const QString& text) const;
     QStringList Rows(const ManageNoteBooksDialog& dialog) const;
-
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<Theme> theme_;
-    MemoryStore store_;
-    ScriptedPrompts prompts_;
-    ScriptedProgress progress_;
-    FixedClock clock_;
-    SystemGuids guids_;
-    NotedFaults faults_;
-    std::unique_ptr<CLorebinderApp> app_;
-    std::unique_ptr<MainWindow> window_;
 
 private slots:
     void initTestCase();
@@ -66,15 +48,12 @@ private slots:
 };
 
 void NoteBooksTest::initTestCase() {
-    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+    MakeTheme();
 }
 
 void NoteBooksTest::init() {
-    folder_ = std::make_unique<QTemporaryDir>();
-    store_ = MemoryStore();
+    Begin();
     store_.Set("Options", "LocalGUID", "{LOCAL}");
-    prompts_ = ScriptedPrompts();
-    faults_.faults.clear();
     CreateNoteBookFolders({Data(), kMainNoteBookFolder});
     AddNoteBook("Thesis", 7, 3);
     AddNoteBook("A NoteBook with a name of 30 c", 9, 0);
@@ -83,9 +62,7 @@ void NoteBooksTest::init() {
 }
 
 void NoteBooksTest::cleanup() {
-    window_.reset();
-    app_.reset();
-    theme_->SetAppearance(Appearance::Light);
+    CloseWindow();
 }
 
 void NoteBooksTest::AddNoteBook(const std::string& name, int32_t id, int notes) {
@@ -111,16 +88,7 @@ void NoteBooksTest::AddNoteBook(const std::string& name, int32_t id, int notes) 
 }
 
 void NoteBooksTest::Start() {
-    app_ =
-        std::make_unique<CLorebinderApp>(Data().root, AppPorts{prompts_, progress_, clock_, guids_, store_, faults_});
-    app_->LoadOptions();
-    app_->SelectStartNoteBook();
-    window_ = std::make_unique<MainWindow>(*app_, *theme_);
-    window_->resize(1180, 800);
-    window_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
-    app_->FinishStartup();
-    window_->ShowNoteBook();
+    OpenWindow(1180, 800);
 }
 
 QAction* NoteBooksTest::MenuEntry(const QString& text) const {

@@ -4,7 +4,7 @@
 
 namespace lore {
 
-/// The command line has no windows to show.
+/// For whoever has no windows to show.
 class SilentProgress : public Progress {
 public:
     void SetRange(int, int) override {}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <filesystem>
+#include <memory>
+
+#include "app/sample_notebook.h"
+#include "platform/system_sources.h"
+#include "support/memory_store.h"
+#include "support/scripted_ports.h"
+#include "ui/main_window.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+/// The main window on a data folder of its own, with scripted ports around it.
+class WindowWorld {
+protected:
+    std::filesystem::path Root() const { return folder_->path().toStdString(); }
+
+    void MakeTheme() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
+    /// An empty data folder, and nothing seen or set yet.
+    void Begin() {
+        folder_ = std::make_unique<QTemporaryDir>();
+        store_ = MemoryStore();
+        prompts_ = ScriptedPrompts();
+        faults_.faults.clear();
+    }
+    void MakeSample() {
+        IdCounters counters{1000, 1, 3};
+        store_.Set("Options", "LocalGUID", guids_.NewGuid());
+        QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters,
+                                   MakeReadContext(clock_, guids_), faults_)
+                    .made);
+    }
+    /// Starts the application and shows its window in this size.
+    void OpenWindow(int width, int height) {
+        app_ = std::make_unique<CLorebinderApp>(Root(), AppPorts{prompts_, progress_, clock_, guids_, store_, faults_});
+        app_->LoadOptions();
+        app_->SelectStartNoteBook();
+        window_ = std::make_unique<MainWindow>(*app_, *theme_);
+        window_->resize(width, height);
+        window_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+        app_->FinishStartup();
+        window_->ShowNoteBook();
+    }
+    void CloseWindow() {
+        window_.reset();
+        app_.reset();
+        theme_->SetAppearance(Appearance::Light);
+    }
+
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<Theme> theme_;
+    MemoryStore store_;
+    ScriptedPrompts prompts_;
+    ScriptedProgress progress_;
+    FixedClock clock_;
+    SystemGuids guids_;
+    NotedFaults faults_;
+    std::unique_ptr<CLorebinderApp> app_;
+    std::unique_ptr<MainWindow> window_;
+};
+
+}  // namespace lore
