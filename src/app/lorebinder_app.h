@@ -16,6 +16,7 @@
 #include "ports/clock.h"
 #include "ports/fault_notice.h"
 #include "ports/guid_source.h"
+#include "ports/process_launcher.h"
 #include "ports/progress.h"
 #include "ports/prompts.h"
 #include "settings/settings.h"
@@ -35,6 +36,7 @@ struct AppPorts {
     std::function<void(int)> wait = [](int) {};
     /// Gives a random number from 0 to the one given.
     std::function<int(int)> random = [](int) { return 0; };
+    ProcessLauncher* companions = nullptr;  ///< without one no companion is started
 };
 
 /// The application: settings, the list of NoteBooks, the open NoteBook and the current note list, and the commands that

@@ -10,9 +10,9 @@ void Set(CSource& source, const BibliographySelection& selection) {
     if (selection.style)
         source.FormatStyle = *selection.style;
     if (selection.indentSpaces)
-        source.IndentSpaces = std::clamp(*selection.indentSpaces, 0, 10);
+        source.IndentSpaces = HeldIndentSpaces(*selection.indentSpaces);
     if (selection.authorsBeforeEtAl)
-        source.AuthorsBeforeEtAl = std::clamp(*selection.authorsBeforeEtAl, 1, 15);
+        source.AuthorsBeforeEtAl = HeldAuthorsBeforeEtAl(*selection.authorsBeforeEtAl);
 }
 
 SourceList Chosen(const SourceList& sources, const LongList& ids) {
@@ -43,6 +43,14 @@ SourceList Sorted(const SourceList& sources, const AuthorList& authors) {
 }
 
 }  // namespace
+
+int32_t HeldIndentSpaces(int32_t blanks) {
+    return std::clamp(blanks, 0, 10);
+}
+
+int32_t HeldAuthorsBeforeEtAl(int32_t authors) {
+    return std::clamp(authors, 1, 15);
+}
 
 SourceList SelectSources(const SourceList& sources, const AuthorList& authors, const BibliographySelection& selection) {
     SourceList chosen = Chosen(sources, selection.ids);

@@ -7,6 +7,10 @@
 
 namespace lore {
 
+/// The limits of the indent and of the authors before "et al" in a bibliography: the nearer limit for a value outside.
+int32_t HeldIndentSpaces(int32_t blanks);
+int32_t HeldAuthorsBeforeEtAl(int32_t authors);
+
 /// How the sources of a bibliography are chosen and set. A value that isn't given leaves the sources their own.
 struct BibliographySelection {
     LongList ids;  ///< in this order, each once, unknown ones left out; all sources when empty

@@ -33,6 +33,16 @@ void WriteListHead(RecordWriter* stream, double version, size_t count) {
 }  // namespace
 
 FileResult SourceList::LoadSources(const std::filesystem::path& path, const ReadContext& context) {
+    return Load(path, context, ReadSource);
+}
+
+FileResult SourceList::LoadBibliography(const std::filesystem::path& path, const ReadContext& context) {
+    return Load(path, context, [](RecordReader* stream, double, const ReadContext& with, CSource& source) {
+        ReadBibliographySource(stream, with, source);
+    });
+}
+
+FileResult SourceList::Load(const std::filesystem::path& path, const ReadContext& context, ReadRecord read) {
     RemoveAll();
     version_ = 0;
     std::unique_ptr<RecordReader> stream;
@@ -43,7 +53,7 @@ FileResult SourceList::LoadSources(const std::filesystem::path& path, const Read
     ReadFixedDouble(stream.get(), version_);
     ReadCounted(stream.get(), [&] {
         CSource source;
-        ReadSource(stream.get(), version_, context, source);
+        read(stream.get(), version_, context, source);
         if (source.SourceID > 0)
             sources_.push_back(std::move(source));
     });
@@ -150,6 +160,10 @@ void SourceList::FormatAll(const AuthorList& authors) {
 
 void SourceList::SortSources(const AuthorList& authors) {
     FormatAll(authors);
+    SortFormatted();
+}
+
+void SourceList::SortFormatted() {
     std::vector<std::string> keys;
     keys.reserve(sources_.size());
     for (const CSource& source : sources_)

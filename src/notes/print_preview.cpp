@@ -22,28 +22,35 @@ void ReadPrintNote(RecordReader* stream, double version, const ReadContext& cont
     ReadCounted(stream, [&] { ReadBibliographySource(stream, context, entry.sources.emplace_back()); });
 }
 
-void WritePrintNote(RecordWriter* stream, const PrintNote& entry) {
-    WriteNote(stream, entry.note);
-    WriteFixedInt(stream, static_cast<int32_t>(entry.sources.size()));
-    for (const CSource& source : entry.sources)
-        WriteBibliographySource(stream, source);
+}  // namespace
+
+PrintPreviewWriter::PrintPreviewWriter(size_t count) {
+    WriteCountedString(&writer_, kDataVersionText);
+    WriteFixedInt(&writer_, static_cast<int32_t>(count));
 }
 
-}  // namespace
+void PrintPreviewWriter::Add(const CNote& note, const std::vector<const CSource*>& sources) {
+    WriteNote(&writer_, note);
+    WriteFixedInt(&writer_, static_cast<int32_t>(sources.size()));
+    for (const CSource* const source : sources)
+        WriteBibliographySource(&writer_, *source);
+}
 
 FileResult SavePrintPreview(const std::filesystem::path& path, const std::vector<PrintNote>& notes) {
     if (notes.empty())
         return {};
-    RecordWriter writer;
-    WriteCountedString(&writer, kDataVersionText);
-    WriteFixedInt(&writer, static_cast<int32_t>(notes.size()));
-    for (const PrintNote& entry : notes)
-        WritePrintNote(&writer, entry);
-    return SaveRecordFile(path, writer);
+    PrintPreviewWriter writer(notes.size());
+    for (const PrintNote& entry : notes) {
+        std::vector<const CSource*> sources;
+        for (const CSource& source : entry.sources)
+            sources.push_back(&source);
+        writer.Add(entry.note, sources);
+    }
+    return writer.Save(path);
 }
 
 FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,
-                            std::vector<PrintNote>& notes, std::string* version) {
+                            std::vector<PrintNote>& notes, std::string* version, bool* whole) {
     notes.clear();
     std::unique_ptr<RecordReader> stream;
     const FileResult result = OpenRecordFile(path, stream);
@@ -57,6 +64,8 @@ FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext
         if (notes.back().note.id <= 0)
             notes.pop_back();
     });
+    if (whole)
+        *whole = !stream->RanOut();
     return result;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/file_io.h"
+#include "base/record_file.h"
 #include "bibliography/source.h"
 #include "notes/note.h"
 #include "ports/read_context.h"
@@ -17,12 +18,25 @@ struct PrintNote {
     std::vector<CSource> sources;
 };
 
+/// Collects the hand-over file of the print program, note by note, so that large lists aren't held twice.
+class PrintPreviewWriter {
+public:
+    /// `count` notes are added.
+    explicit PrintPreviewWriter(size_t count);
+    /// The sources are formatted, none is null.
+    void Add(const CNote& note, const std::vector<const CSource*>& sources);
+    FileResult Save(const std::filesystem::path& path) const { return SaveRecordFile(path, writer_); }
+
+private:
+    RecordWriter writer_;
+};
+
 /// Writes the hand-over file of the print program. An empty list writes nothing.
 FileResult SavePrintPreview(const std::filesystem::path& path, const std::vector<PrintNote>& notes);
 
 /// Empties the list and reads a hand-over file; records with an id of 0 or less are no notes. `version`, if given, is
-/// the text in front.
+/// the text in front; `whole` becomes false if the file doesn't hold all that it promises.
 FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,
-                            std::vector<PrintNote>& notes, std::string* version = nullptr);
+                            std::vector<PrintNote>& notes, std::string* version = nullptr, bool* whole = nullptr);
 
 }  // namespace lore

@@ -8,6 +8,7 @@
 
 #include "app/lorebinder_app.h"
 #include "app/outside_requests.h"
+#include "platform/companion_launcher.h"
 #include "platform/data_lock.h"
 #include "platform/hunspell_checker.h"
 #include "platform/ini_store.h"
@@ -101,8 +102,9 @@ int main(int argc, char** argv) {
     lore::SystemClock clock;
     lore::SystemGuids guids;
     lore::BarFaults faults;
-    lore::CLorebinderApp app(
-        options.data, {prompts, progress, clock, guids, store, faults, &progress, lore::WaitFor, lore::RandomUpTo});
+    lore::CompanionLauncher companions(options.data, options.settings);
+    lore::CLorebinderApp app(options.data, {prompts, progress, clock, guids, store, faults, &progress, lore::WaitFor,
+                                            lore::RandomUpTo, &companions});
     app.LoadOptions();
     app.SelectStartNoteBook();
 

@@ -2,6 +2,7 @@
 
 #include "app/exchange_commands.h"
 #include "app/notebook_commands.h"
+#include "app/print_commands.h"
 #include "ui/main_menu.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -15,6 +16,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
     const MenuCommand line = {Menu::File, {}};
     const QKeySequence showAll(Qt::CTRL | Qt::SHIFT | Qt::Key_A), clear(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     return {
+        {Menu::File, tr("&Save/Print Current Notes..."), {QKeySequence::Print}, [this] { PrintCurrentNotes(app_); }},
         {Menu::File, tr("&Export Current Notes..."), {}, [this] { ExportCurrentNotes(app_); }},
         {Menu::File, tr("&Import Notes..."), {QKeySequence::Open}, [this] { ImportNotes(); }},
         {Menu::File, tr("&Backup Current NoteBook..."), {}, [this] { BackupCurrentNoteBook(app_); }},

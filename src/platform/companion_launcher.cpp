@@ -1,0 +1,60 @@
+#include "platform/companion_launcher.h"
+
+#include <QFile>
+#include <QProcess>
+#include <cstdlib>
+
+#include "platform/places.h"
+
+namespace lore {
+
+namespace {
+
+QString ToQString(const std::filesystem::path& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
+}
+
+/// A relative path means another place once the child stands in another folder.
+std::filesystem::path Absolute(const std::filesystem::path& path) {
+    std::error_code error;
+    const auto absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute;
+}
+
+std::filesystem::path Named(const char* variable) {
+    const char* const set = std::getenv(variable);
+    return set ? set : "";
+}
+
+}  // namespace
+
+CompanionLauncher::CompanionLauncher(std::filesystem::path dataRoot, std::filesystem::path settingsFile)
+    : dataRoot_(Absolute(dataRoot)), settingsFile_(Absolute(settingsFile)) {}
+
+std::optional<std::string> CompanionLauncher::StartCompanion(const std::string& name,
+                                                             const std::vector<std::string>& arguments) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(kDataVariable, ToQString(dataRoot_));
+    environment.insert(kSettingsVariable, ToQString(settingsFile_));
+    process.setProcessEnvironment(environment);
+    process.setProgram(ToQString(ProgramFolder() / name));
+    QStringList texts;
+    for (const std::string& argument : arguments)
+        texts.append(QFile::decodeName(QByteArray::fromStdString(argument)));
+    process.setArguments(texts);
+    if (process.startDetached())
+        return std::nullopt;
+    return process.errorString().toStdString();
+}
+
+CompanionPlaces PlacesOfCompanion() {
+    CompanionPlaces places{Named(kDataVariable), Named(kSettingsVariable)};
+    if (places.settingsFile.empty())
+        places.settingsFile = places.dataRoot.empty() ? UserSettingsFile() : places.dataRoot / "settings.ini";
+    if (places.dataRoot.empty())
+        places.dataRoot = UserDataRoot();
+    return places;
+}
+
+}  // namespace lore

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+
+#include "ports/process_launcher.h"
+
+namespace lore {
+
+/// How a companion learns where the data folder and the settings of the process that started it are.
+inline constexpr char kDataVariable[] = "LOREBINDER_DATA";
+inline constexpr char kSettingsVariable[] = "LOREBINDER_SETTINGS";
+
+/// Starts programs of the program folder as processes of their own, which outlive this one.
+class CompanionLauncher : public ProcessLauncher {
+public:
+    CompanionLauncher(std::filesystem::path dataRoot, std::filesystem::path settingsFile);
+
+    std::optional<std::string> StartCompanion(const std::string& name,
+                                              const std::vector<std::string>& arguments) override;
+
+private:
+    std::filesystem::path dataRoot_, settingsFile_;
+};
+
+/// The data root and the settings of a companion: what the process that started it named, otherwise the user's own. A
+/// data root alone comes with the settings that stand in it.
+struct CompanionPlaces {
+    std::filesystem::path dataRoot;
+    std::filesystem::path settingsFile;
+};
+CompanionPlaces PlacesOfCompanion();
+
+}  // namespace lore

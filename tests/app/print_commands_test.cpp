@@ -1,0 +1,212 @@
+#include "app/print_commands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "bibliography/source_builder.h"
+#include "bibliography/source_selection.h"
+#include "notes/note_builder.h"
+#include "notes/print_preview.h"
+#include "support/memory_store.h"
+#include "support/scripted_ports.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Notes which companions were to be started.
+class NotedCompanions : public ProcessLauncher {
+public:
+    std::optional<std::string> StartCompanion(const std::string& name,
+                                              const std::vector<std::string>& arguments) override {
+        std::string line = name;
+        for (const std::string& argument : arguments)
+            line += "|" + argument;
+        started.push_back(line);
+        return failure;
+    }
+    std::vector<std::string> started;
+    std::optional<std::string> failure;
+};
+
+/// Runs work at once, unless the user stops it.
+class ScriptedBackground : public Background {
+public:
+    bool Run(const std::string& text, const Work& work) override {
+        texts.push_back(text);
+        std::stop_source source;
+        if (stops)
+            source.request_stop();
+        work(source.get_token());
+        return !stops;
+    }
+    std::vector<std::string> texts;
+    bool stops = false;
+};
+
+CSource Paper(int32_t id, const std::string& title) {
+    CSource source;
+    source.SourceID = id;
+    source.SourceGUID = "{" + std::to_string(id) + "}";
+    source.SourceType = 2;
+    source.AuthorIDs = {1};
+    source.FieldTexts[0] = title;
+    source.FieldTexts[1] = "Journal of Lights";
+    return source;
+}
+
+/// The main NoteBook with two sources and three notes; 1 and 2 are in the list.
+class PrintCommandsTest : public testing::Test {
+protected:
+    PrintCommandsTest() {
+        AuthorList authors = ThreeAuthors();
+        authors.SaveAuthors(folder.paths.Authors());
+        SourceList sources;
+        sources.AddTail(Paper(1011, "Lenses"));
+        sources.AddTail(Paper(1012, "Amber"));
+        sources.SaveSources(folder.paths.Sources(), authors);
+        CNote first = FullNote(1);
+        first.sources = {1012, 4711, 1011};
+        folder.Put("SRC0000001012.dat", {first});
+        folder.Put("DAY01022020.dat", {DayNote(2, 2), DayNote(3, 2)});
+        app.LoadOptions();
+        app.SelectStartNoteBook();
+        app.FinishStartup();
+        app.ShowNotes(LongList{2, 1});
+    }
+    std::vector<PrintNote> HandedOver() {
+        std::vector<PrintNote> notes;
+        bool whole = false;
+        EXPECT_TRUE(LoadPrintPreview(Preview(), world.context, notes, nullptr, &whole).Ok());
+        EXPECT_TRUE(whole);
+        return notes;
+    }
+    std::filesystem::path Preview() const { return folder.data.PrintPreview(); }
+    std::filesystem::path Bib() const { return folder.data.Bibliography(); }
+
+    NoteBookFolder folder;
+    ReadWorld world;
+    MemoryStore store;
+    ScriptedPrompts prompts;
+    ScriptedProgress progress;
+    FixedClock clock;
+    NumberedGuids guids;
+    NotedFaults faults;
+    ScriptedBackground background;
+    NotedCompanions companions;
+    CLorebinderApp app{
+        folder.folder.Path(),
+        {prompts, progress, clock, guids, store, faults, &background, [](int) {}, [](int) { return 0; }, &companions}};
+};
+
+TEST_F(PrintCommandsTest, TheListIsHandedOverWithItsSourcesAsTheyAreCitedNow) {
+    app.NoteBook().sources.FindSourceByID(1011)->FieldTexts[0] = "Prisms";
+    EXPECT_TRUE(PrintCurrentNotes(app));
+    EXPECT_THAT(companions.started, ElementsAre("PrintSave"));
+    EXPECT_THAT(background.texts, ElementsAre("Preparing Preview...."));
+    EXPECT_TRUE(BytesOf(Preview()).starts_with("000000000000000511.560000000000000002"));
+    const std::vector<PrintNote> notes = HandedOver();
+    ASSERT_EQ(notes.size(), 2u);
+    EXPECT_EQ(notes[0].note.id, 2);
+    EXPECT_EQ(notes[1].note.sources, LongList({1012, 4711, 1011})) << "the record stands as in its file";
+    ASSERT_EQ(notes[1].sources.size(), 2u) << "the unknown one isn't written";
+    EXPECT_EQ(notes[1].sources[0].SourceID, 1012);
+    EXPECT_NE(notes[1].sources[1].FormattedText.find("\"Prisms.\""), std::string::npos);
+    EXPECT_EQ(notes[1].sources[1].SpanKinds, LongList({1}));
+    EXPECT_THAT(prompts.seen, IsEmpty());
+}
+
+TEST_F(PrintCommandsTest, NotesAreReadFromTheirFiles) {
+    CNote changed = DayNote(2, 2);
+    changed.keyWords = "changed elsewhere";
+    folder.Put("DAY01022020.dat", {changed, DayNote(3, 2)});
+    EXPECT_TRUE(PrintNotes(app, LongList{3, 99, 2}));
+    const std::vector<PrintNote> notes = HandedOver();
+    ASSERT_EQ(notes.size(), 2u);
+    EXPECT_EQ(notes[0].note.id, 3);
+    EXPECT_EQ(notes[1].note.keyWords, "changed elsewhere");
+}
+
+TEST_F(PrintCommandsTest, AnEmptyListIsToldAndWritesNothing) {
+    app.ClearList();
+    EXPECT_FALSE(PrintCurrentNotes(app));
+    EXPECT_THAT(prompts.seen, ElementsAre("Invalid Notes: Unable to save, there are no notes in the current list."));
+    EXPECT_THAT(companions.started, IsEmpty());
+    EXPECT_FALSE(std::filesystem::exists(Preview()));
+}
+
+TEST_F(PrintCommandsTest, WithoutAHandOverNothingIsStarted) {
+    struct Case {
+        const char* what;
+        bool blocked, stops, noteFiles;
+        size_t faults;
+    };
+    for (const Case& c : {Case{"a folder in the place of the files", true, false, true, 1},
+                          Case{"stopped by the user", false, true, true, 0},
+                          Case{"note files that can't be read", false, false, false, 1}}) {
+        std::filesystem::remove_all(Preview());
+        faults.faults.clear();
+        background.stops = c.stops;
+        if (c.blocked)
+            std::filesystem::create_directories(Preview() / "full");
+        if (!c.noteFiles) {
+            std::filesystem::remove(folder.paths.NoteFile("DAY01022020.dat"));
+            std::filesystem::create_directory(folder.paths.NoteFile("DAY01022020.dat"));
+        }
+        EXPECT_FALSE(PrintNotes(app, LongList{2})) << c.what;
+        EXPECT_EQ(faults.faults.size(), c.faults) << c.what;
+        EXPECT_THAT(companions.started, IsEmpty()) << c.what;
+        EXPECT_FALSE(std::filesystem::is_regular_file(Preview())) << c.what;
+    }
+}
+
+TEST_F(PrintCommandsTest, ABibliographyHoldsTheSelectedSourcesAsTheyWereSet) {
+    const std::string before = BytesOf(folder.paths.Sources());
+    SourceSelection dialog(app.NoteBook().sources, app.NoteBook().authors);
+    EXPECT_FALSE(CreateBibliography(app, dialog.Bibliography()));
+    EXPECT_FALSE(std::filesystem::exists(Bib()));
+    dialog.SetIndividual(false);
+    dialog.SetStyle(9);
+    dialog.SelectAll();
+    EXPECT_TRUE(CreateBibliography(app, dialog.Bibliography()));
+    EXPECT_THAT(companions.started, ElementsAre("PrintSave|" + Bib().string()));
+    EXPECT_THAT(background.texts, ElementsAre("Preparing Sources...."));
+    EXPECT_TRUE(BytesOf(Bib()).starts_with("0000000011.5600000000000000000000002"));
+    SourceList read;
+    ASSERT_TRUE(read.LoadBibliography(Bib(), world.context).Ok());
+    EXPECT_TRUE(read.ReadWhole());
+    ASSERT_EQ(read.Count(), 2u);
+    EXPECT_EQ(read[0].SourceID, 1012) << "in the order of the list";
+    for (const CSource& source : read) {
+        EXPECT_EQ(source.FormatStyle, 9);
+        EXPECT_TRUE(source.FormattedText.starts_with("Smith, J. Q.")) << source.FormattedText;
+        EXPECT_EQ(source.SpanStarts.Count(), source.SpanEnds.Count());
+    }
+    EXPECT_EQ(BytesOf(folder.paths.Sources()), before);
+    EXPECT_EQ(app.NoteBook().sources[0].FormatStyle, 1);
+}
+
+TEST_F(PrintCommandsTest, FailuresOfTheBibliographyAreTold) {
+    const SourceList& sources = app.NoteBook().sources;
+    companions.failure = "No such file or directory";
+    EXPECT_FALSE(CreateBibliography(app, sources));
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].reason, "No such file or directory");
+    std::filesystem::remove(Bib());
+    std::filesystem::create_directories(Bib() / "full");
+    EXPECT_FALSE(CreateBibliography(app, sources));
+    EXPECT_EQ(faults.faults.size(), 2u);
+    EXPECT_EQ(companions.started.size(), 1u);
+}
+
+TEST_F(PrintCommandsTest, TheSettingsStandInTheStoreBeforeTheProgramStarts) {
+    app.GetSettings().Set(Option::ShowKeyWords, 0);
+    EXPECT_TRUE(PrintCurrentNotes(app));
+    EXPECT_EQ(store.Get("Options", "ShowKeyWords"), "0");
+    EXPECT_EQ(store.Get("Options", "Database"), app.NoteBook().database.guid);
+}
+
+}  // namespace
+}  // namespace lore

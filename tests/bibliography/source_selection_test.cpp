@@ -1,0 +1,162 @@
+#include "bibliography/source_selection.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "bibliography/source_builder.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<int32_t> Ids(const SourceList& list) {
+    std::vector<int32_t> ids;
+    for (const CSource& source : list)
+        ids.push_back(source.SourceID);
+    return ids;
+}
+
+/// A book by John Q. Smith with a style and values of its own.
+CSource Book(int32_t id, const std::string& title, int32_t style) {
+    CSource source;
+    source.SourceID = id;
+    source.SourceGUID = "{" + std::to_string(id) + "}";
+    source.FormatStyle = style;
+    source.IndentSpaces = 7;
+    source.AuthorsBeforeEtAl = 2;
+    source.AuthorIDs = {1};
+    source.FieldTexts[0] = title;
+    return source;
+}
+
+class SourceSelectionTest : public testing::Test {
+protected:
+    SourceSelectionTest() {
+        sources.AddTail(Book(11, "Wicks", 8));
+        sources.AddTail(Book(12, "Amber", 8));
+        sources.AddTail(Book(13, "Mirrors", 8));
+    }
+    std::string Records() const {
+        std::string records;
+        for (const CSource& source : sources)
+            records += RecordOf(source);
+        return records;
+    }
+
+    AuthorList authors = ThreeAuthors();
+    SourceList sources;
+};
+
+TEST_F(SourceSelectionTest, BeginsWithAllSourcesAvailableInOrder) {
+    const SourceSelection model(sources, authors);
+    EXPECT_THAT(Ids(model.Available()), ElementsAre(12, 13, 11));
+    EXPECT_THAT(Ids(model.Selected()), IsEmpty());
+    EXPECT_TRUE(model.Sorted());
+    EXPECT_TRUE(model.Individual());
+    EXPECT_EQ(model.Style(), 1);
+    EXPECT_EQ(model.IndentSpaces(), 3);
+    EXPECT_EQ(model.AuthorsBeforeEtAl(), 6);
+    EXPECT_EQ(kSourcesSelected, 2112);
+}
+
+TEST_F(SourceSelectionTest, MovesSourcesBetweenTheLists) {
+    struct Step {
+        const char* what;
+        bool (*run)(SourceSelection& model);
+        bool done;
+        std::vector<int32_t> available, selected;
+    };
+    const Step kSteps[] = {
+        {"one", [](SourceSelection& m) { return m.Select(11); }, true, {12, 13}, {11}},
+        {"it again", [](SourceSelection& m) { return m.Select(11); }, false, {12, 13}, {11}},
+        {"an unknown one", [](SourceSelection& m) { return m.Select(99); }, false, {12, 13}, {11}},
+        {"kept sorted", [](SourceSelection& m) { return m.Select(12); }, true, {13}, {12, 11}},
+        {"one that isn't selected", [](SourceSelection& m) { return m.Remove(13); }, false, {13}, {12, 11}},
+        {"back, in its place", [](SourceSelection& m) { return m.Remove(12); }, true, {12, 13}, {11}},
+        {"all", [](SourceSelection& m) { return m.SelectAll(), true; }, true, {}, {12, 13, 11}},
+        {"none", [](SourceSelection& m) { return m.ClearAll(), true; }, true, {12, 13, 11}, {}},
+    };
+    SourceSelection model(sources, authors);
+    for (const Step& step : kSteps) {
+        EXPECT_EQ(step.run(model), step.done) << step.what;
+        EXPECT_EQ(Ids(model.Available()), step.available) << step.what;
+        EXPECT_EQ(Ids(model.Selected()), step.selected) << step.what;
+        EXPECT_EQ(Ids(model.Bibliography()), step.selected) << step.what;
+    }
+}
+
+TEST_F(SourceSelectionTest, LeavesTheOrderOfSelectionWithoutTheSort) {
+    SourceSelection model(sources, authors);
+    model.SetSorted(false);
+    model.Select(11);
+    model.Select(12);
+    model.Select(13);
+    EXPECT_THAT(Ids(model.Selected()), ElementsAre(11, 12, 13));
+    model.SetSorted(true);
+    EXPECT_THAT(Ids(model.Selected()), ElementsAre(12, 13, 11));
+    model.SetSorted(false);
+    EXPECT_THAT(Ids(model.Selected()), ElementsAre(12, 13, 11)) << "no older order comes back";
+    model.SelectAll();
+    EXPECT_THAT(Ids(model.Selected()), ElementsAre(11, 12, 13)) << "as the NoteBook holds them";
+}
+
+TEST_F(SourceSelectionTest, SetsTheFormattingOfAllThatAreOrWillBeSelected) {
+    const std::string before = Records();
+    SourceSelection model(sources, authors);
+    model.Select(11);
+    model.SetStyle(9);
+    EXPECT_EQ(model.Selected()[0].FormatStyle, 8) << "the controls are off";
+    model.SetIndividual(false);
+    model.Select(12);
+    for (const CSource& source : model.Selected()) {
+        EXPECT_EQ(source.FormatStyle, 9);
+        EXPECT_EQ(source.IndentSpaces, 3);
+        EXPECT_EQ(source.AuthorsBeforeEtAl, 6);
+        EXPECT_TRUE(source.FormattedText.starts_with("Smith, J. Q.")) << source.FormattedText;
+    }
+    EXPECT_EQ(model.Available()[0].FormatStyle, 8);
+    model.SetStyle(0);
+    EXPECT_TRUE(model.Selected()[0].FormattedText.starts_with("Amber")) << "sorted by the new citations";
+    EXPECT_THAT(Ids(model.Selected()), ElementsAre(12, 11));
+    model.SetIndividual(true);
+    for (const CSource& source : model.Selected())
+        EXPECT_EQ(std::tuple(source.FormatStyle, source.IndentSpaces, source.AuthorsBeforeEtAl), std::tuple(8, 7, 2));
+    EXPECT_EQ(Records(), before);
+}
+
+TEST_F(SourceSelectionTest, HoldsValuesToTheirLimits) {
+    SourceSelection model(sources, authors);
+    model.SetIndividual(false);
+    model.SelectAll();
+    const std::pair<int32_t, int32_t> kIndents[] = {{11, 10}, {-1, 0}, {10, 10}, {0, 0}};
+    for (const auto& [given, held] : kIndents) {
+        model.SetIndentSpaces(given);
+        EXPECT_EQ(model.IndentSpaces(), held);
+        EXPECT_EQ(model.Selected()[0].IndentSpaces, held);
+    }
+    const std::pair<int32_t, int32_t> kAuthors[] = {{0, 1}, {16, 15}, {1, 1}, {15, 15}};
+    for (const auto& [given, held] : kAuthors) {
+        model.SetAuthorsBeforeEtAl(given);
+        EXPECT_EQ(model.AuthorsBeforeEtAl(), held);
+        EXPECT_EQ(model.Bibliography()[2].AuthorsBeforeEtAl, held);
+    }
+}
+
+TEST_F(SourceSelectionTest, ShowsADeletedAuthorTheSameHoweverOftenTheFormattingChanges) {
+    sources[0].AuthorIDs = {98, 99, 1};
+    SourceSelection model(sources, authors);
+    const std::string available = model.Available()[model.Available().Count() - 1].FormattedText;
+    model.SelectAll();
+    model.SetIndividual(false);
+    model.SetIndividual(true);
+    bool found = false;
+    for (const CSource& source : model.Selected())
+        found = found || source.FormattedText == available;
+    EXPECT_TRUE(found) << available;
+    EXPECT_EQ(model.Bibliography().FindSourceByID(11)->AuthorIDs, LongList({98, 99, 1}));
+}
+
+}  // namespace
+}  // namespace lore
