@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "bibliography/citation.h"
+#include "bibliography/citation_order.h"
 #include "bibliography/selection_order.h"
 #include "bibliography/source_record.h"
 
@@ -21,10 +22,6 @@ namespace {
 
 /// Ids of a NoteBook's sources begin above this one.
 constexpr int32_t kLeastHighestID = 1010;
-/// Citations behind this one aren't sorted.
-constexpr std::string_view kCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
-static_assert(kCeiling.size() == 30);
-
 void WriteListHead(RecordWriter* stream, double version, size_t count) {
     WriteFixedDouble(stream, version);
     WriteFixedInt(stream, static_cast<int32_t>(count));
@@ -33,16 +30,6 @@ void WriteListHead(RecordWriter* stream, double version, size_t count) {
 }  // namespace
 
 FileResult SourceList::LoadSources(const std::filesystem::path& path, const ReadContext& context) {
-    return Load(path, context, ReadSource);
-}
-
-FileResult SourceList::LoadBibliography(const std::filesystem::path& path, const ReadContext& context) {
-    return Load(path, context, [](RecordReader* stream, double, const ReadContext& with, CSource& source) {
-        ReadBibliographySource(stream, with, source);
-    });
-}
-
-FileResult SourceList::Load(const std::filesystem::path& path, const ReadContext& context, ReadRecord read) {
     RemoveAll();
     version_ = 0;
     std::unique_ptr<RecordReader> stream;
@@ -53,7 +40,7 @@ FileResult SourceList::Load(const std::filesystem::path& path, const ReadContext
     ReadFixedDouble(stream.get(), version_);
     ReadCounted(stream.get(), [&] {
         CSource source;
-        read(stream.get(), version_, context, source);
+        ReadSource(stream.get(), version_, context, source);
         if (source.SourceID > 0)
             sources_.push_back(std::move(source));
     });
@@ -160,15 +147,7 @@ void SourceList::FormatAll(const AuthorList& authors) {
 
 void SourceList::SortSources(const AuthorList& authors) {
     FormatAll(authors);
-    SortFormatted();
-}
-
-void SourceList::SortFormatted() {
-    std::vector<std::string> keys;
-    keys.reserve(sources_.size());
-    for (const CSource& source : sources_)
-        keys.push_back(ToLower(source.FormattedText));
-    Reorder(sources_, SelectionOrder(keys, kCeiling, SelectionPick::LastNotAbove));
+    Reorder(sources_, CitationOrder(sources_));
     Reindex();
 }
 

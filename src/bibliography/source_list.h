@@ -52,8 +52,6 @@ public:
     /// Formats all sources and sorts them by their citations, ignoring case. Equal citations change their order; texts
     /// behind thirty letters z follow the others in list order.
     void SortSources(const AuthorList& authors);
-    /// The same for sources that are formatted already.
-    void SortFormatted();
     /// Every source of a custom type takes the present definition of its type, found by GUID, and keeps the values of
     /// its fields. A source whose type isn't found keeps its copy; the number of the type stays.
     void LinkCustomTypes(const CustomTypeList& types);
@@ -66,16 +64,12 @@ public:
     FileResult SaveSources(const std::filesystem::path& path, const AuthorList& authors, double version = kDataVersion);
     /// Writes copies of the sources for the print program, formatted once, in list order. An empty list writes nothing.
     FileResult SaveBibliography(const std::filesystem::path& path, const AuthorList& authors) const;
-    /// Empties the list, then reads such a file, as LoadSources does.
-    FileResult LoadBibliography(const std::filesystem::path& path, const ReadContext& context);
     /// False if the file of the last load is there and could not be read to its end.
     bool ReadWhole() const { return readWhole_; }
     /// The version of the file that was read last.
     double Version() const { return version_; }
 
 private:
-    using ReadRecord = void (*)(RecordReader* stream, double version, const ReadContext& context, CSource& source);
-    FileResult Load(const std::filesystem::path& path, const ReadContext& context, ReadRecord read);
     void Reindex();
     void Index(size_t position);
 

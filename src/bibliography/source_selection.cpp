@@ -1,9 +1,21 @@
 #include "bibliography/source_selection.h"
 
 #include "bibliography/citation.h"
+#include "bibliography/citation_order.h"
 #include "bibliography/output_selection.h"
 
 namespace lore {
+
+namespace {
+
+void Sort(SourceList& formatted) {
+    SourceList sorted;
+    for (const uint32_t position : CitationOrder(formatted))
+        sorted.AddTail(std::move(formatted[position]));
+    formatted = std::move(sorted);
+}
+
+}  // namespace
 
 SourceSelection::SourceSelection(const SourceList& sources, const AuthorList& authors)
     : sources_(sources),
@@ -44,7 +56,7 @@ bool SourceSelection::Remove(int32_t id) {
         return false;
     if (const CSource* const source = sources_.FindSourceByID(id))
         available_.AddTail(Formatted(*source));
-    available_.SortFormatted();
+    Sort(available_);
     return true;
 }
 
@@ -61,7 +73,7 @@ void SourceSelection::ClearAll() {
     available_.RemoveAll();
     for (const CSource& source : sources_)
         available_.AddTail(Formatted(source));
-    available_.SortFormatted();
+    Sort(available_);
 }
 
 void SourceSelection::SetSorted(bool sorted) {
@@ -100,7 +112,7 @@ void SourceSelection::RefreshSelected() {
 
 void SourceSelection::SortSelected() {
     if (sorted_)
-        selected_.SortFormatted();
+        Sort(selected_);
 }
 
 SourceList SourceSelection::Bibliography() const {

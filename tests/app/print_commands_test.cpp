@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "bibliography/bibliography_file.h"
 #include "bibliography/source_builder.h"
 #include "bibliography/source_selection.h"
 #include "notes/note_builder.h"
@@ -175,8 +176,9 @@ TEST_F(PrintCommandsTest, ABibliographyHoldsTheSelectedSourcesAsTheyWereSet) {
     EXPECT_THAT(background.texts, ElementsAre("Preparing Sources...."));
     EXPECT_TRUE(BytesOf(Bib()).starts_with("0000000011.5600000000000000000000002"));
     SourceList read;
-    ASSERT_TRUE(read.LoadBibliography(Bib(), world.context).Ok());
-    EXPECT_TRUE(read.ReadWhole());
+    bool whole = false;
+    ASSERT_TRUE(LoadBibliography(Bib(), world.context, read, whole).Ok());
+    EXPECT_TRUE(whole);
     ASSERT_EQ(read.Count(), 2u);
     EXPECT_EQ(read[0].SourceID, 1012) << "in the order of the list";
     for (const CSource& source : read) {

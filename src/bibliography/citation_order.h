@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/text.h"
+#include "bibliography/selection_order.h"
+
+namespace lore {
+
+/// Citations behind this one aren't sorted.
+inline constexpr std::string_view kCitationCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
+static_assert(kCitationCeiling.size() == 30);
+
+/// The positions of formatted sources in the order of their citations, as SortSources has it.
+template <typename Sources>
+std::vector<uint32_t> CitationOrder(const Sources& formatted) {
+    std::vector<std::string> keys;
+    for (const auto& source : formatted)
+        keys.push_back(ToLower(source.FormattedText));
+    return SelectionOrder(keys, kCitationCeiling, SelectionPick::LastNotAbove);
+}
+
+}  // namespace lore
