@@ -34,6 +34,17 @@ function(lore_library folder)
   endif()
 endfunction()
 
+# lore_define_where_used(name value source...): defines a text for the files that name it; the others compile alike in
+# every checkout.
+function(lore_define_where_used name value)
+  foreach(source IN LISTS ARGN)
+    file(STRINGS ${source} uses REGEX ${name} LIMIT_COUNT 1)
+    if(uses)
+      set_property(SOURCE ${source} APPEND PROPERTY COMPILE_DEFINITIONS ${name}="${value}")
+    endif()
+  endforeach()
+endfunction()
+
 # lore_tests(folder [DEPENDS target...]): every *_test.cpp of tests/<folder> as the program test_<folder>.
 function(lore_tests folder)
   cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
@@ -43,7 +54,7 @@ function(lore_tests folder)
   endif()
   add_executable(test_${folder} ${sources})
   target_include_directories(test_${folder} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_compile_definitions(test_${folder} PRIVATE LORE_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+  lore_define_where_used(LORE_TEST_DATA ${PROJECT_SOURCE_DIR}/tests/data ${sources})
   target_link_libraries(test_${folder} PRIVATE ${ARG_DEPENDS} GTest::gmock GTest::gtest_main lore_flags)
   # Tests are compiled more often than they run.
   target_compile_options(test_${folder} PRIVATE $<$<CONFIG:Release>:-O0>)
