@@ -11,7 +11,7 @@ import subprocess
 
 from cli_world import WALKS, CliTest, fingerprint, main, number, version
 
-COMPLETION = pathlib.Path(__file__).resolve().parents[2] / "packaging" / "completions" / "lorebinder-cli"
+COMPLETION = pathlib.Path(__file__).resolve().parents[2] / "packaging" / "linux" / "completions" / "lorebinder-cli"
 SORTS = [701, 702, 703, 704, 705, 801, 802, 803, 804, 805]
 
 KEYS = {
