@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/lorebinder_app.h"
@@ -13,6 +14,7 @@
 #include "edit/note_removal.h"
 #include "edit/note_text_file.h"
 #include "ports/spell_checker.h"
+#include "sources/source_store.h"
 
 namespace lore {
 
@@ -61,6 +63,11 @@ public:
 
     /// Font and size of new texts.
     NewTextLook TextLook() const;
+    /// Where dialogs on sources write.
+    SourceStore& Sources();
+    /// Brings what was changed there into the current list, which is then in its order again. False if nothing was.
+    bool ShowSourceChanges();
+
     /// What a clipboard holds as a note's rich text, the richest form first; empty if there is no text.
     std::string CapturedText(const ClipboardText& clipboard) const;
 
@@ -68,8 +75,9 @@ public:
     void SetSpelling(SpellChecker* checker) { spelling_ = checker; }
     SpellChecker* Spelling() const { return spelling_; }
     EditWorld& World();
-    /// Failed reads and writes are told there while an editor is open; null for the application's own place.
-    void ShowFaultsIn(FaultNotice* place) { faults_.place = place; }
+    /// Failed reads and writes are told there while a window is open; null for the application's own place. Gives the
+    /// place that it was before.
+    FaultNotice* ShowFaultsIn(FaultNotice* place) { return std::exchange(faults_.place, place); }
 
 private:
     struct Deletion {
@@ -93,6 +101,8 @@ private:
     CLorebinderApp& app_;
     FaultRelay faults_;
     EditWorld world_;
+    SourceChanges sourceChanges_;
+    SourceStore sources_{world_, sourceChanges_};
     SpellChecker* spelling_ = nullptr;
     int32_t lastSaved_ = -1;
     std::vector<Deletion> deletions_;

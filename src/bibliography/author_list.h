@@ -42,6 +42,8 @@ public:
     FileResult SaveAuthors(const std::filesystem::path& path, double version = kDataVersion) const;
     /// False if the file of the last load is there and could not be read to its end: then authors are missing.
     bool ReadWhole() const { return readWhole_; }
+    /// What the file held is kept beside; from here on the list is whole.
+    void MarkWhole() { readWhole_ = true; }
     /// The version of the file that was read last.
     double Version() const { return version_; }
 

@@ -133,6 +133,10 @@ WrappedCitation WrapCitation(CSource& source, std::string_view text, int width) 
     return wrapped;
 }
 
+int CountCitationLines(const CSource& source, int width) {
+    return static_cast<int>(BreakLines(Trim(source.FormattedText), width, std::max(source.IndentSpaces, 0)).size());
+}
+
 int WrapSource(CSource& source, int width) {
     WrappedCitation wrapped = WrapCitation(source, source.FormattedText, width);
     source.FormattedText = std::move(wrapped.text);

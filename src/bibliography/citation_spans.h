@@ -41,6 +41,8 @@ struct WrappedCitation {
 
 /// Breaks a text for a width in characters; 0 or less makes no breaks. A negative IndentSpaces becomes 0 in the source.
 WrappedCitation WrapCitation(CSource& source, std::string_view text, int width);
+/// The number of lines that WrapCitation makes of FormattedText.
+int CountCitationLines(const CSource& source, int width);
 /// Wraps FormattedText in place, spans included, as a window does with the copy that it draws. Gives the lines.
 int WrapSource(CSource& source, int width);
 

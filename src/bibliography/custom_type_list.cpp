@@ -77,6 +77,13 @@ void WriteCustomTypeBlock(RecordWriter* stream, const CCustomSourceType& type) {
         WriteField(stream, field);
 }
 
+bool IsSameCustomType(const CCustomSourceType& a, const CCustomSourceType& b) {
+    RecordWriter first, second;
+    WriteCustomTypeBlock(&first, a);
+    WriteCustomTypeBlock(&second, b);
+    return first.Logical() == second.Logical();
+}
+
 FileResult CustomTypeList::LoadTypesUnsorted(const std::filesystem::path& path, const ReadContext& context) {
     RemoveAll();
     version_ = 0;

@@ -47,6 +47,8 @@ public:
     FileResult SaveTypes(const std::filesystem::path& path, double version = kDataVersion) const;
     /// False if the file of the last load is there and could not be read to its end.
     bool ReadWhole() const { return readWhole_; }
+    /// What the file held is kept beside; from here on the list is whole.
+    void MarkWhole() { readWhole_ = true; }
     double Version() const { return version_; }
 
 private:
@@ -62,5 +64,7 @@ private:
 /// that can't be read becomes the context's UTC time.
 void ReadCustomTypeBlock(RecordReader* stream, const ReadContext& context, CCustomSourceType& type);
 void WriteCustomTypeBlock(RecordWriter* stream, const CCustomSourceType& type);
+/// True if both stand in a file as the same bytes.
+bool IsSameCustomType(const CCustomSourceType& a, const CCustomSourceType& b);
 
 }  // namespace lore

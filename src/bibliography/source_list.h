@@ -66,6 +66,8 @@ public:
     FileResult SaveBibliography(const std::filesystem::path& path, const AuthorList& authors) const;
     /// False if the file of the last load is there and could not be read to its end.
     bool ReadWhole() const { return readWhole_; }
+    /// What the file held is kept beside; from here on the list is whole.
+    void MarkWhole() { readWhole_ = true; }
     /// The version of the file that was read last.
     double Version() const { return version_; }
 

@@ -1,5 +1,7 @@
 #include "bibliography/source_types.h"
 
+#include <algorithm>
+
 namespace lore {
 
 namespace {
@@ -35,6 +37,10 @@ constexpr std::string_view kLabels[kTypeCount][9] = {
     {"Title:", "Organization:", "", "", "", "", "City/State:", "Event:", "Place:"},
 };
 
+/// Slots by the places of their fields, for the types from 1; 0 ends a row.
+constexpr size_t kFieldOrder[kTypeCount][7] = {{7, 8, 6, 3, 5, 4}, {7, 5, 3, 4}, {3, 4},   {3, 7, 4},
+                                               {7, 8, 6, 4},       {7, 6, 4},    {7, 8, 6}};
+
 bool IsStandard(int32_t type) {
     return type >= 1 && type <= kTypeCount;
 }
@@ -56,6 +62,22 @@ std::string_view StyleName(int32_t style) {
 
 std::string_view FieldLabel(int32_t type, size_t slot) {
     return IsStandard(type) && slot < std::size(kLabels[0]) ? kLabels[type - 1][slot] : std::string_view();
+}
+
+std::span<const size_t> FieldOrder(int32_t type) {
+    if (!IsStandard(type))
+        return {};
+    const auto& row = kFieldOrder[type - 1];
+    return {std::begin(row), std::find(std::begin(row), std::end(row), size_t{0})};
+}
+
+std::vector<size_t> UnusedSlots(int32_t type) {
+    std::vector<size_t> slots;
+    for (size_t slot = kDateSlot + 1; IsStandard(type) && slot < std::size(kLabels[0]); ++slot) {
+        if (FieldLabel(type, slot).empty())
+            slots.push_back(slot);
+    }
+    return slots;
 }
 
 std::vector<NumberedName> TypeChoices(CustomTypeList& types) {

@@ -26,8 +26,6 @@ public:
         OpenNoteBook book;
         if (!data || !session.OpenForWriting(book, status))
             return status;
-        if (!IsWhole(session, book))
-            return ExitStatus::Fault;
         const std::vector<CSource> sources = Prepare(session, *data);
         IdCounters counters = session.Counters();
         SourceMerge merge(book, counters);
@@ -44,20 +42,6 @@ public:
     }
 
 private:
-    /// Writing a list that could be read in part only would lose the rest of it.
-    static bool IsWhole(Session& session, const OpenNoteBook& book) {
-        const std::pair<std::filesystem::path, bool> lists[] = {{book.paths.SourceTypes(), book.types.ReadWhole()},
-                                                                {book.paths.Authors(), book.authors.ReadWhole()},
-                                                                {book.paths.Sources(), book.sources.ReadWhole()}};
-        bool whole = true;
-        for (const auto& [path, isWhole] : lists) {
-            if (!isWhole)
-                session.Faults().Tell({"Nothing was added, since writing this file would lose what can't be read of it",
-                                       path.string(), "the file is damaged"});
-            whole = whole && isWhole;
-        }
-        return whole;
-    }
     /// A source without identity gets one; each carries its authors with it.
     static std::vector<CSource> Prepare(Session& session, const BibliographyData& data) {
         std::vector<CSource> sources;

@@ -96,8 +96,12 @@ std::optional<size_t> SourceRows::SelectRow(int32_t sourceID) {
 
 void SourceRows::Refresh() {
     std::erase_if(rows_, [this](const SourceRow& row) { return !sources_.FindSourceByID(row.source.SourceID); });
-    for (SourceRow& row : rows_)
-        row.source = Formatted(*sources_.FindSourceByID(row.source.SourceID));
+    for (SourceRow& row : rows_) {
+        const CSource& source = *sources_.FindSourceByID(row.source.SourceID);
+        if (EqualNoCase(row.key, row.source.SourceGUID))
+            row.key = source.SourceGUID;
+        row.source = Formatted(source);
+    }
 }
 
 bool SourceRows::OpenLine(size_t row) {

@@ -46,7 +46,8 @@ public:
     void ClearSources() { rows_.clear(); }
     /// Marks the row of a source and no other. Gives the row.
     std::optional<size_t> SelectRow(int32_t sourceID);
-    /// Renews the copies from the NoteBook; a row whose source has gone goes as well.
+    /// Renews the copies from the NoteBook; a row whose source has gone goes as well. What the note says of a source
+    /// that has another GUID now goes on to it.
     void Refresh();
 
     /// A click on the line of a row. From then on the row has a key. False where the lines are disabled.

@@ -50,6 +50,10 @@ public:
     void RemoveNotes(const std::unordered_set<int32_t>& ids);
     /// Puts the saved version of a note in its place. Its flags stay, its search marks go. False if it isn't there.
     bool ReplaceNote(CNote note, std::shared_ptr<const Citations> citations);
+    /// The texts of a note's sources are other ones now.
+    void SetCitations(size_t position, std::shared_ptr<const Citations> citations) {
+        notes_[position].citations = std::move(citations);
+    }
     /// Takes the entry out and puts it in again so that it stands at `to`; both below Count().
     void MoveNote(size_t from, size_t to);
     /// Replaces all entries, the search stays.

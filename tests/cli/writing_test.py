@@ -93,6 +93,16 @@ class Writing(unittest.TestCase):
                 self.assertIn(words, self.run_cli(*args, status=status).stderr)
                 self.assertEqual(self.run_cli("--json", "notes").stdout, before)
 
+    def test_a_damaged_list_is_kept_beside_before_sources_are_added(self):
+        file = self.file("s.json", json.dumps({"sources": [{"FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"]}]}))
+        self.json("source", "add", "--file", file)
+        stored = self.book / "Sources.dat"
+        damaged = stored.read_bytes()[:-40]
+        stored.write_bytes(damaged)
+        self.json("source", "add", "--file", file)
+        self.assertEqual(stored.with_name("Sources.dat.kept").read_bytes(), damaged)
+        self.assertGreaterEqual(len(self.json("sources")), 3)
+
     def test_an_edit_changes_what_it_names_and_moves_the_note_with_its_first_source(self):
         sources = self.file("s.json", json.dumps({
             "authors": [{"AuthorID": 5, "first": "Ada", "last": "Lamp"}],

@@ -58,6 +58,17 @@ TEST_F(SourceRowsTest, OnlyAnOpenedLineStoresItsTextTrimmed) {
     EXPECT_EQ(rows.LineText(1), "Click Here to Add Note Specific Info...");
 }
 
+TEST_F(SourceRowsTest, InformationGoesOnToTheNewIdentityOfItsSource) {
+    CNote note = SourceNote(1, {1011, 1012});
+    note.sourceInfo = {{"{source-1011}", "p. 7"}};
+    rows.Fill(note, true);
+    CSource renamed = *book.sources.FindSourceByID(1011);
+    renamed.SourceGUID = "{New}";
+    book.sources.ReplaceSource(1011, renamed);
+    rows.Refresh();
+    EXPECT_THAT(Written(), ElementsAre("1011", "1012", "{New}=p. 7")) << "and a line without a key stays without";
+}
+
 TEST_F(SourceRowsTest, DisabledLinesKeepWhatTheyHold) {
     CNote note = SourceNote(1, {1011});
     note.sourceInfo = {{"{Source-1011}", "p. 7"}};

@@ -7,7 +7,7 @@ import re
 import sys
 import tempfile
 
-ORDER = ("base ports settings rtf bibliography classify notes edit exchange notebooks calendar online app "
+ORDER = ("base ports settings rtf bibliography classify notes edit sources exchange notebooks calendar online app "
          "platform ui cli agent printsave").split()
 FIRST_WITH_QT = ORDER.index("platform")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)

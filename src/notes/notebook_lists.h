@@ -1,0 +1,16 @@
+#pragma once
+
+#include "notes/open_notebook.h"
+#include "ports/fault_notice.h"
+
+namespace lore {
+
+// Each writes one list of the open NoteBook to its file. A list that could not be read whole is kept beside before it
+// is written anew for the first time. A failure is told, and gives false: the file is as it was then.
+
+bool WriteAuthors(OpenNoteBook& book, FaultNotice& faults);
+bool WriteSourceTypes(OpenNoteBook& book, FaultNotice& faults);
+/// Formats the sources, which drops the ids of deleted authors.
+bool WriteSources(OpenNoteBook& book, FaultNotice& faults);
+
+}  // namespace lore

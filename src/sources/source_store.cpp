@@ -1,0 +1,167 @@
+#include "sources/source_store.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "notes/note_finder.h"
+#include "notes/note_store.h"
+#include "notes/notebook_lists.h"
+#include "notes/sync_stamp.h"
+
+namespace lore {
+
+namespace {
+
+/// What the notes know of a source goes from one identity to another in two steps, so that whichever of the two the
+/// list of sources holds after a crash finds it: first under both keys, then under the new one alone.
+class NewIdentity {
+public:
+    NewIdentity(std::vector<CNote> notes, std::string oldGuid, std::string newGuid)
+        : before_(std::move(notes)), old_(std::move(oldGuid)), new_(std::move(newGuid)) {}
+
+    const std::vector<CNote>& Before() const { return before_; }
+    std::vector<CNote> UnderBoth(const DateTime& now) const {
+        std::vector<CNote> notes = before_;
+        for (CNote& note : notes) {
+            note.dateEdited = now;
+            if (const CNoteSourceInfo* const info = FindSourceInfo(note.sourceInfo, old_))
+                note.sourceInfo.push_back({new_, info->text});
+        }
+        return notes;
+    }
+    /// Those notes that know something of the source.
+    std::vector<CNote> UnderNew(const DateTime& now) const {
+        std::vector<CNote> notes;
+        for (CNote note : before_) {
+            bool found = false;
+            note.dateEdited = now;
+            for (CNoteSourceInfo& info : note.sourceInfo) {
+                if (EqualNoCase(info.key, old_)) {
+                    info.key = new_;
+                    found = true;
+                }
+            }
+            if (found)
+                notes.push_back(std::move(note));
+        }
+        return notes;
+    }
+
+private:
+    std::vector<CNote> before_;
+    std::string old_, new_;
+};
+
+}  // namespace
+
+bool SourceStore::Add(CSource source) {
+    OpenNoteBook& book = world_.book;
+    const int32_t id = source.SourceID;
+    book.sources.AddTail(std::move(source));
+    if (!WriteSources(book, world_.faults)) {
+        book.sources.RemoveSource(id);
+        return false;
+    }
+    changes_.sources = true;
+    return true;
+}
+
+bool SourceStore::Replace(CSource source) {
+    OpenNoteBook& book = world_.book;
+    const CSource* const live = book.sources.FindSourceByID(source.SourceID);
+    if (!live)
+        return Add(std::move(source));
+    const CSource before = *live;
+    source.NoteIDs = before.NoteIDs;
+    const bool isRenamed = before.SourceGUID != source.SourceGUID;
+    const DateTime now = world_.clock.Now();
+    const NewIdentity identity(isRenamed ? NotesOf(before.NoteIDs) : std::vector<CNote>(), before.SourceGUID,
+                               source.SourceGUID);
+    // A note that can't be read would lose what it knows; its file has been told.
+    if (isRenamed && identity.Before().size() < before.NoteIDs.Count())
+        return false;
+    if (!WriteNotes(identity.UnderBoth(now))) {
+        WriteNotes(identity.Before());
+        return false;
+    }
+    book.sources.ReplaceSource(before.SourceID, std::move(source));
+    if (!WriteSources(book, world_.faults)) {
+        book.sources.ReplaceSource(before.SourceID, before);
+        WriteNotes(identity.Before());
+        return false;
+    }
+    WriteNotes(identity.UnderNew(now));
+    for (const CNote& note : identity.Before())
+        changes_.rewritten.AddUnique(note.id);
+    Changed(before.NoteIDs);
+    return true;
+}
+
+bool SourceStore::Remove(int32_t id) {
+    OpenNoteBook& book = world_.book;
+    const SourceList before = book.sources;
+    if (!book.sources.RemoveSource(id))
+        return false;
+    if (!WriteSources(book, world_.faults)) {
+        book.sources = before;
+        return false;
+    }
+    changes_.sources = true;
+    return true;
+}
+
+bool SourceStore::ReplaceTypes(const CustomTypeList& types) {
+    OpenNoteBook& book = world_.book;
+    const CustomTypeList before = book.types;
+    book.types = types;
+    if (!WriteSourceTypes(book, world_.faults)) {
+        book.types = before;
+        return false;
+    }
+    std::vector<CCustomSourceType> copies;
+    for (const CSource& source : book.sources)
+        copies.push_back(source.CustomTypeCopy);
+    book.sources.LinkCustomTypes(book.types);
+    LongList notes;
+    bool any = false;
+    for (size_t i = 0; i < copies.size(); ++i) {
+        if (!IsSameCustomType(copies[i], book.sources[i].CustomTypeCopy)) {
+            any = true;
+            notes.Merge(book.sources[i].NoteIDs);
+        }
+    }
+    // Each load takes the definitions into the sources anew: a list that can't be written now loses nothing.
+    if (any)
+        WriteSources(book, world_.faults);
+    Changed(notes);
+    return true;
+}
+
+bool SourceStore::WriteNotes(const std::vector<CNote>& notes) {
+    const ReadContext context = world_.Context();
+    return notes.empty() || NoteStore(world_.book, context, world_.faults, world_.texts).SaveNotes(notes).IsEmpty();
+}
+
+std::vector<CNote> SourceStore::NotesOf(const LongList& ids) {
+    return FindNotes(world_.book.index, ids, world_.Context(), world_.faults);
+}
+
+void SourceStore::Changed(const LongList& notes) {
+    changes_.sources = true;
+    changes_.cited.Merge(notes);
+    Stamp(notes);
+}
+
+void SourceStore::Stamp(const LongList& notes) {
+    OpenNoteBook& book = world_.book;
+    if (!book.syncLog.link.IsLinked() || notes.IsEmpty())
+        return;
+    bool any = false;
+    const DateTime nowUtc = world_.clock.NowUtc();
+    for (const CNote& note : NotesOf(notes))
+        any = StampSyncRecord(book.syncLog, note.guid, [&](CSyncInfo& info) { info.SourcesChanged = nowUtc; }) || any;
+    if (any)
+        WriteSyncLog(book, world_.faults);
+}
+
+}  // namespace lore
