@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "base/text.h"
+#include "notebooks/data_upgrade.h"
 #include "notes/file_faults.h"
 #include "notes/note_cleaner.h"
 #include "notes/note_finder.h"
@@ -34,9 +35,11 @@ ReadContext CLorebinderApp::Context() const {
     return {.now = ports_.clock.Now(), .nowUtc = ports_.clock.NowUtc(), .guids = &ports_.guids};
 }
 
-void CLorebinderApp::Flush() {
-    if (!ports_.store.Flush())
+bool CLorebinderApp::FlushStore() {
+    const bool written = ports_.store.Flush();
+    if (!written)
         ports_.faults.Tell({"The settings could not be written", "", "they keep their old values"});
+    return written;
 }
 
 void CLorebinderApp::LoadOptions() {
@@ -56,7 +59,7 @@ void CLorebinderApp::SelectStartNoteBook() {
     settings_.Set(Option::Database, start.Database);
     settings_.Save(ports_.store, Option::LocalGUID);
     settings_.Save(ports_.store, Option::Database);
-    Flush();
+    FlushStore();
     UseNoteBook(noteBook);
 }
 
@@ -64,17 +67,49 @@ void CLorebinderApp::UseNoteBook(const CDatabase& noteBook) {
     book_ = OpenNoteBook();
     book_.database = noteBook;
     book_.paths = NoteBookPaths(data_, noteBook.folder);
-    isDeleted_ = false;
+    closed_ = Closed::No;
     settings_.Set(Option::Database, noteBook.guid);
 }
 
+void CLorebinderApp::StartAgent() {
+    Agent* const agent = ports_.agent;
+    const bool isFirstRun = settings_.ProgVersion() <= 0;
+    if (isFirstRun) {
+        settings_.Set(Option::StartupAgent, kAgentOn);
+        settings_.Save(ports_.store, Option::StartupAgent);
+    }
+    if (!agent || !agent->IsInstalled())
+        return;
+    if (isFirstRun)
+        agent->StartWithSession(true);
+    if ((isFirstRun || settings_.Int(Option::RunAgent) == kAgentOn) && !agent->IsRunning())
+        agent->Launch();
+}
+
+bool CLorebinderApp::UpgradeData() {
+    if (!NeedsDataUpgrade(settings_.ProgVersion()))
+        return true;
+    IdCounters counters = Counters();
+    const ReadContext context = Context();
+    const bool done = UpgradeDataFolder({data_, counters.MaxCategoryID, context, ports_.progress, ports_.faults});
+    if (done)
+        StoreCounters(counters);
+    return done;
+}
+
 void CLorebinderApp::FinishStartup() {
+    StartAgent();
+    if (closed_ == Closed::Deleted)
+        return;
+    closed_ = UpgradeData() ? Closed::No : Closed::NotUpgraded;
+    if (closed_ != Closed::No)
+        return;
     // A first run has the version -1, which counts as older too.
     if (settings_.ProgVersion() < kWideSearchVersion)
         settings_.Set(Option::SrchCtrlsWidth, kWideSearchControls);
     settings_.Set(Option::ProgVersion, std::string(kDataVersionText));
     settings_.Save(ports_.store, Option::ProgVersion);
-    Flush();
+    FlushStore();
     LoadNoteBook();
     ShowNotes(LoadLastViewList(book_.paths, ports_.faults));
 }
@@ -87,7 +122,7 @@ void CLorebinderApp::StoreCounters(const IdCounters& counters) {
         settings_.Set(option, value);
         settings_.Save(ports_.store, option);
     }
-    Flush();
+    FlushStore();
 }
 
 void CLorebinderApp::LoadNoteBook() {
@@ -122,17 +157,27 @@ IdCounters CLorebinderApp::Counters() const {
 
 void CLorebinderApp::StoreSettings() {
     settings_.SaveOptions(ports_.store);
-    Flush();
+    FlushStore();
 }
 
 void CLorebinderApp::SaveOptions() {
     StoreSettings();
-    if (!isDeleted_)
+    if (closed_ == Closed::No)
         SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
 }
 
+void CLorebinderApp::ExitInstance() {
+    SaveOptions();
+    if (ports_.agent && settings_.Int(Option::RunAgent) == kAgentOn)
+        ports_.agent->Send(kAgentClose);
+}
+
 void CLorebinderApp::SwitchNoteBook(const CDatabase& noteBook) {
-    if (!isDeleted_)
+    if (closed_ == Closed::NotUpgraded) {
+        MayWrite();
+        return;
+    }
+    if (closed_ == Closed::No)
         SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
     list_ = CNoteList();
     UseNoteBook(noteBook);
@@ -153,15 +198,20 @@ void CLorebinderApp::CloseDeletedNoteBook() {
     list_ = CNoteList();
     texts_->Clear();
     UseNoteBook(deleted);
-    isDeleted_ = true;
+    closed_ = Closed::Deleted;
 }
 
 bool CLorebinderApp::MayWrite() {
-    if (isDeleted_)
+    if (closed_ == Closed::NotUpgraded)
+        ports_.prompts.Message(
+            "The data of an older version could not be upgraded, so that nothing can be written yet. Please see the "
+            "details above the board, and try again.",
+            "Data Not Upgraded", PromptIcon::Warning);
+    else if (closed_ == Closed::Deleted)
         ports_.prompts.Message(
             "The NoteBook \"" + book_.database.name + "\" has been deleted. Please change to another NoteBook first.",
             "NoteBook Deleted", PromptIcon::Warning);
-    return !isDeleted_;
+    return closed_ == Closed::No;
 }
 
 std::vector<CDatabase> CLorebinderApp::NoteBookChoices() const {

@@ -12,6 +12,7 @@
 #include "notes/open_notebook.h"
 #include "notes/search_flow.h"
 #include "notes/text_cache.h"
+#include "ports/agent.h"
 #include "ports/background.h"
 #include "ports/clock.h"
 #include "ports/fault_notice.h"
@@ -37,6 +38,7 @@ struct AppPorts {
     /// Gives a random number from 0 to the one given.
     std::function<int(int)> random = [](int) { return 0; };
     ProcessLauncher* companions = nullptr;  ///< without one no companion is started
+    Agent* agent = nullptr;                 ///< without one none is started or told
 };
 
 /// The application: settings, the list of NoteBooks, the open NoteBook and the current note list, and the commands that
@@ -50,9 +52,12 @@ public:
     void LoadOptions();
     /// Chooses the NoteBook that the settings name and stores the choice at once.
     void SelectStartNoteBook();
-    /// What follows once a window stands: the settings that a newer version changes, the clean-up of note files, the
-    /// load of the NoteBook and of its last list.
+    /// What follows once a window stands: the agent, the upgrade of a data folder of an older version, the settings
+    /// that a newer version changes, the clean-up of note files, the load of the NoteBook and of its last list. Where
+    /// older data can't be upgraded no NoteBook is open, nothing is written, and the next call tries again.
     void FinishStartup();
+    /// The end: the options are saved, and the agent that runs only beside the program closes.
+    void ExitInstance();
     /// Writes all settings and the ids of the current list.
     void SaveOptions();
 
@@ -109,6 +114,8 @@ public:
     void StoreCounters(const IdCounters& counters);
     /// Stores all settings at once.
     void StoreSettings();
+    /// Puts on disk what has been set in the store. False if it could not be written, which has been told.
+    bool FlushStore();
 
     // The texts of the status panes.
     std::string NoteBookPane() const;
@@ -121,8 +128,9 @@ public:
 
 private:
     void UseNoteBook(const CDatabase& noteBook);
+    void StartAgent();
+    bool UpgradeData();
     void LoadNoteBook();
-    void Flush();
 
     AppPorts ports_;
     DataPaths data_;
@@ -131,7 +139,8 @@ private:
     OpenNoteBook book_;
     CNoteList list_;
     std::unique_ptr<TextCache> texts_;
-    bool isDeleted_ = false;  // the open NoteBook
+    /// Why there is no NoteBook that takes changes.
+    enum class Closed { No, Deleted, NotUpgraded } closed_ = Closed::No;
 };
 
 }  // namespace lore

@@ -197,7 +197,7 @@ EditNoteSession WritingCommands::ContinueNote(const UnsavedNote& unsaved) {
 }
 
 NewTextLook WritingCommands::TextLook() const {
-    const FontSetting font = LoadFontSetting(app_.Ports().store, "EditTextFont", DefaultEditTextFont());
+    const FontSetting font = LoadFontSetting(app_.Ports().store, kEditTextFont, DefaultEditTextFont());
     // Three quarters of the pixels in points, twice that in half points.
     return {ToUtf8(font.faceName), std::clamp(font.height * 3 / 2, 2, 400)};
 }

@@ -14,7 +14,7 @@ namespace {
 
 /// Heights are pixels of the board, which are three quarters of a point.
 NewTextLook LookOfNewText(const Session& session) {
-    const FontSetting font = LoadFontSetting(session.Store(), "EditTextFont", DefaultEditTextFont());
+    const FontSetting font = LoadFontSetting(session.Store(), kEditTextFont, DefaultEditTextFont());
     return {ToUtf8(font.faceName), font.height * 3 / 2};
 }
 

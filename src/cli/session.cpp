@@ -3,8 +3,10 @@
 #include <cstdio>
 
 #include "base/text.h"
+#include "notebooks/data_upgrade.h"
 #include "notes/note_cleaner.h"
 #include "platform/places.h"
+#include "ports/silent_progress.h"
 
 namespace lore {
 
@@ -68,6 +70,7 @@ std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, Note
     const auto database = NoteBook();
     if (!database)
         return std::nullopt;
+    TellOlderData();
     book.database = *database;
     book.paths = NoteBookPaths(data_, database->folder);
     IdCounters counters = Counters();
@@ -113,11 +116,33 @@ bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status) {
     return true;
 }
 
+bool Session::UpgradeData() {
+    // The version in the settings stays: the desktop program has more to do for it.
+    if (!NeedsDataUpgrade(settings_.ProgVersion()))
+        return true;
+    IdCounters counters = Counters();
+    SilentProgress progress;
+    const bool done = UpgradeDataFolder({data_, counters.MaxCategoryID, context_, progress, faults_});
+    if (done && counters.MaxCategoryID != Counters().MaxCategoryID)
+        StoreCounters(counters);
+    return done;
+}
+
+void Session::TellOlderData() {
+    if (NeedsDataUpgrade(settings_.ProgVersion()) && HasOlderData(data_))
+        PrintError(
+            "the data of an older version stand outside of the NoteBooks; they are upgraded by the first command that "
+            "writes, or when Lorebinder starts");
+}
+
 bool Session::TakeLock(ExitStatus& status) {
     int error = 0;
     lock_ = DataLock::Take(data_.root, error);
-    if (lock_)
-        return true;
+    if (lock_) {
+        const bool upgraded = UpgradeData();
+        status = upgraded ? status : ExitStatus::Fault;
+        return upgraded;
+    }
     if (error != 0) {
         faults_.Tell({"The data folder could not be locked", data_.root.string(), FileResult{error}.Reason()});
         status = ExitStatus::Fault;

@@ -70,10 +70,14 @@ public:
     /// Opens the NoteBook as the desktop does, for a command that writes: takes the lock, gives the installation its
     /// identity, cleans up, loads and moves the counters on. False, told on standard error, if it can't.
     bool OpenForWriting(OpenNoteBook& book, ExitStatus& status);
-    /// Takes the lock for a command that writes; false, told on standard error, if another process holds it.
+    /// Takes the lock for a command that writes, and upgrades the data of an older version; false, told on standard
+    /// error, if another process holds it or the data can't be upgraded.
     bool TakeLock(ExitStatus& status);
 
 private:
+    bool UpgradeData();
+    void TellOlderData();
+
     GlobalOptions options_;
     DataPaths data_;
     IniStore store_;

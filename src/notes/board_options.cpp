@@ -18,7 +18,7 @@ BoardOptions BoardOptionsOf(const Settings& settings, const SettingsStore& store
     options.sourceSize = settings.Int(Option::SourceSize);
     options.zoom = settings.ZoomFactor();
     options.focusGround = LoadSelectedNoteColor(store);
-    options.pictureTitle = LoadFontSetting(store, "ImgTitleFont", DefaultImageTitleFont());
+    options.pictureTitle = LoadFontSetting(store, kImageTitleFont, DefaultImageTitleFont());
     return options;
 }
 

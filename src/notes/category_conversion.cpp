@@ -11,7 +11,8 @@ namespace lore {
 
 namespace {
 
-void ConvertFile(CategoryConversion& conversion, const std::filesystem::path& file, const ReadContext& context,
+/// False if it could not be written.
+bool ConvertFile(CategoryConversion& conversion, const std::filesystem::path& file, const ReadContext& context,
                  FaultNotice& faults) {
     NoteFileReader reader(context);
     TellFailedRead(faults, kNoteFileUnread, file, reader.Open(file));
@@ -22,8 +23,11 @@ void ConvertFile(CategoryConversion& conversion, const std::filesystem::path& fi
         conversion.MergeNote(note);
     if (reader.IsDamaged())
         faults.Tell({"A note file could not be converted", file.string(), "The file is damaged"});
-    else if (!notes.empty())
-        TellFailedWrite(faults, kNoteFileUnwritten, file, SaveNoteFile(file, notes));
+    if (reader.IsDamaged() || notes.empty())
+        return true;
+    const FileResult result = SaveNoteFile(file, notes);
+    TellFailedWrite(faults, kNoteFileUnwritten, file, result);
+    return result.Ok();
 }
 
 }  // namespace
@@ -55,14 +59,16 @@ CProCategoryList CategoryConversion::Finish() {
     return std::move(forest_);
 }
 
-void ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const ReadContext& context,
+bool ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const ReadContext& context,
                        FaultNotice& faults) {
     CategoryConversion conversion(maxCategoryID);
+    bool written = true;
     for (const std::filesystem::path& file : NoteFilesOf(paths.Notes()))
-        ConvertFile(conversion, file, context, faults);
+        written = ConvertFile(conversion, file, context, faults) && written;
     conversion.MergeEmptyCategories(paths, faults);
-    TellFailedWrite(faults, "The categories could not be written", paths.Categories(),
-                    conversion.Finish().Save(paths.Categories()));
+    const FileResult result = conversion.Finish().Save(paths.Categories());
+    TellFailedWrite(faults, "The categories could not be written", paths.Categories(), result);
+    return written && result.Ok();
 }
 
 }  // namespace lore

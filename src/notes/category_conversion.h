@@ -33,7 +33,8 @@ private:
 };
 
 /// Converts a NoteBook on disk: each note file is written in the current form with the ids of the new forest, then
-/// "Categories.dat" is written. A note file that is damaged or can't be read stays as it is and is reported.
-void ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const ReadContext& context, FaultNotice& faults);
+/// "Categories.dat" is written. A note file that is damaged or can't be read stays as it is and is reported. False if
+/// something could not be written, which is reported too.
+bool ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const ReadContext& context, FaultNotice& faults);
 
 }  // namespace lore

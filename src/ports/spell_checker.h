@@ -22,6 +22,10 @@ public:
     /// Takes a word into the user's own dictionary, for all languages. False if it could not be written; the word is
     /// right for this run all the same.
     virtual bool Add(const std::string& word) = 0;
+    /// The user's own words, in the order in which they came.
+    virtual std::vector<std::string> UserWords() const { return {}; }
+    /// Puts these in their place. False if they could not be written; they hold for this run all the same.
+    virtual bool SetUserWords(const std::vector<std::string>&) { return false; }
     /// Holds a word right until the program ends.
     virtual void Ignore(const std::string& word) = 0;
 };

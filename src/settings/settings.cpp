@@ -84,6 +84,9 @@ constexpr Row kRows[] = {
     {Option::HotkeyMod, "HotkeyMod", Kind::Integer, 0},
     {Option::Appearance, "Appearance", Kind::Integer, 0},    // 0 as the desktop, 1 light, 2 dark
     {Option::TextCacheMB, "TextCacheMB", Kind::Integer, 512},  // plain texts kept for searches, in MiB
+    {Option::SpellLanguage, "SpellLanguage", Kind::String},    // empty: the language of the desktop
+    {Option::UpdateAddress, "UpdateAddress", Kind::String},    // of the text that names the newest version; empty: none
+    {Option::TutorialAddress, "TutorialAddress", Kind::String},
 };
 // clang-format on
 
@@ -239,15 +242,31 @@ Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight) 
     return enough ? frame : Rect{};
 }
 
+const std::array<MarkColor, 16>& MarkColors() {
+    static constexpr std::array<MarkColor, 16> kColors = {{{"Black", 0x000000},
+                                                           {"Maroon", 0x000080},
+                                                           {"Green", 0x008000},
+                                                           {"Olive", 0x008080},
+                                                           {"Navy", 0x800000},
+                                                           {"Purple", 0x800080},
+                                                           {"Teal", 0x808000},
+                                                           {"Gray", 0x808080},
+                                                           {"Silver", 0xC0C0C0},
+                                                           {"Red", 0x0000FF},
+                                                           {"Lime", 0x00FF00},
+                                                           {"Yellow", 0x00FFFF},
+                                                           {"Blue", 0xFF0000},
+                                                           {"Fuchsia", 0xFF00FF},
+                                                           {"Aqua", 0xFFFF00},
+                                                           {"White", 0xFFFFFF}}};
+    return kColors;
+}
+
 MarkStyle DerivedMarkStyle(const Settings& settings) {
     constexpr uint32_t kBeyondTheList = 66302;
-    // Black, maroon, green, olive, navy, purple, teal, gray, silver, red, lime, yellow, blue, fuchsia, aqua, white.
-    constexpr std::array<uint32_t, 16> kColors = {0x000000, 0x000080, 0x008000, 0x008080, 0x800000, 0x800080,
-                                                  0x808000, 0x808080, 0xC0C0C0, 0x0000FF, 0x00FF00, 0x00FFFF,
-                                                  0xFF0000, 0xFF00FF, 0xFFFF00, 0xFFFFFF};
     const auto index = static_cast<uint32_t>(settings.Int(Option::MarkSelColor));
     MarkStyle style;
-    style.color = index < kColors.size() ? kColors[index] : kBeyondTheList;
+    style.color = index < MarkColors().size() ? MarkColors()[index].color : kBeyondTheList;
     style.effects = (settings.Flag(Option::MarkBold) ? 3 : 1) + (settings.Flag(Option::MarkItalics) ? 4 : 0) +
                     (settings.Flag(Option::MarkUnderline) ? 8 : 0) + (settings.Flag(Option::MarkStrike) ? 64 : 0);
     return style;

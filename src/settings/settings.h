@@ -25,10 +25,13 @@ enum class Option : uint8_t {
     Service, ShowCatSet1, EnableBackup, BkUseTimes, BackupPath, PrevBackupPath, BkUseCount, OverwriteBkup, UpdateCheck,
     SyncEngaged, SyncGUID, Nickname, SyncAtStart, SyncAtClose, LocalGUID, SrchCtrlsWidth, MaxCategoryID, EnableNoteAutoFill,
     MarkBold, MarkStrike, MarkItalics, MarkUnderline, MarkSelColor, Database, RunAgent, StartupAgent, TrayIcon, Hotkey,
-    HotkeyMod, Appearance, TextCacheMB,
+    HotkeyMod, Appearance, TextCacheMB, SpellLanguage, UpdateAddress, TutorialAddress,
     Count_
 };
 // clang-format on
+
+/// How the options that the agent shares say yes.
+inline constexpr int32_t kAgentOn = 2112;
 
 /// All settings as values. A value that is missing in the store, or that can't be read, has its default.
 class Settings {
@@ -63,6 +66,13 @@ private:
 /// A frame rectangle as it may be shown on a screen of this size: empty when less than 10 by 10 of it would be seen.
 Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight);
 
+/// The colours that misspelled words can have, with their names, in the order of `MarkSelColor`; red in the low byte.
+struct MarkColor {
+    const char* name;
+    uint32_t color;
+};
+const std::array<MarkColor, 16>& MarkColors();
+
 /// How misspelled words are marked: a colour (red in the low byte) and effect bits.
 struct MarkStyle {
     uint32_t color = 0;
@@ -79,6 +89,9 @@ struct FontSetting {
     int32_t pitchAndFamily = 0, charSet = 0;
     uint32_t color = 0;  ///< red in the low byte
 };
+/// The sections of the two fonts.
+inline constexpr char kImageTitleFont[] = "ImgTitleFont";
+inline constexpr char kEditTextFont[] = "EditTextFont";
 FontSetting DefaultImageTitleFont();
 FontSetting DefaultEditTextFont();
 /// Each missing key has the value of `defaults`.

@@ -1,0 +1,119 @@
+#include "app/command_finder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string> Texts(const CommandFinder& finder, const char* typed, size_t limit = 10) {
+    std::vector<std::string> texts;
+    for (const FoundItem& found : finder.Find(typed, limit))
+        texts.push_back(finder.Items()[found.item].text);
+    return texts;
+}
+
+CommandFinder Commands() {
+    CommandFinder finder;
+    for (const char* text : {"Export Current Notes...", "Import Notes...", "Backup Current NoteBook...", "Add Note...",
+                             "Delete Current Notes", "Clear Current Notes", "Manage NoteBooks...",
+                             "Edit Custom Source Types...", "Edit Category Trees...", "Event Calendar..."})
+        finder.Add({FoundKind::Command, text, "", 0});
+    return finder;
+}
+
+TEST(CommandFinder, FewLettersFindTheCommandThatIsMeant) {
+    struct Case {
+        const char* typed;
+        const char* best;
+    };
+    const Case cases[] = {{"imp", "Import Notes..."},
+                          {"dcn", "Delete Current Notes"},
+                          {"ccn", "Clear Current Notes"},
+                          {"mnb", "Manage NoteBooks..."},
+                          {"edit cat", "Edit Category Trees..."},
+                          {"trees edit", "Edit Category Trees..."},
+                          {"ecst", "Edit Custom Source Types..."},
+                          {"CALENDAR", "Event Calendar..."},
+                          {"add", "Add Note..."},
+                          {"   backup   ", "Backup Current NoteBook..."}};
+    const CommandFinder finder = Commands();
+    for (const Case& c : cases) {
+        const auto found = Texts(finder, c.typed);
+        ASSERT_FALSE(found.empty()) << c.typed;
+        EXPECT_EQ(found.front(), c.best) << c.typed;
+    }
+    EXPECT_THAT(Texts(finder, "xyz"), IsEmpty());
+    EXPECT_THAT(Texts(finder, "notes zz"), IsEmpty()) << "each word has to be there";
+}
+
+TEST(CommandFinder, NothingTypedShowsEverythingInItsOrder) {
+    const CommandFinder finder = Commands();
+    EXPECT_THAT(Texts(finder, " ", 2), ElementsAre("Export Current Notes...", "Import Notes..."));
+    EXPECT_EQ(Texts(finder, "", 100).size(), finder.Items().size());
+    EXPECT_THAT(Texts(CommandFinder(), "a"), IsEmpty());
+}
+
+TEST(CommandFinder, WholeWordsAndBeginningsStandBeforeScatteredLetters) {
+    CommandFinder finder;
+    for (const char* text : {"A blue lamp", "Lampoons", "Large armadillo map", "lamp"})
+        finder.Add({FoundKind::Category, text, "", 0});
+    EXPECT_THAT(Texts(finder, "lamp"), ElementsAre("lamp", "A blue lamp", "Lampoons", "Large armadillo map"));
+}
+
+TEST(CommandFinder, EqualMatchesStandByKindThenLengthThenOrder) {
+    CommandFinder finder;
+    finder.Add({FoundKind::Note, "Fog", "", 1});
+    finder.Add({FoundKind::Category, "Fog", "", 2});
+    finder.Add({FoundKind::Category, "Fog", "", 3});
+    finder.Add({FoundKind::Command, "Fog", "", 4});
+    std::vector<int32_t> ids;
+    for (const FoundItem& found : finder.Find("fog", 3))
+        ids.push_back(finder.Items()[found.item].id);
+    EXPECT_THAT(ids, ElementsAre(4, 2, 3));
+}
+
+TEST(CommandFinder, MarksAreTheCharactersThatMatch) {
+    CommandFinder finder;
+    finder.Add({FoundKind::Category,
+                "\xC3\x89tudes d\xE2\x80\x99"
+                "optique",
+                "", 0});
+    const auto found = finder.Find("etopt", 1);
+    ASSERT_EQ(found.size(), 1u) << "accents don't matter";
+    EXPECT_THAT(found[0].marks, ElementsAre(0, 1, 9, 10, 11));
+    const auto twice = finder.Find("et opt et", 1);
+    EXPECT_THAT(twice[0].marks, ElementsAre(0, 1, 9, 10, 11)) << "each once, in rising order";
+}
+
+TEST(CommandFinder, AccentsAndCaseOfAllKindsOfLettersFold) {
+    struct Case {
+        const char* text;
+        const char* typed;
+    };
+    for (const Case& c : {Case{"\xC3\x84rger", "arger"},
+                          {"Ma\xF1"
+                           "ana",
+                           "manana"},
+                          {"\xD0\x9C\xD0\x90\xD0\xAF\xD0\x9A", "\xD0\xBC\xD0\xB0\xD1\x8F\xD0\xBA"},
+                          {"\xE7\x87\x88\xE5\xA1\x94", "\xE5\xA1\x94"},
+                          {"na\xC3\xAFve", "na\xC3\xAFve"}}) {
+        CommandFinder finder;
+        finder.Add({FoundKind::Category, c.text, "", 0});
+        EXPECT_EQ(finder.Find(c.typed, 1).size(), 1u) << c.text;
+    }
+}
+
+TEST(CommandFinder, LongTextsAndQueriesCostNoMoreThanTheirBeginning) {
+    CommandFinder finder;
+    finder.Add({FoundKind::Note, std::string(1 << 20, 'a'), "", 0});
+    finder.Add({FoundKind::Note, "", "", 1});
+    EXPECT_EQ(finder.Find(std::string(100'000, 'a'), 5).size(), 1u);
+    EXPECT_EQ(finder.Find("", 5).size(), 2u);
+}
+
+}  // namespace
+}  // namespace lore
