@@ -38,11 +38,15 @@ size_t WrapLines(std::string& text) {
 
 }  // namespace
 
-std::string ShortTime(const DateTime& time) {
-    std::string text = ToLower(time.Format("%I:%M%p"));
+std::string ClockTime(const DateTime& time) {
+    std::string text = time.Format("%I:%M%p");
     if (text.size() > 1 && text.front() == '0')
         text.erase(0, 1);
     return text;
+}
+
+std::string ShortTime(const DateTime& time) {
+    return ToLower(ClockTime(time));
 }
 
 std::string ShortLine(const CTmEvent& event) {

@@ -13,6 +13,8 @@ std::string ShortLine(const CTmEvent& event);
 /// at its last line break, but at the tenth at most.
 std::string HoverText(const CTmEvent& event);
 
+/// A time of day as "9:05AM".
+std::string ClockTime(const DateTime& time);
 /// A time of day as "9:05am".
 std::string ShortTime(const DateTime& time);
 

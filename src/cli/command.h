@@ -36,6 +36,7 @@ void AddCiteCommands(Commands& commands);
 void AddBibliographyOutputCommands(Commands& commands);
 void AddClassifyCommands(Commands& commands);
 void AddCalendarCommands(Commands& commands);
+void AddEventCommands(Commands& commands);
 void AddDumpCommands(Commands& commands);
 void AddDataCommands(Commands& commands);
 void AddCheckCommands(Commands& commands);

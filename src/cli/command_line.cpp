@@ -22,6 +22,7 @@ Commands AllCommands() {
     AddBibliographyOutputCommands(commands);
     AddClassifyCommands(commands);
     AddCalendarCommands(commands);
+    AddEventCommands(commands);
     AddDumpCommands(commands);
     AddDataCommands(commands);
     AddCheckCommands(commands);

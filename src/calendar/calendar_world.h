@@ -1,0 +1,68 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "calendar/event_list.h"
+#include "calendar/modify_event.h"
+#include "calendar/reminder_list.h"
+#include "ports/agent_link.h"
+#include "ports/clock.h"
+#include "ports/fault_notice.h"
+#include "ports/progress.h"
+#include "ports/prompts.h"
+#include "ports/reminder_server.h"
+#include "settings/settings.h"
+
+namespace lore {
+
+inline constexpr size_t kProviders = 50;
+
+/// What stands in the settings store, section "Reminders", for whoever runs a reminder server. All of it is empty by
+/// default.
+struct ReminderSetup {
+    std::string server;                            ///< "Server": http address of the reminder server
+    std::string supportAddress;                    ///< "SupportAddress": ends the texts that tell of a failure
+    std::array<std::string, kProviders> gateways;  ///< "Gateway0" to "Gateway49": domains by row of the provider table
+};
+ReminderSetup LoadReminderSetup(const SettingsStore& store);
+
+/// What the calendar works on and asks of the world. All of it outlives the flows.
+struct CalendarWorld {
+    std::filesystem::path eventFile, reminderFile;
+    Settings& settings;
+    Prompts& prompts;
+    Progress& progress;
+    Clock& clock;
+    GuidSource& guids;
+    FaultNotice& faults;
+    ReminderServer& server;
+    AgentLink& agent;
+    SeriesQuestion& question;
+    ReminderSetup setup;
+    /// Lets milliseconds pass: short pauses, so that texts can be read and the server isn't hit too fast.
+    std::function<void(int)> wait = [](int) {};
+    /// Stores the settings at once.
+    std::function<void()> saveOptions = [] {};
+
+    ReadContext Context() const { return {.now = clock.Now(), .nowUtc = clock.NowUtc(), .guids = &guids}; }
+    void ShowProgress(const std::string& text) const;
+    /// A change of the text, then a pause.
+    void ShowProgress(const std::string& text, int milliseconds) const;
+};
+
+// The two files. Failures are told. A file that is there and can't be read is nothing to work on, for writing it would
+// lose what it holds: the result of loading is then false, and nothing may be written. One that isn't there is empty.
+
+bool LoadEvents(const CalendarWorld& world, EventList& events);
+bool SaveEvents(const CalendarWorld& world, const EventList& events);
+/// SaveEvents under the texts of a merge, of `changed` events among them.
+bool SaveEventsWithProgress(const CalendarWorld& world, const EventList& events, size_t changed);
+/// Merges events into the file.
+bool MergeEvents(const CalendarWorld& world, const EventList& events);
+bool LoadReminders(const CalendarWorld& world, ReminderList& reminders);
+bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders);
+
+}  // namespace lore

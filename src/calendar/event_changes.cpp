@@ -1,0 +1,188 @@
+#include "calendar/event_changes.h"
+
+#include "calendar/event_reminders.h"
+#include "calendar/series.h"
+#include "calendar/series_walk.h"
+
+namespace lore {
+
+namespace {
+
+constexpr char kApplying[] = "Applying changes to event series....";
+constexpr int kStandBy = 120;  // milliseconds
+
+/// A short pause in which the screen repaints.
+void StandBy(const CalendarWorld& world) {
+    world.progress.ShowStandBy("Saving Event....");
+    world.wait(kStandBy);
+    world.progress.HideStandBy();
+}
+
+/// The records of a new series, each with reminders of its own. Empty, told, if no date fits.
+EventList Expand(const CalendarWorld& world, CTmEvent& event) {
+    ClearServerIds(event.Reminders);
+    EventList records = ExpandSeries(event, world.guids);
+    for (CTmEvent& record : records)
+        CopyReminders(event, record, world.guids);
+    if (records.empty()) {
+        world.progress.Hide();
+        world.prompts.Message("No event falls on these days from " + event.RecurrenceStart.Format("%m/%d/%y") + " to " +
+                                  event.RecurrenceEnd.Format("%m/%d/%y") +
+                                  ".\n\nPlease choose other days, or a later end of the series.",
+                              "No Events in Series", PromptIcon::Warning);
+    }
+    return records;
+}
+
+ReminderList RemindersOfAll(const EventList& events) {
+    ReminderList all;
+    for (const CTmEvent& event : events)
+        AddReminders(all, event.Reminders);
+    return all;
+}
+
+/// Writes the events with the records of a new series at their end. Its reminders are there before it, those of the
+/// events that it replaces go after it: nothing is missing at any time.
+EventSave PutSeries(const CalendarWorld& world, EventList&& events, const EventList& records,
+                    const EventList& replaced) {
+    CreateSeriesReminders(world, RemindersOfAll(records));
+    events.insert(events.end(), records.begin(), records.end());
+    if (!SaveEventsWithProgress(world, events, records.size())) {
+        RemoveRemindersOfEvents(world, records, false);
+        return EventSave::NotWritten;
+    }
+    if (!replaced.empty())
+        RemoveRemindersOfEvents(world, replaced, false);
+    return EventSave::Saved;
+}
+
+/// Saves the reminders of one event, then the event. `old` are the reminders to go back to if that fails.
+EventSave SaveAlone(const CalendarWorld& world, CTmEvent event, const ReminderList& old) {
+    for (CTmReminder& reminder : event.Reminders)
+        FollowStart(reminder, event.Start);
+    UpdateEventReminders(world, event, true);
+    if (MergeEvents(world, {event}))
+        return EventSave::Saved;
+    event.Reminders = old;
+    UpdateEventReminders(world, event, false);
+    return EventSave::NotWritten;
+}
+
+/// An event that has just become a series gives way to its records.
+EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event) {
+    EventList events;
+    if (!LoadEvents(world, events))
+        return EventSave::NotWritten;
+    world.ShowProgress("Setting up Recurring Events....");
+    const EventList records = Expand(world, event);
+    if (records.empty())
+        return EventSave::Refused;
+    RemoveEvent(events, event.EventId);
+    world.progress.Hide();
+    return PutSeries(world, std::move(events), records, {event});
+}
+
+/// Replaces a series, or with `following` what of it starts at or after the event.
+EventSave ReplaceSeries(const CalendarWorld& world, CTmEvent event, bool following) {
+    EventList events;
+    if (!LoadEvents(world, events))
+        return EventSave::NotWritten;
+    world.ShowProgress(kApplying);
+    if (following)
+        event.RecurrenceStart = event.Start;
+    const EventList records = Expand(world, event);
+    if (records.empty())
+        return EventSave::Refused;
+    const EventList removed = RemoveSeries(events, event.SeriesId, following ? &event : nullptr);
+    return PutSeries(world, std::move(events), records, removed);
+}
+
+/// The events of a change of information; the event itself is among them as it was edited.
+EventList Reached(const EventList& events, const CTmEvent& event, bool following) {
+    EventList series = SelectSeries(events, event.SeriesId, following ? &event : nullptr);
+    ReplaceEvent(series, event);
+    return series;
+}
+
+EventSave WalkSeries(const CalendarWorld& world, const CTmEvent& event, const CTmEvent& old, bool following) {
+    EventList events;
+    if (!LoadEvents(world, events))
+        return EventSave::NotWritten;
+    world.ShowProgress(kApplying);
+    EventList series = Reached(events, event, following);
+    SeriesWalk walk(world, event, old);
+    if (!walk.Run(series))
+        return EventSave::NotWritten;
+    world.ShowProgress("Finalizing changes to event series....");
+    ReplaceEvents(events, series);
+    const bool saved = SaveEvents(world, events);
+    world.progress.Hide();
+    if (!saved)
+        walk.TakeBack();
+    return saved ? EventSave::Saved : EventSave::NotWritten;
+}
+
+/// The change reaches as far as the user says. `apply(following)` carries it over to others.
+template <typename Apply>
+EventSave Distribute(const CalendarWorld& world, const CTmEvent& event, const CTmEvent& old, Apply apply) {
+    const SeriesReach reach = world.question.Ask(ModifyEventMode::Modify);
+    StandBy(world);
+    switch (reach) {
+        case SeriesReach::EntireSeries:
+            return apply(false);
+        case SeriesReach::AllFollowing:
+            return apply(true);
+        case SeriesReach::OnlyThis:
+            return SaveAlone(world, event, old.Reminders);
+        case SeriesReach::Cancel:
+            break;
+    }
+    MergeEvents(world, {old});
+    return EventSave::Cancelled;
+}
+
+EventSave Save(const CalendarWorld& world, const CTmEvent& event, const CTmEvent& old) {
+    if (event.Recurring != 1)
+        return SaveAlone(world, event, old.Reminders);
+    if (old.Recurring != 1 || old.SeriesId.empty())
+        return BecomeSeries(world, event);
+    if (EventsDiffer(event, old))
+        return Distribute(world, event, old, [&](bool following) { return ReplaceSeries(world, event, following); });
+    if (EventInfoDiffers(event, old))
+        return Distribute(world, event, old, [&](bool following) { return WalkSeries(world, event, old, following); });
+    return SaveAlone(world, event, old.Reminders);
+}
+
+}  // namespace
+
+bool IsSeriesMember(const CTmEvent& event) {
+    return event.Recurring == 1 && event.RecurrenceType >= 0 && event.RecurrenceType < kSeriesTypes &&
+           !event.SeriesId.empty();
+}
+
+CTmEvent EventForDays(const CalendarWorld& world, const std::optional<std::pair<DateTime, DateTime>>& days) {
+    CTmEvent event = NewEvent(world.Context());
+    const DateTime now = world.clock.Now();
+    event.Start = days ? days->first : now;
+    event.Start = event.Start.Midnight();
+    event.End = (days ? days->second : now).Midnight().PlusDays(1).PlusSeconds(-1);
+    event.RecurrenceStart = event.RecurrenceEnd = event.Start;
+    return event;
+}
+
+EventSave CreateEvent(const CalendarWorld& world, CTmEvent event) {
+    StandBy(world);
+    const EventSave result = event.Recurring == 1 ? BecomeSeries(world, event) : SaveAlone(world, event, {});
+    world.agent.Send(kAgentReloadReminders);
+    return result;
+}
+
+EventSave EditEvent(const CalendarWorld& world, CTmEvent event, CTmEvent old) {
+    StandBy(world);
+    old.Reminders = StoredReminders(world, event.EventId);
+    const EventSave result = Save(world, event, old);
+    world.agent.Send(kAgentReloadReminders);
+    return result;
+}
+
+}  // namespace lore

@@ -1,0 +1,229 @@
+#include "calendar/event_editor.h"
+
+#include "base/text.h"
+#include "calendar/date_arithmetic.h"
+#include "calendar/event_reminders.h"
+#include "calendar/reminder_text.h"
+#include "calendar/series.h"
+#include "calendar/series_rules.h"
+#include "calendar/series_text.h"
+#include "calendar/ten_minutes.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int64_t kHour = 60 * 60;
+
+DateTime AtClock(const DateTime& day, int hour, int minute, int second) {
+    return day.Midnight().PlusSeconds(hour * kHour + minute * 60 + second);
+}
+
+bool IsEarlier(const DateTime& a, const DateTime& b) {
+    return a.IsValid() && b.IsValid() && a.Seconds() < b.Seconds();
+}
+
+bool IsLastSecond(const DateTime& time) {
+    return time.Hour() == 23 && time.Minute() == 59 && time.Second() == 59;
+}
+
+}  // namespace
+
+EventEditor::EventEditor(const CalendarWorld& world, CTmEvent event, bool isNew)
+    : world_(world), event_(std::move(event)), old_(event_), isNew_(isNew) {
+    if (event_.RecurrenceType >= 0 && event_.RecurrenceType < kSeriesTypes)
+        tab_ = static_cast<SeriesType>(event_.RecurrenceType);
+    for (const lore::PatternList& pattern : kPatternLists) {
+        while ((event_.*pattern.list).Count() < pattern.slots)
+            (event_.*pattern.list).AddTail(-1);
+    }
+}
+
+EventEditor EventEditor::ForNewEvent(const CalendarWorld& world,
+                                     const std::optional<std::pair<DateTime, DateTime>>& days) {
+    return EventEditor(world, EventForDays(world, days), true);
+}
+
+EventEditor EventEditor::ForEvent(const CalendarWorld& world, const CTmEvent& event) {
+    CTmEvent withReminders = event;
+    withReminders.Reminders = StoredReminders(world, event.EventId);
+    return EventEditor(world, withReminders, false);
+}
+
+bool EventEditor::HasChanged() const {
+    const CTmEvent event = Finished();
+    return EventsDiffer(event, old_) || EventInfoDiffers(event, old_) || event.AllDay != old_.AllDay ||
+           !(event.Start == old_.Start) || !(event.End == old_.End);
+}
+
+void EventEditor::ChangeStart(const DateTime& start) {
+    if (!start.IsValid())
+        return;
+    event_.Start = IsAllDay() ? start.Midnight() : SteppedTime(event_.Start, start);
+    KeepOrder();
+}
+
+void EventEditor::ChangeEnd(const DateTime& end) {
+    if (!end.IsValid())
+        return;
+    event_.End = IsAllDay() ? end : SteppedTime(event_.End, end);
+    KeepOrder();
+}
+
+void EventEditor::PlaceAt(const DateTime& start, const DateTime& end) {
+    event_.Start = start;
+    event_.End = end;
+    KeepOrder();
+}
+
+void EventEditor::KeepOrder() {
+    const DateTime anHourLater = event_.Start.PlusSeconds(kHour);
+    if (!IsAllDay() && IsSameDay(event_.Start, event_.End) && event_.End.IsEarlierOrEqual(event_.Start))
+        event_.End = IsSameDay(event_.Start, anHourLater) ? anHourLater : AtClock(event_.Start, 23, 50, 0);
+    if (IsEarlier(event_.End, event_.Start))
+        event_.End = anHourLater;
+    if (IsAllDay())
+        ApplyWholeDays();
+}
+
+void EventEditor::ApplyWholeDays() {
+    event_.Start = event_.Start.Midnight();
+    event_.End = AtClock(event_.End, 23, 59, 59);
+}
+
+void EventEditor::SetAllDay(bool allDay) {
+    if (allDay == IsAllDay())
+        return;
+    event_.AllDay = allDay ? 1 : 0;
+    if (allDay) {
+        ApplyWholeDays();
+    } else if (IsLastSecond(event_.End)) {
+        const int hour = event_.Start.Hour() + 1;
+        event_.End = hour < 24 ? AtClock(event_.End, hour, 0, 0) : AtClock(event_.End, 23, 50, 0);
+    }
+    KeepOrder();
+}
+
+void EventEditor::SetRecurring(bool recurring) {
+    if (recurring == IsRecurring())
+        return;
+    event_.Recurring = recurring ? 1 : 0;
+    if (!recurring)
+        return;
+    if (old_.Recurring != 1)
+        event_.RecurrenceStart = event_.RecurrenceEnd = event_.Start;
+    ChooseTab(tab_);
+}
+
+void EventEditor::ChooseTab(SeriesType tab) {
+    tab_ = tab;
+    event_.RecurrenceType = tab;
+    FillPatternDefaults(event_, tab);
+    ApplyMinimumLength(event_, tab);
+}
+
+void EventEditor::SetPattern(size_t slot, int32_t value) {
+    Slots().SetAt(slot, value);
+    ApplyMinimumLength(event_, tab_);
+}
+
+void EventEditor::ChooseForm(bool first) {
+    Slots().SetAt(0, first ? 1 : 0);
+    SetPattern(1, first ? 0 : 1);
+}
+
+std::string EventEditor::TypePattern(size_t slot, std::string_view typed) {
+    std::string held = CorrectPatternInput(typed);
+    SetPattern(slot, held.empty() ? -1 : ParseInt(held));
+    return held;
+}
+
+int32_t EventEditor::Pattern(size_t slot) const {
+    return PatternAt(event_.*kPatternLists[static_cast<size_t>(tab_)].list, slot);
+}
+
+void EventEditor::SetRecurrenceStart(const DateTime& day) {
+    if (const DateTime start = AtTimeOf(day, event_.RecurrenceStart); start.IsValid())
+        event_.RecurrenceStart = start;
+    KeepEndBehindStart(event_);
+}
+
+void EventEditor::SetRecurrenceEnd(const DateTime& day) {
+    if (const DateTime end = AtTimeOf(day, event_.RecurrenceEnd); end.IsValid())
+        event_.RecurrenceEnd = end;
+    KeepEndBehindStart(event_);
+}
+
+std::string EventEditor::Summary() const {
+    if (!IsRecurring())
+        return "";
+    const std::string rhythm = SeriesSummary(event_);
+    const std::vector<Occurrence> dates = SeriesDates(event_);
+    if (rhythm.empty() || dates.empty())
+        return rhythm + (rhythm.empty() ? "No event falls on these days" : ", but no event falls on these days");
+    const std::string count = std::to_string(dates.size()) + (dates.size() == 1 ? " event" : " events");
+    return rhythm + ", ends after " + count + ", on " + dates.back().start.Format("%m/%d/%y");
+}
+
+std::vector<std::string> EventEditor::ReminderLines() const {
+    if (event_.Reminders.empty())
+        return {"No Reminders Set"};
+    std::vector<std::string> lines;
+    for (const CTmReminder& reminder : event_.Reminders)
+        lines.push_back(ReminderLine(reminder, world_.clock.Now()));
+    return lines;
+}
+
+std::optional<CTmReminder> EventEditor::NewReminder() const {
+    if (event_.Reminders.size() >= kMostReminders) {
+        world_.prompts.Message("Only 4 Reminders Per Event", "Only 4 Reminders", PromptIcon::Information);
+        return std::nullopt;
+    }
+    if (!IsEarlier(world_.clock.Now(), event_.Start)) {
+        world_.prompts.Message("Event has already started or occurred.", "Event Started", PromptIcon::Information);
+        return std::nullopt;
+    }
+    CTmReminder reminder = lore::NewReminder(world_.Context());
+    reminder.EventStart = reminder.SendTime = reminder.ServerSendTime = event_.Start;
+    DescribeEvent(reminder);
+    return reminder;
+}
+
+void EventEditor::DescribeEvent(CTmReminder& reminder) const {
+    reminder.EventLabel = event_.Label;
+    reminder.EventDescription = event_.Description;
+    reminder.EventId = event_.EventId;
+}
+
+CTmReminder EventEditor::Reminder(size_t row) const {
+    CTmReminder reminder = event_.Reminders[row];
+    FollowStart(reminder, event_.Start);
+    DescribeEvent(reminder);
+    return reminder;
+}
+
+void EventEditor::PutReminder(const CTmReminder& reminder) {
+    if (!ReplaceReminder(event_.Reminders, reminder))
+        event_.Reminders.push_back(reminder);
+}
+
+void EventEditor::RemoveReminder(size_t row) {
+    if (row < event_.Reminders.size())
+        event_.Reminders.erase(event_.Reminders.begin() + static_cast<std::ptrdiff_t>(row));
+}
+
+CTmEvent EventEditor::Finished() const {
+    CTmEvent event = event_;
+    event.Start = event.Start.PlusSeconds(-event.Start.Second());
+    event.End = event.End.PlusSeconds(59 - event.End.Second());
+    if (IsRecurring())
+        event.RecurrenceType = tab_;
+    ResetRecurrence(event, IsRecurring() ? tab_ : kNoSeries);
+    return event;
+}
+
+EventSave EventEditor::Save() {
+    return isNew_ ? CreateEvent(world_, Finished()) : EditEvent(world_, Finished(), old_);
+}
+
+}  // namespace lore

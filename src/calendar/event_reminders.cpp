@@ -1,0 +1,232 @@
+#include "calendar/event_reminders.h"
+
+#include <algorithm>
+#include <string_view>
+#include <unordered_set>
+
+#include "calendar/date_arithmetic.h"
+#include "calendar/server_reminders.h"
+
+namespace lore {
+
+namespace {
+
+/// A reminder for another event at the same span before its start. A span that can't be told gives the start itself.
+CTmReminder CopyFor(const CTmReminder& reminder, const CTmEvent& event, GuidSource& guids) {
+    CTmReminder copy = reminder;
+    copy.ServerId = -1;
+    copy.ServerDone = false;
+    copy.ReminderId = guids.NewGuid();
+    copy.EventId = event.EventId;
+    copy.EventStart = event.Start;
+    copy.SendTime = event.Start.PlusSeconds(-SpanBetween(reminder.SendTime, reminder.EventStart).seconds);
+    return copy;
+}
+
+bool IsPopup(const CTmReminder& reminder) {
+    return reminder.Type == static_cast<int32_t>(ReminderType::Popup);
+}
+
+/// Brings `current` to the server and takes off it what stands in `old` alone. False if any operation failed.
+bool UpdateServer(const CalendarWorld& world, ReminderList& current, ReminderList& old) {
+    bool succeeded = true;
+    for (CTmReminder& reminder : current) {
+        if (IsServerReminder(reminder))
+            succeeded = RegisterOnServer(world, reminder) && succeeded;
+        else
+            reminder.ServerId = -1;
+    }
+    for (CTmReminder& reminder : old) {
+        if (FindReminder(current, reminder.ReminderId) || reminder.ServerId <= 0)
+            continue;
+        reminder.ServerDone = RemoveFromServer(world, reminder);
+        succeeded = reminder.ServerDone && succeeded;
+    }
+    return succeeded;
+}
+
+/// Undoes in the lists what the server didn't do. Popups take part in this too: with a failed check a change of a popup
+/// isn't applied.
+/// @param stored the old reminders as the file holds them
+void UndoFailed(ReminderList& current, const ReminderList& old, const ReminderList& stored) {
+    std::erase_if(current, [&](CTmReminder& reminder) {
+        if (reminder.ServerDone)
+            return false;
+        const CTmReminder* before = FindReminder(stored, reminder.ReminderId);
+        if (before)
+            reminder = *before;
+        return before == nullptr;
+    });
+    for (const CTmReminder& reminder : old) {
+        if (!reminder.ServerDone && !FindReminder(current, reminder.ReminderId))
+            current.push_back(*FindReminder(stored, reminder.ReminderId));
+    }
+}
+
+std::unordered_set<std::string_view> IdsOf(const EventList& events) {
+    std::unordered_set<std::string_view> ids;
+    for (const CTmEvent& event : events)
+        ids.insert(event.EventId);
+    return ids;
+}
+
+/// Takes reminders off the server. False if any of them is still there.
+bool RemoveAllFromServer(const CalendarWorld& world, const ReminderList& reminders) {
+    bool succeeded = true;
+    for (const CTmReminder& reminder : reminders)
+        succeeded = RemoveFromServer(world, reminder) && succeeded;
+    return succeeded;
+}
+
+}  // namespace
+
+void CopyReminders(const CTmEvent& source, CTmEvent& target, GuidSource& guids) {
+    ReminderList copies;
+    copies.reserve(source.Reminders.size());
+    for (const CTmReminder& reminder : source.Reminders)
+        copies.push_back(CopyFor(reminder, target, guids));
+    target.Reminders = std::move(copies);
+}
+
+void FollowStart(CTmReminder& reminder, const DateTime& start) {
+    if (reminder.PriorMinutes < 0 || reminder.EventStart == start)
+        return;
+    const DateSpan span = SpanBetween(reminder.SendTime, reminder.EventStart);
+    reminder.EventStart = start;
+    reminder.SendTime = start.PlusSeconds(-span.seconds);
+}
+
+void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
+    if (reminders.empty())
+        return;
+    world.ShowProgress("Creating Reminders....");
+    bool succeeded = true;
+    if (HasServerReminder(reminders) && CheckServer(world, true)) {
+        world.ShowProgress("Creating Reminders on the server....", 150);
+        ReminderList none;
+        succeeded = UpdateServer(world, reminders, none);
+    }
+    world.ShowProgress("Saving Reminders locally....", 200);
+    ReminderList all;
+    if (LoadReminders(world, all)) {
+        std::erase_if(reminders, [](const CTmReminder& r) { return !r.ServerDone && !IsPopup(r); });
+        AddReminders(all, reminders);
+        SaveReminders(world, all);
+    }
+    world.progress.Hide();
+    if (!succeeded)
+        TellReminderFailure(world, ReminderFailure::NotAllUpdated);
+}
+
+void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool showProgress) {
+    ReminderList all;
+    if (!LoadReminders(world, all))
+        return;
+    const ReminderList stored = RemindersOfEvent(all, event.EventId);
+    ReminderList& current = event.Reminders;
+    if (!RemindersDiffer(current, stored))
+        return;
+    if (showProgress)
+        world.ShowProgress("Updating the Reminders....");
+    if (HasServerReminder(current) || HasServerReminder(stored)) {
+        ReminderList old = stored;
+        ClearServerDone(current);
+        ClearServerDone(old);
+        bool succeeded = CheckServer(world, true);
+        if (succeeded) {
+            if (showProgress)
+                world.ShowProgress("Updating Reminders on the server....");
+            succeeded = UpdateServer(world, current, old);
+        }
+        if (!succeeded) {
+            UndoFailed(current, old, stored);
+            TellReminderFailure(world, ReminderFailure::NotAllUpdated);
+        }
+    } else {
+        ClearServerIds(current);
+    }
+    RemoveReminders(all, stored);
+    AddReminders(all, current);
+    SaveReminders(world, all);
+    world.progress.Hide();
+}
+
+void UpdateSeriesEventReminders(const CalendarWorld& world, CTmEvent& event, const CTmEvent& changed,
+                                const std::string& progressText, ServerRun& run) {
+    constexpr int kPause = 150, kServerPause = 200;
+    ReminderList kept;
+    for (const CTmReminder& reminder : event.Reminders) {
+        if (HasSameReminder(changed.Reminders, reminder)) {
+            kept.push_back(reminder);
+        } else if (run.connected && reminder.ServerId > 0) {
+            world.ShowProgress(progressText + "..contacting server", kPause);
+            run.succeeded = RemoveFromServer(world, reminder) && run.succeeded;
+        }
+    }
+    world.ShowProgress(progressText + "..local update");
+    for (const CTmReminder& reminder : changed.Reminders) {
+        if (HasSameReminder(event.Reminders, reminder))
+            continue;
+        CTmReminder copy = CopyFor(reminder, event, world.guids);
+        if (!IsServerReminder(copy)) {
+            kept.push_back(copy);
+        } else if (run.connected) {
+            world.ShowProgress(progressText + "..contacting server", kServerPause);
+            if (RegisterOnServer(world, copy))
+                kept.push_back(copy);
+            else
+                run.succeeded = false;
+        }
+    }
+    event.Reminders = std::move(kept);
+    world.wait(kPause);
+}
+
+void RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, bool showReport) {
+    if (showReport)
+        world.ShowProgress("Updating Event's Reminders....");
+    ReminderList all;
+    if (!LoadReminders(world, all))
+        return;
+    if (event.Reminders.empty())
+        event.Reminders = RemindersOfEvent(all, event.EventId);
+    ClearServerDone(event.Reminders);
+    bool succeeded = true;
+    if (HasServerReminder(event.Reminders) && CheckServer(world, showReport))
+        succeeded = RemoveAllFromServer(world, event.Reminders);
+    if (!event.Reminders.empty()) {
+        RemoveReminders(all, event.Reminders);
+        SaveReminders(world, all);
+    }
+    if (showReport && !succeeded)
+        TellReminderFailure(world, ReminderFailure::NotAllUpdated);
+}
+
+void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, bool showReport) {
+    if (showReport)
+        world.ShowProgress("Updating Event's Reminders....");
+    ReminderList all;
+    if (!LoadReminders(world, all))
+        return;
+    const auto ids = IdsOf(events);
+    const auto rest =
+        std::stable_partition(all.begin(), all.end(), [&](const CTmReminder& r) { return !ids.contains(r.EventId); });
+    ReminderList removed(rest, all.end());
+    if (removed.empty())
+        return;
+    all.erase(rest, all.end());
+    bool succeeded = true;
+    if (HasServerReminder(removed))
+        succeeded = CheckServer(world, showReport) && RemoveAllFromServer(world, removed);
+    SaveReminders(world, all);
+    if (showReport && !succeeded)
+        TellReminderFailure(world, ReminderFailure::NotAllRemoved);
+}
+
+ReminderList StoredReminders(const CalendarWorld& world, const std::string& eventId) {
+    ReminderList all;
+    LoadReminders(world, all);
+    return RemindersOfEvent(all, eventId);
+}
+
+}  // namespace lore

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "calendar/calendar_world.h"
+
+namespace lore {
+
+/// Carries a change of information over to the events of a series: label, description and colour where they have
+/// changed, reminders where those have. Other fields stay, so that a member that was changed alone keeps its own
+/// values.
+class SeriesWalk {
+public:
+    SeriesWalk(const CalendarWorld& world, const CTmEvent& changed, const CTmEvent& old);
+    /// Walks over the events, and writes the reminders. False, told, if these can't be read: nothing has changed then.
+    bool Run(EventList& events);
+    /// Puts the reminders back as far as they stand in the file, for events that could not be written.
+    void TakeBack();
+
+private:
+    void UpdateTexts(CTmEvent& event) const;
+
+    const CalendarWorld& world_;
+    const CTmEvent &changed_, &old_;
+    bool remindersDiffer_;
+    ReminderList stored_, all_;
+};
+
+}  // namespace lore

@@ -1,0 +1,339 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <unordered_set>
+
+#include "base/text.h"
+#include "calendar/event_editor.h"
+#include "cli/command.h"
+#include "cli/json_records.h"
+#include "cli/printed_prompts.h"
+#include "ports/silent_progress.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int32_t kColors = 20;
+
+/// Answers the question of a change to a series with what the command line says.
+class GivenReach : public SeriesQuestion {
+public:
+    SeriesReach Ask(ModifyEventMode) override { return reach.value_or(SeriesReach::Cancel); }
+    std::optional<SeriesReach> reach;
+};
+
+/// A rhythm by its name on the command line.
+struct Rhythm {
+    const char* name;
+    SeriesType type;
+    bool firstForm;
+};
+constexpr Rhythm kRhythms[] = {
+    {"daily", kDaily, true},           {"weekdays", kDaily, false},          {"weekly", kWeekly, true},
+    {"monthly", kMonthly, true},       {"monthly-weekday", kMonthly, false}, {"yearly", kYearly, true},
+    {"yearly-weekday", kYearly, false}};
+constexpr const char* kDayNames[] = {"SUN", "MON", "TUE", "WED", "THU", "FRI", "SAT"};
+
+/// What the command line says of an event. Fields that it doesn't name stay as they are.
+struct EventOptions {
+    std::optional<std::string> label, description, start, end, repeat, until;
+    std::optional<int32_t> color, every;
+    std::vector<std::string> days;
+    std::vector<int32_t> popups;
+    bool allDay = false, noRepeat = false, noReminders = false;
+
+    void Declare(CLI::App& app) {
+        app.add_option("--label", label, "The title");
+        app.add_option("--description", description, "The text");
+        app.add_option("--start", start, "First moment; a day alone makes it last whole days")->type_name("DATE");
+        app.add_option("--end", end, "Last moment; an hour after the start, or the same day")->type_name("DATE");
+        app.add_flag("--all-day", allDay, "Whole days");
+        app.add_option("--color", color, "Number of its bar's colour")->check(CLI::Range(1, kColors));
+        app.add_option("--popup", popups, "Reminds so many minutes before the start; may be given up to four times")
+            ->type_name("MINUTES")
+            ->check(CLI::NonNegativeNumber);
+        std::vector<std::string> names;
+        for (const Rhythm& rhythm : kRhythms)
+            names.emplace_back(rhythm.name);
+        app.add_option("--repeat", repeat, "Makes a series, on the days that follow from its start")
+            ->check(CLI::IsMember(names));
+        app.add_option("--every", every, "Every so many days, weeks or months")->check(CLI::Range(1, 999));
+        app.add_option("--days", days, "Days of a weekly series, such as MON,FRI")
+            ->delimiter(',')
+            ->check(
+                CLI::IsMember(std::vector<std::string>(std::begin(kDayNames), std::end(kDayNames)), CLI::ignore_case));
+        app.add_option("--until", until, "Last day of the series")->type_name("DATE");
+    }
+    void DeclareChanges(CLI::App& app) {
+        app.add_flag("--no-repeat", noRepeat, "Takes the event out of its series");
+        app.add_flag("--no-reminders", noReminders, "Removes its reminders, before --popup adds any");
+    }
+
+    /// False, told, if a date is none.
+    bool Apply(EventEditor& editor) const;
+
+private:
+    bool ApplyTimes(EventEditor& editor) const;
+    bool ApplySeries(EventEditor& editor) const;
+    void ApplyReminders(EventEditor& editor) const;
+};
+
+bool ParseDay(const std::optional<std::string>& text, DateTime& date) {
+    if (!text || ParseDateArgument(*text, date))
+        return true;
+    PrintError("a date is written YYYY-MM-DD or YYYY-MM-DDTHH:MM:SS");
+    return false;
+}
+
+/// "YYYY-MM-DD" has no time of day.
+bool HasTime(const std::string& date) {
+    return date.size() > 10;
+}
+
+bool EventOptions::ApplyTimes(EventEditor& editor) const {
+    DateTime first = editor.Event().Start, last = editor.Event().End;
+    const DateTime before = first;
+    if (!ParseDay(start, first) || !ParseDay(end, last))
+        return false;
+    if (allDay || (start && !HasTime(*start) && editor.IsNew()))
+        editor.SetAllDay(true);
+    else if ((start && HasTime(*start)) || (end && HasTime(*end)))
+        editor.SetAllDay(false);
+    if (start && !end)
+        last = editor.IsNew() ? first : last.PlusSeconds(first.Seconds() - before.Seconds());
+    editor.PlaceAt(first, last);
+    return true;
+}
+
+/// The slot of "every so many", if the rhythm has one.
+std::optional<size_t> CountSlot(const EventEditor& editor) {
+    const bool firstForm = editor.Pattern(0) == 1;
+    if (!editor.IsRecurring())
+        return std::nullopt;
+    switch (editor.Tab()) {
+        case kDaily:
+            return firstForm ? std::optional<size_t>(kDailyN) : std::nullopt;
+        case kWeekly:
+            return kWeeklyN;
+        case kMonthly:
+            return firstForm ? kMonthlyDayN : kMonthlyWeekdayN;
+        default:
+            return std::nullopt;
+    }
+}
+
+bool EventOptions::ApplySeries(EventEditor& editor) const {
+    if (noRepeat)
+        editor.SetRecurring(false);
+    if (repeat) {
+        const Rhythm& rhythm = *std::find_if(std::begin(kRhythms), std::end(kRhythms),
+                                             [&](const Rhythm& one) { return *repeat == one.name; });
+        editor.SetRecurring(true);
+        editor.ChooseTab(rhythm.type);
+        if (rhythm.type != kWeekly)
+            editor.ChooseForm(rhythm.firstForm);
+    }
+    if (const std::optional<size_t> slot = CountSlot(editor); slot && every)
+        editor.TypePattern(*slot, std::to_string(*every));
+    if (!days.empty() && editor.Tab() == kWeekly) {
+        for (size_t day = 0; day < std::size(kDayNames); ++day) {
+            const bool named = std::any_of(days.begin(), days.end(),
+                                           [&](const std::string& one) { return EqualNoCase(one, kDayNames[day]); });
+            editor.SetPattern(kWeeklySunday + day, named ? 1 : 0);
+        }
+    }
+    DateTime last;
+    if (!ParseDay(until, last))
+        return false;
+    if (until)
+        editor.SetRecurrenceEnd(last);
+    return true;
+}
+
+void EventOptions::ApplyReminders(EventEditor& editor) const {
+    while (noReminders && editor.Reminders() > 0)
+        editor.RemoveReminder(0);
+    for (const int32_t minutes : popups) {
+        std::optional<CTmReminder> reminder = editor.NewReminder();
+        if (!reminder)
+            return;
+        reminder->PriorMinutes = minutes;
+        reminder->SendTime = reminder->ServerSendTime = reminder->EventStart.PlusSeconds(-60 * int64_t{minutes});
+        editor.PutReminder(*reminder);
+    }
+}
+
+bool EventOptions::Apply(EventEditor& editor) const {
+    if (label)
+        editor.SetLabel(CleanText(FromUtf8(*label)));
+    if (description)
+        editor.SetDescription(CleanText(FromUtf8(*description)));
+    if (color)
+        editor.SetBarColor(*color);
+    if (!ApplyTimes(editor) || !ApplySeries(editor))
+        return false;
+    ApplyReminders(editor);
+    return true;
+}
+
+class EventCommand : public Command {
+public:
+    const char* Name() const override { return "event"; }
+    const char* Help() const override { return "Adds, changes or deletes an event of the calendar"; }
+    void Declare(CLI::App& app) override {
+        app.require_subcommand(1);
+        CLI::App* const add = app.add_subcommand("add", "Makes an event, or a series");
+        options_.Declare(*add);
+        add->get_option("--start")->required();
+        add->get_option("--label")->required();
+        add->callback([this] { chosen_ = &EventCommand::Add; });
+        CLI::App* const edit = app.add_subcommand("edit", "Changes an event");
+        DeclareReach(*edit);
+        options_.Declare(*edit);
+        options_.DeclareChanges(*edit);
+        edit->callback([this] { chosen_ = &EventCommand::Edit; });
+        CLI::App* const remove = app.add_subcommand("delete", "Deletes an event");
+        DeclareReach(*remove);
+        remove->callback([this] { chosen_ = &EventCommand::Delete; });
+    }
+    ExitStatus Run(Session& session) override {
+        ExitStatus status = ExitStatus::Done;
+        if (!session.TakeLock(status))
+            return status;
+        const CalendarWorld world{.eventFile = session.Data().Events(),
+                                  .reminderFile = session.Data().Reminders(),
+                                  .settings = session.GetSettings(),
+                                  .prompts = prompts_,
+                                  .progress = progress_,
+                                  .clock = session.GetClock(),
+                                  .guids = session.Guids(),
+                                  .faults = session.Faults(),
+                                  .server = server_,
+                                  .agent = agent_,
+                                  .question = question_,
+                                  .setup = LoadReminderSetup(session.Store())};
+        EventList events;
+        if (!LoadEvents(world, events))
+            return ExitStatus::Fault;
+        status = (this->*chosen_)(session, world, events);
+        return session.Faults().Any() ? ExitStatus::Fault : status;
+    }
+
+private:
+    void DeclareReach(CLI::App& app) {
+        app.add_option("ID", id_, "An EventId")->required();
+        const auto flag = [&](const char* name, SeriesReach reach, const char* help) {
+            return app.add_flag_callback(
+                name, [this, reach] { question_.reach = reach; }, help);
+        };
+        CLI::Option* const only = flag("--this", SeriesReach::OnlyThis, "This event of its series alone");
+        CLI::Option* const following = flag("--following", SeriesReach::AllFollowing, "This event and all later ones");
+        CLI::Option* const all = flag("--all", SeriesReach::EntireSeries, "The whole series");
+        only->excludes(following)->excludes(all);
+        following->excludes(all);
+    }
+
+    ExitStatus Add(Session& session, const CalendarWorld& world, const EventList& before) {
+        EventEditor editor = EventEditor::ForNewEvent(world, std::nullopt);
+        if (!options_.Apply(editor))
+            return ExitStatus::WrongUsage;
+        if (const ExitStatus status = StatusOf(editor.Save()); status != ExitStatus::Done)
+            return status;
+        PrintNew(session, world, before);
+        return ExitStatus::Done;
+    }
+
+    ExitStatus Edit(Session&, const CalendarWorld& world, const EventList& events) {
+        const CTmEvent* const event = Find(events);
+        if (!event)
+            return ExitStatus::NothingFound;
+        if (!SaysReach(*event))
+            return ExitStatus::WrongUsage;
+        EventEditor editor = EventEditor::ForEvent(world, *event);
+        if (!options_.Apply(editor))
+            return ExitStatus::WrongUsage;
+        return StatusOf(editor.Save());
+    }
+
+    ExitStatus Delete(Session&, const CalendarWorld& world, const EventList& events) {
+        const CTmEvent* const event = Find(events);
+        if (!event)
+            return ExitStatus::NothingFound;
+        if (!SaysReach(*event))
+            return ExitStatus::WrongUsage;
+        if (!IsSeriesMember(*event))
+            return DeleteEvent(world, *event) ? ExitStatus::Done : ExitStatus::Fault;
+        return DeleteMember(world, *event) ? ExitStatus::Done : ExitStatus::Fault;
+    }
+
+    bool DeleteMember(const CalendarWorld& world, const CTmEvent& event) const {
+        switch (*question_.reach) {
+            case SeriesReach::EntireSeries:
+                return DeleteEntireSeries(world, event);
+            case SeriesReach::AllFollowing:
+                return DeleteFollowingEvents(world, event);
+            default:
+                return DeleteSingleEvent(world, event);
+        }
+    }
+
+    const CTmEvent* Find(const EventList& events) const {
+        const int index = FindEventIndex(events, id_);
+        if (index < 0)
+            PrintError("there is no event " + id_);
+        return index < 0 ? nullptr : &events[static_cast<size_t>(index)];
+    }
+    bool SaysReach(const CTmEvent& event) const {
+        const bool says = question_.reach || !IsSeriesMember(event);
+        if (!says)
+            PrintError("the event belongs to a series: say --this, --following or --all");
+        return says;
+    }
+    static ExitStatus StatusOf(EventSave result) {
+        switch (result) {
+            case EventSave::Saved:
+                return ExitStatus::Done;
+            case EventSave::NotWritten:
+                return ExitStatus::Fault;
+            default:
+                return ExitStatus::NothingFound;
+        }
+    }
+    static void PrintNew(const Session& session, const CalendarWorld& world, const EventList& before) {
+        std::unordered_set<std::string_view> known;
+        for (const CTmEvent& event : before)
+            known.insert(event.EventId);
+        EventList events;
+        LoadEvents(world, events);
+        Json ids = Json::array();
+        for (const CTmEvent& event : events) {
+            if (known.contains(event.EventId))
+                continue;
+            if (session.Json())
+                ids.push_back(JsonText(event.EventId));
+            else
+                std::printf("%s\n", ToUtf8(event.EventId).c_str());
+        }
+        if (session.Json())
+            PrintJson(ids);
+    }
+
+    PrintedPrompts prompts_;
+    SilentProgress progress_;
+    NoReminderServer server_;
+    NoAgentLink agent_;
+    GivenReach question_;
+    EventOptions options_;
+    std::string id_;
+    ExitStatus (EventCommand::*chosen_)(Session&, const CalendarWorld&, const EventList&) = nullptr;
+};
+
+}  // namespace
+
+void AddEventCommands(Commands& commands) {
+    commands.push_back(std::make_unique<EventCommand>());
+}
+
+}  // namespace lore

@@ -1,0 +1,371 @@
+#include "calendar/event_changes.h"
+
+#include <filesystem>
+
+#include "calendar/calendar_fixture.h"
+#include "calendar/event_file.h"
+#include "calendar/event_reminders.h"
+
+namespace lore {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// Changes of events: a daily series of five days from 10 April 2026, with a popup an hour before each, and a single
+/// event before it in the file.
+class EventChanges : public CalendarTest {
+protected:
+    void SetUp() override {
+        CTmEvent single = Event("{single}", "", Day(2026, 4, 11, 9), Day(2026, 4, 11, 10));
+        single.Label = "Alone";
+        Put({single});
+        CTmEvent series = Series(kDaily, {1, 0, 1}, Day(2026, 4, 10, 9, 5), Day(2026, 4, 14, 9, 5));
+        series.Label = "Class";
+        series.Reminders = {ReminderFor(series, ReminderType::Popup, 60)};
+        ASSERT_EQ(CreateEvent(world, series), EventSave::Saved);
+        agent.commands.clear();
+        prompts.seen.clear();
+        TakeMessages();
+        waits.clear();
+    }
+    /// A member of the series as the file holds it.
+    CTmEvent Member(size_t number) { return Stored()[1 + number]; }
+    CTmEvent Find(const std::string& id) {
+        const EventList events = Stored();
+        const int index = FindEventIndex(events, id);
+        return index < 0 ? CTmEvent() : events[static_cast<size_t>(index)];
+    }
+    /// Nothing of the two files has changed since, and no reminder is without an event.
+    void ExpectFiles(const std::string& events, const std::string& reminders) {
+        EXPECT_EQ(BytesOf(world.eventFile), events);
+        EXPECT_EQ(BytesOf(world.reminderFile), reminders);
+    }
+    void ExpectRemindersHaveEvents() {
+        const EventList events = Stored();
+        for (const CTmReminder& reminder : StoredReminders())
+            EXPECT_GE(FindEventIndex(events, reminder.EventId), 0) << reminder.EventId;
+    }
+};
+
+TEST_F(EventChanges, ANewSeriesStandsBehindTheOthersWithRemindersOfItsOwn) {
+    const EventList events = Stored();
+    EXPECT_EQ(Lines(events),
+              "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n"
+              "04/13 09:05 Class\n04/14 09:05 Class\n");
+    for (size_t i = 1; i < events.size(); ++i) {
+        EXPECT_EQ(events[i].SeriesId, events[1].SeriesId);
+        ASSERT_EQ(events[i].Reminders.size(), 1u);
+        EXPECT_EQ(events[i].Reminders[0].SendTime, events[i].Start.PlusSeconds(-3600));
+        EXPECT_EQ(events[i].Reminders[0].EventStart, events[i].Start);
+    }
+    EXPECT_EQ(StoredReminders().size(), 5u) << "none for the event that the series was made from";
+}
+
+TEST_F(EventChanges, CreatingTellsItsSteps) {
+    CTmEvent series = Series(kDaily, {1, 0, 1}, Day(2026, 5, 1), Day(2026, 5, 2));
+    series.Reminders = {ReminderFor(series, ReminderType::Email, 10)};
+    EXPECT_EQ(CreateEvent(world, series), EventSave::Saved);
+    EXPECT_EQ(TakeMessages(), (Texts{"Saving Event....", "Setting up Recurring Events....", "Creating Reminders....",
+                                     "Creating Reminders on the server....", "Saving Reminders locally....",
+                                     "Updating Events...", "Saving Events..."}));
+    EXPECT_EQ(waits, (std::vector<int>{120, 150, 200}));
+    EXPECT_EQ(agent.commands, Texts{"TQRAGENTRELOADREMINDERS"});
+    // The server's clock is an hour behind.
+    EXPECT_EQ(server.calls, (Texts{"test", "insert -1 Email 05/01/2026 07:55:00 a@example.com",
+                                   "insert -1 Email 05/02/2026 07:55:00 a@example.com"}));
+    EXPECT_EQ(Stored().back().Reminders[0].ServerId, 102);
+}
+
+TEST_F(EventChanges, ASeriesWithoutADateIsRefusedAndTheOldEventStays) {
+    const std::string events = BytesOf(world.eventFile), reminders = BytesOf(world.reminderFile);
+    CTmEvent changed = Find("{single}");
+    const CTmEvent old = changed;
+    changed.Recurring = 1;
+    changed.RecurrenceType = kWeekly;
+    changed.WeeklyPattern = {1, 0, 0, 0, 0, 0, 0, 0};
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Refused);
+    ASSERT_EQ(prompts.seen.size(), 1u);
+    EXPECT_NE(prompts.seen[0].find("No Events in Series: No event falls on these days from"), std::string::npos);
+    for (const SeriesReach reach : {SeriesReach::EntireSeries, SeriesReach::AllFollowing}) {
+        question.answer = reach;
+        CTmEvent member = Member(2);
+        const CTmEvent before = member;
+        member.RecurrenceType = kMonthly;
+        member.MonthlyPattern = {1, 0, 31, 1, -1, -1, -1};
+        member.RecurrenceEnd = Day(2026, 4, 14);
+        EXPECT_EQ(EditEvent(world, member, before), EventSave::Refused);
+    }
+    ExpectFiles(events, reminders);
+    EXPECT_EQ(progress.messages.back(), "Applying changes to event series....");
+}
+
+TEST_F(EventChanges, ASingleEventBecomesASeriesInItsPlaceAtTheEnd) {
+    CTmEvent changed = Find("{single}");
+    const CTmEvent old = changed;
+    changed.Recurring = 1;
+    changed.RecurrenceType = kDaily;
+    changed.DailyPattern = {1, 0, 2};
+    changed.RecurrenceStart = changed.Start;
+    changed.RecurrenceEnd = Day(2026, 4, 14, 9);
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    const EventList events = Stored();
+    EXPECT_EQ(Find("{single}").EventId, "");
+    EXPECT_EQ(Lines(EventList(events.begin() + 5, events.end())), "04/11 09:00 Alone\n04/13 09:00 Alone\n");
+    EXPECT_EQ(question.asked, 0);
+}
+
+TEST_F(EventChanges, AChangeOfScheduleReachesAsFarAsTheUserSays) {
+    struct Case {
+        SeriesReach reach;
+        EventSave result;
+        const char* lines;
+    };
+    const Case cases[] = {
+        {SeriesReach::EntireSeries, EventSave::Saved,
+         "04/11 09:00 Alone\n04/10 09:05 Class\n04/12 09:05 Class\n04/14 09:05 Class\n"},
+        {SeriesReach::AllFollowing, EventSave::Saved,
+         "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n04/14 09:05 Class\n"},
+        {SeriesReach::OnlyThis, EventSave::Saved,
+         "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n04/13 09:05 Class\n"
+         "04/14 09:05 Class\n"},
+        {SeriesReach::Cancel, EventSave::Cancelled,
+         "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n04/13 09:05 Class\n"
+         "04/14 09:05 Class\n"}};
+    const std::string eventBytes = BytesOf(world.eventFile), reminderBytes = BytesOf(world.reminderFile);
+    for (const Case& one : cases) {
+        SCOPED_TRACE(static_cast<int>(one.reach));
+        PutBytes(world.eventFile, eventBytes);
+        PutBytes(world.reminderFile, reminderBytes);
+        question.answer = one.reach;
+        CTmEvent changed = Member(2);
+        const CTmEvent old = changed;
+        changed.DailyPattern = {1, 0, 2};
+        EXPECT_EQ(EditEvent(world, changed, old), one.result);
+        EXPECT_EQ(Lines(Stored()), one.lines);
+        ExpectRemindersHaveEvents();
+        EXPECT_EQ(StoredReminders().size(), Stored().size() - 1);
+    }
+    ExpectFiles(eventBytes, reminderBytes);
+    EXPECT_EQ(question.asked, 4);
+}
+
+TEST_F(EventChanges, AFollowingPartIsASeriesOfItsOwnAndTheRestEndsBeforeIt) {
+    question.answer = SeriesReach::AllFollowing;
+    CTmEvent changed = Member(2);
+    const CTmEvent old = changed;
+    changed.Start = Day(2026, 4, 11, 9, 5);  // a day earlier: the member of that day goes too, with its reminder
+    changed.End = Day(2026, 4, 11, 11, 0, 59);
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    const EventList events = Stored();
+    EXPECT_EQ(Lines(events),
+              "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n"
+              "04/13 09:05 Class\n04/14 09:05 Class\n");
+    EXPECT_EQ(events[1].RecurrenceEnd, Day(2026, 4, 10));
+    EXPECT_NE(events[1].SeriesId, events[2].SeriesId);
+    EXPECT_EQ(events[2].RecurrenceStart, changed.Start);
+    EXPECT_EQ(events[2].SeriesId, events[5].SeriesId);
+    EXPECT_EQ(StoredReminders().size(), 5u);
+    ExpectRemindersHaveEvents();
+    EXPECT_EQ(TakeMessages(), (Texts{"Saving Event....", "Saving Event....", "Applying changes to event series....",
+                                     "Creating Reminders....", "Saving Reminders locally....", "Updating Events...",
+                                     "Saving Events..."}));
+}
+
+TEST_F(EventChanges, AChangeOfInformationWalksOverTheSeries) {
+    CTmEvent drifted = Member(3);
+    drifted.Description = "Own words";
+    drifted.BarColor = 7;
+    ASSERT_TRUE(MergeEvents(world, {drifted}));
+    TakeMessages();
+    question.answer = SeriesReach::AllFollowing;
+    CTmEvent changed = Member(2);
+    const CTmEvent old = changed;
+    changed.Label = "Lecture";
+    changed.BarColor = 9;
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    EXPECT_EQ(Lines(Stored()),
+              "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Lecture\n"
+              "04/13 09:05 Lecture\n04/14 09:05 Lecture\n");
+    EXPECT_EQ(Member(3).Description, "Own words");
+    EXPECT_EQ(Member(3).BarColor, 9);
+    EXPECT_EQ(TakeMessages(), (Texts{"Saving Event....", "Saving Event....", "Applying changes to event series....",
+                                     "Loading Reminders....", "Updating Event 1 of 3...", "Updating Event 2 of 3...",
+                                     "Updating Event 3 of 3...", "Finalizing Event changes...",
+                                     "Finalizing changes to event series...."}));
+    EXPECT_EQ(waits, (std::vector<int>{120, 120, 150, 300}));
+    question.answer = SeriesReach::EntireSeries;
+    const CTmEvent before = Member(4);
+    CTmEvent again = before;
+    again.Description = "All";
+    EXPECT_EQ(EditEvent(world, again, before), EventSave::Saved);
+    for (size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(Member(i).Description, "All");
+    EXPECT_EQ(Member(0).Label, "Class");
+}
+
+TEST_F(EventChanges, AWalkKeepsWhatAMemberOfTheSeriesHasMovedTo) {
+    question.answer = SeriesReach::EntireSeries;
+    CTmEvent changed = Member(1);
+    const CTmEvent old = changed;
+    changed.Start = changed.Start.PlusSeconds(7200);
+    changed.End = changed.End.PlusSeconds(7200);
+    changed.Label = "Late";
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    EXPECT_EQ(Lines(Stored()),
+              "04/11 09:00 Alone\n04/10 09:05 Late\n04/11 11:05 Late\n04/12 09:05 Late\n"
+              "04/13 09:05 Late\n04/14 09:05 Late\n");
+}
+
+TEST_F(EventChanges, RemindersOfASeriesChangeWhereTheyAreTheSame) {
+    question.answer = SeriesReach::EntireSeries;
+    CTmEvent changed = Member(1);
+    const CTmEvent old = changed;
+    const std::string kept = Member(0).Reminders[0].ReminderId;
+    changed.Reminders.push_back(ReminderFor(changed, ReminderType::Email, 1440));
+    changed.Reminders.push_back(ReminderFor(changed, ReminderType::Popup, 0));
+    server.results = {7, 0, 8, 9, 10};
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    EXPECT_EQ(Member(0).Reminders.size(), 3u);
+    EXPECT_EQ(Member(0).Reminders[0].ReminderId, kept);
+    EXPECT_EQ(Member(0).Reminders[1].ServerId, 7);
+    EXPECT_EQ(Member(0).Reminders[1].SendTime, Day(2026, 4, 9, 9, 5));
+    EXPECT_EQ(Member(1).Reminders.size(), 2u) << "the server failed for this one";
+    EXPECT_EQ(prompts.seen,
+              Texts{"Reminder Update Failed: A connection problem with the server occurred and not all Emails or "
+                    "TextMgs could be updated.\n\nServer may be busy, please check internet connection and try again "
+                    "later.\n\nPlease contact support if problem persists: help@example.com"});
+    const Texts messages = TakeMessages();
+    EXPECT_EQ(Texts(messages.begin() + 3, messages.begin() + 8),
+              (Texts{"Loading Reminders....", "Checking Internet Connection...", "Updating Event 1 of 5...",
+                     "Updating Event 1 of 5..local update", "Updating Event 1 of 5..contacting server"}));
+    // Without a server, e-mails aren't made, and those that go are gone here.
+    prompts.seen.clear();
+    server.works = 0;
+    const CTmEvent before = Member(4);
+    CTmEvent fewer = before;
+    fewer.Reminders.erase(fewer.Reminders.begin() + 1);
+    EXPECT_EQ(EditEvent(world, fewer, before), EventSave::Saved);
+    EXPECT_EQ(StoredReminders().size(), 10u);
+    EXPECT_FALSE(HasServerReminder(StoredReminders()));
+    EXPECT_EQ(prompts.seen.size(), 1u) << "the question alone";
+}
+
+TEST_F(EventChanges, AChangeOfTheStartAloneMovesOneEventAndItsReminders) {
+    CTmEvent changed = Member(1);
+    const CTmEvent old = changed;
+    changed.Start = changed.Start.PlusSeconds(3600);
+    changed.End = changed.End.PlusSeconds(3600);
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    EXPECT_EQ(question.asked, 0);
+    EXPECT_EQ(Member(1).Start, Day(2026, 4, 11, 10, 5));
+    EXPECT_EQ(Member(1).Reminders[0].SendTime, Day(2026, 4, 11, 9, 5));
+    EXPECT_EQ(Member(0).Start, Day(2026, 4, 10, 9, 5));
+    EXPECT_EQ(TakeMessages(),
+              (Texts{"Saving Event....", "Updating the Reminders....", "Updating Events...", "Saving Events..."}));
+}
+
+TEST_F(EventChanges, AMemberLeavesItsSeries) {
+    CTmEvent changed = Member(1);
+    const CTmEvent old = changed;
+    ResetRecurrence(changed, kNoSeries);
+    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    EXPECT_FALSE(IsSeriesMember(Member(1)));
+    EXPECT_EQ(SelectSeries(Stored(), old.SeriesId).size(), 4u);
+}
+
+TEST_F(EventChanges, WhatCannotBeWrittenChangesNothing) {
+    question.answer = SeriesReach::EntireSeries;
+    const std::string eventBytes = BytesOf(world.eventFile);
+    const ReminderList reminders = StoredReminders();
+    CTmEvent schedule = Member(2), texts = schedule, alone = Find("{single}");
+    const CTmEvent old = schedule, oldAlone = alone;
+    schedule.DailyPattern = {1, 0, 2};
+    texts.Label = "New";
+    texts.Reminders.clear();
+    alone.Label = "New";
+    alone.Reminders = {ReminderFor(alone, ReminderType::Popup, 10)};
+    std::filesystem::create_directory(folder / "folder");
+    // One that can't be read, and one that reads as empty and can't be written.
+    for (const std::filesystem::path& path : {folder / "folder", folder / "none" / "Events.dat"}) {
+        faults.faults.clear();
+        world.eventFile = path;
+        EXPECT_EQ(EditEvent(world, schedule, old), EventSave::NotWritten);
+        EXPECT_EQ(EditEvent(world, texts, old), EventSave::NotWritten);
+        EXPECT_EQ(EditEvent(world, alone, oldAlone), EventSave::NotWritten);
+        EXPECT_EQ(CreateEvent(world, schedule), EventSave::NotWritten);
+        prompts.answers.assign(2, PromptAnswer::Yes);
+        EXPECT_FALSE(DeleteEvent(world, alone));
+        EXPECT_FALSE(DeleteEntireSeries(world, old));
+        EXPECT_EQ(faults.faults.size(), 6u);
+        world.eventFile = folder / "Events.dat";
+        EXPECT_EQ(BytesOf(world.eventFile), eventBytes);
+        EXPECT_FALSE(RemindersDiffer(StoredReminders(), reminders)) << path;
+    }
+}
+
+TEST_F(EventChanges, DeletingAsksThenRemovesWithReminders) {
+    struct Case {
+        bool (*remove)(const CalendarWorld&, const CTmEvent&);
+        const char *question, *progress;
+        size_t left, reminders;
+    };
+    const Case cases[] = {
+        {DeleteSingleEvent, "Delete Event?? Do you wish to delete this event?", "Deleting single event....", 5, 4},
+        {DeleteFollowingEvents,
+         "Deleting Events in Series?? Do you wish to delete this and all following events in the recurring series that "
+         "this event belongs?",
+         "Deleting this and all following events in series....", 3, 2},
+        {DeleteEntireSeries,
+         "Delete Entire Series?? Do you wish to delete the entire recurring series that this event belongs?",
+         "Deleting entire to event series....", 1, 0}};
+    const std::string eventBytes = BytesOf(world.eventFile), reminderBytes = BytesOf(world.reminderFile);
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.progress);
+        PutBytes(world.eventFile, eventBytes);
+        PutBytes(world.reminderFile, reminderBytes);
+        prompts.answers = {PromptAnswer::No, PromptAnswer::Yes};
+        const CTmEvent member = Member(2);
+        EXPECT_FALSE(one.remove(world, member));
+        ExpectFiles(eventBytes, reminderBytes);
+        EXPECT_TRUE(one.remove(world, member));
+        EXPECT_EQ(prompts.seen.back(), one.question);
+        EXPECT_EQ(TakeMessages(), (Texts{one.progress, "Updating Event's Reminders...."}));
+        EXPECT_EQ(Stored().size(), one.left);
+        EXPECT_EQ(StoredReminders().size(), one.reminders);
+        ExpectRemindersHaveEvents();
+    }
+}
+
+TEST_F(EventChanges, TheRestOfACutSeriesEndsOnTheDayBefore) {
+    prompts.answers = {PromptAnswer::Yes};
+    EXPECT_TRUE(DeleteFollowingEvents(world, Member(2)));
+    EXPECT_EQ(Member(0).RecurrenceEnd, Day(2026, 4, 11));
+    EXPECT_EQ(Member(1).RecurrenceEnd, Day(2026, 4, 11));
+}
+
+TEST_F(EventChanges, ASingleEventGoesWithItsReminders) {
+    CTmEvent changed = Find("{single}");
+    changed.Reminders = {ReminderFor(changed, ReminderType::Email, 30)};
+    ASSERT_EQ(EditEvent(world, changed, Find("{single}")), EventSave::Saved);
+    server.calls.clear();
+    TakeMessages();
+    prompts.answers = {PromptAnswer::Yes};
+    EXPECT_TRUE(DeleteEvent(world, Find("{single}")));
+    EXPECT_EQ(server.calls, (Texts{"test", "delete 101"}));
+    EXPECT_EQ(TakeMessages(), (Texts{"Deleting Event....", "Updating Event's Reminders...."}));
+    EXPECT_EQ(StoredReminders().size(), 5u);
+}
+
+TEST_F(EventChanges, ANewEventCoversTheChosenDays) {
+    const CTmEvent today = EventForDays(world, std::nullopt);
+    EXPECT_EQ(today.Start, Day(2026, 3, 14));
+    EXPECT_EQ(today.End, Day(2026, 3, 14, 23, 59, 59));
+    const CTmEvent days = EventForDays(world, std::pair(Day(2026, 5, 1, 12), Day(2026, 5, 3)));
+    EXPECT_EQ(days.Start, Day(2026, 5, 1));
+    EXPECT_EQ(days.End, Day(2026, 5, 3, 23, 59, 59));
+    EXPECT_EQ(days.RecurrenceEnd, days.Start);
+    EXPECT_EQ(days.AllDay, 1);
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,273 @@
+#include "calendar/event_editor.h"
+
+#include "calendar/calendar_fixture.h"
+#include "calendar/reminder_address.h"
+#include "calendar/reminder_editor.h"
+#include "calendar/ten_minutes.h"
+
+namespace lore {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class Editors : public CalendarTest {
+protected:
+    /// An event of one day from 9 to 10.
+    EventEditor Timed() {
+        EventEditor editor = EventEditor::ForNewEvent(world, std::pair(Day(2026, 4, 10), Day(2026, 4, 10)));
+        editor.SetAllDay(false);
+        editor.PlaceAt(Day(2026, 4, 10, 9), Day(2026, 4, 10, 10));
+        return editor;
+    }
+};
+
+TEST(TenMinutes, AreTheStepsOfATime) {
+    struct Case {
+        int hour, minute, toHour, toMinute, expectedHour, expectedMinute;
+    };
+    const Case cases[] = {{9, 0, 9, 1, 9, 10},    {9, 10, 9, 9, 9, 0},     {9, 50, 9, 51, 10, 0},
+                          {9, 50, 9, 49, 9, 40},  {9, 59, 9, 0, 10, 10},   {9, 0, 9, 59, 8, 50},
+                          {9, 0, 9, 4, 9, 0},     {9, 0, 9, 5, 9, 10},     {9, 0, 9, 14, 9, 10},
+                          {9, 0, 9, 15, 9, 20},   {9, 0, 9, 25, 9, 30},    {9, 0, 9, 54, 9, 50},
+                          {9, 0, 9, 55, 10, 0},   {9, 0, 10, 0, 10, 0},    {9, 0, 10, 1, 10, 0},
+                          {23, 0, 23, 55, 24, 0}, {23, 50, 23, 51, 24, 0}, {9, 30, 14, 30, 14, 30}};
+    for (const Case& one : cases) {
+        const DateTime day = Day(2026, 4, 10);
+        EXPECT_EQ(SteppedTime(day.PlusSeconds(one.hour * 3600 + one.minute * 60),
+                              day.PlusSeconds(one.toHour * 3600 + one.toMinute * 60)),
+                  day.PlusSeconds(one.expectedHour * 3600 + one.expectedMinute * 60))
+            << one.hour << ":" << one.minute << " to " << one.toHour << ":" << one.toMinute;
+    }
+}
+
+TEST_F(Editors, TheEndStaysBehindTheStart) {
+    struct Case {
+        bool start;
+        DateTime changed, expectedStart, expectedEnd;
+    };
+    const DateTime nine = Day(2026, 4, 10, 9), ten = Day(2026, 4, 10, 10);
+    const Case cases[] = {{true, Day(2026, 4, 10, 9, 30), Day(2026, 4, 10, 9, 30), ten},
+                          {true, Day(2026, 4, 10, 10), ten, Day(2026, 4, 10, 11)},
+                          {true, Day(2026, 4, 10, 23), Day(2026, 4, 10, 23), Day(2026, 4, 10, 23, 50)},
+                          {true, Day(2026, 4, 12, 23, 30), Day(2026, 4, 12, 23, 30), Day(2026, 4, 13, 0, 30)},
+                          {false, Day(2026, 4, 10, 8), nine, ten},
+                          {false, Day(2026, 4, 9, 18), nine, ten},
+                          {false, Day(2026, 4, 11, 8), nine, Day(2026, 4, 11, 8)},
+                          {false, DateTime::Invalid(), nine, ten}};
+    for (const Case& one : cases) {
+        EventEditor editor = Timed();
+        one.start ? editor.ChangeStart(one.changed) : editor.ChangeEnd(one.changed);
+        EXPECT_EQ(editor.Event().Start, one.expectedStart);
+        EXPECT_EQ(editor.Event().End, one.expectedEnd);
+    }
+}
+
+TEST_F(Editors, WholeDaysHaveTheirOwnTimes) {
+    EventEditor editor = Timed();
+    editor.SetAllDay(true);
+    EXPECT_EQ(editor.Event().Start, Day(2026, 4, 10));
+    EXPECT_EQ(editor.Event().End, Day(2026, 4, 10, 23, 59, 59));
+    editor.ChangeStart(Day(2026, 4, 12, 7));
+    EXPECT_EQ(editor.Event().Start, Day(2026, 4, 12));
+    EXPECT_EQ(editor.Event().End, Day(2026, 4, 12, 23, 59, 59));
+    editor.ChangeEnd(Day(2026, 4, 14));
+    EXPECT_EQ(editor.Event().End, Day(2026, 4, 14, 23, 59, 59));
+    editor.SetAllDay(false);
+    EXPECT_EQ(editor.Event().End, Day(2026, 4, 14, 1));
+    CTmEvent late = Event("{L}", "", Day(2026, 4, 10, 23), Day(2026, 4, 10, 23, 59, 59));
+    EventEditor lateEditor = EventEditor::ForEvent(world, late);
+    lateEditor.SetAllDay(false);
+    EXPECT_EQ(lateEditor.Event().End, Day(2026, 4, 10, 23, 50));
+}
+
+TEST_F(Editors, ASeriesTellsHowManyEventsItMakes) {
+    EventEditor editor = EventEditor::ForNewEvent(world, std::pair(Day(2026, 1, 31), Day(2026, 1, 31)));
+    EXPECT_EQ(editor.Summary(), "");
+    editor.SetRecurring(true);
+    EXPECT_EQ(editor.Summary(), "Repeats every day from 01/31/26 to 02/01/26, ends after 2 events, on 02/01/26");
+    editor.ChooseTab(kMonthly);
+    editor.SetRecurrenceEnd(Day(2026, 12, 31));
+    EXPECT_EQ(editor.Summary(),
+              "Repeats on day 31 of every month from 01/31/26 to 12/31/26, ends after 1 event, on 01/31/26");
+    EXPECT_EQ(editor.TypePattern(kMonthlyDay, "4x5"), "45");
+    EXPECT_EQ(editor.Summary(),
+              "Repeats on day 45 of every month from 01/31/26 to 12/31/26, but no event falls on these days");
+    EXPECT_EQ(editor.TypePattern(kMonthlyDayN, "0"), "1");
+    EXPECT_EQ(editor.TypePattern(kMonthlyDayN, "1000"), "999");
+    EXPECT_EQ(editor.Save(), EventSave::Refused);
+    EXPECT_EQ(editor.TypePattern(kMonthlyDayN, ""), "");
+    editor.ChooseForm(false);
+    EXPECT_EQ(editor.Pattern(kMonthlyOnDay), 0);
+    EXPECT_EQ(editor.Summary(),
+              "Repeats on the last Saturday of every month from 01/31/26 to 12/31/26, ends after 12 "
+              "events, on 12/26/26");
+    EXPECT_EQ(editor.Save(), EventSave::Saved);
+    const EventList events = Stored();
+    ASSERT_EQ(events.size(), 12u);
+    EXPECT_EQ(events[0].DailyPattern, UnsetPattern(kDailySlots)) << "the tab in front alone is kept";
+    EXPECT_EQ(events[11].Start, Day(2026, 12, 26));
+    EXPECT_EQ(events[11].End, Day(2026, 12, 26, 23, 59, 59));
+}
+
+TEST_F(Editors, TheSeriesKeepsItsTimeOfDayAndItsRoom) {
+    EventEditor editor = Timed();
+    editor.SetRecurring(true);
+    editor.ChooseTab(kWeekly);
+    EXPECT_EQ(editor.Event().RecurrenceStart, Day(2026, 4, 10, 9));
+    EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 4, 16, 9));
+    editor.TypePattern(kWeeklyN, "2");
+    EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 4, 23, 9));
+    editor.SetRecurrenceStart(Day(2026, 5, 1));
+    EXPECT_EQ(editor.Event().RecurrenceStart, Day(2026, 5, 1, 9));
+    EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 5, 1, 9));
+    editor.SetRecurring(false);
+    EXPECT_EQ(editor.Save(), EventSave::Saved);
+    EXPECT_EQ(Stored()[0].WeeklyPattern, UnsetPattern(kWeeklySlots));
+    EXPECT_EQ(Stored()[0].RecurrenceStart, Stored()[0].Start);
+    EXPECT_EQ(Stored()[0].End, Day(2026, 4, 10, 10, 0, 59));
+}
+
+TEST_F(Editors, AnEventHasFourRemindersAtMostAndNoneOnceItHasBegun) {
+    EventEditor editor = Timed();
+    EXPECT_EQ(editor.ReminderLines(), Texts{"No Reminders Set"});
+    for (int i = 0; i < 4; ++i) {
+        std::optional<CTmReminder> reminder = editor.NewReminder();
+        ASSERT_TRUE(reminder);
+        EXPECT_EQ(reminder->SendTime, editor.Event().Start);
+        reminder->SendTime = i == 0 ? Day(2026, 3, 14, 21, 5) : reminder->SendTime;
+        editor.PutReminder(*reminder);
+    }
+    EXPECT_FALSE(editor.NewReminder());
+    EXPECT_EQ(prompts.seen, Texts{"Only 4 Reminders: Only 4 Reminders Per Event"});
+    EXPECT_EQ(editor.ReminderLines()[0], "POPUP:  Today  9:05pm");
+    EXPECT_EQ(editor.ReminderLines()[1], "POPUP:  04/10/26  9:00am");
+    editor.RemoveReminder(3);
+    editor.PlaceAt(Day(2026, 3, 14, 9, 26, 53), Day(2026, 3, 14, 12));
+    EXPECT_FALSE(editor.NewReminder());
+    EXPECT_EQ(prompts.seen.back(), "Event Started: Event has already started or occurred.");
+    EXPECT_TRUE(editor.HasChanged());
+}
+
+TEST_F(Editors, AddressesAreValidatedByType) {
+    world.setup.gateways[3] = "txt.example";
+    world.setup.gateways[31] = "plus.example";
+    world.setup.gateways[38] = "sun.example";
+    struct Case {
+        ReminderType type;
+        const char* typed;
+        int provider;
+        const char* sendTo;  ///< or the title of the refusal after '!'
+    };
+    const auto email = ReminderType::Email, text = ReminderType::TextMessage;
+    const Case cases[] = {{ReminderType::Popup, "", -1, ""},
+                          {email, "a@b.c", 0, "!Invalid Email"},
+                          {email, "ab@c.de", 0, "ab@c.de"},
+                          {email, "ab@cde.", 0, "!Invalid Email"},
+                          {email, "ab@cd.e", 0, "!Invalid Email"},
+                          {email, "@bcd.ef", 0, "!Invalid Email"},
+                          {email, "a.b@cde", 0, "!Invalid Email"},
+                          {email, "abcdefg", 0, "!Invalid Email"},
+                          {text, "123-555-4567", 3, "1235554567@txt.example"},
+                          {text, "123-555-4567", 4, "1235554567@txt.example"},
+                          {text, "1235554567", 31, "+481235554567@plus.example"},
+                          {text, "1235554567", 38, "11235554567@sun.example"},
+                          {text, "123555456", 3, "!Invalid Number"},
+                          {text, "123555456a", 3, "!Invalid Number"},
+                          {text, "1235554567", -1, "!Invalid Provider"},
+                          {text, "1235554567", 50, "!Invalid Provider"},
+                          {text, "1235554567", 5, "!No Gateway"}};
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.typed);
+        CTmReminder reminder;
+        reminder.Type = static_cast<int32_t>(one.type);
+        const AddressFault* const fault = ValidateAddress(reminder, one.typed, one.provider, world.setup);
+        EXPECT_EQ(fault ? "!" + std::string(fault->title) : reminder.SendTo, one.sendTo);
+        EXPECT_EQ(reminder.PhoneNumber, !fault && one.type == text ? one.typed : "");
+    }
+    EXPECT_STREQ(Providers()[49].name, "YCC");
+}
+
+TEST_F(Editors, TheReminderOffersTheOffsetsThatLieAhead) {
+    struct Case {
+        DateTime start;
+        size_t rows;
+        const char* last;
+    };
+    for (const Case& one : {Case{Day(2026, 3, 14, 10, 26, 53), 0, ""}, Case{Day(2026, 3, 14, 10, 30), 2, "0 Minutes"},
+                            Case{Day(2026, 3, 14, 12, 30), 9, "2 Hours"}, Case{Day(2026, 9, 1), 27, "2 Weeks"}}) {
+        CTmEvent event = Event("{E}", "", one.start, one.start);
+        ReminderEditor editor(world, ReminderFor(event, ReminderType::Popup, 0), ReminderEditor::Purpose::Event, true);
+        EXPECT_EQ(editor.PriorTimes().size(), one.rows);
+        EXPECT_STREQ(one.rows > 0 ? editor.PriorTimes().back().text : "", one.last);
+    }
+}
+
+TEST_F(Editors, TheReminderKeepsItsTimeWithinBounds) {
+    const CTmEvent event = Event("{E}", "", Day(2026, 4, 10, 9), Day(2026, 4, 10, 10));
+    ReminderEditor editor(world, ReminderFor(event, ReminderType::Popup, 0), ReminderEditor::Purpose::Event, true);
+    EXPECT_EQ(editor.EarliestSendTime(), Day(2026, 3, 14, 10, 30));
+    EXPECT_EQ(editor.ChosenPrior(), 1u);
+    editor.ChoosePrior(7);
+    EXPECT_EQ(editor.SendTimeText(), "Friday,  Apr. 10 2026  at  8:00AM");
+    EXPECT_EQ(editor.EventStartText(), "04/10/26    9:00AM");
+    editor.ChangeSendTime(Day(2026, 4, 9, 8, 7));
+    EXPECT_EQ(editor.SendTime(), Day(2026, 4, 9, 8, 10));
+    EXPECT_EQ(editor.ChosenPrior(), 0u);
+    editor.ChangeSendTime(Day(2026, 3, 14, 10, 20));
+    EXPECT_EQ(editor.SendTime(), Day(2026, 3, 14, 10, 30));
+    editor.ChangeSendTime(Day(2060, 3, 14, 10, 20));
+    EXPECT_EQ(editor.SendTime(), Day(2050, 1, 1, 10, 20));
+    EXPECT_TRUE(editor.Save());
+    EXPECT_EQ(editor.Reminder().PriorMinutes, -1);
+    EXPECT_EQ(editor.Reminder().ServerId, -1);
+}
+
+TEST_F(Editors, AReminderThatIsAboutToComeIsLocked) {
+    const CTmEvent event = Event("{E}", "", Day(2026, 3, 14, 9, 47, 53), Day(2026, 4, 10, 10));
+    const CTmReminder soon = ReminderFor(event, ReminderType::Popup, 0);
+    CTmReminder later = soon;
+    later.SendTime = Day(2026, 3, 14, 9, 47, 54);
+    using Purpose = ReminderEditor::Purpose;
+    EXPECT_TRUE(ReminderEditor(world, soon, Purpose::Event, false).IsLocked());
+    EXPECT_FALSE(ReminderEditor(world, soon, Purpose::Event, false).Save());
+    EXPECT_FALSE(ReminderEditor(world, later, Purpose::Event, false).IsLocked());
+    EXPECT_FALSE(ReminderEditor(world, soon, Purpose::Event, true).IsLocked());
+}
+
+TEST_F(Editors, TheTypeDecidesTextsLimitAndAddress) {
+    settings.Set(Option::Email, std::string("last@example.com"));
+    settings.Set(Option::Phone, std::string("111-222-3333"));
+    settings.Set(Option::Service, 3);
+    world.setup.gateways[3] = "txt.example";
+    int stored = 0;
+    world.saveOptions = [&] { ++stored; };
+    const CTmEvent event = Event("{E}", "", Day(2026, 4, 10, 9), Day(2026, 4, 10, 10));
+    ReminderEditor editor(world, ReminderFor(event, ReminderType::Email, 0), ReminderEditor::Purpose::Day, true);
+    EXPECT_STREQ(editor.DayLabel(), "Selected Day:");
+    EXPECT_TRUE(editor.PriorTimes().empty());
+    EXPECT_EQ(editor.Address(), "last@example.com");
+    std::string longText;
+    for (int i = 0; i < 200; ++i)
+        longText += "\xC3\xA9";
+    editor.SetMessage(longText);
+    EXPECT_EQ(editor.Message(), longText);
+    editor.SetType(ReminderType::TextMessage);
+    EXPECT_EQ(editor.Message(), longText.substr(0, 300)) << "150 characters";
+    EXPECT_STREQ(editor.Labels().hint, "eg: 123-555-4567");
+    editor.SetAddress("999-888-7777");
+    editor.SendTestMessage();
+    EXPECT_EQ(server.calls.back(), "send 9998887777@txt.example");
+    server.works = 0;
+    editor.SendTestMessage();
+    EXPECT_EQ(prompts.seen.back(), "Message Failed: Message Failed.  Internet connection could not be established.");
+    EXPECT_TRUE(editor.Save());
+    EXPECT_EQ(settings.Text(Option::Phone), "999-888-7777");
+    EXPECT_EQ(settings.Text(Option::Email), "last@example.com");
+    EXPECT_EQ(stored, 1);
+    editor.SetAddress("12");
+    EXPECT_FALSE(editor.Save());
+    EXPECT_EQ(prompts.seen.back(), "Invalid Number: Invalid Phone Number.  Number must be at least 10 digits.");
+}
+
+}  // namespace
+}  // namespace lore
