@@ -214,6 +214,7 @@ public:
                                   .agent = agent_,
                                   .question = question_,
                                   .setup = LoadReminderSetup(session.Store())};
+        ComputeFolders(session.Data().root);
         EventList events;
         if (!LoadEvents(world, events))
             return ExitStatus::Fault;

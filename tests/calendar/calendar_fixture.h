@@ -72,8 +72,9 @@ protected:
     EventList Stored() {
         EventList events;
         EXPECT_TRUE(LoadEvents(world, events));
+        const ReminderList reminders = StoredReminders();
         for (CTmEvent& event : events)
-            event.Reminders = RemindersOfEvent(StoredReminders(), event.EventId);
+            event.Reminders = RemindersOfEvent(reminders, event.EventId);
         return events;
     }
     ReminderList StoredReminders() {

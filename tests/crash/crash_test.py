@@ -46,7 +46,13 @@ def state(data):
             key = book["name"], note["guid"] if note["guid"] in ORIGINAL else note["plainText"][:60]
             notes[key] = (note["plainText"], note["keyWords"], len(note["sources"]), note["categories"],
                           note["borderColor"], attachments)
-    return notes
+    return notes | calendar(data)
+
+
+def calendar(data):
+    """The events, and the reminders: each alone, for the two files change one after the other."""
+    events = {("event", one["Start"], one["End"], one["Label"]): one["RecurrenceEnd"] for one in answer(data, "events")}
+    return events | {("reminder", one["SendTime"], one["EventLabel"]): True for one in answer(data, "reminders")}
 
 
 def content(data, book, attachment):
@@ -57,7 +63,8 @@ def content(data, book, attachment):
 
 
 def without_contents(notes):
-    return {key: (*note[:-1], [one[:2] for one in note[-1]]) for key, note in notes.items()}
+    return {key: (*note[:-1], [one[:2] for one in note[-1]]) if isinstance(note, tuple) else note
+            for key, note in notes.items()}
 
 
 ORIGINAL = set()
@@ -84,6 +91,9 @@ class World:
             self.must("edit", id, "--source", self.sources[0], "--attach", self.folder / "three.txt")
         self.must("notebook", "create", "Second Book")
         self.must("export", "--out", self.folder / "all.lbe")
+        self.must("event", "add", "--label", "Class", "--start", "2049-01-04T09:00", "--repeat", "daily", "--until",
+                  "2049-01-08", "--popup", 10)
+        self.events = [event["EventId"] for event in answer(self.base, "events")]
         ORIGINAL.update(note["guid"] for note in answer(self.base, "notes"))
 
     def text(self, number):
@@ -129,6 +139,12 @@ def flows():
         "copy": ["copy", "--to", "Second Book", ids[0], ids[3]],
         "import": ["--notebook", "Second Book", "import", folder / "all.lbe", "--take", "all"],
         "repair": ["check", "--repair"],
+        "event": ["event", "add", "--label", "New", "--start", "2049-02-01T09:00", "--repeat", "daily", "--until",
+                  "2049-02-03", "--popup", 10],
+        "schedule": ["event", "edit", WORLD.events[2], "--following", "--start", "2049-01-06T15:00", "--end",
+                     "2049-01-06T17:00"],
+        "texts": ["event", "edit", WORLD.events[2], "--all", "--label", "Changed", "--popup", 60],
+        "remove events": ["event", "delete", WORLD.events[2], "--following"],
     }
     chosen = os.environ.get("LORE_FLOWS")
     return {name: args for name, args in every.items() if not chosen or name in chosen.split(",")}

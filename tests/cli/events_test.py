@@ -1,0 +1,176 @@
+#!/usr/bin/env python3
+"""The commands that write events, from end to end on a fresh data folder.
+
+Usage: events_test.py LOREBINDER_CLI [unittest arguments]"""
+import fcntl
+import json
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CLI = str(pathlib.Path(sys.argv[1]).resolve())
+# Long after any day on which this runs: reminders are for what is to come.
+YEAR = "2049"
+
+
+class Events(unittest.TestCase):
+    def setUp(self):
+        self.top = pathlib.Path(tempfile.mkdtemp(prefix="lore-events-"))
+        self.addCleanup(shutil.rmtree, self.top, ignore_errors=True)
+        self.data = self.top / "data"
+
+    def run_cli(self, *args, status=0):
+        done = subprocess.run([CLI, "--data", self.data, *map(str, args)], capture_output=True, check=False)
+        self.assertEqual(done.returncode, status, (args, done.stderr))
+        return done
+
+    def json(self, *args):
+        return json.loads(self.run_cli("--json", *args).stdout)
+
+    def lines(self):
+        return [f'{e["Start"][5:16]} {e["Label"]}' for e in sorted(self.json("events"), key=lambda e: e["Start"])]
+
+    def series(self):
+        """Four Mondays from 4 January, an hour each, with a popup."""
+        return self.json("event", "add", "--label", "Class", "--start", f"{YEAR}-01-04T09:05", "--repeat", "weekly",
+                         "--until", f"{YEAR}-01-25", "--popup", 30)
+
+    def files(self):
+        return [path.read_bytes() for path in sorted((self.data / "Data Files").glob("*.dat"))]
+
+    def assert_reminders_fit(self):
+        events = {event["EventId"]: event["Start"] for event in self.json("events")}
+        for reminder in self.json("reminders"):
+            self.assertEqual(events.get(reminder["EventId"]), reminder["EventStart"])
+
+    def test_an_event_has_what_was_given(self):
+        ids = self.json("event", "add", "--label", "Caf\u00e9", "--start", f"{YEAR}-05-01T09:05", "--end",
+                        f"{YEAR}-05-01T10:00", "--color", 7, "--description", "\u4e2d\nTwo", "--popup", 60, "--popup", 0)
+        event, = self.json("events")
+        self.assertEqual(ids, [event["EventId"]])
+        self.assertEqual([event[key] for key in ("Start", "End", "Label", "Description", "BarColor", "AllDay",
+                                                 "Recurring", "RecurrenceType", "DailyPattern")],
+                         [f"{YEAR}-05-01T09:05:00", f"{YEAR}-05-01T10:00:59", "Caf\u00e9", "\u4e2d\nTwo", 7, 0, 0, -1,
+                          [-1, -1, -1]])
+        self.assertEqual([(r["SendTime"], r["PriorMinutes"], r["EventLabel"]) for r in self.json("reminders")],
+                         [(f"{YEAR}-05-01T08:05:00", 60, "Caf\u00e9"), (f"{YEAR}-05-01T09:05:00", 0, "Caf\u00e9")])
+
+    def test_times_that_are_not_given_follow(self):
+        for given, start, end, all_day in [
+                (["--start", f"{YEAR}-05-01"], "01T00:00:00", "01T23:59:59", 1),
+                (["--start", f"{YEAR}-05-01", "--end", f"{YEAR}-05-03"], "01T00:00:00", "03T23:59:59", 1),
+                (["--start", f"{YEAR}-05-01T09:30"], "01T09:30:00", "01T10:30:59", 0),
+                (["--start", f"{YEAR}-05-01T23:30"], "01T23:30:00", "01T23:50:59", 0),
+                (["--start", f"{YEAR}-05-01T09:30", "--all-day"], "01T00:00:00", "01T23:59:59", 1),
+                (["--start", f"{YEAR}-05-02T09:30", "--end", f"{YEAR}-05-01T08:00"], "02T09:30:00", "02T10:30:59", 0)]:
+            with self.subTest(given=given):
+                ident, = self.json("event", "add", "--label", "A", *given)
+                event = next(e for e in self.json("events") if e["EventId"] == ident)
+                self.assertEqual([event["Start"], event["End"], event["AllDay"]],
+                                 [f"{YEAR}-05-{start}", f"{YEAR}-05-{end}", all_day])
+
+    def test_each_rhythm_expands(self):
+        for args, dates in [
+                (["--repeat", "daily", "--every", 2, "--until", f"{YEAR}-01-08"], ["01-01", "01-03", "01-05", "01-07"]),
+                (["--repeat", "weekdays", "--until", f"{YEAR}-01-05"], ["01-01", "01-04", "01-05"]),
+                (["--repeat", "weekly", "--days", "mon,FRI", "--every", 2, "--until", f"{YEAR}-01-20"],
+                 ["01-01", "01-11", "01-15"]),
+                (["--repeat", "monthly", "--until", f"{YEAR}-03-05"], ["01-01", "02-01", "03-01"]),
+                (["--repeat", "monthly-weekday", "--until", f"{YEAR}-03-09"], ["01-01", "02-05", "03-05"]),
+                (["--repeat", "yearly"], ["01-01", "01-01"]),
+                (["--repeat", "yearly-weekday", "--until", "2050-12-31"], ["01-01", "01-07"])]:
+            with self.subTest(args=args):
+                before = self.json("events") if (self.data / "Data Files").exists() else []
+                ids = self.json("event", "add", "--label", "S", "--start", f"{YEAR}-01-01T08:00", *args)
+                new = [event for event in self.json("events") if event not in before]
+                self.assertEqual([event["EventId"] for event in new], ids)
+                self.assertEqual([event["Start"][5:10] for event in new], dates)
+                self.assertEqual(len({event["SeriesId"] for event in new}), 1)
+
+    def test_a_change_reaches_as_far_as_it_is_told(self):
+        for reach, labels in [("--this", ["Class", "New", "Class", "Class"]), ("--following", ["Class"] + 3 * ["New"]),
+                              ("--all", 4 * ["New"])]:
+            with self.subTest(reach=reach):
+                shutil.rmtree(self.data, ignore_errors=True)
+                ids = self.series()
+                self.run_cli("event", "edit", ids[1], "--label", "New", reach)
+                self.assertEqual([line[12:] for line in self.lines()], labels)
+                self.assertEqual([event["EventId"] for event in self.json("events")], ids)
+        for reach, starts in [("--this", ["04 09:05", "12 10:00", "18 09:05", "25 09:05"]),
+                              ("--following", ["04 09:05", "12 10:00", "19 10:00", "26 10:00"]),
+                              ("--all", ["05 10:00", "12 10:00", "19 10:00", "26 10:00"])]:
+            with self.subTest(reach=reach):
+                shutil.rmtree(self.data, ignore_errors=True)
+                ids = self.series()
+                self.run_cli("event", "edit", ids[1], "--start", f"{YEAR}-01-12T10:00", "--end", f"{YEAR}-01-12T12:00",
+                             "--days", "TUE", "--until", f"{YEAR}-01-31", reach)
+                self.assertEqual([line[3:11].replace("T", " ") for line in self.lines()], starts)
+                self.assert_reminders_fit()
+                self.assertEqual(len(self.json("reminders")), 4)
+
+    def test_deleting_reaches_as_far_as_it_is_told(self):
+        for reach, left in [("--this", 3), ("--following", 1), ("--all", 0)]:
+            with self.subTest(reach=reach):
+                shutil.rmtree(self.data, ignore_errors=True)
+                ids = self.series()
+                alone = self.json("event", "add", "--label", "Alone", "--start", f"{YEAR}-01-11")
+                self.run_cli("event", "delete", ids[1], reach)
+                self.assertEqual(len(self.json("events")), left + 1)
+                self.assertEqual(len(self.json("reminders")), left)
+                self.run_cli("event", "delete", alone[0])
+                self.assert_reminders_fit()
+                self.assertEqual(len(self.json("events")), left)
+
+    def test_a_single_event_becomes_a_series_and_leaves_it(self):
+        ident, = self.json("event", "add", "--label", "A", "--start", f"{YEAR}-01-04T09:00", "--popup", 10)
+        self.run_cli("event", "edit", ident, "--repeat", "daily", "--until", f"{YEAR}-01-06")
+        self.assertEqual(self.lines(), ["01-04T09:00 A", "01-05T09:00 A", "01-06T09:00 A"])
+        self.assert_reminders_fit()
+        second = self.json("events")[1]["EventId"]
+        self.run_cli("event", "edit", second, "--no-repeat", "--no-reminders", "--this")
+        self.assertEqual([event["Recurring"] for event in self.json("events")], [1, 0, 1])
+        self.assertEqual(len(self.json("reminders")), 2)
+
+    def test_what_cannot_be_done_is_said_and_changes_nothing(self):
+        ids = self.series()
+        before = self.files()
+        base = ["event", "add", "--label", "A", "--start", f"{YEAR}-01-31"]
+        for args, status, words in [
+                (["event", "edit", ids[0], "--label", "B"], 2, b"--following"),
+                (["event", "delete", ids[0]], 2, b"--following"),
+                (["event", "edit", ids[0], "--this", "--all", "--label", "B"], 2, b"excludes"),
+                (["event", "edit", "{none}", "--label", "B"], 1, b"no event {none}"),
+                (["event", "delete", "{none}", "--all"], 1, b"no event {none}"),
+                (["event", "add", "--label", "A", "--start", "tomorrow"], 2, b"YYYY-MM-DD"),
+                ([*base, "--until", "x"], 2, b"YYYY-MM-DD"),
+                ([*base, "--color", 21], 2, b"--color"),
+                ([*base, "--repeat", "hourly"], 2, b"--repeat"),
+                ([*base, "--repeat", "weekly", "--days", "TUE", "--until", f"{YEAR}-02-01"], 1, b"No event falls"),
+                (["event", "edit", ids[1], "--all", "--days", "TUE", "--until", f"{YEAR}-01-04"], 1, b"No event falls")]:
+            with self.subTest(args=args):
+                self.assertIn(words, self.run_cli(*args, status=status).stderr)
+                self.assertEqual(self.files(), before)
+
+    def test_a_day_that_a_month_lacks_ends_a_series(self):
+        self.assertEqual(len(self.json("event", "add", "--label", "A", "--start", f"{YEAR}-01-31", "--repeat", "monthly",
+                                       "--until", f"{YEAR}-12-31")), 1)
+
+    def test_a_locked_folder_and_a_file_that_cannot_be_read_are_left_alone(self):
+        ids = self.series()
+        before = self.files()
+        with open(next(path for path in self.data.rglob("*") if "lock" in path.name.lower()), "r+b") as held:
+            fcntl.flock(held, fcntl.LOCK_EX | fcntl.LOCK_NB)
+            self.run_cli("event", "delete", ids[0], "--all", status=4)
+        self.assertEqual(self.files(), before)
+        events = self.data / "Data Files" / "Events.dat"
+        events.unlink()
+        events.mkdir()
+        self.assertIn(b"Events.dat", self.run_cli("event", "add", "--label", "A", "--start", f"{YEAR}-01-01",
+                                                  status=3).stderr)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
