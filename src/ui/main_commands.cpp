@@ -15,6 +15,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
     using Menu = MainMenu;
     const MenuCommand line = {Menu::File, {}};
     const QKeySequence showAll(Qt::CTRL | Qt::SHIFT | Qt::Key_A), clear(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
+    const QKeySequence viewSources(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     return {
         {Menu::File, tr("&Save/Print Current Notes..."), {QKeySequence::Print}, [this] { PrintCurrentNotes(app_); }},
         {Menu::File, tr("&Export Current Notes..."), {}, [this] { ExportCurrentNotes(app_); }},
@@ -39,7 +40,12 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Notes, tr("&Clear Current Notes"), {clear}, [this] { ClearCurrentNotes(); }},
         {Menu::Notes, tr("Delete Current No&tes"), {}, [this] { notes_->DeleteCurrentNotes(); }},
 
+        {Menu::Sources, tr("&View Sources..."), {viewSources}, [this] { notes_->ViewSources(); }},
+        {Menu::Sources, tr("&Edit Custom Source Types..."), {}, [this] { notes_->EditSourceTypes(); }},
+
         {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
+
+        {Menu::Tools, tr("Edit Custom Source T&ypes..."), {}, [this] { notes_->EditSourceTypes(); }},
 
         {Menu::Tools,
          tr("&Manage NoteBooks..."),

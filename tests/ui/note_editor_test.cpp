@@ -29,8 +29,9 @@
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/note_editor/picture_viewer.h"
 #include "ui/note_editor/source_panel.h"
-#include "ui/note_editor/source_picker.h"
 #include "ui/note_editor/source_row_view.h"
+#include "ui/sources/edit_source_dlg.h"
+#include "ui/sources_driver.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -186,15 +187,20 @@ void NoteEditorTest::everything_at_the_side_is_saved() {
     const int32_t source = app_->NoteBook().sources[0].SourceID;
     AddNote([&](NoteEditorWindow& editor) {
         Type(editor, "Text");
-        Next<SourcePicker>([source](SourcePicker& picker) {
-            for (int i = 0; i < picker.List()->count(); ++i) {
-                if (picker.List()->item(i)->data(Qt::UserRole).toInt() == source)
-                    picker.List()->setCurrentRow(i);
-            }
-            picker.accept();
+        Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
+            QCOMPARE(browser.windowTitle(), QStringLiteral("Select Source"));
+            browser.List()->SelectRow(RowOf(browser, source));
+            QTest::keyClick(browser.List(), Qt::Key_Return);
         });
         editor.Sources()->AddSource();
         QCOMPARE(editor.Sources()->Count(), 1);
+        Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
+            dialog.findChild<QLineEdit*>("title")->clear();
+            QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "A title typed just now");
+            dialog.findChild<QPushButton*>("save")->click();
+        });
+        editor.Sources()->EditSource();
+        QVERIFY(editor.Sources()->RowAt(0)->accessibleName().contains("A title typed just now"));
         QCOMPARE(editor.Sources()->RowAt(0)->LineButton()->text(),
                  QStringLiteral("Click Here to Add Note Specific Info..."));
         QTest::mouseClick(editor.Sources()->RowAt(0)->LineButton(), Qt::LeftButton);
@@ -497,9 +503,6 @@ void NoteEditorTest::looks_good() {
 }
 
 void NoteEditorTest::dialogs_look_good() {
-    SourcePicker picker(app_->NoteBook().sources, app_->NoteBook().authors, *theme_);
-    picker.show();
-    TakeShot(picker, "editor-source-picker");
     KeyWordPicker used(app_->NoteBook().keyWords, "bells", -1);
     SelectTagsDlg tags(used, *theme_);
     tags.show();

@@ -5,6 +5,7 @@
 
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/qt_text.h"
+#include "ui/sources/source_dialogs.h"
 
 namespace lore {
 
@@ -29,10 +30,28 @@ void NoteActions::RunEditor(EditNoteSession session, const std::string& unsaved)
     NoteEditorWindow editor(std::move(session), commands_, app_, theme_, &window_);
     if (!unsaved.empty())
         editor.SetUnsavedText(unsaved);
-    if (editor.exec() != QDialog::Accepted)
+    const bool saved = editor.exec() == QDialog::Accepted;
+    const bool sourcesChanged = commands_.ShowSourceChanges();
+    if (saved)
+        commands_.NoteSaved(editor.Note());
+    if (saved || sourcesChanged)
+        emit NotesChanged(saved ? editor.Note().id : -1, saved && isNew);
+}
+
+void NoteActions::ViewSources() {
+    if (!app_.MayWrite())
         return;
-    commands_.NoteSaved(editor.Note());
-    emit NotesChanged(editor.Note().id, isNew);
+    SourceDialogs(commands_, app_.Store(), theme_).ViewSources(&window_);
+    if (commands_.ShowSourceChanges())
+        emit NotesChanged(-1, false);
+}
+
+void NoteActions::EditSourceTypes() {
+    if (!app_.MayWrite())
+        return;
+    SourceDialogs(commands_, app_.Store(), theme_).EditTypes(&window_);
+    if (commands_.ShowSourceChanges())
+        emit NotesChanged(-1, false);
 }
 
 void NoteActions::AddNote() {

@@ -26,6 +26,9 @@ public:
     void DeleteNote(int32_t id);
     void DeleteCurrentNotes();
     void UndoDeletion();
+    /// The browser of the sources, and the user-defined types of sources.
+    void ViewSources();
+    void EditSourceTypes();
     bool CanUndoDeletion() const { return commands_.CanUndoDeletion(); }
     /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with.
     void OfferUnsavedNotes();

@@ -20,8 +20,8 @@
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/note_editor/source_panel.h"
-#include "ui/note_editor/source_picker.h"
 #include "ui/qt_text.h"
+#include "ui/sources/source_dialogs.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -118,12 +118,13 @@ QWidget* NoteEditorWindow::MakeSide() {
 QTabWidget* NoteEditorWindow::MakeTabs(QWidget* parent) {
     tabs_ = new QTabWidget(parent);
     tabs_->setDocumentMode(true);
-    const SourceChooser choose = [this](QWidget* above) {
-        SourcePicker picker(app_.NoteBook().sources, app_.NoteBook().authors, theme_, above);
-        picker.exec();
-        return picker.Chosen();
-    };
-    sources_ = new SourcePanel(rows_, choose, theme_, tabs_);
+    const SourceDialogs windows(commands_, app_.Store(), theme_);
+    const SourcePanelWindows opened = {[windows](QWidget* above) { return windows.SelectSource(above); },
+                                       [this, windows](int32_t id, QWidget* above) {
+                                           if (const CSource* const source = app_.NoteBook().sources.FindSourceByID(id))
+                                               windows.EditSource(source, above);
+                                       }};
+    sources_ = new SourcePanel(rows_, opened, theme_, tabs_);
     categories_ = new CategoryPanel(paths_, theme_, tabs_);
     tabs_->addTab(sources_, tr(" < S&OURCES > "));
     tabs_->addTab(categories_, tr(" < C&ATEGORIES > "));

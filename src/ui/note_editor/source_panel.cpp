@@ -14,10 +14,10 @@
 
 namespace lore {
 
-SourcePanel::SourcePanel(SourceRows& rows, SourceChooser choose, const Theme& theme, QWidget* parent)
+SourcePanel::SourcePanel(SourceRows& rows, SourcePanelWindows windows, const Theme& theme, QWidget* parent)
     : QWidget(parent),
       rows_(rows),
-      choose_(std::move(choose)),
+      windows_(std::move(windows)),
       theme_(theme),
       scroll_(new QScrollArea(this)),
       empty_(new QLabel(QString::fromLatin1(kNoSourcesText), this)) {
@@ -96,12 +96,23 @@ void SourcePanel::ShowRow(std::optional<size_t> row) {
 }
 
 void SourcePanel::AddSource() {
-    const std::optional<int32_t> chosen = choose_(this);
+    const std::optional<int32_t> chosen = windows_.choose(this);
     if (!chosen)
-        return;
-    const std::optional<size_t> row = rows_.AddSource(*chosen);
+        rows_.Refresh();
+    const std::optional<size_t> row = chosen ? rows_.AddSource(*chosen) : rows_.SelectedRow();
     Rebuild();
     ShowRow(row);
+    emit Changed();
+}
+
+void SourcePanel::EditSource() {
+    const std::optional<size_t> row = rows_.SelectedRow();
+    if (!row)
+        return;
+    windows_.edit(rows_.Rows()[*row].source.SourceID, this);
+    rows_.Refresh();
+    Rebuild();
+    ShowRow(rows_.SelectedRow());
     emit Changed();
 }
 
@@ -134,6 +145,7 @@ void SourcePanel::OpenMenu(const QPoint& at, int row) {
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (row >= 0) {
         Select(row);
+        menu->addAction(tr("Edit Source"), this, &SourcePanel::EditSource);
         menu->addAction(tr("Remove Source"), this, &SourcePanel::RemoveSource);
     } else {
         menu->addAction(tr("Add Source"), this, &SourcePanel::AddSource);

@@ -17,19 +17,25 @@ namespace lore {
 class SourceRowView;
 class Theme;
 
-/// Lets the user choose one source of the NoteBook; nothing when he cancels.
-using SourceChooser = std::function<std::optional<int32_t>(QWidget* parent)>;
+/// The windows that the panel opens. Whatever is done there, the sources of the NoteBook may be other ones behind.
+struct SourcePanelWindows {
+    /// Lets the user choose one source of the NoteBook; nothing when he cancels.
+    std::function<std::optional<int32_t>(QWidget* parent)> choose;
+    /// Lets the user edit a source.
+    std::function<void(int32_t sourceID, QWidget* parent)> edit;
+};
 
 /// The sources of the note: a row with the citation for each, and under it the line for what the note alone says.
 class SourcePanel : public QWidget {
     Q_OBJECT
 
 public:
-    SourcePanel(SourceRows& rows, SourceChooser choose, const Theme& theme, QWidget* parent = nullptr);
+    SourcePanel(SourceRows& rows, SourcePanelWindows windows, const Theme& theme, QWidget* parent = nullptr);
 
     /// Shows the rows as they are now.
     void Rebuild();
     void AddSource();
+    void EditSource();
     void RemoveSource();
     void ClearSources();
     int Count() const { return static_cast<int>(views_.size()); }
@@ -48,7 +54,7 @@ private:
     void ShowRow(std::optional<size_t> row);
 
     SourceRows& rows_;
-    SourceChooser choose_;
+    SourcePanelWindows windows_;
     const Theme& theme_;
     QScrollArea* scroll_;
     QVBoxLayout* list_;

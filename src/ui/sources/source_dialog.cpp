@@ -1,0 +1,76 @@
+#include "ui/sources/source_dialog.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "ui/theme.h"
+
+namespace lore {
+
+SourceDialog::SourceDialog(const QString& title, const char* place, const SourceWindows& windows, QWidget* parent)
+    : DialogFrame(title, place, windows.store, parent), windows_(windows) {
+    bar_ = new FaultBar(windows.theme, this);
+    Content()->addWidget(bar_);
+    faults_.SetBar(bar_);
+    const auto tryAgain = [this] {
+        // The step sets anew what comes behind it.
+        if (const std::function<void()> step = again_)
+            step();
+    };
+    connect(bar_, &FaultBar::TryAgainRequested, this, tryAgain, Qt::QueuedConnection);
+    before_ = windows.commands.ShowFaultsIn(&faults_);
+}
+
+SourceDialog::~SourceDialog() {
+    windows_.commands.ShowFaultsIn(before_);
+    faults_.SetBar(nullptr);
+}
+
+void SourceDialog::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && qobject_cast<QAbstractItemView*>(focusWidget()))
+        return event->accept();
+    DialogFrame::keyPressEvent(event);
+}
+
+QLabel* MakeFieldLabel(const QString& text, QWidget* buddy, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setBuddy(buddy);
+    buddy->setAccessibleName(QString(text).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+    return label;
+}
+
+QLabel* MakeHint(const QString& text, const Theme& theme, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setFont(theme.Font(TextSize::Small));
+    label->setWordWrap(true);
+    const auto restyle = [label, &theme] {
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::WindowText, theme.Color(ColorRole::DimText));
+        label->setPalette(palette);
+    };
+    restyle();
+    QObject::connect(&theme, &Theme::Changed, label, restyle);
+    return label;
+}
+
+void AddListKey(QListWidget* list, const QKeySequence& keys, const std::function<void()>& run) {
+    // As shortcuts, since a list takes keys that have a text for its search.
+    auto* const shortcut = new QShortcut(keys, list, nullptr, nullptr, Qt::WidgetShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, list, run);
+}
+
+void MoveCurrentRow(QListWidget& list, int by) {
+    const int from = list.currentRow(), to = from + by;
+    if (from < 0 || to < 0 || to >= list.count())
+        return;
+    list.model()->moveRow({}, from, {}, to > from ? to + 1 : to);
+    list.setCurrentRow(to);
+}
+
+}  // namespace lore

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+
+#include "ui/dialog_frame.h"
+#include "ui/fault_bar.h"
+#include "ui/sources/source_windows.h"
+
+class QLabel;
+class QListWidget;
+
+namespace lore {
+
+/// What the dialogs on sources share: the quiet bar that tells of a write that failed while the dialog is open.
+class SourceDialog : public DialogFrame {
+    Q_OBJECT
+
+public:
+    SourceDialog(const QString& title, const char* place, const SourceWindows& windows, QWidget* parent);
+    ~SourceDialog() override;
+
+    FaultBar* Faults() const { return bar_; }
+
+protected:
+    const SourceWindows& Windows() const { return windows_; }
+    Prompts& Asks() const { return windows_.commands.World().prompts; }
+    /// What the bar's "Try again" does from here on: a step that writes says it before it writes.
+    void SetTryAgain(std::function<void()> again) { again_ = std::move(again); }
+    /// Enter in a list is for the list, not for the main button.
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    const SourceWindows& windows_;
+    BarFaults faults_;
+    FaultBar* bar_ = nullptr;
+    FaultNotice* before_ = nullptr;
+    std::function<void()> again_;
+};
+
+/// A label that leads to a control with its Alt key.
+QLabel* MakeFieldLabel(const QString& text, QWidget* buddy, QWidget* parent);
+/// A dimmed line that says what can be done.
+QLabel* MakeHint(const QString& text, const Theme& theme, QWidget* parent);
+/// A shortcut of a list alone.
+void AddListKey(QListWidget* list, const QKeySequence& keys, const std::function<void()>& run);
+/// Moves the current row of a list whose order the user makes by so many rows; the list then tells of it as of a drag.
+void MoveCurrentRow(QListWidget& list, int by);
+
+}  // namespace lore

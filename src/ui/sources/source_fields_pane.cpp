@@ -1,0 +1,131 @@
+#include "ui/sources/source_fields_pane.h"
+
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "ui/qt_text.h"
+#include "ui/sources/source_dialog.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kPlaces = 6;
+constexpr int kGridRows = 5;
+
+}  // namespace
+
+SourceFieldsPane::SourceFieldsPane(SourceEditor& editor, const Theme& theme, QWidget* parent)
+    : PanelSection(tr("Other Fields"), theme, parent), editor_(editor), theme_(theme) {
+    Body()->setSpacing(kSpace * 2);
+    standard_ = new QWidget(this);
+    places_ = new QGridLayout(standard_);
+    places_->setContentsMargins(0, 0, 0, 0);
+    places_->setHorizontalSpacing(kSpace * 3);
+    places_->setVerticalSpacing(kSpace);
+    for (int place = 0; place < kPlaces; ++place) {
+        auto* const field = new QLineEdit(standard_);
+        auto* const label = new QLabel(standard_);
+        label->setBuddy(field);
+        places_->addWidget(label, place / 2 * 2, place % 2);
+        places_->addWidget(field, place / 2 * 2 + 1, place % 2);
+        places_->setColumnStretch(place % 2, 1);
+        labels_.append(label);
+        fields_.append(field);
+        connect(field, &QLineEdit::textEdited, this, [this, place](const QString& text) {
+            editor_.SetField(FieldOrder(editor_.Working().SourceType)[static_cast<size_t>(place)], FromQString(text));
+            emit Changed();
+        });
+    }
+    grid_ = new QTableWidget(0, 2, this);
+    grid_->setObjectName("grid");
+    grid_->setAccessibleName(tr("Fields of the source type"));
+    grid_->horizontalHeader()->hide();
+    grid_->verticalHeader()->hide();
+    grid_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    grid_->horizontalHeader()->setStretchLastSection(true);
+    grid_->setSelectionMode(QAbstractItemView::NoSelection);
+    grid_->setFocusPolicy(Qt::NoFocus);
+    grid_->setMinimumHeight(grid_->fontMetrics().height() * kGridRows * 2);
+    none_ = MakeHint(tr("This source type has no fields of its own."), theme, this);
+    Body()->addWidget(standard_);
+    Body()->addWidget(grid_);
+    Body()->addWidget(none_);
+    connect(&theme, &Theme::Changed, this, &SourceFieldsPane::Restyle);
+    Fill();
+}
+
+void SourceFieldsPane::Fill() {
+    const bool isCustom = editor_.IsCustom();
+    standard_->setVisible(!isCustom);
+    grid_->setVisible(isCustom && editor_.GridRows() > 0);
+    none_->setVisible(isCustom && editor_.GridRows() == 0);
+    isCustom ? FillGrid() : FillFields();
+}
+
+void SourceFieldsPane::FillFields() {
+    const std::span<const size_t> order = FieldOrder(editor_.Working().SourceType);
+    for (int place = 0; place < kPlaces; ++place) {
+        const bool isUsed = static_cast<size_t>(place) < order.size();
+        labels_[place]->setVisible(isUsed);
+        fields_[place]->setVisible(isUsed);
+        if (!isUsed)
+            continue;
+        const size_t slot = order[static_cast<size_t>(place)];
+        const QString label = ToQString(FieldLabel(editor_.Working().SourceType, slot));
+        labels_[place]->setText(label);
+        fields_[place]->setAccessibleName(QString(label).remove(QLatin1Char(':')));
+        fields_[place]->setObjectName(QStringLiteral("slot%1").arg(slot));
+        fields_[place]->setText(ToQString(editor_.Field(slot)));
+        fields_[place]->setCursorPosition(0);
+    }
+}
+
+QLineEdit* SourceFieldsPane::FieldOf(size_t slot) const {
+    return standard_->isVisibleTo(this) ? standard_->findChild<QLineEdit*>(QStringLiteral("slot%1").arg(slot))
+                                        : nullptr;
+}
+
+void SourceFieldsPane::FillGrid() {
+    grid_->setRowCount(0);
+    grid_->setRowCount(static_cast<int>(editor_.GridRows()));
+    QWidget* before = nullptr;
+    for (int row = 0; row < grid_->rowCount(); ++row) {
+        const CCustomSourceField& field = editor_.GridRow(static_cast<size_t>(row));
+        const QString name = ToQString(field.name).simplified();
+        auto* const title = new QTableWidgetItem(name);
+        title->setFlags(Qt::ItemIsEnabled);
+        grid_->setItem(row, 0, title);
+        auto* const value = new QLineEdit(ToQString(field.value), grid_);
+        value->setFrame(false);
+        value->setCursorPosition(0);
+        value->setAccessibleName(name);
+        value->setObjectName(QStringLiteral("row%1").arg(row));
+        grid_->setCellWidget(row, 1, value);
+        if (before)
+            setTabOrder(before, value);
+        before = value;
+        connect(value, &QLineEdit::textEdited, this, [this, row](const QString& text) {
+            editor_.SetGridValue(static_cast<size_t>(row), FromQString(text));
+            emit Changed();
+        });
+    }
+    grid_->resizeRowsToContents();
+    for (int row = 0; row < grid_->rowCount(); ++row)
+        grid_->setRowHeight(row, grid_->cellWidget(row, 1)->sizeHint().height() + 1);
+    Restyle();
+}
+
+void SourceFieldsPane::Restyle() {
+    for (int row = 0; row < grid_->rowCount(); ++row) {
+        grid_->item(row, 0)->setBackground(theme_.Color(ColorRole::Raised));
+        grid_->item(row, 0)->setForeground(theme_.Color(ColorRole::Text));
+    }
+}
+
+}  // namespace lore

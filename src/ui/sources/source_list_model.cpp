@@ -1,0 +1,30 @@
+#include "ui/sources/source_list_model.h"
+
+#include "bibliography/source_types.h"
+#include "ui/qt_text.h"
+
+namespace lore {
+
+SourceListModel::SourceListModel(CountOf count, RowAt at, QObject* parent)
+    : QAbstractListModel(parent), count_(std::move(count)), at_(std::move(at)) {}
+
+void SourceListModel::Reset() {
+    beginResetModel();
+    endResetModel();
+}
+
+int SourceListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(count_());
+}
+
+QVariant SourceListModel::data(const QModelIndex& index, int role) const {
+    const CSource& source = At(index.row());
+    if (role == Qt::DisplayRole)
+        return ToQString(source.FormattedText).simplified();
+    if (role == Qt::AccessibleTextRole)
+        return QStringLiteral("%1: %2").arg(ToQString(SourceTypeName(source)),
+                                            ToQString(source.FormattedText).simplified());
+    return {};
+}
+
+}  // namespace lore
