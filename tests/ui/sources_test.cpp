@@ -94,7 +94,8 @@ void SourcesTest::Next(const std::function<void(Dialog&)>& steps) {
         auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
         QVERIFY(dialog);
         const QPointer<Dialog> open(dialog);
-        QVERIFY(QTest::qWaitForWindowExposed(dialog));
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
         steps(*dialog);
         ++ran_;
         if (open && open->isVisible())
@@ -402,6 +403,7 @@ void SourcesTest::thousands_of_sources_scroll() {
         QScrollBar* const bar = browser.List()->verticalScrollBar();
         QTRY_VERIFY(bar->maximum() > 10000 * 70);  // every box counts before it has been seen
         const int last = browser.List()->model()->rowCount() - 1;
+        browser.List()->SelectRow(0);
         QTest::keyClick(browser.List(), Qt::Key_End);
         QCOMPARE(browser.List()->SelectedRow(), last);
         QCOMPARE(bar->value(), bar->maximum());
@@ -441,8 +443,12 @@ void SourcesTest::looks_good() {
     InBrowser([&](CViewSourcesDlg& browser) {
         browser.List()->SelectRow(2);
         Photograph(browser, "sources-browser");
+        browser.List()->scrollToBottom();
+        Photograph(browser, "sources-browser-end");
         Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
             Photograph(dialog, "sources-editor");
+            Choose(dialog.findChild<QComboBox*>("type"), "Book");
+            Photograph(dialog, "sources-editor-book");
             Next<CEditSourceTypesDlg>([&](CEditSourceTypesDlg& types) {
                 Photograph(types, "sources-types-empty");
                 Click(&types, "newType");

@@ -63,7 +63,9 @@ void CEditSourceDlg::MakeLayout() {
     below->Body()->addWidget(preview_, 1);
     auto* const split = new QSplitter(Qt::Vertical, this);
     split->setChildrenCollapsible(false);
-    split->setHandleWidth(kSpace * 2);
+    split->setHandleWidth(1);
+    below->setContentsMargins(0, kSpace * 3, 0, 0);
+    columns->setContentsMargins(0, 0, kSpace, kSpace * 3);
     split->addWidget(scroll);
     split->addWidget(below);
     split->setStretchFactor(0, 0);

@@ -125,7 +125,9 @@ QWidget* CEditSourceTypesDlg::MakeFields() {
     auto* const head = new QHBoxLayout;
     head->addWidget(MakeFieldLabel(tr("Fie&lds:"), fields_, box));
     head->addStretch(1);
-    head->addWidget(MakeHint(tr("Drag names to change order"), Windows().theme, box));
+    QLabel* const hint = MakeHint(tr("Drag names to change order"), Windows().theme, box);
+    hint->setWordWrap(false);
+    head->addWidget(hint);
     layout->addLayout(head);
     layout->addWidget(fields_, 1);
     auto* const buttons = new QHBoxLayout;
@@ -175,8 +177,7 @@ void CEditSourceTypesDlg::ConnectFields() {
         editor_.SelectField(ToRow(row));
         ShowField();
     });
-    connect(fields_->model(), &QAbstractItemModel::rowsMoved, this, &CEditSourceTypesDlg::FieldsMoved,
-            Qt::QueuedConnection);
+    connect(fields_->model(), &QAbstractItemModel::rowsMoved, this, &CEditSourceTypesDlg::FieldsMoved);
     AddListKey(fields_, QKeySequence(Qt::ALT | Qt::Key_Up), [this] { MoveCurrentRow(*fields_, -1); });
     AddListKey(fields_, QKeySequence(Qt::ALT | Qt::Key_Down), [this] { MoveCurrentRow(*fields_, 1); });
     connect(addField_, &QPushButton::clicked, this, [this] {
@@ -257,7 +258,10 @@ void CEditSourceTypesDlg::FieldsMoved() {
         return;
     const bool down = order[static_cast<size_t>(last)] == first;
     editor_.MoveField(static_cast<size_t>(down ? first : last), static_cast<size_t>(down ? last : first));
-    FillFields();
+    for (int row = 0; row < fields_->count(); ++row)
+        fields_->item(row)->setData(Qt::UserRole, row);
+    editor_.SelectField(ToRow(fields_->currentRow()));
+    ShowField();
 }
 
 void CEditSourceTypesDlg::Save() {

@@ -27,7 +27,7 @@ int32_t IdOf(const QListWidgetItem* item) {
 }
 
 void FillList(QListWidget& list, const std::vector<AuthorLine>& lines) {
-    const QSignalBlocker quiet(list), quietRows(list.model());
+    const QSignalBlocker quiet(list);
     list.clear();
     for (const AuthorLine& line : lines) {
         auto* const item = new QListWidgetItem(ToQString(line.name).simplified(), &list);
@@ -123,8 +123,7 @@ void SourceAuthorsPane::ConnectLists() {
     AddListKey(taken_, QKeySequence::Delete, [this] { Remove(); });
     AddListKey(taken_, QKeySequence(Qt::ALT | Qt::Key_Up), [this] { MoveCurrentRow(*taken_, -1); });
     AddListKey(taken_, QKeySequence(Qt::ALT | Qt::Key_Down), [this] { MoveCurrentRow(*taken_, 1); });
-    // A drop is over only after the row has been taken from its old place.
-    connect(taken_->model(), &QAbstractItemModel::rowsMoved, this, &SourceAuthorsPane::Reordered, Qt::QueuedConnection);
+    connect(taken_->model(), &QAbstractItemModel::rowsMoved, this, &SourceAuthorsPane::Reordered);
     taken_->setToolTip(tr("Alt+Up and Alt+Down move a name too"));
 }
 

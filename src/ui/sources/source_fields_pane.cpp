@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/qt_text.h"
 #include "ui/sources/source_dialog.h"
@@ -16,7 +17,7 @@ namespace lore {
 namespace {
 
 constexpr int kPlaces = 6;
-constexpr int kGridRows = 5;
+constexpr int kGridRows = 6;
 
 }  // namespace
 
@@ -51,7 +52,6 @@ SourceFieldsPane::SourceFieldsPane(SourceEditor& editor, const Theme& theme, QWi
     grid_->horizontalHeader()->setStretchLastSection(true);
     grid_->setSelectionMode(QAbstractItemView::NoSelection);
     grid_->setFocusPolicy(Qt::NoFocus);
-    grid_->setMinimumHeight(grid_->fontMetrics().height() * kGridRows * 2);
     none_ = MakeHint(tr("This source type has no fields of its own."), theme, this);
     Body()->addWidget(standard_);
     Body()->addWidget(grid_);
@@ -118,6 +118,9 @@ void SourceFieldsPane::FillGrid() {
     grid_->resizeRowsToContents();
     for (int row = 0; row < grid_->rowCount(); ++row)
         grid_->setRowHeight(row, grid_->cellWidget(row, 1)->sizeHint().height() + 1);
+    // As high as its rows, the further ones scroll.
+    const int rows = std::clamp(grid_->rowCount(), 1, kGridRows);
+    grid_->setFixedHeight(grid_->rowHeight(0) * rows + 2 * grid_->frameWidth());
     Restyle();
 }
 
