@@ -95,7 +95,7 @@ void SourcesTest::Next(const std::function<void(Dialog&)>& steps) {
         QVERIFY(dialog);
         const QPointer<Dialog> open(dialog);
         dialog->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        QTRY_VERIFY(QApplication::activeWindow() == dialog);
         steps(*dialog);
         ++ran_;
         if (open && open->isVisible())
@@ -159,8 +159,9 @@ void SourcesTest::filters_narrow_the_list_and_a_change_reaches_the_board() {
             QVERIFY(dialog.Preview()->Text().contains("Another title"));
             QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
         });
-        QTest::mouseDClick(browser.List()->viewport(), Qt::LeftButton, {},
-                           browser.List()->visualRect(rows->index(0, 0)).center());
+        const QPoint middle = browser.List()->visualRect(rows->index(0, 0)).center();
+        QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
+        QTest::mouseDClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
         QVERIFY(rows->rowCount() > 1);  // the title that narrowed the list down has gone
         QCOMPARE(browser.List()->SelectedRow(), RowOf(browser, id));
         Choose(browser.FilterBox(SourceFilter::Title), "Another title");

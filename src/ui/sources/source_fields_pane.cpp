@@ -53,6 +53,8 @@ SourceFieldsPane::SourceFieldsPane(SourceEditor& editor, const Theme& theme, QWi
     grid_->setSelectionMode(QAbstractItemView::NoSelection);
     grid_->setFocusPolicy(Qt::NoFocus);
     none_ = MakeHint(tr("This source type has no fields of its own."), theme, this);
+    // As high for each type as for the one that has most fields.
+    setMinimumHeight(Title()->sizeHint().height() + 2 * kSpace + standard_->sizeHint().height());
     Body()->addWidget(standard_);
     Body()->addWidget(grid_);
     Body()->addWidget(none_);
