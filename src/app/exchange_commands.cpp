@@ -11,13 +11,15 @@ void ExportCurrentNotes(CLorebinderApp& app) {
                      {app.NoteBook(), app.Data(), context, ports.prompts, ports.progress, ports.faults});
 }
 
-bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser) {
+bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser,
+                       WritingCommands& writing) {
     if (!app.MayWrite())
         return false;
     const ReadContext context = app.Context();
     const AppPorts& ports = app.Ports();
     const LongList listed = app.List().GetNoteIDs();
     IdCounters counters = app.Counters();
+    ImportChanges changes;
     const ImportOutcome outcome = ImportNotes(path, chooser,
                                               {.book = app.NoteBook(),
                                                .data = app.Data(),
@@ -27,22 +29,26 @@ bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, I
                                                .progress = ports.progress,
                                                .faults = ports.faults,
                                                .listedNotes = app.List().Count(),
-                                               .reload = [&] {
-                                                   app.StoreCounters(counters);
-                                                   app.StoreSettings();
-                                                   app.ReloadNotes(listed);
-                                               }});
+                                               .reload =
+                                                   [&] {
+                                                       app.StoreCounters(counters);
+                                                       app.StoreSettings();
+                                                       app.ReloadNotes(listed);
+                                                   },
+                                               .changes = &changes});
+    if (outcome.result > 0)
+        writing.ImportDone(std::move(changes), listed);
     if (outcome.result > 0 && outcome.displayAfter)
         app.ShowNotes(outcome.ids);
     TellImportResult(outcome, ports.prompts);
     return outcome.result > 0;
 }
 
-bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser) {
+bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser, WritingCommands& writing) {
     if (!app.MayWrite())
         return false;
     const auto path = AskForArchive(app.Ports().prompts);
-    return path && ImportArchiveFile(app, *path, chooser);
+    return path && ImportArchiveFile(app, *path, chooser, writing);
 }
 
 }  // namespace lore

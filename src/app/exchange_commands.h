@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "app/lorebinder_app.h"
+#include "app/writing_commands.h"
 #include "exchange/import_notes.h"
 
 namespace lore {
@@ -11,10 +12,11 @@ namespace lore {
 void ExportCurrentNotes(CLorebinderApp& app);
 
 /// Imports an archive, tells how it went, and shows in the current list the notes that it showed before, or those that
-/// came in if the user wants so. True if the NoteBook has changed.
-bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser);
+/// came in if the user wants so. `writing` keeps what undoing it needs. True if the NoteBook has changed.
+bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser,
+                       WritingCommands& writing);
 
 /// "Import Notes...": asks for the archive first.
-bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser);
+bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser, WritingCommands& writing);
 
 }  // namespace lore

@@ -8,9 +8,9 @@ namespace lore {
 
 namespace {
 
-ManagerPorts PortsOf(CLorebinderApp& app) {
+ManagerPorts PortsOf(CLorebinderApp& app, NoteBookTrash& trash) {
     const AppPorts& ports = app.Ports();
-    return {ports.prompts, ports.progress, ports.faults, ports.wait, ports.random, {}};
+    return {ports.prompts, ports.progress, ports.faults, ports.wait, ports.random, {}, &trash};
 }
 
 /// Runs a backup; the list of NoteBooks is read again behind it.
@@ -25,10 +25,10 @@ void RunBackup(CLorebinderApp& app, Command command) {
 
 }  // namespace
 
-NoteBookManagement::NoteBookManagement(CLorebinderApp& app)
+NoteBookManagement::NoteBookManagement(CLorebinderApp& app, NoteBookTrash& trash)
     : app_(app),
       context_(app.Context()),
-      ports_(PortsOf(app)),
+      ports_(PortsOf(app, trash)),
       manager_(app.Data(), app.GetSettings().Text(Option::LocalGUID), ports_),
       model_(manager_, app.Data(), MainNoteBook(app.GetSettings().Text(Option::LocalGUID)),
              app.NoteBook().database.guid, context_, ports_) {
@@ -41,7 +41,9 @@ bool NoteBookManagement::Finish(bool changeTo) {
     app_.ReloadNoteBooks();
     if (changeTo)
         app_.SwitchNoteBook(model_.Chosen());
-    return changeTo || model_.HasDeletedOpen();
+    else if (model_.HasRestoredOpen())
+        app_.SwitchNoteBook(CDatabase(app_.NoteBook().database));
+    return changeTo || model_.HasDeletedOpen() || model_.HasRestoredOpen();
 }
 
 void BackupCurrentNoteBook(CLorebinderApp& app) {

@@ -10,7 +10,8 @@ namespace lore {
 /// What the dialog "Manage NoteBooks" works with, for the time that it is open.
 class NoteBookManagement {
 public:
-    explicit NoteBookManagement(CLorebinderApp& app);
+    /// `trash` keeps deleted NoteBooks until the program ends.
+    NoteBookManagement(CLorebinderApp& app, NoteBookTrash& trash);
     ManageNoteBooks& Model() { return model_; }
     /// Behind the dialog: the list is read again. `changeTo` says whether the user changes to the chosen NoteBook,
     /// which is opened then. True if another NoteBook, or none, is open now.

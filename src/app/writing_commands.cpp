@@ -127,40 +127,67 @@ bool WritingCommands::Delete(const LongList& ids) {
     const ReadContext context = app_.Context();
     OpenNoteBook& book = app_.NoteBook();
     NoteRemoval removal(book, context, world_.faults, &app_.Texts());
-    Deletion deletion{book.database.guid, removal.DeleteNotes(ids, true), {}};
-    if (deletion.notes.notes.empty())
+    DeletedNotes deleted = removal.DeleteNotes(ids, true);
+    if (deleted.notes.empty())
         return false;
-    LongList gone;
-    for (const CNote& note : deletion.notes.notes) {
+    LongList gone, listed;
+    for (const CNote& note : deleted.notes) {
         gone.AddTail(note.id);
         if (app_.List().Contains(note.id))
-            deletion.listed.AddTail(note.id);
+            listed.AddTail(note.id);
     }
     app_.TakeOut(gone);
-    const bool known = std::any_of(withKeptFiles_.begin(), withKeptFiles_.end(),
-                                   [&](const NoteBookPaths& paths) { return paths.Folder() == book.paths.Folder(); });
-    if (!known)
-        withKeptFiles_.push_back(book.paths);
-    deletions_.push_back(std::move(deletion));
+    KeepsFiles();
+    undoables_.push_back({book.database.guid, std::move(deleted), listed});
     return true;
 }
 
-bool WritingCommands::CanUndoDeletion() const {
-    const std::string& open = app_.NoteBook().database.guid;
-    return std::any_of(deletions_.begin(), deletions_.end(),
-                       [&](const Deletion& deletion) { return deletion.noteBook == open; });
+/// The open NoteBook holds files that go when the program ends.
+void WritingCommands::KeepsFiles() {
+    const NoteBookPaths& open = app_.NoteBook().paths;
+    const bool known = std::any_of(withKeptFiles_.begin(), withKeptFiles_.end(),
+                                   [&](const NoteBookPaths& paths) { return paths.Folder() == open.Folder(); });
+    if (!known)
+        withKeptFiles_.push_back(open);
 }
 
-void WritingCommands::UndoDeletion() {
-    const std::string open = app_.NoteBook().database.guid;
-    const auto last = std::find_if(deletions_.rbegin(), deletions_.rend(),
-                                   [&](const Deletion& deletion) { return deletion.noteBook == open; });
-    if (last == deletions_.rend())
+void WritingCommands::ImportDone(ImportChanges changes, const LongList& listed) {
+    KeepsFiles();
+    undoables_.push_back({app_.NoteBook().database.guid, std::move(changes), listed});
+}
+
+std::vector<WritingCommands::Undoable>::const_iterator WritingCommands::LastUndoable() const {
+    const std::string& open = app_.NoteBook().database.guid;
+    const auto last = std::find_if(undoables_.rbegin(), undoables_.rend(),
+                                   [&](const Undoable& undoable) { return undoable.noteBook == open; });
+    return last == undoables_.rend() ? undoables_.end() : std::prev(last.base());
+}
+
+WritingCommands::NextUndo WritingCommands::WhatToUndo() const {
+    const auto last = LastUndoable();
+    if (last == undoables_.end())
+        return NextUndo::None;
+    return std::holds_alternative<ImportChanges>(last->what) ? NextUndo::Import : NextUndo::Deletion;
+}
+
+void WritingCommands::Undo() {
+    const auto last = LastUndoable();
+    if (last == undoables_.end())
         return;
     const ReadContext context = app_.Context();
-    NoteRemoval(app_.NoteBook(), context, world_.faults, &app_.Texts()).RestoreNotes(last->notes);
-    app_.Gather(last->listed);
-    deletions_.erase(std::next(last).base());
+    if (const auto* const deleted = std::get_if<DeletedNotes>(&last->what)) {
+        NoteRemoval(app_.NoteBook(), context, world_.faults, &app_.Texts()).RestoreNotes(*deleted);
+        app_.Gather(last->listed);
+    } else {
+        const auto& changes = std::get<ImportChanges>(last->what);
+        const size_t changed = UndoImport(changes, app_.NoteBook(), context, world_.faults, &app_.Texts());
+        app_.ReloadNotes(last->listed);
+        if (changed > 0)
+            world_.prompts.Message(
+                std::to_string(changed) + " of the imported notes have been changed since, and stay as they are.",
+                "Undo Import", PromptIcon::Information);
+    }
+    undoables_.erase(last);
 }
 
 bool WritingCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {

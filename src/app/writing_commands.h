@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "app/lorebinder_app.h"
@@ -13,6 +14,7 @@
 #include "edit/edit_note_session.h"
 #include "edit/note_removal.h"
 #include "edit/note_text_file.h"
+#include "exchange/import_undo.h"
 #include "ports/spell_checker.h"
 #include "sources/source_store.h"
 
@@ -50,9 +52,12 @@ public:
     bool DeleteNote(int32_t id);
     /// Asks twice, and deletes all notes of the current list. True if any has gone.
     bool DeleteCurrentNotes();
-    /// Deletions of the open NoteBook can be undone, the last one first, until the program ends.
-    bool CanUndoDeletion() const;
-    void UndoDeletion();
+    /// Deletions from the open NoteBook and imports into it can be undone, the last one first, until the program ends.
+    enum class NextUndo { None, Deletion, Import };
+    NextUndo WhatToUndo() const;
+    void Undo();
+    /// An import has come to its end. `listed` are the notes of the current list before it.
+    void ImportDone(ImportChanges changes, const LongList& listed);
 
     DraftStore Drafts() const { return DraftStore(app_.NoteBook().paths); }
     /// The texts of the open NoteBook that were not saved, each with a question. Those that the user goes on with are
@@ -80,9 +85,9 @@ public:
     FaultNotice* ShowFaultsIn(FaultNotice* place) { return std::exchange(faults_.place, place); }
 
 private:
-    struct Deletion {
+    struct Undoable {
         std::string noteBook;  // GUID
-        DeletedNotes notes;
+        std::variant<DeletedNotes, ImportChanges> what;
         LongList listed;
     };
     /// Hands faults on to where the user looks.
@@ -95,6 +100,8 @@ private:
         FaultNotice& usual_;
     };
     bool Delete(const LongList& ids);
+    void KeepsFiles();
+    std::vector<Undoable>::const_iterator LastUndoable() const;
     std::optional<CNote> FindNote(int32_t id);
     bool AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved);
 
@@ -105,7 +112,7 @@ private:
     SourceStore sources_{world_, sourceChanges_};
     SpellChecker* spelling_ = nullptr;
     int32_t lastSaved_ = -1;
-    std::vector<Deletion> deletions_;
+    std::vector<Undoable> undoables_;
     std::vector<NoteBookPaths> withKeptFiles_;
 };
 

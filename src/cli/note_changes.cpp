@@ -2,14 +2,17 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <limits>
 
 #include "base/text.h"
-#include "classify/category_merge.h"
-#include "notes/file_faults.h"
+#include "edit/category_assignment.h"
 
 namespace lore {
 
 namespace {
+
+/// Of a category that is known by its name alone.
+constexpr int32_t kNoID = std::numeric_limits<int32_t>::max();
 
 /// "L1/L2/L3" as a chain of categories; blanks around a name don't count. Empty for an empty text.
 CProCategoryTree ChainOf(std::string_view path) {
@@ -22,9 +25,9 @@ CProCategoryTree ChainOf(std::string_view path) {
         if (name.empty())
             continue;
         if (last)
-            last = &last->AddChild(CProCategoryTree(-1, name));
+            last = &last->AddChild(CProCategoryTree(kNoID, name));
         else
-            last = &(chain = CProCategoryTree(-1, name));
+            last = &(chain = CProCategoryTree(kNoID, name));
     }
     return chain;
 }
@@ -73,7 +76,7 @@ bool NoteChanges::Check(const OpenNoteBook& book, ExitStatus& status) const {
     return true;
 }
 
-bool NoteChanges::Apply(Session& session, OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const {
+bool NoteChanges::Apply(Session& session, const OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const {
     if (!Check(book, status))
         return false;
     CNote& note = edited.note;
@@ -99,27 +102,22 @@ bool NoteChanges::Apply(Session& session, OpenNoteBook& book, EditNoteSession& e
     }
     note.sources = known;
     note.sourceInfo = CollectSourceInfo(information);
-    status = ExitStatus::Fault;
-    return ApplyCategories(session, book, note);
+    ApplyCategories(session, book, edited);
+    return true;
 }
 
-bool NoteChanges::ApplyCategories(Session& session, OpenNoteBook& book, CNote& note) const {
-    if (categories.empty())
-        return true;
-    int last = session.GetSettings().Int(Option::MaxCategoryID);
+/// Levels that don't exist become new categories of the session, which the save makes if the note uses them.
+void NoteChanges::ApplyCategories(Session& session, const OpenNoteBook& book, EditNoteSession& edited) const {
+    CNote wanted = edited.note;
     for (const auto& [set, path] : categories) {
         CProCategoryTree chain = ChainOf(path);
-        if (IsUnassignedPath(chain))
-            chain = CProCategoryTree();
-        if (!chain.name.empty())
-            MergePath(0, chain, book.categories, set, last);
-        note.categories[static_cast<size_t>(set) - 1] = std::move(chain);
+        wanted.categories[static_cast<size_t>(set) - 1] = IsUnassignedPath(chain) ? CProCategoryTree() : chain;
     }
-    session.GetSettings().Set(Option::MaxCategoryID, last);
-    session.StoreOptions();
-    const FileResult result = book.categories.Save(book.paths.Categories());
-    TellFailedWrite(session.Faults(), "The categories could not be written", book.paths.Categories(), result);
-    return result.Ok();
+    PrintedPrompts nobody;
+    CategoryAssignment paths(book.categories, session.GetSettings().Int(Option::MaxCategoryID), nobody);
+    paths.FillUnsaved(wanted, edited.note);
+    paths.WriteBack(edited.note);
+    edited.newCategories = paths.NewCategories();
 }
 
 EditRun::EditRun(Session& session)

@@ -27,14 +27,14 @@ struct NoteChanges {
 
     void Declare(CLI::App& app);
 
-    /// Writes what was given into the note of a session, making categories that don't exist yet and storing them before
-    /// any note names them. False, told on standard error, and nothing has changed, for a source that the NoteBook
-    /// doesn't hold, or a set or colour that there isn't.
-    bool Apply(Session& session, OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const;
+    /// Writes what was given into the note of a session; its save makes the categories that don't exist yet. False,
+    /// told on standard error, and nothing has changed, for a source that the NoteBook doesn't hold, or a set or colour
+    /// that there isn't.
+    bool Apply(Session& session, const OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const;
 
 private:
     bool Check(const OpenNoteBook& book, ExitStatus& status) const;
-    bool ApplyCategories(Session& session, OpenNoteBook& book, CNote& note) const;
+    void ApplyCategories(Session& session, const OpenNoteBook& book, EditNoteSession& edited) const;
 };
 
 /// "R,G,B", each 0 to 255.

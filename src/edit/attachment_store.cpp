@@ -32,6 +32,18 @@ int LeadingNumber(const std::string& name) {
     return end == name.begin() ? 0 : ParseInt(std::string(name.begin(), end));
 }
 
+int HighestNumberIn(const std::filesystem::path& folder) {
+    int highest = 0;
+    std::error_code error;
+    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
+        // A name with a number beyond seven digits comes from elsewhere, and would leave no room for the next one.
+        const int number = LeadingNumber(it->path().filename().string());
+        if (number <= kHighestNumber)
+            highest = std::max(highest, number);
+    }
+    return highest;
+}
+
 }  // namespace
 
 std::vector<EditedAttachment> EditAttachments(const std::vector<CAttachment>& records) {
@@ -55,15 +67,7 @@ std::string StoredAttachmentName(int number, std::string_view extension) {
 }
 
 int HighestAttachmentNumber(const std::filesystem::path& folder) {
-    int highest = 0;
-    std::error_code error;
-    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-        // A name with a number beyond seven digits comes from elsewhere, and would leave no room for the next one.
-        const int number = LeadingNumber(it->path().filename().string());
-        if (number <= kHighestNumber)
-            highest = std::max(highest, number);
-    }
-    return highest;
+    return std::max(HighestNumberIn(folder), HighestNumberIn(folder.parent_path() / kKeptFilesName));
 }
 
 size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const std::filesystem::path& folder,

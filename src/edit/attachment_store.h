@@ -22,7 +22,10 @@ std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& 
 /// The next free stored name: "0000012.pdf" for the number 12 and a source that ends in "pdf"; the extension keeps its
 /// case, and without one the name ends in the point.
 std::string StoredAttachmentName(int number, std::string_view extension);
-/// The largest number that the names in an attachment folder begin with; 0 for an empty one.
+/// The folder beside a NoteBook's attachments where files of deleted notes wait. On disk; never change.
+inline constexpr char kKeptFilesName[] = "Deleted";
+/// The largest number that the names in an attachment folder begin with, and those of files that may come back to it; 0
+/// for an empty one.
 int HighestAttachmentNumber(const std::filesystem::path& folder);
 
 /// Copies the files of new attachments into the attachment folder of a NoteBook under the next free numbers, in list

@@ -61,8 +61,10 @@ void CategoryAssignment::MakeAnew(SetPath& path) {
             return choice.id == level.id && choice.name == level.name;
         });
         const CategoryChoice* const named = FindByName(siblings, level.name);
-        if (known == siblings.end())
-            level.id = named ? named->id : Make(parent, level.name).id;
+        if (known == siblings.end() && named)
+            level = *named;
+        else if (known == siblings.end())
+            level.id = Make(parent, level.name).id;
         parent = level.id;
     }
     path.changed = true;

@@ -68,6 +68,12 @@ EditNoteSession EditNoteSession::ForNote(EditWorld& world, const CNote& note) {
     return {world, note, note, false};
 }
 
+EditNoteSession EditNoteSession::ForImportNote(EditWorld& world, const CNote& note) {
+    EditNoteSession session(world, note, note, false);
+    session.isImportNote_ = true;
+    return session;
+}
+
 EditNoteSession EditNoteSession::ForDraft(EditWorld& world, const Draft& draft, const CNote* stored) {
     CNote edited = draft.note;
     edited.id = stored ? stored->id : -1;
@@ -114,6 +120,10 @@ SaveOutcome EditNoteSession::SaveNote(NoteTextControl& text) {
         note.dateCreated = now;
     note.dateEdited = now;
     note.keyWords = CleanText(Trim(note.keyWords));
+    if (isImportNote_) {
+        note.attachments = AttachmentRecords(attachments.Items());
+        return SaveOutcome::Saved;
+    }
     if (isFiled_)
         UnfileNote(world_->book, original_);
     isFiled_ = false;

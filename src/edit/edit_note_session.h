@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "edit/attachment_list.h"
@@ -51,6 +52,8 @@ public:
     /// A new note. It takes sources, the path of set 1, key words and colour of `fill`, which may be null.
     static EditNoteSession ForNewNote(EditWorld& world, const CNote* fill);
     static EditNoteSession ForNote(EditWorld& world, const CNote& note);
+    /// A note of an archive, before it lands: SaveNote leaves all there is in `note` and writes nothing.
+    static EditNoteSession ForImportNote(EditWorld& world, const CNote& note);
     /// A note as a draft kept it. `stored` is the note of the NoteBook that it continues; null makes it a new note.
     static EditNoteSession ForDraft(EditWorld& world, const Draft& draft, const CNote* stored);
 
@@ -61,11 +64,16 @@ public:
     bool syncTicked = false;
     /// Categories that the user made in the editor. The save puts those that the note uses into the forest.
     std::vector<NewCategory> newCategories;
+    /// Brings a source of the open NoteBook into Book and gives its id there. Empty where both are the same.
+    std::function<int32_t(int32_t openID)> bringSource;
 
     const CNote& Original() const { return original_; }
     bool IsNew() const { return isNew_; }
     /// The note comes from a draft.
     bool IsUnsaved() const { return isUnsaved_; }
+    bool IsImportNote() const { return isImportNote_; }
+    /// The NoteBook whose lists the note uses.
+    const OpenNoteBook& Book() const { return world_->book; }
     /// The box "Sync this note..." stands only where the NoteBook is linked and its log has entries.
     bool ShowsSyncBox() const;
     /// The spelling may be checked at all.
@@ -90,7 +98,7 @@ private:
     EditWorld* world_;
     CNote original_;
     bool isNew_;
-    bool isUnsaved_ = false;
+    bool isUnsaved_ = false, isImportNote_ = false;
     bool isFiled_;  // the note stands in the lists of the NoteBook as original_ has it
 };
 

@@ -8,8 +8,30 @@
 
 namespace lore {
 
+namespace {
+
+void MoveFiles(const CNote& note, const std::filesystem::path& from, const std::filesystem::path& to,
+               FaultNotice& faults) {
+    std::error_code error;
+    for (const CAttachment& attachment : note.attachments) {
+        const std::filesystem::path file = AttachmentPath(attachment, from);
+        if (file.empty() || !std::filesystem::exists(file, error))
+            continue;
+        std::filesystem::create_directories(to, error);
+        std::filesystem::rename(file, to / file.filename(), error);
+        if (error)
+            faults.Tell({"An attachment file could not be moved", file.string(), error.message()});
+    }
+}
+
+}  // namespace
+
 std::filesystem::path KeptFilesFolder(const NoteBookPaths& paths) {
-    return paths.Folder() / "Deleted";
+    return paths.Folder() / kKeptFilesName;
+}
+
+void NoteRemoval::KeepFilesOf(const CNote& note, const NoteBookPaths& paths, FaultNotice& faults) {
+    MoveFiles(note, paths.Attachments(), KeptFilesFolder(paths), faults);
 }
 
 DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
@@ -18,7 +40,8 @@ DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
     UnfileNotes(book_, deleted.notes);
     if (keepFiles) {
         deleted.keptFiles = KeptFilesFolder(book_.paths);
-        MoveFiles(deleted.notes, book_.paths.Attachments(), deleted.keptFiles);
+        for (const CNote& note : deleted.notes)
+            KeepFilesOf(note, book_.paths, faults_);
     } else {
         for (const CNote& note : deleted.notes)
             DeleteAttachmentFiles(note.attachments, book_.paths.Attachments(), faults_);
@@ -28,8 +51,10 @@ DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
 }
 
 void NoteRemoval::RestoreNotes(const DeletedNotes& deleted) {
-    if (!deleted.keptFiles.empty())
-        MoveFiles(deleted.notes, deleted.keptFiles, book_.paths.Attachments());
+    for (const CNote& note : deleted.notes) {
+        if (!deleted.keptFiles.empty())
+            MoveFiles(note, deleted.keptFiles, book_.paths.Attachments(), faults_);
+    }
     const LongList failed = NoteStore(book_, context_, faults_, texts_).SaveNotes(deleted.notes);
     std::vector<CNote> restored;
     for (const CNote& note : deleted.notes) {
@@ -45,22 +70,6 @@ void NoteRemoval::DiscardKeptFiles(const NoteBookPaths& paths, FaultNotice& faul
     std::filesystem::remove_all(KeptFilesFolder(paths), error);
     if (error)
         faults.Tell({"Files of deleted notes could not be removed", KeptFilesFolder(paths).string(), error.message()});
-}
-
-void NoteRemoval::MoveFiles(const std::vector<CNote>& notes, const std::filesystem::path& from,
-                            const std::filesystem::path& to) {
-    std::error_code error;
-    for (const CNote& note : notes) {
-        for (const CAttachment& attachment : note.attachments) {
-            const std::filesystem::path file = AttachmentPath(attachment, from);
-            if (file.empty() || !std::filesystem::exists(file, error))
-                continue;
-            std::filesystem::create_directories(to, error);
-            std::filesystem::rename(file, to / file.filename(), error);
-            if (error)
-                faults_.Tell({"An attachment file could not be moved", file.string(), error.message()});
-        }
-    }
 }
 
 void NoteRemoval::StampRecords(const std::vector<CNote>& notes) {

@@ -32,11 +32,12 @@ public:
     DeletedNotes DeleteNotes(const LongList& ids, bool keepFiles);
     /// Puts notes back where they were: first the attachment files, then the notes.
     void RestoreNotes(const DeletedNotes& deleted);
+    /// Moves the files of attachments to where RestoreNotes finds them.
+    static void KeepFilesOf(const CNote& note, const NoteBookPaths& paths, FaultNotice& faults);
     /// Deletes the attachment files that were moved for RestoreNotes; from then on nothing comes back.
     static void DiscardKeptFiles(const NoteBookPaths& paths, FaultNotice& faults);
 
 private:
-    void MoveFiles(const std::vector<CNote>& notes, const std::filesystem::path& from, const std::filesystem::path& to);
     void StampRecords(const std::vector<CNote>& notes);
 
     OpenNoteBook& book_;

@@ -56,6 +56,14 @@ ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources) {
     return entry;
 }
 
+void EmbedAuthors(CSource& source, const AuthorList& authors) {
+    source.EmbeddedAuthors.clear();
+    for (const int32_t id : source.AuthorIDs) {
+        if (const CAuthor* author = authors.FindAuthorByID(id))
+            source.EmbeddedAuthors.push_back(*author);
+    }
+}
+
 ArchiveNote MakeSourcesNote(const SourceList& sources, const DateTime& now) {
     ArchiveNote entry;
     entry.note.id = kSourcesNoteID;

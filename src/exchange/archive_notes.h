@@ -29,6 +29,8 @@ struct ArchiveNote {
 
 /// A note with copies of those of its sources that the list knows.
 ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources);
+/// Puts the records of a source's authors into it, as it travels.
+void EmbedAuthors(CSource& source, const AuthorList& authors);
 /// The note that carries all sources of a list; it isn't a note of the user.
 ArchiveNote MakeSourcesNote(const SourceList& sources, const DateTime& now);
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "exchange/archive_notes.h"
@@ -24,6 +25,9 @@ struct ImportRow {
     ImportStatus status = ImportStatus::New;
     int32_t existingID = -1;  ///< of the note that it would replace; -1 for a new note
     bool ticked = true;
+    /// Full paths of files that the user has attached to the note here. No other path of the note names a file of this
+    /// machine.
+    std::unordered_set<std::string> addedFiles;
 };
 
 /// Notes of a NoteBook by guid, without their texts.

@@ -8,15 +8,18 @@
 #include <unordered_set>
 #include <utility>
 
+#include "base/file_copy.h"
 #include "base/file_number.h"
 #include "base/text.h"
 #include "classify/category_merge.h"
 #include "edit/attachment_store.h"
+#include "edit/note_removal.h"
 #include "edit/sync_record.h"
 #include "exchange/merged_lists.h"
 #include "notes/attachment_kind.h"
 #include "notes/check_note.h"
 #include "notes/file_faults.h"
+#include "notes/note_finder.h"
 #include "notes/note_store.h"
 #include "notes/sync_stamp.h"
 
@@ -40,11 +43,16 @@ public:
           room_(archive.SizeOfFiles() * kMostCopies) {}
 
     /// A file that the archive lacks, or that is damaged in it, is told; its attachment keeps the file that the
-    /// existing note has under this name and title, otherwise it stays without one. `existing` may be null.
-    void CopyFilesOf(CNote& note, const CNote* existing) {
+    /// existing note has under this name and title, otherwise it stays without one. `existing` may be null. `added` are
+    /// the files of this machine that the user has attached to the note.
+    void CopyFilesOf(CNote& note, const CNote* existing, const std::unordered_set<std::string>& added) {
         for (CAttachment& attachment : note.attachments) {
             if (attachment.type == kWebLink)
                 continue;
+            if (attachment.storedFile.empty() && added.contains(attachment.sourceFile)) {
+                CopyAdded(attachment);
+                continue;
+            }
             // A path of another machine would be taken for a file to attach.
             attachment.sourceFile.clear();
             const std::string oldName = StoredName(attachment);
@@ -64,6 +72,18 @@ private:
                std::any_of(existing->attachments.begin(), existing->attachments.end(), [&](const CAttachment& other) {
                    return StoredName(other) == StoredName(attachment) && other.title == attachment.title;
                });
+    }
+
+    /// One that can't be copied keeps its path: the next save of its note tries again.
+    void CopyAdded(CAttachment& attachment) {
+        const std::string name = StoredAttachmentName(++number_, FileExtension(attachment.sourceFile));
+        const FileResult result = CopyFileAtomically(attachment.sourceFile, folder_ / name);
+        TellFailedWrite(faults_, "A file could not be attached; saving its note tries once more", attachment.sourceFile,
+                        result);
+        if (!result.Ok())
+            return;
+        attachment.storedFile = name;
+        attachment.sourceFile.clear();
     }
 
     bool CopyFile(const std::string& oldName, CAttachment& attachment) {
@@ -187,20 +207,26 @@ private:
     void CopyAttachments() {
         AttachmentImport files(archive_, world_);
         for (const size_t position : chosen_) {
-            files.CopyFilesOf(Entry(position).note, comparison_.ExistingHead(position));
+            files.CopyFilesOf(Entry(position).note, comparison_.ExistingHead(position),
+                              comparison_.Rows()[position].addedFiles);
             world_.progress.StepIt();
         }
         files.Flush();
     }
 
     LongList StoreNotes(bool sync) {
+        std::vector<CNote> notes = TakeNotes();
+        KeepChanges(notes);
         NoteStore store(world_.book, world_.context, world_.faults, nullptr);
-        const LongList failed = store.SaveNotes(TakeNotes());
+        const LongList failed = store.SaveNotes(std::move(notes));
         LongList stored;
         for (const size_t position : chosen_) {
             const CNote& note = Entry(position).note;
-            if (failed.Contains(note.id))
+            if (failed.Contains(note.id)) {
+                if (world_.changes)
+                    world_.changes->landed.erase(note.id);
                 continue;
+            }
             stored.AddTail(note.id);
             DropFilesOfReplaced(position);
             if (sync)
@@ -209,6 +235,20 @@ private:
         if (sync && !stored.IsEmpty())
             WriteSyncLog(world_.book, world_.faults);
         return stored;
+    }
+
+    /// Keeps what undoing the import needs.
+    void KeepChanges(const std::vector<CNote>& notes) {
+        if (!world_.changes)
+            return;
+        LongList existing;
+        for (const size_t position : chosen_) {
+            if (comparison_.Rows()[position].existingID > 0)
+                existing.AddTail(comparison_.Rows()[position].existingID);
+        }
+        world_.changes->replaced = FindNotes(world_.book.index, existing, world_.context, world_.faults);
+        for (const CNote& note : notes)
+            world_.changes->landed.emplace(note.id, FingerprintOf(note));
     }
 
     /// The chosen notes; the rows keep all but the texts.
@@ -228,24 +268,27 @@ private:
     void DropCopiedFiles() {
         for (const size_t position : chosen_) {
             const CNote* const existing = comparison_.ExistingHead(position);
-            DropFiles(Entry(position).note, existing ? *existing : CNote());
+            DropFiles(Entry(position).note, existing ? *existing : CNote(), false);
         }
     }
 
     void DropFilesOfReplaced(size_t position) {
         if (const CNote* existing = comparison_.ExistingHead(position))
-            DropFiles(*existing, Entry(position).note);
+            DropFiles(*existing, Entry(position).note, true);
     }
 
-    /// The files of one note that the other one doesn't name.
-    void DropFiles(const CNote& note, const CNote& keeper) {
+    /// The files of one note that the other one doesn't name. Those that an undo may want are put aside.
+    void DropFiles(const CNote& note, const CNote& keeper, bool maybeWanted) {
         std::unordered_set<std::string> kept;
         for (const CAttachment& attachment : keeper.attachments)
             kept.insert(StoredName(attachment));
-        std::vector<CAttachment> dropped;
-        std::copy_if(note.attachments.begin(), note.attachments.end(), std::back_inserter(dropped),
+        CNote dropped;
+        std::copy_if(note.attachments.begin(), note.attachments.end(), std::back_inserter(dropped.attachments),
                      [&](const CAttachment& attachment) { return !kept.contains(StoredName(attachment)); });
-        DeleteAttachmentFiles(dropped, world_.book.paths.Attachments(), world_.faults);
+        if (maybeWanted && world_.changes)
+            NoteRemoval::KeepFilesOf(dropped, world_.book.paths, world_.faults);
+        else
+            DeleteAttachmentFiles(dropped.attachments, world_.book.paths.Attachments(), world_.faults);
     }
 
     void Record(const CNote& note) {

@@ -60,12 +60,8 @@ std::optional<ArchiveNote> LoadExisting(int32_t id, const ImportWorld& world) {
     if (found.empty())
         return std::nullopt;
     ArchiveNote entry = MakeArchiveNote(found.front(), world.book.sources);
-    for (CSource& source : entry.sources) {
-        for (const int32_t author : source.AuthorIDs) {
-            if (const CAuthor* known = world.book.authors.FindAuthorByID(author))
-                source.EmbeddedAuthors.push_back(*known);
-        }
-    }
+    for (CSource& source : entry.sources)
+        EmbedAuthors(source, world.book.authors);
     return entry;
 }
 

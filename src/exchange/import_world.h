@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 
+#include "exchange/import_undo.h"
 #include "notes/note_book_loader.h"
 #include "notes/notebook_paths.h"
 #include "notes/open_notebook.h"
@@ -24,6 +25,8 @@ struct ImportWorld {
     FaultNotice& faults;
     size_t listedNotes = 0;        ///< how many notes the current list shows
     std::function<void()> reload;  ///< stores counters and options and loads the NoteBook anew
+    /// Takes what UndoImport needs, and files of replaced notes wait for it; null, and they go at once.
+    ImportChanges* changes = nullptr;
 };
 
 }  // namespace lore

@@ -58,6 +58,8 @@ public:
         world_.progress.SetMessage(Message());
         MakeEntries();
         const bool newCategories = MapSourcesAndCategories();
+        if (world_.progress.Cancelled())
+            return {};
         world_.saveOptions();
         if (!CopyFiles() || !WriteMergedLists(book_, merge_, newCategories, world_.faults)) {
             for (const ArchiveNote& entry : entries_)
@@ -77,13 +79,8 @@ private:
             entry.note.displayRtf.clear();
             entry.note.id = CategoryIDAfter(world_.counters.MaxNoteID);
             world_.counters.MaxNoteID = entry.note.id;
-            for (CSource& source : entry.sources) {
-                source.EmbeddedAuthors.clear();
-                for (const int32_t id : source.AuthorIDs) {
-                    if (const CAuthor* author = world_.from.authors.FindAuthorByID(id))
-                        source.EmbeddedAuthors.push_back(*author);
-                }
-            }
+            for (CSource& source : entry.sources)
+                EmbedAuthors(source, world_.from.authors);
             merge_.AddTypes(entry.sources);
         }
         merge_.NumberTypes();
@@ -118,13 +115,14 @@ private:
     }
 
     bool CopyFiles() {
-        size_t done = 0;
-        while (done < entries_.size() && files_.CopyFilesOf(entries_[done].note))
-            ++done;
-        // Beyond the failure the names are those of the first NoteBook.
-        for (size_t i = done + 1; i < entries_.size(); ++i)
+        size_t tried = 0;
+        bool goesOn = true;
+        while (goesOn && tried < entries_.size())
+            goesOn = !world_.progress.Cancelled() && files_.CopyFilesOf(entries_[tried++].note);
+        // Beyond, the names are those of the first NoteBook.
+        for (size_t i = tried; i < entries_.size(); ++i)
             entries_[i].note.attachments.clear();
-        return done == entries_.size();
+        return goesOn;
     }
 
     /// The copies; the entries keep all but the texts.

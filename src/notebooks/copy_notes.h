@@ -38,7 +38,8 @@ struct CopyResult {
 /// Copies notes into another NoteBook, working on its files: attachments, authors, types, sources and categories first,
 /// then the note files, then the sync log, so that a crash leaves entries that nothing uses and never a note that names
 /// nothing. A copy keeps its guid and gets a new id; a note of the target with that guid goes once the copy stands, its
-/// attachment files last. Each file is written once.
+/// attachment files last. Each file is written once. It can be stopped until the lists are written: nothing has changed
+/// then.
 CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyWorld& world);
 
 /// The command for one note: finds the target by id and says when the copy is done.

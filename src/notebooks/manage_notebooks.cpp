@@ -82,7 +82,21 @@ bool ManageNoteBooks::Delete() {
     if (manager_.Delete(row, static_cast<size_t>(row.noteCount)) != DeleteOutcome::Deleted)
         return false;
     deletedOpen_ = deletedOpen_ || row.guid == openGuid_;
+    restoredOpen_ = restoredOpen_ && row.guid != openGuid_;
     Refill(main_);
+    return true;
+}
+
+bool ManageNoteBooks::Restore() {
+    const auto restored = manager_.Restore();
+    if (!restored)
+        return false;
+    const bool isOpen = restored->guid == openGuid_;
+    restoredOpen_ = restoredOpen_ || (isOpen && !deletedOpen_);
+    deletedOpen_ = deletedOpen_ && !isOpen;
+    Refill(*restored);
+    rows_[selected_].noteCount =
+        static_cast<int32_t>(CountNotes(NoteBookPaths(data_, restored->folder).Notes(), context_, ports_.faults));
     return true;
 }
 

@@ -39,8 +39,13 @@ public:
     bool ChangeName(const std::string& name);
     /// True if the list has changed: the main NoteBook is chosen then.
     bool Delete();
+    bool CanRestore() const { return manager_.CanRestore(); }
+    /// Brings the NoteBook back that was deleted last, and chooses it. True if the list has changed.
+    bool Restore();
     /// True once the open NoteBook has been deleted.
     bool HasDeletedOpen() const { return deletedOpen_; }
+    /// True once the open NoteBook, which had been deleted before this was opened, is back.
+    bool HasRestoredOpen() const { return restoredOpen_; }
     /// The NoteBook to change to.
     const CDatabase& Chosen() const { return rows_[selected_]; }
 
@@ -55,7 +60,7 @@ private:
     ManagerPorts ports_;
     std::vector<CDatabase> rows_;
     size_t selected_ = 0;
-    bool deletedOpen_ = false;
+    bool deletedOpen_ = false, restoredOpen_ = false;
 };
 
 }  // namespace lore

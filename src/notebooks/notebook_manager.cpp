@@ -20,8 +20,6 @@ constexpr int32_t kInPlaceOfMainID = 2114;
 /// Folder numbers from here on were not given out by a program, and leave no room for the next one.
 constexpr int64_t kHighestNumber = 2'000'000'000;
 constexpr char kFolderStart[] = "DB";
-/// A deleted folder bears such a name until it has gone; no list names it and it counts for no new number.
-constexpr char kTrashStart[] = "_DELETED_";
 
 /// The digits behind "DB" as a number, 0 without digits or for a number that nobody gave out.
 int32_t NumberOfFolder(std::string_view name) {
@@ -109,6 +107,12 @@ int32_t NoteBookManager::NewId() const {
     int32_t highest = 1;
     for (const std::string& name : FoldersBeginning(data_.Databases(), kFolderStart))
         highest = std::max(highest, NumberOfFolder(name));
+    // A NoteBook that may come back needs its own folder then.
+    for (const std::string& name : FoldersBeginning(data_.Databases(), kTrashStart)) {
+        const std::string original = name.substr(sizeof kTrashStart - 1);
+        if (original.starts_with(kFolderStart))
+            highest = std::max(highest, NumberOfFolder(original));
+    }
     int32_t id = highest + ports_.random(kWidestGap) + 1;
     const auto isTaken = [&](int32_t number) {
         return std::any_of(List().begin(), List().end(), [&](const CDatabase& entry) {
@@ -154,10 +158,13 @@ DeleteOutcome NoteBookManager::Delete(const CDatabase& noteBook, size_t noteCoun
     // The list lets go of the NoteBook before its folder is touched. Killed before that, everything is there; killed
     // after it, the list opens without the NoteBook, and its folder is whole or bears a name that no reader picks up.
     std::vector<CDatabase> list = file_.List();
+    const auto place =
+        std::find_if(list.begin(), list.end(), [&](const CDatabase& entry) { return IsSameNoteBook(entry, noteBook); });
+    const auto position = static_cast<size_t>(place - list.begin());
     std::erase_if(list, [&](const CDatabase& entry) { return IsSameNoteBook(entry, noteBook); });
     const bool isTaken = file_.Save(std::move(list));
     if (isTaken)
-        DeleteFolder(noteBook);
+        DeleteFolder(noteBook, position);
     ports_.progress.HideStandBy();
     return isTaken ? DeleteOutcome::Deleted : DeleteOutcome::Failed;
 }
@@ -172,26 +179,61 @@ void NoteBookManager::ClearOnlineLink(const CDatabase& noteBook) {
 }
 
 /// A damaged list may name one folder twice, or that of the main NoteBook: then it belongs to those who are left.
-void NoteBookManager::DeleteFolder(const CDatabase& noteBook) {
+void NoteBookManager::DeleteFolder(const CDatabase& noteBook, size_t position) {
     const std::filesystem::path folder = NoteBookPaths(data_, noteBook.folder).Folder();
     const auto isThere = [&](const CDatabase& entry) { return NoteBookPaths(data_, entry.folder).Folder() == folder; };
     if (isThere(MainNoteBook(localGuid_)) || std::any_of(List().begin(), List().end(), isThere))
-        return;
+        return ThrowAway(noteBook, position, folder, {});
     ClearTrash();
     std::error_code error;
     if (!std::filesystem::exists(folder, error))
-        return;
+        return ThrowAway(noteBook, position, folder, {});
     const std::filesystem::path trash = data_.Databases() / (kTrashStart + folder.filename().string());
     std::filesystem::rename(folder, trash, error);
     const FileResult result = error ? ResultOf(error) : FlushFolder(data_.Databases());
     TellFailedWrite(ports_.faults, "The folder of the NoteBook could not be deleted", folder, result);
+    ThrowAway(noteBook, position, folder, error ? std::filesystem::path() : trash);
     ClearTrash();
+}
+
+/// `trash` is empty if the folder has kept its name.
+void NoteBookManager::ThrowAway(const CDatabase& noteBook, size_t position, const std::filesystem::path& folder,
+                                const std::filesystem::path& trash) {
+    if (ports_.trash)
+        ports_.trash->Add({noteBook, position, folder, trash});
+}
+
+std::optional<CDatabase> NoteBookManager::Restore() {
+    if (!CanRestore())
+        return std::nullopt;
+    const NoteBookTrash::Entry entry = *ports_.trash->Last();
+    // The folder first: a crash leaves a whole folder that no list names, which nothing deletes.
+    std::error_code error;
+    if (!entry.folder.empty() && std::filesystem::exists(entry.original, error))
+        error = std::make_error_code(std::errc::file_exists);
+    else if (!entry.folder.empty())
+        std::filesystem::rename(entry.folder, entry.original, error);
+    const FileResult result = error ? ResultOf(error) : FlushFolder(data_.Databases());
+    TellFailedWrite(ports_.faults, "The folder of the NoteBook could not be brought back", entry.original, result);
+    if (error)
+        return std::nullopt;
+    std::vector<CDatabase> list = file_.List();
+    list.insert(list.begin() + static_cast<std::ptrdiff_t>(std::min(entry.position, list.size())), entry.noteBook);
+    if (!file_.Save(std::move(list))) {
+        if (!entry.folder.empty())
+            std::filesystem::rename(entry.original, entry.folder, error);
+        return std::nullopt;
+    }
+    ports_.trash->ForgetLast();
+    return entry.noteBook;
 }
 
 /// Deletes what a deletion has left, this one or one that was killed.
 void NoteBookManager::ClearTrash() {
     for (const std::string& name : FoldersBeginning(data_.Databases(), kTrashStart)) {
         std::error_code error;
+        if (ports_.trash && ports_.trash->Holds(data_.Databases() / name))
+            continue;
         std::filesystem::remove_all(data_.Databases() / name, error);
         TellFailedWrite(ports_.faults, "A deleted NoteBook is still on the disk", data_.Databases() / name,
                         ResultOf(error));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "notebooks/notebook_list_file.h"
+#include "notebooks/notebook_trash.h"
 #include "notes/notebook_paths.h"
 #include "notes/sync_log.h"
 #include "ports/fault_notice.h"
@@ -28,6 +29,8 @@ struct ManagerPorts {
     /// Frees the NoteBook of the online account that a NoteBook is linked with. May be empty; what comes of it doesn't
     /// matter here.
     std::function<void(const CDatabase&, const SyncLink&)> clearOnlineLink;
+    /// Where deleted NoteBooks wait to be restored; null, and they go at once.
+    NoteBookTrash* trash = nullptr;
 };
 
 /// How a deletion ended.
@@ -57,12 +60,18 @@ public:
     bool ChangeName(const CDatabase& noteBook, std::string_view name);
     /// Asks with the number of notes, takes the NoteBook out of the list and deletes its folder.
     DeleteOutcome Delete(const CDatabase& noteBook, size_t noteCount);
+    bool CanRestore() const { return ports_.trash && ports_.trash->Last(); }
+    /// Brings the NoteBook back that was deleted last, with its folder and in its place in the list. Nothing if there
+    /// is none, or if it can't be brought back, which is told: it waits on then.
+    std::optional<CDatabase> Restore();
 
 private:
     int32_t NewId() const;
     bool IsListed(const CDatabase& noteBook) const;
     void ClearOnlineLink(const CDatabase& noteBook);
-    void DeleteFolder(const CDatabase& noteBook);
+    void DeleteFolder(const CDatabase& noteBook, size_t position);
+    void ThrowAway(const CDatabase& noteBook, size_t position, const std::filesystem::path& folder,
+                   const std::filesystem::path& trash);
     void ClearTrash();
 
     DataPaths data_;

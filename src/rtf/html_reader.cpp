@@ -75,7 +75,7 @@ RowFormat EqualColumns(int count) {
 
 class HtmlReader {
 public:
-    explicit HtmlReader(const HtmlLook& look) {
+    explicit HtmlReader(const HtmlLook& look) : convert_(look.convert) {
         OpenElement body;
         body.tag = &FindHtmlTag({});
         body.chars.font = builder_.Font(look.font);
@@ -98,6 +98,8 @@ private:
     void Enter(OpenElement& element, const Attributes& attributes);
     void Leave(const OpenElement& element);
     void StartList(OpenElement& element, const Attributes& attributes);
+    void AddPicture(const Attributes& attributes);
+    void BeginInline();
     void AddBlock(std::string_view text);
     void AddFlowing(std::string_view text);
     void AddBreak();
@@ -106,6 +108,7 @@ private:
     void EndCell();
     void EndRow();
 
+    const PictureConverter& convert_;
     DocumentBuilder builder_;
     std::vector<OpenElement> open_;
     std::vector<OpenTable> tables_;
@@ -177,7 +180,7 @@ void HtmlReader::Enter(OpenElement& element, const Attributes& attributes) {
             AddBlock("\u2014\u2014\u2014");
             return EndBlock();
         case HtmlFlow::kPicture:
-            return AddFlowing(attributes["alt"]);
+            return AddPicture(attributes);
         case HtmlFlow::kLink:
             if (const std::string_view target = Trim(attributes["href"]); !target.empty() && !target.starts_with('#'))
                 element.chars.link = builder_.Link(target);
@@ -269,14 +272,30 @@ void HtmlReader::Leave(const OpenElement& element) {
     }
 }
 
-void HtmlReader::AddBlock(std::string_view text) {
+void HtmlReader::AddPicture(const Attributes& attributes) {
+    std::optional<Picture> picture =
+        ReadDataPicture(attributes["src"], attributes["width"], attributes["height"], convert_);
+    if (!picture)
+        return AddFlowing(attributes["alt"]);
+    if (pending_blank_ && has_text_ && !pending_break_)
+        builder_.AddText(" ", blank_format_);
+    pending_blank_ = false;
+    BeginInline();
+    builder_.AddPicture(std::move(*picture), Inner().chars);
+}
+
+void HtmlReader::BeginInline() {
     // Text that stands in a row beside its cells gets a cell.
     if (!tables_.empty() && tables_.back().in_row && !tables_.back().in_cell)
         tables_.back().in_cell = true;
     if (std::exchange(pending_break_, false))
         builder_.AddText("\n", Inner().chars);
-    builder_.AddText(text, Inner().chars);
     has_text_ = true;
+}
+
+void HtmlReader::AddBlock(std::string_view text) {
+    BeginInline();
+    builder_.AddText(text, Inner().chars);
 }
 
 void HtmlReader::Characters(std::string_view text) {

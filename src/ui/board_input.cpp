@@ -24,7 +24,8 @@ std::optional<BoardCommand> CommandOf(CardHit::Part part) {
         {CardHit::ZoomIn, BoardCommand::ZoomIn},       {CardHit::ZoomOut, BoardCommand::ZoomOut},
         {CardHit::ShiftLeft, BoardCommand::ShiftLeft}, {CardHit::ShiftRight, BoardCommand::ShiftRight},
         {CardHit::Restore, BoardCommand::Restore},     {CardHit::Open, BoardCommand::OpenAttachment},
-        {CardHit::WebLink, BoardCommand::OpenLink},    {CardHit::Remove, BoardCommand::RemoveFromList}};
+        {CardHit::WebLink, BoardCommand::OpenLink},    {CardHit::Edit, BoardCommand::EditNote},
+        {CardHit::Delete, BoardCommand::DeleteNote},   {CardHit::Remove, BoardCommand::RemoveFromList}};
     for (const auto& [known, command] : kCommands)
         if (known == part)
             return command;

@@ -2,7 +2,10 @@
 
 #include <QFontMetricsF>
 #include <algorithm>
+#include <iterator>
+#include <string_view>
 
+#include "notes/board_commands.h"
 #include "notes/board_layout.h"
 #include "ui/card_attachments.h"
 #include "ui/card_pills.h"
@@ -18,9 +21,19 @@ namespace {
 constexpr int kAbove = 7, kBelow = 3;
 constexpr int kBorderWidth = kSpace;
 constexpr int kRingWidth = 2;
-constexpr double kRemoveSide = 24;
+constexpr double kActionSide = 24;
 // How far the letters of a block may reach over its edges.
 constexpr int kReachAside = 22, kReachAbove = 16;
+
+/// The buttons that a card shows under the mouse, from left to right.
+struct CardAction {
+    CardHit::Part part;
+    BoardCommand command;
+    const char* icon;
+};
+constexpr CardAction kActions[] = {{CardHit::Edit, BoardCommand::EditNote, "pencil"},
+                                   {CardHit::Delete, BoardCommand::DeleteNote, "trash-2"},
+                                   {CardHit::Remove, BoardCommand::RemoveFromList, "x"}};
 
 /// What a part of a card is made of.
 std::unique_ptr<CardBlock> MakeBlock(const CNote& note, const std::vector<const CSource*>& sources,
@@ -50,7 +63,7 @@ Card::Card(const CNote& note, int width, bool focus, const CardContext& context)
       width_(width),
       focus_(focus),
       newlyAdded_(note.newlyAdded),
-      removeSide_(std::max(kRemoveSide, QFontMetricsF(context.theme.Font(TextSize::Small)).height() * 1.4)),
+      actionSide_(std::max(kActionSide, QFontMetricsF(context.theme.Font(TextSize::Small)).height() * 1.4)),
       border_(Legible(ToQColor(note.borderColor), context.theme.Color(ColorRole::Board), 3.0)),
       textGround_(context.textGround) {
     const auto sources = context.model.SourcesOf(note);
@@ -69,9 +82,10 @@ QRectF Card::Outline() const {
     return QRectF(kRingWidth, kAbove, width_ - 2 * kRingWidth, height_ - kAbove - kBelow);
 }
 
-QRectF Card::RemoveRect() const {
+QRectF Card::ActionRect(size_t action) const {
     const QRectF outline = Outline();
-    return QRectF(outline.right() - removeSide_ - kSpace, outline.top() + kSpace, removeSide_, removeSide_);
+    const double fromRight = static_cast<double>(std::size(kActions) - action) * actionSide_;
+    return QRectF(outline.right() - fromRight - kSpace, outline.top() + kSpace, actionSide_, actionSide_);
 }
 
 void Card::PaintFrame(QPainter& painter) const {
@@ -92,16 +106,28 @@ void Card::PaintFrame(QPainter& painter) const {
     painter.drawRoundedRect(textRect_, kControlRadius, kControlRadius);
 }
 
-void Card::PaintMarks(QPainter& painter, const CardPaint& paint) const {
-    if (paint.hovered) {
-        const QRectF rect = RemoveRect();
-        const int side = static_cast<int>(removeSide_ * 0.66);
-        painter.setPen(QPen(theme_.Color(ColorRole::FaintEdge), 1));
-        painter.setBrush(theme_.Color(paint.hot.part == CardHit::Remove ? ColorRole::Hover : ColorRole::Card));
-        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), kControlRadius, kControlRadius);
-        painter.drawPixmap(rect.center() - QPointF(side / 2.0, side / 2.0),
-                           theme_.IconPixmap(QStringLiteral("x"), ColorRole::DimText, side, paint.devicePixelRatio));
+void Card::PaintActions(QPainter& painter, const CardPaint& paint) const {
+    const int side = static_cast<int>(actionSide_ * 0.66);
+    const QRectF all = ActionRect(0).united(ActionRect(std::size(kActions) - 1));
+    painter.setPen(QPen(theme_.Color(ColorRole::FaintEdge), 1));
+    painter.setBrush(theme_.Color(ColorRole::Card));
+    painter.drawRoundedRect(all.adjusted(0.5, 0.5, -0.5, -0.5), kControlRadius, kControlRadius);
+    for (size_t i = 0; i < std::size(kActions); ++i) {
+        const QRectF rect = ActionRect(i);
+        if (paint.hot.part == kActions[i].part) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(theme_.Color(ColorRole::Hover));
+            painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), kControlRadius - 1, kControlRadius - 1);
+        }
+        painter.drawPixmap(
+            rect.center() - QPointF(side / 2.0, side / 2.0),
+            theme_.IconPixmap(QString::fromLatin1(kActions[i].icon), ColorRole::DimText, side, paint.devicePixelRatio));
     }
+}
+
+void Card::PaintMarks(QPainter& painter, const CardPaint& paint) const {
+    if (paint.hovered)
+        PaintActions(painter, paint);
     if (!newlyAdded_)
         return;
     const QString text = QStringLiteral("New");
@@ -109,7 +135,7 @@ void Card::PaintMarks(QPainter& painter, const CardPaint& paint) const {
     font.setWeight(QFont::DemiBold);
     const QFontMetricsF metrics(font);
     QRectF tag(0, 0, metrics.horizontalAdvance(text) + 4 * kSpace, metrics.height() + 2);
-    tag.moveTopRight(QPointF(Outline().right() - 3 * kSpace - removeSide_, 1));
+    tag.moveTopRight(QPointF(ActionRect(0).left() - 2 * kSpace, 1));
     painter.setPen(Qt::NoPen);
     painter.setBrush(theme_.Color(ColorRole::Accent));
     painter.drawRoundedRect(tag, tag.height() / 2, tag.height() / 2);
@@ -140,8 +166,11 @@ void Card::Paint(QPainter& painter, const QPoint& at, const CardPaint& paint) co
 }
 
 CardHit Card::HitTest(const QPointF& point) const {
-    if (RemoveRect().contains(point))
-        return {CardHit::Remove, -1, QStringLiteral("Remove From Current List")};
+    for (size_t i = 0; i < std::size(kActions); ++i) {
+        const std::string_view text = BoardCommandText(kActions[i].command);
+        if (ActionRect(i).contains(point))
+            return {kActions[i].part, -1, QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()))};
+    }
     for (const Placed& placed : blocks_)
         if (QRectF(placed.at, QSizeF(placed.width, placed.block->Height())).contains(point))
             return placed.block->HitTest(point - placed.at);

@@ -27,14 +27,15 @@ private:
         int width = 0;
     };
     QRectF Outline() const;
-    QRectF RemoveRect() const;
+    QRectF ActionRect(size_t action) const;
+    void PaintActions(QPainter& painter, const CardPaint& paint) const;
     void PaintFrame(QPainter& painter) const;
     void PaintMarks(QPainter& painter, const CardPaint& paint) const;
 
     const Theme& theme_;
     int width_, height_ = 0;
     bool focus_, newlyAdded_;
-    double removeSide_;
+    double actionSide_;
     QColor border_, textGround_;
     QRectF textRect_;
     std::vector<Placed> blocks_;

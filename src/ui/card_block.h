@@ -30,7 +30,21 @@ struct CardContext {
 
 /// What stands under a point of a card.
 struct CardHit {
-    enum Part { None, Picture, ZoomIn, ZoomOut, ShiftLeft, ShiftRight, Restore, Open, WebLink, TextLink, Remove };
+    enum Part {
+        None,
+        Picture,
+        ZoomIn,
+        ZoomOut,
+        ShiftLeft,
+        ShiftRight,
+        Restore,
+        Open,
+        WebLink,
+        TextLink,
+        Edit,
+        Delete,
+        Remove
+    };
     Part part = None;
     int attachment = -1;
     QString text;  ///< the address for TextLink, else what a tool tip says

@@ -4,7 +4,10 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <string_view>
 
 #include "app/lorebinder_app.h"
 #include "app/outside_requests.h"
@@ -36,7 +39,20 @@ struct StartOptions {
     bool readyLine = false;
 };
 
-StartOptions ReadArguments(const QApplication& application) {
+void NameProgram() {
+    QCoreApplication::setApplicationName("Lorebinder");
+    QCoreApplication::setApplicationVersion("1.56");
+}
+
+/// Help and version are for machines without a display too.
+bool AsksForWords(int argc, char** argv) {
+    constexpr std::string_view kOptions[] = {"-h", "-?", "--help", "--help-all", "-v", "--version"};
+    return std::any_of(argv + 1, argv + std::max(argc, 1), [&](std::string_view argument) {
+        return std::find(std::begin(kOptions), std::end(kOptions), argument) != std::end(kOptions);
+    });
+}
+
+StartOptions ReadArguments(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription("Research notes with their sources, categories and attachments");
     parser.addHelpOption();
@@ -74,9 +90,12 @@ void SelectLanguage(lore::SpellChecker& spelling) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    NameProgram();
+    if (AsksForWords(argc, argv)) {
+        ReadArguments(QCoreApplication(argc, argv));
+        return 0;
+    }
     QApplication application(argc, argv);
-    QApplication::setApplicationName("Lorebinder");
-    QApplication::setApplicationVersion("1.56");
     QApplication::setDesktopFileName("lorebinder");
     QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
     lore::InstallBoardAccessibility();

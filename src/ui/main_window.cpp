@@ -31,7 +31,7 @@ constexpr const char* kEarlyPanes[] = {"NoteBook:      <>", "Not Linked", "", "N
 }  // namespace
 
 MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
-    : app_(app), theme_(theme), model_(app.List(), app.NoteBook()) {
+    : app_(app), theme_(theme), model_(app.List(), app.NoteBook()), trash_(app.Ports().faults) {
     setObjectName("mainWindow");
     setWindowTitle(ToQString(CLorebinderApp::WindowTitle()));
     tools_ = new MainToolBar(theme_, this);

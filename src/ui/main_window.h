@@ -5,6 +5,7 @@
 
 #include "app/lorebinder_app.h"
 #include "app/picture_commands.h"
+#include "notebooks/notebook_trash.h"
 #include "notes/list_board_model.h"
 #include "notes/panel_commands.h"
 #include "ui/board_view.h"
@@ -95,6 +96,7 @@ private:
     CLorebinderApp& app_;
     Theme& theme_;
     ListBoardModel model_;
+    NoteBookTrash trash_;
     MainToolBar* tools_ = nullptr;
     ControlBar* panels_ = nullptr;
     NoteActions* notes_ = nullptr;

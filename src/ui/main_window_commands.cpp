@@ -2,8 +2,6 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QDesktopServices>
-#include <QFile>
-#include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTreeView>
@@ -11,6 +9,7 @@
 
 #include "app/open_rules.h"
 #include "app/picture_commands.h"
+#include "edit/attachment_list.h"
 #include "notes/attachment_kind.h"
 #include "ui/control_bar.h"
 #include "ui/main_window.h"
@@ -119,16 +118,9 @@ void MainWindow::ExtractAttachment(int32_t noteId, int attachment) {
     const int row = model_.RowOf(noteId);
     if (row < 0)
         return;
-    const CAttachment& chosen = model_.NoteAt(row).attachments[static_cast<size_t>(attachment)];
-    const QString from = PathToQString(model_.AttachmentPath(chosen));
-    const QString to = QFileDialog::getSaveFileName(this, tr("Extract Attachment"), ToQString(chosen.title));
-    if (to.isEmpty())
-        return;
-    QFile source(from);
-    QFile::remove(to);
-    if (!source.copy(to))
-        app_.Ports().faults.Tell(
-            {"The attachment could not be extracted", to.toStdString(), source.errorString().toStdString()});
+    const AppPorts& ports = app_.Ports();
+    ExtractAttachmentFile(model_.NoteAt(row).attachments[static_cast<size_t>(attachment)],
+                          app_.NoteBook().paths.Attachments(), ports.prompts, ports.progress, ports.faults);
 }
 
 void MainWindow::OpenLink(const QString& address) {

@@ -6,6 +6,7 @@
 #include "app/notebook_commands.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
+#include "ui/note_editor/note_actions.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
 #include "ui/qt_text.h"
 #include "ui/tool_bar.h"
@@ -22,7 +23,7 @@ void MainWindow::SwitchNoteBook(int index) {
 }
 
 void MainWindow::ManageNoteBooks() {
-    NoteBookManagement management(app_);
+    NoteBookManagement management(app_, trash_);
     ManageNoteBooksDialog dialog(management.Model(), theme_, app_.Store(), this);
     const bool changes = dialog.exec() == QDialog::Accepted;
     if (management.Finish(changes))
@@ -32,14 +33,14 @@ void MainWindow::ManageNoteBooks() {
 }
 
 void MainWindow::ImportNotes() {
-    WindowChooser chooser(theme_, app_.Ports().prompts, app_.Store(), this);
-    if (ImportNotesCommand(app_, chooser))
+    WindowChooser chooser(app_, notes_->Commands(), theme_, this);
+    if (ImportNotesCommand(app_, chooser, notes_->Commands()))
         ShowNoteBook();
 }
 
 void MainWindow::ImportFile(const QString& path) {
-    WindowChooser chooser(theme_, app_.Ports().prompts, app_.Store(), this);
-    if (ImportArchiveFile(app_, path.toStdString(), chooser))
+    WindowChooser chooser(app_, notes_->Commands(), theme_, this);
+    if (ImportArchiveFile(app_, path.toStdString(), chooser, notes_->Commands()))
         ShowNoteBook();
 }
 

@@ -24,7 +24,7 @@ void MainWindow::FillNoteMenu(QMenu& menu) {
     QAction* const edit = menu.addAction(tr("&Edit Note..."), this, [this] { notes_->EditNote(board_->FocusNote()); });
     QAction* const remove =
         menu.addAction(tr("&Delete Note"), this, [this] { notes_->DeleteNote(board_->FocusNote()); });
-    QAction* const undo = menu.addAction(tr("&Undo Delete"), this, [this] { notes_->UndoDeletion(); });
+    QAction* const undo = menu.addAction(tr("&Undo Delete"), this, [this] { notes_->Undo(); });
     const std::pair<QAction*, QKeySequence> keys[] = {
         {edit, QKeySequence(Qt::Key_F2)}, {remove, QKeySequence::Delete}, {undo, QKeySequence::Undo}};
     for (const auto& [action, key] : keys) {
@@ -36,7 +36,9 @@ void MainWindow::FillNoteMenu(QMenu& menu) {
     connect(&menu, &QMenu::aboutToShow, this, [this, edit, remove, undo] {
         edit->setEnabled(board_->FocusNote() > 0);
         remove->setEnabled(board_->FocusNote() > 0);
-        undo->setEnabled(notes_->CanUndoDeletion());
+        const WritingCommands::NextUndo next = notes_->WhatToUndo();
+        undo->setEnabled(next != WritingCommands::NextUndo::None);
+        undo->setText(next == WritingCommands::NextUndo::Import ? tr("&Undo Import") : tr("&Undo Delete"));
     });
     // A shortcut works only while its action is enabled, whatever the menu showed last.
     connect(&menu, &QMenu::aboutToHide, this, [edit, remove, undo] {

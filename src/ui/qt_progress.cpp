@@ -112,7 +112,7 @@ void QtProgress::Place() {
 void QtProgress::Paint(bool always) {
     if (!panel_ || (!always && lastPaint_.elapsed() < kPaintEvery))
         return;
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    QApplication::processEvents(cancelGuard_ ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     lastPaint_.restart();
 }
 
@@ -149,12 +149,30 @@ void QtProgress::Show() {
     if (!panel_)
         return;
     bar_->show();
+    cancel_ = std::stop_source();
+    shown_.start();
     Place();
     Paint(true);
 }
 
 void QtProgress::Hide() {
+    cancelGuard_.reset();
     delete panel_;
+    // A flow of several parts asks once more between two panels; the next command begins anew.
+    if (cancel_.stop_requested())
+        QTimer::singleShot(0, &alive_, [this] { cancel_ = std::stop_source(); });
+}
+
+bool QtProgress::Cancelled() const {
+    if (panel_ && !cancelGuard_ && shown_.isValid() && shown_.elapsed() > kStopAfter) {
+        auto guard = std::make_unique<InputGuard>(cancel_, panel_);
+        InputGuard* const stopper = guard.get();
+        QObject::connect(stop_, &QPushButton::clicked, stopper, [stopper] { stopper->Stop(); });
+        cancelGuard_ = std::move(guard);
+        stop_->show();
+        panel_->adjustSize();
+    }
+    return cancel_.stop_requested();
 }
 
 void QtProgress::ShowStandBy(const std::string& text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QObject>
 #include <QPointer>
 #include <memory>
 
@@ -35,6 +36,8 @@ public:
     void Hide() override;
     void ShowStandBy(const std::string& text) override;
     void HideStandBy() override;
+    /// A flow that asks can be stopped: from then on its panel has a button.
+    bool Cancelled() const override;
     bool Run(const std::string& text, const Work& work) override;
 
 private:
@@ -50,7 +53,10 @@ private:
     QLabel* message_ = nullptr;
     QProgressBar* bar_ = nullptr;
     QPushButton* stop_ = nullptr;
-    QElapsedTimer lastPaint_;
+    QElapsedTimer lastPaint_, shown_;
+    mutable std::stop_source cancel_;
+    mutable std::unique_ptr<QObject> cancelGuard_;  // while the panel has the button
+    QObject alive_;
 };
 
 }  // namespace lore

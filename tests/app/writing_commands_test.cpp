@@ -107,10 +107,10 @@ TEST_F(WritingCommandsTest, DeletingTheListAsksTwiceAndComesBackWithUndo) {
     EXPECT_EQ(progress.messages.back(), "Deleting current notes....");
     EXPECT_THAT(Listed(), IsEmpty());
     EXPECT_EQ(app.NotesPane(), "Notes:    2");
-    commands.UndoDeletion();
+    commands.Undo();
     EXPECT_THAT(Listed(), ElementsAre(1));
     EXPECT_EQ(app.NotesPane(), "Notes:    3");
-    EXPECT_FALSE(commands.CanUndoDeletion());
+    EXPECT_EQ(commands.WhatToUndo(), WritingCommands::NextUndo::None);
     EXPECT_FALSE(commands.DeleteNote(99));
 }
 

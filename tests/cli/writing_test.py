@@ -73,6 +73,22 @@ class Writing(unittest.TestCase):
         self.assertEqual(roots["Sea"]["notes1"], 2)
         self.assertEqual(self.json("check"), [])
 
+    def test_only_a_note_that_is_saved_makes_its_categories(self):
+        note = self.add("One", "--category", "1", "Sea/Coast")
+        before = self.json("categories")
+        big = self.file("big.txt", "x" * 600000)
+        self.run_cli("add", big, "--category", "1", "Sea/Deep", "--category", "2", "Sky", status=1)
+        self.run_cli("edit", note, "--rtf", big, "--category", "3", "Sky", status=1)
+        self.assertEqual(self.json("categories"), before)
+        self.run_cli("edit", note, "--category", "1", "sea / coast", "--category", "2", "Sea/Deep", "--category", "3",
+                     "Sea/Deep/Trench")
+        self.assertEqual(self.json("note", note)["categories"],
+                         [["Sea", "Coast"], ["Sea", "Deep"], ["Sea", "Deep", "Trench"]])
+        [sea] = [root for root in self.json("categories") if root["name"] == "Sea"]
+        self.assertEqual([child["name"] for child in sea["children"]], ["Coast", "Deep"])
+        self.run_cli("edit", note, "--category", "1", "<UNASSIGNED>")
+        self.assertEqual(self.json("note", note)["categories"][0], [])
+
     def test_what_cannot_be_done_is_said_and_changes_nothing(self):
         note = self.add()
         big = self.file("big.txt", "x" * 600000)

@@ -67,6 +67,13 @@ TEST_F(AttachmentTest, NumbersFollowTheHighestInUse) {
     EXPECT_EQ(list.Items()[0].record.storedFile, "0000013.PDF") << "what was copied is copied once";
 }
 
+TEST_F(AttachmentTest, NumbersOfFilesThatMayComeBackAreNotGivenOut) {
+    const std::filesystem::path waiting = book.paths.Folder() / kKeptFilesName;
+    std::filesystem::create_directories(waiting);
+    PutBytes(waiting / "0000412.pdf", "of a deleted note");
+    EXPECT_EQ(HighestAttachmentNumber(book.paths.Attachments()), 412);
+}
+
 TEST_F(AttachmentTest, AFileThatVanishedIsToldAndTriedAgain) {
     const std::string a = File("a.txt"), b = File("b.txt");
     list.AddFile(a);

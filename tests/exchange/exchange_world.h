@@ -23,6 +23,7 @@ struct ExchangeBook {
     ScriptedProgress progress;
     NotedFaults faults;
     int reloads = 0;
+    ImportChanges* changes = nullptr;  ///< what an import tells of itself
 
     ExchangeBook() { Load(); }
 
@@ -49,9 +50,9 @@ struct ExchangeBook {
             ++reloads;
             Load();
         };
-        return ImportNotes(
-            path, chooser,
-            {book, folder.data, counters, world.context, prompts, progress, faults, book.index.Count(), reload});
+        return ImportNotes(path, chooser,
+                           {book, folder.data, counters, world.context, prompts, progress, faults, book.index.Count(),
+                            reload, changes});
     }
 };
 

@@ -340,6 +340,23 @@ TEST_F(ImportNotesTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
     EXPECT_FALSE(to_.faults.faults.empty());
 }
 
+TEST_F(ImportNotesTest, ADamagedListIsKeptBesideBeforeItIsWrittenAnew) {
+    SourceList sources;
+    sources.AddTail(FullSource(1012));
+    sources.AddTail(FullSource(1014));
+    sources.SaveSources(to_.folder.paths.Sources(), AuthorList());
+    const std::string whole = BytesOf(to_.folder.paths.Sources());
+    const std::string damaged = whole.substr(0, whole.size() - 40);
+    PutBytes(to_.folder.paths.Sources(), damaged);
+    to_.Load();
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 2);
+    std::filesystem::path kept = to_.folder.paths.Sources();
+    kept += ".kept";
+    EXPECT_EQ(BytesOf(kept), damaged);
+    EXPECT_EQ(to_.book.sources.Count(), 4u) << "those that could be read, and those of the notes";
+    EXPECT_FALSE(std::filesystem::exists(to_.folder.paths.Authors().string() + ".kept")) << "it was whole";
+}
+
 TEST_F(ImportNotesTest, ShortAndHostileRecordFilesReadAsFarAsTheyGo) {
     const std::string records = [&] {
         RecordWriter stream;

@@ -220,6 +220,31 @@ TEST_F(CopyNotesTest, FileThatCannotBeWrittenStopsTheCopy) {
     EXPECT_EQ(faults.faults.size(), 1u);
 }
 
+TEST_F(CopyNotesTest, ACopyCanBeStoppedUntilTheListsAreWrittenAndLeavesNothing) {
+    struct StoppedProgress : ScriptedProgress {
+        bool Cancelled() const override { return asked++ >= stopsAt; }
+        int stopsAt = 0;
+        mutable int asked = 0;
+    };
+    const OpenNoteBook from = Open(main);
+    CNoteList list;
+    for (const CNote& note : FindNotes(from.index, {1, 2}, context, faults))
+        list.AddNote(note);
+    const std::string sources = BytesOf(PathsOf(target).Sources());
+    for (int point = 0; point < 3; ++point) {
+        StoppedProgress stopped;
+        stopped.stopsAt = point;
+        CopyWorld world = World(from);
+        const CopyWorld stoppable{from, data, counters, context, prompts, stopped, faults, false, world.saveOptions};
+        EXPECT_EQ(CopyNotesToNoteBook(list, target, stoppable).copied, -1) << point;
+        EXPECT_EQ(stopped.shown, 0);
+        EXPECT_THAT(Attachments(), ElementsAre("0000041.txt")) << point;
+        EXPECT_EQ(BytesOf(PathsOf(target).Sources()), sources);
+        EXPECT_EQ(NotesIn(target).size(), 1u);
+    }
+    EXPECT_EQ(Copy({1, 2}, target).copied, 2);
+}
+
 TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteComesWithoutIt) {
     std::filesystem::remove(PathsOf(main).Attachments() / "0000003.PNG");
     EXPECT_EQ(Copy({1}, target).copied, 1);

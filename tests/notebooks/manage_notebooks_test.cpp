@@ -80,5 +80,28 @@ TEST_F(ManageNoteBooksTest, DeletingTheOpenNoteBookIsRemembered) {
     EXPECT_NE(prompts.seen.back().find("DELETE ALL  1  NOTES"), std::string::npos);
 }
 
+TEST_F(ManageNoteBooksTest, TheOpenNoteBookMayComeBackAtOnceOrLater) {
+    NoteBookTrash trash(faults);
+    ManagerPorts ports = Ports();
+    ports.trash = &trash;
+    Add("Zebra", 7, {DayNote(3)});
+    const auto run = [&](bool deletes, bool restores) {
+        NoteBookManager keeping(data, main.guid, ports);
+        ManageNoteBooks dialog(keeping, data, main, "{NB7}", context, ports);
+        dialog.Open();
+        dialog.Select(1);
+        prompts.answers = {PromptAnswer::Yes};
+        EXPECT_EQ(deletes && dialog.Delete(), deletes);
+        EXPECT_EQ(restores && dialog.Restore(), restores);
+        if (restores) {
+            EXPECT_EQ(dialog.Details().name + dialog.Details().notes, "Zebra# Notes:  1");
+        }
+        return std::pair(dialog.HasDeletedOpen(), dialog.HasRestoredOpen());
+    };
+    EXPECT_EQ(run(true, true), std::pair(false, false));
+    EXPECT_EQ(run(true, false), std::pair(true, false));
+    EXPECT_EQ(run(false, true), std::pair(false, true));
+}
+
 }  // namespace
 }  // namespace lore

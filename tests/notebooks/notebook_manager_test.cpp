@@ -168,6 +168,57 @@ TEST_F(NoteBookManagerTest, FolderThatOthersNameStays) {
     }
 }
 
+TEST_F(NoteBookManagerTest, DeletedNoteBooksComeBackUntilTheProgramEnds) {
+    const CDatabase lamps = Add("Lamps", 7, {DayNote(1)}), fog = Add("Fog signals", 9, {DayNote(2)});
+    const std::string before = BytesOf(data.DatabasesFile()),
+                      notes = BytesOf(PathsOf(lamps).NoteFile("DAY01012020.dat"));
+    {
+        NoteBookTrash trash(faults);
+        ManagerPorts ports = Ports();
+        ports.trash = &trash;
+        const auto delete_ = [&](const CDatabase& noteBook) {
+            NoteBookManager manager(data, main.guid, ports);
+            manager.Load(context);
+            prompts.answers = {PromptAnswer::Yes};
+            return manager.Delete(noteBook, 1);
+        };
+        EXPECT_EQ(delete_(lamps), DeleteOutcome::Deleted);
+        EXPECT_EQ(delete_(fog), DeleteOutcome::Deleted);
+        EXPECT_TRUE(Stored().empty());
+        EXPECT_THAT(Folders(), ElementsAre("Databases.dat", "_DELETED_Folder7", "_DELETED_Folder9", "_LBMAIN_"));
+        NoteBookManager manager(data, main.guid, ports);
+        manager.Load(context);
+        EXPECT_EQ(manager.Restore()->guid, fog.guid) << "the last one first";
+        std::filesystem::create_directories(PathsOf(lamps).Folder());
+        EXPECT_FALSE(manager.Restore().has_value()) << "another folder stands in its place";
+        EXPECT_EQ(faults.faults.size(), 1u);
+        std::filesystem::remove(PathsOf(lamps).Folder());
+        EXPECT_EQ(manager.Restore()->guid, lamps.guid);
+        EXPECT_FALSE(manager.CanRestore());
+        EXPECT_EQ(BytesOf(data.DatabasesFile()), before) << "in their places";
+        EXPECT_EQ(BytesOf(PathsOf(lamps).NoteFile("DAY01012020.dat")), notes);
+        EXPECT_EQ(delete_(lamps), DeleteOutcome::Deleted);
+    }
+    EXPECT_THAT(Folders(), ElementsAre("Databases.dat", "Folder9", "_LBMAIN_")) << "gone with the program";
+}
+
+TEST_F(NoteBookManagerTest, ANewNoteBookLeavesTheFolderOfADeletedOneFree) {
+    NoteBookTrash trash(faults);
+    ManagerPorts ports = Ports();
+    ports.trash = &trash;
+    NoteBookManager manager(data, main.guid, ports);
+    manager.Load(context);
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes, PromptAnswer::Yes};
+    const auto first = manager.Create("Light houses", context);
+    ASSERT_TRUE(first);
+    EXPECT_EQ(manager.Delete(*first, 0), DeleteOutcome::Deleted);
+    const auto second = manager.Create("Fog signals", context);
+    ASSERT_TRUE(second);
+    EXPECT_NE(second->folder, first->folder);
+    EXPECT_TRUE(manager.Restore().has_value());
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
 TEST_F(NoteBookManagerTest, WhatAKilledDeletionLeftGoesWithTheNextChange) {
     std::filesystem::create_directories(data.Databases() / "_DELETED_DB000050" / "Notes");
     EXPECT_EQ(CreateWith("Light houses")->id, 2) << "it counts for no number";

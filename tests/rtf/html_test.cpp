@@ -54,6 +54,55 @@ TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
         EXPECT_EQ(Marked(html), marked) << html;
 }
 
+/// The first bytes of a PNG of 640 x 480, as a page holds them.
+std::string PngAddress() {
+    return "data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAoAAAAHg";
+}
+
+TEST(Html, PicturesThatStandInThePageComeIn) {
+    struct Case {
+        std::string html, marked;
+        std::vector<std::pair<int, int>> goals;  // twips
+    };
+    const std::string png = PngAddress();
+    const Case cases[] = {
+        {"a <img src=\"" + png + "\"> b", "", {{9000, 6750}}},
+        {"<img width=100 src='" + png + "'>", "|", {{1500, 1125}}},
+        {"<img width=10 height=30 src='" + png + "'><img height=48 src='" + png + "'>", "||", {{150, 450}, {960, 720}}},
+        {"<img width=50% src='" + png + "'>", "|", {{9000, 6750}}},
+        {"<img height=999999999 width=1 src='" + png + "'>", "|", {{15, 450000}}},
+        {"<table><tr><td><img width=100 src='" + png + "'><td>b</table>", "|b|", {{1500, 1125}}},
+        {"<img alt=x src='data:image/png;base64,!!!!'>", "x|", {}},
+        {"<img alt=x src='data:image/gif;base64,R0lGODlh'>", "x|", {}},
+        {"<img alt=x src='data:text/html;base64,R0lG'>", "x|", {}},
+        {"<img alt=x src='data:image/png,R0lG'>", "x|", {}},
+        {"<p style='display:none'><img src='" + png + "'></p>seen", "seen|", {}},
+        {"<img src='data:image/jpeg;base64,/9j/4AAEAAD/wAARCAABAAI='>", "|", {{30, 15}}},
+        {"<img alt=x src='data:image/jpeg;base64,/9j/4AAEAAD/'>", "x|", {}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.html);
+        const Document document = ReadHtml(c.html, kLook);
+        ASSERT_EQ(document.pictures.size(), c.goals.size());
+        for (size_t i = 0; i < c.goals.size(); ++i)
+            EXPECT_EQ(std::pair(document.pictures[i].goal_width, document.pictures[i].goal_height), c.goals[i]);
+        if (c.goals.empty()) {
+            EXPECT_EQ(Marked(c.html), c.marked);
+        }
+    }
+    HtmlLook converting = kLook;
+    converting.convert = [](const std::string& bytes) {
+        Picture made;
+        made.bytes = "made of " + bytes;
+        made.width = made.height = 20;
+        return std::optional(made);
+    };
+    const Document document = ReadHtml("<img src='data:image/gif;base64, R0lG ODlh'>", converting);
+    ASSERT_EQ(document.pictures.size(), 1u);
+    EXPECT_EQ(document.pictures[0].bytes, "made of GIF89a");
+    EXPECT_EQ(document.pictures[0].goal_width, 300);
+}
+
 TEST(Html, LooksComeFromTagsAndInlineStyles) {
     const std::pair<const char*, const char*> cases[] = {
         {"<b>b</b><strong>s</strong> <i>i</i> <em>e</em>", "*bs* /i/ /e/|"},

@@ -23,6 +23,7 @@ private slots:
     void PaintsAndTakesNoInputMeanwhile();
     void StopsByButtonAndKey_data();
     void StopsByButtonAndKey();
+    void AFlowThatAsksGetsAButtonAndIsStoppedByIt();
 
 private:
     static void WorkUntilStopped(const std::stop_token& stop) {
@@ -106,6 +107,34 @@ void BackgroundTest::StopsByButtonAndKey() {
     QVERIFY(!progress_->Run("Searching Notes....", WorkUntilStopped));
     QVERIFY(spent.elapsed() < 10000);
     progress_->HideStandBy();
+    QCOMPARE(edit_->text(), QString());
+}
+
+void BackgroundTest::AFlowThatAsksGetsAButtonAndIsStoppedByIt() {
+    const auto flow = [this](int steps, bool clicks) {
+        progress_->SetRange(0, steps);
+        progress_->Show();
+        int done = 0;
+        for (; done < steps && !progress_->Cancelled(); ++done) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(60));
+            progress_->StepIt();
+            QPushButton* const button = window_->findChild<QPushButton*>();
+            if (!button || !button->isVisible())
+                continue;
+            QTest::keyClicks(edit_, QStringLiteral("typed"));
+            if (clicks)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+        progress_->Hide();
+        return done;
+    };
+    QCOMPARE(flow(3, true), 3);
+    const int done = flow(100, true);
+    QVERIFY(done > 4 && done < 100);
+    QVERIFY(progress_->Cancelled());
+    QCoreApplication::processEvents();
+    QVERIFY(!progress_->Cancelled());
+    QCOMPARE(flow(12, false), 12);
     QCOMPARE(edit_->text(), QString());
 }
 

@@ -41,6 +41,15 @@ void BoardMouseTest::SelectsAndOpensByMouse() {
     QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-18, 24));
     QCOMPARE(remove.count(), 1);
     QCOMPARE(remove[0][0].toInt(), 4);
+    QSignalSpy erase(view_.get(), &BoardView::DeleteRequested);
+    QTest::mouseMove(view_->viewport(), card.topRight() + QPoint(-66, 24));
+    TakeShot(*view_, QStringLiteral("board-hover"));
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-42, 24));
+    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-66, 24));
+    QCOMPARE(erase.count(), 1);
+    QCOMPARE(erase[0][0].toInt(), 4);
+    QCOMPARE(edit.count(), 2);
+    QCOMPARE(edit[1][0].toInt(), 4);
 }
 
 void BoardMouseTest::DragsACardFromThirtyPixelsOn() {

@@ -1,5 +1,7 @@
 #include <QCheckBox>
+#include <QComboBox>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTextEdit>
 #include <QTreeWidget>
 #include <QtTest>
@@ -10,7 +12,9 @@
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
 #include "ui/import/differences_window.h"
+#include "ui/import/import_categories_dialog.h"
 #include "ui/import/import_window.h"
+#include "ui/note_editor/category_panel.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -52,7 +56,7 @@ class ImportTest : public QObject {
 private slots:
     void ShowsEachNoteWithItsStatusAndHidesTheSame() {
         ImportComparison comparison = MakeComparison(guids_);
-        ImportWindow window(comparison, theme_, prompts_, store_, nullptr);
+        ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);
         auto* const list = window.findChild<QTreeWidget*>("importList");
         QCOMPARE(list->topLevelItemCount(), 3);
         QCOMPARE(list->topLevelItem(0)->text(0), QString("1. - <NEW NOTE>"));
@@ -62,13 +66,13 @@ private slots:
         QVERIFY(list->topLevelItem(1)->foreground(0) != list->topLevelItem(2)->foreground(0));
         window.findChild<QCheckBox*>("showSame")->click();
         QCOMPARE(list->topLevelItemCount(), 4);
-        window.resize(900, 420);
-        TakeShot(window, "import_list");
+        window.resize(1000, 420);
+        TakeBoth(window, "import_list");
     }
 
     void TakesWhatIsTickedAndRefusesNothing() {
         ImportComparison comparison = MakeComparison(guids_);
-        ImportWindow window(comparison, theme_, prompts_, store_, nullptr);
+        ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);
         auto* const list = window.findChild<QTreeWidget*>("importList");
         Press(window, "Clear All");
         window.accept();
@@ -97,10 +101,81 @@ private slots:
         QCOMPARE(there->extraSelections().size(), 2);
         QCOMPARE(here->extraSelections().size(), 2);
         window.resize(900, 520);
-        TakeShot(window, "import_differences");
+        TakeBoth(window, "import_differences");
+    }
+
+    void EditsTheNoteUnderADoubleClick() {
+        ImportComparison comparison = MakeComparison(guids_);
+        std::vector<size_t> edited;
+        bool saves = false;
+        commands_.edit = [&](size_t position, QWidget*) {
+            edited.push_back(position);
+            if (saves)
+                comparison.ReplaceNote(position, MakeEntry("", "Edited", kLate));
+            return saves;
+        };
+        ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        auto* const list = window.findChild<QTreeWidget*>("importList");
+        QTreeWidgetItem* const older = list->topLevelItem(1);
+        const QPoint place = list->visualItemRect(older).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
+        QVERIFY(edited == std::vector<size_t>{1});
+        QCOMPARE(older->text(0), QString("2. - EXISTS (older)"));
+        saves = true;
+        const QBrush before = older->foreground(0);
+        QTest::keyClick(list, Qt::Key_F2);
+        QVERIFY(edited == (std::vector<size_t>{1, 1}));
+        QCOMPARE(older->text(0), QString("2. - EXISTS (newer)"));
+        QVERIFY(older->foreground(0) != before);
+    }
+
+    void GivesTickedNotesNewCategories() {
+        ImportComparison comparison = MakeComparison(guids_);
+        CProCategoryList forest;
+        forest.AddRoot(CProCategoryTree(3, "Lights"));
+        forest.AddRoot(CProCategoryTree(4, "Harbours"));
+        CategoryAssignment paths(forest, 10, prompts_);
+        ImportCategoriesDialog dialog(paths, theme_, store_, nullptr);
+        const int bar = dialog.Panel()->Tabs()->count();
+        QCOMPARE(bar, 3);
+        QComboBox* const box = dialog.Panel()->BoxAt(0);
+        box->setCurrentIndex(box->findText("Harbours"));
+        emit box->activated(box->currentIndex());
+        QTRY_COMPARE(paths.ChosenID(1, 0), 4);
+        QTest::keyClick(dialog.Panel()->Tabs(), Qt::Key_Right);
+        QCOMPARE(dialog.Panel()->ActiveSet(), 2);
+        TakeBoth(dialog, "import_categories");
+        int asked = 0;
+        commands_.changeCategories = [&](QWidget*) {
+            ++asked;
+            CNote note;
+            paths.WriteBack(note);
+            comparison.AssignCategories(note.categories);
+            return true;
+        };
+        ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);
+        Press(window, "Change Categories of Selected Notes");
+        QCOMPARE(asked, 1);
+        QCOMPARE(window.findChild<QTreeWidget*>("importList")->topLevelItem(0)->text(2), QString("Harbours"));
+        Press(window, "Clear All");
+        Press(window, "Change Categories of Selected Notes");
+        QCOMPARE(asked, 1);
+        QCOMPARE(prompts_.seen.back(), std::string("Invalid Notes: There are no notes selected to import."));
     }
 
 private:
+    /// A picture in each palette.
+    void TakeBoth(QWidget& window, const QString& name) {
+        TakeShot(window, name);
+        theme_.SetAppearance(Appearance::Dark);
+        QCoreApplication::processEvents();
+        TakeShot(window, name + "_dark");
+        theme_.SetAppearance(Appearance::Light);
+    }
     static void Press(QWidget& window, const QString& text) {
         for (QPushButton* button : window.findChildren<QPushButton*>()) {
             if (button->text().remove('&') == text)
@@ -109,6 +184,7 @@ private:
         QFAIL("no such button");
     }
 
+    ImportNoteCommands commands_{[](size_t, QWidget*) { return false; }, [](QWidget*) { return false; }};
     NumberedGuids guids_;
     ScriptedPrompts prompts_;
     MemoryStore store_;

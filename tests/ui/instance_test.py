@@ -73,6 +73,16 @@ class Instance(unittest.TestCase):
     def fingerprint(self):
         return {p: p.read_bytes() for p in sorted((self.top / "data").rglob("*")) if p.is_file()}
 
+    def test_help_and_version_need_no_display(self):
+        environment = {key: value for key, value in os.environ.items() if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        environment["QT_QPA_PLATFORM"] = "xcb"
+        for option, word in [("--help", "--ready-line"), ("-h", "FILE"), ("--version", "Lorebinder")]:
+            with self.subTest(option=option):
+                result = subprocess.run([PROGRAM, option], env=environment, capture_output=True, encoding="utf-8",
+                                        timeout=WAIT, check=False)
+                self.assertEqual((result.returncode, result.stderr), (0, ""))
+                self.assertIn(word, result.stdout)
+
     def test_second_process_hands_over_and_writes_nothing(self):
         self.start_ready()
         before = self.fingerprint()

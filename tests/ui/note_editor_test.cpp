@@ -430,9 +430,9 @@ void NoteEditorTest::deleting_asks_and_can_be_undone() {
     window_->Notes()->DeleteCurrentNotes();
     QVERIFY(app_->List().IsEmpty());
     QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
-    window_->Notes()->UndoDeletion();
+    window_->Notes()->Undo();
     QTest::keyClick(window_->Board(), Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(!window_->Notes()->CanUndoDeletion());
+    QVERIFY(window_->Notes()->WhatToUndo() == WritingCommands::NextUndo::None);
     QCOMPARE(app_->List().Count(), all.Count());
     QVERIFY(OnDisk(id));
 }

@@ -118,6 +118,8 @@ FormatBar::FormatBar(RichTextEdit& edit, const Theme& theme, QWidget* parent)
     AddCommands();
     connect(&edit_, &QTextEdit::currentCharFormatChanged, this, &FormatBar::Follow);
     connect(&edit_, &QTextEdit::cursorPositionChanged, this, &FormatBar::Follow);
+    // A picture may be selected without the caret moving.
+    connect(&edit_, &QTextEdit::selectionChanged, this, &FormatBar::Follow);
     connect(&edit_, &QTextEdit::textChanged, this, &FormatBar::Follow);
     connect(&theme_, &Theme::Changed, this, &FormatBar::Restyle);
     Restyle();
@@ -283,6 +285,7 @@ QMenu* FormatBar::TableMenu() {
     auto* const menu = new QMenu(tr("Table"), this);
     QAction* const insert = menu->addAction(tr("&Insert table..."));
     insert->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T));
+    insert->setObjectName("insertTable");
     insert->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     connect(insert, &QAction::triggered, this, [this] {
         if (const auto choice = AskTable(this))
@@ -417,6 +420,12 @@ void FormatBar::Follow() {
 }
 
 void FormatBar::Restyle() {
+    // Its own icon is black whatever the ground.
+    if (auto* const more = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+        more->setIcon(theme_.Icon(QStringLiteral("ellipsis")));
+        more->setAccessibleName(tr("More formats"));
+        more->setToolTip(more->accessibleName());
+    }
     for (const auto& [name, action] : byName_)
         action->setIcon(theme_.Icon(action->data().toString()));
 }

@@ -11,6 +11,7 @@
 #include "ui/editor/document_capture.h"
 #include "ui/editor/document_fill.h"
 #include "ui/editor/note_formats.h"
+#include "ui/editor/picture_import.h"
 
 namespace lore {
 namespace {
@@ -99,13 +100,22 @@ std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormat
     return mime;
 }
 
-std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats) {
-    if (const QByteArray rtf = RtfIn(mime); !rtf.isEmpty())
-        return ReadRtf(CleanText(rtf.toStdString()));
-    if (!mime.hasHtml())
-        return std::nullopt;
-    const CharFormat look = formats.Default();
-    return ReadHtml(CleanText(mime.html().toStdString()), {formats.FontName(look), look.half_points});
+std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, int widest) {
+    std::optional<Document> pasted;
+    if (const QByteArray rtf = RtfIn(mime); !rtf.isEmpty()) {
+        pasted = ReadRtf(CleanText(rtf.toStdString()));
+    } else if (mime.hasHtml()) {
+        const CharFormat look = formats.Default();
+        const auto convert = [widest](const std::string& bytes) {
+            return PictureFromBytes(QByteArray::fromStdString(bytes), widest);
+        };
+        pasted = ReadHtml(CleanText(mime.html().toStdString()), {formats.FontName(look), look.half_points, convert});
+    }
+    if (pasted) {
+        for (Picture& picture : pasted->pictures)
+            picture = Bounded(picture, widest);
+    }
+    return pasted;
 }
 
 QString PastedPlainText(const QMimeData& mime) {

@@ -15,8 +15,9 @@ class NoteFormats;
 std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormats& formats);
 
 /// The formatted text that was copied: RTF before HTML. Nothing when there is neither. Bytes that would cut a record
-/// are taken out; nothing is loaded from elsewhere.
-std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats);
+/// are taken out; nothing is loaded from elsewhere. Pictures are scaled down as those of files are, and stand at most
+/// `widest` pixels wide.
+std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, int widest);
 
 /// Plain text without the bytes that would cut a record, with "\n" between its lines.
 QString PastedPlainText(const QMimeData& mime);

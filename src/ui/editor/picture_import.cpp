@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "ui/rich_text_formats.h"
+#include "ui/rich_text_pictures.h"
 
 namespace lore {
 namespace {
@@ -30,7 +31,7 @@ Picture Made(const QByteArray& bytes, PictureKind kind, const QSize& pixels, int
     return Resized(picture, QSizeF(pixels) * shrink);
 }
 
-QImage Bounded(const QImage& image) {
+QImage BoundedImage(const QImage& image) {
     return std::max(image.width(), image.height()) > kLongestPictureSide
                ? image.scaled(kLongestPictureSide, kLongestPictureSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)
                : image;
@@ -46,10 +47,33 @@ Picture Resized(const Picture& picture, const QSizeF& size) {
     return resized;
 }
 
+Picture Bounded(const Picture& picture, int widest) {
+    const bool isPixels = picture.kind == PictureKind::kPng || picture.kind == PictureKind::kJpeg;
+    if (!isPixels || !picture.object.empty())
+        return picture;
+    QBuffer buffer;
+    buffer.setData(QByteArray::fromRawData(picture.bytes.data(), static_cast<qsizetype>(picture.bytes.size())));
+    const QSize pixels = QImageReader(&buffer).size();
+    if (!pixels.isValid())
+        return picture;
+    Picture bounded = picture;
+    Picture sized = picture;
+    sized.width = pixels.width();
+    sized.height = pixels.height();
+    const QSizeF shown = PictureSize(sized, QImage());
+    if (std::max(pixels.width(), pixels.height()) > kLongestPictureSide) {
+        if (std::optional<Picture> smaller = PictureFromBytes(buffer.data(), 0)) {
+            bounded = std::move(*smaller);
+            bounded = Resized(bounded, shown);
+        }
+    }
+    return widest > 0 && shown.width() > widest ? Resized(bounded, shown * (widest / shown.width())) : bounded;
+}
+
 std::optional<Picture> PictureFromImage(const QImage& image, int widest) {
     if (image.isNull())
         return std::nullopt;
-    const QImage bounded = Bounded(image);
+    const QImage bounded = BoundedImage(image);
     return Made(Encoded(bounded, PictureKind::kPng), PictureKind::kPng, bounded.size(), widest);
 }
 
@@ -66,7 +90,7 @@ std::optional<Picture> PictureFromBytes(const QByteArray& bytes, int widest) {
         return std::nullopt;
     const bool isJpeg = format == "jpeg" || format == "jpg";
     const bool turned = reader.transformation() != QImageIOHandler::TransformationNone;
-    const QImage bounded = Bounded(image);
+    const QImage bounded = BoundedImage(image);
     const PictureKind kind = isJpeg ? PictureKind::kJpeg : PictureKind::kPng;
     const bool stays = bounded.size() == image.size() && !turned && (isJpeg || format == "png");
     return Made(stays ? bytes : Encoded(bounded, kind), kind, bounded.size(), widest);

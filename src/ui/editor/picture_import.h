@@ -17,6 +17,10 @@ inline constexpr int kLongestPictureSide = 1600;  ///< pixels; larger pictures a
 std::optional<Picture> PictureFromBytes(const QByteArray& bytes, int widest);
 std::optional<Picture> PictureFromImage(const QImage& image, int widest);
 
+/// A picture of a pasted text by the same rules: scaled down if it is too large, and shown at most `widest` pixels
+/// wide. What isn't PNG or JPEG stays as it is.
+Picture Bounded(const Picture& picture, int widest);
+
 /// The same picture at another size, in pixels at 96 per inch.
 Picture Resized(const Picture& picture, const QSizeF& size);
 

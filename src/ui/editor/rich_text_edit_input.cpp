@@ -28,6 +28,17 @@ bool IsTyping(const QKeyEvent& event) {
            !(event.modifiers() & (Qt::ControlModifier | Qt::MetaModifier) && !(event.modifiers() & Qt::AltModifier));
 }
 
+/// A cell or a row of a table without a grid that was divided: its end stands behind the second part alone.
+void DropFlatEnd(const QTextBlock& first) {
+    QTextBlockFormat format = first.blockFormat();
+    if (!format.hasProperty(kFlatProperty))
+        return;
+    const int level = format.intProperty(kFlatProperty) >> 8;
+    format.setProperty(kFlatProperty, level << 8 | static_cast<int>(ParagraphEnd::kParagraph));
+    format.clearProperty(kFlatRowProperty);
+    QTextCursor(first).setBlockFormat(format);
+}
+
 QByteArray PictureFileBytes(const QString& path) {
     QFile file(path);
     if (file.size() > kLargestPictureFile || !file.open(QIODevice::ReadOnly))
@@ -97,6 +108,7 @@ bool RichTextEdit::HandleEnter(bool lineBreak) {
         style >= ParagraphStyle::Heading1 && style <= ParagraphStyle::Heading3 && cursor.atBlockEnd();
     cursor.beginEditBlock();
     cursor.insertBlock();
+    DropFlatEnd(cursor.block().previous());
     setTextCursor(cursor);
     if (endsHeading)
         commands_.SetStyle(ParagraphStyle::Normal);
@@ -180,14 +192,20 @@ void RichTextEdit::insertFromMimeData(const QMimeData* source) {
         return;
     PrepareTyping();
     QTextCursor cursor = textCursor();
-    if (const std::optional<Document> document = PastedText(*source, formats_);
+    if (const std::optional<Document> document = PastedText(*source, formats_, TextWidth());
         document && !(document->text.empty() && document->pictures.empty())) {
         InsertNote(*document, cursor, formats_);
+        for (const Picture& picture : document->pictures)
+            addedSize_ += static_cast<qint64>(picture.bytes.size()) * 2;
+        CheckSize();
     } else if (source->hasImage()) {
         const std::optional<Picture> picture =
             PictureFromImage(qvariant_cast<QImage>(source->imageData()), TextWidth());
-        if (picture)
+        if (picture) {
             InsertPicture(*picture, commands_.CharactersNow(), cursor, formats_);
+            addedSize_ += static_cast<qint64>(picture->bytes.size()) * 2;
+            CheckSize();
+        }
     } else {
         cursor.insertText(PastedPlainText(*source), currentCharFormat());
     }

@@ -9,7 +9,10 @@
 #include <QSignalBlocker>
 #include <QTreeWidget>
 
+#include "exchange/import_editing.h"
 #include "ui/import/differences_window.h"
+#include "ui/import/import_categories_dialog.h"
+#include "ui/note_editor/note_editor_window.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -22,8 +25,8 @@ constexpr int kListRows = 18;
 constexpr int kStatusColumn = 0, kSourceColumn = 1, kFirstLevelColumn = 2, kLevels = 4, kAttachmentColumn = 6;
 
 /// The list's own words say the same, so that nothing hangs on the colour. Red and blue that are legible on the ground.
-QColor StatusColor(ImportStatus status, const QPalette& palette) {
-    const bool dark = palette.color(QPalette::Base).lightness() < 128;
+QColor StatusColor(ImportStatus status, const Theme& theme) {
+    const bool dark = theme.IsDark();
     switch (status) {
         case ImportStatus::Older:
             return dark ? QColor(255, 138, 128) : QColor(176, 0, 32);
@@ -33,7 +36,7 @@ QColor StatusColor(ImportStatus status, const QPalette& palette) {
         case ImportStatus::Same:
             break;
     }
-    return palette.color(QPalette::Text);
+    return theme.Color(ColorRole::Text);
 }
 
 size_t PositionOf(const QTreeWidgetItem& item) {
@@ -42,25 +45,34 @@ size_t PositionOf(const QTreeWidgetItem& item) {
 
 }  // namespace
 
-ImportWindow::ImportWindow(ImportComparison& comparison, const Theme& theme, Prompts& prompts, SettingsStore& store,
-                           QWidget* parent)
+ImportWindow::ImportWindow(ImportComparison& comparison, ImportNoteCommands commands, const Theme& theme,
+                           Prompts& prompts, SettingsStore& store, QWidget* parent)
     : DialogFrame(tr("Import Notes"), "ImportNotes", store, parent),
       comparison_(comparison),
+      commands_(std::move(commands)),
       theme_(theme),
       prompts_(prompts),
       store_(store) {
     MakeList();
+    MakeActions();
     MakeOptions();
+    MakeButtons();
+    Refill();
+    list_->setFocus();
+    connect(&theme_, &Theme::Changed, this, &ImportWindow::RefreshRows);
+}
+
+void ImportWindow::MakeButtons() {
     QPushButton* const all = AddSideButton(tr("Select &All"));
     QPushButton* const none = AddSideButton(tr("&Clear All"));
     connect(all, &QPushButton::clicked, this, [this] { TickAll(true); });
     connect(none, &QPushButton::clicked, this, [this] { TickAll(false); });
+    connect(AddSideButton(tr("Change Categories of Selected &Notes")), &QPushButton::clicked, this,
+            &ImportWindow::ChangeCategories);
     QPushButton* const ok = AddButton(tr("&OK"));
     SetMainButton(ok);
     connect(ok, &QPushButton::clicked, this, &ImportWindow::accept);
     connect(AddButton(tr("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
-    Refill();
-    list_->setFocus();
 }
 
 void ImportWindow::MakeList() {
@@ -76,14 +88,21 @@ void ImportWindow::MakeList() {
     list_->setMinimumSize(list_->fontMetrics().averageCharWidth() * kListChars / 2,
                           list_->fontMetrics().height() * kListRows / 2);
     list_->resize(list_->fontMetrics().averageCharWidth() * kListChars, list_->fontMetrics().height() * kListRows);
-    differences_ = new QAction(tr("Show &Differences..."), list_);
-    differences_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
-    list_->addAction(differences_);
-    list_->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(differences_, &QAction::triggered, this, &ImportWindow::ShowDifferences);
     connect(list_, &QTreeWidget::itemChanged, this, &ImportWindow::Ticked);
     connect(list_, &QTreeWidget::currentItemChanged, this, &ImportWindow::UpdateActions);
+    connect(list_, &QTreeWidget::itemDoubleClicked, this, &ImportWindow::EditNote);
     Content()->addWidget(list_, 1);
+}
+
+void ImportWindow::MakeActions() {
+    edit_ = new QAction(tr("&View/Edit Import Note"), list_);
+    edit_->setShortcut(QKeySequence(Qt::Key_F2));
+    differences_ = new QAction(tr("Show &Differences..."), list_);
+    differences_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
+    list_->addActions({edit_, differences_});
+    list_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(edit_, &QAction::triggered, this, &ImportWindow::EditNote);
+    connect(differences_, &QAction::triggered, this, &ImportWindow::ShowDifferences);
 }
 
 void ImportWindow::MakeOptions() {
@@ -135,7 +154,7 @@ void ImportWindow::ShowRow(QTreeWidgetItem& item, size_t position) const {
     item.setText(kAttachmentColumn, ToQString(ImportComparison::AttachmentText(row)));
     item.setCheckState(kStatusColumn, row.ticked ? Qt::Checked : Qt::Unchecked);
     for (int column = 0; column <= kAttachmentColumn; ++column)
-        item.setForeground(column, StatusColor(row.status, palette()));
+        item.setForeground(column, StatusColor(row.status, theme_));
 }
 
 void ImportWindow::Ticked(QTreeWidgetItem* item, int column) {
@@ -153,6 +172,7 @@ void ImportWindow::TickAll(bool ticked) {
 
 void ImportWindow::UpdateActions() {
     const QTreeWidgetItem* const item = list_->currentItem();
+    edit_->setEnabled(item);
     const ImportStatus status = item ? comparison_.Rows()[PositionOf(*item)].status : ImportStatus::New;
     differences_->setEnabled(status == ImportStatus::Older || status == ImportStatus::Newer);
 }
@@ -167,14 +187,50 @@ void ImportWindow::ShowDifferences() {
         DifferencesWindow(CompareForImport(comparison_.Rows()[position].entry, *existing), theme_, store_, this).exec();
 }
 
+void ImportWindow::EditNote() {
+    const QTreeWidgetItem* const item = list_->currentItem();
+    if (item && commands_.edit(PositionOf(*item), this))
+        RefreshRows();
+}
+
+void ImportWindow::ChangeCategories() {
+    if (comparison_.Accept(prompts_) && commands_.changeCategories(this))
+        RefreshRows();
+}
+
+/// What the rows say now; the list keeps its place.
+void ImportWindow::RefreshRows() {
+    const QSignalBlocker quiet(list_);
+    for (int i = 0; i < list_->topLevelItemCount(); ++i)
+        ShowRow(*list_->topLevelItem(i), PositionOf(*list_->topLevelItem(i)));
+    UpdateActions();
+}
+
 void ImportWindow::accept() {
     comparison_.displayAfter = displayAfter_->isChecked();
     if (comparison_.Accept(prompts_))
         DialogFrame::accept();
 }
 
-bool WindowChooser::ChooseNotes(ImportComparison& comparison, ImportArchive&) {
-    return ImportWindow(comparison, theme_, prompts_, store_, parent_).exec() == QDialog::Accepted;
+bool WindowChooser::ChooseNotes(ImportComparison& comparison, ImportArchive& archive) {
+    ImportEditing editing(comparison, archive, commands_.World(), app_.Counters(), app_.Data().ImportTemp());
+    ImportNoteCommands commands;
+    commands.edit = [&](size_t position, QWidget* parent) {
+        NoteEditorWindow editor(editing.Open(position), commands_, app_, theme_, parent);
+        const bool saved = editor.exec() == QDialog::Accepted;
+        if (saved)
+            editing.Take(position, editor.Session());
+        return saved;
+    };
+    commands.changeCategories = [&](QWidget* parent) {
+        CategoryAssignment paths = editing.MakeAssignment();
+        const bool chosen = ImportCategoriesDialog(paths, theme_, app_.Store(), parent).exec() == QDialog::Accepted;
+        if (chosen)
+            editing.Assign(paths);
+        return chosen;
+    };
+    ImportWindow window(comparison, commands, theme_, app_.Ports().prompts, app_.Store(), parent_);
+    return window.exec() == QDialog::Accepted;
 }
 
 }  // namespace lore

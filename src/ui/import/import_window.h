@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
+#include "app/writing_commands.h"
 #include "exchange/import_notes.h"
 #include "ui/dialog_frame.h"
 
@@ -14,47 +16,60 @@ namespace lore {
 
 class Theme;
 
+/// What the window can do to the notes of the list, besides choosing. Each gives whether something has changed.
+struct ImportNoteCommands {
+    std::function<bool(size_t position, QWidget* parent)> edit;
+    std::function<bool(QWidget* parent)> changeCategories;
+};
+
 /// The list of an archive's notes with their status, from which the user chooses what comes in.
 class ImportWindow : public DialogFrame {
     Q_OBJECT
 
 public:
     /// The comparison outlives the window and holds the choice.
-    ImportWindow(ImportComparison& comparison, const Theme& theme, Prompts& prompts, SettingsStore& store,
-                 QWidget* parent);
+    ImportWindow(ImportComparison& comparison, ImportNoteCommands commands, const Theme& theme, Prompts& prompts,
+                 SettingsStore& store, QWidget* parent);
 
     void accept() override;
 
 private:
     void MakeList();
+    void MakeActions();
     void MakeOptions();
+    void MakeButtons();
     void Refill();
     void ShowRow(QTreeWidgetItem& item, size_t position) const;
     void Ticked(QTreeWidgetItem* item, int column);
     void TickAll(bool ticked);
     void ShowDifferences();
+    void EditNote();
+    void ChangeCategories();
+    void RefreshRows();
     void UpdateActions();
 
     ImportComparison& comparison_;
+    ImportNoteCommands commands_;
     const Theme& theme_;
     Prompts& prompts_;
     SettingsStore& store_;
     QTreeWidget* list_ = nullptr;
     QCheckBox* displayAfter_ = nullptr;
-    QAction* differences_ = nullptr;
+    QAction *edit_ = nullptr, *differences_ = nullptr;
 };
 
 /// Lets the user choose in a window.
 class WindowChooser : public ImportChooser {
 public:
-    WindowChooser(const Theme& theme, Prompts& prompts, SettingsStore& store, QWidget* parent)
-        : theme_(theme), prompts_(prompts), store_(store), parent_(parent) {}
+    /// `commands` and what they work on outlive the chooser.
+    WindowChooser(CLorebinderApp& app, WritingCommands& commands, Theme& theme, QWidget* parent)
+        : app_(app), commands_(commands), theme_(theme), parent_(parent) {}
     bool ChooseNotes(ImportComparison& comparison, ImportArchive& archive) override;
 
 private:
-    const Theme& theme_;
-    Prompts& prompts_;
-    SettingsStore& store_;
+    CLorebinderApp& app_;
+    WritingCommands& commands_;
+    Theme& theme_;
     QWidget* parent_;
 };
 

@@ -76,10 +76,10 @@ void NoteActions::DeleteCurrentNotes() {
         emit NotesChanged(-1, false);
 }
 
-void NoteActions::UndoDeletion() {
-    if (!CanUndoDeletion() || !app_.MayWrite())
+void NoteActions::Undo() {
+    if (WhatToUndo() == WritingCommands::NextUndo::None || !app_.MayWrite())
         return;
-    commands_.UndoDeletion();
+    commands_.Undo();
     emit NotesChanged(-1, true);
 }
 

@@ -25,11 +25,11 @@ public:
     void EditNote(int32_t id);
     void DeleteNote(int32_t id);
     void DeleteCurrentNotes();
-    void UndoDeletion();
+    void Undo();
     /// The browser of the sources, and the user-defined types of sources.
     void ViewSources();
     void EditSourceTypes();
-    bool CanUndoDeletion() const { return commands_.CanUndoDeletion(); }
+    WritingCommands::NextUndo WhatToUndo() const { return commands_.WhatToUndo(); }
     /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with.
     void OfferUnsavedNotes();
     /// A new note with what a clipboard holds, in an editor. Null is an empty clipboard.

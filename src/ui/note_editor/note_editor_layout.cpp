@@ -97,17 +97,17 @@ QWidget* NoteEditorWindow::MakeSide() {
     layout->addWidget(MakeTabs(side), 1);
     keyWords_ = new KeyWordPanel(
         [this](const std::string& field) {
-            return OpenKeyWordPicker(app_.NoteBook().keyWords, field, session_.note.id, app_.Ports().prompts,
+            return OpenKeyWordPicker(session_.Book().keyWords, field, session_.note.id, app_.Ports().prompts,
                                      app_.Ports().progress);
         },
         theme_, side);
     keyWords_->Field()->setText(ToQString(session_.note.keyWords));
     keyWords_->Field()->setCursorPosition(0);
     layout->addWidget(keyWords_);
-    attachments_ = new AttachmentPanel(session_.attachments, app_.NoteBook().paths.Attachments(), app_.Ports().prompts,
+    attachments_ = new AttachmentPanel(session_.attachments, session_.Book().paths.Attachments(), app_.Ports().prompts,
                                        theme_, side);
     layout->addWidget(attachments_);
-    color_ = new ColorPanel(app_.NoteBook().colors, session_.note.borderColor, theme_, side);
+    color_ = new ColorPanel(session_.Book().colors, session_.note.borderColor, theme_, side);
     layout->addWidget(color_);
     MakeBoxes(*layout, side);
     scroll->setWidget(side);
@@ -119,9 +119,13 @@ QTabWidget* NoteEditorWindow::MakeTabs(QWidget* parent) {
     tabs_ = new QTabWidget(parent);
     tabs_->setDocumentMode(true);
     const SourceDialogs windows(commands_, app_.Store(), theme_);
-    const SourcePanelWindows opened = {[windows](QWidget* above) { return windows.SelectSource(above); },
+    const SourcePanelWindows opened = {[this, windows](QWidget* above) -> std::optional<int32_t> {
+                                           const std::optional<int32_t> chosen = windows.SelectSource(above);
+                                           return chosen && session_.bringSource ? session_.bringSource(*chosen)
+                                                                                 : chosen;
+                                       },
                                        [this, windows](int32_t id, QWidget* above) {
-                                           if (const CSource* const source = app_.NoteBook().sources.FindSourceByID(id))
+                                           if (const CSource* const source = SourceToEdit(id))
                                                windows.EditSource(source, above);
                                        }};
     sources_ = new SourcePanel(rows_, opened, theme_, tabs_);
@@ -130,6 +134,18 @@ QTabWidget* NoteEditorWindow::MakeTabs(QWidget* parent) {
     tabs_->addTab(categories_, tr(" < C&ATEGORIES > "));
     tabs_->setMinimumHeight(fontMetrics().height() * 13);
     return tabs_;
+}
+
+/// The dialogs work on the open NoteBook, which needn't have a source of an import note yet.
+const CSource* NoteEditorWindow::SourceToEdit(int32_t id) {
+    const CSource* const source = session_.Book().sources.FindSourceByID(id);
+    const SourceList& open = app_.NoteBook().sources;
+    const CSource* const known =
+        source && session_.IsImportNote() ? open.FindSourceByGUID(source->SourceGUID) : open.FindSourceByID(id);
+    if (!known && source)
+        app_.Ports().prompts.Message("This source comes with the import. It can be edited once it is in the NoteBook.",
+                                     "Edit Source", PromptIcon::Information);
+    return known;
 }
 
 void NoteEditorWindow::MakeBoxes(QVBoxLayout& layout, QWidget* parent) {

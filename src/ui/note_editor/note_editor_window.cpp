@@ -51,9 +51,9 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
       commands_(commands),
       app_(app),
       theme_(theme),
-      rows_(app.NoteBook().sources, app.NoteBook().authors),
-      paths_(app.NoteBook().categories, app.GetSettings().Int(Option::MaxCategoryID), app.Ports().prompts) {
-    setWindowTitle(tr("Edit Note"));
+      rows_(session_.Book().sources, session_.Book().authors),
+      paths_(session_.Book().categories, app.GetSettings().Int(Option::MaxCategoryID), app.Ports().prompts) {
+    setWindowTitle(session_.IsImportNote() ? tr("View/Edit Import Note") : tr("Edit Note"));
     setObjectName("editNote");
     setModal(true);
     rows_.Fill(session_.note, true);
@@ -62,8 +62,8 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
     text_->SetSpelling(commands_.Spelling(), DerivedMarkStyle(app_.GetSettings()));
     text_->Load(session_.note.rtfText);
     drafts_ = new DraftWriter(
-        commands_.Drafts(), [this](std::function<void(Draft)> whenReady) { CollectDraft(std::move(whenReady)); },
-        faults_, this);
+        DraftStore(session_.Book().paths),
+        [this](std::function<void(Draft)> whenReady) { CollectDraft(std::move(whenReady)); }, faults_, this);
     ConnectParts();
     OrderTabs();
     RestorePlace();
@@ -93,11 +93,11 @@ void NoteEditorWindow::FillPaths() {
 void NoteEditorWindow::SetUnsavedText(const std::string& rtf) {
     text_->Load(rtf);
     unsavedText_ = true;
-    drafts_->Touch();
+    TouchDraft();
 }
 
 void NoteEditorWindow::ConnectParts() {
-    const auto touch = [this] { drafts_->Touch(); };
+    const auto touch = [this] { TouchDraft(); };
     connect(text_, &NoteTextPane::Changed, this, touch);
     connect(sources_, &SourcePanel::Changed, this, touch);
     connect(categories_, &CategoryPanel::Changed, this, touch);
@@ -141,7 +141,7 @@ void NoteEditorWindow::SaveNote() {
     if (session_.MayCheckSpelling() && session_.note.spellCheck)
         text_->SetSpellCheck(true);
     if (outcome == SaveOutcome::NotWritten)
-        drafts_->Touch();
+        TouchDraft();
 }
 
 void NoteEditorWindow::CancelNote() {
@@ -163,9 +163,17 @@ bool NoteEditorWindow::SomethingWouldBeLost() {
     return unsavedText_ || text_->IsModified() || sync_->isChecked() != openedSync_ || DraftDiffers(now, &opened_);
 }
 
+/// An import isn't gone on with after a crash, and so a note of it has no draft.
+void NoteEditorWindow::TouchDraft() {
+    if (!session_.IsImportNote())
+        drafts_->Touch();
+}
+
 void NoteEditorWindow::FinishDraft() {
     drafts_->Stop();
-    drafts_->Store().RemoveDraft(session_.note.guid);
+    // Pictures that have left the text of an import note wait for the import.
+    if (!session_.IsImportNote())
+        drafts_->Store().RemoveDraft(session_.note.guid);
 }
 
 void NoteEditorWindow::CollectDraft(std::function<void(Draft)> whenReady) {
@@ -238,7 +246,7 @@ bool NoteEditorWindow::MovePictures(size_t size) {
 void NoteEditorWindow::SpellBoxToggled(bool disabled) {
     session_.note.spellCheck = !disabled;
     RunSpellTimer(!disabled);
-    drafts_->Touch();
+    TouchDraft();
 }
 
 void NoteEditorWindow::RunSpellTimer(bool starts) {

@@ -41,6 +41,7 @@ public:
     void SetUnsavedText(const std::string& rtf);
     /// The note as the save left it.
     const CNote& Note() const { return session_.note; }
+    const EditNoteSession& Session() const { return session_; }
 
     void SaveNote();
     void CancelNote();
@@ -64,6 +65,7 @@ private:
     void MakeHeader(QVBoxLayout& layout);
     QWidget* MakeSide();
     QTabWidget* MakeTabs(QWidget* parent);
+    const CSource* SourceToEdit(int32_t id);
     void MakeBoxes(QVBoxLayout& layout, QWidget* parent);
     void MakeButtons(QVBoxLayout& layout);
     void ConnectParts();
@@ -75,6 +77,7 @@ private:
     bool SomethingWouldBeLost();
     bool MakeTextFit();
     bool MovePictures(size_t size);
+    void TouchDraft();
     void FinishDraft();
     void CollectDraft(std::function<void(Draft)> whenReady);
     void SpellBoxToggled(bool disabled);

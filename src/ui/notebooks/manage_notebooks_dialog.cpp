@@ -51,6 +51,9 @@ ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme
     columns->addLayout(left, 1);
     columns->addLayout(right, 1);
     Content()->addLayout(columns, 1);
+    restore_ = AddSideButton(tr("&Undo Delete"));
+    restore_->setObjectName("undoDelete");
+    connect(restore_, &QPushButton::clicked, this, &ManageNoteBooksDialog::Restore);
     QPushButton* const change = AddButton(tr("Change &NoteBook"));
     change->setObjectName("changeNoteBook");
     SetMainButton(change);
@@ -148,6 +151,7 @@ void ManageNoteBooksDialog::ShowDetails() {
     for (QWidget* const control :
          {static_cast<QWidget*>(name_), static_cast<QWidget*>(changeName_), static_cast<QWidget*>(delete_)})
         control->setEnabled(details.canChange);
+    restore_->setEnabled(model_.CanRestore());
 }
 
 void ManageNoteBooksDialog::Create() {
@@ -166,6 +170,13 @@ void ManageNoteBooksDialog::ChangeName() {
 void ManageNoteBooksDialog::Delete() {
     if (!model_.Delete())
         return;
+    Refill();
+    list_->setFocus();
+}
+
+void ManageNoteBooksDialog::Restore() {
+    if (!model_.Restore())
+        return ShowDetails();
     Refill();
     list_->setFocus();
 }

@@ -28,6 +28,7 @@ private:
     void Create();
     void ChangeName();
     void Delete();
+    void Restore();
 
     ManageNoteBooks& model_;
     const Theme& theme_;
@@ -38,6 +39,7 @@ private:
     QLabel* created_ = nullptr;
     QPushButton* changeName_ = nullptr;
     QPushButton* delete_ = nullptr;
+    QPushButton* restore_ = nullptr;
 };
 
 }  // namespace lore

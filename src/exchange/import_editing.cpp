@@ -1,0 +1,157 @@
+#include "exchange/import_editing.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "classify/category_merge.h"
+#include "exchange/source_merge.h"
+#include "notes/attachment_kind.h"
+#include "notes/check_note.h"
+
+namespace lore {
+
+namespace {
+
+constexpr char kFolder[] = "_NOTE_";
+/// What stays free on the disk beside an unpacked file.
+constexpr uint64_t kRoomToLeave = uint64_t{64} << 20;
+
+bool HasRoom(const std::filesystem::path& folder, uint64_t size) {
+    std::error_code error;
+    const std::filesystem::space_info space = std::filesystem::space(folder, error);
+    return error || (space.available > kRoomToLeave && size < space.available - kRoomToLeave);
+}
+
+}  // namespace
+
+ImportEditing::ImportEditing(ImportComparison& comparison, ImportArchive& archive, const EditWorld& open,
+                             const IdCounters& counters, const std::filesystem::path& folder)
+    : comparison_(comparison),
+      archive_(archive),
+      open_(open.book),
+      counters_(counters),
+      data_{folder},
+      outside_(open) {}
+
+/// The lists are copied when the first note is opened.
+OpenNoteBook& ImportEditing::Book() {
+    if (!book_) {
+        book_.emplace();
+        book_->paths = NoteBookPaths(data_, kFolder);
+        book_->authors = open_.authors;
+        book_->types = open_.types;
+        book_->sources = open_.sources;
+        book_->categories = open_.categories;
+        book_->keyWords = open_.keyWords;
+        book_->colors = open_.colors;
+        world_.emplace(EditWorld{*book_, outside_.settings, outside_.prompts, outside_.progress, outside_.clock,
+                                 outside_.guids, outside_.faults, nullptr, outside_.saveOptions});
+    }
+    return *book_;
+}
+
+EditNoteSession ImportEditing::Open(size_t position) {
+    const ImportRow& row = comparison_.Rows()[position];
+    ArchiveNote entry = row.entry;
+    for (CAttachment& attachment : entry.note.attachments) {
+        // Only what the user has attached here is a file of this machine.
+        if (attachment.type != kWebLink && !row.addedFiles.contains(attachment.sourceFile))
+            attachment.sourceFile.clear();
+    }
+    // The lists know it by the id that it has in the NoteBook.
+    entry.note.id = std::max(row.existingID, 0);
+    MapToBook(entry);
+    Unpack(entry.note);
+    EditNoteSession session = EditNoteSession::ForImportNote(*world_, entry.note);
+    session.bringSource = [this](int32_t openID) { return BringSource(openID); };
+    return session;
+}
+
+/// The NoteBook may have got sources since the lists were copied, under ids that mean others here.
+int32_t ImportEditing::BringSource(int32_t openID) {
+    const CSource* const known = open_.sources.FindSourceByID(openID);
+    if (!known)
+        return -1;
+    ArchiveNote carrier{CNote(), {*known}};
+    EmbedAuthors(carrier.sources.front(), open_.authors);
+    SourceMerge merge(Book(), counters_);
+    merge.AddTypes(carrier.sources);
+    merge.NumberTypes();
+    return merge.Merge(carrier.sources.front());
+}
+
+/// Gives the note the ids of the lists here, which take in what they lack.
+void ImportEditing::MapToBook(ArchiveNote& entry) {
+    SourceMerge merge(Book(), counters_);
+    merge.AddTypes(entry.sources);
+    merge.NumberTypes();
+    merge.MergeSourcesOf(entry);
+    CategoryMerger categories(Book().categories, counters_.MaxCategoryID);
+    for (int set = 1; set <= kSetCount; ++set) {
+        CProCategoryTree& path = entry.note.categories[static_cast<size_t>(set - 1)];
+        if (path.name.empty() || IsUnassignedPath(path))
+            path = {};
+        else
+            categories.MergePath(-1, path, set);
+    }
+}
+
+void ImportEditing::Unpack(const CNote& note) {
+    const std::filesystem::path folder = Book().paths.Attachments();
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+    CreateNoteBookFolders(Book().paths);
+    for (const CAttachment& attachment : note.attachments) {
+        const ZipItem* const item = attachment.type == kWebLink ? nullptr : archive_.FileOf(attachment);
+        const std::filesystem::path target = AttachmentPath(attachment, folder);
+        if (!item || target.empty() || std::filesystem::exists(target, ignored))
+            continue;
+        const ArchiveResult result = HasRoom(folder, item->size)
+                                         ? archive_.Extract(*item, target)
+                                         : ArchiveResult::Failure("there is no room for it on the disk");
+        if (!result.Ok())
+            outside_.faults.Tell(
+                {"The attachment \"" + attachment.title + "\" could not be unpacked", target.string(), result.reason});
+    }
+}
+
+/// The record that came with the note where there is one, otherwise that of the lists.
+CSource ImportEditing::RecordOf(const CSource& source, const std::vector<CSource>& brought) {
+    const auto known = std::find_if(brought.begin(), brought.end(),
+                                    [&](const CSource& other) { return other.SourceGUID == source.SourceGUID; });
+    CSource record = known == brought.end() ? source : *known;
+    if (known == brought.end())
+        EmbedAuthors(record, Book().authors);
+    return record;
+}
+
+void ImportEditing::Take(size_t position, const EditNoteSession& saved) {
+    ImportRow& row = comparison_.Row(position);
+    AddUsedCategories(Book().categories, saved.newCategories, saved.note);
+    ArchiveNote entry{saved.note, {}};
+    entry.note.id = row.entry.note.id;
+    for (const int32_t id : saved.note.sources) {
+        if (const CSource* const source = Book().sources.FindSourceByID(id))
+            entry.sources.push_back(RecordOf(*source, row.entry.sources));
+    }
+    std::unordered_set<std::string> added;
+    for (const CAttachment& attachment : entry.note.attachments) {
+        if (attachment.type != kWebLink && attachment.storedFile.empty() && !attachment.sourceFile.empty())
+            added.insert(attachment.sourceFile);
+    }
+    comparison_.ReplaceNote(position, std::move(entry));
+    row.addedFiles = std::move(added);
+}
+
+CategoryAssignment ImportEditing::MakeAssignment() {
+    return {Book().categories, counters_.MaxCategoryID, outside_.prompts};
+}
+
+void ImportEditing::Assign(const CategoryAssignment& assignment) {
+    CNote note;
+    assignment.WriteBack(note);
+    AddUsedCategories(Book().categories, assignment.NewCategories(), note);
+    comparison_.AssignCategories(note.categories);
+}
+
+}  // namespace lore

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <optional>
+
+#include "edit/category_assignment.h"
+#include "edit/edit_note_session.h"
+#include "exchange/import_archive.h"
+#include "exchange/import_comparison.h"
+#include "notes/note_book_loader.h"
+
+namespace lore {
+
+/// Lets the user change notes of an archive before they land. Editors work on a NoteBook of its own: the lists of the
+/// open one with what the edited notes bring, and below the folder of the import the files of the note that is open.
+/// The open NoteBook sees nothing of it before the import.
+class ImportEditing {
+public:
+    /// `folder` goes with the import. All but the counters outlive the editing.
+    ImportEditing(ImportComparison& comparison, ImportArchive& archive, const EditWorld& open,
+                  const IdCounters& counters, const std::filesystem::path& folder);
+    ImportEditing(const ImportEditing&) = delete;
+    ImportEditing& operator=(const ImportEditing&) = delete;
+
+    /// The note of a row, ready for an editor. Its files are unpacked; one that can't be is told and shows as missing.
+    EditNoteSession Open(size_t position);
+    /// What a saved editor has made of the note of a row.
+    void Take(size_t position, const EditNoteSession& saved);
+
+    /// The paths that all ticked notes are to get, empty at first.
+    CategoryAssignment MakeAssignment();
+    void Assign(const CategoryAssignment& assignment);
+
+private:
+    OpenNoteBook& Book();
+    int32_t BringSource(int32_t openID);
+    void MapToBook(ArchiveNote& entry);
+    void Unpack(const CNote& note);
+    CSource RecordOf(const CSource& source, const std::vector<CSource>& brought);
+
+    ImportComparison& comparison_;
+    ImportArchive& archive_;
+    const OpenNoteBook& open_;
+    IdCounters counters_;
+    DataPaths data_;
+    std::optional<OpenNoteBook> book_;
+    std::optional<EditWorld> world_;
+    const EditWorld& outside_;
+};
+
+}  // namespace lore

@@ -1,0 +1,166 @@
+#include "exchange/import_editing.h"
+
+#include <gtest/gtest.h>
+
+#include "exchange/exchange_world.h"
+#include "support/memory_store.h"
+
+namespace lore {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// Edits notes of the list before it takes them.
+class EditingChooser : public ImportChooser {
+public:
+    EditingChooser(ExchangeBook& book, std::function<void(ImportEditing&, ImportComparison&)> edit)
+        : book_(book), edit_(std::move(edit)) {}
+    bool ChooseNotes(ImportComparison& comparison, ImportArchive& archive) override {
+        ImportEditing editing(comparison, archive, world_, book_.counters, book_.folder.data.ImportTemp());
+        comparison.SetShowSame(true);
+        edit_(editing, comparison);
+        return true;
+    }
+
+private:
+    ExchangeBook& book_;
+    std::function<void(ImportEditing&, ImportComparison&)> edit_;
+    Settings settings_;
+    FixedClock clock_;
+    EditWorld world_{book_.book,        settings_,    book_.prompts, book_.progress, clock_,
+                     book_.world.guids, book_.faults, nullptr,       [] {}};
+};
+
+class ImportEditingTest : public testing::Test {
+protected:
+    ImportEditingTest() {
+        FillBook(from_);
+        EXPECT_EQ(from_.Export(archive_, from_.Notes()), 2);
+    }
+    ImportOutcome Import(ExchangeBook& book, const std::function<void(ImportEditing&, ImportComparison&)>& edit) {
+        EditingChooser chooser(book, edit);
+        return book.Import(archive_, chooser);
+    }
+    /// The row with this text, as an editor opens it.
+    static size_t RowWith(const ImportComparison& comparison, const std::string& text) {
+        size_t row = 0;
+        while (comparison.Rows()[row].entry.note.plainText != text)
+            ++row;
+        return row;
+    }
+
+    TempFolder folder_;
+    std::filesystem::path archive_ = folder_ / "a.lbe";
+    ExchangeBook from_, to_;
+};
+
+TEST_F(ImportEditingTest, AnEditedNoteLandsAsItWasEdited) {
+    PutBytes(folder_ / "new.pdf", "a new file");
+    const ImportOutcome outcome = Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        const size_t row = RowWith(comparison, "First\r\nSecond");
+        EditNoteSession session = editing.Open(row);
+        EXPECT_EQ(session.note.sources.Count(), 2u);
+        ASSERT_NE(session.Book().sources.FindSourceByID(session.note.sources[0]), nullptr) << "known to the editor";
+        EXPECT_EQ(to_.book.sources.Count(), 0u) << "the NoteBook sees nothing of it";
+        EXPECT_EQ(BytesOf(session.Book().paths.Attachments() / "0000001.png"), "a picture");
+        session.note.sources = {session.note.sources[1]};
+        session.note.keyWords = "  changed ";
+        ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
+        session.newCategories = {{70, -1, "Harbours"}};
+        session.note.categories[2] = CProCategoryTree(70, "Harbours");
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        editing.Take(row, session);
+        EXPECT_EQ(editing.Open(row).attachments.Items().back().record.title, "new.pdf") << "opened once more";
+    });
+    EXPECT_EQ(outcome.result, 2);
+    EXPECT_TRUE(to_.faults.faults.empty());
+    const std::vector<CNote> notes = to_.Notes();
+    const auto edited =
+        std::find_if(notes.begin(), notes.end(), [](const CNote& note) { return note.plainText == "Edited"; });
+    ASSERT_NE(edited, notes.end());
+    EXPECT_EQ(edited->keyWords, "changed");
+    ASSERT_EQ(edited->sources.Count(), 1u);
+    const CSource* const source = to_.book.sources.FindSourceByID(edited->sources[0]);
+    EXPECT_EQ(source->SourceGUID, FullSource(1013).SourceGUID);
+    EXPECT_FALSE(source->AuthorIDs.IsEmpty()) << "its authors came with it";
+    EXPECT_EQ(to_.book.categories.FindByID(edited->categories[2].id)->name, "Harbours");
+    ASSERT_EQ(edited->attachments.back().title, "new.pdf");
+    EXPECT_EQ(edited->attachments.back().sourceFile, "");
+    EXPECT_EQ(BytesOf(to_.Attachment(edited->attachments.back().storedFile)), "a new file");
+    EXPECT_EQ(edited->dateCreated, FullNote(7).dateCreated);
+    EXPECT_EQ(edited->guid, FullNote(7).guid);
+}
+
+TEST_F(ImportEditingTest, AnEditedNoteThatIsKnownKeepsItsIdAndReadsNewer) {
+    const ImportOutcome outcome = Import(from_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        const size_t row = RowWith(comparison, "Second note");
+        EditNoteSession session = editing.Open(row);
+        FixedNoteText none("{\\rtf1 }");
+        EXPECT_EQ(session.SaveNote(none), SaveOutcome::NoText);
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        editing.Take(row, session);
+        EXPECT_EQ(comparison.Rows()[row].status, ImportStatus::Newer);
+        comparison.TickAll(false);
+        comparison.Row(row).ticked = true;
+    });
+    EXPECT_EQ(outcome.ids, LongList{8});
+    EXPECT_EQ(from_.prompts.seen, Lines{"No Text In Note: Note must contain some text."});
+    for (const CNote& note : from_.Notes())
+        EXPECT_EQ(note.plainText, note.id == 8 ? "Edited" : "First\r\nSecond");
+}
+
+TEST_F(ImportEditingTest, ASourceMadeMeanwhileIsNotTakenForOneOfTheArchive) {
+    Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        const size_t row = RowWith(comparison, "First\r\nSecond");
+        EditNoteSession session = editing.Open(row);
+        const int32_t brought = session.note.sources[0];
+        CSource made = FullSource(brought);
+        made.SourceGUID = "{MADE}";
+        to_.book.sources.AddTail(made);
+        const int32_t id = session.bringSource(brought);
+        EXPECT_NE(id, brought) << "the number means another source here";
+        EXPECT_EQ(session.bringSource(brought), id);
+        EXPECT_EQ(session.bringSource(77777), -1);
+        session.note.sources = {id};
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        editing.Take(row, session);
+        EXPECT_EQ(comparison.Rows()[row].entry.sources.front().SourceGUID, "{MADE}");
+    });
+}
+
+TEST_F(ImportEditingTest, APathOfAnotherMachineIsNoFileToAttach) {
+    CNote hostile = DayNote(9);
+    hostile.attachments.push_back({0, 1.0, "Stolen", "", "/etc/passwd", 2, false});
+    ASSERT_EQ(from_.Export(archive_, {hostile}), 1);
+    Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        EditNoteSession session = editing.Open(0);
+        EXPECT_EQ(session.attachments.Items().front().record.sourceFile, "");
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        editing.Take(0, session);
+        EXPECT_TRUE(comparison.Rows()[0].addedFiles.empty());
+    });
+    EXPECT_TRUE(to_.AttachmentNames().empty());
+}
+
+TEST_F(ImportEditingTest, TickedNotesGetThePathsThatAreSet) {
+    to_.prompts.texts = {"Coast"};
+    Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        comparison.Row(RowWith(comparison, "Second note")).ticked = false;
+        CategoryAssignment paths = editing.MakeAssignment();
+        ASSERT_TRUE(paths.CreateCategory(2, 0));
+        editing.Assign(paths);
+        comparison.TickAll(true);
+    });
+    for (const CNote& note : to_.Notes()) {
+        const bool wasTicked = note.plainText != "Second note";
+        EXPECT_EQ(note.categories[1].name, wasTicked ? "Coast" : DayNote(8).categories[1].name);
+        EXPECT_EQ(to_.book.categories.FindByID(note.categories[0].id) != nullptr, !note.categories[0].name.empty());
+    }
+}
+
+}  // namespace
+}  // namespace lore

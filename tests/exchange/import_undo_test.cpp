@@ -1,0 +1,98 @@
+#include "exchange/import_undo.h"
+
+#include <gtest/gtest.h>
+
+#include "edit/note_removal.h"
+#include "exchange/exchange_world.h"
+#include "notes/note_store.h"
+
+namespace lore {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// Two NoteBooks that began as one: an archive of the first replaces both notes of the second and adds one.
+class ImportUndoTest : public testing::Test {
+protected:
+    ImportUndoTest() {
+        FillBook(from_);
+        FillBook(to_);
+        std::vector<CNote> notes = from_.Notes();
+        for (CNote& note : notes) {
+            note.dateEdited = DateTime(2030, 1, 1);
+            note.keyWords = "from elsewhere";
+        }
+        notes.push_back(DayNote(20, 20));
+        EXPECT_EQ(from_.Export(archive_, notes), 3);
+        before_ = Files();
+        to_.changes = &changes_;
+        chooser_.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+        EXPECT_EQ(to_.Import(archive_, chooser_).result, 3);
+        EXPECT_NE(Files(), before_);
+    }
+    /// The note files and the attachments, by name.
+    std::map<std::string, std::string> Files() const {
+        std::map<std::string, std::string> files;
+        for (const auto& folder : {to_.folder.paths.Notes(), to_.folder.paths.Attachments()}) {
+            for (const auto& entry : std::filesystem::directory_iterator(folder))
+                files[entry.path().filename().string()] = BytesOf(entry.path());
+        }
+        return files;
+    }
+    size_t Undo() { return UndoImport(changes_, to_.book, to_.world.context, to_.faults, nullptr); }
+    CNote Find(const std::string& guid) {
+        for (CNote& note : to_.Notes()) {
+            if (note.guid == guid)
+                return note;
+        }
+        return {};
+    }
+
+    TempFolder folder_;
+    std::filesystem::path archive_ = folder_ / "a.lbe";
+    ExchangeBook from_, to_;
+    TestChooser chooser_;
+    ImportChanges changes_;
+    std::map<std::string, std::string> before_;
+};
+
+TEST_F(ImportUndoTest, EverythingIsAsItWasByteForByte) {
+    EXPECT_EQ(to_.Notes().size(), 3u);
+    EXPECT_EQ(Undo(), 0u);
+    std::map<std::string, std::string> after = Files();
+    std::erase_if(after, [this](const auto& file) { return !before_.contains(file.first) && file.second.size() < 60; });
+    EXPECT_EQ(after, before_) << "a day file without notes may stay";
+    EXPECT_EQ(to_.book.TotalNoteCount(), 2u);
+    EXPECT_EQ(to_.book.keyWords.FindByName("from elsewhere"), nullptr);
+    EXPECT_TRUE(to_.book.sources.FindSourceByID(1011)->NoteIDs.Contains(7));
+    EXPECT_TRUE(to_.faults.faults.empty());
+    to_.Load();
+    EXPECT_EQ(to_.book.TotalNoteCount(), 2u);
+}
+
+TEST_F(ImportUndoTest, WhatWasWrittenSinceStays) {
+    CNote changed = Find(DayNote(20, 20).guid), replaced = Find(FullNote(7).guid);
+    for (CNote* note : {&changed, &replaced}) {
+        note->plainText = "Words of today";
+        note->rtfText = "{\\rtf1 Words of today}";
+        ASSERT_TRUE(NoteStore(to_.book, to_.world.context, to_.faults, nullptr).SaveNote(*note));
+    }
+    EXPECT_EQ(Undo(), 2u);
+    EXPECT_EQ(Find(changed.guid).plainText, "Words of today");
+    EXPECT_EQ(Find(replaced.guid).plainText, "Words of today");
+    EXPECT_EQ(Find(DayNote(8).guid).keyWords, DayNote(8).keyWords);
+    EXPECT_TRUE(to_.faults.faults.empty());
+}
+
+TEST_F(ImportUndoTest, DeletedNotesStayDeletedAndFilesOfReplacedOnesGoWithTheProgram) {
+    const LongList ids{Find(FullNote(7).guid).id};
+    NoteRemoval(to_.book, to_.world.context, to_.faults, nullptr).DeleteNotes(ids, false);
+    EXPECT_EQ(Undo(), 0u);
+    EXPECT_EQ(Find(FullNote(7).guid).id, -1);
+    EXPECT_EQ(to_.book.TotalNoteCount(), 1u);
+    NoteRemoval::DiscardKeptFiles(to_.folder.paths, to_.faults);
+    EXPECT_FALSE(std::filesystem::exists(KeptFilesFolder(to_.folder.paths)));
+}
+
+}  // namespace
+}  // namespace lore
