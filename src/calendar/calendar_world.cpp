@@ -36,6 +36,11 @@ void CalendarWorld::ShowProgress(const std::string& text) const {
     progress.Show();
 }
 
+void CalendarWorld::TellAgent() const {
+    if (agent)
+        agent->Send(kAgentReloadReminders);
+}
+
 void CalendarWorld::ShowProgress(const std::string& text, int milliseconds) const {
     ShowProgress(text);
     wait(milliseconds);

@@ -8,7 +8,7 @@
 #include "calendar/event_list.h"
 #include "calendar/modify_event.h"
 #include "calendar/reminder_list.h"
-#include "ports/agent_link.h"
+#include "ports/agent.h"
 #include "ports/clock.h"
 #include "ports/fault_notice.h"
 #include "ports/progress.h"
@@ -39,9 +39,9 @@ struct CalendarWorld {
     GuidSource& guids;
     FaultNotice& faults;
     ReminderServer& server;
-    AgentLink& agent;
     SeriesQuestion& question;
     ReminderSetup setup;
+    Agent* agent = nullptr;  ///< may be null
     /// Lets milliseconds pass: short pauses, so that texts can be read and the server isn't hit too fast.
     std::function<void(int)> wait = [](int) {};
     /// Stores the settings at once.
@@ -49,6 +49,8 @@ struct CalendarWorld {
 
     ReadContext Context() const { return {.now = clock.Now(), .nowUtc = clock.NowUtc(), .guids = &guids}; }
     void ShowProgress(const std::string& text) const;
+    /// After a change of the reminders.
+    void TellAgent() const;
     /// A change of the text, then a pause.
     void ShowProgress(const std::string& text, int milliseconds) const;
 };

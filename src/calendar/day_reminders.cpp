@@ -48,7 +48,7 @@ bool Apply(const CalendarWorld& world, const ChangeTexts& texts, ServerPart part
     if (!succeeded)
         TellReminderFailure(world, texts.failure);
     if (saved)
-        world.agent.Send(kAgentReloadReminders);
+        world.TellAgent();
     return saved;
 }
 

@@ -173,7 +173,7 @@ CTmEvent EventForDays(const CalendarWorld& world, const std::optional<std::pair<
 EventSave CreateEvent(const CalendarWorld& world, CTmEvent event) {
     StandBy(world);
     const EventSave result = event.Recurring == 1 ? BecomeSeries(world, event) : SaveAlone(world, event, {});
-    world.agent.Send(kAgentReloadReminders);
+    world.TellAgent();
     return result;
 }
 
@@ -181,7 +181,7 @@ EventSave EditEvent(const CalendarWorld& world, CTmEvent event, CTmEvent old) {
     StandBy(world);
     old.Reminders = StoredReminders(world, event.EventId);
     const EventSave result = Save(world, event, old);
-    world.agent.Send(kAgentReloadReminders);
+    world.TellAgent();
     return result;
 }
 

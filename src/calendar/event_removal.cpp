@@ -34,7 +34,7 @@ bool RemoveWithReminders(const CalendarWorld& world, const char* progressText, R
     if (!removed->empty())
         RemoveRemindersOfEvents(world, *removed, true);
     world.progress.Hide();
-    world.agent.Send(kAgentReloadReminders);
+    world.TellAgent();
     return true;
 }
 
@@ -75,7 +75,7 @@ bool DeleteEvent(const CalendarWorld& world, CTmEvent event) {
         return false;
     RemoveEventReminders(world, event, true);
     world.progress.Hide();
-    world.agent.Send(kAgentReloadReminders);
+    world.TellAgent();
     return true;
 }
 

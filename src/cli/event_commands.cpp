@@ -211,7 +211,6 @@ public:
                                   .guids = session.Guids(),
                                   .faults = session.Faults(),
                                   .server = server_,
-                                  .agent = agent_,
                                   .question = question_,
                                   .setup = LoadReminderSetup(session.Store())};
         ComputeFolders(session.Data().root);
@@ -324,7 +323,6 @@ private:
     PrintedPrompts prompts_;
     SilentProgress progress_;
     NoReminderServer server_;
-    NoAgentLink agent_;
     GivenReach question_;
     EventOptions options_;
     std::string id_;

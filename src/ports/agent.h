@@ -4,8 +4,9 @@
 
 namespace lore {
 
-/// What the agent program is told: to read its settings again, and to close.
+/// What the agent program is told: to read its settings again, to read the reminders again, and to close.
 inline constexpr char kAgentCheckSettings[] = "TQRAGENTCHECKSETTINGS";
+inline constexpr char kAgentReloadReminders[] = "TQRAGENTRELOADREMINDERS";
 inline constexpr char kAgentClose[] = "TQRAGENTCLOSE";
 
 /// The agent: a program of its own that shows reminders while this one need not run.

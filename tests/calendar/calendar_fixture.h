@@ -59,8 +59,12 @@ public:
     int asked = 0;
 };
 
-class NotedAgent : public AgentLink {
+class NotedAgent : public Agent {
 public:
+    bool IsInstalled() const override { return true; }
+    bool IsRunning() override { return true; }
+    bool Launch() override { return true; }
+    bool StartWithSession(bool) override { return true; }
     void Send(std::string_view command) override { commands.emplace_back(command); }
     std::vector<std::string> commands;
 };
@@ -135,9 +139,9 @@ protected:
                         .guids = guids,
                         .faults = faults,
                         .server = server,
-                        .agent = agent,
                         .question = question,
                         .setup = SupportSetup(),
+                        .agent = &agent,
                         .wait = [this](int ms) { waits.push_back(ms); }};
 };
 
