@@ -30,7 +30,7 @@ void ResetRecurrence(CTmEvent& event, int32_t keep) {
     }
     for (int32_t type = 0; type < kSeriesTypes; ++type) {
         if (type != keep)
-            event.*kPatternLists[type].list = UnsetPattern(kPatternLists[type].slots);
+            event.*kPatternLists[type].list = UnsetPattern(kPatternLists[type].slotCount);
     }
 }
 
@@ -52,7 +52,7 @@ bool EventsDiffer(const CTmEvent& a, const CTmEvent& b) {
     if (!(compared(a) == compared(b)) || !(SpanBetween(a.Start, a.End) == SpanBetween(b.Start, b.End)))
         return true;
     return std::any_of(kPatternLists.begin(), kPatternLists.end(), [&](const PatternList& pattern) {
-        for (size_t i = 0; i < pattern.slots; ++i) {
+        for (size_t i = 0; i < pattern.slotCount; ++i) {
             if (PatternAt(a.*pattern.list, i) != PatternAt(b.*pattern.list, i))
                 return true;
         }

@@ -88,7 +88,7 @@ void VisitEventFields(Event& event, Visitor&& visit) {
 /// One of the four pattern lists with its number of slots.
 struct PatternList {
     LongList CTmEvent::*list;
-    size_t slots;
+    size_t slotCount;
 };
 /// By SeriesType.
 inline constexpr std::array<PatternList, kSeriesTypes> kPatternLists{{{&CTmEvent::DailyPattern, kDailySlots},

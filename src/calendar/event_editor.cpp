@@ -34,7 +34,7 @@ EventEditor::EventEditor(const CalendarWorld& world, CTmEvent event, bool isNew)
     if (event_.RecurrenceType >= 0 && event_.RecurrenceType < kSeriesTypes)
         tab_ = static_cast<SeriesType>(event_.RecurrenceType);
     for (const lore::PatternList& pattern : kPatternLists) {
-        while ((event_.*pattern.list).Count() < pattern.slots)
+        while ((event_.*pattern.list).Count() < pattern.slotCount)
             (event_.*pattern.list).AddTail(-1);
     }
 }

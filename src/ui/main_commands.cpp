@@ -3,6 +3,7 @@
 #include "app/exchange_commands.h"
 #include "app/notebook_commands.h"
 #include "app/print_commands.h"
+#include "ui/calendar/task_manager_dialog.h"
 #include "ui/main_menu.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -51,6 +52,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
          tr("&Manage NoteBooks..."),
          {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N)},
          [this] { ManageNoteBooks(); }},
+        {Menu::Tools, tr("E&vent Calendar..."), {}, [this] { TaskManagerDialog(app_, theme_, this).exec(); }},
 
         {Menu::Help, tr("&About Lorebinder..."), {}, [this] { ShowAbout(); }},
     };

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "calendar/month_view.h"
+
+namespace lore {
+
+class Theme;
+
+/// The grid of a month: a cell for each day, with the bars of its events. It works on the model and asks for what
+/// opens.
+class CalendarGrid : public QWidget {
+    Q_OBJECT
+
+public:
+    CalendarGrid(MonthView& view, const Theme& theme, QWidget* parent);
+
+    /// After a change of the model from outside.
+    void Refresh();
+    const MonthView& View() const { return view_; }
+    QRect CellRect(int cell) const;
+    /// The cell at a point, -1 for none.
+    int CellAt(const QPoint& point) const;
+    /// The event whose bar is at a point.
+    std::optional<size_t> EventAt(const QPoint& point) const;
+    QSize minimumSizeHint() const override;
+    QSize sizeHint() const override;
+
+signals:
+    void DayAsked(const DateTime& day);
+    void EventAsked(size_t event);
+    /// @param event position in the model's list, -1 for none
+    void MenuAsked(const QPoint& global, int event);
+    void MonthTurned();
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    struct Bar {
+        QRect rect;
+        const BarPiece* piece;
+    };
+    /// The line "+3 more" of a cell.
+    struct More {
+        QRect rect;
+        int cell, count;
+    };
+    void LayOut();
+    std::vector<int> HeightsFor(const std::vector<int>& lanes) const;
+    void LayOutRow(int row, int lanes);
+    void Moved(const DateTime& before);
+    void PaintCell(QPainter& painter, int cell) const;
+    void PaintBar(QPainter& painter, const Bar& bar) const;
+    int HeaderHeight() const;
+    int DayLine() const;
+    int BarHeight() const;
+
+    MonthView& view_;
+    const Theme& theme_;
+    std::vector<int> rowTops_;  // one more than rows
+    std::vector<Bar> bars_;
+    std::vector<More> more_;
+    std::optional<size_t> highlighted_;
+    int wheel_ = 0;
+};
+
+}  // namespace lore

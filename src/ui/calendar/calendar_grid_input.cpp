@@ -1,0 +1,153 @@
+#include <QAccessible>
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+
+#include "calendar/event_text.h"
+#include "ui/calendar/calendar_grid.h"
+#include "ui/qt_text.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kWeek = MonthGrid::kColumns;
+constexpr int kWheelStep = 120;
+
+}  // namespace
+
+void CalendarGrid::resizeEvent(QResizeEvent*) {
+    LayOut();
+}
+
+void CalendarGrid::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::LayoutDirectionChange)
+        Refresh();
+    QWidget::changeEvent(event);
+}
+
+void CalendarGrid::Moved(const DateTime& before) {
+    if (view_.Grid().Month() == before) {
+        update();
+    } else {
+        Refresh();
+        emit MonthTurned();
+    }
+    QAccessibleEvent focus(this, QAccessible::Focus);
+    focus.setChild(view_.CurrentCell());
+    QAccessible::updateAccessibility(&focus);
+}
+
+void CalendarGrid::keyPressEvent(QKeyEvent* event) {
+    const DateTime before = view_.Grid().Month();
+    const bool extend = event->modifiers().testFlag(Qt::ShiftModifier);
+    const int forward = isRightToLeft() ? -1 : 1, column = view_.CurrentCell() % kWeek;
+    switch (event->key()) {
+        case Qt::Key_Left:
+            view_.MoveBy(-forward, extend);
+            break;
+        case Qt::Key_Right:
+            view_.MoveBy(forward, extend);
+            break;
+        case Qt::Key_Up:
+            view_.MoveBy(-kWeek, extend);
+            break;
+        case Qt::Key_Down:
+            view_.MoveBy(kWeek, extend);
+            break;
+        case Qt::Key_Home:
+            event->modifiers().testFlag(Qt::ControlModifier) ? view_.SelectDay(view_.Today())
+                                                             : view_.MoveBy(-column, extend);
+            break;
+        case Qt::Key_End:
+            view_.MoveBy(kWeek - 1 - column, extend);
+            break;
+        case Qt::Key_PageUp:
+            view_.TurnMonths(-1);
+            break;
+        case Qt::Key_PageDown:
+            view_.TurnMonths(1);
+            break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Space:
+            if (event->modifiers().testFlag(Qt::ControlModifier))
+                return event->ignore();
+            emit DayAsked(view_.CurrentDay());
+            return;
+        default:
+            return QWidget::keyPressEvent(event);
+    }
+    Moved(before);
+}
+
+void CalendarGrid::mousePressEvent(QMouseEvent* event) {
+    const int cell = CellAt(event->position().toPoint());
+    if (cell < 0)
+        return;
+    const bool keeps = event->button() == Qt::RightButton && view_.IsSelected(cell);
+    highlighted_ = EventAt(event->position().toPoint());
+    if (event->modifiers().testFlag(Qt::ShiftModifier))
+        view_.ExtendTo(cell);
+    else if (!keeps)
+        view_.Select(cell);
+    Moved(view_.Grid().Month());
+}
+
+void CalendarGrid::mouseMoveEvent(QMouseEvent* event) {
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        return;
+    if (const int cell = CellAt(event->position().toPoint()); cell >= 0 && cell != view_.CurrentCell()) {
+        view_.ExtendTo(cell);
+        Moved(view_.Grid().Month());
+    }
+}
+
+void CalendarGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QPoint point = event->position().toPoint();
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (const std::optional<size_t> hit = EventAt(point))
+        emit EventAsked(*hit);
+    else if (const int cell = CellAt(point); cell >= 0)
+        emit DayAsked(view_.Grid().DayOf(cell));
+}
+
+void CalendarGrid::wheelEvent(QWheelEvent* event) {
+    wheel_ += event->angleDelta().y();
+    const DateTime before = view_.Grid().Month();
+    if (const int steps = wheel_ / kWheelStep; steps != 0) {
+        wheel_ %= kWheelStep;
+        view_.TurnMonths(-steps);
+        Moved(before);
+    }
+    event->accept();
+}
+
+void CalendarGrid::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() != QContextMenuEvent::Mouse) {
+        emit MenuAsked(mapToGlobal(CellRect(view_.CurrentCell()).center()), -1);
+        return;
+    }
+    const std::optional<size_t> hit = EventAt(event->pos());
+    emit MenuAsked(event->globalPos(), hit ? static_cast<int>(*hit) : -1);
+}
+
+bool CalendarGrid::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const auto* const help = static_cast<QHelpEvent*>(event);
+        if (const std::optional<size_t> hit = EventAt(help->pos()))
+            QToolTip::showText(help->globalPos(),
+                               ToQString(HoverText(view_.Events()[*hit])).toHtmlEscaped().replace("\n", "<br>"), this);
+        else
+            QToolTip::hideText();
+        return true;
+    }
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)
+        update();
+    return QWidget::event(event);
+}
+
+}  // namespace lore

@@ -1,0 +1,49 @@
+#include "ui/calendar/calendar_host.h"
+
+#include <QApplication>
+#include <algorithm>
+
+#include "ui/calendar/modify_event_dialog.h"
+
+namespace lore {
+
+namespace {
+
+/// A walk over a long series has a pause for each event; beyond this it goes on without.
+constexpr int kLongestPauses = 3000;  // milliseconds
+
+}  // namespace
+
+CalendarHost::CalendarHost(CLorebinderApp& app, const Theme& theme, QWidget* parent)
+    : app_(app),
+      theme_(theme),
+      parent_(parent),
+      server_(std::make_unique<NoReminderServer>()),
+      world_{.eventFile = app.Data().Events(),
+             .reminderFile = app.Data().Reminders(),
+             .settings = app.GetSettings(),
+             .prompts = app.Ports().prompts,
+             .progress = app.Ports().progress,
+             .clock = app.Ports().clock,
+             .guids = app.Ports().guids,
+             .faults = app.Ports().faults,
+             .server = *server_,
+             .question = *this,
+             .setup = LoadReminderSetup(app.Store()),
+             .agent = app.Ports().agent,
+             .wait = [this](int milliseconds) { Wait(milliseconds); },
+             .saveOptions = [this] { app_.StoreSettings(); }} {}
+
+SeriesReach CalendarHost::Ask(ModifyEventMode mode) {
+    QWidget* const window = QApplication::activeModalWidget();
+    return ModifyEventDialog(mode, Store(), window ? window : parent_).AskReach();
+}
+
+void CalendarHost::Wait(int milliseconds) {
+    const int pause = std::min(milliseconds, kLongestPauses - paused_);
+    paused_ += std::max(pause, 0);
+    if (pause > 0)
+        app_.Ports().wait(pause);
+}
+
+}  // namespace lore

@@ -1,0 +1,188 @@
+#include "ui/calendar/edit_day_dialog.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTreeWidget>
+
+#include "calendar/bar_colors.h"
+#include "calendar/day_reminders.h"
+#include "calendar/event_changes.h"
+#include "calendar/event_text.h"
+#include "calendar/reminder_text.h"
+#include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/calendar/task_manager_dialog.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kListRows = 7;
+
+/// The chosen row as a position in its list, -1 for none.
+int ChosenRow(const QTreeWidget* list) {
+    return list->indexOfTopLevelItem(list->currentItem());
+}
+
+QPixmap Swatch(const QColor& color, int side) {
+    QPixmap swatch(side, side);
+    swatch.fill(color);
+    return swatch;
+}
+
+}  // namespace
+
+EditDayDialog::EditDayDialog(CalendarHost& host, const DateTime& day, QWidget* parent)
+    : DialogFrame(tr("Edit Day"), "EditDay", host.Store(), parent), host_(host), day_(host.World(), day) {
+    auto* const head = new QLabel(ToQString(day_.Title()), this);
+    head->setObjectName("head");
+    head->setFont(host.Look().Font(TextSize::Title));
+    Content()->addWidget(head);
+    events_ = MakeSection({QT_TR_NOOP("E&vents"),
+                           "events",
+                           {tr("Start"), tr("End"), tr("Event Label")},
+                           tr("&Create Event"),
+                           tr("&Edit Event"),
+                           tr("&Remove Event"),
+                           &EditDayDialog::CreateEvent,
+                           &EditDayDialog::EditEvent,
+                           &EditDayDialog::RemoveEvent});
+    reminders_ = MakeSection({QT_TR_NOOP("Re&minders"),
+                              "reminders",
+                              {tr("        Time"), tr("Type"), tr("Sent To")},
+                              tr("Crea&te Reminder"),
+                              tr("E&dit Reminder"),
+                              tr("Rem&ove Reminder"),
+                              &EditDayDialog::CreateReminder,
+                              &EditDayDialog::EditReminder,
+                              &EditDayDialog::RemoveReminder});
+    QPushButton* const exit = AddButton(tr("E&xit"));
+    connect(exit, &QPushButton::clicked, this, &QDialog::accept);
+    Reload();
+    events_->setFocus();
+}
+
+QTreeWidget* EditDayDialog::MakeSection(const Section& section) {
+    auto* const list = new QTreeWidget(this);
+    list->setObjectName(QString::fromLatin1(section.name));
+    list->setAccessibleName(tr(section.title).remove('&'));
+    list->setHeaderLabels(section.columns);
+    list->setRootIsDecorated(false);
+    list->setUniformRowHeights(true);
+    list->setMinimumHeight(list->fontMetrics().height() * kListRows);
+    list->setMinimumWidth(list->fontMetrics().averageCharWidth() * 70);
+    list->setContextMenuPolicy(Qt::CustomContextMenu);
+    auto* const label = new QLabel(tr(section.title), this);
+    label->setBuddy(list);
+    auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(kSpace * 2);
+    std::array<QPushButton*, 3> made{};
+    const std::array texts = {section.create, section.edit, section.remove};
+    const std::array commands = {section.onCreate, section.onEdit, section.onRemove};
+    for (size_t i = 0; i < made.size(); ++i) {
+        made[i] = new QPushButton(texts[i], this);
+        made[i]->setAutoDefault(false);
+        buttons->addWidget(made[i]);
+        connect(made[i], &QPushButton::clicked, this, commands[i]);
+    }
+    buttons->addStretch(1);
+    const auto enable = [list, made] {
+        made[1]->setEnabled(ChosenRow(list) >= 0);
+        made[2]->setEnabled(ChosenRow(list) >= 0);
+    };
+    enable();
+    connect(list, &QTreeWidget::currentItemChanged, this, enable);
+    connect(list, &QTreeWidget::itemActivated, this, section.onEdit);
+    connect(new QShortcut(QKeySequence::Delete, list, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, section.onRemove);
+    connect(list, &QTreeWidget::customContextMenuRequested, this, [this, list, section](const QPoint& point) {
+        if (ChosenRow(list) < 0)
+            return;
+        QMenu menu(this);
+        menu.addAction(section.edit, this, section.onEdit);
+        menu.addAction(section.remove, this, section.onRemove);
+        menu.exec(list->viewport()->mapToGlobal(point));
+    });
+    Content()->addWidget(label);
+    Content()->addWidget(list, 1);
+    Content()->addLayout(buttons);
+    return list;
+}
+
+void EditDayDialog::Reload() {
+    day_.Reload();
+    FillEvents();
+    FillReminders();
+}
+
+void EditDayDialog::FillEvents() {
+    events_->clear();
+    const int side = events_->fontMetrics().height() * 3 / 4;
+    for (const CTmEvent& event : day_.Events()) {
+        auto* const row = new QTreeWidgetItem(events_, {ToQString(day_.StartOf(event)), ToQString(day_.EndOf(event)),
+                                                        ToQString(event.Label).simplified()});
+        const BarColor& color = BarColorOf(event.BarColor);
+        row->setIcon(2, Swatch(ToQColor(color.color), side));
+        row->setData(2, Qt::AccessibleDescriptionRole, QString::fromLatin1(color.name));
+        row->setToolTip(2, ToQString(HoverText(event)).toHtmlEscaped().replace("\n", "<br>"));
+    }
+    for (int column = 0; column < 2; ++column)
+        events_->resizeColumnToContents(column);
+    events_->setCurrentItem(events_->topLevelItem(0));
+}
+
+void EditDayDialog::FillReminders() {
+    reminders_->clear();
+    for (const CTmReminder& reminder : day_.Reminders())
+        new QTreeWidgetItem(reminders_, {ToQString(ClockTime(reminder.SendTime)), ReminderListName(reminder.Type),
+                                         ToQString(SentTo(reminder))});
+    for (int column = 0; column < 2; ++column)
+        reminders_->resizeColumnToContents(column);
+    reminders_->setCurrentItem(reminders_->topLevelItem(0));
+}
+
+void EditDayDialog::CreateEvent() {
+    if (RunNewEvent(host_, {day_.Day(), day_.Day()}, this))
+        Reload();
+}
+
+void EditDayDialog::EditEvent() {
+    const int row = ChosenRow(events_);
+    if (row >= 0 && RunEventEditor(host_, day_.Events()[static_cast<size_t>(row)], this))
+        Reload();
+}
+
+void EditDayDialog::RemoveEvent() {
+    const int row = ChosenRow(events_);
+    if (row < 0)
+        return;
+    const CTmEvent event = day_.Events()[static_cast<size_t>(row)];
+    host_.BeginFlow();
+    if (IsSeriesMember(event) ? DeleteSingleEvent(host_.World(), event) : DeleteEvent(host_.World(), event))
+        Reload();
+}
+
+void EditDayDialog::CreateReminder() {
+    if (RunNewReminder(host_, &day_.Day(), this))
+        Reload();
+}
+
+void EditDayDialog::EditReminder() {
+    const int row = ChosenRow(reminders_);
+    if (row >= 0 && RunReminderEditor(host_, day_.Reminders()[static_cast<size_t>(row)], this))
+        Reload();
+}
+
+void EditDayDialog::RemoveReminder() {
+    const int row = ChosenRow(reminders_);
+    host_.BeginFlow();
+    if (row >= 0 && DeleteReminder(host_.World(), day_.Reminders()[static_cast<size_t>(row)]))
+        Reload();
+}
+
+}  // namespace lore

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "calendar/reminder_editor.h"
+#include "ui/calendar/calendar_host.h"
+#include "ui/dialog_frame.h"
+
+class QComboBox;
+class QDateEdit;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QTimeEdit;
+
+namespace lore {
+
+/// The reminder editor. Accepted with the reminder in its model.
+class EditReminderDialog : public DialogFrame {
+    Q_OBJECT
+
+public:
+    EditReminderDialog(CalendarHost& host, ReminderEditor model, QWidget* parent);
+    const CTmReminder& Reminder() const { return model_.Reminder(); }
+
+private:
+    void MakeFields();
+    void MakeTimes(QFormLayout* form);
+    void MakeAddress(QFormLayout* form);
+    void Connect();
+    void Lock();
+    void ShowType();
+    void ShowTime();
+    void TakeFields();
+    void Save();
+
+    CalendarHost& host_;
+    ReminderEditor model_;
+    QFormLayout* form_ = nullptr;
+    QComboBox *type_ = nullptr, *prior_ = nullptr, *provider_ = nullptr;
+    QDateEdit* date_ = nullptr;
+    QTimeEdit* time_ = nullptr;
+    QLabel *when_ = nullptr, *sendLine_ = nullptr, *sendTime_ = nullptr, *messageLabel_ = nullptr, *left_ = nullptr;
+    QLineEdit* address_ = nullptr;
+    QPlainTextEdit* message_ = nullptr;
+    QPushButton* test_ = nullptr;
+};
+
+/// Makes a reminder of a day, or of the calendar where `day` is null. True if it was saved.
+bool RunNewReminder(CalendarHost& host, const DateTime* day, QWidget* parent);
+/// Edits a reminder of the file. True if it was saved.
+bool RunReminderEditor(CalendarHost& host, const CTmReminder& reminder, QWidget* parent);
+
+}  // namespace lore

@@ -1,0 +1,182 @@
+#include "ui/calendar/task_manager_dialog.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QMenu>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QToolButton>
+
+#include "calendar/day_reminders.h"
+#include "calendar/event_changes.h"
+#include "ui/calendar/calendar_accessible.h"
+#include "ui/calendar/calendar_grid.h"
+#include "ui/calendar/edit_day_dialog.h"
+#include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int kMonths = 12;
+
+bool DeleteAnEvent(const CalendarWorld& world, const CTmEvent& event) {
+    return IsSeriesMember(event) ? DeleteSingleEvent(world, event) : DeleteEvent(world, event);
+}
+
+}  // namespace
+
+TaskManagerDialog::TaskManagerDialog(CLorebinderApp& app, const Theme& theme, QWidget* parent)
+    : DialogFrame(tr("Lorebinder Event Calendar"), "TaskManager", app.Store(), parent),
+      host_(app, theme, this),
+      view_(host_.World()) {
+    InstallCalendarAccessibility();
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    grid_ = new CalendarGrid(view_, theme, this);
+    Content()->addWidget(MakeHead());
+    Content()->addWidget(grid_, 1);
+    QPushButton* const create = AddSideButton(tr("&Create Event"));
+    create->setObjectName("createEvent");
+    QPushButton* const reminder = AddSideButton(tr("Add &Reminder"));
+    reminder->setObjectName("addReminder");
+    connect(create, &QPushButton::clicked, this, &TaskManagerDialog::CreateEvent);
+    connect(reminder, &QPushButton::clicked, this, &TaskManagerDialog::AddReminder);
+    connect(AddButton(tr("E&xit")), &QPushButton::clicked, this, &QDialog::reject);
+    connect(new QShortcut(QKeySequence::New, this), &QShortcut::activated, this, &TaskManagerDialog::CreateEvent);
+    ConnectGrid();
+    ShowChoice();
+    grid_->setFocus();
+}
+
+QWidget* TaskManagerDialog::MakeHead() {
+    auto* const head = new QWidget(this);
+    auto* const row = new QHBoxLayout(head);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(kSpace * 2);
+    month_ = new QComboBox(head);
+    month_->setObjectName("month");
+    month_->setAccessibleName(tr("Month"));
+    for (int month = 1; month <= kMonths; ++month)
+        month_->addItem(QLocale::c().monthName(month));
+    month_->setMaxVisibleItems(kMonths);
+    year_ = new QSpinBox(head);
+    year_->setObjectName("year");
+    year_->setAccessibleName(tr("Year"));
+    year_->setRange(101, 9998);
+    year_->setKeyboardTracking(false);
+    const auto arrow = [&](const char* icon, const QString& name, int months) {
+        auto* const button = new QToolButton(head);
+        button->setIcon(host_.Look().Icon(QString::fromLatin1(icon)));
+        button->setAutoRaise(true);
+        button->setAccessibleName(name);
+        button->setToolTip(name);
+        connect(button, &QToolButton::clicked, this, [this, months] { Turn(months); });
+        return button;
+    };
+    auto* const monthLabel = new QLabel(tr("&Month:"), head);
+    monthLabel->setBuddy(month_);
+    auto* const yearLabel = new QLabel(tr("&Year:"), head);
+    yearLabel->setBuddy(year_);
+    auto* const today = new QPushButton(tr("&Today"), head);
+    today->setObjectName("today");
+    today->setAutoDefault(false);
+    for (QWidget* const one : std::initializer_list<QWidget*>{arrow("arrow-left", tr("Previous month (Page Up)"), -1),
+                                                              arrow("arrow-right", tr("Next month (Page Down)"), 1),
+                                                              monthLabel, month_, yearLabel, year_})
+        row->addWidget(one);
+    row->addStretch(1);
+    row->addWidget(today);
+    connect(month_, &QComboBox::activated, this, &TaskManagerDialog::ChooseMonth);
+    connect(year_, &QSpinBox::valueChanged, this, &TaskManagerDialog::ChooseMonth);
+    connect(today, &QPushButton::clicked, this, [this] {
+        view_.SelectDay(view_.Today());
+        grid_->Refresh();
+        ShowChoice();
+        grid_->setFocus();
+    });
+    return head;
+}
+
+void TaskManagerDialog::ConnectGrid() {
+    connect(grid_, &CalendarGrid::MonthTurned, this, &TaskManagerDialog::ShowChoice);
+    connect(grid_, &CalendarGrid::DayAsked, this, &TaskManagerDialog::OpenDay);
+    connect(grid_, &CalendarGrid::EventAsked, this, &TaskManagerDialog::OpenEvent);
+    connect(grid_, &CalendarGrid::MenuAsked, this, &TaskManagerDialog::ShowMenu);
+}
+
+void TaskManagerDialog::ShowChoice() {
+    const QSignalBlocker noMonth(month_), noYear(year_);
+    month_->setCurrentIndex(view_.Grid().Month().Month() - 1);
+    year_->setValue(view_.Grid().Month().Year());
+}
+
+void TaskManagerDialog::ChooseMonth() {
+    view_.ShowMonth(DateTime(year_->value(), month_->currentIndex() + 1, 1));
+    grid_->Refresh();
+}
+
+void TaskManagerDialog::Turn(int months) {
+    view_.TurnMonths(months);
+    grid_->Refresh();
+    ShowChoice();
+}
+
+void TaskManagerDialog::Reload() {
+    view_.Reload();
+    grid_->Refresh();
+}
+
+void TaskManagerDialog::CreateEvent() {
+    if (RunNewEvent(host_, view_.SelectedDays(), this))
+        Reload();
+}
+
+void TaskManagerDialog::AddReminder() {
+    if (RunNewReminder(host_, nullptr, this))
+        Reload();
+}
+
+void TaskManagerDialog::OpenDay(const DateTime& day) {
+    EditDayDialog(host_, day, this).exec();
+    Reload();
+}
+
+void TaskManagerDialog::OpenEvent(size_t event) {
+    // A copy: the list changes with the reload.
+    const CTmEvent chosen = view_.Events()[event];
+    if (RunEventEditor(host_, chosen, this))
+        Reload();
+}
+
+void TaskManagerDialog::Delete(bool (*remove)(const CalendarWorld&, const CTmEvent&), const CTmEvent& event) {
+    host_.BeginFlow();
+    if (remove(host_.World(), event))
+        Reload();
+}
+
+void TaskManagerDialog::ShowMenu(const QPoint& global, int event) {
+    QMenu menu(this);
+    if (event >= 0) {
+        const CTmEvent chosen = view_.Events()[static_cast<size_t>(event)];
+        menu.addAction(tr("&Edit Event"), this, [this, event] { OpenEvent(static_cast<size_t>(event)); });
+        menu.addAction(tr("&Delete Event"), this, [this, chosen] { Delete(DeleteAnEvent, chosen); });
+        if (IsSeriesMember(chosen)) {
+            menu.addSeparator();
+            menu.addAction(tr("Delete This and &Following Events in Series"), this,
+                           [this, chosen] { Delete(DeleteFollowingEvents, chosen); });
+            menu.addAction(tr("Delete Entire &Series"), this, [this, chosen] { Delete(DeleteEntireSeries, chosen); });
+        }
+        menu.addSeparator();
+    }
+    menu.addAction(tr("&View Day"), this, [this] { OpenDay(view_.CurrentDay()); });
+    menu.addAction(tr("&Create Event"), this, &TaskManagerDialog::CreateEvent);
+    menu.exec(global);
+}
+
+}  // namespace lore

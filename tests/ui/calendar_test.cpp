@@ -1,0 +1,359 @@
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSet>
+#include <QTabWidget>
+#include <QTimeEdit>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "calendar/event_file.h"
+#include "calendar/reminder_file.h"
+#include "calendar/series.h"
+#include "ui/board_fixture.h"
+#include "ui/calendar/calendar_grid.h"
+#include "ui/calendar/edit_day_dialog.h"
+#include "ui/calendar/edit_event_dialog.h"
+#include "ui/calendar/modify_event_dialog.h"
+#include "ui/calendar/task_manager_dialog.h"
+#include "ui/window_world.h"
+
+namespace lore {
+
+/// The event calendar as a user drives it, on 14 March 2026.
+class CalendarTest : public QObject, protected WindowWorld {
+    Q_OBJECT
+
+private:
+    EventList Stored() {
+        EventList events;
+        LoadAllEvents(app_->Data().Events(), app_->Context(), events);
+        return events;
+    }
+    CTmEvent Made(const char* label, const DateTime& start, const DateTime& end, int color, bool allDay) {
+        CTmEvent event = NewEvent(app_->Context());
+        event.Label = label;
+        event.Start = event.RecurrenceStart = event.RecurrenceEnd = start;
+        event.End = end;
+        event.BarColor = color;
+        event.AllDay = allDay ? 1 : 0;
+        return event;
+    }
+    void Put(const EventList& events) { QVERIFY(WriteEvents(app_->Data().Events(), events).Ok()); }
+    void PutFullMonth();
+    void PutClass();
+    void Open() {
+        dialog_ = std::make_unique<TaskManagerDialog>(*app_, *theme_, window_.get());
+        dialog_->resize(1100, 760);
+        dialog_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(dialog_.get()));
+    }
+    /// Runs steps in the dialog that opens next.
+    template <typename Dialog>
+    void Next(std::function<void(Dialog&)> steps) {
+        QTimer::singleShot(0, this, [this, steps] {
+            auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return Next<Dialog>(steps);
+            steps(*dialog);
+            ++opened_;
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+    }
+    template <typename Control>
+    static Control* In(const QWidget& window, const char* name) {
+        return window.findChild<Control*>(QString::fromLatin1(name));
+    }
+    void Shoot(QWidget& window, const QString& name);
+    static void CheckAltKeys(const QWidget& window);
+
+    std::unique_ptr<TaskManagerDialog> dialog_;
+    int opened_ = 0;
+
+private slots:
+    void initTestCase() { MakeTheme(); }
+    void init() {
+        Begin();
+        OpenWindow(1180, 800);
+        opened_ = 0;
+    }
+    void cleanup() {
+        dialog_.reset();
+        CloseWindow();
+    }
+    void keyboard_alone_makes_an_event();
+    void a_refused_save_keeps_the_editor_open();
+    void keys_move_over_days_and_months();
+    void a_member_of_a_series_is_changed_as_far_as_asked();
+    void day_lists_and_removes();
+    void cells_tell_their_events();
+    void more_bars_than_room_are_counted();
+    void months_of_a_full_year_turn_at_once();
+    void looks_good_data();
+    void looks_good();
+};
+
+void CalendarTest::PutFullMonth() {
+    EventList events;
+    const auto day = [](int number, int hour = 0) { return DateTime(2026, 3, number, hour, 0, 0); };
+    events.push_back(Made("Conference in Trieste", day(3), day(10).PlusSeconds(86399), 5, true));
+    events.push_back(Made("Leave", day(28), DateTime(2026, 4, 9), 3, true));
+    events.push_back(
+        Made("\xE4\xBC\x9A\xE8\xAE\xAE \xD7\xA4\xD7\x92\xD7\x99\xD7\xA9\xD7\x94", day(18, 9), day(18, 10), 11, false));
+    events.push_back(
+        Made("A very long label that doesn't fit into one cell of the month", day(20, 14), day(20, 15), 7, false));
+    for (int i = 0; i < 7; ++i)
+        events.push_back(Made("Lesson", day(12, 8 + i), day(12, 9 + i), 8 + i, false));
+    for (int i = 1; i <= 20; ++i)
+        events.push_back(Made(("Colour " + std::to_string(i)).c_str(), day(i + 5, 7), day(i + 5, 8), i, false));
+    Put(events);
+}
+
+void CalendarTest::PutClass() {
+    CTmEvent event = Made("Class", DateTime(2026, 3, 16, 9, 0, 0), DateTime(2026, 3, 16, 10, 0, 59), 2, false);
+    event.Recurring = 1;
+    event.RecurrenceType = kDaily;
+    event.DailyPattern = {1, 0, 1};
+    event.RecurrenceEnd = DateTime(2026, 3, 19, 9, 0, 0);
+    Put(ExpandSeries(event, guids_));
+}
+
+void CalendarTest::CheckAltKeys(const QWidget& window) {
+    QSet<QChar> seen;
+    const auto take = [&](const QString& text) {
+        const auto at = text.indexOf('&');
+        if (at < 0 || at + 1 >= text.size())
+            return;
+        const QChar key = text[at + 1].toUpper();
+        QVERIFY2(!seen.contains(key), qPrintable(window.windowTitle() + ": " + text));
+        seen.insert(key);
+    };
+    for (const QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {
+        if (button->isVisible())
+            take(button->text());
+    }
+    for (const QLabel* const label : window.findChildren<QLabel*>()) {
+        if (label->isVisible() && label->buddy())
+            take(label->text());
+    }
+}
+
+void CalendarTest::Shoot(QWidget& window, const QString& name) {
+    QTest::qWait(20);
+    CheckAltKeys(window);
+    for (const QWidget* const control : window.findChildren<QWidget*>()) {
+        if (control->isVisible() && control->focusPolicy() != Qt::NoFocus && !qobject_cast<const QTabBar*>(control) &&
+            control->objectName() != "qt_spinbox_lineedit" && !control->inherits("QComboBoxListView"))
+            QVERIFY2(!QAccessible::queryAccessibleInterface(const_cast<QWidget*>(control))
+                          ->text(QAccessible::Name)
+                          .isEmpty(),
+                     qPrintable(name + " " + control->metaObject()->className() + " " + control->objectName()));
+    }
+    SaveShot(window.grab(), name);
+}
+
+void CalendarTest::keyboard_alone_makes_an_event() {
+    Open();
+    QCOMPARE(QApplication::focusWidget(), dialog_->Grid());
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Right);
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Right, Qt::ShiftModifier);
+    Next<EditEventDialog>([](EditEventDialog& editor) {
+        QTest::keyClicks(QApplication::focusWidget(), "Trip");
+        QTest::keyClick(&editor, Qt::Key_Return, Qt::ControlModifier);
+    });
+    QTest::keyClick(dialog_->Grid(), Qt::Key_N, Qt::ControlModifier);
+    QTRY_COMPARE(opened_, 1);
+    const EventList events = Stored();
+    QCOMPARE(events.size(), 1u);
+    QCOMPARE(events[0].Label, std::string("Trip"));
+    QVERIFY(events[0].Start == DateTime(2026, 3, 15));
+    QVERIFY(events[0].End == DateTime(2026, 3, 16, 23, 59, 59));
+    const QRect cell = dialog_->Grid()->CellRect(15);
+    QVERIFY(dialog_->Grid()->EventAt(QPoint(cell.center().x(), cell.top() + cell.height() / 2 - 20)) ||
+            !dialog_->Grid()->View().Bars().empty());
+}
+
+void CalendarTest::a_refused_save_keeps_the_editor_open() {
+    Open();
+    Next<EditEventDialog>([](EditEventDialog& editor) {
+        In<QLineEdit>(editor, "label")->setFocus();
+        QTest::keyClicks(In<QLineEdit>(editor, "label"), "Monthly");
+        In<QCheckBox>(editor, "recurring")->click();
+        In<QTabWidget>(editor, "recurrence")->setCurrentIndex(kMonthly);
+        QVERIFY(In<QLabel>(editor, "summary")->text().contains("ends after"));
+        QLineEdit* const day = In<QLineEdit>(editor, "number2_2");
+        day->selectAll();
+        QTest::keyClicks(day, "45");
+        QVERIFY(In<QLabel>(editor, "summary")->text().contains("no event falls"));
+        In<QPushButton>(editor, "save")->click();
+        QVERIFY(editor.isVisible());
+        QCOMPARE(In<QLineEdit>(editor, "label")->text(), QString("Monthly"));
+        day->selectAll();
+        QTest::keyClicks(day, "14");
+        In<QPushButton>(editor, "save")->click();
+        QVERIFY(!editor.isVisible());
+    });
+    In<QPushButton>(*dialog_, "createEvent")->click();
+    QTRY_COMPARE(opened_, 1);
+    QCOMPARE(prompts_.seen.size(), 1u);
+    QCOMPARE(Stored().size(), 2u);
+}
+
+void CalendarTest::keys_move_over_days_and_months() {
+    Open();
+    CalendarGrid* const grid = dialog_->Grid();
+    QTest::keyClick(grid, Qt::Key_PageDown);
+    QCOMPARE(In<QComboBox>(*dialog_, "month")->currentText(), QString("April"));
+    QTest::keyClick(grid, Qt::Key_Up);
+    QVERIFY(grid->View().CurrentDay() == DateTime(2026, 3, 25));
+    QCOMPARE(In<QComboBox>(*dialog_, "month")->currentText(), QString("March"));
+    QTest::keyClick(grid, Qt::Key_Home, Qt::ControlModifier);
+    QVERIFY(grid->View().CurrentDay() == DateTime(2026, 3, 14));
+    QTest::keyClick(grid, Qt::Key_Home);
+    QTest::keyClick(grid, Qt::Key_End, Qt::ShiftModifier);
+    QVERIFY(grid->View().SelectedDays() == std::pair(DateTime(2026, 3, 8), DateTime(2026, 3, 14)));
+    QTest::mousePress(grid, Qt::LeftButton, {}, grid->CellRect(2).center());
+    QTest::mouseMove(grid, grid->CellRect(11).center());
+    QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->CellRect(11).center());
+    QVERIFY(grid->View().SelectedDays().first == DateTime(2026, 3, 3));
+}
+
+void CalendarTest::a_member_of_a_series_is_changed_as_far_as_asked() {
+    PutClass();
+    Open();
+    const auto rename = [&](const char* button, const QString& label) {
+        Next<EditEventDialog>([&, button, label](EditEventDialog& editor) {
+            QLineEdit* const field = In<QLineEdit>(editor, "label");
+            field->selectAll();
+            QTest::keyClicks(field, label);
+            Next<ModifyEventDialog>(
+                [button](ModifyEventDialog& question) { In<QPushButton>(question, button)->click(); });
+            In<QPushButton>(editor, "save")->click();
+        });
+        emit dialog_->Grid()->EventAsked(1);
+    };
+    rename("allFollowing", "Lecture");
+    QTRY_COMPARE(opened_, 2);
+    QCOMPARE(Stored()[0].Label + Stored()[1].Label + Stored()[3].Label, std::string("ClassLectureLecture"));
+    rename("cancel", "Nothing");
+    QTRY_COMPARE(opened_, 4);
+    QCOMPARE(Stored()[1].Label, std::string("Lecture"));
+    rename("onlyThis", "Once");
+    QTRY_COMPARE(opened_, 6);
+    QCOMPARE(Stored()[1].Label + Stored()[2].Label, std::string("OnceLecture"));
+}
+
+void CalendarTest::day_lists_and_removes() {
+    PutFullMonth();
+    Open();
+    dialog_->Grid()->setFocus();
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Left);
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Left);
+    prompts_.answers = {PromptAnswer::Yes};
+    const size_t before = Stored().size();
+    Next<EditDayDialog>([](EditDayDialog& day) {
+        QTreeWidget* const list = In<QTreeWidget>(day, "events");
+        QCOMPARE(list->topLevelItemCount(), 8);
+        QCOMPARE(In<QLabel>(day, "head")->text(), QString("Thursday, March 12 2026"));
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Delete);
+        QCOMPARE(list->topLevelItemCount(), 7);
+    });
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Return);
+    QTRY_COMPARE(opened_, 1);
+    QCOMPARE(Stored().size(), before - 1);
+}
+
+void CalendarTest::cells_tell_their_events() {
+    PutClass();
+    Open();
+    QAccessibleInterface* const grid = QAccessible::queryAccessibleInterface(dialog_->Grid());
+    QCOMPARE(grid->childCount(), 35);
+    QCOMPARE(grid->child(15)->text(QAccessible::Name), QString("Monday, March 16 2026, 1 event: 9:00AM - Class"));
+    QCOMPARE(grid->focusChild()->text(QAccessible::Name), QString("Saturday, March 14 2026, today, no events"));
+}
+
+void CalendarTest::more_bars_than_room_are_counted() {
+    PutFullMonth();
+    Open();
+    CalendarGrid* const grid = dialog_->Grid();
+    const QRect full = grid->CellRect(11), empty = grid->CellRect(33);
+    QVERIFY(full.height() > empty.height());
+    QSet<size_t> hit;
+    for (int y = full.top(); y < full.bottom(); ++y) {
+        if (const auto event = grid->EventAt(QPoint(full.center().x(), y)))
+            hit.insert(*event);
+    }
+    QVERIFY(hit.size() >= 2);
+}
+
+void CalendarTest::months_of_a_full_year_turn_at_once() {
+    EventList events;
+    for (int i = 0; i < 5000; ++i) {
+        const DateTime start = DateTime(2026, 1, 1, 8 + i % 10, 0, 0).PlusDays(i % 365);
+        events.push_back(
+            Made("Lesson of a class with a longer name", start, start.PlusSeconds(3600), 1 + i % 20, false));
+    }
+    Put(events);
+    Open();
+    QElapsedTimer timer;
+    timer.start();
+    for (int month = 0; month < 12; ++month) {
+        QTest::keyClick(dialog_->Grid(), Qt::Key_PageDown);
+        dialog_->Grid()->repaint();
+    }
+    qInfo("a month turns in %.1f ms", static_cast<double>(timer.nsecsElapsed()) / 12e6);
+    QVERIFY(dialog_->Grid()->View().Grid().Month() == DateTime(2027, 3, 1));
+}
+
+void CalendarTest::looks_good_data() {
+    QTest::addColumn<bool>("dark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void CalendarTest::looks_good() {
+    QFETCH(bool, dark);
+    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
+    const QString look = dark ? "dark" : "light";
+    Open();
+    Shoot(*dialog_, "calendar_empty_" + look);
+    dialog_.reset();
+    PutFullMonth();
+    Open();
+    Shoot(*dialog_, "calendar_month_" + look);
+    Next<EditEventDialog>([&](EditEventDialog& editor) {
+        In<QCheckBox>(editor, "recurring")->click();
+        In<QTabWidget>(editor, "recurrence")->setCurrentIndex(kMonthly);
+        Shoot(editor, "calendar_event_" + look);
+        In<QTabWidget>(editor, "recurrence")->setCurrentIndex(kWeekly);
+        Shoot(editor, "calendar_event_weekly_" + look);
+        Next<QDialog>([&](QDialog& reminder) {
+            Shoot(reminder, "calendar_reminder_popup_" + look);
+            In<QComboBox>(reminder, "type")->setCurrentIndex(2);
+            emit In<QComboBox>(reminder, "type")->activated(2);
+            Shoot(reminder, "calendar_reminder_text_" + look);
+        });
+        In<QPushButton>(editor, "addReminder")->click();
+    });
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Down);
+    In<QPushButton>(*dialog_, "createEvent")->click();
+    QTRY_COMPARE(opened_, 2);
+    Next<EditDayDialog>([&](EditDayDialog& day) { Shoot(day, "calendar_day_" + look); });
+    emit dialog_->Grid()->DayAsked(DateTime(2026, 3, 12));
+    Next<ModifyEventDialog>([&](ModifyEventDialog& question) { Shoot(question, "calendar_series_" + look); });
+    ModifyEventDialog(ModifyEventMode::Modify, store_, dialog_.get()).exec();
+    QCOMPARE(opened_, 4);
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::CalendarTest)
+#include "calendar_test.moc"
