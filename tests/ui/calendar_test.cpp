@@ -59,8 +59,10 @@ private:
     void Next(std::function<void(Dialog&)> steps) {
         QTimer::singleShot(0, this, [this, steps] {
             auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (!dialog)
+            if (!dialog || !dialog->isVisible())
                 return Next<Dialog>(steps);
+            dialog->activateWindow();
+            QTRY_VERIFY(dialog->isActiveWindow());
             steps(*dialog);
             ++opened_;
             if (dialog->isVisible())
@@ -156,7 +158,7 @@ void CalendarTest::Shoot(QWidget& window, const QString& name) {
                           .isEmpty(),
                      qPrintable(name + " " + control->metaObject()->className() + " " + control->objectName()));
     }
-    SaveShot(window.grab(), name);
+    TakeShot(window, name);
 }
 
 void CalendarTest::keyboard_alone_makes_an_event() {
