@@ -214,6 +214,7 @@ void CalendarGrid::PaintCell(QPainter& painter, int cell) const {
         painter.setPen(Qt::NoPen);
         painter.setBrush(theme_.Color(ColorRole::Accent));
         painter.drawEllipse(place);
+        painter.setBrush(Qt::NoBrush);
         role = ColorRole::AccentText;
     }
     painter.setPen(theme_.Color(role));

@@ -110,6 +110,7 @@ void EditReminderDialog::MakeAddress(QFormLayout* form) {
     provider_->setObjectName("provider");
     for (const Provider& provider : Providers())
         provider_->addItem(QString::fromLatin1(provider.name));
+    provider_->setPlaceholderText(tr("Choose one"));
     provider_->setCurrentIndex(model_.Provider());
     form->addRow(tr("Service Pro&vider:"), provider_);
     address_ = new QLineEdit(this);

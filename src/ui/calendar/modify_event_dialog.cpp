@@ -1,6 +1,5 @@
 #include "ui/calendar/modify_event_dialog.h"
 
-#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -58,9 +57,11 @@ QPushButton* ModifyEventDialog::MakeChoice(const char* text, const char* name, S
 }
 
 QWidget* ModifyEventDialog::MakeGroup(const char* title, QWidget* first, QWidget* second) {
-    auto* const group = new QGroupBox(QString::fromLatin1(title), this);
+    auto* const group = new QWidget(this);
     auto* const layout = new QVBoxLayout(group);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kSpace * 2);
+    layout->addWidget(new QLabel(QString::fromLatin1(title), group));
     layout->addWidget(first);
     if (second)
         layout->addWidget(second);
