@@ -13,8 +13,8 @@
 #include "calendar/event_changes.h"
 #include "calendar/event_text.h"
 #include "calendar/reminder_text.h"
+#include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
-#include "ui/calendar/task_manager_dialog.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 

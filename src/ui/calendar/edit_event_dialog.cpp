@@ -18,7 +18,6 @@
 #include "ui/calendar/date_fields.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/recurrence_tabs.h"
-#include "ui/calendar/task_manager_dialog.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 

@@ -56,4 +56,9 @@ private:
     QLabel* summary_ = nullptr;
 };
 
+/// Runs the event editor on an event of the file. True if anything may have changed.
+bool RunEventEditor(CalendarHost& host, const CTmEvent& event, QWidget* parent);
+/// Runs it on a new event that covers some days.
+bool RunNewEvent(CalendarHost& host, const std::pair<DateTime, DateTime>& days, QWidget* parent);
+
 }  // namespace lore

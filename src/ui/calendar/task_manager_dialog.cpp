@@ -16,6 +16,7 @@
 #include "ui/calendar/calendar_accessible.h"
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/edit_day_dialog.h"
+#include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"

@@ -41,9 +41,4 @@ private:
     QSpinBox* year_ = nullptr;
 };
 
-/// Runs the event editor on an event of the file. True if anything may have changed.
-bool RunEventEditor(CalendarHost& host, const CTmEvent& event, QWidget* parent);
-/// Runs it on a new event that covers some days.
-bool RunNewEvent(CalendarHost& host, const std::pair<DateTime, DateTime>& days, QWidget* parent);
-
 }  // namespace lore
