@@ -6,6 +6,7 @@
 #include <unicode/ucnv.h>
 #include <unicode/uloc.h>
 #include <unicode/uscript.h>
+#include <utility>
 
 #include "base/file_io.h"
 #include "base/text.h"
@@ -193,6 +194,10 @@ bool HunspellChecker::Add(const std::string& word) {
     if (engine_)
         if (const auto bytes = encoding_->From(clean))
             engine_->add(*bytes);
+    return WriteUserWords();
+}
+
+bool HunspellChecker::WriteUserWords() {
     std::string file;
     for (const std::string& each : userWords_)
         file += each + '\n';
@@ -202,6 +207,19 @@ bool HunspellChecker::Add(const std::string& word) {
     if (!result.Ok())
         faults_.Tell({"The user dictionary could not be written", userFile_.string(), result.Reason()});
     return result.Ok();
+}
+
+bool HunspellChecker::SetUserWords(const std::vector<std::string>& words) {
+    for (const std::string& word : userWords_)
+        rightWords_.erase(word);
+    userWords_.clear();
+    for (const std::string& word : words)
+        if (rightWords_.insert(word).second)
+            userWords_.push_back(word);
+    // Read anew: taking a word out of the engine would take it out of the language too.
+    if (const std::string language = std::exchange(language_, {}); !language.empty())
+        Select(language);
+    return WriteUserWords();
 }
 
 void HunspellChecker::Ignore(const std::string& word) {

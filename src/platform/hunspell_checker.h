@@ -29,6 +29,8 @@ public:
     bool Check(const std::string& word) override;
     std::vector<std::string> Suggest(const std::string& word) override;
     bool Add(const std::string& word) override;
+    std::vector<std::string> UserWords() const override { return userWords_; }
+    bool SetUserWords(const std::vector<std::string>& words) override;
     void Ignore(const std::string& word) override;
 
     /// Where distributions keep dictionaries.
@@ -38,6 +40,7 @@ private:
     class Encoding;
 
     void ReadUserWords();
+    bool WriteUserWords();
     bool IsOwn(const std::string& word) const;
     bool IsOtherScript(const std::string& word) const;
 

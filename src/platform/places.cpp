@@ -27,6 +27,21 @@ std::filesystem::path UserSettingsFile() {
     return BaseFolder("XDG_CONFIG_HOME", ".config") / "TannerQuayRig" / "Lorebinder.ini";
 }
 
+std::filesystem::path AutostartFolder() {
+    return BaseFolder("XDG_CONFIG_HOME", ".config") / "autostart";
+}
+
+std::filesystem::path ManualFile() {
+    constexpr char kManual[] = "ProUsersManual.pdf";
+    const std::filesystem::path program = ProgramFolder();
+    std::error_code error;
+    for (const std::filesystem::path& file :
+         {program / kManual, program.parent_path() / "share" / "doc" / "lorebinder" / kManual})
+        if (std::filesystem::is_regular_file(file, error))
+            return file;
+    return {};
+}
+
 std::filesystem::path ProgramFolder() {
     std::error_code error;
     return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();

@@ -8,6 +8,10 @@ namespace lore {
 std::filesystem::path UserDataRoot();
 /// The settings file of the user: "TannerQuayRig/Lorebinder.ini" below $XDG_CONFIG_HOME, by default ~/.config.
 std::filesystem::path UserSettingsFile();
+/// Where the desktop looks for what starts with the user's session.
+std::filesystem::path AutostartFolder();
+/// The manual beside the running program, or where a package puts it; empty if it is at neither place.
+std::filesystem::path ManualFile();
 /// The folder of the running program, where its companions lie.
 std::filesystem::path ProgramFolder();
 

@@ -15,7 +15,8 @@
 #include "platform/data_lock.h"
 #include "platform/hunspell_checker.h"
 #include "platform/ini_store.h"
-#include "platform/instance/local_channel.h"
+#include "platform/instance/agent_process.h"
+#include "platform/net/net_update_source.h"
 #include "platform/places.h"
 #include "platform/system_sources.h"
 #include "ui/board_accessible.h"
@@ -81,9 +82,10 @@ void TellThatItIsLocked(const std::filesystem::path& data, int error) {
                              .arg(QString::fromStdString(data.string()), reason));
 }
 
-/// The language of the desktop where it has a dictionary, otherwise English.
-void SelectLanguage(lore::SpellChecker& spelling) {
-    if (!spelling.Select(QLocale::system().name().toStdString()))
+/// The chosen language, or that of the desktop, where it has a dictionary; otherwise English.
+void SelectLanguage(lore::SpellChecker& spelling, const lore::Settings& settings) {
+    if (!spelling.Select(settings.Text(lore::Option::SpellLanguage)) &&
+        !spelling.Select(QLocale::system().name().toStdString()))
         spelling.Select("en_US");
 }
 
@@ -122,17 +124,22 @@ int main(int argc, char** argv) {
     lore::SystemGuids guids;
     lore::BarFaults faults;
     lore::CompanionLauncher companions(options.data, options.settings);
+    lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AutostartFolder() / "LBAgent.desktop",
+                             options.data, companions);
     lore::CLorebinderApp app(options.data, {prompts, progress, clock, guids, store, faults, &progress, lore::WaitFor,
-                                            lore::RandomUpTo, &companions});
+                                            lore::RandomUpTo, &companions, &agent});
     app.LoadOptions();
     app.SelectStartNoteBook();
 
     lore::HunspellChecker spelling(lore::HunspellChecker::SystemFolders(), app.Data().Lexicons() / "UserWords.txt",
                                    faults);
-    SelectLanguage(spelling);
+    SelectLanguage(spelling, app.GetSettings());
+    const std::string firstLanguage = spelling.Language();
 
     lore::MainWindow window(app, theme);
     window.Notes()->Commands().SetSpelling(&spelling);
+    lore::NetUpdateSource updates;
+    window.SetHelp(lore::ManualFile(), &updates);
     prompts.SetParent(&window);
     progress.SetParent(&window);
     faults.SetBar(window.Faults());
@@ -151,5 +158,11 @@ int main(int argc, char** argv) {
     });
     const int status = QApplication::exec();
     faults.SetBar(nullptr);
+    // One that was chosen beside a note's text holds for the next time too.
+    if (spelling.Language() != firstLanguage) {
+        app.GetSettings().Set(lore::Option::SpellLanguage, spelling.Language());
+        app.GetSettings().Save(store, lore::Option::SpellLanguage);
+        app.FlushStore();
+    }
     return status;
 }

@@ -7,6 +7,7 @@
 #include "ui/main_menu.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
+#include "ui/options/options_prop_sheet.h"
 #include "ui/tool_bar.h"
 
 namespace lore {
@@ -17,6 +18,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
     const MenuCommand line = {Menu::File, {}};
     const QKeySequence showAll(Qt::CTRL | Qt::SHIFT | Qt::Key_A), clear(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     const QKeySequence viewSources(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    const QKeySequence preferences(Qt::CTRL | Qt::Key_Comma), manage(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
     return {
         {Menu::File, tr("&Save/Print Current Notes..."), {QKeySequence::Print}, [this] { PrintCurrentNotes(app_); }},
         {Menu::File, tr("&Export Current Notes..."), {}, [this] { ExportCurrentNotes(app_); }},
@@ -26,6 +28,8 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::File, tr("&Run Auto-Backup..."), {}, [this] { RunAutoBackup(app_); }},
         line,
         {Menu::File, tr("E&xit"), {QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] { close(); }},
+
+        {Menu::Options, tr("Lorebinder &Options..."), {preferences}, [this] { ShowOptions(OptionsTab::General); }},
 
         {Menu::Notes, tr("Add &Note..."), {QKeySequence::New}, [this] { notes_->AddNote(); }},
         {Menu::Notes, {}, {}, {}, [this](QMenu& menu) { FillNoteMenu(menu); }},
@@ -45,16 +49,19 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Sources, tr("&Edit Custom Source Types..."), {}, [this] { notes_->EditSourceTypes(); }},
 
         {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
+        {Menu::View, tr("&Command Bar..."), {QKeySequence(Qt::CTRL | Qt::Key_K)}, [this] { ShowCommandBar(); }},
 
+        {Menu::Tools, tr("Lorebinder &Options..."), {}, [this] { ShowOptions(OptionsTab::General); }},
         {Menu::Tools, tr("Edit Custom Source T&ypes..."), {}, [this] { notes_->EditSourceTypes(); }},
-
-        {Menu::Tools,
-         tr("&Manage NoteBooks..."),
-         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N)},
-         [this] { ManageNoteBooks(); }},
+        {Menu::Tools, tr("&Manage NoteBooks..."), {manage}, [this] { ManageNoteBooks(); }},
         {Menu::Tools, tr("E&vent Calendar..."), {}, [this] { TaskManagerDialog(app_, theme_, this).exec(); }},
+        {Menu::Tools, tr("Lorebinder &Agent..."), {}, [this] { ShowOptions(OptionsTab::Agent); }},
+        {Menu::Tools, tr("Lorebinder Auto-&Backup..."), {}, [this] { ShowOptions(OptionsTab::AutoBackup); }},
 
         {Menu::Help, tr("&About Lorebinder..."), {}, [this] { ShowAbout(); }},
+        {Menu::Help, tr("&Check for program updates...."), {}, [this] { CheckForUpdates(false); }},
+        {Menu::Help, tr("&User's Manual (.pdf)..."), {QKeySequence::HelpContents}, [this] { ShowManual(); }},
+        {Menu::Help, tr("View Online &Tutorial Videos..."), {}, [this] { ShowTutorial(); }},
     };
 }
 

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "app/notebook_commands.h"
+#include "app/update_check.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
 #include "ui/panel_page.h"
@@ -156,7 +157,7 @@ void MainWindow::StorePlace() {
 void MainWindow::closeEvent(QCloseEvent* event) {
     StorePlace();
     RunCloseSteps(app_);
-    app_.SaveOptions();
+    app_.ExitInstance();
     event->accept();
 }
 

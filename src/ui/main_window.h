@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 #include <array>
+#include <filesystem>
+#include <memory>
 
 #include "app/lorebinder_app.h"
 #include "app/picture_commands.h"
@@ -21,7 +23,12 @@ class ControlBar;
 class FaultBar;
 class MainToolBar;
 class NoteActions;
+enum class OptionsTab;
 class Theme;
+class UpdateCheck;
+class UpdateSource;
+struct FindableItem;
+struct HelpWorld;
 
 /// The frame around the board: menus, tool bar, control bar, status panes. It hands commands to the application and
 /// shows what has become of them.
@@ -41,6 +48,11 @@ public:
     NoteActions* Notes() const { return notes_; }
 
     void Search(const QString& text, SearchScope scope);
+    /// What the menu "Help" has: the manual (empty if there is none), and what asks for updates (may be null).
+    void SetHelp(const std::filesystem::path& manual, UpdateSource* updates);
+    /// `daily` for the check of the start, which speaks only of a newer version.
+    void CheckForUpdates(bool daily);
+
     /// Shows the window as it was before it was minimised, and gives it the focus.
     void BringToFront();
 
@@ -91,7 +103,13 @@ private:
     void ExtractAttachment(int32_t noteId, int attachment);
     void OpenLink(const QString& address);
     void GoToPane(int step);
+    HelpWorld Help() const;
+    void ShowOptions(OptionsTab tab);
+    void ShowManual();
+    void ShowTutorial();
     void ShowAbout();
+    void ShowCommandBar();
+    void RunFound(const FindableItem& item, const std::vector<QAction*>& actions);
 
     CLorebinderApp& app_;
     Theme& theme_;
@@ -104,6 +122,9 @@ private:
     BoardView* board_ = nullptr;
     QSplitter* split_ = nullptr;
     std::array<QLabel*, 5> panes_{};
+    std::filesystem::path manual_;
+    std::unique_ptr<UpdateSource> updateSource_;
+    std::unique_ptr<UpdateCheck> updates_;
 };
 
 }  // namespace lore

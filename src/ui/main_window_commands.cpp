@@ -2,8 +2,9 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QDesktopServices>
+#include <QFile>
+#include <QFileDialog>
 #include <QMenu>
-#include <QMessageBox>
 #include <QTreeView>
 #include <QUrl>
 
@@ -45,6 +46,8 @@ void MainWindow::FillViewMenu(QMenu& view) {
     view.addAction(tr("&Previous Pane"), QKeySequence(Qt::SHIFT | Qt::Key_F6), this, [this] { GoToPane(-1); });
     QMenu* const looks = view.addMenu(tr("&Appearance"));
     auto* const group = new QActionGroup(this);
+    connect(looks, &QMenu::aboutToShow, group,
+            [this, group] { group->actions().at(static_cast<int>(theme_.GetAppearance()))->setChecked(true); });
     const std::pair<QString, Appearance> choices[] = {
         {tr("&System"), Appearance::System}, {tr("&Light"), Appearance::Light}, {tr("&Dark"), Appearance::Dark}};
     for (const auto& [text, appearance] : choices) {
@@ -139,16 +142,6 @@ void MainWindow::GoToPane(int step) {
         if (next->isVisible())
             return next->setFocus(Qt::ShortcutFocusReason);
     }
-}
-
-void MainWindow::ShowAbout() {
-    QMessageBox box(QMessageBox::NoIcon, tr("About Lorebinder"),
-                    tr("<Lorebinder>  -  Version %1").arg("1.56") + "\n\n" +
-                        tr("Research notes with their sources, categories, key words and attachments."),
-                    QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setIconPixmap(QIcon(":/icons/lorebinder.svg").pixmap(64, 64));
-    box.exec();
 }
 
 }  // namespace lore

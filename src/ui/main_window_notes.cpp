@@ -33,6 +33,7 @@ void MainWindow::FillNoteMenu(QMenu& menu) {
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         board_->addAction(action);
     }
+    undo->setShortcuts({QKeySequence(QKeySequence::Undo), QKeySequence(Qt::ALT | Qt::Key_Backspace)});
     connect(&menu, &QMenu::aboutToShow, this, [this, edit, remove, undo] {
         edit->setEnabled(board_->FocusNote() > 0);
         remove->setEnabled(board_->FocusNote() > 0);

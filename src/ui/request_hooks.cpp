@@ -1,29 +1,11 @@
 #include "ui/request_hooks.h"
 
-#include <QApplication>
-#include <QTimer>
-
 #include "app/lorebinder_app.h"
 #include "ui/main_window.h"
 #include "ui/qt_text.h"
+#include "ui/run_when_free.h"
 
 namespace lore {
-
-namespace {
-
-constexpr int kRetry = 200;  // milliseconds
-
-/// Runs a step once the event loop is back and no dialog is open.
-void RunWhenFree(MainWindow& window, const std::function<void()>& step, int delay = 0) {
-    QTimer::singleShot(delay, &window, [&window, step] {
-        if (QApplication::activeModalWidget())
-            RunWhenFree(window, step, kRetry);
-        else
-            step();
-    });
-}
-
-}  // namespace
 
 RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app) {
     RequestHooks hooks;
@@ -33,6 +15,7 @@ RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app) {
     };
     hooks.capture = [&window] { RunWhenFree(window, [&window] { emit window.CaptureRequested(); }); };
     hooks.close = [&window] { RunWhenFree(window, [&window] { window.close(); }); };
+    hooks.checkForUpdates = [&window] { window.CheckForUpdates(true); };
     hooks.checkAgentOptions = [&app] {
         Settings stored;
         stored.LoadOptions(app.Store());

@@ -100,6 +100,25 @@ TEST_F(HunspellChecking, KeepsTheUsersWordsInAFile) {
     EXPECT_FALSE(again.Check("xyzzy"));
 }
 
+TEST_F(HunspellChecking, OwnWordsThatGoLeaveTheWordsOfTheLanguage) {
+    HunspellChecker checker = Make();
+    checker.Select("aa_AA");
+    checker.Add("gallery");
+    checker.Add("lamp");
+    checker.Ignore("xyzzy");
+    EXPECT_TRUE(checker.SetUserWords({"Fresnel", "Fresnel"}));
+    EXPECT_THAT(checker.UserWords(), ::testing::ElementsAre("Fresnel"));
+    EXPECT_FALSE(checker.Check("gallery"));
+    for (const char* word : {"lamp", "Fresnel", "xyzzy", "keeper"})
+        EXPECT_TRUE(checker.Check(word)) << word;
+    EXPECT_EQ(checker.Language(), "aa_AA");
+    std::string bytes;
+    ASSERT_TRUE(ReadFile(folder_ / "Lexicons/user.txt", bytes).Ok());
+    EXPECT_EQ(bytes, "Fresnel\n");
+    EXPECT_TRUE(checker.SetUserWords({}));
+    EXPECT_FALSE(checker.Check("Fresnel"));
+}
+
 TEST_F(HunspellChecking, TellsWhenTheFileCannotBeWritten) {
     Write("Lexicons", "a file where the folder should be");
     HunspellChecker checker = Make();

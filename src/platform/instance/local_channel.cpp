@@ -89,6 +89,11 @@ bool LocalChannel::SendToInstance(std::string_view text, bool activate) {
     return true;
 }
 
+bool LocalChannel::SendCommand(std::string_view text) {
+    QLocalSocket socket;
+    return Connect(socket) && Ask(socket, InstanceMessage::kCommand, text.substr(0, kMostBytes)) != 0;
+}
+
 bool LocalChannel::Listen(InstanceReceiver receiver) {
     receiver_ = std::move(receiver);
     const QString name = QString::fromStdString(name_);

@@ -25,6 +25,8 @@ public:
     bool FindInstance() override;
     bool SendToInstance(std::string_view text, bool activate) override;
     bool Listen(InstanceReceiver receiver) override;
+    /// Hands a text command to the running instance. False if there is none, or it doesn't take the command.
+    bool SendCommand(std::string_view text);
 
     /// The socket's place.
     const std::string& Name() const { return name_; }

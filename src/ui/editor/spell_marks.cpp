@@ -163,29 +163,29 @@ bool SpellMarks::IsRight(const QString& word) {
     return right;
 }
 
-QTextCharFormat SpellMarks::MarkLook() const {
-    const QColor chosen(static_cast<int>(style_.color & 255u), static_cast<int>(style_.color >> 8 & 255u),
-                        static_cast<int>(style_.color >> 16 & 255u));
-    const QColor color = Legible(chosen, theme_.Color(ColorRole::Card), 3.0);
+QTextCharFormat MarkLook(const MarkStyle& style, const ThemeLook& theme) {
+    const QColor chosen(static_cast<int>(style.color & 255u), static_cast<int>(style.color >> 8 & 255u),
+                        static_cast<int>(style.color >> 16 & 255u));
+    const QColor color = Legible(chosen, theme.Color(ColorRole::Card), 3.0);
     QTextCharFormat look;
-    if (style_.effects & kBoldMark)
+    if (style.effects & kBoldMark)
         look.setFontWeight(QFont::Bold);
-    if (style_.effects & kItalicMark)
+    if (style.effects & kItalicMark)
         look.setFontItalic(true);
-    if (style_.effects & kStrikeMark)
+    if (style.effects & kStrikeMark)
         look.setFontStrikeOut(true);
-    if (style_.effects & kUnderlineMark) {
+    if (style.effects & kUnderlineMark) {
         look.setUnderlineStyle(QTextCharFormat::WaveUnderline);
         look.setUnderlineColor(color);
     } else {
-        look.setForeground(Legible(color, theme_.Color(ColorRole::Card)));
+        look.setForeground(Legible(color, theme.Color(ColorRole::Card)));
     }
     return look;
 }
 
 void SpellMarks::ShowMarks(QTextBlock block) {
     QList<QTextLayout::FormatRange> ranges;
-    const QTextCharFormat look = MarkLook();
+    const QTextCharFormat look = MarkLook(style_, theme_);
     for (const SpellMark& mark : NoteBlockData::Of(block).marks)
         ranges.append({mark.begin, mark.length, look});
     block.layout()->setFormats(ranges);

@@ -15,6 +15,10 @@ class QMenu;
 namespace lore {
 
 class Theme;
+class ThemeLook;
+
+/// How a misspelled word looks in a note's text.
+QTextCharFormat MarkLook(const MarkStyle& style, const ThemeLook& theme);
 
 /// Checks the spelling of an editor's text beside the typing and marks the words that are not known: what is seen
 /// first, then the rest, in slices of a few milliseconds. Marks are a matter of painting and never part of the text.
@@ -52,7 +56,6 @@ private:
     bool IsRight(const QString& word);
     void ShowMarks(QTextBlock block);
     void Clear();
-    QTextCharFormat MarkLook() const;
     void AddLanguages(QMenu& menu, QAction* before);
 
     QTextEdit& edit_;

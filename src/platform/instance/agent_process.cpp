@@ -1,0 +1,58 @@
+#include "platform/instance/agent_process.h"
+
+#include <string>
+#include <system_error>
+#include <unistd.h>
+
+#include "base/file_io.h"
+
+namespace lore {
+
+namespace {
+
+/// A path as a desktop entry wants it in a command: quoted, with what would mean something else escaped. The entry as a
+/// whole escapes backslashes once more.
+std::string QuotedForEntry(const std::string& path) {
+    std::string quoted = "\"";
+    for (const char c : path) {
+        if (c == '"' || c == '`' || c == '$')
+            quoted += "\\\\";
+        if (c == '\\')
+            quoted += "\\\\\\";
+        if (c == '%')
+            quoted += '%';
+        quoted += c;
+    }
+    return quoted + '"';
+}
+
+std::string EntryOf(const std::filesystem::path& program) {
+    return "[Desktop Entry]\nType=Application\nName=Lorebinder Agent\nComment=Shows the reminders of Lorebinder\n"
+           "TryExec=" +
+           program.string() + "\nExec=" + QuotedForEntry(program.string()) + " Lorebinder\nNoDisplay=true\n";
+}
+
+}  // namespace
+
+AgentProcess::AgentProcess(std::filesystem::path program, std::filesystem::path autostart,
+                           const std::filesystem::path& dataRoot, ProcessLauncher& companions)
+    : program_(std::move(program)),
+      autostart_(std::move(autostart)),
+      channel_(kAgentRole, dataRoot),
+      companions_(companions) {}
+
+bool AgentProcess::IsInstalled() const {
+    return ::access(program_.c_str(), X_OK) == 0;
+}
+
+bool AgentProcess::StartWithSession(bool starts) {
+    if (!starts)
+        return RemoveFile(autostart_).Ok();
+    if (!IsInstalled())
+        return true;
+    std::error_code error;
+    std::filesystem::create_directories(autostart_.parent_path(), error);
+    return WriteFileAtomically(autostart_, EntryOf(program_)).Ok();
+}
+
+}  // namespace lore

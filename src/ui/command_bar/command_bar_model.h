@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QStyledItemDelegate>
+#include <vector>
+
+#include "app/command_finder.h"
+
+namespace lore {
+
+class Theme;
+
+/// What the command bar has found, best first.
+class CommandBarModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role { DetailRole = Qt::UserRole, MarksRole, IconRole };
+
+    using QAbstractListModel::QAbstractListModel;
+    void Show(const CommandFinder& finder, const QString& typed);
+    const FindableItem& ItemAt(int row) const { return rows_[static_cast<size_t>(row)].item; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    struct Row {
+        FindableItem item;
+        std::vector<int> marks;
+    };
+    std::vector<Row> rows_;
+};
+
+/// Draws a row: the icon of its kind, its text with the matching letters strong, and the detail at the right.
+class CommandBarDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    CommandBarDelegate(const Theme& theme, QObject* parent) : QStyledItemDelegate(parent), theme_(theme) {}
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    const Theme& theme_;
+};
+
+}  // namespace lore

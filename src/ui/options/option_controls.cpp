@@ -1,0 +1,92 @@
+#include "ui/options/option_controls.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QLabel>
+#include <QPainter>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "base/rgb.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+QWidget* MakeOptionSection(const QString& title, const Theme& theme, QVBoxLayout*& body, QWidget* parent) {
+    auto* const section = new QWidget(parent);
+    auto* const layout = new QVBoxLayout(section);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(kSpace * 2);
+    auto* const heading = new QLabel(title, section);
+    heading->setFont(theme.Font(TextSize::Title));
+    layout->addWidget(heading);
+    body = layout;
+    return section;
+}
+
+QCheckBox* MakeOptionBox(const OptionBox& box, bool on, const std::function<void(bool)>& changed, QWidget* parent) {
+    auto* const check = new QCheckBox(QString::fromUtf8(box.text), parent);
+    check->setObjectName("option" + QString::number(static_cast<int>(box.option)));
+    check->setChecked(on);
+    QObject::connect(check, &QCheckBox::toggled, parent, changed);
+    return check;
+}
+
+QLabel* MakeRemark(const QString& text, const Theme& theme, QWidget* parent) {
+    auto* const label = new QLabel(text, parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    const auto tint = [label, &theme] {
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::WindowText, theme.Color(ColorRole::DimText));
+        label->setPalette(palette);
+    };
+    QObject::connect(&theme, &Theme::Changed, label, tint);
+    tint();
+    return label;
+}
+
+QIcon MakeSwatch(uint32_t color, const Theme& theme, const QWidget& shownIn) {
+    const int size = shownIn.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &shownIn);
+    const qreal ratio = shownIn.devicePixelRatioF();
+    QPixmap picture(QSize(size, size) * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(theme.Color(ColorRole::Edge));
+    painter.setBrush(ToQColor(color));
+    painter.drawRoundedRect(QRectF(0.5, 0.5, size - 1, size - 1), 3, 3);
+    return picture;
+}
+
+void GiveAltKeys(QWidget& page, const QString& taken) {
+    QString used = taken.toLower();
+    const auto marked = [&used](const QString& text) {
+        if (text.contains('&'))
+            return text;
+        // The first letter of a word reads best.
+        for (const bool wordsOnly : {true, false}) {
+            for (qsizetype i = 0; i < text.size(); ++i) {
+                const QChar letter = text[i].toLower();
+                const bool fits = letter.isLetter() && (!wordsOnly || i == 0 || text[i - 1].isSpace());
+                if (fits && !used.contains(letter)) {
+                    used += letter;
+                    return QString(text).insert(i, '&');
+                }
+            }
+        }
+        return text;
+    };
+    for (QWidget* const control : page.findChildren<QWidget*>()) {
+        auto* const button = qobject_cast<QAbstractButton*>(control);
+        auto* const label = qobject_cast<QLabel*>(control);
+        if (button && !button->text().isEmpty())
+            button->setText(marked(button->text()));
+        else if (label && label->buddy())
+            label->setText(marked(label->text()));
+    }
+}
+
+}  // namespace lore

@@ -1,0 +1,320 @@
+#include "ui/command_bar/command_bar.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenuBar>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include "app/findable_things.h"
+#include "platform/instance/agent_process.h"
+#include "platform/net/net_update_source.h"
+#include "ui/about_dialog.h"
+#include "ui/board_fixture.h"
+#include "ui/tool_bar.h"
+#include "ui/window_world.h"
+
+namespace lore {
+
+/// The command bar as a user types into it, and the menu "Help".
+class CommandBarTest : public QObject, protected WindowWorld {
+    Q_OBJECT
+
+private:
+    /// Opens the bar with its keys and runs steps in it.
+    void InBar(const std::function<void(CommandBar&, QLineEdit&)>& steps);
+    static QString Row(const CommandBar& bar, int row) {
+        return bar.findChild<QListView*>("found")->model()->index(row, 0).data().toString();
+    }
+    QAction* MenuEntry(const QString& menu, const QString& entry) const;
+    static QByteArray Fetched(const QByteArray& reply, const std::string& path, UpdateReply& got);
+
+private slots:
+    void initTestCase() { MakeTheme(); }
+    void init();
+    void cleanup() { CloseWindow(); }
+    void commands_run_from_the_bar();
+    void categories_sources_and_key_words_bring_in_their_notes();
+    void what_is_typed_can_be_searched_for();
+    void keys_go_through_what_was_found_and_close_the_bar();
+    void menus_stand_as_they_are_to();
+    void help_says_what_is_not_there();
+    void panes_are_gone_through_with_f6();
+    void updates_come_from_the_net_or_tell_why_not();
+    void agent_starts_with_the_session_only_where_it_is();
+    void looks_good_data();
+    void looks_good();
+};
+
+void CommandBarTest::init() {
+    Begin();
+    MakeSample();
+    OpenWindow(1180, 800);
+}
+
+void CommandBarTest::InBar(const std::function<void(CommandBar&, QLineEdit&)>& steps) {
+    bool ran = false;
+    QTimer::singleShot(0, this, [&] {
+        auto* const bar = qobject_cast<CommandBar*>(QApplication::activeModalWidget());
+        QVERIFY(bar);
+        QVERIFY(QTest::qWaitForWindowActive(bar));
+        ran = true;
+        steps(*bar, *bar->findChild<QLineEdit*>("commandField"));
+        bar->reject();
+    });
+    MenuEntry("View", "Command Bar...")->trigger();
+    QVERIFY(ran);
+}
+
+QAction* CommandBarTest::MenuEntry(const QString& menu, const QString& entry) const {
+    for (QAction* const top : window_->menuBar()->actions())
+        for (QAction* const action : top->menu()->actions())
+            if (top->text().remove('&') == menu && action->text().remove('&') == entry)
+                return action;
+    return nullptr;
+}
+
+void CommandBarTest::commands_run_from_the_bar() {
+    QCOMPARE(MenuEntry("View", "Command Bar...")->shortcut(), QKeySequence("Ctrl+K"));
+    QCOMPARE(app_->List().Count(), size_t{0});
+    InBar([](CommandBar& bar, QLineEdit& field) {
+        QTest::keyClicks(&field, "show all");
+        QCOMPARE(Row(bar, 0), QStringLiteral("Show All Notes"));
+        QTest::keyClick(&field, Qt::Key_Return);
+    });
+    QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
+    InBar([](CommandBar& bar, QLineEdit& field) {
+        QTest::keyClicks(&field, "clrcur");
+        QCOMPARE(Row(bar, 0), QStringLiteral("Clear Current Notes"));
+        QTest::keyClick(&field, Qt::Key_Return);
+    });
+    QVERIFY(app_->List().IsEmpty());
+}
+
+void CommandBarTest::categories_sources_and_key_words_bring_in_their_notes() {
+    CommandFinder finder;
+    AddFindableThings(*app_, finder);
+    QSet<int> seen;
+    for (const FindableItem& item : finder.Items()) {
+        const LongList notes = NotesOfThing(*app_, item);
+        if (notes.Values().empty() || seen.contains(static_cast<int>(item.kind)))
+            continue;
+        seen.insert(static_cast<int>(item.kind));
+        app_->ClearList();
+        InBar([&item](CommandBar& bar, QLineEdit& field) {
+            field.setText(QString::fromStdString(item.text));
+            auto* const list = bar.findChild<QListView*>("found");
+            for (int row = 0; row < list->model()->rowCount(); ++row) {
+                list->setCurrentIndex(list->model()->index(row, 0));
+                if (bar.Chosen().kind == item.kind && bar.Chosen().id == item.id)
+                    break;
+            }
+            QCOMPARE(bar.Chosen().id, item.id);
+            bar.accept();
+        });
+        QCOMPARE(app_->List().Count(), notes.Values().size());
+    }
+    const QSet<int> wanted{static_cast<int>(FoundKind::Category), static_cast<int>(FoundKind::Source),
+                           static_cast<int>(FoundKind::KeyWord)};
+    QCOMPARE(seen, wanted);
+}
+
+void CommandBarTest::what_is_typed_can_be_searched_for() {
+    InBar([](CommandBar& bar, QLineEdit& field) {
+        QTest::keyClicks(&field, "lamp");
+        QTest::keyClick(&field, Qt::Key_Up);
+        QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(FoundKind::Search));
+        QTest::keyClick(&field, Qt::Key_Return);
+    });
+    QVERIFY(!prompts_.seen.empty());
+    QVERIFY(!app_->List().IsEmpty());
+}
+
+void CommandBarTest::keys_go_through_what_was_found_and_close_the_bar() {
+    InBar([](CommandBar& bar, QLineEdit& field) {
+        auto* const list = bar.findChild<QListView*>("found");
+        QCOMPARE(list->currentIndex().row(), 0);
+        QTest::keyClick(&field, Qt::Key_Down);
+        QTest::keyClick(&field, Qt::Key_PageDown);
+        QVERIFY(list->currentIndex().row() > 5);
+        QTest::keyClick(&field, Qt::Key_PageUp);
+        QTest::keyClick(&field, Qt::Key_PageUp);
+        QTest::keyClick(&field, Qt::Key_Up);
+        QCOMPARE(list->currentIndex().row(), list->model()->rowCount() - 1);
+        field.setText("\u4e00\u4e8c no such thing");
+        QCOMPARE(list->model()->rowCount(), 1);
+        QTest::keyClick(&field, Qt::Key_Escape);
+        QVERIFY(!bar.isVisible());
+    });
+    QVERIFY(app_->List().IsEmpty());
+}
+
+void CommandBarTest::menus_stand_as_they_are_to() {
+    // What each menu has of the given entries, in the given order; entries of other kinds may stand between them.
+    const std::pair<QString, QStringList> menus[] = {
+        {"File",
+         {"Save/Print Current Notes...", "Export Current Notes...", "Import Notes...", "Backup Current NoteBook...",
+          "Backup All NoteBooks...", "Run Auto-Backup...", "Exit"}},
+        {"Options", {"Lorebinder Options..."}},
+        {"Notes", {"Add Note...", "Delete Note", "Clear Current Notes", "Delete Current Notes"}},
+        {"Tools", {"Lorebinder Options...", "Manage NoteBooks...", "Lorebinder Agent...", "Lorebinder Auto-Backup..."}},
+        {"Help",
+         {"About Lorebinder...", "Check for program updates....", "User's Manual (.pdf)...",
+          "View Online Tutorial Videos..."}}};
+    for (const auto& [menu, wanted] : menus) {
+        QStringList found;
+        for (QAction* const top : window_->menuBar()->actions())
+            if (top->text().remove('&') == menu)
+                for (QAction* const action : top->menu()->actions())
+                    if (const QString text = action->text().remove('&'); wanted.contains(text))
+                        found.append(text);
+        QCOMPARE(found, wanted);
+    }
+    QCOMPARE(MenuEntry("Notes", "Add Note...")->shortcut(), QKeySequence("Ctrl+N"));
+    QCOMPARE(MenuEntry("File", "Import Notes...")->shortcut(), QKeySequence("Ctrl+O"));
+    QVERIFY(MenuEntry("Notes", "Undo Delete")->shortcuts().contains(QKeySequence("Alt+Backspace")));
+}
+
+void CommandBarTest::help_says_what_is_not_there() {
+    window_->SetHelp({}, nullptr);
+    MenuEntry("Help", "User's Manual (.pdf)...")->trigger();
+    MenuEntry("Help", "Check for program updates....")->trigger();
+    MenuEntry("Help", "View Online Tutorial Videos...")->trigger();
+    QCOMPARE(prompts_.seen.size(), size_t{3});
+    window_->CheckForUpdates(true);
+    QCOMPARE(prompts_.seen.size(), size_t{3});
+    QTimer::singleShot(0, this, [] {
+        auto* const about = qobject_cast<FWAboutBoxDlg*>(QApplication::activeModalWidget());
+        QVERIFY(about);
+        QCOMPARE(about->findChild<QLabel*>("version")->text(), QStringLiteral("<Lorebinder>  -  Version 1.56"));
+        TakeShot(*about, "about-light");
+        about->close();
+    });
+    MenuEntry("Help", "About Lorebinder...")->trigger();
+}
+
+void CommandBarTest::panes_are_gone_through_with_f6() {
+    window_->Tools()->FocusSearch();
+    QWidget* const search = QApplication::focusWidget();
+    QSet<QWidget*> visited;
+    for (int step = 0; step < 3; ++step) {
+        MenuEntry("View", "Next Pane")->trigger();
+        visited.insert(QApplication::focusWidget());
+    }
+    QCOMPARE(visited.size(), 3);
+    QCOMPARE(QApplication::focusWidget(), search);
+    MenuEntry("View", "Previous Pane")->trigger();
+    QVERIFY(window_->Board()->isAncestorOf(QApplication::focusWidget()) || window_->Board()->hasFocus());
+}
+
+QByteArray CommandBarTest::Fetched(const QByteArray& reply, const std::string& path, UpdateReply& got) {
+    QTcpServer server;
+    QByteArray request;
+    server.listen(QHostAddress::LocalHost);
+    QObject::connect(&server, &QTcpServer::newConnection, &server, [&] {
+        QTcpSocket* const socket = server.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [&request, socket, reply] {
+            request += socket->readAll();
+            if (reply.isEmpty())
+                return;
+            socket->write(reply);
+            socket->disconnectFromHost();
+        });
+    });
+    NetUpdateSource source(300);
+    bool done = false;
+    const std::string address = "http://127.0.0.1:" + std::to_string(server.serverPort()) + path;
+    source.Fetch(address, [&](const UpdateReply& answer) {
+        got = answer;
+        done = true;
+    });
+    [&] { QTRY_VERIFY_WITH_TIMEOUT(done, 5000); }();
+    return request;
+}
+
+void CommandBarTest::updates_come_from_the_net_or_tell_why_not() {
+    const auto http = [](const QByteArray& status, const QByteArray& body) {
+        return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+    };
+    UpdateReply got;
+    const QByteArray request = Fetched(http("200 OK", "11.60\n"), "/newest.txt", got);
+    QVERIFY(request.startsWith("GET /newest.txt "));
+    QVERIFY(got.ok);
+    QCOMPARE(got.text, std::string("11.60\n"));
+    Fetched(http("404 Not Found", "11.99"), "/", got);
+    QVERIFY(!got.ok && !got.reason.empty());
+    Fetched(http("200 OK", QByteArray(200'000, 'x')), "/", got);
+    QVERIFY(!got.ok);
+    Fetched({}, "/silent", got);
+    QVERIFY(!got.ok && !got.reason.empty());
+    for (const char* address : {"file:///etc/hostname", "updates", "http://", "javascript:1"}) {
+        NetUpdateSource source(300);
+        bool done = false;
+        source.Fetch(address, [&](const UpdateReply& answer) {
+            got = answer;
+            done = true;
+        });
+        QTRY_VERIFY(done);
+        QVERIFY2(!got.ok, address);
+    }
+}
+
+void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
+    class NoCompanions : public ProcessLauncher {
+    public:
+        std::optional<std::string> StartCompanion(const std::string& name,
+                                                  const std::vector<std::string>& arguments) override {
+            started = name + " " + arguments.at(0);
+            return std::nullopt;
+        }
+        std::string started;
+    } companions;
+    const std::filesystem::path program = Root() / "with \"quotes\" & 100%" / "LBAgent";
+    const std::filesystem::path entry = Root() / "autostart" / "LBAgent.desktop";
+    AgentProcess agent(program, entry, Root(), companions);
+    QVERIFY(!agent.IsInstalled());
+    QVERIFY(agent.StartWithSession(true));
+    QVERIFY(!std::filesystem::exists(entry));
+    QVERIFY(!agent.IsRunning());
+    agent.Send(kAgentClose);
+    std::filesystem::create_directories(program.parent_path());
+    QFile file(QString::fromStdString(program.string()));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    QVERIFY(agent.IsInstalled());
+    QVERIFY(agent.Launch());
+    QCOMPARE(companions.started, std::string("LBAgent Lorebinder"));
+    QVERIFY(agent.StartWithSession(true));
+    QFile written(QString::fromStdString(entry.string()));
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QVERIFY(written.readAll().contains("/with \\\\\"quotes\\\\\" & 100%%/LBAgent\" Lorebinder\n"));
+    QVERIFY(agent.StartWithSession(false));
+    QVERIFY(!std::filesystem::exists(entry));
+}
+
+void CommandBarTest::looks_good_data() {
+    QTest::addColumn<int>("appearance");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("commandbar-empty-light") << 1 << "";
+    QTest::newRow("commandbar-light") << 1 << "li";
+    QTest::newRow("commandbar-dark") << 2 << "no";
+}
+
+void CommandBarTest::looks_good() {
+    QFETCH(int, appearance);
+    QFETCH(QString, typed);
+    theme_->SetAppearance(static_cast<Appearance>(appearance));
+    InBar([&typed](CommandBar& bar, QLineEdit& field) {
+        field.setText(typed);
+        QTest::qWait(50);
+        TakeShot(bar, QString::fromLatin1(QTest::currentDataTag()));
+    });
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::CommandBarTest)
+#include "command_bar_test.moc"
