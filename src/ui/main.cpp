@@ -89,6 +89,13 @@ void SelectLanguage(lore::SpellChecker& spelling, const lore::Settings& settings
         spelling.Select("en_US");
 }
 
+/// One that was chosen beside a note's text holds for the next time too.
+void KeepLanguage(const lore::SpellChecker& spelling, lore::CLorebinderApp& app) {
+    app.GetSettings().Set(lore::Option::SpellLanguage, spelling.Language());
+    app.GetSettings().Save(app.Store(), lore::Option::SpellLanguage);
+    app.FlushStore();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -158,11 +165,7 @@ int main(int argc, char** argv) {
     });
     const int status = QApplication::exec();
     faults.SetBar(nullptr);
-    // One that was chosen beside a note's text holds for the next time too.
-    if (spelling.Language() != firstLanguage) {
-        app.GetSettings().Set(lore::Option::SpellLanguage, spelling.Language());
-        app.GetSettings().Save(store, lore::Option::SpellLanguage);
-        app.FlushStore();
-    }
+    if (spelling.Language() != firstLanguage)
+        KeepLanguage(spelling, app);
     return status;
 }
