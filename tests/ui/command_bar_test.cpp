@@ -53,6 +53,7 @@ void CommandBarTest::init() {
     Begin();
     MakeSample();
     OpenWindow(1180, 800);
+    MenuEntry("Notes", "Clear Current Notes")->trigger();
 }
 
 void CommandBarTest::InBar(const std::function<void(CommandBar&, QLineEdit&)>& steps) {
@@ -103,7 +104,7 @@ void CommandBarTest::categories_sources_and_key_words_bring_in_their_notes() {
         if (notes.Values().empty() || seen.contains(static_cast<int>(item.kind)))
             continue;
         seen.insert(static_cast<int>(item.kind));
-        app_->ClearList();
+        MenuEntry("Notes", "Clear Current Notes")->trigger();
         InBar([&item](CommandBar& bar, QLineEdit& field) {
             field.setText(QString::fromStdString(item.text));
             auto* const list = bar.findChild<QListView*>("found");

@@ -98,6 +98,7 @@ std::unique_ptr<COptionsPropSheet> OptionsTest::MakeSheet(OptionsTab tab) {
     auto sheet = std::make_unique<COptionsPropSheet>(
         std::move(world), OptionsParts{*theme_, spelling_.get(), &agent_, choosers}, tab, window_.get());
     sheet->show();
+    [&] { QVERIFY(QTest::qWaitForWindowActive(sheet.get())); }();
     return sheet;
 }
 
