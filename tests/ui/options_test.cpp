@@ -98,7 +98,8 @@ std::unique_ptr<COptionsPropSheet> OptionsTest::MakeSheet(OptionsTab tab) {
     auto sheet = std::make_unique<COptionsPropSheet>(
         std::move(world), OptionsParts{*theme_, spelling_.get(), &agent_, choosers}, tab, window_.get());
     sheet->show();
-    [&] { QVERIFY(QTest::qWaitForWindowActive(sheet.get())); }();
+    sheet->activateWindow();
+    [&] { QTRY_VERIFY(QApplication::activeWindow() == sheet.get()); }();
     return sheet;
 }
 
@@ -156,7 +157,10 @@ void OptionsTest::size_of_sources_snaps_into_its_limits() {
     const auto sheet = MakeSheet(OptionsTab::General);
     auto* const size = sheet->findChild<QSpinBox*>("sourceSize");
     for (const auto& [typed, kept] : {std::pair{2, 5}, {60, 60}, {150, 60}, {100, 100}}) {
-        size->setValue(typed);
+        size->setFocus();
+        size->selectAll();
+        QTest::keyClicks(size, QString::number(typed));
+        QTest::keyClick(size, Qt::Key_Tab);
         QCOMPARE(size->value(), kept);
         QCOMPARE(app_->GetSettings().Int(Option::SourceSize), kept);
     }
@@ -183,7 +187,7 @@ void OptionsTest::backup_page_is_not_left_without_a_file() {
     QCOMPARE(sheet->findChild<QLineEdit*>("backupPath")->text(), QStringLiteral("/keep/a.lbe"));
     pages->setCurrentIndex(2);
     QCOMPARE(pages->currentIndex(), 2);
-    sheet->accept();
+    QTest::keyClick(sheet.get(), Qt::Key_Return, Qt::ControlModifier);
     QVERIFY(!sheet->isVisible());
 }
 
