@@ -1,7 +1,6 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QApplication>
-#include <QDesktopServices>
 #include <QFile>
 #include <QFileDialog>
 #include <QMenu>
