@@ -4,12 +4,11 @@
 #include <array>
 
 #include "base/text.h"
+#include "rtf/markup.h"
 
 namespace lore {
 
 namespace {
-
-constexpr std::array<std::string_view, 4> kSchemes = {"http", "https", "ftp", "mailto"};
 
 /// Endings of files that systems run, or hand to something that runs them.
 constexpr std::array<std::string_view, 44> kRunnable = {
@@ -27,10 +26,7 @@ bool Holds(const List& list, std::string_view word) {
 }  // namespace
 
 OpenVerdict JudgeLink(std::string_view address) {
-    address = Trim(address);
-    const size_t colon = address.find(':');
-    const bool known = colon != std::string_view::npos && Holds(kSchemes, address.substr(0, colon));
-    return known ? OpenVerdict::Open : OpenVerdict::Refuse;
+    return HasOpenScheme(Trim(address)) ? OpenVerdict::Open : OpenVerdict::Refuse;
 }
 
 OpenVerdict JudgeFile(std::string_view fileName) {

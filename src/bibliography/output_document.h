@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "bibliography/citation_spans.h"
@@ -29,8 +30,22 @@ struct BibliographyEntry {
     bool rightToLeft = false;             ///< its first letter is of a script that runs to the left
 };
 
+/// A typeface that a bibliography can be set in.
+struct BibliographyFont {
+    std::string_view name;     ///< as files state it
+    std::string_view twin;     ///< the free font with the same measures
+    std::string_view generic;  ///< "serif" and so on, where neither is there
+    std::string_view family;   ///< the same in the words of office programs
+    int twipsOfSpace;          ///< a blank of the hanging indent
+};
+inline constexpr BibliographyFont kBibliographyFonts[] = {
+    {"Times New Roman", "Liberation Serif", "serif", "roman", 120},
+    {"Arial", "Liberation Sans", "sans-serif", "swiss", 120},
+    {"Courier New", "Liberation Mono", "monospace", "modern", 144}};
+
 struct BibliographyDocument {
     std::vector<BibliographyEntry> entries;
+    BibliographyFont font = kBibliographyFonts[0];
 };
 
 /// The entries of sources that are formatted already, in list order. Where spans overlap the first one holds, as on

@@ -1,11 +1,11 @@
-#include "bibliography/output_markup.h"
 #include "bibliography/output_writers.h"
+#include "rtf/markup.h"
 
 namespace lore {
 
 namespace {
 
-constexpr int kPixelsOfSpace = 8;
+constexpr int kTwipsPerPixel = 15;
 
 // The indents of paragraphs are in pixels and on the side itself, because the layout that makes PDF files knows no
 // other units and no logical sides.
@@ -18,8 +18,9 @@ constexpr std::string_view kHead =
 <title>Bibliography</title>
 <style>
 @media screen { body { max-width: 44em; margin: 2em auto; padding: 0 1em; line-height: 1.45; } }
-body { font-family: "Liberation Serif", "Times New Roman", serif; }
-p { margin-top: 0; margin-bottom: 8px; white-space: pre-wrap; overflow-wrap: anywhere; }
+)";
+constexpr std::string_view kBody =
+    R"(p { margin-top: 0; margin-bottom: 8px; white-space: pre-wrap; overflow-wrap: anywhere; }
 </style>
 </head>
 <body>
@@ -55,10 +56,10 @@ void AppendPiece(std::string& html, const BibliographyPiece& piece) {
         html += "</a>";
 }
 
-void AppendEntry(std::string& html, const BibliographyEntry& entry) {
+void AppendEntry(std::string& html, const BibliographyEntry& entry, int pixelsOfSpace) {
     html += entry.rightToLeft ? "<p dir=\"rtl\"" : "<p";
     if (entry.indentSpaces > 0) {
-        const std::string pixels = std::to_string(entry.indentSpaces * kPixelsOfSpace) + "px";
+        const std::string pixels = std::to_string(entry.indentSpaces * pixelsOfSpace) + "px";
         html.append(" style=\"margin-").append(entry.rightToLeft ? "right: " : "left: ").append(pixels);
         html.append("; text-indent: -").append(pixels).append("\"");
     }
@@ -72,8 +73,10 @@ void AppendEntry(std::string& html, const BibliographyEntry& entry) {
 
 std::string BibliographyAsHtml(const BibliographyDocument& document) {
     std::string html(kHead);
+    html.append("body { font-family: \"").append(document.font.twin).append("\", \"").append(document.font.name);
+    html.append("\", ").append(document.font.generic).append("; }\n").append(kBody);
     for (const BibliographyEntry& entry : document.entries)
-        AppendEntry(html, entry);
+        AppendEntry(html, entry, document.font.twipsOfSpace / kTwipsPerPixel);
     return html.append(kFoot);
 }
 

@@ -1,19 +1,17 @@
+#include "bibliography/output_paragraph.h"
 #include "bibliography/output_writers.h"
-#include "rtf/document_builder.h"
 #include "rtf/rtf.h"
 
 namespace lore {
 
 namespace {
 
-constexpr int kTwipsOfSpace = 120;
 constexpr int16_t kTwipsBetweenEntries = 120;
 constexpr TextColor kLinkColor = {5, 99, 193};
 
-CharFormat FormatOf(const BibliographyPiece& piece, int32_t font, DocumentBuilder& builder) {
+CharFormat FormatOf(const BibliographyPiece& piece, const CharFormat& plain, DocumentBuilder& builder) {
     const EmphasisLook look = LookOf(piece.kind);
-    CharFormat format;
-    format.font = font;
+    CharFormat format = plain;
     format.bold = look.bold;
     format.italic = look.italic;
     format.underline = look.underline;
@@ -24,8 +22,15 @@ CharFormat FormatOf(const BibliographyPiece& piece, int32_t font, DocumentBuilde
     return format;
 }
 
-ParagraphFormat FormatOf(const BibliographyEntry& entry) {
-    const auto indent = static_cast<int16_t>(entry.indentSpaces * kTwipsOfSpace);
+}  // namespace
+
+void AddEntryText(DocumentBuilder& builder, const BibliographyEntry& entry, const CharFormat& plain) {
+    for (const BibliographyPiece& piece : PiecesOf(entry))
+        builder.AddText(piece.text, FormatOf(piece, plain, builder));
+}
+
+ParagraphFormat EntryParagraph(const BibliographyEntry& entry, int twipsOfSpace) {
+    const auto indent = static_cast<int16_t>(entry.indentSpaces * twipsOfSpace);
     ParagraphFormat format;
     format.right_to_left = entry.rightToLeft;
     (entry.rightToLeft ? format.right_indent : format.left_indent) = indent;
@@ -34,18 +39,16 @@ ParagraphFormat FormatOf(const BibliographyEntry& entry) {
     return format;
 }
 
-}  // namespace
-
 std::string BibliographyAsRtf(const BibliographyDocument& document) {
     DocumentBuilder builder;
-    const int32_t font = builder.Font("Times New Roman");
+    CharFormat plain;
+    plain.font = builder.Font(document.font.name);
     for (const BibliographyEntry& entry : document.entries) {
-        for (const BibliographyPiece& piece : PiecesOf(entry))
-            builder.AddText(piece.text, FormatOf(piece, font, builder));
-        builder.EndParagraph(FormatOf(entry));
+        AddEntryText(builder, entry, plain);
+        builder.EndParagraph(EntryParagraph(entry, document.font.twipsOfSpace));
     }
     Document rtf = builder.Finish({}, !document.entries.empty());
-    rtf.default_font = font;
+    rtf.default_font = plain.font;
     return WriteRtf(rtf);
 }
 

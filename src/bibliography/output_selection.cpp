@@ -45,11 +45,11 @@ SourceList Sorted(const SourceList& sources, const AuthorList& authors) {
 }  // namespace
 
 int32_t HeldIndentSpaces(int32_t blanks) {
-    return std::clamp(blanks, 0, 10);
+    return std::clamp(blanks, 0, kMostBibliographyIndent);
 }
 
 int32_t HeldAuthorsBeforeEtAl(int32_t authors) {
-    return std::clamp(authors, 1, 15);
+    return std::clamp(authors, 1, kMostBibliographyAuthors);
 }
 
 SourceList SelectSources(const SourceList& sources, const AuthorList& authors, const BibliographySelection& selection) {

@@ -7,7 +7,10 @@
 
 namespace lore {
 
-/// The limits of the indent and of the authors before "et al" in a bibliography: the nearer limit for a value outside.
+/// The limits of the indent, from 0, and of the authors before "et al", from 1, in a bibliography; a value outside
+/// becomes the nearer limit.
+inline constexpr int32_t kMostBibliographyIndent = 10;
+inline constexpr int32_t kMostBibliographyAuthors = 15;
 int32_t HeldIndentSpaces(int32_t blanks);
 int32_t HeldAuthorsBeforeEtAl(int32_t authors);
 

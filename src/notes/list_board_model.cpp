@@ -1,7 +1,6 @@
 #include "notes/list_board_model.h"
 
-#include "base/text.h"
-#include "notes/attachment_kind.h"
+#include "notes/attachment_path.h"
 
 namespace lore {
 
@@ -19,11 +18,7 @@ std::string ListBoardModel::SourceRemark(const CNote& note, const CSource& sourc
 }
 
 std::filesystem::path ListBoardModel::AttachmentPath(const CAttachment& attachment) const {
-    // A name from an archive may hold folders; only its last part counts.
-    const std::string_view name = LastPathComponent(attachment.storedFile);
-    if (attachment.type == kWebLink || name.empty() || name == "." || name == "..")
-        return {};
-    return book_.paths.Attachments() / name;
+    return AttachmentPathOf(book_.paths, attachment);
 }
 
 }  // namespace lore

@@ -17,7 +17,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
     using Menu = MainMenu;
     const MenuCommand line = {Menu::File, {}};
     const QKeySequence showAll(Qt::CTRL | Qt::SHIFT | Qt::Key_A), clear(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
-    const QKeySequence viewSources(Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    const QKeySequence viewSources(Qt::CTRL | Qt::SHIFT | Qt::Key_S), bibliography(Qt::CTRL | Qt::SHIFT | Qt::Key_B);
     const QKeySequence preferences(Qt::CTRL | Qt::Key_Comma), manage(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
     return {
         {Menu::File, tr("&Save/Print Current Notes..."), {QKeySequence::Print}, [this] { PrintCurrentNotes(app_); }},
@@ -47,12 +47,14 @@ std::vector<MenuCommand> MainWindow::Commands() {
 
         {Menu::Sources, tr("&View Sources..."), {viewSources}, [this] { notes_->ViewSources(); }},
         {Menu::Sources, tr("&Edit Custom Source Types..."), {}, [this] { notes_->EditSourceTypes(); }},
+        {Menu::Sources, tr("Create &Bibliography..."), {bibliography}, [this] { AskForBibliography(); }},
 
         {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
         {Menu::View, tr("&Command Bar..."), {QKeySequence(Qt::CTRL | Qt::Key_K)}, [this] { ShowCommandBar(); }},
 
         {Menu::Tools, tr("Lorebinder &Options..."), {}, [this] { ShowOptions(OptionsTab::General); }},
         {Menu::Tools, tr("Edit Custom Source T&ypes..."), {}, [this] { notes_->EditSourceTypes(); }},
+        {Menu::Tools, tr("Create Bib&liography..."), {}, [this] { AskForBibliography(); }},
         {Menu::Tools, tr("&Manage NoteBooks..."), {manage}, [this] { ManageNoteBooks(); }},
         {Menu::Tools, tr("E&vent Calendar..."), {}, [this] { TaskManagerDialog(app_, theme_, this).exec(); }},
         {Menu::Tools, tr("Lorebinder &Agent..."), {}, [this] { ShowOptions(OptionsTab::Agent); }},

@@ -91,6 +91,7 @@ private:
     void SwitchNoteBook(int index);
     void ManageNoteBooks();
     void ImportNotes();
+    void AskForBibliography();
     void ImportFile(const QString& path);
     /// The NoteBooks in the tool bar and in the board's menu, as the list is now.
     void ShowNoteBookChoices();

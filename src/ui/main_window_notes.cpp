@@ -3,6 +3,9 @@
 #include <QClipboard>
 #include <QMenu>
 
+#include "app/print_commands.h"
+#include "bibliography/source_selection.h"
+#include "ui/bibliography/select_sources_dlg.h"
 #include "ui/control_bar.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -59,6 +62,13 @@ void MainWindow::NotesChanged(int32_t focus, bool isNew) {
         board_->SetFocusNote(focus);
     }
     board_->setFocus();
+}
+
+void MainWindow::AskForBibliography() {
+    SourceSelection selection(app_.NoteBook().sources, app_.NoteBook().authors);
+    CSelectSourcesDlg dialog(selection, theme_, app_.Store(), this);
+    if (dialog.exec() == kSourcesSelected)
+        CreateBibliography(app_, selection.Bibliography());
 }
 
 }  // namespace lore

@@ -16,47 +16,6 @@ QColor ToColor(const TextColor& color) {
     return QColor(color.red, color.green, color.blue);
 }
 
-QString Letters(int number) {
-    QString text;
-    for (; number > 0; number = (number - 1) / 26)
-        text.prepend(QChar(u'a' + (number - 1) % 26));
-    return text;
-}
-
-QString Roman(int number) {
-    static constexpr std::pair<int, const char*> kDigits[] = {
-        {1000, "m"}, {900, "cm"}, {500, "d"}, {400, "cd"}, {100, "c"}, {90, "xc"}, {50, "l"},
-        {40, "xl"},  {10, "x"},   {9, "ix"},  {5, "v"},    {4, "iv"},  {1, "i"}};
-    if (number <= 0 || number > 3999)
-        return QString::number(number);
-    QString text;
-    for (const auto& [value, digit] : kDigits)
-        for (; number >= value; number -= value)
-            text += QLatin1String(digit);
-    return text;
-}
-
-QString MarkOf(ListKind kind, int number, int level) {
-    static constexpr char16_t kBullets[] = {u'\u2022', u'\u25e6', u'\u25aa'};
-    switch (kind) {
-        case ListKind::kNone:
-            return {};
-        case ListKind::kBullet:
-            return QChar(kBullets[level % 3]);
-        case ListKind::kDecimal:
-            return QString::number(number) + u'.';
-        case ListKind::kLowerLetter:
-            return Letters(number) + u'.';
-        case ListKind::kUpperLetter:
-            return Letters(number).toUpper() + u'.';
-        case ListKind::kLowerRoman:
-            return Roman(number) + u'.';
-        case ListKind::kUpperRoman:
-            return Roman(number).toUpper() + u'.';
-    }
-    return {};
-}
-
 Qt::Alignment AlignmentOf(const ParagraphFormat& format) {
     switch (format.align) {
         // The leading edge: a paragraph of right-to-left text that says nothing else begins at the right.
@@ -166,13 +125,7 @@ QTextTableCellFormat RichTextFormats::Cell(const CellFormat& look) const {
 }
 
 QString ListCounter::NextMark(const ParagraphFormat& format) {
-    if (format.list == ListKind::kNone)
-        return {};
-    const std::pair<int32_t, int> key(format.list_id, format.list_level);
-    // An item begins the deeper levels of its list anew.
-    next_.erase(next_.upper_bound(key), next_.lower_bound({format.list_id, 256}));
-    const auto [entry, isFirst] = next_.try_emplace(key, format.list_start);
-    return MarkOf(format.list, entry->second++, format.list_level);
+    return QString::fromStdString(marks_.NextMark(format));
 }
 
 }  // namespace lore

@@ -3,10 +3,9 @@
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextTable>
-#include <map>
-#include <utility>
 
 #include "rtf/document.h"
+#include "rtf/list_marks.h"
 #include "ui/rich_text_look.h"
 
 namespace lore {
@@ -44,7 +43,7 @@ public:
     QString NextMark(const ParagraphFormat& format);
 
 private:
-    std::map<std::pair<int32_t, int>, int> next_;  // by list and level
+    ListMarks marks_;
 };
 
 }  // namespace lore

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rtf/table_grid.h"
 #include "ui/rich_text_formats.h"
 #include "ui/rich_text_pictures.h"
-#include "ui/rich_text_table.h"
 #include "ui/theme.h"
 
 namespace lore {

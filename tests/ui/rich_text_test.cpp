@@ -5,8 +5,8 @@
 #include <QTextTable>
 
 #include "rtf/rtf.h"
+#include "rtf/table_grid.h"
 #include "ui/rich_text_pictures.h"
-#include "ui/rich_text_table.h"
 #include "ui/rich_text_view.h"
 #include "ui/theme.h"
 

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "rtf/document.h"
+#include "rtf/table_grid.h"
 #include "ui/rich_text_formats.h"
 #include "ui/rich_text_look.h"
-#include "ui/rich_text_table.h"
 
 namespace lore {
 

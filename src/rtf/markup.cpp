@@ -1,4 +1,9 @@
-#include "bibliography/output_markup.h"
+#include "rtf/markup.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/text.h"
 
 namespace lore {
 
@@ -21,6 +26,14 @@ void AppendEscaped(std::string& markup, std::string_view text) {
                 markup += c;
         }
     }
+}
+
+bool HasOpenScheme(std::string_view address) {
+    constexpr std::array<std::string_view, 4> kSchemes = {"http", "https", "ftp", "mailto"};
+    const size_t colon = address.find(':');
+    return colon != std::string_view::npos &&
+           std::any_of(kSchemes.begin(), kSchemes.end(),
+                       [&](std::string_view scheme) { return EqualNoCase(address.substr(0, colon), scheme); });
 }
 
 }  // namespace lore

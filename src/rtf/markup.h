@@ -8,4 +8,7 @@ namespace lore {
 /// Appends a text to HTML or XML, outside or inside an attribute in double quotes.
 void AppendEscaped(std::string& markup, std::string_view text);
 
+/// Whether an address is of a kind that may be opened: http, https, ftp or mailto.
+bool HasOpenScheme(std::string_view address);
+
 }  // namespace lore

@@ -1,4 +1,4 @@
-#include "ui/rich_text_table.h"
+#include "rtf/table_grid.h"
 
 #include <algorithm>
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "bibliography/output_document.h"
+#include "rtf/document_builder.h"
+
+namespace lore {
+
+/// Adds the text of an entry to the paragraph that is being built: `plain` with its emphasis, links alive and coloured.
+void AddEntryText(DocumentBuilder& builder, const BibliographyEntry& entry, const CharFormat& plain);
+
+/// The paragraph of an entry with its hanging indent.
+ParagraphFormat EntryParagraph(const BibliographyEntry& entry, int twipsOfSpace);
+
+}  // namespace lore

@@ -1,0 +1,169 @@
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFile>
+#include <QMessageBox>
+#include <cstdio>
+#include <cstring>
+
+#include "notes/note_list_document.h"
+#include "notes/notebook_list.h"
+#include "platform/companion_launcher.h"
+#include "platform/ini_store.h"
+#include "platform/system_sources.h"
+#include "printsave/hand_over.h"
+#include "printsave/note_pictures.h"
+#include "printsave/preview_window.h"
+#include "ui/theme.h"
+
+// PrintSave [FILE]: shows what was handed over for printing. Ends with 0, with 2 for wrong arguments, with 3 if a file
+// can't be read or written.
+
+namespace {
+
+constexpr int kWrongUsage = 2, kFault = 3;
+constexpr int kTextWidth = 642;  // pixels between the margins of the standard paper
+
+struct Arguments {
+    std::filesystem::path file;  ///< empty for the notes at their known place
+    QString out;
+    size_t font = 0;
+    lore::CompanionPlaces places;
+};
+
+std::filesystem::path PathOf(const QString& text) {
+    return QFile::encodeName(text).toStdString();
+}
+
+/// By any part of its name that only one font has, such as "courier".
+std::optional<size_t> FindFont(const QString& name) {
+    for (size_t i = 0; i < std::size(lore::kBibliographyFonts); ++i) {
+        const std::string_view known = lore::kBibliographyFonts[i].name;
+        if (QString::fromUtf8(known.data(), static_cast<qsizetype>(known.size())).contains(name, Qt::CaseInsensitive))
+            return i;
+    }
+    return std::nullopt;
+}
+
+int Refuse(const char* what) {
+    std::fprintf(stderr, "PrintSave: %s\n", what);
+    return kWrongUsage;
+}
+
+/// Gives the exit status for wrong arguments, otherwise nothing.
+std::optional<int> ReadArguments(const QApplication& application, Arguments& arguments) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        "Shows a bibliography, or the notes that Lorebinder has handed over, page by page; prints them and saves them "
+        "as PDF, HTML, RTF, ODT or plain text.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption save("save", "Save in the form that the ending says, and open no window.", "OUT");
+    const QCommandLineOption font("font", "The typeface of a bibliography: times, arial or courier.", "NAME");
+    const QCommandLineOption data("data", "The data root. Default: LOREBINDER_DATA, otherwise the user's own.", "DIR");
+    const QCommandLineOption settings("settings", "The settings store as an INI file.", "FILE");
+    parser.addOptions({save, font, data, settings});
+    parser.addPositionalArgument("FILE", "A hand-over file. Default: the notes in \"Data Files/PrintPreview.nbf\".",
+                                 "[FILE]");
+    parser.process(application);
+    if (parser.positionalArguments().size() > 1)
+        return Refuse("only one file can be shown");
+    arguments.file = PathOf(parser.positionalArguments().value(0));
+    arguments.out = parser.value(save);
+    if (parser.isSet(save) && !lore::FindSavedForm(arguments.out.toStdString()))
+        return Refuse("the file to save must end in .pdf, .html, .rtf, .odt or .txt");
+    const std::optional<size_t> chosen = FindFont(parser.isSet(font) ? parser.value(font) : "Times");
+    if (!chosen)
+        return Refuse("the font must be times, arial or courier");
+    arguments.font = *chosen;
+    arguments.places = lore::PlacesOfCompanion();
+    if (parser.isSet(data)) {
+        arguments.places.dataRoot = PathOf(parser.value(data));
+        arguments.places.settingsFile = arguments.places.dataRoot / "settings.ini";
+    }
+    if (parser.isSet(settings))
+        arguments.places.settingsFile = PathOf(parser.value(settings));
+    return std::nullopt;
+}
+
+/// The NoteBook that the notes come from: the one that the settings name.
+lore::NoteBookPaths PathsOfNoteBook(const lore::DataPaths& data, const lore::Settings& settings,
+                                    const lore::ReadContext& context) {
+    std::vector<lore::CDatabase> noteBooks;
+    lore::LoadDatabases(data.DatabasesFile(), context, noteBooks);
+    const lore::CDatabase open =
+        lore::StartNoteBook(noteBooks, {settings.Text(lore::Option::LocalGUID), settings.Text(lore::Option::Database)});
+    return {data, open.folder};
+}
+
+lore::PrintContent ContentOf(const lore::HandOver& read, const lore::DataPaths& data, const lore::IniStore& store,
+                             const lore::ReadContext& context) {
+    if (read.isBibliography)
+        return lore::PrintContent(read.sources);
+    lore::Settings settings;
+    settings.LoadOptions(store);
+    const lore::NoteBookPaths paths = PathsOfNoteBook(data, settings, context);
+    lore::Document notes = lore::ComposeNoteList(
+        read.notes, lore::BoardOptionsOf(settings, store),
+        [&](const lore::CAttachment& attachment) { return lore::AttachedPicture(paths, attachment, kTextWidth); });
+    lore::MakePicturesPlain(notes, kTextWidth);
+    return lore::PrintContent(std::move(notes));
+}
+
+int Fail(const QString& problem, bool windowed) {
+    std::fprintf(stderr, "PrintSave: %s\n", qPrintable(problem));
+    if (windowed)
+        QMessageBox::warning(nullptr, QObject::tr("Print or Save"), problem);
+    return kFault;
+}
+
+/// Saving needs no display.
+bool IsHeadless(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--save") == 0 || std::strncmp(argv[i], "--save=", 7) == 0)
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const bool headless = IsHeadless(argc, argv);
+    if (headless) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_LOGGING_RULES", "*.warning=false");  // no words about a desktop session that isn't needed
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("PrintSave");
+    QApplication::setApplicationVersion("1.56");
+    QApplication::setDesktopFileName("lorebinder");
+    QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
+    Arguments arguments;
+    if (const std::optional<int> status = ReadArguments(application, arguments))
+        return *status;
+
+    lore::IniStore store(arguments.places.settingsFile);
+    lore::Settings settings;
+    settings.LoadOptions(store);
+    std::optional<lore::Theme> theme;
+    if (!headless)
+        theme.emplace(application, static_cast<lore::Appearance>(settings.Int(lore::Option::Appearance)));
+    const lore::DataPaths data{arguments.places.dataRoot};
+    lore::SystemClock clock;
+    lore::SystemGuids guids;
+    const lore::ReadContext context = lore::MakeReadContext(clock, guids);
+    const lore::HandOver read =
+        lore::ReadHandOver(arguments.file.empty() ? data.PrintPreview() : arguments.file, context);
+    if (!read.problem.empty())
+        return Fail(QString::fromStdString(read.problem), !headless);
+    lore::PrintContent content = ContentOf(read, data, store, context);
+    if (!headless) {
+        lore::PreviewWindow window(content, *theme, store);
+        window.show();
+        return QApplication::exec();
+    }
+    content.SetFont(arguments.font);
+    const QString failed = lore::SaveContent(content, *lore::FindSavedForm(arguments.out.toStdString()),
+                                             lore::StandardPaper(), arguments.out);
+    return failed.isEmpty() ? 0 : Fail(failed, false);
+}

@@ -1,0 +1,293 @@
+#include "printsave/preview_window.h"
+
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPageSetupDialog>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrintPreviewWidget>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <cerrno>
+
+#include "base/file_io.h"
+#include "ui/qt_text.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+namespace {
+
+constexpr char kSection[] = "Windows", kPlace[] = "PrintSave", kFont[] = "PrintSaveFont";
+constexpr int kDefaultWidth = 980, kDefaultHeight = 1000;
+constexpr double kZoomStep = 1.2;
+
+QString FontLabel(const BibliographyFont& font) {
+    return QString::fromUtf8(font.name.data(), static_cast<qsizetype>(font.name.size()));
+}
+
+}  // namespace
+
+struct PreviewWindow::Command {
+    QString text;
+    QList<QKeySequence> keys;
+    std::function<void()> run;
+    const char* icon = nullptr;  ///< with one it stands in the tool bar too
+};
+
+PreviewWindow::PreviewWindow(PrintContent& content, const Theme& theme, SettingsStore& store)
+    : content_(content), theme_(theme), store_(store), printer_(QPrinter::HighResolution), paper_(StandardPaper()) {
+    setObjectName("printSave");
+    setWindowTitle((content.IsBibliography() ? tr("Bibliography") : tr("Notes")) + tr(" \u2013 Print or Save"));
+    if (QLocale::system().measurementSystem() == QLocale::ImperialUSSystem)
+        paper_.setPageSize(QPageSize(QPageSize::Letter), QMarginsF());
+    const int stored = ToQString(store_.Get(kSection, kFont).value_or("0")).toInt();
+    if (content_.IsBibliography())
+        content_.SetFont(static_cast<size_t>(std::clamp<int>(stored, 0, std::size(kBibliographyFonts) - 1)));
+    preview_ = new QPrintPreviewWidget(&printer_, this);
+    preview_->setObjectName("preview");
+    preview_->setAccessibleName(tr("Pages"));
+    setCentralWidget(preview_);
+    page_ = new QLabel(this);
+    page_->setObjectName("page");
+    page_->setContentsMargins(kSpace * 2, 0, kSpace * 2, 0);
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->addPermanentWidget(page_);
+    MakeCommands();
+    connect(preview_, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) { PrintTo(*printer); });
+    connect(preview_, &QPrintPreviewWidget::previewChanged, this, &PreviewWindow::ShowPage);
+    connect(&theme_, &Theme::Changed, this, &PreviewWindow::Restyle);
+    Restyle();
+    LayOut();
+    preview_->fitToWidth();
+    RestorePlace();
+    preview_->setFocus();
+}
+
+PreviewWindow::~PreviewWindow() = default;
+
+void PreviewWindow::MakeCommands() {
+    tools_ = addToolBar(tr("Tool bar"));
+    tools_->setObjectName("tools");
+    tools_->setMovable(false);
+    tools_->setContextMenuPolicy(Qt::PreventContextMenu);
+    tools_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    tools_->setContentsMargins(kSpace * 2, kSpace, kSpace * 2, kSpace);
+    const auto zoom = [this](double factor) {
+        return [this, factor] { preview_->setZoomFactor(std::clamp(preview_->zoomFactor() * factor, 0.1, 8.0)); };
+    };
+    QMenu& file = *menuBar()->addMenu(tr("&File"));
+    AddCommand(file, {tr("&Print..."), {QKeySequence::Print}, [this] { Print(); }, "printer"});
+    AddCommand(file, {tr("&Save As..."), {QKeySequence::Save}, [this] { AskAndSave(); }, "save"});
+    AddCommand(file, {tr("Page Set&up..."), {Qt::CTRL | Qt::SHIFT | Qt::Key_P}, [this] { SetUpPage(); }, "file"});
+    file.addSeparator();
+    AddCommand(file, {tr("&Close"), {QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] {
+                          close();
+                      }});
+    QMenu& view = *menuBar()->addMenu(tr("&View"));
+    tools_->addSeparator();
+    AddCommand(view, {tr("Zoom &In"), {QKeySequence::ZoomIn, Qt::CTRL | Qt::Key_Equal}, zoom(kZoomStep), "zoom-in"});
+    AddCommand(view, {tr("Zoom &Out"), {QKeySequence::ZoomOut}, zoom(1 / kZoomStep), "zoom-out"});
+    AddCommand(view, {tr("Fit &Width"), {Qt::CTRL | Qt::Key_1}, [this] { preview_->fitToWidth(); }});
+    AddCommand(view, {tr("Fit &Page"), {Qt::CTRL | Qt::Key_2}, [this] { preview_->fitInView(); }});
+    view.addSeparator();
+    AddCommand(view, {tr("&One Page"), {}, [this] { preview_->setSinglePageViewMode(); }});
+    AddCommand(view, {tr("&Facing Pages"), {}, [this] { preview_->setFacingPagesViewMode(); }});
+    AddCommand(view, {tr("&All Pages"), {}, [this] { preview_->setAllPagesViewMode(); }});
+    view.addSeparator();
+    tools_->addSeparator();
+    const auto step = [this](int by) { return [this, by] { GoToPage(preview_->currentPage() + by); }; };
+    previous_ = AddCommand(view, {tr("P&revious Page"), {Qt::CTRL | Qt::Key_PageUp}, step(-1), "arrow-left"});
+    next_ = AddCommand(view, {tr("&Next Page"), {Qt::CTRL | Qt::Key_PageDown}, step(1), "arrow-right"});
+    AddCommand(view, {tr("Firs&t Page"), {Qt::CTRL | Qt::Key_Home}, [this] { GoToPage(1); }});
+    AddCommand(view, {tr("&Last Page"), {Qt::CTRL | Qt::Key_End}, [this] { GoToPage(PageCount()); }});
+    if (content_.IsBibliography())
+        MakeFontChoice(*menuBar());
+}
+
+QAction* PreviewWindow::AddCommand(QMenu& menu, const Command& command) {
+    QAction* const action = menu.addAction(command.text);
+    action->setShortcuts(command.keys);
+    connect(action, &QAction::triggered, this, command.run);
+    if (command.icon) {
+        action->setProperty("iconName", QString::fromLatin1(command.icon));
+        action->setIconVisibleInMenu(false);
+        tools_->addAction(action);
+    }
+    return action;
+}
+
+void PreviewWindow::MakeFontChoice(QMenuBar& bar) {
+    QMenu& menu = *bar.addMenu(tr("F&ont"));
+    fonts_ = new QComboBox(this);
+    fonts_->setObjectName("fonts");
+    fonts_->setAccessibleName(tr("Font"));
+    auto* const group = new QActionGroup(this);
+    for (const BibliographyFont& font : kBibliographyFonts) {
+        const int number = fonts_->count();
+        fonts_->addItem(FontLabel(font));
+        QAction* const action = menu.addAction(QStringLiteral("&%1 %2").arg(number + 1).arg(FontLabel(font)));
+        action->setCheckable(true);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, number] { fonts_->setCurrentIndex(number); });
+    }
+    const int stored = ToQString(store_.Get(kSection, kFont).value_or("0")).toInt();
+    fonts_->setCurrentIndex(std::clamp(stored, 0, fonts_->count() - 1));
+    group->actions().at(fonts_->currentIndex())->setChecked(true);
+    tools_->addSeparator();
+    tools_->addWidget(fonts_);
+    connect(fonts_, &QComboBox::currentIndexChanged, this, [this, group](int font) {
+        group->actions().at(font)->setChecked(true);
+        SetFont(font);
+    });
+}
+
+void PreviewWindow::RestorePlace() {
+    resize(QSize(kDefaultWidth, kDefaultHeight).boundedTo(QGuiApplication::primaryScreen()->availableSize()));
+    const QStringList parts = ToQString(store_.Get(kSection, kPlace).value_or("")).split(',');
+    if (parts.size() != 4)
+        return;
+    const QRect frame(parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt());
+    if (!frame.isEmpty() && QGuiApplication::screenAt(frame.center())) {
+        resize(frame.size());
+        move(frame.topLeft());
+    }
+}
+
+void PreviewWindow::closeEvent(QCloseEvent* event) {
+    const QRect frame(pos(), size());
+    store_.Set(
+        kSection, kPlace,
+        FromQString(
+            QStringLiteral("%1,%2,%3,%4").arg(frame.left()).arg(frame.top()).arg(frame.width()).arg(frame.height())));
+    store_.Flush();
+    QMainWindow::closeEvent(event);
+}
+
+void PreviewWindow::LayOut() {
+    QPageLayout whole = paper_;
+    whole.setMode(QPageLayout::FullPageMode);
+    printer_.setPageLayout(whole);
+    printer_.setFullPage(true);
+    text_ = std::make_unique<PagedText>(QString::fromStdString(content_.Html()), paper_);
+    preview_->updatePreview();
+    ShowPage();
+}
+
+void PreviewWindow::SetPaper(const QPageLayout& paper) {
+    paper_ = paper;
+    paper_.setMode(QPageLayout::StandardMode);
+    LayOut();
+}
+
+void PreviewWindow::SetFont(int font) {
+    content_.SetFont(static_cast<size_t>(font));
+    store_.Set(kSection, kFont, std::to_string(font));
+    LayOut();
+}
+
+void PreviewWindow::PrintTo(QPrinter& printer) const {
+    const int first = std::max(printer.fromPage(), 1);
+    const int last = printer.toPage() > 0 ? std::min(printer.toPage(), PageCount()) : PageCount();
+    const bool backwards = printer.pageOrder() == QPrinter::LastPageFirst;
+    QPainter painter(&printer);
+    for (int i = 0; i <= last - first; ++i) {
+        if (i > 0)
+            printer.newPage();
+        text_->DrawPage(painter, (backwards ? last - i : first + i) - 1, printer.resolution());
+    }
+}
+
+void PreviewWindow::Print() {
+    QPrinter printer(QPrinter::HighResolution);
+    QPageLayout whole = paper_;
+    whole.setMode(QPageLayout::FullPageMode);
+    printer.setPageLayout(whole);
+    printer.setFullPage(true);
+    printer.setDocName(windowTitle());
+    QPrintDialog dialog(&printer, this);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setMinMax(1, PageCount());
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    PrintTo(printer);
+    if (printer.printerState() == QPrinter::Error)
+        QMessageBox::warning(this, tr("Print"), tr("The printer has refused the pages. Please look at its queue."));
+}
+
+void PreviewWindow::AskAndSave() {
+    QStringList filters;
+    for (const SavedForm& form : kSavedForms)
+        filters.append(QStringLiteral("%1 (*.%2)").arg(tr(form.name), QString::fromLatin1(form.ending)));
+    QFileDialog dialog(this, tr("Save As"), {}, filters.join(";;"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QString::fromLatin1(kSavedForms[0].ending));
+    dialog.selectFile(content_.IsBibliography() ? tr("Bibliography") : tr("Notes"));
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
+        dialog.setDefaultSuffix(
+            QString::fromLatin1(kSavedForms[std::max<qsizetype>(filters.indexOf(filter), 0)].ending));
+    });
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        Save(dialog.selectedFiles().constFirst());
+}
+
+bool PreviewWindow::Save(const QString& path) {
+    const SavedForm* const form = FindSavedForm(path.toStdString());
+    const QString failed =
+        form ? SaveContent(content_, *form, paper_, path) : tr("The name must end in .pdf, .html, .rtf, .odt or .txt.");
+    if (failed.isEmpty())
+        statusBar()->showMessage(tr("Saved as %1").arg(path));
+    else
+        QMessageBox::warning(this, tr("Save As"), failed);
+    return failed.isEmpty();
+}
+
+void PreviewWindow::SetUpPage() {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(paper_);
+    QPageSetupDialog dialog(&printer, this);
+    if (dialog.exec() == QDialog::Accepted)
+        SetPaper(printer.pageLayout());
+}
+
+void PreviewWindow::GoToPage(int page) {
+    preview_->setCurrentPage(std::clamp(page, 1, PageCount()));
+    ShowPage();
+}
+
+void PreviewWindow::ShowPage() {
+    const int page = std::max(1, preview_->currentPage());
+    page_->setText(tr("Page %1 of %2").arg(page).arg(PageCount()));
+    previous_->setEnabled(page > 1);
+    next_->setEnabled(page < PageCount());
+}
+
+void PreviewWindow::Restyle() {
+    for (QAction* const action : tools_->actions()) {
+        if (const QString icon = action->property("iconName").toString(); !icon.isEmpty())
+            action->setIcon(theme_.Icon(icon));
+    }
+}
+
+QString SaveContent(const PrintContent& content, const SavedForm& form, const QPageLayout& paper, const QString& path) {
+    std::optional<std::string> bytes;
+    if (std::string_view(form.ending) == "pdf")
+        bytes = MakePdf(PagedText(QString::fromStdString(content.Html()), paper), paper);
+    else
+        bytes = content.In(form);
+    const std::filesystem::path file(QFile::encodeName(path).toStdString());
+    const FileResult result = bytes ? WriteFileAtomically(file, *bytes) : FileResult{ENOMEM};
+    return result.Ok() ? QString()
+                       : QObject::tr("%1 could not be written: %2.").arg(path, QString::fromStdString(result.Reason()));
+}
+
+}  // namespace lore

@@ -1,0 +1,42 @@
+#include "printsave/print_content.h"
+
+#include "base/text.h"
+#include "bibliography/document_odt.h"
+#include "bibliography/output_writers.h"
+#include "notes/note_list_document.h"
+#include "rtf/html_writer.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+
+const SavedForm* FindSavedForm(std::string_view fileName) {
+    const std::string_view ending = FileExtension(fileName);
+    for (const SavedForm& form : kSavedForms) {
+        if (EqualNoCase(ending, form.ending))
+            return &form;
+    }
+    return nullptr;
+}
+
+PrintContent::PrintContent(const SourceList& formatted) : bibliography_(MakeBibliographyDocument(formatted)) {}
+
+std::string PrintContent::Html() const {
+    return notes_ ? WriteHtml(*notes_, "Notes") : BibliographyAsHtml(bibliography_);
+}
+
+std::optional<std::string> PrintContent::In(const SavedForm& form) const {
+    const std::string_view ending = form.ending;
+    if (!notes_) {
+        const BibliographyWriter writer = FindBibliographyWriter(ending);
+        return writer ? writer(bibliography_) : std::nullopt;
+    }
+    if (ending == "html")
+        return Html();
+    if (ending == "rtf")
+        return WriteRtf(*notes_);
+    if (ending == "odt")
+        return DocumentAsOdt(*notes_);
+    return DocumentAsText(*notes_);
+}
+
+}  // namespace lore

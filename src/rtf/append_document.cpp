@@ -1,0 +1,79 @@
+#include "rtf/append_document.h"
+
+#include <algorithm>
+
+namespace lore {
+
+namespace {
+
+/// The first number for lists behind those that are there.
+int32_t FreeList(const Document& document) {
+    int32_t highest = 0;
+    for (const Paragraph& paragraph : document.paragraphs)
+        highest = std::max(highest, paragraph.format.list_id);
+    return highest + 1;
+}
+
+class Appender {
+public:
+    Appender(DocumentBuilder& builder, const Document& document)
+        : builder_(builder), document_(document), firstList_(FreeList(builder.Unfinished())) {}
+
+    void Run() {
+        for (size_t i = 0; i < document_.paragraphs.size(); ++i) {
+            for (const TextRun& run : RunsOf(document_, i))
+                Add(run);
+            End(document_.paragraphs[i]);
+        }
+    }
+
+private:
+    void Add(const TextRun& run) {
+        const CharFormat format = Moved(run.format);
+        if (run.kind == RunKind::kText)
+            builder_.AddText(TextOf(document_, run), format);
+        else if (run.kind != RunKind::kPicture)
+            builder_.AddBreak(run.kind, format);
+        else if (run.picture >= 0 && static_cast<size_t>(run.picture) < document_.pictures.size())
+            builder_.AddPicture(document_.pictures[static_cast<size_t>(run.picture)], format);
+    }
+
+    CharFormat Moved(CharFormat format) {
+        const int32_t font = format.font >= 0 ? format.font : document_.default_font;
+        const bool named = font >= 0 && static_cast<size_t>(font) < document_.fonts.size();
+        format.font = named ? builder_.Font(document_.fonts[static_cast<size_t>(font)].name) : -1;
+        const bool linked = format.link >= 0 && static_cast<size_t>(format.link) < document_.links.size();
+        format.link = linked ? builder_.Link(document_.links[static_cast<size_t>(format.link)]) : -1;
+        return format;
+    }
+
+    void End(const Paragraph& paragraph) {
+        ParagraphFormat format = paragraph.format;
+        if (format.list != ListKind::kNone)
+            format.list_id = static_cast<int32_t>(std::min<int64_t>(int64_t{format.list_id} + firstList_, INT32_MAX));
+        const bool inTable = paragraph.row >= 0 && static_cast<size_t>(paragraph.row) < document_.rows.size();
+        if (!inTable)
+            return builder_.EndParagraph(format);
+        const TableRow& row = document_.rows[static_cast<size_t>(paragraph.row)];
+        switch (paragraph.ended_by) {
+            case ParagraphEnd::kCell:
+                return builder_.EndCell(format, row.level);
+            case ParagraphEnd::kRow:
+                return builder_.EndRow(document_.row_formats[row.format], format, row.level);
+            default:
+                return builder_.EndParagraph(format, row.level);
+        }
+    }
+
+    DocumentBuilder& builder_;
+    const Document& document_;
+    int32_t firstList_;
+};
+
+}  // namespace
+
+void AppendDocument(DocumentBuilder& builder, const Document& document) {
+    Appender(builder, document).Run();
+}
+
+}  // namespace lore
