@@ -5,6 +5,9 @@
 
 namespace lore {
 
+/// Of links on paper and in files.
+inline constexpr TextColor kLinkColor = {5, 99, 193};
+
 /// Adds the text of an entry to the paragraph that is being built: `plain` with its emphasis, links alive and coloured.
 void AddEntryText(DocumentBuilder& builder, const BibliographyEntry& entry, const CharFormat& plain);
 

@@ -7,7 +7,6 @@ namespace lore {
 namespace {
 
 constexpr int16_t kTwipsBetweenEntries = 120;
-constexpr TextColor kLinkColor = {5, 99, 193};
 
 CharFormat FormatOf(const BibliographyPiece& piece, const CharFormat& plain, DocumentBuilder& builder) {
     const EmphasisLook look = LookOf(piece.kind);

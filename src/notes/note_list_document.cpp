@@ -147,6 +147,7 @@ private:
         if (attachment.type == kWebLink) {
             const std::string address = Line(attachment.sourceFile);
             format.link = builder_.Link(address);
+            format.color = kLinkColor;
             text = title.empty() ? address : title + " <" + address + ">";
         } else {
             text.append(" (").append(AttachmentKindName(attachment.type)).append(")");

@@ -4,6 +4,11 @@
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextFrame>
+#include <QTextLayout>
+#include <cmath>
 
 namespace lore {
 
@@ -12,12 +17,67 @@ namespace {
 constexpr int kDotsPerInch = 1200;
 constexpr qreal kMarginMillimeters = 20;
 constexpr int kTextPixels = 15;
+/// Room above and below the text of a page, so that what stands out of its first and last line isn't cut, nor shown on
+/// the page before.
+constexpr qreal kSlack = 16;
 
 QFont TextFont() {
     QFont font("Liberation Serif");
     font.setPixelSize(kTextPixels);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
+}
+
+/// Longer texts aren't looked through for headings: each change of a break lays out the rest anew.
+constexpr int kMostPagesToTidy = 300;
+
+/// A single line of bold or of small letters is the heading of what follows.
+bool IsHeading(const QTextBlock& block) {
+    constexpr qreal kSmallPoints = 9;
+    if (block.layout()->lineCount() != 1 || block.textList() || block.length() <= 1)
+        return false;
+    for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+        const QTextCharFormat format = piece.fragment().charFormat();
+        const qreal points = format.fontPointSize();
+        if (format.fontWeight() < QFont::Bold && (points <= 0 || points > kSmallPoints))
+            return false;
+    }
+    return true;
+}
+
+bool IsRule(const QTextBlock& block) {
+    return block.text().startsWith(QChar(0x2500));
+}
+
+/// The first line of the headings that end with a block.
+QTextBlock FirstHeading(QTextBlock block) {
+    for (QTextBlock above = block.previous(); above.isValid() && IsHeading(above) && !IsRule(above);
+         above = block.previous())
+        block = above;
+    return block;
+}
+
+/// Headings that stand last on a page go to the page of what they head.
+void KeepHeadings(QTextDocument& document) {
+    const QAbstractTextDocumentLayout& layout = *document.documentLayout();
+    // The first line tells: a block whose first line has moved on begins where it would have stood.
+    const auto pageOf = [&](const QTextBlock& block) {
+        const qreal line = block.layout()->lineCount() > 0 ? block.layout()->lineAt(0).y() : 0;
+        return static_cast<int>((layout.blockBoundingRect(block).top() + line) / document.pageSize().height());
+    };
+    if (document.pageCount() > kMostPagesToTidy)
+        return;
+    for (QTextBlock block = document.begin(); block.next().isValid(); block = block.next()) {
+        const QTextBlock next = block.next();
+        if (pageOf(next) == pageOf(block) || !IsHeading(block) || IsRule(block) || IsRule(next))
+            continue;
+        const QTextBlock first = FirstHeading(block);
+        if (!first.previous().isValid() || pageOf(first.previous()) != pageOf(block))
+            continue;  // they fill the page
+        QTextBlockFormat format = first.blockFormat();
+        format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        QTextCursor(first).setBlockFormat(format);
+    }
 }
 
 QRectF InPixels(const QRectF& inches) {
@@ -35,19 +95,25 @@ PagedText::PagedText(const QString& html, const QPageLayout& paper)
     document_.setUseDesignMetrics(true);
     document_.setHtml(html);
     document_.setDocumentMargin(0);
-    document_.setPageSize(room_.size());
+    QTextFrameFormat frame = document_.rootFrame()->frameFormat();
+    frame.setTopMargin(kSlack);
+    frame.setBottomMargin(kSlack);
+    document_.rootFrame()->setFrameFormat(frame);
+    document_.setPageSize(QSizeF(room_.width(), std::floor(room_.height()) + 2 * kSlack));
+    KeepHeadings(document_);
 }
 
 void PagedText::DrawPage(QPainter& painter, int page, int dotsPerInch) const {
     QAbstractTextDocumentLayout::PaintContext context;
     context.palette.setColor(QPalette::Text, Qt::black);
     context.palette.setColor(QPalette::Link, QColor(5, 99, 193));
-    context.clip = QRectF(QPointF(0, page * room_.height()), room_.size());
+    const QSizeF size = document_.pageSize();
+    context.clip = QRectF(QPointF(0, page * size.height()), size);
     const qreal scale = qreal(dotsPerInch) / kPixelsPerInch;
     painter.save();
     painter.scale(scale, scale);
     painter.save();
-    painter.translate(room_.left(), room_.top() - context.clip.top());
+    painter.translate(room_.left(), room_.top() - kSlack - context.clip.top());
     painter.setClipRect(context.clip);
     document_.documentLayout()->draw(&painter, context);
     painter.restore();
