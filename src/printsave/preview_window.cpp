@@ -5,7 +5,7 @@
 #include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
+#include <QGraphicsView>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
@@ -17,6 +17,7 @@
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <cerrno>
 
 #include "base/file_io.h"
@@ -42,6 +43,7 @@ struct PreviewWindow::Command {
     QList<QKeySequence> keys;
     std::function<void()> run;
     const char* icon = nullptr;  ///< with one it stands in the tool bar too
+    bool isNamed = false;        ///< its text stands there beside the icon
 };
 
 PreviewWindow::PreviewWindow(PrintContent& content, const Theme& theme, SettingsStore& store)
@@ -80,15 +82,15 @@ void PreviewWindow::MakeCommands() {
     tools_->setObjectName("tools");
     tools_->setMovable(false);
     tools_->setContextMenuPolicy(Qt::PreventContextMenu);
-    tools_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    tools_->setIconSize(QSize(kSpace * 4, kSpace * 4));
     tools_->setContentsMargins(kSpace * 2, kSpace, kSpace * 2, kSpace);
     const auto zoom = [this](double factor) {
         return [this, factor] { preview_->setZoomFactor(std::clamp(preview_->zoomFactor() * factor, 0.1, 8.0)); };
     };
     QMenu& file = *menuBar()->addMenu(tr("&File"));
-    AddCommand(file, {tr("&Print..."), {QKeySequence::Print}, [this] { Print(); }, "printer"});
-    AddCommand(file, {tr("&Save As..."), {QKeySequence::Save}, [this] { AskAndSave(); }, "save"});
-    AddCommand(file, {tr("Page Set&up..."), {Qt::CTRL | Qt::SHIFT | Qt::Key_P}, [this] { SetUpPage(); }, "file"});
+    AddCommand(file, {tr("&Print..."), {QKeySequence::Print}, [this] { Print(); }, "printer", true});
+    AddCommand(file, {tr("&Save As..."), {QKeySequence::Save}, [this] { AskAndSave(); }, "save", true});
+    AddCommand(file, {tr("Page Set&up..."), {Qt::CTRL | Qt::SHIFT | Qt::Key_P}, [this] { SetUpPage(); }, "file", true});
     file.addSeparator();
     AddCommand(file, {tr("&Close"), {QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_Q)}, [this] {
                           close();
@@ -100,7 +102,7 @@ void PreviewWindow::MakeCommands() {
     AddCommand(view, {tr("Fit &Width"), {Qt::CTRL | Qt::Key_1}, [this] { preview_->fitToWidth(); }});
     AddCommand(view, {tr("Fit &Page"), {Qt::CTRL | Qt::Key_2}, [this] { preview_->fitInView(); }});
     view.addSeparator();
-    AddCommand(view, {tr("&One Page"), {}, [this] { preview_->setSinglePageViewMode(); }});
+    AddCommand(view, {tr("On&e Page"), {}, [this] { preview_->setSinglePageViewMode(); }});
     AddCommand(view, {tr("&Facing Pages"), {}, [this] { preview_->setFacingPagesViewMode(); }});
     AddCommand(view, {tr("&All Pages"), {}, [this] { preview_->setAllPagesViewMode(); }});
     view.addSeparator();
@@ -122,6 +124,9 @@ QAction* PreviewWindow::AddCommand(QMenu& menu, const Command& command) {
         action->setProperty("iconName", QString::fromLatin1(command.icon));
         action->setIconVisibleInMenu(false);
         tools_->addAction(action);
+        if (command.isNamed)
+            qobject_cast<QToolButton*>(tools_->widgetForAction(action))
+                ->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
     return action;
 }
@@ -272,6 +277,8 @@ void PreviewWindow::ShowPage() {
 }
 
 void PreviewWindow::Restyle() {
+    for (auto* const pages : preview_->findChildren<QGraphicsView*>())
+        pages->setBackgroundBrush(theme_.Color(ColorRole::Board));
     for (QAction* const action : tools_->actions()) {
         if (const QString icon = action->property("iconName").toString(); !icon.isEmpty())
             action->setIcon(theme_.Icon(icon));

@@ -5,7 +5,7 @@
 #include "bibliography/output_writers.h"
 #include "notes/note_list_document.h"
 #include "rtf/html_writer.h"
-#include "rtf/rtf.h"
+#include "rtf/office_rtf.h"
 
 namespace lore {
 
@@ -33,7 +33,7 @@ std::optional<std::string> PrintContent::In(const SavedForm& form) const {
     if (ending == "html")
         return Html();
     if (ending == "rtf")
-        return WriteRtf(*notes_);
+        return WriteOfficeRtf(*notes_);
     if (ending == "odt")
         return DocumentAsOdt(*notes_);
     return DocumentAsText(*notes_);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "rtf/field.h"
+#include "rtf/office_rtf.h"
 #include "rtf/rtf.h"
 #include "rtf/write_tables.h"
 
@@ -63,7 +64,7 @@ constexpr uint32_t kNoFormat = 0xFFFFFFFF;
 
 class RtfWriter {
 public:
-    explicit RtfWriter(const Document& document) : document_(document), colors_(document) {}
+    RtfWriter(const Document& document, bool oldMarks) : document_(document), colors_(document), old_marks_(oldMarks) {}
     std::string Write();
 
 private:
@@ -87,6 +88,7 @@ private:
 
     const Document& document_;
     ColorNumbers colors_;
+    bool old_marks_;  ///< of lists, behind those of the table
     RtfOutput out_;
     CharFormat now_;
     size_t next_kept_ = 0;
@@ -178,6 +180,8 @@ void RtfWriter::WriteList(const ParagraphFormat& format) {
     if (format.list_id > 0) {
         out_.Word("ls", format.list_id);
         out_.Word("ilvl", format.list_level);
+        if (!old_marks_)
+            return;
     }
     out_.Raw("{\\pntext\\tab}{\\*\\pn");
     if (format.list == ListKind::kBullet) {
@@ -338,7 +342,11 @@ void RtfWriter::WriteCell(const CellFormat& cell) {
 }  // namespace
 
 std::string WriteRtf(const Document& document) {
-    return RtfWriter(document).Write();
+    return RtfWriter(document, true).Write();
+}
+
+std::string WriteOfficeRtf(const Document& document) {
+    return RtfWriter(document, false).Write();
 }
 
 }  // namespace lore

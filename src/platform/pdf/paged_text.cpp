@@ -93,6 +93,8 @@ PagedText::PagedText(const QString& html, const QPageLayout& paper)
     document_.setMetaInformation(QTextDocument::CssMedia, "print");
     document_.setDefaultFont(TextFont());
     document_.setUseDesignMetrics(true);
+    // Otherwise links have the colour of the windows' links, which may be dark ones.
+    document_.setDefaultStyleSheet("a { color: #0563c1; }");
     document_.setHtml(html);
     document_.setDocumentMargin(0);
     QTextFrameFormat frame = document_.rootFrame()->frameFormat();
@@ -106,7 +108,6 @@ PagedText::PagedText(const QString& html, const QPageLayout& paper)
 void PagedText::DrawPage(QPainter& painter, int page, int dotsPerInch) const {
     QAbstractTextDocumentLayout::PaintContext context;
     context.palette.setColor(QPalette::Text, Qt::black);
-    context.palette.setColor(QPalette::Link, QColor(5, 99, 193));
     const QSizeF size = document_.pageSize();
     context.clip = QRectF(QPointF(0, page * size.height()), size);
     const qreal scale = qreal(dotsPerInch) / kPixelsPerInch;

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -119,9 +118,9 @@ QWidget* CSelectSourcesDlg::MakeMoves() {
 }
 
 QWidget* CSelectSourcesDlg::MakeFormatting() {
-    auto* const box = new QGroupBox(tr("Bibliography Formatting"), this);
+    auto* const box = new QWidget(this);
     auto* const grid = new QGridLayout(box);
-    grid->setContentsMargins(kSpace * 3, kSpace * 3, kSpace * 3, kSpace * 3);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kSpace * 3);
     grid->setVerticalSpacing(kSpace * 2);
     sort_ = new QCheckBox(tr("Sort Sources Alpha&betically"), box);
@@ -138,14 +137,17 @@ QWidget* CSelectSourcesDlg::MakeFormatting() {
     style_->setObjectName("style");
     indent_->setObjectName("indent");
     authors_->setObjectName("authors");
-    grid->addWidget(sort_, 0, 0);
-    grid->addWidget(individual_, 1, 0);
-    grid->addWidget(common_, 2, 0);
+    auto* const title = new QLabel(tr("Bibliography Formatting"), box);
+    title->setFont(theme_.Font(TextSize::Title));
+    grid->addWidget(title, 0, 0, 1, 4);
+    grid->addWidget(sort_, 1, 0);
+    grid->addWidget(individual_, 2, 0);
+    grid->addWidget(common_, 3, 0);
     const std::pair<QString, QWidget*> fields[] = {
         {tr("S&tyle:"), style_}, {tr("&Indent Spaces:"), indent_}, {tr("Authors Before '&et al':"), authors_}};
     for (int row = 0; row < static_cast<int>(std::size(fields)); ++row) {
-        grid->addWidget(MakeFieldLabel(fields[row].first, fields[row].second, box), row, 2);
-        grid->addWidget(fields[row].second, row, 3);
+        grid->addWidget(MakeFieldLabel(fields[row].first, fields[row].second, box), row + 1, 2);
+        grid->addWidget(fields[row].second, row + 1, 3);
     }
     grid->setColumnStretch(1, 1);
     sort_->setChecked(selection_.Sorted());

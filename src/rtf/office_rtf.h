@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "rtf/document.h"
+
+namespace lore {
+
+/// What WriteRtf gives, for office programs: without the marks of lists that old rich text controls need beside the
+/// tables of lists, and that some office programs take for those of all lists. ReadRtf gives the document again.
+std::string WriteOfficeRtf(const Document& document);
+
+}  // namespace lore

@@ -1,0 +1,223 @@
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+#include <QTimer>
+#include <functional>
+
+#include "bibliography/bibliography_file.h"
+#include "ui/bibliography/select_sources_dlg.h"
+#include "ui/board_fixture.h"
+#include "ui/sources/source_list_model.h"
+#include "ui/sources/sources_list_wnd.h"
+#include "ui/window_world.h"
+
+namespace lore {
+
+/// "Create Bibliography..." as a user drives it on the sample NoteBook.
+class BibliographyTest : public QObject, protected WindowWorld {
+    Q_OBJECT
+
+private:
+    using Steps = std::function<void(CSelectSourcesDlg&)>;
+    /// Opens the dialog by its key and runs steps on it; it is cancelled behind them.
+    void InDialog(const Steps& steps);
+    static CSourcesListWnd* List(CSelectSourcesDlg& dialog, const char* name) {
+        return dialog.findChild<CSourcesListWnd*>(name);
+    }
+    static const CSource& At(CSourcesListWnd* list, int row) {
+        return static_cast<const SourceListModel*>(list->model())->At(row);
+    }
+    static int Count(CSelectSourcesDlg& dialog, const char* name) { return List(dialog, name)->model()->rowCount(); }
+    static void Click(CSelectSourcesDlg& dialog, const char* button) {
+        dialog.findChild<QAbstractButton*>(button)->click();
+    }
+    std::filesystem::path Bib() const { return DataPaths{Root()}.Bibliography(); }
+    int All() const { return static_cast<int>(app_->NoteBook().sources.Count()); }
+
+private slots:
+    void initTestCase() { MakeTheme(); }
+    void init();
+    void cleanup() { CloseWindow(); }
+    void a_double_click_moves_a_source_over_and_back();
+    void keys_move_several_sources();
+    void formatting_of_all_reaches_the_file_and_nothing_else();
+    void values_outside_return_to_the_limits();
+    void cancel_and_an_empty_choice_write_nothing();
+    void alt_keys_are_unique_and_controls_are_named();
+    void looks_good_data();
+    void looks_good();
+};
+
+void BibliographyTest::init() {
+    Begin();
+    MakeSample();
+    OpenWindow(1180, 800);
+}
+
+void BibliographyTest::InDialog(const Steps& steps) {
+    bool ran = false;
+    window_->activateWindow();
+    QTRY_VERIFY(QApplication::activeWindow() == window_.get());
+    QTimer::singleShot(0, window_.get(), [&] {
+        auto* const dialog = qobject_cast<CSelectSourcesDlg*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        dialog->activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == dialog);
+        steps(*dialog);
+        ran = true;
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    QTest::keyClick(window_.get(), Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(ran);
+}
+
+void BibliographyTest::a_double_click_moves_a_source_over_and_back() {
+    InDialog([this](CSelectSourcesDlg& dialog) {
+        CSourcesListWnd* const available = List(dialog, "available");
+        CSourcesListWnd* const selected = List(dialog, "selected");
+        QCOMPARE(Count(dialog, "available"), All());
+        const int32_t id = At(available, 2).SourceID;
+        const QPoint third = available->visualRect(available->model()->index(2, 0)).center();
+        QTest::mouseClick(available->viewport(), Qt::LeftButton, {}, third);
+        QTest::mouseDClick(available->viewport(), Qt::LeftButton, {}, third);
+        QCOMPARE(Count(dialog, "available"), All() - 1);
+        QCOMPARE(At(selected, 0).SourceID, id);
+        const QPoint first = selected->visualRect(selected->model()->index(0, 0)).center();
+        QTest::mouseClick(selected->viewport(), Qt::LeftButton, {}, first);
+        QTest::mouseDClick(selected->viewport(), Qt::LeftButton, {}, first);
+        QCOMPARE(Count(dialog, "selected"), 0);
+        QCOMPARE(At(available, 2).SourceID, id);
+    });
+}
+
+void BibliographyTest::keys_move_several_sources() {
+    InDialog([this](CSelectSourcesDlg& dialog) {
+        CSourcesListWnd* const available = List(dialog, "available");
+        QTRY_VERIFY(available->hasFocus());
+        QTest::keyClick(available, Qt::Key_Down);
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(available, Qt::Key_Return);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(Count(dialog, "selected"), 3);
+        CSourcesListWnd* const selected = List(dialog, "selected");
+        selected->setFocus();
+        selected->SelectRow(0);
+        QTest::keyClick(selected, Qt::Key_Delete);
+        QCOMPARE(Count(dialog, "selected"), 2);
+        Click(dialog, "all");
+        QCOMPARE(Count(dialog, "available"), 0);
+        QVERIFY(!dialog.findChild<QPushButton*>("all")->isEnabled());
+        Click(dialog, "none");
+        QCOMPARE(Count(dialog, "available"), All());
+    });
+}
+
+void BibliographyTest::formatting_of_all_reaches_the_file_and_nothing_else() {
+    std::string before, after;
+    ReadFile(app_->NoteBook().paths.Sources(), before);
+    InDialog([](CSelectSourcesDlg& dialog) {
+        auto* const style = dialog.findChild<QComboBox*>("style");
+        QVERIFY(!style->isEnabled());
+        Click(dialog, "all");
+        Click(dialog, "common");
+        QVERIFY(style->isEnabled());
+        style->setCurrentText("APA Style");
+        dialog.findChild<QSpinBox*>("indent")->setValue(5);
+        QCOMPARE(At(List(dialog, "selected"), 0).FormatStyle, 9);
+        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(dialog.result(), 2112);
+    });
+    SourceList written;
+    bool whole = false;
+    QVERIFY(LoadBibliography(Bib(), MakeReadContext(clock_, guids_), written, whole).Ok() && whole);
+    QCOMPARE(static_cast<int>(written.Count()), All());
+    for (const CSource& source : written) {
+        QCOMPARE(source.FormatStyle, 9);
+        QCOMPARE(source.IndentSpaces, 5);
+    }
+    ReadFile(app_->NoteBook().paths.Sources(), after);
+    QVERIFY(after == before);
+}
+
+void BibliographyTest::values_outside_return_to_the_limits() {
+    InDialog([](CSelectSourcesDlg& dialog) {
+        Click(dialog, "common");
+        const auto type = [&](const char* name, const QString& text) {
+            auto* const box = dialog.findChild<QSpinBox*>(name);
+            box->setFocus();
+            box->selectAll();
+            QTest::keyClicks(box, text);
+            return box->value();
+        };
+        QCOMPARE(type("indent", "11"), 10);
+        QCOMPARE(type("indent", "0"), 0);
+        QCOMPARE(type("authors", "0"), 1);
+        QCOMPARE(type("authors", "16"), 15);
+    });
+}
+
+void BibliographyTest::cancel_and_an_empty_choice_write_nothing() {
+    InDialog([](CSelectSourcesDlg& dialog) {
+        Click(dialog, "all");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QVERIFY(!dialog.isVisible());
+    });
+    QVERIFY(!std::filesystem::exists(Bib()));
+    InDialog([](CSelectSourcesDlg& dialog) { Click(dialog, "save"); });
+    QVERIFY(!std::filesystem::exists(Bib()));
+}
+
+void BibliographyTest::alt_keys_are_unique_and_controls_are_named() {
+    InDialog([](CSelectSourcesDlg& dialog) {
+        QSet<QChar> keys;
+        for (const QWidget* const child : dialog.findChildren<QWidget*>()) {
+            const QString text = child->property("text").toString();
+            const bool hasKey = qobject_cast<const QLabel*>(child) || qobject_cast<const QAbstractButton*>(child);
+            const qsizetype mark = hasKey ? text.indexOf('&') : -1;
+            QVERIFY2(mark < 0 || !keys.contains(text[mark + 1].toLower()), qPrintable(text));
+            if (mark >= 0)
+                keys.insert(text[mark + 1].toLower());
+            const bool isInner = qobject_cast<const QComboBox*>(child->parentWidget()) ||
+                                 qobject_cast<const QAbstractSpinBox*>(child->parentWidget());
+            const bool takesKeys = child->isVisible() && (child->focusPolicy() & Qt::TabFocus) && !isInner;
+            QVERIFY2(!takesKeys || !child->accessibleName().isEmpty() || !text.isEmpty(),
+                     child->metaObject()->className());
+        }
+        QVERIFY(keys.size() >= 12);
+    });
+}
+
+void BibliographyTest::looks_good_data() {
+    QTest::addColumn<int>("appearance");
+    QTest::newRow("light") << 1;
+    QTest::newRow("dark") << 2;
+}
+
+void BibliographyTest::looks_good() {
+    QFETCH(int, appearance);
+    theme_->SetAppearance(static_cast<Appearance>(appearance));
+    const QString end = appearance == 2 ? "-dark" : "-light";
+    InDialog([&](CSelectSourcesDlg& dialog) {
+        QTest::qWait(50);
+        TakeShot(dialog, "bibliography-begin" + end);
+        CSourcesListWnd* const available = List(dialog, "available");
+        available->SelectRow(1);
+        for (int i = 0; i < 6; ++i)
+            Click(dialog, "add");
+        Click(dialog, "common");
+        List(dialog, "selected")->SelectRow(2);
+        List(dialog, "selected")->setFocus();
+        QTest::qWait(50);
+        TakeShot(dialog, "bibliography" + end);
+    });
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::BibliographyTest)
+#include "bibliography_test.moc"

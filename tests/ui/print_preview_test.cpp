@@ -1,0 +1,246 @@
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPrintPreviewWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+#include "base/file_io.h"
+#include "printsave/preview_window.h"
+#include "rtf/rtf.h"
+#include "support/memory_store.h"
+#include "ui/board_fixture.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+/// The window of PrintSave as a user drives it.
+class PrintPreviewTest : public QObject {
+    Q_OBJECT
+
+private:
+    /// So many sources of one style, each two lines long.
+    static PrintContent Bibliography(int count);
+    void Open(PrintContent content);
+    QAction* Command(const QString& text) const;
+    QString PageText() const { return window_->findChild<QLabel*>("page")->text(); }
+    static int PagesOf(const std::string& pdf);
+
+    std::unique_ptr<Theme> theme_;
+    std::unique_ptr<PrintContent> content_;
+    std::unique_ptr<PreviewWindow> window_;
+    MemoryStore store_;
+    QTemporaryDir folder_;
+
+private slots:
+    void initTestCase() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
+    void init() { store_ = MemoryStore(); }
+    void cleanup() { window_.reset(); }
+    void pages_are_turned();
+    void another_font_lays_out_anew_and_is_remembered();
+    void another_paper_makes_more_pages();
+    void a_range_is_printed();
+    void every_form_is_saved_and_a_failure_told();
+    void paper_looks_the_same_in_a_dark_window();
+    void alt_keys_and_shortcuts_are_unique();
+    void looks_good_data();
+    void looks_good();
+};
+
+PrintContent PrintPreviewTest::Bibliography(int count) {
+    SourceList sources;
+    for (int i = 0; i < count; ++i) {
+        CSource source;
+        source.SourceID = i + 1;
+        source.FormattedText =
+            "Stevenson, Alan. 1850. A Rudimentary Treatise on the History, Construction, and "
+            "Illumination of Lighthouses, Part " +
+            std::to_string(i + 1) + ". London: John Weale. https://example.org/" + std::to_string(i);
+        source.SpanKinds = {1};
+        source.SpanStarts = {23};
+        source.SpanEnds = {107};
+        sources.AddTail(source);
+    }
+    return PrintContent(sources);
+}
+
+void PrintPreviewTest::Open(PrintContent content) {
+    content_ = std::make_unique<PrintContent>(std::move(content));
+    window_ = std::make_unique<PreviewWindow>(*content_, *theme_, store_);
+    window_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+}
+
+QAction* PrintPreviewTest::Command(const QString& text) const {
+    for (QAction* const menu : window_->menuBar()->actions()) {
+        for (QAction* const action : menu->menu()->actions()) {
+            if (action->text().remove('&') == text)
+                return action;
+        }
+    }
+    return nullptr;
+}
+
+int PrintPreviewTest::PagesOf(const std::string& pdf) {
+    int pages = 0;
+    for (size_t at = pdf.find("/Type /Page\n"); at != std::string::npos; at = pdf.find("/Type /Page\n", at + 1))
+        ++pages;
+    return pages;
+}
+
+void PrintPreviewTest::pages_are_turned() {
+    Open(Bibliography(80));
+    const int pages = window_->PageCount();
+    QVERIFY(pages >= 3);
+    QTRY_COMPARE(PageText(), QStringLiteral("Page 1 of %1").arg(pages));
+    QVERIFY(!Command("Previous Page")->isEnabled());
+    Command("Next Page")->trigger();
+    QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(pages));
+    Command("Last Page")->trigger();
+    QCOMPARE(window_->Preview()->currentPage(), pages);
+    QVERIFY(!Command("Next Page")->isEnabled());
+    const double before = window_->Preview()->zoomFactor();
+    Command("Zoom In")->trigger();
+    QVERIFY(window_->Preview()->zoomFactor() > before);
+    for (int i = 0; i < 40; ++i)
+        Command("Zoom Out")->trigger();
+    QVERIFY(window_->Preview()->zoomFactor() > 0.05);
+}
+
+void PrintPreviewTest::another_font_lays_out_anew_and_is_remembered() {
+    Open(Bibliography(80));
+    const int pages = window_->PageCount();
+    auto* const fonts = window_->findChild<QComboBox*>("fonts");
+    fonts->setCurrentText("Courier New");
+    QVERIFY(window_->PageCount() > pages);
+    const int wide = window_->PageCount();
+    window_->close();
+    Open(Bibliography(80));
+    QCOMPARE(window_->findChild<QComboBox*>("fonts")->currentText(), QStringLiteral("Courier New"));
+    QCOMPARE(window_->PageCount(), wide);
+    Open(PrintContent(DocumentFromText("Notes have fonts of their own", "Arial", 24)));
+    QVERIFY(!window_->findChild<QComboBox*>("fonts"));
+}
+
+void PrintPreviewTest::another_paper_makes_more_pages() {
+    Open(Bibliography(80));
+    const int pages = window_->PageCount();
+    QPageLayout paper = window_->Paper();
+    paper.setPageSize(QPageSize(QPageSize::A5));
+    paper.setOrientation(QPageLayout::Landscape);
+    window_->SetPaper(paper);
+    QVERIFY(window_->PageCount() > pages * 2);
+    const QString file = folder_.filePath("a5.pdf");
+    QVERIFY(window_->Save(file));
+    std::string pdf;
+    ReadFile(file.toStdString(), pdf);
+    QCOMPARE(PagesOf(pdf), window_->PageCount());
+    QVERIFY(pdf.find("/MediaBox [0 0 595") != std::string::npos);
+}
+
+void PrintPreviewTest::a_range_is_printed() {
+    Open(Bibliography(80));
+    const std::tuple<int, int, int> kRanges[] = {
+        {0, 0, window_->PageCount()}, {2, 2, 1}, {2, 3, 2}, {1, 99, window_->PageCount()}};
+    for (const auto& [from, to, pages] : kRanges) {
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(folder_.filePath("range.pdf"));
+        printer.setFullPage(true);
+        printer.setFromTo(from, to);
+        window_->PrintTo(printer);
+        std::string pdf;
+        ReadFile(folder_.filePath("range.pdf").toStdString(), pdf);
+        QCOMPARE(PagesOf(pdf), pages);
+    }
+}
+
+void PrintPreviewTest::every_form_is_saved_and_a_failure_told() {
+    Open(Bibliography(3));
+    for (const SavedForm& form : kSavedForms) {
+        const QString file = folder_.filePath(QStringLiteral("saved.") + form.ending);
+        QVERIFY2(window_->Save(file), form.ending);
+        QVERIFY(QFileInfo(file).size() > 100);
+    }
+    for (const QString& file : {folder_.filePath("no folder/a.pdf"), folder_.filePath("a.doc")}) {
+        QString told;
+        QTimer::singleShot(0, window_.get(), [&] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            told = box ? box->text() : QString();
+            if (box)
+                box->accept();
+        });
+        QVERIFY(!window_->Save(file));
+        QVERIFY2(told.contains(".pdf"), qPrintable(told));
+    }
+}
+
+void PrintPreviewTest::paper_looks_the_same_in_a_dark_window() {
+    const auto page = [this](Appearance appearance) {
+        theme_->SetAppearance(appearance);
+        QImage image(794, 1123, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        PagedText(QString::fromStdString(Bibliography(5).Html()), StandardPaper()).DrawPage(painter, 0, 96);
+        return image;
+    };
+    const QImage light = page(Appearance::Light);
+    const QImage dark = page(Appearance::Dark);
+    theme_->SetAppearance(Appearance::Light);
+    QVERIFY(light == dark);
+}
+
+void PrintPreviewTest::alt_keys_and_shortcuts_are_unique() {
+    Open(Bibliography(3));
+    QSet<QString> shortcuts;
+    QSet<QChar> menus;
+    for (QAction* const menu : window_->menuBar()->actions()) {
+        const QString title = menu->text();
+        QVERIFY2(title.contains('&') && !menus.contains(title[title.indexOf('&') + 1].toLower()), qPrintable(title));
+        menus.insert(title[title.indexOf('&') + 1].toLower());
+        QSet<QChar> keys;
+        for (QAction* const action : menu->menu()->actions()) {
+            const qsizetype mark = action->text().indexOf('&');
+            if (action->isSeparator())
+                continue;
+            QVERIFY2(mark >= 0 && !keys.contains(action->text()[mark + 1].toLower()), qPrintable(action->text()));
+            keys.insert(action->text()[mark + 1].toLower());
+            for (const QKeySequence& keysOf : action->shortcuts()) {
+                QVERIFY2(!shortcuts.contains(keysOf.toString()), qPrintable(keysOf.toString()));
+                shortcuts.insert(keysOf.toString());
+            }
+        }
+    }
+}
+
+void PrintPreviewTest::looks_good_data() {
+    QTest::addColumn<int>("appearance");
+    QTest::newRow("light") << 1;
+    QTest::newRow("dark") << 2;
+}
+
+void PrintPreviewTest::looks_good() {
+    QFETCH(int, appearance);
+    theme_->SetAppearance(static_cast<Appearance>(appearance));
+    Open(Bibliography(40));
+    window_->resize(900, 760);
+    QTest::qWait(100);
+    TakeShot(*window_, appearance == 2 ? "print-preview-dark" : "print-preview-light");
+    Command("Fit Page")->trigger();
+    Command("Facing Pages")->trigger();
+    QTest::qWait(100);
+    TakeShot(*window_, appearance == 2 ? "print-preview-facing-dark" : "print-preview-facing-light");
+    window_.reset();
+    theme_->SetAppearance(Appearance::Light);
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::PrintPreviewTest)
+#include "print_preview_test.moc"
