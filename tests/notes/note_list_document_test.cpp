@@ -1,0 +1,138 @@
+#include "notes/note_list_document.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/text.h"
+#include "bibliography/document_odt.h"
+#include "notes/attachment_path.h"
+#include "notes/note_builder.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+PrintNote FullEntry() {
+    PrintNote entry{FullNote(5), {}};
+    CSource source;
+    source.SourceID = 1011;
+    source.SourceGUID = "{S1}";
+    source.FormattedText = "Ames, A. Lamps. https://a.b/c";
+    source.SpanKinds = {1};
+    source.SpanStarts = {9};
+    source.SpanEnds = {13};
+    entry.sources.push_back(source);
+    return entry;
+}
+
+std::optional<Picture> NoPicture(const CAttachment&) {
+    return std::nullopt;
+}
+
+/// The parts of the text, joined by "|".
+std::string PartsOf(const std::vector<PrintNote>& notes, const BoardOptions& options,
+                    const PictureOfAttachment& pictureOf = NoPicture) {
+    return ReplaceAll(ComposeNoteList(notes, options, pictureOf).text, "\n", "|");
+}
+
+TEST(NoteListDocument, StacksWhatTheDisplaySettingsShow) {
+    const std::string paths = "1  Lights \u203A Lenses|3  Places";
+    const std::string words = "Key Words: lamp, Fresnel, fog \u00FC";
+    const std::string source = "Ames, A. Lamps. https://a.b/c  \u2013  p. 7";
+    const std::string text = "First|Second";
+    const std::string files = "A lamp (Image File)|Site <http://example.org>";
+    struct Case {
+        const char* what;
+        BoardOptions options;
+        std::string expected;
+    };
+    Case cases[4];
+    cases[0] = {"as they are at first", {}, paths + "|" + text + "|" + files + "|" + source + "|" + words};
+    cases[1] = {"all on top", {}, paths + "|" + words + "|" + source + "|" + text + "|" + files};
+    cases[1].options.keyWordsOnTop = cases[1].options.sourcesOnTop = true;
+    cases[2] = {"nothing but the text", {}, text + "|" + files};
+    cases[2].options.showCategories = cases[2].options.showKeyWords = cases[2].options.showSources = false;
+    cases[3] = {"one set", {}, "Lights \u203A Lenses|" + text + "|" + files + "|" + source + "|" + words};
+    cases[3].options.onlySetOne = true;
+    for (const Case& c : cases)
+        EXPECT_EQ(PartsOf({FullEntry()}, c.options), c.expected) << c.what;
+}
+
+TEST(NoteListDocument, PartsNotesWithARuleAndShowsPicturesWithTheirTitle) {
+    PrintNote pictured = FullEntry();
+    const auto picture = [](const CAttachment& attachment) {
+        EXPECT_EQ(attachment.title, "A lamp");
+        Picture made;
+        made.bytes = "PNG";
+        made.goal_width = 1500;
+        return std::optional(made);
+    };
+    const Document document = ComposeNoteList({{DayNote(1), {}}, pictured, {DayNote(2), {}}}, {}, picture);
+    EXPECT_EQ(document.pictures.size(), 1u);
+    EXPECT_THAT(document.text, HasSubstr("A lamp\n\nSite"));
+    size_t rules = 0;
+    for (const Paragraph& paragraph : document.paragraphs)
+        rules += document.text.compare(paragraph.begin, 3, "\u2500") == 0 ? 1 : 0;
+    EXPECT_EQ(rules, 2u);
+    EXPECT_EQ(document.links, (std::vector<std::string>{"http://example.org", "https://a.b/c"}));
+}
+
+TEST(NoteListDocument, TakesTextsOfAnyKind) {
+    PrintNote entry = FullEntry();
+    entry.note.keyWords = std::string("a\nb,\x01,") + "caf\xE9";
+    entry.note.rtfText = "no rich text at all";
+    entry.note.categories[0] = PathOf({{3, ""}});
+    entry.note.attachments[0].title = "";
+    const std::string parts = PartsOf({entry}, {});
+    EXPECT_THAT(parts, HasSubstr("a b"));
+    EXPECT_THAT(parts, HasSubstr("caf\u00E9"));
+    EXPECT_THAT(parts, HasSubstr("0000001.png (Image File)"));
+    EXPECT_TRUE(IsValidUtf8(parts));
+}
+
+TEST(DocumentAsText, KeepsMarksOfListsAndCellsOfTables) {
+    const Document document = ReadRtf(
+        "{\\rtf1 Head\\par{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}one\\par "
+        "two\\par\\pard\\trowd\\cellx900\\cellx1800\\intbl "
+        "a\\cell b\\par c\\cell\\row\\pard end}");
+    EXPECT_EQ(DocumentAsText(document), "Head\n1. one\n2. two\na\tb c\nend\n");
+}
+
+TEST(DocumentAsOdt, HoldsEveryPictureAndTheSameBytesAgain) {
+    PrintNote entry = FullEntry();
+    const auto picture = [](const CAttachment&) {
+        Picture made;
+        made.bytes = std::string(2000, 'p');
+        made.goal_width = made.goal_height = 1500;
+        return std::optional(made);
+    };
+    const Document document = ComposeNoteList({entry, entry}, {}, picture);
+    const auto odt = DocumentAsOdt(document);
+    ASSERT_TRUE(odt);
+    EXPECT_EQ(odt->substr(30, 47), "mimetypeapplication/vnd.oasis.opendocument.text");
+    EXPECT_THAT(*odt, HasSubstr("Pictures/2.png"));
+    EXPECT_THAT(*odt, Not(HasSubstr("Pictures/3.png")));
+    EXPECT_EQ(odt, DocumentAsOdt(document));
+}
+
+TEST(AttachmentPathOf, StaysInTheFolderOfAttachments) {
+    const NoteBookPaths paths({"/data"}, "Book");
+    const std::pair<const char*, const char*> kCases[] = {
+        {"0000001.png", "/data/Data Files/Databases/Book/Attachments/0000001.png"},
+        {"../../../etc/passwd", "/data/Data Files/Databases/Book/Attachments/passwd"},
+        {"a\\b\\c.png", "/data/Data Files/Databases/Book/Attachments/c.png"},
+        {"..", ""},
+        {"", ""}};
+    for (const auto& [stored, expected] : kCases) {
+        CAttachment attachment;
+        attachment.type = 1;
+        attachment.storedFile = stored;
+        EXPECT_EQ(AttachmentPathOf(paths, attachment).string(), expected);
+    }
+}
+
+}  // namespace
+}  // namespace lore

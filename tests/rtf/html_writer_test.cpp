@@ -1,0 +1,167 @@
+#include "rtf/html_writer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "rtf/append_document.h"
+#include "rtf/list_marks.h"
+#include "rtf/office_rtf.h"
+#include "rtf/rtf.h"
+
+namespace lore {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+/// What stands in the body of the page for a rich text.
+std::string BodyOf(const std::string& rtf) {
+    const std::string html = WriteHtml(ReadRtf(rtf), "t");
+    const size_t begin = html.find("<body>\n") + 7;
+    return html.substr(begin, html.find("</body>") - begin);
+}
+
+TEST(HtmlWriter, SaysOnlyWhatDiffersFromPlainText) {
+    const std::pair<const char*, const char*> kCases[] = {
+        {"{\\rtf1 a < b & \"c\"}", "<p>a &lt; b &amp; &quot;c&quot;</p>\n"},
+        {"{\\rtf1 a{\\b b}c}", "<p>a<span style=\"font-weight:bold\">b</span>c</p>\n"},
+        {"{\\rtf1{\\ul\\strike x}}", "<p><span style=\"text-decoration:underline line-through\">x</span></p>\n"},
+        {"{\\rtf1\\fs27 x}", "<p><span style=\"font-size:13.5pt\">x</span></p>\n"},
+        {"{\\rtf1{\\colortbl;\\red255\\green0\\blue10;}\\cf1 x}", "<p><span style=\"color:#ff000a\">x</span></p>\n"},
+        {"{\\rtf1 H{\\sub 2}O}", "<p>H<span style=\"vertical-align:sub\">2</span>O</p>\n"},
+        {"{\\rtf1\\qc\\li300\\fi-150\\sa60 x\\par}",
+         "<p style=\"margin-left:20px;text-indent:-10px;margin-bottom:4px;text-align:center\">x</p>\n"},
+        {"{\\rtf1 a\\line b\\page c}", "<p>a<br>b</p>\n<p style=\"page-break-before:always\">c</p>\n"},
+        {"no rich text", "<p></p>\n"},
+    };
+    for (const auto& [rtf, expected] : kCases)
+        EXPECT_EQ(BodyOf(rtf), expected) << rtf;
+    EXPECT_THAT(WriteHtml({}, "<Notes> & more"), HasSubstr("<title>&lt;Notes&gt; &amp; more</title>"));
+}
+
+TEST(HtmlWriter, AFontNameCantLeaveItsAttribute) {
+    const std::string body = BodyOf("{\\rtf1{\\fonttbl{\\f0 A';x:url(javascript)\"><script>;}}\\f0 x}");
+    EXPECT_THAT(body, Not(HasSubstr("<script>")));
+    EXPECT_THAT(body, Not(HasSubstr("A'")));
+}
+
+TEST(HtmlWriter, OnlyLinksThatMayBeOpenedAreAlive) {
+    const auto linkTo = [](const std::string& address) {
+        return BodyOf("{\\rtf1{\\field{\\*\\fldinst HYPERLINK \"" + address + "\"}{\\fldrslt go}}}");
+    };
+    EXPECT_THAT(linkTo("https://a.b/?c=1&d=2"), HasSubstr("<a href=\"https://a.b/?c=1&amp;d=2\">"));
+    EXPECT_THAT(linkTo("mailto:a@b.c"), HasSubstr("<a href=\"mailto:a@b.c\">"));
+    for (const char* address : {"javascript:alert(1)", "file:///etc/passwd", "data:text/html,x", "nothing"})
+        EXPECT_THAT(linkTo(address), Not(HasSubstr("<a"))) << address;
+}
+
+TEST(HtmlWriter, NestsListsAndGoesOnCounting) {
+    DocumentBuilder builder;
+    const auto item = [&](const char* text, ListKind kind, int level, int32_t list) {
+        ParagraphFormat format;
+        format.list = kind;
+        format.list_level = static_cast<uint8_t>(level);
+        format.list_id = list;
+        builder.AddText(text, {});
+        builder.EndParagraph(format);
+    };
+    item("a", ListKind::kDecimal, 0, 1);
+    item("b", ListKind::kBullet, 1, 1);
+    item("c", ListKind::kDecimal, 0, 1);
+    builder.AddText("between", {});
+    builder.EndParagraph({});
+    item("d", ListKind::kDecimal, 0, 1);
+    item("e", ListKind::kUpperRoman, 2, 2);
+    const std::string html = WriteHtml(builder.Finish({}, true), "");
+    const std::string body = html.substr(html.find("<body>\n") + 7);
+    EXPECT_THAT(body, HasSubstr("<ol style=\"list-style-type:decimal;margin:0\"><li>a<ul "
+                                "style=\"list-style-type:circle;margin:0\"><li>b</li></ul>\n</li>\n<li>c</li></ol>\n"
+                                "<p>between</p>\n<ol start=\"3\""));
+    size_t open = 0, closed = 0;
+    for (size_t at = body.find("<ol"); at != std::string::npos; at = body.find("<ol", at + 1))
+        ++open;
+    for (size_t at = body.find("</ol>"); at != std::string::npos; at = body.find("</ol>", at + 1))
+        ++closed;
+    EXPECT_EQ(open, closed);
+    EXPECT_EQ(open, 4u);
+}
+
+TEST(HtmlWriter, TablesKeepTheirCellsAndSpans) {
+    const std::string body = BodyOf(
+        "{\\rtf1\\trowd\\clmgf\\clbrdrt\\brdrs\\cellx1500\\clmrg\\cellx3000\\cellx4500\\intbl wide\\cell\\cell "
+        "c\\cell\\row"
+        "\\trowd\\cellx1500\\cellx3000\\cellx4500\\intbl 1\\cell 2\\par two\\cell 3\\cell\\row\\pard behind}");
+    EXPECT_THAT(body, HasSubstr("<td width=\"200\" colspan=\"2\""));
+    EXPECT_THAT(body, HasSubstr("<td width=\"100\"><p>2</p>\n<p>two</p>\n</td>"));
+    EXPECT_THAT(body, HasSubstr("</table>\n<p>behind</p>\n"));
+}
+
+TEST(HtmlWriter, APictureStandsWithinThePageAtItsSize) {
+    Picture picture;
+    picture.bytes = std::string("\x89PNG\0\xff", 6);
+    picture.goal_width = 1500;
+    picture.goal_height = 750;
+    picture.scale_x = 50;
+    DocumentBuilder builder;
+    builder.AddPicture(picture, {});
+    picture.kind = PictureKind::kWmf;
+    builder.AddPicture(picture, {});
+    const std::string html = WriteHtml(builder.Finish({}, false), "");
+    EXPECT_THAT(html, HasSubstr("<img alt=\"\" width=\"50\" height=\"50\" src=\"data:image/png;base64,iVBORwD/\">"));
+    EXPECT_THAT(html, HasSubstr("[picture]"));
+}
+
+TEST(AppendDocument, KeepsFontsLinksTablesAndListsApart) {
+    const Document first = ReadRtf(
+        "{\\rtf1{\\fonttbl{\\f0 Arial;}{\\f1 Courier New;}}\\f1 one{\\field{\\*\\fldinst HYPERLINK "
+        "\"http://a\"}{\\fldrslt link}}\\par\\trowd\\cellx900\\intbl cell\\cell\\row}");
+    const Document second =
+        ReadRtf("{\\rtf1{\\fonttbl{\\f0 Courier New;}{\\f1 Arial;}}\\f1 two\\par{\\*\\pn\\pnlvlbody\\pndec}item\\par}");
+    DocumentBuilder builder;
+    AppendDocument(builder, second);
+    AppendDocument(builder, first);
+    AppendDocument(builder, second);
+    const Document joined = builder.Finish({}, true);
+    EXPECT_EQ(joined.text.substr(0, 12), "two\nitem\none");
+    EXPECT_THAT(joined.text, HasSubstr("cell\t\n"));
+    EXPECT_EQ(joined.fonts.size(), 2u);
+    EXPECT_EQ(FontNameOf(joined, joined.runs.front().format), "Arial");
+    EXPECT_EQ(FontNameOf(joined, joined.runs.back().format), "Arial");
+    ListMarks marks;
+    std::vector<std::string> numbers;
+    for (const Paragraph& paragraph : joined.paragraphs) {
+        if (const std::string mark = marks.NextMark(paragraph.format); !mark.empty())
+            numbers.push_back(mark);
+    }
+    EXPECT_EQ(numbers, (std::vector<std::string>{"1.", "1."})) << "each text counts for itself";
+}
+
+TEST(OfficeRtf, LeavesOutTheOlderMarksAndReadsBack) {
+    DocumentBuilder builder;
+    ParagraphFormat format;
+    format.list = ListKind::kDecimal;
+    format.list_id = 2;
+    builder.AddText("item", {});
+    const Document document = builder.Finish(format, false);
+    EXPECT_THAT(WriteRtf(document), HasSubstr("\\pndec"));
+    EXPECT_THAT(WriteOfficeRtf(document), Not(HasSubstr("\\pn")));
+    const Document read = ReadRtf(WriteOfficeRtf(document));
+    EXPECT_EQ(read.text, "item");
+    EXPECT_EQ(read.paragraphs[0].format.list, ListKind::kDecimal);
+}
+
+TEST(ListMarks, CountInEveryKind) {
+    const std::tuple<ListKind, int, const char*> kCases[] = {
+        {ListKind::kNone, 1, ""},           {ListKind::kBullet, 9, "\u2022"},
+        {ListKind::kDecimal, 12, "12."},    {ListKind::kLowerLetter, 28, "ab."},
+        {ListKind::kUpperLetter, 26, "Z."}, {ListKind::kLowerRoman, 1994, "mcmxciv."},
+        {ListKind::kUpperRoman, 4, "IV."},  {ListKind::kLowerRoman, 4000, "4000."}};
+    for (const auto& [kind, number, mark] : kCases) {
+        ParagraphFormat format;
+        format.list = kind;
+        EXPECT_EQ(MarkOf(format, number), mark);
+    }
+}
+
+}  // namespace
+}  // namespace lore
