@@ -69,7 +69,7 @@ private:
             case CardPartKind::Source:
                 return AddSource(note, entry.sources[part.index]);
             case CardPartKind::Text:
-                return AppendDocument(builder_, ReadRtf(note.rtfText));
+                return AppendDocument(builder_, ReadRtf(note.rtfText), nextList_);
             case CardPartKind::Attachments:
                 for (const CAttachment& attachment : note.attachments)
                     AddAttachment(attachment);
@@ -183,6 +183,7 @@ private:
     DocumentBuilder builder_;
     CharFormat small_, sourceFormat_;
     bool first_ = true;
+    int32_t nextList_ = 1;
 };
 
 class TextWriter : public DocumentVisitor {

@@ -1,30 +1,25 @@
 #include "rtf/append_document.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace lore {
 
 namespace {
 
-/// The first number for lists behind those that are there.
-int32_t FreeList(const Document& document) {
-    int32_t highest = 0;
-    for (const Paragraph& paragraph : document.paragraphs)
-        highest = std::max(highest, paragraph.format.list_id);
-    return highest + 1;
-}
-
 class Appender {
 public:
-    Appender(DocumentBuilder& builder, const Document& document)
-        : builder_(builder), document_(document), firstList_(FreeList(builder.Unfinished())) {}
+    Appender(DocumentBuilder& builder, const Document& document, int32_t firstList)
+        : builder_(builder), document_(document), firstList_(firstList), nextList_(firstList) {}
 
-    void Run() {
+    /// Gives the number behind all lists.
+    int32_t Run() {
         for (size_t i = 0; i < document_.paragraphs.size(); ++i) {
             for (const TextRun& run : RunsOf(document_, i))
                 Add(run);
             End(document_.paragraphs[i]);
         }
+        return nextList_;
     }
 
 private:
@@ -49,8 +44,11 @@ private:
 
     void End(const Paragraph& paragraph) {
         ParagraphFormat format = paragraph.format;
-        if (format.list != ListKind::kNone)
-            format.list_id = static_cast<int32_t>(std::min<int64_t>(int64_t{format.list_id} + firstList_, INT32_MAX));
+        if (format.list != ListKind::kNone) {
+            constexpr int64_t kMost = INT32_MAX - 1;
+            format.list_id = static_cast<int32_t>(std::min(std::max<int64_t>(format.list_id, 0) + firstList_, kMost));
+            nextList_ = std::max(nextList_, format.list_id + 1);
+        }
         const bool inTable = paragraph.row >= 0 && static_cast<size_t>(paragraph.row) < document_.rows.size();
         if (!inTable)
             return builder_.EndParagraph(format);
@@ -67,13 +65,13 @@ private:
 
     DocumentBuilder& builder_;
     const Document& document_;
-    int32_t firstList_;
+    int32_t firstList_, nextList_;
 };
 
 }  // namespace
 
-void AppendDocument(DocumentBuilder& builder, const Document& document) {
-    Appender(builder, document).Run();
+void AppendDocument(DocumentBuilder& builder, const Document& document, int32_t& firstList) {
+    firstList = Appender(builder, document, firstList).Run();
 }
 
 }  // namespace lore

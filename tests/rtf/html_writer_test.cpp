@@ -118,9 +118,9 @@ TEST(AppendDocument, KeepsFontsLinksTablesAndListsApart) {
     const Document second =
         ReadRtf("{\\rtf1{\\fonttbl{\\f0 Courier New;}{\\f1 Arial;}}\\f1 two\\par{\\*\\pn\\pnlvlbody\\pndec}item\\par}");
     DocumentBuilder builder;
-    AppendDocument(builder, second);
-    AppendDocument(builder, first);
-    AppendDocument(builder, second);
+    int32_t nextList = 1;
+    for (const Document* const document : {&second, &first, &second})
+        AppendDocument(builder, *document, nextList);
     const Document joined = builder.Finish({}, true);
     EXPECT_EQ(joined.text.substr(0, 12), "two\nitem\none");
     EXPECT_THAT(joined.text, HasSubstr("cell\t\n"));
