@@ -17,6 +17,7 @@
 #include "ports/clock.h"
 #include "ports/fault_notice.h"
 #include "ports/guid_source.h"
+#include "ports/http_transport.h"
 #include "ports/process_launcher.h"
 #include "ports/progress.h"
 #include "ports/prompts.h"
@@ -37,8 +38,11 @@ struct AppPorts {
     std::function<void(int)> wait = [](int) {};
     /// Gives a random number from 0 to the one given.
     std::function<int(int)> random = [](int) { return 0; };
-    ProcessLauncher* companions = nullptr;  ///< without one no companion is started
-    Agent* agent = nullptr;                 ///< without one none is started or told
+    ProcessLauncher* companions = nullptr;     ///< without one no companion is started
+    Agent* agent = nullptr;                    ///< without one none is started or told
+    HttpTransport* http = nullptr;             ///< without one no server is reached
+    std::filesystem::path programFolder = {};  ///< where this program and its companions lie
+    std::function<DateTime(const DateTime&)> toUtc = [](const DateTime& d) { return d; };  ///< from local time
 };
 
 /// The application: settings, the list of NoteBooks, the open NoteBook and the current note list, and the commands that

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "app/online_commands.h"
 #include "notes/note_finder.h"
 
 namespace lore {
@@ -10,7 +11,10 @@ namespace {
 
 ManagerPorts PortsOf(CLorebinderApp& app, NoteBookTrash& trash) {
     const AppPorts& ports = app.Ports();
-    return {ports.prompts, ports.progress, ports.faults, ports.wait, ports.random, {}, &trash};
+    const auto clearOnlineLink = [&app](const CDatabase& noteBook, const SyncLink& link) {
+        FreeOnlineNoteBook(OnlineSession(app).World(), link, noteBook.guid);
+    };
+    return {ports.prompts, ports.progress, ports.faults, ports.wait, ports.random, clearOnlineLink, &trash};
 }
 
 /// Runs a backup; the list of NoteBooks is read again behind it.
@@ -83,9 +87,11 @@ void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId) {
     CopyNoteToNoteBook(notes.front(), app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
 }
 
-void RunCloseSteps(CLorebinderApp& app) {
+void RunCloseSteps(CLorebinderApp& app, bool syncs) {
     if (app.GetSettings().Int(Option::EnableBackup) == 1)
         RunBackup(app, [](const BackupWorld& world) { AutoBackup(false, world); });
+    if (!syncs)
+        SyncAtClose(app);
 }
 
 }  // namespace lore

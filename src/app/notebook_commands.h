@@ -35,7 +35,8 @@ std::vector<CDatabase> CopyTargets(const CLorebinderApp& app);
 /// Copies a note of the open NoteBook to another one.
 void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId);
 
-/// What happens before the main window closes: the auto-backup, if it is due.
-void RunCloseSteps(CLorebinderApp& app);
+/// What happens before the main window closes: the auto-backup, if it is due, and the sync at close, unless a sync is
+/// what the window closes for.
+void RunCloseSteps(CLorebinderApp& app, bool syncs = false);
 
 }  // namespace lore

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/text.h"
+#include "online/sync_launch.h"
 
 namespace lore {
 
 namespace {
 
 constexpr size_t kLongestText = 1023;
-constexpr char kBypassSync[] = "BYPASSSYNC";
 constexpr char kClose[] = "TQRCLOSELOREBINDER";
 constexpr char kCheckAgentOptions[] = "TQRCHECKAGENTOPTIONS";
 
@@ -23,7 +22,7 @@ bool Holds(std::string_view text, std::string_view word) {
 std::string RequestOfCommandLine(std::string_view file, bool capture, const std::filesystem::path& workingFolder) {
     if (capture)
         return kCaptureRequest;
-    if (file.empty() || Holds(ToUpper(file), kBypassSync))
+    if (file.empty() || BypassesSync(file))
         return {};
     return (workingFolder / file).lexically_normal().string();
 }

@@ -42,6 +42,20 @@ std::string SystemGuids::NewGuid() {
     return FormatGuid(bytes);
 }
 
+DateTime LocalToUtc(const DateTime& local) {
+    if (!local.IsValid())
+        return local;
+    std::tm parts = {};
+    parts.tm_year = local.Year() - 1900;
+    parts.tm_mon = local.Month() - 1;
+    parts.tm_mday = local.Day();
+    parts.tm_hour = local.Hour();
+    parts.tm_min = local.Minute();
+    parts.tm_sec = local.Second();
+    parts.tm_isdst = -1;
+    return DateTime::FromSeconds(std::mktime(&parts));
+}
+
 void WaitFor(int milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

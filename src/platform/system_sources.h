@@ -18,6 +18,9 @@ public:
     std::string NewGuid() override;
 };
 
+/// A local time as Coordinated Universal Time, by the rules of that day. A date that isn't valid stays as it is.
+DateTime LocalToUtc(const DateTime& local);
+
 /// Lets milliseconds pass.
 void WaitFor(int milliseconds);
 /// A random number from 0 to the one given.

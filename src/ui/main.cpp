@@ -11,6 +11,8 @@
 
 #include "app/lorebinder_app.h"
 #include "app/outside_requests.h"
+#include "online/http_client.h"
+#include "online/sync_launch.h"
 #include "platform/companion_launcher.h"
 #include "platform/data_lock.h"
 #include "platform/hunspell_checker.h"
@@ -82,6 +84,15 @@ void TellThatItIsLocked(const std::filesystem::path& data, int error) {
                              .arg(QString::fromStdString(data.string()), reason));
 }
 
+/// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync.
+void SyncInPlaceOfStart(lore::ProcessLauncher& companions, const lore::Settings& settings,
+                        const std::filesystem::path& data) {
+    const lore::SyncPlace place{lore::DataPaths{data}.DataFiles(), lore::ProgramFolder(),
+                                lore::NextCategoryId({}, settings)};
+    if (!lore::LaunchSyncer(companions, lore::kSyncOpen, settings, place))
+        std::fprintf(stderr, "The sync program could not be started. To start without a sync, name BYPASSSYNC.\n");
+}
+
 /// The chosen language, or that of the desktop, where it has a dictionary; otherwise English.
 void SelectLanguage(lore::SpellChecker& spelling, const lore::Settings& settings) {
     if (!spelling.Select(settings.Text(lore::Option::SpellLanguage)) &&
@@ -115,11 +126,16 @@ int main(int argc, char** argv) {
     if (channel.SendToInstance(request, true))
         return 0;
 
-    int error = 0;
-    const auto lock = lore::DataLock::Take(options.data, error);
     lore::IniStore store(options.settings);
     lore::Settings early;
     early.LoadOptions(store);
+    lore::CompanionLauncher companions(options.data, options.settings);
+    if (lore::SyncsAtStart(early, options.file)) {
+        SyncInPlaceOfStart(companions, early, options.data);
+        return 0;
+    }
+    int error = 0;
+    const auto lock = lore::DataLock::Take(options.data, error);
     lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
     if (!lock) {
         TellThatItIsLocked(options.data, error);
@@ -130,11 +146,15 @@ int main(int argc, char** argv) {
     lore::SystemClock clock;
     lore::SystemGuids guids;
     lore::BarFaults faults;
-    lore::CompanionLauncher companions(options.data, options.settings);
+    lore::HttpClient http;
     lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AutostartFolder() / "LBAgent.desktop",
                              options.data, companions);
-    lore::CLorebinderApp app(options.data, {prompts, progress, clock, guids, store, faults, &progress, lore::WaitFor,
-                                            lore::RandomUpTo, &companions, &agent});
+    lore::AppPorts ports{prompts,       progress,         clock,      guids, store, faults, &progress,
+                         lore::WaitFor, lore::RandomUpTo, &companions, &agent};
+    ports.http = &http;
+    ports.programFolder = lore::ProgramFolder();
+    ports.toUtc = lore::LocalToUtc;
+    lore::CLorebinderApp app(options.data, ports);
     app.LoadOptions();
     app.SelectStartNoteBook();
 
@@ -162,6 +182,7 @@ int main(int argc, char** argv) {
         if (options.readyLine)
             std::fprintf(stderr, "ready\n");
         window.Notes()->OfferUnsavedNotes();
+        window.CheckLinkSoon();
     });
     const int status = QApplication::exec();
     faults.SetBar(nullptr);

@@ -60,6 +60,8 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Tools, tr("Lorebinder &Agent..."), {}, [this] { ShowOptions(OptionsTab::Agent); }},
         {Menu::Tools, tr("Lorebinder Auto-&Backup..."), {}, [this] { ShowOptions(OptionsTab::AutoBackup); }},
 
+        {Menu::Sync, tr("&Run Sync"), {}, [this] { RunSync(); }},
+
         {Menu::Help, tr("&About Lorebinder..."), {}, [this] { ShowAbout(); }},
         {Menu::Help, tr("&Check for program updates...."), {}, [this] { CheckForUpdates(false); }},
         {Menu::Help, tr("&User's Manual (.pdf)..."), {QKeySequence::HelpContents}, [this] { ShowManual(); }},

@@ -9,14 +9,10 @@ namespace lore {
 
 namespace {
 
-constexpr std::pair<MainMenu, const char*> kMenus[] = {{MainMenu::File, "&File"},
-                                                       {MainMenu::Options, "&Options"},
-                                                       {MainMenu::Notes, "&Notes"},
-                                                       {MainMenu::Sources, "&Sources"},
-                                                       {MainMenu::Categories, "&Categories"},
-                                                       {MainMenu::View, "&View"},
-                                                       {MainMenu::Tools, "&Tools"},
-                                                       {MainMenu::Help, "&Help"}};
+constexpr std::pair<MainMenu, const char*> kMenus[] = {
+    {MainMenu::File, "&File"},       {MainMenu::Options, "&Options"},       {MainMenu::Notes, "&Notes"},
+    {MainMenu::Sources, "&Sources"}, {MainMenu::Categories, "&Categories"}, {MainMenu::View, "&View"},
+    {MainMenu::Sync, "S&ync"},       {MainMenu::Tools, "&Tools"},           {MainMenu::Help, "&Help"}};
 
 void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command) {
     if (command.make)

@@ -12,7 +12,7 @@ class QObject;
 namespace lore {
 
 /// The menus, in the order of the menu bar. One without an entry isn't shown.
-enum class MainMenu { File, Options, Notes, Sources, Categories, View, Tools, Help };
+enum class MainMenu { File, Options, Notes, Sources, Categories, View, Sync, Tools, Help };
 
 /// One entry of the menu bar.
 struct MenuCommand {

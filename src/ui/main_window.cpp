@@ -156,7 +156,7 @@ void MainWindow::StorePlace() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     StorePlace();
-    RunCloseSteps(app_);
+    RunCloseSteps(app_, syncs_);
     app_.ExitInstance();
     event->accept();
 }

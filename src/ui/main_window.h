@@ -53,6 +53,8 @@ public:
     /// `daily` for the check of the start, which speaks only of a newer version.
     void CheckForUpdates(bool daily);
 
+    /// Checks the link to the online account in a moment, once no dialog is open. For the end of the start.
+    void CheckLinkSoon();
     /// Shows the window as it was before it was minimised, and gives it the focus.
     void BringToFront();
 
@@ -95,6 +97,8 @@ private:
     void ImportFile(const QString& path);
     /// The NoteBooks in the tool bar and in the board's menu, as the list is now.
     void ShowNoteBookChoices();
+    void CheckLink();
+    void RunSync();
     void CopyNote(int32_t noteId, int noteBook);
     static QStringList DroppedFiles(const QMimeData& dropped);
     void RunPanelCommand(PanelAction action, const LongList& notes);
@@ -126,6 +130,7 @@ private:
     std::filesystem::path manual_;
     std::unique_ptr<UpdateSource> updateSource_;
     std::unique_ptr<UpdateCheck> updates_;
+    bool syncs_ = false;  // the window closes for a sync that has been started
 };
 
 }  // namespace lore

@@ -138,7 +138,7 @@ void NoteBooksTest::menus_stand_in_their_order_with_alt_keys_of_their_own() {
                 keys.insert(entry->text().at(mark + 1).toLower());
         }
     }
-    QStringList order = {"File", "Options", "Notes", "Sources", "Categories", "View", "Tools", "Help"};
+    QStringList order = {"File", "Options", "Notes", "Sources", "Categories", "View", "Sync", "Tools", "Help"};
     order.removeIf([&](const QString& title) { return !titles.contains(title); });
     QCOMPARE(titles, order);
     const QStringList backups = {"Backup Current NoteBook...", "Backup All NoteBooks...", "Run Auto-Backup..."};

@@ -1,0 +1,126 @@
+#include "app/online_commands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/notebook_commands.h"
+#include "notes/note_builder.h"
+#include "notes/sync_log.h"
+#include "online/http_client.h"
+#include "support/http_server.h"
+#include "support/memory_store.h"
+#include "support/scripted_ports.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class NotedSyncs : public ProcessLauncher {
+public:
+    std::optional<std::string> StartCompanion(const std::string& name,
+                                              const std::vector<std::string>& arguments) override {
+        started.push_back(name + " " + arguments.at(0));
+        return failure;
+    }
+    std::vector<std::string> started;
+    std::optional<std::string> failure;
+};
+
+class OnlineCommandsTest : public testing::Test {
+protected:
+    OnlineCommandsTest() {
+        store.Set("Online", "Endpoint", server.Url());
+        store.Set("Online", "Namespace", "urn:test/");
+        app.LoadOptions();
+        app.SelectStartNoteBook();
+        app.FinishStartup();
+        prompts.seen.clear();
+    }
+    void Engage(int atClose) {
+        app.GetSettings().Set(Option::SyncEngaged, 1);
+        app.GetSettings().Set(Option::SyncAtClose, atClose);
+    }
+
+    HttpServer server;
+    HttpClient client;
+    NotedSyncs syncs;
+    NoteBookFolder folder;
+    MemoryStore store;
+    ScriptedPrompts prompts;
+    ScriptedProgress progress;
+    FixedClock clock;
+    NumberedGuids guids;
+    NotedFaults faults;
+    CLorebinderApp app{folder.folder.Path(), [this] {
+                           AppPorts ports{prompts, progress, clock, guids, store, faults};
+                           ports.companions = &syncs;
+                           ports.http = &client;
+                           return ports;
+                       }()};
+};
+
+TEST_F(OnlineCommandsTest, DeletingALinkedNoteBookFreesTheOnlineOne) {
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+    NoteBookManagement management(app);
+    ASSERT_TRUE(management.Model().Create("Beekeeping"));
+    const CDatabase made = management.Model().Chosen();
+    SyncLog log;
+    log.link.Linked = 2112;
+    log.link.OnlineNoteBookID = 77;
+    ASSERT_TRUE(SaveSyncLogTo(NoteBookPaths(app.Data(), made.folder).SyncLog(), log).Ok());
+    EXPECT_TRUE(management.Model().Delete()) << "though the server only closes the connection";
+    ASSERT_EQ(server.Requests().size(), 1u);
+    EXPECT_THAT(server.Requests()[0],
+                HasSubstr("<ClearLinkWithOnlineNoteBook xmlns=\"urn:test/\"><onlineNoteBookID>77</onlineNoteBookID>"
+                          "<desktopNoteBookGUID>" +
+                          made.guid + "</desktopNoteBookGUID>"));
+}
+
+TEST_F(OnlineCommandsTest, RunSyncNeedsAnAccountAndAnAnswer) {
+    EXPECT_FALSE(RunSync(app));
+    EXPECT_THAT(prompts.seen.back(), HasSubstr("Sync NOT Engaged"));
+    Engage(0);
+    prompts.answers = {PromptAnswer::Cancel, PromptAnswer::Yes, PromptAnswer::No};
+    EXPECT_FALSE(RunSync(app));
+    EXPECT_TRUE(RunSync(app));
+    EXPECT_TRUE(RunSync(app));
+    EXPECT_THAT(syncs.started, ElementsAre("syncer SYNCOPEN", "syncer SYNC"));
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(OnlineCommandsTest, StaysWhereTheSyncProgramIsMissing) {
+    Engage(1);
+    prompts.answers = {PromptAnswer::Yes};
+    syncs.failure = "No such file or directory";
+    EXPECT_FALSE(RunSync(app));
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].what, "The sync program could not be started");
+    RunCloseSteps(app);
+    EXPECT_EQ(faults.faults.size(), 1u) << "at the close nobody is there to be told";
+}
+
+TEST_F(OnlineCommandsTest, ACloseSyncsOnceAtMost) {
+    Engage(1);
+    RunCloseSteps(app, true);
+    EXPECT_THAT(syncs.started, IsEmpty());
+    RunCloseSteps(app);
+    EXPECT_THAT(syncs.started, ElementsAre("syncer SYNC"));
+    Engage(0);
+    RunCloseSteps(app);
+    EXPECT_EQ(syncs.started.size(), 1u);
+}
+
+TEST_F(OnlineCommandsTest, ChecksTheLinkOfTheOpenNoteBook) {
+    EXPECT_FALSE(CheckLinkAtStart(app));
+    app.NoteBook().syncLog.link.OnlineNoteBookID = 5;
+    EXPECT_TRUE(CheckLinkAtStart(app));
+    EXPECT_EQ(server.Requests().size(), 1u);
+    store.Set("Online", "Namespace", "");
+    EXPECT_FALSE(CheckLinkAtStart(app)) << "no service is set up";
+}
+
+}  // namespace
+}  // namespace lore

@@ -1,0 +1,78 @@
+#include "online/sync_launch.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/scripted_ports.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+
+class KeptStarts : public ProcessLauncher {
+public:
+    std::optional<std::string> StartCompanion(const std::string& name,
+                                              const std::vector<std::string>& arguments) override {
+        started = arguments;
+        started.insert(started.begin(), name);
+        return failure;
+    }
+    std::vector<std::string> started;
+    std::optional<std::string> failure;
+};
+
+TEST(SyncLaunch, HandsOverAccountPlacesAndTheNextIds) {
+    Settings settings;
+    settings.Set(Option::SyncGUID, std::string("{SYNC}"));
+    settings.Set(Option::LocalGUID, std::string("{LOCAL}"));
+    settings.Set(Option::MaxNoteID, 1041);
+    KeptStarts starts;
+    const SyncPlace place{"/data/Data Files", "/opt/lore binder/bin", 12};
+    EXPECT_TRUE(LaunchSyncer(starts, kSyncCreate, settings, place));
+    EXPECT_THAT(starts.started, ElementsAre("syncer", "SYNCCREATE", "{SYNC}", "{LOCAL}", "/data/Data Files",
+                                            "/opt/lore binder/bin/", "1042", "12", "11.56"));
+    starts.failure = "No such file";
+    EXPECT_FALSE(LaunchSyncer(starts, kSync, settings, {"/d", "/bin/", 1}));
+    EXPECT_EQ(starts.started[5], "/bin/");
+}
+
+TEST(SyncLaunch, CountsCategoriesBehindTheHighestInUseOrGivenOut) {
+    Settings settings;
+    CProCategoryList forest;
+    settings.Set(Option::MaxCategoryID, 20);
+    EXPECT_EQ(NextCategoryId(forest, settings), 21);
+    forest.AddRoot({35, "Bees"});
+    EXPECT_EQ(NextCategoryId(forest, settings), 36);
+    EXPECT_EQ(settings.Int(Option::MaxCategoryID), 20);
+}
+
+TEST(SyncLaunch, AsksWhetherToRestart) {
+    ScriptedPrompts prompts;
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::No, PromptAnswer::Cancel};
+    EXPECT_STREQ(AskToRunSync(prompts), "SYNCOPEN");
+    EXPECT_STREQ(AskToRunSync(prompts), "SYNC");
+    EXPECT_EQ(AskToRunSync(prompts), nullptr);
+    EXPECT_EQ(prompts.seen[0],
+              "Restart After Sync?? Lorebinder must be closed inorder to run the sync.\n\nDo you wish to have "
+              "Lorebinder restart after the sync?");
+}
+
+TEST(SyncLaunch, RunsAtStartAndCloseByTheSettings) {
+    Settings settings;
+    for (const int32_t engaged : {0, 1, 2112}) {
+        for (const int32_t on : {0, 1, 2112}) {
+            settings.Set(Option::SyncEngaged, engaged);
+            settings.Set(Option::SyncAtStart, on);
+            settings.Set(Option::SyncAtClose, on);
+            EXPECT_EQ(SyncsAtStart(settings, ""), engaged == 1 && on == 1);
+            EXPECT_EQ(SyncsAtStart(settings, "/home/me/notes.lbe"), engaged == 1 && on == 1);
+            EXPECT_EQ(SyncsAtClose(settings), engaged == 1 && on == 1);
+            EXPECT_FALSE(SyncsAtStart(settings, "BYPASSSYNC"));
+            EXPECT_FALSE(SyncsAtStart(settings, "x BypassSync.lbe"));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace lore
