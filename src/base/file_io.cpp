@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -14,13 +16,16 @@ namespace lore {
 
 namespace {
 
-/// Reads up to the end; `expected` is how many bytes there should be, 0 for a pipe.
+/// Reads up to the end; `expected` is how many bytes there should be, 0 for a pipe. What `bytes` holds already is room,
+/// which spares the work of clearing it.
 FileResult ReadRest(int number, size_t expected, std::string& bytes) {
     constexpr size_t kPiece = 65536;
+    if (bytes.size() < expected)
+        bytes.resize(expected);
     size_t have = 0;
     while (true) {
         if (have == bytes.size())
-            bytes.resize(have == 0 && expected > 0 ? expected : have + kPiece);
+            bytes.resize(have + kPiece);
         const ssize_t got = ::read(number, bytes.data() + have, bytes.size() - have);
         if (got < 0 && errno == EINTR)
             continue;
@@ -33,12 +38,33 @@ FileResult ReadRest(int number, size_t expected, std::string& bytes) {
     }
 }
 
+/// Compares piece by piece: the file may be large, and nearly always differs early.
 bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
     std::error_code error;
     if (std::filesystem::file_size(path, error) != bytes.size() || error)
         return false;
-    std::string old;
-    return ReadFile(path, old).Ok() && old == bytes;
+    const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    char piece[16384];
+    while (file.IsOpen()) {
+        const ssize_t got = ::read(file.Get(), piece, sizeof piece);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            return got == 0 && bytes.empty();
+        const std::string_view read(piece, static_cast<size_t>(got));
+        if (!bytes.starts_with(read))
+            return false;
+        bytes.remove_prefix(read.size());
+    }
+    return false;
+}
+
+/// A link to a folder is one too.
+bool IsFolder(const dirent& entry, const std::filesystem::path& folder) {
+    std::error_code ignored;
+    if (entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN)
+        return std::filesystem::is_directory(folder / entry.d_name, ignored);
+    return entry.d_type == DT_DIR;
 }
 
 FileResult WriteAndFlush(const std::filesystem::path& path, std::string_view bytes) {
@@ -70,13 +96,17 @@ FileResult Replace(const std::filesystem::path& target, std::string_view bytes) 
 }  // namespace
 
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
-    bytes.clear();
     const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat info = {};
+    FileResult result;
     if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0)
-        return LastError();
-    if (S_ISDIR(info.st_mode))
-        return {EISDIR};
+        result = LastError();
+    else if (S_ISDIR(info.st_mode))
+        result = {EISDIR};
+    if (!result.Ok()) {
+        bytes.clear();
+        return result;
+    }
     return ReadRest(file.Get(), S_ISREG(info.st_mode) ? static_cast<size_t>(info.st_size) : 0, bytes);
 }
 
@@ -100,12 +130,11 @@ FileResult RemoveFile(const std::filesystem::path& path) {
 
 std::vector<std::string> ListDatFiles(const std::filesystem::path& folder) {
     std::vector<std::string> names;
-    std::error_code error;
-    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-        std::string name = it->path().filename().string();
-        std::error_code ignored;
-        if (name.ends_with("dat") && !it->is_directory(ignored))
-            names.push_back(std::move(name));
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
+    while (const dirent* const entry = entries ? ::readdir(entries.get()) : nullptr) {
+        const std::string_view name = entry->d_name;
+        if (name.ends_with("dat") && !IsFolder(*entry, folder))
+            names.emplace_back(name);
     }
     std::sort(names.begin(), names.end());
     return names;

@@ -1,10 +1,17 @@
 #include "base/record_file.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cstring>
+#include <limits>
+#include <optional>
 
 #include "base/text.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace lore {
 
@@ -15,30 +22,78 @@ constexpr size_t kDoubleWidth = 20;
 constexpr size_t kLineRoom = 1999;
 constexpr char kEndOfText = 0x1A;
 
-/// What a text stream yields for the bytes of a file: CR LF becomes LF, and 0x1A ends it. A lone CR stays.
-void TranslateFromDisk(std::string& data) {
-    if (const size_t end = data.find(kEndOfText); end != std::string::npos)
-        data.resize(end);
-    size_t cut = data.find("\r\n");
-    if (cut == std::string::npos)
-        return;
-    char* const begin = data.data();
-    const char* const end = begin + data.size();
-    char* out = begin + cut;
-    const char* in = out + 1;  // the CR before the LF goes
-    while (true) {
-        const char* next = in;
-        do {
-            next = static_cast<const char*>(std::memchr(next + 1, '\n', static_cast<size_t>(end - next - 1)));
-        } while (next && next[-1] != '\r');
-        const size_t length = static_cast<size_t>((next ? next - 1 : end) - in);
-        std::memmove(out, in, length);
-        out += length;
-        if (!next)
+/// The first byte up to 0x1A, `end` if there is none. Texts hold few of them beside their line ends.
+const char* FindControl(const char* at, const char* end) {
+#if defined(__SSE2__)
+    const __m128i highest = _mm_set1_epi8(kEndOfText);
+    const auto load = [](const char* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); };
+    const auto controls = [highest](__m128i bytes) {
+        return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(bytes, highest), bytes)));
+    };
+    for (; end - at >= 64; at += 64) {
+        const __m128i lower = _mm_min_epu8(load(at), load(at + 16));
+        if (controls(_mm_min_epu8(lower, _mm_min_epu8(load(at + 32), load(at + 48)))) != 0)
             break;
-        in = next;
     }
-    data.resize(static_cast<size_t>(out - begin));
+    for (; end - at >= 16; at += 16) {
+        if (const unsigned found = controls(load(at)); found != 0)
+            return at + std::countr_zero(found);
+    }
+#endif
+    while (at<end&& static_cast<unsigned char>(*at)> kEndOfText)
+        ++at;
+    return at;
+}
+
+/// What a text stream yields for the bytes of a file: CR LF becomes LF, and 0x1A ends it. A lone CR stays. True if
+/// there is a zero byte. One pass does all of this: a search reads whole NoteBooks through it.
+bool TranslateFromDisk(std::string& data) {
+    char* out = data.data();
+    const char* run = out;  // what isn't in its place yet
+    const char* end = run + data.size();
+    bool hasZero = false;
+    const auto place = [&](const char* to) {
+        const auto length = static_cast<size_t>(to - run);
+        if (out != run)
+            std::memmove(out, run, length);
+        out += length;
+    };
+    for (const char* at = FindControl(run, end); at < end; at = FindControl(at, end)) {
+        if (*at == kEndOfText) {
+            end = at;
+        } else if (*at == '\r' && end - at > 1 && at[1] == '\n') {
+            place(at);
+            run = at + 1;
+            at += 2;
+        } else {
+            hasZero = hasZero || *at == '\0';
+            ++at;
+        }
+    }
+    place(end);
+    data.resize(static_cast<size_t>(out - data.data()));
+    return hasZero;
+}
+
+/// The value of a number field that holds digits alone, as nearly all do.
+std::optional<int32_t> ValueOfDigits(std::string_view field) {
+    if (std::endian::native != std::endian::little || field.size() < kIntWidth)
+        return std::nullopt;
+    constexpr uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0;
+    uint64_t halves[2];
+    std::memcpy(halves, field.data(), sizeof halves);
+    uint64_t value = 0;
+    for (uint64_t eight : halves) {
+        const uint64_t carried = (eight + 0x0606060606060606) & kHighHalves;
+        if (((eight & kHighHalves) | carried >> 4) != 0x3333333333333333)
+            return std::nullopt;
+        // Neighbours are joined to numbers of two, four and eight digits.
+        eight = (eight & 0x0F0F0F0F0F0F0F0F) * (10 * 0x100 + 1) >> 8;
+        eight = (eight & 0x00FF00FF00FF00FF) * (100 * 0x10000 + 1) >> 16;
+        eight = (eight & 0x0000FFFF0000FFFF) * (10000 * 0x100000000 + 1) >> 32;
+        value = value * 100000000 + eight;
+    }
+    return static_cast<int32_t>(std::min<uint64_t>(value, std::numeric_limits<int32_t>::max()));
 }
 
 /// A number field as the C library would convert it: up to the first zero byte.
@@ -49,7 +104,7 @@ std::string_view UpToZero(std::string_view text) {
 }  // namespace
 
 RecordReader::RecordReader(std::string diskBytes) : data_(std::move(diskBytes)) {
-    TranslateFromDisk(data_);
+    hasZero_ = TranslateFromDisk(data_);
 }
 
 bool RecordReader::WantsEntry() {
@@ -110,7 +165,13 @@ void WriteFixedInt(RecordWriter* stream, int32_t value) {
 }
 
 int32_t ReadFixedInt(RecordReader* stream) {
-    return stream ? ParseInt(UpToZero(stream->TakeLine(kIntWidth))) : kNoStream;
+    if (!stream)
+        return kNoStream;
+    if (const auto value = ValueOfDigits(stream->Rest().substr(0, kIntWidth))) {
+        stream->TakeBytes(kIntWidth);
+        return *value;
+    }
+    return ParseInt(UpToZero(stream->TakeLine(kIntWidth)));
 }
 
 void ReadFixedInt(RecordReader* stream, int32_t& value) {
@@ -148,7 +209,10 @@ std::string_view ReadCountedView(RecordReader* stream) {
     if (!stream)
         return {};
     const int32_t length = ReadFixedInt(stream);
-    return length < 0 ? std::string_view{} : UpToZero(stream->TakeBytes(static_cast<size_t>(length)));
+    if (length < 0)
+        return {};
+    const std::string_view text = stream->TakeBytes(static_cast<size_t>(length));
+    return stream->HasZero() ? UpToZero(text) : text;
 }
 
 std::string ReadCountedString(RecordReader* stream) {

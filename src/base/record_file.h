@@ -52,6 +52,8 @@ public:
     size_t Size() const { return data_.size(); }
     /// True if a field was asked for that the file didn't hold whole.
     bool RanOut() const { return ranOut_; }
+    /// True if there is a zero byte anywhere in the stream: it ends the field that it stands in.
+    bool HasZero() const { return hasZero_; }
     /// One more entry of a counted list: true unless the end is reached and all made-up entries are used up.
     bool WantsEntry();
 
@@ -67,6 +69,7 @@ private:
     size_t position_ = 0;
     int madeUp_ = 0;
     bool ranOut_ = false;
+    bool hasZero_ = false;
 };
 
 /// Collects the logical stream of a record file that is being written.

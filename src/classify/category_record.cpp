@@ -42,4 +42,8 @@ void ReadCategoryRecord(RecordReader* stream, CProCategoryTree& node) {
     node.LinkChildren();
 }
 
+void SkipCategoryRecord(RecordReader* stream) {
+    SkipRecords(stream, 1);
+}
+
 }  // namespace lore

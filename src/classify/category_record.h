@@ -19,5 +19,7 @@ void WriteCategoryRecord(RecordWriter* stream, const CProCategoryTree& node);
 /// Resets the node, reads it with its children and links them. Levels from kMaxNesting on are read over, so that the
 /// fields behind the record stay in step. A short file leaves zeros and empty names.
 void ReadCategoryRecord(RecordReader* stream, CProCategoryTree& node);
+/// Steps over a record with all below it.
+void SkipCategoryRecord(RecordReader* stream);
 
 }  // namespace lore

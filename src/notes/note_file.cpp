@@ -29,7 +29,7 @@ void NoteFileReader::OpenBytes(std::string diskBytes) {
 bool NoteFileReader::Next() {
     while (stream_ && read_ < count_ && stream_->WantsEntry()) {
         ++read_;
-        ReadNoteHead(stream_.get(), version_, context_, note_, texts_);
+        ReadNoteHead(stream_.get(), version_, context_, note_, texts_, parts_);
         if (note_.id > 0) {
             ++taken_;
             return true;

@@ -18,7 +18,8 @@ namespace lore {
 /// and are passed over.
 class NoteFileReader {
 public:
-    explicit NoteFileReader(const ReadContext& context) : context_(context) {}
+    explicit NoteFileReader(const ReadContext& context, HeadParts parts = HeadParts::All)
+        : context_(context), parts_(parts) {}
 
     /// Reads the file. With a failure there are no notes.
     FileResult Open(const std::filesystem::path& path);
@@ -46,6 +47,7 @@ public:
 
 private:
     const ReadContext& context_;
+    HeadParts parts_;
     std::unique_ptr<RecordReader> stream_;
     double version_ = 0.0;
     int32_t count_ = 0, read_ = 0;

@@ -112,7 +112,12 @@ void WriteAttachment(RecordWriter* stream, const CAttachment& attachment) {
     WriteStoredBool(stream, attachment.show);
 }
 
-void ReadPaths(RecordReader* stream, double version, CNote& note) {
+void ReadPaths(RecordReader* stream, double version, HeadParts parts, CNote& note) {
+    if (version > kCategoryRecordGate && parts == HeadParts::Place) {
+        for (int i = 0; i < kSetCount; ++i)
+            SkipCategoryRecord(stream);
+        return;
+    }
     if (version > kCategoryRecordGate) {
         for (CProCategoryTree& path : note.categories)
             ReadCategoryRecord(stream, path);
@@ -125,10 +130,22 @@ void ReadPaths(RecordReader* stream, double version, CNote& note) {
     }
 }
 
+/// Lists are emptied without the work of giving up their room.
+void Reset(HeadParts parts, CNote& note) {
+    if (parts == HeadParts::All) {
+        note = CNote{};
+        return;
+    }
+    note.sources.RemoveAll();
+    note.sourceInfo.clear();
+    note.attachments.clear();
+}
+
 }  // namespace
 
-void ReadNoteHead(RecordReader* stream, double version, const ReadContext& context, CNote& note, NoteTexts& texts) {
-    note = CNote{};
+void ReadNoteHead(RecordReader* stream, double version, const ReadContext& context, CNote& note, NoteTexts& texts,
+                  HeadParts parts) {
+    Reset(parts, note);
     note.dateCreated = note.dateEdited = context.now;
     note.id = ReadFixedInt(stream);
     ReadSourceIds(stream, version, note.sources);
@@ -147,8 +164,8 @@ void ReadNoteHead(RecordReader* stream, double version, const ReadContext& conte
         ReadCounted(stream, [&] { ReadAttachment(stream, version, note.attachments.emplace_back()); });
     texts.plainText = ReadCountedView(stream);
     texts.rtfText = ReadCountedView(stream);
-    ReadPaths(stream, version, note);
-    if (note.guid.empty())
+    ReadPaths(stream, version, parts, note);
+    if (parts == HeadParts::All && note.guid.empty())
         note.guid = context.guids->NewGuid();
 }
 

@@ -19,8 +19,14 @@ struct NoteTexts {
 /// an empty guid gets a new one. Anything can be read; a short stream gives zeros and empty texts.
 void ReadNote(RecordReader* stream, double version, const ReadContext& context, CNote& note);
 
-/// The same without copying the texts: plainText and rtfText of the note stay empty.
-void ReadNoteHead(RecordReader* stream, double version, const ReadContext& context, CNote& note, NoteTexts& texts);
+/// How much of a head is kept: all of it, or only what GetNoteFileName asks for and the note's id. For who looks
+/// through many notes for a few.
+enum class HeadParts { All, Place };
+
+/// The same without copying the texts: plainText and rtfText of the note stay empty. With HeadParts::Place fields
+/// beyond these parts hold anything.
+void ReadNoteHead(RecordReader* stream, double version, const ReadContext& context, CNote& note, NoteTexts& texts,
+                  HeadParts parts = HeadParts::All);
 
 /// Writes one record in the current shape. A source id that stands twice is written once.
 void WriteNote(RecordWriter* stream, const CNote& note);

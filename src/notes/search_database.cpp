@@ -5,6 +5,7 @@
 #include <thread>
 #include <utility>
 
+#include "base/id_marks.h"
 #include "notes/note_copies.h"
 #include "notes/note_file.h"
 #include "notes/search_prefilter.h"
@@ -14,10 +15,15 @@ namespace lore {
 
 namespace {
 
-/// What one file held.
+/// What one file held. Of a copy that is whole and at home, as nearly all are, only the id is kept.
 struct FileFinds {
     FileResult read;
-    std::vector<NoteCopy> copies;  // of all its notes
+    std::vector<int32_t> ids;  // of all its notes
+    struct Stray {
+        size_t copy;
+        bool isHome, isWhole;
+    };
+    std::vector<Stray> strays;
     struct Find {
         size_t copy;
         SearchResult result;
@@ -28,17 +34,22 @@ struct FileFinds {
 class FileSearcher {
 public:
     FileSearcher(const NoteMatcher& matcher, const SearchOptions& options, const ReadContext& context)
-        : matcher_(matcher), prefilter_(matcher), options_(options), reader_(context) {}
+        : matcher_(matcher), prefilter_(matcher), options_(options), reader_(context, HeadParts::Place) {}
 
     void Search(const std::filesystem::path& path, FileFinds& found) {
         found.read = reader_.Open(path);
         const std::string name = path.filename().string();
+        ids_.clear();
         while (reader_.Next()) {
             const CNote& head = reader_.Head();
             if (Matches(reader_.RtfText()))
-                found.finds.push_back({found.copies.size(), Result(head.id, reader_.RtfText())});
-            found.copies.push_back({head.id, GetNoteFileName(head) == name, reader_.IsNoteWhole()});
+                found.finds.push_back({ids_.size(), Result(head.id, reader_.RtfText())});
+            const bool isHome = GetNoteFileName(head) == name;
+            if (!isHome || !reader_.IsNoteWhole())
+                found.strays.push_back({ids_.size(), isHome, reader_.IsNoteWhole()});
+            ids_.push_back(head.id);
         }
+        found.ids.assign(ids_.begin(), ids_.end());
     }
 
 private:
@@ -60,24 +71,74 @@ private:
     const SearchOptions& options_;
     NoteFileReader reader_;
     std::string text_;
+    std::vector<int32_t> ids_;
 };
+
+/// All copies of the notes that were found, in reading order.
+struct Candidates {
+    std::vector<NoteCopy> copies;
+    std::vector<SearchResult*> results;  // null for a copy that doesn't match
+};
+
+void AddCandidates(FileFinds& file, const IDMarks& wanted, Candidates& candidates) {
+    auto stray = file.strays.cbegin();
+    auto find = file.finds.begin();
+    for (size_t i = 0; i < file.ids.size(); ++i) {
+        const bool isStray = stray != file.strays.cend() && stray->copy == i;
+        const bool isFind = find != file.finds.end() && find->copy == i;
+        if (wanted.Contains(file.ids[i])) {
+            candidates.copies.push_back({file.ids[i], !isStray || stray->isHome, !isStray || stray->isWhole});
+            candidates.results.push_back(isFind ? &find->result : nullptr);
+        }
+        stray += isStray ? 1 : 0;
+        find += isFind ? 1 : 0;
+    }
+}
 
 /// The finds of the copies that show, in reading order.
 std::vector<SearchResult> TakeShown(std::vector<FileFinds>& files) {
-    std::vector<NoteCopy> copies;
-    for (const FileFinds& file : files)
-        copies.insert(copies.end(), file.copies.begin(), file.copies.end());
-    const std::vector<bool> shown = ShownCopies(copies);
+    IDMarks wanted;
+    for (const FileFinds& file : files) {
+        for (const FileFinds::Find& find : file.finds)
+            wanted.Add(find.result.id);
+    }
+    Candidates candidates;
+    for (FileFinds& file : files)
+        AddCandidates(file, wanted, candidates);
+    const std::vector<bool> shown = ShownCopies(candidates.copies);
     std::vector<SearchResult> results;
-    size_t before = 0;
-    for (FileFinds& file : files) {
-        for (FileFinds::Find& find : file.finds) {
-            if (shown[before + find.copy])
-                results.push_back(std::move(find.result));
-        }
-        before += file.copies.size();
+    for (size_t i = 0; i < shown.size(); ++i) {
+        if (shown[i] && candidates.results[i])
+            results.push_back(std::move(*candidates.results[i]));
     }
     return results;
+}
+
+/// Searches files that are given by names or paths; `pathOf` gives the path of one of them.
+template <typename Names, typename PathOf>
+std::vector<SearchResult> Search(const Names& names, PathOf pathOf, const NoteMatcher& matcher,
+                                 const SearchOptions& options, const ReadContext& context, FaultNotice& faults) {
+    if (matcher.Terms().empty())
+        return {};
+    std::vector<FileFinds> found(names.size());
+    std::atomic<size_t> next = 0;
+    const auto work = [&] {
+        FileSearcher searcher(matcher, options, context);
+        for (size_t i = next++; i < names.size() && !options.stop.stop_requested(); i = next++)
+            searcher.Search(pathOf(names[i]), found[i]);
+    };
+    {
+        const size_t helpers = std::min(names.size(), static_cast<size_t>(std::max(options.threads, 1))) - 1;
+        std::vector<std::jthread> threads;
+        for (size_t i = 0; !names.empty() && i < helpers; ++i)
+            threads.emplace_back(work);
+        work();
+    }
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (!found[i].read.Ok() && !found[i].read.Missing())
+            faults.Tell({"The note file could not be searched", pathOf(names[i]).string(), found[i].read.Reason()});
+    }
+    return TakeShown(found);
 }
 
 }  // namespace
@@ -95,36 +156,16 @@ SearchResult ResultFor(int32_t id, std::string_view rtfText, const NoteMatcher& 
 
 std::vector<SearchResult> SearchFiles(std::span<const std::filesystem::path> files, const NoteMatcher& matcher,
                                       const SearchOptions& options, const ReadContext& context, FaultNotice& faults) {
-    if (matcher.Terms().empty())
-        return {};
-    std::vector<FileFinds> found(files.size());
-    std::atomic<size_t> next = 0;
-    const auto work = [&] {
-        FileSearcher searcher(matcher, options, context);
-        for (size_t i = next++; i < files.size() && !options.stop.stop_requested(); i = next++)
-            searcher.Search(files[i], found[i]);
-    };
-    {
-        const size_t helpers = std::min(files.size(), static_cast<size_t>(std::max(options.threads, 1))) - 1;
-        std::vector<std::jthread> threads;
-        for (size_t i = 0; !files.empty() && i < helpers; ++i)
-            threads.emplace_back(work);
-        work();
-    }
-    for (size_t i = 0; i < files.size(); ++i) {
-        if (!found[i].read.Ok() && !found[i].read.Missing())
-            faults.Tell({"The note file could not be searched", files[i].string(), found[i].read.Reason()});
-    }
-    return TakeShown(found);
+    const auto itself = [](const std::filesystem::path& path) -> const std::filesystem::path& { return path; };
+    return Search(files, itself, matcher, options, context, faults);
 }
 
+// Names are kept, not paths: a path holds each of its parts once more.
 std::vector<SearchResult> SearchDatabase(const std::filesystem::path& notesFolder, const NoteMatcher& matcher,
                                          const SearchOptions& options, const ReadContext& context,
                                          FaultNotice& faults) {
-    std::vector<std::filesystem::path> files;
-    for (const std::string& name : ListDatFiles(notesFolder))
-        files.push_back(notesFolder / name);
-    return SearchFiles(files, matcher, options, context, faults);
+    const auto pathOf = [&notesFolder](const std::string& name) { return notesFolder / name; };
+    return Search(ListDatFiles(notesFolder), pathOf, matcher, options, context, faults);
 }
 
 }  // namespace lore

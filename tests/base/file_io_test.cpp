@@ -44,6 +44,28 @@ TEST_F(FileIo, LeavesAFileAloneWhoseBytesWouldNotChange) {
     EXPECT_EQ(before.st_ino, after.st_ino);
 }
 
+TEST_F(FileIo, SeesADifferenceAnywhereInAFileOfTheSameSize) {
+    std::string bytes(50000, 'a');
+    ASSERT_TRUE(WriteFileAtomically(folder_ / "a.dat", bytes).Ok());
+    for (const size_t place : {size_t{0}, size_t{16383}, size_t{16384}, bytes.size() - 1}) {
+        bytes[place] = 'b';
+        ASSERT_TRUE(WriteFileAtomically(folder_ / "a.dat", bytes).Ok());
+        EXPECT_EQ(Content("a.dat"), bytes) << place;
+    }
+}
+
+TEST_F(FileIo, LeavesNothingOfWhatTheRoomHeldBefore) {
+    for (const size_t length : {10, 70000, 3, 0})
+        std::ofstream(folder_ / ("f" + std::to_string(length))) << std::string(length, 'x');
+    std::string bytes = "before";
+    for (const size_t length : {size_t{70000}, size_t{3}, size_t{10}, size_t{0}, size_t{10}}) {
+        EXPECT_TRUE(ReadFile(folder_ / ("f" + std::to_string(length)), bytes).Ok());
+        EXPECT_EQ(bytes, std::string(length, 'x'));
+    }
+    EXPECT_FALSE(ReadFile(folder_ / "none", bytes).Ok());
+    EXPECT_EQ(bytes, "");
+}
+
 TEST_F(FileIo, TellsWhyAFileCouldNotBeWritten) {
     std::filesystem::create_directory(folder_ / "taken.dat");
     EXPECT_FALSE(WriteFileAtomically(folder_ / "taken.dat", "x").Ok());
@@ -80,7 +102,9 @@ TEST_F(FileIo, ListsFilesThatEndInDatInByteOrder) {
     for (const char* name : {"b.dat", "A.dat", "xdat", "c.dat.old", "d.DAT", ".hidden.dat"})
         std::ofstream(folder_ / name) << "x";
     std::filesystem::create_directory(folder_ / "folder.dat");
-    EXPECT_EQ(ListDatFiles(folder_), (std::vector<std::string>{".hidden.dat", "A.dat", "b.dat", "xdat"}));
+    std::filesystem::create_symlink("folder.dat", folder_ / "link to folder.dat");
+    std::filesystem::create_symlink("b.dat", folder_ / "link.dat");
+    EXPECT_EQ(ListDatFiles(folder_), (std::vector<std::string>{".hidden.dat", "A.dat", "b.dat", "link.dat", "xdat"}));
     EXPECT_TRUE(ListDatFiles(folder_ / "none").empty());
     std::string bytes;
     EXPECT_TRUE(ReadFile(folder_ / "none", bytes).Missing());

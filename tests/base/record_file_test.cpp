@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace lore {
 namespace {
@@ -33,6 +34,11 @@ TEST(FixedInt, ReadsWhatStandsThereAsFarAsItIsANumber) {
                                                      {"abcdefghijklmnop", 0},
                                                      {"9999999999999999", INT_MAX},
                                                      {"-999999999999999", INT_MIN},
+                                                     {"0000002147483648", INT_MAX},
+                                                     {"1234567812345678", INT_MAX},
+                                                     {"0000000012345678", 12345678},
+                                                     {"00000000:0000001", 0},
+                                                     {"0000000/00000001", 0},
                                                      {"000000000000+7--", 0},
                                                      {std::string("0000000000000\0"
                                                                   "21",
@@ -131,6 +137,34 @@ TEST(TextStream, TranslatesLineEndsBothWays) {
               "ab")
         << "0x1A ends the stream";
     EXPECT_EQ(RecordReader("a\r\nb\nc\r\r\n\r\nd\r").Rest(), "a\nb\nc\r\n\nd\r");
+}
+
+/// The stream as a reader of single bytes would see it.
+std::string Translated(const std::string& disk) {
+    std::string logical;
+    for (size_t i = 0; i < disk.size() && disk[i] != '\x1A'; ++i) {
+        if (disk[i] != '\r' || i + 1 == disk.size() || disk[i + 1] != '\n')
+            logical += disk[i];
+    }
+    return logical;
+}
+
+TEST(TextStream, ReadsWhatAReaderOfSingleBytesReads) {
+    std::mt19937 random(7);
+    const std::string rare("\r\n\r\n\r\t\0\x1A\x1B\xFF", 10);
+    for (int round = 0; round < 4000; ++round) {
+        std::string disk(random() % 300, 'a');
+        const unsigned rarity = 1u << (1 + round % 7);
+        for (char& c : disk) {
+            // The end comes seldom, so that there is something behind the other bytes.
+            if (random() % rarity == 0)
+                c = rare[random() % (random() % 8 == 0 ? rare.size() : 6)];
+        }
+        RecordReader reader(disk);
+        const std::string logical = Translated(disk);
+        ASSERT_EQ(reader.Rest(), logical) << testing::PrintToString(disk);
+        EXPECT_EQ(reader.HasZero(), logical.find('\0') != std::string::npos) << testing::PrintToString(disk);
+    }
 }
 
 TEST(DateField, ReadsOnlySixNumbers) {

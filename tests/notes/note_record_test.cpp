@@ -131,6 +131,26 @@ TEST(NoteRecord, ReadsTheShapeOfEveryVersion) {
     }
 }
 
+TEST(NoteRecord, PlaceAloneStepsOverTheSameRecord) {
+    for (const Shape& shape : kShapes) {
+        SCOPED_TRACE(shape.version);
+        ReadWorld world;
+        RecordReader whole(RecordIn(shape)), stream("0000000000000009" + RecordIn(shape) + "X");
+        CNote expected, note = FullNote(3);
+        NoteTexts texts;
+        ReadNote(&whole, shape.version, world.context, expected);
+        const int guids = world.guids.Count();
+        ReadFixedInt(&stream);
+        ReadNoteHead(&stream, shape.version, world.context, note, texts, HeadParts::Place);
+        EXPECT_EQ(note.id, expected.id);
+        EXPECT_EQ(GetNoteFileName(note), GetNoteFileName(expected));
+        EXPECT_EQ(texts.plainText, expected.plainText);
+        EXPECT_EQ(texts.rtfText, expected.rtfText);
+        EXPECT_EQ(stream.Rest(), "X");
+        EXPECT_EQ(world.guids.Count(), guids) << "it needs no guid";
+    }
+}
+
 TEST(NoteRecord, HeadHandsOutTheTextsWithoutKeepingThem) {
     const CNote note = FullNote(5);
     RecordWriter writer;

@@ -78,6 +78,16 @@ TEST_F(SearchDatabaseTest, LooksOnlyAtTheCopyThatShowsOfANoteThatStandsTwice) {
     EXPECT_THAT(Ids("new"), ElementsAre(1));
 }
 
+TEST_F(SearchDatabaseTest, TakesAWholeCopyBeforeABrokenOneThatStandsInItsFile) {
+    const std::string broken = NoteFileBytes(std::vector<CNote>{TextNote(2, "lamp"), TextNote(1, "lamp broken")});
+    PutBytes(disk.paths.NoteFile("DAY01012020.dat"), broken.substr(0, broken.size() - 40));
+    disk.Put("DAY05052020.dat", {TextNote(7, "other"), TextNote(1, "lamp whole"), TextNote(1, "lamp again")});
+    EXPECT_THAT(Ids("lamp"), ElementsAre(2, 1));
+    EXPECT_THAT(Ids("broken"), IsEmpty());
+    EXPECT_THAT(Ids("whole"), ElementsAre(1));
+    EXPECT_THAT(Ids("again"), IsEmpty());
+}
+
 TEST_F(SearchDatabaseTest, GoesOnBehindFilesThatCannotBeRead) {
     if (geteuid() != 0) {
         disk.Put("DAY01012020.dat", {TextNote(1, "lamp")});
