@@ -1,7 +1,6 @@
 #include "ui/editor/capture_beside.h"
 
 #include <QCoreApplication>
-#include <QTextBlock>
 #include <QThreadPool>
 #include <algorithm>
 #include <memory>
@@ -10,25 +9,39 @@
 #include "ui/editor/document_capture.h"
 
 namespace lore {
+namespace {
+
+constexpr int kStep = 8;
+
+}  // namespace
 
 CaptureBeside::CaptureBeside(const NoteFormats& formats, QObject* parent) : QObject(parent), formats_(formats) {
     timer_.setInterval(0);
     connect(&timer_, &QTimer::timeout, this, &CaptureBeside::Slice);
 }
 
+CaptureBeside::~CaptureBeside() = default;
+
 void CaptureBeside::Start(QTextDocument& document, Callback callback) {
     document_ = &document;
     callback_ = std::move(callback);
-    nextBlock_ = 0;
     longestSlice_ = 0;
     ++call_;
+    sinceStart_.start();
+    BeginWalk();
     timer_.start();
 }
 
 void CaptureBeside::Stop() {
     ++call_;
     timer_.stop();
+    walk_.reset();
     callback_ = nullptr;
+}
+
+void CaptureBeside::BeginWalk() {
+    walk_ = std::make_unique<NoteCapture>(*document_, formats_);
+    revision_ = document_->revision();
 }
 
 void CaptureBeside::Slice() {
@@ -36,24 +49,22 @@ void CaptureBeside::Slice() {
         return Stop();
     QElapsedTimer clock;
     clock.start();
-    QTextBlock block = document_->findBlockByNumber(nextBlock_);
+    if (document_->revision() != revision_)
+        BeginWalk();
+    const bool isPatient = sinceStart_.elapsed() < kPatienceMilliseconds;
     // The clock is read once in a few paragraphs: most of them are converted already.
-    for (int count = 0; block.isValid(); block = block.next(), ++count) {
-        if (count % 8 == 7 && clock.elapsed() >= kSliceMilliseconds - 1)
-            break;
-        CaptureBlock(block, formats_);
-    }
-    nextBlock_ = block.isValid() ? block.blockNumber() : -1;
-    if (!block.isValid() && clock.elapsed() < kSliceMilliseconds / 2)
+    bool isMore = true;
+    while (isMore && !(isPatient && clock.elapsed() >= kSliceMilliseconds - 1))
+        isMore = walk_->Step(kStep);
+    if (!isMore)
         Write();
-    else if (!block.isValid())
-        nextBlock_ = document_->blockCount();  // the last step gets a slice of its own
     longestSlice_ = std::max(longestSlice_, clock.nsecsElapsed() / 1000);
 }
 
 void CaptureBeside::Write() {
     timer_.stop();
-    auto note = std::make_shared<CapturedNote>(CaptureNote(*document_, formats_));
+    auto note = std::make_shared<CapturedNote>(walk_->Take());
+    walk_.reset();
     const QPointer<CaptureBeside> self(this);
     QThreadPool::globalInstance()->start([note, self, call = call_] {
         auto texts = std::make_shared<CapturedTexts>();

@@ -6,10 +6,12 @@
 #include <QTextDocument>
 #include <QTimer>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace lore {
 
+class NoteCapture;
 class NoteFormats;
 
 /// A text of the editor as a record keeps it.
@@ -19,15 +21,19 @@ struct CapturedTexts {
 };
 
 /// Converts the text of the editor beside the typing: in slices of a few milliseconds while nothing else waits, only
-/// paragraphs that changed, and writes it on another thread.
+/// paragraphs that changed, and writes it on another thread. A change between two slices starts the walk through the
+/// text again; one that never rests for long enough is followed by a single long slice.
 class CaptureBeside : public QObject {
     Q_OBJECT
 
 public:
     using Callback = std::function<void(CapturedTexts)>;
     static constexpr int kSliceMilliseconds = 4;
+    /// How long the walk gives way to changes of the text.
+    static constexpr int kPatienceMilliseconds = 2000;
 
     CaptureBeside(const NoteFormats& formats, QObject* parent);
+    ~CaptureBeside() override;
 
     /// Converts `document` and hands over its state at the end of the conversion, on this thread. A call before that
     /// takes the place of the earlier one.
@@ -39,13 +45,16 @@ public:
 
 private:
     void Slice();
+    void BeginWalk();
     void Write();
 
     const NoteFormats& formats_;
     QPointer<QTextDocument> document_;
     QTimer timer_;
     Callback callback_;
-    int nextBlock_ = 0;
+    std::unique_ptr<NoteCapture> walk_;
+    int revision_ = 0;  ///< of the document, when the walk began
+    QElapsedTimer sinceStart_;
     quint64 call_ = 0;
     qint64 longestSlice_ = 0;
 };

@@ -58,9 +58,12 @@ std::shared_ptr<CapturedBlock> PiecesOf(const QTextBlock& block, const NoteForma
     return pieces;
 }
 
-class NoteCapture {
+}  // namespace
+
+/// The blocks and tables of a document from front to back, or those of a stretch of it.
+class NoteCapture::Walk {
 public:
-    NoteCapture(const NoteFormats& formats, int from, int to) : formats_(formats), from_(from), to_(to) {
+    Walk(const NoteFormats& formats, int from, int to) : formats_(formats), from_(from), to_(to) {
         const Document& tables = formats.Tables();
         note_.fonts = tables.fonts;
         note_.links = tables.links;
@@ -70,12 +73,20 @@ public:
 
     // The blocks and tables of a frame or a cell.
     void AddRange(QTextFrame::iterator it, int level) {
-        for (; !it.atEnd(); ++it) {
-            if (QTextFrame* frame = it.currentFrame())
-                AddFrame(*frame, level);
-            else if (const QTextBlock block = it.currentBlock(); block.isValid() && !IsPhantom(it))
-                AddBlock(block, level);
-        }
+        for (; !it.atEnd(); ++it)
+            AddOne(it, level);
+    }
+
+    // The whole document, to be taken by Step.
+    void Begin(const QTextDocument& shown) {
+        next_ = shown.rootFrame()->begin();
+        note_.paragraphs.reserve(static_cast<size_t>(shown.blockCount()));
+    }
+
+    bool Step(int count) {
+        for (; count > 0 && !next_.atEnd(); --count, ++next_)
+            AddOne(next_, 0);
+        return !next_.atEnd();
     }
 
     void EndCell() { note_.paragraphs.back().end = ParagraphEnd::kCell; }
@@ -90,6 +101,13 @@ public:
     }
 
 private:
+    void AddOne(const QTextFrame::iterator& it, int level) {
+        if (QTextFrame* frame = it.currentFrame())
+            AddFrame(*frame, level);
+        else if (const QTextBlock block = it.currentBlock(); block.isValid() && !IsPhantom(it))
+            AddBlock(block, level);
+    }
+
     bool IsTouched(int first, int last) const { return first <= to_ && last >= from_; }
 
     void AddFrame(QTextFrame& frame, int level) {
@@ -158,10 +176,24 @@ private:
     const NoteFormats& formats_;
     int from_;
     int to_;
+    QTextFrame::iterator next_;
     CapturedNote note_;
 };
 
-}  // namespace
+NoteCapture::NoteCapture(const QTextDocument& shown, const NoteFormats& formats)
+    : walk_(std::make_unique<Walk>(formats, 0, INT_MAX)) {
+    walk_->Begin(shown);
+}
+
+NoteCapture::~NoteCapture() = default;
+
+bool NoteCapture::Step(int count) {
+    return walk_->Step(count);
+}
+
+CapturedNote NoteCapture::Take() {
+    return walk_->Take();
+}
 
 std::shared_ptr<const CapturedBlock> CaptureBlock(const QTextBlock& block, const NoteFormats& formats) {
     NoteBlockData& data = NoteBlockData::Of(block);
@@ -171,13 +203,13 @@ std::shared_ptr<const CapturedBlock> CaptureBlock(const QTextBlock& block, const
 }
 
 CapturedNote CaptureNote(const QTextDocument& shown, const NoteFormats& formats) {
-    NoteCapture capture(formats, 0, INT_MAX);
-    capture.AddRange(shown.rootFrame()->begin(), 0);
+    NoteCapture capture(shown, formats);
+    capture.Step(INT_MAX);
     return capture.Take();
 }
 
-CapturedNote CaptureSelection(const QTextCursor& selection, const NoteFormats& formats) {
-    NoteCapture capture(formats, selection.selectionStart(), selection.selectionEnd());
+CapturedNote NoteCapture::OfSelection(const QTextCursor& selection, const NoteFormats& formats) {
+    Walk capture(formats, selection.selectionStart(), selection.selectionEnd());
     QTextCursor first(selection), last(selection);
     first.setPosition(selection.selectionStart());
     last.setPosition(selection.selectionEnd());
@@ -189,6 +221,10 @@ CapturedNote CaptureSelection(const QTextCursor& selection, const NoteFormats& f
     else
         capture.AddRange(selection.document()->rootFrame()->begin(), 0);
     return capture.Take();
+}
+
+CapturedNote CaptureSelection(const QTextCursor& selection, const NoteFormats& formats) {
+    return NoteCapture::OfSelection(selection, formats);
 }
 
 }  // namespace lore
