@@ -111,7 +111,8 @@ void CLorebinderApp::FinishStartup() {
     settings_.Save(ports_.store, Option::ProgVersion);
     FlushStore();
     LoadNoteBook();
-    ShowNotes(LoadLastViewList(book_.paths, ports_.faults));
+    // Here alone beside the user's thread: no board shows anything yet that the new list would change under it.
+    ShowNotes(LoadLastViewList(book_.paths, ports_.faults), ports_.background);
 }
 
 void CLorebinderApp::StoreCounters(const IdCounters& counters) {
@@ -140,9 +141,16 @@ void CLorebinderApp::LoadNoteBook() {
     StoreCounters(counters);
 }
 
-void CLorebinderApp::ShowNotes(const LongList& ids) {
+void CLorebinderApp::ShowNotes(const LongList& ids, Background* background) {
     list_ = CNoteList();
-    LoadNotesToList(book_, ids, kNoSort, Context(), ports_.faults, list_);
+    CNoteList shown;
+    KeptForLater faults;
+    // Stopped, it shows the notes that it had come to.
+    RunBeside(background, "Loading notes....", [&](const std::stop_token& stop) {
+        LoadNotesToList(book_, ids, kNoSort, Context(), faults, shown, stop);
+    });
+    faults.TellAll(ports_.faults);
+    list_ = std::move(shown);
     list_.ClearSelection();
 }
 

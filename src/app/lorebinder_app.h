@@ -69,8 +69,8 @@ public:
     void SwitchNoteBook(const CDatabase& noteBook);
     /// Loads the open NoteBook anew, with these notes as the current list.
     void ReloadNotes(const LongList& listed);
-    /// Makes the current list of these notes, in their order.
-    void ShowNotes(const LongList& ids);
+    /// Makes the current list of these notes, in their order, on the caller's thread or in a background.
+    void ShowNotes(const LongList& ids, Background* background = nullptr);
     /// The NoteBooks to choose from: the main one, then the others by name ignoring case.
     std::vector<CDatabase> NoteBookChoices() const;
     /// All NoteBooks but the main one, in list order.

@@ -1,8 +1,12 @@
 #include "notes/note_cleaner.h"
 
-#include <fstream>
+#include <algorithm>
+#include <array>
+#include <fcntl.h>
 #include <string>
+#include <unistd.h>
 
+#include "base/file_number.h"
 #include "base/record_file.h"
 #include "notes/file_faults.h"
 #include "notes/note_file_walk.h"
@@ -14,15 +18,13 @@ namespace {
 /// A version and a count are 36 bytes. One more tells whether anything stands behind them.
 constexpr size_t kEmptyFileSize = 36;
 
-/// The first bytes of a file; false if it doesn't open.
+/// The first bytes of a file; false if it can't be read. Each file of a NoteBook is asked at each start.
 bool ReadStart(const std::filesystem::path& file, std::string& bytes) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream)
-        return false;
-    bytes.resize(kEmptyFileSize + 1);
-    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<size_t>(stream.gcount()));
-    return true;
+    const FileNumber number(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    std::array<char, kEmptyFileSize + 1> start;
+    const ssize_t got = number.IsOpen() ? ::read(number.Get(), start.data(), start.size()) : -1;
+    bytes.assign(start.data(), static_cast<size_t>(std::max<ssize_t>(got, 0)));
+    return got >= 0;
 }
 
 void CleanFile(const std::filesystem::path& file, FaultNotice& faults) {

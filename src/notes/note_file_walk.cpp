@@ -101,7 +101,7 @@ std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& note
 }
 
 bool IsAtHome(const CNote& note, const std::filesystem::path& file) {
-    return file.filename() == GetNoteFileName(note);
+    return file.filename().native() == GetNoteFileName(note);
 }
 
 }  // namespace lore

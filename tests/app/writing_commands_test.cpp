@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <thread>
 
 #include "notes/note_builder.h"
 #include "support/memory_store.h"
@@ -48,6 +49,36 @@ protected:
     CLorebinderApp app{folder.folder.Path(), {prompts, progress, clock, guids, store, faults}};
     WritingCommands commands{app};
 };
+
+/// Works on another thread, and is stopped where it is told to.
+class OtherThread : public Background {
+public:
+    bool Run(const std::string& text, const Work& work) override {
+        texts.push_back(text);
+        std::stop_source source;
+        if (isStopped)
+            source.request_stop();
+        std::thread([&] { work(source.get_token()); }).join();
+        return !isStopped;
+    }
+    bool isStopped = false;
+    std::vector<std::string> texts;
+};
+
+TEST_F(WritingCommandsTest, TheLastListLoadsBesideTheWindowAtTheStart) {
+    app.SaveOptions();
+    OtherThread thread;
+    for (const bool isStopped : {false, true}) {
+        thread.isStopped = isStopped;
+        CLorebinderApp again{folder.folder.Path(), {prompts, progress, clock, guids, store, faults, &thread}};
+        again.LoadOptions();
+        again.SelectStartNoteBook();
+        again.FinishStartup();
+        EXPECT_EQ(again.List().Count(), isStopped ? 0u : 3u);
+        EXPECT_EQ(again.NoteBook().TotalNoteCount(), 3u) << "a stopped list leaves the NoteBook whole";
+    }
+    EXPECT_THAT(thread.texts, ElementsAre("Loading notes....", "Loading notes...."));
+}
 
 TEST_F(WritingCommandsTest, ANewNoteIsFilledFromTheOneSavedLastWhileTheListHoldsIt) {
     EXPECT_EQ(commands.NewNote().note.keyWords, "key 3") << "none was saved yet: the last of the list";
