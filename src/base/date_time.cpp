@@ -107,7 +107,7 @@ DateTime::DateTime(int year, int month, int day, int hour, int minute, int secon
     hour_ = static_cast<int8_t>(hour);
     minute_ = static_cast<int8_t>(minute);
     second_ = static_cast<int8_t>(second);
-    seconds_ = DaysFromCivil(year, month, day) * kDaySeconds + hour * 3600 + minute * 60 + second;
+    seconds_ = DaysFromCivil(year, month, day) * kDaySeconds + int64_t{hour} * 3600 + int64_t{minute} * 60 + second;
 }
 
 DateTime DateTime::Invalid() {

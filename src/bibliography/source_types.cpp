@@ -82,6 +82,7 @@ std::vector<size_t> UnusedSlots(int32_t type) {
 
 std::vector<NumberedName> TypeChoices(CustomTypeList& types) {
     std::vector<NumberedName> choices;
+    choices.reserve(kTypeOrder.size());
     for (const int32_t type : kTypeOrder)
         choices.push_back({type, std::string(StandardTypeName(type))});
     types.AssignNumbers();
@@ -92,6 +93,7 @@ std::vector<NumberedName> TypeChoices(CustomTypeList& types) {
 
 std::vector<NumberedName> StyleChoices() {
     std::vector<NumberedName> choices;
+    choices.reserve(kStyleOrder.size());
     for (const int32_t style : kStyleOrder)
         choices.push_back({style, std::string(StyleName(style))});
     return choices;

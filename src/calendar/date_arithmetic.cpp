@@ -7,7 +7,7 @@ namespace lore {
 namespace {
 
 /// No two valid dates lie further apart.
-constexpr int64_t kMostDays = 10000 * 366;
+constexpr int64_t kMostDays = int64_t{10000} * 366;
 constexpr int kLastYear = 9999;
 
 }  // namespace

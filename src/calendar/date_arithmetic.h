@@ -13,7 +13,7 @@ struct DateSpan {
 
     bool operator==(const DateSpan&) const = default;
     /// Whole days, cut towards zero.
-    int64_t WholeDays() const { return seconds / (24 * 60 * 60); }
+    int64_t WholeDays() const { return seconds / (int64_t{24} * 60 * 60); }
 };
 
 inline DateSpan SpanBetween(const DateTime& from, const DateTime& to) {

@@ -32,6 +32,7 @@ public:
         merge.AddTypes(sources);
         merge.NumberTypes();
         std::vector<int32_t> ids;
+        ids.reserve(sources.size());
         for (const CSource& source : sources)
             ids.push_back(merge.Merge(source));
         session.StoreCounters(counters);

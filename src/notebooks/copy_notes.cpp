@@ -188,7 +188,7 @@ CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, 
     world.progress.SetRange(0, static_cast<int>(notes.Count()) + kOtherSteps);
     world.progress.Show();
     world.progress.SetMessage("Loading *" + target.name + "* NoteBook.........(may take a few moments)");
-    const CopyResult result = NoteCopier(notes, target, world).Run();
+    CopyResult result = NoteCopier(notes, target, world).Run();
     world.progress.Hide();
     return result;
 }

@@ -89,6 +89,7 @@ std::vector<SourceGroup> OrderedGroups(const SourceList& sources, SourceGrouping
     }
     std::sort(order.begin(), order.end());
     std::vector<SourceGroup> ordered;
+    ordered.reserve(groups.size());
     for (const auto& [name, position] : order)
         ordered.push_back(std::move(groups[position]));
     return ordered;
