@@ -100,14 +100,39 @@ void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming
     }
 }
 
-std::vector<CNote> NoteStore::DeleteNotes(const LongList& ids) {
+NoteStore::IDsByFile NoteStore::GroupByFile(const LongList& ids) const {
     IDsByFile byFile;
     for (const int32_t id : ids) {
         if (const std::string* const path = book_.index.FindPath(id))
             byFile[*path].insert(id);
     }
+    return byFile;
+}
+
+LongList NoteStore::ChangeNotes(const LongList& ids, const std::function<bool(CNote&)>& change) {
+    LongList failed;
+    for (const auto& [path, wanted] : GroupByFile(ids))
+        failed.Merge(ChangeInFile(path, wanted, change));
+    Flush();
+    return failed;
+}
+
+LongList NoteStore::ChangeInFile(const std::string& path, const std::unordered_set<int32_t>& ids,
+                                 const std::function<bool(CNote&)>& change) {
+    std::vector<CNote> notes;
+    if (!ReadForRewrite(path, notes))
+        return LongList(std::vector<int32_t>(ids.begin(), ids.end()));
+    LongList changed;
+    for (CNote& note : notes) {
+        if (ids.contains(note.id) && change(note))
+            changed.AddTail(note.id);
+    }
+    return changed.IsEmpty() || Write(path, notes) ? LongList() : changed;
+}
+
+std::vector<CNote> NoteStore::DeleteNotes(const LongList& ids) {
     std::vector<CNote> deleted;
-    for (const auto& [path, wanted] : byFile) {
+    for (const auto& [path, wanted] : GroupByFile(ids)) {
         std::vector<CNote> taken;
         if (!TakeFromFile(path, wanted, taken))
             continue;

@@ -36,6 +36,11 @@ public:
     /// The same for many notes. Gives the ids of those that could not be written.
     LongList SaveNotes(std::vector<CNote> notes);
 
+    /// Changes notes where they lie, each file in one pass. `change` gives true if it has changed the note, and leaves
+    /// alone what names the note and its file: id, guid, first source, creation day. Gives the ids of the notes that
+    /// were changed but could not be written; those are as they were.
+    LongList ChangeNotes(const LongList& ids, const std::function<bool(CNote&)>& change);
+
     /// Takes notes out of their files and the index. Gives them as the files held them; those whose file could not be
     /// written aren't among them, and stay.
     std::vector<CNote> DeleteNotes(const LongList& ids);
@@ -55,6 +60,9 @@ private:
 
     void PutIntoFile(const std::string& path, std::vector<CNote> incoming, IDsByFile& leaving, LongList& failed);
     bool TakeFromFile(const std::string& path, const std::unordered_set<int32_t>& ids, std::vector<CNote>& taken);
+    LongList ChangeInFile(const std::string& path, const std::unordered_set<int32_t>& ids,
+                          const std::function<bool(CNote&)>& change);
+    IDsByFile GroupByFile(const LongList& ids) const;
     void TakeHiddenCopies(const std::vector<CNote>& notes);
     bool ReadForRewrite(const std::string& path, std::vector<CNote>& notes);
     void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);

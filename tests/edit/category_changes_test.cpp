@@ -1,0 +1,175 @@
+#include "edit/category_changes.h"
+
+#include "classify/category_edit.h"
+#include "classify/forest_builder.h"
+#include "edit/category_trees.h"
+#include "edit/edit_fixture.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Lights (Lenses) and Places; notes 1 and 2 in Lenses in two files, 3 in Places, 4 nowhere that the forest knows.
+class CategoryChangesTest : public EditFixture {
+protected:
+    CategoryChangesTest() {
+        for (const int32_t id : {1, 2}) {
+            CNote note = TextNote(id, "In lenses", {1010 + id});
+            note.categories[0] = PathOf({{3, "Lights"}, {4, "Lenses"}});
+            Stored(note);
+        }
+        CNote third = TextNote(3, "In places");
+        third.categories[0] = PathOf({{5, "Places"}});
+        third.categories[1] = PathOf({{4, "An old name"}});
+        Stored(third);
+        CNote fourth = TextNote(4, "Elsewhere");
+        fourth.categories[0] = PathOf({{77, "Gone"}});
+        fourth.categories[1] = PathOf({{5, "Places"}});
+        Stored(fourth);
+    }
+    CategoryTrees Trees() { return CategoryTrees(book.categories, maxCategoryID, prompts); }
+    std::string Path(const std::string& file, int32_t id, size_t set = 0) {
+        for (const CNote& note : NotesIn(file))
+            if (note.id == id)
+                return Shape(note.categories[set]);
+        return "no note";
+    }
+    /// How many notes each category of the NoteBook has in set 1, from the disk.
+    std::string Counts(const CProCategoryList& forest) {
+        std::string text;
+        const auto count = [&](const auto& self, const CProCategoryTree& node) -> void {
+            text += node.name + "=" + std::to_string(node.notes[0].Count()) + " ";
+            for (const CProCategoryTree& child : node.children)
+                self(self, child);
+        };
+        for (const CProCategoryTree& root : forest.Roots())
+            count(count, root);
+        return text;
+    }
+
+    int maxCategoryID = 5;
+    const std::string first = "SRC0000001011.dat", second = "SRC0000001012.dat", day = "DAY01012020.dat";
+};
+
+TEST_F(CategoryChangesTest, EveryNoteBelowARenamedCategoryIsRewritten) {
+    CategoryTrees trees = Trees();
+    prompts.texts = {"Lamps"};
+    trees.RenameCategory(3);
+    const DateTime edited = NotesIn(first)[0].dateEdited;
+    const SavedCategories result = SaveCategoryTrees(world, trees.Forest());
+    EXPECT_TRUE(result.saved);
+    EXPECT_EQ(result.notes.changed, (LongList{1, 2, 3}));
+    EXPECT_EQ(Path(first, 1), "3:Lamps(4:Lenses)");
+    EXPECT_EQ(Path(second, 2), "3:Lamps(4:Lenses)");
+    EXPECT_EQ(Path(day, 3), "5:Places");
+    EXPECT_EQ(Path(day, 3, 1), "3:Lamps(4:Lenses)");
+    EXPECT_EQ(NotesIn(first)[0].dateEdited, edited);
+    EXPECT_EQ(Shape(book.categories), Shape(Reloaded().categories));
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(CategoryChangesTest, APathThatTheForestDoesntKnowStays) {
+    CategoryTrees trees = Trees();
+    prompts.answers = {PromptAnswer::Yes};
+    trees.DeleteCategory(5);
+    EXPECT_EQ(SaveCategoryTrees(world, trees.Forest()).notes.changed, (LongList{3, 4}));
+    EXPECT_EQ(Path(day, 4), "77:Gone");
+    EXPECT_EQ(Path(day, 4, 1), "-1:") << "unassigned now";
+    EXPECT_EQ(Path(day, 3), "-1:");
+    EXPECT_EQ(Path(day, 3, 1), "3:Lights(4:Lenses)") << "all paths of a touched note become true";
+}
+
+TEST_F(CategoryChangesTest, NotesInSyncAreStampedInOneWrite) {
+    Link();
+    for (const int32_t id : {1, 2}) {
+        CSyncInfo record;
+        record.NoteKey = "{G" + std::to_string(id) + "}";
+        record.SyncState = id == 1 ? kStoredTrue : -1;
+        record.Changed = false;
+        record.KeyWordsChanged = DateTime(2001, 1, 1);
+        book.syncLog.ReplaceSyncInfo(record);
+    }
+    CategoryTrees trees = Trees();
+    trees.DropOn(4, 5);
+    SaveCategoryTrees(world, trees.Forest());
+    SyncLog read;
+    LoadSyncLogFrom(book.paths.SyncLog(), read);
+    EXPECT_EQ(read.FindSyncInfo("{G1}")->CategoriesChanged, clock.now);
+    EXPECT_EQ(read.FindSyncInfo("{G1}")->KeyWordsChanged, DateTime(2001, 1, 1));
+    EXPECT_TRUE(read.FindSyncInfo("{G1}")->Changed);
+    EXPECT_FALSE(read.FindSyncInfo("{G2}")->Changed) << "it isn't in sync";
+    EXPECT_EQ(Path(first, 1), "5:Places(4:Lenses)");
+}
+
+TEST_F(CategoryChangesTest, NothingChangesWhereTheCategoriesCantBeWritten) {
+    CategoryTrees trees = Trees();
+    prompts.answers = {PromptAnswer::Yes};
+    trees.DeleteCategory(3);
+    const std::string bytes = folder.Bytes(first), shape = Shape(book.categories);
+    Block(book.paths.Categories());
+    EXPECT_FALSE(SaveCategoryTrees(world, trees.Forest()).saved);
+    EXPECT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(folder.Bytes(first), bytes);
+    EXPECT_EQ(Shape(book.categories), shape);
+    Unblock(book.paths.Categories());
+    EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
+    EXPECT_EQ(Path(first, 1), "-1:");
+}
+
+TEST_F(CategoryChangesTest, ANoteThatCantBeWrittenKeepsItsCategory) {
+    CategoryTrees trees = Trees();
+    prompts.answers = {PromptAnswer::Yes};
+    trees.DeleteCategory(3);
+    const std::string bytes = folder.Bytes(second);
+    std::filesystem::rename(book.paths.NoteFile(second), book.paths.NoteFile("kept"));
+    Block(book.paths.NoteFile(second));
+    const SavedCategories result = SaveCategoryTrees(world, trees.Forest());
+    EXPECT_EQ(result.notes.failed, LongList{2});
+    EXPECT_FALSE(faults.faults.empty());
+    Unblock(book.paths.NoteFile(second));
+    std::filesystem::rename(book.paths.NoteFile("kept"), book.paths.NoteFile(second));
+    EXPECT_EQ(folder.Bytes(second), bytes);
+    // The category that it names is still there, and holds it alone.
+    for (const OpenNoteBook& picture : {std::cref(book).get(), Reloaded()})
+        EXPECT_EQ(Counts(picture.categories), "Places=1 <UNASSIGNED>=1 Lights=1 Lenses=1 ");
+    faults.faults.clear();
+    CategoryTrees again = Trees();
+    prompts.answers = {PromptAnswer::Yes};
+    again.DeleteCategory(3);
+    EXPECT_EQ(SaveCategoryTrees(world, again.Forest()).notes.changed, LongList{2});
+    EXPECT_EQ(Counts(Reloaded().categories), "Places=1 <UNASSIGNED>=2 ");
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+/// What a crash leaves is what stands when the writes behind it are taken back.
+TEST_F(CategoryChangesTest, AfterACrashEveryNoteIsInACategoryThatTheFileHolds) {
+    CategoryTrees trees = Trees();
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+    prompts.texts = {"lights", "Fresnel"};
+    trees.CreateSubcategory(5);
+    trees.CreateSubcategory(6);
+    trees.DropOn(3, 5);  // merges into the new one: Lenses gets another number
+    ASSERT_EQ(Shape(trees.Forest().Roots()[0]).substr(0, 21), "5:Places(6:lights(7:F");
+    const std::map<std::string, std::string> old = {{first, folder.Bytes(first)}, {second, folder.Bytes(second)}};
+    ASSERT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
+    const std::map<std::string, std::string> now = {{first, folder.Bytes(first)}, {second, folder.Bytes(second)}};
+    bool hasMore = false;
+    CProCategoryList before;
+    before.AddRoot(Node(3, "Lights", {Node(4, "Lenses")}));
+    before.AddRoot(Node(5, "Places"));
+    before.AddRoot({kUnassignedID, kUnassignedName});
+    before.LinkAll();
+    ASSERT_TRUE(WithVanished(before, trees.Forest(), hasMore).Save(book.paths.Categories()).Ok());
+    for (const auto& [newFirst, newSecond] : {std::pair{false, false}, {true, false}, {false, true}, {true, true}}) {
+        PutBytes(book.paths.NoteFile(first), newFirst ? now.at(first) : old.at(first));
+        PutBytes(book.paths.NoteFile(second), newSecond ? now.at(second) : old.at(second));
+        const OpenNoteBook picture = Reloaded();
+        for (const int32_t note : {1, 2, 3})
+            EXPECT_FALSE(picture.categories.GetNotePath(note, 1).IsEmptyPath()) << newFirst << newSecond << note;
+    }
+}
+
+}  // namespace
+}  // namespace lore
