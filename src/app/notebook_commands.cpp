@@ -27,6 +27,15 @@ void RunBackup(CLorebinderApp& app, Command command) {
     app.ReloadNoteBooks();
 }
 
+template <typename Command>
+void RunCopy(CLorebinderApp& app, Command command) {
+    const ReadContext context = app.Context();
+    const AppPorts& ports = app.Ports();
+    IdCounters counters = app.Counters();
+    command(CopyWorld{app.NoteBook(), app.Data(), counters, context, ports.prompts, ports.progress, ports.faults,
+                      app.GetSettings().Int(Option::SyncEngaged) == 1, [&] { app.StoreCounters(counters); }});
+}
+
 }  // namespace
 
 NoteBookManagement::NoteBookManagement(CLorebinderApp& app, NoteBookTrash& trash)
@@ -70,21 +79,22 @@ std::vector<CDatabase> CopyTargets(const CLorebinderApp& app) {
 
 void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId) {
     const ReadContext context = app.Context();
-    const AppPorts& ports = app.Ports();
-    const auto notes = FindNotes(app.NoteBook().index, LongList{noteId}, context, ports.faults);
+    const auto notes = FindNotes(app.NoteBook().index, LongList{noteId}, context, app.Ports().faults);
     if (notes.empty() || !app.MayWrite())
         return;
-    IdCounters counters = app.Counters();
-    const CopyWorld world{app.NoteBook(),
-                          app.Data(),
-                          counters,
-                          context,
-                          ports.prompts,
-                          ports.progress,
-                          ports.faults,
-                          app.GetSettings().Int(Option::SyncEngaged) == 1,
-                          [&] { app.StoreCounters(counters); }};
-    CopyNoteToNoteBook(notes.front(), app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
+    RunCopy(app, [&](const CopyWorld& world) {
+        CopyNoteToNoteBook(notes.front(), app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
+    });
+}
+
+void CopyNotesOfNoteBook(CLorebinderApp& app, const CNoteList& notes, const CDatabase& target) {
+    RunCopy(app, [&](const CopyWorld& world) {
+        const CopyResult result = CopyNotesToNoteBook(notes, target, world);
+        if (result.copied > 0)
+            world.prompts.Message("Your  *" + std::to_string(result.copied) +
+                                      "*  notes have been successfully copied to " + target.name + "!",
+                                  "Finished!", PromptIcon::Information);
+    });
 }
 
 void RunCloseSteps(CLorebinderApp& app, bool syncs) {

@@ -34,6 +34,8 @@ void RunAutoBackup(CLorebinderApp& app);
 std::vector<CDatabase> CopyTargets(const CLorebinderApp& app);
 /// Copies a note of the open NoteBook to another one.
 void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId);
+/// Copies notes of the open NoteBook to another one, and tells how many.
+void CopyNotesOfNoteBook(CLorebinderApp& app, const CNoteList& notes, const CDatabase& target);
 
 /// What happens before the main window closes: the auto-backup, if it is due, and the sync at close, unless a sync is
 /// what the window closes for.

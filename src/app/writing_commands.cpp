@@ -102,7 +102,14 @@ bool WritingCommands::DeleteNote(int32_t id) {
 }
 
 bool WritingCommands::DeleteCurrentNotes() {
-    const LongList ids = app_.List().GetNoteIDs();
+    return AskTwiceAndDelete(app_.List().GetNoteIDs());
+}
+
+bool WritingCommands::DeleteNotes(const LongList& ids) {
+    return ids.Count() == 1 ? DeleteNote(ids[0]) : AskTwiceAndDelete(ids);
+}
+
+bool WritingCommands::AskTwiceAndDelete(const LongList& ids) {
     if (ids.IsEmpty() || !app_.MayWrite())
         return false;
     const bool one = ids.Count() == 1;

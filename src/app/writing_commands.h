@@ -52,6 +52,8 @@ public:
     bool DeleteNote(int32_t id);
     /// Asks twice, and deletes all notes of the current list. True if any has gone.
     bool DeleteCurrentNotes();
+    /// Asks, for several notes twice, and deletes notes of the NoteBook. True if any has gone.
+    bool DeleteNotes(const LongList& ids);
     /// Deletions from the open NoteBook and imports into it can be undone, the last one first, until the program ends.
     enum class NextUndo { None, Deletion, Import };
     NextUndo WhatToUndo() const;
@@ -100,6 +102,7 @@ private:
         FaultNotice& usual_;
     };
     bool Delete(const LongList& ids);
+    bool AskTwiceAndDelete(const LongList& ids);
     void KeepsFiles();
     std::vector<Undoable>::const_iterator LastUndoable() const;
     std::optional<CNote> FindNote(int32_t id);

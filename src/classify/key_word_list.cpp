@@ -27,6 +27,32 @@ std::vector<std::string_view> SplitKeyWords(std::string_view text) {
     return pieces;
 }
 
+std::string WithKeyWord(std::string_view text, std::string_view name) {
+    const std::vector<std::string_view> pieces = SplitKeyWords(text);
+    if (std::find(pieces.begin(), pieces.end(), name) != pieces.end())
+        return std::string(text);
+    // A separator that the user left at the end would make an empty key word.
+    std::string_view line = Trim(text);
+    while (!line.empty() && line.back() == ',')
+        line = TrimRight(line.substr(0, line.size() - 1));
+    std::string longer(line);
+    longer += line.empty() ? "" : ", ";
+    return longer += name;
+}
+
+std::string WithoutKeyWord(std::string_view text, std::string_view name) {
+    std::vector<std::string_view> pieces = SplitKeyWords(text);
+    if (std::erase(pieces, name) == 0)
+        return std::string(text);
+    std::string line;
+    for (const std::string_view& piece : pieces) {
+        if (&piece != pieces.data())
+            line += ", ";
+        line += piece;
+    }
+    return line;
+}
+
 const CKeyWord* CKeyWordList::FindKeyWord(size_t position) const {
     return position < entries_.size() ? &entries_[position] : nullptr;
 }

@@ -49,7 +49,7 @@ int32_t PathRewriter::PlaceOf(int32_t note, int set) const {
     return place == places.end() ? -1 : place->second->id;
 }
 
-SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edited) {
+SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edited, CNoteList* list) {
     SavedCategories result;
     CProCategoryList& forest = world.book.categories;
     const LongList touched = NotesWithOtherPaths(forest, edited);
@@ -64,7 +64,8 @@ SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edit
                                     rewriter.Rewrite(note);
                                     return true;
                                 },
-                                [](CSyncInfo& info, const DateTime& nowUtc) { info.CategoriesChanged = nowUtc; }});
+                                [](CSyncInfo& info, const DateTime& nowUtc) { info.CategoriesChanged = nowUtc; }},
+                               list);
     if (result.notes.failed.IsEmpty()) {
         forest.Assign(edited);
         if (hasVanished)

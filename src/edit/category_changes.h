@@ -20,8 +20,8 @@ struct SavedCategories {
 ///
 /// The categories are written first, together with those that go, then the notes, then the categories without them: at
 /// each moment the file of categories holds every id that a note stores. Where notes can't be written, the categories
-/// that they are filed in stay.
-SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edited);
+/// that they are filed in stay. The notes of `list`, the current one, follow.
+SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edited, CNoteList* list = nullptr);
 
 /// Gives a note, in each set, the path that leads to where the forest holds it. Sets that hold it nowhere stay. For
 /// many notes of one forest.

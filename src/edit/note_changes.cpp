@@ -8,7 +8,7 @@
 
 namespace lore {
 
-ChangedNotes ChangeNotes(EditWorld& world, const LongList& ids, const NoteChange& change) {
+ChangedNotes ChangeNotes(EditWorld& world, const LongList& ids, const NoteChange& change, CNoteList* list) {
     const ReadContext context = world.Context();
     std::unordered_map<int32_t, std::string> guids;  // of the notes that the change was made in
     ChangedNotes result;
@@ -25,6 +25,8 @@ ChangedNotes ChangeNotes(EditWorld& world, const LongList& ids, const NoteChange
             continue;
         stamped |= StampSyncRecord(world.book.syncLog, found->second,
                                    [&](CSyncInfo& info) { change.stamp(info, context.nowUtc); });
+        if (CNote* const listed = list ? list->Find(id) : nullptr)
+            change.make(*listed);
     }
     if (stamped)
         WriteSyncLog(world.book, world.faults);

@@ -5,6 +5,7 @@
 #include "base/long_list.h"
 #include "edit/edit_world.h"
 #include "notes/note.h"
+#include "notes/note_list.h"
 #include "notes/sync_log.h"
 
 namespace lore {
@@ -24,8 +25,9 @@ struct ChangedNotes {
     LongList failed;   ///< their file could not be read or written, which was told; they are as they were
 };
 
-/// Changes notes in their files, each file in one pass, and stamps their records in the sync log in one write. What the
-/// lists of the NoteBook hold of them is the caller's matter.
-ChangedNotes ChangeNotes(EditWorld& world, const LongList& ids, const NoteChange& change);
+/// Changes notes in their files, each file in one pass, and stamps their records in the sync log in one write. The
+/// notes of `list`, the current one, follow at their places; it may be null. What the lists of the NoteBook hold of
+/// them is the caller's matter.
+ChangedNotes ChangeNotes(EditWorld& world, const LongList& ids, const NoteChange& change, CNoteList* list);
 
 }  // namespace lore

@@ -84,4 +84,33 @@ LongList FilterPanel::NotesOf(int position, PanelScope scope) const {
     return LongList(std::move(notes));
 }
 
+LongList FilterPanel::NotesOfAll() const {
+    IDMarks taken;
+    std::vector<int32_t> notes;
+    for (const PanelEntry& entry : entries_)
+        for (const int32_t note : entry.notes)
+            if (taken.Add(note))
+                notes.push_back(note);
+    return LongList(std::move(notes));
+}
+
+PanelOrder FilterPanel::OrderOf(int position, const PanelCommand& command) const {
+    PanelOrder order;
+    order.action = command.action;
+    if (position < 0) {
+        order.notes = NotesOfAll();
+        return order;
+    }
+    const PanelEntry& entry = At(position);
+    order.value = entry.value;
+    order.id = entry.id;
+    order.name = entry.name;
+    order.color = entry.color;
+    int from = position;
+    while (command.action == PanelAction::ClearTree && At(from).parent >= 0)
+        from = At(from).parent;
+    order.notes = NotesOf(from, command.scope);
+    return order;
+}
+
 }  // namespace lore

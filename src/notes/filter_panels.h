@@ -10,6 +10,17 @@
 
 namespace lore {
 
+/// A command of a panel that the user has chosen, with the value and the notes that it works on.
+struct PanelOrder {
+    PanelAction action = PanelAction::Gather;
+    PanelValue value = PanelValue::Category;
+    int32_t id = -1;    ///< of a category or a source
+    std::string name;   ///< of a key word
+    Rgb color = 0;      ///< of a colour
+    LongList notes;     ///< each once
+    int noteBook = -1;  ///< for a copy, the position of the NoteBook among those that notes can be copied to
+};
+
 /// A filter panel without its window: the entries with their counts, narrowed by a filter text. Positions are those of
 /// Entries(); they hold until the next SetEntries.
 class FilterPanel {
@@ -35,8 +46,11 @@ public:
     std::string Counts(int position) const;
     /// The ids that a command of an entry works on, each once, in the order of the entry's notes.
     LongList NotesOf(int position, PanelScope scope) const;
+    /// A command of an entry, or of the panel where no entry stands (-1), as an order.
+    PanelOrder OrderOf(int position, const PanelCommand& command) const;
 
 private:
+    LongList NotesOfAll() const;
     const PanelEntry& At(int position) const { return entries_[static_cast<size_t>(position)]; }
     void Count();
     void Narrow();

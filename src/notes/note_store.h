@@ -37,8 +37,8 @@ public:
     LongList SaveNotes(std::vector<CNote> notes);
 
     /// Changes notes where they lie, each file in one pass. `change` gives true if it has changed the note, and leaves
-    /// alone what names the note and its file: id, guid, first source, creation day. Gives the ids of the notes that
-    /// were changed but could not be written; those are as they were.
+    /// alone what names the note and its file: id, guid, first source, creation day. Gives the ids of the notes whose
+    /// file could not be read or written; those are as they were.
     LongList ChangeNotes(const LongList& ids, const std::function<bool(CNote&)>& change);
 
     /// Takes notes out of their files and the index. Gives them as the files held them; those whose file could not be

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "bibliography/source_groups.h"
 #include "notes/panel_entries.h"
@@ -12,9 +13,29 @@ namespace lore {
 enum class PanelKind { Categories, Sources, KeyWords, Colors };
 
 enum class PanelAction {
-    Gather,  ///< the notes are added to the current list
-    TakeOut  ///< the notes leave the current list
+    Gather,           ///< the notes are added to the current list
+    TakeOut,          ///< the notes leave the current list
+    AddNote,          ///< the focus note gets the value
+    AttachKeyWord,    ///< all notes of the current list get the key word
+    RemoveKeyWord,    ///< all notes of the current list lose the key word
+    SetListColor,     ///< all notes of the current list get the colour
+    RemoveListColor,  ///< those notes of the current list that have this colour lose it
+    SetColor,         ///< the notes get a colour that the user is asked for
+    Copy,             ///< to another NoteBook
+    Print,
+    Export,
+    Delete,
+    ClearTree,  ///< the notes of the entry's whole tree leave the current list
+    SelectAll,  ///< the notes of all entries are added to the current list
+    ClearAll    ///< the notes of all entries leave the current list
 };
+
+/// Commands that belong together in a menu.
+enum class PanelFamily { List, Values, Output, Delete, Tree };
+PanelFamily FamilyOf(PanelAction action);
+/// What a command can't do without.
+enum class PanelNeed { Notes, FocusNote, CurrentList };
+PanelNeed NeedOf(PanelAction action);
 
 /// Which notes of an entry a command works on.
 enum class PanelScope {
@@ -30,8 +51,13 @@ struct PanelCommand {
     const char* text;
 };
 
-/// The commands of a panel's entries, in the order of the menu. They hold for `<NO_SOURCE>` too.
+/// The commands of a panel's entries, in the order of the menu.
 std::span<const PanelCommand> PanelCommands(PanelKind panel);
+/// Those that an entry offers. A note can be added neither to a group of sources nor to `<NO_SOURCE>` or
+/// `<UNASSIGNED>`; without another NoteBook there is nowhere to copy to.
+std::vector<PanelCommand> EntryCommands(PanelKind panel, const PanelEntry& entry, bool hasOtherNoteBooks);
+/// What a panel offers where no entry stands.
+std::span<const PanelCommand> AreaCommands(PanelKind panel);
 
 /// One line of the choice above a panel, with the number that the settings keep.
 struct PanelChoice {
