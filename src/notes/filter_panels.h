@@ -14,11 +14,11 @@ namespace lore {
 struct PanelOrder {
     PanelAction action = PanelAction::Gather;
     PanelValue value = PanelValue::Category;
-    int32_t id = -1;    ///< of a category or a source
-    std::string name;   ///< of a key word
-    Rgb color = 0;      ///< of a colour
-    LongList notes;     ///< each once
-    int noteBook = -1;  ///< for a copy, the position of the NoteBook among those that notes can be copied to
+    int32_t id = -1;        ///< of a category or a source
+    std::string name = {};  ///< of a key word
+    Rgb color = 0;          ///< of a colour
+    LongList notes = {};    ///< each once
+    int noteBook = -1;      ///< for a copy, the position of the NoteBook among those that notes can be copied to
 };
 
 /// A filter panel without its window: the entries with their counts, narrowed by a filter text. Positions are those of

@@ -94,6 +94,16 @@ void ControlBar::CountNotes(const LongList& listed) {
         page->CountNotes(listed);
 }
 
+void ControlBar::SetOtherNoteBooks(const QStringList& names) {
+    for (PanelPage* const page : pages_)
+        page->SetOtherNoteBooks(names);
+}
+
+void ControlBar::SetAvailable(const std::function<bool(PanelNeed)>& isThere) {
+    for (PanelPage* const page : pages_)
+        page->SetAvailable(isThere);
+}
+
 void ControlBar::SetPage(int page) {
     page = std::clamp(page, 0, static_cast<int>(pages_.size()) - 1);
     tabs_[static_cast<size_t>(page)]->setChecked(true);

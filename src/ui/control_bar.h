@@ -2,9 +2,10 @@
 
 #include <QWidget>
 #include <array>
+#include <functional>
 
 #include "app/lorebinder_app.h"
-#include "notes/panel_commands.h"
+#include "notes/filter_panels.h"
 
 class QStackedWidget;
 class QToolButton;
@@ -25,12 +26,16 @@ public:
     void Rebuild(const CLorebinderApp& app);
     /// Counts anew: the current list has changed.
     void CountNotes(const LongList& listed);
+    /// The NoteBooks that notes can be copied to, in their order.
+    void SetOtherNoteBooks(const QStringList& names);
+    /// Says whether there is what a command needs besides its notes.
+    void SetAvailable(const std::function<bool(PanelNeed)>& isThere);
     void SetPage(int page);
     int Page() const;
     PanelPage* PageAt(PanelKind kind) const { return pages_[static_cast<size_t>(kind)]; }
 
 signals:
-    void CommandRequested(PanelAction action, const LongList& notes);
+    void CommandRequested(const PanelOrder& order);
     void ChoiceChanged(PanelKind kind, int number);
     void PageChanged(int page);
 

@@ -19,6 +19,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
     const QKeySequence showAll(Qt::CTRL | Qt::SHIFT | Qt::Key_A), clear(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
     const QKeySequence viewSources(Qt::CTRL | Qt::SHIFT | Qt::Key_S), bibliography(Qt::CTRL | Qt::SHIFT | Qt::Key_B);
     const QKeySequence preferences(Qt::CTRL | Qt::Key_Comma), manage(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
+    const QKeySequence editTrees(Qt::CTRL | Qt::SHIFT | Qt::Key_T);
     return {
         {Menu::File, tr("&Save/Print Current Notes..."), {QKeySequence::Print}, [this] { PrintCurrentNotes(app_); }},
         {Menu::File, tr("&Export Current Notes..."), {}, [this] { ExportCurrentNotes(app_); }},
@@ -48,6 +49,8 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Sources, tr("&View Sources..."), {viewSources}, [this] { notes_->ViewSources(); }},
         {Menu::Sources, tr("&Edit Custom Source Types..."), {}, [this] { notes_->EditSourceTypes(); }},
         {Menu::Sources, tr("Create &Bibliography..."), {bibliography}, [this] { AskForBibliography(); }},
+
+        {Menu::Categories, tr("&Edit Category Trees..."), {editTrees}, [this] { EditCategoryTrees(); }},
 
         {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
         {Menu::View, tr("&Command Bar..."), {QKeySequence(Qt::CTRL | Qt::Key_K)}, [this] { ShowCommandBar(); }},

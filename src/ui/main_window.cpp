@@ -95,7 +95,10 @@ void MainWindow::ConnectTools() {
 }
 
 void MainWindow::ConnectPanels() {
-    connect(panels_, &ControlBar::CommandRequested, this, &MainWindow::RunPanelCommand);
+    connect(panels_, &ControlBar::CommandRequested, this, &MainWindow::RunPanelOrder);
+    panels_->SetAvailable([this](PanelNeed need) {
+        return need == PanelNeed::FocusNote ? board_->FocusNote() > 0 : !app_.List().IsEmpty();
+    });
     connect(panels_, &ControlBar::ChoiceChanged, this, &MainWindow::SetPanelChoice);
     connect(panels_, &ControlBar::PageChanged, this,
             [this](int page) { app_.GetSettings().Set(Option::ActIndCtrlBar, page); });

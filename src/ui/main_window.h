@@ -6,10 +6,11 @@
 #include <memory>
 
 #include "app/lorebinder_app.h"
+#include "app/panel_actions.h"
 #include "app/picture_commands.h"
 #include "notebooks/notebook_trash.h"
+#include "notes/filter_panels.h"
 #include "notes/list_board_model.h"
-#include "notes/panel_commands.h"
 #include "ui/board_view.h"
 #include "ui/main_menu.h"
 
@@ -101,7 +102,9 @@ private:
     void RunSync();
     void CopyNote(int32_t noteId, int noteBook);
     static QStringList DroppedFiles(const QMimeData& dropped);
-    void RunPanelCommand(PanelAction action, const LongList& notes);
+    void RunPanelOrder(const PanelOrder& order);
+    std::optional<Rgb> PickBorderColor();
+    void EditCategoryTrees();
     void SetPanelChoice(PanelKind kind, int number);
     void ChangePicture(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room);
     void OpenAttachment(int32_t noteId, int attachment);

@@ -89,15 +89,6 @@ void MainWindow::SetZoom(int percent) {
     board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
 }
 
-void MainWindow::RunPanelCommand(PanelAction action, const LongList& notes) {
-    const bool gathered = action == PanelAction::Gather && app_.Gather(notes) > 0;
-    if (action != PanelAction::Gather)
-        app_.TakeOut(notes);
-    ListChanged();
-    if (gathered)
-        GoToFirstNew();
-}
-
 void MainWindow::SetPanelChoice(PanelKind kind, int number) {
     app_.GetSettings().Set(kind == PanelKind::Categories ? Option::CtrlBarCatSet : Option::CtrlBarSortSrc, number);
     panels_->Rebuild(app_);

@@ -4,6 +4,7 @@
 
 #include "app/exchange_commands.h"
 #include "app/notebook_commands.h"
+#include "ui/control_bar.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -50,6 +51,7 @@ void MainWindow::ShowNoteBookChoices() {
     for (const CDatabase& target : CopyTargets(app_))
         others.append(ToQString(target.IsMain() ? kMainNoteBookListName : target.name));
     board_->SetOtherNoteBooks(others);
+    panels_->SetOtherNoteBooks(others);
 }
 
 void MainWindow::CopyNote(int32_t noteId, int noteBook) {

@@ -1,6 +1,7 @@
 #include "ui/panel_page.h"
 
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -8,6 +9,7 @@
 #include <QStackedLayout>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <optional>
 #include <unordered_set>
 
 #include "ui/panel_delegate.h"
@@ -102,7 +104,9 @@ void PanelPage::AddTree() {
     auto* const over = new QVBoxLayout(tree_->viewport());
     over->addWidget(empty_, 0, Qt::AlignTop);
     layout()->addWidget(tree_);
-    connect(tree_, &QTreeView::customContextMenuRequested, this, &PanelPage::ShowMenu);
+    tree_->installEventFilter(this);
+    connect(tree_, &QTreeView::customContextMenuRequested, this,
+            [this](const QPoint& place) { ShowMenu(PanelModel::PositionOf(tree_->indexAt(place)), place, false); });
     connect(tree_, &QTreeView::activated, this,
             [this](const QModelIndex& index) { Run(PanelModel::PositionOf(index), PanelCommands(kind_).front()); });
 }
@@ -146,21 +150,65 @@ void PanelPage::ApplyFilter(const QString& text) {
         tree_->expandAll();
 }
 
-void PanelPage::ShowMenu(const QPoint& place) {
-    const int position = PanelModel::PositionOf(tree_->indexAt(place));
-    if (position < 0)
-        return;
-    QMenu menu(this);
-    for (const PanelCommand& command : PanelCommands(kind_)) {
-        QAction* const action = menu.addAction(QString::fromUtf8(command.text));
-        connect(action, &QAction::triggered, this, [this, position, command] { Run(position, command); });
+/// The Menu key opens the menu at the current entry, wherever the mouse is.
+bool PanelPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ContextMenu &&
+        static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Keyboard) {
+        const QModelIndex current = tree_->currentIndex();
+        ShowMenu(PanelModel::PositionOf(current), tree_->visualRect(current).bottomLeft(), true);
+        return true;
     }
-    menu.exec(tree_->viewport()->mapToGlobal(place));
+    return QWidget::eventFilter(watched, event);
+}
+
+void PanelPage::ShowMenu(int position, const QPoint& place, bool byKeyboard) {
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (position >= 0) {
+        std::optional<PanelFamily> family;
+        const PanelEntry& entry = panel_.Entries()[static_cast<size_t>(position)];
+        for (const PanelCommand& command : EntryCommands(kind_, entry, !otherNoteBooks_.isEmpty())) {
+            if (family && *family != FamilyOf(command.action))
+                menu->addSeparator();
+            family = FamilyOf(command.action);
+            AddEntry(*menu, position, command);
+        }
+    }
+    // The keyboard can't point at the empty area.
+    if (position < 0 || byKeyboard) {
+        for (const PanelCommand& command : AreaCommands(kind_))
+            AddEntry(*menu, -1, command);
+    }
+    if (menu->isEmpty())
+        delete menu;
+    else
+        menu->popup(tree_->viewport()->mapToGlobal(place));
+}
+
+void PanelPage::AddEntry(QMenu& menu, int position, const PanelCommand& command) {
+    const QString text = QString::fromUtf8(command.text);
+    const PanelOrder order = panel_.OrderOf(position, command);
+    const PanelNeed need = NeedOf(command.action);
+    const bool isThere = need == PanelNeed::Notes ? !order.notes.IsEmpty() : !isThere_ || isThere_(need);
+    if (command.action != PanelAction::Copy) {
+        QAction* const action = menu.addAction(text);
+        action->setEnabled(isThere);
+        connect(action, &QAction::triggered, this, [this, order] { emit CommandRequested(order); });
+        return;
+    }
+    QMenu& others = *menu.addMenu(text);
+    others.setEnabled(isThere);
+    for (int i = 0; i < static_cast<int>(otherNoteBooks_.size()); ++i) {
+        PanelOrder copy = order;
+        copy.noteBook = i;
+        connect(others.addAction(QString(otherNoteBooks_[i]).replace(QLatin1Char('&'), QStringLiteral("&&"))),
+                &QAction::triggered, this, [this, copy] { emit CommandRequested(copy); });
+    }
 }
 
 void PanelPage::Run(int position, const PanelCommand& command) {
     if (position >= 0)
-        emit CommandRequested(command.action, panel_.NotesOf(position, command.scope));
+        emit CommandRequested(panel_.OrderOf(position, command));
 }
 
 void PanelPage::Restyle() {

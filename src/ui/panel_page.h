@@ -1,12 +1,15 @@
 #pragma once
 
+#include <QStringList>
 #include <QWidget>
+#include <functional>
 
 #include "notes/filter_panels.h"
 
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QTreeView;
 
 namespace lore {
@@ -26,18 +29,26 @@ public:
     void SetEntries(std::vector<PanelEntry> entries);
     void CountNotes(const LongList& listed);
     void SetChoice(int number);
+    /// The NoteBooks that notes can be copied to, in their order.
+    void SetOtherNoteBooks(const QStringList& names) { otherNoteBooks_ = names; }
+    /// Says whether there is what a command needs. Without it only notes of the entry are asked for.
+    void SetAvailable(std::function<bool(PanelNeed)> isThere) { isThere_ = std::move(isThere); }
     QTreeView* Tree() const { return tree_; }
 
 signals:
-    /// A command of an entry, with the notes that it works on.
-    void CommandRequested(PanelAction action, const LongList& notes);
+    void CommandRequested(const PanelOrder& order);
     /// The category set or the grouping of sources, by the number that the settings keep.
     void ChoiceChanged(int number);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void AddChoice();
     void AddTree();
-    void ShowMenu(const QPoint& place);
+    /// The menu of an entry, of the empty area (-1), or of both for the keyboard, at a place of the tree.
+    void ShowMenu(int position, const QPoint& place, bool byKeyboard);
+    void AddEntry(QMenu& menu, int position, const PanelCommand& command);
     void Run(int position, const PanelCommand& command);
     void ApplyFilter(const QString& text);
     void Restyle();
@@ -51,6 +62,8 @@ private:
     QAction* filterIcon_ = nullptr;
     QTreeView* tree_ = nullptr;
     QLabel* empty_ = nullptr;
+    QStringList otherNoteBooks_;
+    std::function<bool(PanelNeed)> isThere_;
 };
 
 }  // namespace lore

@@ -113,7 +113,7 @@ void MainWindowTest::search_scrolls_to_the_first_new_note() {
         kept.AddTail(app_->List()[i].id);
     app_->ClearList();
     app_->Gather(kept);
-    emit window_->Panels()->CommandRequested(PanelAction::TakeOut, LongList{});
+    emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut});
     board->SetFocusNote(kept[0]);
     Search("SHOWALL");
     const int32_t first = board->FocusNote();
@@ -152,7 +152,7 @@ void MainWindowTest::a_panel_gathers_and_takes_out() {
     QCOMPARE(caption, QStringLiteral("Engineering (%1/%1)").arg(gathered));
     LongList first;
     first.AddTail(app_->List()[0].id);
-    emit window_->Panels()->CommandRequested(PanelAction::TakeOut, first);
+    emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut, .notes = first});
     QCOMPARE(app_->List().Count(), gathered - 1);
     QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(gathered - 1));
 }

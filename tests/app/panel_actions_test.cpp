@@ -1,0 +1,315 @@
+#include "app/panel_actions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/category_editing.h"
+#include "notes/note_builder.h"
+#include "notes/print_preview.h"
+#include "support/memory_store.h"
+#include "support/scripted_ports.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+constexpr Rgb kRed = MakeRgb(200, 0, 0), kNearRed = MakeRgb(204, 3, 1), kBlue = MakeRgb(0, 0, 200);
+
+/// The main NoteBook with four notes in three files, one of them of a source, and a second NoteBook.
+class PanelActionsTest : public testing::Test {
+protected:
+    PanelActionsTest() {
+        CSource source;
+        source.SourceID = 1011;
+        source.SourceGUID = "{S}";
+        source.SourceType = 1;
+        source.FieldTexts[0] = "A title";
+        SourceList sources;
+        sources.AddTail(source);
+        EXPECT_TRUE(sources.SaveSources(folder.paths.Sources(), AuthorList()).Ok());
+        CProCategoryList forest;
+        CProCategoryTree lights(3, "Lights");
+        lights.AddChild({4, "Lenses"});
+        forest.AddRoot(lights);
+        forest.AddRoot({5, "Places"});
+        EXPECT_TRUE(forest.Save(folder.paths.Categories()).Ok());
+        const auto note = [](int32_t id, int day, Rgb color, const std::string& keyWords) {
+            CNote made = DayNote(id, day);
+            made.plainText = "Note " + std::to_string(id);
+            made.rtfText = "{\\rtf1\\ansi " + made.plainText + "}";
+            made.borderColor = color;
+            made.keyWords = keyWords;
+            return made;
+        };
+        CNote first = note(1, 1, kRed, "lamp, fog"), fourth = note(4, 1, 0, "");
+        first.categories[0] = PathOf({{3, "Lights"}, {4, "Lenses"}});
+        fourth.sources = {1011};
+        folder.Put("DAY01012020.dat", {first, note(2, 1, kNearRed, "Lamp")});
+        folder.Put("DAY01032020.dat", {note(3, 3, kBlue, "fog,")});
+        folder.Put("SRC0000001011.dat", {fourth});
+        PutBytes(folder.paths.SyncLog(), "2112, 7, Online, Desktop, 01/01/2020 01:00:00 AM, {NB},\n" + Record(1) +
+                                             Record(2) + Record(3) + Record(4));
+        CDatabase other;
+        other.id = 7;
+        other.guid = "{NB7}";
+        other.name = "Thesis";
+        other.folder = "Folder7";
+        EXPECT_TRUE(SaveDatabases(folder.data.DatabasesFile(), {other}).Ok());
+        CreateNoteBookFolders(NoteBookPaths(folder.data, other.folder));
+        app.LoadOptions();
+        app.SelectStartNoteBook();
+        app.FinishStartup();
+        app.Gather(LongList{1, 2, 3, 4});
+    }
+    static std::string Record(int32_t note) {
+        return std::to_string(note) + ", 2112, -1, 9, {G" + std::to_string(note) + "}, FILE.dat, , , , , ,\n";
+    }
+    /// The order that a command of an entry gives, by the words of the menu.
+    PanelOrder Order(PanelKind kind, const std::string& entry, const std::string& words) {
+        FilterPanel panel;
+        const OpenNoteBook& book = app.NoteBook();
+        const int set = CategorySetOf(app.GetSettings().Int(Option::CtrlBarCatSet));
+        panel.SetEntries(kind == PanelKind::Categories ? CategoryEntries(book.categories, set)
+                         : kind == PanelKind::Sources
+                             ? SourceEntries(book.sources, SourceGrouping::Title, book.notesWithoutSource)
+                         : kind == PanelKind::KeyWords ? KeyWordEntries(book.keyWords)
+                                                       : ColorEntries(book.colors));
+        for (size_t i = 0; i < panel.Entries().size(); ++i) {
+            if (panel.Entries()[i].name != entry)
+                continue;
+            for (const PanelCommand& command : EntryCommands(kind, panel.Entries()[i], true))
+                if (command.text == words)
+                    return panel.OrderOf(static_cast<int>(i), command);
+        }
+        ADD_FAILURE() << "no " << words << " of " << entry;
+        return {};
+    }
+    PanelOutcome Run(PanelKind kind, const std::string& entry, const std::string& words, int32_t focus = -1) {
+        return actions.Run(Order(kind, entry, words), focus);
+    }
+    /// A note as the disk has it.
+    CNote OnDisk(const std::string& file, int32_t id) {
+        std::vector<CNote> notes;
+        LoadNoteFile(folder.paths.NoteFile(file), app.Context(), notes);
+        for (CNote& note : notes)
+            if (note.id == id)
+                return note;
+        return {};
+    }
+    CSyncInfo Logged(int32_t id) {
+        SyncLog log;
+        LoadSyncLogFrom(folder.paths.SyncLog(), log);
+        const CSyncInfo* const found = log.FindSyncInfo("{G" + std::to_string(id) + "}");
+        return found ? *found : CSyncInfo();
+    }
+    std::vector<int32_t> Listed() const { return app.List().GetNoteIDs().Values(); }
+    std::string Colors() const {
+        std::string text;
+        for (const CSearchColor& entry : app.NoteBook().colors.Entries())
+            text += std::to_string(RedOf(entry.color)) + "/" + std::to_string(BlueOf(entry.color)) + "=" +
+                    std::to_string(entry.notes.Count()) + " ";
+        return text;
+    }
+
+    NoteBookFolder folder;
+    MemoryStore store;
+    ScriptedPrompts prompts;
+    ScriptedProgress progress;
+    FixedClock clock;
+    NumberedGuids guids;
+    NotedFaults faults;
+    CLorebinderApp app{folder.folder.Path(), {prompts, progress, clock, guids, store, faults}};
+    WritingCommands commands{app};
+    std::optional<Rgb> picked;
+    PanelActions actions{app, commands, [this] { return picked; }};
+    const std::string firstDay = "DAY01012020.dat", thirdDay = "DAY01032020.dat";
+};
+
+TEST_F(PanelActionsTest, BulkColorsReachFileListAndLog) {
+    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Set Border Color of Notes With This Key Word"), PanelOutcome::Nothing);
+    EXPECT_THAT(progress.messages, testing::Not(testing::Contains("Updating notes....."))) << "cancelled";
+    picked = kBlue;
+    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Set Border Color of Notes With This Key Word"),
+              PanelOutcome::NotesChanged);
+    EXPECT_EQ(progress.messages.back(), "Updating notes.....");
+    EXPECT_EQ(OnDisk(firstDay, 1).borderColor, kBlue);
+    EXPECT_EQ(OnDisk(firstDay, 1).dateEdited, clock.now);
+    EXPECT_EQ(OnDisk(firstDay, 2).borderColor, kNearRed);
+    EXPECT_EQ(OnDisk(thirdDay, 3).dateEdited, DayNote(3, 3).dateEdited) << "it had the colour";
+    EXPECT_EQ(app.List().Find(1)->borderColor, kBlue);
+    EXPECT_EQ(app.List().Find(1)->dateEdited, clock.now);
+    EXPECT_EQ(Logged(1).Change1, clock.now);
+    EXPECT_TRUE(Logged(1).Changed);
+    EXPECT_FALSE(Logged(1).Change2.IsValid());
+    EXPECT_FALSE(Logged(3).Changed);
+    EXPECT_EQ(Colors(), "200/0=1 0/200=2 0/0=1 ") << "the entry keeps its colour, though only the near one is left";
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(PanelActionsTest, AColorLeavesWhatIsNearlyAlike) {
+    app.TakeOut(LongList{4});
+    EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Remove This Color From All Notes In List"),
+              PanelOutcome::NotesChanged);
+    EXPECT_EQ(OnDisk(firstDay, 1).borderColor, 0u);
+    EXPECT_EQ(OnDisk(firstDay, 2).borderColor, 0u);
+    EXPECT_EQ(Colors(), "0/200=1 0/0=3 ");
+    EXPECT_EQ(Run(PanelKind::Colors, "#0000c8", "Set All Notes In List To This Color"), PanelOutcome::NotesChanged);
+    EXPECT_EQ(Colors(), "0/200=3 0/0=1 ") << "note 4 isn't in the list";
+}
+
+TEST_F(PanelActionsTest, KeyWordsAreAttachedAndCut) {
+    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Attach All Notes In List To This Key Word"), PanelOutcome::NotesChanged);
+    EXPECT_EQ(OnDisk(firstDay, 1).keyWords, "lamp, fog");
+    EXPECT_EQ(OnDisk(firstDay, 2).keyWords, "Lamp, fog");
+    EXPECT_EQ(OnDisk(thirdDay, 3).keyWords, "fog,");
+    EXPECT_EQ(OnDisk("SRC0000001011.dat", 4).keyWords, "fog");
+    EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes.Count(), 4u);
+    EXPECT_EQ(Logged(2).KeyWordsChanged, clock.now);
+    EXPECT_FALSE(Logged(1).Changed);
+    app.TakeOut(LongList{4});
+    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Remove Key Word From All Notes In List"), PanelOutcome::NotesChanged);
+    EXPECT_EQ(OnDisk(firstDay, 1).keyWords, "lamp");
+    EXPECT_EQ(OnDisk(thirdDay, 3).keyWords, "");
+    EXPECT_EQ(app.List().Find(2)->keyWords, "Lamp");
+    EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes, LongList{4});
+    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Remove Key Word From All Notes In List"), PanelOutcome::Nothing);
+}
+
+TEST_F(PanelActionsTest, TheFocusNoteGetsTheValue) {
+    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Add Note To Key Word"), PanelOutcome::Nothing)
+        << "no note has the focus";
+    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Add Note To Key Word", 2), PanelOutcome::NotesChanged);
+    EXPECT_EQ(OnDisk(firstDay, 2).keyWords, "Lamp, fog");
+    EXPECT_EQ(Run(PanelKind::Colors, "#0000c8", "Add Note To Color", 2), PanelOutcome::NotesChanged);
+    EXPECT_EQ(OnDisk(firstDay, 2).borderColor, kBlue);
+    EXPECT_EQ(Run(PanelKind::Categories, "Places", "Add Note To Level", 1), PanelOutcome::NotesChanged);
+    app.GetSettings().Set(Option::CtrlBarCatSet, 3);
+    EXPECT_EQ(Run(PanelKind::Categories, "Lenses", "Add Note To Level", 1), PanelOutcome::NotesChanged);
+    EXPECT_EQ(Run(PanelKind::Categories, "Lenses", "Add Note To Level", 1), PanelOutcome::Nothing);
+    const CNote filed = OnDisk(firstDay, 1);
+    EXPECT_TRUE(filed.categories[0].IsSameTree(PathOf({{5, "Places"}}))) << "set 1 for all sets";
+    EXPECT_TRUE(filed.categories[2].IsSameTree(PathOf({{3, "Lights"}, {4, "Lenses"}})));
+    const CProCategoryList& forest = app.NoteBook().categories;
+    EXPECT_TRUE(forest.FindByID(5)->HasNote(1, 1) && forest.FindByID(3)->HasNote(1, 3));
+    EXPECT_FALSE(forest.FindByID(3)->HasNote(1, 1) || forest.FindByID(kUnassignedID)->HasNote(1, 3));
+    EXPECT_EQ(Logged(1).CategoriesChanged, clock.now);
+}
+
+TEST_F(PanelActionsTest, ASourceGoesToTheEndAndAFirstOneMovesTheNote) {
+    EXPECT_EQ(Run(PanelKind::Sources, "Book: A title", "Add Note To Source", 3), PanelOutcome::NotesChanged);
+    EXPECT_EQ(OnDisk(thirdDay, 3).id, -1);
+    EXPECT_EQ(OnDisk("SRC0000001011.dat", 3).dateEdited, clock.now);
+    EXPECT_EQ(*app.NoteBook().index.FindPath(3), folder.paths.NoteFile("SRC0000001011.dat").string());
+    EXPECT_THAT(app.NoteBook().sources.FindSourceByID(1011)->NoteIDs.Values(), ElementsAre(4, 3));
+    EXPECT_FALSE(app.NoteBook().notesWithoutSource.Contains(3));
+    EXPECT_EQ(Logged(3).SourcesChanged, clock.now);
+    EXPECT_EQ(Logged(3).NoteFile, "SRC0000001011.dat");
+    EXPECT_TRUE(app.List().Notes()[static_cast<size_t>(app.List().PositionOf(3))].citations)
+        << "its card cites the source";
+    EXPECT_EQ(Run(PanelKind::Sources, "Book: A title", "Add Note To Source", 3), PanelOutcome::Nothing);
+}
+
+TEST_F(PanelActionsTest, WhatEntriesOffer) {
+    const auto offers = [](PanelKind kind, PanelValue value, int32_t id, bool others) {
+        PanelEntry entry;
+        entry.value = value;
+        entry.id = id;
+        std::string text;
+        for (const PanelCommand& command : EntryCommands(kind, entry, others))
+            text += std::string("GRAKkLlSCPXD-").substr(static_cast<size_t>(command.action), 1);
+        return text;
+    };
+    // Gather, remove, add, attach and cut, list colours, set colour, copy, print, export, delete, tree.
+    EXPECT_EQ(offers(PanelKind::Categories, PanelValue::Category, 3, true), "GGGRASSCPPXXDD-");
+    EXPECT_EQ(offers(PanelKind::Categories, PanelValue::Category, kUnassignedID, false), "GGGRSSPPXXDD-");
+    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::Source, 1011, true), "GRASCPXD");
+    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::SourceGroup, -1, true), "GRSCPXD");
+    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::NoSource, -1, true), "GRSCPXD");
+    EXPECT_THAT(AreaCommands(PanelKind::KeyWords), IsEmpty());
+}
+
+TEST_F(PanelActionsTest, TreesAndTheWholePanelFillAndClearTheList) {
+    const LongList all = app.List().GetNoteIDs();
+    EXPECT_EQ(Run(PanelKind::Categories, "Lenses", "Clear Current Tree"), PanelOutcome::ListChanged);
+    EXPECT_THAT(Listed(), UnorderedElementsAre(2, 3, 4)) << "the tree above it too";
+    FilterPanel panel;
+    panel.SetEntries(CategoryEntries(app.NoteBook().categories, kAllSets));
+    actions.Run(panel.OrderOf(-1, AreaCommands(PanelKind::Categories)[1]), -1);
+    EXPECT_THAT(Listed(), IsEmpty());
+    EXPECT_EQ(actions.Run(panel.OrderOf(-1, AreaCommands(PanelKind::Categories)[0]), -1), PanelOutcome::Gathered);
+    EXPECT_EQ(app.List().Count(), all.Count());
+}
+
+TEST_F(PanelActionsTest, NotesAreCopiedExportedAndPrinted) {
+    PanelOrder copy = Order(PanelKind::KeyWords, "fog", "Copy Notes With This Key Word To NoteBook");
+    copy.noteBook = 0;
+    actions.Run(copy, -1);
+    EXPECT_THAT(progress.messages, testing::Contains("Loading notes to copy....."));
+    EXPECT_EQ(prompts.seen.back(), "Finished!: Your  *2*  notes have been successfully copied to Thesis!");
+    const std::filesystem::path archive = folder.folder / "out.lbe";
+    prompts.savePaths = {archive.string()};
+    Run(PanelKind::KeyWords, "fog", "Export Notes With This Key Word");
+    EXPECT_EQ(prompts.seen.back(), "Finished!: Your  *2*  notes have been successfully exported!");
+    EXPECT_TRUE(std::filesystem::exists(archive));
+    Run(PanelKind::Colors, "#0000c8", "Print Notes With This Color");
+    EXPECT_THAT(BytesOf(folder.data.PrintPreview()), HasSubstr("{G3}"));
+}
+
+TEST_F(PanelActionsTest, DeletingAsksOnceForOneAndTwiceForSeveralAndComesBack) {
+    prompts.answers = {PromptAnswer::Yes};
+    EXPECT_EQ(Run(PanelKind::Colors, "#0000c8", "Delete Notes With This Color"), PanelOutcome::NotesChanged);
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::No};
+    EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Delete Notes With This Color"), PanelOutcome::Nothing);
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+    EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Delete Notes With This Color"), PanelOutcome::NotesChanged);
+    EXPECT_EQ(prompts.seen.front(), "Delete Note?? Do you wish to permanently delete this note?");
+    EXPECT_THAT(Listed(), ElementsAre(4));
+    commands.UndoDeletion();
+    EXPECT_THAT(Listed(), UnorderedElementsAre(4, 1, 2));
+}
+
+TEST_F(PanelActionsTest, AFileThatCantBeWrittenChangesNothing) {
+    std::filesystem::remove(folder.paths.NoteFile(firstDay));
+    std::filesystem::create_directories(folder.paths.NoteFile(firstDay) / "in the way");
+    picked = kBlue;
+    EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Add Note To Color", 3), PanelOutcome::NotesChanged);
+    const std::string before = Colors();
+    EXPECT_EQ(Run(PanelKind::KeyWords, "lamp", "Set Border Color of Notes With This Key Word"), PanelOutcome::Nothing);
+    EXPECT_FALSE(faults.faults.empty());
+    EXPECT_EQ(Colors(), before);
+    EXPECT_EQ(app.List().Find(1)->borderColor, kRed);
+    EXPECT_FALSE(Logged(1).Changed);
+}
+
+TEST_F(PanelActionsTest, EditedTreesReachListAndCounter) {
+    const int32_t last = app.GetSettings().Int(Option::MaxCategoryID);
+    {
+        CategoryEditing editing(app, commands);
+        prompts.texts = {"Dropped"};
+        editing.Model().CreateRoot();
+        prompts.answers = {PromptAnswer::No, PromptAnswer::Yes};
+        EXPECT_FALSE(editing.MayDrop());
+        EXPECT_TRUE(editing.MayDrop());
+    }
+    EXPECT_EQ(app.GetSettings().Int(Option::MaxCategoryID), last + 1) << "the number isn't given out again";
+    EXPECT_EQ(*store.Get("Options", "MaxCategoryID"), std::to_string(last + 1));
+    app.SetSortOrder(704);
+    CategoryEditing editing(app, commands);
+    EXPECT_TRUE(editing.MayDrop());
+    prompts.texts = {"Aerials"};
+    EXPECT_EQ(editing.Model().CreateRoot(), last + 2);
+    editing.Model().DropOn(4, last + 2);
+    EXPECT_TRUE(editing.Save());
+    EXPECT_EQ(progress.messages.back(), "Updating Category Changes....");
+    EXPECT_EQ(app.List().Find(1)->categories[0].name, "Aerials");
+    EXPECT_EQ(OnDisk(firstDay, 1).categories[0].name, "Aerials");
+    EXPECT_EQ(app.NoteBook().categories.FindByID(4)->GetParentName(), "Aerials");
+    EXPECT_FALSE(app.NoteBook().categories.FindRootByName("Dropped"));
+}
+
+}  // namespace
+}  // namespace lore
