@@ -84,13 +84,16 @@ void TellThatItIsLocked(const std::filesystem::path& data, int error) {
                              .arg(QString::fromStdString(data.string()), reason));
 }
 
-/// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync.
-void SyncInPlaceOfStart(lore::ProcessLauncher& companions, const lore::Settings& settings,
+/// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync. False,
+/// and told, if it can't be started; the start then goes on without a sync, so that nobody is kept from the notes.
+bool SyncInPlaceOfStart(lore::ProcessLauncher& companions, const lore::Settings& settings,
                         const std::filesystem::path& data) {
     const lore::SyncPlace place{lore::DataPaths{data}.DataFiles(), lore::ProgramFolder(),
                                 lore::NextCategoryId({}, settings)};
-    if (!lore::LaunchSyncer(companions, lore::kSyncOpen, settings, place))
-        std::fprintf(stderr, "The sync program could not be started. To start without a sync, name BYPASSSYNC.\n");
+    const bool started = lore::LaunchSyncer(companions, lore::kSyncOpen, settings, place);
+    if (!started)
+        std::fprintf(stderr, "The sync program could not be started. Lorebinder starts without a sync.\n");
+    return started;
 }
 
 /// The chosen language, or that of the desktop, where it has a dictionary; otherwise English.
@@ -130,10 +133,8 @@ int main(int argc, char** argv) {
     lore::Settings early;
     early.LoadOptions(store);
     lore::CompanionLauncher companions(options.data, options.settings);
-    if (lore::SyncsAtStart(early, options.file)) {
-        SyncInPlaceOfStart(companions, early, options.data);
+    if (lore::SyncsAtStart(early, options.file) && SyncInPlaceOfStart(companions, early, options.data))
         return 0;
-    }
     int error = 0;
     const auto lock = lore::DataLock::Take(options.data, error);
     lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
