@@ -150,7 +150,7 @@ int main(int argc, char** argv) {
     lore::HttpClient http;
     lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AutostartFolder() / "LBAgent.desktop",
                              options.data, companions);
-    lore::AppPorts ports{prompts,       progress,         clock,      guids, store, faults, &progress,
+    lore::AppPorts ports{prompts,       progress,         clock,       guids, store, faults, &progress,
                          lore::WaitFor, lore::RandomUpTo, &companions, &agent};
     ports.http = &http;
     ports.programFolder = lore::ProgramFolder();

@@ -127,7 +127,7 @@ void MainWindow::RunFound(const FindableItem& item, const std::vector<QAction*>&
         case FoundKind::Search:
             return Search(QString::fromStdString(item.text), SearchScope::Database);
         default:
-            RunPanelCommand(PanelAction::Gather, NotesOfThing(app_, item));
+            RunPanelOrder({.notes = NotesOfThing(app_, item)});
             board_->setFocus();
     }
 }

@@ -64,7 +64,8 @@ protected:
 
 TEST_F(OnlineCommandsTest, DeletingALinkedNoteBookFreesTheOnlineOne) {
     prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-    NoteBookManagement management(app);
+    NoteBookTrash trash(faults);
+    NoteBookManagement management(app, trash);
     ASSERT_TRUE(management.Model().Create("Beekeeping"));
     const CDatabase made = management.Model().Chosen();
     SyncLog log;

@@ -268,7 +268,7 @@ TEST_F(PanelActionsTest, DeletingAsksOnceForOneAndTwiceForSeveralAndComesBack) {
     EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Delete Notes With This Color"), PanelOutcome::NotesChanged);
     EXPECT_EQ(prompts.seen.front(), "Delete Note?? Do you wish to permanently delete this note?");
     EXPECT_THAT(Listed(), ElementsAre(4));
-    commands.UndoDeletion();
+    commands.Undo();
     EXPECT_THAT(Listed(), UnorderedElementsAre(4, 1, 2));
 }
 
