@@ -35,8 +35,8 @@ std::filesystem::path ManualFile() {
     constexpr char kManual[] = "ProUsersManual.pdf";
     const std::filesystem::path program = ProgramFolder();
     std::error_code error;
-    for (const std::filesystem::path& file :
-         {program / kManual, program.parent_path() / "share" / "doc" / "lorebinder" / kManual})
+    const std::filesystem::path prefix = program.parent_path().parent_path();  // programs lie in lib/lorebinder
+    for (const std::filesystem::path& file : {program / kManual, prefix / "share" / "doc" / "lorebinder" / kManual})
         if (std::filesystem::is_regular_file(file, error))
             return file;
     return {};

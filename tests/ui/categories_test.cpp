@@ -65,6 +65,8 @@ void CategoriesTest::init() {
 }
 
 void CategoriesTest::InDialog(const Steps& steps) {
+    window_->activateWindow();
+    QTRY_VERIFY(QApplication::activeWindow() == window_.get());
     QTimer::singleShot(0, window_.get(), [this, steps] {
         auto* const dialog = qobject_cast<CEditCategoriesDlg*>(QApplication::activeModalWidget());
         QVERIFY(dialog);
@@ -76,8 +78,6 @@ void CategoriesTest::InDialog(const Steps& steps) {
         if (open && open->isVisible())
             open->done(QDialog::Rejected);
     });
-    window_->activateWindow();
-    QTRY_VERIFY(QApplication::activeWindow() == window_.get());
     QTest::keyClick(window_.get(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
     QVERIFY(std::exchange(ran_, false));
 }
