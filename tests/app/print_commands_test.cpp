@@ -106,7 +106,8 @@ TEST_F(PrintCommandsTest, TheListIsHandedOverWithItsSourcesAsTheyAreCitedNow) {
     app.NoteBook().sources.FindSourceByID(1011)->FieldTexts[0] = "Prisms";
     EXPECT_TRUE(PrintCurrentNotes(app));
     EXPECT_THAT(companions.started, ElementsAre("PrintSave"));
-    EXPECT_THAT(background.texts, ElementsAre(testing::_, "Preparing Preview....")) << "behind the load of the last list";
+    EXPECT_THAT(background.texts, ElementsAre(testing::_, "Preparing Preview...."))
+        << "behind the load of the last list";
     EXPECT_TRUE(BytesOf(Preview()).starts_with("000000000000000511.560000000000000002"));
     const std::vector<PrintNote> notes = HandedOver();
     ASSERT_EQ(notes.size(), 2u);
@@ -173,7 +174,8 @@ TEST_F(PrintCommandsTest, ABibliographyHoldsTheSelectedSourcesAsTheyWereSet) {
     dialog.SelectAll();
     EXPECT_TRUE(CreateBibliography(app, dialog.Bibliography()));
     EXPECT_THAT(companions.started, ElementsAre("PrintSave|" + Bib().string()));
-    EXPECT_THAT(background.texts, ElementsAre(testing::_, "Preparing Sources....")) << "behind the load of the last list";
+    EXPECT_THAT(background.texts, ElementsAre(testing::_, "Preparing Sources...."))
+        << "behind the load of the last list";
     EXPECT_TRUE(BytesOf(Bib()).starts_with("0000000011.5600000000000000000000002"));
     SourceList read;
     bool whole = false;
