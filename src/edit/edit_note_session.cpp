@@ -129,7 +129,8 @@ SaveOutcome EditNoteSession::SaveNote(NoteTextControl& text) {
     isFiled_ = false;
     if (note.id < 0)
         GiveID();
-    AddNewCategories();
+    if (!AddNewCategories())
+        return GoBack();
     FileNote(world_->book, note);
     standBy.Show("Copying in new attachments....");
     CopyInNewAttachments(attachments.Items(), world_->book.paths.Attachments(), world_->faults);
@@ -167,15 +168,24 @@ void EditNoteSession::GiveID() {
     world_->saveOptions();
 }
 
-void EditNoteSession::AddNewCategories() {
-    const int32_t highest = AddUsedCategories(world_->book.categories, newCategories, note);
+/// False, and the forest as it was, if the list can't be written: no note may name a category that is missing.
+bool EditNoteSession::AddNewCategories() {
+    if (newCategories.empty())
+        return true;
+    CProCategoryList& forest = world_->book.categories;
+    CProCategoryList before = forest;
+    const int32_t highest = AddUsedCategories(forest, newCategories, note);
     if (highest <= 0)
-        return;
+        return true;
     Settings& settings = world_->settings;
     settings.Set(Option::MaxCategoryID, std::max(settings.Int(Option::MaxCategoryID), highest));
     world_->saveOptions();
     const std::filesystem::path file = world_->book.paths.Categories();
-    TellFailedWrite(world_->faults, "The categories could not be written", file, world_->book.categories.Save(file));
+    const FileResult written = forest.Save(file);
+    TellFailedWrite(world_->faults, "The categories could not be written", file, written);
+    if (!written.Ok())
+        forest = std::move(before);
+    return written.Ok();
 }
 
 bool EditNoteSession::IsSyncWanted() const {
@@ -198,15 +208,20 @@ SaveOutcome EditNoteSession::WriteNote() {
     const ReadContext context = world_->Context();
     if (!NoteStore(world_->book, context, world_->faults, world_->texts).SaveNote(note)) {
         UnfileNote(world_->book, note);
-        if (!isNew_)
-            FileNote(world_->book, original_);
-        isFiled_ = !isNew_;
-        return SaveOutcome::NotWritten;
+        return GoBack();
     }
     original_ = note;
     isNew_ = false;
     isFiled_ = true;
     return SaveOutcome::Saved;
+}
+
+/// The lists name the note as it was before the save.
+SaveOutcome EditNoteSession::GoBack() {
+    if (!isNew_)
+        FileNote(world_->book, original_);
+    isFiled_ = !isNew_;
+    return SaveOutcome::NotWritten;
 }
 
 bool EditNoteSession::CancelNote() {

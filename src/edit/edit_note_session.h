@@ -90,10 +90,11 @@ private:
 
     bool TakeText(NoteTextControl& text, SaveOutcome& refused);
     void GiveID();
-    void AddNewCategories();
+    bool AddNewCategories();
     bool IsSyncWanted() const;
     void LogChange();
     SaveOutcome WriteNote();
+    SaveOutcome GoBack();
 
     EditWorld* world_;
     CNote original_;

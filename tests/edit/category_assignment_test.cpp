@@ -132,6 +132,23 @@ TEST_F(CategoryAssignmentTest, TheSaveMakesTheCategoriesThatTheNoteUses) {
     EXPECT_TRUE(fresh.categories.FindByID(8)->HasNote(session.note.id, 1));
 }
 
+TEST_F(CategoryAssignmentTest, ASaveIsRefusedWhoseCategoriesCantBeWritten) {
+    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+    boxes.Fill(session.note);
+    ASSERT_TRUE(Create(1, 0, "Fog"));
+    boxes.WriteBack(session.note);
+    session.newCategories = boxes.NewCategories();
+    const int32_t fog = session.newCategories[0].id;
+    FixedNoteText text(Rtf("Text"));
+    Block(book.paths.Categories());
+    EXPECT_EQ(session.SaveNote(text), SaveOutcome::NotWritten);
+    EXPECT_EQ(book.categories.FindByID(fog), nullptr);
+    EXPECT_TRUE(Reloaded().index.Entries().empty()) << "no note names what is missing";
+    Unblock(book.paths.Categories());
+    ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved) << "the new category was kept for this";
+    EXPECT_TRUE(Reloaded().categories.FindByID(fog)->HasNote(session.note.id, 1));
+}
+
 TEST_F(CategoryAssignmentTest, ADraftsNewCategoriesAreMadeAnewAndLostOnesStay) {
     CNote stored;
     stored.categories[2] = PathOf({{900, "Lost"}});
