@@ -21,7 +21,10 @@ std::vector<MenuCommand> MainWindow::Commands() {
     const QKeySequence preferences(Qt::CTRL | Qt::Key_Comma), manage(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
     const QKeySequence editTrees(Qt::CTRL | Qt::SHIFT | Qt::Key_T);
     return {
-        {Menu::File, tr("&Save/Print Current Notes..."), {QKeySequence::Print}, [this] { PrintCurrentNotes(app_); }},
+        {Menu::File,
+         tr("&Save/Print Current Notes..."),
+         {QKeySequence::Print, QKeySequence::Save},
+         [this] { PrintCurrentNotes(app_); }},
         {Menu::File, tr("&Export Current Notes..."), {}, [this] { ExportCurrentNotes(app_); }},
         {Menu::File, tr("&Import Notes..."), {QKeySequence::Open}, [this] { ImportNotes(); }},
         {Menu::File, tr("&Backup Current NoteBook..."), {}, [this] { BackupCurrentNoteBook(app_); }},

@@ -22,7 +22,7 @@ void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command) {
         return;
     }
     QAction* const action = menu.addAction(command.text);
-    action->setShortcut(command.keys);
+    action->setShortcuts(command.keys);
     QObject::connect(action, &QAction::triggered, owner, command.run);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QKeySequence>
+#include <QList>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -17,8 +18,8 @@ enum class MainMenu { File, Options, Notes, Sources, Categories, View, Sync, Too
 /// One entry of the menu bar.
 struct MenuCommand {
     MainMenu menu;
-    QString text;  ///< with its Alt key; empty for a line
-    QKeySequence keys = {};
+    QString text;                   ///< with its Alt key; empty for a line
+    QList<QKeySequence> keys = {};  ///< the first is shown
     std::function<void()> run = {};
     /// For an entry of another kind, such as a menu below: makes it in place of the plain one.
     std::function<void(QMenu&)> make = {};
