@@ -8,6 +8,7 @@
 #include "bibliography/author_text.h"
 #include "bibliography/citation_style.h"
 #include "bibliography/custom_citation.h"
+#include "bibliography/mixed_texts.h"
 
 namespace lore {
 
@@ -131,17 +132,36 @@ void DropUnknownAuthors(LongList& ids, const AuthorList& authors) {
     ids = LongList(std::move(kept));
 }
 
-}  // namespace
-
-void FormatSource(CSource& source, const AuthorList& authors) {
+void BuildCitation(CSource& source, const AuthorList& authors) {
     source.SpanKinds.RemoveAll();
     source.SpanStarts.RemoveAll();
     source.SpanEnds.RemoveAll();
-    DropUnknownAuthors(source.AuthorIDs, authors);
     if (source.SourceType >= kFirstCustomType)
         FormatCustomSource(source, authors);
     else if (source.SourceType >= kBook && source.SourceType <= kLecture)
         FormatStandard(source, authors);
+}
+
+/// The citation once more, from texts that are all UTF-8. AuthorText keeps its bytes if they can be read.
+void BuildMixedCitation(CSource& source, const AuthorList& authors) {
+    CSource copy = SourceInUtf8(source);
+    const std::string authorText = copy.AuthorText;
+    BuildCitation(copy, AuthorsInUtf8(source, authors));
+    if (copy.AuthorText != authorText)
+        source.AuthorText = FromUtf8(copy.AuthorText);
+    source.FormattedText = std::move(copy.FormattedText);
+    source.SpanKinds = std::move(copy.SpanKinds);
+    source.SpanStarts = std::move(copy.SpanStarts);
+    source.SpanEnds = std::move(copy.SpanEnds);
+}
+
+}  // namespace
+
+void FormatSource(CSource& source, const AuthorList& authors) {
+    DropUnknownAuthors(source.AuthorIDs, authors);
+    BuildCitation(source, authors);
+    if (JoinsMixedTexts(source, authors))
+        BuildMixedCitation(source, authors);
 }
 
 }  // namespace lore

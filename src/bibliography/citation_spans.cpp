@@ -97,7 +97,8 @@ int FontWeight(int32_t kind) {
 
 void MarkText(CSource& source, std::string_view text, int32_t kind, std::string_view citation) {
     const std::string_view trimmed = Trim(text);
-    const size_t start = trimmed.size() > 1 ? citation.find(trimmed) : std::string_view::npos;
+    const bool isLong = ByteOfCharacter(trimmed, 1) < trimmed.size();
+    const size_t start = isLong ? citation.find(trimmed) : std::string_view::npos;
     if (start == std::string_view::npos)
         return;
     source.SpanKinds.AddTail(kind);

@@ -22,6 +22,31 @@ Json JsonSpans(std::string_view text, const LongList& kinds, const LongList& sta
     return spans;
 }
 
+/// The same text with one byte for each character, as far as lines are broken by it: for positions that are characters,
+/// also those that a correction moved behind the end of the text.
+std::string OneByteEach(std::string_view text) {
+    std::string bytes;
+    for (const char32_t c : ToCodePoints(text))
+        bytes += c < 0x80u ? static_cast<char>(c) : 'x';
+    return bytes;
+}
+
+Json JsonWrappedSpans(const Json& spans, std::string_view text, int32_t indent, int width) {
+    CSource shadow;
+    shadow.IndentSpaces = indent;
+    for (const Json& span : spans) {
+        shadow.SpanStarts.AddTail(span[1]);
+        shadow.SpanEnds.AddTail(span[2]);
+    }
+    const WrappedCitation wrapped = WrapCitation(shadow, OneByteEach(text), width);
+    Json moved = spans;
+    for (size_t i = 0; i < moved.size(); ++i) {
+        moved[i][1] = wrapped.spanStarts[i];
+        moved[i][2] = wrapped.spanEnds[i];
+    }
+    return moved;
+}
+
 class CiteCommand : public Command {
 public:
     const char* Name() const override { return "cite"; }
@@ -73,9 +98,8 @@ private:
                      {"AuthorText", JsonText(source.AuthorText)},
                      {"spans", JsonSpans(text, source.SpanKinds, source.SpanStarts, source.SpanEnds)}};
         if (width_) {
-            const WrappedCitation wrapped = WrapCitation(source, text, *width_);
-            json["wrapped"] = JsonText(wrapped.text);
-            json["wrappedSpans"] = JsonSpans(wrapped.text, source.SpanKinds, wrapped.spanStarts, wrapped.spanEnds);
+            json["wrapped"] = JsonText(WrapCitation(source, text, *width_).text);
+            json["wrappedSpans"] = JsonWrappedSpans(json["spans"], text, source.IndentSpaces, *width_);
         }
         return json;
     }

@@ -190,6 +190,39 @@ TEST(Citation, CapitalsCoverEveryLetterOfTheCharacterSet) {
     EXPECT_EQ(source.AuthorText, "M\xC3\x9CLLER, Z.");
 }
 
+TEST(Citation, TextsOfBothFormsJoinToOneThatReads) {
+    AuthorList authors;
+    authors.AddAuthor(Author(1, "Zo\xEB", "", "M\xFCller"));  // Windows-1252
+    authors.AddAuthor(Author(2, "\xE9", "", "\xC5\x81uk"));   // one name of each form
+    authors.AddAuthor(Author(3, "Jan", "", "\xC5\x81uk"));    // UTF-8
+    struct Case {
+        LongList ids;
+        std::string title, text, authorText, spans;
+    };
+    for (const Case& c : {Case{{1}, "\xE9t\xE9", "M\xFCller Z. \xE9t\xE9. ", "M\xFCller Z.", "1:10-12"},
+                          Case{{1},
+                               "\xE6\x97\xA5\xE6\x9C\xAC",
+                               "M\xC3\xBCller Z. \xE6\x97\xA5\xE6\x9C\xAC. ",
+                               "M\xFCller Z.",
+                               "1:11-16"},
+                          Case{{2}, "Dover", "\xC5\x81uk \xC3\xA9. Dover. ", "\xC5\x81uk \xC3\xA9.", "1:9-13"},
+                          Case{{3, 1},
+                               "\xE9t\xE9",
+                               "\xC5\x81uk J, & M\xC3\xBCller Z. \xC3\xA9t\xC3\xA9. ",
+                               "\xC5\x81uk J, & M\xC3\xBCller Z.",
+                               "1:21-25"},
+                          Case{{3}, "Dover", "\xC5\x81uk J. Dover. ", "\xC5\x81uk J.", "1:8-12"}}) {
+        CSource source;
+        source.AuthorIDs = c.ids;
+        source.FieldTexts[0] = c.title;
+        FormatSource(source, authors);
+        EXPECT_EQ(source.FormattedText, c.text);
+        EXPECT_EQ(source.AuthorText, c.authorText);
+        EXPECT_EQ(SpansOf(source), c.spans);
+        EXPECT_EQ(source.FieldTexts[0], c.title);
+    }
+}
+
 CSource OfCustomType() {
     CSource source;
     source.SourceType = 1101;
@@ -267,9 +300,10 @@ TEST(CitationSpan, FirstPlaceCountsAndOneLetterHasNone) {
     struct Case {
         std::string text, citation, spans;
     };
-    for (const Case& c :
-         {Case{"Dover", "Dover J. Dover.", "1:0-4"}, Case{" Lights ", "The Lights.", "1:4-9"}, Case{"A", "An A.", ""},
-          Case{"AB", "AB", "1:0-1"}, Case{"x", "", ""}, Case{" ", "a b", ""}, Case{"absent", "The Lights.", ""}}) {
+    for (const Case& c : {Case{"Dover", "Dover J. Dover.", "1:0-4"}, Case{" Lights ", "The Lights.", "1:4-9"},
+                          Case{"A", "An A.", ""}, Case{"AB", "AB", "1:0-1"}, Case{"x", "", ""}, Case{" ", "a b", ""},
+                          Case{"absent", "The Lights.", ""}, Case{"\xC3\xA9", "\xC3\xA9t\xC3\xA9", ""},
+                          Case{"\xE9", "\xE9t\xE9", ""}, Case{"\xC3\xA9t", "\xC3\xA9t\xC3\xA9", "1:0-2"}}) {
         CSource source;
         MarkText(source, c.text, kItalic, c.citation);
         EXPECT_EQ(SpansOf(source), c.spans) << c.text;

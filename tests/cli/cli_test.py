@@ -241,6 +241,21 @@ class Citations(CliTest):
         for style in ("3", "9"):
             self.assertEqual(self.json("cite", "--file", file, "--style", style), self.json("cite", "--style", style))
 
+    def test_positions_count_characters_also_behind_line_breaks(self):
+        file = self.world.top / "wide.json"
+        author = {"AuthorID": 1, "first": "Zo\u00eb", "last": "M\u00fcller"}
+        for title, indent, spans, wrapped, moved in [
+                ("\u706f\u53f0", 2, [[1, 10, 11]], "M\u00fcller\n  Z.\n  \u706f\u53f0.\n  ", [[1, 14, 15]]),
+                ("\u706f", 2, [], "M\u00fcller\n  Z. \u706f.\n  ", []),
+                ("\u706f  \u53f0", 0, [[1, 10, 13]], "M\u00fcller\nZ. \u706f\n\u53f0.\n", [[1, 10, 13]]),
+                ("\u706f  \u53f0 \u706f", 1, [[1, 10, 15]], "M\u00fcller\n Z. \u706f\n \u53f0 \u706f.\n ", [[1, 11, 17]])]:
+            source = {"SourceID": 1, "AuthorIDs": [1], "FieldTexts": [title], "IndentSpaces": indent}
+            file.write_text(json.dumps({"authors": [author], "sources": [source]}))
+            cited, = self.json("cite", "--file", file, "--width", "7")
+            self.assertEqual(cited["AuthorText"], "M\u00fcller Z.")
+            self.assertEqual(cited["FormattedText"], f"M\u00fcller Z. {title}. ")
+            self.assertEqual([cited["spans"], cited["wrapped"], cited["wrappedSpans"]], [spans, wrapped, moved])
+
     def test_sorted_ids_are_in_the_order_of_the_citations(self):
         texts = {c["SourceID"]: c["FormattedText"].lower() for c in self.json("cite")}
         ids = self.json("sources", "--sorted")
