@@ -4,10 +4,7 @@ namespace lore {
 
 bool HasService(const OnlineWorld& world) {
     if (!world.service)
-        world.prompts.Message(
-            "No online service is set up.\n\nTo use an online account, set \"Endpoint\" and \"Namespace\" in the "
-            "section \"Online\" of the settings file while Lorebinder is closed, then start it again.",
-            "Online Service Not Set Up", PromptIcon::Information);
+        world.prompts.Message(kNoService, "Online Service Not Set Up", PromptIcon::Information);
     return world.service != nullptr;
 }
 

@@ -9,6 +9,11 @@ namespace lore {
 
 // What each flow does about a call of the service.
 
+/// What to set up where there is no service to call.
+inline constexpr char kNoService[] =
+    "No online service is set up.\n\nTo use an online account, set \"Endpoint\" and \"Namespace\" in the section "
+    "\"Online\" of the settings file while Lorebinder is closed, then start it again.";
+
 /// True if there is a service to call. Otherwise the user is told what to set up.
 bool HasService(const OnlineWorld& world);
 

@@ -3,7 +3,6 @@
 #include "app/exchange_commands.h"
 #include "app/notebook_commands.h"
 #include "app/print_commands.h"
-#include "ui/calendar/task_manager_dialog.h"
 #include "ui/main_menu.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -20,6 +19,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
     const QKeySequence viewSources(Qt::CTRL | Qt::SHIFT | Qt::Key_S), bibliography(Qt::CTRL | Qt::SHIFT | Qt::Key_B);
     const QKeySequence preferences(Qt::CTRL | Qt::Key_Comma), manage(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
     const QKeySequence editTrees(Qt::CTRL | Qt::SHIFT | Qt::Key_T);
+    const QKeySequence calendar(Qt::CTRL | Qt::SHIFT | Qt::Key_E), runSync(Qt::CTRL | Qt::SHIFT | Qt::Key_Y);
     return {
         {Menu::File,
          tr("&Save/Print Current Notes..."),
@@ -62,11 +62,13 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Tools, tr("Edit Custom Source T&ypes..."), {}, [this] { notes_->EditSourceTypes(); }},
         {Menu::Tools, tr("Create Bib&liography..."), {}, [this] { AskForBibliography(); }},
         {Menu::Tools, tr("&Manage NoteBooks..."), {manage}, [this] { ManageNoteBooks(); }},
-        {Menu::Tools, tr("E&vent Calendar..."), {}, [this] { TaskManagerDialog(app_, theme_, this).exec(); }},
+        {Menu::Tools, tr("E&vent Calendar..."), {calendar}, [this] { ShowCalendar(); }},
         {Menu::Tools, tr("Lorebinder &Agent..."), {}, [this] { ShowOptions(OptionsTab::Agent); }},
         {Menu::Tools, tr("Lorebinder Auto-&Backup..."), {}, [this] { ShowOptions(OptionsTab::AutoBackup); }},
 
-        {Menu::Sync, tr("&Run Sync"), {}, [this] { RunSync(); }},
+        {Menu::Sync, tr("&Run Sync"), {runSync}, [this] { RunSync(); }},
+        {Menu::Sync, tr("&Link Current NoteBook..."), {}, [this] { LinkNoteBook(); }},
+        {Menu::Sync, tr("Online Sync &Setup..."), {}, [this] { SetUpSync(); }},
 
         {Menu::Help, tr("&About Lorebinder..."), {}, [this] { ShowAbout(); }},
         {Menu::Help, tr("&Check for program updates...."), {}, [this] { CheckForUpdates(false); }},

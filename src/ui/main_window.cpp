@@ -14,6 +14,7 @@
 #include "app/update_check.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
+#include "ui/note_editor/note_actions.h"
 #include "ui/panel_page.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
@@ -92,6 +93,9 @@ void MainWindow::ConnectTools() {
     connect(tools_, &MainToolBar::SortChosen, this, &MainWindow::SetSort);
     connect(tools_, &MainToolBar::ZoomChosen, this, &MainWindow::SetZoom);
     connect(tools_, &MainToolBar::NoteBookChosen, this, &MainWindow::SwitchNoteBook);
+    connect(tools_, &MainToolBar::NewNoteRequested, notes_, &NoteActions::AddNote);
+    connect(tools_, &MainToolBar::CalendarRequested, this, &MainWindow::ShowCalendar);
+    connect(tools_, &MainToolBar::SyncRequested, this, &MainWindow::RunSync);
 }
 
 void MainWindow::ConnectPanels() {
@@ -183,6 +187,7 @@ void MainWindow::RefreshPanes() {
                                  app_.ListPane()};
     for (size_t i = 0; i < panes_.size(); ++i)
         panes_[i]->setText(ToQString(texts[i]));
+    tools_->ShowSync(app_.GetSettings().Int(Option::SyncEngaged) == 1);
 }
 
 }  // namespace lore

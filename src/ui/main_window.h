@@ -100,6 +100,10 @@ private:
     void ShowNoteBookChoices();
     void CheckLink();
     void RunSync();
+    void SetUpSync();
+    void LinkNoteBook();
+    void CloseForSync(bool started);
+    void ShowCalendar();
     void CopyNote(int32_t noteId, int noteBook);
     static QStringList DroppedFiles(const QMimeData& dropped);
     void RunPanelOrder(const PanelOrder& order);

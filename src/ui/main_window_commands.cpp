@@ -11,6 +11,7 @@
 #include "app/picture_commands.h"
 #include "edit/attachment_list.h"
 #include "notes/attachment_kind.h"
+#include "ui/calendar/task_manager_dialog.h"
 #include "ui/control_bar.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/attachment_open.h"
@@ -28,6 +29,10 @@ void MainWindow::ShowAllNotes() {
 void MainWindow::ClearCurrentNotes() {
     app_.ClearList();
     ListChanged();
+}
+
+void MainWindow::ShowCalendar() {
+    TaskManagerDialog(app_, theme_, this).exec();
 }
 
 void MainWindow::FillViewMenu(QMenu& view) {

@@ -1,8 +1,11 @@
 #include <QApplication>
 #include <QTimer>
 
+#include "app/help_commands.h"
 #include "app/online_commands.h"
 #include "ui/main_window.h"
+#include "ui/online/link_notebook_dialog.h"
+#include "ui/online/sync_setup_dialog.h"
 
 namespace lore {
 
@@ -28,10 +31,31 @@ void MainWindow::CheckLink() {
     });
 }
 
-void MainWindow::RunSync() {
-    syncs_ = lore::RunSync(app_);
+void MainWindow::CloseForSync(bool started) {
+    syncs_ = started;
     if (syncs_)
         close();
+}
+
+void MainWindow::RunSync() {
+    CloseForSync(lore::RunSync(app_));
+}
+
+void MainWindow::SetUpSync() {
+    OnlineSession session(app_);
+    SyncSetup setup(session.World());
+    const auto openPage = [this](const std::string& address) { OpenHelpPage(Help(), address, "Lorebinder Online"); };
+    const int result = SyncSetupDialog(setup, session.Config(), theme_, app_.Store(), openPage, this).exec();
+    RefreshPanes();
+    if (result == SyncSetupDialog::kSyncAll)
+        CloseForSync(LaunchSync(app_, kSyncCreate));
+}
+
+void MainWindow::LinkNoteBook() {
+    OnlineSession session(app_);
+    NoteBookLink link(session.World());
+    LinkNoteBookDialog(link, session.Config(), theme_, app_.Store(), this).exec();
+    RefreshPanes();
 }
 
 }  // namespace lore

@@ -1,6 +1,5 @@
 #include "ui/tool_bar.h"
 
-#include <QAction>
 #include <QActionGroup>
 #include <QComboBox>
 #include <QLabel>
@@ -44,6 +43,7 @@ MainToolBar::MainToolBar(const Theme& theme, QWidget* parent) : QToolBar(tr("Too
     AddSearch();
     AddScopeMenu();
     AddChoices();
+    AddCommands();
     connect(&theme_, &Theme::Changed, this, &MainToolBar::Restyle);
     Restyle();
     SetScope(SearchScope::Database);
@@ -111,6 +111,30 @@ void MainToolBar::AddChoices() {
     connect(zoom_, &QComboBox::activated, this, [this] { emit ZoomChosen(zoom_->currentData().toInt()); });
 }
 
+QAction* MainToolBar::AddCommand(const QString& text, const QKeySequence& keys, const char* name) {
+    auto* const button = new QToolButton(this);
+    auto* const action = new QAction(text, this);
+    action->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys.toString(QKeySequence::NativeText)));
+    button->setObjectName(QString::fromLatin1(name));
+    button->setAccessibleName(text);
+    button->setIconSize(QSize(kSpace * 4, kSpace * 4));
+    button->setDefaultAction(action);
+    QAction* const place = addWidget(button);
+    connect(action, &QAction::visibleChanged, place, [action, place] { place->setVisible(action->isVisible()); });
+    return action;
+}
+
+void MainToolBar::AddCommands() {
+    addWidget(MakeGap(this));
+    newNote_ = AddCommand(tr("Add Note"), QKeySequence::New, "newNote");
+    calendar_ = AddCommand(tr("Event Calendar"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), "calendar");
+    sync_ = AddCommand(tr("Run Sync"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y), "runSync");
+    sync_->setVisible(false);
+    connect(newNote_, &QAction::triggered, this, &MainToolBar::NewNoteRequested);
+    connect(calendar_, &QAction::triggered, this, &MainToolBar::CalendarRequested);
+    connect(sync_, &QAction::triggered, this, &MainToolBar::SyncRequested);
+}
+
 void MainToolBar::SetScope(SearchScope scope) {
     scope_ = scope;
     const bool isDatabase = scope == SearchScope::Database;
@@ -143,6 +167,9 @@ void MainToolBar::FocusSearch() {
 void MainToolBar::Restyle() {
     run_->setIcon(theme_.Icon("search", ColorRole::DimText));
     options_->setIcon(theme_.Icon("list-filter"));
+    newNote_->setIcon(theme_.Icon("plus"));
+    calendar_->setIcon(theme_.Icon("calendar-days"));
+    sync_->setIcon(theme_.Icon("refresh-cw"));
 }
 
 }  // namespace lore

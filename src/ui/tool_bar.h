@@ -1,12 +1,12 @@
 #pragma once
 
+#include <QAction>
 #include <QToolBar>
 #include <vector>
 
 #include "notes/notebook_list.h"
 #include "notes/search_flow.h"
 
-class QAction;
 class QComboBox;
 class QLineEdit;
 
@@ -14,7 +14,8 @@ namespace lore {
 
 class Theme;
 
-/// The tool bar above the board: search box with its scope, order of the list, zoom, choice of the NoteBook.
+/// The tool bar above the board: search box with its scope, order of the list, zoom, choice of the NoteBook,
+/// and the commands that are run most.
 class MainToolBar : public QToolBar {
     Q_OBJECT
 
@@ -26,6 +27,8 @@ public:
     void SetZoom(int percent);
     void SetNoteBooks(const std::vector<CDatabase>& choices, const std::string& openGuid);
     void FocusSearch();
+    /// "Run Sync" is there while an online account is engaged.
+    void ShowSync(bool engaged) { sync_->setVisible(engaged); }
     SearchScope Scope() const { return scope_; }
     QMenu* ScopeMenu() const { return scopeMenu_; }
 
@@ -34,11 +37,16 @@ signals:
     void SortChosen(int sortId);
     void ZoomChosen(int percent);
     void NoteBookChosen(int index);
+    void NewNoteRequested();
+    void CalendarRequested();
+    void SyncRequested();
 
 private:
     void AddSearch();
     void AddScopeMenu();
     void AddChoices();
+    void AddCommands();
+    QAction* AddCommand(const QString& text, const QKeySequence& keys, const char* name);
     void SetScope(SearchScope scope);
     void Restyle();
 
@@ -47,6 +55,7 @@ private:
     QLineEdit* search_ = nullptr;
     QAction* run_ = nullptr;
     QAction* options_ = nullptr;
+    QAction *newNote_ = nullptr, *calendar_ = nullptr, *sync_ = nullptr;
     QMenu* scopeMenu_ = nullptr;
     QComboBox* noteBooks_ = nullptr;
     QComboBox* sort_ = nullptr;

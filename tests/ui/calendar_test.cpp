@@ -22,6 +22,7 @@
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
+#include "ui/window_checks.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -54,37 +55,19 @@ private:
         dialog_->show();
         QVERIFY(QTest::qWaitForWindowExposed(dialog_.get()));
     }
-    /// Runs steps in the dialog that opens next.
-    template <typename Dialog>
-    void Next(std::function<void(Dialog&)> steps) {
-        QTimer::singleShot(0, this, [this, steps] {
-            auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (!dialog || !dialog->isVisible())
-                return Next<Dialog>(steps);
-            dialog->activateWindow();
-            QTRY_VERIFY(dialog->isActiveWindow());
-            steps(*dialog);
-            ++opened_;
-            if (dialog->isVisible())
-                dialog->reject();
-        });
-    }
     template <typename Control>
     static Control* In(const QWidget& window, const char* name) {
         return window.findChild<Control*>(QString::fromLatin1(name));
     }
     void Shoot(QWidget& window, const QString& name);
-    static void CheckAltKeys(const QWidget& window);
 
     std::unique_ptr<TaskManagerDialog> dialog_;
-    int opened_ = 0;
 
 private slots:
     void initTestCase() { MakeTheme(); }
     void init() {
         Begin();
         OpenWindow(1180, 800);
-        opened_ = 0;
     }
     void cleanup() {
         dialog_.reset();
@@ -127,37 +110,10 @@ void CalendarTest::PutClass() {
     Put(ExpandSeries(event, guids_));
 }
 
-void CalendarTest::CheckAltKeys(const QWidget& window) {
-    QSet<QChar> seen;
-    const auto take = [&](const QString& text) {
-        const auto at = text.indexOf('&');
-        if (at < 0 || at + 1 >= text.size())
-            return;
-        const QChar key = text[at + 1].toUpper();
-        QVERIFY2(!seen.contains(key), qPrintable(window.windowTitle() + ": " + text));
-        seen.insert(key);
-    };
-    for (const QAbstractButton* const button : window.findChildren<QAbstractButton*>()) {
-        if (button->isVisible())
-            take(button->text());
-    }
-    for (const QLabel* const label : window.findChildren<QLabel*>()) {
-        if (label->isVisible() && label->buddy())
-            take(label->text());
-    }
-}
-
 void CalendarTest::Shoot(QWidget& window, const QString& name) {
     QTest::qWait(20);
     CheckAltKeys(window);
-    for (const QWidget* const control : window.findChildren<QWidget*>()) {
-        if (control->isVisible() && control->focusPolicy() != Qt::NoFocus && !qobject_cast<const QTabBar*>(control) &&
-            control->objectName() != "qt_spinbox_lineedit" && !control->inherits("QComboBoxListView"))
-            QVERIFY2(!QAccessible::queryAccessibleInterface(const_cast<QWidget*>(control))
-                          ->text(QAccessible::Name)
-                          .isEmpty(),
-                     qPrintable(name + " " + control->metaObject()->className() + " " + control->objectName()));
-    }
+    CheckNames(window);
     TakeShot(window, name);
 }
 

@@ -3,7 +3,9 @@
 #include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include "app/sample_notebook.h"
@@ -26,6 +28,7 @@ protected:
         folder_ = std::make_unique<QTemporaryDir>();
         store_ = MemoryStore();
         prompts_ = ScriptedPrompts();
+        opened_ = 0;
         faults_.faults.clear();
     }
     void MakeSample() {
@@ -37,7 +40,10 @@ protected:
     }
     /// Starts the application and shows its window in this size.
     void OpenWindow(int width, int height) {
-        app_ = std::make_unique<CLorebinderApp>(Root(), AppPorts{prompts_, progress_, clock_, guids_, store_, faults_});
+        AppPorts ports{prompts_, progress_, clock_, guids_, store_, faults_};
+        if (morePorts_)
+            morePorts_(ports);
+        app_ = std::make_unique<CLorebinderApp>(Root(), ports);
         app_->LoadOptions();
         app_->SelectStartNoteBook();
         window_ = std::make_unique<MainWindow>(*app_, *theme_);
@@ -53,6 +59,24 @@ protected:
         theme_->SetAppearance(Appearance::Light);
     }
 
+    /// Runs steps in the dialog of this kind that opens next, and closes it behind them.
+    template <typename Dialog>
+    void Next(std::function<void(Dialog&)> steps) {
+        QTimer::singleShot(0, qApp, [this, steps] {
+            auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isVisible())
+                return Next<Dialog>(steps);
+            dialog->activateWindow();
+            QTRY_VERIFY(dialog->isActiveWindow());
+            steps(*dialog);
+            ++opened_;
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+    }
+
+    int opened_ = 0;                            ///< dialogs whose steps have run
+    std::function<void(AppPorts&)> morePorts_;  ///< what a test adds to the ports of the next window
     std::unique_ptr<QTemporaryDir> folder_;
     std::unique_ptr<Theme> theme_;
     MemoryStore store_;

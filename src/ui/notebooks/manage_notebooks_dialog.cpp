@@ -1,6 +1,5 @@
 #include "ui/notebooks/manage_notebooks_dialog.h"
 
-#include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -11,6 +10,7 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -114,8 +114,6 @@ QWidget* ManageNoteBooksDialog::MakeNew() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setHorizontalSpacing(kSpace * 2);
     layout->setVerticalSpacing(kSpace * 2);
-    auto* const line = new QFrame(box);
-    line->setFrameShape(QFrame::HLine);
     newName_ = new QLineEdit(box);
     newName_->setObjectName("newName");
     newName_->setPlaceholderText(tr("5 to 30 characters"));
@@ -123,7 +121,7 @@ QWidget* ManageNoteBooksDialog::MakeNew() {
     auto* const create = new QPushButton(tr("&Create NoteBook"), box);
     create->setObjectName("create");
     create->setAutoDefault(false);
-    layout->addWidget(line, 0, 0, 1, 2);
+    layout->addWidget(MakeRule(theme_, box), 0, 0, 1, 2);
     layout->addWidget(MakeLabel(tr("Ne&w NoteBook"), newName_, box), 1, 0, 1, 2);
     layout->addWidget(newName_, 2, 0);
     layout->addWidget(create, 2, 1);

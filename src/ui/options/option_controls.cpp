@@ -33,18 +33,40 @@ QCheckBox* MakeOptionBox(const OptionBox& box, bool on, const std::function<void
     return check;
 }
 
+namespace {
+
+/// Draws one role of a control in a colour of the theme, and goes on doing so.
+void Tint(QWidget* control, QPalette::ColorRole role, ColorRole color, const Theme& theme) {
+    const auto tint = [control, role, color, &theme] {
+        QPalette palette = control->palette();
+        palette.setColor(role, theme.Color(color));
+        control->setPalette(palette);
+    };
+    QObject::connect(&theme, &Theme::Changed, control, tint);
+    tint();
+}
+
+}  // namespace
+
 QLabel* MakeRemark(const QString& text, const Theme& theme, QWidget* parent) {
     auto* const label = new QLabel(text, parent);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    const auto tint = [label, &theme] {
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, theme.Color(ColorRole::DimText));
-        label->setPalette(palette);
-    };
-    QObject::connect(&theme, &Theme::Changed, label, tint);
-    tint();
+    Tint(label, QPalette::WindowText, ColorRole::DimText, theme);
     return label;
+}
+
+void KeepWhole(QLabel& label, int characters) {
+    const int width = label.fontMetrics().averageCharWidth() * characters;
+    label.setMinimumSize(width, label.heightForWidth(width));
+}
+
+QWidget* MakeRule(const Theme& theme, QWidget* parent) {
+    auto* const rule = new QWidget(parent);
+    rule->setFixedHeight(1);
+    rule->setAutoFillBackground(true);
+    Tint(rule, QPalette::Window, ColorRole::FaintEdge, theme);
+    return rule;
 }
 
 QIcon MakeSwatch(uint32_t color, const Theme& theme, const QWidget& shownIn) {

@@ -1,0 +1,397 @@
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QToolButton>
+
+#include "base/text.h"
+#include "notes/sync_log.h"
+#include "online/http_client.h"
+#include "support/http_server.h"
+#include "ui/board_fixture.h"
+#include "ui/online/link_notebook_dialog.h"
+#include "ui/online/select_online_notebook_dlg.h"
+#include "ui/online/sync_setup_dialog.h"
+#include "ui/qt_progress.h"
+#include "ui/window_checks.h"
+#include "ui/window_world.h"
+
+namespace lore {
+
+namespace {
+
+constexpr char kGuid[] = "{01234567-89AB-4cde-8F01-23456789ABCD}";
+
+class NotedSyncs : public ProcessLauncher {
+public:
+    std::optional<std::string> StartCompanion(const std::string& name,
+                                              const std::vector<std::string>& arguments) override {
+        started.push_back(name + " " + arguments.at(0));
+        return failure;
+    }
+    std::vector<std::string> started;
+    std::optional<std::string> failure;
+};
+
+/// The reply of the service to one operation.
+std::string Reply(const std::string& operation, const std::string& fields) {
+    const std::string body = "<e:Envelope xmlns:e=\"http://schemas.xmlsoap.org/soap/envelope/\"><e:Body><" + operation +
+                             "Response><" + operation + "Result>" + fields + "</" + operation + "Result></" +
+                             operation + "Response></e:Body></e:Envelope>";
+    return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+constexpr char kOneNoteBook[] =
+    "<foundUser>true</foundUser><noteBooksList><NoteBookInfo><databaseID>4</databaseID><name>Lighthouses</name>"
+    "</NoteBookInfo></noteBooksList>";
+constexpr char kTwoNoteBooks[] =
+    "<foundUser>true</foundUser><noteBooksList><NoteBookInfo><databaseID>4</databaseID><name>Lighthouses</name>"
+    "</NoteBookInfo><NoteBookInfo><databaseID>9</databaseID><name>Lamps &amp; lenses</name></NoteBookInfo>"
+    "</noteBooksList>";
+
+}  // namespace
+
+/// The windows of the online account as a user drives them, with a server of the account in this process.
+class OnlineTest : public QObject, protected WindowWorld {
+    Q_OBJECT
+
+private:
+    void Start(bool hasService = true) {
+        Begin();
+        store_.Set("Options", "LocalGUID", "{LOCAL}");
+        if (hasService) {
+            store_.Set("Online", "Endpoint", server_->Url());
+            store_.Set("Online", "Namespace", "urn:test/");
+            store_.Set("Online", "InfoPage", "https://example.org/sync");
+            store_.Set("Online", "TutorialPage", "https://example.org/films");
+        }
+        OpenWindow(1180, 800);
+        background_->SetParent(window_.get());
+        prompts_.seen.clear();
+    }
+    void Answer(const std::string& operation, const std::string& fields, int pause = 0) {
+        server_->Add(HttpAnswer{Reply(operation, fields), 0, pause});
+    }
+    /// Engages an account and links the open NoteBook, as the settings and files of an earlier run would say.
+    void EngageAndLink() {
+        app_->GetSettings().Set(Option::SyncEngaged, 1);
+        app_->GetSettings().Set(Option::SyncGUID, std::string(kGuid));
+        app_->GetSettings().Set(Option::Nickname, std::string("\xE7\x81\xAF\xE5\xA1\x94 keeper"));
+        SyncLink& link = app_->NoteBook().syncLog.link;
+        link.Linked = 2112;
+        link.OnlineNoteBookID = 9;
+        link.OnlineName = "Lamps & lenses";
+        link.LastSync = DateTime(1900, 1, 1);
+    }
+    void Trigger(const QString& text) {
+        for (QAction* const menu : window_->menuBar()->actions()) {
+            for (QAction* const entry : menu->menu()->actions()) {
+                if (entry->text().remove('&') == text)
+                    return entry->trigger();
+            }
+        }
+        QFAIL(qPrintable(text));
+    }
+    template <typename Control>
+    static Control* In(const QWidget& window, const char* name) {
+        return window.findChild<Control*>(QString::fromLatin1(name));
+    }
+    /// Opens the dialog of a menu entry and runs steps in it.
+    template <typename Dialog>
+    void InDialog(const QString& entry, const std::function<void(Dialog&)>& steps) {
+        bool ran = false;
+        Next<Dialog>([&](Dialog& dialog) {
+            steps(dialog);
+            ran = true;
+        });
+        Trigger(entry);
+        QVERIFY(ran);
+    }
+    QStringList Panes() const {
+        QStringList texts;
+        for (const QLabel* const pane : window_->statusBar()->findChildren<QLabel*>())
+            texts.append(pane->text());
+        return texts;
+    }
+    void Shoot(QWidget& window, const QString& name) {
+        QTest::qWait(20);
+        CheckAltKeys(window);
+        CheckNames(window);
+        TakeShot(window, name);
+    }
+
+    std::unique_ptr<HttpServer> server_;
+    HttpClient client_{{.connect = std::chrono::seconds(5), .silence = std::chrono::seconds(5)}};
+    NotedSyncs syncs_;
+    std::unique_ptr<QtProgress> background_;
+
+private slots:
+    void initTestCase() { MakeTheme(); }
+    void init() {
+        server_ = std::make_unique<HttpServer>();
+        background_ = std::make_unique<QtProgress>(*theme_);
+        syncs_ = {};
+        morePorts_ = [this](AppPorts& ports) {
+            ports.http = &client_;
+            ports.background = background_.get();
+            ports.companions = &syncs_;
+        };
+    }
+    void cleanup() {
+        background_.reset();
+        CloseWindow();
+        server_.reset();
+    }
+    void keyboard_alone_engages_an_account();
+    void a_call_that_hangs_is_stopped_and_changes_nothing_data();
+    void a_call_that_hangs_is_stopped_and_changes_nothing();
+    void a_notebook_is_linked_with_one_made_online_and_freed_again();
+    void a_refused_update_leaves_the_link_as_it_was();
+    void commands_say_what_to_set_up_where_there_is_no_service();
+    void all_notebooks_are_synced_in_place_of_the_program();
+    void looks_good_data();
+    void looks_good();
+};
+
+void OnlineTest::keyboard_alone_engages_an_account() {
+    Start();
+    QVERIFY(!In<QToolButton>(*window_, "runSync")->isVisible());
+    Answer("EngageSyncWithOnlineAccount", "<UserID>3</UserID><UserNickname>&lt;b&gt;keeper</UserNickname>");
+    InDialog<SyncSetupDialog>("Online Sync Setup...", [this](SyncSetupDialog& dialog) {
+        QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
+        QCOMPARE(QApplication::focusWidget(), guid);
+        QCOMPARE(In<QLabel>(dialog, "head")->text(), QString("SYNC NOT ENGAGED"));
+        QTest::keyClicks(guid, "{short}");
+        QTest::keyClick(guid, Qt::Key_Return);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(guid->selectedText(), QString("{short}"));
+        QVERIFY(prompts_.seen.back().starts_with("Invalid Sync GUID: "));
+        QTest::keyClicks(guid, kGuid);
+        QTest::keyClick(guid, Qt::Key_E, Qt::AltModifier);
+        QTRY_COMPARE(In<QLabel>(dialog, "head")->text(), QString("LINKED TO ACCOUNT:  <b>keeper"));
+        QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
+        QTest::keyClick(&dialog, Qt::Key_T, Qt::AltModifier);
+        QTRY_VERIFY(In<QCheckBox>(dialog, "atClose")->isChecked() && !In<QCheckBox>(dialog, "atStart")->isChecked());
+        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(!dialog.isVisible());
+    });
+    QCOMPARE(prompts_.seen.size(), 2u);
+    QVERIFY(prompts_.seen.back().starts_with("Sync GUID Found!!: "));
+    QVERIFY(server_->Requests().at(0).find("<desktopGUID>{LOCAL}</desktopGUID>") != std::string::npos);
+    QCOMPARE(store_.Get("Options", "SyncGUID").value_or(""), std::string(kGuid));
+    QCOMPARE(store_.Get("Options", "SyncAtClose").value_or(""), std::string("1"));
+    QCOMPARE(store_.Get("Options", "SyncAtStart").value_or(""), std::string("0"));
+    QTRY_VERIFY(In<QToolButton>(*window_, "runSync")->isVisible());
+    // A box that is ticked and not saved stays as it was.
+    InDialog<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
+        QVERIFY(In<QCheckBox>(dialog, "atClose")->isChecked());
+        In<QCheckBox>(dialog, "atStart")->click();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    QVERIFY(app_->GetSettings().Int(Option::SyncAtStart) != 1);
+}
+
+void OnlineTest::a_call_that_hangs_is_stopped_and_changes_nothing_data() {
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("key") << true;
+    QTest::newRow("button") << false;
+}
+
+void OnlineTest::a_call_that_hangs_is_stopped_and_changes_nothing() {
+    QFETCH(bool, byKey);
+    Start();
+    EngageAndLink();
+    server_->Add(HttpAnswer{"HTTP/1.1 200 OK\r\n", 0, 0, false});
+    InDialog<SyncSetupDialog>("Online Sync Setup...", [&](SyncSetupDialog& dialog) {
+        QTimer timer;
+        int ticks = 0;
+        connect(&timer, &QTimer::timeout, &dialog, [&] {
+            ++ticks;
+            const auto* const panel = In<QFrame>(dialog, "progressPanel");
+            auto* const stop = panel ? panel->findChild<QPushButton*>() : nullptr;
+            if (!stop || !stop->isVisible())
+                return;
+            timer.stop();
+            TakeShot(dialog, "online_stop");
+            QTest::keyClicks(In<QLineEdit>(dialog, "syncGuid"), "typed");
+            if (byKey)
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+            else
+                QTest::mouseClick(stop, Qt::LeftButton);
+        });
+        timer.start(10);
+        QElapsedTimer spent;
+        spent.start();
+        In<QPushButton>(dialog, "engage")->click();
+        QVERIFY2(spent.elapsed() < 4000, "the wait of the client would be over");
+        QVERIFY(ticks > 10);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(In<QLineEdit>(dialog, "syncGuid")->text(), QString(kGuid));
+        QVERIFY(!In<QFrame>(dialog, "progressPanel"));
+    });
+    QCOMPARE(prompts_.seen.size(), 0u);
+    QCOMPARE(app_->GetSettings().Text(Option::SyncGUID), std::string(kGuid));
+    QVERIFY(app_->NoteBook().syncLog.link.IsLinked());
+}
+
+void OnlineTest::a_notebook_is_linked_with_one_made_online_and_freed_again() {
+    Start();
+    EngageAndLink();
+    app_->NoteBook().syncLog.ResetLink();
+    Answer("GetNoteBooksInfo", kOneNoteBook);
+    Answer("CreateNewNoteBook", std::string("<newNoteBookID>9</newNoteBookID>") + kTwoNoteBooks);
+    Answer("SetupLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
+    Answer("ClearLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
+    prompts_.texts = {"LIGHTHOUSES", "Lamps & lenses"};
+    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+        QCOMPARE(In<QLabel>(dialog, "noteBook")->text(), QString("LorebinderMain"));
+        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("not linked"));
+        QVERIFY(!In<QPushButton>(dialog, "clearLink")->isEnabled());
+        Next<CSelectOnlineNoteBookDlg>([this](CSelectOnlineNoteBookDlg& choice) {
+            const QListWidget* const list = In<QListWidget>(choice, "onlineNoteBooks");
+            QVERIFY(list->hasFocus());
+            QCOMPARE(list->count(), 1);
+            QVERIFY(list->selectedItems().isEmpty());
+            QTest::keyClick(&choice, Qt::Key_Return, Qt::ControlModifier);
+            QVERIFY(choice.isVisible());
+            QCOMPARE(prompts_.seen.back(), std::string("No NoteBook Selected: Please Select a NoteBook."));
+            QTest::keyClick(&choice, Qt::Key_N, Qt::AltModifier);
+            QTRY_COMPARE(prompts_.seen.size(), 4u);
+            QTRY_COMPARE(list->selectedItems().size(), 1);
+            QCOMPARE(list->selectedItems().first()->text(), QString("Lamps & lenses"));
+            QTest::keyClick(&choice, Qt::Key_Return);
+            QVERIFY(!choice.isVisible());
+        });
+        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
+        QCOMPARE(In<QLabel>(dialog, "onlineNoteBook")->text(), QString("Lamps & lenses"));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    QVERIFY2(Panes().contains("Linked With:   < Lamps & lenses >"), qPrintable(Panes().join('|')));
+    QVERIFY(Panes().contains("Never Synced"));
+    prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
+    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
+        QTRY_COMPARE(prompts_.answers.size(), 1u);
+        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
+        QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
+        QTRY_COMPARE(In<QLabel>(dialog, "status")->text(), QString("not linked"));
+        QVERIFY(!In<QPushButton>(dialog, "clearLink")->isEnabled());
+        QVERIFY(In<QPushButton>(dialog, "linkWith")->hasFocus());
+    });
+    QVERIFY(Panes().contains("Not Linked"));
+    QCOMPARE(server_->Left(), 0u);
+    QCOMPARE(server_->Requests().size(), 4u);
+}
+
+void OnlineTest::a_refused_update_leaves_the_link_as_it_was() {
+    Start();
+    EngageAndLink();
+    Answer("GetNoteBooksInfo", kTwoNoteBooks);
+    Answer("SetupLinkWithOnlineNoteBook", "<databaseID>0</databaseID>");
+    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+        Next<CSelectOnlineNoteBookDlg>([](CSelectOnlineNoteBookDlg& choice) {
+            QListWidget* const list = In<QListWidget>(choice, "onlineNoteBooks");
+            QCOMPARE(list->currentRow(), 1);
+            QTest::keyClick(list, Qt::Key_Up);
+            In<QPushButton>(choice, "ok")->click();
+        });
+        In<QPushButton>(dialog, "linkWith")->click();
+        QCOMPARE(In<QLabel>(dialog, "onlineNoteBook")->text(), QString("Lamps & lenses"));
+        // The server has nothing more to say.
+        In<QPushButton>(dialog, "linkWith")->click();
+        QVERIFY(prompts_.seen.back().starts_with("Connection Error: "));
+    });
+    QVERIFY(prompts_.seen.at(0).starts_with("Update Error: "));
+    QVERIFY(server_->Requests().at(1).find("<newOnlineNoteBookID>4<") != std::string::npos);
+    QCOMPARE(app_->NoteBook().syncLog.link.OnlineNoteBookID, 9);
+}
+
+void OnlineTest::commands_say_what_to_set_up_where_there_is_no_service() {
+    Start(false);
+    InDialog<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
+        QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
+        QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
+        QTest::keyClicks(guid, kGuid);
+        QTest::keyClick(guid, Qt::Key_Return);
+        In<QPushButton>(dialog, "syncAll")->click();
+        QVERIFY(dialog.isVisible());
+    });
+    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [](LinkNoteBookDialog& dialog) {
+        QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
+        In<QPushButton>(dialog, "linkWith")->click();
+    });
+    Trigger("Run Sync");
+    QCOMPARE(prompts_.seen.size(), 4u);
+    QVERIFY(prompts_.seen[0].starts_with("Online Service Not Set Up: "));
+    QVERIFY(prompts_.seen[1].starts_with("Sync NOT Engaged: "));
+    QCOMPARE(prompts_.seen[2], prompts_.seen[0]);
+    QCOMPARE(prompts_.seen[3], prompts_.seen[1]);
+    QVERIFY(window_->isVisible());
+}
+
+void OnlineTest::all_notebooks_are_synced_in_place_of_the_program() {
+    Start();
+    EngageAndLink();
+    const auto askForAll = [](SyncSetupDialog& dialog) {
+        In<QPushButton>(dialog, "syncAll")->click();
+        QVERIFY(!dialog.isVisible());
+    };
+    prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+    syncs_.failure = "No such file or directory";
+    InDialog<SyncSetupDialog>("Online Sync Setup...", askForAll);
+    QVERIFY2(window_->isVisible(), "without the sync program there is nothing to close for");
+    QCOMPARE(faults_.faults.size(), 1u);
+    syncs_.failure.reset();
+    app_->GetSettings().Set(Option::SyncAtClose, 1);
+    InDialog<SyncSetupDialog>("Online Sync Setup...", askForAll);
+    QVERIFY(!window_->isVisible());
+    QCOMPARE(syncs_.started, std::vector<std::string>({"syncer SYNCCREATE", "syncer SYNCCREATE"}));
+}
+
+void OnlineTest::looks_good_data() {
+    QTest::addColumn<bool>("dark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void OnlineTest::looks_good() {
+    QFETCH(bool, dark);
+    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
+    const QString look = dark ? "dark" : "light";
+    Start(false);
+    const auto shootAs = [&](const QString& name) {
+        return [=, this](QWidget& dialog) { Shoot(dialog, name + look); };
+    };
+    InDialog<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_none_"));
+    CloseWindow();
+    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
+    Start();
+    EngageAndLink();
+    InDialog<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_"));
+    Answer("GetNoteBooksInfo", "<foundUser>true</foundUser>");
+    Answer("GetNoteBooksInfo",
+           "<foundUser>true</foundUser><noteBooksList><NoteBookInfo><databaseID>4</databaseID><name>"
+           "\xE7\x81\xAF\xE5\xA1\x94\xE3\x81\xAE\xE6\xAD\xB4\xE5\x8F\xB2</name></NoteBookInfo><NoteBookInfo>"
+           "<databaseID>5</databaseID><name>\xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8\xD7\x99\xD7\x9D</name>"
+           "</NoteBookInfo><NoteBookInfo><databaseID>9</databaseID><name>A name of forty-four characters, which is "
+           "it</name></NoteBookInfo></noteBooksList>");
+    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [&](LinkNoteBookDialog& dialog) {
+        Shoot(dialog, "online_link_" + look);
+        Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_empty_"));
+        In<QPushButton>(dialog, "linkWith")->click();
+        Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_"));
+        In<QPushButton>(dialog, "linkWith")->click();
+    });
+    QTest::qWait(20);
+    TakeShot(*window_, "online_window_" + look);
+}
+
+}  // namespace lore
+
+QTEST_MAIN(lore::OnlineTest)
+#include "online_test.moc"
