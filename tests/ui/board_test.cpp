@@ -276,21 +276,23 @@ void BoardTest::ScrollsTwentyThousandNotesWithoutAHitch() {
     timer.start();
     Show(1200, 900);
     qInfo("first frame of 20,000 notes: %.1f ms", double(timer.nsecsElapsed()) / 1e6);
-    double worst = 0, sum = 0;
+    double worst = 0, worstJump = 0, sum = 0;
     constexpr int kFrames = 600;
     for (int frame = 0; frame < kFrames; ++frame) {
         timer.restart();
-        if (frame % 100 == 99)
+        const bool jump = frame % 100 == 99;
+        if (jump)
             view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum() / 600 * frame);
         else
             Wheel(-120);
         view_->viewport()->repaint();
         const double spent = double(timer.nsecsElapsed()) / 1e6;
-        worst = std::max(worst, spent);
+        double& record = jump ? worstJump : worst;
+        record = std::max(record, spent);
         sum += spent;
         QTest::qWait(8);  // what a screen of 60 pictures a second leaves at least
     }
-    qInfo("scrolling: %.2f ms a frame, at worst %.2f ms", sum / kFrames, worst);
+    qInfo("scrolling: %.2f ms a frame, at worst %.2f ms, a jump to elsewhere %.2f ms", sum / kFrames, worst, worstJump);
     QVERIFY2(sum / kFrames < 16.7, qPrintable(QString::number(sum / kFrames)));
 }
 
