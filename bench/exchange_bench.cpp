@@ -22,24 +22,6 @@ namespace {
 constexpr int32_t kNotes = 20000;
 constexpr int kAttachments = 500;
 
-class NoPrompts : public Prompts {
-public:
-    void Message(const std::string& text, const std::string&, PromptIcon) override {
-        std::fprintf(stderr, "%s\n", text.c_str());
-    }
-    PromptAnswer Ask(const std::string&, const std::string&, bool) override { return PromptAnswer::No; }
-    std::optional<std::string> AskText(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-    PromptAnswer AskWithBox(const std::string&, const std::string&, const std::string&, bool&) override {
-        return PromptAnswer::No;
-    }
-    std::vector<std::string> AskOpenPaths(const std::string&, const std::string&, bool) override { return {}; }
-    std::optional<std::string> AskSavePath(const std::string&, const std::string&, const std::string&) override {
-        return std::nullopt;
-    }
-};
-
 class TakeAll : public ImportChooser {
 public:
     bool ChooseNotes(ImportComparison&, ImportArchive&) override { return true; }
@@ -113,7 +95,7 @@ void RunTool(benchmark::State& state, const std::string& command) {
 
 void MakeArchive() {
     Material& made = Made();
-    NoPrompts prompts;
+    QuietPrompts prompts;
     SilentProgress progress;
     ExportNotes(NotesOfNoteBook(made.book, made.world.context, made.world.faults), made.Archive(), false,
                 {made.book, DataPaths{made.Data()}, made.world.context, prompts, progress, made.world.faults});
@@ -145,7 +127,7 @@ BENCHMARK(ZipOfTheSameFolder)->Unit(benchmark::kMillisecond)->UseRealTime()->Ite
 
 void Import(benchmark::State& state) {
     MakeArchive();
-    NoPrompts prompts;
+    QuietPrompts prompts;
     SilentProgress progress;
     for (auto _ : state) {
         state.PauseTiming();

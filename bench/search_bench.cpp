@@ -1,6 +1,8 @@
 // How fast a search answers: over texts in memory, beside memmem over the same bytes, and over note files on disk.
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -68,15 +70,15 @@ const std::string& TermAt(const benchmark::State& state) {
     return terms[static_cast<size_t>(state.range(0))];
 }
 
-void BM_MemmemOverAllText(benchmark::State& state) {
+void MemmemOverAllText(benchmark::State& state) {
     const std::string& bytes = Data::Get().texts.bytes;
     for (auto _ : state)
         benchmark::DoNotOptimize(memmem(bytes.data(), bytes.size(), "heliotropa", 10));
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes.size()));
 }
-BENCHMARK(BM_MemmemOverAllText)->Unit(benchmark::kMillisecond);
+BENCHMARK(MemmemOverAllText)->Unit(benchmark::kMillisecond);
 
-void BM_SearchTextsInMemory(benchmark::State& state) {
+void SearchTextsInMemory(benchmark::State& state) {
     const Data& data = Data::Get();
     const std::string& term = TermAt(state);
     size_t results = 0;
@@ -89,9 +91,32 @@ void BM_SearchTextsInMemory(benchmark::State& state) {
     state.SetLabel(term + ": " + std::to_string(results));
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * data.texts.bytes.size()));
 }
-BENCHMARK(BM_SearchTextsInMemory)->DenseRange(0, std::size(kTerms) - 1)->Unit(benchmark::kMillisecond);
+BENCHMARK(SearchTextsInMemory)->DenseRange(0, std::size(kTerms) - 1)->Unit(benchmark::kMillisecond);
 
-void BM_PrefilterRtf(benchmark::State& state) {
+/// Each letter that is typed into the search box: how long most of these searches take, and the slowest ones.
+void EachKeyOfASearch(benchmark::State& state) {
+    const Data& data = Data::Get();
+    const std::string words[] = {"heliotrope", "lighthouse keeper", "needle"};
+    std::vector<double> taken;
+    for (auto _ : state)
+        for (const std::string& word : words)
+            for (size_t letters = 1; letters <= word.size(); ++letters) {
+                const auto begin = std::chrono::steady_clock::now();
+                const NoteMatcher matcher = MatcherFor(word.substr(0, letters));
+                size_t results = 0;
+                for (const std::string& file : data.files)
+                    results += data.cache.SearchFile(file, matcher)->size();
+                benchmark::DoNotOptimize(results);
+                const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - begin;
+                taken.push_back(spent.count());
+            }
+    std::sort(taken.begin(), taken.end());
+    state.counters["median"] = taken[taken.size() / 2];
+    state.counters["worst"] = taken[taken.size() * 99 / 100];
+}
+BENCHMARK(EachKeyOfASearch)->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void PrefilterRtf(benchmark::State& state) {
     const Data& data = Data::Get();
     const NoteMatcher matcher = MatcherFor(TermAt(state));
     const RtfPrefilter filter(matcher);
@@ -107,9 +132,9 @@ void BM_PrefilterRtf(benchmark::State& state) {
     state.SetLabel(TermAt(state) + ": " + std::to_string(left));
     state.SetBytesProcessed(bytes);
 }
-BENCHMARK(BM_PrefilterRtf)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
+BENCHMARK(PrefilterRtf)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 
-void BM_PlainTextOfRtf(benchmark::State& state) {
+void PlainTextOfRtf(benchmark::State& state) {
     const Data& data = Data::Get();
     int64_t bytes = 0;
     std::string text;
@@ -121,9 +146,9 @@ void BM_PlainTextOfRtf(benchmark::State& state) {
     }
     state.SetBytesProcessed(bytes);
 }
-BENCHMARK(BM_PlainTextOfRtf)->Unit(benchmark::kMillisecond);
+BENCHMARK(PlainTextOfRtf)->Unit(benchmark::kMillisecond);
 
-void BM_FoldTexts(benchmark::State& state) {
+void FoldTexts(benchmark::State& state) {
     const std::string& bytes = Data::Get().texts.bytes;
     const std::string_view text = std::string_view(bytes).substr(0, bytes.find('\xFF'));
     std::string folded;
@@ -134,9 +159,9 @@ void BM_FoldTexts(benchmark::State& state) {
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
 }
-BENCHMARK(BM_FoldTexts);
+BENCHMARK(FoldTexts);
 
-void BM_SearchNoteFiles(benchmark::State& state) {
+void SearchNoteFiles(benchmark::State& state) {
     const Data& data = Data::Get();
     const NoteMatcher matcher = MatcherFor(TermAt(state));
     QuietWorld world;
@@ -147,7 +172,7 @@ void BM_SearchNoteFiles(benchmark::State& state) {
         results = SearchDatabase(data.folder, matcher, options, world.context, world.faults).size();
     state.SetLabel(TermAt(state) + ": " + std::to_string(results));
 }
-BENCHMARK(BM_SearchNoteFiles)->ArgsProduct({{1, 3, 8}, {1, 2}})->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(SearchNoteFiles)->ArgsProduct({{1, 3, 8}, {1, 2}})->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 }  // namespace lore

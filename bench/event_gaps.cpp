@@ -1,0 +1,115 @@
+// event_gaps DATA
+//
+// Opens the main window on a data folder, does what takes time, and prints the longest gap of the event loop in
+// milliseconds for each: how long a key that is typed meanwhile waits at most.
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+
+#include "app/exchange_commands.h"
+#include "app/writing_commands.h"
+#include "bench/quiet_world.h"
+#include "platform/ini_store.h"
+#include "platform/system_sources.h"
+#include "ui/main_window.h"
+#include "ui/note_editor/note_actions.h"
+#include "ui/qt_progress.h"
+#include "ui/theme.h"
+
+namespace lore {
+namespace {
+
+/// Runs from one event to the next, and keeps the longest time that lay between two.
+class GapClock {
+public:
+    GapClock() {
+        timer_.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Tick(); });
+        timer_.start(1);
+    }
+    double LongestOf(const std::function<void()>& work) {
+        Rest(300);
+        longest_ = 0;
+        since_.start();
+        work();
+        Rest(300);
+        return longest_;
+    }
+    /// Lets the window do what it has to do, such as painting.
+    static void Rest(int milliseconds) {
+        QEventLoop loop;
+        QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
+private:
+    void Tick() {
+        longest_ = std::max(longest_, static_cast<double>(since_.nsecsElapsed()) / 1e6);
+        since_.start();
+    }
+    QTimer timer_;
+    QElapsedTimer since_;
+    double longest_ = 0;
+};
+
+void SaveMiddleNote(CLorebinderApp& app, WritingCommands& writing, int turn) {
+    const LongList ids = app.NoteBook().index.AllIDs();
+    auto session = writing.EditNote(ids[ids.Count() / 2]);
+    FixedNoteText text("{\\rtf1\\ansi Written for the " + std::to_string(turn) + ". time.\\par}");
+    if (session && session->SaveNote(text) == SaveOutcome::Saved)
+        writing.NoteSaved(session->note);
+}
+
+void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts) {
+    GapClock clock;
+    const auto print = [&](const char* name, const std::function<void()>& work) {
+        std::printf("%s %.1f\n", name, clock.LongestOf(work));
+    };
+    print("search with few results", [&] { window.Search("heliotrope", SearchScope::Database); });
+    print("search with all notes as results", [&] { window.Search("e", SearchScope::Database); });
+    print("sorting the whole list", [&] { app.SetSortOrder(app.SortOrder() == 701 ? 705 : 701); });
+    WritingCommands& writing = window.Notes()->Commands();
+    print("saves of a note", [&] {
+        for (int turn = 0; turn < 20; ++turn) {
+            SaveMiddleNote(app, writing, turn);
+            GapClock::Rest(20);
+        }
+    });
+    prompts.path = (app.Data().root / "gaps.lbe").string();
+    print("export of the whole list", [&] { ExportCurrentNotes(app); });
+}
+
+}  // namespace
+}  // namespace lore
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: event_gaps DATA\n");
+        return 2;
+    }
+    const std::filesystem::path data = argv[1];
+    lore::Theme theme(application, lore::Appearance::Light);
+    lore::QuietPrompts prompts;
+    lore::QtProgress progress(theme);
+    lore::SystemClock clock;
+    lore::SystemGuids guids;
+    lore::IniStore store(data / "settings.ini");
+    lore::NoFaults faults;
+    lore::CLorebinderApp app(data, lore::AppPorts{prompts, progress, clock, guids, store, faults, &progress});
+    app.LoadOptions();
+    app.SelectStartNoteBook();
+    lore::MainWindow window(app, theme);
+    progress.SetParent(&window);
+    window.resize(1280, 900);
+    window.show();
+    app.FinishStartup();
+    window.ShowNoteBook();
+    lore::Measure(app, window, prompts);
+    return 0;
+}
