@@ -98,6 +98,8 @@ void QtProgress::MakePanel() {
     stop_->hide();
     layout->addWidget(stop_, 0, Qt::AlignRight);
     panel_ = panel;
+    text_.clear();
+    shownText_.clear();
 }
 
 void QtProgress::Place() {
@@ -112,35 +114,39 @@ void QtProgress::Place() {
 void QtProgress::Paint(bool always) {
     if (!panel_ || (!always && lastPaint_.elapsed() < kPaintEvery))
         return;
+    ShowState();
     QApplication::processEvents(cancelGuard_ ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     lastPaint_.restart();
 }
 
+// Widgets are told only what is painted: a load steps ten thousand times in the time of one picture.
+void QtProgress::ShowState() {
+    if (bar_->minimum() != low_ || bar_->maximum() != high_)
+        bar_->setRange(low_, high_);
+    bar_->setValue(position_);
+    if (text_ != shownText_)
+        message_->setText(ToQString(text_));
+    shownText_ = text_;
+}
+
 void QtProgress::SetRange(int low, int high) {
     MakePanel();
-    if (!panel_)
-        return;
-    bar_->setRange(low, high);
-    bar_->setValue(low);
+    low_ = position_ = low;
+    high_ = high;
 }
 
 void QtProgress::SetMessage(const std::string& text) {
     MakePanel();
-    if (!panel_)
-        return;
-    message_->setText(ToQString(text));
+    text_ = text;
     Paint(false);
 }
 
 void QtProgress::StepIt() {
-    if (panel_)
-        SetPosition(bar_->value() + 1);
+    SetPosition(position_ + 1);
 }
 
 void QtProgress::SetPosition(int position) {
-    if (!panel_)
-        return;
-    bar_->setValue(position);
+    position_ = std::min(position, high_);
     Paint(false);
 }
 
@@ -151,6 +157,7 @@ void QtProgress::Show() {
     bar_->show();
     cancel_ = std::stop_source();
     shown_.start();
+    ShowState();
     Place();
     Paint(true);
 }
@@ -179,7 +186,8 @@ void QtProgress::ShowStandBy(const std::string& text) {
     MakePanel();
     if (!panel_)
         return;
-    message_->setText(ToQString(text));
+    text_ = text;
+    ShowState();
     bar_->hide();
     QApplication::setOverrideCursor(Qt::WaitCursor);
     Place();
@@ -196,7 +204,8 @@ void QtProgress::ShowStop(const std::string& text, QObject& stopper) {
     MakePanel();
     if (!panel_)
         return;
-    message_->setText(ToQString(text));
+    text_ = text;
+    ShowState();
     bar_->hide();
     stop_->show();
     QObject::connect(stop_, &QPushButton::clicked, &stopper, [&stopper] { static_cast<InputGuard&>(stopper).Stop(); });

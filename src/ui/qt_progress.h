@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPointer>
 #include <memory>
+#include <string>
 
 #include "ports/background.h"
 #include "ports/progress.h"
@@ -44,6 +45,7 @@ private:
     void MakePanel();
     void ShowStop(const std::string& text, QObject& stopper);
     void Place();
+    void ShowState();
     /// Lets the window paint, at most so often that painting costs little beside the work.
     void Paint(bool always);
 
@@ -53,6 +55,8 @@ private:
     QLabel* message_ = nullptr;
     QProgressBar* bar_ = nullptr;
     QPushButton* stop_ = nullptr;
+    int low_ = 0, high_ = 0, position_ = 0;
+    std::string text_, shownText_;
     QElapsedTimer lastPaint_, shown_;
     mutable std::stop_source cancel_;
     mutable std::unique_ptr<QObject> cancelGuard_;  // while the panel has the button
