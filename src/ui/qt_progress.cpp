@@ -19,7 +19,7 @@
 namespace lore {
 
 namespace {
-constexpr qint64 kPaintEvery = 40;  // milliseconds
+constexpr qint64 kPaintEvery = 12;  // milliseconds, less than one picture of the screen
 constexpr int kPanelChars = 48;     // width of the panel in characters
 constexpr int kStopAfter = 400;     // milliseconds of work after which it can be stopped
 
