@@ -142,13 +142,14 @@ void BuildCitation(CSource& source, const AuthorList& authors) {
         FormatStandard(source, authors);
 }
 
-/// The citation once more, from texts that are all UTF-8. AuthorText keeps its bytes if they can be read.
+/// The citation once more, from texts that are all UTF-8. What could be read before keeps its bytes.
 void BuildMixedCitation(CSource& source, const AuthorList& authors) {
     CSource copy = SourceInUtf8(source);
-    const std::string authorText = copy.AuthorText;
     BuildCitation(copy, AuthorsInUtf8(source, authors));
-    if (copy.AuthorText != authorText)
+    if (ToUtf8(source.AuthorText) != copy.AuthorText)
         source.AuthorText = FromUtf8(copy.AuthorText);
+    if (ToUtf8(source.FormattedText) == copy.FormattedText)
+        return;
     source.FormattedText = std::move(copy.FormattedText);
     source.SpanKinds = std::move(copy.SpanKinds);
     source.SpanStarts = std::move(copy.SpanStarts);

@@ -199,21 +199,24 @@ TEST(Citation, TextsOfBothFormsJoinToOneThatReads) {
         LongList ids;
         std::string title, text, authorText, spans;
     };
-    for (const Case& c : {Case{{1}, "\xE9t\xE9", "M\xFCller Z. \xE9t\xE9. ", "M\xFCller Z.", "1:10-12"},
-                          Case{{1},
-                               "\xE6\x97\xA5\xE6\x9C\xAC",
-                               "M\xC3\xBCller Z. \xE6\x97\xA5\xE6\x9C\xAC. ",
-                               "M\xFCller Z.",
-                               "1:11-16"},
-                          Case{{2}, "Dover", "\xC5\x81uk \xC3\xA9. Dover. ", "\xC5\x81uk \xC3\xA9.", "1:9-13"},
-                          Case{{3, 1},
-                               "\xE9t\xE9",
-                               "\xC5\x81uk J, & M\xC3\xBCller Z. \xC3\xA9t\xC3\xA9. ",
-                               "\xC5\x81uk J, & M\xC3\xBCller Z.",
-                               "1:21-25"},
-                          Case{{3}, "Dover", "\xC5\x81uk J. Dover. ", "\xC5\x81uk J.", "1:8-12"}}) {
+    for (const Case& c :
+         {Case{{1}, "\xE9t\xE9", "M\xFCller Z. \xE9t\xE9. ", "M\xFCller Z.", "1:10-12"},
+          Case{{1},
+               "\xE6\x97\xA5\xE6\x9C\xAC",
+               "M\xC3\xBCller Z. \xE6\x97\xA5\xE6\x9C\xAC. ",
+               "M\xFCller Z.",
+               "1:11-16"},
+          Case{{2}, "Dover", "\xC5\x81uk \xC3\xA9. Dover. ", "\xC5\x81uk \xC3\xA9.", "1:9-13"},
+          Case{{1, 3}, "\xE9t\xE9", "M\xFCller Z, et al. \xE9t\xE9. ", "M\xFCller Z, et al.", "1:18-20"},
+          Case{{3, 1},
+               "\xE9t\xE9",
+               "\xC5\x81uk J, & M\xC3\xBCller Z. \xC3\xA9t\xC3\xA9. ",
+               "\xC5\x81uk J, & M\xC3\xBCller Z.",
+               "1:21-25"},
+          Case{{3}, "Dover", "\xC5\x81uk J. Dover. ", "\xC5\x81uk J.", "1:8-12"}}) {
         CSource source;
         source.AuthorIDs = c.ids;
+        source.AuthorsBeforeEtAl = c.ids[0] == 1 ? 1 : 6;
         source.FieldTexts[0] = c.title;
         FormatSource(source, authors);
         EXPECT_EQ(source.FormattedText, c.text);
