@@ -25,6 +25,7 @@ ReminderSetup LoadReminderSetup(const SettingsStore& store) {
     constexpr char kSection[] = "Reminders";
     ReminderSetup setup;
     setup.server = store.Get(kSection, "Server").value_or("");
+    setup.user = store.Get(kSection, "User").value_or("");
     setup.supportAddress = store.Get(kSection, "SupportAddress").value_or("");
     for (size_t i = 0; i < kProviders; ++i)
         setup.gateways[i] = store.Get(kSection, "Gateway" + std::to_string(i)).value_or("");

@@ -24,6 +24,7 @@ inline constexpr size_t kProviders = 50;
 /// default.
 struct ReminderSetup {
     std::string server;                            ///< "Server": http address of the reminder server
+    std::string user;                              ///< "User": by what that server knows the user
     std::string supportAddress;                    ///< "SupportAddress": ends the texts that tell of a failure
     std::array<std::string, kProviders> gateways;  ///< "Gateway0" to "Gateway49": domains by row of the provider table
 };

@@ -9,6 +9,8 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
+#include "online/http_client.h"
+#include "online/http_reminder_server.h"
 #include "ports/silent_progress.h"
 
 namespace lore {
@@ -202,6 +204,9 @@ public:
         ExitStatus status = ExitStatus::Done;
         if (!session.TakeLock(status))
             return status;
+        const ReminderSetup setup = LoadReminderSetup(session.Store());
+        HttpClient http;
+        const auto server = MakeReminderServer(setup, session.GetSettings(), &http);
         const CalendarWorld world{.eventFile = session.Data().Events(),
                                   .reminderFile = session.Data().Reminders(),
                                   .settings = session.GetSettings(),
@@ -210,9 +215,9 @@ public:
                                   .clock = session.GetClock(),
                                   .guids = session.Guids(),
                                   .faults = session.Faults(),
-                                  .server = server_,
+                                  .server = *server,
                                   .question = question_,
-                                  .setup = LoadReminderSetup(session.Store())};
+                                  .setup = setup};
         ComputeFolders(session.Data().root);
         EventList events;
         if (!LoadEvents(world, events))
@@ -322,7 +327,6 @@ private:
 
     PrintedPrompts prompts_;
     SilentProgress progress_;
-    NoReminderServer server_;
     GivenReach question_;
     EventOptions options_;
     std::string id_;

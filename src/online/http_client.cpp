@@ -164,11 +164,12 @@ bool IncomingReply::Finish() {
 /// One request on a connection of its own.
 class Exchange {
 public:
-    Exchange(const HttpLimits& limits, const std::stop_token& stop)
-        : limits_(limits), stop_(stop), socket_(context_), incoming_(limits.body) {}
+    /// All of it ends by `end`.
+    Exchange(const HttpLimits& limits, Clock::time_point end, const std::stop_token& stop)
+        : limits_(limits), end_(end), stop_(stop), socket_(context_), incoming_(limits.body) {}
 
     HttpReply Run(const HttpAddress& address, const HttpRequest& request) {
-        const Clock::time_point until = Clock::now() + limits_.connect;
+        const Clock::time_point until = std::min<Clock::time_point>(Clock::now() + limits_.connect, end_);
         const Endpoints endpoints = LookUp(address, until, stop_);
         if (endpoints.empty() || !Connect(endpoints, until))
             return Failed(HttpFailure::NoConnection);
@@ -197,12 +198,13 @@ private:
         context_.run();
         return false;
     }
-    Clock::time_point Silence() const { return Clock::now() + limits_.silence; }
+    Clock::time_point Silence() const { return std::min<Clock::time_point>(Clock::now() + limits_.silence, end_); }
     bool Connect(const Endpoints& endpoints, Clock::time_point until);
     bool Write(const std::string& bytes);
     bool Read();
 
     const HttpLimits& limits_;
+    Clock::time_point end_;
     const std::stop_token& stop_;
     asio::io_context context_;
     tcp::socket socket_;
@@ -264,8 +266,10 @@ HttpReply HttpClient::Send(const HttpRequest& request, const std::stop_token& st
     std::optional<HttpAddress> address = ParseHttpAddress(request.url);
     if (!address || !CanBeSent(request))
         return {HttpFailure::BadAddress, 0, {}};
+    const Clock::time_point end =
+        request.longest.count() > 0 ? Clock::now() + request.longest : Clock::time_point::max();
     for (int followed = 0;; ++followed) {
-        Exchange exchange(limits_, stop);
+        Exchange exchange(limits_, end, stop);
         HttpReply reply = exchange.Run(*address, request);
         if (exchange.Location().empty())
             return reply;

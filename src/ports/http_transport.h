@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <stop_token>
 #include <string>
 #include <utility>
@@ -13,6 +14,7 @@ struct HttpRequest {
     std::string url;  ///< http://host[:port]/path
     std::vector<std::pair<std::string, std::string>> fields;
     std::string body;
+    std::chrono::milliseconds longest{0};  ///< for all of it, redirects included; 0 for as long as bytes come
 };
 
 /// Why there is no reply.

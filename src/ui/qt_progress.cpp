@@ -234,6 +234,8 @@ bool QtProgress::Run(const std::string& text, const Work& work) {
         stop_->hide();
     else if (panel_ && !hadPanel)
         Hide();
+    else if (panel_ && !cancelGuard_)
+        stop_->hide();
     return !stop.stop_requested();
 }
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <algorithm>
 
+#include "online/http_reminder_server.h"
 #include "ui/calendar/modify_event_dialog.h"
 
 namespace lore {
@@ -18,7 +19,8 @@ CalendarHost::CalendarHost(CLorebinderApp& app, const Theme& theme, QWidget* par
     : app_(app),
       theme_(theme),
       parent_(parent),
-      server_(std::make_unique<NoReminderServer>()),
+      server_(MakeReminderServer(LoadReminderSetup(app.Store()), app.GetSettings(), app.Ports().http,
+                                 app.Ports().background)),
       world_{.eventFile = app.Data().Events(),
              .reminderFile = app.Data().Reminders(),
              .settings = app.GetSettings(),
