@@ -10,8 +10,6 @@ namespace lore {
 namespace {
 
 constexpr size_t kLongestText = 1023;
-constexpr char kClose[] = "TQRCLOSELOREBINDER";
-constexpr char kCheckAgentOptions[] = "TQRCHECKAGENTOPTIONS";
 
 bool Holds(std::string_view text, std::string_view word) {
     return text.find(word) != std::string_view::npos;
@@ -72,7 +70,7 @@ uint32_t OutsideRequests::Receive(const InstanceMessage& message) {
 
 uint32_t OutsideRequests::RunCommand(std::string_view text) const {
     const std::pair<const char*, const std::function<void()>&> commands[] = {
-        {kClose, hooks_.close}, {kCheckAgentOptions, hooks_.checkAgentOptions}};
+        {kCloseProgram, hooks_.close}, {kCheckAgentOptions, hooks_.checkAgentOptions}};
     for (const auto& [word, run] : commands) {
         if (Holds(text, word)) {
             run();

@@ -12,6 +12,10 @@ namespace lore {
 /// Stands in a request to capture the selected text into a new note.
 inline constexpr char kCaptureRequest[] = "TQR_Lorebinder_GetSelectedText";
 
+/// What the agent tells the program: to close, and to read the agent's options again.
+inline constexpr char kCloseProgram[] = "TQRCLOSELOREBINDER";
+inline constexpr char kCheckAgentOptions[] = "TQRCHECKAGENTOPTIONS";
+
 /// The text that a command line hands on: empty, the capture request, or the full path of a file, since the running
 /// instance works in another folder. A text that tells the program to leave out the sync at start is no file.
 std::string RequestOfCommandLine(std::string_view file, bool capture, const std::filesystem::path& workingFolder);

@@ -57,4 +57,10 @@ CompanionPlaces PlacesOfCompanion() {
     return places;
 }
 
+std::vector<std::string> PlaceArguments(const CompanionPlaces& places) {
+    if (places.dataRoot == UserDataRoot() && places.settingsFile == UserSettingsFile())
+        return {};
+    return {"--data", Absolute(places.dataRoot).string(), "--settings", Absolute(places.settingsFile).string()};
+}
+
 }  // namespace lore

@@ -29,5 +29,7 @@ struct CompanionPlaces {
     std::filesystem::path settingsFile;
 };
 CompanionPlaces PlacesOfCompanion();
+/// The options of a command line that name these places; none where both are the user's own.
+std::vector<std::string> PlaceArguments(const CompanionPlaces& places);
 
 }  // namespace lore

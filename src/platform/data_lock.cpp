@@ -8,15 +8,11 @@
 
 namespace lore {
 
-namespace {
-constexpr char kLockName[] = "lorebinder.lock";
-}
-
-std::optional<DataLock> DataLock::Take(const std::filesystem::path& dataRoot, int& error) {
+std::optional<DataLock> DataLock::Take(const std::filesystem::path& dataRoot, const std::string& name, int& error) {
     error = 0;
     std::error_code ignored;
     std::filesystem::create_directories(dataRoot, ignored);
-    const int file = ::open((dataRoot / kLockName).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    const int file = ::open((dataRoot / name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (file < 0) {
         error = errno;
         return std::nullopt;

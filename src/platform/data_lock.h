@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace lore {
 
@@ -11,13 +12,18 @@ class DataLock {
 public:
     /// Takes the lock without waiting. Nothing if another process holds it; `error` is then 0, and otherwise the
     /// system's number of why the file could not be made.
-    static std::optional<DataLock> Take(const std::filesystem::path& dataRoot, int& error);
+    static std::optional<DataLock> Take(const std::filesystem::path& dataRoot, int& error) {
+        return Take(dataRoot, kName, error);
+    }
+    /// The same for another kind of process, by the name of its file.
+    static std::optional<DataLock> Take(const std::filesystem::path& dataRoot, const std::string& name, int& error);
 
     DataLock(DataLock&& other) noexcept;
     DataLock& operator=(DataLock&& other) noexcept;
     ~DataLock();
 
 private:
+    static constexpr char kName[] = "lorebinder.lock";
     explicit DataLock(int file) : file_(file) {}
     int file_ = -1;
 };

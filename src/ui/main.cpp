@@ -149,7 +149,7 @@ int main(int argc, char** argv) {
     lore::BarFaults faults;
     lore::HttpClient http;
     lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AutostartFolder() / "LBAgent.desktop",
-                             options.data, companions);
+                             options.data, companions, lore::PlaceArguments({options.data, options.settings}));
     lore::AppPorts ports{prompts,       progress,         clock,       guids, store, faults, &progress,
                          lore::WaitFor, lore::RandomUpTo, &companions, &agent};
     ports.http = &http;

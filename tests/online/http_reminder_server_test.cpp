@@ -1,11 +1,13 @@
 #include "online/http_reminder_server.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
 #include "online/http_client.h"
 #include "support/http_server.h"
 #include "support/memory_store.h"
+#include "support/read_world.h"
 
 namespace lore {
 namespace {
@@ -143,6 +145,15 @@ TEST_F(Reminders, GiveUpInTimeOnASilentServerAndOnOneThatDrips) {
     std::string dead;
     { dead = HttpServer().Url(); }
     EXPECT_EQ(HttpReminderServer(client_, dead, "ann", nullptr, kQuick).TestServerConnection(), 0);
+}
+
+TEST(ReminderAnswer, IsReadWithoutHarmWhateverTheCorpusHolds) {
+    const auto folder = std::filesystem::path(LORE_TEST_DATA).parent_path().parent_path() / "fuzz/corpus/reminder";
+    size_t read = 0, refused = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        (ReadReminderAnswer(BytesOf(entry.path())) ? read : refused) += 1;
+    EXPECT_GE(read, 4u);
+    EXPECT_GE(refused, 4u);
 }
 
 /// A user who stops the calls that a test names, by their number.

@@ -66,6 +66,12 @@ class PackageTest(unittest.TestCase):
         answer = run(self.usr / "bin/lorebinder", "--version", env={"QT_QPA_PLATFORM": "offscreen"})
         self.assertIn("Lorebinder", answer.stdout, answer.stderr)
 
+    def test_the_agent_comes_along_and_starts_only_where_a_user_wants_it(self):
+        agent = self.usr / "lib/lorebinder/LBAgent"
+        answer = run(agent, "--version", env={"QT_QPA_PLATFORM": "offscreen"})
+        self.assertIn("LBAgent 1.56", answer.stdout, answer.stderr)
+        self.assertEqual([], list(self.root.glob("**/autostart/*")))
+
     def test_the_desktop_finds_what_its_entry_names(self):
         entry = (self.usr / "share/applications/lorebinder.desktop").read_text()
         icon = re.search(r"^Icon=(.*)$", entry, re.MULTILINE).group(1)

@@ -7,6 +7,7 @@
 #include "calendar/reminder_file.h"
 #include "calendar/series.h"
 #include "calendar/series_text.h"
+#include "calendar/shown_popups.h"
 #include "classify/category_list.h"
 #include "classify/old_category.h"
 #include "exchange/archive_notes.h"
@@ -102,6 +103,12 @@ void CopyReminders(const Path& file, const Path& copy, const ReadContext& contex
     SaveReminders(copy, list);
 }
 
+void CopyShown(const Path& file, const Path& copy, const ReadContext&) {
+    ShownPopups shown;
+    LoadShownPopups(file, shown);
+    SaveShownPopups(copy, shown);
+}
+
 void CopyBibliography(const Path& file, const Path& copy, const ReadContext& context) {
     std::unique_ptr<RecordReader> stream;
     std::vector<CSource> sources;
@@ -171,6 +178,7 @@ const std::vector<RecordKind>& RecordKinds() {
         {"notes", NoteSample, CopyNotes, CopyNotes, true},
         {"notes_old", OldNoteSample, CopyNotes, CopyNotes, false},
         {"notes_first", FirstNoteSample, CopyNotes, CopyNotes, false},
+        {"shown", ShownSample, CopyShown, CopyShown, true},
     };
     return kinds;
 }

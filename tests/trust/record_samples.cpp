@@ -5,6 +5,7 @@
 #include "calendar/event_builder.h"
 #include "calendar/event_file.h"
 #include "calendar/reminder_file.h"
+#include "calendar/shown_popups.h"
 #include "classify/category_list.h"
 #include "exchange/archive_notes.h"
 #include "notes/note_builder.h"
@@ -173,6 +174,17 @@ std::string ReminderSample() {
     RecordWriter stream;
     WriteReminders(stream, {SampleReminder("{R1}"), SampleReminder("{R2}"), SampleReminder("{R3}")});
     return stream.DiskBytes();
+}
+
+std::string ShownSample() {
+    ShownPopups shown;
+    for (int i = 0; i < 12; ++i) {
+        const DateTime time = DateTime(2011, 5, 6, 7, 8, 9).PlusDays(i);
+        shown[{"{R" + std::to_string(i) + "}", time.Seconds()}] = i % 3 == 0 ? time.PlusSeconds(600) : DateTime();
+    }
+    const TempFolder folder(MemoryFolder());
+    SaveShownPopups(folder / "sample", shown);
+    return BytesOf(folder / "sample");
 }
 
 std::string BibliographySample() {

@@ -21,6 +21,7 @@ std::string LastListSample();
 std::string SyncSample();
 std::string EventSample();
 std::string ReminderSample();
+std::string ShownSample();
 std::string BibliographySample();
 std::string PreviewSample();
 std::string ArchiveSample();

@@ -10,8 +10,10 @@
 #include <QTimer>
 
 #include "app/findable_things.h"
+#include "platform/companion_launcher.h"
 #include "platform/instance/agent_process.h"
 #include "platform/net/net_update_source.h"
+#include "platform/places.h"
 #include "ui/about_dialog.h"
 #include "ui/board_fixture.h"
 #include "ui/tool_bar.h"
@@ -295,6 +297,12 @@ void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
     QVERIFY(written.readAll().contains("/with \\\\\"quotes\\\\\" & 100%%/LBAgent\" Lorebinder\n"));
     QVERIFY(agent.StartWithSession(false));
     QVERIFY(!std::filesystem::exists(entry));
+    AgentProcess elsewhere(program, entry, Root(), companions, PlaceArguments({"/data here", "/s.ini"}));
+    QVERIFY(elsewhere.StartWithSession(true));
+    QFile other(QString::fromStdString(entry.string()));
+    QVERIFY(other.open(QIODevice::ReadOnly));
+    QVERIFY(other.readAll().contains("\" Lorebinder \"--data\" \"/data here\" \"--settings\" \"/s.ini\"\n"));
+    QVERIFY(PlaceArguments({UserDataRoot(), UserSettingsFile()}).empty());
 }
 
 void CommandBarTest::looks_good_data() {

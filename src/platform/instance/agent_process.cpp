@@ -26,18 +26,23 @@ std::string QuotedForEntry(const std::string& path) {
     return quoted + '"';
 }
 
-std::string EntryOf(const std::filesystem::path& program) {
+std::string EntryOf(const std::filesystem::path& program, const std::vector<std::string>& options) {
+    std::string command = QuotedForEntry(program.string()) + " Lorebinder";
+    for (const std::string& option : options)
+        command += " " + QuotedForEntry(option);
     return "[Desktop Entry]\nType=Application\nName=Lorebinder Agent\nComment=Shows the reminders of Lorebinder\n"
            "TryExec=" +
-           program.string() + "\nExec=" + QuotedForEntry(program.string()) + " Lorebinder\nNoDisplay=true\n";
+           program.string() + "\nExec=" + command + "\nNoDisplay=true\n";
 }
 
 }  // namespace
 
 AgentProcess::AgentProcess(std::filesystem::path program, std::filesystem::path autostart,
-                           const std::filesystem::path& dataRoot, ProcessLauncher& companions)
+                           const std::filesystem::path& dataRoot, ProcessLauncher& companions,
+                           std::vector<std::string> options)
     : program_(std::move(program)),
       autostart_(std::move(autostart)),
+      options_(std::move(options)),
       channel_(kAgentRole, dataRoot),
       companions_(companions) {}
 
@@ -52,7 +57,7 @@ bool AgentProcess::StartWithSession(bool starts) {
         return true;
     std::error_code error;
     std::filesystem::create_directories(autostart_.parent_path(), error);
-    return WriteFileAtomically(autostart_, EntryOf(program_)).Ok();
+    return WriteFileAtomically(autostart_, EntryOf(program_, options_)).Ok();
 }
 
 }  // namespace lore

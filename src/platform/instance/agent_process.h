@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "platform/instance/local_channel.h"
 #include "ports/agent.h"
@@ -14,9 +16,10 @@ inline constexpr char kAgentProgram[] = "LBAgent";
 /// The agent as a program beside this one, reached by its channel.
 class AgentProcess : public Agent {
 public:
-    /// `program` need not be there. `autostart` is the file that makes the desktop start it with the session.
+    /// `program` need not be there. `autostart` is the file that makes the desktop start it with the session, with
+    /// `options` on its command line.
     AgentProcess(std::filesystem::path program, std::filesystem::path autostart, const std::filesystem::path& dataRoot,
-                 ProcessLauncher& companions);
+                 ProcessLauncher& companions, std::vector<std::string> options = {});
 
     bool IsInstalled() const override;
     bool IsRunning() override { return channel_.FindInstance(); }
@@ -27,6 +30,7 @@ public:
 
 private:
     std::filesystem::path program_, autostart_;
+    std::vector<std::string> options_;
     LocalChannel channel_;
     ProcessLauncher& companions_;
 };

@@ -1,0 +1,129 @@
+#include "calendar/popup_schedule.h"
+
+#include <algorithm>
+
+#include "calendar/event_text.h"
+
+namespace lore {
+
+namespace {
+
+constexpr int64_t kMinute = 60, kHour = 60 * kMinute, kDay = 24 * kHour;
+constexpr int64_t kLate = kMinute;
+constexpr int64_t kLongestLook = kMinute;
+/// So long what was shown is remembered once its reminder has gone: a deleted one may come back.
+constexpr int64_t kRemembered = 30 * kDay;
+constexpr int64_t kUsualSnooze = 10 * kMinute;
+
+bool IsPopup(const CTmReminder& reminder) {
+    return reminder.Type == static_cast<int32_t>(ReminderType::Popup) && reminder.SendTime.IsValid();
+}
+
+std::string DayAndTime(const DateTime& time) {
+    return time.Format("%A, %B %d %Y") + " at " + ClockTime(time);
+}
+
+}  // namespace
+
+void PopupSchedule::SetShown(ShownPopups shown) {
+    shown_ = std::move(shown);
+}
+
+void PopupSchedule::WaitFor(const PopupKey& key) {
+    const auto shown = shown_.find(key);
+    if (shown == shown_.end())
+        waiting_.emplace(key.sendTime, key);
+    else if (shown->second.IsValid())
+        waiting_.emplace(shown->second.Seconds(), key);
+}
+
+void PopupSchedule::ForgetOld(const DateTime& now) {
+    if (!now.IsValid())
+        return;
+    std::erase_if(shown_, [&](const auto& entry) {
+        return entry.first.sendTime < now.Seconds() - kRemembered && !popups_.contains(entry.first);
+    });
+}
+
+void PopupSchedule::SetReminders(const ReminderList& reminders, const DateTime& now) {
+    popups_.clear();
+    waiting_.clear();
+    for (const CTmReminder& reminder : reminders) {
+        if (IsPopup(reminder) && popups_.emplace(KeyOf(reminder), reminder).second)
+            WaitFor(KeyOf(reminder));
+    }
+    std::erase_if(onScreen_, [&](const Popup& popup) { return !popups_.contains(popup.Key()); });
+    for (Popup& popup : onScreen_)
+        popup.reminder = popups_.at(popup.Key());
+    ForgetOld(now);
+}
+
+size_t PopupSchedule::TakeDue(const DateTime& now) {
+    size_t count = 0;
+    for (; !waiting_.empty() && waiting_.begin()->first <= now.Seconds(); ++count) {
+        const auto [due, key] = *waiting_.begin();
+        waiting_.erase(waiting_.begin());
+        shown_[key] = DateTime();
+        onScreen_.push_back({popups_.at(key), DateTime::FromSeconds(due), now.Seconds() - due >= kLate});
+    }
+    return count;
+}
+
+DateTime PopupSchedule::NextTime() const {
+    return waiting_.empty() ? DateTime() : DateTime::FromSeconds(waiting_.begin()->first);
+}
+
+int64_t PopupSchedule::SecondsToNextLook(const DateTime& now) const {
+    if (waiting_.empty())
+        return kLongestLook;
+    return std::clamp<int64_t>(waiting_.begin()->first - now.Seconds(), 0, kLongestLook);
+}
+
+void PopupSchedule::Dismiss(const PopupKey& key) {
+    std::erase_if(onScreen_, [&](const Popup& popup) { return popup.Key() == key; });
+}
+
+void PopupSchedule::DismissAll() {
+    onScreen_.clear();
+}
+
+void PopupSchedule::Snooze(const PopupKey& key, const DateTime& until) {
+    const size_t removed = std::erase_if(onScreen_, [&](const Popup& popup) { return popup.Key() == key; });
+    if (removed == 0 || !until.IsValid())
+        return;
+    shown_[key] = until;
+    WaitFor(key);
+}
+
+std::vector<SnoozeChoice> SnoozeChoices(const CTmReminder& reminder, const DateTime& now) {
+    std::vector<SnoozeChoice> choices = {
+        {"5 Minutes", now.PlusSeconds(5 * kMinute)},   {"10 Minutes", UsualSnooze(now)},
+        {"30 Minutes", now.PlusSeconds(30 * kMinute)}, {"1 Hour", now.PlusSeconds(kHour)},
+        {"4 Hours", now.PlusSeconds(4 * kHour)},       {"1 Day", now.PlusDays(1)}};
+    if (!reminder.EventId.empty() && reminder.EventStart.IsValid() && reminder.EventStart.Seconds() > now.Seconds())
+        choices.push_back({"Until the Event Starts", reminder.EventStart});
+    return choices;
+}
+
+DateTime UsualSnooze(const DateTime& now) {
+    return now.PlusSeconds(kUsualSnooze);
+}
+
+PopupText TextOf(const Popup& popup, const DateTime& now) {
+    const CTmReminder& reminder = popup.reminder;
+    PopupText text;
+    const bool ofEvent = !reminder.EventId.empty();
+    text.label = reminder.EventLabel.empty() ? (ofEvent ? "Event" : "Reminder") : reminder.EventLabel;
+    if (ofEvent && reminder.EventStart.IsValid())
+        text.time =
+            (reminder.EventStart.Seconds() > now.Seconds() ? "Starts " : "Started ") + DayAndTime(reminder.EventStart);
+    else if (!popup.isLate)
+        text.time = DayAndTime(reminder.SendTime);
+    if (popup.isLate)
+        text.late = "Missed on " + DayAndTime(popup.due);
+    text.message = reminder.Message;
+    text.description = reminder.EventDescription;
+    return text;
+}
+
+}  // namespace lore

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "calendar/reminder_list.h"
+#include "calendar/shown_popups.h"
+
+namespace lore {
+
+/// A popup on the screen.
+struct Popup {
+    CTmReminder reminder;
+    DateTime due;         ///< its SendTime, or what it was put off to
+    bool isLate = false;  ///< its time had passed by a minute and more when it came up
+
+    PopupKey Key() const { return KeyOf(reminder); }
+};
+
+/// Which popup reminders come up when: each once at its time, those whose time passed meanwhile as soon as somebody
+/// asks, and those that the user puts off once more. What has been shown is remembered by record and moment, so that
+/// nothing comes twice.
+class PopupSchedule {
+public:
+    /// What has been shown before. First of all.
+    void SetShown(ShownPopups shown);
+    const ShownPopups& Shown() const { return shown_; }
+    /// The reminders of the file as it is now. E-mails, text messages and records without a moment are left aside. What
+    /// is on the screen follows: texts change, and popups whose reminder went or was moved disappear.
+    void SetReminders(const ReminderList& reminders, const DateTime& now);
+
+    /// Puts on the screen what is due at `now`; from then on it counts as shown. Gives how many came.
+    size_t TakeDue(const DateTime& now);
+    /// When the next popup is due; null if none waits.
+    DateTime NextTime() const;
+    /// Seconds until somebody should look again: until the next popup, but at most a minute, since clocks are set and
+    /// computers sleep.
+    int64_t SecondsToNextLook(const DateTime& now) const;
+
+    /// What is on the screen, in the order in which it came.
+    const std::vector<Popup>& OnScreen() const { return onScreen_; }
+    /// Takes a popup from the screen.
+    void Dismiss(const PopupKey& key);
+    void DismissAll();
+    /// Takes a popup from the screen until a moment.
+    void Snooze(const PopupKey& key, const DateTime& until);
+
+private:
+    void WaitFor(const PopupKey& key);
+    void ForgetOld(const DateTime& now);
+
+    ShownPopups shown_;
+    std::map<PopupKey, CTmReminder> popups_;
+    std::multimap<int64_t, PopupKey> waiting_;  // by the second at which they are due
+    std::vector<Popup> onScreen_;
+};
+
+/// How long a popup can be put off.
+struct SnoozeChoice {
+    const char* text;
+    DateTime until;
+};
+/// The choices at `now`, shortest first, and the start of its event behind them where that still lies ahead.
+std::vector<SnoozeChoice> SnoozeChoices(const CTmReminder& reminder, const DateTime& now);
+/// What the button alone does.
+DateTime UsualSnooze(const DateTime& now);
+
+/// The texts of a popup. Empty ones are left out.
+struct PopupText {
+    std::string label;  ///< the event's, or "Reminder"
+    std::string time;   ///< when the event starts, or when the reminder was set for
+    std::string late;   ///< "Missed at ..." for a late one
+    std::string message, description;
+};
+PopupText TextOf(const Popup& popup, const DateTime& now);
+
+}  // namespace lore

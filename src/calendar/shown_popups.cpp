@@ -1,0 +1,51 @@
+#include "calendar/shown_popups.h"
+
+#include <vector>
+
+#include "calendar/record_list.h"
+
+namespace lore {
+
+namespace {
+
+struct ShownRecord {
+    std::string ReminderId;
+    DateTime SendTime, Again;
+};
+
+template <typename Visitor, typename Record>
+void VisitShownFields(Record& record, Visitor&& visit) {
+    visit("ReminderId", record.ReminderId);
+    visit("SendTime", record.SendTime);
+    visit("Again", record.Again);
+}
+
+}  // namespace
+
+PopupKey KeyOf(const CTmReminder& reminder) {
+    return {reminder.ReminderId, reminder.SendTime.Seconds()};
+}
+
+FileResult LoadShownPopups(const std::filesystem::path& path, ShownPopups& shown) {
+    shown.clear();
+    return ReadRecordFile(path, [&](RecordReader& stream) {
+        std::vector<ShownRecord> records;
+        ReadRecordList(
+            stream, records, [&](ShownRecord& record) { VisitShownFields(record, FieldReader{stream}); },
+            [](const ShownRecord& record) { return record.SendTime.IsValid(); });
+        for (const ShownRecord& record : records)
+            shown[{record.ReminderId, record.SendTime.Seconds()}] = record.Again.IsValid() ? record.Again : DateTime();
+    });
+}
+
+FileResult SaveShownPopups(const std::filesystem::path& path, const ShownPopups& shown) {
+    std::vector<ShownRecord> records;
+    records.reserve(shown.size());
+    for (const auto& [key, again] : shown)
+        records.push_back({key.reminderId, DateTime::FromSeconds(key.sendTime), again});
+    RecordWriter stream;
+    WriteRecordList(stream, records, [&](const ShownRecord& record) { VisitShownFields(record, FieldWriter{stream}); });
+    return SaveRecordFile(path, stream);
+}
+
+}  // namespace lore
