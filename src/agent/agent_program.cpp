@@ -40,7 +40,7 @@ AgentProgram::AgentProgram(const AgentParts& parts)
       program_(parts.places, parts.companions),
       agent_(DataPaths{parts.places.dataRoot}.Reminders(),
              DataPaths{parts.places.dataRoot}.DataFiles() / kShownFileName, parts.clock, parts.faults, Hooks()),
-      window_(agent_, parts.theme, [this](const Popup&) { OpenProgram(); }),
+      window_(agent_, parts.theme, [this](const Popup& popup) { OpenProgram(popup.reminder.ReminderId); }),
       tray_(Commands()),
       hotKey_([this] { Capture(); }) {
     look_.setSingleShot(true);
@@ -130,8 +130,8 @@ void AgentProgram::ShowWaiting() {
     tray_.SetWaiting(static_cast<int>(agent_.Schedule().OnScreen().size()));
 }
 
-void AgentProgram::OpenProgram() {
-    if (!program_.Open())
+void AgentProgram::OpenProgram(const std::string& reminderId) {
+    if (!program_.Open(reminderId))
         tray_.Tell(tr("Lorebinder could not be started."));
 }
 

@@ -54,7 +54,7 @@ private:
     void Look();
     void WaitForNext();
     void ShowWaiting();
-    void OpenProgram();
+    void OpenProgram(const std::string& reminderId = {});
 
     AgentParts parts_;
     ProgramLink program_;

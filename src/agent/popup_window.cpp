@@ -115,7 +115,7 @@ void PopupWindow::MakeText() {
 void PopupWindow::MakeButtons() {
     openButton_ = new QPushButton(tr("&Open"), this);
     openButton_->setObjectName("open");
-    openButton_->setToolTip(tr("Opens Lorebinder"));
+    openButton_->setToolTip(tr("Opens what the reminder is about in Lorebinder"));
     snoozeFor_ = new QComboBox(this);
     snoozeFor_->setObjectName("snoozeFor");
     snoozeFor_->setSizeAdjustPolicy(QComboBox::AdjustToContents);

@@ -11,21 +11,20 @@ constexpr char kProgram[] = "lorebinder";
 ProgramLink::ProgramLink(CompanionPlaces places, ProcessLauncher& companions)
     : places_(std::move(places)), channel_(kProgramRole, places_.dataRoot), companions_(companions) {}
 
-bool ProgramLink::Hand(const std::string& request, const char* argument) {
+bool ProgramLink::Hand(const std::string& request, const std::vector<std::string>& options) {
     if (channel_.SendToInstance(request, true))
         return true;
     std::vector<std::string> arguments = PlaceArguments(places_);
-    if (argument)
-        arguments.emplace_back(argument);
+    arguments.insert(arguments.end(), options.begin(), options.end());
     return !companions_.StartCompanion(kProgram, arguments);
 }
 
-bool ProgramLink::Open() {
-    return Hand({}, nullptr);
+bool ProgramLink::Open(const std::string& reminderId) {
+    return reminderId.empty() ? Hand({}, {}) : Hand(kReminderRequest + reminderId, {"--reminder", reminderId});
 }
 
 bool ProgramLink::Capture() {
-    return Hand(kCaptureRequest, "--capture");
+    return Hand(kCaptureRequest, {"--capture"});
 }
 
 void ProgramLink::Close() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/companion_launcher.h"
 #include "platform/instance/local_channel.h"
@@ -15,8 +16,9 @@ public:
     ProgramLink(CompanionPlaces places, ProcessLauncher& companions);
 
     bool IsRunning() { return channel_.FindInstance(); }
-    /// Brings the program to the front. False if it could not be started.
-    bool Open();
+    /// Brings the program to the front, with what a reminder is about where one is given. False if it could not be
+    /// started.
+    bool Open(const std::string& reminderId = {});
     /// The same, and it pastes the clipboard into a note.
     bool Capture();
     /// Closes it with all its steps.
@@ -25,7 +27,7 @@ public:
     void CheckAgentOptions();
 
 private:
-    bool Hand(const std::string& request, const char* argument);
+    bool Hand(const std::string& request, const std::vector<std::string>& options);
 
     CompanionPlaces places_;
     LocalChannel channel_;

@@ -17,9 +17,12 @@ bool Holds(std::string_view text, std::string_view word) {
 
 }  // namespace
 
-std::string RequestOfCommandLine(std::string_view file, bool capture, const std::filesystem::path& workingFolder) {
+std::string RequestOfCommandLine(std::string_view file, bool capture, const std::filesystem::path& workingFolder,
+                                 std::string_view reminder) {
     if (capture)
         return kCaptureRequest;
+    if (!reminder.empty())
+        return kReminderRequest + std::string(reminder);
     if (file.empty() || BypassesSync(file))
         return {};
     return (workingFolder / file).lexically_normal().string();
@@ -31,6 +34,15 @@ void OutsideRequests::OpenDocumentFile(std::string_view text) {
         hooks_.bringToFront();
         if (!starting_)
             hooks_.capture();
+        return;
+    }
+    if (const size_t at = text.find(kReminderRequest); at != std::string_view::npos) {
+        const std::string id(text.substr(at + std::string_view(kReminderRequest).size()));
+        hooks_.bringToFront();
+        if (starting_)
+            pendingReminder_ = id;
+        else
+            hooks_.showReminder(id);
         return;
     }
     if (starting_) {
@@ -48,6 +60,8 @@ void OutsideRequests::FinishStartup() {
         hooks_.importFile(path);
     else if (std::exchange(pendingCapture_, false))
         hooks_.capture();
+    else if (const std::string id = std::exchange(pendingReminder_, {}); !id.empty())
+        hooks_.showReminder(id);
     else if (hooks_.checkForUpdates)
         hooks_.checkForUpdates();
 }

@@ -37,7 +37,8 @@ constexpr int kLockedStatus = 4;
 struct StartOptions {
     std::filesystem::path data;
     std::filesystem::path settings;
-    std::string file;  ///< to import
+    std::string file;      ///< to import
+    std::string reminder;  ///< whose event or day is shown
     bool capture = false;
     bool readyLine = false;
 };
@@ -64,13 +65,17 @@ StartOptions ReadArguments(const QCoreApplication& application) {
     const QCommandLineOption settings("settings", "The settings store as an INI file.", "FILE");
     const QCommandLineOption ready("ready-line", "Print a line on standard error once the board can be used.");
     const QCommandLineOption capture("capture", "Paste the clipboard into a new note.");
-    parser.addOptions({data, settings, ready, capture});
+    const QCommandLineOption reminder("reminder", "Show the event or the day of a reminder, by its id.", "ID");
+    parser.addOptions({data, settings, ready, capture, reminder});
     parser.addPositionalArgument("FILE", "An export archive to import.", "[FILE]");
     parser.process(application);
     StartOptions options{
         parser.isSet(data) ? std::filesystem::path(parser.value(data).toStdString()) : lore::UserDataRoot(),
-        parser.value(settings).toStdString(), QFile::encodeName(parser.positionalArguments().value(0)).toStdString(),
-        parser.isSet(capture), parser.isSet(ready)};
+        parser.value(settings).toStdString(),
+        QFile::encodeName(parser.positionalArguments().value(0)).toStdString(),
+        parser.value(reminder).toStdString(),
+        parser.isSet(capture),
+        parser.isSet(ready)};
     if (options.settings.empty())
         options.settings = parser.isSet(data) ? options.data / "settings.ini" : lore::UserSettingsFile();
     return options;
@@ -124,7 +129,7 @@ int main(int argc, char** argv) {
     lore::InstallBoardAccessibility();
     const StartOptions options = ReadArguments(application);
     const std::string request =
-        lore::RequestOfCommandLine(options.file, options.capture, std::filesystem::current_path());
+        lore::RequestOfCommandLine(options.file, options.capture, std::filesystem::current_path(), options.reminder);
     lore::LocalChannel channel(lore::kProgramRole, options.data);
     if (channel.SendToInstance(request, true))
         return 0;
@@ -172,7 +177,7 @@ int main(int argc, char** argv) {
     progress.SetParent(&window);
     faults.SetBar(window.Faults());
     app.GetSettings().Flag(lore::Option::Maximized) ? window.showMaximized() : window.show();
-    lore::OutsideRequests requests(lore::HooksOf(window, app));
+    lore::OutsideRequests requests(lore::HooksOf(window, app, theme));
     channel.Listen([&requests](const lore::InstanceMessage& message) { return requests.Receive(message); });
     if (!request.empty())
         requests.OpenDocumentFile(request);

@@ -4,16 +4,20 @@
 #include "ui/main_window.h"
 #include "ui/qt_text.h"
 #include "ui/run_when_free.h"
+#include "ui/show_reminder.h"
 
 namespace lore {
 
-RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app) {
+RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme) {
     RequestHooks hooks;
     hooks.restore = hooks.bringToFront = [&window] { window.BringToFront(); };
     hooks.importFile = [&window](const std::filesystem::path& path) {
         RunWhenFree(window, [&window, path] { emit window.ImportRequested(PathToQString(path)); });
     };
     hooks.capture = [&window] { RunWhenFree(window, [&window] { emit window.CaptureRequested(); }); };
+    hooks.showReminder = [&window, &app, &theme](const std::string& id) {
+        RunWhenFree(window, [&window, &app, &theme, id] { ShowReminder(app, theme, window, id); });
+    };
     hooks.close = [&window] { RunWhenFree(window, [&window] { window.close(); }); };
     hooks.checkForUpdates = [&window] { window.CheckForUpdates(true); };
     hooks.checkAgentOptions = [&app] {

@@ -35,7 +35,7 @@ def moment(date):
 
 def reminder(name, when, kind=0):
     return b"".join([fixed(kind), fixed(0), fixed(-1), fixed(-1), fixed(0), moment(when), moment(when), moment(when),
-                     text(name), text(""), text(""), text(""), text("{E}"), text("Bring the map"), text(name),
+                     text(name), text(""), text(""), text(""), text(""), text("Bring the map"), text(name),
                      text("")])
 
 
@@ -193,8 +193,8 @@ class AgentRun(unittest.TestCase):
         self.assertEqual(second.wait(WAIT), 0)
         self.until(lambda: self.ask(IS_ME) is None, "the agent isn't closed")
 
-    @unittest.skipUnless(shutil.which("Xvfb") and shutil.which("xdotool"), "needs Xvfb and xdotool")
-    def test_on_a_display_it_opens_a_window_and_has_a_hot_key(self):
+    def open_display(self):
+        """A display of this test; gives a function that runs xdotool there."""
         read, write = os.pipe()
         server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-nolisten", "tcp"], pass_fds=[write],
                                   stderr=subprocess.DEVNULL)
@@ -203,17 +203,37 @@ class AgentRun(unittest.TestCase):
         with os.fdopen(read) as number:
             self.environment["DISPLAY"] = f":{number.readline().strip()}"
         self.environment["QT_QPA_PLATFORM"] = "xcb"
+        return lambda *words: subprocess.run(["xdotool", *words], env=self.environment, capture_output=True, text=True,
+                                             check=False).stdout
+
+    @unittest.skipUnless(shutil.which("Xvfb") and shutil.which("xdotool"), "needs Xvfb and xdotool")
+    def test_open_leads_to_the_day_of_the_reminder(self):
+        xdotool = self.open_display()
+        shutil.copy(PROGRAM, self.bin / "lorebinder")
+        self.put(reminder("{Now}", datetime.datetime.now()))
+        (self.data / "settings.ini").write_text("[Options]\nProgVersion=11.56\n")
+        self.start_ready()
+
+        def window(name):
+            return xdotool("search", "--onlyvisible", "--name", name).split()
+
+        self.until(lambda: window("Lorebinder Reminders"), "no window opens")
+        xdotool("windowfocus", "--sync", window("Lorebinder Reminders")[0], "key", "alt+o")
+        self.until(lambda: window("Edit Day"), "the day isn't shown")
+        self.assertFalse(window("Lorebinder Reminders"))
+        # The program that runs by now is told.
+        second = self.start("lorebinder", "--reminder", "{Unknown}")
+        self.assertEqual(second.wait(WAIT), 0)
+
+    @unittest.skipUnless(shutil.which("Xvfb") and shutil.which("xdotool"), "needs Xvfb and xdotool")
+    def test_on_a_display_it_opens_a_window_and_has_a_hot_key(self):
+        xdotool = self.open_display()
         (self.bin / "lorebinder").write_text('#!/bin/sh\necho "$@" >> "$(dirname "$0")/started"\n')
         (self.bin / "lorebinder").chmod(0o755)
         settings = self.data / "settings.ini"
         settings.write_text("[Options]\nHotkey=76\nHotkeyMod=6\n")
         self.put(reminder("{Now}", datetime.datetime.now()))
         self.start_ready()
-
-        def xdotool(*words):
-            return subprocess.run(["xdotool", *words], env=self.environment, capture_output=True, text=True,
-                                  check=False).stdout
-
         self.until(lambda: xdotool("search", "--onlyvisible", "--name", "Lorebinder Reminders"), "no window opens")
         started = self.bin / "started"
         for key, comes in (("ctrl+alt+k", False), ("alt+l", False), ("ctrl+alt+l", True)):

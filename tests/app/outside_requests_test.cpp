@@ -19,6 +19,7 @@ struct OutsideRequestsTest : testing::Test {
         hooks.bringToFront = note("front");
         hooks.importFile = [this](const std::filesystem::path& path) { done.push_back("import " + path.string()); };
         hooks.capture = note("capture");
+        hooks.showReminder = [this](const std::string& id) { done.push_back("reminder " + id); };
         hooks.close = note("close");
         hooks.checkAgentOptions = note("options");
         hooks.checkForUpdates = note("updates");
@@ -48,6 +49,12 @@ TEST_F(OutsideRequestsTest, CaptureWaitsTooAndAFileGoesFirst) {
     EXPECT_THAT(done, ElementsAre("front", "import /Keep/one.lbe"));
 }
 
+TEST_F(OutsideRequestsTest, AReminderWaitsForTheStartToo) {
+    requests.OpenDocumentFile(std::string(kReminderRequest) + "{R}");
+    requests.FinishStartup();
+    EXPECT_THAT(done, ElementsAre("front", "reminder {R}"));
+}
+
 TEST_F(OutsideRequestsTest, UpdateCheckComesOnlyToAStartWithoutARequest) {
     requests.FinishStartup();
     EXPECT_THAT(done, ElementsAre("updates"));
@@ -69,6 +76,7 @@ TEST_F(OutsideRequestsTest, MessagesAreToldApartByTheirTags) {
         {InstanceMessage::kDocument, "/a.lbe", 1, {"restore", "import /a.lbe"}},
         {InstanceMessage::kDocument, longPath, 1, {"restore", "import " + longPath.substr(0, 1023)}},
         {InstanceMessage::kDocument, kCaptureRequest, 1, {"front", "capture"}},
+        {InstanceMessage::kDocument, "TQR_Lorebinder_ShowReminder{R 1}", 1, {"front", "reminder {R 1}"}},
         {InstanceMessage::kDocument, "TQRCLOSELOREBINDER", 1, {"restore", "import TQRCLOSELOREBINDER"}},
         {InstanceMessage::kCommand, "TQRCLOSELOREBINDER", 1, {"close"}},
         {77, "  TQRCHECKAGENTOPTIONS now", 1, {"options"}},
@@ -88,6 +96,7 @@ TEST(RequestOfCommandLine, IsAFullPathTheCaptureOrNothing) {
     EXPECT_EQ(RequestOfCommandLine("", false, "/home/me"), "");
     EXPECT_EQ(RequestOfCommandLine("bypassSYNC", false, "/home/me"), "");
     EXPECT_EQ(RequestOfCommandLine("one.lbe", true, "/home/me"), kCaptureRequest);
+    EXPECT_EQ(RequestOfCommandLine("one.lbe", false, "/home/me", "{R}"), std::string(kReminderRequest) + "{R}");
 }
 
 }  // namespace

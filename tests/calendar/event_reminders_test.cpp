@@ -2,6 +2,7 @@
 
 #include "calendar/calendar_fixture.h"
 #include "calendar/day_reminders.h"
+#include "calendar/reminder_target.h"
 #include "calendar/server_reminders.h"
 
 namespace lore {
@@ -212,6 +213,23 @@ TEST(DayReminders, BeginAtEightOrAnHourFromNow) {
     EXPECT_EQ(FirstSendTime(Day(2026, 3, 14, 9, 26, 53), &today), Day(2026, 3, 14, 10, 30));
     EXPECT_EQ(FirstSendTime(Day(2026, 3, 14, 9, 30, 53), nullptr), Day(2026, 3, 14, 10, 30));
     EXPECT_EQ(FirstSendTime(Day(2026, 3, 14, 22, 51), nullptr), Day(2026, 3, 15));
+}
+
+TEST_F(EventReminders, LeadToTheirEventOrToTheirDay) {
+    CTmReminder own = ReminderFor(event, ReminderType::Popup, 10), orphan = own, ofDay = own;
+    orphan.ReminderId = "{O}";
+    orphan.EventId = "{gone}";
+    ofDay.ReminderId = "{D}";
+    ofDay.EventId.clear();
+    event.Reminders = {own, orphan, ofDay};
+    Put({event});
+    EXPECT_EQ(FindReminderTarget(world, own.ReminderId)->event->EventId, event.EventId);
+    for (const char* const id : {"{O}", "{D}"}) {
+        EXPECT_FALSE(FindReminderTarget(world, id)->event) << id;
+        EXPECT_EQ(FindReminderTarget(world, id)->day, own.SendTime.Midnight()) << id;
+    }
+    EXPECT_FALSE(FindReminderTarget(world, "{X}"));
+    EXPECT_FALSE(FindReminderTarget(world, ""));
 }
 
 TEST_F(EventReminders, AFileThatCannotBeReadIsNotWritten) {
