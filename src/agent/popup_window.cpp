@@ -16,6 +16,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
+#include "calendar/event_text.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -23,11 +24,12 @@ namespace lore {
 
 namespace {
 
-constexpr int kChars = 66;       // width of the window in characters
-constexpr int kTextLines = 9;    // height of the texts
-constexpr int kMostRows = 5;     // of the list, without scrolling
-constexpr int kBell = 24;        // pixels
-constexpr int kUsualChoice = 1;  // 10 minutes
+constexpr int kChars = 66;        // width of the window in characters
+constexpr int kTextLines = 9;     // height of the texts
+constexpr int kMostRows = 5;      // of the list, without scrolling
+constexpr int kSnoozeChars = 12;  // width of the list of times, at least
+constexpr int kBell = 24;         // pixels
+constexpr int kUsualChoice = 1;   // 10 minutes
 
 }  // namespace
 
@@ -119,6 +121,7 @@ void PopupWindow::MakeButtons() {
     snoozeFor_ = new QComboBox(this);
     snoozeFor_->setObjectName("snoozeFor");
     snoozeFor_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    snoozeFor_->setMinimumContentsLength(kSnoozeChars);
     snoozeFor_->setAccessibleName(tr("Snooze for"));
     snooze_ = new QPushButton(tr("&Snooze"), this);
     snooze_->setObjectName("snooze");
@@ -174,9 +177,8 @@ void PopupWindow::FillList() {
     int row = -1;
     for (const Popup& popup : popups) {
         const PopupText text = TextOf(popup, agent_.Now());
-        const QString line =
-            tr("%1  -  %2").arg(ToQString(text.label).simplified(), ToQString(popup.due.Format("%m/%d/%y  %I:%M%p")));
-        list_->addItem(line);
+        const std::string due = popup.due.Format("%m/%d/%y") + "  " + ClockTime(popup.due);
+        list_->addItem(tr("%1  -  %2").arg(ToQString(text.label).simplified(), ToQString(due)));
         if (chosen_ && popup.Key() == *chosen_)
             row = list_->count() - 1;
     }
@@ -213,7 +215,8 @@ void PopupWindow::ShowChosen() {
 void PopupWindow::ShowNothing() {
     const DateTime next = agent_.Schedule().NextTime();
     label_->setText(tr("No reminder is waiting"));
-    time_->setText(next.IsValid() ? tr("The next one comes on %1.").arg(ToQString(next.Format("%A, %B %d %Y, %I:%M%p")))
+    const std::string when = next.Format("%A, %B %d %Y") + " at " + ClockTime(next);
+    time_->setText(next.IsValid() ? tr("The next one comes on %1.").arg(ToQString(when))
                                   : tr("Popup reminders of the Event Calendar come up here at their time."));
     time_->show();
     for (QLabel* const label : {late_, message_, description_})

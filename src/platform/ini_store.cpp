@@ -59,8 +59,10 @@ bool IniStore::WithChanges(std::string& bytes) const {
 }
 
 bool IniStore::Flush() {
-    if (changes_.empty())
+    if (changes_.empty()) {
+        settings_->sync();
         return true;
+    }
     std::error_code ignored;
     std::filesystem::create_directories(file_.parent_path(), ignored);
     std::string bytes;

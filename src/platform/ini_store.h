@@ -13,7 +13,8 @@ class QSettings;
 namespace lore {
 
 /// The settings store as an INI file. Reading never creates or changes the file. What was set waits for Flush, which
-/// puts it into what the file holds by then and replaces the file as a whole.
+/// puts it into what the file holds by then and replaces the file as a whole. What other processes wrote shows behind a
+/// Flush.
 class IniStore : public SettingsStore {
 public:
     explicit IniStore(const std::filesystem::path& file);

@@ -21,9 +21,11 @@ RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme
     hooks.close = [&window] { RunWhenFree(window, [&window] { window.close(); }); };
     hooks.checkForUpdates = [&window] { window.CheckForUpdates(true); };
     hooks.checkAgentOptions = [&app] {
+        app.FlushStore();  // shows what the agent has written
         Settings stored;
         stored.LoadOptions(app.Store());
-        app.GetSettings().Set(Option::RunAgent, stored.Int(Option::RunAgent));
+        for (const Option option : {Option::RunAgent, Option::StartupAgent})
+            app.GetSettings().Set(option, stored.Int(option));
     };
     return hooks;
 }

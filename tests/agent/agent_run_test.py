@@ -186,12 +186,31 @@ class AgentRun(unittest.TestCase):
         self.assertEqual(self.ask(COMMAND, b"TQRAGENTCLOSE"), 1)
         self.until(lambda: self.ask(IS_ME) is None, "the agent stays")
 
-        settings.write_text(settings.read_text().replace("RunAgent=0", f"RunAgent={ON}"))
+        self.set_option(settings, "RunAgent", ON)
         second = self.start_ready("lorebinder")
         self.until(lambda: self.ask(IS_ME) == 1, "no agent is started")
         self.assertEqual(self.ask(COMMAND, b"TQRCLOSELOREBINDER", "TQRLorebinder"), 1)
         self.assertEqual(second.wait(WAIT), 0)
         self.until(lambda: self.ask(IS_ME) is None, "the agent isn't closed")
+
+    def set_option(self, settings, name, value):
+        kept = [line for line in settings.read_text().splitlines() if not line.startswith(name + "=")]
+        at = kept.index("[Options]") + 1
+        settings.write_text("\n".join([*kept[:at], f"{name}={value}", *kept[at:]]) + "\n")
+
+    def test_the_program_follows_options_that_its_agent_changes(self):
+        shutil.copy(PROGRAM, self.bin / "lorebinder")
+        settings = self.data / "settings.ini"
+        first = self.start_ready("lorebinder")
+        self.until(lambda: self.ask(IS_ME) == 1, "a first run starts no agent")
+        self.set_option(settings, "RunAgent", ON)
+        self.set_option(settings, "StartupAgent", 0)
+        self.assertEqual(self.ask(COMMAND, b"TQRCHECKAGENTOPTIONS", "TQRLorebinder"), 1)
+        self.assertEqual(self.ask(COMMAND, b"TQRCLOSELOREBINDER", "TQRLorebinder"), 1)
+        self.assertEqual(first.wait(WAIT), 0)
+        self.until(lambda: self.ask(IS_ME) is None, "the agent isn't closed")
+        self.assertIn(f"RunAgent={ON}\n", settings.read_text())
+        self.assertIn("StartupAgent=0\n", settings.read_text())
 
     def open_display(self):
         """A display of this test; gives a function that runs xdotool there."""

@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include "calendar/calendar_fixture.h"
+#include "calendar/event_reminders.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
 #include "support/memory_store.h"
@@ -154,6 +156,65 @@ TEST(ReminderAnswer, IsReadWithoutHarmWhateverTheCorpusHolds) {
         (ReadReminderAnswer(BytesOf(entry.path())) ? read : refused) += 1;
     EXPECT_GE(read, 4u);
     EXPECT_GE(refused, 4u);
+}
+
+/// The flows of the calendar with a server on the other end of the wire.
+class ReminderFlow : public CalendarTest {
+protected:
+    ReminderFlow() {
+        event.Reminders = {ReminderFor(event, ReminderType::Popup, 10), ReminderFor(event, ReminderType::Email, 30)};
+        Put({event});
+        mail = event.Reminders[1];
+        mail.PriorMinutes = 60;
+        mail.SendTime = event.Start.PlusSeconds(-3600);
+        event.Reminders[1] = mail;
+    }
+
+    CTmEvent event = Event("{E}", "", Day(2026, 4, 1, 9), Day(2026, 4, 1, 10));
+    CTmReminder mail;
+    HttpServer wire;
+    HttpClient client{{.connect = 400ms, .silence = 400ms}};
+    HttpReminderServer proxy{client, wire.Url(), "ann", nullptr, kQuick};
+    CalendarWorld wired{.eventFile = world.eventFile,
+                        .reminderFile = world.reminderFile,
+                        .settings = settings,
+                        .prompts = prompts,
+                        .progress = progress,
+                        .clock = clock,
+                        .guids = guids,
+                        .faults = faults,
+                        .server = proxy,
+                        .question = question,
+                        .setup = SupportSetup(),
+                        .agent = &agent};
+};
+
+TEST_F(ReminderFlow, RegistersAMailAtTheServersTime) {
+    wire.Add(200, R"({"result": 1})");
+    wire.Add(200, R"({"time": "03/14/2026 08:26:00"})");
+    wire.Add(200, R"({"result": 77})");
+    UpdateEventReminders(wired, event, true);
+    const CTmReminder stored = *FindReminder(StoredReminders(), mail.ReminderId);
+    EXPECT_EQ(stored.ServerId, 77);
+    EXPECT_EQ(stored.ServerSendTime, Day(2026, 4, 1, 7)) << "the server's clock is an hour behind";
+    EXPECT_NE(wire.Requests().back().find(R"("sendTime":"04/01/2026 07:00:00")"), std::string::npos);
+    EXPECT_TRUE(prompts.seen.empty());
+}
+
+TEST_F(ReminderFlow, LeavesTheRemindersWhenTheServerDiesOrFails) {
+    const CTmReminder before = *FindReminder(StoredReminders(), mail.ReminderId);
+    wire.Add(200, R"({"result": 1})");
+    wire.Add(200, R"({"time": "03/14/2026 08:26:00"})");
+    wire.Add({.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 14\r\n\r\n{\"resu", .resets = true});
+    UpdateEventReminders(wired, event, true);
+    ASSERT_EQ(prompts.seen.size(), 1u);
+    EXPECT_TRUE(prompts.seen[0].starts_with("Reminder Update Failed: "));
+    EXPECT_FALSE(ReminderDiffers(*FindReminder(StoredReminders(), mail.ReminderId), before));
+    prompts.seen.clear();
+    UpdateEventReminders(wired, event, true);  // nothing is answered any more
+    ASSERT_EQ(prompts.seen.size(), 2u);
+    EXPECT_TRUE(prompts.seen[0].starts_with("No Server Connection? "));
+    EXPECT_FALSE(ReminderDiffers(*FindReminder(StoredReminders(), mail.ReminderId), before));
 }
 
 /// A user who stops the calls that a test names, by their number.

@@ -40,6 +40,21 @@ TEST_F(Platform, SettingsComeBackFromTheIniFile) {
     EXPECT_EQ(store.Get("Options", "LocalGUID"), "{ABCDEF01-02FA-abcd-EFAA-BB06070809FF}");
 }
 
+TEST_F(Platform, SettingsOfAnotherProcessShowBehindAFlushAndStay) {
+    IniStore store(folder_ / "s.ini");
+    store.Set("Options", "ZoomLvl", "100");
+    ASSERT_TRUE(store.Flush());
+    std::ofstream(folder_ / "s.ini") << "[Options]\nZoomLvl=100\nRunAgent=2112\n";
+    EXPECT_TRUE(store.Flush());
+    EXPECT_EQ(store.Get("Options", "RunAgent"), "2112");
+    store.Set("Options", "ZoomLvl", "90");
+    std::ofstream(folder_ / "s.ini") << "[Options]\nZoomLvl=100\nRunAgent=0\nStartupAgent=2112\n";
+    EXPECT_TRUE(store.Flush());
+    EXPECT_EQ(store.Get("Options", "StartupAgent"), "2112");
+    EXPECT_EQ(IniStore(folder_ / "s.ini").Get("Options", "ZoomLvl"), "90");
+    EXPECT_EQ(store.Get("Options", "RunAgent"), "0");
+}
+
 TEST_F(Platform, ReadsSettingsThatWereWrittenByHand) {
     std::ofstream(folder_ / "s.ini") << "[Options]\nFrameRect=1,2,3,4\nNoteSortID=703\nNickname=J\xC3\xB6rg\n";
     IniStore store(folder_ / "s.ini");

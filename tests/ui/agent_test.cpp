@@ -283,7 +283,7 @@ void AgentTest::says_that_nothing_waits() {
     program_->Receive({InstanceMessage::kActivate, {}});
     QTRY_VERIFY(Window().isVisible());
     QCOMPARE(Text("label"), QString("No reminder is waiting"));
-    QCOMPARE(Text("time"), QString("The next one comes on Saturday, March 14 2026, 10:56AM."));
+    QCOMPARE(Text("time"), QString("The next one comes on Saturday, March 14 2026 at 10:56AM."));
     QVERIFY(!Shows("snooze") && !Shows("dismiss"));
     QTest::keyClick(&Window(), Qt::Key_Escape);
     QVERIFY(!Window().isVisible());
