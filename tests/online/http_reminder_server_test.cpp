@@ -211,6 +211,7 @@ TEST_F(ReminderFlow, LeavesTheRemindersWhenTheServerDiesOrFails) {
     EXPECT_TRUE(prompts.seen[0].starts_with("Reminder Update Failed: "));
     EXPECT_FALSE(ReminderDiffers(*FindReminder(StoredReminders(), mail.ReminderId), before));
     prompts.seen.clear();
+    ASSERT_TRUE(ReplaceReminder(event.Reminders, mail));
     UpdateEventReminders(wired, event, true);  // nothing is answered any more
     ASSERT_EQ(prompts.seen.size(), 2u);
     EXPECT_TRUE(prompts.seen[0].starts_with("No Server Connection? "));
