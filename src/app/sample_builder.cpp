@@ -97,17 +97,16 @@ void NoteBuilder::AddAttachment(const SampleAttachment& sample, CNote& note) {
     CAttachment attachment;
     attachment.title = FromUtf8(sample.title);
     if (sample.kind == SampleAttachment::Kind::Link) {
-        attachment.type = kWebLink;
+        SetAttachmentType(attachment, kWebLink);
         attachment.sourceFile = sample.target;
     } else {
         char name[32];
         std::snprintf(name, sizeof name, "%.7zu.", content_.files.size() + 1);
-        attachment.type = AttachmentKindOf(sample.target);
+        SetAttachmentType(attachment, AttachmentKindOf(sample.target));
         attachment.storedFile = name + std::string(FileExtension(sample.target));
         attachment.zoom = sample.zoom;
         content_.files.push_back({attachment.storedFile, AttachedFile(sample)});
     }
-    attachment.show = attachment.type == kImageFile;
     note.attachments.push_back(std::move(attachment));
 }
 

@@ -167,7 +167,10 @@ std::optional<BibliographyData> ReadBibliographyJson(Session& session, const std
     }
     const Json json = Json::parse(bytes, nullptr, false);
     BibliographyData data;
-    const auto addAuthor = [&](const Json& author) { data.authors.AddAuthor(AuthorOf(author)); };
+    const auto addAuthor = [&](const Json& author) {
+        data.listedAuthors.push_back(AuthorOf(author));
+        data.authors.AddAuthor(data.listedAuthors.back());
+    };
     const auto addSource = [&](const Json& source) { data.sources.AddTail(SourceOf(source, session.Context())); };
     if (json.is_object() && ForEach(json, "authors", addAuthor) && ForEach(json, "sources", addSource))
         return data;

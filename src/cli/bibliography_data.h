@@ -14,6 +14,7 @@ struct BibliographyData {
     AuthorList authors;
     CustomTypeList types;
     SourceList sources;
+    std::vector<CAuthor> listedAuthors;  ///< of a JSON file: as listed there, also those whose number isn't their own
 };
 
 /// Reads the authors and sources of the session's NoteBook. With `linked` sources of custom types take the present

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 
+#include "bibliography/author_name.h"
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/print_records.h"
@@ -29,6 +30,10 @@ public:
         const std::vector<CSource> sources = Prepare(session, *data);
         IdCounters counters = session.Counters();
         SourceMerge merge(book, counters);
+        for (const CAuthor& author : data->listedAuthors) {
+            if (CAuthor named = author; TrimAuthorName(named))
+                merge.MergeAuthor(author);
+        }
         merge.AddTypes(sources);
         merge.NumberTypes();
         std::vector<int32_t> ids;

@@ -48,9 +48,9 @@ bool AttachmentList::AddFile(const std::string& path) {
         return false;
     }
     EditedAttachment item;
-    item.record.title = CleanText(std::filesystem::path(path).filename().string());
+    item.record.title = CleanText(FromUtf8(ToUtf8(std::filesystem::path(path).filename().string())));
     item.record.sourceFile = path;
-    item.record.type = AttachmentKindOf(path);
+    SetAttachmentType(item.record, AttachmentKindOf(path));
     items_.push_back(std::move(item));
     return true;
 }
@@ -58,7 +58,7 @@ bool AttachmentList::AddFile(const std::string& path) {
 void AttachmentList::AddPicture(std::string bitmap, std::string title) {
     EditedAttachment item;
     item.record.title = CleanText(title);
-    item.record.type = kImageFile;
+    SetAttachmentType(item.record, kImageFile);
     item.bitmap = std::move(bitmap);
     items_.push_back(std::move(item));
 }
@@ -78,7 +78,7 @@ void AttachmentList::AddLink(std::string_view address) {
     EditedAttachment item;
     item.record.title = CleanText(address);
     item.record.sourceFile = item.record.title;
-    item.record.type = kWebLink;
+    SetAttachmentType(item.record, kWebLink);
     items_.push_back(std::move(item));
 }
 

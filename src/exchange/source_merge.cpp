@@ -47,7 +47,7 @@ int32_t SourceMerge::Merge(const CSource& source) {
         authors.emplace(author.AuthorID, &author);
     for (const int32_t id : source.AuthorIDs) {
         if (const auto found = authors.find(id); found != authors.end())
-            added.AuthorIDs.AddUnique(MergeAuthor(*found->second));
+            added.AuthorIDs.AddTail(MergeAuthor(*found->second));
     }
     added.EmbeddedAuthors.clear();
     LinkType(added);

@@ -23,13 +23,14 @@ public:
     int32_t Merge(const CSource& source);
     /// The same for all sources of a note, whose ids it then gets.
     void MergeSourcesOf(ArchiveNote& entry);
+    /// Gives the id of the author of the same name, adding it under the next number if there is none.
+    int32_t MergeAuthor(const CAuthor& author);
 
     bool HasNewTypes() const { return newTypes_; }
     bool HasNewAuthors() const { return newAuthors_; }
     bool HasNewSources() const { return newSources_; }
 
 private:
-    int32_t MergeAuthor(const CAuthor& author);
     void LinkType(CSource& source) const;
 
     OpenNoteBook& book_;

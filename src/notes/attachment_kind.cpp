@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/text.h"
+#include "notes/note.h"
 
 namespace lore {
 
@@ -49,6 +50,12 @@ int32_t AttachmentKindOf(std::string_view path) {
         return entry.extensions.find(wanted) != std::string_view::npos;
     });
     return hit == kKinds.end() ? kUnknownFile : hit->kind;
+}
+
+void SetAttachmentType(CAttachment& attachment, int32_t type) {
+    attachment.type = type;
+    if (type != kImageFile)
+        attachment.show = false;
 }
 
 std::string_view AttachmentKindName(int32_t kind) {

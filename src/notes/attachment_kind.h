@@ -5,6 +5,8 @@
 
 namespace lore {
 
+struct CAttachment;
+
 /// What an attachment is. On disk; never change.
 enum AttachmentKind : int32_t {
     kImageFile = 1,
@@ -23,6 +25,9 @@ enum AttachmentKind : int32_t {
 
 /// The kind that a file's extension tells, without regard to case; kUnknownFile if none matches. Never kWebLink.
 int32_t AttachmentKindOf(std::string_view path);
+
+/// Gives an attachment its type. Only a picture shows on the board: any other type hides it.
+void SetAttachmentType(CAttachment& attachment, int32_t type);
 
 /// "Image File"; "Unknown File" for a number that is no kind.
 std::string_view AttachmentKindName(int32_t kind);

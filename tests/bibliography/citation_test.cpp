@@ -207,7 +207,7 @@ TEST(Citation, TextsOfBothFormsJoinToOneThatReads) {
                "M\xFCller Z.",
                "1:11-16"},
           Case{{2}, "Dover", "\xC5\x81uk \xC3\xA9. Dover. ", "\xC5\x81uk \xC3\xA9.", "1:9-13"},
-          Case{{1, 3}, "\xE9t\xE9", "M\xFCller Z, et al. \xE9t\xE9. ", "M\xFCller Z, et al.", "1:18-20"},
+          Case{{1, 3}, "\xE9t\xE9", "M\xFCller Z, et al. \xE9t\xE9. ", "M\xFCller Z, et al.", "1:17-19"},
           Case{{3, 1},
                "\xE9t\xE9",
                "\xC5\x81uk J, & M\xC3\xBCller Z. \xC3\xA9t\xC3\xA9. ",

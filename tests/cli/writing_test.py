@@ -119,6 +119,19 @@ class Writing(unittest.TestCase):
         self.assertEqual(stored.with_name("Sources.dat.kept").read_bytes(), damaged)
         self.assertGreaterEqual(len(self.json("sources")), 3)
 
+    def test_authors_of_a_file_come_in_its_order_with_or_without_sources(self):
+        file = self.file("s.json", json.dumps({
+            "authors": [{"AuthorID": 8, "last": "Beam"}, {"AuthorID": 5, "first": "Ada", "last": "Lamp"},
+                        {"last": "Alone"}, {"last": "Other"}, {"AuthorID": 9, "last": "Lamp", "first": "Ada"},
+                        {"AuthorID": 6, "first": " ", "middle": "Q"}],
+            "sources": [{"AuthorIDs": [5, 8, 9, 77], "FieldTexts": ["A Book"]}]}))
+        self.json("source", "add", "--file", file)
+        names = {author["AuthorID"]: author["last"] for author in self.json("authors")}
+        self.assertEqual(list(names.values()), ["Beam", "Lamp", "Alone", "Other"])
+        self.assertEqual([names[number] for number in self.json("sources")[0]["AuthorIDs"]], ["Lamp", "Beam", "Lamp"])
+        self.json("source", "add", "--file", self.file("more.json", json.dumps({"authors": [{"last": "Alone"}]})))
+        self.assertEqual(len(self.json("authors")), 4)
+
     def test_an_edit_changes_what_it_names_and_moves_the_note_with_its_first_source(self):
         sources = self.file("s.json", json.dumps({
             "authors": [{"AuthorID": 5, "first": "Ada", "last": "Lamp"}],

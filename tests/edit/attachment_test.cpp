@@ -42,6 +42,20 @@ TEST_F(AttachmentTest, SeveralFilesAreAddedOnceEach) {
     EXPECT_EQ(prompts.seen[1], "Invalid Attachment: File is already attached, or it is an invalid file.");
 }
 
+TEST_F(AttachmentTest, OnlyPicturesShowOnTheBoard) {
+    list.AddFile(File("tower.PNG"));
+    list.AddFile(File("letter.rtf"));
+    list.AddFile(File("page.html"));
+    list.AddFile(File("caf\xC3\xA9"));
+    list.AddLink("http://example.org/tower.png");
+    list.AddPicture("BM bytes", "Pasted");
+    std::vector<bool> shown;
+    for (const EditedAttachment& item : list.Items())
+        shown.push_back(item.record.show);
+    EXPECT_THAT(shown, ElementsAre(true, false, false, false, false, true));
+    EXPECT_EQ(list.Items()[3].record.title, "caf\xE9") << "text of a door";
+}
+
 TEST_F(AttachmentTest, TheSameFileByAnotherNameIsTheSame) {
     const std::string a = File("a.txt");
     std::filesystem::create_symlink(a, outside / "link.txt");

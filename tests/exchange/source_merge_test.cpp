@@ -56,6 +56,10 @@ TEST_F(SourceMergeTest, ANewSourceBringsItsAuthorsByName) {
     EXPECT_EQ(counters_.MaxAuthorID, 42);
     EXPECT_TRUE(source.NoteIDs.IsEmpty());
     EXPECT_TRUE(source.EmbeddedAuthors.empty());
+    CSource twice = Incoming("{TWICE}");
+    twice.AuthorIDs = {2, 9, 2};
+    twice.EmbeddedAuthors[2].first = "Carl";
+    EXPECT_EQ(book_.sources.FindSourceByID(Merged(twice))->AuthorIDs, (LongList{3, 3, 3})) << "none of the names goes";
     EXPECT_EQ(Merged(Incoming("{NEW}")), 1501) << "from now on it is known";
     EXPECT_EQ(book_.authors.Count(), 5u);
     EXPECT_TRUE(merge_.HasNewSources() && merge_.HasNewAuthors());
