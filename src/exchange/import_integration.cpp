@@ -218,7 +218,7 @@ private:
         std::vector<CNote> notes = TakeNotes();
         KeepChanges(notes);
         NoteStore store(world_.book, world_.context, world_.faults, nullptr);
-        const LongList failed = store.SaveNotes(std::move(notes));
+        const LongList failed = store.SaveNotes(std::move(notes), NoteStore::Place::AtTheEnd);
         LongList stored;
         for (const size_t position : chosen_) {
             const CNote& note = Entry(position).note;

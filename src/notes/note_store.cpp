@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "base/file_copy.h"
@@ -18,6 +19,19 @@ namespace {
 const CNote* FindByID(const std::vector<CNote>& notes, int32_t id) {
     const auto found = std::find_if(notes.begin(), notes.end(), [id](const CNote& note) { return note.id == id; });
     return found == notes.end() ? nullptr : &*found;
+}
+
+/// Appends the notes in their order, those that stand in the list as well. Gives how many were not there.
+size_t AppendNotes(std::vector<CNote>& notes, std::vector<CNote> incoming) {
+    std::unordered_set<int32_t> there, arriving;
+    for (const CNote& note : notes)
+        there.insert(note.id);
+    for (const CNote& note : incoming)
+        arriving.insert(note.id);
+    std::erase_if(notes, [&](const CNote& note) { return arriving.contains(note.id); });
+    std::move(incoming.begin(), incoming.end(), std::back_inserter(notes));
+    return static_cast<size_t>(
+        std::count_if(arriving.begin(), arriving.end(), [&](int32_t id) { return !there.contains(id); }));
 }
 
 /// Replaces each note that stands in the list, at its first place, and appends the others in their order. Gives how
@@ -43,25 +57,24 @@ bool NoteStore::SaveNote(const CNote& note) {
     return SaveNotes({note}).IsEmpty();
 }
 
-LongList NoteStore::SaveNotes(std::vector<CNote> notes) {
+LongList NoteStore::SaveNotes(std::vector<CNote> notes, Place place) {
     NotesByFile byFile;
     for (CNote& note : notes)
         byFile[book_.paths.NoteFile(GetNoteFileName(note)).string()].push_back(std::move(note));
-    LongList failed;
-    IDsByFile leaving;
+    Saving saving{place, {}, {}};
     for (auto& [path, incoming] : byFile)
-        PutIntoFile(path, std::move(incoming), leaving, failed);
+        PutIntoFile(path, std::move(incoming), saving);
     Flush();
-    for (const auto& [path, ids] : leaving) {
+    for (const auto& [path, ids] : saving.leaving) {
         std::vector<CNote> left;
         if (TakeFromFile(path, ids, left))
             continue;
         for (const int32_t id : ids)
             book_.index.AddHiddenCopy(path, id);
     }
-    if (!leaving.empty())
+    if (!saving.leaving.empty())
         Flush();
-    return failed;
+    return saving.failed;
 }
 
 /// What was written stands on the disk, its names too: between the new places of notes and the old ones, and at the
@@ -71,8 +84,7 @@ void NoteStore::Flush() {
     TellFailedWrite(faults_, "The folder of the notes could not be flushed to the disk", book_.paths.Notes(), result);
 }
 
-void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming, IDsByFile& leaving,
-                            LongList& failed) {
+void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving) {
     LongList ids;
     size_t expectedNew = 0;
     for (const CNote& note : incoming) {
@@ -82,9 +94,10 @@ void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming
     }
     std::vector<CNote> notes;
     const bool isRead = ReadForRewrite(path, notes);
-    const size_t appended = isRead ? PutNotes(notes, std::move(incoming)) : 0;
+    const auto put = saving.place == Place::AtTheEnd ? AppendNotes : PutNotes;
+    const size_t appended = isRead ? put(notes, std::move(incoming)) : 0;
     if (!isRead || !Write(path, notes)) {
-        failed.Merge(ids);
+        saving.failed.Merge(ids);
         return;
     }
     if (appended > expectedNew)
@@ -94,7 +107,7 @@ void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming
         if (old && *old == path)
             continue;
         if (old)
-            leaving[*old].insert(id);
+            saving.leaving[*old].insert(id);
         book_.index.RemoveFromIndex(id);
         book_.index.AddToIndex(path, id);
     }

@@ -33,8 +33,10 @@ public:
     /// Writes a note to the file that its first source or creation day names. A note that the index holds is replaced
     /// where it stands, or moves; any other is appended. False if it isn't on the disk: it is then as it was before.
     bool SaveNote(const CNote& note);
+    /// Where a note goes that its file holds already.
+    enum class Place { WhereItStands, AtTheEnd };
     /// The same for many notes. Gives the ids of those that could not be written.
-    LongList SaveNotes(std::vector<CNote> notes);
+    LongList SaveNotes(std::vector<CNote> notes, Place place = Place::WhereItStands);
 
     /// Changes notes where they lie, each file in one pass. `change` gives true if it has changed the note, and leaves
     /// alone what names the note and its file: id, guid, first source, creation day. Gives the ids of the notes whose
@@ -58,7 +60,13 @@ private:
     using NotesByFile = std::map<std::string, std::vector<CNote>>;
     using IDsByFile = std::map<std::string, std::unordered_set<int32_t>>;
 
-    void PutIntoFile(const std::string& path, std::vector<CNote> incoming, IDsByFile& leaving, LongList& failed);
+    struct Saving {
+        Place place;
+        IDsByFile leaving;  ///< notes that have moved, by their old files
+        LongList failed;
+    };
+
+    void PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving);
     bool TakeFromFile(const std::string& path, const std::unordered_set<int32_t>& ids, std::vector<CNote>& taken);
     LongList ChangeInFile(const std::string& path, const std::unordered_set<int32_t>& ids,
                           const std::function<bool(CNote&)>& change);

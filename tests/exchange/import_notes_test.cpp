@@ -147,6 +147,25 @@ TEST_F(ImportNotesTest, AReplacedNoteKeepsItsIdAndMovesWithItsFirstSource) {
     EXPECT_EQ(BytesOf(from_.Attachment("0000003.png")), "a new picture");
 }
 
+TEST_F(ImportNotesTest, AReplacedNoteGoesToTheEndOfItsFile) {
+    CNote first = FullNote(7);
+    first.attachments.clear();
+    CNote second = first;
+    second.id = 99;
+    second.guid = "{ANOTHER}";
+    first.dateEdited = DateTime(2020, 2, 2);
+    MakeArchive({second}, {});
+    from_.Import(archive_, chooser_);
+    MakeArchive({first}, {});
+    const ImportOutcome outcome = from_.Import(archive_, chooser_);
+    std::vector<CNote> stored;
+    LoadNoteFile(from_.folder.paths.NoteFile("SRC0000001011.dat"), from_.world.context, stored);
+    ASSERT_EQ(stored.size(), 2u);
+    EXPECT_EQ(stored[0].guid, "{ANOTHER}");
+    EXPECT_EQ(stored[1].id, 7);
+    EXPECT_EQ(outcome.ids, LongList{7});
+}
+
 TEST_F(ImportNotesTest, TheSourcesNoteBringsSourcesWithoutNotes) {
     from_.Export(archive_, {from_.Notes().front()}, true);
     EXPECT_EQ(to_.Import(archive_, chooser_).result, 1);

@@ -66,6 +66,23 @@ TEST_F(NoteStoreTest, ManyNotesMoveInOneGoAndEachFileKeepsItsOrder) {
     EXPECT_EQ(*book.index.FindPath(4), Path("SRC0000000006.dat"));
 }
 
+TEST_F(NoteStoreTest, NotesThatComeToTheEndLeaveTheOldPlaceInTheirFile) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5}), SourceNote(3, {5})});
+    Load("DAY01012020.dat", {DayNote(4)});
+    CNote changed = SourceNote(1, {5});
+    changed.keyWords = "changed";
+    EXPECT_THAT(store
+                    .SaveNotes({SourceNote(3, {5}), SourceNote(9, {5}), changed, SourceNote(4, {5})},
+                               NoteStore::Place::AtTheEnd)
+                    .Values(),
+                IsEmpty());
+    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"),
+              NoteFileBytes(std::vector<CNote>{SourceNote(2, {5}), SourceNote(3, {5}), SourceNote(9, {5}), changed,
+                                               SourceNote(4, {5})}));
+    EXPECT_THAT(IDsIn("DAY01012020.dat"), IsEmpty());
+    EXPECT_THAT(faults.told, IsEmpty());
+}
+
 TEST_F(NoteStoreTest, WhereTheNewPlaceCantBeWrittenTheOldOneIsntTouched) {
     Load("SRC0000000005.dat", {SourceNote(1, {5})});
     const std::string before = folder.Bytes("SRC0000000005.dat");
