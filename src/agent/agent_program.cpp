@@ -37,10 +37,10 @@ std::unique_ptr<QMimeData> CopyOf(const QMimeData& from) {
 
 AgentProgram::AgentProgram(const AgentParts& parts)
     : parts_(parts),
-      program_(parts.places, parts.companions),
+      program_(parts.places, parts.companions, [this] { tray_.Tell(tr("Lorebinder could not be started.")); }),
       agent_(DataPaths{parts.places.dataRoot}.Reminders(),
              DataPaths{parts.places.dataRoot}.DataFiles() / kShownFileName, parts.clock, parts.faults, Hooks()),
-      window_(agent_, parts.theme, [this](const Popup& popup) { OpenProgram(popup.reminder.ReminderId); }),
+      window_(agent_, parts.theme, [this](const Popup& popup) { program_.Open(popup.reminder.ReminderId); }),
       tray_(Commands()),
       hotKey_([this] { Capture(); }) {
     look_.setSingleShot(true);
@@ -60,12 +60,11 @@ AgentHooks AgentProgram::Hooks() {
 }
 
 TrayCommands AgentProgram::Commands() {
-    return {.openProgram = [this] { OpenProgram(); },
+    return {.openProgram = [this] { program_.Open(); },
             .capture = [this] { Capture(); },
             .showReminders = [this] { window_.BringUp(); },
             .closeProgram = [this] { program_.Close(); },
             .quit = [this] { emit Closed(); },
-            .isProgramRunning = [this] { return program_.IsRunning(); },
             .setRunAgent = [this](bool on) { SetOption(Option::RunAgent, on); },
             .setStartupAgent = [this](bool on) { SetOption(Option::StartupAgent, on); }};
 }
@@ -130,17 +129,11 @@ void AgentProgram::ShowWaiting() {
     tray_.SetWaiting(static_cast<int>(agent_.Schedule().OnScreen().size()));
 }
 
-void AgentProgram::OpenProgram(const std::string& reminderId) {
-    if (!program_.Open(reminderId))
-        tray_.Tell(tr("Lorebinder could not be started."));
-}
-
 void AgentProgram::Capture() {
     QClipboard& clipboard = *QApplication::clipboard();
     if (clipboard.supportsSelection() && clipboard.mimeData(QClipboard::Selection)->hasText())
         clipboard.setMimeData(CopyOf(*clipboard.mimeData(QClipboard::Selection)).release());
-    if (!program_.Capture())
-        tray_.Tell(tr("Lorebinder could not be started."));
+    program_.Capture();
 }
 
 }  // namespace lore

@@ -54,7 +54,6 @@ private:
     void Look();
     void WaitForNext();
     void ShowWaiting();
-    void OpenProgram(const std::string& reminderId = {});
 
     AgentParts parts_;
     ProgramLink program_;

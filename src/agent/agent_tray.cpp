@@ -16,9 +16,8 @@ AgentTray::AgentTray(TrayCommands commands)
     runAgent_ = AddSwitch(tr("Run Only When &Lorebinder Runs"), "runAgent", commands_.setRunAgent);
     startupAgent_ = AddSwitch(tr("Run at the &Start of the Session"), "startupAgent", commands_.setStartupAgent);
     menu_->addSeparator();
-    close_ = Add(tr("Close Lore&binder"), "closeProgram", commands_.closeProgram);
+    Add(tr("Close Lore&binder"), "closeProgram", commands_.closeProgram);
     Add(tr("&Quit Agent"), "quit", commands_.quit);
-    connect(menu_.get(), &QMenu::aboutToShow, this, [this] { close_->setEnabled(commands_.isProgramRunning()); });
     icon_.setContextMenu(menu_.get());
     connect(&icon_, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
         if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)

@@ -16,7 +16,6 @@ struct TrayCommands {
     std::function<void()> showReminders;
     std::function<void()> closeProgram;
     std::function<void()> quit;
-    std::function<bool()> isProgramRunning;
     std::function<void(bool)> setRunAgent, setStartupAgent;
 };
 
@@ -46,7 +45,7 @@ private:
     TrayCommands commands_;
     std::unique_ptr<QMenu> menu_;
     QSystemTrayIcon icon_;
-    QAction *close_ = nullptr, *runAgent_ = nullptr, *startupAgent_ = nullptr;
+    QAction *runAgent_ = nullptr, *startupAgent_ = nullptr;
 };
 
 }  // namespace lore

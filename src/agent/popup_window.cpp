@@ -258,11 +258,11 @@ void PopupWindow::BringUp() {
 void PopupWindow::Place() {
     const int width = fontMetrics().averageCharWidth() * kChars + kSpace * 8;
     texts_->setMinimumHeight(fontMetrics().lineSpacing() * kTextLines / 2);
-    setMinimumWidth(std::min(width, screen()->availableSize().width()));
     if (isPlaced_)
         return;
     isPlaced_ = true;
-    resize(width, std::max(minimumSizeHint().height(), fontMetrics().lineSpacing() * (kTextLines + 8)));
+    resize(std::max(width, minimumSizeHint().width()),
+           std::max(minimumSizeHint().height(), fontMetrics().lineSpacing() * (kTextLines + 8)));
     const QRect room = screen()->availableGeometry();
     move(room.right() - frameGeometry().width() - kSpace * 4, room.bottom() - frameGeometry().height() - kSpace * 4);
 }

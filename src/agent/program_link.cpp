@@ -8,31 +8,50 @@ namespace {
 constexpr char kProgram[] = "lorebinder";
 }
 
-ProgramLink::ProgramLink(CompanionPlaces places, ProcessLauncher& companions)
-    : places_(std::move(places)), channel_(kProgramRole, places_.dataRoot), companions_(companions) {}
+ProgramLink::ProgramLink(CompanionPlaces places, ProcessLauncher& companions, std::function<void()> failed)
+    : places_(std::move(places)),
+      channel_(kProgramRole, places_.dataRoot),
+      companions_(companions),
+      failed_(std::move(failed)) {
+    beside_.setMaxThreadCount(1);  // one request after the other
+}
 
-bool ProgramLink::Hand(const std::string& request, const std::vector<std::string>& options) {
-    if (channel_.SendToInstance(request, true))
-        return true;
+ProgramLink::~ProgramLink() {
+    beside_.waitForDone();
+}
+
+void ProgramLink::Hand(const std::string& request, const std::vector<std::string>& options) {
+    beside_.start([this, request, options] {
+        if (!channel_.SendToInstance(request, true))
+            QMetaObject::invokeMethod(&here_, [this, options] { Start(options); });
+    });
+}
+
+void ProgramLink::Start(const std::vector<std::string>& options) {
     std::vector<std::string> arguments = PlaceArguments(places_);
     arguments.insert(arguments.end(), options.begin(), options.end());
-    return !companions_.StartCompanion(kProgram, arguments);
+    if (companions_.StartCompanion(kProgram, arguments))
+        failed_();
 }
 
-bool ProgramLink::Open(const std::string& reminderId) {
-    return reminderId.empty() ? Hand({}, {}) : Hand(kReminderRequest + reminderId, {"--reminder", reminderId});
+void ProgramLink::Command(const char* text) {
+    beside_.start([this, text] { channel_.SendCommand(text); });
 }
 
-bool ProgramLink::Capture() {
-    return Hand(kCaptureRequest, {"--capture"});
+void ProgramLink::Open(const std::string& reminderId) {
+    reminderId.empty() ? Hand({}, {}) : Hand(kReminderRequest + reminderId, {"--reminder", reminderId});
+}
+
+void ProgramLink::Capture() {
+    Hand(kCaptureRequest, {"--capture"});
 }
 
 void ProgramLink::Close() {
-    channel_.SendCommand(kCloseProgram);
+    Command(kCloseProgram);
 }
 
 void ProgramLink::CheckAgentOptions() {
-    channel_.SendCommand(kCheckAgentOptions);
+    Command(kCheckAgentOptions);
 }
 
 }  // namespace lore

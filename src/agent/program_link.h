@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QObject>
+#include <QThreadPool>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,29 +12,36 @@
 
 namespace lore {
 
-/// The main program as the agent reaches it: by its channel while it runs, otherwise by starting it.
+/// The main program as the agent reaches it: by its channel while it runs, otherwise by starting it. Nothing here
+/// waits: the program may ask the agent for the clipboard before it answers. Needs an event loop.
 class ProgramLink {
 public:
-    /// `places`: what a program that is started works with.
-    ProgramLink(CompanionPlaces places, ProcessLauncher& companions);
+    /// @param places what a program that is started works with
+    /// @param failed called if it could not be started
+    ProgramLink(CompanionPlaces places, ProcessLauncher& companions, std::function<void()> failed);
+    /// Waits for what is on its way.
+    ~ProgramLink();
 
-    bool IsRunning() { return channel_.FindInstance(); }
-    /// Brings the program to the front, with what a reminder is about where one is given. False if it could not be
-    /// started.
-    bool Open(const std::string& reminderId = {});
+    /// Brings the program to the front, with what a reminder is about where one is given.
+    void Open(const std::string& reminderId = {});
     /// The same, and it pastes the clipboard into a note.
-    bool Capture();
-    /// Closes it with all its steps.
+    void Capture();
+    /// Closes it with all its steps, if it runs.
     void Close();
-    /// Tells it that the agent has changed an option.
+    /// Tells it that the agent has changed an option, if it runs.
     void CheckAgentOptions();
 
 private:
-    bool Hand(const std::string& request, const std::vector<std::string>& options);
+    void Hand(const std::string& request, const std::vector<std::string>& options);
+    void Start(const std::vector<std::string>& options);
+    void Command(const char* text);
 
     CompanionPlaces places_;
     LocalChannel channel_;
     ProcessLauncher& companions_;
+    std::function<void()> failed_;
+    QObject here_;  // of the thread that the rest runs on
+    QThreadPool beside_;
 };
 
 }  // namespace lore

@@ -245,6 +245,26 @@ class AgentRun(unittest.TestCase):
         self.assertEqual(second.wait(WAIT), 0)
 
     @unittest.skipUnless(shutil.which("Xvfb") and shutil.which("xdotool"), "needs Xvfb and xdotool")
+    def test_the_hot_key_makes_a_note_of_what_is_selected(self):
+        xdotool = self.open_display()
+        shutil.copy(PROGRAM, self.bin / "lorebinder")
+        (self.data / "settings.ini").write_text("[Options]\nProgVersion=11.56\nHotkey=76\nHotkeyMod=6\n")
+        self.start_ready()
+        self.start_ready("lorebinder")
+        window = xdotool("search", "--onlyvisible", "--name", "Lorebinder Premium").split()[0]
+        xdotool("windowfocus", "--sync", window)
+        xdotool("key", "ctrl+f")
+        xdotool("type", "--delay", "30", "lamplight")
+        xdotool("key", "ctrl+a")  # the selection of the search box
+        time.sleep(0.5)
+        xdotool("key", "ctrl+alt+l")
+
+        def drafts():
+            return [path for path in self.files.rglob("Drafts/*") if b"lamplight" in path.read_bytes()]
+
+        self.until(drafts, "the selection doesn't come into a note")
+
+    @unittest.skipUnless(shutil.which("Xvfb") and shutil.which("xdotool"), "needs Xvfb and xdotool")
     def test_on_a_display_it_opens_a_window_and_has_a_hot_key(self):
         xdotool = self.open_display()
         (self.bin / "lorebinder").write_text('#!/bin/sh\necho "$@" >> "$(dirname "$0")/started"\n')

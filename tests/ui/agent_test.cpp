@@ -241,9 +241,9 @@ void AgentTest::opens_the_program_and_captures() {
     Choose("openProgram");
     Choose("capture");
     Choose("closeProgram");  // nothing runs
-    QCOMPARE(companions_.started,
-             (std::vector<std::string>{"lorebinder " + places + " --reminder A", "lorebinder " + places,
-                                       "lorebinder " + places + " --capture"}));
+    QTRY_COMPARE(companions_.started,
+                 (std::vector<std::string>{"lorebinder " + places + " --reminder A", "lorebinder " + places,
+                                           "lorebinder " + places + " --capture"}));
 }
 
 void AgentTest::switches_reach_the_settings() {
