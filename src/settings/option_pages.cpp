@@ -121,6 +121,15 @@ std::span<const OptionBox> SpellPage::MarkBoxes() {
     return kBoxes;
 }
 
+std::span<const OptionBox> SpellPage::SkipBoxes() {
+    static constexpr OptionBox kBoxes[] = {
+        {Option::SpellSkipCapitals, "Skip words in CAPITALS", false},
+        {Option::SpellSkipDigits, "Skip words with numbers", false},
+        {Option::SpellSkipMixedCase, "Skip words of mixed case, such as \"iPhone\"", false},
+        {Option::SpellSkipAddresses, "Skip addresses of the web, of mail and of files", false}};
+    return kBoxes;
+}
+
 int SpellPage::ColorIndex() const {
     const int index = world_.settings.Int(Option::MarkSelColor);
     return index >= 0 && index < static_cast<int>(MarkColors().size()) ? index : -1;

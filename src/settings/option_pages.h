@@ -102,6 +102,8 @@ public:
     static const OptionBox& EnableBox();
     /// How misspelled words are marked.
     static std::span<const OptionBox> MarkBoxes();
+    /// Which words aren't checked.
+    static std::span<const OptionBox> SkipBoxes();
 
     /// The chosen colour among MarkColors(); -1 for one beyond the list.
     int ColorIndex() const;

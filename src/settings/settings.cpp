@@ -87,6 +87,10 @@ constexpr Row kRows[] = {
     {Option::SpellLanguage, "SpellLanguage", Kind::String},    // empty: the language of the desktop
     {Option::UpdateAddress, "UpdateAddress", Kind::String},    // of the text that names the newest version; empty: none
     {Option::TutorialAddress, "TutorialAddress", Kind::String},
+    {Option::SpellSkipCapitals, "SpellSkipCapitals", Kind::Integer, 1},
+    {Option::SpellSkipDigits, "SpellSkipDigits", Kind::Integer, 1},
+    {Option::SpellSkipMixedCase, "SpellSkipMixedCase", Kind::Integer, 1},
+    {Option::SpellSkipAddresses, "SpellSkipAddresses", Kind::Integer, 1},
 };
 // clang-format on
 
@@ -270,6 +274,11 @@ MarkStyle DerivedMarkStyle(const Settings& settings) {
     style.effects = (settings.Flag(Option::MarkBold) ? 3 : 1) + (settings.Flag(Option::MarkItalics) ? 4 : 0) +
                     (settings.Flag(Option::MarkUnderline) ? 8 : 0) + (settings.Flag(Option::MarkStrike) ? 64 : 0);
     return style;
+}
+
+SkippedWords SkippedWordsOf(const Settings& settings) {
+    return {settings.Flag(Option::SpellSkipCapitals), settings.Flag(Option::SpellSkipDigits),
+            settings.Flag(Option::SpellSkipMixedCase), settings.Flag(Option::SpellSkipAddresses)};
 }
 
 FontSetting DefaultImageTitleFont() {

@@ -26,6 +26,7 @@ enum class Option : uint8_t {
     SyncEngaged, SyncGUID, Nickname, SyncAtStart, SyncAtClose, LocalGUID, SrchCtrlsWidth, MaxCategoryID, EnableNoteAutoFill,
     MarkBold, MarkStrike, MarkItalics, MarkUnderline, MarkSelColor, Database, RunAgent, StartupAgent, TrayIcon, Hotkey,
     HotkeyMod, Appearance, TextCacheMB, SpellLanguage, UpdateAddress, TutorialAddress,
+    SpellSkipCapitals, SpellSkipDigits, SpellSkipMixedCase, SpellSkipAddresses,
     Count_
 };
 // clang-format on
@@ -79,6 +80,12 @@ struct MarkStyle {
     int32_t effects = 1;
 };
 MarkStyle DerivedMarkStyle(const Settings& settings);
+
+/// Words that nobody judges the spelling of: "USA", "B2B", "iPhone", and addresses of the web, of mail and of files.
+struct SkippedWords {
+    bool capitals = true, withDigits = true, mixedCase = true, addresses = true;
+};
+SkippedWords SkippedWordsOf(const Settings& settings);
 
 /// A font with the colour of its text, in a section of its own. Heights are pixels of the board.
 struct FontSetting {

@@ -20,6 +20,8 @@
 #include "ui/editor/spell_words.h"
 #include "ui/theme.h"
 
+Q_DECLARE_METATYPE(lore::SkippedWords)
+
 namespace lore {
 namespace {
 
@@ -308,6 +310,11 @@ void EditorTest::MarksWordsWithoutTouchingTheText() {
     QCOMPARE(window.Text(), std::string("The keeper of teh light"));
     QTRY_VERIFY(window.edit->Spelling().IsDone());
     QCOMPARE(block.layout()->formats().size(), 1);
+    QVERIFY(!block.layout()->formats()[0].format.fontStrikeOut());
+    window.edit->Spelling().SetChecker(&checker, {0x0000ff, 65});
+    QTRY_VERIFY(window.edit->Spelling().IsDone());
+    QCOMPARE(block.layout()->formats().size(), 1);
+    QVERIFY(block.layout()->formats()[0].format.fontStrikeOut());
     window.edit->Spelling().SetEnabled(false);
     QCOMPARE(block.layout()->formats().size(), 0);
 }
@@ -315,21 +322,33 @@ void EditorTest::MarksWordsWithoutTouchingTheText() {
 void EditorTest::ChoosesWordsToCheck_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QStringList>("words");
+    QTest::addColumn<SkippedWords>("skipped");
+    const SkippedWords all;
     QTest::newRow("apostrophes") << QStringLiteral("don't 'quoted' it\u2019s")
-                                 << QStringList{"don't", "quoted", QStringLiteral("it\u2019s")};
-    QTest::newRow("digits and capitals") << "B2B USA iPhone Word word2 x" << QStringList{"Word"};
+                                 << QStringList{"don't", "quoted", QStringLiteral("it\u2019s")} << all;
+    const QString kinds = "B2B USA iPhone Word word2 x 1852";
+    QTest::newRow("kinds skipped") << kinds << QStringList{"Word"} << all;
+    QTest::newRow("capitals") << kinds << QStringList{"USA", "Word"} << SkippedWords{.capitals = false};
+    QTest::newRow("digits") << kinds << QStringList{"Word", "word2"} << SkippedWords{.withDigits = false};
+    QTest::newRow("mixed case") << kinds << QStringList{"iPhone", "Word"} << SkippedWords{.mixedCase = false};
+    QTest::newRow("capitals with digits")
+        << kinds << QStringList{"B2B", "USA", "Word", "word2"} << SkippedWords{.capitals = false, .withDigits = false};
     QTest::newRow("addresses") << "see https://foo.example/baar me@mail.example www.bla.example /usr/bin end"
-                               << QStringList{"see", "end"};
+                               << QStringList{"see", "end"} << all;
+    QTest::newRow("addresses judged") << "me@mail.bla end" << QStringList{"me", "mail", "bla", "end"}
+                                      << SkippedWords{.addresses = false};
     QTest::newRow("scripts") << QStringLiteral("caf\u00e9 \u043c\u0430\u044f\u043a e\u0301te\u0301")
                              << QStringList{QStringLiteral("caf\u00e9"), QStringLiteral("\u043c\u0430\u044f\u043a"),
-                                            QStringLiteral("e\u0301te\u0301")};
+                                            QStringLiteral("e\u0301te\u0301")}
+                             << all;
 }
 
 void EditorTest::ChoosesWordsToCheck() {
     QFETCH(QString, text);
     QFETCH(QStringList, words);
+    QFETCH(SkippedWords, skipped);
     QStringList found;
-    for (const SpellMark& word : WordsToCheck(text))
+    for (const SpellMark& word : WordsToCheck(text, skipped))
         found << text.mid(word.begin, word.length);
     QCOMPARE(found, words);
 }

@@ -4,18 +4,25 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QTextEdit>
+#include <QTextLayout>
 #include <QTimer>
 
 #include "platform/hunspell_checker.h"
 #include "support/scripted_agent.h"
 #include "ui/board_fixture.h"
+#include "ui/editor/rich_text_edit.h"
+#include "ui/editor/spell_marks.h"
 #include "ui/note_editor/note_actions.h"
+#include "ui/note_editor/note_editor_window.h"
+#include "ui/note_editor/note_text_pane.h"
 #include "ui/options/agent_page.h"
 #include "ui/options/font_dialog.h"
 #include "ui/options/options_prop_sheet.h"
@@ -57,6 +64,7 @@ private slots:
     void hot_key_is_stored_as_the_agent_reads_it();
     void appearance_changes_every_window_at_once();
     void font_keeps_what_was_not_changed();
+    void open_note_follows_the_options_of_its_spelling();
     void looks_good_data();
     void looks_good();
 };
@@ -273,6 +281,52 @@ void OptionsTest::font_keeps_what_was_not_changed() {
     QCOMPARE(kept.weight, 550);
     QCOMPARE(kept.charSet, 7);
     QCOMPARE(kept.color, 0x123456u);
+}
+
+void OptionsTest::open_note_follows_the_options_of_its_spelling() {
+    if (!spelling_->Select("en_US"))
+        QSKIP("there is no English dictionary");
+    bool ran = false;
+    const auto inEditor = [&] {
+        auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget());
+        QVERIFY(editor);
+        auto* const text = qobject_cast<RichTextEdit*>(editor->Text()->Edit());
+        QTest::keyClicks(text, "A lihgted LIHGT again");
+        const auto formats = [text] { return text->document()->firstBlock().layout()->formats(); };
+        QTRY_COMPARE(formats().size(), 1);
+        QVERIFY(!formats()[0].format.fontStrikeOut());
+        QMenu menu;
+        text->Spelling().AddToMenu(menu, text->textCursor());
+        const auto inSheet = [&] {
+            auto* const sheet = qobject_cast<COptionsPropSheet*>(QApplication::activeModalWidget());
+            QVERIFY(sheet);
+            QCOMPARE(sheet->findChild<QTabWidget*>("pages")->currentIndex(), 2);
+            Box(*sheet, Option::MarkStrike)->click();
+            QTimer::singleShot(0, this, [this] {
+                QWidget* const more = QApplication::activeModalWidget();
+                QCheckBox* const capitals = Box(*more, Option::SpellSkipCapitals);
+                QVERIFY(capitals && capitals->isChecked());
+                capitals->click();
+                TakeShot(*more, "options-more-spelling");
+                QTest::keyClick(more, Qt::Key_Return, Qt::ControlModifier);
+            });
+            sheet->findChild<QPushButton*>("moreOptions")->click();
+            sheet->close();
+        };
+        QTimer::singleShot(0, this, inSheet);
+        menu.actions().value(menu.actions().size() - 2)->trigger();
+        QTRY_COMPARE(formats().size(), 2);
+        QVERIFY(formats()[0].format.fontStrikeOut());
+        QCOMPARE(Stored("SpellSkipCapitals"), std::string("0"));
+        emit text->Spelling().LanguageChosen("de_DE");
+        QCOMPARE(Stored("SpellLanguage"), std::string("de_DE"));
+        ran = true;
+        prompts_.answers = {PromptAnswer::Yes};
+        editor->CancelNote();
+    };
+    QTimer::singleShot(0, this, inEditor);
+    window_->Notes()->AddNote();
+    QVERIFY(ran);
 }
 
 void OptionsTest::looks_good_data() {

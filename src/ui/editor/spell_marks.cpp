@@ -27,6 +27,11 @@ constexpr int kBoldMark = 2, kItalicMark = 4, kUnderlineMark = 8, kStrikeMark = 
 SpellMarks::SpellMarks(QTextEdit& edit, const Theme& theme) : QObject(&edit), edit_(edit), theme_(theme) {
     timer_.setSingleShot(false);
     connect(&timer_, &QTimer::timeout, this, &SpellMarks::Slice);
+    connect(&theme, &Theme::Changed, this, [this] {
+        for (QTextBlock block = edit_.document()->begin(); block.isValid(); block = block.next())
+            if (block.userData() && !NoteBlockData::Of(block).marks.empty())
+                ShowMarks(block);
+    });
     connect(&edit, &QTextEdit::cursorPositionChanged, this, [this] {
         // A word is judged once the caret has left it.
         if (typedAt_ >= 0 && edit_.textCursor().position() != typedAt_) {
@@ -41,9 +46,12 @@ SpellMarks::SpellMarks(QTextEdit& edit, const Theme& theme) : QObject(&edit), ed
     });
 }
 
-void SpellMarks::SetChecker(SpellChecker* checker, const MarkStyle& style) {
+void SpellMarks::SetChecker(SpellChecker* checker, const MarkStyle& style, const SkippedWords& skipped) {
     checker_ = checker;
     style_ = style;
+    skipped_ = skipped;
+    // The marks that stand may have another look now.
+    Clear();
     Recheck();
 }
 
@@ -139,7 +147,7 @@ bool SpellMarks::CheckBlock(QTextBlock block) {
     const QString text = block.text();
     const int typed = typedAt_ - block.position();
     std::vector<SpellMark> marks;
-    for (const SpellMark& word : WordsToCheck(text))
+    for (const SpellMark& word : WordsToCheck(text, skipped_))
         if (!(typedAt_ >= 0 && word.begin + word.length == typed) && !IsRight(text.mid(word.begin, word.length)))
             marks.push_back(word);
     data.checked = true;
@@ -242,6 +250,7 @@ void SpellMarks::AddToMenu(QMenu& menu, const QTextCursor& word) {
         });
     }
     AddLanguages(menu, before);
+    add(tr("Spelling &options..."), [this] { emit OptionsRequested(); });
     menu.insertSeparator(before);
 }
 

@@ -29,7 +29,7 @@ public:
     SpellMarks(QTextEdit& edit, const Theme& theme);
 
     /// Checks with `checker` from here on (not owned, may be null), marking as the settings say.
-    void SetChecker(SpellChecker* checker, const MarkStyle& style);
+    void SetChecker(SpellChecker* checker, const MarkStyle& style, const SkippedWords& skipped = {});
     /// Turns the marks on or off.
     void SetEnabled(bool enabled);
     bool IsEnabled() const { return enabled_; }
@@ -43,11 +43,13 @@ public:
 
     /// The marked word at a position; a cursor without selection if there is none.
     QTextCursor MarkedWordAt(const QTextCursor& cursor) const;
-    /// Puts suggestions and commands for the word, and the menu of languages, in front of a menu's first action.
+    /// Puts suggestions and commands for the word, the menu of languages and the way to the options in front of a menu's
+    /// first action.
     void AddToMenu(QMenu& menu, const QTextCursor& word);
 
 signals:
     void LanguageChosen(const QString& language);
+    void OptionsRequested();
 
 private:
     void OnContentsChange(int position, int removed, int added);
@@ -62,6 +64,7 @@ private:
     const Theme& theme_;
     SpellChecker* checker_ = nullptr;
     MarkStyle style_;
+    SkippedWords skipped_;
     bool enabled_ = true;
     QTimer timer_;
     QHash<QString, bool> verdicts_;

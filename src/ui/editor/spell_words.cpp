@@ -25,25 +25,28 @@ std::vector<SpellMark> AddressesOf(const QString& text) {
     return addresses;
 }
 
-// Letters of any script, marks and apostrophes; capitals only in front.
-bool IsPlainWord(QStringView word) {
-    bool letters = false;
+// Letters of any script, marks, digits and apostrophes.
+bool IsToBeChecked(QStringView word, const SkippedWords& skipped) {
+    bool letters = false, digits = false, lower = false, innerCapital = false;
     for (qsizetype i = 0; i < word.size(); ++i) {
         const QChar c = word[i];
-        if (c.isUpper() && i > 0)
-            return false;
         letters = letters || c.isLetter() || c.isSurrogate();
-        if (!c.isLetter() && !c.isMark() && !c.isSurrogate() && c != u'\'' && c != u'\u2019' && c != u'\u00ad')
+        digits = digits || c.isNumber();
+        lower = lower || (c.isLetter() && !c.isUpper());
+        innerCapital = innerCapital || (c.isUpper() && i > 0);
+        if (!c.isLetterOrNumber() && !c.isMark() && !c.isSurrogate() && c != u'\'' && c != u'\u2019' && c != u'\u00ad')
             return false;
     }
-    return letters && word.size() > 1;
+    if (!letters || word.size() < 2 || (digits && skipped.withDigits))
+        return false;
+    return !innerCapital || !(lower ? skipped.mixedCase : skipped.capitals);
 }
 
 }  // namespace
 
-std::vector<SpellMark> WordsToCheck(const QString& text) {
+std::vector<SpellMark> WordsToCheck(const QString& text, const SkippedWords& skipped) {
     std::vector<SpellMark> words;
-    const std::vector<SpellMark> addresses = AddressesOf(text);
+    const std::vector<SpellMark> addresses = skipped.addresses ? AddressesOf(text) : std::vector<SpellMark>();
     auto address = addresses.begin();
     QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
     int begin = -1;
@@ -53,7 +56,7 @@ std::vector<SpellMark> WordsToCheck(const QString& text) {
             while (address != addresses.end() && address->begin + address->length <= begin)
                 ++address;
             const bool inAddress = address != addresses.end() && address->begin < at;
-            if (!inAddress && IsPlainWord(QStringView(text).mid(begin, at - begin)))
+            if (!inAddress && IsToBeChecked(QStringView(text).mid(begin, at - begin), skipped))
                 words.push_back({begin, at - begin});
             begin = -1;
         }

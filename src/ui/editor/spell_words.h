@@ -3,13 +3,13 @@
 #include <QString>
 #include <vector>
 
+#include "settings/settings.h"
 #include "ui/editor/note_block_data.h"
 
 namespace lore {
 
-/// The words of a text that a spell checker is to judge, by the rules of Unicode, with apostrophes inside them. Left
-/// out are words with digits, words all in capitals, words of mixed case such as "iPhone", and addresses of the web, of
-/// mail and of files.
-std::vector<SpellMark> WordsToCheck(const QString& text);
+/// The words of a text that a spell checker is to judge, by the rules of Unicode, with apostrophes inside them, without
+/// those to skip.
+std::vector<SpellMark> WordsToCheck(const QString& text, const SkippedWords& skipped = {});
 
 }  // namespace lore

@@ -59,7 +59,7 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
     rows_.Fill(session_.note, true);
     FillPaths();
     MakeLayout();
-    text_->SetSpelling(commands_.Spelling(), DerivedMarkStyle(app_.GetSettings()));
+    TakeSpellOptions();
     text_->Load(session_.note.rtfText);
     drafts_ = new DraftWriter(
         DraftStore(session_.Book().paths),
@@ -109,6 +109,14 @@ void NoteEditorWindow::ConnectParts() {
     connect(text_, &NoteTextPane::LinkOpened, this,
             [this](const QString& address) { OpenWebLink(address, app_.Ports().prompts); });
     connect(text_, &NoteTextPane::SizeLimitPassed, this, &NoteEditorWindow::TellSize);
+    connect(text_, &NoteTextPane::LanguageChosen, this, [this](const QString& language) {
+        app_.GetSettings().Set(Option::SpellLanguage, FromQString(language));
+        app_.GetSettings().Save(app_.Store(), Option::SpellLanguage);
+    });
+    connect(text_, &NoteTextPane::SpellOptionsRequested, this, [this] {
+        emit OptionsRequested(this);
+        TakeSpellOptions();
+    });
     connect(spelling_, &QCheckBox::toggled, this, &NoteEditorWindow::SpellBoxToggled);
     connect(faultBar_, &FaultBar::TryAgainRequested, this, &NoteEditorWindow::SaveNote, Qt::QueuedConnection);
     connect(save_, &QPushButton::clicked, this, &NoteEditorWindow::SaveNote);
@@ -241,6 +249,14 @@ bool NoteEditorWindow::MovePictures(size_t size) {
     }
     attachments_->Rebuild();
     return true;
+}
+
+void NoteEditorWindow::TakeSpellOptions() {
+    const bool mayCheck = session_.MayCheckSpelling();
+    spelling_->setEnabled(mayCheck);
+    text_->SetSpelling(commands_.Spelling(), DerivedMarkStyle(app_.GetSettings()), SkippedWordsOf(app_.GetSettings()));
+    // A window that opens checks a little later.
+    text_->SetSpellCheck(isVisible() && mayCheck && session_.note.spellCheck);
 }
 
 void NoteEditorWindow::SpellBoxToggled(bool disabled) {

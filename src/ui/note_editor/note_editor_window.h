@@ -57,6 +57,10 @@ public:
 
     void reject() override;
 
+signals:
+    /// The options are to be shown over this window; it takes what they say about spelling once they are closed.
+    void OptionsRequested(QWidget* over);
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -80,6 +84,7 @@ private:
     void TouchDraft();
     void FinishDraft();
     void CollectDraft(std::function<void(Draft)> whenReady);
+    void TakeSpellOptions();
     void SpellBoxToggled(bool disabled);
     void RunSpellTimer(bool starts);
     void TellSize(bool tooLarge, qint64 bytes);

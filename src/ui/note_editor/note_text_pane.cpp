@@ -35,6 +35,8 @@ NoteTextPane::NoteTextPane(const NewTextLook& look, const Theme& theme, QWidget*
     connect(edit_, &QTextEdit::textChanged, this, &NoteTextPane::Changed);
     connect(edit_, &RichTextEdit::filesDropped, this, &NoteTextPane::FilesDropped);
     connect(edit_, &RichTextEdit::LinkOpened, this, &NoteTextPane::LinkOpened);
+    connect(&edit_->Spelling(), &SpellMarks::LanguageChosen, this, &NoteTextPane::LanguageChosen);
+    connect(&edit_->Spelling(), &SpellMarks::OptionsRequested, this, &NoteTextPane::SpellOptionsRequested);
     connect(edit_, &RichTextEdit::SizeLimitPassed, this, &NoteTextPane::SizeLimitPassed);
 }
 
@@ -60,9 +62,9 @@ std::string NoteTextPane::RtfText() const {
     return edit_->Rtf();
 }
 
-void NoteTextPane::SetSpelling(SpellChecker* checker, const MarkStyle& style) {
+void NoteTextPane::SetSpelling(SpellChecker* checker, const MarkStyle& style, const SkippedWords& skipped) {
     edit_->Spelling().SetEnabled(false);
-    edit_->Spelling().SetChecker(checker, style);
+    edit_->Spelling().SetChecker(checker, style, skipped);
 }
 
 void NoteTextPane::SetSpellCheck(bool on) {

@@ -42,7 +42,7 @@ public:
     /// The stored bytes as long as nothing was changed.
     std::string RtfText() const;
     /// Who checks the spelling, once SetSpellCheck turns it on; null for nobody.
-    void SetSpelling(SpellChecker* checker, const MarkStyle& style);
+    void SetSpelling(SpellChecker* checker, const MarkStyle& style, const SkippedWords& skipped);
     void SetSpellCheck(bool on);
     /// Hands over the text as it is, without holding up the typing: rich text and plain text.
     void CaptureAside(std::function<void(std::string rtf, std::string plain)> whenReady);
@@ -55,6 +55,8 @@ signals:
     void Changed();
     void FilesDropped(const QStringList& paths);
     void LinkOpened(const QString& address);
+    void LanguageChosen(const QString& language);
+    void SpellOptionsRequested();
     /// The text has just become larger than a note can hold, or small enough again.
     void SizeLimitPassed(bool passed, qint64 bytes);
 

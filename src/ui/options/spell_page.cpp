@@ -12,6 +12,7 @@
 #include "settings/user_dictionary.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/options/font_dialog.h"
+#include "ui/options/more_spell_options_dialog.h"
 #include "ui/options/option_controls.h"
 #include "ui/options/user_dictionary_dialog.h"
 #include "ui/qt_text.h"
@@ -70,9 +71,13 @@ void OptSpellChkPg::AddDictionaries(QVBoxLayout& layout) {
     own->setObjectName("userDictionary");
     own->setAutoDefault(false);
     own->setEnabled(checker_ != nullptr);
+    auto* const more = new QPushButton(tr("More Options"), section);
+    more->setObjectName("moreOptions");
+    more->setAutoDefault(false);
     row->addWidget(label);
     row->addWidget(languages);
     row->addWidget(own);
+    row->addWidget(more);
     row->addStretch(1);
     body->addLayout(row);
     if (languages->count() == 0) {
@@ -88,6 +93,7 @@ void OptSpellChkPg::AddDictionaries(QVBoxLayout& layout) {
             model_.SetLanguage(language);
     });
     connect(own, &QPushButton::clicked, this, &OptSpellChkPg::EditUserWords);
+    connect(more, &QPushButton::clicked, this, [this] { MoreSpellOptionsDialog(model_, world_.store, this).exec(); });
 }
 
 void OptSpellChkPg::AddMarks(QVBoxLayout& layout) {
