@@ -74,7 +74,11 @@ private:
     void MakeCentre();
     std::vector<MenuCommand> Commands();
     void FillViewMenu(QMenu& view);
+    std::vector<MenuCommand> FocusNoteCommands();
+    std::vector<MenuCommand> BoardCommands();
     void FillNoteMenu(QMenu& menu);
+    bool CopyFocusNote();
+    void CutFocusNote();
     void ConnectNotes();
     void NotesChanged(int32_t focus, bool isNew);
     void MakeStatusBar();
@@ -116,7 +120,7 @@ private:
     void OpenLink(const QString& address);
     void GoToPane(int step);
     HelpWorld Help() const;
-    void ShowOptions(OptionsTab tab);
+    void ShowOptions(OptionsTab tab, QWidget* over = nullptr);
     void ShowManual();
     void ShowTutorial();
     void ShowAbout();

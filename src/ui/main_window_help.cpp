@@ -89,13 +89,13 @@ void MainWindow::ShowAbout() {
     FWAboutBoxDlg(theme_, app_.Store(), this).exec();
 }
 
-void MainWindow::ShowOptions(OptionsTab tab) {
+void MainWindow::ShowOptions(OptionsTab tab, QWidget* over) {
     const OptionsWorld world{app_.GetSettings(), app_.Store(), app_.Ports().prompts,
                              [this] { board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store())); },
                              [this] { return app_.FlushStore(); }};
     const OptionsParts parts{theme_, notes_->Commands().Spelling(), app_.Ports().agent,
                              DialogChoosers(theme_, app_.Store())};
-    COptionsPropSheet(world, parts, tab, this).exec();
+    COptionsPropSheet(world, parts, tab, over ? over : this).exec();
 }
 
 void MainWindow::ShowCommandBar() {
@@ -108,7 +108,8 @@ void MainWindow::ShowCommandBar() {
         emit top->menu()->aboutToHide();
     }
     AddFindableThings(app_, finder);
-    CommandBar bar(finder, theme_, this);
+    CommandBar bar(
+        finder, [this](const FindableItem& item) { return WrittenText(app_, item); }, theme_, this);
     if (bar.exec() == QDialog::Accepted)
         RunFound(bar.Chosen(), actions);
 }
@@ -122,6 +123,10 @@ void MainWindow::RunFound(const FindableItem& item, const std::vector<QAction*>&
         case FoundKind::NoteBook:
             return SwitchNoteBook(item.id);
         case FoundKind::Note:
+            board_->SetFocusNote(item.id);
+            return board_->setFocus();
+        case FoundKind::OtherNote:
+            RunPanelOrder({.notes = NotesOfThing(app_, item)});
             board_->SetFocusNote(item.id);
             return board_->setFocus();
         case FoundKind::Search:

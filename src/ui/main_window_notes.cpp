@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
+#include <QMimeData>
 
 #include "app/print_commands.h"
 #include "bibliography/source_selection.h"
@@ -9,12 +10,15 @@
 #include "ui/control_bar.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
+#include "ui/options/options_prop_sheet.h"
 
 namespace lore {
 
 void MainWindow::ConnectNotes() {
     notes_ = new NoteActions(app_, theme_, *this);
     connect(notes_, &NoteActions::NotesChanged, this, &MainWindow::NotesChanged);
+    connect(notes_, &NoteActions::SpellOptionsRequested, this,
+            [this](QWidget* over) { ShowOptions(OptionsTab::SpellChecker, over); });
     connect(board_, &BoardView::EditRequested, notes_, &NoteActions::EditNote);
     connect(board_, &BoardView::DeleteRequested, notes_, &NoteActions::DeleteNote);
     connect(this, &MainWindow::ImportRequested, this, &MainWindow::ImportFile);
@@ -23,32 +27,65 @@ void MainWindow::ConnectNotes() {
     board_->SetNoteCommands({BoardCommand::EditNote, BoardCommand::RemoveFromList, BoardCommand::DeleteNote});
 }
 
+std::vector<MenuCommand> MainWindow::FocusNoteCommands() {
+    using Key = QKeySequence;
+    constexpr auto kMenu = MainMenu::Notes;
+    const auto focus = [this] { return board_->FocusNote(); };
+    return {{kMenu, tr("&Edit Note..."), {Key(Qt::Key_F2)}, [this, focus] { notes_->EditNote(focus()); }},
+            {kMenu, tr("&Delete Note"), {Key(Key::Delete)}, [this, focus] { notes_->DeleteNote(focus()); }},
+            {kMenu, tr("Copy Note Te&xt"), {Key(Key::Copy), Key("Ctrl+Ins")}, [this] { CopyFocusNote(); }},
+            {kMenu, tr("C&ut Note From List"), {Key(Key::Cut), Key("Shift+Del")}, [this] { CutFocusNote(); }}};
+}
+
+std::vector<MenuCommand> MainWindow::BoardCommands() {
+    using Key = QKeySequence;
+    constexpr auto kMenu = MainMenu::Notes;
+    return {
+        {kMenu, tr("&Paste As New Note..."), {Key(Key::Paste), Key("Shift+Ins")}, [this] { emit CaptureRequested(); }},
+        {kMenu, tr("Undo De&lete"), {Key(Key::Undo), Key("Alt+Backspace")}, [this] { notes_->Undo(); }}};
+}
+
 void MainWindow::FillNoteMenu(QMenu& menu) {
-    QAction* const edit = menu.addAction(tr("&Edit Note..."), this, [this] { notes_->EditNote(board_->FocusNote()); });
-    QAction* const remove =
-        menu.addAction(tr("&Delete Note"), this, [this] { notes_->DeleteNote(board_->FocusNote()); });
-    QAction* const undo = menu.addAction(tr("&Undo Delete"), this, [this] { notes_->Undo(); });
-    const std::pair<QAction*, QKeySequence> keys[] = {
-        {edit, QKeySequence(Qt::Key_F2)}, {remove, QKeySequence::Delete}, {undo, QKeySequence::Undo}};
-    for (const auto& [action, key] : keys) {
-        // In fields and lists these keys mean other things.
-        action->setShortcut(key);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        board_->addAction(action);
-    }
-    undo->setShortcuts({QKeySequence(QKeySequence::Undo), QKeySequence(Qt::ALT | Qt::Key_Backspace)});
-    connect(&menu, &QMenu::aboutToShow, this, [this, edit, remove, undo] {
-        edit->setEnabled(board_->FocusNote() > 0);
-        remove->setEnabled(board_->FocusNote() > 0);
+    // In fields and lists these keys mean other things.
+    const auto add = [&](const std::vector<MenuCommand>& commands) {
+        std::vector<QAction*> actions;
+        for (const MenuCommand& command : commands) {
+            actions.push_back(menu.addAction(command.text, this, command.run));
+            actions.back()->setShortcuts(command.keys);
+            actions.back()->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+            board_->addAction(actions.back());
+        }
+        return actions;
+    };
+    const std::vector<QAction*> ofNote = add(FocusNoteCommands());
+    QAction* const undo = add(BoardCommands()).back();
+    connect(&menu, &QMenu::aboutToShow, this, [this, ofNote, undo] {
+        for (QAction* const action : ofNote)
+            action->setEnabled(board_->FocusNote() > 0);
         const WritingCommands::NextUndo next = notes_->WhatToUndo();
         undo->setEnabled(next != WritingCommands::NextUndo::None);
-        undo->setText(next == WritingCommands::NextUndo::Import ? tr("&Undo Import") : tr("&Undo Delete"));
+        undo->setText(next == WritingCommands::NextUndo::Import ? tr("Undo &Import") : tr("Undo De&lete"));
     });
     // A shortcut works only while its action is enabled, whatever the menu showed last.
-    connect(&menu, &QMenu::aboutToHide, this, [edit, remove, undo] {
-        for (QAction* const action : {edit, remove, undo})
+    connect(&menu, &QMenu::aboutToHide, this, [ofNote, undo] {
+        for (QAction* const action : ofNote)
             action->setEnabled(true);
+        undo->setEnabled(true);
     });
+}
+
+bool MainWindow::CopyFocusNote() {
+    std::unique_ptr<QMimeData> copied = board_->FocusNote() > 0 ? notes_->CopyNote(board_->FocusNote()) : nullptr;
+    if (!copied)
+        return false;
+    QApplication::clipboard()->setMimeData(copied.release());
+    return true;
+}
+
+void MainWindow::CutFocusNote() {
+    const int32_t id = board_->FocusNote();
+    if (CopyFocusNote())
+        emit board_->RemoveRequested(id);
 }
 
 void MainWindow::NotesChanged(int32_t focus, bool isNew) {

@@ -164,7 +164,11 @@ void CommandBarTest::menus_stand_as_they_are_to() {
           "Backup All NoteBooks...", "Run Auto-Backup...", "Exit"}},
         {"Options", {"Lorebinder Options..."}},
         {"Notes", {"Add Note...", "Delete Note", "Clear Current Notes", "Delete Current Notes"}},
-        {"Tools", {"Lorebinder Options...", "Manage NoteBooks...", "Lorebinder Agent...", "Lorebinder Auto-Backup..."}},
+        {"Sources", {"View Sources...", "Edit Custom Source Types...", "Create Bibliography..."}},
+        {"Categories", {"Edit Category Trees..."}},
+        {"Tools",
+         {"Lorebinder Options...", "Edit Custom Source Types...", "Create Bibliography...", "Manage NoteBooks...",
+          "Event Calendar...", "Lorebinder Agent...", "Lorebinder Auto-Backup..."}},
         {"Help",
          {"About Lorebinder...", "Check for program updates....", "User's Manual (.pdf)...",
           "View Online Tutorial Videos..."}}};
@@ -177,9 +181,27 @@ void CommandBarTest::menus_stand_as_they_are_to() {
                         found.append(text);
         QCOMPARE(found, wanted);
     }
-    QCOMPARE(MenuEntry("Notes", "Add Note...")->shortcut(), QKeySequence("Ctrl+N"));
-    QCOMPARE(MenuEntry("File", "Import Notes...")->shortcut(), QKeySequence("Ctrl+O"));
-    QVERIFY(MenuEntry("Notes", "Undo Delete")->shortcuts().contains(QKeySequence("Alt+Backspace")));
+    const std::tuple<const char*, const char*, QStringList> keys[] = {
+        {"Notes", "Add Note...", {"Ctrl+N"}},
+        {"File", "Import Notes...", {"Ctrl+O"}},
+        {"File", "Save/Print Current Notes...", {"Ctrl+S", "Ctrl+P"}},
+        {"Notes", "Undo Delete", {"Ctrl+Z", "Alt+Backspace"}},
+        {"Notes", "Cut Note From List", {"Ctrl+X", "Shift+Del"}},
+        {"Notes", "Copy Note Text", {"Ctrl+C", "Ctrl+Ins"}},
+        {"Notes", "Paste As New Note...", {"Ctrl+V", "Shift+Ins"}}};
+    for (const auto& [menu, entry, wanted] : keys)
+        for (const QString& key : wanted)
+            QVERIFY2(MenuEntry(menu, entry)->shortcuts().contains(QKeySequence(key)), qPrintable(entry + key));
+    for (QAction* const top : window_->menuBar()->actions()) {
+        QString used;
+        for (QAction* const action : top->menu()->actions()) {
+            const qsizetype mark = action->text().indexOf('&');
+            QVERIFY2(action->isSeparator() || mark >= 0, qPrintable(action->text()));
+            const QString key = mark < 0 ? QString() : action->text().mid(mark + 1, 1).toLower();
+            QVERIFY2(key.isEmpty() || !used.contains(key), qPrintable(action->text()));
+            used += key;
+        }
+    }
 }
 
 void CommandBarTest::help_says_what_is_not_there() {

@@ -1,12 +1,18 @@
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QStatusBar>
+#include <QTimer>
 #include <QTreeView>
 
+#include "base/text.h"
 #include "ui/board_fixture.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
+#include "ui/note_editor/note_editor_window.h"
+#include "ui/note_editor/note_text_pane.h"
 #include "ui/panel_page.h"
 #include "ui/tool_bar.h"
 #include "ui/window_world.h"
@@ -38,6 +44,7 @@ private slots:
     void switching_the_notebook_keeps_each_list();
     void closing_stores_place_and_list();
     void keys_reach_every_pane();
+    void keys_of_the_board_copy_cut_paste_and_undo();
     void faults_show_a_quiet_bar();
     void looks_good_data();
     void looks_good();
@@ -219,6 +226,57 @@ void MainWindowTest::keys_reach_every_pane() {
     QVERIFY(window_->Board()->hasFocus());
     QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
     QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
+}
+
+void MainWindowTest::keys_of_the_board_copy_cut_paste_and_undo() {
+    QClipboard& clipboard = *QApplication::clipboard();
+    const size_t notes = app_->List().Count();
+    const ListedNote& first = app_->List().Notes()[2];
+    const int32_t id = first.Id();
+    const QString text = QString::fromStdString(ToUtf8(first.note->plainText)).simplified();
+    window_->activateWindow();
+    BoardView* const board = window_->Board();
+    board->setFocus();
+    clipboard.setText("kept");
+    board->SetFocusNote(-1);
+    for (const int key : {Qt::Key_C, Qt::Key_X})
+        QTest::keyClick(board, static_cast<Qt::Key>(key), Qt::ControlModifier);
+    QCOMPARE(clipboard.text(), QStringLiteral("kept"));
+    board->SetFocusNote(id);
+    QTest::keyClick(board, Qt::Key_Insert, Qt::ControlModifier);
+    QCOMPARE(clipboard.text().simplified(), text);
+    QVERIFY(clipboard.mimeData()->data("text/rtf").startsWith("{\\rtf1") && clipboard.mimeData()->hasHtml());
+    clipboard.clear();
+    QTest::keyClick(board, Qt::Key_Delete, Qt::ShiftModifier);
+    QCOMPARE(clipboard.text().simplified(), text);
+    QCOMPARE(app_->List().Count(), notes - 1);
+    QVERIFY(app_->NoteBook().index.Contains(id));
+    QString pasted;
+    QTimer::singleShot(0, this, [&] {
+        auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget());
+        QVERIFY(editor);
+        pasted = QString::fromStdString(ToUtf8(editor->Text()->PlainText())).simplified();
+        prompts_.answers = {PromptAnswer::Yes};
+        editor->CancelNote();
+    });
+    QTest::keyClick(board, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(pasted, text);
+    const int32_t other = app_->List()[0].id;
+    board->SetFocusNote(other);
+    prompts_.answers = {PromptAnswer::Yes};
+    window_->activateWindow();
+    QTRY_VERIFY(QApplication::activeWindow() == window_.get());
+    board->setFocus();
+    QTest::keyClick(board, Qt::Key_Delete);
+    QVERIFY(!app_->List().Contains(other));
+    QTest::keyClick(board, Qt::Key_Backspace, Qt::AltModifier);
+    QVERIFY(app_->List().Contains(other));
+    // In a field the same keys are those of the field.
+    auto* const box = window_->findChild<QLineEdit*>("searchBox");
+    box->setFocus();
+    clipboard.setText("lamp");
+    QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box->text(), QStringLiteral("lamp"));
 }
 
 void MainWindowTest::faults_show_a_quiet_bar() {

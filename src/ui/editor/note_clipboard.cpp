@@ -90,7 +90,10 @@ QByteArray RtfIn(const QMimeData& mime) {
 }  // namespace
 
 std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormats& formats) {
-    const Document document = Assemble(CaptureSelection(selection, formats));
+    return CopyOf(Assemble(CaptureSelection(selection, formats)), formats);
+}
+
+std::unique_ptr<QMimeData> CopyOf(const Document& document, const NoteFormats& formats) {
     auto mime = std::make_unique<QMimeData>();
     const QByteArray rtf = QByteArray::fromStdString(WriteRtf(document));
     mime->setText(QString::fromStdString(document.text));

@@ -11,7 +11,9 @@ namespace lore {
 
 class NoteFormats;
 
-/// The selection as plain text, HTML and RTF.
+/// A text as plain text, HTML and RTF.
+std::unique_ptr<QMimeData> CopyOf(const Document& document, const NoteFormats& formats);
+/// The selection in the same forms.
 std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormats& formats);
 
 /// The formatted text that was copied: RTF before HTML. Nothing when there is neither. Bytes that would cut a record

@@ -3,6 +3,10 @@
 #include <QMimeData>
 #include <QWidget>
 
+#include "notes/note_finder.h"
+#include "rtf/rtf.h"
+#include "ui/editor/note_clipboard.h"
+#include "ui/editor/note_formats.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/qt_text.h"
 #include "ui/sources/source_dialogs.h"
@@ -28,6 +32,7 @@ NoteActions::NoteActions(CLorebinderApp& app, Theme& theme, QWidget& window)
 void NoteActions::RunEditor(EditNoteSession session, const std::string& unsaved) {
     const bool isNew = session.IsNew();
     NoteEditorWindow editor(std::move(session), commands_, app_, theme_, &window_);
+    connect(&editor, &NoteEditorWindow::OptionsRequested, this, &NoteActions::SpellOptionsRequested);
     if (!unsaved.empty())
         editor.SetUnsavedText(unsaved);
     const bool saved = editor.exec() == QDialog::Accepted;
@@ -100,6 +105,12 @@ void NoteActions::CaptureNote(const QMimeData* clipboard) {
     }
     if (app_.MayWrite())
         RunEditor(commands_.NewNote(), rtf);
+}
+
+std::unique_ptr<QMimeData> NoteActions::CopyNote(int32_t id) {
+    const std::vector<CNote> found =
+        FindNotes(app_.NoteBook().index, LongList{id}, app_.Context(), app_.Ports().faults);
+    return found.empty() ? nullptr : CopyOf(ReadRtf(found.front().rtfText), NoteFormats(theme_));
 }
 
 }  // namespace lore

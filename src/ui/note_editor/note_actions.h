@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <functional>
+#include <memory>
 
 #include "app/writing_commands.h"
 
@@ -34,12 +35,16 @@ public:
     void OfferUnsavedNotes();
     /// A new note with what a clipboard holds, in an editor. Null is an empty clipboard.
     void CaptureNote(const QMimeData* clipboard);
+    /// A note's text with its formats, as it stands in its file. Null if the NoteBook doesn't know the note.
+    std::unique_ptr<QMimeData> CopyNote(int32_t id);
     WritingCommands& Commands() { return commands_; }
 
 signals:
     /// The NoteBook and the list have changed. `focus` is the note to go to, -1 for none; `isNew` for one that has just
     /// come into the list.
     void NotesChanged(int32_t focus, bool isNew);
+    /// The options of the spell checker are to be shown over a window, until they are closed.
+    void SpellOptionsRequested(QWidget* over);
 
 private:
     /// Shows the editor until the note is saved or cancelled. `unsaved` is a text to begin with, empty for the note's.
