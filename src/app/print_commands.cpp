@@ -53,10 +53,29 @@ private:
     std::unordered_map<int32_t, std::optional<CSource>> formatted_;
 };
 
+/// Tells of the notes that the NoteBook doesn't know.
+void TellUnknown(const NoteIndex& index, const LongList& ids, FaultNotice& faults) {
+    constexpr size_t kMostNamed = 10;
+    std::string named;
+    size_t count = 0;
+    for (const int32_t id : ids) {
+        if (index.Contains(id))
+            continue;
+        if (++count <= kMostNamed)
+            named += (named.empty() ? "" : ", ") + std::to_string(id);
+    }
+    if (count > 0)
+        faults.Tell({std::to_string(count) + (count == 1 ? " note was" : " notes were") + " left out of the print", {},
+                     "this NoteBook has no note with the number " + named + (count > kMostNamed ? " ..." : "")});
+}
+
 /// Gives how many notes were written.
 size_t WritePreview(const CLorebinderApp& app, const LongList& ids, FaultNotice& faults, const std::stop_token& stop) {
     std::vector<CNote> notes = FindNotes(app.NoteBook().index, ids, app.Context(), faults, stop);
-    if (notes.empty() || stop.stop_requested())
+    if (stop.stop_requested())
+        return 0;
+    TellUnknown(app.NoteBook().index, ids, faults);
+    if (notes.empty())
         return 0;
     FormattedSources sources(app.NoteBook());
     PrintPreviewWriter writer(notes.size());

@@ -12,7 +12,7 @@ inline constexpr char kPrintProgram[] = "PrintSave";
 bool PrintCurrentNotes(CLorebinderApp& app);
 
 /// The same for these notes, in their order. Each is read from its file anew; ids that the NoteBook doesn't know are
-/// left out. If nothing could be written, which is told, nothing is started.
+/// left out, and told. If nothing could be written, which is told, nothing is started.
 bool PrintNotes(CLorebinderApp& app, const LongList& ids);
 
 /// "Create Bibliography...": hands sources over in their order, formatted as they are set, and starts the print program

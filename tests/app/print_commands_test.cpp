@@ -131,6 +131,21 @@ TEST_F(PrintCommandsTest, NotesAreReadFromTheirFiles) {
     EXPECT_EQ(notes[1].note.keyWords, "changed elsewhere");
 }
 
+TEST_F(PrintCommandsTest, NotesThatTheNoteBookDoesNotKnowAreToldAndLeftOut) {
+    EXPECT_TRUE(PrintNotes(app, LongList{3, 99, 2, -5}));
+    EXPECT_EQ(HandedOver().size(), 2u);
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].what, "2 notes were left out of the print");
+    EXPECT_EQ(faults.faults[0].reason, "this NoteBook has no note with the number 99, -5");
+    LongList none;
+    for (int32_t id = 100; id < 120; ++id)
+        none.AddTail(id);
+    EXPECT_FALSE(PrintNotes(app, none));
+    ASSERT_EQ(faults.faults.size(), 2u);
+    EXPECT_TRUE(faults.faults[1].reason.ends_with("108, 109 ...")) << faults.faults[1].reason;
+    EXPECT_THAT(companions.started, ElementsAre("PrintSave")) << "nothing to print starts nothing";
+}
+
 TEST_F(PrintCommandsTest, AnEmptyListIsToldAndWritesNothing) {
     app.ClearList();
     EXPECT_FALSE(PrintCurrentNotes(app));
