@@ -8,7 +8,8 @@
 namespace lore {
 
 /// What a few letters can lead to. The order is that of equal matches.
-enum class FoundKind : uint8_t { Command, NoteBook, Category, Source, KeyWord, Note, Search };
+/// A note stands in the current list, another note does not.
+enum class FoundKind : uint8_t { Command, NoteBook, Category, Source, KeyWord, Note, OtherNote, Search };
 
 /// One thing that can be found.
 struct FindableItem {

@@ -4,6 +4,7 @@
 #include "bibliography/source_groups.h"
 #include "bibliography/source_types.h"
 #include "notebooks/notebook_manager.h"
+#include "notes/note_finder.h"
 
 namespace lore {
 
@@ -30,12 +31,22 @@ void AddCategories(const CProCategoryTree& node, const std::string& above, Comma
         AddCategories(child, path, finder);
 }
 
-/// The first line of a note that has one.
-std::string TitleOf(const CNote& note) {
-    const std::string_view text = TrimLeft(note.plainText);
-    std::string_view line = TrimRight(text.substr(0, text.find_first_of("\r\n")));
-    line = line.substr(0, ByteOfCharacter(line, kLongestTitle));
-    return ToUtf8(line);
+/// The first line of a text that has one.
+std::string_view TitleOf(std::string_view plainText) {
+    const std::string_view text = TrimLeft(plainText);
+    const std::string_view line = TrimRight(text.substr(0, text.find_first_of("\r\n")));
+    return line.substr(0, ByteOfCharacter(line, kLongestTitle));
+}
+
+void AddNotes(const CLorebinderApp& app, CommandFinder& finder) {
+    for (const ListedNote& entry : app.List().Notes())
+        if (std::string title = ToUtf8(TitleOf(entry.note->plainText)); !title.empty())
+            finder.Add({FoundKind::Note, std::move(title), "Note in the list", entry.Id()});
+    for (const int32_t id : app.NoteBook().index.AllIDs()) {
+        const auto text = app.List().Contains(id) ? std::nullopt : app.Texts().TextOf(id);
+        if (const std::string_view title = TitleOf(text.value_or(std::string_view())); !title.empty())
+            finder.Add({FoundKind::OtherNote, std::string(title), "Note", id});
+    }
 }
 
 void AddSources(const SourceList& sources, CommandFinder& finder) {
@@ -60,9 +71,15 @@ void AddFindableThings(const CLorebinderApp& app, CommandFinder& finder) {
     int32_t position = 0;
     for (const CKeyWord& keyWord : book.keyWords.Entries())
         finder.Add({FoundKind::KeyWord, ToUtf8(keyWord.name), "Key word", position++});
-    for (const ListedNote& entry : app.List().Notes())
-        if (std::string title = TitleOf(*entry.note); !title.empty())
-            finder.Add({FoundKind::Note, std::move(title), "Note in the list", entry.Id()});
+    AddNotes(app, finder);
+}
+
+std::string WrittenText(const CLorebinderApp& app, const FindableItem& item) {
+    if (item.kind != FoundKind::OtherNote)
+        return item.text;
+    KeptForLater silent;  // the folded text does as well
+    const std::vector<CNote> notes = FindNotes(app.NoteBook().index, LongList{item.id}, app.Context(), silent);
+    return notes.empty() ? item.text : ToUtf8(TitleOf(notes.front().plainText));
 }
 
 LongList NotesOfThing(const CLorebinderApp& app, const FindableItem& item) {
@@ -71,6 +88,8 @@ LongList NotesOfThing(const CLorebinderApp& app, const FindableItem& item) {
         const CProCategoryTree* const node = book.categories.FindByID(item.id);
         return node ? node->GetNotes(kAllSets) : LongList();
     }
+    if (item.kind == FoundKind::OtherNote)
+        return LongList{item.id};
     if (item.kind == FoundKind::Source) {
         const CSource* const source = book.sources.FindSourceByID(item.id);
         return source ? source->NoteIDs : LongList();

@@ -7,12 +7,15 @@
 
 namespace lore {
 
-/// Adds what the open NoteBook has to find: the other NoteBooks, categories, sources, key words and the notes of the
-/// current list. Ids are those of the records; of a NoteBook and a key word their position in NoteBookChoices() and in
+/// Adds what the open NoteBook has to find: the other NoteBooks, categories, sources, key words, the notes of the
+/// current list, and the others as far as their texts are held for searches; those stand with their folded text. Ids are those of the records; of a NoteBook and a key word their position in NoteBookChoices() and in
 /// the list of key words.
 void AddFindableThings(const CLorebinderApp& app, CommandFinder& finder);
 
-/// The notes that a found category, source or key word stands for; none for another kind.
+/// The text of an item as it is written; of a note that isn't in the list it is read from its file.
+std::string WrittenText(const CLorebinderApp& app, const FindableItem& item);
+
+/// The notes that a found category, source, key word or note out of the list stands for; none for another kind.
 LongList NotesOfThing(const CLorebinderApp& app, const FindableItem& item);
 
 }  // namespace lore

@@ -17,7 +17,8 @@ constexpr int kRows = 12;
 
 }  // namespace
 
-CommandBar::CommandBar(const CommandFinder& finder, const Theme& theme, QWidget* parent)
+CommandBar::CommandBar(const CommandFinder& finder, std::function<std::string(const FindableItem&)> textOf,
+                       const Theme& theme, QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), finder_(finder) {
     setObjectName("commandBar");
     setWindowTitle(tr("Command Bar"));
@@ -30,7 +31,7 @@ CommandBar::CommandBar(const CommandFinder& finder, const Theme& theme, QWidget*
     field_->setClearButtonEnabled(true);
     field_->addAction(theme.Icon("search", ColorRole::DimText), QLineEdit::LeadingPosition);
     field_->installEventFilter(this);
-    model_ = new CommandBarModel(this);
+    model_ = new CommandBarModel(std::move(textOf), this);
     list_ = new QListView(this);
     list_->setObjectName("found");
     list_->setAccessibleName(tr("Found"));

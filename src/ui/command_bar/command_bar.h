@@ -19,8 +19,9 @@ class CommandBar : public QDialog {
     Q_OBJECT
 
 public:
-    /// The finder holds what there is to find and outlives the bar.
-    CommandBar(const CommandFinder& finder, const Theme& theme, QWidget* parent);
+    /// The finder holds what there is to find and outlives the bar. `textOf` says how an item that is shown reads.
+    CommandBar(const CommandFinder& finder, std::function<std::string(const FindableItem&)> textOf, const Theme& theme,
+               QWidget* parent);
 
     /// What was chosen, once the bar is accepted. What was typed is itself the last row, to search the notes for.
     FindableItem Chosen() const;

@@ -1,9 +1,13 @@
 #include "ui/command_bar/command_bar_model.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QTextCharFormat>
 #include <QTextLayout>
+#include <QToolTip>
+#include <algorithm>
 
 #include "ui/qt_text.h"
 #include "ui/theme.h"
@@ -27,6 +31,7 @@ const char* IconOf(FoundKind kind) {
         case FoundKind::KeyWord:
             return "tag";
         case FoundKind::Note:
+        case FoundKind::OtherNote:
             return "file-text";
         case FoundKind::Search:
             return "search";
@@ -58,11 +63,17 @@ void CommandBarModel::Show(const CommandFinder& finder, const QString& typed) {
     beginResetModel();
     rows_.clear();
     for (FoundItem& found : finder.Find(FromQString(typed), kMostRows))
-        rows_.push_back({finder.Items()[found.item], std::move(found.marks)});
+        rows_.push_back({finder.Items()[found.item], std::move(found.marks), std::nullopt});
     const QString wanted = typed.trimmed();
     if (!wanted.isEmpty())
-        rows_.push_back({{FoundKind::Search, wanted.toStdString(), tr("Search the notes").toStdString(), 0}, {}});
+        rows_.push_back({{FoundKind::Search, wanted.toStdString(), tr("Search the notes").toStdString(), 0}, {}, {}});
     endResetModel();
+}
+
+const std::string& CommandBarModel::TextOfRow(const Row& row) const {
+    if (!row.text)
+        row.text = textOf_ ? textOf_(row.item) : row.item.text;
+    return *row.text;
 }
 
 int CommandBarModel::rowCount(const QModelIndex& parent) const {
@@ -73,11 +84,11 @@ QVariant CommandBarModel::data(const QModelIndex& index, int role) const {
     const Row& row = rows_[static_cast<size_t>(index.row())];
     switch (role) {
         case Qt::DisplayRole:
-            return QString::fromStdString(row.item.text);
+            return QString::fromStdString(TextOfRow(row));
         case DetailRole:
             return QString::fromStdString(row.item.detail);
         case Qt::AccessibleTextRole:
-            return QString::fromStdString(row.item.text + ", " + row.item.detail);
+            return QString::fromStdString(TextOfRow(row) + ", " + row.item.detail);
         case IconRole:
             return QString::fromLatin1(IconOf(row.item.kind));
         case MarksRole:
@@ -87,6 +98,71 @@ QVariant CommandBarModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+namespace {
+
+/// Where the parts of a row stand.
+struct RowLook {
+    QRect icon, text, detail;
+    QString shownDetail;
+};
+
+RowLook LookOf(const QStyleOptionViewItem& option, const QModelIndex& index) {
+    RowLook look;
+    QRect room = option.rect.adjusted(kSpace * 3, 0, -kSpace * 3, 0);
+    const int size = option.fontMetrics.height();
+    look.icon = QRect(room.left(), room.center().y() - size / 2, size, size);
+    room.setLeft(room.left() + size + kSpace * 2);
+    look.detail = room;
+    look.shownDetail = option.fontMetrics.elidedText(index.data(CommandBarModel::DetailRole).toString(), Qt::ElideLeft,
+                                                     room.width() / 2);
+    room.setRight(room.right() - option.fontMetrics.horizontalAdvance(look.shownDetail) - kSpace * 3);
+    look.text = room;
+    return look;
+}
+
+/// A line of text; wider than the room, it is cut before three points.
+class ElidedLine {
+public:
+    ElidedLine(const QString& text, const QVariantList& marks, const QFont& font, int width) {
+        LayOut(text, marks, font);
+        if (layout_.lineAt(0).naturalTextWidth() <= width)
+            return;
+        isCut_ = true;
+        const QString points(QChar(0x2026));
+        const int kept = layout_.lineAt(0).xToCursor(width - QFontMetricsF(font).horizontalAdvance(points),
+                                                     QTextLine::CursorOnCharacter);
+        LayOut(text.left(std::max(kept, 0)) + points, marks, font);
+    }
+    bool IsCut() const { return isCut_; }
+    void Draw(QPainter& painter, const QRect& room) {
+        layout_.draw(&painter, QPointF(room.left(), room.center().y() - layout_.lineAt(0).height() / 2));
+    }
+
+private:
+    void LayOut(const QString& text, const QVariantList& marks, const QFont& font) {
+        layout_.clearLayout();
+        layout_.setText(text);
+        layout_.setFont(font);
+        QTextOption flow;
+        flow.setWrapMode(QTextOption::NoWrap);
+        layout_.setTextOption(flow);
+        layout_.setFormats(Strong(text, marks));
+        layout_.beginLayout();
+        layout_.createLine();
+        layout_.endLayout();
+    }
+
+    QTextLayout layout_;
+    bool isCut_ = false;
+};
+
+ElidedLine LineOf(const QStyleOptionViewItem& option, const QModelIndex& index, const RowLook& look) {
+    return {index.data(Qt::DisplayRole).toString(), index.data(CommandBarModel::MarksRole).toList(), option.font,
+            look.text.width()};
+}
+
+}  // namespace
+
 void CommandBarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
     QStyleOptionViewItem ground = option;
     initStyleOption(&ground, index);
@@ -95,32 +171,28 @@ void CommandBarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const bool selected = option.state & QStyle::State_Selected;
     const ColorRole textRole = selected ? ColorRole::SelectionText : ColorRole::Text;
     const ColorRole dimRole = selected ? ColorRole::SelectionText : ColorRole::DimText;
-    QRect room = option.rect.adjusted(kSpace * 3, 0, -kSpace * 3, 0);
+    const RowLook look = LookOf(option, index);
     painter->save();
-    const int size = option.fontMetrics.height();
-    const QIcon icon = theme_.Icon(index.data(CommandBarModel::IconRole).toString(), dimRole);
-    icon.paint(painter, QRect(room.left(), room.center().y() - size / 2, size, size));
-    room.setLeft(room.left() + size + kSpace * 2);
-
-    const QString detail = option.fontMetrics.elidedText(index.data(CommandBarModel::DetailRole).toString(),
-                                                         Qt::ElideLeft, room.width() / 2);
+    theme_.Icon(index.data(CommandBarModel::IconRole).toString(), dimRole).paint(painter, look.icon);
     painter->setPen(theme_.Color(dimRole));
-    painter->drawText(room, Qt::AlignRight | Qt::AlignVCenter, detail);
-    room.setRight(room.right() - option.fontMetrics.horizontalAdvance(detail) - kSpace * 3);
-
-    const QString text = index.data(Qt::DisplayRole).toString();
+    painter->drawText(look.detail, Qt::AlignRight | Qt::AlignVCenter, look.shownDetail);
     painter->setPen(theme_.Color(textRole));
-    painter->setClipRect(room);
-    QTextLayout layout(text, option.font);
-    QTextOption flow;
-    flow.setWrapMode(QTextOption::NoWrap);
-    layout.setTextOption(flow);
-    layout.setFormats(Strong(text, index.data(CommandBarModel::MarksRole).toList()));
-    layout.beginLayout();
-    const QTextLine line = layout.createLine();
-    layout.endLayout();
-    layout.draw(painter, QPointF(room.left(), room.center().y() - line.height() / 2));
+    painter->setClipRect(look.text);
+    LineOf(option, index, look).Draw(*painter, look.text);
     painter->restore();
+}
+
+bool CommandBarDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const RowLook look = LookOf(option, index);
+    const QString detail = index.data(CommandBarModel::DetailRole).toString();
+    const bool isCut = LineOf(option, index, look).IsCut() || detail != look.shownDetail;
+    const QString whole = QStringLiteral("<p>%1<br>%2</p>")
+                              .arg(index.data(Qt::DisplayRole).toString().toHtmlEscaped(), detail.toHtmlEscaped());
+    QToolTip::showText(event->globalPos(), isCut ? whole : QString(), view);
+    return true;
 }
 
 QSize CommandBarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {

@@ -2,6 +2,9 @@
 
 #include <QAbstractListModel>
 #include <QStyledItemDelegate>
+#include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "app/command_finder.h"
@@ -17,7 +20,10 @@ class CommandBarModel : public QAbstractListModel {
 public:
     enum Role { DetailRole = Qt::UserRole, MarksRole, IconRole };
 
-    using QAbstractListModel::QAbstractListModel;
+    /// How an item reads, asked for once it is shown.
+    using TextOf = std::function<std::string(const FindableItem&)>;
+
+    CommandBarModel(TextOf textOf, QObject* parent) : QAbstractListModel(parent), textOf_(std::move(textOf)) {}
     void Show(const CommandFinder& finder, const QString& typed);
     const FindableItem& ItemAt(int row) const { return rows_[static_cast<size_t>(row)].item; }
 
@@ -28,17 +34,24 @@ private:
     struct Row {
         FindableItem item;
         std::vector<int> marks;
+        mutable std::optional<std::string> text;
     };
+    const std::string& TextOfRow(const Row& row) const;
+
+    TextOf textOf_;
     std::vector<Row> rows_;
 };
 
-/// Draws a row: the icon of its kind, its text with the matching letters strong, and the detail at the right.
+/// Draws a row: the icon of its kind, its text with the matching letters strong, and the detail at the right. A text
+/// that is cut stands whole in the tool tip.
 class CommandBarDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
     CommandBarDelegate(const Theme& theme, QObject* parent) : QStyledItemDelegate(parent), theme_(theme) {}
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
