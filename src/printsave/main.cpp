@@ -4,14 +4,13 @@
 #include <QMessageBox>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 
-#include "notes/note_list_document.h"
 #include "notes/notebook_list.h"
 #include "platform/companion_launcher.h"
 #include "platform/ini_store.h"
 #include "platform/system_sources.h"
-#include "printsave/hand_over.h"
-#include "printsave/note_pictures.h"
+#include "printsave/content_source.h"
 #include "printsave/preview_window.h"
 #include "ui/theme.h"
 
@@ -21,7 +20,6 @@
 namespace {
 
 constexpr int kWrongUsage = 2, kFault = 3;
-constexpr int kTextWidth = 642;  // pixels between the margins of the standard paper
 
 struct Arguments {
     std::filesystem::path file;  ///< empty for the notes at their known place
@@ -95,18 +93,14 @@ lore::NoteBookPaths PathsOfNoteBook(const lore::DataPaths& data, const lore::Set
     return {data, open.folder};
 }
 
-lore::PrintContent ContentOf(const lore::HandOver& read, const lore::DataPaths& data, const lore::IniStore& store,
-                             const lore::ReadContext& context) {
-    if (read.isBibliography)
-        return lore::PrintContent(read.sources);
+lore::ContentSource ContentOf(std::shared_ptr<const lore::HandOver> read, const lore::DataPaths& data,
+                              const lore::IniStore& store, const lore::ReadContext& context) {
+    if (read->isBibliography)
+        return lore::SourceOfBibliography(std::move(read));
     lore::Settings settings;
     settings.LoadOptions(store);
-    const lore::NoteBookPaths paths = PathsOfNoteBook(data, settings, context);
-    lore::Document notes = lore::ComposeNoteList(
-        read.notes, lore::BoardOptionsOf(settings, store),
-        [&](const lore::CAttachment& attachment) { return lore::AttachedPicture(paths, attachment, kTextWidth); });
-    lore::MakePicturesPlain(notes, kTextWidth);
-    return lore::PrintContent(std::move(notes));
+    return lore::SourceOfNotes(std::move(read), PathsOfNoteBook(data, settings, context),
+                               lore::BoardOptionsOf(settings, store));
 }
 
 int Fail(const QString& problem, bool windowed) {
@@ -152,16 +146,16 @@ int main(int argc, char** argv) {
     lore::SystemClock clock;
     lore::SystemGuids guids;
     const lore::ReadContext context = lore::MakeReadContext(clock, guids);
-    const lore::HandOver read =
-        lore::ReadHandOver(arguments.file.empty() ? data.PrintPreview() : arguments.file, context);
-    if (!read.problem.empty())
-        return Fail(QString::fromStdString(read.problem), !headless);
-    lore::PrintContent content = ContentOf(read, data, store, context);
+    const auto read = std::make_shared<const lore::HandOver>(
+        lore::ReadHandOver(arguments.file.empty() ? data.PrintPreview() : arguments.file, context));
+    if (!read->problem.empty())
+        return Fail(QString::fromStdString(read->problem), !headless);
     if (!headless) {
-        lore::PreviewWindow window(content, *theme, store);
+        lore::PreviewWindow window(ContentOf(read, data, store, context), *theme, store);
         window.show();
         return QApplication::exec();
     }
+    lore::PrintContent content = ContentOf(read, data, store, context).Whole();
     content.SetFont(arguments.font);
     const QString failed = lore::SaveContent(content, *lore::FindSavedForm(arguments.out.toStdString()),
                                              lore::StandardPaper(), arguments.out);

@@ -5,7 +5,6 @@
 #include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
-#include <QGraphicsView>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
@@ -13,7 +12,7 @@
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintDialog>
-#include <QPrintPreviewWidget>
+#include <QPrinter>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
@@ -21,6 +20,8 @@
 #include <cerrno>
 
 #include "base/file_io.h"
+#include "printsave/layout_job.h"
+#include "printsave/page_view.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -46,16 +47,17 @@ struct PreviewWindow::Command {
     bool isNamed = false;        ///< its text stands there beside the icon
 };
 
-PreviewWindow::PreviewWindow(PrintContent& content, const Theme& theme, SettingsStore& store)
-    : content_(content), theme_(theme), store_(store), printer_(QPrinter::HighResolution), paper_(StandardPaper()) {
+PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, SettingsStore& store)
+    : source_(std::move(content)), theme_(theme), store_(store), paper_(StandardPaper()) {
     setObjectName("printSave");
-    setWindowTitle((content.IsBibliography() ? tr("Bibliography") : tr("Notes")) + tr(" \u2013 Print or Save"));
+    const bool isBibliography = source_.beginning.IsBibliography();
+    setWindowTitle((isBibliography ? tr("Bibliography") : tr("Notes")) + tr(" \u2013 Print or Save"));
     if (QLocale::system().measurementSystem() == QLocale::ImperialUSSystem)
         paper_.setPageSize(QPageSize(QPageSize::Letter), QMarginsF());
     const int stored = ToQString(store_.Get(kSection, kFont).value_or("0")).toInt();
-    if (content_.IsBibliography())
-        content_.SetFont(static_cast<size_t>(std::clamp<int>(stored, 0, std::size(kBibliographyFonts) - 1)));
-    preview_ = new QPrintPreviewWidget(&printer_, this);
+    if (isBibliography)
+        font_ = static_cast<size_t>(std::clamp<int>(stored, 0, std::size(kBibliographyFonts) - 1));
+    preview_ = new PageView(theme_, this);
     preview_->setObjectName("preview");
     preview_->setAccessibleName(tr("Pages"));
     setCentralWidget(preview_);
@@ -65,12 +67,11 @@ PreviewWindow::PreviewWindow(PrintContent& content, const Theme& theme, Settings
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addPermanentWidget(page_);
     MakeCommands();
-    connect(preview_, &QPrintPreviewWidget::paintRequested, this, [this](QPrinter* printer) { PrintTo(*printer); });
-    connect(preview_, &QPrintPreviewWidget::previewChanged, this, &PreviewWindow::ShowPage);
+    connect(preview_, &PageView::CurrentPageChanged, this, &PreviewWindow::ShowPage);
     connect(&theme_, &Theme::Changed, this, &PreviewWindow::Restyle);
     Restyle();
     LayOut();
-    preview_->fitToWidth();
+    preview_->FitWidth();
     RestorePlace();
     preview_->setFocus();
 }
@@ -85,7 +86,7 @@ void PreviewWindow::MakeCommands() {
     tools_->setIconSize(QSize(kSpace * 4, kSpace * 4));
     tools_->setContentsMargins(kSpace * 2, kSpace, kSpace * 2, kSpace);
     const auto zoom = [this](double factor) {
-        return [this, factor] { preview_->setZoomFactor(std::clamp(preview_->zoomFactor() * factor, 0.1, 8.0)); };
+        return [this, factor] { preview_->SetZoom(preview_->Zoom() * factor); };
     };
     QMenu& file = *menuBar()->addMenu(tr("&File"));
     AddCommand(file, {tr("&Print..."), {QKeySequence::Print}, [this] { Print(); }, "printer", true});
@@ -99,20 +100,23 @@ void PreviewWindow::MakeCommands() {
     tools_->addSeparator();
     AddCommand(view, {tr("Zoom &In"), {QKeySequence::ZoomIn, Qt::CTRL | Qt::Key_Equal}, zoom(kZoomStep), "zoom-in"});
     AddCommand(view, {tr("Zoom &Out"), {QKeySequence::ZoomOut}, zoom(1 / kZoomStep), "zoom-out"});
-    AddCommand(view, {tr("Fit &Width"), {Qt::CTRL | Qt::Key_1}, [this] { preview_->fitToWidth(); }});
-    AddCommand(view, {tr("Fit &Page"), {Qt::CTRL | Qt::Key_2}, [this] { preview_->fitInView(); }});
+    AddCommand(view, {tr("Fit &Width"), {Qt::CTRL | Qt::Key_1}, [this] { preview_->FitWidth(); }});
+    AddCommand(view, {tr("Fit &Page"), {Qt::CTRL | Qt::Key_2}, [this] { preview_->FitPage(); }});
     view.addSeparator();
-    AddCommand(view, {tr("On&e Page"), {}, [this] { preview_->setSinglePageViewMode(); }});
-    AddCommand(view, {tr("&Facing Pages"), {}, [this] { preview_->setFacingPagesViewMode(); }});
-    AddCommand(view, {tr("&All Pages"), {}, [this] { preview_->setAllPagesViewMode(); }});
+    AddCommand(view, {tr("On&e Page"), {}, [this] { preview_->SetArrangement(PageView::Arrangement::One); }});
+    AddCommand(view, {tr("&Facing Pages"), {}, [this] { preview_->SetArrangement(PageView::Arrangement::Facing); }});
+    AddCommand(view, {tr("&All Pages"), {}, [this] { preview_->SetArrangement(PageView::Arrangement::All); }});
     view.addSeparator();
     tools_->addSeparator();
-    const auto step = [this](int by) { return [this, by] { GoToPage(preview_->currentPage() + by); }; };
+    const auto step = [this](int by) { return [this, by] { GoToPage(preview_->CurrentPage() + by); }; };
     previous_ = AddCommand(view, {tr("P&revious Page"), {Qt::CTRL | Qt::Key_PageUp}, step(-1), "arrow-left"});
     next_ = AddCommand(view, {tr("&Next Page"), {Qt::CTRL | Qt::Key_PageDown}, step(1), "arrow-right"});
     AddCommand(view, {tr("Firs&t Page"), {Qt::CTRL | Qt::Key_Home}, [this] { GoToPage(1); }});
-    AddCommand(view, {tr("&Last Page"), {Qt::CTRL | Qt::Key_End}, [this] { GoToPage(PageCount()); }});
-    if (content_.IsBibliography())
+    AddCommand(view, {tr("&Last Page"), {Qt::CTRL | Qt::Key_End}, [this] {
+                          Finish();
+                          GoToPage(PageCount());
+                      }});
+    if (source_.beginning.IsBibliography())
         MakeFontChoice(*menuBar());
 }
 
@@ -179,13 +183,46 @@ void PreviewWindow::closeEvent(QCloseEvent* event) {
 }
 
 void PreviewWindow::LayOut() {
-    QPageLayout whole = paper_;
-    whole.setMode(QPageLayout::FullPageMode);
-    printer_.setPageLayout(whole);
-    printer_.setFullPage(true);
-    text_ = std::make_unique<PagedText>(QString::fromStdString(content_.Html()), paper_);
-    preview_->updatePreview();
+    if (job_) {
+        // What it makes is of no use any more.
+        disconnect(job_, nullptr, this, nullptr);
+        connect(job_, &LayoutJob::Done, job_, &QObject::deleteLater);
+        job_ = nullptr;
+    }
+    content_ = std::make_shared<const PrintContent>(source_.beginning.InFont(font_));
+    const auto shown =
+        std::exchange(text_, std::make_unique<PagedText>(QString::fromStdString(content_->Html()), paper_));
+    if (source_.makeWhole)
+        LayOutBeside();
+    preview_->SetText(*text_);
     ShowPage();
+}
+
+void PreviewWindow::LayOutBeside() {
+    const auto make = [make = source_.makeWhole, known = whole_, font = font_] {
+        return std::make_shared<const PrintContent>(known ? known->InFont(font) : make().InFont(font));
+    };
+    job_ = new LayoutJob(make, paper_, this);
+    connect(job_, &LayoutJob::Done, this, &PreviewWindow::TakeWhole);
+}
+
+void PreviewWindow::TakeWhole() {
+    LaidOutContent made = job_->Take();
+    job_->disconnect(this);
+    job_->deleteLater();
+    job_ = nullptr;
+    whole_ = content_ = std::move(made.content);
+    const auto shown = std::exchange(text_, std::move(made.text));
+    preview_->SetText(*text_);
+    ShowPage();
+}
+
+void PreviewWindow::Finish() {
+    if (IsWhole())
+        return;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    TakeWhole();
+    QGuiApplication::restoreOverrideCursor();
 }
 
 void PreviewWindow::SetPaper(const QPageLayout& paper) {
@@ -195,12 +232,13 @@ void PreviewWindow::SetPaper(const QPageLayout& paper) {
 }
 
 void PreviewWindow::SetFont(int font) {
-    content_.SetFont(static_cast<size_t>(font));
+    font_ = static_cast<size_t>(font);
     store_.Set(kSection, kFont, std::to_string(font));
     LayOut();
 }
 
-void PreviewWindow::PrintTo(QPrinter& printer) const {
+void PreviewWindow::PrintTo(QPrinter& printer) {
+    Finish();
     const int first = std::max(printer.fromPage(), 1);
     const int last = printer.toPage() > 0 ? std::min(printer.toPage(), PageCount()) : PageCount();
     const bool backwards = printer.pageOrder() == QPrinter::LastPageFirst;
@@ -213,6 +251,7 @@ void PreviewWindow::PrintTo(QPrinter& printer) const {
 }
 
 void PreviewWindow::Print() {
+    Finish();
     QPrinter printer(QPrinter::HighResolution);
     QPageLayout whole = paper_;
     whole.setMode(QPageLayout::FullPageMode);
@@ -236,7 +275,7 @@ void PreviewWindow::AskAndSave() {
     QFileDialog dialog(this, tr("Save As"), {}, filters.join(";;"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QString::fromLatin1(kSavedForms[0].ending));
-    dialog.selectFile(content_.IsBibliography() ? tr("Bibliography") : tr("Notes"));
+    dialog.selectFile(source_.beginning.IsBibliography() ? tr("Bibliography") : tr("Notes"));
     connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
         dialog.setDefaultSuffix(
             QString::fromLatin1(kSavedForms[std::max<qsizetype>(filters.indexOf(filter), 0)].ending));
@@ -247,8 +286,9 @@ void PreviewWindow::AskAndSave() {
 
 bool PreviewWindow::Save(const QString& path) {
     const SavedForm* const form = FindSavedForm(path.toStdString());
-    const QString failed =
-        form ? SaveContent(content_, *form, paper_, path) : tr("The name must end in .pdf, .html, .rtf, .odt or .txt.");
+    Finish();
+    const QString failed = form ? SaveContent(*content_, *form, paper_, path)
+                                : tr("The name must end in .pdf, .html, .rtf, .odt or .txt.");
     if (failed.isEmpty())
         statusBar()->showMessage(tr("Saved as %1").arg(path));
     else
@@ -265,20 +305,22 @@ void PreviewWindow::SetUpPage() {
 }
 
 void PreviewWindow::GoToPage(int page) {
-    preview_->setCurrentPage(std::clamp(page, 1, PageCount()));
+    if (page > PageCount())
+        Finish();
+    preview_->SetCurrentPage(page);
     ShowPage();
 }
 
 void PreviewWindow::ShowPage() {
-    const int page = std::max(1, preview_->currentPage());
-    page_->setText(tr("Page %1 of %2").arg(page).arg(PageCount()));
+    const int page = preview_->CurrentPage();
+    page_->setText(IsWhole() ? tr("Page %1 of %2").arg(page).arg(PageCount())
+                             : tr("Page %1 \u2013 more are being laid out").arg(page));
     previous_->setEnabled(page > 1);
-    next_->setEnabled(page < PageCount());
+    next_->setEnabled(page < PageCount() || !IsWhole());
 }
 
 void PreviewWindow::Restyle() {
-    for (auto* const pages : preview_->findChildren<QGraphicsView*>())
-        pages->setBackgroundBrush(theme_.Color(ColorRole::Board));
+    preview_->viewport()->update();
     for (QAction* const action : tools_->actions()) {
         if (const QString icon = action->property("iconName").toString(); !icon.isEmpty())
             action->setIcon(theme_.Icon(icon));

@@ -2,40 +2,46 @@
 
 #include <QMainWindow>
 #include <QPageLayout>
-#include <QPrinter>
 #include <functional>
 #include <memory>
 
 #include "platform/pdf/paged_text.h"
 #include "ports/settings_store.h"
-#include "printsave/print_content.h"
+#include "printsave/content_source.h"
 
 class QComboBox;
 class QLabel;
-class QPrintPreviewWidget;
+class QPrinter;
 class QToolBar;
 
 namespace lore {
 
+class LayoutJob;
+class PageView;
 class Theme;
 
-/// Shows contents page by page, prints them and saves them.
+/// Shows contents page by page, prints them and saves them. The first pages stand there at once; what needs all pages
+/// waits for those that are still laid out beside the window.
 class PreviewWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// All outlive the window.
-    PreviewWindow(PrintContent& content, const Theme& theme, SettingsStore& store);
+    /// The theme and the store outlive the window.
+    PreviewWindow(ContentSource content, const Theme& theme, SettingsStore& store);
     ~PreviewWindow() override;
 
-    QPrintPreviewWidget* Preview() const { return preview_; }
+    PageView* Preview() const { return preview_; }
+    /// Of the pages that are laid out.
     int PageCount() const { return text_->PageCount(); }
+    bool IsWhole() const { return !job_; }
+    /// Waits for the pages that are still laid out.
+    void Finish();
     const QPageLayout& Paper() const { return paper_; }
     void SetPaper(const QPageLayout& paper);
     /// Writes the contents in the form that the name ends in. A failure is told in a window.
     bool Save(const QString& path);
     /// Prints to a printer that is set up.
-    void PrintTo(QPrinter& printer) const;
+    void PrintTo(QPrinter& printer);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -47,6 +53,8 @@ private:
     void MakeFontChoice(QMenuBar& bar);
     void RestorePlace();
     void LayOut();
+    void LayOutBeside();
+    void TakeWhole();
     void SetFont(int font);
     void Print();
     void AskAndSave();
@@ -55,13 +63,16 @@ private:
     void ShowPage();
     void Restyle();
 
-    PrintContent& content_;
+    ContentSource source_;
+    std::shared_ptr<const PrintContent> content_;
+    std::shared_ptr<const PrintContent> whole_;  ///< in any font; null until it has been made once
+    size_t font_ = 0;
     const Theme& theme_;
     SettingsStore& store_;
-    QPrinter printer_;
     QPageLayout paper_;
     std::unique_ptr<PagedText> text_;
-    QPrintPreviewWidget* preview_ = nullptr;
+    LayoutJob* job_ = nullptr;  ///< makes the pages behind those of the beginning
+    PageView* preview_ = nullptr;
     QToolBar* tools_ = nullptr;
     QComboBox* fonts_ = nullptr;
     QLabel* page_ = nullptr;

@@ -32,6 +32,11 @@ public:
     bool IsBibliography() const { return !notes_; }
     /// The typeface of a bibliography, by its place in kBibliographyFonts. Notes keep their own.
     void SetFont(size_t font) { bibliography_.font = kBibliographyFonts[font]; }
+    PrintContent InFont(size_t font) const {
+        PrintContent copy = *this;
+        copy.SetFont(font);
+        return copy;
+    }
 
     /// The page that the preview, the printer and PDF files lay out, and that is saved as it stands.
     std::string Html() const;

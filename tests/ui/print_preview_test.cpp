@@ -5,13 +5,16 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
-#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QScrollBar>
+#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <memory>
 
 #include "base/file_io.h"
+#include "printsave/page_view.h"
 #include "printsave/preview_window.h"
 #include "rtf/rtf.h"
 #include "support/memory_store.h"
@@ -27,22 +30,29 @@ class PrintPreviewTest : public QObject {
 private:
     /// So many sources of one style, each two lines long.
     static PrintContent Bibliography(int count);
-    void Open(PrintContent content);
+    void Open(ContentSource content);
+    void Open(PrintContent content) { Open(ContentSource{std::move(content)}); }
+    /// A bibliography whose first 50 entries are there at once; the others come once they are let.
+    ContentSource Slow(int count);
     QAction* Command(const QString& text) const;
     QString PageText() const { return window_->findChild<QLabel*>("page")->text(); }
     static int PagesOf(const std::string& pdf);
 
     std::unique_ptr<Theme> theme_;
-    std::unique_ptr<PrintContent> content_;
     std::unique_ptr<PreviewWindow> window_;
     MemoryStore store_;
     QTemporaryDir folder_;
+    QSemaphore others_;
 
 private slots:
     void initTestCase() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
     void init() { store_ = MemoryStore(); }
     void cleanup() { window_.reset(); }
     void pages_are_turned();
+    void first_pages_stand_there_while_the_rest_is_laid_out();
+    void what_needs_all_pages_waits_for_them();
+    void layouts_overtake_each_other();
+    void only_pages_in_sight_are_drawn();
     void another_font_lays_out_anew_and_is_remembered();
     void another_paper_makes_more_pages();
     void a_range_is_printed();
@@ -70,9 +80,15 @@ PrintContent PrintPreviewTest::Bibliography(int count) {
     return PrintContent(sources);
 }
 
-void PrintPreviewTest::Open(PrintContent content) {
-    content_ = std::make_unique<PrintContent>(std::move(content));
-    window_ = std::make_unique<PreviewWindow>(*content_, *theme_, store_);
+ContentSource PrintPreviewTest::Slow(int count) {
+    return {Bibliography(50), [this, count] {
+                others_.acquire();
+                return Bibliography(count);
+            }};
+}
+
+void PrintPreviewTest::Open(ContentSource content) {
+    window_ = std::make_unique<PreviewWindow>(std::move(content), *theme_, store_);
     window_->show();
     QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
 }
@@ -103,14 +119,112 @@ void PrintPreviewTest::pages_are_turned() {
     Command("Next Page")->trigger();
     QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(pages));
     Command("Last Page")->trigger();
-    QCOMPARE(window_->Preview()->currentPage(), pages);
+    QCOMPARE(window_->Preview()->CurrentPage(), pages);
     QVERIFY(!Command("Next Page")->isEnabled());
-    const double before = window_->Preview()->zoomFactor();
+    const double before = window_->Preview()->Zoom();
     Command("Zoom In")->trigger();
-    QVERIFY(window_->Preview()->zoomFactor() > before);
+    QVERIFY(window_->Preview()->Zoom() > before);
     for (int i = 0; i < 40; ++i)
         Command("Zoom Out")->trigger();
-    QVERIFY(window_->Preview()->zoomFactor() > 0.05);
+    QVERIFY(window_->Preview()->Zoom() > 0.05);
+}
+
+void PrintPreviewTest::first_pages_stand_there_while_the_rest_is_laid_out() {
+    Open(Slow(600));
+    QVERIFY(!window_->IsWhole());
+    QVERIFY(window_->PageCount() >= 2);
+    QVERIFY(PageText().startsWith("Page 1 \u2013"));
+    QImage early(window_->Preview()->viewport()->size(), QImage::Format_RGB32);
+    window_->Preview()->viewport()->render(&early);
+    QVERIFY(early.pixelColor(early.width() / 2, 60) == Qt::white);
+    Command("Next Page")->trigger();
+    window_->Preview()->verticalScrollBar()->setValue(window_->Preview()->verticalScrollBar()->value() + 100);
+    const int place = window_->Preview()->verticalScrollBar()->value();
+    others_.release();
+    QTRY_VERIFY(window_->IsWhole());
+    QVERIFY(window_->PageCount() > 20);
+    QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(window_->PageCount()));
+    QCOMPARE(window_->Preview()->verticalScrollBar()->value(), place);
+    Command("First Page")->trigger();
+    QImage late(early.size(), QImage::Format_RGB32);
+    window_->Preview()->viewport()->render(&late);
+    QVERIFY2(early == late, "the first page stands as it stood");
+}
+
+void PrintPreviewTest::what_needs_all_pages_waits_for_them() {
+    others_.release();
+    Open(Slow(400));
+    Command("Last Page")->trigger();
+    QVERIFY(window_->IsWhole());
+    QCOMPARE(window_->Preview()->CurrentPage(), window_->PageCount());
+    const int pages = window_->PageCount();
+    others_.release();
+    Open(Slow(400));
+    QVERIFY(window_->Save(folder_.filePath("whole.pdf")));
+    std::string pdf;
+    ReadFile(folder_.filePath("whole.pdf").toStdString(), pdf);
+    QCOMPARE(PagesOf(pdf), pages);
+    others_.release();
+    Open(Slow(400));
+    QVERIFY(window_->Save(folder_.filePath("whole.txt")));
+    ReadFile(folder_.filePath("whole.txt").toStdString(), pdf);
+    QVERIFY(pdf.find("Part 400.") != std::string::npos);
+}
+
+void PrintPreviewTest::layouts_overtake_each_other() {
+    Open(Slow(400));
+    auto* const fonts = window_->findChild<QComboBox*>("fonts");
+    for (const char* font : {"Courier New", "Arial", "Times New Roman", "Courier New"}) {
+        fonts->setCurrentText(font);
+        QTest::qWait(1);
+    }
+    others_.release(5);
+    QTRY_VERIFY(window_->IsWhole());
+    const int pages = window_->PageCount();
+    fonts->setCurrentText("Arial");
+    QTRY_VERIFY2(window_->IsWhole(), "what was made once isn't made again");
+    QVERIFY(window_->PageCount() < pages);
+    Open(Slow(400));
+    others_.release();
+    window_.reset();  // while it is laid out
+}
+
+void PrintPreviewTest::only_pages_in_sight_are_drawn() {
+    Open(Bibliography(900));
+    PageView* const view = window_->Preview();
+    QVERIFY(window_->PageCount() > 40);
+    const auto visible = [view] {
+        const auto [first, last] = view->VisiblePages();
+        return last - first + 1;
+    };
+    Command("Fit Page")->trigger();
+    QCOMPARE(visible(), 1);
+    Command("Facing Pages")->trigger();
+    QVERIFY(visible() <= 4);
+    for (int page : {1, 17, window_->PageCount(), 2}) {
+        view->SetCurrentPage(page);
+        const auto [first, last] = view->VisiblePages();
+        QVERIFY(first <= page && page <= last);
+        QCOMPARE(view->CurrentPage(), page);
+    }
+    Command("All Pages")->trigger();
+    QVERIFY(visible() > 4 && visible() < window_->PageCount());
+    QTest::keyClick(view, Qt::Key_End);
+    QCOMPARE(view->CurrentPage(), window_->PageCount());
+    QTest::keyClick(view, Qt::Key_Home);
+    QCOMPARE(view->CurrentPage(), 1);
+    Command("One Page")->trigger();
+    const double fitted = view->Zoom();
+    window_->resize(window_->width() + 200, window_->height());
+    QVERIFY2(view->Zoom() > fitted, "the width is fitted again");
+    view->SetCurrentPage(20);
+    view->verticalScrollBar()->setValue(view->verticalScrollBar()->value() + 77);
+    Command("Zoom In")->trigger();
+    Command("Zoom In")->trigger();
+    QCOMPARE(view->CurrentPage(), 20);
+    const double zoomed = view->Zoom();
+    window_->resize(window_->width() - 200, window_->height());
+    QCOMPARE(view->Zoom(), zoomed);
 }
 
 void PrintPreviewTest::another_font_lays_out_anew_and_is_remembered() {

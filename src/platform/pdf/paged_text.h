@@ -6,6 +6,7 @@
 
 class QPagedPaintDevice;
 class QPainter;
+class QThread;
 
 namespace lore {
 
@@ -18,6 +19,10 @@ public:
     /// `paper` says the size, the direction and the margins.
     PagedText(const QString& html, const QPageLayout& paper);
 
+    /// In pixels.
+    QSizeF PaperSize() const { return paper_.size(); }
+    /// For a text that was laid out on a thread of its own; to be called there.
+    void MoveToThread(QThread& thread) { document_.moveToThread(&thread); }
     int PageCount() const { return document_.pageCount(); }
     QString Title() const { return document_.metaInformation(QTextDocument::DocumentTitle); }
     /// Draws a page, from 0, with its number if there are several. The painter's origin is the corner of the paper, its
