@@ -21,7 +21,7 @@ constexpr std::string_view kStyles =
 </office:styles>
 <office:automatic-styles>
 <style:page-layout style:name="Page">
-<style:page-layout-properties fo:page-width="21cm" fo:page-height="29.7cm" style:print-orientation="portrait" fo:margin="2.5cm"/>
+<style:page-layout-properties fo:page-width="21cm" fo:page-height="29.7cm" style:print-orientation="portrait" fo:margin="2cm"/>
 </style:page-layout>
 </office:automatic-styles>
 <office:master-styles>

@@ -1,6 +1,6 @@
 #include "bibliography/output_paragraph.h"
 #include "bibliography/output_writers.h"
-#include "rtf/rtf.h"
+#include "rtf/office_rtf.h"
 
 namespace lore {
 
@@ -48,7 +48,7 @@ std::string BibliographyAsRtf(const BibliographyDocument& document) {
     }
     Document rtf = builder.Finish({}, !document.entries.empty());
     rtf.default_font = plain.font;
-    return WriteRtf(rtf);
+    return WriteOfficeRtf(rtf);
 }
 
 }  // namespace lore

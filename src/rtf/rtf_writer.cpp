@@ -69,6 +69,7 @@ public:
 
 private:
     void WriteHead();
+    void WritePaper();
     void WriteParagraph(size_t index);
     void WriteParagraphFormat(const Paragraph& paragraph);
     void WriteList(const ParagraphFormat& format);
@@ -126,7 +127,18 @@ void RtfWriter::WriteHead() {
     WriteFonts(out_, document_);
     colors_.Write(out_);
     WriteLists(out_, document_);
+    if (!old_marks_)
+        WritePaper();
     ResetFormat();
+}
+
+/// A4 with margins of 2 cm, as the other forms have it. Without it office programs take a paper of their own.
+void RtfWriter::WritePaper() {
+    out_.Word("paperw", 11906);
+    out_.Word("paperh", 16838);
+    for (const char* const side : {"margl", "margr", "margt", "margb"})
+        out_.Word(side, 1134);
+    out_.NewLine();
 }
 
 void RtfWriter::ResetFormat() {

@@ -136,7 +136,7 @@ TEST(AppendDocument, KeepsFontsLinksTablesAndListsApart) {
     EXPECT_EQ(numbers, (std::vector<std::string>{"1.", "1."})) << "each text counts for itself";
 }
 
-TEST(OfficeRtf, LeavesOutTheOlderMarksAndReadsBack) {
+TEST(OfficeRtf, HasAPaperButNoOlderMarksAndReadsBack) {
     DocumentBuilder builder;
     ParagraphFormat format;
     format.list = ListKind::kDecimal;
@@ -145,6 +145,8 @@ TEST(OfficeRtf, LeavesOutTheOlderMarksAndReadsBack) {
     const Document document = builder.Finish(format, false);
     EXPECT_THAT(WriteRtf(document), HasSubstr("\\pndec"));
     EXPECT_THAT(WriteOfficeRtf(document), Not(HasSubstr("\\pn")));
+    EXPECT_THAT(WriteOfficeRtf(document), HasSubstr("\\paperw11906\\paperh16838\\margl1134"));
+    EXPECT_THAT(WriteRtf(document), Not(HasSubstr("\\paperw")));
     const Document read = ReadRtf(WriteOfficeRtf(document));
     EXPECT_EQ(read.text, "item");
     EXPECT_EQ(read.paragraphs[0].format.list, ListKind::kDecimal);
