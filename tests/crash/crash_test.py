@@ -4,7 +4,7 @@
 After a kill the data folder shows each note as it was or as it would have become, and nothing that a note names is
 missing. After a failure the same holds, the command has told the failure, and the same command then works.
 
-Usage: crash_test.py LOREBINDER_CLI FAULT_SHIM [unittest arguments]"""
+Usage: crash_test.py LOREBINDER_CLI FAULT_SHIM EDIT_RUN [unittest arguments]"""
 import errno
 import json
 import os
@@ -16,7 +16,9 @@ import sys
 import tempfile
 import unittest
 
-CLI, SHIM = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:3])
+CLI, SHIM, EDIT_RUN = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:4])
+# Before the name of a step that only a dialog offers.
+DIALOG = "dialog"
 OK_FINDINGS = {"note-twice", "note-in-wrong-file", "attachment-unused"}
 TOLD_FINDINGS = OK_FINDINGS | {"attachment-missing"}
 # Beyond this many changes a command isn't one that a person waits for.
@@ -25,7 +27,8 @@ MOST_POINTS = 400
 
 def run(data, *args, **env):
     full = dict(os.environ, **{key: str(value) for key, value in env.items()})
-    return subprocess.run([CLI, "--data", str(data), *map(str, args)], env=full, capture_output=True, text=True,
+    program = [EDIT_RUN, str(data), *args[1:]] if args[0] == DIALOG else [CLI, "--data", str(data), *map(str, args)]
+    return subprocess.run(program, env=full, capture_output=True, text=True,
                           errors="replace", check=False)
 
 
@@ -40,11 +43,16 @@ def state(data):
     """What each note of each NoteBook holds, without what differs from run to run."""
     notes = {}
     for book in answer(data, "notebooks"):
+        sources = {one["SourceGUID"]: one for one in answer(data, "--notebook", book["guid"], "sources")}
+        notes |= {("source", book["name"], one["SourceID"]): [one["FieldTexts"][0], one["SourceType"]]
+                  for one in sources.values()}
         for line in answer(data, "--notebook", book["guid"], "notes"):
             note = answer(data, "--notebook", book["guid"], "note", line["id"])
             attachments = [(one["title"], one["type"], content(data, book, one)) for one in note["attachments"]]
             key = book["name"], note["guid"] if note["guid"] in ORIGINAL else note["plainText"][:60]
-            notes[key] = (note["plainText"], note["keyWords"], len(note["sources"]), note["categories"],
+            # What a note alone knows of its sources; what it knows of one that isn't there shows nowhere.
+            remarks = [(sources[guid]["SourceID"], text) for guid, text in note["sourceInfo"] if guid in sources]
+            notes[key] = (note["plainText"], remarks, note["keyWords"], len(note["sources"]), note["categories"],
                           note["borderColor"], attachments)
     return notes | calendar(data)
 
@@ -89,6 +97,9 @@ class World:
         self.sources = [source["SourceID"] for source in answer(self.base, "sources")]
         for id in self.ids[:3]:
             self.must("edit", id, "--source", self.sources[0], "--attach", self.folder / "three.txt")
+        for id, path in zip(self.ids, ("Sea/Coast", "Land/Hill", "Sky", "Gone/Away")):
+            self.must("edit", id, "--category", "2", path)
+        self.must(DIALOG, "remark")
         self.must("notebook", "create", "Second Book")
         self.must("export", "--out", self.folder / "all.lbe")
         self.must("event", "add", "--label", "Class", "--start", "2049-01-04T09:00", "--repeat", "daily", "--until",
@@ -144,6 +155,10 @@ def flows():
         "schedule": ["event", "edit", WORLD.events[2], "--following", "--start", "2049-01-06T15:00", "--end",
                      "2049-01-06T17:00"],
         "texts": ["event", "edit", WORLD.events[2], "--all", "--label", "Changed", "--popup", 60],
+        "title of a source": [DIALOG, "title"],
+        "type of a source": [DIALOG, "type"],
+        "unused source": [DIALOG, "unused"],
+        "category trees": [DIALOG, "trees"],
         "remove events": ["event", "delete", WORLD.events[2], "--following"],
     }
     chosen = os.environ.get("LORE_FLOWS")
@@ -198,7 +213,7 @@ class Crash(unittest.TestCase):
             self.assertTrue(self.is_harmless(line), f"{name}, change {number} failed in silence: {line}")
             return False
         self.assertEqual(result.returncode, 3, f"{name} {number}: {result.stderr}")
-        self.assertIn("lorebinder-cli: ", result.stderr)
+        self.assertRegex(result.stderr, "(lorebinder-cli|edit_run): ")
         return False
 
     @staticmethod
@@ -246,4 +261,4 @@ class Crash(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:])
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:])
