@@ -110,8 +110,7 @@ public:
     const OpenNoteBook& NoteBook() const { return book_; }
     CNoteList& List() { return list_; }
     const CNoteList& List() const { return list_; }
-    TextCache& Texts() { return *texts_; }
-    const TextCache& Texts() const { return *texts_; }
+    TextCache& Texts() const { return *texts_; }
     const AppPorts& Ports() const { return ports_; }
     ReadContext Context() const;
     /// The last ids given out, and how a command that gives out more stores them at once.
