@@ -16,6 +16,7 @@
 
 #include "ui/board_fixture.h"
 #include "ui/note_editor/note_actions.h"
+#include "ui/row_drag.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources/edit_source_types_dlg.h"
 #include "ui/sources/source_preview_wnd.h"
@@ -68,6 +69,7 @@ private slots:
     void a_failed_write_keeps_what_was_typed();
     void cancel_keeps_new_authors_and_asks_before_it_drops_a_text();
     void types_are_made_and_used();
+    void names_are_dragged_into_another_order();
     void alt_keys_are_unique_and_controls_are_named();
     void thousands_of_sources_scroll();
     void looks_good_data();
@@ -353,6 +355,37 @@ void SourcesTest::types_are_made_and_used() {
     });
     QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.name, std::string("Log Book"));
     QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.fields[2].value, std::string("HMS Argyll"));
+}
+
+void SourcesTest::names_are_dragged_into_another_order() {
+    InNewSource([&](CEditSourceDlg& dialog) {
+        auto* const available = dialog.findChild<QListWidget*>("availableAuthors");
+        auto* const taken = dialog.findChild<QListWidget*>("sourceAuthors");
+        for (int i = 0; i < 3; ++i)
+            emit available->itemActivated((available->setCurrentRow(0), available->item(0)));
+        Retype(&dialog, "title", "Three keepers");
+        const QStringList names = Lines(taken);
+        QCOMPARE(names.size(), 3);
+        const QString before = dialog.Preview()->Text();
+        DragRow(*taken, 0, 3);
+        QCOMPARE(Lines(taken), (QStringList{names[1], names[2], names[0]}));
+        QVERIFY(dialog.Preview()->Text() != before);
+        DragRow(*taken, 2, 1);
+        QCOMPARE(Lines(taken), (QStringList{names[1], names[0], names[2]}));
+        DragRow(*taken, 1, 0);
+        QCOMPARE(Lines(taken), names);
+        QCOMPARE(dialog.Preview()->Text(), before);
+        Next<CEditSourceTypesDlg>([](CEditSourceTypesDlg& types) {
+            Click(&types, "newType");
+            auto* const fields = types.findChild<QListWidget*>("fields");
+            const QStringList lines = Lines(fields);
+            DragRow(*fields, fields->count() - 1, 0);
+            QCOMPARE(Lines(fields), (QStringList{lines.last()} + lines.mid(0, lines.size() - 1)));
+        });
+        prompts_.answers = {PromptAnswer::Yes};
+        Click(&dialog, "editTypes");
+        prompts_.answers = {PromptAnswer::Yes};
+    });
 }
 
 void SourcesTest::alt_keys_are_unique_and_controls_are_named() {
