@@ -55,7 +55,7 @@ struct LargeBook {
                 forest.IndexNote(note, PathTo(10 + static_cast<int32_t>(random() % (highest - 9))), set);
             sources.AddNoteID(1011 + static_cast<int32_t>(random() % kSources), note);
             const auto word = [&] { return "word " + std::to_string(random() % kKeyWords); };
-            keyWords.AddNoteToKeyWords(note, word() + ", " + word());
+            keyWords.AddKeyWordsOfNote(word() + ", " + word(), note);
             colors.AddNoteToColor(note, static_cast<Rgb>(random() % 40 * 6));
             all.AddTail(note);
             if (note % 20 == 0)

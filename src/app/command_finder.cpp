@@ -163,8 +163,10 @@ std::vector<FoundItem> CommandFinder::Find(std::string_view typed, size_t limit)
         match.marks.erase(std::unique(match.marks.begin(), match.marks.end()), match.marks.end());
         found.push_back(std::move(match));
         if (words.empty() && found.size() == limit)
-            return found;
+            break;
     }
+    if (words.empty())
+        return found;
     const auto key = [this](const FoundItem& match) {
         return std::tuple(-match.score, items_[match.item].kind, folded_[match.item].size(), match.item);
     };

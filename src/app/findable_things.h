@@ -8,8 +8,9 @@
 namespace lore {
 
 /// Adds what the open NoteBook has to find: the other NoteBooks, categories, sources, key words, the notes of the
-/// current list, and the others as far as their texts are held for searches; those stand with their folded text. Ids are those of the records; of a NoteBook and a key word their position in NoteBookChoices() and in
-/// the list of key words.
+/// current list, and the others as far as their texts are held for searches; those stand with their folded text. Ids
+/// are those of the records; of a NoteBook and a key word their position in NoteBookChoices() and in the list of key
+/// words.
 void AddFindableThings(const CLorebinderApp& app, CommandFinder& finder);
 
 /// The text of an item as it is written; of a note that isn't in the list it is read from its file.

@@ -65,7 +65,8 @@ void TellUnknown(const NoteIndex& index, const LongList& ids, FaultNotice& fault
             named += (named.empty() ? "" : ", ") + std::to_string(id);
     }
     if (count > 0)
-        faults.Tell({std::to_string(count) + (count == 1 ? " note was" : " notes were") + " left out of the print", {},
+        faults.Tell({std::to_string(count) + (count == 1 ? " note was" : " notes were") + " left out of the print",
+                     {},
                      "this NoteBook has no note with the number " + named + (count > kMostNamed ? " ..." : "")});
 }
 

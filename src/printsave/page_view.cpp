@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/pdf/paged_text.h"
 #include "ui/theme_look.h"
 
 namespace lore {
@@ -28,17 +27,48 @@ PageView::PageView(const ThemeLook& theme, QWidget* parent)
     setFrameShape(QFrame::NoFrame);
 }
 
-int PageView::Count() const {
-    return text_ ? text_->PageCount() : 0;
-}
-
-void PageView::SetText(const PagedText& text) {
-    text_ = &text;
-    pictures_.clear();
-    current_ = std::clamp(current_, 0, std::max(Count() - 1, 0));
+void PageView::Show(ShownPages pages) {
+    pages_ = std::move(pages);
+    asked_.clear();
+    for (const int page : pictures_.keys())
+        pictures_.object(page)->scale = 0;
+    current_ = std::clamp(current_, 0, std::max(pages_.count - 1, 0));
     ApplyFit();
     LayOut();
     emit CurrentPageChanged();
+}
+
+void PageView::Take(int page, double scale, const QImage& picture) {
+    if (asked_.value(page) == scale)
+        asked_.remove(page);
+    if (!picture.isNull()) {
+        QPixmap pixmap = QPixmap::fromImage(picture);
+        const qsizetype bytes = qsizetype{pixmap.width()} * pixmap.height() * 4;
+        // One alone may be larger than all that is kept.
+        pictures_.insert(page, new Picture{std::move(pixmap), scale},
+                         static_cast<int>(std::min<qsizetype>(bytes / 1024, pictures_.maxCost())));
+    }
+    viewport()->update();
+}
+
+bool PageView::HasPicture(int page) const {
+    const Picture* const picture = pictures_.object(page);
+    return picture && picture->scale == Scale();
+}
+
+void PageView::AskFor(int page) {
+    if (HasPicture(page) || asked_.value(page) == Scale() || !pages_.draw)
+        return;
+    asked_[page] = Scale();
+    pages_.draw(page, Scale());
+}
+
+bool PageView::IsDrawn() const {
+    const auto [first, last] = VisiblePages();
+    for (int page = first - 1; page < last; ++page)
+        if (!HasPicture(page))
+            return false;
+    return true;
 }
 
 void PageView::SetArrangement(Arrangement arrangement) {
@@ -59,9 +89,9 @@ void PageView::Fit(FitKind kind) {
 }
 
 void PageView::ApplyFit() {
-    if (!text_ || fit_ == FitKind::None)
+    if (pages_.count == 0 || fit_ == FitKind::None)
         return;
-    const QSizeF sheet = text_->PaperSize();
+    const QSizeF sheet = pages_.paper;
     const int across = arrangement_ == Arrangement::Facing ? 2 : 1;
     const double wide = (viewport()->width() - kGap * (across + 1)) / (sheet.width() * across);
     const double high = (viewport()->height() - kGap * 2) / sheet.height();
@@ -75,9 +105,8 @@ void PageView::ChangeZoom(double zoom) {
         return;
     // What stands at the top stays there.
     const int top = PageAt(verticalScrollBar()->value());
-    const double into = text_ ? double(-SheetRect(top).top()) / SheetSize().height() : 0;
+    const double into = double(-SheetRect(top).top()) / SheetSize().height();
     zoom_ = wanted;
-    pictures_.clear();
     LayOut();
     goes_ = true;
     verticalScrollBar()->setValue(verticalScrollBar()->value() + SheetRect(top).top() +
@@ -91,7 +120,7 @@ void PageView::LayOut() {
     columns_ = arrangement_ == Arrangement::One      ? 1
                : arrangement_ == Arrangement::Facing ? 2
                                                      : std::max(1, (viewport()->width() - kGap) / wide);
-    const int rows = Count() == 0 ? 0 : CellOf(Count() - 1) / columns_ + 1;
+    const int rows = pages_.count == 0 ? 0 : CellOf(pages_.count - 1) / columns_ + 1;
     verticalScrollBar()->setRange(0, std::max(0, rows * high + kGap - viewport()->height()));
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setSingleStep(fontMetrics().height() * kLinesAStep);
@@ -106,7 +135,7 @@ int PageView::CellOf(int page) const {
 }
 
 QSize PageView::SheetSize() const {
-    return text_ ? (text_->PaperSize() * zoom_).toSize().expandedTo(QSize(1, 1)) : QSize(1, 1);
+    return (pages_.paper * zoom_).toSize().expandedTo(QSize(1, 1));
 }
 
 QRect PageView::SheetRect(int page) const {
@@ -122,17 +151,17 @@ QRect PageView::SheetRect(int page) const {
 int PageView::PageAt(int contentsY) const {
     const int row = std::max(0, contentsY - kGap) / (SheetSize().height() + kGap);
     const int page = row * columns_ - CellOf(0);
-    return std::clamp(page, 0, std::max(Count() - 1, 0));
+    return std::clamp(page, 0, std::max(pages_.count - 1, 0));
 }
 
 std::pair<int, int> PageView::VisiblePages() const {
     const int top = verticalScrollBar()->value();
-    const int last = PageAt(top + viewport()->height()) + columns_ - 1;
-    return {PageAt(top) + 1, std::min(last + 1, Count())};
+    const int last = PageAt(top + viewport()->height() - 1) + columns_ - 1;
+    return {PageAt(top) + 1, std::min(last + 1, pages_.count)};
 }
 
 void PageView::SetCurrentPage(int page) {
-    const int wanted = std::clamp(page, 1, std::max(Count(), 1)) - 1;
+    const int wanted = std::clamp(page, 1, std::max(pages_.count, 1)) - 1;
     goes_ = true;
     verticalScrollBar()->setValue(verticalScrollBar()->value() + SheetRect(wanted).top() - kGap);
     goes_ = false;
@@ -142,34 +171,22 @@ void PageView::SetCurrentPage(int page) {
     emit CurrentPageChanged();
 }
 
-const QPixmap& PageView::Picture(int page) {
-    if (const QPixmap* const kept = pictures_.object(page))
-        return *kept;
-    const qreal ratio = devicePixelRatioF();
-    auto* const picture = new QPixmap(SheetSize() * ratio);
-    picture->setDevicePixelRatio(ratio);
-    picture->fill(Qt::white);
-    QPainter painter(picture);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.scale(zoom_, zoom_);
-    text_->DrawPage(painter, page, PagedText::kPixelsPerInch);
-    painter.end();
-    const auto bytes = static_cast<qsizetype>(picture->width()) * picture->height() * 4;
-    // One alone may be larger than all that is kept.
-    pictures_.insert(page, picture, static_cast<int>(std::min<qsizetype>(bytes / 1024, pictures_.maxCost())));
-    return *picture;
-}
-
 void PageView::paintEvent(QPaintEvent* event) {
+    const auto [first, last] = VisiblePages();
+    for (int page = first - 1; page < last; ++page)
+        AskFor(page);
     QPainter painter(viewport());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.fillRect(event->rect(), theme_.Color(ColorRole::Board));
     painter.setPen(theme_.Color(ColorRole::FaintEdge));
-    const auto [first, last] = VisiblePages();
-    for (int page = first - 1; text_ && page < last; ++page) {
+    for (int page = first - 1; page < last; ++page) {
         const QRect sheet = SheetRect(page);
         if (!sheet.intersects(event->rect()))
             continue;
-        painter.drawPixmap(sheet.topLeft(), Picture(page));
+        if (const Picture* const picture = pictures_.object(page))
+            painter.drawPixmap(sheet, picture->pixmap);
+        else
+            painter.fillRect(sheet, Qt::white);
         painter.drawRect(sheet.adjusted(-1, -1, 0, 0));
     }
 }
@@ -202,7 +219,7 @@ void PageView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Home)
         return SetCurrentPage(1);
     if (event->key() == Qt::Key_End)
-        return SetCurrentPage(Count());
+        return SetCurrentPage(pages_.count);
     QAbstractScrollArea::keyPressEvent(event);
 }
 

@@ -2,12 +2,21 @@
 
 #include <QAbstractScrollArea>
 #include <QCache>
+#include <QHash>
 #include <QPixmap>
+#include <functional>
 
 namespace lore {
 
-class PagedText;
 class ThemeLook;
+
+/// What a PageView shows.
+struct ShownPages {
+    int count = 0;
+    QSizeF paper;  ///< in pixels at zoom 1
+    /// Is to draw a page (from 0) at a scale, and to hand the picture to PageView::Take, now or later.
+    std::function<void(int page, double scale)> draw = {};
+};
 
 /// Sheets of paper one below the other, next to each other in pairs, or many at a glance. Only what is seen is drawn,
 /// so that a thousand pages are shown as fast as one.
@@ -19,8 +28,11 @@ public:
 
     PageView(const ThemeLook& theme, QWidget* parent);
 
-    /// Shows this text from here on; it outlives the view, or the next call. The place stays as far as it is there.
-    void SetText(const PagedText& text);
+    /// Shows these pages from here on. The place stays as far as it is there, and what was seen is seen until its new
+    /// picture comes.
+    void Show(ShownPages pages);
+    /// A page was drawn; no picture if it wasn't wanted any more.
+    void Take(int page, double scale, const QImage& picture);
 
     void SetArrangement(Arrangement arrangement);
     /// 1 shows the paper as large as it is.
@@ -36,6 +48,8 @@ public:
     void SetCurrentPage(int page);
     /// The pages in sight: first and last, from 1.
     std::pair<int, int> VisiblePages() const;
+    /// True if all of them stand there as they are.
+    bool IsDrawn() const;
 
 signals:
     void CurrentPageChanged();
@@ -49,29 +63,34 @@ protected:
 
 private:
     enum class FitKind { None, Width, Page, Glance };
+    struct Picture {
+        QPixmap pixmap;
+        double scale = 0;  ///< 0: of other pages than those that are shown now
+    };
 
     void Fit(FitKind kind);
     void ApplyFit();
     /// Takes a zoom and keeps the place.
     void ChangeZoom(double zoom);
     void LayOut();
-    int Count() const;
-    int Columns() const { return columns_; }
     int CellOf(int page) const;
     QSize SheetSize() const;
     QRect SheetRect(int page) const;
     int PageAt(int contentsY) const;
-    const QPixmap& Picture(int page);
+    double Scale() const { return zoom_ * devicePixelRatioF(); }
+    bool HasPicture(int page) const;
+    void AskFor(int page);
 
     const ThemeLook& theme_;
-    const PagedText* text_ = nullptr;
+    ShownPages pages_;
     Arrangement arrangement_ = Arrangement::One;
     FitKind fit_ = FitKind::Width;
     double zoom_ = 1;
     int columns_ = 1;
     int current_ = 0;
     bool goes_ = false;  ///< scrolls to a page
-    QCache<int, QPixmap> pictures_;
+    QCache<int, Picture> pictures_;
+    QHash<int, double> asked_;  ///< pages that are drawn at the moment, with their scales
 };
 
 }  // namespace lore

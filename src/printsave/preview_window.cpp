@@ -20,8 +20,8 @@
 #include <cerrno>
 
 #include "base/file_io.h"
-#include "printsave/layout_job.h"
 #include "printsave/page_view.h"
+#include "printsave/page_worker.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -69,6 +69,11 @@ PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, Settings
     MakeCommands();
     connect(preview_, &PageView::CurrentPageChanged, this, &PreviewWindow::ShowPage);
     connect(&theme_, &Theme::Changed, this, &PreviewWindow::Restyle);
+    if (source_.makeWhole) {
+        worker_ = new PageWorker(this);
+        connect(worker_, &PageWorker::LaidOut, this, &PreviewWindow::ShowWhole);
+        connect(worker_, &PageWorker::Drawn, preview_, &PageView::Take);
+    }
     Restyle();
     LayOut();
     preview_->FitWidth();
@@ -182,38 +187,34 @@ void PreviewWindow::closeEvent(QCloseEvent* event) {
     QMainWindow::closeEvent(event);
 }
 
+int PreviewWindow::PageCount() const {
+    return worker_ && IsWhole() ? worker_->PageCount() : text_->PageCount();
+}
+
+bool PreviewWindow::IsWhole() const {
+    return !worker_ || worker_->IsDone();
+}
+
 void PreviewWindow::LayOut() {
-    if (job_) {
-        // What it makes is of no use any more.
-        disconnect(job_, nullptr, this, nullptr);
-        connect(job_, &LayoutJob::Done, job_, &QObject::deleteLater);
-        job_ = nullptr;
+    if (worker_) {
+        const std::shared_ptr<const PrintContent> known = worker_->Content();
+        const auto make = [make = source_.makeWhole, known, font = font_] {
+            return std::make_shared<const PrintContent>(known ? known->InFont(font) : make().InFont(font));
+        };
+        worker_->LayOut(make, paper_);
     }
     content_ = std::make_shared<const PrintContent>(source_.beginning.InFont(font_));
-    const auto shown =
-        std::exchange(text_, std::make_unique<PagedText>(QString::fromStdString(content_->Html()), paper_));
-    if (source_.makeWhole)
-        LayOutBeside();
-    preview_->SetText(*text_);
+    text_ = std::make_unique<PagedText>(QString::fromStdString(content_->Html()), paper_);
+    preview_->Show({text_->PageCount(), text_->PaperSize(), [this](int page, double scale) {
+                        preview_->Take(page, scale, PictureOfPage(*text_, page, scale));
+                    }});
     ShowPage();
 }
 
-void PreviewWindow::LayOutBeside() {
-    const auto make = [make = source_.makeWhole, known = whole_, font = font_] {
-        return std::make_shared<const PrintContent>(known ? known->InFont(font) : make().InFont(font));
-    };
-    job_ = new LayoutJob(make, paper_, this);
-    connect(job_, &LayoutJob::Done, this, &PreviewWindow::TakeWhole);
-}
-
-void PreviewWindow::TakeWhole() {
-    LaidOutContent made = job_->Take();
-    job_->disconnect(this);
-    job_->deleteLater();
-    job_ = nullptr;
-    whole_ = content_ = std::move(made.content);
-    const auto shown = std::exchange(text_, std::move(made.text));
-    preview_->SetText(*text_);
+void PreviewWindow::ShowWhole() {
+    content_ = worker_->Content();
+    preview_->Show(
+        {worker_->PageCount(), text_->PaperSize(), [this](int page, double scale) { worker_->Draw(page, scale); }});
     ShowPage();
 }
 
@@ -221,7 +222,16 @@ void PreviewWindow::Finish() {
     if (IsWhole())
         return;
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    TakeWhole();
+    worker_->Finish();
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void PreviewWindow::WithPages(const std::function<void(const PagedText&)>& work) {
+    Finish();
+    if (!worker_)
+        return work(*text_);
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    worker_->Run(work);
     QGuiApplication::restoreOverrideCursor();
 }
 
@@ -238,16 +248,17 @@ void PreviewWindow::SetFont(int font) {
 }
 
 void PreviewWindow::PrintTo(QPrinter& printer) {
-    Finish();
-    const int first = std::max(printer.fromPage(), 1);
-    const int last = printer.toPage() > 0 ? std::min(printer.toPage(), PageCount()) : PageCount();
-    const bool backwards = printer.pageOrder() == QPrinter::LastPageFirst;
-    QPainter painter(&printer);
-    for (int i = 0; i <= last - first; ++i) {
-        if (i > 0)
-            printer.newPage();
-        text_->DrawPage(painter, (backwards ? last - i : first + i) - 1, printer.resolution());
-    }
+    WithPages([&printer](const PagedText& text) {
+        const int first = std::max(printer.fromPage(), 1);
+        const int last = printer.toPage() > 0 ? std::min(printer.toPage(), text.PageCount()) : text.PageCount();
+        const bool backwards = printer.pageOrder() == QPrinter::LastPageFirst;
+        QPainter painter(&printer);
+        for (int i = 0; i <= last - first; ++i) {
+            if (i > 0)
+                printer.newPage();
+            text.DrawPage(painter, (backwards ? last - i : first + i) - 1, printer.resolution());
+        }
+    });
 }
 
 void PreviewWindow::Print() {
@@ -286,9 +297,9 @@ void PreviewWindow::AskAndSave() {
 
 bool PreviewWindow::Save(const QString& path) {
     const SavedForm* const form = FindSavedForm(path.toStdString());
-    Finish();
-    const QString failed = form ? SaveContent(*content_, *form, paper_, path)
-                                : tr("The name must end in .pdf, .html, .rtf, .odt or .txt.");
+    QString failed = tr("The name must end in .pdf, .html, .rtf, .odt or .txt.");
+    if (form)
+        WithPages([&](const PagedText& text) { failed = SaveContent(*content_, *form, paper_, path, &text); });
     if (failed.isEmpty())
         statusBar()->showMessage(tr("Saved as %1").arg(path));
     else
@@ -327,12 +338,15 @@ void PreviewWindow::Restyle() {
     }
 }
 
-QString SaveContent(const PrintContent& content, const SavedForm& form, const QPageLayout& paper, const QString& path) {
+QString SaveContent(const PrintContent& content, const SavedForm& form, const QPageLayout& paper, const QString& path,
+                    const PagedText* text) {
     std::optional<std::string> bytes;
-    if (std::string_view(form.ending) == "pdf")
-        bytes = MakePdf(PagedText(QString::fromStdString(content.Html()), paper), paper);
-    else
+    if (std::string_view(form.ending) != "pdf")
         bytes = content.In(form);
+    else if (text)
+        bytes = MakePdf(*text, paper);
+    else
+        bytes = MakePdf(PagedText(QString::fromStdString(content.Html()), paper), paper);
     const std::filesystem::path file(QFile::encodeName(path).toStdString());
     const FileResult result = bytes ? WriteFileAtomically(file, *bytes) : FileResult{ENOMEM};
     return result.Ok() ? QString()

@@ -16,8 +16,8 @@ class QToolBar;
 
 namespace lore {
 
-class LayoutJob;
 class PageView;
+class PageWorker;
 class Theme;
 
 /// Shows contents page by page, prints them and saves them. The first pages stand there at once; what needs all pages
@@ -32,8 +32,8 @@ public:
 
     PageView* Preview() const { return preview_; }
     /// Of the pages that are laid out.
-    int PageCount() const { return text_->PageCount(); }
-    bool IsWhole() const { return !job_; }
+    int PageCount() const;
+    bool IsWhole() const;
     /// Waits for the pages that are still laid out.
     void Finish();
     const QPageLayout& Paper() const { return paper_; }
@@ -53,8 +53,9 @@ private:
     void MakeFontChoice(QMenuBar& bar);
     void RestorePlace();
     void LayOut();
-    void LayOutBeside();
-    void TakeWhole();
+    void ShowWhole();
+    /// Runs work with all pages.
+    void WithPages(const std::function<void(const PagedText&)>& work);
     void SetFont(int font);
     void Print();
     void AskAndSave();
@@ -64,14 +65,13 @@ private:
     void Restyle();
 
     ContentSource source_;
-    std::shared_ptr<const PrintContent> content_;
-    std::shared_ptr<const PrintContent> whole_;  ///< in any font; null until it has been made once
+    std::shared_ptr<const PrintContent> content_;  ///< all of it, once it has been made; otherwise the beginning
     size_t font_ = 0;
     const Theme& theme_;
     SettingsStore& store_;
     QPageLayout paper_;
-    std::unique_ptr<PagedText> text_;
-    LayoutJob* job_ = nullptr;  ///< makes the pages behind those of the beginning
+    std::unique_ptr<PagedText> text_;  ///< the first pages, or all if they are few
+    PageWorker* worker_ = nullptr;     ///< has all pages; null if they are few
     PageView* preview_ = nullptr;
     QToolBar* tools_ = nullptr;
     QComboBox* fonts_ = nullptr;
@@ -79,7 +79,9 @@ private:
     QAction *previous_ = nullptr, *next_ = nullptr;
 };
 
-/// Writes contents to a file in a form, PDF on this paper. Empty if that went well, otherwise what to tell.
-QString SaveContent(const PrintContent& content, const SavedForm& form, const QPageLayout& paper, const QString& path);
+/// Writes contents to a file in a form, PDF on this paper. `text` is the same laid out; null if it isn't. Empty if that
+/// went well, otherwise what to tell.
+QString SaveContent(const PrintContent& content, const SavedForm& form, const QPageLayout& paper, const QString& path,
+                    const PagedText* text = nullptr);
 
 }  // namespace lore

@@ -84,10 +84,13 @@ bool SourceStore::Replace(CSource source) {
         WriteNotes(identity.Before());
         return false;
     }
+    const std::string newGuid = source.SourceGUID;
     book.sources.ReplaceSource(before.SourceID, std::move(source));
     if (!WriteSources(book, world_.faults)) {
         book.sources.ReplaceSource(before.SourceID, before);
-        WriteNotes(identity.Before());
+        // While the new list stands on the disk, the notes keep both keys.
+        if (!isRenamed || !StandsOnDisk(newGuid) || WriteSources(book, world_.faults))
+            WriteNotes(identity.Before());
         return false;
     }
     WriteNotes(identity.UnderNew(now));
@@ -140,6 +143,13 @@ bool SourceStore::ReplaceTypes(const CustomTypeList& types) {
 bool SourceStore::WriteNotes(const std::vector<CNote>& notes) {
     const ReadContext context = world_.Context();
     return notes.empty() || NoteStore(world_.book, context, world_.faults, world_.texts).SaveNotes(notes).IsEmpty();
+}
+
+/// A write can fail behind the moment in which its file takes its place.
+bool SourceStore::StandsOnDisk(const std::string& guid) {
+    SourceList stored;
+    stored.LoadSources(world_.book.paths.Sources(), world_.Context());
+    return stored.FindSourceByGUID(guid) != nullptr;
 }
 
 std::vector<CNote> SourceStore::NotesOf(const LongList& ids) {

@@ -54,6 +54,7 @@ TEST(CommandFinder, NothingTypedShowsEverythingInItsOrder) {
     const CommandFinder finder = Commands();
     EXPECT_THAT(Texts(finder, " ", 2), ElementsAre("Export Current Notes...", "Import Notes..."));
     EXPECT_EQ(Texts(finder, "", 100).size(), finder.Items().size());
+    EXPECT_EQ(Texts(finder, "", 100).back(), "Event Calendar...") << "whatever is shorter";
     EXPECT_THAT(Texts(CommandFinder(), "a"), IsEmpty());
 }
 

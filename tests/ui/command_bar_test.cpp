@@ -1,6 +1,7 @@
 #include "ui/command_bar/command_bar.h"
 
 #include <QDir>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -8,6 +9,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
+#include <QToolTip>
 
 #include "app/findable_things.h"
 #include "platform/companion_launcher.h"
@@ -40,6 +42,8 @@ private slots:
     void cleanup() { CloseWindow(); }
     void commands_run_from_the_bar();
     void categories_sources_and_key_words_bring_in_their_notes();
+    void notes_out_of_the_list_are_found_as_they_are_written();
+    void names_that_are_too_long_stand_whole_in_the_tool_tip();
     void what_is_typed_can_be_searched_for();
     void keys_go_through_what_was_found_and_close_the_bar();
     void menus_stand_as_they_are_to();
@@ -122,8 +126,51 @@ void CommandBarTest::categories_sources_and_key_words_bring_in_their_notes() {
         QCOMPARE(app_->List().Count(), notes.Values().size());
     }
     const QSet<int> wanted{static_cast<int>(FoundKind::Category), static_cast<int>(FoundKind::Source),
-                           static_cast<int>(FoundKind::KeyWord)};
+                           static_cast<int>(FoundKind::KeyWord), static_cast<int>(FoundKind::OtherNote)};
     QCOMPARE(seen, wanted);
+}
+
+void CommandBarTest::notes_out_of_the_list_are_found_as_they_are_written() {
+    const auto gather = [this](const char* typed, FoundKind kind) {
+        InBar([typed, kind](CommandBar& bar, QLineEdit& field) {
+            QTest::keyClicks(&field, typed);
+            QCOMPARE(Row(bar, 0), QStringLiteral("About this NoteBook"));
+            QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(kind));
+            QTest::keyClick(&field, Qt::Key_Return);
+        });
+    };
+    gather("about this noteb", FoundKind::OtherNote);
+    QCOMPARE(app_->List().Count(), size_t{1});
+    const int32_t id = app_->List()[0].id;
+    QVERIFY(app_->List()[0].plainText.starts_with("About this NoteBook"));
+    QCOMPARE(window_->Board()->FocusNote(), id);
+    MenuEntry("Notes", "Show All Notes")->trigger();
+    gather("ABOUT NOTEBOOK", FoundKind::Note);
+    QCOMPARE(window_->Board()->FocusNote(), id);
+    QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
+}
+
+void CommandBarTest::names_that_are_too_long_stand_whole_in_the_tool_tip() {
+    CommandFinder finder;
+    const std::string name = "A name of <many> words " + std::string(300, 'w');
+    finder.Add({FoundKind::Note, name, "Note in the list", 1});
+    finder.Add({FoundKind::Note, "A name", "Note in the list", 2});
+    CommandBar bar(finder, {}, *theme_, window_.get());
+    bar.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    auto* const list = bar.findChild<QListView*>("found");
+    const auto tipOf = [list](int row) {
+        QToolTip::hideText();
+        const QRect shown = list->visualRect(list->model()->index(row, 0));
+        const QPoint place(shown.left() + 40, shown.center().y());
+        QHelpEvent help(QEvent::ToolTip, place, list->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list->viewport(), &help);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    QCOMPARE(tipOf(1), QString());
+    QVERIFY2(tipOf(0).contains(QString::fromStdString(name).toHtmlEscaped()), qPrintable(tipOf(0)));
+    TakeShot(bar, "command-bar-long-name");
+    QToolTip::hideText();
 }
 
 void CommandBarTest::what_is_typed_can_be_searched_for() {

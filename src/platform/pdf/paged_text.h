@@ -6,7 +6,6 @@
 
 class QPagedPaintDevice;
 class QPainter;
-class QThread;
 
 namespace lore {
 
@@ -21,8 +20,6 @@ public:
 
     /// In pixels.
     QSizeF PaperSize() const { return paper_.size(); }
-    /// For a text that was laid out on a thread of its own; to be called there.
-    void MoveToThread(QThread& thread) { document_.moveToThread(&thread); }
     int PageCount() const { return document_.pageCount(); }
     QString Title() const { return document_.metaInformation(QTextDocument::DocumentTitle); }
     /// Draws a page, from 0, with its number if there are several. The painter's origin is the corner of the paper, its

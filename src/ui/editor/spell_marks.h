@@ -43,8 +43,8 @@ public:
 
     /// The marked word at a position; a cursor without selection if there is none.
     QTextCursor MarkedWordAt(const QTextCursor& cursor) const;
-    /// Puts suggestions and commands for the word, the menu of languages and the way to the options in front of a menu's
-    /// first action.
+    /// Puts suggestions and commands for the word, the menu of languages and the way to the options in front of a
+    /// menu's first action.
     void AddToMenu(QMenu& menu, const QTextCursor& word);
 
 signals:
