@@ -37,6 +37,7 @@ EventEditor::EventEditor(const CalendarWorld& world, CTmEvent event, bool isNew)
         while ((event_.*pattern.list).Count() < pattern.slotCount)
             (event_.*pattern.list).AddTail(-1);
     }
+    opened_ = Finished();
 }
 
 EventEditor EventEditor::ForNewEvent(const CalendarWorld& world,
@@ -52,8 +53,8 @@ EventEditor EventEditor::ForEvent(const CalendarWorld& world, const CTmEvent& ev
 
 bool EventEditor::HasChanged() const {
     const CTmEvent event = Finished();
-    return EventsDiffer(event, old_) || EventInfoDiffers(event, old_) || event.AllDay != old_.AllDay ||
-           !(event.Start == old_.Start) || !(event.End == old_.End);
+    return EventsDiffer(event, opened_) || EventInfoDiffers(event, opened_) || event.AllDay != opened_.AllDay ||
+           !(event.Start == opened_.Start) || !(event.End == opened_.End);
 }
 
 void EventEditor::ChangeStart(const DateTime& start) {

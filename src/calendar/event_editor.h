@@ -22,7 +22,7 @@ public:
     const char* Title() const { return isNew_ ? "Create Event" : "Edit Event"; }
     /// The fields as they stand.
     const CTmEvent& Event() const { return event_; }
-    /// Whether Save would change anything.
+    /// Whether anything is another than when the editor was opened.
     bool HasChanged() const;
 
     // Dates and times. A time is taken in steps of ten minutes: one minute more or less is a step, anything else is
@@ -85,6 +85,7 @@ private:
     CTmEvent event_, old_;
     bool isNew_;
     SeriesType tab_ = kDaily;
+    CTmEvent opened_;  // as a save would have had it at once
 };
 
 }  // namespace lore

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 
 #include "base/text.h"
 #include "calendar/date_arithmetic.h"
@@ -57,6 +58,21 @@ ReminderEditor::ReminderEditor(const CalendarWorld& world, CTmReminder reminder,
         FillPriorTimes();
     if (isNew)
         reminder_.SendTime = WithinBounds(reminder_.SendTime);
+    opened_ = Current();
+}
+
+CTmReminder ReminderEditor::Current() const {
+    CTmReminder reminder = reminder_;
+    reminder.EmailAddress = email_;
+    reminder.PhoneNumber = phone_;
+    reminder.ProviderIndex = provider_;
+    return reminder;
+}
+
+bool ReminderEditor::HasChanged() const {
+    const auto address = [](const CTmReminder& r) { return std::tie(r.EmailAddress, r.PhoneNumber, r.ProviderIndex); };
+    const CTmReminder now = Current();
+    return ReminderDiffers(now, opened_) || address(now) != address(opened_);
 }
 
 void ReminderEditor::FillPriorTimes() {

@@ -32,6 +32,8 @@ public:
     const CTmReminder& Reminder() const { return reminder_; }
     /// A reminder that is sent within 21 minutes can't be changed any more.
     bool IsLocked() const { return isLocked_; }
+    /// Whether anything is another than when the editor was opened.
+    bool HasChanged() const;
 
     ReminderType Type() const { return static_cast<ReminderType>(reminder_.Type); }
     void SetType(ReminderType type);
@@ -72,6 +74,8 @@ public:
     bool Save();
 
 private:
+    /// The reminder with the fields of the address as they stand.
+    CTmReminder Current() const;
     bool TakeAddress();
     void RememberAddress() const;
     void FillPriorTimes();
@@ -86,6 +90,7 @@ private:
     int provider_;
     std::vector<PriorTime> priorTimes_;
     size_t chosenPrior_ = 0;
+    CTmReminder opened_;
 };
 
 }  // namespace lore

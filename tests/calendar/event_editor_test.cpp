@@ -62,6 +62,33 @@ TEST_F(Editors, TheEndStaysBehindTheStart) {
     }
 }
 
+TEST_F(Editors, KnowWhetherAnythingWouldBeLost) {
+    EventEditor fresh = EventEditor::ForNewEvent(world, std::nullopt);
+    EXPECT_FALSE(fresh.HasChanged());
+    CTmEvent odd = Event("{A}", "", Day(2026, 4, 10, 9).PlusSeconds(17), Day(2026, 4, 10, 10));
+    odd.BarColor = 99;
+    odd.MonthlyPattern = {};
+    const std::pair<const char*, void (*)(EventEditor&)> changes[] = {
+        {"nothing", [](EventEditor&) {}},
+        {"label", [](EventEditor& e) { e.SetLabel("Other"); }},
+        {"description", [](EventEditor& e) { e.SetDescription("Other"); }},
+        {"colour", [](EventEditor& e) { e.SetBarColor(3); }},
+        {"start", [](EventEditor& e) { e.ChangeStart(Day(2026, 4, 9, 9)); }},
+        {"both, with the same length", [](EventEditor& e) { e.PlaceAt(Day(2026, 4, 11, 9), Day(2026, 4, 11, 10)); }},
+        {"all day", [](EventEditor& e) { e.SetAllDay(!e.IsAllDay()); }},
+        {"series", [](EventEditor& e) { e.SetRecurring(true); }},
+        {"reminder", [](EventEditor& e) { e.PutReminder(*e.NewReminder()); }}};
+    for (const auto& [what, change] : changes) {
+        EventEditor editor = EventEditor::ForEvent(world, odd);
+        change(editor);
+        EXPECT_EQ(editor.HasChanged(), what != changes[0].first) << what;
+    }
+    EventEditor back = EventEditor::ForEvent(world, odd);
+    back.SetRecurring(true);
+    back.SetRecurring(false);
+    EXPECT_FALSE(back.HasChanged());
+}
+
 TEST_F(Editors, WholeDaysHaveTheirOwnTimes) {
     EventEditor editor = Timed();
     editor.SetAllDay(true);

@@ -7,11 +7,12 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSet>
 #include <QTabWidget>
 #include <QTimeEdit>
 #include <QTimer>
 #include <QTreeWidget>
+#include <map>
+#include <set>
 
 #include "calendar/event_file.h"
 #include "calendar/reminder_file.h"
@@ -20,6 +21,7 @@
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
+#include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
 #include "ui/window_checks.h"
@@ -80,6 +82,9 @@ private slots:
     void day_lists_and_removes();
     void cells_tell_their_events();
     void more_bars_than_room_are_counted();
+    void a_click_on_the_rest_of_a_day_opens_it();
+    void keys_reach_every_cell();
+    void escape_asks_before_it_drops_changes();
     void months_of_a_full_year_turn_at_once();
     void looks_good_data();
     void looks_good();
@@ -238,18 +243,131 @@ void CalendarTest::cells_tell_their_events() {
     QCOMPARE(grid->focusChild()->text(QAccessible::Name), QString("Saturday, March 14 2026, today, no events"));
 }
 
+/// In windows of several heights each cell shows or counts all its events, and nothing lies over something else.
 void CalendarTest::more_bars_than_room_are_counted() {
     PutFullMonth();
     Open();
     CalendarGrid* const grid = dialog_->Grid();
-    const QRect full = grid->CellRect(11), empty = grid->CellRect(33);
-    QVERIFY(full.height() > empty.height());
-    QSet<size_t> hit;
-    for (int y = full.top(); y < full.bottom(); ++y) {
-        if (const auto event = grid->EventAt(QPoint(full.center().x(), y)))
-            hit.insert(*event);
+    QVERIFY(grid->CellRect(11).height() > grid->CellRect(33).height());
+    for (const int height : {420, 560, 760, 1000}) {
+        dialog_->resize(1100, height);
+        QTest::qWait(1);
+        QCOMPARE(grid->CellRect(34).bottom() + 1, grid->height());
+        std::map<int, int> hidden;
+        for (const CalendarGrid::More& more : grid->Mores()) {
+            hidden[more.cell] = more.count;
+            QVERIFY(grid->CellRect(more.cell).contains(more.rect));
+            QVERIFY(!grid->EventAt(more.rect.center()));
+        }
+        for (int cell = 0; cell < grid->View().Grid().Cells(); ++cell) {
+            const QRect rect = grid->CellRect(cell);
+            std::set<size_t> shown;
+            for (int y = rect.top(); y < rect.bottom(); ++y) {
+                if (const auto event = grid->EventAt(QPoint(rect.center().x(), y)))
+                    shown.insert(*event);
+            }
+            QCOMPARE(shown.size() + static_cast<size_t>(hidden[cell]), grid->View().EventsOn(cell).size());
+        }
     }
-    QVERIFY(hit.size() >= 2);
+    QVERIFY2(grid->Mores().empty(), "a tall window shows all");
+}
+
+void CalendarTest::a_click_on_the_rest_of_a_day_opens_it() {
+    PutFullMonth();
+    Open();
+    dialog_->resize(1100, 560);
+    QTest::qWait(1);
+    CalendarGrid* const grid = dialog_->Grid();
+    const auto full = std::find_if(grid->Mores().begin(), grid->Mores().end(),
+                                   [](const CalendarGrid::More& more) { return more.cell == 11; });
+    QVERIFY(full != grid->Mores().end() && full->count >= 3);
+    const QPoint at = full->rect.center();
+    Next<EditDayDialog>([](EditDayDialog& day) {
+        QCOMPARE(In<QTreeWidget>(day, "events")->topLevelItemCount(), 8);
+        QCOMPARE(In<QLabel>(day, "head")->text(), QString("Thursday, March 12 2026"));
+    });
+    QTest::mouseClick(grid, Qt::LeftButton, {}, at);
+    QTRY_COMPARE(opened_, 1);
+    QVERIFY(grid->View().CurrentDay() == DateTime(2026, 3, 12));
+    // A drag that begins there selects days.
+    QTest::mousePress(grid, Qt::LeftButton, {}, at);
+    QTest::mouseMove(grid, grid->CellRect(13).center());
+    QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->CellRect(13).center());
+    QCOMPARE(opened_, 1);
+    QVERIFY(grid->View().SelectedDays() == std::pair(DateTime(2026, 3, 12), DateTime(2026, 3, 14)));
+}
+
+/// Right and Down reach each cell of each month of a year, and the months follow.
+void CalendarTest::keys_reach_every_cell() {
+    Open();
+    CalendarGrid* const grid = dialog_->Grid();
+    const auto press = [&](int key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(grid, static_cast<Qt::Key>(key), modifiers);
+    };
+    DateTime day(2026, 3, 14);
+    for (int step = 0; step < 400; ++step) {
+        press(Qt::Key_Right);
+        day = day.PlusDays(1);
+        QVERIFY2(grid->View().CurrentDay() == day, day.Format("%m/%d/%Y").c_str());
+        QVERIFY(grid->CellRect(grid->View().CurrentCell()).isValid());
+        QCOMPARE(In<QComboBox>(*dialog_, "month")->currentIndex() + 1, grid->View().Grid().Month().Month());
+    }
+    for (int step = 0; step < 60; ++step) {
+        press(Qt::Key_Up);
+        day = day.PlusDays(-7);
+        QVERIFY2(grid->View().CurrentDay() == day, day.Format("%m/%d/%Y").c_str());
+    }
+    press(Qt::Key_Home, Qt::ControlModifier);
+    for (int step = 0; step < 60; ++step)
+        press(Qt::Key_Down, Qt::ShiftModifier);
+    QVERIFY2(grid->View().Grid().Month() == DateTime(2026, 3, 1), "a selection stays in its month");
+    QVERIFY(grid->View().SelectedDays() == std::pair(DateTime(2026, 3, 14), DateTime(2026, 4, 4)));
+    press(Qt::Key_End);
+    press(Qt::Key_PageUp);
+    QVERIFY(grid->View().CurrentDay() == DateTime(2026, 2, 1));
+    Next<EditDayDialog>([](EditDayDialog& opened) {
+        QCOMPARE(In<QLabel>(opened, "head")->text(), QString("Sunday, February 01 2026"));
+        QTest::keyClick(&opened, Qt::Key_Escape);
+    });
+    press(Qt::Key_Return);
+    QTRY_COMPARE(opened_, 1);
+}
+
+void CalendarTest::escape_asks_before_it_drops_changes() {
+    PutClass();
+    Open();
+    const auto edit = [&](const std::function<void(EditEventDialog&)>& steps) {
+        const int before = opened_;
+        Next<EditEventDialog>(steps);
+        emit dialog_->Grid()->EventAsked(1);
+        QTRY_COMPARE(opened_, before + 1);
+    };
+    edit([](EditEventDialog& editor) {
+        QTest::keyClick(&editor, Qt::Key_Escape);
+        QVERIFY2(!editor.isVisible(), "nothing would be lost");
+    });
+    QVERIFY(prompts_.seen.empty());
+    prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
+    edit([this](EditEventDialog& editor) {
+        QTest::keyClicks(In<QLineEdit>(editor, "label"), "x");
+        QTest::keyClick(&editor, Qt::Key_Escape);
+        QVERIFY(editor.isVisible());
+        QCOMPARE(prompts_.seen.size(), 1u);
+        QTest::keyClick(In<QLineEdit>(editor, "label"), Qt::Key_Backspace);
+        In<QCheckBox>(editor, "recurring")->click();
+        QTest::keyClick(&editor, Qt::Key_Escape);
+        QVERIFY(!editor.isVisible());
+    });
+    QCOMPARE(prompts_.seen.size(), 2u);
+    QCOMPARE(Stored().size(), 4u);
+    prompts_.answers = {PromptAnswer::Yes};
+    Next<EditReminderDialog>([](EditReminderDialog& editor) {
+        QTest::keyClicks(In<QPlainTextEdit>(editor, "message"), "Bring the lamp");
+        QTest::keyClick(&editor, Qt::Key_Escape);
+    });
+    In<QPushButton>(*dialog_, "addReminder")->click();
+    QTRY_COMPARE(opened_, 3);
+    QCOMPARE(prompts_.seen.size(), 3u);
 }
 
 void CalendarTest::months_of_a_full_year_turn_at_once() {
@@ -260,6 +378,14 @@ void CalendarTest::months_of_a_full_year_turn_at_once() {
             Made("Lesson of a class with a longer name", start, start.PlusSeconds(3600), 1 + i % 20, false));
     }
     Put(events);
+    ReminderList reminders;
+    for (const CTmEvent& event : events) {
+        CTmReminder& reminder = reminders.emplace_back(NewReminder(app_->Context()));
+        reminder.EventId = event.EventId;
+        reminder.EventStart = event.Start;
+        reminder.SendTime = event.Start.PlusSeconds(-600);
+    }
+    QVERIFY(SaveReminders(app_->Data().Reminders(), reminders).Ok());
     Open();
     QElapsedTimer timer;
     timer.start();

@@ -71,7 +71,7 @@ protected:
             steps(*dialog);
             ++opened_;
             if (dialog->isVisible())
-                dialog->reject();
+                dialog->done(QDialog::Rejected);  // without a question
         });
     }
 

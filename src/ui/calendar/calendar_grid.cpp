@@ -165,6 +165,12 @@ std::optional<size_t> CalendarGrid::EventAt(const QPoint& point) const {
     return bar == bars_.end() ? std::nullopt : std::optional(bar->piece->event);
 }
 
+int CalendarGrid::MoreAt(const QPoint& point) const {
+    const auto more =
+        std::find_if(more_.begin(), more_.end(), [&](const More& one) { return one.rect.contains(point); });
+    return more == more_.end() ? -1 : more->cell;
+}
+
 void CalendarGrid::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -16,6 +16,12 @@ class CalendarGrid : public QWidget {
     Q_OBJECT
 
 public:
+    /// The line "+3 more" of a cell whose bars don't all fit. A click on it asks for the day.
+    struct More {
+        QRect rect;
+        int cell, count;
+    };
+
     CalendarGrid(MonthView& view, const Theme& theme, QWidget* parent);
 
     /// After a change of the model from outside.
@@ -26,6 +32,7 @@ public:
     int CellAt(const QPoint& point) const;
     /// The event whose bar is at a point.
     std::optional<size_t> EventAt(const QPoint& point) const;
+    const std::vector<More>& Mores() const { return more_; }
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;
 
@@ -43,6 +50,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
@@ -53,14 +61,11 @@ private:
         QRect rect;
         const BarPiece* piece;
     };
-    /// The line "+3 more" of a cell.
-    struct More {
-        QRect rect;
-        int cell, count;
-    };
     void LayOut();
     std::vector<int> HeightsFor(const std::vector<int>& lanes) const;
     void LayOutRow(int row, int lanes);
+    /// The cell whose line "+3 more" is at a point, -1 for none.
+    int MoreAt(const QPoint& point) const;
     void Moved(const DateTime& before);
     void PaintCell(QPainter& painter, int cell) const;
     void PaintBar(QPainter& painter, const Bar& bar) const;
@@ -75,6 +80,7 @@ private:
     std::vector<More> more_;
     std::optional<size_t> highlighted_;
     int wheel_ = 0;
+    int pressedMore_ = -1;
 };
 
 }  // namespace lore

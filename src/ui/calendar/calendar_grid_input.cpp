@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QToolTip>
+#include <utility>
 
 #include "calendar/event_text.h"
 #include "ui/calendar/calendar_grid.h"
@@ -88,6 +89,7 @@ void CalendarGrid::mousePressEvent(QMouseEvent* event) {
     if (cell < 0)
         return;
     const bool keeps = event->button() == Qt::RightButton && view_.IsSelected(cell);
+    pressedMore_ = event->button() == Qt::LeftButton ? MoreAt(event->position().toPoint()) : -1;
     highlighted_ = EventAt(event->position().toPoint());
     if (event->modifiers().testFlag(Qt::ShiftModifier))
         view_.ExtendTo(cell);
@@ -96,9 +98,17 @@ void CalendarGrid::mousePressEvent(QMouseEvent* event) {
     Moved(view_.Grid().Month());
 }
 
+void CalendarGrid::mouseReleaseEvent(QMouseEvent* event) {
+    const int pressed = std::exchange(pressedMore_, -1);
+    if (pressed >= 0 && event->button() == Qt::LeftButton && MoreAt(event->position().toPoint()) == pressed)
+        emit DayAsked(view_.Grid().DayOf(pressed));
+}
+
 void CalendarGrid::mouseMoveEvent(QMouseEvent* event) {
-    if (!event->buttons().testFlag(Qt::LeftButton))
+    if (!event->buttons().testFlag(Qt::LeftButton)) {
+        setCursor(MoreAt(event->position().toPoint()) >= 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
         return;
+    }
     if (const int cell = CellAt(event->position().toPoint()); cell >= 0 && cell != view_.CurrentCell()) {
         view_.ExtendTo(cell);
         Moved(view_.Grid().Month());
@@ -111,7 +121,7 @@ void CalendarGrid::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     if (const std::optional<size_t> hit = EventAt(point))
         emit EventAsked(*hit);
-    else if (const int cell = CellAt(point); cell >= 0)
+    else if (const int cell = CellAt(point); cell >= 0 && MoreAt(point) < 0)
         emit DayAsked(view_.Grid().DayOf(cell));
 }
 

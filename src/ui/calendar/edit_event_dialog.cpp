@@ -292,6 +292,13 @@ void EditEventDialog::Save() {
         accept();
 }
 
+void EditEventDialog::reject() {
+    if (!model_.HasChanged() ||
+        host_.World().prompts.Ask("Do you wish to close without saving the changes to this event?",
+                                  "Close Without Saving?") == PromptAnswer::Yes)
+        DialogFrame::reject();
+}
+
 bool RunEventEditor(CalendarHost& host, const CTmEvent& event, QWidget* parent) {
     return EditEventDialog(host, EventEditor::ForEvent(host.World(), event), parent).exec() == QDialog::Accepted;
 }

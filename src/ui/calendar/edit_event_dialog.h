@@ -26,6 +26,9 @@ class EditEventDialog : public DialogFrame {
 public:
     EditEventDialog(CalendarHost& host, EventEditor model, QWidget* parent);
 
+    /// Asks first where something would be lost.
+    void reject() override;
+
 private:
     QWidget* MakeFields();
     QWidget* MakeReminders();

@@ -189,6 +189,14 @@ void EditReminderDialog::Save() {
         accept();
 }
 
+void EditReminderDialog::reject() {
+    TakeFields();
+    if (!model_.HasChanged() ||
+        host_.World().prompts.Ask("Do you wish to close without saving the changes to this reminder?",
+                                  "Close Without Saving?") == PromptAnswer::Yes)
+        DialogFrame::reject();
+}
+
 bool RunNewReminder(CalendarHost& host, const DateTime* day, QWidget* parent) {
     const CalendarWorld& world = host.World();
     CTmReminder reminder = NewReminder(world.Context());

@@ -21,6 +21,8 @@ class EditReminderDialog : public DialogFrame {
 public:
     EditReminderDialog(CalendarHost& host, ReminderEditor model, QWidget* parent);
     const CTmReminder& Reminder() const { return model_.Reminder(); }
+    /// Asks first where something would be lost.
+    void reject() override;
 
 private:
     void MakeFields();
