@@ -100,8 +100,8 @@ int main(int argc, char** argv) {
     lore::SystemClock clock;
     PrintedFaults faults;
     lore::CompanionLauncher companions(places.dataRoot, places.settingsFile);
-    lore::AgentProcess self(lore::ProgramFolder() / lore::kAgentProgram, lore::AutostartFolder() / "LBAgent.desktop",
-                            places.dataRoot, companions, lore::PlaceArguments(places));
+    lore::AgentProcess self(lore::ProgramFolder() / lore::kAgentProgram, lore::AgentAutostart(places), places.dataRoot,
+                            companions, lore::PlaceArguments(places));
     lore::Theme theme(application);
     lore::AgentProgram program({places, clock, faults, companions, self, theme});
     QObject::connect(&program, &lore::AgentProgram::Closed, &application, &QCoreApplication::quit);

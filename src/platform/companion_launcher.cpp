@@ -1,5 +1,6 @@
 #include "platform/companion_launcher.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QProcess>
 #include <cstdlib>
@@ -55,6 +56,14 @@ CompanionPlaces PlacesOfCompanion() {
     if (places.dataRoot.empty())
         places.dataRoot = UserDataRoot();
     return places;
+}
+
+std::filesystem::path AgentAutostart(const CompanionPlaces& places) {
+    if (PlaceArguments(places).empty())
+        return AutostartFolder() / "LBAgent.desktop";
+    const QByteArray root = QByteArray::fromStdString(Absolute(places.dataRoot).string());
+    const QByteArray mark = QCryptographicHash::hash(root, QCryptographicHash::Sha256).toHex().left(16);
+    return AutostartFolder() / ("LBAgent-" + mark.toStdString() + ".desktop");
 }
 
 std::vector<std::string> PlaceArguments(const CompanionPlaces& places) {

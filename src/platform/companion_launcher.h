@@ -31,5 +31,8 @@ struct CompanionPlaces {
 CompanionPlaces PlacesOfCompanion();
 /// The options of a command line that name these places; none where both are the user's own.
 std::vector<std::string> PlaceArguments(const CompanionPlaces& places);
+/// The file that makes the desktop start the agent with the session: one for each data root, of which a user may have
+/// several.
+std::filesystem::path AgentAutostart(const CompanionPlaces& places);
 
 }  // namespace lore

@@ -153,8 +153,9 @@ int main(int argc, char** argv) {
     lore::SystemGuids guids;
     lore::BarFaults faults;
     lore::HttpClient http;
-    lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AutostartFolder() / "LBAgent.desktop",
-                             options.data, companions, lore::PlaceArguments({options.data, options.settings}));
+    const lore::CompanionPlaces places{options.data, options.settings};
+    lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AgentAutostart(places), options.data,
+                             companions, lore::PlaceArguments(places));
     lore::AppPorts ports{prompts,       progress,         clock,       guids, store, faults, &progress,
                          lore::WaitFor, lore::RandomUpTo, &companions, &agent};
     ports.http = &http;

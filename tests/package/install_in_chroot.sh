@@ -15,6 +15,8 @@ inside sh -c "apt-get update -qq && apt-get install -y -qq /root/lorebinder.deb 
 inside lorebinder-cli --version
 inside rm -rf /root/data
 inside lorebinder-cli --data /root/data sample
+# A first run would start the reminder agent, which would stay.
+printf '\n[Options]\nProgVersion=11.56\n' >>"$folder/root/data/settings.ini"
 inside sh -c '
     xvfb-run -a lorebinder --data /root/data --ready-line 2>/root/ready &
     for second in 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20; do

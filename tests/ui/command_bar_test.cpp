@@ -372,6 +372,8 @@ void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
     QVERIFY(other.open(QIODevice::ReadOnly));
     QVERIFY(other.readAll().contains("\" Lorebinder \"--data\" \"/data here\" \"--settings\" \"/s.ini\"\n"));
     QVERIFY(PlaceArguments({UserDataRoot(), UserSettingsFile()}).empty());
+    QVERIFY(AgentAutostart({UserDataRoot(), UserSettingsFile()}) == AutostartFolder() / "LBAgent.desktop");
+    QVERIFY(AgentAutostart({"/data here", "/s.ini"}) != AgentAutostart({"/data there", "/s.ini"}));
 }
 
 void CommandBarTest::looks_good_data() {

@@ -4,6 +4,7 @@
 Usage: instance_test.py LOREBINDER [unittest arguments]"""
 import os
 import pathlib
+import shutil
 import signal
 import socket
 import struct
@@ -141,4 +142,6 @@ if __name__ == "__main__":
     if len(sys.argv) < 2:
         sys.exit(__doc__)
     PROGRAM = pathlib.Path(sys.argv.pop(1)).resolve()
-    unittest.main()
+    with tempfile.TemporaryDirectory() as alone:  # without the agent, which a first run would start
+        PROGRAM = shutil.copy(PROGRAM, alone)
+        unittest.main()
