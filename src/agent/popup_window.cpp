@@ -256,7 +256,7 @@ void PopupWindow::BringUp() {
 }
 
 void PopupWindow::Place() {
-    const int width = fontMetrics().averageCharWidth() * kChars + kSpace * 8;
+    const int width = std::max(fontMetrics().averageCharWidth() * kChars + kSpace * 8, layout()->minimumSize().width());
     texts_->setMinimumHeight(fontMetrics().lineSpacing() * kTextLines / 2);
     if (isPlaced_)
         return;

@@ -67,7 +67,15 @@ void DialogFrame::done(int result) {
 void DialogFrame::showEvent(QShowEvent* event) {
     if (!std::exchange(isPlaced_, true))
         RestorePlace();
+    GrowToFit();
     QDialog::showEvent(event);
+}
+
+// A dialog takes no notice of the lines that a text needs when it is wrapped.
+void DialogFrame::GrowToFit() {
+    const int needed = layout()->hasHeightForWidth() ? layout()->totalMinimumHeightForWidth(width()) : 0;
+    if (needed > height())
+        resize(width(), needed);
 }
 
 void DialogFrame::RestorePlace() {

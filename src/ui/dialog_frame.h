@@ -36,6 +36,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void GrowToFit();
     void RestorePlace();
     void StorePlace();
 

@@ -27,9 +27,10 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
     text_ = new QLabel(this);
     text_->setTextFormat(Qt::PlainText);
     text_->setWordWrap(true);
-    details_ = new QPushButton(tr("&Details"), this);
-    auto* const again = new QPushButton(tr("Try a&gain"), this);
-    auto* const close = new QPushButton(tr("&Hide"), this);
+    // No Alt keys: the bar comes up in windows that have given theirs away.
+    details_ = new QPushButton(tr("Details"), this);
+    auto* const again = new QPushButton(tr("Try again"), this);
+    auto* const close = new QPushButton(tr("Hide"), this);
     layout->addWidget(text_, 1);
     layout->addWidget(details_);
     layout->addWidget(again);

@@ -42,6 +42,7 @@ void BackgroundTest::init() {
     theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
     window_ = std::make_unique<QWidget>();
     edit_ = new QLineEdit(window_.get());
+    edit_->setAccessibleName("Anything");
     window_->resize(600, 300);
     window_->show();
     QVERIFY(QTest::qWaitForWindowExposed(window_.get()));

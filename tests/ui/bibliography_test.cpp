@@ -47,7 +47,6 @@ private slots:
     void formatting_of_all_reaches_the_file_and_nothing_else();
     void values_outside_return_to_the_limits();
     void cancel_and_an_empty_choice_write_nothing();
-    void alt_keys_are_unique_and_controls_are_named();
     void looks_good_data();
     void looks_good();
 };
@@ -170,26 +169,6 @@ void BibliographyTest::cancel_and_an_empty_choice_write_nothing() {
     QVERIFY(!std::filesystem::exists(Bib()));
     InDialog([](CSelectSourcesDlg& dialog) { Click(dialog, "save"); });
     QVERIFY(!std::filesystem::exists(Bib()));
-}
-
-void BibliographyTest::alt_keys_are_unique_and_controls_are_named() {
-    InDialog([](CSelectSourcesDlg& dialog) {
-        QSet<QChar> keys;
-        for (const QWidget* const child : dialog.findChildren<QWidget*>()) {
-            const QString text = child->property("text").toString();
-            const bool hasKey = qobject_cast<const QLabel*>(child) || qobject_cast<const QAbstractButton*>(child);
-            const qsizetype mark = hasKey ? text.indexOf('&') : -1;
-            QVERIFY2(mark < 0 || !keys.contains(text[mark + 1].toLower()), qPrintable(text));
-            if (mark >= 0)
-                keys.insert(text[mark + 1].toLower());
-            const bool isInner = qobject_cast<const QComboBox*>(child->parentWidget()) ||
-                                 qobject_cast<const QAbstractSpinBox*>(child->parentWidget());
-            const bool takesKeys = child->isVisible() && (child->focusPolicy() & Qt::TabFocus) && !isInner;
-            QVERIFY2(!takesKeys || !child->accessibleName().isEmpty() || !text.isEmpty(),
-                     child->metaObject()->className());
-        }
-        QVERIFY(keys.size() >= 12);
-    });
 }
 
 void BibliographyTest::looks_good_data() {

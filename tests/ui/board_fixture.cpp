@@ -7,10 +7,12 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPixmap>
+#include <QTest>
 #include <QWidget>
 
 #include "notes/attachment_kind.h"
 #include "rtf/rtf.h"
+#include "ui/window_rules.h"
 
 namespace lore {
 namespace {
@@ -213,6 +215,8 @@ void TakeShot(QWidget& window, const QString& name) {
     QCoreApplication::processEvents();  // a change of palette reaches the windows with the next events
     const int percent = qRound(window.devicePixelRatioF() * 100);
     window.grab().save(QStringLiteral("%1/%2-%3.png").arg(folder, name).arg(percent));
+    const QStringList faults = FaultsOfWindow(window);
+    QVERIFY2(faults.isEmpty(), qPrintable(name + ":\n" + faults.join('\n')));
 }
 
 }  // namespace lore

@@ -24,7 +24,6 @@
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
-#include "ui/window_checks.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -117,8 +116,6 @@ void CalendarTest::PutClass() {
 
 void CalendarTest::Shoot(QWidget& window, const QString& name) {
     QTest::qWait(20);
-    CheckAltKeys(window);
-    CheckNames(window);
     TakeShot(window, name);
 }
 
@@ -419,7 +416,7 @@ void CalendarTest::looks_good() {
         Shoot(editor, "calendar_event_" + look);
         In<QTabWidget>(editor, "recurrence")->setCurrentIndex(kWeekly);
         Shoot(editor, "calendar_event_weekly_" + look);
-        Next<QDialog>([&](QDialog& reminder) {
+        Next<EditReminderDialog>([&](QDialog& reminder) {
             Shoot(reminder, "calendar_reminder_popup_" + look);
             In<QComboBox>(reminder, "type")->setCurrentIndex(2);
             emit In<QComboBox>(reminder, "type")->activated(2);

@@ -99,7 +99,6 @@ private slots:
     void CapturesBesideTheTyping();
     void TellsWhenTheTextGetsTooLarge();
     void TakesPicturesOut();
-    void EachControlHasAName();
     void LooksRight();
 
 private:
@@ -396,17 +395,6 @@ void EditorTest::TakesPicturesOut() {
     QCOMPARE(window.Now().pictures.size(), size_t(1));
     window.edit->undo();
     QCOMPARE(window.Now().pictures.size(), size_t(2));
-}
-
-void EditorTest::EachControlHasAName() {
-    Window window(*theme_);
-    window.find->ShowReplace();
-    for (QWidget* widget : window.frame.findChildren<QWidget*>())
-        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && !qobject_cast<QLineEdit*>(widget))
-            QVERIFY2(!widget->accessibleName().isEmpty() || widget->property("text").toString().size() > 0,
-                     widget->metaObject()->className());
-    for (const QAction* action : window.bar->Commands())
-        QVERIFY(!action->text().isEmpty());
 }
 
 void EditorTest::LooksRight() {

@@ -80,7 +80,6 @@ private slots:
     void a_captured_clipboard_becomes_a_note();
     void deleting_asks_and_can_be_undone();
     void place_and_split_are_kept();
-    void alt_keys_are_unique_and_controls_are_named();
     void looks_good_data();
     void looks_good();
     void dialogs_look_good();
@@ -447,26 +446,6 @@ void NoteEditorTest::place_and_split_are_kept() {
     });
     AddNote([&](NoteEditorWindow& editor) { QCOMPARE(editor.geometry(), place); });
     QVERIFY(store_.Get("Windows", "EditNoteSplit"));
-}
-
-void NoteEditorTest::alt_keys_are_unique_and_controls_are_named() {
-    AddNote([](NoteEditorWindow& editor) {
-        QMap<QString, QString> keys;
-        for (QWidget* const child : editor.findChildren<QWidget*>()) {
-            const QString text = child->property("text").toString();
-            const qsizetype at = text.indexOf('&');
-            const bool isLabel = qobject_cast<QLabel*>(child) || qobject_cast<QAbstractButton*>(child);
-            if (isLabel && at >= 0 && at + 1 < text.size() && text[at + 1] != '&' && child->isVisible()) {
-                const QString key = text.mid(at + 1, 1).toUpper();
-                QVERIFY2(!keys.contains(key), qPrintable(text + " / " + keys.value(key)));
-                keys[key] = text;
-            }
-            if (child->focusPolicy() == Qt::StrongFocus && child->isVisible() && text.isEmpty() &&
-                qobject_cast<QAbstractButton*>(child))
-                QVERIFY2(!child->accessibleName().isEmpty(), child->metaObject()->className());
-        }
-        QVERIFY(keys.size() > 6);
-    });
 }
 
 void NoteEditorTest::looks_good_data() {

@@ -17,7 +17,6 @@
 #include "ui/online/select_online_notebook_dlg.h"
 #include "ui/online/sync_setup_dialog.h"
 #include "ui/qt_progress.h"
-#include "ui/window_checks.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -119,8 +118,6 @@ private:
     }
     void Shoot(QWidget& window, const QString& name) {
         QTest::qWait(20);
-        CheckAltKeys(window);
-        CheckNames(window);
         TakeShot(window, name);
     }
 

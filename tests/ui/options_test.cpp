@@ -231,6 +231,7 @@ void OptionsTest::own_words_are_added_changed_and_deleted() {
         QTest::keyClick(field, Qt::Key_Return);
     }
     QVERIFY(dialog.isVisible());
+    TakeShot(dialog, "options-own-words");
     QCOMPARE(list->count(), 2);
     QCOMPARE(list->item(0)->text(), QStringLiteral("argand"));
     list->item(0)->setText("zenith");
@@ -274,7 +275,9 @@ void OptionsTest::appearance_changes_every_window_at_once() {
 
 void OptionsTest::font_keeps_what_was_not_changed() {
     FontSetting font{.faceName = "No Such Face", .height = 19, .weight = 550, .charSet = 7, .color = 0x123456};
-    const FontDialog dialog("Font", font, *theme_, store_, window_.get());
+    FontDialog dialog("Font", font, *theme_, store_, window_.get());
+    dialog.show();
+    TakeShot(dialog, "options-font");
     const FontSetting kept = dialog.Chosen();
     QCOMPARE(kept.faceName, font.faceName);
     QCOMPARE(kept.height, 19);

@@ -118,6 +118,7 @@ QWidget* NoteEditorWindow::MakeSide() {
 QTabWidget* NoteEditorWindow::MakeTabs(QWidget* parent) {
     tabs_ = new QTabWidget(parent);
     tabs_->setDocumentMode(true);
+    tabs_->setAccessibleName(tr("Sources and categories"));
     const SourceDialogs windows(commands_, app_.Store(), theme_);
     const SourcePanelWindows opened = {[this, windows](QWidget* above) -> std::optional<int32_t> {
                                            const std::optional<int32_t> chosen = windows.SelectSource(above);

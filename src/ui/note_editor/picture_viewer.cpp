@@ -44,6 +44,7 @@ PictureViewer::PictureViewer(const QString& path, const QString& title, const Th
     shown_->setAlignment(Qt::AlignCenter);
     shown_->setScaledContents(true);
     shown_->setAccessibleName(title);
+    scroll_->setAccessibleName(title);
     scroll_->setWidget(shown_);
     scroll_->setAlignment(Qt::AlignCenter);
     scroll_->setFrameShape(QFrame::NoFrame);

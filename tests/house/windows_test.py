@@ -1,0 +1,46 @@
+#!/usr/bin/env python3
+"""windows_test.py ROOT
+
+Each window of the program is pictured by a window test. A picture is where the rules for keyboard, screen readers and
+large letters are checked (tests/ui/window_rules.h), so a window without one would escape them."""
+
+import pathlib
+import re
+import sys
+
+BASES = {'QDialog', 'QMainWindow', 'DialogFrame', 'SourceDialog'}
+SHARED = {'DialogFrame', 'SourceDialog', 'FormDialog'}  # others derive from them, or are shown by the functions around
+
+
+def windows_of(sources):
+    """Names of the window classes in these texts."""
+    found = re.findall(r'^class (\w+)(?: final)? : public (\w+)', '\n'.join(sources), re.MULTILINE)
+    return sorted(name for name, base in found if base in BASES and name not in SHARED)
+
+
+def unpictured(windows, tests):
+    """The windows that no test with pictures speaks of."""
+    pictured = '\n'.join(text for text in tests if 'TakeShot(' in text)
+    return [window for window in windows if not re.search(rf'\b{window}\b', pictured)]
+
+
+def check_itself():
+    planted = windows_of(['class A : public QDialog {', 'class B : public QWidget {', 'class C final : public DialogFrame {'])
+    assert planted == ['A', 'C'], planted
+    assert unpictured(planted, ['A dialog; TakeShot(dialog)', 'C dialog;']) == ['C']
+
+
+def main():
+    check_itself()
+    root = pathlib.Path(sys.argv[1])
+    read = lambda folder, pattern: [path.read_text() for path in sorted((root / folder).rglob(pattern))]
+    windows = windows_of(read('src', '*.h') + read('src', '*.cpp'))
+    missing = unpictured(windows, read('tests/ui', '*_test.cpp'))
+    for window in missing:
+        print(f'no window test takes a picture of {window}')
+    print(f'{len(windows)} windows')
+    return 1 if missing or not windows else 0
+
+
+if __name__ == '__main__':
+    sys.exit(main())

@@ -1,0 +1,150 @@
+#include "ui/window_rules.h"
+
+#include <QAbstractItemView>
+#include <QAbstractScrollArea>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMap>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QToolButton>
+
+namespace lore {
+namespace {
+
+/// Parts that Qt makes inside its own controls; the control around them speaks for them.
+bool IsInsideOfControl(const QWidget& widget) {
+    const QWidget* const parent = widget.parentWidget();
+    return qobject_cast<const QScrollBar*>(&widget) || widget.objectName().startsWith("qt_") ||
+           (parent &&
+            (qobject_cast<const QAbstractSpinBox*>(parent) || qobject_cast<const QComboBox*>(parent) ||
+             qobject_cast<const QTabBar*>(parent) || qobject_cast<const QLineEdit*>(parent) ||
+             qobject_cast<const QHeaderView*>(&widget) ||
+             (qobject_cast<const QAbstractItemView*>(parent) && qobject_cast<const QAbstractButton*>(&widget)) ||
+             parent->objectName().startsWith("qt_")));
+}
+
+bool IsControl(const QWidget& widget) {
+    return qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget) ||
+           qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QAbstractSpinBox*>(&widget) ||
+           qobject_cast<const QAbstractSlider*>(&widget) || (widget.focusPolicy() & Qt::TabFocus) != 0;
+}
+
+QString NameOf(const QWidget& widget) {
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
+    return face ? face->text(QAccessible::Name) : QString();
+}
+
+QString Described(const QWidget& widget) {
+    return QStringLiteral("%1 \"%2\" (%3)")
+        .arg(QLatin1String(widget.metaObject()->className()), widget.objectName(), NameOf(widget));
+}
+
+bool HasRole(const QWidget& widget) {
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
+    return face && face->isValid() && face->role() != QAccessible::NoRole;
+}
+
+bool ActionHasKey(const QAction* action) {
+    return action && (!action->shortcuts().isEmpty() || action->menu());
+}
+
+/// Without a mouse a button is reached by Tab, by a key of its own, or by the key of the command behind it.
+bool KeyboardReaches(const QAbstractButton& button) {
+    const auto* const tool = qobject_cast<const QToolButton*>(&button);
+    return (button.focusPolicy() & Qt::TabFocus) != 0 || !button.shortcut().isEmpty() ||
+           (tool && ActionHasKey(tool->defaultAction()));
+}
+
+QString AltKeyOf(const QWidget& widget) {
+    QString text;
+    if (const auto* const label = qobject_cast<const QLabel*>(&widget); label && label->buddy())
+        text = label->text();
+    else if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget))
+        text = qobject_cast<const QToolButton*>(&widget) ? QString() : button->text();
+    else if (const auto* const group = qobject_cast<const QGroupBox*>(&widget))
+        text = group->title();
+    return QKeySequence::mnemonic(text).toString();
+}
+
+void CheckAltKeys(const QList<QWidget*>& widgets, QStringList& faults) {
+    QMap<QString, QString> taken;
+    const auto take = [&](const QString& key, const QString& owner) {
+        if (key.isEmpty())
+            return;
+        if (taken.contains(key))
+            faults.append(QStringLiteral("%1 stands for %2 and for %3").arg(key, taken[key], owner));
+        taken[key] = owner;
+    };
+    for (const QWidget* const widget : widgets) {
+        take(AltKeyOf(*widget), Described(*widget));
+        if (const auto* const tabs = qobject_cast<const QTabBar*>(widget))
+            for (int i = 0; i < tabs->count(); ++i)
+                take(QKeySequence::mnemonic(tabs->tabText(i)).toString(), tabs->tabText(i));
+        if (const auto* const menus = qobject_cast<const QMenuBar*>(widget))
+            for (const QAction* const menu : menus->actions())
+                take(QKeySequence::mnemonic(menu->text()).toString(), menu->text());
+    }
+}
+
+bool IsCut(const QWidget& widget) {
+    if (const auto* const label = qobject_cast<const QLabel*>(&widget)) {
+        if (label->text().isEmpty() || !label->pixmap().isNull())
+            return false;
+        return label->wordWrap()
+                   ? label->heightForWidth(label->width()) > label->height()
+                   : label->sizeHint().width() > label->width() || label->sizeHint().height() > label->height();
+    }
+    const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+    if (!button || button->text().isEmpty())
+        return false;
+    if (const auto* const tool = qobject_cast<const QToolButton*>(&widget);
+        tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly)
+        return false;
+    return button->minimumSizeHint().width() > button->width() || button->minimumSizeHint().height() > button->height();
+}
+
+}  // namespace
+
+QStringList FaultsOfWindow(const QWidget& window) {
+    QStringList faults;
+    QList<QWidget*> seen;
+    for (QWidget* const widget : window.findChildren<QWidget*>())
+        if (widget->isVisibleTo(&window) && widget->window() == window.window() && !IsInsideOfControl(*widget))
+            seen.append(widget);
+    for (const QWidget* const widget : seen) {
+        if (IsControl(*widget)) {
+            if (!HasRole(*widget))
+                faults.append("no role: " + Described(*widget));
+            if (NameOf(*widget).isEmpty())
+                faults.append("no name: " + Described(*widget));
+        }
+        if (const auto* const button = qobject_cast<const QAbstractButton*>(widget);
+            button && !KeyboardReaches(*button))
+            faults.append("only for a mouse: " + Described(*widget));
+        if (IsCut(*widget))
+            faults.append(QStringLiteral("cut: %1, %2x%3 of %4x%5")
+                              .arg(Described(*widget))
+                              .arg(widget->width())
+                              .arg(widget->height())
+                              .arg(widget->sizeHint().width())
+                              .arg(widget->sizeHint().height()));
+    }
+    CheckAltKeys(seen, faults);
+    return faults;
+}
+
+}  // namespace lore
