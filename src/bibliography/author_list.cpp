@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
-#include <memory>
 
 #include "bibliography/author_name.h"
 
@@ -65,15 +64,7 @@ void WriteAuthorRecords(RecordWriter* stream, const std::vector<CAuthor>& author
 
 FileResult AuthorList::LoadAuthors(const std::filesystem::path& path) {
     RemoveAll();
-    version_ = 0;
-    std::unique_ptr<RecordReader> stream;
-    const FileResult result = OpenRecordFile(path, stream);
-    readWhole_ = result.Missing();
-    if (!result.Ok())
-        return result;
-    ReadFixedDouble(stream.get(), version_);
-    ReadAuthorRecords(stream.get(), authors_);
-    readWhole_ = !stream->RanOut();
+    const FileResult result = LoadFile(path, [this](RecordReader* stream) { ReadAuthorRecords(stream, authors_); });
     Reindex();
     return result;
 }

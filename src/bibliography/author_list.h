@@ -6,14 +6,14 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/file_io.h"
 #include "base/record_file.h"
 #include "bibliography/author.h"
+#include "bibliography/list_file.h"
 
 namespace lore {
 
 /// The authors of a NoteBook, in file order. Look-ups take constant time.
-class AuthorList {
+class AuthorList : public ListFile {
 public:
     /// The first author with the id, or null. The pointer lives until the list changes.
     const CAuthor* FindAuthorByID(int32_t id) const;
@@ -40,12 +40,6 @@ public:
     FileResult LoadAuthors(const std::filesystem::path& path);
     /// Rewrites the whole file.
     FileResult SaveAuthors(const std::filesystem::path& path, double version = kDataVersion) const;
-    /// False if the file of the last load is there and could not be read to its end: then authors are missing.
-    bool ReadWhole() const { return readWhole_; }
-    /// What the file held is kept beside; from here on the list is whole.
-    void MarkWhole() { readWhole_ = true; }
-    /// The version of the file that was read last.
-    double Version() const { return version_; }
 
 private:
     void Index(size_t position);
@@ -55,8 +49,6 @@ private:
     std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
     std::unordered_multimap<size_t, uint32_t> byName_;  // positions by the hash of the five strings
     int32_t largestID_ = 0;
-    double version_ = 0;
-    bool readWhole_ = true;
 };
 
 /// A count and author records, as they stand in the author file behind its version and in export records of sources.

@@ -1,7 +1,6 @@
 #include "bibliography/custom_type_list.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "base/text.h"
 #include "bibliography/selection_order.h"
@@ -86,15 +85,9 @@ bool IsSameCustomType(const CCustomSourceType& a, const CCustomSourceType& b) {
 
 FileResult CustomTypeList::LoadTypesUnsorted(const std::filesystem::path& path, const ReadContext& context) {
     RemoveAll();
-    version_ = 0;
-    std::unique_ptr<RecordReader> stream;
-    const FileResult result = OpenRecordFile(path, stream);
-    readWhole_ = result.Missing();
-    if (!result.Ok())
-        return result;
-    ReadFixedDouble(stream.get(), version_);
-    ReadCounted(stream.get(), [&] { ReadCustomTypeBlock(stream.get(), context, types_.emplace_back()); });
-    readWhole_ = !stream->RanOut();
+    const FileResult result = LoadFile(path, [&](RecordReader* stream) {
+        ReadCounted(stream, [&] { ReadCustomTypeBlock(stream, context, types_.emplace_back()); });
+    });
     Reindex();
     return result;
 }

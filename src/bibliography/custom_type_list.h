@@ -6,16 +6,16 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/file_io.h"
 #include "base/record_file.h"
 #include "bibliography/custom_type.h"
 #include "bibliography/custom_type_fields.h"
+#include "bibliography/list_file.h"
 #include "ports/read_context.h"
 
 namespace lore {
 
 /// The user-defined source types of a NoteBook, in order. Numbers are those of AssignNumbers.
-class CustomTypeList {
+class CustomTypeList : public ListFile {
 public:
     /// The first type with the number (exactly the GUID), or null. The pointer lives until the list changes.
     const CCustomSourceType* FindTypeByNumber(int32_t number) const;
@@ -45,19 +45,12 @@ public:
     /// The types in the order of the file, neither sorted nor numbered; otherwise as LoadTypes.
     FileResult LoadTypesUnsorted(const std::filesystem::path& path, const ReadContext& context);
     FileResult SaveTypes(const std::filesystem::path& path, double version = kDataVersion) const;
-    /// False if the file of the last load is there and could not be read to its end.
-    bool ReadWhole() const { return readWhole_; }
-    /// What the file held is kept beside; from here on the list is whole.
-    void MarkWhole() { readWhole_ = true; }
-    double Version() const { return version_; }
 
 private:
     void Reindex();
 
     std::vector<CCustomSourceType> types_;
     std::unordered_map<std::string, uint32_t> byGUID_;  // first position of each GUID
-    double version_ = 0;
-    bool readWhole_ = true;
 };
 
 /// One type as it stands in its file and at the end of every source record. Reading replaces all but the number; a date

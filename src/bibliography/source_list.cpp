@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <memory>
 
 #include "base/text.h"
 #include "bibliography/citation.h"
@@ -31,20 +30,14 @@ void WriteListHead(RecordWriter* stream, double version, size_t count) {
 
 FileResult SourceList::LoadSources(const std::filesystem::path& path, const ReadContext& context) {
     RemoveAll();
-    version_ = 0;
-    std::unique_ptr<RecordReader> stream;
-    const FileResult result = OpenRecordFile(path, stream);
-    readWhole_ = result.Missing();
-    if (!result.Ok())
-        return result;
-    ReadFixedDouble(stream.get(), version_);
-    ReadCounted(stream.get(), [&] {
-        CSource source;
-        ReadSource(stream.get(), version_, context, source);
-        if (source.SourceID > 0)
-            sources_.push_back(std::move(source));
+    const FileResult result = LoadFile(path, [&](RecordReader* stream) {
+        ReadCounted(stream, [&] {
+            CSource source;
+            ReadSource(stream, Version(), context, source);
+            if (source.SourceID > 0)
+                sources_.push_back(std::move(source));
+        });
     });
-    readWhole_ = !stream->RanOut();
     Reindex();
     return result;
 }

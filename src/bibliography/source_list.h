@@ -7,17 +7,17 @@
 #include <unordered_map>
 #include <vector>
 
-#include "base/file_io.h"
 #include "base/record_file.h"
 #include "bibliography/author_list.h"
 #include "bibliography/custom_type_list.h"
+#include "bibliography/list_file.h"
 #include "bibliography/source.h"
 #include "ports/read_context.h"
 
 namespace lore {
 
 /// The sources of a NoteBook, in order. Look-ups by id and GUID take constant time and find the first of equal keys.
-class SourceList {
+class SourceList : public ListFile {
 public:
     // Pointers and references live until sources are added, removed or sorted. Through the mutable ones everything may
     // be changed but SourceID and SourceGUID; ReplaceSource changes those.
@@ -64,12 +64,6 @@ public:
     FileResult SaveSources(const std::filesystem::path& path, const AuthorList& authors, double version = kDataVersion);
     /// Writes copies of the sources for the print program, formatted once, in list order. An empty list writes nothing.
     FileResult SaveBibliography(const std::filesystem::path& path, const AuthorList& authors) const;
-    /// False if the file of the last load is there and could not be read to its end.
-    bool ReadWhole() const { return readWhole_; }
-    /// What the file held is kept beside; from here on the list is whole.
-    void MarkWhole() { readWhole_ = true; }
-    /// The version of the file that was read last.
-    double Version() const { return version_; }
 
 private:
     void Reindex();
@@ -79,8 +73,6 @@ private:
     std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
     std::unordered_map<std::string, uint32_t> byGUID_;  // first position of each GUID
     int32_t largestID_ = 0;
-    double version_ = 0;
-    bool readWhole_ = true;
 };
 
 /// Below 0, 0 or above 0: the order of two citations, ignoring case. Sources with equal citations are equal, whatever

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "base/file_io.h"
+#include "base/record_file.h"
+
+namespace lore {
+
+/// A list that lives in a file of its own: a version, a count and the records.
+class ListFile {
+public:
+    /// False if the file of the last load is there and could not be read to its end: then records are missing.
+    bool ReadWhole() const { return readWhole_; }
+    /// What the file held is kept beside; from here on the list is whole.
+    void MarkWhole() { readWhole_ = true; }
+    /// The version of the file that was read last; 0 if it couldn't be opened.
+    double Version() const { return version_; }
+
+protected:
+    /// Hands the stream over behind the version. A file that can't be opened is passed over.
+    template <typename ReadRecords>
+    FileResult LoadFile(const std::filesystem::path& path, ReadRecords&& readRecords) {
+        version_ = 0;
+        std::unique_ptr<RecordReader> stream;
+        const FileResult result = OpenRecordFile(path, stream);
+        readWhole_ = result.Missing();
+        if (!result.Ok())
+            return result;
+        ReadFixedDouble(stream.get(), version_);
+        readRecords(stream.get());
+        readWhole_ = !stream->RanOut();
+        return result;
+    }
+
+private:
+    double version_ = 0;
+    bool readWhole_ = true;
+};
+
+}  // namespace lore
