@@ -1,5 +1,5 @@
 // The filter panels and the browser of sources in a large NoteBook: how long counts take after a change of the list,
-// and a choice among many sources.
+// and how long the panels take to be filled anew.
 
 #include <benchmark/benchmark.h>
 #include <random>
@@ -7,7 +7,6 @@
 
 #include "bench/made_sources.h"
 #include "notes/filter_panels.h"
-#include "sources/source_browser.h"
 
 namespace lore {
 namespace {
