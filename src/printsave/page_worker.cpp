@@ -82,7 +82,13 @@ void PageWorker::Draw(int page, double scale) {
         if (number != asked_)
             return;
         const bool isFar = std::abs(page - lastAsked_) > kFarAway;
-        emit Drawn(page, scale, isFar || page >= text_->PageCount() ? QImage() : PictureOfPage(*text_, page, scale));
+        const QImage picture = isFar || page >= text_->PageCount() ? QImage() : PictureOfPage(*text_, page, scale);
+        // By the time that it comes, other pages may be shown.
+        const auto tell = [this, number, page, scale, picture] {
+            if (number == asked_)
+                emit Drawn(page, scale, picture);
+        };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     });
 }
 
