@@ -257,6 +257,11 @@ void OptionsTest::hot_key_is_stored_as_the_agent_reads_it() {
     QCOMPARE(Stored("HotkeyMod"), std::string("6"));
     sheet->findChild<QPushButton*>("launchAgent")->click();
     QCOMPARE(agent_.launches, 1);
+    QVERIFY(!sheet->findChild<QLabel*>("noHotKeys"));
+    qputenv("WAYLAND_DISPLAY", "wayland-9");
+    const auto other = MakeSheet(OptionsTab::Agent);
+    qunsetenv("WAYLAND_DISPLAY");
+    QVERIFY(other->findChild<QLabel*>("noHotKeys")->text().contains("lorebinder --capture"));
     for (const char* text : {"Ctrl+F5", "Alt+Shift+PgDown", "Ctrl+Alt+9"}) {
         const QKeySequence sequence(QString::fromLatin1(text));
         QCOMPARE(ToKeySequence(FromKeySequence(sequence)), sequence);
@@ -351,7 +356,9 @@ void OptionsTest::looks_good() {
     app_->GetSettings().Set(Option::Hotkey, 76);
     app_->GetSettings().Set(Option::HotkeyMod, 6);
     agent_.installed = appearance == 1;
+    qputenv("WAYLAND_DISPLAY", appearance == 1 ? "" : "wayland-9");
     const auto sheet = MakeSheet(static_cast<OptionsTab>(page));
+    qunsetenv("WAYLAND_DISPLAY");
     QTest::qWait(50);
     TakeShot(*sheet, QString::fromLatin1(QTest::currentDataTag()));
 }

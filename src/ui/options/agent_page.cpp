@@ -124,6 +124,14 @@ QWidget* COptAgentPg::MakeHotKey() {
     row->addWidget(saved_, 1);
     layout->addWidget(label);
     layout->addLayout(row);
+    if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        QLabel* const other =
+            MakeRemark(tr("This desktop gives programs no hot keys: in its own keyboard settings, give a "
+                          "key the command \"lorebinder --capture\"."),
+                       theme_, box);
+        other->setObjectName("noHotKeys");
+        layout->addWidget(other);
+    }
     connect(keys_, &QKeySequenceEdit::keySequenceChanged, this, [this](const QKeySequence& keys) {
         // One key with its modifiers, not several after another.
         if (keys.count() > 1)
