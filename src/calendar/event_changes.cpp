@@ -68,18 +68,20 @@ EventSave SaveAlone(const CalendarWorld& world, CTmEvent event, const ReminderLi
     return EventSave::NotWritten;
 }
 
-/// An event that has just become a series gives way to its records.
-EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event) {
+/// A new series. Where an event of the file has become it, that gives way to the records.
+EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event, bool isNew) {
     EventList events;
     if (!LoadEvents(world, events))
         return EventSave::NotWritten;
-    world.ShowProgress("Setting up Recurring Events....");
+    if (!isNew)
+        world.ShowProgress("Setting up Recurring Events....");
     const EventList records = Expand(world, event);
     if (records.empty())
         return EventSave::Refused;
     RemoveEvent(events, event.EventId);
-    world.progress.Hide();
-    return PutSeries(world, std::move(events), records, {event});
+    if (!isNew)
+        world.progress.Hide();
+    return PutSeries(world, std::move(events), records, isNew ? EventList() : EventList{event});
 }
 
 /// Replaces a series, or with `following` what of it starts at or after the event.
@@ -145,7 +147,7 @@ EventSave Save(const CalendarWorld& world, const CTmEvent& event, const CTmEvent
     if (event.Recurring != 1)
         return SaveAlone(world, event, old.Reminders);
     if (old.Recurring != 1 || old.SeriesId.empty())
-        return BecomeSeries(world, event);
+        return BecomeSeries(world, event, false);
     if (EventsDiffer(event, old))
         return Distribute(world, event, old, [&](bool following) { return ReplaceSeries(world, event, following); });
     if (EventInfoDiffers(event, old))
@@ -172,7 +174,7 @@ CTmEvent EventForDays(const CalendarWorld& world, const std::optional<std::pair<
 
 EventSave CreateEvent(const CalendarWorld& world, CTmEvent event) {
     StandBy(world);
-    const EventSave result = event.Recurring == 1 ? BecomeSeries(world, event) : SaveAlone(world, event, {});
+    const EventSave result = event.Recurring == 1 ? BecomeSeries(world, event, true) : SaveAlone(world, event, {});
     world.TellAgent();
     return result;
 }

@@ -38,6 +38,10 @@ size_t WrapLines(std::string& text) {
 
 }  // namespace
 
+std::string BarText(const CTmEvent& event) {
+    return event.AllDay == 1 ? event.Label : ClockTime(event.Start) + " - " + event.Label;
+}
+
 std::string ClockTime(const DateTime& time) {
     std::string text = time.Format("%I:%M%p");
     if (text.size() > 1 && text.front() == '0')

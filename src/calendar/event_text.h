@@ -13,6 +13,9 @@ std::string ShortLine(const CTmEvent& event);
 /// at its last line break, but at the tenth at most.
 std::string HoverText(const CTmEvent& event);
 
+/// What stands on the bar of an event: "9:05AM - Class", the label alone for an event of whole days.
+std::string BarText(const CTmEvent& event);
+
 /// A time of day as "9:05AM".
 std::string ClockTime(const DateTime& time);
 /// A time of day as "9:05am".

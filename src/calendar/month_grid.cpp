@@ -48,10 +48,6 @@ int TakeLane(std::vector<unsigned>& lanes, int firstColumn, int lastColumn) {
     return static_cast<int>(number);
 }
 
-std::string FirstText(const CTmEvent& event) {
-    return event.AllDay == 1 ? event.Label : ClockTime(event.Start) + " - " + event.Label;
-}
-
 }  // namespace
 
 MonthGrid::MonthGrid(const DateTime& date) : month_(date.Year(), date.Month(), 1) {
@@ -90,7 +86,7 @@ std::vector<BarPiece> LayOutBars(const MonthGrid& grid, const EventList& events)
             piece.roundLeft = place.first >= begin;
             piece.roundRight = place.last <= end;
             piece.goesOn = row == grid.Rows() - 1 && place.last > end;
-            piece.text = std::max(place.first, 0) >= begin ? FirstText(event) : event.Label;
+            piece.text = std::max(place.first, 0) >= begin ? BarText(event) : event.Label;
         }
     }
     return pieces;

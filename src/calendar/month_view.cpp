@@ -117,11 +117,8 @@ std::string MonthView::CellText(int cell) const {
     if (RemindersOn(cell) > 0)
         text += Counted(RemindersOn(cell), "reminder");
     const char* separator = ": ";
-    for (const size_t event : events) {
-        const CTmEvent& one = events_[event];
-        text +=
-            std::exchange(separator, "; ") + (one.AllDay == 1 ? one.Label : ClockTime(one.Start) + " - " + one.Label);
-    }
+    for (const size_t event : events)
+        text += std::exchange(separator, "; ") + BarText(events_[event]);
     return text;
 }
 

@@ -11,9 +11,18 @@ import sys
 import tempfile
 import unittest
 
+from cli_world import number, text, version
+
 CLI = str(pathlib.Path(sys.argv[1]).resolve())
 # Long after any day on which this runs: reminders are for what is to come.
 YEAR = "2049"
+
+
+def event_bytes(ident, recurring, kind, start, end, last, patterns):
+    """A record as it stands in Events.dat; the series begins at its start."""
+    return (b"".join(map(number, (1, 0, recurring, kind))) + text(start) + text(end) + text(start) + text(last) +
+            b"".join(number(len(pattern)) + b"".join(map(number, pattern)) for pattern in patterns) +
+            text(ident) + text("") + text("Class") + text(""))
 
 
 class Events(unittest.TestCase):
@@ -153,6 +162,39 @@ class Events(unittest.TestCase):
             with self.subTest(args=args):
                 self.assertIn(words, self.run_cli(*args, status=status).stderr)
                 self.assertEqual(self.files(), before)
+
+    def test_expand_shows_the_dates_that_each_record_makes(self):
+        nine, ten = "2011-01-03-09-05-00", "2011-01-03-10-00-59"
+        file = self.top / "Events.dat"
+
+        def expanded(*records):
+            file.write_bytes(version(11.56) + number(len(records)) + b"".join(records))
+            return {e["EventId"]: e["occurrences"] for e in self.json("expand", file)}
+
+        daily = expanded(event_bytes("{A}", 1, 0, nine, ten, "2011-01-07-09-05-00", [[1, 0, 2], [], [], []]))
+        self.assertEqual(daily, {"{A}": [[f"2011-01-{day}T09:05:00", f"2011-01-{day}T10:00:59"]
+                                         for day in ("03", "05", "07")]})
+        # A last day at midnight comes before the series' time of day.
+        self.assertEqual(len(expanded(event_bytes("{A}", 1, 0, nine, ten, "2011-01-07-00-00-00",
+                                                  [[1, 0, 2], [], [], []]))["{A}"]), 2)
+        odd = expanded(event_bytes("{single}", 0, 0, nine, ten, ten, [[1, 0, 1], [], [], []]),
+                       event_bytes("{marked}", 2112, 0, nine, ten, ten, [[1, 0, 1], [], [], []]),
+                       event_bytes("{type}", 1, 4, nine, ten, ten, [[1, 0, 1], [], [], []]),
+                       event_bytes("{short}", 1, 2, nine, ten, "2012-01-03-09-05-00", [[], [], [1], []]),
+                       event_bytes("{none}", 1, 0, nine, ten, "2012-01-03-09-05-00", [[1, 0, 0], [], [], []]),
+                       event_bytes("{end}", 1, 0, nine, "Invalid DateTime", nine, [[1, 0, 1], [], [], []]))
+        self.assertEqual(odd, {"{type}": [], "{short}": [], "{none}": [["2011-01-03T09:05:00", "2011-01-03T10:00:59"]],
+                               "{end}": [["2011-01-03T09:05:00", "invalid"]]})
+        self.assertEqual(self.run_cli("expand", self.top / "absent.dat", status=3).stdout, b"")
+
+    def test_a_range_leaves_out_only_what_covers_it(self):
+        for label, first, last in [("before", "01-01", "01-02"), ("covers", "01-01", "12-30"), ("into", "01-01", "06-10"),
+                                   ("inside", "06-05", "06-06"), ("behind", "11-01", "11-02")]:
+            self.run_cli("event", "add", "--label", label, "--start", f"{YEAR}-{first}", "--end", f"{YEAR}-{last}")
+        shown = self.json("events", "--from", f"{YEAR}-06-01", "--to", f"{YEAR}-06-30")
+        self.assertEqual([event["Label"] for event in shown], ["before", "into", "inside", "behind"])
+        edge = self.json("events", "--from", f"{YEAR}-01-01", "--to", f"{YEAR}-06-10T23:59:59")
+        self.assertEqual(len(edge), 5)
 
     def test_a_day_that_a_month_lacks_ends_a_series(self):
         self.assertEqual(len(self.json("event", "add", "--label", "A", "--start", f"{YEAR}-01-31", "--repeat", "monthly",

@@ -1,10 +1,11 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -83,6 +84,7 @@ private slots:
     void more_bars_than_room_are_counted();
     void a_click_on_the_rest_of_a_day_opens_it();
     void keys_reach_every_cell();
+    void the_menu_of_a_day_reaches_its_events();
     void escape_asks_before_it_drops_changes();
     void months_of_a_full_year_turn_at_once();
     void looks_good_data();
@@ -328,6 +330,53 @@ void CalendarTest::keys_reach_every_cell() {
     });
     press(Qt::Key_Return);
     QTRY_COMPARE(opened_, 1);
+}
+
+/// The keyboard's menu of a day leads to each of its events and to what goes with a series.
+void CalendarTest::the_menu_of_a_day_reaches_its_events() {
+    PutClass();
+    Open();
+    const auto inMenu = [&](const std::function<void(QMenu&)>& steps) {
+        bool ran = false;
+        QTimer::singleShot(0, this, [&] {
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            steps(*menu);
+            ran = true;
+            menu->close();
+        });
+        QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+        QApplication::sendEvent(dialog_->Grid(), &ask);
+        QVERIFY(ran);
+    };
+    const auto texts = [](const QMenu& menu) {
+        QStringList all;
+        for (const QAction* const action : menu.actions())
+            all.append(action->isSeparator() ? "-" : action->text().remove('&'));
+        return all;
+    };
+    inMenu([&](QMenu& menu) { QCOMPARE(texts(menu), QStringList({"View Day", "Create Event"})); });
+    for (int step = 0; step < 3; ++step)
+        QTest::keyClick(dialog_->Grid(), Qt::Key_Right);
+    inMenu([&](QMenu& menu) {
+        QCOMPARE(texts(menu),
+                 QStringList({"Edit Event", "Delete Event", "-", "Delete This and Following Events in Series",
+                              "Delete Entire Series", "-", "View Day", "Create Event"}));
+        prompts_.answers = {PromptAnswer::Yes};
+        QTest::keyClick(&menu, Qt::Key_F);
+    });
+    QTRY_COMPARE(Stored().size(), 1u);
+    QVERIFY(dialog_->Grid()->View().EventsOn(dialog_->Grid()->View().CurrentCell()).empty());
+    PutFullMonth();
+    dialog_.reset();
+    Open();
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Up);
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Left);
+    inMenu([&](QMenu& menu) {
+        QCOMPARE(menu.actions().size(), 2 + 3);
+        QVERIFY(menu.actions().first()->menu());
+        QCOMPARE(texts(*menu.actions().first()->menu()), QStringList({"Edit Event", "Delete Event"}));
+    });
 }
 
 void CalendarTest::escape_asks_before_it_drops_changes() {

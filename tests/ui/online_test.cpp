@@ -150,6 +150,7 @@ private slots:
     void a_refused_update_leaves_the_link_as_it_was();
     void commands_say_what_to_set_up_where_there_is_no_service();
     void all_notebooks_are_synced_in_place_of_the_program();
+    void a_deleted_online_notebook_takes_the_link_along();
     void looks_good_data();
     void looks_good();
 };
@@ -348,6 +349,24 @@ void OnlineTest::all_notebooks_are_synced_in_place_of_the_program() {
     InDialog<SyncSetupDialog>("Online Sync Setup...", askForAll);
     QVERIFY(!window_->isVisible());
     QCOMPARE(syncs_.started, std::vector<std::string>({"syncer SYNCCREATE", "syncer SYNCCREATE"}));
+}
+
+/// The check at the start waits for open dialogs, tells of a NoteBook that is gone, and takes its panel away.
+void OnlineTest::a_deleted_online_notebook_takes_the_link_along() {
+    Start();
+    EngageAndLink();
+    Answer("GetNoteBookInfo", "<databaseID>0</databaseID>");
+    window_->CheckLinkSoon();
+    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+        QTest::qWait(300);
+        QCOMPARE(server_->Requests().size(), 0u);
+        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
+    });
+    QTRY_COMPARE(prompts_.seen.size(), 1u);
+    QVERIFY(prompts_.seen[0].starts_with("Online NoteBook Deleted: "));
+    QTRY_VERIFY(Panes().contains("Not Linked"));
+    QTRY_COMPARE(progress_.shown, 0);
+    QCOMPARE(progress_.messages.back(), std::string("Updating Local Sync Information....(may take a few moments)"));
 }
 
 void OnlineTest::looks_good_data() {

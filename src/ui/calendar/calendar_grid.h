@@ -39,8 +39,9 @@ public:
 signals:
     void DayAsked(const DateTime& day);
     void EventAsked(size_t event);
-    /// @param event position in the model's list, -1 for none
-    void MenuAsked(const QPoint& global, int event);
+    /// @param events positions in the model's list: the event under the mouse, or all of the current day where the
+    /// keyboard asks
+    void MenuAsked(const QPoint& global, const std::vector<size_t>& events);
     void MonthTurned();
 
 protected:

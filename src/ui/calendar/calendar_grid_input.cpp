@@ -138,11 +138,11 @@ void CalendarGrid::wheelEvent(QWheelEvent* event) {
 
 void CalendarGrid::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() != QContextMenuEvent::Mouse) {
-        emit MenuAsked(mapToGlobal(CellRect(view_.CurrentCell()).center()), -1);
+        emit MenuAsked(mapToGlobal(CellRect(view_.CurrentCell()).center()), view_.EventsOn(view_.CurrentCell()));
         return;
     }
     const std::optional<size_t> hit = EventAt(event->pos());
-    emit MenuAsked(event->globalPos(), hit ? static_cast<int>(*hit) : -1);
+    emit MenuAsked(event->globalPos(), hit ? std::vector{*hit} : std::vector<size_t>());
 }
 
 bool CalendarGrid::event(QEvent* event) {

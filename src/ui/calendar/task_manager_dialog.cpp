@@ -13,6 +13,7 @@
 
 #include "calendar/day_reminders.h"
 #include "calendar/event_changes.h"
+#include "calendar/event_text.h"
 #include "ui/calendar/calendar_accessible.h"
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/edit_day_dialog.h"
@@ -161,20 +162,28 @@ void TaskManagerDialog::Delete(bool (*remove)(const CalendarWorld&, const CTmEve
         Reload();
 }
 
-void TaskManagerDialog::ShowMenu(const QPoint& global, int event) {
+void TaskManagerDialog::AddEventEntries(QMenu& menu, size_t event) {
+    const CTmEvent chosen = view_.Events()[event];
+    menu.addAction(tr("&Edit Event"), this, [this, event] { OpenEvent(event); });
+    menu.addAction(tr("&Delete Event"), this, [this, chosen] { Delete(DeleteAnEvent, chosen); });
+    if (!IsSeriesMember(chosen))
+        return;
+    menu.addSeparator();
+    menu.addAction(tr("Delete This and &Following Events in Series"), this,
+                   [this, chosen] { Delete(DeleteFollowingEvents, chosen); });
+    menu.addAction(tr("Delete Entire &Series"), this, [this, chosen] { Delete(DeleteEntireSeries, chosen); });
+}
+
+void TaskManagerDialog::ShowMenu(const QPoint& global, const std::vector<size_t>& events) {
     QMenu menu(this);
-    if (event >= 0) {
-        const CTmEvent chosen = view_.Events()[static_cast<size_t>(event)];
-        menu.addAction(tr("&Edit Event"), this, [this, event] { OpenEvent(static_cast<size_t>(event)); });
-        menu.addAction(tr("&Delete Event"), this, [this, chosen] { Delete(DeleteAnEvent, chosen); });
-        if (IsSeriesMember(chosen)) {
-            menu.addSeparator();
-            menu.addAction(tr("Delete This and &Following Events in Series"), this,
-                           [this, chosen] { Delete(DeleteFollowingEvents, chosen); });
-            menu.addAction(tr("Delete Entire &Series"), this, [this, chosen] { Delete(DeleteEntireSeries, chosen); });
-        }
-        menu.addSeparator();
+    if (events.size() == 1)
+        AddEventEntries(menu, events.front());
+    for (size_t i = 0; events.size() > 1 && i < events.size(); ++i) {
+        const QString text = ToQString(BarText(view_.Events()[events[i]])).simplified().replace('&', "&&");
+        AddEventEntries(*menu.addMenu(i < 9 ? QStringLiteral("&%1  %2").arg(i + 1).arg(text) : text), events[i]);
     }
+    if (!events.empty())
+        menu.addSeparator();
     menu.addAction(tr("&View Day"), this, [this] { OpenDay(view_.CurrentDay()); });
     menu.addAction(tr("&Create Event"), this, &TaskManagerDialog::CreateEvent);
     menu.exec(global);

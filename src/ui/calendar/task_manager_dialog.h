@@ -5,6 +5,7 @@
 #include "ui/dialog_frame.h"
 
 class QComboBox;
+class QMenu;
 class QSpinBox;
 
 namespace lore {
@@ -31,7 +32,8 @@ private:
     void AddReminder();
     void OpenDay(const DateTime& day);
     void OpenEvent(size_t event);
-    void ShowMenu(const QPoint& global, int event);
+    void ShowMenu(const QPoint& global, const std::vector<size_t>& events);
+    void AddEventEntries(QMenu& menu, size_t event);
     void Delete(bool (*remove)(const CalendarWorld&, const CTmEvent&), const CTmEvent& event);
 
     CalendarHost host_;
