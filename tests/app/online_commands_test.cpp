@@ -114,6 +114,26 @@ TEST_F(OnlineCommandsTest, ACloseSyncsOnceAtMost) {
     EXPECT_EQ(syncs.started.size(), 1u);
 }
 
+TEST_F(OnlineCommandsTest, ThePanesTellOfTheLinkAndTheWholeDaysSinceTheLastSync) {
+    EXPECT_EQ(app.LinkPane(), "Not Linked");
+    EXPECT_EQ(app.LastSyncPane(), "");
+    SyncLink& link = app.NoteBook().syncLog.link;
+    link.Linked = 2112;
+    link.OnlineName = "Bees";
+    EXPECT_EQ(app.LinkPane(), "Linked With:   < Bees >");
+    const std::pair<DateTime, const char*> cases[] = {{DateTime(), "Never Synced"},
+                                                      {DateTime::Invalid(), "Never Synced"},
+                                                      {DateTime(1900, 1, 1), "Never Synced"},
+                                                      {clock.now, "Last Sync:  0 days"},
+                                                      {clock.now.PlusSeconds(-86399), "Last Sync:  0 days"},
+                                                      {clock.now.PlusSeconds(-86400), "Last Sync:  1 days"},
+                                                      {clock.now.PlusDays(-400), "Last Sync:  400 days"}};
+    for (const auto& [last, text] : cases) {
+        link.LastSync = last;
+        EXPECT_EQ(app.LastSyncPane(), text);
+    }
+}
+
 TEST_F(OnlineCommandsTest, ChecksTheLinkOfTheOpenNoteBook) {
     EXPECT_FALSE(CheckLinkAtStart(app));
     app.NoteBook().syncLog.link.OnlineNoteBookID = 5;
