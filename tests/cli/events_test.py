@@ -182,7 +182,7 @@ class Events(unittest.TestCase):
                        event_bytes("{type}", 1, 4, nine, ten, ten, [[1, 0, 1], [], [], []]),
                        event_bytes("{short}", 1, 2, nine, ten, "2012-01-03-09-05-00", [[], [], [1], []]),
                        event_bytes("{none}", 1, 0, nine, ten, "2012-01-03-09-05-00", [[1, 0, 0], [], [], []]),
-                       event_bytes("{end}", 1, 0, nine, "Invalid DateTime", nine, [[1, 0, 1], [], [], []]))
+                       event_bytes("{end}", 1, 0, nine, "2011-02-30-10-00-59", nine, [[1, 0, 1], [], [], []]))
         self.assertEqual(odd, {"{type}": [], "{short}": [], "{none}": [["2011-01-03T09:05:00", "2011-01-03T10:00:59"]],
                                "{end}": [["2011-01-03T09:05:00", "invalid"]]})
         self.assertEqual(self.run_cli("expand", self.top / "absent.dat", status=3).stdout, b"")
