@@ -65,9 +65,9 @@ TEST_F(EventChanges, CreatingTellsItsSteps) {
     CTmEvent series = Series(kDaily, {1, 0, 1}, Day(2026, 5, 1), Day(2026, 5, 2));
     series.Reminders = {ReminderFor(series, ReminderType::Email, 10)};
     EXPECT_EQ(CreateEvent(world, series), EventSave::Saved);
-    EXPECT_EQ(TakeMessages(), (Texts{"Saving Event....", "Creating Reminders....",
-                                     "Creating Reminders on the server....", "Saving Reminders locally....",
-                                     "Updating Events...", "Saving Events..."}));
+    EXPECT_EQ(TakeMessages(),
+              (Texts{"Saving Event....", "Creating Reminders....", "Creating Reminders on the server....",
+                     "Saving Reminders locally....", "Updating Events...", "Saving Events..."}));
     EXPECT_EQ(waits, (std::vector<int>{120, 150, 200}));
     EXPECT_EQ(agent.commands, Texts{"TQRAGENTRELOADREMINDERS"});
     // The server's clock is an hour behind.

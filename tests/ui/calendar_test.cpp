@@ -459,6 +459,8 @@ void CalendarTest::looks_good() {
     PutFullMonth();
     Open();
     Shoot(*dialog_, "calendar_month_" + look);
+    dialog_->resize(1100, 560);
+    Shoot(*dialog_, "calendar_more_" + look);
     Next<EditEventDialog>([&](EditEventDialog& editor) {
         In<QCheckBox>(editor, "recurring")->click();
         In<QTabWidget>(editor, "recurrence")->setCurrentIndex(kMonthly);
