@@ -309,7 +309,7 @@ std::string CLorebinderApp::LastSyncPane() const {
         return {};
     if (!link.LastSync.IsValid() || link.LastSync == DateTime(1900, 1, 1))
         return "Never Synced";
-    constexpr int64_t kDay = 24 * 60 * 60;
+    constexpr int64_t kDay = int64_t{24} * 60 * 60;
     const int64_t days = (ports_.clock.NowUtc().Seconds() - link.LastSync.Seconds()) / kDay;
     return "Last Sync:  " + std::to_string(days) + " days";
 }

@@ -71,7 +71,7 @@ void CalendarReader::AddSeries(const SampleJson& json) {
     CTmEvent event = EventOn(day, json);
     event.Recurring = 1;
     event.RecurrenceType = kWeekly;
-    event.RecurrenceEnd = event.Start.PlusDays((NumberOf(json, "weeks", 1) - 1) * kDaysOfWeek);
+    event.RecurrenceEnd = event.Start.PlusDays(int64_t{NumberOf(json, "weeks", 1) - 1} * kDaysOfWeek);
     event.WeeklyPattern = LongList(std::vector<int32_t>(kWeeklySlots, 0));
     event.WeeklyPattern.SetAt(kWeeklyN, 1);
     event.WeeklyPattern.SetAt(kWeeklySunday + weekday, 1);

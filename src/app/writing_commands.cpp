@@ -238,7 +238,7 @@ NewTextLook WritingCommands::TextLook() const {
 
 std::string WritingCommands::CapturedText(const ClipboardText& clipboard) const {
     const NewTextLook look = TextLook();
-    const std::string rtf = CleanText(clipboard.rtf);
+    std::string rtf = CleanText(clipboard.rtf);
     if (!PlainText(rtf).empty())
         return rtf;
     if (!Trim(clipboard.html).empty())

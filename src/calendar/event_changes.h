@@ -20,12 +20,12 @@ enum class EventSave {
 CTmEvent EventForDays(const CalendarWorld& world, const std::optional<std::pair<DateTime, DateTime>>& days);
 
 /// Saves an event that was made: with its reminders, and expanded if it is a series.
-EventSave CreateEvent(const CalendarWorld& world, CTmEvent event);
+EventSave CreateEvent(const CalendarWorld& world, const CTmEvent& event);
 
 /// Saves a change of an event. Where the event stays in its series, the user is asked how far the change reaches: a
 /// change of schedule replaces the records of the series, one of texts, colour or reminders walks over them.
 /// @param old the event as it was
-EventSave EditEvent(const CalendarWorld& world, CTmEvent event, CTmEvent old);
+EventSave EditEvent(const CalendarWorld& world, const CTmEvent& event, CTmEvent old);
 
 // Removal, each with its question. True if the events have gone; a file that can't be read or written keeps them.
 

@@ -13,10 +13,10 @@ namespace lore {
 
 namespace {
 
-constexpr int64_t kHour = 60 * 60;
+constexpr int64_t kHour = 3600;  // seconds
 
 DateTime AtClock(const DateTime& day, int hour, int minute, int second) {
-    return day.Midnight().PlusSeconds(hour * kHour + minute * 60 + second);
+    return day.Midnight().PlusSeconds(hour * kHour + int64_t{minute} * 60 + second);
 }
 
 bool IsEarlier(const DateTime& a, const DateTime& b) {

@@ -96,6 +96,7 @@ std::vector<size_t> MonthView::EventsOn(int cell) const {
     }
     std::sort(pieces.begin(), pieces.end(), [](const BarPiece* a, const BarPiece* b) { return a->lane < b->lane; });
     std::vector<size_t> events;
+    events.reserve(pieces.size());
     for (const BarPiece* const piece : pieces)
         events.push_back(piece->event);
     return events;

@@ -109,7 +109,7 @@ void UnassignNotes(CProCategoryList& forest, const SetLists& notes) {
         forest.AddRoot({kUnassignedID, kUnassignedName});
     for (size_t i = 0; i < kSetCount; ++i) {
         // A copy: the list may be one of those that the notes are taken out of.
-        const LongList moved = notes[i];
+        const LongList moved = notes[i];  // NOLINT(performance-unnecessary-copy-initialization)
         if (moved.IsEmpty())
             continue;
         forest.RemoveNotes(moved, static_cast<int>(i) + 1);

@@ -55,7 +55,7 @@ bool AttachmentList::AddFile(const std::string& path) {
     return true;
 }
 
-void AttachmentList::AddPicture(std::string bitmap, std::string title) {
+void AttachmentList::AddPicture(std::string bitmap, const std::string& title) {
     EditedAttachment item;
     item.record.title = CleanText(title);
     SetAttachmentType(item.record, kImageFile);

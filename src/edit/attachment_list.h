@@ -26,7 +26,7 @@ public:
     /// isn't a file that can be read.
     bool AddFile(const std::string& path);
     /// Adds a picture of the text control, a bitmap in memory.
-    void AddPicture(std::string bitmap, std::string title);
+    void AddPicture(std::string bitmap, const std::string& title);
     /// Asks for an address and adds it, or changes one. An empty address changes nothing.
     void AddWebLink();
     void EditWebLink(size_t position);

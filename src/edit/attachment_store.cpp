@@ -48,6 +48,7 @@ int HighestNumberIn(const std::filesystem::path& folder) {
 
 std::vector<EditedAttachment> EditAttachments(const std::vector<CAttachment>& records) {
     std::vector<EditedAttachment> attachments;
+    attachments.reserve(records.size());
     for (const CAttachment& record : records)
         attachments.push_back({record, {}});
     return attachments;
@@ -55,6 +56,7 @@ std::vector<EditedAttachment> EditAttachments(const std::vector<CAttachment>& re
 
 std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& attachments) {
     std::vector<CAttachment> records;
+    records.reserve(attachments.size());
     for (const EditedAttachment& attachment : attachments)
         records.push_back(attachment.record);
     return records;

@@ -33,7 +33,7 @@ std::string FileKey(std::string_view guid) {
 
 std::string TakeLine(std::string_view& bytes) {
     const size_t end = bytes.find('\n');
-    const std::string line(bytes.substr(0, end));
+    std::string line(bytes.substr(0, end));
     bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
     return line;
 }

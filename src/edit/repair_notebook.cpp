@@ -91,6 +91,7 @@ void Repairer::MoveNotesHome(const LoadReport& report) {
     }
     std::vector<CNote> notes = FindNotes(book_.index, strays, context_, faults_);
     std::vector<Repair> moves;
+    moves.reserve(notes.size());
     for (const CNote& note : notes)
         moves.push_back(
             {FileOf(note.id), "note " + std::to_string(note.id) + " was moved to " + GetNoteFileName(note)});

@@ -37,7 +37,7 @@ std::string HeadLine(const CNote& imported, const CNote& database) {
     const long long minutes = std::llabs(span) / 60;
     return Formatted(
         "The import note is %d days, %d hours, and %d minutes %s than the same note currently in the database.",
-        static_cast<int>(minutes / (24 * 60)), static_cast<int>(minutes / 60 % 24), static_cast<int>(minutes % 60),
+        static_cast<int>(minutes / 60 / 24), static_cast<int>(minutes / 60 % 24), static_cast<int>(minutes % 60),
         span < 0 ? "OLDER" : "NEWER");
 }
 

@@ -131,7 +131,7 @@ ArchiveResult ZipReader::Unpack(const ZipItem& item, const Take& take) {
 ArchiveResult ZipReader::Read(const ZipItem& item, std::string& bytes) {
     bytes.clear();
     bytes.reserve(item.size);
-    const ArchiveResult result = Unpack(item, [&](std::string_view piece) {
+    ArchiveResult result = Unpack(item, [&](std::string_view piece) {
         bytes.append(piece);
         return true;
     });

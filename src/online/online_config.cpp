@@ -25,7 +25,7 @@ std::string WithPath(std::string endpoint) {
     return endpoint;
 }
 
-std::string WithSlash(std::string nameSpace) {
+std::string WithSlash(const std::string& nameSpace) {
     return nameSpace.empty() || nameSpace.ends_with('/') ? nameSpace : nameSpace + "/";
 }
 

@@ -22,7 +22,7 @@ public:
     Attributes(const xmlChar** list, int count) : list_(list), count_(count) {}
     bool IsNil() const {
         for (int i = 0; i < count_; ++i) {
-            const xmlChar** const parts = list_ + 5 * i;
+            const xmlChar** const parts = list_ + ptrdiff_t{5} * i;
             const std::string_view value(reinterpret_cast<const char*>(parts[3]),
                                          static_cast<size_t>(parts[4] - parts[3]));
             if (View(parts[0]) == "nil" && View(parts[2]) == kInstanceNamespace)

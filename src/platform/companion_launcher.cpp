@@ -29,7 +29,7 @@ std::filesystem::path Named(const char* variable) {
 
 }  // namespace
 
-CompanionLauncher::CompanionLauncher(std::filesystem::path dataRoot, std::filesystem::path settingsFile)
+CompanionLauncher::CompanionLauncher(const std::filesystem::path& dataRoot, const std::filesystem::path& settingsFile)
     : dataRoot_(Absolute(dataRoot)), settingsFile_(Absolute(settingsFile)) {}
 
 std::optional<std::string> CompanionLauncher::StartCompanion(const std::string& name,

@@ -13,7 +13,7 @@ inline constexpr char kSettingsVariable[] = "LOREBINDER_SETTINGS";
 /// Starts programs of the program folder as processes of their own, which outlive this one.
 class CompanionLauncher : public ProcessLauncher {
 public:
-    CompanionLauncher(std::filesystem::path dataRoot, std::filesystem::path settingsFile);
+    CompanionLauncher(const std::filesystem::path& dataRoot, const std::filesystem::path& settingsFile);
 
     std::optional<std::string> StartCompanion(const std::string& name,
                                               const std::vector<std::string>& arguments) override;

@@ -16,6 +16,7 @@ std::vector<std::string> DistinctTexts(const SourceList& sources,
             byLowered.try_emplace(ToLower(text), text);
     }
     std::vector<std::string> texts;
+    texts.reserve(byLowered.size());
     for (auto& [lowered, text] : byLowered)
         texts.push_back(std::move(text));
     return texts;

@@ -79,8 +79,7 @@ public:
 
     CardHit HitTest(const QPointF& point) const override {
         for (size_t i = 0; i < pictures_.size(); ++i)
-            if (const CardHit hit = pictures_[i]->HitTest(point - QPointF(0, pictureTops_[i]));
-                hit.part != CardHit::None)
+            if (CardHit hit = pictures_[i]->HitTest(point - QPointF(0, pictureTops_[i])); hit.part != CardHit::None)
                 return hit;
         for (const Tile& tile : tiles_)
             if (tile.rect.contains(point))

@@ -2,6 +2,7 @@
 
 #include <QPaintDevice>
 #include <algorithm>
+#include <cmath>
 
 #include "ui/theme.h"
 
@@ -19,7 +20,7 @@ QFont CardContext::SmallFont() const {
     if (font.pointSizeF() > 0)
         font.setPointSizeF(font.pointSizeF() * Zoom());
     else
-        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * Zoom() + 0.5)));
+        font.setPixelSize(std::max(1, static_cast<int>(std::lround(font.pixelSize() * Zoom()))));
     return font;
 }
 

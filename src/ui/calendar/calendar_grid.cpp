@@ -93,6 +93,7 @@ std::vector<int> CalendarGrid::HeightsFor(const std::vector<int>& lanes) const {
     const int rows = static_cast<int>(lanes.size()), room = std::max(height() - HeaderHeight(), rows);
     const int equal = room / rows, step = BarHeight() + kGap;
     std::vector<int> needs;
+    needs.reserve(lanes.size());
     for (const int count : lanes)
         needs.push_back(DayLine() + std::max(count, kFewestRows) * step + kGap);
     int wanted = 0, spare = 0;

@@ -40,7 +40,7 @@ QIcon Swatch(const QColor& color) {
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(128, 128, 128), kSwatch / 16));
+    painter.setPen(QPen(QColor(128, 128, 128), kSwatch / 16.0));
     painter.setBrush(color);
     painter.drawEllipse(QRectF(picture.rect()).adjusted(6, 6, -6, -6));
     return QIcon(picture);
