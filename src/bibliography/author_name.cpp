@@ -1,6 +1,7 @@
 #include "bibliography/author_name.h"
 
 #include "base/text.h"
+#include "bibliography/wide_names.h"
 
 namespace lore {
 
@@ -31,6 +32,17 @@ void AppendLast(std::string& out, const CAuthor& author) {
         out.append(" ").append(author.last);
 }
 
+template <typename Append>
+std::string Formatted(Append append, const CAuthor& author, const NameForm& form) {
+    std::string out;
+    append(out, author, form);
+    if (!IsValidUtf8(out) && HasWideName(author)) {
+        out.clear();
+        append(out, AuthorInUtf8(author), form);
+    }
+    return out;
+}
+
 }  // namespace
 
 void AppendAuthorInverted(std::string& out, const CAuthor& author, const NameForm& form) {
@@ -58,15 +70,11 @@ void AppendAuthorNatural(std::string& out, const CAuthor& author, const NameForm
 }
 
 std::string FormatAuthorInverted(const CAuthor& author, const NameForm& form) {
-    std::string out;
-    AppendAuthorInverted(out, author, form);
-    return out;
+    return Formatted(AppendAuthorInverted, author, form);
 }
 
 std::string FormatAuthorNatural(const CAuthor& author, const NameForm& form) {
-    std::string out;
-    AppendAuthorNatural(out, author, form);
-    return out;
+    return Formatted(AppendAuthorNatural, author, form);
 }
 
 std::string FormatAuthorBrief(const CAuthor& author) {

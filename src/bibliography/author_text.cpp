@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "bibliography/mixed_texts.h"
 
 namespace lore {
 
@@ -70,7 +71,9 @@ std::string AuthorsCompact(const LongList& ids, const AuthorList& authors, const
 }
 
 std::string AuthorsForFilter(const LongList& ids, const AuthorList& authors) {
-    return AuthorsCompact(ids, authors, {{true, false, true}, kConjunctionAmpersand, kSeparatorComma, kFilterLimit});
+    const AuthorListForm form = {{true, false, true}, kConjunctionAmpersand, kSeparatorComma, kFilterLimit};
+    std::string text = AuthorsCompact(ids, authors, form);
+    return JoinsMixedNames(text, ids, authors) ? AuthorsCompact(ids, AuthorsInUtf8(ids, authors), form) : text;
 }
 
 }  // namespace lore

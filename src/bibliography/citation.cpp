@@ -145,7 +145,7 @@ void BuildCitation(CSource& source, const AuthorList& authors) {
 /// The citation once more, from texts that are all UTF-8. What could be read before keeps its bytes.
 void BuildMixedCitation(CSource& source, const AuthorList& authors) {
     CSource copy = SourceInUtf8(source);
-    BuildCitation(copy, AuthorsInUtf8(source, authors));
+    BuildCitation(copy, AuthorsInUtf8(source.AuthorIDs, authors));
     if (ToUtf8(source.AuthorText) != copy.AuthorText)
         source.AuthorText = FromUtf8(copy.AuthorText);
     if (ToUtf8(source.FormattedText) == copy.FormattedText)

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "base/text_join.h"
 
 namespace lore {
 
@@ -157,7 +158,7 @@ std::string CProCategoryTree::GetPathText() const {
         upward.push_back(node);
     std::string text;
     for (size_t level = 1; level <= upward.size(); ++level)
-        text += "L" + std::to_string(level) + ": " + upward[upward.size() - level]->name + "\n";
+        text = JoinTexts(text, "L" + std::to_string(level) + ": " + upward[upward.size() - level]->name + "\n");
     return text;
 }
 

@@ -4,9 +4,19 @@
 #include <numeric>
 
 #include "base/text.h"
+#include "base/text_join.h"
 #include "classify/note_lists.h"
 
 namespace lore {
+
+namespace {
+
+/// The same characters, whatever the form of their bytes: that follows from the line in which they stand.
+bool IsSameText(std::string_view a, std::string_view b) {
+    return a == b || ToUtf8(a) == ToUtf8(b);
+}
+
+}  // namespace
 
 std::vector<std::string_view> SplitKeyWords(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(','), text.size()));
@@ -29,20 +39,18 @@ std::vector<std::string_view> SplitKeyWords(std::string_view text) {
 
 std::string WithKeyWord(std::string_view text, std::string_view name) {
     const std::vector<std::string_view> pieces = SplitKeyWords(text);
-    if (std::find(pieces.begin(), pieces.end(), name) != pieces.end())
+    if (std::any_of(pieces.begin(), pieces.end(), [&](std::string_view piece) { return IsSameText(piece, name); }))
         return std::string(text);
     // A separator that the user left at the end would make an empty key word.
     std::string_view line = Trim(text);
     while (!line.empty() && line.back() == ',')
         line = TrimRight(line.substr(0, line.size() - 1));
-    std::string longer(line);
-    longer += line.empty() ? "" : ", ";
-    return longer += name;
+    return JoinTexts(std::string(line) + (line.empty() ? "" : ", "), name);
 }
 
 std::string WithoutKeyWord(std::string_view text, std::string_view name) {
     std::vector<std::string_view> pieces = SplitKeyWords(text);
-    if (std::erase(pieces, name) == 0)
+    if (std::erase_if(pieces, [&](std::string_view piece) { return IsSameText(piece, name); }) == 0)
         return std::string(text);
     std::string line;
     for (const std::string_view& piece : pieces) {
@@ -58,7 +66,7 @@ const CKeyWord* CKeyWordList::FindKeyWord(size_t position) const {
 }
 
 const CKeyWord* CKeyWordList::FindByName(std::string_view name) const {
-    const auto found = positions_.find(std::string(name));
+    const auto found = positions_.find(ToUtf8(name));
     return found == positions_.end() ? nullptr : &entries_[found->second];
 }
 
@@ -80,7 +88,7 @@ void CKeyWordList::AddKeyWordsOfNote(std::string_view text, int32_t note) {
 }
 
 LongList& CKeyWordList::NotesOf(std::string_view name) {
-    const auto [place, isNew] = positions_.emplace(name, entries_.size());
+    const auto [place, isNew] = positions_.emplace(ToUtf8(name), entries_.size());
     if (isNew)
         entries_.emplace_back().name = name;
     return entries_[place->second].notes;
@@ -100,7 +108,7 @@ void CKeyWordList::RemoveNotes(const LongList& notes) {
 void CKeyWordList::Reindex() {
     positions_.clear();
     for (size_t i = 0; i < entries_.size(); ++i)
-        positions_.emplace(entries_[i].name, i);
+        positions_.emplace(ToUtf8(entries_[i].name), i);
 }
 
 void CKeyWordList::SortKeyWords() {

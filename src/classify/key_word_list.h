@@ -22,7 +22,8 @@ struct CKeyWord {
     bool selected = false;  ///< state in a listing
 };
 
-/// All key words of a NoteBook, computed from the lines of its notes. Names differ by case.
+/// All key words of a NoteBook, computed from the lines of its notes. Names differ by case. One key word may be UTF-8
+/// in one line and Windows-1252 in another; its name has the form that was met first.
 class CKeyWordList {
 public:
     const std::vector<CKeyWord>& Entries() const { return entries_; }
@@ -52,7 +53,7 @@ private:
     void Reindex();
 
     std::vector<CKeyWord> entries_;
-    std::unordered_map<std::string, size_t> positions_;  // by name
+    std::unordered_map<std::string, size_t> positions_;  // by name, as UTF-8
     IDMarks added_;                                      // notes whose line was ever added; no entry holds another note
 };
 

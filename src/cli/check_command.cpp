@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "base/text.h"
+#include "calendar/calendar_check.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "edit/repair_notebook.h"
@@ -23,7 +24,8 @@ public:
         ExitStatus status = ExitStatus::Done;
         if (repair_ && !MendAll(session, repairs, status))
             return status;
-        const std::vector<Finding> findings = CheckData(session.Data(), session.Context(), session.Faults());
+        std::vector<Finding> findings = CheckData(session.Data(), session.Context(), session.Faults());
+        CheckCalendar(session, findings);
         if (session.Json())
             PrintAsJson(repairs, findings);
         else
@@ -32,6 +34,16 @@ public:
     }
 
 private:
+    static void CheckCalendar(Session& session, std::vector<Finding>& findings) {
+        const auto check = [&](const std::filesystem::path& file, const char* unread, auto read) {
+            bool isDamaged = false;
+            session.Check(read(file, session.Context(), isDamaged), unread, file);
+            if (isDamaged)
+                findings.push_back({FindingKind::DamagedFile, file.string(), "the file is short or damaged"});
+        };
+        check(session.Data().Events(), "The events could not be read", CheckEventFile);
+        check(session.Data().Reminders(), "The reminders could not be read", CheckReminderFile);
+    }
     static bool MendAll(Session& session, std::vector<Repair>& repairs, ExitStatus& status) {
         if (!session.TakeLock(status))
             return false;

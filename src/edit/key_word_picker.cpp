@@ -1,6 +1,7 @@
 #include "edit/key_word_picker.h"
 
 #include "base/text.h"
+#include "base/text_join.h"
 
 namespace lore {
 
@@ -33,7 +34,7 @@ void KeyWordPicker::Toggle(size_t position) {
 std::string KeyWordPicker::FieldText() const {
     std::string text;
     for (const size_t position : checked_)
-        text += keyWords_.Entries()[position].name + ", ";
+        text = JoinTexts(text, keyWords_.Entries()[position].name + ", ");
     return text;
 }
 

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "base/text.h"
+#include "base/text_join.h"
 #include "bibliography/author_name.h"
 #include "bibliography/citation_field.h"
 #include "bibliography/source_info.h"
@@ -67,7 +68,7 @@ std::vector<std::string> CaptionsOf(const CSource* source, const CNote& note) {
         return std::vector<std::string>(6);
     std::string authors;
     for (const CAuthor& author : source->EmbeddedAuthors)
-        authors += (authors.empty() ? "" : ", ") + FormatAuthorBrief(author);
+        authors = JoinTexts(authors, (authors.empty() ? "" : ", ") + FormatAuthorBrief(author));
     const std::string_view title = FieldText(*source, kTitleSlot);
     const CNoteSourceInfo* const info = FindSourceInfo(note.sourceInfo, source->SourceGUID);
     return {std::string(SourceTypeName(*source)),

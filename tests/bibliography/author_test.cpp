@@ -39,6 +39,18 @@ TEST(AuthorName, TakesTheFormOfItsFlags) {
     EXPECT_EQ(FormatAuthorBrief(Author(1, "Plato", "", "")), "Plato");
 }
 
+TEST(AuthorName, NamesOfBothFormsReadAsOne) {
+    const CAuthor author = Author(1, "Zo\xEB", "", "\xC5\x81uk");
+    EXPECT_EQ(FormatAuthorInverted(author, {false, true, true}), "\xC5\x81uk, Zo\xC3\xAB");
+    EXPECT_EQ(FormatAuthorNatural(author, {false, true, true}), "Zo\xC3\xAB \xC5\x81uk");
+    EXPECT_EQ(FormatAuthorInverted(Author(2, "Zo\xEB", "", "M\xFCller"), {false, true, true}), "M\xFCller, Zo\xEB");
+    AuthorList authors;
+    authors.AddAuthor(Author(1, "Zo\xEB", "", "M\xFCller"));
+    authors.AddAuthor(Author(2, "Jan", "", "\xC5\x81uk"));
+    EXPECT_EQ(AuthorsForFilter({1, 2}, authors), "M\xC3\xBCller Z, & \xC5\x81uk J");
+    EXPECT_EQ(AuthorsForFilter({1}, authors), "M\xFCller Z");
+}
+
 TEST(AuthorText, JoinsNamesUpToTheLimit) {
     const AuthorList authors = ThreeAuthors();
     struct Case {

@@ -43,6 +43,22 @@ TEST(KeyWordList, SplitsALineAtItsCommas) {
     }
 }
 
+TEST(KeyWordList, OneKeyWordHasOneEntryWhateverTheFormOfItsLine) {
+    CKeyWordList list;
+    list.AddKeyWordsOfNote("caf\xE9, fog", 1);
+    list.AddKeyWordsOfNote("\xE7\x81\xAF, caf\xC3\xA9", 2);  // a line that only UTF-8 can hold
+    list.AddKeyWordsOfNote("\xE7\x81\xAF", 3);
+    EXPECT_EQ(Names(list), "[caf\xE9][fog][\xE7\x81\xAF]");
+    EXPECT_EQ(list.FindByName("caf\xC3\xA9")->notes, (LongList{1, 2}));
+    EXPECT_EQ(list.FindByName("caf\xE9")->notes, (LongList{1, 2}));
+    list.RemoveNote(1);
+    list.SortKeyWords();
+    EXPECT_EQ(list.FindByName("caf\xC3\xA9")->notes, (LongList{2}));
+    EXPECT_EQ(WithKeyWord("caf\xE9", "\xE7\x81\xAF"), "caf\xC3\xA9, \xE7\x81\xAF");
+    EXPECT_EQ(WithKeyWord("\xE7\x81\xAF, caf\xC3\xA9", "caf\xE9"), "\xE7\x81\xAF, caf\xC3\xA9") << "held already";
+    EXPECT_EQ(WithoutKeyWord("\xE7\x81\xAF, caf\xC3\xA9", "caf\xE9"), "\xE7\x81\xAF");
+}
+
 TEST(KeyWordList, KeepsCaseApartAndSortsTheLaterOneFirst) {
     CKeyWordList list;
     list.AddKeyWordsOfNote("Cat, b, cat, A, a", 1);

@@ -55,6 +55,16 @@ class Events(unittest.TestCase):
         for reminder in self.json("reminders"):
             self.assertEqual(events.get(reminder["EventId"]), reminder["EventStart"])
 
+    def test_check_finds_damaged_files_of_the_calendar(self):
+        self.series()
+        self.run_cli("check")
+        for name in ("Events.dat", "Rem.dat"):
+            file = self.data / "Data Files" / name
+            whole = file.read_bytes()
+            file.write_bytes(whole[:-7])
+            self.assertEqual(self.run_cli("check", status=1).stdout.decode(), f"{file}: the file is short or damaged\n")
+            file.write_bytes(whole)
+
     def test_an_event_has_what_was_given(self):
         ids = self.json("event", "add", "--label", "Caf\u00e9", "--start", f"{YEAR}-05-01T09:05", "--end",
                         f"{YEAR}-05-01T10:00", "--color", 7, "--description", "\u4e2d\nTwo", "--popup", 60, "--popup", 0)

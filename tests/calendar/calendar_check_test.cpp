@@ -1,0 +1,56 @@
+#include "calendar/calendar_check.h"
+
+#include <gtest/gtest.h>
+
+#include "calendar/event_builder.h"
+#include "calendar/event_file.h"
+#include "calendar/reminder_file.h"
+#include "support/read_world.h"
+
+namespace lore {
+namespace {
+
+class CalendarCheckTest : public testing::Test {
+protected:
+    bool IsDamaged(FileResult (*check)(const std::filesystem::path&, const ReadContext&, bool&)) {
+        bool isDamaged = true;
+        EXPECT_TRUE(check(path_, world_.context, isDamaged).Ok());
+        return isDamaged;
+    }
+    /// Every cut, and a byte too many.
+    void ExpectDamageIsFound(FileResult (*check)(const std::filesystem::path&, const ReadContext&, bool&)) {
+        EXPECT_FALSE(IsDamaged(check));
+        const std::string whole = BytesOf(path_);
+        for (size_t length = 0; length < whole.size(); length += 5) {
+            PutBytes(path_, whole.substr(0, length));
+            EXPECT_TRUE(IsDamaged(check)) << length;
+        }
+        PutBytes(path_, whole + "x");
+        EXPECT_TRUE(IsDamaged(check));
+    }
+
+    TempFolder folder_;
+    std::filesystem::path path_ = folder_ / "file.dat";
+    ReadWorld world_;
+};
+
+TEST_F(CalendarCheckTest, DamageOfAnEventFileIsFound) {
+    EXPECT_TRUE(WriteEvents(path_, EventList{Event("{E}", "", Day(2011, 2, 3), Day(2011, 2, 3))}).Ok());
+    ExpectDamageIsFound(CheckEventFile);
+}
+
+TEST_F(CalendarCheckTest, DamageOfAReminderFileIsFound) {
+    CTmReminder reminder;
+    reminder.ReminderId = "{R}";
+    EXPECT_TRUE(SaveReminders(path_, {reminder, reminder}).Ok());
+    ExpectDamageIsFound(CheckReminderFile);
+}
+
+TEST_F(CalendarCheckTest, AMissingFileIsNotDamaged) {
+    bool isDamaged = true;
+    EXPECT_TRUE(CheckEventFile(path_, world_.context, isDamaged).Missing());
+    EXPECT_FALSE(isDamaged);
+}
+
+}  // namespace
+}  // namespace lore
