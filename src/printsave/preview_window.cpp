@@ -199,6 +199,8 @@ bool PreviewWindow::IsWhole() const {
 
 void PreviewWindow::LayOut() {
     if (worker_) {
+        if (worker_->Content() && worker_->IsDone())
+            place_ = preview_->CurrentPage();
         const std::shared_ptr<const PrintContent> known = worker_->Content();
         const auto make = [make = source_.makeWhole, known, font = font_] {
             return std::make_shared<const PrintContent>(known ? known->InFont(font) : make().InFont(font));
@@ -217,6 +219,9 @@ void PreviewWindow::ShowWhole() {
     content_ = worker_->Content();
     preview_->Show(
         {worker_->PageCount(), text_->PaperSize(), [this](int page, double scale) { worker_->Draw(page, scale); }});
+    if (place_ > preview_->CurrentPage())
+        preview_->SetCurrentPage(place_);
+    place_ = 1;
     ShowPage();
 }
 

@@ -72,6 +72,7 @@ private:
     QPageLayout paper_;
     std::unique_ptr<PagedText> text_;  ///< the first pages, or all if they are few
     PageWorker* worker_ = nullptr;     ///< has all pages; null if they are few
+    int place_ = 1;                    ///< the page to go to once all pages are there again
     PageView* preview_ = nullptr;
     QToolBar* tools_ = nullptr;
     QComboBox* fonts_ = nullptr;

@@ -187,9 +187,12 @@ void PrintPreviewTest::layouts_overtake_each_other() {
     others_.release(5);
     QTRY_VERIFY(window_->IsWhole());
     const int pages = window_->PageCount();
+    window_->Preview()->SetCurrentPage(9);
     fonts->setCurrentText("Arial");
+    QVERIFY(window_->Preview()->CurrentPage() < 9);
     QTRY_VERIFY2(window_->IsWhole(), "what was made once isn't made again");
     QVERIFY(window_->PageCount() < pages);
+    QCOMPARE(window_->Preview()->CurrentPage(), 9);
     Open(Slow(400));
     others_.release();
     window_.reset();  // while it is laid out
