@@ -1,5 +1,6 @@
 // How long a long series takes to come into a full calendar, and a month of it to be read and laid out.
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <filesystem>
