@@ -1,4 +1,4 @@
-#include <chrono>
+#include <ctime>
 #include <gtest/gtest.h>
 
 #include "rtf/mark.h"
@@ -18,17 +18,17 @@ std::string Repeat(std::string_view part, size_t times) {
 }
 
 constexpr size_t kMillion = 1'000'000;
-/// Far above what is needed, far below what a step that isn't linear would take.
-constexpr std::chrono::seconds kLimit(20);
+/// Far above what is needed, far below what a step that isn't linear would take. Seconds of processor time.
+constexpr double kLimit = 60;
 
 void ExpectQuickly(const std::string& rtf, std::string_view tail) {
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();
     const std::string text = PlainText(rtf);
     EXPECT_TRUE(text.ends_with(tail)) << text.substr(text.size() - std::min<size_t>(text.size(), 20));
     const Document document = ReadRtf(rtf);
     EXPECT_TRUE(document.text == text);
     EXPECT_TRUE(PlainText(WriteRtf(document)) == text);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, kLimit);
+    EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, kLimit);
 }
 
 TEST(HostileRtf, NestsTenMillionGroups) {
@@ -93,10 +93,10 @@ TEST(HostileRtf, MarksAMillionHits) {
     std::vector<TextRange> hits;
     for (size_t i = 0; i < 300'000; ++i)
         hits.push_back({i * 4 + 1, i * 4 + 3});
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();
     const Document document = ReadRtf(MarkRtf(rtf, hits));
     EXPECT_EQ(document.runs.size(), 900'000u);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, kLimit);
+    EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, kLimit);
 }
 
 }  // namespace

@@ -25,6 +25,7 @@
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/options/agent_page.h"
 #include "ui/options/font_dialog.h"
+#include "ui/options/more_spell_options_dialog.h"
 #include "ui/options/options_prop_sheet.h"
 #include "ui/options/user_dictionary_dialog.h"
 #include "ui/window_world.h"
@@ -311,7 +312,8 @@ void OptionsTest::open_note_follows_the_options_of_its_spelling() {
             QCOMPARE(sheet->findChild<QTabWidget*>("pages")->currentIndex(), 2);
             Box(*sheet, Option::MarkStrike)->click();
             QTimer::singleShot(0, this, [this] {
-                QWidget* const more = QApplication::activeModalWidget();
+                auto* const more = qobject_cast<MoreSpellOptionsDialog*>(QApplication::activeModalWidget());
+                QVERIFY(more);
                 QCheckBox* const capitals = Box(*more, Option::SpellSkipCapitals);
                 QVERIFY(capitals && capitals->isChecked());
                 capitals->click();
