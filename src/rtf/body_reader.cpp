@@ -267,10 +267,10 @@ void BodyReader::Enter(const ControlWord& word, const Token& token, bool fresh) 
         PassOver(false);
     // The document's own group stays body text, whatever a damaged header says.
     else if (groups_.size() > 2)
-        EnterNew(destination, fresh);
+        EnterNew(destination, token.begin, fresh);
 }
 
-void BodyReader::EnterNew(Destination destination, bool fresh) {
+void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
     Group& group = groups_.back();
     const bool in_body = group.destination == Destination::kBody;
     switch (destination) {
@@ -298,6 +298,8 @@ void BodyReader::EnterNew(Destination destination, bool fresh) {
             if (in_body) {
                 OnEnter(destination);
                 group.destination = destination;
+                // What stands before the word in its group is text of the body.
+                group.begin = fresh ? group.begin : begin;
             }
             return;
         default:

@@ -31,7 +31,7 @@ protected:
         bool deleted = false;
         int32_t fallback_length = 1;
         int32_t font = -1;
-        size_t begin = 0;
+        size_t begin = 0;  ///< of the brace, or of the destination's word where that isn't the first one
     };
 
     /// Characters of the body, from source bytes begin to end: either each is one byte there, or it is one character.
@@ -71,7 +71,7 @@ private:
     void ActOnSymbol(const Token& token);
     void SetFontPage(int page);
     void Enter(const ControlWord& word, const Token& token, bool fresh);
-    void EnterNew(Destination destination, bool fresh);
+    void EnterNew(Destination destination, size_t begin, bool fresh);
     void EnterPicture();
     void PassOver(bool keep);
     void Break(TextBreak kind);

@@ -286,7 +286,8 @@ void DocumentReader::EndPicture() {
 void DocumentReader::EndObject(const Group& closed, size_t end) {
     if (closed.hidden || closed.deleted)
         return;
-    std::optional<std::string> form = KeptForm(Source().substr(closed.begin, end - closed.begin));
+    const std::string_view group = Source().substr(closed.begin, end - closed.begin);
+    std::optional<std::string> form = KeptForm(group.starts_with('{') ? std::string(group) : "{" + std::string(group));
     std::optional<Picture> picture = std::exchange(object_picture_, std::nullopt);
     if (picture) {
         picture->object = std::move(form).value_or(std::string());

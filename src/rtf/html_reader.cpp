@@ -62,6 +62,11 @@ bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
 
+/// Rich text has no place for these.
+bool IsControl(char c) {
+    return static_cast<unsigned char>(c) < 0x20u && c != '\t';
+}
+
 RowFormat EqualColumns(int count) {
     RowFormat row;
     row.cell_gap = 100;
@@ -295,7 +300,9 @@ void HtmlReader::BeginInline() {
 
 void HtmlReader::AddBlock(std::string_view text) {
     BeginInline();
-    builder_.AddText(text, Inner().chars);
+    std::string shown(text);
+    std::erase_if(shown, IsControl);
+    builder_.AddText(shown, Inner().chars);
 }
 
 void HtmlReader::Characters(std::string_view text) {

@@ -15,12 +15,14 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import zipfile
 
 CLI, SHIM, EDIT_RUN = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:4])
 # Before the name of a step that only a dialog offers.
 DIALOG = "dialog"
 OK_FINDINGS = {"note-twice", "note-in-wrong-file", "attachment-unused"}
 TOLD_FINDINGS = OK_FINDINGS | {"attachment-missing"}
+BACKUP = "book.lbe"
 # Beyond this many changes a command isn't one that a person waits for.
 MOST_POINTS = 400
 
@@ -105,6 +107,7 @@ class World:
         self.must("event", "add", "--label", "Class", "--start", "2049-01-04T09:00", "--repeat", "daily", "--until",
                   "2049-01-08", "--popup", 10)
         self.events = [event["EventId"] for event in answer(self.base, "events")]
+        self.must("backup", "--out", self.base / BACKUP)
         ORIGINAL.update(note["guid"] for note in answer(self.base, "notes"))
 
     def text(self, number):
@@ -150,6 +153,7 @@ def flows():
         "copy": ["copy", "--to", "Second Book", ids[0], ids[3]],
         "import": ["--notebook", "Second Book", "import", folder / "all.lbe", "--take", "all"],
         "repair": ["check", "--repair"],
+        "backup": ["backup", "--out", folder / "work" / BACKUP],
         "event": ["event", "add", "--label", "New", "--start", "2049-02-01T09:00", "--repeat", "daily", "--until",
                   "2049-02-03", "--popup", 10],
         "schedule": ["event", "edit", WORLD.events[2], "--following", "--start", "2049-01-06T15:00", "--end",
@@ -180,6 +184,9 @@ class Crash(unittest.TestCase):
         for key in set(old) | set(new) | set(now):
             wanted = [notes.get(key) for notes in (old, new)]
             self.assertIn(now.get(key), wanted, f"{message}: {key}")
+        # The backup of last time, or the new one; in any case a whole one.
+        with zipfile.ZipFile(data / BACKUP) as backup:
+            self.assertIsNone(backup.testzip(), message)
         for finding in answer(data, "check"):
             self.assertIn(finding["kind"], TOLD_FINDINGS if told else OK_FINDINGS, f"{message}: {finding}")
 
