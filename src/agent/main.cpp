@@ -1,10 +1,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFile>
-#include <algorithm>
 #include <cstdio>
-#include <iterator>
-#include <string_view>
 #include <unistd.h>
 
 #include "agent/agent_program.h"
@@ -13,6 +9,8 @@
 #include "platform/ini_store.h"
 #include "platform/instance/agent_process.h"
 #include "platform/places.h"
+#include "platform/printed_faults.h"
+#include "platform/program_arguments.h"
 #include "platform/system_sources.h"
 #include "ui/theme.h"
 
@@ -22,25 +20,6 @@
 namespace {
 
 constexpr int kFault = 3;
-
-class PrintedFaults : public lore::FaultNotice {
-public:
-    void Tell(const lore::Fault& fault) override {
-        std::fprintf(stderr, "LBAgent: %s: %s: %s\n", fault.what.c_str(), fault.path.c_str(), fault.reason.c_str());
-    }
-};
-
-/// Help and version are for machines without a display too.
-bool AsksForWords(int argc, char** argv) {
-    constexpr std::string_view kOptions[] = {"-h", "-?", "--help", "--help-all", "-v", "--version"};
-    return std::any_of(argv + 1, argv + std::max(argc, 1), [&](std::string_view argument) {
-        return std::find(std::begin(kOptions), std::end(kOptions), argument) != std::end(kOptions);
-    });
-}
-
-std::filesystem::path PathOf(const QString& text) {
-    return QFile::encodeName(text).toStdString();
-}
 
 struct Arguments {
     lore::CompanionPlaces places;
@@ -52,20 +31,12 @@ Arguments ReadArguments(const QCoreApplication& application) {
     parser.setApplicationDescription("Shows the popup reminders of Lorebinder's calendar at their time.");
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption data("data", "The data root. Default: LOREBINDER_DATA, otherwise the user's own.", "DIR");
-    const QCommandLineOption settings("settings", "The settings store as an INI file.", "FILE");
+    const lore::PlaceOptions places(parser);
     const QCommandLineOption ready("ready-line", "Print a line on standard error once messages are taken.");
-    parser.addOptions({data, settings, ready});
+    parser.addOption(ready);
     parser.addPositionalArgument("Lorebinder", "The product whose reminders are shown.", "[Lorebinder]");
     parser.process(application);
-    Arguments arguments{lore::PlacesOfCompanion(), parser.isSet(ready)};
-    if (parser.isSet(data)) {
-        arguments.places.dataRoot = PathOf(parser.value(data));
-        arguments.places.settingsFile = arguments.places.dataRoot / "settings.ini";
-    }
-    if (parser.isSet(settings))
-        arguments.places.settingsFile = PathOf(parser.value(settings));
-    return arguments;
+    return {places.Places(), parser.isSet(ready)};
 }
 
 /// The popups of the agent that runs come to the front.
@@ -79,7 +50,7 @@ int LeaveToTheOther(lore::LocalChannel& channel) {
 int main(int argc, char** argv) {
     QCoreApplication::setApplicationName("LBAgent");
     QCoreApplication::setApplicationVersion("1.56");
-    if (AsksForWords(argc, argv)) {
+    if (lore::AsksForWords(argc, argv)) {
         ReadArguments(QCoreApplication(argc, argv));
         return 0;
     }
@@ -98,7 +69,7 @@ int main(int argc, char** argv) {
         return LeaveToTheOther(channel);
 
     lore::SystemClock clock;
-    PrintedFaults faults;
+    lore::PrintedFaults faults("LBAgent");
     lore::CompanionLauncher companions(places.dataRoot, places.settingsFile);
     lore::AgentProcess self(lore::ProgramFolder() / lore::kAgentProgram, lore::AgentAutostart(places), places.dataRoot,
                             companions, lore::PlaceArguments(places));

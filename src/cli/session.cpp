@@ -24,11 +24,6 @@ void PrintError(const std::string& message) {
     std::fprintf(stderr, "lorebinder-cli: %s\n", message.c_str());
 }
 
-void PrintedFaults::Tell(const Fault& fault) {
-    any_ = true;
-    PrintError(ToUtf8(fault.what) + ": " + fault.path + ": " + fault.reason);
-}
-
 Session::Session(const GlobalOptions& options)
     : options_(options),
       data_{options.data.empty() ? UserDataRoot() : std::filesystem::path(options.data)},

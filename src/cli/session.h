@@ -10,8 +10,8 @@
 #include "notes/notebook_paths.h"
 #include "platform/data_lock.h"
 #include "platform/ini_store.h"
+#include "platform/printed_faults.h"
 #include "platform/system_sources.h"
-#include "ports/fault_notice.h"
 #include "settings/settings.h"
 
 namespace lore {
@@ -25,16 +25,6 @@ struct GlobalOptions {
     std::string settings;
     std::string notebook;
     bool json = false;
-};
-
-/// Prints faults to standard error and remembers that there was one.
-class PrintedFaults : public FaultNotice {
-public:
-    void Tell(const Fault& fault) override;
-    bool Any() const { return any_; }
-
-private:
-    bool any_ = false;
 };
 
 /// The data folder, the settings and the NoteBook that one run works on. Opening reads; it changes nothing.
@@ -85,7 +75,7 @@ private:
     SystemClock clock_;
     SystemGuids guids_;
     ReadContext context_;
-    PrintedFaults faults_;
+    PrintedFaults faults_{"lorebinder-cli"};
     std::optional<std::vector<CDatabase>> noteBooks_;
     std::optional<DataLock> lock_;
 };

@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFile>
 #include <QMessageBox>
 #include <cstdio>
 #include <cstring>
@@ -9,6 +8,7 @@
 #include "notes/notebook_list.h"
 #include "platform/companion_launcher.h"
 #include "platform/ini_store.h"
+#include "platform/program_arguments.h"
 #include "platform/system_sources.h"
 #include "printsave/content_source.h"
 #include "printsave/preview_window.h"
@@ -27,10 +27,6 @@ struct Arguments {
     size_t font = 0;
     lore::CompanionPlaces places;
 };
-
-std::filesystem::path PathOf(const QString& text) {
-    return QFile::encodeName(text).toStdString();
-}
 
 /// By any part of its name that only one font has, such as "courier".
 std::optional<size_t> FindFont(const QString& name) {
@@ -57,15 +53,14 @@ std::optional<int> ReadArguments(const QApplication& application, Arguments& arg
     parser.addVersionOption();
     const QCommandLineOption save("save", "Save in the form that the ending says, and open no window.", "OUT");
     const QCommandLineOption font("font", "The typeface of a bibliography: times, arial or courier.", "NAME");
-    const QCommandLineOption data("data", "The data root. Default: LOREBINDER_DATA, otherwise the user's own.", "DIR");
-    const QCommandLineOption settings("settings", "The settings store as an INI file.", "FILE");
-    parser.addOptions({save, font, data, settings});
+    parser.addOptions({save, font});
+    const lore::PlaceOptions places(parser);
     parser.addPositionalArgument("FILE", "A hand-over file. Default: the notes in \"Data Files/PrintPreview.nbf\".",
                                  "[FILE]");
     parser.process(application);
     if (parser.positionalArguments().size() > 1)
         return Refuse("only one file can be shown");
-    arguments.file = PathOf(parser.positionalArguments().value(0));
+    arguments.file = lore::PathOfArgument(parser.positionalArguments().value(0));
     arguments.out = parser.value(save);
     if (parser.isSet(save) && !lore::FindSavedForm(arguments.out.toStdString()))
         return Refuse("the file to save must end in .pdf, .html, .rtf, .odt or .txt");
@@ -73,13 +68,7 @@ std::optional<int> ReadArguments(const QApplication& application, Arguments& arg
     if (!chosen)
         return Refuse("the font must be times, arial or courier");
     arguments.font = *chosen;
-    arguments.places = lore::PlacesOfCompanion();
-    if (parser.isSet(data)) {
-        arguments.places.dataRoot = PathOf(parser.value(data));
-        arguments.places.settingsFile = arguments.places.dataRoot / "settings.ini";
-    }
-    if (parser.isSet(settings))
-        arguments.places.settingsFile = PathOf(parser.value(settings));
+    arguments.places = places.Places();
     return std::nullopt;
 }
 

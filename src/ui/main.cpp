@@ -4,10 +4,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QTimer>
-#include <algorithm>
 #include <cstdio>
-#include <iterator>
-#include <string_view>
 
 #include "app/lorebinder_app.h"
 #include "app/outside_requests.h"
@@ -20,6 +17,7 @@
 #include "platform/instance/agent_process.h"
 #include "platform/net/net_update_source.h"
 #include "platform/places.h"
+#include "platform/program_arguments.h"
 #include "platform/system_sources.h"
 #include "ui/board_accessible.h"
 #include "ui/fault_bar.h"
@@ -46,14 +44,6 @@ struct StartOptions {
 void NameProgram() {
     QCoreApplication::setApplicationName("Lorebinder");
     QCoreApplication::setApplicationVersion("1.56");
-}
-
-/// Help and version are for machines without a display too.
-bool AsksForWords(int argc, char** argv) {
-    constexpr std::string_view kOptions[] = {"-h", "-?", "--help", "--help-all", "-v", "--version"};
-    return std::any_of(argv + 1, argv + std::max(argc, 1), [&](std::string_view argument) {
-        return std::find(std::begin(kOptions), std::end(kOptions), argument) != std::end(kOptions);
-    });
 }
 
 StartOptions ReadArguments(const QCoreApplication& application) {
@@ -119,7 +109,7 @@ void KeepLanguage(const lore::SpellChecker& spelling, lore::CLorebinderApp& app)
 
 int main(int argc, char** argv) {
     NameProgram();
-    if (AsksForWords(argc, argv)) {
+    if (lore::AsksForWords(argc, argv)) {
         ReadArguments(QCoreApplication(argc, argv));
         return 0;
     }
