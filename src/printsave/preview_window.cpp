@@ -60,8 +60,6 @@ PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, Settings
     preview_ = new PageView(theme_, this);
     preview_->setObjectName("preview");
     preview_->setAccessibleName(tr("Pages"));
-    for (QWidget* const part : preview_->findChildren<QWidget*>())
-        part->setAccessibleName(preview_->accessibleName());
     setCentralWidget(preview_);
     page_ = new QLabel(this);
     page_->setObjectName("page");

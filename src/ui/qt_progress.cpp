@@ -99,7 +99,6 @@ void QtProgress::MakePanel() {
     layout->addWidget(stop_, 0, Qt::AlignRight);
     panel_ = panel;
     text_.clear();
-    shownText_.clear();
 }
 
 void QtProgress::Place() {
@@ -121,12 +120,9 @@ void QtProgress::Paint(bool always) {
 
 // Widgets are told only what is painted: a load steps ten thousand times in the time of one picture.
 void QtProgress::ShowState() {
-    if (bar_->minimum() != low_ || bar_->maximum() != high_)
-        bar_->setRange(low_, high_);
+    bar_->setRange(low_, high_);
     bar_->setValue(position_);
-    if (text_ != shownText_)
-        message_->setText(ToQString(text_));
-    shownText_ = text_;
+    message_->setText(ToQString(text_));
 }
 
 void QtProgress::SetRange(int low, int high) {

@@ -56,7 +56,7 @@ private:
     QProgressBar* bar_ = nullptr;
     QPushButton* stop_ = nullptr;
     int low_ = 0, high_ = 0, position_ = 0;
-    std::string text_, shownText_;
+    std::string text_;
     QElapsedTimer lastPaint_, shown_;
     mutable std::stop_source cancel_;
     mutable std::unique_ptr<QObject> cancelGuard_;  // while the panel has the button
