@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "base/text.h"
+#include "calendar/date_arithmetic.h"
 #include "notebooks/data_upgrade.h"
 #include "notes/file_faults.h"
 #include "notes/note_cleaner.h"
@@ -309,8 +310,7 @@ std::string CLorebinderApp::LastSyncPane() const {
         return {};
     if (!link.LastSync.IsValid() || link.LastSync == DateTime(1900, 1, 1))
         return "Never Synced";
-    constexpr int64_t kDay = int64_t{24} * 60 * 60;
-    const int64_t days = (ports_.clock.NowUtc().Seconds() - link.LastSync.Seconds()) / kDay;
+    const int64_t days = SpanBetween(link.LastSync, ports_.clock.NowUtc()).WholeDays();
     return "Last Sync:  " + std::to_string(days) + " days";
 }
 

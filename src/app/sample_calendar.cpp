@@ -4,14 +4,12 @@
 #include <array>
 
 #include "app/sample_json.h"
+#include "calendar/date_arithmetic.h"
 #include "calendar/series.h"
 
 namespace lore {
 namespace {
 
-constexpr int64_t kMinute = 60;
-constexpr int64_t kHour = 60 * kMinute;
-constexpr int64_t kDay = 24 * kHour;
 constexpr int32_t kOtherTime = -1;  // a reminder that isn't counted from its event
 constexpr int kDaysOfWeek = 7;
 constexpr std::array<std::string_view, kDaysOfWeek> kWeekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",

@@ -6,6 +6,9 @@
 
 namespace lore {
 
+// Seconds.
+inline constexpr int64_t kMinute = 60, kHour = 60 * kMinute, kDay = 24 * kHour;
+
 /// The difference of two dates. It is null if one of them is null, else invalid if one of them is invalid.
 struct DateSpan {
     DateTime::Status status = DateTime::Status::Valid;
@@ -13,7 +16,7 @@ struct DateSpan {
 
     bool operator==(const DateSpan&) const = default;
     /// Whole days, cut towards zero.
-    int64_t WholeDays() const { return seconds / (int64_t{24} * 60 * 60); }
+    int64_t WholeDays() const { return seconds / kDay; }
 };
 
 inline DateSpan SpanBetween(const DateTime& from, const DateTime& to) {

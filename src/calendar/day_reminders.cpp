@@ -9,7 +9,6 @@ namespace lore {
 namespace {
 
 constexpr int kServerPause = 150, kLocalPause = 200;  // milliseconds
-constexpr int64_t kHour = 3600;                       // seconds
 
 /// The progress texts of one kind of change.
 struct ChangeTexts {

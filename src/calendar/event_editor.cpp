@@ -13,10 +13,8 @@ namespace lore {
 
 namespace {
 
-constexpr int64_t kHour = 3600;  // seconds
-
 DateTime AtClock(const DateTime& day, int hour, int minute, int second) {
-    return day.Midnight().PlusSeconds(hour * kHour + int64_t{minute} * 60 + second);
+    return day.Midnight().PlusSeconds(hour * kHour + minute * kMinute + second);
 }
 
 bool IsEarlier(const DateTime& a, const DateTime& b) {

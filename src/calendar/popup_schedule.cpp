@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/event_text.h"
 
 namespace lore {
 
 namespace {
 
-constexpr int64_t kMinute = 60, kHour = 60 * kMinute, kDay = 24 * kHour;
 constexpr int64_t kLate = kMinute;
 constexpr int64_t kLongestLook = kMinute;
 /// So long what was shown is remembered once its reminder has gone: a deleted one may come back.

@@ -14,7 +14,6 @@ namespace lore {
 
 namespace {
 
-constexpr int64_t kMinute = 60, kHour = 60 * kMinute;
 constexpr int64_t kLockedAhead = 21 * kMinute;
 constexpr size_t kLongMessage = 495, kShortMessage = 150;
 

@@ -1,10 +1,11 @@
 #include "calendar/ten_minutes.h"
 
+#include "calendar/date_arithmetic.h"
+
 namespace lore {
 
 namespace {
 
-constexpr int64_t kMinute = 60;
 constexpr int kStep = 10, kHalf = 5;
 
 DateTime WithoutSeconds(const DateTime& time) {
