@@ -11,13 +11,14 @@ import socket
 import struct
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from process_world import WAIT, ProcessTest, message
+
 AGENT = PROGRAM = None
 IS_ME, ACTIVATE, COMMAND = 1, 2, 0
-WAIT = 60  # seconds, for machines that do much else
 ON = 2112
 
 
@@ -39,37 +40,21 @@ def reminder(name, when, kind=0):
                      text("")])
 
 
-class AgentRun(unittest.TestCase):
+class AgentRun(ProcessTest):
     def setUp(self):
-        self.folder = tempfile.TemporaryDirectory(prefix="la")
-        self.addCleanup(self.folder.cleanup)
-        self.top = pathlib.Path(self.folder.name)
+        super().setUp()
         self.data = self.top / "data"
         self.files = self.data / "Data Files"
         self.files.mkdir(parents=True)
         self.bin = self.top / "a bin"
         self.bin.mkdir()
         shutil.copy(AGENT, self.bin / "LBAgent")
-        self.environment = dict(os.environ, HOME=self.folder.name, XDG_RUNTIME_DIR=self.folder.name,
-                                QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
         for variable in ("XDG_CONFIG_HOME", "XDG_DATA_HOME", "DISPLAY", "WAYLAND_DISPLAY"):
             self.environment.pop(variable, None)
-        self.started = []
-        self.addCleanup(self.end_all)
-
-    def end_all(self):
-        for process in self.started:
-            process.kill()
-            process.wait()
-            process.stderr.close()
 
     def start(self, program="LBAgent", *more):
         first = ["Lorebinder"] if program == "LBAgent" else []
-        process = subprocess.Popen([self.bin / program, *first, "--data", self.data, "--ready-line", *more],
-                                   env=self.environment, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE,
-                                   encoding="utf-8", cwd=self.top)
-        self.started.append(process)
-        return process
+        return self.launch(self.bin / program, *first, "--data", self.data, "--ready-line", *more)
 
     def start_ready(self, program="LBAgent", *more):
         process = self.start(program, *more)
@@ -102,7 +87,7 @@ class AgentRun(unittest.TestCase):
                 peer.settimeout(WAIT)
                 try:
                     peer.connect(str(path))
-                    peer.sendall(struct.pack("<II", tag, len(words)) + words)
+                    peer.sendall(message(tag, words))
                     answer = peer.recv(4)
                 except ConnectionError:
                     return None

@@ -9,6 +9,7 @@
 #include "online/http_client.h"
 #include "support/http_server.h"
 #include "support/memory_store.h"
+#include "support/noted_syncs.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
@@ -17,17 +18,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-class NotedSyncs : public ProcessLauncher {
-public:
-    std::optional<std::string> StartCompanion(const std::string& name,
-                                              const std::vector<std::string>& arguments) override {
-        started.push_back(name + " " + arguments.at(0));
-        return failure;
-    }
-    std::vector<std::string> started;
-    std::optional<std::string> failure;
-};
 
 class OnlineCommandsTest : public testing::Test {
 protected:

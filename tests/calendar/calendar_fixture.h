@@ -118,6 +118,23 @@ protected:
         return setup;
     }
 
+    /// The world with this server of reminders.
+    CalendarWorld WorldWith(ReminderServer& reminderServer) {
+        return {.eventFile = folder / "Events.dat",
+                .reminderFile = folder / "Rem.dat",
+                .settings = settings,
+                .prompts = prompts,
+                .progress = progress,
+                .clock = clock,
+                .guids = guids,
+                .faults = faults,
+                .server = reminderServer,
+                .question = question,
+                .setup = SupportSetup(),
+                .agent = &agent,
+                .wait = [this](int ms) { waits.push_back(ms); }};
+    }
+
     TempFolder folder{MemoryFolder()};
     NumberedGuids guids;
     MemoryStore store;
@@ -130,19 +147,7 @@ protected:
     NotedAgent agent;
     ScriptedQuestion question;
     std::vector<int> waits;
-    CalendarWorld world{.eventFile = folder / "Events.dat",
-                        .reminderFile = folder / "Rem.dat",
-                        .settings = settings,
-                        .prompts = prompts,
-                        .progress = progress,
-                        .clock = clock,
-                        .guids = guids,
-                        .faults = faults,
-                        .server = server,
-                        .question = question,
-                        .setup = SupportSetup(),
-                        .agent = &agent,
-                        .wait = [this](int ms) { waits.push_back(ms); }};
+    CalendarWorld world = WorldWith(server);
 };
 
 }  // namespace lore

@@ -175,18 +175,7 @@ protected:
     HttpServer wire;
     HttpClient client{{.connect = 400ms, .silence = 400ms}};
     HttpReminderServer proxy{client, wire.Url(), "ann", nullptr, kQuick};
-    CalendarWorld wired{.eventFile = world.eventFile,
-                        .reminderFile = world.reminderFile,
-                        .settings = settings,
-                        .prompts = prompts,
-                        .progress = progress,
-                        .clock = clock,
-                        .guids = guids,
-                        .faults = faults,
-                        .server = proxy,
-                        .question = question,
-                        .setup = SupportSetup(),
-                        .agent = &agent};
+    CalendarWorld wired = WorldWith(proxy);
 };
 
 TEST_F(ReminderFlow, RegistersAMailAtTheServersTime) {

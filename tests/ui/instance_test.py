@@ -14,36 +14,16 @@ import tempfile
 import time
 import unittest
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from process_world import WAIT, ProcessTest, message
+
 PROGRAM = None
 IS_ME, ACTIVATE, DOCUMENT, COMMAND = 1, 2, 100, 0
-WAIT = 60  # seconds, for machines that do much else
 
 
-def message(tag, text=b""):
-    return struct.pack("<II", tag, len(text)) + text
-
-
-class Instance(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory(prefix="li")
-        self.addCleanup(self.folder.cleanup)
-        self.top = pathlib.Path(self.folder.name)
-        self.started = []
-        self.addCleanup(self.end_all)
-
-    def end_all(self):
-        for process in self.started:
-            process.kill()
-            process.wait()
-            process.stderr.close()
-
+class Instance(ProcessTest):
     def start(self, *args, data="data"):
-        environment = dict(os.environ, HOME=self.folder.name, XDG_RUNTIME_DIR=self.folder.name,
-                           QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
-        process = subprocess.Popen([PROGRAM, "--data", self.top / data, "--ready-line", *args], env=environment,
-                                   stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, encoding="utf-8", cwd=self.top)
-        self.started.append(process)
-        return process
+        return self.launch(PROGRAM, "--data", self.top / data, "--ready-line", *args)
 
     def start_ready(self, *args, **options):
         process = self.start(*args, **options)

@@ -12,6 +12,7 @@
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
+#include "support/noted_syncs.h"
 #include "ui/board_fixture.h"
 #include "ui/online/link_notebook_dialog.h"
 #include "ui/online/select_online_notebook_dlg.h"
@@ -24,17 +25,6 @@ namespace lore {
 namespace {
 
 constexpr char kGuid[] = "{01234567-89AB-4cde-8F01-23456789ABCD}";
-
-class NotedSyncs : public ProcessLauncher {
-public:
-    std::optional<std::string> StartCompanion(const std::string& name,
-                                              const std::vector<std::string>& arguments) override {
-        started.push_back(name + " " + arguments.at(0));
-        return failure;
-    }
-    std::vector<std::string> started;
-    std::optional<std::string> failure;
-};
 
 /// The reply of the service to one operation.
 std::string Reply(const std::string& operation, const std::string& fields) {
