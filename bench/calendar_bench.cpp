@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 
+#include "bench/bench_folder.h"
 #include "bench/quiet_world.h"
 #include "calendar/event_file.h"
 #include "calendar/month_grid.h"
@@ -43,22 +44,11 @@ public:
         }
         WriteEvents(Path(), all);
     }
-    ~CalendarFile() {
-        std::error_code ignored;
-        std::filesystem::remove_all(top_, ignored);
-    }
-    CalendarFile(const CalendarFile&) = delete;
-    CalendarFile& operator=(const CalendarFile&) = delete;
-
-    std::filesystem::path Path() const { return top_ / kEventFileName; }
+    std::filesystem::path Path() const { return folder_.Path() / kEventFileName; }
     GuidSource& Guids() { return guids_; }
 
 private:
-    static std::filesystem::path MakeFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "lore-calendar-XXXXXX").string();
-        return mkdtemp(name.data());
-    }
-    std::filesystem::path top_ = MakeFolder();
+    BenchFolder folder_;
     SystemGuids guids_;
 };
 

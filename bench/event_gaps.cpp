@@ -16,8 +16,8 @@
 #include <string_view>
 
 #include "app/exchange_commands.h"
-#include "app/writing_commands.h"
 #include "bench/quiet_world.h"
+#include "bench/saved_note.h"
 #include "platform/ini_store.h"
 #include "platform/system_sources.h"
 #include "ui/main_window.h"
@@ -75,14 +75,6 @@ private:
     Gap longest_;
 };
 
-void SaveMiddleNote(CLorebinderApp& app, WritingCommands& writing, int turn) {
-    const LongList ids = app.NoteBook().index.AllIDs();
-    auto session = writing.EditNote(ids[ids.Count() / 2]);
-    FixedNoteText text("{\\rtf1\\ansi Written for the " + std::to_string(turn) + ". time.\\par}");
-    if (session && session->SaveNote(text) == SaveOutcome::Saved)
-        writing.NoteSaved(session->note);
-}
-
 void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std::string_view wanted) {
     GapClock clock;
     const auto print = [&](const char* name, const std::function<void()>& work) {
@@ -97,7 +89,8 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
     WritingCommands& writing = window.Notes()->Commands();
     print("saves of a note", [&] {
         for (int turn = 0; turn < 20; ++turn) {
-            SaveMiddleNote(app, writing, turn);
+            if (const std::optional<CNote> note = SaveAnew(writing, MiddleNote(app.NoteBook()), turn))
+                writing.NoteSaved(*note);
             GapClock::Rest(20);
         }
     });

@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include "bench/bench_folder.h"
 #include "bench/notebook_generator.h"
 #include "bench/quiet_world.h"
 #include "edit/attachment_store.h"
@@ -31,26 +32,17 @@ public:
 class Material {
 public:
     Material() {
-        std::string name = (std::filesystem::temp_directory_path() / "lore-exchange-XXXXXX").string();
-        top_ = mkdtemp(name.data());
         GeneratorOptions options;
         options.count = kNotes;
         GenerateNoteBook(Data(), options);
         book.paths = NoteBookPaths(DataPaths{Data()}, kMainNoteBookFolder);
         LoadNoteBook(book, counters, world.context, world.faults, {});
         AddAttachments();
-        WriteTexts(options.seed);
+        WriteTexts(Top() / "txt", options);
     }
-    ~Material() {
-        std::error_code ignored;
-        std::filesystem::remove_all(top_, ignored);
-    }
-    Material(const Material&) = delete;
-    Material& operator=(const Material&) = delete;
-
-    std::filesystem::path Data() const { return top_ / "data"; }
-    std::filesystem::path Archive() const { return top_ / "notes.lbe"; }
-    std::filesystem::path Top() const { return top_; }
+    std::filesystem::path Data() const { return Top() / "data"; }
+    std::filesystem::path Archive() const { return Top() / "notes.lbe"; }
+    const std::filesystem::path& Top() const { return folder_.Path(); }
 
     QuietWorld world;
     IdCounters counters;
@@ -71,14 +63,7 @@ private:
         }
         NoteStore(book, world.context, world.faults, nullptr).SaveNotes(std::move(notes));
     }
-    void WriteTexts(uint32_t seed) {
-        std::filesystem::create_directories(top_ / "txt");
-        NoteMaker maker(seed);
-        for (int i = 0; i < kNotes; ++i)
-            std::ofstream(top_ / "txt" / (std::to_string(i) + ".txt"), std::ios::binary) << maker.Next().plainText;
-    }
-
-    std::filesystem::path top_;
+    BenchFolder folder_;
 };
 
 Material& Made() {

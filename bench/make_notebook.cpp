@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -40,18 +39,6 @@ bool ReadArguments(int argc, char** argv, lore::GeneratorOptions& options, std::
     return options.count >= 1 && options.count <= kMostNotes && options.listed >= 0;
 }
 
-/// The texts of the notes, a hundred folders of files, as a person would keep them.
-bool WriteTexts(const std::filesystem::path& folder, const lore::GeneratorOptions& options) {
-    lore::NoteMaker maker(options.seed);
-    bool ok = true;
-    for (int32_t i = 0; i < options.count; ++i) {
-        const std::filesystem::path part = folder / std::to_string(i % 100);
-        std::filesystem::create_directories(part);
-        ok = (std::ofstream(part / (std::to_string(i) + ".txt"), std::ios::binary) << maker.Next().plainText) && ok;
-    }
-    return ok;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -68,7 +55,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "make_notebook: %s: %s\n", argv[1], book.written.Reason().c_str());
         return 1;
     }
-    if (!texts.empty() && !WriteTexts(texts, options)) {
+    if (!texts.empty() && !lore::WriteTexts(texts, options)) {
         std::fprintf(stderr, "make_notebook: the texts could not be written to %s\n", texts.c_str());
         return 1;
     }

@@ -219,4 +219,15 @@ GeneratedBook GenerateNoteBook(const std::filesystem::path& dataFolder, const Ge
     return book;
 }
 
+bool WriteTexts(const std::filesystem::path& folder, const GeneratorOptions& options) {
+    NoteMaker maker(options.seed);
+    bool ok = true;
+    for (int32_t i = 0; i < options.count; ++i) {
+        const std::filesystem::path part = folder / std::to_string(i % 100);
+        std::filesystem::create_directories(part);
+        ok = (std::ofstream(part / (std::to_string(i) + ".txt"), std::ios::binary) << maker.Next().plainText) && ok;
+    }
+    return ok;
+}
+
 }  // namespace lore

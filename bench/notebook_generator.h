@@ -52,4 +52,8 @@ struct GeneratorOptions {
 /// Writes the main NoteBook of a data folder: notes, sources, authors, categories and the list of the last view.
 GeneratedBook GenerateNoteBook(const std::filesystem::path& dataFolder, const GeneratorOptions& options);
 
+/// Writes the texts of the same notes, a hundred folders of plain files, as a person would keep them. False if one
+/// could not be written.
+bool WriteTexts(const std::filesystem::path& folder, const GeneratorOptions& options);
+
 }  // namespace lore

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "bench/bench_folder.h"
 #include "bench/notebook_generator.h"
 #include "bench/quiet_world.h"
 #include "notes/note_book_loader.h"
@@ -21,23 +22,15 @@ namespace {
 class Folder {
 public:
     explicit Folder(int32_t count) {
-        std::string name = (std::filesystem::temp_directory_path() / "lore-open-XXXXXX").string();
-        path_ = mkdtemp(name.data());
         GeneratorOptions options;
         options.count = count;
-        book_ = GenerateNoteBook(path_, options);
+        book_ = GenerateNoteBook(Path(), options);
     }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    const std::filesystem::path& Path() const { return path_; }
+    const std::filesystem::path& Path() const { return folder_.Path(); }
     double TextBytes() const { return static_cast<double>(book_.textBytes); }
 
 private:
-    std::filesystem::path path_;
+    BenchFolder folder_;
     GeneratedBook book_;
 };
 

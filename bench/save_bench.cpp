@@ -2,16 +2,16 @@
 // whole transaction of the editor, with the lists of the picture.
 
 #include <benchmark/benchmark.h>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
 #include <unistd.h>
 
 #include "app/lorebinder_app.h"
-#include "app/writing_commands.h"
+#include "bench/bench_folder.h"
 #include "bench/notebook_generator.h"
 #include "bench/quiet_world.h"
+#include "bench/saved_note.h"
 #include "platform/ini_store.h"
 #include "platform/system_sources.h"
 #include "ports/silent_progress.h"
@@ -27,52 +27,37 @@ public:
     OpenApplication() {
         GeneratorOptions options;
         options.count = kNotes;
-        GenerateNoteBook(top_, options);
+        GenerateNoteBook(Top(), options);
         app_.LoadOptions();
         app_.SelectStartNoteBook();
         app_.FinishStartup();
     }
-    ~OpenApplication() {
-        std::error_code ignored;
-        std::filesystem::remove_all(top_, ignored);
-    }
-    OpenApplication(const OpenApplication&) = delete;
-    OpenApplication& operator=(const OpenApplication&) = delete;
-
     static OpenApplication& Get() {
         static OpenApplication application;
         return application;
     }
-    static std::filesystem::path MakeFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "lore-save-XXXXXX").string();
-        return mkdtemp(name.data());
-    }
-    const std::filesystem::path& Top() const { return top_; }
+    const std::filesystem::path& Top() const { return folder_.Path(); }
     CLorebinderApp& App() { return app_; }
 
 private:
-    std::filesystem::path top_ = MakeFolder();
+    BenchFolder folder_;
     QuietPrompts prompts_;
     SilentProgress progress_;
     SystemClock clock_;
     SystemGuids guids_;
-    IniStore store_{top_ / "settings.ini"};
+    IniStore store_{Top() / "settings.ini"};
     NoFaults faults_;
-    CLorebinderApp app_{top_, AppPorts{prompts_, progress_, clock_, guids_, store_, faults_}};
+    CLorebinderApp app_{Top(), AppPorts{prompts_, progress_, clock_, guids_, store_, faults_}};
 };
 
 void SaveOneNote(benchmark::State& state) {
     CLorebinderApp& app = OpenApplication::Get().App();
     WritingCommands writing(app);
-    const LongList ids = app.NoteBook().index.AllIDs();
-    const int32_t id = ids[ids.Count() / 2];
+    const int32_t id = MiddleNote(app.NoteBook());
     int turn = 0;
-    for (auto _ : state) {
-        std::optional<EditNoteSession> session = writing.EditNote(id);
-        FixedNoteText text("{\\rtf1\\ansi The keeper wrote for the " + std::to_string(++turn) + ". time.\\par}");
-        if (!session || session->SaveNote(text) != SaveOutcome::Saved)
+    for (auto _ : state)
+        if (!SaveAnew(writing, id, ++turn))
             state.SkipWithError("the note was not saved");
-    }
 }
 BENCHMARK(SaveOneNote)->Unit(benchmark::kMillisecond)->UseRealTime();
 

@@ -7,9 +7,9 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
+#include "bench/bench_folder.h"
 #include "bench/notebook_generator.h"
 #include "bench/quiet_world.h"
 #include "notes/note_file.h"
@@ -25,14 +25,13 @@ constexpr int kNotes = 20000;
 
 /// 2,000 note files, and the folded texts of the same notes.
 struct Data {
-    std::filesystem::path folder = std::filesystem::temp_directory_path() / ("lore-bench-" + std::to_string(getpid()));
+    BenchFolder folder;
     std::vector<std::string> rtf;
     FoldedTexts texts;
     TextCache cache{size_t{1} << 30};
     std::vector<std::string> files;
 
     Data() {
-        std::filesystem::create_directories(folder);
         NoteMaker maker(20240607);
         std::vector<CNote> notes;
         for (int i = 0; i < kNotes; ++i) {
@@ -41,14 +40,13 @@ struct Data {
             texts.Add(notes.back().id, 0, PlainText(rtf.back()));
             if (notes.size() < kNotesPerFile)
                 continue;
-            const std::string path = (folder / GetNoteFileName(notes[0])).string();
+            const std::string path = (folder.Path() / GetNoteFileName(notes[0])).string();
             std::ofstream(path, std::ios::binary) << NoteFileBytes(notes);
             cache.UpdateFile(path, notes);
             files.push_back(path);
             notes.clear();
         }
     }
-    ~Data() { std::filesystem::remove_all(folder); }
 
     static Data& Get() {
         static Data data;
@@ -169,7 +167,7 @@ void SearchNoteFiles(benchmark::State& state) {
     options.threads = static_cast<int>(state.range(1));
     size_t results = 0;
     for (auto _ : state)
-        results = SearchDatabase(data.folder, matcher, options, world.context, world.faults).size();
+        results = SearchDatabase(data.folder.Path(), matcher, options, world.context, world.faults).size();
     state.SetLabel(TermAt(state) + ": " + std::to_string(results));
 }
 BENCHMARK(SearchNoteFiles)->ArgsProduct({{1, 3, 8}, {1, 2}})->Unit(benchmark::kMillisecond)->UseRealTime();
