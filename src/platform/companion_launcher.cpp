@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QProcess>
 #include <cstdlib>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/places.h"
 
@@ -27,6 +29,22 @@ std::filesystem::path Named(const char* variable) {
     return set ? set : "";
 }
 
+/// True if somebody may wait for the end of what is written to standard error. The desktop's journal doesn't.
+bool IsStandardErrorWaitedFor() {
+    struct stat status {};
+    return ::fstat(STDERR_FILENO, &status) == 0 &&
+           (S_ISFIFO(status.st_mode) || (S_ISSOCK(status.st_mode) && !std::getenv("JOURNAL_STREAM")));
+}
+
+/// The process outlives this one, so it keeps nothing open whose end somebody waits for. Its faults still go to a
+/// terminal, a file or the journal.
+void LeaveStreams(QProcess& process) {
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    if (IsStandardErrorWaitedFor())
+        process.setStandardErrorFile(QProcess::nullDevice());
+}
+
 }  // namespace
 
 CompanionLauncher::CompanionLauncher(const std::filesystem::path& dataRoot, const std::filesystem::path& settingsFile)
@@ -44,6 +62,7 @@ std::optional<std::string> CompanionLauncher::StartCompanion(const std::string& 
     for (const std::string& argument : arguments)
         texts.append(QFile::decodeName(QByteArray::fromStdString(argument)));
     process.setArguments(texts);
+    LeaveStreams(process);
     if (process.startDetached())
         return std::nullopt;
     return process.errorString().toStdString();

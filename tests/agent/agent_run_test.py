@@ -167,7 +167,9 @@ class AgentRun(ProcessTest):
         self.assertRegex(entry.name, "^LBAgent-[0-9a-f]{16}.desktop$", "it isn't the one of the user's own data")
         self.assertIn(f'Exec="{self.bin}/LBAgent" Lorebinder "--data" "{self.data}"', entry.read_text())
         self.assertEqual(self.ask(COMMAND, b"TQRCLOSELOREBINDER", "TQRLorebinder"), 1)
-        self.assertEqual(first.wait(WAIT), 0)
+        # Who reads what the program says, as in `lorebinder | grep`, doesn't wait for the agent.
+        first.communicate(timeout=WAIT)
+        self.assertEqual(first.returncode, 0)
         self.assertEqual(self.ask(IS_ME), 1, "the agent stays")
         self.assertIn(f"StartupAgent={ON}", settings.read_text())
         self.assertEqual(self.ask(COMMAND, b"TQRAGENTCLOSE"), 1)

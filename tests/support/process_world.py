@@ -31,10 +31,11 @@ class ProcessTest(unittest.TestCase):
         for process in self.started:
             process.kill()
             process.wait()
+            process.stdout.close()
             process.stderr.close()
 
     def launch(self, *command):
-        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stderr=subprocess.PIPE,
-                                   encoding="utf-8", cwd=self.top)
+        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8", cwd=self.top)
         self.started.append(process)
         return process
