@@ -1,6 +1,7 @@
 #include "platform/places.h"
 
 #include <cstdlib>
+#include <sstream>
 #include <string>
 #include <system_error>
 
@@ -29,6 +30,16 @@ std::filesystem::path UserSettingsFile() {
 
 std::filesystem::path AutostartFolder() {
     return BaseFolder("XDG_CONFIG_HOME", ".config") / "autostart";
+}
+
+bool HasSystemAutostart(const std::filesystem::path& name) {
+    const char* const set = std::getenv("XDG_CONFIG_DIRS");
+    std::istringstream folders(set && *set ? set : "/etc/xdg");
+    std::error_code error;
+    for (std::string folder; std::getline(folders, folder, ':');)
+        if (std::filesystem::exists(std::filesystem::path(folder) / "autostart" / name, error))
+            return true;
+    return false;
 }
 
 std::filesystem::path ManualFile() {

@@ -10,6 +10,9 @@ std::filesystem::path UserDataRoot();
 std::filesystem::path UserSettingsFile();
 /// Where the desktop looks for what starts with the user's session.
 std::filesystem::path AutostartFolder();
+/// True if the system has an entry of this file name for the start of any session, below $XDG_CONFIG_DIRS, by default
+/// /etc/xdg. A user's own entry of the same name takes its place.
+bool HasSystemAutostart(const std::filesystem::path& name);
 /// The manual beside the running program, or where a package puts it; empty if it is at neither place.
 std::filesystem::path ManualFile();
 /// The folder of the running program, where its companions lie.

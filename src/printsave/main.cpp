@@ -99,8 +99,10 @@ int Fail(const QString& problem, bool windowed) {
     return kFault;
 }
 
-/// Saving needs no display.
+/// Saving needs no display, and neither do words about the program.
 bool IsHeadless(int argc, char** argv) {
+    if (lore::AsksForWords(argc, argv))
+        return true;
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--save") == 0 || std::strncmp(argv[i], "--save=", 7) == 0)
             return true;

@@ -16,6 +16,7 @@
 #include "platform/instance/agent_process.h"
 #include "platform/net/net_update_source.h"
 #include "platform/places.h"
+#include "support/read_world.h"
 #include "ui/about_dialog.h"
 #include "ui/board_fixture.h"
 #include "ui/tool_bar.h"
@@ -347,6 +348,8 @@ void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
     } companions;
     const std::filesystem::path program = Root() / "with \"quotes\" & 100%" / "LBAgent";
     const std::filesystem::path entry = Root() / "autostart" / "LBAgent.desktop";
+    const std::filesystem::path xdg = Root() / "xdg";
+    qputenv("XDG_CONFIG_DIRS", QByteArray::fromStdString("/nowhere:" + xdg.string()));
     AgentProcess agent(program, entry, Root(), companions);
     QVERIFY(!agent.IsInstalled());
     QVERIFY(agent.StartWithSession(true));
@@ -366,6 +369,13 @@ void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
     QVERIFY(written.readAll().contains("/with \\\\\"quotes\\\\\" & 100%%/LBAgent\" Lorebinder\n"));
     QVERIFY(agent.StartWithSession(false));
     QVERIFY(!std::filesystem::exists(entry));
+    // An entry of the system, which may start the agent for everybody, doesn't do so for this user.
+    std::filesystem::create_directories(xdg / "autostart");
+    PutBytes(xdg / "autostart" / entry.filename(), "[Desktop Entry]\n");
+    QVERIFY(agent.StartWithSession(false));
+    QVERIFY(BytesOf(entry).find("\nHidden=true\n") != std::string::npos);
+    QVERIFY(agent.StartWithSession(true));
+    QVERIFY(BytesOf(entry).find("Hidden") == std::string::npos);
     AgentProcess elsewhere(program, entry, Root(), companions, PlaceArguments({"/data here", "/s.ini"}));
     QVERIFY(elsewhere.StartWithSession(true));
     QFile other(QString::fromStdString(entry.string()));

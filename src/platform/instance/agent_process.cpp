@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "base/file_io.h"
+#include "platform/places.h"
 
 namespace lore {
 
@@ -26,13 +27,15 @@ std::string QuotedForEntry(const std::string& path) {
     return quoted + '"';
 }
 
+std::string EntryHead() {
+    return "[Desktop Entry]\nType=Application\nName=Lorebinder Agent\nComment=Shows the reminders of Lorebinder\n";
+}
+
 std::string EntryOf(const std::filesystem::path& program, const std::vector<std::string>& options) {
     std::string command = QuotedForEntry(program.string()) + " Lorebinder";
     for (const std::string& option : options)
         command += " " + QuotedForEntry(option);
-    return "[Desktop Entry]\nType=Application\nName=Lorebinder Agent\nComment=Shows the reminders of Lorebinder\n"
-           "TryExec=" +
-           program.string() + "\nExec=" + command + "\nNoDisplay=true\n";
+    return EntryHead() + "TryExec=" + program.string() + "\nExec=" + command + "\nNoDisplay=true\n";
 }
 
 }  // namespace
@@ -51,13 +54,14 @@ bool AgentProcess::IsInstalled() const {
 }
 
 bool AgentProcess::StartWithSession(bool starts) {
-    if (!starts)
+    if (!starts && !HasSystemAutostart(autostart_.filename()))
         return RemoveFile(autostart_).Ok();
-    if (!IsInstalled())
+    if (starts && !IsInstalled())
         return true;
     std::error_code error;
     std::filesystem::create_directories(autostart_.parent_path(), error);
-    return WriteFileAtomically(autostart_, EntryOf(program_, options_)).Ok();
+    // Whatever the system's entry says, a hidden one in its place starts nothing.
+    return WriteFileAtomically(autostart_, starts ? EntryOf(program_, options_) : EntryHead() + "Hidden=true\n").Ok();
 }
 
 }  // namespace lore

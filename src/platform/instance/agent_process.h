@@ -25,7 +25,8 @@ public:
     bool IsRunning() override { return channel_.FindInstance(); }
     bool Launch() override { return !companions_.StartCompanion(kAgentProgram, {"Lorebinder"}); }
     void Send(std::string_view text) override { channel_.SendCommand(text); }
-    /// Writes or removes the desktop's entry. It does nothing where the program has gone.
+    /// Writes or removes the user's entry for the desktop; where the system has one of the same name, the user's is
+    /// hidden instead, so that it stays off. Nothing is written for a program that has gone.
     bool StartWithSession(bool starts) override;
 
 private:

@@ -1,5 +1,6 @@
 #include <QGuiApplication>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "base/file_io.h"
@@ -20,8 +21,9 @@ bool Told(const lore::FileResult& result, const char* what, const char* path) {
 
 int main(int argc, char** argv) {
     if (argc != 3) {
-        std::fprintf(stderr, "usage: lorebinder-pdf IN.html OUT.pdf\n");
-        return 2;
+        const bool asked = argc == 2 && std::strcmp(argv[1], "--help") == 0;
+        std::fprintf(asked ? stdout : stderr, "usage: lorebinder-pdf IN.html OUT.pdf\n");
+        return asked ? 0 : 2;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_LOGGING_RULES", "*.warning=false");  // no words about a desktop session that isn't needed
