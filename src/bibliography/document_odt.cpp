@@ -26,15 +26,6 @@ constexpr std::string_view kStyles =
 </style:default-style>
 <style:style style:name="Standard" style:family="paragraph" style:class="text"/>
 </office:styles>
-<office:automatic-styles>
-<style:page-layout style:name="Page">
-<style:page-layout-properties fo:page-width="21cm" fo:page-height="29.7cm" style:print-orientation="portrait" fo:margin="2cm"/>
-</style:page-layout>
-</office:automatic-styles>
-<office:master-styles>
-<style:master-page style:name="Standard" style:page-layout-name="Page"/>
-</office:master-styles>
-</office:document-styles>
 )";
 
 std::string Color(const TextColor& color) {
@@ -92,7 +83,7 @@ private:
 
 class OdtWriter : public DocumentVisitor {
 public:
-    explicit OdtWriter(const Document& document) : document_(document) {}
+    OdtWriter(const Document& document, const Paper& paper) : document_(document), paper_(paper) {}
 
     void Paragraph(size_t index, int number) override {
         const ParagraphFormat& format = document_.paragraphs[index].format;
@@ -179,7 +170,8 @@ public:
         content += "</office:automatic-styles>\n<office:body>\n<office:text>\n";
         content.append(body_).append("</office:text>\n</office:body>\n</office:document-content>\n");
         fonts_.insert("Times New Roman");
-        const std::string styles = BeginOdtPart("document-styles").append(FontFaces()).append(kStyles);
+        const std::string styles =
+            BeginOdtPart("document-styles").append(FontFaces()).append(kStyles).append(EndOdtStyles(paper_));
         return MakeOdt(content, styles, pictures_);
     }
 
@@ -343,6 +335,7 @@ private:
     }
 
     const Document& document_;
+    const Paper& paper_;
     std::string body_;
     StyleTable texts_{"text", 'T'}, paragraphs_{"paragraph", 'P'}, tables_{"table", 'A'}, columns_{"table-column", 'C'},
         cells_{"table-cell", 'E'};
@@ -356,8 +349,8 @@ private:
 
 }  // namespace
 
-std::optional<std::string> DocumentAsOdt(const Document& document) {
-    OdtWriter writer(document);
+std::optional<std::string> DocumentAsOdt(const Document& document, const Paper& paper) {
+    OdtWriter writer(document, paper);
     WalkDocument(document, writer);
     return writer.Finish();
 }

@@ -1,6 +1,7 @@
 #include "bibliography/odt_package.h"
 
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 #include "bibliography/output_zip.h"
@@ -35,6 +36,25 @@ constexpr std::string_view kNamespaces = R"( xmlns:office="urn:oasis:names:tc:op
 std::string BeginOdtPart(std::string_view element) {
     std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<office:";
     return xml.append(element).append(kNamespaces);
+}
+
+std::string EndOdtStyles(const Paper& paper) {
+    const std::pair<std::string_view, int> kLengths[] = {
+        {"page-width", paper.width}, {"page-height", paper.height}, {"margin-left", paper.left},
+        {"margin-top", paper.top},   {"margin-right", paper.right}, {"margin-bottom", paper.bottom}};
+    std::string xml =
+        "<office:automatic-styles>\n<style:page-layout style:name=\"Page\">\n<style:page-layout-properties";
+    for (const auto& [name, twips] : kLengths)
+        xml.append(" fo:").append(name).append("=\"").append(OdtPoints(twips)).append("\"");
+    xml.append(" style:print-orientation=\"").append(paper.IsAcross() ? "landscape" : "portrait");
+    return xml.append(R"("/>
+</style:page-layout>
+</office:automatic-styles>
+<office:master-styles>
+<style:master-page style:name="Standard" style:page-layout-name="Page"/>
+</office:master-styles>
+</office:document-styles>
+)");
 }
 
 void AppendForAllScripts(std::string& xml, std::string_view name, std::string_view value) {

@@ -5,12 +5,17 @@
 #include <string>
 #include <string_view>
 
+#include "rtf/paper.h"
+
 namespace lore {
 
 // What all OpenDocument texts share.
 
 /// The head of a part and its opening root element "office:..." with all namespaces.
 std::string BeginOdtPart(std::string_view element);
+
+/// The end of the part "document-styles": the one page layout.
+std::string EndOdtStyles(const Paper& paper);
 
 /// A property for Western text and for the two other groups of scripts, which have their own.
 void AppendForAllScripts(std::string& xml, std::string_view name, std::string_view value);

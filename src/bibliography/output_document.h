@@ -7,6 +7,7 @@
 
 #include "bibliography/citation_spans.h"
 #include "bibliography/source_list.h"
+#include "rtf/paper.h"
 
 namespace lore {
 
@@ -46,6 +47,7 @@ inline constexpr BibliographyFont kBibliographyFonts[] = {
 struct BibliographyDocument {
     std::vector<BibliographyEntry> entries;
     BibliographyFont font = kBibliographyFonts[0];
+    Paper paper;  ///< of the forms for office programs
 };
 
 /// The entries of sources that are formatted already, in list order. Where spans overlap the first one holds, as on

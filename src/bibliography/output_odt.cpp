@@ -19,15 +19,6 @@ constexpr std::string_view kStyles =
 <style:paragraph-properties fo:margin-top="0pt" fo:margin-bottom="6pt"/>
 </style:style>
 </office:styles>
-<office:automatic-styles>
-<style:page-layout style:name="Page">
-<style:page-layout-properties fo:page-width="21cm" fo:page-height="29.7cm" style:print-orientation="portrait" fo:margin="2cm"/>
-</style:page-layout>
-</office:automatic-styles>
-<office:master-styles>
-<style:master-page style:name="Standard" style:page-layout-name="Page"/>
-</office:master-styles>
-</office:document-styles>
 )";
 
 std::string TextStyleName(int32_t kind) {
@@ -119,7 +110,10 @@ std::string Content(const BibliographyDocument& document) {
 
 std::optional<std::string> BibliographyAsOdt(const BibliographyDocument& document) {
     const std::string content = Content(document);
-    const std::string styles = BeginOdtPart("document-styles").append(FontFace(document.font)).append(kStyles);
+    const std::string styles = BeginOdtPart("document-styles")
+                                   .append(FontFace(document.font))
+                                   .append(kStyles)
+                                   .append(EndOdtStyles(document.paper));
     return MakeOdt(content, styles);
 }
 

@@ -48,7 +48,7 @@ std::string BibliographyAsRtf(const BibliographyDocument& document) {
     }
     Document rtf = builder.Finish({}, !document.entries.empty());
     rtf.default_font = plain.font;
-    return WriteOfficeRtf(rtf);
+    return WriteOfficeRtf(rtf, document.paper);
 }
 
 }  // namespace lore

@@ -33,6 +33,14 @@ constexpr char kSection[] = "Windows", kPlace[] = "PrintSave", kFont[] = "PrintS
 constexpr int kDefaultWidth = 980, kDefaultHeight = 1000;
 constexpr double kZoomStep = 1.2;
 
+Paper PaperOf(const QPageLayout& layout) {
+    const auto twips = [](qreal millimeters) { return qRound(millimeters * 1440 / 25.4); };
+    const QSizeF sheet = layout.fullRect(QPageLayout::Millimeter).size();
+    const QMarginsF margins = layout.margins(QPageLayout::Millimeter);
+    return {twips(sheet.width()), twips(sheet.height()),  twips(margins.left()),
+            twips(margins.top()), twips(margins.right()), twips(margins.bottom())};
+}
+
 QString FontLabel(const BibliographyFont& font) {
     return QString::fromUtf8(font.name.data(), static_cast<qsizetype>(font.name.size()));
 }
@@ -347,7 +355,7 @@ QString SaveContent(const PrintContent& content, const SavedForm& form, const QP
                     const PagedText* text) {
     std::optional<std::string> bytes;
     if (std::string_view(form.ending) != "pdf")
-        bytes = content.In(form);
+        bytes = content.In(form, PaperOf(paper));
     else if (text)
         bytes = MakePdf(*text, paper);
     else

@@ -24,18 +24,20 @@ std::string PrintContent::Html() const {
     return notes_ ? WriteHtml(*notes_, "Notes") : BibliographyAsHtml(bibliography_);
 }
 
-std::optional<std::string> PrintContent::In(const SavedForm& form) const {
+std::optional<std::string> PrintContent::In(const SavedForm& form, const Paper& paper) const {
     const std::string_view ending = form.ending;
     if (!notes_) {
         const BibliographyWriter writer = FindBibliographyWriter(ending);
-        return writer ? writer(bibliography_) : std::nullopt;
+        BibliographyDocument document = bibliography_;
+        document.paper = paper;
+        return writer ? writer(document) : std::nullopt;
     }
     if (ending == "html")
         return Html();
     if (ending == "rtf")
-        return WriteOfficeRtf(*notes_);
+        return WriteOfficeRtf(*notes_, paper);
     if (ending == "odt")
-        return DocumentAsOdt(*notes_);
+        return DocumentAsOdt(*notes_, paper);
     return DocumentAsText(*notes_);
 }
 

@@ -64,7 +64,8 @@ constexpr uint32_t kNoFormat = 0xFFFFFFFF;
 
 class RtfWriter {
 public:
-    RtfWriter(const Document& document, bool oldMarks) : document_(document), colors_(document), old_marks_(oldMarks) {}
+    /// Without a paper it writes the marks of lists that old controls need.
+    RtfWriter(const Document& document, const Paper* paper) : document_(document), colors_(document), paper_(paper) {}
     std::string Write();
 
 private:
@@ -89,7 +90,7 @@ private:
 
     const Document& document_;
     ColorNumbers colors_;
-    bool old_marks_;  ///< of lists, behind those of the table
+    const Paper* paper_;
     RtfOutput out_;
     CharFormat now_;
     size_t next_kept_ = 0;
@@ -127,17 +128,21 @@ void RtfWriter::WriteHead() {
     WriteFonts(out_, document_);
     colors_.Write(out_);
     WriteLists(out_, document_);
-    if (!old_marks_)
+    if (paper_)
         WritePaper();
     ResetFormat();
 }
 
-/// A4 with margins of 2 cm, as the other forms have it. Without it office programs take a paper of their own.
+/// Without it office programs take a paper of their own.
 void RtfWriter::WritePaper() {
-    out_.Word("paperw", 11906);
-    out_.Word("paperh", 16838);
-    for (const char* const side : {"margl", "margr", "margt", "margb"})
-        out_.Word(side, 1134);
+    out_.Word("paperw", paper_->width);
+    out_.Word("paperh", paper_->height);
+    out_.Word("margl", paper_->left);
+    out_.Word("margr", paper_->right);
+    out_.Word("margt", paper_->top);
+    out_.Word("margb", paper_->bottom);
+    if (paper_->IsAcross())
+        out_.Word("landscape");
     out_.NewLine();
 }
 
@@ -192,7 +197,7 @@ void RtfWriter::WriteList(const ParagraphFormat& format) {
     if (format.list_id > 0) {
         out_.Word("ls", format.list_id);
         out_.Word("ilvl", format.list_level);
-        if (!old_marks_)
+        if (paper_)
             return;
     }
     out_.Raw("{\\pntext\\tab}{\\*\\pn");
@@ -354,11 +359,11 @@ void RtfWriter::WriteCell(const CellFormat& cell) {
 }  // namespace
 
 std::string WriteRtf(const Document& document) {
-    return RtfWriter(document, true).Write();
+    return RtfWriter(document, nullptr).Write();
 }
 
-std::string WriteOfficeRtf(const Document& document) {
-    return RtfWriter(document, false).Write();
+std::string WriteOfficeRtf(const Document& document, const Paper& paper) {
+    return RtfWriter(document, &paper).Write();
 }
 
 }  // namespace lore

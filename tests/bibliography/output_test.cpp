@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "bibliography/odt_package.h"
 #include "bibliography/output_links.h"
 #include "bibliography/output_selection.h"
 #include "bibliography/output_writers.h"
@@ -219,6 +220,20 @@ TEST(BibliographyOdt, BeginsWithItsTypeAsItStands) {
     ASSERT_TRUE(odt);
     EXPECT_EQ(odt->substr(30, 47), "mimetypeapplication/vnd.oasis.opendocument.text");
     EXPECT_EQ(odt, BibliographyAsOdt(DocumentOf({Cited(kSixScripts)}))) << "the same bibliography, the same bytes";
+}
+
+TEST(BibliographyWriters, TellOfficeProgramsOfThePaper) {
+    BibliographyDocument document = DocumentOf({Cited("Letter paper")});
+    EXPECT_NE(BibliographyAsRtf(document).find("\\paperw11906\\paperh16838\\margl1134"), std::string::npos);
+    document.paper = {15840, 12240, 720, 1440, 1080, 360};
+    EXPECT_NE(BibliographyAsRtf(document).find(
+                  "\\paperw15840\\paperh12240\\margl720\\margr1080\\margt1440\\margb360\\landscape"),
+              std::string::npos);
+    EXPECT_NE(
+        EndOdtStyles(document.paper)
+            .find("fo:page-width=\"792pt\" fo:page-height=\"612pt\" fo:margin-left=\"36pt\" fo:margin-top=\"72pt\" "
+                  "fo:margin-right=\"54pt\" fo:margin-bottom=\"18pt\" style:print-orientation=\"landscape\""),
+        std::string::npos);
 }
 
 TEST(BibliographyWriters, GiveAWholeFileForAnEmptyBibliography) {

@@ -266,6 +266,11 @@ void PrintPreviewTest::another_paper_makes_more_pages() {
     ReadFile(file.toStdString(), pdf);
     QCOMPARE(PagesOf(pdf), window_->PageCount());
     QVERIFY(pdf.find("/MediaBox [0 0 595") != std::string::npos);
+    QVERIFY(window_->Save(folder_.filePath("a5.rtf")));
+    std::string rtf;
+    ReadFile(folder_.filePath("a5.rtf").toStdString(), rtf);
+    const char kPaper[] = "\\paperw11906\\paperh8391\\margl1134\\margr1134\\margt1134\\margb1134\\landscape";
+    QVERIFY2(rtf.find(kPaper) != std::string::npos, rtf.c_str());
 }
 
 void PrintPreviewTest::a_range_is_printed() {
