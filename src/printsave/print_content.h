@@ -40,8 +40,8 @@ public:
 
     /// The page that the preview, the printer and PDF files lay out, and that is saved as it stands.
     std::string Html() const;
-    /// The bytes of a file of any form but PDF; office programs are told of the paper. Nothing if there was no memory for
-    /// it.
+    /// The bytes of a file of any form but PDF; office programs are told of the paper. Nothing if there was no memory
+    /// for it.
     std::optional<std::string> In(const SavedForm& form, const Paper& paper) const;
 
 private:

@@ -1,4 +1,6 @@
-#include <QDialog>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
 
@@ -8,6 +10,7 @@
 #include "support/http_server.h"
 #include "ui/board_fixture.h"
 #include "ui/calendar/calendar_host.h"
+#include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/qt_progress.h"
 #include "ui/window_world.h"
 
@@ -59,6 +62,7 @@ private slots:
     void settings_choose_the_server();
     void window_paints_while_the_server_thinks();
     void cancel_ends_the_flow();
+    void what_was_typed_outlives_a_server_that_does_not_answer();
 };
 
 void ReminderServerTest::cleanup() {
@@ -120,6 +124,39 @@ void ReminderServerTest::cancel_ends_the_flow() {
     QVERIFY(prompts_.seen[0].find("could not be created") != std::string::npos);
     QCOMPARE(Stored(), size_t{0});
     QCOMPARE(server.Requests().size(), size_t{2});
+}
+
+void ReminderServerTest::what_was_typed_outlives_a_server_that_does_not_answer() {
+    Open("");
+    const auto press = [](const EditReminderDialog& editor, const char* name) {
+        editor.findChild<QPushButton*>(name)->click();
+    };
+    int shown = 0;
+    Next<EditReminderDialog>([&](EditReminderDialog& editor) {
+        ++shown;
+        auto* const type = editor.findChild<QComboBox*>("type");
+        type->setCurrentIndex(1);
+        emit type->activated(1);
+        editor.findChild<QLineEdit*>("address")->setText("ann@mail.example");
+        editor.findChild<QPlainTextEdit*>("message")->setPlainText("Bring the lamp");
+        Next<EditReminderDialog>([&](EditReminderDialog& again) {
+            ++shown;
+            QVERIFY(prompts_.seen.back().find("could not be created") != std::string::npos);
+            QCOMPARE(again.findChild<QLineEdit*>("address")->text(), QString("ann@mail.example"));
+            QCOMPARE(again.findChild<QPlainTextEdit*>("message")->toPlainText(), QString("Bring the lamp"));
+            auto* const other = again.findChild<QComboBox*>("type");
+            other->setCurrentIndex(0);
+            emit other->activated(0);
+            press(again, "save");
+        });
+        press(editor, "save");
+    });
+    QVERIFY(RunNewReminder(*host_, nullptr, parent_.get()));
+    QCOMPARE(shown, 2);
+    ReminderList reminders;
+    LoadReminders(host_->World(), reminders);
+    QCOMPARE(reminders.size(), size_t{1});
+    QCOMPARE(reminders[0].Message, std::string("Bring the lamp"));
 }
 
 }  // namespace lore

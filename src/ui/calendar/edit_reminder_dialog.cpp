@@ -197,21 +197,34 @@ void EditReminderDialog::reject() {
         DialogFrame::reject();
 }
 
+namespace {
+
+/// Until the reminder is saved or given up: the editor keeps what was typed when the server doesn't take it.
+bool Run(CalendarHost& host, const ReminderEditor& model, bool (*save)(const CalendarWorld&, CTmReminder),
+         QWidget* parent) {
+    EditReminderDialog dialog(host, model, parent);
+    for (;;) {
+        host.BeginFlow();
+        if (dialog.exec() != QDialog::Accepted)
+            return false;
+        if (save(host.World(), dialog.Reminder()))
+            return true;
+    }
+}
+
+}  // namespace
+
 bool RunNewReminder(CalendarHost& host, const DateTime* day, QWidget* parent) {
     const CalendarWorld& world = host.World();
     CTmReminder reminder = NewReminder(world.Context());
     reminder.SendTime = FirstSendTime(world.clock.Now(), day);
     const auto purpose = day ? ReminderEditor::Purpose::Day : ReminderEditor::Purpose::Calendar;
-    EditReminderDialog dialog(host, ReminderEditor(world, reminder, purpose, true), parent);
-    host.BeginFlow();
-    return dialog.exec() == QDialog::Accepted && SaveNewReminder(world, dialog.Reminder());
+    return Run(host, ReminderEditor(world, reminder, purpose, true), SaveNewReminder, parent);
 }
 
 bool RunReminderEditor(CalendarHost& host, const CTmReminder& reminder, QWidget* parent) {
     const auto purpose = reminder.EventId.empty() ? ReminderEditor::Purpose::Day : ReminderEditor::Purpose::Event;
-    EditReminderDialog dialog(host, ReminderEditor(host.World(), reminder, purpose, false), parent);
-    host.BeginFlow();
-    return dialog.exec() == QDialog::Accepted && SaveChangedReminder(host.World(), dialog.Reminder());
+    return Run(host, ReminderEditor(host.World(), reminder, purpose, false), SaveChangedReminder, parent);
 }
 
 }  // namespace lore
