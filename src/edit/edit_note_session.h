@@ -66,6 +66,8 @@ public:
     std::vector<NewCategory> newCategories;
     /// Brings a source of the open NoteBook into Book and gives its id there. Empty where both are the same.
     std::function<int32_t(int32_t openID)> bringSource;
+    /// Makes of a note of Book a new one that the open NoteBook can go on with after a crash. Empty as well there.
+    std::function<void(CNote&)> makeDraft;
 
     const CNote& Original() const { return original_; }
     bool IsNew() const { return isNew_; }

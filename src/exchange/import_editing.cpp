@@ -7,6 +7,7 @@
 #include "exchange/source_merge.h"
 #include "notes/attachment_kind.h"
 #include "notes/check_note.h"
+#include "notes/file_faults.h"
 
 namespace lore {
 
@@ -64,6 +65,10 @@ EditNoteSession ImportEditing::Open(size_t position) {
     Unpack(entry.note);
     EditNoteSession session = EditNoteSession::ForImportNote(*world_, entry.note);
     session.bringSource = [this](int32_t openID) { return BringSource(openID); };
+    session.makeDraft = [this, guid = DraftOf(position)](CNote& note) {
+        MakeDraft(note);
+        note.guid = guid;
+    };
     return session;
 }
 
@@ -141,6 +146,54 @@ void ImportEditing::Take(size_t position, const EditNoteSession& saved) {
     }
     comparison_.ReplaceNote(position, std::move(entry));
     row.addedFiles = std::move(added);
+    taken_.insert(position);
+    WriteDraft(position);
+}
+
+void ImportEditing::Leave(size_t position) {
+    if (taken_.contains(position))
+        WriteDraft(position);
+    else
+        DraftStore(open_.paths).RemoveDraft(DraftOf(position));
+}
+
+ImportEditing::~ImportEditing() {
+    for (const auto& [position, guid] : drafts_)
+        DraftStore(open_.paths).RemoveDraft(guid);
+}
+
+std::string& ImportEditing::DraftOf(size_t position) {
+    std::string& guid = drafts_[position];
+    if (guid.empty())
+        guid = outside_.guids.NewGuid();
+    return guid;
+}
+
+/// What the NoteBook doesn't hold stays behind: sources of the archive, and files within it.
+void ImportEditing::MakeDraft(CNote& note) const {
+    note.id = -1;
+    LongList known;
+    for (const int32_t id : note.sources) {
+        const CSource* const source = book_->sources.FindSourceByID(id);
+        const CSource* const open = source ? open_.sources.FindSourceByGUID(source->SourceGUID) : nullptr;
+        if (open)
+            known.AddTail(open->SourceID);
+    }
+    note.sources = known;
+    std::erase_if(note.attachments, [](const CAttachment& attachment) {
+        return attachment.type != kWebLink && (!attachment.storedFile.empty() || attachment.sourceFile.empty());
+    });
+}
+
+void ImportEditing::WriteDraft(size_t position) {
+    Draft draft;
+    draft.note = comparison_.Rows()[position].entry.note;
+    MakeDraft(draft.note);
+    draft.note.guid = DraftOf(position);
+    draft.written = outside_.clock.Now();
+    const DraftStore store(open_.paths);
+    TellFailedWrite(outside_.faults, "The draft of the note could not be written", store.Folder(),
+                    store.WriteDraft(draft));
 }
 
 CategoryAssignment ImportEditing::MakeAssignment() {

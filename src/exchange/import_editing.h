@@ -2,7 +2,10 @@
 
 #include <array>
 #include <filesystem>
+#include <map>
 #include <optional>
+#include <set>
+#include <string>
 
 #include "edit/category_assignment.h"
 #include "edit/edit_note_session.h"
@@ -22,11 +25,15 @@ public:
                   const IdCounters& counters, const std::filesystem::path& folder);
     ImportEditing(const ImportEditing&) = delete;
     ImportEditing& operator=(const ImportEditing&) = delete;
+    /// The notes have landed, or are given up: their drafts go.
+    ~ImportEditing();
 
     /// The note of a row, ready for an editor. Its files are unpacked; one that can't be is told and shows as missing.
     EditNoteSession Open(size_t position);
-    /// What a saved editor has made of the note of a row.
+    /// What a saved editor has made of the note of a row. A draft of it stays until all is done.
     void Take(size_t position, const EditNoteSession& saved);
+    /// The editor of a row was left without a save: its draft goes, or is again what was saved before.
+    void Leave(size_t position);
 
     /// The paths that all ticked notes are to get, empty at first.
     CategoryAssignment MakeAssignment();
@@ -37,6 +44,9 @@ private:
     int32_t BringSource(int32_t openID);
     void MapToBook(ArchiveNote& entry);
     void Unpack(const CNote& note);
+    std::string& DraftOf(size_t position);
+    void MakeDraft(CNote& note) const;
+    void WriteDraft(size_t position);
     CSource RecordOf(const CSource& source, const std::vector<CSource>& brought);
 
     ImportComparison& comparison_;
@@ -47,6 +57,8 @@ private:
     std::optional<OpenNoteBook> book_;
     std::optional<EditWorld> world_;
     const EditWorld& outside_;
+    std::map<size_t, std::string> drafts_;  // by row, the guid that the note has there
+    std::set<size_t> taken_;                // rows whose drafts hold what was saved
 };
 
 }  // namespace lore

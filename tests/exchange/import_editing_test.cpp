@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "exchange/exchange_world.h"
+#include "notes/attachment_kind.h"
 #include "support/memory_store.h"
 
 namespace lore {
@@ -109,6 +110,50 @@ TEST_F(ImportEditingTest, AnEditedNoteThatIsKnownKeepsItsIdAndReadsNewer) {
     EXPECT_EQ(from_.prompts.seen, Lines{"No Text In Note: Note must contain some text."});
     for (const CNote& note : from_.Notes())
         EXPECT_EQ(note.plainText, note.id == 8 ? "Edited" : "First\r\nSecond");
+}
+
+TEST_F(ImportEditingTest, WhatIsWrittenOnTheWayIsKeptAsADraftOfTheOpenNoteBook) {
+    const DraftStore store(to_.book.paths);
+    const auto draft = [&] {
+        Draft read;
+        const std::vector<std::filesystem::path> files = store.ListDrafts();
+        EXPECT_EQ(files.size(), 1u);
+        EXPECT_TRUE(!files.empty() && DraftStore::ReadDraft(files.front(), to_.world.context, read));
+        return read;
+    };
+    PutBytes(folder_ / "new.pdf", "a new file");
+    Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        const size_t row = RowWith(comparison, "First\r\nSecond");
+        EditNoteSession session = editing.Open(row);
+        CSource known = *session.Book().sources.FindSourceByID(session.note.sources[1]);
+        known.SourceID = 4711;
+        to_.book.sources.AddTail(known);
+        ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        CNote typed = session.note;
+        session.makeDraft(typed);
+        editing.Take(row, session);
+        const Draft saved = draft();
+        EXPECT_EQ(typed.guid, saved.note.guid) << "one file for both";
+        EXPECT_NE(saved.note.guid, session.note.guid) << "a note of its own, whatever becomes of the import";
+        EXPECT_EQ(saved.note.id, -1);
+        EXPECT_EQ(saved.note.plainText, "Edited");
+        EXPECT_EQ(saved.note.sources.Values(), std::vector<int32_t>{4711}) << "the one that the NoteBook has";
+        for (const CAttachment& attachment : saved.note.attachments)
+            EXPECT_TRUE(attachment.type == kWebLink || attachment.title == "new.pdf") << attachment.title;
+
+        Draft later = saved;
+        later.note.plainText = "Given up";
+        ASSERT_TRUE(store.WriteDraft(later).Ok());
+        editing.Leave(row);
+        EXPECT_EQ(draft().note.plainText, "Edited");
+        const size_t other = RowWith(comparison, "Second note");
+        editing.Open(other);
+        editing.Leave(other);
+        EXPECT_EQ(draft().note.plainText, "Edited");
+    });
+    EXPECT_TRUE(store.ListDrafts().empty());
 }
 
 TEST_F(ImportEditingTest, ASourceMadeMeanwhileIsNotTakenForOneOfTheArchive) {

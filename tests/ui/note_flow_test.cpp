@@ -16,6 +16,7 @@
 #include "ui/editor/rich_text_edit.h"
 #include "ui/import/import_window.h"
 #include "ui/note_editor/attachment_panel.h"
+#include "ui/note_editor/draft_writer.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
@@ -109,19 +110,28 @@ void NoteFlowTest::an_imported_note_is_edited_before_it_lands_and_the_import_is_
             TakeShot(editor, "import_note_dark");
             theme_->SetAppearance(Appearance::Light);
             editor.Text()->Edit()->selectAll();
+            QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
             QTest::keyClicks(editor.Text()->Edit(), "Edited on the way");
+            QTRY_COMPARE(written.size(), 1);
             editor.SaveNote();
             QVERIFY(!editor.isVisible());
         });
         list->setCurrentItem(list->topLevelItem(0));
         QTest::keyClick(list, Qt::Key_F2);
         QVERIFY(list->topLevelItem(0)->text(0).contains("newer"));
-        QVERIFY(!DraftStore(app_->NoteBook().paths).ListDrafts().size());
+        // The draft is one of the open NoteBook, and stays until the note has landed.
+        const DraftStore drafts(app_->NoteBook().paths);
+        QCOMPARE(drafts.ListDrafts().size(), size_t{1});
+        Draft draft;
+        QVERIFY(DraftStore::ReadDraft(drafts.ListDrafts()[0], app_->Context(), draft));
+        QCOMPARE(draft.note.plainText, std::string("Edited on the way"));
+        QVERIFY(draft.note.sources.Values() == known.sources.Values());
         import.accept();
     });
     emit window_->ImportRequested(QString::fromStdString(archive.string()));
     QCOMPARE(shown_, 2);
     QCOMPARE(prompts_.seen.back(), std::string("Finished!: All  *2*  of your notes have been successfully imported!"));
+    QVERIFY(DraftStore(app_->NoteBook().paths).ListDrafts().empty());
     QCOMPARE(app_->NoteBook().TotalNoteCount(), before + 1);
     const CNote edited = *OnDisk(known.guid);
     QCOMPARE(edited.plainText, std::string("Edited on the way"));

@@ -213,20 +213,24 @@ void ImportWindow::accept() {
 }
 
 bool WindowChooser::ChooseNotes(ImportComparison& comparison, ImportArchive& archive) {
-    ImportEditing editing(comparison, archive, commands_.World(), app_.Counters(), app_.Data().ImportTemp());
+    editing_.emplace(comparison, archive, commands_.World(), app_.Counters(), app_.Data().ImportTemp());
     ImportNoteCommands commands;
-    commands.edit = [&](size_t position, QWidget* parent) {
-        NoteEditorWindow editor(editing.Open(position), commands_, app_, theme_, parent);
-        const bool saved = editor.exec() == QDialog::Accepted;
+    commands.edit = [this](size_t position, QWidget* parent) {
+        std::optional<NoteEditorWindow> editor(std::in_place, editing_->Open(position), commands_, app_, theme_,
+                                               parent);
+        const bool saved = editor->exec() == QDialog::Accepted;
         if (saved)
-            editing.Take(position, editor.Session());
+            editing_->Take(position, editor->Session());
+        editor.reset();  // with what writes its draft
+        if (!saved)
+            editing_->Leave(position);
         return saved;
     };
-    commands.changeCategories = [&](QWidget* parent) {
-        CategoryAssignment paths = editing.MakeAssignment();
+    commands.changeCategories = [this](QWidget* parent) {
+        CategoryAssignment paths = editing_->MakeAssignment();
         const bool chosen = ImportCategoriesDialog(paths, theme_, app_.Store(), parent).exec() == QDialog::Accepted;
         if (chosen)
-            editing.Assign(paths);
+            editing_->Assign(paths);
         return chosen;
     };
     ImportWindow window(comparison, commands, theme_, app_.Ports().prompts, app_.Store(), parent_);

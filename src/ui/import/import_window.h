@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 #include "app/writing_commands.h"
+#include "exchange/import_editing.h"
 #include "exchange/import_notes.h"
 #include "ui/dialog_frame.h"
 
@@ -71,6 +73,7 @@ private:
     WritingCommands& commands_;
     Theme& theme_;
     QWidget* parent_;
+    std::optional<ImportEditing> editing_;  ///< until the notes have landed
 };
 
 }  // namespace lore

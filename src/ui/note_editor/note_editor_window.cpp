@@ -62,7 +62,7 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
     TakeSpellOptions();
     text_->Load(session_.note.rtfText);
     drafts_ = new DraftWriter(
-        DraftStore(session_.Book().paths),
+        DraftStore(app_.NoteBook().paths),
         [this](std::function<void(Draft)> whenReady) { CollectDraft(std::move(whenReady)); }, faults_, this);
     ConnectParts();
     OrderTabs();
@@ -171,15 +171,13 @@ bool NoteEditorWindow::SomethingWouldBeLost() {
     return unsavedText_ || text_->IsModified() || sync_->isChecked() != openedSync_ || DraftDiffers(now, &opened_);
 }
 
-/// An import isn't gone on with after a crash, and so a note of it has no draft.
 void NoteEditorWindow::TouchDraft() {
-    if (!session_.IsImportNote())
-        drafts_->Touch();
+    drafts_->Touch();
 }
 
 void NoteEditorWindow::FinishDraft() {
     drafts_->Stop();
-    // Pictures that have left the text of an import note wait for the import.
+    // That of an import note, and pictures that have left its text, wait for the import.
     if (!session_.IsImportNote())
         drafts_->Store().RemoveDraft(session_.note.guid);
 }
@@ -196,6 +194,8 @@ void NoteEditorWindow::CollectDraft(std::function<void(Draft)> whenReady) {
         draft.syncTicked = sync_->isChecked();
         if (session_.IsNew())
             draft.note.id = -1;
+        if (session_.makeDraft)
+            session_.makeDraft(draft.note);
         whenReady(std::move(draft));
     });
 }
@@ -239,7 +239,8 @@ bool NoteEditorWindow::MovePictures(size_t size) {
         std::filesystem::path path;
         const std::string name = "Picture " + std::to_string(++movedPictures_) + "." +
                                  std::string(FileExtension(picture.fileName.toStdString()));
-        const FileResult kept = drafts_->Store().KeepFile(session_.note.guid, name, picture.data, path);
+        const DraftStore store(session_.Book().paths);
+        const FileResult kept = store.KeepFile(session_.note.guid, name, picture.data, path);
         if (!kept.Ok()) {
             faults_.Tell({"A picture could not be moved to the attachments", path.string(), kept.Reason()});
             text_->Edit()->undo();
