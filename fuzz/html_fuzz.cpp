@@ -1,15 +1,17 @@
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
-#include "rtf/html_reader.h"
-#include "rtf/rtf.h"
+#include "rtf/rtf_check.h"
 
-/// Any bytes: what a page is read as, written and read again, is the same text.
+/// Any bytes as a web page.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const lore::Document document =
-        lore::ReadHtml({reinterpret_cast<const char*>(data), size}, {"Times New Roman", 27});
-    if (lore::PlainText(lore::WriteRtf(document)) != document.text)
+    const std::string finding = lore::WhatIsWrongWithPage(std::string_view(reinterpret_cast<const char*>(data), size));
+    if (!finding.empty()) {
+        std::fprintf(stderr, "%s\n", finding.c_str());
         std::abort();
+    }
     return 0;
 }

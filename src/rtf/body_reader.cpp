@@ -23,6 +23,14 @@ std::string_view DocumentIn(std::string_view bytes) {
     return bytes.starts_with("{\\rtf") ? bytes : std::string_view{};
 }
 
+/// Whether all readers go through such a group. What stands in any other changes nothing outside of it, or they would
+/// see different texts.
+bool IsReadByAll(Destination destination) {
+    return destination == Destination::kBody || destination == Destination::kFontTable ||
+           destination == Destination::kObject || destination == Destination::kRowProperties ||
+           destination == Destination::kAnsiTwin;
+}
+
 bool IsHighSurrogate(int64_t c) {
     return c >= 0xD800 && c <= 0xDBFF;
 }
@@ -148,8 +156,11 @@ bool BodyReader::Close(const Token& token) {
     }
     if (groups_.size() == 1)
         return false;
-    const Group closed = groups_.back();
+    Group closed = groups_.back();
     groups_.pop_back();
+    // What a Unicode twin goes on with began outside of both twins and doesn't end here.
+    if (Current().destination == Destination::kAnsiTwin && closed.destination == closed.outside_twin)
+        closed.destination = Destination::kAnsiTwin;
     OnClose(closed, token.end);
     return groups_.size() > 1;
 }
@@ -186,6 +197,10 @@ void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
 void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
     Group& group = groups_.back();
     const bool on = !token.has_parameter || token.parameter != 0;
+    const bool of_document =
+        word.word == Word::kCharset || word.word == Word::kAnsiCodePage || word.word == Word::kDefaultFont;
+    if (of_document && !IsReadByAll(group.destination))
+        return;
     switch (word.word) {
         case Word::kUnicode:
             Unicode(token);
@@ -283,10 +298,10 @@ void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
                 group.destination = group.outside_twin;
             return;
         case Destination::kNewPicture:
-            has_new_picture_ = true;
+            has_new_picture_ = has_new_picture_ || IsReadByAll(group.destination);
             return;
         case Destination::kOldPicture:
-            if (std::exchange(has_new_picture_, false))
+            if (!IsReadByAll(group.destination) || std::exchange(has_new_picture_, false))
                 PassOver(false);
             return;
         case Destination::kPicture:
@@ -330,6 +345,8 @@ void BodyReader::PassOver(bool keep) {
     const size_t end = tokens_.Position();
     if (keep && levels_beyond_ == 0 && Shows() && end < Source().size())
         OnKept(Source().substr(Current().begin, end + 1 - Current().begin));
+    else if (Current().destination != Destination::kBody)
+        OnPassedOver();
 }
 
 void BodyReader::Break(TextBreak kind) {

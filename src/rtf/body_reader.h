@@ -50,6 +50,8 @@ protected:
     virtual void OnOpen() {}
     /// A group with a state of its own was closed, its brace is at `end` - 1.
     virtual void OnClose(const Group& /*closed*/, size_t /*end*/) {}
+    /// The rest of a group besides the body was passed over.
+    virtual void OnPassedOver() {}
     /// Source bytes that stand in for a Unicode character before them, for readers that don't know those.
     virtual void OnFallback(size_t /*begin*/, size_t /*end*/) {}
 

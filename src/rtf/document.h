@@ -105,4 +105,8 @@ struct Document {
 std::span<const TextRun> RunsOf(const Document& document, size_t paragraph);
 std::string_view TextOf(const Document& document, const TextRun& run);
 
+/// A font's name as a table of fonts can hold it: without control characters, the semicolon that would end it (a comma
+/// stands for it), and white space around it.
+std::string CleanFontName(std::string_view name);
+
 }  // namespace lore

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/text.h"
+
 namespace lore {
 
 namespace {
@@ -22,10 +24,17 @@ std::string_view TextOf(const Document& document, const TextRun& run) {
     return std::string_view(document.text).substr(run.begin, run.end - run.begin);
 }
 
+std::string CleanFontName(std::string_view name) {
+    std::string clean = ReplaceAll(name, ";", ",");
+    std::erase_if(clean, [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+    return std::string(Trim(clean));
+}
+
 int32_t DocumentBuilder::Font(std::string_view name) {
-    const auto [found, added] = fonts_.emplace(name, static_cast<int32_t>(document_.fonts.size()));
+    const std::string clean = CleanFontName(name);
+    const auto [found, added] = fonts_.emplace(clean, static_cast<int32_t>(document_.fonts.size()));
     if (added)
-        document_.fonts.push_back({found->second, 0, std::string(name)});
+        document_.fonts.push_back({found->second, 0, clean});
     return found->second;
 }
 

@@ -238,7 +238,7 @@ void DocumentReader::EndUnendedFont() {
 
 void DocumentReader::EndFont() {
     std::vector<DocumentFont>& fonts = builder_.Unfinished().fonts;
-    DocumentFont font{font_number_, std::exchange(font_charset_, 0), std::string(Trim(font_name_))};
+    DocumentFont font{font_number_, std::exchange(font_charset_, 0), CleanFontName(font_name_)};
     font_name_.clear();
     const auto [found, added] = font_indexes_.emplace(font.number, static_cast<int32_t>(fonts.size()));
     if (added)

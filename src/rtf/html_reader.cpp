@@ -67,6 +67,12 @@ bool IsControl(char c) {
     return static_cast<unsigned char>(c) < 0x20u && c != '\t';
 }
 
+std::string WithoutControls(std::string_view text) {
+    std::string clean(text);
+    std::erase_if(clean, IsControl);
+    return clean;
+}
+
 RowFormat EqualColumns(int count) {
     RowFormat row;
     row.cell_gap = 100;
@@ -187,7 +193,8 @@ void HtmlReader::Enter(OpenElement& element, const Attributes& attributes) {
         case HtmlFlow::kPicture:
             return AddPicture(attributes);
         case HtmlFlow::kLink:
-            if (const std::string_view target = Trim(attributes["href"]); !target.empty() && !target.starts_with('#'))
+            if (const std::string target = WithoutControls(Trim(attributes["href"]));
+                !target.empty() && !target.starts_with('#'))
                 element.chars.link = builder_.Link(target);
             return;
         case HtmlFlow::kBulletList:
@@ -300,9 +307,7 @@ void HtmlReader::BeginInline() {
 
 void HtmlReader::AddBlock(std::string_view text) {
     BeginInline();
-    std::string shown(text);
-    std::erase_if(shown, IsControl);
-    builder_.AddText(shown, Inner().chars);
+    builder_.AddText(WithoutControls(text), Inner().chars);
 }
 
 void HtmlReader::Characters(std::string_view text) {
@@ -360,7 +365,11 @@ void HtmlReader::EndBlock() {
     // Only the first paragraph of an item bears its mark.
     for (OpenElement& element : open_) {
         if (element.tag->flow == HtmlFlow::kItem) {
-            element.paragraph.list = ListKind::kNone;
+            const ParagraphFormat none;
+            element.paragraph.list = none.list;
+            element.paragraph.list_id = none.list_id;
+            element.paragraph.list_level = none.list_level;
+            element.paragraph.list_start = none.list_start;
             element.paragraph.first_indent = 0;
         }
     }

@@ -75,6 +75,7 @@ protected:
     void OnOther(Destination destination, std::string_view utf8) override;
     void OnWord(const ControlWord& word, const Token& token) override;
     void OnClose(const Group& closed, size_t end) override;
+    void OnPassedOver() override;
     void OnFallback(size_t begin, size_t end) override;
 
 private:
@@ -88,6 +89,7 @@ private:
     std::vector<TextRange> marks_;  ///< in source bytes
     size_t color_tables_ = 0;
     size_t colors_ = 0;
+    size_t highest_used_ = 0;  ///< number of a colour, which the table need not hold
     bool color_open_ = false;  ///< the last colour of the table isn't ended
     size_t table_end_ = 0;
     size_t head_end_ = 0;  ///< where a table can be put if there is none
@@ -142,9 +144,19 @@ void MarkReader::OnOther(Destination destination, std::string_view utf8) {
     color_open_ = color_open_ && ended == 0;
 }
 
+void MarkReader::OnPassedOver() {
+    // Of a table that breaks off like this nothing more is read.
+    color_open_ = color_open_ || Current().destination == Destination::kColorTable;
+}
+
 void MarkReader::OnWord(const ControlWord& word, const Token& token) {
+    if (word.word == Word::kColor || word.word == Word::kHighlight || word.word == Word::kShading ||
+        word.word == Word::kCellShading)
+        highest_used_ = std::max(highest_used_, static_cast<size_t>(std::max(token.parameter, 0)));
     if (Current().destination == Destination::kColorTable)
         color_open_ = true;
+    else if (Current().destination != Destination::kBody)
+        return;
     else if (head_end_ == 0 ? word.name == "rtf" : token.begin == head_end_ && IsHeadWord(word.name))
         head_end_ = token.end;
 }
@@ -159,9 +171,10 @@ void MarkReader::OnClose(const Group& closed, size_t end) {
 }
 
 bool MarkReader::CanAddColor() const {
-    if (color_tables_ > 1 || color_open_)
+    constexpr size_t kMostAdded = 256;
+    if (color_tables_ > 1 || color_open_ || highest_used_ > colors_ + kMostAdded)
         return false;
-    return color_tables_ == 0 || (table_end_ != 0 && table_end_ < marks_[0].begin);
+    return color_tables_ == 0 ? head_end_ <= marks_[0].begin : table_end_ != 0 && table_end_ < marks_[0].begin;
 }
 
 std::string MarkReader::Marked(TextColor color) const {
@@ -171,11 +184,16 @@ std::string MarkReader::Marked(TextColor color) const {
     const std::string entry =
         part("\\red", color.red) + part("\\green", color.green) + part("\\blue", color.blue) + ';';
     const bool has_table = color_tables_ != 0;
-    const std::string number = std::to_string(has_table ? colors_ : 1);
+    // Where the text uses colours that the table doesn't have, these stay what they are.
+    const size_t in_table = has_table ? colors_ : 1;
+    const size_t index = std::max(in_table, highest_used_ + 1);
+    const std::string number = std::to_string(index);
     const std::string open = "{\\chcbpat" + number + "\\cb" + number + "\\highlight" + number + ' ';
     const size_t entry_at = has_table ? table_end_ : head_end_;
     std::string marked(Source().substr(0, entry_at));
-    marked += has_table ? entry : "{\\colortbl ;" + entry + '}';
+    marked += has_table ? "" : "{\\colortbl ;";
+    marked.append(index - in_table, ';').append(entry);
+    marked += has_table ? "" : "}";
     size_t at = entry_at;
     for (const TextRange& mark : marks_) {
         marked += Source().substr(at, mark.begin - at);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/text.h"
 #include "rtf/list_tables.h"
 
 namespace lore {
@@ -63,11 +62,6 @@ void WriteList(RtfOutput& out, int32_t id, const LevelsInUse& levels) {
     out.NewLine();
 }
 
-/// A font name can't hold the character that ends it.
-std::string FontName(const DocumentFont& font) {
-    return ReplaceAll(font.name, ";", ",") + ";";
-}
-
 }  // namespace
 
 ColorNumbers::ColorNumbers(const Document& document) {
@@ -119,7 +113,7 @@ void WriteFonts(RtfOutput& out, const Document& document) {
         out.Word("f", font.number);
         out.Word("fnil");
         out.Word("fcharset", font.charset);
-        out.Text(FontName(font));
+        out.Text(CleanFontName(font.name) + ";");
         out.Close();
     }
     out.Close();

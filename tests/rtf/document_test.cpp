@@ -72,6 +72,7 @@ TEST(RtfDocument, OfPlainTextHasItsLines) {
 TEST(RtfDocument, KeepsUnreadGroupsAsTheyStood) {
     const Document document =
         ReadRtf(Rtf("a{\\footnote n\xE9{\\b x}}b{\\*\\odd\\bin2 }}}c{\\*\\bkmkstart m}\\par{\\v{\\*\\hidden}}"));
+    EXPECT_EQ(ReadRtf(Rtf("{\\footnote \\b\\\xE9x\\\x01y\x7F}")).kept[0].rtf, "{\\footnote \\b\nx\ny\n}");
     ASSERT_EQ(document.kept.size(), 2u);
     EXPECT_EQ(document.kept[0], (KeptGroup{1, "{\\footnote n\\'e9{\\b x}}"}));
     EXPECT_EQ(document.kept[1], (KeptGroup{3, "{\\*\\bkmkstart m}"}));

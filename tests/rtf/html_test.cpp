@@ -1,9 +1,13 @@
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <string>
 
 #include "rtf/html_reader.h"
 #include "rtf/html_style.h"
+#include "rtf/html_writer.h"
 #include "rtf/rtf.h"
+#include "rtf/rtf_check.h"
+#include "rtf/rtf_files.h"
 
 namespace lore {
 namespace {
@@ -156,6 +160,20 @@ TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
     }
     EXPECT_EQ(ReadHtml("<table><tr><td>a<table><tr><td>b</table>c</table>", kLook).rows.size(), 2u);
     EXPECT_EQ(ReadHtml("</td></tr></table><td>x</td><tr>y</tr>", kLook).rows.size(), 0u);
+}
+
+TEST(Html, NamesAndAddressesHoldNoControlCharacters) {
+    const Document document = ReadHtml("<a href=' http://a\x02\n/b'><font face=' A\x02;B\n'>x</font></a>", kLook);
+    ASSERT_EQ(document.runs.size(), 1u);
+    EXPECT_EQ(document.links, std::vector<std::string>{"http://a/b"});
+    EXPECT_EQ(FontNameOf(document, document.runs[0].format), "A,B");
+    EXPECT_EQ(WhatIsWrongWith(document), "");
+}
+
+TEST(Html, HoldsForWhatFuzzingFound) {
+    const auto folder = std::filesystem::path(LORE_TEST_DATA) / "../../fuzz/corpus/html";
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        EXPECT_EQ(WhatIsWrongWithPage(ReadBytes(entry.path())), "") << entry.path();
 }
 
 TEST(Html, BytesAreReadAsTheyAre) {

@@ -40,6 +40,8 @@ TEST(MarkRtf, PutsTheColorOnTheHitsAndKeepsAllElse) {
          "{\\rtf1{\\colortbl ;\\red255\\green142\\blue40;}{\\chcbpat1\\cb1\\highlight1 \\u233\\'e9x}}"},
         {"{\\rtf1 a\\u-10179?\\u-8704?b}", "\xF0\x9F\x98\x80",
          "{\\rtf1 {\\colortbl ;\\red255\\green142\\blue40;}a{\\chcbpat1\\cb1\\highlight1 \\u-10179?\\u-8704?}b}"},
+        {"{\\rtf1{\\colortbl;\\red1;}\\cf3 a cat}", "cat",
+         "{\\rtf1{\\colortbl;\\red1;;;\\red255\\green142\\blue40;}\\cf3 a {\\chcbpat4\\cb4\\highlight4 cat}}"},
         {"\r\n{\\rtf1 {\\*\\kept cat}cat{\\v cat}}\r\n", "cat",
          "\r\n{\\rtf1 {\\colortbl ;\\red255\\green142\\blue40;}{\\*\\kept cat}{\\chcbpat1\\cb1\\highlight1 cat}{\\v "
          "cat}}\r\n"},
@@ -62,6 +64,10 @@ TEST(MarkRtf, WritesAFileAnewThatTakesNoGroups) {
         "{\\rtf1{\\colortbl;\\red1}a cat}",
         "{\\rtf1\\u-10179?cat\\u-10179?}",
         "{\\rtf1 \\u233\r\n?cat",
+        "{\\rtfx cat{\\rtf1 }}",
+        "{\\rtf1{\\colortbl\\info}cat}",
+        "{\\rtf1{\\colortbl;}\\cf2000000 cat}",
+        "{\\rtfx{\\object\\rtf1}cat}",
     };
     for (std::string_view rtf : odd) {
         const std::string text = PlainText(rtf);

@@ -6,9 +6,6 @@
 #include <iterator>
 #include <sstream>
 
-#include "base/text.h"
-#include "rtf/rtf.h"
-
 namespace lore {
 
 namespace {
@@ -85,26 +82,6 @@ void PutRow(std::ostream& out, const Document& document, const TableRow& row) {
     out << '\n';
 }
 
-std::string WrongParts(const Document& document) {
-    if (document.paragraphs.empty() || document.paragraphs.back().ended_by != ParagraphEnd::kDocument)
-        return "no last paragraph";
-    size_t at = 0;
-    for (size_t i = 0; i < document.paragraphs.size(); ++i) {
-        const Paragraph& paragraph = document.paragraphs[i];
-        if (paragraph.begin != at)
-            return "paragraph doesn't begin where the one before ended";
-        for (const TextRun& run : RunsOf(document, i)) {
-            if (run.begin != at || run.end < run.begin)
-                return "run doesn't begin where the one before ended";
-            at = run.end;
-        }
-        if (paragraph.end != at)
-            return "runs don't cover the paragraph";
-        at += paragraph.ended_by == ParagraphEnd::kDocument ? 0 : 1;
-    }
-    return at == document.text.size() ? "" : "paragraphs don't cover the text";
-}
-
 }  // namespace
 
 std::vector<std::filesystem::path> RtfFiles() {
@@ -145,19 +122,6 @@ std::string Describe(const Document& document) {
     for (const KeptGroup& kept : document.kept)
         out << "kept " << kept.position << ' ' << kept.rtf.substr(0, 20) << '\n';
     return out.str();
-}
-
-std::string WhatIsWrongWith(std::string_view rtf) {
-    const Document document = ReadRtf(rtf);
-    if (!IsValidUtf8(document.text))
-        return "text is no valid UTF-8";
-    if (document.text != PlainText(rtf))
-        return "document and plain text differ";
-    if (std::string wrong = WrongParts(document); !wrong.empty())
-        return wrong;
-    if (PlainText(WriteRtf(document)) != document.text)
-        return "the written text differs";
-    return {};
 }
 
 }  // namespace lore

@@ -18,10 +18,6 @@ std::string Expected(const std::filesystem::path& path, const std::string& actua
 /// All of a document that isn't text, one line a paragraph, run, row, picture and kept group.
 std::string Describe(const Document& document);
 
-/// What must hold for any bytes: the document has the plain text, its parts cover it, and what is written of it reads
-/// as the same text again. Gives what is wrong, or nothing.
-std::string WhatIsWrongWith(std::string_view rtf);
-
 /// A document group around `body`.
 inline std::string Rtf(std::string_view body) {
     return "{\\rtf1\\ansi " + std::string(body) + "}";

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "rtf/rtf.h"
+#include "rtf/rtf_check.h"
 #include "rtf/rtf_files.h"
 
 namespace lore {
@@ -148,6 +149,9 @@ TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
          "b"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83}", "\xEF\xBF\xBD"},
         {"{\\rtf1\\'81\\'8d\\'80}", "\xC2\x81\xC2\x8D\xE2\x82\xAC"},
+        {"{\\rtf1{\\pict\\pc}{\\field{\\*\\fldinst\\ansicpg437\\deff1}}\\'82}", "\xE2\x80\x9A"},
+        {"{\\rtf1{\\pict{\\shppict}}{\\nonshppict a}}", "a"},
+        {"{\\rtf1{\\object{\\upr{a}{\\*\\ud b}}}c}", "c"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(PlainText(c.rtf), c.text) << c.rtf;
