@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "exchange/bring_back.h"
 #include "notes/note_finder.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
@@ -145,7 +146,8 @@ bool WritingCommands::Delete(const LongList& ids) {
     }
     app_.TakeOut(gone);
     KeepsFiles();
-    undoables_.push_back({book.database.guid, std::move(deleted), listed});
+    std::vector<CSource> sources = SourcesOfNotes(deleted.notes, book);
+    undoables_.push_back({book.database.guid, std::move(deleted), listed, std::move(sources)});
     return true;
 }
 
@@ -177,24 +179,41 @@ WritingCommands::NextUndo WritingCommands::WhatToUndo() const {
     return std::holds_alternative<ImportChanges>(last->what) ? NextUndo::Import : NextUndo::Deletion;
 }
 
+bool WritingCommands::UndoDeletion(const Undoable& undoable) {
+    const ReadContext context = app_.Context();
+    DeletedNotes deleted = std::get<DeletedNotes>(undoable.what);
+    IdCounters counters = app_.Counters();
+    if (!BringBackWhatNotesName(deleted.notes, undoable.sources, app_.NoteBook(), counters, world_.faults))
+        return false;
+    app_.StoreCounters(counters);
+    NoteRemoval(app_.NoteBook(), context, world_.faults, &app_.Texts()).RestoreNotes(deleted);
+    app_.Gather(undoable.listed);
+    return true;
+}
+
+bool WritingCommands::UndoImportOf(const Undoable& undoable) {
+    const ReadContext context = app_.Context();
+    IdCounters counters = app_.Counters();
+    const std::optional<size_t> changed = UndoImport(
+        std::get<ImportChanges>(undoable.what), app_.NoteBook(), counters, [&] { app_.StoreCounters(counters); },
+        context, world_.faults, &app_.Texts());
+    if (!changed)
+        return false;
+    app_.ReloadNotes(undoable.listed);
+    if (*changed > 0)
+        world_.prompts.Message(
+            std::to_string(*changed) + " of the imported notes have been changed since, and stay as they are.",
+            "Undo Import", PromptIcon::Information);
+    return true;
+}
+
 void WritingCommands::Undo() {
     const auto last = LastUndoable();
     if (last == undoables_.end())
         return;
-    const ReadContext context = app_.Context();
-    if (const auto* const deleted = std::get_if<DeletedNotes>(&last->what)) {
-        NoteRemoval(app_.NoteBook(), context, world_.faults, &app_.Texts()).RestoreNotes(*deleted);
-        app_.Gather(last->listed);
-    } else {
-        const auto& changes = std::get<ImportChanges>(last->what);
-        const size_t changed = UndoImport(changes, app_.NoteBook(), context, world_.faults, &app_.Texts());
-        app_.ReloadNotes(last->listed);
-        if (changed > 0)
-            world_.prompts.Message(
-                std::to_string(changed) + " of the imported notes have been changed since, and stay as they are.",
-                "Undo Import", PromptIcon::Information);
-    }
-    undoables_.erase(last);
+    // What can't be undone now, told, can be tried again.
+    if (std::holds_alternative<DeletedNotes>(last->what) ? UndoDeletion(*last) : UndoImportOf(*last))
+        undoables_.erase(last);
 }
 
 bool WritingCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {

@@ -91,6 +91,7 @@ private:
         std::string noteBook;  // GUID
         std::variant<DeletedNotes, ImportChanges> what;
         LongList listed;
+        std::vector<CSource> sources = {};  // of deleted notes
     };
     /// Hands faults on to where the user looks.
     struct FaultRelay : FaultNotice {
@@ -103,6 +104,8 @@ private:
     };
     bool Delete(const LongList& ids);
     bool AskTwiceAndDelete(const LongList& ids);
+    bool UndoDeletion(const Undoable& undoable);
+    bool UndoImportOf(const Undoable& undoable);
     void KeepsFiles();
     std::vector<Undoable>::const_iterator LastUndoable() const;
     std::optional<CNote> FindNote(int32_t id);

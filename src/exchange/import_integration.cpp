@@ -15,6 +15,7 @@
 #include "edit/attachment_store.h"
 #include "edit/note_removal.h"
 #include "edit/sync_record.h"
+#include "exchange/bring_back.h"
 #include "exchange/merged_lists.h"
 #include "notes/attachment_kind.h"
 #include "notes/check_note.h"
@@ -247,6 +248,7 @@ private:
                 existing.AddTail(comparison_.Rows()[position].existingID);
         }
         world_.changes->replaced = FindNotes(world_.book.index, existing, world_.context, world_.faults);
+        world_.changes->sources = SourcesOfNotes(world_.changes->replaced, world_.book);
         for (const CNote& note : notes)
             world_.changes->landed.emplace(note.id, FingerprintOf(note));
     }

@@ -7,6 +7,7 @@
 
 #include "edit/attachment_store.h"
 #include "edit/note_removal.h"
+#include "exchange/bring_back.h"
 #include "notes/check_note.h"
 #include "notes/note_file.h"
 #include "notes/note_filing.h"
@@ -48,8 +49,9 @@ size_t FingerprintOf(const CNote& note) {
     return std::hash<std::string>()(NoteFileBytes({&note, 1}));
 }
 
-size_t UndoImport(const ImportChanges& changes, OpenNoteBook& book, const ReadContext& context, FaultNotice& faults,
-                  TextCache* texts) {
+std::optional<size_t> UndoImport(const ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
+                                 const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
+                                 TextCache* texts) {
     size_t changed = 0;
     std::unordered_map<int32_t, CNote> untouched = UntouchedNotes(changes, book, context, faults, changed);
     NoteRemoval removal(book, context, faults, texts);
@@ -63,6 +65,9 @@ size_t UndoImport(const ImportChanges& changes, OpenNoteBook& book, const ReadCo
         successors.push_back(std::move(found->second));
         untouched.erase(found);
     }
+    if (!BringBackWhatNotesName(restored.notes, changes.sources, book, counters, faults))
+        return std::nullopt;
+    store();
     UnfileNotes(book, successors);
     removal.RestoreNotes(restored);
     for (size_t i = 0; i < successors.size(); ++i)

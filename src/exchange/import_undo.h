@@ -1,10 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
 #include "notes/note.h"
+#include "notes/note_book_loader.h"
 #include "notes/open_notebook.h"
 #include "notes/text_cache.h"
 #include "ports/fault_notice.h"
@@ -15,6 +18,7 @@ namespace lore {
 /// What an import has put in the place of what, so that it can be undone.
 struct ImportChanges {
     std::vector<CNote> replaced;                 ///< as their files held them
+    std::vector<CSource> sources;                ///< those of the replaced notes
     std::unordered_map<int32_t, size_t> landed;  ///< FingerprintOf the notes that came in, by id
 };
 
@@ -23,8 +27,10 @@ size_t FingerprintOf(const CNote& note);
 
 /// Undoes an import: takes the notes out that came in, and puts those back that they replaced, with their files. Notes
 /// that were changed since, or deleted, stay as they are, and so do sources and categories that came along. Gives how
-/// many were changed. `texts` may be null.
-size_t UndoImport(const ImportChanges& changes, OpenNoteBook& book, const ReadContext& context, FaultNotice& faults,
-                  TextCache* texts);
+/// many were changed; nothing, told, if what the replaced notes name can't be brought back: then all is as it was.
+/// `counters` are raised by what is given out, `store` is called behind that. `texts` may be null.
+std::optional<size_t> UndoImport(const ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
+                                 const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
+                                 TextCache* texts);
 
 }  // namespace lore

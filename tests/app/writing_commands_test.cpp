@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "app/category_editing.h"
 #include "notes/note_builder.h"
+#include "sources/source_editor.h"
 #include "support/memory_store.h"
 #include "support/scripted_ports.h"
 
@@ -143,6 +145,63 @@ TEST_F(WritingCommandsTest, DeletingTheListAsksTwiceAndComesBackWithUndo) {
     EXPECT_EQ(app.NotesPane(), "Notes:    3");
     EXPECT_EQ(commands.WhatToUndo(), WritingCommands::NextUndo::None);
     EXPECT_FALSE(commands.DeleteNote(99));
+}
+
+/// What a note names may be gone, or be something else, by the time that it comes back.
+TEST_F(WritingCommandsTest, ADeletedNoteComesBackToItsOwnSourceAndCategories) {
+    const auto addSource = [this](const std::string& title) {
+        SourceEditor editor = SourceEditor::ForNew(commands.Sources());
+        editor.SetField(0, title);
+        CAuthor author;
+        author.last = title + " Author";
+        editor.Authors().Append(*editor.Authors().AddNew(author));
+        EXPECT_TRUE(editor.Save());
+        return editor.Working().SourceID;
+    };
+    const auto addCategory = [this](const std::string& name) {
+        CategoryEditing editing(app, commands);
+        prompts.texts = {name};
+        const int32_t id = *editing.Model().CreateRoot();
+        EXPECT_TRUE(editing.Save());
+        return id;
+    };
+    const int32_t source = addSource("Lamps"), renamed = addCategory("Sea"), gone = addCategory("Sky");
+    EditNoteSession session = *commands.EditNote(2);
+    session.note.sources = {source};
+    session.note.categories[0] = PathOf({{renamed, "Sea"}});
+    session.note.categories[1] = PathOf({{gone, "Sky"}});
+    Write(std::move(session), "of the sea");
+    prompts.answers = {PromptAnswer::Yes};
+    ASSERT_TRUE(commands.DeleteNote(2));
+
+    ASSERT_TRUE(commands.Sources().Remove(source));
+    ASSERT_EQ(addSource("Another"), source) << "the id is given out again";
+    {
+        CategoryEditing editing(app, commands);
+        prompts.texts = {"Ocean"};
+        ASSERT_TRUE(editing.Model().RenameCategory(renamed));
+        prompts.answers = {PromptAnswer::Yes};
+        ASSERT_TRUE(editing.Model().DeleteCategory(gone));
+        ASSERT_TRUE(editing.Save());
+    }
+    commands.Undo();
+    for (const bool again : {false, true}) {
+        const OpenNoteBook& book = app.NoteBook();
+        const CNote note = commands.EditNote(2)->note;
+        ASSERT_EQ(note.sources.Count(), 1u);
+        const CSource* const back = book.sources.FindSourceByID(note.sources[0]);
+        ASSERT_NE(back, nullptr);
+        EXPECT_THAT(back->FormattedText, HasSubstr("Lamps Author")) << again;
+        EXPECT_TRUE(back->NoteIDs.Contains(2));
+        EXPECT_TRUE(book.sources.FindSourceByID(source)->NoteIDs.IsEmpty());
+        EXPECT_EQ(note.categories[0].name, "Ocean");
+        EXPECT_TRUE(book.categories.FindByID(renamed)->HasNote(2, 1));
+        const CProCategoryTree* const sky = book.categories.FindRootByName("Sky");
+        ASSERT_NE(sky, nullptr);
+        EXPECT_TRUE(sky->HasNote(2, 2));
+        app.ReloadNotes({});
+    }
+    EXPECT_TRUE(faults.faults.empty());
 }
 
 TEST_F(WritingCommandsTest, TheRichestFormOfAClipboardIsTaken) {

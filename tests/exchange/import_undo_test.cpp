@@ -39,7 +39,10 @@ protected:
         }
         return files;
     }
-    size_t Undo() { return UndoImport(changes_, to_.book, to_.world.context, to_.faults, nullptr); }
+    size_t Undo() {
+        return *UndoImport(
+            changes_, to_.book, to_.counters, [] {}, to_.world.context, to_.faults, nullptr);
+    }
     CNote Find(const std::string& guid) {
         for (CNote& note : to_.Notes()) {
             if (note.guid == guid)
