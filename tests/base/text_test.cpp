@@ -43,10 +43,79 @@ TEST(Text, LosesNothingInEitherDirection) {
     }
 }
 
+TEST(Text, WritesAndReadsUtf8AtEachOfItsBorders) {
+    const std::pair<char32_t, std::string> borders[] = {{0x7F, "\x7F"},
+                                                        {0x80, "\xC2\x80"},
+                                                        {0x7FF, "\xDF\xBF"},
+                                                        {0x800, "\xE0\xA0\x80"},
+                                                        {0xD7FF, "\xED\x9F\xBF"},
+                                                        {0xE000, "\xEE\x80\x80"},
+                                                        {0xFFFF, "\xEF\xBF\xBF"},
+                                                        {0x10000, "\xF0\x90\x80\x80"},
+                                                        {0x3FFFF, "\xF0\xBF\xBF\xBF"},
+                                                        {0x40000, "\xF1\x80\x80\x80"},
+                                                        {0x10FFFF, "\xF4\x8F\xBF\xBF"}};
+    for (const auto& [character, bytes] : borders) {
+        EXPECT_EQ(CodePointsToUtf8(std::u32string(1, character)), bytes);
+        EXPECT_EQ(Utf8ToCodePoints(bytes), std::u32string(1, character)) << bytes;
+        EXPECT_TRUE(IsValidUtf8("a long line of ASCII " + bytes));
+        EXPECT_EQ(FromUtf8(bytes), bytes) << bytes;
+        EXPECT_FALSE(bytes.size() > 1 && IsValidUtf8(bytes.substr(0, bytes.size() - 1))) << bytes;
+    }
+    for (const char32_t none : {0xD800, 0xDFFF, 0x110000})
+        EXPECT_EQ(CodePointsToUtf8(std::u32string(1, none)), "\xEF\xBF\xBD");
+    const std::string broken[] = {"\xC1\xBF",
+                                  "\xE0\x9F\xBF",
+                                  "\xF0\x8F\xBF\xBF",
+                                  "\xED\xA0\x80",
+                                  "\xED\xBF\xBF",
+                                  "\xF4\x90\x80\x80",
+                                  "\xF5\x80\x80\x80",
+                                  "\x80",
+                                  "\xBF",
+                                  "\xC3",
+                                  "\xE3\x81z",
+                                  "\xF0\x9F\x97\xC0"};
+    for (const std::string& bytes : broken)
+        EXPECT_FALSE(IsValidUtf8("seven + " + bytes)) << bytes;
+    // Each byte that is none is a character of its own, and what follows is read on.
+    EXPECT_EQ(Utf8ToCodePoints("a\xE3\x81z"), U"a\uFFFD\uFFFDz");
+}
+
+TEST(Text, ReadsNumbersAsFarAsTheyGo) {
+    const std::pair<const char*, int> whole[] = {{"12", 12},
+                                                 {" \t\n-7x", -7},
+                                                 {"+5", 5},
+                                                 {"+-5", 0},
+                                                 {"--5", 0},
+                                                 {"", 0},
+                                                 {"x1", 0},
+                                                 {"000000", 0},
+                                                 {"-0012.9", -12},
+                                                 {"/1", 0},
+                                                 {"1:", 1},
+                                                 {"2147483647", 2147483647},
+                                                 {"2147483648", 2147483647},
+                                                 {"-2147483648", -2147483647 - 1},
+                                                 {"-99999999999999999999999", -2147483647 - 1},
+                                                 {"99999999999999999999999", 2147483647}};
+    for (const auto& [text, value] : whole)
+        EXPECT_EQ(ParseInt(text), value) << text;
+    const std::pair<const char*, double> real[] = {{"1.5", 1.5}, {" +2.25e1x", 22.5}, {"-.5", -0.5}, {"-", 0}, {"", 0},
+                                                   {"nan", 0},   {"-inf", 0},         {"1,5", 1},    {"-x", 0}};
+    for (const auto& [text, value] : real)
+        EXPECT_EQ(ParseDouble(text), value) << text;
+}
+
 TEST(Text, LowersAllLettersOfTheCharacterSet) {
     EXPECT_EQ(ToLower("\xC4\xD6\x8A\x9F ABC \xD7"), "\xE4\xF6\x9A\xFF abc \xD7");
     EXPECT_EQ(ToLower("\xC3\x84\xD0\x96"), "\xC3\xA4\xD0\xB6");
     EXPECT_EQ(ToUpper("\xFF\xDF\xE4\x83"), "\x9F\xDF\xC4\x83") << "a letter without a partner in the set stays";
+    EXPECT_EQ(ToLower("@AMZ[`az{"), "@amz[`az{");
+    EXPECT_EQ(ToLower("\xC3\x84"
+                      "AZ\xF0\x90\x90\x80"),
+              "\xC3\xA4"
+              "az\xF0\x90\x90\xA8");
     EXPECT_LT(CompareNoCase("apple", "Banana"), 0);
     EXPECT_TRUE(EqualNoCase("\xC4hre", "\xE4HRE"));
 }
@@ -75,6 +144,11 @@ TEST(Text, CutsPathsAtBothSeparators) {
     EXPECT_EQ(FileExtension("a.b/c"), "");
     EXPECT_EQ(FileExtension("Notes.tar.GZ"), "GZ");
     EXPECT_EQ(Trim(" \t a b \r\n"), "a b");
+    EXPECT_EQ(Trim("\v\f"), "");
+    EXPECT_EQ(TrimLeft(" a "), "a ");
+    EXPECT_EQ(TrimRight(" a "), " a");
+    EXPECT_EQ(ReplaceAll("aXXbX", "X", "XX"), "aXXXXbXX");
+    EXPECT_EQ(ReplaceAll("aaa", "aa", "b"), "ba");
     EXPECT_EQ(CleanText(std::string("a\0b\x1A"
                                     "c",
                                     5)),
