@@ -10,6 +10,7 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "base/dat_files.h"
 #include "base/file_number.h"
 
 namespace lore {
@@ -128,15 +129,28 @@ FileResult RemoveFile(const std::filesystem::path& path) {
     return errno == ENOENT ? FileResult{} : LastError();
 }
 
-std::vector<std::string> ListDatFiles(const std::filesystem::path& folder) {
-    std::vector<std::string> names;
+FileResult ReadDatFiles(const std::filesystem::path& folder, std::vector<std::string>& names) {
+    names.clear();
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
-    while (const dirent* const entry = entries ? ::readdir(entries.get()) : nullptr) {
+    if (!entries)
+        return LastError();
+    errno = 0;
+    while (const dirent* const entry = ::readdir(entries.get())) {
         const std::string_view name = entry->d_name;
         if (name.ends_with("dat") && !IsFolder(*entry, folder))
             names.emplace_back(name);
+        errno = 0;
     }
+    const FileResult result{errno};
+    if (!result.Ok())
+        names.clear();
     std::sort(names.begin(), names.end());
+    return result;
+}
+
+std::vector<std::string> ListDatFiles(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    ReadDatFiles(folder, names);
     return names;
 }
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <new>
 
 #include "base/text.h"
 #include "cli/command.h"
@@ -46,7 +47,8 @@ int Finish(ExitStatus status, const PrintedFaults& faults) {
         PrintError("standard output could not be written");
         status = ExitStatus::Fault;
     }
-    if (status == ExitStatus::Done && faults.Any())
+    // What could not be read may be what was not found.
+    if ((status == ExitStatus::Done || status == ExitStatus::NothingFound) && faults.Any())
         status = ExitStatus::Fault;
     return static_cast<int>(status);
 }
@@ -78,7 +80,7 @@ bool ParseDateArgument(const std::string& text, DateTime& date) {
     return date.IsValid();
 }
 
-int RunCommandLine(int argc, char** argv) {
+int RunCommandLine(int argc, char** argv) try {
     CLI::App app("Lorebinder on the command line: research notes, their sources, categories and calendar");
     app.name("lorebinder-cli");
     app.set_version_flag("--version", "Lorebinder 1.56, data version 11.56");
@@ -97,6 +99,9 @@ int RunCommandLine(int argc, char** argv) {
         std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });
     Session session(options);
     return Finish((*chosen)->Run(session), session.Faults());
+} catch (const std::bad_alloc&) {
+    PrintError("there is not enough memory for this command");
+    return static_cast<int>(ExitStatus::Fault);
 }
 
 }  // namespace lore

@@ -73,7 +73,8 @@ std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, Note
     options.mode = LoadMode::ReadOnly;
     options.texts = texts;
     options.keepHeads = keepHeads;
-    return LoadNoteBook(book, counters, context_, faults_, options);
+    LoadReport report = LoadNoteBook(book, counters, context_, faults_, options);
+    return report.listed ? std::optional(std::move(report)) : std::nullopt;
 }
 
 IdCounters Session::Counters() const {
@@ -106,7 +107,10 @@ bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status) {
     book.paths = NoteBookPaths(data_, database->folder);
     CleanNoteFiles(book.paths, faults_, nullptr);
     IdCounters counters = Counters();
-    LoadNoteBook(book, counters, context_, faults_, {});
+    if (!LoadNoteBook(book, counters, context_, faults_, {}).listed) {
+        status = ExitStatus::Fault;
+        return false;
+    }
     StoreCounters(counters);
     return true;
 }

@@ -46,7 +46,7 @@ public:
 
     /// The NoteBook that --notebook or the settings name. Nothing, told on standard error, if there is none.
     std::optional<CDatabase> NoteBook();
-    /// Reads that NoteBook without changing a byte.
+    /// Reads that NoteBook without changing a byte. Nothing, told, if there is none or its notes can't be listed.
     std::optional<LoadReport> Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts = nullptr);
 
     /// The last ids given out, and how a command that gave out more stores them, with the identity of the installation.

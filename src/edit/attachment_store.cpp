@@ -68,6 +68,15 @@ std::string StoredAttachmentName(int number, std::string_view extension) {
     return digits + std::string(extension);
 }
 
+std::string NextAttachmentName(const std::filesystem::path& folder, int& number, std::string_view extension) {
+    std::string name;
+    std::error_code missing;
+    do
+        name = StoredAttachmentName(++number, extension);
+    while (std::filesystem::exists(std::filesystem::symlink_status(folder / name, missing)));
+    return name;
+}
+
 int HighestAttachmentNumber(const std::filesystem::path& folder) {
     return std::max(HighestNumberIn(folder), HighestNumberIn(folder.parent_path() / kKeptFilesName));
 }
@@ -82,8 +91,8 @@ size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const st
         if (!IsNew(attachment))
             continue;
         CAttachment& record = attachment.record;
-        const std::string name = StoredAttachmentName(
-            ++number, attachment.bitmap.empty() ? FileExtension(record.sourceFile) : std::string_view("bmp"));
+        const std::string name = NextAttachmentName(
+            folder, number, attachment.bitmap.empty() ? FileExtension(record.sourceFile) : std::string_view("bmp"));
         const FileResult result = CopyIn(attachment, folder / name);
         TellFailedWrite(faults, "A file could not be attached; saving the note again tries once more",
                         attachment.bitmap.empty() ? std::filesystem::path(record.sourceFile) : folder / name, result);

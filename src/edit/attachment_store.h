@@ -22,6 +22,9 @@ std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& 
 /// The next free stored name: "0000012.pdf" for the number 12 and a source that ends in "pdf"; the extension keeps its
 /// case, and without one the name ends in the point.
 std::string StoredAttachmentName(int number, std::string_view extension);
+/// The stored name with the next number that no file of the folder has in this name; `number` moves on to it. A folder
+/// that can't be listed has given too low a number, and no file may be replaced.
+std::string NextAttachmentName(const std::filesystem::path& folder, int& number, std::string_view extension);
 /// The folder beside a NoteBook's attachments where files of deleted notes wait. On disk; never change.
 inline constexpr char kKeptFilesName[] = "Deleted";
 /// The largest number that the names in an attachment folder begin with, and those of files that may come back to it; 0

@@ -43,6 +43,8 @@ std::vector<Repair> Repairer::Run() {
     LoadOptions options;
     options.keepHeads = true;
     const LoadReport report = LoadNoteBook(book_, counters_, context_, faults_, options);
+    if (!report.listed)
+        return {};
     MendFiles();
     RestoreCategories(report);
     MoveNotesHome(report);
@@ -68,7 +70,7 @@ bool Repairer::KeepOnce(const std::string& path) {
 
 /// Files that break off, and files with copies of notes that another file shows.
 void Repairer::MendFiles() {
-    for (const std::filesystem::path& file : NoteFilesOf(book_.paths.Notes())) {
+    for (const std::filesystem::path& file : NoteFilesOf(book_.paths.Notes(), faults_)) {
         const NoteStore::Mending mending = NoteStore(book_, context_, faults_, nullptr).MendFile(file.string(), [&] {
             return KeepOnce(file.string());
         });

@@ -77,7 +77,7 @@ private:
 
     /// One that can't be copied keeps its path: the next save of its note tries again.
     void CopyAdded(CAttachment& attachment) {
-        const std::string name = StoredAttachmentName(++number_, FileExtension(attachment.sourceFile));
+        const std::string name = NextAttachmentName(folder_, number_, FileExtension(attachment.sourceFile));
         const FileResult result = CopyFileAtomically(attachment.sourceFile, folder_ / name);
         TellFailedWrite(faults_, "A file could not be attached; saving its note tries once more", attachment.sourceFile,
                         result);
@@ -95,7 +95,7 @@ private:
             return false;
         }
         const std::string_view ending = FileExtension(oldName);
-        const std::string name = StoredAttachmentName(++number_, ending.size() > kLongestEnding ? "" : ending);
+        const std::string name = NextAttachmentName(folder_, number_, ending.size() > kLongestEnding ? "" : ending);
         const std::filesystem::path target = folder_ / name, temporary = TemporaryName(target);
         ArchiveResult result = item->size > room_
                                    ? ArchiveResult::Failure("the notes name the files of the archive too often")

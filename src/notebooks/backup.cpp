@@ -68,8 +68,10 @@ int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std:
     IdCounters counters;
     LoadOptions options;
     options.mode = LoadMode::ReadOnly;
-    LoadNoteBook(book, counters, world.context, world.faults, options);
+    const bool listed = LoadNoteBook(book, counters, world.context, world.faults, options).listed;
     world.progress.HideStandBy();
+    if (!listed)
+        return 0;
     const ExportWorld exportWorld{book, world.data, world.context, world.prompts, world.progress, world.faults};
     RepeatedGuids guids(*world.context.guids);
     const ReadContext context{world.context.now, world.context.nowUtc, &guids};

@@ -28,7 +28,7 @@ bool AttachmentCopies::CopyFilesOf(CNote& note) {
         if (attachment.type == kWebLink || name.empty())
             continue;
         const std::string_view ending = FileExtension(name);
-        attachment.storedFile = StoredAttachmentName(++number_, ending.size() > kLongestEnding ? "" : ending);
+        attachment.storedFile = NextAttachmentName(to_, number_, ending.size() > kLongestEnding ? "" : ending);
         const FileResult copied = CopyFileAtomically(from_ / name, to_ / attachment.storedFile);
         if (copied.Ok())
             continue;

@@ -149,7 +149,7 @@ bool Upgrade::IsOccupied() const {
         if (!it->is_directory(ignored) && !IsFromOpening(it->path()))
             return true;
     }
-    return false;
+    return error && error != std::errc::no_such_file_or_directory;
 }
 
 bool Upgrade::Bring(const OldFile& file) {

@@ -61,9 +61,12 @@ CProCategoryList CategoryConversion::Finish() {
 
 bool ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const ReadContext& context,
                        FaultNotice& faults) {
+    std::vector<std::filesystem::path> files;
+    if (!ListNoteFiles(paths.Notes(), faults, files))
+        return false;
     CategoryConversion conversion(maxCategoryID);
     bool written = true;
-    for (const std::filesystem::path& file : NoteFilesOf(paths.Notes()))
+    for (const std::filesystem::path& file : files)
         written = ConvertFile(conversion, file, context, faults) && written;
     conversion.MergeEmptyCategories(paths, faults);
     const FileResult result = conversion.Finish().Save(paths.Categories());

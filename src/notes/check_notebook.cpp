@@ -96,6 +96,7 @@ void NoteBookCheck::ReadKnownThings() {
         if (!entry.is_directory(error))
             known_.attachments.insert(entry.path().filename().string());
     }
+    TellFailedRead(faults_, "The folder of the attachments could not be read", paths_.Attachments(), {error.value()});
 }
 
 void NoteBookCheck::ReadCategories() {
@@ -172,7 +173,7 @@ void NoteBookCheck::CheckAttachmentFolder() {
 
 std::vector<Finding> NoteBookCheck::Run() {
     ReadKnownThings();
-    files_ = NoteFilesOf(paths_.Notes());
+    files_ = NoteFilesOf(paths_.Notes(), faults_);
     checked_.resize(files_.size());
     WalkNoteFiles(
         files_, context_, kReadThreads, [this](size_t file, NoteFileReader& reader) { CheckNoteFile(file, reader); },

@@ -76,7 +76,7 @@ LoadReport Loader::Run() {
     if (IsFull())
         CreateNoteBookFolders(book_.paths);
     ResetBook();
-    files_ = NoteFilesOf(book_.paths.Notes());
+    report_.listed = ListNoteFiles(book_.paths.Notes(), faults_, files_);
     for (const std::filesystem::path& file : files_)
         report_.files.push_back(file.filename().string());
     ReadLists();
@@ -91,7 +91,7 @@ LoadReport Loader::Run() {
         TakeHeads();
     if (options_.texts)
         options_.texts->Finish(report_.shown);
-    if (IsFull()) {
+    if (IsFull() && report_.listed) {
         WriteBack();
         MoveCountersOn();
     }
@@ -140,7 +140,7 @@ void Loader::ReadLists() {
 
 void Loader::ReadCategories() {
     report_.converted = NeedsCategoryConversion(book_.paths);
-    if (report_.converted && IsFull())
+    if (report_.converted && IsFull() && report_.listed)
         ConvertCategories(book_.paths, counters_.MaxCategoryID, context_, faults_);
     if (report_.converted && !IsFull())
         return;  // the forest comes with the notes

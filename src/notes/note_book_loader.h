@@ -67,6 +67,7 @@ struct LoadReport {
     std::vector<std::string> files;  ///< names of all note files in byte order, the order of reading
     std::vector<ShownNote> shown;    ///< the notes in loading order: file by file, in file order
     std::vector<CNote> heads;        ///< the same notes without their texts, if asked for
+    bool listed = true;              ///< false if the folder of the notes couldn't be read: none shows, none is lost
     bool converted = false;          ///< there was no Categories.dat, the forest was built from the notes
 };
 

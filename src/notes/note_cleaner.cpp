@@ -47,7 +47,7 @@ void CleanFile(const std::filesystem::path& file, FaultNotice& faults) {
 void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* progress) {
     if (progress)
         progress->ShowStandBy("Cleaning up note files....");
-    for (const std::filesystem::path& file : NoteFilesOf(paths.Notes()))
+    for (const std::filesystem::path& file : NoteFilesOf(paths.Notes(), faults))
         CleanFile(file, faults);
     if (progress)
         progress->HideStandBy();

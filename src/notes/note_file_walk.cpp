@@ -8,6 +8,9 @@
 #include <system_error>
 #include <thread>
 
+#include "base/dat_files.h"
+#include "notes/file_faults.h"
+
 namespace lore {
 
 namespace {
@@ -93,10 +96,20 @@ void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadCo
     tellReady(true);
 }
 
-std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder) {
-    std::vector<std::filesystem::path> files;
-    for (const std::string& name : ListDatFiles(notesFolder))
+bool ListNoteFiles(const std::filesystem::path& notesFolder, FaultNotice& faults,
+                   std::vector<std::filesystem::path>& files) {
+    std::vector<std::string> names;
+    const FileResult result = ReadDatFiles(notesFolder, names);
+    TellFailedRead(faults, "The folder of the notes could not be read", notesFolder, result);
+    files.clear();
+    for (const std::string& name : names)
         files.push_back(notesFolder / name);
+    return result.Ok() || result.Missing();
+}
+
+std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder, FaultNotice& faults) {
+    std::vector<std::filesystem::path> files;
+    ListNoteFiles(notesFolder, faults, files);
     return files;
 }
 

@@ -7,6 +7,7 @@
 
 #include "base/file_io.h"
 #include "notes/note_file.h"
+#include "ports/fault_notice.h"
 #include "ports/read_context.h"
 
 namespace lore {
@@ -22,8 +23,12 @@ using NoteFileDone = std::function<void(size_t file, const FileResult& result)>;
 void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
                    const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop = {});
 
-/// The full paths of the note files of a folder, by name in byte order.
-std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder);
+/// The full paths of the note files of a folder, by name in byte order. False, told, and none if the folder is there
+/// and can't be read: who writes must not take it for an empty one.
+bool ListNoteFiles(const std::filesystem::path& notesFolder, FaultNotice& faults,
+                   std::vector<std::filesystem::path>& files);
+/// The same for those who only have less to do or to show then.
+std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder, FaultNotice& faults);
 
 /// True for a note that stands in the file that its first source or its creation day names.
 bool IsAtHome(const CNote& note, const std::filesystem::path& file);

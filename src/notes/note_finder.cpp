@@ -65,7 +65,7 @@ std::vector<CNote> ShownNotesOf(NoteFileReader& reader, const std::filesystem::p
 template <typename Part, typename MakePart, typename Take>
 void ForShownNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
                    MakePart makePart, Take take) {
-    const std::vector<std::filesystem::path> files = NoteFilesOf(notesFolder);
+    const std::vector<std::filesystem::path> files = NoteFilesOf(notesFolder, faults);
     std::vector<std::vector<std::pair<NoteCopy, Part>>> parts(files.size());
     WalkNoteFiles(
         files, context, kReadThreads,

@@ -5,7 +5,9 @@
 #include <thread>
 #include <utility>
 
+#include "base/dat_files.h"
 #include "base/id_marks.h"
+#include "notes/file_faults.h"
 #include "notes/note_copies.h"
 #include "notes/note_file.h"
 #include "notes/search_prefilter.h"
@@ -165,7 +167,9 @@ std::vector<SearchResult> SearchDatabase(const std::filesystem::path& notesFolde
                                          const SearchOptions& options, const ReadContext& context,
                                          FaultNotice& faults) {
     const auto pathOf = [&notesFolder](const std::string& name) { return notesFolder / name; };
-    return Search(ListDatFiles(notesFolder), pathOf, matcher, options, context, faults);
+    std::vector<std::string> names;
+    TellFailedRead(faults, "The folder of the notes could not be read", notesFolder, ReadDatFiles(notesFolder, names));
+    return Search(names, pathOf, matcher, options, context, faults);
 }
 
 }  // namespace lore

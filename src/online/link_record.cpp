@@ -60,7 +60,7 @@ CSyncInfo RecordOf(const CNote& note, const std::string& file, const DateTime& c
 }
 
 void AddMissingNotes(const OnlineWorld& world) {
-    const std::vector<std::filesystem::path> files = NoteFilesOf(world.book.paths.Notes());
+    const std::vector<std::filesystem::path> files = NoteFilesOf(world.book.paths.Notes(), world.faults);
     std::vector<std::vector<CSyncInfo>> found(files.size());
     world.progress.SetRange(0, static_cast<int>(files.size()));
     WalkNoteFiles(

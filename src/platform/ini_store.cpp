@@ -3,6 +3,8 @@
 #include <QSettings>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <new>
+#include <unistd.h>
 
 #include "base/file_io.h"
 #include "base/text.h"
@@ -43,7 +45,7 @@ void IniStore::Set(const std::string& section, const std::string& key, const std
 bool IniStore::WithChanges(std::string& bytes) const {
     const QTemporaryDir folder;
     const QString copy = folder.filePath("settings.ini");
-    const std::string path = copy.toStdString();
+    const std::string path = copy.toStdString(), lock = path + ".lock";
     const FileResult read = ReadFile(file_, bytes);
     if (!folder.isValid() || (!read.Ok() && !read.Missing()) || (read.Ok() && !WriteFileAtomically(path, bytes).Ok()))
         return false;
@@ -51,7 +53,13 @@ bool IniStore::WithChanges(std::string& bytes) const {
         QSettings settings(copy, QSettings::IniFormat);
         for (const auto& [place, value] : changes_)
             settings.setValue(KeyOf(place.first, place.second), QString::fromStdString(ToUtf8(value)));
-        settings.sync();
+        try {
+            settings.sync();
+        } catch (const std::bad_alloc&) {
+            // Its lock has been left behind, and its own end would wait for that without end.
+            ::unlink(lock.c_str());
+            throw;
+        }
         if (settings.status() != QSettings::NoError)
             return false;
     }

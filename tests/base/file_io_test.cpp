@@ -6,6 +6,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "base/dat_files.h"
+
 namespace lore {
 namespace {
 
@@ -105,7 +107,10 @@ TEST_F(FileIo, ListsFilesThatEndInDatInByteOrder) {
     std::filesystem::create_symlink("folder.dat", folder_ / "link to folder.dat");
     std::filesystem::create_symlink("b.dat", folder_ / "link.dat");
     EXPECT_EQ(ListDatFiles(folder_), (std::vector<std::string>{".hidden.dat", "A.dat", "b.dat", "link.dat", "xdat"}));
-    EXPECT_TRUE(ListDatFiles(folder_ / "none").empty());
+    std::vector<std::string> names{"old"};
+    EXPECT_TRUE(ReadDatFiles(folder_ / "none", names).Missing());
+    EXPECT_TRUE(names.empty());
+    EXPECT_EQ(ReadDatFiles(folder_ / std::string(300, 'x'), names).error, ENAMETOOLONG);
     std::string bytes;
     EXPECT_TRUE(ReadFile(folder_ / "none", bytes).Missing());
     EXPECT_FALSE(ReadFile(folder_, bytes).Ok()) << "a folder is no file";

@@ -109,6 +109,32 @@ class Writing(unittest.TestCase):
                 self.assertIn(words, self.run_cli(*args, status=status).stderr)
                 self.assertEqual(self.run_cli("--json", "notes").stdout, before)
 
+    def test_a_folder_of_notes_that_cannot_be_read_is_not_an_empty_notebook(self):
+        note, backup, added = self.add("Kept"), self.top / "old.lbe", self.file("new.txt", "New")
+        self.run_cli("backup", "--out", backup)
+        notes, kept = self.book / "Notes", self.top / "kept"
+        notes.rename(kept)
+        notes.symlink_to(notes)
+        before = (self.book / "Categories.dat").read_bytes(), backup.read_bytes()
+        for args in (["notes"], ["note", note], ["search", "Kept"], ["keywords"], ["check"], ["add", added],
+                     ["edit", note, "--keywords", "k"], ["delete", note], ["check", "--repair"], ["backup", "--out", backup],
+                     ["export", "--out", backup]):
+            said = self.run_cli(*args, status=3).stderr.decode()
+            self.assertIn("could not be", said, args)
+        self.assertEqual(((self.book / "Categories.dat").read_bytes(), backup.read_bytes()), before)
+        notes.unlink()
+        kept.rename(notes)
+        self.assertEqual(self.run_cli("note", note, "--text").stdout.strip(), b"Kept")
+
+    def test_an_attachment_never_takes_the_place_of_a_file(self):
+        note = self.add("One")
+        attachments = self.book / "Attachments"
+        self.run_cli("edit", note, "--attach", self.file("a.txt", "first"))
+        # A number beyond the highest isn't counted; the name that would come next is taken.
+        (attachments / "0000002.txt").symlink_to("gone")
+        self.run_cli("edit", note, "--attach", self.file("b.txt", "second"))
+        self.assertEqual(sorted(one.read_text() for one in attachments.iterdir() if one.exists()), ["first", "second"])
+
     def test_a_damaged_list_is_kept_beside_before_sources_are_added(self):
         file = self.file("s.json", json.dumps({"sources": [{"FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"]}]}))
         self.json("source", "add", "--file", file)

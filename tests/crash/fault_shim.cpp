@@ -3,6 +3,7 @@
 //
 //   LORE_FAULT_UNDER    the folder
 //   LORE_FAULT_LOG      file that gets a line for each call: name, path, second path
+//   LORE_FAULT_BYTES    the log also gets the place and the bytes of each write, and whether a file is emptied
 //   LORE_FAULT_AT       number of the call, from 1; none: only log
 //   LORE_FAULT          KILL, or the number of an error
 //   LORE_FAULT_LASTING  every call from that one on fails
@@ -34,6 +35,7 @@ struct Orders {
     long at = std::atol(Env("LORE_FAULT_AT"));
     std::string fault = Env("LORE_FAULT");
     bool lasting = *Env("LORE_FAULT_LASTING") != '\0';
+    bool bytes = *Env("LORE_FAULT_BYTES") != '\0';
 };
 
 const Orders& TheOrders() {
@@ -87,6 +89,39 @@ bool Strikes(const char* name, const std::string& path, const std::string& secon
     return true;
 }
 
+/// The place and the bytes of a write as they stand in the log; nothing unless they are asked for.
+std::string Written(off64_t at, const void* bytes, size_t count) {
+    if (!TheOrders().bytes)
+        return {};
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string text = std::to_string(at) + "\t";
+    for (size_t i = 0; i < count; ++i) {
+        const unsigned char byte = static_cast<const unsigned char*>(bytes)[i];
+        text += {kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return text;
+}
+
+/// Where the next write of a file lands.
+off64_t PlaceOf(int number) {
+    const int flags = ::fcntl(number, F_GETFL);
+    struct stat info = {};
+    if (flags >= 0 && (flags & O_APPEND) != 0 && ::fstat(number, &info) == 0)
+        return info.st_size;
+    return ::lseek64(number, 0, SEEK_CUR);
+}
+
+std::string Joined(const struct iovec* parts, int count) {
+    std::string bytes;
+    for (int i = 0; i < count; ++i)
+        bytes.append(static_cast<const char*>(parts[i].iov_base), parts[i].iov_len);
+    return bytes;
+}
+
+std::string Emptied(bool isEmptied) {
+    return TheOrders().bytes && isEmptied ? "emptied" : "";
+}
+
 mode_t ModeOf(int flags, va_list list) {
     return (flags & (O_CREAT | O_TMPFILE)) != 0 ? static_cast<mode_t>(va_arg(list, int)) : 0;
 }
@@ -101,22 +136,35 @@ extern "C" {
 
 ssize_t write(int number, const void* bytes, size_t count) {
     static const auto real = Real<ssize_t (*)(int, const void*, size_t)>("write");
-    return Strikes("write", PathOf(number)) ? -1 : real(number, bytes, count);
+    return Strikes("write", PathOf(number), Written(PlaceOf(number), bytes, count)) ? -1 : real(number, bytes, count);
 }
 
 ssize_t pwrite64(int number, const void* bytes, size_t count, off64_t at) {
     static const auto real = Real<ssize_t (*)(int, const void*, size_t, off64_t)>("pwrite64");
-    return Strikes("write", PathOf(number)) ? -1 : real(number, bytes, count, at);
+    return Strikes("write", PathOf(number), Written(at, bytes, count)) ? -1 : real(number, bytes, count, at);
+}
+
+ssize_t pwrite(int number, const void* bytes, size_t count, off_t at) {
+    static const auto real = Real<ssize_t (*)(int, const void*, size_t, off_t)>("pwrite");
+    return Strikes("write", PathOf(number), Written(at, bytes, count)) ? -1 : real(number, bytes, count, at);
 }
 
 ssize_t writev(int number, const struct iovec* parts, int count) {
     static const auto real = Real<ssize_t (*)(int, const struct iovec*, int)>("writev");
-    return Strikes("write", PathOf(number)) ? -1 : real(number, parts, count);
+    const std::string bytes = Joined(parts, count);
+    return Strikes("write", PathOf(number), Written(PlaceOf(number), bytes.data(), bytes.size()))
+               ? -1
+               : real(number, parts, count);
 }
 
 int ftruncate64(int number, off64_t length) {
     static const auto real = Real<int (*)(int, off64_t)>("ftruncate64");
-    return Strikes("write", PathOf(number)) ? -1 : real(number, length);
+    return Strikes("truncate", PathOf(number), std::to_string(length)) ? -1 : real(number, length);
+}
+
+int ftruncate(int number, off_t length) {
+    static const auto real = Real<int (*)(int, off_t)>("ftruncate");
+    return Strikes("truncate", PathOf(number), std::to_string(length)) ? -1 : real(number, length);
 }
 
 int fsync(int number) {
@@ -154,6 +202,11 @@ int unlink(const char* path) {
     return Strikes("unlink", Absolute(path)) ? -1 : real(path);
 }
 
+int rmdir(const char* path) {
+    static const auto real = Real<int (*)(const char*)>("rmdir");
+    return Strikes("unlink", Absolute(path)) ? -1 : real(path);
+}
+
 int remove(const char* path) {
     static const auto real = Real<int (*)(const char*)>("remove");
     return Strikes("unlink", Absolute(path)) ? -1 : real(path);
@@ -176,7 +229,9 @@ int open(const char* path, int flags, ...) {
     va_start(list, flags);
     const mode_t mode = ModeOf(flags, list);
     va_end(list);
-    return Changes(flags) && Strikes("create", Absolute(path)) ? -1 : real(path, flags, mode);
+    return Changes(flags) && Strikes("create", Absolute(path), Emptied((flags & O_TRUNC) != 0))
+               ? -1
+               : real(path, flags, mode);
 }
 
 int open64(const char* path, int flags, ...) {
@@ -185,17 +240,23 @@ int open64(const char* path, int flags, ...) {
     va_start(list, flags);
     const mode_t mode = ModeOf(flags, list);
     va_end(list);
-    return Changes(flags) && Strikes("create", Absolute(path)) ? -1 : real(path, flags, mode);
+    return Changes(flags) && Strikes("create", Absolute(path), Emptied((flags & O_TRUNC) != 0))
+               ? -1
+               : real(path, flags, mode);
 }
 
 FILE* fopen64(const char* path, const char* mode) {
     static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen64");
-    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path)) ? nullptr : real(path, mode);
+    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path), Emptied(*mode == 'w'))
+               ? nullptr
+               : real(path, mode);
 }
 
 FILE* fopen(const char* path, const char* mode) {
     static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen");
-    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path)) ? nullptr : real(path, mode);
+    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path), Emptied(*mode == 'w'))
+               ? nullptr
+               : real(path, mode);
 }
 
 }  // extern "C"

@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """Several processes write into one data folder at once, some are killed: each change that a command has reported is in,
-any other command has said that another process holds the folder, and readers beside see whole notes.
+any other command has said that another process holds the folder, and readers beside see each note as one command has
+written it, and never an older one again. The lock of a killed process is free at once.
 
 Usage: writers_test.py LOREBINDER_CLI
-LORE_WRITERS and LORE_ROUNDS: how many processes (4), and how often each writes (12)."""
+LORE_WRITERS and LORE_ROUNDS: how many processes (4), and how often each writes (12). LORE_SEED: other kills."""
+import fcntl
 import json
 import os
 import pathlib
@@ -19,20 +21,30 @@ CLI = str(pathlib.Path(sys.argv[1]).resolve())
 WRITERS = int(os.environ.get("LORE_WRITERS", "4"))
 ROUNDS = int(os.environ.get("LORE_ROUNDS", "12"))
 HELD = 4
-LONGEST_WAIT = 1.0  # seconds until the lock of a killed process is taken over, beside the command itself
+LONGEST_WAIT = 1.0  # seconds until the lock of a killed process is taken over
+LOCK_KILLS = 10
+SEED = int(os.environ.get("LORE_SEED", "20261125"))
 
 
 class Writers:
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="lore-writers-"))
         self.data = self.folder / "data"
-        self.done, self.held, self.killed = [{} for _ in range(WRITERS)], 0, 0
+        self.done, self.held, self.killed, self.reads = [{} for _ in range(WRITERS)], 0, 0, 0
         self.faults, self.guard = [], threading.Lock()
-        text = self.folder / "text.txt"
-        text.write_text("A note\n")
-        for _ in range(WRITERS):
-            assert self.run("add", text).returncode == 0
+        for writer in range(WRITERS):
+            words = self.words(writer, -1)
+            assert self.run("add", self.text(writer, words), "--keywords", words).returncode == 0
         self.ids = [note["id"] for note in self.notes()]
+
+    @staticmethod
+    def words(writer, turn):
+        return f"writer {writer} turn {turn}"
+
+    def text(self, writer, words):
+        file = self.folder / f"text{writer}.txt"
+        file.write_text(words + "\n" + "and more of it\n" * 200)
+        return file
 
     def command(self, *args):
         return [CLI, "--data", str(self.data), *map(str, args)]
@@ -45,15 +57,16 @@ class Writers:
 
     def write(self, writer):
         """Writes into one note again and again, until each change is in."""
-        chance = random.Random(writer)
+        chance = random.Random(f"{SEED} {writer}")
         for turn in range(ROUNDS):
-            words = f"writer {writer} turn {turn}"
+            words = self.words(writer, turn)
+            self.text(writer, words)
             while not self.write_once(writer, words, chance):
                 time.sleep(0.002)
 
     def write_once(self, writer, words, chance):
-        process = subprocess.Popen(self.command("edit", self.ids[writer], "--keywords", words), stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.PIPE, text=True)
+        process = subprocess.Popen(self.command("edit", self.ids[writer], "--keywords", words, "--rtf",
+                                                self.folder / f"text{writer}.txt"), stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
         if chance.random() < 0.2:
             time.sleep(chance.random() * 0.05)
             process.kill()
@@ -71,10 +84,28 @@ class Writers:
         return bool(self.faults)
 
     def read(self, stop):
-        while not stop.is_set():
-            ids = sorted(note["id"] for note in self.notes())
-            if ids != sorted(self.ids):
-                self.faults.append(f"a reader saw the notes {ids}")
+        latest = {id: -1 for id in self.ids}
+        notes = self.data / "Data Files/Databases/_LBMAIN_/Notes"
+        while not stop.is_set() and not self.faults:
+            for file in notes.glob("*.dat"):
+                result = self.run("--json", "dump", file)
+                records = json.loads(result.stdout)["records"] if result.returncode == 0 else []
+                self.faults += self.wrong_in(records, latest)
+                self.reads += 1
+
+    def wrong_in(self, records, latest):
+        """What no command has written: notes that are missing, words that aren't those of the text, older ones."""
+        if sorted(note["id"] for note in records) != sorted(self.ids):
+            return [f"a reader saw the notes {[note['id'] for note in records]}"]
+        wrong = []
+        for note in records:
+            turn = int(note["keyWords"].split()[-1])
+            if not note["plainText"].startswith(note["keyWords"] + "\r\n") or note["plainText"].count("more") != 200:
+                wrong.append(f"a reader saw {note['keyWords']} with {note['plainText'][:40]!r}")
+            if turn < latest[note["id"]]:
+                wrong.append(f"a reader saw turn {turn} behind {latest[note['id']]}")
+            latest[note["id"]] = turn
+        return wrong
 
     def work(self):
         stop = threading.Event()
@@ -97,24 +128,51 @@ class Writers:
         assert self.run("check").returncode == 0, self.run("check").stdout
 
     def check_a_killed_lock(self):
-        start = time.monotonic()
-        assert self.run("edit", self.ids[0], "--keywords", "alone").returncode == 0
-        usual = time.monotonic() - start
-        process = subprocess.Popen(self.command("edit", self.ids[0], "--keywords", "killed"))
-        time.sleep(usual / 2)
-        process.kill()
-        process.wait()
-        start = time.monotonic()
-        assert self.run("edit", self.ids[0], "--keywords", "behind").returncode == 0
-        assert time.monotonic() - start < 4 * usual + LONGEST_WAIT
+        longest, kills = 0, 0
+        with (self.data / "lorebinder.lock").open() as lock:
+            while kills < LOCK_KILLS:
+                process = subprocess.Popen(self.command("edit", self.ids[0], "--keywords", "killed"))
+                while process.poll() is None and self.is_free(lock):
+                    pass
+                process.kill()
+                kills += process.wait() < 0
+                start = time.monotonic()
+                while not self.is_free(lock):
+                    assert time.monotonic() - start < 10 * LONGEST_WAIT, "the lock outlives its process"
+                longest = max(longest, time.monotonic() - start)
+                assert self.run("edit", self.ids[0], "--keywords", "behind").returncode == 0
+        assert longest <= LONGEST_WAIT, longest
+        self.longest = longest
+
+    @staticmethod
+    def is_free(lock):
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError:
+            return False
+        fcntl.flock(lock, fcntl.LOCK_UN)
+        return True
+
+    def check_itself(self):
+        """A mixed note, an older one and a missing one are found."""
+        good = [{"id": id, "keyWords": self.words(0, 3), "plainText": self.words(0, 3) + "\r\n" + "more" * 200}
+                for id in self.ids]
+        latest = {id: 0 for id in self.ids}
+        assert not self.wrong_in(good, latest)
+        assert self.wrong_in([good[0] | {"keyWords": self.words(0, 4)}, *good[1:]], dict(latest)), "a mixture"
+        assert self.wrong_in(good, {id: 5 for id in self.ids}), "an older one"
+        assert self.wrong_in(good[1:], latest), "a missing one"
 
 
 def main():
     writers = Writers()
     try:
+        writers.check_itself()
         writers.work()
         print(f"{WRITERS * ROUNDS} changes by {WRITERS} processes are in; {writers.held} times another held the folder, "
-              f"{writers.killed} were killed", file=sys.stderr)
+              f"{writers.killed} were killed, {writers.reads} reads beside; the lock of a killed one was free after "
+              f"{writers.longest * 1000:.0f} ms at most; seed {SEED}", file=sys.stderr)
+        assert writers.reads
     finally:
         shutil.rmtree(writers.folder, ignore_errors=True)
 
