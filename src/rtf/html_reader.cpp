@@ -433,6 +433,38 @@ struct FreeContext {
     void operator()(htmlParserCtxtPtr context) const { htmlFreeParserCtxt(context); }
 };
 
+/// Where the first element or text stands: behind end tags that end nothing, comments and declarations.
+size_t FrontOf(std::string_view page) {
+    constexpr std::string_view kPasses[][2] = {{"<!--", "-->"}, {"</", ">"}, {"<!", ">"}, {"<?", ">"}};
+    for (size_t front = 0;;) {
+        front = std::min(page.find_first_not_of(" \t\r\n\f", front), page.size());
+        const auto* const pass = std::find_if(std::begin(kPasses), std::end(kPasses), [&](const auto& entry) {
+            return page.substr(front).starts_with(entry[0]);
+        });
+        const size_t end = pass == std::end(kPasses) ? std::string_view::npos : page.find((*pass)[1], front);
+        if (end == std::string_view::npos)
+            return front;
+        front = end + (*pass)[1].size();
+    }
+}
+
+/// The parser takes nothing behind the end of the page or behind an end tag at its front. What is found there belongs
+/// to the page as it is shown.
+std::string WithoutEnds(std::string page) {
+    page.erase(0, FrontOf(page));
+    for (size_t at = page.find("</"); at != std::string::npos; at = page.find("</", at + 1)) {
+        const std::string_view rest = std::string_view(page).substr(at);
+        const size_t end = std::min(rest.find_first_of("> \t\r\n\f/", 2), rest.size());
+        if (end != 6 || (!EqualNoCase(rest.substr(0, end), "</body") && !EqualNoCase(rest.substr(0, end), "</html")))
+            continue;
+        const size_t length = rest.find('>') + 1;
+        if (length == 0)
+            break;
+        page.replace(at, length, length, ' ');
+    }
+    return page;
+}
+
 bool NamesItsEncoding(std::string_view bytes) {
     constexpr size_t kHead = 1024;
     return ToLower(bytes.substr(0, kHead)).find("charset=") != std::string::npos;
@@ -448,7 +480,7 @@ Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
     handler.characters = handler.cdataBlock = OnCharacters;
     handler.ignorableWhitespace = OnCharacters;
     const bool asTheySay = !IsValidUtf8(bytes) && NamesItsEncoding(bytes);
-    const std::string text = asTheySay ? std::string(bytes) : ToUtf8(bytes);
+    const std::string text = WithoutEnds(asTheySay ? std::string(bytes) : ToUtf8(bytes));
     const std::unique_ptr<htmlParserCtxt, FreeContext> context(htmlCreatePushParserCtxt(
         &handler, &reader, nullptr, 0, nullptr, asTheySay ? XML_CHAR_ENCODING_NONE : XML_CHAR_ENCODING_UTF8));
     if (context) {

@@ -44,6 +44,11 @@ TEST(DateTime, StaysWithinItsYears) {
     EXPECT_FALSE(DateTime(2000, 1, 1).PlusSeconds(INT64_MAX).IsValid());
     EXPECT_FALSE(DateTime(2000, 1, 1).PlusDays(INT64_MIN).IsValid());
     EXPECT_TRUE(DateTime().PlusDays(1).IsNull());
+    EXPECT_TRUE(DateTime().PlusDays(INT64_MAX).IsNull());
+    EXPECT_TRUE(DateTime().PlusSeconds(INT64_MAX).IsNull());
+    EXPECT_TRUE(DateTime().Midnight().IsNull());
+    EXPECT_EQ(DateTime().DayOfWeek(), 0);
+    EXPECT_EQ(DateTime(2011, 7, 12, 23, 59, 59).Midnight(), DateTime(2011, 7, 12));
 }
 
 }  // namespace

@@ -1,12 +1,18 @@
 #include "base/file_io.h"
 
+#include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include "base/dat_files.h"
+#include "base/file_copy.h"
+#include "base/file_number.h"
 
 namespace lore {
 namespace {
@@ -98,6 +104,65 @@ TEST_F(FileIo, ReadsAPipeToItsEnd) {
     EXPECT_EQ(got, sent);
     ::waitpid(child, nullptr, 0);
     ::close(ends[0]);
+}
+
+TEST_F(FileIo, CopiesAFileAsAWholeOrNotAtAll) {
+    const std::string bytes = std::string(200000, 'a') + "end";
+    std::ofstream(folder_ / "from") << bytes;
+    std::ofstream(folder_ / "to") << "old";
+    std::filesystem::create_directory(folder_ / "folder");
+    ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    const size_t entries = Entries();
+    for (const char* const name : {"folder", "pipe", "none"}) {
+        EXPECT_FALSE(CopyFileAtomically(folder_ / name, folder_ / "to").Ok()) << name;
+        EXPECT_EQ(Content("to"), "old") << name;
+    }
+    EXPECT_FALSE(CopyFileAtomically(folder_ / "from", folder_ / "folder").Ok());
+    EXPECT_TRUE(CopyFileAtomically(folder_ / "from", folder_ / "none" / "to").Missing());
+    EXPECT_TRUE(CopyFileAtomically(folder_ / "from", folder_ / "to").Ok());
+    EXPECT_EQ(Content("to"), bytes);
+    EXPECT_EQ(Entries(), entries);
+    std::filesystem::path first, second;
+    EXPECT_TRUE(KeepCopy(folder_ / "from", first).Ok());
+    EXPECT_TRUE(KeepCopy(folder_ / "from", second).Ok());
+    EXPECT_EQ(first.filename(), "from.kept");
+    EXPECT_EQ(second.filename(), "from.2.kept");
+    EXPECT_EQ(Content("from.2.kept"), bytes);
+}
+
+TEST_F(FileIo, RemovesAFileAndSaysWhyItCouldNot) {
+    std::ofstream(folder_ / "file") << "x";
+    EXPECT_TRUE(RemoveFile(folder_ / "file").Ok());
+    EXPECT_EQ(Entries(), 0u);
+    EXPECT_TRUE(RemoveFile(folder_ / "file").Ok()) << "what is gone is removed";
+    EXPECT_FALSE(RemoveFile(folder_).Ok());
+}
+
+TEST_F(FileIo, GoesOnWhenSignalsComeBetween) {
+    struct sigaction action = {}, before = {};
+    action.sa_handler = [](int) {};
+    ASSERT_EQ(::sigaction(SIGUSR1, &action, &before), 0);
+    const std::string sent(300000, 'x');
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    std::string got;
+    std::thread reader([&, writer = ::pthread_self()] {
+        char block[65536];
+        for (ssize_t count = 1; count > 0 && got.size() < sent.size();) {
+            for (int i = 0; i < 5; ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+                ::pthread_kill(writer, SIGUSR1);
+            }
+            count = ::read(ends[0], block, sizeof block);
+            got.append(block, static_cast<size_t>(std::max<ssize_t>(count, 0)));
+        }
+    });
+    EXPECT_TRUE(WriteAll(ends[1], sent));
+    ::close(ends[1]);
+    reader.join();
+    ::close(ends[0]);
+    ::sigaction(SIGUSR1, &before, nullptr);
+    EXPECT_EQ(got.size(), sent.size());
 }
 
 TEST_F(FileIo, ListsFilesThatEndInDatInByteOrder) {

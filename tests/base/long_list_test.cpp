@@ -61,7 +61,9 @@ TEST(LongList, AgreesWithAPlainListWhenLong) {
     Model model;
     for (int step = 0; step < 20000; ++step) {
         const int32_t value = static_cast<int32_t>(random() % 150);
-        switch (random() % 4) {
+        const size_t at = random() % (model.values.size() + 1);
+        const bool isThere = at < model.values.size();
+        switch (random() % 7) {
             case 0:
                 list.AddTail(value);
                 model.values.push_back(value);
@@ -75,6 +77,24 @@ TEST(LongList, AgreesWithAPlainListWhenLong) {
             }
             case 2:
                 ASSERT_EQ(list.RemoveValue(value), model.Remove(value));
+                break;
+            case 3:
+                if (isThere) {
+                    list.SetAt(at, value);
+                    model.values[at] = value;
+                }
+                break;
+            case 4:
+                if (isThere) {
+                    list.RemoveAt(at);
+                    model.values.erase(model.values.begin() + static_cast<std::ptrdiff_t>(at));
+                }
+                break;
+            case 5:
+                if (step % 50 == 0) {
+                    list.Assign(LongList(list));
+                    list = *&list;
+                }
                 break;
             default:
                 ASSERT_EQ(list.Contains(value), model.Contains(value));

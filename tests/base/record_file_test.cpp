@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "support/read_world.h"
+
 namespace lore {
 namespace {
 
@@ -221,6 +223,31 @@ TEST(LongListFile, FillsUpWithZerosAtTheEnd) {
     LongList list{9};
     ReadLongList(&reader, list);
     EXPECT_EQ(list, (LongList{8, 0, 0}));
+}
+
+TEST(LongListFile, IsWrittenAndReadAsItIs) {
+    const TempFolder folder;
+    const LongList list{5, -3, 0, INT_MAX, INT_MIN, 5};
+    ASSERT_TRUE(SaveLongListFile(list, folder / "list.dat").Ok());
+    LongList read{1};
+    EXPECT_TRUE(LoadLongListFile(read, folder / "list.dat").Ok());
+    EXPECT_EQ(read, list);
+    EXPECT_TRUE(LoadLongListFile(read, folder / "none.dat").Missing());
+    EXPECT_TRUE(read.IsEmpty());
+    EXPECT_FALSE(SaveLongListFile(list, folder / "none" / "list.dat").Ok());
+}
+
+TEST(StoredBool, IsAnyNumberAboveZero) {
+    RecordWriter writer;
+    WriteStoredBool(&writer, true);
+    WriteStoredBool(&writer, false);
+    WriteFixedInt(&writer, -1);
+    WriteFixedInt(&writer, 1);
+    RecordReader reader = Reader(writer.DiskBytes());
+    std::vector<bool> read;
+    for (int i = 0; i < 5; ++i)
+        read.push_back(ReadStoredBool(&reader));
+    EXPECT_EQ(read, (std::vector<bool>{true, false, false, true, false}));
 }
 
 TEST(LongListFile, HoldsGiantCountsToTheFile) {

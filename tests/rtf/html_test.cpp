@@ -131,8 +131,27 @@ TEST(Html, ColorsSizesAndFontsAreRead) {
     EXPECT_EQ(run.format.half_points, 20);
     EXPECT_EQ(document.fonts[static_cast<size_t>(run.format.font)].name, "DejaVu Serif");
     EXPECT_EQ(document.paragraphs[0].format.align, ParagraphAlign::kCenter);
-    EXPECT_EQ(ReadHtmlColor("nonsense"), std::nullopt);
-    EXPECT_EQ(ReadInlineStyle("font-size:150%", 20).half_points, 30);
+    const std::pair<const char*, std::optional<TextColor>> colors[] = {{"nonsense", std::nullopt},
+                                                                       {"#ab", std::nullopt},
+                                                                       {"#12345", std::nullopt},
+                                                                       {"#12345g", std::nullopt},
+                                                                       {"#", std::nullopt},
+                                                                       {" #A0b1C2 ", TextColor{160, 177, 194}},
+                                                                       {"Teal", TextColor{0, 128, 128}},
+                                                                       {"rgb(999,0,255)", TextColor{255, 0, 255}},
+                                                                       {"rgb(1,2)", std::nullopt}};
+    for (const auto& [text, color] : colors)
+        EXPECT_EQ(ReadHtmlColor(text), color) << text;
+    const std::pair<const char*, std::optional<int16_t>> sizes[] = {
+        {"150%", 30},      {"2em", 40},           {"2rem", 48},           {"12px", 18},      {"1in", 144},
+        {"10mm", 57},      {"0pt", std::nullopt}, {"-4pt", std::nullopt}, {"99999pt", 3276}, {"large", std::nullopt},
+        {"", std::nullopt}};
+    for (const auto& [text, size] : sizes)
+        EXPECT_EQ(ReadInlineStyle(std::string("font-size:") + text, 20).half_points, size) << text;
+    EXPECT_EQ(ReadInlineStyle("font-family: \"A B\", c", 20).font, "A B");
+    EXPECT_EQ(ReadInlineStyle("font-family:'open", 20).font, "open");
+    EXPECT_EQ(ReadInlineStyle("font-family: plain ,c", 20).font, "plain");
+    EXPECT_EQ(ReadInlineStyle("text-decoration:none", 20).underline, false);
     EXPECT_EQ(ReadInlineStyle(";;:;x", 20).half_points, std::nullopt);
 }
 
@@ -160,6 +179,27 @@ TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
     }
     EXPECT_EQ(ReadHtml("<table><tr><td>a<table><tr><td>b</table>c</table>", kLook).rows.size(), 2u);
     EXPECT_EQ(ReadHtml("</td></tr></table><td>x</td><tr>y</tr>", kLook).rows.size(), 0u);
+}
+
+TEST(Html, OddPlacesOfTextAndBreaksKeepTheText) {
+    const std::pair<const char*, const char*> cases[] = {{"<br>a<br><br>b<br>", "\na\n\nb"},
+                                                         {"<table><tr>loose<td>cell</table>", "loose\tcell\t\n"},
+                                                         {"<table><tr><td>open", "open\t\n"},
+                                                         {"<p dir=RTL align=right>x", "x"},
+                                                         {"a<hr>b", "a\n\u2014\u2014\u2014\nb"},
+                                                         {"</p></i></none>a", "a"},
+                                                         {"<!doctype html><!-- </p>x --> </div>a<p>b", "a\nb"},
+                                                         {"<html><body>a</BODY ></html><p>b</html>c", "a\nb c"},
+                                                         {"a</bodyx>b</", "ab"},
+                                                         {"</", ""},
+                                                         {"<!-- open", ""}};
+    for (const auto& [html, text] : cases) {
+        EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
+        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
+    }
+    const ParagraphFormat format = ReadHtml("<p dir=RTL align=right>x", kLook).paragraphs[0].format;
+    EXPECT_TRUE(format.right_to_left);
+    EXPECT_EQ(format.align, ParagraphAlign::kRight);
 }
 
 TEST(Html, NamesAndAddressesHoldNoControlCharacters) {

@@ -96,6 +96,28 @@ TEST(HtmlWriter, TablesKeepTheirCellsAndSpans) {
     EXPECT_THAT(body, HasSubstr("</table>\n<p>behind</p>\n"));
 }
 
+TEST(HtmlWriter, CellsThatGoOnBelowAreOne) {
+    const auto row = [](std::string_view merge, std::string_view text) {
+        return "\\trowd" + std::string(merge) + "\\cellx1500\\cellx3000\\intbl " + std::string(text) +
+               "\\cell x\\cell\\row";
+    };
+    const std::string body = BodyOf("{\\rtf1" + row("\\clvmgf", "tall") + row("\\clvmrg", "") + row("\\clvmrg", "") +
+                                    row("", "own") + row("\\clvmrg", "alone") + "\\pard behind}");
+    EXPECT_THAT(body, HasSubstr("<td width=\"100\" rowspan=\"3\"><p>tall</p>"));
+    EXPECT_THAT(body, HasSubstr("<p>own</p>\n</td><td"));
+    // Nothing begins above it: it is a cell like any other.
+    EXPECT_THAT(body,
+                testing::AnyOf(HasSubstr("<td width=\"100\"><p>alone</p>"), HasSubstr("rowspan=\"2\"><p>own</p>")));
+    size_t cells = 0;
+    for (size_t at = body.find("<td"); at != std::string::npos; at = body.find("<td", at + 1))
+        ++cells;
+    EXPECT_EQ(cells, 8u - (body.find("<p>alone</p>") == std::string::npos ? 1 : 0));
+}
+
+TEST(HtmlWriter, ARowWithoutCellsIsPlainText) {
+    EXPECT_EQ(BodyOf("{\\rtf1\\trowd\\intbl a\\row\\pard b}"), "<p>a</p>\n<p>b</p>\n");
+}
+
 TEST(HtmlWriter, APictureStandsWithinThePageAtItsSize) {
     Picture picture;
     picture.bytes = std::string("\x89PNG\0\xff", 6);
