@@ -13,13 +13,20 @@ namespace lore {
 inline constexpr std::string_view kCitationCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
 static_assert(kCitationCeiling.size() == 30);
 
-/// The positions of formatted sources in the order of their citations, as SortSources has it.
+/// The positions of citations in their order, as SortSources has it.
+inline std::vector<uint32_t> CitationOrder(std::vector<std::string> citations) {
+    for (std::string& citation : citations)
+        citation = ToLower(citation);
+    return SelectionOrder(citations, kCitationCeiling, SelectionPick::LastNotAbove);
+}
+
+/// The same for formatted sources.
 template <typename Sources>
 std::vector<uint32_t> CitationOrder(const Sources& formatted) {
-    std::vector<std::string> keys;
+    std::vector<std::string> citations;
     for (const auto& source : formatted)
-        keys.push_back(ToLower(source.FormattedText));  // NOLINT: lists and vectors count their elements differently
-    return SelectionOrder(keys, kCitationCeiling, SelectionPick::LastNotAbove);
+        citations.push_back(source.FormattedText);  // NOLINT: lists and vectors count their elements differently
+    return CitationOrder(std::move(citations));
 }
 
 }  // namespace lore

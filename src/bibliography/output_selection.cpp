@@ -1,6 +1,12 @@
 #include "bibliography/output_selection.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "bibliography/citation.h"
+#include "bibliography/citation_order.h"
 
 namespace lore {
 
@@ -15,7 +21,7 @@ void Set(CSource& source, const BibliographySelection& selection) {
         source.AuthorsBeforeEtAl = HeldAuthorsBeforeEtAl(*selection.authorsBeforeEtAl);
 }
 
-SourceList Chosen(const SourceList& sources, const LongList& ids) {
+SourceList Chosen(SourceList sources, const LongList& ids) {
     if (ids.Count() == 0)
         return sources;
     SourceList chosen;
@@ -26,20 +32,17 @@ SourceList Chosen(const SourceList& sources, const LongList& ids) {
     return chosen;
 }
 
-/// Sorting formats, and a source that is formatted twice may show other authors; so copies are sorted, which carry
-/// their positions as ids.
-SourceList Sorted(const SourceList& sources, const AuthorList& authors) {
-    SourceList copies;
-    for (size_t i = 0; i < sources.Count(); ++i) {
-        CSource copy = sources[i];
-        copy.SourceID = static_cast<int32_t>(i);
-        copies.AddTail(std::move(copy));
+/// Sorting formats, and a source that is formatted twice may show other authors; so a copy of each is formatted.
+void Sort(SourceList& sources, const AuthorList& authors) {
+    std::vector<std::string> citations;
+    citations.reserve(sources.Count());
+    CSource copy;
+    for (const CSource& source : sources) {
+        copy = source;
+        FormatSource(copy, authors);
+        citations.push_back(std::move(copy.FormattedText));
     }
-    copies.SortSources(authors);
-    SourceList sorted;
-    for (const CSource& copy : copies)
-        sorted.AddTail(sources[static_cast<size_t>(copy.SourceID)]);
-    return sorted;
+    sources.Arrange(CitationOrder(std::move(citations)));
 }
 
 }  // namespace
@@ -52,11 +55,13 @@ int32_t HeldAuthorsBeforeEtAl(int32_t authors) {
     return std::clamp(authors, 1, kMostBibliographyAuthors);
 }
 
-SourceList SelectSources(const SourceList& sources, const AuthorList& authors, const BibliographySelection& selection) {
-    SourceList chosen = Chosen(sources, selection.ids);
+SourceList SelectSources(SourceList sources, const AuthorList& authors, const BibliographySelection& selection) {
+    SourceList chosen = Chosen(std::move(sources), selection.ids);
     for (size_t i = 0; i < chosen.Count(); ++i)
         Set(chosen[i], selection);
-    return selection.sorted ? Sorted(chosen, authors) : chosen;
+    if (selection.sorted)
+        Sort(chosen, authors);
+    return chosen;
 }
 
 }  // namespace lore

@@ -23,7 +23,7 @@ struct BibliographySelection {
     bool sorted = true;                        ///< in the order of SortSources
 };
 
-/// Copies of the chosen sources in the order of the bibliography, set but not formatted.
-SourceList SelectSources(const SourceList& sources, const AuthorList& authors, const BibliographySelection& selection);
+/// The chosen sources in the order of the bibliography, set but not formatted.
+SourceList SelectSources(SourceList sources, const AuthorList& authors, const BibliographySelection& selection);
 
 }  // namespace lore

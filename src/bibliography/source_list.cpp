@@ -140,7 +140,11 @@ void SourceList::FormatAll(const AuthorList& authors) {
 
 void SourceList::SortSources(const AuthorList& authors) {
     FormatAll(authors);
-    Reorder(sources_, CitationOrder(sources_));
+    Arrange(CitationOrder(sources_));
+}
+
+void SourceList::Arrange(const std::vector<uint32_t>& order) {
+    Reorder(sources_, order);
     Reindex();
 }
 
@@ -163,6 +167,8 @@ void SourceList::Index(size_t position) {
 void SourceList::Reindex() {
     byID_.clear();
     byGUID_.clear();
+    byID_.reserve(sources_.size());
+    byGUID_.reserve(sources_.size());
     largestID_ = 0;
     for (size_t i = 0; i < sources_.size(); ++i)
         Index(i);

@@ -52,6 +52,8 @@ public:
     /// Formats all sources and sorts them by their citations, ignoring case. Equal citations change their order; texts
     /// behind thirty letters z follow the others in list order.
     void SortSources(const AuthorList& authors);
+    /// Puts the sources into an order of their positions, which holds each once.
+    void Arrange(const std::vector<uint32_t>& order);
     /// Every source of a custom type takes the present definition of its type, found by GUID, and keeps the values of
     /// its fields. A source whose type isn't found keeps its copy; the number of the type stays.
     void LinkCustomTypes(const CustomTypeList& types);

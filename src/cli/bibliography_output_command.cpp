@@ -52,13 +52,13 @@ public:
             PrintError("\"" + out_ + "\" belongs to the data folder; choose another file");
             return ExitStatus::WrongUsage;
         }
-        const auto data = LoadBibliographyData(session, true);
+        auto data = LoadBibliographyData(session, true);
         if (!data)
             return ExitStatus::NothingFound;
         for (const int32_t id : ids_)
             selection_.ids.AddUnique(id);
         selection_.sorted = !unsorted_;
-        const SourceList sources = SelectSources(data->sources, data->authors, selection_);
+        SourceList sources = SelectSources(std::move(data->sources), data->authors, selection_);
         if (sources.Count() == 0) {
             PrintError(ids_.empty() ? "this NoteBook has no sources" : "none of these sources is in this NoteBook");
             return session.Faults().Any() ? ExitStatus::Fault : ExitStatus::NothingFound;
@@ -73,12 +73,11 @@ private:
     static bool IsForm(std::string_view ending) {
         return ending == "dat" || ending == "pdf" || FindBibliographyWriter(ending) != nullptr;
     }
-    bool Write(Session& session, const SourceList& sources, const AuthorList& authors, std::string_view ending) const {
+    bool Write(Session& session, SourceList& sources, const AuthorList& authors, std::string_view ending) const {
         if (ending == "dat")
             return Told(session, sources.SaveBibliography(out_, authors));
-        SourceList formatted = sources;
-        formatted.FormatAll(authors);
-        const BibliographyDocument document = MakeBibliographyDocument(formatted);
+        sources.FormatAll(authors);
+        const BibliographyDocument document = MakeBibliographyDocument(sources);
         if (ending == "pdf")
             return WritePdf(BibliographyAsHtml(document), out_, session.Faults());
         const std::optional<std::string> bytes = FindBibliographyWriter(ending)(document);

@@ -18,7 +18,7 @@ namespace lore {
 
 namespace {
 
-/// Above level 4 the time doubles for a few hundredths of the size.
+/// How hard attachments are packed. Above level 4 the time doubles for a few hundredths of the size.
 constexpr int kLevel = 4;
 constexpr size_t kThreads = 2;
 constexpr size_t kBatchBytes = size_t{256} << 10;
@@ -51,7 +51,7 @@ public:
         : target_(target),
           world_(world),
           folder_(world.data.ExportTemp() / target.stem()),
-          records_(folder_.Path() / kArchiveNotesName, kLevel, kThreads),
+          records_(folder_.Path() / kArchiveNotesName, kThreads),
           writer_(world.book.sources, world.book.authors),
           archive_(kLevel) {}
 
@@ -94,7 +94,7 @@ private:
         // The head stands in front, but only now it is known how many notes could be read.
         RecordWriter head;
         WriteArchiveHead(head, world_.context.now, static_cast<int32_t>(written_ + (allSources ? 1 : 0)));
-        archive_.AddPacked(kArchiveNotesName, PackPiece(head.DiskBytes(), {}, kLevel), records_);
+        archive_.AddPacked(kArchiveNotesName, PackPiece(head.DiskBytes(), {}), records_);
         return {};
     }
 

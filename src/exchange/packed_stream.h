@@ -24,8 +24,8 @@ struct PackedBytes {
 /// result is the same whatever the number of threads. What was packed last is finished by the end mark of Finish.
 class PackedStream {
 public:
-    /// `level`: 1 to 9. Nothing is written before Open.
-    PackedStream(std::filesystem::path file, int level, size_t threads);
+    /// Nothing is written before Open.
+    PackedStream(std::filesystem::path file, size_t threads);
     ~PackedStream();
     PackedStream(const PackedStream&) = delete;
     PackedStream& operator=(const PackedStream&) = delete;
@@ -46,7 +46,6 @@ private:
     void TakePiece();
 
     std::filesystem::path file_;
-    int level_;
     size_t threads_;
     std::unique_ptr<FileNumber> number_;
     std::string gathered_, before_;
@@ -57,7 +56,7 @@ private:
 };
 
 /// Packs one piece that others follow. `before` is the end of the piece in front of it, to whose words it may refer.
-PackedBytes PackPiece(std::string_view bytes, std::string_view before, int level);
+PackedBytes PackPiece(std::string_view bytes, std::string_view before);
 
 /// The CRC of two pieces in a row.
 uint32_t CombinedCrc(uint32_t first, uint32_t second, uint64_t secondSize);

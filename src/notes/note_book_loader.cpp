@@ -27,7 +27,8 @@ int MovedOn(int counter, int highest) {
 /// What the walk leaves of one note file.
 struct FileNotes {
     std::vector<NoteBrief> briefs;
-    std::vector<CNote> heads;  // parallel to briefs, where heads are wanted
+    std::vector<CNote> heads;   // parallel to briefs, where heads are wanted
+    bool countsTooFew = false;  // it counts no notes, but something stands behind its count
 };
 
 class Loader {
@@ -179,12 +180,16 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
         if (keepHeads_)
             notes.heads.push_back(std::move(head));
     }
+    notes.countsTooFew = reader.Count() == 0 && reader.HoldsMore();
     if (options_.texts)
         options_.texts->EndFile(file);
 }
 
 void Loader::ShowFile(size_t file, const FileResult& result) {
     TellFailedRead(faults_, kNoteFileUnread, files_[file], result);
+    if (IsFull() && notes_[file].countsTooFew)
+        faults_.Tell({"A note file is damaged and was left as it is", files_[file].string(),
+                      "It counts no notes but holds more"});
     if (!options_.progress)
         return;
     const size_t count = notes_[file].briefs.size();

@@ -46,7 +46,11 @@ CNote NoteFileReader::TakeNote() {
 }
 
 bool NoteFileReader::IsDamaged() const {
-    return stream_ && (stream_->RanOut() || !stream_->AtEnd());
+    return stream_ && (stream_->RanOut() || HoldsMore());
+}
+
+bool NoteFileReader::HoldsMore() const {
+    return stream_ && !stream_->AtEnd();
 }
 
 FileResult LoadNoteFile(const std::filesystem::path& path, const ReadContext& context, std::vector<CNote>& notes) {

@@ -44,6 +44,8 @@ public:
     int32_t Count() const { return count_; }
     /// Once Next has given false: true if the file broke off before its end, or holds something behind its notes.
     bool IsDamaged() const;
+    /// Once Next has given false: true if something stands behind the notes.
+    bool HoldsMore() const;
 
 private:
     const ReadContext& context_;

@@ -54,7 +54,7 @@ TEST_F(Zip, MakesArchivesThatCommonToolsOpen) {
     PutBytes(folder_ / "0000001.JPG", picture);
     PutBytes(folder_ / "0000002.txt", text);
     PutBytes(folder_ / "0000003.", "");
-    PackedStream stream(folder_ / "spool", 4, 2);
+    PackedStream stream(folder_ / "spool", 2);
     ASSERT_TRUE(stream.Open().Ok());
     for (size_t at = 0; at < records.size(); at += 99'991)
         stream.Append(std::string_view(records).substr(at, 99'991));
@@ -63,7 +63,7 @@ TEST_F(Zip, MakesArchivesThatCommonToolsOpen) {
     for (const char* name : {"0000001.JPG", "0000002.txt", "0000003."})
         EXPECT_TRUE(writer.AddFile(name, folder_ / name));
     EXPECT_FALSE(writer.AddFile("0000001.jpg", folder_ / "0000002.txt")) << "stands there already but for its case";
-    writer.AddPacked("_ExpNotes.dat", PackPiece("head", {}, 4), stream);
+    writer.AddPacked("_ExpNotes.dat", PackPiece("head", {}), stream);
     double last = 0;
     ASSERT_TRUE(writer.Write(target_, {[&](double part) { last = part; }, [] { return false; }}).Ok());
     EXPECT_EQ(last, 1.0);
@@ -85,7 +85,7 @@ TEST_F(Zip, PacksTheSameBytesOnAnyNumberOfThreads) {
     const std::string text = Words(2'000'000);
     std::vector<std::string> packed;
     for (const size_t threads : {size_t{0}, size_t{1}, size_t{4}}) {
-        PackedStream stream(folder_ / "spool", 4, threads);
+        PackedStream stream(folder_ / "spool", threads);
         ASSERT_TRUE(stream.Open().Ok());
         stream.Append(text.substr(0, 700'000));
         stream.Append(text.substr(700'000));
@@ -97,6 +97,26 @@ TEST_F(Zip, PacksTheSameBytesOnAnyNumberOfThreads) {
     }
     EXPECT_EQ(packed[0], packed[1]);
     EXPECT_EQ(packed[0], packed[2]);
+}
+
+TEST_F(Zip, PacksWhatCannotGetSmallerAndWhatIsNearlyNothing) {
+    const std::string far = RandomBytes(32'768);
+    const std::string texts[] = {"x", RandomBytes(1'300'000), std::string(3'000'000, '\0'), far + far + far + far,
+                                 RandomBytes(524'288) + Words(524'288) + RandomBytes(1)};
+    for (const std::string& text : texts) {
+        PackedStream stream(folder_ / "spool", 2);
+        ASSERT_TRUE(stream.Open().Ok());
+        for (size_t at = 0; at < text.size(); at += 70'001)
+            stream.Append(std::string_view(text).substr(at, 70'001));
+        ASSERT_TRUE(stream.Finish().Ok());
+        ZipWriter writer(4);
+        writer.AddPacked("text", PackPiece("head", {}), stream);
+        ASSERT_TRUE(writer.Write(target_, Patient()).Ok());
+        ASSERT_TRUE(reader_.Open(target_).Ok());
+        EXPECT_TRUE(Unpacked("text") == "head" + text) << text.size();
+        EXPECT_LE(stream.PackedSize(), text.size() + text.size() / 100 + 64);
+        EXPECT_TRUE(Runs("unzip -tq " + target_.string()));
+    }
 }
 
 TEST_F(Zip, LeavesTheOldFileAndNothingElseWhenItFails) {
@@ -118,7 +138,7 @@ TEST_F(Zip, LeavesTheOldFileAndNothingElseWhenItFails) {
         ++files;
     EXPECT_EQ(files, 2u);
     if (std::filesystem::exists("/dev/full")) {
-        PackedStream full("/dev/full", 4, 1);
+        PackedStream full("/dev/full", 1);
         ASSERT_TRUE(full.Open().Ok());
         full.Append(RandomBytes(600'000));
         EXPECT_EQ(full.Finish().error, ENOSPC);
