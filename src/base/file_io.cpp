@@ -1,11 +1,8 @@
 #include "base/file_io.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -58,14 +55,6 @@ bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
         bytes.remove_prefix(read.size());
     }
     return false;
-}
-
-/// A link to a folder is one too.
-bool IsFolder(const dirent& entry, const std::filesystem::path& folder) {
-    std::error_code ignored;
-    if (entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN)
-        return std::filesystem::is_directory(folder / entry.d_name, ignored);
-    return entry.d_type == DT_DIR;
 }
 
 FileResult WriteAndFlush(const std::filesystem::path& path, std::string_view bytes) {
@@ -127,25 +116,6 @@ FileResult RemoveFile(const std::filesystem::path& path) {
     if (::unlink(path.c_str()) == 0)
         return FlushFolder(path.parent_path());
     return errno == ENOENT ? FileResult{} : LastError();
-}
-
-FileResult ReadDatFiles(const std::filesystem::path& folder, std::vector<std::string>& names) {
-    names.clear();
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
-    if (!entries)
-        return LastError();
-    errno = 0;
-    while (const dirent* const entry = ::readdir(entries.get())) {
-        const std::string_view name = entry->d_name;
-        if (name.ends_with("dat") && !IsFolder(*entry, folder))
-            names.emplace_back(name);
-        errno = 0;
-    }
-    const FileResult result{errno};
-    if (!result.Ok())
-        names.clear();
-    std::sort(names.begin(), names.end());
-    return result;
 }
 
 std::vector<std::string> ListDatFiles(const std::filesystem::path& folder) {
