@@ -3,8 +3,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 packaging/install-packages.sh packaging/packages.txt packaging/package-packages.txt
-cmake --preset release -Wno-dev >/dev/null
-cmake --build --preset release | tail -n 1
+packaging/build.sh
 (cd build/release && rm -f lorebinder_*.deb && cpack -G DEB >cpack.log 2>&1) || { cat build/release/cpack.log; exit 1; }
 package=$(ls build/release/lorebinder_*.deb)
 

@@ -15,6 +15,7 @@ LongList& LongList::operator=(const LongList& other) {
     if (this != &other) {
         values_ = other.values_;
         index_.reset();
+        scans_ = 0;
     }
     return *this;
 }

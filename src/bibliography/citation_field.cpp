@@ -20,7 +20,7 @@ std::string_view OrdinalEnding(std::string_view text) {
     if (digit < 1 || digit > 3)
         return "th";
     const bool inTeens = text.size() > 1 && ParseInt(text.substr(text.size() - 2)) == kTeens + digit;
-    return inTeens ? "th" : kEndings[static_cast<size_t>(digit)];
+    return kEndings[inTeens ? 0 : static_cast<size_t>(digit)];
 }
 
 }  // namespace

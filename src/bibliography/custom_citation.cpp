@@ -18,7 +18,7 @@ constexpr NameForm kNames = {.initialOnly = true, .spaceAfterFirst = false, .use
 
 std::string_view EndText(int32_t end) {
     constexpr std::array<std::string_view, 5> kEnds = {"", ".", ",", ":", ";"};
-    return end >= 0 && end < static_cast<int32_t>(kEnds.size()) ? kEnds[static_cast<size_t>(end)] : "";
+    return kEnds[end >= 0 && end < static_cast<int32_t>(kEnds.size()) ? static_cast<size_t>(end) : 0];
 }
 
 std::string_view TextOf(const CCustomSourceField& field, const CSource& source, std::string_view dateText) {

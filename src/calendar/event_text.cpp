@@ -72,7 +72,7 @@ std::string HoverText(const CTmEvent& event) {
         return ShortLine(event);
     std::string text = event.Description;
     if (const size_t lastBreak = WrapLines(text); lastBreak > 0)
-        text = text.substr(0, lastBreak) + "...";
+        text.replace(lastBreak, std::string::npos, "...");
     return ReplaceAll(text, "\t", "   ");
 }
 

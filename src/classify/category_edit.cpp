@@ -77,8 +77,11 @@ CProCategoryTree TakeSubtree(CProCategoryList& forest, int32_t id) {
     CProCategoryTree* const node = forest.FindByID(id);
     RemoveUpward(node->parent, node->notes);
     std::vector<CProCategoryTree>& siblings = node->parent ? node->parent->children : forest.EditRoots();
+    const auto place = node - siblings.data();
     CProCategoryTree taken = std::move(*node);
-    siblings.erase(siblings.begin() + (node - siblings.data()));
+    // The node is one of them.
+    // cppcheck-suppress mismatchingContainerIterator
+    siblings.erase(siblings.begin() + place);
     taken.parent = nullptr;
     forest.LinkAll();
     return taken;

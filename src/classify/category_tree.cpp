@@ -54,6 +54,8 @@ CProCategoryTree& CProCategoryTree::operator=(const CProCategoryTree& other) {
     return *this;
 }
 
+// The node stays where it is in the forest.
+// cppcheck-suppress operatorEqVarError
 CProCategoryTree& CProCategoryTree::operator=(CProCategoryTree&& other) noexcept {
     if (this == &other)
         return *this;

@@ -102,7 +102,7 @@ private:
             Place({CardPartKind::Attachments}, kAttachmentInset, CardAttachmentWidth(width_));
     }
 
-    void Part(CardPart part, size_t before, const BlockSpace& space) {
+    void Part(const CardPart& part, size_t before, const BlockSpace& space) {
         const size_t above = layout_.parts.size();
         y_ += above > before ? space.between : above > 0 ? space.below : space.first;
         Place(part, kPillInset, std::max(1, width_ - 2 * kPillInset));

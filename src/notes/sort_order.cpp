@@ -50,7 +50,7 @@ std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sor
     std::vector<uint32_t> order;
     order.reserve(notes.size());
     for (const uint32_t picked : SelectionOrder(MakeSortKeys(notes, sortable, SortKeyOf(sortId)), descending))
-        order.push_back(sortable[picked]);
+        order.push_back(sortable[picked]);  // cppcheck-suppress containerOutOfBounds; it was filled above
     order.insert(order.end(), behind.begin(), behind.end());
     return order;
 }

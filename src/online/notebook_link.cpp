@@ -8,16 +8,25 @@
 namespace lore {
 
 namespace {
+
 constexpr char kUpdating[] = "Attempting to Update Online NoteBook Link....";
+
+/// Whether a call has changed the link; told if it hasn't.
+template <typename Called>
+bool HasChanged(const OnlineWorld& world, const Called& called) {
+    if (!called.Ok())
+        return false;
+    if (called.result && called.result->databaseID > 0)
+        return true;
+    world.prompts.Message("There was an error in updating the Online NoteBook's link status.  Please try again.",
+                          "Update Error", PromptIcon::Warning);
+    return false;
 }
+
+}  // namespace
 
 std::string NoteBookLink::CurrentNoteBook() const {
     return DesktopNameOf(world_.book);
-}
-
-void NoteBookLink::TellUpdateError() {
-    world_.prompts.Message("There was an error in updating the Online NoteBook's link status.  Please try again.",
-                           "Update Error", PromptIcon::Warning);
 }
 
 bool NoteBookLink::LinkWith(const OnlineNoteBookChooser& choose) {
@@ -47,12 +56,8 @@ bool NoteBookLink::SetUp(int32_t onlineId) {
         CallServiceOnce(world_, kUpdating, [&](DesktopCommService& service, const std::stop_token& stop) {
             return service.SetupLinkWithOnlineNoteBook(request, stop);
         });
-    if (!called.Ok())
+    if (!HasChanged(world_, called))
         return false;
-    if (!called.result || called.result->databaseID <= 0) {
-        TellUpdateError();
-        return false;
-    }
     SyncLink& link = world_.book.syncLog.link;
     link.Linked = kStoredTrue;
     link.OnlineNoteBookID = called.result->databaseID;
@@ -73,12 +78,8 @@ bool NoteBookLink::Clear() {
         CallServiceOnce(world_, kUpdating, [&](DesktopCommService& service, const std::stop_token& stop) {
             return service.ClearLinkWithOnlineNoteBook(Link().OnlineNoteBookID, world_.book.database.guid, stop);
         });
-    if (!called.Ok())
+    if (!HasChanged(world_, called))
         return false;
-    if (!called.result || called.result->databaseID <= 0) {
-        TellUpdateError();
-        return false;
-    }
     SyncLink& link = world_.book.syncLog.link;
     const int32_t previous = link.OnlineNoteBookID;
     DropLink(link);

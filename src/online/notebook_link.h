@@ -29,7 +29,6 @@ public:
 private:
     const SyncLink& Link() const { return world_.book.syncLog.link; }
     bool SetUp(int32_t onlineId);
-    void TellUpdateError();
 
     OnlineWorld world_;
 };

@@ -3,14 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/app_world.h"
 #include "app/notebook_commands.h"
-#include "notes/note_builder.h"
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
-#include "support/memory_store.h"
 #include "support/noted_syncs.h"
-#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
@@ -19,7 +17,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class OnlineCommandsTest : public testing::Test {
+class OnlineCommandsTest : public AppWorld {
 protected:
     OnlineCommandsTest() {
         store.Set("Online", "Endpoint", server.Url());
@@ -37,15 +35,8 @@ protected:
     HttpServer server;
     HttpClient client;
     NotedSyncs syncs;
-    NoteBookFolder folder;
-    MemoryStore store;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
-    NotedFaults faults;
     CLorebinderApp app{folder.folder.Path(), [this] {
-                           AppPorts ports{prompts, progress, clock, guids, store, faults};
+                           AppPorts ports = Ports();
                            ports.companions = &syncs;
                            ports.http = &client;
                            return ports;

@@ -3,11 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/app_world.h"
 #include "app/category_editing.h"
-#include "notes/note_builder.h"
 #include "notes/print_preview.h"
-#include "support/memory_store.h"
-#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
@@ -20,7 +18,7 @@ using testing::UnorderedElementsAre;
 constexpr Rgb kRed = MakeRgb(200, 0, 0), kNearRed = MakeRgb(204, 3, 1), kBlue = MakeRgb(0, 0, 200);
 
 /// The main NoteBook with four notes in three files, one of them of a source, and a second NoteBook.
-class PanelActionsTest : public testing::Test {
+class PanelActionsTest : public AppWorld {
 protected:
     PanelActionsTest() {
         CSource source;
@@ -115,14 +113,7 @@ protected:
         return text;
     }
 
-    NoteBookFolder folder;
-    MemoryStore store;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
-    NotedFaults faults;
-    CLorebinderApp app{folder.folder.Path(), {prompts, progress, clock, guids, store, faults}};
+    CLorebinderApp app{folder.folder.Path(), Ports()};
     WritingCommands commands{app};
     std::optional<Rgb> picked;
     PanelActions actions{app, commands, [this] { return picked; }};

@@ -3,13 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/app_world.h"
 #include "bibliography/bibliography_file.h"
 #include "bibliography/source_builder.h"
 #include "bibliography/source_selection.h"
-#include "notes/note_builder.h"
 #include "notes/print_preview.h"
-#include "support/memory_store.h"
-#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
@@ -59,7 +57,7 @@ CSource Paper(int32_t id, const std::string& title) {
 }
 
 /// The main NoteBook with two sources and three notes; 1 and 2 are in the list.
-class PrintCommandsTest : public testing::Test {
+class PrintCommandsTest : public AppWorld {
 protected:
     PrintCommandsTest() {
         AuthorList authors = ThreeAuthors();
@@ -87,19 +85,15 @@ protected:
     std::filesystem::path Preview() const { return folder.data.PrintPreview(); }
     std::filesystem::path Bib() const { return folder.data.Bibliography(); }
 
-    NoteBookFolder folder;
     ReadWorld world;
-    MemoryStore store;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
-    NotedFaults faults;
     ScriptedBackground background;
     NotedCompanions companions;
-    CLorebinderApp app{
-        folder.folder.Path(),
-        {prompts, progress, clock, guids, store, faults, &background, [](int) {}, [](int) { return 0; }, &companions}};
+    CLorebinderApp app{folder.folder.Path(), [this] {
+                           AppPorts ports = Ports();
+                           ports.background = &background;
+                           ports.companions = &companions;
+                           return ports;
+                       }()};
 };
 
 TEST_F(PrintCommandsTest, TheListIsHandedOverWithItsSourcesAsTheyAreCitedNow) {

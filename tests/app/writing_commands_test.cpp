@@ -4,11 +4,9 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "app/app_world.h"
 #include "app/category_editing.h"
-#include "notes/note_builder.h"
 #include "sources/source_editor.h"
-#include "support/memory_store.h"
-#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
@@ -18,7 +16,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 /// The main NoteBook with three notes, all of them in the list.
-class WritingCommandsTest : public testing::Test {
+class WritingCommandsTest : public AppWorld {
 protected:
     WritingCommandsTest() {
         for (const int32_t id : {1, 2, 3}) {
@@ -41,14 +39,7 @@ protected:
         return session.note.id;
     }
 
-    NoteBookFolder folder;
-    MemoryStore store;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
-    NotedFaults faults;
-    CLorebinderApp app{folder.folder.Path(), {prompts, progress, clock, guids, store, faults}};
+    CLorebinderApp app{folder.folder.Path(), Ports()};
     WritingCommands commands{app};
 };
 
