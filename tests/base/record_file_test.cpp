@@ -234,6 +234,10 @@ TEST(LongListFile, IsWrittenAndReadAsItIs) {
     EXPECT_EQ(read, list);
     EXPECT_TRUE(LoadLongListFile(read, folder / "none.dat").Missing());
     EXPECT_TRUE(read.IsEmpty());
+    std::unique_ptr<RecordReader> reader;
+    EXPECT_TRUE(OpenRecordFile(folder / "list.dat", reader).Ok());
+    EXPECT_FALSE(OpenRecordFile(folder / "none.dat", reader).Ok());
+    EXPECT_EQ(reader, nullptr) << "what was open before";
     EXPECT_FALSE(SaveLongListFile(list, folder / "none" / "list.dat").Ok());
 }
 

@@ -3,10 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "rtf/append_document.h"
 #include "rtf/list_marks.h"
 #include "rtf/office_rtf.h"
 #include "rtf/rtf.h"
+#include "rtf/rtf_check.h"
+#include "rtf/rtf_files.h"
 
 namespace lore {
 namespace {
@@ -156,6 +159,55 @@ TEST(AppendDocument, KeepsFontsLinksTablesAndListsApart) {
             numbers.push_back(mark);
     }
     EXPECT_EQ(numbers, (std::vector<std::string>{"1.", "1."})) << "each text counts for itself";
+}
+
+TEST(AppendDocument, KeepsAllOfEachFile) {
+    for (const auto& path : RtfFiles()) {
+        SCOPED_TRACE(path.filename());
+        const Document document = ReadRtf(ReadBytes(path));
+        DocumentBuilder builder;
+        int32_t nextList = 1;
+        AppendDocument(builder, document, nextList);
+        AppendDocument(builder, document, nextList);
+        const Document twice = builder.Finish({}, true);
+        // The last paragraph ends like any other one when something follows it.
+        EXPECT_EQ(twice.text, document.text + '\n' + document.text);
+        ASSERT_EQ(twice.paragraphs.size(), document.paragraphs.size() * 2);
+        EXPECT_EQ(twice.rows.size(), document.rows.size() * 2);
+        EXPECT_EQ(twice.runs.size(), document.runs.size() * 2);
+        EXPECT_EQ(twice.pictures.size(), document.pictures.size() * 2);
+        EXPECT_EQ(WhatIsWrongWith(twice), "");
+        for (size_t i = 0; i < document.paragraphs.size(); ++i) {
+            ParagraphFormat format = twice.paragraphs[i].format;
+            format.list_id = document.paragraphs[i].format.list_id;
+            EXPECT_EQ(format, document.paragraphs[i].format) << i;
+        }
+    }
+}
+
+/// The characters of a page that are text, without white space.
+std::string TextOfPage(std::string_view body) {
+    std::string text;
+    bool inTag = false;
+    for (const char c : body) {
+        inTag = inTag ? c != '>' : c == '<';
+        if (!inTag && c != '>' && Trim(std::string_view(&c, 1)) == std::string_view(&c, 1))
+            text += c;
+    }
+    const std::pair<const char*, const char*> escapes[] = {
+        {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&amp;", "&"}};
+    for (const auto& [escape, character] : escapes)
+        text = ReplaceAll(text, escape, character);
+    return ReplaceAll(text, "[picture]", "");
+}
+
+TEST(HtmlWriter, HoldsTheTextOfEachFile) {
+    for (const auto& path : RtfFiles()) {
+        const std::string rtf = ReadBytes(path);
+        std::string text = PlainText(rtf);
+        std::erase_if(text, [](char c) { return Trim(std::string_view(&c, 1)).empty(); });
+        EXPECT_EQ(TextOfPage(BodyOf(rtf)), text) << path.filename();
+    }
 }
 
 TEST(OfficeRtf, HasAPaperButNoOlderMarksAndReadsBack) {
