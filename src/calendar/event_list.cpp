@@ -132,8 +132,4 @@ EventList SelectByDate(const EventList& list, const DateTime& date) {
     return result;
 }
 
-bool AnyHasReminders(const EventList& list) {
-    return std::any_of(list.begin(), list.end(), [](const CTmEvent& event) { return !event.Reminders.empty(); });
-}
-
 }  // namespace lore

@@ -34,6 +34,5 @@ EventList RemoveSeries(EventList& list, std::string_view seriesId, const CTmEven
 
 /// The events that start or end on a day, or run over the whole of it; none for a date that isn't valid.
 EventList SelectByDate(const EventList& list, const DateTime& date);
-bool AnyHasReminders(const EventList& list);
 
 }  // namespace lore

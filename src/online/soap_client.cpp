@@ -45,10 +45,8 @@ SoapError SoapClient::ReadReply(const HttpReply& reply, std::string_view operati
     SoapReply read = ReadSoapReply(reply.body, operation, shape);
     if (!read.isRead)
         return SoapError::Reply;
-    if (read.fault || reply.status == kServerError) {
-        fault_ = read.fault.value_or(SoapFault{});
+    if (read.fault || reply.status == kServerError)
         return SoapError::Fault;
-    }
     result = std::move(read.result);
     return SoapError::None;
 }
@@ -56,7 +54,6 @@ SoapError SoapClient::ReadReply(const HttpReply& reply, std::string_view operati
 SoapError SoapClient::Invoke(std::string_view operation, const std::vector<SoapArgument>& arguments,
                              const SoapShape& shape, const std::stop_token& stop, std::optional<SoapResult>& result) {
     result.reset();
-    fault_ = {};
     if (address_.endpoint.empty())
         return SoapError::Request;
     auto body = SoapEnvelope(operation, address_.nameSpace, arguments);

@@ -40,16 +40,13 @@ public:
     /// Calls an operation. With SoapError::None the result may be missing all the same: the server has nothing to say.
     SoapError Invoke(std::string_view operation, const std::vector<SoapArgument>& arguments, const SoapShape& shape,
                      const std::stop_token& stop, std::optional<SoapResult>& result);
-    /// What the server said of the last call, if that ended in SoapError::Fault.
-    const SoapFault& LastFault() const { return fault_; }
 
 private:
-    SoapError ReadReply(const HttpReply& reply, std::string_view operation, const SoapShape& shape,
-                        std::optional<SoapResult>& result);
+    static SoapError ReadReply(const HttpReply& reply, std::string_view operation, const SoapShape& shape,
+                               std::optional<SoapResult>& result);
 
     HttpTransport& transport_;
     ServiceAddress address_;
-    SoapFault fault_;
 };
 
 }  // namespace lore

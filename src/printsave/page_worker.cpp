@@ -47,10 +47,11 @@ void PageWorker::LayOut(MakeContent make, const QPageLayout& paper) {
 }
 
 void PageWorker::MakeAndLayOut(int number, const MakeContent& make, const QPageLayout& paper) {
-    if (number != asked_)
+    if (!IsWanted(number))
         return;
     std::shared_ptr<const PrintContent> content = make();
-    if (number != asked_)
+    // cppcheck-suppress identicalConditionAfterEarlyExit; the window may want another layout by now
+    if (!IsWanted(number))
         return;
     text_ = std::make_unique<PagedText>(QString::fromStdString(content->Html()), paper);
     QMetaObject::invokeMethod(
@@ -60,7 +61,7 @@ void PageWorker::MakeAndLayOut(int number, const MakeContent& make, const QPageL
 }
 
 void PageWorker::Take(int number, std::shared_ptr<const PrintContent> content, int pageCount) {
-    if (number != asked_)
+    if (!IsWanted(number))
         return;
     done_ = number;
     content_ = std::move(content);
@@ -79,13 +80,13 @@ void PageWorker::Draw(int page, double scale) {
     lastAsked_ = page;
     const int number = asked_;
     Post([this, number, page, scale] {
-        if (number != asked_)
+        if (!IsWanted(number))
             return;
         const bool isFar = std::abs(page - lastAsked_) > kFarAway;
         const QImage picture = isFar || page >= text_->PageCount() ? QImage() : PictureOfPage(*text_, page, scale);
         // By the time that it comes, other pages may be shown.
         const auto tell = [this, number, page, scale, picture] {
-            if (number == asked_)
+            if (IsWanted(number))
                 emit Drawn(page, scale, picture);
         };
         QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);

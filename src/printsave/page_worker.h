@@ -49,6 +49,8 @@ signals:
 private:
     void Post(const std::function<void()>& task, Qt::ConnectionType type = Qt::QueuedConnection);
     void MakeAndLayOut(int number, const MakeContent& make, const QPageLayout& paper);
+    /// Of the layout with this number, on either thread; another one may be asked for at any time.
+    bool IsWanted(int number) const { return number == asked_; }
     void Take(int number, std::shared_ptr<const PrintContent> content, int pageCount);
 
     QThread thread_;

@@ -24,12 +24,13 @@
 #include "printsave/page_worker.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
+#include "ui/window_place.h"
 
 namespace lore {
 
 namespace {
 
-constexpr char kSection[] = "Windows", kPlace[] = "PrintSave", kFont[] = "PrintSaveFont";
+constexpr char kPlace[] = "PrintSave", kFont[] = "PrintSaveFont";
 constexpr int kDefaultWidth = 980, kDefaultHeight = 1000;
 constexpr double kZoomStep = 1.2;
 
@@ -62,7 +63,7 @@ PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, Settings
     setWindowTitle((isBibliography ? tr("Bibliography") : tr("Notes")) + tr(" \u2013 Print or Save"));
     if (QLocale::system().measurementSystem() == QLocale::ImperialUSSystem)
         paper_.setPageSize(QPageSize(QPageSize::Letter), QMarginsF());
-    const int stored = ToQString(store_.Get(kSection, kFont).value_or("0")).toInt();
+    const int stored = ToQString(store_.Get(kWindowsSection, kFont).value_or("0")).toInt();
     if (isBibliography)
         font_ = static_cast<size_t>(std::clamp<int>(stored, 0, std::size(kBibliographyFonts) - 1));
     preview_ = new PageView(theme_, this);
@@ -162,7 +163,7 @@ void PreviewWindow::MakeFontChoice(QMenuBar& bar) {
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, number] { fonts_->setCurrentIndex(number); });
     }
-    const int stored = ToQString(store_.Get(kSection, kFont).value_or("0")).toInt();
+    const int stored = ToQString(store_.Get(kWindowsSection, kFont).value_or("0")).toInt();
     fonts_->setCurrentIndex(std::clamp(stored, 0, fonts_->count() - 1));
     group->actions().at(fonts_->currentIndex())->setChecked(true);
     tools_->addSeparator();
@@ -175,22 +176,14 @@ void PreviewWindow::MakeFontChoice(QMenuBar& bar) {
 
 void PreviewWindow::RestorePlace() {
     resize(QSize(kDefaultWidth, kDefaultHeight).boundedTo(QGuiApplication::primaryScreen()->availableSize()));
-    const QStringList parts = ToQString(store_.Get(kSection, kPlace).value_or("")).split(',');
-    if (parts.size() != 4)
-        return;
-    const QRect frame(parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt());
-    if (!frame.isEmpty() && QGuiApplication::screenAt(frame.center())) {
-        resize(frame.size());
-        move(frame.topLeft());
+    if (const std::optional<QRect> place = StoredWindowPlace(store_, kPlace)) {
+        resize(place->size());
+        move(place->topLeft());
     }
 }
 
 void PreviewWindow::closeEvent(QCloseEvent* event) {
-    const QRect frame(pos(), size());
-    store_.Set(
-        kSection, kPlace,
-        FromQString(
-            QStringLiteral("%1,%2,%3,%4").arg(frame.left()).arg(frame.top()).arg(frame.width()).arg(frame.height())));
+    StoreWindowPlace(store_, kPlace, *this);
     store_.Flush();
     QMainWindow::closeEvent(event);
 }
@@ -256,7 +249,7 @@ void PreviewWindow::SetPaper(const QPageLayout& paper) {
 
 void PreviewWindow::SetFont(int font) {
     font_ = static_cast<size_t>(font);
-    store_.Set(kSection, kFont, std::to_string(font));
+    store_.Set(kWindowsSection, kFont, std::to_string(font));
     LayOut();
 }
 

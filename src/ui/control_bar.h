@@ -32,7 +32,7 @@ public:
     void SetAvailable(const std::function<bool(PanelNeed)>& isThere);
     void SetPage(int page);
     int Page() const;
-    PanelPage* PageAt(PanelKind kind) const { return pages_[static_cast<size_t>(kind)]; }
+    PanelPage* PageAt(PanelKind kind) const { return pages_.at(static_cast<size_t>(kind)); }
 
 signals:
     void CommandRequested(const PanelOrder& order);

@@ -1,20 +1,15 @@
 #include "ui/dialog_frame.h"
 
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include "ui/qt_text.h"
 #include "ui/theme_look.h"
+#include "ui/window_place.h"
 
 namespace lore {
-
-namespace {
-constexpr char kSection[] = "Windows";
-}
 
 DialogFrame::DialogFrame(const QString& title, const char* place, SettingsStore& store, QWidget* parent)
     : QDialog(parent), place_(place), store_(store) {
@@ -79,24 +74,14 @@ void DialogFrame::GrowToFit() {
 }
 
 void DialogFrame::RestorePlace() {
-    const QStringList parts = ToQString(store_.Get(kSection, place_).value_or("")).split(',');
-    if (parts.size() != 4)
-        return;
-    const QRect frame(parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt());
-    const QScreen* const screen = QGuiApplication::screenAt(frame.center());
-    if (!screen || frame.isEmpty())
-        return;
-    const QRect room = screen->availableGeometry();
-    resize(frame.size().boundedTo(room.size()).expandedTo(minimumSizeHint()));
-    move(frame.topLeft());
+    if (const std::optional<QRect> place = StoredWindowPlace(store_, place_)) {
+        resize(place->size().expandedTo(minimumSizeHint()));
+        move(place->topLeft());
+    }
 }
 
 void DialogFrame::StorePlace() {
-    const QRect frame(pos(), size());
-    store_.Set(
-        kSection, place_,
-        FromQString(
-            QStringLiteral("%1,%2,%3,%4").arg(frame.left()).arg(frame.top()).arg(frame.width()).arg(frame.height())));
+    StoreWindowPlace(store_, place_, *this);
 }
 
 }  // namespace lore

@@ -298,7 +298,6 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             return size + QSize(4 * kSpace, 2 * kSpace);
         case CT_LineEdit:
         case CT_ComboBox:
-            return size + QSize(kSpace, kSpace);
         case CT_ToolButton:
         case CT_MenuItem:
             return size + QSize(kSpace, kSpace);
@@ -322,7 +321,6 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         case PM_TabBarTabVSpace:
             return 4 * kSpace;
         case PM_ToolBarItemSpacing:
-            return kSpace;
         case PM_ToolBarItemMargin:
             return kSpace;
         case PM_LayoutHorizontalSpacing:
@@ -342,9 +340,24 @@ int FlatStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* result) const {
     if (hint == SH_EtchDisabledText || hint == SH_ScrollView_FrameOnlyAroundContents)
         return 0;
-    if (hint == SH_ScrollBar_Transient)
+    if (hint == SH_ScrollBar_Transient || hint == SH_DialogButtonBox_ButtonsHaveIcons)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
+QIcon FlatStyle::standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const {
+    switch (standard) {
+        case SP_MessageBoxInformation:
+            return theme_.Icon(QStringLiteral("info"), ColorRole::Accent);
+        case SP_MessageBoxQuestion:
+            return theme_.Icon(QStringLiteral("circle-question-mark"), ColorRole::Accent);
+        case SP_MessageBoxWarning:
+            return theme_.Icon(QStringLiteral("triangle-alert"), ColorRole::Text);
+        case SP_MessageBoxCritical:
+            return theme_.Icon(QStringLiteral("circle-alert"), ColorRole::Text);
+        default:
+            return QProxyStyle::standardIcon(standard, option, widget);
+    }
 }
 
 }  // namespace lore

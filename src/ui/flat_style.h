@@ -8,7 +8,7 @@ class ThemeLook;
 enum class ColorRole;
 
 /// The Fusion style without its bevels and gradients: flat fields and buttons with round corners, thin scroll bars,
-/// tabs with a line under the active one, and an accent ring around what has the keyboard.
+/// tabs with a line under the active one, an accent ring around what has the keyboard, and icons of the one set.
 class FlatStyle : public QProxyStyle {
     Q_OBJECT
 
@@ -28,6 +28,7 @@ public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                   QStyleHintReturn* result) const override;
+    QIcon standardIcon(StandardPixmap standard, const QStyleOption* option, const QWidget* widget) const override;
 
 private:
     void DrawButton(const QStyleOption& option, QPainter& painter) const;

@@ -11,7 +11,7 @@
 
 namespace lore {
 
-/// The commands of the menu bar. A command that doesn't exist yet has no line.
+/// The commands of the menu bar, in its order.
 std::vector<MenuCommand> MainWindow::Commands() {
     using Menu = MainMenu;
     const MenuCommand line = {Menu::File, {}};

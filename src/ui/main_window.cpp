@@ -74,7 +74,7 @@ void MainWindow::MakeCentre() {
     board_->SetEmptyState({tr("No notes in the list"),
                            tr("Search for a word above, or double-click a category, source, key word or color at the "
                               "left to bring in its notes."),
-                           tr("Show all notes")});
+                           tr("Show all notes"), QString::fromStdString(app_.Data().Logo().string())});
 }
 
 void MainWindow::MakeStatusBar() {

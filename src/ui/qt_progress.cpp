@@ -178,13 +178,20 @@ bool QtProgress::Cancelled() const {
     return cancel_.stop_requested();
 }
 
-void QtProgress::ShowStandBy(const std::string& text) {
+/// The panel with a text and no bar; false where there is no window to show it on.
+bool QtProgress::ShowText(const std::string& text) {
     MakePanel();
     if (!panel_)
-        return;
+        return false;
     text_ = text;
     ShowState();
     bar_->hide();
+    return true;
+}
+
+void QtProgress::ShowStandBy(const std::string& text) {
+    if (!ShowText(text))
+        return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     Place();
     Paint(true);
@@ -197,12 +204,8 @@ void QtProgress::HideStandBy() {
 }
 
 void QtProgress::ShowStop(const std::string& text, QObject& stopper) {
-    MakePanel();
-    if (!panel_)
+    if (!ShowText(text))
         return;
-    text_ = text;
-    ShowState();
-    bar_->hide();
     stop_->show();
     QObject::connect(stop_, &QPushButton::clicked, &stopper, [&stopper] { static_cast<InputGuard&>(stopper).Stop(); });
     Place();

@@ -43,6 +43,7 @@ public:
 
 private:
     void MakePanel();
+    bool ShowText(const std::string& text);
     void ShowStop(const std::string& text, QObject& stopper);
     void Place();
     void ShowState();

@@ -35,6 +35,7 @@ private slots:
     void init();
     void cleanup();
     void shows_the_last_list_and_its_counts();
+    void an_empty_list_shows_the_picture_of_the_data_folder();
     void search_marks_and_counts();
     void search_scrolls_to_the_first_new_note();
     void both_operators_are_refused_and_change_nothing();
@@ -99,6 +100,21 @@ void MainWindowTest::shows_the_last_list_and_its_counts() {
     QCOMPARE(window_->Board()->VisibleRows().first, 0);
     QVERIFY(faults_.faults.empty());
     QCOMPARE(progress_.shown, 0);
+}
+
+void MainWindowTest::an_empty_list_shows_the_picture_of_the_data_folder() {
+    CloseWindow();
+    QImage logo(60, 40, QImage::Format_RGB32);
+    logo.fill(Qt::darkRed);
+    QVERIFY(logo.save(QString::fromStdString((DataPaths{Root()}.DataFiles() / "Logo.bmp").string())));
+    Open();
+    app_->ClearList();
+    window_->ShowNoteBook();
+    TakeShot(*window_, "main-logo-light");
+    const QList<QLabel*> labels = window_->Board()->findChildren<QLabel*>();
+    QVERIFY(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+        return label->isVisible() && label->pixmap().toImage().convertToFormat(QImage::Format_RGB32) == logo;
+    }));
 }
 
 void MainWindowTest::search_marks_and_counts() {

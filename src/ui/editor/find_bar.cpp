@@ -125,7 +125,6 @@ void FindBar::MakeActions() {
         connect(action, &QAction::triggered, this, entry.slot);
         edit_.addAction(action);
         addAction(action);
-        actions_.push_back(action);
     }
 }
 

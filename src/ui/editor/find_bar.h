@@ -25,9 +25,6 @@ class FindBar : public QWidget {
 public:
     FindBar(RichTextEdit& edit, const Theme& theme, QWidget* parent = nullptr);
 
-    /// Find, replace, next and previous, for menus; their shortcuts work while the text or the bar has the keyboard.
-    std::vector<QAction*> FindActions() const { return actions_; }
-
 public slots:
     void ShowFind();
     void ShowReplace();
@@ -65,7 +62,6 @@ private:
     QToolButton* close_ = nullptr;
     QWidget* replaceRow_ = nullptr;
     std::vector<QPushButton*> replaceButtons_;
-    std::vector<QAction*> actions_;
     std::vector<SearchHit> hits_;
     QTimer again_;
 };

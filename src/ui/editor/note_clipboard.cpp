@@ -82,7 +82,7 @@ QString HtmlOf(const Document& document, const NoteFormats& own) {
 
 QByteArray RtfIn(const QMimeData& mime) {
     for (const char* type : {"text/rtf", "application/rtf", "text/richtext"})
-        if (const QByteArray bytes = mime.data(QLatin1String(type)); bytes.startsWith("{\\rtf"))
+        if (QByteArray bytes = mime.data(QLatin1String(type)); bytes.startsWith("{\\rtf"))
             return bytes;
     return {};
 }

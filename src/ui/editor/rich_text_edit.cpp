@@ -130,13 +130,6 @@ std::string RichTextEdit::PlainText() const {
     return WithCrLf(Assemble(CaptureNote(*shown_, formats_)).text);
 }
 
-void RichTextEdit::MarkSaved(const std::string& rtf) {
-    stored_ = rtf;
-    knownSize_ = static_cast<qint64>(rtf.size());
-    addedSize_ = 0;
-    shown_->setModified(false);
-}
-
 void RichTextEdit::CaptureAside(CaptureBeside::Callback callback) {
     const qint64 before = addedSize_;
     beside_->Start(*shown_, [this, before, callback = std::move(callback)](CapturedTexts texts) {
@@ -161,7 +154,7 @@ void RichTextEdit::OnContentsChange(int position, int removed, int added) {
     if (added == 1 && removed == 0)
         addedSize_ += RtfBytesOf(QString(shown_->characterAt(position)));
     else if (added > removed)
-        addedSize_ += (added - removed) * 2;
+        addedSize_ += 2 * qint64{added - removed};
     else
         addedSize_ -= removed - added;
     // What came in at once may be a picture, of which the count of characters says nothing.

@@ -45,8 +45,6 @@ public:
     std::string Rtf() const;
     /// The text without its look, "\r\n" between paragraphs.
     std::string PlainText() const;
-    /// What was written last counts as stored from here on.
-    void MarkSaved(const std::string& rtf);
     /// Bytes that Rtf() would have, within some per cent; costs nothing.
     qint64 RtfSize() const { return knownSize_ + addedSize_; }
     /// Hands over the text without holding up the typing. See CaptureBeside.

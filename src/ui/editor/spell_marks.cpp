@@ -140,7 +140,7 @@ void SpellMarks::Slice() {
     timer_.stop();
 }
 
-bool SpellMarks::CheckBlock(QTextBlock block) {
+bool SpellMarks::CheckBlock(const QTextBlock& block) {
     NoteBlockData& data = NoteBlockData::Of(block);
     if (data.checked)
         return false;
@@ -191,7 +191,7 @@ QTextCharFormat MarkLook(const MarkStyle& style, const ThemeLook& theme) {
     return look;
 }
 
-void SpellMarks::ShowMarks(QTextBlock block) {
+void SpellMarks::ShowMarks(const QTextBlock& block) {
     QList<QTextLayout::FormatRange> ranges;
     const QTextCharFormat look = MarkLook(style_, theme_);
     for (const SpellMark& mark : NoteBlockData::Of(block).marks)

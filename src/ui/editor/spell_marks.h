@@ -33,7 +33,6 @@ public:
     /// Turns the marks on or off.
     void SetEnabled(bool enabled);
     bool IsEnabled() const { return enabled_; }
-    SpellChecker* Checker() const { return checker_; }
     /// Follows a new document of the editor.
     void Attach();
     /// Checks everything anew, as after a change of language.
@@ -54,9 +53,9 @@ signals:
 private:
     void OnContentsChange(int position, int removed, int added);
     void Slice();
-    bool CheckBlock(QTextBlock block);
+    bool CheckBlock(const QTextBlock& block);
     bool IsRight(const QString& word);
-    void ShowMarks(QTextBlock block);
+    void ShowMarks(const QTextBlock& block);
     void Clear();
     void AddLanguages(QMenu& menu, QAction* before);
 

@@ -76,7 +76,7 @@ QColor TextCommands::GroundAt(const QTextCursor& cursor) const {
     return formats_.Look().ground;
 }
 
-void TextCommands::ChangeRange(QTextCursor range, const CharChange& change) {
+void TextCommands::ChangeRange(const QTextCursor& range, const CharChange& change) {
     for (const Stretch& stretch : StretchesOf(range)) {
         CharFormat format = formats_.Characters(stretch.format);
         change(format);

@@ -44,7 +44,7 @@ public:
     QColor GroundAt(const QTextCursor& cursor) const;
 
 private:
-    void ChangeRange(QTextCursor range, const CharChange& change);
+    void ChangeRange(const QTextCursor& range, const CharChange& change);
     int32_t NewListId() const;
 
     QTextEdit& edit_;

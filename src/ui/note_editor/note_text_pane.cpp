@@ -15,6 +15,7 @@ namespace {
 
 std::vector<TextPicture> Converted(std::vector<NotePicture> pictures) {
     std::vector<TextPicture> converted;
+    converted.reserve(pictures.size());
     for (NotePicture& picture : pictures)
         converted.push_back({picture.position, picture.bytes, picture.fileName, std::move(picture.data)});
     return converted;

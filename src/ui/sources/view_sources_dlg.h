@@ -22,7 +22,7 @@ public:
     CViewSourcesDlg(SourceBrowser& browser, const SourceWindows& windows, QWidget* parent);
 
     CSourcesListWnd* List() const { return list_; }
-    QComboBox* FilterBox(SourceFilter filter) const { return boxes_[static_cast<size_t>(filter)]; }
+    QComboBox* FilterBox(SourceFilter filter) const { return boxes_.at(static_cast<size_t>(filter)); }
     QPushButton* FiltersButton() const { return filtersButton_; }
 
     void NewSource();
