@@ -64,6 +64,7 @@ const CProCategoryTree* FirstWith(const std::vector<CProCategoryTree>& siblings,
 
 CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
     version = other.version;
+    unread_ = other.unread_;
     EditRoots() = other.roots_;
     return *this;
 }
@@ -89,10 +90,13 @@ FileResult CProCategoryList::Load(const std::filesystem::path& path) {
     std::unique_ptr<RecordReader> reader;
     const FileResult result = OpenRecordFile(path, reader);
     Read(result.Ok() ? reader.get() : nullptr);
+    unread_ = result.Missing() ? FileResult{} : result;
     return result;
 }
 
 FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
+    if (!unread_.Ok())
+        return unread_;
     RecordWriter writer;
     Write(&writer);
     return SaveRecordFile(path, writer);

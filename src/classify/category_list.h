@@ -20,7 +20,8 @@ public:
     double version = 0.0;  ///< as the file had it; never tested
 
     CProCategoryList() = default;
-    CProCategoryList(const CProCategoryList& other) : version(other.version), roots_(other.roots_), fresh_(false) {}
+    CProCategoryList(const CProCategoryList& other)
+        : version(other.version), roots_(other.roots_), unread_(other.unread_), fresh_(false) {}
     CProCategoryList(CProCategoryList&&) = default;
     CProCategoryList& operator=(const CProCategoryList& other);
     CProCategoryList& operator=(CProCategoryList&&) = default;
@@ -33,7 +34,8 @@ public:
     /// Replaces the forest by the file's. A file that doesn't open leaves no category but `<UNASSIGNED>`, which is
     /// appended wherever the file lacks it.
     FileResult Load(const std::filesystem::path& path);
-    /// Writes the file in the current version.
+    /// Writes the file in the current version. Gives the failure of Load instead if the file was there and could not be
+    /// read: it holds categories that this forest has never seen.
     FileResult Save(const std::filesystem::path& path) const;
     /// True if the file opens for reading.
     static bool FileExists(const std::filesystem::path& path);
@@ -84,6 +86,7 @@ private:
     void Touch();
 
     std::vector<CProCategoryTree> roots_;
+    FileResult unread_;
     mutable NodesByID nodes_;  // empty until the first search after a change
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.

@@ -1,10 +1,14 @@
 #include "online/soap_client.h"
 
+#include <chrono>
 #include <utility>
 
 namespace lore {
 
 namespace {
+
+/// For one call. Replies have some kilobytes; a server that sends a byte now and then must not hold one for ever.
+constexpr std::chrono::seconds kLongestCall{60};
 
 constexpr int kOk = 200, kAccepted = 202, kServerError = 500;
 
@@ -16,6 +20,7 @@ HttpRequest RequestOf(const ServiceAddress& address, std::string_view operation,
                       {"SOAPAction", "\"" + address.nameSpace + std::string(operation) + "\""},
                       {"User-Agent", "Microsoft-ATL-Native/8.00"}};
     request.body = std::move(body);
+    request.longest = kLongestCall;
     return request;
 }
 

@@ -55,6 +55,26 @@ TEST(CategoryList, WritesTheFileByteForByte) {
     EXPECT_EQ(Shape(forest), "21122112:<UNASSIGNED>");
 }
 
+TEST(CategoryList, IsNeverWrittenOverAFileThatCouldNotBeRead) {
+    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "Unread.dat";
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink(path, path);
+    CProCategoryList forest, copy;
+    EXPECT_EQ(forest.Load(path).error, ELOOP);
+    copy = forest;
+    std::filesystem::remove(path);
+    ASSERT_TRUE(WriteFileAtomically(path, "seen by nobody").Ok());
+    EXPECT_EQ(forest.Save(path).error, ELOOP);
+    EXPECT_EQ(copy.Save(path).error, ELOOP);
+    EXPECT_EQ(CProCategoryList(forest).Save(path).error, ELOOP);
+    std::string bytes;
+    ASSERT_TRUE(ReadFile(path, bytes).Ok());
+    EXPECT_EQ(bytes, "seen by nobody");
+    EXPECT_TRUE(forest.Load(path).Ok());
+    EXPECT_TRUE(forest.Save(path).Ok());
+    RemoveFile(path);
+}
+
 TEST(CategoryList, HasAlwaysAPlaceForUnassignedNotes) {
     EXPECT_EQ(Shape(FromBytes(kVersion + Fields({0}))), "21122112:<UNASSIGNED>");
     EXPECT_EQ(Shape(FromBytes("")), "21122112:<UNASSIGNED>");

@@ -7,6 +7,7 @@
 //   LORE_FAULT_AT       number of the call, from 1; none: only log
 //   LORE_FAULT          KILL, or the number of an error
 //   LORE_FAULT_LASTING  every call from that one on fails
+//   LORE_FAULT_READS    calls that open a file or a folder to read it, and that read, count too
 
 #include <atomic>
 #include <cerrno>
@@ -15,6 +16,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <string>
@@ -36,6 +38,7 @@ struct Orders {
     std::string fault = Env("LORE_FAULT");
     bool lasting = *Env("LORE_FAULT_LASTING") != '\0';
     bool bytes = *Env("LORE_FAULT_BYTES") != '\0';
+    bool reads = *Env("LORE_FAULT_READS") != '\0';
 };
 
 const Orders& TheOrders() {
@@ -126,8 +129,16 @@ mode_t ModeOf(int flags, va_list list) {
     return (flags & (O_CREAT | O_TMPFILE)) != 0 ? static_cast<mode_t>(va_arg(list, int)) : 0;
 }
 
-bool Changes(int flags) {
-    return (flags & (O_CREAT | O_TRUNC)) != 0;
+bool FailsToOpen(const char* path, int flags) {
+    if ((flags & (O_CREAT | O_TRUNC)) != 0)
+        return Strikes("create", Absolute(path), Emptied((flags & O_TRUNC) != 0));
+    return TheOrders().reads && Strikes("open", Absolute(path));
+}
+
+bool FailsToOpen(const char* path, const char* mode) {
+    if (std::strchr(mode, 'r') == nullptr)
+        return Strikes("create", Absolute(path), Emptied(*mode == 'w'));
+    return TheOrders().reads && Strikes("open", Absolute(path));
 }
 
 }  // namespace
@@ -223,15 +234,23 @@ int mkdir(const char* path, mode_t mode) {
     return Strikes("mkdir", Absolute(path)) ? -1 : real(path, mode);
 }
 
+ssize_t read(int number, void* bytes, size_t count) {
+    static const auto real = Real<ssize_t (*)(int, void*, size_t)>("read");
+    return TheOrders().reads && Strikes("read", PathOf(number)) ? -1 : real(number, bytes, count);
+}
+
+DIR* opendir(const char* path) {
+    static const auto real = Real<DIR* (*)(const char*)>("opendir");
+    return TheOrders().reads && Strikes("open", Absolute(path)) ? nullptr : real(path);
+}
+
 int open(const char* path, int flags, ...) {
     static const auto real = Real<int (*)(const char*, int, ...)>("open");
     va_list list;
     va_start(list, flags);
     const mode_t mode = ModeOf(flags, list);
     va_end(list);
-    return Changes(flags) && Strikes("create", Absolute(path), Emptied((flags & O_TRUNC) != 0))
-               ? -1
-               : real(path, flags, mode);
+    return FailsToOpen(path, flags) ? -1 : real(path, flags, mode);
 }
 
 int open64(const char* path, int flags, ...) {
@@ -240,23 +259,17 @@ int open64(const char* path, int flags, ...) {
     va_start(list, flags);
     const mode_t mode = ModeOf(flags, list);
     va_end(list);
-    return Changes(flags) && Strikes("create", Absolute(path), Emptied((flags & O_TRUNC) != 0))
-               ? -1
-               : real(path, flags, mode);
+    return FailsToOpen(path, flags) ? -1 : real(path, flags, mode);
 }
 
 FILE* fopen64(const char* path, const char* mode) {
     static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen64");
-    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path), Emptied(*mode == 'w'))
-               ? nullptr
-               : real(path, mode);
+    return FailsToOpen(path, mode) ? nullptr : real(path, mode);
 }
 
 FILE* fopen(const char* path, const char* mode) {
     static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen");
-    return std::strchr(mode, 'r') == nullptr && Strikes("create", Absolute(path), Emptied(*mode == 'w'))
-               ? nullptr
-               : real(path, mode);
+    return FailsToOpen(path, mode) ? nullptr : real(path, mode);
 }
 
 }  // extern "C"

@@ -1,5 +1,7 @@
 #include "online/http_client.h"
 
+#include <chrono>
+#include <fstream>
 #include <gmock/gmock.h>
 
 #include "support/http_server.h"
@@ -134,6 +136,54 @@ TEST_P(BadReplies, Fail) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, BadReplies, testing::ValuesIn(kBad), [](const auto& test) { return test.param.name; });
+
+/// The most memory that this process has held since the last call of this, in bytes; 0 if the system doesn't tell.
+size_t PeakSinceLastTime() {
+    size_t peak = 0;
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmHWM:"))
+            peak = std::stoul(line.substr(6)) << 10;
+    std::ofstream("/proc/self/clear_refs") << "5";
+    return peak;
+}
+
+/// The build with sanitizers keeps what is freed for a while.
+#if defined(__SANITIZE_ADDRESS__) || defined(__clang__)
+constexpr bool kKeepsFreedMemory = true;
+#else
+constexpr bool kKeepsFreedMemory = false;
+#endif
+
+TEST(HttpClient, HoldsLittleOfAReplyOfTenGigabytes) {
+    const std::string block(1'000'000, 'x');
+    constexpr uint64_t kTimes = 10'000;
+    const std::string chunk = "F4240\r\n" + block + "\r\n";
+    const Bad endless[] = {
+        {"ByClose", {.bytes = Head(""), .again = block, .times = kTimes}, HttpFailure::TooLarge},
+        {"ByLength",
+         {.bytes = Head("Content-Length: 10000000000\r\n"), .again = block, .times = kTimes},
+         HttpFailure::TooLarge},
+        {"InChunks",
+         {.bytes = Head("Transfer-Encoding: chunked\r\n"), .again = chunk, .times = kTimes},
+         HttpFailure::TooLarge},
+        {"InTheHead",
+         {.bytes = "HTTP/1.1 200 OK\r\n", .again = "X: y\r\n", .times = 1000 * kTimes},
+         HttpFailure::NoReply},
+        {"InALine", {.bytes = "HTTP/1.1 200 OK\r\nX: ", .again = block, .times = kTimes}, HttpFailure::NoReply},
+        {"InterimReplies", {.bytes = "", .again = Head("", 100), .times = 1000 * kTimes}, HttpFailure::NoReply},
+    };
+    for (const Bad& bad : endless) {
+        HttpServer server;
+        PeakSinceLastTime();
+        const size_t before = PeakSinceLastTime();
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_EQ(Ask(server, bad.answer, {}).failure, bad.failure) << bad.name;
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 11s) << bad.name;
+        const size_t most = before + (kKeepsFreedMemory ? size_t{512} : size_t{32}) * (size_t{1} << 20);
+        EXPECT_LT(PeakSinceLastTime(), most) << bad.name;
+    }
+}
 
 TEST(HttpClient, TakesAReplyOfItsLargestSize) {
     HttpServer server;

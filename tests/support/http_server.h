@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <netinet/in.h>
@@ -23,6 +24,8 @@ struct HttpAnswer {
     int pause = 0;        ///< milliseconds before each piece
     bool closes = true;   ///< otherwise the connection is held until the client lets go
     bool resets = false;  ///< the end of the connection is a reset
+    std::string again{};  ///< sent behind the bytes, again and again
+    uint64_t times = 0;
 };
 
 /// A web server on a port of this machine, in a thread of its own. It keeps the raw bytes of what it is asked, answers
@@ -116,6 +119,15 @@ private:
         answers_.pop_front();
         return answer;
     }
+    static bool Send(int socket, const std::string& part) {
+        for (size_t sent = 0; sent < part.size();) {
+            const ssize_t count = ::send(socket, part.data() + sent, part.size() - sent, MSG_NOSIGNAL);
+            if (count <= 0)
+                return false;
+            sent += static_cast<size_t>(count);
+        }
+        return true;
+    }
     void Serve(int socket) {
         const std::string request = ReadRequest(socket);
         if (request.empty())
@@ -124,13 +136,12 @@ private:
         const size_t piece = answer.piece ? answer.piece : answer.bytes.size();
         for (size_t at = 0; at < answer.bytes.size() && !ends_; at += piece) {
             std::this_thread::sleep_for(std::chrono::milliseconds(answer.pause));
-            const std::string part = answer.bytes.substr(at, piece);
-            for (size_t sent = 0; sent < part.size();) {
-                const ssize_t count = ::send(socket, part.data() + sent, part.size() - sent, MSG_NOSIGNAL);
-                if (count <= 0)
-                    return;
-                sent += static_cast<size_t>(count);
-            }
+            if (!Send(socket, answer.bytes.substr(at, piece)))
+                return;
+        }
+        for (uint64_t i = 0; i < answer.times && !ends_; ++i) {
+            if (!Send(socket, answer.again))
+                return;
         }
         if (answer.resets) {
             const linger hard = {1, 0};
