@@ -170,10 +170,10 @@ class World:
     # What a data folder shows.
 
     def state(self, data):
-        """What each note of each NoteBook holds, without what differs from run to run."""
+        """The NoteBooks, and what each note of each holds, without what differs from run to run."""
         notes = {}
         for book in self.programs.answer(data, "notebooks"):
-            notes |= self.book_state(data, book)
+            notes |= {("notebook", book["name"]): True} | self.book_state(data, book)
         return notes | self.calendar(data)
 
     def book_state(self, data, book):
