@@ -192,11 +192,18 @@ bool WritingCommands::UndoDeletion(const Undoable& undoable) {
 }
 
 bool WritingCommands::UndoImportOf(const Undoable& undoable) {
+    const auto& changes = std::get<ImportChanges>(undoable.what);
+    const size_t leaving = NotesThatLeave(changes, app_.NoteBook()), all = app_.NoteBook().TotalNoteCount();
+    if (IsLargeShare(leaving, all) &&
+        world_.prompts.Ask("Undoing the import takes  *" + std::to_string(leaving) + "*  of the  *" +
+                               std::to_string(all) + "*  notes out of this NoteBook.\n\nDo you wish to continue?",
+                           "Undo Import?") != PromptAnswer::Yes)
+        return false;
     const ReadContext context = app_.Context();
     IdCounters counters = app_.Counters();
     const std::optional<size_t> changed = UndoImport(
-        std::get<ImportChanges>(undoable.what), app_.NoteBook(), counters, [&] { app_.StoreCounters(counters); },
-        context, world_.faults, &app_.Texts());
+        changes, app_.NoteBook(), counters, [&] { app_.StoreCounters(counters); }, context, world_.faults,
+        &app_.Texts());
     if (!changed)
         return false;
     app_.ReloadNotes(undoable.listed);

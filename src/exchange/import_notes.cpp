@@ -84,7 +84,7 @@ public:
 private:
     void Take(ImportOutcome& outcome) {
         ImportComparison comparison = CompareArchive(archive_, world_);
-        if (!chooser_.ChooseNotes(comparison, archive_) || comparison.Chosen().empty())
+        if (!chooser_.ChooseNotes(comparison, archive_) || comparison.Chosen().empty() || !MayReplace(comparison))
             return;
         const bool sync = world_.book.syncLog.link.IsLinked() && AskToSync();
         world_.progress.SetRange(0, static_cast<int>(comparison.Chosen().size()));
@@ -93,6 +93,21 @@ private:
         outcome.displayAfter = comparison.displayAfter;
         outcome.result = outcome.ids.IsEmpty() ? ImportOutcome::kUnreadable : static_cast<int>(outcome.ids.Count());
         world_.reload();
+    }
+
+    /// Asks before many notes give way to earlier forms of themselves.
+    bool MayReplace(const ImportComparison& comparison) {
+        const std::vector<size_t> chosen = comparison.Chosen();
+        const auto older = static_cast<size_t>(std::count_if(chosen.begin(), chosen.end(), [&](size_t position) {
+            return comparison.Rows()[position].status == ImportStatus::Older;
+        }));
+        const size_t all = world_.book.TotalNoteCount();
+        return !IsLargeShare(older, all) ||
+               world_.prompts.Ask("This import replaces  *" + std::to_string(older) + "*  of the  *" +
+                                      std::to_string(all) +
+                                      "*  notes of this NoteBook by older forms from the archive.\n\nDo you wish to "
+                                      "continue?",
+                                  "Replace Notes?") == PromptAnswer::Yes;
     }
 
     bool AskToSync() {

@@ -45,6 +45,15 @@ void DropFilesOf(const CNote& note, const CNote& successor, const NoteBookPaths&
 
 }  // namespace
 
+size_t NotesThatLeave(const ImportChanges& changes, const OpenNoteBook& book) {
+    std::unordered_set<int32_t> replaced;
+    for (const CNote& note : changes.replaced)
+        replaced.insert(note.id);
+    return static_cast<size_t>(std::count_if(changes.landed.begin(), changes.landed.end(), [&](const auto& landed) {
+        return !replaced.contains(landed.first) && book.index.Contains(landed.first);
+    }));
+}
+
 size_t FingerprintOf(const CNote& note) {
     return std::hash<std::string>()(NoteFileBytes({&note, 1}));
 }

@@ -22,6 +22,14 @@ struct ImportChanges {
     std::unordered_map<int32_t, size_t> landed;  ///< FingerprintOf the notes that came in, by id
 };
 
+/// True for more than a fifth of the notes of a NoteBook: what takes so many away asks first, with their number.
+constexpr bool IsLargeShare(size_t notes, size_t all) {
+    return notes > all / 5;
+}
+
+/// How many notes undoing an import would take out of the NoteBook.
+size_t NotesThatLeave(const ImportChanges& changes, const OpenNoteBook& book);
+
 /// Tells whether a note is still as it was.
 size_t FingerprintOf(const CNote& note);
 

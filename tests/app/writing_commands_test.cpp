@@ -195,6 +195,31 @@ TEST_F(WritingCommandsTest, ADeletedNoteComesBackToItsOwnSourceAndCategories) {
     EXPECT_TRUE(faults.faults.empty());
 }
 
+TEST_F(WritingCommandsTest, UndoingAnImportOfManyNotesAsksWithTheirNumber) {
+    struct Case {
+        LongList landed, replaced;
+        bool asks;
+    };
+    // The third note has been deleted by hand, and isn't counted.
+    for (const Case& c : {Case{{1, 2}, {}, true}, Case{{1, 2}, {1, 2}, false}, Case{{7}, {}, false}}) {
+        ImportChanges changes;
+        for (const int32_t id : c.landed)
+            changes.landed.emplace(id, 0);
+        for (const int32_t id : c.replaced)
+            changes.replaced.push_back(DayNote(id));
+        commands.ImportDone(std::move(changes), LongList{1, 2, 3});
+        prompts.seen.clear();
+        commands.Undo();
+        EXPECT_EQ(commands.WhatToUndo() == WritingCommands::NextUndo::Import, c.asks) << "refused, it waits on";
+        EXPECT_EQ(!prompts.seen.empty() && prompts.seen[0].find("*2*  of the  *3*") != std::string::npos, c.asks);
+        prompts.answers = {PromptAnswer::Yes};
+        commands.Undo();
+        prompts.answers.clear();
+        EXPECT_EQ(commands.WhatToUndo(), WritingCommands::NextUndo::None);
+        EXPECT_EQ(app.NoteBook().TotalNoteCount(), 3u) << "they were changed since";
+    }
+}
+
 TEST_F(WritingCommandsTest, TheRichestFormOfAClipboardIsTaken) {
     const std::string rtf = "{\\rtf1 rich}", html = "<p>a <i>page</i></p>", plain = "plain";
     EXPECT_EQ(commands.CapturedText({rtf, html, plain}), rtf);

@@ -1,5 +1,6 @@
 #include "exchange/import_notes.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -84,6 +85,33 @@ protected:
     ExchangeBook from_, to_;
     TestChooser chooser_;
 };
+
+TEST_F(ImportNotesTest, OlderFormsDontTakeThePlaceOfManyNotesWithoutAQuestion) {
+    struct Case {
+        int older, all;
+        bool asks;
+    };
+    for (const Case& c : {Case{2, 10, false}, Case{3, 10, true}, Case{1, 4, true}, Case{0, 1, false}}) {
+        ExchangeBook book;
+        std::vector<CNote> archived, stored;
+        for (int i = 1; i <= c.all; ++i) {
+            archived.push_back(DayNote(i, 5));
+            stored.push_back(DayNote(i, 5));
+            stored.back().dateEdited = i <= c.older ? DateTime(2030, 1, 1) : DateTime(2010, 1, 1);
+        }
+        EXPECT_EQ(from_.Export(archive_, archived), c.all);
+        book.folder.Put("DAY01052020.dat", stored);
+        book.Load();
+        EXPECT_EQ(book.Import(archive_, chooser_).result, c.asks ? ImportOutcome::kNothing : c.all);
+        EXPECT_EQ(book.prompts.seen.size(), c.asks ? 1u : 0u) << c.older << " of " << c.all;
+        EXPECT_EQ(book.reloads, c.asks ? 0 : 1);
+        if (!c.asks)
+            continue;
+        EXPECT_THAT(book.prompts.seen[0], testing::HasSubstr("*" + std::to_string(c.older) + "*  of the  *"));
+        book.prompts.answers = {PromptAnswer::Yes};
+        EXPECT_EQ(book.Import(archive_, chooser_).result, c.all);
+    }
+}
 
 TEST_F(ImportNotesTest, AnEmptyNoteBookGetsTheSameNotes) {
     PutBytes(to_.Attachment("0000041.txt"), "there before");

@@ -96,6 +96,7 @@ bool Import(Soak& soak) {
     ModelUndo undo;
     undo.isImport = true;
     undo.listed = book.listed;
+    soak.SayYes();
     const bool isDone = ImportArchiveFile(soak.App(), archive.file, chooser, soak.Commands());
     soak.Require(isDone == !chooser.chosen.empty(), "an import");
     soak.Note("  " + std::to_string(chooser.chosen.size()) + " notes of " + archive.file.filename().string());

@@ -258,6 +258,7 @@ bool Undo(Soak& soak) {
     const auto next = undo.isImport ? WritingCommands::NextUndo::Import : WritingCommands::NextUndo::Deletion;
     soak.Require(soak.Commands().WhatToUndo() == next, "what is undone next");
     soak.Note(undo.isImport ? "  an import" : "  a deletion");
+    soak.SayYes();
     soak.Commands().Undo();
     book.undoables.pop_back();
     if (undo.isImport)
