@@ -1,6 +1,8 @@
 #include <QAccessible>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
+#include <QMenu>
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QScrollBar>
@@ -28,6 +30,7 @@ private slots:
     void KeysMoveTheFocusThroughTheList();
     void KeepsTheFocusNoteInPlaceWhenTheListChanges();
     void TellsScreenReadersOfItsCards();
+    void OffersEveryCommandToTheKeyboard();
     void ScrollsTwentyThousandNotesWithoutAHitch();
 };
 
@@ -253,6 +256,41 @@ void BoardTest::TellsScreenReadersOfItsCards() {
     QVERIFY(list->child(0)->text(QAccessible::Name).contains(QStringLiteral("Category: Lighthouses, England")));
     QCOMPARE(list->indexOfChild(card), 1);
     QCOMPARE(list->focusChild(), card);
+    QTest::keyClick(view_.get(), Qt::Key_End);
+    QCOMPARE(list->indexOfChild(list->focusChild()), board_->Count() - 1);
+}
+
+void AddTexts(const QMenu& menu, QStringList& texts) {
+    for (const QAction* const action : menu.actions()) {
+        texts.append(action->text());
+        if (action->menu())
+            AddTexts(*action->menu(), texts);
+    }
+}
+
+void BoardTest::OffersEveryCommandToTheKeyboard() {
+    FillSampleBoard(*board_);
+    Show();
+    QList<BoardCommand> commands;
+    for (const BoardCommand command : NoteCommands(true))
+        commands.append(command);
+    view_->SetNoteCommands(commands);
+    view_->SetOtherNoteBooks({"Thesis & more"});
+    QStringList offered;
+    for (int row = 0; row < board_->Count(); ++row) {
+        view_->SetFocusNote(board_->NoteAt(row).id);
+        QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+        QApplication::sendEvent(view_->viewport(), &ask);
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        AddTexts(*menu, offered);
+        menu->close();
+    }
+    for (int i = 0; i <= int(BoardCommand::DeleteNote); ++i) {
+        const std::string_view text = BoardCommandText(BoardCommand(i));
+        QVERIFY2(offered.contains(QString::fromLatin1(text.data(), qsizetype(text.size()))), text.data());
+    }
+    QVERIFY(offered.contains("Thesis && more"));
 }
 
 void BoardTest::ScrollsTwentyThousandNotesWithoutAHitch() {

@@ -55,15 +55,27 @@ void ThemeTest::TextIsLegibleOnEveryGroundOfBothPalettes() {
 }
 
 void ThemeTest::ChosenColorsStayLegible() {
-    Theme theme(*qApp, Appearance::Dark);
-    const QColor grounds[] = {QColor(251, 251, 142), Qt::white, Qt::black, QColor(255, 142, 40), QColor(128, 128, 128)};
-    const QColor texts[] = {Qt::black, Qt::white, Qt::red, Qt::blue, QColor(128, 128, 128)};
-    for (const QColor& ground : grounds)
-        for (const QColor& text : texts) {
-            const QColor shown = theme.Ground(ground);
-            QVERIFY(ContrastOf(Legible(text, shown), shown) >= 4.4);
-            QVERIFY(ContrastOf(Legible(text, ground), ground) >= 4.4);
+    // Highlights and marked hits, pills and the frames of cards, in any colour that somebody may choose.
+    QList<QColor> all;
+    for (int i = 0; i < 6 * 6 * 6; ++i)
+        all.append(QColor(i % 6 * 51, i / 6 % 6 * 51, i / 36 * 51));
+    for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
+        const Theme theme(*qApp, appearance);
+        for (const QColor& chosen : all) {
+            const QColor grounds[] = {theme.Ground(chosen), theme.Mark(chosen)};
+            for (const QColor& ground : grounds) {
+                QVERIFY(ContrastOf(Legible(theme.Color(ColorRole::Text), ground), ground) >= 4.5);
+                QVERIFY(ContrastOf(Legible(theme.Color(ColorRole::Link), ground), ground) >= 4.5);
+            }
+            for (const QColor& text : {QColor(Qt::red), QColor(Qt::blue), QColor(128, 128, 128)})
+                QVERIFY(ContrastOf(Legible(text, grounds[0]), grounds[0]) >= 4.5);
+            for (const ColorRole role : {ColorRole::Card, ColorRole::Board, ColorRole::Window}) {
+                const QColor ground = theme.Color(role);
+                QVERIFY(ContrastOf(Legible(chosen, ground), ground) >= 4.5);
+                QVERIFY(ContrastOf(Legible(chosen, ground, 3.0), ground) >= 3.0);
+            }
         }
+    }
     QCOMPARE(Legible(Qt::black, Qt::white), QColor(Qt::black));
 }
 
