@@ -220,6 +220,10 @@ void UndoDeletion(ModelBook& book, const ModelUndo& undo) {
     for (const auto& [guid, note] : undo.notes)
         BringIn(book, note, undo.sources);
     book.listed.insert(undo.listed.begin(), undo.listed.end());
+    // A category that was made again has another id: nobody knows here whether an import finds its note as it was.
+    for (const ModelUndo& earlier : book.undoables)
+        for (const auto& [guid, note] : undo.notes)
+            book.undoIsBlocked = book.undoIsBlocked || earlier.landed.contains(note.id);
 }
 
 void UndoImport(ModelBook& book, const ModelUndo& undo) {

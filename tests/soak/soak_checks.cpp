@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "bibliography/citation.h"
 #include "bibliography/citation_field.h"
 #include "calendar/reminder_list.h"
 #include "notes/attachment_kind.h"
@@ -83,6 +84,15 @@ ModelSource SourceOf(const CSource& source, const AuthorList& authors) {
     return made;
 }
 
+/// The citation as it stands. Of deleted authors side by side each format leaves one out; then it is what comes of all.
+std::string TextOf(const CSource& source, const AuthorList& authors) {
+    CSource copy = source;
+    const auto isUnknown = [&](int32_t id) { return !authors.FindAuthorByID(id); };
+    while (std::any_of(copy.AuthorIDs.begin(), copy.AuthorIDs.end(), isUnknown))
+        FormatSource(copy, authors);
+    return copy.FormattedText;
+}
+
 /// The picture of a NoteBook in a form that can be compared: everything sorted, in words.
 std::set<std::string> PictureOf(const OpenNoteBook& book) {
     std::set<std::string> picture;
@@ -95,7 +105,7 @@ std::set<std::string> PictureOf(const OpenNoteBook& book) {
         picture.insert(line);
     };
     for (const CSource& source : book.sources)
-        add("source " + source.SourceGUID + " " + source.FormattedText, source.NoteIDs);
+        add("source " + source.SourceGUID + " " + TextOf(source, book.authors), source.NoteIDs);
     for (const CKeyWord& keyWord : book.keyWords.Entries())
         add("key word " + ToUtf8(keyWord.name), keyWord.notes);
     for (const CSearchColor& color : book.colors.Entries())

@@ -25,6 +25,7 @@
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
+#include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -119,6 +120,7 @@ void CalendarTest::PutClass() {
 void CalendarTest::Shoot(QWidget& window, const QString& name) {
     QTest::qWait(20);
     TakeShot(window, name);
+    WalkByTab(window);
 }
 
 void CalendarTest::keyboard_alone_makes_an_event() {
@@ -240,6 +242,10 @@ void CalendarTest::cells_tell_their_events() {
     QCOMPARE(grid->childCount(), 35);
     QCOMPARE(grid->child(15)->text(QAccessible::Name), QString("Monday, March 16 2026, 1 event: 9:00AM - Class"));
     QCOMPARE(grid->focusChild()->text(QAccessible::Name), QString("Saturday, March 14 2026, today, no events"));
+    QCOMPARE(grid->child(13)->role(), QAccessible::Cell);
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Right);
+    QTest::keyClick(dialog_->Grid(), Qt::Key_Down, Qt::ShiftModifier);
+    QVERIFY(grid->child(21)->state().selected && !grid->child(22)->state().selected);
 }
 
 /// In windows of several heights each cell shows or counts all its events, and nothing lies over something else.

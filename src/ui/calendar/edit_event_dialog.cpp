@@ -48,9 +48,11 @@ EditEventDialog::EditEventDialog(CalendarHost& host, EventEditor model, QWidget*
     columns->setSpacing(kSpace * 5);
     auto* const right = new QVBoxLayout;
     right->setSpacing(kSpace * 3);
+    // What is made first comes first with Tab.
+    QWidget* const fields = MakeFields();
     right->addWidget(MakeReminders());
     right->addWidget(MakeRecurrence(), 1);
-    columns->addWidget(MakeFields(), 1);
+    columns->addWidget(fields, 1);
     columns->addLayout(right, 1);
     Content()->addLayout(columns, 1);
     QPushButton* const save = AddButton(tr("&Save"));

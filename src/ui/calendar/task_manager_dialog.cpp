@@ -40,8 +40,9 @@ TaskManagerDialog::TaskManagerDialog(CLorebinderApp& app, const Theme& theme, QW
       view_(host_.World()) {
     InstallCalendarAccessibility();
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    grid_ = new CalendarGrid(view_, theme, this);
+    // What is made first comes first with Tab.
     Content()->addWidget(MakeHead());
+    grid_ = new CalendarGrid(view_, theme, this);
     Content()->addWidget(grid_, 1);
     QPushButton* const create = AddSideButton(tr("&Create Event"));
     create->setObjectName("createEvent");
@@ -61,6 +62,17 @@ QWidget* TaskManagerDialog::MakeHead() {
     auto* const row = new QHBoxLayout(head);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kSpace * 2);
+    const auto arrow = [&](const char* icon, const QString& name, int months) {
+        auto* const button = new QToolButton(head);
+        button->setIcon(host_.Look().Icon(QString::fromLatin1(icon)));
+        button->setAutoRaise(true);
+        button->setAccessibleName(name);
+        button->setToolTip(name);
+        connect(button, &QToolButton::clicked, this, [this, months] { Turn(months); });
+        return button;
+    };
+    QToolButton* const back = arrow("arrow-left", tr("Previous month (Page Up)"), -1);
+    QToolButton* const forth = arrow("arrow-right", tr("Next month (Page Down)"), 1);
     month_ = new QComboBox(head);
     month_->setObjectName("month");
     month_->setAccessibleName(tr("Month"));
@@ -72,15 +84,6 @@ QWidget* TaskManagerDialog::MakeHead() {
     year_->setAccessibleName(tr("Year"));
     year_->setRange(101, 9998);
     year_->setKeyboardTracking(false);
-    const auto arrow = [&](const char* icon, const QString& name, int months) {
-        auto* const button = new QToolButton(head);
-        button->setIcon(host_.Look().Icon(QString::fromLatin1(icon)));
-        button->setAutoRaise(true);
-        button->setAccessibleName(name);
-        button->setToolTip(name);
-        connect(button, &QToolButton::clicked, this, [this, months] { Turn(months); });
-        return button;
-    };
     auto* const monthLabel = new QLabel(tr("&Month:"), head);
     monthLabel->setBuddy(month_);
     auto* const yearLabel = new QLabel(tr("&Year:"), head);
@@ -88,9 +91,7 @@ QWidget* TaskManagerDialog::MakeHead() {
     auto* const today = new QPushButton(tr("&Today"), head);
     today->setObjectName("today");
     today->setAutoDefault(false);
-    for (QWidget* const one : std::initializer_list<QWidget*>{arrow("arrow-left", tr("Previous month (Page Up)"), -1),
-                                                              arrow("arrow-right", tr("Next month (Page Down)"), 1),
-                                                              monthLabel, month_, yearLabel, year_})
+    for (QWidget* const one : std::initializer_list<QWidget*>{back, forth, monthLabel, month_, yearLabel, year_})
         row->addWidget(one);
     row->addStretch(1);
     row->addWidget(today);

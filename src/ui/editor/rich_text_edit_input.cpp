@@ -129,9 +129,16 @@ bool RichTextEdit::HandleBackspace() {
 void RichTextEdit::keyPressEvent(QKeyEvent* event) {
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     bool done = false;
+    const bool isTab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    // Tab writes here, so that Ctrl+Tab leaves.
+    if (isTab && event->modifiers().testFlag(Qt::ControlModifier)) {
+        const bool back = event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier);
+        event->setAccepted(QWidget::focusNextPrevChild(!back));
+        return;
+    }
     if (isReadOnly())
         return QTextEdit::keyPressEvent(event);
-    if ((event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) && plain)
+    if (isTab && plain)
         done = HandleTab(event->key() == Qt::Key_Tab && !(event->modifiers() & Qt::ShiftModifier));
     else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && plain)
         done = HandleEnter(event->modifiers() & Qt::ShiftModifier);

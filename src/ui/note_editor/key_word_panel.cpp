@@ -39,6 +39,7 @@ SelectTagsDlg::SelectTagsDlg(KeyWordPicker& picker, const Theme& theme, QWidget*
     buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     layout->addWidget(filter);
     layout->addWidget(list_, 1);
+    setTabOrder(filter, list_);
     layout->addWidget(buttons);
     connect(list_, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) {
         const auto position = static_cast<size_t>(item->data(0, Qt::UserRole).toULongLong());

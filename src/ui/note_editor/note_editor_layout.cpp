@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTextEdit>
 #include <QTreeWidget>
@@ -183,10 +184,22 @@ void NoteEditorWindow::MakeButtons(QVBoxLayout& layout) {
 
 void NoteEditorWindow::OrderTabs() {
     headerTitle_->setBuddy(text_->Edit());
-    QWidget* const order[] = {
-        text_, tabs_, keyWords_->Field(), attachments_->List(), color_->Button(), sync_, spelling_, cancel_, save_};
-    for (size_t i = 0; i + 1 < std::size(order); ++i)
-        setTabOrder(order[i], order[i + 1]);
+    QWidget* last = nullptr;
+    const auto add = [&last](QWidget* control) {
+        if ((control->focusPolicy() & Qt::TabFocus) != Qt::TabFocus || control->focusProxy())
+            return;
+        if (last)
+            setTabOrder(last, control);
+        last = control;
+    };
+    // All controls of a part before those of the next one.
+    for (QWidget* const part : std::initializer_list<QWidget*>{text_, tabs_->tabBar(), tabs_, keyWords_, attachments_,
+                                                               color_, sync_, spelling_, cancel_, save_}) {
+        add(part);
+        for (QWidget* const control : part->findChildren<QWidget*>())
+            if (control != tabs_->tabBar())
+                add(control);
+    }
 }
 
 void NoteEditorWindow::RestorePlace() {
