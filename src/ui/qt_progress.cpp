@@ -229,9 +229,7 @@ bool QtProgress::Run(const std::string& text, const Work& work) {
     QTimer::singleShot(kStopAfter, &guard, [&] { ShowStop(text, guard); });
     loop.exec();
     worker.join();
-    if (panel_ && hadPanel && !cancelGuard_)
-        stop_->hide();
-    else if (panel_ && !hadPanel)
+    if (panel_ && !hadPanel)
         Hide();
     else if (panel_ && !cancelGuard_)
         stop_->hide();
