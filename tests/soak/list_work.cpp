@@ -48,7 +48,7 @@ bool Search(Soak& soak) {
     IDs found;
     ModelBook& book = soak.Open();
     for (const auto& [guid, note] : book.notes) {
-        const auto holds = [&](const std::string& term) { return Holds(note.words, term); };
+        const auto holds = [&words = note.words](const std::string& term) { return Holds(words, term); };
         const bool matches = everything || (all ? std::all_of(wanted.begin(), wanted.end(), holds)
                                                 : std::any_of(wanted.begin(), wanted.end(), holds));
         if (matches && (scope == SearchScope::Database || book.listed.contains(note.id)))
