@@ -222,7 +222,8 @@ bool Delete(Soak& soak) {
     soak.SayYes();
     soak.Require(management.Model().Delete(), "a NoteBook wasn't deleted");
     soak.deletedBooks.emplace_back(row, soak.books[row]);
-    soak.deletedBooks.back().second.listIsStored = !isOpen;
+    if (isOpen)
+        soak.deletedBooks.back().second.listIsStored = false;
     soak.books.erase(soak.books.begin() + static_cast<std::ptrdiff_t>(row));
     management.Finish(isOpen);  // the dialog goes on to the main NoteBook
     Opened(soak);
