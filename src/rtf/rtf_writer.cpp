@@ -273,7 +273,8 @@ void RtfWriter::WriteLinked(const TextRun& run) {
 }
 
 bool RtfWriter::IsWestern(const CharFormat& format) const {
-    const int32_t charset = format.font < 0 ? 0 : document_.fonts[static_cast<size_t>(format.font)].charset;
+    const int32_t font = format.font < 0 ? document_.default_font : format.font;
+    const int32_t charset = font < 0 ? 0 : document_.fonts[static_cast<size_t>(font)].charset;
     return document_.code_page == 1252 && (charset == 0 || charset == 1);
 }
 
