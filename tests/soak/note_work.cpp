@@ -216,14 +216,18 @@ bool DeleteListed(Soak& soak) {
     return true;
 }
 
+void ComeBack(ModelBook& book, const ModelNote& note, const ModelSources& sources) {
+    BringIn(book, note, sources);
+    // A source or category that was made again has another id: nobody knows here whether an earlier import finds its
+    // note as it was.
+    for (const ModelUndo& earlier : book.undoables)
+        book.undoIsBlocked = book.undoIsBlocked || earlier.landed.contains(note.id);
+}
+
 void UndoDeletion(ModelBook& book, const ModelUndo& undo) {
     for (const auto& [guid, note] : undo.notes)
-        BringIn(book, note, undo.sources);
+        ComeBack(book, note, undo.sources);
     book.listed.insert(undo.listed.begin(), undo.listed.end());
-    // A category that was made again has another id: nobody knows here whether an import finds its note as it was.
-    for (const ModelUndo& earlier : book.undoables)
-        for (const auto& [guid, note] : undo.notes)
-            book.undoIsBlocked = book.undoIsBlocked || earlier.landed.contains(note.id);
 }
 
 void UndoImport(ModelBook& book, const ModelUndo& undo) {
@@ -241,7 +245,7 @@ void UndoImport(ModelBook& book, const ModelUndo& undo) {
     }
     for (const ModelNote& note : comeBack) {
         book.notes.erase(note.guid);
-        BringIn(book, note, undo.sources);
+        ComeBack(book, note, undo.sources);
     }
     book.listed.clear();
     for (const int32_t id : undo.listed)
