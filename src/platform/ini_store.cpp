@@ -1,11 +1,8 @@
 #include "platform/ini_store.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
 #include <QTemporaryDir>
-#include <fstream>
 #include <new>
 #include <unistd.h>
 
@@ -18,19 +15,6 @@ namespace {
 
 QString KeyOf(const std::string& section, const std::string& key) {
     return QString::fromStdString(section) + '/' + QString::fromStdString(key);
-}
-
-/// The names of folders for copies that nobody keeps: in memory, where the system has such a place, since the library
-/// flushes all that it writes to the disk.
-QString CopyFolders() {
-    const QFileInfo memory("/dev/shm");
-    return (memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath()) + "/lorebinder-XXXXXX";
-}
-
-bool WriteCopy(const std::string& path, const std::string& bytes) {
-    std::ofstream copy(path, std::ios::binary);
-    copy << bytes;
-    return static_cast<bool>(copy.flush());
 }
 
 }  // namespace
@@ -59,11 +43,11 @@ void IniStore::Set(const std::string& section, const std::string& key, const std
 
 /// The form of the file is the library's own, so a copy elsewhere takes the changes.
 bool IniStore::WithChanges(std::string& bytes) const {
-    const QTemporaryDir folder(CopyFolders());
+    const QTemporaryDir folder;
     const QString copy = folder.filePath("settings.ini");
     const std::string path = copy.toStdString(), lock = path + ".lock";
     const FileResult read = ReadFile(file_, bytes);
-    if (!folder.isValid() || (!read.Ok() && !read.Missing()) || (read.Ok() && !WriteCopy(path, bytes)))
+    if (!folder.isValid() || (!read.Ok() && !read.Missing()) || (read.Ok() && !WriteFileAtomically(path, bytes).Ok()))
         return false;
     {
         QSettings settings(copy, QSettings::IniFormat);
