@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "bibliography/selection_order.h"
+#include "bibliography/source.h"
 
 namespace lore {
 
@@ -13,20 +14,23 @@ namespace lore {
 inline constexpr std::string_view kCitationCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
 static_assert(kCitationCeiling.size() == 30);
 
-/// The positions of citations in their order, as SortSources has it.
-inline std::vector<uint32_t> CitationOrder(std::vector<std::string> citations) {
-    for (std::string& citation : citations)
-        citation = ToLower(citation);
-    return SelectionOrder(citations, kCitationCeiling, SelectionPick::LastNotAbove);
+/// What a formatted source is sorted by.
+inline std::string CitationKey(const CSource& formatted) {
+    return ToLower(formatted.FormattedText);
+}
+
+/// The positions of citation keys in their order, as SortSources has it.
+inline std::vector<uint32_t> OrderOfCitationKeys(const std::vector<std::string>& keys) {
+    return SelectionOrder(keys, kCitationCeiling, SelectionPick::LastNotAbove);
 }
 
 /// The same for formatted sources.
 template <typename Sources>
 std::vector<uint32_t> CitationOrder(const Sources& formatted) {
-    std::vector<std::string> citations;
+    std::vector<std::string> keys;
     for (const auto& source : formatted)
-        citations.push_back(source.FormattedText);  // NOLINT: lists and vectors count their elements differently
-    return CitationOrder(std::move(citations));
+        keys.push_back(CitationKey(source));  // NOLINT: lists and vectors count their elements differently
+    return OrderOfCitationKeys(keys);
 }
 
 }  // namespace lore

@@ -34,15 +34,15 @@ SourceList Chosen(SourceList sources, const LongList& ids) {
 
 /// Sorting formats, and a source that is formatted twice may show other authors; so a copy of each is formatted.
 void Sort(SourceList& sources, const AuthorList& authors) {
-    std::vector<std::string> citations;
-    citations.reserve(sources.Count());
+    std::vector<std::string> keys;
+    keys.reserve(sources.Count());
     CSource copy;
     for (const CSource& source : sources) {
         copy = source;
         FormatSource(copy, authors);
-        citations.push_back(std::move(copy.FormattedText));
+        keys.push_back(CitationKey(copy));
     }
-    sources.Arrange(CitationOrder(std::move(citations)));
+    sources.Arrange(OrderOfCitationKeys(keys));
 }
 
 }  // namespace

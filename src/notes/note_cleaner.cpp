@@ -4,9 +4,9 @@
 #include <sys/stat.h>
 #include <utility>
 
+#include "base/file_io.h"
 #include "base/record_file.h"
 #include "notes/file_faults.h"
-#include "notes/note_file_walk.h"
 
 namespace lore {
 
@@ -31,7 +31,9 @@ bool HoldsNoNote(const std::filesystem::path& file) {
 void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* progress) {
     if (progress)
         progress->ShowStandBy("Cleaning up note files....");
-    for (const std::filesystem::path& file : NoteFilesOf(paths.Notes(), faults)) {
+    // A folder that can't be listed is told by the load behind this.
+    for (const std::string& name : ListDatFiles(paths.Notes())) {
+        const std::filesystem::path file = paths.NoteFile(name);
         if (HoldsNoNote(file))
             TellFailedWrite(faults, "An empty note file could not be deleted", file, RemoveFile(file));
     }

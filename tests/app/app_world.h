@@ -9,18 +9,23 @@
 
 namespace lore {
 
-/// What stands around an application that a test drives: the folder of the main NoteBook, and ports in memory.
-class AppWorld : public testing::Test {
+/// The ports, in memory, of an application that a test drives.
+class PortsWorld : public testing::Test {
 protected:
     AppPorts Ports() { return {prompts, progress, clock, guids, store, faults}; }
 
-    NoteBookFolder folder;
     MemoryStore store;
     ScriptedPrompts prompts;
     ScriptedProgress progress;
     FixedClock clock;
     NumberedGuids guids;
     NotedFaults faults;
+};
+
+/// The same, and the folder of the main NoteBook.
+class AppWorld : public PortsWorld {
+protected:
+    NoteBookFolder folder;
 };
 
 }  // namespace lore

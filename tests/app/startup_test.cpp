@@ -1,12 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/lorebinder_app.h"
-#include "notes/note_builder.h"
-#include "support/memory_store.h"
+#include "app/app_world.h"
 #include "support/read_world.h"
 #include "support/scripted_agent.h"
-#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
@@ -17,7 +14,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 /// The application from its first line to its last, without a window.
-class Startup : public testing::Test {
+class Startup : public PortsWorld {
 protected:
     Startup() { store.Set("Options", "LocalGUID", "{LOCAL}"); }
     void Start(const char* version) {
@@ -35,20 +32,15 @@ protected:
 
     TempFolder folder;
     DataPaths data{folder.Path()};
-    MemoryStore store;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
-    NotedFaults faults;
     ScriptedAgent agent;
-    CLorebinderApp app{folder.Path(), AppPorts{.prompts = prompts,
-                                               .progress = progress,
-                                               .clock = clock,
-                                               .guids = guids,
-                                               .store = store,
-                                               .faults = faults,
-                                               .agent = &agent}};
+    CLorebinderApp app{folder.Path(), PortsWithAgent()};
+
+private:
+    AppPorts PortsWithAgent() {
+        AppPorts ports = Ports();
+        ports.agent = &agent;
+        return ports;
+    }
 };
 
 TEST_F(Startup, FirstRunSetsTheAgentUpAndUpgradesNothing) {
