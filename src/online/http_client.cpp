@@ -113,8 +113,8 @@ private:
         parser_.emplace();
         parser_->header_limit(kMostHead);
         parser_->body_limit(mostBody_);
-        parser_->get().body().reserve(
-            mostBody_);         // one that grows holds its bytes twice; what isn't used takes no room
+        // One that grows holds its bytes twice; what isn't used takes no room.
+        parser_->get().body().reserve(mostBody_);
         parser_->eager(false);  // an eager one goes on behind a length over its limit
     }
     bool Fail(HttpFailure failure) {
