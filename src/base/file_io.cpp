@@ -88,14 +88,9 @@ FileResult Replace(const std::filesystem::path& target, std::string_view bytes) 
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
     const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat info = {};
-    FileResult result;
-    if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0)
-        result = LastError();
-    else if (S_ISDIR(info.st_mode))
-        result = {EISDIR};
-    if (!result.Ok()) {
+    if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0) {
         bytes.clear();
-        return result;
+        return LastError();
     }
     return ReadRest(file.Get(), S_ISREG(info.st_mode) ? static_cast<size_t>(info.st_size) : 0, bytes);
 }

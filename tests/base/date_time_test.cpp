@@ -43,6 +43,8 @@ TEST(DateTime, StaysWithinItsYears) {
     EXPECT_FALSE(DateTime(9999, 12, 31).PlusDays(1).IsValid());
     EXPECT_FALSE(DateTime(2000, 1, 1).PlusSeconds(INT64_MAX).IsValid());
     EXPECT_FALSE(DateTime(2000, 1, 1).PlusDays(INT64_MIN).IsValid());
+    EXPECT_FALSE(DateTime::FromSeconds((int64_t{1} << 32) * 31'556'952).IsValid())
+        << "1970 by the low half of its year";
     EXPECT_TRUE(DateTime().PlusDays(1).IsNull());
     EXPECT_TRUE(DateTime().PlusDays(INT64_MAX).IsNull());
     EXPECT_TRUE(DateTime().PlusSeconds(INT64_MAX).IsNull());

@@ -122,12 +122,12 @@ TEST_F(FileIo, CopiesAFileAsAWholeOrNotAtAll) {
     EXPECT_TRUE(CopyFileAtomically(folder_ / "from", folder_ / "to").Ok());
     EXPECT_EQ(Content("to"), bytes);
     EXPECT_EQ(Entries(), entries);
-    std::filesystem::path first, second;
-    EXPECT_TRUE(KeepCopy(folder_ / "from", first).Ok());
-    EXPECT_TRUE(KeepCopy(folder_ / "from", second).Ok());
-    EXPECT_EQ(first.filename(), "from.kept");
-    EXPECT_EQ(second.filename(), "from.2.kept");
-    EXPECT_EQ(Content("from.2.kept"), bytes);
+    for (const char* const name : {"from.kept", "from.2.kept", "from.3.kept"}) {
+        std::filesystem::path kept;
+        EXPECT_TRUE(KeepCopy(folder_ / "from", kept).Ok());
+        EXPECT_EQ(kept.filename(), name);
+        EXPECT_EQ(Content(name), bytes);
+    }
 }
 
 TEST_F(FileIo, RemovesAFileAndSaysWhyItCouldNot) {

@@ -1,5 +1,6 @@
 #include "base/record_file.h"
 
+#include <algorithm>
 #include <climits>
 #include <gtest/gtest.h>
 #include <random>
@@ -195,6 +196,8 @@ TEST(DateField, ReadsOnlySixNumbers) {
         ReadDateField(&reader, date);
         EXPECT_EQ(date, c.expected) << c.text;
         EXPECT_TRUE(reader.AtEnd());
+        const std::string_view text = c.text;
+        EXPECT_EQ(ParseDateFieldText(text, date), std::count(text.begin(), text.end(), '-') == 5) << text;
     }
 }
 
@@ -203,8 +206,12 @@ TEST(DateField, WritesTheThreeStatuses) {
                                                       {DateTime::Invalid(), "Invalid DateTime"},
                                                       {DateTime(), ""},
                                                       {DateTime(987, 1, 1), "0987-01-01-00-00-00"}};
-    for (const auto& [date, text] : cases)
-        EXPECT_EQ(DateFieldText(date), text);
+    for (const auto& [date, text] : cases) {
+        RecordWriter writer;
+        WriteDateField(&writer, date);
+        RecordReader reader(writer.DiskBytes());
+        EXPECT_EQ(ReadCountedString(&reader), text);
+    }
 }
 
 TEST(TextLine, ComesInPiecesOf1999Bytes) {

@@ -19,10 +19,13 @@ TEST(Text, ReadsUtf8AsAWholeAndAnythingElseAsWindows1252) {
 }
 
 TEST(Text, ChoosesWindows1252UnlessThatWouldReadAsUtf8) {
-    const std::pair<std::u32string, std::string> cases[] = {
-        {U"caf\u00E9", "caf\xE9"}, {U"\u00C3\u00A9", "\xC3\x83\xC2\xA9"},
-        {U"\u0416", "\xD0\x96"},   {U"\u20AC 5", "\x80 5"},
-        {U"plain", "plain"},       {U"\u00E9\u0416", "\xC3\xA9\xD0\x96"}};
+    const std::pair<std::u32string, std::string> cases[] = {{U"caf\u00E9", "caf\xE9"},
+                                                            {U"\u00C3\u00A9", "\xC3\x83\xC2\xA9"},
+                                                            {U"\u0416", "\xD0\x96"},
+                                                            {U"\u20AC 5", "\x80 5"},
+                                                            {U"plain", "plain"},
+                                                            {std::u32string(U"\0\u00E9", 2), std::string("\0\xE9", 2)},
+                                                            {U"\u00E9\u0416", "\xC3\xA9\xD0\x96"}};
     for (const auto& [text, bytes] : cases)
         EXPECT_EQ(FromCodePoints(text), bytes);
 }

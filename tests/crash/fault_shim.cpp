@@ -8,6 +8,8 @@
 //   LORE_FAULT          KILL, or the number of an error
 //   LORE_FAULT_LASTING  every call from that one on fails
 //   LORE_FAULT_READS    calls that open a file or a folder to read it, and that read, count too
+//
+// A test program may hold it as well, and give its orders by FailCallBelow (support/faults.h).
 
 #include <atomic>
 #include <cerrno>
@@ -39,12 +41,15 @@ struct Orders {
     bool lasting = *Env("LORE_FAULT_LASTING") != '\0';
     bool bytes = *Env("LORE_FAULT_BYTES") != '\0';
     bool reads = *Env("LORE_FAULT_READS") != '\0';
+    bool everyCall = false;  // those too that look at an open file, go on in a folder or close a file
 };
 
-const Orders& TheOrders() {
-    static const Orders orders;
+Orders& TheOrders() {
+    static Orders orders;
     return orders;
 }
+
+std::atomic<long> calls{0};
 
 template <typename Function>
 Function Real(const char* name) {
@@ -75,7 +80,6 @@ void Log(const std::string& line) {
 
 /// True if the call must fail, with errno set. A killed process doesn't come back.
 bool Strikes(const char* name, const std::string& path, const std::string& second = {}) {
-    static std::atomic<long> calls{0};
     const Orders& orders = TheOrders();
     if (orders.under.empty() || path.compare(0, orders.under.size(), orders.under) != 0)
         return false;
@@ -239,6 +243,27 @@ ssize_t read(int number, void* bytes, size_t count) {
     return TheOrders().reads && Strikes("read", PathOf(number)) ? -1 : real(number, bytes, count);
 }
 
+int fstat(int number, struct stat* info) {
+    static const auto real = Real<int (*)(int, struct stat*)>("fstat");
+    return TheOrders().everyCall && Strikes("stat", PathOf(number)) ? -1 : real(number, info);
+}
+
+dirent* readdir(DIR* folder) {
+    static const auto real = Real<dirent* (*)(DIR*)>("readdir");
+    return TheOrders().everyCall && Strikes("readdir", PathOf(::dirfd(folder))) ? nullptr : real(folder);
+}
+
+int close(int number) {
+    static const auto real = Real<int (*)(int)>("close");
+    const bool fails = TheOrders().everyCall && Strikes("close", PathOf(number));
+    const int error = errno;
+    const int result = real(number);
+    if (!fails)
+        return result;
+    errno = error;
+    return -1;
+}
+
 DIR* opendir(const char* path) {
     static const auto real = Real<DIR* (*)(const char*)>("opendir");
     return TheOrders().reads && Strikes("open", Absolute(path)) ? nullptr : real(path);
@@ -270,6 +295,16 @@ FILE* fopen64(const char* path, const char* mode) {
 FILE* fopen(const char* path, const char* mode) {
     static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen");
     return FailsToOpen(path, mode) ? nullptr : real(path, mode);
+}
+
+long FailCallBelow(const char* folder, long number, int error, bool lasting) {
+    Orders& orders = TheOrders();
+    orders.under = folder;
+    orders.at = number;
+    orders.fault = std::to_string(error);
+    orders.lasting = lasting;
+    orders.reads = orders.everyCall = *folder != '\0';
+    return calls.exchange(0);
 }
 
 }  // extern "C"
