@@ -15,6 +15,17 @@ if(LORE_FUZZ)
   target_compile_options(lore_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# lore_leave_out_exceptions(source...): with LORE_COUNT_BRANCHES, files that throw and catch nothing themselves are
+# compiled without what only an exception runs: the branches that take apart what was half made count as any other.
+function(lore_leave_out_exceptions)
+  foreach(source IN LISTS ARGN)
+    file(STRINGS ${source} uses REGEX "(^|[^a-z])try {|style_parser|nlohmann|boost" LIMIT_COUNT 1)
+    if(NOT uses)
+      set_property(SOURCE ${source} APPEND PROPERTY COMPILE_OPTIONS -fno-exceptions)
+    endif()
+  endforeach()
+endfunction()
+
 # lore_library(folder [DEPENDS target...] [PRIVATE target...]): every .cpp of src/<folder> but main.cpp as the static
 # library lore_<folder>.
 function(lore_library folder)
@@ -23,6 +34,9 @@ function(lore_library folder)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   set(units ${sources})
   list(FILTER units INCLUDE REGEX "\\.cpp$")
+  if(LORE_COUNT_BRANCHES)
+    lore_leave_out_exceptions(${units})
+  endif()
   if(units)
     add_library(lore_${folder} STATIC ${sources})
     target_include_directories(lore_${folder} PUBLIC ${PROJECT_SOURCE_DIR}/src)

@@ -27,10 +27,10 @@ int DaysInMonth(int year, int month) {
     return month == 2 && IsLeap(year) ? 29 : kDays[static_cast<size_t>(month - 1)];
 }
 
-/// Days from 1970-01-01 in the proleptic Gregorian calendar, counted in years that begin in March.
+/// Days from 1970-01-01 in the proleptic Gregorian calendar, counted in years that begin in March; from the year 1 on.
 int64_t DaysFromCivil(int year, int month, int day) {
     const int64_t y = month <= 2 ? year - 1 : year;
-    const int64_t era = (y >= 0 ? y : y - 399) / 400;
+    const int64_t era = y / 400;
     const int64_t yearOfEra = y - era * 400;
     const int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
     return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
@@ -43,7 +43,7 @@ struct Civil {
 
 Civil CivilFromDays(int64_t days) {
     days += 719468;
-    const int64_t era = (days >= 0 ? days : days - 146096) / 146097;
+    const int64_t era = days / 146097;
     const int64_t dayOfEra = days - era * 146097;
     const int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
     const int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);

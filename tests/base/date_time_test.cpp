@@ -1,5 +1,6 @@
 #include "base/date_time.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace lore {
@@ -20,10 +21,26 @@ TEST(DateTime, WalksEveryDayOfItsYears) {
     EXPECT_EQ(DateTime(2011, 1, 3).DayOfWeek(), 2);
 }
 
+TEST(DateTime, IsValidOnlyWhereEachNumberIs) {
+    using Numbers = std::array<int, 6>;
+    for (const Numbers& limits : {Numbers{100, 1, 1, 0, 0, 0}, Numbers{9999, 12, 31, 23, 59, 59}}) {
+        const int step = limits[1] == 1 ? -1 : 1;
+        for (size_t off = 0; off <= 6; ++off) {
+            const auto n = [&](size_t place) { return limits[place] + (place == off ? step : 0); };
+            EXPECT_EQ(DateTime(n(0), n(1), n(2), n(3), n(4), n(5)).IsValid(), off == 6) << off;
+        }
+    }
+    const std::pair<int, bool> leapYears[] = {{1900, false}, {2000, true}, {2023, false}, {2024, true}};
+    for (const auto& [year, isLeap] : leapYears)
+        EXPECT_EQ(DateTime(year, 2, 29).IsValid(), isLeap) << year;
+    EXPECT_FALSE(DateTime(2024, 4, 31).IsValid());
+}
+
 TEST(DateTime, FormatsWithEnglishNames) {
     const DateTime date(2011, 2, 3, 15, 20, 9);
     EXPECT_EQ(date.Format("%m/%d/%y %I:%M%p|%A, %B %d %Y|%d %b. %Y|%H:%S %a 100%%"),
               "02/03/11 03:20PM|Thursday, February 03 2011|03 Feb. 2011|15:09 Thu 100%");
+    EXPECT_EQ(date.Format("%"), "%") << "nothing behind it";
     EXPECT_EQ(DateTime(2011, 2, 3, 0, 5).Format("%I:%M %p"), "12:05 AM");
     EXPECT_EQ(DateTime::Invalid().Format("%Y"), "Invalid DateTime");
 }
@@ -37,6 +54,8 @@ TEST(DateTime, ComparesByStatusFirst) {
     EXPECT_TRUE(DateTime().IsEarlierOrEqual(DateTime()));
     EXPECT_FALSE(DateTime::Invalid().IsEarlierOrEqual(DateTime::Invalid()));
     EXPECT_FALSE(DateTime::Invalid().IsEarlierOrEqual(late));
+    EXPECT_FALSE(early.IsEarlierOrEqual(DateTime::Invalid()));
+    EXPECT_FALSE(DateTime().IsEarlierOrEqual(late)) << "a null date is no early one";
 }
 
 TEST(DateTime, StaysWithinItsYears) {
