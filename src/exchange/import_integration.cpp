@@ -274,8 +274,10 @@ private:
         }
     }
 
+    /// A note that could not leave its old file may show from there after the next start.
     void DropFilesOfReplaced(size_t position) {
-        if (const CNote* existing = comparison_.ExistingHead(position))
+        const CNote* const existing = comparison_.ExistingHead(position);
+        if (existing && !world_.book.index.HasHiddenCopy(existing->id))
             DropFiles(*existing, Entry(position).note, true);
     }
 

@@ -243,6 +243,11 @@ ssize_t read(int number, void* bytes, size_t count) {
     return TheOrders().reads && Strikes("read", PathOf(number)) ? -1 : real(number, bytes, count);
 }
 
+ssize_t pread(int number, void* bytes, size_t count, off_t at) {
+    static const auto real = Real<ssize_t (*)(int, void*, size_t, off_t)>("pread");
+    return TheOrders().everyCall && Strikes("read", PathOf(number)) ? -1 : real(number, bytes, count, at);
+}
+
 int fstat(int number, struct stat* info) {
     static const auto real = Real<int (*)(int, struct stat*)>("fstat");
     return TheOrders().everyCall && Strikes("stat", PathOf(number)) ? -1 : real(number, info);

@@ -108,7 +108,7 @@ inline std::string RecordOf(const CNote& note) {
 
 /// A data root with the main NoteBook in it.
 struct NoteBookFolder {
-    TempFolder folder;
+    TempFolder folder{MemoryFolder()};
     DataPaths data{folder.Path()};
     NoteBookPaths paths{data, "_LBMAIN_"};
 
