@@ -50,12 +50,12 @@ DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
     return deleted;
 }
 
-void NoteRemoval::RestoreNotes(const DeletedNotes& deleted) {
+LongList NoteRemoval::RestoreNotes(const DeletedNotes& deleted) {
     for (const CNote& note : deleted.notes) {
         if (!deleted.keptFiles.empty())
             MoveFiles(note, deleted.keptFiles, book_.paths.Attachments(), faults_);
     }
-    const LongList failed = NoteStore(book_, context_, faults_, texts_).SaveNotes(deleted.notes);
+    LongList failed = NoteStore(book_, context_, faults_, texts_).SaveNotes(deleted.notes);
     std::vector<CNote> restored;
     for (const CNote& note : deleted.notes) {
         if (!failed.Contains(note.id))
@@ -63,6 +63,7 @@ void NoteRemoval::RestoreNotes(const DeletedNotes& deleted) {
     }
     FileNotes(book_, restored);
     StampRecords(restored);
+    return failed;
 }
 
 void NoteRemoval::DiscardKeptFiles(const NoteBookPaths& paths, FaultNotice& faults) {

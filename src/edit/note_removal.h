@@ -30,8 +30,9 @@ public:
     /// deletes their attachment files, or moves them to a folder of the NoteBook where Restore finds them. A note whose
     /// file can't be written stays, with all that it has, and isn't among the result.
     DeletedNotes DeleteNotes(const LongList& ids, bool keepFiles);
-    /// Puts notes back where they were: first the attachment files, then the notes.
-    void RestoreNotes(const DeletedNotes& deleted);
+    /// Puts notes back where they were: first the attachment files, then the notes. Gives the ids of those that could
+    /// not be written.
+    LongList RestoreNotes(const DeletedNotes& deleted);
     /// Moves the files of attachments to where RestoreNotes finds them.
     static void KeepFilesOf(const CNote& note, const NoteBookPaths& paths, FaultNotice& faults);
     /// Deletes the attachment files that were moved for RestoreNotes; from then on nothing comes back.

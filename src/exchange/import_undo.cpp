@@ -78,9 +78,14 @@ std::optional<size_t> UndoImport(const ImportChanges& changes, OpenNoteBook& boo
         return std::nullopt;
     store();
     UnfileNotes(book, successors);
-    removal.RestoreNotes(restored);
-    for (size_t i = 0; i < successors.size(); ++i)
-        DropFilesOf(successors[i], restored.notes[i], book.paths, faults);
+    const LongList failed = removal.RestoreNotes(restored);
+    for (size_t i = 0; i < successors.size(); ++i) {
+        const CNote& successor = successors[i];
+        if (failed.Contains(successor.id))
+            FileNotes(book, {&successor, 1});
+        else if (!book.index.HasHiddenCopy(successor.id))  // it would show after the next start
+            DropFilesOf(successor, restored.notes[i], book.paths, faults);
+    }
     LongList added;
     for (const auto& [id, note] : untouched)
         added.AddTail(id);

@@ -34,9 +34,9 @@ size_t NotesThatLeave(const ImportChanges& changes, const OpenNoteBook& book);
 size_t FingerprintOf(const CNote& note);
 
 /// Undoes an import: takes the notes out that came in, and puts those back that they replaced, with their files. Notes
-/// that were changed since, or deleted, stay as they are, and so do sources and categories that came along. Gives how
-/// many were changed; nothing, told, if what the replaced notes name can't be brought back: then all is as it was.
-/// `counters` are raised by what is given out, `store` is called behind that. `texts` may be null.
+/// that were changed since, or deleted, or can't be written, stay as they are, and so do sources and categories that
+/// came along. Gives how many were changed; nothing, told, if what the replaced notes name can't be brought back: then
+/// all is as it was. `counters` are raised by what is given out, `store` is called behind that. `texts` may be null.
 std::optional<size_t> UndoImport(const ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
                                  const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
                                  TextCache* texts);

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <map>
 
+#include "edit/note_removal.h"
 #include "exchange/exchange_world.h"
+#include "exchange/import_undo.h"
 #include "exchange/zip_reader.h"
 #include "support/faults.h"
 
@@ -41,7 +43,9 @@ Forms FormsOf(ExchangeBook& made) {
         for (const CAttachment& attachment : note.attachments) {
             if (attachment.storedFile.empty())
                 continue;
-            EXPECT_TRUE(std::filesystem::exists(made.Attachment(attachment.storedFile))) << note.rtfText;
+            EXPECT_TRUE(std::filesystem::exists(made.Attachment(attachment.storedFile)) ||
+                        std::filesystem::exists(KeptFilesFolder(made.folder.paths) / attachment.storedFile))
+                << note.rtfText;
             forms.files[note.guid + attachment.title] = BytesOf(made.Attachment(attachment.storedFile));
         }
     }
@@ -89,40 +93,76 @@ TEST(ExchangeFaults, AnArchiveIsWholeOrAFailureIsToldWhicheverCallFails) {
     }
 }
 
-TEST(ExchangeFaults, AnImportLosesNothingAndTellsWhicheverCallFails) {
-    ExchangeBook from;
-    FillBook(from);
-    const TempFolder folder{MemoryFolder()};
-    const std::filesystem::path archive = folder / "a.lbe";
-    ASSERT_EQ(from.Export(archive, from.Notes()), 2);
-    const Forms wanted = FormsOf(from);
-    std::unique_ptr<ExchangeBook> to;
-    TestChooser chooser;
-    chooser.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
-    CNote older = FullNote(7);
-    older.rtfText = "{\\rtf1 as it was}";
-    older.sources = {};
-    const auto prepare = [&] {
-        to = std::make_unique<ExchangeBook>();
-        to->folder.Put("DAY07122011.dat", {older});
-        PutBytes(to->Attachment("0000001.png"), "the old picture");
-        to->Load();
-    };
-    const auto check = [&](const ImportOutcome& outcome, bool) {
-        const bool isTold = !to->prompts.seen.empty() || !to->faults.faults.empty() || outcome.result < 0;
-        const Forms now = FormsOf(*to);
-        EXPECT_TRUE(isTold || now == wanted);
-        EXPECT_TRUE(now.texts.contains(older.guid));
+/// A NoteBook with an older form of a note of the archive, which has another file under the same name.
+class ImportFaults : public testing::Test {
+protected:
+    ImportFaults() {
+        FillBook(from_);
+        EXPECT_EQ(from_.Export(archive_, from_.Notes()), 2);
+        wanted_ = FormsOf(from_);
+        older_.rtfText = "{\\rtf1 as it was}";
+        older_.sources = {};
+        chooser_.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+    }
+    void Prepare() {
+        to_ = std::make_unique<ExchangeBook>();
+        to_->folder.Put("DAY07122011.dat", {older_});
+        PutBytes(to_->Attachment("0000001.png"), "the old picture");
+        before_ = FormsOf(*to_);
+    }
+    bool IsTold() const { return !to_->prompts.seen.empty() || !to_->faults.faults.empty(); }
+    /// What stands there after a start, of which each note is as it was or as it has become.
+    Forms CheckedForms() {
+        Forms now = FormsOf(*to_);
+        EXPECT_TRUE(now.texts.contains(older_.guid));
         for (const auto& [guid, text] : now.texts)
-            EXPECT_TRUE(text == wanted.texts.at(guid) || (guid == older.guid && text == older.rtfText)) << text;
-        EXPECT_FALSE(HasTemporary(to->folder.data.DataFiles()));
-        to->faults.faults.clear();
-        EXPECT_EQ(to->Import(archive, chooser).result, 2) << "tried again";
-        EXPECT_TRUE(FormsOf(*to) == wanted && to->faults.faults.empty());
+            EXPECT_TRUE(text == wanted_.texts.at(guid) || (guid == older_.guid && text == older_.rtfText)) << text;
+        EXPECT_FALSE(HasTemporary(to_->folder.data.DataFiles()));
+        return now;
+    }
+
+    const TempFolder folder_{MemoryFolder()};
+    const std::filesystem::path archive_ = folder_ / "a.lbe";
+    ExchangeBook from_;
+    std::unique_ptr<ExchangeBook> to_;
+    TestChooser chooser_;
+    CNote older_ = FullNote(7);
+    Forms wanted_, before_;
+};
+
+TEST_F(ImportFaults, AnImportLosesNothingAndTellsWhicheverCallFails) {
+    const auto check = [&](const ImportOutcome& outcome, bool) {
+        const bool isTold = IsTold() || outcome.result < 0;
+        EXPECT_TRUE(CheckedForms() == wanted_ || isTold);
+        to_->faults.faults.clear();
+        EXPECT_EQ(to_->Import(archive_, chooser_).result, 2) << "tried again";
+        EXPECT_TRUE(FormsOf(*to_) == wanted_ && to_->faults.faults.empty());
     };
     EXPECT_GT(FailEachCall(
-                  AllFolders(), EIO, false, prepare, [&] { return to->Import(archive, chooser); }, check),
+                  AllFolders(), EIO, false, [&] { Prepare(); }, [&] { return to_->Import(archive_, chooser_); }, check),
               50);
+}
+
+TEST_F(ImportFaults, AnUndoneImportLosesNothingAndTellsWhicheverCallFails) {
+    ImportChanges changes;
+    const auto prepare = [&] {
+        Prepare();
+        changes = {};
+        to_->changes = &changes;
+        EXPECT_EQ(to_->Import(archive_, chooser_).result, 2);
+    };
+    const auto undo = [&] {
+        return UndoImport(
+            changes, to_->book, to_->counters, [] {}, to_->world.context, to_->faults, nullptr);
+    };
+    const auto check = [&](const std::optional<size_t>&, bool) {
+        const bool isTold = IsTold();
+        const size_t shown = to_->book.TotalNoteCount();
+        const Forms now = CheckedForms();
+        EXPECT_TRUE(now == before_ || isTold);
+        EXPECT_EQ(now.texts.size(), shown);
+    };
+    EXPECT_GT(FailEachCall(AllFolders(), EIO, false, prepare, undo, check), 20);
 }
 
 }  // namespace
