@@ -111,7 +111,7 @@ public:
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
         EditRun run(session);
-        if (!run.Open(status))
+        if (!run.Open(status, {&id_, 1}))
             return status;
         const auto notes = FindNotes(run.Book().index, LongList{id_}, session.Context(), session.Faults());
         if (notes.empty())
@@ -160,7 +160,7 @@ public:
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
         EditRun run(session);
-        if (!run.Open(status))
+        if (!run.Open(status, ids_))
             return status;
         LongList ids;
         for (const int32_t id : ids_) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -44,8 +45,13 @@ std::optional<Rgb> ParseColorArgument(const std::string& text);
 class EditRun {
 public:
     explicit EditRun(Session& session);
-    /// Opens the NoteBook for writing; see Session::OpenForWriting.
-    bool Open(ExitStatus& status) { return session_.OpenForWriting(book_, status); }
+    /// Opens the NoteBook for a change of these notes and for new ones; see Session::OpenForWriting and
+    /// LoadOptions::only.
+    bool Open(ExitStatus& status, std::span<const int32_t> ids = {}) {
+        LoadOptions options;
+        options.only.emplace(ids.begin(), ids.end());
+        return session_.OpenForWriting(book_, status, options);
+    }
     OpenNoteBook& Book() { return book_; }
     EditWorld& World() { return world_; }
 

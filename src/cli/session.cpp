@@ -92,7 +92,7 @@ void Session::StoreCounters(const IdCounters& counters) {
             {"The settings could not be written", SettingsFile(options_).string(), "they keep their old values"});
 }
 
-bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status) {
+bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status, const LoadOptions& options) {
     if (!TakeLock(status))
         return false;
     if (settings_.Text(Option::LocalGUID).empty())
@@ -107,7 +107,7 @@ bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status) {
     book.paths = NoteBookPaths(data_, database->folder);
     CleanNoteFiles(book.paths, faults_, nullptr);
     IdCounters counters = Counters();
-    if (!LoadNoteBook(book, counters, context_, faults_, {}).listed) {
+    if (!LoadNoteBook(book, counters, context_, faults_, options).listed) {
         status = ExitStatus::Fault;
         return false;
     }

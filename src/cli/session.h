@@ -59,7 +59,7 @@ public:
     void Check(const FileResult& result, const char* what, const std::filesystem::path& path);
     /// Opens the NoteBook as the desktop does, for a command that writes: takes the lock, gives the installation its
     /// identity, cleans up, loads and moves the counters on. False, told on standard error, if it can't.
-    bool OpenForWriting(OpenNoteBook& book, ExitStatus& status);
+    bool OpenForWriting(OpenNoteBook& book, ExitStatus& status, const LoadOptions& options = {});
     /// Takes the lock for a command that writes, and upgrades the data of an older version; false, told on standard
     /// error, if another process holds it or the data can't be upgraded.
     bool TakeLock(ExitStatus& status);

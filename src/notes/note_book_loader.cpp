@@ -29,6 +29,7 @@ struct FileNotes {
     std::vector<NoteBrief> briefs;
     std::vector<CNote> heads;   // parallel to briefs, where heads are wanted
     bool countsTooFew = false;  // it counts no notes, but something stands behind its count
+    int32_t highestID = 0;      // also of notes that aren't wanted
 };
 
 class Loader {
@@ -41,6 +42,7 @@ public:
 
 private:
     bool IsFull() const { return options_.mode == LoadMode::Full; }
+    bool IsWanted(int32_t id) const { return !options_.only || options_.only->contains(id); }
     void Step() {
         if (options_.progress)
             options_.progress->StepIt();
@@ -158,7 +160,8 @@ void Loader::ReadFiles() {
     notes_.resize(files_.size());
     WalkNoteFiles(
         files_, context_, options_.threads, [this](size_t file, NoteFileReader& reader) { TakeFile(file, reader); },
-        [this](size_t file, const FileResult& result) { ShowFile(file, result); });
+        [this](size_t file, const FileResult& result) { ShowFile(file, result); }, {},
+        options_.only ? HeadParts::Place : HeadParts::All);
 }
 
 void Loader::TakeFile(size_t file, NoteFileReader& reader) {
@@ -171,6 +174,9 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
         notes.heads.reserve(expected);
     while (reader.Next()) {
         CNote& head = reader.Head();
+        notes.highestID = std::max(notes.highestID, head.id);
+        if (!IsWanted(head.id))
+            continue;
         notes.briefs.push_back(MakeNoteBrief(head, IsAtHome(head, files_[file])));
         notes.briefs.back().isWhole = reader.IsNoteWhole();
         if (options_.texts) {
@@ -240,7 +246,8 @@ void Loader::FileNotesIntoBook() {
     for (const std::filesystem::path& file : files_)
         paths.push_back(file.string());
     for (const ShownNote& note : report_.shown) {
-        FileBrief(book_, notes_[note.place.file].briefs[note.place.record]);
+        if (!options_.only)
+            FileBrief(book_, notes_[note.place.file].briefs[note.place.record]);
         book_.index.AddToIndex(paths[note.place.file], note.id);
     }
 }
@@ -259,8 +266,8 @@ void Loader::WriteBack() {
 
 void Loader::MoveCountersOn() {
     int32_t highest = 0;
-    for (const ShownNote& note : report_.shown)
-        highest = std::max(highest, note.id);
+    for (const FileNotes& file : notes_)
+        highest = std::max(highest, file.highestID);
     counters_.MaxNoteID = MovedOn(counters_.MaxNoteID, highest);
     counters_.MaxAuthorID = MovedOn(counters_.MaxAuthorID, book_.authors.NextAuthorID());
     book_.categories.RaiseMaxCategoryID(counters_.MaxCategoryID);

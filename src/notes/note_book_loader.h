@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "notes/note.h"
@@ -60,6 +62,9 @@ struct LoadOptions {
     Progress* progress = nullptr;
     NoteTextSink* texts = nullptr;
     bool keepHeads = false;  ///< fill LoadReport::heads
+    /// For a change of these notes: they alone show and get a place in the index, and no list of the picture holds
+    /// notes. What is written and how the counters move on is the same. Not with heads or texts.
+    std::optional<std::unordered_set<int32_t>> only;
 };
 
 /// What a load has met beside the picture itself.

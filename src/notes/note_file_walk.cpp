@@ -58,12 +58,12 @@ private:
 };
 
 /// Threads that end with the walk. A system that gives none leaves the work to the caller.
-std::vector<std::jthread> StartHelpers(SharedWalk& walk, const ReadContext& context, size_t count) {
+std::vector<std::jthread> StartHelpers(SharedWalk& walk, const ReadContext& context, HeadParts parts, size_t count) {
     std::vector<std::jthread> helpers;
     try {
         while (helpers.size() < count) {
-            helpers.emplace_back([&walk, &context] {
-                NoteFileReader notes(context);
+            helpers.emplace_back([&walk, &context, parts] {
+                NoteFileReader notes(context, parts);
                 while (walk.ReadOne(notes)) {
                 }
             });
@@ -77,10 +77,10 @@ std::vector<std::jthread> StartHelpers(SharedWalk& walk, const ReadContext& cont
 }  // namespace
 
 void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
-                   const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop) {
+                   const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop, HeadParts parts) {
     SharedWalk walk(files, task, stop);
     const size_t wanted = static_cast<size_t>(std::max(threads, 1)) - 1;
-    const std::vector<std::jthread> helpers = StartHelpers(walk, context, std::min(wanted, files.size()));
+    const std::vector<std::jthread> helpers = StartHelpers(walk, context, parts, std::min(wanted, files.size()));
     size_t told = 0;
     const auto tellReady = [&](bool wait) {
         while (told < files.size()) {
@@ -90,7 +90,7 @@ void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadCo
             done(told++, *result);
         }
     };
-    NoteFileReader notes(context);
+    NoteFileReader notes(context, parts);
     while (walk.ReadOne(notes))
         tellReady(false);
     tellReady(true);

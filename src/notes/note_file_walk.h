@@ -19,9 +19,10 @@ using NoteFileDone = std::function<void(size_t file, const FileResult& result)>;
 
 /// Runs `task` over note files, on the caller's thread and `threads` - 1 others. Whatever task stores for its file is
 /// seen by `done` for that file. A file that doesn't open shows the task no notes.
-/// Once `stop` is requested, the files that are left are passed over in silence.
+/// Once `stop` is requested, the files that are left are passed over in silence. `parts` is what a head has to hold.
 void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
-                   const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop = {});
+                   const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop = {},
+                   HeadParts parts = HeadParts::All);
 
 /// The full paths of the note files of a folder, by name in byte order. False, told, and none if the folder is there
 /// and can't be read: who writes must not take it for an empty one.

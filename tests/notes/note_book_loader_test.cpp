@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <sys/stat.h>
+#include <tuple>
 
 #include "bibliography/source_record.h"
 #include "notes/note_builder.h"
@@ -159,6 +160,35 @@ TEST_F(NoteBookLoader, NoteThatStandsTwiceShowsFromItsHomeElseTheFirstMet) {
     ASSERT_EQ(all.size(), 3u);
     EXPECT_EQ(all[0].keyWords, "home");
     EXPECT_EQ(CountNotes(disk.paths.Notes(), world.context, faults), 3u);
+}
+
+TEST_F(NoteBookLoader, LoadForOneNoteFindsItsCopiesAndWritesWhatAWholeLoadWrites) {
+    const auto fill = [&] {
+        PutSources({1011});
+        disk.Put("a.dat", {SourceNote(1, {1011}), DayNote(2)});
+        disk.Put("b.dat", {DayNote(2), DayNote(77)});
+        disk.Put("SRC0000001011.dat", {SourceNote(1, {1011})});
+        counters = {};
+    };
+    fill();
+    Load();
+    const auto bytes = AllBytes();
+    const IdCounters moved = counters;
+    for (const std::unordered_set<int32_t>& only : std::vector<std::unordered_set<int32_t>>{{}, {1}, {1, 2}, {99}}) {
+        fill();
+        LoadOptions options;
+        options.only = only;
+        const LoadReport report = Load(options);
+        EXPECT_EQ(AllBytes(), bytes);
+        EXPECT_EQ(std::tie(counters.MaxNoteID, counters.MaxAuthorID, counters.MaxCategoryID),
+                  std::tie(moved.MaxNoteID, moved.MaxAuthorID, moved.MaxCategoryID));
+        EXPECT_EQ(book.index.Count(), only.contains(99) ? 0 : only.size());
+        EXPECT_EQ(report.shown.size(), book.index.Count());
+        if (only.contains(1)) {
+            EXPECT_EQ(*book.index.FindPath(1), disk.paths.NoteFile("SRC0000001011.dat").string());
+            EXPECT_THAT(book.index.TakeHiddenPaths(1), ElementsAre(disk.paths.NoteFile("a.dat").string()));
+        }
+    }
 }
 
 TEST_F(NoteBookLoader, ReadOnlyLoadChangesNoByteAndNoCounter) {
