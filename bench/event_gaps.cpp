@@ -89,8 +89,10 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
     WritingCommands& writing = window.Notes()->Commands();
     print("saves of a note", [&] {
         for (int turn = 0; turn < 20; ++turn) {
-            if (const std::optional<CNote> note = SaveAnew(writing, MiddleNote(app.NoteBook()), turn))
+            if (const std::optional<CNote> note = SaveAnew(writing, MiddleNote(app.NoteBook()), turn)) {
                 writing.NoteSaved(*note);
+                emit window.Notes()->NotesChanged(note->id, false);
+            }
             GapClock::Rest(20);
         }
     });

@@ -143,11 +143,21 @@ void CNoteList::SetMarks(size_t position, std::shared_ptr<const NoteMarker> mark
 void CNoteList::SortNotes(int32_t sortId) {
     if (notes_.empty() || !IsSortingId(sortId))
         return;
+    const std::vector<uint32_t> order = SortedOrder(notes_, sortId);
+    if (std::is_sorted(order.begin(), order.end()))
+        return;
     std::vector<ListedNote> sorted;
     sorted.reserve(notes_.size());
-    for (const uint32_t position : SortedOrder(notes_, sortId))
+    for (const uint32_t position : order)
         sorted.push_back(std::move(notes_[position]));
+    // Each save sorts the list again, and moves few notes.
+    const bool each = !stale_ && positions_.size() == notes_.size();
     SetNotes(std::move(sorted));
+    for (uint32_t i = 0; each && i < order.size(); ++i) {
+        if (order[i] != i)
+            positions_[notes_[i].Id()] = i;
+    }
+    stale_ = stale_ && !each;
 }
 
 }  // namespace lore

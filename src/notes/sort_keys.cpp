@@ -95,6 +95,8 @@ private:
 
     /// Dates of different status never tie, and an invalid one ties with none.
     int32_t TieOf(std::string tree, DateTime::Status status) {
+        if (tree.empty() && status == DateTime::Status::Valid)
+            return kPlainTie;
         const auto next = static_cast<int32_t>(ties_.size());
         tree += static_cast<char>(status);
         if (status == DateTime::Status::Invalid)
@@ -102,6 +104,7 @@ private:
         return ties_.try_emplace(std::move(tree), next).first->second;
     }
 
+    static constexpr int32_t kPlainTie = -1;  // of nearly all notes that are sorted by date
     TextNumbers texts_;
     std::string tree_;
     std::unordered_map<std::string, int32_t> ties_;

@@ -72,26 +72,40 @@ void BoardView::SetOtherNoteBooks(const QStringList& names) {
 }
 
 void BoardView::Rebuild() {
-    QPalette groove;
-    groove.setColor(QPalette::Window, impl_->theme.Color(ColorRole::Board));
-    verticalScrollBar()->setPalette(groove);
-    const int focusTop = impl_->focusRow >= 0 ? impl_->TopOf(impl_->focusRow) : -1;
-    const bool focusSeen = impl_->focusRow >= impl_->topRow && impl_->focusRow < impl_->endRow && impl_->focusRow >= 0;
-    impl_->CancelDrag();
-    impl_->store.DropCards();
-    impl_->ChooseWidth();
-    impl_->ReloadHeights();
-    impl_->focusRow = impl_->focusNote > 0 ? impl_->model.RowOf(impl_->focusNote) : -1;
-    if (impl_->focusRow < 0)
-        impl_->ChangeFocus(-1, false);
-    if (focusSeen && impl_->focusRow >= 0)
-        impl_->AnchorAt(impl_->focusRow, focusTop);
-    else
-        impl_->AnchorAt(std::max(0, impl_->model.RowOf(impl_->topNote)), impl_->topOffset);
-    impl_->hoverRow = -1;
+    impl_->Reload();
     impl_->Settle();
-    impl_->ShowEmptyPane();
-    viewport()->update();
+}
+
+void BoardView::RebuildAt(int32_t noteId) {
+    impl_->store.DropNote(noteId);
+    impl_->Reload();
+    SetFocusNote(noteId);
+    impl_->Settle();
+    if (impl_->focusRow >= 0)
+        impl_->Reveal(impl_->focusRow);  // what was estimated above it is laid out now
+}
+
+// Everything but the layout of the cards that come into sight.
+void BoardView::Impl::Reload() {
+    QPalette groove;
+    groove.setColor(QPalette::Window, theme.Color(ColorRole::Board));
+    view.verticalScrollBar()->setPalette(groove);
+    const int focusTop = focusRow >= 0 ? TopOf(focusRow) : -1;
+    const bool focusSeen = focusRow >= topRow && focusRow < endRow && focusRow >= 0;
+    CancelDrag();
+    store.DropCards();
+    ChooseWidth();
+    ReloadHeights();
+    focusRow = focusNote > 0 ? model.RowOf(focusNote) : -1;
+    if (focusRow < 0)
+        ChangeFocus(-1, false);
+    if (focusSeen && focusRow >= 0)
+        AnchorAt(focusRow, focusTop);
+    else
+        AnchorAt(std::max(0, model.RowOf(topNote)), topOffset);
+    hoverRow = -1;
+    ShowEmptyPane();
+    view.viewport()->update();
 }
 
 void BoardView::RefreshNote(int32_t noteId) {

@@ -33,6 +33,9 @@ public:
 
     /// The list or its order is another one now. The focus note keeps its place on the screen if it is still there.
     void Rebuild();
+    /// The same, and a note, whose content may be another one now, becomes the focus note and comes into sight, as by
+    /// SetFocusNote.
+    void RebuildAt(int32_t noteId);
     /// One note's content is another one now, the list is the same.
     void RefreshNote(int32_t noteId);
 

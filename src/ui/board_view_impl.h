@@ -23,6 +23,7 @@ struct BoardView::Impl {
     // Which part of the list is in sight, and how far down. The scroll bar follows the row at the top: when heights
     // turn out to be others than estimated, what the user looks at stays where it is.
     void ReloadHeights();
+    void Reload();
     void Settle();
     void ClimbTo();
     int DescendFrom(int row, int y);

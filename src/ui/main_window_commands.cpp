@@ -67,18 +67,9 @@ void MainWindow::FillViewMenu(QMenu& view) {
 }
 
 void MainWindow::Search(const QString& text, SearchScope scope) {
-    const SearchOutcome outcome = app_.Search(FromQString(text), scope, [this] {
-        ListChanged();
-        GoToFirstNew();
-    });
+    const SearchOutcome outcome = app_.Search(FromQString(text), scope, [this] { ListGrew(); });
     if (outcome == SearchOutcome::Invalid || outcome == SearchOutcome::Cancelled)
         ListChanged();
-}
-
-void MainWindow::GoToFirstNew() {
-    // The list has been told already, in a way that leaves the mark of the new note.
-    const QSignalBlocker quiet(board_);
-    board_->SetFocusNote(app_.SelectFirstNew());
 }
 
 void MainWindow::SetSort(int sortId) {

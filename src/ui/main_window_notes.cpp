@@ -89,15 +89,11 @@ void MainWindow::CutFocusNote() {
 }
 
 void MainWindow::NotesChanged(int32_t focus, bool isNew) {
-    board_->Rebuild();
-    panels_->Rebuild(app_);
-    RefreshPanes();
-    if (isNew) {
-        GoToFirstNew();
-    } else if (focus > 0) {
-        board_->RefreshNote(focus);
-        board_->SetFocusNote(focus);
-    }
+    if (isNew)
+        ListGrew();
+    else
+        ListChanged(focus);
+    UpdatePanelsSoon(true);
     board_->setFocus();
 }
 

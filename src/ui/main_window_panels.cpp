@@ -23,8 +23,7 @@ void MainWindow::RunPanelOrder(const PanelOrder& order) {
         case PanelOutcome::ListChanged:
             return ListChanged();
         case PanelOutcome::Gathered:
-            ListChanged();
-            return GoToFirstNew();
+            return ListGrew();
         case PanelOutcome::NotesChanged: {
             const int32_t focus = board_->FocusNote();
             return NotesChanged(app_.List().Contains(focus) ? focus : -1, false);

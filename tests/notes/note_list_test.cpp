@@ -93,6 +93,9 @@ TEST(NoteList, FindsNotesAfterEveryKindOfChange) {
     list.AddNote(DayNote(4));
     EXPECT_EQ(list.PositionOf(4), 1);
     EXPECT_THAT(list.GetNoteIDs().Values(), ElementsAre(1, 4, 6));
+    list.SortNotes(kDateAddedDown);
+    EXPECT_THAT(Ids(list), ElementsAre(6, 4, 1, 4));
+    EXPECT_EQ(list.PositionOf(4), 1);
     list.search = {kOrOperator, "a OR b", {"a", "b"}};
     list.RemoveAll();
     EXPECT_TRUE(list.IsEmpty());
