@@ -3,8 +3,10 @@
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QStackedWidget>
+#include <QTimerEvent>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "notes/panel_entries.h"
 #include "ui/panel_page.h"
@@ -87,6 +89,22 @@ void ControlBar::Rebuild(const CLorebinderApp& app) {
     PageAt(PanelKind::KeyWords)->SetEntries(KeyWordEntries(book.keyWords));
     PageAt(PanelKind::Colors)->SetEntries(ColorEntries(book.colors));
     CountNotes(app.List().GetNoteIDs());
+}
+
+void ControlBar::UpdateSoon(const CLorebinderApp& app, PanelPart part) {
+    app_ = &app;
+    duePart_ = due_.isActive() ? std::max(duePart_, part) : part;
+    due_.start(0, this);
+}
+
+void ControlBar::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != due_.timerId())
+        return QWidget::timerEvent(event);
+    due_.stop();
+    if (duePart_ == PanelPart::Entries)
+        Rebuild(*app_);
+    else
+        CountNotes(app_->List().GetNoteIDs());
 }
 
 void ControlBar::CountNotes(const LongList& listed) {

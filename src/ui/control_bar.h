@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QWidget>
 #include <array>
 #include <functional>
@@ -15,6 +16,9 @@ namespace lore {
 class PanelPage;
 class Theme;
 
+/// What a change can make stale in the panels; entries come with their counts.
+enum class PanelPart { Counts, Entries };
+
 /// The bar left of the board with the four filter panels on tabs.
 class ControlBar : public QWidget {
     Q_OBJECT
@@ -24,8 +28,9 @@ public:
 
     /// Makes the entries of all panels anew: another NoteBook is open, or its notes have changed.
     void Rebuild(const CLorebinderApp& app);
-    /// Counts anew: the current list has changed.
-    void CountNotes(const LongList& listed);
+    /// Makes the entries anew, or counts anew for another list, at the next turn of the event loop: what the user waits
+    /// for is painted first. The application outlives the bar.
+    void UpdateSoon(const CLorebinderApp& app, PanelPart part);
     /// The NoteBooks that notes can be copied to, in their order.
     void SetOtherNoteBooks(const QStringList& names);
     /// Says whether there is what a command needs besides its notes.
@@ -39,7 +44,11 @@ signals:
     void ChoiceChanged(PanelKind kind, int number);
     void PageChanged(int page);
 
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
 private:
+    void CountNotes(const LongList& listed);
     void AddTab(int page, QWidget* row);
     void Restyle();
 
@@ -47,6 +56,9 @@ private:
     std::array<QToolButton*, 4> tabs_{};
     std::array<PanelPage*, 4> pages_{};
     QStackedWidget* stack_;
+    const CLorebinderApp* app_ = nullptr;
+    QBasicTimer due_;
+    PanelPart duePart_ = PanelPart::Counts;
 };
 
 }  // namespace lore

@@ -9,7 +9,6 @@
 #include <QStatusBar>
 #include <QTreeView>
 #include <QVBoxLayout>
-#include <utility>
 
 #include "app/notebook_commands.h"
 #include "app/update_check.h"
@@ -46,8 +45,6 @@ MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
     ConnectTools();
     ConnectPanels();
     ConnectBoard();
-    panelsDue_.setSingleShot(true);
-    connect(&panelsDue_, &QTimer::timeout, this, &MainWindow::UpdatePanels);
     setAcceptDrops(true);
     RestorePlace();
 }
@@ -184,7 +181,7 @@ void MainWindow::ListChanged(int32_t focus) {
         board_->RebuildAt(focus);
     else
         board_->Rebuild();
-    UpdatePanelsSoon(false);
+    panels_->UpdateSoon(app_, PanelPart::Counts);
     RefreshPanes();
 }
 
@@ -192,20 +189,8 @@ void MainWindow::ListGrew() {
     // The list is told of its focus note here, in a way that leaves the mark of the new note.
     const QSignalBlocker quiet(board_);
     board_->RebuildAt(app_.SelectFirstNew());
-    UpdatePanelsSoon(false);
+    panels_->UpdateSoon(app_, PanelPart::Counts);
     RefreshPanes();
-}
-
-void MainWindow::UpdatePanelsSoon(bool allEntries) {
-    panelEntriesDue_ = panelEntriesDue_ || allEntries;
-    panelsDue_.start(0);
-}
-
-void MainWindow::UpdatePanels() {
-    if (std::exchange(panelEntriesDue_, false))
-        panels_->Rebuild(app_);
-    else
-        panels_->CountNotes(app_.List().GetNoteIDs());
 }
 
 void MainWindow::RefreshPanes() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QTimer>
 #include <array>
 #include <filesystem>
 #include <memory>
@@ -93,9 +92,6 @@ private:
     void ListChanged(int32_t focus = -1);
     /// The same, and the first new note comes into sight.
     void ListGrew();
-    /// At the next turn of the event loop, behind what the user waits for: the counts, or all entries with them.
-    void UpdatePanelsSoon(bool allEntries);
-    void UpdatePanels();
     void RefreshPanes();
     void SetZoom(int percent);
     void SetSort(int sortId);
@@ -147,8 +143,6 @@ private:
     std::filesystem::path manual_;
     std::unique_ptr<UpdateSource> updateSource_;
     std::unique_ptr<UpdateCheck> updates_;
-    QTimer panelsDue_;
-    bool panelEntriesDue_ = false;
     bool syncs_ = false;  // the window closes for a sync that has been started
 };
 

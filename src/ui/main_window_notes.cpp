@@ -93,7 +93,7 @@ void MainWindow::NotesChanged(int32_t focus, bool isNew) {
         ListGrew();
     else
         ListChanged(focus);
-    UpdatePanelsSoon(true);
+    panels_->UpdateSoon(app_, PanelPart::Entries);
     board_->setFocus();
 }
 
