@@ -22,8 +22,10 @@
 #include "base/file_io.h"
 #include "printsave/page_view.h"
 #include "printsave/page_worker.h"
+#include "printsave/stored_paper.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
+#include "ui/theme_tool_bar.h"
 #include "ui/window_place.h"
 
 namespace lore {
@@ -59,13 +61,16 @@ struct PreviewWindow::Command {
 PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, SettingsStore& store)
     : source_(std::move(content)), theme_(theme), store_(store), paper_(StandardPaper()) {
     setObjectName("printSave");
+    setContextMenuPolicy(Qt::NoContextMenu);  // its own would hide the tool bar for good
     const bool isBibliography = source_.beginning.IsBibliography();
     setWindowTitle((isBibliography ? tr("Bibliography") : tr("Notes")) + tr(" \u2013 Print or Save"));
     if (QLocale::system().measurementSystem() == QLocale::ImperialUSSystem)
         paper_.setPageSize(QPageSize(QPageSize::Letter), QMarginsF());
+    paper_ = StoredPaper(store_).value_or(paper_);
     const int stored = ToQString(store_.Get(kWindowsSection, kFont).value_or("0")).toInt();
     if (isBibliography)
         font_ = static_cast<size_t>(std::clamp<int>(stored, 0, std::size(kBibliographyFonts) - 1));
+    MakeCommands();
     preview_ = new PageView(theme_, this);
     preview_->setObjectName("preview");
     preview_->setAccessibleName(tr("Pages"));
@@ -75,7 +80,6 @@ PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, Settings
     page_->setContentsMargins(kSpace * 2, 0, kSpace * 2, 0);
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addPermanentWidget(page_);
-    MakeCommands();
     connect(preview_, &PageView::CurrentPageChanged, this, &PreviewWindow::ShowPage);
     connect(&theme_, &Theme::Changed, this, &PreviewWindow::Restyle);
     if (source_.makeWhole) {
@@ -244,6 +248,7 @@ void PreviewWindow::WithPages(const std::function<void(const PagedText&)>& work)
 void PreviewWindow::SetPaper(const QPageLayout& paper) {
     paper_ = paper;
     paper_.setMode(QPageLayout::StandardMode);
+    StorePaper(store_, paper_);
     LayOut();
 }
 
@@ -338,6 +343,7 @@ void PreviewWindow::ShowPage() {
 
 void PreviewWindow::Restyle() {
     preview_->viewport()->update();
+    DressMoreButton(*tools_, theme_);
     for (QAction* const action : tools_->actions()) {
         if (const QString icon = action->property("iconName").toString(); !icon.isEmpty())
             action->setIcon(theme_.Icon(icon));

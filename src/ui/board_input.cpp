@@ -49,7 +49,7 @@ void BoardView::Impl::ChangeFocus(int row, bool reveal) {
         Reveal(row);
     if (!changed)
         return;
-    if (row >= 0 && QAccessible::isActive()) {
+    if (row >= 0 && view.hasFocus()) {
         QAccessibleEvent focus(&view, QAccessible::Focus);
         focus.setChild(row);
         QAccessible::updateAccessibility(&focus);

@@ -87,7 +87,9 @@ void BoardView::Impl::FillMenu(QMenu& menu, int row, const CardHit& hit, bool by
 
 void BoardView::contextMenuEvent(QContextMenuEvent* event) {
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
-    const int row = byKeyboard ? impl_->focusRow : impl_->RowAt(event->pos().y());
+    // Without a card that has the focus the keys mean the first one in sight, as the arrow keys do.
+    const int first = impl_->focusRow < 0 && impl_->model.Count() > 0 ? impl_->topRow : impl_->focusRow;
+    const int row = byKeyboard ? first : impl_->RowAt(event->pos().y());
     if (row < 0)
         return;
     impl_->ChangeFocus(row, byKeyboard);

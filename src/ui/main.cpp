@@ -19,7 +19,6 @@
 #include "platform/places.h"
 #include "platform/program_arguments.h"
 #include "platform/system_sources.h"
-#include "ui/board_accessible.h"
 #include "ui/fault_bar.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -116,7 +115,6 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setDesktopFileName("lorebinder");
     QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
-    lore::InstallBoardAccessibility();
     const StartOptions options = ReadArguments(application);
     const std::string request =
         lore::RequestOfCommandLine(options.file, options.capture, std::filesystem::current_path(), options.reminder);

@@ -12,6 +12,7 @@
 
 #include "app/notebook_commands.h"
 #include "app/update_check.h"
+#include "ui/board_accessible.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
 #include "ui/note_editor/note_actions.h"
@@ -34,7 +35,9 @@ constexpr const char* kEarlyPanes[] = {"NoteBook:      <>", "Not Linked", "", "N
 
 MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
     : app_(app), theme_(theme), model_(app.List(), app.NoteBook()), trash_(app.Ports().faults) {
+    InstallBoardAccessibility();
     setObjectName("mainWindow");
+    setContextMenuPolicy(Qt::NoContextMenu);  // its own would hide the tool bar for good
     setWindowTitle(ToQString(CLorebinderApp::WindowTitle()));
     tools_ = new MainToolBar(theme_, this);
     addToolBar(tools_);

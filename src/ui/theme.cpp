@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "ui/flat_style.h"
+#include "ui/theme_keys.h"
 
 namespace lore {
 namespace {
@@ -117,6 +118,7 @@ Theme::Theme(QApplication& application, Appearance appearance) : application_(ap
     const QPalette desktop = application.palette();
     systemDark_ = desktop.color(QPalette::Window).lightness() < desktop.color(QPalette::WindowText).lightness();
     application.setStyle(new FlatStyle(*this));
+    application.installEventFilter(new ThemeKeys(this));  // all windows of a program have a theme in common
     FollowPortal();
     Apply();
     connect(&application, &QApplication::fontDatabaseChanged, this, &Theme::Changed);

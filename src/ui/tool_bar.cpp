@@ -12,6 +12,7 @@
 #include "notes/sort_order.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
+#include "ui/theme_tool_bar.h"
 
 namespace lore {
 
@@ -165,6 +166,7 @@ void MainToolBar::FocusSearch() {
 }
 
 void MainToolBar::Restyle() {
+    DressMoreButton(*this, theme_);
     run_->setIcon(theme_.Icon("search", ColorRole::DimText));
     options_->setIcon(theme_.Icon("list-filter"));
     newNote_->setIcon(theme_.Icon("plus"));

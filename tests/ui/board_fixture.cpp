@@ -12,6 +12,8 @@
 
 #include "notes/attachment_kind.h"
 #include "rtf/rtf.h"
+#include "ui/command_reach.h"
+#include "ui/tab_walk.h"
 #include "ui/window_rules.h"
 
 namespace lore {
@@ -212,10 +214,13 @@ void FillSampleBoard(MemoryBoard& board) {
 void TakeShot(QWidget& window, const QString& name) {
     const QString folder = qEnvironmentVariable("LORE_SHOTS_DIR", QStringLiteral(LORE_SHOTS));
     QDir().mkpath(folder);
+    window.window()->show();
     QCoreApplication::processEvents();  // a change of palette reaches the windows with the next events
     const int percent = qRound(window.devicePixelRatioF() * 100);
     window.grab().save(QStringLiteral("%1/%2-%3.png").arg(folder, name).arg(percent));
-    const QStringList faults = FaultsOfWindow(window);
+    const QStringList faults = FaultsOfWindow(window) + FaultsOfTabWalk(window) + FaultsOfCommands(window);
+    for (const QString& fault : faults)
+        qWarning("%s", qPrintable(fault));  // a message of a check is cut
     QVERIFY2(faults.isEmpty(), qPrintable(name + ":\n" + faults.join('\n')));
 }
 

@@ -25,7 +25,6 @@
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
-#include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -120,7 +119,6 @@ void CalendarTest::PutClass() {
 void CalendarTest::Shoot(QWidget& window, const QString& name) {
     QTest::qWait(20);
     TakeShot(window, name);
-    WalkByTab(window);
 }
 
 void CalendarTest::keyboard_alone_makes_an_event() {

@@ -1,4 +1,3 @@
-#include <QAccessible>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QLineEdit>
@@ -10,7 +9,6 @@
 #include <QTimer>
 #include <QTreeView>
 #include <functional>
-#include <set>
 
 #include "ui/board_fixture.h"
 #include "ui/categories/edit_categories_ctrl.h"
@@ -49,7 +47,6 @@ private slots:
     void the_set_in_view_decides_counts_and_drops();
     void cancel_asks_and_drops();
     void a_failed_write_keeps_the_dialog_open();
-    void controls_have_names_and_alt_keys();
     void menus_of_the_panels_hold_the_family();
     void a_menu_command_runs_and_counts_follow();
     void the_menu_key_opens_at_the_entry();
@@ -250,25 +247,6 @@ void CategoriesTest::a_failed_write_keeps_the_dialog_open() {
         QTRY_VERIFY(!dialog.isVisible());
     });
     QVERIFY(IDOf("Another") > 0);
-}
-
-void CategoriesTest::controls_have_names_and_alt_keys() {
-    InDialog([](CEditCategoriesDlg& dialog) {
-        std::set<QChar> keys;
-        for (const QWidget* const widget : dialog.findChildren<QWidget*>()) {
-            if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus)
-                continue;
-            const auto* const face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
-            QVERIFY2(face && !face->text(QAccessible::Name).isEmpty(), widget->metaObject()->className());
-        }
-        for (const QPushButton* const button : dialog.findChildren<QPushButton*>()) {
-            const qsizetype mark = button->text().indexOf('&');
-            if (button->isVisible() && mark >= 0)
-                QVERIFY2(keys.insert(button->text().at(mark + 1).toLower()).second, qPrintable(button->text()));
-        }
-        QVERIFY(!keys.contains('c'));  // the label of the sets has it
-        QVERIFY(keys.size() >= 8);
-    });
 }
 
 QMenu* CategoriesTest::OpenMenu(PanelKind kind, const QString& entry, bool byKeyboard) {

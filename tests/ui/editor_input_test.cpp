@@ -81,7 +81,7 @@ private:
 void EditorInputTest::init() {
     theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
     frame_ = std::make_unique<QWidget>();
-    edit_ = new RichTextEdit(*theme_, frame_.get());
+    edit_ = new RichTextEdit(*theme_);  // behind the bar, which the layout sees to
     bar_ = new FormatBar(*edit_, *theme_, frame_.get());
     auto* const rows = new QVBoxLayout(frame_.get());
     rows->addWidget(bar_);

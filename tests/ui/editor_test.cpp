@@ -40,7 +40,7 @@ public:
 
 struct Window {
     explicit Window(Theme& theme) {
-        edit = new RichTextEdit(theme, &frame);
+        edit = new RichTextEdit(theme);  // behind the bars, which the layout sees to
         bar = new FormatBar(*edit, theme, &frame);
         find = new FindBar(*edit, theme, &frame);
         auto* const rows = new QVBoxLayout(&frame);

@@ -32,7 +32,6 @@
 #include "ui/note_editor/source_row_view.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources_driver.h"
-#include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -487,7 +486,6 @@ void NoteEditorTest::dialogs_look_good() {
     SelectTagsDlg tags(used, *theme_);
     tags.show();
     TakeShot(tags, "editor-key-words");
-    WalkByTab(tags);
     QPixmap picture(640, 400);
     picture.fill(Qt::darkCyan);
     const QString path = folder_->filePath("picture.png");

@@ -28,7 +28,6 @@
 #include "ui/options/more_spell_options_dialog.h"
 #include "ui/options/options_prop_sheet.h"
 #include "ui/options/user_dictionary_dialog.h"
-#include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -234,7 +233,6 @@ void OptionsTest::own_words_are_added_changed_and_deleted() {
     }
     QVERIFY(dialog.isVisible());
     TakeShot(dialog, "options-own-words");
-    WalkByTab(dialog);
     QCOMPARE(list->count(), 2);
     QCOMPARE(list->item(0)->text(), QStringLiteral("argand"));
     list->item(0)->setText("zenith");
@@ -286,7 +284,6 @@ void OptionsTest::font_keeps_what_was_not_changed() {
     FontDialog dialog("Font", font, *theme_, store_, window_.get());
     dialog.show();
     TakeShot(dialog, "options-font");
-    WalkByTab(dialog);
     const FontSetting kept = dialog.Chosen();
     QCOMPARE(kept.faceName, font.faceName);
     QCOMPARE(kept.height, 19);
@@ -366,7 +363,6 @@ void OptionsTest::looks_good() {
     qunsetenv("WAYLAND_DISPLAY");
     QTest::qWait(50);
     TakeShot(*sheet, QString::fromLatin1(QTest::currentDataTag()));
-    WalkByTab(*sheet);
 }
 
 }  // namespace lore

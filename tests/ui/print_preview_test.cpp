@@ -58,11 +58,10 @@ private slots:
     void layouts_overtake_each_other();
     void only_pages_in_sight_are_drawn();
     void another_font_lays_out_anew_and_is_remembered();
-    void another_paper_makes_more_pages();
+    void another_paper_makes_more_pages_and_is_remembered();
     void a_range_is_printed();
     void every_form_is_saved_and_a_failure_told();
     void paper_looks_the_same_in_a_dark_window();
-    void alt_keys_and_shortcuts_are_unique();
     void looks_good_data();
     void looks_good();
 };
@@ -252,7 +251,7 @@ void PrintPreviewTest::another_font_lays_out_anew_and_is_remembered() {
     QVERIFY(!window_->findChild<QComboBox*>("fonts"));
 }
 
-void PrintPreviewTest::another_paper_makes_more_pages() {
+void PrintPreviewTest::another_paper_makes_more_pages_and_is_remembered() {
     Open(Bibliography(80));
     const int pages = window_->PageCount();
     QPageLayout paper = window_->Paper();
@@ -271,6 +270,18 @@ void PrintPreviewTest::another_paper_makes_more_pages() {
     ReadFile(folder_.filePath("a5.rtf").toStdString(), rtf);
     const char kPaper[] = "\\paperw11906\\paperh8391\\margl1134\\margr1134\\margt1134\\margb1134\\landscape";
     QVERIFY2(rtf.find(kPaper) != std::string::npos, rtf.c_str());
+    for (const QPageSize& size : {QPageSize(QPageSize::Letter), QPageSize(QSizeF(111.3, 222), QPageSize::Millimeter)}) {
+        const QPageLayout chosen(size, QPageLayout::Landscape, QMarginsF(30, 10, 12.5, 0), QPageLayout::Millimeter);
+        window_->SetPaper(chosen);
+        Open(Bibliography(80));
+        QVERIFY2(window_->Paper().isEquivalentTo(chosen), store_.Get("Windows", "PrintSavePaper")->c_str());
+    }
+    for (const char* const damaged : {"", "210,297", "210,297,portrait,20,20,20,nan", "0,0,portrait,0,0,0,0",
+                                      "210,297,sideways,0,0,0,0", "210,297,portrait,100,0,100,0"}) {
+        store_.Set("Windows", "PrintSavePaper", damaged);
+        Open(Bibliography(2));
+        QCOMPARE(window_->Paper().pageSize().id(), QPageSize::A4);
+    }
 }
 
 void PrintPreviewTest::a_range_is_printed() {
@@ -323,29 +334,6 @@ void PrintPreviewTest::paper_looks_the_same_in_a_dark_window() {
     const QImage dark = page(Appearance::Dark);
     theme_->SetAppearance(Appearance::Light);
     QVERIFY(light == dark);
-}
-
-void PrintPreviewTest::alt_keys_and_shortcuts_are_unique() {
-    Open(Bibliography(3));
-    QSet<QString> shortcuts;
-    QSet<QChar> menus;
-    for (QAction* const menu : window_->menuBar()->actions()) {
-        const QString title = menu->text();
-        QVERIFY2(title.contains('&') && !menus.contains(title[title.indexOf('&') + 1].toLower()), qPrintable(title));
-        menus.insert(title[title.indexOf('&') + 1].toLower());
-        QSet<QChar> keys;
-        for (QAction* const action : menu->menu()->actions()) {
-            const qsizetype mark = action->text().indexOf('&');
-            if (action->isSeparator())
-                continue;
-            QVERIFY2(mark >= 0 && !keys.contains(action->text()[mark + 1].toLower()), qPrintable(action->text()));
-            keys.insert(action->text()[mark + 1].toLower());
-            for (const QKeySequence& keysOf : action->shortcuts()) {
-                QVERIFY2(!shortcuts.contains(keysOf.toString()), qPrintable(keysOf.toString()));
-                shortcuts.insert(keysOf.toString());
-            }
-        }
-    }
 }
 
 void PrintPreviewTest::looks_good_data() {

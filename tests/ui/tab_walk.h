@@ -7,11 +7,15 @@ class QWidget;
 namespace lore {
 
 /// What a walk by Tab through a window meets that it shouldn't: a control that keeps the key, that comes twice or not
-/// at all, or that stands before the one where the walk came from, and a way back by Shift+Tab that is another one.
-/// Where text is written, Ctrl+Tab has to leave. The window has to be the active one; the focus is where it was
-/// afterwards.
+/// at all, or that stands before the one where the walk came from; a way back by Shift+Tab that is another one; and
+/// one that gets the focus, or whose item gets it, without a screen reader being told its role and name. Where text is
+/// written, Ctrl+Tab has to leave. The window becomes the active one; the focus is where it was afterwards. A window
+/// behind a modal one has no faults, since no key reaches it.
 QStringList FaultsOfTabWalk(QWidget& window);
-/// The same as a check.
-void WalkByTab(QWidget& window);
+
+/// The controls that the Tab key reaches, in their order.
+QList<QWidget*> TabStopsOf(const QWidget& window);
+/// Whether keys reach this window at all: it isn't behind a modal one, and no popup that comes and goes.
+bool TakesKeys(const QWidget& window);
 
 }  // namespace lore

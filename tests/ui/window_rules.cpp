@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -23,18 +24,27 @@
 #include <QToolButton>
 
 namespace lore {
-namespace {
 
-/// Parts that Qt makes inside its own controls; the control around them speaks for them.
 bool IsInsideOfControl(const QWidget& widget) {
     const QWidget* const parent = widget.parentWidget();
+    if (widget.objectName() == "qt_tabwidget_tabbar" || widget.objectName() == "qt_toolbar_ext_button")
+        return false;
     return qobject_cast<const QScrollBar*>(&widget) || widget.objectName().startsWith("qt_") ||
            (parent &&
             (qobject_cast<const QAbstractSpinBox*>(parent) || qobject_cast<const QComboBox*>(parent) ||
              qobject_cast<const QTabBar*>(parent) || qobject_cast<const QLineEdit*>(parent) ||
              qobject_cast<const QHeaderView*>(&widget) ||
              (qobject_cast<const QAbstractItemView*>(parent) && qobject_cast<const QAbstractButton*>(&widget)) ||
-             parent->objectName().startsWith("qt_")));
+             (parent->objectName().startsWith("qt_") && parent->objectName() != "qt_scrollarea_viewport" &&
+              parent->objectName() != "qt_tabwidget_stackedwidget")));
+}
+
+QList<QWidget*> ShownIn(const QWidget& window) {
+    QList<QWidget*> shown;
+    for (QWidget* const widget : window.findChildren<QWidget*>())
+        if (widget->isVisibleTo(&window) && widget->window() == window.window() && !IsInsideOfControl(*widget))
+            shown.append(widget);
+    return shown;
 }
 
 bool IsControl(const QWidget& widget) {
@@ -53,21 +63,32 @@ QString Described(const QWidget& widget) {
         .arg(QLatin1String(widget.metaObject()->className()), widget.objectName(), NameOf(widget));
 }
 
+namespace {
+
 bool HasRole(const QWidget& widget) {
     QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
     return face && face->isValid() && face->role() != QAccessible::NoRole;
 }
 
 bool ActionHasKey(const QAction* action) {
-    return action && (!action->shortcuts().isEmpty() || action->menu());
+    return action && !action->shortcuts().isEmpty();
 }
 
-/// Without a mouse a button is reached by Tab, by a key of its own, or by the key of the command behind it.
+}  // namespace
+
+bool IsReachedByArrows(const QWidget& widget) {
+    const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+    return button && !button->isChecked() &&
+           (button->autoExclusive() || (button->group() && button->group()->exclusive()));
+}
+
 bool KeyboardReaches(const QAbstractButton& button) {
     const auto* const tool = qobject_cast<const QToolButton*>(&button);
-    return (button.focusPolicy() & Qt::TabFocus) != 0 || !button.shortcut().isEmpty() ||
+    return (button.focusPolicy() & Qt::TabFocus) != 0 || IsReachedByArrows(button) || !button.shortcut().isEmpty() ||
            (tool && ActionHasKey(tool->defaultAction()));
 }
+
+namespace {
 
 QString AltKeyOf(const QWidget& widget) {
     QString text;
@@ -121,10 +142,7 @@ bool IsCut(const QWidget& widget) {
 
 QStringList FaultsOfWindow(const QWidget& window) {
     QStringList faults;
-    QList<QWidget*> seen;
-    for (QWidget* const widget : window.findChildren<QWidget*>())
-        if (widget->isVisibleTo(&window) && widget->window() == window.window() && !IsInsideOfControl(*widget))
-            seen.append(widget);
+    const QList<QWidget*> seen = ShownIn(window);
     for (const QWidget* const widget : seen) {
         if (IsControl(*widget)) {
             if (!HasRole(*widget))

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QStringList>
 
+class QAbstractButton;
 class QWidget;
 
 namespace lore {
@@ -10,5 +12,20 @@ namespace lore {
 /// controls without role or name, buttons that only a mouse reaches, Alt keys that two controls share, texts that are
 /// cut.
 QStringList FaultsOfWindow(const QWidget& window);
+
+/// The widgets that are seen in a window, without the parts that Qt makes inside its own controls: the control around
+/// them speaks for them.
+QList<QWidget*> ShownIn(const QWidget& window);
+bool IsInsideOfControl(const QWidget& widget);
+/// Whether somebody can do something with it.
+bool IsControl(const QWidget& widget);
+/// Of buttons that exclude each other Tab reaches one; the arrows do the rest.
+bool IsReachedByArrows(const QWidget& widget);
+/// Without a mouse a button is reached by Tab, by a key of its own, or by the key of the command behind it.
+bool KeyboardReaches(const QAbstractButton& button);
+/// What screen readers say.
+QString NameOf(const QWidget& widget);
+/// For a message.
+QString Described(const QWidget& widget);
 
 }  // namespace lore

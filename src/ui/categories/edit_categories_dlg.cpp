@@ -73,7 +73,9 @@ void CEditCategoriesDlg::MakeHead() {
     row->addWidget(ButtonFor(createRoot_, tr("&New Level 1"), this));
     row->addWidget(ButtonFor(create_, tr("New Su&bcategory"), this));
     row->addWidget(ButtonFor(rename_, tr("&Rename"), this));
-    row->addWidget(ButtonFor(delete_, tr("&Delete"), this));
+    auto* const last = ButtonFor(delete_, tr("&Delete"), this);
+    row->addWidget(last);
+    setTabOrder(last, tree_);
     Content()->addLayout(row);
     connect(set_, &QComboBox::activated, this, [this] {
         trees_.SetView(set_->currentData().toInt());

@@ -7,6 +7,7 @@
 
 class QLineEdit;
 class QListView;
+class QModelIndex;
 
 namespace lore {
 
@@ -32,6 +33,7 @@ protected:
 
 private:
     void Find(const QString& typed);
+    void Announce(const QModelIndex& current);
     void Place();
 
     const CommandFinder& finder_;

@@ -63,10 +63,10 @@ void FindBar::MakeRow(const Theme&) {
     find_->setClearButtonEnabled(true);
     count_ = new QLabel(this);
     count_->setMinimumWidth(fontMetrics().horizontalAdvance(tr("%1 of %2").arg(8888).arg(8888)));
-    matchCase_ = new QCheckBox(tr("Match &case"), this);
-    wholeWords_ = new QCheckBox(tr("&Whole words"), this);
     previous_ = MakeButton(tr("Previous hit (Shift+F3)"), &FindBar::FindPrevious);
     next_ = MakeButton(tr("Next hit (F3)"), &FindBar::FindNext);
+    matchCase_ = new QCheckBox(tr("Match &case"), this);
+    wholeWords_ = new QCheckBox(tr("&Whole words"), this);
     close_ = MakeButton(tr("Close (Esc)"), &FindBar::Close);
     row->addWidget(find_, 1);
     row->addWidget(count_);

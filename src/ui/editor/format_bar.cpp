@@ -15,6 +15,7 @@
 #include "ui/editor/rich_text_edit.h"
 #include "ui/editor/table_commands.h"
 #include "ui/theme.h"
+#include "ui/theme_tool_bar.h"
 
 namespace lore {
 namespace {
@@ -391,10 +392,15 @@ void FormatBar::ResizePicture() {
 
 void FormatBar::FollowFonts(const CharFormat& characters) {
     const QSignalBlocker quietFonts(fonts_), quietSizes(sizes_), quietStyles(styles_);
-    if (!fonts_->hasFocus())
-        fonts_->setEditText(QString::fromStdString(edit_.Formats().FontName(characters)));
-    if (!sizes_->lineEdit()->hasFocus())
-        sizes_->setEditText(locale().toString(characters.half_points / 2.0, 'g', 5));
+    // The entry becomes the current one too: a list that is left with the text of another entry would choose that.
+    const auto show = [](QComboBox& list, const QString& text) {
+        if (list.hasFocus() || (list.currentText() == text && list.itemText(list.currentIndex()) == text))
+            return;
+        list.setCurrentIndex(list.findText(text, Qt::MatchFixedString));
+        list.setEditText(text);
+    };
+    show(*fonts_, QString::fromStdString(edit_.Formats().FontName(characters)));
+    show(*sizes_, locale().toString(characters.half_points / 2.0, 'g', 5));
     styles_->setCurrentIndex(static_cast<int>(edit_.Commands().StyleNow()));
 }
 
@@ -420,12 +426,7 @@ void FormatBar::Follow() {
 }
 
 void FormatBar::Restyle() {
-    // Its own icon is black whatever the ground.
-    if (auto* const more = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
-        more->setIcon(theme_.Icon(QStringLiteral("ellipsis")));
-        more->setAccessibleName(tr("More formats"));
-        more->setToolTip(more->accessibleName());
-    }
+    DressMoreButton(*this, theme_);
     for (const auto& [name, action] : byName_)
         action->setIcon(theme_.Icon(action->data().toString()));
 }

@@ -160,12 +160,9 @@ void AttachmentPanel::dropEvent(QDropEvent* event) {
 bool AttachmentPanel::eventFilter(QObject* watched, QEvent* event) {
     const auto* const key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
     const int row = list_->indexOfTopLevelItem(list_->currentItem());
-    if (!key || row < 0 || (key->key() != Qt::Key_Delete && key->key() != Qt::Key_Menu))
+    if (!key || row < 0 || key->key() != Qt::Key_Delete)
         return PanelSection::eventFilter(watched, event);
-    if (key->key() == Qt::Key_Delete)
-        Run([row](AttachmentList& list) { list.RemoveAttachment(static_cast<size_t>(row)); });
-    else
-        OpenMenu(list_->viewport()->mapToGlobal(list_->visualItemRect(list_->currentItem()).bottomLeft()));
+    Run([row](AttachmentList& list) { list.RemoveAttachment(static_cast<size_t>(row)); });
     return true;
 }
 

@@ -74,6 +74,7 @@ void CategoryPanel::Rebuild() {
         connect(
             box, &QComboBox::activated, this, [this, level](int index) { Choose(level, index); }, Qt::QueuedConnection);
         list_->insertWidget(static_cast<int>(level), box);
+        setTabOrder(boxes_.isEmpty() ? static_cast<QWidget*>(tabs_) : boxes_.last(), box);
         boxes_.append(box);
     }
     for (size_t level = 0; level <= levels; ++level)

@@ -182,22 +182,27 @@ void NoteEditorWindow::MakeButtons(QVBoxLayout& layout) {
     }
 }
 
+/// All controls of a part before those of the next one; within a part they stand in its own order.
 void NoteEditorWindow::OrderTabs() {
     headerTitle_->setBuddy(text_->Edit());
+    QList<QWidget*> ring;
+    for (QWidget* next = nextInFocusChain(); next != this; next = next->nextInFocusChain())
+        ring.append(next);
+    const QList<QWidget*> parts = {text_,  text_->Edit(), tabs_,     keyWords_, attachments_,
+                                   color_, sync_,         spelling_, cancel_,   save_};
     QWidget* last = nullptr;
     const auto add = [&last](QWidget* control) {
-        if ((control->focusPolicy() & Qt::TabFocus) != Qt::TabFocus || control->focusProxy())
+        if ((control->focusPolicy() & Qt::TabFocus) != Qt::TabFocus)
             return;
         if (last)
             setTabOrder(last, control);
-        last = control;
+        last = control->focusProxy() ? control->focusProxy() : control;  // tabs hand the focus to their bar
     };
-    // All controls of a part before those of the next one.
-    for (QWidget* const part : std::initializer_list<QWidget*>{text_, tabs_->tabBar(), tabs_, keyWords_, attachments_,
-                                                               color_, sync_, spelling_, cancel_, save_}) {
+    for (QWidget* const part : parts) {
         add(part);
-        for (QWidget* const control : part->findChildren<QWidget*>())
-            if (control != tabs_->tabBar())
+        for (QWidget* const control : ring)
+            if (part->isAncestorOf(control) && !control->focusProxy() && !parts.contains(control) &&
+                control != tabs_->tabBar())
                 add(control);
     }
 }

@@ -74,7 +74,7 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
     commands_.ShowFaultsIn(&faults_);
     if (session_.MayCheckSpelling() && session_.note.spellCheck)
         RunSpellTimer(true);
-    text_->setFocus();
+    text_->Edit()->setFocus();
 }
 
 NoteEditorWindow::~NoteEditorWindow() {
@@ -145,7 +145,7 @@ void NoteEditorWindow::SaveNote() {
         accept();
         return;
     }
-    text_->setFocus();
+    text_->Edit()->setFocus();
     if (session_.MayCheckSpelling() && session_.note.spellCheck)
         text_->SetSpellCheck(true);
     if (outcome == SaveOutcome::NotWritten)

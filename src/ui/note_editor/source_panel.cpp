@@ -2,7 +2,9 @@
 
 #include <QContextMenuEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -72,6 +74,9 @@ void SourcePanel::Rebuild() {
         connect(view, &SourceRowView::RemoveRequested, this, &SourcePanel::RemoveSource, Qt::QueuedConnection);
         view->SetSelected(rows_.Rows()[i].selected);
         list_->insertWidget(row, view);
+        setTabOrder(views_.isEmpty() ? static_cast<QWidget*>(clear_) : views_.last()->Line(), view);
+        setTabOrder(view, view->LineButton());
+        setTabOrder(view->LineButton(), view->Line());
         views_.append(view);
     }
     empty_->setVisible(views_.isEmpty());

@@ -46,6 +46,9 @@ SourceDateField::SourceDateField(SourceEditor& editor, QWidget* parent)
     layout->addWidget(yearOnly_);
     layout->addStretch(0);
     layout->addWidget(manual_);
+    setTabOrder(has_, picker_);
+    setTabOrder(picker_, text_);
+    setTabOrder(text_, yearOnly_);
     connect(has_, &QCheckBox::clicked, this, &SourceDateField::TakeDate);
     connect(picker_, &QDateEdit::dateChanged, this, &SourceDateField::TakeDate);
     connect(yearOnly_, &QCheckBox::clicked, this, [this](bool on) {

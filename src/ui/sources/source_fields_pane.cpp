@@ -52,6 +52,7 @@ SourceFieldsPane::SourceFieldsPane(SourceEditor& editor, const Theme& theme, QWi
     grid_->horizontalHeader()->setStretchLastSection(true);
     grid_->setSelectionMode(QAbstractItemView::NoSelection);
     grid_->setFocusPolicy(Qt::NoFocus);
+    grid_->setTabKeyNavigation(false);  // Tab goes from field to field, and on from the last one
     none_ = MakeHint(tr("This source type has no fields of its own."), theme, this);
     // As high for each type as for the one that has most fields.
     setMinimumHeight(Title()->sizeHint().height() + 2 * kSpace + standard_->sizeHint().height());
@@ -96,7 +97,7 @@ QLineEdit* SourceFieldsPane::FieldOf(size_t slot) const {
 void SourceFieldsPane::FillGrid() {
     grid_->setRowCount(0);
     grid_->setRowCount(static_cast<int>(editor_.GridRows()));
-    QWidget* before = nullptr;
+    QWidget* before = fields_.last();
     for (int row = 0; row < grid_->rowCount(); ++row) {
         const CCustomSourceField& field = editor_.GridRow(static_cast<size_t>(row));
         const QString name = ToQString(field.name).simplified();
@@ -109,8 +110,7 @@ void SourceFieldsPane::FillGrid() {
         value->setAccessibleName(name);
         value->setObjectName(QStringLiteral("row%1").arg(row));
         grid_->setCellWidget(row, 1, value);
-        if (before)
-            setTabOrder(before, value);
+        setTabOrder(before, value);
         before = value;
         connect(value, &QLineEdit::textEdited, this, [this, row](const QString& text) {
             editor_.SetGridValue(static_cast<size_t>(row), FromQString(text));

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QPageLayout>
+
+#include "ports/settings_store.h"
+
+namespace lore {
+
+/// The paper that was last set up, or nothing if none was or what stands there is none to print on.
+std::optional<QPageLayout> StoredPaper(const SettingsStore& store);
+void StorePaper(SettingsStore& store, const QPageLayout& paper);
+
+}  // namespace lore
