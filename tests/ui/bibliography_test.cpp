@@ -1,4 +1,3 @@
-#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>

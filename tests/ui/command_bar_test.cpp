@@ -240,16 +240,6 @@ void CommandBarTest::menus_stand_as_they_are_to() {
     for (const auto& [menu, entry, wanted] : keys)
         for (const QString& key : wanted)
             QVERIFY2(MenuEntry(menu, entry)->shortcuts().contains(QKeySequence(key)), qPrintable(entry + key));
-    for (QAction* const top : window_->menuBar()->actions()) {
-        QString used;
-        for (QAction* const action : top->menu()->actions()) {
-            const qsizetype mark = action->text().indexOf('&');
-            QVERIFY2(action->isSeparator() || mark >= 0, qPrintable(action->text()));
-            const QString key = mark < 0 ? QString() : action->text().mid(mark + 1, 1).toLower();
-            QVERIFY2(key.isEmpty() || !used.contains(key), qPrintable(action->text()));
-            used += key;
-        }
-    }
 }
 
 void CommandBarTest::help_says_what_is_not_there() {
