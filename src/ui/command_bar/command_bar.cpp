@@ -1,6 +1,5 @@
 #include "ui/command_bar/command_bar.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
@@ -49,7 +48,6 @@ CommandBar::CommandBar(const CommandFinder& finder, std::function<std::string(co
     layout->addWidget(list_);
     connect(field_, &QLineEdit::textChanged, this, &CommandBar::Find);
     connect(list_, &QListView::clicked, this, &QDialog::accept);
-    connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, &CommandBar::Announce);
     Find({});
 }
 
@@ -62,14 +60,6 @@ void CommandBar::Find(const QString& typed) {
     model_->Show(finder_, typed);
     list_->setCurrentIndex(model_->index(0));
     list_->scrollToTop();
-}
-
-/// The field keeps the focus; screen readers are told what it moves in the list.
-void CommandBar::Announce(const QModelIndex& current) {
-    QAccessibleEvent focus(list_, QAccessible::Focus);
-    focus.setChild(current.row());
-    if (current.isValid() && isVisible())
-        QAccessible::updateAccessibility(&focus);
 }
 
 bool CommandBar::eventFilter(QObject* object, QEvent* event) {

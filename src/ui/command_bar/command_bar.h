@@ -7,7 +7,6 @@
 
 class QLineEdit;
 class QListView;
-class QModelIndex;
 
 namespace lore {
 
@@ -33,7 +32,6 @@ protected:
 
 private:
     void Find(const QString& typed);
-    void Announce(const QModelIndex& current);
     void Place();
 
     const CommandFinder& finder_;
