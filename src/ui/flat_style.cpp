@@ -316,6 +316,8 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
             return 1;
         case PM_ButtonDefaultIndicator:
             return 0;
+        case PM_ToolBarExtensionExtent:
+            return 6 * kSpace;
         case PM_TabBarTabHSpace:
             return 5 * kSpace;
         case PM_TabBarTabVSpace:

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextTable>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <set>
@@ -426,6 +427,18 @@ void EditorTest::LooksRight() {
         window.find->Close();
         window.frame.resize(420, 500);
         TakeShot(window.frame, appearance == Appearance::Light ? "editor-narrow-light" : "editor-narrow-dark");
+        // The keys open what doesn't fit.
+        auto* const more = window.bar->findChild<QToolButton*>("qt_toolbar_ext_button");
+        more->setFocus(Qt::TabFocusReason);
+        QStringList rest;
+        QTimer::singleShot(0, more, [&rest] {
+            QWidget* const menu = QApplication::activePopupWidget();
+            for (const QAction* const action : menu->actions())
+                rest.append(action->text());
+            menu->close();
+        });
+        QTest::keyClick(more, Qt::Key_Space);
+        QVERIFY2(rest.contains("Table") && rest.contains("Size of picture"), qPrintable(rest.join(' ')));
     }
 }
 

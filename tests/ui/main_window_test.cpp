@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeView>
 
 #include "base/text.h"
@@ -242,6 +243,13 @@ void MainWindowTest::keys_reach_every_pane() {
     QVERIFY(window_->Board()->hasFocus());
     QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
     QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
+    // Tab stops at the panel that is open; the arrows open the others.
+    for (QToolButton* const tab : window_->Panels()->findChildren<QToolButton*>())
+        if (tab->isChecked())
+            tab->setFocus(Qt::TabFocusReason);
+    for (const int page : {1, 2, 3, 2})
+        QTest::keyClick(QApplication::focusWidget(), window_->Panels()->Page() < page ? Qt::Key_Right : Qt::Key_Left);
+    QCOMPARE(window_->Panels()->Page(), 2);
 }
 
 void MainWindowTest::keys_of_the_board_copy_cut_paste_and_undo() {
