@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/file_copy.h"
 #include "base/text.h"
 #include "classify/category_record.h"
 #include "classify/note_lists.h"
@@ -65,6 +66,7 @@ const CProCategoryTree* FirstWith(const std::vector<CProCategoryTree>& siblings,
 CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
     version = other.version;
     unread_ = other.unread_;
+    brokeOff_ = other.brokeOff_;
     EditRoots() = other.roots_;
     return *this;
 }
@@ -91,12 +93,19 @@ FileResult CProCategoryList::Load(const std::filesystem::path& path) {
     const FileResult result = OpenRecordFile(path, reader);
     Read(result.Ok() ? reader.get() : nullptr);
     unread_ = result.Missing() ? FileResult{} : result;
+    brokeOff_ = result.Ok() && reader->RanOut();
     return result;
 }
 
 FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
     if (!unread_.Ok())
         return unread_;
+    if (brokeOff_) {
+        std::filesystem::path kept;
+        if (const FileResult copied = KeepCopy(path, kept); !copied.Ok() && !copied.Missing())
+            return copied;
+        brokeOff_ = false;
+    }
     RecordWriter writer;
     Write(&writer);
     return SaveRecordFile(path, writer);

@@ -21,7 +21,11 @@ public:
 
     CProCategoryList() = default;
     CProCategoryList(const CProCategoryList& other)
-        : version(other.version), roots_(other.roots_), unread_(other.unread_), fresh_(false) {}
+        : version(other.version),
+          roots_(other.roots_),
+          unread_(other.unread_),
+          brokeOff_(other.brokeOff_),
+          fresh_(false) {}
     CProCategoryList(CProCategoryList&&) = default;
     CProCategoryList& operator=(const CProCategoryList& other);
     CProCategoryList& operator=(CProCategoryList&&) = default;
@@ -35,7 +39,7 @@ public:
     /// appended wherever the file lacks it.
     FileResult Load(const std::filesystem::path& path);
     /// Writes the file in the current version. Gives the failure of Load instead if the file was there and could not be
-    /// read: it holds categories that this forest has never seen.
+    /// read: it holds categories that this forest has never seen. A file that broke off is kept beside first.
     FileResult Save(const std::filesystem::path& path) const;
     /// True if the file opens for reading.
     static bool FileExists(const std::filesystem::path& path);
@@ -87,7 +91,8 @@ private:
 
     std::vector<CProCategoryTree> roots_;
     FileResult unread_;
-    mutable NodesByID nodes_;  // empty until the first search after a change
+    mutable bool brokeOff_ = false;  // until what the file held is kept beside
+    mutable NodesByID nodes_;        // empty until the first search after a change
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.
     bool fresh_ = true;

@@ -70,9 +70,17 @@ TEST(CategoryList, IsNeverWrittenOverAFileThatCouldNotBeRead) {
     std::string bytes;
     ASSERT_TRUE(ReadFile(path, bytes).Ok());
     EXPECT_EQ(bytes, "seen by nobody");
+    // A file that breaks off is kept beside, once.
     EXPECT_TRUE(forest.Load(path).Ok());
-    EXPECT_TRUE(forest.Save(path).Ok());
+    copy = forest;
+    EXPECT_TRUE(copy.Save(path).Ok());
+    EXPECT_TRUE(copy.Save(path).Ok());
+    const std::filesystem::path kept = path.string() + ".kept";
+    ASSERT_TRUE(ReadFile(kept, bytes).Ok());
+    EXPECT_EQ(bytes, "seen by nobody");
+    EXPECT_FALSE(std::filesystem::exists(path.string() + ".2.kept"));
     RemoveFile(path);
+    RemoveFile(kept);
 }
 
 TEST(CategoryList, HasAlwaysAPlaceForUnassignedNotes) {
