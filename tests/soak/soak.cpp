@@ -95,9 +95,9 @@ private:
 
     void Report() const {
         ::malloc_trim(0);
-        std::printf("%llu actions, %.0f s, %zu notes, %.1f MB resident, %.1f MB of heap in use\n",
-                    static_cast<unsigned long long>(done_), Seconds(), soak_.NoteCount(), ResidentMegabytes(),
-                    HeapMegabytes());
+        std::printf("%llu actions, %.0f s, %zu notes, %zu sources, %.1f MB resident, %.1f MB of heap in use\n",
+                    static_cast<unsigned long long>(done_), Seconds(), soak_.NoteCount(), soak_.SourceCount(),
+                    ResidentMegabytes(), HeapMegabytes());
         std::fflush(stdout);
     }
 

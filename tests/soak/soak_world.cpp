@@ -139,6 +139,13 @@ size_t Soak::NoteCount() const {
     return count;
 }
 
+size_t Soak::SourceCount() const {
+    size_t count = 0;
+    for (const ModelBook& book : books)
+        count += book.sources.size();
+    return count;
+}
+
 void Soak::Require(bool holds, const std::string& text) const {
     if (!holds)
         throw Difference(text);

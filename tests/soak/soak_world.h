@@ -83,6 +83,7 @@ public:
     std::map<std::string, ModelEvent> events;  ///< by EventId
     uint64_t NewVersion() { return ++version_; }
     size_t NoteCount() const;
+    size_t SourceCount() const;
 
     // Checks. A difference ends the run.
 

@@ -9,7 +9,8 @@ namespace lore {
 
 namespace {
 
-constexpr size_t kMostSources = 40;
+// Imports and copies bring more; what is above goes first, so that the data, and the memory, stay of one size.
+constexpr size_t kMostSources = 40, kMostAuthors = 40;
 
 int32_t IDOf(Soak& soak, const std::string& guid) {
     const CSource* const source = soak.App().NoteBook().sources.FindSourceByGUID(guid);
@@ -22,7 +23,7 @@ void AddAuthors(Soak& soak, SourceEditor& editor, ModelSource& wanted) {
         const std::vector<AuthorLine> available = editor.Authors().Available();
         int32_t id = -1;
         std::string last = soak.Unique("Keeper");
-        if (!available.empty() && soak.Chance(60)) {
+        if (!available.empty() && (available.size() >= kMostAuthors || soak.Chance(60))) {
             id = available[soak.Below(available.size())].id;
             last = editor.Authors().Find(id)->last;
         } else {
@@ -111,7 +112,7 @@ bool ChangeSource(Soak& soak) {
     return true;
 }
 
-bool ChangeAuthor(Soak& soak) {
+bool ChangeOneAuthor(Soak& soak) {
     ModelBook& book = soak.Open();
     const AuthorList& authors = soak.App().NoteBook().authors;
     if (authors.Count() == 0 || book.sources.empty())
@@ -119,7 +120,7 @@ bool ChangeAuthor(Soak& soak) {
     CAuthor author = authors[soak.Below(authors.Count())];
     const std::string before = author.last;
     SourceEditor editor = SourceEditor::ForSource(soak.Commands().Sources(), soak.App().NoteBook().sources[0]);
-    const bool goes = authors.Count() > 40 || soak.Chance(30);
+    const bool goes = authors.Count() > kMostAuthors || soak.Chance(30);
     soak.Note((goes ? "  delete " : "  rename ") + before);
     if (goes) {
         soak.SayYes();
@@ -138,7 +139,13 @@ bool ChangeAuthor(Soak& soak) {
     return true;
 }
 
-bool DeleteSource(Soak& soak) {
+bool ChangeAuthor(Soak& soak) {
+    while (soak.App().NoteBook().authors.Count() > kMostAuthors + 1 && ChangeOneAuthor(soak))
+        continue;
+    return ChangeOneAuthor(soak);
+}
+
+bool DeleteOneSource(Soak& soak) {
     ModelBook& book = soak.Open();
     if (book.sources.empty())
         return false;
@@ -155,6 +162,12 @@ bool DeleteSource(Soak& soak) {
         book.sources.erase(guid);
     soak.Commands().ShowSourceChanges();
     return true;
+}
+
+bool DeleteSource(Soak& soak) {
+    for (size_t more = soak.Open().sources.size() / kMostSources * 10; more > 0; --more)
+        DeleteOneSource(soak);
+    return DeleteOneSource(soak);
 }
 
 }  // namespace
