@@ -247,6 +247,7 @@ void CEditSourceTypesDlg::ShowField() {
 /// One row stands at another place than in the model.
 void CEditSourceTypesDlg::FieldsMoved() {
     std::vector<int> order;
+    order.reserve(static_cast<size_t>(fields_->count()));
     for (int row = 0; row < fields_->count(); ++row)
         order.push_back(fields_->item(row)->data(Qt::UserRole).toInt());
     int first = 0, last = fields_->count() - 1;

@@ -221,6 +221,7 @@ void SourceAuthorsPane::Remove() {
 
 void SourceAuthorsPane::Reordered() {
     std::vector<int32_t> order;
+    order.reserve(static_cast<size_t>(taken_->count()));
     for (int row = 0; row < taken_->count(); ++row)
         order.push_back(IdOf(taken_->item(row)));
     authors_.Reorder(order);
