@@ -1,10 +1,12 @@
 #include "notes/note_cleaner.h"
 
+#include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
 #include <utility>
 
 #include "base/file_io.h"
+#include "base/file_number.h"
 #include "base/record_file.h"
 #include "notes/file_faults.h"
 
@@ -15,11 +17,15 @@ namespace {
 /// Bytes of a version and a count.
 constexpr off_t kEmptyFileSize = 36;
 
-/// Whether a file holds no note. Each file of a NoteBook is asked at each start; nearly all are larger.
-bool HoldsNoNote(const std::filesystem::path& file) {
+/// Whether a file may hold no note. Each file of a NoteBook is asked at each start, so by the shortest way.
+bool IsSmall(const FileNumber& folder, const std::string& name) {
     struct stat info = {};
+    return ::fstatat(folder.Get(), name.c_str(), &info, 0) == 0 && info.st_size <= kEmptyFileSize;
+}
+
+bool HoldsNoNote(const std::filesystem::path& file) {
     std::string bytes;
-    if (::stat(file.c_str(), &info) != 0 || info.st_size > kEmptyFileSize || !ReadFile(file, bytes).Ok())
+    if (!ReadFile(file, bytes).Ok())
         return false;
     RecordReader reader(std::move(bytes));
     ReadFixedDouble(&reader);
@@ -32,7 +38,11 @@ void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* p
     if (progress)
         progress->ShowStandBy("Cleaning up note files....");
     // A folder that can't be listed is told by the load behind this.
-    for (const std::string& name : ListDatFiles(paths.Notes())) {
+    const std::filesystem::path notes = paths.Notes();
+    const FileNumber folder(::open(notes.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    for (const std::string& name : ListDatFiles(notes)) {
+        if (!IsSmall(folder, name))
+            continue;
         const std::filesystem::path file = paths.NoteFile(name);
         if (HoldsNoNote(file))
             TellFailedWrite(faults, "An empty note file could not be deleted", file, RemoveFile(file));
