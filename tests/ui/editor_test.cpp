@@ -189,6 +189,19 @@ void EditorTest::TablesGrowWithTab() {
     while (window.edit->document()->isUndoAvailable())
         window.edit->undo();
     QCOMPARE(window.Text(), std::string());
+    // A table that is too wide for the window is shown narrower; it stays as wide as it is.
+    window.edit->Load("{\\rtf1\\trowd\\cellx9000\\cellx30000\\intbl a\\cell b\\cell\\row\\pard}");
+    window.edit->moveCursor(QTextCursor::Start);
+    window.Press(Qt::Key_Down);
+    window.Press(Qt::Key_Tab);
+    window.Press(Qt::Key_Tab);
+    window.Type("c");
+    const Document wide = window.Now();
+    QCOMPARE(wide.rows.size(), size_t(2));
+    for (const auto& row : wide.rows) {
+        const RowFormat& format = wide.row_formats[static_cast<size_t>(row.format)];
+        QVERIFY(std::abs(format.cells[0].right_edge - 9000) < 2 && std::abs(format.cells[1].right_edge - 30000) < 2);
+    }
 }
 
 void EditorTest::PastesFormattedTextAndCleansIt() {

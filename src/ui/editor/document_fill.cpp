@@ -183,6 +183,8 @@ private:
             widths.append(
                 QTextLength(QTextLength::FixedLength, screen.Pixels(plan.edges[c + 1] - plan.edges[c]) * shrink));
         format.setColumnWidthConstraints(widths);
+        if (shrink < 1)
+            format.setProperty(kShrinkProperty, shrink);
         format.setProperty(kTableProperty, formats_.AddTable(plan.table));
         QTextTable* table = cursor_.insertTable(static_cast<int>(plan.rows.size()), plan.table->columns, format);
         for (size_t r = 0; r < plan.table->rows.size(); ++r)

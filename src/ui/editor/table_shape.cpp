@@ -7,6 +7,8 @@ constexpr double kUnstatedWidth = 100;  // pixels of a column that states none
 constexpr int32_t kCellGap = 108;       // twips, as office programs have it
 
 std::vector<int32_t> EdgesOf(const QTextTable& table, double zoom) {
+    if (table.format().hasProperty(kShrinkProperty))
+        zoom *= table.format().doubleProperty(kShrinkProperty);
     std::vector<int32_t> edges = {0};
     const QList<QTextLength> widths = table.format().columnWidthConstraints();
     double at = 0;
