@@ -7,12 +7,15 @@
 
 namespace lore {
 
-/// A set of ids for walks over long lists: ids as NoteBooks give them out are looked up in an array, any other id
-/// is hashed. Emptying it costs nothing.
+/// A set of ids for walks over long lists: ids as NoteBooks give them out are bits of an array, any other id is hashed.
+/// Emptying it costs as much as filling it did. It takes a bit for each id up to the highest, which goes on rising as
+/// notes come and go, at most half a megabyte.
 class IDMarks {
 public:
     void Clear() {
-        ++round_;
+        for (const uint32_t word : used_)
+            low_[word] = 0;
+        used_.clear();
         high_.clear();
     }
     /// True if the id wasn't marked yet.
@@ -20,23 +23,30 @@ public:
         const auto index = static_cast<uint32_t>(id);
         if (index >= kLowIDs)
             return high_.insert(id).second;
-        if (index >= low_.size())
-            low_.resize(std::min<size_t>(kLowIDs, std::max<size_t>(index + 1, low_.size() * 2)));
-        const bool isNew = low_[index] != round_;
-        low_[index] = round_;
+        const uint32_t word = index / kWordBits;
+        const uint64_t bit = uint64_t{1} << index % kWordBits;
+        if (word >= low_.size())
+            low_.resize(std::max<size_t>(word + 1, low_.size() * 2));
+        if (low_[word] == 0)
+            used_.push_back(word);
+        const bool isNew = (low_[word] & bit) == 0;
+        low_[word] |= bit;
         return isNew;
     }
     bool Contains(int32_t id) const {
         const auto index = static_cast<uint32_t>(id);
-        return index < kLowIDs ? index < low_.size() && low_[index] == round_ : high_.contains(id);
+        if (index >= kLowIDs)
+            return high_.contains(id);
+        const uint32_t word = index / kWordBits;
+        return word < low_.size() && (low_[word] >> index % kWordBits & 1) != 0;
     }
 
 private:
-    static constexpr uint32_t kLowIDs = 1u << 22;
+    static constexpr uint32_t kLowIDs = 1u << 22, kWordBits = 64;
 
-    std::vector<uint32_t> low_;  // by id: the round in which it was marked
+    std::vector<uint64_t> low_;
+    std::vector<uint32_t> used_;  // words that hold a mark
     std::unordered_set<int32_t> high_;
-    uint32_t round_ = 1;
 };
 
 }  // namespace lore

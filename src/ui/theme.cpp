@@ -156,7 +156,7 @@ QFont Theme::Font(TextSize size) const {
     if (font.pointSizeF() > 0)
         font.setPointSizeF(font.pointSizeF() * scale);
     else
-        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * scale + 0.5)));
+        font.setPixelSize(std::max(1, qRound(font.pixelSize() * scale)));
     if (size == TextSize::Title || size == TextSize::Display)
         font.setWeight(QFont::DemiBold);
     return font;
