@@ -46,6 +46,7 @@ TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
         {"a<br>b<br/>", "a\nb|"},
         {"<p>a<br><br>b", "a\n\nb|"},
         {"<pre>a  b\n  c</pre>", "a  b\n  c|"},
+        {"<pre>\n\na\n\nb\n\n</pre>c", "||a\n\nb\n|c|"},
         {"a <b> b</b> c", "a *b* c|"},
         {"<p>a</p><script>x()</script><style>y</style><!-- z --><p>b</p>", "a|b|"},
         {"<title>no</title><body>yes", "yes|"},
@@ -175,6 +176,8 @@ TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
         const Document document = ReadHtml(html, kLook);
         EXPECT_EQ(document.text, "1\t2\t\n3\t\t\nafter") << html;
         EXPECT_EQ(document.rows.size(), 2u);
+        for (const TableRow& row : document.rows)
+            EXPECT_EQ(document.row_formats[row.format].cells.size(), 2u);
         EXPECT_EQ(PlainText(WriteRtf(document)), document.text) << html;
     }
     EXPECT_EQ(ReadHtml("<table><tr><td>a<table><tr><td>b</table>c</table>", kLook).rows.size(), 2u);

@@ -93,9 +93,10 @@ TEST(HtmlWriter, TablesKeepTheirCellsAndSpans) {
     const std::string body = BodyOf(
         "{\\rtf1\\trowd\\clmgf\\clbrdrt\\brdrs\\cellx1500\\clmrg\\cellx3000\\cellx4500\\intbl wide\\cell\\cell "
         "c\\cell\\row"
-        "\\trowd\\cellx1500\\cellx3000\\cellx4500\\intbl 1\\cell 2\\par two\\cell 3\\cell\\row\\pard behind}");
+        "\\trowd\\cellx1500\\cellx3000\\cellx4500\\intbl 1\\cell 2\\par\\par two\\cell 3\\cell\\row\\pard behind}");
     EXPECT_THAT(body, HasSubstr("<td width=\"200\" colspan=\"2\""));
-    EXPECT_THAT(body, HasSubstr("<td width=\"100\"><p>2</p>\n<p>two</p>\n</td>"));
+    EXPECT_THAT(body,
+                HasSubstr("<td width=\"100\"><p>2</p>\n<p></p>\n<p>two</p>\n</td><td width=\"100\"><p>3</p>\n</td>"));
     EXPECT_THAT(body, HasSubstr("</table>\n<p>behind</p>\n"));
 }
 
@@ -134,6 +135,11 @@ TEST(HtmlWriter, APictureStandsWithinThePageAtItsSize) {
     const std::string html = WriteHtml(builder.Finish({}, false), "");
     EXPECT_THAT(html, HasSubstr("<img alt=\"\" width=\"50\" height=\"50\" src=\"data:image/png;base64,iVBORwD/\">"));
     EXPECT_THAT(html, HasSubstr("[picture]"));
+    picture.goal_width = picture.scale_x = 0;
+    picture.width = 254;  // hundredths of a millimetre, or pixels
+    EXPECT_EQ(SizeOnPaper(picture).width, 144);
+    picture.kind = PictureKind::kPng;
+    EXPECT_EQ(SizeOnPaper(picture).width, 254 * 15);
 }
 
 TEST(AppendDocument, KeepsFontsLinksTablesAndListsApart) {
