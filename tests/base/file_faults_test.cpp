@@ -69,6 +69,7 @@ TEST_F(FileFaults, AChangeIsToldAsMadeOnlyIfEachOfItsCallsWas) {
                 EXPECT_TRUE(result.Ok() || (failed && result.error == error));
                 EXPECT_TRUE(now == change.after || (!result.Ok() && now == before)) << now.size();
                 EXPECT_FALSE(HasTemporary());
+                EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "link.dat")) << "written through";
                 EXPECT_TRUE(change.make(folder_).Ok()) << "tried again";
                 EXPECT_EQ(BytesOf(folder_ / change.target), change.after);
             };
