@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
 """Changes one line of the core at a time and asks whether the tests of its folder notice.
 
-    tests/trust/mutants.py [--count 240] [--seed 1] [--minutes M] [--build build/mutants] [--survivors FILE] [folder...]
+    tests/trust/mutants.py [--count 240] [--seed 1] [--minutes M] [--build build/mutants] [--quick] [--survivors FILE]
+                           [folder...]
 
 The changes are chosen by rule from the sources as they are, the same ones for the same seed: comparisons turned or
 moved by one, "and" for "or", a condition without its "not", a constant changed, a statement dropped. A change is
 compiled beside the tree and linked in front of its library, so that nothing but one object is built for it. What can't
 be compiled doesn't count; what changes nothing that a program could tell stands in mutants_equal.txt with the reason.
+With --quick the tests that take long are left out, so that less is noticed than could be.
 Ends with status 1 below the goal.
 """
 
@@ -89,7 +91,8 @@ def equal_changes():
 class Bench:
     """Compiles changed files and runs the tests of a folder with them."""
 
-    def __init__(self, build):
+    def __init__(self, build, quick):
+        self.quick = quick
         self.build = os.path.abspath(build)
         self.folder = tempfile.mkdtemp(prefix="mutants-")
         if not os.path.exists(os.path.join(self.build, "build.ninja")):
@@ -114,7 +117,7 @@ class Bench:
         # The quick tests first: nearly all changes are noticed by them.
         slow = ":".join(name for name, ms in took if ms > SLOW_MS)
         self.rounds = [("-" + slow, sum(ms for _, ms in took if ms <= SLOW_MS) / 1000)]
-        if slow:
+        if slow and not self.quick:
             self.rounds.append((slow, sum(ms for _, ms in took if ms > SLOW_MS) / 1000))
 
     def tests_pass(self, program, only, limit):
@@ -168,8 +171,9 @@ def main():
     parser.add_argument("--minutes", type=float, default=24 * 60)
     parser.add_argument("--build", default=os.path.join(ROOT, "build/mutants"))
     parser.add_argument("--survivors", help="a file of an earlier run: tries its changes only")
+    parser.add_argument("--quick", action="store_true")
     options = parser.parse_args()
-    bench = Bench(options.build)
+    bench = Bench(options.build, options.quick)
     equal = equal_changes()
     again = None
     if options.survivors:
