@@ -70,6 +70,7 @@ TEST_F(ArchiveNotes, WriteTheCountBehindTheDateAndSourcesBehindTheRecord) {
 
 TEST_F(ArchiveNotes, TakeTheSourcesNoteInBothPlaces) {
     const ArchiveNote all = MakeSourcesNote(sources_, world_.context.now);
+    EXPECT_EQ(all.note.dateEdited, world_.context.now);
     const ArchiveNote note = MakeArchiveNote(FullNote(7), sources_);
     RecordWriter uncounted;
     WriteFixedDouble(&uncounted, 11.56);

@@ -166,6 +166,9 @@ TEST_F(ExportNotesTest, CommandsSpeakTheirTexts) {
         notes.resize(c.notes);
         RunExportCommand(NotesOfList(notes), c.scope, made_.ForExport());
         EXPECT_EQ(made_.prompts.seen, c.seen);
+        if (c.path == target_) {
+            EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(notes, false));
+        }
     }
 }
 

@@ -175,6 +175,18 @@ TEST_F(ImportNotesTest, AReplacedNoteKeepsItsIdAndMovesWithItsFirstSource) {
     EXPECT_EQ(BytesOf(from_.Attachment("0000003.png")), "a new picture");
 }
 
+TEST_F(ImportNotesTest, AReplacedNoteLeavesWhatItSaysOfASourceThatTheOtherDoesntSpeakOf) {
+    FillBook(to_);
+    CNote existing = FullNote(7);
+    existing.sourceInfo = {{"{SOURCE 1013}", "p. 9"}};
+    to_.folder.Put("SRC0000001011.dat", {existing});
+    to_.Load();
+    chooser_.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+    to_.Import(archive_, chooser_);
+    for (const CNote& note : to_.Notes())
+        EXPECT_TRUE(note.guid != existing.guid || note.sourceInfo.size() == 2) << note.sourceInfo.size();
+}
+
 TEST_F(ImportNotesTest, AReplacedNoteGoesToTheEndOfItsFile) {
     CNote first = FullNote(7);
     first.attachments.clear();

@@ -87,6 +87,15 @@ TEST_F(ImportUndoTest, WhatWasWrittenSinceStays) {
     EXPECT_TRUE(to_.faults.faults.empty());
 }
 
+TEST_F(ImportUndoTest, NotesComeBackToTheirSourcesThoughThoseHaveGone) {
+    to_.book.sources.RemoveSource(1011);
+    EXPECT_EQ(Undo(), 0u);
+    const CNote note = Find(FullNote(7).guid);
+    ASSERT_FALSE(note.sources.IsEmpty());
+    const CSource* const source = to_.book.sources.FindSourceByID(note.sources[0]);
+    EXPECT_TRUE(source && source->SourceGUID == "{SOURCE 1011}");
+}
+
 TEST_F(ImportUndoTest, DeletedNotesStayDeletedAndFilesOfReplacedOnesGoWithTheProgram) {
     const LongList ids{Find(FullNote(7).guid).id};
     NoteRemoval(to_.book, to_.world.context, to_.faults, nullptr).DeleteNotes(ids, false);

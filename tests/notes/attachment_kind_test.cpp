@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "notes/note.h"
+
 namespace lore {
 namespace {
 
@@ -24,6 +26,14 @@ TEST(AttachmentKind, FollowsTheExtensionWithoutRegardToCase) {
                                      {"a.ocx", 10},
                                      {"", 10}})
         EXPECT_EQ(AttachmentKindOf(path), kind) << path;
+}
+
+TEST(AttachmentKind, OnlyAPictureStaysShown) {
+    for (const int32_t kind : {1, 2}) {
+        CAttachment attachment{0, 1.0, "", "", "", 1, true};
+        SetAttachmentType(attachment, kind);
+        EXPECT_TRUE(attachment.type == kind && attachment.show == (kind == 1));
+    }
 }
 
 TEST(AttachmentKind, NamesEveryKind) {

@@ -82,7 +82,7 @@ TEST(NoteListDocument, PartsNotesWithARuleAndShowsPicturesWithTheirTitle) {
 
 TEST(NoteListDocument, TakesTextsOfAnyKind) {
     PrintNote entry = FullEntry();
-    entry.note.keyWords = std::string("a\nb,\x01,") + "caf\xE9";
+    entry.note.keyWords = std::string("a\nb,,\x01,") + "caf\xE9";
     entry.note.rtfText = "no rich text at all";
     entry.note.categories[0] = PathOf({{3, ""}});
     entry.note.attachments[0].title = "";

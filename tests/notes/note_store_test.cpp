@@ -105,6 +105,23 @@ TEST_F(NoteStoreTest, ACopyThatCouldntLeaveItsOldFileNeverComesBack) {
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2)) << "the next save of the file takes the copy out";
 }
 
+TEST_F(NoteStoreTest, NotesChangeWhereTheyLieAndThoseThatCouldntAreNamed) {
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+    Load("SRC0000000006.dat", {SourceNote(3, {6})});
+    CNote changed = SourceNote(2, {5});
+    changed.keyWords = "changed";
+    const auto change = [](CNote& note) {
+        note.keyWords = "changed";
+        return note.id != 1;
+    };
+    EXPECT_TRUE(store.ChangeNotes({2, 9}, change).IsEmpty());
+    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(1, {5}), changed}));
+    EXPECT_TRUE(store.ChangeNotes({1}, change).IsEmpty());
+    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(1, {5}), changed}));
+    Block("SRC0000000006.dat");
+    EXPECT_EQ(store.ChangeNotes({2, 3}, change), (LongList{3}));
+}
+
 TEST_F(NoteStoreTest, DeletingANoteTakesItsHiddenCopyToo) {
     Load("SRC0000000006.dat", {SourceNote(1, {6})});
     folder.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
