@@ -63,15 +63,17 @@ def changes_of(text):
         yield re.sub(r"\S.*", ";", text)
 
 
-def mutants_of(folder, rng):
-    """One change of each line that has any, in an order of its own."""
+def mutants_of(folder, rng, again=None):
+    """One change of each line that has any, in an order of its own; or those of an earlier run."""
     found = []
     directory = os.path.join(ROOT, "src", folder)
     for name in sorted(n for n in os.listdir(directory) if n.endswith(".cpp")):
         path = os.path.join("src", folder, name)
         for number, text in source_lines(os.path.join(ROOT, path)):
             choices = list(changes_of(text))
-            if choices:
+            if again is not None:
+                found.extend((path, number, text, new) for new in set(choices) if (path, text.strip(), new.strip()) in again)
+            elif choices:
                 found.append((path, number, text, rng.choice(choices)))
     rng.shuffle(found)
     return found
@@ -184,11 +186,11 @@ def main():
         end = time.monotonic() + options.minutes * 60 / len(options.folders)
         bench.prepare(folder)
         check_itself(bench, folder)
-        mutants = mutants_of(folder, random.Random(options.seed + number))
+        mutants = mutants_of(folder, random.Random(options.seed + number), again)
         here = {True: 0, False: 0}
         for path, at, old, new in mutants:
             change = (path, old.strip(), new.strip())
-            if change in equal or (again is not None and change not in again):
+            if change in equal:
                 continue
             if sum(here.values()) >= options.count / len(options.folders) or time.monotonic() > end:
                 break
