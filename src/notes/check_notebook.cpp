@@ -126,7 +126,7 @@ void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
     CheckedFile& checked = checked_[number];
     while (reader.Next()) {
         const CNote& head = reader.Head();
-        checked.copies.push_back({head.id, IsAtHome(head, file), reader.IsNoteWhole()});
+        checked.copies.push_back(CopyOf(reader, file));
         CheckNote(head, {reader.PlainText(), reader.RtfText()}, file, known_, checked.findings);
         for (const CAttachment& attachment : head.attachments)
             checked.attachments.insert(StoredName(attachment));

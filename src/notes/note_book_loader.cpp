@@ -228,7 +228,7 @@ void Loader::ChooseCopies() {
     for (size_t file = 0; file < notes_.size(); ++file) {
         for (size_t note = 0; note < notes_[file].briefs.size(); ++note) {
             const NoteBrief& brief = notes_[file].briefs[note];
-            copies.push_back({brief.id, brief.isHome, brief.isWhole});
+            copies.push_back({brief.id, brief.isHome, brief.isWhole, brief.edited});
             all.push_back({brief.id, {static_cast<uint32_t>(file), static_cast<uint32_t>(note)}});
         }
     }

@@ -18,6 +18,7 @@ NoteBrief MakeNoteBrief(const CNote& note, bool isHome) {
     NoteBrief brief;
     brief.id = note.id;
     brief.isHome = isHome;
+    brief.edited = note.dateEdited.Seconds();
     brief.color = note.borderColor;
     brief.sources = note.sources;
     brief.keyWords = note.keyWords;

@@ -22,6 +22,7 @@ struct NoteBrief {
     int32_t id = -1;
     bool isHome = false;  ///< it stands in the file that its first source or its creation day names
     bool isWhole = true;  ///< its file doesn't break off within it
+    int64_t edited = 0;   ///< when it was written, in seconds
     Rgb color = 0;
     LongList sources;
     std::string keyWords;

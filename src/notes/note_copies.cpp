@@ -10,6 +10,13 @@ int Rank(const NoteCopy& copy) {
     return (copy.isWhole ? 2 : 0) + (copy.isHome ? 1 : 0);
 }
 
+/// Anywhere but at home a copy is of no use, however new it is.
+bool IsBetter(const NoteCopy& copy, const NoteCopy& other) {
+    if (Rank(copy) != Rank(other))
+        return Rank(copy) > Rank(other);
+    return copy.isHome && copy.isWhole && copy.edited > other.edited;
+}
+
 }  // namespace
 
 std::vector<bool> ShownCopies(const std::vector<NoteCopy>& copies) {
@@ -17,7 +24,7 @@ std::vector<bool> ShownCopies(const std::vector<NoteCopy>& copies) {
     chosen.reserve(copies.size());
     for (size_t i = 0; i < copies.size(); ++i) {
         const auto [entry, isFirst] = chosen.try_emplace(copies[i].id, i);
-        if (!isFirst && Rank(copies[i]) > Rank(copies[entry->second]))
+        if (!isFirst && IsBetter(copies[i], copies[entry->second]))
             entry->second = i;
     }
     std::vector<bool> shown(copies.size(), false);

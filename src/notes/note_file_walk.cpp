@@ -117,4 +117,9 @@ bool IsAtHome(const CNote& note, const std::filesystem::path& file) {
     return file.filename().native() == GetNoteFileName(note);
 }
 
+NoteCopy CopyOf(NoteFileReader& reader, const std::filesystem::path& file) {
+    const CNote& head = reader.Head();
+    return {head.id, IsAtHome(head, file), reader.IsNoteWhole(), head.dateEdited.Seconds()};
+}
+
 }  // namespace lore

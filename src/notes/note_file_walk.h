@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/file_io.h"
+#include "notes/note_copies.h"
 #include "notes/note_file.h"
 #include "ports/fault_notice.h"
 #include "ports/read_context.h"
@@ -33,5 +34,7 @@ std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& note
 
 /// True for a note that stands in the file that its first source or its creation day names.
 bool IsAtHome(const CNote& note, const std::filesystem::path& file);
+/// The note that the reader of a file went to, as one of several copies.
+NoteCopy CopyOf(NoteFileReader& reader, const std::filesystem::path& file);
 
 }  // namespace lore

@@ -44,7 +44,7 @@ std::vector<CNote> ShownNotesOf(NoteFileReader& reader, const std::filesystem::p
     while (reader.Next()) {
         if (!isWanted(reader.Head().id))
             continue;
-        copies.push_back({reader.Head().id, IsAtHome(reader.Head(), file), reader.IsNoteWhole()});
+        copies.push_back(CopyOf(reader, file));
         notes.push_back(reader.TakeNote());
     }
     const std::vector<bool> shown = ShownCopies(copies);
@@ -71,7 +71,7 @@ void ForShownNotes(const std::filesystem::path& notesFolder, const ReadContext& 
         files, context, kReadThreads,
         [&](size_t file, NoteFileReader& reader) {
             while (reader.Next()) {
-                const NoteCopy copy{reader.Head().id, IsAtHome(reader.Head(), files[file]), reader.IsNoteWhole()};
+                const NoteCopy copy = CopyOf(reader, files[file]);
                 parts[file].emplace_back(copy, makePart(reader));
             }
         },

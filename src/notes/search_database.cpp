@@ -17,10 +17,12 @@ namespace lore {
 
 namespace {
 
-/// What one file held. Of a copy that is whole and at home, as nearly all are, only the id is kept.
+/// What one file held. Of a copy that is whole and at home, as nearly all are, only the id and the
+/// time of its last change are kept.
 struct FileFinds {
     FileResult read;
     std::vector<int32_t> ids;  // of all its notes
+    std::vector<int64_t> edited;
     struct Stray {
         size_t copy;
         bool isHome, isWhole;
@@ -42,6 +44,7 @@ public:
         found.read = reader_.Open(path);
         const std::string name = path.filename().string();
         ids_.clear();
+        edited_.clear();
         while (reader_.Next()) {
             const CNote& head = reader_.Head();
             if (Matches(reader_.RtfText()))
@@ -50,8 +53,10 @@ public:
             if (!isHome || !reader_.IsNoteWhole())
                 found.strays.push_back({ids_.size(), isHome, reader_.IsNoteWhole()});
             ids_.push_back(head.id);
+            edited_.push_back(head.dateEdited.Seconds());
         }
         found.ids.assign(ids_.begin(), ids_.end());
+        found.edited.assign(edited_.begin(), edited_.end());
     }
 
 private:
@@ -74,6 +79,7 @@ private:
     NoteFileReader reader_;
     std::string text_;
     std::vector<int32_t> ids_;
+    std::vector<int64_t> edited_;
 };
 
 /// All copies of the notes that were found, in reading order.
@@ -89,7 +95,8 @@ void AddCandidates(FileFinds& file, const IDMarks& wanted, Candidates& candidate
         const bool isStray = stray != file.strays.cend() && stray->copy == i;
         const bool isFind = find != file.finds.end() && find->copy == i;
         if (wanted.Contains(file.ids[i])) {
-            candidates.copies.push_back({file.ids[i], !isStray || stray->isHome, !isStray || stray->isWhole});
+            candidates.copies.push_back(
+                {file.ids[i], !isStray || stray->isHome, !isStray || stray->isWhole, file.edited[i]});
             candidates.results.push_back(isFind ? &find->result : nullptr);
         }
         stray += isStray ? 1 : 0;

@@ -162,6 +162,24 @@ TEST_F(NoteBookLoader, NoteThatStandsTwiceShowsFromItsHomeElseTheFirstMet) {
     EXPECT_EQ(CountNotes(disk.paths.Notes(), world.context, faults), 3u);
 }
 
+TEST_F(NoteBookLoader, NoteThatCouldNotLeaveItsOldFileShowsAsItWasWrittenLast) {
+    CNote before = SourceNote(1, {1011}), after = SourceNote(1, {2022});
+    before.dateEdited = DateTime(2026, 3, 1, 10, 0, 0);
+    after.dateEdited = DateTime(2026, 3, 1, 10, 0, 1);
+    for (const bool moved : {true, false}) {  // to a file behind its old one, and back
+        (moved ? before : after).sources = {1011};
+        (moved ? after : before).sources = {2022};
+        disk.Put("SRC0000001011.dat", {moved ? before : after});
+        disk.Put("SRC0000002022.dat", {moved ? after : before});
+        Load();
+        EXPECT_EQ(*book.index.FindPath(1),
+                  disk.paths.NoteFile(moved ? "SRC0000002022.dat" : "SRC0000001011.dat").string());
+        const std::vector<CNote> found = FindNotes(book.index, {1}, world.context, faults);
+        ASSERT_EQ(found.size(), 1u);
+        EXPECT_EQ(found[0].dateEdited, after.dateEdited);
+    }
+}
+
 TEST_F(NoteBookLoader, LoadForOneNoteFindsItsCopiesAndWritesWhatAWholeLoadWrites) {
     const auto fill = [&] {
         PutSources({1011});

@@ -72,6 +72,13 @@ TEST(NoteCopies, TheFirstAtHomeShowsElseTheFirstMet) {
     EXPECT_TRUE(ShownCopies({}).empty());
 }
 
+TEST(NoteCopies, OfTwoAtHomeTheOneThatWasWrittenLastShows) {
+    EXPECT_THAT(ShownCopies({{1, true, true, 50}, {1, true, true, 60}, {1, true, true, 60}, {1, false, true, 70}}),
+                ElementsAre(false, true, false, false));
+    EXPECT_THAT(ShownCopies({{1, true, false, 9}, {1, true, true, 5}, {2, false, true, 5}, {2, false, true, 6}}),
+                ElementsAre(false, true, true, false));
+}
+
 TEST(NoteCopies, AWholeOneShowsBeforeABrokenOneWhereverItStands) {
     EXPECT_THAT(ShownCopies({{1, false, true}, {1, true, false}, {2, true, false}, {2, false, false}}),
                 ElementsAre(true, false, true, false));
