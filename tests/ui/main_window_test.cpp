@@ -250,6 +250,20 @@ void MainWindowTest::keys_reach_every_pane() {
     for (const int page : {1, 2, 3, 2})
         QTest::keyClick(QApplication::focusWidget(), window_->Panels()->Page() < page ? Qt::Key_Right : Qt::Key_Left);
     QCOMPARE(window_->Panels()->Page(), 2);
+    // What doesn't fit into a narrow tool bar comes with the button at its end.
+    window_->resize(560, 600);
+    QCoreApplication::processEvents();
+    auto* const more = window_->Tools()->findChild<QToolButton*>("qt_toolbar_ext_button");
+    const QList<QComboBox*> lists = window_->Tools()->findChildren<QComboBox*>();
+    const auto shown = [&lists] {
+        return std::count_if(lists.begin(), lists.end(), [](auto* list) { return list->isVisible(); });
+    };
+    QVERIFY(more->isVisible() && shown() < lists.size());
+    TakeShot(*window_, "main-narrow");
+    more->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(more, Qt::Key_Space);
+    QTRY_COMPARE(shown(), lists.size());
+    TakeShot(*window_, "main-narrow-unfolded");
 }
 
 void MainWindowTest::keys_of_the_board_copy_cut_paste_and_undo() {
