@@ -133,6 +133,7 @@ void RichTextEdit::keyPressEvent(QKeyEvent* event) {
     // Tab writes here, so that Ctrl+Tab leaves.
     if (isTab && event->modifiers().testFlag(Qt::ControlModifier)) {
         const bool back = event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier);
+        // Past the text control, which would take the key for itself. NOLINTNEXTLINE(bugprone-parent-virtual-call)
         event->setAccepted(QWidget::focusNextPrevChild(!back));
         return;
     }
