@@ -59,6 +59,7 @@ SourceFieldsPane::SourceFieldsPane(SourceEditor& editor, const Theme& theme, QWi
     Body()->addWidget(standard_);
     Body()->addWidget(grid_);
     Body()->addWidget(none_);
+    Body()->addStretch(1);
     connect(&theme, &Theme::Changed, this, &SourceFieldsPane::Restyle);
     Fill();
 }
