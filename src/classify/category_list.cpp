@@ -93,18 +93,18 @@ FileResult CProCategoryList::Load(const std::filesystem::path& path) {
     const FileResult result = OpenRecordFile(path, reader);
     Read(result.Ok() ? reader.get() : nullptr);
     unread_ = result.Missing() ? FileResult{} : result;
-    brokeOff_ = result.Ok() && reader->RanOut();
+    brokeOff_ = result.Ok() && reader->RanOut() ? path : std::filesystem::path();
     return result;
 }
 
 FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
     if (!unread_.Ok())
         return unread_;
-    if (brokeOff_) {
+    if (!brokeOff_.empty() && path == brokeOff_) {
         std::filesystem::path kept;
         if (const FileResult copied = KeepCopy(path, kept); !copied.Ok() && !copied.Missing())
             return copied;
-        brokeOff_ = false;
+        brokeOff_.clear();
     }
     RecordWriter writer;
     Write(&writer);

@@ -91,8 +91,8 @@ private:
 
     std::vector<CProCategoryTree> roots_;
     FileResult unread_;
-    mutable bool brokeOff_ = false;  // until what the file held is kept beside
-    mutable NodesByID nodes_;        // empty until the first search after a change
+    mutable std::filesystem::path brokeOff_;  // the file that broke off, until what it held is kept beside
+    mutable NodesByID nodes_;                 // empty until the first search after a change
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.
     bool fresh_ = true;
