@@ -40,7 +40,9 @@ struct SampleWorld {
         book.database = database;
         book.paths = NoteBookPaths(data, database.folder);
         IdCounters loadCounters = counters;
-        LoadNoteBook(book, loadCounters, world.context, faults, {.mode = LoadMode::ReadOnly});
+        LoadOptions options;
+        options.mode = LoadMode::ReadOnly;
+        LoadNoteBook(book, loadCounters, world.context, faults, options);
         notes.clear();
         LoadAllNotes(book.paths.Notes(), world.context, faults, notes);
     }
