@@ -113,6 +113,5 @@ void RulesTest::planted_faults_are_found() {
 
 }  // namespace lore
 
-Q_DECLARE_METATYPE(lore::Plant)
 QTEST_MAIN(lore::RulesTest)
 #include "rules_test.moc"
