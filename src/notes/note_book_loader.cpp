@@ -27,9 +27,10 @@ int MovedOn(int counter, int highest) {
 /// What the walk leaves of one note file.
 struct FileNotes {
     std::vector<NoteBrief> briefs;
-    std::vector<CNote> heads;   // parallel to briefs, where heads are wanted
-    bool countsTooFew = false;  // it counts no notes, but something stands behind its count
-    int32_t highestID = 0;      // also of notes that aren't wanted
+    std::vector<NoteCopy> copies;  // parallel to briefs
+    std::vector<CNote> heads;      // the same, where heads are wanted
+    bool countsTooFew = false;     // it counts no notes, but something stands behind its count
+    int32_t highestID = 0;         // also of notes that aren't wanted
 };
 
 class Loader {
@@ -170,6 +171,7 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
     constexpr int32_t kExpectedNotes = 64;
     const auto expected = static_cast<size_t>(std::clamp(reader.Count(), 0, kExpectedNotes));
     notes.briefs.reserve(expected);
+    notes.copies.reserve(expected);
     if (keepHeads_)
         notes.heads.reserve(expected);
     while (reader.Next()) {
@@ -177,8 +179,8 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
         notes.highestID = std::max(notes.highestID, head.id);
         if (!IsWanted(head.id))
             continue;
-        notes.briefs.push_back(MakeNoteBrief(head, IsAtHome(head, files_[file])));
-        notes.briefs.back().isWhole = reader.IsNoteWhole();
+        notes.briefs.push_back(MakeNoteBrief(head));
+        notes.copies.push_back(CopyOf(reader, files_[file]));
         if (options_.texts) {
             const NotePlace place{static_cast<uint32_t>(file), static_cast<uint32_t>(reader.NoteNumber())};
             options_.texts->Take(place, head.id, reader.RtfText());
@@ -226,11 +228,10 @@ void Loader::ChooseCopies() {
     std::vector<NoteCopy> copies;
     std::vector<ShownNote> all;
     for (size_t file = 0; file < notes_.size(); ++file) {
-        for (size_t note = 0; note < notes_[file].briefs.size(); ++note) {
-            const NoteBrief& brief = notes_[file].briefs[note];
-            copies.push_back({brief.id, brief.isHome, brief.isWhole, brief.edited});
-            all.push_back({brief.id, {static_cast<uint32_t>(file), static_cast<uint32_t>(note)}});
-        }
+        const std::vector<NoteCopy>& here = notes_[file].copies;
+        copies.insert(copies.end(), here.begin(), here.end());
+        for (size_t note = 0; note < here.size(); ++note)
+            all.push_back({here[note].id, {static_cast<uint32_t>(file), static_cast<uint32_t>(note)}});
     }
     const std::vector<bool> shown = ShownCopies(copies);
     for (size_t i = 0; i < all.size(); ++i) {

@@ -14,11 +14,9 @@ CProCategoryTree PathTo(const CategoryPlace& place) {
 
 }  // namespace
 
-NoteBrief MakeNoteBrief(const CNote& note, bool isHome) {
+NoteBrief MakeNoteBrief(const CNote& note) {
     NoteBrief brief;
     brief.id = note.id;
-    brief.isHome = isHome;
-    brief.edited = note.dateEdited.Seconds();
     brief.color = note.borderColor;
     brief.sources = note.sources;
     brief.keyWords = note.keyWords;

@@ -20,16 +20,13 @@ struct CategoryPlace {
 /// What the picture of a NoteBook takes from one note.
 struct NoteBrief {
     int32_t id = -1;
-    bool isHome = false;  ///< it stands in the file that its first source or its creation day names
-    bool isWhole = true;  ///< its file doesn't break off within it
-    int64_t edited = 0;   ///< when it was written, in seconds
     Rgb color = 0;
     LongList sources;
     std::string keyWords;
     std::array<CategoryPlace, kSetCount> categories;
 };
 
-NoteBrief MakeNoteBrief(const CNote& note, bool isHome);
+NoteBrief MakeNoteBrief(const CNote& note);
 
 /// Where the note's three paths lead.
 std::array<CategoryPlace, kSetCount> CategoryPlaces(const CNote& note);

@@ -56,7 +56,7 @@ void UnfileNote(OpenNoteBook& book, const CNote& note) {
 
 void FileNotes(OpenNoteBook& book, std::span<const CNote> notes) {
     for (const CNote& note : notes)
-        FileBrief(book, MakeNoteBrief(note, true));
+        FileBrief(book, MakeNoteBrief(note));
     book.keyWords.SortKeyWords();
 }
 

@@ -150,14 +150,16 @@ void CNoteList::SortNotes(int32_t sortId) {
     sorted.reserve(notes_.size());
     for (const uint32_t position : order)
         sorted.push_back(std::move(notes_[position]));
-    // Each save sorts the list again, and moves few notes.
-    const bool each = !stale_ && positions_.size() == notes_.size();
+    const bool areKnown = !stale_ && positions_.size() == notes_.size();
     SetNotes(std::move(sorted));
-    for (uint32_t i = 0; each && i < order.size(); ++i) {
+    if (!areKnown)
+        return;
+    // Each save sorts the list again, and moves few notes.
+    for (uint32_t i = 0; i < order.size(); ++i) {
         if (order[i] != i)
             positions_[notes_[i].Id()] = i;
     }
-    stale_ = stale_ && !each;
+    stale_ = false;
 }
 
 }  // namespace lore

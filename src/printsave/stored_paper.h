@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPageLayout>
+#include <optional>
 
 #include "ports/settings_store.h"
 

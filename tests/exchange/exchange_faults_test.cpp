@@ -16,14 +16,6 @@ std::filesystem::path AllFolders() {
     return MemoryFolder() / "lore-";
 }
 
-bool HasTemporary(const std::filesystem::path& folder) {
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        if (entry.path().extension() == ".tmp")
-            return true;
-    }
-    return false;
-}
-
 /// What the notes of a NoteBook are after a start, by guid.
 struct Forms {
     std::map<std::string, std::string> texts;  ///< with the sources

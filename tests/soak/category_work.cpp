@@ -225,9 +225,7 @@ bool EditTrees(Soak& soak) {
         if (const auto& paths = work.Now().paths.at(guid); paths != note.paths) {
             note.paths = paths;
             note.version = soak.NewVersion();
-            // A later edit may bring it back to the form in which it has landed.
-            for (const ModelUndo& undo : book.undoables)
-                book.undoIsBlocked = book.undoIsBlocked || undo.landed.contains(note.id);
+            book.BlockUndoOf(note.id);  // a later edit may bring it back to the form in which it has landed
             if (soak.Chance(20))
                 soak.CheckNote(guid);
         }

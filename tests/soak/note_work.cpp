@@ -218,10 +218,7 @@ bool DeleteListed(Soak& soak) {
 
 void ComeBack(ModelBook& book, const ModelNote& note, const ModelSources& sources) {
     BringIn(book, note, sources);
-    // A source or category that was made again has another id: nobody knows here whether an earlier import finds its
-    // note as it was.
-    for (const ModelUndo& earlier : book.undoables)
-        book.undoIsBlocked = book.undoIsBlocked || earlier.landed.contains(note.id);
+    book.BlockUndoOf(note.id);  // a source or category that was made again has another id
 }
 
 void UndoDeletion(ModelBook& book, const ModelUndo& undo) {

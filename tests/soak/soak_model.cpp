@@ -14,6 +14,11 @@ ModelNote* ModelBook::FindByID(int32_t id) {
     return found == notes.end() ? nullptr : &found->second;
 }
 
+void ModelBook::BlockUndoOf(int32_t note) {
+    for (const ModelUndo& undo : undoables)
+        undoIsBlocked = undoIsBlocked || undo.landed.contains(note);
+}
+
 void ModelBook::AddCategory(const Path& path) {
     for (size_t length = 1; length <= path.size(); ++length)
         categories.insert(Path(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(length)));

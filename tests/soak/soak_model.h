@@ -69,6 +69,8 @@ struct ModelBook {
     bool undoIsBlocked = false;  ///< the next thing to undo meets changes that the model doesn't follow
 
     ModelNote* FindByID(int32_t id);
+    /// Nobody knows here whether undoing an import would find the note as it was.
+    void BlockUndoOf(int32_t note);
     void AddCategory(const Path& path);
     void AddCategoriesOf(const ModelNote& note);
     ModelSources SourcesOf(const ModelNotes& some) const;

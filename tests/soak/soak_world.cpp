@@ -132,20 +132,6 @@ ModelBook& Soak::Open() {
     throw Difference("the open NoteBook isn't one of the model");
 }
 
-size_t Soak::NoteCount() const {
-    size_t count = 0;
-    for (const ModelBook& book : books)
-        count += book.notes.size();
-    return count;
-}
-
-size_t Soak::SourceCount() const {
-    size_t count = 0;
-    for (const ModelBook& book : books)
-        count += book.sources.size();
-    return count;
-}
-
 void Soak::Require(bool holds, const std::string& text) const {
     if (!holds)
         throw Difference(text);

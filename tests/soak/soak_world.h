@@ -82,8 +82,8 @@ public:
     std::vector<ModelArchive> archives;
     std::map<std::string, ModelEvent> events;  ///< by EventId
     uint64_t NewVersion() { return ++version_; }
-    size_t NoteCount() const;
-    size_t SourceCount() const;
+    size_t NoteCount() const { return CountOf(&ModelBook::notes); }
+    size_t SourceCount() const { return CountOf(&ModelBook::sources); }
 
     // Checks. A difference ends the run.
 
@@ -102,6 +102,14 @@ public:
     void CheckEvents();
 
 private:
+    /// How many entries a part has in all NoteBooks.
+    template <typename Part>
+    size_t CountOf(Part ModelBook::*part) const {
+        size_t count = 0;
+        for (const ModelBook& book : books)
+            count += (book.*part).size();
+        return count;
+    }
     void Start();
     void CheckBook(ModelBook& book);
     void CheckPicture();

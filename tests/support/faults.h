@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 
 namespace lore {
@@ -25,6 +26,12 @@ long FailEachCall(const std::filesystem::path& folder, int error, bool lasting, 
         if (calls < number)
             return calls;
     }
+}
+
+/// Whether a file that was written beside another one was left there.
+inline bool HasTemporary(const std::filesystem::path& folder) {
+    const std::filesystem::recursive_directory_iterator files(folder);
+    return std::any_of(begin(files), end(files), [](const auto& file) { return file.path().extension() == ".tmp"; });
 }
 
 }  // namespace lore
