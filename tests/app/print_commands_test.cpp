@@ -8,27 +8,13 @@
 #include "bibliography/source_builder.h"
 #include "bibliography/source_selection.h"
 #include "notes/print_preview.h"
+#include "support/noted_starts.h"
 
 namespace lore {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// Notes which companions were to be started.
-class NotedCompanions : public ProcessLauncher {
-public:
-    std::optional<std::string> StartCompanion(const std::string& name,
-                                              const std::vector<std::string>& arguments) override {
-        std::string line = name;
-        for (const std::string& argument : arguments)
-            line += "|" + argument;
-        started.push_back(line);
-        return failure;
-    }
-    std::vector<std::string> started;
-    std::optional<std::string> failure;
-};
 
 /// Runs work at once, unless the user stops it.
 class ScriptedBackground : public Background {
@@ -87,7 +73,7 @@ protected:
 
     ReadWorld world;
     ScriptedBackground background;
-    NotedCompanions companions;
+    NotedStarts companions;
     CLorebinderApp app{folder.folder.Path(), [this] {
                            AppPorts ports = Ports();
                            ports.background = &background;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/noted_starts.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
@@ -10,31 +11,19 @@ namespace {
 
 using testing::ElementsAre;
 
-class KeptStarts : public ProcessLauncher {
-public:
-    std::optional<std::string> StartCompanion(const std::string& name,
-                                              const std::vector<std::string>& arguments) override {
-        started = arguments;
-        started.insert(started.begin(), name);
-        return failure;
-    }
-    std::vector<std::string> started;
-    std::optional<std::string> failure;
-};
-
 TEST(SyncLaunch, HandsOverAccountPlacesAndTheNextIds) {
     Settings settings;
     settings.Set(Option::SyncGUID, std::string("{SYNC}"));
     settings.Set(Option::LocalGUID, std::string("{LOCAL}"));
     settings.Set(Option::MaxNoteID, 1041);
-    KeptStarts starts;
+    NotedStarts starts;
     const SyncPlace place{"/data/Data Files", "/opt/lore binder/bin", 12};
     EXPECT_TRUE(LaunchSyncer(starts, kSyncCreate, settings, place));
-    EXPECT_THAT(starts.started, ElementsAre("syncer", "SYNCCREATE", "{SYNC}", "{LOCAL}", "/data/Data Files",
-                                            "/opt/lore binder/bin/", "1042", "12", "11.56"));
+    EXPECT_THAT(starts.started, ElementsAre("syncer|SYNCCREATE|{SYNC}|{LOCAL}|/data/Data Files|/opt/lore binder/bin/"
+                                            "|1042|12|11.56"));
     starts.failure = "No such file";
     EXPECT_FALSE(LaunchSyncer(starts, kSync, settings, {"/d", "/bin/", 1}));
-    EXPECT_EQ(starts.started[5], "/bin/");
+    EXPECT_EQ(starts.started.back(), "syncer|SYNC|{SYNC}|{LOCAL}|/d|/bin/|1042|1|11.56");
 }
 
 TEST(SyncLaunch, CountsCategoriesBehindTheHighestInUseOrGivenOut) {

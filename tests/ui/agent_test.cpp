@@ -15,6 +15,7 @@
 #include "notes/notebook_paths.h"
 #include "platform/hotkey/x11_keys.h"
 #include "platform/ini_store.h"
+#include "support/noted_starts.h"
 #include "support/scripted_agent.h"
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
@@ -28,19 +29,6 @@ class AgentTest : public QObject {
     Q_OBJECT
 
 private:
-    /// Programs that would have been started.
-    class Companions : public ProcessLauncher {
-    public:
-        std::optional<std::string> StartCompanion(const std::string& name,
-                                                  const std::vector<std::string>& arguments) override {
-            started.push_back(name);
-            for (const std::string& argument : arguments)
-                started.back() += " " + argument;
-            return std::nullopt;
-        }
-        std::vector<std::string> started;
-    };
-
     std::filesystem::path Root() const { return folder_->path().toStdString(); }
     std::filesystem::path SettingsFile() const { return Root() / "settings.ini"; }
     CTmReminder At(const char* label, int minutes, const char* message = "") const {
@@ -83,7 +71,7 @@ private:
     std::unique_ptr<Theme> theme_;
     FixedClock clock_;
     NotedFaults faults_;
-    Companions companions_;
+    NotedStarts companions_;
     ScriptedAgent self_;
     std::unique_ptr<AgentProgram> program_;
 
@@ -230,15 +218,14 @@ void AgentTest::closing_dismisses_all() {
 
 void AgentTest::opens_the_program_and_captures() {
     Start({At("A", 0)});
-    const std::string places = "--data " + Root().string() + " --settings " + SettingsFile().string();
+    const std::string places = "lorebinder|--data|" + Root().string() + "|--settings|" + SettingsFile().string();
     Press("open");
     QVERIFY(!Window().isVisible());
     Choose("openProgram");
     Choose("capture");
     Choose("closeProgram");  // nothing runs
     QTRY_COMPARE(companions_.started,
-                 (std::vector<std::string>{"lorebinder " + places + " --reminder A", "lorebinder " + places,
-                                           "lorebinder " + places + " --capture"}));
+                 (std::vector<std::string>{places + "|--reminder|A", places, places + "|--capture"}));
 }
 
 void AgentTest::switches_reach_the_settings() {

@@ -4,12 +4,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
-#include <QTimer>
 #include <functional>
 
 #include "bibliography/bibliography_file.h"
 #include "ui/bibliography/select_sources_dlg.h"
-#include "ui/board_fixture.h"
 #include "ui/sources/source_list_model.h"
 #include "ui/sources/sources_list_wnd.h"
 #include "ui/window_world.h"
@@ -22,8 +20,10 @@ class BibliographyTest : public QObject, protected WindowWorld {
 
 private:
     using Steps = std::function<void(CSelectSourcesDlg&)>;
-    /// Opens the dialog by its key and runs steps on it; it is cancelled behind them.
-    void InDialog(const Steps& steps);
+    void InSelection(const Steps& steps) {
+        InDialog<CSelectSourcesDlg>(
+            [this] { QTest::keyClick(window_.get(), Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier); }, steps);
+    }
     static CSourcesListWnd* List(CSelectSourcesDlg& dialog, const char* name) {
         return dialog.findChild<CSourcesListWnd*>(name);
     }
@@ -38,8 +38,7 @@ private:
     int All() const { return static_cast<int>(app_->NoteBook().sources.Count()); }
 
 private slots:
-    void initTestCase() { MakeTheme(); }
-    void init();
+    void init() { OpenSample(); }
     void cleanup() { CloseWindow(); }
     void a_double_click_moves_a_source_over_and_back();
     void keys_move_several_sources();
@@ -50,32 +49,8 @@ private slots:
     void looks_good();
 };
 
-void BibliographyTest::init() {
-    Begin();
-    MakeSample();
-    OpenWindow(1180, 800);
-}
-
-void BibliographyTest::InDialog(const Steps& steps) {
-    bool ran = false;
-    window_->activateWindow();
-    QTRY_VERIFY(QApplication::activeWindow() == window_.get());
-    QTimer::singleShot(0, window_.get(), [&] {
-        auto* const dialog = qobject_cast<CSelectSourcesDlg*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        dialog->activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == dialog);
-        steps(*dialog);
-        ran = true;
-        if (dialog->isVisible())
-            dialog->reject();
-    });
-    QTest::keyClick(window_.get(), Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
-    QVERIFY(ran);
-}
-
 void BibliographyTest::a_double_click_moves_a_source_over_and_back() {
-    InDialog([this](CSelectSourcesDlg& dialog) {
+    InSelection([this](CSelectSourcesDlg& dialog) {
         CSourcesListWnd* const available = List(dialog, "available");
         CSourcesListWnd* const selected = List(dialog, "selected");
         QCOMPARE(Count(dialog, "available"), All());
@@ -94,7 +69,7 @@ void BibliographyTest::a_double_click_moves_a_source_over_and_back() {
 }
 
 void BibliographyTest::keys_move_several_sources() {
-    InDialog([this](CSelectSourcesDlg& dialog) {
+    InSelection([this](CSelectSourcesDlg& dialog) {
         CSourcesListWnd* const available = List(dialog, "available");
         QTRY_VERIFY(available->hasFocus());
         QTest::keyClick(available, Qt::Key_Down);
@@ -118,7 +93,7 @@ void BibliographyTest::keys_move_several_sources() {
 void BibliographyTest::formatting_of_all_reaches_the_file_and_nothing_else() {
     std::string before, after;
     ReadFile(app_->NoteBook().paths.Sources(), before);
-    InDialog([](CSelectSourcesDlg& dialog) {
+    InSelection([](CSelectSourcesDlg& dialog) {
         auto* const style = dialog.findChild<QComboBox*>("style");
         QVERIFY(!style->isEnabled());
         Click(dialog, "all");
@@ -143,7 +118,7 @@ void BibliographyTest::formatting_of_all_reaches_the_file_and_nothing_else() {
 }
 
 void BibliographyTest::values_outside_return_to_the_limits() {
-    InDialog([](CSelectSourcesDlg& dialog) {
+    InSelection([](CSelectSourcesDlg& dialog) {
         Click(dialog, "common");
         const auto type = [&](const char* name, const QString& text) {
             auto* const box = dialog.findChild<QSpinBox*>(name);
@@ -160,29 +135,24 @@ void BibliographyTest::values_outside_return_to_the_limits() {
 }
 
 void BibliographyTest::cancel_and_an_empty_choice_write_nothing() {
-    InDialog([](CSelectSourcesDlg& dialog) {
+    InSelection([](CSelectSourcesDlg& dialog) {
         Click(dialog, "all");
         QTest::keyClick(&dialog, Qt::Key_Escape);
         QVERIFY(!dialog.isVisible());
     });
     QVERIFY(!std::filesystem::exists(Bib()));
-    InDialog([](CSelectSourcesDlg& dialog) { Click(dialog, "save"); });
+    InSelection([](CSelectSourcesDlg& dialog) { Click(dialog, "save"); });
     QVERIFY(!std::filesystem::exists(Bib()));
 }
 
 void BibliographyTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
-    QTest::newRow("light") << 1;
-    QTest::newRow("dark") << 2;
+    AddLooks();
 }
 
 void BibliographyTest::looks_good() {
-    QFETCH(int, appearance);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
-    const QString end = appearance == 2 ? "-dark" : "-light";
-    InDialog([&](CSelectSourcesDlg& dialog) {
-        QTest::qWait(50);
-        TakeShot(dialog, "bibliography-begin" + end);
+    const QString end = "-" + SetLook();
+    InSelection([&](CSelectSourcesDlg& dialog) {
+        Shoot(dialog, "bibliography-begin" + end);
         CSourcesListWnd* const available = List(dialog, "available");
         available->SelectRow(1);
         for (int i = 0; i < 6; ++i)
@@ -190,8 +160,7 @@ void BibliographyTest::looks_good() {
         Click(dialog, "common");
         List(dialog, "selected")->SelectRow(2);
         List(dialog, "selected")->setFocus();
-        QTest::qWait(50);
-        TakeShot(dialog, "bibliography" + end);
+        Shoot(dialog, "bibliography" + end);
     });
 }
 

@@ -18,13 +18,13 @@
 #include "calendar/event_file.h"
 #include "calendar/reminder_file.h"
 #include "calendar/series.h"
-#include "ui/board_fixture.h"
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
+#include "ui/controls.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -57,16 +57,10 @@ private:
         dialog_->show();
         QVERIFY(QTest::qWaitForWindowExposed(dialog_.get()));
     }
-    template <typename Control>
-    static Control* In(const QWidget& window, const char* name) {
-        return window.findChild<Control*>(QString::fromLatin1(name));
-    }
-    void Shoot(QWidget& window, const QString& name);
 
     std::unique_ptr<TaskManagerDialog> dialog_;
 
 private slots:
-    void initTestCase() { MakeTheme(); }
     void init() {
         Begin();
         OpenWindow(1180, 800);
@@ -114,11 +108,6 @@ void CalendarTest::PutClass() {
     event.DailyPattern = {1, 0, 1};
     event.RecurrenceEnd = DateTime(2026, 3, 19, 9, 0, 0);
     Put(ExpandSeries(event, guids_));
-}
-
-void CalendarTest::Shoot(QWidget& window, const QString& name) {
-    QTest::qWait(20);
-    TakeShot(window, name);
 }
 
 void CalendarTest::keyboard_alone_makes_an_event() {
@@ -448,15 +437,11 @@ void CalendarTest::months_of_a_full_year_turn_at_once() {
 }
 
 void CalendarTest::looks_good_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::newRow("light") << false;
-    QTest::newRow("dark") << true;
+    AddLooks();
 }
 
 void CalendarTest::looks_good() {
-    QFETCH(bool, dark);
-    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
-    const QString look = dark ? "dark" : "light";
+    const QString look = SetLook();
     Open();
     Shoot(*dialog_, "calendar_empty_" + look);
     dialog_.reset();

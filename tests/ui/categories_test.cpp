@@ -2,15 +2,11 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMimeData>
-#include <QPointer>
 #include <QPushButton>
-#include <QTimer>
 #include <QTreeView>
 #include <functional>
 
-#include "ui/board_fixture.h"
 #include "ui/categories/edit_categories_ctrl.h"
 #include "ui/categories/edit_categories_dlg.h"
 #include "ui/control_bar.h"
@@ -25,8 +21,10 @@ class CategoriesTest : public QObject, protected WindowWorld {
 
 private:
     using Steps = std::function<void(CEditCategoriesDlg&)>;
-    /// Runs steps on the dialog, which is closed behind them.
-    void InDialog(const Steps& steps);
+    void InTrees(const Steps& steps) {
+        InDialog<CEditCategoriesDlg>(
+            [this] { QTest::keyClick(window_.get(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier); }, steps);
+    }
     CProCategoryList& Forest() { return app_->NoteBook().categories; }
     int32_t IDOf(const std::string& name) const { return Find(app_->NoteBook().categories, name); }
     static int32_t Find(const CProCategoryList& forest, const std::string& name);
@@ -35,11 +33,8 @@ private:
     static QAction* Entry(const QMenu& menu, const QString& text);
     static void DropOn(CEditCategoriesCtrl& tree, int32_t id, const QPoint& place);
 
-    bool ran_ = false;
-
 private slots:
-    void initTestCase() { MakeTheme(); }
-    void init();
+    void init() { OpenSample(); }
     void cleanup() { CloseWindow(); }
     void keys_alone_change_the_trees();
     void a_drag_moves_and_asks_to_merge();
@@ -53,31 +48,6 @@ private slots:
     void looks_good_data();
     void looks_good();
 };
-
-void CategoriesTest::init() {
-    Begin();
-    MakeSample();
-    OpenWindow(1180, 800);
-    ran_ = false;
-}
-
-void CategoriesTest::InDialog(const Steps& steps) {
-    window_->activateWindow();
-    QTRY_VERIFY(QApplication::activeWindow() == window_.get());
-    QTimer::singleShot(0, window_.get(), [this, steps] {
-        auto* const dialog = qobject_cast<CEditCategoriesDlg*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        const QPointer<CEditCategoriesDlg> open(dialog);
-        dialog->activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == dialog);
-        steps(*dialog);
-        ran_ = true;
-        if (open && open->isVisible())
-            open->done(QDialog::Rejected);
-    });
-    QTest::keyClick(window_.get(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
-    QVERIFY(std::exchange(ran_, false));
-}
 
 int32_t CategoriesTest::Find(const CProCategoryList& forest, const std::string& name) {
     const std::function<int32_t(const CProCategoryTree&)> seek = [&](const CProCategoryTree& node) -> int32_t {
@@ -104,7 +74,7 @@ void CategoriesTest::keys_alone_change_the_trees() {
     const int32_t engineering = IDOf("Engineering");
     const LongList notes = Forest().FindByID(engineering)->notes[0];
     QVERIFY(!notes.IsEmpty());
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         QVERIFY(dialog.Tree()->hasFocus());
         dialog.Tree()->GoTo(engineering);
         prompts_.texts = {"Works", "Towers of old", "Lamps"};
@@ -131,7 +101,7 @@ void CategoriesTest::keys_alone_change_the_trees() {
 
 void CategoriesTest::a_drag_moves_and_asks_to_merge() {
     const int32_t engineering = IDOf("Engineering"), lenses = IDOf("Lenses");
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         CEditCategoriesCtrl& tree = *dialog.Tree();
         tree.collapseAll();
         const QPoint empty(20, tree.viewport()->height() - 4);
@@ -162,7 +132,7 @@ void CategoriesTest::a_drag_moves_and_asks_to_merge() {
 void CategoriesTest::cut_nodes_are_pasted_and_steps_go_back() {
     const int32_t engineering = IDOf("Engineering"), lenses = IDOf("Lenses"), places = IDOf("Places");
     QVERIFY(places > 0);
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         CEditCategoriesCtrl& tree = *dialog.Tree();
         tree.GoTo(lenses);
         QTest::keyClick(&tree, Qt::Key_X, Qt::ControlModifier);
@@ -191,7 +161,7 @@ void CategoriesTest::the_set_in_view_decides_counts_and_drops() {
     const int32_t places = IDOf("Places");
     const size_t unassigned = Forest().FindByID(kUnassignedID)->GetNotes(3).Count();
     QVERIFY(unassigned > 0);
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         auto* const set = dialog.findChild<QComboBox*>("set");
         QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
         QVERIFY(set->hasFocus());
@@ -212,11 +182,11 @@ void CategoriesTest::the_set_in_view_decides_counts_and_drops() {
 
 void CategoriesTest::cancel_asks_and_drops() {
     const int32_t engineering = IDOf("Engineering");
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         QTest::keyClick(&dialog, Qt::Key_Escape);
         QVERIFY(!dialog.isVisible() && prompts_.seen.empty());
     });
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         prompts_.texts = {"Another"};
         dialog.Tree()->GoTo(IDOf("Engineering"));
         QTest::keyClick(dialog.Tree(), Qt::Key_F2);
@@ -231,7 +201,7 @@ void CategoriesTest::cancel_asks_and_drops() {
 
 void CategoriesTest::a_failed_write_keeps_the_dialog_open() {
     const std::filesystem::path file = app_->NoteBook().paths.Categories();
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         std::filesystem::rename(file, file.string() + ".kept");
         std::filesystem::create_directories(file / "in the way");
         prompts_.texts = {"Another"};
@@ -336,28 +306,26 @@ void CategoriesTest::the_menu_key_opens_at_the_entry() {
 }
 
 void CategoriesTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
+    QTest::addColumn<bool>("dark");
     QTest::addColumn<bool>("panel");
-    QTest::newRow("categories-light") << 1 << false;
-    QTest::newRow("categories-dark") << 2 << false;
-    QTest::newRow("panel-menu-light") << 1 << true;
-    QTest::newRow("panel-menu-dark") << 2 << true;
+    QTest::newRow("categories-light") << false << false;
+    QTest::newRow("categories-dark") << true << false;
+    QTest::newRow("panel-menu-light") << false << true;
+    QTest::newRow("panel-menu-dark") << true << true;
 }
 
 void CategoriesTest::looks_good() {
-    QFETCH(int, appearance);
+    SetLook();
     QFETCH(bool, panel);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
     const QString name = QString::fromLatin1(QTest::currentDataTag());
     if (panel) {
         QMenu* const menu = OpenMenu(PanelKind::Categories, "Engineering");
         QVERIFY(menu);
-        QTest::qWait(50);
-        TakeShot(*menu, name);
+        Shoot(*menu, name);
         menu->close();
         return;
     }
-    InDialog([&](CEditCategoriesDlg& dialog) {
+    InTrees([&](CEditCategoriesDlg& dialog) {
         CEditCategoriesCtrl& tree = *dialog.Tree();
         prompts_.texts = {
             "\xE7\x81\xAF\xE5\x8F\xB0 \xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8",
@@ -368,8 +336,7 @@ void CategoriesTest::looks_good() {
         tree.GoTo(IDOf("Lenses"));
         QTest::keyClick(&tree, Qt::Key_X, Qt::ControlModifier);
         tree.GoTo(IDOf("Engineering"));
-        QTest::qWait(50);
-        TakeShot(dialog, name);
+        Shoot(dialog, name);
     });
 }
 

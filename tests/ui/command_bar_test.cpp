@@ -5,10 +5,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QMenuBar>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTimer>
 #include <QToolTip>
 
 #include "app/findable_things.h"
@@ -16,9 +14,10 @@
 #include "platform/instance/agent_process.h"
 #include "platform/net/net_update_source.h"
 #include "platform/places.h"
+#include "support/noted_starts.h"
 #include "support/read_world.h"
 #include "ui/about_dialog.h"
-#include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/tool_bar.h"
 #include "ui/window_world.h"
 
@@ -30,16 +29,21 @@ class CommandBarTest : public QObject, protected WindowWorld {
 
 private:
     /// Opens the bar with its keys and runs steps in it.
-    void InBar(const std::function<void(CommandBar&, QLineEdit&)>& steps);
+    void InBar(const std::function<void(CommandBar&, QLineEdit&)>& steps) {
+        InDialog<CommandBar>([this] { Trigger("View", "Command Bar..."); },
+                             [&](CommandBar& bar) { steps(bar, *In<QLineEdit>(bar, "commandField")); });
+    }
     static QString Row(const CommandBar& bar, int row) {
         return bar.findChild<QListView*>("found")->model()->index(row, 0).data().toString();
     }
-    QAction* MenuEntry(const QString& menu, const QString& entry) const;
+    void Trigger(const QString& menu, const QString& entry) { MenuEntry(*window_, entry, menu)->trigger(); }
     static QByteArray Fetched(const QByteArray& reply, const std::string& path, UpdateReply& got);
 
 private slots:
-    void initTestCase() { MakeTheme(); }
-    void init();
+    void init() {
+        OpenSample();
+        Trigger("Notes", "Clear Current Notes");
+    }
     void cleanup() { CloseWindow(); }
     void commands_run_from_the_bar();
     void categories_sources_and_key_words_bring_in_their_notes();
@@ -56,38 +60,8 @@ private slots:
     void looks_good();
 };
 
-void CommandBarTest::init() {
-    Begin();
-    MakeSample();
-    OpenWindow(1180, 800);
-    MenuEntry("Notes", "Clear Current Notes")->trigger();
-}
-
-void CommandBarTest::InBar(const std::function<void(CommandBar&, QLineEdit&)>& steps) {
-    bool ran = false;
-    QTimer::singleShot(0, this, [&] {
-        auto* const bar = qobject_cast<CommandBar*>(QApplication::activeModalWidget());
-        QVERIFY(bar);
-        QVERIFY(QTest::qWaitForWindowActive(bar));
-        ran = true;
-        steps(*bar, *bar->findChild<QLineEdit*>("commandField"));
-        if (bar->isVisible())
-            bar->reject();
-    });
-    MenuEntry("View", "Command Bar...")->trigger();
-    QVERIFY(ran);
-}
-
-QAction* CommandBarTest::MenuEntry(const QString& menu, const QString& entry) const {
-    for (QAction* const top : window_->menuBar()->actions())
-        for (QAction* const action : top->menu()->actions())
-            if (top->text().remove('&') == menu && action->text().remove('&') == entry)
-                return action;
-    return nullptr;
-}
-
 void CommandBarTest::commands_run_from_the_bar() {
-    QCOMPARE(MenuEntry("View", "Command Bar...")->shortcut(), QKeySequence("Ctrl+K"));
+    QCOMPARE(MenuEntry(*window_, "Command Bar...", "View")->shortcut(), QKeySequence("Ctrl+K"));
     QCOMPARE(app_->List().Count(), size_t{0});
     InBar([](CommandBar& bar, QLineEdit& field) {
         QTest::keyClicks(&field, "show all");
@@ -112,7 +86,7 @@ void CommandBarTest::categories_sources_and_key_words_bring_in_their_notes() {
         if (notes.Values().empty() || seen.contains(static_cast<int>(item.kind)))
             continue;
         seen.insert(static_cast<int>(item.kind));
-        MenuEntry("Notes", "Clear Current Notes")->trigger();
+        Trigger("Notes", "Clear Current Notes");
         InBar([&item](CommandBar& bar, QLineEdit& field) {
             field.setText(QString::fromStdString(item.text));
             auto* const list = bar.findChild<QListView*>("found");
@@ -145,7 +119,7 @@ void CommandBarTest::notes_out_of_the_list_are_found_as_they_are_written() {
     const int32_t id = app_->List()[0].id;
     QVERIFY(app_->List()[0].plainText.starts_with("About this NoteBook"));
     QCOMPARE(window_->Board()->FocusNote(), id);
-    MenuEntry("Notes", "Show All Notes")->trigger();
+    Trigger("Notes", "Show All Notes");
     gather("ABOUT NOTEBOOK", FoundKind::Note);
     QCOMPARE(window_->Board()->FocusNote(), id);
     QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
@@ -239,25 +213,24 @@ void CommandBarTest::menus_stand_as_they_are_to() {
         {"Notes", "Paste As New Note...", {"Ctrl+V", "Shift+Ins"}}};
     for (const auto& [menu, entry, wanted] : keys)
         for (const QString& key : wanted)
-            QVERIFY2(MenuEntry(menu, entry)->shortcuts().contains(QKeySequence(key)), qPrintable(entry + key));
+            QVERIFY2(MenuEntry(*window_, entry, menu)->shortcuts().contains(QKeySequence(key)),
+                     qPrintable(entry + key));
 }
 
 void CommandBarTest::help_says_what_is_not_there() {
     window_->SetHelp({}, nullptr);
-    MenuEntry("Help", "User's Manual (.pdf)...")->trigger();
-    MenuEntry("Help", "Check for program updates....")->trigger();
-    MenuEntry("Help", "View Online Tutorial Videos...")->trigger();
+    Trigger("Help", "User's Manual (.pdf)...");
+    Trigger("Help", "Check for program updates....");
+    Trigger("Help", "View Online Tutorial Videos...");
     QCOMPARE(prompts_.seen.size(), size_t{3});
     window_->CheckForUpdates(true);
     QCOMPARE(prompts_.seen.size(), size_t{3});
-    QTimer::singleShot(0, this, [] {
-        auto* const about = qobject_cast<FWAboutBoxDlg*>(QApplication::activeModalWidget());
-        QVERIFY(about);
-        QCOMPARE(about->findChild<QLabel*>("version")->text(), QStringLiteral("<Lorebinder>  -  Version 1.56"));
-        TakeShot(*about, "about-light");
-        about->close();
-    });
-    MenuEntry("Help", "About Lorebinder...")->trigger();
+    InDialog<FWAboutBoxDlg>([this] { Trigger("Help", "About Lorebinder..."); },
+                            [](FWAboutBoxDlg& about) {
+                                QCOMPARE(In<QLabel>(about, "version")->text(),
+                                         QStringLiteral("<Lorebinder>  -  Version 1.56"));
+                                TakeShot(about, "about-light");
+                            });
 }
 
 void CommandBarTest::panes_are_gone_through_with_f6() {
@@ -265,12 +238,12 @@ void CommandBarTest::panes_are_gone_through_with_f6() {
     QWidget* const search = QApplication::focusWidget();
     QSet<QWidget*> visited;
     for (int step = 0; step < 3; ++step) {
-        MenuEntry("View", "Next Pane")->trigger();
+        Trigger("View", "Next Pane");
         visited.insert(QApplication::focusWidget());
     }
     QCOMPARE(visited.size(), 3);
     QCOMPARE(QApplication::focusWidget(), search);
-    MenuEntry("View", "Previous Pane")->trigger();
+    Trigger("View", "Previous Pane");
     QVERIFY(window_->Board()->isAncestorOf(QApplication::focusWidget()) || window_->Board()->hasFocus());
 }
 
@@ -327,15 +300,7 @@ void CommandBarTest::updates_come_from_the_net_or_tell_why_not() {
 }
 
 void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
-    class NoCompanions : public ProcessLauncher {
-    public:
-        std::optional<std::string> StartCompanion(const std::string& name,
-                                                  const std::vector<std::string>& arguments) override {
-            started = name + " " + arguments.at(0);
-            return std::nullopt;
-        }
-        std::string started;
-    } companions;
+    NotedStarts companions;
     const std::filesystem::path program = Root() / "with \"quotes\" & 100%" / "LBAgent";
     const std::filesystem::path entry = Root() / "autostart" / "LBAgent.desktop";
     const std::filesystem::path xdg = Root() / "xdg";
@@ -352,7 +317,7 @@ void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
     file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     QVERIFY(agent.IsInstalled());
     QVERIFY(agent.Launch());
-    QCOMPARE(companions.started, std::string("LBAgent Lorebinder"));
+    QCOMPARE(companions.started, std::vector<std::string>{"LBAgent|Lorebinder"});
     QVERIFY(agent.StartWithSession(true));
     QFile written(QString::fromStdString(entry.string()));
     QVERIFY(written.open(QIODevice::ReadOnly));
@@ -377,21 +342,19 @@ void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
 }
 
 void CommandBarTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
+    QTest::addColumn<bool>("dark");
     QTest::addColumn<QString>("typed");
-    QTest::newRow("commandbar-empty-light") << 1 << "";
-    QTest::newRow("commandbar-light") << 1 << "li";
-    QTest::newRow("commandbar-dark") << 2 << "no";
+    QTest::newRow("commandbar-empty-light") << false << "";
+    QTest::newRow("commandbar-light") << false << "li";
+    QTest::newRow("commandbar-dark") << true << "no";
 }
 
 void CommandBarTest::looks_good() {
-    QFETCH(int, appearance);
+    SetLook();
     QFETCH(QString, typed);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
     InBar([&typed](CommandBar& bar, QLineEdit& field) {
         field.setText(typed);
-        QTest::qWait(50);
-        TakeShot(bar, QString::fromLatin1(QTest::currentDataTag()));
+        Shoot(bar, QString::fromLatin1(QTest::currentDataTag()));
     });
 }
 

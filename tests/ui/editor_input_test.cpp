@@ -1,40 +1,25 @@
-#include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QDialog>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTimer>
-#include <QVBoxLayout>
 #include <QtTest>
 #include <functional>
 
-#include "rtf/rtf.h"
 #include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/editor/block_place.h"
-#include "ui/editor/format_bar.h"
 #include "ui/editor/picture_frame.h"
-#include "ui/editor/rich_text_edit.h"
-#include "ui/theme.h"
+#include "ui/editor_window.h"
+#include "ui/picture_bytes.h"
 
 namespace lore {
 namespace {
-
-QByteArray PngOf(int width, int height) {
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(QColor(40, 110, 160));
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
 
 QByteArray Address(const QByteArray& bytes, const char* form) {
     return QByteArray("data:image/") + form + ";base64," + bytes.toBase64();
@@ -47,8 +32,13 @@ class EditorInputTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { frame_.reset(); }
+    void init() {
+        theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
+        window_ = std::make_unique<EditorWindow>(*theme_);
+        edit_ = window_->edit;
+        QVERIFY(QTest::qWaitForWindowExposed(&window_->frame));
+    }
+    void cleanup() { window_.reset(); }
     void DropsLandWhereTheyFall();
     void PicturesOfPastedPagesComeIn();
     void PicturesOfPastedTextsAreHeldToTheSameSize();
@@ -58,7 +48,7 @@ private slots:
     void MarksOfListsFromRightToLeftStandAtTheRight();
 
 private:
-    Document Now() const { return ReadRtf(edit_->Rtf()); }
+    Document Now() const { return window_->Now(); }
     void Drop(const QMimeData& mime, const QPoint& at);
     void Paste(QMimeData* mime) {
         QApplication::clipboard()->setMimeData(mime);
@@ -66,31 +56,11 @@ private:
     }
     /// Runs steps on the dialog that the command opens.
     void InDialog(const char* name, const std::function<void()>& command, const std::function<void(QDialog&)>& steps);
-    void SelectPicture() {
-        QTextCursor picture(edit_->document());
-        picture.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
-        edit_->setTextCursor(picture);
-    }
 
     std::unique_ptr<Theme> theme_;
-    std::unique_ptr<QWidget> frame_;
+    std::unique_ptr<EditorWindow> window_;
     RichTextEdit* edit_ = nullptr;
-    FormatBar* bar_ = nullptr;
 };
-
-void EditorInputTest::init() {
-    theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
-    frame_ = std::make_unique<QWidget>();
-    edit_ = new RichTextEdit(*theme_);  // behind the bar, which the layout sees to
-    bar_ = new FormatBar(*edit_, *theme_, frame_.get());
-    auto* const rows = new QVBoxLayout(frame_.get());
-    rows->addWidget(bar_);
-    rows->addWidget(edit_, 1);
-    frame_->resize(900, 600);
-    frame_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(frame_.get()));
-    edit_->setFocus();
-}
 
 void EditorInputTest::Drop(const QMimeData& mime, const QPoint& at) {
     QDragEnterEvent enter(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
@@ -117,13 +87,13 @@ void EditorInputTest::DropsLandWhereTheyFall() {
     QVERIFY(std::any_of(dropped.runs.begin(), dropped.runs.end(), [](const TextRun& run) { return run.format.bold; }));
 
     QMimeData picture;
-    picture.setImageData(QImage::fromData(PngOf(30, 20)));
+    picture.setImageData(Filled(30, 20));
     Drop(picture, at);
     QCOMPARE(Now().pictures.size(), size_t{1});
 
     QTemporaryDir folder;
     const QString png = folder.filePath("a.png"), text = folder.filePath("b.txt");
-    for (const auto& [path, bytes] : {std::pair(png, PngOf(40, 20)), std::pair(text, QByteArray("words"))}) {
+    for (const auto& [path, bytes] : {std::pair(png, Encoded(Filled(40, 20))), std::pair(text, QByteArray("words"))}) {
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(bytes);
@@ -142,21 +112,16 @@ void EditorInputTest::DropsLandWhereTheyFall() {
 }
 
 void EditorInputTest::PicturesOfPastedPagesComeIn() {
-    QImage gif(12, 8, QImage::Format_RGB32);
-    gif.fill(Qt::red);
-    QByteArray bmp;
-    QBuffer buffer(&bmp);
-    buffer.open(QIODevice::WriteOnly);
-    gif.save(&buffer, "BMP");
+    const QByteArray bmp = Encoded(Filled(12, 8, Qt::red), "BMP");
     auto* const page = new QMimeData;
-    page->setHtml("<p>one <img width=50 src=\"" + QString::fromLatin1(Address(PngOf(100, 40), "png")) +
+    page->setHtml("<p>one <img width=50 src=\"" + QString::fromLatin1(Address(Encoded(Filled(100, 40)), "png")) +
                   "\"> two <img src=\"" + QString::fromLatin1(Address(bmp, "bmp")) +
                   "\"><img alt=\"three\" src=\"data:image/png;base64,bm8gcGljdHVyZQ==\"></p>");
     Paste(page);
     const Document now = Now();
     QCOMPARE(now.text, std::string("one  two three"));
     QCOMPARE(now.pictures.size(), size_t{2});
-    QCOMPARE(now.pictures[0].bytes, PngOf(100, 40).toStdString());
+    QCOMPARE(now.pictures[0].bytes, Encoded(Filled(100, 40)).toStdString());
     QCOMPARE(now.pictures[0].goal_width, 750);
     QCOMPARE(int(now.pictures[1].kind), int(PictureKind::kPng));
     QCOMPARE(now.pictures[1].width, 12);
@@ -167,11 +132,11 @@ void EditorInputTest::PicturesOfPastedPagesComeIn() {
 
 void EditorInputTest::PicturesOfPastedTextsAreHeldToTheSameSize() {
     auto* const page = new QMimeData;
-    page->setHtml("<img src=\"" + QString::fromLatin1(Address(PngOf(3200, 100), "png")) + "\">");
+    page->setHtml("<img src=\"" + QString::fromLatin1(Address(Encoded(Filled(3200, 100)), "png")) + "\">");
     Paste(page);
     auto* const text = new QMimeData;
     text->setData("text/rtf", "{\\rtf1 a{\\pict\\pngblip\\picw2400\\pich100\\picwgoal60000\\pichgoal2500 " +
-                                  PngOf(2400, 100).toHex() + "}b}");
+                                  Encoded(Filled(2400, 100)).toHex() + "}b}");
     Paste(text);
     const Document now = Now();
     QCOMPARE(now.pictures.size(), size_t{2});
@@ -183,8 +148,8 @@ void EditorInputTest::PicturesOfPastedTextsAreHeldToTheSameSize() {
 }
 
 void EditorInputTest::ACornerDragKeepsTheShape() {
-    QVERIFY(edit_->InsertPictureBytes(PngOf(200, 100)));
-    SelectPicture();
+    QVERIFY(edit_->InsertPictureBytes(Encoded(Filled(200, 100))));
+    window_->SelectPicture();
     const PictureFrame frame(*edit_, *theme_);
     const QPoint corner = frame.RectOf(edit_->SelectedPicture()).bottomRight().toPoint();
     const auto drag = [this, corner](const QPoint& by) {
@@ -194,16 +159,16 @@ void EditorInputTest::ACornerDragKeepsTheShape() {
                              {});
             QApplication::sendEvent(edit_->viewport(), &move);
         }
-        TakeShot(*frame_, QStringLiteral("editor-picture-drag"));
+        TakeShot(window_->frame, QStringLiteral("editor-picture-drag"));
         QTest::mouseRelease(edit_->viewport(), Qt::LeftButton, {}, corner + by);
     };
     drag({-100, -30});
     QCOMPARE(Now().pictures[0].goal_width / 15, 140);
     QCOMPARE(Now().pictures[0].goal_height / 15, 70);
-    QCOMPARE(Now().pictures[0].bytes, PngOf(200, 100).toStdString());
+    QCOMPARE(Now().pictures[0].bytes, Encoded(Filled(200, 100)).toStdString());
     edit_->undo();
     QCOMPARE(Now().pictures[0].goal_width / 15, 200);
-    SelectPicture();
+    window_->SelectPicture();
     drag({5000, 0});
     QVERIFY(Now().pictures[0].goal_width <= edit_->TextWidth() * 15);
 }
@@ -225,9 +190,7 @@ void EditorInputTest::InDialog(const char* name, const std::function<void()>& co
 }
 
 void EditorInputTest::DialogsAskForLinksTablesAndSizes() {
-    const auto run = [this](const char* name) {
-        return [this, name] { bar_->Command(QLatin1String(name))->trigger(); };
-    };
+    const auto run = [this](const char* name) { return [this, name] { window_->Run(name); }; };
     InDialog("linkDialog", run("link"), [](QDialog& dialog) {
         const QList<QLineEdit*> fields = dialog.findChildren<QLineEdit*>();
         QCOMPARE(fields.size(), 2);
@@ -242,18 +205,13 @@ void EditorInputTest::DialogsAskForLinksTablesAndSizes() {
         dialog.reject();
     });
     QCOMPARE(Now().links.size(), size_t{1});
-    InDialog("linkDialog", run("link"), [](QDialog& dialog) {
-        for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
-            if (button->text().remove('&') == "Remove link")
-                button->click();
-        }
-    });
+    InDialog("linkDialog", run("link"), [](QDialog& dialog) { Press(dialog, "Remove link"); });
     QVERIFY(Now().links.empty() || Now().runs[0].format.link < 0);
     QCOMPARE(Now().text, std::string("a lamp"));
 
     edit_->clear();
     InDialog(
-        "tableDialog", [this] { emit bar_->findChild<QAction*>("insertTable")->triggered(); },
+        "tableDialog", [this] { emit window_->bar->findChild<QAction*>("insertTable")->triggered(); },
         [](QDialog& dialog) {
             const QList<QSpinBox*> numbers = dialog.findChildren<QSpinBox*>();
             numbers[0]->setValue(4);
@@ -264,8 +222,8 @@ void EditorInputTest::DialogsAskForLinksTablesAndSizes() {
     QCOMPARE(table.row_formats[table.rows[0].format].cells.size(), size_t{4});
 
     edit_->clear();
-    QVERIFY(edit_->InsertPictureBytes(PngOf(200, 100)));
-    SelectPicture();
+    QVERIFY(edit_->InsertPictureBytes(Encoded(Filled(200, 100))));
+    window_->SelectPicture();
     InDialog("pictureDialog", run("pictureSize"), [](QDialog& dialog) {
         const QList<QSpinBox*> numbers = dialog.findChildren<QSpinBox*>();
         numbers[1]->setValue(30);
@@ -300,7 +258,7 @@ void EditorInputTest::MarksOfListsFromRightToLeftStandAtTheRight() {
         "{\\rtf1\\pard{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}\\fi-360\\li720 left\\par\\pard\\rtlpar"
         "{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}\\fi-360\\ri720\\qr \\u1513?\\u1500?\\u1493?\\u1501?\\par}");
     edit_->clearFocus();
-    TakeShot(*frame_, QStringLiteral("editor-rtl-list"));
+    TakeShot(window_->frame, QStringLiteral("editor-rtl-list"));
     const QImage shown = edit_->viewport()->grab().toImage();
     const QColor ground = shown.pixelColor(1, 1);
     const qreal scale = shown.devicePixelRatio();

@@ -1,25 +1,18 @@
-#include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QMenu>
 #include <QMimeData>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextTable>
 #include <QTimer>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <set>
 
-#include "rtf/rtf.h"
 #include "ui/board_fixture.h"
-#include "ui/editor/find_bar.h"
-#include "ui/editor/format_bar.h"
-#include "ui/editor/rich_text_edit.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/editor/spell_words.h"
-#include "ui/theme.h"
+#include "ui/editor_window.h"
+#include "ui/picture_bytes.h"
 
 Q_DECLARE_METATYPE(lore::SkippedWords)
 
@@ -38,46 +31,6 @@ public:
     void Ignore(const std::string& word) override { wrong.erase(word); }
     std::set<std::string> wrong = {"kepeer", "teh"};
 };
-
-struct Window {
-    explicit Window(Theme& theme) {
-        edit = new RichTextEdit(theme);  // behind the bars, which the layout sees to
-        bar = new FormatBar(*edit, theme, &frame);
-        find = new FindBar(*edit, theme, &frame);
-        auto* const rows = new QVBoxLayout(&frame);
-        rows->setContentsMargins(0, 0, 0, 0);
-        rows->setSpacing(0);
-        rows->addWidget(bar);
-        rows->addWidget(find);
-        rows->addWidget(edit, 1);
-        frame.resize(900, 640);
-        frame.show();
-        edit->setFocus();
-        QApplication::setActiveWindow(&frame);
-        QCoreApplication::processEvents();
-    }
-    void Type(const QString& text) { QTest::keyClicks(edit, text); }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(edit, key, modifiers); }
-    Document Now() const { return ReadRtf(edit->Rtf()); }
-    std::string Text() const { return Now().text; }
-    // The bar may be narrower than its commands; the action is the command all the same.
-    void Run(const char* name) { bar->Command(QLatin1String(name))->trigger(); }
-
-    QWidget frame;
-    RichTextEdit* edit;
-    FormatBar* bar;
-    FindBar* find;
-};
-
-QByteArray PngOf(int width, int height) {
-    QImage image(width, height, QImage::Format_RGB32);
-    image.fill(QColor(40, 110, 160));
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
 
 }  // namespace
 
@@ -107,7 +60,7 @@ private:
 };
 
 void EditorTest::AnUnchangedTextStaysByteForByte() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     const std::string odd = "{\\rtf1 a \\b  b\\b0\\par\n\n{\\*\\odd x}c}";
     window.edit->Load(odd);
     QCOMPARE(window.edit->Rtf(), odd);
@@ -125,7 +78,7 @@ void EditorTest::AnUnchangedTextStaysByteForByte() {
 }
 
 void EditorTest::TypedTextCarriesItsFormats() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     window.Type("plain ");
     window.Press(Qt::Key_B, Qt::ControlModifier);
     window.Type("bold");
@@ -149,7 +102,7 @@ void EditorTest::TypedTextCarriesItsFormats() {
 }
 
 void EditorTest::ListsGoDeeperAndEnd() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     window.Run("numbers");
     window.Type("a");
     window.Press(Qt::Key_Return);
@@ -174,7 +127,7 @@ void EditorTest::ListsGoDeeperAndEnd() {
 }
 
 void EditorTest::TablesGrowWithTab() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     window.Type("x");
     window.edit->InsertTableHere(1, 2);
     window.Type("a");
@@ -205,7 +158,7 @@ void EditorTest::TablesGrowWithTab() {
 }
 
 void EditorTest::PastesFormattedTextAndCleansIt() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     auto* const mime = new QMimeData;
     mime->setHtml(
         "<body bgcolor=red><script>evil()</script><p>one <b>two</b></p><img src='http://x.example/a.png'></body>");
@@ -233,19 +186,17 @@ void EditorTest::PastesFormattedTextAndCleansIt() {
 }
 
 void EditorTest::PastesPicturesAtMostAsWideAsTheText() {
-    Window window(*theme_);
-    const QByteArray wide = PngOf(1500, 300);
+    EditorWindow window(*theme_);
+    const QByteArray wide = Encoded(Filled(1500, 300));
     QVERIFY(window.edit->InsertPictureBytes(wide));
-    QVERIFY(window.edit->InsertPictureBytes(PngOf(3200, 200)));
+    QVERIFY(window.edit->InsertPictureBytes(Encoded(Filled(3200, 200))));
     QVERIFY(!window.edit->InsertPictureBytes("no picture"));
     const Document now = window.Now();
     QCOMPARE(now.pictures.size(), size_t(2));
     QCOMPARE(now.pictures[0].bytes, wide.toStdString());
     QCOMPARE(now.pictures[0].goal_width, window.edit->TextWidth() * 15);
     QCOMPARE(now.pictures[1].width, 1600);
-    QTextCursor picture(window.edit->document());
-    picture.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
-    window.edit->setTextCursor(picture);
+    window.SelectPicture();
     window.edit->ResizePicture(window.edit->SelectedPicture(), QSizeF(100, 20));
     QCOMPARE(window.Now().pictures[0].goal_width, 1500);
     QCOMPARE(window.Now().pictures[0].bytes, wide.toStdString());
@@ -254,7 +205,7 @@ void EditorTest::PastesPicturesAtMostAsWideAsTheText() {
 }
 
 void EditorTest::CopiesWhatItPastes() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     const std::string rtf =
         "{\\rtf1{\\fonttbl{\\f0 Arial;}}{\\colortbl;\\red200\\green0\\blue0;}\\f0\\fs40 big \\cf1 red\\cf0\\par"
         "\\trowd\\cellx2000\\cellx4000\\intbl a\\cell b\\cell\\row\\pard last}";
@@ -263,7 +214,7 @@ void EditorTest::CopiesWhatItPastes() {
     window.edit->copy();
     const QMimeData* const mime = QApplication::clipboard()->mimeData();
     QVERIFY(mime->hasFormat("text/rtf") && mime->hasHtml() && mime->hasText());
-    Window other(*theme_);
+    EditorWindow other(*theme_);
     other.edit->paste();
     const Document from = window.Now(), to = other.Now();
     QCOMPARE(to.text, from.text);
@@ -273,7 +224,7 @@ void EditorTest::CopiesWhatItPastes() {
 }
 
 void EditorTest::FindsAndReplacesInOneStep() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     window.edit->Load("{\\rtf1 Lamp lamp lamps \\b lamp\\b0  end}");
     window.Press(Qt::Key_F, Qt::ControlModifier);
     QVERIFY(window.find->isVisible());
@@ -301,7 +252,7 @@ void EditorTest::FindsAndReplacesInOneStep() {
 }
 
 void EditorTest::MarksWordsWithoutTouchingTheText() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     SmallChecker checker;
     window.edit->Load("{\\rtf1 The kepeer of teh light}");
     const std::string before = window.edit->Rtf();
@@ -367,7 +318,7 @@ void EditorTest::ChoosesWordsToCheck() {
 }
 
 void EditorTest::CapturesBesideTheTyping() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     std::string body;
     for (int i = 0; i < 2000; ++i)
         body += "A line of the log, \\b with\\b0  words.\\par ";
@@ -382,7 +333,7 @@ void EditorTest::CapturesBesideTheTyping() {
 }
 
 void EditorTest::TellsWhenTheTextGetsTooLarge() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     QSignalSpy told(window.edit, &RichTextEdit::SizeLimitPassed);
     window.edit->insertPlainText(QString(300000, u'x'));
     QTRY_COMPARE(window.edit->Beside().LongestSlice() > 0, true);
@@ -395,16 +346,16 @@ void EditorTest::TellsWhenTheTextGetsTooLarge() {
 }
 
 void EditorTest::TakesPicturesOut() {
-    Window window(*theme_);
+    EditorWindow window(*theme_);
     window.Type("a");
-    window.edit->InsertPictureBytes(PngOf(20, 10));
+    window.edit->InsertPictureBytes(Encoded(Filled(20, 10)));
     window.Type("b");
-    window.edit->InsertPictureBytes(PngOf(30, 10));
+    window.edit->InsertPictureBytes(Encoded(Filled(30, 10)));
     const auto pictures = window.edit->Pictures();
     QCOMPARE(pictures.size(), size_t(2));
     const auto taken = window.edit->TakePictures({pictures[1].position});
     QCOMPARE(taken.size(), size_t(1));
-    QCOMPARE(taken[0].data, PngOf(30, 10).toStdString());
+    QCOMPARE(taken[0].data, Encoded(Filled(30, 10)).toStdString());
     QCOMPARE(taken[0].fileName, QStringLiteral("Picture 2.png"));
     QCOMPARE(window.Now().pictures.size(), size_t(1));
     window.edit->undo();
@@ -414,7 +365,7 @@ void EditorTest::TakesPicturesOut() {
 void EditorTest::LooksRight() {
     for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
         theme_->SetAppearance(appearance);
-        Window window(*theme_);
+        EditorWindow window(*theme_);
         SmallChecker checker;
         window.edit->Load(
             "{\\rtf1{\\fonttbl{\\f0 Times New Roman;}{\\f1 "
@@ -431,7 +382,7 @@ void EditorTest::LooksRight() {
             "lx"
             "7000\\intbl Date\\cell Weather\\cell\\row\\pard after it\\par}");
         window.edit->moveCursor(QTextCursor::End);
-        window.edit->InsertPictureBytes(PngOf(220, 90));
+        window.edit->InsertPictureBytes(Encoded(Filled(220, 90)));
         window.edit->Spelling().SetChecker(&checker, {0x0000ff, 13});
         QTRY_VERIFY(window.edit->Spelling().IsDone());
         window.find->ShowReplace();

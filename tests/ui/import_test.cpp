@@ -1,16 +1,15 @@
 #include <QCheckBox>
-#include <QComboBox>
-#include <QPushButton>
 #include <QTabBar>
 #include <QTextEdit>
 #include <QTreeWidget>
 #include <QtTest>
 
-#include "board_fixture.h"
 #include "exchange/archive_notes.h"
 #include "support/memory_store.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
+#include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/import/differences_window.h"
 #include "ui/import/import_categories_dialog.h"
 #include "ui/import/import_window.h"
@@ -176,14 +175,6 @@ private:
         TakeShot(window, name + "_dark");
         theme_.SetAppearance(Appearance::Light);
     }
-    static void Press(QWidget& window, const QString& text) {
-        for (QPushButton* button : window.findChildren<QPushButton*>()) {
-            if (button->text().remove('&') == text)
-                return button->click();
-        }
-        QFAIL("no such button");
-    }
-
     ImportNoteCommands commands_{[](size_t, QWidget*) { return false; }, [](QWidget*) { return false; }};
     NumberedGuids guids_;
     ScriptedPrompts prompts_;

@@ -4,12 +4,10 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QStatusBar>
-#include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
 
 #include "base/text.h"
-#include "ui/board_fixture.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
 #include "ui/note_editor/note_editor_window.h"
@@ -32,9 +30,12 @@ private:
     void Search(const QString& text);
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void init() {
+        Begin();
+        MakeSample();
+        Open();
+    }
+    void cleanup() { CloseWindow(); }
     void shows_the_last_list_and_its_counts();
     void an_empty_list_shows_the_picture_of_the_data_folder();
     void search_marks_and_counts();
@@ -52,23 +53,9 @@ private slots:
     void looks_good();
 };
 
-void MainWindowTest::initTestCase() {
-    MakeTheme();
-}
-
-void MainWindowTest::init() {
-    Begin();
-    MakeSample();
-    Open();
-}
-
 void MainWindowTest::Open() {
     OpenWindow(1180, 800);
     QTest::qWait(10);
-}
-
-void MainWindowTest::cleanup() {
-    CloseWindow();
 }
 
 QString MainWindowTest::Pane(int index) const {
@@ -207,7 +194,7 @@ void MainWindowTest::switching_the_notebook_keeps_each_list() {
     QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters, MakeReadContext(clock_, guids_),
                                faults_)
                 .made);
-    cleanup();
+    CloseWindow();
     Open();
     QCOMPARE(app_->NoteBookChoices().size(), size_t{2});
     app_->ClearList();
@@ -227,7 +214,7 @@ void MainWindowTest::closing_stores_place_and_list() {
     window_->close();
     QCOMPARE(*store_.Get("Options", "ZoomLvl"), std::string("150"));
     QVERIFY(store_.Get("Options", "FrameRect")->ends_with(",") == false);
-    cleanup();
+    CloseWindow();
     Open();
     QVERIFY(app_->List().GetNoteIDs() == ids);
     QCOMPARE(window_->Board()->Options().zoom, 1.5);
@@ -289,16 +276,13 @@ void MainWindowTest::keys_of_the_board_copy_cut_paste_and_undo() {
     QCOMPARE(clipboard.text().simplified(), text);
     QCOMPARE(app_->List().Count(), notes - 1);
     QVERIFY(app_->NoteBook().index.Contains(id));
-    QString pasted;
-    QTimer::singleShot(0, this, [&] {
-        auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget());
-        QVERIFY(editor);
-        pasted = QString::fromStdString(ToUtf8(editor->Text()->PlainText())).simplified();
-        prompts_.answers = {PromptAnswer::Yes};
-        editor->CancelNote();
-    });
-    QTest::keyClick(board, Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(pasted, text);
+    InDialog<NoteEditorWindow>([board] { QTest::keyClick(board, Qt::Key_V, Qt::ControlModifier); },
+                               [&](NoteEditorWindow& editor) {
+                                   QCOMPARE(QString::fromStdString(ToUtf8(editor.Text()->PlainText())).simplified(),
+                                            text);
+                                   prompts_.answers = {PromptAnswer::Yes};
+                                   editor.CancelNote();
+                               });
     const int32_t other = app_->List()[0].id;
     board->SetFocusNote(other);
     prompts_.answers = {PromptAnswer::Yes};
@@ -325,29 +309,27 @@ void MainWindowTest::faults_show_a_quiet_bar() {
 }
 
 void MainWindowTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
+    QTest::addColumn<bool>("dark");
     QTest::addColumn<int>("page");
     QTest::addColumn<int>("zoom");
-    QTest::newRow("main-light-categories") << 1 << 0 << 100;
-    QTest::newRow("main-dark-categories") << 2 << 0 << 100;
-    QTest::newRow("main-light-sources") << 1 << 1 << 100;
-    QTest::newRow("main-dark-keywords") << 2 << 2 << 150;
-    QTest::newRow("main-light-colors") << 1 << 3 << 200;
+    QTest::newRow("main-light-categories") << false << 0 << 100;
+    QTest::newRow("main-dark-categories") << true << 0 << 100;
+    QTest::newRow("main-light-sources") << false << 1 << 100;
+    QTest::newRow("main-dark-keywords") << true << 2 << 150;
+    QTest::newRow("main-light-colors") << false << 3 << 200;
 }
 
 void MainWindowTest::looks_good() {
-    QFETCH(int, appearance);
+    SetLook();
     QFETCH(int, page);
     QFETCH(int, zoom);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
     window_->Panels()->SetPage(page);
     emit window_->Tools()->ZoomChosen(zoom);
     if (page == 0)
         Panel(PanelKind::Categories)->Tree()->expandToDepth(1);
     if (page == 1)
         Search("\"fresnel\" OR lens");
-    QTest::qWait(50);
-    TakeShot(*window_, QString::fromLatin1(QTest::currentDataTag()));
+    Shoot(*window_, QString::fromLatin1(QTest::currentDataTag()));
 }
 
 }  // namespace lore

@@ -12,13 +12,12 @@
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTextEdit>
-#include <QTimer>
 #include <QTreeWidget>
 #include <functional>
 
 #include "notes/note_finder.h"
 #include "support/read_world.h"
-#include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
 #include "ui/note_editor/color_panel.h"
@@ -30,6 +29,7 @@
 #include "ui/note_editor/picture_viewer.h"
 #include "ui/note_editor/source_panel.h"
 #include "ui/note_editor/source_row_view.h"
+#include "ui/picture_bytes.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources_driver.h"
 #include "ui/window_world.h"
@@ -41,31 +41,22 @@ class NoteEditorTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    /// Runs steps on the window that the command opens; the command returns when it is closed.
-    void InEditor(const std::function<void()>& command, const std::function<void(NoteEditorWindow&)>& steps);
-    /// Runs steps on the dialog that the next step opens over the editor.
-    template <typename Dialog>
-    void Next(const std::function<void(Dialog&)>& steps);
     void AddNote(const std::function<void(NoteEditorWindow&)>& steps) {
-        InEditor([this] { window_->Notes()->AddNote(); }, steps);
+        InDialog<NoteEditorWindow>([this] { window_->Notes()->AddNote(); }, steps);
     }
     std::optional<CNote> OnDisk(int32_t id);
     static void Type(NoteEditorWindow& editor, const QString& text) { QTest::keyClicks(editor.Text()->Edit(), text); }
     static void Save(NoteEditorWindow& editor) {
         editor.activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == &editor);
+        QTRY_VERIFY(editor.isActiveWindow());
         QTest::keyClick(editor.Text()->Edit(), Qt::Key_Return, Qt::ControlModifier);
     }
-    static void Choose(QComboBox* box, const QString& text);
     QString File(const QString& name, const QByteArray& bytes = "bytes") const;
     int DraftCount() const { return static_cast<int>(DraftStore(app_->NoteBook().paths).ListDrafts().size()); }
 
-    bool finished_ = false;
-
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void init() { OpenSample(1280, 860); }
+    void cleanup() { CloseWindow(); }
     void a_note_is_written_and_stands_on_the_board_data();
     void a_note_is_written_and_stands_on_the_board();
     void everything_at_the_side_is_saved();
@@ -85,61 +76,9 @@ private slots:
     void dialogs_look_good();
 };
 
-void NoteEditorTest::initTestCase() {
-    MakeTheme();
-}
-
-void NoteEditorTest::init() {
-    Begin();
-    MakeSample();
-    OpenWindow(1280, 860);
-}
-
-void NoteEditorTest::cleanup() {
-    CloseWindow();
-}
-
-void NoteEditorTest::InEditor(const std::function<void()>& command,
-                              const std::function<void(NoteEditorWindow&)>& steps) {
-    finished_ = false;
-    window_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window_.get()));
-    QTimer::singleShot(0, window_.get(), [&] {
-        auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget());
-        QVERIFY(editor);
-        const QPointer<NoteEditorWindow> open(editor);
-        editor->activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == editor);
-        steps(*editor);
-        finished_ = true;
-        if (open && open->isVisible())
-            open->done(QDialog::Rejected);
-    });
-    command();
-    QVERIFY(finished_);
-}
-
-template <typename Dialog>
-void NoteEditorTest::Next(const std::function<void(Dialog&)>& steps) {
-    QTimer::singleShot(0, window_.get(), [steps] {
-        auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        steps(*dialog);
-    });
-}
-
 std::optional<CNote> NoteEditorTest::OnDisk(int32_t id) {
     std::vector<CNote> notes = FindNotes(app_->NoteBook().index, LongList{id}, app_->Context(), faults_);
     return notes.empty() ? std::nullopt : std::optional(notes[0]);
-}
-
-void NoteEditorTest::Choose(QComboBox* box, const QString& text) {
-    const int index = box->findText(text);
-    QVERIFY2(index >= 0, qPrintable(text));
-    box->setFocus();
-    box->setCurrentIndex(index);
-    emit box->activated(index);
-    QCoreApplication::processEvents();
 }
 
 QString NoteEditorTest::File(const QString& name, const QByteArray& bytes) const {
@@ -151,25 +90,25 @@ QString NoteEditorTest::File(const QString& name, const QByteArray& bytes) const
 }
 
 void NoteEditorTest::a_note_is_written_and_stands_on_the_board_data() {
-    QTest::addColumn<int>("appearance");
+    QTest::addColumn<bool>("dark");
     QTest::addColumn<int>("order");
-    QTest::newRow("light, to the bottom") << 1 << 805;
-    QTest::newRow("dark, to the top") << 2 << 705;
+    QTest::newRow("light, to the bottom") << false << 805;
+    QTest::newRow("dark, to the top") << true << 705;
 }
 
 void NoteEditorTest::a_note_is_written_and_stands_on_the_board() {
-    QFETCH(int, appearance);
+    const QString look = SetLook();
     QFETCH(int, order);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
     app_->SetSortOrder(order);
     const size_t before = app_->List().Count();
-    InEditor([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
-             [](NoteEditorWindow& editor) {
-                 QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
-                 QVERIFY2(editor.Text()->Edit()->hasFocus(), QApplication::focusWidget()->metaObject()->className());
-                 Type(editor, "A lamp of my own");
-                 Save(editor);
-             });
+    InDialog<NoteEditorWindow>([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
+                               [](NoteEditorWindow& editor) {
+                                   QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
+                                   QVERIFY2(editor.Text()->Edit()->hasFocus(),
+                                            QApplication::focusWidget()->metaObject()->className());
+                                   Type(editor, "A lamp of my own");
+                                   Save(editor);
+                               });
     QCOMPARE(app_->List().Count(), before + 1);
     const CNote& note = app_->List()[order == 705 ? 0 : before];
     QCOMPARE(note.plainText, std::string("A lamp of my own"));
@@ -178,7 +117,7 @@ void NoteEditorTest::a_note_is_written_and_stands_on_the_board() {
     QCOMPARE(window_->Board()->FocusNote(), note.id);
     QVERIFY(OnDisk(note.id));
     QVERIFY(window_->Board()->CardText(app_->List().PositionOf(note.id)).contains("A lamp of my own"));
-    TakeShot(*window_, QStringLiteral("editor-saved-%1").arg(appearance == 2 ? "dark" : "light"));
+    TakeShot(*window_, "editor-saved-" + look);
 }
 
 void NoteEditorTest::everything_at_the_side_is_saved() {
@@ -246,15 +185,16 @@ void NoteEditorTest::a_change_stays_in_its_place() {
     const CNote before = *OnDisk(id);
     window_->Board()->SetFocusNote(id);
     window_->Board()->setFocus();
-    InEditor([this] { QTest::keyClick(window_->Board(), Qt::Key_Return); },
-             [&](NoteEditorWindow& editor) {
-                 const QString date = editor.findChild<QLabel*>("lastEdit")->text();
-                 QVERIFY(date.startsWith("Date/Time of Last Edit"));
-                 QVERIFY(date.contains(QString::fromStdString(before.dateEdited.Format("%m/%d/%Y  -  %I:%M:%S %p"))));
-                 QTest::keyClick(editor.Text()->Edit(), Qt::Key_Home, Qt::ControlModifier);
-                 Type(editor, "Changed: ");
-                 Save(editor);
-             });
+    InDialog<NoteEditorWindow>(
+        [this] { QTest::keyClick(window_->Board(), Qt::Key_Return); },
+        [&](NoteEditorWindow& editor) {
+            const QString date = editor.findChild<QLabel*>("lastEdit")->text();
+            QVERIFY(date.startsWith("Date/Time of Last Edit"));
+            QVERIFY(date.contains(QString::fromStdString(before.dateEdited.Format("%m/%d/%Y  -  %I:%M:%S %p"))));
+            QTest::keyClick(editor.Text()->Edit(), Qt::Key_Home, Qt::ControlModifier);
+            Type(editor, "Changed: ");
+            Save(editor);
+        });
     QCOMPARE(app_->List()[3].id, id);
     QVERIFY(OnDisk(id)->plainText.starts_with("Changed: "));
     QCOMPARE(OnDisk(id)->dateEdited, clock_.now);
@@ -279,17 +219,17 @@ void NoteEditorTest::an_empty_note_is_refused_and_can_be_cancelled_without_a_que
 void NoteEditorTest::cancelling_a_change_asks_and_changes_nothing() {
     const int32_t id = app_->List()[0].id;
     const CNote before = *OnDisk(id);
-    InEditor([&] { window_->Notes()->EditNote(id); },
-             [this](NoteEditorWindow& editor) {
-                 Type(editor, "lost");
-                 editor.Sources()->ClearSources();
-                 QTest::keyClick(&editor, Qt::Key_Escape);
-                 QVERIFY(editor.isVisible());
-                 QCOMPARE(prompts_.seen.size(), size_t{1});
-                 prompts_.answers = {PromptAnswer::Yes};
-                 QTest::keyClick(&editor, Qt::Key_Escape);
-                 QVERIFY(!editor.isVisible());
-             });
+    InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); },
+                               [this](NoteEditorWindow& editor) {
+                                   Type(editor, "lost");
+                                   editor.Sources()->ClearSources();
+                                   QTest::keyClick(&editor, Qt::Key_Escape);
+                                   QVERIFY(editor.isVisible());
+                                   QCOMPARE(prompts_.seen.size(), size_t{1});
+                                   prompts_.answers = {PromptAnswer::Yes};
+                                   QTest::keyClick(&editor, Qt::Key_Escape);
+                                   QVERIFY(!editor.isVisible());
+                               });
     QCOMPARE(OnDisk(id)->rtfText, before.rtfText);
     QVERIFY(OnDisk(id)->sources == before.sources);
     QCOMPARE(DraftCount(), 0);
@@ -317,10 +257,7 @@ void NoteEditorTest::a_failed_save_keeps_the_text_and_can_be_tried_again() {
         QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Kept"));
         TakeShot(editor, "editor-fault");
         std::filesystem::remove_all(file);
-        for (QPushButton* const button : editor.Faults()->findChildren<QPushButton*>()) {
-            if (button->text().remove('&') == "Try again")
-                QTest::mouseClick(button, Qt::LeftButton);
-        }
+        Press(*editor.Faults(), "Try again");
         QTRY_VERIFY(!editor.isVisible());
     });
     QCOMPARE(app_->List().Count(), before + 1);
@@ -387,11 +324,11 @@ void NoteEditorTest::a_draft_is_offered_after_a_crash() {
     QCOMPARE(DraftCount(), 1);
     QCOMPARE(faults_.faults.size(), size_t{1});
     prompts_.answers = {PromptAnswer::Yes};
-    InEditor([this] { window_->Notes()->OfferUnsavedNotes(); },
-             [](NoteEditorWindow& editor) {
-                 QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Unsaved words"));
-                 Save(editor);
-             });
+    InDialog<NoteEditorWindow>([this] { window_->Notes()->OfferUnsavedNotes(); },
+                               [](NoteEditorWindow& editor) {
+                                   QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Unsaved words"));
+                                   Save(editor);
+                               });
     QCOMPARE(OnDisk(id)->plainText, std::string("Unsaved words"));
     QCOMPARE(DraftCount(), 0);
     const size_t asked = prompts_.seen.size();
@@ -404,7 +341,8 @@ void NoteEditorTest::a_captured_clipboard_becomes_a_note() {
     mime->setHtml("<p>A <b>bold</b> word</p>");
     mime->setText("A bold word");
     QApplication::clipboard()->setMimeData(mime);
-    InEditor([this] { emit window_->CaptureRequested(); }, [](NoteEditorWindow& editor) { Save(editor); });
+    InDialog<NoteEditorWindow>([this] { emit window_->CaptureRequested(); },
+                               [](NoteEditorWindow& editor) { Save(editor); });
     const CNote& note = app_->List()[app_->List().Count() - 1];
     QCOMPARE(note.plainText, std::string("A bold word"));
     QVERIFY(note.rtfText.find("\\b") != std::string::npos);
@@ -449,23 +387,21 @@ void NoteEditorTest::place_and_split_are_kept() {
 }
 
 void NoteEditorTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
+    QTest::addColumn<bool>("dark");
     QTest::addColumn<bool>("full");
-    QTest::newRow("editor-light-full") << 1 << true;
-    QTest::newRow("editor-dark-full") << 2 << true;
-    QTest::newRow("editor-light-empty") << 1 << false;
-    QTest::newRow("editor-dark-empty") << 2 << false;
+    QTest::newRow("editor-light-full") << false << true;
+    QTest::newRow("editor-dark-full") << true << true;
+    QTest::newRow("editor-light-empty") << false << false;
+    QTest::newRow("editor-dark-empty") << true << false;
 }
 
 void NoteEditorTest::looks_good() {
-    QFETCH(int, appearance);
+    SetLook();
     QFETCH(bool, full);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
     const QString name = QString::fromLatin1(QTest::currentDataTag());
     const auto shot = [&](NoteEditorWindow& editor) {
         editor.resize(1280, 860);
-        QTest::qWait(50);
-        TakeShot(editor, name);
+        Shoot(editor, name);
         editor.findChild<QTabWidget*>()->setCurrentIndex(1);
         TakeShot(editor, name + "-categories");
     };
@@ -478,7 +414,7 @@ void NoteEditorTest::looks_good() {
         if (entry.note->sources.Count() > 1 && !entry.note->attachments.empty())
             chosen = entry.Id();
     }
-    InEditor([&] { window_->Notes()->EditNote(chosen); }, shot);
+    InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(chosen); }, shot);
 }
 
 void NoteEditorTest::dialogs_look_good() {
@@ -486,10 +422,7 @@ void NoteEditorTest::dialogs_look_good() {
     SelectTagsDlg tags(used, *theme_);
     tags.show();
     TakeShot(tags, "editor-key-words");
-    QPixmap picture(640, 400);
-    picture.fill(Qt::darkCyan);
-    const QString path = folder_->filePath("picture.png");
-    QVERIFY(picture.save(path));
+    const QString path = File("picture.png", Encoded(Filled(640, 400)));
     PictureViewer viewer(path, "A picture", *theme_);
     viewer.show();
     QVERIFY(viewer.IsLoaded());

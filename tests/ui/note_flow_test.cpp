@@ -1,10 +1,8 @@
 #include <QApplication>
-#include <QBuffer>
 #include <QDialog>
 #include <QImage>
 #include <QPushButton>
 #include <QTextEdit>
-#include <QTimer>
 #include <QTreeWidget>
 #include <QtTest>
 #include <functional>
@@ -12,7 +10,6 @@
 
 #include "exchange/export_notes.h"
 #include "notes/note_finder.h"
-#include "ui/board_fixture.h"
 #include "ui/editor/rich_text_edit.h"
 #include "ui/import/import_window.h"
 #include "ui/note_editor/attachment_panel.h"
@@ -20,6 +17,7 @@
 #include "ui/note_editor/note_actions.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
+#include "ui/picture_bytes.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -29,21 +27,6 @@ class NoteFlowTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    /// Runs steps on the modal window that the next event loop shows.
-    template <typename Window>
-    void Next(const std::function<void(Window&)>& steps) {
-        QTimer::singleShot(0, window_.get(), [this, steps] {
-            auto* const window = qobject_cast<Window*>(QApplication::activeModalWidget());
-            QVERIFY(window);
-            ++shown_;
-            const QPointer<Window> open(window);
-            window->activateWindow();
-            QTRY_VERIFY(QApplication::activeWindow() == window);
-            steps(*window);
-            if (open && open->isVisible())
-                open->done(QDialog::Rejected);
-        });
-    }
     std::optional<CNote> OnDisk(const std::string& guid) {
         for (CNote& note :
              FindNotes(app_->NoteBook().index, app_->NoteBook().index.AllIDs(), app_->Context(), faults_)) {
@@ -55,16 +38,8 @@ private:
     /// An archive of the first note with a file, edited later than the NoteBook's, and one new note.
     std::filesystem::path MakeArchive(CNote& known);
 
-    int shown_ = 0;
-
 private slots:
-    void initTestCase() { MakeTheme(); }
-    void init() {
-        Begin();
-        MakeSample();
-        OpenWindow(1280, 860);
-        shown_ = 0;
-    }
+    void init() { OpenSample(1280, 860); }
     void cleanup() { CloseWindow(); }
     void an_imported_note_is_edited_before_it_lands_and_the_import_is_undone();
     void pictures_leave_a_text_that_is_too_large();
@@ -129,7 +104,7 @@ void NoteFlowTest::an_imported_note_is_edited_before_it_lands_and_the_import_is_
         import.accept();
     });
     emit window_->ImportRequested(QString::fromStdString(archive.string()));
-    QCOMPARE(shown_, 2);
+    QCOMPARE(opened_, 2);
     QCOMPARE(prompts_.seen.back(), std::string("Finished!: All  *2*  of your notes have been successfully imported!"));
     QVERIFY(DraftStore(app_->NoteBook().paths).ListDrafts().empty());
     QCOMPARE(app_->NoteBook().TotalNoteCount(), before + 1);
@@ -161,11 +136,7 @@ void NoteFlowTest::pictures_leave_a_text_that_is_too_large() {
             for (int x = 0; x < side; ++x)
                 image.setPixel(x, y, generator() | 0xFF000000u);
         }
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        image.save(&buffer, "PNG");
-        return bytes;
+        return Encoded(image);
     };
     Next<NoteEditorWindow>([&](NoteEditorWindow& editor) {
         auto* const text = qobject_cast<RichTextEdit*>(editor.Text()->Edit());
@@ -182,7 +153,7 @@ void NoteFlowTest::pictures_leave_a_text_that_is_too_large() {
         QVERIFY(!editor.isVisible());
     });
     window_->Notes()->AddNote();
-    QCOMPARE(shown_, 1);
+    QCOMPARE(opened_, 1);
     const CNote& note = app_->List()[app_->List().Count() - 1];
     QVERIFY(note.rtfText.size() < kLargestRtf);
     QVERIFY(note.rtfText.find("\\pict") != std::string::npos);  // the smaller one stays

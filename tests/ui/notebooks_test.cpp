@@ -1,16 +1,14 @@
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QTimer>
 
 #include "app/notebook_commands.h"
 #include "notes/note_file.h"
-#include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
 #include "ui/window_world.h"
 
@@ -23,16 +21,18 @@ class NoteBooksTest : public QObject, protected WindowWorld {
 private:
     DataPaths Data() const { return {Root()}; }
     void AddNoteBook(const std::string& name, int32_t id, int notes);
-    void Start();
-    /// Opens the dialog from the menu and runs steps in it; the dialog is closed behind them.
-    void InDialog(const std::function<void(ManageNoteBooksDialog&)>& steps);
-    QAction* MenuEntry(const QString& text) const;
-    QStringList Rows(const ManageNoteBooksDialog& dialog) const;
+    void InManager(const std::function<void(ManageNoteBooksDialog&)>& steps) {
+        InDialog<ManageNoteBooksDialog>([this] { MenuEntry(*window_, "Manage NoteBooks...")->trigger(); },
+                                        [&](ManageNoteBooksDialog& dialog) {
+                                            QTRY_VERIFY(In<QListWidget>(dialog, "noteBooks")->hasFocus());
+                                            steps(dialog);
+                                        });
+    }
+    static QStringList Rows(const ManageNoteBooksDialog& dialog) { return Lines(In<QListWidget>(dialog, "noteBooks")); }
 
 private slots:
-    void initTestCase();
     void init();
-    void cleanup();
+    void cleanup() { CloseWindow(); }
     void menus_stand_in_their_order_with_alt_keys_of_their_own();
     void keyboard_alone_makes_renames_and_deletes();
     void details_follow_the_selection();
@@ -47,10 +47,6 @@ private slots:
     void looks_good();
 };
 
-void NoteBooksTest::initTestCase() {
-    MakeTheme();
-}
-
 void NoteBooksTest::init() {
     Begin();
     store_.Set("Options", "LocalGUID", "{LOCAL}");
@@ -58,11 +54,7 @@ void NoteBooksTest::init() {
     AddNoteBook("Thesis", 7, 3);
     AddNoteBook("A NoteBook with a name of 30 c", 9, 0);
     AddNoteBook("\xD7\xA1\xD7\xA4\xD7\xA8 \xE7\xAC\x94\xE8\xAE\xB0\xE6\x9C\xAC", 11, 1);
-    Start();
-}
-
-void NoteBooksTest::cleanup() {
-    CloseWindow();
+    OpenWindow(1180, 800);
 }
 
 void NoteBooksTest::AddNoteBook(const std::string& name, int32_t id, int notes) {
@@ -87,43 +79,6 @@ void NoteBooksTest::AddNoteBook(const std::string& name, int32_t id, int notes) 
     SaveDatabases(Data().DatabasesFile(), list);
 }
 
-void NoteBooksTest::Start() {
-    OpenWindow(1180, 800);
-}
-
-QAction* NoteBooksTest::MenuEntry(const QString& text) const {
-    for (QAction* const menu : window_->menuBar()->actions()) {
-        for (QAction* const entry : menu->menu()->actions()) {
-            if (entry->text().remove('&') == text)
-                return entry;
-        }
-    }
-    return nullptr;
-}
-
-void NoteBooksTest::InDialog(const std::function<void(ManageNoteBooksDialog&)>& steps) {
-    bool ran = false;
-    QTimer::singleShot(0, this, [&] {
-        auto* const dialog = qobject_cast<ManageNoteBooksDialog*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        QVERIFY(QTest::qWaitForWindowActive(dialog));
-        QTRY_COMPARE(QApplication::focusWidget(), dialog->findChild<QListWidget*>("noteBooks"));
-        ran = true;
-        steps(*dialog);
-        dialog->close();
-    });
-    MenuEntry("Manage NoteBooks...")->trigger();
-    QVERIFY(ran);
-}
-
-QStringList NoteBooksTest::Rows(const ManageNoteBooksDialog& dialog) const {
-    QStringList rows;
-    const auto* const list = dialog.findChild<QListWidget*>("noteBooks");
-    for (int i = 0; i < list->count(); ++i)
-        rows.append(list->item(i)->text());
-    return rows;
-}
-
 void NoteBooksTest::menus_stand_in_their_order_with_alt_keys_of_their_own() {
     QStringList titles;
     for (QAction* const menu : window_->menuBar()->actions()) {
@@ -143,12 +98,12 @@ void NoteBooksTest::menus_stand_in_their_order_with_alt_keys_of_their_own() {
     QCOMPARE(titles, order);
     const QStringList backups = {"Backup Current NoteBook...", "Backup All NoteBooks...", "Run Auto-Backup..."};
     for (const QString& entry : backups)
-        QVERIFY2(MenuEntry(entry), qPrintable(entry));
+        QVERIFY2(MenuEntry(*window_, entry), qPrintable(entry));
 }
 
 void NoteBooksTest::keyboard_alone_makes_renames_and_deletes() {
     prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-    InDialog([this](ManageNoteBooksDialog& dialog) {
+    InManager([this](ManageNoteBooksDialog& dialog) {
         auto* const newName = dialog.findChild<QLineEdit*>("newName");
         QTest::keyClick(&dialog, Qt::Key_W, Qt::AltModifier);
         QVERIFY(newName->hasFocus());
@@ -179,7 +134,7 @@ void NoteBooksTest::keyboard_alone_makes_renames_and_deletes() {
 }
 
 void NoteBooksTest::details_follow_the_selection() {
-    InDialog([this](ManageNoteBooksDialog& dialog) {
+    InManager([this](ManageNoteBooksDialog& dialog) {
         QCOMPARE(Rows(dialog).first(), QStringLiteral("<LOREBINDER MAIN>"));
         auto* const list = dialog.findChild<QListWidget*>("noteBooks");
         QTest::keyClick(list, Qt::Key_Down);
@@ -190,7 +145,7 @@ void NoteBooksTest::details_follow_the_selection() {
 }
 
 void NoteBooksTest::main_notebook_can_be_neither_renamed_nor_deleted() {
-    InDialog([](ManageNoteBooksDialog& dialog) {
+    InManager([](ManageNoteBooksDialog& dialog) {
         QVERIFY(!dialog.findChild<QLineEdit*>("name")->isEnabled());
         auto* const list = dialog.findChild<QListWidget*>("noteBooks");
         QTest::keyClick(list, Qt::Key_F2);
@@ -201,7 +156,7 @@ void NoteBooksTest::main_notebook_can_be_neither_renamed_nor_deleted() {
 }
 
 void NoteBooksTest::changing_opens_the_chosen_one() {
-    InDialog([](ManageNoteBooksDialog& dialog) {
+    InManager([](ManageNoteBooksDialog& dialog) {
         dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(1);
         QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
         QVERIFY(!dialog.isVisible());
@@ -215,7 +170,7 @@ void NoteBooksTest::deleting_the_open_one_stops_all_writing() {
     app_->SwitchNoteBook(app_->NoteBooks()[0]);
     app_->Gather({1, 2});
     prompts_.answers = {PromptAnswer::Yes};
-    InDialog([](ManageNoteBooksDialog& dialog) {
+    InManager([](ManageNoteBooksDialog& dialog) {
         QTest::keyClick(dialog.findChild<QListWidget*>("noteBooks"), Qt::Key_Delete);
     });
     QVERIFY(app_->List().IsEmpty());
@@ -250,8 +205,8 @@ void NoteBooksTest::dialog_opens_where_it_was_closed() {
     const QRect wanted(60, 70, 640, 480);
     if (!window_->screen()->availableGeometry().contains(wanted))
         QSKIP("the screen is too small");
-    InDialog([&](ManageNoteBooksDialog& dialog) { dialog.setGeometry(wanted); });
-    InDialog([&](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), wanted); });
+    InManager([&](ManageNoteBooksDialog& dialog) { dialog.setGeometry(wanted); });
+    InManager([&](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), wanted); });
 }
 
 void NoteBooksTest::closing_asks_for_the_auto_backup() {
@@ -281,21 +236,19 @@ void NoteBooksTest::dropped_archives_are_asked_to_be_imported() {
 }
 
 void NoteBooksTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
+    QTest::addColumn<bool>("dark");
     QTest::addColumn<int>("row");
-    QTest::newRow("notebooks-light") << 1 << 2;
-    QTest::newRow("notebooks-dark") << 2 << 3;
-    QTest::newRow("notebooks-main-light") << 1 << 0;
+    QTest::newRow("notebooks-light") << false << 2;
+    QTest::newRow("notebooks-dark") << true << 3;
+    QTest::newRow("notebooks-main-light") << false << 0;
 }
 
 void NoteBooksTest::looks_good() {
-    QFETCH(int, appearance);
+    SetLook();
     QFETCH(int, row);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
-    InDialog([row](ManageNoteBooksDialog& dialog) {
+    InManager([row](ManageNoteBooksDialog& dialog) {
         dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(row);
-        QTest::qWait(50);
-        TakeShot(dialog, QString::fromLatin1(QTest::currentDataTag()));
+        Shoot(dialog, QString::fromLatin1(QTest::currentDataTag()));
     });
 }
 

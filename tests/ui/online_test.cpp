@@ -2,8 +2,6 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QToolButton>
@@ -12,8 +10,8 @@
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
-#include "support/noted_syncs.h"
-#include "ui/board_fixture.h"
+#include "support/noted_starts.h"
+#include "ui/controls.h"
 #include "ui/online/link_notebook_dialog.h"
 #include "ui/online/select_online_notebook_dlg.h"
 #include "ui/online/sync_setup_dialog.h"
@@ -51,6 +49,7 @@ class OnlineTest : public QObject, protected WindowWorld {
 private:
     void Start(bool hasService = true) {
         Begin();
+        background_ = std::make_unique<QtProgress>(*theme_);
         store_.Set("Options", "LocalGUID", "{LOCAL}");
         if (hasService) {
             store_.Set("Online", "Endpoint", server_->Url());
@@ -76,29 +75,10 @@ private:
         link.OnlineName = "Lamps & lenses";
         link.LastSync = DateTime(1900, 1, 1);
     }
-    void Trigger(const QString& text) {
-        for (QAction* const menu : window_->menuBar()->actions()) {
-            for (QAction* const entry : menu->menu()->actions()) {
-                if (entry->text().remove('&') == text)
-                    return entry->trigger();
-            }
-        }
-        QFAIL(qPrintable(text));
-    }
-    template <typename Control>
-    static Control* In(const QWidget& window, const char* name) {
-        return window.findChild<Control*>(QString::fromLatin1(name));
-    }
-    /// Opens the dialog of a menu entry and runs steps in it.
+    /// Runs steps in the dialog of a menu entry.
     template <typename Dialog>
-    void InDialog(const QString& entry, const std::function<void(Dialog&)>& steps) {
-        bool ran = false;
-        Next<Dialog>([&](Dialog& dialog) {
-            steps(dialog);
-            ran = true;
-        });
-        Trigger(entry);
-        QVERIFY(ran);
+    void InEntry(const QString& entry, const std::function<void(Dialog&)>& steps) {
+        InDialog<Dialog>([&] { MenuEntry(*window_, entry)->trigger(); }, steps);
     }
     QStringList Panes() const {
         QStringList texts;
@@ -106,21 +86,15 @@ private:
             texts.append(pane->text());
         return texts;
     }
-    void Shoot(QWidget& window, const QString& name) {
-        QTest::qWait(20);
-        TakeShot(window, name);
-    }
 
     std::unique_ptr<HttpServer> server_;
     HttpClient client_{{.connect = std::chrono::seconds(5), .silence = std::chrono::seconds(5)}};
-    NotedSyncs syncs_;
+    NotedStarts syncs_;
     std::unique_ptr<QtProgress> background_;
 
 private slots:
-    void initTestCase() { MakeTheme(); }
     void init() {
         server_ = std::make_unique<HttpServer>();
-        background_ = std::make_unique<QtProgress>(*theme_);
         syncs_ = {};
         morePorts_ = [this](AppPorts& ports) {
             ports.http = &client_;
@@ -149,7 +123,7 @@ void OnlineTest::keyboard_alone_engages_an_account() {
     Start();
     QVERIFY(!In<QToolButton>(*window_, "runSync")->isVisible());
     Answer("EngageSyncWithOnlineAccount", "<UserID>3</UserID><UserNickname>&lt;b&gt;keeper</UserNickname>");
-    InDialog<SyncSetupDialog>("Online Sync Setup...", [this](SyncSetupDialog& dialog) {
+    InEntry<SyncSetupDialog>("Online Sync Setup...", [this](SyncSetupDialog& dialog) {
         QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
         QCOMPARE(QApplication::focusWidget(), guid);
         QCOMPARE(In<QLabel>(dialog, "head")->text(), QString("SYNC NOT ENGAGED"));
@@ -175,7 +149,7 @@ void OnlineTest::keyboard_alone_engages_an_account() {
     QCOMPARE(store_.Get("Options", "SyncAtStart").value_or(""), std::string("0"));
     QTRY_VERIFY(In<QToolButton>(*window_, "runSync")->isVisible());
     // A box that is ticked and not saved stays as it was.
-    InDialog<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
+    InEntry<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
         QVERIFY(In<QCheckBox>(dialog, "atClose")->isChecked());
         In<QCheckBox>(dialog, "atStart")->click();
         QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -194,7 +168,7 @@ void OnlineTest::a_call_that_hangs_is_stopped_and_changes_nothing() {
     Start();
     EngageAndLink();
     server_->Add(HttpAnswer{"HTTP/1.1 200 OK\r\n", 0, 0, false});
-    InDialog<SyncSetupDialog>("Online Sync Setup...", [&](SyncSetupDialog& dialog) {
+    InEntry<SyncSetupDialog>("Online Sync Setup...", [&](SyncSetupDialog& dialog) {
         QTimer timer;
         int ticks = 0;
         connect(&timer, &QTimer::timeout, &dialog, [&] {
@@ -235,7 +209,7 @@ void OnlineTest::a_notebook_is_linked_with_one_made_online_and_freed_again() {
     Answer("SetupLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
     Answer("ClearLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
     prompts_.texts = {"LIGHTHOUSES", "Lamps & lenses"};
-    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
         QCOMPARE(In<QLabel>(dialog, "noteBook")->text(), QString("LorebinderMain"));
         QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("not linked"));
         QVERIFY(!In<QPushButton>(dialog, "clearLink")->isEnabled());
@@ -262,7 +236,7 @@ void OnlineTest::a_notebook_is_linked_with_one_made_online_and_freed_again() {
     QVERIFY2(Panes().contains("Linked With:   < Lamps & lenses >"), qPrintable(Panes().join('|')));
     QVERIFY(Panes().contains("Never Synced"));
     prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
-    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
         QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
         QTRY_COMPARE(prompts_.answers.size(), 1u);
         QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
@@ -281,7 +255,7 @@ void OnlineTest::a_refused_update_leaves_the_link_as_it_was() {
     EngageAndLink();
     Answer("GetNoteBooksInfo", kTwoNoteBooks);
     Answer("SetupLinkWithOnlineNoteBook", "<databaseID>0</databaseID>");
-    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
         Next<CSelectOnlineNoteBookDlg>([](CSelectOnlineNoteBookDlg& choice) {
             QListWidget* const list = In<QListWidget>(choice, "onlineNoteBooks");
             QCOMPARE(list->currentRow(), 1);
@@ -301,7 +275,7 @@ void OnlineTest::a_refused_update_leaves_the_link_as_it_was() {
 
 void OnlineTest::commands_say_what_to_set_up_where_there_is_no_service() {
     Start(false);
-    InDialog<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
+    InEntry<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
         QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
         QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
         QTest::keyClicks(guid, kGuid);
@@ -309,11 +283,11 @@ void OnlineTest::commands_say_what_to_set_up_where_there_is_no_service() {
         In<QPushButton>(dialog, "syncAll")->click();
         QVERIFY(dialog.isVisible());
     });
-    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [](LinkNoteBookDialog& dialog) {
+    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [](LinkNoteBookDialog& dialog) {
         QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
         In<QPushButton>(dialog, "linkWith")->click();
     });
-    Trigger("Run Sync");
+    MenuEntry(*window_, "Run Sync")->trigger();
     QCOMPARE(prompts_.seen.size(), 4u);
     QVERIFY(prompts_.seen[0].starts_with("Online Service Not Set Up: "));
     QVERIFY(prompts_.seen[1].starts_with("Sync NOT Engaged: "));
@@ -331,14 +305,16 @@ void OnlineTest::all_notebooks_are_synced_in_place_of_the_program() {
     };
     prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
     syncs_.failure = "No such file or directory";
-    InDialog<SyncSetupDialog>("Online Sync Setup...", askForAll);
+    InEntry<SyncSetupDialog>("Online Sync Setup...", askForAll);
     QVERIFY2(window_->isVisible(), "without the sync program there is nothing to close for");
     QCOMPARE(faults_.faults.size(), 1u);
     syncs_.failure.reset();
     app_->GetSettings().Set(Option::SyncAtClose, 1);
-    InDialog<SyncSetupDialog>("Online Sync Setup...", askForAll);
+    InEntry<SyncSetupDialog>("Online Sync Setup...", askForAll);
     QVERIFY(!window_->isVisible());
-    QCOMPARE(syncs_.started, std::vector<std::string>({"syncer SYNCCREATE", "syncer SYNCCREATE"}));
+    QCOMPARE(syncs_.started.size(), 2u);
+    for (const std::string& start : syncs_.started)
+        QVERIFY2(start.starts_with("syncer|SYNCCREATE|"), start.c_str());
 }
 
 /// The check at the start waits for open dialogs, tells of a NoteBook that is gone, and takes its panel away.
@@ -347,7 +323,7 @@ void OnlineTest::a_deleted_online_notebook_takes_the_link_along() {
     EngageAndLink();
     Answer("GetNoteBookInfo", "<databaseID>0</databaseID>");
     window_->CheckLinkSoon();
-    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
         QTest::qWait(300);
         QCOMPARE(server_->Requests().size(), 0u);
         QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
@@ -360,25 +336,21 @@ void OnlineTest::a_deleted_online_notebook_takes_the_link_along() {
 }
 
 void OnlineTest::looks_good_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::newRow("light") << false;
-    QTest::newRow("dark") << true;
+    AddLooks();
 }
 
 void OnlineTest::looks_good() {
-    QFETCH(bool, dark);
-    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
-    const QString look = dark ? "dark" : "light";
     Start(false);
+    const QString look = SetLook();
     const auto shootAs = [&](const QString& name) {
         return [=, this](QWidget& dialog) { Shoot(dialog, name + look); };
     };
-    InDialog<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_none_"));
+    InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_none_"));
     CloseWindow();
-    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
     Start();
+    SetLook();
     EngageAndLink();
-    InDialog<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_"));
+    InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_"));
     Answer("GetNoteBooksInfo", "<foundUser>true</foundUser>");
     Answer("GetNoteBooksInfo",
            "<foundUser>true</foundUser><noteBooksList><NoteBookInfo><databaseID>4</databaseID><name>"
@@ -386,15 +358,14 @@ void OnlineTest::looks_good() {
            "<databaseID>5</databaseID><name>\xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8\xD7\x99\xD7\x9D</name>"
            "</NoteBookInfo><NoteBookInfo><databaseID>9</databaseID><name>A name of forty-four characters, which is "
            "it</name></NoteBookInfo></noteBooksList>");
-    InDialog<LinkNoteBookDialog>("Link Current NoteBook...", [&](LinkNoteBookDialog& dialog) {
+    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [&](LinkNoteBookDialog& dialog) {
         Shoot(dialog, "online_link_" + look);
         Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_empty_"));
         In<QPushButton>(dialog, "linkWith")->click();
         Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_"));
         In<QPushButton>(dialog, "linkWith")->click();
     });
-    QTest::qWait(20);
-    TakeShot(*window_, "online_window_" + look);
+    Shoot(*window_, "online_window_" + look);
 }
 
 }  // namespace lore

@@ -1,11 +1,8 @@
 #include <QCheckBox>
-#include <QComboBox>
 #include <QKeySequenceEdit>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -13,11 +10,10 @@
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTextLayout>
-#include <QTimer>
 
 #include "platform/hunspell_checker.h"
 #include "support/scripted_agent.h"
-#include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/editor/rich_text_edit.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/note_editor/note_actions.h"
@@ -38,7 +34,9 @@ class OptionsTest : public QObject, protected WindowWorld {
 
 private:
     /// Opens the options from a menu and runs steps in them; they are closed behind them.
-    void InSheet(const QString& menu, const QString& entry, const std::function<void(COptionsPropSheet&)>& steps);
+    void InSheet(const QString& menu, const QString& entry, const std::function<void(COptionsPropSheet&)>& steps) {
+        InDialog<COptionsPropSheet>([&] { MenuEntry(*window_, entry, menu)->trigger(); }, steps);
+    }
     /// A sheet of its own, with an agent and with fonts and colours that a test chooses.
     std::unique_ptr<COptionsPropSheet> MakeSheet(OptionsTab tab);
     QCheckBox* Box(QWidget& sheet, Option option) const {
@@ -52,7 +50,6 @@ private:
     int repaints_ = 0;
 
 private slots:
-    void initTestCase() { MakeTheme(); }
     void init();
     void cleanup() { CloseWindow(); }
     void menus_open_the_right_page_data();
@@ -82,23 +79,6 @@ void OptionsTest::init() {
     window_->Notes()->Commands().SetSpelling(spelling_.get());
 }
 
-void OptionsTest::InSheet(const QString& menu, const QString& entry,
-                          const std::function<void(COptionsPropSheet&)>& steps) {
-    bool ran = false;
-    QTimer::singleShot(0, this, [&] {
-        auto* const sheet = qobject_cast<COptionsPropSheet*>(QApplication::activeModalWidget());
-        QVERIFY(sheet);
-        ran = true;
-        steps(*sheet);
-        sheet->close();
-    });
-    for (QAction* const top : window_->menuBar()->actions())
-        for (QAction* const action : top->menu()->actions())
-            if (top->text().remove('&') == menu && action->text().remove('&') == entry)
-                action->trigger();
-    QVERIFY(ran);
-}
-
 std::unique_ptr<COptionsPropSheet> OptionsTest::MakeSheet(OptionsTab tab) {
     OptionsWorld world{app_->GetSettings(), store_, prompts_, [this] { ++repaints_; }};
     OptionChoosers choosers;
@@ -116,18 +96,12 @@ void OptionsTest::menus_open_the_right_page_data() {
     QTest::addColumn<QString>("menu");
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("page");
-    QTest::newRow("options") << "Options"
-                             << "Lorebinder Options..."
-                             << "<  General  >";
-    QTest::newRow("tools") << "Tools"
-                           << "Lorebinder Options..."
-                           << "<  General  >";
-    QTest::newRow("agent") << "Tools"
-                           << "Lorebinder Agent..."
-                           << "<  Agent  >";
-    QTest::newRow("backup") << "Tools"
-                            << "Lorebinder Auto-Backup..."
-                            << "<  Auto-Backup  >";
+    const char* const rows[][3] = {{"Options", "Lorebinder Options...", "<  General  >"},
+                                   {"Tools", "Lorebinder Options...", "<  General  >"},
+                                   {"Tools", "Lorebinder Agent...", "<  Agent  >"},
+                                   {"Tools", "Lorebinder Auto-Backup...", "<  Auto-Backup  >"}};
+    for (const auto& [menu, entry, page] : rows)
+        QTest::addRow("%s, %s", menu, entry) << menu << entry << page;
 }
 
 void OptionsTest::menus_open_the_right_page() {
@@ -295,74 +269,65 @@ void OptionsTest::font_keeps_what_was_not_changed() {
 void OptionsTest::open_note_follows_the_options_of_its_spelling() {
     if (!spelling_->Select("en_US"))
         QSKIP("there is no English dictionary");
-    bool ran = false;
-    const auto inEditor = [&] {
-        auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget());
-        QVERIFY(editor);
-        auto* const text = qobject_cast<RichTextEdit*>(editor->Text()->Edit());
-        QTest::keyClicks(text, "A lihgted LIHGT again");
-        const auto formats = [text] { return text->document()->firstBlock().layout()->formats(); };
-        QTRY_COMPARE(formats().size(), 1);
-        QVERIFY(!formats()[0].format.fontStrikeOut());
-        QMenu menu;
-        text->Spelling().AddToMenu(menu, text->textCursor());
-        const auto inSheet = [&] {
-            auto* const sheet = qobject_cast<COptionsPropSheet*>(QApplication::activeModalWidget());
-            QVERIFY(sheet);
-            QCOMPARE(sheet->findChild<QTabWidget*>("pages")->currentIndex(), 2);
-            Box(*sheet, Option::MarkStrike)->click();
-            QTimer::singleShot(0, this, [this] {
-                auto* const more = qobject_cast<MoreSpellOptionsDialog*>(QApplication::activeModalWidget());
-                QVERIFY(more);
-                QCheckBox* const capitals = Box(*more, Option::SpellSkipCapitals);
-                QVERIFY(capitals && capitals->isChecked());
-                capitals->click();
-                TakeShot(*more, "options-more-spelling");
-                QTest::keyClick(more, Qt::Key_Return, Qt::ControlModifier);
-            });
-            sheet->findChild<QPushButton*>("moreOptions")->click();
-            sheet->close();
-        };
-        QTimer::singleShot(0, this, inSheet);
-        menu.actions().value(menu.actions().size() - 2)->trigger();
-        QTRY_COMPARE(formats().size(), 2);
-        QVERIFY(formats()[0].format.fontStrikeOut());
-        QCOMPARE(Stored("SpellSkipCapitals"), std::string("0"));
-        emit text->Spelling().LanguageChosen("de_DE");
-        QCOMPARE(Stored("SpellLanguage"), std::string("de_DE"));
-        ran = true;
-        prompts_.answers = {PromptAnswer::Yes};
-        editor->CancelNote();
+    const auto inMoreOptions = [this](MoreSpellOptionsDialog& more) {
+        QCheckBox* const capitals = Box(more, Option::SpellSkipCapitals);
+        QVERIFY(capitals && capitals->isChecked());
+        capitals->click();
+        TakeShot(more, "options-more-spelling");
+        QTest::keyClick(&more, Qt::Key_Return, Qt::ControlModifier);
     };
-    QTimer::singleShot(0, this, inEditor);
-    window_->Notes()->AddNote();
-    QVERIFY(ran);
+    const auto inSheet = [&](COptionsPropSheet& sheet) {
+        QCOMPARE(In<QTabWidget>(sheet, "pages")->currentIndex(), 2);
+        Box(sheet, Option::MarkStrike)->click();
+        Next<MoreSpellOptionsDialog>(inMoreOptions);
+        In<QPushButton>(sheet, "moreOptions")->click();
+    };
+    InDialog<NoteEditorWindow>([this] { window_->Notes()->AddNote(); },
+                               [&](NoteEditorWindow& editor) {
+                                   auto* const text = qobject_cast<RichTextEdit*>(editor.Text()->Edit());
+                                   QTest::keyClicks(text, "A lihgted LIHGT again");
+                                   const auto formats = [text] {
+                                       return text->document()->firstBlock().layout()->formats();
+                                   };
+                                   QTRY_COMPARE(formats().size(), 1);
+                                   QVERIFY(!formats()[0].format.fontStrikeOut());
+                                   QMenu menu;
+                                   text->Spelling().AddToMenu(menu, text->textCursor());
+                                   Next<COptionsPropSheet>(inSheet);
+                                   menu.actions().value(menu.actions().size() - 2)->trigger();
+                                   QTRY_COMPARE(formats().size(), 2);
+                                   QVERIFY(formats()[0].format.fontStrikeOut());
+                                   QCOMPARE(Stored("SpellSkipCapitals"), std::string("0"));
+                                   emit text->Spelling().LanguageChosen("de_DE");
+                                   QCOMPARE(Stored("SpellLanguage"), std::string("de_DE"));
+                                   prompts_.answers = {PromptAnswer::Yes};
+                                   editor.CancelNote();
+                               });
+    QCOMPARE(opened_, 3);
 }
 
 void OptionsTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
+    QTest::addColumn<bool>("dark");
     QTest::addColumn<int>("page");
     const char* const names[] = {"general", "backup", "spelling", "agent"};
     for (int page = 0; page < 4; ++page) {
-        QTest::addRow("options-%s-light", names[page]) << 1 << page;
-        QTest::addRow("options-%s-dark", names[page]) << 2 << page;
+        QTest::addRow("options-%s-light", names[page]) << false << page;
+        QTest::addRow("options-%s-dark", names[page]) << true << page;
     }
 }
 
 void OptionsTest::looks_good() {
-    QFETCH(int, appearance);
+    SetLook();
     QFETCH(int, page);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
     app_->GetSettings().Set(Option::EnableBackup, 1);
     app_->GetSettings().Set(Option::BackupPath, std::string("/home/reader/Backups/All my notes.lbe"));
     app_->GetSettings().Set(Option::Hotkey, 76);
     app_->GetSettings().Set(Option::HotkeyMod, 6);
-    agent_.installed = appearance == 1;
-    qputenv("WAYLAND_DISPLAY", appearance == 1 ? "" : "wayland-9");
+    agent_.installed = !theme_->IsDark();
+    qputenv("WAYLAND_DISPLAY", theme_->IsDark() ? "wayland-9" : "");
     const auto sheet = MakeSheet(static_cast<OptionsTab>(page));
     qunsetenv("WAYLAND_DISPLAY");
-    QTest::qWait(50);
-    TakeShot(*sheet, QString::fromLatin1(QTest::currentDataTag()));
+    Shoot(*sheet, QString::fromLatin1(QTest::currentDataTag()));
 }
 
 }  // namespace lore

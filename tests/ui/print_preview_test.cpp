@@ -1,8 +1,5 @@
 #include <QAbstractButton>
-#include <QComboBox>
 #include <QLabel>
-#include <QMenu>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPrinter>
@@ -19,6 +16,7 @@
 #include "rtf/rtf.h"
 #include "support/memory_store.h"
 #include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -34,7 +32,7 @@ private:
     void Open(PrintContent content) { Open(ContentSource{std::move(content)}); }
     /// A bibliography whose first 50 entries are there at once; the others come once they are let.
     ContentSource Slow(int count);
-    QAction* Command(const QString& text) const;
+    QAction* Command(const QString& text) const { return MenuEntry(*window_, text); }
     QString PageText() const { return window_->findChild<QLabel*>("page")->text(); }
     static int PagesOf(const std::string& pdf);
 
@@ -94,16 +92,6 @@ void PrintPreviewTest::Open(ContentSource content) {
     window_ = std::make_unique<PreviewWindow>(std::move(content), *theme_, store_);
     window_->show();
     QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
-}
-
-QAction* PrintPreviewTest::Command(const QString& text) const {
-    for (QAction* const menu : window_->menuBar()->actions()) {
-        for (QAction* const action : menu->menu()->actions()) {
-            if (action->text().remove('&') == text)
-                return action;
-        }
-    }
-    return nullptr;
 }
 
 int PrintPreviewTest::PagesOf(const std::string& pdf) {

@@ -1,4 +1,3 @@
-#include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -8,9 +7,9 @@
 #include "calendar/reminder_file.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
-#include "ui/board_fixture.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/controls.h"
 #include "ui/qt_progress.h"
 #include "ui/window_world.h"
 
@@ -57,7 +56,6 @@ private:
     std::unique_ptr<CalendarHost> host_;
 
 private slots:
-    void initTestCase() { MakeTheme(); }
     void cleanup();
     void settings_choose_the_server();
     void window_paints_while_the_server_thinks();
@@ -128,31 +126,26 @@ void ReminderServerTest::cancel_ends_the_flow() {
 
 void ReminderServerTest::what_was_typed_outlives_a_server_that_does_not_answer() {
     Open("");
-    const auto press = [](const EditReminderDialog& editor, const char* name) {
-        editor.findChild<QPushButton*>(name)->click();
+    const auto setType = [](const EditReminderDialog& editor, int index) {
+        auto* const type = In<QComboBox>(editor, "type");
+        type->setCurrentIndex(index);
+        emit type->activated(index);
     };
-    int shown = 0;
     Next<EditReminderDialog>([&](EditReminderDialog& editor) {
-        ++shown;
-        auto* const type = editor.findChild<QComboBox*>("type");
-        type->setCurrentIndex(1);
-        emit type->activated(1);
-        editor.findChild<QLineEdit*>("address")->setText("ann@mail.example");
-        editor.findChild<QPlainTextEdit*>("message")->setPlainText("Bring the lamp");
+        setType(editor, 1);
+        In<QLineEdit>(editor, "address")->setText("ann@mail.example");
+        In<QPlainTextEdit>(editor, "message")->setPlainText("Bring the lamp");
         Next<EditReminderDialog>([&](EditReminderDialog& again) {
-            ++shown;
             QVERIFY(prompts_.seen.back().find("could not be created") != std::string::npos);
-            QCOMPARE(again.findChild<QLineEdit*>("address")->text(), QString("ann@mail.example"));
-            QCOMPARE(again.findChild<QPlainTextEdit*>("message")->toPlainText(), QString("Bring the lamp"));
-            auto* const other = again.findChild<QComboBox*>("type");
-            other->setCurrentIndex(0);
-            emit other->activated(0);
-            press(again, "save");
+            QCOMPARE(In<QLineEdit>(again, "address")->text(), QString("ann@mail.example"));
+            QCOMPARE(In<QPlainTextEdit>(again, "message")->toPlainText(), QString("Bring the lamp"));
+            setType(again, 0);
+            In<QPushButton>(again, "save")->click();
         });
-        press(editor, "save");
+        In<QPushButton>(editor, "save")->click();
     });
     QVERIFY(RunNewReminder(*host_, nullptr, parent_.get()));
-    QCOMPARE(shown, 2);
+    QCOMPARE(opened_, 2);
     ReminderList reminders;
     LoadReminders(host_->World(), reminders);
     QCOMPARE(reminders.size(), size_t{1});

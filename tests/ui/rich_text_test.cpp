@@ -1,11 +1,10 @@
-#include <QBuffer>
-#include <QImage>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextTable>
 
 #include "rtf/rtf.h"
 #include "rtf/table_grid.h"
+#include "ui/picture_bytes.h"
 #include "ui/rich_text_pictures.h"
 #include "ui/rich_text_view.h"
 #include "ui/theme.h"
@@ -165,13 +164,8 @@ void RichTextTest::SurvivesTablesThatDontAddUp() {
 }
 
 void RichTextTest::FindsTheBitmapInAMetafile() {
-    QImage image(6, 4, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    QByteArray bmp;
-    QBuffer buffer(&bmp);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "BMP");
-    const std::string dib = bmp.mid(14).toStdString();
+    const QImage image = Filled(6, 4, Qt::red);
+    const std::string dib = Encoded(image, "BMP").mid(14).toStdString();
     const auto words = [](std::initializer_list<unsigned> values) {
         std::string bytes;
         for (const unsigned value : values)
@@ -198,13 +192,7 @@ void RichTextTest::FindsTheBitmapInAMetafile() {
 }
 
 void RichTextTest::PicturesNeverGoBeyondTheWidth() {
-    QImage image(20, 10, QImage::Format_RGB32);
-    image.fill(Qt::blue);
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    const std::string hex = png.toHex().toStdString();
+    const std::string hex = Encoded(Filled(20, 10)).toHex().toStdString();
     const auto shown = Shown("{\\pict\\pngblip\\picw20\\pich10\\picwgoal60000\\pichgoal30000 " + hex + "} x");
     QTextImageFormat format = FormatAt(*shown, 0).toImageFormat();
     QVERIFY(format.isValid());

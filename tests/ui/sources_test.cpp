@@ -1,20 +1,16 @@
 #include <QAccessible>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTableWidget>
-#include <QTimer>
 #include <functional>
 #include <set>
 
-#include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources/edit_source_types_dlg.h"
@@ -29,13 +25,9 @@ class SourcesTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    /// Runs steps on the dialog that the next step opens; it is closed behind them.
-    template <typename Dialog>
-    void Next(const std::function<void(Dialog&)>& steps);
     void InBrowser(const std::function<void(CViewSourcesDlg&)>& steps) {
-        Next<CViewSourcesDlg>(steps);
-        QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(std::exchange(ran_, 0) > 0, true);
+        InDialog<CViewSourcesDlg>(
+            [this] { QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier); }, steps);
     }
     /// The editor on a new source, from the browser.
     void InNewSource(const std::function<void(CEditSourceDlg&)>& steps) {
@@ -48,24 +40,18 @@ private:
     /// A source that no note is tied to, and one that has notes.
     int32_t AddSource(const QString& title, int32_t type = 1);
     int32_t SourceWithNotes() const;
-    static void Choose(QComboBox* box, const QString& text);
     static void Retype(QWidget* dialog, const char* field, const QString& text);
     static void Click(QWidget* dialog, const char* button) { dialog->findChild<QPushButton*>(button)->click(); }
-    static QStringList Lines(const QListWidget* list);
     /// What a drag with the mouse delivers; the drag itself needs a desktop.
     static void DropRow(QListWidget& list, int from, int above) {
         QVERIFY(list.dragDropMode() == QAbstractItemView::InternalMove && list.defaultDropAction() == Qt::MoveAction);
         QVERIFY(list.item(from)->flags().testFlag(Qt::ItemIsDragEnabled));
         QVERIFY(list.model()->moveRow({}, from, {}, above));
     }
-    void Photograph(QWidget& window, const QString& name);
-
-    int ran_ = 0;
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void init() { OpenSample(); }
+    void cleanup() { CloseWindow(); }
     void filters_narrow_the_list_and_a_change_reaches_the_board();
     void a_source_with_notes_stays_and_one_without_goes();
     void a_click_beside_the_boxes_selects_nothing();
@@ -80,35 +66,6 @@ private slots:
     void looks_good_data();
     void looks_good();
 };
-
-void SourcesTest::initTestCase() {
-    MakeTheme();
-}
-
-void SourcesTest::init() {
-    Begin();
-    MakeSample();
-    OpenWindow(1180, 800);
-}
-
-void SourcesTest::cleanup() {
-    CloseWindow();
-}
-
-template <typename Dialog>
-void SourcesTest::Next(const std::function<void(Dialog&)>& steps) {
-    QTimer::singleShot(0, window_.get(), [this, steps] {
-        auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        const QPointer<Dialog> open(dialog);
-        dialog->activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == dialog);
-        steps(*dialog);
-        ++ran_;
-        if (open && open->isVisible())
-            open->done(QDialog::Rejected);
-    });
-}
 
 int32_t SourcesTest::AddSource(const QString& title, int32_t type) {
     SourceEditor editor = SourceEditor::ForNew(window_->Notes()->Commands().Sources());
@@ -129,25 +86,11 @@ int32_t SourcesTest::SourceWithNotes() const {
     return -1;
 }
 
-void SourcesTest::Choose(QComboBox* box, const QString& text) {
-    const int index = box->findText(text);
-    QVERIFY2(index >= 0, qPrintable(text));
-    box->setCurrentIndex(index);
-    emit box->activated(index);
-}
-
 void SourcesTest::Retype(QWidget* dialog, const char* field, const QString& text) {
     auto* const edit = dialog->findChild<QLineEdit*>(field);
     QVERIFY2(edit && edit->isVisible(), field);
     edit->clear();
     QTest::keyClicks(edit, text);
-}
-
-QStringList SourcesTest::Lines(const QListWidget* list) {
-    QStringList lines;
-    for (int row = 0; row < list->count(); ++row)
-        lines.append(list->item(row)->text());
-    return lines;
 }
 
 void SourcesTest::filters_narrow_the_list_and_a_change_reaches_the_board() {
@@ -431,20 +374,11 @@ void SourcesTest::thousands_of_sources_scroll() {
 }
 
 void SourcesTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
-    QTest::newRow("light") << 1;
-    QTest::newRow("dark") << 2;
-}
-
-void SourcesTest::Photograph(QWidget& window, const QString& name) {
-    const bool dark = theme_->IsDark();
-    QTest::qWait(60);
-    TakeShot(window, name + (dark ? QStringLiteral("-dark") : QStringLiteral("-light")));
+    AddLooks();
 }
 
 void SourcesTest::looks_good() {
-    QFETCH(int, appearance);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
+    const QString look = "-" + SetLook();
     for (int32_t type = 1; type <= 7; ++type)
         AddSource(QStringLiteral("A source of type %1").arg(type), type);
     AddSource(
@@ -456,30 +390,30 @@ void SourcesTest::looks_good() {
     AddSource(QString::fromUtf8("\xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8\xD7\x99\xD7\x9D"));
     InBrowser([&](CViewSourcesDlg& browser) {
         browser.List()->SelectRow(2);
-        Photograph(browser, "sources-browser");
+        Shoot(browser, "sources-browser" + look);
         browser.List()->scrollToBottom();
-        Photograph(browser, "sources-browser-end");
+        Shoot(browser, "sources-browser-end" + look);
         Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
-            Photograph(dialog, "sources-editor");
+            Shoot(dialog, "sources-editor" + look);
             Choose(dialog.findChild<QComboBox*>("type"), "Book");
-            Photograph(dialog, "sources-editor-book");
+            Shoot(dialog, "sources-editor-book" + look);
             Next<CEditSourceTypesDlg>([&](CEditSourceTypesDlg& types) {
-                Photograph(types, "sources-types-empty");
+                Shoot(types, "sources-types-empty" + look);
                 Click(&types, "newType");
-                Photograph(types, "sources-types");
+                Shoot(types, "sources-types" + look);
                 Click(&types, "addField");
                 Click(&types, "save");
             });
             Click(&dialog, "editTypes");
             Choose(dialog.findChild<QComboBox*>("type"), "CST: Untitled");
             dialog.findChild<QCheckBox*>("manualDate")->click();
-            Photograph(dialog, "sources-editor-custom");
+            Shoot(dialog, "sources-editor-custom" + look);
             prompts_.answers = {PromptAnswer::Yes};
         });
         browser.EditSource();
         Choose(browser.FilterBox(SourceFilter::Title), "A source of type 1");
         Choose(browser.FilterBox(SourceFilter::Author), browser.FilterBox(SourceFilter::Author)->itemText(1));
-        Photograph(browser, "sources-browser-none");
+        Shoot(browser, "sources-browser-none" + look);
     });
 }
 

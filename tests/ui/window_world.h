@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -12,6 +13,7 @@
 #include "platform/system_sources.h"
 #include "support/memory_store.h"
 #include "support/scripted_ports.h"
+#include "ui/board_fixture.h"
 #include "ui/main_window.h"
 #include "ui/theme.h"
 
@@ -22,9 +24,10 @@ class WindowWorld {
 protected:
     std::filesystem::path Root() const { return folder_->path().toStdString(); }
 
-    void MakeTheme() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
     /// An empty data folder, and nothing seen or set yet.
     void Begin() {
+        if (!theme_)
+            theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
         folder_ = std::make_unique<QTemporaryDir>();
         store_ = MemoryStore();
         prompts_ = ScriptedPrompts();
@@ -37,6 +40,12 @@ protected:
         QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters,
                                    MakeReadContext(clock_, guids_), faults_)
                     .made);
+    }
+    /// Opens the window on the sample NoteBook.
+    void OpenSample(int width = 1180, int height = 800) {
+        Begin();
+        MakeSample();
+        OpenWindow(width, height);
     }
     /// Starts the application and shows its window in this size.
     void OpenWindow(int width, int height) {
@@ -66,13 +75,42 @@ protected:
             auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
             if (!dialog || !dialog->isVisible())
                 return Next<Dialog>(steps);
+            const QPointer<Dialog> open(dialog);
             dialog->activateWindow();
             QTRY_VERIFY(dialog->isActiveWindow());
             steps(*dialog);
             ++opened_;
-            if (dialog->isVisible())
-                dialog->done(QDialog::Rejected);  // without a question
+            if (open && open->isVisible())
+                open->done(QDialog::Rejected);  // without a question
         });
+    }
+    /// Runs steps in the dialog that a command opens from the window.
+    template <typename Dialog>
+    void InDialog(const std::function<void()>& command, const std::function<void(Dialog&)>& steps) {
+        window_->activateWindow();
+        QTRY_VERIFY(window_->isActiveWindow());
+        const int before = opened_;
+        Next<Dialog>(steps);
+        command();
+        QVERIFY(opened_ > before);
+    }
+
+    /// The two rows of a test that takes pictures in both palettes.
+    static void AddLooks() {
+        QTest::addColumn<bool>("dark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+    /// Sets the palette of the row, and gives its name.
+    QString SetLook() {
+        QFETCH(bool, dark);
+        theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
+        return dark ? "dark" : "light";
+    }
+    /// A picture of a window that has had time to paint.
+    static void Shoot(QWidget& window, const QString& name) {
+        QTest::qWait(50);
+        TakeShot(window, name);
     }
 
     int opened_ = 0;                            ///< dialogs whose steps have run

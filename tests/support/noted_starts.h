@@ -8,12 +8,14 @@
 
 namespace lore {
 
-/// Starts nothing and notes what was to be started: the program and its first argument.
-class NotedSyncs : public ProcessLauncher {
+/// Starts nothing and notes what was to be started: "program|argument|argument".
+class NotedStarts : public ProcessLauncher {
 public:
     std::optional<std::string> StartCompanion(const std::string& name,
                                               const std::vector<std::string>& arguments) override {
-        started.push_back(name + " " + arguments.at(0));
+        started.push_back(name);
+        for (const std::string& argument : arguments)
+            started.back() += "|" + argument;
         return failure;
     }
     std::vector<std::string> started;

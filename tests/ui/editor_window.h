@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QApplication>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "rtf/rtf.h"
+#include "ui/editor/find_bar.h"
+#include "ui/editor/format_bar.h"
+#include "ui/editor/rich_text_edit.h"
+#include "ui/theme.h"
+
+namespace lore {
+
+/// The editor with its bars, as the window of a note holds it.
+struct EditorWindow {
+    explicit EditorWindow(Theme& theme) {
+        edit = new RichTextEdit(theme);  // behind the bars, which the layout sees to
+        bar = new FormatBar(*edit, theme, &frame);
+        find = new FindBar(*edit, theme, &frame);
+        auto* const rows = new QVBoxLayout(&frame);
+        rows->setContentsMargins(0, 0, 0, 0);
+        rows->setSpacing(0);
+        rows->addWidget(bar);
+        rows->addWidget(find);
+        rows->addWidget(edit, 1);
+        frame.resize(900, 640);
+        frame.show();
+        edit->setFocus();
+        QApplication::setActiveWindow(&frame);
+        QCoreApplication::processEvents();
+    }
+    void Type(const QString& text) { QTest::keyClicks(edit, text); }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(edit, key, modifiers); }
+    Document Now() const { return ReadRtf(edit->Rtf()); }
+    std::string Text() const { return Now().text; }
+    void SelectPicture() {
+        QTextCursor picture(edit->document());
+        picture.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+        edit->setTextCursor(picture);
+    }
+    // The bar may be narrower than its commands; the action is the command all the same.
+    void Run(const char* name) { bar->Command(QLatin1String(name))->trigger(); }
+
+    QWidget frame;
+    RichTextEdit* edit;
+    FormatBar* bar;
+    FindBar* find;
+};
+
+}  // namespace lore
