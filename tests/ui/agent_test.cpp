@@ -1,13 +1,3 @@
-#include <QComboBox>
-#include <QFile>
-#include <QLabel>
-#include <QListWidget>
-#include <QMenu>
-#include <QPushButton>
-#include <QSet>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTest>
 #include <memory>
 
 #include "agent/agent_program.h"
@@ -19,6 +9,7 @@
 #include "support/scripted_agent.h"
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 

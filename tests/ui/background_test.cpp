@@ -1,13 +1,9 @@
-#include <QElapsedTimer>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
 #include <chrono>
 #include <memory>
 #include <thread>
 
 #include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/qt_progress.h"
 #include "ui/theme.h"
 

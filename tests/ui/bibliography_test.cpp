@@ -1,9 +1,3 @@
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSpinBox>
 #include <functional>
 
 #include "bibliography/bibliography_file.h"

@@ -1,14 +1,7 @@
 #include "ui/board_fixture.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QImage>
-#include <QLinearGradient>
-#include <QPainter>
-#include <QPixmap>
-#include <QTest>
-#include <QWidget>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "notes/attachment_kind.h"
 #include "rtf/rtf.h"

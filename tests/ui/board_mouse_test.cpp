@@ -1,8 +1,3 @@
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QMenu>
-#include <QSignalSpy>
-#include <QTest>
 
 #include "ui/board_window.h"
 

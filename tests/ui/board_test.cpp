@@ -1,13 +1,3 @@
-#include <QAccessible>
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QElapsedTimer>
-#include <QMenu>
-#include <QPushButton>
-#include <QRandomGenerator>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTest>
 #include <algorithm>
 #include <cmath>
 

@@ -1,9 +1,5 @@
 #include "ui/board_window.h"
 
-#include <QApplication>
-#include <QTest>
-#include <QWheelEvent>
-
 #include "ui/board_accessible.h"
 
 namespace lore {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QObject>
 #include <memory>
 
 #include "ui/board_fixture.h"
 #include "ui/board_view.h"
+#include "ui/controls.h"
 #include "ui/theme.h"
 
 namespace lore {

@@ -1,17 +1,3 @@
-#include <QAccessible>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QContextMenuEvent>
-#include <QElapsedTimer>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTimeEdit>
-#include <QTimer>
-#include <QTreeWidget>
 #include <map>
 #include <set>
 
@@ -24,7 +10,6 @@
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
-#include "ui/controls.h"
 #include "ui/window_world.h"
 
 namespace lore {

@@ -1,10 +1,3 @@
-#include <QComboBox>
-#include <QContextMenuEvent>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMimeData>
-#include <QPushButton>
-#include <QTreeView>
 #include <functional>
 
 #include "ui/categories/edit_categories_ctrl.h"

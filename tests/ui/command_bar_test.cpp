@@ -1,13 +1,7 @@
 #include "ui/command_bar/command_bar.h"
 
-#include <QDir>
-#include <QHelpEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QToolTip>
 
 #include "app/findable_things.h"
 #include "platform/companion_launcher.h"
@@ -17,7 +11,6 @@
 #include "support/noted_starts.h"
 #include "support/read_world.h"
 #include "ui/about_dialog.h"
-#include "ui/controls.h"
 #include "ui/tool_bar.h"
 #include "ui/window_world.h"
 

@@ -1,19 +1,7 @@
 #include "ui/command_reach.h"
 
-#include <QAbstractItemView>
-#include <QAction>
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QKeyEvent>
-#include <QMap>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPointer>
-#include <QPushButton>
-#include <QSet>
-#include <QTest>
-#include <QTimer>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "ui/tab_walk.h"
 #include "ui/window_rules.h"

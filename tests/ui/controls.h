@@ -1,13 +1,7 @@
 #pragma once
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QListWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QStringList>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace lore {
 

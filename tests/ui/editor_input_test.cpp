@@ -1,18 +1,6 @@
-#include <QClipboard>
-#include <QDialog>
-#include <QDropEvent>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QSignalSpy>
-#include <QSpinBox>
-#include <QTemporaryDir>
-#include <QTextBlock>
-#include <QTimer>
-#include <QtTest>
 #include <functional>
 
 #include "ui/board_fixture.h"
-#include "ui/controls.h"
 #include "ui/editor/block_place.h"
 #include "ui/editor/picture_frame.h"
 #include "ui/editor_window.h"

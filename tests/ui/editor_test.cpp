@@ -1,11 +1,3 @@
-#include <QClipboard>
-#include <QMenu>
-#include <QMimeData>
-#include <QSignalSpy>
-#include <QTextBlock>
-#include <QTextTable>
-#include <QTimer>
-#include <QToolButton>
 #include <set>
 
 #include "ui/board_fixture.h"

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QApplication>
-#include <QTest>
-#include <QVBoxLayout>
-
 #include "rtf/rtf.h"
+#include "ui/controls.h"
 #include "ui/editor/find_bar.h"
 #include "ui/editor/format_bar.h"
 #include "ui/editor/rich_text_edit.h"

@@ -1,8 +1,3 @@
-#include <QCheckBox>
-#include <QTabBar>
-#include <QTextEdit>
-#include <QTreeWidget>
-#include <QtTest>
 
 #include "exchange/archive_notes.h"
 #include "support/memory_store.h"

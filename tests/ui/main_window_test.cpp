@@ -1,11 +1,3 @@
-#include <QClipboard>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QStatusBar>
-#include <QToolButton>
-#include <QTreeView>
 
 #include "base/text.h"
 #include "ui/control_bar.h"

@@ -1,23 +1,7 @@
-#include <QApplication>
-#include <QCheckBox>
-#include <QClipboard>
-#include <QComboBox>
-#include <QDropEvent>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMimeData>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTabBar>
-#include <QTextEdit>
-#include <QTreeWidget>
 #include <functional>
 
 #include "notes/note_finder.h"
 #include "support/read_world.h"
-#include "ui/controls.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
 #include "ui/note_editor/color_panel.h"

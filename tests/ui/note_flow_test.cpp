@@ -1,10 +1,3 @@
-#include <QApplication>
-#include <QDialog>
-#include <QImage>
-#include <QPushButton>
-#include <QTextEdit>
-#include <QTreeWidget>
-#include <QtTest>
 #include <functional>
 #include <random>
 

@@ -1,14 +1,6 @@
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenuBar>
-#include <QMimeData>
-#include <QPushButton>
-#include <QScreen>
-#include <QSignalSpy>
 
 #include "app/notebook_commands.h"
 #include "notes/note_file.h"
-#include "ui/controls.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
 #include "ui/window_world.h"
 

@@ -1,17 +1,9 @@
-#include <QCheckBox>
-#include <QElapsedTimer>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QStatusBar>
-#include <QToolButton>
 
 #include "base/text.h"
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
 #include "support/noted_starts.h"
-#include "ui/controls.h"
 #include "ui/online/link_notebook_dialog.h"
 #include "ui/online/select_online_notebook_dlg.h"
 #include "ui/online/sync_setup_dialog.h"

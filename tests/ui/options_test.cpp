@@ -1,19 +1,6 @@
-#include <QCheckBox>
-#include <QKeySequenceEdit>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QSpinBox>
-#include <QTabWidget>
-#include <QTextBlock>
-#include <QTextEdit>
-#include <QTextLayout>
 
 #include "platform/hunspell_checker.h"
 #include "support/scripted_agent.h"
-#include "ui/controls.h"
 #include "ui/editor/rich_text_edit.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/note_editor/note_actions.h"

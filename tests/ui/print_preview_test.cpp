@@ -1,13 +1,4 @@
-#include <QAbstractButton>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPainter>
 #include <QPrinter>
-#include <QScrollBar>
-#include <QSemaphore>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <memory>
 
 #include "base/file_io.h"

@@ -1,7 +1,3 @@
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTimer>
 
 #include "calendar/day_reminders.h"
 #include "calendar/reminder_file.h"
@@ -9,7 +5,6 @@
 #include "support/http_server.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/calendar/edit_reminder_dialog.h"
-#include "ui/controls.h"
 #include "ui/qt_progress.h"
 #include "ui/window_world.h"
 

@@ -1,9 +1,7 @@
-#include <QTest>
-#include <QTextBlock>
-#include <QTextTable>
 
 #include "rtf/rtf.h"
 #include "rtf/table_grid.h"
+#include "ui/controls.h"
 #include "ui/picture_bytes.h"
 #include "ui/rich_text_pictures.h"
 #include "ui/rich_text_view.h"

@@ -1,16 +1,7 @@
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QFormLayout>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QTest>
 #include <functional>
 
 #include "ui/command_reach.h"
+#include "ui/controls.h"
 #include "ui/tab_walk.h"
 #include "ui/theme.h"
 

@@ -1,16 +1,6 @@
-#include <QAccessible>
-#include <QCheckBox>
-#include <QDateEdit>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QSpinBox>
-#include <QTableWidget>
 #include <functional>
 #include <set>
 
-#include "ui/controls.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources/edit_source_types_dlg.h"

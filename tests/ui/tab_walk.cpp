@@ -1,16 +1,7 @@
 #include "ui/tab_walk.h"
 
-#include <QAbstractItemView>
-#include <QAccessible>
-#include <QApplication>
-#include <QDateTimeEdit>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPointer>
-#include <QPushButton>
-#include <QTextEdit>
 #include <QtTest>
+#include <QtWidgets>
 #include <algorithm>
 
 #include "ui/window_rules.h"

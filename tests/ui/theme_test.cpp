@@ -1,8 +1,6 @@
 #include "ui/theme.h"
 
-#include <QApplication>
-#include <QPushButton>
-#include <QTest>
+#include "ui/controls.h"
 
 namespace lore {
 

@@ -1,27 +1,7 @@
 #include "ui/window_rules.h"
 
-#include <QAbstractItemView>
-#include <QAbstractScrollArea>
-#include <QAbstractSlider>
-#include <QAbstractSpinBox>
-#include <QAccessible>
-#include <QAction>
-#include <QApplication>
-#include <QButtonGroup>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QKeySequence>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMap>
-#include <QMenuBar>
-#include <QRadioButton>
-#include <QScrollBar>
-#include <QTabBar>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace lore {
 

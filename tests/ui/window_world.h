@@ -1,10 +1,5 @@
 #pragma once
 
-#include <QApplication>
-#include <QPointer>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -14,6 +9,7 @@
 #include "support/memory_store.h"
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
+#include "ui/controls.h"
 #include "ui/main_window.h"
 #include "ui/theme.h"
 
