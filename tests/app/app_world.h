@@ -9,6 +9,13 @@
 
 namespace lore {
 
+/// Brings an application to where its window would open.
+inline void Start(CLorebinderApp& app) {
+    app.LoadOptions();
+    app.SelectStartNoteBook();
+    app.FinishStartup();
+}
+
 /// The ports, in memory, of an application that a test drives.
 class PortsWorld : public testing::Test {
 protected:

@@ -1,7 +1,6 @@
 #include "app/command_finder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace lore {
 namespace {

@@ -1,7 +1,6 @@
 #include "app/online_commands.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "app/app_world.h"
 #include "app/notebook_commands.h"
@@ -23,9 +22,7 @@ protected:
     OnlineCommandsTest() {
         store.Set("Online", "Endpoint", server.Url());
         store.Set("Online", "Namespace", "urn:test/");
-        app.LoadOptions();
-        app.SelectStartNoteBook();
-        app.FinishStartup();
+        Start(app);
         prompts.seen.clear();
     }
     void Engage(int atClose) {

@@ -1,7 +1,6 @@
 #include "app/panel_actions.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "app/app_world.h"
 #include "app/category_editing.h"
@@ -58,9 +57,7 @@ protected:
         other.folder = "Folder7";
         EXPECT_TRUE(SaveDatabases(folder.data.DatabasesFile(), {other}).Ok());
         CreateNoteBookFolders(NoteBookPaths(folder.data, other.folder));
-        app.LoadOptions();
-        app.SelectStartNoteBook();
-        app.FinishStartup();
+        Start(app);
         app.Gather(LongList{1, 2, 3, 4});
     }
     static std::string Record(int32_t note) {

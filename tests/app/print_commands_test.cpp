@@ -1,7 +1,6 @@
 #include "app/print_commands.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "app/app_world.h"
 #include "bibliography/bibliography_file.h"
@@ -9,27 +8,13 @@
 #include "bibliography/source_selection.h"
 #include "notes/print_preview.h"
 #include "support/noted_starts.h"
+#include "support/scripted_background.h"
 
 namespace lore {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// Runs work at once, unless the user stops it.
-class ScriptedBackground : public Background {
-public:
-    bool Run(const std::string& text, const Work& work) override {
-        texts.push_back(text);
-        std::stop_source source;
-        if (stops)
-            source.request_stop();
-        work(source.get_token());
-        return !stops;
-    }
-    std::vector<std::string> texts;
-    bool stops = false;
-};
 
 CSource Paper(int32_t id, const std::string& title) {
     CSource source;
@@ -56,9 +41,7 @@ protected:
         first.sources = {1012, 4711, 1011};
         folder.Put("SRC0000001012.dat", {first});
         folder.Put("DAY01022020.dat", {DayNote(2, 2), DayNote(3, 2)});
-        app.LoadOptions();
-        app.SelectStartNoteBook();
-        app.FinishStartup();
+        Start(app);
         app.ShowNotes(LongList{2, 1});
     }
     std::vector<PrintNote> HandedOver() {

@@ -8,27 +8,21 @@
 #include <memory>
 #include <set>
 
-#include "app/sample_builder.h"
 #include "app/sample_files.h"
 #include "base/text.h"
 #include "calendar/event_file.h"
-#include "calendar/reminder_file.h"
 #include "notes/attachment_kind.h"
 #include "notes/note_file.h"
 #include "notes/note_finder.h"
 #include "notes/note_record.h"
 #include "rtf/rtf.h"
 #include "support/read_world.h"
+#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
 
 namespace fs = std::filesystem;
-
-struct CollectedFaults : FaultNotice {
-    void Tell(const Fault& fault) override { faults.push_back(fault); }
-    std::vector<Fault> faults;
-};
 
 /// A data folder and what was loaded from it.
 struct SampleWorld {
@@ -58,7 +52,7 @@ struct SampleWorld {
 
     TempFolder folder;
     ReadWorld world;
-    CollectedFaults faults;
+    NotedFaults faults;
     DataPaths data{folder.Path()};
     IdCounters counters{1000, 1, 3};
     OpenNoteBook book;

@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "app/app_world.h"
-#include "support/read_world.h"
 #include "support/scripted_agent.h"
 
 namespace lore {
@@ -20,9 +18,7 @@ protected:
     void Start(const char* version) {
         if (*version)
             store.Set("Options", "ProgVersion", version);
-        app.LoadOptions();
-        app.SelectStartNoteBook();
-        app.FinishStartup();
+        lore::Start(app);
     }
     std::string Stored(const char* key) const { return store.Get("Options", key).value_or("nothing"); }
     void MakeOldNotes() {

@@ -1,7 +1,6 @@
 #include "app/update_check.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "app/help_commands.h"
 #include "support/memory_store.h"
@@ -164,10 +163,6 @@ TEST_F(Help, TutorialIsOffUntilAWebPageIsSet) {
     settings.Set(Option::TutorialAddress, std::string("https://example.org/videos"));
     OpenTutorial(world);
     EXPECT_THAT(opened, ElementsAre("https://example.org/videos"));
-}
-
-TEST(About, NamesTheVersionAsUsersKnowIt) {
-    EXPECT_EQ(AboutVersionText(), "<Lorebinder>  -  Version 1.56");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "app/writing_commands.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <thread>
 
 #include "app/app_world.h"
@@ -26,9 +25,7 @@ protected:
             note.keyWords = "key " + std::to_string(id);
             folder.Put("DAY010" + std::to_string(id) + "2020.dat", {note});
         }
-        app.LoadOptions();
-        app.SelectStartNoteBook();
-        app.FinishStartup();
+        Start(app);
         app.Gather(LongList{1, 2, 3});
     }
     std::vector<int32_t> Listed() const { return app.List().GetNoteIDs().Values(); }
@@ -64,9 +61,7 @@ TEST_F(WritingCommandsTest, TheLastListLoadsBesideTheWindowAtTheStart) {
     for (const bool isStopped : {false, true}) {
         thread.isStopped = isStopped;
         CLorebinderApp again{folder.folder.Path(), {prompts, progress, clock, guids, store, faults, &thread}};
-        again.LoadOptions();
-        again.SelectStartNoteBook();
-        again.FinishStartup();
+        Start(again);
         EXPECT_EQ(again.List().Count(), isStopped ? 0u : 3u);
         EXPECT_EQ(again.NoteBook().TotalNoteCount(), 3u) << "a stopped list leaves the NoteBook whole";
     }

@@ -44,8 +44,6 @@ struct Form {
     std::string body;
 };
 
-class ReplyForms : public testing::TestWithParam<Form> {};
-
 const Form kForms[] = {
     {"ByLength", Head("Content-Length: 5\r\n") + "hello", 200, "hello"},
     {"ByLengthWithMoreBehind", Head("Content-Length: 5\r\n") + "hello and more", 200, "hello"},
@@ -64,17 +62,18 @@ const Form kForms[] = {
     {"RedirectThatLeadsNowhere", Head("Content-Length: 0\r\n", 302), 302, ""},
 };
 
-TEST_P(ReplyForms, AreReadWholeOrOneByteATime) {
-    HttpServer server;
-    for (const size_t piece : {size_t{0}, size_t{1}}) {
-        const HttpReply reply = Ask(server, {GetParam().bytes, piece});
-        EXPECT_EQ(reply.failure, HttpFailure::None) << piece;
-        EXPECT_EQ(reply.body, GetParam().body) << piece;
-        EXPECT_EQ(reply.status, GetParam().status) << piece;
+TEST(HttpClient, ReadsEachFormOfAReplyWholeOrOneByteATime) {
+    for (const Form& form : kForms) {
+        SCOPED_TRACE(form.name);
+        HttpServer server;
+        for (const size_t piece : {size_t{0}, size_t{1}}) {
+            const HttpReply reply = Ask(server, {form.bytes, piece});
+            EXPECT_EQ(reply.failure, HttpFailure::None) << piece;
+            EXPECT_EQ(reply.body, form.body) << piece;
+            EXPECT_EQ(reply.status, form.status) << piece;
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, ReplyForms, testing::ValuesIn(kForms), [](const auto& test) { return test.param.name; });
 
 TEST(HttpClient, ReadsALengthOrChunksWithoutWaitingForTheClose) {
     HttpServer server;
@@ -91,8 +90,6 @@ struct Bad {
     HttpAnswer answer;
     HttpFailure failure;
 };
-
-class BadReplies : public testing::TestWithParam<Bad> {};
 
 std::string Many(const std::string& text, int count) {
     std::string all;
@@ -127,15 +124,16 @@ const Bad kBad[] = {
     {"TooLargeByClose", {Head("") + std::string(1001, 'x')}, HttpFailure::TooLarge},
 };
 
-TEST_P(BadReplies, Fail) {
-    HttpServer server;
-    const HttpReply reply = Ask(server, GetParam().answer);
-    EXPECT_EQ(reply.failure, GetParam().failure);
-    EXPECT_EQ(reply.status, 0);
-    EXPECT_EQ(reply.body, "");
+TEST(HttpClient, FailsOnBadReplies) {
+    for (const Bad& bad : kBad) {
+        SCOPED_TRACE(bad.name);
+        HttpServer server;
+        const HttpReply reply = Ask(server, bad.answer);
+        EXPECT_EQ(reply.failure, bad.failure);
+        EXPECT_EQ(reply.status, 0);
+        EXPECT_EQ(reply.body, "");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, BadReplies, testing::ValuesIn(kBad), [](const auto& test) { return test.param.name; });
 
 /// The most memory that this process has held since the last call of this, in bytes; 0 if the system doesn't tell.
 size_t PeakSinceLastTime() {

@@ -8,8 +8,7 @@
 #include "calendar/event_reminders.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
-#include "support/memory_store.h"
-#include "support/read_world.h"
+#include "support/scripted_background.h"
 
 namespace lore {
 namespace {
@@ -207,25 +206,9 @@ TEST_F(ReminderFlow, LeavesTheRemindersWhenTheServerDiesOrFails) {
     EXPECT_FALSE(ReminderDiffers(*FindReminder(StoredReminders(), mail.ReminderId), before));
 }
 
-/// A user who stops the calls that a test names, by their number.
-class Stopping : public Background {
-public:
-    explicit Stopping(int stopped) : stopped_(stopped) {}
-    bool Run(const std::string& text, const Work& work) override {
-        EXPECT_EQ(text, "Waiting for the reminder server....");
-        std::stop_source source;
-        if (calls_++ == stopped_)
-            source.request_stop();
-        work(source.get_token());
-        return !source.stop_requested();
-    }
-
-private:
-    int calls_ = 0, stopped_;
-};
-
 TEST_F(Reminders, AskNothingMoreOnceTheUserHasStoppedACall) {
-    Stopping background(1);
+    ScriptedBackground background;
+    background.stopsAt = 1;
     HttpReminderServer proxy = Proxy(&background);
     server_.Add(200, "{\"result\": 1}");
     EXPECT_EQ(proxy.TestServerConnection(), 1);
@@ -237,6 +220,7 @@ TEST_F(Reminders, AskNothingMoreOnceTheUserHasStoppedACall) {
     server_.Add(200, "{\"result\": 5}");
     EXPECT_EQ(proxy.InsertUpdateNotification(kMail), 5);
     EXPECT_EQ(server_.Left(), 0u);
+    EXPECT_THAT(background.texts, testing::Each("Waiting for the reminder server...."));
 }
 
 TEST_F(Reminders, AreWhatTheSettingsName) {

@@ -5,6 +5,7 @@
 
 #include "base/record_file.h"
 #include "online/online_fixture.h"
+#include "support/scripted_background.h"
 
 namespace lore {
 namespace {
@@ -346,19 +347,9 @@ TEST_F(LinkFlow, FreesTheOnlineNoteBookOfADeletedOneWhateverComesOfIt) {
     EXPECT_EQ(server.Requests().size(), 1u);
 }
 
-/// A background whose work the user stops.
-class StoppedBackground : public Background {
-public:
-    bool Run(const std::string&, const Work& work) override {
-        std::stop_source stop;
-        stop.request_stop();
-        work(stop.get_token());
-        return false;
-    }
-};
-
 TEST_F(LinkFlow, EndsInSilenceWhenTheUserStopsACall) {
-    StoppedBackground background;
+    ScriptedBackground background;
+    background.stops = true;
     OnlineWorld world = World();
     world.background = &background;
     EXPECT_FALSE(NoteBookLink(world).LinkWith(Row(0)));

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-#include "base/text.h"
 #include "online/soap_envelope.h"
 #include "support/read_world.h"
 

@@ -1,7 +1,6 @@
 #include "online/sync_launch.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "support/noted_starts.h"
 #include "support/scripted_ports.h"

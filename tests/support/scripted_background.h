@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ports/background.h"
+
+namespace lore {
+
+/// Runs work at once and notes its texts; the user stops those that a test names.
+class ScriptedBackground : public Background {
+public:
+    bool Run(const std::string& text, const Work& work) override {
+        std::stop_source source;
+        const bool isStopped = stops || static_cast<int>(texts.size()) == stopsAt;
+        if (isStopped)
+            source.request_stop();
+        texts.push_back(text);
+        work(source.get_token());
+        return !isStopped;
+    }
+    std::vector<std::string> texts;
+    bool stops = false;
+    int stopsAt = -1;  ///< the number of the one that is stopped, from 0
+};
+
+}  // namespace lore
