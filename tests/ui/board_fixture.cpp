@@ -5,6 +5,7 @@
 
 #include "notes/attachment_kind.h"
 #include "rtf/rtf.h"
+#include "support/read_world.h"
 #include "ui/command_reach.h"
 #include "ui/tab_walk.h"
 #include "ui/window_rules.h"
@@ -12,36 +13,9 @@
 namespace lore {
 namespace {
 
-constexpr char kFonts[] =
-    "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\froman Times New Roman;}{\\f1\\fswiss Arial;}"
-    "{\\f2\\fmodern Courier New;}}{\\colortbl;\\red200\\green0\\blue0;\\red0\\green0\\blue160;"
-    "\\red255\\green142\\blue40;\\red255\\green255\\blue0;\\red225\\green235\\blue245;}\\fs27 ";
-
-constexpr char kFormatted[] =
-    "\\b The first light on the reef\\b0\\par\\fs24 The tower of \\i 1698\\i0  was of {\\ul timber}, bound by "
-    "{\\strike "
-    "rope} iron; its lamp held {\\cf1\\b sixty candles}. See {\\field{\\*\\fldinst HYPERLINK "
-    "\"https://example.org/lights\"}{\\fldrslt the register of lights}}, and note the {\\highlight4 keeper's log} of "
-    "{\\cf2 blue ink}. A search found {\\highlight3 lantern} here. Water is H{\\sub 2}O, and 10{\\super 3} candela "
-    "reach far.\\par "
-    "{\\pntext\\'b7\\tab}{\\*\\pn\\pnlvlblt\\pnf0{\\pntxtb\\'b7}}\\fi-360\\li720 "
-    "The stone tower replaced it after the storm, and the work went on through eleven summers with the blocks "
-    "dovetailed "
-    "into each other so that no wave could lift them.\\par "
-    "{\\pntext\\'b7\\tab}Oil came in place of candles.\\par\\pard "
-    "\\qc\\f1\\fs20 Centred in Arial\\par\\pard\\qr\\f2 right, in Courier New\\par}";
-
-constexpr char kTable[] =
-    "Lamps by year\\par\\trowd\\trgaph108\\trleft0"
-    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\clcbpat5\\cellx2400"
-    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\clcbpat5\\cellx7200"
-    "\\pard\\intbl\\b Year\\cell Lamp\\b0\\cell\\row"
-    "\\trowd\\trgaph108\\trleft0"
-    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\cellx2400"
-    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\cellx4800"
-    "\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\cellx7200"
-    "\\pard\\intbl 1759\\cell Twenty-four candles, each of two fifths of a pound\\cell 5 miles\\cell\\row\\pard "
-    "Below the table.\\par}";
+std::string Text(const char* name) {
+    return BytesOf(std::filesystem::path(LORE_TEST_DATA) / "board" / name);
+}
 
 CSource Source(int32_t id, const std::string& text, size_t begin, size_t end, int32_t kind) {
     CSource source;
@@ -165,7 +139,7 @@ void FillSampleBoard(MemoryBoard& board) {
     board.sources[2] =
         Source(2, "Stevenson, A. \"On lighthouse lamps.\" Journal of the Lights 12.3 (1848): 101-117.", 38, 59, 3);
 
-    CNote& formatted = board.AddRtf(std::string(kFonts) + kFormatted);
+    CNote& formatted = board.AddRtf(Text("formatted.rtf"));
     formatted.categories[0] = PathOf({"Lighthouses", "England", "Eddystone"});
     formatted.categories[1] = PathOf({"Chapter 2"});
     formatted.categories[2] = PathOf({"To check"});
@@ -193,7 +167,7 @@ void FillSampleBoard(MemoryBoard& board) {
     files.attachments.push_back(gone);
     files.borderColor = MakeRgb(255, 220, 0);
 
-    board.AddRtf(std::string(kFonts) + kTable).borderColor = MakeRgb(20, 80, 200);
+    board.AddRtf(Text("table.rtf")).borderColor = MakeRgb(20, 80, 200);
     AddLanguages(board);
 
     CNote& deep = board.AddText("Deep categories and many key words.");

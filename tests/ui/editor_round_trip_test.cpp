@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QTest>
 #include <QTextTable>
+#include <fstream>
 
 #include "base/file_io.h"
 #include "rtf/rtf.h"
@@ -27,10 +28,6 @@ namespace {
 std::string Head() {
     return "{\\rtf1\\ansi\\ansicpg1252\\deff1{\\fonttbl{\\f0\\fnil Arial;}{\\f1\\froman Times New Roman;}{\\f7 Courier "
            "New;}}{\\colortbl;\\red255\\green0\\blue0;\\red255\\green255\\blue0;\\red0\\green0\\blue160;}";
-}
-
-void AddCase(const char* name, const std::string& body) {
-    QTest::newRow(name) << QByteArray::fromStdString(Head() + body + "}");
 }
 
 // The first place where two documents part, in words.
@@ -91,63 +88,11 @@ void EditorRoundTripTest::KeepsEverything_data() {
         QVERIFY(ReadFile(data.filePath(name).toStdString(), bytes).Ok());
         QTest::newRow(qPrintable(name)) << QByteArray::fromStdString(bytes);
     }
-    AddCase("nothing", "");
-    AddCase("last paragraph empty", "a\\par\\par ");
-    AddCase(
-        "all looks of characters",
-        "\\b b\\i bi\\ul biu\\strike s\\plain\\scaps sc\\scaps0\\caps c\\plain\\super up\\sub low\\nosupersub\\cf1 red"
-        "\\cf0\\highlight2 mark\\highlight0\\f7\\fs17 small\\fs300 big");
-    AddCase("looks of paragraphs",
-            "\\pard\\qc\\li720\\fi-360\\ri200\\sb120\\sa60\\sl360\\slmult1 a\\par\\pard\\qr\\fi500\\sl-300 b\\par"
-            "\\pard\\rtlpar\\ql c\\par\\pard\\rtlpar\\qr d\\par\\pard\\qj\\li-200\\sb-5 e");
-    AddCase("lists",
-            "{\\*\\listtable{\\list\\listtemplateid1{\\listlevel\\levelnfc0\\levelstartat3{\\leveltext\\'02\\"
-            "'00.;}{\\levelnumbers\\'01;}}{\\listlevel\\levelnfc2\\levelstartat1}\\listid9}}{\\*\\"
-            "listoverridetable{\\listoverride\\listid9\\listoverridecount0\\ls4}}"
-            "\\pard\\ls4\\ilvl0\\li720\\fi-360 a\\par\\ls4\\ilvl1\\li1440 b\\par\\ilvl0 c\\par\\pard d\\par"
-            "{\\pntext x\\tab}{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}e\\par f\\par\\pard g");
-    AddCase("links",
-            "x{\\field{\\*\\fldinst{HYPERLINK \"https://a.example/\"}}{\\fldrslt{\\ul one {\\b two}}}}y"
-            "{\\field{\\*\\fldinst{HYPERLINK \"https://b.example/\"}}{\\fldrslt three}}");
-    AddCase("breaks", "a\\line b\\line\\page\\page c\\column\\sect d\\line");
-    AddCase("six scripts",
-            "Lighthouse \\u915?\\u961?\\u940? \\u1052?\\u1072?\\u1103? {\\rtlch \\u1513?\\u1500?} "
-            "\\u1587?\\u1604? \\u28783?\\u22612? \\u-10180?\\u-8704? e\\u769?");
-    AddCase("kept groups",
-            "a{\\*\\bkmkstart x}b{\\*\\bkmkend x}{\\footnote note}c{\\v hidden}\\par{\\header h}"
-            "\\par\\b d{\\*\\unknown 5}\\b0{\\*\\more}");
-    AddCase("picture",
-            "a{\\pict\\pngblip\\picw2\\pich1\\picwgoal30\\pichgoal15\\picscalex50 89504e47}b"
-            "{\\pict\\wmetafile8\\picw100\\pich100 0102}{\\*\\kept z}{\\pict\\jpegblip ffd8}");
-    AddCase("object", "a{\\object\\objemb{\\*\\objdata 01}{\\result{\\pict\\wmetafile8\\picw9\\pich9 00}}}b");
-    AddCase("table first and last",
-            "\\trowd\\cellx2000\\cellx4000\\intbl a\\cell\\b b\\cell\\row"
-            "\\trowd\\cellx2000\\cellx4000\\intbl\\qc c\\par c2\\cell\\cell\\row\\pard");
-    AddCase("two tables and a line",
-            "\\trowd\\cellx2000\\intbl a\\cell\\row\\pard\\par\\trowd\\cellx999\\intbl b"
-            "\\cell\\row\\pard x");
-    AddCase("merged cells",
-            "\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\clvmgf\\clbrdrt\\brdrs\\clcbpat2\\cellx3000\\"
-            "intbl a\\cell\\cell tall\\cell\\row\\trowd\\cellx1000\\cellx2000\\clvmrg\\cellx3000\\intbl "
-            "b\\cell c\\cell\\cell\\row\\pard end");
-    AddCase("edges of their own",
-            "x\\par\\trowd\\trleft-108\\trgaph70\\cellx1000\\cellx3000\\intbl a\\cell b\\cell\\row"
-            "\\trowd\\cellx1000\\cellx2000\\cellx3010\\intbl c\\cell d\\cell e\\cell\\row\\pard y");
-    AddCase("list and picture in a cell",
-            "\\trowd\\cellx5000\\intbl{\\*\\pn\\pnlvlblt}i\\par j\\par\\pard\\intbl{\\pict"
-            "\\pngblip 89}{\\*\\k 1}\\cell{\\*\\k 2}\\row\\pard z");
-    AddCase("table in a cell",
-            "\\trowd\\cellx6000\\pard\\intbl before\\par\\itap2 in\\nestcell two\\nestcell{\\*\\nesttableprops\\trowd"
-            "\\cellx900\\cellx1800\\nestrow}\\pard\\intbl\\itap2 r2\\nestcell\\nestcell{\\*\\nesttableprops\\trowd"
-            "\\cellx900\\cellx1800\\nestrow}\\pard\\intbl\\itap1 after\\cell\\row\\pard x");
-    AddCase("rows that don't add up",
-            "\\trowd\\cellx900\\intbl a\\cell b\\cell c\\cell\\row\\pard x\\par"
-            "\\trowd\\intbl q\\cell\\row\\pard y\\par\\trowd\\cellx900\\cellx1800\\intbl a"
-            "\\cell b x\\row\\pard z");
-    AddCase("row never ends", "\\trowd\\cellx900\\cellx1800\\intbl a\\cell b x");
-    AddCase("merged from nowhere", "\\trowd\\clmrg\\clvmrg\\cellx900\\clvmrg\\cellx1800\\intbl a\\cell b\\cell\\row x");
-    AddCase("words in a covered cell",
-            "\\trowd\\clmgf\\cellx900\\clmrg\\cellx1800\\intbl a\\cell lost?\\cell\\row\\pard");
+    // A name in one line, a text in the next.
+    std::ifstream cases(LORE_TEST_DATA "/editor/round_trips.txt");
+    for (std::string name, body; std::getline(cases, name) && std::getline(cases, body);)
+        QTest::newRow(name.c_str()) << QByteArray::fromStdString(Head() + body + "}");
+    QVERIFY(cases.eof());
 }
 
 void EditorRoundTripTest::KeepsEverything() {

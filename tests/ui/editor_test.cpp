@@ -1,5 +1,6 @@
 #include <set>
 
+#include "support/read_world.h"
 #include "ui/board_fixture.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/editor/spell_words.h"
@@ -359,20 +360,7 @@ void EditorTest::LooksRight() {
         theme_->SetAppearance(appearance);
         EditorWindow window(*theme_);
         SmallChecker checker;
-        window.edit->Load(
-            "{\\rtf1{\\fonttbl{\\f0 Times New Roman;}{\\f1 "
-            "Arial;}}{\\colortbl;\\red180\\green0\\blue0;\\red255\\green241"
-            "\\blue118;\\red230\\green240\\blue250;}\\pard\\sb240\\sa120\\b\\fs40 The lamp room\\b0\\fs27\\par"
-            "\\pard The kepeer wrote in {\\cf1 red}, with a {\\highlight2 marked} word, a "
-            "{\\field{\\*\\fldinst{HYPERLINK "
-            "\"https://a.example/\"}}{\\fldrslt link}} and H{\\sub 2}O; \\u915?\\u961? \\u1052?\\u1103? "
-            "\\u1513?\\u1500? "
-            "\\u28783?\\u22612?.\\par{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}first\\par second\\par\\pard"
-            "{\\*\\pn\\pnlvlblt{\\pntxtb\\'b7}}a "
-            "point\\par\\pard\\trowd\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs"
-            "\\clbrdrr\\brdrs\\clcbpat3\\cellx3000\\clbrdrt\\brdrs\\clbrdrl\\brdrs\\clbrdrb\\brdrs\\clbrdrr\\brdrs\\cel"
-            "lx"
-            "7000\\intbl Date\\cell Weather\\cell\\row\\pard after it\\par}");
+        window.edit->Load(BytesOf(LORE_TEST_DATA "/editor/looks.rtf"));
         window.edit->moveCursor(QTextCursor::End);
         window.edit->InsertPictureBytes(Encoded(Filled(220, 90)));
         window.edit->Spelling().SetChecker(&checker, {0x0000ff, 13});

@@ -220,6 +220,10 @@ void MainWindowTest::keys_reach_every_pane() {
     QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
     QTest::keyClick(window_.get(), Qt::Key_F6);
     QVERIFY(window_->Board()->hasFocus());
+    MenuEntry(*window_, "Next Pane")->trigger();
+    QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
+    MenuEntry(*window_, "Previous Pane")->trigger();
+    QVERIFY(window_->Board()->hasFocus());
     QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
     QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
     // Tab stops at the panel that is open; the arrows open the others.

@@ -1,4 +1,3 @@
-#include <functional>
 #include <random>
 
 #include "exchange/export_notes.h"

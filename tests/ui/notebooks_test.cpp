@@ -25,7 +25,6 @@ private:
 private slots:
     void init();
     void cleanup() { CloseWindow(); }
-    void menus_stand_in_their_order_with_alt_keys_of_their_own();
     void keyboard_alone_makes_renames_and_deletes();
     void details_follow_the_selection();
     void main_notebook_can_be_neither_renamed_nor_deleted();
@@ -69,28 +68,6 @@ void NoteBooksTest::AddNoteBook(const std::string& name, int32_t id, int notes) 
     if (notes > 0)
         SaveNoteFile(paths.NoteFile("DAY01012020.dat"), held);
     SaveDatabases(Data().DatabasesFile(), list);
-}
-
-void NoteBooksTest::menus_stand_in_their_order_with_alt_keys_of_their_own() {
-    QStringList titles;
-    for (QAction* const menu : window_->menuBar()->actions()) {
-        titles.append(menu->text().remove('&'));
-        QVERIFY(!menu->menu()->actions().isEmpty());
-        QSet<QChar> keys;
-        for (QAction* const entry : menu->menu()->actions()) {
-            const qsizetype mark = entry->text().indexOf('&');
-            QVERIFY2(entry->isSeparator() || (mark >= 0 && !keys.contains(entry->text().at(mark + 1).toLower())),
-                     qPrintable(entry->text()));
-            if (mark >= 0)
-                keys.insert(entry->text().at(mark + 1).toLower());
-        }
-    }
-    QStringList order = {"File", "Options", "Notes", "Sources", "Categories", "View", "Sync", "Tools", "Help"};
-    order.removeIf([&](const QString& title) { return !titles.contains(title); });
-    QCOMPARE(titles, order);
-    const QStringList backups = {"Backup Current NoteBook...", "Backup All NoteBooks...", "Run Auto-Backup..."};
-    for (const QString& entry : backups)
-        QVERIFY2(MenuEntry(*window_, entry), qPrintable(entry));
 }
 
 void NoteBooksTest::keyboard_alone_makes_renames_and_deletes() {

@@ -1,5 +1,4 @@
 
-#include "base/text.h"
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/http_server.h"

@@ -1,7 +1,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-#include <memory>
 
 #include "calendar/reminder_file.h"
 #include "calendar/shown_popups.h"

@@ -1,6 +1,5 @@
 
 #include "calendar/day_reminders.h"
-#include "calendar/reminder_file.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
 #include "ui/calendar/calendar_host.h"
