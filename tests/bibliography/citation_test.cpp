@@ -5,7 +5,6 @@
 #include <map>
 #include <sstream>
 
-#include "bibliography/author_text.h"
 #include "bibliography/custom_type_list.h"
 #include "bibliography/source_builder.h"
 

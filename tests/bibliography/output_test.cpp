@@ -251,13 +251,6 @@ TEST(BibliographyWriters, AreFoundByTheEndingIgnoringCase) {
         EXPECT_FALSE(FindBibliographyWriter(ending)) << ending;
 }
 
-std::vector<int32_t> IdsOf(const SourceList& list) {
-    std::vector<int32_t> ids;
-    for (const CSource& source : list)
-        ids.push_back(source.SourceID);
-    return ids;
-}
-
 SourceList ThreeSources() {
     SourceList list;
     for (const auto& [id, text] : {std::pair(11, "cc"), std::pair(12, "AA"), std::pair(13, "bb")})

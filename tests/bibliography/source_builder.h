@@ -1,10 +1,10 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "bibliography/author_list.h"
+#include "bibliography/source_list.h"
 #include "bibliography/source_record.h"
 #include "support/read_world.h"
 
@@ -55,6 +55,13 @@ inline std::string RecordOf(const CSource& source) {
     RecordWriter writer;
     WriteSource(&writer, source);
     return writer.Logical();
+}
+
+inline std::vector<int32_t> IdsOf(const SourceList& list) {
+    std::vector<int32_t> ids;
+    for (const CSource& source : list)
+        ids.push_back(source.SourceID);
+    return ids;
 }
 
 /// A citation that stands as given: a source type of neither kind keeps its text.

@@ -4,19 +4,11 @@
 #include <random>
 
 #include "base/text.h"
-#include "bibliography/citation.h"
 #include "bibliography/source_builder.h"
 #include "bibliography/source_groups.h"
 
 namespace lore {
 namespace {
-
-std::vector<int32_t> IdsOf(const SourceList& list) {
-    std::vector<int32_t> ids;
-    for (const CSource& source : list)
-        ids.push_back(source.SourceID);
-    return ids;
-}
 
 TEST(SourceList, NewIdsBeginAt1011) {
     SourceList list;

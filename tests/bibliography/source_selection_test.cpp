@@ -1,7 +1,6 @@
 #include "bibliography/source_selection.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "bibliography/source_builder.h"
 
@@ -10,13 +9,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::vector<int32_t> Ids(const SourceList& list) {
-    std::vector<int32_t> ids;
-    for (const CSource& source : list)
-        ids.push_back(source.SourceID);
-    return ids;
-}
 
 /// A book by John Q. Smith with a style and values of its own.
 CSource Book(int32_t id, const std::string& title, int32_t style) {
@@ -51,14 +43,13 @@ protected:
 
 TEST_F(SourceSelectionTest, BeginsWithAllSourcesAvailableInOrder) {
     const SourceSelection model(sources, authors);
-    EXPECT_THAT(Ids(model.Available()), ElementsAre(12, 13, 11));
-    EXPECT_THAT(Ids(model.Selected()), IsEmpty());
+    EXPECT_THAT(IdsOf(model.Available()), ElementsAre(12, 13, 11));
+    EXPECT_THAT(IdsOf(model.Selected()), IsEmpty());
     EXPECT_TRUE(model.Sorted());
     EXPECT_TRUE(model.Individual());
     EXPECT_EQ(model.Style(), 1);
     EXPECT_EQ(model.IndentSpaces(), 3);
     EXPECT_EQ(model.AuthorsBeforeEtAl(), 6);
-    EXPECT_EQ(kSourcesSelected, 2112);
 }
 
 TEST_F(SourceSelectionTest, MovesSourcesBetweenTheLists) {
@@ -81,9 +72,9 @@ TEST_F(SourceSelectionTest, MovesSourcesBetweenTheLists) {
     SourceSelection model(sources, authors);
     for (const Step& step : kSteps) {
         EXPECT_EQ(step.run(model), step.done) << step.what;
-        EXPECT_EQ(Ids(model.Available()), step.available) << step.what;
-        EXPECT_EQ(Ids(model.Selected()), step.selected) << step.what;
-        EXPECT_EQ(Ids(model.Bibliography()), step.selected) << step.what;
+        EXPECT_EQ(IdsOf(model.Available()), step.available) << step.what;
+        EXPECT_EQ(IdsOf(model.Selected()), step.selected) << step.what;
+        EXPECT_EQ(IdsOf(model.Bibliography()), step.selected) << step.what;
     }
 }
 
@@ -93,13 +84,13 @@ TEST_F(SourceSelectionTest, LeavesTheOrderOfSelectionWithoutTheSort) {
     model.Select(11);
     model.Select(12);
     model.Select(13);
-    EXPECT_THAT(Ids(model.Selected()), ElementsAre(11, 12, 13));
+    EXPECT_THAT(IdsOf(model.Selected()), ElementsAre(11, 12, 13));
     model.SetSorted(true);
-    EXPECT_THAT(Ids(model.Selected()), ElementsAre(12, 13, 11));
+    EXPECT_THAT(IdsOf(model.Selected()), ElementsAre(12, 13, 11));
     model.SetSorted(false);
-    EXPECT_THAT(Ids(model.Selected()), ElementsAre(12, 13, 11)) << "no older order comes back";
+    EXPECT_THAT(IdsOf(model.Selected()), ElementsAre(12, 13, 11)) << "no older order comes back";
     model.SelectAll();
-    EXPECT_THAT(Ids(model.Selected()), ElementsAre(11, 12, 13)) << "as the NoteBook holds them";
+    EXPECT_THAT(IdsOf(model.Selected()), ElementsAre(11, 12, 13)) << "as the NoteBook holds them";
 }
 
 TEST_F(SourceSelectionTest, SetsTheFormattingOfAllThatAreOrWillBeSelected) {
@@ -119,7 +110,7 @@ TEST_F(SourceSelectionTest, SetsTheFormattingOfAllThatAreOrWillBeSelected) {
     EXPECT_EQ(model.Available()[0].FormatStyle, 8);
     model.SetStyle(0);
     EXPECT_TRUE(model.Selected()[0].FormattedText.starts_with("Amber")) << "sorted by the new citations";
-    EXPECT_THAT(Ids(model.Selected()), ElementsAre(12, 11));
+    EXPECT_THAT(IdsOf(model.Selected()), ElementsAre(12, 11));
     model.SetIndividual(true);
     for (const CSource& source : model.Selected())
         EXPECT_EQ(std::tuple(source.FormatStyle, source.IndentSpaces, source.AuthorsBeforeEtAl), std::tuple(8, 7, 2));

@@ -9,6 +9,7 @@
 #include "calendar/event_builder.h"
 #include "support/memory_store.h"
 #include "support/read_world.h"
+#include "support/scripted_agent.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
@@ -57,16 +58,6 @@ public:
     }
     SeriesReach answer = SeriesReach::Cancel;
     int asked = 0;
-};
-
-class NotedAgent : public Agent {
-public:
-    bool IsInstalled() const override { return true; }
-    bool IsRunning() override { return true; }
-    bool Launch() override { return true; }
-    bool StartWithSession(bool) override { return true; }
-    void Send(std::string_view command) override { commands.emplace_back(command); }
-    std::vector<std::string> commands;
 };
 
 /// The calendar in a folder of its own at 09:26:53 on 14 March 2026; the server's clock is an hour behind.
@@ -144,7 +135,7 @@ protected:
     FixedClock clock;
     NotedFaults faults;
     ScriptedServer server;
-    NotedAgent agent;
+    ScriptedAgent agent;
     ScriptedQuestion question;
     std::vector<int> waits;
     CalendarWorld world = WorldWith(server);

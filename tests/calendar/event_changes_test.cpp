@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include "calendar/calendar_fixture.h"
-#include "calendar/event_file.h"
 #include "calendar/event_reminders.h"
 
 namespace lore {
@@ -23,7 +22,7 @@ protected:
         series.Label = "Class";
         series.Reminders = {ReminderFor(series, ReminderType::Popup, 60)};
         ASSERT_EQ(CreateEvent(world, series), EventSave::Saved);
-        agent.commands.clear();
+        agent.told.clear();
         prompts.seen.clear();
         TakeMessages();
         waits.clear();
@@ -34,6 +33,13 @@ protected:
         const EventList events = Stored();
         const int index = FindEventIndex(events, id);
         return index < 0 ? CTmEvent() : events[static_cast<size_t>(index)];
+    }
+    /// Edits an event as this function changes it.
+    template <typename Change>
+    EventSave Edit(const CTmEvent& old, Change change) {
+        CTmEvent changed = old;
+        change(changed);
+        return EditEvent(world, changed, old);
     }
     /// Nothing of the two files has changed since, and no reminder is without an event.
     void ExpectFiles(const std::string& events, const std::string& reminders) {
@@ -69,7 +75,7 @@ TEST_F(EventChanges, CreatingTellsItsSteps) {
               (Texts{"Saving Event....", "Creating Reminders....", "Creating Reminders on the server....",
                      "Saving Reminders locally....", "Updating Events...", "Saving Events..."}));
     EXPECT_EQ(waits, (std::vector<int>{120, 150, 200}));
-    EXPECT_EQ(agent.commands, Texts{"TQRAGENTRELOADREMINDERS"});
+    EXPECT_EQ(agent.told, Texts{"TQRAGENTRELOADREMINDERS"});
     // The server's clock is an hour behind.
     EXPECT_EQ(server.calls, (Texts{"test", "insert -1 Email 05/01/2026 07:55:00 a@example.com",
                                    "insert -1 Email 05/02/2026 07:55:00 a@example.com"}));
@@ -78,36 +84,36 @@ TEST_F(EventChanges, CreatingTellsItsSteps) {
 
 TEST_F(EventChanges, ASeriesWithoutADateIsRefusedAndTheOldEventStays) {
     const std::string events = BytesOf(world.eventFile), reminders = BytesOf(world.reminderFile);
-    CTmEvent changed = Find("{single}");
-    const CTmEvent old = changed;
-    changed.Recurring = 1;
-    changed.RecurrenceType = kWeekly;
-    changed.WeeklyPattern = {1, 0, 0, 0, 0, 0, 0, 0};
-    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Refused);
+    const auto toNoWeekday = [](CTmEvent& event) {
+        event.Recurring = 1;
+        event.RecurrenceType = kWeekly;
+        event.WeeklyPattern = {1, 0, 0, 0, 0, 0, 0, 0};
+    };
+    EXPECT_EQ(Edit(Find("{single}"), toNoWeekday), EventSave::Refused);
     ASSERT_EQ(prompts.seen.size(), 1u);
     EXPECT_NE(prompts.seen[0].find("No Events in Series: No event falls on these days from"), std::string::npos);
     for (const SeriesReach reach : {SeriesReach::EntireSeries, SeriesReach::AllFollowing}) {
         question.answer = reach;
-        CTmEvent member = Member(2);
-        const CTmEvent before = member;
-        member.RecurrenceType = kMonthly;
-        member.MonthlyPattern = {1, 0, 31, 1, -1, -1, -1};
-        member.RecurrenceEnd = Day(2026, 4, 14);
-        EXPECT_EQ(EditEvent(world, member, before), EventSave::Refused);
+        const auto toThe31st = [](CTmEvent& event) {
+            event.RecurrenceType = kMonthly;
+            event.MonthlyPattern = {1, 0, 31, 1, -1, -1, -1};
+            event.RecurrenceEnd = Day(2026, 4, 14);
+        };
+        EXPECT_EQ(Edit(Member(2), toThe31st), EventSave::Refused);
     }
     ExpectFiles(events, reminders);
     EXPECT_EQ(progress.messages.back(), "Applying changes to event series....");
 }
 
 TEST_F(EventChanges, ASingleEventBecomesASeriesInItsPlaceAtTheEnd) {
-    CTmEvent changed = Find("{single}");
-    const CTmEvent old = changed;
-    changed.Recurring = 1;
-    changed.RecurrenceType = kDaily;
-    changed.DailyPattern = {1, 0, 2};
-    changed.RecurrenceStart = changed.Start;
-    changed.RecurrenceEnd = Day(2026, 4, 14, 9);
-    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    const auto toSecondDays = [](CTmEvent& event) {
+        event.Recurring = 1;
+        event.RecurrenceType = kDaily;
+        event.DailyPattern = {1, 0, 2};
+        event.RecurrenceStart = event.Start;
+        event.RecurrenceEnd = Day(2026, 4, 14, 9);
+    };
+    EXPECT_EQ(Edit(Find("{single}"), toSecondDays), EventSave::Saved);
     const EventList events = Stored();
     EXPECT_EQ(Find("{single}").EventId, "");
     EXPECT_EQ(Lines(EventList(events.begin() + 5, events.end())), "04/11 09:00 Alone\n04/13 09:00 Alone\n");
@@ -137,10 +143,7 @@ TEST_F(EventChanges, AChangeOfScheduleReachesAsFarAsTheUserSays) {
         PutBytes(world.eventFile, eventBytes);
         PutBytes(world.reminderFile, reminderBytes);
         question.answer = one.reach;
-        CTmEvent changed = Member(2);
-        const CTmEvent old = changed;
-        changed.DailyPattern = {1, 0, 2};
-        EXPECT_EQ(EditEvent(world, changed, old), one.result);
+        EXPECT_EQ(Edit(Member(2), [](CTmEvent& event) { event.DailyPattern.SetAt(2, 2); }), one.result);
         EXPECT_EQ(Lines(Stored()), one.lines);
         ExpectRemindersHaveEvents();
         EXPECT_EQ(StoredReminders().size(), Stored().size() - 1);
@@ -178,11 +181,7 @@ TEST_F(EventChanges, AChangeOfInformationWalksOverTheSeries) {
     ASSERT_TRUE(MergeEvents(world, {drifted}));
     TakeMessages();
     question.answer = SeriesReach::AllFollowing;
-    CTmEvent changed = Member(2);
-    const CTmEvent old = changed;
-    changed.Label = "Lecture";
-    changed.BarColor = 9;
-    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    EXPECT_EQ(Edit(Member(2), [](CTmEvent& event) { event.Label = "Lecture", event.BarColor = 9; }), EventSave::Saved);
     EXPECT_EQ(Lines(Stored()),
               "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Lecture\n"
               "04/13 09:05 Lecture\n04/14 09:05 Lecture\n");
@@ -194,10 +193,7 @@ TEST_F(EventChanges, AChangeOfInformationWalksOverTheSeries) {
                                      "Finalizing changes to event series...."}));
     EXPECT_EQ(waits, (std::vector<int>{120, 120, 150, 300}));
     question.answer = SeriesReach::EntireSeries;
-    const CTmEvent before = Member(4);
-    CTmEvent again = before;
-    again.Description = "All";
-    EXPECT_EQ(EditEvent(world, again, before), EventSave::Saved);
+    EXPECT_EQ(Edit(Member(4), [](CTmEvent& event) { event.Description = "All"; }), EventSave::Saved);
     for (size_t i = 0; i < 5; ++i)
         EXPECT_EQ(Member(i).Description, "All");
     EXPECT_EQ(Member(0).Label, "Class");
@@ -205,12 +201,12 @@ TEST_F(EventChanges, AChangeOfInformationWalksOverTheSeries) {
 
 TEST_F(EventChanges, AWalkKeepsWhatAMemberOfTheSeriesHasMovedTo) {
     question.answer = SeriesReach::EntireSeries;
-    CTmEvent changed = Member(1);
-    const CTmEvent old = changed;
-    changed.Start = changed.Start.PlusSeconds(7200);
-    changed.End = changed.End.PlusSeconds(7200);
-    changed.Label = "Late";
-    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    const auto move = [](CTmEvent& event) {
+        event.Start = event.Start.PlusSeconds(7200);
+        event.End = event.End.PlusSeconds(7200);
+        event.Label = "Late";
+    };
+    EXPECT_EQ(Edit(Member(1), move), EventSave::Saved);
     EXPECT_EQ(Lines(Stored()),
               "04/11 09:00 Alone\n04/10 09:05 Late\n04/11 11:05 Late\n04/12 09:05 Late\n"
               "04/13 09:05 Late\n04/14 09:05 Late\n");
@@ -218,13 +214,13 @@ TEST_F(EventChanges, AWalkKeepsWhatAMemberOfTheSeriesHasMovedTo) {
 
 TEST_F(EventChanges, RemindersOfASeriesChangeWhereTheyAreTheSame) {
     question.answer = SeriesReach::EntireSeries;
-    CTmEvent changed = Member(1);
-    const CTmEvent old = changed;
     const std::string kept = Member(0).Reminders[0].ReminderId;
-    changed.Reminders.push_back(ReminderFor(changed, ReminderType::Email, 1440));
-    changed.Reminders.push_back(ReminderFor(changed, ReminderType::Popup, 0));
+    const auto addTwo = [this](CTmEvent& event) {
+        event.Reminders.push_back(ReminderFor(event, ReminderType::Email, 1440));
+        event.Reminders.push_back(ReminderFor(event, ReminderType::Popup, 0));
+    };
     server.results = {7, 0, 8, 9, 10};
-    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    EXPECT_EQ(Edit(Member(1), addTwo), EventSave::Saved);
     EXPECT_EQ(Member(0).Reminders.size(), 3u);
     EXPECT_EQ(Member(0).Reminders[0].ReminderId, kept);
     EXPECT_EQ(Member(0).Reminders[1].ServerId, 7);
@@ -241,21 +237,19 @@ TEST_F(EventChanges, RemindersOfASeriesChangeWhereTheyAreTheSame) {
     // Without a server, e-mails aren't made, and those that go are gone here.
     prompts.seen.clear();
     server.works = 0;
-    const CTmEvent before = Member(4);
-    CTmEvent fewer = before;
-    fewer.Reminders.erase(fewer.Reminders.begin() + 1);
-    EXPECT_EQ(EditEvent(world, fewer, before), EventSave::Saved);
+    EXPECT_EQ(Edit(Member(4), [](CTmEvent& event) { event.Reminders.erase(event.Reminders.begin() + 1); }),
+              EventSave::Saved);
     EXPECT_EQ(StoredReminders().size(), 10u);
     EXPECT_FALSE(HasServerReminder(StoredReminders()));
     EXPECT_EQ(prompts.seen.size(), 1u) << "the question alone";
 }
 
 TEST_F(EventChanges, AChangeOfTheStartAloneMovesOneEventAndItsReminders) {
-    CTmEvent changed = Member(1);
-    const CTmEvent old = changed;
-    changed.Start = changed.Start.PlusSeconds(3600);
-    changed.End = changed.End.PlusSeconds(3600);
-    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    const auto move = [](CTmEvent& event) {
+        event.Start = event.Start.PlusSeconds(3600);
+        event.End = event.End.PlusSeconds(3600);
+    };
+    EXPECT_EQ(Edit(Member(1), move), EventSave::Saved);
     EXPECT_EQ(question.asked, 0);
     EXPECT_EQ(Member(1).Start, Day(2026, 4, 11, 10, 5));
     EXPECT_EQ(Member(1).Reminders[0].SendTime, Day(2026, 4, 11, 9, 5));
@@ -265,10 +259,8 @@ TEST_F(EventChanges, AChangeOfTheStartAloneMovesOneEventAndItsReminders) {
 }
 
 TEST_F(EventChanges, AMemberLeavesItsSeries) {
-    CTmEvent changed = Member(1);
-    const CTmEvent old = changed;
-    ResetRecurrence(changed, kNoSeries);
-    EXPECT_EQ(EditEvent(world, changed, old), EventSave::Saved);
+    const CTmEvent old = Member(1);
+    EXPECT_EQ(Edit(old, [](CTmEvent& event) { ResetRecurrence(event, kNoSeries); }), EventSave::Saved);
     EXPECT_FALSE(IsSeriesMember(Member(1)));
     EXPECT_EQ(SelectSeries(Stored(), old.SeriesId).size(), 4u);
 }
@@ -344,9 +336,8 @@ TEST_F(EventChanges, TheRestOfACutSeriesEndsOnTheDayBefore) {
 }
 
 TEST_F(EventChanges, ASingleEventGoesWithItsReminders) {
-    CTmEvent changed = Find("{single}");
-    changed.Reminders = {ReminderFor(changed, ReminderType::Email, 30)};
-    ASSERT_EQ(EditEvent(world, changed, Find("{single}")), EventSave::Saved);
+    const auto addMail = [this](CTmEvent& event) { event.Reminders = {ReminderFor(event, ReminderType::Email, 30)}; };
+    ASSERT_EQ(Edit(Find("{single}"), addMail), EventSave::Saved);
     server.calls.clear();
     TakeMessages();
     prompts.answers = {PromptAnswer::Yes};

@@ -174,7 +174,7 @@ TEST_F(EventReminders, RemindersOfADayGoToTheServerFirst) {
     EXPECT_EQ(TakeMessages(),
               (Texts{"Creating Reminder....", "Creating Reminder on the server....", "Saving Reminder locally...."}));
     EXPECT_EQ(waits, (std::vector<int>{200, 150, 200}));
-    EXPECT_EQ(agent.commands.size(), 2u);
+    EXPECT_EQ(agent.told.size(), 2u);
 
     CTmReminder stored = StoredReminders()[1];
     EXPECT_EQ(stored.ServerId, 101);

@@ -28,8 +28,7 @@ TEST(SeriesRules, GiveASeriesRoomForItsSecondDate) {
         {"yearly", kYearly, {1}, noon, Day(2012, 1, 30, 12), Day(2012, 1, 31, 12)},
         {"yearly, 29 February", kYearly, {1}, Day(2012, 2, 29), Day(2012, 2, 29), Day(2012, 2, 29)},
         {"hostile N", kWeekly, {2147483647}, noon, noon, noon},
-        {"no dates", kDaily, {1, 0, 5}, DateTime(), DateTime(), DateTime()},
-    };
+        {"no dates", kDaily, {1, 0, 5}, DateTime(), DateTime(), DateTime()}};
     for (const Case& c : cases) {
         CTmEvent event = Series(c.type, c.pattern, c.first, c.last);
         ApplyMinimumLength(event, c.type);
@@ -47,19 +46,17 @@ TEST(SeriesRules, KeepTheEndBehindTheStart) {
 }
 
 TEST(SeriesRules, CorrectWhatIsTypedIntoANumberField) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"", ""},
-        {"0", "1"},
-        {"000", "1"},
-        {"1", "1"},
-        {"999", "999"},
-        {"1000", "999"},
-        {"-5", "5"},
-        {"1a2 ", "12"},
-        {"abc", ""},
-        {"007", "007"},
-        {"99999999999999999999", "999"},
-    };
+    const std::pair<const char*, const char*> cases[] = {{"", ""},
+                                                         {"0", "1"},
+                                                         {"000", "1"},
+                                                         {"1", "1"},
+                                                         {"999", "999"},
+                                                         {"1000", "999"},
+                                                         {"-5", "5"},
+                                                         {"1a2 ", "12"},
+                                                         {"abc", ""},
+                                                         {"007", "007"},
+                                                         {"99999999999999999999", "999"}};
     for (const auto& [typed, held] : cases)
         EXPECT_EQ(CorrectPatternInput(typed), held) << typed;
 }

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
 
 #include "classify/category_record.h"
 #include "classify/forest_builder.h"
@@ -106,16 +105,6 @@ TEST(CategoryList, LinksWhatItReadsWhateverTheFileSays) {
     EXPECT_EQ(forest.Roots()[0].parentID, -1);
     EXPECT_TRUE(IsLinked(forest.Roots()[0]));
     EXPECT_EQ(Shape(forest), "9:n(7:n,7:n) 21122112:<UNASSIGNED>");
-}
-
-TEST(CategoryList, SurvivesACutAtEveryByte) {
-    const std::string whole =
-        Bytes(Forest({Node(5, "Alpha", {Node(6, "Beta", {Node(7, "")}), Node(8, "C")}), Node(9, "D")}));
-    for (size_t length = 0; length < whole.size(); ++length) {
-        const CProCategoryList forest = FromBytes(whole.substr(0, length));
-        EXPECT_NE(forest.FindByID(kUnassignedID), nullptr);
-        EXPECT_EQ(Shape(FromBytes(Bytes(forest))), Shape(forest)) << length;
-    }
 }
 
 TEST(CategoryList, IsBoundedOnCountsThatNoFileHolds) {

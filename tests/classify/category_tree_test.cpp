@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
-#include <set>
 
 #include "classify/forest_builder.h"
 

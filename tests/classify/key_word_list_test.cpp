@@ -1,6 +1,5 @@
 #include "classify/key_word_list.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -17,23 +16,21 @@ std::string Names(const CKeyWordList& list) {
 }
 
 TEST(KeyWordList, SplitsALineAtItsCommas) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"a, b,c", "[a][b][c]"},
-        {",a,", "[a]"},
-        {"a,,b", "[a][][b]"},
-        {"   ", ""},
-        {"solo", "[solo]"},
-        {"x,", "[x]"},
-        {",,,", ""},
-        {"", ""},
-        {" ,a", "[,a]"},
-        {" ,a,b", "[][a][b]"},
-        {"a, ", "[a][]"},
-        {" , ", "[,]"},
-        {"  two words  ", "[two words]"},
-        {"a,\tA ,a", "[a][A]"},
-        {",, x ,, y ,,", "[x][][y]"},
-    };
+    const std::pair<const char*, const char*> cases[] = {{"a, b,c", "[a][b][c]"},
+                                                         {",a,", "[a]"},
+                                                         {"a,,b", "[a][][b]"},
+                                                         {"   ", ""},
+                                                         {"solo", "[solo]"},
+                                                         {"x,", "[x]"},
+                                                         {",,,", ""},
+                                                         {"", ""},
+                                                         {" ,a", "[,a]"},
+                                                         {" ,a,b", "[][a][b]"},
+                                                         {"a, ", "[a][]"},
+                                                         {" , ", "[,]"},
+                                                         {"  two words  ", "[two words]"},
+                                                         {"a,\tA ,a", "[a][A]"},
+                                                         {",, x ,, y ,,", "[x][][y]"}};
     for (const auto& [text, names] : cases) {
         CKeyWordList list;
         list.AddKeyWordsOfNote(text, 7);
