@@ -13,26 +13,18 @@
 #include "base/dat_files.h"
 #include "base/file_copy.h"
 #include "base/file_number.h"
+#include "support/read_world.h"
 
 namespace lore {
 namespace {
 
 class FileIo : public ::testing::Test {
 protected:
-    void SetUp() override {
-        folder_ = std::filesystem::temp_directory_path() / ("lore-io-" + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder_);
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-    std::string Content(const char* name) const {
-        std::string bytes;
-        ReadFile(folder_ / name, bytes);
-        return bytes;
-    }
+    std::string Content(const char* name) const { return BytesOf(folder_ / name); }
     size_t Entries() const {
-        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder_), {}));
+        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}));
     }
-    std::filesystem::path folder_;
+    TempFolder folder_;
 };
 
 TEST_F(FileIo, LeavesAFileAloneWhoseBytesWouldNotChange) {
@@ -120,7 +112,7 @@ TEST_F(FileIo, RemovesAFileAndSaysWhyItCouldNot) {
     EXPECT_TRUE(RemoveFile(folder_ / "file").Ok());
     EXPECT_EQ(Entries(), 0u);
     EXPECT_TRUE(RemoveFile(folder_ / "file").Ok()) << "what is gone is removed";
-    EXPECT_FALSE(RemoveFile(folder_).Ok());
+    EXPECT_FALSE(RemoveFile(folder_.Path()).Ok());
 }
 
 TEST_F(FileIo, GoesOnWhenSignalsComeBetween) {
@@ -156,14 +148,15 @@ TEST_F(FileIo, ListsFilesThatEndInDatInByteOrder) {
     std::filesystem::create_directory(folder_ / "folder.dat");
     std::filesystem::create_symlink("folder.dat", folder_ / "link to folder.dat");
     std::filesystem::create_symlink("b.dat", folder_ / "link.dat");
-    EXPECT_EQ(ListDatFiles(folder_), (std::vector<std::string>{".hidden.dat", "A.dat", "b.dat", "link.dat", "xdat"}));
+    EXPECT_EQ(ListDatFiles(folder_.Path()),
+              (std::vector<std::string>{".hidden.dat", "A.dat", "b.dat", "link.dat", "xdat"}));
     std::vector<std::string> names{"old"};
     EXPECT_TRUE(ReadDatFiles(folder_ / "none", names).Missing());
     EXPECT_TRUE(names.empty());
     EXPECT_EQ(ReadDatFiles(folder_ / std::string(300, 'x'), names).error, ENAMETOOLONG);
     std::string bytes;
     EXPECT_TRUE(ReadFile(folder_ / "none", bytes).Missing());
-    EXPECT_FALSE(ReadFile(folder_, bytes).Ok()) << "a folder is no file";
+    EXPECT_FALSE(ReadFile(folder_.Path(), bytes).Ok()) << "a folder is no file";
 }
 
 }  // namespace

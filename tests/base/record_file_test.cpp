@@ -10,10 +10,6 @@
 namespace lore {
 namespace {
 
-RecordReader Reader(std::string bytes) {
-    return RecordReader(std::move(bytes));
-}
-
 TEST(FixedInt, IsWrittenInSixteenCharacters) {
     const std::pair<int32_t, const char*> cases[] = {{0, "0000000000000000"},
                                                      {2112, "0000000000002112"},
@@ -24,7 +20,7 @@ TEST(FixedInt, IsWrittenInSixteenCharacters) {
         RecordWriter writer;
         WriteFixedInt(&writer, value);
         EXPECT_EQ(writer.Logical(), text);
-        RecordReader reader = Reader(text);
+        RecordReader reader(text);
         EXPECT_EQ(ReadFixedInt(&reader), value);
         EXPECT_FALSE(reader.RanOut());
     }
@@ -50,13 +46,13 @@ TEST(FixedInt, ReadsWhatStandsThereAsFarAsItIsANumber) {
                                                      {"+000000000000021", 21},
                                                      {"- 00000000000021", 0}};
     for (const auto& [bytes, value] : cases) {
-        RecordReader reader = Reader(bytes);
+        RecordReader reader(bytes);
         EXPECT_EQ(ReadFixedInt(&reader), value) << bytes;
     }
 }
 
 TEST(FixedInt, StopsBehindALineBreak) {
-    RecordReader reader = Reader("12\r\n0000000000000034");
+    RecordReader reader("12\r\n0000000000000034");
     EXPECT_EQ(ReadFixedInt(&reader), 12);
     EXPECT_EQ(ReadFixedInt(&reader), 34);
 }
@@ -71,7 +67,7 @@ TEST(FixedDouble, IsWrittenWithNineDecimals) {
         WriteFixedDouble(&writer, value);
         EXPECT_EQ(writer.Logical(), text);
     }
-    RecordReader reader = Reader("0000000011.560000000");
+    RecordReader reader("0000000011.560000000");
     EXPECT_EQ(ReadFixedDouble(&reader), kDataVersion);
     EXPECT_EQ(ReadFixedDouble(&reader), 0.0);
 }
@@ -109,7 +105,7 @@ TEST(CountedString, KeepsLaterFieldsInStep) {
 }
 
 TEST(CountedString, TakesOnlyItsLengthWhenThatIsNegative) {
-    RecordReader reader = Reader(
+    RecordReader reader(
         "-000000000000001"
         "0000000000000009");
     EXPECT_EQ(ReadCountedString(&reader), "");
@@ -117,7 +113,7 @@ TEST(CountedString, TakesOnlyItsLengthWhenThatIsNegative) {
 }
 
 TEST(CountedString, StopsAtTheEndOfTheFile) {
-    RecordReader reader = Reader("0000000400000000abc");
+    RecordReader reader("0000000400000000abc");
     EXPECT_EQ(ReadCountedString(&reader), "abc");
     EXPECT_TRUE(reader.RanOut());
     EXPECT_EQ(ReadCountedString(&reader), "");
@@ -215,7 +211,7 @@ TEST(DateField, WritesTheThreeStatuses) {
 }
 
 TEST(TextLine, ComesInPiecesOf1999Bytes) {
-    RecordReader reader = Reader("first  \r\n" + std::string(2500, 'x') + "\r\n\r\nlast");
+    RecordReader reader("first  \r\n" + std::string(2500, 'x') + "\r\n\r\nlast");
     std::string line;
     std::vector<size_t> lengths;
     while (ReadTextLine(&reader, line))
@@ -224,7 +220,7 @@ TEST(TextLine, ComesInPiecesOf1999Bytes) {
 }
 
 TEST(LongListFile, FillsUpWithZerosAtTheEnd) {
-    RecordReader reader = Reader(
+    RecordReader reader(
         "0000000000000003"
         "0000000000000008");
     LongList list{9};
@@ -254,7 +250,7 @@ TEST(StoredBool, IsAnyNumberAboveZero) {
     WriteStoredBool(&writer, false);
     WriteFixedInt(&writer, -1);
     WriteFixedInt(&writer, 1);
-    RecordReader reader = Reader(writer.DiskBytes());
+    RecordReader reader(writer.DiskBytes());
     std::vector<bool> read;
     for (int i = 0; i < 5; ++i)
         read.push_back(ReadStoredBool(&reader));
@@ -262,14 +258,14 @@ TEST(StoredBool, IsAnyNumberAboveZero) {
 }
 
 TEST(LongListFile, HoldsGiantCountsToTheFile) {
-    RecordReader reader = Reader(
+    RecordReader reader(
         "0000002000000000"
         "0000000000000008");
     LongList list;
     ReadLongList(&reader, list);
     EXPECT_EQ(list.Count(), 1u + kMaxMadeUpEntries);
     LongList second;
-    RecordReader again = Reader("-000000000000005");
+    RecordReader again("-000000000000005");
     ReadLongList(&again, second);
     EXPECT_TRUE(second.IsEmpty());
 }

@@ -4,6 +4,7 @@ import hashlib
 import json
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -109,6 +110,32 @@ class CliTest(unittest.TestCase):
         self.assertEqual(done.returncode, status, f"{args}: {done.stdout}{done.stderr}")
         self.assertIn(says, done.stderr)
         return done
+
+
+class FreshTest(unittest.TestCase):
+    """A test that runs the command line on a data folder that isn't there yet."""
+    cli = None
+
+    def setUp(self):
+        self.top = pathlib.Path(tempfile.mkdtemp(prefix="lore-fresh-"))
+        self.addCleanup(shutil.rmtree, self.top, ignore_errors=True)
+        self.data = self.top / "data"
+
+    def run_cli(self, *args, status=0):
+        done = subprocess.run([self.cli, "--data", self.data, *map(str, args)], capture_output=True, check=False)
+        self.assertEqual(done.returncode, status, (args, done.stderr))
+        return done
+
+    def json(self, *args):
+        return json.loads(self.run_cli("--json", *args).stdout)
+
+
+def main_fresh(usage):
+    """Runs the tests of the main module that need no world."""
+    if len(sys.argv) < 2:
+        sys.exit(usage)
+    FreshTest.cli = pathlib.Path(sys.argv.pop(1)).resolve()
+    unittest.main()
 
 
 def main(usage):

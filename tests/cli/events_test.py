@@ -3,17 +3,10 @@
 
 Usage: events_test.py LOREBINDER_CLI [unittest arguments]"""
 import fcntl
-import json
-import pathlib
 import shutil
-import subprocess
-import sys
-import tempfile
-import unittest
 
-from cli_world import number, text, version
+from cli_world import FreshTest, main_fresh, number, text, version
 
-CLI = str(pathlib.Path(sys.argv[1]).resolve())
 # Long after any day on which this runs: reminders are for what is to come.
 YEAR = "2049"
 
@@ -25,20 +18,7 @@ def event_bytes(ident, recurring, kind, start, end, last, patterns):
             text(ident) + text("") + text("Class") + text(""))
 
 
-class Events(unittest.TestCase):
-    def setUp(self):
-        self.top = pathlib.Path(tempfile.mkdtemp(prefix="lore-events-"))
-        self.addCleanup(shutil.rmtree, self.top, ignore_errors=True)
-        self.data = self.top / "data"
-
-    def run_cli(self, *args, status=0):
-        done = subprocess.run([CLI, "--data", self.data, *map(str, args)], capture_output=True, check=False)
-        self.assertEqual(done.returncode, status, (args, done.stderr))
-        return done
-
-    def json(self, *args):
-        return json.loads(self.run_cli("--json", *args).stdout)
-
+class Events(FreshTest):
     def lines(self):
         return [f'{e["Start"][5:16]} {e["Label"]}' for e in sorted(self.json("events"), key=lambda e: e["Start"])]
 
@@ -225,4 +205,4 @@ class Events(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
+    main_fresh(__doc__)

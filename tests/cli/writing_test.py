@@ -4,22 +4,11 @@
 Usage: writing_test.py LOREBINDER_CLI [unittest arguments]"""
 import fcntl
 import json
-import pathlib
-import shutil
-import subprocess
-import sys
-import tempfile
-import unittest
 
-CLI = str(pathlib.Path(sys.argv[1]).resolve())
+from cli_world import FreshTest, main_fresh
 
 
-class Writing(unittest.TestCase):
-    def setUp(self):
-        self.top = pathlib.Path(tempfile.mkdtemp(prefix="lore-writing-"))
-        self.addCleanup(shutil.rmtree, self.top, ignore_errors=True)
-        self.data = self.top / "data"
-
+class Writing(FreshTest):
     @property
     def book(self):
         return self.data / "Data Files" / "Databases" / "_LBMAIN_"
@@ -28,14 +17,6 @@ class Writing(unittest.TestCase):
         path = self.top / name
         path.write_bytes(content if isinstance(content, bytes) else content.encode())
         return path
-
-    def run_cli(self, *args, status=0):
-        done = subprocess.run([CLI, "--data", self.data, *map(str, args)], capture_output=True, check=False)
-        self.assertEqual(done.returncode, status, (args, done.stderr))
-        return done
-
-    def json(self, *args):
-        return json.loads(self.run_cli("--json", *args).stdout)
 
     def add(self, text="A note", *args):
         return self.json("add", self.file("note.txt", text), *args)[0]
@@ -223,4 +204,4 @@ class Writing(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
+    main_fresh(__doc__)

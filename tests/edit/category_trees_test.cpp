@@ -1,7 +1,6 @@
 #include "edit/category_trees.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <random>
 
 #include "classify/category_edit.h"

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <algorithm>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 

@@ -1,8 +1,6 @@
 #include "notebooks/data_upgrade.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "classify/category_list.h"
 #include "notes/note_builder.h"

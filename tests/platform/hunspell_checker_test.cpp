@@ -1,47 +1,30 @@
 #include "platform/hunspell_checker.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
-#include <unistd.h>
 
-#include "base/file_io.h"
+#include "support/read_world.h"
+#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
 
-namespace fs = std::filesystem;
-
-class Faults : public FaultNotice {
-public:
-    void Tell(const Fault& fault) override { told.push_back(fault.what); }
-    std::vector<std::string> told;
-};
-
 /// Two small dictionaries, one of them in the bytes of Western Europe.
 class HunspellChecking : public ::testing::Test {
 protected:
-    void SetUp() override {
-        folder_ = fs::temp_directory_path() / ("lore-spell-" + std::to_string(::getpid()));
-        fs::create_directories(folder_);
+    HunspellChecking() {
         Write("aa_AA.aff", "SET UTF-8\nTRY esianrtolcdugmphbyfvkwz\nWORDCHARS '\n");
         Write("aa_AA.dic", "4\nkeeper\nlamp\ndon't\nna\xc3\xafve\n");
         Write("de_DE.aff", "SET ISO8859-1\nTRY esianrtolcdugmphbyfvkwz\xfc\n");
         Write("de_DE.dic", "2\nT\xfcr\nT\xfcren\n");
         Write("hyph_aa.dic", "UTF-8\n");
     }
-    void TearDown() override {
-        std::error_code error;
-        fs::remove_all(folder_, error);
-    }
-    void Write(const std::string& name, const std::string& bytes) {
-        std::ofstream(folder_ / name, std::ios::binary) << bytes;
-    }
+    void Write(const std::string& name, const std::string& bytes) { PutBytes(folder_ / name, bytes); }
     HunspellChecker Make() {
-        return HunspellChecker({folder_, "/no/such/folder"}, folder_ / "Lexicons/user.txt", faults_);
+        return HunspellChecker({folder_.Path(), "/no/such/folder"}, folder_ / "Lexicons/user.txt", faults_);
     }
 
-    fs::path folder_;
-    Faults faults_;
+    TempFolder folder_;
+    NotedFaults faults_;
 };
 
 TEST_F(HunspellChecking, FindsThePairsOfFiles) {
@@ -58,19 +41,17 @@ TEST_F(HunspellChecking, JudgesWords) {
         const char* word;
         bool right;
     };
-    const Case cases[] = {
-        {"aa_AA", "keeper", true},
-        {"aa_AA", "Keeper", true},
-        {"aa_AA", "kepeer", false},
-        {"aa_AA", "don't", true},
-        {"aa_AA", "don\u2019t", true},
-        {"aa_AA", "na\u00efve", true},
-        {"aa_AA", "\u0444\u0430\u0440", true},
-        {"aa_AA", "\u706f\u5854", true},
-        {"de_DE", "T\u00fcr", true},
-        {"de_DE", "Tur", false},
-        {"de_DE", "\u03c6\u03b1\u03c1\u03bf\u03c2", true},
-    };
+    const Case cases[] = {{"aa_AA", "keeper", true},
+                          {"aa_AA", "Keeper", true},
+                          {"aa_AA", "kepeer", false},
+                          {"aa_AA", "don't", true},
+                          {"aa_AA", "don\u2019t", true},
+                          {"aa_AA", "na\u00efve", true},
+                          {"aa_AA", "\u0444\u0430\u0440", true},
+                          {"aa_AA", "\u706f\u5854", true},
+                          {"de_DE", "T\u00fcr", true},
+                          {"de_DE", "Tur", false},
+                          {"de_DE", "\u03c6\u03b1\u03c1\u03bf\u03c2", true}};
     HunspellChecker checker = Make();
     for (const Case& each : cases) {
         ASSERT_TRUE(checker.Select(each.language));
@@ -90,9 +71,7 @@ TEST_F(HunspellChecking, KeepsTheUsersWordsInAFile) {
         checker.Ignore("xyzzy");
         EXPECT_TRUE(checker.Check("xyzzy"));
     }
-    std::string bytes;
-    ASSERT_TRUE(ReadFile(folder_ / "Lexicons/user.txt", bytes).Ok());
-    EXPECT_EQ(bytes, "gallery\nFresnel\n");
+    EXPECT_EQ(BytesOf(folder_ / "Lexicons/user.txt"), "gallery\nFresnel\n");
     HunspellChecker again = Make();
     again.Select("de_DE");
     EXPECT_TRUE(again.Check("Gallery"));
@@ -112,9 +91,7 @@ TEST_F(HunspellChecking, OwnWordsThatGoLeaveTheWordsOfTheLanguage) {
     for (const char* word : {"lamp", "Fresnel", "xyzzy", "keeper"})
         EXPECT_TRUE(checker.Check(word)) << word;
     EXPECT_EQ(checker.Language(), "aa_AA");
-    std::string bytes;
-    ASSERT_TRUE(ReadFile(folder_ / "Lexicons/user.txt", bytes).Ok());
-    EXPECT_EQ(bytes, "Fresnel\n");
+    EXPECT_EQ(BytesOf(folder_ / "Lexicons/user.txt"), "Fresnel\n");
     EXPECT_TRUE(checker.SetUserWords({}));
     EXPECT_FALSE(checker.Check("Fresnel"));
 }
@@ -125,7 +102,8 @@ TEST_F(HunspellChecking, TellsWhenTheFileCannotBeWritten) {
     checker.Select("aa_AA");
     EXPECT_FALSE(checker.Add("gallery"));
     EXPECT_TRUE(checker.Check("gallery"));
-    EXPECT_THAT(faults_.told, ::testing::Contains("The user dictionary could not be written"));
+    ASSERT_FALSE(faults_.faults.empty());
+    EXPECT_EQ(faults_.faults.back().what, "The user dictionary could not be written");
 }
 
 }  // namespace

@@ -1,31 +1,27 @@
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <set>
 #include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "base/file_io.h"
 #include "platform/data_lock.h"
 #include "platform/ini_store.h"
 #include "platform/places.h"
 #include "platform/system_sources.h"
+#include "support/read_world.h"
 
 namespace lore {
 namespace {
 
 class Platform : public ::testing::Test {
 protected:
-    void SetUp() override { std::filesystem::create_directories(folder_); }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-    std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() / ("lore-platform-" + std::to_string(::getpid()));
+    TempFolder folder_;
 };
 
 TEST_F(Platform, SettingsComeBackFromTheIniFile) {
-    const std::filesystem::path file = folder_ / "sub" / "settings.ini";
+    const std::filesystem::path file = folder_ / "sub/settings.ini";
     {
         IniStore store(file);
         EXPECT_FALSE(store.Get("Options", "Email"));
@@ -44,11 +40,11 @@ TEST_F(Platform, SettingsOfAnotherProcessShowBehindAFlushAndStay) {
     IniStore store(folder_ / "s.ini");
     store.Set("Options", "ZoomLvl", "100");
     ASSERT_TRUE(store.Flush());
-    std::ofstream(folder_ / "s.ini") << "[Options]\nZoomLvl=100\nRunAgent=2112\n";
+    PutBytes(folder_ / "s.ini", "[Options]\nZoomLvl=100\nRunAgent=2112\n");
     EXPECT_TRUE(store.Flush());
     EXPECT_EQ(store.Get("Options", "RunAgent"), "2112");
     store.Set("Options", "ZoomLvl", "90");
-    std::ofstream(folder_ / "s.ini") << "[Options]\nZoomLvl=100\nRunAgent=0\nStartupAgent=2112\n";
+    PutBytes(folder_ / "s.ini", "[Options]\nZoomLvl=100\nRunAgent=0\nStartupAgent=2112\n");
     EXPECT_TRUE(store.Flush());
     EXPECT_EQ(store.Get("Options", "StartupAgent"), "2112");
     EXPECT_EQ(IniStore(folder_ / "s.ini").Get("Options", "ZoomLvl"), "90");
@@ -56,7 +52,7 @@ TEST_F(Platform, SettingsOfAnotherProcessShowBehindAFlushAndStay) {
 }
 
 TEST_F(Platform, ReadsSettingsThatWereWrittenByHand) {
-    std::ofstream(folder_ / "s.ini") << "[Options]\nFrameRect=1,2,3,4\nNoteSortID=703\nNickname=J\xC3\xB6rg\n";
+    PutBytes(folder_ / "s.ini", "[Options]\nFrameRect=1,2,3,4\nNoteSortID=703\nNickname=J\xC3\xB6rg\n");
     IniStore store(folder_ / "s.ini");
     EXPECT_EQ(store.Get("Options", "FrameRect"), "1,2,3,4");
     EXPECT_EQ(store.Get("Options", "NoteSortID"), "703");
@@ -68,17 +64,17 @@ TEST_F(Platform, ReadingSettingsCreatesNoFile) {
         IniStore store(folder_ / "none.ini");
         EXPECT_FALSE(store.Get("Options", "Email"));
     }
-    EXPECT_TRUE(std::filesystem::is_empty(folder_));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
 TEST_F(Platform, OneProcessHoldsTheDataFolder) {
     int error = 0;
-    auto lock = DataLock::Take(folder_, error);
+    auto lock = DataLock::Take(folder_.Path(), error);
     ASSERT_TRUE(lock);
-    EXPECT_FALSE(DataLock::Take(folder_, error));
+    EXPECT_FALSE(DataLock::Take(folder_.Path(), error));
     EXPECT_EQ(error, 0);
     lock.reset();
-    EXPECT_TRUE(DataLock::Take(folder_, error));
+    EXPECT_TRUE(DataLock::Take(folder_.Path(), error));
 }
 
 TEST_F(Platform, AKilledProcessGivesTheLockBack) {
@@ -87,7 +83,7 @@ TEST_F(Platform, AKilledProcessGivesTheLockBack) {
     const pid_t child = ::fork();
     if (child == 0) {
         int error = 0;
-        const auto lock = DataLock::Take(folder_, error);
+        const auto lock = DataLock::Take(folder_.Path(), error);
         [[maybe_unused]] const auto told = ::write(ready[1], lock ? "y" : "n", 1);
         ::pause();
         ::_exit(0);
@@ -96,10 +92,10 @@ TEST_F(Platform, AKilledProcessGivesTheLockBack) {
     ASSERT_EQ(::read(ready[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'y');
     int error = 0;
-    EXPECT_FALSE(DataLock::Take(folder_, error));
+    EXPECT_FALSE(DataLock::Take(folder_.Path(), error));
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
-    EXPECT_TRUE(DataLock::Take(folder_, error));
+    EXPECT_TRUE(DataLock::Take(folder_.Path(), error));
     ::close(ready[0]);
     ::close(ready[1]);
 }

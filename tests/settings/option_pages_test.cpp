@@ -1,7 +1,6 @@
 #include "settings/option_pages.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "settings/user_dictionary.h"
 #include "support/memory_store.h"
