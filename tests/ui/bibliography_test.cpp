@@ -34,129 +34,119 @@ private:
 private slots:
     void init() { OpenSample(); }
     void cleanup() { CloseWindow(); }
-    void a_double_click_moves_a_source_over_and_back();
-    void keys_move_several_sources();
-    void formatting_of_all_reaches_the_file_and_nothing_else();
-    void values_outside_return_to_the_limits();
-    void cancel_and_an_empty_choice_write_nothing();
-    void looks_good_data();
-    void looks_good();
-};
-
-void BibliographyTest::a_double_click_moves_a_source_over_and_back() {
-    InSelection([this](CSelectSourcesDlg& dialog) {
-        CSourcesListWnd* const available = List(dialog, "available");
-        CSourcesListWnd* const selected = List(dialog, "selected");
-        QCOMPARE(Count(dialog, "available"), All());
-        const int32_t id = At(available, 2).SourceID;
-        const QPoint third = available->visualRect(available->model()->index(2, 0)).center();
-        QTest::mouseClick(available->viewport(), Qt::LeftButton, {}, third);
-        QTest::mouseDClick(available->viewport(), Qt::LeftButton, {}, third);
-        QCOMPARE(Count(dialog, "available"), All() - 1);
-        QCOMPARE(At(selected, 0).SourceID, id);
-        const QPoint first = selected->visualRect(selected->model()->index(0, 0)).center();
-        QTest::mouseClick(selected->viewport(), Qt::LeftButton, {}, first);
-        QTest::mouseDClick(selected->viewport(), Qt::LeftButton, {}, first);
-        QCOMPARE(Count(dialog, "selected"), 0);
-        QCOMPARE(At(available, 2).SourceID, id);
-    });
-}
-
-void BibliographyTest::keys_move_several_sources() {
-    InSelection([this](CSelectSourcesDlg& dialog) {
-        CSourcesListWnd* const available = List(dialog, "available");
-        QTRY_VERIFY(available->hasFocus());
-        QTest::keyClick(available, Qt::Key_Down);
-        for (int i = 0; i < 3; ++i)
-            QTest::keyClick(available, Qt::Key_Return);
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(Count(dialog, "selected"), 3);
-        CSourcesListWnd* const selected = List(dialog, "selected");
-        selected->setFocus();
-        selected->SelectRow(0);
-        QTest::keyClick(selected, Qt::Key_Delete);
-        QCOMPARE(Count(dialog, "selected"), 2);
-        Click(dialog, "all");
-        QCOMPARE(Count(dialog, "available"), 0);
-        QVERIFY(!dialog.findChild<QPushButton*>("all")->isEnabled());
-        Click(dialog, "none");
-        QCOMPARE(Count(dialog, "available"), All());
-    });
-}
-
-void BibliographyTest::formatting_of_all_reaches_the_file_and_nothing_else() {
-    std::string before, after;
-    ReadFile(app_->NoteBook().paths.Sources(), before);
-    InSelection([](CSelectSourcesDlg& dialog) {
-        auto* const style = dialog.findChild<QComboBox*>("style");
-        QVERIFY(!style->isEnabled());
-        Click(dialog, "all");
-        Click(dialog, "common");
-        QVERIFY(style->isEnabled());
-        style->setCurrentText("APA Style");
-        dialog.findChild<QSpinBox*>("indent")->setValue(5);
-        QCOMPARE(At(List(dialog, "selected"), 0).FormatStyle, 9);
-        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(dialog.result(), 2112);
-    });
-    SourceList written;
-    bool whole = false;
-    QVERIFY(LoadBibliography(Bib(), MakeReadContext(clock_, guids_), written, whole).Ok() && whole);
-    QCOMPARE(static_cast<int>(written.Count()), All());
-    for (const CSource& source : written) {
-        QCOMPARE(source.FormatStyle, 9);
-        QCOMPARE(source.IndentSpaces, 5);
+    void a_double_click_moves_a_source_over_and_back() {
+        InSelection([this](CSelectSourcesDlg& dialog) {
+            CSourcesListWnd* const available = List(dialog, "available");
+            CSourcesListWnd* const selected = List(dialog, "selected");
+            QCOMPARE(Count(dialog, "available"), All());
+            const int32_t id = At(available, 2).SourceID;
+            const QPoint third = available->visualRect(available->model()->index(2, 0)).center();
+            QTest::mouseClick(available->viewport(), Qt::LeftButton, {}, third);
+            QTest::mouseDClick(available->viewport(), Qt::LeftButton, {}, third);
+            QCOMPARE(Count(dialog, "available"), All() - 1);
+            QCOMPARE(At(selected, 0).SourceID, id);
+            const QPoint first = selected->visualRect(selected->model()->index(0, 0)).center();
+            QTest::mouseClick(selected->viewport(), Qt::LeftButton, {}, first);
+            QTest::mouseDClick(selected->viewport(), Qt::LeftButton, {}, first);
+            QCOMPARE(Count(dialog, "selected"), 0);
+            QCOMPARE(At(available, 2).SourceID, id);
+        });
     }
-    ReadFile(app_->NoteBook().paths.Sources(), after);
-    QVERIFY(after == before);
-}
 
-void BibliographyTest::values_outside_return_to_the_limits() {
-    InSelection([](CSelectSourcesDlg& dialog) {
-        Click(dialog, "common");
-        const auto type = [&](const char* name, const QString& text) {
-            auto* const box = dialog.findChild<QSpinBox*>(name);
-            box->setFocus();
-            box->selectAll();
-            QTest::keyClicks(box, text);
-            return box->value();
-        };
-        QCOMPARE(type("indent", "11"), 10);
-        QCOMPARE(type("indent", "0"), 0);
-        QCOMPARE(type("authors", "0"), 1);
-        QCOMPARE(type("authors", "16"), 15);
-    });
-}
+    void keys_move_several_sources() {
+        InSelection([this](CSelectSourcesDlg& dialog) {
+            CSourcesListWnd* const available = List(dialog, "available");
+            QTRY_VERIFY(available->hasFocus());
+            QTest::keyClick(available, Qt::Key_Down);
+            for (int i = 0; i < 3; ++i)
+                QTest::keyClick(available, Qt::Key_Return);
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(Count(dialog, "selected"), 3);
+            CSourcesListWnd* const selected = List(dialog, "selected");
+            selected->setFocus();
+            selected->SelectRow(0);
+            QTest::keyClick(selected, Qt::Key_Delete);
+            QCOMPARE(Count(dialog, "selected"), 2);
+            Click(dialog, "all");
+            QCOMPARE(Count(dialog, "available"), 0);
+            QVERIFY(!dialog.findChild<QPushButton*>("all")->isEnabled());
+            Click(dialog, "none");
+            QCOMPARE(Count(dialog, "available"), All());
+        });
+    }
 
-void BibliographyTest::cancel_and_an_empty_choice_write_nothing() {
-    InSelection([](CSelectSourcesDlg& dialog) {
-        Click(dialog, "all");
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(!dialog.isVisible());
-    });
-    QVERIFY(!std::filesystem::exists(Bib()));
-    InSelection([](CSelectSourcesDlg& dialog) { Click(dialog, "save"); });
-    QVERIFY(!std::filesystem::exists(Bib()));
-}
+    void formatting_of_all_reaches_the_file_and_nothing_else() {
+        std::string before, after;
+        ReadFile(app_->NoteBook().paths.Sources(), before);
+        InSelection([](CSelectSourcesDlg& dialog) {
+            auto* const style = dialog.findChild<QComboBox*>("style");
+            QVERIFY(!style->isEnabled());
+            Click(dialog, "all");
+            Click(dialog, "common");
+            QVERIFY(style->isEnabled());
+            style->setCurrentText("APA Style");
+            dialog.findChild<QSpinBox*>("indent")->setValue(5);
+            QCOMPARE(At(List(dialog, "selected"), 0).FormatStyle, 9);
+            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            QCOMPARE(dialog.result(), 2112);
+        });
+        SourceList written;
+        bool whole = false;
+        QVERIFY(LoadBibliography(Bib(), MakeReadContext(clock_, guids_), written, whole).Ok() && whole);
+        QCOMPARE(static_cast<int>(written.Count()), All());
+        for (const CSource& source : written) {
+            QCOMPARE(source.FormatStyle, 9);
+            QCOMPARE(source.IndentSpaces, 5);
+        }
+        ReadFile(app_->NoteBook().paths.Sources(), after);
+        QVERIFY(after == before);
+    }
 
-void BibliographyTest::looks_good_data() {
-    AddLooks();
-}
+    void values_outside_return_to_the_limits() {
+        InSelection([](CSelectSourcesDlg& dialog) {
+            Click(dialog, "common");
+            const auto type = [&](const char* name, const QString& text) {
+                auto* const box = dialog.findChild<QSpinBox*>(name);
+                box->setFocus();
+                box->selectAll();
+                QTest::keyClicks(box, text);
+                return box->value();
+            };
+            QCOMPARE(type("indent", "11"), 10);
+            QCOMPARE(type("indent", "0"), 0);
+            QCOMPARE(type("authors", "0"), 1);
+            QCOMPARE(type("authors", "16"), 15);
+        });
+    }
 
-void BibliographyTest::looks_good() {
-    const QString end = "-" + SetLook();
-    InSelection([&](CSelectSourcesDlg& dialog) {
-        Shoot(dialog, "bibliography-begin" + end);
-        CSourcesListWnd* const available = List(dialog, "available");
-        available->SelectRow(1);
-        for (int i = 0; i < 6; ++i)
-            Click(dialog, "add");
-        Click(dialog, "common");
-        List(dialog, "selected")->SelectRow(2);
-        List(dialog, "selected")->setFocus();
-        Shoot(dialog, "bibliography" + end);
-    });
-}
+    void cancel_and_an_empty_choice_write_nothing() {
+        InSelection([](CSelectSourcesDlg& dialog) {
+            Click(dialog, "all");
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+            QVERIFY(!dialog.isVisible());
+        });
+        QVERIFY(!std::filesystem::exists(Bib()));
+        InSelection([](CSelectSourcesDlg& dialog) { Click(dialog, "save"); });
+        QVERIFY(!std::filesystem::exists(Bib()));
+    }
+
+    void looks_good_data() { AddLooks(); }
+
+    void looks_good() {
+        const QString end = "-" + SetLook();
+        InSelection([&](CSelectSourcesDlg& dialog) {
+            Shoot(dialog, "bibliography-begin" + end);
+            CSourcesListWnd* const available = List(dialog, "available");
+            available->SelectRow(1);
+            for (int i = 0; i < 6; ++i)
+                Click(dialog, "add");
+            Click(dialog, "common");
+            List(dialog, "selected")->SelectRow(2);
+            List(dialog, "selected")->setFocus();
+            Shoot(dialog, "bibliography" + end);
+        });
+    }
+};
 
 }  // namespace lore
 

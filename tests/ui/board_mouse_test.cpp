@@ -7,170 +7,161 @@ class BoardMouseTest : public BoardWindowTest {
     Q_OBJECT
 
 private slots:
-    void SelectsAndOpensByMouse();
-    void DragsACardFromThirtyPixelsOn();
-    void DoesNotDragASingleNote();
-    void PictureButtonsAskForTheirCommand();
-    void MenuHoldsTheEntriesOfWhatIsUnderTheMouse();
+    void SelectsAndOpensByMouse() {
+        for (int i = 0; i < 4; ++i)
+            board_->AddText("Note");
+        Show();
+        QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
+        QSignalSpy edit(view_.get(), &BoardView::EditRequested);
+        QSignalSpy remove(view_.get(), &BoardView::RemoveRequested);
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, Middle(2));
+        QCOMPARE(view_->FocusNote(), 3);
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, Middle(2));
+        QCOMPARE(selected.count(), 1);
+        QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, Middle(1));
+        QCOMPARE(edit.count(), 1);
+        QCOMPARE(edit[0][0].toInt(), 2);
+        const QRect card = view_->CardRect(3);
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-18, 24));
+        QCOMPARE(remove.count(), 1);
+        QCOMPARE(remove[0][0].toInt(), 4);
+        QSignalSpy erase(view_.get(), &BoardView::DeleteRequested);
+        QTest::mouseMove(view_->viewport(), card.topRight() + QPoint(-66, 24));
+        TakeShot(*view_, QStringLiteral("board-hover"));
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-42, 24));
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-66, 24));
+        QCOMPARE(erase.count(), 1);
+        QCOMPARE(erase[0][0].toInt(), 4);
+        QCOMPARE(edit.count(), 2);
+        QCOMPARE(edit[1][0].toInt(), 4);
+    }
+
+    void DragsACardFromThirtyPixelsOn() {
+        for (int i = 0; i < 5; ++i)
+            board_->AddText("Note");
+        Show();
+        QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
+        const auto drag = [this](const QPoint& from, const QPoint& to) {
+            QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, from);
+            for (const QPoint& point : {from + (to - from) / 2, to}) {
+                QMouseEvent move(QEvent::MouseMove, point, view_->viewport()->mapToGlobal(point), Qt::NoButton,
+                                 Qt::LeftButton, {});
+                QApplication::sendEvent(view_->viewport(), &move);
+            }
+        };
+        drag(Spot(0), Spot(0) + QPoint(0, 29));
+        QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Spot(0) + QPoint(0, 29));
+        QCOMPARE(moved.count(), 0);
+        drag(Spot(0), Middle(2));
+        TakeShot(*view_, QStringLiteral("board-drag"));
+        QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(2));
+        QCOMPARE(moved.count(), 1);
+        QCOMPARE(moved[0][0].toInt(), 1);
+        QCOMPARE(moved[0][1].toInt(), 3);
+        drag(Spot(3), Middle(1));
+        QTest::keyClick(view_.get(), Qt::Key_Escape);
+        QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(1));
+        QCOMPARE(moved.count(), 1);
+        // At the lower edge the list scrolls along.
+        for (int i = 0; i < 60; ++i)
+            board_->AddText("More");
+        view_->Rebuild();
+        drag(Spot(1), QPoint(Spot(1).x(), view_->viewport()->height() + 40));
+        QTRY_VERIFY(view_->VisibleRows().first >= 3);
+        QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(10, 10000));
+        QCOMPARE(moved.count(), 2);
+        QCOMPARE(moved[1][0].toInt(), 2);
+        QVERIFY(moved[1][1].toInt() > 6);
+    }
+
+    void DoesNotDragASingleNote() {
+        board_->AddText("Alone");
+        Show();
+        QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
+        QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, Spot(0));
+        QMouseEvent move(QEvent::MouseMove, QPoint(300, 400), QPoint(300, 400), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(view_->viewport(), &move);
+        QVERIFY(view_->viewport()->cursor().shape() != Qt::ClosedHandCursor);
+        QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(300, 400));
+        QCOMPARE(moved.count(), 0);
+    }
+
+    void PictureButtonsAskForTheirCommand() {
+        CNote& note = board_->AddText("With a picture");
+        board_->AttachPicture(note, "Tower", 400, 200);
+        board_->AttachPicture(note, "Panorama", 3000, 300);
+        note.attachments[0].zoom = 0.5;
+        note.attachments[0].shift = -5000;
+        Show(1000, 1200);
+        QSignalSpy command(view_.get(), &BoardView::PictureCommandRequested);
+        const QRect picture = view_->AttachmentRect(0, 0);
+        QCOMPARE(picture.size(), QSize(200, 100));
+        QCOMPARE(picture.left(), view_->CardRect(0).left() + 21);
+        // A picture that is wider than the card is brought down to it.
+        QCOMPARE(view_->AttachmentRect(0, 1).width(), view_->CardRect(0).width() - 42);
+        // The buttons stand above the picture at the right.
+        const int right = view_->CardRect(0).right() - 21;
+        const PictureCommand expected[] = {PictureCommand::ZoomIn, PictureCommand::ZoomOut, PictureCommand::ShiftLeft,
+                                           PictureCommand::ShiftRight, PictureCommand::Restore};
+        for (int i = 0; i < 5; ++i) {
+            const QPoint at(right - 12 - 24 * (4 - i), picture.top() - 16);
+            if (i % 2 == 0)
+                QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, at);
+            else
+                PressTwice(at);
+            QVERIFY(command.count() > 0);
+            const QList<QVariant> last = command.last();
+            QCOMPARE(last[1].toInt(), 0);
+            QCOMPARE(last[2].value<PictureCommand>(), expected[i]);
+            const auto room = last[3].value<PictureRoom>();
+            QCOMPARE(room.width, 400);
+            QCOMPARE(room.cardWidth, view_->CardRect(0).width() - 42);
+        }
+    }
+
+    void MenuHoldsTheEntriesOfWhatIsUnderTheMouse() {
+        CNote& note = board_->AddText("With everything");
+        board_->AttachPicture(note, "Tower", 400, 200);
+        board_->AttachFile(note, "Letter", 3, 10);
+        note.attachments.emplace_back();
+        note.attachments.back().type = 12;
+        note.attachments.back().sourceFile = "https://example.org";
+        board_->AttachPicture(note, "Hidden", 40, 20);
+        note.attachments.back().show = false;
+        Show(1000, 1200);
+        const auto at = [this](int attachment) { return view_->AttachmentRect(0, attachment).center(); };
+        QCOMPARE(MenuAt(at(0)),
+                 QStringList({"Zoom In", "Zoom Out", "Shift Left", "Shift Right", "Restore", "Extract Attachment"}));
+        QCOMPARE(MenuAt(at(1)), QStringList({"Open Attachment", "Extract Attachment"}));
+        QCOMPARE(MenuAt(at(2)), QStringList({"Open Link"}));
+        QCOMPARE(MenuAt(at(3)), QStringList({"Open Attachment", "Extract Attachment"}));
+        QCOMPARE(MenuAt(Spot(0)), QStringList({"Remove From Current List"}));
+        QCOMPARE(MenuAt(QPoint(500, 1190)), QStringList());
+        QSignalSpy open(view_.get(), &BoardView::OpenRequested);
+        QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, at(2));
+        QCOMPARE(open.count(), 1);
+        QCOMPARE(open[0][1].toInt(), 2);
+    }
 
 private:
-    void PressTwice(const QPoint& point);
-    QStringList MenuAt(const QPoint& point);
-};
-
-void BoardMouseTest::SelectsAndOpensByMouse() {
-    for (int i = 0; i < 4; ++i)
-        board_->AddText("Note");
-    Show();
-    QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
-    QSignalSpy edit(view_.get(), &BoardView::EditRequested);
-    QSignalSpy remove(view_.get(), &BoardView::RemoveRequested);
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, Middle(2));
-    QCOMPARE(view_->FocusNote(), 3);
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, Middle(2));
-    QCOMPARE(selected.count(), 1);
-    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, Middle(1));
-    QCOMPARE(edit.count(), 1);
-    QCOMPARE(edit[0][0].toInt(), 2);
-    const QRect card = view_->CardRect(3);
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-18, 24));
-    QCOMPARE(remove.count(), 1);
-    QCOMPARE(remove[0][0].toInt(), 4);
-    QSignalSpy erase(view_.get(), &BoardView::DeleteRequested);
-    QTest::mouseMove(view_->viewport(), card.topRight() + QPoint(-66, 24));
-    TakeShot(*view_, QStringLiteral("board-hover"));
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-42, 24));
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, card.topRight() + QPoint(-66, 24));
-    QCOMPARE(erase.count(), 1);
-    QCOMPARE(erase[0][0].toInt(), 4);
-    QCOMPARE(edit.count(), 2);
-    QCOMPARE(edit[1][0].toInt(), 4);
-}
-
-void BoardMouseTest::DragsACardFromThirtyPixelsOn() {
-    for (int i = 0; i < 5; ++i)
-        board_->AddText("Note");
-    Show();
-    QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
-    const auto drag = [this](const QPoint& from, const QPoint& to) {
-        QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, from);
-        for (const QPoint& point : {from + (to - from) / 2, to}) {
-            QMouseEvent move(QEvent::MouseMove, point, view_->viewport()->mapToGlobal(point), Qt::NoButton,
-                             Qt::LeftButton, {});
-            QApplication::sendEvent(view_->viewport(), &move);
-        }
-    };
-    drag(Spot(0), Spot(0) + QPoint(0, 29));
-    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Spot(0) + QPoint(0, 29));
-    QCOMPARE(moved.count(), 0);
-    drag(Spot(0), Middle(2));
-    TakeShot(*view_, QStringLiteral("board-drag"));
-    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(2));
-    QCOMPARE(moved.count(), 1);
-    QCOMPARE(moved[0][0].toInt(), 1);
-    QCOMPARE(moved[0][1].toInt(), 3);
-    drag(Spot(3), Middle(1));
-    QTest::keyClick(view_.get(), Qt::Key_Escape);
-    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(1));
-    QCOMPARE(moved.count(), 1);
-    // At the lower edge the list scrolls along.
-    for (int i = 0; i < 60; ++i)
-        board_->AddText("More");
-    view_->Rebuild();
-    drag(Spot(1), QPoint(Spot(1).x(), view_->viewport()->height() + 40));
-    QTRY_VERIFY(view_->VisibleRows().first >= 3);
-    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(10, 10000));
-    QCOMPARE(moved.count(), 2);
-    QCOMPARE(moved[1][0].toInt(), 2);
-    QVERIFY(moved[1][1].toInt() > 6);
-}
-
-void BoardMouseTest::DoesNotDragASingleNote() {
-    board_->AddText("Alone");
-    Show();
-    QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
-    QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, Spot(0));
-    QMouseEvent move(QEvent::MouseMove, QPoint(300, 400), QPoint(300, 400), Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(view_->viewport(), &move);
-    QVERIFY(view_->viewport()->cursor().shape() != Qt::ClosedHandCursor);
-    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(300, 400));
-    QCOMPARE(moved.count(), 0);
-}
-
-void BoardMouseTest::PressTwice(const QPoint& point) {
-    QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, point);
-    QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, point);
-}
-
-void BoardMouseTest::PictureButtonsAskForTheirCommand() {
-    CNote& note = board_->AddText("With a picture");
-    board_->AttachPicture(note, "Tower", 400, 200);
-    board_->AttachPicture(note, "Panorama", 3000, 300);
-    note.attachments[0].zoom = 0.5;
-    note.attachments[0].shift = -5000;
-    Show(1000, 1200);
-    QSignalSpy command(view_.get(), &BoardView::PictureCommandRequested);
-    const QRect picture = view_->AttachmentRect(0, 0);
-    QCOMPARE(picture.size(), QSize(200, 100));
-    QCOMPARE(picture.left(), view_->CardRect(0).left() + 21);
-    // A picture that is wider than the card is brought down to it.
-    QCOMPARE(view_->AttachmentRect(0, 1).width(), view_->CardRect(0).width() - 42);
-    // The buttons stand above the picture at the right.
-    const int right = view_->CardRect(0).right() - 21;
-    const PictureCommand expected[] = {PictureCommand::ZoomIn, PictureCommand::ZoomOut, PictureCommand::ShiftLeft,
-                                       PictureCommand::ShiftRight, PictureCommand::Restore};
-    for (int i = 0; i < 5; ++i) {
-        const QPoint at(right - 12 - 24 * (4 - i), picture.top() - 16);
-        if (i % 2 == 0)
-            QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, at);
-        else
-            PressTwice(at);
-        QVERIFY(command.count() > 0);
-        const QList<QVariant> last = command.last();
-        QCOMPARE(last[1].toInt(), 0);
-        QCOMPARE(last[2].value<PictureCommand>(), expected[i]);
-        const auto room = last[3].value<PictureRoom>();
-        QCOMPARE(room.width, 400);
-        QCOMPARE(room.cardWidth, view_->CardRect(0).width() - 42);
+    void PressTwice(const QPoint& point) {
+        QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, point);
+        QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, point);
     }
-}
 
-QStringList BoardMouseTest::MenuAt(const QPoint& point) {
-    QContextMenuEvent event(QContextMenuEvent::Mouse, point, view_->viewport()->mapToGlobal(point));
-    QApplication::sendEvent(view_->viewport(), &event);
-    QStringList texts;
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    for (const QAction* action : menu ? menu->actions() : QList<QAction*>())
-        if (!action->isSeparator())
-            texts.append(action->text());
-    if (menu)
-        menu->close();
-    return texts;
-}
-
-void BoardMouseTest::MenuHoldsTheEntriesOfWhatIsUnderTheMouse() {
-    CNote& note = board_->AddText("With everything");
-    board_->AttachPicture(note, "Tower", 400, 200);
-    board_->AttachFile(note, "Letter", 3, 10);
-    note.attachments.emplace_back();
-    note.attachments.back().type = 12;
-    note.attachments.back().sourceFile = "https://example.org";
-    board_->AttachPicture(note, "Hidden", 40, 20);
-    note.attachments.back().show = false;
-    Show(1000, 1200);
-    const auto at = [this](int attachment) { return view_->AttachmentRect(0, attachment).center(); };
-    QCOMPARE(MenuAt(at(0)),
-             QStringList({"Zoom In", "Zoom Out", "Shift Left", "Shift Right", "Restore", "Extract Attachment"}));
-    QCOMPARE(MenuAt(at(1)), QStringList({"Open Attachment", "Extract Attachment"}));
-    QCOMPARE(MenuAt(at(2)), QStringList({"Open Link"}));
-    QCOMPARE(MenuAt(at(3)), QStringList({"Open Attachment", "Extract Attachment"}));
-    QCOMPARE(MenuAt(Spot(0)), QStringList({"Remove From Current List"}));
-    QCOMPARE(MenuAt(QPoint(500, 1190)), QStringList());
-    QSignalSpy open(view_.get(), &BoardView::OpenRequested);
-    QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, at(2));
-    QCOMPARE(open.count(), 1);
-    QCOMPARE(open[0][1].toInt(), 2);
-}
+    QStringList MenuAt(const QPoint& point) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, point, view_->viewport()->mapToGlobal(point));
+        QApplication::sendEvent(view_->viewport(), &event);
+        QStringList texts;
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        for (const QAction* action : menu ? menu->actions() : QList<QAction*>())
+            if (!action->isSeparator())
+                texts.append(action->text());
+        if (menu)
+            menu->close();
+        return texts;
+    }
+};
 
 }  // namespace lore
 

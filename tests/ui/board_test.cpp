@@ -5,251 +5,6 @@
 
 namespace lore {
 
-class BoardTest : public BoardWindowTest {
-    Q_OBJECT
-
-private slots:
-    void ShowsCardsOfAllKinds_data();
-    void ShowsCardsOfAllKinds();
-    void ShowsTheFirstStepWhenTheListIsEmpty();
-    void StacksTheBlocksOfACardInTheChosenOrder();
-    void HidesSetsTwoAndThreeOnDemand();
-    void ScrollingMovesCardsByTheStepWhateverTheirHeights();
-    void LaysOutCardsAheadWhileNothingHappens();
-    void ReachesTheLastCardFromAnywhere();
-    void KeysMoveTheFocusThroughTheList();
-    void KeepsTheFocusNoteInPlaceWhenTheListChanges();
-    void TellsScreenReadersOfItsCards();
-    void OffersEveryCommandToTheKeyboard();
-    void ScrollsTwentyThousandNotesWithoutAHitch();
-};
-
-void BoardTest::ShowsCardsOfAllKinds_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<double>("zoom");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<double>("textSize");
-    QTest::newRow("board-light") << false << 1.0 << 1100 << 1.0;
-    QTest::newRow("board-dark") << true << 1.0 << 1100 << 1.0;
-    QTest::newRow("board-light-zoomed") << false << 2.0 << 1100 << 1.0;
-    QTest::newRow("board-light-narrow") << false << 1.0 << 420 << 1.0;
-    QTest::newRow("board-light-large-text") << false << 1.0 << 1100 << 2.0;
-    QTest::newRow("board-dark-top") << true << 1.25 << 900 << 1.0;
-}
-
-void BoardTest::ShowsCardsOfAllKinds() {
-    QFETCH(bool, dark);
-    QFETCH(double, zoom);
-    QFETCH(int, width);
-    QFETCH(double, textSize);
-    const QFont before = QApplication::font();
-    QFont font = before;
-    font.setPointSizeF(font.pointSizeF() * textSize);
-    QApplication::setFont(font);
-    theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
-    FillSampleBoard(*board_);
-    BoardOptions options;
-    options.zoom = zoom;
-    options.keyWordsOnTop = options.sourcesOnTop = width == 900;
-    view_->SetOptions(options);
-    Show(width, 2400);
-    view_->SetFocusNote(3);
-    QTest::mouseMove(view_->viewport(), Middle(1));
-    view_->FinishPictures();
-    const auto [first, end] = view_->VisibleRows();
-    QCOMPARE(first, 0);
-    QVERIFY(end >= 4 || zoom > 1.0 || width < 500);
-    TakeShot(*view_, QString::fromLatin1(QTest::currentDataTag()));
-    QApplication::setFont(before);
-    // Cards stand in the middle, one directly below the other, and are never wider than is readable.
-    for (int row = 0; row + 1 < end; ++row)
-        QCOMPARE(view_->CardRect(row).bottom() + 1, view_->CardRect(row + 1).top());
-    const QRect card = view_->CardRect(0);
-    QVERIFY(card.width() <= 900);
-    QVERIFY(std::abs(card.left() - (view_->viewport()->width() - 1 - card.right())) <= 1);
-}
-
-void BoardTest::ShowsTheFirstStepWhenTheListIsEmpty() {
-    view_->SetEmptyState({tr("No notes in the list"),
-                          tr("Search the NoteBook, or choose a category, a source, a key word or a color at the left."),
-                          tr("Show all notes"),
-                          {}});
-    Show();
-    QSignalSpy step(view_.get(), &BoardView::FirstStepRequested);
-    for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
-        theme_->SetAppearance(appearance);
-        TakeShot(*view_, theme_->IsDark() ? QStringLiteral("board-empty-dark") : QStringLiteral("board-empty-light"));
-    }
-    auto* button = view_->findChild<QPushButton*>();
-    QVERIFY(button && button->isVisible());
-    QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(step.count(), 1);
-    QTest::keyClick(view_.get(), Qt::Key_End);
-    QCOMPARE(view_->FocusNote(), -1);
-    board_->AddText("The first note");
-    view_->Rebuild();
-    QVERIFY(!button->isVisible());
-}
-
-void BoardTest::StacksTheBlocksOfACardInTheChosenOrder() {
-    board_->AddText("");  // 17 pixels for a note that has nothing
-    CNote& words = board_->AddText("");
-    words.keyWords = ", ,reef,,";
-    board_->AddText("").keyWords = "   ";  // no key word at all
-    Show();
-    const int nothing = view_->CardRect(0).height();
-    QCOMPARE(nothing, 17);
-    QCOMPARE(view_->CardRect(1).height(), 17 + 32 + 8);
-    QCOMPARE(view_->CardRect(2).height(), 17);
-    BoardOptions options;
-    options.keyWordsOnTop = true;
-    options.zoom = 1.15;
-    view_->SetOptions(options);
-    QCOMPARE(view_->CardRect(1).height(), 17 + 36 + 8 + 17);
-    options.showKeyWords = false;
-    view_->SetOptions(options);
-    QCOMPARE(view_->CardRect(1).height(), 17);
-}
-
-void BoardTest::HidesSetsTwoAndThreeOnDemand() {
-    CNote& note = board_->AddText("Text");
-    note.categories[1] = PathOf({"Second"});
-    note.categories[2] = PathOf({"Third"});
-    board_->AddText("Text");
-    Show();
-    QVERIFY(view_->CardRect(0).height() > view_->CardRect(1).height() + 40);
-    BoardOptions options;
-    options.onlySetOne = true;
-    view_->SetOptions(options);
-    QCOMPARE(view_->CardRect(0).height(), view_->CardRect(1).height());
-}
-
-void BoardTest::ScrollingMovesCardsByTheStepWhateverTheirHeights() {
-    QRandomGenerator random(3);
-    for (int i = 0; i < 300; ++i)
-        board_->AddText(std::string(size_t(random.bounded(3000)), 'x') + std::string(size_t(random.bounded(30)), '\n'));
-    Show();
-    for (int step = 0; step < 120; ++step) {
-        const int delta = step < 60 || step % 3 == 0 ? -120 : 120;
-        const auto [first, end] = view_->VisibleRows();
-        const int before = view_->CardRect(end - 1).top();
-        Wheel(delta);
-        QCOMPARE(view_->CardRect(end - 1).top(), before + delta);
-        QVERIFY(view_->CardRect(view_->VisibleRows().first).top() <= 0);
-        Q_UNUSED(first);
-    }
-    // From a place that was never measured, upwards.
-    view_->SetFocusNote(250);
-    for (int step = 0; step < 60; ++step) {
-        const int row = view_->VisibleRows().first;
-        const int before = view_->CardRect(row).top();
-        Wheel(120);
-        QCOMPARE(view_->CardRect(row).top(), before + 120);
-    }
-}
-
-void BoardTest::LaysOutCardsAheadWhileNothingHappens() {
-    for (int i = 0; i < 200; ++i)
-        board_->AddText("One\n\n\n\n\nsix lines, which no count of letters tells");
-    Show();
-    const auto isMeasured = [this](int row) { return view_->CardRect(row).height() == view_->CardRect(0).height(); };
-    for (const int focus : {1, 100}) {
-        view_->SetFocusNote(focus);
-        const auto [first, end] = view_->VisibleRows();
-        QTRY_VERIFY(isMeasured(end) && isMeasured(end + 2));
-        QTRY_VERIFY(first == 0 || (isMeasured(first - 1) && isMeasured(first - 2)));
-        QVERIFY(!isMeasured(199));
-        QCOMPARE(view_->VisibleRows(), std::make_pair(first, end));
-    }
-    // Taking a note out right behind what is in sight leaves no row beyond the end.
-    board_->notes.resize(size_t(view_->VisibleRows().second));
-    view_->Rebuild();
-    QTest::qWait(20);
-    QVERIFY(view_->VisibleRows().second <= board_->Count());
-}
-
-void BoardTest::ReachesTheLastCardFromAnywhere() {
-    for (int i = 0; i < 500; ++i)
-        board_->AddText(std::string(size_t(i) * 7 % 1800, 'y'));
-    Show();
-    view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum());
-    QCOMPARE(view_->VisibleRows().second, 500);
-    QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
-    QCOMPARE(view_->verticalScrollBar()->value(), view_->verticalScrollBar()->maximum());
-    view_->verticalScrollBar()->setValue(0);
-    QCOMPARE(view_->CardRect(0).top(), 0);
-    QTest::keyClick(view_.get(), Qt::Key_End);
-    QCOMPARE(view_->FocusNote(), 500);
-    QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
-}
-
-void BoardTest::KeysMoveTheFocusThroughTheList() {
-    for (int i = 0; i < 50; ++i)
-        board_->AddText(i == 2 ? std::string(20000, 'z') : "Short");
-    Show();
-    const auto press = [this](Qt::Key key) {
-        QTest::keyClick(view_.get(), key);
-        return view_->FocusNote();
-    };
-    QCOMPARE(press(Qt::Key_Down), 1);
-    QCOMPARE(press(Qt::Key_Down), 2);
-    QCOMPARE(press(Qt::Key_Down), 3);
-    // The third card is higher than the board: the key scrolls through it before it goes on.
-    const int top = view_->CardRect(2).top();
-    QCOMPARE(press(Qt::Key_Down), 3);
-    QVERIFY(view_->CardRect(2).top() < top);
-    for (int i = 0; i < 100 && view_->FocusNote() == 3; ++i)
-        press(Qt::Key_Down);
-    QCOMPARE(view_->FocusNote(), 4);
-    QCOMPARE(press(Qt::Key_Home), 1);
-    QCOMPARE(press(Qt::Key_Up), 1);
-    for (int i = 0; i < 60; ++i)
-        press(Qt::Key_PageDown);
-    QCOMPARE(view_->FocusNote(), 50);
-    for (int i = 0; i < 60; ++i)
-        press(Qt::Key_PageUp);
-    QCOMPARE(view_->FocusNote(), 1);
-}
-
-void BoardTest::KeepsTheFocusNoteInPlaceWhenTheListChanges() {
-    for (int i = 0; i < 100; ++i)
-        board_->AddText(std::string(size_t(i % 7) * 400, 'w') + " note");
-    Show();
-    view_->SetFocusNote(60);
-    const int top = view_->CardRect(59).top();
-    std::reverse(board_->notes.begin(), board_->notes.end());
-    view_->Rebuild();
-    QCOMPARE(view_->FocusNote(), 60);
-    QCOMPARE(view_->CardRect(board_->RowOf(60)).top(), top);
-    QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
-    board_->notes.erase(board_->notes.begin() + board_->RowOf(60));
-    view_->Rebuild();
-    QCOMPARE(view_->FocusNote(), -1);
-    QCOMPARE(selected.count(), 1);
-}
-
-void BoardTest::TellsScreenReadersOfItsCards() {
-    FillSampleBoard(*board_);
-    Show();
-    view_->SetFocusNote(2);
-    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(view_.get());
-    QVERIFY(list);
-    QCOMPARE(list->role(), QAccessible::List);
-    QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Note board"));
-    QCOMPARE(list->childCount(), board_->Count());
-    QAccessibleInterface* card = list->child(1);
-    QCOMPARE(card->role(), QAccessible::ListItem);
-    QVERIFY(card->text(QAccessible::Name).startsWith(QStringLiteral("A picture, files")));
-    QVERIFY(card->text(QAccessible::Name).contains(QStringLiteral("Attachment: Waves.mp3")));
-    QVERIFY(card->state().selected);
-    QVERIFY(!list->child(0)->state().selected);
-    QVERIFY(list->child(0)->text(QAccessible::Name).contains(QStringLiteral("Category: Lighthouses, England")));
-    QCOMPARE(list->indexOfChild(card), 1);
-    QCOMPARE(list->focusChild(), card);
-    QTest::keyClick(view_.get(), Qt::Key_End);
-    QCOMPARE(list->indexOfChild(list->focusChild()), board_->Count() - 1);
-}
-
 void AddTexts(const QMenu& menu, QStringList& texts) {
     for (const QAction* const action : menu.actions()) {
         texts.append(action->text());
@@ -258,71 +13,308 @@ void AddTexts(const QMenu& menu, QStringList& texts) {
     }
 }
 
-void BoardTest::OffersEveryCommandToTheKeyboard() {
-    FillSampleBoard(*board_);
-    Show();
-    QList<BoardCommand> commands;
-    for (const BoardCommand command : NoteCommands(true))
-        commands.append(command);
-    view_->SetNoteCommands(commands);
-    view_->SetOtherNoteBooks({"Thesis & more"});
-    QStringList offered;
-    for (int row = 0; row < board_->Count(); ++row) {
-        view_->SetFocusNote(board_->NoteAt(row).id);
-        QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
-        QApplication::sendEvent(view_->viewport(), &ask);
-        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        QVERIFY(menu);
-        AddTexts(*menu, offered);
-        menu->close();
-    }
-    for (int i = 0; i <= int(BoardCommand::DeleteNote); ++i) {
-        const std::string_view text = BoardCommandText(BoardCommand(i));
-        QVERIFY2(offered.contains(QString::fromLatin1(text.data(), qsizetype(text.size()))), text.data());
-    }
-    QVERIFY(offered.contains("Thesis && more"));
-}
+class BoardTest : public BoardWindowTest {
+    Q_OBJECT
 
-void BoardTest::ScrollsTwentyThousandNotesWithoutAHitch() {
-    MemoryBoard sample;
-    FillSampleBoard(sample);
-    board_->sources = sample.sources;
-    std::string long5;
-    while (long5.size() < 5000)
-        long5 += "The keeper writes of wind and oil; ";
-    board_->notes.reserve(20000);
-    for (int i = 0; i < 20000; ++i) {
-        CNote note = sample.notes[size_t(i) % 3 * 2];
-        note.id = i + 1;
-        if (i % 4 == 1) {
-            note.rtfText.clear();
-            note.plainText = long5;
+private slots:
+    void ShowsCardsOfAllKinds_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<double>("zoom");
+        QTest::addColumn<int>("width");
+        QTest::addColumn<double>("textSize");
+        QTest::newRow("board-light") << false << 1.0 << 1100 << 1.0;
+        QTest::newRow("board-dark") << true << 1.0 << 1100 << 1.0;
+        QTest::newRow("board-light-zoomed") << false << 2.0 << 1100 << 1.0;
+        QTest::newRow("board-light-narrow") << false << 1.0 << 420 << 1.0;
+        QTest::newRow("board-light-large-text") << false << 1.0 << 1100 << 2.0;
+        QTest::newRow("board-dark-top") << true << 1.25 << 900 << 1.0;
+    }
+
+    void ShowsCardsOfAllKinds() {
+        QFETCH(bool, dark);
+        QFETCH(double, zoom);
+        QFETCH(int, width);
+        QFETCH(double, textSize);
+        const QFont before = QApplication::font();
+        QFont font = before;
+        font.setPointSizeF(font.pointSizeF() * textSize);
+        QApplication::setFont(font);
+        theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
+        FillSampleBoard(*board_);
+        BoardOptions options;
+        options.zoom = zoom;
+        options.keyWordsOnTop = options.sourcesOnTop = width == 900;
+        view_->SetOptions(options);
+        Show(width, 2400);
+        view_->SetFocusNote(3);
+        QTest::mouseMove(view_->viewport(), Middle(1));
+        view_->FinishPictures();
+        const auto [first, end] = view_->VisibleRows();
+        QCOMPARE(first, 0);
+        QVERIFY(end >= 4 || zoom > 1.0 || width < 500);
+        TakeShot(*view_, QString::fromLatin1(QTest::currentDataTag()));
+        QApplication::setFont(before);
+        // Cards stand in the middle, one directly below the other, and are never wider than is readable.
+        for (int row = 0; row + 1 < end; ++row)
+            QCOMPARE(view_->CardRect(row).bottom() + 1, view_->CardRect(row + 1).top());
+        const QRect card = view_->CardRect(0);
+        QVERIFY(card.width() <= 900);
+        QVERIFY(std::abs(card.left() - (view_->viewport()->width() - 1 - card.right())) <= 1);
+    }
+
+    void ShowsTheFirstStepWhenTheListIsEmpty() {
+        view_->SetEmptyState(
+            {tr("No notes in the list"),
+             tr("Search the NoteBook, or choose a category, a source, a key word or a color at the left."),
+             tr("Show all notes"),
+             {}});
+        Show();
+        QSignalSpy step(view_.get(), &BoardView::FirstStepRequested);
+        for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
+            theme_->SetAppearance(appearance);
+            TakeShot(*view_,
+                     theme_->IsDark() ? QStringLiteral("board-empty-dark") : QStringLiteral("board-empty-light"));
         }
-        board_->notes.push_back(std::move(note));
+        auto* button = view_->findChild<QPushButton*>();
+        QVERIFY(button && button->isVisible());
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(step.count(), 1);
+        QTest::keyClick(view_.get(), Qt::Key_End);
+        QCOMPARE(view_->FocusNote(), -1);
+        board_->AddText("The first note");
+        view_->Rebuild();
+        QVERIFY(!button->isVisible());
     }
-    QElapsedTimer timer;
-    timer.start();
-    Show(1200, 900);
-    qInfo("first frame of 20,000 notes: %.1f ms", double(timer.nsecsElapsed()) / 1e6);
-    double worst = 0, worstJump = 0, sum = 0;
-    constexpr int kFrames = 600;
-    for (int frame = 0; frame < kFrames; ++frame) {
-        timer.restart();
-        const bool jump = frame % 100 == 99;
-        if (jump)
-            view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum() / 600 * frame);
-        else
-            Wheel(-120);
-        view_->viewport()->repaint();
-        const double spent = double(timer.nsecsElapsed()) / 1e6;
-        double& record = jump ? worstJump : worst;
-        record = std::max(record, spent);
-        sum += spent;
-        QTest::qWait(8);  // what a screen of 60 pictures a second leaves at least
+
+    void StacksTheBlocksOfACardInTheChosenOrder() {
+        board_->AddText("");  // 17 pixels for a note that has nothing
+        CNote& words = board_->AddText("");
+        words.keyWords = ", ,reef,,";
+        board_->AddText("").keyWords = "   ";  // no key word at all
+        Show();
+        const int nothing = view_->CardRect(0).height();
+        QCOMPARE(nothing, 17);
+        QCOMPARE(view_->CardRect(1).height(), 17 + 32 + 8);
+        QCOMPARE(view_->CardRect(2).height(), 17);
+        BoardOptions options;
+        options.keyWordsOnTop = true;
+        options.zoom = 1.15;
+        view_->SetOptions(options);
+        QCOMPARE(view_->CardRect(1).height(), 17 + 36 + 8 + 17);
+        options.showKeyWords = false;
+        view_->SetOptions(options);
+        QCOMPARE(view_->CardRect(1).height(), 17);
     }
-    qInfo("scrolling: %.2f ms a frame, at worst %.2f ms, a jump to elsewhere %.2f ms", sum / kFrames, worst, worstJump);
-    QVERIFY2(sum / kFrames < 16.7, qPrintable(QString::number(sum / kFrames)));
-}
+
+    void HidesSetsTwoAndThreeOnDemand() {
+        CNote& note = board_->AddText("Text");
+        note.categories[1] = PathOf({"Second"});
+        note.categories[2] = PathOf({"Third"});
+        board_->AddText("Text");
+        Show();
+        QVERIFY(view_->CardRect(0).height() > view_->CardRect(1).height() + 40);
+        BoardOptions options;
+        options.onlySetOne = true;
+        view_->SetOptions(options);
+        QCOMPARE(view_->CardRect(0).height(), view_->CardRect(1).height());
+    }
+
+    void ScrollingMovesCardsByTheStepWhateverTheirHeights() {
+        QRandomGenerator random(3);
+        for (int i = 0; i < 300; ++i)
+            board_->AddText(std::string(size_t(random.bounded(3000)), 'x') +
+                            std::string(size_t(random.bounded(30)), '\n'));
+        Show();
+        for (int step = 0; step < 120; ++step) {
+            const int delta = step < 60 || step % 3 == 0 ? -120 : 120;
+            const auto [first, end] = view_->VisibleRows();
+            const int before = view_->CardRect(end - 1).top();
+            Wheel(delta);
+            QCOMPARE(view_->CardRect(end - 1).top(), before + delta);
+            QVERIFY(view_->CardRect(view_->VisibleRows().first).top() <= 0);
+            Q_UNUSED(first);
+        }
+        // From a place that was never measured, upwards.
+        view_->SetFocusNote(250);
+        for (int step = 0; step < 60; ++step) {
+            const int row = view_->VisibleRows().first;
+            const int before = view_->CardRect(row).top();
+            Wheel(120);
+            QCOMPARE(view_->CardRect(row).top(), before + 120);
+        }
+    }
+
+    void LaysOutCardsAheadWhileNothingHappens() {
+        for (int i = 0; i < 200; ++i)
+            board_->AddText("One\n\n\n\n\nsix lines, which no count of letters tells");
+        Show();
+        const auto isMeasured = [this](int row) {
+            return view_->CardRect(row).height() == view_->CardRect(0).height();
+        };
+        for (const int focus : {1, 100}) {
+            view_->SetFocusNote(focus);
+            const auto [first, end] = view_->VisibleRows();
+            QTRY_VERIFY(isMeasured(end) && isMeasured(end + 2));
+            QTRY_VERIFY(first == 0 || (isMeasured(first - 1) && isMeasured(first - 2)));
+            QVERIFY(!isMeasured(199));
+            QCOMPARE(view_->VisibleRows(), std::make_pair(first, end));
+        }
+        // Taking a note out right behind what is in sight leaves no row beyond the end.
+        board_->notes.resize(size_t(view_->VisibleRows().second));
+        view_->Rebuild();
+        QTest::qWait(20);
+        QVERIFY(view_->VisibleRows().second <= board_->Count());
+    }
+
+    void ReachesTheLastCardFromAnywhere() {
+        for (int i = 0; i < 500; ++i)
+            board_->AddText(std::string(size_t(i) * 7 % 1800, 'y'));
+        Show();
+        view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum());
+        QCOMPARE(view_->VisibleRows().second, 500);
+        QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
+        QCOMPARE(view_->verticalScrollBar()->value(), view_->verticalScrollBar()->maximum());
+        view_->verticalScrollBar()->setValue(0);
+        QCOMPARE(view_->CardRect(0).top(), 0);
+        QTest::keyClick(view_.get(), Qt::Key_End);
+        QCOMPARE(view_->FocusNote(), 500);
+        QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
+    }
+
+    void KeysMoveTheFocusThroughTheList() {
+        for (int i = 0; i < 50; ++i)
+            board_->AddText(i == 2 ? std::string(20000, 'z') : "Short");
+        Show();
+        const auto press = [this](Qt::Key key) {
+            QTest::keyClick(view_.get(), key);
+            return view_->FocusNote();
+        };
+        QCOMPARE(press(Qt::Key_Down), 1);
+        QCOMPARE(press(Qt::Key_Down), 2);
+        QCOMPARE(press(Qt::Key_Down), 3);
+        // The third card is higher than the board: the key scrolls through it before it goes on.
+        const int top = view_->CardRect(2).top();
+        QCOMPARE(press(Qt::Key_Down), 3);
+        QVERIFY(view_->CardRect(2).top() < top);
+        for (int i = 0; i < 100 && view_->FocusNote() == 3; ++i)
+            press(Qt::Key_Down);
+        QCOMPARE(view_->FocusNote(), 4);
+        QCOMPARE(press(Qt::Key_Home), 1);
+        QCOMPARE(press(Qt::Key_Up), 1);
+        for (int i = 0; i < 60; ++i)
+            press(Qt::Key_PageDown);
+        QCOMPARE(view_->FocusNote(), 50);
+        for (int i = 0; i < 60; ++i)
+            press(Qt::Key_PageUp);
+        QCOMPARE(view_->FocusNote(), 1);
+    }
+
+    void KeepsTheFocusNoteInPlaceWhenTheListChanges() {
+        for (int i = 0; i < 100; ++i)
+            board_->AddText(std::string(size_t(i % 7) * 400, 'w') + " note");
+        Show();
+        view_->SetFocusNote(60);
+        const int top = view_->CardRect(59).top();
+        std::reverse(board_->notes.begin(), board_->notes.end());
+        view_->Rebuild();
+        QCOMPARE(view_->FocusNote(), 60);
+        QCOMPARE(view_->CardRect(board_->RowOf(60)).top(), top);
+        QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
+        board_->notes.erase(board_->notes.begin() + board_->RowOf(60));
+        view_->Rebuild();
+        QCOMPARE(view_->FocusNote(), -1);
+        QCOMPARE(selected.count(), 1);
+    }
+
+    void TellsScreenReadersOfItsCards() {
+        FillSampleBoard(*board_);
+        Show();
+        view_->SetFocusNote(2);
+        QAccessibleInterface* list = QAccessible::queryAccessibleInterface(view_.get());
+        QVERIFY(list);
+        QCOMPARE(list->role(), QAccessible::List);
+        QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Note board"));
+        QCOMPARE(list->childCount(), board_->Count());
+        QAccessibleInterface* card = list->child(1);
+        QCOMPARE(card->role(), QAccessible::ListItem);
+        QVERIFY(card->text(QAccessible::Name).startsWith(QStringLiteral("A picture, files")));
+        QVERIFY(card->text(QAccessible::Name).contains(QStringLiteral("Attachment: Waves.mp3")));
+        QVERIFY(card->state().selected);
+        QVERIFY(!list->child(0)->state().selected);
+        QVERIFY(list->child(0)->text(QAccessible::Name).contains(QStringLiteral("Category: Lighthouses, England")));
+        QCOMPARE(list->indexOfChild(card), 1);
+        QCOMPARE(list->focusChild(), card);
+        QTest::keyClick(view_.get(), Qt::Key_End);
+        QCOMPARE(list->indexOfChild(list->focusChild()), board_->Count() - 1);
+    }
+
+    void OffersEveryCommandToTheKeyboard() {
+        FillSampleBoard(*board_);
+        Show();
+        QList<BoardCommand> commands;
+        for (const BoardCommand command : NoteCommands(true))
+            commands.append(command);
+        view_->SetNoteCommands(commands);
+        view_->SetOtherNoteBooks({"Thesis & more"});
+        QStringList offered;
+        for (int row = 0; row < board_->Count(); ++row) {
+            view_->SetFocusNote(board_->NoteAt(row).id);
+            QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+            QApplication::sendEvent(view_->viewport(), &ask);
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            AddTexts(*menu, offered);
+            menu->close();
+        }
+        for (int i = 0; i <= int(BoardCommand::DeleteNote); ++i) {
+            const std::string_view text = BoardCommandText(BoardCommand(i));
+            QVERIFY2(offered.contains(QString::fromLatin1(text.data(), qsizetype(text.size()))), text.data());
+        }
+        QVERIFY(offered.contains("Thesis && more"));
+    }
+
+    void ScrollsTwentyThousandNotesWithoutAHitch() {
+        MemoryBoard sample;
+        FillSampleBoard(sample);
+        board_->sources = sample.sources;
+        std::string long5;
+        while (long5.size() < 5000)
+            long5 += "The keeper writes of wind and oil; ";
+        board_->notes.reserve(20000);
+        for (int i = 0; i < 20000; ++i) {
+            CNote note = sample.notes[size_t(i) % 3 * 2];
+            note.id = i + 1;
+            if (i % 4 == 1) {
+                note.rtfText.clear();
+                note.plainText = long5;
+            }
+            board_->notes.push_back(std::move(note));
+        }
+        QElapsedTimer timer;
+        timer.start();
+        Show(1200, 900);
+        qInfo("first frame of 20,000 notes: %.1f ms", double(timer.nsecsElapsed()) / 1e6);
+        double worst = 0, worstJump = 0, sum = 0;
+        constexpr int kFrames = 600;
+        for (int frame = 0; frame < kFrames; ++frame) {
+            timer.restart();
+            const bool jump = frame % 100 == 99;
+            if (jump)
+                view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum() / 600 * frame);
+            else
+                Wheel(-120);
+            view_->viewport()->repaint();
+            const double spent = double(timer.nsecsElapsed()) / 1e6;
+            double& record = jump ? worstJump : worst;
+            record = std::max(record, spent);
+            sum += spent;
+            QTest::qWait(8);  // what a screen of 60 pictures a second leaves at least
+        }
+        qInfo("scrolling: %.2f ms a frame, at worst %.2f ms, a jump to elsewhere %.2f ms", sum / kFrames, worst,
+              worstJump);
+        QVERIFY2(sum / kFrames < 16.7, qPrintable(QString::number(sum / kFrames)));
+    }
+};
 
 }  // namespace lore
 

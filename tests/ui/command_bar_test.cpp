@@ -30,7 +30,30 @@ private:
         return bar.findChild<QListView*>("found")->model()->index(row, 0).data().toString();
     }
     void Trigger(const QString& menu, const QString& entry) { MenuEntry(*window_, entry, menu)->trigger(); }
-    static QByteArray Fetched(const QByteArray& reply, const std::string& path, UpdateReply& got);
+    static QByteArray Fetched(const QByteArray& reply, const std::string& path, UpdateReply& got) {
+        QTcpServer server;
+        QByteArray request;
+        server.listen(QHostAddress::LocalHost);
+        QObject::connect(&server, &QTcpServer::newConnection, &server, [&] {
+            QTcpSocket* const socket = server.nextPendingConnection();
+            QObject::connect(socket, &QTcpSocket::readyRead, socket, [&request, socket, reply] {
+                request += socket->readAll();
+                if (reply.isEmpty())
+                    return;
+                socket->write(reply);
+                socket->disconnectFromHost();
+            });
+        });
+        NetUpdateSource source(300);
+        bool done = false;
+        const std::string address = "http://127.0.0.1:" + std::to_string(server.serverPort()) + path;
+        source.Fetch(address, [&](const UpdateReply& answer) {
+            got = answer;
+            done = true;
+        });
+        [&] { QTRY_VERIFY_WITH_TIMEOUT(done, 5000); }();
+        return request;
+    }
 
 private slots:
     void init() {
@@ -38,303 +61,265 @@ private slots:
         Trigger("Notes", "Clear Current Notes");
     }
     void cleanup() { CloseWindow(); }
-    void commands_run_from_the_bar();
-    void categories_sources_and_key_words_bring_in_their_notes();
-    void notes_out_of_the_list_are_found_as_they_are_written();
-    void names_that_are_too_long_stand_whole_in_the_tool_tip();
-    void what_is_typed_can_be_searched_for();
-    void keys_go_through_what_was_found_and_close_the_bar();
-    void menus_stand_as_they_are_to();
-    void help_says_what_is_not_there();
-    void updates_come_from_the_net_or_tell_why_not();
-    void agent_starts_with_the_session_only_where_it_is();
-    void looks_good_data();
-    void looks_good();
-};
-
-void CommandBarTest::commands_run_from_the_bar() {
-    QCOMPARE(MenuEntry(*window_, "Command Bar...", "View")->shortcut(), QKeySequence("Ctrl+K"));
-    QCOMPARE(app_->List().Count(), size_t{0});
-    InBar([](CommandBar& bar, QLineEdit& field) {
-        QTest::keyClicks(&field, "show all");
-        QCOMPARE(Row(bar, 0), QStringLiteral("Show All Notes"));
-        QTest::keyClick(&field, Qt::Key_Return);
-    });
-    QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
-    InBar([](CommandBar& bar, QLineEdit& field) {
-        QTest::keyClicks(&field, "clrcur");
-        QCOMPARE(Row(bar, 0), QStringLiteral("Clear Current Notes"));
-        QTest::keyClick(&field, Qt::Key_Return);
-    });
-    QVERIFY(app_->List().IsEmpty());
-}
-
-void CommandBarTest::categories_sources_and_key_words_bring_in_their_notes() {
-    CommandFinder finder;
-    AddFindableThings(*app_, finder);
-    QSet<int> seen;
-    for (const FindableItem& item : finder.Items()) {
-        const LongList notes = NotesOfThing(*app_, item);
-        if (notes.Values().empty() || seen.contains(static_cast<int>(item.kind)))
-            continue;
-        seen.insert(static_cast<int>(item.kind));
-        Trigger("Notes", "Clear Current Notes");
-        InBar([&item](CommandBar& bar, QLineEdit& field) {
-            field.setText(QString::fromStdString(item.text));
-            auto* const list = bar.findChild<QListView*>("found");
-            for (int row = 0; row < list->model()->rowCount(); ++row) {
-                list->setCurrentIndex(list->model()->index(row, 0));
-                if (bar.Chosen().kind == item.kind && bar.Chosen().id == item.id)
-                    break;
-            }
-            QCOMPARE(bar.Chosen().id, item.id);
-            bar.accept();
-        });
-        QCOMPARE(app_->List().Count(), notes.Values().size());
-    }
-    const QSet<int> wanted{static_cast<int>(FoundKind::Category), static_cast<int>(FoundKind::Source),
-                           static_cast<int>(FoundKind::KeyWord), static_cast<int>(FoundKind::OtherNote)};
-    QCOMPARE(seen, wanted);
-}
-
-void CommandBarTest::notes_out_of_the_list_are_found_as_they_are_written() {
-    const auto gather = [this](const char* typed, FoundKind kind) {
-        InBar([typed, kind](CommandBar& bar, QLineEdit& field) {
-            QTest::keyClicks(&field, typed);
-            QCOMPARE(Row(bar, 0), QStringLiteral("About this NoteBook"));
-            QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(kind));
+    void commands_run_from_the_bar() {
+        QCOMPARE(MenuEntry(*window_, "Command Bar...", "View")->shortcut(), QKeySequence("Ctrl+K"));
+        QCOMPARE(app_->List().Count(), size_t{0});
+        InBar([](CommandBar& bar, QLineEdit& field) {
+            QTest::keyClicks(&field, "show all");
+            QCOMPARE(Row(bar, 0), QStringLiteral("Show All Notes"));
             QTest::keyClick(&field, Qt::Key_Return);
         });
-    };
-    gather("about this noteb", FoundKind::OtherNote);
-    QCOMPARE(app_->List().Count(), size_t{1});
-    const int32_t id = app_->List()[0].id;
-    QVERIFY(app_->List()[0].plainText.starts_with("About this NoteBook"));
-    QCOMPARE(window_->Board()->FocusNote(), id);
-    Trigger("Notes", "Show All Notes");
-    gather("ABOUT NOTEBOOK", FoundKind::Note);
-    QCOMPARE(window_->Board()->FocusNote(), id);
-    QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
-}
+        QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
+        InBar([](CommandBar& bar, QLineEdit& field) {
+            QTest::keyClicks(&field, "clrcur");
+            QCOMPARE(Row(bar, 0), QStringLiteral("Clear Current Notes"));
+            QTest::keyClick(&field, Qt::Key_Return);
+        });
+        QVERIFY(app_->List().IsEmpty());
+    }
 
-void CommandBarTest::names_that_are_too_long_stand_whole_in_the_tool_tip() {
-    CommandFinder finder;
-    const std::string name = "A name of <many> words " + std::string(300, 'w');
-    finder.Add({FoundKind::Note, name, "Note in the list", 1});
-    finder.Add({FoundKind::Note, "A name", "Note in the list", 2});
-    CommandBar bar(finder, {}, *theme_, window_.get());
-    bar.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bar));
-    auto* const list = bar.findChild<QListView*>("found");
-    const auto tipOf = [list](int row) {
-        QToolTip::hideText();
-        const QRect shown = list->visualRect(list->model()->index(row, 0));
-        const QPoint place(shown.left() + 40, shown.center().y());
-        QHelpEvent help(QEvent::ToolTip, place, list->viewport()->mapToGlobal(place));
-        QApplication::sendEvent(list->viewport(), &help);
-        return QToolTip::isVisible() ? QToolTip::text() : QString();
-    };
-    QCOMPARE(tipOf(1), QString());
-    QVERIFY2(tipOf(0).contains(QString::fromStdString(name).toHtmlEscaped()), qPrintable(tipOf(0)));
-    TakeShot(bar, "command-bar-long-name");
-    QToolTip::hideText();
-}
+    void categories_sources_and_key_words_bring_in_their_notes() {
+        CommandFinder finder;
+        AddFindableThings(*app_, finder);
+        QSet<int> seen;
+        for (const FindableItem& item : finder.Items()) {
+            const LongList notes = NotesOfThing(*app_, item);
+            if (notes.Values().empty() || seen.contains(static_cast<int>(item.kind)))
+                continue;
+            seen.insert(static_cast<int>(item.kind));
+            Trigger("Notes", "Clear Current Notes");
+            InBar([&item](CommandBar& bar, QLineEdit& field) {
+                field.setText(QString::fromStdString(item.text));
+                auto* const list = bar.findChild<QListView*>("found");
+                for (int row = 0; row < list->model()->rowCount(); ++row) {
+                    list->setCurrentIndex(list->model()->index(row, 0));
+                    if (bar.Chosen().kind == item.kind && bar.Chosen().id == item.id)
+                        break;
+                }
+                QCOMPARE(bar.Chosen().id, item.id);
+                bar.accept();
+            });
+            QCOMPARE(app_->List().Count(), notes.Values().size());
+        }
+        const QSet<int> wanted{static_cast<int>(FoundKind::Category), static_cast<int>(FoundKind::Source),
+                               static_cast<int>(FoundKind::KeyWord), static_cast<int>(FoundKind::OtherNote)};
+        QCOMPARE(seen, wanted);
+    }
 
-void CommandBarTest::what_is_typed_can_be_searched_for() {
-    InBar([](CommandBar& bar, QLineEdit& field) {
-        QTest::keyClicks(&field, "lamp");
-        QTest::keyClick(&field, Qt::Key_Up);
-        QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(FoundKind::Search));
-        QTest::keyClick(&field, Qt::Key_Return);
-    });
-    QVERIFY(!prompts_.seen.empty());
-    QVERIFY(!app_->List().IsEmpty());
-}
+    void notes_out_of_the_list_are_found_as_they_are_written() {
+        const auto gather = [this](const char* typed, FoundKind kind) {
+            InBar([typed, kind](CommandBar& bar, QLineEdit& field) {
+                QTest::keyClicks(&field, typed);
+                QCOMPARE(Row(bar, 0), QStringLiteral("About this NoteBook"));
+                QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(kind));
+                QTest::keyClick(&field, Qt::Key_Return);
+            });
+        };
+        gather("about this noteb", FoundKind::OtherNote);
+        QCOMPARE(app_->List().Count(), size_t{1});
+        const int32_t id = app_->List()[0].id;
+        QVERIFY(app_->List()[0].plainText.starts_with("About this NoteBook"));
+        QCOMPARE(window_->Board()->FocusNote(), id);
+        Trigger("Notes", "Show All Notes");
+        gather("ABOUT NOTEBOOK", FoundKind::Note);
+        QCOMPARE(window_->Board()->FocusNote(), id);
+        QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
+    }
 
-void CommandBarTest::keys_go_through_what_was_found_and_close_the_bar() {
-    InBar([](CommandBar& bar, QLineEdit& field) {
+    void names_that_are_too_long_stand_whole_in_the_tool_tip() {
+        CommandFinder finder;
+        const std::string name = "A name of <many> words " + std::string(300, 'w');
+        finder.Add({FoundKind::Note, name, "Note in the list", 1});
+        finder.Add({FoundKind::Note, "A name", "Note in the list", 2});
+        CommandBar bar(finder, {}, *theme_, window_.get());
+        bar.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&bar));
         auto* const list = bar.findChild<QListView*>("found");
-        QCOMPARE(list->currentIndex().row(), 0);
-        QTest::keyClick(&field, Qt::Key_Down);
-        QTest::keyClick(&field, Qt::Key_PageDown);
-        QVERIFY(list->currentIndex().row() > 5);
-        QTest::keyClick(&field, Qt::Key_PageUp);
-        QTest::keyClick(&field, Qt::Key_PageUp);
-        QTest::keyClick(&field, Qt::Key_Up);
-        QCOMPARE(list->currentIndex().row(), list->model()->rowCount() - 1);
-        field.setText("\u4e00\u4e8c no such thing");
-        QCOMPARE(list->model()->rowCount(), 1);
-        QTest::keyClick(&field, Qt::Key_Escape);
-        QVERIFY(!bar.isVisible());
-    });
-    QVERIFY(app_->List().IsEmpty());
-}
-
-void CommandBarTest::menus_stand_as_they_are_to() {
-    // What each menu has of the given entries, in the given order; entries of other kinds may stand between them.
-    const std::pair<QString, QStringList> menus[] = {
-        {"File",
-         {"Save/Print Current Notes...", "Export Current Notes...", "Import Notes...", "Backup Current NoteBook...",
-          "Backup All NoteBooks...", "Run Auto-Backup...", "Exit"}},
-        {"Options", {"Lorebinder Options..."}},
-        {"Notes", {"Add Note...", "Delete Note", "Clear Current Notes", "Delete Current Notes"}},
-        {"Sources", {"View Sources...", "Edit Custom Source Types...", "Create Bibliography..."}},
-        {"Categories", {"Edit Category Trees..."}},
-        {"Tools",
-         {"Lorebinder Options...", "Edit Custom Source Types...", "Create Bibliography...", "Manage NoteBooks...",
-          "Event Calendar...", "Lorebinder Agent...", "Lorebinder Auto-Backup..."}},
-        {"Help",
-         {"About Lorebinder...", "Check for program updates....", "User's Manual (.pdf)...",
-          "View Online Tutorial Videos..."}}};
-    QStringList titles;
-    for (QAction* const top : window_->menuBar()->actions())
-        titles.append(top->text().remove('&'));
-    QCOMPARE(titles,
-             (QStringList{"File", "Options", "Notes", "Sources", "Categories", "View", "Sync", "Tools", "Help"}));
-    for (const auto& [menu, wanted] : menus) {
-        QStringList found;
-        for (QAction* const action : window_->menuBar()->actions()[titles.indexOf(menu)]->menu()->actions())
-            if (const QString text = action->text().remove('&'); wanted.contains(text))
-                found.append(text);
-        QCOMPARE(found, wanted);
+        const auto tipOf = [list](int row) {
+            QToolTip::hideText();
+            const QRect shown = list->visualRect(list->model()->index(row, 0));
+            const QPoint place(shown.left() + 40, shown.center().y());
+            QHelpEvent help(QEvent::ToolTip, place, list->viewport()->mapToGlobal(place));
+            QApplication::sendEvent(list->viewport(), &help);
+            return QToolTip::isVisible() ? QToolTip::text() : QString();
+        };
+        QCOMPARE(tipOf(1), QString());
+        QVERIFY2(tipOf(0).contains(QString::fromStdString(name).toHtmlEscaped()), qPrintable(tipOf(0)));
+        TakeShot(bar, "command-bar-long-name");
+        QToolTip::hideText();
     }
-    const std::tuple<const char*, const char*, QStringList> keys[] = {
-        {"Notes", "Add Note...", {"Ctrl+N"}},
-        {"File", "Import Notes...", {"Ctrl+O"}},
-        {"File", "Save/Print Current Notes...", {"Ctrl+S", "Ctrl+P"}},
-        {"Notes", "Undo Delete", {"Ctrl+Z", "Alt+Backspace"}},
-        {"Notes", "Cut Note From List", {"Ctrl+X", "Shift+Del"}},
-        {"Notes", "Copy Note Text", {"Ctrl+C", "Ctrl+Ins"}},
-        {"Notes", "Paste As New Note...", {"Ctrl+V", "Shift+Ins"}}};
-    for (const auto& [menu, entry, wanted] : keys)
-        for (const QString& key : wanted)
-            QVERIFY2(MenuEntry(*window_, entry, menu)->shortcuts().contains(QKeySequence(key)),
-                     qPrintable(entry + key));
-}
 
-void CommandBarTest::help_says_what_is_not_there() {
-    window_->SetHelp({}, nullptr);
-    Trigger("Help", "User's Manual (.pdf)...");
-    Trigger("Help", "Check for program updates....");
-    Trigger("Help", "View Online Tutorial Videos...");
-    QCOMPARE(prompts_.seen.size(), size_t{3});
-    window_->CheckForUpdates(true);
-    QCOMPARE(prompts_.seen.size(), size_t{3});
-    InDialog<FWAboutBoxDlg>([this] { Trigger("Help", "About Lorebinder..."); },
-                            [](FWAboutBoxDlg& about) {
-                                QCOMPARE(In<QLabel>(about, "version")->text(),
-                                         QStringLiteral("<Lorebinder>  -  Version 1.56"));
-                                TakeShot(about, "about-light");
-                            });
-}
-
-QByteArray CommandBarTest::Fetched(const QByteArray& reply, const std::string& path, UpdateReply& got) {
-    QTcpServer server;
-    QByteArray request;
-    server.listen(QHostAddress::LocalHost);
-    QObject::connect(&server, &QTcpServer::newConnection, &server, [&] {
-        QTcpSocket* const socket = server.nextPendingConnection();
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [&request, socket, reply] {
-            request += socket->readAll();
-            if (reply.isEmpty())
-                return;
-            socket->write(reply);
-            socket->disconnectFromHost();
+    void what_is_typed_can_be_searched_for() {
+        InBar([](CommandBar& bar, QLineEdit& field) {
+            QTest::keyClicks(&field, "lamp");
+            QTest::keyClick(&field, Qt::Key_Up);
+            QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(FoundKind::Search));
+            QTest::keyClick(&field, Qt::Key_Return);
         });
-    });
-    NetUpdateSource source(300);
-    bool done = false;
-    const std::string address = "http://127.0.0.1:" + std::to_string(server.serverPort()) + path;
-    source.Fetch(address, [&](const UpdateReply& answer) {
-        got = answer;
-        done = true;
-    });
-    [&] { QTRY_VERIFY_WITH_TIMEOUT(done, 5000); }();
-    return request;
-}
-
-void CommandBarTest::updates_come_from_the_net_or_tell_why_not() {
-    const auto http = [](const QByteArray& status, const QByteArray& body) {
-        return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
-    };
-    UpdateReply got;
-    const QByteArray request = Fetched(http("200 OK", "11.60\n"), "/newest.txt", got);
-    QVERIFY(request.startsWith("GET /newest.txt "));
-    QVERIFY(got.ok);
-    QCOMPARE(got.text, std::string("11.60\n"));
-    Fetched(http("404 Not Found", "11.99"), "/", got);
-    QVERIFY(!got.ok && !got.reason.empty());
-    Fetched(http("200 OK", QByteArray(200'000, 'x')), "/", got);
-    QVERIFY(!got.ok);
-    Fetched({}, "/silent", got);
-    QVERIFY(!got.ok && !got.reason.empty());
-    for (const char* address : {"file:///etc/hostname", "updates", "http://", "javascript:1"}) {
-        NetUpdateSource source(300);
-        bool done = false;
-        source.Fetch(address, [&](const UpdateReply& answer) {
-            got = answer;
-            done = true;
-        });
-        QTRY_VERIFY(done);
-        QVERIFY2(!got.ok, address);
+        QVERIFY(!prompts_.seen.empty());
+        QVERIFY(!app_->List().IsEmpty());
     }
-}
 
-void CommandBarTest::agent_starts_with_the_session_only_where_it_is() {
-    NotedStarts companions;
-    const std::filesystem::path program = Root() / "with \"quotes\" & 100%" / "LBAgent";
-    const std::filesystem::path entry = Root() / "autostart" / "LBAgent.desktop";
-    const std::filesystem::path xdg = Root() / "xdg";
-    qputenv("XDG_CONFIG_DIRS", QByteArray::fromStdString("/nowhere:" + xdg.string()));
-    AgentProcess agent(program, entry, Root(), companions);
-    QVERIFY(!agent.IsInstalled());
-    QVERIFY(agent.StartWithSession(true));
-    QVERIFY(!std::filesystem::exists(entry));
-    QVERIFY(!agent.IsRunning());
-    agent.Send(kAgentClose);
-    std::filesystem::create_directories(program.parent_path());
-    QFile file(QString::fromStdString(program.string()));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    QVERIFY(agent.IsInstalled());
-    QVERIFY(agent.Launch());
-    QCOMPARE(companions.started, std::vector<std::string>{"LBAgent|Lorebinder"});
-    QVERIFY(agent.StartWithSession(true));
-    QVERIFY(BytesOf(entry).find("/with \\\\\"quotes\\\\\" & 100%%/LBAgent\" Lorebinder\n") != std::string::npos);
-    QVERIFY(agent.StartWithSession(false));
-    QVERIFY(!std::filesystem::exists(entry));
-    // An entry of the system, which may start the agent for everybody, doesn't do so for this user.
-    std::filesystem::create_directories(xdg / "autostart");
-    PutBytes(xdg / "autostart" / entry.filename(), "[Desktop Entry]\n");
-    QVERIFY(agent.StartWithSession(false));
-    QVERIFY(BytesOf(entry).find("\nHidden=true\n") != std::string::npos);
-    QVERIFY(agent.StartWithSession(true));
-    QVERIFY(BytesOf(entry).find("Hidden") == std::string::npos);
-    AgentProcess elsewhere(program, entry, Root(), companions, PlaceArguments({"/data here", "/s.ini"}));
-    QVERIFY(elsewhere.StartWithSession(true));
-    QVERIFY(BytesOf(entry).find("\" Lorebinder \"--data\" \"/data here\" \"--settings\" \"/s.ini\"\n") !=
-            std::string::npos);
-    QVERIFY(PlaceArguments({UserDataRoot(), UserSettingsFile()}).empty());
-    QVERIFY(AgentAutostart({UserDataRoot(), UserSettingsFile()}) == AutostartFolder() / "LBAgent.desktop");
-    QVERIFY(AgentAutostart({"/data here", "/s.ini"}) != AgentAutostart({"/data there", "/s.ini"}));
-}
+    void keys_go_through_what_was_found_and_close_the_bar() {
+        InBar([](CommandBar& bar, QLineEdit& field) {
+            auto* const list = bar.findChild<QListView*>("found");
+            QCOMPARE(list->currentIndex().row(), 0);
+            QTest::keyClick(&field, Qt::Key_Down);
+            QTest::keyClick(&field, Qt::Key_PageDown);
+            QVERIFY(list->currentIndex().row() > 5);
+            QTest::keyClick(&field, Qt::Key_PageUp);
+            QTest::keyClick(&field, Qt::Key_PageUp);
+            QTest::keyClick(&field, Qt::Key_Up);
+            QCOMPARE(list->currentIndex().row(), list->model()->rowCount() - 1);
+            field.setText("\u4e00\u4e8c no such thing");
+            QCOMPARE(list->model()->rowCount(), 1);
+            QTest::keyClick(&field, Qt::Key_Escape);
+            QVERIFY(!bar.isVisible());
+        });
+        QVERIFY(app_->List().IsEmpty());
+    }
 
-void CommandBarTest::looks_good_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<QString>("typed");
-    QTest::newRow("commandbar-empty-light") << false << "";
-    QTest::newRow("commandbar-light") << false << "li";
-    QTest::newRow("commandbar-dark") << true << "no";
-}
+    void menus_stand_as_they_are_to() {
+        // What each menu has of the given entries, in the given order; entries of other kinds may stand between them.
+        const std::pair<QString, QStringList> menus[] = {
+            {"File",
+             {"Save/Print Current Notes...", "Export Current Notes...", "Import Notes...", "Backup Current NoteBook...",
+              "Backup All NoteBooks...", "Run Auto-Backup...", "Exit"}},
+            {"Options", {"Lorebinder Options..."}},
+            {"Notes", {"Add Note...", "Delete Note", "Clear Current Notes", "Delete Current Notes"}},
+            {"Sources", {"View Sources...", "Edit Custom Source Types...", "Create Bibliography..."}},
+            {"Categories", {"Edit Category Trees..."}},
+            {"Tools",
+             {"Lorebinder Options...", "Edit Custom Source Types...", "Create Bibliography...", "Manage NoteBooks...",
+              "Event Calendar...", "Lorebinder Agent...", "Lorebinder Auto-Backup..."}},
+            {"Help",
+             {"About Lorebinder...", "Check for program updates....", "User's Manual (.pdf)...",
+              "View Online Tutorial Videos..."}}};
+        QStringList titles;
+        for (QAction* const top : window_->menuBar()->actions())
+            titles.append(top->text().remove('&'));
+        QCOMPARE(titles,
+                 (QStringList{"File", "Options", "Notes", "Sources", "Categories", "View", "Sync", "Tools", "Help"}));
+        for (const auto& [menu, wanted] : menus) {
+            QStringList found;
+            for (QAction* const action : window_->menuBar()->actions()[titles.indexOf(menu)]->menu()->actions())
+                if (const QString text = action->text().remove('&'); wanted.contains(text))
+                    found.append(text);
+            QCOMPARE(found, wanted);
+        }
+        const std::tuple<const char*, const char*, QStringList> keys[] = {
+            {"Notes", "Add Note...", {"Ctrl+N"}},
+            {"File", "Import Notes...", {"Ctrl+O"}},
+            {"File", "Save/Print Current Notes...", {"Ctrl+S", "Ctrl+P"}},
+            {"Notes", "Undo Delete", {"Ctrl+Z", "Alt+Backspace"}},
+            {"Notes", "Cut Note From List", {"Ctrl+X", "Shift+Del"}},
+            {"Notes", "Copy Note Text", {"Ctrl+C", "Ctrl+Ins"}},
+            {"Notes", "Paste As New Note...", {"Ctrl+V", "Shift+Ins"}}};
+        for (const auto& [menu, entry, wanted] : keys)
+            for (const QString& key : wanted)
+                QVERIFY2(MenuEntry(*window_, entry, menu)->shortcuts().contains(QKeySequence(key)),
+                         qPrintable(entry + key));
+    }
 
-void CommandBarTest::looks_good() {
-    SetLook();
-    QFETCH(QString, typed);
-    InBar([&typed](CommandBar& bar, QLineEdit& field) {
-        field.setText(typed);
-        Shoot(bar, QString::fromLatin1(QTest::currentDataTag()));
-    });
-}
+    void help_says_what_is_not_there() {
+        window_->SetHelp({}, nullptr);
+        Trigger("Help", "User's Manual (.pdf)...");
+        Trigger("Help", "Check for program updates....");
+        Trigger("Help", "View Online Tutorial Videos...");
+        QCOMPARE(prompts_.seen.size(), size_t{3});
+        window_->CheckForUpdates(true);
+        QCOMPARE(prompts_.seen.size(), size_t{3});
+        InDialog<FWAboutBoxDlg>([this] { Trigger("Help", "About Lorebinder..."); },
+                                [](FWAboutBoxDlg& about) {
+                                    QCOMPARE(In<QLabel>(about, "version")->text(),
+                                             QStringLiteral("<Lorebinder>  -  Version 1.56"));
+                                    TakeShot(about, "about-light");
+                                });
+    }
+
+    void updates_come_from_the_net_or_tell_why_not() {
+        const auto http = [](const QByteArray& status, const QByteArray& body) {
+            return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+        };
+        UpdateReply got;
+        const QByteArray request = Fetched(http("200 OK", "11.60\n"), "/newest.txt", got);
+        QVERIFY(request.startsWith("GET /newest.txt "));
+        QVERIFY(got.ok);
+        QCOMPARE(got.text, std::string("11.60\n"));
+        Fetched(http("404 Not Found", "11.99"), "/", got);
+        QVERIFY(!got.ok && !got.reason.empty());
+        Fetched(http("200 OK", QByteArray(200'000, 'x')), "/", got);
+        QVERIFY(!got.ok);
+        Fetched({}, "/silent", got);
+        QVERIFY(!got.ok && !got.reason.empty());
+        for (const char* address : {"file:///etc/hostname", "updates", "http://", "javascript:1"}) {
+            NetUpdateSource source(300);
+            bool done = false;
+            source.Fetch(address, [&](const UpdateReply& answer) {
+                got = answer;
+                done = true;
+            });
+            QTRY_VERIFY(done);
+            QVERIFY2(!got.ok, address);
+        }
+    }
+
+    void agent_starts_with_the_session_only_where_it_is() {
+        NotedStarts companions;
+        const std::filesystem::path program = Root() / "with \"quotes\" & 100%" / "LBAgent";
+        const std::filesystem::path entry = Root() / "autostart" / "LBAgent.desktop";
+        const std::filesystem::path xdg = Root() / "xdg";
+        qputenv("XDG_CONFIG_DIRS", QByteArray::fromStdString("/nowhere:" + xdg.string()));
+        AgentProcess agent(program, entry, Root(), companions);
+        QVERIFY(!agent.IsInstalled());
+        QVERIFY(agent.StartWithSession(true));
+        QVERIFY(!std::filesystem::exists(entry));
+        QVERIFY(!agent.IsRunning());
+        agent.Send(kAgentClose);
+        std::filesystem::create_directories(program.parent_path());
+        QFile file(QString::fromStdString(program.string()));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        QVERIFY(agent.IsInstalled());
+        QVERIFY(agent.Launch());
+        QCOMPARE(companions.started, std::vector<std::string>{"LBAgent|Lorebinder"});
+        QVERIFY(agent.StartWithSession(true));
+        QVERIFY(BytesOf(entry).find("/with \\\\\"quotes\\\\\" & 100%%/LBAgent\" Lorebinder\n") != std::string::npos);
+        QVERIFY(agent.StartWithSession(false));
+        QVERIFY(!std::filesystem::exists(entry));
+        // An entry of the system, which may start the agent for everybody, doesn't do so for this user.
+        std::filesystem::create_directories(xdg / "autostart");
+        PutBytes(xdg / "autostart" / entry.filename(), "[Desktop Entry]\n");
+        QVERIFY(agent.StartWithSession(false));
+        QVERIFY(BytesOf(entry).find("\nHidden=true\n") != std::string::npos);
+        QVERIFY(agent.StartWithSession(true));
+        QVERIFY(BytesOf(entry).find("Hidden") == std::string::npos);
+        AgentProcess elsewhere(program, entry, Root(), companions, PlaceArguments({"/data here", "/s.ini"}));
+        QVERIFY(elsewhere.StartWithSession(true));
+        QVERIFY(BytesOf(entry).find("\" Lorebinder \"--data\" \"/data here\" \"--settings\" \"/s.ini\"\n") !=
+                std::string::npos);
+        QVERIFY(PlaceArguments({UserDataRoot(), UserSettingsFile()}).empty());
+        QVERIFY(AgentAutostart({UserDataRoot(), UserSettingsFile()}) == AutostartFolder() / "LBAgent.desktop");
+        QVERIFY(AgentAutostart({"/data here", "/s.ini"}) != AgentAutostart({"/data there", "/s.ini"}));
+    }
+
+    void looks_good_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<QString>("typed");
+        QTest::newRow("commandbar-empty-light") << false << "";
+        QTest::newRow("commandbar-light") << false << "li";
+        QTest::newRow("commandbar-dark") << true << "no";
+    }
+
+    void looks_good() {
+        SetLook();
+        QFETCH(QString, typed);
+        InBar([&typed](CommandBar& bar, QLineEdit& field) {
+            field.setText(typed);
+            Shoot(bar, QString::fromLatin1(QTest::currentDataTag()));
+        });
+    }
+};
 
 }  // namespace lore
 

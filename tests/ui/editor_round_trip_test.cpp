@@ -12,17 +12,6 @@
 
 namespace lore {
 
-/// A text that goes through the editor without a change comes out as it went in.
-class EditorRoundTripTest : public QObject {
-    Q_OBJECT
-
-private slots:
-    void KeepsEverything_data();
-    void KeepsEverything();
-    void ConvertsOnlyParagraphsThatChanged();
-    void KeepsRowsThatWereNotTouched();
-};
-
 namespace {
 
 std::string Head() {
@@ -80,60 +69,66 @@ struct Shown {
 
 }  // namespace
 
-void EditorRoundTripTest::KeepsEverything_data() {
-    QTest::addColumn<QByteArray>("rtf");
-    QDir data(QStringLiteral(LORE_TEST_DATA "/rtf"));
-    for (const QString& name : data.entryList({"*.rtf"})) {
-        std::string bytes;
-        QVERIFY(ReadFile(data.filePath(name).toStdString(), bytes).Ok());
-        QTest::newRow(qPrintable(name)) << QByteArray::fromStdString(bytes);
+/// A text that goes through the editor without a change comes out as it went in.
+class EditorRoundTripTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void KeepsEverything_data() {
+        QTest::addColumn<QByteArray>("rtf");
+        QDir data(QStringLiteral(LORE_TEST_DATA "/rtf"));
+        for (const QString& name : data.entryList({"*.rtf"})) {
+            std::string bytes;
+            QVERIFY(ReadFile(data.filePath(name).toStdString(), bytes).Ok());
+            QTest::newRow(qPrintable(name)) << QByteArray::fromStdString(bytes);
+        }
+        // A name in one line, a text in the next.
+        std::ifstream cases(LORE_TEST_DATA "/editor/round_trips.txt");
+        for (std::string name, body; std::getline(cases, name) && std::getline(cases, body);)
+            QTest::newRow(name.c_str()) << QByteArray::fromStdString(Head() + body + "}");
+        QVERIFY(cases.eof());
     }
-    // A name in one line, a text in the next.
-    std::ifstream cases(LORE_TEST_DATA "/editor/round_trips.txt");
-    for (std::string name, body; std::getline(cases, name) && std::getline(cases, body);)
-        QTest::newRow(name.c_str()) << QByteArray::fromStdString(Head() + body + "}");
-    QVERIFY(cases.eof());
-}
 
-void EditorRoundTripTest::KeepsEverything() {
-    QFETCH(QByteArray, rtf);
-    const Document document = ReadRtf(rtf.toStdString());
-    Shown shown(document);
-    const Document captured = shown.Captured();
-    QCOMPARE(Difference(document, captured), QByteArray());
-    QVERIFY(document == captured);
-    // What is written says the same, too.
-    QVERIFY(PlainText(WriteRtf(captured)) == document.text);
-}
+    void KeepsEverything() {
+        QFETCH(QByteArray, rtf);
+        const Document document = ReadRtf(rtf.toStdString());
+        Shown shown(document);
+        const Document captured = shown.Captured();
+        QCOMPARE(Difference(document, captured), QByteArray());
+        QVERIFY(document == captured);
+        // What is written says the same, too.
+        QVERIFY(PlainText(WriteRtf(captured)) == document.text);
+    }
 
-void EditorRoundTripTest::ConvertsOnlyParagraphsThatChanged() {
-    Shown shown(DocumentFromText("one\ntwo\nthree", "Arial", 24));
-    shown.Captured();
-    const auto first = CaptureBlock(shown.text.firstBlock(), shown.formats);
-    const auto second = CaptureBlock(shown.text.firstBlock().next(), shown.formats);
-    QTextCursor cursor(shown.text.firstBlock().next());
-    cursor.insertText("+");
-    QCOMPARE(QByteArray::fromStdString(shown.Captured().text), QByteArray("one\n+two\nthree"));
-    QVERIFY(CaptureBlock(shown.text.firstBlock(), shown.formats) == first);
-    QVERIFY(CaptureBlock(shown.text.firstBlock().next(), shown.formats) != second);
-}
+    void ConvertsOnlyParagraphsThatChanged() {
+        Shown shown(DocumentFromText("one\ntwo\nthree", "Arial", 24));
+        shown.Captured();
+        const auto first = CaptureBlock(shown.text.firstBlock(), shown.formats);
+        const auto second = CaptureBlock(shown.text.firstBlock().next(), shown.formats);
+        QTextCursor cursor(shown.text.firstBlock().next());
+        cursor.insertText("+");
+        QCOMPARE(QByteArray::fromStdString(shown.Captured().text), QByteArray("one\n+two\nthree"));
+        QVERIFY(CaptureBlock(shown.text.firstBlock(), shown.formats) == first);
+        QVERIFY(CaptureBlock(shown.text.firstBlock().next(), shown.formats) != second);
+    }
 
-void EditorRoundTripTest::KeepsRowsThatWereNotTouched() {
-    const Document before = ReadRtf(Head() +
-                                    "\\trowd\\trgaph70\\clcbpat2\\cellx1000\\cellx3000\\intbl a\\cell b\\cell"
-                                    "{\\*\\keep 1}\\row\\pard x}");
-    Shown shown(before);
-    QTextCursor cursor(&shown.text);
-    QTextTable* table = nullptr;
-    for (QTextFrame* frame : shown.text.rootFrame()->childFrames())
-        table = qobject_cast<QTextTable*>(frame);
-    QVERIFY(table);
-    table->cellAt(0, 1).lastCursorPosition().insertText("!");
-    const Document after = shown.Captured();
-    QCOMPARE(after.text, std::string("a\tb!\t\nx"));
-    QVERIFY(after.row_formats == before.row_formats);
-    QVERIFY(after.kept.size() == 1 && after.kept[0].rtf == before.kept[0].rtf);
-}
+    void KeepsRowsThatWereNotTouched() {
+        const Document before = ReadRtf(Head() +
+                                        "\\trowd\\trgaph70\\clcbpat2\\cellx1000\\cellx3000\\intbl a\\cell b\\cell"
+                                        "{\\*\\keep 1}\\row\\pard x}");
+        Shown shown(before);
+        QTextCursor cursor(&shown.text);
+        QTextTable* table = nullptr;
+        for (QTextFrame* frame : shown.text.rootFrame()->childFrames())
+            table = qobject_cast<QTextTable*>(frame);
+        QVERIFY(table);
+        table->cellAt(0, 1).lastCursorPosition().insertText("!");
+        const Document after = shown.Captured();
+        QCOMPARE(after.text, std::string("a\tb!\t\nx"));
+        QVERIFY(after.row_formats == before.row_formats);
+        QVERIFY(after.kept.size() == 1 && after.kept[0].rtf == before.kept[0].rtf);
+    }
+};
 
 }  // namespace lore
 

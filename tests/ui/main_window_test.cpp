@@ -15,11 +15,30 @@ class MainWindowTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    void Open();
-    QString Pane(int index) const;
+    void Open() {
+        OpenWindow(1180, 800);
+        QTest::qWait(10);
+    }
+
+    QString Pane(int index) const {
+        return window_->statusBar()->findChildren<QLabel*>(Qt::FindDirectChildrenOnly).at(index)->text();
+    }
+
     PanelPage* Panel(PanelKind kind) const { return window_->Panels()->PageAt(kind); }
-    QModelIndex Row(PanelKind kind, const QString& name) const;
-    void Search(const QString& text);
+    QModelIndex Row(PanelKind kind, const QString& name) const {
+        const QAbstractItemModel* const model = Panel(kind)->Tree()->model();
+        const auto found =
+            model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive);
+        return found.isEmpty() ? QModelIndex() : found.first();
+    }
+
+    void Search(const QString& text) {
+        auto* const box = window_->findChild<QLineEdit*>("searchBox");
+        box->setFocus();
+        box->clear();
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+    }
 
 private slots:
     void init() {
@@ -28,305 +47,269 @@ private slots:
         Open();
     }
     void cleanup() { CloseWindow(); }
-    void shows_the_last_list_and_its_counts();
-    void an_empty_list_shows_the_picture_of_the_data_folder();
-    void search_marks_and_counts();
-    void search_scrolls_to_the_first_new_note();
-    void both_operators_are_refused_and_change_nothing();
-    void a_panel_gathers_and_takes_out();
-    void filter_narrows_a_panel();
-    void sorting_keeps_the_focus_note();
-    void switching_the_notebook_keeps_each_list();
-    void closing_stores_place_and_list();
-    void keys_reach_every_pane();
-    void keys_of_the_board_copy_cut_paste_and_undo();
-    void faults_show_a_quiet_bar();
-    void looks_good_data();
-    void looks_good();
+    void shows_the_last_list_and_its_counts() {
+        const int notes = static_cast<int>(app_->NoteBook().TotalNoteCount());
+        QVERIFY(notes >= 60);
+        QCOMPARE(window_->windowTitle(), QStringLiteral("<Lorebinder Premium> - Ver. 1.56 - Fennelworks, Inc."));
+        QCOMPARE(Pane(0), QStringLiteral("NoteBook:   < LorebinderMain >"));
+        QCOMPARE(Pane(1), QStringLiteral("Not Linked"));
+        QCOMPARE(Pane(3), QStringLiteral("Notes:    %1").arg(notes));
+        QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(notes));
+        QCOMPARE(window_->Board()->VisibleRows().first, 0);
+        QVERIFY(faults_.faults.empty());
+        QCOMPARE(progress_.shown, 0);
+    }
+
+    void an_empty_list_shows_the_picture_of_the_data_folder() {
+        CloseWindow();
+        QImage logo(60, 40, QImage::Format_RGB32);
+        logo.fill(Qt::darkRed);
+        QVERIFY(logo.save(QString::fromStdString((DataPaths{Root()}.DataFiles() / "Logo.bmp").string())));
+        Open();
+        app_->ClearList();
+        window_->ShowNoteBook();
+        TakeShot(*window_, "main-logo-light");
+        const QList<QLabel*> labels = window_->Board()->findChildren<QLabel*>();
+        QVERIFY(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+            return label->isVisible() && label->pixmap().toImage().convertToFormat(QImage::Format_RGB32) == logo;
+        }));
+    }
+
+    void search_marks_and_counts() {
+        app_->ClearList();
+        Search("fresnel");
+        const size_t hits = app_->List().Count();
+        QVERIFY(hits > 2);
+        QCOMPARE(prompts_.seen.back(),
+                 "Finished Search!: Your search returned  *" + std::to_string(hits) + "*  results.");
+        QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(hits));
+        QVERIFY(QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("highlight") ||
+                QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("\\cb"));
+        QVERIFY(app_->List()[0].newlyAdded);
+    }
+
+    void search_scrolls_to_the_first_new_note() {
+        BoardView* const board = window_->Board();
+        LongList kept;
+        for (size_t i = 0; i < 30; ++i)
+            kept.AddTail(app_->List()[i].id);
+        app_->ClearList();
+        app_->Gather(kept);
+        emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut});
+        board->SetFocusNote(kept[0]);
+        Search("SHOWALL");
+        const int32_t first = board->FocusNote();
+        const int row = app_->List().PositionOf(first);
+        QCOMPARE(row, 30);
+        QVERIFY(app_->List()[static_cast<size_t>(row)].newlyAdded && app_->List()[static_cast<size_t>(row)].selected);
+        QVERIFY(board->viewport()->rect().contains(board->CardRect(row).topLeft()));
+        QVERIFY(row >= board->VisibleRows().first && row < board->VisibleRows().second);
+        // A search among the current notes goes to its first hit; one without hits leaves no focus note.
+        Search("\"fresnel\"");
+        const int32_t again = board->FocusNote();
+        QCOMPARE(again, -1);
+        emit window_->Tools()->SearchRequested(QStringLiteral("fresnel"), SearchScope::CurrentNotes);
+        QVERIFY(board->FocusNote() > 0);
+        QVERIFY(!app_->List().ShownNote(size_t(app_->List().PositionOf(board->FocusNote()))).displayRtf.empty());
+    }
+
+    void both_operators_are_refused_and_change_nothing() {
+        const LongList before = app_->List().GetNoteIDs();
+        Search("BRANDY OR FISH");
+        QCOMPARE(
+            prompts_.seen.back(),
+            std::string("Invalid Search String: You can only have one type of operator (AND, OR) in search string."));
+        QVERIFY(app_->List().GetNoteIDs() == before);
+    }
+
+    void a_panel_gathers_and_takes_out() {
+        app_->ClearList();
+        const QModelIndex row = Row(PanelKind::Categories, "Engineering");
+        QVERIFY(row.isValid());
+        emit Panel(PanelKind::Categories)->Tree()->activated(row);
+        const size_t gathered = app_->List().Count();
+        QVERIFY(gathered > 0);
+        emit Panel(PanelKind::Categories)->Tree()->activated(row);
+        QCOMPARE(app_->List().Count(), gathered);
+        const QString caption = row.data(Qt::AccessibleTextRole).toString();
+        QCOMPARE(caption, QStringLiteral("Engineering (%1/%1)").arg(gathered));
+        LongList first;
+        first.AddTail(app_->List()[0].id);
+        emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut, .notes = first});
+        QCOMPARE(app_->List().Count(), gathered - 1);
+        QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(gathered - 1));
+    }
+
+    void filter_narrows_a_panel() {
+        PanelPage* const page = Panel(PanelKind::Categories);
+        auto* const filter = page->findChild<QLineEdit*>();
+        QTest::keyClicks(filter, "lenses");
+        QVERIFY(Row(PanelKind::Categories, "Engineering").isValid());
+        QVERIFY(Row(PanelKind::Categories, "Lenses").isValid());
+        QVERIFY(!Row(PanelKind::Categories, "Signals").isValid());
+        filter->clear();
+        QVERIFY(Row(PanelKind::Categories, "Signals").isValid());
+    }
+
+    void sorting_keeps_the_focus_note() {
+        const int32_t focus = app_->List()[5].id;
+        window_->Board()->SetFocusNote(focus);
+        emit window_->Tools()->SortChosen(801);
+        QCOMPARE(window_->Board()->FocusNote(), focus);
+        for (size_t i = 1; i < app_->List().Count(); ++i)
+            QVERIFY(app_->List()[i].dateCreated.IsEarlierOrEqual(app_->List()[i - 1].dateCreated));
+        QCOMPARE(app_->SortOrder(), 801);
+    }
+
+    void switching_the_notebook_keeps_each_list() {
+        IdCounters counters{2000, 100, 200};
+        QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters,
+                                   MakeReadContext(clock_, guids_), faults_)
+                    .made);
+        CloseWindow();
+        Open();
+        QCOMPARE(app_->NoteBookChoices().size(), size_t{2});
+        app_->ClearList();
+        emit window_->Tools()->NoteBookChosen(1);
+        QVERIFY(!app_->NoteBook().database.IsMain());
+        QVERIFY(!app_->List().IsEmpty());
+        emit window_->Tools()->NoteBookChosen(0);
+        QVERIFY(app_->NoteBook().database.IsMain());
+        QVERIFY(app_->List().IsEmpty());
+        QCOMPARE(*store_.Get("Options", "Database"), *store_.Get("Options", "LocalGUID"));
+    }
+
+    void closing_stores_place_and_list() {
+        app_->TakeOut(LongList{app_->List()[0].id});
+        const LongList ids = app_->List().GetNoteIDs();
+        emit window_->Tools()->ZoomChosen(150);
+        window_->close();
+        QCOMPARE(*store_.Get("Options", "ZoomLvl"), std::string("150"));
+        QVERIFY(store_.Get("Options", "FrameRect")->ends_with(",") == false);
+        CloseWindow();
+        Open();
+        QVERIFY(app_->List().GetNoteIDs() == ids);
+        QCOMPARE(window_->Board()->Options().zoom, 1.5);
+    }
+
+    void keys_reach_every_pane() {
+        window_->activateWindow();
+        QTest::keyClick(window_.get(), Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
+        QTest::keyClick(window_.get(), Qt::Key_F6);
+        QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
+        QTest::keyClick(window_.get(), Qt::Key_F6);
+        QVERIFY(window_->Board()->hasFocus());
+        MenuEntry(*window_, "Next Pane")->trigger();
+        QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
+        MenuEntry(*window_, "Previous Pane")->trigger();
+        QVERIFY(window_->Board()->hasFocus());
+        QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
+        QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
+        // Tab stops at the panel that is open; the arrows open the others.
+        for (QToolButton* const tab : window_->Panels()->findChildren<QToolButton*>())
+            if (tab->isChecked())
+                tab->setFocus(Qt::TabFocusReason);
+        for (const int page : {1, 2, 3, 2})
+            QTest::keyClick(QApplication::focusWidget(),
+                            window_->Panels()->Page() < page ? Qt::Key_Right : Qt::Key_Left);
+        QCOMPARE(window_->Panels()->Page(), 2);
+        // What doesn't fit into a narrow tool bar comes with the button at its end.
+        window_->resize(560, 600);
+        QCoreApplication::processEvents();
+        auto* const more = window_->Tools()->findChild<QToolButton*>("qt_toolbar_ext_button");
+        const QList<QComboBox*> lists = window_->Tools()->findChildren<QComboBox*>();
+        const auto shown = [&lists] {
+            return std::count_if(lists.begin(), lists.end(), [](auto* list) { return list->isVisible(); });
+        };
+        QVERIFY(more->isVisible() && shown() < lists.size());
+        TakeShot(*window_, "main-narrow");
+        more->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(more, Qt::Key_Space);
+        QTRY_COMPARE(shown(), lists.size());
+        TakeShot(*window_, "main-narrow-unfolded");
+    }
+
+    void keys_of_the_board_copy_cut_paste_and_undo() {
+        QClipboard& clipboard = *QApplication::clipboard();
+        const size_t notes = app_->List().Count();
+        const ListedNote& first = app_->List().Notes()[2];
+        const int32_t id = first.Id();
+        const QString text = QString::fromStdString(ToUtf8(first.note->plainText)).simplified();
+        window_->activateWindow();
+        BoardView* const board = window_->Board();
+        board->setFocus();
+        clipboard.setText("kept");
+        board->SetFocusNote(-1);
+        for (const int key : {Qt::Key_C, Qt::Key_X})
+            QTest::keyClick(board, static_cast<Qt::Key>(key), Qt::ControlModifier);
+        QCOMPARE(clipboard.text(), QStringLiteral("kept"));
+        board->SetFocusNote(id);
+        QTest::keyClick(board, Qt::Key_Insert, Qt::ControlModifier);
+        QCOMPARE(clipboard.text().simplified(), text);
+        QVERIFY(clipboard.mimeData()->data("text/rtf").startsWith("{\\rtf1") && clipboard.mimeData()->hasHtml());
+        clipboard.clear();
+        QTest::keyClick(board, Qt::Key_Delete, Qt::ShiftModifier);
+        QCOMPARE(clipboard.text().simplified(), text);
+        QCOMPARE(app_->List().Count(), notes - 1);
+        QVERIFY(app_->NoteBook().index.Contains(id));
+        InDialog<NoteEditorWindow>([board] { QTest::keyClick(board, Qt::Key_V, Qt::ControlModifier); },
+                                   [&](NoteEditorWindow& editor) {
+                                       QCOMPARE(QString::fromStdString(ToUtf8(editor.Text()->PlainText())).simplified(),
+                                                text);
+                                       prompts_.answers = {PromptAnswer::Yes};
+                                       editor.CancelNote();
+                                   });
+        const int32_t other = app_->List()[0].id;
+        board->SetFocusNote(other);
+        prompts_.answers = {PromptAnswer::Yes};
+        window_->activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == window_.get());
+        board->setFocus();
+        QTest::keyClick(board, Qt::Key_Delete);
+        QVERIFY(!app_->List().Contains(other));
+        QTest::keyClick(board, Qt::Key_Backspace, Qt::AltModifier);
+        QVERIFY(app_->List().Contains(other));
+        // In a field the same keys are those of the field.
+        auto* const box = window_->findChild<QLineEdit*>("searchBox");
+        box->setFocus();
+        clipboard.setText("lamp");
+        QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(box->text(), QStringLiteral("lamp"));
+    }
+
+    void faults_show_a_quiet_bar() {
+        QVERIFY(!window_->Faults()->isVisible());
+        window_->Faults()->Add(
+            {"The note file could not be read", "/data/Notes/SRC0000000042.dat", "Permission denied"});
+        QVERIFY(window_->Faults()->isVisible());
+        TakeShot(*window_, "main-fault");
+    }
+
+    void looks_good_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<int>("page");
+        QTest::addColumn<int>("zoom");
+        QTest::newRow("main-light-categories") << false << 0 << 100;
+        QTest::newRow("main-dark-categories") << true << 0 << 100;
+        QTest::newRow("main-light-sources") << false << 1 << 100;
+        QTest::newRow("main-dark-keywords") << true << 2 << 150;
+        QTest::newRow("main-light-colors") << false << 3 << 200;
+    }
+
+    void looks_good() {
+        SetLook();
+        QFETCH(int, page);
+        QFETCH(int, zoom);
+        window_->Panels()->SetPage(page);
+        emit window_->Tools()->ZoomChosen(zoom);
+        if (page == 0)
+            Panel(PanelKind::Categories)->Tree()->expandToDepth(1);
+        if (page == 1)
+            Search("\"fresnel\" OR lens");
+        Shoot(*window_, QString::fromLatin1(QTest::currentDataTag()));
+    }
 };
-
-void MainWindowTest::Open() {
-    OpenWindow(1180, 800);
-    QTest::qWait(10);
-}
-
-QString MainWindowTest::Pane(int index) const {
-    return window_->statusBar()->findChildren<QLabel*>(Qt::FindDirectChildrenOnly).at(index)->text();
-}
-
-QModelIndex MainWindowTest::Row(PanelKind kind, const QString& name) const {
-    const QAbstractItemModel* const model = Panel(kind)->Tree()->model();
-    const auto found =
-        model->match(model->index(0, 0), Qt::DisplayRole, name, 1, Qt::MatchExactly | Qt::MatchRecursive);
-    return found.isEmpty() ? QModelIndex() : found.first();
-}
-
-void MainWindowTest::Search(const QString& text) {
-    auto* const box = window_->findChild<QLineEdit*>("searchBox");
-    box->setFocus();
-    box->clear();
-    QTest::keyClicks(box, text);
-    QTest::keyClick(box, Qt::Key_Return);
-}
-
-void MainWindowTest::shows_the_last_list_and_its_counts() {
-    const int notes = static_cast<int>(app_->NoteBook().TotalNoteCount());
-    QVERIFY(notes >= 60);
-    QCOMPARE(window_->windowTitle(), QStringLiteral("<Lorebinder Premium> - Ver. 1.56 - Fennelworks, Inc."));
-    QCOMPARE(Pane(0), QStringLiteral("NoteBook:   < LorebinderMain >"));
-    QCOMPARE(Pane(1), QStringLiteral("Not Linked"));
-    QCOMPARE(Pane(3), QStringLiteral("Notes:    %1").arg(notes));
-    QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(notes));
-    QCOMPARE(window_->Board()->VisibleRows().first, 0);
-    QVERIFY(faults_.faults.empty());
-    QCOMPARE(progress_.shown, 0);
-}
-
-void MainWindowTest::an_empty_list_shows_the_picture_of_the_data_folder() {
-    CloseWindow();
-    QImage logo(60, 40, QImage::Format_RGB32);
-    logo.fill(Qt::darkRed);
-    QVERIFY(logo.save(QString::fromStdString((DataPaths{Root()}.DataFiles() / "Logo.bmp").string())));
-    Open();
-    app_->ClearList();
-    window_->ShowNoteBook();
-    TakeShot(*window_, "main-logo-light");
-    const QList<QLabel*> labels = window_->Board()->findChildren<QLabel*>();
-    QVERIFY(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
-        return label->isVisible() && label->pixmap().toImage().convertToFormat(QImage::Format_RGB32) == logo;
-    }));
-}
-
-void MainWindowTest::search_marks_and_counts() {
-    app_->ClearList();
-    Search("fresnel");
-    const size_t hits = app_->List().Count();
-    QVERIFY(hits > 2);
-    QCOMPARE(prompts_.seen.back(), "Finished Search!: Your search returned  *" + std::to_string(hits) + "*  results.");
-    QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(hits));
-    QVERIFY(QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("highlight") ||
-            QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("\\cb"));
-    QVERIFY(app_->List()[0].newlyAdded);
-}
-
-void MainWindowTest::search_scrolls_to_the_first_new_note() {
-    BoardView* const board = window_->Board();
-    LongList kept;
-    for (size_t i = 0; i < 30; ++i)
-        kept.AddTail(app_->List()[i].id);
-    app_->ClearList();
-    app_->Gather(kept);
-    emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut});
-    board->SetFocusNote(kept[0]);
-    Search("SHOWALL");
-    const int32_t first = board->FocusNote();
-    const int row = app_->List().PositionOf(first);
-    QCOMPARE(row, 30);
-    QVERIFY(app_->List()[static_cast<size_t>(row)].newlyAdded && app_->List()[static_cast<size_t>(row)].selected);
-    QVERIFY(board->viewport()->rect().contains(board->CardRect(row).topLeft()));
-    QVERIFY(row >= board->VisibleRows().first && row < board->VisibleRows().second);
-    // A search among the current notes goes to its first hit; one without hits leaves no focus note.
-    Search("\"fresnel\"");
-    const int32_t again = board->FocusNote();
-    QCOMPARE(again, -1);
-    emit window_->Tools()->SearchRequested(QStringLiteral("fresnel"), SearchScope::CurrentNotes);
-    QVERIFY(board->FocusNote() > 0);
-    QVERIFY(!app_->List().ShownNote(size_t(app_->List().PositionOf(board->FocusNote()))).displayRtf.empty());
-}
-
-void MainWindowTest::both_operators_are_refused_and_change_nothing() {
-    const LongList before = app_->List().GetNoteIDs();
-    Search("BRANDY OR FISH");
-    QCOMPARE(prompts_.seen.back(),
-             std::string("Invalid Search String: You can only have one type of operator (AND, OR) in search string."));
-    QVERIFY(app_->List().GetNoteIDs() == before);
-}
-
-void MainWindowTest::a_panel_gathers_and_takes_out() {
-    app_->ClearList();
-    const QModelIndex row = Row(PanelKind::Categories, "Engineering");
-    QVERIFY(row.isValid());
-    emit Panel(PanelKind::Categories)->Tree()->activated(row);
-    const size_t gathered = app_->List().Count();
-    QVERIFY(gathered > 0);
-    emit Panel(PanelKind::Categories)->Tree()->activated(row);
-    QCOMPARE(app_->List().Count(), gathered);
-    const QString caption = row.data(Qt::AccessibleTextRole).toString();
-    QCOMPARE(caption, QStringLiteral("Engineering (%1/%1)").arg(gathered));
-    LongList first;
-    first.AddTail(app_->List()[0].id);
-    emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut, .notes = first});
-    QCOMPARE(app_->List().Count(), gathered - 1);
-    QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(gathered - 1));
-}
-
-void MainWindowTest::filter_narrows_a_panel() {
-    PanelPage* const page = Panel(PanelKind::Categories);
-    auto* const filter = page->findChild<QLineEdit*>();
-    QTest::keyClicks(filter, "lenses");
-    QVERIFY(Row(PanelKind::Categories, "Engineering").isValid());
-    QVERIFY(Row(PanelKind::Categories, "Lenses").isValid());
-    QVERIFY(!Row(PanelKind::Categories, "Signals").isValid());
-    filter->clear();
-    QVERIFY(Row(PanelKind::Categories, "Signals").isValid());
-}
-
-void MainWindowTest::sorting_keeps_the_focus_note() {
-    const int32_t focus = app_->List()[5].id;
-    window_->Board()->SetFocusNote(focus);
-    emit window_->Tools()->SortChosen(801);
-    QCOMPARE(window_->Board()->FocusNote(), focus);
-    for (size_t i = 1; i < app_->List().Count(); ++i)
-        QVERIFY(app_->List()[i].dateCreated.IsEarlierOrEqual(app_->List()[i - 1].dateCreated));
-    QCOMPARE(app_->SortOrder(), 801);
-}
-
-void MainWindowTest::switching_the_notebook_keeps_each_list() {
-    IdCounters counters{2000, 100, 200};
-    QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters, MakeReadContext(clock_, guids_),
-                               faults_)
-                .made);
-    CloseWindow();
-    Open();
-    QCOMPARE(app_->NoteBookChoices().size(), size_t{2});
-    app_->ClearList();
-    emit window_->Tools()->NoteBookChosen(1);
-    QVERIFY(!app_->NoteBook().database.IsMain());
-    QVERIFY(!app_->List().IsEmpty());
-    emit window_->Tools()->NoteBookChosen(0);
-    QVERIFY(app_->NoteBook().database.IsMain());
-    QVERIFY(app_->List().IsEmpty());
-    QCOMPARE(*store_.Get("Options", "Database"), *store_.Get("Options", "LocalGUID"));
-}
-
-void MainWindowTest::closing_stores_place_and_list() {
-    app_->TakeOut(LongList{app_->List()[0].id});
-    const LongList ids = app_->List().GetNoteIDs();
-    emit window_->Tools()->ZoomChosen(150);
-    window_->close();
-    QCOMPARE(*store_.Get("Options", "ZoomLvl"), std::string("150"));
-    QVERIFY(store_.Get("Options", "FrameRect")->ends_with(",") == false);
-    CloseWindow();
-    Open();
-    QVERIFY(app_->List().GetNoteIDs() == ids);
-    QCOMPARE(window_->Board()->Options().zoom, 1.5);
-}
-
-void MainWindowTest::keys_reach_every_pane() {
-    window_->activateWindow();
-    QTest::keyClick(window_.get(), Qt::Key_F, Qt::ControlModifier);
-    QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
-    QTest::keyClick(window_.get(), Qt::Key_F6);
-    QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
-    QTest::keyClick(window_.get(), Qt::Key_F6);
-    QVERIFY(window_->Board()->hasFocus());
-    MenuEntry(*window_, "Next Pane")->trigger();
-    QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
-    MenuEntry(*window_, "Previous Pane")->trigger();
-    QVERIFY(window_->Board()->hasFocus());
-    QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
-    QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
-    // Tab stops at the panel that is open; the arrows open the others.
-    for (QToolButton* const tab : window_->Panels()->findChildren<QToolButton*>())
-        if (tab->isChecked())
-            tab->setFocus(Qt::TabFocusReason);
-    for (const int page : {1, 2, 3, 2})
-        QTest::keyClick(QApplication::focusWidget(), window_->Panels()->Page() < page ? Qt::Key_Right : Qt::Key_Left);
-    QCOMPARE(window_->Panels()->Page(), 2);
-    // What doesn't fit into a narrow tool bar comes with the button at its end.
-    window_->resize(560, 600);
-    QCoreApplication::processEvents();
-    auto* const more = window_->Tools()->findChild<QToolButton*>("qt_toolbar_ext_button");
-    const QList<QComboBox*> lists = window_->Tools()->findChildren<QComboBox*>();
-    const auto shown = [&lists] {
-        return std::count_if(lists.begin(), lists.end(), [](auto* list) { return list->isVisible(); });
-    };
-    QVERIFY(more->isVisible() && shown() < lists.size());
-    TakeShot(*window_, "main-narrow");
-    more->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(more, Qt::Key_Space);
-    QTRY_COMPARE(shown(), lists.size());
-    TakeShot(*window_, "main-narrow-unfolded");
-}
-
-void MainWindowTest::keys_of_the_board_copy_cut_paste_and_undo() {
-    QClipboard& clipboard = *QApplication::clipboard();
-    const size_t notes = app_->List().Count();
-    const ListedNote& first = app_->List().Notes()[2];
-    const int32_t id = first.Id();
-    const QString text = QString::fromStdString(ToUtf8(first.note->plainText)).simplified();
-    window_->activateWindow();
-    BoardView* const board = window_->Board();
-    board->setFocus();
-    clipboard.setText("kept");
-    board->SetFocusNote(-1);
-    for (const int key : {Qt::Key_C, Qt::Key_X})
-        QTest::keyClick(board, static_cast<Qt::Key>(key), Qt::ControlModifier);
-    QCOMPARE(clipboard.text(), QStringLiteral("kept"));
-    board->SetFocusNote(id);
-    QTest::keyClick(board, Qt::Key_Insert, Qt::ControlModifier);
-    QCOMPARE(clipboard.text().simplified(), text);
-    QVERIFY(clipboard.mimeData()->data("text/rtf").startsWith("{\\rtf1") && clipboard.mimeData()->hasHtml());
-    clipboard.clear();
-    QTest::keyClick(board, Qt::Key_Delete, Qt::ShiftModifier);
-    QCOMPARE(clipboard.text().simplified(), text);
-    QCOMPARE(app_->List().Count(), notes - 1);
-    QVERIFY(app_->NoteBook().index.Contains(id));
-    InDialog<NoteEditorWindow>([board] { QTest::keyClick(board, Qt::Key_V, Qt::ControlModifier); },
-                               [&](NoteEditorWindow& editor) {
-                                   QCOMPARE(QString::fromStdString(ToUtf8(editor.Text()->PlainText())).simplified(),
-                                            text);
-                                   prompts_.answers = {PromptAnswer::Yes};
-                                   editor.CancelNote();
-                               });
-    const int32_t other = app_->List()[0].id;
-    board->SetFocusNote(other);
-    prompts_.answers = {PromptAnswer::Yes};
-    window_->activateWindow();
-    QTRY_VERIFY(QApplication::activeWindow() == window_.get());
-    board->setFocus();
-    QTest::keyClick(board, Qt::Key_Delete);
-    QVERIFY(!app_->List().Contains(other));
-    QTest::keyClick(board, Qt::Key_Backspace, Qt::AltModifier);
-    QVERIFY(app_->List().Contains(other));
-    // In a field the same keys are those of the field.
-    auto* const box = window_->findChild<QLineEdit*>("searchBox");
-    box->setFocus();
-    clipboard.setText("lamp");
-    QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
-    QCOMPARE(box->text(), QStringLiteral("lamp"));
-}
-
-void MainWindowTest::faults_show_a_quiet_bar() {
-    QVERIFY(!window_->Faults()->isVisible());
-    window_->Faults()->Add({"The note file could not be read", "/data/Notes/SRC0000000042.dat", "Permission denied"});
-    QVERIFY(window_->Faults()->isVisible());
-    TakeShot(*window_, "main-fault");
-}
-
-void MainWindowTest::looks_good_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<int>("page");
-    QTest::addColumn<int>("zoom");
-    QTest::newRow("main-light-categories") << false << 0 << 100;
-    QTest::newRow("main-dark-categories") << true << 0 << 100;
-    QTest::newRow("main-light-sources") << false << 1 << 100;
-    QTest::newRow("main-dark-keywords") << true << 2 << 150;
-    QTest::newRow("main-light-colors") << false << 3 << 200;
-}
-
-void MainWindowTest::looks_good() {
-    SetLook();
-    QFETCH(int, page);
-    QFETCH(int, zoom);
-    window_->Panels()->SetPage(page);
-    emit window_->Tools()->ZoomChosen(zoom);
-    if (page == 0)
-        Panel(PanelKind::Categories)->Tree()->expandToDepth(1);
-    if (page == 1)
-        Search("\"fresnel\" OR lens");
-    Shoot(*window_, QString::fromLatin1(QTest::currentDataTag()));
-}
 
 }  // namespace lore
 

@@ -28,393 +28,375 @@ private:
     void AddNote(const std::function<void(NoteEditorWindow&)>& steps) {
         InDialog<NoteEditorWindow>([this] { window_->Notes()->AddNote(); }, steps);
     }
-    std::optional<CNote> OnDisk(int32_t id);
+    std::optional<CNote> OnDisk(int32_t id) {
+        std::vector<CNote> notes = FindNotes(app_->NoteBook().index, LongList{id}, app_->Context(), faults_);
+        return notes.empty() ? std::nullopt : std::optional(notes[0]);
+    }
+
     static void Type(NoteEditorWindow& editor, const QString& text) { QTest::keyClicks(editor.Text()->Edit(), text); }
     static void Save(NoteEditorWindow& editor) {
         editor.activateWindow();
         QTRY_VERIFY(editor.isActiveWindow());
         QTest::keyClick(editor.Text()->Edit(), Qt::Key_Return, Qt::ControlModifier);
     }
-    QString File(const QString& name, const QByteArray& bytes = "bytes") const;
+    QString File(const QString& name, const QByteArray& bytes = "bytes") const {
+        const QString path = folder_->filePath(name);
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write(bytes);
+        return path;
+    }
+
     int DraftCount() const { return static_cast<int>(DraftStore(app_->NoteBook().paths).ListDrafts().size()); }
 
 private slots:
     void init() { OpenSample(1280, 860); }
     void cleanup() { CloseWindow(); }
-    void a_note_is_written_and_stands_on_the_board_data();
-    void a_note_is_written_and_stands_on_the_board();
-    void everything_at_the_side_is_saved();
-    void a_change_stays_in_its_place();
-    void an_empty_note_is_refused_and_can_be_cancelled_without_a_question();
-    void cancelling_a_change_asks_and_changes_nothing();
-    void enter_in_a_field_saves_nothing();
-    void a_failed_save_keeps_the_text_and_can_be_tried_again();
-    void dropped_files_become_attachments();
-    void a_draft_follows_the_typing_and_goes_with_the_window();
-    void a_draft_is_offered_after_a_crash();
-    void a_captured_clipboard_becomes_a_note();
-    void deleting_asks_and_can_be_undone();
-    void place_and_split_are_kept();
-    void looks_good_data();
-    void looks_good();
-    void dialogs_look_good();
-};
+    void a_note_is_written_and_stands_on_the_board_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<int>("order");
+        QTest::newRow("light, to the bottom") << false << 805;
+        QTest::newRow("dark, to the top") << true << 705;
+    }
 
-std::optional<CNote> NoteEditorTest::OnDisk(int32_t id) {
-    std::vector<CNote> notes = FindNotes(app_->NoteBook().index, LongList{id}, app_->Context(), faults_);
-    return notes.empty() ? std::nullopt : std::optional(notes[0]);
-}
+    void a_note_is_written_and_stands_on_the_board() {
+        const QString look = SetLook();
+        QFETCH(int, order);
+        app_->SetSortOrder(order);
+        const size_t before = app_->List().Count();
+        InDialog<NoteEditorWindow>([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
+                                   [](NoteEditorWindow& editor) {
+                                       QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
+                                       QVERIFY2(editor.Text()->Edit()->hasFocus(),
+                                                QApplication::focusWidget()->metaObject()->className());
+                                       Type(editor, "A lamp of my own");
+                                       Save(editor);
+                                   });
+        QCOMPARE(app_->List().Count(), before + 1);
+        const CNote& note = app_->List()[order == 705 ? 0 : before];
+        QCOMPARE(note.plainText, std::string("A lamp of my own"));
+        QVERIFY(note.newlyAdded);
+        QVERIFY(!note.keyWords.empty() || !note.sources.IsEmpty());  // filled from the last note of the list
+        QCOMPARE(window_->Board()->FocusNote(), note.id);
+        QVERIFY(OnDisk(note.id));
+        QVERIFY(window_->Board()->CardText(app_->List().PositionOf(note.id)).contains("A lamp of my own"));
+        TakeShot(*window_, "editor-saved-" + look);
+    }
 
-QString NoteEditorTest::File(const QString& name, const QByteArray& bytes) const {
-    const QString path = folder_->filePath(name);
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(bytes);
-    return path;
-}
+    void everything_at_the_side_is_saved() {
+        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
+        const int32_t source = app_->NoteBook().sources[0].SourceID;
+        AddNote([&](NoteEditorWindow& editor) {
+            Type(editor, "Text");
+            Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
+                QCOMPARE(browser.windowTitle(), QStringLiteral("Select Source"));
+                browser.List()->SelectRow(RowOf(browser, source));
+                QTest::keyClick(browser.List(), Qt::Key_Return);
+            });
+            editor.Sources()->AddSource();
+            QCOMPARE(editor.Sources()->Count(), 1);
+            Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
+                dialog.findChild<QLineEdit*>("title")->clear();
+                QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "A title typed just now");
+                dialog.findChild<QPushButton*>("save")->click();
+            });
+            editor.Sources()->EditSource();
+            QVERIFY(editor.Sources()->RowAt(0)->accessibleName().contains("A title typed just now"));
+            QCOMPARE(editor.Sources()->RowAt(0)->LineButton()->text(),
+                     QStringLiteral("Click Here to Add Note Specific Info..."));
+            QTest::mouseClick(editor.Sources()->RowAt(0)->LineButton(), Qt::LeftButton);
+            QTest::keyClicks(editor.Sources()->RowAt(0)->Line(), " p. 12 ");
 
-void NoteEditorTest::a_note_is_written_and_stands_on_the_board_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<int>("order");
-    QTest::newRow("light, to the bottom") << false << 805;
-    QTest::newRow("dark, to the top") << true << 705;
-}
+            CategoryPanel& categories = *editor.Categories();
+            QCOMPARE(categories.BoxAt(0)->currentText(), QStringLiteral("Click To Assign New Level"));
+            Choose(categories.BoxAt(0), "Engineering");
+            QCOMPARE(categories.BoxCount(), 2);
+            prompts_.texts = {"Fog bells"};
+            Choose(categories.BoxAt(1), "<---Create New Category--->");
+            QCOMPARE(categories.BoxAt(1)->currentText(), QStringLiteral("L2: Fog bells"));
+            categories.ShowSet(3);
+            QCOMPARE(categories.BoxCount(), 1);
+            categories.ShowSet(1);
+            QCOMPARE(categories.BoxCount(), 3);
 
-void NoteEditorTest::a_note_is_written_and_stands_on_the_board() {
-    const QString look = SetLook();
-    QFETCH(int, order);
-    app_->SetSortOrder(order);
-    const size_t before = app_->List().Count();
-    InDialog<NoteEditorWindow>([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
-                               [](NoteEditorWindow& editor) {
-                                   QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
-                                   QVERIFY2(editor.Text()->Edit()->hasFocus(),
-                                            QApplication::focusWidget()->metaObject()->className());
-                                   Type(editor, "A lamp of my own");
-                                   Save(editor);
-                               });
-    QCOMPARE(app_->List().Count(), before + 1);
-    const CNote& note = app_->List()[order == 705 ? 0 : before];
-    QCOMPARE(note.plainText, std::string("A lamp of my own"));
-    QVERIFY(note.newlyAdded);
-    QVERIFY(!note.keyWords.empty() || !note.sources.IsEmpty());  // filled from the last note of the list
-    QCOMPARE(window_->Board()->FocusNote(), note.id);
-    QVERIFY(OnDisk(note.id));
-    QVERIFY(window_->Board()->CardText(app_->List().PositionOf(note.id)).contains("A lamp of my own"));
-    TakeShot(*window_, "editor-saved-" + look);
-}
-
-void NoteEditorTest::everything_at_the_side_is_saved() {
-    app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-    const int32_t source = app_->NoteBook().sources[0].SourceID;
-    AddNote([&](NoteEditorWindow& editor) {
-        Type(editor, "Text");
-        Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
-            QCOMPARE(browser.windowTitle(), QStringLiteral("Select Source"));
-            browser.List()->SelectRow(RowOf(browser, source));
-            QTest::keyClick(browser.List(), Qt::Key_Return);
-        });
-        editor.Sources()->AddSource();
-        QCOMPARE(editor.Sources()->Count(), 1);
-        Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
-            dialog.findChild<QLineEdit*>("title")->clear();
-            QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "A title typed just now");
-            dialog.findChild<QPushButton*>("save")->click();
-        });
-        editor.Sources()->EditSource();
-        QVERIFY(editor.Sources()->RowAt(0)->accessibleName().contains("A title typed just now"));
-        QCOMPARE(editor.Sources()->RowAt(0)->LineButton()->text(),
-                 QStringLiteral("Click Here to Add Note Specific Info..."));
-        QTest::mouseClick(editor.Sources()->RowAt(0)->LineButton(), Qt::LeftButton);
-        QTest::keyClicks(editor.Sources()->RowAt(0)->Line(), " p. 12 ");
-
-        CategoryPanel& categories = *editor.Categories();
-        QCOMPARE(categories.BoxAt(0)->currentText(), QStringLiteral("Click To Assign New Level"));
-        Choose(categories.BoxAt(0), "Engineering");
-        QCOMPARE(categories.BoxCount(), 2);
-        prompts_.texts = {"Fog bells"};
-        Choose(categories.BoxAt(1), "<---Create New Category--->");
-        QCOMPARE(categories.BoxAt(1)->currentText(), QStringLiteral("L2: Fog bells"));
-        categories.ShowSet(3);
-        QCOMPARE(categories.BoxCount(), 1);
-        categories.ShowSet(1);
-        QCOMPARE(categories.BoxCount(), 3);
-
-        QTest::keyClicks(editor.KeyWords()->Field(), "tolling");
-        Next<SelectTagsDlg>([](SelectTagsDlg& dialog) {
-            QVERIFY(dialog.List()->findItems("tolling - (1)", Qt::MatchExactly).first()->checkState(0) == Qt::Checked);
-            dialog.List()
-                ->findItems("brandy", Qt::MatchStartsWith)
-                .value(0, dialog.List()->topLevelItem(0))
-                ->setCheckState(0, Qt::Checked);
-            dialog.accept();
-        });
-        editor.KeyWords()->SelectKeyWords();
-        QVERIFY(editor.KeyWords()->Field()->text().startsWith("tolling, "));
-        editor.Color()->SetColor(MakeRgb(10, 120, 200));
-        Save(editor);
-    });
-    const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
-    QCOMPARE(note.sources.Count(), size_t{1});
-    QCOMPARE(note.sourceInfo.at(0).text, std::string("p. 12"));
-    QCOMPARE(note.categories[0].children.at(0).GetPathText(), std::string("L1: Engineering\nL2: Fog bells\n"));
-    QVERIFY(app_->NoteBook().categories.FindByID(note.categories[0].children.at(0).id));
-    QVERIFY(note.keyWords.starts_with("tolling, "));
-    QCOMPARE(note.borderColor, MakeRgb(10, 120, 200));
-    QVERIFY(faults_.faults.empty());
-}
-
-void NoteEditorTest::a_change_stays_in_its_place() {
-    const int32_t id = app_->List()[3].id;
-    const CNote before = *OnDisk(id);
-    window_->Board()->SetFocusNote(id);
-    window_->Board()->setFocus();
-    InDialog<NoteEditorWindow>(
-        [this] { QTest::keyClick(window_->Board(), Qt::Key_Return); },
-        [&](NoteEditorWindow& editor) {
-            const QString date = editor.findChild<QLabel*>("lastEdit")->text();
-            QVERIFY(date.startsWith("Date/Time of Last Edit"));
-            QVERIFY(date.contains(QString::fromStdString(before.dateEdited.Format("%m/%d/%Y  -  %I:%M:%S %p"))));
-            QTest::keyClick(editor.Text()->Edit(), Qt::Key_Home, Qt::ControlModifier);
-            Type(editor, "Changed: ");
+            QTest::keyClicks(editor.KeyWords()->Field(), "tolling");
+            Next<SelectTagsDlg>([](SelectTagsDlg& dialog) {
+                QVERIFY(dialog.List()->findItems("tolling - (1)", Qt::MatchExactly).first()->checkState(0) ==
+                        Qt::Checked);
+                dialog.List()
+                    ->findItems("brandy", Qt::MatchStartsWith)
+                    .value(0, dialog.List()->topLevelItem(0))
+                    ->setCheckState(0, Qt::Checked);
+                dialog.accept();
+            });
+            editor.KeyWords()->SelectKeyWords();
+            QVERIFY(editor.KeyWords()->Field()->text().startsWith("tolling, "));
+            editor.Color()->SetColor(MakeRgb(10, 120, 200));
             Save(editor);
         });
-    QCOMPARE(app_->List()[3].id, id);
-    QVERIFY(OnDisk(id)->plainText.starts_with("Changed: "));
-    QCOMPARE(OnDisk(id)->dateEdited, clock_.now);
-    QCOMPARE(OnDisk(id)->attachments.size(), before.attachments.size());
-    QCOMPARE(window_->Board()->FocusNote(), id);
-}
+        const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
+        QCOMPARE(note.sources.Count(), size_t{1});
+        QCOMPARE(note.sourceInfo.at(0).text, std::string("p. 12"));
+        QCOMPARE(note.categories[0].children.at(0).GetPathText(), std::string("L1: Engineering\nL2: Fog bells\n"));
+        QVERIFY(app_->NoteBook().categories.FindByID(note.categories[0].children.at(0).id));
+        QVERIFY(note.keyWords.starts_with("tolling, "));
+        QCOMPARE(note.borderColor, MakeRgb(10, 120, 200));
+        QVERIFY(faults_.faults.empty());
+    }
 
-void NoteEditorTest::an_empty_note_is_refused_and_can_be_cancelled_without_a_question() {
-    const size_t before = app_->List().Count();
-    AddNote([this](NoteEditorWindow& editor) {
-        Save(editor);
-        QVERIFY(editor.isVisible());
-        QCOMPARE(prompts_.seen, std::vector<std::string>{"No Text In Note: Note must contain some text."});
-        prompts_.seen.clear();
-        QTest::keyClick(&editor, Qt::Key_Escape);
-        QVERIFY(!editor.isVisible());
-    });
-    QVERIFY(prompts_.seen.empty());
-    QCOMPARE(app_->List().Count(), before);
-}
+    void a_change_stays_in_its_place() {
+        const int32_t id = app_->List()[3].id;
+        const CNote before = *OnDisk(id);
+        window_->Board()->SetFocusNote(id);
+        window_->Board()->setFocus();
+        InDialog<NoteEditorWindow>(
+            [this] { QTest::keyClick(window_->Board(), Qt::Key_Return); },
+            [&](NoteEditorWindow& editor) {
+                const QString date = editor.findChild<QLabel*>("lastEdit")->text();
+                QVERIFY(date.startsWith("Date/Time of Last Edit"));
+                QVERIFY(date.contains(QString::fromStdString(before.dateEdited.Format("%m/%d/%Y  -  %I:%M:%S %p"))));
+                QTest::keyClick(editor.Text()->Edit(), Qt::Key_Home, Qt::ControlModifier);
+                Type(editor, "Changed: ");
+                Save(editor);
+            });
+        QCOMPARE(app_->List()[3].id, id);
+        QVERIFY(OnDisk(id)->plainText.starts_with("Changed: "));
+        QCOMPARE(OnDisk(id)->dateEdited, clock_.now);
+        QCOMPARE(OnDisk(id)->attachments.size(), before.attachments.size());
+        QCOMPARE(window_->Board()->FocusNote(), id);
+    }
 
-void NoteEditorTest::cancelling_a_change_asks_and_changes_nothing() {
-    const int32_t id = app_->List()[0].id;
-    const CNote before = *OnDisk(id);
-    InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); },
-                               [this](NoteEditorWindow& editor) {
-                                   Type(editor, "lost");
-                                   editor.Sources()->ClearSources();
-                                   QTest::keyClick(&editor, Qt::Key_Escape);
-                                   QVERIFY(editor.isVisible());
-                                   QCOMPARE(prompts_.seen.size(), size_t{1});
-                                   prompts_.answers = {PromptAnswer::Yes};
-                                   QTest::keyClick(&editor, Qt::Key_Escape);
-                                   QVERIFY(!editor.isVisible());
-                               });
-    QCOMPARE(OnDisk(id)->rtfText, before.rtfText);
-    QVERIFY(OnDisk(id)->sources == before.sources);
-    QCOMPARE(DraftCount(), 0);
-}
+    void an_empty_note_is_refused_and_can_be_cancelled_without_a_question() {
+        const size_t before = app_->List().Count();
+        AddNote([this](NoteEditorWindow& editor) {
+            Save(editor);
+            QVERIFY(editor.isVisible());
+            QCOMPARE(prompts_.seen, std::vector<std::string>{"No Text In Note: Note must contain some text."});
+            prompts_.seen.clear();
+            QTest::keyClick(&editor, Qt::Key_Escape);
+            QVERIFY(!editor.isVisible());
+        });
+        QVERIFY(prompts_.seen.empty());
+        QCOMPARE(app_->List().Count(), before);
+    }
 
-void NoteEditorTest::enter_in_a_field_saves_nothing() {
-    AddNote([](NoteEditorWindow& editor) {
-        Type(editor, "Text");
-        QTest::keyClick(editor.KeyWords()->Field(), Qt::Key_Return);
-        QVERIFY(editor.isVisible());
-    });
-}
+    void cancelling_a_change_asks_and_changes_nothing() {
+        const int32_t id = app_->List()[0].id;
+        const CNote before = *OnDisk(id);
+        InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); },
+                                   [this](NoteEditorWindow& editor) {
+                                       Type(editor, "lost");
+                                       editor.Sources()->ClearSources();
+                                       QTest::keyClick(&editor, Qt::Key_Escape);
+                                       QVERIFY(editor.isVisible());
+                                       QCOMPARE(prompts_.seen.size(), size_t{1});
+                                       prompts_.answers = {PromptAnswer::Yes};
+                                       QTest::keyClick(&editor, Qt::Key_Escape);
+                                       QVERIFY(!editor.isVisible());
+                                   });
+        QCOMPARE(OnDisk(id)->rtfText, before.rtfText);
+        QVERIFY(OnDisk(id)->sources == before.sources);
+        QCOMPARE(DraftCount(), 0);
+    }
 
-void NoteEditorTest::a_failed_save_keeps_the_text_and_can_be_tried_again() {
-    app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-    // A folder in the place of the note's file.
-    const std::filesystem::path file = app_->NoteBook().paths.NoteFile("DAY" + clock_.now.Format("%m%d%Y") + ".dat");
-    std::filesystem::create_directories(file / "in the way");
-    const size_t before = app_->List().Count();
-    AddNote([&](NoteEditorWindow& editor) {
-        Type(editor, "Kept");
-        Save(editor);
-        QVERIFY(editor.isVisible());
-        QVERIFY(editor.Faults()->isVisible());
-        QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Kept"));
-        TakeShot(editor, "editor-fault");
-        std::filesystem::remove_all(file);
-        Press(*editor.Faults(), "Try again");
-        QTRY_VERIFY(!editor.isVisible());
-    });
-    QCOMPARE(app_->List().Count(), before + 1);
-    QVERIFY(faults_.faults.empty());
-}
+    void enter_in_a_field_saves_nothing() {
+        AddNote([](NoteEditorWindow& editor) {
+            Type(editor, "Text");
+            QTest::keyClick(editor.KeyWords()->Field(), Qt::Key_Return);
+            QVERIFY(editor.isVisible());
+        });
+    }
 
-void NoteEditorTest::dropped_files_become_attachments() {
-    const QString a = File("a.txt"), b = File("b.pdf");
-    AddNote([&](NoteEditorWindow& editor) {
-        Type(editor, "Text");
-        QMimeData dropped;
-        dropped.setUrls(
-            {QUrl::fromLocalFile(a), QUrl::fromLocalFile(b), QUrl::fromLocalFile(a), QUrl("https://example.org/x")});
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(editor.Attachments(), &enter);
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(editor.Attachments(), &drop);
-        const QTreeWidget& list = *editor.Attachments()->List();
-        QCOMPARE(list.topLevelItemCount(), 3);
-        QCOMPARE(list.topLevelItem(1)->text(0), QStringLiteral("b.pdf"));
-        QCOMPARE(list.topLevelItem(1)->text(1), b);
-        QCOMPARE(prompts_.seen.size(), size_t{1});  // the one that stands there already
-        prompts_.answers = {PromptAnswer::Yes};
-        editor.Attachments()->List()->setCurrentItem(list.topLevelItem(2));
-        QTest::keyClick(editor.Attachments()->List(), Qt::Key_Delete);
-        QCOMPARE(list.topLevelItemCount(), 2);
-        Save(editor);
-    });
-    const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
-    QCOMPARE(note.attachments.size(), size_t{2});
-    QVERIFY(std::filesystem::exists(app_->NoteBook().paths.Attachments() / note.attachments[0].storedFile));
-}
-
-void NoteEditorTest::a_draft_follows_the_typing_and_goes_with_the_window() {
-    AddNote([this](NoteEditorWindow& editor) {
-        QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
-        Type(editor, "First");
-        QVERIFY(written.wait(5000));
-        QCOMPARE(DraftCount(), 1);
-        Type(editor, " second");
-        QVERIFY(written.wait(5000));
-        Draft draft;
-        QVERIFY(DraftStore::ReadDraft(editor.Drafts()->Store().ListDrafts().at(0), app_->Context(), draft));
-        QCOMPARE(draft.note.plainText, std::string("First second"));
-        QCOMPARE(draft.note.id, -1);
-        Save(editor);
-    });
-    QCOMPARE(DraftCount(), 0);
-}
-
-void NoteEditorTest::a_draft_is_offered_after_a_crash() {
-    const int32_t id = app_->List()[2].id;
-    Draft draft;
-    draft.note = *OnDisk(id);
-    draft.baseEdited = draft.note.dateEdited;
-    draft.note.rtfText = "{\\rtf1\\ansi Unsaved words}";
-    draft.note.plainText = "Unsaved words";
-    const DraftStore store(app_->NoteBook().paths);
-    QVERIFY(store.WriteDraft(draft).Ok());
-    PutBytes(store.Folder() / "broken.draft", "LoreDraft 1\n");
-
-    prompts_.answers = {PromptAnswer::Cancel};
-    window_->Notes()->OfferUnsavedNotes();
-    QCOMPARE(DraftCount(), 1);
-    QCOMPARE(faults_.faults.size(), size_t{1});
-    prompts_.answers = {PromptAnswer::Yes};
-    InDialog<NoteEditorWindow>([this] { window_->Notes()->OfferUnsavedNotes(); },
-                               [](NoteEditorWindow& editor) {
-                                   QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Unsaved words"));
-                                   Save(editor);
-                               });
-    QCOMPARE(OnDisk(id)->plainText, std::string("Unsaved words"));
-    QCOMPARE(DraftCount(), 0);
-    const size_t asked = prompts_.seen.size();
-    window_->Notes()->OfferUnsavedNotes();
-    QCOMPARE(prompts_.seen.size(), asked);
-}
-
-void NoteEditorTest::a_captured_clipboard_becomes_a_note() {
-    auto* const mime = new QMimeData;
-    mime->setHtml("<p>A <b>bold</b> word</p>");
-    mime->setText("A bold word");
-    QApplication::clipboard()->setMimeData(mime);
-    InDialog<NoteEditorWindow>([this] { emit window_->CaptureRequested(); },
-                               [](NoteEditorWindow& editor) { Save(editor); });
-    const CNote& note = app_->List()[app_->List().Count() - 1];
-    QCOMPARE(note.plainText, std::string("A bold word"));
-    QVERIFY(note.rtfText.find("\\b") != std::string::npos);
-    QApplication::clipboard()->clear();
-    emit window_->CaptureRequested();
-    QCOMPARE(prompts_.seen.back(), std::string("Nothing To Capture: The clipboard holds no text for a note."));
-}
-
-void NoteEditorTest::deleting_asks_and_can_be_undone() {
-    const LongList all = app_->List().GetNoteIDs();
-    const int32_t id = all[4];
-    window_->Board()->SetFocusNote(id);
-    window_->Board()->setFocus();
-    QTest::keyClick(window_->Board(), Qt::Key_Delete);
-    QVERIFY(OnDisk(id));
-    prompts_.answers = {PromptAnswer::Yes};
-    QTest::keyClick(window_->Board(), Qt::Key_Delete);
-    QVERIFY(!OnDisk(id));
-    QVERIFY(!app_->List().Contains(id));
-    QCOMPARE(prompts_.seen.back(), std::string("Delete Note?? Do you wish to permanently delete this note?"));
-    prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-    window_->Notes()->DeleteCurrentNotes();
-    QVERIFY(app_->List().IsEmpty());
-    QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
-    window_->Notes()->Undo();
-    QTest::keyClick(window_->Board(), Qt::Key_Z, Qt::ControlModifier);
-    QVERIFY(window_->Notes()->WhatToUndo() == WritingCommands::NextUndo::None);
-    QCOMPARE(app_->List().Count(), all.Count());
-    QVERIFY(OnDisk(id));
-}
-
-void NoteEditorTest::place_and_split_are_kept() {
-    QRect place;
-    AddNote([&](NoteEditorWindow& editor) {
-        editor.setGeometry(QRect(QPoint(20, 15), editor.minimumSizeHint() + QSize(20, 10)));
-        QCoreApplication::processEvents();
-        place = editor.geometry();
-        editor.CancelNote();
-    });
-    AddNote([&](NoteEditorWindow& editor) { QCOMPARE(editor.geometry(), place); });
-    QVERIFY(store_.Get("Windows", "EditNoteSplit"));
-}
-
-void NoteEditorTest::looks_good_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<bool>("full");
-    QTest::newRow("editor-light-full") << false << true;
-    QTest::newRow("editor-dark-full") << true << true;
-    QTest::newRow("editor-light-empty") << false << false;
-    QTest::newRow("editor-dark-empty") << true << false;
-}
-
-void NoteEditorTest::looks_good() {
-    SetLook();
-    QFETCH(bool, full);
-    const QString name = QString::fromLatin1(QTest::currentDataTag());
-    const auto shot = [&](NoteEditorWindow& editor) {
-        editor.resize(1280, 860);
-        Shoot(editor, name);
-        editor.findChild<QTabWidget*>()->setCurrentIndex(1);
-        TakeShot(editor, name + "-categories");
-    };
-    if (!full) {
+    void a_failed_save_keeps_the_text_and_can_be_tried_again() {
         app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-        return AddNote(shot);
+        // A folder in the place of the note's file.
+        const std::filesystem::path file =
+            app_->NoteBook().paths.NoteFile("DAY" + clock_.now.Format("%m%d%Y") + ".dat");
+        std::filesystem::create_directories(file / "in the way");
+        const size_t before = app_->List().Count();
+        AddNote([&](NoteEditorWindow& editor) {
+            Type(editor, "Kept");
+            Save(editor);
+            QVERIFY(editor.isVisible());
+            QVERIFY(editor.Faults()->isVisible());
+            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Kept"));
+            TakeShot(editor, "editor-fault");
+            std::filesystem::remove_all(file);
+            Press(*editor.Faults(), "Try again");
+            QTRY_VERIFY(!editor.isVisible());
+        });
+        QCOMPARE(app_->List().Count(), before + 1);
+        QVERIFY(faults_.faults.empty());
     }
-    int32_t chosen = app_->List()[0].id;
-    for (const ListedNote& entry : app_->List().Notes()) {
-        if (entry.note->sources.Count() > 1 && !entry.note->attachments.empty())
-            chosen = entry.Id();
-    }
-    InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(chosen); }, shot);
-}
 
-void NoteEditorTest::dialogs_look_good() {
-    KeyWordPicker used(app_->NoteBook().keyWords, "bells", -1);
-    SelectTagsDlg tags(used, *theme_);
-    tags.show();
-    TakeShot(tags, "editor-key-words");
-    const QString path = File("picture.png", Encoded(Filled(640, 400)));
-    PictureViewer viewer(path, "A picture", *theme_);
-    viewer.show();
-    QVERIFY(viewer.IsLoaded());
-    const double fitted = viewer.Zoom();
-    viewer.ZoomBy(2);
-    QVERIFY(viewer.Zoom() > fitted);
-    TakeShot(viewer, "editor-picture");
-}
+    void dropped_files_become_attachments() {
+        const QString a = File("a.txt"), b = File("b.pdf");
+        AddNote([&](NoteEditorWindow& editor) {
+            Type(editor, "Text");
+            QMimeData dropped;
+            dropped.setUrls({QUrl::fromLocalFile(a), QUrl::fromLocalFile(b), QUrl::fromLocalFile(a),
+                             QUrl("https://example.org/x")});
+            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(editor.Attachments(), &enter);
+            QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(editor.Attachments(), &drop);
+            const QTreeWidget& list = *editor.Attachments()->List();
+            QCOMPARE(list.topLevelItemCount(), 3);
+            QCOMPARE(list.topLevelItem(1)->text(0), QStringLiteral("b.pdf"));
+            QCOMPARE(list.topLevelItem(1)->text(1), b);
+            QCOMPARE(prompts_.seen.size(), size_t{1});  // the one that stands there already
+            prompts_.answers = {PromptAnswer::Yes};
+            editor.Attachments()->List()->setCurrentItem(list.topLevelItem(2));
+            QTest::keyClick(editor.Attachments()->List(), Qt::Key_Delete);
+            QCOMPARE(list.topLevelItemCount(), 2);
+            Save(editor);
+        });
+        const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
+        QCOMPARE(note.attachments.size(), size_t{2});
+        QVERIFY(std::filesystem::exists(app_->NoteBook().paths.Attachments() / note.attachments[0].storedFile));
+    }
+
+    void a_draft_follows_the_typing_and_goes_with_the_window() {
+        AddNote([this](NoteEditorWindow& editor) {
+            QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
+            Type(editor, "First");
+            QVERIFY(written.wait(5000));
+            QCOMPARE(DraftCount(), 1);
+            Type(editor, " second");
+            QVERIFY(written.wait(5000));
+            Draft draft;
+            QVERIFY(DraftStore::ReadDraft(editor.Drafts()->Store().ListDrafts().at(0), app_->Context(), draft));
+            QCOMPARE(draft.note.plainText, std::string("First second"));
+            QCOMPARE(draft.note.id, -1);
+            Save(editor);
+        });
+        QCOMPARE(DraftCount(), 0);
+    }
+
+    void a_draft_is_offered_after_a_crash() {
+        const int32_t id = app_->List()[2].id;
+        Draft draft;
+        draft.note = *OnDisk(id);
+        draft.baseEdited = draft.note.dateEdited;
+        draft.note.rtfText = "{\\rtf1\\ansi Unsaved words}";
+        draft.note.plainText = "Unsaved words";
+        const DraftStore store(app_->NoteBook().paths);
+        QVERIFY(store.WriteDraft(draft).Ok());
+        PutBytes(store.Folder() / "broken.draft", "LoreDraft 1\n");
+
+        prompts_.answers = {PromptAnswer::Cancel};
+        window_->Notes()->OfferUnsavedNotes();
+        QCOMPARE(DraftCount(), 1);
+        QCOMPARE(faults_.faults.size(), size_t{1});
+        prompts_.answers = {PromptAnswer::Yes};
+        InDialog<NoteEditorWindow>([this] { window_->Notes()->OfferUnsavedNotes(); },
+                                   [](NoteEditorWindow& editor) {
+                                       QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Unsaved words"));
+                                       Save(editor);
+                                   });
+        QCOMPARE(OnDisk(id)->plainText, std::string("Unsaved words"));
+        QCOMPARE(DraftCount(), 0);
+        const size_t asked = prompts_.seen.size();
+        window_->Notes()->OfferUnsavedNotes();
+        QCOMPARE(prompts_.seen.size(), asked);
+    }
+
+    void a_captured_clipboard_becomes_a_note() {
+        auto* const mime = new QMimeData;
+        mime->setHtml("<p>A <b>bold</b> word</p>");
+        mime->setText("A bold word");
+        QApplication::clipboard()->setMimeData(mime);
+        InDialog<NoteEditorWindow>([this] { emit window_->CaptureRequested(); },
+                                   [](NoteEditorWindow& editor) { Save(editor); });
+        const CNote& note = app_->List()[app_->List().Count() - 1];
+        QCOMPARE(note.plainText, std::string("A bold word"));
+        QVERIFY(note.rtfText.find("\\b") != std::string::npos);
+        QApplication::clipboard()->clear();
+        emit window_->CaptureRequested();
+        QCOMPARE(prompts_.seen.back(), std::string("Nothing To Capture: The clipboard holds no text for a note."));
+    }
+
+    void deleting_asks_and_can_be_undone() {
+        const LongList all = app_->List().GetNoteIDs();
+        const int32_t id = all[4];
+        window_->Board()->SetFocusNote(id);
+        window_->Board()->setFocus();
+        QTest::keyClick(window_->Board(), Qt::Key_Delete);
+        QVERIFY(OnDisk(id));
+        prompts_.answers = {PromptAnswer::Yes};
+        QTest::keyClick(window_->Board(), Qt::Key_Delete);
+        QVERIFY(!OnDisk(id));
+        QVERIFY(!app_->List().Contains(id));
+        QCOMPARE(prompts_.seen.back(), std::string("Delete Note?? Do you wish to permanently delete this note?"));
+        prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+        window_->Notes()->DeleteCurrentNotes();
+        QVERIFY(app_->List().IsEmpty());
+        QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
+        window_->Notes()->Undo();
+        QTest::keyClick(window_->Board(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(window_->Notes()->WhatToUndo() == WritingCommands::NextUndo::None);
+        QCOMPARE(app_->List().Count(), all.Count());
+        QVERIFY(OnDisk(id));
+    }
+
+    void place_and_split_are_kept() {
+        QRect place;
+        AddNote([&](NoteEditorWindow& editor) {
+            editor.setGeometry(QRect(QPoint(20, 15), editor.minimumSizeHint() + QSize(20, 10)));
+            QCoreApplication::processEvents();
+            place = editor.geometry();
+            editor.CancelNote();
+        });
+        AddNote([&](NoteEditorWindow& editor) { QCOMPARE(editor.geometry(), place); });
+        QVERIFY(store_.Get("Windows", "EditNoteSplit"));
+    }
+
+    void looks_good_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<bool>("full");
+        QTest::newRow("editor-light-full") << false << true;
+        QTest::newRow("editor-dark-full") << true << true;
+        QTest::newRow("editor-light-empty") << false << false;
+        QTest::newRow("editor-dark-empty") << true << false;
+    }
+
+    void looks_good() {
+        SetLook();
+        QFETCH(bool, full);
+        const QString name = QString::fromLatin1(QTest::currentDataTag());
+        const auto shot = [&](NoteEditorWindow& editor) {
+            editor.resize(1280, 860);
+            Shoot(editor, name);
+            editor.findChild<QTabWidget*>()->setCurrentIndex(1);
+            TakeShot(editor, name + "-categories");
+        };
+        if (!full) {
+            app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
+            return AddNote(shot);
+        }
+        int32_t chosen = app_->List()[0].id;
+        for (const ListedNote& entry : app_->List().Notes()) {
+            if (entry.note->sources.Count() > 1 && !entry.note->attachments.empty())
+                chosen = entry.Id();
+        }
+        InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(chosen); }, shot);
+    }
+
+    void dialogs_look_good() {
+        KeyWordPicker used(app_->NoteBook().keyWords, "bells", -1);
+        SelectTagsDlg tags(used, *theme_);
+        tags.show();
+        TakeShot(tags, "editor-key-words");
+        const QString path = File("picture.png", Encoded(Filled(640, 400)));
+        PictureViewer viewer(path, "A picture", *theme_);
+        viewer.show();
+        QVERIFY(viewer.IsLoaded());
+        const double fitted = viewer.Zoom();
+        viewer.ZoomBy(2);
+        QVERIFY(viewer.Zoom() > fitted);
+        TakeShot(viewer, "editor-picture");
+    }
+};
 
 }  // namespace lore
 

@@ -12,7 +12,28 @@ class NoteBooksTest : public QObject, protected WindowWorld {
 
 private:
     DataPaths Data() const { return {Root()}; }
-    void AddNoteBook(const std::string& name, int32_t id, int notes);
+    void AddNoteBook(const std::string& name, int32_t id, int notes) {
+        std::vector<CDatabase> list;
+        LoadDatabases(Data().DatabasesFile(), MakeReadContext(clock_, guids_), list);
+        CDatabase& entry = list.emplace_back();
+        entry.id = id;
+        entry.name = name;
+        entry.folder = "Folder" + std::to_string(id);
+        entry.guid = "{NB" + std::to_string(id) + "}";
+        entry.created = DateTime(2011, 7, 12);
+        const NoteBookPaths paths(Data(), entry.folder);
+        CreateNoteBookFolders(paths);
+        std::vector<CNote> held(static_cast<size_t>(notes));
+        for (size_t i = 0; i < held.size(); ++i) {
+            held[i].id = static_cast<int32_t>(i) + 1;
+            held[i].dateCreated = held[i].dateEdited = DateTime(2020, 1, 1);
+            held[i].rtfText = "{\\rtf1 A lamp}";
+        }
+        if (notes > 0)
+            SaveNoteFile(paths.NoteFile("DAY01012020.dat"), held);
+        SaveDatabases(Data().DatabasesFile(), list);
+    }
+
     void InManager(const std::function<void(ManageNoteBooksDialog&)>& steps) {
         InDialog<ManageNoteBooksDialog>([this] { MenuEntry(*window_, "Manage NoteBooks...")->trigger(); },
                                         [&](ManageNoteBooksDialog& dialog) {
@@ -23,203 +44,170 @@ private:
     static QStringList Rows(const ManageNoteBooksDialog& dialog) { return Lines(In<QListWidget>(dialog, "noteBooks")); }
 
 private slots:
-    void init();
+    void init() {
+        Begin();
+        store_.Set("Options", "LocalGUID", "{LOCAL}");
+        CreateNoteBookFolders({Data(), kMainNoteBookFolder});
+        AddNoteBook("Thesis", 7, 3);
+        AddNoteBook("A NoteBook with a name of 30 c", 9, 0);
+        AddNoteBook("\xD7\xA1\xD7\xA4\xD7\xA8 \xE7\xAC\x94\xE8\xAE\xB0\xE6\x9C\xAC", 11, 1);
+        OpenWindow(1180, 800);
+    }
+
     void cleanup() { CloseWindow(); }
-    void keyboard_alone_makes_renames_and_deletes();
-    void details_follow_the_selection();
-    void main_notebook_can_be_neither_renamed_nor_deleted();
-    void changing_opens_the_chosen_one();
-    void deleting_the_open_one_stops_all_writing();
-    void card_is_copied_to_another_notebook();
-    void dialog_opens_where_it_was_closed();
-    void closing_asks_for_the_auto_backup();
-    void dropped_archives_are_asked_to_be_imported();
-    void looks_good_data();
-    void looks_good();
+    void keyboard_alone_makes_renames_and_deletes() {
+        prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+        InManager([this](ManageNoteBooksDialog& dialog) {
+            auto* const newName = dialog.findChild<QLineEdit*>("newName");
+            QTest::keyClick(&dialog, Qt::Key_W, Qt::AltModifier);
+            QVERIFY(newName->hasFocus());
+            QTest::keyClicks(newName, "Fog signals");
+            QTest::keyClick(newName, Qt::Key_Return);
+            QVERIFY(dialog.isVisible());
+            QVERIFY(newName->text().isEmpty() && newName->hasFocus());
+            QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog signals"));
+            auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+            QCOMPARE(list->currentRow(), 4);
+            list->setFocus();
+            QTest::keyClick(list, Qt::Key_F2);
+            auto* const name = dialog.findChild<QLineEdit*>("name");
+            QVERIFY(name->hasFocus());
+            QCOMPARE(name->selectedText(), QStringLiteral("Fog signals"));
+            QTest::keyClicks(name, "Fog");
+            QTest::keyClick(name, Qt::Key_Return);
+            QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog"));
+            list->setFocus();
+            QTest::keyClick(list, Qt::Key_Delete);
+            QCOMPARE(list->currentRow(), 0);
+            QCOMPARE(Rows(dialog).size(), 4);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+            QVERIFY(!dialog.isVisible());
+        });
+        QCOMPARE(prompts_.seen.size(), size_t{2});
+        QVERIFY(app_->NoteBook().database.IsMain());
+    }
+
+    void details_follow_the_selection() {
+        InManager([this](ManageNoteBooksDialog& dialog) {
+            QCOMPARE(Rows(dialog).first(), QStringLiteral("<LOREBINDER MAIN>"));
+            auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+            QTest::keyClick(list, Qt::Key_Down);
+            QCOMPARE(dialog.findChild<QLineEdit*>("name")->text(), QStringLiteral("Thesis"));
+            QCOMPARE(dialog.findChild<QLabel*>("notes")->text(), QStringLiteral("# Notes:  3"));
+            QCOMPARE(dialog.findChild<QLabel*>("created")->text(), QStringLiteral("Created:  07/12/11"));
+        });
+    }
+
+    void main_notebook_can_be_neither_renamed_nor_deleted() {
+        InManager([](ManageNoteBooksDialog& dialog) {
+            QVERIFY(!dialog.findChild<QLineEdit*>("name")->isEnabled());
+            auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+            QTest::keyClick(list, Qt::Key_F2);
+            QVERIFY(list->hasFocus());
+            QTest::keyClick(list, Qt::Key_Delete);
+        });
+        QCOMPARE(prompts_.seen.back(), std::string("Unable to Delete: You can't delete the main database."));
+    }
+
+    void changing_opens_the_chosen_one() {
+        InManager([](ManageNoteBooksDialog& dialog) {
+            dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(1);
+            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            QVERIFY(!dialog.isVisible());
+        });
+        QCOMPARE(app_->NoteBook().database.name, std::string("Thesis"));
+        QCOMPARE(*store_.Get("Options", "Database"), std::string("{NB7}"));
+        QCOMPARE(app_->NotesPane(), std::string("Notes:    3"));
+    }
+
+    void deleting_the_open_one_stops_all_writing() {
+        app_->SwitchNoteBook(app_->NoteBooks()[0]);
+        app_->Gather({1, 2});
+        prompts_.answers = {PromptAnswer::Yes};
+        InManager([](ManageNoteBooksDialog& dialog) {
+            QTest::keyClick(dialog.findChild<QListWidget*>("noteBooks"), Qt::Key_Delete);
+        });
+        QVERIFY(app_->List().IsEmpty());
+        QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
+        QVERIFY(!app_->MayWrite());
+        QVERIFY(prompts_.seen.back().starts_with("NoteBook Deleted: "));
+        app_->SaveOptions();
+        QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
+        QVERIFY(faults_.faults.empty());
+        app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
+        QVERIFY(app_->MayWrite());
+        QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
+    }
+
+    void card_is_copied_to_another_notebook() {
+        app_->SwitchNoteBook(app_->NoteBooks()[0]);
+        app_->Gather({1, 2});
+        window_->ShowNoteBook();
+        QCOMPARE(CopyTargets(*app_).size(), size_t{3});
+        emit window_->Board()->CopyRequested(2, 0);
+        QCOMPARE(prompts_.seen.back(),
+                 std::string("Finished!: Your note has been successfully copied to LorebinderMain!"));
+        QCOMPARE(*store_.Get("Options", "MaxNoteID"), std::to_string(app_->GetSettings().Int(Option::MaxNoteID)));
+        const std::vector<std::string> seen = prompts_.seen;
+        emit window_->Board()->CopyRequested(99, 0);
+        emit window_->Board()->CopyRequested(1, 3);
+        QCOMPARE(prompts_.seen, seen);
+        app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
+        QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{1});
+    }
+
+    void dialog_opens_where_it_was_closed() {
+        const QRect wanted(60, 70, 640, 480);
+        if (!window_->screen()->availableGeometry().contains(wanted))
+            QSKIP("the screen is too small");
+        InManager([&](ManageNoteBooksDialog& dialog) { dialog.setGeometry(wanted); });
+        InManager([&](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), wanted); });
+    }
+
+    void closing_asks_for_the_auto_backup() {
+        app_->GetSettings().Set(Option::EnableBackup, 1);
+        app_->GetSettings().Set(Option::BackupPath, folder_->filePath("kept.lbe").toStdString());
+        prompts_.answers = {PromptAnswer::Yes};
+        window_->close();
+        QCOMPARE(prompts_.seen,
+                 std::vector<std::string>{"< Auto-Backup >? Do you wish to perform the auto-backup now?"});
+        QVERIFY(QFile::exists(folder_->filePath("kept[Thesis]_(03-14-26).lbe")));
+        QCOMPARE(*store_.Get("Options", "BkUseCount"), std::string("0"));
+    }
+
+    void dropped_archives_are_asked_to_be_imported() {
+        QSignalSpy spy(window_.get(), &MainWindow::ImportRequested);
+        for (const QString name : {"/tmp/notes.LBE", "/tmp/notes.txt"}) {
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(name)});
+            QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            enter.ignore();
+            QApplication::sendEvent(window_.get(), &enter);
+            QCOMPARE(enter.isAccepted(), name.endsWith("LBE"));
+            QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(window_.get(), &drop);
+        }
+        QCOMPARE(spy.size(), 1);
+        QCOMPARE(spy.first().first().toString(), QStringLiteral("/tmp/notes.LBE"));
+    }
+
+    void looks_good_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<int>("row");
+        QTest::newRow("notebooks-light") << false << 2;
+        QTest::newRow("notebooks-dark") << true << 3;
+        QTest::newRow("notebooks-main-light") << false << 0;
+    }
+
+    void looks_good() {
+        SetLook();
+        QFETCH(int, row);
+        InManager([row](ManageNoteBooksDialog& dialog) {
+            dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(row);
+            Shoot(dialog, QString::fromLatin1(QTest::currentDataTag()));
+        });
+    }
 };
-
-void NoteBooksTest::init() {
-    Begin();
-    store_.Set("Options", "LocalGUID", "{LOCAL}");
-    CreateNoteBookFolders({Data(), kMainNoteBookFolder});
-    AddNoteBook("Thesis", 7, 3);
-    AddNoteBook("A NoteBook with a name of 30 c", 9, 0);
-    AddNoteBook("\xD7\xA1\xD7\xA4\xD7\xA8 \xE7\xAC\x94\xE8\xAE\xB0\xE6\x9C\xAC", 11, 1);
-    OpenWindow(1180, 800);
-}
-
-void NoteBooksTest::AddNoteBook(const std::string& name, int32_t id, int notes) {
-    std::vector<CDatabase> list;
-    LoadDatabases(Data().DatabasesFile(), MakeReadContext(clock_, guids_), list);
-    CDatabase& entry = list.emplace_back();
-    entry.id = id;
-    entry.name = name;
-    entry.folder = "Folder" + std::to_string(id);
-    entry.guid = "{NB" + std::to_string(id) + "}";
-    entry.created = DateTime(2011, 7, 12);
-    const NoteBookPaths paths(Data(), entry.folder);
-    CreateNoteBookFolders(paths);
-    std::vector<CNote> held(static_cast<size_t>(notes));
-    for (size_t i = 0; i < held.size(); ++i) {
-        held[i].id = static_cast<int32_t>(i) + 1;
-        held[i].dateCreated = held[i].dateEdited = DateTime(2020, 1, 1);
-        held[i].rtfText = "{\\rtf1 A lamp}";
-    }
-    if (notes > 0)
-        SaveNoteFile(paths.NoteFile("DAY01012020.dat"), held);
-    SaveDatabases(Data().DatabasesFile(), list);
-}
-
-void NoteBooksTest::keyboard_alone_makes_renames_and_deletes() {
-    prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-    InManager([this](ManageNoteBooksDialog& dialog) {
-        auto* const newName = dialog.findChild<QLineEdit*>("newName");
-        QTest::keyClick(&dialog, Qt::Key_W, Qt::AltModifier);
-        QVERIFY(newName->hasFocus());
-        QTest::keyClicks(newName, "Fog signals");
-        QTest::keyClick(newName, Qt::Key_Return);
-        QVERIFY(dialog.isVisible());
-        QVERIFY(newName->text().isEmpty() && newName->hasFocus());
-        QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog signals"));
-        auto* const list = dialog.findChild<QListWidget*>("noteBooks");
-        QCOMPARE(list->currentRow(), 4);
-        list->setFocus();
-        QTest::keyClick(list, Qt::Key_F2);
-        auto* const name = dialog.findChild<QLineEdit*>("name");
-        QVERIFY(name->hasFocus());
-        QCOMPARE(name->selectedText(), QStringLiteral("Fog signals"));
-        QTest::keyClicks(name, "Fog");
-        QTest::keyClick(name, Qt::Key_Return);
-        QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog"));
-        list->setFocus();
-        QTest::keyClick(list, Qt::Key_Delete);
-        QCOMPARE(list->currentRow(), 0);
-        QCOMPARE(Rows(dialog).size(), 4);
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(!dialog.isVisible());
-    });
-    QCOMPARE(prompts_.seen.size(), size_t{2});
-    QVERIFY(app_->NoteBook().database.IsMain());
-}
-
-void NoteBooksTest::details_follow_the_selection() {
-    InManager([this](ManageNoteBooksDialog& dialog) {
-        QCOMPARE(Rows(dialog).first(), QStringLiteral("<LOREBINDER MAIN>"));
-        auto* const list = dialog.findChild<QListWidget*>("noteBooks");
-        QTest::keyClick(list, Qt::Key_Down);
-        QCOMPARE(dialog.findChild<QLineEdit*>("name")->text(), QStringLiteral("Thesis"));
-        QCOMPARE(dialog.findChild<QLabel*>("notes")->text(), QStringLiteral("# Notes:  3"));
-        QCOMPARE(dialog.findChild<QLabel*>("created")->text(), QStringLiteral("Created:  07/12/11"));
-    });
-}
-
-void NoteBooksTest::main_notebook_can_be_neither_renamed_nor_deleted() {
-    InManager([](ManageNoteBooksDialog& dialog) {
-        QVERIFY(!dialog.findChild<QLineEdit*>("name")->isEnabled());
-        auto* const list = dialog.findChild<QListWidget*>("noteBooks");
-        QTest::keyClick(list, Qt::Key_F2);
-        QVERIFY(list->hasFocus());
-        QTest::keyClick(list, Qt::Key_Delete);
-    });
-    QCOMPARE(prompts_.seen.back(), std::string("Unable to Delete: You can't delete the main database."));
-}
-
-void NoteBooksTest::changing_opens_the_chosen_one() {
-    InManager([](ManageNoteBooksDialog& dialog) {
-        dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(1);
-        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-        QVERIFY(!dialog.isVisible());
-    });
-    QCOMPARE(app_->NoteBook().database.name, std::string("Thesis"));
-    QCOMPARE(*store_.Get("Options", "Database"), std::string("{NB7}"));
-    QCOMPARE(app_->NotesPane(), std::string("Notes:    3"));
-}
-
-void NoteBooksTest::deleting_the_open_one_stops_all_writing() {
-    app_->SwitchNoteBook(app_->NoteBooks()[0]);
-    app_->Gather({1, 2});
-    prompts_.answers = {PromptAnswer::Yes};
-    InManager([](ManageNoteBooksDialog& dialog) {
-        QTest::keyClick(dialog.findChild<QListWidget*>("noteBooks"), Qt::Key_Delete);
-    });
-    QVERIFY(app_->List().IsEmpty());
-    QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
-    QVERIFY(!app_->MayWrite());
-    QVERIFY(prompts_.seen.back().starts_with("NoteBook Deleted: "));
-    app_->SaveOptions();
-    QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
-    QVERIFY(faults_.faults.empty());
-    app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
-    QVERIFY(app_->MayWrite());
-    QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
-}
-
-void NoteBooksTest::card_is_copied_to_another_notebook() {
-    app_->SwitchNoteBook(app_->NoteBooks()[0]);
-    app_->Gather({1, 2});
-    window_->ShowNoteBook();
-    QCOMPARE(CopyTargets(*app_).size(), size_t{3});
-    emit window_->Board()->CopyRequested(2, 0);
-    QCOMPARE(prompts_.seen.back(), std::string("Finished!: Your note has been successfully copied to LorebinderMain!"));
-    QCOMPARE(*store_.Get("Options", "MaxNoteID"), std::to_string(app_->GetSettings().Int(Option::MaxNoteID)));
-    const std::vector<std::string> seen = prompts_.seen;
-    emit window_->Board()->CopyRequested(99, 0);
-    emit window_->Board()->CopyRequested(1, 3);
-    QCOMPARE(prompts_.seen, seen);
-    app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
-    QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{1});
-}
-
-void NoteBooksTest::dialog_opens_where_it_was_closed() {
-    const QRect wanted(60, 70, 640, 480);
-    if (!window_->screen()->availableGeometry().contains(wanted))
-        QSKIP("the screen is too small");
-    InManager([&](ManageNoteBooksDialog& dialog) { dialog.setGeometry(wanted); });
-    InManager([&](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), wanted); });
-}
-
-void NoteBooksTest::closing_asks_for_the_auto_backup() {
-    app_->GetSettings().Set(Option::EnableBackup, 1);
-    app_->GetSettings().Set(Option::BackupPath, folder_->filePath("kept.lbe").toStdString());
-    prompts_.answers = {PromptAnswer::Yes};
-    window_->close();
-    QCOMPARE(prompts_.seen, std::vector<std::string>{"< Auto-Backup >? Do you wish to perform the auto-backup now?"});
-    QVERIFY(QFile::exists(folder_->filePath("kept[Thesis]_(03-14-26).lbe")));
-    QCOMPARE(*store_.Get("Options", "BkUseCount"), std::string("0"));
-}
-
-void NoteBooksTest::dropped_archives_are_asked_to_be_imported() {
-    QSignalSpy spy(window_.get(), &MainWindow::ImportRequested);
-    for (const QString name : {"/tmp/notes.LBE", "/tmp/notes.txt"}) {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(name)});
-        QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        enter.ignore();
-        QApplication::sendEvent(window_.get(), &enter);
-        QCOMPARE(enter.isAccepted(), name.endsWith("LBE"));
-        QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(window_.get(), &drop);
-    }
-    QCOMPARE(spy.size(), 1);
-    QCOMPARE(spy.first().first().toString(), QStringLiteral("/tmp/notes.LBE"));
-}
-
-void NoteBooksTest::looks_good_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<int>("row");
-    QTest::newRow("notebooks-light") << false << 2;
-    QTest::newRow("notebooks-dark") << true << 3;
-    QTest::newRow("notebooks-main-light") << false << 0;
-}
-
-void NoteBooksTest::looks_good() {
-    SetLook();
-    QFETCH(int, row);
-    InManager([row](ManageNoteBooksDialog& dialog) {
-        dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(row);
-        Shoot(dialog, QString::fromLatin1(QTest::currentDataTag()));
-    });
-}
 
 }  // namespace lore
 

@@ -98,266 +98,254 @@ private slots:
         CloseWindow();
         server_.reset();
     }
-    void keyboard_alone_engages_an_account();
-    void a_call_that_hangs_is_stopped_and_changes_nothing_data();
-    void a_call_that_hangs_is_stopped_and_changes_nothing();
-    void a_notebook_is_linked_with_one_made_online_and_freed_again();
-    void a_refused_update_leaves_the_link_as_it_was();
-    void commands_say_what_to_set_up_where_there_is_no_service();
-    void all_notebooks_are_synced_in_place_of_the_program();
-    void a_deleted_online_notebook_takes_the_link_along();
-    void looks_good_data();
-    void looks_good();
+    void keyboard_alone_engages_an_account() {
+        Start();
+        QVERIFY(!In<QToolButton>(*window_, "runSync")->isVisible());
+        Answer("EngageSyncWithOnlineAccount", "<UserID>3</UserID><UserNickname>&lt;b&gt;keeper</UserNickname>");
+        InEntry<SyncSetupDialog>("Online Sync Setup...", [this](SyncSetupDialog& dialog) {
+            QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
+            QCOMPARE(QApplication::focusWidget(), guid);
+            QCOMPARE(In<QLabel>(dialog, "head")->text(), QString("SYNC NOT ENGAGED"));
+            QTest::keyClicks(guid, "{short}");
+            QTest::keyClick(guid, Qt::Key_Return);
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(guid->selectedText(), QString("{short}"));
+            QVERIFY(prompts_.seen.back().starts_with("Invalid Sync GUID: "));
+            QTest::keyClicks(guid, kGuid);
+            QTest::keyClick(guid, Qt::Key_E, Qt::AltModifier);
+            QTRY_COMPARE(In<QLabel>(dialog, "head")->text(), QString("LINKED TO ACCOUNT:  <b>keeper"));
+            QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
+            QTest::keyClick(&dialog, Qt::Key_T, Qt::AltModifier);
+            QTRY_VERIFY(In<QCheckBox>(dialog, "atClose")->isChecked() &&
+                        !In<QCheckBox>(dialog, "atStart")->isChecked());
+            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            QVERIFY(!dialog.isVisible());
+        });
+        QCOMPARE(prompts_.seen.size(), 2u);
+        QVERIFY(prompts_.seen.back().starts_with("Sync GUID Found!!: "));
+        QVERIFY(server_->Requests().at(0).find("<desktopGUID>{LOCAL}</desktopGUID>") != std::string::npos);
+        QCOMPARE(store_.Get("Options", "SyncGUID").value_or(""), std::string(kGuid));
+        QCOMPARE(store_.Get("Options", "SyncAtClose").value_or(""), std::string("1"));
+        QCOMPARE(store_.Get("Options", "SyncAtStart").value_or(""), std::string("0"));
+        QTRY_VERIFY(In<QToolButton>(*window_, "runSync")->isVisible());
+        // A box that is ticked and not saved stays as it was.
+        InEntry<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
+            QVERIFY(In<QCheckBox>(dialog, "atClose")->isChecked());
+            In<QCheckBox>(dialog, "atStart")->click();
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        QVERIFY(app_->GetSettings().Int(Option::SyncAtStart) != 1);
+    }
+
+    void a_call_that_hangs_is_stopped_and_changes_nothing_data() {
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("key") << true;
+        QTest::newRow("button") << false;
+    }
+
+    void a_call_that_hangs_is_stopped_and_changes_nothing() {
+        QFETCH(bool, byKey);
+        Start();
+        EngageAndLink();
+        server_->Add(HttpAnswer{"HTTP/1.1 200 OK\r\n", 0, 0, false});
+        InEntry<SyncSetupDialog>("Online Sync Setup...", [&](SyncSetupDialog& dialog) {
+            QTimer timer;
+            int ticks = 0;
+            connect(&timer, &QTimer::timeout, &dialog, [&] {
+                ++ticks;
+                const auto* const panel = In<QFrame>(dialog, "progressPanel");
+                auto* const stop = panel ? panel->findChild<QPushButton*>() : nullptr;
+                if (!stop || !stop->isVisible())
+                    return;
+                timer.stop();
+                TakeShot(dialog, "online_stop");
+                QTest::keyClicks(In<QLineEdit>(dialog, "syncGuid"), "typed");
+                if (byKey)
+                    QTest::keyClick(&dialog, Qt::Key_Escape);
+                else
+                    QTest::mouseClick(stop, Qt::LeftButton);
+            });
+            timer.start(10);
+            QElapsedTimer spent;
+            spent.start();
+            In<QPushButton>(dialog, "engage")->click();
+            QVERIFY2(spent.elapsed() < 4000, "the wait of the client would be over");
+            QVERIFY(ticks > 10);
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(In<QLineEdit>(dialog, "syncGuid")->text(), QString(kGuid));
+            QVERIFY(!In<QFrame>(dialog, "progressPanel"));
+        });
+        QCOMPARE(prompts_.seen.size(), 0u);
+        QCOMPARE(app_->GetSettings().Text(Option::SyncGUID), std::string(kGuid));
+        QVERIFY(app_->NoteBook().syncLog.link.IsLinked());
+    }
+
+    void a_notebook_is_linked_with_one_made_online_and_freed_again() {
+        Start();
+        EngageAndLink();
+        app_->NoteBook().syncLog.ResetLink();
+        Answer("GetNoteBooksInfo", kOneNoteBook);
+        Answer("CreateNewNoteBook", std::string("<newNoteBookID>9</newNoteBookID>") + kTwoNoteBooks);
+        Answer("SetupLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
+        Answer("ClearLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
+        prompts_.texts = {"LIGHTHOUSES", "Lamps & lenses"};
+        InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+            QCOMPARE(In<QLabel>(dialog, "noteBook")->text(), QString("LorebinderMain"));
+            QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("not linked"));
+            QVERIFY(!In<QPushButton>(dialog, "clearLink")->isEnabled());
+            Next<CSelectOnlineNoteBookDlg>([this](CSelectOnlineNoteBookDlg& choice) {
+                const QListWidget* const list = In<QListWidget>(choice, "onlineNoteBooks");
+                QVERIFY(list->hasFocus());
+                QCOMPARE(list->count(), 1);
+                QVERIFY(list->selectedItems().isEmpty());
+                QTest::keyClick(&choice, Qt::Key_Return, Qt::ControlModifier);
+                QVERIFY(choice.isVisible());
+                QCOMPARE(prompts_.seen.back(), std::string("No NoteBook Selected: Please Select a NoteBook."));
+                QTest::keyClick(&choice, Qt::Key_N, Qt::AltModifier);
+                QTRY_COMPARE(prompts_.seen.size(), 4u);
+                QTRY_COMPARE(list->selectedItems().size(), 1);
+                QCOMPARE(list->selectedItems().first()->text(), QString("Lamps & lenses"));
+                QTest::keyClick(&choice, Qt::Key_Return);
+                QVERIFY(!choice.isVisible());
+            });
+            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
+            QCOMPARE(In<QLabel>(dialog, "onlineNoteBook")->text(), QString("Lamps & lenses"));
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        QVERIFY2(Panes().contains("Linked With:   < Lamps & lenses >"), qPrintable(Panes().join('|')));
+        QVERIFY(Panes().contains("Never Synced"));
+        prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
+        InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+            QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
+            QTRY_COMPARE(prompts_.answers.size(), 1u);
+            QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
+            QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
+            QTRY_COMPARE(In<QLabel>(dialog, "status")->text(), QString("not linked"));
+            QVERIFY(!In<QPushButton>(dialog, "clearLink")->isEnabled());
+            QVERIFY(In<QPushButton>(dialog, "linkWith")->hasFocus());
+        });
+        QVERIFY(Panes().contains("Not Linked"));
+        QCOMPARE(server_->Left(), 0u);
+        QCOMPARE(server_->Requests().size(), 4u);
+    }
+
+    void a_refused_update_leaves_the_link_as_it_was() {
+        Start();
+        EngageAndLink();
+        Answer("GetNoteBooksInfo", kTwoNoteBooks);
+        Answer("SetupLinkWithOnlineNoteBook", "<databaseID>0</databaseID>");
+        InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+            Next<CSelectOnlineNoteBookDlg>([](CSelectOnlineNoteBookDlg& choice) {
+                QListWidget* const list = In<QListWidget>(choice, "onlineNoteBooks");
+                QCOMPARE(list->currentRow(), 1);
+                QTest::keyClick(list, Qt::Key_Up);
+                In<QPushButton>(choice, "ok")->click();
+            });
+            In<QPushButton>(dialog, "linkWith")->click();
+            QCOMPARE(In<QLabel>(dialog, "onlineNoteBook")->text(), QString("Lamps & lenses"));
+            // The server has nothing more to say.
+            In<QPushButton>(dialog, "linkWith")->click();
+            QVERIFY(prompts_.seen.back().starts_with("Connection Error: "));
+        });
+        QVERIFY(prompts_.seen.at(0).starts_with("Update Error: "));
+        QVERIFY(server_->Requests().at(1).find("<newOnlineNoteBookID>4<") != std::string::npos);
+        QCOMPARE(app_->NoteBook().syncLog.link.OnlineNoteBookID, 9);
+    }
+
+    void commands_say_what_to_set_up_where_there_is_no_service() {
+        Start(false);
+        InEntry<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
+            QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
+            QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
+            QTest::keyClicks(guid, kGuid);
+            QTest::keyClick(guid, Qt::Key_Return);
+            In<QPushButton>(dialog, "syncAll")->click();
+            QVERIFY(dialog.isVisible());
+        });
+        InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [](LinkNoteBookDialog& dialog) {
+            QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
+            In<QPushButton>(dialog, "linkWith")->click();
+        });
+        MenuEntry(*window_, "Run Sync")->trigger();
+        QCOMPARE(prompts_.seen.size(), 4u);
+        QVERIFY(prompts_.seen[0].starts_with("Online Service Not Set Up: "));
+        QVERIFY(prompts_.seen[1].starts_with("Sync NOT Engaged: "));
+        QCOMPARE(prompts_.seen[2], prompts_.seen[0]);
+        QCOMPARE(prompts_.seen[3], prompts_.seen[1]);
+        QVERIFY(window_->isVisible());
+    }
+
+    void all_notebooks_are_synced_in_place_of_the_program() {
+        Start();
+        EngageAndLink();
+        const auto askForAll = [](SyncSetupDialog& dialog) {
+            In<QPushButton>(dialog, "syncAll")->click();
+            QVERIFY(!dialog.isVisible());
+        };
+        prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+        syncs_.failure = "No such file or directory";
+        InEntry<SyncSetupDialog>("Online Sync Setup...", askForAll);
+        QVERIFY2(window_->isVisible(), "without the sync program there is nothing to close for");
+        QCOMPARE(faults_.faults.size(), 1u);
+        syncs_.failure.reset();
+        app_->GetSettings().Set(Option::SyncAtClose, 1);
+        InEntry<SyncSetupDialog>("Online Sync Setup...", askForAll);
+        QVERIFY(!window_->isVisible());
+        QCOMPARE(syncs_.started.size(), 2u);
+        for (const std::string& start : syncs_.started)
+            QVERIFY2(start.starts_with("syncer|SYNCCREATE|"), start.c_str());
+    }
+
+    /// The check at the start waits for open dialogs, tells of a NoteBook that is gone, and takes its panel away.
+    void a_deleted_online_notebook_takes_the_link_along() {
+        Start();
+        EngageAndLink();
+        Answer("GetNoteBookInfo", "<databaseID>0</databaseID>");
+        window_->CheckLinkSoon();
+        InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
+            QTest::qWait(300);
+            QCOMPARE(server_->Requests().size(), 0u);
+            QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
+        });
+        QTRY_COMPARE(prompts_.seen.size(), 1u);
+        QVERIFY(prompts_.seen[0].starts_with("Online NoteBook Deleted: "));
+        QTRY_VERIFY(Panes().contains("Not Linked"));
+        QTRY_COMPARE(progress_.shown, 0);
+        QCOMPARE(progress_.messages.back(), std::string("Updating Local Sync Information....(may take a few moments)"));
+    }
+
+    void looks_good_data() { AddLooks(); }
+
+    void looks_good() {
+        Start(false);
+        const QString look = SetLook();
+        const auto shootAs = [&](const QString& name) {
+            return [=, this](QWidget& dialog) { Shoot(dialog, name + look); };
+        };
+        InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_none_"));
+        CloseWindow();
+        Start();
+        SetLook();
+        EngageAndLink();
+        InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_"));
+        Answer("GetNoteBooksInfo", "<foundUser>true</foundUser>");
+        Answer("GetNoteBooksInfo",
+               "<foundUser>true</foundUser><noteBooksList><NoteBookInfo><databaseID>4</databaseID><name>"
+               "\xE7\x81\xAF\xE5\xA1\x94\xE3\x81\xAE\xE6\xAD\xB4\xE5\x8F\xB2</name></NoteBookInfo><NoteBookInfo>"
+               "<databaseID>5</databaseID><name>\xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8\xD7\x99\xD7\x9D</name>"
+               "</NoteBookInfo><NoteBookInfo><databaseID>9</databaseID><name>A name of forty-four characters, which is "
+               "it</name></NoteBookInfo></noteBooksList>");
+        InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [&](LinkNoteBookDialog& dialog) {
+            Shoot(dialog, "online_link_" + look);
+            Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_empty_"));
+            In<QPushButton>(dialog, "linkWith")->click();
+            Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_"));
+            In<QPushButton>(dialog, "linkWith")->click();
+        });
+        Shoot(*window_, "online_window_" + look);
+    }
 };
-
-void OnlineTest::keyboard_alone_engages_an_account() {
-    Start();
-    QVERIFY(!In<QToolButton>(*window_, "runSync")->isVisible());
-    Answer("EngageSyncWithOnlineAccount", "<UserID>3</UserID><UserNickname>&lt;b&gt;keeper</UserNickname>");
-    InEntry<SyncSetupDialog>("Online Sync Setup...", [this](SyncSetupDialog& dialog) {
-        QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
-        QCOMPARE(QApplication::focusWidget(), guid);
-        QCOMPARE(In<QLabel>(dialog, "head")->text(), QString("SYNC NOT ENGAGED"));
-        QTest::keyClicks(guid, "{short}");
-        QTest::keyClick(guid, Qt::Key_Return);
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(guid->selectedText(), QString("{short}"));
-        QVERIFY(prompts_.seen.back().starts_with("Invalid Sync GUID: "));
-        QTest::keyClicks(guid, kGuid);
-        QTest::keyClick(guid, Qt::Key_E, Qt::AltModifier);
-        QTRY_COMPARE(In<QLabel>(dialog, "head")->text(), QString("LINKED TO ACCOUNT:  <b>keeper"));
-        QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
-        QTest::keyClick(&dialog, Qt::Key_T, Qt::AltModifier);
-        QTRY_VERIFY(In<QCheckBox>(dialog, "atClose")->isChecked() && !In<QCheckBox>(dialog, "atStart")->isChecked());
-        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-        QVERIFY(!dialog.isVisible());
-    });
-    QCOMPARE(prompts_.seen.size(), 2u);
-    QVERIFY(prompts_.seen.back().starts_with("Sync GUID Found!!: "));
-    QVERIFY(server_->Requests().at(0).find("<desktopGUID>{LOCAL}</desktopGUID>") != std::string::npos);
-    QCOMPARE(store_.Get("Options", "SyncGUID").value_or(""), std::string(kGuid));
-    QCOMPARE(store_.Get("Options", "SyncAtClose").value_or(""), std::string("1"));
-    QCOMPARE(store_.Get("Options", "SyncAtStart").value_or(""), std::string("0"));
-    QTRY_VERIFY(In<QToolButton>(*window_, "runSync")->isVisible());
-    // A box that is ticked and not saved stays as it was.
-    InEntry<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
-        QVERIFY(In<QCheckBox>(dialog, "atClose")->isChecked());
-        In<QCheckBox>(dialog, "atStart")->click();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    QVERIFY(app_->GetSettings().Int(Option::SyncAtStart) != 1);
-}
-
-void OnlineTest::a_call_that_hangs_is_stopped_and_changes_nothing_data() {
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("key") << true;
-    QTest::newRow("button") << false;
-}
-
-void OnlineTest::a_call_that_hangs_is_stopped_and_changes_nothing() {
-    QFETCH(bool, byKey);
-    Start();
-    EngageAndLink();
-    server_->Add(HttpAnswer{"HTTP/1.1 200 OK\r\n", 0, 0, false});
-    InEntry<SyncSetupDialog>("Online Sync Setup...", [&](SyncSetupDialog& dialog) {
-        QTimer timer;
-        int ticks = 0;
-        connect(&timer, &QTimer::timeout, &dialog, [&] {
-            ++ticks;
-            const auto* const panel = In<QFrame>(dialog, "progressPanel");
-            auto* const stop = panel ? panel->findChild<QPushButton*>() : nullptr;
-            if (!stop || !stop->isVisible())
-                return;
-            timer.stop();
-            TakeShot(dialog, "online_stop");
-            QTest::keyClicks(In<QLineEdit>(dialog, "syncGuid"), "typed");
-            if (byKey)
-                QTest::keyClick(&dialog, Qt::Key_Escape);
-            else
-                QTest::mouseClick(stop, Qt::LeftButton);
-        });
-        timer.start(10);
-        QElapsedTimer spent;
-        spent.start();
-        In<QPushButton>(dialog, "engage")->click();
-        QVERIFY2(spent.elapsed() < 4000, "the wait of the client would be over");
-        QVERIFY(ticks > 10);
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(In<QLineEdit>(dialog, "syncGuid")->text(), QString(kGuid));
-        QVERIFY(!In<QFrame>(dialog, "progressPanel"));
-    });
-    QCOMPARE(prompts_.seen.size(), 0u);
-    QCOMPARE(app_->GetSettings().Text(Option::SyncGUID), std::string(kGuid));
-    QVERIFY(app_->NoteBook().syncLog.link.IsLinked());
-}
-
-void OnlineTest::a_notebook_is_linked_with_one_made_online_and_freed_again() {
-    Start();
-    EngageAndLink();
-    app_->NoteBook().syncLog.ResetLink();
-    Answer("GetNoteBooksInfo", kOneNoteBook);
-    Answer("CreateNewNoteBook", std::string("<newNoteBookID>9</newNoteBookID>") + kTwoNoteBooks);
-    Answer("SetupLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
-    Answer("ClearLinkWithOnlineNoteBook", "<databaseID>9</databaseID><name>Lamps &amp; lenses</name>");
-    prompts_.texts = {"LIGHTHOUSES", "Lamps & lenses"};
-    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
-        QCOMPARE(In<QLabel>(dialog, "noteBook")->text(), QString("LorebinderMain"));
-        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("not linked"));
-        QVERIFY(!In<QPushButton>(dialog, "clearLink")->isEnabled());
-        Next<CSelectOnlineNoteBookDlg>([this](CSelectOnlineNoteBookDlg& choice) {
-            const QListWidget* const list = In<QListWidget>(choice, "onlineNoteBooks");
-            QVERIFY(list->hasFocus());
-            QCOMPARE(list->count(), 1);
-            QVERIFY(list->selectedItems().isEmpty());
-            QTest::keyClick(&choice, Qt::Key_Return, Qt::ControlModifier);
-            QVERIFY(choice.isVisible());
-            QCOMPARE(prompts_.seen.back(), std::string("No NoteBook Selected: Please Select a NoteBook."));
-            QTest::keyClick(&choice, Qt::Key_N, Qt::AltModifier);
-            QTRY_COMPARE(prompts_.seen.size(), 4u);
-            QTRY_COMPARE(list->selectedItems().size(), 1);
-            QCOMPARE(list->selectedItems().first()->text(), QString("Lamps & lenses"));
-            QTest::keyClick(&choice, Qt::Key_Return);
-            QVERIFY(!choice.isVisible());
-        });
-        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
-        QCOMPARE(In<QLabel>(dialog, "onlineNoteBook")->text(), QString("Lamps & lenses"));
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    QVERIFY2(Panes().contains("Linked With:   < Lamps & lenses >"), qPrintable(Panes().join('|')));
-    QVERIFY(Panes().contains("Never Synced"));
-    prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
-    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
-        QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
-        QTRY_COMPARE(prompts_.answers.size(), 1u);
-        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
-        QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
-        QTRY_COMPARE(In<QLabel>(dialog, "status")->text(), QString("not linked"));
-        QVERIFY(!In<QPushButton>(dialog, "clearLink")->isEnabled());
-        QVERIFY(In<QPushButton>(dialog, "linkWith")->hasFocus());
-    });
-    QVERIFY(Panes().contains("Not Linked"));
-    QCOMPARE(server_->Left(), 0u);
-    QCOMPARE(server_->Requests().size(), 4u);
-}
-
-void OnlineTest::a_refused_update_leaves_the_link_as_it_was() {
-    Start();
-    EngageAndLink();
-    Answer("GetNoteBooksInfo", kTwoNoteBooks);
-    Answer("SetupLinkWithOnlineNoteBook", "<databaseID>0</databaseID>");
-    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
-        Next<CSelectOnlineNoteBookDlg>([](CSelectOnlineNoteBookDlg& choice) {
-            QListWidget* const list = In<QListWidget>(choice, "onlineNoteBooks");
-            QCOMPARE(list->currentRow(), 1);
-            QTest::keyClick(list, Qt::Key_Up);
-            In<QPushButton>(choice, "ok")->click();
-        });
-        In<QPushButton>(dialog, "linkWith")->click();
-        QCOMPARE(In<QLabel>(dialog, "onlineNoteBook")->text(), QString("Lamps & lenses"));
-        // The server has nothing more to say.
-        In<QPushButton>(dialog, "linkWith")->click();
-        QVERIFY(prompts_.seen.back().starts_with("Connection Error: "));
-    });
-    QVERIFY(prompts_.seen.at(0).starts_with("Update Error: "));
-    QVERIFY(server_->Requests().at(1).find("<newOnlineNoteBookID>4<") != std::string::npos);
-    QCOMPARE(app_->NoteBook().syncLog.link.OnlineNoteBookID, 9);
-}
-
-void OnlineTest::commands_say_what_to_set_up_where_there_is_no_service() {
-    Start(false);
-    InEntry<SyncSetupDialog>("Online Sync Setup...", [](SyncSetupDialog& dialog) {
-        QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
-        QLineEdit* const guid = In<QLineEdit>(dialog, "syncGuid");
-        QTest::keyClicks(guid, kGuid);
-        QTest::keyClick(guid, Qt::Key_Return);
-        In<QPushButton>(dialog, "syncAll")->click();
-        QVERIFY(dialog.isVisible());
-    });
-    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [](LinkNoteBookDialog& dialog) {
-        QVERIFY(In<QLabel>(dialog, "noService")->isVisible());
-        In<QPushButton>(dialog, "linkWith")->click();
-    });
-    MenuEntry(*window_, "Run Sync")->trigger();
-    QCOMPARE(prompts_.seen.size(), 4u);
-    QVERIFY(prompts_.seen[0].starts_with("Online Service Not Set Up: "));
-    QVERIFY(prompts_.seen[1].starts_with("Sync NOT Engaged: "));
-    QCOMPARE(prompts_.seen[2], prompts_.seen[0]);
-    QCOMPARE(prompts_.seen[3], prompts_.seen[1]);
-    QVERIFY(window_->isVisible());
-}
-
-void OnlineTest::all_notebooks_are_synced_in_place_of_the_program() {
-    Start();
-    EngageAndLink();
-    const auto askForAll = [](SyncSetupDialog& dialog) {
-        In<QPushButton>(dialog, "syncAll")->click();
-        QVERIFY(!dialog.isVisible());
-    };
-    prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-    syncs_.failure = "No such file or directory";
-    InEntry<SyncSetupDialog>("Online Sync Setup...", askForAll);
-    QVERIFY2(window_->isVisible(), "without the sync program there is nothing to close for");
-    QCOMPARE(faults_.faults.size(), 1u);
-    syncs_.failure.reset();
-    app_->GetSettings().Set(Option::SyncAtClose, 1);
-    InEntry<SyncSetupDialog>("Online Sync Setup...", askForAll);
-    QVERIFY(!window_->isVisible());
-    QCOMPARE(syncs_.started.size(), 2u);
-    for (const std::string& start : syncs_.started)
-        QVERIFY2(start.starts_with("syncer|SYNCCREATE|"), start.c_str());
-}
-
-/// The check at the start waits for open dialogs, tells of a NoteBook that is gone, and takes its panel away.
-void OnlineTest::a_deleted_online_notebook_takes_the_link_along() {
-    Start();
-    EngageAndLink();
-    Answer("GetNoteBookInfo", "<databaseID>0</databaseID>");
-    window_->CheckLinkSoon();
-    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
-        QTest::qWait(300);
-        QCOMPARE(server_->Requests().size(), 0u);
-        QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
-    });
-    QTRY_COMPARE(prompts_.seen.size(), 1u);
-    QVERIFY(prompts_.seen[0].starts_with("Online NoteBook Deleted: "));
-    QTRY_VERIFY(Panes().contains("Not Linked"));
-    QTRY_COMPARE(progress_.shown, 0);
-    QCOMPARE(progress_.messages.back(), std::string("Updating Local Sync Information....(may take a few moments)"));
-}
-
-void OnlineTest::looks_good_data() {
-    AddLooks();
-}
-
-void OnlineTest::looks_good() {
-    Start(false);
-    const QString look = SetLook();
-    const auto shootAs = [&](const QString& name) {
-        return [=, this](QWidget& dialog) { Shoot(dialog, name + look); };
-    };
-    InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_none_"));
-    CloseWindow();
-    Start();
-    SetLook();
-    EngageAndLink();
-    InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_"));
-    Answer("GetNoteBooksInfo", "<foundUser>true</foundUser>");
-    Answer("GetNoteBooksInfo",
-           "<foundUser>true</foundUser><noteBooksList><NoteBookInfo><databaseID>4</databaseID><name>"
-           "\xE7\x81\xAF\xE5\xA1\x94\xE3\x81\xAE\xE6\xAD\xB4\xE5\x8F\xB2</name></NoteBookInfo><NoteBookInfo>"
-           "<databaseID>5</databaseID><name>\xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8\xD7\x99\xD7\x9D</name>"
-           "</NoteBookInfo><NoteBookInfo><databaseID>9</databaseID><name>A name of forty-four characters, which is "
-           "it</name></NoteBookInfo></noteBooksList>");
-    InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [&](LinkNoteBookDialog& dialog) {
-        Shoot(dialog, "online_link_" + look);
-        Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_empty_"));
-        In<QPushButton>(dialog, "linkWith")->click();
-        Next<CSelectOnlineNoteBookDlg>(shootAs("online_select_"));
-        In<QPushButton>(dialog, "linkWith")->click();
-    });
-    Shoot(*window_, "online_window_" + look);
-}
 
 }  // namespace lore
 

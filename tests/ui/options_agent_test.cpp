@@ -39,48 +39,46 @@ private:
 
 private slots:
     void cleanupTestCase() { agent_.Send(kAgentClose); }
-    void page_starts_and_sets_the_agent();
+    void page_starts_and_sets_the_agent() {
+        QVERIFY2(agent_.IsInstalled(), "LBAgent lies beside this test");
+        OptionsWorld world{settings_, store_, prompts_};
+        world.flush = [this] { return store_.Flush(); };
+        AgentPage page(world, &agent_);
+        page.Launch();
+        QTRY_VERIFY_WITH_TIMEOUT(agent_.IsRunning(), 30'000);
+
+        // What the page writes is on the disk when the agent is told, and starts it with the session.
+        const auto stored = [this](Option option) {
+            Settings read;
+            read.LoadOptions(IniStore(SettingsFile()));
+            return read.Int(option);
+        };
+        page.SetAgentOn(Option::RunAgent, true);
+        page.SetAgentOn(Option::StartupAgent, true);
+        QVERIFY(page.SaveHotKey({'L', HotKey::kControl | HotKey::kAlt}));
+        QCOMPARE(stored(Option::RunAgent), kAgentOn);
+        QCOMPARE(stored(Option::Hotkey), int32_t{'L'});
+        QFile entry(QString::fromStdString(Entry().string()));
+        QVERIFY(entry.open(QIODevice::ReadOnly));
+        QVERIFY(entry.readAll().contains(QByteArray::fromStdString("\"--data\" \"" + Root().string() + "\"")));
+        page.SetAgentOn(Option::StartupAgent, false);
+        QVERIFY(!std::filesystem::exists(Entry()));
+
+        CTmReminder reminder;
+        reminder.ReminderId = "{R}";
+        reminder.SendTime = reminder.ServerSendTime = reminder.EventStart = SystemClock().Now();
+        QVERIFY(SaveReminders(DataPaths{Root()}.Reminders(), {reminder}).Ok());
+        agent_.Send(kAgentReloadReminders);
+        QTRY_VERIFY_WITH_TIMEOUT(HasShown("{R}"), 30'000);
+
+        page.Launch();  // a second one leaves it to the first
+        QTest::qWait(300);
+        QVERIFY(agent_.IsRunning());
+        agent_.Send(kAgentClose);
+        QTRY_VERIFY_WITH_TIMEOUT(!agent_.IsRunning(), 30'000);
+        QVERIFY(prompts_.seen.empty());
+    }
 };
-
-void OptionsAgentTest::page_starts_and_sets_the_agent() {
-    QVERIFY2(agent_.IsInstalled(), "LBAgent lies beside this test");
-    OptionsWorld world{settings_, store_, prompts_};
-    world.flush = [this] { return store_.Flush(); };
-    AgentPage page(world, &agent_);
-    page.Launch();
-    QTRY_VERIFY_WITH_TIMEOUT(agent_.IsRunning(), 30'000);
-
-    // What the page writes is on the disk when the agent is told, and starts it with the session.
-    const auto stored = [this](Option option) {
-        Settings read;
-        read.LoadOptions(IniStore(SettingsFile()));
-        return read.Int(option);
-    };
-    page.SetAgentOn(Option::RunAgent, true);
-    page.SetAgentOn(Option::StartupAgent, true);
-    QVERIFY(page.SaveHotKey({'L', HotKey::kControl | HotKey::kAlt}));
-    QCOMPARE(stored(Option::RunAgent), kAgentOn);
-    QCOMPARE(stored(Option::Hotkey), int32_t{'L'});
-    QFile entry(QString::fromStdString(Entry().string()));
-    QVERIFY(entry.open(QIODevice::ReadOnly));
-    QVERIFY(entry.readAll().contains(QByteArray::fromStdString("\"--data\" \"" + Root().string() + "\"")));
-    page.SetAgentOn(Option::StartupAgent, false);
-    QVERIFY(!std::filesystem::exists(Entry()));
-
-    CTmReminder reminder;
-    reminder.ReminderId = "{R}";
-    reminder.SendTime = reminder.ServerSendTime = reminder.EventStart = SystemClock().Now();
-    QVERIFY(SaveReminders(DataPaths{Root()}.Reminders(), {reminder}).Ok());
-    agent_.Send(kAgentReloadReminders);
-    QTRY_VERIFY_WITH_TIMEOUT(HasShown("{R}"), 30'000);
-
-    page.Launch();  // a second one leaves it to the first
-    QTest::qWait(300);
-    QVERIFY(agent_.IsRunning());
-    agent_.Send(kAgentClose);
-    QTRY_VERIFY_WITH_TIMEOUT(!agent_.IsRunning(), 30'000);
-    QVERIFY(prompts_.seen.empty());
-}
 
 }  // namespace lore
 

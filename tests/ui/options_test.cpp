@@ -25,7 +25,19 @@ private:
         InDialog<COptionsPropSheet>([&] { MenuEntry(*window_, entry, menu)->trigger(); }, steps);
     }
     /// A sheet of its own, with an agent and with fonts and colours that a test chooses.
-    std::unique_ptr<COptionsPropSheet> MakeSheet(OptionsTab tab);
+    std::unique_ptr<COptionsPropSheet> MakeSheet(OptionsTab tab) {
+        OptionsWorld world{app_->GetSettings(), store_, prompts_, [this] { ++repaints_; }};
+        OptionChoosers choosers;
+        choosers.font = [this](const QString&, const FontSetting&, QWidget*) { return font_; };
+        choosers.color = [](const QString&, uint32_t, QWidget*) { return 0x00FF00u; };
+        auto sheet = std::make_unique<COptionsPropSheet>(
+            std::move(world), OptionsParts{*theme_, spelling_.get(), &agent_, choosers}, tab, window_.get());
+        sheet->show();
+        sheet->activateWindow();
+        [&] { QTRY_VERIFY(QApplication::activeWindow() == sheet.get()); }();
+        return sheet;
+    }
+
     QCheckBox* Box(QWidget& sheet, Option option) const {
         return sheet.findChild<QCheckBox*>("option" + QString::number(static_cast<int>(option)));
     }
@@ -37,285 +49,258 @@ private:
     int repaints_ = 0;
 
 private slots:
-    void init();
-    void cleanup() { CloseWindow(); }
-    void menus_open_the_right_page_data();
-    void menus_open_the_right_page();
-    void each_control_changes_the_board_at_once();
-    void size_of_sources_snaps_into_its_limits();
-    void backup_page_is_not_left_without_a_file();
-    void keyboard_reaches_every_control();
-    void own_words_are_added_changed_and_deleted();
-    void hot_key_is_stored_as_the_agent_reads_it();
-    void appearance_changes_every_window_at_once();
-    void font_keeps_what_was_not_changed();
-    void open_note_follows_the_options_of_its_spelling();
-    void looks_good_data();
-    void looks_good();
-};
-
-void OptionsTest::init() {
-    Begin();
-    store_.Set("Options", "LocalGUID", "{LOCAL}");
-    agent_ = ScriptedAgent();
-    repaints_ = 0;
-    font_ = DefaultEditTextFont();
-    spelling_ = std::make_unique<HunspellChecker>(HunspellChecker::SystemFolders(), Root() / "Words" / "UserWords.txt",
-                                                  faults_);
-    OpenWindow(1000, 700);
-    window_->Notes()->Commands().SetSpelling(spelling_.get());
-}
-
-std::unique_ptr<COptionsPropSheet> OptionsTest::MakeSheet(OptionsTab tab) {
-    OptionsWorld world{app_->GetSettings(), store_, prompts_, [this] { ++repaints_; }};
-    OptionChoosers choosers;
-    choosers.font = [this](const QString&, const FontSetting&, QWidget*) { return font_; };
-    choosers.color = [](const QString&, uint32_t, QWidget*) { return 0x00FF00u; };
-    auto sheet = std::make_unique<COptionsPropSheet>(
-        std::move(world), OptionsParts{*theme_, spelling_.get(), &agent_, choosers}, tab, window_.get());
-    sheet->show();
-    sheet->activateWindow();
-    [&] { QTRY_VERIFY(QApplication::activeWindow() == sheet.get()); }();
-    return sheet;
-}
-
-void OptionsTest::menus_open_the_right_page_data() {
-    QTest::addColumn<QString>("menu");
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<QString>("page");
-    const char* const rows[][3] = {{"Options", "Lorebinder Options...", "<  General  >"},
-                                   {"Tools", "Lorebinder Options...", "<  General  >"},
-                                   {"Tools", "Lorebinder Agent...", "<  Agent  >"},
-                                   {"Tools", "Lorebinder Auto-Backup...", "<  Auto-Backup  >"}};
-    for (const auto& [menu, entry, page] : rows)
-        QTest::addRow("%s, %s", menu, entry) << menu << entry << page;
-}
-
-void OptionsTest::menus_open_the_right_page() {
-    QFETCH(QString, menu);
-    QFETCH(QString, entry);
-    QFETCH(QString, page);
-    InSheet(menu, entry, [&](COptionsPropSheet& sheet) {
-        auto* const pages = sheet.findChild<QTabWidget*>("pages");
-        QStringList names;
-        for (int i = 0; i < pages->count(); ++i)
-            names.append(pages->tabText(i));
-        QCOMPARE(names, (QStringList{"<  General  >", "<  Auto-Backup  >", "<  Spell Checker  >", "<  Agent  >"}));
-        QCOMPARE(pages->tabText(pages->currentIndex()), page);
-        QVERIFY(sheet.findChild<QLabel*>("agentMissing"));
-    });
-}
-
-void OptionsTest::each_control_changes_the_board_at_once() {
-    const auto sheet = MakeSheet(OptionsTab::General);
-    QTest::mouseClick(Box(*sheet, Option::ShowCats), Qt::LeftButton, {}, QPoint(5, 5));
-    QCOMPARE(Stored("ShowCats"), std::string("0"));
-    QVERIFY(!app_->GetSettings().Flag(Option::ShowCats));
-    font_.faceName = "Liberation Sans";
-    sheet->findChild<QPushButton*>("titleFont")->click();
-    sheet->findChild<QPushButton*>("selectedGround")->click();
-    QCOMPARE(repaints_, 3);
-    QCOMPARE(*store_.Get("ImgTitleFont", "FaceName"), std::string("Liberation Sans"));
-    QCOMPARE(LoadSelectedNoteColor(store_), 0x00FF00u);
-    InSheet("Options", "Lorebinder Options...", [this](COptionsPropSheet& opened) {
-        Box(opened, Option::ShowKeyWords)->click();
-        QVERIFY(!BoardOptionsOf(app_->GetSettings(), store_).showKeyWords);
-    });
-}
-
-void OptionsTest::size_of_sources_snaps_into_its_limits() {
-    const auto sheet = MakeSheet(OptionsTab::General);
-    auto* const size = sheet->findChild<QSpinBox*>("sourceSize");
-    for (const auto& [typed, kept] : {std::pair{2, 5}, {60, 60}, {150, 60}, {100, 100}}) {
-        size->setFocus();
-        size->selectAll();
-        QTest::keyClicks(size, QString::number(typed));
-        QTest::keyClick(size, Qt::Key_Tab);
-        QCOMPARE(size->value(), kept);
-        QCOMPARE(app_->GetSettings().Int(Option::SourceSize), kept);
+    void init() {
+        Begin();
+        store_.Set("Options", "LocalGUID", "{LOCAL}");
+        agent_ = ScriptedAgent();
+        repaints_ = 0;
+        font_ = DefaultEditTextFont();
+        spelling_ = std::make_unique<HunspellChecker>(HunspellChecker::SystemFolders(),
+                                                      Root() / "Words" / "UserWords.txt", faults_);
+        OpenWindow(1000, 700);
+        window_->Notes()->Commands().SetSpelling(spelling_.get());
     }
-}
 
-void OptionsTest::backup_page_is_not_left_without_a_file() {
-    const auto sheet = MakeSheet(OptionsTab::AutoBackup);
-    auto* const pages = sheet->findChild<QTabWidget*>("pages");
-    auto* const uses = sheet->findChild<QComboBox*>("uses");
-    QVERIFY(!uses->isEnabled());
-    QCOMPARE(uses->count(), 15);
-    Box(*sheet, Option::EnableBackup)->click();
-    QVERIFY(uses->isEnabled());
-    QCOMPARE(sheet->findChild<QLineEdit*>("backupPath")->text(), QStringLiteral("< No Backup File Set >"));
-    pages->setCurrentIndex(0);
-    QCOMPARE(pages->currentIndex(), 1);
-    QTest::keyClick(sheet.get(), Qt::Key_Escape);
-    sheet->close();
-    QVERIFY(sheet->isVisible());
-    QCOMPARE(prompts_.seen.size(), size_t{3});
-    QCOMPARE(prompts_.seen[0], std::string("Invalid Backup File: Auto-Backup does not have a valid file path set."));
-    prompts_.savePaths = {"/keep/a.lbe"};
-    sheet->findChild<QPushButton*>("setBackupPath")->click();
-    QCOMPARE(sheet->findChild<QLineEdit*>("backupPath")->text(), QStringLiteral("/keep/a.lbe"));
-    pages->setCurrentIndex(2);
-    QCOMPARE(pages->currentIndex(), 2);
-    QTest::keyClick(sheet.get(), Qt::Key_Return, Qt::ControlModifier);
-    QVERIFY(!sheet->isVisible());
-}
+    void cleanup() { CloseWindow(); }
+    void menus_open_the_right_page_data() {
+        QTest::addColumn<QString>("menu");
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("page");
+        const char* const rows[][3] = {{"Options", "Lorebinder Options...", "<  General  >"},
+                                       {"Tools", "Lorebinder Options...", "<  General  >"},
+                                       {"Tools", "Lorebinder Agent...", "<  Agent  >"},
+                                       {"Tools", "Lorebinder Auto-Backup...", "<  Auto-Backup  >"}};
+        for (const auto& [menu, entry, page] : rows)
+            QTest::addRow("%s, %s", menu, entry) << menu << entry << page;
+    }
 
-void OptionsTest::keyboard_reaches_every_control() {
-    const auto sheet = MakeSheet(OptionsTab::General);
-    auto* const pages = sheet->findChild<QTabWidget*>("pages");
-    for (int page = 0; page < pages->count(); ++page) {
-        QSet<QString> keys{"o"};
-        for (QWidget* const control : pages->widget(page)->findChildren<QWidget*>()) {
-            auto* const button = qobject_cast<QAbstractButton*>(control);
-            auto* const label = qobject_cast<QLabel*>(control);
-            const QString text = button ? button->text() : label && label->buddy() ? label->text() : QString();
-            if (text.isEmpty())
-                continue;
-            const qsizetype mark = text.indexOf('&');
-            QVERIFY2(mark >= 0, qPrintable(text));
-            const QString key = text.mid(mark + 1, 1).toLower();
-            QVERIFY2(!keys.contains(key), qPrintable(text));
-            keys.insert(key);
+    void menus_open_the_right_page() {
+        QFETCH(QString, menu);
+        QFETCH(QString, entry);
+        QFETCH(QString, page);
+        InSheet(menu, entry, [&](COptionsPropSheet& sheet) {
+            auto* const pages = sheet.findChild<QTabWidget*>("pages");
+            QStringList names;
+            for (int i = 0; i < pages->count(); ++i)
+                names.append(pages->tabText(i));
+            QCOMPARE(names, (QStringList{"<  General  >", "<  Auto-Backup  >", "<  Spell Checker  >", "<  Agent  >"}));
+            QCOMPARE(pages->tabText(pages->currentIndex()), page);
+            QVERIFY(sheet.findChild<QLabel*>("agentMissing"));
+        });
+    }
+
+    void each_control_changes_the_board_at_once() {
+        const auto sheet = MakeSheet(OptionsTab::General);
+        QTest::mouseClick(Box(*sheet, Option::ShowCats), Qt::LeftButton, {}, QPoint(5, 5));
+        QCOMPARE(Stored("ShowCats"), std::string("0"));
+        QVERIFY(!app_->GetSettings().Flag(Option::ShowCats));
+        font_.faceName = "Liberation Sans";
+        sheet->findChild<QPushButton*>("titleFont")->click();
+        sheet->findChild<QPushButton*>("selectedGround")->click();
+        QCOMPARE(repaints_, 3);
+        QCOMPARE(*store_.Get("ImgTitleFont", "FaceName"), std::string("Liberation Sans"));
+        QCOMPARE(LoadSelectedNoteColor(store_), 0x00FF00u);
+        InSheet("Options", "Lorebinder Options...", [this](COptionsPropSheet& opened) {
+            Box(opened, Option::ShowKeyWords)->click();
+            QVERIFY(!BoardOptionsOf(app_->GetSettings(), store_).showKeyWords);
+        });
+    }
+
+    void size_of_sources_snaps_into_its_limits() {
+        const auto sheet = MakeSheet(OptionsTab::General);
+        auto* const size = sheet->findChild<QSpinBox*>("sourceSize");
+        for (const auto& [typed, kept] : {std::pair{2, 5}, {60, 60}, {150, 60}, {100, 100}}) {
+            size->setFocus();
+            size->selectAll();
+            QTest::keyClicks(size, QString::number(typed));
+            QTest::keyClick(size, Qt::Key_Tab);
+            QCOMPARE(size->value(), kept);
+            QCOMPARE(app_->GetSettings().Int(Option::SourceSize), kept);
         }
     }
-}
 
-void OptionsTest::own_words_are_added_changed_and_deleted() {
-    UserDictionary words(*spelling_);
-    UserDictionaryDialog dialog(words, store_, window_.get());
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    auto* const field = dialog.findChild<QLineEdit*>("word");
-    auto* const list = dialog.findChild<QListWidget*>("words");
-    for (const char* word : {"Fresnel", "argand"}) {
-        QTest::keyClicks(field, word);
-        QTest::keyClick(field, Qt::Key_Return);
+    void backup_page_is_not_left_without_a_file() {
+        const auto sheet = MakeSheet(OptionsTab::AutoBackup);
+        auto* const pages = sheet->findChild<QTabWidget*>("pages");
+        auto* const uses = sheet->findChild<QComboBox*>("uses");
+        QVERIFY(!uses->isEnabled());
+        QCOMPARE(uses->count(), 15);
+        Box(*sheet, Option::EnableBackup)->click();
+        QVERIFY(uses->isEnabled());
+        QCOMPARE(sheet->findChild<QLineEdit*>("backupPath")->text(), QStringLiteral("< No Backup File Set >"));
+        pages->setCurrentIndex(0);
+        QCOMPARE(pages->currentIndex(), 1);
+        QTest::keyClick(sheet.get(), Qt::Key_Escape);
+        sheet->close();
+        QVERIFY(sheet->isVisible());
+        QCOMPARE(prompts_.seen.size(), size_t{3});
+        QCOMPARE(prompts_.seen[0],
+                 std::string("Invalid Backup File: Auto-Backup does not have a valid file path set."));
+        prompts_.savePaths = {"/keep/a.lbe"};
+        sheet->findChild<QPushButton*>("setBackupPath")->click();
+        QCOMPARE(sheet->findChild<QLineEdit*>("backupPath")->text(), QStringLiteral("/keep/a.lbe"));
+        pages->setCurrentIndex(2);
+        QCOMPARE(pages->currentIndex(), 2);
+        QTest::keyClick(sheet.get(), Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(!sheet->isVisible());
     }
-    QVERIFY(dialog.isVisible());
-    TakeShot(dialog, "options-own-words");
-    QCOMPARE(list->count(), 2);
-    QCOMPARE(list->item(0)->text(), QStringLiteral("argand"));
-    list->item(0)->setText("zenith");
-    QTRY_COMPARE(list->item(1)->text(), QStringLiteral("zenith"));
-    list->item(1)->setText("two words");
-    QTRY_COMPARE(list->item(1)->text(), QStringLiteral("zenith"));
-    list->setFocus();
-    list->setCurrentRow(0);
-    QTest::keyClick(list, Qt::Key_Delete);
-    QCOMPARE(spelling_->UserWords(), std::vector<std::string>{"zenith"});
-}
 
-void OptionsTest::hot_key_is_stored_as_the_agent_reads_it() {
-    const auto sheet = MakeSheet(OptionsTab::Agent);
-    auto* const keys = sheet->findChild<QKeySequenceEdit*>("hotKey");
-    auto* const save = sheet->findChild<QPushButton*>("saveHotKey");
-    keys->setKeySequence(QKeySequence("Ctrl+Alt+L"));
-    save->click();
-    QCOMPARE(Stored("Hotkey"), std::string("76"));
-    QCOMPARE(Stored("HotkeyMod"), std::string("6"));
-    keys->setKeySequence(QKeySequence("L"));
-    save->click();
-    QCOMPARE(Stored("HotkeyMod"), std::string("6"));
-    sheet->findChild<QPushButton*>("launchAgent")->click();
-    QCOMPARE(agent_.launches, 1);
-    QVERIFY(!sheet->findChild<QLabel*>("noHotKeys"));
-    qputenv("WAYLAND_DISPLAY", "wayland-9");
-    const auto other = MakeSheet(OptionsTab::Agent);
-    qunsetenv("WAYLAND_DISPLAY");
-    QVERIFY(other->findChild<QLabel*>("noHotKeys")->text().contains("lorebinder --capture"));
-    for (const char* text : {"Ctrl+F5", "Alt+Shift+PgDown", "Ctrl+Alt+9"}) {
-        const QKeySequence sequence(QString::fromLatin1(text));
-        QCOMPARE(ToKeySequence(FromKeySequence(sequence)), sequence);
+    void keyboard_reaches_every_control() {
+        const auto sheet = MakeSheet(OptionsTab::General);
+        auto* const pages = sheet->findChild<QTabWidget*>("pages");
+        for (int page = 0; page < pages->count(); ++page) {
+            QSet<QString> keys{"o"};
+            for (QWidget* const control : pages->widget(page)->findChildren<QWidget*>()) {
+                auto* const button = qobject_cast<QAbstractButton*>(control);
+                auto* const label = qobject_cast<QLabel*>(control);
+                const QString text = button ? button->text() : label && label->buddy() ? label->text() : QString();
+                if (text.isEmpty())
+                    continue;
+                const qsizetype mark = text.indexOf('&');
+                QVERIFY2(mark >= 0, qPrintable(text));
+                const QString key = text.mid(mark + 1, 1).toLower();
+                QVERIFY2(!keys.contains(key), qPrintable(text));
+                keys.insert(key);
+            }
+        }
     }
-    QVERIFY(FromKeySequence(QKeySequence("Ctrl+Volume Up")) == HotKey{});
-}
 
-void OptionsTest::appearance_changes_every_window_at_once() {
-    const auto sheet = MakeSheet(OptionsTab::General);
-    auto* const looks = sheet->findChild<QComboBox*>("appearance");
-    QCOMPARE(looks->currentText(), QStringLiteral("Light"));
-    looks->setCurrentIndex(2);
-    QVERIFY(theme_->IsDark());
-    QCOMPARE(Stored("Appearance"), std::string("2"));
-}
-
-void OptionsTest::font_keeps_what_was_not_changed() {
-    FontSetting font{.faceName = "No Such Face", .height = 19, .weight = 550, .charSet = 7, .color = 0x123456};
-    FontDialog dialog("Font", font, *theme_, store_, window_.get());
-    dialog.show();
-    TakeShot(dialog, "options-font");
-    const FontSetting kept = dialog.Chosen();
-    QCOMPARE(kept.faceName, font.faceName);
-    QCOMPARE(kept.height, 19);
-    QCOMPARE(kept.weight, 550);
-    QCOMPARE(kept.charSet, 7);
-    QCOMPARE(kept.color, 0x123456u);
-}
-
-void OptionsTest::open_note_follows_the_options_of_its_spelling() {
-    if (!spelling_->Select("en_US"))
-        QSKIP("there is no English dictionary");
-    const auto inMoreOptions = [this](MoreSpellOptionsDialog& more) {
-        QCheckBox* const capitals = Box(more, Option::SpellSkipCapitals);
-        QVERIFY(capitals && capitals->isChecked());
-        capitals->click();
-        TakeShot(more, "options-more-spelling");
-        QTest::keyClick(&more, Qt::Key_Return, Qt::ControlModifier);
-    };
-    const auto inSheet = [&](COptionsPropSheet& sheet) {
-        QCOMPARE(In<QTabWidget>(sheet, "pages")->currentIndex(), 2);
-        Box(sheet, Option::MarkStrike)->click();
-        Next<MoreSpellOptionsDialog>(inMoreOptions);
-        In<QPushButton>(sheet, "moreOptions")->click();
-    };
-    InDialog<NoteEditorWindow>([this] { window_->Notes()->AddNote(); },
-                               [&](NoteEditorWindow& editor) {
-                                   auto* const text = qobject_cast<RichTextEdit*>(editor.Text()->Edit());
-                                   QTest::keyClicks(text, "A lihgted LIHGT again");
-                                   const auto formats = [text] {
-                                       return text->document()->firstBlock().layout()->formats();
-                                   };
-                                   QTRY_COMPARE(formats().size(), 1);
-                                   QVERIFY(!formats()[0].format.fontStrikeOut());
-                                   QMenu menu;
-                                   text->Spelling().AddToMenu(menu, text->textCursor());
-                                   Next<COptionsPropSheet>(inSheet);
-                                   menu.actions().value(menu.actions().size() - 2)->trigger();
-                                   QTRY_COMPARE(formats().size(), 2);
-                                   QVERIFY(formats()[0].format.fontStrikeOut());
-                                   QCOMPARE(Stored("SpellSkipCapitals"), std::string("0"));
-                                   emit text->Spelling().LanguageChosen("de_DE");
-                                   QCOMPARE(Stored("SpellLanguage"), std::string("de_DE"));
-                                   prompts_.answers = {PromptAnswer::Yes};
-                                   editor.CancelNote();
-                               });
-    QCOMPARE(opened_, 3);
-}
-
-void OptionsTest::looks_good_data() {
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<int>("page");
-    const char* const names[] = {"general", "backup", "spelling", "agent"};
-    for (int page = 0; page < 4; ++page) {
-        QTest::addRow("options-%s-light", names[page]) << false << page;
-        QTest::addRow("options-%s-dark", names[page]) << true << page;
+    void own_words_are_added_changed_and_deleted() {
+        UserDictionary words(*spelling_);
+        UserDictionaryDialog dialog(words, store_, window_.get());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        auto* const field = dialog.findChild<QLineEdit*>("word");
+        auto* const list = dialog.findChild<QListWidget*>("words");
+        for (const char* word : {"Fresnel", "argand"}) {
+            QTest::keyClicks(field, word);
+            QTest::keyClick(field, Qt::Key_Return);
+        }
+        QVERIFY(dialog.isVisible());
+        TakeShot(dialog, "options-own-words");
+        QCOMPARE(list->count(), 2);
+        QCOMPARE(list->item(0)->text(), QStringLiteral("argand"));
+        list->item(0)->setText("zenith");
+        QTRY_COMPARE(list->item(1)->text(), QStringLiteral("zenith"));
+        list->item(1)->setText("two words");
+        QTRY_COMPARE(list->item(1)->text(), QStringLiteral("zenith"));
+        list->setFocus();
+        list->setCurrentRow(0);
+        QTest::keyClick(list, Qt::Key_Delete);
+        QCOMPARE(spelling_->UserWords(), std::vector<std::string>{"zenith"});
     }
-}
 
-void OptionsTest::looks_good() {
-    SetLook();
-    QFETCH(int, page);
-    app_->GetSettings().Set(Option::EnableBackup, 1);
-    app_->GetSettings().Set(Option::BackupPath, std::string("/home/reader/Backups/All my notes.lbe"));
-    app_->GetSettings().Set(Option::Hotkey, 76);
-    app_->GetSettings().Set(Option::HotkeyMod, 6);
-    agent_.installed = !theme_->IsDark();
-    qputenv("WAYLAND_DISPLAY", theme_->IsDark() ? "wayland-9" : "");
-    const auto sheet = MakeSheet(static_cast<OptionsTab>(page));
-    qunsetenv("WAYLAND_DISPLAY");
-    Shoot(*sheet, QString::fromLatin1(QTest::currentDataTag()));
-}
+    void hot_key_is_stored_as_the_agent_reads_it() {
+        const auto sheet = MakeSheet(OptionsTab::Agent);
+        auto* const keys = sheet->findChild<QKeySequenceEdit*>("hotKey");
+        auto* const save = sheet->findChild<QPushButton*>("saveHotKey");
+        keys->setKeySequence(QKeySequence("Ctrl+Alt+L"));
+        save->click();
+        QCOMPARE(Stored("Hotkey"), std::string("76"));
+        QCOMPARE(Stored("HotkeyMod"), std::string("6"));
+        keys->setKeySequence(QKeySequence("L"));
+        save->click();
+        QCOMPARE(Stored("HotkeyMod"), std::string("6"));
+        sheet->findChild<QPushButton*>("launchAgent")->click();
+        QCOMPARE(agent_.launches, 1);
+        QVERIFY(!sheet->findChild<QLabel*>("noHotKeys"));
+        qputenv("WAYLAND_DISPLAY", "wayland-9");
+        const auto other = MakeSheet(OptionsTab::Agent);
+        qunsetenv("WAYLAND_DISPLAY");
+        QVERIFY(other->findChild<QLabel*>("noHotKeys")->text().contains("lorebinder --capture"));
+        for (const char* text : {"Ctrl+F5", "Alt+Shift+PgDown", "Ctrl+Alt+9"}) {
+            const QKeySequence sequence(QString::fromLatin1(text));
+            QCOMPARE(ToKeySequence(FromKeySequence(sequence)), sequence);
+        }
+        QVERIFY(FromKeySequence(QKeySequence("Ctrl+Volume Up")) == HotKey{});
+    }
+
+    void appearance_changes_every_window_at_once() {
+        const auto sheet = MakeSheet(OptionsTab::General);
+        auto* const looks = sheet->findChild<QComboBox*>("appearance");
+        QCOMPARE(looks->currentText(), QStringLiteral("Light"));
+        looks->setCurrentIndex(2);
+        QVERIFY(theme_->IsDark());
+        QCOMPARE(Stored("Appearance"), std::string("2"));
+    }
+
+    void font_keeps_what_was_not_changed() {
+        FontSetting font{.faceName = "No Such Face", .height = 19, .weight = 550, .charSet = 7, .color = 0x123456};
+        FontDialog dialog("Font", font, *theme_, store_, window_.get());
+        dialog.show();
+        TakeShot(dialog, "options-font");
+        const FontSetting kept = dialog.Chosen();
+        QCOMPARE(kept.faceName, font.faceName);
+        QCOMPARE(kept.height, 19);
+        QCOMPARE(kept.weight, 550);
+        QCOMPARE(kept.charSet, 7);
+        QCOMPARE(kept.color, 0x123456u);
+    }
+
+    void open_note_follows_the_options_of_its_spelling() {
+        if (!spelling_->Select("en_US"))
+            QSKIP("there is no English dictionary");
+        const auto inMoreOptions = [this](MoreSpellOptionsDialog& more) {
+            QCheckBox* const capitals = Box(more, Option::SpellSkipCapitals);
+            QVERIFY(capitals && capitals->isChecked());
+            capitals->click();
+            TakeShot(more, "options-more-spelling");
+            QTest::keyClick(&more, Qt::Key_Return, Qt::ControlModifier);
+        };
+        const auto inSheet = [&](COptionsPropSheet& sheet) {
+            QCOMPARE(In<QTabWidget>(sheet, "pages")->currentIndex(), 2);
+            Box(sheet, Option::MarkStrike)->click();
+            Next<MoreSpellOptionsDialog>(inMoreOptions);
+            In<QPushButton>(sheet, "moreOptions")->click();
+        };
+        InDialog<NoteEditorWindow>([this] { window_->Notes()->AddNote(); },
+                                   [&](NoteEditorWindow& editor) {
+                                       auto* const text = qobject_cast<RichTextEdit*>(editor.Text()->Edit());
+                                       QTest::keyClicks(text, "A lihgted LIHGT again");
+                                       const auto formats = [text] {
+                                           return text->document()->firstBlock().layout()->formats();
+                                       };
+                                       QTRY_COMPARE(formats().size(), 1);
+                                       QVERIFY(!formats()[0].format.fontStrikeOut());
+                                       QMenu menu;
+                                       text->Spelling().AddToMenu(menu, text->textCursor());
+                                       Next<COptionsPropSheet>(inSheet);
+                                       menu.actions().value(menu.actions().size() - 2)->trigger();
+                                       QTRY_COMPARE(formats().size(), 2);
+                                       QVERIFY(formats()[0].format.fontStrikeOut());
+                                       QCOMPARE(Stored("SpellSkipCapitals"), std::string("0"));
+                                       emit text->Spelling().LanguageChosen("de_DE");
+                                       QCOMPARE(Stored("SpellLanguage"), std::string("de_DE"));
+                                       prompts_.answers = {PromptAnswer::Yes};
+                                       editor.CancelNote();
+                                   });
+        QCOMPARE(opened_, 3);
+    }
+
+    void looks_good_data() {
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<int>("page");
+        const char* const names[] = {"general", "backup", "spelling", "agent"};
+        for (int page = 0; page < 4; ++page) {
+            QTest::addRow("options-%s-light", names[page]) << false << page;
+            QTest::addRow("options-%s-dark", names[page]) << true << page;
+        }
+    }
+
+    void looks_good() {
+        SetLook();
+        QFETCH(int, page);
+        app_->GetSettings().Set(Option::EnableBackup, 1);
+        app_->GetSettings().Set(Option::BackupPath, std::string("/home/reader/Backups/All my notes.lbe"));
+        app_->GetSettings().Set(Option::Hotkey, 76);
+        app_->GetSettings().Set(Option::HotkeyMod, 6);
+        agent_.installed = !theme_->IsDark();
+        qputenv("WAYLAND_DISPLAY", theme_->IsDark() ? "wayland-9" : "");
+        const auto sheet = MakeSheet(static_cast<OptionsTab>(page));
+        qunsetenv("WAYLAND_DISPLAY");
+        Shoot(*sheet, QString::fromLatin1(QTest::currentDataTag()));
+    }
+};
 
 }  // namespace lore
 

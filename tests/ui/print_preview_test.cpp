@@ -18,14 +18,46 @@ class PrintPreviewTest : public QObject {
 
 private:
     /// So many sources of one style, each two lines long.
-    static PrintContent Bibliography(int count);
-    void Open(ContentSource content);
+    static PrintContent Bibliography(int count) {
+        SourceList sources;
+        for (int i = 0; i < count; ++i) {
+            CSource source;
+            source.SourceID = i + 1;
+            source.FormattedText =
+                "Stevenson, Alan. 1850. A Rudimentary Treatise on the History, Construction, and "
+                "Illumination of Lighthouses, Part " +
+                std::to_string(i + 1) + ". London: John Weale. https://example.org/" + std::to_string(i);
+            source.SpanKinds = {1};
+            source.SpanStarts = {23};
+            source.SpanEnds = {107};
+            sources.AddTail(source);
+        }
+        return PrintContent(sources);
+    }
+
+    void Open(ContentSource content) {
+        window_ = std::make_unique<PreviewWindow>(std::move(content), *theme_, store_);
+        window_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    }
+
     void Open(PrintContent content) { Open(ContentSource{std::move(content)}); }
     /// A bibliography whose first 50 entries are there at once; the others come once they are let.
-    ContentSource Slow(int count);
+    ContentSource Slow(int count) {
+        return {Bibliography(50), [this, count] {
+                    others_.acquire();
+                    return Bibliography(count);
+                }};
+    }
+
     QAction* Command(const QString& text) const { return MenuEntry(*window_, text); }
     QString PageText() const { return window_->findChild<QLabel*>("page")->text(); }
-    static int PagesOf(const std::string& pdf);
+    static int PagesOf(const std::string& pdf) {
+        int pages = 0;
+        for (size_t at = pdf.find("/Type /Page\n"); at != std::string::npos; at = pdf.find("/Type /Page\n", at + 1))
+            ++pages;
+        return pages;
+    }
 
     std::unique_ptr<Theme> theme_;
     std::unique_ptr<PreviewWindow> window_;
@@ -41,300 +73,251 @@ private slots:
         window_.reset();
         others_.acquire(others_.available());
     }
-    void pages_are_turned();
-    void first_pages_stand_there_while_the_rest_is_laid_out();
-    void what_needs_all_pages_waits_for_them();
-    void layouts_overtake_each_other();
-    void only_pages_in_sight_are_drawn();
-    void another_font_lays_out_anew_and_is_remembered();
-    void another_paper_makes_more_pages_and_is_remembered();
-    void a_range_is_printed();
-    void every_form_is_saved_and_a_failure_told();
-    void paper_looks_the_same_in_a_dark_window();
-    void looks_good_data();
-    void looks_good();
-};
-
-PrintContent PrintPreviewTest::Bibliography(int count) {
-    SourceList sources;
-    for (int i = 0; i < count; ++i) {
-        CSource source;
-        source.SourceID = i + 1;
-        source.FormattedText =
-            "Stevenson, Alan. 1850. A Rudimentary Treatise on the History, Construction, and "
-            "Illumination of Lighthouses, Part " +
-            std::to_string(i + 1) + ". London: John Weale. https://example.org/" + std::to_string(i);
-        source.SpanKinds = {1};
-        source.SpanStarts = {23};
-        source.SpanEnds = {107};
-        sources.AddTail(source);
-    }
-    return PrintContent(sources);
-}
-
-ContentSource PrintPreviewTest::Slow(int count) {
-    return {Bibliography(50), [this, count] {
-                others_.acquire();
-                return Bibliography(count);
-            }};
-}
-
-void PrintPreviewTest::Open(ContentSource content) {
-    window_ = std::make_unique<PreviewWindow>(std::move(content), *theme_, store_);
-    window_->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
-}
-
-int PrintPreviewTest::PagesOf(const std::string& pdf) {
-    int pages = 0;
-    for (size_t at = pdf.find("/Type /Page\n"); at != std::string::npos; at = pdf.find("/Type /Page\n", at + 1))
-        ++pages;
-    return pages;
-}
-
-void PrintPreviewTest::pages_are_turned() {
-    Open(Bibliography(80));
-    const int pages = window_->PageCount();
-    QVERIFY(pages >= 3);
-    QTRY_COMPARE(PageText(), QStringLiteral("Page 1 of %1").arg(pages));
-    QVERIFY(!Command("Previous Page")->isEnabled());
-    Command("Next Page")->trigger();
-    QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(pages));
-    Command("Last Page")->trigger();
-    QCOMPARE(window_->Preview()->CurrentPage(), pages);
-    QVERIFY(!Command("Next Page")->isEnabled());
-    const double before = window_->Preview()->Zoom();
-    Command("Zoom In")->trigger();
-    QVERIFY(window_->Preview()->Zoom() > before);
-    for (int i = 0; i < 40; ++i)
-        Command("Zoom Out")->trigger();
-    QVERIFY(window_->Preview()->Zoom() > 0.05);
-}
-
-void PrintPreviewTest::first_pages_stand_there_while_the_rest_is_laid_out() {
-    Open(Slow(600));
-    QVERIFY(!window_->IsWhole());
-    QVERIFY(window_->PageCount() >= 2);
-    QVERIFY(PageText().startsWith("Page 1 \u2013"));
-    QVERIFY(window_->Preview()->IsDrawn());
-    QImage early(window_->Preview()->viewport()->size(), QImage::Format_RGB32);
-    window_->Preview()->viewport()->render(&early);
-    QVERIFY(early.pixelColor(early.width() / 2, 24) == Qt::white);
-    Command("Next Page")->trigger();
-    window_->Preview()->verticalScrollBar()->setValue(window_->Preview()->verticalScrollBar()->value() + 100);
-    const int place = window_->Preview()->verticalScrollBar()->value();
-    others_.release();
-    QTRY_VERIFY(window_->IsWhole());
-    QVERIFY(window_->PageCount() > 20);
-    QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(window_->PageCount()));
-    QCOMPARE(window_->Preview()->verticalScrollBar()->value(), place);
-    Command("First Page")->trigger();
-    QTRY_VERIFY(window_->Preview()->IsDrawn());
-    QImage late(early.size(), QImage::Format_RGB32);
-    window_->Preview()->viewport()->render(&late);
-    QVERIFY2(early == late, "the first page stands as it stood");
-}
-
-void PrintPreviewTest::what_needs_all_pages_waits_for_them() {
-    others_.release();
-    Open(Slow(400));
-    Command("Last Page")->trigger();
-    QVERIFY(window_->IsWhole());
-    QCOMPARE(window_->Preview()->CurrentPage(), window_->PageCount());
-    const int pages = window_->PageCount();
-    others_.release();
-    Open(Slow(400));
-    QVERIFY(window_->Save(folder_.filePath("whole.pdf")));
-    std::string pdf;
-    ReadFile(folder_.filePath("whole.pdf").toStdString(), pdf);
-    QCOMPARE(PagesOf(pdf), pages);
-    others_.release();
-    Open(Slow(400));
-    QVERIFY(window_->Save(folder_.filePath("whole.txt")));
-    ReadFile(folder_.filePath("whole.txt").toStdString(), pdf);
-    QVERIFY(pdf.find("Part 400.") != std::string::npos);
-}
-
-void PrintPreviewTest::layouts_overtake_each_other() {
-    Open(Slow(400));
-    auto* const fonts = window_->findChild<QComboBox*>("fonts");
-    for (const char* font : {"Courier New", "Arial", "Times New Roman", "Courier New"}) {
-        fonts->setCurrentText(font);
-        QTest::qWait(1);
-    }
-    others_.release(5);
-    QTRY_VERIFY(window_->IsWhole());
-    const int pages = window_->PageCount();
-    window_->Preview()->SetCurrentPage(9);
-    fonts->setCurrentText("Arial");
-    QVERIFY(window_->Preview()->CurrentPage() < 9);
-    QTRY_VERIFY2(window_->IsWhole(), "what was made once isn't made again");
-    QVERIFY(window_->PageCount() < pages);
-    QCOMPARE(window_->Preview()->CurrentPage(), 9);
-    Open(Slow(400));
-    others_.release();
-    window_.reset();  // while it is laid out
-}
-
-void PrintPreviewTest::only_pages_in_sight_are_drawn() {
-    Open(Bibliography(900));
-    window_->resize(1000, 900);
-    PageView* const view = window_->Preview();
-    QVERIFY(window_->PageCount() > 40);
-    const auto visible = [view] {
-        const auto [first, last] = view->VisiblePages();
-        return last - first + 1;
-    };
-    Command("Fit Page")->trigger();
-    QCOMPARE(visible(), 1);
-    Command("Facing Pages")->trigger();
-    QVERIFY(visible() <= 4);
-    for (int page : {1, 17, window_->PageCount(), 2}) {
-        view->SetCurrentPage(page);
-        const auto [first, last] = view->VisiblePages();
-        QVERIFY(first <= page && page <= last);
-        QCOMPARE(view->CurrentPage(), page);
-    }
-    Command("All Pages")->trigger();
-    QVERIFY(visible() > 4 && visible() < window_->PageCount());
-    QTest::keyClick(view, Qt::Key_End);
-    QCOMPARE(view->CurrentPage(), window_->PageCount());
-    QTest::keyClick(view, Qt::Key_Home);
-    QCOMPARE(view->CurrentPage(), 1);
-    Command("One Page")->trigger();
-    const double fitted = view->Zoom();
-    window_->resize(window_->width() + 200, window_->height());
-    QVERIFY2(view->Zoom() > fitted, "the width is fitted again");
-    view->SetCurrentPage(20);
-    view->verticalScrollBar()->setValue(view->verticalScrollBar()->value() + 77);
-    Command("Zoom In")->trigger();
-    Command("Zoom In")->trigger();
-    QCOMPARE(view->CurrentPage(), 20);
-    const double zoomed = view->Zoom();
-    window_->resize(window_->width() - 200, window_->height());
-    QCOMPARE(view->Zoom(), zoomed);
-}
-
-void PrintPreviewTest::another_font_lays_out_anew_and_is_remembered() {
-    Open(Bibliography(80));
-    const int pages = window_->PageCount();
-    auto* const fonts = window_->findChild<QComboBox*>("fonts");
-    fonts->setCurrentText("Courier New");
-    QVERIFY(window_->PageCount() > pages);
-    const int wide = window_->PageCount();
-    window_->close();
-    Open(Bibliography(80));
-    QCOMPARE(window_->findChild<QComboBox*>("fonts")->currentText(), QStringLiteral("Courier New"));
-    QCOMPARE(window_->PageCount(), wide);
-    Open(PrintContent(DocumentFromText("Notes have fonts of their own", "Arial", 24)));
-    QVERIFY(!window_->findChild<QComboBox*>("fonts"));
-}
-
-void PrintPreviewTest::another_paper_makes_more_pages_and_is_remembered() {
-    Open(Bibliography(80));
-    const int pages = window_->PageCount();
-    QPageLayout paper = window_->Paper();
-    paper.setPageSize(QPageSize(QPageSize::A5));
-    paper.setOrientation(QPageLayout::Landscape);
-    window_->SetPaper(paper);
-    QVERIFY(window_->PageCount() > pages * 2);
-    const QString file = folder_.filePath("a5.pdf");
-    QVERIFY(window_->Save(file));
-    std::string pdf;
-    ReadFile(file.toStdString(), pdf);
-    QCOMPARE(PagesOf(pdf), window_->PageCount());
-    QVERIFY(pdf.find("/MediaBox [0 0 595") != std::string::npos);
-    QVERIFY(window_->Save(folder_.filePath("a5.rtf")));
-    std::string rtf;
-    ReadFile(folder_.filePath("a5.rtf").toStdString(), rtf);
-    const char kPaper[] = "\\paperw11906\\paperh8391\\margl1134\\margr1134\\margt1134\\margb1134\\landscape";
-    QVERIFY2(rtf.find(kPaper) != std::string::npos, rtf.c_str());
-    for (const QPageSize& size : {QPageSize(QPageSize::Letter), QPageSize(QSizeF(111.3, 222), QPageSize::Millimeter)}) {
-        const QPageLayout chosen(size, QPageLayout::Landscape, QMarginsF(30, 10, 12.5, 0), QPageLayout::Millimeter);
-        window_->SetPaper(chosen);
+    void pages_are_turned() {
         Open(Bibliography(80));
-        QVERIFY2(window_->Paper().isEquivalentTo(chosen), store_.Get("Windows", "PrintSavePaper")->c_str());
+        const int pages = window_->PageCount();
+        QVERIFY(pages >= 3);
+        QTRY_COMPARE(PageText(), QStringLiteral("Page 1 of %1").arg(pages));
+        QVERIFY(!Command("Previous Page")->isEnabled());
+        Command("Next Page")->trigger();
+        QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(pages));
+        Command("Last Page")->trigger();
+        QCOMPARE(window_->Preview()->CurrentPage(), pages);
+        QVERIFY(!Command("Next Page")->isEnabled());
+        const double before = window_->Preview()->Zoom();
+        Command("Zoom In")->trigger();
+        QVERIFY(window_->Preview()->Zoom() > before);
+        for (int i = 0; i < 40; ++i)
+            Command("Zoom Out")->trigger();
+        QVERIFY(window_->Preview()->Zoom() > 0.05);
     }
-    for (const char* const damaged : {"", "210,297", "210,297,portrait,20,20,20,nan", "0,0,portrait,0,0,0,0",
-                                      "210,297,sideways,0,0,0,0", "210,297,portrait,100,0,100,0"}) {
-        store_.Set("Windows", "PrintSavePaper", damaged);
-        Open(Bibliography(2));
-        QCOMPARE(window_->Paper().pageSize().id(), QPageSize::A4);
-    }
-}
 
-void PrintPreviewTest::a_range_is_printed() {
-    Open(Bibliography(80));
-    const std::tuple<int, int, int> kRanges[] = {
-        {0, 0, window_->PageCount()}, {2, 2, 1}, {2, 3, 2}, {1, 99, window_->PageCount()}};
-    for (const auto& [from, to, pages] : kRanges) {
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(folder_.filePath("range.pdf"));
-        printer.setFullPage(true);
-        printer.setFromTo(from, to);
-        window_->PrintTo(printer);
+    void first_pages_stand_there_while_the_rest_is_laid_out() {
+        Open(Slow(600));
+        QVERIFY(!window_->IsWhole());
+        QVERIFY(window_->PageCount() >= 2);
+        QVERIFY(PageText().startsWith("Page 1 \u2013"));
+        QVERIFY(window_->Preview()->IsDrawn());
+        QImage early(window_->Preview()->viewport()->size(), QImage::Format_RGB32);
+        window_->Preview()->viewport()->render(&early);
+        QVERIFY(early.pixelColor(early.width() / 2, 24) == Qt::white);
+        Command("Next Page")->trigger();
+        window_->Preview()->verticalScrollBar()->setValue(window_->Preview()->verticalScrollBar()->value() + 100);
+        const int place = window_->Preview()->verticalScrollBar()->value();
+        others_.release();
+        QTRY_VERIFY(window_->IsWhole());
+        QVERIFY(window_->PageCount() > 20);
+        QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(window_->PageCount()));
+        QCOMPARE(window_->Preview()->verticalScrollBar()->value(), place);
+        Command("First Page")->trigger();
+        QTRY_VERIFY(window_->Preview()->IsDrawn());
+        QImage late(early.size(), QImage::Format_RGB32);
+        window_->Preview()->viewport()->render(&late);
+        QVERIFY2(early == late, "the first page stands as it stood");
+    }
+
+    void what_needs_all_pages_waits_for_them() {
+        others_.release();
+        Open(Slow(400));
+        Command("Last Page")->trigger();
+        QVERIFY(window_->IsWhole());
+        QCOMPARE(window_->Preview()->CurrentPage(), window_->PageCount());
+        const int pages = window_->PageCount();
+        others_.release();
+        Open(Slow(400));
+        QVERIFY(window_->Save(folder_.filePath("whole.pdf")));
         std::string pdf;
-        ReadFile(folder_.filePath("range.pdf").toStdString(), pdf);
+        ReadFile(folder_.filePath("whole.pdf").toStdString(), pdf);
         QCOMPARE(PagesOf(pdf), pages);
+        others_.release();
+        Open(Slow(400));
+        QVERIFY(window_->Save(folder_.filePath("whole.txt")));
+        ReadFile(folder_.filePath("whole.txt").toStdString(), pdf);
+        QVERIFY(pdf.find("Part 400.") != std::string::npos);
     }
-}
 
-void PrintPreviewTest::every_form_is_saved_and_a_failure_told() {
-    Open(Bibliography(3));
-    for (const SavedForm& form : kSavedForms) {
-        const QString file = folder_.filePath(QStringLiteral("saved.") + form.ending);
-        QVERIFY2(window_->Save(file), form.ending);
-        QVERIFY(QFileInfo(file).size() > 100);
+    void layouts_overtake_each_other() {
+        Open(Slow(400));
+        auto* const fonts = window_->findChild<QComboBox*>("fonts");
+        for (const char* font : {"Courier New", "Arial", "Times New Roman", "Courier New"}) {
+            fonts->setCurrentText(font);
+            QTest::qWait(1);
+        }
+        others_.release(5);
+        QTRY_VERIFY(window_->IsWhole());
+        const int pages = window_->PageCount();
+        window_->Preview()->SetCurrentPage(9);
+        fonts->setCurrentText("Arial");
+        QVERIFY(window_->Preview()->CurrentPage() < 9);
+        QTRY_VERIFY2(window_->IsWhole(), "what was made once isn't made again");
+        QVERIFY(window_->PageCount() < pages);
+        QCOMPARE(window_->Preview()->CurrentPage(), 9);
+        Open(Slow(400));
+        others_.release();
+        window_.reset();  // while it is laid out
     }
-    for (const QString& file : {folder_.filePath("no folder/a.pdf"), folder_.filePath("a.doc")}) {
-        QString told;
-        QTimer::singleShot(0, window_.get(), [&] {
-            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            told = box ? box->text() : QString();
-            if (box)
-                box->accept();
-        });
-        QVERIFY(!window_->Save(file));
-        QVERIFY2(told.contains(".pdf"), qPrintable(told));
+
+    void only_pages_in_sight_are_drawn() {
+        Open(Bibliography(900));
+        window_->resize(1000, 900);
+        PageView* const view = window_->Preview();
+        QVERIFY(window_->PageCount() > 40);
+        const auto visible = [view] {
+            const auto [first, last] = view->VisiblePages();
+            return last - first + 1;
+        };
+        Command("Fit Page")->trigger();
+        QCOMPARE(visible(), 1);
+        Command("Facing Pages")->trigger();
+        QVERIFY(visible() <= 4);
+        for (int page : {1, 17, window_->PageCount(), 2}) {
+            view->SetCurrentPage(page);
+            const auto [first, last] = view->VisiblePages();
+            QVERIFY(first <= page && page <= last);
+            QCOMPARE(view->CurrentPage(), page);
+        }
+        Command("All Pages")->trigger();
+        QVERIFY(visible() > 4 && visible() < window_->PageCount());
+        QTest::keyClick(view, Qt::Key_End);
+        QCOMPARE(view->CurrentPage(), window_->PageCount());
+        QTest::keyClick(view, Qt::Key_Home);
+        QCOMPARE(view->CurrentPage(), 1);
+        Command("One Page")->trigger();
+        const double fitted = view->Zoom();
+        window_->resize(window_->width() + 200, window_->height());
+        QVERIFY2(view->Zoom() > fitted, "the width is fitted again");
+        view->SetCurrentPage(20);
+        view->verticalScrollBar()->setValue(view->verticalScrollBar()->value() + 77);
+        Command("Zoom In")->trigger();
+        Command("Zoom In")->trigger();
+        QCOMPARE(view->CurrentPage(), 20);
+        const double zoomed = view->Zoom();
+        window_->resize(window_->width() - 200, window_->height());
+        QCOMPARE(view->Zoom(), zoomed);
     }
-}
 
-void PrintPreviewTest::paper_looks_the_same_in_a_dark_window() {
-    const auto page = [this](Appearance appearance) {
-        theme_->SetAppearance(appearance);
-        QImage image(794, 1123, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        PagedText(QString::fromStdString(Bibliography(5).Html()), StandardPaper()).DrawPage(painter, 0, 96);
-        return image;
-    };
-    const QImage light = page(Appearance::Light);
-    const QImage dark = page(Appearance::Dark);
-    theme_->SetAppearance(Appearance::Light);
-    QVERIFY(light == dark);
-}
+    void another_font_lays_out_anew_and_is_remembered() {
+        Open(Bibliography(80));
+        const int pages = window_->PageCount();
+        auto* const fonts = window_->findChild<QComboBox*>("fonts");
+        fonts->setCurrentText("Courier New");
+        QVERIFY(window_->PageCount() > pages);
+        const int wide = window_->PageCount();
+        window_->close();
+        Open(Bibliography(80));
+        QCOMPARE(window_->findChild<QComboBox*>("fonts")->currentText(), QStringLiteral("Courier New"));
+        QCOMPARE(window_->PageCount(), wide);
+        Open(PrintContent(DocumentFromText("Notes have fonts of their own", "Arial", 24)));
+        QVERIFY(!window_->findChild<QComboBox*>("fonts"));
+    }
 
-void PrintPreviewTest::looks_good_data() {
-    QTest::addColumn<int>("appearance");
-    QTest::newRow("light") << 1;
-    QTest::newRow("dark") << 2;
-}
+    void another_paper_makes_more_pages_and_is_remembered() {
+        Open(Bibliography(80));
+        const int pages = window_->PageCount();
+        QPageLayout paper = window_->Paper();
+        paper.setPageSize(QPageSize(QPageSize::A5));
+        paper.setOrientation(QPageLayout::Landscape);
+        window_->SetPaper(paper);
+        QVERIFY(window_->PageCount() > pages * 2);
+        const QString file = folder_.filePath("a5.pdf");
+        QVERIFY(window_->Save(file));
+        std::string pdf;
+        ReadFile(file.toStdString(), pdf);
+        QCOMPARE(PagesOf(pdf), window_->PageCount());
+        QVERIFY(pdf.find("/MediaBox [0 0 595") != std::string::npos);
+        QVERIFY(window_->Save(folder_.filePath("a5.rtf")));
+        std::string rtf;
+        ReadFile(folder_.filePath("a5.rtf").toStdString(), rtf);
+        const char kPaper[] = "\\paperw11906\\paperh8391\\margl1134\\margr1134\\margt1134\\margb1134\\landscape";
+        QVERIFY2(rtf.find(kPaper) != std::string::npos, rtf.c_str());
+        for (const QPageSize& size :
+             {QPageSize(QPageSize::Letter), QPageSize(QSizeF(111.3, 222), QPageSize::Millimeter)}) {
+            const QPageLayout chosen(size, QPageLayout::Landscape, QMarginsF(30, 10, 12.5, 0), QPageLayout::Millimeter);
+            window_->SetPaper(chosen);
+            Open(Bibliography(80));
+            QVERIFY2(window_->Paper().isEquivalentTo(chosen), store_.Get("Windows", "PrintSavePaper")->c_str());
+        }
+        for (const char* const damaged : {"", "210,297", "210,297,portrait,20,20,20,nan", "0,0,portrait,0,0,0,0",
+                                          "210,297,sideways,0,0,0,0", "210,297,portrait,100,0,100,0"}) {
+            store_.Set("Windows", "PrintSavePaper", damaged);
+            Open(Bibliography(2));
+            QCOMPARE(window_->Paper().pageSize().id(), QPageSize::A4);
+        }
+    }
 
-void PrintPreviewTest::looks_good() {
-    QFETCH(int, appearance);
-    theme_->SetAppearance(static_cast<Appearance>(appearance));
-    Open(Bibliography(40));
-    window_->resize(900, 760);
-    QTest::qWait(100);
-    TakeShot(*window_, appearance == 2 ? "print-preview-dark" : "print-preview-light");
-    Command("Fit Page")->trigger();
-    Command("Facing Pages")->trigger();
-    QTest::qWait(100);
-    TakeShot(*window_, appearance == 2 ? "print-preview-facing-dark" : "print-preview-facing-light");
-    window_.reset();
-    theme_->SetAppearance(Appearance::Light);
-}
+    void a_range_is_printed() {
+        Open(Bibliography(80));
+        const std::tuple<int, int, int> kRanges[] = {
+            {0, 0, window_->PageCount()}, {2, 2, 1}, {2, 3, 2}, {1, 99, window_->PageCount()}};
+        for (const auto& [from, to, pages] : kRanges) {
+            QPrinter printer(QPrinter::HighResolution);
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(folder_.filePath("range.pdf"));
+            printer.setFullPage(true);
+            printer.setFromTo(from, to);
+            window_->PrintTo(printer);
+            std::string pdf;
+            ReadFile(folder_.filePath("range.pdf").toStdString(), pdf);
+            QCOMPARE(PagesOf(pdf), pages);
+        }
+    }
+
+    void every_form_is_saved_and_a_failure_told() {
+        Open(Bibliography(3));
+        for (const SavedForm& form : kSavedForms) {
+            const QString file = folder_.filePath(QStringLiteral("saved.") + form.ending);
+            QVERIFY2(window_->Save(file), form.ending);
+            QVERIFY(QFileInfo(file).size() > 100);
+        }
+        for (const QString& file : {folder_.filePath("no folder/a.pdf"), folder_.filePath("a.doc")}) {
+            QString told;
+            QTimer::singleShot(0, window_.get(), [&] {
+                auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                told = box ? box->text() : QString();
+                if (box)
+                    box->accept();
+            });
+            QVERIFY(!window_->Save(file));
+            QVERIFY2(told.contains(".pdf"), qPrintable(told));
+        }
+    }
+
+    void paper_looks_the_same_in_a_dark_window() {
+        const auto page = [this](Appearance appearance) {
+            theme_->SetAppearance(appearance);
+            QImage image(794, 1123, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            PagedText(QString::fromStdString(Bibliography(5).Html()), StandardPaper()).DrawPage(painter, 0, 96);
+            return image;
+        };
+        const QImage light = page(Appearance::Light);
+        const QImage dark = page(Appearance::Dark);
+        theme_->SetAppearance(Appearance::Light);
+        QVERIFY(light == dark);
+    }
+
+    void looks_good_data() {
+        QTest::addColumn<int>("appearance");
+        QTest::newRow("light") << 1;
+        QTest::newRow("dark") << 2;
+    }
+
+    void looks_good() {
+        QFETCH(int, appearance);
+        theme_->SetAppearance(static_cast<Appearance>(appearance));
+        Open(Bibliography(40));
+        window_->resize(900, 760);
+        QTest::qWait(100);
+        TakeShot(*window_, appearance == 2 ? "print-preview-dark" : "print-preview-light");
+        Command("Fit Page")->trigger();
+        Command("Facing Pages")->trigger();
+        QTest::qWait(100);
+        TakeShot(*window_, appearance == 2 ? "print-preview-facing-dark" : "print-preview-facing-light");
+        window_.reset();
+        theme_->SetAppearance(Appearance::Light);
+    }
+};
 
 }  // namespace lore
 

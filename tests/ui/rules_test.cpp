@@ -40,67 +40,64 @@ struct Parts {
 
 }  // namespace
 
+using Plant = std::function<void(const Parts&)>;
+
 /// The rules that each window is held to find what they are for.
 class RulesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void planted_faults_are_found_data();
-    void planted_faults_are_found();
+    void planted_faults_are_found_data() {
+        QTest::addColumn<Plant>("plant");
+        QTest::addColumn<QString>("found");
+        const auto row = [](const char* name, const char* found, Plant plant) {
+            QTest::newRow(name) << plant << QString::fromLatin1(found);
+        };
+        row("none", "", [](const Parts&) {});
+        row("left out", "Tab passes by", [](const Parts& parts) { parts.first->setFocusPolicy(Qt::ClickFocus); });
+        row("a trap", "keeps the key", [](const Parts& parts) { parts.middle->keepsTab = true; });
+        row("order", "comes behind", [](const Parts& parts) { QWidget::setTabOrder(parts.last, parts.middle); });
+        row("no name", "without a role or a name", [](const Parts& parts) { parts.middle->setAccessibleName({}); });
+        row("menu by mouse", "\"Turn\" only in a mouse's menu",
+            [](const Parts& parts) { parts.middle->hasMenuByMouse = true; });
+        row("menu by both", "",
+            [](const Parts& parts) { parts.middle->hasMenuByMouse = parts.middle->hasMenuByKey = true; });
+        row("menu without a key", "a menu entry without a letter: More",
+            [](const Parts& parts) { parts.window.menuBar()->addMenu("More")->addAction("&Stop"); });
+        row("command without a key", "a command without a key: Stop",
+            [](const Parts& parts) { parts.middle->addAction(new QAction("Stop", parts.middle)); });
+        row("key of two", "F5 stands for", [](const Parts& parts) {
+            for (QAction* const action : {parts.window.addAction("Stop"), parts.window.addAction("Go")})
+                action->setShortcut(Qt::Key_F5);
+        });
+        row("command with a key", "", [](const Parts& parts) {
+            auto* const stop = new QAction("Stop", parts.middle);
+            stop->setShortcut(Qt::Key_F5);
+            parts.middle->addAction(stop);
+        });
+    }
+
+    void planted_faults_are_found() {
+        QFETCH(Plant, plant);
+        QFETCH(QString, found);
+        const Theme theme(*qApp, Appearance::Light);
+        QMainWindow window;
+        auto* const page = new QWidget;
+        auto* const layout = new QVBoxLayout(page);
+        const Parts parts{window, new QLineEdit(page), new Odd("Middle", page), new QPushButton("&Last", page)};
+        parts.first->setAccessibleName("First");
+        for (QWidget* const part : std::initializer_list<QWidget*>{parts.first, parts.middle, parts.last})
+            layout->addWidget(part);
+        window.setCentralWidget(page);
+        window.menuBar()->addMenu("&File")->addAction("&Open");
+        plant(parts);
+        window.show();
+        parts.middle->setFocus();
+        const QString faults = (FaultsOfTabWalk(window) + FaultsOfCommands(window)).join('\n');
+        QVERIFY2(found.isEmpty() ? faults.isEmpty() : faults.contains(found), qPrintable(faults));
+        QCOMPARE(window.focusWidget(), parts.middle);
+    }
 };
-
-using Plant = std::function<void(const Parts&)>;
-
-void RulesTest::planted_faults_are_found_data() {
-    QTest::addColumn<Plant>("plant");
-    QTest::addColumn<QString>("found");
-    const auto row = [](const char* name, const char* found, Plant plant) {
-        QTest::newRow(name) << plant << QString::fromLatin1(found);
-    };
-    row("none", "", [](const Parts&) {});
-    row("left out", "Tab passes by", [](const Parts& parts) { parts.first->setFocusPolicy(Qt::ClickFocus); });
-    row("a trap", "keeps the key", [](const Parts& parts) { parts.middle->keepsTab = true; });
-    row("order", "comes behind", [](const Parts& parts) { QWidget::setTabOrder(parts.last, parts.middle); });
-    row("no name", "without a role or a name", [](const Parts& parts) { parts.middle->setAccessibleName({}); });
-    row("menu by mouse", "\"Turn\" only in a mouse's menu",
-        [](const Parts& parts) { parts.middle->hasMenuByMouse = true; });
-    row("menu by both", "",
-        [](const Parts& parts) { parts.middle->hasMenuByMouse = parts.middle->hasMenuByKey = true; });
-    row("menu without a key", "a menu entry without a letter: More",
-        [](const Parts& parts) { parts.window.menuBar()->addMenu("More")->addAction("&Stop"); });
-    row("command without a key", "a command without a key: Stop",
-        [](const Parts& parts) { parts.middle->addAction(new QAction("Stop", parts.middle)); });
-    row("key of two", "F5 stands for", [](const Parts& parts) {
-        for (QAction* const action : {parts.window.addAction("Stop"), parts.window.addAction("Go")})
-            action->setShortcut(Qt::Key_F5);
-    });
-    row("command with a key", "", [](const Parts& parts) {
-        auto* const stop = new QAction("Stop", parts.middle);
-        stop->setShortcut(Qt::Key_F5);
-        parts.middle->addAction(stop);
-    });
-}
-
-void RulesTest::planted_faults_are_found() {
-    QFETCH(Plant, plant);
-    QFETCH(QString, found);
-    const Theme theme(*qApp, Appearance::Light);
-    QMainWindow window;
-    auto* const page = new QWidget;
-    auto* const layout = new QVBoxLayout(page);
-    const Parts parts{window, new QLineEdit(page), new Odd("Middle", page), new QPushButton("&Last", page)};
-    parts.first->setAccessibleName("First");
-    for (QWidget* const part : std::initializer_list<QWidget*>{parts.first, parts.middle, parts.last})
-        layout->addWidget(part);
-    window.setCentralWidget(page);
-    window.menuBar()->addMenu("&File")->addAction("&Open");
-    plant(parts);
-    window.show();
-    parts.middle->setFocus();
-    const QString faults = (FaultsOfTabWalk(window) + FaultsOfCommands(window)).join('\n');
-    QVERIFY2(found.isEmpty() ? faults.isEmpty() : faults.contains(found), qPrintable(faults));
-    QCOMPARE(window.focusWidget(), parts.middle);
-}
 
 }  // namespace lore
 

@@ -28,9 +28,32 @@ private:
     }
     const SourceList& Sources() const { return app_->NoteBook().sources; }
     /// A source that no note is tied to, and one that has notes.
-    int32_t AddSource(const QString& title, int32_t type = 1);
-    int32_t SourceWithNotes() const;
-    static void Retype(QWidget* dialog, const char* field, const QString& text);
+    int32_t AddSource(const QString& title, int32_t type = 1) {
+        SourceEditor editor = SourceEditor::ForNew(window_->Notes()->Commands().Sources());
+        editor.SetField(0, title.toStdString());
+        editor.SetField(1, "A press of its own");
+        for (size_t i = 0; type != 1 && i < editor.Types().size(); ++i) {
+            if (editor.Types()[i].number == type)
+                editor.ChangeType(i);
+        }
+        return editor.Save() ? editor.Working().SourceID : -1;
+    }
+
+    int32_t SourceWithNotes() const {
+        for (const CSource& source : Sources()) {
+            if (!source.NoteIDs.IsEmpty() && app_->List().Contains(source.NoteIDs[0]))
+                return source.SourceID;
+        }
+        return -1;
+    }
+
+    static void Retype(QWidget* dialog, const char* field, const QString& text) {
+        auto* const edit = dialog->findChild<QLineEdit*>(field);
+        QVERIFY2(edit && edit->isVisible(), field);
+        edit->clear();
+        QTest::keyClicks(edit, text);
+    }
+
     static void Click(QWidget* dialog, const char* button) { dialog->findChild<QPushButton*>(button)->click(); }
     /// What a drag with the mouse delivers; the drag itself needs a desktop.
     static void DropRow(QListWidget& list, int from, int above) {
@@ -42,370 +65,328 @@ private:
 private slots:
     void init() { OpenSample(); }
     void cleanup() { CloseWindow(); }
-    void filters_narrow_the_list_and_a_change_reaches_the_board();
-    void a_source_with_notes_stays_and_one_without_goes();
-    void a_click_beside_the_boxes_selects_nothing();
-    void a_new_source_is_typed_with_keys();
-    void fields_follow_the_type();
-    void a_failed_write_keeps_what_was_typed();
-    void cancel_keeps_new_authors_and_asks_before_it_drops_a_text();
-    void types_are_made_and_used();
-    void names_are_dragged_into_another_order();
-    void the_list_reads_out_its_sources();
-    void thousands_of_sources_scroll();
-    void looks_good_data();
-    void looks_good();
-};
-
-int32_t SourcesTest::AddSource(const QString& title, int32_t type) {
-    SourceEditor editor = SourceEditor::ForNew(window_->Notes()->Commands().Sources());
-    editor.SetField(0, title.toStdString());
-    editor.SetField(1, "A press of its own");
-    for (size_t i = 0; type != 1 && i < editor.Types().size(); ++i) {
-        if (editor.Types()[i].number == type)
-            editor.ChangeType(i);
+    void filters_narrow_the_list_and_a_change_reaches_the_board() {
+        const int32_t id = SourceWithNotes();
+        const int32_t note = Sources().FindSourceByID(id)->NoteIDs[0];
+        const QString title = QString::fromStdString(Sources().FindSourceByID(id)->FieldTexts[0]);
+        InBrowser([&](CViewSourcesDlg& browser) {
+            const auto* const rows = browser.List()->model();
+            QCOMPARE(rows->rowCount(), static_cast<int>(Sources().Count()));
+            Choose(browser.FilterBox(SourceFilter::Title), title);
+            QCOMPARE(rows->rowCount(), 1);
+            QVERIFY(browser.findChild<QLabel*>("count")->text().startsWith("1 of "));
+            browser.List()->SelectRow(0);
+            Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
+                Retype(&dialog, "title", "Another title");
+                QVERIFY(dialog.Preview()->Text().contains("Another title"));
+                QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            });
+            const QPoint middle = browser.List()->visualRect(rows->index(0, 0)).center();
+            QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
+            QTest::mouseDClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
+            QVERIFY(rows->rowCount() > 1);  // the title that narrowed the list down has gone
+            QCOMPARE(browser.List()->SelectedRow(), RowOf(browser, id));
+            Choose(browser.FilterBox(SourceFilter::Title), "Another title");
+            QCOMPARE(rows->rowCount(), 1);
+            Click(&browser, "showFilters");
+            QCOMPARE(browser.FiltersButton()->text().remove('&'), QStringLiteral("Show Filters"));
+            QVERIFY(!browser.FilterBox(SourceFilter::Title)->isVisible());
+        });
+        QVERIFY(faults_.faults.empty());
+        const int position = app_->List().PositionOf(note);
+        const Citations& texts = *app_->List().Notes()[static_cast<size_t>(position)].citations;
+        QVERIFY(std::any_of(texts.begin(), texts.end(),
+                            [](const std::string& text) { return text.find("Another title") != std::string::npos; }));
+        QVERIFY(window_->Board()->CardText(position).contains("Another title"));
     }
-    return editor.Save() ? editor.Working().SourceID : -1;
-}
 
-int32_t SourcesTest::SourceWithNotes() const {
-    for (const CSource& source : Sources()) {
-        if (!source.NoteIDs.IsEmpty() && app_->List().Contains(source.NoteIDs[0]))
-            return source.SourceID;
+    void a_source_with_notes_stays_and_one_without_goes() {
+        const int32_t tied = SourceWithNotes(), free = AddSource("Nobody's source");
+        InBrowser([&](CViewSourcesDlg& browser) {
+            Click(&browser, "deleteSource");
+            browser.List()->SelectRow(RowOf(browser, tied));
+            QTest::keyClick(browser.List(), Qt::Key_Delete);
+            browser.List()->SelectRow(RowOf(browser, free));
+            prompts_.answers = {PromptAnswer::Yes};
+            QTest::keyClick(browser.List(), Qt::Key_Delete);
+            QCOMPARE(RowOf(browser, free), -1);
+            QVERIFY(browser.List()->SelectedRow() >= 0);
+        });
+        QCOMPARE(prompts_.seen,
+                 (std::vector<std::string>{"Source not selected: You must select a source to delete.",
+                                           "Notes Attached!: This source has notes tied to it, you may not delete it.",
+                                           "Delete Source?? Do you wish to delete this source?"}));
+        QVERIFY(Sources().FindSourceByID(tied) && !Sources().FindSourceByID(free));
     }
-    return -1;
-}
 
-void SourcesTest::Retype(QWidget* dialog, const char* field, const QString& text) {
-    auto* const edit = dialog->findChild<QLineEdit*>(field);
-    QVERIFY2(edit && edit->isVisible(), field);
-    edit->clear();
-    QTest::keyClicks(edit, text);
-}
+    void a_click_beside_the_boxes_selects_nothing() {
+        AddSource("Alone");
+        InBrowser([&](CViewSourcesDlg& browser) {
+            Choose(browser.FilterBox(SourceFilter::Title), "Alone");
+            QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {}, QPoint(200, 20));
+            QCOMPARE(browser.List()->SelectedRow(), 0);
+            QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {},
+                              QPoint(200, browser.List()->viewport()->height() - 5));
+            QCOMPARE(browser.List()->SelectedRow(), -1);
+            Click(&browser, "editSource");
+        });
+        QCOMPARE(prompts_.seen.back(), std::string("Source not selected: You must select a source to edit."));
+    }
 
-void SourcesTest::filters_narrow_the_list_and_a_change_reaches_the_board() {
-    const int32_t id = SourceWithNotes();
-    const int32_t note = Sources().FindSourceByID(id)->NoteIDs[0];
-    const QString title = QString::fromStdString(Sources().FindSourceByID(id)->FieldTexts[0]);
-    InBrowser([&](CViewSourcesDlg& browser) {
-        const auto* const rows = browser.List()->model();
-        QCOMPARE(rows->rowCount(), static_cast<int>(Sources().Count()));
-        Choose(browser.FilterBox(SourceFilter::Title), title);
-        QCOMPARE(rows->rowCount(), 1);
-        QVERIFY(browser.findChild<QLabel*>("count")->text().startsWith("1 of "));
-        browser.List()->SelectRow(0);
-        Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
-            Retype(&dialog, "title", "Another title");
-            QVERIFY(dialog.Preview()->Text().contains("Another title"));
+    void a_new_source_is_typed_with_keys() {
+        const int32_t id = Sources().NewSourceID();
+        InNewSource([&](CEditSourceDlg& dialog) {
+            QTRY_VERIFY(dialog.findChild<QLineEdit*>("title")->hasFocus());
+            QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "  The Eddystone Light ");
+            QTest::keyClicks(dialog.findChild<QComboBox*>("publication")->lineEdit(), "Harbor Press");
+            for (const char* const last : {"Smeaton", "Winstanley"}) {
+                dialog.findChild<QListWidget*>("availableAuthors")->clearSelection();
+                Retype(&dialog, "last", last);
+                QTest::keyClick(dialog.findChild<QLineEdit*>("last"), Qt::Key_Return);
+                QTest::keyClick(dialog.findChild<QListWidget*>("availableAuthors"), Qt::Key_Return);
+            }
+            auto* const taken = dialog.findChild<QListWidget*>("sourceAuthors");
+            QCOMPARE(Lines(taken), (QStringList{"Smeaton,", "Winstanley,"}));
+            taken->setFocus();
+            taken->setCurrentRow(1);
+            QTest::keyClick(taken, Qt::Key_Up, Qt::AltModifier);
+            QTRY_VERIFY(dialog.Preview()->Text().indexOf("Winstanley") < dialog.Preview()->Text().indexOf("Smeaton"));
+            QCOMPARE(Lines(taken), (QStringList{"Winstanley,", "Smeaton,"}));
+            auto* const indent = dialog.findChild<QSpinBox*>("indent");
+            indent->setFocus();
+            indent->selectAll();
+            QTest::keyClicks(indent, "99");
+            QCOMPARE(indent->value(), 10);
+            QCOMPARE(indent->text(), QStringLiteral("10"));
+            dialog.findChild<QCheckBox*>("manualDate")->click();
+            QVERIFY(!dialog.findChild<QDateEdit*>("date")->isVisible());
+            Retype(&dialog, "dateText", "Spring 1759");
+            QVERIFY(dialog.Preview()->Text().contains("Spring 1759"));
+            QVERIFY2(dialog.isVisible(), "Enter in a field of a name is no save");
             QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
         });
-        const QPoint middle = browser.List()->visualRect(rows->index(0, 0)).center();
-        QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
-        QTest::mouseDClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
-        QVERIFY(rows->rowCount() > 1);  // the title that narrowed the list down has gone
-        QCOMPARE(browser.List()->SelectedRow(), RowOf(browser, id));
-        Choose(browser.FilterBox(SourceFilter::Title), "Another title");
-        QCOMPARE(rows->rowCount(), 1);
-        Click(&browser, "showFilters");
-        QCOMPARE(browser.FiltersButton()->text().remove('&'), QStringLiteral("Show Filters"));
-        QVERIFY(!browser.FilterBox(SourceFilter::Title)->isVisible());
-    });
-    QVERIFY(faults_.faults.empty());
-    const int position = app_->List().PositionOf(note);
-    const Citations& texts = *app_->List().Notes()[static_cast<size_t>(position)].citations;
-    QVERIFY(std::any_of(texts.begin(), texts.end(),
-                        [](const std::string& text) { return text.find("Another title") != std::string::npos; }));
-    QVERIFY(window_->Board()->CardText(position).contains("Another title"));
-}
-
-void SourcesTest::a_source_with_notes_stays_and_one_without_goes() {
-    const int32_t tied = SourceWithNotes(), free = AddSource("Nobody's source");
-    InBrowser([&](CViewSourcesDlg& browser) {
-        Click(&browser, "deleteSource");
-        browser.List()->SelectRow(RowOf(browser, tied));
-        QTest::keyClick(browser.List(), Qt::Key_Delete);
-        browser.List()->SelectRow(RowOf(browser, free));
-        prompts_.answers = {PromptAnswer::Yes};
-        QTest::keyClick(browser.List(), Qt::Key_Delete);
-        QCOMPARE(RowOf(browser, free), -1);
-        QVERIFY(browser.List()->SelectedRow() >= 0);
-    });
-    QCOMPARE(prompts_.seen,
-             (std::vector<std::string>{"Source not selected: You must select a source to delete.",
-                                       "Notes Attached!: This source has notes tied to it, you may not delete it.",
-                                       "Delete Source?? Do you wish to delete this source?"}));
-    QVERIFY(Sources().FindSourceByID(tied) && !Sources().FindSourceByID(free));
-}
-
-void SourcesTest::a_click_beside_the_boxes_selects_nothing() {
-    AddSource("Alone");
-    InBrowser([&](CViewSourcesDlg& browser) {
-        Choose(browser.FilterBox(SourceFilter::Title), "Alone");
-        QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {}, QPoint(200, 20));
-        QCOMPARE(browser.List()->SelectedRow(), 0);
-        QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {},
-                          QPoint(200, browser.List()->viewport()->height() - 5));
-        QCOMPARE(browser.List()->SelectedRow(), -1);
-        Click(&browser, "editSource");
-    });
-    QCOMPARE(prompts_.seen.back(), std::string("Source not selected: You must select a source to edit."));
-}
-
-void SourcesTest::a_new_source_is_typed_with_keys() {
-    const int32_t id = Sources().NewSourceID();
-    InNewSource([&](CEditSourceDlg& dialog) {
-        QTRY_VERIFY(dialog.findChild<QLineEdit*>("title")->hasFocus());
-        QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "  The Eddystone Light ");
-        QTest::keyClicks(dialog.findChild<QComboBox*>("publication")->lineEdit(), "Harbor Press");
-        for (const char* const last : {"Smeaton", "Winstanley"}) {
-            dialog.findChild<QListWidget*>("availableAuthors")->clearSelection();
-            Retype(&dialog, "last", last);
-            QTest::keyClick(dialog.findChild<QLineEdit*>("last"), Qt::Key_Return);
-            QTest::keyClick(dialog.findChild<QListWidget*>("availableAuthors"), Qt::Key_Return);
-        }
-        auto* const taken = dialog.findChild<QListWidget*>("sourceAuthors");
-        QCOMPARE(Lines(taken), (QStringList{"Smeaton,", "Winstanley,"}));
-        taken->setFocus();
-        taken->setCurrentRow(1);
-        QTest::keyClick(taken, Qt::Key_Up, Qt::AltModifier);
-        QTRY_VERIFY(dialog.Preview()->Text().indexOf("Winstanley") < dialog.Preview()->Text().indexOf("Smeaton"));
-        QCOMPARE(Lines(taken), (QStringList{"Winstanley,", "Smeaton,"}));
-        auto* const indent = dialog.findChild<QSpinBox*>("indent");
-        indent->setFocus();
-        indent->selectAll();
-        QTest::keyClicks(indent, "99");
-        QCOMPARE(indent->value(), 10);
-        QCOMPARE(indent->text(), QStringLiteral("10"));
-        dialog.findChild<QCheckBox*>("manualDate")->click();
-        QVERIFY(!dialog.findChild<QDateEdit*>("date")->isVisible());
-        Retype(&dialog, "dateText", "Spring 1759");
-        QVERIFY(dialog.Preview()->Text().contains("Spring 1759"));
-        QVERIFY2(dialog.isVisible(), "Enter in a field of a name is no save");
-        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-    });
-    const CSource* const source = Sources().FindSourceByID(id);
-    QVERIFY(source);
-    QCOMPARE(source->FieldTexts[0], std::string("The Eddystone Light"));
-    QCOMPARE(source->FieldTexts[1], std::string("Harbor Press"));
-    QCOMPARE(source->AuthorIDs.Count(), size_t{2});
-    QCOMPARE(source->IndentSpaces, 10);
-    QCOMPARE(source->DateText, std::string("Spring 1759"));
-}
-
-void SourcesTest::fields_follow_the_type() {
-    InNewSource([&](CEditSourceDlg& dialog) {
-        auto* const type = dialog.findChild<QComboBox*>("type");
-        const auto shown = [&] {
-            std::set<QString> names;
-            for (const QLineEdit* const field : dialog.findChildren<QLineEdit*>(QRegularExpression("^slot"))) {
-                if (field->isVisible())
-                    names.insert(field->accessibleName());
-            }
-            return names;
-        };
-        QCOMPARE(type->currentText(), QStringLiteral("Book"));
-        QCOMPARE(shown(),
-                 (std::set<QString>{"Chapter", "Editors", "City Published", "Vol./No.", "Edition/Series", "Page #s"}));
-        Retype(&dialog, "slot4", "12-14");
-        Choose(type, "Online");
-        QCOMPARE(shown(), (std::set<QString>{"Vol./No.", "URL", "Date Accessed"}));
-        QCOMPARE(dialog.findChild<QLineEdit*>("slot4")->text(), QStringLiteral("12-14"));
-        Choose(type, "Lecture/Speech");
-        QCOMPARE(dialog.findChild<QComboBox*>("publication")->accessibleName(), QStringLiteral("Organization"));
-        auto* const has = dialog.findChild<QCheckBox*>("hasDate");
-        auto* const year = dialog.findChild<QCheckBox*>("yearOnly");
-        QVERIFY(!year->isEnabled());
-        has->click();
-        QVERIFY(year->isEnabled());
-        year->click();
-        QCOMPARE(dialog.findChild<QDateEdit*>("date")->displayFormat(), QStringLiteral("  yyyy"));
-        has->click();
-        QVERIFY(!year->isEnabled());
-        Click(&dialog, "save");
-        prompts_.answers = {PromptAnswer::Yes};
-    });
-    QCOMPARE(prompts_.seen.front(), std::string("No Title: Source must have a title."));
-}
-
-void SourcesTest::a_failed_write_keeps_what_was_typed() {
-    const std::filesystem::path file = app_->NoteBook().paths.Sources();
-    std::filesystem::rename(file, file.string() + ".away");
-    std::filesystem::create_directories(file / "in the way");
-    const size_t count = Sources().Count();
-    InNewSource([&](CEditSourceDlg& dialog) {
-        Retype(&dialog, "title", "A text that stays");
-        Click(&dialog, "save");
-        QVERIFY(dialog.isVisible() && dialog.Faults()->isVisible());
-        QCOMPARE(Sources().Count(), count);
-        std::filesystem::remove_all(file);
-        Click(&dialog, "save");
-        QVERIFY(!dialog.isVisible());
-    });
-    QCOMPARE(Sources().Count(), count + 1);
-}
-
-void SourcesTest::cancel_keeps_new_authors_and_asks_before_it_drops_a_text() {
-    const size_t authors = app_->NoteBook().authors.Count(), sources = Sources().Count();
-    InNewSource([&](CEditSourceDlg& dialog) {
-        Retype(&dialog, "last", "Smeaton");
-        Click(&dialog, "addAuthor");
-        Retype(&dialog, "title", "Half a title");
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(dialog.isVisible());
-        prompts_.answers = {PromptAnswer::Yes};
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(!dialog.isVisible());
-    });
-    QCOMPARE(app_->NoteBook().authors.Count(), authors + 1);
-    QCOMPARE(Sources().Count(), sources);
-}
-
-void SourcesTest::types_are_made_and_used() {
-    const int32_t id = Sources().NewSourceID();
-    InNewSource([&](CEditSourceDlg& dialog) {
-        Next<CEditSourceTypesDlg>([](CEditSourceTypesDlg& types) {
-            Click(&types, "newType");
-            Retype(&types, "typeName", "Log Book");
-            auto* const fields = types.findChild<QListWidget*>("fields");
-            fields->setFocus();
-            fields->setCurrentRow(3);
-            Retype(&types, "fieldName", "Ship");
-            Choose(types.findChild<QComboBox*>("endWith"), "Colon");
-            fields->setFocus();
-            QTest::keyClick(fields, Qt::Key_Up, Qt::AltModifier);
-            QTRY_COMPARE(Lines(fields),
-                         (QStringList{"[AUTHORS Placeholder]", "[DATE Placeholder]", "Ship", "[TITLE Placeholder]"}));
-            fields->setCurrentRow(0);
-            QVERIFY(!types.findChild<QLineEdit*>("fieldName")->isEnabled());
-            Click(&types, "addField");
-            Click(&types, "save");
-        });
-        Click(&dialog, "editTypes");
-        Choose(dialog.findChild<QComboBox*>("type"), "CST: Log Book");
-        auto* const grid = dialog.findChild<QTableWidget*>("grid");
-        QVERIFY(grid->isVisible() && !dialog.findChild<QComboBox*>("publication")->isVisible());
-        QCOMPARE(grid->rowCount(), 2);
-        QCOMPARE(grid->item(0, 0)->text(), QStringLiteral("Ship"));
-        Retype(&dialog, "title", "A log");
-        Retype(&dialog, "row0", "HMS Argyll");
-        QCOMPARE(dialog.Preview()->Text(), QStringLiteral("HMS Argyll: A log."));
-        Click(&dialog, "save");
-    });
-    QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.name, std::string("Log Book"));
-    QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.fields[2].value, std::string("HMS Argyll"));
-}
-
-void SourcesTest::names_are_dragged_into_another_order() {
-    InNewSource([&](CEditSourceDlg& dialog) {
-        auto* const available = dialog.findChild<QListWidget*>("availableAuthors");
-        auto* const taken = dialog.findChild<QListWidget*>("sourceAuthors");
-        for (int i = 0; i < 3; ++i)
-            emit available->itemActivated((available->setCurrentRow(0), available->item(0)));
-        Retype(&dialog, "title", "Three keepers");
-        const QStringList names = Lines(taken);
-        QCOMPARE(names.size(), 3);
-        const QString before = dialog.Preview()->Text();
-        DropRow(*taken, 0, 3);
-        QCOMPARE(Lines(taken), (QStringList{names[1], names[2], names[0]}));
-        QVERIFY(dialog.Preview()->Text() != before);
-        DropRow(*taken, 2, 1);
-        QCOMPARE(Lines(taken), (QStringList{names[1], names[0], names[2]}));
-        DropRow(*taken, 1, 0);
-        QCOMPARE(Lines(taken), names);
-        QCOMPARE(dialog.Preview()->Text(), before);
-        Next<CEditSourceTypesDlg>([](CEditSourceTypesDlg& types) {
-            Click(&types, "newType");
-            auto* const fields = types.findChild<QListWidget*>("fields");
-            const QStringList lines = Lines(fields);
-            DropRow(*fields, fields->count() - 1, 0);
-            QCOMPARE(Lines(fields), (QStringList{lines.last()} + lines.mid(0, lines.size() - 1)));
-        });
-        prompts_.answers = {PromptAnswer::Yes};
-        Click(&dialog, "editTypes");
-        prompts_.answers = {PromptAnswer::Yes};
-    });
-}
-
-void SourcesTest::the_list_reads_out_its_sources() {
-    InBrowser([&](CViewSourcesDlg& browser) {
-        QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(browser.List());
-        QVERIFY(list && list->child(0)->text(QAccessible::Name).contains(": "));
-        browser.reject();
-    });
-}
-
-void SourcesTest::thousands_of_sources_scroll() {
-    SourceList& sources = app_->NoteBook().sources;
-    const CSource first = sources[0];
-    for (int32_t i = 0; i < 10000; ++i) {
-        CSource source = first;
-        source.SourceID = sources.NewSourceID();
-        source.SourceGUID = "{S" + std::to_string(i) + "}";
-        source.FieldTexts[0] = "A title of the number " + std::to_string(i * 7919 % 10007);
-        source.FieldTexts[1] = "Press " + std::to_string(i % 500);
-        source.NoteIDs.RemoveAll();
-        sources.AddTail(source);
+        const CSource* const source = Sources().FindSourceByID(id);
+        QVERIFY(source);
+        QCOMPARE(source->FieldTexts[0], std::string("The Eddystone Light"));
+        QCOMPARE(source->FieldTexts[1], std::string("Harbor Press"));
+        QCOMPARE(source->AuthorIDs.Count(), size_t{2});
+        QCOMPARE(source->IndentSpaces, 10);
+        QCOMPARE(source->DateText, std::string("Spring 1759"));
     }
-    InBrowser([&](CViewSourcesDlg& browser) {
-        QScrollBar* const bar = browser.List()->verticalScrollBar();
-        QTRY_VERIFY(bar->maximum() > 10000 * 70);  // every box counts before it has been seen
-        const int last = browser.List()->model()->rowCount() - 1;
-        browser.List()->SelectRow(0);
-        QTest::keyClick(browser.List(), Qt::Key_End);
-        QCOMPARE(browser.List()->SelectedRow(), last);
-        QCOMPARE(bar->value(), bar->maximum());
-        Choose(browser.FilterBox(SourceFilter::Publication), "Press 77");
-        QCOMPARE(browser.List()->model()->rowCount(), 20);
-        Choose(browser.FilterBox(SourceFilter::Publication), "<-ALL PUBLICATIONS->");
-        QCOMPARE(browser.List()->model()->rowCount(), last + 1);
-        browser.resize(browser.width() / 2 + 100, browser.height());
-        QTRY_VERIFY(bar->maximum() > 10000 * 80);
-    });
-}
 
-void SourcesTest::looks_good_data() {
-    AddLooks();
-}
+    void fields_follow_the_type() {
+        InNewSource([&](CEditSourceDlg& dialog) {
+            auto* const type = dialog.findChild<QComboBox*>("type");
+            const auto shown = [&] {
+                std::set<QString> names;
+                for (const QLineEdit* const field : dialog.findChildren<QLineEdit*>(QRegularExpression("^slot"))) {
+                    if (field->isVisible())
+                        names.insert(field->accessibleName());
+                }
+                return names;
+            };
+            QCOMPARE(type->currentText(), QStringLiteral("Book"));
+            QCOMPARE(shown(), (std::set<QString>{"Chapter", "Editors", "City Published", "Vol./No.", "Edition/Series",
+                                                 "Page #s"}));
+            Retype(&dialog, "slot4", "12-14");
+            Choose(type, "Online");
+            QCOMPARE(shown(), (std::set<QString>{"Vol./No.", "URL", "Date Accessed"}));
+            QCOMPARE(dialog.findChild<QLineEdit*>("slot4")->text(), QStringLiteral("12-14"));
+            Choose(type, "Lecture/Speech");
+            QCOMPARE(dialog.findChild<QComboBox*>("publication")->accessibleName(), QStringLiteral("Organization"));
+            auto* const has = dialog.findChild<QCheckBox*>("hasDate");
+            auto* const year = dialog.findChild<QCheckBox*>("yearOnly");
+            QVERIFY(!year->isEnabled());
+            has->click();
+            QVERIFY(year->isEnabled());
+            year->click();
+            QCOMPARE(dialog.findChild<QDateEdit*>("date")->displayFormat(), QStringLiteral("  yyyy"));
+            has->click();
+            QVERIFY(!year->isEnabled());
+            Click(&dialog, "save");
+            prompts_.answers = {PromptAnswer::Yes};
+        });
+        QCOMPARE(prompts_.seen.front(), std::string("No Title: Source must have a title."));
+    }
 
-void SourcesTest::looks_good() {
-    const QString look = "-" + SetLook();
-    for (int32_t type = 1; type <= 7; ++type)
-        AddSource(QStringLiteral("A source of type %1").arg(type), type);
-    AddSource(
-        "A title that goes on and on, over the end of the line and of the next one, as titles of reports of "
-        "royal commissions upon the condition and management of lights, buoys and beacons do");
-    AddSource(
-        QString::fromUtf8("\xE7\x81\xAF\xE5\xA1\x94\xE3\x81\xAE\xE6\xAD\xB4\xE5\x8F\xB2\xE3\x81\xA8\xE7\x81\xAF"
-                          "\xE5\x8F\xB0\xE5\xAE\x88\xE3\x81\xAE\xE7\x94\x9F\xE6\xB4\xBB"));
-    AddSource(QString::fromUtf8("\xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8\xD7\x99\xD7\x9D"));
-    InBrowser([&](CViewSourcesDlg& browser) {
-        browser.List()->SelectRow(2);
-        Shoot(browser, "sources-browser" + look);
-        browser.List()->scrollToBottom();
-        Shoot(browser, "sources-browser-end" + look);
-        Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
-            Shoot(dialog, "sources-editor" + look);
-            Choose(dialog.findChild<QComboBox*>("type"), "Book");
-            Shoot(dialog, "sources-editor-book" + look);
-            Next<CEditSourceTypesDlg>([&](CEditSourceTypesDlg& types) {
-                Shoot(types, "sources-types-empty" + look);
+    void a_failed_write_keeps_what_was_typed() {
+        const std::filesystem::path file = app_->NoteBook().paths.Sources();
+        std::filesystem::rename(file, file.string() + ".away");
+        std::filesystem::create_directories(file / "in the way");
+        const size_t count = Sources().Count();
+        InNewSource([&](CEditSourceDlg& dialog) {
+            Retype(&dialog, "title", "A text that stays");
+            Click(&dialog, "save");
+            QVERIFY(dialog.isVisible() && dialog.Faults()->isVisible());
+            QCOMPARE(Sources().Count(), count);
+            std::filesystem::remove_all(file);
+            Click(&dialog, "save");
+            QVERIFY(!dialog.isVisible());
+        });
+        QCOMPARE(Sources().Count(), count + 1);
+    }
+
+    void cancel_keeps_new_authors_and_asks_before_it_drops_a_text() {
+        const size_t authors = app_->NoteBook().authors.Count(), sources = Sources().Count();
+        InNewSource([&](CEditSourceDlg& dialog) {
+            Retype(&dialog, "last", "Smeaton");
+            Click(&dialog, "addAuthor");
+            Retype(&dialog, "title", "Half a title");
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+            QVERIFY(dialog.isVisible());
+            prompts_.answers = {PromptAnswer::Yes};
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+            QVERIFY(!dialog.isVisible());
+        });
+        QCOMPARE(app_->NoteBook().authors.Count(), authors + 1);
+        QCOMPARE(Sources().Count(), sources);
+    }
+
+    void types_are_made_and_used() {
+        const int32_t id = Sources().NewSourceID();
+        InNewSource([&](CEditSourceDlg& dialog) {
+            Next<CEditSourceTypesDlg>([](CEditSourceTypesDlg& types) {
                 Click(&types, "newType");
-                Shoot(types, "sources-types" + look);
+                Retype(&types, "typeName", "Log Book");
+                auto* const fields = types.findChild<QListWidget*>("fields");
+                fields->setFocus();
+                fields->setCurrentRow(3);
+                Retype(&types, "fieldName", "Ship");
+                Choose(types.findChild<QComboBox*>("endWith"), "Colon");
+                fields->setFocus();
+                QTest::keyClick(fields, Qt::Key_Up, Qt::AltModifier);
+                QTRY_COMPARE(Lines(fields), (QStringList{"[AUTHORS Placeholder]", "[DATE Placeholder]", "Ship",
+                                                         "[TITLE Placeholder]"}));
+                fields->setCurrentRow(0);
+                QVERIFY(!types.findChild<QLineEdit*>("fieldName")->isEnabled());
                 Click(&types, "addField");
                 Click(&types, "save");
             });
             Click(&dialog, "editTypes");
-            Choose(dialog.findChild<QComboBox*>("type"), "CST: Untitled");
-            dialog.findChild<QCheckBox*>("manualDate")->click();
-            Shoot(dialog, "sources-editor-custom" + look);
+            Choose(dialog.findChild<QComboBox*>("type"), "CST: Log Book");
+            auto* const grid = dialog.findChild<QTableWidget*>("grid");
+            QVERIFY(grid->isVisible() && !dialog.findChild<QComboBox*>("publication")->isVisible());
+            QCOMPARE(grid->rowCount(), 2);
+            QCOMPARE(grid->item(0, 0)->text(), QStringLiteral("Ship"));
+            Retype(&dialog, "title", "A log");
+            Retype(&dialog, "row0", "HMS Argyll");
+            QCOMPARE(dialog.Preview()->Text(), QStringLiteral("HMS Argyll: A log."));
+            Click(&dialog, "save");
+        });
+        QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.name, std::string("Log Book"));
+        QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.fields[2].value, std::string("HMS Argyll"));
+    }
+
+    void names_are_dragged_into_another_order() {
+        InNewSource([&](CEditSourceDlg& dialog) {
+            auto* const available = dialog.findChild<QListWidget*>("availableAuthors");
+            auto* const taken = dialog.findChild<QListWidget*>("sourceAuthors");
+            for (int i = 0; i < 3; ++i)
+                emit available->itemActivated((available->setCurrentRow(0), available->item(0)));
+            Retype(&dialog, "title", "Three keepers");
+            const QStringList names = Lines(taken);
+            QCOMPARE(names.size(), 3);
+            const QString before = dialog.Preview()->Text();
+            DropRow(*taken, 0, 3);
+            QCOMPARE(Lines(taken), (QStringList{names[1], names[2], names[0]}));
+            QVERIFY(dialog.Preview()->Text() != before);
+            DropRow(*taken, 2, 1);
+            QCOMPARE(Lines(taken), (QStringList{names[1], names[0], names[2]}));
+            DropRow(*taken, 1, 0);
+            QCOMPARE(Lines(taken), names);
+            QCOMPARE(dialog.Preview()->Text(), before);
+            Next<CEditSourceTypesDlg>([](CEditSourceTypesDlg& types) {
+                Click(&types, "newType");
+                auto* const fields = types.findChild<QListWidget*>("fields");
+                const QStringList lines = Lines(fields);
+                DropRow(*fields, fields->count() - 1, 0);
+                QCOMPARE(Lines(fields), (QStringList{lines.last()} + lines.mid(0, lines.size() - 1)));
+            });
+            prompts_.answers = {PromptAnswer::Yes};
+            Click(&dialog, "editTypes");
             prompts_.answers = {PromptAnswer::Yes};
         });
-        browser.EditSource();
-        Choose(browser.FilterBox(SourceFilter::Title), "A source of type 1");
-        Choose(browser.FilterBox(SourceFilter::Author), browser.FilterBox(SourceFilter::Author)->itemText(1));
-        Shoot(browser, "sources-browser-none" + look);
-    });
-}
+    }
+
+    void the_list_reads_out_its_sources() {
+        InBrowser([&](CViewSourcesDlg& browser) {
+            QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(browser.List());
+            QVERIFY(list && list->child(0)->text(QAccessible::Name).contains(": "));
+            browser.reject();
+        });
+    }
+
+    void thousands_of_sources_scroll() {
+        SourceList& sources = app_->NoteBook().sources;
+        const CSource first = sources[0];
+        for (int32_t i = 0; i < 10000; ++i) {
+            CSource source = first;
+            source.SourceID = sources.NewSourceID();
+            source.SourceGUID = "{S" + std::to_string(i) + "}";
+            source.FieldTexts[0] = "A title of the number " + std::to_string(i * 7919 % 10007);
+            source.FieldTexts[1] = "Press " + std::to_string(i % 500);
+            source.NoteIDs.RemoveAll();
+            sources.AddTail(source);
+        }
+        InBrowser([&](CViewSourcesDlg& browser) {
+            QScrollBar* const bar = browser.List()->verticalScrollBar();
+            QTRY_VERIFY(bar->maximum() > 10000 * 70);  // every box counts before it has been seen
+            const int last = browser.List()->model()->rowCount() - 1;
+            browser.List()->SelectRow(0);
+            QTest::keyClick(browser.List(), Qt::Key_End);
+            QCOMPARE(browser.List()->SelectedRow(), last);
+            QCOMPARE(bar->value(), bar->maximum());
+            Choose(browser.FilterBox(SourceFilter::Publication), "Press 77");
+            QCOMPARE(browser.List()->model()->rowCount(), 20);
+            Choose(browser.FilterBox(SourceFilter::Publication), "<-ALL PUBLICATIONS->");
+            QCOMPARE(browser.List()->model()->rowCount(), last + 1);
+            browser.resize(browser.width() / 2 + 100, browser.height());
+            QTRY_VERIFY(bar->maximum() > 10000 * 80);
+        });
+    }
+
+    void looks_good_data() { AddLooks(); }
+
+    void looks_good() {
+        const QString look = "-" + SetLook();
+        for (int32_t type = 1; type <= 7; ++type)
+            AddSource(QStringLiteral("A source of type %1").arg(type), type);
+        AddSource(
+            "A title that goes on and on, over the end of the line and of the next one, as titles of reports of "
+            "royal commissions upon the condition and management of lights, buoys and beacons do");
+        AddSource(
+            QString::fromUtf8("\xE7\x81\xAF\xE5\xA1\x94\xE3\x81\xAE\xE6\xAD\xB4\xE5\x8F\xB2\xE3\x81\xA8\xE7\x81\xAF"
+                              "\xE5\x8F\xB0\xE5\xAE\x88\xE3\x81\xAE\xE7\x94\x9F\xE6\xB4\xBB"));
+        AddSource(QString::fromUtf8("\xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8\xD7\x99\xD7\x9D"));
+        InBrowser([&](CViewSourcesDlg& browser) {
+            browser.List()->SelectRow(2);
+            Shoot(browser, "sources-browser" + look);
+            browser.List()->scrollToBottom();
+            Shoot(browser, "sources-browser-end" + look);
+            Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
+                Shoot(dialog, "sources-editor" + look);
+                Choose(dialog.findChild<QComboBox*>("type"), "Book");
+                Shoot(dialog, "sources-editor-book" + look);
+                Next<CEditSourceTypesDlg>([&](CEditSourceTypesDlg& types) {
+                    Shoot(types, "sources-types-empty" + look);
+                    Click(&types, "newType");
+                    Shoot(types, "sources-types" + look);
+                    Click(&types, "addField");
+                    Click(&types, "save");
+                });
+                Click(&dialog, "editTypes");
+                Choose(dialog.findChild<QComboBox*>("type"), "CST: Untitled");
+                dialog.findChild<QCheckBox*>("manualDate")->click();
+                Shoot(dialog, "sources-editor-custom" + look);
+                prompts_.answers = {PromptAnswer::Yes};
+            });
+            browser.EditSource();
+            Choose(browser.FilterBox(SourceFilter::Title), "A source of type 1");
+            Choose(browser.FilterBox(SourceFilter::Author), browser.FilterBox(SourceFilter::Author)->itemText(1));
+            Shoot(browser, "sources-browser-none" + look);
+        });
+    }
+};
 
 }  // namespace lore
 

@@ -8,96 +8,90 @@ class ThemeTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void TextIsLegibleOnEveryGroundOfBothPalettes_data();
-    void TextIsLegibleOnEveryGroundOfBothPalettes();
-    void ChosenColorsStayLegible();
-    void AppearanceOverridesTheDesktop();
-    void IconsAreSharpAndTakeTheirColor();
-};
+    void TextIsLegibleOnEveryGroundOfBothPalettes_data() {
+        using enum ColorRole;
+        QTest::addColumn<bool>("dark");
+        QTest::addColumn<int>("front");
+        QTest::addColumn<int>("ground");
+        QTest::addColumn<double>("least");
+        const std::initializer_list<ColorRole> grounds = {Window, Field, Board, Card, Raised, Hover};
+        struct Pair {
+            ColorRole front;
+            std::initializer_list<ColorRole> grounds;
+            double least;
+        };
+        const Pair pairs[] = {{Text, grounds, 4.5},
+                              {DimText, grounds, 4.5},
+                              {Link, {Window, Field, Card, Raised}, 4.5},
+                              {AccentText, {Accent}, 4.5},
+                              {SelectionText, {Selection}, 4.5},
+                              {WarningText, {Warning}, 4.5},
+                              {Edge, {Window, Field, Board, Card, Raised}, 3.0},
+                              {Accent, {Window, Field, Board, Card}, 3.0}};
+        for (const bool dark : {false, true})
+            for (const Pair& pair : pairs)
+                for (const ColorRole ground : pair.grounds)
+                    QTest::addRow("%s %d on %d", dark ? "dark" : "light", int(pair.front), int(ground))
+                        << dark << int(pair.front) << int(ground) << pair.least;
+    }
 
-void ThemeTest::TextIsLegibleOnEveryGroundOfBothPalettes_data() {
-    using enum ColorRole;
-    QTest::addColumn<bool>("dark");
-    QTest::addColumn<int>("front");
-    QTest::addColumn<int>("ground");
-    QTest::addColumn<double>("least");
-    const std::initializer_list<ColorRole> grounds = {Window, Field, Board, Card, Raised, Hover};
-    struct Pair {
-        ColorRole front;
-        std::initializer_list<ColorRole> grounds;
-        double least;
-    };
-    const Pair pairs[] = {{Text, grounds, 4.5},
-                          {DimText, grounds, 4.5},
-                          {Link, {Window, Field, Card, Raised}, 4.5},
-                          {AccentText, {Accent}, 4.5},
-                          {SelectionText, {Selection}, 4.5},
-                          {WarningText, {Warning}, 4.5},
-                          {Edge, {Window, Field, Board, Card, Raised}, 3.0},
-                          {Accent, {Window, Field, Board, Card}, 3.0}};
-    for (const bool dark : {false, true})
-        for (const Pair& pair : pairs)
-            for (const ColorRole ground : pair.grounds)
-                QTest::addRow("%s %d on %d", dark ? "dark" : "light", int(pair.front), int(ground))
-                    << dark << int(pair.front) << int(ground) << pair.least;
-}
+    void TextIsLegibleOnEveryGroundOfBothPalettes() {
+        QFETCH(bool, dark);
+        QFETCH(int, front);
+        QFETCH(int, ground);
+        QFETCH(double, least);
+        const ThemeColors& colors = dark ? DarkColors() : LightColors();
+        const double contrast = ContrastOf(colors[size_t(front)], colors[size_t(ground)]);
+        QVERIFY2(contrast >= least, qPrintable(QString::number(contrast)));
+    }
 
-void ThemeTest::TextIsLegibleOnEveryGroundOfBothPalettes() {
-    QFETCH(bool, dark);
-    QFETCH(int, front);
-    QFETCH(int, ground);
-    QFETCH(double, least);
-    const ThemeColors& colors = dark ? DarkColors() : LightColors();
-    const double contrast = ContrastOf(colors[size_t(front)], colors[size_t(ground)]);
-    QVERIFY2(contrast >= least, qPrintable(QString::number(contrast)));
-}
-
-void ThemeTest::ChosenColorsStayLegible() {
-    // Highlights and marked hits, pills and the frames of cards, in any colour that somebody may choose.
-    QList<QColor> all;
-    for (int i = 0; i < 6 * 6 * 6; ++i)
-        all.append(QColor(i % 6 * 51, i / 6 % 6 * 51, i / 36 * 51));
-    for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
-        const Theme theme(*qApp, appearance);
-        for (const QColor& chosen : all) {
-            const QColor grounds[] = {theme.Ground(chosen), theme.Mark(chosen)};
-            for (const QColor& ground : grounds) {
-                QVERIFY(ContrastOf(Legible(theme.Color(ColorRole::Text), ground), ground) >= 4.5);
-                QVERIFY(ContrastOf(Legible(theme.Color(ColorRole::Link), ground), ground) >= 4.5);
-            }
-            for (const QColor& text : {QColor(Qt::red), QColor(Qt::blue), QColor(128, 128, 128)})
-                QVERIFY(ContrastOf(Legible(text, grounds[0]), grounds[0]) >= 4.5);
-            for (const ColorRole role : {ColorRole::Card, ColorRole::Board, ColorRole::Window}) {
-                const QColor ground = theme.Color(role);
-                QVERIFY(ContrastOf(Legible(chosen, ground), ground) >= 4.5);
-                QVERIFY(ContrastOf(Legible(chosen, ground, 3.0), ground) >= 3.0);
+    void ChosenColorsStayLegible() {
+        // Highlights and marked hits, pills and the frames of cards, in any colour that somebody may choose.
+        QList<QColor> all;
+        for (int i = 0; i < 6 * 6 * 6; ++i)
+            all.append(QColor(i % 6 * 51, i / 6 % 6 * 51, i / 36 * 51));
+        for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
+            const Theme theme(*qApp, appearance);
+            for (const QColor& chosen : all) {
+                const QColor grounds[] = {theme.Ground(chosen), theme.Mark(chosen)};
+                for (const QColor& ground : grounds) {
+                    QVERIFY(ContrastOf(Legible(theme.Color(ColorRole::Text), ground), ground) >= 4.5);
+                    QVERIFY(ContrastOf(Legible(theme.Color(ColorRole::Link), ground), ground) >= 4.5);
+                }
+                for (const QColor& text : {QColor(Qt::red), QColor(Qt::blue), QColor(128, 128, 128)})
+                    QVERIFY(ContrastOf(Legible(text, grounds[0]), grounds[0]) >= 4.5);
+                for (const ColorRole role : {ColorRole::Card, ColorRole::Board, ColorRole::Window}) {
+                    const QColor ground = theme.Color(role);
+                    QVERIFY(ContrastOf(Legible(chosen, ground), ground) >= 4.5);
+                    QVERIFY(ContrastOf(Legible(chosen, ground, 3.0), ground) >= 3.0);
+                }
             }
         }
+        QCOMPARE(Legible(Qt::black, Qt::white), QColor(Qt::black));
     }
-    QCOMPARE(Legible(Qt::black, Qt::white), QColor(Qt::black));
-}
 
-void ThemeTest::AppearanceOverridesTheDesktop() {
-    Theme theme(*qApp);
-    int changes = 0;
-    connect(&theme, &Theme::Changed, this, [&changes] { ++changes; });
-    theme.SetAppearance(Appearance::Dark);
-    QVERIFY(theme.IsDark());
-    QCOMPARE(QApplication::palette().color(QPalette::Window), DarkColors()[size_t(ColorRole::Window)]);
-    theme.SetAppearance(Appearance::Light);
-    QVERIFY(!theme.IsDark());
-    QCOMPARE(QApplication::palette().color(QPalette::Base), LightColors()[size_t(ColorRole::Field)]);
-    QCOMPARE(changes, 2);
-}
+    void AppearanceOverridesTheDesktop() {
+        Theme theme(*qApp);
+        int changes = 0;
+        connect(&theme, &Theme::Changed, this, [&changes] { ++changes; });
+        theme.SetAppearance(Appearance::Dark);
+        QVERIFY(theme.IsDark());
+        QCOMPARE(QApplication::palette().color(QPalette::Window), DarkColors()[size_t(ColorRole::Window)]);
+        theme.SetAppearance(Appearance::Light);
+        QVERIFY(!theme.IsDark());
+        QCOMPARE(QApplication::palette().color(QPalette::Base), LightColors()[size_t(ColorRole::Field)]);
+        QCOMPARE(changes, 2);
+    }
 
-void ThemeTest::IconsAreSharpAndTakeTheirColor() {
-    Theme theme(*qApp, Appearance::Light);
-    const QImage icon = theme.IconPixmap(QStringLiteral("plus"), ColorRole::Accent, 16, 2.0).toImage();
-    QCOMPARE(icon.size(), QSize(32, 32));
-    QCOMPARE(icon.pixelColor(16, 16).rgb(), theme.Color(ColorRole::Accent).rgb());
-    QCOMPARE(icon.pixelColor(1, 1).alpha(), 0);
-    QVERIFY(!theme.Icon(QStringLiteral("search")).pixmap(QSize(24, 24)).isNull());
-}
+    void IconsAreSharpAndTakeTheirColor() {
+        Theme theme(*qApp, Appearance::Light);
+        const QImage icon = theme.IconPixmap(QStringLiteral("plus"), ColorRole::Accent, 16, 2.0).toImage();
+        QCOMPARE(icon.size(), QSize(32, 32));
+        QCOMPARE(icon.pixelColor(16, 16).rgb(), theme.Color(ColorRole::Accent).rgb());
+        QCOMPARE(icon.pixelColor(1, 1).alpha(), 0);
+        QVERIFY(!theme.Icon(QStringLiteral("search")).pixmap(QSize(24, 24)).isNull());
+    }
+};
 
 }  // namespace lore
 
