@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include "support/each.h"
+
 namespace lore {
 namespace {
 
@@ -9,10 +11,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 std::vector<std::string> Texts(const CommandFinder& finder, const char* typed, size_t limit = 10) {
-    std::vector<std::string> texts;
-    for (const FoundItem& found : finder.Find(typed, limit))
-        texts.push_back(finder.Items()[found.item].text);
-    return texts;
+    return Each(finder.Find(typed, limit), [&](const FoundItem& found) { return finder.Items()[found.item].text; });
 }
 
 CommandFinder Commands() {
@@ -70,10 +69,8 @@ TEST(CommandFinder, EqualMatchesStandByKindThenLengthThenOrder) {
     finder.Add({FoundKind::Category, "Fog", "", 2});
     finder.Add({FoundKind::Category, "Fog", "", 3});
     finder.Add({FoundKind::Command, "Fog", "", 4});
-    std::vector<int32_t> ids;
-    for (const FoundItem& found : finder.Find("fog", 3))
-        ids.push_back(finder.Items()[found.item].id);
-    EXPECT_THAT(ids, ElementsAre(4, 2, 3));
+    EXPECT_THAT(Each(finder.Find("fog", 3), [&](const FoundItem& found) { return finder.Items()[found.item].id; }),
+                ElementsAre(4, 2, 3));
 }
 
 TEST(CommandFinder, MarksAreTheCharactersThatMatch) {

@@ -33,10 +33,7 @@ CCustomSourceType TypeOfFields(const std::vector<std::string>& fields) {
 }
 
 std::vector<std::string> NamesOf(const CustomTypeList& types) {
-    std::vector<std::string> names;
-    for (const CCustomSourceType& type : types)
-        names.push_back(type.name);
-    return names;
+    return Each(types, &CCustomSourceType::name);
 }
 
 TEST(CustomType, NewTypeHasTheFourDefaultFields) {
@@ -98,7 +95,7 @@ TEST(CustomTypeList, SortAgreesWithTheSlowSelectionOnRandomNames) {
     const std::string letters = "aAbBzZ{ 9\xE9";
     for (int round = 0; round < 200; ++round) {
         CustomTypeList types;
-        std::vector<std::string> names, lowered, expected;
+        std::vector<std::string> names, lowered;
         for (unsigned i = random() % 30; i > 0; --i) {
             std::string name(random() % 3 == 0 ? 32 + random() % 3 : random() % 3, 'Z');
             name += letters[random() % letters.size()];
@@ -106,8 +103,8 @@ TEST(CustomTypeList, SortAgreesWithTheSlowSelectionOnRandomNames) {
             lowered.push_back(ToLower(name));
             types.AddType(TypeOf(std::to_string(i), name));
         }
-        for (const size_t position : SlowSelection(lowered, std::string(33, 'z'), false))
-            expected.push_back(names[position]);
+        const auto expected =
+            Each(SlowSelection(lowered, std::string(33, 'z'), false), [&](size_t position) { return names[position]; });
         types.SortTypes();
         ASSERT_EQ(NamesOf(types), expected) << round;
     }

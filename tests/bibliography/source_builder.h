@@ -6,6 +6,7 @@
 #include "bibliography/author_list.h"
 #include "bibliography/source_list.h"
 #include "bibliography/source_record.h"
+#include "support/each.h"
 #include "support/read_world.h"
 
 namespace lore {
@@ -58,10 +59,7 @@ inline std::string RecordOf(const CSource& source) {
 }
 
 inline std::vector<int32_t> IdsOf(const SourceList& list) {
-    std::vector<int32_t> ids;
-    for (const CSource& source : list)
-        ids.push_back(source.SourceID);
-    return ids;
+    return Each(list, &CSource::SourceID);
 }
 
 /// A citation that stands as given: a source type of neither kind keeps its text.

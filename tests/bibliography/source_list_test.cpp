@@ -71,9 +71,8 @@ TEST(SourceList, SortAgreesWithTheSlowSelectionOnRandomCitations) {
             lowered.push_back(ToLower(text));
             list.AddTail(CitationOnly(static_cast<int32_t>(i), text));
         }
-        std::vector<int32_t> expected;
-        for (const size_t position : SlowSelection(lowered, std::string(30, 'z'), true))
-            expected.push_back(static_cast<int32_t>(position));
+        const auto expected = Each(SlowSelection(lowered, std::string(30, 'z'), true),
+                                   [](size_t position) { return static_cast<int32_t>(position); });
         list.SortSources({});
         ASSERT_EQ(IdsOf(list), expected) << round;
     }

@@ -6,6 +6,7 @@
 #include "calendar/popup_agent.h"
 #include "calendar/reminder_file.h"
 #include "ports/agent.h"
+#include "support/each.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
 
@@ -30,10 +31,8 @@ CTmReminder PopupAt(const std::string& id, const DateTime& time, ReminderType ty
 
 /// The labels on the screen, those of late ones with a mark.
 std::vector<std::string> Screen(const PopupSchedule& schedule) {
-    std::vector<std::string> labels;
-    for (const Popup& popup : schedule.OnScreen())
-        labels.push_back(popup.reminder.EventLabel + (popup.isLate ? "!" : ""));
-    return labels;
+    return Each(schedule.OnScreen(),
+                [](const Popup& popup) { return popup.reminder.EventLabel + (popup.isLate ? "!" : ""); });
 }
 
 TEST(PopupSchedule, ShowsEachPopupOnceAtItsTime) {
@@ -114,10 +113,8 @@ TEST(PopupSchedule, ForgetsWhatIsGoneForAMonthAndNothingElse) {
                        {{"just gone", kNow.PlusDays(-29).Seconds()}, {}},
                        {{"kept", kNow.PlusDays(-400).Seconds()}, {}}});
     schedule.SetReminders({PopupAt("kept", kNow.PlusDays(-400))}, kNow);
-    std::vector<std::string> ids;
-    for (const auto& [key, again] : schedule.Shown())
-        ids.push_back(key.reminderId);
-    EXPECT_THAT(ids, ElementsAre("just gone", "kept"));
+    EXPECT_THAT(Each(schedule.Shown(), [](const auto& shown) { return shown.first.reminderId; }),
+                ElementsAre("just gone", "kept"));
 }
 
 TEST(PopupSchedule, OffersTheStartOfAnEventThatLiesAhead) {

@@ -15,10 +15,8 @@ protected:
         return (outside / name).string();
     }
     std::vector<std::string> Stored() const {
-        std::vector<std::string> names;
-        for (const EditedAttachment& item : list.Items())
-            names.push_back(item.record.storedFile + "|" + item.record.sourceFile);
-        return names;
+        return Each(list.Items(),
+                    [](const auto& item) { return item.record.storedFile + "|" + item.record.sourceFile; });
     }
     size_t CopyIn() { return CopyInNewAttachments(list.Items(), book.paths.Attachments(), faults); }
     void PutStored(const std::string& name) { PutBytes(book.paths.Attachments() / name, "old"); }
@@ -49,10 +47,8 @@ TEST_F(AttachmentTest, OnlyPicturesShowOnTheBoard) {
     list.AddFile(File("caf\xC3\xA9"));
     list.AddLink("http://example.org/tower.png");
     list.AddPicture("BM bytes", "Pasted");
-    std::vector<bool> shown;
-    for (const EditedAttachment& item : list.Items())
-        shown.push_back(item.record.show);
-    EXPECT_THAT(shown, ElementsAre(true, false, false, false, false, true));
+    EXPECT_THAT(Each(list.Items(), [](const auto& item) { return item.record.show; }),
+                ElementsAre(true, false, false, false, false, true));
     EXPECT_EQ(list.Items()[3].record.title, "caf\xE9") << "text of a door";
 }
 

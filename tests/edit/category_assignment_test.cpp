@@ -10,10 +10,7 @@ using testing::ElementsAre;
 class CategoryAssignmentTest : public EditFixture {
 protected:
     std::vector<std::string> Offered(int set, size_t level) const {
-        std::vector<std::string> names;
-        for (const CategoryChoice& choice : boxes.Choices(set, level))
-            names.push_back(choice.name);
-        return names;
+        return Each(boxes.Choices(set, level), &CategoryChoice::name);
     }
     bool Create(int set, size_t level, const std::string& name) {
         prompts.texts.push_back(name);

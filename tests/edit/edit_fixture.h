@@ -10,6 +10,7 @@
 #include "notes/note_builder.h"
 #include "notes/note_filing.h"
 #include "notes/note_store.h"
+#include "support/each.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
@@ -49,12 +50,7 @@ protected:
         LoadNoteFile(book.paths.NoteFile(name), world.Context(), notes);
         return notes;
     }
-    std::vector<int32_t> IDsIn(const std::string& name) {
-        std::vector<int32_t> ids;
-        for (const CNote& note : NotesIn(name))
-            ids.push_back(note.id);
-        return ids;
-    }
+    std::vector<int32_t> IDsIn(const std::string& name) { return Each(NotesIn(name), &CNote::id); }
     /// The picture that a start from the disk gives.
     OpenNoteBook Reloaded() {
         OpenNoteBook fresh;

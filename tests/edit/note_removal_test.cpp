@@ -22,12 +22,7 @@ protected:
         PutBytes(book.paths.Attachments() / "0000001.txt", "attached");
     }
     std::filesystem::path Attached() const { return book.paths.Attachments() / "0000001.txt"; }
-    static std::vector<int32_t> IDs(const DeletedNotes& deleted) {
-        std::vector<int32_t> ids;
-        for (const CNote& note : deleted.notes)
-            ids.push_back(note.id);
-        return ids;
-    }
+    static std::vector<int32_t> IDs(const DeletedNotes& deleted) { return Each(deleted.notes, &CNote::id); }
     ReadContext context = world.Context();
     NoteRemoval removal{book, context, faults, nullptr};
 };

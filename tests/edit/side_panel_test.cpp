@@ -53,10 +53,9 @@ TEST(ColorChoices, OffersTheColorsInUseAndTheNotesOwn) {
     colors.AddNoteToColor(2, 0);
     colors.AddNoteToColor(3, MakeRgb(200, 0, 0));
     colors.AddNoteToColor(4, MakeRgb(204, 3, 1));
-    std::vector<std::string> names;
-    for (const ColorChoice& choice : ColorChoices(colors, MakeRgb(204, 3, 1)))
-        names.push_back(choice.name + " " + std::to_string(choice.notes));
-    EXPECT_THAT(names, ElementsAre("No color 1", "#c80000 2", "#01c803 1", "#cc0301 0"));
+    EXPECT_THAT(Each(ColorChoices(colors, MakeRgb(204, 3, 1)),
+                     [](const ColorChoice& choice) { return choice.name + " " + std::to_string(choice.notes); }),
+                ElementsAre("No color 1", "#c80000 2", "#01c803 1", "#cc0301 0"));
     EXPECT_EQ(ColorChoices({}, 0).size(), 1u);
 }
 

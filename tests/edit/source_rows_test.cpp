@@ -10,19 +10,14 @@ using testing::ElementsAre;
 class SourceRowsTest : public EditFixture {
 protected:
     std::vector<int32_t> IDs() const {
-        std::vector<int32_t> ids;
-        for (const SourceRow& row : rows.Rows())
-            ids.push_back(row.source.SourceID);
-        return ids;
+        return Each(rows.Rows(), [](const SourceRow& row) { return row.source.SourceID; });
     }
     std::vector<std::string> Written() const {
         CNote note;
         note.sources = {7};
         note.sourceInfo = {{"old", "old"}};
         rows.WriteBack(note);
-        std::vector<std::string> pairs;
-        for (const int32_t id : note.sources)
-            pairs.push_back(std::to_string(id));
+        auto pairs = Each(note.sources, [](int32_t id) { return std::to_string(id); });
         for (const CNoteSourceInfo& info : note.sourceInfo)
             pairs.push_back(info.key + "=" + info.text);
         return pairs;

@@ -101,13 +101,7 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
         LoadAllNotes(PathsOf(noteBook).Notes(), context, faults, notes);
         return notes;
     }
-    std::vector<std::string> Attachments() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(PathsOf(target).Attachments()))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
+    std::vector<std::string> Attachments() const { return NamesIn(PathsOf(target).Attachments()); }
 };
 
 TEST_F(CopyNotesTest, BringsSourcesAuthorsTypesCategoriesAndFilesUnderTheTargetsIds) {

@@ -9,6 +9,7 @@
 #include "notebooks/notebook_manager.h"
 #include "notes/note_builder.h"
 #include "notes/note_record.h"
+#include "support/each.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
 
@@ -74,14 +75,14 @@ struct NoteBooksWorld : ReadWorld {
         LoadDatabases(data.DatabasesFile(), context, list);
         return list;
     }
-    /// The names in the folder of the NoteBooks.
-    std::vector<std::string> Folders() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(data.Databases()))
-            names.push_back(entry.path().filename().string());
+    /// The names of what stands in a folder.
+    static std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
+        auto names = Each(std::filesystem::directory_iterator(folder),
+                          [](const auto& entry) { return entry.path().filename().string(); });
         std::sort(names.begin(), names.end());
         return names;
     }
+    std::vector<std::string> Folders() const { return NamesIn(data.Databases()); }
 };
 
 }  // namespace lore

@@ -68,11 +68,7 @@ protected:
         book.paths = NoteBookPaths(data, book.database.folder);
         CreateNoteBookFolders(book.paths);
     }
-    void Answer(const std::string& operation, const std::string& fields) {
-        server.Add(200, "<e:Envelope xmlns:e=\"http://schemas.xmlsoap.org/soap/envelope/\"><e:Body><" + operation +
-                            "Response><" + operation + "Result>" + fields + "</" + operation + "Result></" + operation +
-                            "Response></e:Body></e:Envelope>");
-    }
+    void Answer(const std::string& operation, const std::string& fields) { server.AddResult(operation, fields); }
     /// The operation element of each request so far.
     std::vector<std::string> Asked() const {
         std::vector<std::string> asked;

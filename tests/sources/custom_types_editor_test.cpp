@@ -99,10 +99,8 @@ TEST_F(CustomTypesEditorTest, PlaceholdersKeepTheirNamesAndOnlySomeChangesStampT
         stamping[i]();
         EXPECT_EQ(editor.Type()->date, clock.now) << i;
     }
-    std::vector<std::string> names;
-    for (const CCustomSourceField& field : editor.Type()->fields)
-        names.push_back(field.name);
-    EXPECT_THAT(names, ElementsAre("[TITLE Placeholder]", "Carton", "Folder"));
+    EXPECT_THAT(Each(editor.Type()->fields, &CCustomSourceField::name),
+                ElementsAre("[TITLE Placeholder]", "Carton", "Folder"));
     EXPECT_EQ(editor.Type()->fields[1].end, 2);
 }
 

@@ -48,10 +48,7 @@ protected:
                 list.AddTail(source);
         }
         list.SortSources(book.authors);
-        ids.clear();
-        for (const CSource& source : list)
-            ids.push_back(source.SourceID);
-        return ids;
+        return Each(list, &CSource::SourceID);
     }
 };
 

@@ -20,10 +20,7 @@ protected:
         settings.Set(Option::MaxAuthorID, 7);
     }
     static std::vector<std::string> Names(const std::vector<AuthorLine>& lines) {
-        std::vector<std::string> names;
-        for (const AuthorLine& line : lines)
-            names.push_back(line.name);
-        return names;
+        return Each(lines, &AuthorLine::name);
     }
     static size_t IndexOf(const SourceEditor& editor, const std::string& name) {
         for (size_t i = 0; i < editor.Types().size(); ++i) {

@@ -64,6 +64,13 @@ public:
         Add({"HTTP/1.1 " + std::to_string(status) + " Status\r\nContent-Length: " + std::to_string(body.size()) +
              "\r\n" + fields + "\r\n" + body});
     }
+    /// The reply of the account service to one of its operations.
+    void AddResult(const std::string& operation, const std::string& fields, int pause = 0) {
+        const std::string body = "<e:Envelope xmlns:e=\"http://schemas.xmlsoap.org/soap/envelope/\"><e:Body><" +
+                                 operation + "Response><" + operation + "Result>" + fields + "</" + operation +
+                                 "Result></" + operation + "Response></e:Body></e:Envelope>";
+        Add({"HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body, 0, pause});
+    }
     /// The raw bytes of the requests so far.
     std::vector<std::string> Requests() const {
         const std::scoped_lock lock(mutex_);

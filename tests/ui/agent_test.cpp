@@ -6,11 +6,11 @@
 #include "platform/hotkey/x11_keys.h"
 #include "platform/ini_store.h"
 #include "support/noted_starts.h"
+#include "support/read_world.h"
 #include "support/scripted_agent.h"
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
-#include "ui/qt_text.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -120,15 +120,9 @@ private slots:
         Put({At("Told by nobody", 0)});
         QTRY_VERIFY(Window().isVisible());
         QCOMPARE(Text("label"), QString("Told by nobody"));
-        const QByteArray before = [&] {
-            QFile file(PathToQString(DataPaths{Root()}.Reminders()));
-            file.open(QIODevice::ReadOnly);
-            return file.readAll();
-        }();
+        const std::string before = BytesOf(DataPaths{Root()}.Reminders());
         Press("snooze");
-        QFile file(PathToQString(DataPaths{Root()}.Reminders()));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), before);
+        QCOMPARE(BytesOf(DataPaths{Root()}.Reminders()), before);
         Put({});
         QTest::qWait(300);
         clock_.now = clock_.now.PlusDays(1);

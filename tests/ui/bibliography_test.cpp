@@ -76,8 +76,7 @@ private slots:
     }
 
     void formatting_of_all_reaches_the_file_and_nothing_else() {
-        std::string before, after;
-        ReadFile(app_->NoteBook().paths.Sources(), before);
+        const std::string before = BytesOf(app_->NoteBook().paths.Sources());
         InSelection([](CSelectSourcesDlg& dialog) {
             auto* const style = dialog.findChild<QComboBox*>("style");
             QVERIFY(!style->isEnabled());
@@ -98,8 +97,7 @@ private slots:
             QCOMPARE(source.FormatStyle, 9);
             QCOMPARE(source.IndentSpaces, 5);
         }
-        ReadFile(app_->NoteBook().paths.Sources(), after);
-        QVERIFY(after == before);
+        QVERIFY(BytesOf(app_->NoteBook().paths.Sources()) == before);
     }
 
     void values_outside_return_to_the_limits() {

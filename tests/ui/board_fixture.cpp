@@ -113,9 +113,7 @@ void MemoryBoard::AttachPicture(CNote& note, const std::string& title, int width
 
 void MemoryBoard::AttachFile(CNote& note, const std::string& title, int32_t type, int bytes) {
     const std::string name = std::to_string(++files_) + ".bin";
-    QFile file(folder_.filePath(QString::fromStdString(name)));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(QByteArray(bytes, 'x'));
+    PutBytes(folder_.path().toStdString() + "/" + name, std::string(static_cast<size_t>(bytes), 'x'));
     Attach(note, title, type, name);
 }
 

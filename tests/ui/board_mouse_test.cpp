@@ -1,4 +1,3 @@
-
 #include "ui/board_window.h"
 
 namespace lore {

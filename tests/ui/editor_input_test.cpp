@@ -1,5 +1,6 @@
 #include <functional>
 
+#include "support/read_world.h"
 #include "ui/board_fixture.h"
 #include "ui/editor/block_place.h"
 #include "ui/editor/picture_frame.h"
@@ -48,12 +49,8 @@ private slots:
 
         QTemporaryDir folder;
         const QString png = folder.filePath("a.png"), text = folder.filePath("b.txt");
-        for (const auto& [path, bytes] :
-             {std::pair(png, Encoded(Filled(40, 20))), std::pair(text, QByteArray("words"))}) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(bytes);
-        }
+        PutBytes(png.toStdString(), Encoded(Filled(40, 20)).toStdString());
+        PutBytes(text.toStdString(), "words");
         QSignalSpy others(edit_, &RichTextEdit::filesDropped);
         QMimeData files;
         files.setUrls({QUrl::fromLocalFile(png), QUrl::fromLocalFile(text)});

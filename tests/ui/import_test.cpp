@@ -1,4 +1,3 @@
-
 #include "exchange/archive_notes.h"
 #include "support/memory_store.h"
 #include "support/read_world.h"

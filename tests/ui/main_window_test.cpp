@@ -1,4 +1,3 @@
-
 #include "base/text.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"

@@ -39,12 +39,9 @@ private:
         QTRY_VERIFY(editor.isActiveWindow());
         QTest::keyClick(editor.Text()->Edit(), Qt::Key_Return, Qt::ControlModifier);
     }
-    QString File(const QString& name, const QByteArray& bytes = "bytes") const {
-        const QString path = folder_->filePath(name);
-        QFile file(path);
-        file.open(QIODevice::WriteOnly);
-        file.write(bytes);
-        return path;
+    QString File(const char* name, const QByteArray& bytes = "bytes") const {
+        PutBytes(Root() / name, bytes.toStdString());
+        return folder_->filePath(name);
     }
 
     int DraftCount() const { return static_cast<int>(DraftStore(app_->NoteBook().paths).ListDrafts().size()); }

@@ -1,4 +1,3 @@
-
 #include "app/notebook_commands.h"
 #include "notes/note_file.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"

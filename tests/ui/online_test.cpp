@@ -1,4 +1,3 @@
-
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
@@ -14,14 +13,6 @@ namespace lore {
 namespace {
 
 constexpr char kGuid[] = "{01234567-89AB-4cde-8F01-23456789ABCD}";
-
-/// The reply of the service to one operation.
-std::string Reply(const std::string& operation, const std::string& fields) {
-    const std::string body = "<e:Envelope xmlns:e=\"http://schemas.xmlsoap.org/soap/envelope/\"><e:Body><" + operation +
-                             "Response><" + operation + "Result>" + fields + "</" + operation + "Result></" +
-                             operation + "Response></e:Body></e:Envelope>";
-    return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
-}
 
 constexpr char kOneNoteBook[] =
     "<foundUser>true</foundUser><noteBooksList><NoteBookInfo><databaseID>4</databaseID><name>Lighthouses</name>"
@@ -53,7 +44,7 @@ private:
         prompts_.seen.clear();
     }
     void Answer(const std::string& operation, const std::string& fields, int pause = 0) {
-        server_->Add(HttpAnswer{Reply(operation, fields), 0, pause});
+        server_->AddResult(operation, fields, pause);
     }
     /// Engages an account and links the open NoteBook, as the settings and files of an earlier run would say.
     void EngageAndLink() {

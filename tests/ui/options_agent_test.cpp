@@ -1,4 +1,3 @@
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -11,6 +10,7 @@
 #include "platform/places.h"
 #include "platform/system_sources.h"
 #include "settings/option_pages.h"
+#include "support/read_world.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
@@ -58,9 +58,7 @@ private slots:
         QVERIFY(page.SaveHotKey({'L', HotKey::kControl | HotKey::kAlt}));
         QCOMPARE(stored(Option::RunAgent), kAgentOn);
         QCOMPARE(stored(Option::Hotkey), int32_t{'L'});
-        QFile entry(QString::fromStdString(Entry().string()));
-        QVERIFY(entry.open(QIODevice::ReadOnly));
-        QVERIFY(entry.readAll().contains(QByteArray::fromStdString("\"--data\" \"" + Root().string() + "\"")));
+        QVERIFY(BytesOf(Entry()).find("\"--data\" \"" + Root().string() + "\"") != std::string::npos);
         page.SetAgentOn(Option::StartupAgent, false);
         QVERIFY(!std::filesystem::exists(Entry()));
 

@@ -1,4 +1,3 @@
-
 #include "platform/hunspell_checker.h"
 #include "support/scripted_agent.h"
 #include "ui/editor/rich_text_edit.h"

@@ -1,11 +1,11 @@
 #include <QPrinter>
 #include <memory>
 
-#include "base/file_io.h"
 #include "printsave/page_view.h"
 #include "printsave/preview_window.h"
 #include "rtf/rtf.h"
 #include "support/memory_store.h"
+#include "support/read_world.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
 #include "ui/theme.h"
@@ -52,6 +52,11 @@ private:
 
     QAction* Command(const QString& text) const { return MenuEntry(*window_, text); }
     QString PageText() const { return window_->findChild<QLabel*>("page")->text(); }
+    /// The bytes of a file that the window saves; none if it can't.
+    std::string Saved(const char* name) {
+        const QString file = folder_.filePath(name);
+        return window_->Save(file) ? BytesOf(file.toStdString()) : std::string();
+    }
     static int PagesOf(const std::string& pdf) {
         int pages = 0;
         for (size_t at = pdf.find("/Type /Page\n"); at != std::string::npos; at = pdf.find("/Type /Page\n", at + 1))
@@ -125,15 +130,10 @@ private slots:
         const int pages = window_->PageCount();
         others_.release();
         Open(Slow(400));
-        QVERIFY(window_->Save(folder_.filePath("whole.pdf")));
-        std::string pdf;
-        ReadFile(folder_.filePath("whole.pdf").toStdString(), pdf);
-        QCOMPARE(PagesOf(pdf), pages);
+        QCOMPARE(PagesOf(Saved("whole.pdf")), pages);
         others_.release();
         Open(Slow(400));
-        QVERIFY(window_->Save(folder_.filePath("whole.txt")));
-        ReadFile(folder_.filePath("whole.txt").toStdString(), pdf);
-        QVERIFY(pdf.find("Part 400.") != std::string::npos);
+        QVERIFY(Saved("whole.txt").find("Part 400.") != std::string::npos);
     }
 
     void layouts_overtake_each_other() {
@@ -219,15 +219,9 @@ private slots:
         paper.setOrientation(QPageLayout::Landscape);
         window_->SetPaper(paper);
         QVERIFY(window_->PageCount() > pages * 2);
-        const QString file = folder_.filePath("a5.pdf");
-        QVERIFY(window_->Save(file));
-        std::string pdf;
-        ReadFile(file.toStdString(), pdf);
+        const std::string pdf = Saved("a5.pdf"), rtf = Saved("a5.rtf");
         QCOMPARE(PagesOf(pdf), window_->PageCount());
         QVERIFY(pdf.find("/MediaBox [0 0 595") != std::string::npos);
-        QVERIFY(window_->Save(folder_.filePath("a5.rtf")));
-        std::string rtf;
-        ReadFile(folder_.filePath("a5.rtf").toStdString(), rtf);
         const char kPaper[] = "\\paperw11906\\paperh8391\\margl1134\\margr1134\\margt1134\\margb1134\\landscape";
         QVERIFY2(rtf.find(kPaper) != std::string::npos, rtf.c_str());
         for (const QPageSize& size :
@@ -256,9 +250,7 @@ private slots:
             printer.setFullPage(true);
             printer.setFromTo(from, to);
             window_->PrintTo(printer);
-            std::string pdf;
-            ReadFile(folder_.filePath("range.pdf").toStdString(), pdf);
-            QCOMPARE(PagesOf(pdf), pages);
+            QCOMPARE(PagesOf(BytesOf(folder_.filePath("range.pdf").toStdString())), pages);
         }
     }
 

@@ -1,4 +1,3 @@
-
 #include "calendar/day_reminders.h"
 #include "online/http_client.h"
 #include "support/http_server.h"

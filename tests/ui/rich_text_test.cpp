@@ -1,4 +1,3 @@
-
 #include "rtf/rtf.h"
 #include "rtf/table_grid.h"
 #include "ui/controls.h"

@@ -7,6 +7,7 @@
 #include "app/sample_notebook.h"
 #include "platform/system_sources.h"
 #include "support/memory_store.h"
+#include "support/read_world.h"
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <ranges>
+#include <vector>
+
+namespace lore {
+
+/// What a member or a function gives for each thing of a range, in order.
+template <typename Range, typename Part>
+auto Each(const Range& range, const Part& part) {
+    using Reference = std::ranges::range_reference_t<const Range>;
+    std::vector<std::decay_t<std::invoke_result_t<const Part&, Reference>>> parts;
+    for (const auto& one : range)
+        parts.push_back(std::invoke(part, one));
+    return parts;
+}
+
+}  // namespace lore
