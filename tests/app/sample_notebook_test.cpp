@@ -9,6 +9,7 @@
 #include <set>
 
 #include "app/sample_files.h"
+#include "app/sample_note.h"
 #include "base/text.h"
 #include "calendar/event_file.h"
 #include "notes/attachment_kind.h"

@@ -1,25 +1,23 @@
 #include "calendar/event_file.h"
 
-#include <ctime>
 #include <gtest/gtest.h>
 
 #include "calendar/event_builder.h"
 #include "calendar/reminder_file.h"
 #include "support/read_world.h"
+#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
 
-class StepCounter : public Progress {
+/// Tells the calls in their order, and counts the steps.
+class StepCounter : public ScriptedProgress {
 public:
     void SetRange(int low, int high) override { said += std::to_string(low) + ".." + std::to_string(high) + " "; }
     void SetMessage(const std::string& text) override { said += text + " "; }
     void StepIt() override { ++steps; }
-    void SetPosition(int) override {}
     void Show() override { said += "shown "; }
     void Hide() override { said += "hidden"; }
-    void ShowStandBy(const std::string&) override {}
-    void HideStandBy() override {}
     std::string said;
     int steps = 0;
 };

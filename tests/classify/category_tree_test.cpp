@@ -1,6 +1,5 @@
 #include "classify/category_tree.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>

@@ -8,7 +8,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Lights (Lenses) and Places; notes 1 and 2 in Lenses in two files, 3 in Places, 4 nowhere that the forest knows.

@@ -15,7 +15,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 
 constexpr char kQuestion[] = "< Auto-Backup >? Do you wish to perform the auto-backup now?";
 constexpr char kFailed[] = "Backup Failed: The backup has failed, please contact support if problem persists.";

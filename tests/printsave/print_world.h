@@ -1,10 +1,7 @@
 #pragma once
 
-#include <chrono>
 #include <cstdio>
 #include <gtest/gtest.h>
-#include <memory>
-#include <thread>
 
 #include "app/print_commands.h"
 #include "app/sample_notebook.h"

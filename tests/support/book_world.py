@@ -153,6 +153,7 @@ class World:
             "switch": ["notebook", "switch", "Second Book"],
             "copy": ["copy", "--to", "Second Book", ids[0], ids[3]],
             "import": ["--notebook", "Second Book", "import", folder / "all.lbe", "--take", "all"],
+            "import over": ["import", folder / "all.lbe", "--take", "all"],
             "repair": ["check", "--repair"],
             "backup": ["backup", "--out", folder / "work" / BACKUP],
             "event": ["event", "add", "--label", "New", "--start", "2049-02-01T09:00", "--repeat", "daily", "--until",

@@ -133,7 +133,6 @@ std::string OldCategorySample() {
 }
 
 std::string NoteBookSample() {
-    RawRecord file;
     const TempFolder folder(MemoryFolder());
     SaveDatabases(folder / "sample", {{2113, 0, "Lighthouses", "DB00005", "", DateTime(2011, 1, 2), "{N1}"},
                                       {2114, 0, "Ships", "DB00009", "/backup/[ships]", DateTime(2012, 1, 2), "{N2}"}});
