@@ -125,30 +125,26 @@ TEST_F(LinkFlow, ChangesNothingWhereItBreaksOff) {
     LinkTo(5);
     const auto never = [](OnlineNoteBookChoice&) -> bool { throw std::logic_error("nothing to choose from"); };
     const auto cancel = [](OnlineNoteBookChoice&) { return false; };
-    server.Add(HttpAnswer{});
-    EXPECT_FALSE(NoteBookLink(World()).LinkWith(never));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting, kConnectionError));
-    Answer("GetNoteBooksInfo", "<foundUser>false</foundUser>");
-    EXPECT_FALSE(NoteBookLink(World()).LinkWith(never));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting, kUnknownAccount));
-    Answer("GetNoteBooksInfo", kList);
-    EXPECT_FALSE(NoteBookLink(World()).LinkWith(cancel));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting));
-    Answer("GetNoteBooksInfo", kList);
-    EXPECT_FALSE(NoteBookLink(World()).LinkWith(Row(-1)));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting, "No NoteBook Selected: Please Select a NoteBook."));
-    Answer("GetNoteBooksInfo", kList);
-    server.Add(404, "");
-    EXPECT_FALSE(NoteBookLink(World()).LinkWith(Row(1)));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting, kUpdating, kConnectionError));
-    Answer("GetNoteBooksInfo", kList);
-    AnswerLink(0, "Ants");
-    EXPECT_FALSE(NoteBookLink(World()).LinkWith(Row(1)));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting, kUpdating, kUpdateError));
-    Answer("GetNoteBooksInfo", kList);
-    server.Add(202, "");
-    EXPECT_FALSE(NoteBookLink(World()).LinkWith(Row(1)));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting, kUpdating, kUpdateError));
+    const auto answerList = [this] { Answer("GetNoteBooksInfo", kList); };
+    struct Case {
+        std::function<void()> answer;
+        OnlineNoteBookChooser choose;
+        std::vector<std::string> seen;
+    };
+    const Case cases[] = {
+        {[&] { server.Add(HttpAnswer{}); }, never, {kContacting, kConnectionError}},
+        {[&] { Answer("GetNoteBooksInfo", "<foundUser>false</foundUser>"); }, never, {kContacting, kUnknownAccount}},
+        {answerList, cancel, {kContacting}},
+        {answerList, Row(-1), {kContacting, "No NoteBook Selected: Please Select a NoteBook."}},
+        {[&] { answerList(), server.Add(404, ""); }, Row(1), {kContacting, kUpdating, kConnectionError}},
+        {[&] { answerList(), AnswerLink(0, "Ants"); }, Row(1), {kContacting, kUpdating, kUpdateError}},
+        {[&] { answerList(), server.Add(202, ""); }, Row(1), {kContacting, kUpdating, kUpdateError}},
+    };
+    for (const Case& c : cases) {
+        c.answer();
+        EXPECT_FALSE(NoteBookLink(World()).LinkWith(c.choose));
+        EXPECT_EQ(Seen(), c.seen);
+    }
     EXPECT_EQ(book.syncLog.link.OnlineNoteBookID, 5);
     EXPECT_EQ(book.syncLog.link.OnlineName, "Online");
     EXPECT_EQ(SyncFile(), "");

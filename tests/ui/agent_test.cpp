@@ -11,6 +11,7 @@
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
+#include "ui/qt_text.h"
 #include "ui/theme.h"
 
 namespace lore {
