@@ -56,7 +56,7 @@ private slots:
     void cleanup() { CloseWindow(); }
     void keyboard_alone_makes_renames_and_deletes() {
         prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-        InManager([this](ManageNoteBooksDialog& dialog) {
+        InManager([](ManageNoteBooksDialog& dialog) {
             auto* const newName = dialog.findChild<QLineEdit*>("newName");
             QTest::keyClick(&dialog, Qt::Key_W, Qt::AltModifier);
             QVERIFY(newName->hasFocus());
@@ -87,7 +87,7 @@ private slots:
     }
 
     void details_follow_the_selection() {
-        InManager([this](ManageNoteBooksDialog& dialog) {
+        InManager([](ManageNoteBooksDialog& dialog) {
             QCOMPARE(Rows(dialog).first(), QStringLiteral("<LOREBINDER MAIN>"));
             auto* const list = dialog.findChild<QListWidget*>("noteBooks");
             QTest::keyClick(list, Qt::Key_Down);

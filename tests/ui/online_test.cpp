@@ -312,7 +312,7 @@ private slots:
         Start(false);
         const QString look = SetLook();
         const auto shootAs = [&](const QString& name) {
-            return [=, this](QWidget& dialog) { Shoot(dialog, name + look); };
+            return [=](QWidget& dialog) { Shoot(dialog, name + look); };
         };
         InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_none_"));
         CloseWindow();
