@@ -91,7 +91,7 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
         for (int turn = 0; turn < 20; ++turn) {
             if (const std::optional<CNote> note = SaveAnew(writing, MiddleNote(app.NoteBook()), turn)) {
                 writing.NoteSaved(*note);
-                emit window.Notes()->NotesChanged(note->id, false);
+                emit window.Notes()->NoteSaved(note->id);
             }
             GapClock::Rest(20);
         }

@@ -1,8 +1,11 @@
 #include "exchange/export_notes.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
+#include <future>
 #include <system_error>
 #include <unistd.h>
 #include <unordered_set>
@@ -22,6 +25,8 @@ namespace {
 constexpr int kLevel = 4;
 constexpr size_t kThreads = 2;
 constexpr size_t kBatchBytes = size_t{256} << 10;
+/// How long the window's thread waits for others before it looks to the window.
+constexpr std::chrono::milliseconds kPollTime{4};
 constexpr int kWholeArchive = 1000;  // the range of the progress while it is written
 
 /// A folder for what an export spools; it goes with the export. What a crash has left beside it goes at once.
@@ -99,6 +104,8 @@ private:
     }
 
     void HandOverBatch() {
+        while (!records_.TakesMore(kPollTime))
+            world_.progress.SetPosition(static_cast<int>(written_));
         records_.Append(batch_.DiskBytes());
         batch_ = {};
     }
@@ -127,9 +134,16 @@ private:
         Progress& progress = world_.progress;
         progress.SetRange(0, kWholeArchive);
         progress.SetMessage("Compressing export file...");
-        return archive_.Write(target_,
-                              {[&](double part) { progress.SetPosition(static_cast<int>(part * kWholeArchive)); },
-                               [&] { return progress.Cancelled(); }});
+        std::atomic<int> position = 0;
+        std::atomic<bool> cancelled = false;
+        const ZipWriter::Watch watch{[&](double part) { position = static_cast<int>(part * kWholeArchive); },
+                                     [&] { return cancelled.load(); }};
+        auto writing = std::async(std::launch::async, [&] { return archive_.Write(target_, watch); });
+        while (writing.wait_for(kPollTime) != std::future_status::ready) {
+            progress.SetPosition(position);
+            cancelled = progress.Cancelled();
+        }
+        return writing.get();
     }
 
     const std::filesystem::path& target_;

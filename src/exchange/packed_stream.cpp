@@ -65,6 +65,10 @@ FileResult PackedStream::Open() {
     return result_;
 }
 
+bool PackedStream::TakesMore(std::chrono::milliseconds longest) const {
+    return pieces_.size() < threads_ || pieces_.front().wait_for(longest) == std::future_status::ready;
+}
+
 void PackedStream::Append(std::string_view bytes) {
     gathered_.append(bytes);
     if (gathered_.size() >= kPieceSize)

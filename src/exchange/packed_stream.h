@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <filesystem>
@@ -32,6 +33,8 @@ public:
 
     /// Creates the file, over what stands there.
     FileResult Open();
+    /// Waits so long at most; false if Append would have to wait on.
+    bool TakesMore(std::chrono::milliseconds longest) const;
     void Append(std::string_view bytes);
     /// Packs what is left and closes the file. Fails if any write has failed.
     FileResult Finish();

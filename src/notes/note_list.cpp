@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/id_marks.h"
 #include "notes/sort_order.h"
 
 namespace lore {
@@ -33,10 +34,14 @@ CNote* CNoteList::Find(int32_t id) {
 }
 
 LongList CNoteList::GetNoteIDs() const {
-    LongList ids;
-    for (const ListedNote& entry : notes_)
-        ids.AddUnique(entry.Id());
-    return ids;
+    IDMarks met;
+    std::vector<int32_t> ids;
+    ids.reserve(notes_.size());
+    for (const ListedNote& entry : notes_) {
+        if (met.Add(entry.Id()))
+            ids.push_back(entry.Id());
+    }
+    return LongList(std::move(ids));
 }
 
 void CNoteList::AddNote(CNote note, std::shared_ptr<const Citations> citations) {
@@ -154,11 +159,12 @@ void CNoteList::SortNotes(int32_t sortId) {
     SetNotes(std::move(sorted));
     if (!areKnown)
         return;
-    // Each save sorts the list again, and moves few notes.
-    for (uint32_t i = 0; i < order.size(); ++i) {
-        if (order[i] != i)
-            positions_[notes_[i].Id()] = i;
-    }
+    // Each save sorts the list again: that must not look each note up.
+    std::vector<uint32_t> moved(order.size());
+    for (uint32_t i = 0; i < order.size(); ++i)
+        moved[order[i]] = i;
+    for (auto& [id, position] : positions_)
+        position = moved[position];
     stale_ = false;
 }
 

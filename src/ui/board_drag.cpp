@@ -40,6 +40,11 @@ void BoardView::timerEvent(QTimerEvent* event) {
             impl_->aheadTimer.stop();
         return;
     }
+    if (event->timerId() == impl_->savedTimer.timerId()) {
+        impl_->RebuildAt(impl_->savedNote);
+        emit SavedShown();
+        return;
+    }
     if (event->timerId() != impl_->dragTimer.timerId())
         return QAbstractScrollArea::timerEvent(event);
     verticalScrollBar()->setValue(verticalScrollBar()->value() + impl_->drag.ScrollStep());

@@ -1,4 +1,3 @@
-#include <QAccessible>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -12,6 +11,7 @@
 
 #include "ui/board_view.h"
 #include "ui/board_view_impl.h"
+#include "ui/focus_child.h"
 
 namespace lore {
 namespace {
@@ -49,11 +49,8 @@ void BoardView::Impl::ChangeFocus(int row, bool reveal) {
         Reveal(row);
     if (!changed)
         return;
-    if (row >= 0 && view.hasFocus()) {
-        QAccessibleEvent focus(&view, QAccessible::Focus);
-        focus.setChild(row);
-        QAccessible::updateAccessibility(&focus);
-    }
+    if (view.hasFocus())
+        TellFocusChild(view, row);
     emit view.SelectionChanged(id);
 }
 
@@ -224,6 +221,7 @@ bool BoardView::viewportEvent(QEvent* event) {
 void BoardView::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
     impl_->UpdateRow(impl_->focusRow);
+    TellFocusChildSoon(*this);
 }
 
 void BoardView::focusOutEvent(QFocusEvent* event) {

@@ -72,17 +72,29 @@ void BoardView::SetOtherNoteBooks(const QStringList& names) {
 }
 
 void BoardView::Rebuild() {
+    impl_->store.DropCards();
     impl_->Reload();
     impl_->Settle();
 }
 
 void BoardView::RebuildAt(int32_t noteId) {
-    impl_->store.DropNote(noteId);
-    impl_->Reload();
-    SetFocusNote(noteId);
-    impl_->Settle();
-    if (impl_->focusRow >= 0)
-        impl_->Reveal(impl_->focusRow);  // what was estimated above it is laid out now
+    impl_->store.DropCards();
+    impl_->RebuildAt(noteId);
+}
+
+void BoardView::RebuildAtSavedSoon(int32_t noteId) {
+    impl_->savedNote = noteId;
+    impl_->savedTimer.start(0, this);
+}
+
+void BoardView::Impl::RebuildAt(int32_t noteId) {
+    savedTimer.stop();
+    store.DropNote(noteId);
+    Reload();
+    ChangeFocus(model.RowOf(noteId), true);
+    Settle();
+    if (focusRow >= 0)
+        Reveal(focusRow);  // what was estimated above it is laid out now
 }
 
 // Everything but the layout of the cards that come into sight.
@@ -93,7 +105,6 @@ void BoardView::Impl::Reload() {
     const int focusTop = focusRow >= 0 ? TopOf(focusRow) : -1;
     const bool focusSeen = focusRow >= topRow && focusRow < endRow && focusRow >= 0;
     CancelDrag();
-    store.DropCards();
     ChooseWidth();
     ReloadHeights();
     focusRow = focusNote > 0 ? model.RowOf(focusNote) : -1;

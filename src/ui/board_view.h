@@ -36,6 +36,9 @@ public:
     /// The same, and a note, whose content may be another one now, becomes the focus note and comes into sight, as by
     /// SetFocusNote.
     void RebuildAt(int32_t noteId);
+    /// The same for a note that was saved, at the next turn of the event loop: the content and the marks of all other
+    /// notes are what they were.
+    void RebuildAtSavedSoon(int32_t noteId);
     /// One note's content is another one now, the list is the same.
     void RefreshNote(int32_t noteId);
 
@@ -60,6 +63,8 @@ public:
 
 signals:
     void SelectionChanged(int32_t noteId);
+    /// What RebuildAtSavedSoon announced is done, and will be painted next.
+    void SavedShown();
     /// A note was dragged onto another one: it goes directly before the target if it stood behind it, else directly
     /// after.
     void MoveRequested(int32_t noteId, int32_t targetId);

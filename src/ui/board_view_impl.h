@@ -24,6 +24,7 @@ struct BoardView::Impl {
     // turn out to be others than estimated, what the user looks at stays where it is.
     void ReloadHeights();
     void Reload();
+    void RebuildAt(int32_t noteId);
     void Settle();
     void ClimbTo();
     int DescendFrom(int row, int y);
@@ -83,7 +84,9 @@ struct BoardView::Impl {
     BoardDrag drag;
     QBasicTimer dragTimer;
     QBasicTimer aheadTimer;  ///< runs while cards beyond the edges are to be laid out
-    CardHit pressedHit;      ///< under the left button when it went down
+    QBasicTimer savedTimer;  ///< runs while a saved note is to be shown
+    int32_t savedNote = -1;
+    CardHit pressedHit;  ///< under the left button when it went down
     QList<BoardCommand> noteCommands = {BoardCommand::RemoveFromList};
     QStringList otherNoteBooks;
     BoardEmptyPane* emptyPane = nullptr;

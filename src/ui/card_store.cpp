@@ -80,7 +80,7 @@ const Card& CardStore::CardOf(int row) {
     const CardContext context{model_, options_, theme_, pictures_, &device_, ground};
     cards_.push_front({id, std::make_unique<Card>(model_.ShownNoteAt(row), width_, focus, context)});
     byNote_[id] = cards_.begin();
-    measured_.front().heights[id] = cards_.front().card->Height();
+    measured_.front().heights.SetMeasured(id, cards_.front().card->Height());
     if (cards_.size() > size_t{kMostCards}) {
         byNote_.erase(cards_.back().noteId);
         cards_.pop_back();
@@ -88,15 +88,13 @@ const Card& CardStore::CardOf(int row) {
     return *cards_.front().card;
 }
 
-int CardStore::LikelyHeight(int row) const {
+int CardStore::LikelyHeight(int row) {
     const CNote& note = model_.NoteAt(row);
-    const auto& heights = measured_.front().heights;
-    const auto found = heights.find(note.id);
-    return found == heights.end() ? EstimateCardHeight(note, options_, width_) : found->second;
+    return measured_.front().heights.HeightOf(note.id, [&] { return EstimateCardHeight(note, options_, width_); });
 }
 
 bool CardStore::IsMeasured(int row) const {
-    return measured_.front().heights.contains(model_.NoteAt(row).id);
+    return measured_.front().heights.IsMeasured(model_.NoteAt(row).id);
 }
 
 void CardStore::DropCards() {
@@ -112,7 +110,7 @@ void CardStore::ForgetHeights() {
 
 void CardStore::DropNote(int32_t noteId) {
     for (Measured& known : measured_)
-        known.heights.erase(noteId);
+        known.heights.Forget(noteId);
     if (const auto found = byNote_.find(noteId); found != byNote_.end()) {
         cards_.erase(found->second);
         byNote_.erase(found);

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "notes/card_heights.h"
 #include "ui/card.h"
 #include "ui/picture_cache.h"
 
@@ -29,7 +30,7 @@ public:
     /// The laid out card of a row; valid until the next call.
     const Card& CardOf(int row);
     /// The height of a row: as it was measured, or else an estimate from the length of its text.
-    int LikelyHeight(int row) const;
+    int LikelyHeight(int row);
     bool IsMeasured(int row) const;
 
     void DropCards();
@@ -46,7 +47,7 @@ private:
     struct Measured {
         int width;
         BoardOptions options;
-        std::unordered_map<int32_t, int> heights;  // by note
+        CardHeights heights;
     };
     void ChooseHeights();
 

@@ -81,6 +81,7 @@ private:
     void CutFocusNote();
     void ConnectNotes();
     void NotesChanged(int32_t focus, bool isNew);
+    void NoteSaved(int32_t id);
     void MakeStatusBar();
     void ConnectTools();
     void ConnectPanels();

@@ -17,8 +17,10 @@ namespace lore {
 void MainWindow::ConnectNotes() {
     notes_ = new NoteActions(app_, theme_, *this);
     connect(notes_, &NoteActions::NotesChanged, this, &MainWindow::NotesChanged);
+    connect(notes_, &NoteActions::NoteSaved, this, &MainWindow::NoteSaved);
     connect(notes_, &NoteActions::SpellOptionsRequested, this,
             [this](QWidget* over) { ShowOptions(OptionsTab::SpellChecker, over); });
+    connect(board_, &BoardView::SavedShown, this, [this] { panels_->UpdateSoon(app_, PanelPart::Entries); });
     connect(board_, &BoardView::EditRequested, notes_, &NoteActions::EditNote);
     connect(board_, &BoardView::DeleteRequested, notes_, &NoteActions::DeleteNote);
     connect(this, &MainWindow::ImportRequested, this, &MainWindow::ImportFile);
@@ -94,6 +96,12 @@ void MainWindow::NotesChanged(int32_t focus, bool isNew) {
     else
         ListChanged(focus);
     panels_->UpdateSoon(app_, PanelPart::Entries);
+    board_->setFocus();
+}
+
+void MainWindow::NoteSaved(int32_t id) {
+    board_->RebuildAtSavedSoon(id);
+    RefreshPanes();
     board_->setFocus();
 }
 

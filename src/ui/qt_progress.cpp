@@ -19,9 +19,9 @@
 namespace lore {
 
 namespace {
-constexpr qint64 kPaintEvery = 12;  // milliseconds, less than one picture of the screen
-constexpr int kPanelChars = 48;     // width of the panel in characters
-constexpr int kStopAfter = 400;     // milliseconds of work after which it can be stopped
+constexpr qint64 kPaintEvery = 5;  // milliseconds; with a step of the work less than a picture of the screen
+constexpr int kPanelChars = 48;    // width of the panel in characters
+constexpr int kStopAfter = 400;    // milliseconds of work after which it can be stopped
 
 /// While it lives, windows take no input besides a click on the stop button and Esc.
 class InputGuard : public QObject {

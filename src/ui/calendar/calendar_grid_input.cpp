@@ -1,4 +1,3 @@
-#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -8,6 +7,7 @@
 
 #include "calendar/event_text.h"
 #include "ui/calendar/calendar_grid.h"
+#include "ui/focus_child.h"
 #include "ui/qt_text.h"
 
 namespace lore {
@@ -36,9 +36,12 @@ void CalendarGrid::Moved(const DateTime& before) {
         Refresh();
         emit MonthTurned();
     }
-    QAccessibleEvent focus(this, QAccessible::Focus);
-    focus.setChild(view_.CurrentCell());
-    QAccessible::updateAccessibility(&focus);
+    TellFocusChild(*this, view_.CurrentCell());
+}
+
+void CalendarGrid::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    TellFocusChildSoon(*this);
 }
 
 void CalendarGrid::keyPressEvent(QKeyEvent* event) {

@@ -39,7 +39,9 @@ void NoteActions::RunEditor(EditNoteSession session, const std::string& unsaved)
     const bool sourcesChanged = commands_.ShowSourceChanges();
     if (saved)
         commands_.NoteSaved(editor.Note());
-    if (saved || sourcesChanged)
+    if (saved && !isNew && !sourcesChanged)
+        emit NoteSaved(editor.Note().id);
+    else if (saved || sourcesChanged)
         emit NotesChanged(saved ? editor.Note().id : -1, saved && isNew);
 }
 
