@@ -201,25 +201,6 @@ TEST_F(PanelActionsTest, ASourceGoesToTheEndAndAFirstOneMovesTheNote) {
     EXPECT_EQ(Run(PanelKind::Sources, "Book: A title", "Add Note To Source", 3), PanelOutcome::Nothing);
 }
 
-TEST_F(PanelActionsTest, WhatEntriesOffer) {
-    const auto offers = [](PanelKind kind, PanelValue value, int32_t id, bool others) {
-        PanelEntry entry;
-        entry.value = value;
-        entry.id = id;
-        std::string text;
-        for (const PanelCommand& command : EntryCommands(kind, entry, others))
-            text += std::string("GRAKkLlSCPXD-").substr(static_cast<size_t>(command.action), 1);
-        return text;
-    };
-    // Gather, remove, add, attach and cut, list colours, set colour, copy, print, export, delete, tree.
-    EXPECT_EQ(offers(PanelKind::Categories, PanelValue::Category, 3, true), "GGGRASSCPPXXDD-");
-    EXPECT_EQ(offers(PanelKind::Categories, PanelValue::Category, kUnassignedID, false), "GGGRSSPPXXDD-");
-    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::Source, 1011, true), "GRASCPXD");
-    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::SourceGroup, -1, true), "GRSCPXD");
-    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::NoSource, -1, true), "GRSCPXD");
-    EXPECT_THAT(AreaCommands(PanelKind::KeyWords), IsEmpty());
-}
-
 TEST_F(PanelActionsTest, TreesAndTheWholePanelFillAndClearTheList) {
     const LongList all = app.List().GetNoteIDs();
     EXPECT_EQ(Run(PanelKind::Categories, "Lenses", "Clear Current Tree"), PanelOutcome::ListChanged);

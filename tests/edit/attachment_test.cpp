@@ -36,7 +36,7 @@ TEST_F(AttachmentTest, SeveralFilesAreAddedOnceEach) {
     EXPECT_EQ(list.Items()[0].record.title, "Notes.DOCX");
     EXPECT_EQ(list.OriginalText(0), a);
     EXPECT_EQ(prompts.seen.size(), 4u);
-    EXPECT_EQ(prompts.seen[0], "Attach File? open All Files (*.*)|*.*||");
+    EXPECT_EQ(prompts.seen[0], "Attach File? open several All Files (*.*)|*.*||");
     EXPECT_EQ(prompts.seen[1], "Invalid Attachment: File is already attached, or it is an invalid file.");
 }
 

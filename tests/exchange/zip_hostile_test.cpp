@@ -48,6 +48,7 @@ TEST_F(HostileZip, CutsNamesToTheirLastComponent) {
                  {"/etc/passwd", "passwd"},
                  {"C:\\windows\\a.txt", "a.txt"},
                  {"C:a.txt", "a.txt"},
+                 {"a b.txt", "a b.txt"},
                  {"folder/a.txt:stream", "stream"},
                  {"a/..", nullptr},
                  {"..", nullptr},
@@ -70,6 +71,8 @@ TEST_F(HostileZip, CutsNamesToTheirLastComponent) {
         EXPECT_EQ(Names(), c.taken ? (std::vector<std::string>{c.taken, "other"}) : std::vector<std::string>{"other"});
         EXPECT_EQ(reader_.LeftOut().size(), c.taken ? 0u : 1u);
     }
+    ASSERT_TRUE(Open(RawZip({Plain("a \x1f\n")})).Ok());
+    EXPECT_EQ(reader_.LeftOut(), std::vector<std::string>{"The entry \"a ??\" has no name that a file could have"});
 }
 
 TEST_F(HostileZip, PassesFoldersOverAndTakesTheFirstOfEqualNames) {

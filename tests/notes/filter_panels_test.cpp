@@ -191,5 +191,24 @@ TEST(FilterPanels, ReadOddSettingsAsTheDefault) {
     EXPECT_EQ(SourceGroupingOf(0), SourceGrouping::Title);
 }
 
+TEST(PanelCommands, FollowTheEntry) {
+    const auto offers = [](PanelKind kind, PanelValue value, int32_t id, bool others) {
+        PanelEntry entry;
+        entry.value = value;
+        entry.id = id;
+        std::string text;
+        for (const PanelCommand& command : EntryCommands(kind, entry, others))
+            text += std::string("GRAKkLlSCPXD-").substr(static_cast<size_t>(command.action), 1);
+        return text;
+    };
+    // Gather, remove, add, attach and cut, list colours, set colour, copy, print, export, delete, tree.
+    EXPECT_EQ(offers(PanelKind::Categories, PanelValue::Category, 3, true), "GGGRASSCPPXXDD-");
+    EXPECT_EQ(offers(PanelKind::Categories, PanelValue::Category, kUnassignedID, false), "GGGRSSPPXXDD-");
+    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::Source, 1011, true), "GRASCPXD");
+    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::SourceGroup, -1, true), "GRSCPXD");
+    EXPECT_EQ(offers(PanelKind::Sources, PanelValue::NoSource, -1, true), "GRSCPXD");
+    EXPECT_TRUE(AreaCommands(PanelKind::KeyWords).empty());
+}
+
 }  // namespace
 }  // namespace lore

@@ -38,8 +38,8 @@ public:
         ticked = ticksBox;
         return answer;
     }
-    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter, bool) override {
-        seen.push_back(title + "? open " + filter);
+    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter, bool several) override {
+        seen.push_back(title + (several ? "? open several " : "? open ") + filter);
         return std::exchange(openPaths, {});
     }
     std::optional<std::string> AskSavePath(const std::string& title, const std::string& filter,

@@ -6,8 +6,9 @@
 
 The changes are chosen by rule from the sources as they are, the same ones for the same seed: comparisons turned or
 moved by one, "and" for "or", a condition without its "not", a constant changed, a statement dropped. A change is
-compiled beside the tree and linked in front of its library, so that nothing but one object is built for it. What can't
-be compiled doesn't count; what changes nothing that a program could tell stands in mutants_equal.txt with the reason.
+compiled beside the tree and linked in front of its library, so that nothing but one object is built for it. A place
+beyond the end of a list is noticed, as the sanitizers notice it in CI. What can't be compiled doesn't count; what
+changes nothing that a program could tell stands in mutants_equal.txt with the reason.
 With --quick the tests that take long are left out, so that less is noticed than could be.
 Ends with status 1 below the goal.
 """
@@ -99,7 +100,7 @@ class Bench:
         self.folder = tempfile.mkdtemp(prefix="mutants-")
         if not os.path.exists(os.path.join(self.build, "build.ninja")):
             subprocess.run(["cmake", "-S", ROOT, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-Wno-dev",
-                            "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold",
+                            "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -D_GLIBCXX_ASSERTIONS", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold",
                             "-DLORE_DESKTOP=OFF"], check=True, stdout=subprocess.DEVNULL)
         commands = json.load(open(os.path.join(self.build, "compile_commands.json"), encoding="utf-8"))
         self.compiles = {os.path.realpath(os.path.join(c["directory"], c["file"])): c["command"] for c in commands}

@@ -1,0 +1,173 @@
+#include <cerrno>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+
+#include "base/file_copy.h"
+#include "bibliography/source_builder.h"
+#include "notes/note_book_loader.h"
+#include "notes/note_builder.h"
+#include "notes/note_store.h"
+#include "notes/notebook_lists.h"
+#include "support/faults.h"
+
+namespace lore {
+namespace {
+
+CNote Changed(CNote note) {
+    note.keyWords = "changed";
+    return note;
+}
+
+class NoteFaults : public testing::Test {
+protected:
+    using Files = std::map<std::string, std::string>;
+
+    NoteFaults() { book.paths = folder.paths; }
+    std::string Path(const std::string& name) const { return folder.paths.NoteFile(name).string(); }
+    /// Notes 1 and 2, and `rest` behind them, in one file, note 3 in another.
+    void Prepare(const std::string& rest) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder.paths.Notes()))
+            std::filesystem::remove(entry);
+        PutBytes(Path(kFirst), NoteFileBytes(firstTwo) + rest);
+        folder.Put(kThird, {SourceNote(3, {6})});
+        book.index = {};
+        for (const int32_t id : {1, 2, 3})
+            book.index.AddToIndex(Path(id == 3 ? kThird : kFirst), id);
+        faults.told.clear();
+    }
+    /// What lies in the folders of the NoteBook, by name; what was kept beside a file isn't counted if `dataOnly`.
+    Files AllFiles(bool dataOnly = true) const {
+        Files files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.paths.Folder())) {
+            if (entry.is_regular_file() && !(dataOnly && entry.path().extension() == ".kept"))
+                files[entry.path().filename().string()] = BytesOf(entry.path());
+        }
+        return files;
+    }
+    bool IsHeld(const std::string& bytes) const {
+        const Files files = AllFiles(false);
+        return std::any_of(files.begin(), files.end(),
+                           [&](const auto& file) { return file.second.find(bytes) != std::string::npos; });
+    }
+
+    const std::string kFirst = "SRC0000000005.dat", kThird = "SRC0000000006.dat", kRest = "rest of a note";
+    const std::vector<CNote> firstTwo = {SourceNote(1, {5}), SourceNote(2, {5})};
+    NoteBookFolder folder;
+    OpenNoteBook book;
+    ReadWorld world;
+    KeptFaults faults;
+    NoteStore store{book, world.context, faults, nullptr};
+};
+
+TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
+    const auto save = [&] {
+        return store.SaveNotes({Changed(SourceNote(1, {6})), Changed(SourceNote(2, {5})), SourceNote(4, {7})})
+            .IsEmpty();
+    };
+    const struct {
+        const char* name;
+        std::string rest;
+        std::function<bool()> make;
+        size_t fewest;  // notes on the disk
+    } works[] = {
+        {"save", "", save, 3},
+        {"save into a damaged file", kRest, save, 3},
+        {"change", "",
+         [&] {
+             return store.ChangeNotes({1, 2, 3}, [](CNote& note) { return (note = Changed(note), true); }).IsEmpty();
+         },
+         3},
+        {"delete", "", [&] { return store.DeleteNotes({1, 3}), !book.index.Contains(1) && !book.index.Contains(3); }, 1},
+        {"mend", kRest,
+         [&] {
+             std::filesystem::path kept;
+             store.MendFile(Path(kFirst), [&] { return KeepCopy(Path(kFirst), kept).Ok(); });
+             return BytesOf(Path(kFirst)) == NoteFileBytes(firstTwo);
+         },
+         3},
+    };
+    for (const auto& work : works) {
+        SCOPED_TRACE(work.name);
+        Prepare(work.rest);
+        EXPECT_TRUE(work.make());
+        const size_t told = faults.told.size();
+        const Files after = AllFiles();
+        const auto check = [&](bool made, bool) {
+            EXPECT_TRUE((made && faults.told.size() == told && AllFiles() == after) || !made ||
+                        faults.told.size() > told);
+            std::map<int32_t, std::vector<CNote>> forms;
+            for (const std::string& name : {kFirst, kThird, std::string("SRC0000000007.dat")}) {
+                std::vector<CNote> notes;
+                LoadNoteFile(Path(name), world.context, notes);
+                for (const CNote& note : notes)
+                    forms[note.id].push_back(note);
+            }
+            EXPECT_GE(forms.size(), work.fewest);
+            for (const auto& [id, copies] : forms)
+                for (const CNote& note : copies)
+                    EXPECT_EQ(note.guid, DayNote(id).guid);
+            EXPECT_TRUE(IsHeld(work.rest));
+            EXPECT_FALSE(HasTemporary(folder.folder.Path()));
+            EXPECT_TRUE(work.make()) << "tried again";
+            EXPECT_EQ(AllFiles(), after);
+        };
+        EXPECT_GT(FailEachCall(
+                      folder.folder.Path(), EIO, false, [&] { Prepare(work.rest); }, work.make, check),
+                  15);
+    }
+}
+
+TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
+    ASSERT_TRUE(ThreeAuthors().SaveAuthors(book.paths.Authors()).Ok());
+    const std::string whole = BytesOf(book.paths.Authors()), cut = whole.substr(0, whole.size() - 10);
+    const auto prepare = [&] {
+        Prepare("");
+        PutBytes(book.paths.Authors(), cut);
+        std::filesystem::remove(book.paths.Authors().string() + ".kept");
+        book.authors.LoadAuthors(book.paths.Authors());
+        book.authors.AddAuthor(Author(9, "New", "", "One"));
+    };
+    const auto write = [&] { return WriteAuthors(book, faults); };
+    const auto check = [&](bool written, bool) {
+        EXPECT_EQ(written, faults.told.empty());
+        EXPECT_TRUE(IsHeld(cut));
+        EXPECT_TRUE(write());
+        const Files files = AllFiles(false);
+        EXPECT_TRUE(write() && AllFiles(false) == files) << "it is whole now";
+    };
+    EXPECT_GT(FailEachCall(folder.folder.Path(), EIO, false, prepare, write, check), 8);
+}
+
+TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
+    Prepare("");
+    AuthorList authors = ThreeAuthors();
+    SourceList sources;
+    sources.AddTail(FullSource(5));
+    sources.AddTail(FullSource(6));
+    ASSERT_TRUE(authors.SaveAuthors(book.paths.Authors()).Ok() &&
+                sources.SaveSources(book.paths.Sources(), authors).Ok());
+    CProCategoryList forest;
+    forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
+    ASSERT_TRUE(forest.Save(book.paths.Categories()).Ok());
+    IdCounters counters;
+    const auto load = [&] {
+        faults.told.clear();
+        return LoadNoteBook(book, counters, world.context, faults, {}).shown.size();
+    };
+    EXPECT_EQ(load(), 3u);
+    const Files before = AllFiles();
+    const auto check = [&](size_t shown, bool) {
+        const bool isWhole = shown == 3 && book.sources.Count() == 2 && book.sources[1].AuthorIDs.Count() == 2 &&
+                             book.categories.FindByID(4);
+        EXPECT_TRUE(isWhole || !faults.told.empty());
+        EXPECT_EQ(AllFiles(), before);
+        EXPECT_EQ(load(), 3u);
+        EXPECT_TRUE(faults.told.empty());
+    };
+    for (const int error : {EIO, EACCES})
+        EXPECT_GT(FailEachCall(folder.folder.Path(), error, false, [] {}, load, check), 20);
+}
+
+}  // namespace
+}  // namespace lore
