@@ -85,11 +85,9 @@ int64_t ZipTarget::Serve(void* self, void* data, uint64_t length, int command) {
             return target.ServeSeek(data, length);
         case ZIP_SOURCE_TELL_WRITE:
             return static_cast<int64_t>(target.position_);
-        case ZIP_SOURCE_COMMIT_WRITE:
-            return target.FlushBuffer() ? 0 : -1;
         case ZIP_SOURCE_ERROR: {
             auto* const codes = static_cast<int*>(data);
-            codes[0] = target.error_ != 0 ? ZIP_ER_WRITE : ZIP_ER_OK;
+            codes[0] = ZIP_ER_WRITE;
             codes[1] = target.error_;
             return 2 * sizeof(int);
         }

@@ -77,6 +77,11 @@ TEST_F(ExportNotesTest, StreamsAWholeNoteBookInLoadingOrder) {
     EXPECT_EQ(notes.count, 802u);
     EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 802);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
+    CNoteList list;
+    for (const CNote& note : made_.Notes())
+        list.AddNote(note);
+    EXPECT_EQ(ExportNotes(NotesOfList(list), target_, false, made_.ForExport()), 802);
+    EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
 }
 
 TEST_F(ExportNotesTest, TellsOfFilesThatAreMissingAndSharesThoseNamedTwice) {
@@ -109,8 +114,11 @@ TEST_F(ExportNotesTest, GivesZeroForNothingAndAfterACancel) {
     const std::vector<CNote> notes = made_.Notes();
     ExportWorld world{made_.book, made_.folder.data, made_.world.context, made_.prompts, cancelling, made_.faults};
     EXPECT_EQ(ExportNotes(NotesOfList(notes), target_, false, world), 0);
+    EXPECT_EQ(ExportNotes(NotesOfNoteBook(made_.book, made_.world.context, made_.faults), target_, false, world), 0);
+    made_.prompts.savePaths = {target_.string()};
+    RunExportCommand(NotesOfList(notes), ExportScope::Chosen, world);
     EXPECT_EQ(BytesOf(target_), "old");
-    EXPECT_TRUE(made_.prompts.seen.empty());
+    EXPECT_EQ(made_.prompts.seen.size(), 1u) << "the question for the file";
     EXPECT_EQ(cancelling.shown, 0);
 }
 

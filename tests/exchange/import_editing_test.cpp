@@ -136,6 +136,8 @@ TEST_F(ImportEditingTest, WhatIsWrittenOnTheWayIsKeptAsADraftOfTheOpenNoteBook) 
         editing.Take(row, session);
         const Draft saved = draft();
         EXPECT_EQ(typed.guid, saved.note.guid) << "one file for both";
+        EXPECT_EQ(typed.id, -1);
+        EXPECT_EQ(typed.sources.Values(), std::vector<int32_t>{4711});
         EXPECT_NE(saved.note.guid, session.note.guid) << "a note of its own, whatever becomes of the import";
         EXPECT_EQ(saved.note.id, -1);
         EXPECT_EQ(saved.note.plainText, "Edited");
@@ -189,6 +191,29 @@ TEST_F(ImportEditingTest, APathOfAnotherMachineIsNoFileToAttach) {
         EXPECT_TRUE(comparison.Rows()[0].addedFiles.empty());
     });
     EXPECT_TRUE(to_.AttachmentNames().empty());
+}
+
+TEST_F(ImportEditingTest, FilesThatCantBeReadAreToldAndOneOfThisMachineKeepsItsPath) {
+    std::string bytes = BytesOf(archive_);
+    bytes.replace(bytes.find("a picture"), 9, "a pikture");
+    PutBytes(archive_, bytes);
+    PutBytes(folder_ / "new.pdf", "a new file");
+    Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        const size_t row = RowWith(comparison, "First\r\nSecond");
+        EditNoteSession session = editing.Open(row);
+        EXPECT_EQ(to_.faults.faults.size(), 1u);
+        ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        editing.Take(row, session);
+        std::filesystem::remove(folder_ / "new.pdf");
+    });
+    EXPECT_EQ(to_.faults.faults.size(), 3u) << "unpacked twice, for the editor and for the import";
+    for (const CNote& note : to_.Notes()) {
+        if (note.plainText == "Edited") {
+            EXPECT_EQ(note.attachments.back().sourceFile, (folder_ / "new.pdf").string());
+        }
+    }
 }
 
 TEST_F(ImportEditingTest, TickedNotesGetThePathsThatAreSet) {

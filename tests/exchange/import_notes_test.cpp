@@ -149,7 +149,12 @@ TEST_F(ImportNotesTest, ItsOwnArchiveOffersNothingUnlessTheSameAreShown) {
     EXPECT_EQ(same.seen, (Lines{" 1. - EXISTS (same)  ", " 2. - EXISTS (same)  "}));
     EXPECT_EQ(from_.reloads, 0);
     const std::string before = BytesOf(from_.folder.paths.NoteFile("SRC0000001011.dat"));
-    same.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+    same.change = [](ImportComparison& comparison) {
+        comparison.SetShowSame(true);
+        const auto existing = comparison.Existing(1);
+        ASSERT_TRUE(existing && existing->sources.size() == 2);
+        EXPECT_EQ(existing->sources[0].EmbeddedAuthors.size(), 2u);
+    };
     EXPECT_EQ(from_.Import(archive_, same).result, 2);
     EXPECT_EQ(from_.AttachmentNames(), (Lines{"0000003.txt", "0000004.png"})) << "the old files went last";
     EXPECT_EQ(from_.Notes().size(), 2u);
@@ -297,7 +302,8 @@ TEST_F(ImportNotesTest, AttachmentsWithoutAWholeFileAreToldAndNameNothing) {
     damaged.wrongCrc = true;
     MakeArchive({WithFile(1, "0000004.txt"), WithFile(2, "0000005.txt"), WithFile(3, "../../0000006.txt"),
                  WithFile(4, ""), WithFile(5, "0000007." + std::string(120, 'e'))},
-                {damaged, File("..\\0000006.txt", "six"), File("0000007." + std::string(120, 'e'), "seven")});
+                {damaged, File("gone/..", ""), File("..\\0000006.txt", "six"),
+                 File("0000007." + std::string(120, 'e'), "seven")});
     EXPECT_EQ(to_.Import(archive_, chooser_).result, 5);
     const std::vector<CNote> notes = to_.Notes();
     Lines stored;
@@ -308,9 +314,10 @@ TEST_F(ImportNotesTest, AttachmentsWithoutAWholeFileAreToldAndNameNothing) {
     }
     EXPECT_EQ(stored, (Lines{"", "", "0000002.txt", "", "0000003."}));
     EXPECT_EQ(to_.AttachmentNames(), (Lines{"0000002.txt", "0000003."}));
-    ASSERT_EQ(to_.faults.faults.size(), 2u);
-    EXPECT_EQ(to_.faults.faults[0].what, "The file of the attachment \"The file\" is missing in the archive");
-    EXPECT_NE(to_.faults.faults[1].reason.find("CRC"), std::string::npos) << to_.faults.faults[1].reason;
+    ASSERT_EQ(to_.faults.faults.size(), 3u);
+    EXPECT_EQ(to_.faults.faults[0].what, "The entry \"gone/..\" has no name that a file could have");
+    EXPECT_EQ(to_.faults.faults[1].what, "The file of the attachment \"The file\" is missing in the archive");
+    EXPECT_NE(to_.faults.faults[2].reason.find("CRC"), std::string::npos) << to_.faults.faults[2].reason;
 }
 
 TEST_F(ImportNotesTest, AFileThatManyNotesNameIsNotUnpackedWithoutEnd) {
@@ -328,8 +335,11 @@ TEST_F(ImportNotesTest, AFileThatManyNotesNameIsNotUnpackedWithoutEnd) {
 TEST_F(ImportNotesTest, AFileThatTheArchiveLacksStaysWithTheExistingNote) {
     CNote note = from_.Notes().front();
     note.dateEdited = DateTime(2021, 1, 1);
+    note.attachments.push_back(note.attachments[0]);
+    note.attachments[1].title = "another file under its name";
     MakeArchive({note}, {});
     EXPECT_EQ(from_.Import(archive_, chooser_).result, 1);
+    EXPECT_EQ(from_.Notes().front().attachments[1].storedFile, "");
     EXPECT_EQ(from_.Notes().front().attachments[0].storedFile, "0000002.txt");
     EXPECT_EQ(BytesOf(from_.Attachment("0000002.txt")).size(), 5000u);
 }
@@ -431,6 +441,14 @@ TEST_F(ImportNotesTest, ShortAndHostileRecordFilesReadAsFarAsTheyGo) {
         EXPECT_EQ(to_.Import(archive_, chooser).result, 0);
         EXPECT_LE(chooser.seen.size(), 1u);
     }
+}
+
+TEST(AskForArchive, TakesOneFile) {
+    ScriptedPrompts prompts;
+    EXPECT_FALSE(AskForArchive(prompts));
+    prompts.openPaths = {"/a.lbe"};
+    EXPECT_EQ(AskForArchive(prompts), "/a.lbe");
+    EXPECT_EQ(prompts.seen.back(), "Import Notes? open Lorebinder Export Files (*.lbe) |*.lbe|");
 }
 
 }  // namespace

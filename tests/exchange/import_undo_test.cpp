@@ -61,7 +61,9 @@ protected:
 
 TEST_F(ImportUndoTest, EverythingIsAsItWasByteForByte) {
     EXPECT_EQ(to_.Notes().size(), 3u);
+    EXPECT_EQ(NotesThatLeave(changes_, to_.book), 1u);
     EXPECT_EQ(Undo(), 0u);
+    EXPECT_EQ(NotesThatLeave(changes_, to_.book), 0u);
     std::map<std::string, std::string> after = Files();
     std::erase_if(after, [this](const auto& file) { return !before_.contains(file.first) && file.second.size() < 60; });
     EXPECT_EQ(after, before_) << "a day file without notes may stay";
@@ -87,13 +89,33 @@ TEST_F(ImportUndoTest, WhatWasWrittenSinceStays) {
     EXPECT_TRUE(to_.faults.faults.empty());
 }
 
-TEST_F(ImportUndoTest, NotesComeBackToTheirSourcesThoughThoseHaveGone) {
+TEST_F(ImportUndoTest, NotesComeBackToTheirSourcesAndCategoriesThoughThoseHaveChanged) {
     to_.book.sources.RemoveSource(1011);
+    to_.book.types = {};
+    to_.book.categories.FindByID(3)->name = "Lamps";
+    for (CNote& note : changes_.replaced) {
+        if (note.id == 7)
+            note.categories[1] = PathOf({{77, "Gone"}});
+    }
     EXPECT_EQ(Undo(), 0u);
     const CNote note = Find(FullNote(7).guid);
+    EXPECT_EQ(note.categories[0].name, "Lamps");
+    EXPECT_EQ(to_.book.categories.FindByID(note.categories[1].id)->name, "Gone");
+    EXPECT_EQ(to_.book.types.Count(), 1u);
     ASSERT_FALSE(note.sources.IsEmpty());
     const CSource* const source = to_.book.sources.FindSourceByID(note.sources[0]);
     EXPECT_TRUE(source && source->SourceGUID == "{SOURCE 1011}");
+}
+
+TEST_F(ImportUndoTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
+    to_.book.sources.RemoveSource(1011);
+    std::filesystem::remove(to_.folder.paths.Sources());
+    std::filesystem::create_directories(to_.folder.paths.Sources() / "in the way");
+    const auto files = Files();
+    EXPECT_FALSE(UndoImport(
+        changes_, to_.book, to_.counters, [] { ADD_FAILURE(); }, to_.world.context, to_.faults, nullptr));
+    EXPECT_EQ(Files(), files);
+    EXPECT_FALSE(to_.faults.faults.empty());
 }
 
 TEST_F(ImportUndoTest, DeletedNotesStayDeletedAndFilesOfReplacedOnesGoWithTheProgram) {

@@ -41,6 +41,7 @@ TEST(TextDifferences, MarkLinesByNumberAndWordsWhereverTheyAre) {
         {"a\n\nb", "a\nx\nb", "a\n\nb", "a\n\nb", "a\n[x]\nb"},
         {"keep, swap; keep", "keep: swap; keep", "[keep, swap; keep]", "keep[,] swap; keep", "keep[:] swap; keep"},
         {"trailing\n", "trailing", "trailing\n", "trailing\n", "trailing"},
+        {"a\n\nb", "a\n", "a\n\n[b]", "a\n\n[b]", "a\n"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(std::string(c.imported) + " / " + c.database);

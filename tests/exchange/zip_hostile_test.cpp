@@ -79,9 +79,9 @@ TEST_F(HostileZip, PassesFoldersOverAndTakesTheFirstOfEqualNames) {
     RawEntry folder = Plain("things/", "");
     RawEntry unixFolder = Plain("more", "");
     unixFolder.mode = 0040755;
-    ASSERT_TRUE(
-        Open(RawZip({folder, unixFolder, Plain("a.txt", "first"), Plain("A.TXT", "second"), Plain("x/a.txt", "third")}))
-            .Ok());
+    ASSERT_TRUE(Open(RawZip({folder, unixFolder, Plain("of windows\\", ""), Plain("a.txt", "first"),
+                             Plain("A.TXT", "second"), Plain("x/a.txt", "third")}))
+                    .Ok());
     EXPECT_EQ(Names(), std::vector<std::string>{"a.txt"});
     EXPECT_EQ(reader_.LeftOut().size(), 2u);
     std::string bytes;
@@ -138,6 +138,12 @@ TEST_F(HostileZip, RefusesTheWholeArchive) {
         {"directory too long", RawZip({Plain("a")}, {.size = 5000}), "breaks off"},
         {"directory elsewhere", RawZip({Plain("a")}, {.offset = 0}), "damaged"},
         {"volumes", RawZip({Plain("a")}, {.disk = 3}), "volumes"},
+        {"no room for the large form", RawZip({}, {.entries = 65535}), "claims 65535"},
+        {"many small bombs", RawZip({2, Changed([](RawEntry& e) {
+                                         e.deflated = true;
+                                         e.announced = 1 << 20;
+                                     })}),
+         "it would unpack"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -148,29 +154,39 @@ TEST_F(HostileZip, RefusesTheWholeArchive) {
     }
 }
 
-/// An archive whose end claims 2^32 entries in the form for large archives.
-TEST_F(HostileZip, RefusesClaimsOfBillionsOfEntries) {
-    std::string bytes = RawZip({Plain("a")});
-    const std::string end = bytes.substr(bytes.size() - 22);
-    bytes.resize(bytes.size() - 22);
-    const uint64_t place = bytes.size();
-    PutNumber(bytes, 0x06064b50, 4);
-    PutNumber(bytes, 44, 8);
-    PutNumber(bytes, 45, 2);
-    PutNumber(bytes, 45, 2);
-    PutNumber(bytes, 0, 8);
-    PutNumber(bytes, uint64_t{1} << 32, 8);
-    PutNumber(bytes, uint64_t{1} << 32, 8);
-    PutNumber(bytes, 47, 8);
-    PutNumber(bytes, 38, 8);
-    PutNumber(bytes, 0x07064b50, 4);
-    PutNumber(bytes, 0, 4);
-    PutNumber(bytes, place, 8);
-    PutNumber(bytes, 1, 4);
-    std::string large = end;
-    large.replace(8, 4, "\xff\xff\xff\xff");
-    const ArchiveResult result = Open(bytes + large);
-    EXPECT_NE(result.reason.find("claims 4294967296"), std::string::npos) << result.reason;
+/// Archives whose ends take the form for large archives.
+TEST_F(HostileZip, JudgesTheEndOfLargeArchives) {
+    const struct {
+        size_t marked;  // place in the end of what says that the large form counts
+        uint64_t entries, mark, beyond, locator;
+        const char* says;
+    } cases[] = {{8, uint64_t{1} << 32, 0x06064b50, 0, 0x07064b50, "claims 4294967296"},
+                 {8, 1, 0x06064b50, 0, 0x07064b50, ""},
+                 {12, 1, 0x06064b50, 0, 0x07064b50, ""},
+                 {16, 1, 0x06064b50, 0, 0x07064b50, ""},
+                 {8, 1, 0x06064b51, 0, 0x07064b50, "its directory is damaged"},
+                 {8, 1, 0x06064b50, 1, 0x07064b50, "its directory is damaged"},
+                 {8, 1, 0x06064b50, 1 << 20, 0x07064b50, "its directory is damaged"},
+                 {8, 1, 0x06064b50, 0, 0x07064b51, "claims 65535"}};
+    const std::string small = RawZip({Plain("a")});
+    for (const auto& c : cases) {
+        std::string bytes = small.substr(0, small.size() - 22), end = small.substr(small.size() - 22);
+        const uint64_t place = bytes.size();
+        PutNumber(bytes, c.mark, 4);
+        PutNumber(bytes, 44, 8);
+        PutNumber(bytes, 45 | 45 << 16, 4);
+        PutNumber(bytes, 0, 8);
+        for (const uint64_t number : {c.entries, c.entries, uint64_t{47}, uint64_t{38}})
+            PutNumber(bytes, number, 8);
+        PutNumber(bytes, c.locator, 4);
+        PutNumber(bytes, 0, 4);
+        PutNumber(bytes, place + c.beyond, 8);
+        PutNumber(bytes, 1, 4);
+        end.replace(c.marked, 4, "\xff\xff\xff\xff");
+        const ArchiveResult result = Open(bytes + end);
+        EXPECT_EQ(result.Ok(), *c.says == '\0') << result.reason;
+        EXPECT_NE(result.reason.find(c.says), std::string::npos) << result.reason;
+    }
 }
 
 TEST_F(HostileZip, NeverUnpacksMoreThanIsAnnouncedAndChecksTheSum) {

@@ -128,6 +128,9 @@ TEST_F(Zip, LeavesTheOldFileAndNothingElseWhenItFails) {
     const ArchiveResult failed = writer.Write(target_, Patient());
     EXPECT_EQ(failed.kind, ArchiveResult::Kind::Failed);
     EXPECT_FALSE(failed.reason.empty());
+    ZipWriter odd(4);
+    odd.AddFile("no text \xff", folder_ / "a.txt");
+    EXPECT_EQ(odd.Write(target_, Patient()).kind, ArchiveResult::Kind::Failed);
     ZipWriter cancelled(4);
     cancelled.AddFile("a.txt", folder_ / "a.txt");
     EXPECT_EQ(cancelled.Write(target_, {[](double) {}, [] { return true; }}).kind, ArchiveResult::Kind::Cancelled);
@@ -150,6 +153,9 @@ TEST_F(Zip, ExtractsNeverOverWhatIsThereNorThroughALink) {
     EXPECT_EQ(BytesOf(folder_ / "out"), "text");
     PutBytes(folder_ / "other", "kept");
     EXPECT_FALSE(reader_.Extract(item, folder_ / "other").Ok());
+    ZipItem elsewhere = item;
+    elsewhere.index = 1;
+    EXPECT_FALSE(reader_.Extract(elsewhere, folder_ / "new").Ok());
     std::filesystem::create_symlink(folder_ / "new", folder_ / "link");
     EXPECT_FALSE(reader_.Extract(item, folder_ / "link").Ok());
     EXPECT_EQ(BytesOf(folder_ / "other"), "kept");

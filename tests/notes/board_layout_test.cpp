@@ -4,6 +4,7 @@
 #include <random>
 
 #include "notes/board_heights.h"
+#include "notes/note_builder.h"
 
 namespace lore {
 namespace {
@@ -123,6 +124,14 @@ TEST(BoardLayout, EstimatesStayWithinBoundsForAnyNote) {
     CNote note;
     const int empty = EstimateCardHeight(note, {}, kWidth);
     EXPECT_EQ(empty, 17);
+    const BoardOptions none{.showCategories = false, .showKeyWords = false, .showSources = false};
+    CNote full = FullNote(1);
+    full.attachments.resize(1);
+    full.plainText.clear();
+    EXPECT_EQ(EstimateCardHeight(full, none, kWidth), 17 + 300);
+    full.attachments[0].show = false;
+    EXPECT_EQ(EstimateCardHeight(full, none, kWidth), 17 + 24);
+    EXPECT_GE(EstimateCardHeight(full, {}, kWidth), 17 + 24 + 2 * 33 + 17 + 32 + 2 * 8);
     note.attachments.resize(100000);
     note.plainText.assign(1 << 20, 'x');
     for (const int width : {0, 1, 900})

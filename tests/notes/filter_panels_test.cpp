@@ -207,7 +207,36 @@ TEST(PanelCommands, FollowTheEntry) {
     EXPECT_EQ(offers(PanelKind::Sources, PanelValue::Source, 1011, true), "GRASCPXD");
     EXPECT_EQ(offers(PanelKind::Sources, PanelValue::SourceGroup, -1, true), "GRSCPXD");
     EXPECT_EQ(offers(PanelKind::Sources, PanelValue::NoSource, -1, true), "GRSCPXD");
+    EXPECT_EQ(offers(PanelKind::KeyWords, PanelValue::KeyWord, 1, true), "GRAKkSCPXD");
+    EXPECT_EQ(offers(PanelKind::Colors, PanelValue::Color, 1, true), "GRALlCPXD");
     EXPECT_TRUE(AreaCommands(PanelKind::KeyWords).empty());
+    std::string families, needs;
+    for (const PanelKind kind : {PanelKind::Categories, PanelKind::KeyWords, PanelKind::Colors}) {
+        for (const PanelCommand& command : PanelCommands(kind)) {
+            families += "LVODT"[static_cast<size_t>(FamilyOf(command.action))];
+            needs += "NFL"[static_cast<size_t>(NeedOf(command.action))];
+        }
+    }
+    EXPECT_EQ(families,
+              "LLLLVVVOOOOODDT"
+              "LLVVVVOOOD"
+              "LLVVVOOOD");
+    EXPECT_EQ(needs,
+              "NNNNFNNNNNNNNNN"
+              "NNFLLNNNNN"
+              "NNFLLNNNN");
+}
+
+TEST(FilterPanels, OrdersNameTheNotesOfTheEntryOrOfAll) {
+    FilterPanel panel;
+    panel.SetEntries(CategoryEntries(SmallForest(), 1));
+    EXPECT_EQ(panel.OrderOf(-1, AreaCommands(PanelKind::Categories)[0]).notes.Count(), 6u);
+    const PanelOrder lights = panel.OrderOf(2, {PanelAction::Gather, PanelScope::OnlyAtLevel, ""});
+    EXPECT_EQ(lights.name + std::to_string(lights.id), "Lights3");
+    EXPECT_EQ(lights.notes, LongList{6});
+    const PanelOrder tree = panel.OrderOf(3, {PanelAction::ClearTree, PanelScope::All, ""});
+    EXPECT_EQ(tree.id, 4);
+    EXPECT_EQ(tree.notes.Count(), 5u) << "of the whole tree";
 }
 
 }  // namespace

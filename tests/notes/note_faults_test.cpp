@@ -7,6 +7,7 @@
 #include "bibliography/source_builder.h"
 #include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
+#include "notes/note_cleaner.h"
 #include "notes/note_store.h"
 #include "notes/notebook_lists.h"
 #include "support/faults.h"
@@ -78,12 +79,15 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
              return store.ChangeNotes({1, 2, 3}, [](CNote& note) { return (note = Changed(note), true); }).IsEmpty();
          },
          3},
-        {"delete", "", [&] { return store.DeleteNotes({1, 3}), !book.index.Contains(1) && !book.index.Contains(3); }, 1},
+        {"delete", "",
+         [&] {
+             return store.DeleteNotes({1, 3}), !book.index.Contains(1) && !book.index.Contains(3);
+         },
+         1},
         {"mend", kRest,
          [&] {
              std::filesystem::path kept;
-             store.MendFile(Path(kFirst), [&] { return KeepCopy(Path(kFirst), kept).Ok(); });
-             return BytesOf(Path(kFirst)) == NoteFileBytes(firstTwo);
+             return store.MendFile(Path(kFirst), [&] { return KeepCopy(Path(kFirst), kept).Ok(); }).notes == 2;
          },
          3},
     };
@@ -109,7 +113,7 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
                     EXPECT_EQ(note.guid, DayNote(id).guid);
             EXPECT_TRUE(IsHeld(work.rest));
             EXPECT_FALSE(HasTemporary(folder.folder.Path()));
-            EXPECT_TRUE(work.make()) << "tried again";
+            EXPECT_TRUE(work.make() || made) << "tried again";
             EXPECT_EQ(AllFiles(), after);
         };
         EXPECT_GT(FailEachCall(
@@ -150,23 +154,44 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
     CProCategoryList forest;
     forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
     ASSERT_TRUE(forest.Save(book.paths.Categories()).Ok());
+    const Files lists = AllFiles();
+    CNote old = SourceNote(3, {6});
+    old.categories[0] = PathOf({{-1, "Lights"}, {-1, "Lenses"}});
     IdCounters counters;
     const auto load = [&] {
         faults.told.clear();
+        CleanNoteFiles(book.paths, faults, nullptr);
         return LoadNoteBook(book, counters, world.context, faults, {}).shown.size();
     };
-    EXPECT_EQ(load(), 3u);
-    const Files before = AllFiles();
-    const auto check = [&](size_t shown, bool) {
-        const bool isWhole = shown == 3 && book.sources.Count() == 2 && book.sources[1].AuthorIDs.Count() == 2 &&
-                             book.categories.FindByID(4);
-        EXPECT_TRUE(isWhole || !faults.told.empty());
-        EXPECT_EQ(AllFiles(), before);
+    for (const bool converts : {false, true}) {
+        const auto prepare = [&] {
+            Prepare("");
+            folder.Put("SRC0000000009.dat", {});
+            PutBytes(book.paths.Sources(), lists.at("Sources.dat"));
+            PutBytes(book.paths.Categories(), lists.at("Categories.dat"));
+            if (converts) {
+                folder.Put(kThird, {old});
+                std::filesystem::remove(book.paths.Categories());
+            }
+        };
+        prepare();
         EXPECT_EQ(load(), 3u);
-        EXPECT_TRUE(faults.told.empty());
-    };
-    for (const int error : {EIO, EACCES})
-        EXPECT_GT(FailEachCall(folder.folder.Path(), error, false, [] {}, load, check), 20);
+        const Files after = AllFiles();
+        const auto check = [&](size_t shown, bool) {
+            const bool isWhole = shown == 3 && book.sources.Count() == 2 && book.sources[1].AuthorIDs.Count() == 2 &&
+                                 book.categories.FindByPlace("Lenses", "Lights", 1);
+            EXPECT_TRUE(isWhole || !faults.told.empty());
+            EXPECT_EQ(load(), 3u);
+            EXPECT_TRUE(faults.told.empty());
+            Files now = AllFiles();
+            if (!converts) {
+                EXPECT_EQ(now, after);
+            }
+            EXPECT_TRUE(book.categories.FindByPlace("Lenses", "Lights", 1));
+        };
+        for (const int error : {EIO, EACCES})
+            EXPECT_GT(FailEachCall(folder.folder.Path(), error, false, prepare, load, check), 20);
+    }
 }
 
 }  // namespace

@@ -70,7 +70,12 @@ TEST(NoteListDocument, PartsNotesWithARuleAndShowsPicturesWithTheirTitle) {
         made.goal_width = 1500;
         return std::optional(made);
     };
-    const Document document = ComposeNoteList({{DayNote(1), {}}, pictured, {DayNote(2), {}}}, {}, picture);
+    BoardOptions options;
+    options.pictureTitle.color = 0x030201;
+    const Document document = ComposeNoteList({{DayNote(1), {}}, pictured, {DayNote(2), {}}}, options, picture);
+    EXPECT_TRUE(std::any_of(document.runs.begin(), document.runs.end(), [](const TextRun& run) {
+        return run.format.color == TextColor{1, 2, 3};
+    })) << "the title";
     EXPECT_EQ(document.pictures.size(), 1u);
     EXPECT_THAT(document.text, HasSubstr("A lamp\n\nSite"));
     size_t rules = 0;
@@ -85,8 +90,11 @@ TEST(NoteListDocument, TakesTextsOfAnyKind) {
     entry.note.keyWords = std::string("a\nb,,\x01,") + "caf\xE9";
     entry.note.rtfText = "no rich text at all";
     entry.note.categories[0] = PathOf({{3, ""}});
-    entry.note.attachments[0].title = "";
+    for (CAttachment& attachment : entry.note.attachments)
+        attachment.title = "";
+    entry.note.sourceInfo.clear();
     const std::string parts = PartsOf({entry}, {});
+    EXPECT_THAT(parts, HasSubstr("|http://example.org|Ames, A. Lamps. https://a.b/c|"));
     EXPECT_THAT(parts, HasSubstr("a b"));
     EXPECT_THAT(parts, HasSubstr("caf\u00E9"));
     EXPECT_THAT(parts, HasSubstr("0000001.png (Image File)"));

@@ -127,9 +127,13 @@ TEST_F(NoteStoreTest, DeletingANoteTakesItsHiddenCopyToo) {
     folder.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
     book.index.AddToIndex(Path("SRC0000000005.dat"), 2);
     book.index.AddHiddenCopy(Path("SRC0000000005.dat"), 1);
+    folder.Put("SRC0000000007.dat", {SourceNote(1, {7})});
+    book.index.AddHiddenCopy(Path("SRC0000000007.dat"), 1);
+    Block("SRC0000000007.dat");
     EXPECT_EQ(store.DeleteNotes(LongList{1}).size(), 1u);
     EXPECT_THAT(IDsIn("SRC0000000006.dat"), IsEmpty());
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2));
+    EXPECT_EQ(faults.told.size(), 1u) << "the one that it couldn't be taken out of";
 }
 
 TEST_F(NoteStoreTest, AnotherNoteOfTheSameNumberIsNoCopy) {
@@ -139,6 +143,13 @@ TEST_F(NoteStoreTest, AnotherNoteOfTheSameNumberIsNoCopy) {
     folder.Put("SRC0000000005.dat", {stranger, SourceNote(2, {5})});
     book.index.AddToIndex(Path("SRC0000000005.dat"), 2);
     EXPECT_TRUE(store.SaveNote(SourceNote(2, {5})));
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2));
+    folder.Put("SRC0000000006.dat", {});
+    EXPECT_TRUE(store.SaveNote(SourceNote(2, {5})));
+    EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2)) << "the one that shows has gone";
+    book.index.AddHiddenCopy(Path("SRC0000000005.dat"), 1);
+    folder.Put("SRC0000000006.dat", {SourceNote(1, {6})});
+    EXPECT_EQ(store.DeleteNotes({1}).size(), 1u);
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2));
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "notes/note_builder.h"
+#include "notes/sync_stamp.h"
 
 namespace lore {
 namespace {
@@ -127,6 +128,26 @@ TEST(SyncLog, DatesThatDoNotReadAreNull) {
         EXPECT_TRUE(ParseSyncDate(text).IsNull()) << text;
     EXPECT_EQ(ParseSyncDate("7/2/2011 1:02:03 pm"), DateTime(2011, 7, 2, 13, 2, 3));
     EXPECT_EQ(ParseSyncDate("07/12/2011 12:00:00 AM"), DateTime(2011, 7, 12));
+}
+
+TEST(SyncLog, OnlyNotesInSyncOfALinkedNoteBookAreStamped) {
+    for (const bool linked : {true, false}) {
+        for (const int32_t state : {kStoredTrue, 0}) {
+            SyncLog log;
+            log.link.Linked = linked ? kStoredTrue : 0;
+            CSyncInfo info;
+            info.NoteKey = "{N}";
+            info.SyncState = state;
+            info.Changed = false;
+            log.Add(info);
+            const auto change = [](CSyncInfo& record) { record.NoteId = 9; };
+            EXPECT_FALSE(StampSyncRecord(log, "{other}", change));
+            const bool stamped = StampSyncRecord(log, "{N}", change);
+            EXPECT_EQ(stamped, linked && state == kStoredTrue);
+            EXPECT_EQ(log.Records()[0].Changed, stamped);
+            EXPECT_EQ(log.Records()[0].NoteId == 9, stamped);
+        }
+    }
 }
 
 TEST(SyncLog, SurvivesCutsAndFlippedBits) {

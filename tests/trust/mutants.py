@@ -6,9 +6,9 @@
 
 The changes are chosen by rule from the sources as they are, the same ones for the same seed: comparisons turned or
 moved by one, "and" for "or", a condition without its "not", a constant changed, a statement dropped. A change is
-compiled beside the tree and linked in front of its library, so that nothing but one object is built for it. A place
-beyond the end of a list is noticed, as the sanitizers notice it in CI. What can't be compiled doesn't count; what
-changes nothing that a program could tell stands in mutants_equal.txt with the reason.
+compiled beside the tree and linked in front of its library, so that nothing but one object is built for it. It checks
+the bounds of its lists. What can't be compiled doesn't count; what changes nothing that a program could tell stands in
+mutants_equal.txt with the reason.
 With --quick the tests that take long are left out, so that less is noticed than could be.
 Ends with status 1 below the goal.
 """
@@ -19,6 +19,7 @@ import os
 import random
 import re
 import shlex
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -99,8 +100,9 @@ class Bench:
         self.build = os.path.abspath(build)
         self.folder = tempfile.mkdtemp(prefix="mutants-")
         if not os.path.exists(os.path.join(self.build, "build.ninja")):
+            linker = next(name for name in ("mold", "lld", "bfd") if shutil.which("ld." + name))
             subprocess.run(["cmake", "-S", ROOT, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug", "-Wno-dev",
-                            "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -D_GLIBCXX_ASSERTIONS", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold",
+                            "-DCMAKE_CXX_FLAGS_DEBUG=-O0", f"-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld={linker}",
                             "-DLORE_DESKTOP=OFF"], check=True, stdout=subprocess.DEVNULL)
         commands = json.load(open(os.path.join(self.build, "compile_commands.json"), encoding="utf-8"))
         self.compiles = {os.path.realpath(os.path.join(c["directory"], c["file"])): c["command"] for c in commands}
@@ -145,8 +147,8 @@ class Bench:
         compiled[at + 1] = os.path.join(self.folder, "changed.o")
         compiled[compiled.index("-c") + 1] = source
         quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL, "cwd": self.build}
-        # A parameter that is used no more is no fault of the tests.
-        if subprocess.run(compiled + ["-w"], **quiet).returncode != 0:
+        # A parameter that is used no more is no fault of the tests; what the sanitizers find in CI is found here too.
+        if subprocess.run(compiled + ["-w", "-D_GLIBCXX_ASSERTIONS"], **quiet).returncode != 0:
             return None
         program = os.path.join(self.folder, "test_" + folder)
         link = shlex.split(self.link)
