@@ -64,6 +64,8 @@ TEST(DateTime, StaysWithinItsYears) {
     EXPECT_FALSE(DateTime(2000, 1, 1).PlusDays(INT64_MIN).IsValid());
     EXPECT_FALSE(DateTime::FromSeconds((int64_t{1} << 32) * 31'556'952).IsValid())
         << "1970 by the low half of its year";
+    EXPECT_EQ(DateTime(2011, 7, 12).PlusSeconds(86'399), DateTime(2011, 7, 12, 23, 59, 59));
+    EXPECT_EQ(DateTime(2011, 7, 12).PlusSeconds(86'400), DateTime(2011, 7, 13));
     EXPECT_TRUE(DateTime().PlusDays(1).IsNull());
     EXPECT_TRUE(DateTime().PlusDays(INT64_MAX).IsNull());
     EXPECT_TRUE(DateTime().PlusSeconds(INT64_MAX).IsNull());

@@ -57,7 +57,7 @@ TEST_F(ImportComparisonTest, HoldsEachNoteAgainstTheNoteBook) {
     const ImportRow& first = comparison.Rows()[0];
     EXPECT_EQ(ImportComparison::MainSourceTitle(first), "The Light\nof 1811");
     EXPECT_EQ(ImportComparison::CategoryName(first, 0) + "/" + ImportComparison::CategoryName(first, 1) + "/" +
-                  ImportComparison::CategoryName(first, 2),
+                  ImportComparison::CategoryName(first, 2) + ImportComparison::CategoryName(first, 3),
               "Lights/Lenses/");
     EXPECT_EQ(ImportComparison::AttachmentText(first), "A lamp; Site; http://a.b");
     EXPECT_EQ(ImportComparison::MainSourceTitle(comparison.Rows()[1]), "");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "bibliography/source_builder.h"
+#include "notes/attachment_kind.h"
 #include "notes/note_builder.h"
 
 namespace lore {
@@ -41,6 +42,8 @@ TEST_F(NoteDifferences, SayHowFarApartTheDatesAre) {
         EXPECT_EQ(CompareForImport(imported_, database_).head,
                   "The import note is " + std::string(c.span) + " than the same note currently in the database.");
     }
+    database_.note.dateEdited = DateTime::Invalid();
+    EXPECT_EQ(CompareForImport(imported_, database_).head, "");
     imported_.note.dateEdited = DateTime::Invalid();
     EXPECT_EQ(CompareForImport(imported_, database_).head, "");
 }
@@ -99,6 +102,11 @@ TEST_F(NoteDifferences, LeaveOutAColourThatIsNearlyAlikeAndIdsOfCategories) {
     imported_.note.categories[0] = PathOf({{30, "Lights"}, {40, "Lenses"}});
     imported_.note.attachments[0].storedFile = "0000099.png";
     EXPECT_EQ(Rows().size(), 1u);
+    imported_.note.attachments[0].title = "Another lamp";
+    EXPECT_EQ(Rows().size(), 2u);
+    imported_.note.attachments = database_.note.attachments;
+    imported_.note.attachments[0].type = kPdfFile;
+    EXPECT_EQ(Rows().size(), 2u);
 }
 
 TEST_F(NoteDifferences, ColourTheLinesOfTheImportedTextOnly) {

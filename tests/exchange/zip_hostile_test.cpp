@@ -135,6 +135,13 @@ TEST_F(HostileZip, RefusesTheWholeArchive) {
         {"overlap by another name", RawZip({Plain("a"), second}), "two names"},
         {"too many entries", RawZip({Plain("a")}, {.entries = 65534}), "claims 65534"},
         {"more entries than the directory", RawZip({Plain("a"), Plain("b")}, {.entries = 3}), "directory"},
+        {"no directory",
+         [] {
+             std::string bytes = RawZip({Plain("a")});
+             bytes[bytes.find("PK\1\2") + 3] = 3;
+             return bytes;
+         }(),
+         "damaged at entry 1"},
         {"directory too long", RawZip({Plain("a")}, {.size = 5000}), "breaks off"},
         {"directory elsewhere", RawZip({Plain("a")}, {.offset = 0}), "damaged"},
         {"volumes", RawZip({Plain("a")}, {.disk = 3}), "volumes"},

@@ -1,13 +1,29 @@
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "rtf/document_builder.h"
 #include "rtf/field.h"
+#include "rtf/find.h"
 #include "rtf/rtf.h"
 #include "rtf/rtf_files.h"
 
 namespace lore {
 
 namespace {
+
+TEST(WriteRtf, BytesThatAreNoTextBecomeReplacementCharacters) {
+    for (const std::string bytes :
+         {"\x80", "\xC3", "\xC0\x80", "\xE2\x82", "\xE2\x28\xA1", "\xE0\x80\x80", "\xED\xA0\x80", "\xF0\x9F\x98",
+          "\xF0\x9F", "\xF0", "\xF0\x28\x8C\xBC", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xF8", "\xF0\x9F\x98\x28"}) {
+        for (const std::string behind : {"", "b"}) {
+            DocumentBuilder builder;
+            builder.AddText("a" + bytes + behind, {});
+            const std::string text = ReadRtf(WriteRtf(builder.Finish({}, false))).text;
+            EXPECT_TRUE(IsValidUtf8(text) && text.starts_with("a\uFFFD") && text.ends_with(behind)) << text;
+            EXPECT_FALSE(TextFinder("A", false).FindAll(bytes + behind + "a").empty());
+        }
+    }
+}
 
 TEST(DocumentBuilder, BuildsWhatIsReadAgain) {
     DocumentBuilder builder;

@@ -54,6 +54,8 @@ TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
         {"<p>unclosed <b>bold<p>next", "unclosed *bold*|next|"},
         {"<img src=\"http://far.example/x.png\" alt=\"A tower\">", "A tower|"},
         {"<p style=\"display:none\">hidden</p>seen", "seen|"},
+        {"<p style=\"visibility:hidden\">a</p><p style=\"mso-hide:all\">b</p><p style=\"display:block\">c", "c|"},
+        {"a\t\f\nb", "a b|"},
         {"", "|"}};
     for (const auto& [html, marked] : cases)
         EXPECT_EQ(Marked(html), marked) << html;
@@ -78,6 +80,12 @@ TEST(Html, PicturesThatStandInThePageComeIn) {
         {"<img height=999999999 width=1 src='" + png + "'>", "|", {{15, 450000}}},
         {"<table><tr><td><img width=100 src='" + png + "'><td>b</table>", "|b|", {{1500, 1125}}},
         {"<img alt=x src='data:image/png;base64,!!!!'>", "x|", {}},
+        {"<img alt=x src='data:image/png;base64,iVBO=Rw0KGgo'>", "x|", {}},
+        {"<img alt=x src='data:image/png;base64,'>", "x|", {}},
+        {"<img height=50% src='" + png + "'>", "|", {{9000, 6750}}},
+        {" <img src='" + png + "'>a<br> <img width=100 src='" + png + "'>", "", {{9000, 6750}, {1500, 1125}}},
+        // Parts of other kinds stand in front of the one that has the size.
+        {"<img src='data:image/jpeg;base64,/9j/xAAEAQL/yAAEAQL/zAADAf/aAAL/wgARCAABAAI='>", "|", {{30, 15}}},
         {"<img alt=x src='data:image/gif;base64,R0lGODlh'>", "x|", {}},
         {"<img alt=x src='data:text/html;base64,R0lG'>", "x|", {}},
         {"<img alt=x src='data:image/png,R0lG'>", "x|", {}},
@@ -102,7 +110,7 @@ TEST(Html, PicturesThatStandInThePageComeIn) {
         made.width = made.height = 20;
         return std::optional(made);
     };
-    const Document document = ReadHtml("<img src='data:image/gif;base64, R0lG ODlh'>", converting);
+    const Document document = ReadHtml("<img src='data:image/gif;base64, R0lG\t O\nDlh'>", converting);
     ASSERT_EQ(document.pictures.size(), 1u);
     EXPECT_EQ(document.pictures[0].bytes, "made of GIF89a");
     EXPECT_EQ(document.pictures[0].goal_width, 300);
@@ -114,6 +122,7 @@ TEST(Html, LooksComeFromTagsAndInlineStyles) {
         {"<u>u</u><s>s</s><sup>2</sup>", "_u_-s-^2^|"},
         {"<span style=\"font-weight: 700; font-style:italic\">x</span>", "/*x*/|"},
         {"<b>a<span style=\"font-weight:normal\">b</span></b>", "*a*b|"},
+        {"<i>a<span style=\"font-style:normal\">b</span></i><span style=\"font-style:oblique\">c", "/a/b/c/|"},
         {"<span style=\"text-decoration: underline line-through\">x</span>", "-_x_-|"},
         {"<a href=\"https://a.example/\">here</a> <a name=\"x\">there</a>", "@here@ there|"},
         {"<h2>Head</h2>text", "*Head*|text|"}};
@@ -168,6 +177,7 @@ TEST(Html, ListsKeepTheirLevelsAndMarks) {
     EXPECT_EQ(document.paragraphs[0].format.list_start, 3);
     EXPECT_EQ(document.paragraphs[0].format.list_id, document.paragraphs[2].format.list_id);
     EXPECT_NE(document.paragraphs[0].format.list_id, document.paragraphs[4].format.list_id);
+    EXPECT_EQ(ReadHtml("<ol type=x><li>g", kLook).paragraphs[0].format.list, ListKind::kDecimal);
 }
 
 TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
@@ -194,6 +204,7 @@ TEST(Html, OddPlacesOfTextAndBreaksKeepTheText) {
                                                          {"<!doctype html><!-- </p>x --> </div>a<p>b", "a\nb"},
                                                          {"<html><body>a</BODY ></html><p>b</html>c", "a\nb c"},
                                                          {"a</bodyx>b</", "ab"},
+                                                         {"a</body", "a"},
                                                          {"</", ""},
                                                          {"<!-- open", ""}};
     for (const auto& [html, text] : cases) {

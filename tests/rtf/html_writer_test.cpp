@@ -24,6 +24,22 @@ std::string BodyOf(const std::string& rtf) {
     return html.substr(begin, html.find("</body>") - begin);
 }
 
+/// The characters of a page that are text, without white space.
+std::string TextOfPage(std::string_view body) {
+    std::string text;
+    bool inTag = false;
+    for (const char c : body) {
+        inTag = inTag ? c != '>' : c == '<';
+        if (!inTag && c != '>' && Trim(std::string_view(&c, 1)) == std::string_view(&c, 1))
+            text += c;
+    }
+    const std::pair<const char*, const char*> escapes[] = {
+        {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&amp;", "&"}};
+    for (const auto& [escape, character] : escapes)
+        text = ReplaceAll(text, escape, character);
+    return ReplaceAll(text, "[picture]", "");
+}
+
 TEST(HtmlWriter, SaysOnlyWhatDiffersFromPlainText) {
     const std::pair<const char*, const char*> kCases[] = {
         {"{\\rtf1 a < b & \"c\"}", "<p>a &lt; b &amp; &quot;c&quot;</p>\n"},
@@ -35,6 +51,7 @@ TEST(HtmlWriter, SaysOnlyWhatDiffersFromPlainText) {
         {"{\\rtf1\\qc\\li300\\fi-150\\sa60 x\\par}",
          "<p style=\"margin-left:20px;text-indent:-10px;margin-bottom:4px;text-align:center\">x</p>\n"},
         {"{\\rtf1 a\\line b\\page c}", "<p>a<br>b</p>\n<p style=\"page-break-before:always\">c</p>\n"},
+        {"{\\rtf1\\sl360\\slmult1 x\\par\\pard\\sl240\\slmult1 y}", "<p style=\"line-height:150%\">x</p>\n<p>y</p>\n"},
         {"no rich text", "<p></p>\n"},
     };
     for (const auto& [rtf, expected] : kCases)
@@ -43,7 +60,7 @@ TEST(HtmlWriter, SaysOnlyWhatDiffersFromPlainText) {
 }
 
 TEST(HtmlWriter, AFontNameCantLeaveItsAttribute) {
-    const std::string body = BodyOf("{\\rtf1{\\fonttbl{\\f0 A';x:url(javascript)\"><script>;}}\\f0 x}");
+    const std::string body = BodyOf("{\\rtf1{\\fonttbl{\\f0 A'\\\\;x:url(javascript)\"><script>;}}\\f0 x}");
     EXPECT_THAT(body, Not(HasSubstr("<script>")));
     EXPECT_THAT(body, Not(HasSubstr("A'")));
 }
@@ -122,6 +139,16 @@ TEST(HtmlWriter, ARowWithoutCellsIsPlainText) {
     EXPECT_EQ(BodyOf("{\\rtf1\\trowd\\intbl a\\row\\pard b}"), "<p>a</p>\n<p>b</p>\n");
 }
 
+TEST(HtmlWriter, RowsThatBreakOffKeepTheirText) {
+    const std::string row = "\\trowd\\cellx1500\\cellx3000\\cellx4500\\intbl a";
+    for (const std::string& rtf : {row, row + "\\cell b", row + "\\cell\\row\\pard b", row + "\\par\\row\\pard b",
+                                  row + "\\pard\\par b", row + "\\cell\\page b\\cell\\row c"}) {
+        std::string text = PlainText("{\\rtf1" + rtf + "}");
+        std::erase_if(text, [](char c) { return c < 'a'; });
+        EXPECT_EQ(TextOfPage(BodyOf("{\\rtf1" + rtf + "}")), text) << rtf;
+    }
+}
+
 TEST(HtmlWriter, APictureStandsWithinThePageAtItsSize) {
     Picture picture;
     picture.bytes = std::string("\x89PNG\0\xff", 6);
@@ -191,22 +218,6 @@ TEST(AppendDocument, KeepsAllOfEachFile) {
     }
 }
 
-/// The characters of a page that are text, without white space.
-std::string TextOfPage(std::string_view body) {
-    std::string text;
-    bool inTag = false;
-    for (const char c : body) {
-        inTag = inTag ? c != '>' : c == '<';
-        if (!inTag && c != '>' && Trim(std::string_view(&c, 1)) == std::string_view(&c, 1))
-            text += c;
-    }
-    const std::pair<const char*, const char*> escapes[] = {
-        {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&amp;", "&"}};
-    for (const auto& [escape, character] : escapes)
-        text = ReplaceAll(text, escape, character);
-    return ReplaceAll(text, "[picture]", "");
-}
-
 TEST(HtmlWriter, HoldsTheTextOfEachFile) {
     for (const auto& path : RtfFiles()) {
         const std::string rtf = ReadBytes(path);
@@ -227,17 +238,23 @@ TEST(OfficeRtf, HasAPaperButNoOlderMarksAndReadsBack) {
     EXPECT_THAT(WriteOfficeRtf(document), Not(HasSubstr("\\pn")));
     EXPECT_THAT(WriteOfficeRtf(document), HasSubstr("\\paperw11906\\paperh16838\\margl1134"));
     EXPECT_THAT(WriteRtf(document), Not(HasSubstr("\\paperw")));
+    EXPECT_THAT(WriteOfficeRtf(document), Not(HasSubstr("\\landscape")));
+    EXPECT_THAT(WriteOfficeRtf(document, {.width = 20000}), HasSubstr("\\landscape"));
     const Document read = ReadRtf(WriteOfficeRtf(document));
     EXPECT_EQ(read.text, "item");
     EXPECT_EQ(read.paragraphs[0].format.list, ListKind::kDecimal);
 }
 
 TEST(ListMarks, CountInEveryKind) {
-    const std::tuple<ListKind, int, const char*> kCases[] = {
-        {ListKind::kNone, 1, ""},           {ListKind::kBullet, 9, "\u2022"},
-        {ListKind::kDecimal, 12, "12."},    {ListKind::kLowerLetter, 28, "ab."},
-        {ListKind::kUpperLetter, 26, "Z."}, {ListKind::kLowerRoman, 1994, "mcmxciv."},
-        {ListKind::kUpperRoman, 4, "IV."},  {ListKind::kLowerRoman, 4000, "4000."}};
+    const std::tuple<ListKind, int, const char*> kCases[] = {{ListKind::kNone, 1, ""},
+                                                             {ListKind::kBullet, 9, "\u2022"},
+                                                             {ListKind::kDecimal, 12, "12."},
+                                                             {ListKind::kLowerLetter, 28, "ab."},
+                                                             {ListKind::kUpperLetter, 26, "Z."},
+                                                             {ListKind::kLowerRoman, 1994, "mcmxciv."},
+                                                             {ListKind::kLowerRoman, 0, "0."},
+                                                             {ListKind::kUpperRoman, 4, "IV."},
+                                                             {ListKind::kLowerRoman, 4000, "4000."}};
     for (const auto& [kind, number, mark] : kCases) {
         ParagraphFormat format;
         format.list = kind;

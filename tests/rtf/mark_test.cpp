@@ -57,6 +57,13 @@ TEST(MarkRtf, PutsTheColorOnTheHitsAndKeepsAllElse) {
     }
 }
 
+TEST(SetBackground, JoinsWhatLooksTheSame) {
+    Document document = ReadRtf("{\\rtf1 abcd}");
+    SetBackground(document, {{0, 2}}, kSearchMark);
+    SetBackground(document, {{1, 3}}, kSearchMark);
+    EXPECT_EQ(MarkedText(document), "abc|");
+}
+
 TEST(MarkRtf, WritesAFileAnewThatTakesNoGroups) {
     const std::string_view odd[] = {
         "{\\rtf1 a cat{\\colortbl;\\red9\\green9\\blue9;}}",
