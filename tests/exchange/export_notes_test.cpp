@@ -80,8 +80,20 @@ TEST_F(ExportNotesTest, StreamsAWholeNoteBookInLoadingOrder) {
     CNoteList list;
     for (const CNote& note : made_.Notes())
         list.AddNote(note);
+    const int steps = std::exchange(made_.progress.steps, 0);
     EXPECT_EQ(ExportNotes(NotesOfList(list), target_, false, made_.ForExport()), 802);
+    EXPECT_EQ(steps, made_.progress.steps);
+    EXPECT_GE(steps, 802);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
+}
+
+TEST_F(ExportNotesTest, AFileOfNotesThatCantBeReadIsTold) {
+    std::filesystem::remove(made_.folder.paths.NoteFile("DAY01012020.dat"));
+    std::filesystem::create_directory(made_.folder.paths.NoteFile("DAY01012020.dat"));
+    EXPECT_EQ(
+        ExportNotes(NotesOfNoteBook(made_.book, made_.world.context, made_.faults), target_, false, made_.ForExport()),
+        1);
+    EXPECT_EQ(made_.faults.faults.size(), 1u);
 }
 
 TEST_F(ExportNotesTest, TellsOfFilesThatAreMissingAndSharesThoseNamedTwice) {

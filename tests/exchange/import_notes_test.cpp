@@ -400,13 +400,18 @@ TEST_F(ImportNotesTest, ALinkedNoteBookAsksAndRecords) {
 
 TEST_F(ImportNotesTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
     // A folder that isn't empty stands where the file should.
-    std::filesystem::remove(to_.folder.paths.Sources());
-    std::filesystem::create_directories(to_.folder.paths.Sources() / "in the way");
-    const ImportOutcome outcome = to_.Import(archive_, chooser_);
-    EXPECT_EQ(outcome.result, -1);
-    EXPECT_EQ(to_.book.TotalNoteCount(), 0u);
-    EXPECT_TRUE(to_.AttachmentNames().empty());
-    EXPECT_FALSE(to_.faults.faults.empty());
+    for (const auto list : {&NoteBookPaths::Sources, &NoteBookPaths::Categories}) {
+        ExchangeBook to;
+        const std::filesystem::path path = (to.folder.paths.*list)();
+        std::filesystem::remove(path);
+        std::filesystem::create_directories(path / "in the way");
+        to.faults.faults.clear();
+        EXPECT_EQ(to.Import(archive_, chooser_).result, -1);
+        EXPECT_EQ(to.book.TotalNoteCount(), 0u);
+        EXPECT_TRUE(to.AttachmentNames().empty());
+        ASSERT_FALSE(to.faults.faults.empty());
+        EXPECT_NE(to.faults.faults[0].what.find("could not be written"), std::string::npos);
+    }
 }
 
 TEST_F(ImportNotesTest, ADamagedListIsKeptBesideBeforeItIsWrittenAnew) {

@@ -183,11 +183,11 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
             EXPECT_TRUE(isWhole || !faults.told.empty());
             EXPECT_EQ(load(), 3u);
             EXPECT_TRUE(faults.told.empty());
-            Files now = AllFiles();
             if (!converts) {
-                EXPECT_EQ(now, after);
+                EXPECT_EQ(AllFiles(), after);
             }
-            EXPECT_TRUE(book.categories.FindByPlace("Lenses", "Lights", 1));
+            // A file that couldn't be read while the others were converted keeps its old paths.
+            EXPECT_TRUE(converts ? IsHeld("Lenses") : book.categories.FindByPlace("Lenses", "Lights", 1) != nullptr);
         };
         for (const int error : {EIO, EACCES})
             EXPECT_GT(FailEachCall(folder.folder.Path(), error, false, prepare, load, check), 20);

@@ -25,6 +25,13 @@ TEST(WriteRtf, BytesThatAreNoTextBecomeReplacementCharacters) {
     }
 }
 
+TEST(ReadRtf, FontsKeepTheirCharset) {
+    const Document document = ReadRtf("{\\rtf1{\\fonttbl{\\f0\\fcharset2 Symbol;}{\\f1 A;}}\\f0 x}");
+    ASSERT_EQ(document.fonts.size(), 2u);
+    EXPECT_EQ(document.fonts[0].charset, 2);
+    EXPECT_EQ(document.fonts[1].charset, 0);
+}
+
 TEST(DocumentBuilder, BuildsWhatIsReadAgain) {
     DocumentBuilder builder;
     CharFormat plain;

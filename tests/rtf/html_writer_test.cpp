@@ -47,6 +47,8 @@ TEST(HtmlWriter, SaysOnlyWhatDiffersFromPlainText) {
         {"{\\rtf1{\\ul\\strike x}}", "<p><span style=\"text-decoration:underline line-through\">x</span></p>\n"},
         {"{\\rtf1\\fs27 x}", "<p><span style=\"font-size:13.5pt\">x</span></p>\n"},
         {"{\\rtf1{\\colortbl;\\red255\\green0\\blue10;}\\cf1 x}", "<p><span style=\"color:#ff000a\">x</span></p>\n"},
+        {"{\\rtf1{\\colortbl;\\red255;}\\chcbpat1 x\\plain y}",
+         "<p><span style=\"background-color:#ff0000\">x</span>y</p>\n"},
         {"{\\rtf1 H{\\sub 2}O}", "<p>H<span style=\"vertical-align:sub\">2</span>O</p>\n"},
         {"{\\rtf1\\qc\\li300\\fi-150\\sa60 x\\par}",
          "<p style=\"margin-left:20px;text-indent:-10px;margin-bottom:4px;text-align:center\">x</p>\n"},
@@ -142,7 +144,7 @@ TEST(HtmlWriter, ARowWithoutCellsIsPlainText) {
 TEST(HtmlWriter, RowsThatBreakOffKeepTheirText) {
     const std::string row = "\\trowd\\cellx1500\\cellx3000\\cellx4500\\intbl a";
     for (const std::string& rtf : {row, row + "\\cell b", row + "\\cell\\row\\pard b", row + "\\par\\row\\pard b",
-                                  row + "\\pard\\par b", row + "\\cell\\page b\\cell\\row c"}) {
+                                   row + "\\pard\\par b", row + "\\cell\\page b\\cell\\row c"}) {
         std::string text = PlainText("{\\rtf1" + rtf + "}");
         std::erase_if(text, [](char c) { return c < 'a'; });
         EXPECT_EQ(TextOfPage(BodyOf("{\\rtf1" + rtf + "}")), text) << rtf;
@@ -230,11 +232,12 @@ TEST(HtmlWriter, HoldsTheTextOfEachFile) {
 TEST(OfficeRtf, HasAPaperButNoOlderMarksAndReadsBack) {
     DocumentBuilder builder;
     ParagraphFormat format;
-    format.list = ListKind::kDecimal;
+    format.list = ListKind::kUpperRoman;
     format.list_id = 2;
     builder.AddText("item", {});
     const Document document = builder.Finish(format, false);
-    EXPECT_THAT(WriteRtf(document), HasSubstr("\\pndec"));
+    EXPECT_THAT(WriteRtf(document), HasSubstr("\\pnucrm"));
+    EXPECT_THAT(WriteOfficeRtf(document), HasSubstr("\\listoverride\\"));
     EXPECT_THAT(WriteOfficeRtf(document), Not(HasSubstr("\\pn")));
     EXPECT_THAT(WriteOfficeRtf(document), HasSubstr("\\paperw11906\\paperh16838\\margl1134"));
     EXPECT_THAT(WriteRtf(document), Not(HasSubstr("\\paperw")));
@@ -242,7 +245,7 @@ TEST(OfficeRtf, HasAPaperButNoOlderMarksAndReadsBack) {
     EXPECT_THAT(WriteOfficeRtf(document, {.width = 20000}), HasSubstr("\\landscape"));
     const Document read = ReadRtf(WriteOfficeRtf(document));
     EXPECT_EQ(read.text, "item");
-    EXPECT_EQ(read.paragraphs[0].format.list, ListKind::kDecimal);
+    EXPECT_EQ(read.paragraphs[0].format.list, ListKind::kUpperRoman);
 }
 
 TEST(ListMarks, CountInEveryKind) {

@@ -69,7 +69,7 @@ class ScriptedProgress : public Progress {
 public:
     void SetRange(int, int) override {}
     void SetMessage(const std::string& text) override { messages.push_back(text); }
-    void StepIt() override {}
+    void StepIt() override { ++steps; }
     void SetPosition(int) override {}
     void Show() override { ++shown; }
     void Hide() override { --shown; }
@@ -77,7 +77,7 @@ public:
     void HideStandBy() override {}
 
     std::vector<std::string> messages;
-    int shown = 0;
+    int shown = 0, steps = 0;
 };
 
 class FixedClock : public Clock {
