@@ -61,8 +61,6 @@ Pieces WordsOf(std::u32string_view text, size_t begin, size_t end, Numbers& numb
 }
 
 void AddRange(std::vector<TextRange>& ranges, TextRange range) {
-    if (range.begin == range.end)
-        return;
     if (!ranges.empty() && ranges.back().end == range.begin)
         ranges.back().end = range.end;
     else
@@ -128,13 +126,13 @@ private:
         return GoesDown(changes, diagonal) ? At(changes - 1, diagonal + 1) : At(changes - 1, diagonal - 1) + 1;
     }
     ptrdiff_t Follow(ptrdiff_t x, ptrdiff_t diagonal) const {
-        while (x < aSize_ && x - diagonal < bSize_ && x - diagonal >= 0 && a_[x] == b_[x - diagonal])
+        while (x < aSize_ && x - diagonal < bSize_ && a_[x] == b_[x - diagonal])
             ++x;
         return x;
     }
     void WalkBack(ptrdiff_t changes, std::vector<bool>& aKept, std::vector<bool>& bKept) {
         ptrdiff_t x = aSize_, diagonal = aSize_ - bSize_;
-        for (; changes >= 0; --changes) {
+        for (;; --changes) {
             const ptrdiff_t start = Start(changes, diagonal);
             for (; x > start; --x)
                 aKept[static_cast<size_t>(x - 1)] = bKept[static_cast<size_t>(x - 1 - diagonal)] = true;

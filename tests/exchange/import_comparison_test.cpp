@@ -30,6 +30,7 @@ protected:
         notes[0].note.categories[0] = PathOf({{3, "Lights"}, {4, "Lenses"}});
         notes[0].note.attachments = FullNote(1).attachments;
         notes[0].note.attachments.push_back({0, 1, "", "", "http://a.b", 12, false});
+        notes[0].note.attachments.push_back({0, 1, "", "1.png", "/etc/x.png", 1, false});
         return ImportComparison(std::move(notes), std::move(existing), world_.guids, [](int32_t id) {
             return ArchiveNote{DayNote(id), {}};
         });
@@ -59,7 +60,7 @@ TEST_F(ImportComparisonTest, HoldsEachNoteAgainstTheNoteBook) {
     EXPECT_EQ(ImportComparison::CategoryName(first, 0) + "/" + ImportComparison::CategoryName(first, 1) + "/" +
                   ImportComparison::CategoryName(first, 2) + ImportComparison::CategoryName(first, 3),
               "Lights/Lenses/");
-    EXPECT_EQ(ImportComparison::AttachmentText(first), "A lamp; Site; http://a.b");
+    EXPECT_EQ(ImportComparison::AttachmentText(first), "A lamp; Site; http://a.b; ");
     EXPECT_EQ(ImportComparison::MainSourceTitle(comparison.Rows()[1]), "");
 }
 

@@ -131,6 +131,7 @@ TEST_F(ImportEditingTest, WhatIsWrittenOnTheWayIsKeptAsADraftOfTheOpenNoteBook) 
         ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
         FixedNoteText text("{\\rtf1 Edited}");
         ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        session.note.sources.AddTail(77777);
         CNote typed = session.note;
         session.makeDraft(typed);
         editing.Take(row, session);

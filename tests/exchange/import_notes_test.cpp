@@ -431,6 +431,18 @@ TEST_F(ImportNotesTest, ADamagedListIsKeptBesideBeforeItIsWrittenAnew) {
     EXPECT_FALSE(std::filesystem::exists(to_.folder.paths.Authors().string() + ".kept")) << "it was whole";
 }
 
+TEST_F(ImportNotesTest, ASourceWithoutANumberIsLeftOut) {
+    ArchiveNote entry = MakeArchiveNote(FullNote(7), from_.book.sources);
+    entry.sources[0].SourceID = 0;
+    RecordWriter stream;
+    WriteArchiveHead(stream, DateTime(2026, 1, 1), 1);
+    WriteArchiveNote(stream, entry, from_.book.authors);
+    PutBytes(archive_, RawZip({File("_ExpNotes.dat", stream.DiskBytes())}));
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 1);
+    EXPECT_EQ(to_.book.sources.Count(), 1u);
+    EXPECT_EQ(to_.Notes()[0].sources.Count(), 1u);
+}
+
 TEST_F(ImportNotesTest, ShortAndHostileRecordFilesReadAsFarAsTheyGo) {
     const std::string records = [&] {
         RecordWriter stream;

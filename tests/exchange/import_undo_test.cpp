@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "edit/note_removal.h"
+#include "exchange/bring_back.h"
 #include "exchange/exchange_world.h"
 #include "notes/note_store.h"
 
@@ -96,7 +97,11 @@ TEST_F(ImportUndoTest, NotesComeBackToTheirSourcesAndCategoriesThoughThoseHaveCh
     for (CNote& note : changes_.replaced) {
         if (note.id == 7)
             note.categories[1] = PathOf({{77, "Gone"}});
+        else
+            note.categories = {PathOf({{kUnassignedID, "<UNASSIGNED>"}}), PathOf({{5, ""}}), {}};
     }
+    const std::vector<CNote> twice(2, SourceNote(1, {1012, 99, 1012}));
+    EXPECT_EQ(SourcesOfNotes(twice, to_.book).size(), 1u);
     EXPECT_EQ(Undo(), 0u);
     const CNote note = Find(FullNote(7).guid);
     EXPECT_EQ(note.categories[0].name, "Lamps");

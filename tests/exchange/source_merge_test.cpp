@@ -91,6 +91,9 @@ TEST_F(SourceMergeTest, TypesAreMatchedByGuidAndNumberedAnew) {
     standard.SourceType = 1;
     standard.CustomTypeCopy.GUID = "{UNUSED}";
     Merged(standard);
+    CSource typeless = Incoming("{LETTER}");
+    typeless.CustomTypeCopy.GUID.clear();
+    Merged(typeless);
     EXPECT_EQ(book_.types.Count(), 2u);
     EXPECT_EQ(book_.sources.FindSourceByID(1503)->SourceType, 1);
 }
