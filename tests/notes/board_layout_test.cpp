@@ -4,6 +4,7 @@
 #include <random>
 
 #include "notes/board_heights.h"
+#include "notes/card_heights.h"
 #include "notes/note_builder.h"
 
 namespace lore {
@@ -147,6 +148,23 @@ TEST(BoardOptions, ZoomGoesThroughItsListAndNotBeyond) {
                  {120, 0, 115}, {125, -99, 100}};
     for (const auto& c : cases)
         EXPECT_EQ(BoardZoomStep(c.percent, c.step), c.expected) << c.percent << " " << c.step;
+}
+
+TEST(CardHeights, AreEstimatesUntilTheyAreMeasuredAndForgottenByNote) {
+    CardHeights heights;
+    const auto heightOf = [&](int32_t id, int estimate) { return heights.HeightOf(id, [&] { return estimate; }); };
+    for (const int32_t id : {70, 1, 5'000'000, -3}) {
+        EXPECT_EQ(heightOf(id, 0), 0) << id;
+        EXPECT_EQ(heightOf(id, 90), 0) << id << ", an estimate is kept";
+        EXPECT_FALSE(heights.IsMeasured(id)) << id;
+        heights.SetMeasured(id, 120);
+        EXPECT_EQ(heightOf(id, 90), 120) << id;
+        EXPECT_TRUE(heights.IsMeasured(id)) << id;
+    }
+    heights.Forget(1);
+    heights.Forget(2'000'000);
+    EXPECT_EQ(heightOf(1, 90), 90);
+    EXPECT_EQ(heightOf(70, 90), 120);
 }
 
 TEST(BoardHeights, AddUpAfterAnyChange) {
