@@ -86,15 +86,22 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
     print("search with few results", [&] { window.Search("heliotrope", SearchScope::Database); });
     print("search with all notes as results", [&] { window.Search("e", SearchScope::Database); });
     print("sorting the whole list", [&] { app.SetSortOrder(app.SortOrder() == 701 ? 705 : 701); });
-    WritingCommands& writing = window.Notes()->Commands();
-    print("saves of a note", [&] {
-        for (int turn = 0; turn < 20; ++turn) {
-            if (const std::optional<CNote> note = SaveAnew(writing, MiddleNote(app.NoteBook()), turn)) {
-                writing.NoteSaved(*note);
-                emit window.Notes()->NoteSaved(note->id);
-            }
-            GapClock::Rest(20);
+    const auto save = [&](int32_t id, int turn) {
+        WritingCommands& writing = window.Notes()->Commands();
+        if (const std::optional<CNote> note = SaveAnew(writing, id, turn)) {
+            writing.NoteSaved(*note);
+            emit window.Notes()->NoteSaved(note->id);
         }
+        GapClock::Rest(20);
+    };
+    const LongList ids = app.NoteBook().index.AllIDs();
+    print("saves of notes elsewhere in the list", [&] {
+        for (size_t part = 1; part < 6; ++part)
+            save(ids[ids.Count() * part / 6], 0);
+    });
+    print("saves of the note in sight", [&] {
+        for (int turn = 0; turn < 20; ++turn)
+            save(ids[ids.Count() * 5 / 6], turn);
     });
     prompts.path = (app.Data().root / "gaps.lbe").string();
     print("export of the whole list", [&] { ExportCurrentNotes(app); });
