@@ -311,9 +311,7 @@ private slots:
     void looks_good() {
         Start(false);
         const QString look = SetLook();
-        const auto shootAs = [&](const QString& name) {
-            return [=](QWidget& dialog) { Shoot(dialog, name + look); };
-        };
+        const auto shootAs = [&](const QString& name) { return [=](QWidget& dialog) { Shoot(dialog, name + look); }; };
         InEntry<SyncSetupDialog>("Online Sync Setup...", shootAs("online_setup_none_"));
         CloseWindow();
         Start();
