@@ -4,6 +4,7 @@
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/panel_page.h"
+#include "ui/tab_walk.h"
 #include "ui/tool_bar.h"
 #include "ui/window_world.h"
 
@@ -213,6 +214,8 @@ private slots:
             QTest::keyClick(QApplication::focusWidget(),
                             window_->Panels()->Page() < page ? Qt::Key_Right : Qt::Key_Left);
         QCOMPARE(window_->Panels()->Page(), 2);
+        window_->Board()->SetFocusNote(window_->Board()->Model().NoteAt(0).id);
+        QVERIFY(TellsOfFocusChild(*window_->Board()));
         // What doesn't fit into a narrow tool bar comes with the button at its end.
         window_->resize(560, 600);
         QCoreApplication::processEvents();

@@ -13,6 +13,9 @@ namespace lore {
 /// behind a modal one has no faults, since no key reaches it.
 QStringList FaultsOfTabWalk(QWidget& window);
 
+/// Whether a screen reader hears of the current item of a control at last when Tab reaches the control.
+bool TellsOfFocusChild(QWidget& control);
+
 /// The controls that the Tab key reaches, in their order.
 QList<QWidget*> TabStopsOf(const QWidget& window);
 /// Whether keys reach this window at all: it isn't behind a modal one, and no popup that comes and goes.
