@@ -52,14 +52,13 @@ void AppendTree(const CProCategoryTree& node, std::string& bytes) {
 class KeyMaker {
 public:
     SortKey Make(const ListedNote& note, SortBy sortBy) {
-        const CNote& source = *note.note;
-        const DateTime& date = sortBy == SortBy::DateChanged ? source.dateEdited : source.dateCreated;
+        const DateTime& date = note.note->dateCreated;
         SortKey key;
         key.date = date.Seconds();
         if (sortBy == SortBy::Sources)
             AddCitations(note, key);
         if (sortBy == SortBy::Categories)
-            AddPath(SortPath(source), key);
+            AddPath(SortPath(*note.note), key);
         key.tie = TieOf(std::move(tree_), date.GetStatus());
         tree_.clear();
         return key;
@@ -104,7 +103,7 @@ private:
         return ties_.try_emplace(std::move(tree), next).first->second;
     }
 
-    static constexpr int32_t kPlainTie = -1;  // of nearly all notes that are sorted by date
+    static constexpr int32_t kPlainTie = -1;  // of nearly all notes that are sorted by source
     TextNumbers texts_;
     std::string tree_;
     std::unordered_map<std::string, int32_t> ties_;

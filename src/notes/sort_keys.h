@@ -10,8 +10,8 @@
 
 namespace lore {
 
-/// The keys of the notes at some positions, so that they compare as CompareNotes compares the notes. Each text is
-/// lower-cased once.
+/// The keys of the notes at some positions by source or by category, so that they compare as CompareNotes compares the
+/// notes. Each text is lower-cased once.
 std::vector<SortKey> MakeSortKeys(std::span<const ListedNote> notes, const std::vector<uint32_t>& positions,
                                   SortBy sortBy);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <optional>
 
 #include "notes/sort_keys.h"
 #include "notes/sort_selection.h"
@@ -35,39 +34,28 @@ ListedNote Limit(bool descending) {
     return limit;
 }
 
-/// The order by date alone, which each save of a note makes anew. Nothing if a date isn't valid.
-std::optional<std::vector<uint32_t>> DateOrder(std::span<const ListedNote> notes, SortBy sortBy, bool descending) {
-    const auto dateOf = [sortBy](const ListedNote& entry) -> const DateTime& {
-        return sortBy == SortBy::DateChanged ? entry.note->dateEdited : entry.note->dateCreated;
-    };
-    const ListedNote limitNote = Limit(descending);
-    const int64_t limit = dateOf(limitNote).Seconds();
+/// The order of notes with valid dates by date alone, as places in `positions`. Each save of a note makes it anew.
+std::vector<uint32_t> DateOrder(std::span<const ListedNote> notes, const std::vector<uint32_t>& positions,
+                                SortBy sortBy, bool descending) {
     struct Dated {
         int64_t seconds;
-        uint32_t position;
+        uint32_t place;
     };
     std::vector<Dated> dated;
-    std::vector<uint32_t> behind;
-    dated.reserve(notes.size());
-    for (uint32_t i = 0; i < notes.size(); ++i) {
-        const DateTime& date = dateOf(notes[i]);
-        if (!date.IsValid())
-            return std::nullopt;
-        if (descending ? date.Seconds() >= limit : date.Seconds() <= limit)
-            dated.push_back({date.Seconds(), i});
-        else
-            behind.push_back(i);
+    dated.reserve(positions.size());
+    for (uint32_t i = 0; i < positions.size(); ++i) {
+        const CNote& note = *notes[positions[i]].note;
+        dated.push_back({(sortBy == SortBy::DateChanged ? note.dateEdited : note.dateCreated).Seconds(), i});
     }
     std::sort(dated.begin(), dated.end(), [descending](const Dated& a, const Dated& b) {
         if (a.seconds != b.seconds)
             return descending ? a.seconds > b.seconds : a.seconds < b.seconds;
-        return a.position > b.position;
+        return a.place > b.place;
     });
     std::vector<uint32_t> order;
-    order.reserve(notes.size());
+    order.reserve(dated.size());
     for (const Dated& entry : dated)
-        order.push_back(entry.position);
-    order.insert(order.end(), behind.begin(), behind.end());
+        order.push_back(entry.place);
     return order;
 }
 
@@ -80,10 +68,7 @@ std::span<const NoteSortChoice> NoteSortChoices() {
 std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sortId) {
     const bool descending = IsDescendingId(sortId);
     const SortBy sortBy = SortKeyOf(sortId);
-    if (sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged) {
-        if (std::optional<std::vector<uint32_t>> order = DateOrder(notes, sortBy, descending))
-            return *std::move(order);
-    }
+    const bool byDate = sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged;
     const ListedNote limit = Limit(descending);
     std::vector<uint32_t> sortable, behind;
     for (uint32_t i = 0; i < notes.size(); ++i) {
@@ -92,7 +77,8 @@ std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sor
     }
     std::vector<uint32_t> order;
     order.reserve(notes.size());
-    for (const uint32_t picked : SelectionOrder(MakeSortKeys(notes, sortable, sortBy), descending))
+    for (const uint32_t picked : byDate ? DateOrder(notes, sortable, sortBy, descending)
+                                        : SelectionOrder(MakeSortKeys(notes, sortable, sortBy), descending))
         order.push_back(sortable[picked]);  // cppcheck-suppress containerOutOfBounds; it was filled above
     order.insert(order.end(), behind.begin(), behind.end());
     return order;
