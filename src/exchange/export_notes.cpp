@@ -84,10 +84,10 @@ private:
         notes.each([&](const CNote& note) {
             writer_.Write(batch_, note);
             ++written_;
+            world_.progress.StepIt();
             if (batch_.Logical().size() > kBatchBytes)
                 HandOverBatch();
             AddAttachments(note);
-            world_.progress.StepIt();
             return !world_.progress.Cancelled();
         });
         HandOverBatch();

@@ -41,6 +41,7 @@ void BoardView::timerEvent(QTimerEvent* event) {
         return;
     }
     if (event->timerId() == impl_->savedTimer.timerId()) {
+        impl_->savedTimer.stop();
         impl_->RebuildAt(impl_->savedNote);
         emit SavedShown();
         return;

@@ -88,7 +88,6 @@ void BoardView::RebuildAtSavedSoon(int32_t noteId) {
 }
 
 void BoardView::Impl::RebuildAt(int32_t noteId) {
-    savedTimer.stop();
     store.DropNote(noteId);
     Reload();
     ChangeFocus(model.RowOf(noteId), true);
