@@ -165,5 +165,9 @@ TEST_F(Help, TutorialIsOffUntilAWebPageIsSet) {
     EXPECT_THAT(opened, ElementsAre("https://example.org/videos"));
 }
 
+TEST(About, NamesTheVersionAsUsersKnowIt) {
+    EXPECT_EQ(AboutVersionText(), "<Lorebinder>  -  Version 1.56");
+}
+
 }  // namespace
 }  // namespace lore

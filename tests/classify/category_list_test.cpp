@@ -107,6 +107,16 @@ TEST(CategoryList, LinksWhatItReadsWhateverTheFileSays) {
     EXPECT_EQ(Shape(forest), "9:n(7:n,7:n) 21122112:<UNASSIGNED>");
 }
 
+TEST(CategoryList, SurvivesACutAtEveryByte) {
+    const std::string whole =
+        Bytes(Forest({Node(5, "Alpha", {Node(6, "Beta", {Node(7, "")}), Node(8, "C")}), Node(9, "D")}));
+    for (size_t length = 0; length < whole.size(); ++length) {
+        const CProCategoryList forest = FromBytes(whole.substr(0, length));
+        EXPECT_NE(forest.FindByID(kUnassignedID), nullptr);
+        EXPECT_EQ(Shape(FromBytes(Bytes(forest))), Shape(forest)) << length;
+    }
+}
+
 TEST(CategoryList, IsBoundedOnCountsThatNoFileHolds) {
     const std::string node = Fields({1, -1, 0, 2'000'000'000});
     std::string nested;

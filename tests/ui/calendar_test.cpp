@@ -2,6 +2,7 @@
 #include <set>
 
 #include "calendar/event_file.h"
+#include "calendar/reminder_file.h"
 #include "calendar/series.h"
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/edit_day_dialog.h"
@@ -373,6 +374,33 @@ private slots:
         In<QPushButton>(*dialog_, "addReminder")->click();
         QTRY_COMPARE(opened_, 3);
         QCOMPARE(prompts_.seen.size(), 3u);
+    }
+
+    void months_of_a_full_year_turn_at_once() {
+        EventList events;
+        for (int i = 0; i < 5000; ++i) {
+            const DateTime start = DateTime(2026, 1, 1, 8 + i % 10, 0, 0).PlusDays(i % 365);
+            events.push_back(
+                Made("Lesson of a class with a longer name", start, start.PlusSeconds(3600), 1 + i % 20, false));
+        }
+        Put(events);
+        ReminderList reminders;
+        for (const CTmEvent& event : events) {
+            CTmReminder& reminder = reminders.emplace_back(NewReminder(app_->Context()));
+            reminder.EventId = event.EventId;
+            reminder.EventStart = event.Start;
+            reminder.SendTime = event.Start.PlusSeconds(-600);
+        }
+        QVERIFY(SaveReminders(app_->Data().Reminders(), reminders).Ok());
+        Open();
+        QElapsedTimer timer;
+        timer.start();
+        for (int month = 0; month < 12; ++month) {
+            QTest::keyClick(dialog_->Grid(), Qt::Key_PageDown);
+            dialog_->Grid()->repaint();
+        }
+        qInfo("a month turns in %.1f ms", static_cast<double>(timer.nsecsElapsed()) / 12e6);
+        QVERIFY(dialog_->Grid()->View().Grid().Month() == DateTime(2027, 3, 1));
     }
 
     void looks_good_data() { AddLooks(); }
