@@ -41,9 +41,7 @@ void BoardView::timerEvent(QTimerEvent* event) {
         return;
     }
     if (event->timerId() == impl_->savedTimer.timerId()) {
-        impl_->savedTimer.stop();
-        impl_->RebuildAt(impl_->savedNote);
-        emit SavedShown();
+        impl_->ShowSaved();
         return;
     }
     if (event->timerId() != impl_->dragTimer.timerId())

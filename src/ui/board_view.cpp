@@ -4,6 +4,7 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <algorithm>
+#include <utility>
 
 #include "ui/board_empty_pane.h"
 #include "ui/board_view_impl.h"
@@ -94,6 +95,26 @@ void BoardView::Impl::RebuildAt(int32_t noteId) {
     Settle();
     if (focusRow >= 0)
         Reveal(focusRow);  // what was estimated above it is laid out now
+}
+
+// The list is shown at once. A saved note beyond its edges comes into sight when the cards around it are laid out, one a
+// turn, so that a key never waits for all of them.
+void BoardView::Impl::ShowSaved() {
+    if (savedNote > 0) {
+        store.DropNote(savedNote);
+        Reload();
+        ChangeFocus(model.RowOf(std::exchange(savedNote, -1)), false);
+        Settle();
+    }
+    aheadTimer.stop();
+    const bool inSight = focusRow >= topRow && focusRow < endRow;
+    if (focusRow >= 0 && !inSight && LayOutAround(focusRow))
+        return;
+    savedTimer.stop();
+    if (focusRow >= 0)
+        Reveal(focusRow);
+    aheadTimer.start(0, &view);
+    emit view.SavedShown();
 }
 
 // Everything but the layout of the cards that come into sight.
@@ -280,6 +301,21 @@ bool BoardView::Impl::LayOutAhead() {
             }
             room -= heights.HeightOf(row);
         }
+    }
+    return false;
+}
+
+// Lays out one of the cards that Reveal brings into sight with a row; false if all of them are.
+bool BoardView::Impl::LayOutAround(int row) {
+    const int step = TopOf(row) < 0 ? 1 : -1;
+    int room = view.viewport()->height();
+    for (; room > 0 && row >= 0 && row < heights.Count(); row += step) {
+        if (!store.HasCardOf(row)) {
+            Measure(row);
+            SyncScrollBar();
+            return true;
+        }
+        room -= heights.HeightOf(row);
     }
     return false;
 }

@@ -37,7 +37,7 @@ public:
     /// SetFocusNote.
     void RebuildAt(int32_t noteId);
     /// The same for a note that was saved, at the next turn of the event loop: the content and the marks of all other
-    /// notes are what they were.
+    /// notes are what they were. Out of sight, it comes into sight some turns later, when its neighbours are laid out.
     void RebuildAtSavedSoon(int32_t noteId);
     /// One note's content is another one now, the list is the same.
     void RefreshNote(int32_t noteId);

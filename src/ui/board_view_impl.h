@@ -25,6 +25,7 @@ struct BoardView::Impl {
     void ReloadHeights();
     void Reload();
     void RebuildAt(int32_t noteId);
+    void ShowSaved();
     void Settle();
     void ClimbTo();
     int DescendFrom(int row, int y);
@@ -32,6 +33,7 @@ struct BoardView::Impl {
     int Measure(int row);
     void SyncScrollBar();
     bool LayOutAhead();
+    bool LayOutAround(int row);
     void AnchorAt(int row, int offset);
     void JumpTo(int position, bool toEnd);
 
@@ -85,7 +87,7 @@ struct BoardView::Impl {
     QBasicTimer dragTimer;
     QBasicTimer aheadTimer;  ///< runs while cards beyond the edges are to be laid out
     QBasicTimer savedTimer;  ///< runs while a saved note is to be shown
-    int32_t savedNote = -1;
+    int32_t savedNote = -1;  ///< a saved note whose list isn't shown yet
     CardHit pressedHit;  ///< under the left button when it went down
     QList<BoardCommand> noteCommands = {BoardCommand::RemoveFromList};
     QStringList otherNoteBooks;

@@ -16,7 +16,7 @@ class MemoryBoard : public BoardModel {
 public:
     int Count() const override { return static_cast<int>(notes.size()); }
     const CNote& NoteAt(int row) const override { return notes[static_cast<size_t>(row)]; }
-    const CNote& ShownNoteAt(int row) const override { return NoteAt(row); }
+    const CNote& ShownNoteAt(int row) const override { return ++laidOut, NoteAt(row); }
     int RowOf(int32_t noteId) const override;
     std::vector<const CSource*> SourcesOf(const CNote& note) const override;
     std::string SourceRemark(const CNote& note, const CSource& source) const override;
@@ -32,6 +32,7 @@ public:
 
     std::vector<CNote> notes;
     std::map<int32_t, CSource> sources;
+    mutable int laidOut = 0;  ///< how often a card was made of a note
 
 private:
     void Attach(CNote& note, const std::string& title, int32_t type, const std::string& storedFile);

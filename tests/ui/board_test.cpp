@@ -119,6 +119,34 @@ private slots:
         QCOMPARE(view_->CardRect(0).height(), view_->CardRect(1).height());
     }
 
+    void ASavedNoteComesIntoSightWithoutALongTurn() {
+        for (int i = 0; i < 400; ++i)
+            board_->AddText("Text");
+        Show();
+        QSignalSpy shown(view_.get(), &BoardView::SavedShown);
+        for (const int32_t id : {300, 120, 400, 399, 1}) {
+            board_->notes[size_t(id) - 1].plainText = "Changed " + std::string(size_t(id) * 10, 'x');
+            view_->RebuildAtSavedSoon(id);
+            int most = 0;
+            for (shown.clear(); shown.isEmpty();) {
+                const int before = board_->laidOut;
+                QCoreApplication::processEvents();
+                most = std::max(most, board_->laidOut - before);
+            }
+            QVERIFY2(most <= 2, qPrintable(QString::number(most)));
+            QCOMPARE(view_->FocusNote(), id);
+            QVERIFY(view_->viewport()->rect().contains(view_->CardRect(id - 1)));
+        }
+        // One that is saved before the last one has come into sight takes its place.
+        view_->RebuildAtSavedSoon(200);
+        QCoreApplication::processEvents();
+        view_->RebuildAtSavedSoon(250);
+        shown.clear();
+        QVERIFY(shown.wait());
+        QCOMPARE(view_->FocusNote(), 250);
+        QVERIFY(view_->viewport()->rect().contains(view_->CardRect(249)));
+    }
+
     void ScrollingMovesCardsByTheStepWhateverTheirHeights() {
         QRandomGenerator random(3);
         for (int i = 0; i < 300; ++i)
