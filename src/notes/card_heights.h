@@ -5,6 +5,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/id_marks.h"
+
 namespace lore {
 
 /// What is known of the heights of cards, by note: a measured height, or an estimate until the card is laid out. Asked
@@ -31,18 +33,16 @@ public:
     }
 
 private:
-    static constexpr uint32_t kLowIDs = 1u << 22;
-
     int32_t Stored(int32_t id) const {
         const auto index = static_cast<uint32_t>(id);
-        if (index < kLowIDs)
+        if (index < kDenseIDs)
             return index < low_.size() ? low_[index] : 0;
         const auto found = high_.find(id);
         return found == high_.end() ? 0 : found->second;
     }
     int32_t& Place(int32_t id) {
         const auto index = static_cast<uint32_t>(id);
-        if (index >= kLowIDs)
+        if (index >= kDenseIDs)
             return high_[id];
         if (index >= low_.size())
             low_.resize(std::max<size_t>(index + 1, low_.size() * 2));

@@ -97,8 +97,8 @@ void BoardView::Impl::RebuildAt(int32_t noteId) {
         Reveal(focusRow);  // what was estimated above it is laid out now
 }
 
-// The list is shown at once. A saved note beyond its edges comes into sight when the cards around it are laid out, one a
-// turn, so that a key never waits for all of them.
+// The list is shown at once. A saved note beyond its edges comes into sight when the cards around it are laid out, one
+// a turn, so that a key never waits for all of them.
 void BoardView::Impl::ShowSaved() {
     if (savedNote > 0) {
         store.DropNote(savedNote);

@@ -88,7 +88,7 @@ struct BoardView::Impl {
     QBasicTimer aheadTimer;  ///< runs while cards beyond the edges are to be laid out
     QBasicTimer savedTimer;  ///< runs while a saved note is to be shown
     int32_t savedNote = -1;  ///< a saved note whose list isn't shown yet
-    CardHit pressedHit;  ///< under the left button when it went down
+    CardHit pressedHit;      ///< under the left button when it went down
     QList<BoardCommand> noteCommands = {BoardCommand::RemoveFromList};
     QStringList otherNoteBooks;
     BoardEmptyPane* emptyPane = nullptr;

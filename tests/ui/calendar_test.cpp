@@ -10,6 +10,7 @@
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
+#include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -197,6 +198,8 @@ private slots:
         QCOMPARE(grid->child(15)->text(QAccessible::Name), QString("Monday, March 16 2026, 1 event: 9:00AM - Class"));
         QCOMPARE(grid->focusChild()->text(QAccessible::Name), QString("Saturday, March 14 2026, today, no events"));
         QCOMPARE(grid->child(13)->role(), QAccessible::Cell);
+        dialog_->Grid()->clearFocus();
+        QVERIFY(TellsOfFocusChild(*dialog_->Grid()));
         QTest::keyClick(dialog_->Grid(), Qt::Key_Right);
         QTest::keyClick(dialog_->Grid(), Qt::Key_Down, Qt::ShiftModifier);
         QVERIFY(grid->child(21)->state().selected && !grid->child(22)->state().selected);
