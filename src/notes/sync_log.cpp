@@ -54,13 +54,24 @@ private:
     std::string_view rest_;
 };
 
+/// What of a text has room in a line, which is read up to 1,999 bytes: three texts, six numbers and dates.
+std::string_view Fitting(std::string_view text) {
+    constexpr size_t kMost = 590;
+    if (text.size() <= kMost)
+        return text;
+    size_t end = kMost;
+    while (end > kMost - 3 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+        --end;  // within a character of UTF-8
+    return Trim(text.substr(0, end));
+}
+
 /// Builds a line of fields.
 class LineText {
 public:
     LineText& Add(std::string_view text) {
         if (!line_.empty())
             line_ += ' ';
-        line_.append(text) += ',';
+        line_.append(Fitting(text)) += ',';
         return *this;
     }
     LineText& Add(int32_t value) { return Add(std::to_string(value)); }

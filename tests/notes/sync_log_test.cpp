@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "notes/note_builder.h"
 #include "notes/sync_stamp.h"
 
@@ -104,6 +105,22 @@ TEST(SyncLog, NamesCanNotBreakTheirLine) {
     EXPECT_EQ(read.link.OnlineName, "a b c d");
     EXPECT_EQ(read.link.DesktopName, "");
     EXPECT_TRUE(read.Records().empty());
+}
+
+TEST(SyncLog, LongNamesLeaveTheirLineInOnePiece) {
+    SyncLog log = LogOf(kLinked);
+    for (const size_t shift : {0u, 1u, 2u}) {
+        std::string name(shift, 'x');
+        while (name.size() < 2000)
+            name += "\u706f";
+        log.link.OnlineName = log.link.DesktopName = log.link.NoteBookGuid = name;
+        const std::string bytes = BytesOfLog(log);
+        const SyncLog read = LogOf(bytes);
+        EXPECT_EQ(read.Records().size(), 2u);
+        EXPECT_TRUE(name.starts_with(read.link.DesktopName) && read.link.DesktopName.size() > 500);
+        EXPECT_TRUE(IsValidUtf8(read.link.DesktopName)) << shift;
+        EXPECT_EQ(BytesOfLog(read), bytes);
+    }
 }
 
 TEST(SyncLog, ReplacesByKeyOrAdds) {
