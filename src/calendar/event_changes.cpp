@@ -56,11 +56,16 @@ EventSave PutSeries(const CalendarWorld& world, EventList&& events, const EventL
     return EventSave::Saved;
 }
 
-/// Saves the reminders of one event, then the event. `old` are the reminders to go back to if that fails.
-EventSave SaveAlone(const CalendarWorld& world, CTmEvent event, const ReminderList& old) {
+/// Saves the reminders of an event, at the spans before its start where it has moved.
+void SaveOwnReminders(const CalendarWorld& world, CTmEvent& event, bool showProgress) {
     for (CTmReminder& reminder : event.Reminders)
         FollowStart(reminder, event.Start);
-    UpdateEventReminders(world, event, true);
+    UpdateEventReminders(world, event, showProgress);
+}
+
+/// Saves the reminders of one event, then the event. `old` are the reminders to go back to if that fails.
+EventSave SaveAlone(const CalendarWorld& world, CTmEvent event, const ReminderList& old) {
+    SaveOwnReminders(world, event, true);
     if (MergeEvents(world, {event}))
         return EventSave::Saved;
     event.Reminders = old;
@@ -119,9 +124,16 @@ EventSave WalkSeries(const CalendarWorld& world, const CTmEvent& event, const CT
     ReplaceEvents(events, series);
     const bool saved = SaveEvents(world, events);
     world.progress.Hide();
-    if (!saved)
+    if (!saved) {
         walk.TakeBack();
-    return saved ? EventSave::Saved : EventSave::NotWritten;
+        return EventSave::NotWritten;
+    }
+    if (event.Start != old.Start) {
+        CTmEvent moved = event;
+        moved.Reminders = StoredReminders(world, event.EventId);
+        SaveOwnReminders(world, moved, false);
+    }
+    return EventSave::Saved;
 }
 
 /// The change reaches as far as the user says. `apply(following)` carries it over to others.

@@ -210,6 +210,12 @@ TEST_F(EventChanges, AWalkKeepsWhatAMemberOfTheSeriesHasMovedTo) {
     EXPECT_EQ(Lines(Stored()),
               "04/11 09:00 Alone\n04/10 09:05 Late\n04/11 11:05 Late\n04/12 09:05 Late\n"
               "04/13 09:05 Late\n04/14 09:05 Late\n");
+    for (const size_t number : {0u, 1u, 2u}) {
+        const CTmEvent member = Member(number);
+        ASSERT_EQ(member.Reminders.size(), 1u);
+        EXPECT_EQ(member.Reminders[0].EventStart, member.Start);
+        EXPECT_EQ(member.Reminders[0].SendTime, member.Start.PlusSeconds(-3600)) << "the reminder follows what moved";
+    }
 }
 
 TEST_F(EventChanges, RemindersOfASeriesChangeWhereTheyAreTheSame) {
