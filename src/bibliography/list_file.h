@@ -15,6 +15,8 @@ public:
     bool ReadWhole() const { return readWhole_; }
     /// What the file held is kept beside; from here on the list is whole.
     void MarkWhole() { readWhole_ = true; }
+    /// What the records refer to is missing: a write would lose the references.
+    void MarkIncomplete() { readWhole_ = false; }
     /// The version of the file that was read last; 0 if it couldn't be opened.
     double Version() const { return version_; }
 

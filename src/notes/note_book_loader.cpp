@@ -72,7 +72,6 @@ private:
     std::vector<std::filesystem::path> files_;
     std::vector<FileNotes> notes_;  // one a file
     bool keepHeads_ = false;
-    bool sourcesAreWhole_ = false;
 };
 
 LoadReport Loader::Run() {
@@ -123,18 +122,18 @@ void Loader::ResetBook() {
 void Loader::ReadLists() {
     const NoteBookPaths& paths = book_.paths;
     Step();
-    const FileResult authors = book_.authors.LoadAuthors(paths.Authors());
-    TellFailedRead(faults_, "The authors could not be read", paths.Authors(), authors);
+    TellFailedRead(faults_, "The authors could not be read", paths.Authors(),
+                   book_.authors.LoadAuthors(paths.Authors()));
     Step();
     TellFailedRead(faults_, "The source types could not be read", paths.SourceTypes(),
                    book_.types.LoadTypes(paths.SourceTypes(), context_));
     Step();
-    const FileResult sources = book_.sources.LoadSources(paths.Sources(), context_);
-    TellFailedRead(faults_, "The sources could not be read", paths.Sources(), sources);
-    // Formatting takes out the ids of authors that the list lacks, so a file that was read in part must not be followed
-    // by a write.
-    sourcesAreWhole_ = (authors.Ok() || authors.Missing()) && book_.authors.ReadWhole() &&
-                       (sources.Ok() || sources.Missing()) && book_.sources.ReadWhole();
+    TellFailedRead(faults_, "The sources could not be read", paths.Sources(),
+                   book_.sources.LoadSources(paths.Sources(), context_));
+    // Formatting takes out the ids of authors that the list lacks: such sources aren't written back, and are kept
+    // beside before they are written later.
+    if (!book_.authors.ReadWhole())
+        book_.sources.MarkIncomplete();
     Step();
     ReadCategories();
     Step();
@@ -260,7 +259,7 @@ void Loader::TakeHeads() {
 }
 
 void Loader::WriteBack() {
-    if (sourcesAreWhole_)
+    if (book_.sources.ReadWhole())
         TellFailedWrite(faults_, "The sources could not be written", book_.paths.Sources(),
                         book_.sources.SaveSources(book_.paths.Sources(), book_.authors));
 }

@@ -13,6 +13,8 @@ bool WriteList(List& list, const std::filesystem::path& path, const char* unwrit
     if (!list.ReadWhole()) {
         std::filesystem::path kept;
         result = KeepCopy(path, kept);
+        if (result.Missing())
+            result = {};
     }
     if (result.Ok())
         result = save();

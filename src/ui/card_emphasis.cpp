@@ -12,7 +12,7 @@ constexpr size_t kMostSpans = 200;
 
 QTextCharFormat FormatOf(int32_t kind) {
     QTextCharFormat format;
-    format.setFontWeight(FontWeight(kind) > 480 ? QFont::Bold : QFont::Normal);
+    format.setFontWeight(FontWeight(kind));
     format.setFontItalic(kind == kItalic || kind == kBoldItalic || kind == kItalicUnderline ||
                          kind == kBoldItalicUnderline);
     format.setFontUnderline(kind == kUnderline || kind == kBoldUnderline || kind == kItalicUnderline ||

@@ -9,6 +9,7 @@
 #include "bibliography/source_record.h"
 #include "notes/note_builder.h"
 #include "notes/note_cleaner.h"
+#include "notes/notebook_lists.h"
 
 namespace lore {
 namespace {
@@ -263,6 +264,16 @@ TEST_F(NoteBookLoader, SourcesAreWrittenBackOnlyIfNothingIsMissing) {
     PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(3).Bytes());
     Load();
     EXPECT_EQ(BytesOf(disk.paths.Sources()), withAuthor);
+    // What is written later has to take them out: the file with the ids is kept beside, once, whatever is written
+    // first.
+    EXPECT_TRUE(WriteAuthors(book, faults) && WriteSources(book, faults) && WriteSources(book, faults));
+    EXPECT_EQ(BytesOf(disk.paths.Sources().string() + ".kept"), withAuthor);
+    EXPECT_FALSE(std::filesystem::exists(disk.paths.Sources().string() + ".2.kept"));
+    std::filesystem::remove(disk.paths.Sources());
+    PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(3).Bytes());
+    Load();
+    EXPECT_TRUE(WriteSources(book, faults));
+    PutBytes(disk.paths.Sources(), withAuthor);
     PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(0).Bytes());
     Load();
     EXPECT_NE(BytesOf(disk.paths.Sources()), withAuthor);

@@ -1,7 +1,11 @@
+#include <QFontInfo>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
+#include "bibliography/citation_spans.h"
 #include "ui/board_window.h"
+#include "ui/card_emphasis.h"
 
 namespace lore {
 
@@ -104,6 +108,19 @@ private slots:
         options.showKeyWords = false;
         view_->SetOptions(options);
         QCOMPARE(view_->CardRect(1).height(), 17);
+    }
+
+    void TitlesInItalicsAreNotBold() {
+        CSource source;
+        source.FormattedText = "A title";
+        source.SpanStarts = {0};
+        source.SpanEnds = {6};
+        constexpr std::array kBold = {false, false, true, false, true, true, false, true};
+        for (int32_t kind = kItalic; kind <= kBoldItalicUnderline; ++kind) {
+            source.SpanKinds = {kind};
+            const QTextCharFormat format = CitationEmphasis(source).first().format;
+            QCOMPARE(QFontInfo(format.font()).bold(), kBold[size_t(kind)]);
+        }
     }
 
     void HidesSetsTwoAndThreeOnDemand() {
