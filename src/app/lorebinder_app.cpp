@@ -147,7 +147,7 @@ void CLorebinderApp::ShowNotes(const LongList& ids, Background* background) {
     CNoteList shown;
     KeptForLater faults;
     // Stopped, it shows the notes that it had come to.
-    RunBeside(background, "Loading notes....", [&](const std::stop_token& stop) {
+    RunBeside(background, "Loading Notes...", [&](const std::stop_token& stop) {
         LoadNotesToList(book_, ids, kNoSort, Context(), faults, shown, stop);
     });
     faults.TellAll(ports_.faults);
@@ -249,7 +249,7 @@ size_t CLorebinderApp::Gather(const LongList& ids) {
     CNoteList next = list_;
     KeptForLater faults;
     size_t added = 0;
-    const bool done = RunBeside(ports_.background, "Loading notes....", [&](const std::stop_token& stop) {
+    const bool done = RunBeside(ports_.background, "Loading Notes...", [&](const std::stop_token& stop) {
         added = LoadNotesToList(book_, ids, SortOrder(), Context(), faults, next, stop);
     });
     faults.TellAll(ports_.faults);

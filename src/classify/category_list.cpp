@@ -218,12 +218,8 @@ int32_t CProCategoryList::GetMaxCategoryID(int& maxCategoryID) const {
 }
 
 void CProCategoryList::RaiseMaxCategoryID(int& maxCategoryID) const {
-    for (const CProCategoryTree& root : roots_)
-        ForIDs(root, [&](int32_t id) {
-            if (id < kUnassignedID)
-                maxCategoryID = std::max(maxCategoryID, id);
-        });
-    maxCategoryID = CategoryIDAfter(maxCategoryID);
+    const int32_t given = GetMaxCategoryID(maxCategoryID);
+    maxCategoryID = CategoryIDAfter(std::max(given, maxCategoryID));
 }
 
 void CProCategoryList::RemoveNote(int32_t note, int set) {

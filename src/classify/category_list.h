@@ -69,8 +69,8 @@ public:
     /// Raises the stored counter to the highest id and gives it, or 21122117 where it has become the reserved id. The
     /// next category gets one more than this.
     int32_t GetMaxCategoryID(int& maxCategoryID) const;
-    /// Moves the stored counter on after a load or a conversion: the larger of itself and the highest id below the
-    /// reserved one, plus 1.
+    /// Moves the stored counter on after a load or a conversion: the larger of itself and what GetMaxCategoryID gives,
+    /// plus 1.
     void RaiseMaxCategoryID(int& maxCategoryID) const;
 
     /// Takes a note out of every category.

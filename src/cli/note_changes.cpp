@@ -110,8 +110,9 @@ bool NoteChanges::Apply(Session& session, const OpenNoteBook& book, EditNoteSess
 void NoteChanges::ApplyCategories(Session& session, const OpenNoteBook& book, EditNoteSession& edited) const {
     CNote wanted = edited.note;
     for (const auto& [set, path] : categories) {
-        CProCategoryTree chain = ChainOf(path);
-        wanted.categories[static_cast<size_t>(set) - 1] = IsUnassignedPath(chain) ? CProCategoryTree() : chain;
+        const CProCategoryTree chain = ChainOf(path);
+        const bool isReserved = EqualNoCase(chain.name, kUnassignedName);
+        wanted.categories[static_cast<size_t>(set) - 1] = isReserved ? CProCategoryTree() : chain;
     }
     PrintedPrompts nobody;
     CategoryAssignment paths(book.categories, session.GetSettings().Int(Option::MaxCategoryID), nobody);

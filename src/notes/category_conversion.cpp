@@ -69,7 +69,9 @@ bool ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const Rea
     for (const std::filesystem::path& file : files)
         written = ConvertFile(conversion, file, context, faults) && written;
     conversion.MergeEmptyCategories(paths, faults);
-    const FileResult result = conversion.Finish().Save(paths.Categories());
+    const CProCategoryList forest = conversion.Finish();
+    forest.RaiseMaxCategoryID(maxCategoryID);
+    const FileResult result = forest.Save(paths.Categories());
     TellFailedWrite(faults, "The categories could not be written", paths.Categories(), result);
     return written && result.Ok();
 }

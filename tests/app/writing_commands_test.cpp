@@ -65,7 +65,7 @@ TEST_F(WritingCommandsTest, TheLastListLoadsBesideTheWindowAtTheStart) {
         EXPECT_EQ(again.List().Count(), isStopped ? 0u : 3u);
         EXPECT_EQ(again.NoteBook().TotalNoteCount(), 3u) << "a stopped list leaves the NoteBook whole";
     }
-    EXPECT_THAT(thread.texts, ElementsAre("Loading notes....", "Loading notes...."));
+    EXPECT_THAT(thread.texts, ElementsAre("Loading Notes...", "Loading Notes..."));
 }
 
 TEST_F(WritingCommandsTest, ANewNoteIsFilledFromTheOneSavedLastWhileTheListHoldsIt) {

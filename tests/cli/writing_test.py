@@ -67,8 +67,9 @@ class Writing(FreshTest):
                          [["Sea", "Coast"], ["Sea", "Deep"], ["Sea", "Deep", "Trench"]])
         [sea] = [root for root in self.json("categories") if root["name"] == "Sea"]
         self.assertEqual([child["name"] for child in sea["children"]], ["Coast", "Deep"])
-        self.run_cli("edit", note, "--category", "1", "<UNASSIGNED>")
-        self.assertEqual(self.json("note", note)["categories"][0], [])
+        for number, name in (("1", "<UNASSIGNED>"), ("2", "<unassigned>")):
+            self.run_cli("edit", note, "--category", number, name)
+            self.assertEqual(self.json("note", note)["categories"][int(number) - 1], [])
 
     def test_what_cannot_be_done_is_said_and_changes_nothing(self):
         note = self.add()

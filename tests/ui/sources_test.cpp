@@ -138,7 +138,11 @@ private slots:
         InNewSource([&](CEditSourceDlg& dialog) {
             QTRY_VERIFY(dialog.findChild<QLineEdit*>("title")->hasFocus());
             QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "  The Eddystone Light ");
-            QTest::keyClicks(dialog.findChild<QComboBox*>("publication")->lineEdit(), "Harbor Press");
+            auto* const publication = dialog.findChild<QComboBox*>("publication");
+            publication->addItem("harbor press");
+            publication->setFocus();
+            QTest::keyClicks(publication->lineEdit(), "Harbor Press");
+            QTest::keyClick(publication->lineEdit(), Qt::Key_Return);
             for (const char* const last : {"Smeaton", "Winstanley"}) {
                 dialog.findChild<QListWidget*>("availableAuthors")->clearSelection();
                 Retype(&dialog, "last", last);

@@ -34,6 +34,8 @@ CEditSourceDlg::CEditSourceDlg(SourceEditor& editor, const SourceWindows& window
     };
     connect(title_, &QLineEdit::textEdited, this, typed(0));
     connect(publication_, &QComboBox::editTextChanged, this, typed(1));
+    connect(publication_, &QComboBox::activated, this,
+            [this, typed](int line) { typed(1)(publication_->itemData(line).toString()); });
     connect(indent_, &QSpinBox::valueChanged, this, [this](int value) {
         editor_.SetIndentSpaces(value);
         ShowPreview();

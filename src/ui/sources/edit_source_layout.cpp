@@ -115,10 +115,10 @@ QWidget* CEditSourceDlg::MakeMain() {
     publication_->setInsertPolicy(QComboBox::NoInsert);
     publication_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     qobject_cast<QListView*>(publication_->view())->setUniformItemSizes(true);
-    QStringList known;
+    // Typed letters are kept as they are: the box would put the entry in their place that differs by case alone.
+    disconnect(publication_->lineEdit(), &QLineEdit::editingFinished, publication_, nullptr);
     for (const std::string& text : editor_.Publications())
-        known.append(ToQString(text).simplified());
-    publication_->addItems(known);
+        publication_->addItem(ToQString(text).simplified(), ToQString(text));
     publication_->completer()->setCompletionMode(QCompleter::PopupCompletion);
     publication_->completer()->setCaseSensitivity(Qt::CaseInsensitive);
     publication_->completer()->setFilterMode(Qt::MatchContains);

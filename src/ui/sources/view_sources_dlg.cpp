@@ -80,8 +80,7 @@ void CViewSourcesDlg::MakeFilters() {
         connect(box, &QComboBox::activated, this, [this, i](int line) {
             browser_.Choose(static_cast<SourceFilter>(i), static_cast<size_t>(line));
             ShowRows();
-            if (browser_.SelectedID() < 0)
-                list_->scrollToTop();
+            list_->scrollToTop();
         });
         boxes_[i] = box;
     }
