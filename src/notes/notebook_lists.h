@@ -6,7 +6,8 @@
 namespace lore {
 
 // Each writes one list of the open NoteBook to its file. A list that could not be read whole, or sources whose authors
-// could not, are kept beside before they are written anew for the first time. A failure is told, and gives false: the file is as it was then.
+// could not, are kept beside before they are written anew for the first time. A failure is told, and gives false: the
+// file is as it was then.
 
 bool WriteAuthors(OpenNoteBook& book, FaultNotice& faults);
 bool WriteSourceTypes(OpenNoteBook& book, FaultNotice& faults);
