@@ -52,6 +52,11 @@ public:
     size_t Size() const { return data_.size(); }
     /// True if a field was asked for that the file didn't hold whole.
     bool RanOut() const { return ranOut_; }
+    /// True if the file held all that was asked for, and nothing behind it.
+    bool ReadWhole() const { return !ranOut_ && AtEnd(); }
+    /// Bytes of the longest counted string so far, and the note of another one.
+    size_t LongestText() const { return longestText_; }
+    void NoteText(size_t bytes) { longestText_ = std::max(longestText_, bytes); }
     /// True if there is a zero byte anywhere in the stream: it ends the field that it stands in.
     bool HasZero() const { return hasZero_; }
     /// One more entry of a counted list: true unless the end is reached and all made-up entries are used up.
@@ -67,9 +72,16 @@ public:
 private:
     std::string data_;
     size_t position_ = 0;
+    size_t longestText_ = 0;
     int madeUp_ = 0;
     bool ranOut_ = false;
     bool hasZero_ = false;
+};
+
+/// What a record file shows beside its records, once they are read.
+struct RecordFileState {
+    bool isWhole = true;     ///< it held all that was asked for, and nothing behind it
+    size_t longestText = 0;  ///< bytes of its longest counted string
 };
 
 /// Collects the logical stream of a record file that is being written.

@@ -34,6 +34,8 @@ std::string ToUpper(std::string_view bytes);
 
 /// Below 0, 0 or above 0: the order of the lower-cased bytes.
 int CompareNoCase(std::string_view a, std::string_view b);
+/// The same characters, whatever the form of their bytes; EqualNoCase without regard to case.
+bool IsSameText(std::string_view a, std::string_view b);
 bool EqualNoCase(std::string_view a, std::string_view b);
 
 /// Without white space (blank, tab, line feed, vertical tab, form feed, carriage return) at both ends, at the left, at

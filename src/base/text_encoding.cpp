@@ -226,8 +226,14 @@ int CompareNoCase(std::string_view a, std::string_view b) {
     return ToLower(a).compare(ToLower(b));
 }
 
+bool IsSameText(std::string_view a, std::string_view b) {
+    return a == b || ToUtf8(a) == ToUtf8(b);
+}
+
 bool EqualNoCase(std::string_view a, std::string_view b) {
-    return CompareNoCase(a, b) == 0;
+    if (AsciiPrefix(a) == a.size() || AsciiPrefix(b) == b.size())
+        return CompareNoCase(a, b) == 0;
+    return CompareNoCase(ToUtf8(a), ToUtf8(b)) == 0;
 }
 
 }  // namespace lore

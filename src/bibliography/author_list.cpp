@@ -4,6 +4,7 @@
 #include <functional>
 #include <limits>
 
+#include "base/text.h"
 #include "bibliography/author_name.h"
 
 namespace lore {
@@ -26,13 +27,13 @@ constexpr std::string CAuthor::*kStrings[] = {&CAuthor::first, &CAuthor::middle,
 size_t NameHash(const CAuthor& author) {
     size_t hash = 0;
     for (const auto member : kStrings)
-        hash = hash * 1000003u ^ std::hash<std::string>()(author.*member);
+        hash = hash * 1000003u ^ std::hash<std::string>()(ToUtf8(author.*member));
     return hash;
 }
 
 bool HaveSameStrings(const CAuthor& a, const CAuthor& b) {
     return std::all_of(std::begin(kStrings), std::end(kStrings),
-                       [&](std::string CAuthor::*member) { return a.*member == b.*member; });
+                       [&](std::string CAuthor::*member) { return IsSameText(a.*member, b.*member); });
 }
 
 CAuthor ReadAuthor(RecordReader* stream) {

@@ -17,7 +17,7 @@ class AuthorList : public ListFile {
 public:
     /// The first author with the id, or null. The pointer lives until the list changes.
     const CAuthor* FindAuthorByID(int32_t id) const;
-    /// The id of the first author whose five strings all equal the value's; -1 if there is none.
+    /// The id of the first author whose five strings hold the same characters as the value's; -1 if there is none.
     int32_t FindAuthorByName(const CAuthor& value) const;
 
     /// Appends a copy, unless an author with this id is there already: then nothing changes and the result is false.

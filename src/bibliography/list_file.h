@@ -11,8 +11,10 @@ namespace lore {
 /// A list that lives in a file of its own: a version, a count and the records.
 class ListFile {
 public:
-    /// False if the file of the last load is there and could not be read to its end: then records are missing.
+    /// False if the file of the last load is there and could not be read, broke off or holds more than its records:
+    /// what it holds isn't all in the list.
     bool ReadWhole() const { return readWhole_; }
+    RecordFileState State() const { return {readWhole_, longestText_}; }
     /// What the file held is kept beside; from here on the list is whole.
     void MarkWhole() { readWhole_ = true; }
     /// What the records refer to is missing: a write would lose the references.
@@ -28,17 +30,20 @@ protected:
         std::unique_ptr<RecordReader> stream;
         const FileResult result = OpenRecordFile(path, stream);
         readWhole_ = result.Missing();
+        longestText_ = 0;
         if (!result.Ok())
             return result;
         ReadFixedDouble(stream.get(), version_);
         readRecords(stream.get());
-        readWhole_ = !stream->RanOut();
+        readWhole_ = stream->ReadWhole();
+        longestText_ = stream->LongestText();
         return result;
     }
 
 private:
     double version_ = 0;
     bool readWhole_ = true;
+    size_t longestText_ = 0;
 };
 
 }  // namespace lore

@@ -10,28 +10,28 @@ namespace lore {
 namespace {
 
 template <typename Read>
-FileResult CheckFile(const std::filesystem::path& path, bool& isDamaged, Read read) {
-    isDamaged = false;
+FileResult CheckFile(const std::filesystem::path& path, RecordFileState& state, Read read) {
+    state = {};
     std::unique_ptr<RecordReader> stream;
     const FileResult result = OpenRecordFile(path, stream);
     if (stream) {
         read(*stream);
-        isDamaged = stream->RanOut() || !stream->AtEnd();
+        state = {stream->ReadWhole(), stream->LongestText()};
     }
     return result;
 }
 
 }  // namespace
 
-FileResult CheckEventFile(const std::filesystem::path& path, const ReadContext& context, bool& isDamaged) {
-    return CheckFile(path, isDamaged, [&](RecordReader& stream) {
+FileResult CheckEventFile(const std::filesystem::path& path, const ReadContext& context, RecordFileState& state) {
+    return CheckFile(path, state, [&](RecordReader& stream) {
         EventList events;
         ReadEvents(stream, events, context);
     });
 }
 
-FileResult CheckReminderFile(const std::filesystem::path& path, const ReadContext& context, bool& isDamaged) {
-    return CheckFile(path, isDamaged, [&](RecordReader& stream) {
+FileResult CheckReminderFile(const std::filesystem::path& path, const ReadContext& context, RecordFileState& state) {
+    return CheckFile(path, state, [&](RecordReader& stream) {
         ReminderList reminders;
         ReadReminders(stream, reminders, context);
     });

@@ -7,9 +7,9 @@
 
 namespace lore {
 
-/// Reads a file of events, or of reminders, and sets whether it breaks off or holds more than its records. A file that
-/// doesn't open isn't damaged; the result says why.
-FileResult CheckEventFile(const std::filesystem::path& path, const ReadContext& context, bool& isDamaged);
-FileResult CheckReminderFile(const std::filesystem::path& path, const ReadContext& context, bool& isDamaged);
+/// Reads a file of events, or of reminders, and tells its state. One that doesn't open counts as whole; the result says
+/// why.
+FileResult CheckEventFile(const std::filesystem::path& path, const ReadContext& context, RecordFileState& state);
+FileResult CheckReminderFile(const std::filesystem::path& path, const ReadContext& context, RecordFileState& state);
 
 }  // namespace lore

@@ -1,5 +1,6 @@
 #include "calendar/calendar_world.h"
 
+#include "base/file_copy.h"
 #include "calendar/event_file.h"
 #include "calendar/reminder_file.h"
 
@@ -17,6 +18,26 @@ bool Told(const CalendarWorld& world, const FileResult& result, const char* what
 bool IsReadable(const CalendarWorld& world, const FileResult& result, const char* what,
                 const std::filesystem::path& path) {
     return result.Missing() || Told(world, result, what, path);
+}
+
+void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, bool isWhole) {
+    if (isWhole)
+        world.damaged->erase(path);
+    else
+        world.damaged->insert(path);
+}
+
+/// Keeps what a damaged file holds, then writes it anew.
+template <typename Write>
+FileResult WriteAnew(const CalendarWorld& world, const std::filesystem::path& path, Write write) {
+    if (world.damaged->contains(path)) {
+        std::filesystem::path kept;
+        const FileResult result = KeepCopy(path, kept);
+        if (!result.Ok() && !result.Missing())
+            return result;
+        world.damaged->erase(path);
+    }
+    return write();
 }
 
 }  // namespace
@@ -48,12 +69,14 @@ void CalendarWorld::ShowProgress(const std::string& text, int milliseconds) cons
 }
 
 bool LoadEvents(const CalendarWorld& world, EventList& events) {
-    const FileResult result = LoadAllEvents(world.eventFile, world.Context(), events);
+    bool isWhole = true;
+    const FileResult result = LoadAllEvents(world.eventFile, world.Context(), events, &isWhole);
+    NoteDamage(world, world.eventFile, isWhole);
     return IsReadable(world, result, "The events could not be read", world.eventFile);
 }
 
 bool SaveEvents(const CalendarWorld& world, const EventList& events) {
-    const FileResult result = WriteEvents(world.eventFile, events);
+    const FileResult result = WriteAnew(world, world.eventFile, [&] { return WriteEvents(world.eventFile, events); });
     return Told(world, result, "The events could not be saved", world.eventFile);
 }
 
@@ -73,12 +96,15 @@ bool MergeEvents(const CalendarWorld& world, const EventList& events) {
 }
 
 bool LoadReminders(const CalendarWorld& world, ReminderList& reminders) {
-    const FileResult result = LoadAllReminders(world.reminderFile, world.Context(), reminders);
+    bool isWhole = true;
+    const FileResult result = LoadAllReminders(world.reminderFile, world.Context(), reminders, &isWhole);
+    NoteDamage(world, world.reminderFile, isWhole);
     return IsReadable(world, result, "The reminders could not be read", world.reminderFile);
 }
 
 bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders) {
-    const FileResult result = SaveReminders(world.reminderFile, reminders);
+    const FileResult result =
+        WriteAnew(world, world.reminderFile, [&] { return SaveReminders(world.reminderFile, reminders); });
     return Told(world, result, "The reminders could not be saved", world.reminderFile);
 }
 

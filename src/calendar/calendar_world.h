@@ -3,6 +3,8 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <memory>
+#include <set>
 #include <string>
 
 #include "calendar/event_list.h"
@@ -47,6 +49,8 @@ struct CalendarWorld {
     std::function<void(int)> wait = [](int) {};
     /// Stores the settings at once.
     std::function<void()> saveOptions = [] {};
+    /// Files that weren't whole when they were read last.
+    std::shared_ptr<std::set<std::filesystem::path>> damaged = std::make_shared<std::set<std::filesystem::path>>();
 
     ReadContext Context() const { return {.now = clock.Now(), .nowUtc = clock.NowUtc(), .guids = &guids}; }
     void ShowProgress(const std::string& text) const;
@@ -58,6 +62,7 @@ struct CalendarWorld {
 
 // The two files. Failures are told. A file that is there and can't be read is nothing to work on, for writing it would
 // lose what it holds: the result of loading is then false, and nothing may be written. One that isn't there is empty.
+// What a damaged file holds is kept beside before it is written anew.
 
 bool LoadEvents(const CalendarWorld& world, EventList& events);
 bool SaveEvents(const CalendarWorld& world, const EventList& events);

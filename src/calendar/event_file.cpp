@@ -1,5 +1,6 @@
 #include "calendar/event_file.h"
 
+#include "base/file_copy.h"
 #include "calendar/record_list.h"
 
 namespace lore {
@@ -14,11 +15,13 @@ void ReadEvent(RecordReader& stream, CTmEvent& event, const ReadContext& context
 }
 
 template <typename Keep>
-FileResult LoadEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list, Keep keep) {
-    return ReadRecordFile(path, [&](RecordReader& stream) {
+FileResult LoadEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list, Keep keep,
+                      bool* isWhole = nullptr) {
+    const auto read = [&](RecordReader& stream) {
         ReadRecordList(
             stream, list, [&](CTmEvent& event) { ReadEvent(stream, event, context); }, keep);
-    });
+    };
+    return ReadRecordFile(path, read, isWhole);
 }
 
 bool KeepAll(const CTmEvent&) {
@@ -52,8 +55,9 @@ void WriteEvents(RecordWriter& stream, const EventList& list) {
     WriteRecordList(stream, list, [&](const CTmEvent& event) { VisitEventFields(event, FieldWriter{stream}); });
 }
 
-FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list) {
-    return LoadEvents(path, context, list, KeepAll);
+FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list,
+                         bool* isWhole) {
+    return LoadEvents(path, context, list, KeepAll, isWhole);
 }
 
 FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
@@ -74,7 +78,11 @@ FileResult MergeSaveEvents(const std::filesystem::path& path, const ReadContext&
     BeginPass(progress, list.size(), "Updating Events...");
     progress.Show();
     EventList merged;
-    FileResult result = LoadAllEvents(path, context, merged);
+    bool isWhole = true;
+    FileResult result = LoadAllEvents(path, context, merged, &isWhole);
+    std::filesystem::path kept;
+    if (!isWhole)
+        result = KeepCopy(path, kept);
     if (result.Ok() || result.Missing()) {
         MergeEvents(merged, list, [&] { progress.StepIt(); });
         result = SaveWithProgress(path, merged, progress);

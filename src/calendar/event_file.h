@@ -25,7 +25,9 @@ double ReadEvents(RecordReader& stream, EventList& list, const ReadContext& cont
 void WriteEvents(RecordWriter& stream, const EventList& list);
 
 /// Appends every record of the file. One that doesn't open has none.
-FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list);
+/// @param isWhole  false behind a file that broke off or holds more than its records
+FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list,
+                         bool* isWhole = nullptr);
 /// The same for the records that start at or after `first` or end at or before `last`: all but those that cover the
 /// whole range.
 FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
@@ -33,7 +35,8 @@ FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContex
 /// Rewrites the file. With a failure the old file stands.
 FileResult WriteEvents(const std::filesystem::path& path, const EventList& list);
 /// Puts each event over the file's record of the same id, or behind the records, and rewrites the file. A file that is
-/// there and can't be read isn't written, for its other events would be lost; the result is then that of reading.
+/// there and can't be read isn't written, for its other events would be lost; the result is then that of reading. What
+/// a damaged file holds is kept beside first.
 FileResult MergeSaveEvents(const std::filesystem::path& path, const ReadContext& context, const EventList& list,
                            Progress& progress);
 

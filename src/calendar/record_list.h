@@ -60,12 +60,15 @@ void WriteRecordList(RecordWriter& stream, const std::vector<Record>& list, Writ
 }
 
 /// Opens a file and hands its stream to `read(stream)`. One that doesn't open has no records.
+/// @param isWhole  false behind a file that broke off or holds more than its records
 template <typename Read>
-FileResult ReadRecordFile(const std::filesystem::path& path, Read read) {
+FileResult ReadRecordFile(const std::filesystem::path& path, Read read, bool* isWhole = nullptr) {
     std::unique_ptr<RecordReader> stream;
     const FileResult opened = OpenRecordFile(path, stream);
     if (opened.Ok())
         read(*stream);
+    if (isWhole)
+        *isWhole = !opened.Ok() || stream->ReadWhole();
     return opened;
 }
 

@@ -14,12 +14,14 @@ void ReadReminder(RecordReader& stream, CTmReminder& reminder, const ReadContext
 }
 
 template <typename Keep>
-FileResult LoadReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list, Keep keep) {
+FileResult LoadReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list, Keep keep,
+                         bool* isWhole = nullptr) {
     list.clear();
-    return ReadRecordFile(path, [&](RecordReader& stream) {
+    const auto read = [&](RecordReader& stream) {
         ReadRecordList(
             stream, list, [&](CTmReminder& reminder) { ReadReminder(stream, reminder, context); }, keep);
-    });
+    };
+    return ReadRecordFile(path, read, isWhole);
 }
 
 bool KeepAll(const CTmReminder&) {
@@ -38,8 +40,9 @@ void WriteReminders(RecordWriter& stream, const ReminderList& list) {
                     [&](const CTmReminder& reminder) { VisitReminderFields(reminder, FieldWriter{stream}); });
 }
 
-FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list) {
-    return LoadReminders(path, context, list, KeepAll);
+FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list,
+                            bool* isWhole) {
+    return LoadReminders(path, context, list, KeepAll, isWhole);
 }
 
 FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,

@@ -26,7 +26,9 @@ void WriteReminders(RecordWriter& stream, const ReminderList& list);
 // The loading functions empty the list first. A file that doesn't open has no records; if it is there all the same,
 // saving the list would lose what it holds.
 
-FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list);
+/// @param isWhole  false behind a file that broke off or holds more than its records
+FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list,
+                            bool* isWhole = nullptr);
 /// Those whose SendTime is at or after `first` and at or before `last`, by full date and time.
 FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
                                 const DateTime& last, ReminderList& list);

@@ -66,7 +66,7 @@ const CProCategoryTree* FirstWith(const std::vector<CProCategoryTree>& siblings,
 CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
     version = other.version;
     unread_ = other.unread_;
-    brokeOff_ = other.brokeOff_;
+    damaged_ = other.damaged_;
     EditRoots() = other.roots_;
     return *this;
 }
@@ -93,18 +93,18 @@ FileResult CProCategoryList::Load(const std::filesystem::path& path) {
     const FileResult result = OpenRecordFile(path, reader);
     Read(result.Ok() ? reader.get() : nullptr);
     unread_ = result.Missing() ? FileResult{} : result;
-    brokeOff_ = result.Ok() && reader->RanOut() ? path : std::filesystem::path();
+    damaged_ = result.Ok() && !reader->ReadWhole() ? path : std::filesystem::path();
     return result;
 }
 
 FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
     if (!unread_.Ok())
         return unread_;
-    if (!brokeOff_.empty() && path == brokeOff_) {
+    if (!damaged_.empty() && path == damaged_) {
         std::filesystem::path kept;
         if (const FileResult copied = KeepCopy(path, kept); !copied.Ok() && !copied.Missing())
             return copied;
-        brokeOff_.clear();
+        damaged_.clear();
     }
     RecordWriter writer;
     Write(&writer);

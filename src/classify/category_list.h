@@ -24,7 +24,7 @@ public:
         : version(other.version),
           roots_(other.roots_),
           unread_(other.unread_),
-          brokeOff_(other.brokeOff_),
+          damaged_(other.damaged_),
           fresh_(false) {}
     CProCategoryList(CProCategoryList&&) = default;
     CProCategoryList& operator=(const CProCategoryList& other);
@@ -91,8 +91,8 @@ private:
 
     std::vector<CProCategoryTree> roots_;
     FileResult unread_;
-    mutable std::filesystem::path brokeOff_;  // the file that broke off, until what it held is kept beside
-    mutable NodesByID nodes_;                 // empty until the first search after a change
+    mutable std::filesystem::path damaged_;  // a file that wasn't whole, until what it held is kept beside
+    mutable NodesByID nodes_;                // empty until the first search after a change
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.
     bool fresh_ = true;

@@ -9,15 +9,6 @@
 
 namespace lore {
 
-namespace {
-
-/// The same characters, whatever the form of their bytes: that follows from the line in which they stand.
-bool IsSameText(std::string_view a, std::string_view b) {
-    return a == b || ToUtf8(a) == ToUtf8(b);
-}
-
-}  // namespace
-
 std::vector<std::string_view> SplitKeyWords(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(','), text.size()));
     text = text.substr(0, text.find_last_not_of(',') + 1);

@@ -1,5 +1,7 @@
 #include "cli/bibliography_data.h"
 
+#include <algorithm>
+
 #include "base/file_io.h"
 #include "base/text.h"
 #include "bibliography/source_record.h"
@@ -116,6 +118,7 @@ CSource SourceOf(const Json& json, const ReadContext& context) {
     Take(json, "AuthorsBeforeEtAl", source.AuthorsBeforeEtAl);
     Take(json, "AuthorIDs", source.AuthorIDs);
     Take(json, "FieldTexts", source.FieldTexts);
+    source.FieldTexts.resize(std::max(source.FieldTexts.size(), kFieldSlots));
     Take(json, "YearOnly", source.YearOnly);
     Take(json, "HasDate", source.HasDate);
     Take(json, "SourceDate", source.SourceDate);

@@ -36,10 +36,9 @@ public:
 private:
     static void CheckCalendar(Session& session, std::vector<Finding>& findings) {
         const auto check = [&](const std::filesystem::path& file, const char* unread, auto read) {
-            bool isDamaged = false;
-            session.Check(read(file, session.Context(), isDamaged), unread, file);
-            if (isDamaged)
-                findings.push_back({FindingKind::DamagedFile, file.string(), "the file is short or damaged"});
+            RecordFileState state;
+            session.Check(read(file, session.Context(), state), unread, file);
+            AddFileFindings(file, state, findings);
         };
         check(session.Data().Events(), "The events could not be read", CheckEventFile);
         check(session.Data().Reminders(), "The reminders could not be read", CheckReminderFile);

@@ -98,6 +98,8 @@ int RunCommandLine(int argc, char** argv) try {
     const auto chosen =
         std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });
     Session session(options);
+    if (!options.notebook.empty() && !session.NoteBook())
+        return Finish(ExitStatus::NothingFound, session.Faults());
     return Finish((*chosen)->Run(session), session.Faults());
 } catch (const std::bad_alloc&) {
     PrintError("there is not enough memory for this command");

@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "cli/command.h"
+#include "cli/json_records.h"
 #include "cli/note_changes.h"
 #include "cli/print_records.h"
 #include "edit/note_removal.h"
@@ -129,7 +130,10 @@ public:
         if (!changes_.Apply(session, run.Book(), edited, status))
             return status;
         FixedNoteText text(std::move(rtf));
-        return StatusOf(edited.SaveNote(text));
+        status = StatusOf(edited.SaveNote(text));
+        if (status == ExitStatus::Done && session.Json())
+            PrintJson({{"id", id_}});
+        return status;
     }
 
 private:
@@ -169,9 +173,15 @@ public:
             else
                 status = NoSuchNote(id);
         }
-        const size_t deleted =
-            NoteRemoval(run.Book(), session.Context(), session.Faults(), nullptr).DeleteNotes(ids, false).notes.size();
-        return deleted < ids.Count() ? ExitStatus::Fault : status;
+        const std::vector<CNote> deleted =
+            NoteRemoval(run.Book(), session.Context(), session.Faults(), nullptr).DeleteNotes(ids, false).notes;
+        if (session.Json()) {
+            Json gone = Json::array();
+            for (const CNote& note : deleted)
+                gone.push_back(note.id);
+            PrintJson({{"deleted", std::move(gone)}});
+        }
+        return deleted.size() < ids.Count() ? ExitStatus::Fault : status;
     }
 
 private:

@@ -223,7 +223,11 @@ public:
         if (!LoadEvents(world, events))
             return ExitStatus::Fault;
         status = (this->*chosen_)(session, world, events);
-        return session.Faults().Any() ? ExitStatus::Fault : status;
+        if (session.Faults().Any())
+            return ExitStatus::Fault;
+        if (status == ExitStatus::Done && session.Json() && !id_.empty())
+            PrintJson({{"EventId", JsonText(FromUtf8(id_))}});
+        return status;
     }
 
 private:

@@ -49,7 +49,8 @@ void NoteChanges::Declare(CLI::App& app) {
         ->type_name("ID")
         ->allow_extra_args(false);
     app.add_option("--category", categories, "A category, L1/L2/L3; levels that don't exist are made")
-        ->type_name("SET PATH");
+        ->type_name("SET PATH")
+        ->allow_extra_args(false);
     app.add_option("--color", color, "The border colour")->type_name("R,G,B");
 }
 

@@ -57,7 +57,12 @@ private:
     }
 
     ManagerPorts Ports(Session& session) {
-        return {prompts_, progress_, session.Faults(), [](int) {}, RandomUpTo, {}};
+        return {prompts_, progress_, session.Faults(), [](int) {}, RandomUpTo, TellLeftLink};
+    }
+
+    static void TellLeftLink(const CDatabase& noteBook, const SyncLink& link) {
+        PrintError("the online account still counts \"" + ToUtf8(link.OnlineName) + "\" as linked to NoteBook \"" +
+                   ToUtf8(noteBook.name) + "\"; the program without a window doesn't reach it");
     }
 
     ExitStatus Create(Session& session, NoteBookManager& manager) {

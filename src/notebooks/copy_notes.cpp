@@ -31,7 +31,11 @@ OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::ve
     // Only a NoteBook whose categories still have to be converted is opened as the desktop opens it.
     options.mode = NeedsCategoryConversion(book.paths) ? LoadMode::Full : LoadMode::ReadOnly;
     options.keepHeads = true;
-    heads = LoadNoteBook(book, world.counters, world.context, world.faults, options).heads;
+    // Of the counters, opening it moves on that of the categories alone: the first copy takes the next number of a
+    // note.
+    IdCounters counters = world.counters;
+    heads = LoadNoteBook(book, counters, world.context, world.faults, options).heads;
+    world.counters.MaxCategoryID = counters.MaxCategoryID;
     return book;
 }
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "base/record_file.h"
 
 namespace lore {
 
@@ -25,5 +29,10 @@ struct Finding {
     std::string file;  ///< full path
     std::string text;  ///< one line for a reader, without the file
 };
+
+/// Adds what is wrong with a record file as a whole: damage, and a text over its limit.
+void AddFileFindings(const std::filesystem::path& file, const RecordFileState& state, std::vector<Finding>& findings);
+/// " of N bytes, over the limit of M", behind what a text is; empty for one within it.
+std::string OverLimit(size_t bytes);
 
 }  // namespace lore

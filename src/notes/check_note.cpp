@@ -42,9 +42,14 @@ void CheckLinks(const CNote& note, const KnownThings& known, NoteFindings& findi
 }
 
 void CheckLength(std::string_view text, const std::string& name, NoteFindings& findings) {
-    if (text.size() > kMaxStringLength)
-        findings.Add(FindingKind::TextTooLong, "has a " + name + " of " + std::to_string(text.size()) +
-                                                   " bytes, over the limit of " + std::to_string(kMaxStringLength));
+    if (const std::string over = OverLimit(text.size()); !over.empty())
+        findings.Add(FindingKind::TextTooLong, "has a " + name + over);
+}
+
+void CheckCategoryNames(const CProCategoryTree& path, NoteFindings& findings) {
+    CheckLength(path.name, "category", findings);
+    for (const CProCategoryTree& child : path.children)
+        CheckCategoryNames(child, findings);
 }
 
 }  // namespace
@@ -59,8 +64,17 @@ void CheckNote(const CNote& head, const NoteTexts& texts, const std::filesystem:
     CheckLength(texts.rtfText, "rich text", ofNote);
     CheckLength(head.keyWords, "line of key words", ofNote);
     CheckLength(head.reserved, "reserved text", ofNote);
-    for (const CNoteSourceInfo& info : head.sourceInfo)
+    CheckLength(head.guid, "GUID", ofNote);
+    for (const CNoteSourceInfo& info : head.sourceInfo) {
+        CheckLength(info.key, "key of source information", ofNote);
         CheckLength(info.text, "source information", ofNote);
+    }
+    for (const CProCategoryTree& path : head.categories)
+        CheckCategoryNames(path, ofNote);
+    for (const CAttachment& attachment : head.attachments) {
+        for (const std::string* const text : {&attachment.title, &attachment.storedFile, &attachment.sourceFile})
+            CheckLength(*text, "name of an attachment", ofNote);
+    }
 }
 
 std::string StoredName(const CAttachment& attachment) {

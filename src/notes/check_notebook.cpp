@@ -47,7 +47,6 @@ private:
     void CheckNoteFile(size_t number, NoteFileReader& reader);
     void AddCopies();
     void CheckAttachmentFolder();
-    void AddDamage(const std::filesystem::path& file, bool isDamaged);
     template <typename Read>
     void CheckRecordFile(const std::filesystem::path& file, const char* unread, Read read);
 
@@ -61,11 +60,6 @@ private:
     std::vector<Finding> findings_;
 };
 
-void NoteBookCheck::AddDamage(const std::filesystem::path& file, bool isDamaged) {
-    if (isDamaged)
-        lists_.push_back({FindingKind::DamagedFile, file.string(), kDamaged});
-}
-
 /// Opens a file, lets `read` take what it knows of it, and looks whether that was all.
 template <typename Read>
 void NoteBookCheck::CheckRecordFile(const std::filesystem::path& file, const char* unread, Read read) {
@@ -74,20 +68,20 @@ void NoteBookCheck::CheckRecordFile(const std::filesystem::path& file, const cha
     if (!stream)
         return;
     read(stream.get());
-    AddDamage(file, stream->RanOut() || !stream->AtEnd());
+    AddFileFindings(file, {stream->ReadWhole(), stream->LongestText()}, lists_);
 }
 
 void NoteBookCheck::ReadKnownThings() {
     AuthorList authors;
     TellFailedRead(faults_, "The authors could not be read", paths_.Authors(), authors.LoadAuthors(paths_.Authors()));
-    AddDamage(paths_.Authors(), !authors.ReadWhole());
+    AddFileFindings(paths_.Authors(), authors.State(), lists_);
     CustomTypeList types;
     TellFailedRead(faults_, "The source types could not be read", paths_.SourceTypes(),
                    types.LoadTypes(paths_.SourceTypes(), context_));
-    AddDamage(paths_.SourceTypes(), !types.ReadWhole());
+    AddFileFindings(paths_.SourceTypes(), types.State(), lists_);
     TellFailedRead(faults_, "The sources could not be read", paths_.Sources(),
                    known_.sources.LoadSources(paths_.Sources(), context_));
-    AddDamage(paths_.Sources(), !known_.sources.ReadWhole());
+    AddFileFindings(paths_.Sources(), known_.sources.State(), lists_);
     ReadCategories();
     CheckLastViewList();
     CheckSyncLog();
@@ -118,7 +112,7 @@ void NoteBookCheck::CheckLastViewList() {
 void NoteBookCheck::CheckSyncLog() {
     std::string bytes;
     TellFailedRead(faults_, "The sync log could not be read", paths_.SyncLog(), ReadFile(paths_.SyncLog(), bytes));
-    AddDamage(paths_.SyncLog(), !bytes.empty() && bytes.back() != '\n');
+    AddFileFindings(paths_.SyncLog(), {.isWhole = bytes.empty() || bytes.back() == '\n'}, lists_);
 }
 
 void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
@@ -194,6 +188,19 @@ std::string_view FindingKindName(FindingKind kind) {
     return kKindNames[static_cast<size_t>(kind)];
 }
 
+std::string OverLimit(size_t bytes) {
+    if (bytes <= kMaxStringLength)
+        return {};
+    return " of " + std::to_string(bytes) + " bytes, over the limit of " + std::to_string(kMaxStringLength);
+}
+
+void AddFileFindings(const std::filesystem::path& file, const RecordFileState& state, std::vector<Finding>& findings) {
+    if (!state.isWhole)
+        findings.push_back({FindingKind::DamagedFile, file.string(), kDamaged});
+    if (const std::string over = OverLimit(state.longestText); !over.empty())
+        findings.push_back({FindingKind::TextTooLong, file.string(), "the file holds a text" + over});
+}
+
 std::vector<Finding> CheckNoteBook(const NoteBookPaths& paths, const ReadContext& context, FaultNotice& faults) {
     return NoteBookCheck(paths, context, faults).Run();
 }
@@ -205,8 +212,7 @@ std::vector<Finding> CheckData(const DataPaths& data, const ReadContext& context
     TellFailedRead(faults, "The list of NoteBooks could not be read", data.DatabasesFile(),
                    LoadDatabases(data.DatabasesFile(), context, list, version, &isWhole));
     std::vector<Finding> findings;
-    if (!isWhole)
-        findings.push_back({FindingKind::DamagedFile, data.DatabasesFile().string(), kDamaged});
+    AddFileFindings(data.DatabasesFile(), {.isWhole = isWhole}, findings);
     list.insert(list.begin(), MainNoteBook({}));
     std::set<std::filesystem::path> done;
     for (const CDatabase& entry : list) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "base/record_file.h"
+#include "base/text.h"
 
 namespace lore {
 
@@ -61,7 +62,7 @@ FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& c
     version = ReadFixedDouble(stream.get());
     ReadCounted(stream.get(), [&] { ReadDatabase(stream.get(), version, context, list.emplace_back()); });
     if (isWhole)
-        *isWhole = !stream->RanOut() && stream->AtEnd();
+        *isWhole = stream->ReadWhole();
     return result;
 }
 
@@ -102,7 +103,8 @@ std::optional<CDatabase> FindNoteBook(const std::vector<CDatabase>& list, const 
     if (text.empty())
         return std::nullopt;
     for (const std::string CDatabase::*field : {&CDatabase::name, &CDatabase::folder, &CDatabase::guid}) {
-        if (auto hit = FindWhere(list, localGuid, [&](const CDatabase& entry) { return entry.*field == text; }))
+        if (auto hit =
+                FindWhere(list, localGuid, [&](const CDatabase& entry) { return IsSameText(entry.*field, text); }))
             return hit;
     }
     return std::nullopt;

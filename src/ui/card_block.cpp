@@ -11,7 +11,7 @@ namespace lore {
 QFont CardContext::Font(const QString& face, double pixels) const {
     QFont font(face);
     const int dotsPerInch = device ? device->logicalDpiY() : 96;
-    font.setPointSizeF(std::max(1.0, pixels * Zoom() * 72.0 / dotsPerInch));
+    font.setPointSizeF(std::max(1.0, pixels * 72.0 / dotsPerInch));
     return font;
 }
 

@@ -21,7 +21,7 @@ struct CardContext {
     QPaintDevice* device = nullptr;
     QColor textGround;  ///< behind the note's text; another one for the focus note
 
-    /// A font of the board: a face at a height in pixels at 100 %, zoomed.
+    /// A font of the board: a face at a height in pixels.
     QFont Font(const QString& face, double pixels) const;
     /// The system font in small size, zoomed.
     QFont SmallFont() const;

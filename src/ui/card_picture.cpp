@@ -46,7 +46,7 @@ CardPicture::CardPicture(const CAttachment& attachment, int index, int width, co
                            std::ceil(QFontMetricsF(context.SmallFont()).height() * 1.4))),
       width_(width) {
     const FontSetting& font = context.options.pictureTitle;
-    titleFont_ = context.Font(ToQString(font.faceName), font.height);
+    titleFont_ = context.Font(ToQString(font.faceName), font.height * context.Zoom());
     titleFont_.setWeight(font.weight >= 600 ? QFont::Bold : QFont::Normal);
     titleFont_.setItalic(font.italic);
     titleFont_.setUnderline(font.underline);

@@ -27,7 +27,8 @@ public:
             formats.append({static_cast<int>(text.size()), static_cast<int>(shown.size()), dim});
             text += shown;
         }
-        const QFont font = context.Font(QStringLiteral("Arial"), context.options.sourceSize);
+        const QFont font =
+            context.Font(QStringLiteral("Arial"), std::floor(context.options.sourceSize * context.Zoom()));
         layout_.setText(text);
         layout_.setFont(font);
         layout_.setFormats(formats);

@@ -121,6 +121,8 @@ TEST(Text, LowersAllLettersOfTheCharacterSet) {
               "az\xF0\x90\x90\xA8");
     EXPECT_LT(CompareNoCase("apple", "Banana"), 0);
     EXPECT_TRUE(EqualNoCase("\xC4hre", "\xE4HRE"));
+    EXPECT_TRUE(EqualNoCase("\xC4hre", "\u00e4HRE"));
+    EXPECT_FALSE(EqualNoCase("\xC4hre", "\u00f6hre"));
 }
 
 TEST(Text, CountsCharactersByTheSameRule) {

@@ -95,6 +95,8 @@ TEST(AuthorList, FindsTheFirstOfEqualIdsAndNames) {
     authors.AddAuthor(Author(9, "Mary", "", "Jones"));
     EXPECT_EQ(authors.FindAuthorByName(Author(77, "Mary", "", "Jones")), 2);
     EXPECT_EQ(authors.FindAuthorByName(Author(2, "mary", "", "Jones")), -1);
+    authors.AddAuthor(Author(10, "J\u00f6rg", "", "Jones"));
+    EXPECT_EQ(authors.FindAuthorByName(Author(2, "J\xF6rg", "", "Jones")), 10);
     CAuthor reserved = Author(2, "Mary", "", "Jones");
     reserved.reserved2 = "x";
     EXPECT_EQ(authors.FindAuthorByName(reserved), -1);

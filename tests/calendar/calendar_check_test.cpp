@@ -12,13 +12,13 @@ namespace {
 
 class CalendarCheckTest : public testing::Test {
 protected:
-    bool IsDamaged(FileResult (*check)(const std::filesystem::path&, const ReadContext&, bool&)) {
-        bool isDamaged = true;
-        EXPECT_TRUE(check(path_, world_.context, isDamaged).Ok());
-        return isDamaged;
+    bool IsDamaged(FileResult (*check)(const std::filesystem::path&, const ReadContext&, RecordFileState&)) {
+        RecordFileState state;
+        EXPECT_TRUE(check(path_, world_.context, state).Ok());
+        return !state.isWhole;
     }
     /// Every cut, and a byte too many.
-    void ExpectDamageIsFound(FileResult (*check)(const std::filesystem::path&, const ReadContext&, bool&)) {
+    void ExpectDamageIsFound(FileResult (*check)(const std::filesystem::path&, const ReadContext&, RecordFileState&)) {
         EXPECT_FALSE(IsDamaged(check));
         const std::string whole = BytesOf(path_);
         for (size_t length = 0; length < whole.size(); length += 5) {
@@ -47,9 +47,9 @@ TEST_F(CalendarCheckTest, DamageOfAReminderFileIsFound) {
 }
 
 TEST_F(CalendarCheckTest, AMissingFileIsNotDamaged) {
-    bool isDamaged = true;
-    EXPECT_TRUE(CheckEventFile(path_, world_.context, isDamaged).Missing());
-    EXPECT_FALSE(isDamaged);
+    RecordFileState state{.isWhole = false};
+    EXPECT_TRUE(CheckEventFile(path_, world_.context, state).Missing());
+    EXPECT_TRUE(state.isWhole);
 }
 
 }  // namespace

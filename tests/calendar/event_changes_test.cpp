@@ -199,6 +199,26 @@ TEST_F(EventChanges, AChangeOfInformationWalksOverTheSeries) {
     EXPECT_EQ(Member(0).Label, "Class");
 }
 
+TEST_F(EventChanges, WhatADamagedFileHoldsIsKeptBesideOnce) {
+    const std::filesystem::path files[] = {world.eventFile, world.reminderFile};
+    std::vector<std::string> damaged;
+    for (const std::filesystem::path& file : files) {
+        damaged.push_back(BytesOf(file) + "more");
+        PutBytes(file, damaged.back());
+    }
+    for (const int minutes : {10, 20})
+        EXPECT_EQ(Edit(Find("{single}"),
+                       [&](CTmEvent& event) {
+                           event.Label = "Moved by " + std::to_string(minutes);
+                           event.Reminders = {ReminderFor(event, ReminderType::Popup, minutes)};
+                       }),
+                  EventSave::Saved);
+    for (size_t i = 0; i < std::size(files); ++i) {
+        EXPECT_EQ(BytesOf(files[i].string() + ".kept"), damaged[i]);
+        EXPECT_FALSE(std::filesystem::exists(files[i].string() + ".2.kept"));
+    }
+}
+
 TEST_F(EventChanges, AWalkKeepsWhatAMemberOfTheSeriesHasMovedTo) {
     question.answer = SeriesReach::EntireSeries;
     const auto move = [](CTmEvent& event) {

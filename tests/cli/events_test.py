@@ -95,7 +95,7 @@ class Events(FreshTest):
             with self.subTest(reach=reach):
                 shutil.rmtree(self.data, ignore_errors=True)
                 ids = self.series()
-                self.run_cli("event", "edit", ids[1], "--label", "New", reach)
+                self.assertEqual(self.json("event", "edit", ids[1], "--label", "New", reach), {"EventId": ids[1]})
                 self.assertEqual([line[12:] for line in self.lines()], labels)
                 self.assertEqual([event["EventId"] for event in self.json("events")], ids)
         for reach, starts in [("--this", ["04 09:05", "12 10:00", "18 09:05", "25 09:05"]),
@@ -116,7 +116,7 @@ class Events(FreshTest):
                 shutil.rmtree(self.data, ignore_errors=True)
                 ids = self.series()
                 alone = self.json("event", "add", "--label", "Alone", "--start", f"{YEAR}-01-11")
-                self.run_cli("event", "delete", ids[1], reach)
+                self.assertEqual(self.json("event", "delete", ids[1], reach), {"EventId": ids[1]})
                 self.assertEqual(len(self.json("events")), left + 1)
                 self.assertEqual(len(self.json("reminders")), left)
                 self.run_cli("event", "delete", alone[0])

@@ -43,6 +43,19 @@ class NoteBooks(CliTest):
         self.assertEqual(set(self.listed()), {"LorebinderMain", "Leuchtt\u00fcrme", "Fog signals"})
         self.assertEqual(fingerprint(self.databases / "_LBMAIN_"), before)
 
+    def test_names_are_found_in_either_form_of_their_bytes(self):
+        folder = self.json("notebook", "create", "Caf\u00e9 notes")["folder"]
+        file = self.databases / "Databases.dat"
+        stored = file.read_bytes()
+        self.assertIn("Caf\u00e9".encode("cp1252"), stored)
+        at = stored.index("Caf\u00e9".encode("cp1252"))
+        utf8 = "Caf\u00e9 notes".encode()
+        length = stored.rindex(b"10", 0, at)
+        file.write_bytes(stored[:length] + b"11" + stored[length + 2:at] + utf8 + stored[at + 10:])
+        self.assertEqual(self.listed()["Caf\u00e9 notes"]["folder"], folder)
+        self.assertEqual(self.json("notebook", "rename", "Caf\u00e9 notes", "Tea notes")["folder"], folder)
+        self.expect(1, "--notebook", "nowhere", "check", says="there is no NoteBook")
+
     def test_refusals_change_nothing(self):
         before = fingerprint(self.data)
         refused = [(2, ("notebook", "create", "abcd"), "Database name must be between 5 and 30 characters."),

@@ -52,6 +52,10 @@ class Writing(FreshTest):
         roots = {root["name"]: root for root in self.json("categories")}
         self.assertEqual([child["name"] for child in roots["Sea"]["children"]], ["Coast", "Deep"])
         self.assertEqual(roots["Sea"]["notes1"], 2)
+        # A category takes its set and its path alone, wherever the files stand.
+        files = [self.file(name, name) for name in ("a.txt", "b.txt")]
+        made = self.json("add", "--category", "1", "Sea", files[0], "--category", "2", "Sky", files[1])
+        self.assertEqual([self.json("note", id)["categories"] for id in made], 2 * [[["Sea"], ["Sky"], []]])
         self.assertEqual(self.json("check"), [])
 
     def test_only_a_note_that_is_saved_makes_its_categories(self):
@@ -150,7 +154,8 @@ class Writing(FreshTest):
         self.assertEqual([self.json("authors")[0]["last"], len(self.json("sources"))], ["Lamp", 2])
         note = self.add("Text", "--keywords", "a")
         stored = self.json("note", note)
-        self.run_cli("edit", note, "--source", one, "--source", two)
+        self.assertEqual(len(self.json("sources")[0]["FieldTexts"]), 15)
+        self.assertEqual(self.json("edit", note, "--source", one, "--source", two), {"id": note})
         moved = self.json("note", note)
         self.assertEqual([moved["sources"], moved["file"]], [[one, two], f"SRC{one:010d}.dat"])
         self.assertEqual([moved[key] for key in ("rtfText", "keyWords", "guid", "dateCreated")],
@@ -174,7 +179,7 @@ class Writing(FreshTest):
                           ("https://a.example/", "", "https://a.example/", 12)])
         self.assertEqual(sorted(path.name for path in (self.book / "Attachments").iterdir()),
                          ["0000001.PDF", "0000002.", "0000003.PDF"])
-        self.run_cli("delete", note)
+        self.assertEqual(self.json("delete", note), {"deleted": [note]})
         self.assertEqual([path.name for path in (self.book / "Attachments").iterdir()], ["0000003.PDF"])
         self.assertEqual([line["id"] for line in self.json("notes")], [other])
         self.assertEqual(self.json("check"), [])

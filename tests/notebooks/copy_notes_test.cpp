@@ -104,6 +104,12 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
     std::vector<std::string> Attachments() const { return NamesIn(PathsOf(target).Attachments()); }
 };
 
+TEST_F(CopyNotesTest, ANoteBookWithoutCategoriesTakesTheNextNumberToo) {
+    std::filesystem::remove(PathsOf(target).Categories());
+    EXPECT_THAT(Copy({1}, target).ids.Values(), ElementsAre(1001));
+    EXPECT_EQ(counters.MaxNoteID, 1001);
+}
+
 TEST_F(CopyNotesTest, BringsSourcesAuthorsTypesCategoriesAndFilesUnderTheTargetsIds) {
     const CopyResult result = Copy({1, 2}, target);
     EXPECT_EQ(result.copied, 2);

@@ -79,19 +79,25 @@ TEST_F(CheckedNoteBook, NamesNotesThatStandTwiceOrInAWrongFile) {
 TEST_F(CheckedNoteBook, NamesDamagedFilesAndTextsOverTheLimit) {
     CNote tooLong = DayNote(1);
     tooLong.rtfText = std::string(kMaxStringLength + 1, 'x');
+    tooLong.attachments.emplace_back();
+    tooLong.attachments[0].type = kWebLink;
+    tooLong.attachments[0].title = tooLong.rtfText;
     disk.Put("DAY01012020.dat", {tooLong});
     PutBytes(disk.paths.NoteFile("SRC0000001011.dat"), NoteFileBytes(std::vector<CNote>{FullNote(5)}) + "1");
     PutBytes(disk.paths.Categories(), BytesOf(disk.paths.Categories()) + "0");
     PutBytes(disk.paths.LastViewList(), RawRecord().Ints({3, 5}).Bytes());
     PutBytes(disk.paths.SyncLog(), "-1, -1, ");
     PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(2).Bytes());
+    PutBytes(disk.paths.SourceTypes(), RawRecord().Real(11.56).Int(0).Text(tooLong.rtfText).Bytes());
     const std::string damaged = ": the file is short or damaged";
     EXPECT_THAT(Findings(),
                 testing::ElementsAre("text-too-long DAY01012020.dat: note 1 has a rich text of 500001 bytes, over the "
                                      "limit of 500000",
+                                     "text-too-long DAY01012020.dat: note 1 has a name of an attachment of 500001 "
+                                     "bytes, over the limit of 500000",
                                      "damaged-file SRC0000001011.dat" + damaged, "damaged-file Authors.dat" + damaged,
-                                     "damaged-file Categories.dat" + damaged, "damaged-file LastViewList.dat" + damaged,
-                                     "damaged-file Sync.dat" + damaged));
+                                     "damaged-file SourceTypes.dat" + damaged, "damaged-file Categories.dat" + damaged,
+                                     "damaged-file LastViewList.dat" + damaged, "damaged-file Sync.dat" + damaged));
 }
 
 TEST_F(CheckedNoteBook, IsCheckedWithAllOthersOfTheDataRoot) {

@@ -299,7 +299,13 @@ TEST_F(SourceEditorTest, ADamagedListIsKeptBesideOnceBeforeItIsWrittenAnew) {
     }
     const std::filesystem::path kept = book.paths.Sources().string() + ".kept";
     EXPECT_EQ(BytesOf(kept), bytes.substr(0, bytes.size() - 40));
-    EXPECT_FALSE(std::filesystem::exists(book.paths.Sources().string() + ".2.kept"));
+    const std::filesystem::path second = book.paths.Sources().string() + ".2.kept";
+    EXPECT_FALSE(std::filesystem::exists(second));
+    // One whose count is too low is read without an error, and holds more than the list.
+    PutBytes(book.paths.Sources(), bytes + "more");
+    book.sources.LoadSources(book.paths.Sources(), world.Context());
+    EXPECT_TRUE(store.Remove(1011));
+    EXPECT_EQ(BytesOf(second), bytes + "more");
 }
 
 TEST_F(SourceEditorTest, OnlyTypingIsAChange) {

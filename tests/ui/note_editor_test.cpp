@@ -14,6 +14,7 @@
 #include "ui/note_editor/source_panel.h"
 #include "ui/note_editor/source_row_view.h"
 #include "ui/picture_bytes.h"
+#include "ui/request_hooks.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources_driver.h"
 #include "ui/window_world.h"
@@ -308,6 +309,16 @@ private slots:
         const CNote& note = app_->List()[app_->List().Count() - 1];
         QCOMPARE(note.plainText, std::string("A bold word"));
         QVERIFY(note.rtfText.find("\\b") != std::string::npos);
+        // A capture goes into the note that is being written.
+        prompts_.answers = {PromptAnswer::Yes};
+        AddNote([this](NoteEditorWindow& editor) {
+            QTest::keyClicks(editor.Text()->Edit(), "Typed. ");
+            editor.setFocus();
+            HooksOf(*window_, *app_, *theme_).capture();
+            QVERIFY(editor.Text()->Edit()->hasFocus());
+            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Typed. A bold word"));
+            editor.CancelNote();
+        });
         QApplication::clipboard()->clear();
         emit window_->CaptureRequested();
         QCOMPARE(prompts_.seen.back(), std::string("Nothing To Capture: The clipboard holds no text for a note."));

@@ -90,6 +90,12 @@ void NoteEditorWindow::FillPaths() {
         paths_.Fill(session_.note);
 }
 
+void NoteEditorWindow::PasteClipboard() {
+    activateWindow();
+    text_->Edit()->setFocus();
+    text_->Edit()->paste();
+}
+
 void NoteEditorWindow::SetUnsavedText(const std::string& rtf) {
     text_->Load(rtf);
     unsavedText_ = true;

@@ -39,6 +39,8 @@ public:
 
     /// A text that isn't the note's stored one, such as a captured one or that of a draft; it counts as a change.
     void SetUnsavedText(const std::string& rtf);
+    /// Takes the clipboard into the text at its cursor, and goes there.
+    void PasteClipboard();
     /// The note as the save left it.
     const CNote& Note() const { return session_.note; }
     const EditNoteSession& Session() const { return session_; }
