@@ -12,7 +12,7 @@ void ExportCurrentNotes(CLorebinderApp& app) {
 }
 
 bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser,
-                       WritingCommands& writing) {
+                       WritingCommands& writing, const std::function<void()>& changed) {
     if (!app.MayWrite())
         return false;
     const ReadContext context = app.Context();
@@ -40,15 +40,18 @@ bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, I
         writing.ImportDone(std::move(changes), listed);
     if (outcome.result > 0 && outcome.displayAfter)
         app.ShowNotes(outcome.ids);
+    if (outcome.result > 0 && changed)
+        changed();
     TellImportResult(outcome, ports.prompts);
     return outcome.result > 0;
 }
 
-bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser, WritingCommands& writing) {
+bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser, WritingCommands& writing,
+                        const std::function<void()>& changed) {
     if (!app.MayWrite())
         return false;
     const auto path = AskForArchive(app.Ports().prompts);
-    return path && ImportArchiveFile(app, *path, chooser, writing);
+    return path && ImportArchiveFile(app, *path, chooser, writing, changed);
 }
 
 }  // namespace lore

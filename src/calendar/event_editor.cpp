@@ -133,7 +133,7 @@ void EventEditor::ChooseForm(bool first) {
 
 std::string EventEditor::TypePattern(size_t slot, std::string_view typed) {
     std::string held = CorrectPatternInput(typed);
-    SetPattern(slot, held.empty() ? -1 : ParseInt(held));
+    SetPattern(slot, held.empty() ? 1 : ParseInt(held));
     return held;
 }
 

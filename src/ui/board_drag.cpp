@@ -35,6 +35,7 @@ void BoardView::Impl::FindTarget() {
 }
 
 void BoardView::timerEvent(QTimerEvent* event) {
+    impl_->CatchUp();
     if (event->timerId() == impl_->aheadTimer.timerId()) {
         if (!impl_->LayOutAhead())
             impl_->aheadTimer.stop();

@@ -91,6 +91,7 @@ void BoardView::Impl::Page(int direction) {
 }
 
 void BoardView::keyPressEvent(QKeyEvent* event) {
+    impl_->CatchUp();
     const int last = impl_->model.Count() - 1;
     const bool control = event->modifiers().testFlag(Qt::ControlModifier);
     switch (event->key()) {
@@ -208,6 +209,7 @@ void BoardView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 bool BoardView::viewportEvent(QEvent* event) {
+    impl_->CatchUp();
     if (event->type() == QEvent::Leave)
         impl_->Hover(QPoint(-1, -1));
     if (event->type() != QEvent::ToolTip)

@@ -86,6 +86,7 @@ void BoardView::Impl::FillMenu(QMenu& menu, int row, const CardHit& hit, bool by
 }
 
 void BoardView::contextMenuEvent(QContextMenuEvent* event) {
+    impl_->CatchUp();
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
     // Without a card that has the focus the keys mean the first one in sight, as the arrow keys do.
     const int first = impl_->focusRow < 0 && impl_->model.Count() > 0 ? impl_->topRow : impl_->focusRow;

@@ -139,6 +139,15 @@ void BoardView::Impl::Reload() {
     view.viewport()->update();
 }
 
+// A list that changes while a message stands before the board is shown before anything else is done with it.
+void BoardView::Impl::CatchUp() {
+    if (heights.Count() == model.Count())
+        return;
+    store.DropCards();
+    Reload();
+    Settle();
+}
+
 void BoardView::RefreshNote(int32_t noteId) {
     const int row = impl_->model.RowOf(noteId);
     impl_->store.DropNote(noteId);
@@ -206,6 +215,7 @@ void BoardView::changeEvent(QEvent* event) {
 void BoardView::scrollContentsBy(int, int dy) {
     if (impl_->syncing || impl_->heights.Count() == 0)
         return;
+    impl_->CatchUp();
     const QScrollBar& bar = *verticalScrollBar();
     if (bar.isSliderDown() || std::abs(dy) > kNearJump * viewport()->height()) {
         impl_->JumpTo(bar.value(), bar.value() == bar.maximum());

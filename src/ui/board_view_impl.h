@@ -24,6 +24,7 @@ struct BoardView::Impl {
     // turn out to be others than estimated, what the user looks at stays where it is.
     void ReloadHeights();
     void Reload();
+    void CatchUp();
     void RebuildAt(int32_t noteId);
     void ShowSaved();
     void Settle();

@@ -35,14 +35,12 @@ void MainWindow::ManageNoteBooks() {
 
 void MainWindow::ImportNotes() {
     WindowChooser chooser(app_, notes_->Commands(), theme_, this);
-    if (ImportNotesCommand(app_, chooser, notes_->Commands()))
-        ShowNoteBook();
+    ImportNotesCommand(app_, chooser, notes_->Commands(), [this] { ShowNoteBook(); });
 }
 
 void MainWindow::ImportFile(const QString& path) {
     WindowChooser chooser(app_, notes_->Commands(), theme_, this);
-    if (ImportArchiveFile(app_, path.toStdString(), chooser, notes_->Commands()))
-        ShowNoteBook();
+    ImportArchiveFile(app_, path.toStdString(), chooser, notes_->Commands(), [this] { ShowNoteBook(); });
 }
 
 void MainWindow::ShowNoteBookChoices() {

@@ -123,6 +123,7 @@ TEST_F(Editors, ASeriesTellsHowManyEventsItMakes) {
     EXPECT_EQ(editor.TypePattern(kMonthlyDayN, "1000"), "999");
     EXPECT_EQ(editor.Save(), EventSave::Refused);
     EXPECT_EQ(editor.TypePattern(kMonthlyDayN, ""), "");
+    EXPECT_EQ(editor.Pattern(kMonthlyDayN), 1) << "an empty field counts as the least number";
     editor.ChooseForm(false);
     EXPECT_EQ(editor.Pattern(kMonthlyOnDay), 0);
     EXPECT_EQ(editor.Summary(),

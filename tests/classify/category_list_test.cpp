@@ -164,7 +164,7 @@ TEST(CategoryList, NeverGivesAnIDTwice) {
                           {Forest({Node(5, "a", {Node(70, "b")})}), 90, 90, 90, 91},
                           {Forest({reserved}), -1, 0, 0, 1},
                           {Forest({reserved, Node(7, "b")}), 21122112, 21122117, 21122112, 21122118},
-                          {Forest({}), -5, -1, -1, -4},
+                          {Forest({}), -5, -1, -1, 0},
                           {Forest({Node(21122118, "a")}), 3, 21122118, 21122118, 21122119}};
     for (const Case& c : cases) {
         int stored = c.stored;

@@ -6,6 +6,7 @@
 #include "bibliography/source_list.h"
 #include "bibliography/source_record.h"
 #include "classify/category_list.h"
+#include "notes/attachment_kind.h"
 #include "notes/note_builder.h"
 #include "notes/notebook_list.h"
 

@@ -1,15 +1,19 @@
+#include <QTextDocument>
 #include <map>
 #include <set>
 
 #include "calendar/event_file.h"
+#include "calendar/event_text.h"
 #include "calendar/reminder_file.h"
 #include "calendar/series.h"
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/calendar/event_tool_tip.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
+#include "ui/qt_text.h"
 #include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
@@ -198,6 +202,15 @@ private slots:
         QCOMPARE(grid->child(15)->text(QAccessible::Name), QString("Monday, March 16 2026, 1 event: 9:00AM - Class"));
         QCOMPARE(grid->focusChild()->text(QAccessible::Name), QString("Saturday, March 14 2026, today, no events"));
         QCOMPARE(grid->child(13)->role(), QAccessible::Cell);
+        for (const char* const text : {"Lunch & \"talk\" > tea", "a <b>\n\tsecond  line"}) {
+            CTmEvent event;
+            event.Description = text;
+            const QString tip = EventToolTip(event);
+            QTextDocument shown;
+            shown.setHtml(tip);
+            QVERIFY(Qt::mightBeRichText(tip));
+            QCOMPARE(shown.toPlainText(), ToQString(HoverText(event)));
+        }
         dialog_->Grid()->clearFocus();
         QVERIFY(TellsOfFocusChild(*dialog_->Grid()));
         QTest::keyClick(dialog_->Grid(), Qt::Key_Right);

@@ -5,10 +5,9 @@
 #include <QToolTip>
 #include <utility>
 
-#include "calendar/event_text.h"
 #include "ui/calendar/calendar_grid.h"
+#include "ui/calendar/event_tool_tip.h"
 #include "ui/focus_child.h"
-#include "ui/qt_text.h"
 
 namespace lore {
 
@@ -152,8 +151,7 @@ bool CalendarGrid::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* const help = static_cast<QHelpEvent*>(event);
         if (const std::optional<size_t> hit = EventAt(help->pos()))
-            QToolTip::showText(help->globalPos(),
-                               ToQString(HoverText(view_.Events()[*hit])).toHtmlEscaped().replace("\n", "<br>"), this);
+            QToolTip::showText(help->globalPos(), EventToolTip(view_.Events()[*hit]), this);
         else
             QToolTip::hideText();
         return true;

@@ -15,6 +15,7 @@
 #include "calendar/reminder_text.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/calendar/event_tool_tip.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -129,7 +130,7 @@ void EditDayDialog::FillEvents() {
         const BarColor& color = BarColorOf(event.BarColor);
         row->setIcon(2, Swatch(ToQColor(color.color), side));
         row->setData(2, Qt::AccessibleDescriptionRole, QString::fromLatin1(color.name));
-        row->setToolTip(2, ToQString(HoverText(event)).toHtmlEscaped().replace("\n", "<br>"));
+        row->setToolTip(2, EventToolTip(event));
     }
     for (int column = 0; column < 2; ++column)
         events_->resizeColumnToContents(column);
