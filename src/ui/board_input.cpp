@@ -209,7 +209,8 @@ void BoardView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 bool BoardView::viewportEvent(QEvent* event) {
-    impl_->CatchUp();
+    if (impl_)
+        impl_->CatchUp();
     if (event->type() == QEvent::Leave)
         impl_->Hover(QPoint(-1, -1));
     if (event->type() != QEvent::ToolTip)

@@ -141,8 +141,8 @@ void BoardView::Impl::Reload() {
 
 // A list that changes while a message stands before the board is shown before anything else is done with it.
 void BoardView::Impl::CatchUp() {
-    if (heights.Count() == model.Count())
-        return;
+    if (!emptyPane || heights.Count() == model.Count())
+        return;  // while the board is made, or as ever
     store.DropCards();
     Reload();
     Settle();

@@ -168,7 +168,7 @@ private slots:
         Show();
         QSignalSpy shown(view_.get(), &BoardView::SavedShown);
         for (const int32_t id : {300, 120, 400, 399, 1}) {
-            board_->notes[size_t(id) - 1].plainText = "Changed " + std::string(size_t(id) * 10, 'x');
+            board_->notes[size_t(id) - 1].plainText = "Changed " + std::string(size_t(id) * 2, 'x');
             view_->RebuildAtSavedSoon(id);
             int most = 0;
             for (shown.clear(); shown.isEmpty();) {
