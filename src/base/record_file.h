@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -38,6 +39,12 @@ inline constexpr size_t kMaxStringLength = 500000;
 inline constexpr int kMaxMadeUpEntries = 1000;
 inline constexpr int kMaxNesting = 1000;
 
+/// What a record file shows beside its records, once they are read.
+struct RecordFileState {
+    bool isWhole = true;     ///< it held all that was asked for, and nothing behind it
+    size_t longestText = 0;  ///< bytes of its longest counted string
+};
+
 /// The logical stream of a record file that is being read: the whole file in memory, line ends translated.
 class RecordReader {
 public:
@@ -52,10 +59,8 @@ public:
     size_t Size() const { return data_.size(); }
     /// True if a field was asked for that the file didn't hold whole.
     bool RanOut() const { return ranOut_; }
-    /// True if the file held all that was asked for, and nothing behind it.
     bool ReadWhole() const { return !ranOut_ && AtEnd(); }
-    /// Bytes of the longest counted string so far, and the note of another one.
-    size_t LongestText() const { return longestText_; }
+    RecordFileState State() const { return {ReadWhole(), longestText_}; }
     void NoteText(size_t bytes) { longestText_ = std::max(longestText_, bytes); }
     /// True if there is a zero byte anywhere in the stream: it ends the field that it stands in.
     bool HasZero() const { return hasZero_; }
@@ -74,14 +79,7 @@ private:
     size_t position_ = 0;
     size_t longestText_ = 0;
     int madeUp_ = 0;
-    bool ranOut_ = false;
-    bool hasZero_ = false;
-};
-
-/// What a record file shows beside its records, once they are read.
-struct RecordFileState {
-    bool isWhole = true;     ///< it held all that was asked for, and nothing behind it
-    size_t longestText = 0;  ///< bytes of its longest counted string
+    bool ranOut_ = false, hasZero_ = false;
 };
 
 /// Collects the logical stream of a record file that is being written.

@@ -13,12 +13,12 @@ class ListFile {
 public:
     /// False if the file of the last load is there and could not be read, broke off or holds more than its records:
     /// what it holds isn't all in the list.
-    bool ReadWhole() const { return readWhole_; }
-    RecordFileState State() const { return {readWhole_, longestText_}; }
+    bool ReadWhole() const { return state_.isWhole; }
+    const RecordFileState& State() const { return state_; }
     /// What the file held is kept beside; from here on the list is whole.
-    void MarkWhole() { readWhole_ = true; }
+    void MarkWhole() { state_.isWhole = true; }
     /// What the records refer to is missing: a write would lose the references.
-    void MarkIncomplete() { readWhole_ = false; }
+    void MarkIncomplete() { state_.isWhole = false; }
     /// The version of the file that was read last; 0 if it couldn't be opened.
     double Version() const { return version_; }
 
@@ -29,21 +29,18 @@ protected:
         version_ = 0;
         std::unique_ptr<RecordReader> stream;
         const FileResult result = OpenRecordFile(path, stream);
-        readWhole_ = result.Missing();
-        longestText_ = 0;
+        state_ = {.isWhole = result.Missing()};
         if (!result.Ok())
             return result;
         ReadFixedDouble(stream.get(), version_);
         readRecords(stream.get());
-        readWhole_ = stream->ReadWhole();
-        longestText_ = stream->LongestText();
+        state_ = stream->State();
         return result;
     }
 
 private:
     double version_ = 0;
-    bool readWhole_ = true;
-    size_t longestText_ = 0;
+    RecordFileState state_;
 };
 
 }  // namespace lore

@@ -16,7 +16,7 @@ FileResult CheckFile(const std::filesystem::path& path, RecordFileState& state, 
     const FileResult result = OpenRecordFile(path, stream);
     if (stream) {
         read(*stream);
-        state = {stream->ReadWhole(), stream->LongestText()};
+        state = stream->State();
     }
     return result;
 }

@@ -68,7 +68,7 @@ void NoteBookCheck::CheckRecordFile(const std::filesystem::path& file, const cha
     if (!stream)
         return;
     read(stream.get());
-    AddFileFindings(file, {stream->ReadWhole(), stream->LongestText()}, lists_);
+    AddFileFindings(file, stream->State(), lists_);
 }
 
 void NoteBookCheck::ReadKnownThings() {
