@@ -142,7 +142,7 @@ private slots:
             publication->addItem("harbor press");
             publication->setFocus();
             QTest::keyClicks(publication->lineEdit(), "Harbor Press");
-            QTest::keyClick(publication->lineEdit(), Qt::Key_Return);
+            QTest::keyClick(publication->lineEdit(), Qt::Key_Tab);
             for (const char* const last : {"Smeaton", "Winstanley"}) {
                 dialog.findChild<QListWidget*>("availableAuthors")->clearSelection();
                 Retype(&dialog, "last", last);
