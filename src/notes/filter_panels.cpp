@@ -14,18 +14,24 @@ std::string Fold(std::string_view text) {
 
 }  // namespace
 
-void FilterPanel::SetEntries(std::vector<PanelEntry> entries) {
+void FilterPanel::SetEntries(std::vector<PanelEntry> entries, const LongList* listed) {
     entries_ = std::move(entries);
     folded_.clear();
+    if (listed)
+        Mark(*listed);
     Count();
     Narrow();
 }
 
 void FilterPanel::CountNotes(const LongList& listed) {
+    Mark(listed);
+    Count();
+}
+
+void FilterPanel::Mark(const LongList& listed) {
     listed_.Clear();
     for (const int32_t note : listed)
         listed_.Add(note);
-    Count();
 }
 
 void FilterPanel::SetFilter(std::string_view text) {

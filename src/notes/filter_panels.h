@@ -26,8 +26,8 @@ struct PanelOrder {
 class FilterPanel {
 public:
     /// Takes entries as the functions of panel_entries.h make them, and counts them against the list and the filter
-    /// that were set before.
-    void SetEntries(std::vector<PanelEntry> entries);
+    /// that were set before, or against another list.
+    void SetEntries(std::vector<PanelEntry> entries, const LongList* listed = nullptr);
     /// Counts anew after a change of the current list.
     void CountNotes(const LongList& listed);
     /// Narrows to the entries whose name holds the text, ignoring case, and those above them. Blanks around the text
@@ -52,6 +52,7 @@ public:
 private:
     LongList NotesOfAll() const;
     const PanelEntry& At(int position) const { return entries_[static_cast<size_t>(position)]; }
+    void Mark(const LongList& listed);
     void Count();
     void Narrow();
 

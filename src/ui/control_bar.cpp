@@ -29,6 +29,27 @@ constexpr Tab kTabs[] = {
     {PanelKind::Colors, QT_TRANSLATE_NOOP("ControlBar", "Colors"), "palette"},
 };
 
+/// What is chosen above the entries of a panel: the set of categories, the grouping of sources.
+int32_t ChoiceOf(const Settings& settings, PanelKind kind) {
+    if (kind == PanelKind::Categories)
+        return CategorySetOf(settings.Int(Option::CtrlBarCatSet));
+    return settings.Int(Option::CtrlBarSortSrc);
+}
+
+std::vector<PanelEntry> EntriesOf(const OpenNoteBook& book, PanelKind kind, int32_t choice) {
+    switch (kind) {
+        case PanelKind::Categories:
+            return CategoryEntries(book.categories, choice);
+        case PanelKind::Sources:
+            return SourceEntries(book.sources, SourceGroupingOf(choice), book.notesWithoutSource);
+        case PanelKind::KeyWords:
+            return KeyWordEntries(book.keyWords);
+        case PanelKind::Colors:
+            return ColorEntries(book.colors);
+    }
+    return {};
+}
+
 }  // namespace
 
 ControlBar::ControlBar(const Theme& theme, QWidget* parent)
@@ -78,38 +99,33 @@ void ControlBar::AddTab(int page, QWidget* row) {
 }
 
 void ControlBar::Rebuild(const CLorebinderApp& app) {
-    const Settings& settings = app.GetSettings();
+    for (const Tab& tab : kTabs)
+        Update(app, tab.kind, PanelPart::Entries);
+}
+
+void ControlBar::Update(const CLorebinderApp& app, PanelKind kind, PanelPart part) {
+    const LongList listed = app.List().GetNoteIDs();
+    if (part == PanelPart::Counts)
+        return PageAt(kind)->CountNotes(listed);
     const OpenNoteBook& book = app.NoteBook();
-    const int set = CategorySetOf(settings.Int(Option::CtrlBarCatSet));
-    const SourceGrouping grouping = SourceGroupingOf(settings.Int(Option::CtrlBarSortSrc));
-    PageAt(PanelKind::Categories)->SetChoice(set);
-    PageAt(PanelKind::Sources)->SetChoice(settings.Int(Option::CtrlBarSortSrc));
-    PageAt(PanelKind::Categories)->SetEntries(CategoryEntries(book.categories, set));
-    PageAt(PanelKind::Sources)->SetEntries(SourceEntries(book.sources, grouping, book.notesWithoutSource));
-    PageAt(PanelKind::KeyWords)->SetEntries(KeyWordEntries(book.keyWords));
-    PageAt(PanelKind::Colors)->SetEntries(ColorEntries(book.colors));
-    CountNotes(app.List().GetNoteIDs());
+    const int32_t choice = ChoiceOf(app.GetSettings(), kind);
+    PageAt(kind)->SetChoice(choice);
+    PageAt(kind)->SetEntries(EntriesOf(book, kind, choice), listed);
 }
 
 void ControlBar::UpdateSoon(const CLorebinderApp& app, PanelPart part) {
     app_ = &app;
     duePart_ = due_.isActive() ? std::max(duePart_, part) : part;
+    duePage_ = 0;
     due_.start(0, this);
 }
 
 void ControlBar::timerEvent(QTimerEvent* event) {
     if (event->timerId() != due_.timerId())
         return QWidget::timerEvent(event);
-    due_.stop();
-    if (duePart_ == PanelPart::Entries)
-        Rebuild(*app_);
-    else
-        CountNotes(app_->List().GetNoteIDs());
-}
-
-void ControlBar::CountNotes(const LongList& listed) {
-    for (PanelPage* const page : pages_)
-        page->CountNotes(listed);
+    Update(*app_, kTabs[duePage_].kind, duePart_);
+    if (++duePage_ == std::size(kTabs))
+        due_.stop();
 }
 
 void ControlBar::SetOtherNoteBooks(const QStringList& names) {

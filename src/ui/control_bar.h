@@ -28,8 +28,8 @@ public:
 
     /// Makes the entries of all panels anew: another NoteBook is open, or its notes have changed.
     void Rebuild(const CLorebinderApp& app);
-    /// Makes the entries anew, or counts anew for another list, at the next turn of the event loop: what the user waits
-    /// for is painted first. The application outlives the bar.
+    /// Makes the entries anew, or counts anew for another list, at the next turns of the event loop, a panel a turn:
+    /// what the user waits for is painted first, and no key waits for all panels. The application outlives the bar.
     void UpdateSoon(const CLorebinderApp& app, PanelPart part);
     /// The NoteBooks that notes can be copied to, in their order.
     void SetOtherNoteBooks(const QStringList& names);
@@ -48,7 +48,7 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void CountNotes(const LongList& listed);
+    void Update(const CLorebinderApp& app, PanelKind kind, PanelPart part);
     void AddTab(int page, QWidget* row);
     void Restyle();
 
@@ -59,6 +59,7 @@ private:
     const CLorebinderApp* app_ = nullptr;
     QBasicTimer due_;
     PanelPart duePart_ = PanelPart::Counts;
+    size_t duePage_ = 0;  ///< the panel that comes next, while due_ runs
 };
 
 }  // namespace lore

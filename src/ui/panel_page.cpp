@@ -111,7 +111,7 @@ void PanelPage::AddTree() {
             [this](const QModelIndex& index) { Run(PanelModel::PositionOf(index), PanelCommands(kind_).front()); });
 }
 
-void PanelPage::SetEntries(std::vector<PanelEntry> entries) {
+void PanelPage::SetEntries(std::vector<PanelEntry> entries, const LongList& listed) {
     std::unordered_set<std::string> open;
     std::string selected;
     for (const int position : panel_.Shown()) {
@@ -121,7 +121,7 @@ void PanelPage::SetEntries(std::vector<PanelEntry> entries) {
         if (tree_->currentIndex() == index)
             selected = KeyOf(panel_.Entries(), position);
     }
-    panel_.SetEntries(std::move(entries));
+    panel_.SetEntries(std::move(entries), &listed);
     model_->Rebuild();
     empty_->setVisible(panel_.Entries().empty());
     for (const int position : panel_.Shown()) {

@@ -25,8 +25,8 @@ public:
     PanelPage(PanelKind kind, const Theme& theme, QWidget* parent = nullptr);
     ~PanelPage() override;
 
-    /// New entries; what was open and selected stays so as far as it is still there.
-    void SetEntries(std::vector<PanelEntry> entries);
+    /// New entries, counted against the current list; what was open and selected stays so as far as it is still there.
+    void SetEntries(std::vector<PanelEntry> entries, const LongList& listed);
     void CountNotes(const LongList& listed);
     void SetChoice(int number);
     /// The NoteBooks that notes can be copied to, in their order.
