@@ -108,7 +108,8 @@ void BoardView::Impl::ShowSaved() {
     }
     aheadTimer.stop();
     const bool inSight = focusRow >= topRow && focusRow < endRow;
-    if (focusRow >= 0 && !inSight && LayOutAround(focusRow))
+    const int step = focusRow < topRow ? 1 : -1;  // Reveal puts it at the near edge
+    if (focusRow >= 0 && !inSight && LayOutFrom(focusRow, step, heights.Count()))
         return;
     savedTimer.stop();
     if (focusRow >= 0)
@@ -295,31 +296,10 @@ void BoardView::Impl::Settle() {
     aheadTimer.start(0, &view);
 }
 
-// Lays out one of the cards that come into sight next, those a page down first; false if all of them are.
-bool BoardView::Impl::LayOutAhead() {
-    if (endRow - topRow + 2 * kMostAhead > CardStore::kMostCards)
-        return false;
-    for (const int step : {1, -1}) {
-        int room = view.viewport()->height();
-        int row = step > 0 ? endRow : topRow - 1;
-        for (int i = 0; i < kMostAhead && room > 0 && row >= 0 && row < std::min(heights.Count(), model.Count());
-             ++i, row += step) {
-            if (!store.HasCardOf(row)) {
-                Measure(row);
-                SyncScrollBar();
-                return true;
-            }
-            room -= heights.HeightOf(row);
-        }
-    }
-    return false;
-}
-
-// Lays out one of the cards that Reveal brings into sight with a row; false if all of them are.
-bool BoardView::Impl::LayOutAround(int row) {
-    const int step = TopOf(row) < 0 ? 1 : -1;
+// Lays out the next card that has room in a page from a row on, of at most so many; false if all of them are.
+bool BoardView::Impl::LayOutFrom(int row, int step, int most) {
     int room = view.viewport()->height();
-    for (; room > 0 && row >= 0 && row < heights.Count(); row += step) {
+    for (; most > 0 && room > 0 && row >= 0 && row < heights.Count(); --most, row += step) {
         if (!store.HasCardOf(row)) {
             Measure(row);
             SyncScrollBar();
@@ -328,6 +308,13 @@ bool BoardView::Impl::LayOutAround(int row) {
         room -= heights.HeightOf(row);
     }
     return false;
+}
+
+// Lays out one of the cards that come into sight next, those a page down first; false if all of them are.
+bool BoardView::Impl::LayOutAhead() {
+    if (endRow - topRow + 2 * kMostAhead > CardStore::kMostCards)
+        return false;
+    return LayOutFrom(endRow, 1, kMostAhead) || LayOutFrom(topRow - 1, -1, kMostAhead);
 }
 
 void BoardView::Impl::SyncScrollBar() {

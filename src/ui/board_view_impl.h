@@ -34,7 +34,7 @@ struct BoardView::Impl {
     int Measure(int row);
     void SyncScrollBar();
     bool LayOutAhead();
-    bool LayOutAround(int row);
+    bool LayOutFrom(int row, int step, int most);
     void AnchorAt(int row, int offset);
     void JumpTo(int position, bool toEnd);
 
