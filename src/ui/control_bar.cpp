@@ -116,16 +116,21 @@ void ControlBar::Update(const CLorebinderApp& app, PanelKind kind, PanelPart par
 void ControlBar::UpdateSoon(const CLorebinderApp& app, PanelPart part) {
     app_ = &app;
     duePart_ = due_.isActive() ? std::max(duePart_, part) : part;
-    duePage_ = 0;
+    duePages_.set();
     due_.start(0, this);
 }
 
 void ControlBar::timerEvent(QTimerEvent* event) {
     if (event->timerId() != due_.timerId())
         return QWidget::timerEvent(event);
-    Update(*app_, kTabs[duePage_].kind, duePart_);
-    if (++duePage_ == std::size(kTabs))
+    auto page = static_cast<size_t>(Page());  // the one in sight comes first
+    if (!duePages_.test(page))
+        for (page = 0; !duePages_.test(page);)
+            ++page;
+    duePages_.reset(page);
+    if (duePages_.none())
         due_.stop();
+    Update(*app_, kTabs[page].kind, duePart_);
 }
 
 void ControlBar::SetOtherNoteBooks(const QStringList& names) {

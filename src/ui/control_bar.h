@@ -3,6 +3,7 @@
 #include <QBasicTimer>
 #include <QWidget>
 #include <array>
+#include <bitset>
 #include <functional>
 
 #include "app/lorebinder_app.h"
@@ -59,7 +60,7 @@ private:
     const CLorebinderApp* app_ = nullptr;
     QBasicTimer due_;
     PanelPart duePart_ = PanelPart::Counts;
-    size_t duePage_ = 0;  ///< the panel that comes next, while due_ runs
+    std::bitset<4> duePages_;  ///< the panels whose turn comes, at least one while due_ runs
 };
 
 }  // namespace lore

@@ -245,8 +245,8 @@ private slots:
         menu->close();
         app_->ClearList();
         emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut});
-        menu = OpenMenu(PanelKind::Colors, "(0/");
-        QVERIFY(menu && !Entry(*menu, "Set All Notes In List To This Color")->isEnabled());
+        QTRY_VERIFY((menu = OpenMenu(PanelKind::Colors, "(0/")) != nullptr);
+        QVERIFY(!Entry(*menu, "Set All Notes In List To This Color")->isEnabled());
         QVERIFY(Entry(*menu, "Get All Notes With This Color")->isEnabled());
         menu->close();
     }
