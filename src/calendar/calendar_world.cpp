@@ -31,10 +31,8 @@ void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, b
 template <typename Write>
 FileResult WriteAnew(const CalendarWorld& world, const std::filesystem::path& path, Write write) {
     if (world.damaged->contains(path)) {
-        std::filesystem::path kept;
-        const FileResult result = KeepCopy(path, kept);
-        if (!result.Ok() && !result.Missing())
-            return result;
+        if (const FileResult kept = KeepIfThere(path); !kept.Ok())
+            return kept;
         world.damaged->erase(path);
     }
     return write();

@@ -80,9 +80,8 @@ FileResult MergeSaveEvents(const std::filesystem::path& path, const ReadContext&
     EventList merged;
     bool isWhole = true;
     FileResult result = LoadAllEvents(path, context, merged, &isWhole);
-    std::filesystem::path kept;
     if (!isWhole)
-        result = KeepCopy(path, kept);
+        result = KeepIfThere(path);
     if (result.Ok() || result.Missing()) {
         MergeEvents(merged, list, [&] { progress.StepIt(); });
         result = SaveWithProgress(path, merged, progress);

@@ -101,8 +101,7 @@ FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
     if (!unread_.Ok())
         return unread_;
     if (!damaged_.empty() && path == damaged_) {
-        std::filesystem::path kept;
-        if (const FileResult copied = KeepCopy(path, kept); !copied.Ok() && !copied.Missing())
+        if (const FileResult copied = KeepIfThere(path); !copied.Ok())
             return copied;
         damaged_.clear();
     }

@@ -10,12 +10,8 @@ namespace {
 template <typename List, typename Save>
 bool WriteList(List& list, const std::filesystem::path& path, const char* unwritten, FaultNotice& faults, Save save) {
     FileResult result;
-    if (!list.ReadWhole()) {
-        std::filesystem::path kept;
-        result = KeepCopy(path, kept);
-        if (result.Missing())
-            result = {};
-    }
+    if (!list.ReadWhole())
+        result = KeepIfThere(path);
     if (result.Ok())
         result = save();
     if (result.Ok())

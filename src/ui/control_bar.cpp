@@ -99,12 +99,12 @@ void ControlBar::AddTab(int page, QWidget* row) {
 }
 
 void ControlBar::Rebuild(const CLorebinderApp& app) {
+    const LongList listed = app.List().GetNoteIDs();
     for (const Tab& tab : kTabs)
-        Update(app, tab.kind, PanelPart::Entries);
+        Update(app, tab.kind, PanelPart::Entries, listed);
 }
 
-void ControlBar::Update(const CLorebinderApp& app, PanelKind kind, PanelPart part) {
-    const LongList listed = app.List().GetNoteIDs();
+void ControlBar::Update(const CLorebinderApp& app, PanelKind kind, PanelPart part, const LongList& listed) {
     if (part == PanelPart::Counts)
         return PageAt(kind)->CountNotes(listed);
     const OpenNoteBook& book = app.NoteBook();
@@ -130,7 +130,7 @@ void ControlBar::timerEvent(QTimerEvent* event) {
     duePages_.reset(page);
     if (duePages_.none())
         due_.stop();
-    Update(*app_, kTabs[page].kind, duePart_);
+    Update(*app_, kTabs[page].kind, duePart_, app_->List().GetNoteIDs());
 }
 
 void ControlBar::SetOtherNoteBooks(const QStringList& names) {

@@ -49,7 +49,7 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void Update(const CLorebinderApp& app, PanelKind kind, PanelPart part);
+    void Update(const CLorebinderApp& app, PanelKind kind, PanelPart part, const LongList& listed);
     void AddTab(int page, QWidget* row);
     void Restyle();
 
