@@ -44,7 +44,7 @@ public:
         }
         WriteEvents(Path(), all);
     }
-    std::filesystem::path Path() const { return folder_.Path() / kEventFileName; }
+    std::filesystem::path Path() const { return folder_.Path() / "Events.dat"; }
     GuidSource& Guids() { return guids_; }
 
 private:

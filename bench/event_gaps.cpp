@@ -18,12 +18,14 @@
 #include "app/exchange_commands.h"
 #include "bench/quiet_world.h"
 #include "bench/saved_note.h"
+#include "notes/sort_order.h"
 #include "platform/ini_store.h"
 #include "platform/system_sources.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/qt_progress.h"
 #include "ui/theme.h"
+#include "ui/tool_bar.h"
 
 namespace lore {
 namespace {
@@ -85,7 +87,6 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
     };
     print("search with few results", [&] { window.Search("heliotrope", SearchScope::Database); });
     print("search with all notes as results", [&] { window.Search("e", SearchScope::Database); });
-    print("sorting the whole list", [&] { app.SetSortOrder(app.SortOrder() == 701 ? 705 : 701); });
     const auto save = [&](int32_t id, int turn) {
         WritingCommands& writing = window.Notes()->Commands();
         if (const std::optional<CNote> note = SaveAnew(writing, id, turn)) {
@@ -95,6 +96,12 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
         GapClock::Rest(20);
     };
     const LongList ids = app.NoteBook().index.AllIDs();
+    auto& tools = *window.findChild<MainToolBar*>();
+    print("sorting by source", [&] { emit tools.SortChosen(kSourceUp); });
+    print("a save in a list by source", [&] { save(ids[ids.Count() / 2], 0); });
+    print("sorting by category", [&] { emit tools.SortChosen(kCategoryUp); });
+    print("a save in a list by category", [&] { save(ids[ids.Count() / 2], 1); });
+    print("sorting by date", [&] { emit tools.SortChosen(kDateAddedUp); });
     print("saves of notes elsewhere in the list", [&] {
         for (size_t part = 1; part < 6; ++part)
             save(ids[ids.Count() * part / 6], 0);

@@ -11,11 +11,12 @@
 #include "platform/places.h"
 #include "platform/printed_faults.h"
 #include "platform/program_arguments.h"
+#include "platform/standard_streams.h"
 #include "platform/system_sources.h"
 #include "ui/theme.h"
 
-// LBAgent [Lorebinder]: shows popup reminders at their time until it is told to close. Ends with 0, with 3 if it can't
-// listen to the main program.
+// LBAgent [Lorebinder]: shows popup reminders at their time until it is told to close. Ends with 0, with 2
+// for wrong arguments, with 3 if it can't listen to the main program.
 
 namespace {
 
@@ -26,7 +27,7 @@ struct Arguments {
     bool readyLine = false;
 };
 
-Arguments ReadArguments(const QCoreApplication& application) {
+Arguments ReadArguments() {
     QCommandLineParser parser;
     parser.setApplicationDescription("Shows the popup reminders of Lorebinder's calendar at their time.");
     parser.addHelpOption();
@@ -35,7 +36,7 @@ Arguments ReadArguments(const QCoreApplication& application) {
     const QCommandLineOption ready("ready-line", "Print a line on standard error once messages are taken.");
     parser.addOption(ready);
     parser.addPositionalArgument("Lorebinder", "The product whose reminders are shown.", "[Lorebinder]");
-    parser.process(application);
+    lore::ParseArguments(parser, 1);
     return {places.Places(), parser.isSet(ready)};
 }
 
@@ -48,10 +49,12 @@ int LeaveToTheOther(lore::LocalChannel& channel) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    lore::PrepareStandardStreams();
     QCoreApplication::setApplicationName("LBAgent");
     QCoreApplication::setApplicationVersion("1.56");
     if (lore::AsksForWords(argc, argv)) {
-        ReadArguments(QCoreApplication(argc, argv));
+        const QCoreApplication application(argc, argv);
+        ReadArguments();
         return 0;
     }
     QApplication application(argc, argv);
@@ -59,7 +62,7 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName("lorebinder");
     QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
     QApplication::setQuitOnLastWindowClosed(false);
-    const Arguments arguments = ReadArguments(application);
+    const Arguments arguments = ReadArguments();
     const lore::CompanionPlaces& places = arguments.places;
 
     lore::LocalChannel channel(lore::kAgentRole, places.dataRoot);

@@ -32,7 +32,7 @@ bool CategoryEditing::Save() {
     progress.ShowStandBy("Updating Category Changes....");
     const SavedCategories result = SaveCategoryTrees(commands_.World(), trees_.Forest(), &app_.List());
     if (!result.notes.changed.IsEmpty())
-        app_.List().SortNotes(app_.SortOrder());
+        app_.SortList();
     progress.HideStandBy();
     return result.saved;
 }

@@ -11,6 +11,7 @@
 #include "notes/note_finder.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
+#include "settings/installation.h"
 
 namespace lore {
 
@@ -19,6 +20,7 @@ namespace {
 /// Versions from this one on give the search controls more room.
 constexpr double kWideSearchVersion = 11.37035;
 constexpr int32_t kWideSearchControls = 377;
+constexpr size_t kShortList = 4000;  // notes that are sorted in less time than a window needs to paint
 constexpr size_t kMebibyte = size_t{1} << 20;
 
 size_t CacheBudget(const Settings& settings) {
@@ -36,10 +38,13 @@ ReadContext CLorebinderApp::Context() const {
     return {.now = ports_.clock.Now(), .nowUtc = ports_.clock.NowUtc(), .guids = &ports_.guids};
 }
 
-bool CLorebinderApp::FlushStore() {
+bool CLorebinderApp::FlushStore(FaultNotice& faults) {
     const bool written = ports_.store.Flush();
-    if (!written)
-        ports_.faults.Tell({"The settings could not be written", "", "they keep their old values"});
+    isUnstored_ = !written;
+    if (!written) {
+        const StoreFailure failure = ports_.store.Failure();
+        faults.Tell({"The settings could not be written; they keep their old values", failure.path, failure.reason});
+    }
     return written;
 }
 
@@ -50,14 +55,12 @@ void CLorebinderApp::LoadOptions() {
 
 void CLorebinderApp::SelectStartNoteBook() {
     ComputeFolders(data_.root);
-    StartSettings start{settings_.Text(Option::LocalGUID), settings_.Text(Option::Database)};
     FileResult result;
-    const CDatabase noteBook = lore::SelectStartNoteBook(data_.DatabasesFile(), Context(), start, noteBooks_, result);
+    const CDatabase noteBook =
+        lore::SelectStartNoteBook(data_.DatabasesFile(), Context(), settings_, noteBooks_, result);
     if (!result.Ok() && !result.Missing())
         ports_.faults.Tell(
             {"The list of NoteBooks could not be read", data_.DatabasesFile().string(), result.Reason()});
-    settings_.Set(Option::LocalGUID, start.LocalGUID);
-    settings_.Set(Option::Database, start.Database);
     settings_.Save(ports_.store, Option::LocalGUID);
     settings_.Save(ports_.store, Option::Database);
     FlushStore();
@@ -69,6 +72,8 @@ void CLorebinderApp::UseNoteBook(const CDatabase& noteBook) {
     book_.database = noteBook;
     book_.paths = NoteBookPaths(data_, noteBook.folder);
     closed_ = Closed::No;
+    isUnread_ = isListUnread_ = false;
+    unfound_.RemoveAll();
     settings_.Set(Option::Database, noteBook.guid);
 }
 
@@ -102,9 +107,10 @@ void CLorebinderApp::FinishStartup() {
     StartAgent();
     if (closed_ == Closed::Deleted)
         return;
-    closed_ = UpgradeData() ? Closed::No : Closed::NotUpgraded;
-    if (closed_ != Closed::No)
+    closed_ = Closed::NotUpgraded;  // until it is known, so that what is told can be tried again
+    if (!UpgradeData())
         return;
+    closed_ = Closed::No;
     // A first run has the version -1, which counts as older too.
     if (settings_.ProgVersion() < kWideSearchVersion)
         settings_.Set(Option::SrchCtrlsWidth, kWideSearchControls);
@@ -113,28 +119,24 @@ void CLorebinderApp::FinishStartup() {
     FlushStore();
     LoadNoteBook();
     // Here alone beside the user's thread: no board shows anything yet that the new list would change under it.
-    ShowNotes(LoadLastViewList(book_.paths, ports_.faults), ports_.background);
+    ShowNotes(ReadLastViewList(), ports_.background);
 }
 
 void CLorebinderApp::StoreCounters(const IdCounters& counters) {
-    const std::pair<Option, int> values[] = {{Option::MaxNoteID, counters.MaxNoteID},
-                                             {Option::MaxAuthorID, counters.MaxAuthorID},
-                                             {Option::MaxCategoryID, counters.MaxCategoryID}};
-    for (const auto& [option, value] : values) {
-        settings_.Set(option, value);
-        settings_.Save(ports_.store, option);
-    }
+    PutCounters(counters, settings_, ports_.store);
     FlushStore();
 }
 
 void CLorebinderApp::LoadNoteBook() {
-    CleanNoteFiles(book_.paths, ports_.faults, &ports_.progress);
+    isUnread_ = false;
+    HeardFaults faults(ports_.faults, isUnread_);
+    CleanNoteFiles(book_.paths, faults, &ports_.progress);
     IdCounters counters = Counters();
     texts_->Clear();
     lore::LoadOptions options;
     options.progress = &ports_.progress;
     options.texts = texts_.get();
-    const LoadReport report = lore::LoadNoteBook(book_, counters, Context(), ports_.faults, options);
+    const LoadReport report = lore::LoadNoteBook(book_, counters, Context(), faults, options);
     std::vector<std::string> paths;
     for (const std::string& file : report.files)
         paths.push_back(book_.paths.NoteFile(file).string());
@@ -146,22 +148,60 @@ void CLorebinderApp::ShowNotes(const LongList& ids, Background* background) {
     list_ = CNoteList();
     CNoteList shown;
     KeptForLater faults;
+    HeardFaults told(ports_.faults, isUnread_);
     // Stopped, it shows the notes that it had come to.
     RunBeside(background, "Loading Notes...", [&](const std::stop_token& stop) {
         LoadNotesToList(book_, ids, kNoSort, Context(), faults, shown, stop);
     });
-    faults.TellAll(ports_.faults);
+    faults.TellAll(told);
     list_ = std::move(shown);
     list_.ClearSelection();
+    if (!isUnread_)
+        return unfound_.RemoveAll();
+    for (const int32_t id : ids) {
+        if (!list_.Contains(id))
+            unfound_.AddUnique(id);
+    }
+}
+
+LongList CLorebinderApp::ReadLastViewList() {
+    isListUnread_ = false;
+    HeardFaults load(ports_.faults, isUnread_);
+    HeardFaults faults(load, isListUnread_);
+    return LoadLastViewList(book_.paths, faults);
+}
+
+void CLorebinderApp::KeepViewList(FaultNotice& faults) const {
+    if (closed_ != Closed::No || isListUnread_)
+        return;
+    LongList ids = list_.GetNoteIDs();
+    ids.Merge(unfound_);
+    SaveLastViewList(book_.paths, ids, faults);
 }
 
 void CLorebinderApp::ReloadNotes(const LongList& listed) {
     LoadNoteBook();
-    ShowNotes(listed);
+    LongList wanted = listed;
+    wanted.Merge(unfound_);
+    if (isListUnread_)
+        wanted.Merge(ReadLastViewList());
+    ShowNotes(wanted);
+}
+
+bool CLorebinderApp::TryAgain() {
+    if (isUnstored_)
+        FlushStore();
+    if (closed_ == Closed::NotUpgraded)
+        FinishStartup();
+    else if (isUnread_)
+        ReloadNotes(list_.GetNoteIDs());
+    else
+        return false;
+    return true;
 }
 
 IdCounters CLorebinderApp::Counters() const {
-    return {settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID), settings_.Int(Option::MaxCategoryID)};
+    return CountersOf(settings_);
 }
 
 void CLorebinderApp::StoreSettings() {
@@ -169,14 +209,14 @@ void CLorebinderApp::StoreSettings() {
     FlushStore();
 }
 
-void CLorebinderApp::SaveOptions() {
-    StoreSettings();
-    if (closed_ == Closed::No)
-        SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
+void CLorebinderApp::SaveOptions(FaultNotice& faults) {
+    settings_.SaveOptions(ports_.store);
+    FlushStore(faults);
+    KeepViewList(faults);
 }
 
-void CLorebinderApp::ExitInstance() {
-    SaveOptions();
+void CLorebinderApp::ExitInstance(FaultNotice& faults) {
+    SaveOptions(faults);
     if (ports_.agent && settings_.Int(Option::RunAgent) == kAgentOn)
         ports_.agent->Send(kAgentClose);
 }
@@ -186,12 +226,11 @@ void CLorebinderApp::SwitchNoteBook(const CDatabase& noteBook) {
         MayWrite();
         return;
     }
-    if (closed_ == Closed::No)
-        SaveLastViewList(book_.paths, list_.GetNoteIDs(), ports_.faults);
+    KeepViewList(ports_.faults);
     list_ = CNoteList();
     UseNoteBook(noteBook);
     LoadNoteBook();
-    ShowNotes(LoadLastViewList(book_.paths, ports_.faults));
+    ShowNotes(ReadLastViewList());
     SaveOptions();
 }
 
@@ -239,9 +278,15 @@ SearchOutcome CLorebinderApp::Search(std::string_view text, SearchScope scope,
     return box.Run(text, scope, SortOrder());
 }
 
+// Long lists are ordered beside the window. A save sorts at once: whoever saves a note goes on typing, and keys wait
+// for a sort, but are lost to a window that takes no input.
 void CLorebinderApp::SetSortOrder(int32_t id) {
+    std::vector<uint32_t> order;
+    Background* const background = list_.Count() > kShortList ? ports_.background : nullptr;
+    if (!RunBeside(background, "Sorting Notes....", [&](const std::stop_token&) { order = list_.OrderBy(id); }))
+        return;
     settings_.Set(Option::NoteSortID, id);
-    list_.SortNotes(id);
+    list_.SetOrder(order);
 }
 
 size_t CLorebinderApp::Gather(const LongList& ids) {

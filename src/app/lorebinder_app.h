@@ -6,44 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "app/app_ports.h"
 #include "notes/note_book_loader.h"
 #include "notes/note_list.h"
 #include "notes/notebook_list.h"
 #include "notes/open_notebook.h"
 #include "notes/search_flow.h"
 #include "notes/text_cache.h"
-#include "ports/agent.h"
-#include "ports/background.h"
-#include "ports/clock.h"
-#include "ports/fault_notice.h"
-#include "ports/guid_source.h"
-#include "ports/http_transport.h"
-#include "ports/process_launcher.h"
-#include "ports/progress.h"
-#include "ports/prompts.h"
 #include "settings/settings.h"
 
 namespace lore {
-
-/// What the application asks of the world. All of it outlives the application.
-struct AppPorts {
-    Prompts& prompts;
-    Progress& progress;
-    Clock& clock;
-    GuidSource& guids;
-    SettingsStore& store;
-    FaultNotice& faults;
-    Background* background = nullptr;  ///< without one everything runs on the caller's thread
-    /// Lets milliseconds pass.
-    std::function<void(int)> wait = [](int) {};
-    /// Gives a random number from 0 to the one given.
-    std::function<int(int)> random = [](int) { return 0; };
-    ProcessLauncher* companions = nullptr;     ///< without one no companion is started
-    Agent* agent = nullptr;                    ///< without one none is started or told
-    HttpTransport* http = nullptr;             ///< without one no server is reached
-    std::filesystem::path programFolder = {};  ///< where this program and its companions lie
-    std::function<DateTime(const DateTime&)> toUtc = [](const DateTime& d) { return d; };  ///< from local time
-};
 
 /// The application: settings, the list of NoteBooks, the open NoteBook and the current note list, and the commands that
 /// work on all of them. It knows no window.
@@ -60,14 +32,18 @@ public:
     /// that a newer version changes, the clean-up of note files, the load of the NoteBook and of its last list. Where
     /// older data can't be upgraded no NoteBook is open, nothing is written, and the next call tries again.
     void FinishStartup();
-    /// The end: the options are saved, and the agent that runs only beside the program closes.
-    void ExitInstance();
-    /// Writes all settings and the ids of the current list.
-    void SaveOptions();
+    /// The end: the options are saved, and the agent that runs only beside the program closes. What can't be written is
+    /// told to `faults`, since the usual place may be closing too.
+    void ExitInstance(FaultNotice& faults);
+    void ExitInstance() { ExitInstance(ports_.faults); }
+    /// Writes all settings and the ids of the current list, with those that the last load did not find if it met a
+    /// failure. A file of the last list that couldn't be read stays as it is.
+    void SaveOptions() { SaveOptions(ports_.faults); }
 
     /// Leaves the open NoteBook, whose list is kept for the next time, and opens another one.
     void SwitchNoteBook(const CDatabase& noteBook);
-    /// Loads the open NoteBook anew, with these notes as the current list.
+    /// Loads the open NoteBook anew, with these notes as the current list; behind them stand those that were listed at
+    /// the last load and could not be read.
     void ReloadNotes(const LongList& listed);
     /// Makes the current list of these notes, in their order, on the caller's thread or in a background.
     void ShowNotes(const LongList& ids, Background* background = nullptr);
@@ -80,15 +56,26 @@ public:
     /// The open NoteBook has been deleted: its notes leave the list, and until another NoteBook is opened nothing is
     /// written.
     void CloseDeletedNoteBook();
+    /// Whether a NoteBook is open, and its last load met no failure.
+    bool IsWhole() const { return closed_ == Closed::No && !isUnread_; }
+    /// Whether something of the application itself failed, and was told, that TryAgain would do anew.
+    bool CanTryAgain() const { return isUnstored_ || isUnread_ || closed_ == Closed::NotUpgraded; }
+    /// Writes the settings, upgrades older data or reads the NoteBook, as far as that has failed. The current list is
+    /// read again, as ReloadNotes does: its order stays, its selection and what marks its new notes go. True if the
+    /// NoteBook was loaded anew.
+    bool TryAgain();
     /// Whether the open NoteBook takes changes. If it doesn't, the user is told why and what to do. Each command that
     /// writes asks this first.
     bool MayWrite();
 
     /// `listChanged` is called before the message that tells the number of results.
     SearchOutcome Search(std::string_view text, SearchScope scope, const std::function<void()>& listChanged = {});
-    /// The active order of the current list; setting it sorts at once.
+    /// The active order of the current list.
     int32_t SortOrder() const { return settings_.Int(Option::NoteSortID); }
+    /// Sorts at once. Where the user stops it, the order stays as it was.
     void SetSortOrder(int32_t id);
+    /// Sorts by the active order what has come into the current list.
+    void SortList() { list_.SortNotes(SortOrder()); }
     /// Reads these notes into the current list by the active order. Gives how many were added.
     size_t Gather(const LongList& ids);
     /// Selects the first note of the list that is newly added, which it stays until the user goes to it. Gives its id;
@@ -119,7 +106,7 @@ public:
     /// Stores all settings at once.
     void StoreSettings();
     /// Puts on disk what has been set in the store. False if it could not be written, which has been told.
-    bool FlushStore();
+    bool FlushStore() { return FlushStore(ports_.faults); }
 
     // The texts of the status panes.
     std::string NoteBookPane() const;
@@ -131,10 +118,14 @@ public:
     static std::string WindowTitle();
 
 private:
+    bool FlushStore(FaultNotice& faults);
+    void SaveOptions(FaultNotice& faults);
     void UseNoteBook(const CDatabase& noteBook);
     void StartAgent();
     bool UpgradeData();
     void LoadNoteBook();
+    LongList ReadLastViewList();
+    void KeepViewList(FaultNotice& faults) const;
 
     AppPorts ports_;
     DataPaths data_;
@@ -145,6 +136,10 @@ private:
     std::unique_ptr<TextCache> texts_;
     /// Why there is no NoteBook that takes changes.
     enum class Closed { No, Deleted, NotUpgraded } closed_ = Closed::No;
+    bool isUnstored_ = false;    // settings wait to be written
+    bool isUnread_ = false;      // something failed in the last load of the NoteBook
+    LongList unfound_;           // what was to be listed then, and was not found
+    bool isListUnread_ = false;  // nobody can say what the file of the last list holds
 };
 
 }  // namespace lore

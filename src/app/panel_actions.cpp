@@ -72,7 +72,7 @@ PanelOutcome PanelActions::ChangeValues(const PanelOrder& order, int32_t focusNo
     progress.HideStandBy();
     if (result.changed.IsEmpty())
         return PanelOutcome::Nothing;
-    app_.List().SortNotes(app_.SortOrder());
+    app_.SortList();
     return PanelOutcome::NotesChanged;
 }
 
@@ -97,7 +97,7 @@ PanelOutcome PanelActions::AddToSource(int32_t note, int32_t source) {
     if (!ValueChanges(commands_.World(), app_.List()).AddSource(note, source))
         return PanelOutcome::Nothing;
     app_.RefreshNote(note);
-    app_.List().SortNotes(app_.SortOrder());
+    app_.SortList();
     return PanelOutcome::NotesChanged;
 }
 

@@ -8,6 +8,7 @@
 #include "app/sample_json.h"
 #include "app/sample_markup.h"
 #include "notes/attachment_kind.h"
+#include "notes/note_index.h"
 #include "rtf/rtf.h"
 
 namespace lore {
@@ -57,11 +58,12 @@ private:
     const SampleJson& colors_;
     IdCounters& counters_;
     GuidSource& guids_;
+    NoteIndex given_;
 };
 
 void NoteBuilder::Add(const SampleNote& sample) {
     CNote note;
-    note.id = ++counters_.MaxNoteID;
+    note.id = given_.GiveID(counters_.MaxNoteID);
     note.guid = guids_.NewGuid();
     note.keyWords = FromUtf8(sample.keyWords);
     note.dateCreated = sample.created;

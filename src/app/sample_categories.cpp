@@ -29,6 +29,7 @@ CProCategoryList ReadSampleCategories(std::string_view text, int& maxCategoryID)
     CProCategoryList forest;
     forest.AddRoot(CProCategoryTree(kUnassignedID, kUnassignedName));
     std::vector<CProCategoryTree>& roots = forest.EditRoots();
+    CategoryIDs ids;
     while (!text.empty()) {
         const size_t end = std::min(text.find('\n'), text.size());
         const std::string_view line = TrimRight(text.substr(0, end));
@@ -36,10 +37,12 @@ CProCategoryList ReadSampleCategories(std::string_view text, int& maxCategoryID)
         const std::string_view name = TrimLeft(line);
         if (name.empty())
             continue;
-        do
-            maxCategoryID = CategoryIDAfter(RaiseToHighest(maxCategoryID, maxCategoryID));
-        while (maxCategoryID == kUnassignedID);
-        ChildrenAt(roots, (line.size() - name.size()) / kBlanksPerLevel).emplace_back(maxCategoryID, FromUtf8(name));
+        if (CounterAfter(maxCategoryID) == kUnassignedID)
+            maxCategoryID = kUnassignedID;  // from which the next one steps on
+        int64_t wanted = int64_t{RaiseToHighest(maxCategoryID, maxCategoryID)} + 1;
+        const int32_t id = ids.Take(wanted);
+        maxCategoryID = std::max(maxCategoryID, id);
+        ChildrenAt(roots, (line.size() - name.size()) / kBlanksPerLevel).emplace_back(id, FromUtf8(name));
     }
     forest.LinkAll();
     return forest;

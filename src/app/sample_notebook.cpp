@@ -8,9 +8,11 @@
 #include "app/sample_builder.h"
 #include "app/sample_calendar.h"
 #include "app/sample_files.h"
+#include "base/free_ids.h"
 #include "base/text.h"
 #include "calendar/event_file.h"
 #include "calendar/reminder_file.h"
+#include "notebooks/notebook_list_file.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
 
@@ -20,6 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kFolderPrefix = "DB";
+constexpr int32_t kFirstID = 2;
 /// The id that takes the place of the main NoteBook's, which a new one must not have.
 constexpr int32_t kInsteadOfMainID = 2114;
 
@@ -37,13 +40,11 @@ public:
     bool AllWell() const { return allWell_; }
     void Check(const FileResult& result, const char* what, const fs::path& path) {
         TellFailedWrite(faults_, what, path, result);
-        allWell_ = allWell_ && result.Ok();
+        Require(result.Ok());
     }
-    void MakeFolder(const fs::path& folder) {
-        std::error_code error;
-        fs::create_directories(folder, error);
-        Check({error.value()}, "A folder could not be made", folder);
-    }
+    /// For what has told its own failure.
+    void Require(bool isDone) { allWell_ = allWell_ && isDone; }
+    void MakeFolder(const fs::path& folder) { Check(MakeFolders(folder), "A folder could not be made", folder); }
 
 private:
     FaultNotice& faults_;
@@ -62,16 +63,25 @@ int32_t HighestFolderNumber(const fs::path& databases) {
     return highest;
 }
 
+std::string FolderOfId(int32_t id) {
+    char folder[32];
+    std::snprintf(folder, sizeof folder, "%s%.6d", kFolderPrefix.data(), id);
+    return folder;
+}
+
 CDatabase NewNoteBook(const DataPaths& data, const std::vector<CDatabase>& list, const std::string& name,
                       const ReadContext& context) {
-    CDatabase database;
-    database.id = HighestFolderNumber(data.Databases());
+    int32_t highest = HighestFolderNumber(data.Databases());
     for (const CDatabase& other : list)
-        database.id = std::max(database.id, other.id);
-    database.id = database.id + 1 == kMainNoteBookID ? kInsteadOfMainID : database.id + 1;
-    char folder[32];
-    std::snprintf(folder, sizeof folder, "%s%.6d", kFolderPrefix.data(), database.id);
-    database.folder = folder;
+        highest = std::max(highest, other.id);
+    const int64_t next = int64_t{highest} + 1;
+    CDatabase database;
+    database.id = FreeIDs(kFirstID).Find(next == kMainNoteBookID ? kInsteadOfMainID : next, [&](int32_t id) {
+        std::error_code error;
+        return id == kMainNoteBookID || fs::exists(data.Databases() / FolderOfId(id), error) ||
+               std::ranges::any_of(list, [&](const CDatabase& other) { return other.id == id; });
+    });
+    database.folder = FolderOfId(database.id);
     database.name = name;
     database.created = context.now;
     database.guid = context.guids->NewGuid();
@@ -123,9 +133,10 @@ void WriteNoteBook(const NoteBookPaths& paths, SampleContent& content, SampleWri
 bool IsCalendarEmpty(const DataPaths& data, const ReadContext& context) {
     EventList events;
     ReminderList reminders;
-    const FileResult results[] = {LoadAllEvents(data.Events(), context, events),
-                                  LoadAllReminders(data.Reminders(), context, reminders)};
-    return events.empty() && reminders.empty() &&
+    bool eventsWhole = true, remindersWhole = true;
+    const FileResult results[] = {LoadAllEvents(data.Events(), context, events, &eventsWhole),
+                                  LoadAllReminders(data.Reminders(), context, reminders, &remindersWhole)};
+    return events.empty() && reminders.empty() && eventsWhole && remindersWhole &&
            std::ranges::all_of(results, [](const FileResult& result) { return result.Ok() || result.Missing(); });
 }
 
@@ -163,7 +174,9 @@ bool IsMainNoteBookEmpty(const DataPaths& data, const ReadContext& context) {
     CProCategoryList categories;
     const FileResult results[] = {authors.LoadAuthors(paths.Authors()), types.LoadTypes(paths.SourceTypes(), context),
                                   sources.LoadSources(paths.Sources(), context), categories.Load(paths.Categories())};
+    // What is damaged holds something.
     return authors.Count() == 0 && types.Count() == 0 && sources.Count() == 0 && categories.Roots().size() == 1 &&
+           authors.ReadWhole() && types.ReadWhole() && sources.ReadWhole() && categories.ReadWhole() &&
            std::ranges::all_of(results, [](const FileResult& result) { return result.Ok() || result.Missing(); });
 }
 
@@ -172,21 +185,20 @@ SampleResult MakeSampleNoteBook(const DataPaths& data, const std::string& localG
     SampleResult result;
     SampleContent content = BuildSampleContent(counters, context);
     SampleWriter writer(faults);
-    std::vector<CDatabase> list;
-    const FileResult listRead = LoadDatabases(data.DatabasesFile(), context, list);
     if (IsMainNoteBookEmpty(data, context)) {
         result.database = MainNoteBook(localGuid);
         WriteNoteBook({data, result.database.folder}, content, writer);
-    } else if (listRead.Ok() || listRead.Missing()) {
+    } else {
+        NoteBookListFile file(data.DatabasesFile(), faults);
+        file.Load(context);
+        if (!file.IsWritable())
+            return result;
+        std::vector<CDatabase> list = file.List();
         result.database = NewNoteBook(data, list, content.name, context);
         WriteNoteBook({data, result.database.folder}, content, writer);
         list.push_back(result.database);
         if (writer.AllWell())
-            writer.Check(SaveDatabases(data.DatabasesFile(), list), "The list of NoteBooks could not be written",
-                         data.DatabasesFile());
-    } else {
-        TellFailedRead(faults, "The list of NoteBooks could not be read", data.DatabasesFile(), listRead);
-        return result;
+            writer.Require(file.Save(std::move(list)));
     }
     CountContent(content, result);
     WriteCalendar(data, context, writer, result);

@@ -1,6 +1,7 @@
 #include "app/sample_sources.h"
 
 #include "app/sample_json.h"
+#include "bibliography/new_author.h"
 #include "bibliography/source_record.h"
 
 namespace lore {
@@ -42,7 +43,7 @@ Renamed<std::string, std::string> AddTypes(const SampleJson& json, const ReadCon
 Renamed<int32_t, int32_t> AddAuthors(const SampleJson& json, AuthorList& authors, int& maxAuthorID) {
     Renamed<int32_t, int32_t> ids;
     for (const SampleJson& entry : ArrayOf(json, "authors")) {
-        const int32_t id = ++maxAuthorID;
+        const int32_t id = NewAuthorID(authors, {}, maxAuthorID);
         ids[NumberOf(entry, "AuthorID")] = id;
         authors.AddAuthor({id, TextOf(entry, "first"), TextOf(entry, "middle"), TextOf(entry, "last"), {}, {}});
     }

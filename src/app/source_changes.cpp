@@ -28,7 +28,7 @@ bool WritingCommands::ShowSourceChanges() {
         if (const int position = list.PositionOf(id); position >= 0)
             list.SetCitations(static_cast<size_t>(position), citations.For(list[static_cast<size_t>(position)]));
     }
-    list.SortNotes(app_.SortOrder());
+    app_.SortList();
     return true;
 }
 

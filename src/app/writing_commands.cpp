@@ -1,12 +1,14 @@
 #include "app/writing_commands.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "base/text.h"
 #include "exchange/bring_back.h"
 #include "notes/note_finder.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
+#include "notes/sort_order.h"
 #include "rtf/html_reader.h"
 #include "rtf/rtf.h"
 
@@ -38,7 +40,46 @@ std::string UnsavedText(const UnsavedNote& unsaved) {
     return text + "Do you wish to go on with it? \"No\" discards the unsaved text.";
 }
 
+/// An order, as positions of the list, in which each note of `back` stands directly behind its neighbour of before, the
+/// id at the same place of `behind`, or in front for 0. All others stay where they stand, and so does a note whose
+/// neighbour isn't listed, or one that was `listed` all along.
+std::vector<uint32_t> OrderBehind(const CNoteList& list, const LongList& back, const LongList& behind,
+                                  const LongList& listed) {
+    std::unordered_map<int32_t, int32_t> followers;
+    std::unordered_map<int32_t, uint32_t> placed;
+    for (size_t i = 0; i < behind.Count(); ++i) {
+        const int32_t id = back[i], neighbour = behind[i];
+        if (listed.Contains(id) || !list.Contains(id) || (neighbour != 0 && !list.Contains(neighbour)))
+            continue;
+        followers.emplace(neighbour, id);
+        placed.emplace(id, 0);
+    }
+    for (uint32_t position = 0; position < list.Count(); ++position) {
+        if (const auto found = placed.find(list[position].id); found != placed.end())
+            found->second = position;
+    }
+    std::vector<uint32_t> order;
+    const auto addFollowersOf = [&](int32_t id) {
+        for (auto next = followers.find(id); next != followers.end(); next = followers.find(next->second))
+            order.push_back(placed.at(next->second));
+    };
+    addFollowersOf(0);
+    for (uint32_t position = 0; position < list.Count(); ++position) {
+        if (placed.contains(list[position].id))
+            continue;
+        order.push_back(position);
+        addFollowersOf(list[position].id);
+    }
+    return order;
+}
+
 }  // namespace
+
+int32_t NoteInPlace(const CNoteList& list, int position) {
+    if (list.IsEmpty() || position < 0)
+        return -1;
+    return list[std::min(static_cast<size_t>(position), list.Count() - 1)].id;
+}
 
 WritingCommands::WritingCommands(CLorebinderApp& app)
     : app_(app),
@@ -87,12 +128,9 @@ void WritingCommands::NoteSaved(const CNote& note) {
     lastSaved_ = note.id;
     CNoteList& list = app_.List();
     CitationTexts citations(app_.NoteBook().sources, app_.NoteBook().authors);
-    if (list.Contains(note.id)) {
-        list.ReplaceNote(note, citations.For(note));
-        list.SortNotes(app_.SortOrder());
-    } else {
-        AddSingleNote(list, citations.Listed(note), app_.SortOrder());
-    }
+    if (!list.ReplaceNote(note, citations.For(note)))
+        AddSingleNote(list, citations.Listed(note), IsSortingId(app_.SortOrder()) ? kNoSort : app_.SortOrder());
+    app_.SortList();
 }
 
 bool WritingCommands::DeleteNote(int32_t id) {
@@ -134,20 +172,26 @@ bool WritingCommands::AskTwiceAndDelete(const LongList& ids) {
 bool WritingCommands::Delete(const LongList& ids) {
     const ReadContext context = app_.Context();
     OpenNoteBook& book = app_.NoteBook();
-    NoteRemoval removal(book, context, world_.faults, &app_.Texts());
+    NoteRemoval removal(book, context, world_.faults, &app_.Texts(), app_.Ports().background);
     DeletedNotes deleted = removal.DeleteNotes(ids, true);
     if (deleted.notes.empty())
         return false;
-    LongList gone, listed;
-    for (const CNote& note : deleted.notes) {
+    LongList gone, listed, behind;
+    for (const CNote& note : deleted.notes)
         gone.AddTail(note.id);
-        if (app_.List().Contains(note.id))
-            listed.AddTail(note.id);
+    int32_t previous = 0;
+    for (const ListedNote& entry : app_.List().Notes()) {
+        if (gone.Contains(entry.Id())) {
+            listed.AddTail(entry.Id());
+            if (!IsSortingId(app_.SortOrder()))
+                behind.AddTail(previous);
+        }
+        previous = entry.Id();
     }
     app_.TakeOut(gone);
     KeepsFiles();
     std::vector<CSource> sources = SourcesOfNotes(deleted.notes, book);
-    undoables_.push_back({book.database.guid, std::move(deleted), listed, std::move(sources)});
+    undoables_.push_back({book.database.guid, std::move(deleted), listed, std::move(sources), behind});
     return true;
 }
 
@@ -165,34 +209,44 @@ void WritingCommands::ImportDone(ImportChanges changes, const LongList& listed) 
     undoables_.push_back({app_.NoteBook().database.guid, std::move(changes), listed});
 }
 
-std::vector<WritingCommands::Undoable>::const_iterator WritingCommands::LastUndoable() const {
+const WritingCommands::Undoable* WritingCommands::LastUndoable() const {
     const std::string& open = app_.NoteBook().database.guid;
     const auto last = std::find_if(undoables_.rbegin(), undoables_.rend(),
                                    [&](const Undoable& undoable) { return undoable.noteBook == open; });
-    return last == undoables_.rend() ? undoables_.end() : std::prev(last.base());
+    return last == undoables_.rend() ? nullptr : &*last;
 }
 
 WritingCommands::NextUndo WritingCommands::WhatToUndo() const {
-    const auto last = LastUndoable();
-    if (last == undoables_.end())
+    const Undoable* const last = LastUndoable();
+    if (!last)
         return NextUndo::None;
     return std::holds_alternative<ImportChanges>(last->what) ? NextUndo::Import : NextUndo::Deletion;
 }
 
-bool WritingCommands::UndoDeletion(const Undoable& undoable) {
+/// True if all is back; what isn't is left in `undoable`.
+bool WritingCommands::UndoDeletion(Undoable& undoable) {
     const ReadContext context = app_.Context();
-    DeletedNotes deleted = std::get<DeletedNotes>(undoable.what);
+    auto& deleted = std::get<DeletedNotes>(undoable.what);
+    DeletedNotes gone{{}, deleted.keptFiles}, back = gone;  // an earlier try may have left files behind
+    for (const CNote& note : deleted.notes)
+        (app_.NoteBook().index.Contains(note.id) ? back : gone).notes.push_back(note);
     IdCounters counters = app_.Counters();
-    if (!BringBackWhatNotesName(deleted.notes, undoable.sources, app_.NoteBook(), counters, world_.faults))
+    if (!BringBackWhatNotesName(gone.notes, undoable.sources, app_.NoteBook(), counters, world_.faults))
         return false;
     app_.StoreCounters(counters);
-    NoteRemoval(app_.NoteBook(), context, world_.faults, &app_.Texts()).RestoreNotes(deleted);
-    app_.Gather(undoable.listed);
-    return true;
+    NoteRemoval removal(app_.NoteBook(), context, world_.faults, &app_.Texts());
+    Unrestored failed = removal.RestoreNotes(gone);
+    failed.withoutFiles.Merge(removal.RestoreFiles(back));
+    std::erase_if(deleted.notes, [&](const CNote& note) { return !failed.Contains(note.id); });
+    const LongList listed = app_.List().GetNoteIDs();
+    if (app_.Gather(undoable.listed) > 0 && !IsSortingId(app_.SortOrder()))
+        app_.List().SetOrder(OrderBehind(app_.List(), undoable.listed, undoable.behind, listed));
+    return deleted.notes.empty();
 }
 
-bool WritingCommands::UndoImportOf(const Undoable& undoable) {
-    const auto& changes = std::get<ImportChanges>(undoable.what);
+/// True if all is undone; what isn't is left in `undoable`.
+bool WritingCommands::UndoImportOf(Undoable& undoable) {
+    auto& changes = std::get<ImportChanges>(undoable.what);
     const size_t leaving = NotesThatLeave(changes, app_.NoteBook()), all = app_.NoteBook().TotalNoteCount();
     if (IsLargeShare(leaving, all) &&
         world_.prompts.Ask("Undoing the import takes  *" + std::to_string(leaving) + "*  of the  *" +
@@ -211,14 +265,14 @@ bool WritingCommands::UndoImportOf(const Undoable& undoable) {
         world_.prompts.Message(
             std::to_string(*changed) + " of the imported notes have been changed since, and stay as they are.",
             "Undo Import", PromptIcon::Information);
-    return true;
+    return changes.IsEmpty();
 }
 
 void WritingCommands::Undo() {
-    const auto last = LastUndoable();
-    if (last == undoables_.end())
+    const Undoable* const next = LastUndoable();
+    if (!next)
         return;
-    // What can't be undone now, told, can be tried again.
+    const auto last = undoables_.begin() + (next - undoables_.data());
     if (std::holds_alternative<DeletedNotes>(last->what) ? UndoDeletion(*last) : UndoImportOf(*last))
         undoables_.erase(last);
 }

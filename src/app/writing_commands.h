@@ -31,6 +31,10 @@ struct UnsavedNote {
     std::optional<CNote> stored;  ///< the note of the NoteBook that it continues
 };
 
+/// The note that stands at a position of a list, or the last one if the list has become shorter; -1 for an empty list
+/// and for no position, -1.
+int32_t NoteInPlace(const CNoteList& list, int position);
+
 /// The commands that write notes of the open NoteBook, and what the application remembers between them. Windows show
 /// the sessions that it opens, and hand saved notes back.
 class WritingCommands {
@@ -55,6 +59,7 @@ public:
     /// Asks, for several notes twice, and deletes notes of the NoteBook. True if any has gone.
     bool DeleteNotes(const LongList& ids);
     /// Deletions from the open NoteBook and imports into it can be undone, the last one first, until the program ends.
+    /// What could not be written, told, can be tried again.
     enum class NextUndo { None, Deletion, Import };
     NextUndo WhatToUndo() const;
     void Undo();
@@ -92,6 +97,7 @@ private:
         std::variant<DeletedNotes, ImportChanges> what;
         LongList listed;
         std::vector<CSource> sources = {};  // of deleted notes
+        LongList behind = {};  // the neighbours before the `listed`, 0 for none, in an order that the user made
     };
     /// Hands faults on to where the user looks.
     struct FaultRelay : FaultNotice {
@@ -104,10 +110,10 @@ private:
     };
     bool Delete(const LongList& ids);
     bool AskTwiceAndDelete(const LongList& ids);
-    bool UndoDeletion(const Undoable& undoable);
-    bool UndoImportOf(const Undoable& undoable);
+    bool UndoDeletion(Undoable& undoable);
+    bool UndoImportOf(Undoable& undoable);
     void KeepsFiles();
-    std::vector<Undoable>::const_iterator LastUndoable() const;
+    const Undoable* LastUndoable() const;
     std::optional<CNote> FindNote(int32_t id);
     bool AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved);
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <memory>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,18 +29,21 @@ FileResult CopyBytes(int from, int to) {
     }
 }
 
-FileResult OpenAndCopy(const std::filesystem::path& from, const std::filesystem::path& to) {
-    // Without waiting, so that a pipe is refused and not read for ever.
-    const FileNumber source(::open(from.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+/// A copy lets in nobody whom the file doesn't let in; its owner may always change it.
+mode_t PermissionsOf(const std::filesystem::path& file) {
     struct stat info = {};
-    if (!source.IsOpen() || ::fstat(source.Get(), &info) != 0)
-        return LastError();
-    if (!S_ISREG(info.st_mode))
-        return {S_ISDIR(info.st_mode) ? EISDIR : EINVAL};
-    FileNumber target(::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    return (::stat(file.c_str(), &info) == 0 ? info.st_mode & 0666 : 0) | S_IRUSR | S_IWUSR;
+}
+
+FileResult OpenAndCopy(const std::filesystem::path& from, const std::filesystem::path& to) {
+    std::unique_ptr<FileNumber> source;
+    size_t ignored = 0;
+    if (const FileResult opened = OpenRegularFile(from, source, ignored); !opened.Ok())
+        return opened;
+    FileNumber target(::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, PermissionsOf(from)));
     if (!target.IsOpen())
         return LastError();
-    const FileResult result = CopyBytes(source.Get(), target.Get());
+    const FileResult result = CopyBytes(source->Get(), target.Get());
     return result.Ok() && !target.Close() ? LastError() : result;
 }
 
@@ -59,7 +63,8 @@ FileResult CopyFileAtomically(const std::filesystem::path& from, const std::file
 FileResult KeepCopy(const std::filesystem::path& path, std::filesystem::path& kept) {
     const std::string name = path.string();
     kept = name + ".kept";
-    for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(kept)); ++number)
+    std::error_code error;
+    for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(kept, error)); ++number)
         kept = name + "." + std::to_string(number) + ".kept";
     return CopyFileAtomically(path, kept);
 }

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -57,35 +58,33 @@ bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
     return false;
 }
 
-FileResult WriteAndFlush(const std::filesystem::path& path, std::string_view bytes) {
-    FileNumber file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    if (!file.IsOpen() || !WriteAll(file.Get(), bytes) || ::fsync(file.Get()) != 0 || !file.Close())
-        return LastError();
-    return {};
-}
-
-/// A link is written through, so that the file which it names is the one that is replaced.
-std::filesystem::path TargetOf(const std::filesystem::path& path) {
-    std::error_code error;
-    if (!std::filesystem::is_symlink(path, error))
-        return path;
-    const std::filesystem::path target = std::filesystem::weakly_canonical(path, error);
-    return error ? path : target;
-}
-
 FileResult Replace(const std::filesystem::path& target, std::string_view bytes) {
     const std::filesystem::path temporary = TemporaryName(target);
-    FileResult result = WriteAndFlush(temporary, bytes);
-    if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0)
+    std::unique_ptr<FileNumber> file;
+    FileResult result = CreateReplacement(target, temporary, file);
+    if (!file || !file->IsOpen())
+        return result;
+    if (!WriteAll(file->Get(), bytes) || ::fsync(file->Get()) != 0 || !file->Close() ||
+        ::rename(temporary.c_str(), target.c_str()) != 0) {
         result = LastError();
-    if (!result.Ok())
         ::unlink(temporary.c_str());
+    }
     return result;
 }
 
 }  // namespace
 
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
+    std::unique_ptr<FileNumber> file;
+    size_t size = 0;
+    const FileResult result = OpenRegularFile(path, file, size);
+    if (result.Ok())
+        return ReadRest(file->Get(), size, bytes);
+    bytes.clear();
+    return result;
+}
+
+FileResult ReadFileOrStream(const std::filesystem::path& path, std::string& bytes) {
     const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat info = {};
     if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0) {
@@ -98,13 +97,28 @@ FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
 FileResult WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
     if (HoldsBytes(path, bytes))
         return {};
-    const std::filesystem::path target = TargetOf(path);
+    const std::filesystem::path target = BehindLinks(path);
     const FileResult result = Replace(target, bytes);
     return result.Ok() ? FlushFolder(target.parent_path()) : result;
 }
 
 FileResult ReplaceFile(const std::filesystem::path& path, std::string_view bytes) {
-    return HoldsBytes(path, bytes) ? FileResult{} : Replace(TargetOf(path), bytes);
+    return HoldsBytes(path, bytes) ? FileResult{} : Replace(BehindLinks(path), bytes);
+}
+
+FileResult MakeFolders(const std::filesystem::path& folder) {
+    std::error_code error;
+    if (folder.empty() || std::filesystem::is_directory(folder, error))
+        return {};
+    const std::filesystem::path parent = folder.parent_path();
+    if (const FileResult above = MakeFolders(parent); !above.Ok() || !folder.has_filename())
+        return above;
+    if (::mkdir(folder.c_str(), 0777) == 0)
+        return FlushFolder(parent);
+    const FileResult result = LastError();
+    if (std::filesystem::is_directory(folder, error))
+        return {};  // somebody else was faster
+    return result.error == EEXIST ? FileResult{ENOTDIR} : result;
 }
 
 FileResult RemoveFile(const std::filesystem::path& path) {

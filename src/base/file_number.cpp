@@ -4,10 +4,42 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <string>
+#include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
 namespace lore {
+
+namespace {
+
+constexpr char kTemporaryEnding[] = ".tmp";
+/// As many as the system follows.
+constexpr int kMostLinks = 40;
+constexpr mode_t kPermissions = 0777;
+
+/// Takes digits off the end of a name; false if there are none.
+bool DropDigits(std::string_view& name) {
+    const size_t length = name.find_last_not_of("0123456789") + 1;
+    const bool any = length < name.size();
+    name = name.substr(0, length);
+    return any;
+}
+
+/// Gives a new file the owner and the permissions of an old one. Some file systems know neither, and only an
+/// administrator gives files away. A group that isn't the old one gets no more rights than anybody has.
+void TakeOwnerAndPermissions(int number, const struct stat& old) {
+    mode_t permissions = old.st_mode & kPermissions;
+    if (::fchown(number, old.st_uid, old.st_gid) != 0 && ::fchown(number, static_cast<uid_t>(-1), old.st_gid) != 0) {
+        struct stat made = {};
+        if (::fstat(number, &made) != 0 || made.st_gid != old.st_gid)
+            permissions &= S_IRWXU | S_IRWXO | ((old.st_mode & S_IRWXO) << 3);
+    }
+    // The other way round, a new owner would take permissions away.
+    [[maybe_unused]] const int ignored = ::fchmod(number, permissions);
+}
+
+}  // namespace
 
 FileNumber::~FileNumber() {
     if (number_ >= 0)
@@ -34,10 +66,60 @@ bool WriteAll(int number, std::string_view bytes) {
     return true;
 }
 
+FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<FileNumber>& file, size_t& size) {
+    file = std::make_unique<FileNumber>(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat info = {};
+    if (!file->IsOpen() || ::fstat(file->Get(), &info) != 0)
+        return LastError();
+    size = static_cast<size_t>(info.st_size);
+    if (S_ISDIR(info.st_mode))
+        return {EISDIR};
+    return S_ISREG(info.st_mode) ? FileResult{} : FileResult{FileResult::kNoRegularFile};
+}
+
+std::filesystem::path BehindLinks(const std::filesystem::path& path) {
+    std::filesystem::path place = path;
+    for (int left = kMostLinks; left > 0; --left) {
+        std::error_code noLink;
+        const std::filesystem::path named = std::filesystem::read_symlink(place, noLink);
+        if (noLink)
+            return place;
+        place = place.parent_path() / named;
+    }
+    return path;
+}
+
+FileResult CreateReplacement(const std::filesystem::path& target, const std::filesystem::path& temporary,
+                             std::unique_ptr<FileNumber>& file) {
+    struct stat old = {};
+    const bool isThere = ::stat(target.c_str(), &old) == 0;
+    if (!isThere && errno != ENOENT)
+        return LastError();
+    if (isThere && !S_ISREG(old.st_mode))
+        return {S_ISDIR(old.st_mode) ? EISDIR : FileResult::kNoRegularFile};
+    file = std::make_unique<FileNumber>(
+        ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, isThere ? 0600 : 0666));
+    if (!file->IsOpen())
+        return LastError();
+    if (isThere)
+        TakeOwnerAndPermissions(file->Get(), old);
+    return {};
+}
+
 std::filesystem::path TemporaryName(const std::filesystem::path& path) {
     static std::atomic<unsigned> counter{0};
     return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(::getpid()) + "-" +
-                                 std::to_string(counter++) + ".tmp");
+                                 std::to_string(counter++) + kTemporaryEnding);
+}
+
+bool IsTemporaryName(std::string_view name) {
+    if (!name.starts_with('.') || !name.ends_with(kTemporaryEnding))
+        return false;
+    name.remove_suffix(sizeof kTemporaryEnding - 1);
+    if (!DropDigits(name) || !name.ends_with('-'))
+        return false;
+    name.remove_suffix(1);
+    return DropDigits(name) && name.size() > 2 && name.ends_with('.');
 }
 
 FileResult FlushFolder(const std::filesystem::path& folder) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string_view>
 
 #include "base/file_result.h"
@@ -29,8 +30,19 @@ private:
 FileResult LastError();
 /// False, with the reason in LastError, unless all bytes were written.
 bool WriteAll(int number, std::string_view bytes);
+/// Opens a file to read it, without waiting for anybody. A folder is refused, and so is what isn't a regular file: a
+/// pipe would hold the reader up, and some devices have no end.
+FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<FileNumber>& file, size_t& size);
+/// The place that a write to a path makes or replaces: behind all links, also behind one that leads to nothing yet.
+std::filesystem::path BehindLinks(const std::filesystem::path& path);
+/// Makes the empty file that a rename is to give the place of `target`. As far as the system lets it, it has the owner
+/// and the permissions of the file that stands there. A pipe, a socket or a device there is refused.
+FileResult CreateReplacement(const std::filesystem::path& target, const std::filesystem::path& temporary,
+                             std::unique_ptr<FileNumber>& file);
 /// A name in the same folder that no reader of the folder picks up, since it doesn't end in the old ending.
 std::filesystem::path TemporaryName(const std::filesystem::path& path);
+/// True for a name that TemporaryName gives.
+bool IsTemporaryName(std::string_view name);
 /// WriteFileAtomically without the flush of the folder, for whoever writes many files and calls FlushFolder once.
 FileResult ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
 /// What was renamed, made or removed in the folder stands on the disk.

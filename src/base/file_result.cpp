@@ -10,6 +10,8 @@ bool FileResult::Missing() const {
 }
 
 std::string FileResult::Reason() const {
+    if (error == kNoRegularFile)
+        return "Not a regular file";
     return std::generic_category().message(error);
 }
 

@@ -7,6 +7,8 @@ namespace lore {
 /// What became of a file operation. `error` is the system's number (errno), 0 when done.
 struct FileResult {
     int error = 0;
+    /// For a pipe, a socket or a device at the place of a file, for which the system has no number.
+    static constexpr int kNoRegularFile = -1;
     bool Ok() const { return error == 0; }
     /// True if the file just isn't there, which counts as having no records.
     bool Missing() const;

@@ -88,25 +88,10 @@ void LongList::RemoveAll() {
     index_.reset();
 }
 
-void LongList::RemoveAt(size_t position) {
-    CountDown(values_[position]);
-    values_.erase(values_.begin() + static_cast<std::ptrdiff_t>(position));
-}
-
 void LongList::SetAt(size_t position, int32_t value) {
     CountDown(values_[position]);
     values_[position] = value;
     CountUp(value);
-}
-
-bool LongList::DiffersFrom(const LongList& other) const {
-    if (values_.size() != other.values_.size())
-        return true;
-    std::vector<int32_t> a = values_;
-    std::vector<int32_t> b = other.values_;
-    std::sort(a.begin(), a.end());
-    std::sort(b.begin(), b.end());
-    return a != b;
 }
 
 }  // namespace lore

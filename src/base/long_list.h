@@ -34,10 +34,6 @@ public:
     void Merge(const LongList& other);
     void Assign(const LongList& other) { *this = other; }
     void RemoveAll();
-    /// Removes the one element at a position, which must be below Count().
-    void RemoveAt(size_t position);
-    /// True if the two differ as multisets; the order plays no part.
-    bool DiffersFrom(const LongList& other) const;
 
     size_t Count() const { return values_.size(); }
     bool IsEmpty() const { return values_.empty(); }

@@ -45,13 +45,19 @@ const char* FindControl(const char* at, const char* end) {
     return at;
 }
 
-/// What a text stream yields for the bytes of a file: CR LF becomes LF, and 0x1A ends it. A lone CR stays. True if
-/// there is a zero byte. One pass does all of this: a search reads whole NoteBooks through it.
-bool TranslateFromDisk(std::string& data) {
+/// What a pass over the bytes of a file has met.
+struct Met {
+    bool zero = false;      ///< a zero byte
+    bool earlyEnd = false;  ///< a 0x1A with something behind it
+};
+
+/// What a text stream yields for the bytes of a file: CR LF becomes LF, and 0x1A ends it. A lone CR stays. One pass
+/// does all of this: a search reads whole NoteBooks through it.
+Met TranslateFromDisk(std::string& data) {
     char* out = data.data();
     const char* run = out;  // what isn't in its place yet
     const char* end = run + data.size();
-    bool hasZero = false;
+    Met met;
     const auto place = [&](const char* to) {
         const auto length = static_cast<size_t>(to - run);
         if (out != run)
@@ -60,19 +66,20 @@ bool TranslateFromDisk(std::string& data) {
     };
     for (const char* at = FindControl(run, end); at < end; at = FindControl(at, end)) {
         if (*at == kEndOfText) {
+            met.earlyEnd = end - at > 1;
             end = at;
         } else if (*at == '\r' && end - at > 1 && at[1] == '\n') {
             place(at);
             run = at + 1;
             at += 2;
         } else {
-            hasZero = hasZero || *at == '\0';
+            met.zero = met.zero || *at == '\0';
             ++at;
         }
     }
     place(end);
     data.resize(static_cast<size_t>(out - data.data()));
-    return hasZero;
+    return met;
 }
 
 /// The value of a number field that holds digits alone, as nearly all do.
@@ -104,7 +111,9 @@ std::string_view UpToZero(std::string_view text) {
 }  // namespace
 
 RecordReader::RecordReader(std::string diskBytes) : data_(std::move(diskBytes)) {
-    hasZero_ = TranslateFromDisk(data_);
+    const Met met = TranslateFromDisk(data_);
+    hasZero_ = met.zero;
+    endsEarly_ = met.earlyEnd;  // what stands behind the 0x1A is read by nobody
 }
 
 bool RecordReader::WantsEntry() {

@@ -41,7 +41,7 @@ inline constexpr int kMaxNesting = 1000;
 
 /// What a record file shows beside its records, once they are read.
 struct RecordFileState {
-    bool isWhole = true;     ///< it held all that was asked for, and nothing behind it
+    bool isWhole = true;     ///< no field was cut or missing, and nothing stood behind the last one
     size_t longestText = 0;  ///< bytes of its longest counted string
 };
 
@@ -59,7 +59,7 @@ public:
     size_t Size() const { return data_.size(); }
     /// True if a field was asked for that the file didn't hold whole.
     bool RanOut() const { return ranOut_; }
-    bool ReadWhole() const { return !ranOut_ && AtEnd(); }
+    bool ReadWhole() const { return !ranOut_ && AtEnd() && !hasZero_ && !endsEarly_; }
     RecordFileState State() const { return {ReadWhole(), longestText_}; }
     void NoteText(size_t bytes) { longestText_ = std::max(longestText_, bytes); }
     /// True if there is a zero byte anywhere in the stream: it ends the field that it stands in.
@@ -79,7 +79,7 @@ private:
     size_t position_ = 0;
     size_t longestText_ = 0;
     int madeUp_ = 0;
-    bool ranOut_ = false, hasZero_ = false;
+    bool ranOut_ = false, hasZero_ = false, endsEarly_ = false;
 };
 
 /// Collects the logical stream of a record file that is being written.

@@ -17,9 +17,8 @@ std::string ToUtf8(std::string_view bytes);
 /// UTF-8 with multi-byte sequences, otherwise UTF-8. FromUtf8 and ToUtf8 lose nothing in either direction.
 std::string FromUtf8(std::string_view utf8);
 
-/// Bytes to code points, and back by the rule of FromUtf8.
+/// Bytes to code points.
 std::u32string ToCodePoints(std::string_view bytes);
-std::string FromCodePoints(std::u32string_view text);
 /// UTF-8 to code points (broken bytes become U+FFFD) and back (a surrogate or a number above U+10FFFF becomes U+FFFD).
 std::u32string Utf8ToCodePoints(std::string_view utf8);
 std::string CodePointsToUtf8(std::u32string_view text);

@@ -157,10 +157,6 @@ std::u32string ToCodePoints(std::string_view bytes) {
     return text;
 }
 
-std::string FromCodePoints(std::u32string_view text) {
-    return FromUtf8(CodePointsToUtf8(text));
-}
-
 size_t CharacterCount(std::string_view bytes) {
     return CharacterOfByte(bytes, bytes.size());
 }

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <functional>
-#include <limits>
 
+#include "base/free_ids.h"
 #include "base/text.h"
 #include "bibliography/author_name.h"
 
@@ -125,7 +125,7 @@ void AuthorList::RemoveAll() {
 }
 
 int32_t AuthorList::NextAuthorID() const {
-    return largestID_ < std::numeric_limits<int32_t>::max() ? largestID_ + 1 : largestID_;
+    return CounterAfter(largestID_);
 }
 
 void AuthorList::Index(size_t position) {

@@ -28,7 +28,7 @@ public:
     /// Removes every author with the id.
     void RemoveAuthor(int32_t id);
     void RemoveAll();
-    /// The largest id plus 1, at least 1, at most the largest number.
+    /// The largest id plus 1, at least 1, at most the largest number. A new author takes NewAuthorID.
     int32_t NextAuthorID() const;
 
     size_t Count() const { return authors_.size(); }

@@ -10,6 +10,9 @@ namespace lore {
 namespace {
 
 constexpr int32_t kFilterLimit = 6;
+constexpr std::string_view kOthers = "et al";
+/// A record holds the list with a period behind it.
+constexpr size_t kLongestList = kMaxStringLength - 1;
 
 using AppendName = void (*)(std::string& out, const CAuthor& author, const NameForm& form);
 
@@ -37,6 +40,7 @@ void TrimList(std::string& text) {
 std::string JoinAuthors(const LongList& ids, const AuthorList& authors, const AuthorListForm& form, AppendName first,
                         AppendName later) {
     std::string text;
+    size_t lastEnd = 0;  // the last name behind which the list may end with the others
     for (size_t i = 0; i < ids.Count(); ++i) {
         const auto position = static_cast<int64_t>(i);
         if (i > 0) {
@@ -45,12 +49,17 @@ std::string JoinAuthors(const LongList& ids, const AuthorList& authors, const Au
                 text += ConjunctionText(form.conjunction);
         }
         const CAuthor* author = authors.FindAuthorByID(ids[i]);
+        if (text.size() + kOthers.size() <= kLongestList)
+            lastEnd = text.size();
+        const bool isNamed = author != nullptr && position < form.limit;
+        if (isNamed)
+            (i == 0 ? first : later)(text, *author, form.name);
         // A text that no record could hold ends like any list that is too long.
-        if (author == nullptr || position >= form.limit || text.size() > kMaxStringLength) {
-            text += "et al";
+        if (!isNamed || text.size() > kLongestList) {
+            text.resize(lastEnd);
+            text += kOthers;
             break;
         }
-        (i == 0 ? first : later)(text, *author, form.name);
     }
     TrimList(text);
     return text;

@@ -43,17 +43,6 @@ bool HasField(const CSource& source, size_t slot) {
     return !FieldText(source, slot).empty();
 }
 
-std::string MakeField(const CSource& source, size_t slot, std::string_view before, std::string_view after1,
-                      std::string_view after2, bool ordinal) {
-    std::string out;
-    AppendField(out, FieldText(source, slot), before, after1, ordinal);
-    return HasField(source, slot) ? out.append(after2) : out;
-}
-
-std::string MakeOrdinal(std::string_view text) {
-    return text.empty() ? std::string() : std::string(text).append(OrdinalEnding(text));
-}
-
 std::string SourceDateText(const CSource& source, std::string_view fullFormat) {
     if (source.UseDateText == 1)
         return source.DateText;

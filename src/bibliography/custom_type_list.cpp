@@ -124,20 +124,6 @@ void CustomTypeList::AddType(CCustomSourceType type) {
     byGUID_.try_emplace(types_.back().GUID, static_cast<uint32_t>(types_.size() - 1));
 }
 
-bool CustomTypeList::ReplaceType(const CCustomSourceType& type, bool appendIfMissing) {
-    const auto found = byGUID_.find(type.GUID);
-    if (found != byGUID_.end())
-        types_[found->second] = type;
-    else if (appendIfMissing)
-        AddType(type);
-    return found != byGUID_.end() || appendIfMissing;
-}
-
-void CustomTypeList::RemoveAt(size_t position) {
-    types_.erase(types_.begin() + static_cast<ptrdiff_t>(position));
-    Reindex();
-}
-
 void CustomTypeList::RemoveAll() {
     types_.clear();
     Reindex();

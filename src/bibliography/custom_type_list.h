@@ -23,10 +23,6 @@ public:
 
     /// Appends a copy.
     void AddType(CCustomSourceType type);
-    /// Replaces the first type with the same GUID. Without one it appends the copy if `appendIfMissing`. True if the
-    /// list holds the copy now.
-    bool ReplaceType(const CCustomSourceType& type, bool appendIfMissing);
-    void RemoveAt(size_t position);
     void RemoveAll();
     /// By name ignoring case; equal names keep their order. Names that stand behind 33 letters z follow in list order.
     void SortTypes();

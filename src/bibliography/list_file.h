@@ -11,13 +11,13 @@ namespace lore {
 /// A list that lives in a file of its own: a version, a count and the records.
 class ListFile {
 public:
-    /// False if the file of the last load is there and could not be read, broke off or holds more than its records:
-    /// what it holds isn't all in the list.
+    /// False if the file of the last load is there and could not be read, broke off or holds more than its records
+    /// show: what it holds isn't all in the list.
     bool ReadWhole() const { return state_.isWhole; }
     const RecordFileState& State() const { return state_; }
     /// What the file held is kept beside; from here on the list is whole.
     void MarkWhole() { state_.isWhole = true; }
-    /// What the records refer to is missing: a write would lose the references.
+    /// A record was passed over, or what the records refer to is missing: a write would lose it.
     void MarkIncomplete() { state_.isWhole = false; }
     /// The version of the file that was read last; 0 if it couldn't be opened.
     double Version() const { return version_; }

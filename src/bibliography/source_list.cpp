@@ -1,9 +1,7 @@
 #include "bibliography/source_list.h"
 
 #include <algorithm>
-#include <limits>
 
-#include "base/text.h"
 #include "bibliography/citation.h"
 #include "bibliography/citation_order.h"
 #include "bibliography/selection_order.h"
@@ -19,8 +17,6 @@ namespace lore {
 
 namespace {
 
-/// Ids of a NoteBook's sources begin above this one.
-constexpr int32_t kLeastHighestID = 1010;
 void WriteListHead(RecordWriter* stream, double version, size_t count) {
     WriteFixedDouble(stream, version);
     WriteFixedInt(stream, static_cast<int32_t>(count));
@@ -30,14 +26,19 @@ void WriteListHead(RecordWriter* stream, double version, size_t count) {
 
 FileResult SourceList::LoadSources(const std::filesystem::path& path, const ReadContext& context) {
     RemoveAll();
+    bool isDropped = false;
     const FileResult result = LoadFile(path, [&](RecordReader* stream) {
         ReadCounted(stream, [&] {
             CSource source;
             ReadSource(stream, Version(), context, source);
             if (source.SourceID > 0)
                 sources_.push_back(std::move(source));
+            else
+                isDropped = true;
         });
     });
+    if (isDropped)
+        MarkIncomplete();
     Reindex();
     return result;
 }
@@ -106,16 +107,16 @@ bool SourceList::RemoveSource(int32_t id) {
 
 void SourceList::RemoveAll() {
     sources_.clear();
+    reservedID_ = 0;
     Reindex();
 }
 
 int32_t SourceList::NextSourceID() const {
-    return std::max(largestID_, kLeastHighestID);
+    return std::max({largestID_, reservedID_, kFirstID - 1});
 }
 
 int32_t SourceList::NewSourceID() const {
-    const int32_t highest = NextSourceID();
-    return highest < std::numeric_limits<int32_t>::max() ? highest + 1 : highest;
+    return free_.Find(int64_t{NextSourceID()} + 1, [this](int32_t id) { return byID_.contains(id); });
 }
 
 void SourceList::AddNoteID(int32_t sourceID, int32_t noteID) {
@@ -126,11 +127,6 @@ void SourceList::AddNoteID(int32_t sourceID, int32_t noteID) {
 void SourceList::RemoveNoteID(int32_t sourceID, int32_t noteID) {
     if (CSource* source = sourceID > 0 ? FindSourceByID(sourceID) : nullptr)
         source->NoteIDs.RemoveValue(noteID);
-}
-
-void SourceList::RemoveNoteIDFromAll(int32_t noteID) {
-    for (CSource& source : sources_)
-        source.NoteIDs.RemoveValue(noteID);
 }
 
 void SourceList::FormatAll(const AuthorList& authors) {
@@ -170,20 +166,9 @@ void SourceList::Reindex() {
     byID_.reserve(sources_.size());
     byGUID_.reserve(sources_.size());
     largestID_ = 0;
+    free_ = FreeIDs(kFirstID);
     for (size_t i = 0; i < sources_.size(); ++i)
         Index(i);
-}
-
-int CompareSources(const CSource& a, const CSource& b) {
-    return CompareNoCase(a.FormattedText, b.FormattedText);
-}
-
-int CompareSourceLists(const SourceList& a, const SourceList& b) {
-    for (size_t i = 0; i < std::min(a.Count(), b.Count()); ++i) {
-        if (const int order = CompareSources(a[i], b[i]); order != 0)
-            return order;
-    }
-    return a.Count() < b.Count() ? -1 : a.Count() > b.Count() ? 1 : 0;
 }
 
 }  // namespace lore

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/free_ids.h"
 #include "base/record_file.h"
 #include "bibliography/author_list.h"
 #include "bibliography/custom_type_list.h"
@@ -37,16 +38,18 @@ public:
     /// Removes the first source with the id; false if there is none.
     bool RemoveSource(int32_t id);
     void RemoveAll();
-    /// The largest SourceID, at least 1010. A new source takes NewSourceID.
+    /// Notes name sources up to this id that aren't in the list, which wasn't read whole: no new source takes one of
+    /// these ids.
+    void ReserveIDs(int32_t highest) { reservedID_ = highest; }
+    /// The largest SourceID or reserved id, at least 1010. A new source takes NewSourceID.
     int32_t NextSourceID() const;
-    /// NextSourceID plus 1, at most the largest number.
+    /// NextSourceID plus 1; where there is no such number the lowest free one, or 0 if there is none.
     int32_t NewSourceID() const;
 
-    /// Ties a note to a source unless it is tied already, unties it from one source, unties it from all. Ids of sources
-    /// that aren't there, or of 0 or less, change nothing.
+    /// Ties a note to a source unless it is tied already, and unties it. Ids of sources that aren't there, or of 0 or
+    /// less, change nothing.
     void AddNoteID(int32_t sourceID, int32_t noteID);
     void RemoveNoteID(int32_t sourceID, int32_t noteID);
-    void RemoveNoteIDFromAll(int32_t noteID);
 
     void FormatAll(const AuthorList& authors);
     /// Formats all sources and sorts them by their citations, ignoring case. Equal citations change their order; texts
@@ -71,16 +74,14 @@ private:
     void Reindex();
     void Index(size_t position);
 
+    static constexpr int32_t kFirstID = 1011;
+
     std::vector<CSource> sources_;
     std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
     std::unordered_map<std::string, uint32_t> byGUID_;  // first position of each GUID
     int32_t largestID_ = 0;
+    mutable FreeIDs free_{kFirstID};
+    int32_t reservedID_ = 0;
 };
-
-/// Below 0, 0 or above 0: the order of two citations, ignoring case. Sources with equal citations are equal, whatever
-/// their ids.
-int CompareSources(const CSource& a, const CSource& b);
-/// The first differing pair decides; a list that is the beginning of a longer one is smaller.
-int CompareSourceLists(const SourceList& a, const SourceList& b);
 
 }  // namespace lore

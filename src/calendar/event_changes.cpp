@@ -18,10 +18,25 @@ void StandBy(const CalendarWorld& world) {
     world.progress.HideStandBy();
 }
 
+void TellCutSeries(const CalendarWorld& world, const CTmEvent& last) {
+    world.progress.Hide();
+    world.prompts.Message("A series can't have more than " + std::to_string(kMostOccurrences) +
+                              " events.\n\nThis one is made up to " + last.Start.Format("%m/%d/%y") +
+                              "; to go on, make another series that starts behind that day.",
+                          "Series Too Long", PromptIcon::Warning);
+}
+
+struct NewSeries {
+    EventList records;
+    bool isCut = false;  // there are more dates than a series can have
+};
+
 /// The records of a new series, each with reminders of its own. Empty, told, if no date fits.
-EventList Expand(const CalendarWorld& world, CTmEvent& event) {
+NewSeries Expand(const CalendarWorld& world, CTmEvent& event) {
     ClearServerIds(event.Reminders);
-    EventList records = ExpandSeries(event, world.guids);
+    NewSeries series;
+    EventList& records = series.records;
+    records = ExpandSeries(event, world.guids, &series.isCut);
     for (CTmEvent& record : records)
         CopyReminders(event, record, world.guids);
     if (records.empty()) {
@@ -31,7 +46,7 @@ EventList Expand(const CalendarWorld& world, CTmEvent& event) {
                                   ".\n\nPlease choose other days, or a later end of the series.",
                               "No Events in Series", PromptIcon::Warning);
     }
-    return records;
+    return series;
 }
 
 ReminderList RemindersOfAll(const EventList& events) {
@@ -41,10 +56,11 @@ ReminderList RemindersOfAll(const EventList& events) {
     return all;
 }
 
-/// Writes the events with the records of a new series at their end. Its reminders are there before it, those of the
-/// events that it replaces go after it: nothing is missing at any time.
-EventSave PutSeries(const CalendarWorld& world, EventList&& events, const EventList& records,
+/// Writes the events with the records of a new series at their end, and tells if it was cut. Its reminders are there
+/// before it, those of the events that it replaces go after it: nothing is missing at any time.
+EventSave PutSeries(const CalendarWorld& world, EventList&& events, const NewSeries& series,
                     const EventList& replaced) {
+    const EventList& records = series.records;
     CreateSeriesReminders(world, RemindersOfAll(records));
     events.insert(events.end(), records.begin(), records.end());
     if (!SaveEventsWithProgress(world, events, records.size())) {
@@ -53,6 +69,8 @@ EventSave PutSeries(const CalendarWorld& world, EventList&& events, const EventL
     }
     if (!replaced.empty())
         RemoveRemindersOfEvents(world, replaced, false);
+    if (series.isCut)
+        TellCutSeries(world, records.back());
     return EventSave::Saved;
 }
 
@@ -80,13 +98,13 @@ EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event, bool isNew) {
         return EventSave::NotWritten;
     if (!isNew)
         world.ShowProgress("Setting up Recurring Events....");
-    const EventList records = Expand(world, event);
-    if (records.empty())
+    const NewSeries series = Expand(world, event);
+    if (series.records.empty())
         return EventSave::Refused;
     RemoveEvent(events, event.EventId);
     if (!isNew)
         world.progress.Hide();
-    return PutSeries(world, std::move(events), records, isNew ? EventList() : EventList{event});
+    return PutSeries(world, std::move(events), series, isNew ? EventList() : EventList{event});
 }
 
 /// Replaces a series, or with `following` what of it starts at or after the event.
@@ -97,11 +115,11 @@ EventSave ReplaceSeries(const CalendarWorld& world, CTmEvent event, bool followi
     world.ShowProgress(kApplying);
     if (following)
         event.RecurrenceStart = event.Start;
-    const EventList records = Expand(world, event);
-    if (records.empty())
+    const NewSeries series = Expand(world, event);
+    if (series.records.empty())
         return EventSave::Refused;
     const EventList removed = RemoveSeries(events, event.SeriesId, following ? &event : nullptr);
-    return PutSeries(world, std::move(events), records, removed);
+    return PutSeries(world, std::move(events), series, removed);
 }
 
 /// The events of a change of information; the event itself is among them as it was edited.

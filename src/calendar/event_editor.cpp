@@ -157,10 +157,12 @@ std::string EventEditor::Summary() const {
     if (!IsRecurring())
         return "";
     const std::string rhythm = SeriesSummary(event_);
-    const std::vector<Occurrence> dates = SeriesDates(event_);
+    bool isCut = false;
+    const std::vector<Occurrence> dates = SeriesDates(event_, &isCut);
     if (rhythm.empty() || dates.empty())
         return rhythm + (rhythm.empty() ? "No event falls on these days" : ", but no event falls on these days");
-    const std::string count = std::to_string(dates.size()) + (dates.size() == 1 ? " event" : " events");
+    const std::string count = std::to_string(dates.size()) + (dates.size() == 1 ? " event" : " events") +
+                              (isCut ? " (a series can't have more)" : "");
     return rhythm + ", ends after " + count + ", on " + dates.back().start.Format("%m/%d/%y");
 }
 

@@ -17,9 +17,6 @@ namespace lore {
 //
 // The version is written and never looked at. A date that doesn't parse is the moment of reading, an empty id is made.
 
-/// The file's name below the folder "Data Files"; there is one calendar for the user.
-inline constexpr char kEventFileName[] = "Events.dat";
-
 /// Appends every record of a stream and returns its version.
 double ReadEvents(RecordReader& stream, EventList& list, const ReadContext& context);
 void WriteEvents(RecordWriter& stream, const EventList& list);

@@ -52,11 +52,6 @@ FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadCon
     });
 }
 
-FileResult LoadRemindersOfEvent(const std::filesystem::path& path, const ReadContext& context, std::string_view eventId,
-                                ReminderList& list) {
-    return LoadReminders(path, context, list, [&](const CTmReminder& reminder) { return reminder.EventId == eventId; });
-}
-
 FileResult SaveReminders(const std::filesystem::path& path, const ReminderList& list) {
     RecordWriter stream;
     WriteReminders(stream, list);

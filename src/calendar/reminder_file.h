@@ -16,9 +16,6 @@ namespace lore {
 //
 // The version is written and never looked at. A date that doesn't parse is the moment of reading, an empty id is made.
 
-/// The file's name below the folder "Data Files". The reminder agent reads this file too.
-inline constexpr char kReminderFileName[] = "Rem.dat";
-
 /// Appends every record of a stream and returns its version.
 double ReadReminders(RecordReader& stream, ReminderList& list, const ReadContext& context);
 void WriteReminders(RecordWriter& stream, const ReminderList& list);
@@ -32,8 +29,6 @@ FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext
 /// Those whose SendTime is at or after `first` and at or before `last`, by full date and time.
 FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
                                 const DateTime& last, ReminderList& list);
-FileResult LoadRemindersOfEvent(const std::filesystem::path& path, const ReadContext& context, std::string_view eventId,
-                                ReminderList& list);
 /// Rewrites the file. With a failure the old file stands.
 FileResult SaveReminders(const std::filesystem::path& path, const ReminderList& list);
 

@@ -143,30 +143,37 @@ private:
     DateSpan span_;
 };
 
-template <typename Rhythm>
-std::vector<Occurrence> Walk(const CTmEvent& event, const Rhythm& rhythm) {
+/// The dates up to the limit, and whether there are more.
+struct Dates {
     std::vector<Occurrence> dates;
+    bool isCut = false;
+};
+
+template <typename Rhythm>
+Dates Walk(const CTmEvent& event, const Rhythm& rhythm) {
+    Dates found;
     if (!rhythm.CanMatch())
-        return dates;
+        return found;
     const OccurrenceMaker maker(event);
     DateTime date = event.RecurrenceStart;
-    while (date.IsValid() && date.IsEarlierOrEqual(event.RecurrenceEnd) && dates.size() < kMostOccurrences) {
-        if (rhythm.IsDate(date))
-            dates.push_back(maker.On(date));
+    while (date.IsValid() && date.IsEarlierOrEqual(event.RecurrenceEnd) && !found.isCut) {
+        if (rhythm.IsDate(date)) {
+            found.isCut = found.dates.size() == kMostOccurrences;
+            if (!found.isCut)
+                found.dates.push_back(maker.On(date));
+        }
         date = rhythm.Advance(date);
     }
-    return dates;
+    return found;
 }
 
 /// The first form of a pattern with two radio buttons if it is selected, otherwise the second.
 template <typename First, typename Second>
-std::vector<Occurrence> WalkForm(const CTmEvent& event, const LongList& pattern) {
+Dates WalkForm(const CTmEvent& event, const LongList& pattern) {
     return PatternAt(pattern, 0) == 1 ? Walk(event, First(pattern)) : Walk(event, Second(pattern));
 }
 
-}  // namespace
-
-std::vector<Occurrence> SeriesDates(const CTmEvent& event) {
+Dates DatesOf(const CTmEvent& event) {
     if (event.Recurring != 1)
         return {};
     switch (event.RecurrenceType) {
@@ -183,10 +190,19 @@ std::vector<Occurrence> SeriesDates(const CTmEvent& event) {
     }
 }
 
-EventList ExpandSeries(const CTmEvent& event, GuidSource& guids) {
+}  // namespace
+
+std::vector<Occurrence> SeriesDates(const CTmEvent& event, bool* isCut) {
+    Dates found = DatesOf(event);
+    if (isCut)
+        *isCut = found.isCut;
+    return std::move(found.dates);
+}
+
+EventList ExpandSeries(const CTmEvent& event, GuidSource& guids, bool* isCut) {
     const std::string seriesId = guids.NewGuid();
     EventList records;
-    for (const Occurrence& date : SeriesDates(event)) {
+    for (const Occurrence& date : SeriesDates(event, isCut)) {
         CTmEvent& record = records.emplace_back(event);
         NewEventId(record, guids);
         record.SeriesId = seriesId;

@@ -20,11 +20,12 @@ struct Occurrence {
 /// The dates of a series, from RecurrenceStart to RecurrenceEnd inclusive by full date and time, each with the event's
 /// times of day and its span of days. A step to a date that doesn't exist ends the series: one on the 31st ends before
 /// the first shorter month. A step by fewer than one day, week or month ends it too. Empty unless Recurring is 1.
-std::vector<Occurrence> SeriesDates(const CTmEvent& event);
+/// `isCut`, which may be null, tells whether there are more dates than kMostOccurrences; these are left out.
+std::vector<Occurrence> SeriesDates(const CTmEvent& event, bool* isCut = nullptr);
 
 /// One record for each date of the series: copies of the event, its reminders included, with ids of their own and a new
-/// common SeriesId.
-EventList ExpandSeries(const CTmEvent& event, GuidSource& guids);
+/// common SeriesId. `isCut` as above.
+EventList ExpandSeries(const CTmEvent& event, GuidSource& guids, bool* isCut = nullptr);
 
 /// Which one of its weekday a date is in its month, from 0; with `wantLast` the last one gives 4. -1 unless valid.
 int NthWeekdayIndex(const DateTime& date, bool wantLast);

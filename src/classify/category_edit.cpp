@@ -100,10 +100,12 @@ void HangSubtree(CProCategoryList& forest, const CProCategoryTree& subtree, int3
 void MergeSubtree(CProCategoryList& forest, CProCategoryTree subtree, int32_t targetID, int& maxCategoryID) {
     // The subtree's own ids are taken too, though they stand in the forest no more.
     const int32_t highest = std::max(forest.HighestID(), HighestCategoryID(subtree));
-    const int32_t nextID = CategoryIDAfter(RaiseToHighest(highest, maxCategoryID));
+    const int64_t nextID = int64_t{RaiseToHighest(highest, maxCategoryID)} + 1;
+    CategoryIDs ids = forest.UsedIDs();
+    subtree.MarkIDs(ids);
     CProCategoryTree* const target = forest.FindByID(targetID);
     AddUpward(target->parent, subtree.notes);
-    MergeInto(*target, subtree, nextID);
+    MergeInto(*target, subtree, nextID, ids);
     forest.LinkAll();
 }
 

@@ -22,7 +22,7 @@ void UnassignNotes(CProCategoryList& forest, const SetLists& notes);
 /// Files notes that are unassigned in a set (1, 2 or 3) in a category.
 void AssignNotes(CProCategoryList& forest, const LongList& notes, int set, int32_t id);
 
-/// In which category each note is filed in one set (1, 2 or 3): the end of the path that GetNotePath gives, or
+/// In which category each note is filed in one set (1, 2 or 3): the end of the path of categories that hold it, or
 /// `<UNASSIGNED>`. Notes that the forest doesn't hold in this set are left out. The pointers live as long as the forest
 /// stays as it is.
 std::unordered_map<int32_t, const CProCategoryTree*> NotePlaces(const CProCategoryList& forest, int set);

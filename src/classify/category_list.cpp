@@ -54,13 +54,6 @@ void SeekDeepest(const CProCategoryTree& node, int level, Deepest& deepest) {
         SeekDeepest(child, level + 1, deepest);
 }
 
-const CProCategoryTree* FirstWith(const std::vector<CProCategoryTree>& siblings, int32_t note, int set) {
-    for (const CProCategoryTree& node : siblings)
-        if ((node.parent || !node.IsUnassigned()) && node.HasNote(note, set))
-            return &node;
-    return nullptr;
-}
-
 }  // namespace
 
 CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
@@ -108,11 +101,6 @@ FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
     RecordWriter writer;
     Write(&writer);
     return SaveRecordFile(path, writer);
-}
-
-bool CProCategoryList::FileExists(const std::filesystem::path& path) {
-    std::string bytes;
-    return ReadFile(path, bytes).Ok();
 }
 
 void CProCategoryList::Read(RecordReader* stream) {
@@ -165,14 +153,6 @@ const CProCategoryTree* CProCategoryList::FindByID(int32_t id) const {
     return hit == nodes_.end() ? nullptr : hit->second;
 }
 
-const CProCategoryTree* CProCategoryList::FindByPlace(std::string_view name, std::string_view parentName,
-                                                      int level) const {
-    for (const CProCategoryTree& root : roots_)
-        if (const CProCategoryTree* hit = root.FindByPlace(name, parentName, level))
-            return hit;
-    return nullptr;
-}
-
 const CProCategoryTree* CProCategoryList::FindRootByName(std::string_view name) const {
     const auto hit = std::find_if(roots_.begin(), roots_.end(),
                                   [&](const CProCategoryTree& root) { return EqualNoCase(root.name, name); });
@@ -182,16 +162,6 @@ const CProCategoryTree* CProCategoryList::FindRootByName(std::string_view name) 
 CProCategoryTree* CProCategoryList::FindByID(int32_t id) {
     Touch();
     return const_cast<CProCategoryTree*>(std::as_const(*this).FindByID(id));
-}
-
-CProCategoryTree* CProCategoryList::FindByPlace(std::string_view name, std::string_view parentName, int level) {
-    Touch();
-    return const_cast<CProCategoryTree*>(std::as_const(*this).FindByPlace(name, parentName, level));
-}
-
-CProCategoryTree* CProCategoryList::FindRootByName(std::string_view name) {
-    Touch();
-    return const_cast<CProCategoryTree*>(std::as_const(*this).FindRootByName(name));
 }
 
 int32_t HighestCategoryID(const CProCategoryTree& tree) {
@@ -218,7 +188,19 @@ int32_t CProCategoryList::GetMaxCategoryID(int& maxCategoryID) const {
 
 void CProCategoryList::RaiseMaxCategoryID(int& maxCategoryID) const {
     const int32_t given = GetMaxCategoryID(maxCategoryID);
-    maxCategoryID = CategoryIDAfter(std::max(given, maxCategoryID));
+    maxCategoryID = CounterAfter(std::max(given, maxCategoryID));
+}
+
+int32_t CProCategoryList::NewID(int& maxCategoryID) const {
+    int64_t wanted = int64_t{GetMaxCategoryID(maxCategoryID)} + 1;
+    return UsedIDs().Take(wanted);
+}
+
+CategoryIDs CProCategoryList::UsedIDs() const {
+    CategoryIDs ids;
+    for (const CProCategoryTree& root : roots_)
+        root.MarkIDs(ids);
+    return ids;
 }
 
 void CProCategoryList::RemoveNote(int32_t note, int set) {
@@ -231,25 +213,6 @@ void CProCategoryList::RemoveNotes(const LongList& notes, int set) {
     Touch();
     for (CProCategoryTree& root : roots_)
         RemoveFromTree(root, notes, set);
-}
-
-bool CProCategoryList::HasNoteAnywhere(int set, int32_t note) const {
-    return std::any_of(roots_.begin(), roots_.end(),
-                       [&](const CProCategoryTree& root) { return root.HasNoteInTree(note, set); });
-}
-
-CProCategoryTree CProCategoryList::GetNotePath(int32_t note, int set) const {
-    CProCategoryTree path;
-    const CProCategoryTree* hit = FirstWith(roots_, note, set);
-    if (!hit)
-        return path;
-    path.id = hit->id;
-    path.name = hit->name;
-    CProCategoryTree* end = &path;
-    while ((hit = FirstWith(hit->children, note, set)))
-        end = &end->children.emplace_back(hit->id, hit->name);
-    path.LinkChildren();
-    return path;
 }
 
 void CProCategoryList::IndexNote(int32_t note, const CProCategoryTree& path, int set) {

@@ -38,11 +38,11 @@ public:
     /// Replaces the forest by the file's. A file that doesn't open leaves no category but `<UNASSIGNED>`, which is
     /// appended wherever the file lacks it.
     FileResult Load(const std::filesystem::path& path);
+    /// False if the file of the last load was damaged and what it held isn't kept beside.
+    bool ReadWhole() const { return damaged_.empty(); }
     /// Writes the file in the current version. Gives the failure of Load instead if the file was there and could not be
     /// read: it holds categories that this forest has never seen. A file that broke off is kept beside first.
     FileResult Save(const std::filesystem::path& path) const;
-    /// True if the file opens for reading.
-    static bool FileExists(const std::filesystem::path& path);
     /// The same as Load and Save on a stream.
     void Read(RecordReader* stream);
     void Write(RecordWriter* stream) const;
@@ -58,17 +58,18 @@ public:
     /// none.
     const CProCategoryTree* FindByID(int32_t id) const;
     CProCategoryTree* FindByID(int32_t id);
-    const CProCategoryTree* FindByPlace(std::string_view name, std::string_view parentName, int level) const;
-    CProCategoryTree* FindByPlace(std::string_view name, std::string_view parentName, int level);
     /// Among the roots, `<UNASSIGNED>` too, without regard to case.
     const CProCategoryTree* FindRootByName(std::string_view name) const;
-    CProCategoryTree* FindRootByName(std::string_view name);
 
     /// The highest id of the forest, where the reserved node counts as 0 and nothing below it counts; -1 without roots.
     int32_t HighestID() const;
     /// Raises the stored counter to the highest id and gives it, or 21122117 where it has become the reserved id. The
     /// next category gets one more than this.
     int32_t GetMaxCategoryID(int& maxCategoryID) const;
+    /// That id for one new category.
+    int32_t NewID(int& maxCategoryID) const;
+    /// To give out ids to several; those of the forest are used.
+    CategoryIDs UsedIDs() const;
     /// Moves the stored counter on after a load or a conversion: the larger of itself and what GetMaxCategoryID gives,
     /// plus 1.
     void RaiseMaxCategoryID(int& maxCategoryID) const;
@@ -77,9 +78,6 @@ public:
     void RemoveNote(int32_t note, int set);
     /// The same for many notes in one walk.
     void RemoveNotes(const LongList& notes, int set);
-    bool HasNoteAnywhere(int set, int32_t note) const;
-    /// The chain of categories that hold the note, `<UNASSIGNED>` left out; an empty path if none does.
-    CProCategoryTree GetNotePath(int32_t note, int set) const;
     /// Files a note in one set (1, 2 or 3) by the id of the deepest node of its path: in that category and all above
     /// it; an empty path files it under `<UNASSIGNED>`; an unknown id leaves it out.
     void IndexNote(int32_t note, const CProCategoryTree& path, int set);

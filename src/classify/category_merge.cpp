@@ -8,8 +8,10 @@ namespace {
 
 /// One merge of a subtree into another.
 struct Merging {
-    int32_t nextID;
+    int64_t nextID;
+    CategoryIDs& ids;
     int32_t highest = -1;  // highest id given out
+    bool added = false;
 
     void Into(CProCategoryTree& hit, CProCategoryTree& node, ChildPlaces& places) {
         for (size_t i = 0; i < kSetCount; ++i)
@@ -17,7 +19,8 @@ struct Merging {
         for (CProCategoryTree& child : node.children) {
             const size_t position = places.Find(hit.children, child.name);
             if (position == ChildPlaces::kNone) {
-                nextID = child.Renumber(nextID);
+                nextID = child.Renumber(nextID, ids);
+                added = true;
                 highest = std::max(highest, HighestCategoryID(child));
                 hit.children.push_back(child);
             } else {
@@ -45,8 +48,8 @@ ChildPlaces& ChildPlaces::Below(size_t position) {
     return *below_[position];
 }
 
-int32_t MergeInto(CProCategoryTree& hit, CProCategoryTree& node, int32_t nextID) {
-    Merging merging{nextID};
+int64_t MergeInto(CProCategoryTree& hit, CProCategoryTree& node, int64_t nextID, CategoryIDs& ids) {
+    Merging merging{nextID, ids};
     ChildPlaces places;
     merging.Into(hit, node, places);
     hit.LinkChildren();
@@ -55,14 +58,14 @@ int32_t MergeInto(CProCategoryTree& hit, CProCategoryTree& node, int32_t nextID)
 }
 
 CategoryMerger::CategoryMerger(CProCategoryList& forest, int& maxCategoryID)
-    : forest_(forest), maxCategoryID_(maxCategoryID), highest_(forest.HighestID()) {}
+    : forest_(forest), maxCategoryID_(maxCategoryID), highest_(forest.HighestID()), ids_(forest.UsedIDs()) {}
 
 CategoryMerger::~CategoryMerger() {
     forest_.LinkAll();
 }
 
-int32_t CategoryMerger::NextID() {
-    return CategoryIDAfter(RaiseToHighest(highest_, maxCategoryID_));
+int64_t CategoryMerger::NextID() {
+    return int64_t{RaiseToHighest(highest_, maxCategoryID_)} + 1;
 }
 
 void CategoryMerger::MergePath(int32_t note, CProCategoryTree& chain, int set) {
@@ -72,15 +75,17 @@ void CategoryMerger::MergePath(int32_t note, CProCategoryTree& chain, int set) {
     std::vector<CProCategoryTree>& roots = forest_.EditRoots();
     const size_t position = places_.Find(roots, chain.name);
     if (position == ChildPlaces::kNone) {
-        chain.Renumber(NextID());
+        chain.Renumber(NextID(), ids_);
         forest_.AddRoot(chain);
+        added_ = true;
         highest_ = std::max(highest_, HighestCategoryID(chain));
         return;
     }
     chain.id = roots[position].id;
-    Merging merging{NextID()};
+    Merging merging{NextID(), ids_};
     merging.Into(roots[position], chain, places_.Below(position));
     highest_ = std::max(highest_, merging.highest);
+    added_ = added_ || merging.added;
     chain.LinkChildren();
 }
 

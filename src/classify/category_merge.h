@@ -27,9 +27,9 @@ private:
 };
 
 /// Merges a subtree into the node that stands for the same category: notes are added, children that are missing are
-/// numbered from `nextID` on and appended as copies, children of the same name are merged in turn. The ids of the
-/// forest are written back into `node`. Gives the next free id.
-int32_t MergeInto(CProCategoryTree& hit, CProCategoryTree& node, int32_t nextID);
+/// numbered from `nextID` on, out of the ids of the forest, and appended as copies, children of the same name are
+/// merged in turn. The ids of the forest are written back into `node`. Gives the number behind the last one.
+int64_t MergeInto(CProCategoryTree& hit, CProCategoryTree& node, int64_t nextID, CategoryIDs& ids);
 
 /// Brings many paths into one forest in time that follows their length. Between construction and destruction nobody
 /// else may change the forest.
@@ -48,13 +48,17 @@ public:
     void MergePath(int32_t note, CProCategoryTree& chain, int set);
     /// Brings in categories that have no notes.
     void MergeEmptyCategories(const std::vector<CCategoryTree>& trees);
+    /// True if the forest has got more categories.
+    bool HasAdded() const { return added_; }
 
 private:
-    int32_t NextID();
+    int64_t NextID();
 
     CProCategoryList& forest_;
     int& maxCategoryID_;
     int32_t highest_;  // highest id of the forest
+    CategoryIDs ids_;
+    bool added_ = false;
     ChildPlaces places_;
 };
 

@@ -8,31 +8,6 @@
 
 namespace lore {
 
-namespace {
-
-const CProCategoryTree* FindPlace(const CProCategoryTree& node, std::string_view name, std::string_view parentName,
-                                  int levelsDown) {
-    if (levelsDown < 0)
-        return nullptr;
-    if (levelsDown == 0) {
-        const std::string_view above = node.parent ? std::string_view(node.parent->name) : std::string_view();
-        return node.name == name && above == parentName ? &node : nullptr;
-    }
-    for (const CProCategoryTree& child : node.children)
-        if (const CProCategoryTree* hit = FindPlace(child, name, parentName, levelsDown - 1))
-            return hit;
-    return nullptr;
-}
-
-int LevelsBelow(const CProCategoryTree& node) {
-    int levels = 0;
-    for (const CProCategoryTree& child : node.children)
-        levels = std::max(levels, 1 + LevelsBelow(child));
-    return levels;
-}
-
-}  // namespace
-
 CProCategoryTree::CProCategoryTree(const CProCategoryTree& other)
     : id(other.id), parentID(other.parentID), name(other.name), notes(other.notes), children(other.children) {
     AdoptChildren();
@@ -81,10 +56,6 @@ int CProCategoryTree::GetLevel() const {
     return level;
 }
 
-int CProCategoryTree::GetDeepestLevel() const {
-    return GetLevel() + LevelsBelow(*this);
-}
-
 void CProCategoryTree::LinkChildren() {
     for (CProCategoryTree& child : children) {
         child.parentID = id;
@@ -93,13 +64,19 @@ void CProCategoryTree::LinkChildren() {
     }
 }
 
-int32_t CProCategoryTree::Renumber(int32_t first) {
-    id = first;
-    int32_t next = CategoryIDAfter(first);
+int64_t CProCategoryTree::Renumber(int64_t first, CategoryIDs& ids) {
+    int64_t next = first;
+    id = ids.Take(next);
     for (CProCategoryTree& child : children)
-        next = CategoryIDAfter(child.Renumber(next));
+        next = child.Renumber(next, ids) + 1;
     LinkChildren();
     return next;
+}
+
+void CProCategoryTree::MarkIDs(CategoryIDs& ids) const {
+    ids.MarkUsed(id);
+    for (const CProCategoryTree& child : children)
+        child.MarkIDs(ids);
 }
 
 CProCategoryTree& CProCategoryTree::AddChild(const CProCategoryTree& child) {
@@ -117,41 +94,14 @@ const CProCategoryTree* CProCategoryTree::FindByID(int32_t wanted) const {
     return nullptr;
 }
 
-const CProCategoryTree* CProCategoryTree::FindByPlace(std::string_view nodeName, std::string_view parentName,
-                                                      int level) const {
-    return FindPlace(*this, nodeName, parentName, level - GetLevel());
-}
-
 const CProCategoryTree* CProCategoryTree::FindChildByName(std::string_view childName) const {
     const auto hit = std::find_if(children.begin(), children.end(),
                                   [&](const CProCategoryTree& child) { return EqualNoCase(child.name, childName); });
     return hit == children.end() ? nullptr : &*hit;
 }
 
-const CProCategoryTree* CProCategoryTree::NodeAtLevel(int level) const {
-    const CProCategoryTree* node = this;
-    int at = GetLevel();
-    if (at > level)
-        return nullptr;
-    for (; node && at < level; ++at)
-        node = node->children.empty() ? nullptr : &node->children.front();
-    return node;
-}
-
 CProCategoryTree* CProCategoryTree::FindByID(int32_t wanted) {
     return const_cast<CProCategoryTree*>(std::as_const(*this).FindByID(wanted));
-}
-
-CProCategoryTree* CProCategoryTree::FindByPlace(std::string_view nodeName, std::string_view parentName, int level) {
-    return const_cast<CProCategoryTree*>(std::as_const(*this).FindByPlace(nodeName, parentName, level));
-}
-
-CProCategoryTree* CProCategoryTree::FindChildByName(std::string_view childName) {
-    return const_cast<CProCategoryTree*>(std::as_const(*this).FindChildByName(childName));
-}
-
-CProCategoryTree* CProCategoryTree::NodeAtLevel(int level) {
-    return const_cast<CProCategoryTree*>(std::as_const(*this).NodeAtLevel(level));
 }
 
 std::string CProCategoryTree::GetPathText() const {

@@ -2,26 +2,18 @@
 
 #include <array>
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/long_list.h"
+#include "classify/category_ids.h"
 
 namespace lore {
 
-/// Id and name of the root that holds the notes without a category. On disk; never change.
-inline constexpr int32_t kUnassignedID = 21122112;
-inline constexpr char kUnassignedName[] = "<UNASSIGNED>";
 /// Set numbers are 1, 2 and 3; this one means all three. Any other number selects no set.
 inline constexpr int kAllSets = 0;
 inline constexpr int kSetCount = 3;
-
-/// The id behind another; the highest that 32 bits hold stays.
-constexpr int32_t CategoryIDAfter(int32_t id) {
-    return id == std::numeric_limits<int32_t>::max() ? id : id + 1;
-}
 
 /// One list of note ids for each of the sets 1, 2 and 3.
 using SetLists = std::array<LongList, kSetCount>;
@@ -56,17 +48,15 @@ struct CProCategoryTree {
     // Structure. Levels count from 0 at a root; whatever a user sees adds 1.
 
     int GetLevel() const;
-    /// The highest level among this node and all below it.
-    int GetDeepestLevel() const;
     /// True for a path that names no category: no id above 0 and no child.
     bool IsEmptyPath() const { return id < 1 && children.empty(); }
-    /// Empty for a root.
-    std::string GetParentName() const { return parent ? parent->name : std::string(); }
     /// Sets `parentID` and `parent` of every node below this one.
     void LinkChildren();
     /// Numbers the subtree from `first` on and gives the next id, which skips one number behind each child's subtree: a
-    /// chain of three from 10 gets 10, 11, 12 and gives 15. Numbers stop at the highest that 32 bits hold.
-    int32_t Renumber(int32_t first);
+    /// chain of three from 10 gets 10, 11, 12 and gives 15. A number that can't be given becomes another of `ids`.
+    int64_t Renumber(int64_t first, CategoryIDs& ids);
+    /// Marks the ids of the subtree as used.
+    void MarkIDs(CategoryIDs& ids) const;
     /// Appends a copy, links it and gives its place, which holds until the next child comes.
     CProCategoryTree& AddChild(const CProCategoryTree& child);
 
@@ -74,15 +64,8 @@ struct CProCategoryTree {
 
     const CProCategoryTree* FindByID(int32_t wanted) const;
     CProCategoryTree* FindByID(int32_t wanted);
-    /// The first node at this level with exactly this name and this parent's name, with regard to case.
-    const CProCategoryTree* FindByPlace(std::string_view nodeName, std::string_view parentName, int level) const;
-    CProCategoryTree* FindByPlace(std::string_view nodeName, std::string_view parentName, int level);
     /// Among the direct children, without regard to case.
     const CProCategoryTree* FindChildByName(std::string_view childName) const;
-    CProCategoryTree* FindChildByName(std::string_view childName);
-    /// The node that many levels down the first children; this node itself for its own level.
-    const CProCategoryTree* NodeAtLevel(int level) const;
-    CProCategoryTree* NodeAtLevel(int level);
 
     // Notes. Only ids above 0 are added. `set` is 1, 2, 3 or kAllSets.
 
@@ -91,20 +74,9 @@ struct CProCategoryTree {
     void RemoveNote(int32_t note, int set);
     /// In this node and its ancestors.
     void AddNoteUpward(int32_t note, int set);
-    void RemoveNoteUpward(int32_t note, int set);
-    /// For kAllSets: in any of the three lists, but on the `<UNASSIGNED>` node in all three.
-    bool HasNote(int32_t note, int set) const;
-    bool HasNoteInTree(int32_t note, int set) const;
-    bool HasAnyOf(const LongList& wanted, int set) const;
-    bool HasNotes(int set) const;
-    bool HasNotesInTree(int set) const;
-    /// The ids that HasNote holds for, without duplicates, in the order of the lists.
+    /// The ids of this node, without duplicates, in the order of the lists. For kAllSets: those in any of the three
+    /// lists, but on the `<UNASSIGNED>` node those in all three.
     LongList GetNotes(int set) const;
-    /// The notes filed exactly here: those of this node that no node below holds in that set (in any, for kAllSets).
-    LongList GetNotesOnlyAtLevel(int set) const;
-    /// Appends, for each selected set, what GetNotesOnlyAtLevel gives for every node of the subtree, without
-    /// duplicates. With `remove` the notes found leave this node and its ancestors; the nodes below keep theirs.
-    void TakeNotesOnlyAtLevels(SetLists& taken, int set, bool remove);
 
     // Text and order.
 

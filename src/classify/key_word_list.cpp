@@ -61,12 +61,6 @@ const CKeyWord* CKeyWordList::FindByName(std::string_view name) const {
     return found == positions_.end() ? nullptr : &entries_[found->second];
 }
 
-void CKeyWordList::RemoveAll() {
-    entries_.clear();
-    positions_.clear();
-    added_ = {};
-}
-
 void CKeyWordList::AddKeyWordsOfNote(std::string_view text, int32_t note) {
     const bool isNew = added_.Add(note);
     for (const std::string_view piece : SplitKeyWords(text)) {
@@ -124,21 +118,6 @@ void CKeyWordList::NumberEntries(int32_t note) {
         entries_[i].id = static_cast<int32_t>(i);
         entries_[i].selected = entries_[i].notes.Contains(note);
     }
-}
-
-std::string CKeyWordList::GetKeyWordsOfNote(int32_t note, std::string_view separator) const {
-    std::string text;
-    bool first = true;
-    for (const CKeyWord& entry : entries_) {
-        if (!entry.notes.Contains(note))
-            continue;
-        if (!first)
-            text += separator;
-        text += entry.name;
-        first = false;
-    }
-    text.resize(TrimRight(text).size());
-    return text;
 }
 
 }  // namespace lore

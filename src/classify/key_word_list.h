@@ -33,7 +33,6 @@ public:
     const CKeyWord* FindKeyWord(size_t position) const;
     /// The key word with exactly this name, or null.
     const CKeyWord* FindByName(std::string_view name) const;
-    void RemoveAll();
 
     /// Parses a note's line of key words, separated by commas, and adds the note to each. New ones go to the end.
     void AddKeyWordsOfNote(std::string_view text, int32_t note);
@@ -45,8 +44,6 @@ public:
     void SortKeyWords();
     /// Sets the `id` of each entry to its position, and `selected` where its notes hold `note`.
     void NumberEntries(int32_t note = kPseudoNote);
-    /// The names of the note's key words in list order with `separator` between them, trimmed at the right.
-    std::string GetKeyWordsOfNote(int32_t note, std::string_view separator) const;
 
 private:
     LongList& NotesOf(std::string_view name);

@@ -30,18 +30,6 @@ bool IsSameColor(Rgb a, Rgb b) {
     return IsNear(RedOf(a), RedOf(b)) && IsNear(GreenOf(a), GreenOf(b)) && IsNear(BlueOf(a), BlueOf(b));
 }
 
-const CSearchColor* CSearchColorList::FindByID(int32_t id) const {
-    const auto hit =
-        std::find_if(entries_.begin(), entries_.end(), [&](const CSearchColor& entry) { return entry.id == id; });
-    return hit == entries_.end() ? nullptr : &*hit;
-}
-
-void CSearchColorList::RemoveAll() {
-    entries_.clear();
-    added_ = {};
-    Reindex();
-}
-
 size_t CSearchColorList::FindPosition(Rgb color) const {
     size_t first = kNoEntry;
     for (int neighbour = 0; neighbour < 27; ++neighbour) {

@@ -26,9 +26,6 @@ public:
     const std::vector<CSearchColor>& Entries() const { return entries_; }
     size_t Count() const { return entries_.size(); }
     bool IsEmpty() const { return entries_.empty(); }
-    /// The entry with this id, or null.
-    const CSearchColor* FindByID(int32_t id) const;
-    void RemoveAll();
 
     /// Adds the note to the first entry of the same colour, or to a new one at the end.
     void AddNoteToColor(int32_t note, Rgb color);

@@ -70,8 +70,8 @@ public:
             PrintRecords(session, data->sources, JsonSource, [&](const CSource& source) {
                 CSource formatted = source;
                 FormatSource(formatted, data->authors);
-                return std::to_string(source.SourceID) + "  " + std::string(SourceTypeName(source)) + "  " +
-                       formatted.FormattedText;
+                return std::to_string(source.SourceID) + "  " + ToUtf8(SourceTypeName(source)) + "  " +
+                       ToUtf8(formatted.FormattedText);
             });
         }
         return ExitStatus::Done;

@@ -11,6 +11,15 @@ namespace lore {
 
 namespace {
 
+/// A number as a field of a file would be read. A fraction is cut off; what a field can't hold becomes the nearest
+/// number.
+int32_t NumberOf(const Json& number) {
+    if (number.is_number_float())
+        return static_cast<int32_t>(std::clamp<double>(number.get<double>(), INT32_MIN, INT32_MAX));
+    return ParseInt(number.is_number_unsigned() ? std::to_string(number.get<uint64_t>())
+                                                : std::to_string(number.get<int64_t>()));
+}
+
 // A value of the right type replaces what stands there; anything else, or none, leaves it.
 
 void Take(const Json& from, const char* key, std::string& to) {
@@ -23,7 +32,7 @@ void Take(const Json& from, const char* key, int32_t& to) {
     if (found == from.end())
         return;
     if (found->is_number())
-        to = ParseInt(std::to_string(found->get<int64_t>()));
+        to = NumberOf(*found);
     else if (found->is_boolean())
         to = found->get<bool>() ? 1 : 0;
 }
@@ -41,7 +50,7 @@ void Take(const Json& from, const char* key, LongList& to) {
     to.RemoveAll();
     for (const Json& value : *found) {
         if (value.is_number())
-            to.AddTail(ParseInt(std::to_string(value.get<int64_t>())));
+            to.AddTail(NumberOf(value));
     }
 }
 
@@ -55,7 +64,8 @@ void Take(const Json& from, const char* key, DateTime& to) {
         return;
     const std::string& text = found->get_ref<const std::string&>();
     int n[6] = {};
-    const int read = std::sscanf(text.c_str(), "%d-%d-%d%*1[T ]%d:%d:%d", &n[0], &n[1], &n[2], &n[3], &n[4], &n[5]);
+    const int read =
+        std::sscanf(text.c_str(), "%9d-%9d-%9d%*1[T ]%9d:%9d:%9d", &n[0], &n[1], &n[2], &n[3], &n[4], &n[5]);
     to = read >= 3 ? DateTime(n[0], n[1], n[2], n[3], n[4], n[5]) : DateTime::Invalid();
 }
 
@@ -118,7 +128,7 @@ CSource SourceOf(const Json& json, const ReadContext& context) {
     Take(json, "AuthorsBeforeEtAl", source.AuthorsBeforeEtAl);
     Take(json, "AuthorIDs", source.AuthorIDs);
     Take(json, "FieldTexts", source.FieldTexts);
-    source.FieldTexts.resize(std::max(source.FieldTexts.size(), kFieldSlots));
+    source.FieldTexts.resize(kFieldSlots);
     Take(json, "YearOnly", source.YearOnly);
     Take(json, "HasDate", source.HasDate);
     Take(json, "SourceDate", source.SourceDate);
@@ -129,16 +139,30 @@ CSource SourceOf(const Json& json, const ReadContext& context) {
     return source;
 }
 
-/// Calls `take` for each element of an array; false if the key holds anything else.
+void TellForm(const std::string& file) {
+    PrintError(file + " is not of the form {\"authors\":[...],\"sources\":[...]}");
+}
+
+/// Calls `take` for each element of an array; false, and told, if the key holds anything else, or an element is no
+/// object.
 template <typename Taker>
-bool ForEach(const Json& json, const char* key, Taker take) {
+bool ForEach(const std::string& file, const Json& json, const char* key, Taker take) {
     const auto found = json.find(key);
     if (found == json.end())
         return true;
-    if (!found->is_array())
+    if (!found->is_array()) {
+        TellForm(file);
         return false;
-    for (const Json& element : *found)
+    }
+    size_t position = 0;
+    for (const Json& element : *found) {
+        ++position;
+        if (!element.is_object()) {
+            PrintError(file + ": element " + std::to_string(position) + " of \"" + key + "\" is not an object");
+            return false;
+        }
         take(element);
+    }
     return true;
 }
 
@@ -164,7 +188,7 @@ std::optional<BibliographyData> LoadBibliographyData(Session& session, bool link
 std::optional<BibliographyData> ReadBibliographyJson(Session& session, const std::string& file, ExitStatus& status) {
     std::string bytes;
     status = ExitStatus::Fault;
-    if (const FileResult result = ReadFile(file, bytes); !result.Ok()) {
+    if (const FileResult result = ReadFileOrStream(file, bytes); !result.Ok()) {
         session.Faults().Tell({"The file could not be read", file, result.Reason()});
         return std::nullopt;
     }
@@ -175,10 +199,12 @@ std::optional<BibliographyData> ReadBibliographyJson(Session& session, const std
         data.authors.AddAuthor(data.listedAuthors.back());
     };
     const auto addSource = [&](const Json& source) { data.sources.AddTail(SourceOf(source, session.Context())); };
-    if (json.is_object() && ForEach(json, "authors", addAuthor) && ForEach(json, "sources", addSource))
-        return data;
-    PrintError(file + " is not of the form {\"authors\":[...],\"sources\":[...]}");
-    return std::nullopt;
+    if (!json.is_object()) {
+        TellForm(file);
+        return std::nullopt;
+    }
+    const bool isTaken = ForEach(file, json, "authors", addAuthor) && ForEach(file, json, "sources", addSource);
+    return isTaken ? std::optional(std::move(data)) : std::nullopt;
 }
 
 }  // namespace lore

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 
@@ -18,14 +19,23 @@ namespace {
 
 constexpr const char* kFailed = "The bibliography could not be written";
 
-/// Whether a file is a record file of the data folder that holds something else than a bibliography.
-bool HoldsOtherRecords(const std::filesystem::path& file, const std::filesystem::path& dataRoot) {
+bool IsBelow(const std::filesystem::path& file, const std::filesystem::path& folder) {
+    return std::mismatch(folder.begin(), folder.end(), file.begin(), file.end()).first == folder.end();
+}
+
+/// Whether a record file, existing or not, is or would be one of the data folder that holds something else than a
+/// bibliography. A link counts for where it stands as well as for where it leads.
+bool HoldsOtherRecords(const std::filesystem::path& file, const DataPaths& data) {
     std::error_code error;
-    if (!std::filesystem::exists(file, error) || file.filename() == "Bib.dat")
-        return false;
-    const auto path = std::filesystem::weakly_canonical(file, error);
-    const auto root = std::filesystem::weakly_canonical(dataRoot, error);
-    return std::mismatch(root.begin(), root.end(), path.begin(), path.end()).first == root.end();
+    const auto placeOf = [&error](const std::filesystem::path& path) {
+        const auto whole = std::filesystem::absolute(path, error);
+        return std::filesystem::weakly_canonical(whole.parent_path(), error) / whole.filename();
+    };
+    const auto root = std::filesystem::weakly_canonical(std::filesystem::absolute(data.DataFiles(), error), error);
+    const auto bibliography = placeOf(data.Bibliography()), stands = placeOf(file);
+    const auto leads = std::filesystem::weakly_canonical(stands, error);
+    return std::ranges::any_of(std::array{stands, leads},
+                               [&](const auto& path) { return path != bibliography && IsBelow(path, root); });
 }
 
 class BibliographyCommand : public Command {
@@ -48,7 +58,7 @@ public:
             PrintError("the ending of \"" + out_ + "\" must be .dat, .html, .rtf, .odt, .pdf or .txt");
             return ExitStatus::WrongUsage;
         }
-        if (ending == "dat" && HoldsOtherRecords(out_, session.Data().root)) {
+        if (ending == "dat" && HoldsOtherRecords(out_, session.Data())) {
             PrintError("\"" + out_ + "\" belongs to the data folder; choose another file");
             return ExitStatus::WrongUsage;
         }

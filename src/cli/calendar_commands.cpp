@@ -111,8 +111,12 @@ public:
 private:
     static Json Expanded(const CTmEvent& event) {
         Json occurrences = Json::array();
-        for (const Occurrence& occurrence : SeriesDates(event))
+        bool isCut = false;
+        for (const Occurrence& occurrence : SeriesDates(event, &isCut))
             occurrences.push_back(Json::array({JsonDate(occurrence.start), JsonDate(occurrence.end)}));
+        if (isCut)
+            PrintError("the series of the event " + ToUtf8(event.EventId) + " goes on behind its first " +
+                       std::to_string(kMostOccurrences) + " dates; the others are left out");
         return {{"EventId", JsonText(event.EventId)},
                 {"SeriesId", JsonText(event.SeriesId)},
                 {"occurrences", std::move(occurrences)}};

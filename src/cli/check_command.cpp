@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <cstdio>
 
 #include "base/text.h"
 #include "calendar/calendar_check.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "edit/left_files.h"
 #include "edit/repair_notebook.h"
 #include "notes/check_notebook.h"
 
@@ -49,14 +51,19 @@ private:
         std::vector<CDatabase> all = {session.Main()};
         all.insert(all.end(), session.NoteBooks().begin(), session.NoteBooks().end());
         IdCounters counters = session.Counters();
+        std::vector<NoteBookPaths> places;
         for (const CDatabase& noteBook : all) {
             OpenNoteBook book;
             book.database = noteBook;
             book.paths = NoteBookPaths(session.Data(), noteBook.folder);
+            places.push_back(book.paths);
             for (Repair& repair : RepairNoteBook(book, counters, session.Context(), session.Faults()))
                 repairs.push_back(std::move(repair));
         }
         session.StoreCounters(counters);
+        const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+        for (Repair& removed : RemoveLeftFiles(FoldersOfWriters(session.Data(), places), longAgo, session.Faults()))
+            repairs.push_back(std::move(removed));
         return true;
     }
     static void PrintLines(const std::vector<Repair>& repairs, const std::vector<Finding>& findings) {

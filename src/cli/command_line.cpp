@@ -92,7 +92,12 @@ int RunCommandLine(int argc, char** argv) try {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::WrongUsage);
+        return Finish(app.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage,
+                      PrintedFaults("lorebinder-cli"));
+    }
+    if (options.data.empty() && app.count("--data") > 0) {
+        PrintError("--data needs the name of a folder");
+        return static_cast<int>(ExitStatus::WrongUsage);
     }
     const std::string name = app.get_subcommands().front()->get_name();
     const auto chosen =
@@ -103,6 +108,9 @@ int RunCommandLine(int argc, char** argv) try {
     return Finish((*chosen)->Run(session), session.Faults());
 } catch (const std::bad_alloc&) {
     PrintError("there is not enough memory for this command");
+    return static_cast<int>(ExitStatus::Fault);
+} catch (const std::exception& error) {
+    PrintError("the command could not be done: " + std::string(error.what()));
     return static_cast<int>(ExitStatus::Fault);
 }
 

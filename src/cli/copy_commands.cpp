@@ -10,6 +10,7 @@
 #include "notebooks/copy_notes.h"
 #include "notes/note_finder.h"
 #include "ports/silent_progress.h"
+#include "settings/installation.h"
 
 namespace lore {
 
@@ -59,14 +60,18 @@ private:
             PrintError("the notes stand in the NoteBook \"" + target_ + "\" already; name another one");
             return ExitStatus::WrongUsage;
         }
+        if (target->id <= 0) {
+            PrintError("the list of NoteBooks has no valid number for \"" + target_ +
+                       "\"; no note can be copied there");
+            return ExitStatus::Fault;
+        }
         return ExitStatus::Done;
     }
     static CopyResult Copy(Session& session, const OpenNoteBook& book, const CNoteList& list, const CDatabase& target) {
         PrintedPrompts prompts;
         SilentProgress progress;
         Settings& settings = session.GetSettings();
-        if (settings.Text(Option::LocalGUID).empty())
-            settings.Set(Option::LocalGUID, session.Guids().NewGuid());
+        EnsureLocalGuid(settings, session.Guids());
         IdCounters counters = session.Counters();
         const CopyWorld world{book,
                               session.Data(),
@@ -116,33 +121,28 @@ public:
         SilentProgress progress;
         const BackupWorld world{
             session.Data(), session.GetSettings(), session.Context(), prompts, progress, session.Faults(), [] {}};
-        const int notes = all_ ? RunBackupAll(target_, {}, world) : BackUpNoteBook(*noteBook, target_, world);
+        const BackedUp done =
+            all_ ? RunBackupAll(target_, {}, world) : BackedUp{BackUpNoteBook(*noteBook, target_, world), {target_}};
+        const int notes = done.notes;
         if (notes == 0)
             PrintError("there are no notes to back up");
         if (notes <= 0 || prompts.HasWarned())
             return notes == 0 && !prompts.HasWarned() ? ExitStatus::NothingFound : ExitStatus::Fault;
-        Print(session, notes);
+        Print(session, done);
         return ExitStatus::Done;
     }
 
 private:
-    void Print(Session& session, int notes) const {
-        std::vector<CDatabase> noteBooks = session.NoteBooks();
-        noteBooks.push_back(session.Main());
-        Json files = Json::array();
-        for (const CDatabase& noteBook : noteBooks) {
-            const std::string name = BackupFileName(target_, ToUtf8(noteBook.name), "");
-            std::error_code ignored;
-            if (all_ && std::filesystem::exists(name, ignored))
-                files.push_back(name);
+    static void Print(const Session& session, const BackedUp& done) {
+        if (session.Json()) {
+            Json files = Json::array();
+            for (const std::filesystem::path& file : done.files)
+                files.push_back(file.string());
+            return PrintJson({{"notes", done.notes}, {"files", std::move(files)}});
         }
-        if (!all_)
-            files.push_back(target_);
-        if (session.Json())
-            return PrintJson({{"notes", notes}, {"files", std::move(files)}});
-        for (const Json& file : files)
-            std::printf("%s\n", file.get_ref<const std::string&>().c_str());
-        std::printf("%d notes backed up\n", notes);
+        for (const std::filesystem::path& file : done.files)
+            std::printf("%s\n", file.c_str());
+        std::printf("%d notes backed up\n", done.notes);
     }
 
     std::string target_;

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "settings/installation.h"
 
 namespace lore {
 
@@ -21,8 +22,7 @@ public:
             return status;
         Settings& settings = session.GetSettings();
         IdCounters counters = session.Counters();
-        if (settings.Text(Option::LocalGUID).empty())
-            settings.Set(Option::LocalGUID, session.Context().guids->NewGuid());
+        EnsureLocalGuid(settings, session.Guids());
         const SampleResult made = MakeSampleNoteBook(session.Data(), settings.Text(Option::LocalGUID), counters,
                                                      session.Context(), session.Faults());
         session.StoreCounters(counters);

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <utility>
 
 #include "base/text.h"
 #include "cli/command.h"
@@ -48,6 +49,8 @@ std::optional<std::string> TextOfFile(Session& session, const std::string& file)
 }
 
 class AddCommand : public Command {
+    static constexpr size_t kMostBytes = size_t{32} << 20;  // of texts that wait to be written
+
 public:
     const char* Name() const override { return "add"; }
     const char* Help() const override { return "Makes a note from each file (.rtf, .txt, .md, .html)"; }
@@ -60,19 +63,24 @@ public:
         EditRun run(session);
         if (!run.Open(status))
             return status;
-        std::vector<int32_t> ids;
+        run.CollectNotes();
         for (const std::string& file : files_) {
-            const ExitStatus added = Add(session, run, file, ids);
+            const ExitStatus added = Add(session, run, file);
+            // Wrong for one file, and so for the first one.
             if (added == ExitStatus::WrongUsage)
                 return added;
             status = status == ExitStatus::Done ? added : status;
+            if (bytes_ >= kMostBytes)
+                Write(run, status);
         }
-        PrintIds(session, ids);
+        Write(run, status);
+        PrintIds(session, ids_);
         return status;
     }
 
 private:
-    ExitStatus Add(Session& session, EditRun& run, const std::string& file, std::vector<int32_t>& ids) const {
+    /// The notes stand on the disk behind Write.
+    ExitStatus Add(Session& session, EditRun& run, const std::string& file) {
         const auto rtf = TextOfFile(session, file);
         if (!rtf)
             return ExitStatus::Fault;
@@ -82,15 +90,33 @@ private:
             return status;
         FixedNoteText text(*rtf);
         const SaveOutcome outcome = edited.SaveNote(text);
-        if (outcome == SaveOutcome::Saved)
-            ids.push_back(edited.note.id);
-        else
-            PrintError("no note was made from " + file);
+        if (outcome == SaveOutcome::Saved) {
+            unwritten_.emplace_back(edited.note.id, file);
+            bytes_ += edited.note.rtfText.size() + edited.note.plainText.size();
+        } else {
+            TellNone(file);
+        }
         return StatusOf(outcome);
     }
+    void Write(EditRun& run, ExitStatus& status) {
+        bytes_ = 0;
+        const LongList failed = run.Write();
+        for (const auto& [id, file] : std::exchange(unwritten_, {})) {
+            if (!failed.Contains(id)) {
+                ids_.push_back(id);
+                continue;
+            }
+            TellNone(file);
+            status = ExitStatus::Fault;
+        }
+    }
+    static void TellNone(const std::string& file) { PrintError("no note was made from " + file); }
 
     std::vector<std::string> files_;
     NoteChanges changes_;
+    std::vector<std::pair<int32_t, std::string>> unwritten_;  // ids with their files
+    size_t bytes_ = 0;                                        // of their texts
+    std::vector<int32_t> ids_;
 };
 
 class EditCommand : public Command {
@@ -111,6 +137,8 @@ public:
     }
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
+        if (!TakeLinks())
+            return ExitStatus::WrongUsage;
         EditRun run(session);
         if (!run.Open(status, {&id_, 1}))
             return status;
@@ -137,6 +165,17 @@ public:
     }
 
 private:
+    /// The addresses without what doesn't count. False, told, if nothing is left of one.
+    bool TakeLinks() {
+        for (std::string& link : links_) {
+            link = Trim(CleanText(FromUtf8(link)));
+            if (link.empty()) {
+                PrintError("--link takes an address, which can't be empty");
+                return false;
+            }
+        }
+        return true;
+    }
     bool Attach(EditNoteSession& edited) const {
         for (const std::string& file : files_) {
             std::error_code error;
@@ -146,7 +185,7 @@ private:
             }
         }
         for (const std::string& link : links_)
-            edited.attachments.AddLink(FromUtf8(link));
+            edited.attachments.AddLink(link);
         return true;
     }
 

@@ -73,13 +73,13 @@ struct EventOptions {
         app.add_flag("--no-reminders", noReminders, "Removes its reminders, before --popup adds any");
     }
 
-    /// False, told, if a date is none.
+    /// False, told, if a date is none, the title is empty or the event can't have one of the reminders.
     bool Apply(EventEditor& editor) const;
 
 private:
     bool ApplyTimes(EventEditor& editor) const;
     bool ApplySeries(EventEditor& editor) const;
-    void ApplyReminders(EventEditor& editor) const;
+    bool ApplyReminders(EventEditor& editor) const;
 };
 
 bool ParseDay(const std::optional<std::string>& text, DateTime& date) {
@@ -154,30 +154,34 @@ bool EventOptions::ApplySeries(EventEditor& editor) const {
     return true;
 }
 
-void EventOptions::ApplyReminders(EventEditor& editor) const {
+bool EventOptions::ApplyReminders(EventEditor& editor) const {
     while (noReminders && editor.Reminders() > 0)
         editor.RemoveReminder(0);
     for (const int32_t minutes : popups) {
         std::optional<CTmReminder> reminder = editor.NewReminder();
         if (!reminder)
-            return;
+            return false;
         reminder->PriorMinutes = minutes;
         reminder->SendTime = reminder->ServerSendTime = reminder->EventStart.PlusSeconds(-60 * int64_t{minutes});
         editor.PutReminder(*reminder);
     }
+    return true;
 }
 
 bool EventOptions::Apply(EventEditor& editor) const {
-    if (label)
-        editor.SetLabel(CleanText(FromUtf8(*label)));
+    if (label) {
+        std::string clean = CleanText(FromUtf8(*label));
+        if (Trim(clean).empty()) {
+            PrintError("--label takes a title, which can't be empty");
+            return false;
+        }
+        editor.SetLabel(std::move(clean));
+    }
     if (description)
         editor.SetDescription(CleanText(FromUtf8(*description)));
     if (color)
         editor.SetBarColor(*color);
-    if (!ApplyTimes(editor) || !ApplySeries(editor))
-        return false;
-    ApplyReminders(editor);
-    return true;
+    return ApplyTimes(editor) && ApplySeries(editor) && ApplyReminders(editor);
 }
 
 class EventCommand : public Command {
@@ -218,16 +222,16 @@ public:
                                   .server = *server,
                                   .question = question_,
                                   .setup = setup};
-        ComputeFolders(session.Data().root);
+        session.MakeDataFolder();
         EventList events;
         if (!LoadEvents(world, events))
             return ExitStatus::Fault;
         status = (this->*chosen_)(session, world, events);
-        if (session.Faults().Any())
-            return ExitStatus::Fault;
         if (status == ExitStatus::Done && session.Json() && !id_.empty())
             PrintJson({{"EventId", JsonText(FromUtf8(id_))}});
-        return status;
+        // The event is as it should be, but a reminder isn't, or some dates are missing.
+        const bool lacks = session.Faults().Any() || (status == ExitStatus::Done && prompts_.HasWarned());
+        return lacks ? ExitStatus::Fault : status;
     }
 
 private:

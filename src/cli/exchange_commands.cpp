@@ -123,6 +123,7 @@ public:
         IdCounters counters = session.Counters();
         const ImportWorld world{
             book, session.Data(), counters, session.Context(), prompts, progress, session.Faults(), 0, [&] {
+                MoveCountersOn(book, counters);
                 session.StoreCounters(counters);
             }};
         return status_ ? Compare(session, world) : Import(session, world, chooser);
@@ -133,8 +134,6 @@ private:
         std::vector<std::string> pieces = {"new", "newer"};
         if (take_)
             pieces = SplitAtCommas(*take_);
-        else if (only_)
-            pieces = {"all"};
         for (const std::string& piece : pieces) {
             if (piece == "all")
                 chooser.statuses.insert(std::begin(kStatusNames), std::end(kStatusNames));
@@ -150,6 +149,11 @@ private:
         if (only_) {
             for (const std::string& guid : SplitAtCommas(*only_))
                 chooser.only.insert(FromUtf8(guid));
+            chooser.only.erase("");
+        }
+        if (only_ && chooser.only.empty()) {
+            PrintError("--only takes the guids of notes, parted by commas");
+            return false;
         }
         return true;
     }

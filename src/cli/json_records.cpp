@@ -94,18 +94,33 @@ void PrintJson(const Json& json) {
 }
 
 void PrintJsonList(size_t count, const std::function<Json(size_t)>& make) {
-    constexpr size_t kPiece = 65536;
-    std::string text = "[";
+    JsonPrinter printer;
+    printer.Put("[");
     for (size_t i = 0; i < count; ++i) {
         if (i > 0)
-            text += ',';
-        text += TextOf(make(i));
-        if (text.size() >= kPiece) {
-            Print(text);
-            text.clear();
-        }
+            printer.Put(",");
+        printer.PutJson(make(i));
     }
-    Print(text + "]\n");
+    printer.Put("]");
+    printer.End();
+}
+
+void JsonPrinter::Put(std::string_view marks) {
+    constexpr size_t kPiece = 65536;
+    text_ += marks;
+    if (text_.size() < kPiece)
+        return;
+    Print(text_);
+    text_.clear();
+}
+
+void JsonPrinter::PutJson(const Json& json) {
+    Put(TextOf(json));
+}
+
+void JsonPrinter::End() {
+    Print(text_ + '\n');
+    text_.clear();
 }
 
 Json JsonText(std::string_view bytes) {

@@ -26,6 +26,19 @@ void PrintJson(const Json& json);
 /// without holding them at the same time.
 void PrintJsonList(size_t count, const std::function<Json(size_t)>& make);
 
+/// Prints a document that is put together from pieces, as soon as there is enough for a write.
+class JsonPrinter {
+public:
+    /// Brackets, commas and keys, as they are.
+    void Put(std::string_view marks);
+    void PutJson(const Json& json);
+    /// Prints what is left, and a line feed.
+    void End();
+
+private:
+    std::string text_;
+};
+
 Json JsonText(std::string_view bytes);
 /// "YYYY-MM-DDTHH:MM:SS", "invalid" for an invalid date, null for a null date.
 Json JsonDate(const DateTime& date);

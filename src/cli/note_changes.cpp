@@ -1,11 +1,17 @@
 #include "cli/note_changes.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <utility>
 
 #include "base/text.h"
+#include "classify/key_word_list.h"
 #include "edit/category_assignment.h"
+#include "edit/unknown_sources.h"
+#include "notes/note_store.h"
+#include "notes/sync_stamp.h"
 
 namespace lore {
 
@@ -30,6 +36,11 @@ CProCategoryTree ChainOf(std::string_view path) {
             last = &(chain = CProCategoryTree(kNoID, name));
     }
     return chain;
+}
+
+bool HasEmptyKeyWord(const std::string& text) {
+    const std::string clean = CleanText(FromUtf8(text));
+    return std::ranges::any_of(SplitKeyWords(Trim(clean)), [](std::string_view word) { return word.empty(); });
 }
 
 }  // namespace
@@ -60,6 +71,10 @@ bool NoteChanges::Check(const OpenNoteBook& book, ExitStatus& status) const {
         PrintError("--color takes three numbers from 0 to 255, such as 200,30,30, not \"" + *color + "\"");
         return false;
     }
+    if (keyWords && HasEmptyKeyWord(*keyWords)) {
+        PrintError("--keywords takes key words parted by commas, none of them empty, not \"" + *keyWords + "\"");
+        return false;
+    }
     for (const auto& [set, path] : categories) {
         if (set < 1 || set > kSetCount) {
             PrintError("--category takes a set from 1 to 3, not " + std::to_string(set));
@@ -85,7 +100,10 @@ bool NoteChanges::Apply(Session& session, const OpenNoteBook& book, EditNoteSess
         note.keyWords = CleanText(FromUtf8(*keyWords));
     if (color)
         note.borderColor = *ParseColorArgument(*color);
+    // Sources that can't be named go on behind those that are named; only --no-sources takes them away.
+    UnknownSources unknown = noSources ? UnknownSources() : FindUnknownSources(note, book.sources);
     if (noSources || !sources.empty()) {
+        unknown.isFirstMain = false;
         note.sources.RemoveAll();
         for (const int32_t source : sources)
             note.sources.AddUnique(source);
@@ -103,6 +121,7 @@ bool NoteChanges::Apply(Session& session, const OpenNoteBook& book, EditNoteSess
     }
     note.sources = known;
     note.sourceInfo = CollectSourceInfo(information);
+    unknown.PutBack(note);
     ApplyCategories(session, book, edited);
     return true;
 }
@@ -133,5 +152,19 @@ EditRun::EditRun(Session& session)
              .faults = session.Faults(),
              .texts = nullptr,
              .saveOptions = [&session] { session.StoreOptions(); }} {}
+
+LongList EditRun::Write() {
+    if (collected_.empty())
+        return {};
+    const SyncLog& log = book_.syncLog;
+    const bool isLogged = log.link.IsLinked() && std::ranges::any_of(collected_, [&log](const CNote& note) {
+                              return log.FindSyncInfo(note.guid) != nullptr;
+                          });
+    const ReadContext context = world_.Context();
+    LongList failed = NoteStore(book_, context, world_.faults, world_.texts).SaveNotes(std::exchange(collected_, {}));
+    if (isLogged)
+        WriteSyncLog(book_, world_.faults);
+    return failed;
+}
 
 }  // namespace lore

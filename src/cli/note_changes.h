@@ -29,8 +29,8 @@ struct NoteChanges {
     void Declare(CLI::App& app);
 
     /// Writes what was given into the note of a session; its save makes the categories that don't exist yet. False,
-    /// told on standard error, and nothing has changed, for a source that the NoteBook doesn't hold, or a set or colour
-    /// that there isn't.
+    /// told on standard error, and nothing has changed, for a source that the NoteBook doesn't hold, a set or colour
+    /// that there isn't, or an empty key word.
     bool Apply(Session& session, const OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const;
 
 private:
@@ -55,12 +55,19 @@ public:
     OpenNoteBook& Book() { return book_; }
     EditWorld& World() { return world_; }
 
+    /// From now on saves leave the notes to Write, which writes each file once for all of them. Saved then says that
+    /// all the rest of the save was done.
+    void CollectNotes() { world_.unwritten = &collected_; }
+    /// Writes the collected notes. Gives the ids of those that could not be written, which is told.
+    LongList Write();
+
 private:
     Session& session_;
     OpenNoteBook book_;
     PrintedPrompts prompts_;
     SilentProgress progress_;
     EditWorld world_;
+    std::vector<CNote> collected_;
 };
 
 }  // namespace lore

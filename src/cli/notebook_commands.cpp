@@ -9,6 +9,7 @@
 #include "notes/note_finder.h"
 #include "platform/system_sources.h"
 #include "ports/silent_progress.h"
+#include "settings/installation.h"
 
 namespace lore {
 
@@ -32,10 +33,8 @@ public:
         ExitStatus status = ExitStatus::Done;
         if (!session.TakeLock(status))
             return status;
-        if (session.GetSettings().Text(Option::LocalGUID).empty()) {
-            session.GetSettings().Set(Option::LocalGUID, session.Context().guids->NewGuid());
-            session.StoreCounters(session.Counters());
-        }
+        if (EnsureLocalGuid(session.GetSettings(), session.Guids()))
+            session.StoreOptions();
         NoteBookManager manager(session.Data(), session.GetSettings().Text(Option::LocalGUID), Ports(session));
         manager.Load(session.Context());
         return (this->*chosen_->run)(session, manager);
@@ -79,9 +78,15 @@ private:
             PrintError("the main NoteBook keeps its name");
             return ExitStatus::WrongUsage;
         }
-        if (!manager.ChangeName(*noteBook, FromUtf8(newName_)))
+        const std::string clean = CleanText(FromUtf8(newName_));
+        const std::string name(Trim(clean));
+        if (name.empty()) {
+            PrintError("a NoteBook can't have an empty name");
+            return ExitStatus::WrongUsage;
+        }
+        if (!manager.ChangeName(*noteBook, name))
             return ExitStatus::Fault;
-        noteBook->name = FromUtf8(newName_);
+        noteBook->name = name;
         return Print(session, *noteBook, NotesOf(session, *noteBook), "renamed");
     }
     ExitStatus Delete(Session& session, NoteBookManager& manager) {

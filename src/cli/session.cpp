@@ -7,6 +7,7 @@
 #include "notes/note_cleaner.h"
 #include "platform/places.h"
 #include "ports/silent_progress.h"
+#include "settings/installation.h"
 
 namespace lore {
 
@@ -15,7 +16,7 @@ namespace {
 std::filesystem::path SettingsFile(const GlobalOptions& options) {
     if (!options.settings.empty())
         return options.settings;
-    return options.data.empty() ? UserSettingsFile() : std::filesystem::path(options.data) / "settings.ini";
+    return options.data.empty() ? UserSettingsFile() : SettingsFileIn(options.data);
 }
 
 }  // namespace
@@ -30,11 +31,19 @@ Session::Session(const GlobalOptions& options)
       store_(SettingsFile(options)),
       context_(MakeReadContext(clock_, guids_)) {
     settings_.LoadOptions(store_);
+    if (const auto& unread = store_.Unread())
+        faults_.Tell({"The settings could not be read", unread->path, unread->reason});
 }
 
 void Session::Check(const FileResult& result, const char* what, const std::filesystem::path& path) {
     if (!result.Ok() && !result.Missing())
         faults_.Tell({what, path.string(), result.Reason()});
+}
+
+void Session::MakeDataFolder() {
+    const FileResult made = ComputeFolders(data_.root);
+    if (!made.Ok())
+        faults_.Tell({"The data folder could not be made", data_.DataFiles().string(), made.Reason()});
 }
 
 const std::vector<CDatabase>& Session::NoteBooks() {
@@ -78,26 +87,23 @@ std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, Note
 }
 
 IdCounters Session::Counters() const {
-    return {settings_.Int(Option::MaxNoteID), settings_.Int(Option::MaxAuthorID), settings_.Int(Option::MaxCategoryID)};
+    return CountersOf(settings_);
 }
 
 void Session::StoreCounters(const IdCounters& counters) {
-    settings_.Set(Option::MaxNoteID, counters.MaxNoteID);
-    settings_.Set(Option::MaxAuthorID, counters.MaxAuthorID);
-    settings_.Set(Option::MaxCategoryID, counters.MaxCategoryID);
-    for (const Option option : {Option::MaxNoteID, Option::MaxAuthorID, Option::MaxCategoryID, Option::LocalGUID})
-        settings_.Save(store_, option);
-    if (!store_.Flush())
-        faults_.Tell(
-            {"The settings could not be written", SettingsFile(options_).string(), "they keep their old values"});
+    PutCounters(counters, settings_, store_);
+    settings_.Save(store_, Option::LocalGUID);
+    if (!store_.Flush()) {
+        const StoreFailure failure = store_.Failure();
+        faults_.Tell({"The settings could not be written; they keep their old values", failure.path, failure.reason});
+    }
 }
 
 bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status, const LoadOptions& options) {
     if (!TakeLock(status))
         return false;
-    if (settings_.Text(Option::LocalGUID).empty())
-        settings_.Set(Option::LocalGUID, guids_.NewGuid());
-    ComputeFolders(data_.root);
+    EnsureLocalGuid(settings_, guids_);
+    MakeDataFolder();
     const auto database = NoteBook();
     if (!database) {
         status = ExitStatus::NothingFound;
@@ -135,6 +141,11 @@ void Session::TellOlderData() {
 }
 
 bool Session::TakeLock(ExitStatus& status) {
+    // Without the settings, ids would be given out again, and another NoteBook might be meant.
+    if (store_.Unread()) {
+        status = ExitStatus::Fault;
+        return false;
+    }
     int error = 0;
     lock_ = DataLock::Take(data_.root, error);
     if (lock_) {

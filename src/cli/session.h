@@ -57,11 +57,13 @@ public:
 
     /// Tells a read that failed; a file that just isn't there has no records and is no failure.
     void Check(const FileResult& result, const char* what, const std::filesystem::path& path);
+    /// Creates the folder of the data; a failure is told.
+    void MakeDataFolder();
     /// Opens the NoteBook as the desktop does, for a command that writes: takes the lock, gives the installation its
     /// identity, cleans up, loads and moves the counters on. False, told on standard error, if it can't.
     bool OpenForWriting(OpenNoteBook& book, ExitStatus& status, const LoadOptions& options = {});
     /// Takes the lock for a command that writes, and upgrades the data of an older version; false, told on standard
-    /// error, if another process holds it or the data can't be upgraded.
+    /// error, if another process holds it, the data can't be upgraded or the settings could not be read.
     bool TakeLock(ExitStatus& status);
 
 private:

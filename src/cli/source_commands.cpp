@@ -1,10 +1,15 @@
 #include <CLI/CLI.hpp>
 
+#include "base/text.h"
 #include "bibliography/author_name.h"
+#include "bibliography/citation_field.h"
+#include "bibliography/source_limits.h"
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/print_records.h"
 #include "exchange/merged_lists.h"
+#include "notes/check_finding.h"
+#include "sources/source_editor.h"
 
 namespace lore {
 
@@ -25,6 +30,8 @@ public:
         ExitStatus status = ExitStatus::Done;
         const auto data = ReadBibliographyJson(session, file_, status);
         OpenNoteBook book;
+        if (data && !CanBeStored(*data))
+            return ExitStatus::Fault;
         if (!data || !session.OpenForWriting(book, status))
             return status;
         const std::vector<CSource> sources = Prepare(session, *data);
@@ -48,6 +55,35 @@ public:
     }
 
 private:
+    void Refuse(const std::string& record, const std::string& reason) const {
+        PrintError(file_ + ": " + record + ": " + reason + " Nothing was added.");
+    }
+    template <typename Record>
+    bool HasRoomFor(const Record& record, const std::string& name) const {
+        const std::optional<LongText> longText = FindLongText(record);
+        if (longText)
+            Refuse(name, "the field " + longText->field + " holds a text" + OverLimit(longText->bytes) + ".");
+        return !longText;
+    }
+    /// Whether all records of the file are such as the dialogs would store; the first that isn't is told.
+    bool CanBeStored(const BibliographyData& data) const {
+        size_t position = 0;
+        for (const CAuthor& author : data.listedAuthors) {
+            if (!HasRoomFor(author, "author " + std::to_string(++position)))
+                return false;
+        }
+        position = 0;
+        for (const CSource& source : data.sources) {
+            const std::string name = "source " + std::to_string(++position);
+            if (Trim(FieldText(source, 0)).empty()) {
+                Refuse(name, kNoTitleText);
+                return false;
+            }
+            if (!HasRoomFor(source, name))
+                return false;
+        }
+        return true;
+    }
     /// A source without identity gets one; each carries its authors with it.
     static std::vector<CSource> Prepare(Session& session, const BibliographyData& data) {
         std::vector<CSource> sources;

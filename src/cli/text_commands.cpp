@@ -37,20 +37,28 @@ Json JsonRun(const Document& document, std::string_view text, const CharFormat& 
     return json;
 }
 
-/// All characters of a paragraph, the one that ends it included.
-Json JsonParagraph(const Document& document, size_t index) {
+/// All characters of a paragraph, the one that ends it included. Each run goes as it is made: of an object for each of
+/// its runs, or paragraphs, a text would take a hundred times its size.
+void PrintParagraph(JsonPrinter& printer, const Document& document, size_t index) {
     const Paragraph& paragraph = document.paragraphs[index];
-    Json runs = Json::array();
+    const char* parting = "";
+    const auto put = [&](const Json& run) {
+        printer.Put(parting);
+        printer.PutJson(run);
+        parting = ",";
+    };
+    printer.Put(R"({"align":")");
+    printer.Put(kAlignNames[static_cast<size_t>(paragraph.format.align)]);
+    printer.Put(R"(","runs":[)");
     for (const TextRun& run : RunsOf(document, index)) {
         if (run.end > run.begin)
-            runs.push_back(JsonRun(document, TextOf(document, run), run.format));
+            put(JsonRun(document, TextOf(document, run), run.format));
     }
     const bool isLast = index + 1 == document.paragraphs.size();
     const size_t next = isLast ? document.text.size() : document.paragraphs[index + 1].begin;
-    if (next > paragraph.end) {
-        runs.push_back({{"text", std::string_view(document.text).substr(paragraph.end, next - paragraph.end)}});
-    }
-    return {{"align", kAlignNames[static_cast<size_t>(paragraph.format.align)]}, {"runs", std::move(runs)}};
+    if (next > paragraph.end)
+        put({{"text", std::string_view(document.text).substr(paragraph.end, next - paragraph.end)}});
+    printer.Put("]}");
 }
 
 class TextCommand : public Command {
@@ -60,12 +68,14 @@ public:
     void Declare(CLI::App& app) override { app.add_option("FILE", file_, "The file")->required(); }
     ExitStatus Run(Session& session) override {
         std::string rtf;
-        if (const FileResult result = ReadFile(file_, rtf); !result.Ok()) {
+        if (const FileResult result = ReadFileOrStream(file_, rtf); !result.Ok()) {
             session.Faults().Tell({"The file could not be read", file_, result.Reason()});
             return ExitStatus::Fault;
         }
         if (session.Json()) {
-            PrintDocument(ReadRtf(rtf));
+            const Document document = ReadRtf(rtf);
+            rtf = std::string();
+            PrintDocument(document);
             return ExitStatus::Done;
         }
         std::string text = PlainText(rtf);
@@ -77,11 +87,18 @@ public:
 
 private:
     static void PrintDocument(const Document& document) {
-        Json paragraphs = Json::array();
-        for (size_t i = 0; i < document.paragraphs.size(); ++i)
-            paragraphs.push_back(JsonParagraph(document, i));
-        PrintJson(
-            {{"text", document.text}, {"paragraphs", std::move(paragraphs)}, {"pictures", document.pictures.size()}});
+        JsonPrinter printer;
+        printer.Put(R"({"text":)");
+        printer.PutJson(document.text);
+        printer.Put(R"(,"paragraphs":[)");
+        for (size_t i = 0; i < document.paragraphs.size(); ++i) {
+            printer.Put(i > 0 ? "," : "");
+            PrintParagraph(printer, document, i);
+        }
+        printer.Put(R"(],"pictures":)");
+        printer.PutJson(document.pictures.size());
+        printer.Put("}");
+        printer.End();
     }
 
     std::string file_;

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <fstream>
+#include <unistd.h>
 
 #include "base/file_copy.h"
 #include "base/text.h"
 #include "notes/attachment_kind.h"
+#include "notes/attachment_path.h"
 #include "notes/file_faults.h"
 
 namespace lore {
@@ -122,7 +124,12 @@ void ExtractAttachmentFile(const CAttachment& attachment, const std::filesystem:
     if (!target)
         return;
     progress.ShowStandBy("Extracting file....");
-    TellFailedWrite(faults, "The attachment could not be extracted", file, CopyFileAtomically(file, *target));
+    const FileResult copied = CopyFileAtomically(file, *target);
+    // Where the attachment's own file can be read, it is the other one that could not be written.
+    std::error_code error;
+    const bool isRead = std::filesystem::is_regular_file(file, error) && ::access(file.c_str(), R_OK) == 0;
+    TellFailedWrite(faults, "The attachment could not be extracted", isRead ? std::filesystem::path(*target) : file,
+                    copied);
     progress.HideStandBy();
 }
 

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unordered_set>
 
 #include "base/file_copy.h"
 #include "base/text.h"
 #include "notes/attachment_kind.h"
-#include "notes/check_note.h"
+#include "notes/attachment_path.h"
 #include "notes/file_faults.h"
 
 namespace lore {
@@ -65,7 +66,9 @@ std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& 
 std::string StoredAttachmentName(int number, std::string_view extension) {
     char digits[16];
     std::snprintf(digits, sizeof digits, "%.7d.", number);
-    return digits + std::string(extension);
+    std::string name = digits + std::string(extension);
+    std::erase_if(name, [](char c) { return c == ':' || static_cast<unsigned char>(c) < 32; });
+    return name;
 }
 
 std::string NextAttachmentName(const std::filesystem::path& folder, int& number, std::string_view extension) {
@@ -107,12 +110,6 @@ size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const st
     return failed;
 }
 
-std::filesystem::path AttachmentPath(const CAttachment& attachment, const std::filesystem::path& folder) {
-    const std::string name = StoredName(attachment);
-    const bool isFile = !name.empty() && name != "." && name != "..";
-    return isFile ? folder / name : std::filesystem::path();
-}
-
 void DeleteAttachmentFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& folder,
                            FaultNotice& faults) {
     for (const CAttachment& attachment : attachments) {
@@ -120,6 +117,17 @@ void DeleteAttachmentFiles(const std::vector<CAttachment>& attachments, const st
         if (!path.empty())
             TellFailedWrite(faults, "An attachment file could not be deleted", path, RemoveFile(path));
     }
+}
+
+std::vector<CAttachment> UnsharedAttachments(const CNote& note, const CNote* other) {
+    std::vector<CAttachment> unshared = note.attachments;
+    if (!other)
+        return unshared;
+    std::unordered_set<std::string> shared;
+    for (const CAttachment& attachment : other->attachments)
+        shared.insert(StoredName(attachment));
+    std::erase_if(unshared, [&](const CAttachment& attachment) { return shared.contains(StoredName(attachment)); });
+    return unshared;
 }
 
 }  // namespace lore

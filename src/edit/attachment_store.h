@@ -20,7 +20,8 @@ std::vector<EditedAttachment> EditAttachments(const std::vector<CAttachment>& re
 std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& attachments);
 
 /// The next free stored name: "0000012.pdf" for the number 12 and a source that ends in "pdf"; the extension keeps its
-/// case, and without one the name ends in the point.
+/// case, and without one the name ends in the point. Colons and control characters are left out: archives can't carry
+/// them in a name.
 std::string StoredAttachmentName(int number, std::string_view extension);
 /// The stored name with the next number that no file of the folder has in this name; `number` moves on to it. A folder
 /// that can't be listed has given too low a number, and no file may be replaced.
@@ -37,11 +38,11 @@ int HighestAttachmentNumber(const std::filesystem::path& folder);
 size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const std::filesystem::path& folder,
                             FaultNotice& faults);
 
-/// Where the file of an attachment lies; empty for a web link, or for a file that was never copied.
-std::filesystem::path AttachmentPath(const CAttachment& attachment, const std::filesystem::path& folder);
-
 /// Deletes the files of attachments; one that isn't there is no failure.
 void DeleteAttachmentFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& folder,
                            FaultNotice& faults);
+
+/// The attachments of a note whose files another one doesn't name; all of them if there is no other one.
+std::vector<CAttachment> UnsharedAttachments(const CNote& note, const CNote* other);
 
 }  // namespace lore

@@ -31,9 +31,13 @@ CProCategoryTree PathOfLevels(const std::vector<CategoryChoice>& levels) {
     return path;
 }
 
+/// The one with exactly this name, else the first that has it without regard to case; null if there is none.
 const CategoryChoice* FindByName(const std::vector<CategoryChoice>& choices, const std::string& name) {
-    const auto found = std::find_if(choices.begin(), choices.end(),
-                                    [&](const CategoryChoice& choice) { return EqualNoCase(choice.name, name); });
+    auto found =
+        std::find_if(choices.begin(), choices.end(), [&](const CategoryChoice& choice) { return choice.name == name; });
+    if (found == choices.end())
+        found = std::find_if(choices.begin(), choices.end(),
+                             [&](const CategoryChoice& choice) { return EqualNoCase(choice.name, name); });
     return found == choices.end() ? nullptr : &*found;
 }
 
@@ -155,12 +159,13 @@ void CategoryAssignment::ClearFrom(int set, size_t level) {
 
 const NewCategory& CategoryAssignment::Make(int32_t parentID, const std::string& name) {
     int32_t highest = forest_.HighestID();
-    for (const NewCategory& category : made_)
+    CategoryIDs ids = forest_.UsedIDs();
+    for (const NewCategory& category : made_) {
         highest = std::max(highest, category.id);
-    int32_t id = CategoryIDAfter(RaiseToHighest(highest, maxCategoryID_));
-    if (id == kUnassignedID)
-        ++id;
-    made_.push_back({id, parentID, name});
+        ids.MarkUsed(category.id);
+    }
+    int64_t wanted = int64_t{RaiseToHighest(highest, maxCategoryID_)} + 1;
+    made_.push_back({ids.Take(wanted), parentID, name});
     return made_.back();
 }
 

@@ -108,7 +108,7 @@ CategoryTrees::Changed CategoryTrees::RenameCategory(int32_t id) {
 
 CategoryTrees::Changed CategoryTrees::Create(int32_t parentID, const std::string& name) {
     Keep();
-    const int32_t id = CategoryIDAfter(forest_.GetMaxCategoryID(maxCategoryID_));
+    const int32_t id = forest_.NewID(maxCategoryID_);
     maxCategoryID_ = std::max(maxCategoryID_, id);
     HangSubtree(forest_, {id, name}, parentID);
     return id;

@@ -94,17 +94,17 @@ FileResult DraftStore::WriteDraft(const Draft& draft) const {
              std::to_string(record.size()) + " " + std::to_string(draft.note.plainText.size()) + " " +
              std::to_string(draft.note.rtfText.size()) + "\n";
     bytes += record + draft.note.plainText + draft.note.rtfText;
-    std::error_code error;
-    std::filesystem::create_directories(folder_, error);
+    if (const FileResult made = MakeFolders(folder_); !made.Ok())
+        return made;
     return WriteFileAtomically(folder_ / (FileKey(head.guid) + kEnding), bytes);
 }
 
 FileResult DraftStore::KeepFile(std::string_view guid, std::string_view name, std::string_view bytes,
                                 std::filesystem::path& path) const {
     const std::filesystem::path folder = folder_ / FileKey(guid);
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
     path = folder / name;
+    if (const FileResult made = MakeFolders(folder); !made.Ok())
+        return made;
     return WriteFileAtomically(path, bytes);
 }
 

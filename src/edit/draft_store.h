@@ -29,7 +29,8 @@ struct Draft {
 /// may be larger than those that a note file can hold.
 class DraftStore {
 public:
-    explicit DraftStore(const NoteBookPaths& paths) : folder_(paths.Folder() / "Drafts") {}
+    explicit DraftStore(const NoteBookPaths& paths) : folder_(FolderOf(paths)) {}
+    static std::filesystem::path FolderOf(const NoteBookPaths& paths) { return paths.Folder() / "Drafts"; }
 
     /// Writes the draft whole, over the one that stands there for the same note. May be called on any thread, for one
     /// note by one thread at a time.

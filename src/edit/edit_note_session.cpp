@@ -1,9 +1,9 @@
 #include "edit/edit_note_session.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
+#include "base/free_ids.h"
 #include "base/record_file.h"
 #include "base/text.h"
 #include "edit/sync_record.h"
@@ -101,14 +101,6 @@ bool EditNoteSession::ShowsSyncBox() const {
     return log.link.IsLinked() && !log.Records().empty();
 }
 
-bool EditNoteSession::FieldsDiffer() const {
-    const NoteDifferences differences = CompareNotes(note, original_);
-    return differences.sources || differences.keyWords || differences.categories ||
-           note.borderColor != original_.borderColor || note.spellCheck != original_.spellCheck ||
-           attachments.Items().size() != original_.attachments.size() ||
-           AttachmentTitlesDiffer(AttachmentRecords(attachments.Items()), original_.attachments);
-}
-
 SaveOutcome EditNoteSession::SaveNote(NoteTextControl& text) {
     SaveOutcome refused = SaveOutcome::NoText;
     StandBy standBy(world_->progress);
@@ -127,9 +119,7 @@ SaveOutcome EditNoteSession::SaveNote(NoteTextControl& text) {
     if (isFiled_)
         UnfileNote(world_->book, original_);
     isFiled_ = false;
-    if (note.id < 0)
-        GiveID();
-    if (!AddNewCategories())
+    if ((note.id < 0 && !GiveID()) || !AddNewCategories())
         return GoBack();
     FileNote(world_->book, note);
     standBy.Show("Copying in new attachments....");
@@ -160,12 +150,19 @@ bool EditNoteSession::TakeText(NoteTextControl& text, SaveOutcome& refused) {
     return true;
 }
 
-void EditNoteSession::GiveID() {
+/// False, and told, if there is none.
+bool EditNoteSession::GiveID() {
     Settings& settings = world_->settings;
-    const int32_t last = settings.Int(Option::MaxNoteID);
-    settings.Set(Option::MaxNoteID, last == std::numeric_limits<int32_t>::max() ? last : last + 1);
-    note.id = settings.Int(Option::MaxNoteID);
+    int last = settings.Int(Option::MaxNoteID);
+    const int32_t id = world_->book.index.GiveID(last);
+    if (id == 0) {
+        world_->faults.Tell({"The note could not be saved", world_->book.paths.Notes().string(), kNoFreeID});
+        return false;
+    }
+    note.id = id;
+    settings.Set(Option::MaxNoteID, last);
     world_->saveOptions();
+    return true;
 }
 
 /// False, and the forest as it was, if the list can't be written: no note may name a category that is missing.
@@ -201,12 +198,15 @@ void EditNoteSession::LogChange() {
     if (!record)
         return;
     log.ReplaceSyncInfo(*record);
-    WriteSyncLog(world_->book, world_->faults);
+    if (!world_->unwritten)
+        WriteSyncLog(world_->book, world_->faults);
 }
 
 SaveOutcome EditNoteSession::WriteNote() {
     const ReadContext context = world_->Context();
-    if (!NoteStore(world_->book, context, world_->faults, world_->texts).SaveNote(note)) {
+    if (world_->unwritten) {
+        world_->unwritten->push_back(note);
+    } else if (!NoteStore(world_->book, context, world_->faults, world_->texts).SaveNote(note)) {
         UnfileNote(world_->book, note);
         return GoBack();
     }

@@ -80,9 +80,9 @@ public:
     bool ShowsSyncBox() const;
     /// The spelling may be checked at all.
     bool MayCheckSpelling() const { return world_->settings.Int(Option::EnableSpellCheck) == 1; }
-    /// True if a field of the window, or an attachment, differs from the note as it was. Texts are the window's matter.
-    bool FieldsDiffer() const;
 
+    /// With EditWorld::unwritten, Saved says that the note waits there and stands in the lists; its file, and the sync
+    /// log on the disk, are left to whoever writes it.
     SaveOutcome SaveNote(NoteTextControl& text);
     /// Asks where the warning is on. True if the window may close.
     bool CancelNote();
@@ -91,7 +91,7 @@ private:
     EditNoteSession(EditWorld& world, CNote edited, CNote original, bool isNew);
 
     bool TakeText(NoteTextControl& text, SaveOutcome& refused);
-    void GiveID();
+    bool GiveID();
     bool AddNewCategories();
     bool IsSyncWanted() const;
     void LogChange();

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "notes/open_notebook.h"
 #include "notes/text_cache.h"
@@ -26,6 +27,8 @@ struct EditWorld {
     TextCache* texts = nullptr;  ///< may be null
     /// Stores the settings at once. After it an id that was given out can't be given out again.
     std::function<void()> saveOptions;
+    /// May be null. Else saved notes go here instead of into their files, for whoever writes many of them at once.
+    std::vector<CNote>* unwritten = nullptr;
 
     ReadContext Context() const { return {.now = clock.Now(), .nowUtc = clock.NowUtc(), .guids = &guids}; }
 };

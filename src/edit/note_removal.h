@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "notes/note.h"
 #include "notes/open_notebook.h"
 #include "notes/text_cache.h"
+#include "ports/background.h"
 #include "ports/fault_notice.h"
 #include "ports/read_context.h"
 
@@ -19,20 +21,30 @@ struct DeletedNotes {
     std::filesystem::path keptFiles;  ///< empty if the attachment files were deleted for good
 };
 
+/// Notes that could not be brought back whole, by id; each was told.
+struct Unrestored {
+    LongList unwritten;     ///< not in their files
+    LongList withoutFiles;  ///< an attachment file could not be moved back
+    bool Contains(int32_t id) const { return unwritten.Contains(id) || withoutFiles.Contains(id); }
+};
+
 /// Deletes notes and restores them. Nothing here asks.
 class NoteRemoval {
 public:
-    /// `texts` may be null.
-    NoteRemoval(OpenNoteBook& book, const ReadContext& context, FaultNotice& faults, TextCache* texts)
-        : book_(book), context_(context), faults_(faults), texts_(texts) {}
+    /// `texts` and `background` may be null.
+    NoteRemoval(OpenNoteBook& book, const ReadContext& context, FaultNotice& faults, TextCache* texts,
+                Background* background = nullptr)
+        : book_(book), context_(context), faults_(faults), texts_(texts), background_(background) {}
 
     /// Takes the notes out of their files and all lists of the NoteBook, marks their records in the sync log, and
-    /// deletes their attachment files, or moves them to a folder of the NoteBook where Restore finds them. A note whose
-    /// file can't be written stays, with all that it has, and isn't among the result.
+    /// deletes their attachment files, or moves them to a folder of the NoteBook where Restore finds them. A file that
+    /// another note names too stays, and so do all of them, told, if not every other note could be looked at. A note
+    /// whose file can't be written stays, with all that it has, and isn't among the result.
     DeletedNotes DeleteNotes(const LongList& ids, bool keepFiles);
-    /// Puts notes back where they were: first the attachment files, then the notes. Gives the ids of those that could
-    /// not be written.
-    LongList RestoreNotes(const DeletedNotes& deleted);
+    /// Puts notes back where they were: first the attachment files, then the notes. What fails can be tried again.
+    Unrestored RestoreNotes(const DeletedNotes& deleted);
+    /// Moves their attachment files back. Gives the ids of those that lack one still.
+    LongList RestoreFiles(const DeletedNotes& deleted);
     /// Moves the files of attachments to where RestoreNotes finds them.
     static void KeepFilesOf(const CNote& note, const NoteBookPaths& paths, FaultNotice& faults);
     /// Deletes the attachment files that were moved for RestoreNotes; from then on nothing comes back.
@@ -45,6 +57,7 @@ private:
     const ReadContext& context_;
     FaultNotice& faults_;
     TextCache* texts_;
+    Background* background_;
 };
 
 /// The folder of a NoteBook that holds the attachment files of deleted notes until they are discarded.

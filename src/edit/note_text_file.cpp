@@ -1,14 +1,28 @@
 #include "edit/note_text_file.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "rtf/html_reader.h"
 #include "rtf/rtf.h"
 
 namespace lore {
 
+namespace {
+
+/// Lines end at each CR LF, LF, CR, form feed and vertical tab.
+std::string WithLineFeeds(std::string_view text) {
+    std::string lines = ReplaceAll(text, "\r\n", "\n");
+    std::replace_if(
+        lines.begin(), lines.end(), [](char c) { return c == '\r' || c == '\f' || c == '\v'; }, '\n');
+    return lines;
+}
+
+}  // namespace
+
 FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& look, std::string& rtf) {
     std::string bytes;
-    const FileResult result = ReadFile(file, bytes);
+    const FileResult result = ReadFileOrStream(file, bytes);
     const std::string ending = ToLower(file.extension().string());
     if (ending == ".rtf")
         rtf = CleanText(bytes);
@@ -25,11 +39,9 @@ std::string RtfFromText(std::string_view bytes, const NewTextLook& look) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (bytes.starts_with(kByteOrderMark))
         bytes.remove_prefix(kByteOrderMark.size());
-    std::string text = ToUtf8(CleanText(bytes));
+    std::string text = WithLineFeeds(ToUtf8(CleanText(bytes)));
     // The end of the last line is no paragraph of its own.
     if (text.ends_with('\n'))
-        text.pop_back();
-    if (text.ends_with('\r'))
         text.pop_back();
     return WriteRtf(DocumentFromText(text, look.font, look.half_points));
 }

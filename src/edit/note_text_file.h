@@ -18,7 +18,8 @@ struct NewTextLook {
 /// else as plain text. `rtf` is empty on failure.
 FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& look, std::string& rtf);
 
-/// Plain text (UTF-8, or Windows-1252 where it isn't that) as rich text.
+/// Plain text (UTF-8, or Windows-1252 where it isn't that) as rich text. CR LF, LF, CR, form feed and vertical tab end
+/// its lines.
 std::string RtfFromText(std::string_view bytes, const NewTextLook& look);
 
 }  // namespace lore

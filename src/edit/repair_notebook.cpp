@@ -27,6 +27,11 @@ private:
     void MendFiles();
     void MoveNotesHome(const LoadReport& report);
     void RestoreCategories(const LoadReport& report);
+    struct NoteRepair {
+        int32_t note;
+        Repair what;
+    };
+    void Save(std::vector<CNote> notes, const std::vector<NoteRepair>& mended);
     bool KeepOnce(const std::string& path);
     std::string FileOf(int32_t id) const;
     static std::string Name(const std::string& path) { return std::filesystem::path(path).filename().string(); }
@@ -58,7 +63,8 @@ std::string Repairer::FileOf(int32_t id) const {
 
 /// Keeps a file as it was before the first change to it.
 bool Repairer::KeepOnce(const std::string& path) {
-    if (kept_.contains(path) || !std::filesystem::exists(path))
+    std::error_code error;
+    if (kept_.contains(path) || std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found)
         return true;
     std::filesystem::path kept;
     const FileResult result = KeepCopy(path, kept);
@@ -92,15 +98,20 @@ void Repairer::MoveNotesHome(const LoadReport& report) {
             strays.AddTail(head.id);
     }
     std::vector<CNote> notes = FindNotes(book_.index, strays, context_, faults_);
-    std::vector<Repair> moves;
+    std::vector<NoteRepair> moves;
     moves.reserve(notes.size());
     for (const CNote& note : notes)
         moves.push_back(
-            {FileOf(note.id), "note " + std::to_string(note.id) + " was moved to " + GetNoteFileName(note)});
+            {note.id, {FileOf(note.id), "note " + std::to_string(note.id) + " was moved to " + GetNoteFileName(note)}});
+    Save(std::move(notes), moves);
+}
+
+/// Only what has reached the files is told as mended.
+void Repairer::Save(std::vector<CNote> notes, const std::vector<NoteRepair>& mended) {
     const LongList failed = NoteStore(book_, context_, faults_, nullptr).SaveNotes(std::move(notes));
-    for (size_t i = 0; i < moves.size(); ++i) {
-        if (!failed.Contains(strays[i]))
-            repairs_.push_back(moves[i]);
+    for (const NoteRepair& repair : mended) {
+        if (!failed.Contains(repair.note))
+            repairs_.push_back(repair.what);
     }
 }
 
@@ -116,6 +127,7 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     if (lost.IsEmpty())
         return;
     std::vector<CNote> notes = FindNotes(book_.index, lost, context_, faults_);
+    std::vector<NoteRepair> mended;
     for (CNote& note : notes) {
         if (!KeepOnce(FileOf(note.id)))
             return;
@@ -124,8 +136,9 @@ void Repairer::RestoreCategories(const LoadReport& report) {
             if (path.IsEmptyPath() || book_.categories.FindByID(DeepestCategoryID(path)))
                 continue;
             MergePath(note.id, path, book_.categories, static_cast<int>(set) + 1, counters_.MaxCategoryID);
-            repairs_.push_back({FileOf(note.id), "note " + std::to_string(note.id) + " has its category of set " +
-                                                     std::to_string(set + 1) + " again"});
+            mended.push_back({note.id,
+                              {FileOf(note.id), "note " + std::to_string(note.id) + " has its category of set " +
+                                                    std::to_string(set + 1) + " again"}});
         }
     }
     const std::string categories = book_.paths.Categories().string();
@@ -134,7 +147,7 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     const FileResult result = book_.categories.Save(categories);
     TellFailedWrite(faults_, "The categories could not be written", categories, result);
     if (result.Ok())
-        NoteStore(book_, context_, faults_, nullptr).SaveNotes(std::move(notes));
+        Save(std::move(notes), mended);
 }
 
 }  // namespace

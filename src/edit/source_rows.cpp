@@ -34,6 +34,7 @@ CSource SourceRows::Formatted(const CSource& source) const {
 void SourceRows::Fill(const CNote& note, bool infoEnabled) {
     rows_.clear();
     infoEnabled_ = infoEnabled;
+    unknown_ = FindUnknownSources(note, sources_);
     const auto infos = InfoByKey(note.sourceInfo);
     std::unordered_set<int32_t> seen;
     for (const int32_t id : note.sources) {
@@ -58,6 +59,7 @@ void SourceRows::WriteBack(CNote& note) const {
         infos.push_back({row.key, CleanText(row.text)});
     }
     note.sourceInfo = CollectSourceInfo(infos);
+    unknown_.PutBack(note);
 }
 
 std::optional<size_t> SourceRows::SelectedRow() const {

@@ -7,6 +7,7 @@
 
 #include "bibliography/author_list.h"
 #include "bibliography/source_list.h"
+#include "edit/unknown_sources.h"
 #include "notes/note.h"
 
 namespace lore {
@@ -28,10 +29,11 @@ public:
     /// Both outlive the rows and may change between calls.
     SourceRows(const SourceList& sources, const AuthorList& authors) : sources_(sources), authors_(authors) {}
 
-    /// Takes the note's sources with what it says of each. Sources that the NoteBook doesn't know are left out, one
-    /// that stands twice stands once. `infoEnabled`: the lines can be opened.
+    /// Takes the note's sources with what it says of each. Sources that the NoteBook doesn't know have no row, and
+    /// are left out of the note unless its list wasn't read whole; one that stands twice stands once. `infoEnabled`:
+    /// the lines can be opened.
     void Fill(const CNote& note, bool infoEnabled);
-    /// Gives the note the sources of the rows and the texts of their lines.
+    /// Gives the note the sources of the rows and the texts of their lines, and what else it has to keep.
     void WriteBack(CNote& note) const;
 
     const std::vector<SourceRow>& Rows() const { return rows_; }
@@ -65,6 +67,7 @@ private:
     const SourceList& sources_;
     const AuthorList& authors_;
     std::vector<SourceRow> rows_;
+    UnknownSources unknown_;
     bool infoEnabled_ = true;
 };
 

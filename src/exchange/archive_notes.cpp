@@ -125,7 +125,7 @@ void ArchiveNoteReader::OpenBytes(std::string diskBytes) {
 void ArchiveNoteReader::ReadHead() {
     version_ = 0.0;
     exportDate_ = context_.now;
-    count_ = read_ = 0;
+    count_ = read_ = passedOver_ = 0;
     sourcesNote_.reset();
     if (!stream_)
         return;
@@ -147,6 +147,7 @@ bool ArchiveNoteReader::Next(ArchiveNote& entry) {
         ReadEntry(entry);
         if (entry.note.id > 0)
             return true;
+        passedOver_ += IsNoteWhole() ? 1 : 0;
         KeepSourcesNote(entry);
     }
     return false;

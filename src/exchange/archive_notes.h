@@ -78,6 +78,14 @@ public:
     /// Reads the next note; false behind the last one. Records with an id of 0 or less are passed over. The ids of the
     /// note's sources are those of the records that came with it, those of 0 or less left out.
     bool Next(ArchiveNote& entry);
+    /// False if the file broke off within the note that Next went to.
+    bool IsNoteWhole() const { return !stream_->RanOut(); }
+    /// Once Next has given false: false if the file held less or more than its count promises.
+    bool IsWhole() const { return stream_ && read_ == count_ && !stream_->RanOut() && stream_->AtEnd(); }
+    /// The same: true if something stands behind the notes.
+    bool HoldsMore() const { return stream_ && !stream_->AtEnd(); }
+    /// How many of the records that the file promises are notes, as far as was read.
+    int32_t CountOfNotes() const { return count_ - passedOver_; }
     /// The sources note, once Next has come across it.
     const std::optional<ArchiveNote>& SourcesNote() const { return sourcesNote_; }
 
@@ -91,6 +99,7 @@ private:
     double version_ = 0.0;
     DateTime exportDate_;
     int32_t count_ = 0, read_ = 0;
+    int32_t passedOver_ = 0;  // of those read, whole records that are no notes
     std::optional<ArchiveNote> sourcesNote_;
 };
 

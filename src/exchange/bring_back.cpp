@@ -51,13 +51,10 @@ bool MapCategories(std::vector<CNote>& notes, CProCategoryList& forest, int& max
     }
     if (vanished.empty())
         return false;
-    const int32_t before = forest.HighestID();
-    {
-        CategoryMerger merger(forest, maxCategoryID);
-        for (const auto& [path, set] : vanished)
-            merger.MergePath(-1, *path, set);
-    }
-    return forest.HighestID() != before;
+    CategoryMerger merger(forest, maxCategoryID);
+    for (const auto& [path, set] : vanished)
+        merger.MergePath(-1, *path, set);
+    return merger.HasAdded();
 }
 
 }  // namespace

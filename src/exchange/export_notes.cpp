@@ -6,16 +6,22 @@
 #include <chrono>
 #include <cstdio>
 #include <future>
+#include <iterator>
+#include <memory>
 #include <system_error>
 #include <unistd.h>
+#include <unordered_map>
 #include <unordered_set>
 
+#include "base/helper_threads.h"
 #include "base/text.h"
 #include "exchange/archive_notes.h"
+#include "exchange/zip_directory.h"
 #include "exchange/zip_writer.h"
-#include "notes/check_note.h"
+#include "notes/attachment_path.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
+#include "notes/note_file_walk.h"
 
 namespace lore {
 
@@ -29,7 +35,8 @@ constexpr size_t kBatchBytes = size_t{256} << 10;
 constexpr std::chrono::milliseconds kPollTime{4};
 constexpr int kWholeArchive = 1000;  // the range of the progress while it is written
 
-/// A folder for what an export spools; it goes with the export. What a crash has left beside it goes at once.
+/// A folder for what an export spools; it goes with the export. What a crash has left beside it goes at once. Its name
+/// comes from nowhere outside: all that lies in it is deleted.
 class SpoolFolder {
 public:
     explicit SpoolFolder(std::filesystem::path path) : path_(std::move(path)) {
@@ -55,7 +62,7 @@ public:
     Exporter(const std::filesystem::path& target, const ExportWorld& world)
         : target_(target),
           world_(world),
-          folder_(world.data.ExportTemp() / target.stem()),
+          folder_(world.data.ExportTemp() / ("Export" + std::to_string(::getpid()))),
           records_(folder_.Path() / kArchiveNotesName, kThreads),
           writer_(world.book.sources, world.book.authors),
           archive_(kLevel) {}
@@ -121,6 +128,8 @@ private:
                 Tell(path, error ? error.value() : ENOENT);
             else if (::access(path.c_str(), R_OK) != 0)
                 Tell(path, errno);
+            else if (ZipFileName(ToUtf8(name)) != ToUtf8(name))
+                Tell(path, EINVAL);  // no reader would find it under its name
             else if (ToLower(name) == ToLower(kArchiveNotesName) || !archive_.AddFile(ToUtf8(name), path))
                 Tell(path, EEXIST);
         }
@@ -138,8 +147,8 @@ private:
         std::atomic<bool> cancelled = false;
         const ZipWriter::Watch watch{[&](double part) { position = static_cast<int>(part * kWholeArchive); },
                                      [&] { return cancelled.load(); }};
-        auto writing = std::async(std::launch::async, [&] { return archive_.Write(target_, watch); });
-        while (writing.wait_for(kPollTime) != std::future_status::ready) {
+        auto writing = RunOnHelper([&] { return archive_.Write(target_, watch); });
+        while (writing.wait_for(kPollTime) == std::future_status::timeout) {
             progress.SetPosition(position);
             cancelled = progress.Cancelled();
         }
@@ -157,6 +166,85 @@ private:
     size_t written_ = 0;
 };
 
+/// The notes of a NoteBook file by file, as often as they are asked for.
+class BookWalk {
+public:
+    using Take = std::function<bool(const CNote&)>;
+
+    BookWalk(const OpenNoteBook& book, const ReadContext& context, FaultNotice& faults)
+        : book_(book), faults_(faults), reader_(context) {}
+
+    void Run(const Take& take) {
+        std::unordered_set<std::string> walked;
+        for (const CNoteIDsPath& file : book_.index.Entries()) {
+            walked.insert(file.path);
+            if (!RunFile(file, take))
+                return;
+        }
+        // A damaged file may have lost all its notes.
+        for (const std::filesystem::path& file : NoteFilesOf(book_.paths.Notes(), faults_)) {
+            if (!walked.contains(file.string()) && !RunFile({file.string(), {}}, take))
+                return;
+        }
+    }
+
+private:
+    bool RunFile(const CNoteIDsPath& file, const Take& take) {
+        std::unordered_set<int32_t> wanted(file.ids.begin(), file.ids.end());
+        const std::unordered_map<int32_t, size_t> shown = ShownOfSeveral(file);
+        const FileResult opened = reader_.Open(file.path);
+        while (reader_.Next()) {
+            const int32_t id = reader_.Head().id;
+            const auto chosen = shown.find(id);
+            const bool isShown = chosen == shown.end() || chosen->second == reader_.NoteNumber();
+            if (isShown && wanted.erase(id) != 0 && !take(reader_.TakeNote()))
+                return false;
+        }
+        if (!opened.Ok() && !opened.Missing())
+            Tell(kNoteFileUnread, file.path, opened.Reason());
+        else if (reader_.IsDamaged())
+            Tell("A note file is damaged; what could be read of it was taken", file.path,
+                 std::string("it ") + reader_.DamageText());
+        else if (!wanted.empty())
+            Tell("Notes are no longer in their file", file.path, "the file was changed");
+        return true;
+    }
+
+    /// The position of the record that shows, for each note of the file that may stand there more than once.
+    std::unordered_map<int32_t, size_t> ShownOfSeveral(const CNoteIDsPath& file) {
+        std::unordered_set<int32_t> ids;
+        std::copy_if(file.ids.begin(), file.ids.end(), std::inserter(ids, ids.end()),
+                     [this](int32_t id) { return book_.index.HasHiddenCopy(id); });
+        std::unordered_map<int32_t, size_t> chosen;
+        if (ids.empty() || !reader_.Open(file.path).Ok())
+            return chosen;
+        std::vector<NoteCopy> copies;
+        std::vector<size_t> positions;
+        while (reader_.Next()) {
+            if (!ids.contains(reader_.Head().id))
+                continue;
+            copies.push_back(CopyOf(reader_, file.path));
+            positions.push_back(reader_.NoteNumber());
+        }
+        const std::vector<bool> shown = ShownCopies(copies);
+        for (size_t i = 0; i < copies.size(); ++i) {
+            if (shown[i])
+                chosen.emplace(copies[i].id, positions[i]);
+        }
+        return chosen;
+    }
+
+    void Tell(const char* what, const std::string& path, const std::string& reason) {
+        if (told_.insert(path).second)
+            faults_.Tell({what, path, reason});
+    }
+
+    const OpenNoteBook& book_;
+    FaultNotice& faults_;
+    NoteFileReader reader_;
+    std::unordered_set<std::string> told_;
+};
+
 }  // namespace
 
 ExportedNotes NotesOfList(const CNoteList& list) {
@@ -172,24 +260,31 @@ ExportedNotes NotesOfList(const std::vector<CNote>& notes) {
 }
 
 ExportedNotes NotesOfNoteBook(const OpenNoteBook& book, const ReadContext& context, FaultNotice& faults) {
-    return {book.index.Count(), [&book, &context, &faults](const auto& take) {
-                NoteFileReader reader(context);
-                for (const CNoteIDsPath& file : book.index.Entries()) {
-                    const FileResult opened = reader.Open(file.path);
-                    TellFailedRead(faults, kNoteFileUnread, file.path, opened);
-                    std::unordered_set<int32_t> wanted(file.ids.begin(), file.ids.end());
-                    while (reader.Next()) {
-                        if (wanted.erase(reader.Head().id) != 0 && !take(reader.TakeNote()))
-                            return;
-                    }
-                }
-            }};
+    return {book.index.Count(),
+            [walk = std::make_shared<BookWalk>(book, context, faults)](const auto& take) { walk->Run(take); }};
+}
+
+std::string WhyNoArchive(const std::filesystem::path& target) {
+    std::error_code error;
+    const std::filesystem::file_type type = std::filesystem::status(target, error).type();
+    if (type == std::filesystem::file_type::directory)
+        return FileResult{EISDIR}.Reason();
+    if (type == std::filesystem::file_type::none)
+        return FileResult{error.value()}.Reason();
+    const std::filesystem::path name = target.filename();
+    return name.empty() || name == "." || name == ".." ? "it has no name of a file" : "";
 }
 
 int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, bool allSources,
                 const ExportWorld& world) {
-    if (notes.count == 0)
+    if (notes.count == 0) {
+        notes.each([](const CNote&) { return true; });  // tells of files whose notes can't be read
         return 0;
+    }
+    if (const std::string reason = WhyNoArchive(target); !reason.empty()) {
+        world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
+        return -1;
+    }
     return Exporter(target, world).Run(notes, allSources);
 }
 

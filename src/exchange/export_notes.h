@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "notes/note_list.h"
@@ -14,8 +15,7 @@
 
 namespace lore {
 
-/// The ending of export archives, and the filter under which pickers offer them.
-inline constexpr char kArchiveEnding[] = ".lbe";
+/// The filter under which pickers offer export archives.
 inline constexpr char kArchiveFilter[] = "Lorebinder Export Files (*.lbe) |*.lbe|";
 inline constexpr char kArchivingError[] = "Archiving Error";
 
@@ -29,7 +29,8 @@ struct ExportedNotes {
 /// The lists outlive the result.
 ExportedNotes NotesOfList(const CNoteList& list);
 ExportedNotes NotesOfList(const std::vector<CNote>& notes);
-/// All notes of a NoteBook in loading order, read file by file, so that few of them stand in memory.
+/// All notes of a NoteBook in loading order, read file by file, so that few of them stand in memory. Each file of the
+/// NoteBook that is damaged, or lacks a note that the index names, is told once, whether or not notes of it are left.
 ExportedNotes NotesOfNoteBook(const OpenNoteBook& book, const ReadContext& context, FaultNotice& faults);
 
 /// What an export works with.
@@ -41,6 +42,10 @@ struct ExportWorld {
     Progress& progress;
     FaultNotice& faults;
 };
+
+/// Why no archive can be made at a path: it is a folder, has no name of a file, or nobody can say what stands there.
+/// Empty if nothing speaks against it.
+std::string WhyNoArchive(const std::filesystem::path& target);
 
 /// Makes an archive of notes with their sources and attachment files. With `allSources` it carries the sources of the
 /// whole NoteBook too, as backups do. Gives the number of notes; 0, and no archive, for an empty list and after the

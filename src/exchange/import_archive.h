@@ -12,6 +12,10 @@
 
 namespace lore {
 
+/// Finds the record file of an archive that was opened. Fails, and gives null, if it isn't there or would take too much
+/// memory: then the archive can't be imported.
+ArchiveResult FindRecordFile(const ZipReader& zip, const ZipItem*& records);
+
 /// An archive that is being imported: its notes in memory, its attachment files still packed.
 class ImportArchive {
 public:
@@ -19,8 +23,10 @@ public:
     ArchiveResult Open(const std::filesystem::path& path, FaultNotice& faults);
 
     enum class Version { Known, Later };
-    /// Reads what the record file holds; `count` is told how many records it promises, `step` is called for each.
-    Version ReadNotes(const ReadContext& context, const std::function<void(int)>& count,
+    /// Reads what the record file holds; `count` is told how many records it promises, `step` is called for each. If it
+    /// breaks off or holds more than it promises, that is told; a note within which it breaks off is left out. So are
+    /// sources, and what notes know of theirs, with a text over the limit of a record; each is told once.
+    Version ReadNotes(const ReadContext& context, FaultNotice& faults, const std::function<void(int)>& count,
                       const std::function<void()>& step);
 
     std::vector<ArchiveNote> notes;
@@ -36,6 +42,7 @@ public:
     }
 
 private:
+    std::filesystem::path path_;
     ZipReader zip_;
     std::string records_;
 };

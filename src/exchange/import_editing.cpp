@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <system_error>
 
+#include "base/text.h"
 #include "classify/category_merge.h"
 #include "exchange/source_merge.h"
 #include "notes/attachment_kind.h"
-#include "notes/check_note.h"
+#include "notes/attachment_path.h"
 #include "notes/file_faults.h"
 
 namespace lore {
@@ -157,7 +158,17 @@ void ImportEditing::Leave(size_t position) {
         DraftStore(open_.paths).RemoveDraft(DraftOf(position));
 }
 
-ImportEditing::~ImportEditing() {
+void ImportEditing::Landed(const LongList& ids) {
+    const std::vector<size_t> chosen = comparison_.Chosen();
+    for (const auto& [position, guid] : drafts_) {
+        // The id of a row that wasn't chosen is one of the archive.
+        if (std::binary_search(chosen.begin(), chosen.end(), position) &&
+            ids.Contains(comparison_.Rows()[position].entry.note.id))
+            DraftStore(open_.paths).RemoveDraft(guid);
+    }
+}
+
+void ImportEditing::DropDrafts() {
     for (const auto& [position, guid] : drafts_)
         DraftStore(open_.paths).RemoveDraft(guid);
 }
@@ -185,11 +196,30 @@ void ImportEditing::MakeDraft(CNote& note) const {
     });
 }
 
+/// The folder of the import ends with it; pictures that have left a text lie there.
+void ImportEditing::KeepFiles(CNote& note) const {
+    const std::string folder = DraftStore(book_->paths).Folder().string() + "/";
+    for (CAttachment& attachment : note.attachments) {
+        std::string bytes;
+        std::filesystem::path kept;
+        if (attachment.type == kWebLink || !attachment.sourceFile.starts_with(folder))
+            continue;
+        FileResult result = ReadFile(attachment.sourceFile, bytes);
+        if (result.Ok())
+            result = DraftStore(open_.paths).KeepFile(note.guid, LastPathComponent(attachment.sourceFile), bytes, kept);
+        TellFailedWrite(outside_.faults, "A picture of the note could not be kept with its draft",
+                        attachment.sourceFile, result);
+        if (result.Ok())
+            attachment.sourceFile = kept.string();
+    }
+}
+
 void ImportEditing::WriteDraft(size_t position) {
     Draft draft;
     draft.note = comparison_.Rows()[position].entry.note;
     MakeDraft(draft.note);
     draft.note.guid = DraftOf(position);
+    KeepFiles(draft.note);
     draft.written = outside_.clock.Now();
     const DraftStore store(open_.paths);
     TellFailedWrite(outside_.faults, "The draft of the note could not be written", store.Folder(),

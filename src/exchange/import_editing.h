@@ -17,7 +17,8 @@ namespace lore {
 
 /// Lets the user change notes of an archive before they land. Editors work on a NoteBook of its own: the lists of the
 /// open one with what the edited notes bring, and below the folder of the import the files of the note that is open.
-/// The open NoteBook sees nothing of it before the import.
+/// The open NoteBook sees nothing of it before the import, but it keeps a draft of each note that is saved here: one
+/// that doesn't land is offered at the next start.
 class ImportEditing {
 public:
     /// `folder` goes with the import. All but the counters outlive the editing.
@@ -25,8 +26,6 @@ public:
                   const IdCounters& counters, const std::filesystem::path& folder);
     ImportEditing(const ImportEditing&) = delete;
     ImportEditing& operator=(const ImportEditing&) = delete;
-    /// The notes have landed, or are given up: their drafts go.
-    ~ImportEditing();
 
     /// The note of a row, ready for an editor. Its files are unpacked; one that can't be is told and shows as missing.
     EditNoteSession Open(size_t position);
@@ -34,6 +33,10 @@ public:
     void Take(size_t position, const EditNoteSession& saved);
     /// The editor of a row was left without a save: its draft goes, or is again what was saved before.
     void Leave(size_t position);
+    /// The chosen notes with these ids are in the NoteBook: their drafts go. Those of all others stay.
+    void Landed(const LongList& ids);
+    /// The user gives up what he has changed here: all drafts go.
+    void DropDrafts();
 
     /// The paths that all ticked notes are to get, empty at first.
     CategoryAssignment MakeAssignment();
@@ -46,6 +49,7 @@ private:
     void Unpack(const CNote& note);
     std::string& DraftOf(size_t position);
     void MakeDraft(CNote& note) const;
+    void KeepFiles(CNote& note) const;
     void WriteDraft(size_t position);
     CSource RecordOf(const CSource& source, const std::vector<CSource>& brought);
 

@@ -10,6 +10,7 @@
 
 #include "base/file_copy.h"
 #include "base/file_number.h"
+#include "base/free_ids.h"
 #include "base/text.h"
 #include "classify/category_merge.h"
 #include "edit/attachment_store.h"
@@ -18,7 +19,7 @@
 #include "exchange/bring_back.h"
 #include "exchange/merged_lists.h"
 #include "notes/attachment_kind.h"
-#include "notes/check_note.h"
+#include "notes/attachment_path.h"
 #include "notes/file_faults.h"
 #include "notes/note_finder.h"
 #include "notes/note_store.h"
@@ -134,7 +135,8 @@ public:
             return {};
         MergeSources();
         const bool newCategories = MergeCategories();
-        GiveIDs();
+        if (!GiveIDs())
+            return {};
         CopyAttachments();
         if (!WriteMergedLists(world_.book, merge_, newCategories, world_.faults)) {
             DropCopiedFiles();
@@ -181,28 +183,33 @@ private:
 
     /// True if the forest has got more categories.
     bool MergeCategories() {
-        const int32_t before = world_.book.categories.HighestID();
-        {
-            CategoryMerger merger(world_.book.categories, world_.counters.MaxCategoryID);
-            for (const size_t position : chosen_) {
-                for (int set = 1; set <= kSetCount; ++set) {
-                    CProCategoryTree& path = Entry(position).note.categories[static_cast<size_t>(set - 1)];
-                    if (path.name.empty() || IsUnassignedPath(path))
-                        path = {};  // an id alone would mean another category here
-                    else
-                        merger.MergePath(-1, path, set);
-                }
+        CategoryMerger merger(world_.book.categories, world_.counters.MaxCategoryID);
+        for (const size_t position : chosen_) {
+            for (int set = 1; set <= kSetCount; ++set) {
+                CProCategoryTree& path = Entry(position).note.categories[static_cast<size_t>(set - 1)];
+                if (path.name.empty() || IsUnassignedPath(path))
+                    path = {};  // an id alone would mean another category here
+                else
+                    merger.MergePath(-1, path, set);
             }
         }
-        return world_.book.categories.HighestID() != before;
+        return merger.HasAdded();
     }
 
-    void GiveIDs() {
+    /// False, and told, if there aren't enough.
+    bool GiveIDs() {
+        int& counter = world_.counters.MaxNoteID;
         for (const size_t position : chosen_) {
             const int32_t existing = comparison_.Rows()[position].existingID;
-            Entry(position).note.id = existing > 0 ? existing : CategoryIDAfter(world_.counters.MaxNoteID);
-            world_.counters.MaxNoteID = std::max(world_.counters.MaxNoteID, Entry(position).note.id);
+            const int32_t id = existing > 0 ? existing : world_.book.index.GiveID(counter);
+            if (id <= 0) {
+                world_.faults.Tell({"The notes could not be imported", world_.book.paths.Notes().string(), kNoFreeID});
+                return false;
+            }
+            Entry(position).note.id = id;
+            counter = std::max(counter, id);
         }
+        return true;
     }
 
     void CopyAttachments() {
@@ -268,27 +275,22 @@ private:
 
     /// Only while no note file was touched: a write that failed at its very end may have put its notes on the disk.
     void DropCopiedFiles() {
-        for (const size_t position : chosen_) {
-            const CNote* const existing = comparison_.ExistingHead(position);
-            DropFiles(Entry(position).note, existing ? *existing : CNote(), false);
-        }
+        for (const size_t position : chosen_)
+            DropFiles(Entry(position).note, comparison_.ExistingHead(position), false);
     }
 
     /// A note that could not leave its old file may show from there after the next start.
     void DropFilesOfReplaced(size_t position) {
         const CNote* const existing = comparison_.ExistingHead(position);
         if (existing && !world_.book.index.HasHiddenCopy(existing->id))
-            DropFiles(*existing, Entry(position).note, true);
+            DropFiles(*existing, &Entry(position).note, true);
     }
 
-    /// The files of one note that the other one doesn't name. Those that an undo may want are put aside.
-    void DropFiles(const CNote& note, const CNote& keeper, bool maybeWanted) {
-        std::unordered_set<std::string> kept;
-        for (const CAttachment& attachment : keeper.attachments)
-            kept.insert(StoredName(attachment));
+    /// The files of one note that the other one, which may be null, doesn't name. Those that an undo may want are put
+    /// aside.
+    void DropFiles(const CNote& note, const CNote* keeper, bool maybeWanted) {
         CNote dropped;
-        std::copy_if(note.attachments.begin(), note.attachments.end(), std::back_inserter(dropped.attachments),
-                     [&](const CAttachment& attachment) { return !kept.contains(StoredName(attachment)); });
+        dropped.attachments = UnsharedAttachments(note, keeper);
         if (maybeWanted && world_.changes)
             NoteRemoval::KeepFilesOf(dropped, world_.book.paths, world_.faults);
         else

@@ -5,11 +5,14 @@
 #include <limits>
 #include <system_error>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "exchange/export_notes.h"
 #include "exchange/import_integration.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
+#include "notes/note_file_walk.h"
 #include "notes/note_finder.h"
 
 namespace lore {
@@ -37,7 +40,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// The notes of the NoteBook whose guid the archive has too.
+/// The notes of the NoteBook whose guid the archive has too. A record that another one hides is none of them.
 NoteHeads FindExisting(const std::vector<ArchiveNote>& notes, const ImportWorld& world) {
     std::unordered_set<std::string_view> wanted;
     for (const ArchiveNote& entry : notes)
@@ -47,9 +50,19 @@ NoteHeads FindExisting(const std::vector<ArchiveNote>& notes, const ImportWorld&
     for (const CNoteIDsPath& file : world.book.index.Entries()) {
         TellFailedRead(world.faults, kNoteFileUnread, file.path, reader.Open(file.path));
         const std::unordered_set<int32_t> shown(file.ids.begin(), file.ids.end());
+        std::vector<NoteCopy> copies;
+        std::vector<std::pair<size_t, CNote>> found;  // with their positions among the copies
         while (reader.Next()) {
-            if (shown.contains(reader.Head().id) && wanted.contains(reader.Head().guid))
-                heads.emplace(std::string(reader.Head().guid), std::move(reader.Head()));
+            if (!shown.contains(reader.Head().id))
+                continue;
+            copies.push_back(CopyOf(reader, file.path));
+            if (wanted.contains(reader.Head().guid))
+                found.emplace_back(copies.size() - 1, std::move(reader.Head()));
+        }
+        const std::vector<bool> shows = ShownCopies(copies);
+        for (auto& [position, head] : found) {
+            if (shows[position])
+                heads.emplace(std::string(head.guid), std::move(head));
         }
     }
     return heads;
@@ -90,6 +103,8 @@ private:
         world_.progress.SetRange(0, static_cast<int>(comparison.Chosen().size()));
         world_.progress.SetMessage("Integrating notes into database...");
         outcome.ids = IntegrateNotes(comparison, archive_, sync, world_);
+        if (!outcome.ids.IsEmpty())
+            chooser_.NotesLanded(outcome.ids);
         outcome.displayAfter = comparison.displayAfter;
         outcome.result = outcome.ids.IsEmpty() ? ImportOutcome::kUnreadable : static_cast<int>(outcome.ids.Count());
         world_.reload();
@@ -143,7 +158,8 @@ int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const
     }
     progress.SetMessage("Reading in notes...");
     const auto version = archive.ReadNotes(
-        world.context, [&](int count) { progress.SetRange(0, std::max(count, 0)); }, [&] { progress.StepIt(); });
+        world.context, world.faults, [&](int count) { progress.SetRange(0, std::max(count, 0)); },
+        [&] { progress.StepIt(); });
     return version == ImportArchive::Version::Known ? ImportOutcome::kNothing : ImportOutcome::kLaterVersion;
 }
 

@@ -19,6 +19,8 @@ public:
     /// False if the user cancels; otherwise the comparison holds the choice. The archive unpacks attachments to look
     /// at.
     virtual bool ChooseNotes(ImportComparison& comparison, ImportArchive& archive) = 0;
+    /// Of what was chosen, the notes with these ids are stored now. Not called for an import that stores none.
+    virtual void NotesLanded(const LongList&) {}
 };
 
 /// What an import has come to.

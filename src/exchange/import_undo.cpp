@@ -4,11 +4,11 @@
 #include <functional>
 #include <string>
 #include <unordered_set>
+#include <utility>
 
 #include "edit/attachment_store.h"
 #include "edit/note_removal.h"
 #include "exchange/bring_back.h"
-#include "notes/check_note.h"
 #include "notes/note_file.h"
 #include "notes/note_filing.h"
 #include "notes/note_finder.h"
@@ -17,30 +17,26 @@ namespace lore {
 
 namespace {
 
-/// The notes of the import that are still as they came in, by id; `changed` counts the others.
-std::unordered_map<int32_t, CNote> UntouchedNotes(const ImportChanges& changes, const OpenNoteBook& book,
-                                                  const ReadContext& context, FaultNotice& faults, size_t& changed) {
+/// Takes the notes of an import that are still as they came in out of `landed`, by id; `changed` counts the others.
+/// What is left there can't be read.
+std::unordered_map<int32_t, CNote> TakeUntouched(std::unordered_map<int32_t, size_t>& landed, const OpenNoteBook& book,
+                                                 const ReadContext& context, FaultNotice& faults, size_t& changed) {
+    std::erase_if(landed, [&](const auto& note) { return !book.index.Contains(note.first); });
     LongList ids;
-    for (const auto& [id, fingerprint] : changes.landed)
+    for (const auto& [id, fingerprint] : landed)
         ids.AddTail(id);
     std::unordered_map<int32_t, CNote> untouched;
     for (CNote& note : FindNotes(book.index, ids, context, faults)) {
-        if (FingerprintOf(note) == changes.landed.at(note.id))
+        const auto came = landed.find(note.id);
+        if (came == landed.end())
+            continue;
+        if (FingerprintOf(note) == came->second)
             untouched.emplace(note.id, std::move(note));
         else
             ++changed;
+        landed.erase(came);
     }
     return untouched;
-}
-
-/// Deletes the files that the note names and the one in its place doesn't.
-void DropFilesOf(const CNote& note, const CNote& successor, const NoteBookPaths& paths, FaultNotice& faults) {
-    std::unordered_set<std::string> kept;
-    for (const CAttachment& attachment : successor.attachments)
-        kept.insert(StoredName(attachment));
-    std::vector<CAttachment> dropped = note.attachments;
-    std::erase_if(dropped, [&](const CAttachment& attachment) { return kept.contains(StoredName(attachment)); });
-    DeleteAttachmentFiles(dropped, paths.Attachments(), faults);
 }
 
 }  // namespace
@@ -58,11 +54,12 @@ size_t FingerprintOf(const CNote& note) {
     return std::hash<std::string>()(NoteFileBytes({&note, 1}));
 }
 
-std::optional<size_t> UndoImport(const ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
+std::optional<size_t> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
                                  const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
                                  TextCache* texts) {
     size_t changed = 0;
-    std::unordered_map<int32_t, CNote> untouched = UntouchedNotes(changes, book, context, faults, changed);
+    std::unordered_map<int32_t, size_t> left = changes.landed;
+    std::unordered_map<int32_t, CNote> untouched = TakeUntouched(left, book, context, faults, changed);
     NoteRemoval removal(book, context, faults, texts);
     DeletedNotes restored{{}, KeptFilesFolder(book.paths)};
     std::vector<CNote> successors;
@@ -78,18 +75,35 @@ std::optional<size_t> UndoImport(const ImportChanges& changes, OpenNoteBook& boo
         return std::nullopt;
     store();
     UnfileNotes(book, successors);
-    const LongList failed = removal.RestoreNotes(restored);
+    const LongList lacking = removal.RestoreFiles({changes.withoutFiles, restored.keptFiles});
+    const Unrestored failed = removal.RestoreNotes(restored);
     for (size_t i = 0; i < successors.size(); ++i) {
         const CNote& successor = successors[i];
-        if (failed.Contains(successor.id))
+        if (failed.unwritten.Contains(successor.id)) {
             FileNotes(book, {&successor, 1});
-        else if (!book.index.HasHiddenCopy(successor.id))  // it would show after the next start
-            DropFilesOf(successor, restored.notes[i], book.paths, faults);
+            left.insert(*changes.landed.find(successor.id));
+        } else if (!book.index.HasHiddenCopy(successor.id)) {  // it would show after the next start
+            DeleteAttachmentFiles(UnsharedAttachments(successor, &restored.notes[i]), book.paths.Attachments(), faults);
+        }
     }
     LongList added;
     for (const auto& [id, note] : untouched)
         added.AddTail(id);
     removal.DeleteNotes(added, false);
+    for (const int32_t id : added) {
+        if (book.index.Contains(id))
+            left.insert(*changes.landed.find(id));
+    }
+    changes.landed = std::move(left);
+    std::erase_if(changes.withoutFiles, [&](const CNote& note) { return !lacking.Contains(note.id); });
+    std::vector<CNote> toComeBack;
+    for (CNote& note : changes.replaced) {
+        if (changes.landed.contains(note.id))
+            toComeBack.push_back(std::move(note));
+        else if (failed.withoutFiles.Contains(note.id))
+            changes.withoutFiles.push_back(std::move(note));
+    }
+    changes.replaced = std::move(toComeBack);
     return changed;
 }
 

@@ -1,5 +1,6 @@
 #include "exchange/merged_lists.h"
 
+#include "base/free_ids.h"
 #include "notes/file_faults.h"
 #include "notes/notebook_lists.h"
 
@@ -16,6 +17,10 @@ bool WriteCategories(const OpenNoteBook& book, FaultNotice& faults) {
 }  // namespace
 
 bool WriteMergedLists(OpenNoteBook& book, const SourceMerge& merge, bool newCategories, FaultNotice& faults) {
+    if (merge.RanOut()) {
+        faults.Tell({"The sources could not be taken over", book.paths.Sources().string(), kNoFreeID});
+        return false;
+    }
     return (!merge.HasNewAuthors() || WriteAuthors(book, faults)) &&
            (!merge.HasNewTypes() || WriteSourceTypes(book, faults)) &&
            (!merge.HasNewSources() || WriteSources(book, faults)) && (!newCategories || WriteCategories(book, faults));

@@ -6,6 +6,8 @@
 #include <utility>
 #include <zlib.h>
 
+#include "base/helper_threads.h"
+
 namespace lore {
 
 namespace {
@@ -17,6 +19,11 @@ constexpr uint32_t kLevel = 3;
 constexpr size_t kWorkSize = ISAL_DEF_LVL3_DEFAULT;
 /// Above what a piece that can't be packed grows by.
 constexpr size_t kMostGrowth = 4096;
+/// Readers take a large record file for one made to do harm if it unpacks to more than a hundred times its size; so no
+/// piece packs better than this.
+constexpr size_t kMostPerPackedByte = 90;
+/// A block with nothing in it, which begins and ends at a whole byte.
+constexpr std::string_view kEmptyBlock("\x00\x00\x00\xff\xff", 5);
 /// The end of a packed file: a last block with nothing in it.
 constexpr std::string_view kLastBlock("\x03\x00", 2);
 
@@ -48,6 +55,8 @@ PackedBytes PackPiece(std::string_view bytes, std::string_view before) {
         isal_deflate(&stream);
         packed.bytes.resize(packed.bytes.size() - stream.avail_out);
     } while (stream.avail_out == 0);
+    while (packed.bytes.size() < bytes.size() / kMostPerPackedByte)
+        packed.bytes += kEmptyBlock;
     return packed;
 }
 
@@ -66,7 +75,7 @@ FileResult PackedStream::Open() {
 }
 
 bool PackedStream::TakesMore(std::chrono::milliseconds longest) const {
-    return pieces_.size() < threads_ || pieces_.front().wait_for(longest) == std::future_status::ready;
+    return pieces_.size() < threads_ || pieces_.front().wait_for(longest) != std::future_status::timeout;
 }
 
 void PackedStream::Append(std::string_view bytes) {
@@ -78,9 +87,8 @@ void PackedStream::Append(std::string_view bytes) {
 void PackedStream::StartPiece() {
     std::string piece = std::exchange(gathered_, {});
     std::string before = std::exchange(before_, piece.size() > kWindow ? piece.substr(piece.size() - kWindow) : piece);
-    pieces_.push_back(std::async(std::launch::async, [piece = std::move(piece), before = std::move(before)] {
-        return PackPiece(piece, before);
-    }));
+    pieces_.push_back(
+        RunOnHelper([piece = std::move(piece), before = std::move(before)] { return PackPiece(piece, before); }));
     while (pieces_.size() > threads_)
         TakePiece();
 }

@@ -59,6 +59,7 @@ private:
 };
 
 /// Packs one piece that others follow. `before` is the end of the piece in front of it, to whose words it may refer.
+/// What packs to next to nothing is filled up with empty blocks, to a size at which no reader refuses it.
 PackedBytes PackPiece(std::string_view bytes, std::string_view before);
 
 /// The CRC of two pieces in a row.

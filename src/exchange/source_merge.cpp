@@ -1,11 +1,10 @@
 #include "exchange/source_merge.h"
 
-#include <algorithm>
-#include <limits>
 #include <unordered_set>
 
 #include "base/text.h"
 #include "bibliography/custom_type_fields.h"
+#include "bibliography/new_author.h"
 
 namespace lore {
 
@@ -40,6 +39,7 @@ int32_t SourceMerge::Merge(const CSource& source) {
         return known->SourceID;
     CSource added = source;
     added.SourceID = book_.sources.NewSourceID();
+    ranOut_ = ranOut_ || added.SourceID == 0;
     added.NoteIDs.RemoveAll();
     added.AuthorIDs.RemoveAll();
     std::unordered_map<int32_t, const CAuthor*> authors;
@@ -62,9 +62,8 @@ int32_t SourceMerge::MergeAuthor(const CAuthor& author) {
     if (known >= 0)
         return known;
     CAuthor added = author;
-    const int highest = std::max(counters_.MaxAuthorID, book_.authors.NextAuthorID() - 1);
-    added.AuthorID = highest == std::numeric_limits<int>::max() ? highest : highest + 1;
-    counters_.MaxAuthorID = added.AuthorID;
+    added.AuthorID = NewAuthorID(book_.authors, book_.sources, counters_.MaxAuthorID);
+    ranOut_ = ranOut_ || added.AuthorID == 0;
     book_.authors.AddAuthor(added);
     newAuthors_ = true;
     return added.AuthorID;

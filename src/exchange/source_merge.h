@@ -29,13 +29,15 @@ public:
     bool HasNewTypes() const { return newTypes_; }
     bool HasNewAuthors() const { return newAuthors_; }
     bool HasNewSources() const { return newSources_; }
+    /// A source or an author found no free id: nothing of it may be stored.
+    bool RanOut() const { return ranOut_; }
 
 private:
     void LinkType(CSource& source) const;
 
     OpenNoteBook& book_;
     IdCounters& counters_;
-    bool newTypes_ = false, newAuthors_ = false, newSources_ = false;
+    bool newTypes_ = false, newAuthors_ = false, newSources_ = false, ranOut_ = false;
 };
 
 /// Adds to the information of an imported note what the existing note alone knows of sources that both have.

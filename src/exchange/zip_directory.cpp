@@ -71,6 +71,11 @@ bool ReadBytes(const ZipRead& read, uint64_t position, size_t count, std::string
     return read(position, {bytes.data(), count});
 }
 
+bool BeginsWithDrive(std::string_view name) {
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    return name.size() >= 2 && name[1] == ':' && isLetter(name[0]);
+}
+
 /// A name as a message shows it.
 std::string Shown(std::string_view rawName) {
     std::string name = ToUtf8(rawName.substr(0, 80));
@@ -258,27 +263,14 @@ private:
             if (isFolder)
                 continue;
             const std::string shown = Shown(entry.item.rawName);
-            entry.item.name = LastName(entry.item.rawName);
+            entry.item.name = ZipFileName(entry.item.rawName);
             if (entry.item.name.empty())
                 result_.leftOut.push_back("The entry " + shown + " has no name that a file could have");
-            else if (!names.insert(ToLower(entry.item.name)).second)
+            else if (!names.insert(entry.item.name).second)
                 result_.leftOut.push_back("The entry " + shown + " stands twice; the first one was taken");
             else
                 result_.items.push_back(std::move(entry.item));
         }
-    }
-
-    /// Empty if it can't be the name of a file.
-    static std::string LastName(std::string_view rawName) {
-        std::string_view last = LastPathComponent(rawName);
-        if (const size_t colon = last.rfind(':'); colon != std::string_view::npos)
-            last.remove_prefix(colon + 1);  // behind the letter of a drive
-        const bool hasControl =
-            std::any_of(rawName.begin(), rawName.end(), [](char c) { return static_cast<unsigned char>(c) < 32; });
-        if (hasControl || last.empty() || last == "." || last == "..")
-            return {};
-        std::string name = ToUtf8(last);
-        return name.size() > kLongestName ? std::string() : name;
     }
 
     uint64_t size_;
@@ -290,6 +282,18 @@ private:
 
 ZipDirectory ReadZipDirectory(uint64_t size, const ZipRead& read) {
     return Judge(size, read).Run();
+}
+
+std::string ZipFileName(std::string_view rawName) {
+    std::string_view last = LastPathComponent(rawName);
+    while (BeginsWithDrive(last))
+        last.remove_prefix(2);
+    const bool hasControl =
+        std::any_of(rawName.begin(), rawName.end(), [](char c) { return static_cast<unsigned char>(c) < 32; });
+    if (hasControl || last.empty() || last == "." || last == "..")
+        return {};
+    std::string name = ToUtf8(last);
+    return name.size() > kLongestName ? std::string() : name;
 }
 
 }  // namespace lore

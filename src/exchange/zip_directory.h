@@ -4,6 +4,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lore {
@@ -22,7 +23,7 @@ struct ZipItem {
 struct ZipDirectory {
     std::string refusal;               ///< why the archive as a whole is refused; empty if it isn't
     uint64_t entries = 0;              ///< all entries, folders too
-    std::vector<ZipItem> items;        ///< the files, in directory order; no two names are equal, whatever their case
+    std::vector<ZipItem> items;        ///< the files, in directory order; no two names are the same
     std::vector<std::string> leftOut;  ///< one line for each entry that isn't taken, with the reason
 };
 
@@ -32,8 +33,12 @@ using ZipRead = std::function<bool(uint64_t position, std::span<char> room)>;
 /// Reads and judges the directory of an archive of `size` bytes without unpacking anything. Refused are: a directory
 /// that is cut off, or claims more entries than it has room for; parts of several volumes; entries that overlap, reach
 /// beyond the archive, or are named differently where they stand; links and devices; encrypted entries; packing other
-/// than deflate; sizes above a thousand times what is packed. Names are cut to their last component by either
-/// separator; an entry without a usable name is left out, and so are the later ones of equal names.
+/// than deflate; sizes above a thousand times what is packed. An entry without a usable name is left out, and so are
+/// the later ones of one name.
 ZipDirectory ReadZipDirectory(uint64_t size, const ZipRead& read);
+
+/// The name of a file under the name of an entry, UTF-8: its last component by either separator, without the letter of
+/// a drive. Empty if it can't be the name of a file.
+std::string ZipFileName(std::string_view rawName);
 
 }  // namespace lore

@@ -1,6 +1,7 @@
 #include "exchange/zip_reader.h"
 
 #include <array>
+#include <cstdint>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +13,8 @@
 namespace lore {
 
 namespace {
+
+constexpr size_t kSeveral = SIZE_MAX;
 
 struct CloseFile {
     void operator()(zip_file_t* file) const { zip_fclose(file); }
@@ -56,6 +59,7 @@ ArchiveResult ZipReader::Refuse(const std::string& reason) {
     archive_.reset();
     directory_ = {};
     byName_.clear();
+    byLower_.clear();
     return ArchiveResult::Failure(reason);
 }
 
@@ -83,8 +87,12 @@ ArchiveResult ZipReader::Open(const std::filesystem::path& path) {
     }
     if (!Agrees())
         return Refuse("it can be read in two ways");
-    for (size_t i = 0; i < directory_.items.size(); ++i)
-        byName_.emplace(ToLower(directory_.items[i].name), i);
+    for (size_t i = 0; i < directory_.items.size(); ++i) {
+        byName_.emplace(directory_.items[i].name, i);
+        const auto [place, isFirst] = byLower_.emplace(ToLower(directory_.items[i].name), i);
+        if (!isFirst)
+            place->second = kSeveral;
+    }
     return {};
 }
 
@@ -103,8 +111,10 @@ bool ZipReader::Agrees() const {
 }
 
 const ZipItem* ZipReader::Find(std::string_view name) const {
-    const auto found = byName_.find(ToLower(name));
-    return found == byName_.end() ? nullptr : &directory_.items[found->second];
+    if (const auto found = byName_.find(std::string(name)); found != byName_.end())
+        return &directory_.items[found->second];
+    const auto found = byLower_.find(ToLower(name));
+    return found == byLower_.end() || found->second == kSeveral ? nullptr : &directory_.items[found->second];
 }
 
 ArchiveResult ZipReader::Unpack(const ZipItem& item, const Take& take) {

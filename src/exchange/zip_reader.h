@@ -30,7 +30,8 @@ public:
     const std::vector<ZipItem>& Items() const { return directory_.items; }
     /// One line for each entry that wasn't taken.
     const std::vector<std::string>& LeftOut() const { return directory_.leftOut; }
-    /// The file with this name (UTF-8), whatever its case, or null.
+    /// The file with this very name (UTF-8); without one the file that has it in another case, if it is the only one.
+    /// Otherwise null.
     const ZipItem* Find(std::string_view name) const;
 
     using Take = std::function<bool(std::string_view)>;
@@ -50,7 +51,8 @@ private:
 
     std::unique_ptr<zip, Discard> archive_;
     ZipDirectory directory_;
-    std::unordered_map<std::string, size_t> byName_;  // position by lower-cased name
+    std::unordered_map<std::string, size_t> byName_;   // position
+    std::unordered_map<std::string, size_t> byLower_;  // by lower-cased name; kSeveral where several files have it
 };
 
 }  // namespace lore

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <fcntl.h>
 #include <unistd.h>
 #include <zip.h>
 
@@ -25,14 +24,6 @@ bool WriteAllAt(int number, std::string_view bytes, uint64_t position) {
     return true;
 }
 
-/// A link is written through, so that the file which it names is the one that is replaced.
-std::filesystem::path BehindLinks(const std::filesystem::path& path) {
-    std::error_code error;
-    const bool isLink = std::filesystem::is_symlink(path, error);
-    const std::filesystem::path named = isLink ? std::filesystem::weakly_canonical(path, error) : path;
-    return error || named.empty() ? path : named;
-}
-
 }  // namespace
 
 ZipTarget::ZipTarget(const std::filesystem::path& place)
@@ -44,12 +35,9 @@ ZipTarget::~ZipTarget() {
 }
 
 FileResult ZipTarget::Create() {
-    number_ = std::make_unique<FileNumber>(
-        ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
-    if (!number_->IsOpen())
-        return LastError();
-    exists_ = true;
-    return {};
+    const FileResult result = CreateReplacement(place_, temporary_, number_);
+    exists_ = result.Ok();
+    return result;
 }
 
 zip_source* ZipTarget::MakeSource() {

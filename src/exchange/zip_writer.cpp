@@ -1,11 +1,14 @@
 #include "exchange/zip_writer.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
+#include <system_error>
 #include <unistd.h>
 #include <zip.h>
+#include <zlib.h>
 
 #include "base/text.h"
 #include "exchange/zip_target.h"
@@ -19,6 +22,40 @@ constexpr std::string_view kPackedEndings[] = {
     "gz",  "heic", "jar",  "jfif", "jpeg", "jpg",  "lbe",   "m4a",  "m4p",  "m4v",  "mkv",  "mov",  "mp2", "mp3",
     "mp4", "mpeg", "mpg",  "odg",  "odp",  "ods",  "odt",   "ogg",  "opus", "pdf",  "png",  "pptx", "rar", "svgz",
     "tgz", "webm", "webp", "wma",  "wmv",  "woff", "woff2", "xlsm", "xlsx", "xz",   "zip",  "zst"};
+
+/// Smaller files have heads that are large enough beside them.
+constexpr uintmax_t kSmallFile = uintmax_t{256} << 10;
+/// Readers refuse what unpacks to more than a thousand times its size.
+constexpr uintmax_t kMostPerPackedByte = 500;
+/// Takes only matches that lie some way off, so that it never packs better than 1:230.
+constexpr int kWeakLevel = 1;
+
+/// True if a file would pack too well at this level. The more it takes packed, the less of it is looked at.
+bool PacksTooWell(const std::filesystem::path& path, int level) {
+    std::error_code error;
+    const uintmax_t size = std::filesystem::file_size(path, error);
+    if (error || size <= kSmallFile)
+        return false;
+    const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    z_stream stream = {};
+    if (!file.IsOpen() ||
+        deflateInit2(&stream, level, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL, Z_DEFAULT_STRATEGY) != Z_OK)
+        return false;
+    const std::unique_ptr<z_stream, decltype(&deflateEnd)> end(&stream, deflateEnd);
+    std::array<Bytef, size_t{1} << 16> piece, packed;
+    ssize_t got = 0;
+    do {
+        got = ::read(file.Get(), piece.data(), piece.size());
+        stream.next_in = piece.data();
+        stream.avail_in = got > 0 ? static_cast<uInt>(got) : 0;
+        do {
+            stream.next_out = packed.data();
+            stream.avail_out = static_cast<uInt>(packed.size());
+            deflate(&stream, got > 0 ? Z_NO_FLUSH : Z_FINISH);
+        } while (stream.avail_out == 0);
+    } while (got > 0 && stream.total_out <= size / kMostPerPackedByte);
+    return stream.total_out <= size / kMostPerPackedByte;
+}
 
 /// Hands the library bytes that are packed already: those of a head, then those of a file.
 class PackedSource {
@@ -119,15 +156,22 @@ bool IsPackedAlready(std::string_view name) {
 }
 
 void ZipWriter::AddPacked(std::string name, PackedBytes head, const PackedStream& stream) {
-    names_.insert(ToLower(name));
+    names_.insert(name);
     members_.insert(members_.begin(), {std::move(name), {}, std::move(head), &stream});
 }
 
 bool ZipWriter::AddFile(const std::string& name, std::filesystem::path path) {
-    if (!names_.insert(ToLower(name)).second)
+    if (!names_.insert(name).second)
         return false;
     members_.push_back({name, std::move(path), {}, nullptr});
     return true;
+}
+
+/// 0 for a file that is stored as it is.
+int ZipWriter::LevelOf(const Member& member) const {
+    if (IsPackedAlready(member.name))
+        return 0;
+    return PacksTooWell(member.path, level_) ? kWeakLevel : level_;
 }
 
 /// Gives the reason of a failure, or nothing.
@@ -143,10 +187,11 @@ std::string ZipWriter::AddMembers(void* opened) {
             zip_source_free(source);
             return "\"" + member.name + "\": " + zip_strerror(archive);
         }
-        const bool isStored = !member.stream && IsPackedAlready(member.name);
-        if (!member.stream && zip_set_file_compression(archive, static_cast<zip_uint64_t>(index),
-                                                       isStored ? ZIP_CM_STORE : ZIP_CM_DEFLATE,
-                                                       isStored ? 0 : static_cast<zip_uint32_t>(level_)) != 0)
+        if (member.stream)
+            continue;
+        const int level = LevelOf(member);
+        if (zip_set_file_compression(archive, static_cast<zip_uint64_t>(index),
+                                     level == 0 ? ZIP_CM_STORE : ZIP_CM_DEFLATE, static_cast<zip_uint32_t>(level)) != 0)
             return "\"" + member.name + "\": " + zip_strerror(archive);
     }
     return {};

@@ -21,8 +21,9 @@ public:
     /// A file that was packed before, `head` in front of the stream. It becomes the first one of the archive. The
     /// stream's file stays until Write is over.
     void AddPacked(std::string name, PackedBytes head, const PackedStream& stream);
-    /// A file of the disk. Kinds that are packed already are stored as they are. False, and nothing is added, if the
-    /// archive holds a file of this name (UTF-8), whatever its case.
+    /// A file of the disk. Kinds that are packed already are stored as they are; what would pack so well that readers
+    /// take it for harmful is packed less. False, and nothing is added, if the archive holds a file of this very name
+    /// (UTF-8).
     bool AddFile(const std::string& name, std::filesystem::path path);
 
     struct Watch {
@@ -39,6 +40,7 @@ private:
         const PackedStream* stream = nullptr;  ///< null for a file of the disk
     };
     std::string AddMembers(void* archive);
+    int LevelOf(const Member& member) const;
 
     int level_;
     std::vector<Member> members_;

@@ -1,6 +1,7 @@
 #include "notebooks/backup.h"
 
 #include <algorithm>
+#include <set>
 
 #include "base/file_io.h"
 #include "base/text.h"
@@ -59,8 +60,10 @@ private:
     size_t next_ = 0;
 };
 
+/// `isShort` is set if the NoteBook could not be read whole.
 int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std::filesystem::path& target,
-                  const BackupWorld& world) {
+                  const BackupWorld& world, bool& isShort) {
+    HeardFaults faults(world.faults, isShort);
     world.progress.ShowStandBy(wait);
     OpenNoteBook book;
     book.database = noteBook;
@@ -68,19 +71,22 @@ int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std:
     IdCounters counters;
     LoadOptions options;
     options.mode = LoadMode::ReadOnly;
-    const bool listed = LoadNoteBook(book, counters, world.context, world.faults, options).listed;
+    const bool listed = LoadNoteBook(book, counters, world.context, faults, options).listed;
     world.progress.HideStandBy();
     if (!listed)
         return 0;
+    if (!book.sources.ReadWhole())
+        faults.Tell({"The sources or their authors could not be read whole, and the backup lacks some",
+                     book.paths.Sources().string(), "the file is short or damaged"});
     const ExportWorld exportWorld{book, world.data, world.context, world.prompts, world.progress, world.faults};
     RepeatedGuids guids(*world.context.guids);
     const ReadContext context{world.context.now, world.context.nowUtc, &guids};
-    ExportedNotes notes = NotesOfNoteBook(book, context, world.faults);
+    ExportedNotes notes = NotesOfNoteBook(book, context, faults);
     notes.each = [&guids, each = std::move(notes.each)](const auto& take) {
         guids.Rewind();
         each(take);
     };
-    return WriteBackup(notes, target, exportWorld);
+    return WriteBackup(notes, target, exportWorld, isShort);
 }
 
 /// One run over all NoteBooks.
@@ -89,34 +95,50 @@ public:
     BackupOfAll(std::filesystem::path path, const BackupAllOptions& options, const BackupWorld& world)
         : path_(std::move(path)), options_(options), world_(world), file_(world.data.DatabasesFile(), world.faults) {}
 
-    int Run() {
+    BackedUp Run() {
         file_.Load(world_.context);
         std::vector<CDatabase> list = file_.List();
         CDatabase main = MainNoteBook(world_.settings.Text(Option::LocalGUID));
         main.extra = world_.settings.Text(Option::PrevBackupPath);
-        int total = 0;
         for (CDatabase& noteBook : list)
-            total += BackUp(noteBook);
-        total += BackUp(main);
+            done_.notes += BackUp(noteBook);
+        done_.notes += BackUp(main);
+        for (const CDatabase& noteBook : list)
+            remembered_.push_back(PathOfText(noteBook.extra));
+        remembered_.push_back(PathOfText(main.extra));
         if (options_.keepRecord && Remember(std::move(list), main))
             DeletePrevious();
-        return total;
+        return std::move(done_);
     }
 
 private:
+    /// A NoteBook without notes takes its name too: its backup of last time may stand there.
+    std::string FileOf(const CDatabase& noteBook) {
+        std::string folder;
+        for (int number = 1;; ++number) {
+            std::string name = BackupFileName(path_.string(), ToUtf8(noteBook.name), options_.dateText, folder);
+            if (names_.insert(ToLower(name)).second)
+                return name;
+            folder = ToUtf8(noteBook.folder) + (number > 1 ? " " + std::to_string(number) : "");
+        }
+    }
+
     int BackUp(CDatabase& noteBook) {
         if (world_.progress.Cancelled())
             return 0;
-        const std::string name = BackupFileName(path_.string(), ToUtf8(noteBook.name), options_.dateText);
+        const std::string name = FileOf(noteBook);
+        bool isShort = false;
         const int notes =
-            LoadAndBackUp(noteBook, "Loading *" + noteBook.name + "* NoteBook for backup.....", name, world_);
+            LoadAndBackUp(noteBook, "Loading *" + noteBook.name + "* NoteBook for backup.....", name, world_, isShort);
         const std::string text = TextOfPath(name);
         if (notes > 0 && noteBook.extra != text) {
-            previous_.push_back(noteBook.extra);
+            // What this backup lacks may stand in the one of last time.
+            if (!isShort)
+                previous_.push_back(noteBook.extra);
             noteBook.extra = text;
         }
         if (notes > 0)
-            made_.push_back(text);
+            done_.files.emplace_back(name);
         return notes;
     }
 
@@ -130,28 +152,38 @@ private:
         if (!options_.deletePrevious)
             return;
         for (const std::string& text : previous_) {
-            if (text.empty() || std::find(made_.begin(), made_.end(), text) != made_.end() ||
-                !IsExportArchive(PathOfText(text)))
-                continue;
-            TellFailedWrite(world_.faults, "An earlier backup could not be deleted", PathOfText(text),
-                            RemoveFile(PathOfText(text)));
+            const std::filesystem::path file = PathOfText(text);
+            if (!IsRemembered(file) && IsExportArchive(file))
+                TellFailedWrite(world_.faults, "An earlier backup could not be deleted", file, RemoveFile(file));
         }
+    }
+
+    /// Names that differ may stand for one file, such as on a disk that doesn't tell "a" from "A".
+    bool IsRemembered(const std::filesystem::path& file) const {
+        return std::any_of(remembered_.begin(), remembered_.end(), [&](const std::filesystem::path& other) {
+            std::error_code missing;
+            return other == file || std::filesystem::equivalent(other, file, missing);
+        });
     }
 
     std::filesystem::path path_;
     const BackupAllOptions& options_;
     const BackupWorld& world_;
     NoteBookListFile file_;
-    std::vector<std::string> previous_, made_;
+    BackedUp done_;
+    std::set<std::string> names_;                    // in lower case
+    std::vector<std::string> previous_;              // the files of last time whose NoteBooks have new ones
+    std::vector<std::filesystem::path> remembered_;  // the backup of each NoteBook from now on
 };
 
 }  // namespace
 
 int BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupWorld& world) {
-    return LoadAndBackUp(noteBook, "Loading notes...(may take a few moments)", target, world);
+    bool isShort = false;
+    return LoadAndBackUp(noteBook, "Loading notes...(may take a few moments)", target, world, isShort);
 }
 
-int RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world) {
+BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world) {
     return BackupOfAll(path, options, world).Run();
 }
 
@@ -171,7 +203,7 @@ void BackupAllNoteBooks(const BackupWorld& world) {
     const auto target = world.prompts.AskSavePath("Backup All NoteBooks", kArchiveFilter, {});
     if (!target)
         return;
-    const int notes = RunBackupAll(*target, {}, world);
+    const int notes = RunBackupAll(*target, {}, world).notes;
     if (notes > 0)
         TellAllFinished(notes, world);
     else if (notes < 0)
@@ -202,7 +234,7 @@ void AutoBackup(bool fromMenu, const BackupWorld& world) {
             PromptIcon::Warning);
     const BackupAllOptions options{world.context.now.Format("_(%m-%d-%y)"), true,
                                    settings.Int(Option::OverwriteBkup) == 1};
-    const int notes = RunBackupAll(path, options, world);
+    const int notes = RunBackupAll(path, options, world).notes;
     if (notes > 0 && fromMenu)
         TellAllFinished(notes, world);
     else if (notes < 0)

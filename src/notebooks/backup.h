@@ -1,7 +1,9 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "notes/notebook_list.h"
 #include "notes/notebook_paths.h"
@@ -35,9 +37,17 @@ struct BackupAllOptions {
 /// Backs up one NoteBook. Gives the number of notes, 0 for none, -1 after a failure, which is told.
 int BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupWorld& world);
 
-/// Backs up all NoteBooks, the main one last, each into a file of its own. Gives the sum of what each gave. The file of
-/// last time goes only once the new one stands, was compared, and is remembered.
-int RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world);
+/// What a backup of all NoteBooks has made.
+struct BackedUp {
+    int notes = 0;                             ///< the sum of what each NoteBook gave
+    std::vector<std::filesystem::path> files;  ///< in the order of the NoteBooks
+};
+
+/// Backs up all NoteBooks, the main one last, each into a file of its own: where the file's name, whatever the case of
+/// its letters, is that of an earlier one, the NoteBook's folder stands in it too. The file of last time goes only once
+/// the new one stands, was compared, and is remembered, if the NoteBook was read whole, and if no other NoteBook has it
+/// as its backup.
+BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world);
 
 // The commands of the menu.
 void BackupCurrentNoteBook(const CDatabase& open, const BackupWorld& world);

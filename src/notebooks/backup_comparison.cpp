@@ -7,8 +7,9 @@
 
 #include "base/text.h"
 #include "exchange/archive_notes.h"
+#include "exchange/import_archive.h"
 #include "exchange/zip_reader.h"
-#include "notes/check_note.h"
+#include "notes/attachment_path.h"
 
 namespace lore {
 
@@ -36,16 +37,17 @@ public:
 
     ArchiveResult Run(const std::filesystem::path& archive) {
         ArchiveResult result = zip_.Open(archive);
-        const StreamSum expected = ExpectedRecords();
-        const ZipItem* const records = zip_.Find(kArchiveNotesName);
-        if (result.Ok() && !records)
-            return ArchiveResult::Failure("the backup holds no notes");
-        StreamSum found;
+        const ZipItem* records = nullptr;
         if (result.Ok())
-            result = zip_.Unpack(*records, [&found](std::string_view piece) {
-                found.Add(piece);
-                return true;
-            });
+            result = FindRecordFile(zip_, records);
+        if (!result.Ok())
+            return ArchiveResult::Failure("the backup could not be imported: " + result.reason);
+        const StreamSum expected = ExpectedRecords();
+        StreamSum found;
+        result = zip_.Unpack(*records, [&found](std::string_view piece) {
+            found.Add(piece);
+            return true;
+        });
         if (result.Ok() && found != expected)
             return ArchiveResult::Failure("the notes of the backup aren't those of the NoteBook");
         return result.Ok() ? CompareAttachments() : result;
@@ -76,8 +78,10 @@ private:
     ArchiveResult CompareAttachments() {
         for (const std::string& name : attached_) {
             const ZipItem* const item = zip_.Find(ToUtf8(name));
+            if (!item)
+                continue;
             std::ifstream file(world_.book.paths.Attachments() / name, std::ios::binary);
-            if (!item || !file)
+            if (!file)
                 continue;
             std::string room;
             const ArchiveResult result = zip_.Unpack(*item, [&](std::string_view piece) {

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,21 +18,6 @@
 namespace lore {
 
 namespace {
-
-/// Passes faults on and remembers that there was one.
-class NotedFaults : public FaultNotice {
-public:
-    explicit NotedFaults(FaultNotice& next) : next_(next) {}
-    void Tell(const Fault& fault) override {
-        any_ = true;
-        next_.Tell(fault);
-    }
-    bool Any() const { return any_; }
-
-private:
-    FaultNotice& next_;
-    bool any_ = false;
-};
 
 /// Gives the finished archive its place.
 FileResult PutInPlace(const std::filesystem::path& made, const std::filesystem::path& target, bool keepOld,
@@ -51,40 +37,54 @@ FileResult PutInPlace(const std::filesystem::path& made, const std::filesystem::
 
 }  // namespace
 
-std::string BackupFileName(std::string_view path, std::string_view noteBookName, std::string_view dateText) {
+std::string BackupFileName(std::string_view path, std::string_view noteBookName, std::string_view dateText,
+                           std::string_view folder) {
     const std::string_view name = LastPathComponent(path);
-    const size_t point = name.rfind('.');
-    if (point == std::string_view::npos)
+    const size_t point = std::min(name.rfind('.'), name.size());
+    if (point == name.size() && folder.empty())
         return std::string(path);
-    std::string inserted = "[";
-    for (const char c : noteBookName) {
-        if (c != ' ')
-            inserted += c == '/' ? '_' : c;
-    }
-    inserted.append("]").append(dateText);
-    return std::string(path).insert(path.size() - name.size() + point, inserted);
+    std::string inserted(noteBookName);
+    std::erase(inserted, ' ');
+    if (!folder.empty())
+        inserted.append(" ").append(folder);
+    std::replace(inserted.begin(), inserted.end(), '/', '_');
+    return std::string(path).insert(path.size() - name.size() + point, "[" + inserted + "]" + std::string(dateText));
 }
 
 bool IsWritablePath(const std::filesystem::path& path) {
-    const FileNumber file(::open(path.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666));
+    const std::filesystem::path place = BehindLinks(path);
+    const FileNumber file(::open(place.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666));
     struct stat info = {};
-    if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0)
+    if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0 || !S_ISREG(info.st_mode))
         return false;
-    if (S_ISREG(info.st_mode) && info.st_size == 0)
-        ::unlink(path.c_str());
+    if (info.st_size == 0)
+        ::unlink(place.c_str());
     return true;
 }
 
-int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& target, const ExportWorld& world) {
-    NotedFaults faults(world.faults);
-    const ExportWorld noted{world.book, world.data, world.context, world.prompts, world.progress, faults};
+int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const ExportWorld& world,
+                const bool& isShort) {
+    const std::filesystem::path target = BehindLinks(place);
+    if (const std::string reason = WhyNoArchive(target); notes.count > 0 && !reason.empty()) {
+        world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
+        return -1;
+    }
     const std::filesystem::path made = TemporaryName(target);
-    int count = ExportNotes(notes, made, true, noted);
-    if (count <= 0)
+    // The export replaces this file, and with it takes over who may read what stands there now.
+    std::unique_ptr<FileNumber> replacement;
+    const FileResult created = notes.count > 0 ? CreateReplacement(target, made, replacement) : FileResult{};
+    if (!created.Ok()) {
+        world.prompts.Message(target.string() + ": " + created.Reason(), kArchivingError, PromptIcon::Error);
+        return -1;
+    }
+    const int count = ExportNotes(notes, made, true, world);
+    if (count <= 0) {
+        ::unlink(made.c_str());
         return count;
-    ArchiveResult result = CompareBackup(made, notes, static_cast<size_t>(count), noted);
+    }
+    ArchiveResult result = CompareBackup(made, notes, static_cast<size_t>(count), world);
     if (result.Ok()) {
-        if (const FileResult placed = PutInPlace(made, target, faults.Any(), faults); !placed.Ok())
+        if (const FileResult placed = PutInPlace(made, target, isShort, world.faults); !placed.Ok())
             result = ArchiveResult::Failure(target.string() + ": " + placed.Reason());
     }
     if (!result.Ok()) {

@@ -1,16 +1,13 @@
 #include "notebooks/copy_attachments.h"
 
-#include <algorithm>
-#include <iterator>
 #include <string>
-#include <unordered_set>
-#include <vector>
+#include <utility>
 
 #include "base/file_copy.h"
 #include "base/text.h"
 #include "edit/attachment_store.h"
 #include "notes/attachment_kind.h"
-#include "notes/check_note.h"
+#include "notes/attachment_path.h"
 
 namespace lore {
 
@@ -44,13 +41,7 @@ bool AttachmentCopies::CopyFilesOf(CNote& note) {
 }
 
 void AttachmentCopies::Drop(const CNote& note, const CNote* keeper) const {
-    std::unordered_set<std::string> kept;
-    for (const CAttachment& attachment : keeper ? keeper->attachments : std::vector<CAttachment>())
-        kept.insert(StoredName(attachment));
-    std::vector<CAttachment> dropped;
-    std::copy_if(note.attachments.begin(), note.attachments.end(), std::back_inserter(dropped),
-                 [&](const CAttachment& attachment) { return !kept.contains(StoredName(attachment)); });
-    DeleteAttachmentFiles(dropped, to_, faults_);
+    DeleteAttachmentFiles(UnsharedAttachments(note, keeper), to_, faults_);
 }
 
 }  // namespace lore

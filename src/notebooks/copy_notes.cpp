@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "base/file_copy.h"
+#include "base/free_ids.h"
 #include "classify/category_merge.h"
 #include "edit/sync_record.h"
 #include "exchange/merged_lists.h"
@@ -26,7 +27,8 @@ OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::ve
     OpenNoteBook book;
     book.database = target;
     book.paths = NoteBookPaths(world.data, target.folder);
-    CreateNoteBookFolders(book.paths);
+    TellFailedWrite(world.faults, "The folders of the NoteBook could not be made", book.paths.Folder(),
+                    CreateNoteBookFolders(book.paths));
     LoadOptions options;
     // Only a NoteBook whose categories still have to be converted is opened as the desktop opens it.
     options.mode = NeedsCategoryConversion(book.paths) ? LoadMode::Full : LoadMode::ReadOnly;
@@ -60,7 +62,8 @@ public:
         for (int group = 0; group < kGroups; ++group)
             world_.progress.StepIt();
         world_.progress.SetMessage(Message());
-        MakeEntries();
+        if (!MakeEntries())
+            return {};
         const bool newCategories = MapSourcesAndCategories();
         if (world_.progress.Cancelled())
             return {};
@@ -76,23 +79,27 @@ public:
 private:
     std::string Message() const { return "Copying notes to *" + target_.name + "* NoteBook...."; }
 
-    /// The notes with their new ids, and their sources as they travel, with their authors.
-    void MakeEntries() {
+    /// The notes with their new ids, and their sources as they travel, with their authors. False, and told, if there
+    /// aren't enough ids.
+    bool MakeEntries() {
         for (size_t i = 0; i < notes_.Count(); ++i) {
             ArchiveNote& entry = entries_.emplace_back(MakeArchiveNote(notes_[i], world_.from.sources));
             entry.note.displayRtf.clear();
-            entry.note.id = CategoryIDAfter(world_.counters.MaxNoteID);
-            world_.counters.MaxNoteID = entry.note.id;
+            entry.note.id = book_.index.GiveID(world_.counters.MaxNoteID);
+            if (entry.note.id == 0) {
+                world_.faults.Tell({"The notes could not be copied", book_.paths.Notes().string(), kNoFreeID});
+                return false;
+            }
             for (CSource& source : entry.sources)
                 EmbedAuthors(source, world_.from.authors);
             merge_.AddTypes(entry.sources);
         }
         merge_.NumberTypes();
+        return true;
     }
 
     /// True if the forest has got more categories.
     bool MapSourcesAndCategories() {
-        const int32_t before = book_.categories.HighestID();
         CategoryMerger merger(book_.categories, world_.counters.MaxCategoryID);
         for (size_t i = 0; i < entries_.size(); ++i) {
             world_.progress.SetMessage(Message() + std::to_string(i + 1) + " of " + std::to_string(entries_.size()));
@@ -109,7 +116,7 @@ private:
                     merger.MergePath(-1, path, set);
             }
         }
-        return book_.categories.HighestID() != before;
+        return merger.HasAdded();
     }
 
     const std::vector<const CNote*>& ExistingOf(const CNote& note) const {

@@ -172,7 +172,8 @@ bool Upgrade::FlushAll(const std::set<fs::path>& folders) {
 bool Upgrade::Fill(const std::vector<OldFile>& files) {
     std::error_code error;
     fs::remove_all(staging_.Folder(), error);
-    CreateNoteBookFolders(staging_);
+    if (!Tell("The upgraded folder could not be written", staging_.Folder(), CreateNoteBookFolders(staging_)))
+        return false;
     std::set<fs::path> folders = {staging_.Folder(), staging_.Notes(), staging_.Attachments()};
     for (const OldFile& file : files) {
         if (!Bring(file))

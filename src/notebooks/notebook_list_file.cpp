@@ -14,7 +14,7 @@ void NoteBookListFile::Load(const ReadContext& context) {
 
 bool NoteBookListFile::Save(std::vector<CDatabase> list) {
     constexpr char kUnwritten[] = "The list of NoteBooks could not be written";
-    FileResult result = read_.Missing() ? FileResult{} : read_;
+    FileResult result = IsWritable() ? FileResult{} : read_;
     if (result.Ok() && !isWhole_) {
         std::filesystem::path kept;
         result = KeepCopy(file_, kept);
@@ -24,8 +24,8 @@ bool NoteBookListFile::Save(std::vector<CDatabase> list) {
             isWhole_ = true;
         }
     }
-    std::error_code ignored;
-    std::filesystem::create_directories(file_.parent_path(), ignored);
+    if (result.Ok())
+        result = MakeFolders(file_.parent_path());
     if (result.Ok())
         result = SaveDatabases(file_, list);
     TellFailedWrite(faults_, kUnwritten, file_, result);

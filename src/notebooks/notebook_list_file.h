@@ -21,6 +21,8 @@ public:
     bool Save(std::vector<CDatabase> list);
 
     const std::vector<CDatabase>& List() const { return list_; }
+    /// False if the file is there and could not be read: no list can be written then.
+    bool IsWritable() const { return read_.Ok() || read_.Missing(); }
 
 private:
     std::filesystem::path file_;

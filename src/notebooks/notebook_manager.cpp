@@ -91,11 +91,8 @@ std::optional<CDatabase> NoteBookManager::Create(std::string_view name, const Re
     made.guid = context.guids->NewGuid();
     // Folders first: a crash leaves empty folders that nothing names, never a NoteBook without folders.
     const NoteBookPaths paths(data_, made.folder);
-    CreateNoteBookFolders(paths);
-    std::error_code error;
-    if (!std::filesystem::is_directory(paths.Notes(), error))
-        ports_.faults.Tell({"The folder of the NoteBook could not be made", paths.Folder().string(),
-                            ResultOf(error ? error : std::make_error_code(std::errc::not_a_directory)).Reason()});
+    TellFailedWrite(ports_.faults, "The folder of the NoteBook could not be made", paths.Folder(),
+                    CreateNoteBookFolders(paths));
     std::vector<CDatabase> list = file_.List();
     list.push_back(made);
     const bool isListed = file_.Save(std::move(list));
@@ -186,7 +183,7 @@ void NoteBookManager::DeleteFolder(const CDatabase& noteBook, size_t position) {
         return ThrowAway(noteBook, position, folder, {});
     ClearTrash();
     std::error_code error;
-    if (!std::filesystem::exists(folder, error))
+    if (!std::filesystem::is_directory(folder, error))  // a damaged list may name a file
         return ThrowAway(noteBook, position, folder, {});
     const std::filesystem::path trash = data_.Databases() / (kTrashStart + folder.filename().string());
     std::filesystem::rename(folder, trash, error);
@@ -228,11 +225,14 @@ std::optional<CDatabase> NoteBookManager::Restore() {
     return entry.noteBook;
 }
 
-/// Deletes what a deletion has left, this one or one that was killed.
+/// Deletes what a deletion has left, this one or one that was killed, and nothing that the list names.
 void NoteBookManager::ClearTrash() {
     for (const std::string& name : FoldersBeginning(data_.Databases(), kTrashStart)) {
         std::error_code error;
-        if (ports_.trash && ports_.trash->Holds(data_.Databases() / name))
+        const bool isListed = std::any_of(List().begin(), List().end(), [&](const CDatabase& entry) {
+            return NoteBookPaths(data_, entry.folder).Folder() == data_.Databases() / name;
+        });
+        if (isListed || (ports_.trash && ports_.trash->Holds(data_.Databases() / name)))
             continue;
         std::filesystem::remove_all(data_.Databases() / name, error);
         TellFailedWrite(ports_.faults, "A deleted NoteBook is still on the disk", data_.Databases() / name,

@@ -1,21 +1,17 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
-#include "base/text.h"
-#include "notes/attachment_kind.h"
 #include "notes/note.h"
-#include "notes/notebook_paths.h"
 
 namespace lore {
 
-/// Where the file of an attachment lies; empty for a web link and for one that names no file. A name from an archive
-/// may hold folders; only its last part counts.
-inline std::filesystem::path AttachmentPathOf(const NoteBookPaths& paths, const CAttachment& attachment) {
-    const std::string_view name = LastPathComponent(attachment.storedFile);
-    if (attachment.type == kWebLink || name.empty() || name == "." || name == "..")
-        return {};
-    return paths.Attachments() / name;
-}
+/// The name under which an attachment's file lies in the attachment folder; empty for a web link, or for a file that
+/// was never copied. A name from an archive may hold folders; only its last part counts.
+std::string StoredName(const CAttachment& attachment);
+
+/// Where the file of an attachment lies in this folder; empty for a web link, and for one that names no file.
+std::filesystem::path AttachmentPath(const CAttachment& attachment, const std::filesystem::path& folder);
 
 }  // namespace lore

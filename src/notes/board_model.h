@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -14,6 +15,8 @@ class BoardModel {
 public:
     virtual ~BoardModel() = default;
     virtual int Count() const = 0;
+    /// The id of the note at a position below Count(), quick also for all notes of a long list.
+    virtual int32_t IDAt(int row) const = 0;
     /// The note at a position below Count(); valid until the list changes.
     virtual const CNote& NoteAt(int row) const = 0;
     /// The same, ready to be shown: search marks that wait are made now.

@@ -1,8 +1,10 @@
 #include "notes/category_conversion.h"
 
+#include <string>
 #include <system_error>
 #include <vector>
 
+#include "base/file_copy.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
 #include "notes/note_file_walk.h"
@@ -11,21 +13,37 @@ namespace lore {
 
 namespace {
 
-/// False if it could not be written.
+/// Keeps a file that holds more than its notes show, before it is written anew.
+FileResult KeepDamaged(const NoteFileReader& reader, const std::filesystem::path& file, FaultNotice& faults) {
+    std::filesystem::path kept;
+    const FileResult result = KeepCopy(file, kept);
+    if (result.Ok())
+        faults.Tell({"A note file is damaged; what it held is kept in " + kept.filename().string(), file.string(),
+                     std::string("it ") + reader.DamageText()});
+    return result;
+}
+
+/// A file that broke off, or holds something behind its notes, stays as it is. False if it could not be written.
 bool ConvertFile(CategoryConversion& conversion, const std::filesystem::path& file, const ReadContext& context,
                  FaultNotice& faults) {
     NoteFileReader reader(context);
-    TellFailedRead(faults, kNoteFileUnread, file, reader.Open(file));
+    const FileResult opened = reader.Open(file);
+    TellFailedRead(faults, kNoteFileUnread, file, opened);
+    if (!opened.Ok())
+        return true;
     std::vector<CNote> notes;
     while (reader.Next())
         notes.push_back(reader.TakeNote());
     for (CNote& note : notes)
         conversion.MergeNote(note);
-    if (reader.IsDamaged())
+    const bool stays = !reader.IsNoteWhole() || reader.HoldsMore();
+    if (stays)
         faults.Tell({"A note file could not be converted", file.string(), "The file is damaged"});
-    if (reader.IsDamaged() || notes.empty())
+    if (stays || notes.empty())
         return true;
-    const FileResult result = SaveNoteFile(file, notes);
+    FileResult result = reader.IsDamaged() ? KeepDamaged(reader, file, faults) : FileResult{};
+    if (result.Ok())
+        result = SaveNoteFile(file, notes);
     TellFailedWrite(faults, kNoteFileUnwritten, file, result);
     return result.Ok();
 }

@@ -17,7 +17,7 @@ enum class FindingKind {
     CategoryMissing,    ///< a note is filed under a category that the forest doesn't hold
     AttachmentMissing,  ///< a note names a file that isn't in the attachment folder
     AttachmentUnused,   ///< no note names a file of the attachment folder
-    DamagedFile,        ///< a file that breaks off, or holds more than it should
+    DamagedFile,        ///< a file that breaks off, or holds more than its records show
     TextTooLong,        ///< a text over what a field may hold
 };
 

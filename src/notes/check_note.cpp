@@ -1,7 +1,6 @@
 #include "notes/check_note.h"
 
-#include "base/text.h"
-#include "notes/attachment_kind.h"
+#include "notes/attachment_path.h"
 #include "notes/note_file_walk.h"
 
 namespace lore {
@@ -75,10 +74,6 @@ void CheckNote(const CNote& head, const NoteTexts& texts, const std::filesystem:
         for (const std::string* const text : {&attachment.title, &attachment.storedFile, &attachment.sourceFile})
             CheckLength(*text, "name of an attachment", ofNote);
     }
-}
-
-std::string StoredName(const CAttachment& attachment) {
-    return attachment.type == kWebLink ? std::string() : std::string(LastPathComponent(attachment.storedFile));
 }
 
 }  // namespace lore

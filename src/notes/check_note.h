@@ -25,8 +25,4 @@ struct KnownThings {
 void CheckNote(const CNote& head, const NoteTexts& texts, const std::filesystem::path& file, const KnownThings& known,
                std::vector<Finding>& findings);
 
-/// The name under which an attachment's file lies in the attachment folder; empty for a web link, or for a file that
-/// was never copied.
-std::string StoredName(const CAttachment& attachment);
-
 }  // namespace lore

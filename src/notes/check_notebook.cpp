@@ -8,11 +8,13 @@
 #include "base/long_list.h"
 #include "bibliography/author_list.h"
 #include "bibliography/custom_type_list.h"
+#include "notes/attachment_path.h"
 #include "notes/check_note.h"
 #include "notes/file_faults.h"
 #include "notes/note_copies.h"
 #include "notes/note_file_walk.h"
 #include "notes/notebook_list.h"
+#include "notes/sync_log.h"
 
 namespace lore {
 
@@ -86,9 +88,11 @@ void NoteBookCheck::ReadKnownThings() {
     CheckLastViewList();
     CheckSyncLog();
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(paths_.Attachments(), error)) {
-        if (!entry.is_directory(error))
-            known_.attachments.insert(entry.path().filename().string());
+    std::filesystem::directory_iterator entry(paths_.Attachments(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        std::error_code unknown;
+        if (!entry->is_directory(unknown))
+            known_.attachments.insert(entry->path().filename().string());
     }
     TellFailedRead(faults_, "The folder of the attachments could not be read", paths_.Attachments(), {error.value()});
 }
@@ -108,11 +112,11 @@ void NoteBookCheck::CheckLastViewList() {
     });
 }
 
-/// A log is lines, and a whole one ends with a line break.
 void NoteBookCheck::CheckSyncLog() {
-    std::string bytes;
-    TellFailedRead(faults_, "The sync log could not be read", paths_.SyncLog(), ReadFile(paths_.SyncLog(), bytes));
-    AddFileFindings(paths_.SyncLog(), {.isWhole = bytes.empty() || bytes.back() == '\n'}, lists_);
+    SyncLog log;
+    const FileResult result = LoadSyncLogFrom(paths_.SyncLog(), log);
+    TellFailedRead(faults_, "The sync log could not be read", paths_.SyncLog(), result);
+    AddFileFindings(paths_.SyncLog(), {.isWhole = !result.Ok() || log.ReadWhole()}, lists_);
 }
 
 void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
@@ -126,10 +130,8 @@ void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
             checked.attachments.insert(StoredName(attachment));
     }
     if (reader.IsDamaged())
-        checked.findings.push_back({FindingKind::DamagedFile, file.string(), kDamaged});
-    else if (reader.Count() > static_cast<int64_t>(checked.copies.size()))
         checked.findings.push_back(
-            {FindingKind::DamagedFile, file.string(), "the file holds a record without a number"});
+            {FindingKind::DamagedFile, file.string(), std::string("the file ") + reader.DamageText()});
 }
 
 /// Adds, behind what was found in each file, the copies of notes that another place shows.

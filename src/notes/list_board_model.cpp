@@ -18,7 +18,7 @@ std::string ListBoardModel::SourceRemark(const CNote& note, const CSource& sourc
 }
 
 std::filesystem::path ListBoardModel::AttachmentPath(const CAttachment& attachment) const {
-    return AttachmentPathOf(book_.paths, attachment);
+    return lore::AttachmentPath(attachment, book_.paths.Attachments());
 }
 
 }  // namespace lore

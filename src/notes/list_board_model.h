@@ -13,6 +13,7 @@ public:
     ListBoardModel(CNoteList& list, const OpenNoteBook& book) : list_(list), book_(book) {}
 
     int Count() const override { return static_cast<int>(list_.Count()); }
+    int32_t IDAt(int row) const override { return list_.Notes()[static_cast<size_t>(row)].Id(); }
     const CNote& NoteAt(int row) const override { return list_[static_cast<size_t>(row)]; }
     const CNote& ShownNoteAt(int row) const override { return list_.ShownNote(static_cast<size_t>(row)); }
     int RowOf(int32_t noteId) const override { return list_.PositionOf(noteId); }

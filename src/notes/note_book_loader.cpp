@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <limits>
 #include <utility>
 
+#include "base/free_ids.h"
 #include "notes/category_conversion.h"
 #include "notes/file_faults.h"
 #include "notes/note_brief.h"
@@ -18,19 +18,15 @@ namespace {
 /// The parts of a load before the note files, as the progress window counts them.
 constexpr int kFirstRange = 21;
 
-/// The larger of the two, plus 1; the highest number stays.
-int MovedOn(int counter, int highest) {
-    const int largest = std::max(counter, highest);
-    return largest < std::numeric_limits<int>::max() ? largest + 1 : largest;
-}
-
 /// What the walk leaves of one note file.
 struct FileNotes {
     std::vector<NoteBrief> briefs;
     std::vector<NoteCopy> copies;  // parallel to briefs
     std::vector<CNote> heads;      // the same, where heads are wanted
+    std::vector<int32_t> others;   // ids of notes that aren't wanted
     bool countsTooFew = false;     // it counts no notes, but something stands behind its count
     int32_t highestID = 0;         // also of notes that aren't wanted
+    int32_t highestSource = 0;     // the same: of the sources that they name
 };
 
 class Loader {
@@ -60,6 +56,7 @@ private:
     void FileNotesIntoBook();
     void TakeHeads();
     void WriteBack();
+    void ReserveSourceIDs();
     void MoveCountersOn();
 
     OpenNoteBook& book_;
@@ -77,13 +74,15 @@ private:
 LoadReport Loader::Run() {
     BeginProgress();
     if (IsFull())
-        CreateNoteBookFolders(book_.paths);
+        TellFailedWrite(faults_, "The folders of the NoteBook could not be made", book_.paths.Folder(),
+                        CreateNoteBookFolders(book_.paths));
     ResetBook();
     report_.listed = ListNoteFiles(book_.paths.Notes(), faults_, files_);
     for (const std::filesystem::path& file : files_)
         report_.files.push_back(file.filename().string());
     ReadLists();
     ReadFiles();
+    ReserveSourceIDs();
     if (report_.converted && !IsFull())
         BuildForest();
     ChooseCopies();
@@ -176,8 +175,12 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
     while (reader.Next()) {
         CNote& head = reader.Head();
         notes.highestID = std::max(notes.highestID, head.id);
-        if (!IsWanted(head.id))
+        for (const int32_t source : head.sources)
+            notes.highestSource = std::max(notes.highestSource, source);
+        if (!IsWanted(head.id)) {
+            notes.others.push_back(head.id);
             continue;
+        }
         notes.briefs.push_back(MakeNoteBrief(head));
         notes.copies.push_back(CopyOf(reader, files_[file]));
         if (options_.texts) {
@@ -245,6 +248,10 @@ void Loader::FileNotesIntoBook() {
     std::vector<std::string> paths;
     for (const std::filesystem::path& file : files_)
         paths.push_back(file.string());
+    for (const FileNotes& file : notes_) {
+        for (const int32_t id : file.others)
+            book_.index.MarkTaken(id);
+    }
     for (const ShownNote& note : report_.shown) {
         if (!options_.only)
             FileBrief(book_, notes_[note.place.file].briefs[note.place.record]);
@@ -264,13 +271,22 @@ void Loader::WriteBack() {
                         book_.sources.SaveSources(book_.paths.Sources(), book_.authors));
 }
 
+/// A new source under the id of one that the list has lost would become the source of its notes.
+void Loader::ReserveSourceIDs() {
+    if (book_.sources.ReadWhole())
+        return;
+    int32_t highest = 0;
+    for (const FileNotes& file : notes_)
+        highest = std::max(highest, file.highestSource);
+    book_.sources.ReserveIDs(highest);
+}
+
 void Loader::MoveCountersOn() {
     int32_t highest = 0;
     for (const FileNotes& file : notes_)
         highest = std::max(highest, file.highestID);
-    counters_.MaxNoteID = MovedOn(counters_.MaxNoteID, highest);
-    counters_.MaxAuthorID = MovedOn(counters_.MaxAuthorID, book_.authors.NextAuthorID());
-    book_.categories.RaiseMaxCategoryID(counters_.MaxCategoryID);
+    counters_.MaxNoteID = std::max(counters_.MaxNoteID, highest);
+    lore::MoveCountersOn(book_, counters_);
 }
 
 }  // namespace
@@ -278,6 +294,12 @@ void Loader::MoveCountersOn() {
 LoadReport LoadNoteBook(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults,
                         const LoadOptions& options) {
     return Loader(book, counters, context, faults, options).Run();
+}
+
+void MoveCountersOn(const OpenNoteBook& book, IdCounters& counters) {
+    counters.MaxNoteID = CounterAfter(counters.MaxNoteID);
+    counters.MaxAuthorID = CounterAfter(std::max(counters.MaxAuthorID, book.authors.NextAuthorID()));
+    book.categories.RaiseMaxCategoryID(counters.MaxCategoryID);
 }
 
 }  // namespace lore

@@ -13,15 +13,9 @@
 #include "ports/fault_notice.h"
 #include "ports/progress.h"
 #include "ports/read_context.h"
+#include "settings/installation.h"
 
 namespace lore {
-
-/// The last ids given out. They are common to all NoteBooks of an installation, and the settings keep them.
-struct IdCounters {
-    int MaxNoteID = 0;
-    int MaxAuthorID = 0;
-    int MaxCategoryID = 0;
-};
 
 enum class LoadMode {
     Full,  ///< as the desktop opens a NoteBook: converts old categories, writes Sources.dat back, moves the counters on
@@ -81,5 +75,9 @@ struct LoadReport {
 /// stores the counters at once.
 LoadReport LoadNoteBook(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults,
                         const LoadOptions& options);
+
+/// Moves the counters on as a full load does at its end, behind all that the NoteBook holds: for one that has got more
+/// since. MaxNoteID is the last id that was given out.
+void MoveCountersOn(const OpenNoteBook& book, IdCounters& counters);
 
 }  // namespace lore

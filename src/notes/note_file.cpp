@@ -46,20 +46,17 @@ CNote NoteFileReader::TakeNote() {
 }
 
 bool NoteFileReader::IsDamaged() const {
-    return stream_ && (stream_->RanOut() || HoldsMore());
+    return stream_ && (!stream_->ReadWhole() || static_cast<int64_t>(taken_) < count_);
+}
+
+const char* NoteFileReader::DamageText() const {
+    if (stream_->RanOut() || HoldsMore())
+        return "is short or damaged";
+    return stream_->ReadWhole() ? "holds a record without a number" : "holds a byte that cuts a text or the file";
 }
 
 bool NoteFileReader::HoldsMore() const {
     return stream_ && !stream_->AtEnd();
-}
-
-FileResult LoadNoteFile(const std::filesystem::path& path, const ReadContext& context, std::vector<CNote>& notes) {
-    notes.clear();
-    NoteFileReader reader(context);
-    const FileResult result = reader.Open(path);
-    while (reader.Next())
-        notes.push_back(reader.TakeNote());
-    return result;
 }
 
 std::string NoteFileBytes(std::span<const CNote> notes) {
@@ -73,14 +70,6 @@ std::string NoteFileBytes(std::span<const CNote> notes) {
 
 FileResult SaveNoteFile(const std::filesystem::path& path, std::span<const CNote> notes) {
     return WriteFileAtomically(path, NoteFileBytes(notes));
-}
-
-FileResult VisitNoteFile(const std::filesystem::path& path, const ReadContext& context, const NoteVisitor& visit) {
-    NoteFileReader reader(context);
-    const FileResult result = reader.Open(path);
-    while (reader.Next())
-        visit(reader.Head(), reader.RtfText());
-    return result;
 }
 
 }  // namespace lore

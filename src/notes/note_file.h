@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -42,8 +41,11 @@ public:
 
     double Version() const { return version_; }
     int32_t Count() const { return count_; }
-    /// Once Next has given false: true if the file broke off before its end, or holds something behind its notes.
+    /// Once Next has given false: true if the notes aren't all that the file holds. It broke off, holds something
+    /// behind its notes or a byte that cuts a text, or has records that are no notes.
     bool IsDamaged() const;
+    /// What is wrong with a damaged file, behind "it" or "the file".
+    const char* DamageText() const;
     /// Once Next has given false: true if something stands behind the notes.
     bool HoldsMore() const;
 
@@ -58,19 +60,10 @@ private:
     NoteTexts texts_;
 };
 
-/// Empties the list and reads a note file into it, whether or not the file opens.
-FileResult LoadNoteFile(const std::filesystem::path& path, const ReadContext& context, std::vector<CNote>& notes);
-
 /// The bytes of a note file for the disk.
 std::string NoteFileBytes(std::span<const CNote> notes);
 
 /// Rewrites a note file as a whole, in the current shape.
 FileResult SaveNoteFile(const std::filesystem::path& path, std::span<const CNote> notes);
-
-/// Is handed each note's head and rich text. The text lives during the call only.
-using NoteVisitor = std::function<void(CNote& head, std::string_view rtfText)>;
-
-/// Streams the notes of one file without copying their texts.
-FileResult VisitNoteFile(const std::filesystem::path& path, const ReadContext& context, const NoteVisitor& visit);
 
 }  // namespace lore

@@ -5,10 +5,9 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <system_error>
-#include <thread>
 
 #include "base/dat_files.h"
+#include "base/helper_threads.h"
 #include "notes/file_faults.h"
 
 namespace lore {
@@ -57,30 +56,17 @@ private:
     std::vector<bool> ready_;
 };
 
-/// Threads that end with the walk. A system that gives none leaves the work to the caller.
-std::vector<std::jthread> StartHelpers(SharedWalk& walk, const ReadContext& context, HeadParts parts, size_t count) {
-    std::vector<std::jthread> helpers;
-    try {
-        while (helpers.size() < count) {
-            helpers.emplace_back([&walk, &context, parts] {
-                NoteFileReader notes(context, parts);
-                while (walk.ReadOne(notes)) {
-                }
-            });
-        }
-    } catch (const std::system_error&) {
-        return helpers;
-    }
-    return helpers;
-}
-
 }  // namespace
 
 void WalkNoteFiles(const std::vector<std::filesystem::path>& files, const ReadContext& context, int threads,
                    const NoteFileTask& task, const NoteFileDone& done, const std::stop_token& stop, HeadParts parts) {
     SharedWalk walk(files, task, stop);
     const size_t wanted = static_cast<size_t>(std::max(threads, 1)) - 1;
-    const std::vector<std::jthread> helpers = StartHelpers(walk, context, parts, std::min(wanted, files.size()));
+    const std::vector<std::jthread> helpers = StartHelpers(std::min(wanted, files.size()), [&walk, &context, parts] {
+        NoteFileReader notes(context, parts);
+        while (walk.ReadOne(notes)) {
+        }
+    });
     size_t told = 0;
     const auto tellReady = [&](bool wait) {
         while (told < files.size()) {

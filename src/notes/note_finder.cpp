@@ -1,5 +1,6 @@
 #include "notes/note_finder.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -60,37 +61,6 @@ std::vector<CNote> ShownNotesOf(NoteFileReader& reader, const std::filesystem::p
     return notes;
 }
 
-/// Calls `take` for each note of a folder that shows, in loading order. `part` makes of each record what is kept of it
-/// until all files are read.
-template <typename Part, typename MakePart, typename Take>
-void ForShownNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
-                   MakePart makePart, Take take) {
-    const std::vector<std::filesystem::path> files = NoteFilesOf(notesFolder, faults);
-    std::vector<std::vector<std::pair<NoteCopy, Part>>> parts(files.size());
-    WalkNoteFiles(
-        files, context, kReadThreads,
-        [&](size_t file, NoteFileReader& reader) {
-            while (reader.Next()) {
-                const NoteCopy copy = CopyOf(reader, files[file]);
-                parts[file].emplace_back(copy, makePart(reader));
-            }
-        },
-        [&](size_t file, const FileResult& result) { TellFailedRead(faults, kNoteFileUnread, files[file], result); });
-    std::vector<NoteCopy> copies;
-    for (const auto& file : parts) {
-        for (const auto& [copy, part] : file)
-            copies.push_back(copy);
-    }
-    const std::vector<bool> shown = ShownCopies(copies);
-    size_t number = 0;
-    for (auto& file : parts) {
-        for (auto& [copy, part] : file) {
-            if (shown[number++])
-                take(std::move(part));
-        }
-    }
-}
-
 }  // namespace
 
 std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
@@ -120,18 +90,21 @@ std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const 
     return notes;
 }
 
-void LoadAllNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
-                  std::vector<CNote>& notes) {
-    ForShownNotes<CNote>(
-        notesFolder, context, faults, [](NoteFileReader& reader) { return reader.TakeNote(); },
-        [&](CNote&& note) { notes.push_back(std::move(note)); });
-}
-
 size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults) {
-    size_t count = 0;
-    ForShownNotes<char>(
-        notesFolder, context, faults, [](NoteFileReader&) { return '\0'; }, [&](char) { ++count; });
-    return count;
+    const std::vector<std::filesystem::path> files = NoteFilesOf(notesFolder, faults);
+    std::vector<std::vector<NoteCopy>> copiesIn(files.size());
+    WalkNoteFiles(
+        files, context, kReadThreads,
+        [&](size_t file, NoteFileReader& reader) {
+            while (reader.Next())
+                copiesIn[file].push_back(CopyOf(reader, files[file]));
+        },
+        [&](size_t file, const FileResult& result) { TellFailedRead(faults, kNoteFileUnread, files[file], result); });
+    std::vector<NoteCopy> copies;
+    for (const std::vector<NoteCopy>& ofFile : copiesIn)
+        copies.insert(copies.end(), ofFile.begin(), ofFile.end());
+    const std::vector<bool> shown = ShownCopies(copies);
+    return static_cast<size_t>(std::count(shown.begin(), shown.end(), true));
 }
 
 }  // namespace lore

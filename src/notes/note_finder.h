@@ -18,11 +18,7 @@ namespace lore {
 std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
                              FaultNotice& faults, const std::stop_token& stop = {});
 
-/// Appends the notes of all note files of a folder: files by name, notes in file order, a note that stands twice once.
-void LoadAllNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults,
-                  std::vector<CNote>& notes);
-
-/// How many notes LoadAllNotes would give.
+/// How many notes the note files of a folder hold; a note that stands twice counts once.
 size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults);
 
 }  // namespace lore

@@ -31,10 +31,19 @@ void NoteIndex::RemoveFromIndex(int32_t id) {
         return;
     const Place place = hit->second;
     places_.erase(hit);
+    taken_.Add(id);
     Entry& entry = entries_[place.entry];
     entry.ids[place.position] = 0;
     if (++entry.removed * 2 > entry.ids.size())
         Compact(place.entry);
+}
+
+int32_t NoteIndex::GiveID(int& lastGiven) {
+    const int32_t id =
+        free_.Find(int64_t{lastGiven} + 1, [this](int32_t other) { return Contains(other) || taken_.Contains(other); });
+    taken_.Add(id);
+    lastGiven = std::max(lastGiven, id);
+    return id;
 }
 
 /// Closes the gaps of an entry. It runs when half of the entry are gaps, so each removal pays for a constant share.
@@ -44,13 +53,6 @@ void NoteIndex::Compact(uint32_t number) {
     entry.removed = 0;
     for (size_t i = 0; i < entry.ids.size(); ++i)
         places_[entry.ids[i]].position = static_cast<uint32_t>(i);
-}
-
-void NoteIndex::RemoveAll() {
-    entries_.clear();
-    byPath_.clear();
-    places_.clear();
-    hidden_.clear();
 }
 
 void NoteIndex::AddHiddenCopy(std::string_view path, int32_t id) {

@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/free_ids.h"
+#include "base/id_marks.h"
 #include "base/long_list.h"
 
 namespace lore {
@@ -27,8 +29,14 @@ public:
     /// The file of a note, or nothing.
     const std::string* FindPath(int32_t id) const;
     bool Contains(int32_t id) const { return FindPath(id) != nullptr; }
+    /// A note that goes may come back: no new note gets its id.
     void RemoveFromIndex(int32_t id);
-    void RemoveAll();
+
+    /// The id for a new note: one above the last that was given out, which `lastGiven` is raised to. Where there is no
+    /// such number, or a note has it, the lowest free one, or 0 if there is none. It isn't given again.
+    int32_t GiveID(int& lastGiven);
+    /// A note that isn't in the index has this id: no new note gets it.
+    void MarkTaken(int32_t id) { taken_.Add(id); }
 
     /// A further copy of a note that the index holds stands in this file. It doesn't show.
     void AddHiddenCopy(std::string_view path, int32_t id);
@@ -55,10 +63,14 @@ private:
     };
     void Compact(uint32_t entry);
 
+    static constexpr int32_t kFirstID = 1001;
+
     std::vector<Entry> entries_;
     std::unordered_map<std::string, uint32_t> byPath_;
     std::unordered_map<int32_t, Place> places_;
     std::unordered_multimap<int32_t, std::string> hidden_;
+    IDMarks taken_;  // by notes that aren't in places_, or not yet
+    FreeIDs free_{kFirstID};
 };
 
 }  // namespace lore

@@ -19,13 +19,12 @@ const CNote& CNoteList::ShownNote(size_t position) {
 
 int CNoteList::PositionOf(int32_t id) const {
     if (stale_) {
-        positions_.clear();
-        for (size_t i = 0; i < notes_.size(); ++i)
-            positions_.try_emplace(notes_[i].Id(), static_cast<uint32_t>(i));
+        places_.Clear();
+        for (size_t i = notes_.size(); i-- > 0;)
+            places_[notes_[i].Id()] = static_cast<uint32_t>(i + 1);
         stale_ = false;
     }
-    const auto found = positions_.find(id);
-    return found == positions_.end() ? -1 : static_cast<int>(found->second);
+    return static_cast<int>(places_.ValueOf(id)) - 1;
 }
 
 CNote* CNoteList::Find(int32_t id) {
@@ -49,8 +48,8 @@ void CNoteList::AddNote(CNote note, std::shared_ptr<const Citations> citations) 
 }
 
 void CNoteList::AddNote(ListedNote note) {
-    if (!stale_)
-        positions_.try_emplace(note.Id(), static_cast<uint32_t>(notes_.size()));
+    if (uint32_t& place = places_[note.Id()]; place == 0)
+        place = static_cast<uint32_t>(notes_.size() + 1);
     notes_.push_back(std::move(note));
 }
 
@@ -129,8 +128,10 @@ void CNoteList::ClearNewFlags() {
 }
 
 void CNoteList::ClearSelection() {
-    for (const ListedNote& entry : notes_)
-        entry.note->selected = false;
+    for (const ListedNote& entry : notes_) {
+        if (entry.note->selected)
+            entry.note->selected = false;
+    }
 }
 
 void CNoteList::ClearMarks() {
@@ -145,27 +146,23 @@ void CNoteList::SetMarks(size_t position, std::shared_ptr<const NoteMarker> mark
     entry.pendingMarks = std::move(marks);
 }
 
-void CNoteList::SortNotes(int32_t sortId) {
-    if (notes_.empty() || !IsSortingId(sortId))
-        return;
-    const std::vector<uint32_t> order = SortedOrder(notes_, sortId);
+std::vector<uint32_t> CNoteList::OrderBy(int32_t sortId) const {
+    if (!IsSortingId(sortId))
+        return {};
+    std::vector<uint32_t> order = SortedOrder(notes_, sortId);
     if (std::is_sorted(order.begin(), order.end()))
+        order.clear();
+    return order;
+}
+
+void CNoteList::SetOrder(const std::vector<uint32_t>& order) {
+    if (order.empty())
         return;
     std::vector<ListedNote> sorted;
     sorted.reserve(notes_.size());
     for (const uint32_t position : order)
         sorted.push_back(std::move(notes_[position]));
-    const bool areKnown = !stale_ && positions_.size() == notes_.size();
     SetNotes(std::move(sorted));
-    if (!areKnown)
-        return;
-    // Each save sorts the list again: that must not look each note up.
-    std::vector<uint32_t> moved(order.size());
-    for (uint32_t i = 0; i < order.size(); ++i)
-        moved[order[i]] = i;
-    for (auto& [id, position] : positions_)
-        position = moved[position];
-    stale_ = false;
 }
 
 }  // namespace lore

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
+#include "base/id_table.h"
 #include "base/long_list.h"
 #include "notes/note_list_entry.h"
 #include "notes/search_query.h"
@@ -70,11 +70,16 @@ public:
     void SetMarks(size_t position, std::shared_ptr<const NoteMarker> marks);
 
     /// Sorts by a sort number (see sort_order.h).
-    void SortNotes(int32_t sortId);
+    void SortNotes(int32_t sortId) { SetOrder(OrderBy(sortId)); }
+    /// The order that sorting gives, as positions of this list; empty where it changes nothing. Reads nothing that
+    /// showing a note writes, so that another thread may ask while the list is shown.
+    std::vector<uint32_t> OrderBy(int32_t sortId) const;
+    /// Puts the notes in such an order; an empty one changes nothing.
+    void SetOrder(const std::vector<uint32_t>& order);
 
 private:
     std::vector<ListedNote> notes_;
-    mutable std::unordered_map<int32_t, uint32_t> positions_;  // first position of each id, unless stale
+    mutable IDTable<uint32_t> places_;  // one more than the first position of each id, unless stale
     mutable bool stale_ = false;
 };
 

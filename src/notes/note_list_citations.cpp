@@ -11,9 +11,11 @@ std::shared_ptr<const Citations> CitationTexts::For(const CNote& note) {
         return nullptr;
     auto citations = std::make_shared<Citations>();
     citations->reserve(note.sources.Count());
-    for (const int32_t id : note.sources)
-        citations->push_back(TextOf(id));
-    return citations;
+    for (const int32_t id : note.sources) {
+        if (const std::optional<std::string>& text = TextOf(id))
+            citations->push_back(*text);
+    }
+    return citations->empty() ? nullptr : citations;
 }
 
 ListedNote CitationTexts::Listed(CNote note) {
@@ -21,7 +23,7 @@ ListedNote CitationTexts::Listed(CNote note) {
     return {std::make_shared<CNote>(std::move(note)), std::move(citations), nullptr};
 }
 
-const std::string& CitationTexts::TextOf(int32_t sourceId) {
+const std::optional<std::string>& CitationTexts::TextOf(int32_t sourceId) {
     const auto [entry, isNew] = texts_.try_emplace(sourceId);
     const CSource* const source = isNew ? sources_.FindSourceByID(sourceId) : nullptr;
     if (source) {

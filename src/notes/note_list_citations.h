@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -16,16 +17,16 @@ class CitationTexts {
 public:
     CitationTexts(const SourceList& sources, const AuthorList& authors) : sources_(sources), authors_(authors) {}
 
-    /// Null for a note without sources.
+    /// Null for a note without sources that the NoteBook knows.
     std::shared_ptr<const Citations> For(const CNote& note);
     ListedNote Listed(CNote note);
 
 private:
-    const std::string& TextOf(int32_t sourceId);
+    const std::optional<std::string>& TextOf(int32_t sourceId);
 
     const SourceList& sources_;
     const AuthorList& authors_;
-    std::unordered_map<int32_t, std::string> texts_;
+    std::unordered_map<int32_t, std::optional<std::string>> texts_;  // none for an unknown source
 };
 
 }  // namespace lore

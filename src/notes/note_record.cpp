@@ -1,6 +1,5 @@
 #include "notes/note_record.h"
 
-#include <cmath>
 #include <cstdio>
 
 #include "base/text.h"
@@ -44,8 +43,13 @@ constexpr double kSourceInfoGate = 11.46005;
 
 constexpr int kOldSourceCount = 3;
 
-/// Only damage makes a zoom so large; not far beyond it a number has more than the twenty characters of its field.
-constexpr double kZoomLimit = 1e8;
+/// Beyond these, which only damage reaches, a number has more than the twenty characters of its field.
+constexpr double kLowestZoom = -1e9, kHighestZoom = 1e10;
+
+/// Written, a number that its field can't hold would put every field behind it out of step.
+double FittingZoom(double zoom) {
+    return zoom > kLowestZoom && zoom < kHighestZoom ? zoom : 1.0;
+}
 
 /// The ids above 0, which alone name sources.
 void ReadSourceIds(RecordReader* stream, double version, LongList& sources) {
@@ -83,10 +87,7 @@ Rgb ReadColor(RecordReader* stream) {
 void ReadAttachment(RecordReader* stream, double version, CAttachment& attachment) {
     if (version > kAttachmentShiftGate)
         attachment.shift = ReadFixedInt(stream);
-    attachment.zoom = ReadFixedDouble(stream);
-    // Written again, a number that its field can't hold would put every field behind it out of step.
-    if (std::abs(attachment.zoom) >= kZoomLimit)
-        attachment.zoom = 1.0;
+    attachment.zoom = FittingZoom(ReadFixedDouble(stream));
     ReadCountedString(stream, attachment.title);
     ReadCountedString(stream, attachment.storedFile);
     ReadCountedString(stream, attachment.sourceFile);
@@ -104,7 +105,7 @@ void ReadAttachment(RecordReader* stream, double version, CAttachment& attachmen
 
 void WriteAttachment(RecordWriter* stream, const CAttachment& attachment) {
     WriteFixedInt(stream, attachment.shift);
-    WriteFixedDouble(stream, attachment.zoom);
+    WriteFixedDouble(stream, FittingZoom(attachment.zoom));
     WriteCountedString(stream, attachment.title);
     WriteCountedString(stream, attachment.storedFile);
     WriteCountedString(stream, attachment.sourceFile);

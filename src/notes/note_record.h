@@ -19,8 +19,8 @@ struct NoteTexts {
 /// an empty guid gets a new one. Anything can be read; a short stream gives zeros and empty texts.
 void ReadNote(RecordReader* stream, double version, const ReadContext& context, CNote& note);
 
-/// How much of a head is kept: all of it, or only what GetNoteFileName asks for and the note's id. For who looks
-/// through many notes for a few.
+/// How much of a head is kept: all of it, or only the note's id, its attachments and what GetNoteFileName asks for. For
+/// who looks through many notes for a few.
 enum class HeadParts { All, Place };
 
 /// The same without copying the texts: plainText and rtfText of the note stay empty. With HeadParts::Place fields

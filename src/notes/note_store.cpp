@@ -2,53 +2,150 @@
 
 #include <algorithm>
 #include <iterator>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 #include "base/file_copy.h"
 #include "base/file_number.h"
 #include "notes/file_faults.h"
+#include "notes/note_copies.h"
 #include "notes/note_file.h"
+#include "notes/note_file_walk.h"
 #include "notes/note_record.h"
 
 namespace lore {
 
 namespace {
 
-const CNote* FindByID(const std::vector<CNote>& notes, int32_t id) {
-    const auto found = std::find_if(notes.begin(), notes.end(), [id](const CNote& note) { return note.id == id; });
-    return found == notes.end() ? nullptr : &*found;
-}
-
-/// Appends the notes in their order, those that stand in the list as well. Gives how many were not there.
-size_t AppendNotes(std::vector<CNote>& notes, std::vector<CNote> incoming) {
-    std::unordered_set<int32_t> there, arriving;
-    for (const CNote& note : notes)
-        there.insert(note.id);
-    for (const CNote& note : incoming)
-        arriving.insert(note.id);
-    std::erase_if(notes, [&](const CNote& note) { return arriving.contains(note.id); });
-    std::move(incoming.begin(), incoming.end(), std::back_inserter(notes));
-    return static_cast<size_t>(
-        std::count_if(arriving.begin(), arriving.end(), [&](int32_t id) { return !there.contains(id); }));
-}
-
-/// Replaces each note that stands in the list, at its first place, and appends the others in their order. Gives how
-/// many were appended.
-size_t PutNotes(std::vector<CNote>& notes, std::vector<CNote> incoming) {
-    std::unordered_map<int32_t, size_t> places;
+/// The guid of the note that shows, for each id that notes of several guids share. Only the first `whole` notes stand
+/// whole in the file.
+std::unordered_map<int32_t, std::string> ShownOfShared(const std::vector<CNote>& notes, size_t whole,
+                                                       const std::filesystem::path& file) {
+    std::vector<std::pair<int32_t, size_t>> places;
+    places.reserve(notes.size());
     for (size_t i = 0; i < notes.size(); ++i)
-        places.emplace(notes[i].id, i);
-    const size_t before = notes.size();
-    for (CNote& note : incoming) {
-        const auto [place, isNew] = places.emplace(note.id, notes.size());
-        if (isNew)
-            notes.push_back(std::move(note));
-        else
-            notes[place->second] = std::move(note);
+        places.emplace_back(notes[i].id, i);
+    std::sort(places.begin(), places.end());
+    std::unordered_set<int32_t> shared;
+    for (size_t i = 1; i < places.size(); ++i) {
+        if (places[i].first == places[i - 1].first && notes[places[i].second].guid != notes[places[i - 1].second].guid)
+            shared.insert(places[i].first);
     }
-    return notes.size() - before;
+    std::unordered_map<int32_t, std::string> guids;
+    if (shared.empty())
+        return guids;
+    std::vector<NoteCopy> copies;
+    std::vector<size_t> positions;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        if (!shared.contains(notes[i].id))
+            continue;
+        copies.push_back({notes[i].id, IsAtHome(notes[i], file), i < whole, notes[i].dateEdited.Seconds()});
+        positions.push_back(i);
+    }
+    const std::vector<bool> shown = ShownCopies(copies);
+    for (size_t i = 0; i < copies.size(); ++i) {
+        if (shown[i])
+            guids.emplace(copies[i].id, notes[positions[i]].guid);
+    }
+    return guids;
+}
+
+/// Of several notes of one id the last one counts.
+void DropAllButLast(std::vector<CNote>& notes) {
+    std::unordered_map<int32_t, size_t> last;
+    for (size_t i = 0; i < notes.size(); ++i)
+        last[notes[i].id] = i;
+    if (last.size() == notes.size())
+        return;
+    std::vector<CNote> kept;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        if (last.at(notes[i].id) == i)
+            kept.push_back(std::move(notes[i]));
+    }
+    notes = std::move(kept);
+}
+
+constexpr size_t kNone = static_cast<size_t>(-1);
+
+}  // namespace
+
+/// The notes of a file that is about to be written anew.
+struct NoteStore::HeldNotes {
+    std::vector<CNote> notes;
+    std::unordered_map<int32_t, std::string> shownGuids;  // of the ids that notes of several guids share
+
+    bool IsShown(const CNote& note) const {
+        const auto shown = shownGuids.find(note.id);
+        return shown == shownGuids.end() || shown->second == note.guid;
+    }
+    bool SharesOneOf(const IDs& ids) const {
+        return std::any_of(shownGuids.begin(), shownGuids.end(),
+                           [&](const auto& shown) { return ids.contains(shown.first); });
+    }
+
+    /// For each note the position of the incoming one that takes its place, otherwise kNone: the note of the same id
+    /// and guid, or without one, for an id of `here`, the one that shows. Another note that bears the same number
+    /// stays.
+    std::vector<size_t> Successors(const std::vector<CNote>& incoming, const IDs& here) const {
+        std::unordered_map<int32_t, size_t> byID;
+        for (size_t i = 0; i < incoming.size(); ++i)
+            byID[incoming[i].id] = i;
+        std::vector<size_t> successors(notes.size(), kNone);
+        IDs met;
+        for (size_t i = 0; i < notes.size(); ++i) {
+            const auto hit = byID.find(notes[i].id);
+            if (hit == byID.end() || incoming[hit->second].guid != notes[i].guid)
+                continue;
+            successors[i] = hit->second;
+            met.insert(notes[i].id);
+        }
+        for (size_t i = 0; i < notes.size(); ++i) {
+            const int32_t id = notes[i].id;
+            if (const auto hit = byID.find(id);
+                hit != byID.end() && !met.contains(id) && here.contains(id) && IsShown(notes[i]))
+                successors[i] = hit->second;
+        }
+        return successors;
+    }
+    /// How many of some ids have a note that makes place.
+    size_t CountReplaced(const std::vector<size_t>& successors, const IDs& ids) const {
+        IDs replaced;
+        for (size_t i = 0; i < notes.size(); ++i) {
+            if (successors[i] != kNone && ids.contains(notes[i].id))
+                replaced.insert(notes[i].id);
+        }
+        return replaced.size();
+    }
+};
+
+namespace {
+
+/// Appends the notes in their order, those that stand in the list as well.
+void AppendNotes(std::vector<CNote>& notes, std::vector<CNote> incoming, const std::vector<size_t>& successors) {
+    size_t kept = 0;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        if (successors[i] != kNone)
+            continue;
+        if (kept != i)
+            notes[kept] = std::move(notes[i]);
+        ++kept;
+    }
+    notes.erase(notes.begin() + static_cast<std::ptrdiff_t>(kept), notes.end());
+    std::move(incoming.begin(), incoming.end(), std::back_inserter(notes));
+}
+
+/// Replaces each note that stands in the list, at its first place, and appends the others in their order.
+void PutNotes(std::vector<CNote>& notes, std::vector<CNote> incoming, const std::vector<size_t>& successors) {
+    std::vector<bool> isPut(incoming.size(), false);
+    for (size_t i = 0; i < successors.size(); ++i) {
+        if (const size_t next = successors[i]; next != kNone && !isPut[next]) {
+            notes[i] = std::move(incoming[next]);
+            isPut[next] = true;
+        }
+    }
+    for (size_t i = 0; i < incoming.size(); ++i) {
+        if (!isPut[i])
+            notes.push_back(std::move(incoming[i]));
+    }
 }
 
 }  // namespace
@@ -85,22 +182,28 @@ void NoteStore::Flush() {
 }
 
 void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving) {
+    DropAllButLast(incoming);
     LongList ids;
-    size_t expectedNew = 0;
+    IDs here;  // those that the file holds, as far as the index knows
     for (const CNote& note : incoming) {
         ids.AddTail(note.id);
-        const std::string* const old = book_.index.FindPath(note.id);
-        expectedNew += old && *old == path ? 0 : 1;
+        if (const std::string* const old = book_.index.FindPath(note.id); old && *old == path)
+            here.insert(note.id);
     }
-    std::vector<CNote> notes;
-    const bool isRead = ReadForRewrite(path, notes);
-    const auto put = saving.place == Place::AtTheEnd ? AppendNotes : PutNotes;
-    const size_t appended = isRead ? put(notes, std::move(incoming)) : 0;
-    if (!isRead || !Write(path, notes)) {
+    HeldNotes held;
+    const bool isRead = ReadForRewrite(path, {}, held);
+    size_t missing = here.size();
+    if (isRead) {
+        const std::vector<size_t> successors = held.Successors(incoming, here);
+        missing -= held.CountReplaced(successors, here);
+        const auto put = saving.place == Place::AtTheEnd ? AppendNotes : PutNotes;
+        put(held.notes, std::move(incoming), successors);
+    }
+    if (!isRead || !Write(path, held.notes)) {
         saving.failed.Merge(ids);
         return;
     }
-    if (appended > expectedNew)
+    if (missing > 0)
         faults_.Tell({"A note was no longer in its file and was added to it again", path, "the file was changed"});
     for (const int32_t id : ids) {
         const std::string* const old = book_.index.FindPath(id);
@@ -130,17 +233,16 @@ LongList NoteStore::ChangeNotes(const LongList& ids, const std::function<bool(CN
     return failed;
 }
 
-LongList NoteStore::ChangeInFile(const std::string& path, const std::unordered_set<int32_t>& ids,
-                                 const std::function<bool(CNote&)>& change) {
-    std::vector<CNote> notes;
-    if (!ReadForRewrite(path, notes))
+LongList NoteStore::ChangeInFile(const std::string& path, const IDs& ids, const std::function<bool(CNote&)>& change) {
+    HeldNotes held;
+    if (!ReadForRewrite(path, {}, held))
         return LongList(std::vector<int32_t>(ids.begin(), ids.end()));
     LongList changed;
-    for (CNote& note : notes) {
-        if (ids.contains(note.id) && change(note))
+    for (CNote& note : held.notes) {
+        if (ids.contains(note.id) && held.IsShown(note) && change(note))
             changed.AddTail(note.id);
     }
-    return changed.IsEmpty() || Write(path, notes) ? LongList() : changed;
+    return changed.IsEmpty() || Write(path, held.notes) ? LongList() : changed;
 }
 
 std::vector<CNote> NoteStore::DeleteNotes(const LongList& ids) {
@@ -158,40 +260,43 @@ std::vector<CNote> NoteStore::DeleteNotes(const LongList& ids) {
     return deleted;
 }
 
-bool NoteStore::TakeFromFile(const std::string& path, const std::unordered_set<int32_t>& ids,
-                             std::vector<CNote>& taken) {
-    std::vector<CNote> notes;
-    if (!ReadForRewrite(path, notes))
+/// Another note that bears one of the numbers stays.
+bool NoteStore::TakeFromFile(const std::string& path, const IDs& ids, std::vector<CNote>& taken) {
+    HeldNotes held;
+    if (!ReadForRewrite(path, ids, held))
         return false;
     std::vector<CNote> kept;
-    for (CNote& note : notes)
-        (ids.contains(note.id) ? taken : kept).push_back(std::move(note));
+    for (CNote& note : held.notes)
+        (ids.contains(note.id) && held.IsShown(note) ? taken : kept).push_back(std::move(note));
     return Write(path, kept);
 }
 
 /// A copy that doesn't show would come to light at the next load, once the copy that shows has gone.
 void NoteStore::TakeHiddenCopies(const std::vector<CNote>& notes) {
     IDsByFile byFile;
+    std::unordered_map<int32_t, std::string_view> guids;
     for (const CNote& note : notes) {
+        guids.emplace(note.id, note.guid);
         for (const std::string& path : book_.index.TakeHiddenPaths(note.id))
             byFile[path].insert(note.id);
     }
     for (const auto& [path, ids] : byFile) {
-        std::vector<CNote> held, kept;
-        if (!ReadForRewrite(path, held))
+        HeldNotes held;
+        std::vector<CNote> kept;
+        if (!ReadForRewrite(path, {}, held))
             continue;
-        for (CNote& note : held) {
-            const CNote* const deleted = ids.contains(note.id) ? FindByID(notes, note.id) : nullptr;
-            if (!deleted || deleted->guid != note.guid)
+        for (CNote& note : held.notes) {
+            if (!ids.contains(note.id) || guids.at(note.id) != note.guid)
                 kept.push_back(std::move(note));
         }
         Write(path, kept);
     }
 }
 
-/// False, and told, if writing the file anew would lose something: it can't be read, or it is damaged and no copy of it
-/// could be kept.
-bool NoteStore::ReadForRewrite(const std::string& path, std::vector<CNote>& notes) {
+/// False, and told, if writing the file anew would lose something: it can't be read, or no copy of it could be kept
+/// where one is needed. That is for a damaged file, and where one of the ids that are about to leave the file stands
+/// for several notes.
+bool NoteStore::ReadForRewrite(const std::string& path, const IDs& leaving, HeldNotes& held) {
     NoteFileReader reader(context_);
     const FileResult result = reader.Open(path);
     if (result.Missing())
@@ -200,18 +305,25 @@ bool NoteStore::ReadForRewrite(const std::string& path, std::vector<CNote>& note
         faults_.Tell({kNoteFileUnread, path, result.Reason()});
         return false;
     }
-    while (reader.Next())
-        notes.push_back(reader.TakeNote());
-    if (reader.IsDamaged()) {
-        std::filesystem::path kept;
-        const FileResult copied = KeepCopy(path, kept);
-        faults_.Tell({"A note file is damaged; what it held is kept in " + kept.filename().string(), path,
-                      copied.Ok() ? "it breaks off, or holds more than its notes" : copied.Reason()});
-        if (!copied.Ok())
-            return false;
+    size_t whole = 0;
+    while (reader.Next()) {
+        held.notes.push_back(reader.TakeNote());
+        whole += reader.IsNoteWhole() ? 1 : 0;
     }
-    DropHiddenCopies(path, notes);
-    return true;
+    held.shownGuids = ShownOfShared(held.notes, whole, path);
+    DropHiddenCopies(path, held.notes);
+    if (reader.IsDamaged())
+        return Keep(path, "A note file is damaged", std::string("it ") + reader.DamageText());
+    return !held.SharesOneOf(leaving) || Keep(path, "Notes of a file have one number", "only one of them shows");
+}
+
+/// Keeps what a file holds, and tells it. False if it couldn't be kept.
+bool NoteStore::Keep(const std::string& path, const std::string& what, const std::string& reason) {
+    std::filesystem::path kept;
+    const FileResult copied = KeepCopy(path, kept);
+    faults_.Tell(
+        {what + "; what it held is kept in " + kept.filename().string(), path, copied.Ok() ? reason : copied.Reason()});
+    return copied.Ok();
 }
 
 NoteStore::Mending NoteStore::MendFile(const std::string& path, const std::function<bool()>& keep) {
@@ -233,23 +345,40 @@ NoteStore::Mending NoteStore::MendFile(const std::string& path, const std::funct
     return mending;
 }
 
+/// Takes out the copies of notes that other files show. Another note that bears the same number is no copy, and stays.
 void NoteStore::DropHiddenCopies(const std::string& path, std::vector<CNote>& notes) {
-    std::erase_if(notes, [&](const CNote& note) { return IsHiddenCopy(path, note); });
+    IDsByFile elsewhere;
+    for (const CNote& note : notes) {
+        if (const std::string* const shown = book_.index.FindPath(note.id); shown && *shown != path)
+            elsewhere[*shown].insert(note.id);
+    }
+    std::unordered_map<int32_t, std::string> guids;
+    for (const auto& [file, ids] : elsewhere)
+        FindShownGuids(file, ids, guids);
+    std::erase_if(notes, [&](const CNote& note) {
+        const auto shown = guids.find(note.id);
+        return shown != guids.end() && shown->second == note.guid;
+    });
 }
 
-/// Another note that bears the same number is no copy, and stays.
-bool NoteStore::IsHiddenCopy(const std::string& path, const CNote& note) {
-    const std::string* const shown = book_.index.FindPath(note.id);
-    if (!shown || *shown == path)
-        return false;
+void NoteStore::FindShownGuids(const std::string& path, const IDs& ids,
+                               std::unordered_map<int32_t, std::string>& guids) {
     NoteFileReader reader(context_);
-    if (!reader.Open(*shown).Ok())
-        return false;
+    if (!reader.Open(path).Ok())
+        return;
+    std::vector<NoteCopy> copies;
+    std::vector<std::string> found;
     while (reader.Next()) {
-        if (reader.Head().id == note.id)
-            return reader.Head().guid == note.guid;
+        if (!ids.contains(reader.Head().id))
+            continue;
+        copies.push_back(CopyOf(reader, path));
+        found.push_back(reader.Head().guid);
     }
-    return false;
+    const std::vector<bool> shown = ShownCopies(copies);
+    for (size_t i = 0; i < copies.size(); ++i) {
+        if (shown[i])
+            guids.emplace(copies[i].id, std::move(found[i]));
+    }
 }
 
 bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes) {

@@ -5,6 +5,7 @@
 #include <map>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -22,8 +23,10 @@ namespace lore {
 /// call.
 ///
 /// A note that changes files is written to its new file before it leaves the old one, so that a crash can only leave it
-/// twice; the copy that doesn't show goes when its file is written again. A file that can't be read whole is kept
-/// beside, as "NAME.kept", before it is written anew. Every failure is told.
+/// twice; the copy that doesn't show goes when its file is written again. A note is known by its id and guid: of
+/// several that bear one id, that which shows is meant, and the others stay. A file that can't be read whole, or
+/// which a note of such an id is about to leave, is kept beside, as "NAME.kept", before it is written anew, and told.
+/// Every failure is told.
 class NoteStore {
 public:
     /// `texts` may be null.
@@ -58,7 +61,9 @@ public:
 
 private:
     using NotesByFile = std::map<std::string, std::vector<CNote>>;
-    using IDsByFile = std::map<std::string, std::unordered_set<int32_t>>;
+    using IDs = std::unordered_set<int32_t>;
+    using IDsByFile = std::map<std::string, IDs>;
+    struct HeldNotes;
 
     struct Saving {
         Place place;
@@ -67,14 +72,14 @@ private:
     };
 
     void PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving);
-    bool TakeFromFile(const std::string& path, const std::unordered_set<int32_t>& ids, std::vector<CNote>& taken);
-    LongList ChangeInFile(const std::string& path, const std::unordered_set<int32_t>& ids,
-                          const std::function<bool(CNote&)>& change);
+    bool TakeFromFile(const std::string& path, const IDs& ids, std::vector<CNote>& taken);
+    LongList ChangeInFile(const std::string& path, const IDs& ids, const std::function<bool(CNote&)>& change);
     IDsByFile GroupByFile(const LongList& ids) const;
     void TakeHiddenCopies(const std::vector<CNote>& notes);
-    bool ReadForRewrite(const std::string& path, std::vector<CNote>& notes);
+    bool ReadForRewrite(const std::string& path, const IDs& leaving, HeldNotes& held);
+    bool Keep(const std::string& path, const std::string& what, const std::string& reason);
     void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);
-    bool IsHiddenCopy(const std::string& path, const CNote& note);
+    void FindShownGuids(const std::string& path, const IDs& ids, std::unordered_map<int32_t, std::string>& guids);
     bool Write(const std::string& path, const std::vector<CNote>& notes);
     void Flush();
 

@@ -5,6 +5,7 @@
 
 #include "base/record_file.h"
 #include "base/text.h"
+#include "settings/installation.h"
 
 namespace lore {
 
@@ -115,12 +116,11 @@ CDatabase StartNoteBook(const std::vector<CDatabase>& list, const StartSettings&
 }
 
 CDatabase SelectStartNoteBook(const std::filesystem::path& databasesFile, const ReadContext& context,
-                              StartSettings& settings, std::vector<CDatabase>& list, FileResult& result) {
-    if (settings.LocalGUID.empty())
-        settings.LocalGUID = context.guids->NewGuid();
+                              Settings& settings, std::vector<CDatabase>& list, FileResult& result) {
+    EnsureLocalGuid(settings, *context.guids);
     result = LoadDatabases(databasesFile, context, list);
-    CDatabase chosen = StartNoteBook(list, settings);
-    settings.Database = chosen.guid;
+    CDatabase chosen = StartNoteBook(list, {settings.Text(Option::LocalGUID), settings.Text(Option::Database)});
+    settings.Set(Option::Database, chosen.guid);
     return chosen;
 }
 

@@ -14,6 +14,8 @@
 
 namespace lore {
 
+class Settings;
+
 /// The main NoteBook exists always and stands in no file. On disk; never change.
 inline constexpr int32_t kMainNoteBookID = 2112;
 inline constexpr char kMainNoteBookFolder[] = "_LBMAIN_";
@@ -60,9 +62,9 @@ struct StartSettings {
 /// The NoteBook that the settings name, otherwise the main one. Changes nothing.
 CDatabase StartNoteBook(const std::vector<CDatabase>& list, const StartSettings& settings);
 
-/// Makes a LocalGUID if there is none, reads the list, finds the NoteBook to open and names it in the settings, which
+/// Gives the installation its identity, reads the list, finds the NoteBook to open and names it in the settings, which
 /// the caller stores at once. A list that can't be read is empty; `result` says how reading went.
 CDatabase SelectStartNoteBook(const std::filesystem::path& databasesFile, const ReadContext& context,
-                              StartSettings& settings, std::vector<CDatabase>& list, FileResult& result);
+                              Settings& settings, std::vector<CDatabase>& list, FileResult& result);
 
 }  // namespace lore

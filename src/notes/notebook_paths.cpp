@@ -1,8 +1,6 @@
 #include "notes/notebook_paths.h"
 
-#include <algorithm>
-#include <system_error>
-
+#include "base/file_io.h"
 #include "base/text.h"
 
 namespace lore {
@@ -28,25 +26,13 @@ std::filesystem::path NoteBookPaths::EmptyCategories(int set) const {
     return folder_ / ("Empty" + std::to_string(set) + "Cats.dat");
 }
 
-std::filesystem::path ResolvePath(std::string_view relative, const PathRoots& roots) {
-    std::string path(relative);
-    std::replace(path.begin(), path.end(), '\\', '/');
-    const bool inData = path.find(kDataFiles) != std::string::npos;
-    if (inData)
-        path = ReplaceAll(path, kInsertDatabase, roots.noteBookFolder);
-    path.erase(0, path.find_first_not_of('/'));
-    return (inData ? roots.data : roots.program) / path;
+FileResult CreateNoteBookFolders(const NoteBookPaths& paths) {
+    const FileResult notes = MakeFolders(paths.Notes()), attachments = MakeFolders(paths.Attachments());
+    return notes.Ok() ? attachments : notes;
 }
 
-void CreateNoteBookFolders(const NoteBookPaths& paths) {
-    std::error_code ignored;
-    std::filesystem::create_directories(paths.Notes(), ignored);
-    std::filesystem::create_directories(paths.Attachments(), ignored);
-}
-
-void ComputeFolders(const std::filesystem::path& dataRoot) {
-    std::error_code ignored;
-    std::filesystem::create_directories(DataPaths{dataRoot}.DataFiles(), ignored);
+FileResult ComputeFolders(const std::filesystem::path& dataRoot) {
+    return MakeFolders(DataPaths{dataRoot}.DataFiles());
 }
 
 }  // namespace lore

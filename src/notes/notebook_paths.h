@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "base/file_result.h"
+
 namespace lore {
 
-/// Stands for the folder of the open NoteBook in a relative path.
-inline constexpr char kInsertDatabase[] = "<insertdatabase>";
 inline constexpr char kDataFiles[] = "Data Files";
 
 /// The files that all NoteBooks of a data root share.
@@ -50,21 +50,10 @@ private:
     std::filesystem::path folder_;
 };
 
-/// The roots that relative paths are resolved against.
-struct PathRoots {
-    std::filesystem::path data;     ///< holds "Data Files"
-    std::filesystem::path program;  ///< folder of the running program
-    std::string noteBookFolder;     ///< of the open NoteBook
-};
-
-/// A full path: one that contains "Data Files" lies below the data root, with "<insertdatabase>" replaced by the folder
-/// of the open NoteBook; any other lies beside the program. Both separators are taken. Creates nothing.
-std::filesystem::path ResolvePath(std::string_view relative, const PathRoots& roots);
-
 /// Creates a NoteBook's folder with its folders for notes and attachments; what exists already is no failure.
-void CreateNoteBookFolders(const NoteBookPaths& paths);
+FileResult CreateNoteBookFolders(const NoteBookPaths& paths);
 
 /// Creates the folder "Data Files" below the root and what leads to it; what exists already is no failure.
-void ComputeFolders(const std::filesystem::path& dataRoot);
+FileResult ComputeFolders(const std::filesystem::path& dataRoot);
 
 }  // namespace lore

@@ -33,8 +33,7 @@ struct PanelEntry {
 };
 
 /// The forest, as it is ordered. `set` is 1 to 3 or kAllSets; for all sets a category has the notes of each set once,
-/// and
-/// `<UNASSIGNED>` those that are unassigned in every set.
+/// and `<UNASSIGNED>` those that are unassigned in every set.
 std::vector<PanelEntry> CategoryEntries(const CProCategoryList& forest, int set);
 
 /// `<NO_SOURCE>`, then the groups by name without case, each with its sources in the order of the list. Sources whose

@@ -36,19 +36,6 @@ void PrintPreviewWriter::Add(const CNote& note, const std::vector<const CSource*
         WriteBibliographySource(&writer_, *source);
 }
 
-FileResult SavePrintPreview(const std::filesystem::path& path, const std::vector<PrintNote>& notes) {
-    if (notes.empty())
-        return {};
-    PrintPreviewWriter writer(notes.size());
-    for (const PrintNote& entry : notes) {
-        std::vector<const CSource*> sources;
-        for (const CSource& source : entry.sources)
-            sources.push_back(&source);
-        writer.Add(entry.note, sources);
-    }
-    return writer.Save(path);
-}
-
 FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,
                             std::vector<PrintNote>& notes, std::string* version, bool* whole) {
     notes.clear();

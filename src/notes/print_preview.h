@@ -31,9 +31,6 @@ private:
     RecordWriter writer_;
 };
 
-/// Writes the hand-over file of the print program. An empty list writes nothing.
-FileResult SavePrintPreview(const std::filesystem::path& path, const std::vector<PrintNote>& notes);
-
 /// Empties the list and reads a hand-over file; records with an id of 0 or less are no notes. `version`, if given, is
 /// the text in front; `whole` becomes false if the file doesn't hold all that it promises.
 FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,

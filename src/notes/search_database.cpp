@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <atomic>
-#include <thread>
 #include <utility>
 
 #include "base/dat_files.h"
+#include "base/helper_threads.h"
 #include "base/id_marks.h"
 #include "notes/file_faults.h"
 #include "notes/note_copies.h"
@@ -136,11 +136,9 @@ std::vector<SearchResult> Search(const Names& names, PathOf pathOf, const NoteMa
         for (size_t i = next++; i < names.size() && !options.stop.stop_requested(); i = next++)
             searcher.Search(pathOf(names[i]), found[i]);
     };
-    {
-        const size_t helpers = std::min(names.size(), static_cast<size_t>(std::max(options.threads, 1))) - 1;
-        std::vector<std::jthread> threads;
-        for (size_t i = 0; !names.empty() && i < helpers; ++i)
-            threads.emplace_back(work);
+    if (!names.empty()) {
+        const size_t threads = std::min(names.size(), static_cast<size_t>(std::max(options.threads, 1)));
+        const std::vector<std::jthread> helpers = StartHelpers(threads - 1, work);
         work();
     }
     for (size_t i = 0; i < names.size(); ++i) {

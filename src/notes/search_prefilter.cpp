@@ -179,7 +179,9 @@ bool MayMakeAscii(std::string_view escape) {
     if (!escape.starts_with('u') || escape.size() < 2 || IsLetter(escape[1]))
         return false;
     const std::optional<int64_t> number = NumberBehind(escape, 1);
-    const auto c = static_cast<char32_t>(number.value_or(0) + (number < 0 ? 0x10000 : 0));
+    if (!number)
+        return true;
+    const auto c = static_cast<char32_t>(*number + (*number < 0 ? 0x10000 : 0));
     return FoldCase(c & 0x1FFFFF) < 0x80;
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <boost/container/small_vector.hpp>
 #include <cstdint>
-#include <vector>
 
 namespace lore {
+
+/// The levels of a key; few have more than four.
+using SortLevels = boost::container::small_vector<int32_t, 4>;
 
 /// How a note compares, as numbers.
 struct SortKey {
@@ -12,8 +15,8 @@ struct SortKey {
         None,      ///< a note without a category: before all others upwards
         Reserved,  ///< a path of the reserved category, which takes turns with None
     };
-    std::vector<int32_t> levels;  ///< ranks; the first differing one decides
-    bool openEnd = false;         ///< neither before nor behind longer keys that begin with its levels
+    SortLevels levels;     ///< ranks; the first differing one decides
+    bool openEnd = false;  ///< neither before nor behind longer keys that begin with its levels
     Kind kind = Kind::Plain;
     int32_t tie = 0;  ///< keys with equal levels and equal ties are ordered by date, with unequal ties by nothing
     int64_t date = 0;

@@ -1,6 +1,7 @@
 #include "notes/sort_keys.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -11,14 +12,22 @@ namespace lore {
 
 namespace {
 
+/// Lets a view be looked up without making a text of it.
+struct TextHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+};
+
 /// Numbers texts as they come; later each number becomes the rank of its text.
 class TextNumbers {
 public:
     int32_t NumberOf(std::string_view text) {
-        const auto [entry, isNew] = numbers_.try_emplace(std::string(text), static_cast<int32_t>(folded_.size()));
-        if (isNew)
-            folded_.push_back(ToLower(text));
-        return entry->second;
+        if (const auto known = numbers_.find(text); known != numbers_.end())
+            return known->second;
+        const auto number = static_cast<int32_t>(folded_.size());
+        numbers_.emplace(text, number);
+        folded_.push_back(ToLower(text));
+        return number;
     }
 
     std::vector<int32_t> Ranks() const {
@@ -35,7 +44,7 @@ public:
     }
 
 private:
-    std::unordered_map<std::string, int32_t> numbers_;
+    std::unordered_map<std::string, int32_t, TextHash, std::equal_to<>> numbers_;
     std::vector<std::string> folded_;
 };
 

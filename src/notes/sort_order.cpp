@@ -23,39 +23,50 @@ constexpr NoteSortChoice kChoices[] = {
 
 constexpr char kLastText[] = "zzzzzzzzzzzzzzzzzzzzzzz";
 
+DateTime LimitDate(bool descending) {
+    return descending ? DateTime(1900, 1, 1, 1, 1, 1) : DateTime(2099, 1, 1, 1, 1, 1);
+}
+
 /// The note that every other one has to come before. What can't isn't sorted.
 ListedNote Limit(bool descending) {
     ListedNote limit{std::make_shared<CNote>(), nullptr, nullptr};
-    limit.note->dateCreated = descending ? DateTime(1900, 1, 1, 1, 1, 1) : DateTime(2099, 1, 1, 1, 1, 1);
-    limit.note->dateEdited = limit.note->dateCreated;
+    limit.note->dateCreated = LimitDate(descending);
     limit.note->categories[0] = CProCategoryTree(kUnassignedID, descending ? "" : kLastText);
     if (!descending)
         limit.citations = std::make_shared<Citations>(Citations{kLastText});
     return limit;
 }
 
-/// The order of notes with valid dates by date alone, as places in `positions`. Each save of a note makes it anew.
-std::vector<uint32_t> DateOrder(std::span<const ListedNote> notes, const std::vector<uint32_t>& positions,
-                                SortBy sortBy, bool descending) {
+/// The order by date alone, which each save of a note makes anew.
+std::vector<uint32_t> DateOrder(std::span<const ListedNote> notes, SortBy sortBy, bool descending) {
     struct Dated {
         int64_t seconds;
-        uint32_t place;
+        uint32_t position;
     };
+    const auto dateOf = [sortBy](const CNote& note) -> const DateTime& {
+        return sortBy == SortBy::DateChanged ? note.dateEdited : note.dateCreated;
+    };
+    const DateTime limit = LimitDate(descending);
     std::vector<Dated> dated;
-    dated.reserve(positions.size());
-    for (uint32_t i = 0; i < positions.size(); ++i) {
-        const CNote& note = *notes[positions[i]].note;
-        dated.push_back({(sortBy == SortBy::DateChanged ? note.dateEdited : note.dateCreated).Seconds(), i});
+    std::vector<uint32_t> behind;
+    dated.reserve(notes.size());
+    for (uint32_t i = 0; i < notes.size(); ++i) {
+        const DateTime& date = dateOf(*notes[i].note);
+        if (descending ? limit.IsEarlierOrEqual(date) : date.IsEarlierOrEqual(limit))
+            dated.push_back({date.Seconds(), i});
+        else
+            behind.push_back(i);
     }
     std::sort(dated.begin(), dated.end(), [descending](const Dated& a, const Dated& b) {
         if (a.seconds != b.seconds)
             return descending ? a.seconds > b.seconds : a.seconds < b.seconds;
-        return a.place > b.place;
+        return a.position > b.position;
     });
     std::vector<uint32_t> order;
-    order.reserve(dated.size());
+    order.reserve(notes.size());
     for (const Dated& entry : dated)
-        order.push_back(entry.place);
+        order.push_back(entry.position);
+    order.insert(order.end(), behind.begin(), behind.end());
     return order;
 }
 
@@ -68,7 +79,8 @@ std::span<const NoteSortChoice> NoteSortChoices() {
 std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sortId) {
     const bool descending = IsDescendingId(sortId);
     const SortBy sortBy = SortKeyOf(sortId);
-    const bool byDate = sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged;
+    if (sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged)
+        return DateOrder(notes, sortBy, descending);
     const ListedNote limit = Limit(descending);
     std::vector<uint32_t> sortable, behind;
     for (uint32_t i = 0; i < notes.size(); ++i) {
@@ -77,8 +89,7 @@ std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sor
     }
     std::vector<uint32_t> order;
     order.reserve(notes.size());
-    for (const uint32_t picked : byDate ? DateOrder(notes, sortable, sortBy, descending)
-                                        : SelectionOrder(MakeSortKeys(notes, sortable, sortBy), descending))
+    for (const uint32_t picked : SelectionOrder(MakeSortKeys(notes, sortable, sortBy), descending))
         order.push_back(sortable[picked]);  // cppcheck-suppress containerOutOfBounds; it was filled above
     order.insert(order.end(), behind.begin(), behind.end());
     return order;

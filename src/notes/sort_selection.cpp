@@ -89,7 +89,7 @@ private:
     std::unique_ptr<Node> Build(const uint32_t* begin, const uint32_t* end, size_t level) {
         auto node = std::make_unique<Node>();
         node->left = static_cast<size_t>(end - begin);
-        const auto levelsOf = [&](const uint32_t* key) -> const std::vector<int32_t>& { return keys_[*key].levels; };
+        const auto levelsOf = [&](const uint32_t* key) -> const SortLevels& { return keys_[*key].levels; };
         // Levels that all keys share decide nothing.
         while (begin != end && levelsOf(begin).size() > level && levelsOf(begin)[level] == levelsOf(end - 1)[level])
             ++level;

@@ -171,13 +171,16 @@ void SyncLog::ReplaceSyncInfo(const CSyncInfo& info) {
 }
 
 void SyncLog::ResetLink() {
-    *this = SyncLog{};
+    link = {};
+    records_.clear();
+    byKey_.clear();
 }
 
 FileResult LoadSyncLogFrom(const std::filesystem::path& path, SyncLog& log, bool* hasHead) {
     log.ResetLink();
     std::unique_ptr<RecordReader> stream;
     const FileResult result = OpenRecordFile(path, stream);
+    const bool endsWithLine = stream && (stream->AtEnd() || stream->Rest().ends_with('\n'));
     std::string line;
     const bool head = ReadTextLine(stream.get(), line);
     if (hasHead)
@@ -188,6 +191,7 @@ FileResult LoadSyncLogFrom(const std::filesystem::path& path, SyncLog& log, bool
         if (!line.empty())
             log.Add(ReadInfo(line));
     }
+    log.MarkWhole(stream ? stream->ReadWhole() && endsWithLine : result.Missing());
     return result;
 }
 

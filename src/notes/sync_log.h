@@ -50,7 +50,14 @@ public:
     /// Gives the link its defaults and empties the log.
     void ResetLink();
 
+    /// False if the file that was read is there and holds what isn't in the log: it could not be read, breaks off or
+    /// has a byte that cuts it.
+    bool ReadWhole() const { return isWhole_; }
+    /// Sets it; what the file held is kept beside by now.
+    void MarkWhole(bool isWhole = true) { isWhole_ = isWhole; }
+
 private:
+    bool isWhole_ = true;
     std::vector<CSyncInfo> records_;
     std::unordered_map<std::string, size_t> byKey_;
 };

@@ -13,7 +13,8 @@ namespace lore {
 /// the log.
 bool StampSyncRecord(SyncLog& log, std::string_view guid, const std::function<void(CSyncInfo&)>& change);
 
-/// Writes the log of the open NoteBook; a failure is told.
-bool WriteSyncLog(const OpenNoteBook& book, FaultNotice& faults);
+/// Writes the log of the open NoteBook. One that could not be read whole is kept beside before, as "Sync.dat.kept", and
+/// told. A failure is told.
+bool WriteSyncLog(OpenNoteBook& book, FaultNotice& faults);
 
 }  // namespace lore

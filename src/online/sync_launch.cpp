@@ -39,7 +39,7 @@ bool LaunchSyncer(ProcessLauncher& launcher, std::string_view command, const Set
 
 int32_t NextCategoryId(const CProCategoryList& categories, const Settings& settings) {
     int highest = settings.Int(Option::MaxCategoryID);
-    return categories.GetMaxCategoryID(highest) + 1;
+    return categories.NewID(highest);
 }
 
 const char* AskToRunSync(Prompts& prompts) {

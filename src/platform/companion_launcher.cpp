@@ -71,7 +71,7 @@ std::optional<std::string> CompanionLauncher::StartCompanion(const std::string& 
 CompanionPlaces PlacesOfCompanion() {
     CompanionPlaces places{Named(kDataVariable), Named(kSettingsVariable)};
     if (places.settingsFile.empty())
-        places.settingsFile = places.dataRoot.empty() ? UserSettingsFile() : places.dataRoot / "settings.ini";
+        places.settingsFile = places.dataRoot.empty() ? UserSettingsFile() : SettingsFileIn(places.dataRoot);
     if (places.dataRoot.empty())
         places.dataRoot = UserDataRoot();
     return places;

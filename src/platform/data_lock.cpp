@@ -6,13 +6,15 @@
 #include <unistd.h>
 #include <utility>
 
+#include "base/file_io.h"
+
 namespace lore {
 
 std::optional<DataLock> DataLock::Take(const std::filesystem::path& dataRoot, const std::string& name, int& error) {
-    error = 0;
-    std::error_code ignored;
-    std::filesystem::create_directories(dataRoot, ignored);
-    const int file = ::open((dataRoot / name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    error = MakeFolders(dataRoot).error;
+    if (error != 0)
+        return std::nullopt;
+    const int file = ::open((dataRoot / name).c_str(), O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0600);
     if (file < 0) {
         error = errno;
         return std::nullopt;

@@ -130,8 +130,14 @@ bool HunspellChecker::Select(const std::string& language) {
         return false;
     if (language == language_)
         return true;
-    const std::string stem = found->second.string();
-    auto engine = std::make_unique<Hunspell>((stem + ".aff").c_str(), (stem + ".dic").c_str());
+    const std::string rules = found->second.string() + ".aff", words = found->second.string() + ".dic";
+    for (const std::string& file : {rules, words}) {  // the engine takes an unreadable one for an empty one
+        if (::access(file.c_str(), R_OK) != 0) {
+            faults_.Tell({"The dictionary could not be read", file, FileResult{errno}.Reason()});
+            return false;
+        }
+    }
+    auto engine = std::make_unique<Hunspell>(rules.c_str(), words.c_str());
     encoding_ = std::make_unique<Encoding>(engine->get_dict_encoding());
     engine_ = std::move(engine);
     language_ = language;
@@ -201,9 +207,9 @@ bool HunspellChecker::WriteUserWords() {
     std::string file;
     for (const std::string& each : userWords_)
         file += each + '\n';
-    std::error_code error;
-    fs::create_directories(userFile_.parent_path(), error);
-    const FileResult result = WriteFileAtomically(userFile_, file);
+    FileResult result = MakeFolders(userFile_.parent_path());
+    if (result.Ok())
+        result = WriteFileAtomically(userFile_, file);
     if (!result.Ok())
         faults_.Tell({"The user dictionary could not be written", userFile_.string(), result.Reason()});
     return result.Ok();

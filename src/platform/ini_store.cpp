@@ -1,5 +1,7 @@
 #include "platform/ini_store.h"
 
+#include <QDir>
+#include <QFile>
 #include <QSettings>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -13,27 +15,49 @@ namespace lore {
 
 namespace {
 
+constexpr char kNoCopy[] = "a copy of the settings could not be written there";
+constexpr char kUnfit[] = "it isn't in the form of a settings file";
+
 QString KeyOf(const std::string& section, const std::string& key) {
     return QString::fromStdString(section) + '/' + QString::fromStdString(key);
 }
 
+QString NameOf(const std::filesystem::path& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
+}
+
+QString TextOf(const std::string& value) {
+    return QString::fromStdString(ToUtf8(value));
+}
+
+/// A text with commas that someone wrote by hand without quotes comes as a list.
+QString TextOf(const QVariant& value) {
+    return value.typeId() == QMetaType::QStringList ? value.toStringList().join(',') : value.toString();
+}
+
 }  // namespace
 
-IniStore::IniStore(const std::filesystem::path& file)
-    : file_(file),
-      settings_(std::make_unique<QSettings>(QString::fromStdString(file.string()), QSettings::IniFormat)) {}
+IniStore::IniStore(const std::filesystem::path& file) : file_(file) {
+    std::string bytes;
+    const QString name = NameOf(file);
+    const FileResult read = ReadFile(file, bytes);
+    if (QFile::encodeName(name).toStdString() != file.string())
+        unread_ = StoreFailure{file.string(), "its path isn't valid UTF-8; give it another one"};
+    else if (!read.Ok() && !read.Missing())
+        unread_ = StoreFailure{file.string(), read.Reason()};
+    else
+        settings_ = std::make_unique<QSettings>(name, QSettings::IniFormat);
+    if (settings_ && settings_->status() == QSettings::FormatError)
+        unread_ = StoreFailure{file.string(), kUnfit};
+}
 
 IniStore::~IniStore() = default;
 
 std::optional<std::string> IniStore::Get(const std::string& section, const std::string& key) const {
     if (const auto changed = changes_.find({section, key}); changed != changes_.end())
         return changed->second;
-    const QVariant value = settings_->value(KeyOf(section, key));
-    if (!value.isValid())
-        return std::nullopt;
-    // A text with commas that someone wrote by hand without quotes comes as a list.
-    const QString text = value.typeId() == QMetaType::QStringList ? value.toStringList().join(',') : value.toString();
-    return FromUtf8(text.toStdString());
+    const QVariant value = settings_ ? settings_->value(KeyOf(section, key)) : QVariant();
+    return value.isValid() ? std::optional(FromUtf8(TextOf(value).toStdString())) : std::nullopt;
 }
 
 void IniStore::Set(const std::string& section, const std::string& key, const std::string& value) {
@@ -41,18 +65,25 @@ void IniStore::Set(const std::string& section, const std::string& key, const std
         changes_[{section, key}] = value;
 }
 
-/// The form of the file is the library's own, so a copy elsewhere takes the changes.
-bool IniStore::WithChanges(std::string& bytes) const {
-    const QTemporaryDir folder;
-    const QString copy = folder.filePath("settings.ini");
-    const std::string path = copy.toStdString(), lock = path + ".lock";
-    const FileResult read = ReadFile(file_, bytes);
-    if (!folder.isValid() || (!read.Ok() && !read.Missing()) || (read.Ok() && !WriteFileAtomically(path, bytes).Ok()))
-        return false;
+bool IniStore::Fail(const std::filesystem::path& path, const std::string& reason) {
+    failure_ = {path.string(), reason};
+    return false;
+}
+
+bool IniStore::Check(const std::filesystem::path& path, const FileResult& result) {
+    return result.Ok() || Fail(path, result.Reason());
+}
+
+/// Puts the changes into a copy of the settings. The library doesn't tell of each write that fails, so what it wrote is
+/// read again, under a name of which it remembers nothing.
+bool IniStore::ChangeCopy(const std::filesystem::path& copy) {
+    const std::filesystem::path lock = copy.string() + ".lock", written = copy.string() + ".written";
+    qsizetype keys = 0;
     {
-        QSettings settings(copy, QSettings::IniFormat);
+        QSettings settings(NameOf(copy), QSettings::IniFormat);
         for (const auto& [place, value] : changes_)
-            settings.setValue(KeyOf(place.first, place.second), QString::fromStdString(ToUtf8(value)));
+            settings.setValue(KeyOf(place.first, place.second), TextOf(value));
+        keys = settings.allKeys().size();
         try {
             settings.sync();
         } catch (const std::bad_alloc&) {
@@ -60,21 +91,49 @@ bool IniStore::WithChanges(std::string& bytes) const {
             ::unlink(lock.c_str());
             throw;
         }
+        if (settings.status() == QSettings::FormatError)
+            return Fail(file_, kUnfit);
         if (settings.status() != QSettings::NoError)
-            return false;
+            return Fail(copy, kNoCopy);
     }
-    return ReadFile(path, bytes).Ok();
+    std::error_code error;
+    std::filesystem::rename(copy, written, error);
+    const QSettings settings(NameOf(written), QSettings::IniFormat);
+    bool isWhole = !error && settings.allKeys().size() == keys;
+    for (const auto& [place, value] : changes_)
+        isWhole = isWhole && TextOf(settings.value(KeyOf(place.first, place.second))) == TextOf(value);
+    std::filesystem::rename(written, copy, error);
+    return isWhole || Fail(copy, kNoCopy);
+}
+
+/// The form of the file is the library's own, so a copy elsewhere takes the changes: in a folder of that name, which
+/// goes again.
+bool IniStore::WithChanges(const QString& folderName, std::string& bytes) {
+    const QTemporaryDir folder(folderName);
+    if (!folder.isValid())
+        return Fail(QFile::encodeName(folderName).toStdString(), folder.errorString().toStdString());
+    const std::filesystem::path copy = QFile::encodeName(folder.filePath("settings.ini")).toStdString();
+    const FileResult read = ReadFile(file_, bytes);
+    return (read.Missing() || Check(file_, read)) && (!read.Ok() || Check(copy, WriteFileAtomically(copy, bytes))) &&
+           ChangeCopy(copy) && Check(copy, ReadFile(copy, bytes));
 }
 
 bool IniStore::Flush() {
+    if (unread_)
+        return Fail(unread_->path, unread_->reason);
     if (changes_.empty()) {
         settings_->sync();
         return true;
     }
-    std::error_code ignored;
-    std::filesystem::create_directories(file_.parent_path(), ignored);
+    const std::filesystem::path folder = file_.parent_path();
+    if (!Check(folder, MakeFolders(folder)))
+        return false;
     std::string bytes;
-    if (!WithChanges(bytes) || !WriteFileAtomically(file_, bytes).Ok())
+    // Beside the settings there may be room where the temporary files have none.
+    if (!WithChanges(QDir::tempPath() + "/lorebinder-XXXXXX", bytes) &&
+        !WithChanges(NameOf(folder / ".lorebinder-XXXXXX"), bytes))
+        return false;
+    if (!Check(file_, WriteFileAtomically(file_, bytes)))
         return false;
     changes_.clear();
     settings_->sync();

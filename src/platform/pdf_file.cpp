@@ -47,7 +47,9 @@ bool WritePdf(std::string_view html, const std::filesystem::path& file, FaultNot
         return false;
     }
     const std::filesystem::path program = ProgramFolder() / "lorebinder-pdf";
-    const ProgramEnd end = RunProgram(program, {page.string(), std::filesystem::absolute(file).string()});
+    std::error_code noFolder;  // a working folder that has been removed
+    const std::filesystem::path absolute = std::filesystem::absolute(file, noFolder);
+    const ProgramEnd end = RunProgram(program, {page.string(), (noFolder ? file : absolute).string()});
     if (end.error != 0)
         faults.Tell({"The program that makes PDF files could not be started", program.string(),
                      FileResult{end.error}.Reason()});

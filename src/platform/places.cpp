@@ -28,6 +28,10 @@ std::filesystem::path UserSettingsFile() {
     return BaseFolder("XDG_CONFIG_HOME", ".config") / "TannerQuayRig" / "Lorebinder.ini";
 }
 
+std::filesystem::path SettingsFileIn(const std::filesystem::path& dataRoot) {
+    return dataRoot / "settings.ini";
+}
+
 std::filesystem::path AutostartFolder() {
     return BaseFolder("XDG_CONFIG_HOME", ".config") / "autostart";
 }

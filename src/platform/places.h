@@ -8,6 +8,8 @@ namespace lore {
 std::filesystem::path UserDataRoot();
 /// The settings file of the user: "TannerQuayRig/Lorebinder.ini" below $XDG_CONFIG_HOME, by default ~/.config.
 std::filesystem::path UserSettingsFile();
+/// The settings file of a data root that is named without one: it stands in the root, beside the data.
+std::filesystem::path SettingsFileIn(const std::filesystem::path& dataRoot);
 /// Where the desktop looks for what starts with the user's session.
 std::filesystem::path AutostartFolder();
 /// True if the system has an entry of this file name for the start of any session, below $XDG_CONFIG_DIRS, by default

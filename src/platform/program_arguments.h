@@ -12,18 +12,32 @@ namespace lore {
 /// Whether a command line asks for help or the version, which are for machines without a display too.
 bool AsksForWords(int argc, char** argv);
 
+/// How programs end whose arguments are wrong.
+inline constexpr int kWrongUsageStatus = 2;
+/// Parses the command line of the program. Asked for help or the version, prints it and ends the process; tells wrong
+/// arguments, or more than so many besides the options, and ends it with kWrongUsageStatus.
+void ParseArguments(QCommandLineParser& parser, int mostArguments);
+
 /// The path that an argument names.
 std::filesystem::path PathOfArgument(const QString& text);
 
-/// The options --data and --settings of a companion. A data root alone comes with the settings that stand in it.
+/// Where a program looks if its command line names no place.
+enum class DefaultPlaces {
+    Companion,  ///< what PlacesOfCompanion finds
+    User,       ///< the user's own, whatever the environment says
+};
+
+/// The options --data and --settings. A data root alone comes with the settings that stand in it.
 class PlaceOptions {
 public:
-    explicit PlaceOptions(QCommandLineParser& parser);
-    /// What the parsed options name, otherwise the places of PlacesOfCompanion.
+    explicit PlaceOptions(QCommandLineParser& parser, DefaultPlaces defaults = DefaultPlaces::Companion);
+    /// What the parsed options name, otherwise the default places. An empty --data is told and ends the process with
+    /// kWrongUsageStatus.
     CompanionPlaces Places() const;
 
 private:
     QCommandLineParser& parser_;
+    DefaultPlaces defaults_;
     QCommandLineOption data_, settings_;
 };
 

@@ -18,4 +18,18 @@ public:
     virtual void Tell(const Fault& fault) = 0;
 };
 
+/// Hands faults on, and sets `any` before it does.
+class HeardFaults : public FaultNotice {
+public:
+    HeardFaults(FaultNotice& next, bool& any) : next_(next), any_(any) {}
+    void Tell(const Fault& fault) override {
+        any_ = true;
+        next_.Tell(fault);
+    }
+
+private:
+    FaultNotice& next_;
+    bool& any_;
+};
+
 }  // namespace lore

@@ -9,6 +9,7 @@
 #include "platform/companion_launcher.h"
 #include "platform/ini_store.h"
 #include "platform/program_arguments.h"
+#include "platform/standard_streams.h"
 #include "platform/system_sources.h"
 #include "printsave/content_source.h"
 #include "printsave/preview_window.h"
@@ -19,7 +20,7 @@
 
 namespace {
 
-constexpr int kWrongUsage = 2, kFault = 3;
+constexpr int kFault = 3;
 
 struct Arguments {
     std::filesystem::path file;  ///< empty for the notes at their known place
@@ -40,11 +41,11 @@ std::optional<size_t> FindFont(const QString& name) {
 
 int Refuse(const char* what) {
     std::fprintf(stderr, "PrintSave: %s\n", what);
-    return kWrongUsage;
+    return lore::kWrongUsageStatus;
 }
 
 /// Gives the exit status for wrong arguments, otherwise nothing.
-std::optional<int> ReadArguments(const QApplication& application, Arguments& arguments) {
+std::optional<int> ReadArguments(Arguments& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         "Shows a bibliography, or the notes that Lorebinder has handed over, page by page; prints them and saves them "
@@ -57,9 +58,7 @@ std::optional<int> ReadArguments(const QApplication& application, Arguments& arg
     const lore::PlaceOptions places(parser);
     parser.addPositionalArgument("FILE", "A hand-over file. Default: the notes in \"Data Files/PrintPreview.nbf\".",
                                  "[FILE]");
-    parser.process(application);
-    if (parser.positionalArguments().size() > 1)
-        return Refuse("only one file can be shown");
+    lore::ParseArguments(parser, 1);
     arguments.file = lore::PathOfArgument(parser.positionalArguments().value(0));
     arguments.out = parser.value(save);
     if (parser.isSet(save) && !lore::FindSavedForm(arguments.out.toStdString()))
@@ -113,6 +112,7 @@ bool IsHeadless(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    lore::PrepareStandardStreams();
     const bool headless = IsHeadless(argc, argv);
     if (headless) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -124,10 +124,14 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName("lorebinder");
     QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
     Arguments arguments;
-    if (const std::optional<int> status = ReadArguments(application, arguments))
+    if (const std::optional<int> status = ReadArguments(arguments))
         return *status;
 
     lore::IniStore store(arguments.places.settingsFile);
+    if (const auto& unread = store.Unread())
+        return Fail(QObject::tr("The settings could not be read: %1: %2")
+                        .arg(QString::fromStdString(unread->path), QString::fromStdString(unread->reason)),
+                    !headless);
     lore::Settings settings;
     settings.LoadOptions(store);
     std::optional<lore::Theme> theme;

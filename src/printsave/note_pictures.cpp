@@ -1,10 +1,10 @@
 #include "printsave/note_pictures.h"
 
 #include <QByteArray>
-#include <algorithm>
 
 #include "base/file_io.h"
 #include "notes/attachment_path.h"
+#include "notes/picture_scale.h"
 #include "rtf/html_writer.h"
 #include "ui/editor/picture_import.h"
 #include "ui/rich_text_formats.h"
@@ -13,8 +13,6 @@
 namespace lore {
 
 namespace {
-
-constexpr double kLeastZoom = 0.01;
 
 QByteArray Bytes(const std::string& bytes) {
     return QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
@@ -30,7 +28,7 @@ void Narrow(Picture& picture, int widest) {
 }  // namespace
 
 std::optional<Picture> AttachedPicture(const NoteBookPaths& paths, const CAttachment& attachment, int widest) {
-    const std::filesystem::path path = AttachmentPathOf(paths, attachment);
+    const std::filesystem::path path = AttachmentPath(attachment, paths.Attachments());
     std::string bytes;
     if (path.empty() || !ReadFile(path, bytes).Ok())
         return std::nullopt;
@@ -39,9 +37,8 @@ std::optional<Picture> AttachedPicture(const NoteBookPaths& paths, const CAttach
         return std::nullopt;
     // A zoom makes it larger or smaller than it came in, but never wider than the text.
     const PictureTwips size = SizeOnPaper(*picture);
-    const double width = size.width / RichTextFormats::kTwipsPerPixel;
-    const double scale = std::min(std::max(attachment.zoom, kLeastZoom), widest / width);
-    return Resized(*picture, QSizeF(width, size.height / RichTextFormats::kTwipsPerPixel) * scale);
+    const QSizeF pixels = QSizeF(size.width, size.height) / RichTextFormats::kTwipsPerPixel;
+    return Resized(*picture, pixels * PictureScale(attachment.zoom, pixels.width(), pixels.height(), widest));
 }
 
 void MakePicturesPlain(Document& document, int widest) {

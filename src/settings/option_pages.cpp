@@ -33,8 +33,10 @@ std::span<const OptionBox> GeneralPage::NoteBoxes() {
 }
 
 std::span<const OptionBox> GeneralPage::OtherBoxes() {
-    static constexpr OptionBox kBoxes[] = {{Option::EnableNoteAutoFill, "Enable Auto-Fill of new Notes", false},
-                                           {Option::CheckForUpdates, "Check for updates on start", false}};
+    static constexpr OptionBox kBoxes[] = {
+        {Option::EnableNoteAutoFill, "Enable Auto-Fill of new Notes", false},
+        {Option::CheckForUpdates, "Check for updates on start", false},
+        {Option::szSaveWarning, "Ask before \"Cancel\" drops changes to a note", false}};
     return kBoxes;
 }
 

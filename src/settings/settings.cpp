@@ -1,7 +1,6 @@
 #include "settings/settings.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -193,10 +192,6 @@ void Settings::Set(Option option, std::string value) {
 
 void Settings::Set(Option option, const Rect& value) {
     values_[static_cast<size_t>(option)] = value;
-}
-
-void Settings::SetZoomFactor(double factor) {
-    Set(Option::ZoomLvl, static_cast<int32_t>(std::lround(factor * 100.0)));
 }
 
 double Settings::ProgVersion() const {

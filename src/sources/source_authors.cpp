@@ -1,11 +1,12 @@
 #include "sources/source_authors.h"
 
 #include <algorithm>
-#include <limits>
 #include <unordered_set>
 
+#include "base/free_ids.h"
 #include "base/text.h"
 #include "bibliography/author_name.h"
+#include "bibliography/new_author.h"
 #include "notes/notebook_lists.h"
 
 namespace lore {
@@ -57,11 +58,15 @@ const CAuthor* SourceAuthors::Find(int32_t id) const {
 std::optional<int32_t> SourceAuthors::AddNew(CAuthor name) {
     EditWorld& world = store_.World();
     CleanName(name);
-    const int32_t highest = std::max(world.settings.Int(Option::MaxAuthorID), world.book.authors.NextAuthorID() - 1);
-    if (!TrimAuthorName(name) || highest == std::numeric_limits<int32_t>::max())
+    if (!TrimAuthorName(name))
         return std::nullopt;
-    name.AuthorID = highest + 1;
-    world.settings.Set(Option::MaxAuthorID, name.AuthorID);
+    int last = world.settings.Int(Option::MaxAuthorID);
+    name.AuthorID = NewAuthorID(world.book.authors, world.book.sources, last);
+    if (name.AuthorID == 0) {
+        world.faults.Tell({"The author could not be added", world.book.paths.Authors().string(), kNoFreeID});
+        return std::nullopt;
+    }
+    world.settings.Set(Option::MaxAuthorID, last);
     world.saveOptions();
     const AuthorList before = world.book.authors;
     world.book.authors.AddAuthor(name);

@@ -15,7 +15,6 @@ namespace {
 
 constexpr SourceFilter kFilters[] = {SourceFilter::Title, SourceFilter::Author, SourceFilter::Publication};
 constexpr const char* kAllEntries[] = {"<-ALL TITLES->", "<-ALL AUTHORS->", "<-ALL PUBLICATIONS->"};
-constexpr const char* kLabels[] = {"Titles:", "Authors:", "Publications:"};
 
 constexpr char kNoSourceTitle[] = "Source not selected";
 
@@ -35,10 +34,6 @@ SourceBrowser::SourceBrowser(SourceStore& store, bool selects) : store_(store), 
         Of(filter).entries = {AllEntry(filter)};
     FillEntries();
     shown_ = order_;
-}
-
-const char* SourceBrowser::Label(SourceFilter filter) {
-    return kLabels[static_cast<size_t>(filter)];
 }
 
 void SourceBrowser::Load() {

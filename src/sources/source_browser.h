@@ -31,7 +31,6 @@ public:
     size_t Chosen(SourceFilter filter) const { return Of(filter).chosen; }
     /// Chooses a line and narrows the list down. A selected source that isn't in it any more is forgotten.
     void Choose(SourceFilter filter, size_t line);
-    static const char* Label(SourceFilter filter);
 
     bool ShowsFilters() const;
     void ToggleFilters();

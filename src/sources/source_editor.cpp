@@ -12,7 +12,6 @@ namespace lore {
 
 namespace {
 
-constexpr char kNoTitleText[] = "Source must have a title.";
 constexpr char kNoTitleTitle[] = "No Title";
 constexpr int32_t kMlaStyle = 8;
 
@@ -58,6 +57,8 @@ SourceEditor::SourceEditor(SourceStore& store, CSource source, bool isNew)
     FillTypes();
     TakeTypeNumber();
     canUseYearOnly_ = working_.HasDate;
+    SetIndentSpaces(working_.IndentSpaces);
+    SetAuthorsBeforeEtAl(working_.AuthorsBeforeEtAl);
     opened_ = working_;
 }
 
@@ -187,6 +188,8 @@ void SourceEditor::SetDateText(std::string_view typed) {
 
 void SourceEditor::TypesReplaced() {
     const CustomTypeList& types = store_.World().book.types;
+    // A type chosen for the copy gave the record its number, not its definition.
+    const bool keepsIdentity = record_.SourceType == working_.SourceType;
     for (CSource* const source : {&record_, &working_}) {
         const CCustomSourceType* const type = types.FindTypeByGUID(source->CustomTypeCopy.GUID);
         if (type && source->SourceType >= kFirstCustomType)
@@ -194,6 +197,8 @@ void SourceEditor::TypesReplaced() {
     }
     FillTypes();
     TakeTypeNumber();
+    if (keepsIdentity)
+        record_.SourceType = working_.SourceType;
 }
 
 bool SourceEditor::HasChanges() const {

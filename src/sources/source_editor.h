@@ -11,6 +11,7 @@
 
 namespace lore {
 
+inline constexpr char kNoTitleText[] = "Source must have a title.";
 inline constexpr int32_t kMostIndentSpaces = 10;
 inline constexpr int32_t kLeastAuthors = 1;
 inline constexpr int32_t kMostAuthors = 15;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/free_ids.h"
 #include "base/text.h"
 #include "notes/note_finder.h"
 #include "notes/note_store.h"
@@ -57,6 +58,10 @@ private:
 bool SourceStore::Add(CSource source) {
     OpenNoteBook& book = world_.book;
     const int32_t id = source.SourceID;
+    if (id == 0) {
+        world_.faults.Tell({"The source could not be added", book.paths.Sources().string(), kNoFreeID});
+        return false;
+    }
     book.sources.AddTail(std::move(source));
     if (!WriteSources(book, world_.faults)) {
         book.sources.RemoveSource(id);

@@ -36,7 +36,7 @@ public:
     QAccessible::State state() const override {
         QAccessible::State state;
         state.selectable = state.focusable = true;
-        const bool focus = isValid() && board_->FocusNote() == board_->Model().NoteAt(row_).id;
+        const bool focus = isValid() && board_->FocusNote() == board_->Model().IDAt(row_);
         state.selected = focus;
         state.focused = focus && board_->hasFocus();
         const auto [first, end] = board_->VisibleRows();

@@ -8,7 +8,7 @@ namespace lore {
 
 void BoardView::Impl::Press(const QPoint& point) {
     view.setFocus(Qt::MouseFocusReason);
-    const int row = RowAt(point.y());
+    const int row = RowAt(point);
     drag.Press(row, {point.x(), point.y()});
     pressedHit = HitTest(point, row);
     if (row >= 0)
@@ -30,7 +30,7 @@ void BoardView::Impl::DragTo(const QPoint& point) {
 }
 
 void BoardView::Impl::FindTarget() {
-    drag.SetTarget(RowAt(drag.Mouse().y));
+    drag.SetTarget(RowAt({drag.Mouse().x, drag.Mouse().y}));
     view.viewport()->update();
 }
 
@@ -55,7 +55,7 @@ void BoardView::Impl::Drop() {
     const BoardDrag dropped = drag;
     CancelDrag();
     if (dropped.MovesNote())
-        emit view.MoveRequested(model.NoteAt(dropped.Row()).id, model.NoteAt(dropped.Target()).id);
+        emit view.MoveRequested(model.IDAt(dropped.Row()), model.IDAt(dropped.Target()));
 }
 
 void BoardView::Impl::CancelDrag() {

@@ -1,11 +1,11 @@
 #include "ui/board_empty_pane.h"
 
+#include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/board_empty_state.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -22,7 +22,8 @@ BoardEmptyPane::BoardEmptyPane(const Theme& theme, QWidget* parent)
       logo_(new QLabel(this)),
       title_(new QLabel(this)),
       text_(new QLabel(this)),
-      action_(new QPushButton(this)) {
+      action_(new QPushButton(this)),
+      otherAction_(new QPushButton(this)) {
     auto* column = new QVBoxLayout(this);
     column->setSpacing(3 * kSpace);
     column->addStretch(2);
@@ -32,15 +33,26 @@ BoardEmptyPane::BoardEmptyPane(const Theme& theme, QWidget* parent)
         column->addWidget(label);
     }
     column->addSpacing(kSpace);
-    column->addWidget(action_, 0, Qt::AlignHCenter);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2 * kSpace);
+    row->addStretch();
+    row->addWidget(action_);
+    row->addWidget(otherAction_);
+    row->addStretch();
+    column->addLayout(row);
     column->addStretch(3);
     action_->setDefault(true);
+    otherAction_->hide();
     connect(action_, &QPushButton::clicked, this, &BoardEmptyPane::ActionClicked);
+    connect(otherAction_, &QPushButton::clicked, this, &BoardEmptyPane::OtherActionClicked);
     connect(&theme, &Theme::Changed, this, &BoardEmptyPane::Restyle);
     Restyle();
 }
 
 void BoardEmptyPane::SetState(const BoardEmptyState& state) {
+    if (state == state_)
+        return;
+    state_ = state;
     QPixmap logo(state.logo);
     if (logo.isNull())
         logo = QIcon(QStringLiteral(":/icons/lorebinder.svg")).pixmap(QSize(kLogoSide, kLogoSide), devicePixelRatioF());
@@ -53,6 +65,8 @@ void BoardEmptyPane::SetState(const BoardEmptyState& state) {
     text_->setVisible(!state.text.isEmpty());
     action_->setText(state.action);
     action_->setVisible(!state.action.isEmpty());
+    otherAction_->setText(state.otherAction);
+    otherAction_->setVisible(!state.otherAction.isEmpty());
 }
 
 void BoardEmptyPane::Restyle() {

@@ -2,13 +2,14 @@
 
 #include <QWidget>
 
+#include "ui/board_empty_state.h"
+
 class QLabel;
 class QPushButton;
 
 namespace lore {
 
 class Theme;
-struct BoardEmptyState;
 
 /// What stands on the board while the list is empty: the logo, what goes here, and the first step.
 class BoardEmptyPane : public QWidget {
@@ -21,15 +22,18 @@ public:
 
 signals:
     void ActionClicked();
+    void OtherActionClicked();
 
 private:
     void Restyle();
 
     const Theme& theme_;
+    BoardEmptyState state_;
     QLabel* logo_;
     QLabel* title_;
     QLabel* text_;
     QPushButton* action_;
+    QPushButton* otherAction_;
 };
 
 }  // namespace lore

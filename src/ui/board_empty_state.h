@@ -8,6 +8,9 @@ namespace lore {
 struct BoardEmptyState {
     QString title, text, action;  ///< without `action` there is no button
     QString logo = {};            ///< path of a picture; the program's own one if it can't be read
+    QString otherAction = {};     ///< a second button
+
+    bool operator==(const BoardEmptyState&) const = default;
 };
 
 }  // namespace lore

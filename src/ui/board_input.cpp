@@ -35,7 +35,7 @@ std::optional<BoardCommand> CommandOf(CardHit::Part part) {
 }  // namespace
 
 void BoardView::Impl::ChangeFocus(int row, bool reveal) {
-    const int32_t id = row < 0 ? -1 : model.NoteAt(row).id;
+    const int32_t id = row < 0 ? -1 : model.IDAt(row);
     const bool changed = id != focusNote;
     const int old = focusRow;
     focusRow = row;
@@ -146,8 +146,7 @@ void BoardView::wheelEvent(QWheelEvent* event) {
 }
 
 void BoardView::Impl::Hover(const QPoint& point) {
-    const bool beside = point.x() < CardLeft() || point.x() >= CardLeft() + store.Width();
-    const int row = beside || !view.viewport()->rect().contains(point) ? -1 : RowAt(point.y());
+    const int row = RowAt(point);
     const CardHit hit = HitTest(point, row);
     if (row != hoverRow || hit.part != hot.part || hit.attachment != hot.attachment) {
         UpdateRow(hoverRow);
@@ -161,7 +160,7 @@ void BoardView::Impl::Hover(const QPoint& point) {
 
 void BoardView::Impl::Activate(int row, const CardHit& hit) {
     if (const auto command = CommandOf(hit.part))
-        Run(*command, model.NoteAt(row).id, hit.attachment);
+        Run(*command, model.IDAt(row), hit.attachment);
     else if (hit.part == CardHit::TextLink)
         emit view.LinkRequested(hit.text);
 }
@@ -190,22 +189,22 @@ void BoardView::mouseReleaseEvent(QMouseEvent* event) {
     const int row = impl_->drag.Row();
     const CardHit pressed = std::exchange(impl_->pressedHit, CardHit());
     impl_->drag.Cancel();
-    const CardHit hit = impl_->HitTest(event->pos(), impl_->RowAt(event->pos().y()));
-    if (row >= 0 && row == impl_->RowAt(event->pos().y()) && hit.part == pressed.part &&
-        hit.attachment == pressed.attachment)
+    const int released = impl_->RowAt(event->pos());
+    const CardHit hit = impl_->HitTest(event->pos(), released);
+    if (row >= 0 && row == released && hit.part == pressed.part && hit.attachment == pressed.attachment)
         impl_->Activate(row, hit);
 }
 
 void BoardView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    const int row = impl_->RowAt(event->pos().y());
+    const int row = impl_->RowAt(event->pos());
     const CardHit hit = impl_->HitTest(event->pos(), row);
     const auto command = CommandOf(hit.part);
     if (command && IsPictureChange(*command))
         impl_->Press(event->pos());
     else if (row >= 0 && (hit.part == CardHit::None || hit.part == CardHit::Picture))
-        emit EditRequested(impl_->model.NoteAt(row).id);
+        emit EditRequested(impl_->model.IDAt(row));
 }
 
 bool BoardView::viewportEvent(QEvent* event) {
@@ -216,7 +215,7 @@ bool BoardView::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QAbstractScrollArea::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    const int row = impl_->RowAt(help->pos().y());
+    const int row = impl_->RowAt(help->pos());
     QToolTip::showText(help->globalPos(), impl_->HitTest(help->pos(), row).text, viewport());
     return true;
 }

@@ -90,7 +90,7 @@ void BoardView::contextMenuEvent(QContextMenuEvent* event) {
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
     // Without a card that has the focus the keys mean the first one in sight, as the arrow keys do.
     const int first = impl_->focusRow < 0 && impl_->model.Count() > 0 ? impl_->topRow : impl_->focusRow;
-    const int row = byKeyboard ? first : impl_->RowAt(event->pos().y());
+    const int row = byKeyboard ? first : impl_->RowAt(event->pos());
     if (row < 0)
         return;
     impl_->ChangeFocus(row, byKeyboard);

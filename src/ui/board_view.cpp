@@ -36,6 +36,7 @@ BoardView::BoardView(const BoardModel& model, const Theme& theme, QWidget* paren
     impl_ = std::make_unique<Impl>(*this, model, theme);
     impl_->emptyPane = new BoardEmptyPane(theme, viewport());
     connect(impl_->emptyPane, &BoardEmptyPane::ActionClicked, this, &BoardView::FirstStepRequested);
+    connect(impl_->emptyPane, &BoardEmptyPane::OtherActionClicked, this, &BoardView::OtherStepRequested);
     connect(&theme, &Theme::Changed, this, [this] {
         impl_->store.ForgetHeights();
         Rebuild();
@@ -90,8 +91,16 @@ void BoardView::RebuildAtSavedSoon(int32_t noteId) {
 
 void BoardView::Impl::RebuildAt(int32_t noteId) {
     store.DropNote(noteId);
+    const int before = focusRow;
+    const int32_t noteBefore = focusNote;
+    const bool inSight = before >= topRow && before < endRow;
+    const int top = inSight ? TopOf(before) : 0;
     Reload();
-    ChangeFocus(model.RowOf(noteId), true);
+    const int row = model.RowOf(noteId);
+    // What takes the place of a note that has gone stands where that stood.
+    if (inSight && row == before && model.RowOf(noteBefore) < 0)
+        AnchorAt(row, top);
+    ChangeFocus(row, true);
     Settle();
     if (focusRow >= 0)
         Reveal(focusRow);  // what was estimated above it is laid out now
@@ -291,7 +300,7 @@ void BoardView::Impl::Settle() {
         ClimbTo();
         DescendFrom(topRow, topOffset);
     }
-    topNote = model.NoteAt(topRow).id;
+    topNote = model.IDAt(topRow);
     SyncScrollBar();
     aheadTimer.start(0, &view);
 }
@@ -345,12 +354,16 @@ int BoardView::Impl::TopOf(int row) const {
         std::clamp<int64_t>(heights.TopOf(row) - heights.TopOf(topRow) + topOffset, -(1 << 30), 1 << 30));
 }
 
-int BoardView::Impl::RowAt(int y) const {
+// A point belongs to the card whose rectangle holds it; beside the cards and beyond the edges there is none.
+int BoardView::Impl::RowAt(const QPoint& point) const {
+    const bool beside = point.x() < CardLeft() || point.x() >= CardLeft() + store.Width();
+    if (beside || !view.viewport()->rect().contains(point))
+        return -1;
     int top = topOffset;
     for (int row = topRow; row < endRow; ++row) {
         top += heights.HeightOf(row);
-        if (y < top)
-            return y < topOffset ? -1 : row;
+        if (point.y() < top)
+            return point.y() < topOffset ? -1 : row;
     }
     return -1;
 }

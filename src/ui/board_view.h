@@ -82,8 +82,9 @@ signals:
     void LinkRequested(const QString& address);
     /// Ctrl with the wheel, or with + and -: one step up (1) or down (-1) in the zoom list.
     void ZoomStepRequested(int step);
-    /// The button of the empty state.
+    /// The buttons of the empty state.
     void FirstStepRequested();
+    void OtherStepRequested();
 
 protected:
     bool viewportEvent(QEvent* event) override;

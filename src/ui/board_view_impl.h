@@ -42,7 +42,7 @@ struct BoardView::Impl {
     int CardLeft() const;
     void ChooseWidth();
     int TopOf(int row) const;
-    int RowAt(int y) const;
+    int RowAt(const QPoint& point) const;
     CardHit HitTest(const QPoint& point, int row);
     void UpdateRow(int row);
 

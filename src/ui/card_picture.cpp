@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "notes/picture_scale.h"
 #include "ui/picture_cache.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
@@ -28,7 +29,7 @@ constexpr double kMissingHeight = 64;
 // A picture never is wider than its card: one that is in itself is brought down to it before the zoom counts.
 QSizeF ShownSize(const QSize& natural, double zoom, double width) {
     const double fit = std::min(1.0, width / natural.width());
-    const double scale = std::min(fit * std::max(zoom, 0.01), width / natural.width());
+    const double scale = fit * PictureScale(zoom, natural.width() * fit, natural.height() * fit, width);
     return QSizeF(std::max(1.0, std::round(natural.width() * scale)),
                   std::max(1.0, std::round(natural.height() * scale)));
 }

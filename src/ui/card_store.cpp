@@ -66,11 +66,11 @@ void CardStore::ChooseHeights() {
 }
 
 bool CardStore::HasCardOf(int row) const {
-    return byNote_.contains(model_.NoteAt(row).id);
+    return byNote_.contains(model_.IDAt(row));
 }
 
 const Card& CardStore::CardOf(int row) {
-    const int32_t id = model_.NoteAt(row).id;
+    const int32_t id = model_.IDAt(row);
     if (const auto found = byNote_.find(id); found != byNote_.end()) {
         cards_.splice(cards_.begin(), cards_, found->second);
         return *cards_.front().card;
@@ -89,12 +89,12 @@ const Card& CardStore::CardOf(int row) {
 }
 
 int CardStore::LikelyHeight(int row) {
-    const CNote& note = model_.NoteAt(row);
-    return measured_.front().heights.HeightOf(note.id, [&] { return EstimateCardHeight(note, options_, width_); });
+    return measured_.front().heights.HeightOf(model_.IDAt(row),
+                                              [&] { return EstimateCardHeight(model_.NoteAt(row), options_, width_); });
 }
 
 bool CardStore::IsMeasured(int row) const {
-    return measured_.front().heights.IsMeasured(model_.NoteAt(row).id);
+    return measured_.front().heights.IsMeasured(model_.IDAt(row));
 }
 
 void CardStore::DropCards() {

@@ -29,18 +29,21 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
     text_->setWordWrap(true);
     // No Alt keys: the bar comes up in windows that have given theirs away.
     details_ = new QPushButton(tr("Details"), this);
-    auto* const again = new QPushButton(tr("Try again"), this);
+    again_ = new QPushButton(tr("Try again"), this);
     auto* const close = new QPushButton(tr("Hide"), this);
     layout->addWidget(text_, 1);
     layout->addWidget(details_);
-    layout->addWidget(again);
+    layout->addWidget(again_);
     layout->addWidget(close);
     connect(details_, &QPushButton::clicked, this, &FaultBar::ShowDetails);
-    connect(again, &QPushButton::clicked, this, [this] {
+    connect(again_, &QPushButton::clicked, this, [this] {
         Clear();
         emit TryAgainRequested();
     });
-    connect(close, &QPushButton::clicked, this, &FaultBar::Clear);
+    connect(close, &QPushButton::clicked, this, [this] {
+        Clear();
+        emit Dismissed();
+    });
     connect(&theme_, &Theme::Changed, this, &FaultBar::Restyle);
     Restyle();
     hide();
@@ -49,6 +52,11 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
 void FaultBar::Add(const Fault& fault) {
     faults_.push_back(fault);
     Refresh();
+    emit Added();
+}
+
+void FaultBar::OfferTryAgain(bool offers) {
+    again_->setVisible(offers);
 }
 
 void FaultBar::Refresh() {
@@ -78,6 +86,10 @@ void FaultBar::Restyle() {
     colors.setColor(QPalette::Window, theme_.Color(ColorRole::Warning));
     colors.setColor(QPalette::WindowText, theme_.Color(ColorRole::WarningText));
     setPalette(colors);
+}
+
+void FaultLines::Tell(const Fault& fault) {
+    text_ += (text_.empty() ? "" : "\n") + fault.what + ": " + fault.path + " (" + fault.reason + ")";
 }
 
 void BarFaults::Tell(const Fault& fault) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <string>
 #include <vector>
 
 #include "ports/fault_notice.h"
@@ -19,9 +20,16 @@ class FaultBar : public QFrame {
 public:
     explicit FaultBar(const Theme& theme, QWidget* parent = nullptr);
     void Add(const Fault& fault);
+    /// How many faults it tells of.
+    size_t Count() const { return faults_.size(); }
+    /// Whether the bar has the button "Try again"; at first it has.
+    void OfferTryAgain(bool offers);
 
 signals:
+    void Added();
     void TryAgainRequested();
+    /// The user has seen enough of what was told.
+    void Dismissed();
 
 private:
     void Refresh();
@@ -33,6 +41,17 @@ private:
     std::vector<Fault> faults_;
     QLabel* text_;
     QPushButton* details_;
+    QPushButton* again_;
+};
+
+/// Keeps faults as lines of a text, for a message of their own.
+class FaultLines : public FaultNotice {
+public:
+    void Tell(const Fault& fault) override;
+    const std::string& Text() const { return text_; }
+
+private:
+    std::string text_;
 };
 
 /// Hands faults on to a bar, and keeps those that come before there is one.

@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFile>
 #include <QLocale>
 #include <QMessageBox>
 #include <QTimer>
@@ -18,6 +17,7 @@
 #include "platform/net/net_update_source.h"
 #include "platform/places.h"
 #include "platform/program_arguments.h"
+#include "platform/standard_streams.h"
 #include "platform/system_sources.h"
 #include "ui/fault_bar.h"
 #include "ui/main_window.h"
@@ -29,11 +29,10 @@
 
 namespace {
 
-constexpr int kLockedStatus = 4;
+constexpr int kFaultStatus = 3, kLockedStatus = 4;
 
 struct StartOptions {
-    std::filesystem::path data;
-    std::filesystem::path settings;
+    lore::CompanionPlaces places;
     std::string file;      ///< to import
     std::string reminder;  ///< whose event or day is shown
     bool capture = false;
@@ -45,29 +44,20 @@ void NameProgram() {
     QCoreApplication::setApplicationVersion("1.56");
 }
 
-StartOptions ReadArguments(const QCoreApplication& application) {
+StartOptions ReadArguments() {
     QCommandLineParser parser;
     parser.setApplicationDescription("Research notes with their sources, categories and attachments");
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption data("data", "The data root, the folder that holds \"Data Files\".", "DIR");
-    const QCommandLineOption settings("settings", "The settings store as an INI file.", "FILE");
+    const lore::PlaceOptions places(parser, lore::DefaultPlaces::User);
     const QCommandLineOption ready("ready-line", "Print a line on standard error once the board can be used.");
     const QCommandLineOption capture("capture", "Paste the clipboard into a new note.");
     const QCommandLineOption reminder("reminder", "Show the event or the day of a reminder, by its id.", "ID");
-    parser.addOptions({data, settings, ready, capture, reminder});
+    parser.addOptions({ready, capture, reminder});
     parser.addPositionalArgument("FILE", "An export archive to import.", "[FILE]");
-    parser.process(application);
-    StartOptions options{
-        parser.isSet(data) ? std::filesystem::path(parser.value(data).toStdString()) : lore::UserDataRoot(),
-        parser.value(settings).toStdString(),
-        QFile::encodeName(parser.positionalArguments().value(0)).toStdString(),
-        parser.value(reminder).toStdString(),
-        parser.isSet(capture),
-        parser.isSet(ready)};
-    if (options.settings.empty())
-        options.settings = parser.isSet(data) ? options.data / "settings.ini" : lore::UserSettingsFile();
-    return options;
+    lore::ParseArguments(parser, 1);
+    return {places.Places(), lore::PathOfArgument(parser.positionalArguments().value(0)).string(),
+            parser.value(reminder).toStdString(), parser.isSet(capture), parser.isSet(ready)};
 }
 
 void TellThatItIsLocked(const std::filesystem::path& data, int error) {
@@ -76,6 +66,15 @@ void TellThatItIsLocked(const std::filesystem::path& data, int error) {
     QMessageBox::warning(nullptr, QObject::tr("Data Folder In Use"),
                          QObject::tr("The data folder %1 can't be opened for writing.\n\n%2")
                              .arg(QString::fromStdString(data.string()), reason));
+}
+
+/// Without its settings the program would take itself for a new one, and give ids out again.
+void TellUnreadSettings(const lore::StoreFailure& failure) {
+    std::fprintf(stderr, "lorebinder: the settings could not be read: %s: %s\n", failure.path.c_str(),
+                 failure.reason.c_str());
+    QMessageBox::warning(nullptr, QObject::tr("Settings Not Read"),
+                         QObject::tr("The settings in %1 can't be read.\n\n%2")
+                             .arg(QString::fromStdString(failure.path), QString::fromStdString(failure.reason)));
 }
 
 /// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync. False,
@@ -104,52 +103,34 @@ void KeepLanguage(const lore::SpellChecker& spelling, lore::CLorebinderApp& app)
     app.FlushStore();
 }
 
-}  // namespace
+/// What a start has made once it is sure that this process is the one that works with the data folder.
+struct Started {
+    const StartOptions& options;
+    const std::string& request;  ///< of the command line; may be empty
+    lore::LocalChannel& channel;
+    lore::IniStore& store;
+    lore::CompanionLauncher& companions;
+    lore::Theme& theme;
+};
 
-int main(int argc, char** argv) {
-    NameProgram();
-    if (lore::AsksForWords(argc, argv)) {
-        ReadArguments(QCoreApplication(argc, argv));
-        return 0;
-    }
-    QApplication application(argc, argv);
-    QApplication::setDesktopFileName("lorebinder");
-    QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
-    const StartOptions options = ReadArguments(application);
-    const std::string request =
-        lore::RequestOfCommandLine(options.file, options.capture, std::filesystem::current_path(), options.reminder);
-    lore::LocalChannel channel(lore::kProgramRole, options.data);
-    if (channel.SendToInstance(request, true))
-        return 0;
-
-    lore::IniStore store(options.settings);
-    lore::Settings early;
-    early.LoadOptions(store);
-    lore::CompanionLauncher companions(options.data, options.settings);
-    if (lore::SyncsAtStart(early, options.file) && SyncInPlaceOfStart(companions, early, options.data))
-        return 0;
-    int error = 0;
-    const auto lock = lore::DataLock::Take(options.data, error);
-    lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
-    if (!lock) {
-        TellThatItIsLocked(options.data, error);
-        return kLockedStatus;
-    }
+/// Shows the main window until it closes; gives the exit status.
+int RunProgram(const Started& started) {
+    const auto& [options, request, channel, store, companions, theme] = started;
     lore::QtPrompts prompts;
     lore::QtProgress progress(theme);
     lore::SystemClock clock;
     lore::SystemGuids guids;
     lore::BarFaults faults;
     lore::HttpClient http;
-    const lore::CompanionPlaces places{options.data, options.settings};
-    lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AgentAutostart(places), options.data,
+    const lore::CompanionPlaces& places = options.places;
+    lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AgentAutostart(places), places.dataRoot,
                              companions, lore::PlaceArguments(places));
     lore::AppPorts ports{prompts,       progress,         clock,       guids, store, faults, &progress,
                          lore::WaitFor, lore::RandomUpTo, &companions, &agent};
     ports.http = &http;
     ports.programFolder = lore::ProgramFolder();
     ports.toUtc = lore::LocalToUtc;
-    lore::CLorebinderApp app(options.data, ports);
+    lore::CLorebinderApp app(places.dataRoot, ports);
     app.LoadOptions();
     app.SelectStartNoteBook();
 
@@ -174,7 +155,7 @@ int main(int argc, char** argv) {
         app.FinishStartup();
         window.ShowNoteBook();
         requests.FinishStartup();
-        if (options.readyLine)
+        if (started.options.readyLine)
             std::fprintf(stderr, "ready\n");
         window.Notes()->OfferUnsavedNotes();
         window.CheckLinkSoon();
@@ -184,4 +165,46 @@ int main(int argc, char** argv) {
     if (spelling.Language() != firstLanguage)
         KeepLanguage(spelling, app);
     return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    lore::PrepareStandardStreams();
+    NameProgram();
+    if (lore::AsksForWords(argc, argv)) {
+        const QCoreApplication application(argc, argv);
+        ReadArguments();
+        return 0;
+    }
+    QApplication application(argc, argv);
+    QApplication::setDesktopFileName("lorebinder");
+    QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
+    const StartOptions options = ReadArguments();
+    std::error_code noFolder;  // one that has been removed: paths stay as they are
+    const std::string request = lore::RequestOfCommandLine(options.file, options.capture,
+                                                           std::filesystem::current_path(noFolder), options.reminder);
+    const lore::CompanionPlaces& places = options.places;
+    lore::LocalChannel channel(lore::kProgramRole, places.dataRoot);
+    if (channel.SendToInstance(request, true))
+        return 0;
+
+    lore::IniStore store(places.settingsFile);
+    if (const auto& unread = store.Unread()) {
+        TellUnreadSettings(*unread);
+        return kFaultStatus;
+    }
+    lore::Settings early;
+    early.LoadOptions(store);
+    lore::CompanionLauncher companions(places.dataRoot, places.settingsFile);
+    if (lore::SyncsAtStart(early, options.file) && SyncInPlaceOfStart(companions, early, places.dataRoot))
+        return 0;
+    int error = 0;
+    const auto lock = lore::DataLock::Take(places.dataRoot, error);
+    lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
+    if (!lock) {
+        TellThatItIsLocked(places.dataRoot, error);
+        return kLockedStatus;
+    }
+    return RunProgram({options, request, channel, store, companions, theme});
 }

@@ -1,8 +1,10 @@
 #include <QMenu>
 
 #include "app/exchange_commands.h"
+#include "app/help_commands.h"
 #include "app/notebook_commands.h"
 #include "app/print_commands.h"
+#include "ui/fault_retry.h"
 #include "ui/main_menu.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -24,7 +26,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::File,
          tr("&Save/Print Current Notes..."),
          {QKeySequence::Print, QKeySequence::Save},
-         [this] { PrintCurrentNotes(app_); }},
+         [this] { retry_->Run([this] { return PrintCurrentNotes(app_); }); }},
         {Menu::File, tr("&Export Current Notes..."), {}, [this] { ExportCurrentNotes(app_); }},
         {Menu::File, tr("&Import Notes..."), {QKeySequence::Open}, [this] { ImportNotes(); }},
         {Menu::File, tr("&Backup Current NoteBook..."), {}, [this] { BackupCurrentNoteBook(app_); }},
@@ -46,7 +48,13 @@ std::vector<MenuCommand> MainWindow::Commands() {
          [this](QMenu& menu) { menu.addMenu(tools_->ScopeMenu())->setText(tr("Search &Options")); }},
         {Menu::Notes, {}},
         {Menu::Notes, tr("Show &All Notes"), {showAll}, [this] { ShowAllNotes(); }},
-        {Menu::Notes, tr("&Clear Current Notes"), {clear}, [this] { ClearCurrentNotes(); }},
+        {Menu::Notes,
+         tr("&Clear Current Notes"),
+         {clear},
+         [this] {
+             app_.ClearList();
+             ListChanged();
+         }},
         {Menu::Notes, tr("Delete Current No&tes"), {}, [this] { notes_->DeleteCurrentNotes(); }},
 
         {Menu::Sources, tr("&View Sources..."), {viewSources}, [this] { notes_->ViewSources(); }},
@@ -73,7 +81,7 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Help, tr("&About Lorebinder..."), {}, [this] { ShowAbout(); }},
         {Menu::Help, tr("&Check for program updates...."), {}, [this] { CheckForUpdates(false); }},
         {Menu::Help, tr("&User's Manual (.pdf)..."), {QKeySequence::HelpContents}, [this] { ShowManual(); }},
-        {Menu::Help, tr("View Online &Tutorial Videos..."), {}, [this] { ShowTutorial(); }},
+        {Menu::Help, tr("View Online &Tutorial Videos..."), {}, [this] { OpenTutorial(Help()); }},
     };
 }
 

@@ -9,12 +9,14 @@
 #include <QStatusBar>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "app/notebook_commands.h"
 #include "app/update_check.h"
 #include "ui/board_accessible.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
+#include "ui/fault_retry.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/panel_page.h"
 #include "ui/qt_text.h"
@@ -65,6 +67,7 @@ void MainWindow::MakeCentre() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     faults_ = new FaultBar(theme_, centre);
+    retry_ = new FaultRetry(app_, *faults_, this);
     board_ = new BoardView(model_, theme_, centre);
     layout->addWidget(faults_);
     layout->addWidget(board_, 1);
@@ -74,10 +77,19 @@ void MainWindow::MakeCentre() {
     split_->setStretchFactor(1, 1);
     setCentralWidget(split_);
     board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
-    board_->SetEmptyState({tr("No notes in the list"),
-                           tr("Search for a word above, or double-click a category, source, key word or color at the "
-                              "left to bring in its notes."),
-                           tr("Show all notes"), QString::fromStdString(app_.Data().Logo().string())});
+    ShowEmptyState(false);  // before the NoteBook is loaded nothing is known of its notes
+}
+
+void MainWindow::ShowEmptyState(bool noNotes) {
+    noNotes_ = noNotes;
+    BoardEmptyState state = {tr("No notes in the list"),
+                             tr("Search for a word above, or double-click a category, source, key word or color at the "
+                                "left to bring in its notes."),
+                             tr("Show all notes"), QString::fromStdString(app_.Data().Logo().string())};
+    if (noNotes)
+        state = {tr("No notes yet"), tr("Write the first note of this NoteBook, or bring in notes from an archive."),
+                 tr("Add Note..."), state.logo, tr("Import Notes...")};
+    board_->SetEmptyState(state);
 }
 
 void MainWindow::MakeStatusBar() {
@@ -109,10 +121,7 @@ void MainWindow::ConnectPanels() {
     connect(panels_, &ControlBar::ChoiceChanged, this, &MainWindow::SetPanelChoice);
     connect(panels_, &ControlBar::PageChanged, this,
             [this](int page) { app_.GetSettings().Set(Option::ActIndCtrlBar, page); });
-    connect(faults_, &FaultBar::TryAgainRequested, this, [this] {
-        app_.FinishStartup();
-        ShowNoteBook();
-    });
+    connect(retry_, &FaultRetry::NoteBookLoaded, this, &MainWindow::ShowNoteBook);
 }
 
 void MainWindow::ConnectBoard() {
@@ -122,19 +131,21 @@ void MainWindow::ConnectBoard() {
         board_->Rebuild();
     });
     connect(board_, &BoardView::RemoveRequested, this, [this](int32_t id) {
+        const int place = app_.List().PositionOf(id);
         app_.TakeOut(LongList{id});
-        ListChanged();
+        ListChanged(NoteInPlace(app_.List(), place));
     });
     connect(board_, &BoardView::PictureCommandRequested, this, &MainWindow::ChangePicture);
     connect(board_, &BoardView::OpenRequested, this, &MainWindow::OpenAttachment);
     connect(board_, &BoardView::ExtractRequested, this, &MainWindow::ExtractAttachment);
     connect(board_, &BoardView::LinkRequested, this, &MainWindow::OpenLink);
-    board_->SetNoteCommands({BoardCommand::RemoveFromList, BoardCommand::CopyToNoteBook});
+    board_->SetNoteCommands(
+        {BoardCommand::EditNote, BoardCommand::RemoveFromList, BoardCommand::CopyToNoteBook, BoardCommand::DeleteNote});
     connect(board_, &BoardView::CopyRequested, this, &MainWindow::CopyNote);
     connect(board_, &BoardView::ZoomStepRequested, this,
             [this](int step) { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); });
-    connect(board_, &BoardView::FirstStepRequested, this,
-            [this] { Search(QString::fromUtf8(kShowAll), SearchScope::Database); });
+    connect(board_, &BoardView::FirstStepRequested, this, [this] { noNotes_ ? notes_->AddNote() : ShowAllNotes(); });
+    connect(board_, &BoardView::OtherStepRequested, this, &MainWindow::ImportNotes);
 }
 
 void MainWindow::RestorePlace() {
@@ -145,11 +156,17 @@ void MainWindow::RestorePlace() {
         resize(std::min(kDefaultWidth, screen.width()), std::min(kDefaultHeight, screen.height()));
     else
         setGeometry(frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top);
-    split_->setSizes({settings.Int(Option::SrchCtrlsWidth), width() - settings.Int(Option::SrchCtrlsWidth)});
+    ShowPanelWidth();
     panels_->setVisible(settings.Flag(Option::ShowCtrlBar));
     panels_->SetPage(settings.Int(Option::ActIndCtrlBar));
     tools_->SetZoom(settings.Int(Option::ZoomLvl));
     tools_->SetSort(settings.Int(Option::NoteSortID));
+}
+
+void MainWindow::ShowPanelWidth() {
+    const int stored = app_.GetSettings().Int(Option::SrchCtrlsWidth);
+    if (std::exchange(panelWidth_, stored) != stored)
+        split_->setSizes({stored, width() - split_->handleWidth() - stored});
 }
 
 void MainWindow::StorePlace() {
@@ -167,11 +184,17 @@ void MainWindow::StorePlace() {
 void MainWindow::closeEvent(QCloseEvent* event) {
     StorePlace();
     RunCloseSteps(app_, syncs_);
-    app_.ExitInstance();
+    FaultLines failed;  // the bar closes with the window
+    app_.ExitInstance(failed);
+    if (!failed.Text().empty())
+        app_.Ports().prompts.Message(
+            "Lorebinder closes, but not everything could be kept for the next start.\n\n" + failed.Text(), "Not Saved",
+            PromptIcon::Warning);
     event->accept();
 }
 
 void MainWindow::ShowNoteBook() {
+    ShowPanelWidth();  // the start of a newer version sets another one
     ShowNoteBookChoices();
     panels_->Rebuild(app_);
     board_->Rebuild();
@@ -202,6 +225,7 @@ void MainWindow::RefreshPanes() {
     for (size_t i = 0; i < panes_.size(); ++i)
         panes_[i]->setText(ToQString(texts[i]));
     tools_->ShowSync(app_.GetSettings().Int(Option::SyncEngaged) == 1);
+    ShowEmptyState(app_.IsWhole() && app_.NoteBook().TotalNoteCount() == 0);
 }
 
 }  // namespace lore

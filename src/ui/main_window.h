@@ -15,13 +15,13 @@
 #include "ui/main_menu.h"
 
 class QLabel;
-class QMimeData;
 class QSplitter;
 
 namespace lore {
 
 class ControlBar;
 class FaultBar;
+class FaultRetry;
 class MainToolBar;
 class NoteActions;
 enum class OptionsTab;
@@ -75,7 +75,6 @@ private:
     std::vector<MenuCommand> Commands();
     void FillViewMenu(QMenu& view);
     std::vector<MenuCommand> FocusNoteCommands();
-    std::vector<MenuCommand> BoardCommands();
     void FillNoteMenu(QMenu& menu);
     bool CopyFocusNote();
     void CutFocusNote();
@@ -88,6 +87,8 @@ private:
     void ConnectBoard();
     void RestorePlace();
     void StorePlace();
+    void ShowPanelWidth();
+    void ShowEmptyState(bool noNotes);
 
     /// A note above 0 becomes the focus note.
     void ListChanged(int32_t focus = -1);
@@ -97,7 +98,6 @@ private:
     void SetZoom(int percent);
     void SetSort(int sortId);
     void ShowAllNotes();
-    void ClearCurrentNotes();
     void SwitchNoteBook(int index);
     void ManageNoteBooks();
     void ImportNotes();
@@ -112,9 +112,7 @@ private:
     void CloseForSync(bool started);
     void ShowCalendar();
     void CopyNote(int32_t noteId, int noteBook);
-    static QStringList DroppedFiles(const QMimeData& dropped);
     void RunPanelOrder(const PanelOrder& order);
-    std::optional<Rgb> PickBorderColor();
     void EditCategoryTrees();
     void SetPanelChoice(PanelKind kind, int number);
     void ChangePicture(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room);
@@ -125,7 +123,6 @@ private:
     HelpWorld Help() const;
     void ShowOptions(OptionsTab tab, QWidget* over = nullptr);
     void ShowManual();
-    void ShowTutorial();
     void ShowAbout();
     void ShowCommandBar();
     void RunFound(const FindableItem& item, const std::vector<QAction*>& actions);
@@ -138,13 +135,16 @@ private:
     ControlBar* panels_ = nullptr;
     NoteActions* notes_ = nullptr;
     FaultBar* faults_ = nullptr;
+    FaultRetry* retry_ = nullptr;
     BoardView* board_ = nullptr;
     QSplitter* split_ = nullptr;
     std::array<QLabel*, 5> panes_{};
     std::filesystem::path manual_;
     std::unique_ptr<UpdateSource> updateSource_;
     std::unique_ptr<UpdateCheck> updates_;
-    bool syncs_ = false;  // the window closes for a sync that has been started
+    int panelWidth_ = 0;    // as the settings had it last
+    bool noNotes_ = false;  // what the empty board says
+    bool syncs_ = false;    // the window closes for a sync that has been started
 };
 
 }  // namespace lore

@@ -26,11 +26,6 @@ void MainWindow::ShowAllNotes() {
     Search(QString::fromUtf8(kShowAll), SearchScope::Database);
 }
 
-void MainWindow::ClearCurrentNotes() {
-    app_.ClearList();
-    ListChanged();
-}
-
 void MainWindow::ShowCalendar() {
     TaskManagerDialog(app_, theme_, this).exec();
 }
@@ -74,7 +69,7 @@ void MainWindow::Search(const QString& text, SearchScope scope) {
 
 void MainWindow::SetSort(int sortId) {
     app_.SetSortOrder(sortId);
-    tools_->SetSort(sortId);
+    tools_->SetSort(app_.SortOrder());
     board_->Rebuild();
     board_->SetFocusNote(board_->FocusNote());
 }

@@ -81,10 +81,6 @@ void MainWindow::ShowManual() {
     OpenManual(Help(), manual_);
 }
 
-void MainWindow::ShowTutorial() {
-    OpenTutorial(Help());
-}
-
 void MainWindow::ShowAbout() {
     FWAboutBoxDlg(theme_, app_.Store(), this).exec();
 }

@@ -14,6 +14,20 @@
 
 namespace lore {
 
+namespace {
+
+/// The export archives among dropped files.
+QStringList DroppedFiles(const QMimeData& dropped) {
+    QStringList paths;
+    for (const QUrl& url : dropped.urls()) {
+        if (url.isLocalFile() && url.fileName().endsWith(QLatin1String(".lbe"), Qt::CaseInsensitive))
+            paths.append(url.toLocalFile());
+    }
+    return paths;
+}
+
+}  // namespace
+
 void MainWindow::SwitchNoteBook(int index) {
     const std::vector<CDatabase> choices = app_.NoteBookChoices();
     if (index < 0 || index >= static_cast<int>(choices.size()) ||
@@ -74,15 +88,6 @@ void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
     for (const QString& path : DroppedFiles(*event->mimeData()))
         emit ImportRequested(path);
-}
-
-QStringList MainWindow::DroppedFiles(const QMimeData& dropped) {
-    QStringList paths;
-    for (const QUrl& url : dropped.urls()) {
-        if (url.isLocalFile() && url.fileName().endsWith(QLatin1String(".lbe"), Qt::CaseInsensitive))
-            paths.append(url.toLocalFile());
-    }
-    return paths;
 }
 
 }  // namespace lore

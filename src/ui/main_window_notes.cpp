@@ -8,6 +8,7 @@
 #include "bibliography/source_selection.h"
 #include "ui/bibliography/select_sources_dlg.h"
 #include "ui/control_bar.h"
+#include "ui/fault_retry.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/options/options_prop_sheet.h"
@@ -26,7 +27,6 @@ void MainWindow::ConnectNotes() {
     connect(this, &MainWindow::ImportRequested, this, &MainWindow::ImportFile);
     connect(this, &MainWindow::CaptureRequested, notes_,
             [this] { notes_->CaptureNote(QApplication::clipboard()->mimeData()); });
-    board_->SetNoteCommands({BoardCommand::EditNote, BoardCommand::RemoveFromList, BoardCommand::DeleteNote});
 }
 
 std::vector<MenuCommand> MainWindow::FocusNoteCommands() {
@@ -39,15 +39,9 @@ std::vector<MenuCommand> MainWindow::FocusNoteCommands() {
             {kMenu, tr("C&ut Note From List"), {Key(Key::Cut), Key("Shift+Del")}, [this] { CutFocusNote(); }}};
 }
 
-std::vector<MenuCommand> MainWindow::BoardCommands() {
+void MainWindow::FillNoteMenu(QMenu& menu) {
     using Key = QKeySequence;
     constexpr auto kMenu = MainMenu::Notes;
-    return {
-        {kMenu, tr("&Paste As New Note..."), {Key(Key::Paste), Key("Shift+Ins")}, [this] { emit CaptureRequested(); }},
-        {kMenu, tr("Undo De&lete"), {Key(Key::Undo), Key("Alt+Backspace")}, [this] { notes_->Undo(); }}};
-}
-
-void MainWindow::FillNoteMenu(QMenu& menu) {
     // In fields and lists these keys mean other things.
     const auto add = [&](const std::vector<MenuCommand>& commands) {
         std::vector<QAction*> actions;
@@ -60,7 +54,11 @@ void MainWindow::FillNoteMenu(QMenu& menu) {
         return actions;
     };
     const std::vector<QAction*> ofNote = add(FocusNoteCommands());
-    QAction* const undo = add(BoardCommands()).back();
+    add({{kMenu, tr("&Paste As New Note..."), {Key(Key::Paste), Key("Shift+Ins")}, [this] {
+              emit CaptureRequested();
+          }}});
+    QAction* const undo =
+        add({{kMenu, tr("Undo De&lete"), {Key(Key::Undo), Key("Alt+Backspace")}, [this] { notes_->Undo(); }}}).back();
     connect(&menu, &QMenu::aboutToShow, this, [this, ofNote, undo] {
         for (QAction* const action : ofNote)
             action->setEnabled(board_->FocusNote() > 0);
@@ -109,7 +107,7 @@ void MainWindow::AskForBibliography() {
     SourceSelection selection(app_.NoteBook().sources, app_.NoteBook().authors);
     CSelectSourcesDlg dialog(selection, theme_, app_.Store(), this);
     if (dialog.exec() == kSourcesSelected)
-        CreateBibliography(app_, selection.Bibliography());
+        retry_->Run([this, chosen = selection.Bibliography()] { return CreateBibliography(app_, chosen); });
 }
 
 }  // namespace lore

@@ -6,6 +6,7 @@
 #include "ui/main_window.h"
 #include "ui/online/link_notebook_dialog.h"
 #include "ui/online/sync_setup_dialog.h"
+#include "ui/run_when_free.h"
 
 namespace lore {
 
@@ -19,7 +20,7 @@ void MainWindow::CheckLinkSoon() {
 }
 
 void MainWindow::CheckLink() {
-    if (QApplication::activeModalWidget())
+    if (!IsFree())
         return CheckLinkSoon();
     if (!CheckLinkAtStart(app_))
         return;

@@ -7,16 +7,20 @@
 
 namespace lore {
 
-std::optional<Rgb> MainWindow::PickBorderColor() {
-    const QColor picked = QColorDialog::getColor(Qt::white, this, tr("Select Border Color"));
+namespace {
+
+std::optional<Rgb> PickBorderColor(QWidget* window) {
+    const QColor picked = QColorDialog::getColor(Qt::white, window, MainWindow::tr("Select Border Color"));
     if (!picked.isValid())
         return std::nullopt;
     return MakeRgb(static_cast<unsigned>(picked.red()), static_cast<unsigned>(picked.green()),
                    static_cast<unsigned>(picked.blue()));
 }
 
+}  // namespace
+
 void MainWindow::RunPanelOrder(const PanelOrder& order) {
-    PanelActions actions(app_, notes_->Commands(), [this] { return PickBorderColor(); });
+    PanelActions actions(app_, notes_->Commands(), [this] { return PickBorderColor(this); });
     switch (actions.Run(order, board_->FocusNote())) {
         case PanelOutcome::Nothing:
             return;

@@ -24,11 +24,6 @@ void PanelModel::Rebuild() {
     endResetModel();
 }
 
-void PanelModel::RefreshCounts() {
-    // A view asks again only for what it shows, so that the whole range costs no walk over all entries.
-    emit layoutChanged();
-}
-
 int PanelModel::PositionOf(const QModelIndex& index) {
     return index.isValid() ? static_cast<int>(index.internalId()) : -1;
 }

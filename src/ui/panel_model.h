@@ -18,8 +18,6 @@ public:
 
     /// The entries or what is shown of them have changed.
     void Rebuild();
-    /// Only the counts have changed.
-    void RefreshCounts();
     /// The position among the panel's entries, -1 for no index.
     static int PositionOf(const QModelIndex& index);
     QModelIndex IndexOf(int position) const;

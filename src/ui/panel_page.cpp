@@ -9,9 +9,10 @@
 #include <QStackedLayout>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <optional>
-#include <unordered_set>
 
+#include "classify/category_ids.h"
 #include "ui/panel_delegate.h"
 #include "ui/panel_model.h"
 #include "ui/qt_text.h"
@@ -46,6 +47,13 @@ std::string KeyOf(const std::vector<PanelEntry>& entries, int position) {
         key += std::to_string(static_cast<int>(entry.value)) + ":" + std::to_string(entry.id) + ":" + entry.name + "\n";
     }
     return key;
+}
+
+/// An entry that is always there, and has no note.
+bool SaysNothing(const PanelEntry& entry) {
+    const bool isReserved =
+        entry.value == PanelValue::NoSource || (entry.value == PanelValue::Category && entry.id == kUnassignedID);
+    return isReserved && entry.notes.empty();
 }
 
 }  // namespace
@@ -100,7 +108,6 @@ void PanelPage::AddTree() {
     empty_ = new QLabel(tr(kTexts[static_cast<size_t>(kind_)].empty), tree_);
     empty_->setWordWrap(true);
     empty_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    empty_->setContentsMargins(kSpace * 4, kSpace * 6, kSpace * 4, 0);
     auto* const over = new QVBoxLayout(tree_->viewport());
     over->addWidget(empty_, 0, Qt::AlignTop);
     layout()->addWidget(tree_);
@@ -111,26 +118,50 @@ void PanelPage::AddTree() {
             [this](const QModelIndex& index) { Run(PanelModel::PositionOf(index), PanelCommands(kind_).front()); });
 }
 
-void PanelPage::SetEntries(std::vector<PanelEntry> entries, const LongList& listed) {
-    std::unordered_set<std::string> open;
-    std::string selected;
+PanelPage::TreeState PanelPage::StateOfTree() const {
+    TreeState state;
+    const int current = PanelModel::PositionOf(tree_->currentIndex());
+    if (current >= 0)
+        state.current = KeyOf(panel_.Entries(), current);
+    for (const int position : panel_.Shown())
+        if (!isFiltered_ && tree_->isExpanded(model_->IndexOf(position)))
+            state.open.insert(KeyOf(panel_.Entries(), position));
+    return state;
+}
+
+// While a filter is set, all that it leaves is open.
+void PanelPage::ShowState(const TreeState& state) {
+    if (isFiltered_)
+        tree_->expandAll();
+    const bool opens = !isFiltered_ && !state.open.empty();
+    bool seeks = !state.current.empty();
     for (const int position : panel_.Shown()) {
-        const QModelIndex index = model_->IndexOf(position);
-        if (tree_->isExpanded(index))
-            open.insert(KeyOf(panel_.Entries(), position));
-        if (tree_->currentIndex() == index)
-            selected = KeyOf(panel_.Entries(), position);
+        if (!opens && !seeks)
+            return;
+        const std::string key = KeyOf(panel_.Entries(), position);
+        if (opens && state.open.contains(key))
+            tree_->setExpanded(model_->IndexOf(position), true);
+        if (seeks && key == state.current) {
+            tree_->setCurrentIndex(model_->IndexOf(position));
+            seeks = false;
+        }
     }
+}
+
+void PanelPage::SetEntries(std::vector<PanelEntry> entries, const LongList& listed) {
+    const TreeState state = StateOfTree();
     panel_.SetEntries(std::move(entries), &listed);
     model_->Rebuild();
-    empty_->setVisible(panel_.Entries().empty());
-    for (const int position : panel_.Shown()) {
-        const std::string key = KeyOf(panel_.Entries(), position);
-        if (open.contains(key))
-            tree_->setExpanded(model_->IndexOf(position), true);
-        if (!selected.empty() && key == selected)
-            tree_->setCurrentIndex(model_->IndexOf(position));
-    }
+    ShowEmpty();
+    ShowState(state);
+}
+
+void PanelPage::ShowEmpty() {
+    const std::vector<PanelEntry>& entries = panel_.Entries();
+    empty_->setVisible(std::all_of(entries.begin(), entries.end(), SaysNothing));
+    // Below the entries that are always there.
+    const int rows = static_cast<int>(entries.size()) * std::max(tree_->sizeHintForRow(0), 0);
+    empty_->setContentsMargins(kSpace * 4, kSpace * 6 + (empty_->isHidden() ? 0 : rows), kSpace * 4, 0);
 }
 
 void PanelPage::CountNotes(const LongList& listed) {
@@ -144,10 +175,16 @@ void PanelPage::SetChoice(int number) {
 }
 
 void PanelPage::ApplyFilter(const QString& text) {
+    TreeState now = StateOfTree();
+    if (now.current.empty())
+        now.current = beforeFilter_.current;  // the filter hides it
+    if (isFiltered_)
+        now.open = std::move(beforeFilter_.open);
+    beforeFilter_ = std::move(now);
+    isFiltered_ = !text.trimmed().isEmpty();
     panel_.SetFilter(FromQString(text));
     model_->Rebuild();
-    if (!text.trimmed().isEmpty())
-        tree_->expandAll();
+    ShowState(beforeFilter_);
 }
 
 /// The Menu key opens the menu at the current entry, wherever the mouse is.

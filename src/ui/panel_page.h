@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QWidget>
 #include <functional>
+#include <string>
+#include <unordered_set>
 
 #include "notes/filter_panels.h"
 
@@ -44,6 +46,14 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// What is expanded in the tree without a filter, and the current entry, by keys that outlive the entries.
+    struct TreeState {
+        std::unordered_set<std::string> open;
+        std::string current;
+    };
+    TreeState StateOfTree() const;
+    void ShowState(const TreeState& state);
+    void ShowEmpty();
     void AddChoice();
     void AddTree();
     /// The menu of an entry, of the empty area (-1), or of both for the keyboard, at a place of the tree.
@@ -56,6 +66,8 @@ private:
     PanelKind kind_;
     const Theme& theme_;
     FilterPanel panel_;
+    bool isFiltered_ = false;
+    TreeState beforeFilter_;  // what the tree goes back to when the filter is cleared
     PanelModel* model_;
     QComboBox* choice_ = nullptr;
     QLineEdit* filter_ = nullptr;

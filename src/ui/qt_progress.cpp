@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "ui/qt_text.h"
+#include "ui/run_when_free.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -114,6 +115,7 @@ void QtProgress::Paint(bool always) {
     if (!panel_ || (!always && lastPaint_.elapsed() < kPaintEvery))
         return;
     ShowState();
+    const Busy busy;
     QApplication::processEvents(cancelGuard_ ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     lastPaint_.restart();
 }
@@ -212,6 +214,7 @@ void QtProgress::ShowStop(const std::string& text, QObject& stopper) {
 }
 
 bool QtProgress::Run(const std::string& text, const Work& work) {
+    const Busy busy;
     std::stop_source stop;
     InputGuard guard(stop, panel_);
     QEventLoop loop;

@@ -30,10 +30,12 @@ RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme
         RunWhenFree(window, [&window, path] { emit window.ImportRequested(PathToQString(path)); });
     };
     hooks.capture = [&window] {
-        if (NoteEditorWindow* const editor = OpenEditor())
-            editor->PasteClipboard();
-        else
-            RunWhenFree(window, [&window] { emit window.CaptureRequested(); });
+        RunWhenIdle(window, [&window] {
+            if (NoteEditorWindow* const editor = OpenEditor())
+                editor->PasteClipboard();
+            else
+                RunWhenFree(window, [&window] { emit window.CaptureRequested(); });
+        });
     };
     hooks.showReminder = [&window, &app, &theme](const std::string& id) {
         RunWhenFree(window, [&window, &app, &theme, id] { ShowReminder(app, theme, window, id); });

@@ -9,15 +9,44 @@ namespace {
 
 constexpr int kRetry = 200;  // milliseconds
 
+int commandsAtWork = 0;
+
+bool IsIdle() {
+    return commandsAtWork == 0;
+}
+
+void RunOnce(bool (*mayRun)(), QObject& owner, const std::function<void()>& step, int delay) {
+    QTimer::singleShot(delay, &owner, [mayRun, &owner, step] {
+        if (mayRun())
+            step();
+        else
+            RunOnce(mayRun, owner, step, kRetry);
+    });
+}
+
 }  // namespace
 
+Busy::Busy() {
+    ++commandsAtWork;
+}
+
+Busy::~Busy() {
+    --commandsAtWork;
+}
+
+bool IsFree() {
+    return IsIdle() && !QApplication::activeModalWidget();
+}
+
 void RunWhenFree(QObject& owner, const std::function<void()>& step, int delay) {
-    QTimer::singleShot(delay, &owner, [&owner, step] {
-        if (QApplication::activeModalWidget())
-            RunWhenFree(owner, step, kRetry);
-        else
-            step();
-    });
+    RunOnce(IsFree, owner, step, delay);
+}
+
+void RunWhenIdle(QObject& owner, const std::function<void()>& step) {
+    if (IsIdle())
+        step();
+    else
+        RunOnce(IsIdle, owner, step, kRetry);
 }
 
 }  // namespace lore

@@ -6,7 +6,22 @@ class QObject;
 
 namespace lore {
 
-/// Runs a step once the event loop is back and no dialog is open. Without the owner nothing runs any more.
+/// While one lives, a command is at work that looks to events now and then: what would begin another command waits.
+class Busy {
+public:
+    Busy();
+    ~Busy();
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+};
+
+/// True while no command is at work and no dialog is open.
+bool IsFree();
+
+/// Runs a step once the event loop is back and the program is free. Without the owner nothing runs any more.
 void RunWhenFree(QObject& owner, const std::function<void()>& step, int delay = 0);
+
+/// Runs a step that may come while a dialog is open: now, or once no command is at work.
+void RunWhenIdle(QObject& owner, const std::function<void()>& step);
 
 }  // namespace lore

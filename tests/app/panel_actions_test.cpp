@@ -5,6 +5,7 @@
 #include "app/app_world.h"
 #include "app/category_editing.h"
 #include "notes/print_preview.h"
+#include "support/note_reading.h"
 
 namespace lore {
 namespace {
@@ -88,9 +89,7 @@ protected:
     }
     /// A note as the disk has it.
     CNote OnDisk(const std::string& file, int32_t id) {
-        std::vector<CNote> notes;
-        LoadNoteFile(folder.paths.NoteFile(file), app.Context(), notes);
-        for (CNote& note : notes)
+        for (const CNote& note : NotesOfFile(folder.paths.NoteFile(file), app.Context()))
             if (note.id == id)
                 return note;
         return {};
@@ -182,8 +181,8 @@ TEST_F(PanelActionsTest, TheFocusNoteGetsTheValue) {
     EXPECT_TRUE(filed.categories[0].IsSameTree(PathOf({{5, "Places"}}))) << "set 1 for all sets";
     EXPECT_TRUE(filed.categories[2].IsSameTree(PathOf({{3, "Lights"}, {4, "Lenses"}})));
     const CProCategoryList& forest = app.NoteBook().categories;
-    EXPECT_TRUE(forest.FindByID(5)->HasNote(1, 1) && forest.FindByID(3)->HasNote(1, 3));
-    EXPECT_FALSE(forest.FindByID(3)->HasNote(1, 1) || forest.FindByID(kUnassignedID)->HasNote(1, 3));
+    EXPECT_TRUE(forest.FindByID(5)->notes[0].Contains(1) && forest.FindByID(3)->notes[2].Contains(1));
+    EXPECT_FALSE(forest.FindByID(3)->notes[0].Contains(1) || forest.FindByID(kUnassignedID)->notes[2].Contains(1));
     EXPECT_EQ(Logged(1).CategoriesChanged, clock.now);
 }
 
@@ -276,7 +275,7 @@ TEST_F(PanelActionsTest, EditedTreesReachListAndCounter) {
     EXPECT_EQ(progress.messages.back(), "Updating Category Changes....");
     EXPECT_EQ(app.List().Find(1)->categories[0].name, "Aerials");
     EXPECT_EQ(OnDisk(firstDay, 1).categories[0].name, "Aerials");
-    EXPECT_EQ(app.NoteBook().categories.FindByID(4)->GetParentName(), "Aerials");
+    EXPECT_EQ(app.NoteBook().categories.FindByID(4)->parent->name, "Aerials");
     EXPECT_FALSE(app.NoteBook().categories.FindRootByName("Dropped"));
 }
 

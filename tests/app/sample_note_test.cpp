@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/sample_categories.h"
+#include "classify/forest_builder.h"
 
 namespace lore {
 namespace {
@@ -36,8 +37,7 @@ TEST(SampleCategories, NumbersTheForestBehindTheLastIdAndFindsPaths) {
     ASSERT_EQ(forest.Roots().size(), 3u);
     EXPECT_TRUE(forest.Roots()[0].IsUnassigned());
     const CProCategoryTree path = SampleCategoryPath(forest, "A/B/C");
-    EXPECT_EQ(path.GetDeepestLevel(), 2);
-    EXPECT_EQ(DeepestCategoryID(path), 43);
+    EXPECT_EQ(Shape(path), "41:A(42:B(43:C))");
     EXPECT_EQ(path.children[0].parentID, 41);
     EXPECT_EQ(DeepestCategoryID(SampleCategoryPath(forest, "A/D")), 44);
     for (const char* unknown : {"", "B", "A/C", "A/B/C/D", "a"})

@@ -12,6 +12,7 @@
 #include "app/sample_note.h"
 #include "base/text.h"
 #include "calendar/event_file.h"
+#include "classify/forest_builder.h"
 #include "notes/attachment_kind.h"
 #include "notes/note_file.h"
 #include "notes/note_finder.h"
@@ -38,8 +39,7 @@ struct SampleWorld {
         LoadOptions options;
         options.mode = LoadMode::ReadOnly;
         LoadNoteBook(book, loadCounters, world.context, faults, options);
-        notes.clear();
-        LoadAllNotes(book.paths.Notes(), world.context, faults, notes);
+        notes = FindNotes(book.index, book.index.AllIDs(), world.context, faults);
     }
 
     /// Every file below the data folder with its bytes.
@@ -125,7 +125,7 @@ TEST_F(LoadedSample, ResolvesEveryReferenceOfItsNotes) {
         }
         for (int set = 1; set <= kSetCount; ++set) {
             const CProCategoryTree& path = note.categories[set - 1];
-            EXPECT_TRUE(path.IsEmptyPath() || path.IsSameTree(book.categories.GetNotePath(note.id, set))) << note.id;
+            EXPECT_TRUE(path.IsEmptyPath() || path.IsSameTree(NotePath(book.categories, note.id, set))) << note.id;
         }
     }
 }
@@ -295,6 +295,8 @@ TEST_F(SampleNoteBook, LeavesAMainNoteBookAloneThatHoldsAnything) {
         [&] { authors.SaveAuthors(Main().Authors()); },
         [&] { forest.Save(Main().Categories()); },
         [&] { fs::create_directories(Main().Sources()); },
+        [&] { writeBytes(Main().Authors()); },
+        [&] { writeBytes(Main().Categories()); },
     };
     for (const auto& fill : kFillings) {
         fs::remove_all(data.DataFiles());
@@ -322,6 +324,23 @@ TEST_F(SampleNoteBook, TellsWhatItCannotWrite) {
     std::ofstream(data.DataFiles()) << "a file where the folder should be";
     EXPECT_FALSE(Make().made);
     EXPECT_FALSE(faults.faults.empty());
+}
+
+TEST_F(SampleNoteBook, KeepsADamagedListBesideBeforeItIsWrittenAnew) {
+    Make();
+    Make();
+    const std::string whole = BytesOf(data.DatabasesFile());
+    std::string counted = whole;
+    counted[35] = '0';
+    for (const std::string& damaged : {whole.substr(0, whole.size() / 2), counted}) {
+        std::error_code ignored;
+        fs::remove(data.DatabasesFile().string() + ".kept", ignored);
+        std::ofstream(data.DatabasesFile(), std::ios::binary) << damaged;
+        faults.faults.clear();
+        EXPECT_TRUE(Make().made);
+        EXPECT_EQ(BytesOf(data.DatabasesFile().string() + ".kept"), damaged);
+        EXPECT_EQ(faults.faults.size(), 1u);
+    }
 }
 
 TEST_F(SampleNoteBook, ListsNothingBesideAListThatItCannotRead) {

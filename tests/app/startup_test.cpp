@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "app/app_world.h"
+#include "notes/note_cleaner.h"
 #include "support/scripted_agent.h"
 
 namespace lore {
@@ -73,6 +74,113 @@ TEST_F(Startup, AgentRunsBesideTheProgramOnlyWhenItIsTo) {
     EXPECT_EQ(agent.launches, 0);
 }
 
+/// A store whose file can't be written while its disk is full.
+class FullStore : public MemoryStore {
+public:
+    bool isFull = true;
+    bool Flush() override { return !isFull; }
+    StoreFailure Failure() const override { return {"/full/settings.ini", "No space left on device"}; }
+};
+
+TEST_F(Startup, WhatTheEndCantWriteIsToldWithItsFilesWhereTheCallerLooks) {
+    FullStore full;
+    CLorebinderApp other(folder.Path(), AppPorts{prompts, progress, clock, guids, full, faults});
+    lore::Start(other);
+    ASSERT_FALSE(faults.faults.empty());
+    EXPECT_EQ(faults.faults[0].path + ", " + faults.faults[0].reason, "/full/settings.ini, No space left on device");
+    faults.faults.clear();
+    const fs::path list = other.NoteBook().paths.LastViewList();
+    fs::remove(list);
+    fs::create_directories(list / "in the way");
+    NotedFaults atTheEnd;
+    other.ExitInstance(atTheEnd);
+    EXPECT_THAT(faults.faults, IsEmpty()) << "nobody looks there any more";
+    ASSERT_EQ(atTheEnd.faults.size(), 2u);
+    EXPECT_EQ(atTheEnd.faults[0].path, "/full/settings.ini");
+    EXPECT_EQ(atTheEnd.faults[1].path, list.string());
+}
+
+TEST_F(Startup, WhatFailedIsTriedAgainAndTheListStays) {
+    FullStore full;
+    CLorebinderApp other(folder.Path(), AppPorts{prompts, progress, clock, guids, full, faults});
+    other.LoadOptions();
+    other.SelectStartNoteBook();
+    const NoteBookPaths paths = other.NoteBook().paths;
+    fs::create_directories(paths.Sources() / "in the way");
+    fs::create_directories(paths.Notes());
+    PutBytes(paths.NoteFile("DAY01012020.dat"), NoteFileBytes(std::vector<CNote>{DayNote(5), DayNote(6)}));
+    other.FinishStartup();
+    other.Gather(LongList{6});
+    ASSERT_TRUE(!other.IsWhole() && other.CanTryAgain());
+
+    faults.faults.clear();
+    EXPECT_TRUE(other.TryAgain());
+    EXPECT_EQ(faults.faults.size(), 3u) << "the settings, twice since a load stores the counters, and the sources";
+    EXPECT_TRUE(other.CanTryAgain());
+    fs::remove_all(paths.Sources());
+    EXPECT_TRUE(other.TryAgain());
+    EXPECT_TRUE(other.IsWhole() && other.CanTryAgain()) << "the settings wait still";
+    full.isFull = false;
+    EXPECT_FALSE(other.TryAgain()) << "all has been read";
+    EXPECT_FALSE(other.CanTryAgain());
+    EXPECT_THAT(other.List().GetNoteIDs().Values(), ElementsAre(6));
+}
+
+/// Makes a file or a folder unreadable for a while.
+class Blocked {
+public:
+    Blocked(fs::path path, fs::path aside) : path_(std::move(path)), aside_(std::move(aside)) {
+        fs::rename(path_, aside_);
+        fs::create_symlink(path_.filename(), path_);
+    }
+    void Release() const {
+        ASSERT_TRUE(fs::is_symlink(path_)) << path_ << " was written over";
+        fs::remove(path_);
+        fs::rename(aside_, path_);
+    }
+
+private:
+    fs::path path_, aside_;
+};
+
+TEST_F(Startup, WhatWasListedAndCantBeReadIsKeptAndComesBackWhenItIsTriedAgain) {
+    Start("11.56");
+    const NoteBookPaths paths = app.NoteBook().paths;
+    fs::create_directories(paths.Notes());
+    PutBytes(paths.NoteFile("DAY01012020.dat"), NoteFileBytes(std::vector<CNote>{DayNote(5)}));
+    PutBytes(paths.NoteFile("DAY01022020.dat"), NoteFileBytes(std::vector<CNote>{DayNote(6, 2)}));
+    const auto saved = [&] { return LoadLastViewList(paths, faults).Values(); };
+    struct Case {
+        fs::path blocked;
+        std::vector<int32_t> atFirst, kept, again;
+    };
+    const Case cases[] = {{paths.NoteFile("DAY01012020.dat"), {6}, {6, 5, 99}, {6, 5}},
+                          {paths.Notes(), {}, {5, 6, 99}, {5, 6}},
+                          {paths.LastViewList(), {}, {}, {5, 6}}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.blocked);
+        faults.faults.clear();
+        SaveLastViewList(paths, LongList{5, 6, 99}, faults);
+        const Blocked blocked(c.blocked, folder.Path() / "aside");
+        CLorebinderApp other(folder.Path(), Ports());
+        lore::Start(other);
+        EXPECT_EQ(other.List().GetNoteIDs().Values(), c.atFirst);
+        EXPECT_FALSE(other.IsWhole());
+        EXPECT_TRUE(other.TryAgain());
+        EXPECT_FALSE(other.IsWhole()) << "nothing has changed";
+        other.ExitInstance();
+        if (c.blocked != paths.LastViewList()) {
+            EXPECT_EQ(saved(), c.kept);
+        }
+        blocked.Release();
+        EXPECT_TRUE(other.TryAgain());
+        EXPECT_TRUE(other.IsWhole());
+        EXPECT_EQ(other.List().GetNoteIDs().Values(), c.again);
+        other.ExitInstance();
+        EXPECT_EQ(saved(), c.again) << "a note that isn't there leaves the list";
+    }
+}
+
 TEST_F(Startup, OldVersionGetsItsNotesAsTheMainNoteBook) {
     MakeOldNotes();
     Start("9.5");
@@ -107,8 +215,11 @@ TEST_F(Startup, DataThatCantBeUpgradedAreNotWrittenOverAndCanBeTriedAgain) {
     EXPECT_EQ(Stored("ProgVersion"), "9.5");
     EXPECT_TRUE(fs::exists(data.DataFiles() / "Notes" / "DAY01012020.dat"));
 
+    EXPECT_FALSE(app.IsWhole());
+    EXPECT_TRUE(app.CanTryAgain());
     fs::remove(data.DataFiles() / "Databases");
-    app.FinishStartup();
+    EXPECT_TRUE(app.TryAgain());
+    EXPECT_FALSE(app.CanTryAgain());
     EXPECT_TRUE(app.MayWrite());
     EXPECT_EQ(app.NotesPane(), "Notes:    1");
     EXPECT_EQ(Stored("ProgVersion"), "11.56");

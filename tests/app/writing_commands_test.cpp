@@ -5,6 +5,7 @@
 
 #include "app/app_world.h"
 #include "app/category_editing.h"
+#include "notes/note_file.h"
 #include "sources/source_editor.h"
 
 namespace lore {
@@ -133,6 +134,90 @@ TEST_F(WritingCommandsTest, DeletingTheListAsksTwiceAndComesBackWithUndo) {
     EXPECT_FALSE(commands.DeleteNote(99));
 }
 
+TEST_F(WritingCommandsTest, WhatUndoCannotWriteComesBackWhenItIsTriedAgain) {
+    CNote withFile = commands.EditNote(3)->note;
+    withFile.attachments = {{0, 1.0, "A", "0000001.txt", "", 2, true}};
+    folder.Put("DAY01032020.dat", {withFile});
+    app.ReloadNotes(LongList{1, 2, 3});
+    const std::filesystem::path attached = folder.paths.Attachments() / "0000001.txt";
+    PutBytes(attached, "attached");
+    const std::vector<CNote> before = {commands.EditNote(2)->note, commands.EditNote(3)->note};
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+    ASSERT_TRUE(commands.DeleteNotes(LongList{2, 3}));
+    const std::filesystem::path note = folder.paths.NoteFile("DAY01022020.dat");
+    std::filesystem::remove(note);
+    for (const auto& blocked : {note, attached})
+        std::filesystem::create_directories(blocked / "in the way");
+
+    commands.Undo();
+    EXPECT_THAT(Listed(), ElementsAre(1, 3));
+    EXPECT_EQ(faults.faults.size(), 2u);
+    EXPECT_EQ(commands.WhatToUndo(), WritingCommands::NextUndo::Deletion) << "one note and a file are missing";
+
+    for (const auto& blocked : {note, attached})
+        std::filesystem::remove_all(blocked);
+    commands.Undo();
+    EXPECT_EQ(commands.WhatToUndo(), WritingCommands::NextUndo::None);
+    EXPECT_THAT(Listed(), ElementsAre(1, 2, 3));
+    EXPECT_EQ(BytesOf(attached), "attached");
+    for (const CNote& deleted : before)
+        EXPECT_EQ(NoteFileBytes({&commands.EditNote(deleted.id)->note, 1}), NoteFileBytes({&deleted, 1}));
+    EXPECT_EQ(faults.faults.size(), 2u);
+}
+
+TEST_F(WritingCommandsTest, ADeletedNoteComesBackToItsPlaceInTheList) {
+    struct Case {
+        int32_t order;
+        std::vector<int32_t> expected;
+    };
+    for (const Case& c : {Case{805, {3, 1, 2}}, Case{705, {3, 2, 1}}, Case{801, {3, 2, 1}}}) {
+        app.SetSortOrder(805);
+        app.ClearList();
+        for (const int32_t id : {3, 1})
+            app.Gather(LongList{id});
+        app.SetSortOrder(c.order);
+        prompts.answers = {PromptAnswer::Yes};
+        ASSERT_TRUE(commands.DeleteNote(3));
+        app.Gather(LongList{2});  // it came since
+        commands.Undo();
+        EXPECT_EQ(Listed(), c.expected) << c.order;
+    }
+}
+
+TEST_F(WritingCommandsTest, UndoingADeletionLeavesWhatTheUserHasOrderedSince) {
+    const auto remove = [this](const LongList& ids) {
+        prompts.answers.assign(ids.Count() == 1 ? 1 : 2, PromptAnswer::Yes);
+        ASSERT_TRUE(commands.DeleteNotes(ids));
+    };
+    struct Case {
+        std::vector<LongList> deletions;
+        std::function<void()> since;
+        std::vector<int32_t> toTop, toBottom;
+    };
+    const Case cases[] = {
+        {{{2}}, [this] { app.MoveNote(3, 1); }, {3, 1, 2}, {3, 1, 2}},
+        {{{1, 2}}, [] {}, {1, 2, 3}, {1, 2, 3}},
+        {{{2, 3}}, [] {}, {1, 2, 3}, {1, 2, 3}},
+        {{{2}, {1}}, [] {}, {1, 2, 3}, {1, 2, 3}},
+        {{{3}}, [this] { app.TakeOut(LongList{2}); }, {3, 1}, {1, 3}},
+        {{{2, 3}}, [this] { app.ClearList(); }, {2, 3}, {2, 3}},
+    };
+    for (const int32_t order : {705, 805}) {
+        for (const Case& c : cases) {
+            app.SetSortOrder(805);
+            app.ClearList();
+            app.Gather(LongList{1, 2, 3});
+            app.SetSortOrder(order);
+            for (const LongList& ids : c.deletions)
+                remove(ids);
+            c.since();
+            for (size_t i = 0; i < c.deletions.size(); ++i)
+                commands.Undo();
+            EXPECT_EQ(Listed(), order == 705 ? c.toTop : c.toBottom) << order << ", case " << &c - cases;
+        }
+    }
+}
+
 /// What a note names may be gone, or be something else, by the time that it comes back.
 TEST_F(WritingCommandsTest, ADeletedNoteComesBackToItsOwnSourceAndCategories) {
     const auto addSource = [this](const std::string& title) {
@@ -181,10 +266,10 @@ TEST_F(WritingCommandsTest, ADeletedNoteComesBackToItsOwnSourceAndCategories) {
         EXPECT_TRUE(back->NoteIDs.Contains(2));
         EXPECT_TRUE(book.sources.FindSourceByID(source)->NoteIDs.IsEmpty());
         EXPECT_EQ(note.categories[0].name, "Ocean");
-        EXPECT_TRUE(book.categories.FindByID(renamed)->HasNote(2, 1));
+        EXPECT_TRUE(book.categories.FindByID(renamed)->notes[0].Contains(2));
         const CProCategoryTree* const sky = book.categories.FindRootByName("Sky");
         ASSERT_NE(sky, nullptr);
-        EXPECT_TRUE(sky->HasNote(2, 2));
+        EXPECT_TRUE(sky->notes[1].Contains(2));
         app.ReloadNotes({});
     }
     EXPECT_TRUE(faults.faults.empty());

@@ -18,7 +18,7 @@ protected:
     /// "a.dat" holds "old", "link.dat" names it, "from" is longer than one piece of a copy.
     void Prepare() {
         for (const auto& entry : std::filesystem::directory_iterator(folder_.Path()))
-            std::filesystem::remove(entry);
+            std::filesystem::remove_all(entry);
         std::ofstream(folder_ / "a.dat") << "old";
         std::ofstream(folder_ / "from") << long_;
         std::filesystem::create_symlink("a.dat", folder_ / "link.dat");
@@ -49,6 +49,12 @@ TEST_F(FileFaults, AChangeIsToldAsMadeOnlyIfEachOfItsCallsWas) {
         {"list", [](const auto& f) { return SaveLongListFile({7}, f / "a.dat"); }, "a.dat", list.Logical(), 1, 1},
         {"copy", [](const auto& f) { return CopyFileAtomically(f / "from", f / "a.dat"); }, "a.dat", long_, 2, 5},
         {"keep", [&](const auto& f) { return KeepCopy(f / "from", kept); }, "from.kept", long_, 2, 5},
+        {"folders",
+         [](const auto& f) {
+             const FileResult made = MakeFolders(f / "new");
+             return made.Ok() ? WriteFileAtomically(f / "new" / "b.dat", "new") : made;
+         },
+         "new/b.dat", "new", 2, 1},
         {"remove", [](const auto& f) { return RemoveFile(f / "a.dat"); }, "a.dat", "", 1, 0},
     };
     for (const Change& change : changes) {

@@ -77,10 +77,78 @@ TEST_F(FileIo, ReadsAPipeToItsEnd) {
         ::_exit(::write(ends[1], sent.data(), sent.size()) == static_cast<ssize_t>(sent.size()) ? 0 : 1);
     ::close(ends[1]);
     std::string got;
-    EXPECT_TRUE(ReadFile("/dev/fd/" + std::to_string(ends[0]), got).Ok());
+    EXPECT_FALSE(ReadFile("/dev/fd/" + std::to_string(ends[0]), got).Ok());
+    EXPECT_TRUE(ReadFileOrStream("/dev/fd/" + std::to_string(ends[0]), got).Ok());
     EXPECT_EQ(got, sent);
     ::waitpid(child, nullptr, 0);
     ::close(ends[0]);
+}
+
+TEST_F(FileIo, LeavesAloneWhatIsNoFile) {
+    ASSERT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("/dev/zero", folder_ / "zero");
+    std::filesystem::create_symlink("pipe", folder_ / "link");
+    std::filesystem::create_symlink("loop", folder_ / "loop");
+    const size_t entries = Entries();
+    std::string bytes;
+    for (const char* const name : {"pipe", "zero", "link", "loop"}) {
+        const std::filesystem::path path = folder_ / name;
+        const auto before = std::filesystem::symlink_status(path).type();
+        const std::string reason =
+            name == std::string("loop") ? "Too many levels of symbolic links" : "Not a regular file";
+        EXPECT_EQ(ReadFile(path, bytes).Reason(), reason) << name;
+        EXPECT_EQ(WriteFileAtomically(path, "new").Reason(), reason) << name;
+        EXPECT_EQ(ReplaceFile(path, "new").Reason(), reason) << name;
+        EXPECT_EQ(std::filesystem::symlink_status(path).type(), before) << name;
+    }
+    EXPECT_EQ(Entries(), entries);
+}
+
+TEST_F(FileIo, KeepsThePermissionsOfWhatItReplaces) {
+    const auto modeOf = [&](const std::string& name) {
+        struct stat info = {};
+        return ::stat((folder_ / name).c_str(), &info) == 0 ? info.st_mode & 07777 : 0;
+    };
+    for (const mode_t mode : {0600, 0640, 0666, 0444}) {
+        std::ofstream(folder_ / "a.dat") << "old " << mode;
+        ASSERT_EQ(::chmod((folder_ / "a.dat").c_str(), mode), 0);
+        ASSERT_TRUE(WriteFileAtomically(folder_ / "a.dat", "new").Ok());
+        EXPECT_EQ(modeOf("a.dat"), mode);
+        std::filesystem::path kept;
+        ASSERT_TRUE(KeepCopy(folder_ / "a.dat", kept).Ok());
+        EXPECT_EQ(modeOf(kept.filename().string()) & ~(mode | 0200), 0u) << "nobody else may read the copy";
+        std::filesystem::remove(folder_ / "a.dat");
+    }
+}
+
+TEST_F(FileIo, WritesThroughALinkAlsoToAFileThatIsNotThere) {
+    std::filesystem::create_directory(folder_ / "sub");
+    std::filesystem::create_symlink("new.dat", folder_ / "sub" / "near");
+    std::filesystem::create_symlink("sub/near", folder_ / "far");
+    for (const char* const bytes : {"made", "replaced"}) {
+        EXPECT_TRUE(WriteFileAtomically(folder_ / "far", bytes).Ok());
+        EXPECT_EQ(Content("sub/new.dat"), bytes);
+    }
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "far") && std::filesystem::is_symlink(folder_ / "sub" / "near"));
+}
+
+TEST_F(FileIo, MakesTheFoldersThatLeadToAPlace) {
+    std::ofstream(folder_ / "file") << "x";
+    std::filesystem::create_symlink("gone", folder_ / "link");
+    for (const char* const name : {"a/b/c", "a/b/c", "a/b/d/", "."})
+        EXPECT_TRUE(MakeFolders(folder_ / name).Ok()) << name;
+    EXPECT_TRUE(std::filesystem::is_directory(folder_ / "a/b/c") && std::filesystem::is_directory(folder_ / "a/b/d"));
+    for (const char* const name : {"file", "file/a", "link", "link/a"})
+        EXPECT_FALSE(MakeFolders(folder_ / name).Ok()) << name;
+    EXPECT_TRUE(MakeFolders("").Ok());
+}
+
+TEST_F(FileIo, KnowsItsTemporaryNames) {
+    for (const char* const name : {"a.dat", "x", ".hidden.", "a.1-2.tmp"})
+        EXPECT_TRUE(IsTemporaryName(TemporaryName(folder_ / name).filename().string())) << name;
+    for (const char* const name : {"", ".tmp", ".1-2.tmp", "a.1-2.tmp", ".a.tmp", ".a.1-.tmp", ".a.-2.tmp", ".a1-2.tmp",
+                                   ".a.1-2.tmp.kept", ".a.1-2.dat", ".a.x-2.tmp"})
+        EXPECT_FALSE(IsTemporaryName(name)) << name;
 }
 
 TEST_F(FileIo, CopiesAFileAsAWholeOrNotAtAll) {

@@ -163,6 +163,10 @@ TEST(TextStream, ReadsWhatAReaderOfSingleBytesReads) {
         const std::string logical = Translated(disk);
         ASSERT_EQ(reader.Rest(), logical) << testing::PrintToString(disk);
         EXPECT_EQ(reader.HasZero(), logical.find('\0') != std::string::npos) << testing::PrintToString(disk);
+        reader.TakeBytes(reader.Size());
+        const size_t end = disk.find('\x1A');
+        const bool endsAtItsEnd = end == std::string::npos || end + 1 == disk.size();
+        EXPECT_EQ(reader.ReadWhole(), endsAtItsEnd && !reader.HasZero()) << testing::PrintToString(disk);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "bibliography/author_list.h"
 #include "bibliography/author_name.h"
 #include "bibliography/author_text.h"
+#include "bibliography/new_author.h"
 #include "bibliography/source_builder.h"
 
 namespace lore {
@@ -115,6 +116,32 @@ TEST(AuthorList, NextIdIsAboveTheHighest) {
     EXPECT_EQ(authors.NextAuthorID(), 4);
     authors.AddAuthor(Author(2147483647, "", "", "Last"));
     EXPECT_EQ(authors.NextAuthorID(), 2147483647);
+}
+
+TEST(AuthorList, NewIdsAreNoOtherAuthors) {
+    struct Case {
+        std::vector<int32_t> authors;
+        LongList named;  // by a source
+        int last, id, lastAfter;
+    };
+    const Case cases[] = {{{3, 9}, {}, 1, 10, 10},
+                          {{3, 9}, {10}, 20, 21, 21},
+                          {{3}, {}, 2147483646, 2147483647, 2147483647},
+                          {{3}, {}, 2147483647, 2, 2147483647},
+                          {{2, 2147483647}, {}, 1, 3, 3},
+                          {{2, 2147483647}, {3, 5}, 2147483647, 4, 2147483647}};
+    for (const Case& c : cases) {
+        AuthorList authors;
+        for (const int32_t id : c.authors)
+            authors.AddAuthor(Author(id, "", "", "Name"));
+        CSource source = FullSource(1011);
+        source.AuthorIDs = c.named;
+        SourceList sources;
+        sources.AddTail(source);
+        int last = c.last;
+        EXPECT_EQ(NewAuthorID(authors, sources, last), c.id);
+        EXPECT_EQ(last, c.lastAfter);
+    }
 }
 
 TEST(AuthorList, UpdateTrimsAndRefusesNoName) {

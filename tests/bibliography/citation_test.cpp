@@ -5,8 +5,10 @@
 #include <map>
 #include <sstream>
 
+#include "base/text.h"
 #include "bibliography/custom_type_list.h"
 #include "bibliography/source_builder.h"
+#include "bibliography/source_types.h"
 
 namespace lore {
 namespace {
@@ -166,6 +168,27 @@ TEST(Citation, ManyUnknownAuthorsAreHalvedAtEachFormat) {
     EXPECT_EQ(source.AuthorIDs.Count(), 100000u);
 }
 
+TEST(Citation, ListOfAuthorsThatNoRecordHoldsEndsEarlier) {
+    for (const size_t length : {size_t{100}, kMaxStringLength - 20, kMaxStringLength - 2, kMaxStringLength + 1}) {
+        AuthorList authors;
+        authors.AddAuthor(Author(1, "Ada", "", std::string(length, 'x')));
+        authors.AddAuthor(Author(2, "John", "Q", "Smith"));
+        for (const LongList& ids : {LongList{1}, LongList{1, 2}, LongList{2, 1, 2}}) {
+            for (int32_t style = 0; style < kStyleCount; ++style) {
+                CSource source;
+                source.FormatStyle = style;
+                source.AuthorIDs = ids;
+                FormatSource(source, authors);
+                const std::string& text = source.AuthorText;
+                EXPECT_LE(text.size(), kMaxStringLength) << length << " style " << style;
+                const bool isCut = ToUpper(text.substr(text.size() - std::min<size_t>(text.size(), 6))) == "ET AL.";
+                EXPECT_FALSE(isCut && length == 100) << style;
+                EXPECT_TRUE(isCut || length <= kMaxStringLength) << style;
+            }
+        }
+    }
+}
+
 TEST(Citation, DateTextFillsSlotTwoEvenInAShortList) {
     CSource source;
     source.FieldTexts = {"Title"};
@@ -276,23 +299,22 @@ TEST(CustomCitation, DamagedTypeWithManyLongFieldsStaysSmall) {
     EXPECT_LT(source.FormattedText.size(), 700000u);
 }
 
-TEST(CitationField, OrdinalsFollowTheLastTwoDigits) {
-    const std::map<std::string, std::string> ordinals = {
-        {"", ""},         {"0", "0th"},     {"1", "1st"},   {"2", "2nd"},   {"3", "3rd"},     {"4", "4th"},
-        {"11", "11th"},   {"12", "12th"},   {"13", "13th"}, {"21", "21st"}, {"22", "22nd"},   {"103", "103rd"},
-        {"111", "111th"}, {"112", "112th"}, {"1x", "1xth"}, {"x1", "x1st"}, {"2/3", "2/3rd"}, {"1 ", "1 th"}};
-    for (const auto& [text, ordinal] : ordinals)
-        EXPECT_EQ(MakeOrdinal(text), ordinal);
+TEST(CitationField, OnlyABareNumberBecomesAnOrdinalThatFollowsItsLastTwoDigits) {
+    const std::map<std::string, std::string> fields = {
+        {"", ""},           {"0", "<0th>"},     {"1", "<1st>"},     {"2", "<2nd>"},     {"3", "<3rd>"},
+        {"4", "<4th>"},     {"11", "<11th>"},   {"12", "<12th>"},   {"13", "<13th>"},   {"21", "<21st>"},
+        {"22", "<22nd>"},   {"103", "<103rd>"}, {"111", "<111th>"}, {"112", "<112th>"}, {"1 ", "<1 th>"},
+        {"2/3", "<2/3rd>"}, {"3'", "<3'th>"},   {"3rd", "<3rd>"},   {"3.", "<3.>"},     {"1x", "<1x>"}};
+    for (const auto& [text, result] : fields) {
+        std::string out;
+        AppendField(out, text, "<", ">", true);
+        EXPECT_EQ(out, result);
+    }
 }
 
-TEST(CitationField, OnlyABareNumberBecomesAnOrdinal) {
+TEST(CitationField, ABlankIsAText) {
     CSource source;
-    for (const auto& [text, result] : std::map<std::string, std::string>{
-             {"3", "<3rd>!"}, {"3rd", "<3rd>!"}, {"2/3", "<2/3rd>!"}, {"3.", "<3.>!"}, {"3'", "<3'th>!"}, {"", ""}}) {
-        source.FieldTexts[5] = text;
-        EXPECT_EQ(MakeField(source, 5, "<", ">", "!", true), result);
-    }
-    EXPECT_EQ(MakeField(source, 99, "<", ">"), "");
+    EXPECT_EQ(FieldText(source, 99), "");
     source.FieldTexts[14] = " ";
     EXPECT_TRUE(HasField(source, 14));
     EXPECT_FALSE(HasField(source, 15));

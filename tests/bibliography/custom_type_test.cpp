@@ -110,18 +110,6 @@ TEST(CustomTypeList, SortAgreesWithTheSlowSelectionOnRandomNames) {
     }
 }
 
-TEST(CustomTypeList, ReplacesByGuidOrAppendsWhenAsked) {
-    CustomTypeList types;
-    types.AddType(TypeOf("{1}", "one"));
-    EXPECT_FALSE(types.ReplaceType(TypeOf("{2}", "two"), false));
-    EXPECT_TRUE(types.ReplaceType(TypeOf("{2}", "two"), true));
-    EXPECT_TRUE(types.ReplaceType(TypeOf("{1}", "new"), false));
-    EXPECT_EQ(NamesOf(types), (std::vector<std::string>{"new", "two"}));
-    types.RemoveAt(0);
-    EXPECT_EQ(types.FindTypeByGUID("{1}"), nullptr);
-    EXPECT_EQ(types.FindTypeByGUID("{2}"), &types[0]);
-}
-
 TEST(CustomTypeList, ChoicesNumberTheTypesBehindTheStandardOnes) {
     CustomTypeList types;
     types.AddType(TypeOf("{1}", "Letter"));

@@ -21,8 +21,25 @@ TEST(SourceList, NewIdsBeginAt1011) {
     EXPECT_EQ(list.NewSourceID(), 1501);
     EXPECT_TRUE(list.RemoveSource(1500));
     EXPECT_EQ(list.NewSourceID(), 1011);
-    list.AddTail(FullSource(2147483647));
-    EXPECT_EQ(list.NewSourceID(), 2147483647);
+    for (const int32_t id : {1012, 2147483647})
+        list.AddTail(FullSource(id));
+    for (const int32_t id : {1011, 1013, 1014}) {
+        EXPECT_EQ(list.NewSourceID(), id) << "the lowest free one behind the highest";
+        list.AddTail(FullSource(id));
+    }
+    EXPECT_TRUE(list.RemoveSource(1013));
+    EXPECT_EQ(list.NewSourceID(), 1013);
+}
+
+TEST(SourceList, NewIdsBeginAboveThoseThatAreReserved) {
+    SourceList list;
+    list.AddTail(FullSource(1011));
+    list.ReserveIDs(1600);
+    EXPECT_EQ(list.NewSourceID(), 1601);
+    list.AddTail(FullSource(1700));
+    EXPECT_EQ(list.NewSourceID(), 1701);
+    list.RemoveAll();
+    EXPECT_EQ(list.NewSourceID(), 1011);
 }
 
 TEST(SourceList, FindsTheFirstOfEqualKeysThroughEveryChange) {
@@ -78,19 +95,6 @@ TEST(SourceList, SortAgreesWithTheSlowSelectionOnRandomCitations) {
     }
 }
 
-TEST(SourceList, ComparesByCitationsIgnoringCase) {
-    EXPECT_EQ(CompareSources(CitationOnly(1, "ABC"), CitationOnly(2, "abc")), 0);
-    EXPECT_LT(CompareSources(CitationOnly(1, "abc"), CitationOnly(2, "ABD")), 0);
-    SourceList shorter, longer;
-    shorter.AddTail(CitationOnly(1, "a"));
-    longer.AddTail(CitationOnly(2, "A"));
-    EXPECT_EQ(CompareSourceLists(shorter, longer), 0);
-    longer.AddTail(CitationOnly(3, "b"));
-    EXPECT_LT(CompareSourceLists(shorter, longer), 0);
-    shorter[0].FormattedText = "b";
-    EXPECT_GT(CompareSourceLists(shorter, longer), 0);
-}
-
 TEST(SourceList, TiesNotesToKnownSourcesOnly) {
     SourceList list;
     list.AddTail(FullSource(7));
@@ -104,8 +108,8 @@ TEST(SourceList, TiesNotesToKnownSourcesOnly) {
     EXPECT_TRUE(list[2].NoteIDs.IsEmpty());
     list.RemoveNoteID(8, 5);
     EXPECT_TRUE(list[1].NoteIDs.IsEmpty());
-    list.RemoveNoteIDFromAll(5);
-    EXPECT_EQ(list[0].NoteIDs, LongList{6});
+    list.RemoveNoteID(99, 5);
+    EXPECT_EQ(list[0].NoteIDs, (LongList{5, 6}));
 }
 
 TEST(SourceList, GroupsByExactKeysAndSumsTheNotes) {

@@ -73,7 +73,7 @@ SourceList LoadOfShape(const Shape& shape, const std::vector<CSource>& sources, 
     PutBytes(folder / "Sources.dat", out.DiskBytes());
     SourceList list;
     EXPECT_TRUE(list.LoadSources(folder / "Sources.dat", context).Ok());
-    EXPECT_TRUE(list.ReadWhole());
+    EXPECT_EQ(list.ReadWhole(), list.Count() == sources.size()) << "a source that was passed over is missing";
     return list;
 }
 

@@ -4,6 +4,7 @@
 
 #include "calendar/calendar_fixture.h"
 #include "calendar/event_reminders.h"
+#include "calendar/series.h"
 
 namespace lore {
 namespace {
@@ -103,6 +104,21 @@ TEST_F(EventChanges, ASeriesWithoutADateIsRefusedAndTheOldEventStays) {
     }
     ExpectFiles(events, reminders);
     EXPECT_EQ(progress.messages.back(), "Applying changes to event series....");
+}
+
+TEST_F(EventChanges, ASeriesThatIsTooLongIsMadeAsFarAsItGoesAndSaysSo) {
+    const DateTime first = Day(2030, 1, 1, 9);
+    const CTmEvent series = Series(kDaily, {1, 0, 1}, first, first.PlusDays(kMostOccurrences));
+    world.eventFile = folder / "none" / "Events.dat";
+    EXPECT_EQ(CreateEvent(world, series), EventSave::NotWritten);
+    EXPECT_TRUE(prompts.seen.empty()) << "none was made";
+    world.eventFile = folder / "Events.dat";
+    EXPECT_EQ(CreateEvent(world, series), EventSave::Saved);
+    ASSERT_EQ(prompts.seen.size(), 1u);
+    EXPECT_NE(prompts.seen[0].find("Series Too Long: A series can't have more than 100000 events."), std::string::npos);
+    EventList events;
+    ASSERT_TRUE(LoadEvents(world, events));
+    EXPECT_EQ(events.size(), kMostOccurrences + 6);
 }
 
 TEST_F(EventChanges, ASingleEventBecomesASeriesInItsPlaceAtTheEnd) {

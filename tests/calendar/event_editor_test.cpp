@@ -112,6 +112,8 @@ TEST_F(Editors, ASeriesTellsHowManyEventsItMakes) {
     EXPECT_EQ(editor.Summary(), "");
     editor.SetRecurring(true);
     EXPECT_EQ(editor.Summary(), "Repeats every day from 01/31/26 to 02/01/26, ends after 2 events, on 02/01/26");
+    editor.SetRecurrenceEnd(Day(2399, 12, 31));
+    EXPECT_NE(editor.Summary().find(", ends after 100000 events (a series can't have more), on "), std::string::npos);
     editor.ChooseTab(kMonthly);
     editor.SetRecurrenceEnd(Day(2026, 12, 31));
     EXPECT_EQ(editor.Summary(),

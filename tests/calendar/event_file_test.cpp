@@ -50,7 +50,7 @@ class EventFile : public testing::Test {
 protected:
     TempFolder folder_;
     ReadWorld world_;
-    std::filesystem::path path_ = folder_ / kEventFileName;
+    std::filesystem::path path_ = folder_ / "Events.dat";
 
     EventList Load() {
         EventList list;
@@ -156,7 +156,7 @@ TEST_F(EventFile, MergesALargeListWithoutWalkingTheFileForEachEvent) {
 TEST(ReminderFile, ReadsEveryFieldAndWritesTheSameBytes) {
     const TempFolder folder;
     ReadWorld world;
-    const std::filesystem::path path = folder / kReminderFileName;
+    const std::filesystem::path path = folder / "Rem.dat";
     const std::string bytes =
         "0000000011.560000000"
         "0000000000000002"
@@ -204,8 +204,6 @@ TEST(ReminderFile, ReadsEveryFieldAndWritesTheSameBytes) {
     list[0].SendTime = DateTime();
     EXPECT_TRUE(SaveReminders(path, list).Ok());
     EXPECT_EQ(BytesOf(path), bytes);
-    EXPECT_TRUE(LoadRemindersOfEvent(path, world.context, "{E}", list).Ok());
-    EXPECT_EQ(list.size(), 1u);
     const DateTime sent(2011, 2, 3, 9, 5);
     EXPECT_TRUE(LoadRemindersInRange(path, world.context, sent, sent, list).Ok());
     ASSERT_EQ(list.size(), 1u);

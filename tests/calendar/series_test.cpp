@@ -92,7 +92,12 @@ TEST(Series, EndsForDamagedPatterns) {
          {std::pair(DateTime::Invalid(), last), {first, DateTime::Invalid()}, {DateTime(), DateTime()}})
         EXPECT_EQ(Starts(Series(kDaily, {1, 0, 1}, from, to)), "") << "without its dates";
     CTmEvent single = Series(kDaily, {1, 0, 1}, first, last);
-    EXPECT_EQ(SeriesDates(single).size(), kMostOccurrences);
+    bool isCut = false;
+    EXPECT_EQ(SeriesDates(single, &isCut).size(), kMostOccurrences);
+    EXPECT_TRUE(isCut);
+    single.RecurrenceEnd = first.PlusDays(kMostOccurrences - 1);
+    EXPECT_EQ(SeriesDates(single, &isCut).size(), kMostOccurrences);
+    EXPECT_FALSE(isCut) << "just as many as a series can have";
     single.Recurring = 2112;
     EXPECT_TRUE(SeriesDates(single).empty()) << "1 alone recurs";
 }

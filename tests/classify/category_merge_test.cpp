@@ -1,26 +1,34 @@
 #include "classify/category_merge.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
+#include <set>
 
 #include "classify/forest_builder.h"
 
 namespace lore {
 namespace {
 
+CProCategoryTree* Named(std::vector<CProCategoryTree>& siblings, const std::string& name) {
+    const auto hit = std::ranges::find(siblings, name, &CProCategoryTree::name);
+    return hit == siblings.end() ? nullptr : &*hit;
+}
+
 /// The merge as it is told, with walks through the forest.
 struct PlainMerge {
     CProCategoryList& forest;
     int& stored;
+    CategoryIDs ids = forest.UsedIDs();
 
-    int32_t Into(CProCategoryTree& hit, CProCategoryTree& node, int32_t next) {
+    int64_t Into(CProCategoryTree& hit, CProCategoryTree& node, int64_t next) {
         for (size_t i = 0; i < kSetCount; ++i)
             hit.notes[i].Merge(node.notes[i]);
         for (CProCategoryTree& child : node.children) {
-            CProCategoryTree* found = hit.FindByPlace(child.name, child.GetParentName(), child.GetLevel());
+            CProCategoryTree* found = Named(hit.children, child.name);
             if (!found) {
-                next = child.Renumber(next);
+                next = child.Renumber(next, ids);
                 hit.AddChild(child);
             } else {
                 child.id = found->id;
@@ -37,11 +45,11 @@ struct PlainMerge {
         chain.LinkChildren();
         if (chain.name.empty() || chain.name == kUnassignedName)
             return;
-        if (CProCategoryTree* hit = forest.FindByPlace(chain.name, "", 0)) {
+        if (CProCategoryTree* hit = Named(forest.EditRoots(), chain.name)) {
             chain.id = hit->id;
             Into(*hit, chain, forest.GetMaxCategoryID(stored) + 1);
         } else {
-            chain.Renumber(forest.GetMaxCategoryID(stored) + 1);
+            chain.Renumber(forest.GetMaxCategoryID(stored) + 1, ids);
             forest.AddRoot(chain);
         }
     }
@@ -97,12 +105,42 @@ TEST(CategoryMerge, LeavesGapsWhereSubtreesAreNumbered) {
     EXPECT_EQ(stored, 11);
 }
 
+TEST(CategoryMerge, GoesOnWithFreeIdsBehindTheHighest) {
+    struct Case {
+        int32_t taken;
+        int stored;
+    };
+    for (const Case& c : {Case{kHighestID, 3}, Case{7, kHighestID}, Case{kHighestID - 2, 3}}) {
+        CProCategoryList forest = Forest({Node(c.taken, "A", {Node(5, "B")}), Node(kUnassignedID, kUnassignedName)});
+        int stored = c.stored;
+        CProCategoryTree below = Chain({"A", "B", "C", "D"}), beside = Chain({"X", "Y"}), known = Chain({"A", "B"});
+        {
+            CategoryMerger merger(forest, stored);
+            merger.MergePath(1, known, 1);
+            EXPECT_FALSE(merger.HasAdded());
+            merger.MergePath(2, below, 1);
+            merger.MergePath(3, beside, 1);
+            EXPECT_TRUE(merger.HasAdded());
+        }
+        std::set<int32_t> ids = {c.taken, 5, kUnassignedID};
+        const CProCategoryTree &third = below.children[0].children[0], &root = beside;
+        for (const CProCategoryTree* made : {&third, &third.children[0], &root, &root.children[0]}) {
+            EXPECT_GT(made->id, 0);
+            EXPECT_TRUE(ids.insert(made->id).second) << Shape(forest);
+            EXPECT_EQ(forest.FindByID(made->id)->name, made->name);
+        }
+        EXPECT_EQ(forest.FindByID(third.id)->notes[0], (LongList{2}));
+        EXPECT_GE(stored, c.stored);
+    }
+}
+
 TEST(CategoryMerge, MergesSubtreesIntoTheTarget) {
     CProCategoryTree target = Node(1, "T", {Node(2, "x")});
     target.AddNote(7, 1);
     CProCategoryTree moved = Node(5, "T", {Node(6, "x", {Node(7, "y")}), Node(8, "z")});
     moved.AddNote(9, 1);
-    EXPECT_EQ(MergeInto(target, moved, 20), 22);
+    CategoryIDs ids;
+    EXPECT_EQ(MergeInto(target, moved, 20, ids), 22);
     EXPECT_EQ(Shape(target), "1:T(2:x(20:y),21:z)");
     EXPECT_EQ(target.children[0].notes[0], (LongList{7, 9}));
     EXPECT_TRUE(IsLinked(target));
@@ -153,7 +191,7 @@ TEST(OldCategory, IsBoundedOnDamagedRecords) {
     WriteOldPath(deep, entries);
     WriteFixedInt(&promised, 2'000'000'000);
     RecordReader deepReader(deep.DiskBytes()), promisedReader(promised.DiskBytes());
-    EXPECT_EQ(ReadOldPathAsChain(&deepReader).GetDeepestLevel(), kMaxNesting - 1);
+    EXPECT_EQ(LevelsBelow(ReadOldPathAsChain(&deepReader)), kMaxNesting - 1);
     CCategoryTree tree;
     ReadOldPathRecord(&promisedReader, tree);
     EXPECT_LE(tree.entries.size(), static_cast<size_t>(kMaxMadeUpEntries));
@@ -175,7 +213,7 @@ TEST(OldCategory, BringsEmptyCategoriesIntoTheForestWithoutNotes) {
     CategoryMerger(forest, stored).MergeEmptyCategories(trees);
     EXPECT_EQ(Shape(forest), "5:A(6:New) 7:Root");
     for (const int32_t id : {5, 6, 7})
-        EXPECT_FALSE(forest.FindByID(id)->HasNotes(kAllSets));
+        EXPECT_TRUE(forest.FindByID(id)->GetNotes(kAllSets).IsEmpty());
     RemoveFile(path);
     EXPECT_TRUE(LoadEmptyCategories(path, trees).Missing());
     EXPECT_TRUE(trees.empty());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,33 @@ inline std::string Shape(const CProCategoryList& forest) {
     for (const CProCategoryTree& root : forest.Roots())
         text += (text.empty() ? "" : " ") + Shape(root);
     return text;
+}
+
+/// How many levels a node has below it.
+inline int LevelsBelow(const CProCategoryTree& node) {
+    int levels = 0;
+    for (const CProCategoryTree& child : node.children)
+        levels = std::max(levels, 1 + LevelsBelow(child));
+    return levels;
+}
+
+/// The chain of categories that hold a note, `<UNASSIGNED>` left out; an empty path if none does.
+inline CProCategoryTree NotePath(const CProCategoryList& forest, int32_t note, int set) {
+    const auto firstWith = [&](const std::vector<CProCategoryTree>& siblings) {
+        const auto hit = std::find_if(siblings.begin(), siblings.end(), [&](const CProCategoryTree& node) {
+            return !node.IsUnassigned() && node.notes[static_cast<size_t>(set - 1)].Contains(note);
+        });
+        return hit == siblings.end() ? nullptr : &*hit;
+    };
+    CProCategoryTree path;
+    CProCategoryTree* end = nullptr;
+    for (const CProCategoryTree* hit = firstWith(forest.Roots()); hit; hit = firstWith(hit->children)) {
+        end = end ? &end->children.emplace_back() : &path;
+        end->id = hit->id;
+        end->name = hit->name;
+    }
+    path.LinkChildren();
+    return path;
 }
 
 /// True if every parent pointer and parent id below a node is true.

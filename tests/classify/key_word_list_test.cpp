@@ -65,9 +65,6 @@ TEST(KeyWordList, KeepsCaseApartAndSortsTheLaterOneFirst) {
     EXPECT_EQ(list.FindByName("cat")->notes, (LongList{1, 2}));
     list.SortKeyWords();
     EXPECT_EQ(Names(list), "[A][a][b][Cat][cat]");
-    EXPECT_EQ(list.GetKeyWordsOfNote(1, ",  "), "A,  a,  b,  Cat,  cat");
-    EXPECT_EQ(list.GetKeyWordsOfNote(2, ",  "), "cat");
-    EXPECT_EQ(list.GetKeyWordsOfNote(3, ",  "), "");
 }
 
 TEST(KeyWordList, CountsTheTextInTheEditFieldAsOneNote) {

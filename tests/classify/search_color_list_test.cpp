@@ -34,15 +34,15 @@ TEST(SearchColorList, GivesTheIdOfTheLastEntryAgain) {
     list.AddNoteToColor(1, MakeRgb(10, 0, 0));
     list.AddNoteToColor(2, MakeRgb(50, 0, 0));
     list.RemoveNote(2);
-    EXPECT_EQ(list.FindByID(5), nullptr);
+    EXPECT_EQ(list.Count(), 1u);
     list.AddNoteToColor(3, MakeRgb(90, 0, 0));
     list.AddNoteToColor(4, MakeRgb(130, 0, 0));
     list.RemoveNote(3);
     list.AddNoteToColor(5, MakeRgb(90, 0, 0));
     EXPECT_EQ(Text(list), "[4 10: 1][6 130: 4][7 90: 5]");
-    list.RemoveAll();
+    list.RemoveNotes({1, 4, 5});
     list.AddNoteToColor(6, 1);
-    EXPECT_EQ(list.FindByID(4)->notes, (LongList{6}));
+    EXPECT_EQ(Text(list), "[4 1: 6]");
 }
 
 /// The list as it is told.

@@ -99,7 +99,9 @@ class Shapes(CliTest):
         file = self.world.top / "note.rtf"
         for note in self.world.notes:
             file.write_text(note["rtfText"], encoding="ascii", newline="")
-            document = self.json("text", file)
+            printed = self.world.run("--json", "text", file).stdout
+            document = json.loads(printed)
+            self.assertEqual(printed, json.dumps(document, ensure_ascii=False, separators=(",", ":")) + "\n")
             runs = "".join(run["text"] for p in document["paragraphs"] for run in p["runs"])
             self.assertEqual(runs.rstrip("\n"), document["text"].rstrip("\n"))
             self.assertEqual(document["text"], note["plainText"].replace("\r\n", "\n"))
@@ -329,7 +331,10 @@ class Statuses(CliTest):
     def test_output_that_cannot_be_written_is_a_fault(self):
         with open("/dev/full", "w", encoding="utf-8") as full:
             done = self.world.run("authors", capture_output=False, stdout=full, stderr=subprocess.PIPE)
-        self.assertEqual(done.returncode, 3, done.stderr)
+            self.assertEqual(done.returncode, 3, done.stderr)
+            for words in ("--help", "--version"):
+                done = subprocess.run([self.world.cli, words], stdout=full, stderr=subprocess.PIPE, check=False)
+                self.assertEqual(done.returncode, 3, words)
 
     def test_a_folder_that_another_process_holds_is_left_alone(self):
         with open(self.world.data / "lorebinder.lock", "a", encoding="utf-8") as lock:

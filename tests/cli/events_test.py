@@ -3,6 +3,7 @@
 
 Usage: events_test.py LOREBINDER_CLI [unittest arguments]"""
 import fcntl
+import json
 import shutil
 
 from cli_world import FreshTest, main_fresh, number, text, version
@@ -144,6 +145,10 @@ class Events(FreshTest):
                 (["event", "edit", "{none}", "--label", "B"], 1, b"no event {none}"),
                 (["event", "delete", "{none}", "--all"], 1, b"no event {none}"),
                 (["event", "add", "--label", "A", "--start", "tomorrow"], 2, b"YYYY-MM-DD"),
+                (["event", "add", "--label", " ", "--start", f"{YEAR}-01-31"], 2, b"--label"),
+                (["event", "edit", ids[1], "--this", "--label", ""], 2, b"--label"),
+                (["event", "add", "--label", "A", "--start", "2001-01-31", "--popup", 5], 2, b"already started"),
+                ([*base, *(part for minutes in range(5) for part in ("--popup", minutes))], 2, b"Only 4 Reminders"),
                 ([*base, "--until", "x"], 2, b"YYYY-MM-DD"),
                 ([*base, "--color", 21], 2, b"--color"),
                 ([*base, "--repeat", "hourly"], 2, b"--repeat"),
@@ -152,6 +157,40 @@ class Events(FreshTest):
             with self.subTest(args=args):
                 self.assertIn(words, self.run_cli(*args, status=status).stderr)
                 self.assertEqual(self.files(), before)
+
+    def test_a_reminder_that_the_server_does_not_change_is_a_fault(self):
+        ids = self.series()
+        alone, = self.json("event", "add", "--label", "Alone", "--start", f"{YEAR}-01-11")
+        reminders = self.data / "Data Files" / "Rem.dat"
+        start = f"{YEAR}-01-11-00-00-00"
+
+        def email(event):
+            return (b"".join(map(number, (1, 60, 7, -1, 0))) +
+                    b"".join(map(text, (start, start, start, "{R" + event, "a@b.example", "a@b.example", "", event, "", "",
+                                        ""))))
+
+        for args, left in [(["edit", alone, "--no-reminders"], 5), (["delete", alone], 4), (["delete", ids[1], "--this"], 3),
+                           (["delete", ids[0], "--all"], 0)]:
+            with self.subTest(args=args):
+                events = [event["EventId"] for event in self.json("events")]
+                reminders.write_bytes(version(11.56) + number(len(events)) + b"".join(map(email, events)))
+                done = self.run_cli("--json", "event", *args, status=3)
+                self.assertIn(b"No reminder server is set up", done.stderr)
+                self.assertEqual(json.loads(done.stdout), {"EventId": args[1]}, "the event is done all the same")
+                self.assertEqual(len(self.json("events")), left)
+
+    def test_a_series_of_more_dates_than_it_can_have_says_so(self):
+        file = self.top / "Events.dat"
+        for last, says in [("1873-10-15", b""), ("1873-10-16", b"{A} goes on behind its first 100000 dates"),
+                           ("2200-01-01", b"{A} goes on behind its first 100000 dates")]:
+            with self.subTest(last=last):
+                file.write_bytes(version(11.56) + number(1) + event_bytes(
+                    "{A}", 1, 0, "1600-01-01-09-05-00", "1600-01-01-10-00-00", f"{last}-09-05-00",
+                    [[1, 0, 1], [], [], []]))
+                done = self.run_cli("--json", "expand", file)
+                self.assertEqual(done.stdout.count(b"T09:05:00"), 100000)
+                self.assertIn(says, done.stderr)
+                self.assertEqual(done.stderr == b"", says == b"")
 
     def test_expand_shows_the_dates_that_each_record_makes(self):
         nine, ten = "2011-01-03-09-05-00", "2011-01-03-10-00-59"

@@ -103,21 +103,49 @@ class Choice(ExchangeTest):
         self.assertEqual(set(rows.values()), {"same"})
         others = len(rows)
         for options, count in [([], 2), (["--take", "new"], 1), (["--take", "newer"], 1), (["--take", "changed"], 2),
-                               (["--take", "all"], others + 3), (["--only", older[0]], 1),
-                               (["--only", f"{gone[0]},{newer[0]}"], 2), (["--take", "new", "--only", newer[0]], 0)]:
+                               (["--take", "all"], others + 3), (["--only", older[0]], 0),
+                               (["--only", next(iter(rows))], 0), (["--take", "all", "--only", older[0]], 1),
+                               (["--only", f"{gone[0]}, {newer[0]},{older[0]},"], 2),
+                               (["--take", "new", "--only", newer[0]], 0)]:
             with self.subTest(options=options):
                 copy = self.top / "work"
                 shutil.rmtree(copy, ignore_errors=True)
                 shutil.copytree(target, copy)
                 done = self.json("import", str(self.archive), *options, data=copy, status=0 if count else 1)
                 self.assertEqual(done["imported"], count)
-        self.expect(2, "import", str(self.archive), "--take", "some", says="--take is", data=target)
+        for options, says in [(["--take", "some"], "--take is"), (["--take", ""], "--take is"),
+                              (["--only", " "], "--only takes"), (["--take", "all", "--only", ","], "--only takes")]:
+            self.expect(2, "import", str(self.archive), *options, says=says, data=target)
+
+    def test_what_an_import_numbers_gets_no_number_of_another_notebook(self):
+        self.export()
+        self.json("notebook", "create", "Second one", data=self.data)
+        self.json("import", str(self.archive), data=self.data)
+        second = ["--notebook", "Second one"]
+        (self.top / "note.txt").write_text("A note")
+        (self.top / "authors.json").write_text('{"authors": [{"last": "Lamp"}]}')
+        self.json(*second, "add", str(self.top / "note.txt"), "--category", "1", "New/Newer", data=self.data)
+        self.json(*second, "source", "add", "--file", str(self.top / "authors.json"), data=self.data)
+
+        def numbers(nodes):
+            return {n["id"] for n in nodes if n["name"] != "<UNASSIGNED>"}.union(*(numbers(n["children"]) for n in nodes))
+
+        for command, ids in [(["categories"], numbers), (["notes"], lambda notes: {note["id"] for note in notes}),
+                             (["authors"], lambda authors: {author["AuthorID"] for author in authors})]:
+            with self.subTest(command=command):
+                first, other = (ids(self.json(*book, *command, data=self.data)) for book in ([], second))
+                self.assertGreater(min(other), max(first))
 
     def test_wrong_calls_say_what_is_wrong(self):
         data = self.copy()
         self.expect(1, "export", "--out", str(self.archive), "999999", says="no note 999999", data=data)
         self.expect(2, "export", data=data)
         self.expect(3, "export", "--out", str(self.top / "none" / "x.lbe"), says="No such file", data=data)
+        before = fingerprint(data / "Data Files" / "Databases")
+        for target, says in [("..", "Is a directory"), ("../..", "Is a directory"),
+                             (f"{self.top}/none/..", "no name of a file")]:
+            self.expect(3, "export", "--out", target, says=says, data=data)
+            self.assertEqual(fingerprint(data / "Data Files" / "Databases"), before)
         self.expect(3, "import", str(self.top / "gone.lbe"), says="can't be imported", data=data)
         self.assertFalse(self.archive.exists())
 

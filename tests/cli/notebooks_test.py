@@ -2,6 +2,7 @@
 """Commands on NoteBooks from end to end: create, rename, delete, switch, copy, backup.
 
 Usage: notebooks_test.py LOREBINDER_CLI [unittest arguments]"""
+import os
 import pathlib
 import shutil
 import tempfile
@@ -33,7 +34,8 @@ class NoteBooks(CliTest):
         self.assertTrue((self.databases / made["folder"] / "Notes").is_dir())
         self.assertTrue((self.databases / made["folder"] / "Attachments").is_dir())
         self.assertEqual(self.listed()["Light houses"], made)
-        self.assertEqual(self.json("notebook", "rename", made["folder"], "Leuchtt\u00fcrme")["guid"], made["guid"])
+        renamed = self.json("notebook", "rename", made["folder"], " Leuchtt\u00fcrme ")
+        self.assertEqual([renamed["guid"], renamed["name"]], [made["guid"], "Leuchtt\u00fcrme"])
         self.assertIn("Leuchtt\u00fcrme", self.listed())
         other = self.json("notebook", "create", "Fog signals")
         self.assertGreater(other["id"], made["id"])
@@ -62,6 +64,8 @@ class NoteBooks(CliTest):
                    (2, ("notebook", "create", "x" * 31), "Database name must be between 5 and 30 characters."),
                    (2, ("notebook", "delete", "LorebinderMain"), "You can't delete the main database."),
                    (2, ("notebook", "rename", "LorebinderMain", "Other"), "main NoteBook"),
+                   (2, ("notebook", "rename", "Shore Walks", ""), "empty name"),
+                   (2, ("notebook", "rename", "Shore Walks", " \t "), "empty name"),
                    (1, ("notebook", "delete", "Nowhere"), "Nowhere"),
                    (1, ("notebook", "switch", "Nowhere"), "Nowhere"),
                    (2, ("notebook",), ""), (2, ("notebook", "rename", "Shore Walks"), ""),
@@ -104,6 +108,15 @@ class NoteBooks(CliTest):
         self.assertEqual(self.json(*there, "check"), [])
         self.expect(2, "copy", "--to", "LorebinderMain", str(note["id"]), says="already")
 
+    def test_a_notebook_without_a_number_takes_no_copies_and_says_so(self):
+        guid = self.json("notebook", "create", "Light houses")["guid"]
+        file = self.databases / "Databases.dat"
+        stored = file.read_bytes()
+        number = stored.index(guid.encode()) - 32
+        for damaged in (b"0" * 16, b"-" + b"0" * 14 + b"3"):
+            file.write_bytes(stored[:number] + damaged + stored[number + 16:])
+            self.expect(3, "copy", "--to", "Light houses", str(self.world.notes[0]["id"]), says="no valid number")
+
     def test_notes_of_an_old_version_are_copied_both_ways(self):
         made = self.json("--notebook", "Shore Walks", "copy", "--to", "LorebinderMain", "7", "8")
         self.assertEqual(self.json("note", str(made["ids"][0]))["plainText"], "Fog on the caf\u00e9 pier")
@@ -129,6 +142,32 @@ class NoteBooks(CliTest):
         self.assertEqual(texts, sorted(note["guid"] for note in self.world.notes))
         self.assertEqual(sorted(s["SourceGUID"] for s in self.json("sources", data=empty)),
                          sorted(s["SourceGUID"] for s in self.json("sources")))
+
+    def test_backups_of_names_that_give_one_file_stand_side_by_side(self):
+        folder = self.json("notebook", "create", "shore walks")["folder"]
+        self.json("copy", "--to", folder, str(self.world.notes[0]["id"]))
+        done = self.json("backup", "--all", "--out", self.top / "kept.lbe")
+        names = [pathlib.Path(file).name for file in done["files"]]
+        self.assertEqual(names, ["kept[ShoreWalks].lbe", f"kept[shorewalks {folder}].lbe", "kept[LorebinderMain].lbe"])
+        for name, notes in zip(names, (2, 1, len(self.world.notes))):
+            there = self.top / name[5:-5]
+            self.expect(0, "import", self.top / name, data=there)
+            self.assertEqual(len(self.json("notes", data=there)), notes)
+
+    def test_archives_are_written_through_links_and_over_files_alone(self):
+        for command in ("backup", "export"):
+            real, link, pipe = (self.top / f"{command}.{kind}" for kind in ("lbe", "link", "pipe"))
+            link.symlink_to(real.name)
+            os.mkfifo(pipe)
+            self.expect(0, command, "--out", link)
+            real.chmod(0o600)
+            self.expect(0, command, "--out", link)
+            self.assertTrue(link.is_symlink())
+            self.assertIsNone(zipfile.ZipFile(real).testzip())
+            self.assertEqual(real.stat().st_mode & 0o777, 0o600)
+            self.expect(3, command, "--out", pipe, says="Not a regular file")
+            self.assertTrue(pipe.is_fifo())
+        self.assertEqual([path.name for path in self.top.iterdir() if path.name.endswith(".tmp")], [])
 
     def test_backup_into_nowhere_is_a_fault(self):
         self.expect(3, "backup", "--out", self.top / "none" / "one.lbe")

@@ -4,8 +4,11 @@
 Usage: writing_test.py LOREBINDER_CLI [unittest arguments]"""
 import fcntl
 import json
+import os
+import pathlib
+import subprocess
 
-from cli_world import FreshTest, main_fresh
+from cli_world import FreshTest, fingerprint, main_fresh, number, text, version
 
 
 class Writing(FreshTest):
@@ -29,6 +32,8 @@ class Writing(FreshTest):
                 ("c.txt", "\ufeffWith a mark\r\nand CR LF\r\n", "With a mark\r\nand CR LF"),
                 ("d.txt", "Caf\u00e9".encode("cp1252"), "Caf\u00e9"),
                 ("e.txt", "\u0395\u03bb \u4e2d \u0440\u0443", "\u0395\u03bb \u4e2d \u0440\u0443"),
+                ("cr.txt", b"first line\rsecond line\r", "first line\r\nsecond line"),
+                ("breaks.md", b"page\fnext\vline\r\n\rend\n", "page\r\nnext\r\nline\r\n\r\nend"),
                 ("f.txt", b"cut\x1aby\x00nothing", "cutbynothing"),
                 ("g.rtf", rtf, "Stored as it stands\r\ntwo"),
                 ("h.html", "<h1>Head</h1><p>a <b>b</b>\n c<br>d<script>no()</script>", "Head\r\na b c\r\nd"),
@@ -75,6 +80,49 @@ class Writing(FreshTest):
             self.run_cli("edit", note, "--category", number, name)
             self.assertEqual(self.json("note", note)["categories"][int(number) - 1], [])
 
+    def test_a_category_of_exactly_the_name_goes_before_one_that_differs_in_case(self):
+        def node(ident, name, *children):
+            return number(ident) + number(-1) + text(name) + number(len(children)) + b"".join(children)
+
+        note = self.add()
+        (self.book / "Categories.dat").write_bytes(version(11.56) + number(2) + node(5, "Alpha") +
+                                                   node(6, "alpha", node(8, "sub"), node(9, "Sub"), node(10, "Low")))
+        for path, names in [("alpha/Sub", ["alpha", "Sub"]), ("alpha/SUB", ["alpha", "sub"]),
+                            ("alpha/low", ["alpha", "Low"]), ("Alpha", ["Alpha"]), ("ALPHA", ["Alpha"])]:
+            with self.subTest(path=path):
+                self.run_cli("edit", note, "--category", "1", path)
+                self.assertEqual(self.json("note", note)["categories"][0], names)
+        roots = {root["name"]: [child["id"] for child in root["children"]] for root in self.json("categories")}
+        self.assertEqual([roots["Alpha"], roots["alpha"]], [[], [8, 9, 10]])
+
+    def test_each_file_of_an_add_stands_for_itself(self):
+        first = self.add("First")
+        (self.book / "Sync.dat").write_bytes(b"2112, 77, Online, Main, 01/01/2020 12:00:00 AM, {G},\n")
+        files = [self.file(f"{place}.txt", words) for place, words in enumerate(("One", "", "Two"))]
+        made = self.run_cli("add", files[0], self.top / "none.txt", files[1], files[2], "--category", "1", "Sea",
+                            status=3)
+        ids = list(map(int, made.stdout.split()))
+        self.assertEqual([self.json("note", ident)["plainText"] for ident in ids], ["One", "Two"])
+        self.assertTrue(first < ids[0] < ids[1])
+        self.assertEqual([line["id"] for line in self.json("notes")], [first, *ids])
+        self.assertEqual([record["NoteId"] for record in self.json("synclog")["records"]], ids)
+        self.assertEqual([root["notes1"] for root in self.json("categories") if root["name"] == "Sea"], [2])
+        for said in ("none.txt", f"no note was made from {files[1]}"):
+            self.assertIn(said, made.stderr.decode())
+        self.assertEqual(self.json("check"), [])
+        # More than is held at a time, and notes that can't be written.
+        large = [self.file(f"large{place}.txt", f"{place} " + "x" * 490000) for place in range(40)]
+        added = self.json("add", *large)
+        self.assertEqual(len(set(added)), 40)
+        self.assertEqual([self.json("note", ident)["plainText"].split()[0] for ident in (added[0], added[-1])], ["0", "39"])
+        day, = (self.book / "Notes").iterdir()
+        day.unlink()
+        day.mkdir()
+        refused = self.run_cli("add", files[0], files[2], status=3)
+        self.assertEqual(refused.stdout, b"")
+        for file in (files[0], files[2]):
+            self.assertIn(f"no note was made from {file}", refused.stderr.decode())
+
     def test_what_cannot_be_done_is_said_and_changes_nothing(self):
         note = self.add()
         big = self.file("big.txt", "x" * 600000)
@@ -86,14 +134,32 @@ class Writing(FreshTest):
                 (["add", big, "--color", "1,2"], 2, b"--color"),
                 (["edit", note, "--source", "77"], 1, b"no source 77"),
                 (["edit", note, "--category", "4", "A"], 2, b"set from 1 to 3"),
+                (["edit", note, "--keywords", "fog,,lamp"], 2, b"--keywords"),
+                (["add", self.file("new.txt", "New"), "--keywords", "fog, , lamp"], 2, b"--keywords"),
+                (["add", self.file("new.txt", "New"), "--keywords", "fog, ,"], 2, b"--keywords"),
+                (["edit", note, "--link", ""], 2, b"--link"),
+                (["edit", note, "--attach", big, "--link", "https://a.example/", "--link", " \t"], 2, b"--link"),
                 (["edit", 999], 1, b"no note 999"),
                 (["edit", note, "--rtf", self.top / "none.rtf"], 3, b"none.rtf"),
                 (["edit", note, "--attach", self.top / "none.pdf"], 3, b"File is already attached, or it is an invalid"),
                 (["delete", 999], 1, b"no note 999"),
-                (["source", "add", "--file", self.file("s.json", "[]")], 3, b"s.json")]:
+                (["source", "add", "--file", self.file("s.json", "[]")], 3, b"s.json"),
+                *((["source", "add", "--file", self.file(f"s{number}.json", json.dumps(content))], 3, words)
+                  for number, (content, words) in enumerate([
+                      ({"sources": {}}, b"is not of the form"),
+                      ({"sources": [{"FieldTexts": ["A Book"]}, 5]}, b'element 2 of "sources" is not an object'),
+                      ({"authors": ["Lamp"]}, b'element 1 of "authors" is not an object'),
+                      ({"sources": [{"FieldTexts": ["A Book"]}, {"FieldTexts": [" ", "x"]}]},
+                       b"source 2: Source must have a title."),
+                      ({"sources": [{"FieldTexts": ["A Book", "x" * 500001]}]},
+                       b"source 1: the field FieldTexts holds a text of 500001 bytes, over the limit of 500000"),
+                      ({"authors": [{"last": "Lamp"}, {"last": "x" * 500001}],
+                        "sources": [{"FieldTexts": ["A Book"]}]}, b"author 2: the field last")]))]:
             with self.subTest(args=args):
                 self.assertIn(words, self.run_cli(*args, status=status).stderr)
                 self.assertEqual(self.run_cli("--json", "notes").stdout, before)
+        self.assertEqual([self.json("sources"), self.json("authors")], [[], []])
+        self.assertEqual([self.json("note", note)["attachments"], *(self.book / "Attachments").iterdir()], [[]])
 
     def test_a_folder_of_notes_that_cannot_be_read_is_not_an_empty_notebook(self):
         note, backup, added = self.add("Kept"), self.top / "old.lbe", self.file("new.txt", "New")
@@ -114,6 +180,85 @@ class Writing(FreshTest):
         kept.rename(notes)
         self.assertEqual(self.run_cli("note", note, "--text").stdout.strip(), b"Kept")
 
+    def test_without_its_settings_nothing_is_written(self):
+        note, settings = self.add("Kept"), self.data / "settings.ini"
+        stored = settings.read_bytes()
+        before = fingerprint(self.data / "Data Files")
+        settings.unlink()
+        for make, words in ((settings.mkdir, b"Is a directory"), (lambda: os.mkfifo(settings), b"Not a regular file")):
+            make()
+            for args in (["notes"], ["add", self.file("new.txt", "New")], ["delete", note], ["check", "--repair"],
+                         ["notebook", "create", "Second Book"]):
+                said = self.run_cli(*args, status=3).stderr
+                self.assertIn(b"settings could not be read", said, args)
+                self.assertIn(words, said, args)
+            settings.rmdir() if settings.is_dir() else settings.unlink()
+        settings.write_bytes(stored)
+        self.assertEqual(fingerprint(self.data / "Data Files"), before)
+        self.data = pathlib.Path(os.fsdecode(os.fsencode(self.data) + b"\xff"))
+        self.assertIn(b"UTF-8", self.run_cli("add", self.file("new.txt", "New"), status=3).stderr)
+        self.assertFalse(self.data.exists())
+        self.data = ""
+        self.assertIn(b"--data", self.run_cli("notes", status=2).stderr)
+
+    def test_pipes_and_devices_in_place_of_files_are_told_and_left(self):
+        note = self.add("Kept", "--category", "1", "Sea")
+        for path in (self.book / "Sources.dat", self.book / "Notes" / "x.dat", self.book / "Categories.dat",
+                     self.data / "Data Files" / "Databases" / "Databases.dat"):
+            kept = path.read_bytes() if path.exists() else None
+            for make in (os.mkfifo, lambda place: place.symlink_to("/dev/zero")):
+                path.unlink(missing_ok=True)
+                make(path)
+                kind = path.lstat().st_mode
+                for args in (["check"], ["edit", note, "--keywords", "k"], ["add", self.file("new.txt", "New")]):
+                    done = subprocess.run([self.cli, "--data", self.data, *map(str, args)], capture_output=True,
+                                          check=False, timeout=60)
+                    self.assertIn(done.returncode, (0, 1, 3), (path, args, done.stderr))
+                self.assertEqual(path.lstat().st_mode, kind)
+            path.unlink()
+            if kept is not None:
+                path.write_bytes(kept)
+        self.assertEqual(self.json("note", note)["keyWords"], "k")
+
+    def test_a_closed_standard_stream_gets_no_file_in_its_place(self):
+        self.add("First")
+        for closed, status in (("<&-", 0), (">&-", 3), ("2>&-", 0), ("<&- >&- 2>&-", 3)):
+            subprocess.run(["sh", "-c", f'exec "$0" "$@" {closed}', self.cli, "--data", self.data, "add",
+                            self.file("new.txt", closed)], check=False, timeout=60)
+            for path in self.data.rglob("*"):
+                self.assertFalse(path.name.endswith(".lock") and path.read_bytes(), (path, closed))
+            done = subprocess.run(["sh", "-c", f'exec "$0" "$@" {closed}', self.cli, "--data", self.data, "notes"],
+                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False, timeout=60)
+            self.assertEqual(done.returncode, status, closed)
+        self.assertEqual(len(self.json("notes")), 5)
+
+    def test_a_limit_for_the_size_of_files_is_told(self):
+        self.add("First")
+        before = fingerprint(self.data)
+        done = subprocess.run(["sh", "-c", 'ulimit -f 1; exec "$0" "$@"', self.cli, "--data", self.data, "add",
+                               self.file("new.txt", "long " * 5000)], capture_output=True, check=False)
+        self.assertEqual(done.returncode, 3, done.stderr)
+        self.assertIn(b"File too large", done.stderr)
+        self.assertEqual(fingerprint(self.book / "Notes"), {
+            pathlib.Path(name).name: content for name, content in before.items() if "/Notes/" in name})
+
+    def test_repair_removes_what_killed_writers_have_left(self):
+        self.add("First")
+        places = [self.data, self.data / "Data Files" / "Databases", self.book, self.book / "Notes",
+                  self.book / "Attachments", self.book / "Drafts", self.book / "Drafts" / "G-1"]
+        (self.book / "Drafts" / "G-1").mkdir(parents=True)
+        old, new, other = ".a.dat.77-3.tmp", ".a.dat.77-4.tmp", "mine.tmp"
+        for place in places:
+            for name in (old, new, other):
+                (place / name).write_bytes(b"x")
+                if name != new:
+                    os.utime(place / name, (0, 0))
+        said = json.loads(self.run_cli("--json", "check", "--repair", status=1).stdout)
+        mended = [one["file"] for one in said if one["kind"] == "mended"]
+        self.assertEqual(sorted(mended), sorted(str(place / old) for place in places))
+        for place in places:
+            self.assertEqual([(place / name).exists() for name in (old, new, other)], [False, True, True], place)
+
     def test_an_attachment_never_takes_the_place_of_a_file(self):
         note = self.add("One")
         attachments = self.book / "Attachments"
@@ -127,11 +272,71 @@ class Writing(FreshTest):
         file = self.file("s.json", json.dumps({"sources": [{"FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"]}]}))
         self.json("source", "add", "--file", file)
         stored = self.book / "Sources.dat"
-        damaged = stored.read_bytes()[:-40]
-        stored.write_bytes(damaged)
-        self.json("source", "add", "--file", file)
-        self.assertEqual(stored.with_name("Sources.dat.kept").read_bytes(), damaged)
-        self.assertGreaterEqual(len(self.json("sources")), 3)
+        whole = stored.read_bytes()
+        number = b"%016d" % self.json("sources")[1]["SourceID"]
+        for damaged in (whole[:-40], whole.replace(number, b"-" + number[1:], 1), whole.replace(b"Other", b"Oth\0r")):
+            with self.subTest(damaged=damaged):
+                stored.write_bytes(damaged)
+                self.json("source", "add", "--file", file)
+                kept = stored.with_name("Sources.dat.kept")
+                self.assertEqual(kept.read_bytes(), damaged)
+                kept.unlink()
+                self.assertGreaterEqual(len(self.json("sources")), 3)
+
+    def test_a_list_of_sources_that_was_not_read_whole_costs_no_note_its_sources(self):
+        titles = self.file("s.json", json.dumps({"sources": [{"FieldTexts": [title]} for title in "ABC"]}))
+        one, two, three = self.json("source", "add", "--file", titles)
+        notes = {}
+        for sources in ([two], [one, three], [two, one]):
+            notes[self.add("Text", *(part for source in sources for part in ("--source", source)))] = sources
+        stored = self.book / "Sources.dat"
+        whole = stored.read_bytes()
+        guid = self.json("sources")[1]["SourceGUID"].encode()
+        cut = whole[:whole.index(guid) - 16]
+        kept = {note: [self.json("note", note)[key] for key in ("sources", "file")] for note in notes}
+
+        stored.unlink()
+        stored.mkdir()
+        for note in notes:
+            self.run_cli("edit", note, "--keywords", "unread", status=3)
+        stored.rmdir()
+        stored.write_bytes(cut)
+        for words in ("unread", "cut"):
+            for note, before in kept.items():
+                found = self.json("note", note)
+                self.assertEqual([[found[key] for key in ("sources", "file")], found["keyWords"]], [before, words])
+                self.run_cli("edit", note, "--keywords", "cut")
+        first = next(iter(notes))
+        self.run_cli("edit", first, "--source", one)
+        self.assertEqual(self.json("note", first)["sources"], [one, two])
+        self.run_cli("edit", first, "--no-sources")
+        self.assertEqual(self.json("note", first)["sources"], [])
+        self.assertEqual(self.json("source", "add", "--file", titles), [three + 1, three + 2, three + 3])
+        stored.write_bytes(whole)
+        self.assertEqual(self.json("check"), [])
+
+    def test_a_bibliography_takes_no_place_of_the_data_folder_but_its_own(self):
+        self.json("source", "add", "--file", self.file("s.json", json.dumps({"sources": [{"FieldTexts": ["A Book"]}]})))
+        files = self.data / "Data Files"
+        (self.top / "link").symlink_to(self.book / "Notes")
+        (self.top / "lead.dat").symlink_to(self.book / "Sources.dat")
+        (self.book / "Notes" / "away.dat").symlink_to(self.top / "away.dat")
+        before = fingerprint(self.data)
+        for out in (self.book / "Notes" / "new.dat", self.top / "link" / "new.dat", files / "Events.dat",
+                    self.top / "lead.dat", self.book / "Notes" / "away.dat", self.book / "Bib.dat", files / "new.DAT"):
+            self.assertIn(b"belongs to the data folder", self.run_cli("bibliography", "--out", out, status=2).stderr)
+            self.assertEqual(fingerprint(self.data), before, out)
+        for out in (files / "Bib.dat", self.top / "out.dat", self.data / "out.dat"):
+            self.run_cli("bibliography", "--out", out)
+            self.assertTrue(out.exists(), out)
+
+    def test_a_line_joins_texts_of_both_forms(self):
+        fields = [{"kind": 2, "name": "Title"}]
+        self.json("source", "add", "--file", self.file("s.json", json.dumps({"sources": [
+            {"FieldTexts": ["\u0410\u0444"], "SourceType": 1001,
+             "CustomTypeCopy": {"GUID": "{T}", "name": "R\u00e9sum\u00e9", "fields": fields}}]})))
+        line = self.run_cli("sources").stdout.decode()
+        self.assertIn("R\u00e9sum\u00e9  \u0410\u0444", line)
 
     def test_authors_of_a_file_come_in_its_order_with_or_without_sources(self):
         file = self.file("s.json", json.dumps({
@@ -149,7 +354,8 @@ class Writing(FreshTest):
     def test_an_edit_changes_what_it_names_and_moves_the_note_with_its_first_source(self):
         sources = self.file("s.json", json.dumps({
             "authors": [{"AuthorID": 5, "first": "Ada", "last": "Lamp"}],
-            "sources": [{"SourceID": 9, "AuthorIDs": [5], "FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"]}]}))
+            "sources": [{"SourceID": 9, "AuthorIDs": [5], "FieldTexts": ["A Book", *"abcdefghijklmnopqrst"]},
+                        {"FieldTexts": ["Other"]}]}))
         one, two = self.json("source", "add", "--file", sources)
         self.assertEqual([self.json("authors")[0]["last"], len(self.json("sources"))], ["Lamp", 2])
         note = self.add("Text", "--keywords", "a")
@@ -198,6 +404,29 @@ class Writing(FreshTest):
         self.assertEqual([line["categories"][0] for line in self.json("notes")], [["Sea", "Coast"]] * 3)
         kept = [path.read_bytes() for path in (self.book / "Notes").iterdir() if path.name.endswith(".kept")]
         self.assertIn(whole[:-150], kept)
+
+    def test_no_id_is_given_twice_where_the_counters_are_at_their_end(self):
+        last = 2147483647
+        first = self.add("One", "--category", "1", "Sea")
+        settings = self.data / "settings.ini"
+        lines = settings.read_text().splitlines()
+        counters = ("MaxNoteID", "MaxAuthorID", "MaxCategoryID")
+        self.assertEqual(sum(line.split("=")[0] in counters for line in lines), 3)
+        settings.write_text("".join((f"{line.split('=')[0]}={last}" if line.split("=")[0] in counters else line) + "\n"
+                                    for line in lines))
+        notes = [first] + [self.add(text) for text in ("Two", "Three", "Four")]
+        self.assertEqual(sorted(line["id"] for line in self.json("notes")), sorted(notes))
+        for note, name in zip(notes, ("A", "B", "C", "D")):
+            self.run_cli("edit", note, "--category", "2", name)
+        made = {root["name"]: root for root in self.json("categories")}
+        self.assertEqual([made[name]["notes2"] for name in "ABCD"], [1, 1, 1, 1])
+        self.assertEqual(len({root["id"] for root in made.values()}), len(made))
+        sources = json.dumps({"authors": [{"AuthorID": 1, "last": "Beam"}, {"AuthorID": 2, "last": "Lamp"}],
+                              "sources": [{"AuthorIDs": [2, 1], "FieldTexts": ["A Book"]}]})
+        self.json("source", "add", "--file", self.file("s.json", sources))
+        names = {author["AuthorID"]: author["last"] for author in self.json("authors")}
+        self.assertEqual([names[number] for number in self.json("sources")[0]["AuthorIDs"]], ["Lamp", "Beam"])
+        self.assertEqual(self.json("check"), [])
 
     def test_a_second_writer_waits_its_turn(self):
         note = self.add()

@@ -98,6 +98,24 @@ class Crash(unittest.TestCase):
         self.assertRegex(result.stderr, "(lorebinder-cli|edit_run): ")
         return False
 
+    def test_settings_are_stored_though_the_folder_for_temporary_files_fails(self):
+        name, temporary = "add", WORLD.folder / "temporary"
+        args, data = WORLD.flows()[name], WORLD.copy()
+        temporary.mkdir()
+        self.assertEqual(PROGRAMS.run(data, *args).returncode, 0)
+        wanted = (data / "settings.ini").read_bytes()
+        for number in range(1, MOST_POINTS):
+            call_log().unlink(missing_ok=True)
+            data = WORLD.copy()
+            result = PROGRAMS.run(data, *args, TMPDIR=temporary, LD_PRELOAD=SHIM, LORE_FAULT_UNDER=temporary,
+                                  LORE_FAULT_AT=number, LORE_FAULT=errno.ENOSPC, LORE_FAULT_LOG=call_log())
+            self.assertEqual(result.returncode, 0, f"change {number}: {result.stderr}")
+            self.assertEqual((data / "settings.ini").read_bytes(), wanted, f"change {number}")
+            if "FAILED" not in call_log().read_text():
+                self.assertGreater(number, 3)
+                return
+        self.fail("the settings are written without end")
+
     @staticmethod
     def is_harmless(line):
         """What may fail without a word: the lock's own file, and the tidying of files that nothing names."""
@@ -191,6 +209,7 @@ class Crash(unittest.TestCase):
                 folders.discard(path)
             elif call == "rename":
                 self.assertNotIn(path, unflushed, f"{line} before its bytes were on the disk")
+                unflushed.discard(second)
                 folders.add(str(pathlib.Path(second).parent))
         self.assertFalse(folders, "renamed without a flush of the folder")
 

@@ -1,6 +1,7 @@
 #include "edit/attachment_list.h"
 #include "edit/edit_fixture.h"
 #include "notes/attachment_kind.h"
+#include "notes/attachment_path.h"
 
 namespace lore {
 namespace {
@@ -77,6 +78,13 @@ TEST_F(AttachmentTest, NumbersFollowTheHighestInUse) {
     EXPECT_EQ(list.Items()[0].record.storedFile, "0000013.PDF") << "what was copied is copied once";
 }
 
+TEST_F(AttachmentTest, StoredNamesHoldNothingThatArchivesCantCarry) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"12:30", "0000007.1230"}, {"x\ny\t", "0000007.xy"}, {":", "0000007."}, {"\xe9 \x7f", "0000007.\xe9 \x7f"}};
+    for (const auto& [extension, name] : cases)
+        EXPECT_EQ(StoredAttachmentName(7, extension), name);
+}
+
 TEST_F(AttachmentTest, NumbersOfFilesThatMayComeBackAreNotGivenOut) {
     const std::filesystem::path waiting = book.paths.Folder() / kKeptFilesName;
     std::filesystem::create_directories(waiting);
@@ -144,8 +152,14 @@ TEST_F(AttachmentTest, ExtractingCopiesOverWhatIsThere) {
     std::filesystem::remove(book.paths.Attachments() / "0000001.png");
     prompts.savePaths = {(outside / "target.png").string()};
     list.ExtractAttachment(0);
-    EXPECT_EQ(faults.faults.size(), 1u);
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].path, (book.paths.Attachments() / "0000001.png").string());
     EXPECT_EQ(BytesOf(outside / "target.png"), "old") << "a failure leaves the old file";
+    PutStored("0000001.png");
+    prompts.savePaths = {(outside / "gone" / "target.png").string()};
+    list.ExtractAttachment(0);
+    ASSERT_EQ(faults.faults.size(), 2u);
+    EXPECT_EQ(faults.faults[1].path, (outside / "gone" / "target.png").string()) << "the file that can't be written";
 }
 
 TEST_F(AttachmentTest, AStoredNameNeverLeadsOutOfTheFolder) {

@@ -126,7 +126,28 @@ TEST_F(CategoryAssignmentTest, TheSaveMakesTheCategoriesThatTheNoteUses) {
     ASSERT_NE(fresh.categories.FindByID(8), nullptr);
     EXPECT_EQ(fresh.categories.FindByID(8)->GetPathText(), "L1: Fog\nL2: Horns\n");
     EXPECT_EQ(fresh.categories.FindByID(7), nullptr);
-    EXPECT_TRUE(fresh.categories.FindByID(8)->HasNote(session.note.id, 1));
+    EXPECT_TRUE(fresh.categories.FindByID(8)->notes[0].Contains(session.note.id));
+}
+
+TEST_F(CategoryAssignmentTest, BehindTheHighestIdNewCategoriesGetFreeOnes) {
+    book.categories.AddRoot({2147483647, "Last"});
+    book.categories.LinkAll();
+    settings.Set(Option::MaxCategoryID, 2147483647);
+    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+    boxes.Fill(session.note);
+    ASSERT_TRUE(Create(1, 0, "Fog"));
+    ASSERT_TRUE(Create(1, 1, "Bells"));
+    boxes.WriteBack(session.note);
+    session.newCategories = boxes.NewCategories();
+    FixedNoteText text(Rtf("Text"));
+    ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+    const OpenNoteBook fresh = Reloaded();
+    const CProCategoryTree* const bells = fresh.categories.FindByID(boxes.ChosenID(1, 1));
+    ASSERT_NE(bells, nullptr);
+    EXPECT_EQ(bells->GetPathText(), "L1: Fog\nL2: Bells\n");
+    EXPECT_TRUE(bells->notes[0].Contains(session.note.id));
+    EXPECT_TRUE(fresh.categories.FindByID(2147483647)->notes[0].IsEmpty());
+    EXPECT_EQ(settings.Int(Option::MaxCategoryID), 2147483647);
 }
 
 TEST_F(CategoryAssignmentTest, ASaveIsRefusedWhoseCategoriesCantBeWritten) {
@@ -143,7 +164,7 @@ TEST_F(CategoryAssignmentTest, ASaveIsRefusedWhoseCategoriesCantBeWritten) {
     EXPECT_TRUE(Reloaded().index.Entries().empty()) << "no note names what is missing";
     Unblock(book.paths.Categories());
     ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved) << "the new category was kept for this";
-    EXPECT_TRUE(Reloaded().categories.FindByID(fog)->HasNote(session.note.id, 1));
+    EXPECT_TRUE(Reloaded().categories.FindByID(fog)->notes[0].Contains(session.note.id));
 }
 
 TEST_F(CategoryAssignmentTest, ADraftsNewCategoriesAreMadeAnewAndLostOnesStay) {

@@ -166,7 +166,7 @@ TEST_F(CategoryChangesTest, AfterACrashEveryNoteIsInACategoryThatTheFileHolds) {
         PutBytes(book.paths.NoteFile(second), newSecond ? now.at(second) : old.at(second));
         const OpenNoteBook picture = Reloaded();
         for (const int32_t note : {1, 2, 3})
-            EXPECT_FALSE(picture.categories.GetNotePath(note, 1).IsEmptyPath()) << newFirst << newSecond << note;
+            EXPECT_FALSE(NotePath(picture.categories, note, 1).IsEmptyPath()) << newFirst << newSecond << note;
     }
 }
 

@@ -11,6 +11,7 @@
 #include "notes/note_filing.h"
 #include "notes/note_store.h"
 #include "support/each.h"
+#include "support/note_reading.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
@@ -46,9 +47,7 @@ protected:
 
     /// The notes of a file as they stand on the disk.
     std::vector<CNote> NotesIn(const std::string& name) {
-        std::vector<CNote> notes;
-        LoadNoteFile(book.paths.NoteFile(name), world.Context(), notes);
-        return notes;
+        return NotesOfFile(book.paths.NoteFile(name), world.Context());
     }
     std::vector<int32_t> IDsIn(const std::string& name) { return Each(NotesIn(name), &CNote::id); }
     /// The picture that a start from the disk gives.

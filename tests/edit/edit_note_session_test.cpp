@@ -78,9 +78,9 @@ TEST_F(EditNoteSessionTest, ASavedNewNoteStandsEverywhereAndOnTheDisk) {
     for (const OpenNoteBook& picture : {std::cref(book).get(), Reloaded()}) {
         EXPECT_EQ(*picture.index.FindPath(1001), picture.paths.NoteFile("SRC0000001012.dat").string());
         EXPECT_TRUE(picture.sources.FindSourceByID(1012)->NoteIDs.Contains(1001));
-        EXPECT_TRUE(picture.categories.FindByID(4)->HasNote(1001, 2) &&
-                    picture.categories.FindByID(3)->HasNote(1001, 2));
-        EXPECT_TRUE(picture.categories.FindByID(kUnassignedID)->HasNote(1001, 1));
+        EXPECT_TRUE(picture.categories.FindByID(4)->notes[1].Contains(1001) &&
+                    picture.categories.FindByID(3)->notes[1].Contains(1001));
+        EXPECT_TRUE(picture.categories.FindByID(kUnassignedID)->notes[0].Contains(1001));
         EXPECT_TRUE(picture.keyWords.FindByName("fog")->notes.Contains(1001));
         EXPECT_TRUE(picture.notesWithoutSource.IsEmpty());
         EXPECT_EQ(picture.colors.Entries().at(0).color, MakeRgb(9, 9, 9));
@@ -91,6 +91,22 @@ TEST_F(EditNoteSessionTest, ASavedNewNoteStandsEverywhereAndOnTheDisk) {
     EXPECT_EQ(read.dateCreated, clock.now);
     EXPECT_EQ(read.dateEdited, clock.now);
     EXPECT_EQ(RecordOf(read), RecordOf(session.note));
+}
+
+TEST_F(EditNoteSessionTest, EachNewNoteGetsAnIdOfItsOwnBehindTheHighest) {
+    for (const bool isStored : {false, true}) {
+        if (isStored)
+            Stored(TextNote(2147483647, "The last"));
+        settings.Set(Option::MaxNoteID, 2147483647);
+        for (const char* const body : {"One", "Two", "Three"}) {
+            EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+            ASSERT_EQ(Save(session, body), SaveOutcome::Saved);
+            ASSERT_EQ(Save(session, body), SaveOutcome::Saved) << "again under its id";
+        }
+        EXPECT_EQ(settings.Int(Option::MaxNoteID), 2147483647);
+    }
+    EXPECT_THAT(IDsIn("DAY03142026.dat"), ElementsAre(1001, 1002, 1003, 1004, 1005, 1006));
+    EXPECT_EQ(Reloaded().TotalNoteCount(), 7u);
 }
 
 TEST_F(EditNoteSessionTest, AnEmptyTextStopsTheSaveBeforeAnythingHappens) {
@@ -147,7 +163,7 @@ TEST_F(EditNoteSessionTest, ASavedChangeLeavesTheOldPlaces) {
     EXPECT_THAT(IDsIn("SRC0000001012.dat"), ElementsAre(1));
     for (const OpenNoteBook& picture : {std::cref(book).get(), Reloaded()}) {
         EXPECT_FALSE(picture.sources.FindSourceByID(1011)->NoteIDs.Contains(1));
-        EXPECT_FALSE(picture.categories.FindByID(3)->HasNote(1, 1));
+        EXPECT_FALSE(picture.categories.FindByID(3)->notes[0].Contains(1));
         EXPECT_EQ(picture.keyWords.FindByName("lamp"), nullptr);
         EXPECT_EQ(picture.colors.Count(), 1u);
     }
@@ -171,7 +187,8 @@ TEST_F(EditNoteSessionTest, ALostCategoryStaysInTheNoteAndOutOfTheForest) {
     EditNoteSession session = EditNoteSession::ForNote(world, old);
     ASSERT_EQ(Save(session, "Text"), SaveOutcome::Saved);
     EXPECT_TRUE(NotesIn("DAY01012020.dat").at(0).categories[0].IsSameTree(old.categories[0]));
-    EXPECT_FALSE(book.categories.HasNoteAnywhere(1, 1));
+    for (const int32_t id : {3, 4, 5, kUnassignedID})
+        EXPECT_FALSE(NotesOf(id).Contains(1)) << id;
 }
 
 TEST_F(EditNoteSessionTest, AFileThatCantBeWrittenLeavesTheNoteAsItWasAndTheSaveCanBeRepeated) {
@@ -238,28 +255,6 @@ TEST_F(EditNoteSessionTest, CancelAsksWhereTheWarningIsOnAndTheBoxTurnsItOff) {
     EXPECT_EQ(prompts.seen[0],
               "Continue?? Are you sure you wish to cancel?\n\nYour changes will be lost and not saved in your "
               "database! [ ] Do not display this warning again.");
-}
-
-TEST_F(EditNoteSessionTest, FieldsDifferOnlyWhereSomethingWouldBeLost) {
-    const CNote stored = Stored(FullNote(1));
-    const std::pair<const char*, std::function<void(EditNoteSession&)>> changes[] = {
-        {"key words", [](EditNoteSession& s) { s.note.keyWords += "x"; }},
-        {"color", [](EditNoteSession& s) { s.note.borderColor = 1; }},
-        {"spelling", [](EditNoteSession& s) { s.note.spellCheck = !s.note.spellCheck; }},
-        {"order of sources",
-         [](EditNoteSession& s) {
-             s.note.sources = {1013, 1011};
-         }},
-        {"information", [](EditNoteSession& s) { s.note.sourceInfo[0].text = "p. 8"; }},
-        {"third path", [](EditNoteSession& s) { s.note.categories[2] = {}; }},
-        {"link", [](EditNoteSession& s) { s.attachments.AddLink("http://example.org/2"); }},
-    };
-    EXPECT_FALSE(EditNoteSession::ForNote(world, stored).FieldsDiffer());
-    for (const auto& [name, change] : changes) {
-        EditNoteSession session = EditNoteSession::ForNote(world, stored);
-        change(session);
-        EXPECT_TRUE(session.FieldsDiffer()) << name;
-    }
 }
 
 std::string EditNoteSessionTest::Stamps(const std::function<void(EditNoteSession&, std::string& rtf)>& change) {
@@ -345,6 +340,18 @@ TEST_F(EditNoteSessionTest, TheSyncLogFollowsTheBox) {
     ASSERT_EQ(Save(resting, "Once more"), SaveOutcome::Saved);
     record = book.syncLog.FindSyncInfo(first.note.guid);
     EXPECT_EQ(record->KeyWordsChanged, clock.now) << "ticking stamps all five";
+}
+
+TEST_F(EditNoteSessionTest, WhereNotesWaitTheLogOnTheDiskWaitsToo) {
+    Link();
+    std::vector<CNote> unwritten;
+    world.unwritten = &unwritten;
+    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+    ASSERT_EQ(Save(session, "Text"), SaveOutcome::Saved);
+    EXPECT_THAT(Each(unwritten, &CNote::id), ElementsAre(session.note.id));
+    EXPECT_NE(book.syncLog.FindSyncInfo(session.note.guid), nullptr);
+    EXPECT_FALSE(std::filesystem::exists(book.paths.SyncLog()));
+    EXPECT_THAT(NotesIn("DAY03142026.dat"), IsEmpty());
 }
 
 TEST_F(EditNoteSessionTest, AnUnlinkedNoteBookHasNoLog) {

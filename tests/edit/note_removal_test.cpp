@@ -1,6 +1,7 @@
 #include "edit/note_removal.h"
 
 #include "edit/edit_fixture.h"
+#include "support/scripted_background.h"
 
 namespace lore {
 namespace {
@@ -33,7 +34,7 @@ TEST_F(NoteRemovalTest, ADeletedNoteLeavesEveryPlace) {
         EXPECT_EQ(picture.TotalNoteCount(), 1u);
         EXPECT_EQ(picture.keyWords.Count(), 0u);
         EXPECT_THAT(picture.sources.FindSourceByID(1011)->NoteIDs.Values(), ElementsAre(2));
-        EXPECT_FALSE(picture.categories.FindByID(3)->HasNote(1, 1));
+        EXPECT_FALSE(picture.categories.FindByID(3)->notes[0].Contains(1));
         EXPECT_TRUE(picture.notesWithoutSource.IsEmpty());
     }
     EXPECT_FALSE(std::filesystem::exists(Attached()));
@@ -55,6 +56,73 @@ TEST_F(NoteRemovalTest, UndoBringsTheFilesBackByteForByte) {
     EXPECT_TRUE(book.notesWithoutSource.Contains(3));
     NoteRemoval::DiscardKeptFiles(book.paths, faults);
     EXPECT_FALSE(std::filesystem::exists(KeptFilesFolder(book.paths)));
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(NoteRemovalTest, AFileThatAnotherNoteNamesStaysForIt) {
+    const struct {
+        const char* name;
+        int32_t type;
+        bool keepsFile;
+    } cases[] = {{"0000001.txt", 2, true}, {"C:\\old\\0000001.txt", 1, true}, {"0000001.txt", 12, false}};
+    int32_t id = 10;
+    for (const auto& c : cases) {
+        for (const bool undoable : {true, false}) {
+            SCOPED_TRACE(std::string(c.name) + (undoable ? " undoable" : " for good"));
+            CNote first = TextNote(++id, "First", {1011}), other = TextNote(++id, "Other", {1012});
+            first.attachments = {{0, 1.0, "A", "0000001.txt", "", 2, true}, {0, 1.0, "B", "0000002.txt", "", 2, true}};
+            other.attachments = {{0, 1.0, "A", c.name, "", c.type, true}};
+            removal.DeleteNotes(LongList{1}, false);
+            Stored(first);
+            Stored(other);
+            PutBytes(Attached(), "attached");
+            PutBytes(book.paths.Attachments() / "0000002.txt", "own");
+            const DeletedNotes deleted = removal.DeleteNotes(LongList{first.id}, undoable);
+            EXPECT_EQ(std::filesystem::exists(Attached()), c.keepsFile);
+            EXPECT_FALSE(std::filesystem::exists(book.paths.Attachments() / "0000002.txt"));
+            if (undoable) {
+                EXPECT_FALSE(removal.RestoreNotes(deleted).Contains(first.id));
+                EXPECT_EQ(BytesOf(Attached()), "attached");
+                EXPECT_EQ(BytesOf(book.paths.Attachments() / "0000002.txt"), "own");
+            }
+            removal.DeleteNotes(LongList{first.id, other.id}, false);
+            EXPECT_FALSE(std::filesystem::exists(Attached())) << "with the last note that names it";
+            EXPECT_THAT(faults.faults, IsEmpty());
+        }
+    }
+}
+
+TEST_F(NoteRemovalTest, WithoutALookAtAllOtherNotesNoFileGoes) {
+    const std::filesystem::path stray = book.paths.NoteFile("stray.dat");
+    ScriptedBackground background;
+    NoteRemoval beside(book, context, faults, nullptr, &background);
+    const struct {
+        const char* what;
+        bool stops, isBlocked;
+        size_t told;
+    } cases[] = {{"stopped", true, false, 1}, {"a file can't be read", false, true, 2}};
+    for (const auto& c : cases) {
+        for (const bool undoable : {true, false}) {
+            SCOPED_TRACE(std::string(c.what) + (undoable ? " undoable" : " for good"));
+            background.stops = c.stops;
+            if (c.isBlocked)
+                std::filesystem::create_symlink(stray.filename(), stray);  // leads to itself
+            const DeletedNotes deleted = beside.DeleteNotes(LongList{1}, undoable);
+            EXPECT_THAT(IDs(deleted), ElementsAre(1));
+            EXPECT_EQ(faults.faults.size(), c.told);
+            EXPECT_EQ(BytesOf(Attached()), "attached");
+            EXPECT_FALSE(removal.RestoreNotes(deleted).Contains(1));
+            EXPECT_EQ(BytesOf(Attached()), "attached");
+            Unblock(stray);
+            faults.faults.clear();
+        }
+    }
+    background.stops = false;
+    background.texts.clear();
+    beside.DeleteNotes(LongList{1}, true);
+    EXPECT_FALSE(std::filesystem::exists(Attached()));
+    beside.DeleteNotes(LongList{2}, true);
+    EXPECT_EQ(background.texts.size(), 1u) << "without attachments there is nothing to look for";
     EXPECT_THAT(faults.faults, IsEmpty());
 }
 

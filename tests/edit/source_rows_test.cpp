@@ -42,6 +42,25 @@ TEST_F(SourceRowsTest, UnknownAndRepeatedSourcesAreDropped) {
     EXPECT_THAT(Written(), ElementsAre("1011"));
 }
 
+TEST_F(SourceRowsTest, AListThatWasNotReadWholeCostsANoteNoSource) {
+    struct Case {
+        LongList stored;
+        std::vector<std::string> written;
+    };
+    book.sources.MarkIncomplete();
+    for (const Case& c : {Case{{1011, 99, 1012}, {"1011", "1012", "99", "{source-1011}=p. 7", "{GONE}= p. 4"}},
+                          Case{{99, 1011, 98}, {"99", "1011", "98", "{source-1011}=p. 7", "{GONE}= p. 4"}},
+                          Case{{-5, 99, 99}, {"99", "{GONE}= p. 4"}}, Case{{1011}, {"1011", "{source-1011}=p. 7"}}}) {
+        CNote note = SourceNote(1, c.stored);
+        note.sourceInfo = {{"{Source-1012}", ""}, {"{source-1011}", "p. 7"}, {"{GONE}", " p. 4"}};
+        rows.Fill(note, true);
+        EXPECT_THAT(Written(), testing::ElementsAreArray(c.written));
+    }
+    rows.Fill(SourceNote(1, {1011, 99}), true);
+    rows.ClearSources();
+    EXPECT_THAT(Written(), ElementsAre("99")) << "what no row shows can't be taken away";
+}
+
 TEST_F(SourceRowsTest, OnlyAnOpenedLineStoresItsTextTrimmed) {
     rows.Fill(SourceNote(1, {1011, 1012}), true);
     rows.SetText(0, "never opened");

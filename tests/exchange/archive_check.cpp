@@ -2,7 +2,6 @@
 
 #include <set>
 
-#include "base/text.h"
 #include "exchange/import_archive.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
@@ -15,7 +14,7 @@ constexpr uint64_t kLargest = uint64_t{8} << 20;
 
 std::string CheckItem(ZipReader& reader, const ZipItem& item, const std::filesystem::path& target) {
     if (item.name.empty() || item.name == "." || item.name == ".." ||
-        item.name.find_first_of(std::string("/\\:\0", 4)) != std::string::npos)
+        item.name.find_first_of(std::string("/\\\n\0", 4)) != std::string::npos || ZipFileName(item.name) != item.name)
         return "a name that leads elsewhere: " + item.name;
     if (item.size > kLargest)
         return {};
@@ -39,7 +38,7 @@ std::string CheckArchive(const std::string& bytes, const std::filesystem::path& 
         return "items of an archive that was refused";
     std::set<std::string> names;
     for (const ZipItem& item : reader.Items()) {
-        if (!names.insert(ToLower(item.name)).second)
+        if (!names.insert(item.name).second)
             return "a name twice: " + item.name;
         if (const std::string finding = CheckItem(reader, item, folder / "out"); !finding.empty())
             return finding;
@@ -52,7 +51,7 @@ std::string CheckArchive(const std::string& bytes, const std::filesystem::path& 
         return "an archive that was refused before";
     if (isArchive)
         archive.ReadNotes(
-            world.context, [](int) {}, [] {});
+            world.context, faults, [](int) {}, [] {});
     for (const ArchiveNote& entry : archive.notes) {
         if (entry.note.id <= 0 || entry.note.guid.empty())
             return "a note that is none";

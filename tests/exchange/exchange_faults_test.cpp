@@ -157,6 +157,8 @@ TEST_F(ImportFaults, AnUndoneImportLosesNothingAndTellsWhicheverCallFails) {
         const Forms now = CheckedForms();
         EXPECT_TRUE(now == before_ || isTold);
         EXPECT_EQ(now.texts.size(), shown);
+        EXPECT_EQ(undo(), 0u) << "tried again";
+        EXPECT_TRUE(CheckedForms() == before_ && changes_.IsEmpty());
     };
     EXPECT_GT(FailEachCall(AllFolders(), EIO, false, prepare, undo, check), 20);
 }

@@ -1,6 +1,7 @@
 #include "exchange/export_notes.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 #include "exchange/archive_notes.h"
 #include "exchange/exchange_world.h"
@@ -98,22 +99,29 @@ TEST_F(ExportNotesTest, AFileOfNotesThatCantBeReadIsTold) {
 
 TEST_F(ExportNotesTest, TellsOfFilesThatAreMissingAndSharesThoseNamedTwice) {
     std::vector<CNote> notes = {DayNote(20), DayNote(21)};
-    const char* const names[] = {"0000001.png", "0000001.PNG", "0000009.txt", "../../secret.txt", "_expnotes.DAT"};
+    const char* const names[] = {"0000001.png",      "0000001.PNG",   "0000009.txt",  "0000003.12:30",
+                                 "../../secret.txt", "_expnotes.DAT", "0000004.x\ny", "c:4.txt"};
     for (CNote& note : notes) {
         for (const char* name : names)
             note.attachments.push_back({0, 1.0, "T", name, "", 1, true});
     }
     PutBytes(made_.Attachment("0000001.PNG"), "other");
     PutBytes(made_.Attachment("_expnotes.DAT"), "a trap");
+    for (const char* name : {"0000003.12:30", "0000004.x\ny", "c:4.txt"})
+        PutBytes(made_.Attachment(name), name);
     PutBytes(made_.folder.paths.Folder() / "secret.txt", "not an attachment");
     std::filesystem::create_directory(made_.Attachment("secret.txt"));
     EXPECT_EQ(made_.Export(target_, notes), 2);
-    EXPECT_EQ(Names(), (Lines{"_ExpNotes.dat", "0000001.png"}));
+    EXPECT_EQ(Names(), (Lines{"_ExpNotes.dat", "0000001.png", "0000001.PNG", "0000003.12:30"}));
+    EXPECT_EQ(Unpacked("0000001.png"), "a picture");
+    EXPECT_EQ(Unpacked("0000001.PNG"), "other");
+    EXPECT_EQ(Unpacked("0000003.12:30"), "0000003.12:30");
     Lines told;
     for (const Fault& fault : made_.faults.faults)
         told.push_back(std::filesystem::path(fault.path).filename().string() + ": " + fault.reason);
-    EXPECT_EQ(told, (Lines{"0000001.PNG: File exists", "0000009.txt: No such file or directory",
-                           "secret.txt: No such file or directory", "_expnotes.DAT: File exists"}));
+    EXPECT_EQ(told,
+              (Lines{"0000009.txt: No such file or directory", "secret.txt: No such file or directory",
+                     "_expnotes.DAT: File exists", "0000004.x\ny: Invalid argument", "c:4.txt: Invalid argument"}));
 }
 
 TEST_F(ExportNotesTest, GivesZeroForNothingAndAfterACancel) {
@@ -147,6 +155,48 @@ TEST_F(ExportNotesTest, ShowsTheReasonOfAFailureAndKeepsTheOldFile) {
     EXPECT_EQ(made_.Export(target_, {DayNote(1)}), -1);
     EXPECT_EQ(BytesOf(target_), old);
     EXPECT_EQ(made_.prompts.seen.size(), 2u);
+}
+
+TEST_F(ExportNotesTest, NoNameOfATargetReachesAnythingElse) {
+    std::filesystem::create_directories(folder_ / "held" / "in it");
+    const auto all = [&] {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(made_.folder.data.root)) {
+            if (entry.is_regular_file())
+                files[entry.path().string()] = BytesOf(entry.path());
+        }
+        return files;
+    };
+    const auto before = all();
+    const std::vector<CNote> notes = made_.Notes();
+    for (const char* const name : {"", "..", "../..", "held", "held/.", "held/", "none/..", "none/.", "none/"}) {
+        made_.prompts.seen.clear();
+        EXPECT_EQ(made_.Export(folder_ / name, notes), -1) << name;
+        EXPECT_EQ(made_.prompts.seen.size(), 1u) << name;
+        EXPECT_TRUE(all() == before) << name;
+    }
+    for (const char* const name : {"...", "...lbe", "..lbe", ".lbe", "a..", "_LBMAIN_.lbe", "Databases"}) {
+        EXPECT_EQ(made_.Export(folder_ / name, notes), 2) << name;
+        EXPECT_TRUE(std::filesystem::is_regular_file(folder_ / name)) << name;
+        EXPECT_TRUE(all() == before) << name;
+    }
+    EXPECT_EQ(made_.Export({}, notes), -1) << "no name at all";
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "held" / "in it"));
+}
+
+TEST_F(ExportNotesTest, TakesTheRecordThatShowsOfANoteThatStandsTwiceInItsFile) {
+    CNote older = DayNote(8), newer = DayNote(8);
+    newer.dateEdited = DateTime(2021, 1, 1);
+    newer.keyWords = "newer";
+    for (const auto& held : {std::vector<CNote>{older, newer}, std::vector<CNote>{newer, older}}) {
+        made_.folder.Put("DAY01012020.dat", held);
+        made_.Load();
+        const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
+        EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 2);
+        EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
+        EXPECT_EQ(made_.Notes().front().keyWords, "newer");
+    }
+    EXPECT_TRUE(made_.faults.faults.empty());
 }
 
 TEST_F(ExportNotesTest, CommandsSpeakTheirTexts) {

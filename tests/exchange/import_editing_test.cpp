@@ -17,11 +17,14 @@ public:
     EditingChooser(ExchangeBook& book, std::function<void(ImportEditing&, ImportComparison&)> edit)
         : book_(book), edit_(std::move(edit)) {}
     bool ChooseNotes(ImportComparison& comparison, ImportArchive& archive) override {
-        ImportEditing editing(comparison, archive, world_, book_.counters, book_.folder.data.ImportTemp());
+        editing_.emplace(comparison, archive, world_, book_.counters, book_.folder.data.ImportTemp());
         comparison.SetShowSame(true);
-        edit_(editing, comparison);
-        return true;
+        edit_(*editing_, comparison);
+        return !cancels;
     }
+    void NotesLanded(const LongList& ids) override { editing_->Landed(ids); }
+
+    bool cancels = false;
 
 private:
     ExchangeBook& book_;
@@ -30,6 +33,7 @@ private:
     FixedClock clock_;
     EditWorld world_{book_.book,        settings_,    book_.prompts, book_.progress, clock_,
                      book_.world.guids, book_.faults, nullptr,       [] {}};
+    std::optional<ImportEditing> editing_;
 };
 
 class ImportEditingTest : public testing::Test {
@@ -41,6 +45,26 @@ protected:
     ImportOutcome Import(ExchangeBook& book, const std::function<void(ImportEditing&, ImportComparison&)>& edit) {
         EditingChooser chooser(book, edit);
         return book.Import(archive_, chooser);
+    }
+    /// Imports into `to_` after an edit of a note, with what follows it. Gives the texts of the drafts that are left.
+    Lines DraftsBehind(bool cancels, const std::function<void(ImportEditing&, ImportComparison&)>& then) {
+        EditingChooser chooser(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+            const size_t row = RowWith(comparison, "First\r\nSecond");
+            EditNoteSession session = editing.Open(row);
+            FixedNoteText text("{\\rtf1 Edited}");
+            ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+            editing.Take(row, session);
+            then(editing, comparison);
+        });
+        chooser.cancels = cancels;
+        to_.Import(archive_, chooser);
+        Lines texts;
+        for (const std::filesystem::path& file : DraftStore(to_.book.paths).ListDrafts()) {
+            Draft draft;
+            EXPECT_TRUE(DraftStore::ReadDraft(file, to_.world.context, draft));
+            texts.push_back(draft.note.plainText);
+        }
+        return texts;
     }
     /// The row with this text, as an editor opens it.
     static size_t RowWith(const ImportComparison& comparison, const std::string& text) {
@@ -157,6 +181,56 @@ TEST_F(ImportEditingTest, WhatIsWrittenOnTheWayIsKeptAsADraftOfTheOpenNoteBook) 
         EXPECT_EQ(draft().note.plainText, "Edited");
     });
     EXPECT_TRUE(store.ListDrafts().empty());
+}
+
+TEST_F(ImportEditingTest, DraftsGoOnceTheirNotesHaveLandedOrTheUserDropsThem) {
+    const Lines kept = {"Edited"}, none;
+    const auto nothing = [](ImportEditing&, ImportComparison&) {};
+    const auto drop = [](ImportEditing& editing, ImportComparison&) { editing.DropDrafts(); };
+    const auto untick = [](ImportEditing&, ImportComparison& comparison) {
+        comparison.Row(RowWith(comparison, "Edited")).ticked = false;
+    };
+    const auto forget = [&] { std::filesystem::remove_all(DraftStore(to_.book.paths).Folder()); };
+    const std::filesystem::path sources = to_.book.paths.Sources();
+    std::filesystem::remove(sources);
+    std::filesystem::create_directories(sources / "in the way");
+    EXPECT_EQ(DraftsBehind(false, nothing), kept) << "nothing could be stored";
+    std::filesystem::remove_all(sources);
+    to_.Load();
+    EXPECT_EQ(to_.book.index.Count(), 0u);
+    EXPECT_EQ(DraftsBehind(true, drop), kept) << "that of the earlier import is no matter of this one";
+    forget();
+    EXPECT_EQ(DraftsBehind(true, drop), none);
+    EXPECT_EQ(DraftsBehind(true, nothing), kept) << "the window has gone without an answer";
+    forget();
+    EXPECT_EQ(DraftsBehind(false, untick), kept) << "another note has landed, not this one";
+    forget();
+    EXPECT_EQ(DraftsBehind(false, nothing), none);
+}
+
+/// A picture that has left a note's text lies in the folder of the import, which goes.
+TEST_F(ImportEditingTest, AKeptDraftHoldsThePicturesThatHaveLeftItsText) {
+    EditingChooser chooser(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        const size_t row = RowWith(comparison, "First\r\nSecond");
+        EditNoteSession session = editing.Open(row);
+        std::filesystem::path picture;
+        const DraftStore inImport(session.Book().paths);
+        ASSERT_TRUE(inImport.KeepFile(session.note.guid, "Picture 1.png", "moved", picture).Ok());
+        ASSERT_TRUE(session.attachments.AddFile(picture.string()));
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        editing.Take(row, session);
+        EXPECT_EQ(session.attachments.Items().back().record.sourceFile, picture.string())
+            << "the import takes it there";
+    });
+    chooser.cancels = true;
+    to_.Import(archive_, chooser);
+    const std::vector<std::filesystem::path> files = DraftStore(to_.book.paths).ListDrafts();
+    ASSERT_EQ(files.size(), 1u);
+    Draft draft;
+    ASSERT_TRUE(DraftStore::ReadDraft(files.front(), to_.world.context, draft));
+    ASSERT_EQ(draft.note.attachments.back().title, "Picture 1.png");
+    EXPECT_EQ(BytesOf(draft.note.attachments.back().sourceFile), "moved");
 }
 
 TEST_F(ImportEditingTest, ASourceMadeMeanwhileIsNotTakenForOneOfTheArchive) {

@@ -5,9 +5,12 @@
 #include <sys/stat.h>
 
 #include "base/text.h"
+#include "classify/category_edit.h"
 #include "exchange/exchange_world.h"
 #include "exchange/raw_zip.h"
 #include "notes/attachment_kind.h"
+#include "notes/check_notebook.h"
+#include "support/note_reading.h"
 
 namespace lore {
 namespace {
@@ -138,8 +141,55 @@ TEST_F(ImportNotesTest, AnEmptyNoteBookGetsTheSameNotes) {
     EXPECT_EQ(to_.book.types.Count(), 1u);
     const CNote& full = after.back();
     EXPECT_EQ(to_.book.categories.FindByID(DeepestCategoryID(full.categories[0]))->name, "Lenses");
-    EXPECT_TRUE(to_.book.categories.FindByID(DeepestCategoryID(full.categories[0]))->HasNote(full.id, 1));
+    EXPECT_TRUE(to_.book.categories.FindByID(DeepestCategoryID(full.categories[0]))->notes[0].Contains(full.id));
     EXPECT_TRUE(to_.book.sources.FindSourceByID(full.sources[0])->NoteIDs.Contains(full.id));
+}
+
+TEST_F(ImportNotesTest, BehindTheHighestIdsNothingTakesThePlaceOfAnother) {
+    AuthorList authors;
+    authors.AddAuthor(Author(2147483647, "Far", "", "Away"));
+    authors.SaveAuthors(to_.folder.paths.Authors());
+    SourceList sources;
+    sources.AddTail(FullSource(2147483647));
+    sources.SaveSources(to_.folder.paths.Sources(), authors);
+    CProCategoryList forest;
+    forest.AddRoot(PathOf({{2147483647, "Far"}}));
+    forest.Save(to_.folder.paths.Categories());
+    to_.folder.Put("DAY01012020.dat", {DayNote(2147483647), DayNote(1001)});
+    to_.Load();
+    EXPECT_EQ(to_.Import(archive_, chooser_).ids, (LongList{1002, 1003}));
+    EXPECT_EQ(to_.book.TotalNoteCount(), 4u);
+    EXPECT_EQ(to_.book.sources.Count(), 3u);
+    const std::vector<CNote> before = from_.Notes();
+    const std::vector<CNote> after = FindNotes(to_.book.index, {1002, 1003}, to_.world.context, to_.faults);
+    ASSERT_EQ(after.size(), 2u);
+    for (size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(Portable(after[i], to_.book), Portable(before[i], from_.book)) << i;
+        for (const CProCategoryTree& path : after[i].categories) {
+            const CProCategoryTree* const end = to_.book.categories.FindByID(DeepestCategoryID(path));
+            EXPECT_TRUE(path.IsEmptyPath() || (end && path.IsSameTree(PathTo(*end)))) << i;
+        }
+    }
+}
+
+TEST_F(ImportNotesTest, TextsOverTheLimitStayBehindAndAreTold) {
+    from_.book.sources.FindSourceByID(1011)->FieldTexts[1] = std::string(kMaxStringLength + 1, 'x');
+    from_.book.sources.FindSourceByID(1013)->FieldTexts[1] = std::string(kMaxStringLength, 'x');
+    CNote note = DayNote(9), other = DayNote(10);
+    note.sources = {1011, 1013};
+    note.sourceInfo = {{"{SOURCE 1013}", std::string(kMaxStringLength + 2, 'x')}, {"{Other}", "p. 7"}};
+    other.sources = {1011};
+    MakeArchive({note, other}, {});
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 2);
+    ASSERT_EQ(to_.faults.faults.size(), 2u) << "a source of two notes is told once";
+    EXPECT_THAT(to_.faults.faults[0].what,
+                testing::HasSubstr("The source 1011 was left out: its field FieldTexts holds a text of 500001 bytes"));
+    EXPECT_THAT(to_.faults.faults[1].what, testing::HasSubstr("note 9 says of one of its sources was left out"));
+    ASSERT_EQ(to_.book.sources.Count(), 1u);
+    EXPECT_EQ(to_.book.sources[0].SourceGUID, "{SOURCE 1013}");
+    EXPECT_EQ(to_.book.sources[0].NoteIDs.Count(), 1u);
+    EXPECT_EQ(to_.book.notesWithoutSource.Count(), 1u);
+    EXPECT_TRUE(CheckNoteBook(to_.folder.paths, to_.world.context, to_.faults).empty());
 }
 
 TEST_F(ImportNotesTest, ItsOwnArchiveOffersNothingUnlessTheSameAreShown) {
@@ -173,9 +223,7 @@ TEST_F(ImportNotesTest, AReplacedNoteKeepsItsIdAndMovesWithItsFirstSource) {
     EXPECT_EQ(outcome.ids, LongList{7});
     EXPECT_EQ(*from_.book.index.FindPath(7), from_.folder.paths.NoteFile("SRC0000001012.dat"));
     EXPECT_EQ(from_.book.TotalNoteCount(), 2u);
-    std::vector<CNote> left;
-    LoadNoteFile(from_.folder.paths.NoteFile("SRC0000001011.dat"), from_.world.context, left);
-    EXPECT_TRUE(left.empty());
+    EXPECT_TRUE(NotesOfFile(from_.folder.paths.NoteFile("SRC0000001011.dat"), from_.world.context).empty());
     EXPECT_EQ(from_.AttachmentNames(), (Lines{"0000002.txt", "0000003.png"}));
     EXPECT_EQ(BytesOf(from_.Attachment("0000003.png")), "a new picture");
 }
@@ -203,8 +251,8 @@ TEST_F(ImportNotesTest, AReplacedNoteGoesToTheEndOfItsFile) {
     from_.Import(archive_, chooser_);
     MakeArchive({first}, {});
     const ImportOutcome outcome = from_.Import(archive_, chooser_);
-    std::vector<CNote> stored;
-    LoadNoteFile(from_.folder.paths.NoteFile("SRC0000001011.dat"), from_.world.context, stored);
+    const std::vector<CNote> stored =
+        NotesOfFile(from_.folder.paths.NoteFile("SRC0000001011.dat"), from_.world.context);
     ASSERT_EQ(stored.size(), 2u);
     EXPECT_EQ(stored[0].guid, "{ANOTHER}");
     EXPECT_EQ(stored[1].id, 7);
@@ -259,11 +307,9 @@ TEST_F(ImportNotesTest, RefusedArchivesSaySoAndChangeNothing) {
          -1, "CRC"},
         {"records too large",
          [&] {
-             std::string bytes;
-             for (int i = 0; bytes.size() < 40'000'000; ++i)
-                 bytes += std::to_string(i % 7) + std::string(400, '0');
-             RawEntry records = File("_ExpNotes.dat", bytes);
-             records.deflated = true;
+             RawEntry records = File("_ExpNotes.dat", std::string(2'000'000, 'x'));
+             records.method = 8;
+             records.announced = int64_t{1} << 30;
              PutBytes(archive_, RawZip({records}));
          },
          -1, "a hundred times"},
@@ -362,7 +408,7 @@ TEST_F(ImportNotesTest, CategoriesAreMatchedByNameAndUnassignedOnesCount) {
     }
     CProCategoryList stored;
     stored.Load(from_.folder.paths.Categories());
-    EXPECT_NE(stored.FindByPlace("Towers", "Lights", 1), nullptr);
+    EXPECT_NE(stored.FindRootByName("Lights")->FindChildByName("Towers"), nullptr);
 }
 
 TEST_F(ImportNotesTest, ALinkedNoteBookAsksAndRecords) {
@@ -455,9 +501,119 @@ TEST_F(ImportNotesTest, ShortAndHostileRecordFilesReadAsFarAsTheyGo) {
         PutBytes(archive_, RawZip({File("_ExpNotes.dat", records.substr(0, length))}));
         TestChooser chooser;
         chooser.cancels = true;
+        to_.faults.faults.clear();
         EXPECT_EQ(to_.Import(archive_, chooser).result, 0);
-        EXPECT_LE(chooser.seen.size(), 1u);
+        EXPECT_EQ(chooser.seen.size(), length == records.size() ? 1u : 0u) << "no note that is cut";
+        EXPECT_EQ(to_.faults.faults.size(), 1u);
     }
+}
+
+TEST_F(ImportNotesTest, ARecordFileThatIsReadOnlyInPartIsTold) {
+    const ArchiveNote sources = MakeSourcesNote(from_.book.sources, from_.world.context.now);
+    const auto records = [&](int32_t count, const std::vector<ArchiveNote>& entries) {
+        RecordWriter stream;
+        WriteArchiveHead(stream, DateTime(2026, 1, 1), count);
+        for (const ArchiveNote& entry : entries)
+            WriteArchiveNote(stream, entry, from_.book.authors);
+        return stream.DiskBytes();
+    };
+    const std::vector<ArchiveNote> both = {{DayNote(1), {}}, {DayNote(2), {}}};
+    const std::vector<ArchiveNote> all = {sources, both[0], both[1]};
+    const size_t cut = records(3, all).size() - records(2, both).size() / 3;
+    const struct {
+        const char* what;
+        std::string bytes;
+        int notes;
+        std::string says;
+    } cases[] = {
+        {"whole", records(2, both), 2, ""},
+        {"whole with its sources note", records(3, all), 2, ""},
+        {"whole with a record that is no note", records(2, {both[0], {DayNote(0), {}}}), 1, ""},
+        {"cut in the second note", records(3, all).substr(0, cut), 1, "1 of 2 notes: it breaks off"},
+        {"its last byte cut", records(2, both).substr(0, records(2, both).size() - 1), 1,
+         "1 of 2 notes: it breaks off"},
+        {"cut between the notes", records(2, {both[0]}), 1, "1 of 2 notes: it breaks off"},
+        {"an end mark", records(2, {both[0]}) + "\x1a" + records(2, {both[1]}), 1, "1 of 2 notes: it breaks off"},
+        {"holds more", records(1, both), 1, "1 of 1 notes: it holds more than it announces"},
+        {"a byte more", records(2, both) + "x", 2, "2 of 2 notes: it holds more than it announces"},
+        {"a count below 0", records(-5, both), 0, "0 of 0 notes: it holds more than it announces"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        ExchangeBook to;
+        PutBytes(archive_, RawZip({File("_ExpNotes.dat", c.bytes)}));
+        EXPECT_EQ(to.Import(archive_, chooser_).result, c.notes);
+        ASSERT_EQ(to.faults.faults.size(), c.says.empty() ? 0u : 1u);
+        if (c.says.empty())
+            continue;
+        const Fault& fault = to.faults.faults[0];
+        EXPECT_EQ(ReplaceAll(fault.what, " notes of the archive could be read", " notes") + ": " + fault.reason,
+                  c.says);
+        EXPECT_EQ(fault.path, archive_.string());
+    }
+}
+
+TEST_F(ImportNotesTest, WhatWouldPackToNextToNothingComesBackFromOurArchives) {
+    std::vector<CNote> notes;
+    for (int32_t id = 1; id <= 90; ++id) {
+        notes.push_back(DayNote(id));
+        notes.back().rtfText = "{\\rtf1{\\pict " + std::string(480'000, 'f') + "} " + std::to_string(id) + "}";
+    }
+    // Packed as well as it can be, hundreds of times smaller than what it holds.
+    RecordWriter stream;
+    WriteArchiveHead(stream, DateTime(2026, 1, 1), static_cast<int32_t>(notes.size()));
+    for (const CNote& note : notes)
+        WriteArchiveNote(stream, {note, {}}, from_.book.authors);
+    RawEntry records = File("_ExpNotes.dat", stream.DiskBytes());
+    records.deflated = true;
+    ASSERT_GT(records.bytes.size(), Deflated(records.bytes).size() * 300);
+    PutBytes(archive_, RawZip({records}));
+    ExchangeBook first, second;
+    EXPECT_EQ(first.Import(archive_, chooser_).result, -1) << "it may be made to fill the memory";
+    EXPECT_EQ(first.Export(archive_, notes), 90);
+    EXPECT_EQ(second.Import(archive_, chooser_).result, 90);
+    EXPECT_EQ(second.Notes().front().rtfText, notes.front().rtfText);
+    EXPECT_TRUE(second.prompts.seen.empty());
+}
+
+TEST_F(ImportNotesTest, ARecordThatAnotherHidesIsNotReplacedBySomeNote) {
+    CNote shown = DayNote(5), hidden = DayNote(5), incoming = DayNote(1);
+    shown.guid = "{SHOWN}";
+    shown.rtfText = "{\\rtf1 shown}";
+    hidden.guid = incoming.guid = "{HIDDEN}";
+    hidden.dateEdited = DateTime(2011, 1, 1);
+    shown.dateEdited = DateTime(2012, 1, 1);
+    incoming.dateEdited = DateTime(2020, 1, 1);
+    incoming.rtfText = "{\\rtf1 incoming}";
+    MakeArchive({incoming}, {});
+    for (const std::vector<CNote>& stored : {std::vector{shown, hidden}, std::vector{hidden, shown}}) {
+        ExchangeBook to;
+        to.folder.Put("DAY01012020.dat", stored);
+        to.Load();
+        TestChooser chooser;
+        EXPECT_EQ(to.Import(archive_, chooser).result, 1);
+        EXPECT_EQ(chooser.seen, Lines{" 1. - <NEW NOTE>    "});
+        Lines texts;
+        for (const CNote& note : to.Notes())
+            texts.push_back(note.rtfText);
+        EXPECT_THAT(texts, testing::UnorderedElementsAre(shown.rtfText, incoming.rtfText));
+    }
+}
+
+TEST_F(ImportNotesTest, FilesWhoseNamesDifferByCaseStayApart) {
+    const std::vector<CNote> notes = {WithFile(1, "0000001.txt"), WithFile(2, "0000001.TXT"),
+                                      WithFile(3, "0000002.12:30")};
+    for (const auto& [name, content] : {std::pair("0000001.txt", "lower"), std::pair("0000001.TXT", "upper"),
+                                        std::pair("0000002.12:30", "half past twelve")})
+        PutBytes(from_.Attachment(name), content);
+    EXPECT_EQ(from_.Export(archive_, notes), 3);
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 3);
+    Lines contents;
+    for (const CNote& note : to_.Notes())
+        contents.push_back(note.attachments[0].storedFile + ": " +
+                           BytesOf(to_.Attachment(note.attachments[0].storedFile)));
+    EXPECT_EQ(contents, (Lines{"0000001.txt: lower", "0000002.TXT: upper", "0000003.1230: half past twelve"}));
+    EXPECT_TRUE(to_.faults.faults.empty());
 }
 
 TEST(AskForArchive, TakesOneFile) {

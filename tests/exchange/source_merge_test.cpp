@@ -65,6 +65,27 @@ TEST_F(SourceMergeTest, ANewSourceBringsItsAuthorsByName) {
     EXPECT_TRUE(merge_.HasNewSources() && merge_.HasNewAuthors());
 }
 
+TEST_F(SourceMergeTest, NothingGetsTheIdOfAnotherBehindTheHighest) {
+    book_.sources.AddTail(FullSource(2147483647));
+    book_.authors.AddAuthor(Author(2147483647, "Far", "", "Away"));
+    counters_.MaxAuthorID = 2147483647;
+    EXPECT_EQ(Merged(Incoming("{ONE}")), 1011);
+    CSource other = Incoming("{TWO}");
+    other.EmbeddedAuthors[1].first = "Another";
+    EXPECT_EQ(Merged(other), 1012);
+    const auto names = [&](int32_t id) {
+        std::vector<std::string> first;
+        for (const int32_t author : book_.sources.FindSourceByID(id)->AuthorIDs)
+            first.push_back(book_.authors.FindAuthorByID(author)->first);
+        return first;
+    };
+    EXPECT_EQ(names(1011), (std::vector<std::string>{"Carl", "New", "carl"}));
+    EXPECT_EQ(names(1012), (std::vector<std::string>{"Carl", "Another", "carl"}));
+    EXPECT_EQ(book_.authors.Count(), 7u);
+    EXPECT_EQ(counters_.MaxAuthorID, 2147483647);
+    EXPECT_FALSE(merge_.RanOut());
+}
+
 TEST_F(SourceMergeTest, TypesAreMatchedByGuidAndNumberedAnew) {
     CCustomSourceType aType = FullSource(1).CustomTypeCopy;
     aType.GUID = "{A}";

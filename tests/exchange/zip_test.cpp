@@ -62,7 +62,7 @@ TEST_F(Zip, MakesArchivesThatCommonToolsOpen) {
     ZipWriter writer(4);
     for (const char* name : {"0000001.JPG", "0000002.txt", "0000003."})
         EXPECT_TRUE(writer.AddFile(name, folder_ / name));
-    EXPECT_FALSE(writer.AddFile("0000001.jpg", folder_ / "0000002.txt")) << "stands there already but for its case";
+    EXPECT_FALSE(writer.AddFile("0000001.JPG", folder_ / "0000002.txt")) << "stands there already";
     writer.AddPacked("_ExpNotes.dat", PackPiece("head", {}), stream);
     double last = 0;
     ASSERT_TRUE(writer.Write(target_, {[&](double part) { last = part; }, [] { return false; }}).Ok());
@@ -117,6 +117,59 @@ TEST_F(Zip, PacksWhatCannotGetSmallerAndWhatIsNearlyNothing) {
         EXPECT_LE(stream.PackedSize(), text.size() + text.size() / 100 + 64);
         EXPECT_TRUE(Runs("unzip -tq " + target_.string()));
     }
+}
+
+TEST_F(Zip, NeverPacksSoWellThatItsOwnArchiveIsRefused) {
+    std::string rows;
+    while (rows.size() < 3'000'000)
+        rows += std::string(1'000, '\xff') + std::string(2, '\0');
+    const struct {
+        const char* what;
+        std::string bytes;
+        size_t least, most;  // how many bytes one packed byte may stand for
+    } cases[] = {{"a white picture", std::string(30'000'000, '\xff'), 100, 500},
+                 {"a file just above the small ones", std::string((256 << 10) + 1, '\0'), 100, 500},
+                 {"a small file", std::string(256 << 10, '\0'), 500, 1050},
+                 {"rows with an edge", rows, 100, 500},
+                 {"words", Words(3'000'000), 2, 10},
+                 {"words behind zeros", std::string(20'000'000, '\0') + Words(3'000'000), 7, 100}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        for (const int level : {4, 9}) {
+            PutBytes(folder_ / "file", c.bytes);
+            ZipWriter writer(level);
+            for (int i = 0; i < 2; ++i)
+                ASSERT_TRUE(writer.AddFile("000000" + std::to_string(i) + ".bmp", folder_ / "file"));
+            ASSERT_TRUE(writer.Write(target_, Patient()).Ok());
+            const ArchiveResult opened = reader_.Open(target_);
+            ASSERT_TRUE(opened.Ok()) << opened.reason;
+            const ZipItem& item = *reader_.Find("0000000.bmp");
+            EXPECT_GE(item.size / item.packed, c.least);
+            EXPECT_LE(item.size / item.packed, c.most);
+            EXPECT_TRUE(Unpacked("0000001.bmp") == c.bytes);
+        }
+        PackedStream stream(folder_ / "spool", 2);
+        ASSERT_TRUE(stream.Open().Ok());
+        for (size_t at = 0; at < c.bytes.size(); at += 300'001)
+            stream.Append(std::string_view(c.bytes).substr(at, 300'001));
+        ASSERT_TRUE(stream.Finish().Ok());
+        EXPECT_LT(stream.Size() / stream.PackedSize(), 100u) << "a record file is held closer";
+    }
+}
+
+TEST_F(Zip, FindsTheNameItselfAndAnotherCaseOnlyWhereItIsTheOnlyOne) {
+    ZipWriter writer(4);
+    for (const std::string name : {"a.txt", "A.txt", "One.txt"}) {
+        PutBytes(folder_ / name, name);
+        ASSERT_TRUE(writer.AddFile(name, folder_ / name));
+    }
+    ASSERT_TRUE(writer.Write(target_, Patient()).Ok());
+    ASSERT_TRUE(reader_.Open(target_).Ok());
+    const std::pair<const char*, const char*> cases[] = {{"a.txt", "a.txt"},     {"A.txt", "A.txt"},
+                                                         {"a.TXT", nullptr},     {"One.txt", "One.txt"},
+                                                         {"oNE.TXT", "One.txt"}, {"b.txt", nullptr}};
+    for (const auto& [name, found] : cases)
+        EXPECT_EQ(Unpacked(name), found ? found : "(not there)") << name;
 }
 
 TEST_F(Zip, LeavesTheOldFileAndNothingElseWhenItFails) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "exchange/archive_notes.h"
+#include "exchange/import_archive.h"
 #include "exchange/zip_reader.h"
 #include "notebooks/backup_comparison.h"
 #include "notebooks/backup_file.h"
@@ -68,6 +69,9 @@ TEST(BackupFileName, GetsNameAndDateBeforeTheLastPoint) {
         {"/Keep/.lbe", "Thesis", "", "/Keep/[Thesis].lbe"}};
     for (const auto& [path, name, date, file] : cases)
         EXPECT_EQ(BackupFileName(path, name, date), file);
+    EXPECT_EQ(BackupFileName("/Keep/notes.lbe", "The sis", "_(07-12-11)", "DB000008"),
+              "/Keep/notes[Thesis DB000008]_(07-12-11).lbe");
+    EXPECT_EQ(BackupFileName("/Ke.ep/notes", "a/b", "", "D/8"), "/Ke.ep/notes[a_b D_8]");
 }
 
 TEST_F(BackupTest, PathTestLeavesWhatStandsThere) {
@@ -79,6 +83,11 @@ TEST_F(BackupTest, PathTestLeavesWhatStandsThere) {
     EXPECT_FALSE(IsWritablePath(folder / "none" / "new.lbe"));
     EXPECT_FALSE(IsWritablePath(folder.Path()));
     EXPECT_FALSE(IsWritablePath(""));
+    EXPECT_FALSE(IsWritablePath("/dev/null"));
+    std::filesystem::create_symlink("behind", folder / "link");
+    EXPECT_TRUE(IsWritablePath(folder / "link"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    std::filesystem::remove(folder / "link");
     EXPECT_THAT(Files(), ElementsAre("real"));
     EXPECT_EQ(BytesOf(folder / "real"), "a backup");
 }
@@ -181,6 +190,39 @@ TEST_F(BackupTest, AutoBackupRemembersItsFilesAndDeletesThoseOfLastTime) {
     EXPECT_THAT(Files(), Contains("notes[LorebinderMain]_(07-13-11).lbe"));
 }
 
+TEST_F(BackupTest, NoteBooksWhoseNamesGiveOneFileGetOneEach) {
+    Add("tHes is", 8, {DayNote(4)});
+    Add("LorebinderMain", 10, {DayNote(5)});
+    Add("Empty One", 11, {DayNote(6)});
+    const auto files = [](const std::string& date) {
+        return testing::ElementsAre("notes[EmptyOne Folder11]" + date, "notes[LorebinderMain _LBMAIN_]" + date,
+                                    "notes[LorebinderMain]" + date, "notes[Thesis]" + date,
+                                    "notes[tHesis Folder8]" + date);
+    };
+    RunAuto(true);
+    EXPECT_THAT(Files(), files("_(07-12-11).lbe")) << "an empty NoteBook holds its name";
+    EXPECT_EQ(settings.Text(Option::PrevBackupPath),
+              (folder / "notes[LorebinderMain _LBMAIN_]_(07-12-11).lbe").string());
+    RunAuto(true);
+    EXPECT_THAT(Files(), files("_(07-12-11).lbe"));
+    context.now = DateTime(2011, 7, 13, 10, 0, 0);
+    RunAuto(true);
+    EXPECT_THAT(Files(), files("_(07-13-11).lbe"));
+}
+
+TEST_F(BackupTest, FileThatIsTheBackupOfAnotherNoteBookStays) {
+    RunAuto(true);
+    auto list = Stored();
+    list[1].extra = list[0].extra;
+    SaveDatabases(data.DatabasesFile(), list);
+    std::filesystem::remove_all(PathsOf(thesis).Notes());
+    PutNotes(empty, {DayNote(4)});
+    context.now = DateTime(2011, 7, 13, 10, 0, 0);
+    RunAuto(true);
+    EXPECT_THAT(Files(), ElementsAre("notes[Emptyone]_(07-13-11).lbe", "notes[LorebinderMain]_(07-13-11).lbe",
+                                     "notes[Thesis]_(07-12-11).lbe"));
+}
+
 TEST_F(BackupTest, FileThatIsNoBackupIsNeverDeleted) {
     PutBytes(folder / "thesis.odt", "years of work");
     auto list = Stored();
@@ -214,13 +256,81 @@ TEST_F(BackupTest, FailedBackupsKeepWhatThereWas) {
     EXPECT_EQ(Files().size(), 2u) << "nothing unfinished is left";
 }
 
-TEST_F(BackupTest, BackupOfANoteBookThatIsNotReadWholeKeepsTheEarlierOne) {
-    ASSERT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 2);
-    const std::string good = BytesOf(folder / "one.lbe");
+TEST_F(BackupTest, AMissingAttachmentFileIsToldEachTimeAndKeepsNoEarlierBackup) {
+    RunAuto(true);
     std::filesystem::remove(PathsOf(thesis).Attachments() / "0000001.png");
+    for (const int day : {13, 14, 14}) {
+        context.now = DateTime(2011, 7, day, 10, 0, 0);
+        faults.faults.clear();
+        RunAuto(true);
+        const std::string date = "_(07-" + std::to_string(day) + "-11).lbe";
+        EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain]" + date, "notes[Thesis]" + date));
+        EXPECT_EQ(faults.faults.size(), 1u);
+    }
+}
+
+TEST_F(BackupTest, BackupOfADamagedNoteBookIsToldAndKeepsTheEarlierOne) {
     ASSERT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 2);
-    EXPECT_EQ(BytesOf(folder / "one.lbe.kept"), good);
+    EXPECT_THAT(faults.faults, IsEmpty());
+    const std::string good = BytesOf(folder / "one.lbe");
+    const std::filesystem::path file = PathsOf(thesis).NoteFile("DAY01052020.dat"),
+                                first = PathsOf(thesis).NoteFile("DAY01012020.dat");
+    const std::string whole = BytesOf(file);
+    std::string counted = whole, ended = whole, numberless = whole;
+    counted[35] = '0';
+    ended[40] = '\x1A';
+    numberless[36] = '-';
+    const std::string damages[] = {
+        whole.substr(0, 300), "", std::string(whole.size(), '\0'), counted, ended, numberless};
+    for (const std::string& damaged : damages) {
+        PutBytes(folder / "one.lbe", good);
+        std::filesystem::remove(folder / "one.lbe.kept");
+        PutBytes(file, damaged);
+        faults.faults.clear();
+        EXPECT_GE(BackUpNoteBook(thesis, folder / "one.lbe", World()), 1) << damaged;
+        EXPECT_EQ(faults.faults.size(), 2u) << damaged;
+        EXPECT_TRUE(BytesOf(folder / "one.lbe.kept") == good) << damaged;
+        EXPECT_TRUE(IsExportArchive(folder / "one.lbe")) << damaged;
+    }
+    PutBytes(folder / "one.lbe", good);
+    PutBytes(first, "");
+    faults.faults.clear();
+    EXPECT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 0) << "none is left";
     EXPECT_EQ(faults.faults.size(), 2u);
+    EXPECT_TRUE(BytesOf(folder / "one.lbe") == good);
+}
+
+TEST_F(BackupTest, AutoBackupOfADamagedNoteBookLeavesTheOneOfLastTime) {
+    RunAuto(true);
+    PutBytes(PathsOf(thesis).NoteFile("DAY01052020.dat"), "");
+    context.now = DateTime(2011, 7, 13, 10, 0, 0);
+    RunAuto(true);
+    EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain]_(07-13-11).lbe", "notes[Thesis]_(07-12-11).lbe",
+                                     "notes[Thesis]_(07-13-11).lbe"));
+}
+
+TEST_F(BackupTest, ABackupOfWhatPacksToNextToNothingIsMadeAndCanBeImported) {
+    CNote note = DayNote(1);
+    note.attachments.push_back({0, 1.0, "White", "0000002.bmp", "", 1, true});
+    note.attachments.push_back({0, 1.0, "Times", "0000003.12:30", "", 2, true});
+    note.rtfText = "{\\rtf1 " + std::string(490'000, 'f') + "}";
+    std::vector<CNote> notes;
+    for (int32_t id = 1; id <= 90; ++id) {
+        notes.push_back(note);
+        notes.back().id = id;
+    }
+    PutNotes(thesis, notes);
+    PutBytes(PathsOf(thesis).Attachments() / "0000002.bmp", std::string(20'000'000, '\xff'));
+    PutBytes(PathsOf(thesis).Attachments() / "0000003.12:30", "at noon");
+    ASSERT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 90);
+    EXPECT_THAT(faults.faults, IsEmpty());
+    EXPECT_LT(std::filesystem::file_size(folder / "one.lbe"), 1'000'000u);
+    ImportArchive archive;
+    const ArchiveResult opened = archive.Open(folder / "one.lbe", faults);
+    EXPECT_TRUE(opened.Ok()) << opened.reason;
+    for (const CAttachment& attachment : note.attachments)
+        EXPECT_NE(archive.FileOf(attachment), nullptr) << attachment.title;
+    EXPECT_THAT(faults.faults, IsEmpty());
 }
 
 TEST_F(BackupTest, ComparisonFindsEachKindOfDifference) {

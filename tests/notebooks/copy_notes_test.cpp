@@ -4,6 +4,8 @@
 
 #include "notebooks/notebooks_world.h"
 #include "notes/note_book_loader.h"
+#include "notes/note_file_walk.h"
+#include "support/note_reading.h"
 
 namespace lore {
 namespace {
@@ -98,7 +100,9 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
     }
     std::vector<CNote> NotesIn(const CDatabase& noteBook) {
         std::vector<CNote> notes;
-        LoadAllNotes(PathsOf(noteBook).Notes(), context, faults, notes);
+        for (const std::filesystem::path& file : NoteFilesOf(PathsOf(noteBook).Notes(), faults))
+            for (CNote& note : NotesOfFile(file, context))
+                notes.push_back(std::move(note));
         return notes;
     }
     std::vector<std::string> Attachments() const { return NamesIn(PathsOf(target).Attachments()); }
@@ -108,6 +112,27 @@ TEST_F(CopyNotesTest, ANoteBookWithoutCategoriesTakesTheNextNumberToo) {
     std::filesystem::remove(PathsOf(target).Categories());
     EXPECT_THAT(Copy({1}, target).ids.Values(), ElementsAre(1001));
     EXPECT_EQ(counters.MaxNoteID, 1001);
+}
+
+TEST_F(CopyNotesTest, BehindTheHighestIdsCopiesStandUnderFreeOnes) {
+    PutNotes(target, {DayNote(500), DayNote(1002), DayNote(2147483647)});
+    CProCategoryList forest;
+    forest.AddRoot(PathOf({{2147483647, "Far"}}));
+    forest.Save(PathsOf(target).Categories());
+    counters = {1000, 2147483647, 100};
+    EXPECT_THAT(Copy({1, 2}, target).ids.Values(), ElementsAre(1001, 1003));
+    EXPECT_THAT(Copy({2}, target).ids.Values(), ElementsAre(1004)) << "in place of the first copy";
+    const OpenNoteBook copied = Open(target);
+    EXPECT_EQ(copied.TotalNoteCount(), 5u);
+    EXPECT_EQ(counters.MaxNoteID, 2147483647);
+    const CNote note = FindNotes(copied.index, {1001}, context, faults).at(0);
+    const CProCategoryTree& path = note.categories[0];
+    ASSERT_NE(copied.categories.FindByID(DeepestCategoryID(path)), nullptr);
+    EXPECT_EQ(copied.categories.FindByID(DeepestCategoryID(path))->GetPathText(), "L1: Lights\nL2: Lenses\n");
+    const CSource& logbook = *copied.sources.FindSourceByGUID("{S2}");
+    ASSERT_EQ(logbook.AuthorIDs.Count(), 2u);
+    EXPECT_EQ(copied.authors.FindAuthorByID(logbook.AuthorIDs[0])->last, "Smeaton");
+    EXPECT_EQ(copied.authors.FindAuthorByID(logbook.AuthorIDs[1])->last, "Fresnel");
 }
 
 TEST_F(CopyNotesTest, BringsSourcesAuthorsTypesCategoriesAndFilesUnderTheTargetsIds) {
@@ -217,7 +242,7 @@ TEST_F(CopyNotesTest, FileThatCannotBeWrittenStopsTheCopy) {
     EXPECT_EQ(Copy({2, 1}, target).copied, -1);
     EXPECT_EQ(NotesIn(target).size(), 1u);
     EXPECT_EQ(BytesOf(PathsOf(target).Sources()), sources);
-    EXPECT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults.size(), 2u) << "the folder could not be made, and no file could go there";
 }
 
 TEST_F(CopyNotesTest, ACopyCanBeStoppedUntilTheListsAreWrittenAndLeavesNothing) {

@@ -4,6 +4,7 @@
 
 #include "classify/category_list.h"
 #include "notes/note_builder.h"
+#include "support/note_reading.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
@@ -88,11 +89,12 @@ TEST_F(OldFolder, BecomesTheMainNoteBookWithItsCategories) {
     CProCategoryList forest;
     ASSERT_TRUE(forest.Load(main.Categories()).Ok());
     EXPECT_NE(forest.FindRootByName("Unused"), nullptr);
-    const CProCategoryTree* const lenses = forest.FindByPlace("Lenses", "Lights", 1);
+    const CProCategoryTree* const lights = forest.FindRootByName("Lights");
+    ASSERT_NE(lights, nullptr);
+    const CProCategoryTree* const lenses = lights->FindChildByName("Lenses");
     ASSERT_NE(lenses, nullptr);
     EXPECT_GE(maxCategoryID, lenses->id);
-    std::vector<CNote> notes;
-    LoadNoteFile(main.NoteFile("DAY07122011.dat"), world.context, notes);
+    const std::vector<CNote> notes = NotesOfFile(main.NoteFile("DAY07122011.dat"), world.context);
     ASSERT_EQ(notes.size(), 1u);
     EXPECT_EQ(DeepestCategoryID(notes[0].categories[0]), lenses->id);
 

@@ -225,6 +225,19 @@ TEST_F(NoteBookManagerTest, WhatAKilledDeletionLeftGoesWithTheNextChange) {
     EXPECT_THAT(Folders(), ElementsAre("DB000002", "Databases.dat", "_LBMAIN_"));
 }
 
+TEST_F(NoteBookManagerTest, NamesInADamagedListLetNothingElseBeDeleted) {
+    CDatabase trash = Add("Lamps", 7), list = Add("Fog signals", 9);
+    trash.folder = "_DELETED_DB000007";
+    list.folder = "Databases.dat";
+    CreateNoteBookFolders(PathsOf(trash));
+    PutNotes(trash, {DayNote(1)});
+    SaveDatabases(data.DatabasesFile(), {trash, list});
+    ASSERT_TRUE(CreateWith("Light houses"));
+    DeleteWith(list);
+    EXPECT_THAT(Folders(), Contains("_DELETED_DB000007"));
+    EXPECT_EQ(Stored().size(), 2u);
+}
+
 TEST_F(NoteBookManagerTest, ListThatCannotBeWrittenDeletesAndCreatesNothing) {
     const CDatabase lamps = Add("Lamps", 7, {DayNote(1)});
     // A folder in the place of the file can be neither read nor replaced.

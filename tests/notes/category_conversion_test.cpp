@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "notes/note_builder.h"
+#include "support/note_reading.h"
 
 namespace lore {
 namespace {
@@ -38,39 +39,70 @@ TEST(CategoryConversion, WritesTheForestAndTheIdsIntoTheNotes) {
 
     CProCategoryList forest;
     ASSERT_TRUE(forest.Load(disk.paths.Categories()).Ok());
-    const CProCategoryTree* a = forest.FindByPlace("A", "", 0);
+    const CProCategoryTree* a = forest.FindRootByName("A");
     ASSERT_NE(a, nullptr);
     EXPECT_EQ(a->id, 101);
     ASSERT_EQ(a->children.size(), 3u);
     EXPECT_EQ(a->children[2].name, "D");
 
-    std::vector<CNote> notes;
-    LoadNoteFile(disk.paths.NoteFile("DAY07122011.dat"), world.context, notes);
+    const std::vector<CNote> notes = NotesOfFile(disk.paths.NoteFile("DAY07122011.dat"), world.context);
     ASSERT_EQ(notes.size(), 2u);
-    EXPECT_EQ(DeepestCategoryID(notes[0].categories[0]), forest.FindByPlace("B", "A", 1)->id);
-    EXPECT_EQ(DeepestCategoryID(notes[1].categories[0]), forest.FindByPlace("C", "A", 1)->id);
+    EXPECT_EQ(DeepestCategoryID(notes[0].categories[0]), a->FindChildByName("B")->id);
+    EXPECT_EQ(DeepestCategoryID(notes[1].categories[0]), a->FindChildByName("C")->id);
     EXPECT_EQ(notes[1].categories[1].id, a->id);
     EXPECT_TRUE(notes[0].categories[2].IsEmptyPath());
     EXPECT_TRUE(BytesOf(disk.paths.NoteFile("DAY07122011.dat")).starts_with("0000000011.56"));
     EXPECT_TRUE(std::filesystem::exists(disk.paths.EmptyCategories(1)));
 }
 
-TEST(CategoryConversion, DamagedNoteFileStaysAndIsReported) {
-    NoteBookFolder disk;
-    RawRecord raw;
-    raw.Real(10.9).Int(2);
-    AddOldNote(raw, 1, {{"A"}, {}, {}});
-    const std::string bytes = raw.Bytes();
-    PutBytes(disk.paths.NoteFile("DAY07122011.dat"), bytes);
-    ReadWorld world;
-    KeptFaults faults;
-    int maxCategoryID = 0;
-    ConvertCategories(disk.paths, maxCategoryID, world.context, faults);
-    EXPECT_EQ(BytesOf(disk.paths.NoteFile("DAY07122011.dat")), bytes);
-    ASSERT_EQ(faults.told.size(), 1u);
-    CProCategoryList forest;
-    forest.Load(disk.paths.Categories());
-    EXPECT_NE(forest.FindRootByName("A"), nullptr);
+TEST(CategoryConversion, AFileThatBrokeOffStaysAndAnyOtherDamageIsKeptBeside) {
+    RawRecord two, three;
+    for (RawRecord* const raw : {&two, &three}) {
+        raw->Real(10.9).Int(raw == &two ? 2 : 3);
+        AddOldNote(*raw, 1, {{"A"}, {}, {}});
+        AddOldNote(*raw, 2, {{"A", "B"}, {}, {}});
+    }
+    std::string zero = two.Bytes(), numberless = two.Bytes(), ended = two.Bytes();
+    zero.at(zero.rfind("plain")) = '\0';
+    numberless.at(numberless.rfind("0000000000000002" + std::string(16, '0') + std::string(14, '0') + "19")) = '-';
+    ended.at(ended.rfind("plain")) = '\x1A';
+    const struct {
+        const char* what;
+        std::string bytes;
+        std::vector<int32_t> converted;  // the notes of the new file; none where the old one stays
+    } cases[] = {
+        {"a note is missing", three.Bytes(), {}},
+        {"an end mark within a note", ended, {}},
+        {"something behind the notes", two.Bytes() + "rest", {}},
+        {"something behind an end mark", two.Bytes() + "\x1A" + "rest", {1, 2}},
+        {"a zero byte", zero, {1, 2}},
+        {"a record without a number", numberless, {1}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        NoteBookFolder disk;
+        const std::filesystem::path file = disk.paths.NoteFile("DAY07122011.dat");
+        PutBytes(file, c.bytes);
+        ReadWorld world;
+        KeptFaults faults;
+        int maxCategoryID = 0;
+        EXPECT_TRUE(ConvertCategories(disk.paths, maxCategoryID, world.context, faults));
+        EXPECT_EQ(faults.told.size(), 1u);
+        CProCategoryList forest;
+        forest.Load(disk.paths.Categories());
+        EXPECT_NE(forest.FindRootByName("A"), nullptr);
+        EXPECT_EQ(BytesOf(file.string() + ".kept"), c.converted.empty() ? "" : c.bytes);
+        if (c.converted.empty()) {
+            EXPECT_EQ(BytesOf(file), c.bytes);
+            continue;
+        }
+        std::vector<int32_t> ids;
+        for (const CNote& note : NotesOfFile(file, world.context)) {
+            ids.push_back(note.id);
+            EXPECT_GT(DeepestCategoryID(note.categories[0]), 0);
+        }
+        EXPECT_EQ(ids, c.converted);
+    }
 }
 
 TEST(CategoryConversion, FileThatIsThereIsNeverBuiltAnew) {

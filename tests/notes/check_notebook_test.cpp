@@ -101,6 +101,35 @@ TEST_F(CheckedNoteBook, NamesDamagedFilesAndTextsOverTheLimit) {
                                      "damaged-file LastViewList.dat" + damaged, "damaged-file Sync.dat" + damaged));
 }
 
+TEST_F(CheckedNoteBook, NamesFilesThatHoldWhatNoRecordShows) {
+    CNote numberless = FullNote(5);
+    numberless.id = -5;
+    const std::string notes = disk.Bytes("SRC0000001011.dat"), sources = BytesOf(disk.paths.Sources());
+    const std::string log = BytesOf(disk.paths.SyncLog());
+    const auto with = [](std::string bytes, size_t at, char byte) {
+        bytes.at(at) = byte;
+        return bytes;
+    };
+    const std::tuple<std::filesystem::path, std::string, std::string, const char*> cases[] = {
+        {disk.paths.NoteFile("SRC0000001011.dat"), notes, with(notes, notes.find("Fresnel"), '\0'),
+         "holds a byte that cuts a text or the file"},
+        {disk.paths.NoteFile("SRC0000001011.dat"), notes, notes + "\x1A" + notes,
+         "holds a byte that cuts a text or the file"},
+        {disk.paths.NoteFile("SRC0000001011.dat"), notes, NoteFileBytes(std::vector<CNote>{FullNote(5), numberless}),
+         "holds a record without a number"},
+        {disk.paths.Sources(), sources, sources + "\x1A" + "more", "is short or damaged"},
+        {disk.paths.SyncLog(), log, log + "5, 2112\x1A" + log, "is short or damaged"},
+        {disk.paths.SyncLog(), log, log + std::string("5, \0 2112,\n", 11), "is short or damaged"},
+    };
+    for (const auto& [file, whole, damaged, says] : cases) {
+        PutBytes(file, damaged);
+        EXPECT_THAT(Findings(),
+                    testing::ElementsAre("damaged-file " + file.filename().string() + ": the file " + says));
+        PutBytes(file, whole);
+    }
+    EXPECT_THAT(Findings(), testing::IsEmpty());
+}
+
 TEST_F(CheckedNoteBook, IsCheckedWithAllOthersOfTheDataRoot) {
     CDatabase other;
     other.folder = "DB000007";

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "notes/note_builder.h"
+#include "support/note_reading.h"
 
 namespace lore {
 namespace {
@@ -31,8 +32,7 @@ TEST(NoteFile, ReadAndWrittenUnchangedIsEqualByteForByte) {
     EXPECT_TRUE(bytes.starts_with("0000000011.5600000000000000000000002"));
     PutBytes(folder / "a.dat", bytes);
     ReadWorld world;
-    std::vector<CNote> notes(1);
-    ASSERT_TRUE(LoadNoteFile(folder / "a.dat", world.context, notes).Ok());
+    const std::vector<CNote> notes = NotesOfFile(folder / "a.dat", world.context);
     ASSERT_EQ(notes.size(), 2u);
     ASSERT_TRUE(SaveNoteFile(folder / "b.dat", notes).Ok());
     EXPECT_EQ(BytesOf(folder / "b.dat"), bytes);
@@ -45,12 +45,10 @@ TEST(NoteFile, OldFileIsSavedInTheCurrentShape) {
     raw.Text("plain").Text("rich").Int(1).Int(0).Text("Old").Text("");
     PutBytes(folder / "a.dat", raw.Bytes());
     ReadWorld world;
-    std::vector<CNote> notes;
-    ASSERT_TRUE(LoadNoteFile(folder / "a.dat", world.context, notes).Ok());
+    const std::vector<CNote> notes = NotesOfFile(folder / "a.dat", world.context);
     ASSERT_EQ(notes.size(), 1u);
     ASSERT_TRUE(SaveNoteFile(folder / "a.dat", notes).Ok());
-    std::vector<CNote> again;
-    ASSERT_TRUE(LoadNoteFile(folder / "a.dat", world.context, again).Ok());
+    const std::vector<CNote> again = NotesOfFile(folder / "a.dat", world.context);
     ASSERT_EQ(again.size(), 1u);
     EXPECT_EQ(RecordOf(again[0]), RecordOf(notes[0]));
     EXPECT_EQ(again[0].guid, "{GUID 1}");
@@ -89,14 +87,11 @@ TEST(NoteFile, RecordsWithoutAnIdAreDropped) {
     EXPECT_EQ(records[1], RecordOf(FullNote(6)));
 }
 
-TEST(NoteFile, MissingFileEmptiesTheList) {
+TEST(NoteFile, MissingFileHasNoNotes) {
     TempFolder folder;
     ReadWorld world;
-    std::vector<CNote> notes = TwoNotes();
-    EXPECT_TRUE(LoadNoteFile(folder / "none.dat", world.context, notes).Missing());
-    EXPECT_TRUE(notes.empty());
     NoteFileReader reader(world.context);
-    reader.Open(folder / "none.dat");
+    EXPECT_TRUE(reader.Open(folder / "none.dat").Missing());
     EXPECT_FALSE(reader.Next());
     EXPECT_FALSE(reader.IsDamaged());
 }
@@ -168,19 +163,21 @@ TEST(NoteFile, CountThatIsTooLargeAddsNoNotes) {
     EXPECT_TRUE(RecordsIn(bytes).empty());
 }
 
-TEST(NoteFile, VisitorSeesTheTextsAndTheNumberOfEachNote) {
-    TempFolder folder;
+TEST(NoteFile, ReaderShowsTheTextsAndTheNumberOfEachNote) {
     std::vector<CNote> notes = TwoNotes();
     notes.insert(notes.begin(), DayNote(0));
     notes[0].id = 0;
-    PutBytes(folder / "a.dat", NoteFileBytes(notes));
     ReadWorld world;
-    std::vector<int32_t> ids;
-    VisitNoteFile(folder / "a.dat", world.context, [&](CNote& head, std::string_view rtf) {
-        ids.push_back(head.id);
-        EXPECT_EQ(rtf, FullNote(head.id).rtfText);
-    });
-    EXPECT_EQ(ids, (std::vector<int32_t>{5, 6}));
+    NoteFileReader reader(world.context);
+    reader.OpenBytes(NoteFileBytes(notes));
+    for (const int32_t id : {5, 6}) {
+        ASSERT_TRUE(reader.Next());
+        EXPECT_EQ(reader.Head().id, id);
+        EXPECT_EQ(reader.NoteNumber(), static_cast<size_t>(id - 5));
+        EXPECT_EQ(reader.PlainText(), FullNote(id).plainText);
+        EXPECT_EQ(reader.RtfText(), FullNote(id).rtfText);
+    }
+    EXPECT_FALSE(reader.Next());
 }
 
 }  // namespace

@@ -25,6 +25,21 @@ TEST(NoteIndex, KeepsFilesAndIdsInTheOrderOfAdding) {
     EXPECT_EQ(index.FindPath(5), nullptr);
 }
 
+TEST(NoteIndex, GivesNoIdTwice) {
+    NoteIndex index;
+    index.AddToIndex("a", LongList({1001, 1003, 2147483647}));
+    index.MarkTaken(1004);
+    index.RemoveFromIndex(1003);
+    int last = 2147483645;
+    for (const int32_t id : {2147483646, 1002, 1005, 1006}) {
+        EXPECT_EQ(index.GiveID(last), id);
+        EXPECT_EQ(last, 2147483646) << "it stays at its end";
+    }
+    last = 8;
+    EXPECT_EQ(index.GiveID(last), 9);
+    EXPECT_EQ(last, 9);
+}
+
 TEST(NoteIndex, AnIdStandsInOneFileOnly) {
     NoteIndex index;
     index.AddToIndex("a", 1);

@@ -126,7 +126,7 @@ TEST(DocumentAsOdt, HoldsEveryPictureAndTheSameBytesAgain) {
     EXPECT_EQ(odt, DocumentAsOdt(document));
 }
 
-TEST(AttachmentPathOf, StaysInTheFolderOfAttachments) {
+TEST(AttachmentPath, StaysInTheFolderOfAttachments) {
     const NoteBookPaths paths({"/data"}, "Book");
     const std::pair<const char*, const char*> kCases[] = {
         {"0000001.png", "/data/Data Files/Databases/Book/Attachments/0000001.png"},
@@ -138,7 +138,7 @@ TEST(AttachmentPathOf, StaysInTheFolderOfAttachments) {
         CAttachment attachment;
         attachment.type = 1;
         attachment.storedFile = stored;
-        EXPECT_EQ(AttachmentPathOf(paths, attachment).string(), expected);
+        EXPECT_EQ(AttachmentPath(attachment, paths.Attachments()).string(), expected);
     }
 }
 

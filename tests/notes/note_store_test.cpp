@@ -1,10 +1,12 @@
 #include "notes/note_store.h"
 
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
+#include "support/note_reading.h"
 
 namespace lore {
 namespace {
@@ -17,10 +19,8 @@ protected:
     NoteStoreTest() { book.paths = folder.paths; }
 
     std::vector<int32_t> IDsIn(const std::string& name) {
-        std::vector<CNote> notes;
-        LoadNoteFile(book.paths.NoteFile(name), world.context, notes);
         std::vector<int32_t> ids;
-        for (const CNote& note : notes)
+        for (const CNote& note : NotesOfFile(book.paths.NoteFile(name), world.context))
             ids.push_back(note.id);
         return ids;
     }
@@ -80,6 +80,26 @@ TEST_F(NoteStoreTest, NotesThatComeToTheEndLeaveTheOldPlaceInTheirFile) {
               NoteFileBytes(std::vector<CNote>{SourceNote(2, {5}), SourceNote(3, {5}), SourceNote(9, {5}), changed,
                                                SourceNote(4, {5})}));
     EXPECT_THAT(IDsIn("DAY01012020.dat"), IsEmpty());
+    EXPECT_THAT(faults.told, IsEmpty());
+}
+
+TEST_F(NoteStoreTest, OfNotesThatComeWithOneIdTheLastOneLands) {
+    CNote first = SourceNote(1, {5}), last = first, stranger = SourceNote(2, {5});
+    first.keyWords = "first";
+    last.keyWords = "last";
+    stranger.guid = "{stranger}";
+    const std::vector<CNote> incoming = {first, stranger, SourceNote(2, {5}), last};
+    for (const bool isHeld : {false, true}) {
+        for (const auto place : {NoteStore::Place::WhereItStands, NoteStore::Place::AtTheEnd}) {
+            SCOPED_TRACE(isHeld);
+            book.index = {};
+            folder.Put("SRC0000000005.dat", {});
+            if (isHeld)
+                Load("SRC0000000005.dat", {SourceNote(2, {5}), SourceNote(1, {5})});
+            EXPECT_TRUE(store.SaveNotes(incoming, place).IsEmpty());
+            EXPECT_EQ(folder.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(2, {5}), last}));
+        }
+    }
     EXPECT_THAT(faults.told, IsEmpty());
 }
 
@@ -154,17 +174,89 @@ TEST_F(NoteStoreTest, AnotherNoteOfTheSameNumberIsNoCopy) {
 }
 
 TEST_F(NoteStoreTest, WhatADamagedFileHeldIsKeptBesideIt) {
-    Load("SRC0000000005.dat", {SourceNote(1, {5}), FullNote(2)});
-    const std::string whole = folder.Bytes("SRC0000000005.dat");
-    PutBytes(Path("SRC0000000005.dat"), whole.substr(0, whole.size() - 20));
-    EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
-    EXPECT_EQ(BytesOf(Path("SRC0000000005.dat") + ".kept"), whole.substr(0, whole.size() - 20));
-    ASSERT_EQ(faults.told.size(), 1u);
-    EXPECT_NE(faults.told[0].what.find("SRC0000000005.dat.kept"), std::string::npos);
+    CNote full = FullNote(4711);
+    full.sources = {5};
+    Load("SRC0000000005.dat", {SourceNote(1, {5}), full});
+    const std::string path = Path("SRC0000000005.dat"), whole = BytesOf(path);
+    const auto with = [&](size_t at, char byte) {
+        std::string bytes = whole;
+        bytes.at(at) = byte;
+        return bytes;
+    };
+    const std::pair<const char*, std::string> damages[] = {
+        {"cut", whole.substr(0, whole.size() - 20)},
+        {"something behind", whole + "rest"},
+        {"something behind an end mark", whole + "\x1A" + "rest"},
+        {"an end mark", with(whole.find("Second"), '\x1A')},
+        {"a count above the notes", with(35, '3')},
+        {"a note without a number", with(whole.find("0000000000004711"), '-')},
+        {"a zero byte in a text", with(whole.find("Second"), '\0')},
+    };
+    std::string number;  // the copies kept before aren't overwritten
+    for (const auto& [name, bytes] : damages) {
+        SCOPED_TRACE(name);
+        PutBytes(path, bytes);
+        faults.told.clear();
+        EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
+        const std::string kept = path + number + ".kept";
+        EXPECT_EQ(BytesOf(kept), bytes);
+        ASSERT_EQ(faults.told.size(), 1u);
+        EXPECT_NE(faults.told[0].what.find(std::filesystem::path(kept).filename().string()), std::string::npos);
+        EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
+        EXPECT_EQ(faults.told.size(), 1u) << "the file is whole now";
+        number = number.empty() ? ".2" : "." + std::to_string(std::stoi(number.substr(1)) + 1);
+    }
+}
 
-    PutBytes(Path("SRC0000000005.dat"), whole + "rest");
-    EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
-    EXPECT_EQ(BytesOf(Path("SRC0000000005.dat") + ".2.kept"), whole + "rest") << "the first one isn't overwritten";
+TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
+    const std::string name = "SRC0000000005.dat";
+    CNote hidden = SourceNote(1, {5}), shown = SourceNote(1, {5});
+    hidden.guid = "{hidden}";
+    shown.dateEdited = DateTime(2021, 1, 1);
+    CNote changed = shown, moved = shown;
+    changed.keyWords = "changed";
+    moved.sources = {6};
+    using Guids = std::vector<std::string>;
+    const struct {
+        const char* what;
+        std::function<void()> make;
+        Guids left;
+        size_t told;
+    } works[] = {
+        {"another note", [&] { store.SaveNote(SourceNote(2, {5})); }, {"{hidden}", "{G1}", "{G2}"}, 0},
+        {"save", [&] { store.SaveNote(changed); }, {"{hidden}", "{G1}changed", "{G2}"}, 0},
+        {"to the end",
+         [&] { store.SaveNotes({changed}, NoteStore::Place::AtTheEnd); },
+         {"{hidden}", "{G2}", "{G1}changed"},
+         0},
+        {"change",
+         [&] { store.ChangeNotes({1}, [](CNote& note) { return (note.keyWords = "changed", true); }); },
+         {"{hidden}", "{G1}changed", "{G2}"},
+         0},
+        {"move", [&] { store.SaveNote(moved); }, {"{hidden}", "{G2}"}, 1},
+        {"delete", [&] { EXPECT_EQ(store.DeleteNotes({1}).at(0).guid, "{G1}"); }, {"{hidden}", "{G2}"}, 1},
+        {"delete and bring back",
+         [&] { EXPECT_TRUE(store.SaveNotes(store.DeleteNotes({1})).IsEmpty()); },
+         {"{hidden}", "{G2}", "{G1}"},
+         1},
+    };
+    for (const auto& work : works) {
+        SCOPED_TRACE(work.what);
+        for (const auto& entry : std::filesystem::directory_iterator(folder.paths.Notes()))
+            std::filesystem::remove(entry);
+        book.index = {};
+        faults.told.clear();
+        Load(name, {hidden, shown, SourceNote(2, {5})});
+        book.index.AddHiddenCopy(Path(name), 1);
+        const std::string before = folder.Bytes(name);
+        work.make();
+        Guids left;
+        for (const CNote& note : NotesOfFile(Path(name), world.context))
+            left.push_back(note.guid + note.keyWords);
+        EXPECT_EQ(left, work.left);
+        EXPECT_EQ(faults.told.size(), work.told);
+        EXPECT_EQ(BytesOf(Path(name) + ".kept"), work.told > 0 ? before : "");
+    }
 }
 
 TEST_F(NoteStoreTest, ANoteThatHasVanishedFromItsFileIsAddedAgainAndTold) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "notes/note_builder.h"
+#include "settings/settings.h"
 
 namespace lore {
 namespace {
@@ -108,12 +109,14 @@ TEST(NoteBookList, StartTakesTheNoteBookThatTheSettingsName) {
     SaveDatabases(folder / "Databases.dat", List());
     for (const auto& [database, expected] : {std::pair{"{M}", "{M}"}, {"{GONE}", "{MAIN}"}, {"", "{MAIN}"}}) {
         ReadWorld world;
-        StartSettings settings{"{MAIN}", database};
+        Settings settings;
+        settings.Set(Option::LocalGUID, std::string("{MAIN}"));
+        settings.Set(Option::Database, std::string(database));
         std::vector<CDatabase> list;
         FileResult result;
         const CDatabase chosen = SelectStartNoteBook(folder / "Databases.dat", world.context, settings, list, result);
         EXPECT_EQ(chosen.guid, expected);
-        EXPECT_EQ(settings.Database, expected);
+        EXPECT_EQ(settings.Text(Option::Database), expected);
         EXPECT_EQ(list.size(), 3u);
     }
 }
@@ -121,13 +124,13 @@ TEST(NoteBookList, StartTakesTheNoteBookThatTheSettingsName) {
 TEST(NoteBookList, FirstStartMakesTheGuidOfTheInstallation) {
     TempFolder folder;
     ReadWorld world;
-    StartSettings settings;
+    Settings settings;
     std::vector<CDatabase> list;
     FileResult result;
     const CDatabase chosen = SelectStartNoteBook(folder / "Databases.dat", world.context, settings, list, result);
     EXPECT_TRUE(chosen.IsMain());
-    EXPECT_EQ(settings.LocalGUID, "{GUID 1}");
-    EXPECT_EQ(settings.Database, "{GUID 1}");
+    EXPECT_EQ(settings.Text(Option::LocalGUID), "{GUID 1}");
+    EXPECT_EQ(settings.Text(Option::Database), "{GUID 1}");
     EXPECT_TRUE(result.Missing());
 }
 
@@ -138,15 +141,6 @@ TEST(NoteBookPaths, FolderNamesCanNotLeadOutOfTheirPlace) {
     EXPECT_EQ(NoteBookPaths(data, "C:\\x\\DB1").Folder(), "/root/Data Files/Databases/DB1");
     for (const char* folder : {"", ".", "..", "a/..", "a\\"})
         EXPECT_EQ(NoteBookPaths(data, folder).Folder(), "/root/Data Files/Databases/_INVALID_") << folder;
-}
-
-TEST(NoteBookPaths, ResolvesBySubjectOfThePath) {
-    const PathRoots roots{"/data", "/program", "DB000007"};
-    EXPECT_EQ(ResolvePath("Data Files\\Databases\\<insertdatabase>\\Notes\\SRC0000000042.dat", roots),
-              "/data/Data Files/Databases/DB000007/Notes/SRC0000000042.dat");
-    EXPECT_EQ(ResolvePath("Data Files/Logo.bmp", roots), "/data/Data Files/Logo.bmp");
-    EXPECT_EQ(ResolvePath("syncer", roots), "/program/syncer");
-    EXPECT_EQ(ResolvePath("\\<insertdatabase>", roots), "/program/<insertdatabase>");
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "notes/search_prefilter.h"
 #include "notes/text_cache.h"
 #include "rtf/rtf.h"
+#include "support/note_reading.h"
 
 namespace lore {
 
@@ -127,8 +128,7 @@ std::string WrongFile(const NoteMatcher& matcher, const std::vector<CNote>& note
     std::vector<int32_t> cold;
     for (const SearchResult& result : SearchFiles(std::vector{path}, matcher, options, world.context, faults))
         cold.push_back(result.id);
-    std::vector<CNote> read;
-    LoadNoteFile(path, world.context, read);
+    const std::vector<CNote> read = NotesOfFile(path, world.context);
     TextCache cache;
     cache.UpdateFile(path.string(), read);
     if (!faults.told.empty() || read.size() != notes.size())

@@ -10,11 +10,11 @@ namespace {
 using testing::ElementsAre;
 
 ListedNote Note(int32_t id, const DateTime& created = DateTime(2011, 7, 12), const Citations& citations = {}) {
-    ListedNote entry{std::make_shared<CNote>(), std::make_shared<Citations>(citations), nullptr};
-    entry.note->id = id;
-    entry.note->dateCreated = created;
-    entry.note->dateEdited = created;
-    return entry;
+    auto note = std::make_shared<CNote>();
+    note->id = id;
+    note->dateCreated = created;
+    note->dateEdited = created;
+    return {std::move(note), std::make_shared<Citations>(citations)};
 }
 
 ListedNote Filed(int32_t id, const CProCategoryTree& path, int set = 1) {

@@ -167,6 +167,36 @@ TEST(SyncLog, OnlyNotesInSyncOfALinkedNoteBookAreStamped) {
     }
 }
 
+TEST(SyncLog, ALogThatWasNotReadWholeIsKeptBesideBeforeItIsWritten) {
+    const std::string log = kLinked;
+    std::string ended = log, cut = log.substr(0, log.size() - 9), zero = log;
+    ended[ended.find("{N5}")] = '\x1A';
+    zero[zero.find("{N5}")] = '\0';
+    for (const std::string& bytes : {log, ended, cut, zero}) {
+        NoteBookFolder folder;
+        OpenNoteBook book;
+        KeptFaults faults;
+        book.paths = folder.paths;
+        PutBytes(book.paths.SyncLog(), bytes);
+        LoadSyncLogFrom(book.paths.SyncLog(), book.syncLog);
+        const bool isWhole = bytes == log;
+        for (int time = 0; time < 2; ++time) {
+            EXPECT_TRUE(WriteSyncLog(book, faults));
+            EXPECT_EQ(BytesOf(book.paths.SyncLog().string() + ".kept"), isWhole ? "" : bytes);
+            EXPECT_EQ(faults.told.size(), isWhole ? 0u : 1u);
+        }
+    }
+    NoteBookFolder folder;
+    OpenNoteBook book;
+    KeptFaults faults;
+    book.paths = folder.paths;
+    std::filesystem::create_directories(book.paths.SyncLog());
+    LoadSyncLogFrom(book.paths.SyncLog(), book.syncLog);
+    std::filesystem::remove(book.paths.SyncLog());
+    EXPECT_TRUE(WriteSyncLog(book, faults)) << "nothing is there to be kept";
+    EXPECT_TRUE(faults.told.empty());
+}
+
 TEST(SyncLog, SurvivesCutsAndFlippedBits) {
     const std::string bytes = kLinked;
     for (size_t at = 0; at <= bytes.size(); ++at)

@@ -1,14 +1,17 @@
+#include <QCommandLineParser>
 #include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <set>
 #include <string_view>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/data_lock.h"
 #include "platform/ini_store.h"
 #include "platform/places.h"
+#include "platform/program_arguments.h"
 #include "platform/system_sources.h"
 #include "support/read_world.h"
 
@@ -51,12 +54,72 @@ TEST_F(Platform, SettingsOfAnotherProcessShowBehindAFlushAndStay) {
     EXPECT_EQ(store.Get("Options", "RunAgent"), "0");
 }
 
+TEST_F(Platform, AFailedFlushNamesTheFileAndTheReasonAndKeepsWhatWasSet) {
+    const std::filesystem::path inTheWay = folder_ / "taken", asFolder = folder_ / "s.ini";
+    PutBytes(inTheWay, "a file");
+    IniStore blocked(inTheWay / "s.ini");
+    blocked.Set("Options", "ZoomLvl", "90");
+    EXPECT_FALSE(blocked.Flush());
+    EXPECT_EQ(blocked.Failure().path, inTheWay.string());
+    EXPECT_EQ(blocked.Failure().reason, FileResult{ENOTDIR}.Reason());
+    std::filesystem::remove(inTheWay);
+    EXPECT_TRUE(blocked.Flush()) << "tried again";
+    EXPECT_EQ(IniStore(inTheWay / "s.ini").Get("Options", "ZoomLvl"), "90");
+
+    std::filesystem::create_directories(asFolder);
+    IniStore folder(asFolder);
+    folder.Set("Options", "ZoomLvl", "90");
+    EXPECT_FALSE(folder.Flush());
+    EXPECT_EQ(folder.Failure().path, asFolder.string());
+    EXPECT_EQ(folder.Failure().reason, FileResult{EISDIR}.Reason());
+}
+
 TEST_F(Platform, ReadsSettingsThatWereWrittenByHand) {
     PutBytes(folder_ / "s.ini", "[Options]\nFrameRect=1,2,3,4\nNoteSortID=703\nNickname=J\xC3\xB6rg\n");
     IniStore store(folder_ / "s.ini");
     EXPECT_EQ(store.Get("Options", "FrameRect"), "1,2,3,4");
     EXPECT_EQ(store.Get("Options", "NoteSortID"), "703");
     EXPECT_EQ(store.Get("Options", "Nickname"), "J\xF6rg");
+}
+
+TEST_F(Platform, SettingsThatCanNotBeReadAreToldAndStay) {
+    std::filesystem::create_directory(folder_ / "folder.ini");
+    ASSERT_EQ(::mkfifo((folder_ / "pipe.ini").c_str(), 0600), 0);
+    PutBytes(folder_ / "bad.ini", "[Options\nZoomLvl=100\n");
+    PutBytes(folder_ / "\xff.ini", "[Options]\nZoomLvl=100\n");
+    const auto entries = [this] { return std::distance(std::filesystem::directory_iterator(folder_.Path()), {}); };
+    const auto before = entries();
+    const struct {
+        std::string name, reason;
+    } kCases[] = {{"folder.ini", "Is a directory"},
+                  {"pipe.ini", "Not a regular file"},
+                  {"bad.ini", "it isn't in the form of a settings file"},
+                  {"\xff.ini", "its path isn't valid UTF-8; give it another one"}};
+    for (const auto& [name, reason] : kCases) {
+        IniStore store(folder_ / name);
+        ASSERT_TRUE(store.Unread()) << name;
+        EXPECT_EQ(store.Unread()->reason, reason);
+        EXPECT_EQ(store.Unread()->path, (folder_ / name).string());
+        store.Set("Options", "ZoomLvl", "90");
+        EXPECT_FALSE(store.Flush()) << name;
+        EXPECT_EQ(store.Failure().reason, reason);
+    }
+    EXPECT_EQ(BytesOf(folder_ / "\xff.ini"), "[Options]\nZoomLvl=100\n");
+    EXPECT_EQ(entries(), before);
+    EXPECT_FALSE(IniStore(folder_ / "none.ini").Unread());
+}
+
+TEST_F(Platform, SettingsAreStoredWithoutAFolderForTemporaryFiles) {
+    const char* const set = std::getenv("TMPDIR");
+    const std::string usual = set ? set : "";
+    ::setenv("TMPDIR", (folder_ / "none").c_str(), 1);
+    IniStore store(folder_ / "s.ini");
+    // Bytes of a text may have two forms; what comes back is compared with what it means.
+    store.Set("Options", "Email", "\xC3\xA9, \"x\"");
+    EXPECT_TRUE(store.Flush()) << store.Failure().reason;
+    set ? ::setenv("TMPDIR", usual.c_str(), 1) : ::unsetenv("TMPDIR");
+    EXPECT_EQ(IniStore(folder_ / "s.ini").Get("Options", "Email"), "\xE9, \"x\"");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
 }
 
 TEST_F(Platform, ReadingSettingsCreatesNoFile) {
@@ -132,6 +195,33 @@ TEST_F(Platform, PlacesFollowTheDesktopsVariables) {
     EXPECT_EQ(UserDataRoot(), "/d/Tanner Quay Rigging/Lorebinder");
     EXPECT_EQ(UserSettingsFile(), "/h/.config/TannerQuayRig/Lorebinder.ini");
     EXPECT_TRUE(std::filesystem::exists(ProgramFolder()));
+}
+
+TEST_F(Platform, WhatTheCommandLineDoesNotNameHasItsDefaultPlace) {
+    ::setenv("XDG_DATA_HOME", "/d", 1);
+    ::setenv("XDG_CONFIG_HOME", "/c", 1);
+    ::setenv(kDataVariable, "/parent", 1);
+    ::unsetenv(kSettingsVariable);
+    const std::string userRoot = UserDataRoot().string(), userSettings = UserSettingsFile().string();
+    const struct {
+        DefaultPlaces defaults;
+        QStringList options;
+        std::string data, settings;
+    } kCases[] = {{DefaultPlaces::User, {}, userRoot, userSettings},
+                  {DefaultPlaces::Companion, {}, "/parent", "/parent/settings.ini"},
+                  {DefaultPlaces::User, {"--data", "/\u00e4"}, "/\xc3\xa4", "/\xc3\xa4/settings.ini"},
+                  {DefaultPlaces::Companion, {"--data", "/x"}, "/x", "/x/settings.ini"},
+                  {DefaultPlaces::User, {"--settings", "/s"}, userRoot, "/s"},
+                  {DefaultPlaces::Companion, {"--settings", "/s"}, "/parent", "/s"},
+                  {DefaultPlaces::User, {"--data", "/x", "--settings", ""}, "/x", "/x/settings.ini"}};
+    for (const auto& [defaults, options, data, settings] : kCases) {
+        QCommandLineParser parser;
+        const PlaceOptions places(parser, defaults);
+        EXPECT_TRUE(parser.parse(QStringList("program") + options));
+        EXPECT_EQ(places.Places().dataRoot, data);
+        EXPECT_EQ(places.Places().settingsFile, settings);
+    }
+    ::unsetenv(kDataVariable);
 }
 
 }  // namespace

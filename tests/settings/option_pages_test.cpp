@@ -40,8 +40,8 @@ TEST_F(OptionPages, EveryBoxWritesItsOptionAtOnceAndRepaintsIfItChangesWhatIsSho
         page.SetOn(box, false);
     EXPECT_EQ(repaints, static_cast<int>(count)) << "what isn't shown repaints nothing";
     page.SetOn(GeneralPage::OtherBoxes()[0], false);
-    for (const char* key :
-         {"ShowSources", "ShowCats", "CatsTop", "ShowKeyWords", "EnableNoteAutoFill", "CheckForUpdates"})
+    for (const char* key : {"ShowSources", "ShowCats", "CatsTop", "ShowKeyWords", "EnableNoteAutoFill",
+                            "CheckForUpdates", "szSaveWarning"})
         EXPECT_EQ(Stored(key), "0") << key;
     for (const char* key : {"SourceTop", "ShowCatSet1", "KewWordsTop"})
         EXPECT_EQ(Stored(key), "1") << key;

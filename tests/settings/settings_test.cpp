@@ -24,7 +24,7 @@ TEST(Settings, ComeBackAsTheyWereStored) {
     settings.Set(Option::FrameRect, Rect{-5, 10, 800, 600});
     settings.Set(Option::BackupPath, std::string("/keep/a,b.lbe"));
     settings.Set(Option::MaxNoteID, 4711);
-    settings.SetZoomFactor(1.15);
+    settings.Set(Option::ZoomLvl, 115);
     settings.SaveOptions(store);
     EXPECT_EQ(store.values.at({"Options", "ZoomLvl"}), "115");
     Settings again;

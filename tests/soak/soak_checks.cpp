@@ -5,7 +5,7 @@
 #include "bibliography/citation_field.h"
 #include "calendar/reminder_list.h"
 #include "notes/attachment_kind.h"
-#include "notes/check_note.h"
+#include "notes/attachment_path.h"
 #include "notes/check_notebook.h"
 #include "notes/note_finder.h"
 #include "rtf/rtf.h"

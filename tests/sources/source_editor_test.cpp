@@ -82,6 +82,16 @@ TEST_F(SourceEditorTest, NumbersAreHeldToTheirLimits) {
     EXPECT_EQ(editor.SetAuthorsBeforeEtAl(0), 1);
     EXPECT_EQ(editor.SetAuthorsBeforeEtAl(16), 15);
     EXPECT_EQ(editor.Working().AuthorsBeforeEtAl, 15);
+
+    CSource outside = Stored1011();
+    outside.IndentSpaces = 25;
+    outside.AuthorsBeforeEtAl = 0;
+    book.sources.ReplaceSource(1011, outside);
+    SourceEditor opened = SourceEditor::ForSource(store, Stored1011());
+    EXPECT_FALSE(opened.HasChanges());
+    ASSERT_TRUE(opened.Save());
+    EXPECT_EQ(Stored1011().IndentSpaces, 10);
+    EXPECT_EQ(Stored1011().AuthorsBeforeEtAl, 1);
 }
 
 TEST_F(SourceEditorTest, PlacesOfFieldsAndEmptiedSlotsFollowTheType) {
@@ -228,6 +238,26 @@ TEST_F(SourceEditorTest, ReplacedTypesReachTheCopyWithItsValues) {
     EXPECT_EQ(editor.GridRow(1).value, "1:500");
     EXPECT_EQ(editor.Types()[editor.TypeIndex()].name, "CST: Map");
     EXPECT_EQ(book.sources.FindSourceByID(1013)->CustomTypeCopy.fields[2].value, "1:500");
+}
+
+TEST_F(SourceEditorTest, ASourceKeepsItsIdentityWhenTypesAreReplacedBehindTheChoiceOfAnother) {
+    book.sources.AddTail(Custom(1102));
+    for (const int32_t id : {1013, 1011}) {
+        const CNote note = NoteOf(id, id, "p. 7");
+        SourceEditor editor = SourceEditor::ForSource(store, *book.sources.FindSourceByID(id));
+        editor.ChangeType(IndexOf(editor, "CST: Letter"));
+        CustomTypeList types;
+        types.AddType(Type("{T-" + std::to_string(id) + "}", "Aerial", {}));
+        for (const CCustomSourceType& type : book.types)
+            types.AddType(type);
+        types.AssignNumbers();
+        ASSERT_TRUE(store.ReplaceTypes(types));
+        editor.TypesReplaced();
+        EXPECT_EQ(editor.Types()[editor.TypeIndex()].name, "CST: Letter");
+        ASSERT_TRUE(editor.Save());
+        EXPECT_EQ(book.sources.FindSourceByID(id)->SourceGUID, "{Source-" + std::to_string(id) + "}");
+        EXPECT_EQ(RecordOf(OnDisk(id)), RecordOf(note));
+    }
 }
 
 TEST_F(SourceEditorTest, AuthorsAreStoredAtOnce) {

@@ -5,6 +5,7 @@
 
 #include "edit/edit_fixture.h"
 #include "sources/source_store.h"
+#include "support/note_reading.h"
 
 namespace lore {
 
@@ -43,9 +44,7 @@ protected:
     }
     CNote OnDisk(int32_t id) {
         for (const CNoteIDsPath& entry : book.index.Entries()) {
-            std::vector<CNote> notes;
-            LoadNoteFile(entry.path, world.Context(), notes);
-            for (const CNote& note : notes) {
+            for (const CNote& note : NotesOfFile(entry.path, world.Context())) {
                 if (note.id == id)
                     return note;
             }

@@ -4,6 +4,7 @@ memory stays below 16 times the file and a fixed part. Tells the speed, and besi
 
 Usage: hostile_text.py LOREBINDER_CLI
 LORE_FULL=1: the full sizes (otherwise a hundredth of them); LORE_PANDOC: seconds that pandoc may take for a file (0)."""
+import json
 import os
 import pathlib
 import resource
@@ -46,6 +47,13 @@ def texts():
     yield "100,000 cells", rtf(b"\\trowd" + b"\\cellx100" * sized(100_000) + b"\\intbl " + b"a\\cell " * sized(100_000) +
                                b"\\row end"), "end"
     yield "hex picture of odd length", rtf(b"{\\pict\\pngblip " + b"0f" * sized(5_000_000) + b"a} end"), " end"
+
+
+def documents():
+    """Name and a rich text that is all paragraphs, or all runs: an object of JSON for each is printed."""
+    yield "400,000 paragraphs", rtf(b"\\par" * 400_000 + b" end")
+    yield "400,000 runs", rtf(b"{\\b a}b" * 200_000)
+    yield "100,000 links", rtf(b'{\\field{\\*\\fldinst HYPERLINK "a"}{\\fldrslt b}}' * 100_000)
 
 
 def notes_file(count, body=b""):
@@ -112,6 +120,17 @@ class Hostile:
             self.against += 1
         return f"  pandoc {seconds:5.1f} s ({seconds / max(own, 1e-3):4.0f} x{'' if status == 0 else ', no result'})"
 
+    def document(self, name, content):
+        file = self.folder / "hostile.rtf"
+        file.write_bytes(content)
+        status, output, _, peak = self.measured(CLI, "--json", "text", file)
+        self.files += 1
+        self.check(f"{name} as JSON", file, output, peak, None)
+        printed = json.loads(output) if status == 0 else {"text": "", "paragraphs": []}
+        runs = "".join(run["text"] for paragraph in printed["paragraphs"] for run in paragraph["runs"])
+        if status != 0 or not runs or runs.rstrip("\n") != printed["text"].rstrip("\n"):
+            self.faults.append(f"{name} as JSON: status {status}, {len(runs)} characters in runs")
+
     def record(self, name, content):
         for file in (self.folder / "DAY01012020.dat", self.folder / "Sources.dat"):
             file.write_bytes(content)
@@ -137,6 +156,8 @@ class Hostile:
         self.check_itself()
         for case in texts():
             self.text(*case)
+        for case in documents():
+            self.document(*case)
         for case in records():
             self.record(*case)
         print(f"{self.files} hostile files; {self.slow} of the texts below {WANTED} MB/s; pandoc within twenty times the "

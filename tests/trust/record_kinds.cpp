@@ -15,6 +15,7 @@
 #include "notes/notebook_list.h"
 #include "notes/print_preview.h"
 #include "notes/sync_log.h"
+#include "support/note_reading.h"
 #include "trust/record_samples.h"
 
 namespace lore {
@@ -126,7 +127,8 @@ void CopyPreview(const Path& file, const Path& copy, const ReadContext& context)
     std::vector<PrintNote> notes;
     LoadPrintPreview(file, context, notes);
     PutBytes(copy, "");
-    SavePrintPreview(copy, notes);
+    if (!notes.empty())
+        SavePrintPreview(copy, notes);
 }
 
 void CopyArchive(const Path& file, const Path& copy, const ReadContext& context) {
@@ -151,9 +153,7 @@ void CopyArchive(const Path& file, const Path& copy, const ReadContext& context)
 }
 
 void CopyNotes(const Path& file, const Path& copy, const ReadContext& context) {
-    std::vector<CNote> notes;
-    LoadNoteFile(file, context, notes);
-    SaveNoteFile(copy, notes);
+    SaveNoteFile(copy, NotesOfFile(file, context));
 }
 
 }  // namespace

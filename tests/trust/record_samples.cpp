@@ -12,6 +12,7 @@
 #include "notes/notebook_list.h"
 #include "notes/print_preview.h"
 #include "notes/sync_log.h"
+#include "support/note_reading.h"
 
 namespace lore {
 

@@ -5,6 +5,7 @@
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
 #include "ui/qt_progress.h"
+#include "ui/run_when_free.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -55,6 +56,34 @@ private slots:
         QTest::keyClicks(edit_, QStringLiteral("typed"));
         QCOMPARE(edit_->text(), QStringLiteral("typed"));
         QVERIFY(!window_->findChild<QPushButton*>());
+    }
+
+    // A dialog within the loop of the work would take no key, and the work could not end before it.
+    void WhatCameFromOutsideWaits() {
+        QStringList order;
+        const auto note = [&](const char* what) { return [&order, what] { order << what; }; };
+        const auto come = [&] {
+            RunWhenFree(*window_, note("dialog"));
+            RunWhenIdle(*window_, note("paste"));
+        };
+        QTimer::singleShot(5, this, come);
+        QVERIFY(progress_->Run("Working....", [&](const std::stop_token&) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        }));
+        order << "worked";
+        QTRY_COMPARE(order.size(), 3);
+        QCOMPARE(order.first(), QStringLiteral("worked"));
+
+        order.clear();
+        QTimer::singleShot(0, this, come);
+        progress_->ShowStandBy("Saving....");
+        order << "shown";
+        QTest::qWait(5);
+        progress_->HideStandBy();
+        QTRY_COMPARE(order.size(), 3);
+        QCOMPARE(order.first(), QStringLiteral("shown"));
+        RunWhenIdle(*window_, note("at once"));
+        QCOMPARE(order.last(), QStringLiteral("at once"));
     }
 
     void StopsByButtonAndKey_data() {

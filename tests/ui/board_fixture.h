@@ -15,6 +15,7 @@ namespace lore {
 class MemoryBoard : public BoardModel {
 public:
     int Count() const override { return static_cast<int>(notes.size()); }
+    int32_t IDAt(int row) const override { return NoteAt(row).id; }
     const CNote& NoteAt(int row) const override { return notes[static_cast<size_t>(row)]; }
     const CNote& ShownNoteAt(int row) const override { return ++laidOut, NoteAt(row); }
     int RowOf(int32_t noteId) const override;

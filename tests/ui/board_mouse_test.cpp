@@ -35,29 +35,51 @@ private slots:
         QCOMPARE(edit[1][0].toInt(), 4);
     }
 
+    void TheGroundBesideACardBelongsToNone() {
+        for (int i = 0; i < 4; ++i)
+            board_->AddText("Note");
+        Show();
+        view_->SetFocusNote(1);
+        QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
+        QSignalSpy edit(view_.get(), &BoardView::EditRequested);
+        QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
+        const QRect card = view_->CardRect(2);
+        for (const int x : {card.left() - 1, card.right() + 1}) {
+            const QPoint beside(x, card.center().y());
+            QVERIFY(view_->viewport()->rect().contains(beside));
+            QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, beside);
+            QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, beside);
+            QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, beside);
+            QCOMPARE(MenuAt(beside), QStringList());
+            Drag(beside, Middle(0));
+            QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(0));
+            Drag(Spot(0), beside);
+            QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, beside);
+        }
+        QCOMPARE(view_->FocusNote(), 1);
+        QCOMPARE(selected.count() + edit.count() + moved.count(), 0);
+        for (const int x : {card.left(), card.right()}) {
+            QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, QPoint(x, card.center().y()));
+            QCOMPARE(view_->FocusNote(), 3);
+            view_->SetFocusNote(1);
+        }
+    }
+
     void DragsACardFromThirtyPixelsOn() {
         for (int i = 0; i < 5; ++i)
             board_->AddText("Note");
         Show();
         QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
-        const auto drag = [this](const QPoint& from, const QPoint& to) {
-            QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, from);
-            for (const QPoint& point : {from + (to - from) / 2, to}) {
-                QMouseEvent move(QEvent::MouseMove, point, view_->viewport()->mapToGlobal(point), Qt::NoButton,
-                                 Qt::LeftButton, {});
-                QApplication::sendEvent(view_->viewport(), &move);
-            }
-        };
-        drag(Spot(0), Spot(0) + QPoint(0, 29));
+        Drag(Spot(0), Spot(0) + QPoint(0, 29));
         QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Spot(0) + QPoint(0, 29));
         QCOMPARE(moved.count(), 0);
-        drag(Spot(0), Middle(2));
+        Drag(Spot(0), Middle(2));
         TakeShot(*view_, QStringLiteral("board-drag"));
         QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(2));
         QCOMPARE(moved.count(), 1);
         QCOMPARE(moved[0][0].toInt(), 1);
         QCOMPARE(moved[0][1].toInt(), 3);
-        drag(Spot(3), Middle(1));
+        Drag(Spot(3), Middle(1));
         QTest::keyClick(view_.get(), Qt::Key_Escape);
         QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, Middle(1));
         QCOMPARE(moved.count(), 1);
@@ -65,7 +87,7 @@ private slots:
         for (int i = 0; i < 60; ++i)
             board_->AddText("More");
         view_->Rebuild();
-        drag(Spot(1), QPoint(Spot(1).x(), view_->viewport()->height() + 40));
+        Drag(Spot(1), QPoint(Spot(1).x(), view_->viewport()->height() + 40));
         QTRY_VERIFY(view_->VisibleRows().first >= 3);
         QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(10, 10000));
         QCOMPARE(moved.count(), 2);
@@ -118,6 +140,24 @@ private slots:
         }
     }
 
+    void APictureOfAnyZoomCanBeDrawn() {
+        CNote& note = board_->AddText("With damaged pictures");
+        for (const double zoom : {9.9e9, -9.9e8}) {
+            for (const QSize size : {QSize(400, 200), QSize(2, 500), QSize(1, 1)}) {
+                board_->AttachPicture(note, "Scaled", size.width(), size.height());
+                note.attachments.back().zoom = zoom;
+            }
+        }
+        Show(1000, 1200);
+        const int room = view_->CardRect(0).width() - 42;
+        for (int i = 0; i < 6; ++i) {
+            const QRect picture = view_->AttachmentRect(0, i);
+            QVERIFY2(picture.width() >= 1 && picture.width() <= room, qPrintable(QString::number(picture.width())));
+            QVERIFY2(picture.height() >= 1 && picture.height() <= 4096, qPrintable(QString::number(picture.height())));
+        }
+        QCOMPARE(view_->AttachmentRect(0, 0).width(), room);
+    }
+
     void MenuHoldsTheEntriesOfWhatIsUnderTheMouse() {
         CNote& note = board_->AddText("With everything");
         board_->AttachPicture(note, "Tower", 400, 200);
@@ -143,6 +183,16 @@ private slots:
     }
 
 private:
+    /// Presses at a place and moves to another one with the button held.
+    void Drag(const QPoint& from, const QPoint& to) {
+        QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, from);
+        for (const QPoint& point : {from + (to - from) / 2, to}) {
+            QMouseEvent move(QEvent::MouseMove, point, view_->viewport()->mapToGlobal(point), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(view_->viewport(), &move);
+        }
+    }
+
     void PressTwice(const QPoint& point) {
         QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, point);
         QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, point);

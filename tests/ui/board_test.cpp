@@ -331,7 +331,7 @@ private slots:
         view_->SetOtherNoteBooks({"Thesis & more"});
         QStringList offered;
         for (int row = 0; row < board_->Count(); ++row) {
-            view_->SetFocusNote(board_->NoteAt(row).id);
+            view_->SetFocusNote(board_->IDAt(row));
             QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
             QApplication::sendEvent(view_->viewport(), &ask);
             auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());

@@ -148,6 +148,39 @@ private slots:
         QVERIFY(grid->View().SelectedDays().first == DateTime(2026, 3, 3));
     }
 
+    void a_right_click_views_the_day_under_it_and_keeps_the_selection() {
+        Open();
+        CalendarGrid* const grid = dialog_->Grid();
+        QTest::mousePress(grid, Qt::LeftButton, {}, grid->CellRect(8).center());
+        QTest::mouseMove(grid, grid->CellRect(10).center());
+        QTest::mouseRelease(grid, Qt::LeftButton, {}, grid->CellRect(10).center());
+        const auto selected = std::pair(DateTime(2026, 3, 9), DateTime(2026, 3, 11));
+        struct Case {
+            int cell;
+            QString day;
+        };
+        int opened = 0;
+        for (const Case& c : {Case{8, "Monday, March 09 2026"}, {9, "Tuesday, March 10 2026"}}) {
+            QVERIFY(grid->View().SelectedDays() == selected);
+            const QPoint at = grid->CellRect(c.cell).center();
+            QTest::mousePress(grid, Qt::RightButton, {}, at);
+            Next<EditDayDialog>([&](EditDayDialog& day) { QCOMPARE(In<QLabel>(day, "head")->text(), c.day); });
+            QTimer::singleShot(0, qApp, [] {
+                auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                QVERIFY(menu);
+                menu->close();
+                for (QAction* const entry : menu->actions()) {
+                    if (entry->text() == "&View Day")
+                        entry->trigger();
+                }
+            });
+            QContextMenuEvent asked(QContextMenuEvent::Mouse, at, grid->mapToGlobal(at));
+            QApplication::sendEvent(grid, &asked);
+            QTRY_COMPARE(opened_, opened + 1);
+            ++opened;
+        }
+    }
+
     void a_member_of_a_series_is_changed_as_far_as_asked() {
         PutClass();
         Open();

@@ -126,6 +126,50 @@ private slots:
         QVERIFY(older->foreground(0) != before);
     }
 
+    void AsksBeforeChangesToNotesAreGivenUp() {
+        ImportComparison comparison = MakeComparison(guids_);
+        int dropped = 0;
+        bool changes = false;
+        commands_.edit = [&](size_t, QWidget*) { return changes; };
+        commands_.changeCategories = [&](QWidget*) { return changes; };
+        commands_.dropChanges = [&] { ++dropped; };
+        for (const Qt::Key key : {Qt::Key_F2, Qt::Key_unknown}) {
+            ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);
+            auto* const list = window.findChild<QTreeWidget*>("importList");
+            const auto show = [&] {
+                window.show();
+                window.activateWindow();
+                list->setCurrentItem(list->topLevelItem(0));
+                return QTest::qWaitForWindowActive(&window);
+            };
+            QVERIFY(show());
+            const auto change = [&] {
+                if (key == Qt::Key_F2)
+                    QTest::keyClick(list, key);
+                else
+                    Press(window, "Change Categories of Selected Notes");
+            };
+            prompts_.seen.clear();
+            dropped = 0;
+            changes = false;
+            change();
+            Press(window, "Cancel");
+            QVERIFY2(!window.isVisible() && prompts_.seen.empty(), "nothing was changed");
+            QVERIFY(show());
+            changes = true;
+            change();
+            prompts_.answers = {PromptAnswer::No, PromptAnswer::No, PromptAnswer::Yes};
+            Press(window, "Cancel");
+            QTest::keyClick(&window, Qt::Key_Escape);
+            QVERIFY(window.isVisible());
+            QCOMPARE(dropped, 0);
+            window.close();
+            QVERIFY(!window.isVisible());
+            QCOMPARE(dropped, 1);
+            QCOMPARE(prompts_.seen.size(), size_t{3});
+        }
+    }
+
     void GivesTickedNotesNewCategories() {
         ImportComparison comparison = MakeComparison(guids_);
         CProCategoryList forest;

@@ -64,6 +64,24 @@ class Instance(ProcessTest):
                 self.assertEqual((result.returncode, result.stderr), (0, ""))
                 self.assertIn(word, result.stdout)
 
+    def test_wrong_arguments_are_told(self):
+        for args, word in ((("--no-such-option",), "no-such-option"), (("a.lbe", "second.lbe"), "second.lbe"),
+                           (("--reminder",), "reminder")):
+            with self.subTest(args=args):
+                process = self.start(*args)
+                _, told = process.communicate(timeout=WAIT)
+                self.assertEqual(process.returncode, 2)
+                self.assertIn(word, told)
+        self.assertEqual(self.fingerprint(), {})
+
+    def test_relative_data_folder_is_one_folder_before_and_after_it_stands(self):
+        first = self.launch(PROGRAM, "--data", "later", "--ready-line")
+        self.assertEqual(self.wait_for_line(first), "ready\n")
+        for name in ("later", self.top / "later", "./new/../later"):
+            second = self.launch(PROGRAM, "--data", name)
+            self.assertEqual(second.wait(WAIT), 0, name)
+        self.assertEqual(len(list(self.top.glob("TQRLorebinder-*"))), 1)
+
     def test_second_process_hands_over_and_writes_nothing(self):
         self.start_ready()
         before = self.fingerprint()

@@ -1,4 +1,5 @@
 #include "base/text.h"
+#include "support/noted_starts.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
 #include "ui/note_editor/note_editor_window.h"
@@ -40,8 +41,59 @@ private:
         QTest::keyClick(box, Qt::Key_Return);
     }
 
+    /// Opens the menu of a card and chooses an entry; gives the entries.
+    QStringList ChooseFromCard(int32_t id, const QString& chosen = {}) {
+        BoardView* const board = window_->Board();
+        board->SetFocusNote(id);
+        const QPoint point = board->CardRect(app_->List().PositionOf(id)).topLeft() + QPoint(8, 14);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, point, board->viewport()->mapToGlobal(point));
+        QApplication::sendEvent(board->viewport(), &event);
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu)
+            return {};
+        QStringList texts;
+        QAction* entry = nullptr;
+        for (QAction* const action : menu->actions()) {
+            texts.append(action->text());
+            entry = action->text() == chosen ? action : entry;
+        }
+        menu->close();
+        if (entry)
+            entry->trigger();
+        return texts;
+    }
+    void DeleteByKey() {
+        prompts_.answers = {PromptAnswer::Yes};
+        window_->activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == window_.get());
+        window_->Board()->setFocus();
+        QTest::keyClick(window_->Board(), Qt::Key_Delete);
+    }
+    bool OffersTryAgain() const {
+        for (const QPushButton* const button : window_->Faults()->findChildren<QPushButton*>())
+            if (button->text() == "Try again")
+                return button->isVisible();
+        return false;
+    }
+    /// What the empty board says: its title, and its buttons.
+    QStringList EmptyBoard() const {
+        QStringList texts;
+        for (const QLabel* const label : window_->Board()->findChildren<QLabel*>())
+            if (texts.isEmpty() && label->isVisible() && !label->text().isEmpty())
+                texts.append(label->text());
+        for (const QPushButton* const button : window_->Board()->findChildren<QPushButton*>())
+            if (button->isVisible())
+                texts.append(button->text());
+        return texts;
+    }
+    bool TellsOfNoEntries(PanelKind kind) const { return !Panel(kind)->Tree()->findChild<QLabel*>()->isHidden(); }
+
+    NotedStarts companions_;
+
 private slots:
     void init() {
+        morePorts_ = nullptr;
+        faults_.bar = nullptr;
         Begin();
         MakeSample();
         Open();
@@ -151,6 +203,116 @@ private slots:
         QVERIFY(Row(PanelKind::Categories, "Signals").isValid());
     }
 
+    void clearing_the_filter_brings_the_tree_back() {
+        PanelPage* const page = Panel(PanelKind::Categories);
+        QTreeView* const tree = page->Tree();
+        auto* const filter = page->findChild<QLineEdit*>();
+        tree->collapseAll();
+        const QModelIndex open = Row(PanelKind::Categories, "Engineering");
+        tree->setExpanded(open, true);
+        tree->setCurrentIndex(open);
+        const auto expanded = [tree] {
+            QStringList names;
+            for (int row = 0; row < tree->model()->rowCount(); ++row)
+                if (tree->isExpanded(tree->model()->index(row, 0)))
+                    names.append(tree->model()->index(row, 0).data().toString());
+            return names;
+        };
+        const QStringList before = expanded();
+        // Hidden by the filter, and then another one chosen in it.
+        for (const auto& [word, chosen] : {std::pair("signals", "Engineering"), std::pair("lenses", "Lenses")}) {
+            QTest::keyClicks(filter, word);
+            window_->Panels()->Rebuild(*app_);
+            if (chosen != QLatin1String("Engineering")) {
+                QVERIFY(tree->isExpanded(Row(PanelKind::Categories, "Engineering")));
+                tree->setCurrentIndex(Row(PanelKind::Categories, chosen));
+            }
+            filter->clear();
+            QCOMPARE(expanded(), before);
+            QCOMPARE(tree->currentIndex().data().toString(), QString(chosen));
+        }
+    }
+
+    void a_card_has_its_menu() {
+        window_->Board()->SetOtherNoteBooks({"Another"});
+        const int32_t first = app_->List()[0].id, second = app_->List()[1].id;
+        QCOMPARE(ChooseFromCard(first), QStringList({"Edit Note", "Remove From Current List", "Copy Note To NoteBook",
+                                                     "Delete Note Permanently"}));
+        InDialog<NoteEditorWindow>([&] { ChooseFromCard(first, "Edit Note"); },
+                                   [&](NoteEditorWindow& editor) { QCOMPARE(editor.Note().id, first); });
+        ChooseFromCard(second, "Remove From Current List");
+        QVERIFY(!app_->List().Contains(second) && app_->NoteBook().index.Contains(second));
+        prompts_.answers = {PromptAnswer::Yes};
+        ChooseFromCard(first, "Delete Note Permanently");
+        QVERIFY(!app_->NoteBook().index.Contains(first));
+    }
+
+    void the_note_that_takes_the_place_of_one_that_goes_gets_the_focus() {
+        emit window_->Tools()->SortChosen(805);
+        BoardView* const board = window_->Board();
+        const LongList ids = app_->List().GetNoteIDs();
+        const size_t last = ids.Count() - 1;
+        board->SetFocusNote(ids[3]);
+        DeleteByKey();
+        QCOMPARE(board->FocusNote(), ids[4]);
+        DeleteByKey();
+        QCOMPARE(board->FocusNote(), ids[5]);
+        const int row = app_->List().PositionOf(ids[5]);
+        QVERIFY(row >= board->VisibleRows().first && row < board->VisibleRows().second);
+        board->SetFocusNote(ids[last]);
+        DeleteByKey();
+        QCOMPARE(board->FocusNote(), ids[last - 1]);
+        QVERIFY(board->hasFocus());
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(board, Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(app_->List().GetNoteIDs() == ids);
+        ChooseFromCard(ids[7], "Remove From Current List");
+        QCOMPARE(board->FocusNote(), ids[8]);
+        app_->ClearList();
+        app_->Gather(LongList{ids[0]});
+        window_->ShowNoteBook();
+        ChooseFromCard(ids[0], "Remove From Current List");
+        QCOMPARE(board->FocusNote(), -1);
+    }
+
+    void an_empty_notebook_offers_the_first_note() {
+        CloseWindow();
+        Begin();
+        Open();
+        QCOMPARE(EmptyBoard(), QStringList({"No notes yet", "Add Note...", "Import Notes..."}));
+        TakeShot(*window_, "main-no-notes");
+        for (const PanelKind kind : {PanelKind::Categories, PanelKind::Sources, PanelKind::KeyWords})
+            QVERIFY(TellsOfNoEntries(kind));
+        Press(*window_->Board(), "Import Notes...");
+        QVERIFY(!prompts_.seen.empty() && prompts_.seen.back().find("? open ") != std::string::npos);
+        InDialog<NoteEditorWindow>([this] { Press(*window_->Board(), "Add Note..."); },
+                                   [](NoteEditorWindow& editor) {
+                                       QTest::keyClicks(editor.Text()->Edit(), "The first note");
+                                       editor.SaveNote();
+                                   });
+        QCOMPARE(app_->List().Count(), size_t{1});
+        QTRY_VERIFY(!TellsOfNoEntries(PanelKind::Categories) && !TellsOfNoEntries(PanelKind::Sources));
+        MenuEntry(*window_, "Clear Current Notes")->trigger();
+        QCOMPARE(EmptyBoard(), QStringList({"No notes in the list", "Show all notes"}));
+        Press(*window_->Board(), "Show all notes");
+        QCOMPARE(app_->List().Count(), size_t{1});
+        QVERIFY(EmptyBoard().isEmpty());
+    }
+
+    void an_upgrade_widens_the_panels_once() {
+        CloseWindow();
+        store_.Set("Options", "ProgVersion", "11.2");
+        store_.Set("Options", "SrchCtrlsWidth", "250");
+        Open();
+        QCOMPARE(window_->Panels()->width(), std::max(377, window_->Panels()->minimumSizeHint().width()));
+        window_->findChild<QSplitter*>("split")->setSizes({450, 700});
+        const int chosen = window_->Panels()->width();
+        window_->ShowNoteBook();
+        QCOMPARE(window_->Panels()->width(), chosen);
+        window_->close();
+        QCOMPARE(*store_.Get("Options", "SrchCtrlsWidth"), std::to_string(chosen));
+    }
+
     void sorting_keeps_the_focus_note() {
         const int32_t focus = app_->List()[5].id;
         window_->Board()->SetFocusNote(focus);
@@ -192,6 +354,18 @@ private slots:
         QCOMPARE(window_->Board()->Options().zoom, 1.5);
     }
 
+    void what_closing_cant_write_is_told_in_a_box() {
+        const std::filesystem::path list = app_->NoteBook().paths.LastViewList();
+        std::filesystem::remove(list);
+        std::filesystem::create_directories(list / "in the way");
+        prompts_.seen.clear();
+        window_->close();
+        QVERIFY(!window_->isVisible());
+        QCOMPARE(prompts_.seen.size(), size_t{1});
+        QVERIFY(prompts_.seen[0].starts_with("Not Saved: "));
+        QVERIFY(prompts_.seen[0].find(list.string()) != std::string::npos);
+    }
+
     void keys_reach_every_pane() {
         window_->activateWindow();
         QTest::keyClick(window_.get(), Qt::Key_F, Qt::ControlModifier);
@@ -214,7 +388,7 @@ private slots:
             QTest::keyClick(QApplication::focusWidget(),
                             window_->Panels()->Page() < page ? Qt::Key_Right : Qt::Key_Left);
         QCOMPARE(window_->Panels()->Page(), 2);
-        window_->Board()->SetFocusNote(window_->Board()->Model().NoteAt(0).id);
+        window_->Board()->SetFocusNote(window_->Board()->Model().IDAt(0));
         QVERIFY(TellsOfFocusChild(*window_->Board()));
         // What doesn't fit into a narrow tool bar comes with the button at its end.
         window_->resize(560, 600);
@@ -278,6 +452,60 @@ private slots:
         clipboard.setText("lamp");
         QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(box->text(), QStringLiteral("lamp"));
+    }
+
+    void try_again_reads_anew_and_keeps_the_list() {
+        faults_.bar = window_->Faults();
+        const LongList kept{app_->List()[7].id, app_->List()[2].id};
+        app_->ClearList();
+        for (const int32_t id : kept)
+            app_->Gather(LongList{id});
+        const std::filesystem::path sources = app_->NoteBook().paths.Sources(), aside = Root() / "aside";
+        std::filesystem::rename(sources, aside);
+        std::filesystem::create_directories(sources / "in the way");
+        app_->ReloadNotes(kept);
+        window_->ShowNoteBook();
+        QVERIFY(OffersTryAgain());
+        std::filesystem::remove_all(sources);
+        std::filesystem::rename(aside, sources);
+        const size_t before = app_->NoteBook().sources.Count();
+        Press(*window_->Faults(), "Try again");
+        QVERIFY(!window_->Faults()->isVisible());
+        QVERIFY(app_->NoteBook().sources.Count() > before);
+        QVERIFY(app_->List().GetNoteIDs() == kept);
+        QCOMPARE(Pane(4), QStringLiteral("In List:    2"));
+    }
+
+    void try_again_repeats_a_print_that_failed() {
+        CloseWindow();
+        companions_ = NotedStarts();
+        morePorts_ = [this](AppPorts& ports) { ports.companions = &companions_; };
+        Open();
+        faults_.bar = window_->Faults();
+        QAction* const print = MenuEntry(*window_, "Save/Print Current Notes...");
+        companions_.failure = "No such file or directory";
+        print->trigger();
+        QVERIFY(OffersTryAgain());
+        Press(*window_->Faults(), "Try again");
+        QVERIFY(OffersTryAgain());
+        companions_.failure.reset();
+        const size_t before = companions_.started.size();
+        Press(*window_->Faults(), "Try again");
+        QCOMPARE(companions_.started.size(), before + 1);
+        QVERIFY(!window_->Faults()->isVisible());
+        // One that comes to its end leaves nothing of an earlier one to repeat.
+        companions_.failure = "No such file or directory";
+        print->trigger();
+        QVERIFY(OffersTryAgain());
+        companions_.failure.reset();
+        print->trigger();
+        QVERIFY(!OffersTryAgain());
+        // Once the user has put the bar away, what comes later doesn't print.
+        companions_.failure = "No such file or directory";
+        print->trigger();
+        Press(*window_->Faults(), "Hide");
+        window_->Faults()->Add({"The note could not be saved", "/data/Notes/DAY01012020.dat", "No space left"});
+        QVERIFY(window_->Faults()->isVisible() && !OffersTryAgain());
     }
 
     void faults_show_a_quiet_bar() {

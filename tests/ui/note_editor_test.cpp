@@ -81,6 +81,38 @@ private slots:
         TakeShot(*window_, "editor-saved-" + look);
     }
 
+    void long_citations_and_remarks_stay_within_the_panel() {
+        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
+        const int32_t source = app_->NoteBook().sources[0].SourceID;
+        const QString word(300, 'w');
+        AddNote([&](NoteEditorWindow& editor) {
+            Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
+                browser.List()->SelectRow(RowOf(browser, source));
+                QTest::keyClick(browser.List(), Qt::Key_Return);
+            });
+            editor.Sources()->AddSource();
+            Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
+                dialog.findChild<QLineEdit*>("title")->clear();
+                QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), word);
+                dialog.findChild<QPushButton*>("save")->click();
+            });
+            editor.Sources()->EditSource();
+            SourceRowView* const row = editor.Sources()->RowAt(0);
+            editor.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&editor));
+            QTest::mouseClick(row->LineButton(), Qt::LeftButton);
+            QTest::keyClicks(row->Line(), "see <" + word + ">");
+            QTest::keyClick(row->Line(), Qt::Key_Return);
+            QVERIFY(row->LineButton()->isVisible());
+            QVERIFY(row->LineButton()->toolTip().contains("&lt;" + word));
+            const QWidget* const holder = row->parentWidget();
+            QTRY_VERIFY(row->height() > 5 * row->fontMetrics().lineSpacing());
+            QVERIFY(holder->width() <= holder->parentWidget()->width());
+            QVERIFY(row->rect().contains(row->LineButton()->geometry()));
+            TakeShot(editor, "editor-long-source");
+        });
+    }
+
     void everything_at_the_side_is_saved() {
         app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
         const int32_t source = app_->NoteBook().sources[0].SourceID;
@@ -100,7 +132,7 @@ private slots:
             });
             editor.Sources()->EditSource();
             QVERIFY(editor.Sources()->RowAt(0)->accessibleName().contains("A title typed just now"));
-            QCOMPARE(editor.Sources()->RowAt(0)->LineButton()->text(),
+            QCOMPARE(editor.Sources()->RowAt(0)->LineButton()->accessibleName(),
                      QStringLiteral("Click Here to Add Note Specific Info..."));
             QTest::mouseClick(editor.Sources()->RowAt(0)->LineButton(), Qt::LeftButton);
             QTest::keyClicks(editor.Sources()->RowAt(0)->Line(), " p. 12 ");
@@ -112,9 +144,9 @@ private slots:
             prompts_.texts = {"Fog bells"};
             Choose(categories.BoxAt(1), "<---Create New Category--->");
             QCOMPARE(categories.BoxAt(1)->currentText(), QStringLiteral("L2: Fog bells"));
-            categories.ShowSet(3);
+            categories.Tabs()->setCurrentIndex(2);
             QCOMPARE(categories.BoxCount(), 1);
-            categories.ShowSet(1);
+            categories.Tabs()->setCurrentIndex(0);
             QCOMPARE(categories.BoxCount(), 3);
 
             QTest::keyClicks(editor.KeyWords()->Field(), "tolling");

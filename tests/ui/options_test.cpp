@@ -105,6 +105,23 @@ private slots:
         });
     }
 
+    void question_before_cancel_can_be_turned_on_again() {
+        WritingCommands& commands = window_->Notes()->Commands();
+        prompts_.answers = {PromptAnswer::Yes, PromptAnswer::No};
+        prompts_.ticksBox = true;
+        QVERIFY(commands.NewNote().CancelNote());
+        QCOMPARE(Stored("szSaveWarning"), std::string("0"));
+        QVERIFY(commands.NewNote().CancelNote());
+        QCOMPARE(prompts_.seen.size(), size_t{1});
+        const auto sheet = MakeSheet(OptionsTab::General);
+        QCheckBox* const box = Box(*sheet, Option::szSaveWarning);
+        QVERIFY(!box->isChecked());
+        box->click();
+        QCOMPARE(Stored("szSaveWarning"), std::string("1"));
+        QVERIFY(!commands.NewNote().CancelNote());
+        QCOMPARE(prompts_.seen.size(), size_t{2});
+    }
+
     void size_of_sources_snaps_into_its_limits() {
         const auto sheet = MakeSheet(OptionsTab::General);
         auto* const size = sheet->findChild<QSpinBox*>("sourceSize");

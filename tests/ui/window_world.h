@@ -11,10 +11,22 @@
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
+#include "ui/fault_bar.h"
 #include "ui/main_window.h"
 #include "ui/theme.h"
 
 namespace lore {
+
+/// Notes faults, and shows them in a bar where a test gives one.
+class ShownFaults : public NotedFaults {
+public:
+    void Tell(const Fault& fault) override {
+        NotedFaults::Tell(fault);
+        if (bar)
+            bar->Add(fault);
+    }
+    QPointer<FaultBar> bar;
+};
 
 /// The main window on a data folder of its own, with scripted ports around it.
 class WindowWorld {
@@ -119,7 +131,7 @@ protected:
     ScriptedProgress progress_;
     FixedClock clock_;
     SystemGuids guids_;
-    NotedFaults faults_;
+    ShownFaults faults_;
     std::unique_ptr<CLorebinderApp> app_;
     std::unique_ptr<MainWindow> window_;
 };

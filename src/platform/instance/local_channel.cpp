@@ -57,9 +57,12 @@ quint32 Ask(QLocalSocket& socket, quint32 tag, std::string_view text) {
 }  // namespace
 
 LocalChannel::LocalChannel(const std::string& role, const std::filesystem::path& dataRoot) {
+    // A folder that is missing yet has the name that it will have once it stands.
     std::error_code error;
-    const std::filesystem::path root = std::filesystem::weakly_canonical(dataRoot, error);
-    const std::string path = (error ? dataRoot : root).string();
+    const std::filesystem::path absolute = std::filesystem::absolute(dataRoot, error);
+    const std::filesystem::path& named = error ? dataRoot : absolute;
+    const std::filesystem::path root = std::filesystem::weakly_canonical(named, error);
+    const std::string path = (error ? named : root).string();
     const QByteArray mark = QCryptographicHash::hash(QByteArray::fromStdString(path), QCryptographicHash::Sha256);
     name_ = (SocketFolder() + '/' + QString::fromStdString(role) + '-' + QString::number(::getuid()) + '-' +
              mark.toHex().left(16))

@@ -39,9 +39,11 @@ public:
 signals:
     void DayAsked(const DateTime& day);
     void EventAsked(size_t event);
+    /// @param day the one under the mouse, which may be any of those selected, or the current one where the keyboard
+    /// asks
     /// @param events positions in the model's list: the event under the mouse, or all of the current day where the
     /// keyboard asks
-    void MenuAsked(const QPoint& global, const std::vector<size_t>& events);
+    void MenuAsked(const QPoint& global, const DateTime& day, const std::vector<size_t>& events);
     void MonthTurned();
 
 protected:

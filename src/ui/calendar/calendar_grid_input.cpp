@@ -140,11 +140,14 @@ void CalendarGrid::wheelEvent(QWheelEvent* event) {
 
 void CalendarGrid::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() != QContextMenuEvent::Mouse) {
-        emit MenuAsked(mapToGlobal(CellRect(view_.CurrentCell()).center()), view_.EventsOn(view_.CurrentCell()));
+        emit MenuAsked(mapToGlobal(CellRect(view_.CurrentCell()).center()), view_.CurrentDay(),
+                       view_.EventsOn(view_.CurrentCell()));
         return;
     }
     const std::optional<size_t> hit = EventAt(event->pos());
-    emit MenuAsked(event->globalPos(), hit ? std::vector{*hit} : std::vector<size_t>());
+    const int cell = CellAt(event->pos());
+    emit MenuAsked(event->globalPos(), cell < 0 ? view_.CurrentDay() : view_.Grid().DayOf(cell),
+                   hit ? std::vector{*hit} : std::vector<size_t>());
 }
 
 bool CalendarGrid::event(QEvent* event) {

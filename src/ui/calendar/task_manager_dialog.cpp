@@ -175,7 +175,7 @@ void TaskManagerDialog::AddEventEntries(QMenu& menu, size_t event) {
     menu.addAction(tr("Delete Entire &Series"), this, [this, chosen] { Delete(DeleteEntireSeries, chosen); });
 }
 
-void TaskManagerDialog::ShowMenu(const QPoint& global, const std::vector<size_t>& events) {
+void TaskManagerDialog::ShowMenu(const QPoint& global, const DateTime& day, const std::vector<size_t>& events) {
     QMenu menu(this);
     if (events.size() == 1)
         AddEventEntries(menu, events.front());
@@ -185,7 +185,7 @@ void TaskManagerDialog::ShowMenu(const QPoint& global, const std::vector<size_t>
     }
     if (!events.empty())
         menu.addSeparator();
-    menu.addAction(tr("&View Day"), this, [this] { OpenDay(view_.CurrentDay()); });
+    menu.addAction(tr("&View Day"), this, [this, day] { OpenDay(day); });
     menu.addAction(tr("&Create Event"), this, &TaskManagerDialog::CreateEvent);
     menu.exec(global);
 }

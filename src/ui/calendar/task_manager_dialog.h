@@ -32,7 +32,7 @@ private:
     void AddReminder();
     void OpenDay(const DateTime& day);
     void OpenEvent(size_t event);
-    void ShowMenu(const QPoint& global, const std::vector<size_t>& events);
+    void ShowMenu(const QPoint& global, const DateTime& day, const std::vector<size_t>& events);
     void AddEventEntries(QMenu& menu, size_t event);
     void Delete(bool (*remove)(const CalendarWorld&, const CTmEvent&), const CTmEvent& event);
 

@@ -20,6 +20,10 @@ namespace lore {
 
 namespace {
 
+constexpr char kCancelTitle[] = "Continue?";
+constexpr char kCancelText[] =
+    "Are you sure you wish to cancel?\n\nNo note of the archive will be imported, and the changes that you have made "
+    "to them here will be lost!";
 constexpr int kListChars = 110;
 constexpr int kListRows = 18;
 constexpr int kStatusColumn = 0, kSourceColumn = 1, kFirstLevelColumn = 2, kLevels = 4, kAttachmentColumn = 6;
@@ -72,7 +76,7 @@ void ImportWindow::MakeButtons() {
     QPushButton* const ok = AddButton(tr("&OK"));
     SetMainButton(ok);
     connect(ok, &QPushButton::clicked, this, &ImportWindow::accept);
-    connect(AddButton(tr("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
+    connect(AddButton(tr("Cancel")), &QPushButton::clicked, this, &ImportWindow::reject);
 }
 
 void ImportWindow::MakeList() {
@@ -190,12 +194,17 @@ void ImportWindow::ShowDifferences() {
 void ImportWindow::EditNote() {
     const QTreeWidgetItem* const item = list_->currentItem();
     if (item && commands_.edit(PositionOf(*item), this))
-        RefreshRows();
+        NotesChanged();
 }
 
 void ImportWindow::ChangeCategories() {
     if (comparison_.Accept(prompts_) && commands_.changeCategories(this))
-        RefreshRows();
+        NotesChanged();
+}
+
+void ImportWindow::NotesChanged() {
+    changed_ = true;
+    RefreshRows();
 }
 
 /// What the rows say now; the list keeps its place.
@@ -210,6 +219,14 @@ void ImportWindow::accept() {
     comparison_.displayAfter = displayAfter_->isChecked();
     if (comparison_.Accept(prompts_))
         DialogFrame::accept();
+}
+
+void ImportWindow::reject() {
+    if (changed_ && prompts_.Ask(kCancelText, kCancelTitle) != PromptAnswer::Yes)
+        return;
+    if (changed_)
+        commands_.dropChanges();
+    DialogFrame::reject();
 }
 
 bool WindowChooser::ChooseNotes(ImportComparison& comparison, ImportArchive& archive) {
@@ -233,6 +250,7 @@ bool WindowChooser::ChooseNotes(ImportComparison& comparison, ImportArchive& arc
             editing_->Assign(paths);
         return chosen;
     };
+    commands.dropChanges = [this] { editing_->DropDrafts(); };
     ImportWindow window(comparison, commands, theme_, app_.Ports().prompts, app_.Store(), parent_);
     return window.exec() == QDialog::Accepted;
 }

@@ -22,6 +22,8 @@ class Theme;
 struct ImportNoteCommands {
     std::function<bool(size_t position, QWidget* parent)> edit;
     std::function<bool(QWidget* parent)> changeCategories;
+    /// The user gives up what has been changed.
+    std::function<void()> dropChanges = [] {};
 };
 
 /// The list of an archive's notes with their status, from which the user chooses what comes in.
@@ -34,6 +36,8 @@ public:
                  SettingsStore& store, QWidget* parent);
 
     void accept() override;
+    /// Asks first if notes have been changed here.
+    void reject() override;
 
 private:
     void MakeList();
@@ -47,6 +51,7 @@ private:
     void ShowDifferences();
     void EditNote();
     void ChangeCategories();
+    void NotesChanged();
     void RefreshRows();
     void UpdateActions();
 
@@ -58,6 +63,7 @@ private:
     QTreeWidget* list_ = nullptr;
     QCheckBox* displayAfter_ = nullptr;
     QAction *edit_ = nullptr, *differences_ = nullptr;
+    bool changed_ = false;  // a note of the list, by the user
 };
 
 /// Lets the user choose in a window.
@@ -67,13 +73,14 @@ public:
     WindowChooser(CLorebinderApp& app, WritingCommands& commands, Theme& theme, QWidget* parent)
         : app_(app), commands_(commands), theme_(theme), parent_(parent) {}
     bool ChooseNotes(ImportComparison& comparison, ImportArchive& archive) override;
+    void NotesLanded(const LongList& ids) override { editing_->Landed(ids); }
 
 private:
     CLorebinderApp& app_;
     WritingCommands& commands_;
     Theme& theme_;
     QWidget* parent_;
-    std::optional<ImportEditing> editing_;  ///< until the notes have landed
+    std::optional<ImportEditing> editing_;  ///< uses the comparison until the notes have landed
 };
 
 }  // namespace lore

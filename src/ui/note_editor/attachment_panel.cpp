@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "notes/attachment_kind.h"
+#include "notes/attachment_path.h"
 #include "ui/card_attachments.h"
 #include "ui/note_editor/attachment_open.h"
 #include "ui/qt_text.h"

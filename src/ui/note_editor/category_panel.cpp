@@ -57,10 +57,6 @@ int CategoryPanel::ActiveSet() const {
     return tabs_->currentIndex() + 1;
 }
 
-void CategoryPanel::ShowSet(int set) {
-    tabs_->setCurrentIndex(set - 1);
-}
-
 void CategoryPanel::Rebuild() {
     const size_t levels = paths_.LevelCount(ActiveSet());
     while (boxes_.size() > static_cast<int>(levels) + 1)

@@ -23,7 +23,6 @@ public:
 
     /// The set in sight, 1 to 3.
     int ActiveSet() const;
-    void ShowSet(int set);
     QTabBar* Tabs() const { return tabs_; }
     QComboBox* BoxAt(int level) const { return boxes_[level]; }
     int BoxCount() const { return static_cast<int>(boxes_.size()); }

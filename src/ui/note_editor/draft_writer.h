@@ -10,8 +10,8 @@
 
 namespace lore {
 
-/// Writes drafts of the note in an editor, beside the typing: each at most kDelay plus the time of the writing behind
-/// the first change that it holds.
+/// Writes drafts of the note in an editor, beside the typing: each at most kDelayMilliseconds plus the time of the
+/// writing behind the first change that it holds.
 class DraftWriter : public QObject {
     Q_OBJECT
 

@@ -74,8 +74,9 @@ void NoteActions::EditNote(int32_t id) {
 }
 
 void NoteActions::DeleteNote(int32_t id) {
+    const int place = app_.List().PositionOf(id);
     if (commands_.DeleteNote(id))
-        emit NotesChanged(-1, false);
+        emit NotesChanged(NoteInPlace(app_.List(), place), false);
 }
 
 void NoteActions::DeleteCurrentNotes() {

@@ -71,7 +71,7 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
     opened_ = session_.note;
     openedSync_ = session_.syncTicked;
     faults_.SetBar(faultBar_);
-    commands_.ShowFaultsIn(&faults_);
+    before_ = commands_.ShowFaultsIn(&faults_);
     if (session_.MayCheckSpelling() && session_.note.spellCheck)
         RunSpellTimer(true);
     text_->Edit()->setFocus();
@@ -79,7 +79,7 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
 
 NoteEditorWindow::~NoteEditorWindow() {
     drafts_->Stop();
-    commands_.ShowFaultsIn(nullptr);
+    commands_.ShowFaultsIn(before_);
     faults_.SetBar(nullptr);
 }
 

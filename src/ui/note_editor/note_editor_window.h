@@ -99,6 +99,7 @@ private:
     SourceRows rows_;
     CategoryAssignment paths_;
     BarFaults faults_;
+    FaultNotice* before_ = nullptr;
     CNote opened_;  // the fields as they were when the window opened
     bool openedSync_ = false;
     bool unsavedText_ = false;

@@ -1,32 +1,60 @@
 #include "ui/note_editor/source_row_view.h"
 
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/note_editor/citation_text.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
 namespace lore {
+
+namespace {
+
+/// Takes the width that it gets, and cuts its text to it with an ellipsis.
+class RemarkButton : public QPushButton {
+public:
+    explicit RemarkButton(QWidget* parent) : QPushButton(parent) {
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    }
+
+    void SetRemark(const QString& text) {
+        remark_ = text;
+        Elide();
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QPushButton::resizeEvent(event);
+        Elide();
+    }
+
+private:
+    void Elide() {
+        const QString shown = fontMetrics().elidedText(remark_, Qt::ElideRight, width());
+        setText(QString(shown).replace(QLatin1Char('&'), QStringLiteral("&&")));
+    }
+
+    QString remark_;
+};
+
+}  // namespace
 
 SourceRowView::SourceRowView(SourceRows& rows, size_t row, const Theme& theme, QWidget* parent)
     : QFrame(parent),
       rows_(rows),
       row_(row),
       theme_(theme),
-      citation_(new QLabel(this)),
-      line_(new QPushButton(this)),
+      citation_(new CitationText(rows.Rows()[row].source, this)),
+      line_(new RemarkButton(this)),
       edit_(new QLineEdit(this)) {
     setFocusPolicy(Qt::StrongFocus);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kSpace * 2, kSpace * 2, kSpace * 2, kSpace * 2);
     layout->setSpacing(kSpace);
-    citation_->setWordWrap(true);
-    citation_->setTextFormat(Qt::PlainText);
-    citation_->setText(Citation());
     line_->setFlat(true);
     line_->setCursor(Qt::IBeamCursor);
     line_->setFont(theme.Font(TextSize::Small));
@@ -75,8 +103,9 @@ void SourceRowView::CloseLine() {
 
 void SourceRowView::Restyle() {
     const QString text = ToQString(rows_.LineText(row_));
-    line_->setText(text.simplified().replace(QLatin1Char('&'), QStringLiteral("&&")));
+    static_cast<RemarkButton*>(line_)->SetRemark(text.simplified());
     line_->setAccessibleName(text);
+    line_->setToolTip(QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()));
     line_->setStyleSheet(QStringLiteral("QPushButton { text-align: left; border: none; padding: 0; color: %1; }")
                              .arg(theme_.Color(ColorRole::DimText).name()));
     update();

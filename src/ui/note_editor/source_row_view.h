@@ -4,12 +4,12 @@
 
 #include "edit/source_rows.h"
 
-class QLabel;
 class QLineEdit;
 class QPushButton;
 
 namespace lore {
 
+class CitationText;
 class Theme;
 
 /// One row of the panel of sources.
@@ -45,7 +45,7 @@ private:
     SourceRows& rows_;
     size_t row_;
     const Theme& theme_;
-    QLabel* citation_;
+    CitationText* citation_;
     QPushButton* line_;
     QLineEdit* edit_;
     bool selected_ = false;

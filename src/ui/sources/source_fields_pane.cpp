@@ -90,11 +90,6 @@ void SourceFieldsPane::FillFields() {
     }
 }
 
-QLineEdit* SourceFieldsPane::FieldOf(size_t slot) const {
-    return standard_->isVisibleTo(this) ? standard_->findChild<QLineEdit*>(QStringLiteral("slot%1").arg(slot))
-                                        : nullptr;
-}
-
 void SourceFieldsPane::FillGrid() {
     grid_->setRowCount(0);
     grid_->setRowCount(static_cast<int>(editor_.GridRows()));

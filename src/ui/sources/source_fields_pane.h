@@ -21,8 +21,6 @@ public:
 
     /// The fields of the type that the source has now.
     void Fill();
-    /// The field of a slot; null if the type has none.
-    QLineEdit* FieldOf(size_t slot) const;
 
 signals:
     void Changed();

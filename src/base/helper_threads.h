@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <future>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace lore {
+
+/// At most `count` threads that run `work` beside the caller, who does the same: a system that gives fewer leaves the
+/// rest to him. Their ends are waited for where the result goes.
+std::vector<std::jthread> StartHelpers(size_t count, const std::function<void()>& work);
+
+/// Runs `work` on another thread; where the system gives none, on that of the caller once he asks for its result. Such
+/// a future is deferred: whoever waits for a time asks whether that ran out, never whether the result is ready.
+template <typename Work>
+auto RunOnHelper(Work&& work) {
+    return std::async(std::launch::async | std::launch::deferred, std::forward<Work>(work));
+}
+
+}  // namespace lore

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+namespace lore {
+
+class CLorebinderApp;
+class FaultBar;
+
+/// The button "Try again" of the main window's bar: it is there only while something that failed can be done anew.
+/// Where the NoteBook is read again its current list is too, so that a search and its marks go; the notes and their
+/// order stay.
+class FaultRetry : public QObject {
+    Q_OBJECT
+
+public:
+    /// Both outlive the retry.
+    FaultRetry(CLorebinderApp& app, FaultBar& bar, QObject* parent);
+
+    /// Runs a command that says whether it came to its end. Where it failed, and that was told, it can be tried again,
+    /// until another one runs.
+    void Run(const std::function<bool()>& command);
+
+signals:
+    /// The NoteBook was loaded anew.
+    void NoteBookLoaded();
+
+private:
+    void TryAgain();
+    void ShowOffer();
+
+    CLorebinderApp& app_;
+    FaultBar& bar_;
+    std::function<bool()> command_;  // the last one, if it failed
+};
+
+}  // namespace lore
