@@ -10,8 +10,12 @@
 
 namespace lore {
 
+namespace {
+constexpr int kHintCharacters = 40;  // in a line, before the width is known
+}
+
 CitationText::CitationText(const CSource& source, QWidget* parent) : QWidget(parent) {
-    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     QString text = ToQString(source.FormattedText).replace(u'\n', QChar::LineSeparator);
@@ -47,7 +51,8 @@ int CitationText::heightForWidth(int width) const {
 }
 
 QSize CitationText::sizeHint() const {
-    return {0, heightForWidth(width())};
+    const int wide = fontMetrics().averageCharWidth() * kHintCharacters;
+    return {wide, heightForWidth(wide)};
 }
 
 QSize CitationText::minimumSizeHint() const {

@@ -139,9 +139,12 @@ void SourcePanel::ClearSources() {
 }
 
 void SourcePanel::contextMenuEvent(QContextMenuEvent* event) {
+    const auto isOn = [event](const QWidget* widget) {
+        return widget->rect().contains(widget->mapFromGlobal(event->globalPos()));
+    };
     int under = -1;
-    for (int i = 0; i < views_.size(); ++i)
-        under = views_[i]->rect().contains(views_[i]->mapFromGlobal(event->globalPos())) ? i : under;
+    for (int i = 0; i < views_.size() && isOn(scroll_->viewport()); ++i)  // a row that is scrolled goes on beyond it
+        under = isOn(views_[i]) ? i : under;
     OpenMenu(event->globalPos(), under);
 }
 
