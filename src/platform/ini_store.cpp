@@ -32,7 +32,8 @@ QString TextOf(const std::string& value) {
 
 /// A text with commas that someone wrote by hand without quotes comes as a list.
 QString TextOf(const QVariant& value) {
-    return value.typeId() == QMetaType::QStringList ? value.toStringList().join(',') : value.toString();
+    const bool isList = value.typeId() == QMetaType::QStringList;
+    return isList ? value.toStringList().join(',') : value.toString();
 }
 
 }  // namespace
