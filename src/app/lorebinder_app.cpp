@@ -11,6 +11,7 @@
 #include "notes/note_finder.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
+#include "notes/sort_order.h"
 #include "settings/installation.h"
 
 namespace lore {
@@ -282,7 +283,7 @@ SearchOutcome CLorebinderApp::Search(std::string_view text, SearchScope scope,
 // for a sort, but are lost to a window that takes no input.
 void CLorebinderApp::SetSortOrder(int32_t id) {
     std::vector<uint32_t> order;
-    Background* const background = list_.Count() > kShortList ? ports_.background : nullptr;
+    Background* const background = IsSortingId(id) && list_.Count() > kShortList ? ports_.background : nullptr;
     if (!RunBeside(background, "Sorting Notes....", [&](const std::stop_token&) { order = list_.OrderBy(id); }))
         return;
     settings_.Set(Option::NoteSortID, id);

@@ -16,8 +16,6 @@ namespace lore {
 
 namespace {
 
-constexpr int kReadThreads = 2;
-
 using Names = std::unordered_set<std::string>;
 
 /// Those of the stored names that notes of a folder hold. Nothing, told, if the folder or one of its files can't be

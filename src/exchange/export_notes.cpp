@@ -218,19 +218,12 @@ private:
         std::unordered_map<int32_t, size_t> chosen;
         if (ids.empty() || !reader_.Open(file.path).Ok())
             return chosen;
-        std::vector<NoteCopy> copies;
-        std::vector<size_t> positions;
+        CopyChoice<size_t> choice;
         while (reader_.Next()) {
-            if (!ids.contains(reader_.Head().id))
-                continue;
-            copies.push_back(CopyOf(reader_, file.path));
-            positions.push_back(reader_.NoteNumber());
+            if (ids.contains(reader_.Head().id))
+                choice.Add(CopyOf(reader_, file.path), reader_.NoteNumber());
         }
-        const std::vector<bool> shown = ShownCopies(copies);
-        for (size_t i = 0; i < copies.size(); ++i) {
-            if (shown[i])
-                chosen.emplace(copies[i].id, positions[i]);
-        }
+        choice.TakeShown([&](int32_t id, size_t position) { chosen.emplace(id, position); });
         return chosen;
     }
 

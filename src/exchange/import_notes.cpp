@@ -50,20 +50,18 @@ NoteHeads FindExisting(const std::vector<ArchiveNote>& notes, const ImportWorld&
     for (const CNoteIDsPath& file : world.book.index.Entries()) {
         TellFailedRead(world.faults, kNoteFileUnread, file.path, reader.Open(file.path));
         const std::unordered_set<int32_t> shown(file.ids.begin(), file.ids.end());
-        std::vector<NoteCopy> copies;
-        std::vector<std::pair<size_t, CNote>> found;  // with their positions among the copies
+        CopyChoice<std::optional<CNote>> choice;
         while (reader.Next()) {
             if (!shown.contains(reader.Head().id))
                 continue;
-            copies.push_back(CopyOf(reader, file.path));
-            if (wanted.contains(reader.Head().guid))
-                found.emplace_back(copies.size() - 1, std::move(reader.Head()));
+            const NoteCopy copy = CopyOf(reader, file.path);
+            const bool isWanted = wanted.contains(reader.Head().guid);
+            choice.Add(copy, isWanted ? std::optional(std::move(reader.Head())) : std::nullopt);
         }
-        const std::vector<bool> shows = ShownCopies(copies);
-        for (auto& [position, head] : found) {
-            if (shows[position])
-                heads.emplace(std::string(head.guid), std::move(head));
-        }
+        choice.TakeShown([&](int32_t, std::optional<CNote>&& head) {
+            if (head)
+                heads.emplace(std::string(head->guid), std::move(*head));
+        });
     }
     return heads;
 }

@@ -1,7 +1,7 @@
 #include "notebooks/notebook_list_file.h"
 
-#include "base/file_copy.h"
 #include "notes/file_faults.h"
+#include "notes/keep_damaged.h"
 
 namespace lore {
 
@@ -16,13 +16,8 @@ bool NoteBookListFile::Save(std::vector<CDatabase> list) {
     constexpr char kUnwritten[] = "The list of NoteBooks could not be written";
     FileResult result = IsWritable() ? FileResult{} : read_;
     if (result.Ok() && !isWhole_) {
-        std::filesystem::path kept;
-        result = KeepCopy(file_, kept);
-        if (result.Ok()) {
-            faults_.Tell({"The list of NoteBooks is damaged; what it held is kept in " + kept.filename().string(),
-                          file_.string(), "it breaks off, or holds more than its records"});
-            isWhole_ = true;
-        }
+        result = KeepDamaged("The list of NoteBooks", file_, "it breaks off, or holds more than its records", faults_);
+        isWhole_ = result.Ok();
     }
     if (result.Ok())
         result = MakeFolders(file_.parent_path());

@@ -4,24 +4,14 @@
 #include <system_error>
 #include <vector>
 
-#include "base/file_copy.h"
 #include "notes/file_faults.h"
+#include "notes/keep_damaged.h"
 #include "notes/note_file.h"
 #include "notes/note_file_walk.h"
 
 namespace lore {
 
 namespace {
-
-/// Keeps a file that holds more than its notes show, before it is written anew.
-FileResult KeepDamaged(const NoteFileReader& reader, const std::filesystem::path& file, FaultNotice& faults) {
-    std::filesystem::path kept;
-    const FileResult result = KeepCopy(file, kept);
-    if (result.Ok())
-        faults.Tell({"A note file is damaged; what it held is kept in " + kept.filename().string(), file.string(),
-                     std::string("it ") + reader.DamageText()});
-    return result;
-}
 
 /// A file that broke off, or holds something behind its notes, stays as it is. False if it could not be written.
 bool ConvertFile(CategoryConversion& conversion, const std::filesystem::path& file, const ReadContext& context,
@@ -41,7 +31,9 @@ bool ConvertFile(CategoryConversion& conversion, const std::filesystem::path& fi
         faults.Tell({"A note file could not be converted", file.string(), "The file is damaged"});
     if (stays || notes.empty())
         return true;
-    FileResult result = reader.IsDamaged() ? KeepDamaged(reader, file, faults) : FileResult{};
+    FileResult result;
+    if (reader.IsDamaged())
+        result = KeepDamaged("A note file", file, std::string("it ") + reader.DamageText(), faults);
     if (result.Ok())
         result = SaveNoteFile(file, notes);
     TellFailedWrite(faults, kNoteFileUnwritten, file, result);

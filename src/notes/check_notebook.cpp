@@ -20,7 +20,6 @@ namespace lore {
 
 namespace {
 
-constexpr int kReadThreads = 2;
 constexpr char kDamaged[] = "the file is short or damaged";
 
 constexpr std::array<std::string_view, 8> kKindNames = {"note-twice",       "note-in-wrong-file", "source-missing",

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace lore {
@@ -18,5 +19,28 @@ struct NoteCopy {
 /// the whole ones that are at home the one that was written last; without one a whole one before a broken one, then one
 /// that is at home before any other; among equals the first one met.
 std::vector<bool> ShownCopies(const std::vector<NoteCopy>& copies);
+
+/// Copies of notes with what is kept of each of them until it is known which ones show.
+template <typename Part>
+class CopyChoice {
+public:
+    void Add(const NoteCopy& copy, Part part) {
+        copies_.push_back(copy);
+        parts_.push_back(std::move(part));
+    }
+    /// Hands out the id and the part of each copy that shows, in reading order.
+    template <typename Take>
+    void TakeShown(Take take) {
+        const std::vector<bool> shown = ShownCopies(copies_);
+        for (size_t i = 0; i < parts_.size(); ++i) {
+            if (shown[i])
+                take(copies_[i].id, std::move(parts_[i]));
+        }
+    }
+
+private:
+    std::vector<NoteCopy> copies_;
+    std::vector<Part> parts_;
+};
 
 }  // namespace lore

@@ -13,6 +13,9 @@
 
 namespace lore {
 
+/// How many threads read the note files of a NoteBook.
+inline constexpr int kReadThreads = 2;
+
 /// Reads one note file. May be called from several threads, once for each file.
 using NoteFileTask = std::function<void(size_t file, NoteFileReader& notes)>;
 /// Is told that a file has been read. Called in the order of the files, on the thread of the caller.

@@ -13,8 +13,6 @@ namespace lore {
 
 namespace {
 
-constexpr int kReadThreads = 2;
-
 /// The note files that hold wanted notes, in the order of the first wanted note of each.
 struct WantedNotes {
     std::vector<std::filesystem::path> files;
@@ -40,24 +38,15 @@ WantedNotes PlanReading(const NoteIndex& index, const LongList& ids) {
 /// The copies of notes that show, of those that `isWanted` takes.
 template <typename IsWanted>
 std::vector<CNote> ShownNotesOf(NoteFileReader& reader, const std::filesystem::path& file, IsWanted isWanted) {
-    std::vector<CNote> notes;
-    std::vector<NoteCopy> copies;
+    CopyChoice<CNote> choice;
     while (reader.Next()) {
         if (!isWanted(reader.Head().id))
             continue;
-        copies.push_back(CopyOf(reader, file));
-        notes.push_back(reader.TakeNote());
+        const NoteCopy copy = CopyOf(reader, file);
+        choice.Add(copy, reader.TakeNote());
     }
-    const std::vector<bool> shown = ShownCopies(copies);
-    size_t kept = 0;
-    for (size_t i = 0; i < notes.size(); ++i) {
-        if (!shown[i])
-            continue;
-        if (kept != i)
-            notes[kept] = std::move(notes[i]);
-        ++kept;
-    }
-    notes.erase(notes.begin() + static_cast<std::ptrdiff_t>(kept), notes.end());
+    std::vector<CNote> notes;
+    choice.TakeShown([&](int32_t, CNote&& note) { notes.push_back(std::move(note)); });
     return notes;
 }
 

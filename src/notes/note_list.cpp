@@ -48,8 +48,10 @@ void CNoteList::AddNote(CNote note, std::shared_ptr<const Citations> citations) 
 }
 
 void CNoteList::AddNote(ListedNote note) {
-    if (uint32_t& place = places_[note.Id()]; place == 0)
-        place = static_cast<uint32_t>(notes_.size() + 1);
+    if (!stale_) {
+        if (uint32_t& place = places_[note.Id()]; place == 0)
+            place = static_cast<uint32_t>(notes_.size() + 1);
+    }
     notes_.push_back(std::move(note));
 }
 

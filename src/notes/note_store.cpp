@@ -33,19 +33,13 @@ std::unordered_map<int32_t, std::string> ShownOfShared(const std::vector<CNote>&
     std::unordered_map<int32_t, std::string> guids;
     if (shared.empty())
         return guids;
-    std::vector<NoteCopy> copies;
-    std::vector<size_t> positions;
+    CopyChoice<std::string> choice;
     for (size_t i = 0; i < notes.size(); ++i) {
-        if (!shared.contains(notes[i].id))
-            continue;
-        copies.push_back({notes[i].id, IsAtHome(notes[i], file), i < whole, notes[i].dateEdited.Seconds()});
-        positions.push_back(i);
+        const CNote& note = notes[i];
+        if (shared.contains(note.id))
+            choice.Add({note.id, IsAtHome(note, file), i < whole, note.dateEdited.Seconds()}, note.guid);
     }
-    const std::vector<bool> shown = ShownCopies(copies);
-    for (size_t i = 0; i < copies.size(); ++i) {
-        if (shown[i])
-            guids.emplace(copies[i].id, notes[positions[i]].guid);
-    }
+    choice.TakeShown([&](int32_t id, std::string&& guid) { guids.emplace(id, std::move(guid)); });
     return guids;
 }
 
@@ -366,19 +360,12 @@ void NoteStore::FindShownGuids(const std::string& path, const IDs& ids,
     NoteFileReader reader(context_);
     if (!reader.Open(path).Ok())
         return;
-    std::vector<NoteCopy> copies;
-    std::vector<std::string> found;
+    CopyChoice<std::string> choice;
     while (reader.Next()) {
-        if (!ids.contains(reader.Head().id))
-            continue;
-        copies.push_back(CopyOf(reader, path));
-        found.push_back(reader.Head().guid);
+        if (ids.contains(reader.Head().id))
+            choice.Add(CopyOf(reader, path), reader.Head().guid);
     }
-    const std::vector<bool> shown = ShownCopies(copies);
-    for (size_t i = 0; i < copies.size(); ++i) {
-        if (shown[i])
-            guids.emplace(copies[i].id, std::move(found[i]));
-    }
+    choice.TakeShown([&](int32_t id, std::string&& guid) { guids.emplace(id, std::move(guid)); });
 }
 
 bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes) {

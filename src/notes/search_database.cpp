@@ -82,11 +82,8 @@ private:
     std::vector<int64_t> edited_;
 };
 
-/// All copies of the notes that were found, in reading order.
-struct Candidates {
-    std::vector<NoteCopy> copies;
-    std::vector<SearchResult*> results;  // null for a copy that doesn't match
-};
+/// All copies of the notes that were found, in reading order; null for a copy that doesn't match.
+using Candidates = CopyChoice<SearchResult*>;
 
 void AddCandidates(FileFinds& file, const IDMarks& wanted, Candidates& candidates) {
     auto stray = file.strays.cbegin();
@@ -94,11 +91,9 @@ void AddCandidates(FileFinds& file, const IDMarks& wanted, Candidates& candidate
     for (size_t i = 0; i < file.ids.size(); ++i) {
         const bool isStray = stray != file.strays.cend() && stray->copy == i;
         const bool isFind = find != file.finds.end() && find->copy == i;
-        if (wanted.Contains(file.ids[i])) {
-            candidates.copies.push_back(
-                {file.ids[i], !isStray || stray->isHome, !isStray || stray->isWhole, file.edited[i]});
-            candidates.results.push_back(isFind ? &find->result : nullptr);
-        }
+        if (wanted.Contains(file.ids[i]))
+            candidates.Add({file.ids[i], !isStray || stray->isHome, !isStray || stray->isWhole, file.edited[i]},
+                           isFind ? &find->result : nullptr);
         stray += isStray ? 1 : 0;
         find += isFind ? 1 : 0;
     }
@@ -114,12 +109,11 @@ std::vector<SearchResult> TakeShown(std::vector<FileFinds>& files) {
     Candidates candidates;
     for (FileFinds& file : files)
         AddCandidates(file, wanted, candidates);
-    const std::vector<bool> shown = ShownCopies(candidates.copies);
     std::vector<SearchResult> results;
-    for (size_t i = 0; i < shown.size(); ++i) {
-        if (shown[i] && candidates.results[i])
-            results.push_back(std::move(*candidates.results[i]));
-    }
+    candidates.TakeShown([&](int32_t, SearchResult* result) {
+        if (result)
+            results.push_back(std::move(*result));
+    });
     return results;
 }
 

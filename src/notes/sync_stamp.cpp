@@ -1,23 +1,10 @@
 #include "notes/sync_stamp.h"
 
-#include "base/file_copy.h"
 #include "base/record_file.h"
 #include "notes/file_faults.h"
+#include "notes/keep_damaged.h"
 
 namespace lore {
-
-namespace {
-
-FileResult KeepDamaged(const std::filesystem::path& file, FaultNotice& faults) {
-    std::filesystem::path kept;
-    const FileResult result = KeepCopy(file, kept);
-    if (result.Ok())
-        faults.Tell({"The sync log is damaged; what it held is kept in " + kept.filename().string(), file.string(),
-                     "it breaks off, or holds a byte that cuts it"});
-    return result.Missing() ? FileResult{} : result;
-}
-
-}  // namespace
 
 bool StampSyncRecord(SyncLog& log, std::string_view guid, const std::function<void(CSyncInfo&)>& change) {
     const CSyncInfo* const found = log.FindSyncInfo(guid);
@@ -31,8 +18,11 @@ bool StampSyncRecord(SyncLog& log, std::string_view guid, const std::function<vo
 }
 
 bool WriteSyncLog(OpenNoteBook& book, FaultNotice& faults) {
-    FileResult result = book.syncLog.ReadWhole() ? FileResult{} : KeepDamaged(book.paths.SyncLog(), faults);
-    if (result.Ok())
+    FileResult result;
+    if (!book.syncLog.ReadWhole())
+        result =
+            KeepDamaged("The sync log", book.paths.SyncLog(), "it breaks off, or holds a byte that cuts it", faults);
+    if (result.Ok() || result.Missing())
         result = SaveSyncLogTo(book.paths.SyncLog(), book.syncLog);
     if (result.Ok())
         book.syncLog.MarkWhole();

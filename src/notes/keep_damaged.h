@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "base/file_result.h"
+#include "ports/fault_notice.h"
+
+namespace lore {
+
+/// Keeps what a damaged file holds beside it, before it is written anew, and tells that and what is wrong with it.
+/// `what` names the file, such as "The sync log". A failure is left to the caller to tell, who doesn't write then.
+FileResult KeepDamaged(const std::string& what, const std::filesystem::path& file, const std::string& wrong,
+                       FaultNotice& faults);
+
+}  // namespace lore
