@@ -16,9 +16,9 @@ std::vector<ListedNote> MakeNotes(size_t count) {
         auto note = std::make_shared<CNote>();
         note->id = static_cast<int32_t>(i + 1);
         note->dateCreated = note->dateEdited = DateTime(2011, 1, 1).PlusSeconds(random() % 100000000);
-        CProCategoryTree path(static_cast<int32_t>(1 + random() % 40), "Category " + std::to_string(random() % 40));
-        path.AddChild(
-            CProCategoryTree(static_cast<int32_t>(100 + random() % 40), "Below " + std::to_string(random() % 40)));
+        const auto root = static_cast<int32_t>(random() % 40), child = static_cast<int32_t>(random() % 40);
+        CProCategoryTree path(1 + root, "Category " + std::to_string(root));
+        path.AddChild(CProCategoryTree(100 + 40 * root + child, "Below " + std::to_string(child)));
         note->categories[random() % 3] = path;
         Citations citations;
         for (size_t n = random() % 3; n > 0; --n)

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "base/text.h"
 
@@ -60,32 +62,62 @@ void AppendTree(const CProCategoryTree& node, std::string& bytes) {
 
 class KeyMaker {
 public:
-    SortKey Make(const ListedNote& note, SortBy sortBy) {
+    KeyMaker(const ListedNote& limit, int32_t sortId)
+        : limit_(limit), sortId_(sortId), byCategory_(SortKeyOf(sortId) == SortBy::Categories) {}
+
+    /// Null if the note doesn't come before the limit.
+    const SortKey* Make(const ListedNote& note) {
+        const bool within = byCategory_ ? TakePath(note) : TakeCitations(note);
         const DateTime& date = note.note->dateCreated;
-        SortKey key;
-        key.date = date.Seconds();
-        if (sortBy == SortBy::Sources)
-            AddCitations(note, key);
-        if (sortBy == SortBy::Categories)
-            AddPath(SortPath(*note.note), key);
-        key.tie = TieOf(std::move(tree_), date.GetStatus());
-        tree_.clear();
-        return key;
+        key_.date = date.Seconds();
+        if (date.GetStatus() != DateTime::Status::Valid)
+            key_.tie = TieOf(key_.tie, date.GetStatus());
+        return within ? &key_ : nullptr;
     }
 
     const TextNumbers& Texts() const { return texts_; }
 
 private:
-    void AddCitations(const ListedNote& note, SortKey& key) {
-        for (const std::string& citation : SortCitations(note))
-            key.levels.push_back(texts_.NumberOf(citation));
+    /// What notes of one path have in common.
+    struct PathKey {
+        SortKey key;
+        bool within = false;
+        bool isLimit = false;  ///< the path is that of the limit, so that dates decide
+    };
+
+    bool IsWithin(const ListedNote& note) const {
+        return IsDescendingId(sortId_) ? CompareNotes(note, limit_, sortId_) : CompareNotes(limit_, note, sortId_);
     }
 
-    void AddPath(const CProCategoryTree& path, SortKey& key) {
+    bool TakeCitations(const ListedNote& note) {
+        key_.levels.clear();
+        for (const std::string& citation : SortCitations(note))
+            key_.levels.push_back(texts_.NumberOf(citation));
+        key_.tie = 0;
+        return IsWithin(note);
+    }
+
+    bool TakePath(const ListedNote& note) {
+        const CProCategoryTree& path = SortPath(*note.note);
+        tree_.clear();
         AppendTree(path, tree_);
+        const auto [known, isNew] = paths_.try_emplace(tree_);
+        PathKey& found = known->second;
+        if (isNew) {
+            found.key = KeyOf(path);
+            found.key.tie = static_cast<int32_t>(paths_.size());
+            found.within = IsWithin(note);
+            found.isLimit = path.IsSameTree(SortPath(*limit_.note));
+        }
+        key_ = found.key;
+        return found.isLimit ? IsWithin(note) : found.within;
+    }
+
+    SortKey KeyOf(const CProCategoryTree& path) {
+        SortKey key;
         if (path.id < 1) {
             key.kind = SortKey::Kind::None;
-            return;
+            return key;
         }
         if (path.IsUnassigned())
             key.kind = SortKey::Kind::Reserved;
@@ -95,44 +127,52 @@ private:
             const CProCategoryTree* const child = node->children.empty() ? nullptr : &node->children.front();
             if (!child || child->id < 1) {
                 key.openEnd = child && child->id == 0;
-                return;
+                return key;
             }
             node = child;
         }
     }
 
-    /// Dates of different status never tie, and an invalid one ties with none.
-    int32_t TieOf(std::string tree, DateTime::Status status) {
-        if (tree.empty() && status == DateTime::Status::Valid)
-            return kPlainTie;
-        const auto next = static_cast<int32_t>(ties_.size());
-        tree += static_cast<char>(status);
+    /// Dates of different status never tie, and an invalid one ties with none. Below 0, where no path has its tie.
+    int32_t TieOf(int32_t tie, DateTime::Status status) {
         if (status == DateTime::Status::Invalid)
-            tree += std::to_string(next);
-        return ties_.try_emplace(std::move(tree), next).first->second;
+            return --lastOddTie_;
+        const auto [known, isNew] = oddTies_.try_emplace({tie, status}, lastOddTie_ - 1);
+        if (isNew)
+            --lastOddTie_;
+        return known->second;
     }
 
-    static constexpr int32_t kPlainTie = -1;  // of nearly all notes that are sorted by source
+    const ListedNote& limit_;
+    const int32_t sortId_;
+    const bool byCategory_;
+    SortKey key_;
     TextNumbers texts_;
     std::string tree_;
-    std::unordered_map<std::string, int32_t> ties_;
+    std::unordered_map<std::string, PathKey> paths_;
+    std::map<std::pair<int32_t, DateTime::Status>, int32_t> oddTies_;
+    int32_t lastOddTie_ = 0;
 };
 
 }  // namespace
 
-std::vector<SortKey> MakeSortKeys(std::span<const ListedNote> notes, const std::vector<uint32_t>& positions,
-                                  SortBy sortBy) {
-    KeyMaker maker;
-    std::vector<SortKey> keys;
-    keys.reserve(positions.size());
-    for (const uint32_t position : positions)
-        keys.push_back(maker.Make(notes[position], sortBy));
+SortKeys MakeSortKeys(std::span<const ListedNote> notes, const ListedNote& limit, int32_t sortId) {
+    KeyMaker maker(limit, sortId);
+    SortKeys made;
+    made.keys.reserve(notes.size());
+    made.positions.reserve(notes.size());
+    for (uint32_t i = 0; i < notes.size(); ++i) {
+        const SortKey* const key = maker.Make(notes[i]);
+        (key ? made.positions : made.behind).push_back(i);
+        if (key)
+            made.keys.push_back(*key);
+    }
     const std::vector<int32_t> ranks = maker.Texts().Ranks();
-    for (SortKey& key : keys) {
+    for (SortKey& key : made.keys) {
         for (int32_t& level : key.levels)
             level = ranks[static_cast<size_t>(level)];
     }
-    return keys;
+    return made;
 }
 
 }  // namespace lore

@@ -81,17 +81,12 @@ std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sor
     const SortBy sortBy = SortKeyOf(sortId);
     if (sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged)
         return DateOrder(notes, sortBy, descending);
-    const ListedNote limit = Limit(descending);
-    std::vector<uint32_t> sortable, behind;
-    for (uint32_t i = 0; i < notes.size(); ++i) {
-        const bool within = descending ? CompareNotes(notes[i], limit, sortId) : CompareNotes(limit, notes[i], sortId);
-        (within ? sortable : behind).push_back(i);
-    }
+    const SortKeys made = MakeSortKeys(notes, Limit(descending), sortId);
     std::vector<uint32_t> order;
     order.reserve(notes.size());
-    for (const uint32_t picked : SelectionOrder(MakeSortKeys(notes, sortable, sortBy), descending))
-        order.push_back(sortable[picked]);  // cppcheck-suppress containerOutOfBounds; it was filled above
-    order.insert(order.end(), behind.begin(), behind.end());
+    for (const uint32_t picked : SelectionOrder(made.keys, descending))
+        order.push_back(made.positions[picked]);
+    order.insert(order.end(), made.behind.begin(), made.behind.end());
     return order;
 }
 

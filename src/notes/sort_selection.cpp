@@ -1,7 +1,11 @@
 #include "notes/sort_selection.h"
 
 #include <algorithm>
+#include <compare>
+#include <functional>
+#include <iterator>
 #include <memory>
+#include <span>
 #include <unordered_map>
 
 #include "notes/sort_reserved.h"
@@ -139,11 +143,88 @@ private:
     std::vector<Node*> path_;
 };
 
+/// The order of keys none of which is open: that of their levels, where a key stands before the longer ones that begin
+/// with it.
+class ClosedOrder {
+public:
+    ClosedOrder(const std::vector<SortKey>& keys, bool descending)
+        : keys_(keys), descending_(descending), taken_(keys.size()) {}
+
+    Numbers Order() {
+        std::vector<Place> places = Places();
+        std::sort(places.begin(), places.end(), [this](const Place& a, const Place& b) {
+            if (const std::strong_ordering levels = Levels(a, b); levels != 0)
+                return descending_ ? levels > 0 : levels < 0;
+            if (a.date != b.date)
+                return descending_ ? a.date > b.date : a.date < b.date;
+            return a.key > b.key;
+        });
+        Numbers order;
+        order.reserve(places.size());
+        for (size_t from = 0, to = 0; from < places.size(); from = to) {
+            bool oneTie = true;
+            for (to = from; to < places.size() && Levels(places[from], places[to]) == 0; ++to)
+                oneTie = oneTie && keys_[places[to].key].tie == keys_[places[from].key].tie;
+            const std::span group(&places[from], to - from);
+            if (oneTie)
+                std::transform(group.begin(), group.end(), std::back_inserter(order), std::mem_fn(&Place::key));
+            else
+                AppendOfManyTies(group, order);
+        }
+        return order;
+    }
+
+private:
+    struct Place {
+        uint64_t start;  ///< the first two levels, which decide for nearly all; an absent one is below all others
+        int64_t date;
+        uint32_t key;
+    };
+
+    std::vector<Place> Places() const {
+        std::vector<Place> places;
+        places.reserve(keys_.size());
+        for (uint32_t i = 0; i < keys_.size(); ++i) {
+            const SortLevels& levels = keys_[i].levels;
+            const auto level = [&](size_t at) {
+                return at < levels.size() ? static_cast<uint32_t>(levels[at]) + 1 : 0;
+            };
+            places.push_back({static_cast<uint64_t>(level(0)) << 32 | level(1), keys_[i].date, i});
+        }
+        return places;
+    }
+
+    std::strong_ordering Levels(const Place& a, const Place& b) const {
+        const SortLevels& own = keys_[a.key].levels;
+        if (a.start != b.start || own.size() < 2)
+            return a.start <=> b.start;
+        const SortLevels& others = keys_[b.key].levels;
+        return std::lexicographical_compare_three_way(own.begin() + 2, own.end(), others.begin() + 2, others.end());
+    }
+
+    void AppendOfManyTies(std::span<const Place> group, Numbers& order) {
+        EqualKeys equal;
+        for (const Place& place : group)
+            equal.Add(place.key);
+        equal.Order(keys_, descending_);
+        while (!equal.IsEmpty()) {
+            order.push_back(equal.Take(keys_, taken_));
+            taken_[order.back()] = true;
+        }
+    }
+
+    const std::vector<SortKey>& keys_;
+    const bool descending_;
+    std::vector<bool> taken_;
+};
+
 }  // namespace
 
 std::vector<uint32_t> SelectionOrder(const std::vector<SortKey>& keys, bool descending) {
     if (TakesTurns(keys))
         return TakingTurnsOrder(keys, descending);
+    if (std::none_of(keys.begin(), keys.end(), [](const SortKey& key) { return key.openEnd; }))
+        return ClosedOrder(keys, descending).Order();
     Selection selection(keys, descending);
     std::vector<uint32_t> order;
     order.reserve(keys.size());
