@@ -1,6 +1,7 @@
 #include "base/date_time.h"
 
 #include <array>
+#include <chrono>
 #include <cstdio>
 
 #include "base/text.h"
@@ -18,39 +19,8 @@ constexpr std::array<const char*, 12> kMonths = {"January", "February", "March",
 constexpr std::array<const char*, 7> kWeekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                                   "Thursday", "Friday", "Saturday"};
 
-bool IsLeap(int year) {
-    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-}
-
-int DaysInMonth(int year, int month) {
-    constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return month == 2 && IsLeap(year) ? 29 : kDays[static_cast<size_t>(month - 1)];
-}
-
-/// Days from 1970-01-01 in the proleptic Gregorian calendar, counted in years that begin in March; from the year 1 on.
-int64_t DaysFromCivil(int year, int month, int day) {
-    const int64_t y = month <= 2 ? year - 1 : year;
-    const int64_t era = y / 400;
-    const int64_t yearOfEra = y - era * 400;
-    const int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
-}
-
-struct Civil {
-    int64_t year;
-    int month, day;
-};
-
-Civil CivilFromDays(int64_t days) {
-    days += 719468;
-    const int64_t era = days / 146097;
-    const int64_t dayOfEra = days - era * 146097;
-    const int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const int64_t shifted = (5 * dayOfYear + 2) / 153;
-    const int month = static_cast<int>(shifted < 10 ? shifted + 3 : shifted - 9);
-    return {yearOfEra + era * 400 + (month <= 2 ? 1 : 0), month,
-            static_cast<int>(dayOfYear - (153 * shifted + 2) / 5 + 1)};
+std::chrono::sys_seconds Moment(int64_t seconds) {
+    return std::chrono::sys_seconds(std::chrono::seconds(seconds));
 }
 
 std::string Digits(int value, int width) {
@@ -97,8 +67,12 @@ std::string FormatPart(char letter, const DateTime& d) {
 
 DateTime::DateTime(int year, int month, int day, int hour, int minute, int second) {
     status_ = Status::Invalid;
-    if (year < kFirstYear || year > kLastYear || month < 1 || month > 12 || day < 1 || day > DaysInMonth(year, month) ||
-        hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
+    // Larger numbers would be cut before they are judged.
+    if (year < kFirstYear || year > kLastYear || month < 1 || month > 12 || day < 1 || day > 31 || hour < 0 ||
+        hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
+        return;
+    const std::chrono::year_month_day date = std::chrono::year(year) / month / day;
+    if (!date.ok())
         return;
     status_ = Status::Valid;
     year_ = static_cast<int16_t>(year);
@@ -107,7 +81,8 @@ DateTime::DateTime(int year, int month, int day, int hour, int minute, int secon
     hour_ = static_cast<int8_t>(hour);
     minute_ = static_cast<int8_t>(minute);
     second_ = static_cast<int8_t>(second);
-    seconds_ = DaysFromCivil(year, month, day) * kDaySeconds + int64_t{hour} * 3600 + int64_t{minute} * 60 + second;
+    const auto time = std::chrono::hours(hour) + std::chrono::minutes(minute) + std::chrono::seconds(second);
+    seconds_ = (std::chrono::sys_days(date) + time).time_since_epoch().count();
 }
 
 DateTime DateTime::Invalid() {
@@ -117,21 +92,27 @@ DateTime DateTime::Invalid() {
 }
 
 DateTime DateTime::FromSeconds(int64_t seconds) {
-    static const int64_t kLowest = DaysFromCivil(kFirstYear, 1, 1) * kDaySeconds;
-    static const int64_t kEnd = DaysFromCivil(kLastYear + 1, 1, 1) * kDaySeconds;
-    if (seconds < kLowest || seconds >= kEnd)
+    static const int64_t kLowest = DateTime(kFirstYear, 1, 1).Seconds();
+    static const int64_t kHighest = DateTime(kLastYear, 12, 31, 23, 59, 59).Seconds();
+    if (seconds < kLowest || seconds > kHighest)
         return Invalid();
-    const int64_t days = (seconds >= 0 ? seconds : seconds - (kDaySeconds - 1)) / kDaySeconds;
-    const int ofDay = static_cast<int>(seconds - days * kDaySeconds);
-    const Civil civil = CivilFromDays(days);
-    return {static_cast<int>(civil.year), civil.month, civil.day, ofDay / 3600, ofDay / 60 % 60, ofDay % 60};
+    const std::chrono::sys_seconds moment = Moment(seconds);
+    const auto days = std::chrono::floor<std::chrono::days>(moment);
+    const std::chrono::year_month_day date(days);
+    const std::chrono::hh_mm_ss time(moment - days);
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            static_cast<int>(time.hours().count()),
+            static_cast<int>(time.minutes().count()),
+            static_cast<int>(time.seconds().count())};
 }
 
 int DateTime::DayOfWeek() const {
     if (!IsValid())
         return 0;
-    const int64_t days = DaysFromCivil(year_, month_, day_);
-    return static_cast<int>(((days + 4) % 7 + 7) % 7) + 1;  // 1970-01-01 was a Thursday
+    const std::chrono::weekday day(std::chrono::floor<std::chrono::days>(Moment(seconds_)));
+    return static_cast<int>(day.c_encoding()) + 1;
 }
 
 DateTime DateTime::PlusDays(int64_t days) const {
