@@ -94,7 +94,7 @@ bool SourceStore::Replace(CSource source) {
     if (!WriteSources(book, world_.faults)) {
         book.sources.ReplaceSource(before.SourceID, before);
         // While the new list stands on the disk, the notes keep both keys.
-        if (!isRenamed || !StandsOnDisk(newGuid) || WriteSources(book, world_.faults))
+        if (!isRenamed || !MayStandOnDisk(newGuid) || WriteSources(book, world_.faults))
             WriteNotes(identity.Before());
         return false;
     }
@@ -150,11 +150,11 @@ bool SourceStore::WriteNotes(const std::vector<CNote>& notes) {
     return notes.empty() || NoteStore(world_.book, context, world_.faults, world_.texts).SaveNotes(notes).IsEmpty();
 }
 
-/// A write can fail behind the moment in which its file takes its place.
-bool SourceStore::StandsOnDisk(const std::string& guid) {
+/// A write can fail behind the moment in which its file takes its place. A list that can't be read may hold the source.
+bool SourceStore::MayStandOnDisk(const std::string& guid) {
     SourceList stored;
-    stored.LoadSources(world_.book.paths.Sources(), world_.Context());
-    return stored.FindSourceByGUID(guid) != nullptr;
+    const FileResult read = stored.LoadSources(world_.book.paths.Sources(), world_.Context());
+    return (!read.Ok() && !read.Missing()) || stored.FindSourceByGUID(guid) != nullptr;
 }
 
 std::vector<CNote> SourceStore::NotesOf(const LongList& ids) {

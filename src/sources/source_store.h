@@ -34,7 +34,7 @@ public:
 
 private:
     bool WriteNotes(const std::vector<CNote>& notes);
-    bool StandsOnDisk(const std::string& guid);
+    bool MayStandOnDisk(const std::string& guid);
     std::vector<CNote> NotesOf(const LongList& ids);
     void Changed(const LongList& notes);
     void Stamp(const LongList& notes);
