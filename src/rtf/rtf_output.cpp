@@ -108,7 +108,8 @@ void RtfOutput::Character(char32_t c, bool western) {
 void RtfOutput::Unit(uint32_t unit) {
     rtf_ += "\\u";
     AppendNumber(rtf_, static_cast<int16_t>(unit));
-    rtf_ += '?';
+    // Some readers take what stands right behind the number for a part of it, and drop a character more.
+    rtf_ += " ?";
 }
 
 void RtfOutput::Hex(std::string_view bytes) {

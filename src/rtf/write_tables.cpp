@@ -32,7 +32,7 @@ void WriteLevelText(RtfOutput& out, ListKind kind, size_t level) {
     out.Open();
     out.Word("leveltext");
     if (kind == ListKind::kBullet)
-        out.Raw("\\'01\\u8226?;}{\\levelnumbers;}");
+        out.Raw("\\'01\\u8226 ?;}{\\levelnumbers;}");
     else
         out.Raw("\\'02\\'0" + std::to_string(level) + ".;}{\\levelnumbers\\'01;}");
 }

@@ -25,7 +25,7 @@ TEST(RtfCorpus, ReadsAsExpected) {
 }
 
 TEST(RtfCorpus, IsTheSameDocumentWhenWrittenAndReadAgain) {
-    for (const auto& path : RtfFiles()) {
+    for (auto path : RtfFiles()) {
         SCOPED_TRACE(path.filename());
         const std::string rtf = ReadBytes(path);
         const Document document = ReadRtf(rtf);
@@ -34,6 +34,7 @@ TEST(RtfCorpus, IsTheSameDocumentWhenWrittenAndReadAgain) {
         EXPECT_EQ(Describe(again), Describe(document));
         EXPECT_TRUE(again == document);
         EXPECT_EQ(WriteRtf(again), written);
+        EXPECT_EQ(written, Expected(path.replace_extension(".written"), written));
         EXPECT_EQ(WhatIsWrongWith(rtf), "");
     }
 }

@@ -159,6 +159,19 @@ TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
     }
 }
 
+TEST(RtfText, ReadsTheFirstSixtyCodePagesOfAFileAndTheRestAsWestern) {
+    for (const auto& [others, text] : {std::pair(60, "\xD0\x9F"), std::pair(70, "\xC3\x8F")}) {
+        std::string rtf = "{\\rtf1\\ansi{\\fonttbl{\\f0\\cpg1251 C;}";
+        std::string used, expected;
+        for (int i = 1; i <= others; ++i) {
+            rtf += "{\\f" + std::to_string(i) + "\\cpg" + std::to_string(60000 + i) + " F;}";
+            used += "\\f" + std::to_string(i) + "\\'e1";
+            expected += "\xC3\xA1";
+        }
+        EXPECT_EQ(PlainText(rtf + "}" + used + "\\f0\\'cf}"), expected + text);
+    }
+}
+
 }  // namespace
 
 }  // namespace lore
