@@ -18,7 +18,8 @@ struct SortKey {
     SortLevels levels;     ///< ranks; the first differing one decides
     bool openEnd = false;  ///< neither before nor behind longer keys that begin with its levels
     Kind kind = Kind::Plain;
-    int32_t tie = 0;  ///< keys with equal levels and equal ties are ordered by date, with unequal ties by nothing
+    bool starts = true;  ///< comes before the limit, so that a walk can begin with it
+    int32_t tie = 0;     ///< keys with equal levels and equal ties are ordered by date, with unequal ties by nothing
     int64_t date = 0;
 };
 

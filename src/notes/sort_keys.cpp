@@ -65,14 +65,16 @@ public:
     KeyMaker(const ListedNote& limit, int32_t sortId)
         : limit_(limit), sortId_(sortId), byCategory_(SortKeyOf(sortId) == SortBy::Categories) {}
 
-    /// Null if the note doesn't come before the limit.
-    const SortKey* Make(const ListedNote& note) {
-        const bool within = byCategory_ ? TakePath(note) : TakeCitations(note);
+    const SortKey& Make(const ListedNote& note) {
+        if (byCategory_)
+            TakePath(note);
+        else
+            TakeCitations(note);
         const DateTime& date = note.note->dateCreated;
         key_.date = date.Seconds();
         if (date.GetStatus() != DateTime::Status::Valid)
             key_.tie = TieOf(key_.tie, date.GetStatus());
-        return within ? &key_ : nullptr;
+        return key_;
     }
 
     const TextNumbers& Texts() const { return texts_; }
@@ -81,23 +83,22 @@ private:
     /// What notes of one path have in common.
     struct PathKey {
         SortKey key;
-        bool within = false;
         bool isLimit = false;  ///< the path is that of the limit, so that dates decide
     };
 
-    bool IsWithin(const ListedNote& note) const {
+    bool Starts(const ListedNote& note) const {
         return IsDescendingId(sortId_) ? CompareNotes(note, limit_, sortId_) : CompareNotes(limit_, note, sortId_);
     }
 
-    bool TakeCitations(const ListedNote& note) {
+    void TakeCitations(const ListedNote& note) {
         key_.levels.clear();
         for (const std::string& citation : SortCitations(note))
             key_.levels.push_back(texts_.NumberOf(citation));
         key_.tie = 0;
-        return IsWithin(note);
+        key_.starts = Starts(note);
     }
 
-    bool TakePath(const ListedNote& note) {
+    void TakePath(const ListedNote& note) {
         const CProCategoryTree& path = SortPath(*note.note);
         tree_.clear();
         AppendTree(path, tree_);
@@ -106,11 +107,12 @@ private:
         if (isNew) {
             found.key = KeyOf(path);
             found.key.tie = static_cast<int32_t>(paths_.size());
-            found.within = IsWithin(note);
+            found.key.starts = Starts(note);
             found.isLimit = path.IsSameTree(SortPath(*limit_.note));
         }
         key_ = found.key;
-        return found.isLimit ? IsWithin(note) : found.within;
+        if (found.isLimit)
+            key_.starts = Starts(note);
     }
 
     SortKey KeyOf(const CProCategoryTree& path) {
@@ -156,23 +158,18 @@ private:
 
 }  // namespace
 
-SortKeys MakeSortKeys(std::span<const ListedNote> notes, const ListedNote& limit, int32_t sortId) {
+std::vector<SortKey> MakeSortKeys(std::span<const ListedNote> notes, const ListedNote& limit, int32_t sortId) {
     KeyMaker maker(limit, sortId);
-    SortKeys made;
-    made.keys.reserve(notes.size());
-    made.positions.reserve(notes.size());
-    for (uint32_t i = 0; i < notes.size(); ++i) {
-        const SortKey* const key = maker.Make(notes[i]);
-        (key ? made.positions : made.behind).push_back(i);
-        if (key)
-            made.keys.push_back(*key);
-    }
+    std::vector<SortKey> keys;
+    keys.reserve(notes.size());
+    for (const ListedNote& note : notes)
+        keys.push_back(maker.Make(note));
     const std::vector<int32_t> ranks = maker.Texts().Ranks();
-    for (SortKey& key : made.keys) {
+    for (SortKey& key : keys) {
         for (int32_t& level : key.levels)
             level = ranks[static_cast<size_t>(level)];
     }
-    return made;
+    return keys;
 }
 
 }  // namespace lore

@@ -81,12 +81,14 @@ std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sor
     const SortBy sortBy = SortKeyOf(sortId);
     if (sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged)
         return DateOrder(notes, sortBy, descending);
-    const SortKeys made = MakeSortKeys(notes, Limit(descending), sortId);
-    std::vector<uint32_t> order;
-    order.reserve(notes.size());
-    for (const uint32_t picked : SelectionOrder(made.keys, descending))
-        order.push_back(made.positions[picked]);
-    order.insert(order.end(), made.behind.begin(), made.behind.end());
+    std::vector<uint32_t> order = SelectionOrder(MakeSortKeys(notes, Limit(descending), sortId), descending);
+    std::vector<bool> picked(notes.size());
+    for (const uint32_t position : order)
+        picked[position] = true;
+    for (uint32_t i = 0; i < notes.size(); ++i) {
+        if (!picked[i])
+            order.push_back(i);
+    }
     return order;
 }
 

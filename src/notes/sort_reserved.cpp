@@ -31,8 +31,10 @@ bool Displaces(const SortKey& key, const SortKey& best, bool descending) {
 
 }  // namespace
 
-bool TakesTurns(const std::vector<SortKey>& keys) {
-    return HasKind(keys, SortKey::Kind::None) && HasKind(keys, SortKey::Kind::Reserved);
+bool TakesTurns(const std::vector<SortKey>& keys, bool descending) {
+    const auto isBlank = [](const SortKey& key) { return !key.starts && key.kind == SortKey::Kind::Plain; };
+    return HasKind(keys, SortKey::Kind::None) &&
+           (HasKind(keys, SortKey::Kind::Reserved) || (descending && std::any_of(keys.begin(), keys.end(), isBlank)));
 }
 
 std::vector<uint32_t> TakingTurnsOrder(const std::vector<SortKey>& keys, bool descending) {
@@ -44,9 +46,12 @@ std::vector<uint32_t> TakingTurnsOrder(const std::vector<SortKey>& keys, bool de
     size_t at = 0;
     while (!left.empty()) {
         for (; at < left.size(); ++at) {
-            if (best.empty() || Displaces(keys[left[at]], keys[best.back()], descending))
+            const SortKey& key = keys[left[at]];
+            if (best.empty() ? key.starts : Displaces(key, keys[best.back()], descending))
                 best.push_back(left[at]);
         }
+        if (best.empty())
+            break;
         const auto picked = std::lower_bound(left.begin(), left.end(), best.back());
         at = static_cast<size_t>(picked - left.begin());
         order.push_back(best.back());

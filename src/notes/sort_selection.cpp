@@ -67,14 +67,26 @@ class Selection {
 public:
     Selection(const std::vector<SortKey>& keys, bool descending)
         : keys_(keys), descending_(descending), taken_(keys.size()) {
-        Numbers sorted(keys.size());
-        for (uint32_t i = 0; i < sorted.size(); ++i)
-            sorted[i] = i;
+        Numbers sorted;
+        sorted.reserve(keys.size());
+        for (uint32_t i = 0; i < keys.size(); ++i) {
+            if (keys[i].starts)
+                sorted.push_back(i);
+        }
         std::sort(sorted.begin(), sorted.end(),
                   [&](uint32_t a, uint32_t b) { return keys[a].levels < keys[b].levels; });
         root_ = Build(sorted.data(), sorted.data() + sorted.size(), 0);
     }
 
+    Numbers Order() {
+        Numbers order;
+        order.reserve(root_->left);
+        while (root_->left > 0)
+            order.push_back(Pick());
+        return order;
+    }
+
+private:
     uint32_t Pick() {
         std::vector<Node*>& path = path_;
         path.assign(1, root_.get());
@@ -88,7 +100,6 @@ public:
         return picked;
     }
 
-private:
     /// From keys sorted by levels, all equal before `level`.
     std::unique_ptr<Node> Build(const uint32_t* begin, const uint32_t* end, size_t level) {
         auto node = std::make_unique<Node>();
@@ -185,6 +196,8 @@ private:
         std::vector<Place> places;
         places.reserve(keys_.size());
         for (uint32_t i = 0; i < keys_.size(); ++i) {
+            if (!keys_[i].starts)
+                continue;
             const SortLevels& levels = keys_[i].levels;
             const auto level = [&](size_t at) {
                 return at < levels.size() ? static_cast<uint32_t>(levels[at]) + 1 : 0;
@@ -221,16 +234,11 @@ private:
 }  // namespace
 
 std::vector<uint32_t> SelectionOrder(const std::vector<SortKey>& keys, bool descending) {
-    if (TakesTurns(keys))
+    if (TakesTurns(keys, descending))
         return TakingTurnsOrder(keys, descending);
     if (std::none_of(keys.begin(), keys.end(), [](const SortKey& key) { return key.openEnd; }))
         return ClosedOrder(keys, descending).Order();
-    Selection selection(keys, descending);
-    std::vector<uint32_t> order;
-    order.reserve(keys.size());
-    while (order.size() < keys.size())
-        order.push_back(selection.Pick());
-    return order;
+    return Selection(keys, descending).Order();
 }
 
 }  // namespace lore

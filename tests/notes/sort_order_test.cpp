@@ -52,20 +52,20 @@ std::vector<int32_t> SelectedIds(const std::vector<ListedNote>& notes, int32_t s
     const auto replaces = [&](const ListedNote& note, const ListedNote& best) {
         return descending ? CompareNotes(note, best, sortId) : CompareNotes(best, note, sortId);
     };
-    std::vector<ListedNote> left, behind;
-    for (const ListedNote& note : notes)
-        (replaces(note, limit) ? left : behind).push_back(note);
+    std::vector<ListedNote> left = notes;
     std::vector<int32_t> ids;
     while (!left.empty()) {
-        size_t best = 0;
-        for (size_t i = 1; i < left.size(); ++i) {
-            if (replaces(left[i], left[best]))
-                best = i;
+        const ListedNote* best = &limit;
+        for (const ListedNote& note : left) {
+            if (replaces(note, *best))
+                best = &note;
         }
-        ids.push_back(left[best].Id());
-        left.erase(left.begin() + static_cast<std::ptrdiff_t>(best));
+        if (best == &limit)
+            break;
+        ids.push_back(best->Id());
+        left.erase(left.begin() + (best - left.data()));
     }
-    for (const ListedNote& note : behind)
+    for (const ListedNote& note : left)
         ids.push_back(note.Id());
     return ids;
 }
@@ -128,13 +128,13 @@ TEST(SortOrder, IsThatOfTheSelectionForRandomLists) {
     }
 }
 
-TEST(SortOrder, IsThatOfTheSelectionForAlternatingReservedPathsAndNotesWithoutCategory) {
+TEST(SortOrder, IsThatOfTheSelectionForAlternatingReservedAndBlankPathsAndNotesWithoutCategory) {
     std::mt19937 random(7);
     for (int round = 0; round < 300; ++round) {
         std::vector<ListedNote> notes;
         for (int32_t id = 1; id <= 12; ++id) {
-            const CProCategoryTree paths[] = {CProCategoryTree(), Path({{21122112, "m"}}), Path({{21122112, "c"}}),
-                                              Path({{4, "d"}}), Path({{5, "x"}, {6, "y"}})};
+            const CProCategoryTree paths[] = {CProCategoryTree(), Path({{21122112, "m"}}),    Path({{21122112, "c"}}),
+                                              Path({{4, "d"}}),   Path({{5, "x"}, {6, "y"}}), Path({{7, " "}})};
             notes.push_back(Filed(id, paths[random() % std::size(paths)]));
         }
         for (const int32_t id : {704, 804})
