@@ -58,7 +58,7 @@ public:
         app.add_flag("--sorted", sorted_, "The ids in the order of their citations");
     }
     ExitStatus Run(Session& session) override {
-        auto data = LoadBibliographyData(session, sorted_);
+        auto data = LoadBibliographyData(session, {.authors = sorted_ || !session.Json(), .types = sorted_});
         if (!data)
             return ExitStatus::NothingFound;
         if (sorted_) {

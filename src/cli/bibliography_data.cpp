@@ -168,16 +168,17 @@ bool ForEach(const std::string& file, const Json& json, const char* key, Taker t
 
 }  // namespace
 
-std::optional<BibliographyData> LoadBibliographyData(Session& session, bool linked) {
+std::optional<BibliographyData> LoadBibliographyData(Session& session, BibliographyParts parts) {
     const auto noteBook = session.NoteBook();
     if (!noteBook)
         return std::nullopt;
     const NoteBookPaths paths(session.Data(), noteBook->folder);
     BibliographyData data;
-    session.Check(data.authors.LoadAuthors(paths.Authors()), "The authors could not be read", paths.Authors());
+    if (parts.authors)
+        session.Check(data.authors.LoadAuthors(paths.Authors()), "The authors could not be read", paths.Authors());
     session.Check(data.sources.LoadSources(paths.Sources(), session.Context()), "The sources could not be read",
                   paths.Sources());
-    if (linked) {
+    if (parts.types) {
         session.Check(data.types.LoadTypes(paths.SourceTypes(), session.Context()),
                       "The source types could not be read", paths.SourceTypes());
         data.sources.LinkCustomTypes(data.types);

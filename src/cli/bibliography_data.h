@@ -17,9 +17,15 @@ struct BibliographyData {
     std::vector<CAuthor> listedAuthors;  ///< of a JSON file: as listed there, also those whose number isn't their own
 };
 
-/// Reads the authors and sources of the session's NoteBook. With `linked` sources of custom types take the present
-/// definition of their type, as they do when the NoteBook is opened. Nothing if there is no such NoteBook.
-std::optional<BibliographyData> LoadBibliographyData(Session& session, bool linked);
+/// What is read beside the sources. With types, sources of custom types take the present definition of their type, as
+/// they do when the NoteBook is opened.
+struct BibliographyParts {
+    bool authors = true, types = true;
+};
+
+/// Reads the sources of the session's NoteBook, and what citations need beside them. Nothing if there is no such
+/// NoteBook.
+std::optional<BibliographyData> LoadBibliographyData(Session& session, BibliographyParts parts = {});
 
 /// Reads `{"authors":[...],"sources":[...]}` with the fields of the two records; a missing field has its default.
 /// Nothing, told on standard error, if the file can't be read or isn't of that form; `status` then says why.

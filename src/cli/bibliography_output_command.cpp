@@ -43,13 +43,18 @@ public:
     const char* Name() const override { return "bibliography"; }
     const char* Help() const override { return "Writes a bibliography as .dat, .html, .rtf, .odt, .pdf or .txt"; }
     void Declare(CLI::App& app) override {
-        app.add_option("SOURCEID", ids_, "Sources by number; all when none is given");
+        app.add_option("SOURCEID", ids_, "Sources by number; all when none is given")->transform(DecimalNumber());
         app.add_option("--out", out_, "The file, whose ending says the form")->type_name("FILE")->required();
         app.add_option("--style", selection_.style, "A citation style by number for all sources")
             ->type_name("N")
-            ->check(CLI::Range(0, kStyleCount - 1));
-        app.add_option("--indent", selection_.indentSpaces, "Blanks of the hanging indent, 0 to 10")->type_name("N");
-        app.add_option("--et-al", selection_.authorsBeforeEtAl, "Authors before \"et al\", 1 to 15")->type_name("N");
+            ->check(CLI::Range(0, kStyleCount - 1))
+            ->transform(DecimalNumber());
+        app.add_option("--indent", selection_.indentSpaces, "Blanks of the hanging indent, 0 to 10")
+            ->type_name("N")
+            ->transform(DecimalNumber());
+        app.add_option("--et-al", selection_.authorsBeforeEtAl, "Authors before \"et al\", 1 to 15")
+            ->type_name("N")
+            ->transform(DecimalNumber());
         app.add_flag("--unsorted", unsorted_, "In the order of the ids, or of the file");
     }
     ExitStatus Run(Session& session) override {
@@ -62,7 +67,7 @@ public:
             PrintError("\"" + out_ + "\" belongs to the data folder; choose another file");
             return ExitStatus::WrongUsage;
         }
-        auto data = LoadBibliographyData(session, true);
+        auto data = LoadBibliographyData(session);
         if (!data)
             return ExitStatus::NothingFound;
         for (const int32_t id : ids_)

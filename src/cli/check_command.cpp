@@ -75,10 +75,11 @@ private:
     static void PrintAsJson(const std::vector<Repair>& repairs, const std::vector<Finding>& findings) {
         Json list = Json::array();
         for (const Repair& repair : repairs)
-            list.push_back({{"kind", "mended"}, {"file", repair.file}, {"text", JsonText(repair.text)}});
+            list.push_back({{"kind", "mended"}, {"file", JsonText(repair.file)}, {"text", JsonText(repair.text)}});
         for (const Finding& finding : findings)
-            list.push_back(
-                {{"kind", FindingKindName(finding.kind)}, {"file", finding.file}, {"text", JsonText(finding.text)}});
+            list.push_back({{"kind", FindingKindName(finding.kind)},
+                            {"file", JsonText(finding.file)},
+                            {"text", JsonText(finding.text)}});
         PrintJson(list);
     }
 

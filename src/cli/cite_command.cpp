@@ -52,16 +52,21 @@ public:
     const char* Name() const override { return "cite"; }
     const char* Help() const override { return "Shows sources as they are cited"; }
     void Declare(CLI::App& app) override {
-        auto* const ids = app.add_option("SOURCEID", ids_, "Sources by number; all when none is given");
-        app.add_option("--style", style_, "A citation style by number, for this run only")->type_name("N");
-        app.add_option("--width", width_, "Also wrapped for this width in characters")->type_name("W");
+        auto* const ids =
+            app.add_option("SOURCEID", ids_, "Sources by number; all when none is given")->transform(DecimalNumber());
+        app.add_option("--style", style_, "A citation style by number, for this run only")
+            ->type_name("N")
+            ->transform(DecimalNumber());
+        app.add_option("--width", width_, "Also wrapped for this width in characters")
+            ->type_name("W")
+            ->transform(DecimalNumber());
         app.add_option("--file", file_, "Sources of a JSON file instead of the NoteBook's")
             ->type_name("FILE.json")
             ->excludes(ids);
     }
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::NothingFound;
-        auto data = file_ ? ReadBibliographyJson(session, *file_, status) : LoadBibliographyData(session, true);
+        auto data = file_ ? ReadBibliographyJson(session, *file_, status) : LoadBibliographyData(session);
         if (!data)
             return status;
         std::vector<CSource> chosen = Chosen(*data);

@@ -15,7 +15,10 @@ public:
     const char* Name() const override { return "categories"; }
     const char* Help() const override { return "Shows the category forest with the numbers of notes"; }
     void Declare(CLI::App& app) override {
-        app.add_option("--set", set_, "Count only this category set")->check(CLI::Range(1, kSetCount))->type_name("N");
+        app.add_option("--set", set_, "Count only this category set")
+            ->check(CLI::Range(1, kSetCount))
+            ->type_name("N")
+            ->transform(DecimalNumber());
     }
     ExitStatus Run(Session& session) override {
         OpenNoteBook book;

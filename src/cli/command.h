@@ -1,14 +1,18 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/session.h"
 
 namespace CLI {
 class App;
-}
+class Validator;
+}  // namespace CLI
 
 namespace lore {
 
@@ -47,7 +51,12 @@ void AddExchangeCommands(Commands& commands);
 /// Runs a whole command line and gives its exit status.
 int RunCommandLine(int argc, char** argv);
 
-/// "3,7,12" as numbers, each once; nothing if it holds anything else.
+/// A whole number of 32 bits in decimal digits, with or without a sign; nothing if the text is anything else.
+std::optional<int32_t> ParseNumber(std::string_view text);
+/// The form of each option and argument that is a number, for its transform: the library would take "010" for eight and
+/// an empty text for nought.
+CLI::Validator DecimalNumber();
+/// "3,7,12" as numbers, each once; false if it holds anything else.
 bool ParseIds(const std::string& text, LongList& ids);
 /// "YYYY-MM-DD", "YYYY-MM-DDTHH:MM:SS" or "YYYY-MM-DD HH:MM[:SS]"; false for anything else.
 bool ParseDateArgument(const std::string& text, DateTime& date);

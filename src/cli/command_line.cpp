@@ -1,8 +1,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <new>
+#include <utility>
 
 #include "base/text.h"
 #include "cli/command.h"
@@ -42,6 +44,27 @@ void DeclareGlobals(CLI::App& app, GlobalOptions& options) {
     app.require_subcommand(1);
 }
 
+/// Tells an option that was given without a text. An empty one names nothing, not what stands for it when it is left
+/// out.
+ExitStatus CheckGiven(const CLI::App& app, const GlobalOptions& options) {
+    const auto isEmpty = [&app](const char* name, const std::string& text) {
+        return text.empty() && app.count(name) > 0;
+    };
+    if (isEmpty("--data", options.data)) {
+        PrintError("--data needs the name of a folder");
+        return ExitStatus::WrongUsage;
+    }
+    if (isEmpty("--settings", options.settings)) {
+        PrintError("--settings needs the name of a file");
+        return ExitStatus::WrongUsage;
+    }
+    if (isEmpty("--notebook", options.notebook)) {
+        PrintNoNoteBook(options.notebook);
+        return ExitStatus::NothingFound;
+    }
+    return ExitStatus::Done;
+}
+
 int Finish(ExitStatus status, const PrintedFaults& faults) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         PrintError("standard output could not be written");
@@ -55,14 +78,36 @@ int Finish(ExitStatus status, const PrintedFaults& faults) {
 
 }  // namespace
 
+std::optional<int32_t> ParseNumber(std::string_view text) {
+    const bool hasSign = text.starts_with('+') || text.starts_with('-');
+    const std::string_view digits = text.substr(hasSign ? 1 : 0);
+    int64_t number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc() || end != digits.data() + digits.size() || digits.starts_with('-'))
+        return std::nullopt;
+    number = text.starts_with('-') ? -number : number;
+    return std::in_range<int32_t>(number) ? std::optional(static_cast<int32_t>(number)) : std::nullopt;
+}
+
+CLI::Validator DecimalNumber() {
+    const auto toDecimal = [](std::string& text) -> std::string {
+        const std::optional<int32_t> number = ParseNumber(text);
+        if (!number)
+            return "takes a whole number in decimal digits, of 32 bits, not \"" + text + "\"";
+        text = std::to_string(*number);
+        return {};
+    };
+    return CLI::Validator(toDecimal, "");
+}
+
 bool ParseIds(const std::string& text, LongList& ids) {
     for (size_t from = 0; from <= text.size();) {
         const size_t comma = std::min(text.find(',', from), text.size());
         const std::string_view piece = Trim(std::string_view(text).substr(from, comma - from));
-        const std::string_view digits = piece.starts_with('-') ? piece.substr(1) : piece;
-        if (digits.empty() || digits.find_first_not_of("0123456789") != std::string_view::npos)
+        const std::optional<int32_t> id = ParseNumber(piece);
+        if (!id)
             return false;
-        ids.AddUnique(ParseInt(piece));
+        ids.AddUnique(*id);
         from = comma + 1;
     }
     return true;
@@ -95,10 +140,8 @@ int RunCommandLine(int argc, char** argv) try {
         return Finish(app.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage,
                       PrintedFaults("lorebinder-cli"));
     }
-    if (options.data.empty() && app.count("--data") > 0) {
-        PrintError("--data needs the name of a folder");
-        return static_cast<int>(ExitStatus::WrongUsage);
-    }
+    if (const ExitStatus given = CheckGiven(app, options); given != ExitStatus::Done)
+        return static_cast<int>(given);
     const std::string name = app.get_subcommands().front()->get_name();
     const auto chosen =
         std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });

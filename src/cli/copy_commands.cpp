@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 
 #include "base/text.h"
@@ -22,7 +23,7 @@ public:
     const char* Help() const override { return "Copies notes to another NoteBook"; }
     void Declare(CLI::App& app) override {
         app.add_option("--to", target_, "The NoteBook to copy to")->type_name("NOTEBOOK")->required();
-        app.add_option("ID", ids_, "The notes")->required();
+        app.add_option("ID", ids_, "The notes")->required()->transform(DecimalNumber());
     }
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
@@ -46,14 +47,11 @@ public:
 private:
     ExitStatus Check(const OpenNoteBook& book, const std::optional<CDatabase>& target) const {
         for (const int32_t id : ids_) {
-            if (!book.index.Contains(id)) {
-                PrintError("there is no note " + std::to_string(id) + " in this NoteBook");
-                return ExitStatus::NothingFound;
-            }
+            if (!book.index.Contains(id))
+                return NoSuchNote(id);
         }
         if (!target) {
-            PrintError("there is no NoteBook \"" + target_ +
-                       "\"; the command \"notebooks\" lists those that there are");
+            PrintNoNoteBook(target_);
             return ExitStatus::NothingFound;
         }
         if (target->folder == book.database.folder) {
@@ -73,6 +71,9 @@ private:
         Settings& settings = session.GetSettings();
         EnsureLocalGuid(settings, session.Guids());
         IdCounters counters = session.Counters();
+        // The counter may lie behind the notes of the first NoteBook, which is opened for reading alone.
+        for (const int32_t id : book.index.AllIDs())
+            counters.MaxNoteID = std::max(counters.MaxNoteID, id);
         const CopyWorld world{book,
                               session.Data(),
                               counters,
@@ -85,13 +86,13 @@ private:
         return CopyNotesToNoteBook(list, target, world);
     }
     static ExitStatus Print(const Session& session, const CDatabase& target, const CopyResult& result) {
-        if (result.copied <= 0)
+        if (result.copied < 0 || (result.copied == 0 && result.newer == 0))
             return ExitStatus::Fault;
         if (session.Json())
             PrintJson({{"copied", result.copied}, {"ids", JsonIds(result.ids)}, {"notebook", JsonText(target.name)}});
         else
             std::printf("%d notes copied to \"%s\"\n", result.copied, ToUtf8(target.name).c_str());
-        return ExitStatus::Done;
+        return result.copied > 0 ? ExitStatus::Done : ExitStatus::NothingFound;
     }
 
     std::string target_;
@@ -137,7 +138,7 @@ private:
         if (session.Json()) {
             Json files = Json::array();
             for (const std::filesystem::path& file : done.files)
-                files.push_back(file.string());
+                files.push_back(JsonText(file.string()));
             return PrintJson({{"notes", done.notes}, {"files", std::move(files)}});
         }
         for (const std::filesystem::path& file : done.files)

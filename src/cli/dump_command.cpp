@@ -20,6 +20,7 @@ struct Dump {
     Json version = nullptr;
     Json records = Json::array();
     Json extra = Json::object();  ///< further keys of the document
+    std::string damage;           ///< what is wrong with the file, behind "it"; empty if nothing is known to be
 };
 
 using Path = std::filesystem::path;
@@ -30,7 +31,15 @@ FileResult DumpNotes(const Path& path, const ReadContext& context, Dump& dump) {
     while (result.Ok() && reader.Next())
         dump.records.push_back(JsonNoteRecord(reader.TakeNote()));
     dump.version = reader.Version();
+    if (result.Ok() && reader.IsDamaged())
+        dump.damage = reader.DamageText();
     return result;
+}
+
+/// For the readers that don't tell which of the two it is.
+void KeepDamage(bool isWhole, Dump& dump) {
+    if (!isWhole)
+        dump.damage = "breaks off, or holds more than its records";
 }
 
 FileResult DumpAuthors(const Path& path, const ReadContext&, Dump& dump) {
@@ -39,6 +48,7 @@ FileResult DumpAuthors(const Path& path, const ReadContext&, Dump& dump) {
     for (const CAuthor& author : authors)
         dump.records.push_back(JsonAuthor(author));
     dump.version = authors.Version();
+    KeepDamage(authors.ReadWhole(), dump);
     return result;
 }
 
@@ -48,6 +58,7 @@ FileResult DumpSources(const Path& path, const ReadContext& context, Dump& dump)
     for (const CSource& source : sources)
         dump.records.push_back(JsonSource(source));
     dump.version = sources.Version();
+    KeepDamage(sources.ReadWhole(), dump);
     return result;
 }
 
@@ -57,6 +68,7 @@ FileResult DumpTypes(const Path& path, const ReadContext& context, Dump& dump) {
     for (const CCustomSourceType& type : types)
         dump.records.push_back(JsonCustomType(type));
     dump.version = types.Version();
+    KeepDamage(types.ReadWhole(), dump);
     return result;
 }
 
@@ -69,6 +81,7 @@ FileResult DumpStream(const Path& path, Dump& dump, Read read) {
         return result;
     dump.version = ReadFixedDouble(stream.get());
     ReadCounted(stream.get(), [&] { dump.records.push_back(read(stream.get())); });
+    KeepDamage(stream->ReadWhole(), dump);
     return result;
 }
 
@@ -100,7 +113,9 @@ FileResult DumpBibliography(const Path& path, const ReadContext& context, Dump& 
 FileResult DumpNoteBooks(const Path& path, const ReadContext& context, Dump& dump) {
     std::vector<CDatabase> list;
     double version = 0;
-    const FileResult result = LoadDatabases(path, context, list, version);
+    bool isWhole = true;
+    const FileResult result = LoadDatabases(path, context, list, version, &isWhole);
+    KeepDamage(isWhole, dump);
     for (const CDatabase& noteBook : list)
         dump.records.push_back(JsonNoteBook(noteBook));
     dump.version = version;
@@ -121,6 +136,7 @@ FileResult DumpSyncLog(const Path& path, const ReadContext&, Dump& dump) {
     Json json = JsonSyncLog(log, hasHead);
     dump.extra["head"] = json["head"];
     dump.records = json["records"];
+    KeepDamage(log.ReadWhole(), dump);
     return result;
 }
 
@@ -135,6 +151,7 @@ FileResult DumpCalendar(const Path& path, const ReadContext& context, Dump& dump
     dump.version = read(*stream, list, context);
     for (const auto& record : list)
         dump.records.push_back(toJson(record));
+    KeepDamage(stream->ReadWhole(), dump);
     return result;
 }
 
@@ -182,9 +199,19 @@ FileResult DumpExport(const Path& path, const ReadContext& context, Dump& dump) 
         dump.records.push_back(WithSources(entry.note, entry.sources, JsonExportSource));
     dump.version = reader.Version();
     dump.extra["exportDate"] = JsonDate(reader.ExportDate());
-    if (reader.SourcesNote())
-        dump.extra["sourcesNote"] =
-            WithSources(reader.SourcesNote()->note, reader.SourcesNote()->sources, JsonExportSource);
+    std::optional<ArchiveNote> sourcesNote = reader.SourcesNote();
+    if (result.Ok() && !reader.IsWhole()) {
+        dump.damage = reader.IsLaterVersion() ? "comes from a later version" : reader.DamageText();
+        if (std::optional<PlainArchive> plain = reader.ReadPlain()) {
+            dump.damage.clear();
+            dump.records = Json::array();
+            for (const ArchiveNote& note : plain->notes)
+                dump.records.push_back(WithSources(note.note, note.sources, JsonExportSource));
+            sourcesNote = std::move(plain->sourcesNote);
+        }
+    }
+    if (sourcesNote)
+        dump.extra["sourcesNote"] = WithSources(sourcesNote->note, sourcesNote->sources, JsonExportSource);
     return result;
 }
 
@@ -226,6 +253,8 @@ public:
             PrintError(file_ + " could not be read: " + result.Reason());
             return ExitStatus::NothingFound;
         }
+        if (!dump.damage.empty())
+            PrintError(file_ + " was not read whole: it " + dump.damage);
         Json json = {{"version", std::move(dump.version)}};
         json.update(dump.extra);
         json["records"] = std::move(dump.records);

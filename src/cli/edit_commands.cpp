@@ -14,12 +14,6 @@ namespace lore {
 
 namespace {
 
-/// Heights are pixels of the board, which are three quarters of a point.
-NewTextLook LookOfNewText(const Session& session) {
-    const FontSetting font = LoadFontSetting(session.Store(), kEditTextFont, DefaultEditTextFont());
-    return {ToUtf8(font.faceName), font.height * 3 / 2};
-}
-
 ExitStatus StatusOf(SaveOutcome outcome) {
     switch (outcome) {
         case SaveOutcome::Saved:
@@ -33,15 +27,10 @@ ExitStatus StatusOf(SaveOutcome outcome) {
     return ExitStatus::Fault;
 }
 
-ExitStatus NoSuchNote(int32_t id) {
-    PrintError("there is no note " + std::to_string(id) + " in this NoteBook");
-    return ExitStatus::NothingFound;
-}
-
 /// The rich text of a file, or nothing, told.
 std::optional<std::string> TextOfFile(Session& session, const std::string& file) {
     std::string rtf;
-    const FileResult result = ReadNoteText(file, LookOfNewText(session), rtf);
+    const FileResult result = ReadNoteText(file, LookOfNewText(session.Store()), rtf);
     if (result.Ok())
         return rtf;
     session.Faults().Tell({"The file could not be read", file, result.Reason()});
@@ -124,7 +113,7 @@ public:
     const char* Name() const override { return "edit"; }
     const char* Help() const override { return "Changes a note as the editor does"; }
     void Declare(CLI::App& app) override {
-        app.add_option("ID", id_, "The note's number")->required();
+        app.add_option("ID", id_, "The note's number")->required()->transform(DecimalNumber());
         app.add_option("--rtf", rtf_, "Its new text, a file as for \"add\"")->type_name("FILE");
         changes_.Declare(app);
         app.add_flag("--no-sources", changes_.noSources, "Take its sources away");
@@ -142,17 +131,17 @@ public:
         EditRun run(session);
         if (!run.Open(status, {&id_, 1}))
             return status;
-        const auto notes = FindNotes(run.Book().index, LongList{id_}, session.Context(), session.Faults());
-        if (notes.empty())
+        const std::optional<CNote> note = FindNote(run.Book().index, id_, session.Context(), session.Faults());
+        if (!note)
             return NoSuchNote(id_);
-        std::string rtf = notes.front().rtfText;
+        std::string rtf = note->rtfText;
         if (rtf_) {
             auto read = TextOfFile(session, *rtf_);
             if (!read)
                 return ExitStatus::Fault;
             rtf = std::move(*read);
         }
-        EditNoteSession edited = EditNoteSession::ForNote(run.World(), notes.front());
+        EditNoteSession edited = EditNoteSession::ForNote(run.World(), *note);
         if (!Attach(edited))
             return ExitStatus::Fault;
         if (!changes_.Apply(session, run.Book(), edited, status))
@@ -199,7 +188,9 @@ class DeleteCommand : public Command {
 public:
     const char* Name() const override { return "delete"; }
     const char* Help() const override { return "Deletes notes with their attachment files"; }
-    void Declare(CLI::App& app) override { app.add_option("ID", ids_, "The notes' numbers")->required(); }
+    void Declare(CLI::App& app) override {
+        app.add_option("ID", ids_, "The notes' numbers")->required()->transform(DecimalNumber());
+    }
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
         EditRun run(session);

@@ -52,16 +52,21 @@ struct EventOptions {
         app.add_option("--start", start, "First moment; a day alone makes it last whole days")->type_name("DATE");
         app.add_option("--end", end, "Last moment; an hour after the start, or the same day")->type_name("DATE");
         app.add_flag("--all-day", allDay, "Whole days");
-        app.add_option("--color", color, "Number of its bar's colour")->check(CLI::Range(1, kColors));
+        app.add_option("--color", color, "Number of its bar's colour")
+            ->check(CLI::Range(1, kColors))
+            ->transform(DecimalNumber());
         app.add_option("--popup", popups, "Reminds so many minutes before the start; may be given up to four times")
             ->type_name("MINUTES")
-            ->check(CLI::NonNegativeNumber);
+            ->check(CLI::NonNegativeNumber)
+            ->transform(DecimalNumber());
         std::vector<std::string> names;
         for (const Rhythm& rhythm : kRhythms)
             names.emplace_back(rhythm.name);
         app.add_option("--repeat", repeat, "Makes a series, on the days that follow from its start")
             ->check(CLI::IsMember(names));
-        app.add_option("--every", every, "Every so many days, weeks or months")->check(CLI::Range(1, 999));
+        app.add_option("--every", every, "Every so many days, weeks or months")
+            ->check(CLI::Range(1, 999))
+            ->transform(DecimalNumber());
         app.add_option("--days", days, "Days of a weekly series, such as MON,FRI")
             ->delimiter(',')
             ->check(
@@ -267,7 +272,20 @@ private:
         EventEditor editor = EventEditor::ForEvent(world, *event);
         if (!options_.Apply(editor))
             return ExitStatus::WrongUsage;
-        return StatusOf(editor.Save());
+        const ExitStatus status = StatusOf(editor.Save());
+        if (status == ExitStatus::Done && options_.start && IsSeriesMember(*event) &&
+            question_.reach != SeriesReach::OnlyThis)
+            TellLoneMove(world, *event);
+        return status;
+    }
+    /// Says so if the event has moved without the others. A series that was made anew has other ids.
+    void TellLoneMove(const CalendarWorld& world, const CTmEvent& before) const {
+        EventList events;
+        LoadEvents(world, events);
+        const int index = FindEventIndex(events, id_);
+        if (index < 0 || events[static_cast<size_t>(index)].Start == before.Start)
+            return;
+        PrintError("only this event has moved: the start is no part of what the events of a series share");
     }
 
     ExitStatus Delete(Session&, const CalendarWorld& world, const EventList& events) {

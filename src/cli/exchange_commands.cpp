@@ -22,7 +22,7 @@ public:
     const char* Help() const override { return "Writes notes with their sources and attachments into an archive"; }
     void Declare(CLI::App& app) override {
         app.add_option("--out", target_, "The archive, which ends in .lbe")->type_name("FILE")->required();
-        app.add_option("ID", ids_, "The notes, all when none are given");
+        app.add_option("ID", ids_, "The notes, all when none are given")->transform(DecimalNumber());
     }
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
@@ -33,10 +33,8 @@ public:
             return ExitStatus::NothingFound;
         LongList wanted;
         for (const int32_t id : ids_) {
-            if (!book.index.Contains(id)) {
-                PrintError("there is no note " + std::to_string(id) + " in this NoteBook");
-                return ExitStatus::NothingFound;
-            }
+            if (!book.index.Contains(id))
+                return NoSuchNote(id);
             wanted.AddUnique(id);
         }
         const std::vector<CNote> notes = FindNotes(book.index, wanted, session.Context(), session.Faults());
@@ -57,7 +55,7 @@ private:
             return ExitStatus::NothingFound;
         }
         if (session.Json())
-            PrintJson({{"notes", exported}, {"file", target_}});
+            PrintJson({{"notes", exported}, {"file", JsonText(target_)}});
         else
             std::printf("%d notes are in %s\n", exported, target_.c_str());
         return ExitStatus::Done;

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "base/text.h"
-#include "classify/key_word_list.h"
+#include "cli/command.h"
 #include "edit/category_assignment.h"
 #include "edit/unknown_sources.h"
 #include "notes/note_store.h"
@@ -38,11 +38,6 @@ CProCategoryTree ChainOf(std::string_view path) {
     return chain;
 }
 
-bool HasEmptyKeyWord(const std::string& text) {
-    const std::string clean = CleanText(FromUtf8(text));
-    return std::ranges::any_of(SplitKeyWords(Trim(clean)), [](std::string_view word) { return word.empty(); });
-}
-
 }  // namespace
 
 std::optional<Rgb> ParseColorArgument(const std::string& text) {
@@ -58,10 +53,12 @@ void NoteChanges::Declare(CLI::App& app) {
     app.add_option("--keywords", keyWords, "Key words, separated by commas")->type_name("TEXT");
     app.add_option("--source", sources, "A source, the main one first (repeat for more)")
         ->type_name("ID")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->transform(DecimalNumber());
     app.add_option("--category", categories, "A category, L1/L2/L3; levels that don't exist are made")
         ->type_name("SET PATH")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->transform(DecimalNumber().application_index(0));
     app.add_option("--color", color, "The border colour")->type_name("R,G,B");
 }
 
@@ -69,10 +66,6 @@ bool NoteChanges::Check(const OpenNoteBook& book, ExitStatus& status) const {
     status = ExitStatus::WrongUsage;
     if (color && !ParseColorArgument(*color)) {
         PrintError("--color takes three numbers from 0 to 255, such as 200,30,30, not \"" + *color + "\"");
-        return false;
-    }
-    if (keyWords && HasEmptyKeyWord(*keyWords)) {
-        PrintError("--keywords takes key words parted by commas, none of them empty, not \"" + *keyWords + "\"");
         return false;
     }
     for (const auto& [set, path] : categories) {

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <filesystem>
 
 #include "base/text.h"
 #include "cli/command.h"
@@ -49,7 +50,7 @@ void PrintNoteLine(const CNote& note, const std::string& file) {
 
 std::string FileNameOf(const OpenNoteBook& book, int32_t id) {
     const std::string* const path = book.index.FindPath(id);
-    return path ? std::string(LastPathComponent(*path)) : std::string();
+    return path ? std::filesystem::path(*path).filename().string() : std::string();
 }
 
 class NotesCommand : public Command {
@@ -57,7 +58,9 @@ public:
     const char* Name() const override { return "notes"; }
     const char* Help() const override { return "Lists notes"; }
     void Declare(CLI::App& app) override {
-        app.add_option("--sort", sort_, "In the order of the note list under this sort number")->type_name("ID");
+        app.add_option("--sort", sort_, "In the order of the note list under this sort number")
+            ->type_name("ID")
+            ->transform(DecimalNumber());
         app.add_option("--ids", ids_, "Only these notes, in this order")->type_name("ID,ID...");
     }
     ExitStatus Run(Session& session) override {
@@ -124,7 +127,7 @@ public:
     const char* Name() const override { return "note"; }
     const char* Help() const override { return "Shows one note with all its fields"; }
     void Declare(CLI::App& app) override {
-        app.add_option("ID", id_, "The note's number")->required();
+        app.add_option("ID", id_, "The note's number")->required()->transform(DecimalNumber());
         auto* const text = app.add_flag("--text", text_, "Print the bare text");
         app.add_flag("--rtf", rtf_, "Print the bare rich text")->excludes(text);
     }
@@ -132,12 +135,10 @@ public:
         OpenNoteBook book;
         if (!session.Load(book, false))
             return ExitStatus::NothingFound;
-        const auto notes = FindNotes(book.index, LongList{id_}, session.Context(), session.Faults());
-        if (notes.empty()) {
-            PrintError("there is no note " + std::to_string(id_) + " in this NoteBook");
-            return ExitStatus::NothingFound;
-        }
-        Print(session, notes.front(), FileNameOf(book, id_));
+        const std::optional<CNote> note = FindNote(book.index, id_, session.Context(), session.Faults());
+        if (!note)
+            return NoSuchNote(id_);
+        Print(session, *note, FileNameOf(book, id_));
         return ExitStatus::Done;
     }
 

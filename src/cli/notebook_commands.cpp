@@ -78,9 +78,8 @@ private:
             PrintError("the main NoteBook keeps its name");
             return ExitStatus::WrongUsage;
         }
-        const std::string clean = CleanText(FromUtf8(newName_));
-        const std::string name(Trim(clean));
-        if (name.empty()) {
+        const std::string name = CleanText(FromUtf8(newName_));
+        if (Trim(name).empty()) {
             PrintError("a NoteBook can't have an empty name");
             return ExitStatus::WrongUsage;
         }
@@ -116,7 +115,7 @@ private:
     std::optional<CDatabase> Find(const Session& session, const NoteBookManager& manager) const {
         auto found = FindNoteBook(manager.List(), session.Main().guid, FromUtf8(name_));
         if (!found)
-            PrintError("there is no NoteBook \"" + name_ + "\"; the command \"notebooks\" lists those that there are");
+            PrintNoNoteBook(name_);
         return found;
     }
     static size_t NotesOf(Session& session, const CDatabase& noteBook) {

@@ -25,6 +25,15 @@ void PrintError(const std::string& message) {
     std::fprintf(stderr, "lorebinder-cli: %s\n", message.c_str());
 }
 
+ExitStatus NoSuchNote(int32_t id) {
+    PrintError("there is no note " + std::to_string(id) + " in this NoteBook");
+    return ExitStatus::NothingFound;
+}
+
+void PrintNoNoteBook(const std::string& name) {
+    PrintError("there is no NoteBook \"" + name + "\"; the command \"notebooks\" lists those that there are");
+}
+
 Session::Session(const GlobalOptions& options)
     : options_(options),
       data_{options.data.empty() ? UserDataRoot() : std::filesystem::path(options.data)},
@@ -65,8 +74,7 @@ std::optional<CDatabase> Session::NoteBook() {
         return StartNoteBook(NoteBooks(), {local, settings_.Text(Option::Database)});
     auto found = FindNoteBook(NoteBooks(), local, FromUtf8(options_.notebook));
     if (!found)
-        PrintError("there is no NoteBook \"" + options_.notebook +
-                   "\"; the command \"notebooks\" lists those that there are");
+        PrintNoNoteBook(options_.notebook);
     return found;
 }
 
@@ -93,10 +101,7 @@ IdCounters Session::Counters() const {
 void Session::StoreCounters(const IdCounters& counters) {
     PutCounters(counters, settings_, store_);
     settings_.Save(store_, Option::LocalGUID);
-    if (!store_.Flush()) {
-        const StoreFailure failure = store_.Failure();
-        faults_.Tell({"The settings could not be written; they keep their old values", failure.path, failure.reason});
-    }
+    FlushTold(store_, faults_);
 }
 
 bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status, const LoadOptions& options) {

@@ -84,5 +84,9 @@ private:
 
 /// Prints a line to standard error, in front of it the program's name.
 void PrintError(const std::string& message);
+/// What a command ends with that was given a note which isn't there; prints it.
+ExitStatus NoSuchNote(int32_t id);
+/// Tells so that no NoteBook is called this.
+void PrintNoNoteBook(const std::string& name);
 
 }  // namespace lore

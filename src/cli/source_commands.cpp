@@ -45,8 +45,12 @@ public:
         merge.NumberTypes();
         std::vector<int32_t> ids;
         ids.reserve(sources.size());
-        for (const CSource& source : sources)
+        for (const CSource& source : sources) {
+            if (const CSource* const known = book.sources.FindSourceByGUID(source.SourceGUID))
+                PrintError(file_ + ": source " + std::to_string(ids.size() + 1) + " is there already as " +
+                           std::to_string(known->SourceID) + ", which stays as it is");
             ids.push_back(merge.Merge(source));
+        }
         session.StoreCounters(counters);
         if (!WriteMergedLists(book, merge, false, session.Faults()))
             return ExitStatus::Fault;
@@ -85,7 +89,7 @@ private:
         return true;
     }
     /// A source without identity gets one; each carries its authors with it.
-    static std::vector<CSource> Prepare(Session& session, const BibliographyData& data) {
+    std::vector<CSource> Prepare(Session& session, const BibliographyData& data) const {
         std::vector<CSource> sources;
         for (CSource source : data.sources) {
             if (source.SourceGUID.empty())
@@ -93,6 +97,9 @@ private:
             for (const int32_t id : source.AuthorIDs) {
                 if (const CAuthor* const author = data.authors.FindAuthorByID(id))
                     source.EmbeddedAuthors.push_back(*author);
+                else
+                    PrintError(file_ + ": source " + std::to_string(sources.size() + 1) + " loses author " +
+                               std::to_string(id) + ", which the file lacks");
             }
             sources.push_back(std::move(source));
         }

@@ -5,7 +5,9 @@
 #include <QSettings>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <new>
+#include <string_view>
 #include <unistd.h>
 
 #include "base/file_io.h"
@@ -16,6 +18,7 @@ namespace lore {
 namespace {
 
 constexpr char kNoCopy[] = "a copy of the settings could not be written there";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr char kUnfit[] = "it isn't in the form of a settings file";
 
 QString KeyOf(const std::string& section, const std::string& key) {
@@ -26,6 +29,10 @@ QString NameOf(const std::filesystem::path& path) {
     return QFile::decodeName(QByteArray::fromStdString(path.string()));
 }
 
+QString TemporaryFolderName() {
+    return QDir::tempPath() + "/lorebinder-XXXXXX";
+}
+
 QString TextOf(const std::string& value) {
     return QString::fromStdString(ToUtf8(value));
 }
@@ -34,6 +41,22 @@ QString TextOf(const std::string& value) {
 QString TextOf(const QVariant& value) {
     const bool isList = value.typeId() == QMetaType::QStringList;
     return isList ? value.toStringList().join(',') : value.toString();
+}
+
+/// What the library reads whole: it would end a text at a byte that is no UTF-8, and a byte order mark spoils what it
+/// writes.
+std::string AsLibraryReads(std::string_view bytes) {
+    if (bytes.starts_with(kByteOrderMark))
+        bytes.remove_prefix(kByteOrderMark.size());
+    if (IsValidUtf8(bytes))
+        return std::string(bytes);
+    std::string text;
+    while (!bytes.empty()) {
+        const std::string_view line = bytes.substr(0, std::min(bytes.find('\n'), bytes.size() - 1) + 1);
+        text += ToUtf8(line);
+        bytes.remove_prefix(line.size());
+    }
+    return text;
 }
 
 }  // namespace
@@ -47,12 +70,28 @@ IniStore::IniStore(const std::filesystem::path& file) : file_(file) {
     else if (!read.Ok() && !read.Missing())
         unread_ = StoreFailure{file.string(), read.Reason()};
     else
-        settings_ = std::make_unique<QSettings>(name, QSettings::IniFormat);
+        Open(bytes);
     if (settings_ && settings_->status() == QSettings::FormatError)
         unread_ = StoreFailure{file.string(), kUnfit};
 }
 
 IniStore::~IniStore() = default;
+
+/// Reads the settings anew, which the file holds as `bytes`. What the library would not read whole comes to it by a
+/// copy, which it needs no longer then.
+void IniStore::Open(const std::string& bytes) {
+    if (const std::string text = AsLibraryReads(bytes); text != bytes) {
+        const QTemporaryDir folder(TemporaryFolderName());
+        const QString copy = folder.filePath("settings.ini");
+        if (folder.isValid() && WriteFileAtomically(QFile::encodeName(copy).toStdString(), text).Ok()) {
+            settings_ = std::make_unique<QSettings>(copy, QSettings::IniFormat);
+            return;
+        }
+        // A text that ends at the first odd byte must not be stored again.
+        unread_ = StoreFailure{file_.string(), "a copy of it could not be made in the temporary folder"};
+    }
+    settings_ = std::make_unique<QSettings>(NameOf(file_), QSettings::IniFormat);
+}
 
 std::optional<std::string> IniStore::Get(const std::string& section, const std::string& key) const {
     if (const auto changed = changes_.find({section, key}); changed != changes_.end())
@@ -115,29 +154,30 @@ bool IniStore::WithChanges(const QString& folderName, std::string& bytes) {
         return Fail(QFile::encodeName(folderName).toStdString(), folder.errorString().toStdString());
     const std::filesystem::path copy = QFile::encodeName(folder.filePath("settings.ini")).toStdString();
     const FileResult read = ReadFile(file_, bytes);
-    return (read.Missing() || Check(file_, read)) && (!read.Ok() || Check(copy, WriteFileAtomically(copy, bytes))) &&
-           ChangeCopy(copy) && Check(copy, ReadFile(copy, bytes));
+    return (read.Missing() || Check(file_, read)) &&
+           (!read.Ok() || Check(copy, WriteFileAtomically(copy, AsLibraryReads(bytes)))) && ChangeCopy(copy) &&
+           Check(copy, ReadFile(copy, bytes));
 }
 
 bool IniStore::Flush() {
     if (unread_)
         return Fail(unread_->path, unread_->reason);
+    std::string bytes;
     if (changes_.empty()) {
-        settings_->sync();
+        if (const FileResult read = ReadFile(file_, bytes); read.Ok() || read.Missing())
+            Open(bytes);
         return true;
     }
     const std::filesystem::path folder = file_.parent_path();
     if (!Check(folder, MakeFolders(folder)))
         return false;
-    std::string bytes;
     // Beside the settings there may be room where the temporary files have none.
-    if (!WithChanges(QDir::tempPath() + "/lorebinder-XXXXXX", bytes) &&
-        !WithChanges(NameOf(folder / ".lorebinder-XXXXXX"), bytes))
+    if (!WithChanges(TemporaryFolderName(), bytes) && !WithChanges(NameOf(folder / ".lorebinder-XXXXXX"), bytes))
         return false;
     if (!Check(file_, WriteFileAtomically(file_, bytes)))
         return false;
     changes_.clear();
-    settings_->sync();
+    Open(bytes);
     return true;
 }
 

@@ -233,6 +233,14 @@ void Settings::SaveOptions(SettingsStore& store) const {
         Save(store, row.option);
 }
 
+bool FlushTold(SettingsStore& store, FaultNotice& faults) {
+    if (store.Flush())
+        return true;
+    const StoreFailure failure = store.Failure();
+    faults.Tell({"The settings could not be written; they keep their old values", failure.path, failure.reason});
+    return false;
+}
+
 Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight) {
     constexpr int32_t kSmallest = 10;
     const Rect seen{std::max(frame.left, 0), std::max(frame.top, 0), std::min(frame.right, screenWidth),

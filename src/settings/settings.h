@@ -5,6 +5,7 @@
 #include <string>
 #include <variant>
 
+#include "ports/fault_notice.h"
 #include "ports/settings_store.h"
 
 namespace lore {
@@ -62,6 +63,9 @@ private:
     using Value = std::variant<int32_t, std::string, Rect>;
     std::array<Value, static_cast<size_t>(Option::Count_)> values_;
 };
+
+/// Puts on disk what has been set. False, told, if it could not be written.
+bool FlushTold(SettingsStore& store, FaultNotice& faults);
 
 /// A frame rectangle as it may be shown on a screen of this size: empty when less than 10 by 10 of it would be seen.
 Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight);

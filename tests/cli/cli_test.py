@@ -9,7 +9,7 @@ import re
 import shutil
 import subprocess
 
-from cli_world import WALKS, CliTest, fingerprint, main, number, version
+from cli_world import WALKS, CliTest, fingerprint, main, number, old_note, version
 
 COMPLETION = pathlib.Path(__file__).resolve().parents[2] / "packaging" / "linux" / "completions" / "lorebinder-cli"
 SORTS = [701, 702, 703, 704, 705, 801, 802, 803, 804, 805]
@@ -317,6 +317,69 @@ class Statuses(CliTest):
                 (0, ["--help"], ""), (0, ["cite", "--help"], ""), (0, ["--version"], "")]:
             with self.subTest(args=args):
                 self.expect(status, *args, says=says)
+
+    def test_numbers_are_decimal_wherever_they_stand(self):
+        note, source = str(self.world.notes[0]["id"]), str(self.json("sources")[0]["SourceID"])
+        for args in (["note", "0{}"], ["note", "+{}"], ["notes", "--ids", "00{},+{}"]):
+            shown = self.json(*(arg.format(note, note) for arg in args))
+            self.assertEqual((shown[0] if isinstance(shown, list) else shown)["id"], int(note), args)
+        self.assertEqual([c["SourceID"] for c in self.json("cite", "000" + source)], [int(source)])
+        self.assertEqual(self.json("notes", "--sort", "0701"), self.json("notes", "--sort", "701"))
+        self.assertEqual(self.json("cite", "--style", "010"), self.json("cite", "--style", "10"))
+        self.assertEqual(self.json("categories", "--set", "03"), self.json("categories", "--set", "3"))
+        event = ["event", "add", "--label", "x", "--start", "2026-01-01"]
+        for place in (["note", "{}"], ["notes", "--sort", "{}"], ["notes", "--ids", "{}"], ["search", "x", "--ids", "{}"],
+                      ["cite", "{}"], ["cite", "--style", "{}"], ["cite", "--width", "{}"], ["categories", "--set", "{}"],
+                      ["bibliography", "--out", "x.txt", "{}"], ["bibliography", "--out", "x.txt", "--style", "{}"],
+                      ["bibliography", "--out", "x.txt", "--indent", "{}"],
+                      ["bibliography", "--out", "x.txt", "--et-al", "{}"], ["edit", "{}"], ["delete", "{}"],
+                      ["edit", note, "--source", "{}"], ["edit", note, "--category", "{}", "Sea"],
+                      ["copy", "--to", "Shore Walks", "{}"], ["export", "--out", "x.lbe", "{}"],
+                      [*event, "--color", "{}"], [*event, "--popup", "{}"], [*event, "--every", "{}"]):
+            for wrong in ("0x3E9", "", "1e3", "2147483648", "9" * 30, "1.0", "+-1"):
+                args = [arg.format(wrong) for arg in place]
+                with self.subTest(args=args):
+                    self.expect(2, *args, says=f'not "{wrong}"')
+
+    def test_an_option_without_a_text_names_nothing(self):
+        self.expect(1, "--notebook", "", "notes", says='no NoteBook ""')
+        self.expect(2, "--settings", "", "notes", says="--settings")
+        done = subprocess.run([self.world.cli, "--data", "", "notes"], capture_output=True, encoding="utf-8", check=False)
+        self.assertEqual(done.returncode, 2, done.stderr)
+
+    def test_sources_as_records_need_no_authors(self):
+        broken = self.world.top / "unnamed"
+        shutil.copytree(self.world.data, broken)
+        authors = broken.joinpath(*self.world.main("Authors.dat").relative_to(self.world.data).parts)
+        authors.unlink()
+        authors.mkdir()
+        self.assertEqual(self.json("sources", data=broken), self.json("sources"))
+        for args in (["sources"], ["sources", "--sorted", "--json"], ["cite"]):
+            self.expect(3, *args, data=broken, says="Authors.dat")
+        shutil.rmtree(broken)
+
+    def test_a_file_name_keeps_its_backslash(self):
+        odd = self.world.top / "backslash"
+        shutil.copytree(self.world.data, odd)
+        notes = odd.joinpath(*self.world.main("Notes").relative_to(self.world.data).parts)
+        next(notes.iterdir()).rename(notes / "a\\b.dat")
+        shown = [note for note in self.json("notes", data=odd) if note["file"] == "a\\b.dat"]
+        self.assertTrue(shown)
+        self.assertEqual(self.json("note", str(shown[0]["id"]), data=odd)["file"], "a\\b.dat")
+        shutil.rmtree(odd)
+
+    def test_of_notes_of_one_number_in_a_file_the_first_shows(self):
+        def note(day, words):
+            return old_note(7, 0, words, ["Coast"]).replace(b"2003-04-05-06-07-09", day)
+
+        twice = self.world.top / "twice"
+        shutil.copytree(self.world.data, twice)
+        file = twice / "Data Files" / "Databases" / WALKS["folder"] / "Notes" / "DAY04052003.dat"
+        for days in ((b"2003-04-05-06-07-09", b"2013-04-05-06-07-09"), (b"2013-04-05-06-07-09", b"2003-04-05-06-07-09")):
+            file.write_bytes(version(0.9) + number(2) + note(days[0], "First") + note(days[1], "Second"))
+            self.assertEqual(len(self.json("--notebook", WALKS["name"], "notes", data=twice)), 1)
+            self.assertEqual(self.json("--notebook", WALKS["name"], "note", "7", data=twice)["plainText"], "First")
+        shutil.rmtree(twice)
 
     def test_a_file_that_cannot_be_read_is_a_fault_and_the_rest_is_shown(self):
         broken = self.world.top / "broken"

@@ -126,8 +126,8 @@ class FreshTest(unittest.TestCase):
         self.assertEqual(done.returncode, status, (args, done.stderr))
         return done
 
-    def json(self, *args):
-        return json.loads(self.run_cli("--json", *args).stdout)
+    def json(self, *args, status=0):
+        return json.loads(self.run_cli("--json", *args, status=status).stdout)
 
 
 def main_fresh(usage):

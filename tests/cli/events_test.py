@@ -111,6 +111,24 @@ class Events(FreshTest):
                 self.assert_reminders_fit()
                 self.assertEqual(len(self.json("reminders")), 4)
 
+    def test_a_start_alone_moves_one_event_and_says_so(self):
+        for reach, more, says in [
+                ("--this", [], 0), ("--following", [], 1), ("--all", [], 1), ("--all", ["--label", "New"], 1),
+                ("--following", ["--label", "New"], 1)]:
+            with self.subTest(reach=reach, more=more):
+                shutil.rmtree(self.data, ignore_errors=True)
+                ids = self.series()
+                edit = ["event", "edit", ids[1], reach]
+                done = self.run_cli(*edit, "--start", f"{YEAR}-01-12T10:00", *more)
+                self.assertEqual([line[3:11].replace("T", " ") for line in self.lines()],
+                                 ["04 09:05", "12 10:00", "18 09:05", "25 09:05"])
+                told = done.stderr.splitlines()
+                self.assertEqual([b"only this event has moved" in line for line in told], [True] * says)
+                self.assert_reminders_fit()
+                self.assertEqual(self.run_cli(*edit, "--start", f"{YEAR}-01-12T10:00").stderr, b"", "it stays there")
+                anew = self.run_cli(*edit, "--start", f"{YEAR}-01-13T10:00", "--until", f"{YEAR}-02-08")
+                self.assertEqual(anew.stderr, b"", "the series is made anew, or one event was meant")
+
     def test_deleting_reaches_as_far_as_it_is_told(self):
         for reach, left in [("--this", 3), ("--following", 1), ("--all", 0)]:
             with self.subTest(reach=reach):

@@ -2,6 +2,7 @@
 """Export and import from end to end: round trips, options, hostile archives.
 
 Usage: exchange_test.py LOREBINDER_CLI [unittest arguments]"""
+import json
 import pathlib
 import resource
 import shutil
@@ -10,7 +11,7 @@ import tempfile
 import time
 import zipfile
 
-from cli_world import CliTest, fingerprint, main
+from cli_world import WALKS, CliTest, fingerprint, main, number, text, version
 from hostile_archives import RECORDS, hostile
 
 MOST_MEMORY = 64 << 20
@@ -148,6 +149,69 @@ class Choice(ExchangeTest):
             self.assertEqual(fingerprint(data / "Data Files" / "Databases"), before)
         self.expect(3, "import", str(self.top / "gone.lbe"), says="can't be imported", data=data)
         self.assertFalse(self.archive.exists())
+
+
+def plain_note(ident, source=None):
+    """A note record as it stands in a note file."""
+    sources = [] if source is None else [source]
+    path = number(-1) + number(-1) + text("") + number(0)
+    return (number(ident) + number(len(sources)) + b"".join(map(number, sources)) + number(0) +
+            text("2020-01-02-03-04-05") * 2 + text(f"{{PLAIN {ident}}}") + text("fog") + text("") + number(2112) +
+            number(0) * 4 + text("Plain") + text("{\\rtf1 Plain}") + path * 3)
+
+
+def sources_note():
+    return plain_note(-2112, 77).replace(text("{PLAIN -2112}"), text("TEMP_SOURCES_NOTE"))
+
+
+class PlainRecords(ExchangeTest):
+    def write(self, records):
+        self.dumped = self.top / RECORDS
+        self.dumped.write_bytes(version(11.56) + text("2026-01-02-03-04-05") + records)
+        with zipfile.ZipFile(self.archive, "w") as archive:
+            archive.write(self.dumped, RECORDS)
+
+    def test_archives_of_plain_note_records_are_read(self):
+        notes = plain_note(5) + plain_note(6)
+        for name, records in [("none", number(2) + notes), ("before", sources_note() + number(2) + notes),
+                              ("counted", number(3) + sources_note() + notes)]:
+            with self.subTest(sources_note=name):
+                self.write(records)
+                shutil.rmtree(self.data, ignore_errors=True)
+                self.assertEqual(self.json("import", str(self.archive), data=self.data)["imported"], 2)
+                self.expect(0, "check", data=self.data)
+                done = self.expect(0, "--json", "dump", self.dumped)
+                self.assertEqual(done.stderr, "")
+                dump = json.loads(done.stdout)
+                self.assertEqual([record["id"] for record in dump["records"]], [5, 6])
+                self.assertEqual("sourcesNote" in dump, name != "none")
+
+    def test_sources_that_the_archive_lacks_are_told(self):
+        self.write(number(1) + plain_note(5, 77))
+        self.expect(3, "import", str(self.archive), says="1 notes of the archive come without sources", data=self.data)
+        self.assertEqual([note["sources"] for note in self.json("notes", data=self.data)], [[]])
+
+    def test_a_dump_tells_that_a_file_is_not_whole(self):
+        self.write(number(3) + plain_note(5) + plain_note(6))
+        self.expect(0, "dump", self.dumped, says="was not read whole: it breaks off")
+        for file in (self.world.main("Authors.dat"), next(self.world.main("Notes").iterdir())):
+            self.assertEqual(self.expect(0, "dump", file).stderr, "")
+            cut = self.top / file.name
+            cut.write_bytes(file.read_bytes()[:-1])
+            self.expect(0, "dump", cut, says="was not read whole: it ")
+
+
+class Copies(ExchangeTest):
+    def test_a_newer_form_in_the_target_stays(self):
+        data, ident = self.copy("data"), str(self.world.notes[0]["id"])
+        copy = ["copy", "--to", WALKS["name"], ident]
+        there = ["--notebook", WALKS["name"]]
+        made = str(self.json(*copy, data=data)["ids"][0])
+        time.sleep(1.1)
+        self.expect(0, *there, "edit", made, "--keywords", "from there", data=data)
+        self.assertEqual(self.json(*copy, data=data, status=1)["copied"], 0)
+        self.expect(1, *copy, says="newer forms", data=data)
+        self.assertEqual(self.json(*there, "note", made, data=data)["keyWords"], "from there")
 
 
 class Hostile(ExchangeTest):

@@ -2,8 +2,10 @@
 """Commands on NoteBooks from end to end: create, rename, delete, switch, copy, backup.
 
 Usage: notebooks_test.py LOREBINDER_CLI [unittest arguments]"""
+import json
 import os
 import pathlib
+import re
 import shutil
 import tempfile
 import zipfile
@@ -35,14 +37,14 @@ class NoteBooks(CliTest):
         self.assertTrue((self.databases / made["folder"] / "Attachments").is_dir())
         self.assertEqual(self.listed()["Light houses"], made)
         renamed = self.json("notebook", "rename", made["folder"], " Leuchtt\u00fcrme ")
-        self.assertEqual([renamed["guid"], renamed["name"]], [made["guid"], "Leuchtt\u00fcrme"])
-        self.assertIn("Leuchtt\u00fcrme", self.listed())
+        self.assertEqual([renamed["guid"], renamed["name"]], [made["guid"], " Leuchtt\u00fcrme "])
+        self.assertIn(" Leuchtt\u00fcrme ", self.listed())
         other = self.json("notebook", "create", "Fog signals")
         self.assertGreater(other["id"], made["id"])
         before = fingerprint(self.databases / "_LBMAIN_")
         self.assertEqual(self.json("notebook", "delete", WALKS["guid"])["notes"], 2)
         self.assertFalse((self.databases / WALKS["folder"]).exists())
-        self.assertEqual(set(self.listed()), {"LorebinderMain", "Leuchtt\u00fcrme", "Fog signals"})
+        self.assertEqual(set(self.listed()), {"LorebinderMain", " Leuchtt\u00fcrme ", "Fog signals"})
         self.assertEqual(fingerprint(self.databases / "_LBMAIN_"), before)
 
     def test_names_are_found_in_either_form_of_their_bytes(self):
@@ -60,6 +62,7 @@ class NoteBooks(CliTest):
 
     def test_refusals_change_nothing(self):
         before = fingerprint(self.data)
+        note = str(self.world.notes[0]["id"])
         refused = [(2, ("notebook", "create", "abcd"), "Database name must be between 5 and 30 characters."),
                    (2, ("notebook", "create", "x" * 31), "Database name must be between 5 and 30 characters."),
                    (2, ("notebook", "delete", "LorebinderMain"), "You can't delete the main database."),
@@ -70,6 +73,9 @@ class NoteBooks(CliTest):
                    (1, ("notebook", "switch", "Nowhere"), "Nowhere"),
                    (2, ("notebook",), ""), (2, ("notebook", "rename", "Shore Walks"), ""),
                    (1, ("copy", "--to", "Nowhere", "1"), ""), (1, ("copy", "--to", "Shore Walks", "99999999"), ""),
+                   (1, ("--notebook", "", "copy", "--to", "Shore Walks", note), "no NoteBook \"\""),
+                   (1, ("copy", "--to", "", note), "no NoteBook \"\""),
+                   (2, ("copy", "--to", "Shore Walks", "0x3EB"), "0x3EB"),
                    (2, ("backup", "--all", "--out", self.top / "none"), "ending")]
         for status, args, says in refused:
             self.expect(status, *args, says=says)
@@ -107,6 +113,49 @@ class NoteBooks(CliTest):
         self.assertEqual([n["id"] for n in self.json(*there, "notes")], again["ids"])
         self.assertEqual(self.json(*there, "check"), [])
         self.expect(2, "copy", "--to", "LorebinderMain", str(note["id"]), says="already")
+
+    def test_copies_get_ids_above_all_notes_whatever_the_settings_say(self):
+        settings = self.data / "settings.ini"
+        stored = settings.read_text()
+        settings.write_text(re.sub(r"(?m)^MaxNoteID=.*$", "MaxNoteID=1000", stored))
+        self.assertNotEqual(settings.read_text(), stored)
+        highest = max(note["id"] for note in self.world.notes)
+        ids = [str(note["id"]) for note in self.world.notes[:2]]
+        self.assertEqual(self.json("copy", "--to", "Shore Walks", *ids)["ids"], [highest + 1, highest + 2])
+        self.assertIn(f"MaxNoteID={highest + 2}\n", settings.read_text())
+
+    def test_a_copy_names_its_missing_file_and_no_other_file_takes_its_place(self):
+        note = next(n for n in self.world.notes if any(a["storedFile"] for a in n["attachments"]))
+        position = next(i for i, a in enumerate(note["attachments"]) if a["storedFile"])
+        (self.databases / "_LBMAIN_" / "Attachments" / note["attachments"][position]["storedFile"]).unlink()
+        done = self.expect(3, "--json", "copy", "--to", "Shore Walks", str(note["id"]), says="isn't there")
+        there, copy = ("--notebook", "Shore Walks"), str(json.loads(done.stdout)["ids"][0])
+        name = self.json(*there, "note", copy)["attachments"][position]["storedFile"]
+        self.assertTrue(name)
+        found = self.json(*there, "check", status=1)
+        self.assertTrue(any(f["kind"] == "attachment-missing" and WALKS["folder"] in f["file"] for f in found), found)
+        attached = self.top / f"new.{name.rsplit('.', 1)[1]}"
+        attached.write_bytes(b"of another note")
+        self.json(*there, "edit", copy, "--keywords", "edited")
+        self.json(*there, "edit", "7", "--attach", attached)
+        self.assertEqual(self.json(*there, "note", copy)["attachments"][position]["storedFile"], name)
+        self.assertFalse((self.databases / WALKS["folder"] / "Attachments" / name).exists())
+
+    def test_paths_in_json_are_texts(self):
+        place = os.path.join(os.fsencode(self.top), b"\xe9")
+        os.mkdir(place)
+        for command in ("backup", "export"):
+            done = self.world.run("--json", command, "--out", os.path.join(place, b"a.lbe"), data=self.data)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            shown = json.loads(done.stdout)
+            self.assertTrue(shown.get("file", shown.get("files", [""])[0]).endswith("\u00e9/a.lbe"), shown)
+        odd = os.path.join(place, b"data")
+        shutil.copytree(os.fsencode(self.data), odd)
+        notes = next(path for path in pathlib.Path(os.fsdecode(odd)).rglob("Notes/*.dat"))
+        notes.write_bytes(notes.read_bytes()[:-20])
+        settings = self.data / "settings.ini"  # whose own path has to be UTF-8
+        files = [one["file"] for one in self.json("--settings", settings, "check", data=odd, status=1)]
+        self.assertTrue(any("\u00e9/data" in file for file in files), files)
 
     def test_a_notebook_without_a_number_takes_no_copies_and_says_so(self):
         guid = self.json("notebook", "create", "Light houses")["guid"]

@@ -82,6 +82,34 @@ TEST_F(Platform, ReadsSettingsThatWereWrittenByHand) {
     EXPECT_EQ(store.Get("Options", "Nickname"), "J\xF6rg");
 }
 
+TEST_F(Platform, SettingsInOtherFormsOfTextKeepAllOfIt) {
+    const struct {
+        const char* what;
+        std::string line, name;  // as the file holds it, and as it is read
+    } kCases[] = {{"a byte that is no UTF-8", "Nickname=Ren\xC3\xA9 \xE9", "Ren\xC3\xA9 \xE9"},
+                  {"Windows-1252", "Nickname=J\xF6rg", "J\xF6rg"},
+                  {"UTF-8", "Nickname=J\xC3\xB6rg", "J\xF6rg"}};
+    for (const auto& [what, line, name] : kCases) {
+        for (const std::string& mark : {std::string(), std::string("\xEF\xBB\xBF")}) {
+            SCOPED_TRACE(what + std::string(mark.empty() ? "" : " behind a byte order mark"));
+            const std::string before = mark + "[Options]\n" + line + "\nEmail=\xC5\x82\nZoomLvl=100\n";
+            PutBytes(folder_ / "s.ini", before);
+            IniStore store(folder_ / "s.ini");
+            EXPECT_EQ(store.Get("Options", "Nickname"), name);
+            EXPECT_EQ(store.Get("Options", "ZoomLvl"), "100");
+            EXPECT_TRUE(store.Flush());
+            EXPECT_EQ(BytesOf(folder_ / "s.ini"), before);
+            store.Set("Options", "ZoomLvl", "90");
+            ASSERT_TRUE(store.Flush()) << store.Failure().reason;
+            EXPECT_EQ(store.Get("Options", "Nickname"), name);
+            const IniStore again(folder_ / "s.ini");
+            EXPECT_EQ(again.Get("Options", "Nickname"), name);
+            EXPECT_EQ(again.Get("Options", "Email"), "\xC5\x82");
+            EXPECT_EQ(again.Get("Options", "ZoomLvl"), "90");
+        }
+    }
+}
+
 TEST_F(Platform, SettingsThatCanNotBeReadAreToldAndStay) {
     std::filesystem::create_directory(folder_ / "folder.ini");
     ASSERT_EQ(::mkfifo((folder_ / "pipe.ini").c_str(), 0600), 0);

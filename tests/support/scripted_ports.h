@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,11 +17,9 @@ namespace lore {
 /// Notes every text that a user would have seen, and gives the answers that a test has laid out.
 class ScriptedPrompts : public Prompts {
 public:
-    void Message(const std::string& text, const std::string& title, PromptIcon) override {
-        seen.push_back(title + ": " + text);
-    }
+    void Message(const std::string& text, const std::string& title, PromptIcon) override { Show(title + ": " + text); }
     PromptAnswer Ask(const std::string& text, const std::string& title, bool) override {
-        seen.push_back(title + "? " + text);
+        Show(title + "? " + text);
         if (answers.empty())
             return PromptAnswer::No;
         const PromptAnswer answer = answers.front();
@@ -53,8 +52,14 @@ public:
     std::deque<std::string> texts, savePaths;  ///< an empty queue cancels
     std::vector<std::string> openPaths;
     bool ticksBox = false;
+    std::function<void()> whileShown;  ///< runs while a message or a question stands there
 
 private:
+    void Show(std::string text) {
+        seen.push_back(std::move(text));
+        if (whileShown)
+            whileShown();
+    }
     static std::optional<std::string> Next(std::deque<std::string>& queue) {
         if (queue.empty())
             return std::nullopt;

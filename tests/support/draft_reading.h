@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+
+#include "edit/draft_store.h"
+
+namespace lore {
+
+/// False unless the file was read and is whole.
+inline bool ReadsDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft) {
+    bool isWhole = false;
+    return DraftStore::ReadDraft(path, context, draft, isWhole).Ok() && isWhole;
+}
+
+}  // namespace lore
