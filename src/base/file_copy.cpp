@@ -69,10 +69,4 @@ FileResult KeepCopy(const std::filesystem::path& path, std::filesystem::path& ke
     return CopyFileAtomically(path, kept);
 }
 
-FileResult KeepIfThere(const std::filesystem::path& path) {
-    std::filesystem::path kept;
-    const FileResult result = KeepCopy(path, kept);
-    return result.Missing() ? FileResult{} : result;
-}
-
 }  // namespace lore

@@ -14,7 +14,5 @@ FileResult CopyFileAtomically(const std::filesystem::path& from, const std::file
 /// Keeps what a file holds before it is written anew: a copy in the same folder under a name that no reader picks up,
 /// "NAME.kept", "NAME.2.kept" and so on. `kept` is the copy's path.
 FileResult KeepCopy(const std::filesystem::path& path, std::filesystem::path& kept);
-/// The same for a file that may be missing: then there is nothing to keep.
-FileResult KeepIfThere(const std::filesystem::path& path);
 
 }  // namespace lore

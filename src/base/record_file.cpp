@@ -116,6 +116,12 @@ RecordReader::RecordReader(std::string diskBytes) : data_(std::move(diskBytes)) 
     endsEarly_ = met.earlyEnd;  // what stands behind the 0x1A is read by nobody
 }
 
+void RecordReader::Rewind() {
+    position_ = longestText_ = 0;
+    madeUp_ = 0;
+    ranOut_ = false;
+}
+
 bool RecordReader::WantsEntry() {
     return !AtEnd() || madeUp_++ < kMaxMadeUpEntries;
 }

@@ -53,6 +53,7 @@ public:
 
     /// Gives up the stream and its room, for a reader of the next file.
     std::string TakeRoom() { return std::move(data_); }
+    void Rewind();  ///< begins anew, as if nothing had been read
 
     bool AtEnd() const { return position_ >= data_.size(); }
     size_t Position() const { return position_; }
@@ -76,8 +77,7 @@ public:
 
 private:
     std::string data_;
-    size_t position_ = 0;
-    size_t longestText_ = 0;
+    size_t position_ = 0, longestText_ = 0;
     int madeUp_ = 0;
     bool ranOut_ = false, hasZero_ = false, endsEarly_ = false;
 };

@@ -15,6 +15,7 @@ namespace lore {
 namespace {
 
 constexpr int kHighestNumber = 9'999'999;
+constexpr size_t kLongestExtension = 100;
 
 bool IsNew(const EditedAttachment& attachment) {
     const CAttachment& record = attachment.record;
@@ -66,7 +67,7 @@ std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& 
 std::string StoredAttachmentName(int number, std::string_view extension) {
     char digits[16];
     std::snprintf(digits, sizeof digits, "%.7d.", number);
-    std::string name = digits + std::string(extension);
+    std::string name = digits + std::string(extension.size() > kLongestExtension ? "" : extension);
     std::erase_if(name, [](char c) { return c == ':' || static_cast<unsigned char>(c) < 32; });
     return name;
 }

@@ -20,8 +20,8 @@ std::vector<EditedAttachment> EditAttachments(const std::vector<CAttachment>& re
 std::vector<CAttachment> AttachmentRecords(const std::vector<EditedAttachment>& attachments);
 
 /// The next free stored name: "0000012.pdf" for the number 12 and a source that ends in "pdf"; the extension keeps its
-/// case, and without one the name ends in the point. Colons and control characters are left out: archives can't carry
-/// them in a name.
+/// case, and without one the name ends in the point. An extension of more than 100 bytes is left out, since a file
+/// system may not take the name, and so are colons and control characters: archives can't carry them in a name.
 std::string StoredAttachmentName(int number, std::string_view extension);
 /// The stored name with the next number that no file of the folder has in this name; `number` moves on to it. A folder
 /// that can't be listed has given too low a number, and no file may be replaced.

@@ -61,6 +61,15 @@ CSyncInfo NewSyncRecord(const CNote& note, const DateTime& nowUtc) {
     return info;
 }
 
+void LogLanded(SyncLog& log, const CNote& note, const DateTime& nowUtc) {
+    CSyncInfo info = NewSyncRecord(note, nowUtc);
+    if (const CSyncInfo* const known = log.FindSyncInfo(note.guid)) {
+        info.SyncState = known->SyncState;
+        info.OnlineNoteId = known->OnlineNoteId;
+    }
+    log.ReplaceSyncInfo(info);
+}
+
 std::optional<CSyncInfo> ChangedRecord(const CSyncInfo* found, const LoggedSave& save, const DateTime& nowUtc) {
     if (!found)
         return save.syncTicked ? std::optional(NewSyncRecord(save.note, nowUtc)) : std::nullopt;

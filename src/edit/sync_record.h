@@ -33,5 +33,8 @@ std::optional<CSyncInfo> ChangedRecord(const CSyncInfo* found, const LoggedSave&
 
 /// A record for a note that the log doesn't hold yet, all its parts changed now.
 CSyncInfo NewSyncRecord(const CNote& note, const DateTime& nowUtc);
+/// Logs a note that came from elsewhere, all its parts changed now. If its guid is known, it stays tied to the same
+/// note online, and out of sync if the user has put it there.
+void LogLanded(SyncLog& log, const CNote& note, const DateTime& nowUtc);
 
 }  // namespace lore

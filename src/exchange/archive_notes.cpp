@@ -21,6 +21,11 @@ namespace lore {
 //
 // Some files have the sources note between the date and the count, and don't count it. The id of its record, -2112,
 // then stands where no count could.
+//
+// In others an entry is a plain note record: nothing follows that of a note, so that the ids of its sources tell
+// something only if the sources note brings these. Nothing or its sources follow the record of that one. No mark tells
+// such a file; it doesn't come out even when it is read as one of ours, nor does one of ours as such a file, broken off
+// or not, unless it breaks off right behind the record of its only note: then it is one.
 
 namespace {
 
@@ -54,6 +59,21 @@ ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources) {
     for (const CSource* source : KnownSources(note, sources))
         entry.sources.push_back(*source);
     return entry;
+}
+
+ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources, const AuthorList& authors) {
+    ArchiveNote entry = MakeArchiveNote(note, sources);
+    for (CSource& source : entry.sources)
+        EmbedAuthors(source, authors);
+    return entry;
+}
+
+CNote TakeNote(ArchiveNote& entry) {
+    std::string plainText = std::move(entry.note.plainText), rtfText = std::move(entry.note.rtfText);
+    CNote note = entry.note;
+    note.plainText = std::move(plainText);
+    note.rtfText = std::move(rtfText);
+    return note;
 }
 
 void EmbedAuthors(CSource& source, const AuthorList& authors) {
@@ -155,6 +175,10 @@ bool ArchiveNoteReader::Next(ArchiveNote& entry) {
 
 void ArchiveNoteReader::ReadEntry(ArchiveNote& entry) {
     ReadNote(stream_.get(), version_, context_, entry.note);
+    ReadSources(entry);
+}
+
+void ArchiveNoteReader::ReadSources(ArchiveNote& entry) {
     entry.sources.clear();
     entry.note.sources.RemoveAll();
     ReadCounted(stream_.get(), [&] {
@@ -170,6 +194,55 @@ void ArchiveNoteReader::ReadEntry(ArchiveNote& entry) {
 void ArchiveNoteReader::KeepSourcesNote(ArchiveNote& entry) {
     if (entry.note.guid == kSourcesNoteGuid)
         sourcesNote_ = std::move(entry);
+}
+
+const char* ArchiveNoteReader::DamageText() const {
+    return stream_ && !stream_->AtEnd() ? "holds more than it announces" : "breaks off";
+}
+
+std::optional<PlainArchive> ArchiveNoteReader::ReadPlain() {
+    if (!stream_ || IsLaterVersion())
+        return std::nullopt;
+    PlainArchive archive;
+    bool isEven = ReadPlainRecords(false, archive);
+    if (!isEven && archive.sourcesNote) {
+        archive = {};
+        isEven = ReadPlainRecords(true, archive);
+    }
+    return isEven && !archive.notes.empty() ? std::optional(std::move(archive)) : std::nullopt;
+}
+
+bool ArchiveNoteReader::ReadPlainRecords(bool sourcesFollow, PlainArchive& archive) {
+    stream_->Rewind();
+    ReadFixedDouble(stream_.get());
+    DateTime exportDate;
+    ReadDateField(stream_.get(), exportDate);
+    bool isInStep = PeekFixedInt(*stream_) != kSourcesNoteID || ReadPlainRecord(sourcesFollow, archive);
+    const int32_t count = ReadFixedInt(stream_.get());
+    for (int32_t i = 0; i < count && isInStep; ++i)
+        isInStep = ReadPlainRecord(sourcesFollow, archive);
+    return isInStep && stream_->AtEnd() && !stream_->RanOut();
+}
+
+bool ArchiveNoteReader::ReadPlainRecord(bool sourcesFollow, PlainArchive& archive) {
+    ReadContext undated = context_;
+    undated.now = DateTime();
+    ArchiveNote entry;
+    ReadNote(stream_.get(), version_, undated, entry.note);
+    // What is read from a wrong place on may end where the file does, but has no date.
+    const bool hasDate = !entry.note.dateCreated.IsNull() || !entry.note.dateEdited.IsNull();
+    for (DateTime* const date : {&entry.note.dateCreated, &entry.note.dateEdited})
+        *date = date->IsNull() ? context_.now : *date;
+    if (entry.note.id <= 0 && entry.note.guid == kSourcesNoteGuid) {
+        if (sourcesFollow)
+            ReadSources(entry);
+        archive.sourcesNote = std::move(entry);
+    } else if (entry.note.id > 0 && hasDate) {
+        archive.notes.push_back(std::move(entry));
+    } else {
+        return false;
+    }
+    return !stream_->RanOut();
 }
 
 }  // namespace lore

@@ -29,6 +29,10 @@ struct ArchiveNote {
 
 /// A note with copies of those of its sources that the list knows.
 ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources);
+/// The same with the authors of the sources in them.
+ArchiveNote MakeArchiveNote(const CNote& note, const SourceList& sources, const AuthorList& authors);
+/// The note, ready to be stored. The entry keeps all of it but the texts.
+CNote TakeNote(ArchiveNote& entry);
 /// Puts the records of a source's authors into it, as it travels.
 void EmbedAuthors(CSource& source, const AuthorList& authors);
 /// The note that carries all sources of a list; it isn't a note of the user.
@@ -57,6 +61,12 @@ private:
     size_t held_ = 0;
 };
 
+/// What an archive holds whose notes are plain records.
+struct PlainArchive {
+    std::vector<ArchiveNote> notes;  ///< with the ids of their sources as they stand, and without these
+    std::optional<ArchiveNote> sourcesNote;
+};
+
 /// Walks the notes of an archive's record file of any version up to the present one, in file order.
 class ArchiveNoteReader {
 public:
@@ -82,16 +92,22 @@ public:
     bool IsNoteWhole() const { return !stream_->RanOut(); }
     /// Once Next has given false: false if the file held less or more than its count promises.
     bool IsWhole() const { return stream_ && read_ == count_ && !stream_->RanOut() && stream_->AtEnd(); }
-    /// The same: true if something stands behind the notes.
-    bool HoldsMore() const { return stream_ && !stream_->AtEnd(); }
+    /// The same: what is wrong with a file that isn't whole, behind "it".
+    const char* DamageText() const;
     /// How many of the records that the file promises are notes, as far as was read.
     int32_t CountOfNotes() const { return count_ - passedOver_; }
     /// The sources note, once Next has come across it.
     const std::optional<ArchiveNote>& SourcesNote() const { return sourcesNote_; }
+    /// For a file that isn't whole: reads it anew as one of plain note records. Nothing unless there are some, all of
+    /// them notes, and each byte has its place then. Only Version, ExportDate and SourcesNote are of use behind it.
+    std::optional<PlainArchive> ReadPlain();
 
 private:
     void ReadHead();
     void ReadEntry(ArchiveNote& entry);
+    void ReadSources(ArchiveNote& entry);
+    bool ReadPlainRecords(bool sourcesFollow, PlainArchive& archive);
+    bool ReadPlainRecord(bool sourcesFollow, PlainArchive& archive);
     void KeepSourcesNote(ArchiveNote& entry);
 
     const ReadContext& context_;

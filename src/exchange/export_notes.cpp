@@ -16,6 +16,7 @@
 #include "base/helper_threads.h"
 #include "base/text.h"
 #include "exchange/archive_notes.h"
+#include "exchange/scratch_folder.h"
 #include "exchange/zip_directory.h"
 #include "exchange/zip_writer.h"
 #include "notes/attachment_path.h"
@@ -35,34 +36,13 @@ constexpr size_t kBatchBytes = size_t{256} << 10;
 constexpr std::chrono::milliseconds kPollTime{4};
 constexpr int kWholeArchive = 1000;  // the range of the progress while it is written
 
-/// A folder for what an export spools; it goes with the export. What a crash has left beside it goes at once. Its name
-/// comes from nowhere outside: all that lies in it is deleted.
-class SpoolFolder {
-public:
-    explicit SpoolFolder(std::filesystem::path path) : path_(std::move(path)) {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_.parent_path(), ignored);
-        std::filesystem::create_directories(path_, ignored);
-    }
-    ~SpoolFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    SpoolFolder(const SpoolFolder&) = delete;
-    SpoolFolder& operator=(const SpoolFolder&) = delete;
-    const std::filesystem::path& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
 /// One run of ExportNotes.
 class Exporter {
 public:
     Exporter(const std::filesystem::path& target, const ExportWorld& world)
         : target_(target),
           world_(world),
-          folder_(world.data.ExportTemp() / ("Export" + std::to_string(::getpid()))),
+          folder_(world.data.ExportTemp() / ("Export" + std::to_string(::getpid())), world.data.ExportTemp()),
           records_(folder_.Path() / kArchiveNotesName, kThreads),
           writer_(world.book.sources, world.book.authors),
           archive_(kLevel) {}
@@ -157,7 +137,7 @@ private:
 
     const std::filesystem::path& target_;
     const ExportWorld& world_;
-    SpoolFolder folder_;
+    ScratchFolder folder_;
     PackedStream records_;
     ArchiveNoteWriter writer_;
     ZipWriter archive_;

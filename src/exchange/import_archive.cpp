@@ -4,12 +4,16 @@
 #include <numeric>
 #include <set>
 #include <string>
+#include <system_error>
+#include <unordered_map>
 
 #include "base/text.h"
+#include "bibliography/author_list.h"
 #include "bibliography/source_limits.h"
+#include "bibliography/source_record.h"
 #include "classify/category_list.h"
 #include "notes/attachment_path.h"
-#include "notes/check_finding.h"
+#include "notes/check_note.h"
 
 namespace lore {
 
@@ -18,6 +22,11 @@ namespace {
 /// The record file stands in memory. A large one is held closer than an attachment, which is never whole in memory.
 constexpr uint64_t kAlwaysAllowed = uint64_t{32} << 20;
 constexpr uint64_t kMostPerPackedByte = 100;
+/// What stays free on the disk beside unpacked files, for the notes and lists.
+constexpr uint64_t kRoomToLeave = uint64_t{16} << 20;
+/// A source that many plain notes name is copied for each, but not without end: so often the size of the record file,
+/// beside what is always allowed.
+constexpr uint64_t kMostCopies = 8;
 
 bool IsTooLarge(const ZipItem& item) {
     return item.size > kAlwaysAllowed && item.size / kMostPerPackedByte > item.packed;
@@ -37,6 +46,17 @@ public:
                 entry.note.sources.AddTail(source.SourceID);
         }
         std::erase_if(entry.note.sourceInfo, [&](const CNoteSourceInfo& info) { return IsRefused(info, entry.note); });
+    }
+    /// For a cleaned note: true if it can't be stored all the same.
+    bool IsRefused(const CNote& note) {
+        std::string first;
+        TellLongTexts(note, {note.plainText, note.rtfText}, [&](const std::string& text) {
+            if (first.empty())
+                first = text;
+        });
+        if (!first.empty())
+            Tell("Note " + std::to_string(note.id) + " was left out: it has a " + first);
+        return !first.empty();
     }
 
 private:
@@ -64,6 +84,14 @@ private:
     std::set<std::string> told_;
 };
 
+/// About how much memory a copy of a source takes.
+uint64_t SizeOf(const CSource& source) {
+    RecordWriter stream;
+    WriteSource(&stream, source);
+    WriteAuthorRecords(&stream, source.EmbeddedAuthors);
+    return sizeof source + source.FormattedText.size() + stream.Logical().size();
+}
+
 }  // namespace
 
 ArchiveResult FindRecordFile(const ZipReader& zip, const ZipItem*& records) {
@@ -75,6 +103,12 @@ ArchiveResult FindRecordFile(const ZipReader& zip, const ZipItem*& records) {
         return ArchiveResult::Failure("its notes would unpack to more than a hundred times their size");
     records = item;
     return {};
+}
+
+bool HasRoom(const std::filesystem::path& folder, uint64_t bytes) {
+    std::error_code error;
+    const std::filesystem::space_info space = std::filesystem::space(folder, error);
+    return error || (space.available >= kRoomToLeave && bytes <= space.available - kRoomToLeave);
 }
 
 ArchiveResult ImportArchive::Open(const std::filesystem::path& path, FaultNotice& faults) {
@@ -93,30 +127,88 @@ ImportArchive::Version ImportArchive::ReadNotes(const ReadContext& context, Faul
                                                 const std::function<void(int)>& count,
                                                 const std::function<void()>& step) {
     ArchiveNoteReader reader(context);
+    recordsSize_ = records_.size();
     reader.OpenBytes(std::move(records_));
     if (reader.IsLaterVersion())
         return Version::Later;
     count(reader.Count());
     ArchiveNote entry;
     while (reader.Next(entry) && reader.IsNoteWhole()) {
-        for (CProCategoryTree& path : entry.note.categories) {
-            if (IsUnassignedPath(path))
-                path = {};
-        }
         notes.push_back(std::move(entry));
         step();
     }
-    if (!reader.IsWhole())
-        faults.Tell({std::to_string(notes.size()) + " of " + std::to_string(std::max(reader.CountOfNotes(), 0)) +
-                         " notes of the archive could be read",
-                     path_.string(), reader.HoldsMore() ? "it holds more than it announces" : "it breaks off"});
     sourcesNote = reader.SourcesNote();
+    if (!reader.IsWhole()) {
+        const std::string damage = std::string("it ") + reader.DamageText();
+        if (!TakePlain(reader))
+            faults.Tell({std::to_string(notes.size()) + " of " + std::to_string(std::max(reader.CountOfNotes(), 0)) +
+                             " notes of the archive could be read",
+                         path_.string(), damage});
+    }
+    for (ArchiveNote& read : notes) {
+        for (CProCategoryTree& path : read.note.categories) {
+            if (IsUnassignedPath(path))
+                path = {};
+        }
+    }
+    LeaveOutLongTexts(faults);
+    return Version::Known;
+}
+
+bool ImportArchive::TakePlain(ArchiveNoteReader& reader) {
+    std::optional<PlainArchive> plain = reader.ReadPlain();
+    if (!plain)
+        return false;
+    notes = std::move(plain->notes);
+    sourcesNote = std::move(plain->sourcesNote);
+    isPlain_ = true;
+    return true;
+}
+
+void ImportArchive::LeaveOutLongTexts(FaultNotice& faults) {
     LongTextRemover remover(path_, faults);
-    for (ArchiveNote& read : notes)
-        remover.Clean(read);
     if (sourcesNote)
         remover.Clean(*sourcesNote);
-    return Version::Known;
+    if (isPlain_)
+        GiveSources(faults);
+    for (ArchiveNote& read : notes)
+        remover.Clean(read);
+    std::erase_if(notes, [&](const ArchiveNote& read) { return remover.IsRefused(read.note); });
+}
+
+void ImportArchive::GiveSources(FaultNotice& faults) {
+    struct Known {
+        const CSource* source;
+        uint64_t size;
+    };
+    std::unordered_map<int32_t, Known> known;
+    if (sourcesNote) {
+        for (const CSource& source : sourcesNote->sources)
+            known.emplace(source.SourceID, Known{&source, SizeOf(source)});
+    }
+    uint64_t room = kAlwaysAllowed + kMostCopies * recordsSize_;
+    size_t poorer = 0;
+    bool isFull = false;
+    for (ArchiveNote& entry : notes) {
+        LongList named;
+        named.Merge(entry.note.sources);
+        entry.note.sources.RemoveAll();
+        for (const int32_t id : named) {
+            const auto found = known.find(id);
+            if (found == known.end() || found->second.size > room) {
+                isFull = isFull || found != known.end();
+                continue;
+            }
+            room -= found->second.size;
+            entry.note.sources.AddTail(id);
+            entry.sources.push_back(*found->second.source);
+        }
+        poorer += entry.sources.size() < named.Count() ? 1 : 0;
+    }
+    if (poorer > 0)
+        faults.Tell(
+            {std::to_string(poorer) + " notes of the archive come without sources that they name", path_.string(),
+             isFull ? "it doesn't hold these, or they are too large to come with each note" : "it doesn't hold these"});
 }
 
 uint64_t ImportArchive::SizeOfFiles() const {

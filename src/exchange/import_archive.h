@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -16,6 +17,9 @@ namespace lore {
 /// memory: then the archive can't be imported.
 ArchiveResult FindRecordFile(const ZipReader& zip, const ZipItem*& records);
 
+/// False if so many more bytes in a folder would leave next to nothing of its disk free. True if nobody can say.
+bool HasRoom(const std::filesystem::path& folder, uint64_t bytes);
+
 /// An archive that is being imported: its notes in memory, its attachment files still packed.
 class ImportArchive {
 public:
@@ -25,7 +29,8 @@ public:
     enum class Version { Known, Later };
     /// Reads what the record file holds; `count` is told how many records it promises, `step` is called for each. If it
     /// breaks off or holds more than it promises, that is told; a note within which it breaks off is left out. So are
-    /// sources, and what notes know of theirs, with a text over the limit of a record; each is told once.
+    /// notes, sources, and what notes know of theirs, with a text over the limit of a record; each is told once. Notes
+    /// of plain records get the sources that the sources note brings; that others are missing is told.
     Version ReadNotes(const ReadContext& context, FaultNotice& faults, const std::function<void(int)>& count,
                       const std::function<void()>& step);
 
@@ -42,9 +47,15 @@ public:
     }
 
 private:
+    bool TakePlain(ArchiveNoteReader& reader);
+    void GiveSources(FaultNotice& faults);
+    void LeaveOutLongTexts(FaultNotice& faults);
+
     std::filesystem::path path_;
     ZipReader zip_;
     std::string records_;
+    uint64_t recordsSize_ = 0;
+    bool isPlain_ = false;
 };
 
 }  // namespace lore

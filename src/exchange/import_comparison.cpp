@@ -132,12 +132,8 @@ std::string ImportComparison::CategoryName(const ImportRow& row, int level) {
 }
 
 std::string ImportComparison::AttachmentText(const ImportRow& row) {
-    return AttachmentTitles(row.entry.note.attachments);
-}
-
-std::string AttachmentTitles(const std::vector<CAttachment>& attachments) {
     std::string text;
-    for (const CAttachment& attachment : attachments) {
+    for (const CAttachment& attachment : row.entry.note.attachments) {
         text += text.empty() ? "" : "; ";
         text += attachment.title.empty() && attachment.type == kWebLink ? attachment.sourceFile : attachment.title;
     }

@@ -53,6 +53,8 @@ public:
     bool ShowsSame() const { return showSame_; }
     /// Ticks or clears all rows that the list shows.
     void TickAll(bool ticked);
+    /// False if not every note of the NoteBook could be looked at: a row may be new that isn't.
+    bool knowsAll = true;
     /// "Display imported notes after import".
     bool displayAfter = false;
 
@@ -88,9 +90,6 @@ private:
     LoadExisting loadExisting_;
     bool showSame_ = false;
 };
-
-/// The titles of attachments, the address of a link without one, in one line.
-std::string AttachmentTitles(const std::vector<CAttachment>& attachments);
 
 /// The name at a level (from 0) of a path; empty beyond its end.
 std::string PathName(const CProCategoryTree& path, int level);

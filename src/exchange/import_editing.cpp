@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "classify/category_merge.h"
+#include "exchange/merged_lists.h"
 #include "exchange/source_merge.h"
 #include "notes/attachment_kind.h"
 #include "notes/attachment_path.h"
@@ -15,14 +16,6 @@ namespace lore {
 namespace {
 
 constexpr char kFolder[] = "_NOTE_";
-/// What stays free on the disk beside an unpacked file.
-constexpr uint64_t kRoomToLeave = uint64_t{64} << 20;
-
-bool HasRoom(const std::filesystem::path& folder, uint64_t size) {
-    std::error_code error;
-    const std::filesystem::space_info space = std::filesystem::space(folder, error);
-    return error || (space.available > kRoomToLeave && size < space.available - kRoomToLeave);
-}
 
 }  // namespace
 
@@ -93,13 +86,7 @@ void ImportEditing::MapToBook(ArchiveNote& entry) {
     merge.NumberTypes();
     merge.MergeSourcesOf(entry);
     CategoryMerger categories(Book().categories, counters_.MaxCategoryID);
-    for (int set = 1; set <= kSetCount; ++set) {
-        CProCategoryTree& path = entry.note.categories[static_cast<size_t>(set - 1)];
-        if (path.name.empty() || IsUnassignedPath(path))
-            path = {};
-        else
-            categories.MergePath(-1, path, set);
-    }
+    MapCategories(entry.note, categories);
 }
 
 void ImportEditing::Unpack(const CNote& note) {
@@ -133,8 +120,9 @@ CSource ImportEditing::RecordOf(const CSource& source, const std::vector<CSource
 
 void ImportEditing::Take(size_t position, const EditNoteSession& saved) {
     ImportRow& row = comparison_.Row(position);
-    AddUsedCategories(Book().categories, saved.newCategories, saved.note);
     ArchiveNote entry{saved.note, {}};
+    std::vector<NewCategory> made = saved.newCategories;
+    AddUsedCategories(Book().categories, made, entry.note, counters_.MaxCategoryID);
     entry.note.id = row.entry.note.id;
     for (const int32_t id : saved.note.sources) {
         if (const CSource* const source = Book().sources.FindSourceByID(id))
@@ -233,7 +221,8 @@ CategoryAssignment ImportEditing::MakeAssignment() {
 void ImportEditing::Assign(const CategoryAssignment& assignment) {
     CNote note;
     assignment.WriteBack(note);
-    AddUsedCategories(Book().categories, assignment.NewCategories(), note);
+    std::vector<NewCategory> made = assignment.NewCategories();
+    AddUsedCategories(Book().categories, made, note, counters_.MaxCategoryID);
     comparison_.AssignCategories(note.categories);
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <limits>
-#include <system_error>
 #include <unistd.h>
 #include <unordered_set>
 #include <utility>
@@ -14,6 +13,7 @@
 #include "base/text.h"
 #include "classify/category_merge.h"
 #include "edit/attachment_store.h"
+#include "edit/named_files.h"
 #include "edit/note_removal.h"
 #include "edit/sync_record.h"
 #include "exchange/bring_back.h"
@@ -29,8 +29,6 @@ namespace lore {
 
 namespace {
 
-constexpr size_t kLongestEnding = 100;
-constexpr uint64_t kRoomToLeave = uint64_t{16} << 20;
 /// Files may be named by several notes, each of which gets a copy, but not without end.
 constexpr uint64_t kMostCopies = 4;
 
@@ -91,12 +89,11 @@ private:
     bool CopyFile(const std::string& oldName, CAttachment& attachment) {
         const ZipItem* const item = archive_.FileOf(attachment);
         if (!item) {
-            faults_.Tell({"The file of the attachment \"" + attachment.title + "\" is missing in the archive", oldName,
-                          "its note comes without it"});
+            faults_.Tell({"The file of the attachment \"" + attachment.title + "\" is missing in the archive",
+                          ToUtf8(oldName), "its note comes without it"});
             return false;
         }
-        const std::string_view ending = FileExtension(oldName);
-        const std::string name = NextAttachmentName(folder_, number_, ending.size() > kLongestEnding ? "" : ending);
+        const std::string name = NextAttachmentName(folder_, number_, FileExtension(oldName));
         const std::filesystem::path target = folder_ / name, temporary = TemporaryName(target);
         ArchiveResult result = item->size > room_
                                    ? ArchiveResult::Failure("the notes name the files of the archive too often")
@@ -131,7 +128,7 @@ public:
         : comparison_(comparison), archive_(archive), world_(world), chosen_(comparison.Chosen()) {}
 
     LongList Run(bool sync) {
-        if (!HasRoom())
+        if (!HasRoomForFiles())
             return {};
         MergeSources();
         const bool newCategories = MergeCategories();
@@ -148,18 +145,16 @@ public:
 private:
     ArchiveNote& Entry(size_t position) { return comparison_.Row(position).entry; }
 
-    bool HasRoom() const {
-        uint64_t needed = kRoomToLeave;
+    bool HasRoomForFiles() const {
+        uint64_t needed = 0;
         for (const size_t position : chosen_) {
             for (const CAttachment& attachment : comparison_.Rows()[position].entry.note.attachments) {
                 if (const ZipItem* item = archive_.FileOf(attachment))
                     needed += std::min(item->size, std::numeric_limits<uint64_t>::max() - needed);
             }
         }
-        std::error_code error;
         const std::filesystem::path folder = world_.book.paths.Attachments();
-        const std::filesystem::space_info space = std::filesystem::space(folder, error);
-        if (error || space.available >= needed)
+        if (HasRoom(folder, needed))
             return true;
         world_.faults.Tell({"There is no room for the attachments of the archive; nothing was imported",
                             folder.string(), FileResult{ENOSPC}.Reason()});
@@ -184,15 +179,8 @@ private:
     /// True if the forest has got more categories.
     bool MergeCategories() {
         CategoryMerger merger(world_.book.categories, world_.counters.MaxCategoryID);
-        for (const size_t position : chosen_) {
-            for (int set = 1; set <= kSetCount; ++set) {
-                CProCategoryTree& path = Entry(position).note.categories[static_cast<size_t>(set - 1)];
-                if (path.name.empty() || IsUnassignedPath(path))
-                    path = {};  // an id alone would mean another category here
-                else
-                    merger.MergePath(-1, path, set);
-            }
-        }
+        for (const size_t position : chosen_)
+            MapCategories(Entry(position).note, merger);
         return merger.HasAdded();
     }
 
@@ -223,32 +211,39 @@ private:
     }
 
     LongList StoreNotes(bool sync) {
-        std::vector<CNote> notes = TakeNotes();
-        KeepChanges(notes);
+        std::vector<CNote> notes;
+        for (const size_t position : chosen_)
+            notes.push_back(TakeNote(Entry(position)));
+        LongList failed = KeepChanges(notes);
         NoteStore store(world_.book, world_.context, world_.faults, nullptr);
-        const LongList failed = store.SaveNotes(std::move(notes), NoteStore::Place::AtTheEnd);
+        failed.Merge(store.SaveNotes(std::move(notes), NoteStore::Place::AtTheEnd));
         LongList stored;
+        std::vector<CAttachment> replaced, unstored;
         for (const size_t position : chosen_) {
             const CNote& note = Entry(position).note;
             if (failed.Contains(note.id)) {
                 if (world_.changes)
                     world_.changes->landed.erase(note.id);
+                AddUnshared(note, comparison_.ExistingHead(position), unstored);
                 continue;
             }
             stored.AddTail(note.id);
-            DropFilesOfReplaced(position);
+            AddFilesOfReplaced(position, replaced);
             if (sync)
-                Record(note);
+                LogLanded(world_.book.syncLog, note, world_.context.nowUtc);
         }
+        DropFilesOfReplaced(replaced);
+        DropFilesOfUnstored(unstored);
         if (sync && !stored.IsEmpty())
             WriteSyncLog(world_.book, world_.faults);
         return stored;
     }
 
-    /// Keeps what undoing the import needs.
-    void KeepChanges(const std::vector<CNote>& notes) {
+    /// Keeps what undoing the import needs. A note that would replace one that can't be read leaves `notes`, told: an
+    /// undo would delete it, and nothing would come back. Gives the ids of those.
+    LongList KeepChanges(std::vector<CNote>& notes) {
         if (!world_.changes)
-            return;
+            return {};
         LongList existing;
         for (const size_t position : chosen_) {
             if (comparison_.Rows()[position].existingID > 0)
@@ -256,52 +251,67 @@ private:
         }
         world_.changes->replaced = FindNotes(world_.book.index, existing, world_.context, world_.faults);
         world_.changes->sources = SourcesOfNotes(world_.changes->replaced, world_.book);
+        const LongList unread = Unread(existing);
+        std::erase_if(notes, [&](const CNote& note) { return unread.Contains(note.id); });
         for (const CNote& note : notes)
             world_.changes->landed.emplace(note.id, FingerprintOf(note));
+        return unread;
     }
 
-    /// The chosen notes; the rows keep all but the texts.
-    std::vector<CNote> TakeNotes() {
-        std::vector<CNote> notes;
-        for (const size_t position : chosen_) {
-            CNote& row = Entry(position).note;
-            std::string plainText = std::move(row.plainText), rtfText = std::move(row.rtfText);
-            CNote& note = notes.emplace_back(row);
-            note.plainText = std::move(plainText);
-            note.rtfText = std::move(rtfText);
+    /// Those of the ids that no replaced note was kept of; each is told.
+    LongList Unread(const LongList& existing) const {
+        std::unordered_set<int32_t> kept;
+        for (const CNote& note : world_.changes->replaced)
+            kept.insert(note.id);
+        LongList unread;
+        for (const int32_t id : existing) {
+            if (kept.contains(id))
+                continue;
+            unread.AddTail(id);
+            const std::string* const path = world_.book.index.FindPath(id);
+            world_.faults.Tell({"A note was not imported", path ? *path : world_.book.paths.Notes().string(),
+                                "note " + std::to_string(id) + ", which it replaces, could not be read"});
         }
-        return notes;
+        return unread;
     }
 
-    /// Only while no note file was touched: a write that failed at its very end may have put its notes on the disk.
+    /// Only while no note file was touched: no note names them.
     void DropCopiedFiles() {
         for (const size_t position : chosen_)
-            DropFiles(Entry(position).note, comparison_.ExistingHead(position), false);
+            DeleteAttachmentFiles(UnsharedAttachments(Entry(position).note, comparison_.ExistingHead(position)),
+                                  world_.book.paths.Attachments(), world_.faults);
     }
 
-    /// A note that could not leave its old file may show from there after the next start.
-    void DropFilesOfReplaced(size_t position) {
+    /// Adds the files of a replaced note that the new one doesn't name. A note that could not leave its old file may
+    /// show from there after the next start.
+    void AddFilesOfReplaced(size_t position, std::vector<CAttachment>& dropped) {
         const CNote* const existing = comparison_.ExistingHead(position);
         if (existing && !world_.book.index.HasHiddenCopy(existing->id))
-            DropFiles(*existing, &Entry(position).note, true);
+            AddUnshared(*existing, &Entry(position).note, dropped);
     }
 
-    /// The files of one note that the other one, which may be null, doesn't name. Those that an undo may want are put
-    /// aside.
-    void DropFiles(const CNote& note, const CNote* keeper, bool maybeWanted) {
-        CNote dropped;
-        dropped.attachments = UnsharedAttachments(note, keeper);
-        if (maybeWanted && world_.changes)
-            NoteRemoval::KeepFilesOf(dropped, world_.book.paths, world_.faults);
+    static void AddUnshared(const CNote& note, const CNote* other, std::vector<CAttachment>& dropped) {
+        const std::vector<CAttachment> files = UnsharedAttachments(note, other);
+        dropped.insert(dropped.end(), files.begin(), files.end());
+    }
+
+    /// Those that no other note names go; those that an undo may want are put aside.
+    void DropFilesOfReplaced(const std::vector<CAttachment>& dropped) {
+        const NoteBookPaths& paths = world_.book.paths;
+        CNote going;
+        going.attachments = WithUnnamedFiles(dropped, "the replaced notes", {paths, world_.context, world_.faults});
+        if (world_.changes)
+            NoteRemoval::KeepFilesOf(going, paths, world_.faults);
         else
-            DeleteAttachmentFiles(dropped.attachments, world_.book.paths.Attachments(), world_.faults);
+            DeleteAttachmentFiles(going.attachments, paths.Attachments(), world_.faults);
     }
 
-    void Record(const CNote& note) {
-        CSyncInfo info = NewSyncRecord(note, world_.context.nowUtc);
-        if (const CSyncInfo* known = world_.book.syncLog.FindSyncInfo(note.guid))
-            info.OnlineNoteId = known->OnlineNoteId;
-        world_.book.syncLog.ReplaceSyncInfo(info);
+    /// A system that reports a rename as failed may have done it: what the note files name now stays.
+    void DropFilesOfUnstored(const std::vector<CAttachment>& unstored) {
+        const NoteBookPaths& paths = world_.book.paths;
+        DeleteAttachmentFiles(
+            WithUnnamedFiles(unstored, "the notes that could not be imported", {paths, world_.context, world_.faults}),
+            paths.Attachments(), world_.faults);
     }
 
     ImportComparison& comparison_;

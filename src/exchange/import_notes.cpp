@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
-#include <system_error>
+#include <string>
 #include <unordered_set>
 #include <utility>
 #include <vector>
 
+#include "base/text_join.h"
 #include "exchange/export_notes.h"
 #include "exchange/import_integration.h"
+#include "exchange/scratch_folder.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
 #include "notes/note_file_walk.h"
@@ -19,36 +21,35 @@ namespace lore {
 
 namespace {
 
-/// A folder for what is unpacked to be looked at; it goes with the import.
-class ImportTemp {
-public:
-    explicit ImportTemp(std::filesystem::path path) : path_(std::move(path)) {
-        Remove();
-        std::error_code ignored;
-        std::filesystem::create_directories(path_, ignored);
+/// A file that the load could not read is in no index, nor are its notes: it is read again, and told if it holds some.
+void TellUnknownNotes(const std::unordered_set<std::string>& known, const ImportWorld& world, FaultNotice& faults) {
+    NoteFileReader reader(world.context);
+    for (const std::filesystem::path& file : NoteFilesOf(world.book.paths.Notes(), faults)) {
+        if (known.contains(file.string()))
+            continue;
+        TellFailedRead(faults, kNoteFileUnread, file, reader.Open(file));
+        bool isKnown = true;
+        while (isKnown && reader.Next())
+            isKnown = world.book.index.Contains(reader.Head().id);
+        if (!isKnown)
+            faults.Tell(
+                {"A note file was not read with the others", file.string(), "the NoteBook must be loaded once more"});
     }
-    ~ImportTemp() { Remove(); }
-    ImportTemp(const ImportTemp&) = delete;
-    ImportTemp& operator=(const ImportTemp&) = delete;
-
-private:
-    void Remove() const {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    std::filesystem::path path_;
-};
+}
 
 /// The notes of the NoteBook whose guid the archive has too. A record that another one hides is none of them.
-NoteHeads FindExisting(const std::vector<ArchiveNote>& notes, const ImportWorld& world) {
+/// `isUnread` is set, and it is told, if there may be more of them.
+NoteHeads FindExisting(const std::vector<ArchiveNote>& notes, const ImportWorld& world, bool& isUnread) {
+    HeardFaults faults(world.faults, isUnread);
     std::unordered_set<std::string_view> wanted;
     for (const ArchiveNote& entry : notes)
         wanted.insert(entry.note.guid);
     NoteHeads heads;
+    std::unordered_set<std::string> known;
     NoteFileReader reader(world.context);
     for (const CNoteIDsPath& file : world.book.index.Entries()) {
-        TellFailedRead(world.faults, kNoteFileUnread, file.path, reader.Open(file.path));
+        known.insert(file.path);
+        TellFailedRead(faults, kNoteFileUnread, file.path, reader.Open(file.path));
         const std::unordered_set<int32_t> shown(file.ids.begin(), file.ids.end());
         CopyChoice<std::optional<CNote>> choice;
         while (reader.Next()) {
@@ -63,6 +64,7 @@ NoteHeads FindExisting(const std::vector<ArchiveNote>& notes, const ImportWorld&
                 heads.emplace(std::string(head->guid), std::move(*head));
         });
     }
+    TellUnknownNotes(known, world, faults);
     return heads;
 }
 
@@ -70,11 +72,23 @@ std::optional<ArchiveNote> LoadExisting(int32_t id, const ImportWorld& world) {
     const std::vector<CNote> found = FindNotes(world.book.index, {id}, world.context, world.faults);
     if (found.empty())
         return std::nullopt;
-    ArchiveNote entry = MakeArchiveNote(found.front(), world.book.sources);
-    for (CSource& source : entry.sources)
-        EmbedAuthors(source, world.book.authors);
-    return entry;
+    return MakeArchiveNote(found.front(), world.book.sources, world.book.authors);
 }
+
+/// Hands faults on, and keeps the words of the last one.
+class LastFault : public FaultNotice {
+public:
+    explicit LastFault(FaultNotice& next) : next_(next) {}
+    void Tell(const Fault& fault) override {
+        text_ = JoinTexts(JoinTexts(fault.what, ": " + fault.path), " (" + fault.reason + ")");
+        next_.Tell(fault);
+    }
+    const std::string& Text() const { return text_; }
+
+private:
+    FaultNotice& next_;
+    std::string text_;
+};
 
 class Import {
 public:
@@ -82,9 +96,11 @@ public:
         : path_(path), chooser_(chooser), world_(world) {}
 
     ImportOutcome Run() {
-        const ImportTemp temp(world_.data.ImportTemp());
+        const ScratchFolder temp(world_.data.ImportTemp(), world_.data.ImportTemp());
         ImportOutcome outcome;
         outcome.result = ReadArchive(path_, archive_, world_);
+        if (outcome.result == ImportOutcome::kUnreadable)
+            return outcome;  // the progress has ended
         if (outcome.result == ImportOutcome::kNothing)
             Take(outcome);
         world_.progress.SetMessage("Cleaning up temp files...");
@@ -95,17 +111,37 @@ public:
 private:
     void Take(ImportOutcome& outcome) {
         ImportComparison comparison = CompareArchive(archive_, world_);
+        if (!comparison.knowsAll)
+            return Refuse(outcome);
         if (!chooser_.ChooseNotes(comparison, archive_) || comparison.Chosen().empty() || !MayReplace(comparison))
             return;
         const bool sync = world_.book.syncLog.link.IsLinked() && AskToSync();
         world_.progress.SetRange(0, static_cast<int>(comparison.Chosen().size()));
         world_.progress.SetMessage("Integrating notes into database...");
-        outcome.ids = IntegrateNotes(comparison, archive_, sync, world_);
+        LastFault faults(world_.faults);
+        outcome.ids = IntegrateNotes(comparison, archive_, sync, WorldWith(faults));
         if (!outcome.ids.IsEmpty())
             chooser_.NotesLanded(outcome.ids);
         outcome.displayAfter = comparison.displayAfter;
         outcome.result = outcome.ids.IsEmpty() ? ImportOutcome::kUnreadable : static_cast<int>(outcome.ids.Count());
+        if (outcome.ids.IsEmpty())
+            outcome.reason = faults.Text();
         world_.reload();
+    }
+
+    /// A note that the NoteBook has would come in beside itself. What can be read by now is seen by the next try.
+    void Refuse(ImportOutcome& outcome) {
+        LastFault faults(world_.faults);
+        faults.Tell({"The notes could not be imported", world_.book.paths.Notes().string(),
+                     "not all notes of the NoteBook could be read, and some would have come in twice"});
+        outcome.reason = faults.Text();
+        outcome.result = ImportOutcome::kUnreadable;
+        world_.reload();
+    }
+
+    ImportWorld WorldWith(FaultNotice& faults) const {
+        return {world_.book,     world_.data, world_.counters,    world_.context, world_.prompts,
+                world_.progress, faults,      world_.listedNotes, world_.reload,  world_.changes};
     }
 
     /// Asks before many notes give way to earlier forms of themselves.
@@ -149,6 +185,7 @@ int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const
     progress.Show();
     progress.SetMessage("Decompressing export file...");
     if (const ArchiveResult opened = archive.Open(path, world.faults); !opened.Ok()) {
+        progress.Hide();
         world.prompts.Message("The file " + path.string() + " can't be imported: " + opened.reason +
                                   ". Nothing was changed; get the file anew from where it came from.",
                               kArchivingError, PromptIcon::Error);
@@ -163,9 +200,12 @@ int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const
 
 ImportComparison CompareArchive(ImportArchive& archive, const ImportWorld& world) {
     world.progress.SetMessage("Loading existing notes...(may take a few moments)");
-    NoteHeads existing = FindExisting(archive.notes, world);
-    return {std::move(archive.notes), std::move(existing), *world.context.guids,
-            [&world](int32_t id) { return LoadExisting(id, world); }};
+    bool isUnread = false;
+    NoteHeads existing = FindExisting(archive.notes, world, isUnread);
+    ImportComparison comparison(std::move(archive.notes), std::move(existing), *world.context.guids,
+                                [&world](int32_t id) { return LoadExisting(id, world); });
+    comparison.knowsAll = !isUnread;
+    return comparison;
 }
 
 ImportOutcome ImportNotes(const std::filesystem::path& path, ImportChooser& chooser, const ImportWorld& world) {
@@ -183,7 +223,9 @@ void TellImportResult(const ImportOutcome& outcome, Prompts& prompts) {
             "\"Help->Check for program updates\" to download and install the latest version.",
             "Import Failed", PromptIcon::Error);
     } else if (outcome.result < 0) {
-        prompts.Message("The import has failed, the import file could be corrupt.", "Import Failed", PromptIcon::Error);
+        prompts.Message(JoinTexts("The import has failed, the import file could be corrupt.",
+                                  outcome.reason.empty() ? "" : "\n\n" + outcome.reason),
+                        "Import Failed", PromptIcon::Error);
     }
 }
 

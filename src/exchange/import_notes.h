@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "base/long_list.h"
 #include "exchange/import_archive.h"
@@ -32,19 +33,23 @@ struct ImportOutcome {
     int result = kUnreadable;   ///< the number of notes imported, or one of the above
     LongList ids;               ///< of the imported notes, in order
     bool displayAfter = false;  ///< the current list is to show these notes now, not those that it showed
+    std::string reason = {};    ///< why an archive that could be read was not imported; empty for one that could not
 };
 
 /// Imports notes of an archive. What is chosen is brought in in one go: first attachment files, then authors, types,
 /// sources and categories, then the note files, then the sync log; so a crash can leave things that no note names, and
-/// never a note that names nothing. A note with a known guid replaces the one of the NoteBook and keeps its id.
+/// never a note that names nothing. A note with a known guid replaces the one of the NoteBook and keeps its id. If not
+/// every note file could be read, a damaged one as far as it goes, none is imported, and it is told.
 ImportOutcome ImportNotes(const std::filesystem::path& path, ImportChooser& chooser, const ImportWorld& world);
 
 /// Asks for the archive of the import command; nothing if the user cancels.
 std::optional<std::filesystem::path> AskForArchive(Prompts& prompts);
 
-/// Opens an archive and reads its notes; a file that can't be read is told. Gives 0, or one of the results below it.
+/// Opens an archive and reads its notes. For a file that can't be read the progress ends, and then it is told. Gives 0,
+/// or one of the results below it.
 int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const ImportWorld& world);
-/// Holds the notes of an archive, which it takes, against the NoteBook. Changes nothing.
+/// Holds the notes of an archive, which it takes, against the NoteBook. Changes nothing. A note file that can't be read
+/// is told, and the comparison doesn't know all then.
 ImportComparison CompareArchive(ImportArchive& archive, const ImportWorld& world);
 
 /// The messages behind an import; nothing for a cancelled one.

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "edit/attachment_store.h"
+#include "edit/named_files.h"
 #include "edit/note_removal.h"
 #include "exchange/bring_back.h"
 #include "notes/note_file.h"
@@ -77,19 +78,23 @@ std::optional<size_t> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdC
     UnfileNotes(book, successors);
     const LongList lacking = removal.RestoreFiles({changes.withoutFiles, restored.keptFiles});
     const Unrestored failed = removal.RestoreNotes(restored);
+    std::vector<CAttachment> dropped;
     for (size_t i = 0; i < successors.size(); ++i) {
         const CNote& successor = successors[i];
         if (failed.unwritten.Contains(successor.id)) {
             FileNotes(book, {&successor, 1});
             left.insert(*changes.landed.find(successor.id));
         } else if (!book.index.HasHiddenCopy(successor.id)) {  // it would show after the next start
-            DeleteAttachmentFiles(UnsharedAttachments(successor, &restored.notes[i]), book.paths.Attachments(), faults);
+            const std::vector<CAttachment> files = UnsharedAttachments(successor, &restored.notes[i]);
+            dropped.insert(dropped.end(), files.begin(), files.end());
         }
     }
     LongList added;
     for (const auto& [id, note] : untouched)
         added.AddTail(id);
     removal.DeleteNotes(added, false);
+    DeleteAttachmentFiles(WithUnnamedFiles(dropped, "the imported notes", {book.paths, context, faults}),
+                          book.paths.Attachments(), faults);
     for (const int32_t id : added) {
         if (book.index.Contains(id))
             left.insert(*changes.landed.find(id));

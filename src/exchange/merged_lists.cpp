@@ -1,20 +1,20 @@
 #include "exchange/merged_lists.h"
 
 #include "base/free_ids.h"
-#include "notes/file_faults.h"
+#include "classify/category_list.h"
 #include "notes/notebook_lists.h"
 
 namespace lore {
 
-namespace {
-
-bool WriteCategories(const OpenNoteBook& book, FaultNotice& faults) {
-    const FileResult result = book.categories.Save(book.paths.Categories());
-    TellFailedWrite(faults, "The categories could not be written", book.paths.Categories(), result);
-    return result.Ok();
+void MapCategories(CNote& note, CategoryMerger& merger) {
+    for (int set = 1; set <= kSetCount; ++set) {
+        CProCategoryTree& path = note.categories[static_cast<size_t>(set - 1)];
+        if (path.name.empty() || IsUnassignedPath(path))
+            path = {};
+        else
+            merger.MergePath(-1, path, set);
+    }
 }
-
-}  // namespace
 
 bool WriteMergedLists(OpenNoteBook& book, const SourceMerge& merge, bool newCategories, FaultNotice& faults) {
     if (merge.RanOut()) {
@@ -23,7 +23,8 @@ bool WriteMergedLists(OpenNoteBook& book, const SourceMerge& merge, bool newCate
     }
     return (!merge.HasNewAuthors() || WriteAuthors(book, faults)) &&
            (!merge.HasNewTypes() || WriteSourceTypes(book, faults)) &&
-           (!merge.HasNewSources() || WriteSources(book, faults)) && (!newCategories || WriteCategories(book, faults));
+           (!merge.HasNewSources() || WriteSources(book, faults)) &&
+           (!newCategories || WriteCategories(book, book.categories, faults));
 }
 
 }  // namespace lore

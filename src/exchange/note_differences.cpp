@@ -12,7 +12,7 @@
 #include "bibliography/source_info.h"
 #include "bibliography/source_types.h"
 #include "classify/search_color_list.h"
-#include "exchange/import_comparison.h"
+#include "notes/attachment_kind.h"
 #include "rtf/rtf.h"
 
 namespace lore {
@@ -47,12 +47,60 @@ std::string ColorText(Rgb color) {
                      static_cast<int>(BlueOf(color)));
 }
 
+bool IsSameLink(const CAttachment& a, const CAttachment& b) {
+    return a.type != kWebLink || b.type != kWebLink || a.sourceFile == b.sourceFile;
+}
+
 /// Numbers of stored files are those of one NoteBook, so that they tell nothing of another one.
 bool SameAttachments(const std::vector<CAttachment>& a, const std::vector<CAttachment>& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const CAttachment& x, const CAttachment& y) {
-        return x.type == y.type && x.title == y.title;
+        return x.type == y.type && x.title == y.title && x.show == y.show && IsSameLink(x, y);
     });
 }
+
+/// The attachments of a note, with what sets them apart from those of the same titles that the other note has.
+class AttachmentTexts {
+public:
+    explicit AttachmentTexts(const std::vector<CAttachment>& others) : others_(others) {
+        for (const CAttachment& other : others)
+            byTitle_.emplace(other.title, &other);
+    }
+
+    std::string TextOf(const std::vector<CAttachment>& attachments) const {
+        std::string text;
+        for (size_t i = 0; i < attachments.size(); ++i)
+            text += (i == 0 ? "" : "; ") + WideTextOf(attachments[i], i);
+        return FromUtf8(text);
+    }
+
+private:
+    /// In UTF-8, since a title and an address needn't be of one form.
+    std::string WideTextOf(const CAttachment& attachment, size_t position) const {
+        const bool isNameless = attachment.title.empty() && attachment.type == kWebLink;
+        std::string text = ToUtf8(isNameless ? attachment.sourceFile : attachment.title);
+        const CAttachment* const other = Namesake(attachment, position);
+        if (!other)
+            return text;
+        if (attachment.type != other->type)
+            text += " (" + std::string(AttachmentKindName(attachment.type)) + ")";
+        if (!isNameless && !IsSameLink(attachment, *other))
+            text += " (" + ToUtf8(attachment.sourceFile) + ")";
+        if (attachment.show != other->show)
+            text += attachment.show ? " (on the board)" : " (not on the board)";
+        return text;
+    }
+
+    /// The one at the same place if it has the same title, otherwise the first that has.
+    const CAttachment* Namesake(const CAttachment& attachment, size_t position) const {
+        if (position < others_.size() && others_[position].title == attachment.title)
+            return &others_[position];
+        const auto found = byTitle_.find(attachment.title);
+        return found == byTitle_.end() ? nullptr : found->second;
+    }
+
+    const std::vector<CAttachment>& others_;
+    std::unordered_map<std::string_view, const CAttachment*> byTitle_;
+};
 
 std::vector<std::string> NamesOf(const CProCategoryTree& path) {
     std::vector<std::string> names;
@@ -113,7 +161,8 @@ public:
         if (!IsSameColor(a.borderColor, b.borderColor))
             Add("Border Color Changed:", ColorText(a.borderColor), ColorText(b.borderColor));
         if (!SameAttachments(a.attachments, b.attachments))
-            Add("Attached Files:", AttachmentTitles(a.attachments), AttachmentTitles(b.attachments));
+            Add("Attached Files:", AttachmentTexts(b.attachments).TextOf(a.attachments),
+                AttachmentTexts(a.attachments).TextOf(b.attachments));
         for (int set = 1; set <= kSetCount; ++set)
             AddPaths(set);
         AddSources();

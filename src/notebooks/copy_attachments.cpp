@@ -12,8 +12,8 @@
 namespace lore {
 
 namespace {
-constexpr size_t kLongestEnding = 100;
-}
+constexpr int kNumberOfNone = 0;  // no file gets it, so none ever comes to stand for one that is missing
+}  // namespace
 
 AttachmentCopies::AttachmentCopies(std::filesystem::path from, std::filesystem::path to, FaultNotice& faults)
     : from_(std::move(from)), to_(std::move(to)), faults_(faults), number_(HighestAttachmentNumber(to_)) {}
@@ -25,16 +25,16 @@ bool AttachmentCopies::CopyFilesOf(CNote& note) {
         if (attachment.type == kWebLink || name.empty())
             continue;
         const std::string_view ending = FileExtension(name);
-        attachment.storedFile = NextAttachmentName(to_, number_, ending.size() > kLongestEnding ? "" : ending);
+        attachment.storedFile = NextAttachmentName(to_, number_, ending);
         const FileResult copied = CopyFileAtomically(from_ / name, to_ / attachment.storedFile);
         if (copied.Ok())
             continue;
-        std::error_code ignored;
-        const bool isThere = std::filesystem::exists(from_ / name, ignored);
+        std::error_code error;
+        const bool isThere = std::filesystem::exists(from_ / name, error) || error;
         faults_.Tell({"The attachment \"" + attachment.title + "\" could not be copied" +
-                          (isThere ? "" : "; its note comes without it"),
+                          (isThere ? "" : "; the note names a file that isn't there, as it did"),
                       (from_ / name).string(), copied.Reason()});
-        attachment.storedFile.clear();
+        attachment.storedFile = isThere ? std::string() : StoredAttachmentName(kNumberOfNone, ending);
         isDone = isDone && !isThere;
     }
     return isDone;

@@ -12,8 +12,8 @@ class AttachmentCopies {
 public:
     AttachmentCopies(std::filesystem::path from, std::filesystem::path to, FaultNotice& faults);
 
-    /// Gives the attachments of a note their new names. A file that isn't there any more is told; its attachment stays
-    /// without a file. False, and told, if a file could not be copied.
+    /// Gives the attachments of a note their new names. A file that isn't there any more is told; its attachment gets a
+    /// name that no file has or will get. False, and told, if a file could not be copied.
     bool CopyFilesOf(CNote& note);
     /// Deletes the files of a note; those that another one names too stay.
     void Drop(const CNote& note, const CNote* keeper = nullptr) const;

@@ -7,6 +7,7 @@
 #include "base/file_copy.h"
 #include "base/free_ids.h"
 #include "classify/category_merge.h"
+#include "edit/named_files.h"
 #include "edit/sync_record.h"
 #include "exchange/merged_lists.h"
 #include "notebooks/copy_attachments.h"
@@ -23,7 +24,8 @@ namespace {
 constexpr int kOtherSteps = 7;
 constexpr int kGroups = 6;
 
-OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::vector<CNote>& heads) {
+/// `isUnread` is set, and it is told, if not all of the NoteBook could be read.
+OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::vector<CNote>& heads, bool& isUnread) {
     OpenNoteBook book;
     book.database = target;
     book.paths = NoteBookPaths(world.data, target.folder);
@@ -36,7 +38,8 @@ OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::ve
     // Of the counters, opening it moves on that of the categories alone: the first copy takes the next number of a
     // note.
     IdCounters counters = world.counters;
-    heads = LoadNoteBook(book, counters, world.context, world.faults, options).heads;
+    HeardFaults faults(world.faults, isUnread);
+    heads = LoadNoteBook(book, counters, world.context, faults, options).heads;
     world.counters.MaxCategoryID = counters.MaxCategoryID;
     return book;
 }
@@ -48,7 +51,7 @@ public:
         : world_(world),
           target_(target),
           notes_(notes),
-          book_(LoadTarget(target, world, heads_)),
+          book_(LoadTarget(target, world, heads_, isUnread_)),
           merge_(book_, world.counters),
           files_(world.from.paths.Attachments(), book_.paths.Attachments(), world.faults) {
         for (const CNote& head : heads_) {
@@ -62,11 +65,18 @@ public:
         for (int group = 0; group < kGroups; ++group)
             world_.progress.StepIt();
         world_.progress.SetMessage(Message());
-        if (!MakeEntries())
+        if (isUnread_)
+            world_.faults.Tell({"The notes could not be copied", book_.paths.Folder().string(),
+                                "not all of the NoteBook could be read, and some would have come in twice"});
+        if (isUnread_ || !MakeEntries())
             return {};
+        if (entries_.empty())
+            return {0, {}, newer_};
         const bool newCategories = MapSourcesAndCategories();
         if (world_.progress.Cancelled())
             return {};
+        // The merge leaves the counter one short of the last category that it made.
+        book_.categories.GetMaxCategoryID(world_.counters.MaxCategoryID);
         world_.saveOptions();
         if (!CopyFiles() || !WriteMergedLists(book_, merge_, newCategories, world_.faults)) {
             for (const ArchiveNote& entry : entries_)
@@ -79,19 +89,22 @@ public:
 private:
     std::string Message() const { return "Copying notes to *" + target_.name + "* NoteBook...."; }
 
-    /// The notes with their new ids, and their sources as they travel, with their authors. False, and told, if there
-    /// aren't enough ids.
+    /// The notes that the target has in no newer form with their new ids, and their sources as they travel, with their
+    /// authors. False, and told, if there aren't enough ids.
     bool MakeEntries() {
         for (size_t i = 0; i < notes_.Count(); ++i) {
-            ArchiveNote& entry = entries_.emplace_back(MakeArchiveNote(notes_[i], world_.from.sources));
+            if (HasNewer(notes_[i])) {
+                ++newer_;
+                continue;
+            }
+            ArchiveNote& entry =
+                entries_.emplace_back(MakeArchiveNote(notes_[i], world_.from.sources, world_.from.authors));
             entry.note.displayRtf.clear();
             entry.note.id = book_.index.GiveID(world_.counters.MaxNoteID);
             if (entry.note.id == 0) {
                 world_.faults.Tell({"The notes could not be copied", book_.paths.Notes().string(), kNoFreeID});
                 return false;
             }
-            for (CSource& source : entry.sources)
-                EmbedAuthors(source, world_.from.authors);
             merge_.AddTypes(entry.sources);
         }
         merge_.NumberTypes();
@@ -108,13 +121,7 @@ private:
             for (const CNote* existing : ExistingOf(entry.note))
                 KeepSourceInfo(entry, *existing);
             merge_.MergeSourcesOf(entry);
-            for (int set = 1; set <= kSetCount; ++set) {
-                CProCategoryTree& path = entry.note.categories[static_cast<size_t>(set - 1)];
-                if (path.name.empty() || IsUnassignedPath(path))
-                    path = {};
-                else
-                    merger.MergePath(-1, path, set);
-            }
+            MapCategories(entry.note, merger);
         }
         return merger.HasAdded();
     }
@@ -123,6 +130,13 @@ private:
         static const std::vector<const CNote*> none;
         const auto found = byGuid_.find(note.guid);
         return found == byGuid_.end() ? none : found->second;
+    }
+
+    bool HasNewer(const CNote& note) const {
+        const std::vector<const CNote*>& existing = ExistingOf(note);
+        return std::any_of(existing.begin(), existing.end(), [&](const CNote* other) {
+            return !(note.dateEdited == other->dateEdited) && note.dateEdited.IsEarlierOrEqual(other->dateEdited);
+        });
     }
 
     bool CopyFiles() {
@@ -136,60 +150,66 @@ private:
         return goesOn;
     }
 
-    /// The copies; the entries keep all but the texts.
-    std::vector<CNote> TakeNotes() {
-        std::vector<CNote> copies;
-        for (ArchiveNote& entry : entries_) {
-            std::string plainText = std::move(entry.note.plainText), rtfText = std::move(entry.note.rtfText);
-            CNote& copy = copies.emplace_back(entry.note);
-            copy.plainText = std::move(plainText);
-            copy.rtfText = std::move(rtfText);
-        }
-        return copies;
-    }
-
     CopyResult Store() {
+        std::vector<CNote> copies;
+        for (ArchiveNote& entry : entries_)
+            copies.push_back(TakeNote(entry));
         NoteStore store(book_, world_.context, world_.faults, nullptr);
-        const LongList failed = store.SaveNotes(TakeNotes());
-        CopyResult result{0, {}};
+        const LongList failed = store.SaveNotes(std::move(copies));
+        CopyResult result{0, {}, newer_};
         LongList replaced;
+        CNote going;  // has all files that may go
         for (const ArchiveNote& entry : entries_) {
             if (failed.Contains(entry.note.id)) {
-                files_.Drop(entry.note);
+                AddFilesOf(entry.note, going);
                 continue;
             }
             ++result.copied;
             result.ids.AddTail(entry.note.id);
             for (const CNote* existing : ExistingOf(entry.note))
                 replaced.AddUnique(existing->id);
-            Record(entry.note);
+            LogLanded(book_.syncLog, entry.note, world_.context.nowUtc);
         }
-        const std::vector<CNote> deleted = store.DeleteNotes(replaced);
+        for (const CNote& note : store.DeleteNotes(replaced))
+            AddFilesOf(note, going);
         if (world_.syncEngaged && book_.syncLog.link.IsLinked() && result.copied > 0)
             WriteSyncLog(book_, world_.faults);
-        for (const CNote& note : deleted)
-            files_.Drop(note);
+        DropUnnamedFilesOf(going);
         world_.progress.StepIt();
         return result;
     }
 
-    void Record(const CNote& note) {
-        CSyncInfo info = NewSyncRecord(note, world_.context.nowUtc);
-        if (const CSyncInfo* known = book_.syncLog.FindSyncInfo(note.guid))
-            info.OnlineNoteId = known->OnlineNoteId;
-        book_.syncLog.ReplaceSyncInfo(info);
+    static void AddFilesOf(const CNote& note, CNote& going) {
+        going.attachments.insert(going.attachments.end(), note.attachments.begin(), note.attachments.end());
+    }
+
+    /// Those that no note of the target names, as its files stand: a system that reports a rename as failed may have
+    /// done it, and then a copy names them.
+    void DropUnnamedFilesOf(CNote& going) {
+        going.attachments = WithUnnamedFiles(going.attachments, "notes that were replaced or could not be copied",
+                                             {book_.paths, world_.context, world_.faults});
+        files_.Drop(going);
     }
 
     const CopyWorld& world_;
     const CDatabase& target_;
     const CNoteList& notes_;
     std::vector<CNote> heads_;
+    bool isUnread_ = false;
     OpenNoteBook book_;
     SourceMerge merge_;
     AttachmentCopies files_;
     std::unordered_map<std::string, std::vector<const CNote*>> byGuid_;
     std::vector<ArchiveNote> entries_;
+    int newer_ = 0;
 };
+
+void TellNewer(int count, const CDatabase& target, Prompts& prompts) {
+    if (count > 0)
+        prompts.Message(target.name + " has newer forms of  *" + std::to_string(count) +
+                            "*  of the notes. They stay as they are, and these notes were not copied.",
+                        "Notes Not Copied", PromptIcon::Information);
+}
 
 }  // namespace
 
@@ -201,6 +221,7 @@ CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, 
     world.progress.SetMessage("Loading *" + target.name + "* NoteBook.........(may take a few moments)");
     CopyResult result = NoteCopier(notes, target, world).Run();
     world.progress.Hide();
+    TellNewer(result.newer, target, world.prompts);
     return result;
 }
 

@@ -33,13 +33,16 @@ struct CopyWorld {
 struct CopyResult {
     int copied = -1;  ///< number of notes; -1 when nothing was done
     LongList ids;     ///< of the copies, in order
+    int newer = 0;    ///< number of notes that stayed behind: the target has a newer form of them
 };
 
 /// Copies notes into another NoteBook, working on its files: attachments, authors, types, sources and categories first,
 /// then the note files, then the sync log, so that a crash leaves entries that nothing uses and never a note that names
 /// nothing. A copy keeps its guid and gets a new id; a note of the target with that guid goes once the copy stands, its
-/// attachment files last. Each file is written once. It can be stopped until the lists are written: nothing has changed
-/// then.
+/// attachment files last; one that was edited later than the note stays, no copy is made then, and it is told. Each
+/// file is written once. It can be stopped until the lists are written: nothing has changed then. Nothing is copied,
+/// and it is told, unless all files of the target could be read: a note that it has would come in beside itself. A
+/// damaged file counts as read as far as it goes.
 CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyWorld& world);
 
 /// The command for one note: finds the target by id and says when the copy is done.

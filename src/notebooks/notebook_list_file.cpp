@@ -9,7 +9,7 @@ void NoteBookListFile::Load(const ReadContext& context) {
     double version = 0.0;
     isWhole_ = true;
     read_ = LoadDatabases(file_, context, list_, version, &isWhole_);
-    TellFailedRead(faults_, "The list of NoteBooks could not be read", file_, read_);
+    TellFailedRead(faults_, kNoteBooksUnread, file_, read_);
 }
 
 bool NoteBookListFile::Save(std::vector<CDatabase> list) {

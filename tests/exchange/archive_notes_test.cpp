@@ -23,6 +23,25 @@ protected:
             WriteArchiveNote(stream, entry, authors_);
         return stream.DiskBytes();
     }
+    enum class Place { None, BeforeTheCount, Counted };
+    /// An archive whose notes are plain records, with the sources note at a place.
+    std::string Plain(const std::vector<CNote>& notes, Place place = Place::None, bool withSources = false) const {
+        const ArchiveNote all = MakeSourcesNote(sources_, world_.context.now);
+        RecordWriter stream, sources;
+        WriteNote(&sources, all.note);
+        if (withSources) {
+            sources = {};
+            WriteArchiveNote(sources, all, authors_);
+        }
+        WriteFixedDouble(&stream, 11.56);
+        WriteDateField(&stream, DateTime(2012, 5, 6, 7, 8, 9));
+        stream.Append(place == Place::BeforeTheCount ? sources.Logical() : "");
+        WriteFixedInt(&stream, static_cast<int32_t>(notes.size()) + (place == Place::Counted ? 1 : 0));
+        stream.Append(place == Place::Counted ? sources.Logical() : "");
+        for (const CNote& note : notes)
+            WriteNote(&stream, note);
+        return stream.DiskBytes();
+    }
     std::vector<ArchiveNote> ReadAll(const std::string& bytes) {
         reader_.OpenBytes(bytes);
         std::vector<ArchiveNote> entries;
@@ -87,6 +106,70 @@ TEST_F(ArchiveNotes, TakeTheSourcesNoteInBothPlaces) {
         EXPECT_EQ(reader_.SourcesNote()->note.id, kSourcesNoteID);
         EXPECT_EQ(reader_.SourcesNote()->sources.size(), 3u);
         EXPECT_EQ(reader_.SourcesNote()->note.sources, (LongList{1011, 1012, 1013}));
+    }
+}
+
+TEST_F(ArchiveNotes, StandInOtherFilesAsPlainRecords) {
+    CNote text = DayNote(3);
+    text.rtfText = std::string(5000, 'x');  // read as what it isn't, it has room for many empty fields
+    const std::vector<CNote> several[] = {{FullNote(7)}, {FullNote(7), DayNote(1), text}, {text, DayNote(2)}};
+    for (const std::vector<CNote>& notes : several) {
+        for (const Place place : {Place::None, Place::BeforeTheCount, Place::Counted}) {
+            for (const bool withSources : {false, true}) {
+                SCOPED_TRACE(testing::Message() << notes.size() << static_cast<int>(place) << withSources);
+                ReadAll(Plain(notes, place, withSources));
+                EXPECT_FALSE(reader_.IsWhole());
+                const std::optional<PlainArchive> plain = reader_.ReadPlain();
+                ASSERT_TRUE(plain);
+                ASSERT_EQ(plain->notes.size(), notes.size());
+                for (size_t i = 0; i < notes.size(); ++i) {
+                    EXPECT_EQ(RecordOf(plain->notes[i].note), RecordOf(notes[i]));
+                    EXPECT_TRUE(plain->notes[i].sources.empty());
+                }
+                ASSERT_EQ(plain->sourcesNote.has_value(), place != Place::None);
+                if (plain->sourcesNote) {
+                    EXPECT_EQ(plain->sourcesNote->sources.size(), withSources ? 3u : 0u);
+                }
+            }
+        }
+    }
+    std::string later = Plain({DayNote(1)});
+    later.replace(0, 20, "0000000011.560000001");
+    ReadAll(later);
+    EXPECT_FALSE(reader_.ReadPlain());
+}
+
+TEST_F(ArchiveNotes, AreNoPlainRecordsIfTheyBreakOff) {
+    const ArchiveNote all = MakeSourcesNote(sources_, world_.context.now);
+    const ArchiveNote full = MakeArchiveNote(FullNote(7), sources_);
+    CNote text = DayNote(1);  // as a number of sources, its id would leave the fields behind it in step
+    text.rtfText = std::string(1500, 'x');
+    RecordWriter uncounted;
+    WriteFixedDouble(&uncounted, 11.56);
+    WriteDateField(&uncounted, world_.context.now);
+    for (const ArchiveNote& entry : {all, full, ArchiveNote{text, {}}}) {
+        WriteArchiveNote(uncounted, entry, authors_);
+        if (entry.note.id == kSourcesNoteID)
+            WriteFixedInt(&uncounted, 2);
+    }
+    const std::string archives[] = {Written({full, {text, {}}}), Written({{text, {}}, full, full}),
+                                    Written({{DayNote(3), {}}, {text, {}}, {DayNote(2), {}}}),
+                                    Written({all, {DayNote(2), {}}, {text, {}}}), uncounted.DiskBytes()};
+    for (const std::string& bytes : archives) {
+        for (size_t size = 0; size < bytes.size(); ++size) {
+            reader_.OpenBytes(bytes.substr(0, size));
+            ASSERT_FALSE(reader_.ReadPlain()) << size << " of " << bytes.size();
+        }
+        ReadAll(bytes);
+        EXPECT_TRUE(reader_.IsWhole());
+        ReadAll(bytes + "0");
+        EXPECT_FALSE(reader_.ReadPlain());
+    }
+    const std::string one = Written({full}), record = Plain({full.note});
+    ASSERT_EQ(one.substr(0, record.size()), record);
+    for (size_t size = 0; size < one.size(); ++size) {
+        reader_.OpenBytes(one.substr(0, size));
+        EXPECT_EQ(reader_.ReadPlain().has_value(), size == record.size()) << "the same bytes";
     }
 }
 

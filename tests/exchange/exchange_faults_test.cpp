@@ -104,6 +104,10 @@ protected:
         PutBytes(to_->Attachment("0000001.png"), "the old picture");
         before_ = FormsOf(*to_);
     }
+    std::optional<size_t> Undo() {
+        return UndoImport(
+            changes_, to_->book, to_->counters, [] {}, to_->world.context, to_->faults, nullptr);
+    }
     bool IsTold() const { return !to_->prompts.seen.empty() || !to_->faults.faults.empty(); }
     /// What stands there after a start, of which each note is as it was or as it has become.
     Forms CheckedForms() {
@@ -142,15 +146,25 @@ TEST_F(ImportFaults, AnImportLosesNothingAndTellsWhicheverCallFails) {
             50);
 }
 
+TEST_F(ImportFaults, TheUndoOfAnImportInWhichACallFailedBringsBackWhatWasThere) {
+    const auto check = [&](const ImportOutcome& outcome, bool) {
+        to_->Load();
+        to_->faults.faults.clear();
+        to_->prompts.seen.clear();
+        EXPECT_TRUE(outcome.result <= 0 || Undo().has_value());
+        EXPECT_TRUE(CheckedForms() == before_ || IsTold() || outcome.result < 0);
+    };
+    EXPECT_GT(FailEachCall(
+                  AllFolders(), EIO, false, [&] { Prepare(); }, [&] { return to_->Import(archive_, chooser_); }, check),
+              50);
+}
+
 TEST_F(ImportFaults, AnUndoneImportLosesNothingAndTellsWhicheverCallFails) {
     const auto prepare = [&] {
         Prepare();
         EXPECT_EQ(to_->Import(archive_, chooser_).result, 2);
     };
-    const auto undo = [&] {
-        return UndoImport(
-            changes_, to_->book, to_->counters, [] {}, to_->world.context, to_->faults, nullptr);
-    };
+    const auto undo = [&] { return Undo(); };
     const auto check = [&](const std::optional<size_t>&, bool) {
         const bool isTold = IsTold();
         const size_t shown = to_->book.TotalNoteCount();

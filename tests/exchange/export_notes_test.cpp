@@ -187,6 +187,7 @@ TEST_F(ExportNotesTest, NoNameOfATargetReachesAnythingElse) {
 TEST_F(ExportNotesTest, TakesTheRecordThatShowsOfANoteThatStandsTwiceInItsFile) {
     CNote older = DayNote(8), newer = DayNote(8);
     newer.dateEdited = DateTime(2021, 1, 1);
+    older.keyWords = "older";
     newer.keyWords = "newer";
     for (const auto& held : {std::vector<CNote>{older, newer}, std::vector<CNote>{newer, older}}) {
         made_.folder.Put("DAY01012020.dat", held);
@@ -194,7 +195,7 @@ TEST_F(ExportNotesTest, TakesTheRecordThatShowsOfANoteThatStandsTwiceInItsFile) 
         const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
         EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 2);
         EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
-        EXPECT_EQ(made_.Notes().front().keyWords, "newer");
+        EXPECT_EQ(made_.Notes().front().keyWords, held.front().keyWords);
     }
     EXPECT_TRUE(made_.faults.faults.empty());
 }

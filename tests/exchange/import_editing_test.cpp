@@ -4,6 +4,7 @@
 
 #include "exchange/exchange_world.h"
 #include "notes/attachment_kind.h"
+#include "support/draft_reading.h"
 #include "support/memory_store.h"
 
 namespace lore {
@@ -61,7 +62,7 @@ protected:
         Lines texts;
         for (const std::filesystem::path& file : DraftStore(to_.book.paths).ListDrafts()) {
             Draft draft;
-            EXPECT_TRUE(DraftStore::ReadDraft(file, to_.world.context, draft));
+            EXPECT_TRUE(ReadsDraft(file, to_.world.context, draft));
             texts.push_back(draft.note.plainText);
         }
         return texts;
@@ -117,6 +118,22 @@ TEST_F(ImportEditingTest, AnEditedNoteLandsAsItWasEdited) {
     EXPECT_EQ(edited->guid, FullNote(7).guid);
 }
 
+TEST_F(ImportEditingTest, AnAddedFileWithAVeryLongEndingLandsWithoutTheEnding) {
+    const std::filesystem::path file = folder_ / ("a." + std::string(240, 'e'));
+    PutBytes(file, "a new file");
+    Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
+        const size_t row = RowWith(comparison, "First\r\nSecond");
+        EditNoteSession session = editing.Open(row);
+        ASSERT_TRUE(session.attachments.AddFile(file.string()));
+        FixedNoteText text("{\\rtf1 Edited}");
+        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        editing.Take(row, session);
+    });
+    EXPECT_TRUE(to_.faults.faults.empty());
+    EXPECT_EQ(to_.Notes().back().attachments.back().storedFile, "0000003.");
+    EXPECT_EQ(BytesOf(to_.Attachment("0000003.")), "a new file");
+}
+
 TEST_F(ImportEditingTest, AnEditedNoteThatIsKnownKeepsItsIdAndReadsNewer) {
     const ImportOutcome outcome = Import(from_, [&](ImportEditing& editing, ImportComparison& comparison) {
         const size_t row = RowWith(comparison, "Second note");
@@ -142,7 +159,7 @@ TEST_F(ImportEditingTest, WhatIsWrittenOnTheWayIsKeptAsADraftOfTheOpenNoteBook) 
         Draft read;
         const std::vector<std::filesystem::path> files = store.ListDrafts();
         EXPECT_EQ(files.size(), 1u);
-        EXPECT_TRUE(!files.empty() && DraftStore::ReadDraft(files.front(), to_.world.context, read));
+        EXPECT_TRUE(!files.empty() && ReadsDraft(files.front(), to_.world.context, read));
         return read;
     };
     PutBytes(folder_ / "new.pdf", "a new file");
@@ -228,7 +245,7 @@ TEST_F(ImportEditingTest, AKeptDraftHoldsThePicturesThatHaveLeftItsText) {
     const std::vector<std::filesystem::path> files = DraftStore(to_.book.paths).ListDrafts();
     ASSERT_EQ(files.size(), 1u);
     Draft draft;
-    ASSERT_TRUE(DraftStore::ReadDraft(files.front(), to_.world.context, draft));
+    ASSERT_TRUE(ReadsDraft(files.front(), to_.world.context, draft));
     ASSERT_EQ(draft.note.attachments.back().title, "Picture 1.png");
     EXPECT_EQ(BytesOf(draft.note.attachments.back().sourceFile), "moved");
 }

@@ -192,6 +192,93 @@ TEST_F(ImportNotesTest, TextsOverTheLimitStayBehindAndAreTold) {
     EXPECT_TRUE(CheckNoteBook(to_.folder.paths, to_.world.context, to_.faults).empty());
 }
 
+TEST_F(ImportNotesTest, ANoteWithATextOverTheLimitIsNoRow) {
+    const std::string tooLong(kMaxStringLength + 1, 'x');
+    const std::pair<const char*, std::function<void(CNote&)>> cases[] = {
+        {"plain text", [&](CNote& note) { note.plainText = tooLong; }},
+        {"rich text", [&](CNote& note) { note.rtfText = tooLong; }},
+        {"line of key words", [&](CNote& note) { note.keyWords = tooLong; }},
+        {"GUID", [&](CNote& note) { note.guid = tooLong; }},
+        {"category",
+         [&](CNote& note) {
+             note.categories[1] = PathOf({{3, "Lights"}, {4, tooLong}});
+         }},
+        {"name of an attachment", [&](CNote& note) {
+             note.attachments = {{0, 1.0, tooLong, "", "http://a", 12, false}};
+         }}};
+    CNote other = DayNote(10);
+    other.rtfText = std::string(kMaxStringLength, 'x');
+    for (const auto& [name, spoil] : cases) {
+        SCOPED_TRACE(name);
+        ExchangeBook to;
+        TestChooser chooser;
+        CNote note = DayNote(9);
+        spoil(note);
+        MakeArchive({note, other}, {});
+        EXPECT_EQ(to.Import(archive_, chooser).result, 1);
+        EXPECT_EQ(chooser.seen.size(), 1u);
+        ASSERT_EQ(to.faults.faults.size(), 1u);
+        EXPECT_THAT(to.faults.faults[0].what,
+                    testing::HasSubstr("Note 9 was left out: it has a " + std::string(name) + " of 500001 bytes"));
+        EXPECT_TRUE(CheckNoteBook(to.folder.paths, to.world.context, to.faults).empty());
+    }
+}
+
+TEST_F(ImportNotesTest, PlainRecordsLandWithTheSourcesThatTheSourcesNoteBrings) {
+    const ArchiveNote all = MakeSourcesNote(from_.book.sources, from_.world.context.now);
+    CNote strange = SourceNote(9, {4711});
+    for (const bool withSources : {false, true}) {
+        SCOPED_TRACE(withSources);
+        RecordWriter stream;
+        WriteArchiveHead(stream, DateTime(2026, 1, 1), withSources ? 4 : 3);
+        if (withSources)
+            WriteArchiveNote(stream, all, from_.book.authors);
+        for (const CNote& note : {FullNote(7), DayNote(8), strange})
+            WriteNote(&stream, note);
+        PutBytes(archive_, RawZip({File("_ExpNotes.dat", stream.DiskBytes()), File("0000001.png", "a picture")}));
+        ExchangeBook to;
+        EXPECT_EQ(to.Import(archive_, chooser_).result, 3);
+        EXPECT_EQ(to.book.sources.Count(), withSources ? 3u : 0u);
+        EXPECT_EQ(to.book.notesWithoutSource.Count(), withSources ? 2u : 3u);
+        EXPECT_EQ(to.AttachmentNames(), Lines{"0000001.png"});
+        ASSERT_EQ(to.faults.faults.size(), 1u);
+        EXPECT_EQ(to.faults.faults[0].what,
+                  std::string(withSources ? "1" : "2") + " notes of the archive come without sources that they name");
+        for (const CNote& note : to.Notes()) {
+            if (withSources && note.guid == FullNote(7).guid) {
+                EXPECT_EQ(to.book.sources.FindSourceByID(note.sources[0])->SourceGUID, "{SOURCE 1011}");
+            }
+        }
+    }
+}
+
+TEST_F(ImportNotesTest, ASourceThatManyPlainRecordsNameIsNotCopiedWithoutEnd) {
+    CSource& source = *from_.book.sources.FindSourceByID(1011);
+    for (size_t slot = 0; slot < 10; ++slot)
+        source.FieldTexts[slot] = std::string(400'000, 'x');
+    RecordWriter stream;
+    WriteArchiveHead(stream, DateTime(2026, 1, 1), 41);
+    WriteArchiveNote(stream, MakeSourcesNote(from_.book.sources, from_.world.context.now), from_.book.authors);
+    for (int32_t id = 1; id <= 40; ++id)
+        WriteNote(&stream, SourceNote(id, {1011}));
+    PutBytes(archive_, RawZip({File("_ExpNotes.dat", stream.DiskBytes())}));
+    ImportArchive archive;
+    ASSERT_TRUE(archive.Open(archive_, to_.faults).Ok());
+    archive.ReadNotes(
+        to_.world.context, to_.faults, [](int) {}, [] {});
+    ASSERT_EQ(archive.notes.size(), 40u);
+    EXPECT_EQ(archive.notes.front().sources.size(), 1u);
+    EXPECT_TRUE(archive.notes.back().sources.empty());
+    EXPECT_EQ(to_.faults.faults.size(), 1u);
+}
+
+TEST_F(ImportNotesTest, AMissingFileIsToldByItsNameInUnicode) {
+    MakeArchive({WithFile(1, "0000004.caf\xE9")}, {});
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 1);
+    ASSERT_EQ(to_.faults.faults.size(), 1u);
+    EXPECT_EQ(to_.faults.faults[0].path, "0000004.caf\xC3\xA9");
+}
+
 TEST_F(ImportNotesTest, ItsOwnArchiveOffersNothingUnlessTheSameAreShown) {
     TestChooser same;
     same.change = [](ImportComparison& comparison) { EXPECT_TRUE(comparison.Shown().empty()); };
@@ -314,6 +401,7 @@ TEST_F(ImportNotesTest, RefusedArchivesSaySoAndChangeNothing) {
          },
          -1, "a hundred times"},
     };
+    to_.prompts.whileShown = [this] { EXPECT_EQ(to_.progress.shown, 0) << "behind the message"; };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         c.make();
@@ -334,12 +422,14 @@ TEST_F(ImportNotesTest, RefusedArchivesSaySoAndChangeNothing) {
     to_.prompts.seen.clear();
     TellImportResult({-2112, {}, false}, to_.prompts);
     TellImportResult({-1, {}, false}, to_.prompts);
+    TellImportResult({-1, {}, false, "Why"}, to_.prompts);
     TellImportResult({12, {}, false}, to_.prompts);
     EXPECT_EQ(
         to_.prompts.seen,
         (Lines{"Import Failed: The file you are trying to import was created in an updated version of Lorebinder, "
                "please go to \"Help->Check for program updates\" to download and install the latest version.",
                "Import Failed: The import has failed, the import file could be corrupt.",
+               "Import Failed: The import has failed, the import file could be corrupt.\n\nWhy",
                "Finished!: All  *12*  of your notes have been successfully imported!"}));
 }
 
@@ -436,7 +526,7 @@ TEST_F(ImportNotesTest, ALinkedNoteBookAsksAndRecords) {
         EXPECT_EQ(info.OnlineNoteId, isFull ? 77 : -1);
         EXPECT_EQ(info.NoteId, isFull ? 7 : 8);
         EXPECT_EQ(info.NoteFile, isFull ? "SRC0000001011.dat" : "DAY01012020.dat");
-        EXPECT_EQ(info.SyncState, kStoredTrue);
+        EXPECT_EQ(info.SyncState, isFull ? -1 : kStoredTrue) << "what the user keeps out of sync stays there";
         EXPECT_TRUE(info.Changed);
         for (const DateTime& date :
              {info.Change1, info.Change2, info.SourcesChanged, info.KeyWordsChanged, info.CategoriesChanged})
@@ -452,11 +542,69 @@ TEST_F(ImportNotesTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
         std::filesystem::remove(path);
         std::filesystem::create_directories(path / "in the way");
         to.faults.faults.clear();
-        EXPECT_EQ(to.Import(archive_, chooser_).result, -1);
+        const ImportOutcome outcome = to.Import(archive_, chooser_);
+        EXPECT_EQ(outcome.result, -1);
+        EXPECT_THAT(outcome.reason, testing::HasSubstr("could not be written: " + path.string() + " ("));
         EXPECT_EQ(to.book.TotalNoteCount(), 0u);
         EXPECT_TRUE(to.AttachmentNames().empty());
         ASSERT_FALSE(to.faults.faults.empty());
         EXPECT_NE(to.faults.faults[0].what.find("could not be written"), std::string::npos);
+    }
+}
+
+TEST_F(ImportNotesTest, NothingIsImportedUnlessAllNotesOfTheNoteBookCouldBeRead) {
+    ASSERT_EQ(to_.Import(archive_, chooser_).result, 2);
+    const std::filesystem::path file = *to_.book.index.FindPath(to_.Notes().back().id),
+                                aside = to_.folder.folder / "aside";
+    struct Case {
+        bool duringTheLoad, duringTheImport;
+    };
+    for (const Case& unread : {Case{false, true}, Case{true, true}, Case{true, false}}) {
+        SCOPED_TRACE(testing::Message() << unread.duringTheLoad << unread.duringTheImport);
+        std::filesystem::rename(file, aside);
+        std::filesystem::create_symlink(file, file);  // it is there, and nobody can read it
+        const auto bringBack = [&] {
+            std::filesystem::remove(file);
+            std::filesystem::rename(aside, file);
+        };
+        if (unread.duringTheLoad)
+            to_.Load();
+        if (!unread.duringTheImport)
+            bringBack();
+        to_.faults.faults.clear();
+        chooser_.seen.clear();
+        const ImportOutcome outcome = to_.Import(archive_, chooser_);
+        EXPECT_EQ(outcome.result, -1);
+        EXPECT_THAT(outcome.reason, testing::HasSubstr("(not all notes of the NoteBook could be read"));
+        EXPECT_TRUE(chooser_.seen.empty());
+        EXPECT_TRUE(std::any_of(to_.faults.faults.begin(), to_.faults.faults.end(),
+                                [](const Fault& fault) { return fault.what == "The notes could not be imported"; }));
+        if (unread.duringTheImport)
+            bringBack();
+        else
+            EXPECT_EQ(to_.book.TotalNoteCount(), 2u) << "the next try knows them all";
+        to_.Load();
+        EXPECT_EQ(to_.book.TotalNoteCount(), 2u);
+    }
+    to_.faults.faults.clear();
+    chooser_.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+    EXPECT_EQ(to_.Import(archive_, chooser_).result, 2);
+    EXPECT_EQ(to_.book.TotalNoteCount(), 2u);
+    EXPECT_TRUE(to_.faults.faults.empty());
+}
+
+TEST_F(ImportNotesTest, FilesOfANoteThatFailsGoUnlessANoteNamesThem) {
+    CNote other = DayNote(30, 3);
+    other.attachments.push_back({0, 1.0, "Lost", "0000001.txt", "", 2, false});
+    for (const bool isNamed : {false, true}) {
+        ExchangeBook to;
+        // A folder stands where the first note belongs.
+        std::filesystem::create_directories(to.folder.paths.NoteFile("DAY01012020.dat"));
+        if (isNamed)
+            to.folder.Put(GetNoteFileName(other), {other});
+        to.Load();
+        EXPECT_EQ(to.Import(archive_, chooser_).result, 1);
+        EXPECT_EQ(to.AttachmentNames(), isNamed ? (Lines{"0000001.txt", "0000002.png"}) : Lines{"0000002.png"});
     }
 }
 
@@ -475,6 +623,7 @@ TEST_F(ImportNotesTest, ADamagedListIsKeptBesideBeforeItIsWrittenAnew) {
     EXPECT_EQ(BytesOf(kept), damaged);
     EXPECT_EQ(to_.book.sources.Count(), 4u) << "those that could be read, and those of the notes";
     EXPECT_FALSE(std::filesystem::exists(to_.folder.paths.Authors().string() + ".kept")) << "it was whole";
+    EXPECT_EQ(to_.faults.faults.size(), 1u) << "told once";
 }
 
 TEST_F(ImportNotesTest, ASourceWithoutANumberIsLeftOut) {
@@ -581,14 +730,14 @@ TEST_F(ImportNotesTest, ARecordThatAnotherHidesIsNotReplacedBySomeNote) {
     shown.guid = "{SHOWN}";
     shown.rtfText = "{\\rtf1 shown}";
     hidden.guid = incoming.guid = "{HIDDEN}";
-    hidden.dateEdited = DateTime(2011, 1, 1);
     shown.dateEdited = DateTime(2012, 1, 1);
     incoming.dateEdited = DateTime(2020, 1, 1);
     incoming.rtfText = "{\\rtf1 incoming}";
     MakeArchive({incoming}, {});
-    for (const std::vector<CNote>& stored : {std::vector{shown, hidden}, std::vector{hidden, shown}}) {
+    for (const int year : {2011, 2013}) {
+        hidden.dateEdited = DateTime(year, 1, 1);
         ExchangeBook to;
-        to.folder.Put("DAY01012020.dat", stored);
+        to.folder.Put("DAY01012020.dat", {shown, hidden});
         to.Load();
         TestChooser chooser;
         EXPECT_EQ(to.Import(archive_, chooser).result, 1);

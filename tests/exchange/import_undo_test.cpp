@@ -123,6 +123,56 @@ TEST_F(ImportUndoTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
     EXPECT_FALSE(to_.faults.faults.empty());
 }
 
+TEST(ImportedFiles, OnesThatAnotherNoteNamesStayThroughAnImportAndItsUndo) {
+    const TempFolder folder;
+    const std::filesystem::path archive = folder / "a.lbe";
+    for (const bool undoable : {false, true}) {
+        SCOPED_TRACE(undoable);
+        ExchangeBook from, to;
+        FillBook(from);
+        FillBook(to);
+        std::vector<CNote> notes = from.Notes();
+        for (CNote& note : notes)
+            note.dateEdited = DateTime(2030, 1, 1);
+        ASSERT_EQ(from.Export(archive, notes), 2);
+        // A note beside the others that names a file of one of them.
+        const auto share = [&](int32_t id, const std::string& name) {
+            CNote note = DayNote(id, id);
+            note.attachments.push_back({0, 1.0, "Shared", name, "", 1, true});
+            to.folder.Put(GetNoteFileName(note), {note});
+            to.Load();
+        };
+        const auto imported = [&](const std::string& guid) {
+            for (const CNote& note : to.Notes()) {
+                if (note.guid == guid)
+                    return note.attachments.at(0).storedFile;
+            }
+            return std::string();
+        };
+        share(20, "0000001.png");
+        ImportChanges changes;
+        to.changes = undoable ? &changes : nullptr;
+        TestChooser chooser;
+        chooser.change = [](ImportComparison& comparison) { comparison.SetShowSame(true); };
+        ASSERT_EQ(to.Import(archive, chooser).result, 2);
+        const std::string picture = imported(FullNote(7).guid), text = imported(DayNote(8).guid);
+        ASSERT_NE(picture, "0000001.png");
+        EXPECT_EQ(BytesOf(to.Attachment("0000001.png")), "a picture");
+        EXPECT_FALSE(std::filesystem::exists(to.Attachment("0000002.txt"))) << "no other note names it";
+        if (undoable) {
+            share(21, picture);
+            EXPECT_EQ(UndoImport(
+                          changes, to.book, to.counters, [] {}, to.world.context, to.faults, nullptr),
+                      0u);
+            EXPECT_EQ(BytesOf(to.Attachment(picture)), "a picture");
+            EXPECT_FALSE(std::filesystem::exists(to.Attachment(text)));
+            EXPECT_EQ(BytesOf(to.Attachment("0000001.png")), "a picture");
+            EXPECT_EQ(BytesOf(to.Attachment("0000002.txt")).size(), 5000u);
+        }
+        EXPECT_TRUE(to.faults.faults.empty());
+    }
+}
+
 TEST_F(ImportUndoTest, DeletedNotesStayDeletedAndFilesOfReplacedOnesGoWithTheProgram) {
     const LongList ids{Find(FullNote(7).guid).id};
     NoteRemoval(to_.book, to_.world.context, to_.faults, nullptr).DeleteNotes(ids, false);

@@ -109,6 +109,54 @@ TEST_F(NoteDifferences, LeaveOutAColourThatIsNearlyAlikeAndIdsOfCategories) {
     EXPECT_EQ(Rows().size(), 2u);
 }
 
+TEST_F(NoteDifferences, ShowWhatSetsAttachmentsOfTheSameTitleApart) {
+    const auto link = [](const char* title, const char* address) {
+        return CAttachment{0, 1.0, title, "", address, kWebLink, false};
+    };
+    const auto picture = [](int32_t type, bool show) {
+        return CAttachment{0, 1.0, "Lamp", "0000001.png", "C:\\lamp.png", type, show};
+    };
+    struct Case {
+        std::vector<CAttachment> imported, database;
+        std::string importText, databaseText;  // empty for no row
+    };
+    const Case cases[] = {
+        {{link("Site", "http://a")}, {link("Site", "http://b")}, "Site (http://a)", "Site (http://b)"},
+        {{link("", "http://a")}, {link("", "http://b")}, "http://a", "http://b"},
+        {{link("Caf\xE9", "http://a")},
+         {link("Caf\xE9", "http://\xCE\xB1")},
+         "Caf\xE9 (http://a)",
+         "Caf\xC3\xA9 (http://\xCE\xB1)"},
+        {{picture(kImageFile, true)}, {picture(kImageFile, false)}, "Lamp (on the board)", "Lamp (not on the board)"},
+        {{picture(kImageFile, false)}, {picture(kPdfFile, false)}, "Lamp (Image File)", "Lamp (Adobe PDF File)"},
+        {{link("Site", "http://a"), link("Site", "http://b")},
+         {link("Site", "http://b"), link("Site", "http://a")},
+         "Site (http://a); Site (http://b)",
+         "Site (http://b); Site (http://a)"},
+        {{picture(kImageFile, true), link("Site", "http://a")},
+         {link("Site", "http://b")},
+         "Lamp; Site (http://a)",
+         "Site (http://b)"},
+        {{link("Site", "http://a"), picture(kImageFile, true)},
+         {link("Site", "http://a"), picture(kImageFile, true)},
+         "",
+         ""},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.importText);
+        imported_.note.attachments = c.imported;
+        database_.note.attachments = c.database;
+        const std::vector<DifferenceRow> rows = Rows();
+        ASSERT_EQ(rows.size(), c.importText.empty() ? 1u : 2u);
+        if (rows.size() > 1) {
+            EXPECT_EQ(rows[1], (DifferenceRow{"Attached Files:", c.importText, c.databaseText}));
+        }
+    }
+    imported_.note.attachments = database_.note.attachments = {picture(kImageFile, true)};
+    imported_.note.attachments[0].sourceFile = "/home/lamp.png";
+    EXPECT_EQ(Rows().size(), 1u) << "where a file came from tells nothing of it";
+}
+
 TEST_F(NoteDifferences, ColourTheLinesOfTheImportedTextOnly) {
     imported_.note.rtfText = "{\\rtf1\\ansi First\\par Second lamp}";
     const ImportDifferences found = CompareForImport(imported_, database_);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "notebooks/notebooks_world.h"
+#include "notes/check_notebook.h"
 #include "notes/note_book_loader.h"
 #include "notes/note_file_walk.h"
 #include "support/note_reading.h"
@@ -190,6 +191,62 @@ TEST_F(CopyNotesTest, SecondCopyTakesThePlaceOfTheFirstAndDoublesNothing) {
     EXPECT_EQ(copy.sourceInfo[2].text, "only here");
 }
 
+TEST_F(CopyNotesTest, ANoteOfTheTargetThatWasEditedLaterStaysAndIsTold) {
+    Copy({1, 2}, target);
+    const std::filesystem::path file = PathsOf(target).NoteFile("SRC0000001301.dat");
+    CNote other = FindNotes(Open(target).index, {1001}, context, faults).at(0);
+    const DateTime edited = other.dateEdited;
+    other.dateEdited = edited.PlusSeconds(1);
+    other.rtfText = "{\\rtf1 newer}";
+    const std::string newer = NoteFileBytes({&other, 1});
+    PutBytes(file, newer);
+    const CopyResult result = Copy({1, 2}, target);
+    EXPECT_EQ(result.copied, 1);
+    EXPECT_EQ(result.newer, 1);
+    EXPECT_THAT(result.ids.Values(), ElementsAre(1003));
+    EXPECT_THAT(prompts.seen,
+                ElementsAre("Notes Not Copied: Target has newer forms of  *1*  of the notes. They stay as "
+                            "they are, and these notes were not copied."));
+    EXPECT_EQ(BytesOf(file), newer);
+    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000042.PNG"));
+    EXPECT_EQ(Copy({1}, target).copied, 0);
+    EXPECT_EQ(prompts.seen.size(), 2u);
+    EXPECT_EQ(counters.MaxNoteID, 1003) << "no number for a note that stays behind";
+    EXPECT_EQ(BytesOf(file), newer);
+    for (const int earlier : {0, 1}) {
+        other.dateEdited = edited.PlusSeconds(-earlier);
+        PutBytes(file, NoteFileBytes({&other, 1}));
+        EXPECT_EQ(Copy({1}, target).copied, 1);
+        EXPECT_EQ(NotesOfFile(file, context).at(0).dateEdited, edited);
+    }
+    EXPECT_EQ(prompts.seen.size(), 2u);
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(CopyNotesTest, AFileThatAnotherNoteOfTheTargetNamesStaysWhenItsNoteIsReplaced) {
+    Copy({1}, target);
+    CNote other = DayNote(600, 6);
+    other.attachments.push_back({0, 1.0, "Shared", "0000042.PNG", "", 1, true});
+    PutNotes(target, {other});
+    EXPECT_THAT(Copy({1}, target).ids.Values(), ElementsAre(1002));
+    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000042.PNG", "0000043.PNG"));
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(CopyNotesTest, TheCounterIsStoredBehindAllCategoriesThatWereCopied) {
+    int whenStored = 0;
+    const OpenNoteBook from = Open(main);
+    CNoteList list;
+    for (const CNote& note : FindNotes(from.index, {1, 2}, context, faults))
+        list.AddNote(note);
+    CopyWorld world = World(from);
+    world.saveOptions = [&] { whenStored = counters.MaxCategoryID; };
+    EXPECT_EQ(CopyNotesToNoteBook(list, target, world).copied, 2);
+    const int32_t highest = Open(target).categories.HighestID();
+    EXPECT_GT(highest, 50);
+    EXPECT_GE(whenStored, highest);
+}
+
 TEST_F(CopyNotesTest, LinkedTargetIsLoggedWhileSyncIsEngaged) {
     SyncLog log;
     log.link.Linked = kStoredTrue;
@@ -214,6 +271,15 @@ TEST_F(CopyNotesTest, LinkedTargetIsLoggedWhileSyncIsEngaged) {
     EXPECT_EQ(replaced.NoteFile, "DAY01092020.dat");
     EXPECT_EQ(replaced.SourcesChanged, context.nowUtc);
     EXPECT_EQ(log.Records()[1].NoteId, 1002);
+    CSyncInfo resting = replaced;
+    resting.SyncState = -1;
+    log.ReplaceSyncInfo(resting);
+    SaveSyncLogTo(PathsOf(target).SyncLog(), log);
+    Copy({2}, target);
+    LoadSyncLogFrom(PathsOf(target).SyncLog(), log);
+    EXPECT_EQ(log.FindSyncInfo("{G2}")->NoteId, 1004);
+    EXPECT_EQ(log.FindSyncInfo("{G2}")->OnlineNoteId, 88);
+    EXPECT_EQ(log.FindSyncInfo("{G2}")->SyncState, -1) << "the user keeps it out of sync";
 }
 
 TEST_F(CopyNotesTest, NothingIsDoneWithoutNotesOrATargetOrIntoTheSameNoteBook) {
@@ -226,13 +292,52 @@ TEST_F(CopyNotesTest, NothingIsDoneWithoutNotesOrATargetOrIntoTheSameNoteBook) {
     EXPECT_EQ(counters.MaxNoteID, 1000);
 }
 
+TEST_F(CopyNotesTest, NothingIsCopiedUnlessAllOfTheTargetCouldBeRead) {
+    Copy({1}, target);
+    const NoteBookPaths paths = PathsOf(target);
+    const std::string sources = BytesOf(paths.Sources());
+    for (const std::filesystem::path& unread : {paths.NoteFile("SRC0000001301.dat"), paths.Notes(), paths.Sources()}) {
+        SCOPED_TRACE(unread);
+        const std::filesystem::path aside = folder / "aside";
+        std::filesystem::rename(unread, aside);
+        std::filesystem::create_symlink(unread, unread);  // it is there, and nobody can read it
+        faults.faults.clear();
+        EXPECT_EQ(Copy({1, 2}, target).copied, -1);
+        ASSERT_GE(faults.faults.size(), 2u);
+        EXPECT_EQ(faults.faults.back().what, "The notes could not be copied");
+        std::filesystem::remove(unread);
+        std::filesystem::rename(aside, unread);
+        EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000042.PNG"));
+        EXPECT_EQ(BytesOf(paths.Sources()), sources);
+        EXPECT_EQ(counters.MaxNoteID, 1001);
+    }
+    faults.faults.clear();
+    EXPECT_THAT(Copy({1}, target).ids.Values(), ElementsAre(1002));
+    EXPECT_EQ(NotesIn(target).size(), 2u) << "it took the place of the first copy";
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(CopyNotesTest, FilesOfACopyThatFailsGoUnlessANoteNamesThem) {
+    // A folder stands where the copy of the note with a file belongs.
+    std::filesystem::create_directories(PathsOf(target).NoteFile("SRC0000001301.dat"));
+    EXPECT_EQ(Copy({1, 2}, target).copied, 1);
+    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt"));
+    CNote other = DayNote(600, 6);
+    other.attachments.push_back({0, 1.0, "Lost", "0000042.PNG", "", 1, true});
+    PutNotes(target, {other});
+    EXPECT_EQ(Copy({1, 2}, target).copied, 1);
+    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000042.PNG"));
+}
+
 TEST_F(CopyNotesTest, ListThatCannotBeWrittenStopsTheCopy) {
+    // A link to a place that can't be made.
     std::filesystem::remove(PathsOf(target).Sources());
-    std::filesystem::create_directories(PathsOf(target).Sources() / "held");
+    std::filesystem::create_symlink(folder / "none" / "Sources.dat", PathsOf(target).Sources());
     EXPECT_EQ(Copy({1}, target).copied, -1);
     EXPECT_EQ(NotesIn(target).size(), 1u);
     EXPECT_THAT(Attachments(), ElementsAre("0000041.txt"));
-    EXPECT_FALSE(faults.faults.empty());
+    ASSERT_FALSE(faults.faults.empty());
+    EXPECT_EQ(faults.faults[0].what, "The sources could not be written");
 }
 
 TEST_F(CopyNotesTest, FileThatCannotBeWrittenStopsTheCopy) {
@@ -270,12 +375,15 @@ TEST_F(CopyNotesTest, ACopyCanBeStoppedUntilTheListsAreWrittenAndLeavesNothing) 
     EXPECT_EQ(Copy({1, 2}, target).copied, 2);
 }
 
-TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteComesWithoutIt) {
+TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteNamesAFileThatNoneWillBe) {
     std::filesystem::remove(PathsOf(main).Attachments() / "0000003.PNG");
     EXPECT_EQ(Copy({1}, target).copied, 1);
     ASSERT_EQ(faults.faults.size(), 1u);
     const CNote copy = FindNotes(Open(target).index, {1001}, context, faults).at(0);
-    EXPECT_EQ(copy.attachments[0].storedFile, "");
+    EXPECT_EQ(copy.attachments[0].storedFile, "0000000.PNG");
+    const std::vector<Finding> found = CheckNoteBook(PathsOf(target), context, faults);
+    EXPECT_TRUE(std::any_of(found.begin(), found.end(),
+                            [](const Finding& one) { return one.kind == FindingKind::AttachmentMissing; }));
 }
 
 TEST_F(CopyNotesTest, BoardCommandFindsTheTargetByIdAndSaysWhenItIsDone) {

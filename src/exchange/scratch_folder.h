@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace lore {
+
+/// A folder for what is needed for a while; it goes with its owner. All that lies in it is deleted: its name comes from
+/// nowhere outside.
+class ScratchFolder {
+public:
+    /// What a crash has left goes first: `left`, which is the folder itself or one above it.
+    ScratchFolder(std::filesystem::path path, const std::filesystem::path& left) : path_(std::move(path)) {
+        std::error_code ignored;
+        std::filesystem::remove_all(left, ignored);
+        std::filesystem::create_directories(path_, ignored);
+    }
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    const std::filesystem::path& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+}  // namespace lore
