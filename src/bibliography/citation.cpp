@@ -48,6 +48,7 @@ public:
         out_.clear();
         for (size_t i = 0; i < cell_.pieceCount; ++i)
             WritePiece(i);
+        CutToRecord(out_);
         for (size_t i = 0; i < cell_.markCount; ++i)
             WriteMark(cell_.marks[i]);
     }

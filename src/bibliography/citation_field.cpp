@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/record_file.h"
 #include "base/text.h"
 
 namespace lore {
@@ -49,6 +50,17 @@ std::string SourceDateText(const CSource& source, std::string_view fullFormat) {
     if (!source.HasDate)
         return {};
     return source.SourceDate.Format(source.YearOnly == 1 ? "%Y" : fullFormat);
+}
+
+void CutToRecord(std::string& citation) {
+    if (citation.size() <= kMaxStringLength)
+        return;
+    size_t end = kMaxStringLength;
+    if (IsValidUtf8(citation)) {
+        while ((static_cast<unsigned char>(citation[end]) & 0xC0) == 0x80)
+            --end;
+    }
+    citation.resize(end);
 }
 
 }  // namespace lore

@@ -19,4 +19,7 @@ std::string SourceDateText(const CSource& source, std::string_view fullFormat);
 void AppendField(std::string& out, std::string_view text, std::string_view before, std::string_view after,
                  bool ordinal);
 
+/// Cuts a citation to what a field of a record holds; a character of UTF-8 is cut off whole.
+void CutToRecord(std::string& citation);
+
 }  // namespace lore

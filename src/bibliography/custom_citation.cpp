@@ -58,6 +58,7 @@ void FormatCustomSource(CSource& source, const AuthorList& authors) {
             out.append(text).append(EndText(field.end)).append(" ");
         return out.size() > kMaxStringLength;
     });
+    CutToRecord(out);
     for (auto field = fields.begin(); field != last; ++field) {
         if (const EmphasisKind kind = FieldEmphasis(*field); kind != kEmphasisNone)
             MarkText(source, TextOf(*field, source, dateText), kind, out);
