@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/file_copy.h"
 #include "base/text.h"
 #include "classify/category_record.h"
 #include "classify/note_lists.h"
@@ -59,7 +58,7 @@ void SeekDeepest(const CProCategoryTree& node, int level, Deepest& deepest) {
 CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
     version = other.version;
     unread_ = other.unread_;
-    damaged_ = other.damaged_;
+    isWhole_ = other.isWhole_;
     EditRoots() = other.roots_;
     return *this;
 }
@@ -86,18 +85,13 @@ FileResult CProCategoryList::Load(const std::filesystem::path& path) {
     const FileResult result = OpenRecordFile(path, reader);
     Read(result.Ok() ? reader.get() : nullptr);
     unread_ = result.Missing() ? FileResult{} : result;
-    damaged_ = result.Ok() && !reader->ReadWhole() ? path : std::filesystem::path();
+    isWhole_ = !result.Ok() || reader->ReadWhole();
     return result;
 }
 
 FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
     if (!unread_.Ok())
         return unread_;
-    if (!damaged_.empty() && path == damaged_) {
-        if (const FileResult copied = KeepIfThere(path); !copied.Ok())
-            return copied;
-        damaged_.clear();
-    }
     RecordWriter writer;
     Write(&writer);
     return SaveRecordFile(path, writer);
@@ -137,7 +131,10 @@ void CProCategoryList::LinkAll() {
 }
 
 void CProCategoryList::Assign(const CProCategoryList& other) {
-    *this = other;
+    version = other.version;
+    if (unread_.Ok())
+        unread_ = other.unread_;
+    EditRoots() = other.roots_;
     LinkAll();
 }
 

@@ -24,7 +24,7 @@ public:
         : version(other.version),
           roots_(other.roots_),
           unread_(other.unread_),
-          damaged_(other.damaged_),
+          isWhole_(other.isWhole_),
           fresh_(false) {}
     CProCategoryList(CProCategoryList&&) = default;
     CProCategoryList& operator=(const CProCategoryList& other);
@@ -38,10 +38,13 @@ public:
     /// Replaces the forest by the file's. A file that doesn't open leaves no category but `<UNASSIGNED>`, which is
     /// appended wherever the file lacks it.
     FileResult Load(const std::filesystem::path& path);
-    /// False if the file of the last load was damaged and what it held isn't kept beside.
-    bool ReadWhole() const { return damaged_.empty(); }
+    /// False if the file of the last load broke off or holds more than its records show. Who writes it anew keeps it
+    /// beside first, as WriteCategories does.
+    bool ReadWhole() const { return isWhole_; }
+    /// What the file held is kept beside; from here on the forest is whole.
+    void MarkWhole() { isWhole_ = true; }
     /// Writes the file in the current version. Gives the failure of Load instead if the file was there and could not be
-    /// read: it holds categories that this forest has never seen. A file that broke off is kept beside first.
+    /// read: it holds categories that this forest has never seen.
     FileResult Save(const std::filesystem::path& path) const;
     /// The same as Load and Save on a stream.
     void Read(RecordReader* stream);
@@ -51,7 +54,8 @@ public:
     CProCategoryTree& AddRoot(const CProCategoryTree& root);
     /// Makes parent ids and parent pointers of all nodes true, and the ids findable again.
     void LinkAll();
-    /// Copies version and roots of another list.
+    /// Copies version and roots of another list. Whether the own file was read whole stays as it is; if the file of
+    /// either could not be read, neither may be written.
     void Assign(const CProCategoryList& other);
 
     /// The first node with this id, depth first in list order; constant time after the first call. Null if there is
@@ -89,8 +93,8 @@ private:
 
     std::vector<CProCategoryTree> roots_;
     FileResult unread_;
-    mutable std::filesystem::path damaged_;  // a file that wasn't whole, until what it held is kept beside
-    mutable NodesByID nodes_;                // empty until the first search after a change
+    bool isWhole_ = true;
+    mutable NodesByID nodes_;  // empty until the first search after a change
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.
     bool fresh_ = true;

@@ -8,6 +8,7 @@
 #include "notes/keep_damaged.h"
 #include "notes/note_file.h"
 #include "notes/note_file_walk.h"
+#include "notes/notebook_lists.h"
 
 namespace lore {
 
@@ -79,11 +80,11 @@ bool ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const Rea
     for (const std::filesystem::path& file : files)
         written = ConvertFile(conversion, file, context, faults) && written;
     conversion.MergeEmptyCategories(paths, faults);
-    const CProCategoryList forest = conversion.Finish();
-    forest.RaiseMaxCategoryID(maxCategoryID);
-    const FileResult result = forest.Save(paths.Categories());
-    TellFailedWrite(faults, "The categories could not be written", paths.Categories(), result);
-    return written && result.Ok();
+    OpenNoteBook book;
+    book.paths = paths;
+    book.categories = conversion.Finish();
+    book.categories.RaiseMaxCategoryID(maxCategoryID);
+    return WriteCategories(book, book.categories, faults) && written;
 }
 
 }  // namespace lore

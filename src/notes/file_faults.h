@@ -25,5 +25,7 @@ inline void TellFailedWrite(FaultNotice& faults, const char* what, const std::fi
 /// What a note file that failed is called in such a message.
 inline constexpr char kNoteFileUnread[] = "A note file could not be read";
 inline constexpr char kNoteFileUnwritten[] = "A note file could not be written";
+/// And the list of NoteBooks.
+inline constexpr char kNoteBooksUnread[] = "The list of NoteBooks could not be read";
 
 }  // namespace lore

@@ -9,8 +9,9 @@ FileResult KeepDamaged(const std::string& what, const std::filesystem::path& fil
     std::filesystem::path kept;
     const FileResult result = KeepCopy(file, kept);
     if (result.Ok())
-        faults.Tell({what + " is damaged; what it held is kept in " + kept.filename().string(), file.string(), wrong});
-    return result;
+        faults.Tell(
+            {what + " is damaged; what it held is kept in " + kept.filename().string(), file.string(), wrong, true});
+    return result.Missing() ? FileResult{} : result;
 }
 
 }  // namespace lore

@@ -9,7 +9,8 @@
 namespace lore {
 
 /// Keeps what a damaged file holds beside it, before it is written anew, and tells that and what is wrong with it.
-/// `what` names the file, such as "The sync log". A failure is left to the caller to tell, who doesn't write then.
+/// `what` names the file, such as "The sync log". Of a file that isn't there, nothing is kept or told. A failure is
+/// left to the caller to tell, who doesn't write then.
 FileResult KeepDamaged(const std::string& what, const std::filesystem::path& file, const std::string& wrong,
                        FaultNotice& faults);
 

@@ -1,40 +1,52 @@
 #include "notes/notebook_lists.h"
 
-#include "base/file_copy.h"
+#include <string>
+
 #include "notes/file_faults.h"
+#include "notes/keep_damaged.h"
 
 namespace lore {
 
 namespace {
 
+constexpr char kNotWhole[] = "it breaks off, or holds more than could be read";
+
+/// `records` are what the list holds, and `wrong` says how it may not be whole.
 template <typename List, typename Save>
-bool WriteList(List& list, const std::filesystem::path& path, const char* unwritten, FaultNotice& faults, Save save) {
+bool WriteList(List& list, const std::filesystem::path& path, const std::string& records, const std::string& wrong,
+               FaultNotice& faults, Save save) {
     FileResult result;
     if (!list.ReadWhole())
-        result = KeepIfThere(path);
+        result = KeepDamaged("The list of " + records, path, wrong, faults);
     if (result.Ok())
         result = save();
     if (result.Ok())
         list.MarkWhole();
-    TellFailedWrite(faults, unwritten, path, result);
+    TellFailedWrite(faults, ("The " + records + " could not be written").c_str(), path, result);
     return result.Ok();
 }
 
 }  // namespace
 
 bool WriteAuthors(OpenNoteBook& book, FaultNotice& faults) {
-    return WriteList(book.authors, book.paths.Authors(), "The authors could not be written", faults,
+    return WriteList(book.authors, book.paths.Authors(), "authors", kNotWhole, faults,
                      [&] { return book.authors.SaveAuthors(book.paths.Authors()); });
 }
 
 bool WriteSourceTypes(OpenNoteBook& book, FaultNotice& faults) {
-    return WriteList(book.types, book.paths.SourceTypes(), "The source types could not be written", faults,
+    return WriteList(book.types, book.paths.SourceTypes(), "source types", kNotWhole, faults,
                      [&] { return book.types.SaveTypes(book.paths.SourceTypes()); });
 }
 
 bool WriteSources(OpenNoteBook& book, FaultNotice& faults) {
-    return WriteList(book.sources, book.paths.Sources(), "The sources could not be written", faults,
+    return WriteList(book.sources, book.paths.Sources(), "sources",
+                     "it breaks off, holds more than could be read, or its authors could not be read", faults,
                      [&] { return book.sources.SaveSources(book.paths.Sources(), book.authors); });
+}
+
+bool WriteCategories(OpenNoteBook& book, const CProCategoryList& forest, FaultNotice& faults) {
+    return WriteList(book.categories, book.paths.Categories(), "categories", kNotWhole, faults,
+                     [&] { return forest.Save(book.paths.Categories()); });
 }
 
 }  // namespace lore

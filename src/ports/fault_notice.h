@@ -4,11 +4,14 @@
 
 namespace lore {
 
-/// A read or write that failed: what was being done, with which file, and the system's reason.
+/// A read or write that failed, or met a damaged file: what was being done, with which file, and the system's reason.
 struct Fault {
     std::string what;  ///< such as "The note file could not be read"
     std::string path;
     std::string reason;  ///< such as "Permission denied"
+    /// Nothing failed that the user would do again; something was done beside that he has to know. Such words outlive
+    /// the window whose command met it.
+    bool isNotice = false;
 };
 
 /// Is told of every failed read and write. The flow that met the failure goes on.
@@ -18,12 +21,12 @@ public:
     virtual void Tell(const Fault& fault) = 0;
 };
 
-/// Hands faults on, and sets `any` before it does.
+/// Hands faults on, and sets `any` before it does, unless it is a notice.
 class HeardFaults : public FaultNotice {
 public:
     HeardFaults(FaultNotice& next, bool& any) : next_(next), any_(any) {}
     void Tell(const Fault& fault) override {
-        any_ = true;
+        any_ = any_ || !fault.isNotice;
         next_.Tell(fault);
     }
 

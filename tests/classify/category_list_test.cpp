@@ -3,9 +3,11 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <limits>
+#include <map>
 
 #include "classify/category_record.h"
 #include "classify/forest_builder.h"
+#include "support/read_world.h"
 
 namespace lore {
 namespace {
@@ -67,17 +69,56 @@ TEST(CategoryList, IsNeverWrittenOverAFileThatCouldNotBeRead) {
     std::string bytes;
     ASSERT_TRUE(ReadFile(path, bytes).Ok());
     EXPECT_EQ(bytes, "seen by nobody");
-    // A file that breaks off is kept beside, once.
-    EXPECT_TRUE(forest.Load(path).Ok());
-    copy = forest;
-    EXPECT_TRUE(copy.Save(path).Ok());
-    EXPECT_TRUE(copy.Save(path).Ok());
-    const std::filesystem::path kept = path.string() + ".kept";
-    ASSERT_TRUE(ReadFile(kept, bytes).Ok());
-    EXPECT_EQ(bytes, "seen by nobody");
-    EXPECT_FALSE(std::filesystem::exists(path.string() + ".2.kept"));
     RemoveFile(path);
-    RemoveFile(kept);
+}
+
+TEST(CategoryList, WhatIsAssignedBringsNoMarkOfItsFileButThatItIsUnread) {
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "marks";
+    std::filesystem::create_directories(folder);
+    const auto loaded = [&](const std::string& state) {
+        const std::filesystem::path path = folder / state;
+        const std::string whole = Bytes(Forest({Node(5, state)}));
+        const std::map<std::string, std::string> files = {
+            {"whole", whole}, {"junk", whole + "junk"}, {"cut", whole.substr(0, whole.size() - 9)}};
+        std::filesystem::remove(path);
+        if (state == "unread")
+            std::filesystem::create_symlink(path, path);
+        if (const auto file = files.find(state); file != files.end())
+            PutBytes(path, file->second);
+        CProCategoryList forest;
+        forest.Load(path);
+        return forest;
+    };
+    const struct {
+        const char* state;
+        bool readWhole, isWritable;
+    } cases[] = {{"whole", true, true},
+                 {"missing", true, true},
+                 {"junk", false, true},
+                 {"cut", false, true},
+                 {"unread", true, false}};
+    const std::filesystem::path written = folder / "written";
+    for (const auto& to : cases) {
+        for (const auto& from : cases) {
+            SCOPED_TRACE(std::string(from.state) + " into " + to.state);
+            CProCategoryList forest = loaded(to.state);
+            const CProCategoryList other = loaded(from.state);
+            forest.Assign(other);
+            EXPECT_EQ(Shape(forest), Shape(other));
+            EXPECT_EQ(forest.ReadWhole(), to.readWhole);
+            EXPECT_EQ(forest.Save(written).Ok(), to.isWritable && from.isWritable);
+            CProCategoryList copy;
+            copy = forest;
+            for (const CProCategoryList& same : {copy, CProCategoryList(forest)}) {
+                EXPECT_EQ(same.ReadWhole(), to.readWhole);
+                EXPECT_EQ(same.Save(written).Ok(), to.isWritable && from.isWritable);
+            }
+            forest.MarkWhole();
+            EXPECT_TRUE(forest.ReadWhole());
+            EXPECT_EQ(forest.Save(written).Ok(), to.isWritable && from.isWritable) << "a mark opens no unread file";
+        }
+    }
+    std::filesystem::remove_all(folder);
 }
 
 TEST(CategoryList, HasAlwaysAPlaceForUnassignedNotes) {
