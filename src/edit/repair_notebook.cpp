@@ -5,12 +5,14 @@
 
 #include "base/file_copy.h"
 #include "classify/category_merge.h"
+#include "edit/shared_numbers.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
 #include "notes/note_file_walk.h"
 #include "notes/note_finder.h"
 #include "notes/note_record.h"
 #include "notes/note_store.h"
+#include "notes/notebook_lists.h"
 
 namespace lore {
 
@@ -24,7 +26,9 @@ public:
     std::vector<Repair> Run();
 
 private:
+    LoadReport Load();
     void MendFiles();
+    bool RenumberNotes();
     void MoveNotesHome(const LoadReport& report);
     void RestoreCategories(const LoadReport& report);
     struct NoteRepair {
@@ -44,13 +48,23 @@ private:
     std::vector<Repair> repairs_;
 };
 
-std::vector<Repair> Repairer::Run() {
+LoadReport Repairer::Load() {
     LoadOptions options;
     options.keepHeads = true;
-    const LoadReport report = LoadNoteBook(book_, counters_, context_, faults_, options);
+    return LoadNoteBook(book_, counters_, context_, faults_, options);
+}
+
+std::vector<Repair> Repairer::Run() {
+    LoadReport report = Load();
     if (!report.listed)
         return {};
     MendFiles();
+    if (RenumberNotes()) {
+        report = Load();
+        if (!report.listed)
+            return std::move(repairs_);
+        MendFiles();  // of a note that was hidden, copies may stand in several files
+    }
     RestoreCategories(report);
     MoveNotesHome(report);
     return std::move(repairs_);
@@ -90,6 +104,17 @@ void Repairer::MendFiles() {
     }
 }
 
+/// True if a note has got another number: what was loaded doesn't show it yet.
+bool Repairer::RenumberNotes() {
+    const std::vector<RenumberedNote> notes = RenumberSharedNotes(
+        book_, counters_.MaxNoteID, context_, faults_, [this](const std::string& path) { return KeepOnce(path); });
+    for (const RenumberedNote& note : notes)
+        repairs_.push_back({note.file, "note " + std::to_string(note.before) +
+                                           ", hidden by another note of this number, has the number " +
+                                           std::to_string(note.now) + " now"});
+    return !notes.empty();
+}
+
 void Repairer::MoveNotesHome(const LoadReport& report) {
     LongList strays;
     for (const CNote& head : report.heads) {
@@ -115,7 +140,8 @@ void Repairer::Save(std::vector<CNote> notes, const std::vector<NoteRepair>& men
     }
 }
 
-/// A note carries the names of its paths, so that a forest which has lost a category gets it back.
+/// A note carries the names of its paths, so that a forest which has lost a category gets it back. A damaged file is
+/// written anew.
 void Repairer::RestoreCategories(const LoadReport& report) {
     LongList lost;
     for (const CNote& head : report.heads) {
@@ -124,7 +150,8 @@ void Repairer::RestoreCategories(const LoadReport& report) {
                 lost.AddUnique(head.id);
         }
     }
-    if (lost.IsEmpty())
+    const bool wasWhole = book_.categories.ReadWhole();
+    if (lost.IsEmpty() && wasWhole)
         return;
     std::vector<CNote> notes = FindNotes(book_.index, lost, context_, faults_);
     std::vector<NoteRepair> mended;
@@ -144,10 +171,12 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     const std::string categories = book_.paths.Categories().string();
     if (!KeepOnce(categories))
         return;
-    const FileResult result = book_.categories.Save(categories);
-    TellFailedWrite(faults_, "The categories could not be written", categories, result);
-    if (result.Ok())
-        Save(std::move(notes), mended);
+    book_.categories.MarkWhole();
+    if (!WriteCategories(book_, book_.categories, faults_))
+        return;
+    if (!wasWhole)
+        repairs_.push_back({categories, "was written anew with what could be read; as it was it is kept beside it"});
+    Save(std::move(notes), mended);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@ namespace lore {
 /// What may be wrong in a NoteBook.
 enum class FindingKind {
     NoteTwice,          ///< a copy of a note that another file shows
+    NumberShared,       ///< a note that another one of the same number hides
     NoteInWrongFile,    ///< neither the first source nor the creation day of the note names its file
     SourceMissing,      ///< a note names a source that the NoteBook doesn't hold
     CategoryMissing,    ///< a note is filed under a category that the forest doesn't hold

@@ -40,18 +40,45 @@ void CheckLinks(const CNote& note, const KnownThings& known, NoteFindings& findi
     }
 }
 
-void CheckLength(std::string_view text, const std::string& name, NoteFindings& findings) {
-    if (const std::string over = OverLimit(text.size()); !over.empty())
-        findings.Add(FindingKind::TextTooLong, "has a " + name + over);
-}
+/// Calls `tell` for texts that are too long.
+class LengthCheck {
+public:
+    explicit LengthCheck(const std::function<void(const std::string&)>& tell) : tell_(tell) {}
 
-void CheckCategoryNames(const CProCategoryTree& path, NoteFindings& findings) {
-    CheckLength(path.name, "category", findings);
-    for (const CProCategoryTree& child : path.children)
-        CheckCategoryNames(child, findings);
-}
+    void Check(std::string_view text, const char* name) const {
+        if (const std::string over = OverLimit(text.size()); !over.empty())
+            tell_(name + over);
+    }
+    void CheckCategoryNames(const CProCategoryTree& path) const {
+        Check(path.name, "category");
+        for (const CProCategoryTree& child : path.children)
+            CheckCategoryNames(child);
+    }
+
+private:
+    const std::function<void(const std::string&)>& tell_;
+};
 
 }  // namespace
+
+void TellLongTexts(const CNote& head, const NoteTexts& texts, const std::function<void(const std::string&)>& tell) {
+    const LengthCheck lengths(tell);
+    lengths.Check(texts.plainText, "plain text");
+    lengths.Check(texts.rtfText, "rich text");
+    lengths.Check(head.keyWords, "line of key words");
+    lengths.Check(head.reserved, "reserved text");
+    lengths.Check(head.guid, "GUID");
+    for (const CNoteSourceInfo& info : head.sourceInfo) {
+        lengths.Check(info.key, "key of source information");
+        lengths.Check(info.text, "source information");
+    }
+    for (const CProCategoryTree& path : head.categories)
+        lengths.CheckCategoryNames(path);
+    for (const CAttachment& attachment : head.attachments) {
+        for (const std::string* const text : {&attachment.title, &attachment.storedFile, &attachment.sourceFile})
+            lengths.Check(*text, "name of an attachment");
+    }
+}
 
 void CheckNote(const CNote& head, const NoteTexts& texts, const std::filesystem::path& file, const KnownThings& known,
                std::vector<Finding>& findings) {
@@ -59,21 +86,7 @@ void CheckNote(const CNote& head, const NoteTexts& texts, const std::filesystem:
     if (!IsAtHome(head, file))
         ofNote.Add(FindingKind::NoteInWrongFile, "belongs in " + GetNoteFileName(head));
     CheckLinks(head, known, ofNote);
-    CheckLength(texts.plainText, "plain text", ofNote);
-    CheckLength(texts.rtfText, "rich text", ofNote);
-    CheckLength(head.keyWords, "line of key words", ofNote);
-    CheckLength(head.reserved, "reserved text", ofNote);
-    CheckLength(head.guid, "GUID", ofNote);
-    for (const CNoteSourceInfo& info : head.sourceInfo) {
-        CheckLength(info.key, "key of source information", ofNote);
-        CheckLength(info.text, "source information", ofNote);
-    }
-    for (const CProCategoryTree& path : head.categories)
-        CheckCategoryNames(path, ofNote);
-    for (const CAttachment& attachment : head.attachments) {
-        for (const std::string* const text : {&attachment.title, &attachment.storedFile, &attachment.sourceFile})
-            CheckLength(*text, "name of an attachment", ofNote);
-    }
+    TellLongTexts(head, texts, [&](const std::string& text) { ofNote.Add(FindingKind::TextTooLong, "has a " + text); });
 }
 
 }  // namespace lore

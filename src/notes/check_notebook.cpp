@@ -13,6 +13,7 @@
 #include "notes/file_faults.h"
 #include "notes/note_copies.h"
 #include "notes/note_file_walk.h"
+#include "notes/note_identity.h"
 #include "notes/notebook_list.h"
 #include "notes/sync_log.h"
 
@@ -22,13 +23,14 @@ namespace {
 
 constexpr char kDamaged[] = "the file is short or damaged";
 
-constexpr std::array<std::string_view, 8> kKindNames = {"note-twice",       "note-in-wrong-file", "source-missing",
-                                                        "category-missing", "attachment-missing", "attachment-unused",
-                                                        "damaged-file",     "text-too-long"};
+constexpr std::array<std::string_view, 9> kKindNames = {"note-twice",        "number-shared",    "note-in-wrong-file",
+                                                        "source-missing",    "category-missing", "attachment-missing",
+                                                        "attachment-unused", "damaged-file",     "text-too-long"};
 
 /// What the walk leaves of one note file.
 struct CheckedFile {
     std::vector<NoteCopy> copies;
+    std::vector<NoteIdentity> identities;  // parallel to copies
     std::vector<Finding> findings;
     std::set<std::string> attachments;  // names that its notes name
 };
@@ -54,6 +56,8 @@ private:
     const NoteBookPaths& paths_;
     const ReadContext& context_;
     FaultNotice& faults_;
+    NoNewGuids noGuids_;
+    const ReadContext ofNotes_{context_.now, context_.nowUtc, &noGuids_};
     KnownThings known_;
     std::vector<std::filesystem::path> files_;
     std::vector<CheckedFile> checked_;  // one a note file
@@ -124,6 +128,7 @@ void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
     while (reader.Next()) {
         const CNote& head = reader.Head();
         checked.copies.push_back(CopyOf(reader, file));
+        checked.identities.push_back(NoteIdentity::Of(head));
         CheckNote(head, {reader.PlainText(), reader.RtfText()}, file, known_, checked.findings);
         for (const CAttachment& attachment : head.attachments)
             checked.attachments.insert(StoredName(attachment));
@@ -133,26 +138,35 @@ void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
             {FindingKind::DamagedFile, file.string(), std::string("the file ") + reader.DamageText()});
 }
 
-/// Adds, behind what was found in each file, the copies of notes that another place shows.
+/// Adds, behind what was found in each file, the copies of notes that another place shows, and notes that another one
+/// of their number hides.
 void NoteBookCheck::AddCopies() {
     std::vector<NoteCopy> copies;
+    std::vector<NoteIdentity> identities;
     std::vector<size_t> fileOf;
     for (size_t file = 0; file < checked_.size(); ++file) {
-        copies.insert(copies.end(), checked_[file].copies.begin(), checked_[file].copies.end());
+        const CheckedFile& checked = checked_[file];
+        copies.insert(copies.end(), checked.copies.begin(), checked.copies.end());
+        identities.insert(identities.end(), checked.identities.begin(), checked.identities.end());
         fileOf.resize(copies.size(), file);
     }
-    const std::vector<bool> shown = ShownCopies(copies);
-    std::unordered_map<int32_t, size_t> shownIn;
+    const std::vector<bool> isShown = ShownCopies(copies);
+    std::unordered_map<int32_t, size_t> shown;
     for (size_t i = 0; i < copies.size(); ++i) {
-        if (shown[i])
-            shownIn[copies[i].id] = fileOf[i];
+        if (isShown[i])
+            shown[copies[i].id] = i;
     }
     for (size_t i = 0; i < copies.size(); ++i) {
-        if (shown[i])
+        if (isShown[i])
             continue;
-        const std::string text = "note " + std::to_string(copies[i].id) + " stands twice; the copy in " +
-                                 files_[shownIn[copies[i].id]].filename().string() + " shows";
-        checked_[fileOf[i]].findings.push_back({FindingKind::NoteTwice, files_[fileOf[i]].string(), text});
+        const size_t other = shown[copies[i].id];
+        const std::string note = "note " + std::to_string(copies[i].id),
+                          file = files_[fileOf[other]].filename().string();
+        const bool isCopy = identities[i].IsSameNote(identities[other]);
+        checked_[fileOf[i]].findings.push_back(
+            {isCopy ? FindingKind::NoteTwice : FindingKind::NumberShared, files_[fileOf[i]].string(),
+             isCopy ? note + " stands twice; the copy in " + file + " shows"
+                    : note + " is hidden by another note of this number, the one in " + file});
     }
 }
 
@@ -171,7 +185,7 @@ std::vector<Finding> NoteBookCheck::Run() {
     files_ = NoteFilesOf(paths_.Notes(), faults_);
     checked_.resize(files_.size());
     WalkNoteFiles(
-        files_, context_, kReadThreads, [this](size_t file, NoteFileReader& reader) { CheckNoteFile(file, reader); },
+        files_, ofNotes_, kReadThreads, [this](size_t file, NoteFileReader& reader) { CheckNoteFile(file, reader); },
         [this](size_t file, const FileResult& result) {
             TellFailedRead(faults_, kNoteFileUnread, files_[file], result);
         });
@@ -210,7 +224,7 @@ std::vector<Finding> CheckData(const DataPaths& data, const ReadContext& context
     std::vector<CDatabase> list;
     double version = 0.0;
     bool isWhole = true;
-    TellFailedRead(faults, "The list of NoteBooks could not be read", data.DatabasesFile(),
+    TellFailedRead(faults, kNoteBooksUnread, data.DatabasesFile(),
                    LoadDatabases(data.DatabasesFile(), context, list, version, &isWhole));
     std::vector<Finding> findings;
     AddFileFindings(data.DatabasesFile(), {.isWhole = isWhole}, findings);

@@ -25,6 +25,7 @@ struct FileNotes {
     std::vector<CNote> heads;      // the same, where heads are wanted
     std::vector<int32_t> others;   // ids of notes that aren't wanted
     bool countsTooFew = false;     // it counts no notes, but something stands behind its count
+    bool isDamaged = false;        // the notes aren't all that it holds
     int32_t highestID = 0;         // also of notes that aren't wanted
     int32_t highestSource = 0;     // the same: of the sources that they name
 };
@@ -48,6 +49,8 @@ private:
     void ResetBook();
     void ReadLists();
     void ReadCategories();
+    template <typename List>
+    void TellOfList(const char* unread, const std::filesystem::path& file, const FileResult& result, const List& list);
     void ReadFiles();
     void TakeFile(size_t file, NoteFileReader& reader);
     void ShowFile(size_t file, const FileResult& result);
@@ -118,17 +121,26 @@ void Loader::ResetBook() {
     book_ = std::move(empty);
 }
 
+/// `list` is what the file was read into.
+template <typename List>
+void Loader::TellOfList(const char* unread, const std::filesystem::path& file, const FileResult& result,
+                        const List& list) {
+    TellFailedRead(faults_, unread, file, result);
+    if (result.Ok() && !list.ReadWhole())
+        report_.damaged.push_back(file.filename().string());
+}
+
 void Loader::ReadLists() {
     const NoteBookPaths& paths = book_.paths;
     Step();
-    TellFailedRead(faults_, "The authors could not be read", paths.Authors(),
-                   book_.authors.LoadAuthors(paths.Authors()));
+    TellOfList("The authors could not be read", paths.Authors(), book_.authors.LoadAuthors(paths.Authors()),
+               book_.authors);
     Step();
-    TellFailedRead(faults_, "The source types could not be read", paths.SourceTypes(),
-                   book_.types.LoadTypes(paths.SourceTypes(), context_));
+    TellOfList("The source types could not be read", paths.SourceTypes(),
+               book_.types.LoadTypes(paths.SourceTypes(), context_), book_.types);
     Step();
-    TellFailedRead(faults_, "The sources could not be read", paths.Sources(),
-                   book_.sources.LoadSources(paths.Sources(), context_));
+    TellOfList("The sources could not be read", paths.Sources(), book_.sources.LoadSources(paths.Sources(), context_),
+               book_.sources);
     // Formatting takes out the ids of authors that the list lacks: such sources aren't written back, and are kept
     // beside before they are written later.
     if (!book_.authors.ReadWhole())
@@ -136,8 +148,8 @@ void Loader::ReadLists() {
     Step();
     ReadCategories();
     Step();
-    TellFailedRead(faults_, "The sync log could not be read", paths.SyncLog(),
-                   LoadSyncLogFrom(paths.SyncLog(), book_.syncLog));
+    TellOfList("The sync log could not be read", paths.SyncLog(), LoadSyncLogFrom(paths.SyncLog(), book_.syncLog),
+               book_.syncLog);
 }
 
 void Loader::ReadCategories() {
@@ -146,8 +158,8 @@ void Loader::ReadCategories() {
         ConvertCategories(book_.paths, counters_.MaxCategoryID, context_, faults_);
     if (report_.converted && !IsFull())
         return;  // the forest comes with the notes
-    TellFailedRead(faults_, "The categories could not be read", book_.paths.Categories(),
-                   book_.categories.Load(book_.paths.Categories()));
+    TellOfList("The categories could not be read", book_.paths.Categories(),
+               book_.categories.Load(book_.paths.Categories()), book_.categories);
 }
 
 void Loader::ReadFiles() {
@@ -191,6 +203,7 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
             notes.heads.push_back(std::move(head));
     }
     notes.countsTooFew = reader.Count() == 0 && reader.HoldsMore();
+    notes.isDamaged = reader.IsDamaged();
     if (options_.texts)
         options_.texts->EndFile(file);
 }
@@ -200,6 +213,8 @@ void Loader::ShowFile(size_t file, const FileResult& result) {
     if (IsFull() && notes_[file].countsTooFew)
         faults_.Tell({"A note file is damaged and was left as it is", files_[file].string(),
                       "It counts no notes but holds more"});
+    else if (result.Ok() && notes_[file].isDamaged)
+        report_.damaged.push_back(report_.files[file]);
     if (!options_.progress)
         return;
     const size_t count = notes_[file].briefs.size();

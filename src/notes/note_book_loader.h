@@ -68,6 +68,9 @@ struct LoadReport {
     std::vector<CNote> heads;        ///< the same notes without their texts, if asked for
     bool listed = true;              ///< false if the folder of the notes couldn't be read: none shows, none is lost
     bool converted = false;          ///< there was no Categories.dat, the forest was built from the notes
+    /// Names of the files that were read but hold more than could be taken from them, and that weren't told of: first
+    /// the lists, then the note files.
+    std::vector<std::string> damaged;
 };
 
 /// Builds the picture of the NoteBook whose paths `book` holds; everything else in it is replaced. Files that are

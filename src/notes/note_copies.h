@@ -13,11 +13,12 @@ struct NoteCopy {
     bool isHome = false;  ///< it stands in the file that its first source or its creation day names
     bool isWhole = true;  ///< its file doesn't break off within it
     int64_t edited = 0;   ///< when it was written, in seconds
+    size_t file = 0;      ///< tells the files apart
 };
 
 /// A crash or a full disk while a note moves can leave it in two files. True for the copy of each note that shows: of
-/// the whole ones that are at home the one that was written last; without one a whole one before a broken one, then one
-/// that is at home before any other; among equals the first one met.
+/// the whole ones that are at home, in each file the first, the one that was written last; without one a whole one
+/// before a broken one, then one that is at home before any other; among equals the first one met.
 std::vector<bool> ShownCopies(const std::vector<NoteCopy>& copies);
 
 /// Copies of notes with what is kept of each of them until it is known which ones show.

@@ -105,7 +105,8 @@ bool IsAtHome(const CNote& note, const std::filesystem::path& file) {
 
 NoteCopy CopyOf(NoteFileReader& reader, const std::filesystem::path& file) {
     const CNote& head = reader.Head();
-    return {head.id, IsAtHome(head, file), reader.IsNoteWhole(), head.dateEdited.Seconds()};
+    return {head.id, IsAtHome(head, file), reader.IsNoteWhole(), head.dateEdited.Seconds(),
+            std::hash<std::string>()(file.native())};
 }
 
 }  // namespace lore

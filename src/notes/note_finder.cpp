@@ -1,9 +1,9 @@
 #include "notes/note_finder.h"
 
 #include <algorithm>
-#include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "notes/file_faults.h"
 #include "notes/note_copies.h"
@@ -77,6 +77,11 @@ std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const 
             notes.push_back(std::move(*note));
     }
     return notes;
+}
+
+std::optional<CNote> FindNote(const NoteIndex& index, int32_t id, const ReadContext& context, FaultNotice& faults) {
+    std::vector<CNote> notes = FindNotes(index, LongList{id}, context, faults);
+    return notes.empty() ? std::nullopt : std::optional(std::move(notes.front()));
 }
 
 size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <stop_token>
 #include <vector>
 
@@ -17,6 +18,9 @@ namespace lore {
 /// is read once. Once `stop` is requested, notes may be missing.
 std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
                              FaultNotice& faults, const std::stop_token& stop = {});
+
+/// One note; nothing if the index doesn't hold it or its file doesn't give it.
+std::optional<CNote> FindNote(const NoteIndex& index, int32_t id, const ReadContext& context, FaultNotice& faults);
 
 /// How many notes the note files of a folder hold; a note that stands twice counts once.
 size_t CountNotes(const std::filesystem::path& notesFolder, const ReadContext& context, FaultNotice& faults);

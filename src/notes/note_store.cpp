@@ -142,6 +142,19 @@ void PutNotes(std::vector<CNote>& notes, std::vector<CNote> incoming, const std:
     }
 }
 
+/// Of notes of a file that share a number the first one shows: each of those that were put there, by id and guid.
+void PutBeforeOthers(std::vector<CNote>& notes, const std::unordered_map<int32_t, std::string>& put) {
+    std::unordered_map<int32_t, size_t> first;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        const auto hit = put.find(notes[i].id);
+        if (hit == put.end())
+            continue;
+        const auto [place, isFirst] = first.try_emplace(notes[i].id, i);
+        if (!isFirst && notes[i].guid == hit->second && notes[place->second].guid != hit->second)
+            std::swap(notes[i], notes[place->second]);
+    }
+}
+
 }  // namespace
 
 bool NoteStore::SaveNote(const CNote& note) {
@@ -179,7 +192,9 @@ void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming
     DropAllButLast(incoming);
     LongList ids;
     IDs here;  // those that the file holds, as far as the index knows
+    std::unordered_map<int32_t, std::string> guids;
     for (const CNote& note : incoming) {
+        guids.emplace(note.id, note.guid);
         ids.AddTail(note.id);
         if (const std::string* const old = book_.index.FindPath(note.id); old && *old == path)
             here.insert(note.id);
@@ -192,13 +207,15 @@ void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming
         missing -= held.CountReplaced(successors, here);
         const auto put = saving.place == Place::AtTheEnd ? AppendNotes : PutNotes;
         put(held.notes, std::move(incoming), successors);
+        PutBeforeOthers(held.notes, guids);
     }
     if (!isRead || !Write(path, held.notes)) {
         saving.failed.Merge(ids);
         return;
     }
     if (missing > 0)
-        faults_.Tell({"A note was no longer in its file and was added to it again", path, "the file was changed"});
+        faults_.Tell(
+            {"A note was no longer in its file and was added to it again", path, "the file was changed", true});
     for (const int32_t id : ids) {
         const std::string* const old = book_.index.FindPath(id);
         if (old && *old == path)
@@ -311,12 +328,15 @@ bool NoteStore::ReadForRewrite(const std::string& path, const IDs& leaving, Held
     return !held.SharesOneOf(leaving) || Keep(path, "Notes of a file have one number", "only one of them shows");
 }
 
-/// Keeps what a file holds, and tells it. False if it couldn't be kept.
+/// Keeps what a file holds, and tells it. False, told as well, if it couldn't be kept: the caller doesn't write then.
 bool NoteStore::Keep(const std::string& path, const std::string& what, const std::string& reason) {
     std::filesystem::path kept;
     const FileResult copied = KeepCopy(path, kept);
-    faults_.Tell(
-        {what + "; what it held is kept in " + kept.filename().string(), path, copied.Ok() ? reason : copied.Reason()});
+    if (copied.Ok())
+        faults_.Tell({what + "; what it held is kept in " + kept.filename().string(), path, reason, true});
+    else
+        faults_.Tell(
+            {what + "; what it holds could not be kept, so the file was left as it is", path, copied.Reason()});
     return copied.Ok();
 }
 

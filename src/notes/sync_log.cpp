@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -65,13 +66,20 @@ std::string_view Fitting(std::string_view text) {
     return Trim(text.substr(0, end));
 }
 
-/// Builds a line of fields.
+bool EndsField(char c) {
+    return c == ',' || c == '\n' || c == '\r';
+}
+
+/// Builds a line of fields. What would end one within a text becomes a blank.
 class LineText {
 public:
     LineText& Add(std::string_view text) {
         if (!line_.empty())
             line_ += ' ';
-        line_.append(Fitting(text)) += ',';
+        const auto start = static_cast<std::ptrdiff_t>(line_.size());
+        line_.append(Fitting(text));
+        std::replace_if(line_.begin() + start, line_.end(), EndsField, ' ');
+        line_ += ',';
         return *this;
     }
     LineText& Add(int32_t value) { return Add(std::to_string(value)); }
@@ -110,19 +118,12 @@ CSyncInfo ReadInfo(std::string_view line) {
     return info;
 }
 
-/// A name that can't break its line.
-std::string OneField(std::string name) {
-    std::replace_if(
-        name.begin(), name.end(), [](char c) { return c == ',' || c == '\n' || c == '\r'; }, ' ');
-    return name;
-}
-
 std::string LinkLine(const SyncLink& link) {
     return LineText()
         .Add(link.Linked)
         .Add(link.OnlineNoteBookID)
-        .Add(OneField(link.OnlineName))
-        .Add(OneField(link.DesktopName))
+        .Add(link.OnlineName)
+        .Add(link.DesktopName)
         .Add(link.LastSync)
         .Add(link.NoteBookGuid)
         .Ended();

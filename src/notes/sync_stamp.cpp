@@ -22,7 +22,7 @@ bool WriteSyncLog(OpenNoteBook& book, FaultNotice& faults) {
     if (!book.syncLog.ReadWhole())
         result =
             KeepDamaged("The sync log", book.paths.SyncLog(), "it breaks off, or holds a byte that cuts it", faults);
-    if (result.Ok() || result.Missing())
+    if (result.Ok())
         result = SaveSyncLogTo(book.paths.SyncLog(), book.syncLog);
     if (result.Ok())
         book.syncLog.MarkWhole();

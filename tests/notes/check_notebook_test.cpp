@@ -77,6 +77,30 @@ TEST_F(CheckedNoteBook, NamesNotesThatStandTwiceOrInAWrongFile) {
                                 "note-in-wrong-file xdat: note 9 belongs in DAY01022020.dat"));
 }
 
+TEST_F(CheckedNoteBook, TellsNotesThatShareANumberFromCopies) {
+    const std::string twice = "note-twice DAY01022020.dat: note 8 stands twice; the copy in DAY01012020.dat shows",
+                      shared =
+                          "number-shared DAY01022020.dat: note 8 is hidden by another note of this number, the one in "
+                          "DAY01012020.dat";
+    const struct {
+        std::string guid;
+        int day;  // of creation, for a note that stands in the file of the second one
+        bool isCopy;
+    } cases[] = {{"{G8}", 2, true}, {"{Other}", 2, false}, {"{Other}", 1, false}, {"", 1, true}, {"", 2, false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.guid + " made on day " + std::to_string(c.day));
+        CNote shown = DayNote(8, 1), hidden = DayNote(8, c.day);
+        shown.dateEdited = DateTime(2021, 1, 1);
+        hidden.guid = c.guid;
+        if (c.guid.empty())
+            shown.guid.clear();
+        disk.Put("DAY01012020.dat", {shown});
+        disk.Put("DAY01022020.dat", {hidden});
+        EXPECT_THAT(Findings(), testing::Contains(c.isCopy ? twice : shared));
+        EXPECT_THAT(Findings(), testing::Not(testing::Contains(c.isCopy ? shared : twice)));
+    }
+}
+
 TEST_F(CheckedNoteBook, NamesDamagedFilesAndTextsOverTheLimit) {
     CNote tooLong = DayNote(1);
     tooLong.rtfText = std::string(kMaxStringLength + 1, 'x');

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <tuple>
 
+#include "bibliography/source_builder.h"
 #include "bibliography/source_record.h"
 #include "notes/note_builder.h"
 #include "notes/note_cleaner.h"
@@ -280,7 +281,39 @@ TEST_F(NoteBookLoader, SourcesAreWrittenBackOnlyIfNothingIsMissing) {
     PutBytes(disk.paths.Sources(), cut);
     Load();
     EXPECT_EQ(BytesOf(disk.paths.Sources()), cut);
-    EXPECT_TRUE(faults.told.empty());
+    std::vector<std::string> told;
+    for (const Fault& fault : faults.told)
+        told.push_back(fault.what);
+    EXPECT_THAT(told, ElementsAre("The list of authors is damaged; what it held is kept in Authors.dat.kept",
+                                  "The list of sources is damaged; what it held is kept in Sources.dat.kept"))
+        << "of what was written";
+}
+
+TEST_F(NoteBookLoader, NamesTheFilesThatHoldMoreThanWasTaken) {
+    PutSources({1011, 1013});
+    PutCategories();
+    ASSERT_TRUE(ThreeAuthors().SaveAuthors(disk.paths.Authors()).Ok());
+    for (const char* const name : {"a.dat", "b.dat", "c.dat", "d.dat", "e.dat"})
+        disk.Put(name, {FullNote(name[0]), FullNote(name[0] + 50)});
+    for (const LoadOptions& options : {ReadOnly(), LoadOptions{}})
+        EXPECT_THAT(Load(options).damaged, ElementsAre());
+    const auto cut = [](const std::filesystem::path& file) {
+        std::filesystem::resize_file(file, std::filesystem::file_size(file) * 2 / 3);
+    };
+    for (const std::filesystem::path& file :
+         {disk.paths.Authors(), disk.paths.Sources(), disk.paths.Categories(), disk.paths.NoteFile("b.dat")})
+        cut(file);
+    PutBytes(disk.paths.NoteFile("c.dat"), disk.Bytes("c.dat") + "more");
+    std::filesystem::remove(disk.paths.NoteFile("d.dat"));
+    std::filesystem::create_symlink("d.dat", disk.paths.NoteFile("d.dat"));
+    LoadOptions ofOne = ReadOnly();
+    ofOne.only = std::unordered_set<int32_t>{'a'};
+    for (const LoadOptions& options : {ReadOnly(), LoadOptions{}, ofOne}) {
+        faults.told.clear();
+        EXPECT_THAT(Load(options).damaged,
+                    ElementsAre("Authors.dat", "Sources.dat", "Categories.dat", "b.dat", "c.dat"));
+        EXPECT_EQ(faults.told.size(), 1u) << "of the file that can't be read at all";
+    }
 }
 
 TEST_F(NoteBookLoader, FileThatCannotBeReadIsToldAndTheOthersLoad) {

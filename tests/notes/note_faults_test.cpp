@@ -121,6 +121,36 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
     }
 }
 
+TEST_F(NoteFaults, OfADamagedFileThatCouldNotBeKeptThatIsToldAndNothingIsWritten) {
+    for (const bool lasting : {false, true}) {
+        size_t kept = 0, lost = 0;
+        const auto change = [&] {
+            return store.ChangeNotes({1, 2}, [](CNote& note) { return (note = Changed(note), true); }).IsEmpty();
+        };
+        const auto check = [&](bool made, bool) {
+            const std::string before = NoteFileBytes(firstTwo) + kRest;
+            for (const Fault& fault : faults.told) {
+                const std::string says = "is kept in ";
+                if (const size_t at = fault.what.find(says); at != std::string::npos) {
+                    ++kept;
+                    EXPECT_EQ(BytesOf(Path(fault.what.substr(at + says.size()))), before);
+                }
+                if (fault.what.find("could not be kept") == std::string::npos)
+                    continue;
+                ++lost;
+                EXPECT_FALSE(made);
+                EXPECT_EQ(BytesOf(Path(kFirst)), before);
+                EXPECT_FALSE(fault.reason.empty());
+            }
+        };
+        EXPECT_GT(FailEachCall(
+                      folder.folder.Path(), EIO, lasting, [&] { Prepare(kRest); }, change, check),
+                  8);
+        EXPECT_GT(kept, 1u);
+        EXPECT_GT(lost, 1u);
+    }
+}
+
 TEST_F(NoteFaults, ACopyOfAFileIsMendedByAsManyCallsHoweverManyNotesItHolds) {
     const auto callsFor = [&](int32_t notes) {
         Prepare("");
@@ -143,23 +173,56 @@ TEST_F(NoteFaults, ACopyOfAFileIsMendedByAsManyCallsHoweverManyNotesItHolds) {
 
 TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
     ASSERT_TRUE(ThreeAuthors().SaveAuthors(book.paths.Authors()).Ok());
-    const std::string whole = BytesOf(book.paths.Authors()), cut = whole.substr(0, whole.size() - 10);
-    const auto prepare = [&] {
-        Prepare("");
-        PutBytes(book.paths.Authors(), cut);
-        std::filesystem::remove(book.paths.Authors().string() + ".kept");
-        book.authors.LoadAuthors(book.paths.Authors());
-        book.authors.AddAuthor(Author(9, "New", "", "One"));
+    book.categories.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
+    ASSERT_TRUE(book.categories.Save(book.paths.Categories()).Ok());
+    CProCategoryList edited;
+    const struct {
+        std::filesystem::path file;
+        std::function<void()> load;
+        std::function<bool()> write;
+    } lists[] = {{book.paths.Authors(),
+                  [&] {
+                      book.authors.LoadAuthors(book.paths.Authors());
+                      book.authors.AddAuthor(Author(9, "New", "", "One"));
+                  },
+                  [&] { return WriteAuthors(book, faults); }},
+                 {book.paths.Categories(),
+                  [&] {
+                      book.categories.Load(book.paths.Categories());
+                      edited.Assign(book.categories);
+                      edited.AddRoot({9, "New"});
+                  },
+                  [&] { return WriteCategories(book, edited, faults); }}};
+    const auto told = [&](const char* what) {
+        return std::count_if(faults.told.begin(), faults.told.end(),
+                             [&](const Fault& fault) { return fault.what.find(what) != std::string::npos; });
     };
-    const auto write = [&] { return WriteAuthors(book, faults); };
-    const auto check = [&](bool written, bool) {
-        EXPECT_EQ(written, faults.told.empty());
-        EXPECT_TRUE(IsHeld(cut));
-        EXPECT_TRUE(write());
-        const Files files = AllFiles(false);
-        EXPECT_TRUE(write() && AllFiles(false) == files) << "it is whole now";
-    };
-    EXPECT_GT(FailEachCall(folder.folder.Path(), EIO, false, prepare, write, check), 8);
+    for (const auto& list : lists) {
+        SCOPED_TRACE(list.file.filename());
+        const std::string whole = BytesOf(list.file), cut = whole.substr(0, whole.size() - 10);
+        const std::string kept = list.file.string() + ".kept";
+        const auto prepare = [&] {
+            Prepare("");
+            PutBytes(list.file, cut);
+            std::filesystem::remove(kept);
+            std::filesystem::remove(list.file.string() + ".2.kept");
+            list.load();
+        };
+        const auto check = [&](bool written, bool) {
+            EXPECT_EQ(written, told("could not be written") == 0);
+            EXPECT_EQ(told("is kept in ") + told("could not be written"), static_cast<long>(faults.told.size()));
+            EXPECT_TRUE(told("is kept in ") == 1 || BytesOf(list.file) == cut) << "not kept, not written";
+            EXPECT_TRUE(IsHeld(cut));
+            EXPECT_TRUE(list.write());
+            EXPECT_GE(told("is kept in "), 1);
+            EXPECT_EQ(BytesOf(kept), cut);
+            const Files files = AllFiles(false);
+            faults.told.clear();
+            EXPECT_TRUE(list.write() && AllFiles(false) == files) << "it is whole now";
+            EXPECT_TRUE(faults.told.empty());
+        };
+        EXPECT_GT(FailEachCall(folder.folder.Path(), EIO, false, prepare, list.write, check), 8);
+    }
 }
 
 TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {

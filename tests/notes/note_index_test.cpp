@@ -88,10 +88,23 @@ TEST(NoteCopies, TheFirstAtHomeShowsElseTheFirstMet) {
 }
 
 TEST(NoteCopies, OfTwoAtHomeTheOneThatWasWrittenLastShows) {
-    EXPECT_THAT(ShownCopies({{1, true, true, 50}, {1, true, true, 60}, {1, true, true, 60}, {1, false, true, 70}}),
-                ElementsAre(false, true, false, false));
-    EXPECT_THAT(ShownCopies({{1, true, false, 9}, {1, true, true, 5}, {2, false, true, 5}, {2, false, true, 6}}),
-                ElementsAre(false, true, true, false));
+    EXPECT_THAT(
+        ShownCopies({{1, true, true, 50, 1}, {1, true, true, 60, 2}, {1, true, true, 60, 3}, {1, false, true, 70, 4}}),
+        ElementsAre(false, true, false, false));
+    EXPECT_THAT(
+        ShownCopies({{1, true, false, 9, 1}, {1, true, true, 5, 2}, {2, false, true, 5, 1}, {2, false, true, 6, 2}}),
+        ElementsAre(false, true, true, false));
+}
+
+TEST(NoteCopies, WithinAFileTheFirstShowsWheneverItWasWritten) {
+    EXPECT_THAT(ShownCopies({{1, true, true, 50, 1}, {1, true, true, 70, 1}}), ElementsAre(true, false));
+    EXPECT_THAT(ShownCopies({{1, true, true, 60, 2}, {1, true, true, 50, 1}, {1, true, true, 70, 1}}),
+                ElementsAre(true, false, false));
+    EXPECT_THAT(ShownCopies({{1, true, true, 50, 1}, {1, true, true, 70, 1}, {1, true, true, 60, 2}}),
+                ElementsAre(false, false, true))
+        << "the one that a file doesn't show doesn't count";
+    EXPECT_THAT(ShownCopies({{1, true, false, 90, 1}, {1, false, true, 70, 1}, {1, true, true, 60, 1}}),
+                ElementsAre(false, false, true));
 }
 
 TEST(NoteCopies, AWholeOneShowsBeforeABrokenOneWhereverItStands) {

@@ -212,7 +212,7 @@ TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
     const std::string name = "SRC0000000005.dat";
     CNote hidden = SourceNote(1, {5}), shown = SourceNote(1, {5});
     hidden.guid = "{hidden}";
-    shown.dateEdited = DateTime(2021, 1, 1);
+    hidden.dateEdited = DateTime(2021, 1, 1);
     CNote changed = shown, moved = shown;
     changed.keyWords = "changed";
     moved.sources = {6};
@@ -223,21 +223,21 @@ TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
         Guids left;
         size_t told;
     } works[] = {
-        {"another note", [&] { store.SaveNote(SourceNote(2, {5})); }, {"{hidden}", "{G1}", "{G2}"}, 0},
-        {"save", [&] { store.SaveNote(changed); }, {"{hidden}", "{G1}changed", "{G2}"}, 0},
+        {"another note", [&] { store.SaveNote(SourceNote(2, {5})); }, {"{G1}", "{hidden}", "{G2}"}, 0},
+        {"save", [&] { store.SaveNote(changed); }, {"{G1}changed", "{hidden}", "{G2}"}, 0},
         {"to the end",
          [&] { store.SaveNotes({changed}, NoteStore::Place::AtTheEnd); },
-         {"{hidden}", "{G2}", "{G1}changed"},
+         {"{G1}changed", "{G2}", "{hidden}"},
          0},
         {"change",
          [&] { store.ChangeNotes({1}, [](CNote& note) { return (note.keyWords = "changed", true); }); },
-         {"{hidden}", "{G1}changed", "{G2}"},
+         {"{G1}changed", "{hidden}", "{G2}"},
          0},
         {"move", [&] { store.SaveNote(moved); }, {"{hidden}", "{G2}"}, 1},
         {"delete", [&] { EXPECT_EQ(store.DeleteNotes({1}).at(0).guid, "{G1}"); }, {"{hidden}", "{G2}"}, 1},
         {"delete and bring back",
          [&] { EXPECT_TRUE(store.SaveNotes(store.DeleteNotes({1})).IsEmpty()); },
-         {"{hidden}", "{G2}", "{G1}"},
+         {"{G1}", "{G2}", "{hidden}"},
          1},
     };
     for (const auto& work : works) {
@@ -246,7 +246,7 @@ TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
             std::filesystem::remove(entry);
         book.index = {};
         faults.told.clear();
-        Load(name, {hidden, shown, SourceNote(2, {5})});
+        Load(name, {shown, hidden, SourceNote(2, {5})});
         book.index.AddHiddenCopy(Path(name), 1);
         const std::string before = folder.Bytes(name);
         work.make();

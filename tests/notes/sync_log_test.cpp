@@ -107,6 +107,30 @@ TEST(SyncLog, NamesCanNotBreakTheirLine) {
     EXPECT_TRUE(read.Records().empty());
 }
 
+TEST(SyncLog, KeysAndFilesKeepTheFieldsBehindThemInStep) {
+    for (const char* const text : {"a,b", ",,", "a\nb", "a\r\n7, 2112, 2112, -1,"}) {
+        const std::string odd = text;
+        SyncLog log = LogOf(kLinked);
+        CSyncInfo info = log.Records()[0];
+        info.NoteId = 77;
+        info.NoteKey = "{N77}" + odd + "x";
+        info.NoteFile = odd + ".dat";
+        log.ReplaceSyncInfo(info);
+        CSyncInfo other = *log.FindSyncInfo("{N6}");
+        other.Changed = true;
+        log.ReplaceSyncInfo(other);
+        const SyncLog read = LogOf(BytesOfLog(log));
+        ASSERT_EQ(read.Records().size(), 3u) << odd;
+        const CSyncInfo& back = read.Records()[2];
+        EXPECT_EQ(back.NoteId, 77) << odd;
+        EXPECT_TRUE(back.NoteKey.starts_with("{N77}") && back.NoteKey.ends_with("x")) << back.NoteKey;
+        EXPECT_TRUE(back.NoteFile.ends_with(".dat")) << back.NoteFile;
+        EXPECT_EQ(back.Change1, info.Change1) << odd;
+        EXPECT_EQ(back.Change2, info.Change2) << odd;
+        EXPECT_EQ(back.CategoriesChanged, info.CategoriesChanged) << odd;
+    }
+}
+
 TEST(SyncLog, LongNamesLeaveTheirLineInOnePiece) {
     SyncLog log = LogOf(kLinked);
     for (const size_t shift : {0u, 1u, 2u}) {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "notes/note.h"
+#include "ports/read_context.h"
+
+namespace lore {
+
+/// Tells copies of one note, which a crash or a copied file may leave, from notes that have come to share a number.
+struct NoteIdentity {
+    size_t guid = 0;      ///< a hash; 0 for a note that has none
+    int64_t created = 0;  ///< decides where one of the two has no guid
+
+    static NoteIdentity Of(const CNote& head) {
+        return {head.guid.empty() ? 0 : std::hash<std::string>()(head.guid) | 1, head.dateCreated.Seconds()};
+    }
+    bool IsSameNote(const NoteIdentity& other) const {
+        return guid != 0 && other.guid != 0 ? guid == other.guid : created == other.created;
+    }
+};
+
+/// For readers that ask for identities: a note without a guid shows as one, and gets none made up.
+class NoNewGuids : public GuidSource {
+public:
+    std::string NewGuid() override { return {}; }
+};
+
+}  // namespace lore

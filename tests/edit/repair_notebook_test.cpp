@@ -1,0 +1,218 @@
+#include "edit/repair_notebook.h"
+
+#include <map>
+#include <set>
+
+#include "classify/category_edit.h"
+#include "edit/draft_store.h"
+#include "edit/edit_fixture.h"
+#include "edit/shared_numbers.h"
+#include "notes/check_notebook.h"
+#include "notes/note_file_walk.h"
+#include "support/draft_reading.h"
+
+namespace lore {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A note with the number 5, written on a day in January 2021.
+CNote Five(const std::string& guid, int32_t source, int day) {
+    CNote note = TextNote(5, "Text of " + guid, {source});
+    note.guid = guid;
+    note.dateEdited = DateTime(2021, 1, day);
+    return note;
+}
+
+class RepairNoteBookTest : public EditFixture {
+protected:
+    std::vector<Repair> Repaired() {
+        OpenNoteBook repaired;
+        repaired.paths = book.paths;
+        const ReadContext context = world.Context();
+        return RepairNoteBook(repaired, counters, context, faults);
+    }
+    std::vector<CNote> AllNotes() {
+        std::vector<CNote> notes;
+        for (const std::filesystem::path& file : NoteFilesOf(book.paths.Notes(), faults)) {
+            for (CNote& note : NotesOfFile(file, world.Context()))
+                notes.push_back(std::move(note));
+        }
+        return notes;
+    }
+    std::map<std::string, std::string> AllFiles() {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(book.paths.Folder())) {
+            if (entry.is_regular_file())
+                files[entry.path().string()] = BytesOf(entry.path());
+        }
+        return files;
+    }
+    void ClearNotes() {
+        for (const auto& entry : std::filesystem::directory_iterator(book.paths.Notes()))
+            std::filesystem::remove(entry);
+    }
+
+    IdCounters counters{1000, 100, 100};
+};
+
+TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
+    const std::string first = "SRC0000001011.dat", second = "SRC0000001012.dat", stray = "copied.dat";
+    const CNote shown = Five("{A}", 1011, 9), near = Five("{B}", 1011, 30), far = Five("{C}", 1012, 4);
+    CNote other = TextNote(6, "Text of {G6}", {1011});
+    const struct {
+        const char* what;
+        std::map<std::string, std::vector<CNote>> files;
+        size_t notes;
+    } cases[] = {
+        {"in one file", {{first, {shown, other, near}}}, 3},
+        {"in two files", {{first, {shown}}, {second, {far}}}, 2},
+        {"three in two files", {{first, {shown, near}}, {second, {far}}}, 3},
+        {"with a copy of the one that shows", {{first, {shown}}, {second, {far}}, {stray, {shown}}}, 2},
+        {"with a copy of the other one", {{first, {shown}}, {second, {far}}, {stray, {far}}}, 2},
+        {"in a file of copies", {{first, {shown, other}}, {stray, {other, far, shown}}}, 3},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        ClearNotes();
+        for (const auto& [name, notes] : c.files)
+            folder.Put(name, notes);
+        const int before = counters.MaxNoteID;
+        EXPECT_FALSE(Repaired().empty());
+        std::set<int32_t> ids;
+        std::set<std::string> seen;
+        for (const CNote& note : AllNotes()) {
+            ids.insert(note.id);
+            EXPECT_TRUE(seen.insert(note.guid).second) << "twice: " << note.guid;
+            EXPECT_EQ(note.plainText, "Text of " + note.guid);
+            EXPECT_TRUE(note.guid == "{A}" ? note.id == 5 : note.guid == "{G6}" ? note.id == 6 : note.id > before);
+            EXPECT_LE(note.id, counters.MaxNoteID);
+        }
+        EXPECT_EQ(ids.size(), c.notes);
+        EXPECT_EQ(seen.size(), c.notes);
+        EXPECT_EQ(Reloaded().TotalNoteCount(), c.notes);
+        EXPECT_THAT(CheckNoteBook(book.paths, world.Context(), faults), IsEmpty());
+        const auto files = AllFiles();
+        EXPECT_THAT(Repaired(), IsEmpty()) << "once more";
+        EXPECT_EQ(AllFiles(), files);
+        EXPECT_THAT(faults.faults, IsEmpty());
+    }
+}
+
+TEST_F(RepairNoteBookTest, ARenumberedNoteIsToldAndItsFileIsKept) {
+    folder.Put("SRC0000001011.dat", {Five("{A}", 1011, 9)});
+    folder.Put("SRC0000001012.dat", {Five("{C}", 1012, 4)});
+    const std::string before = folder.Bytes("SRC0000001012.dat");
+    const std::vector<Repair> repairs = Repaired();
+    ASSERT_EQ(repairs.size(), 1u);
+    EXPECT_EQ(repairs[0].file, book.paths.NoteFile("SRC0000001012.dat").string());
+    const int32_t id = NotesIn("SRC0000001012.dat").at(0).id;
+    EXPECT_EQ(repairs[0].text,
+              "note 5, hidden by another note of this number, has the number " + std::to_string(id) + " now");
+    EXPECT_EQ(folder.Bytes("SRC0000001012.dat.kept"), before);
+    EXPECT_FALSE(std::filesystem::exists(book.paths.NoteFile("SRC0000001011.dat.kept"))) << "it wasn't touched";
+}
+
+TEST_F(RepairNoteBookTest, CopiesOfANoteWithoutAGuidAreOneNote) {
+    CNote old = Five("", 1011, 9), moved = Five("", 1012, 4);
+    folder.Put("SRC0000001011.dat", {old});
+    folder.Put("SRC0000001012.dat", {moved});
+    const std::string before = folder.Bytes("SRC0000001012.dat");
+    EXPECT_THAT(Repaired(), IsEmpty());
+    EXPECT_EQ(folder.Bytes("SRC0000001012.dat"), before);
+    moved.dateCreated = DateTime(2019, 1, 1);
+    folder.Put("SRC0000001012.dat", {moved});
+    EXPECT_EQ(Repaired().size(), 1u) << "made at another time, it is another note";
+    EXPECT_THAT(IDsIn("SRC0000001011.dat"), ElementsAre(5));
+    EXPECT_NE(IDsIn("SRC0000001012.dat").at(0), 5);
+}
+
+TEST_F(RepairNoteBookTest, TheSyncLogAndTheDraftOfARenumberedNoteFollow) {
+    const CNote shown = Five("{A}", 1011, 9), hidden = Five("{C}", 1012, 4);
+    folder.Put("SRC0000001011.dat", {shown});
+    folder.Put("SRC0000001012.dat", {hidden});
+    SyncLog log;
+    log.link.Linked = kStoredTrue;
+    const DraftStore drafts(book.paths);
+    for (const CNote& note : {shown, hidden}) {
+        log.Add(NewSyncRecord(note, clock.now));
+        Draft draft;
+        draft.note = note;
+        draft.baseEdited = note.dateEdited;
+        draft.written = clock.now;
+        draft.note.rtfText = Rtf("Unsaved");
+        ASSERT_TRUE(drafts.WriteDraft(draft).Ok());
+    }
+    ASSERT_TRUE(SaveSyncLogTo(book.paths.SyncLog(), log).Ok());
+    EXPECT_EQ(Repaired().size(), 1u);
+    const int32_t id = NotesIn("SRC0000001012.dat").at(0).id;
+    EXPECT_NE(id, 5);
+    LoadSyncLogFrom(book.paths.SyncLog(), log);
+    ASSERT_EQ(log.Records().size(), 2u);
+    EXPECT_EQ(log.FindSyncInfo("{A}")->NoteId, 5);
+    EXPECT_EQ(log.FindSyncInfo("{C}")->NoteId, id);
+    EXPECT_TRUE(log.link.IsLinked());
+    ASSERT_EQ(drafts.ListDrafts().size(), 2u);
+    for (const std::filesystem::path& path : drafts.ListDrafts()) {
+        Draft draft;
+        ASSERT_TRUE(ReadsDraft(path, world.Context(), draft));
+        EXPECT_EQ(draft.note.id, draft.note.guid == "{A}" ? 5 : id);
+        EXPECT_EQ(draft.note.rtfText, Rtf("Unsaved"));
+    }
+    EXPECT_EQ(Reloaded().index.AllIDs().Count(), 2u);
+}
+
+TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
+    const std::string whole = BytesOf(book.paths.Categories());
+    CNote note = TextNote(7, "In places", {1011});
+    note.categories[1] = PathOf({{5, "Places"}});
+    Stored(note);
+    const struct {
+        const char* what;
+        std::string damaged;
+        size_t repairs;
+    } cases[] = {{"with more", whole + "junk", 1}, {"cut", whole.substr(0, whole.find("Places") - 40), 2}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        PutBytes(book.paths.Categories(), c.damaged);
+        const std::vector<Repair> repairs = Repaired();
+        ASSERT_EQ(repairs.size(), c.repairs);
+        EXPECT_EQ(repairs[0].file, book.paths.Categories().string());
+        EXPECT_THAT(repairs[0].text, testing::StartsWith("was written anew"));
+        EXPECT_THAT(faults.faults, IsEmpty());
+        const CNote stored = NotesIn("SRC0000001011.dat").at(0);
+        const int32_t id = DeepestCategoryID(stored.categories[1]);
+        EXPECT_EQ(NotePlaces(Reloaded().categories, 2).at(7)->id, id);
+        EXPECT_EQ(Reloaded().categories.FindByID(id)->name, "Places");
+        EXPECT_THAT(CheckNoteBook(book.paths, world.Context(), faults), IsEmpty());
+        ExpectCategoriesMended(c.damaged);
+        const auto files = AllFiles();
+        EXPECT_THAT(Repaired(), IsEmpty()) << "once more";
+        EXPECT_EQ(AllFiles(), files);
+    }
+}
+
+TEST_F(RepairNoteBookTest, AFileThatCantBeKeptOrIsDamagedKeepsItsNumbers) {
+    const std::string name = "SRC0000001011.dat";
+    const struct {
+        const char* what;
+        std::string rest;
+        bool isKept;
+    } cases[] = {{"not kept", "", false}, {"damaged", "rest of a note", true}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        PutBytes(book.paths.NoteFile(name),
+                 NoteFileBytes(std::vector<CNote>{Five("{A}", 1011, 9), Five("{B}", 1011, 3)}) + c.rest);
+        const std::string before = folder.Bytes(name);
+        OpenNoteBook loaded = Reloaded();
+        const ReadContext context = world.Context();
+        EXPECT_THAT(RenumberSharedNotes(loaded, counters.MaxNoteID, context, faults,
+                                        [&](const std::string&) { return c.isKept; }),
+                    IsEmpty());
+        EXPECT_EQ(folder.Bytes(name), before);
+    }
+}
+
+}  // namespace
+}  // namespace lore
