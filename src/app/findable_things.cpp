@@ -78,8 +78,8 @@ std::string WrittenText(const CLorebinderApp& app, const FindableItem& item) {
     if (item.kind != FoundKind::OtherNote)
         return item.text;
     KeptForLater silent;  // the folded text does as well
-    const std::vector<CNote> notes = FindNotes(app.NoteBook().index, LongList{item.id}, app.Context(), silent);
-    return notes.empty() ? item.text : ToUtf8(TitleOf(notes.front().plainText));
+    const std::optional<CNote> note = FindNote(app.NoteBook().index, item.id, app.Context(), silent);
+    return note ? ToUtf8(TitleOf(note->plainText)) : item.text;
 }
 
 LongList NotesOfThing(const CLorebinderApp& app, const FindableItem& item) {

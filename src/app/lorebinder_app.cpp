@@ -22,6 +22,7 @@ namespace {
 constexpr double kWideSearchVersion = 11.37035;
 constexpr int32_t kWideSearchControls = 377;
 constexpr size_t kShortList = 4000;  // notes that are sorted in less time than a window needs to paint
+constexpr size_t kNamedFiles = 3;    // of those that are damaged
 constexpr size_t kMebibyte = size_t{1} << 20;
 
 size_t CacheBudget(const Settings& settings) {
@@ -40,13 +41,8 @@ ReadContext CLorebinderApp::Context() const {
 }
 
 bool CLorebinderApp::FlushStore(FaultNotice& faults) {
-    const bool written = ports_.store.Flush();
-    isUnstored_ = !written;
-    if (!written) {
-        const StoreFailure failure = ports_.store.Failure();
-        faults.Tell({"The settings could not be written; they keep their old values", failure.path, failure.reason});
-    }
-    return written;
+    isUnstored_ = !FlushTold(ports_.store, faults);
+    return !isUnstored_;
 }
 
 void CLorebinderApp::LoadOptions() {
@@ -55,7 +51,7 @@ void CLorebinderApp::LoadOptions() {
 }
 
 void CLorebinderApp::SelectStartNoteBook() {
-    ComputeFolders(data_.root);
+    TellFailedWrite(ports_.faults, "The data folder could not be made", data_.DataFiles(), ComputeFolders(data_.root));
     FileResult result;
     const CDatabase noteBook =
         lore::SelectStartNoteBook(data_.DatabasesFile(), Context(), settings_, noteBooks_, result);
@@ -75,6 +71,7 @@ void CLorebinderApp::UseNoteBook(const CDatabase& noteBook) {
     closed_ = Closed::No;
     isUnread_ = isListUnread_ = false;
     unfound_.RemoveAll();
+    damaged_.clear();
     settings_.Set(Option::Database, noteBook.guid);
 }
 
@@ -143,6 +140,29 @@ void CLorebinderApp::LoadNoteBook() {
         paths.push_back(book_.paths.NoteFile(file).string());
     texts_->Attach(paths);
     StoreCounters(counters);
+    TellDamaged(report.damaged);
+}
+
+/// They are shown as far as they go, so that nothing but these words says that something is missing. Said once, not at
+/// each load.
+void CLorebinderApp::TellDamaged(const std::vector<std::string>& files) {
+    if (files == damaged_)
+        return;
+    damaged_ = files;
+    if (files.empty())
+        return;
+    const bool one = files.size() == 1;
+    std::string names = files.front();
+    for (size_t i = 1; i < std::min(files.size(), kNamedFiles); ++i)
+        names += ", " + files[i];
+    if (files.size() > kNamedFiles)
+        names += " and " + std::to_string(files.size() - kNamedFiles) + " more";
+    ports_.faults.Tell({names + (one ? " is damaged and was not read whole" : " are damaged and were not read whole"),
+                        book_.paths.Folder().string(),
+                        std::string("what could be read is shown; ") + (one ? "the" : "each") +
+                            " file is kept beside before it is changed; restore a backup, or see what "
+                            "\"lorebinder-cli check\" says",
+                        true});
 }
 
 void CLorebinderApp::ShowNotes(const LongList& ids, Background* background) {
@@ -205,14 +225,13 @@ IdCounters CLorebinderApp::Counters() const {
     return CountersOf(settings_);
 }
 
-void CLorebinderApp::StoreSettings() {
+void CLorebinderApp::StoreSettings(FaultNotice& faults) {
     settings_.SaveOptions(ports_.store);
-    FlushStore();
+    FlushStore(faults);
 }
 
 void CLorebinderApp::SaveOptions(FaultNotice& faults) {
-    settings_.SaveOptions(ports_.store);
-    FlushStore(faults);
+    StoreSettings(faults);
     KeepViewList(faults);
 }
 
@@ -333,12 +352,12 @@ void CLorebinderApp::MoveNote(int32_t id, int32_t target) {
 }
 
 void CLorebinderApp::RefreshNote(int32_t id) {
-    auto notes = FindNotes(book_.index, LongList{id}, Context(), ports_.faults);
-    if (notes.empty())
+    std::optional<CNote> note = FindNote(book_.index, id, Context(), ports_.faults);
+    if (!note)
         return;
     CitationTexts citations(book_.sources, book_.authors);
-    auto texts = citations.For(notes.front());
-    list_.ReplaceNote(std::move(notes.front()), std::move(texts));
+    auto texts = citations.For(*note);
+    list_.ReplaceNote(std::move(*note), std::move(texts));
 }
 
 std::string CLorebinderApp::NoteBookPane() const {

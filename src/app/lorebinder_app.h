@@ -104,7 +104,7 @@ public:
     IdCounters Counters() const;
     void StoreCounters(const IdCounters& counters);
     /// Stores all settings at once.
-    void StoreSettings();
+    void StoreSettings() { StoreSettings(ports_.faults); }
     /// Puts on disk what has been set in the store. False if it could not be written, which has been told.
     bool FlushStore() { return FlushStore(ports_.faults); }
 
@@ -119,11 +119,13 @@ public:
 
 private:
     bool FlushStore(FaultNotice& faults);
+    void StoreSettings(FaultNotice& faults);
     void SaveOptions(FaultNotice& faults);
     void UseNoteBook(const CDatabase& noteBook);
     void StartAgent();
     bool UpgradeData();
     void LoadNoteBook();
+    void TellDamaged(const std::vector<std::string>& files);
     LongList ReadLastViewList();
     void KeepViewList(FaultNotice& faults) const;
 
@@ -136,10 +138,11 @@ private:
     std::unique_ptr<TextCache> texts_;
     /// Why there is no NoteBook that takes changes.
     enum class Closed { No, Deleted, NotUpgraded } closed_ = Closed::No;
-    bool isUnstored_ = false;    // settings wait to be written
-    bool isUnread_ = false;      // something failed in the last load of the NoteBook
-    LongList unfound_;           // what was to be listed then, and was not found
-    bool isListUnread_ = false;  // nobody can say what the file of the last list holds
+    bool isUnstored_ = false;           // settings wait to be written
+    bool isUnread_ = false;             // something failed in the last load of the NoteBook
+    LongList unfound_;                  // what was to be listed then, and was not found
+    std::vector<std::string> damaged_;  // files of the NoteBook that were told to be damaged
+    bool isListUnread_ = false;         // nobody can say what the file of the last list holds
 };
 
 }  // namespace lore

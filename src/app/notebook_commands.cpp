@@ -79,11 +79,11 @@ std::vector<CDatabase> CopyTargets(const CLorebinderApp& app) {
 
 void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId) {
     const ReadContext context = app.Context();
-    const auto notes = FindNotes(app.NoteBook().index, LongList{noteId}, context, app.Ports().faults);
-    if (notes.empty() || !app.MayWrite())
+    const std::optional<CNote> note = FindNote(app.NoteBook().index, noteId, context, app.Ports().faults);
+    if (!note || !app.MayWrite())
         return;
     RunCopy(app, [&](const CopyWorld& world) {
-        CopyNoteToNoteBook(notes.front(), app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
+        CopyNoteToNoteBook(*note, app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
     });
 }
 

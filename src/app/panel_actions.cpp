@@ -68,16 +68,16 @@ PanelOutcome PanelActions::ChangeValues(const PanelOrder& order, int32_t focusNo
     else if (order.action == PanelAction::RemoveKeyWord)
         result = changes.RemoveKeyWord(app_.List().GetNoteIDs(), order.name);
     else
-        result = AddNote(order, focusNote);
+        result = AddNote(changes, order, focusNote);
     progress.HideStandBy();
     if (result.changed.IsEmpty())
         return PanelOutcome::Nothing;
+    commands_.ValuesChanged(changes.TakeReplaced());
     app_.SortList();
     return PanelOutcome::NotesChanged;
 }
 
-ChangedNotes PanelActions::AddNote(const PanelOrder& order, int32_t focusNote) {
-    ValueChanges changes(commands_.World(), app_.List());
+ChangedNotes PanelActions::AddNote(ValueChanges& changes, const PanelOrder& order, int32_t focusNote) {
     const LongList note = focusNote > 0 ? LongList{focusNote} : LongList();
     switch (order.value) {
         case PanelValue::Category: {

@@ -31,7 +31,7 @@ public:
 
 private:
     PanelOutcome ChangeValues(const PanelOrder& order, int32_t focusNote);
-    ChangedNotes AddNote(const PanelOrder& order, int32_t focusNote);
+    ChangedNotes AddNote(ValueChanges& changes, const PanelOrder& order, int32_t focusNote);
     PanelOutcome AddToSource(int32_t note, int32_t source);
     LongList ListedWith(Rgb color) const;
     void Copy(const LongList& ids, int noteBook);

@@ -59,12 +59,12 @@ void RunPictureCommand(CLorebinderApp& app, int32_t noteId, size_t attachment, P
     OpenNoteBook& book = app.NoteBook();
     FaultNotice& faults = app.Ports().faults;
     const ReadContext context = app.Context();
-    std::vector<CNote> notes = FindNotes(book.index, LongList{noteId}, context, faults);
-    if (notes.empty() || attachment >= notes.front().attachments.size() ||
-        !ChangePicture(notes.front().attachments[attachment], command, room) ||
-        !NoteStore(book, context, faults, &app.Texts()).SaveNote(notes.front()))
+    std::optional<CNote> note = FindNote(book.index, noteId, context, faults);
+    if (!note || attachment >= note->attachments.size() ||
+        !ChangePicture(note->attachments[attachment], command, room) ||
+        !NoteStore(book, context, faults, &app.Texts()).SaveNote(*note))
         return;
-    if (StampSyncRecord(book.syncLog, notes.front().guid, [&](CSyncInfo& info) { info.Change1 = context.nowUtc; }))
+    if (StampSyncRecord(book.syncLog, note->guid, [&](CSyncInfo& info) { info.Change1 = context.nowUtc; }))
         WriteSyncLog(book, faults);
     app.RefreshNote(noteId);
 }

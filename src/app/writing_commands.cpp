@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "exchange/bring_back.h"
+#include "notes/file_faults.h"
 #include "notes/note_finder.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
@@ -34,7 +35,7 @@ std::string UnsavedText(const UnsavedNote& unsaved) {
         text += " (" + unsaved.draft.written.Format("%m/%d/%Y  -  %I:%M:%S %p") + ")";
     text += ":\n\n\"" + words + "\"\n\n";
     if (!unsaved.stored && unsaved.draft.note.id > 0)
-        text += "The note itself has been deleted since; the text would become a new note.\n\n";
+        text += "The note itself isn't among the notes any more; the text would become a new note.\n\n";
     else if (unsaved.stored && !(unsaved.stored->dateEdited == unsaved.draft.baseEdited))
         text += "The note has been saved in another form since; going on would put this text in its place.\n\n";
     return text + "Do you wish to go on with it? \"No\" discards the unsaved text.";
@@ -114,13 +115,8 @@ EditNoteSession WritingCommands::NewNote() {
     return EditNoteSession::ForNewNote(World(), FillSource(app_.GetSettings(), saved, lastOfList));
 }
 
-std::optional<CNote> WritingCommands::FindNote(int32_t id) {
-    std::vector<CNote> notes = FindNotes(app_.NoteBook().index, LongList{id}, app_.Context(), world_.faults);
-    return notes.empty() ? std::nullopt : std::optional(std::move(notes.front()));
-}
-
 std::optional<EditNoteSession> WritingCommands::EditNote(int32_t id) {
-    const std::optional<CNote> note = FindNote(id);
+    const std::optional<CNote> note = FindNote(app_.NoteBook().index, id, app_.Context(), world_.faults);
     return note ? std::optional(EditNoteSession::ForNote(World(), *note)) : std::nullopt;
 }
 
@@ -209,6 +205,11 @@ void WritingCommands::ImportDone(ImportChanges changes, const LongList& listed) 
     undoables_.push_back({app_.NoteBook().database.guid, std::move(changes), listed});
 }
 
+void WritingCommands::ValuesChanged(ReplacedValues replaced) {
+    if (!replaced.empty())
+        undoables_.push_back({app_.NoteBook().database.guid, std::move(replaced)});
+}
+
 const WritingCommands::Undoable* WritingCommands::LastUndoable() const {
     const std::string& open = app_.NoteBook().database.guid;
     const auto last = std::find_if(undoables_.rbegin(), undoables_.rend(),
@@ -220,6 +221,8 @@ WritingCommands::NextUndo WritingCommands::WhatToUndo() const {
     const Undoable* const last = LastUndoable();
     if (!last)
         return NextUndo::None;
+    if (const auto* const replaced = std::get_if<ReplacedValues>(&last->what))
+        return AreColors(*replaced) ? NextUndo::Colors : NextUndo::KeyWords;
     return std::holds_alternative<ImportChanges>(last->what) ? NextUndo::Import : NextUndo::Deletion;
 }
 
@@ -268,31 +271,70 @@ bool WritingCommands::UndoImportOf(Undoable& undoable) {
     return changes.IsEmpty();
 }
 
+/// True if all is undone; what isn't is left in `replaced`.
+bool WritingCommands::UndoValues(ReplacedValues& replaced) {
+    const bool areColors = AreColors(replaced);
+    world_.progress.ShowStandBy("Updating notes.....");
+    const size_t changed = ValueChanges(World(), app_.List()).PutBack(replaced);
+    world_.progress.HideStandBy();
+    app_.SortList();
+    if (changed > 0)
+        world_.prompts.Message(
+            std::to_string(changed) +
+                (areColors ? " of the notes have got another border color" : " of the notes have got other key words") +
+                " since, and keep what they have.",
+            areColors ? "Undo Border Color" : "Undo Key Word", PromptIcon::Information);
+    return replaced.empty();
+}
+
 void WritingCommands::Undo() {
     const Undoable* const next = LastUndoable();
     if (!next)
         return;
     const auto last = undoables_.begin() + (next - undoables_.data());
-    if (std::holds_alternative<DeletedNotes>(last->what) ? UndoDeletion(*last) : UndoImportOf(*last))
+    auto* const replaced = std::get_if<ReplacedValues>(&last->what);
+    const bool isDeletion = std::holds_alternative<DeletedNotes>(last->what);
+    if (replaced ? UndoValues(*replaced) : isDeletion ? UndoDeletion(*last) : UndoImportOf(*last))
         undoables_.erase(last);
 }
 
-bool WritingCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {
-    const DraftStore drafts = Drafts();
-    if (!DraftStore::ReadDraft(file, app_.Context(), unsaved.draft)) {
-        DraftStore::SetAside(file);
+/// False, told, if it can't be had.
+bool WritingCommands::ReadDraft(const std::filesystem::path& file, Draft& draft) {
+    bool isWhole = false;
+    const FileResult read = DraftStore::ReadDraft(file, app_.Context(), draft, isWhole);
+    TellFailedRead(world_.faults, "An unsaved text could not be read", file, read);
+    if (!read.Ok() || isWhole)
+        return isWhole;
+    const FileResult aside = DraftStore::SetAside(file);
+    if (aside.Ok())
         world_.faults.Tell(
             {"An unsaved text could not be read; its file was set aside", file.string(), "it is damaged"});
+    else
+        world_.faults.Tell(
+            {"An unsaved text is damaged, and its file could not be set aside", file.string(), aside.Reason()});
+    return false;
+}
+
+bool WritingCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {
+    if (!ReadDraft(file, unsaved.draft))
         return false;
-    }
-    unsaved.stored = FindNote(unsaved.draft.note.id);
+    const int32_t id = unsaved.draft.note.id;
+    const NoteIndex& index = app_.NoteBook().index;
+    unsaved.stored = FindNote(index, id, app_.Context(), world_.faults);
+    // The index holds a note too whose file can't be read any more, and lacks those of files that couldn't be read.
+    const bool isUnread = (!unsaved.stored && index.Contains(id)) || !app_.IsWhole();
     if (unsaved.stored && unsaved.stored->guid != unsaved.draft.note.guid)
         unsaved.stored.reset();
+    if (!unsaved.stored && id > 0 && isUnread) {
+        world_.faults.Tell({"An unsaved text waits until its note can be read", file.string(),
+                            "not all notes of this NoteBook could be read"});
+        return false;
+    }
     const bool asks = DraftDiffers(unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
     const PromptAnswer answer =
         asks ? world_.prompts.Ask(UnsavedText(unsaved), "Unsaved Note", true) : PromptAnswer::No;
     if (answer == PromptAnswer::No)
-        drafts.RemoveDraft(unsaved.draft.note.guid);
+        Drafts().RemoveDraft(unsaved.draft.note.guid);
     return answer == PromptAnswer::Yes;
 }
 
@@ -308,12 +350,6 @@ std::vector<UnsavedNote> WritingCommands::AskForUnsavedNotes() {
 
 EditNoteSession WritingCommands::ContinueNote(const UnsavedNote& unsaved) {
     return EditNoteSession::ForDraft(World(), unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
-}
-
-NewTextLook WritingCommands::TextLook() const {
-    const FontSetting font = LoadFontSetting(app_.Ports().store, kEditTextFont, DefaultEditTextFont());
-    // Three quarters of the pixels in points, twice that in half points.
-    return {ToUtf8(font.faceName), std::clamp(font.height * 3 / 2, 2, 400)};
 }
 
 std::string WritingCommands::CapturedText(const ClipboardText& clipboard) const {

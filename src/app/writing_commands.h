@@ -14,6 +14,7 @@
 #include "edit/edit_note_session.h"
 #include "edit/note_removal.h"
 #include "edit/note_text_file.h"
+#include "edit/value_changes.h"
 #include "exchange/import_undo.h"
 #include "ports/spell_checker.h"
 #include "sources/source_store.h"
@@ -58,23 +59,26 @@ public:
     bool DeleteCurrentNotes();
     /// Asks, for several notes twice, and deletes notes of the NoteBook. True if any has gone.
     bool DeleteNotes(const LongList& ids);
-    /// Deletions from the open NoteBook and imports into it can be undone, the last one first, until the program ends.
-    /// What could not be written, told, can be tried again.
-    enum class NextUndo { None, Deletion, Import };
+    /// Deletions from the open NoteBook, imports into it and changes of the colours or key words of its notes can be
+    /// undone, the last one first, until the program ends. What could not be written, told, can be tried again.
+    enum class NextUndo { None, Deletion, Import, Colors, KeyWords };
     NextUndo WhatToUndo() const;
     void Undo();
     /// An import has come to its end. `listed` are the notes of the current list before it.
     void ImportDone(ImportChanges changes, const LongList& listed);
+    /// Notes have got other values, outside the editor.
+    void ValuesChanged(ReplacedValues replaced);
 
     DraftStore Drafts() const { return DraftStore(app_.NoteBook().paths); }
     /// The texts of the open NoteBook that were not saved, each with a question. Those that the user goes on with are
-    /// returned, those that he discards are removed. One that can't be read is set aside and told; one that the note
-    /// holds already goes without a word.
+    /// returned, those that he discards are removed. A damaged one is set aside and told; one that can't be read now,
+    /// or whose note may stand in a file that can't, waits and is told; one that the note holds already goes without a
+    /// word.
     std::vector<UnsavedNote> AskForUnsavedNotes();
     EditNoteSession ContinueNote(const UnsavedNote& unsaved);
 
     /// Font and size of new texts.
-    NewTextLook TextLook() const;
+    NewTextLook TextLook() const { return LookOfNewText(app_.Ports().store); }
     /// Where dialogs on sources write.
     SourceStore& Sources();
     /// Brings what was changed there into the current list, which is then in its order again. False if nothing was.
@@ -87,22 +91,22 @@ public:
     void SetSpelling(SpellChecker* checker) { spelling_ = checker; }
     SpellChecker* Spelling() const { return spelling_; }
     EditWorld& World();
-    /// Failed reads and writes are told there while a window is open; null for the application's own place. Gives the
-    /// place that it was before.
+    /// Failed reads and writes are told there while a window is open, notices in the application's own place all the
+    /// same; null for that place. Gives the place that it was before.
     FaultNotice* ShowFaultsIn(FaultNotice* place) { return std::exchange(faults_.place, place); }
 
 private:
     struct Undoable {
         std::string noteBook;  // GUID
-        std::variant<DeletedNotes, ImportChanges> what;
-        LongList listed;
+        std::variant<DeletedNotes, ImportChanges, ReplacedValues> what;
+        LongList listed = {};
         std::vector<CSource> sources = {};  // of deleted notes
         LongList behind = {};  // the neighbours before the `listed`, 0 for none, in an order that the user made
     };
-    /// Hands faults on to where the user looks.
+    /// Hands faults on to where the user looks, and notices to where they stay when the window of a command closes.
     struct FaultRelay : FaultNotice {
         explicit FaultRelay(FaultNotice& usual) : place(nullptr), usual_(usual) {}
-        void Tell(const Fault& fault) override { (place ? *place : usual_).Tell(fault); }
+        void Tell(const Fault& fault) override { (place && !fault.isNotice ? *place : usual_).Tell(fault); }
         FaultNotice* place;
 
     private:
@@ -112,9 +116,10 @@ private:
     bool AskTwiceAndDelete(const LongList& ids);
     bool UndoDeletion(Undoable& undoable);
     bool UndoImportOf(Undoable& undoable);
+    bool UndoValues(ReplacedValues& replaced);
     void KeepsFiles();
     const Undoable* LastUndoable() const;
-    std::optional<CNote> FindNote(int32_t id);
+    bool ReadDraft(const std::filesystem::path& file, Draft& draft);
     bool AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved);
 
     CLorebinderApp& app_;

@@ -117,7 +117,10 @@ bool CategoryAssignment::IsKnown(int32_t id) const {
 
 std::vector<CategoryChoice> CategoryAssignment::ChildrenOf(int32_t parentID) const {
     std::vector<CategoryChoice> choices;
-    const CProCategoryTree* const parent = parentID < 0 ? nullptr : forest_.FindByID(parentID);
+    const CProCategoryTree* parent = parentID < 0 ? nullptr : forest_.FindByID(parentID);
+    // The forest may have got another category of this id since.
+    if (const NewCategory* const made = FindNew(parentID); made && parent && made->name != parent->name)
+        parent = nullptr;
     if (parentID < 0 || parent) {
         for (const CProCategoryTree& node : parent ? parent->children : forest_.Roots()) {
             if (!node.IsUnassigned())
@@ -164,8 +167,10 @@ const NewCategory& CategoryAssignment::Make(int32_t parentID, const std::string&
         highest = std::max(highest, category.id);
         ids.MarkUsed(category.id);
     }
-    int64_t wanted = int64_t{RaiseToHighest(highest, maxCategoryID_)} + 1;
+    int counter = counter_(0);
+    int64_t wanted = int64_t{RaiseToHighest(highest, counter)} + 1;
     made_.push_back({ids.Take(wanted), parentID, name});
+    counter_(made_.back().id);
     return made_.back();
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "classify/category_list.h"
@@ -25,9 +28,16 @@ struct CategoryChoice {
 /// those into the forest that the note uses. Sets are 1, 2 and 3, levels count from 0.
 class CategoryAssignment {
 public:
+    /// Raises the stored counter to an id, and gives it.
+    using Counter = std::function<int32_t(int32_t id)>;
+
     /// `forest` outlives the assignment. `maxCategoryID` is the stored counter.
     CategoryAssignment(const CProCategoryList& forest, int32_t maxCategoryID, Prompts& prompts)
-        : forest_(forest), maxCategoryID_(maxCategoryID), prompts_(prompts) {}
+        : CategoryAssignment(
+              forest, [maxCategoryID](int32_t id) { return std::max(maxCategoryID, id); }, prompts) {}
+    /// For one of several that are open at a time: `counter` keeps what another one has given out.
+    CategoryAssignment(const CProCategoryList& forest, Counter counter, Prompts& prompts)
+        : forest_(forest), counter_(std::move(counter)), prompts_(prompts) {}
 
     void Fill(const CNote& note);
     /// Fill for a note that was never saved: categories that the forest doesn't hold at their place, but that stand in
@@ -71,7 +81,7 @@ private:
     void MakeAnew(SetPath& path);
 
     const CProCategoryList& forest_;
-    int32_t maxCategoryID_;
+    Counter counter_;
     Prompts& prompts_;
     std::array<SetPath, kSetCount> sets_;
     std::vector<NewCategory> made_;

@@ -1,18 +1,11 @@
 #include "edit/category_changes.h"
 
 #include "classify/category_edit.h"
-#include "notes/file_faults.h"
+#include "notes/notebook_lists.h"
 
 namespace lore {
 
 namespace {
-
-bool WriteCategories(EditWorld& world, const CProCategoryList& forest) {
-    const std::filesystem::path file = world.book.paths.Categories();
-    const FileResult result = forest.Save(file);
-    TellFailedWrite(world.faults, "The categories could not be written", file, result);
-    return result.Ok();
-}
 
 /// Files notes in `forest` where another forest has them, as their stored paths say.
 void FileAsBefore(CProCategoryList& forest, const LongList& notes, const PathRewriter& before) {
@@ -55,7 +48,7 @@ SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edit
     const LongList touched = NotesWithOtherPaths(forest, edited);
     bool hasVanished = false;
     CProCategoryList both = WithVanished(forest, edited, hasVanished);
-    if (!WriteCategories(world, both))
+    if (!WriteCategories(world.book, both, world.faults))
         return result;
     result.saved = true;
     const PathRewriter rewriter(edited);
@@ -69,7 +62,7 @@ SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edit
     if (result.notes.failed.IsEmpty()) {
         forest.Assign(edited);
         if (hasVanished)
-            WriteCategories(world, forest);
+            WriteCategories(world.book, forest, world.faults);
         return result;
     }
     FileAsBefore(both, result.notes.failed, PathRewriter(forest));

@@ -128,14 +128,15 @@ std::vector<std::filesystem::path> DraftStore::ListDrafts() const {
     return drafts;
 }
 
-bool DraftStore::ReadDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft) {
+FileResult DraftStore::ReadDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft,
+                                 bool& isWhole) {
     draft = Draft();
     std::string bytes;
-    if (!ReadFile(path, bytes).Ok() || !ParseDraft(bytes, context, draft)) {
+    const FileResult result = ReadFile(path, bytes);
+    isWhole = result.Ok() && ParseDraft(bytes, context, draft);
+    if (!isWhole)
         draft = Draft();
-        return false;
-    }
-    return true;
+    return result;
 }
 
 FileResult DraftStore::SetAside(const std::filesystem::path& path) {

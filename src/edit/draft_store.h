@@ -44,9 +44,10 @@ public:
 
     /// The files of all drafts, by name.
     std::vector<std::filesystem::path> ListDrafts() const;
-    /// False, and `draft` is a blank one, if the file can't be read or isn't whole.
-    static bool ReadDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft);
-    /// Sets a draft aside that can't be read, under a name that ListDrafts passes over.
+    /// `isWhole` is false, and `draft` a blank one, if the file can't be read, or was read and is damaged.
+    static FileResult ReadDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft,
+                                bool& isWhole);
+    /// Sets a damaged draft aside, under a name that ListDrafts passes over.
     static FileResult SetAside(const std::filesystem::path& path);
 
     const std::filesystem::path& Folder() const { return folder_; }

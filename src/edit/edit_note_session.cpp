@@ -7,9 +7,9 @@
 #include "base/record_file.h"
 #include "base/text.h"
 #include "edit/sync_record.h"
-#include "notes/file_faults.h"
 #include "notes/note_filing.h"
 #include "notes/note_store.h"
+#include "notes/notebook_lists.h"
 #include "notes/sync_stamp.h"
 #include "rtf/rtf.h"
 
@@ -170,19 +170,16 @@ bool EditNoteSession::AddNewCategories() {
     if (newCategories.empty())
         return true;
     CProCategoryList& forest = world_->book.categories;
-    CProCategoryList before = forest;
-    const int32_t highest = AddUsedCategories(forest, newCategories, note);
-    if (highest <= 0)
+    const CProCategoryList before = forest;
+    int highest = world_->settings.Int(Option::MaxCategoryID);
+    if (!AddUsedCategories(forest, newCategories, note, highest))
         return true;
-    Settings& settings = world_->settings;
-    settings.Set(Option::MaxCategoryID, std::max(settings.Int(Option::MaxCategoryID), highest));
+    world_->settings.Set(Option::MaxCategoryID, highest);
     world_->saveOptions();
-    const std::filesystem::path file = world_->book.paths.Categories();
-    const FileResult written = forest.Save(file);
-    TellFailedWrite(world_->faults, "The categories could not be written", file, written);
-    if (!written.Ok())
-        forest = std::move(before);
-    return written.Ok();
+    const bool written = WriteCategories(world_->book, forest, world_->faults);
+    if (!written)
+        forest.Assign(before);
+    return written;
 }
 
 bool EditNoteSession::IsSyncWanted() const {

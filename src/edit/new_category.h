@@ -16,8 +16,10 @@ struct NewCategory {
     std::string name;
 };
 
-/// Puts those categories into the forest that one of the note's paths leads through. Gives the highest id that was
-/// added, 0 for none. A category whose parent isn't there is left out.
-int32_t AddUsedCategories(CProCategoryList& forest, const std::vector<NewCategory>& made, const CNote& note);
+/// Puts those categories into the forest that one of the note's paths leads through. The forest may have got others
+/// since they were made: a category that has a sibling of its name there is that sibling, and one whose id is another's
+/// by now gets the next free one. `made` and the note's paths follow. A category whose parent isn't there is left out.
+/// `maxCategoryID` is the stored counter, raised by what was added. True if something was.
+bool AddUsedCategories(CProCategoryList& forest, std::vector<NewCategory>& made, CNote& note, int& maxCategoryID);
 
 }  // namespace lore

@@ -1,13 +1,12 @@
 #include "edit/note_removal.h"
 
-#include <optional>
-#include <unordered_set>
-#include <utility>
+#include <system_error>
 
+#include "base/file_number.h"
 #include "edit/attachment_store.h"
+#include "edit/named_files.h"
 #include "notes/attachment_path.h"
 #include "notes/file_faults.h"
-#include "notes/note_file_walk.h"
 #include "notes/note_filing.h"
 #include "notes/note_store.h"
 #include "notes/sync_stamp.h"
@@ -16,84 +15,29 @@ namespace lore {
 
 namespace {
 
-using Names = std::unordered_set<std::string>;
+/// What became of files that were to be moved.
+struct Moved {
+    bool any = false;
+    bool all = true;  ///< but those that aren't there
+};
 
-/// Those of the stored names that notes of a folder hold. Nothing, told, if the folder or one of its files can't be
-/// read.
-std::optional<Names> NamesInUse(const Names& names, const std::filesystem::path& notesFolder,
-                                const ReadContext& context, const std::stop_token& stop, FaultNotice& faults) {
-    std::vector<std::filesystem::path> files;
-    bool isRead = ListNoteFiles(notesFolder, faults, files);
-    std::vector<Names> found(files.size());
-    Names used;
-    WalkNoteFiles(
-        files, context, kReadThreads,
-        [&](size_t file, NoteFileReader& reader) {
-            while (reader.Next()) {
-                for (const CAttachment& attachment : reader.Head().attachments) {
-                    if (std::string name = StoredName(attachment); names.contains(name))
-                        found[file].insert(std::move(name));
-                }
-            }
-        },
-        [&](size_t file, const FileResult& result) {
-            TellFailedRead(faults, kNoteFileUnread, files[file], result);
-            isRead = isRead && (result.Ok() || result.Missing());
-            used.merge(found[file]);
-        },
-        stop, HeadParts::Place);
-    return isRead ? std::optional(std::move(used)) : std::nullopt;
-}
-
-/// The attachments whose files go with notes that have left their files. In damaged data, or where files were copied by
-/// hand, another note may name the same file: without a look at all of them no file goes. Reads the other notes only if
-/// there is a file.
-std::vector<CAttachment> FilesOnlyOf(const std::vector<CNote>& notes, const NoteBookPaths& paths,
-                                     const ReadContext& context, Background* background, FaultNotice& faults) {
-    std::vector<CAttachment> stored;
-    Names names;
-    for (const CNote& note : notes) {
-        for (const CAttachment& attachment : note.attachments) {
-            std::string name = StoredName(attachment);
-            if (name.empty())
-                continue;
-            stored.push_back(attachment);
-            names.insert(std::move(name));
-        }
-    }
-    if (names.empty())
-        return stored;
-    std::optional<Names> used;
-    KeptForLater met;
-    const bool done = RunBeside(background, "Deleting Attachments....", [&](const std::stop_token& stop) {
-        used = NamesInUse(names, paths.Notes(), context, stop, met);
-    });
-    met.TellAll(faults);
-    if (!done || !used) {
-        faults.Tell({"The attachment files of the deleted notes were left where they are", paths.Attachments().string(),
-                     done ? "other notes may name them, and not all of those could be read"
-                          : "other notes may name them, and the search for those was stopped"});
-        return {};
-    }
-    std::erase_if(stored, [&](const CAttachment& attachment) { return used->contains(StoredName(attachment)); });
-    return stored;
-}
-
-/// False, and told, if one of the files stays where it is.
-bool MoveFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& from,
-               const std::filesystem::path& to, FaultNotice& faults) {
-    std::error_code error;
-    bool moved = true;
+/// What stays where it is, was told.
+Moved MoveFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& from,
+                const std::filesystem::path& to, FaultNotice& faults) {
+    Moved moved;
     for (const CAttachment& attachment : attachments) {
         const std::filesystem::path file = AttachmentPath(attachment, from);
-        if (file.empty() || !std::filesystem::exists(file, error))
+        std::error_code error;
+        if (file.empty() || (!std::filesystem::exists(file, error) && !error))
             continue;
-        error.assign(MakeFolders(to).error, std::generic_category());
+        if (!error)
+            error.assign(MakeFolders(to).error, std::generic_category());
         if (!error)
             std::filesystem::rename(file, to / file.filename(), error);
         if (error)
             faults.Tell({"An attachment file could not be moved", file.string(), error.message()});
-        moved = moved && !error;
+        moved.any = moved.any || !error;
+        moved.all = moved.all && !error;
     }
     return moved;
 }
@@ -112,7 +56,10 @@ DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
     DeletedNotes deleted;
     deleted.notes = NoteStore(book_, context_, faults_, texts_).DeleteNotes(ids);
     UnfileNotes(book_, deleted.notes);
-    const std::vector<CAttachment> going = FilesOnlyOf(deleted.notes, book_.paths, context_, background_, faults_);
+    std::vector<CAttachment> going;
+    for (const CNote& note : deleted.notes)
+        going.insert(going.end(), note.attachments.begin(), note.attachments.end());
+    going = WithUnnamedFiles(going, "the deleted notes", {book_.paths, context_, faults_, background_});
     if (keepFiles) {
         deleted.keptFiles = KeptFilesFolder(book_.paths);
         MoveFiles(going, book_.paths.Attachments(), deleted.keptFiles, faults_);
@@ -125,11 +72,19 @@ DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
 
 LongList NoteRemoval::RestoreFiles(const DeletedNotes& deleted) {
     LongList without;
+    if (deleted.keptFiles.empty())
+        return without;
+    const std::filesystem::path attachments = book_.paths.Attachments();
+    bool any = false;
     for (const CNote& note : deleted.notes) {
-        if (!deleted.keptFiles.empty() &&
-            !MoveFiles(note.attachments, deleted.keptFiles, book_.paths.Attachments(), faults_))
+        const Moved moved = MoveFiles(note.attachments, deleted.keptFiles, attachments, faults_);
+        any = any || moved.any;
+        if (!moved.all)
             without.AddTail(note.id);
     }
+    // A power cut must not leave a note that is written next without its file.
+    if (any)
+        TellFailedWrite(faults_, "Attachment files could not be written", attachments, FlushFolder(attachments));
     return without;
 }
 

@@ -20,6 +20,13 @@ std::string WithLineFeeds(std::string_view text) {
 
 }  // namespace
 
+NewTextLook LookOfNewText(const SettingsStore& store) {
+    constexpr int kSmallest = 2, kLargest = 267;  // pixels of the board
+    const FontSetting font = LoadFontSetting(store, kEditTextFont, DefaultEditTextFont());
+    // Three quarters of the pixels in points, twice that in half points.
+    return {ToUtf8(font.faceName), std::clamp(font.height, kSmallest, kLargest) * 3 / 2};
+}
+
 FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& look, std::string& rtf) {
     std::string bytes;
     const FileResult result = ReadFileOrStream(file, bytes);

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/file_io.h"
+#include "settings/settings.h"
 
 namespace lore {
 
@@ -13,6 +14,9 @@ struct NewTextLook {
     std::string font;      ///< UTF-8
     int half_points = 27;  ///< 18 pixels of the board
 };
+
+/// As the settings have it, in sizes that can be read.
+NewTextLook LookOfNewText(const SettingsStore& store);
 
 /// A file as a note's rich text, by its ending: ".rtf" as it stands, ".html" and ".htm" with its formats, everything
 /// else as plain text. `rtf` is empty on failure.

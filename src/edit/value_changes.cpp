@@ -1,6 +1,7 @@
 #include "edit/value_changes.h"
 
-#include <unordered_map>
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "classify/category_edit.h"
@@ -13,49 +14,110 @@
 
 namespace lore {
 
+namespace {
+
+bool IsColor(const NoteValue& value) {
+    return std::holds_alternative<Rgb>(value);
+}
+
+/// What a note has in the place of a value.
+NoteValue ValueBeside(const CNote& note, const NoteValue& value) {
+    return IsColor(value) ? NoteValue(note.borderColor) : NoteValue(note.keyWords);
+}
+
+void Put(CNote& note, const NoteValue& value) {
+    if (IsColor(value))
+        note.borderColor = std::get<Rgb>(value);
+    else
+        note.keyWords = std::get<std::string>(value);
+}
+
+}  // namespace
+
+bool AreColors(const ReplacedValues& values) {
+    return !values.empty() && IsColor(values.begin()->second.given);
+}
+
 ChangedNotes ValueChanges::SetNotesColor(const LongList& ids, Rgb color) {
-    const DateTime now = world_.clock.Now();
-    const NoteChange change{[&](CNote& note) {
-                                if (note.borderColor == color)
-                                    return false;
-                                note.borderColor = color;
-                                note.dateEdited = now;
-                                return true;
-                            },
-                            [](CSyncInfo& info, const DateTime& nowUtc) { info.Change1 = nowUtc; }};
-    ChangedNotes result = ChangeNotes(world_, ids, change, &list_);
-    world_.book.colors.SetNotesColor(color, result.changed);
-    return result;
+    return Give(ids, true, [color](const CNote&) { return NoteValue(color); });
 }
 
 ChangedNotes ValueChanges::AttachKeyWord(const LongList& ids, const std::string& name) {
-    return ChangeKeyWords(ids, name, WithKeyWord);
+    return Give(ids, false, [&](const CNote& note) { return NoteValue(WithKeyWord(note.keyWords, name)); });
 }
 
 ChangedNotes ValueChanges::RemoveKeyWord(const LongList& ids, const std::string& name) {
-    return ChangeKeyWords(ids, name, WithoutKeyWord);
+    return Give(ids, false, [&](const CNote& note) { return NoteValue(WithoutKeyWord(note.keyWords, name)); });
 }
 
-ChangedNotes ValueChanges::ChangeKeyWords(const LongList& ids, const std::string& name,
-                                          std::string (*changed)(std::string_view, std::string_view)) {
+ChangedNotes ValueChanges::Give(const LongList& ids, bool areColors,
+                                const std::function<NoteValue(const CNote&)>& wanted) {
     const DateTime now = world_.clock.Now();
-    std::unordered_map<int32_t, std::string> lines;
-    const NoteChange change{[&](CNote& note) {
-                                std::string line = changed(note.keyWords, name);
-                                if (line == note.keyWords)
-                                    return false;
-                                note.keyWords = lines[note.id] = std::move(line);
-                                note.dateEdited = now;
-                                return true;
-                            },
-                            [](CSyncInfo& info, const DateTime& nowUtc) { info.KeyWordsChanged = nowUtc; }};
-    ChangedNotes result = ChangeNotes(world_, ids, change, &list_);
-    CKeyWordList& keyWords = world_.book.keyWords;
-    keyWords.RemoveNotes(result.changed);
+    ReplacedValues met;
+    ChangedNotes result = ChangeValues(ids, areColors, [&](CNote& note) {
+        NoteValue given = wanted(note), former = ValueBeside(note, given);
+        if (given == former)
+            return false;
+        Put(note, given);
+        met.try_emplace(note.id, ReplacedValue{note.guid, std::move(former), std::move(given), note.dateEdited, now});
+        note.dateEdited = now;
+        return true;
+    });
+    Refile(result.changed, [&](int32_t id) -> const NoteValue& { return met.at(id).given; });
+    replaced_.clear();
     for (const int32_t id : result.changed)
-        keyWords.AddKeyWordsOfNote(lines[id], id);
-    keyWords.SortKeyWords();
+        replaced_.insert(met.extract(id));
     return result;
+}
+
+ChangedNotes ValueChanges::ChangeValues(const LongList& ids, bool areColors, const std::function<bool(CNote&)>& make) {
+    const NoteChange change{make, [areColors](CSyncInfo& info, const DateTime& nowUtc) {
+                                (areColors ? info.Change1 : info.KeyWordsChanged) = nowUtc;
+                            }};
+    return ChangeNotes(world_, ids, change, &list_);
+}
+
+/// The lists of the NoteBook follow. All values are of one kind.
+void ValueChanges::Refile(const LongList& ids, const std::function<const NoteValue&(int32_t)>& valueOf) {
+    if (ids.IsEmpty())
+        return;
+    if (IsColor(valueOf(ids[0]))) {
+        std::map<Rgb, LongList> notes;
+        for (const int32_t id : ids)
+            notes[std::get<Rgb>(valueOf(id))].AddTail(id);
+        for (const auto& [color, withColor] : notes)
+            world_.book.colors.SetNotesColor(color, withColor);
+        return;
+    }
+    CKeyWordList& keyWords = world_.book.keyWords;
+    keyWords.RemoveNotes(ids);
+    for (const int32_t id : ids)
+        keyWords.AddKeyWordsOfNote(std::get<std::string>(valueOf(id)), id);
+    keyWords.SortKeyWords();
+}
+
+size_t ValueChanges::PutBack(ReplacedValues& replaced) {
+    std::erase_if(replaced, [&](const auto& note) { return !world_.book.index.Contains(note.first); });
+    if (replaced.empty())
+        return 0;
+    LongList ids, others;
+    for (const auto& [id, value] : replaced)
+        ids.AddTail(id);
+    const ChangedNotes result = ChangeValues(ids, AreColors(replaced), [&](CNote& note) {
+        const ReplacedValue& value = replaced.at(note.id);
+        if (note.guid != value.guid || ValueBeside(note, value.given) != value.given) {
+            others.AddUnique(note.id);
+            return false;
+        }
+        Put(note, value.former);
+        if (note.dateEdited == value.edited)
+            note.dateEdited = value.formerEdited;
+        return true;
+    });
+    Refile(result.changed, [&](int32_t id) -> const NoteValue& { return replaced.at(id).former; });
+    std::erase_if(replaced, [&](const auto& note) { return !result.failed.Contains(note.first); });
+    const auto isDone = [&](int32_t id) { return !result.changed.Contains(id) && !result.failed.Contains(id); };
+    return static_cast<size_t>(std::count_if(others.begin(), others.end(), isDone));
 }
 
 ChangedNotes ValueChanges::FileInCategory(const LongList& ids, int32_t category, int set) {
@@ -84,17 +146,16 @@ ChangedNotes ValueChanges::FileInCategory(const LongList& ids, int32_t category,
 bool ValueChanges::AddSource(int32_t id, int32_t source) {
     const ReadContext context = world_.Context();
     OpenNoteBook& book = world_.book;
-    std::vector<CNote> notes = FindNotes(book.index, LongList{id}, context, world_.faults);
-    if (notes.empty() || !book.sources.FindSourceByID(source))
+    const std::optional<CNote> before = FindNote(book.index, id, context, world_.faults);
+    if (!before || !book.sources.FindSourceByID(source))
         return false;
-    const CNote before = notes.front();
-    CNote& note = notes.front();
+    CNote note = *before;
     if (!note.sources.AddUnique(source))
         return false;
     note.dateEdited = world_.clock.Now();
     if (!NoteStore(book, context, world_.faults, world_.texts).SaveNote(note))
         return false;
-    UnfileNote(book, before);
+    UnfileNote(book, *before);
     FileNote(book, note);
     const bool stamped = StampSyncRecord(book.syncLog, note.guid, [&](CSyncInfo& info) {
         info.SourcesChanged = context.nowUtc;

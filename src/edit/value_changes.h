@@ -1,11 +1,32 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
 #include <string>
+#include <utility>
+#include <variant>
 
+#include "base/date_time.h"
 #include "base/rgb.h"
 #include "edit/note_changes.h"
 
 namespace lore {
+
+/// A border colour, or a line of key words.
+using NoteValue = std::variant<Rgb, std::string>;
+
+/// What a note had before a change, and what it was given.
+struct ReplacedValue {
+    std::string guid;
+    NoteValue former, given;
+    DateTime formerEdited, edited;
+};
+/// Values of one kind, by the ids of their notes, so that a change can be undone.
+using ReplacedValues = std::map<int32_t, ReplacedValue>;
+/// Whether they are colours; false for none.
+bool AreColors(const ReplacedValues& values);
 
 /// Gives notes a value, or takes it from them, outside the editor: what a save of the editor does for this part of a
 /// note. Files, the lists of the NoteBook, the sync log and the notes of the current list follow; the order of the list
@@ -25,12 +46,21 @@ public:
     /// is left to the caller, who knows how to cite. False if nothing was changed.
     bool AddSource(int32_t id, int32_t source);
 
+    /// The colours or key words that the last change of such has replaced.
+    ReplacedValues TakeReplaced() { return std::exchange(replaced_, {}); }
+    /// Undoes that change. A note that has another value since, or has gone, stays as it is; one that was changed in
+    /// another way keeps that, and the date of that. What can't be written, told, is left in `replaced`, so that it can
+    /// be tried again. Gives how many notes have another value.
+    size_t PutBack(ReplacedValues& replaced);
+
 private:
-    ChangedNotes ChangeKeyWords(const LongList& ids, const std::string& name,
-                                std::string (*change)(std::string_view text, std::string_view name));
+    ChangedNotes Give(const LongList& ids, bool areColors, const std::function<NoteValue(const CNote&)>& wanted);
+    ChangedNotes ChangeValues(const LongList& ids, bool areColors, const std::function<bool(CNote&)>& make);
+    void Refile(const LongList& ids, const std::function<const NoteValue&(int32_t)>& valueOf);
 
     EditWorld& world_;
     CNoteList& list_;
+    ReplacedValues replaced_;
 };
 
 }  // namespace lore

@@ -4,6 +4,7 @@
 
 #include "app/app_world.h"
 #include "app/category_editing.h"
+#include "edit/note_removal.h"
 #include "notes/print_preview.h"
 #include "support/note_reading.h"
 
@@ -99,6 +100,19 @@ protected:
         LoadSyncLogFrom(folder.paths.SyncLog(), log);
         const CSyncInfo* const found = log.FindSyncInfo("{G" + std::to_string(id) + "}");
         return found ? *found : CSyncInfo();
+    }
+    using Next = WritingCommands::NextUndo;
+    /// The bytes of all note files.
+    std::vector<std::string> Files() const {
+        return {folder.Bytes(firstDay), folder.Bytes(thirdDay), folder.Bytes("SRC0000001011.dat")};
+    }
+    void Later() { clock.now = clock.now.PlusSeconds(60); }
+    void Edit(int32_t id, const std::function<void(CNote&)>& change) {
+        EditNoteSession session = *commands.EditNote(id);
+        change(session.note);
+        FixedNoteText text("{\\rtf1\\ansi Edited}");
+        EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        commands.NoteSaved(session.note);
     }
     std::vector<int32_t> Listed() const { return app.List().GetNoteIDs().Values(); }
     std::string Colors() const {
@@ -251,6 +265,104 @@ TEST_F(PanelActionsTest, AFileThatCantBeWrittenChangesNothing) {
     EXPECT_EQ(Colors(), before);
     EXPECT_EQ(app.List().Find(1)->borderColor, kRed);
     EXPECT_FALSE(Logged(1).Changed);
+}
+
+TEST_F(PanelActionsTest, WhatAPanelHasChangedComesBackWithUndo) {
+    struct Step {
+        PanelKind kind;
+        std::string entry, words;
+        int32_t focus;
+        Next undo;
+    };
+    picked = MakeRgb(9, 90, 9);
+    const Step steps[] = {
+        {PanelKind::KeyWords, "fog", "Attach All Notes In List To This Key Word", -1, Next::KeyWords},
+        {PanelKind::KeyWords, "fog", "Remove Key Word From All Notes In List", -1, Next::KeyWords},
+        {PanelKind::KeyWords, "lamp", "Add Note To Key Word", 3, Next::KeyWords},
+        {PanelKind::Colors, "#c80000", "Remove This Color From All Notes In List", -1, Next::Colors},
+        {PanelKind::Colors, "#0000c8", "Set All Notes In List To This Color", -1, Next::Colors},
+        {PanelKind::KeyWords, "lamp", "Set Border Color of Notes With This Key Word", -1, Next::Colors},
+    };
+    app.SetSortOrder(801);
+    std::vector<std::vector<std::string>> files;
+    for (const Step& step : steps) {
+        files.push_back(Files());
+        Later();
+        EXPECT_EQ(Run(step.kind, step.entry, step.words, step.focus), PanelOutcome::NotesChanged) << step.words;
+        EXPECT_EQ(commands.WhatToUndo(), step.undo) << step.words;
+    }
+    for (; !files.empty(); files.pop_back()) {
+        Later();
+        commands.Undo();
+        EXPECT_EQ(Files(), files.back()) << steps[files.size() - 1].words;
+    }
+    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_EQ(app.List().Find(1)->keyWords, "lamp, fog");
+    EXPECT_EQ(app.List().Find(3)->keyWords, "fog,");
+    EXPECT_EQ(app.List().Find(2)->borderColor, kNearRed);
+    EXPECT_EQ(app.List().Find(2)->dateEdited, DayNote(2, 1).dateEdited);
+    EXPECT_EQ(Colors(), "0/200=1 0/0=1 200/0=2 ");
+    EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes.Count(), 2u);
+    EXPECT_EQ(app.NoteBook().keyWords.FindByName("lamp")->notes, LongList{1});
+    EXPECT_EQ(Logged(2).KeyWordsChanged, clock.now) << "the other side gets the former line, too";
+    EXPECT_EQ(Logged(2).Change1, clock.now.PlusSeconds(-180)) << "three undos before";
+    EXPECT_THAT(prompts.seen, IsEmpty());
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(PanelActionsTest, UndoLeavesWhatNotesHaveGotSince) {
+    Run(PanelKind::Colors, "#0000c8", "Set All Notes In List To This Color");
+    Run(PanelKind::KeyWords, "fog", "Attach All Notes In List To This Key Word");
+    Later();
+    const DateTime edited = clock.now;
+    Edit(1, [](CNote&) {});
+    Edit(2, [](CNote& note) {
+        note.borderColor = 7;
+        note.keyWords = "fog, Lamp";
+    });
+    const ReadContext context = app.Context();
+    NoteRemoval(app.NoteBook(), context, faults, nullptr).DeleteNotes(LongList{4}, false);
+    Later();
+    commands.Undo();
+    EXPECT_EQ(prompts.seen.back(),
+              "Undo Key Word: 1 of the notes have got other key words since, and keep what they have.");
+    EXPECT_EQ(OnDisk(firstDay, 2).keyWords, "fog, Lamp");
+    commands.Undo();
+    EXPECT_EQ(prompts.seen.back(),
+              "Undo Border Color: 1 of the notes have got another border color since, and keep what they have.");
+    EXPECT_EQ(OnDisk(firstDay, 2).borderColor, 7u);
+    EXPECT_EQ(OnDisk(firstDay, 2).dateEdited, edited);
+    EXPECT_EQ(OnDisk(firstDay, 1).borderColor, kRed);
+    EXPECT_EQ(OnDisk(firstDay, 1).plainText, "Edited");
+    EXPECT_EQ(OnDisk(firstDay, 1).dateEdited, edited) << "it was edited since";
+    EXPECT_EQ(app.List().Find(1)->borderColor, kRed);
+    EXPECT_EQ(OnDisk("SRC0000001011.dat", 4).id, -1);
+    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_EQ(prompts.seen.size(), 2u);
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(PanelActionsTest, AnUndoThatCantBeWrittenIsTriedAgain) {
+    const std::vector<std::string> before = Files();
+    Run(PanelKind::KeyWords, "fog", "Remove Key Word From All Notes In List");
+    const std::filesystem::path file = folder.paths.NoteFile(thirdDay), aside = folder.folder / "aside";
+    std::filesystem::rename(file, aside);
+    std::filesystem::create_directories(file / "in the way");
+    commands.Undo();
+    EXPECT_EQ(folder.Bytes(firstDay), before[0]) << "the others are back";
+    const size_t told = faults.faults.size();
+    EXPECT_GT(told, 0u);
+    EXPECT_EQ(commands.WhatToUndo(), Next::KeyWords);
+    EXPECT_EQ(app.List().Find(3)->keyWords, "");
+    EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes, LongList{1});
+    std::filesystem::remove_all(file);
+    std::filesystem::rename(aside, file);
+    commands.Undo();
+    EXPECT_EQ(Files(), before);
+    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes.Count(), 2u);
+    EXPECT_EQ(faults.faults.size(), told);
+    EXPECT_THAT(prompts.seen, IsEmpty());
 }
 
 TEST_F(PanelActionsTest, EditedTreesReachListAndCounter) {

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "app/app_world.h"
+#include "classify/category_list.h"
 #include "notes/note_cleaner.h"
 #include "support/scripted_agent.h"
 
@@ -11,6 +12,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 /// The application from its first line to its last, without a window.
 class Startup : public PortsWorld {
@@ -49,6 +51,37 @@ TEST_F(Startup, FirstRunSetsTheAgentUpAndUpgradesNothing) {
     EXPECT_EQ(Stored("ProgVersion"), "11.56");
     EXPECT_EQ(app.NotesPane(), "Notes:    0");
     EXPECT_TRUE(fs::exists(data.DataFiles() / "Notes" / "DAY01012020.dat"));
+}
+
+TEST_F(Startup, ADataFolderThatCantBeMadeIsTold) {
+    PutBytes(data.DataFiles(), "a file in its place");
+    Start("");
+    ASSERT_FALSE(faults.faults.empty());
+    EXPECT_EQ(faults.faults[0].what, "The data folder could not be made");
+    EXPECT_EQ(faults.faults[0].path, data.DataFiles().string());
+    EXPECT_THAT(faults.faults[0].reason, Not(IsEmpty()));
+    EXPECT_EQ(app.List().Count(), 0u);
+}
+
+TEST_F(Startup, DamagedFilesAreToldOnceByTheFirstNamesAndANumber) {
+    const NoteBookPaths paths(data, kMainNoteBookFolder);
+    CreateNoteBookFolders(paths);
+    ASSERT_TRUE(CProCategoryList().Save(paths.Categories()).Ok());
+    for (const char* const name : {"a.dat", "b.dat", "c.dat", "d.dat", "e.dat"})
+        PutBytes(paths.NoteFile(name), NoteFileBytes(std::vector<CNote>{DayNote(name[0])}) + "more");
+    Start("11.56");
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].what, "a.dat, b.dat, c.dat and 2 more are damaged and were not read whole");
+    EXPECT_EQ(faults.faults[0].path, paths.Folder().string());
+    EXPECT_TRUE(app.IsWhole());
+    EXPECT_FALSE(app.CanTryAgain());
+    app.ReloadNotes({});
+    EXPECT_EQ(faults.faults.size(), 1u);
+    for (const char* const name : {"a.dat", "b.dat", "c.dat", "d.dat"})
+        PutBytes(paths.NoteFile(name), NoteFileBytes(std::vector<CNote>{DayNote(name[0])}));
+    app.ReloadNotes({});
+    ASSERT_EQ(faults.faults.size(), 2u);
+    EXPECT_EQ(faults.faults[1].what, "e.dat is damaged and was not read whole");
 }
 
 TEST_F(Startup, AgentRunsBesideTheProgramOnlyWhenItIsTo) {

@@ -30,6 +30,24 @@ protected:
         app.Gather(LongList{1, 2, 3});
     }
     std::vector<int32_t> Listed() const { return app.List().GetNoteIDs().Values(); }
+    void PutDraft(int32_t id, const DateTime& base) {
+        Draft draft;
+        draft.note = DayNote(id, 1);
+        draft.note.plainText = "Unsaved words that go on and on, well beyond what a question has room for\r\nrest";
+        draft.baseEdited = base;
+        EXPECT_TRUE(commands.Drafts().WriteDraft(draft).Ok());
+    }
+    /// A link that leads to itself in the place of a file: nobody can read it, whatever his rights. Gives its bytes.
+    static std::string Block(const std::filesystem::path& file) {
+        std::string bytes = BytesOf(file);
+        std::filesystem::remove(file);
+        std::filesystem::create_symlink(file.filename(), file);
+        return bytes;
+    }
+    static void Unblock(const std::filesystem::path& file, const std::string& bytes) {
+        std::filesystem::remove(file);
+        PutBytes(file, bytes);
+    }
     int32_t Write(EditNoteSession session, const std::string& words) {
         FixedNoteText text("{\\rtf1\\ansi " + words + "}");
         EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
@@ -310,16 +328,9 @@ TEST_F(WritingCommandsTest, TheRichestFormOfAClipboardIsTaken) {
 }
 
 TEST_F(WritingCommandsTest, DraftsAreOfferedWithWhatHasBecomeOfTheirNotes) {
-    const auto put = [this](int32_t id, const DateTime& base) {
-        Draft draft;
-        draft.note = DayNote(id, 1);
-        draft.note.plainText = "Unsaved words that go on and on, well beyond what a question has room for\r\nrest";
-        draft.baseEdited = base;
-        EXPECT_TRUE(commands.Drafts().WriteDraft(draft).Ok());
-    };
-    put(1, DayNote(1, 1).dateEdited);
-    put(2, DateTime(2001, 1, 1));
-    put(77, DayNote(1, 1).dateEdited);
+    PutDraft(1, DayNote(1, 1).dateEdited);
+    PutDraft(2, DateTime(2001, 1, 1));
+    PutDraft(77, DayNote(1, 1).dateEdited);
     prompts.answers = {PromptAnswer::Yes, PromptAnswer::Cancel, PromptAnswer::No};
     const std::vector<UnsavedNote> wanted = commands.AskForUnsavedNotes();
     ASSERT_EQ(wanted.size(), 1u);
@@ -327,12 +338,66 @@ TEST_F(WritingCommandsTest, DraftsAreOfferedWithWhatHasBecomeOfTheirNotes) {
     ASSERT_EQ(prompts.seen.size(), 3u);
     EXPECT_THAT(prompts.seen[0], HasSubstr("\"Unsaved words that go on and on, well beyond what a question..."));
     EXPECT_THAT(prompts.seen[1], HasSubstr("saved in another form since"));
-    EXPECT_THAT(prompts.seen[2], HasSubstr("has been deleted since"));
+    EXPECT_THAT(prompts.seen[2], HasSubstr("isn't among the notes any more"));
     EXPECT_EQ(commands.Drafts().ListDrafts().size(), 2u) << "the discarded one has gone, the others stay until a save";
     FixedNoteText text("{\\rtf1 saved}");
     EditNoteSession session = commands.ContinueNote(wanted[0]);
     EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
     EXPECT_EQ(session.note.id, 1);
+}
+
+TEST_F(WritingCommandsTest, ADraftThatCantBeReadStaysAndOnlyADamagedOneIsSetAside) {
+    PutDraft(1, DayNote(1, 1).dateEdited);
+    const std::filesystem::path file = commands.Drafts().ListDrafts().at(0), aside = file.string() + ".kept";
+    const std::string bytes = Block(file);
+    EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].what, "An unsaved text could not be read");
+    EXPECT_THAT(commands.Drafts().ListDrafts(), ElementsAre(file));
+    Unblock(file, bytes);
+    prompts.answers = {PromptAnswer::Yes};
+    EXPECT_EQ(commands.AskForUnsavedNotes().size(), 1u) << "it is offered once it can be read";
+
+    PutBytes(file, "LoreDraft 1\n");
+    std::filesystem::create_directories(aside / "in the way");
+    EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
+    EXPECT_THAT(faults.faults.back().what, HasSubstr("could not be set aside"));
+    EXPECT_THAT(commands.Drafts().ListDrafts(), ElementsAre(file));
+    std::filesystem::remove_all(aside);
+    EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
+    EXPECT_THAT(faults.faults.back().what, HasSubstr("was set aside"));
+    EXPECT_THAT(commands.Drafts().ListDrafts(), IsEmpty());
+    EXPECT_EQ(BytesOf(aside), "LoreDraft 1\n");
+    EXPECT_EQ(faults.faults.size(), 3u);
+    EXPECT_EQ(prompts.seen.size(), 1u);
+}
+
+TEST_F(WritingCommandsTest, ADraftWaitsUntilItsNoteCanBeRead) {
+    const std::filesystem::path noteFile = folder.paths.NoteFile("DAY01022020.dat");
+    for (const bool isLoadedSo : {true, false}) {
+        SCOPED_TRACE(isLoadedSo ? "unread by the load" : "unread since");
+        prompts.seen.clear();
+        PutDraft(2, DayNote(2, 2).dateEdited);
+        const std::string bytes = Block(noteFile);
+        if (isLoadedSo)
+            app.ReloadNotes(LongList{1, 2, 3});
+        for (const PromptAnswer answer : {PromptAnswer::Yes, PromptAnswer::No}) {
+            prompts.answers = {answer};
+            EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
+            EXPECT_THAT(prompts.seen, IsEmpty());
+            ASSERT_FALSE(faults.faults.empty());
+            EXPECT_EQ(faults.faults.back().what, "An unsaved text waits until its note can be read");
+            EXPECT_EQ(commands.Drafts().ListDrafts().size(), 1u);
+        }
+        Unblock(noteFile, bytes);
+        app.ReloadNotes(LongList{1, 2, 3});
+        prompts.answers = {PromptAnswer::Yes};
+        const std::vector<UnsavedNote> wanted = commands.AskForUnsavedNotes();
+        ASSERT_EQ(wanted.size(), 1u);
+        ASSERT_TRUE(wanted[0].stored.has_value());
+        EXPECT_EQ(wanted[0].stored->guid, wanted[0].draft.note.guid);
+        EXPECT_TRUE(commands.Drafts().RemoveDraft(wanted[0].draft.note.guid).Ok());
+    }
 }
 
 }  // namespace

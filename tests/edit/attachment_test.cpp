@@ -79,8 +79,12 @@ TEST_F(AttachmentTest, NumbersFollowTheHighestInUse) {
 }
 
 TEST_F(AttachmentTest, StoredNamesHoldNothingThatArchivesCantCarry) {
-    const std::pair<std::string, const char*> cases[] = {
-        {"12:30", "0000007.1230"}, {"x\ny\t", "0000007.xy"}, {":", "0000007."}, {"\xe9 \x7f", "0000007.\xe9 \x7f"}};
+    const std::pair<std::string, std::string> cases[] = {{"12:30", "0000007.1230"},
+                                                         {"x\ny\t", "0000007.xy"},
+                                                         {":", "0000007."},
+                                                         {"\xe9 \x7f", "0000007.\xe9 \x7f"},
+                                                         {std::string(100, 'e'), "0000007." + std::string(100, 'e')},
+                                                         {std::string(101, 'e'), "0000007."}};
     for (const auto& [extension, name] : cases)
         EXPECT_EQ(StoredAttachmentName(7, extension), name);
 }

@@ -1,5 +1,8 @@
 #include "edit/category_assignment.h"
 
+#include <functional>
+
+#include "classify/category_edit.h"
 #include "edit/edit_fixture.h"
 
 namespace lore {
@@ -7,8 +10,32 @@ namespace {
 
 using testing::ElementsAre;
 
+using Path = std::vector<std::string>;
+
 class CategoryAssignmentTest : public EditFixture {
 protected:
+    /// Puts a path into a set, making what it lacks.
+    void Make(CategoryAssignment& editor, int set, const Path& path) {
+        for (size_t level = 0; level < path.size(); ++level) {
+            const std::vector<CategoryChoice> choices = editor.Choices(set, level);
+            const auto named = std::find_if(choices.begin(), choices.end(),
+                                            [&](const CategoryChoice& choice) { return choice.name == path[level]; });
+            prompts.texts = {path[level]};
+            if (named != choices.end())
+                editor.Choose(set, level, named->id);
+            else
+                EXPECT_TRUE(editor.CreateCategory(set, level)) << path[level];
+        }
+    }
+    /// Saves a new note with what stands in an editor, and gives it.
+    CNote Saved(const CategoryAssignment& editor) {
+        EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+        editor.WriteBack(session.note);
+        session.newCategories = editor.NewCategories();
+        FixedNoteText text(Rtf("Text"));
+        EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        return session.note;
+    }
     std::vector<std::string> Offered(int set, size_t level) const {
         return Each(boxes.Choices(set, level), &CategoryChoice::name);
     }
@@ -165,6 +192,114 @@ TEST_F(CategoryAssignmentTest, ASaveIsRefusedWhoseCategoriesCantBeWritten) {
     Unblock(book.paths.Categories());
     ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved) << "the new category was kept for this";
     EXPECT_TRUE(Reloaded().categories.FindByID(fog)->notes[0].Contains(session.note.id));
+}
+
+TEST_F(CategoryAssignmentTest, WhatAnotherEditorHasSavedMeanwhileIsNeitherReplacedNorDoubled) {
+    const struct {
+        Path others, own;
+        const char* saved;  ///< the own path
+        size_t more;        ///< categories than before
+    } cases[] = {
+        {{"Fog"}, {"Reef"}, "L1: Reef\n", 2},
+        {{"Fog", "Bells"}, {"Reef", "Horns"}, "L1: Reef\nL2: Horns\n", 4},
+        {{"Fog", "Bells"}, {"Reef", "Bells", "Old"}, "L1: Reef\nL2: Bells\nL3: Old\n", 5},
+        {{"Fog"}, {"fog"}, "L1: Fog\n", 1},
+        {{"Fog", "Bells"}, {"Fog", "Horns"}, "L1: Fog\nL2: Horns\n", 3},
+        {{"Fog", "Bells"}, {"Horns", "Bells"}, "L1: Horns\nL2: Bells\n", 4},
+        {{"Fog", "Bells"}, {"Fog", "Bells"}, "L1: Fog\nL2: Bells\n", 2},
+        {{"Lights", "Reef"}, {"Places", "Reef"}, "L1: Places\nL2: Reef\n", 2},
+        {{"Lights", "Reef"}, {"Lights", "Lenses", "Reef"}, "L1: Lights\nL2: Lenses\nL3: Reef\n", 2},
+    };
+    const CProCategoryList before = book.categories;
+    const std::function<size_t(const std::vector<CProCategoryTree>&)> count = [&](const auto& nodes) {
+        size_t all = nodes.size();
+        for (const CProCategoryTree& node : nodes)
+            all += count(node.children);
+        return all;
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.saved);
+        book.categories = before;
+        settings.Set(Option::MaxCategoryID, 3);
+        CategoryAssignment other(book.categories, 3, prompts), own(book.categories, 3, prompts);
+        other.Fill(CNote());
+        own.Fill(CNote());
+        Make(other, 1, c.others);
+        Make(own, 1, c.own);
+        Make(own, 3, c.own);
+        std::string others;
+        for (size_t level = 0; level < c.others.size(); ++level)
+            others += "L" + std::to_string(level + 1) + ": " + c.others[level] + "\n";
+        const CNote otherNote = Saved(other), note = Saved(own);
+        const OpenNoteBook fresh = Reloaded();
+        EXPECT_EQ(NotePlaces(fresh.categories, 1).at(otherNote.id)->GetPathText(), others);
+        for (const int set : {1, 3}) {
+            const CProCategoryTree& place = *NotePlaces(fresh.categories, set).at(note.id);
+            EXPECT_EQ(place.GetPathText(), c.saved);
+            EXPECT_TRUE(note.categories[static_cast<size_t>(set - 1)].IsSameTree(PathTo(place)));
+        }
+        EXPECT_EQ(count(fresh.categories.Roots()), count(before.Roots()) + c.more);
+        EXPECT_GE(settings.Int(Option::MaxCategoryID), fresh.categories.HighestID());
+    }
+}
+
+TEST_F(CategoryAssignmentTest, ARepeatedSaveMakesNothingAnew) {
+    boxes.Fill(CNote());
+    Make(boxes, 1, {"Fog", "Bells"});
+    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+    FixedNoteText text(Rtf("Text"));
+    Block(book.paths.NoteFile("DAY03142026.dat"));
+    for (const SaveOutcome expected : {SaveOutcome::NotWritten, SaveOutcome::NotWritten, SaveOutcome::Saved}) {
+        if (expected == SaveOutcome::Saved)
+            Unblock(book.paths.NoteFile("DAY03142026.dat"));
+        boxes.WriteBack(session.note);
+        session.newCategories = boxes.NewCategories();
+        EXPECT_EQ(session.SaveNote(text), expected);
+    }
+    EXPECT_EQ(Reloaded().categories.Roots().size(), 4u) << "with <UNASSIGNED>";
+    EXPECT_EQ(NotePlaces(Reloaded().categories, 1).at(session.note.id)->id, 7);
+}
+
+TEST_F(CategoryAssignmentTest, ADamagedListOfCategoriesIsKeptBeforeTheFirstNewOne) {
+    const std::string damaged = BytesOf(book.paths.Categories()) + "junk";
+    DamageCategories(damaged);
+    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+    FixedNoteText text(Rtf("Text"));
+    for (const std::string name : {"Fog", "Bells", "Horns"}) {
+        boxes.Fill(session.note);
+        boxes.ClearFrom(1, 0);
+        Make(boxes, 1, {name});
+        boxes.WriteBack(session.note);
+        session.newCategories = boxes.NewCategories();
+        if (name == "Fog") {
+            Block(book.paths.Categories());
+            EXPECT_EQ(session.SaveNote(text), SaveOutcome::NotWritten);
+            EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("The categories could not be written"));
+            faults.faults.clear();
+            Unblock(book.paths.Categories());
+            PutBytes(book.paths.Categories(), damaged);
+        }
+        EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre(CategoriesAreKept())) << name;
+    }
+    EXPECT_EQ(Reloaded().categories.Roots().size(), 6u) << "with <UNASSIGNED>";
+    ExpectCategoriesMended(damaged);
+}
+
+TEST_F(CategoryAssignmentTest, EditorsThatShareACounterGiveNoNumberTwice) {
+    int32_t last = 3;
+    const auto counter = [&](int32_t id) { return last = std::max(last, id); };
+    CategoryAssignment first(book.categories, counter, prompts), second(book.categories, counter, prompts);
+    first.Fill(CNote());
+    second.Fill(CNote());
+    Make(first, 1, {"Fog"});
+    Make(second, 1, {"Reef"});
+    Saved(first);
+    Make(second, 2, {"Fog", "Bells"});
+    const CNote note = Saved(second);
+    const OpenNoteBook fresh = Reloaded();
+    EXPECT_EQ(NotePlaces(fresh.categories, 1).at(note.id)->GetPathText(), "L1: Reef\n");
+    EXPECT_EQ(NotePlaces(fresh.categories, 2).at(note.id)->GetPathText(), "L1: Fog\nL2: Bells\n");
 }
 
 TEST_F(CategoryAssignmentTest, ADraftsNewCategoriesAreMadeAnewAndLostOnesStay) {

@@ -8,6 +8,7 @@
 namespace lore {
 namespace {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Lights (Lenses) and Places; notes 1 and 2 in Lenses in two files, 3 in Places, 4 nowhere that the forest knows.
@@ -115,6 +116,46 @@ TEST_F(CategoryChangesTest, NothingChangesWhereTheCategoriesCantBeWritten) {
     Unblock(book.paths.Categories());
     EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
     EXPECT_EQ(Path(first, 1), "-1:");
+}
+
+TEST_F(CategoryChangesTest, ADamagedFileIsKeptOnceBeforeTheFirstOfTwoSaves) {
+    for (const bool vanishes : {false, true}) {
+        SCOPED_TRACE(vanishes);
+        const std::string damaged = BytesOf(book.paths.Categories()) + "junk";
+        DamageCategories(damaged);
+        for (const char* const name : {"One", "Two"}) {
+            CategoryTrees trees = Trees();
+            prompts.texts = {name};
+            prompts.answers = {PromptAnswer::Yes};
+            ASSERT_TRUE(trees.RenameCategory(3));
+            EXPECT_EQ(vanishes && trees.DeleteCategory(5), vanishes && name == std::string("One"));
+            EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
+            EXPECT_EQ(Path(first, 1), std::string("3:") + name + "(4:Lenses)");
+            EXPECT_TRUE(book.categories.ReadWhole());
+        }
+        EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre(CategoriesAreKept()));
+        EXPECT_EQ(Shape(book.categories), Shape(Reloaded().categories));
+        ExpectCategoriesMended(damaged);
+        faults.faults.clear();
+    }
+}
+
+TEST_F(CategoryChangesTest, ADamagedFileThatCantBeKeptStaysUntilItCan) {
+    const std::string damaged = BytesOf(book.paths.Categories()) + "junk", shape = Shape(book.categories);
+    DamageCategories(damaged);
+    CategoryTrees trees = Trees();
+    prompts.answers = {PromptAnswer::Yes};
+    ASSERT_TRUE(trees.DeleteCategory(5));
+    Block(book.paths.Categories());
+    EXPECT_FALSE(SaveCategoryTrees(world, trees.Forest()).saved);
+    EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("The categories could not be written"));
+    EXPECT_EQ(Shape(book.categories), shape);
+    Unblock(book.paths.Categories());
+    PutBytes(book.paths.Categories(), damaged);
+    EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
+    ASSERT_EQ(faults.faults.size(), 2u);
+    EXPECT_EQ(faults.faults[1].what, CategoriesAreKept());
+    ExpectCategoriesMended(damaged);
 }
 
 TEST_F(CategoryChangesTest, ANoteThatCantBeWrittenKeepsItsCategory) {

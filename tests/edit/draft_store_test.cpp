@@ -1,5 +1,7 @@
 #include "edit/draft_store.h"
 
+#include <cerrno>
+
 #include "edit/edit_fixture.h"
 
 namespace lore {
@@ -23,10 +25,13 @@ protected:
     }
     Draft Read(const std::filesystem::path& path) {
         Draft draft;
-        isRead = DraftStore::ReadDraft(path, world.Context(), draft);
+        bool isWhole = false;
+        result = DraftStore::ReadDraft(path, world.Context(), draft, isWhole);
+        isRead = result.Ok() && isWhole;
         return draft;
     }
     DraftStore store{book.paths};
+    FileResult result;
     bool isRead = false;
 };
 
@@ -94,6 +99,7 @@ TEST_F(DraftStoreTest, ADamagedDraftIsRefusedWhereverItBreaksAndCanBeSetAside) {
         PutBytes(other, whole.substr(0, size));
         Read(other);
         EXPECT_FALSE(isRead) << "cut at " << size;
+        EXPECT_TRUE(result.Ok()) << "it was read, and is damaged";
     }
     PutBytes(other, whole + "x");
     Read(other);
@@ -106,6 +112,15 @@ TEST_F(DraftStoreTest, ADamagedDraftIsRefusedWhereverItBreaksAndCanBeSetAside) {
     }
     EXPECT_TRUE(DraftStore::SetAside(other).Ok());
     EXPECT_THAT(store.ListDrafts(), ElementsAre(path));
+}
+
+TEST_F(DraftStoreTest, ADraftThatCantBeReadIsNoDamagedOne) {
+    const std::filesystem::path loop = store.Folder() / "loop.draft";
+    std::filesystem::create_directories(store.Folder());
+    std::filesystem::create_symlink(loop.filename(), loop);
+    EXPECT_EQ(Read(loop).note.id, Draft().note.id);
+    EXPECT_FALSE(isRead);
+    EXPECT_EQ(result.error, ELOOP);
 }
 
 TEST_F(DraftStoreTest, NoNoteReaderAndNoCheckMeetsIt) {

@@ -1,6 +1,9 @@
 #include "edit/note_removal.h"
 
+#include <cerrno>
+
 #include "edit/edit_fixture.h"
+#include "support/faults.h"
 #include "support/scripted_background.h"
 
 namespace lore {
@@ -124,6 +127,37 @@ TEST_F(NoteRemovalTest, WithoutALookAtAllOtherNotesNoFileGoes) {
     beside.DeleteNotes(LongList{2}, true);
     EXPECT_EQ(background.texts.size(), 1u) << "without attachments there is nothing to look for";
     EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(NoteRemovalTest, AFileThatCantBeLookedAtIsMissedAndComesBackLater) {
+    const DeletedNotes deleted = removal.DeleteNotes(LongList{1}, true);
+    const std::filesystem::path kept = deleted.keptFiles / "0000001.txt", away = book.paths.Folder() / "away.txt";
+    std::filesystem::rename(kept, away);
+    std::filesystem::create_symlink(kept.filename(), kept);  // leads to itself
+    EXPECT_THAT(removal.RestoreNotes(deleted).withoutFiles.Values(), ElementsAre(1));
+    EXPECT_EQ(faults.faults.size(), 1u);
+    std::filesystem::rename(away, kept);
+    EXPECT_TRUE(removal.RestoreFiles(deleted).IsEmpty());
+    EXPECT_EQ(BytesOf(Attached()), "attached");
+    EXPECT_EQ(faults.faults.size(), 1u);
+}
+
+TEST_F(NoteRemovalTest, FilesThatComeBackAreFlushedAndAFailureIsTold) {
+    DeletedNotes deleted;
+    size_t told = 0;
+    const auto prepare = [&] {
+        deleted = removal.DeleteNotes(LongList{1}, true);
+        faults.faults.clear();
+    };
+    const auto check = [&](const Unrestored& failed, bool) {
+        EXPECT_FALSE(failed.Contains(1));
+        EXPECT_EQ(BytesOf(Attached()), "attached");
+        told += faults.faults.size();
+    };
+    EXPECT_GT(FailEachCall(
+                  book.paths.Attachments(), EIO, false, prepare, [&] { return removal.RestoreNotes(deleted); }, check),
+              1);
+    EXPECT_EQ(told, 2u) << "their folder is opened and flushed";
 }
 
 TEST_F(NoteRemovalTest, ANoteWhoseFileCantBeWrittenStaysWhole) {

@@ -259,6 +259,9 @@ void BringIn(ModelBook& book, ModelNote note, const ModelSources& sources) {
 void CopyInModel(Soak& soak, const std::vector<ModelNote>& notes, ModelBook& target) {
     const ModelSources sources = soak.Open().sources;
     for (ModelNote note : notes) {
+        const auto existing = target.notes.find(note.guid);
+        if (existing != target.notes.end() && existing->second.edited > note.edited)
+            continue;
         note.id = -1;
         note.version = soak.NewVersion();
         BringIn(target, std::move(note), sources);

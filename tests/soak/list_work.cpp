@@ -235,11 +235,18 @@ void Touch(Soak& soak, ModelNote& note) {
 
 template <typename Change>
 void ForEach(Soak& soak, const IDs& ids, Change change) {
+    ModelUndo undo;
     for (const int32_t id : ids) {
         ModelNote& note = *soak.Open().FindByID(id);
-        if (change(note))
-            Touch(soak, note);
+        const ModelNote former = note;
+        if (!change(note))
+            continue;
+        Touch(soak, note);
+        if (note.color != former.color || note.keyWords != former.keyWords)
+            undo.changes.push_back({former, note});
     }
+    if (!undo.changes.empty())
+        soak.Open().undoables.push_back(std::move(undo));
 }
 
 bool SetColor(ModelNote& note, Rgb color) {

@@ -250,23 +250,59 @@ void UndoImport(ModelBook& book, const ModelUndo& undo) {
             book.listed.insert(id);
 }
 
+void UndoChanges(Soak& soak, const std::vector<ModelChange>& changes) {
+    for (const ModelChange& change : changes) {
+        ModelNote* const note = soak.Open().FindByID(change.given.id);
+        if (!note || (change.OfColor() ? note->color != change.given.color
+                                       : Line(note->keyWords) != Line(change.given.keyWords)))
+            continue;
+        note->color = change.OfColor() ? change.former.color : note->color;
+        note->keyWords = change.OfColor() ? note->keyWords : change.former.keyWords;
+        if (note->edited == change.given.edited)
+            note->edited = change.former.edited;
+        note->version = note->version == change.given.version ? change.former.version : soak.NewVersion();
+    }
+}
+
+/// Whether the model can't say what an undo does: a note that was deleted is there, or a line of key words that reads
+/// as the panel has left it was written anew, perhaps in other bytes.
+bool IsUnsure(ModelBook& book, const ModelUndo& undo) {
+    for (const auto& [guid, note] : undo.notes)
+        if (!undo.isImport && book.notes.contains(guid))
+            return true;
+    for (const ModelChange& change : undo.changes) {
+        const ModelNote* const note = book.FindByID(change.given.id);
+        if (note && !change.OfColor() && note->version != change.given.version &&
+            Line(note->keyWords) == Line(change.given.keyWords))
+            return true;
+    }
+    return false;
+}
+
+WritingCommands::NextUndo KindOf(const ModelUndo& undo) {
+    using Next = WritingCommands::NextUndo;
+    if (!undo.changes.empty())
+        return undo.changes.front().OfColor() ? Next::Colors : Next::KeyWords;
+    return undo.isImport ? Next::Import : Next::Deletion;
+}
+
 bool Undo(Soak& soak) {
     ModelBook& book = soak.Open();
     if (book.undoables.empty() || book.undoIsBlocked)
         return false;
     const ModelUndo undo = book.undoables.back();
-    for (const auto& [guid, note] : undo.notes)
-        if (!undo.isImport && book.notes.contains(guid)) {
-            book.undoIsBlocked = true;
-            return false;
-        }
-    const auto next = undo.isImport ? WritingCommands::NextUndo::Import : WritingCommands::NextUndo::Deletion;
-    soak.Require(soak.Commands().WhatToUndo() == next, "what is undone next");
-    soak.Note(undo.isImport ? "  an import" : "  a deletion");
+    if (IsUnsure(book, undo)) {
+        book.undoIsBlocked = true;
+        return false;
+    }
+    soak.Require(soak.Commands().WhatToUndo() == KindOf(undo), "what is undone next");
+    soak.Note(!undo.changes.empty() ? "  colours or key words" : undo.isImport ? "  an import" : "  a deletion");
     soak.SayYes();
     soak.Commands().Undo();
     book.undoables.pop_back();
-    if (undo.isImport)
+    if (!undo.changes.empty())
+        UndoChanges(soak, undo.changes);
+    else if (undo.isImport)
         UndoImport(book, undo);
     else
         UndoDeletion(book, undo);

@@ -49,10 +49,17 @@ struct ModelSource {
 using ModelNotes = std::map<std::string, ModelNote>;  ///< by GUID
 using ModelSources = std::map<std::string, ModelSource>;
 
-/// A deletion, or an import with what it has replaced.
+/// A note before its colour or its key words were changed from a panel, and behind it.
+struct ModelChange {
+    ModelNote former, given;
+    bool OfColor() const { return former.color != given.color; }
+};
+
+/// A deletion, an import with what it has replaced, or a change of colours or key words.
 struct ModelUndo {
     bool isImport = false;
     ModelNotes notes;
+    std::vector<ModelChange> changes;    ///< empty for a deletion and an import
     ModelSources sources;                ///< those of the notes
     std::map<int32_t, uint64_t> landed;  ///< versions by id
     std::set<int32_t> listed;
