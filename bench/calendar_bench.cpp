@@ -60,7 +60,7 @@ void ExpandAndMerge(benchmark::State& state) {
     EventList before;
     LoadAllEvents(file.Path(), context, before);
     for (auto _ : state) {
-        MergeSaveEvents(file.Path(), context, ExpandSeries(event, file.Guids()), progress);
+        MergeSaveEvents(file.Path(), context, ExpandSeries(event, file.Guids()), progress, [] { return FileResult{}; });
         state.PauseTiming();
         WriteEvents(file.Path(), before);
         state.ResumeTiming();

@@ -1,24 +1,17 @@
 #include "calendar/calendar_world.h"
 
-#include "base/file_copy.h"
 #include "calendar/event_file.h"
 #include "calendar/reminder_file.h"
+#include "notes/file_faults.h"
+#include "notes/keep_damaged.h"
 
 namespace lore {
 
 namespace {
 
-bool Told(const CalendarWorld& world, const FileResult& result, const char* what, const std::filesystem::path& path) {
-    if (!result.Ok())
-        world.faults.Tell({what, path.string(), result.Reason()});
-    return result.Ok();
-}
-
-/// A file that isn't there has no records.
-bool IsReadable(const CalendarWorld& world, const FileResult& result, const char* what,
-                const std::filesystem::path& path) {
-    return result.Missing() || Told(world, result, what, path);
-}
+constexpr char kEvents[] = "The list of events";
+constexpr char kReminders[] = "The list of reminders";
+constexpr char kEventsUnwritten[] = "The events could not be saved";
 
 void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, bool isWhole) {
     if (isWhole)
@@ -27,15 +20,14 @@ void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, b
         world.damaged->insert(path);
 }
 
-/// Keeps what a damaged file holds, then writes it anew.
-template <typename Write>
-FileResult WriteAnew(const CalendarWorld& world, const std::filesystem::path& path, Write write) {
-    if (world.damaged->contains(path)) {
-        if (const FileResult kept = KeepIfThere(path); !kept.Ok())
-            return kept;
+/// Before a file is written anew. With a failure it may not be written.
+FileResult KeepIfDamaged(const CalendarWorld& world, const char* what, const std::filesystem::path& path) {
+    if (!world.damaged->contains(path))
+        return {};
+    const FileResult kept = KeepDamaged(what, path, "it breaks off, or holds more than could be read", world.faults);
+    if (kept.Ok())
         world.damaged->erase(path);
-    }
-    return write();
+    return kept;
 }
 
 }  // namespace
@@ -70,12 +62,16 @@ bool LoadEvents(const CalendarWorld& world, EventList& events) {
     bool isWhole = true;
     const FileResult result = LoadAllEvents(world.eventFile, world.Context(), events, &isWhole);
     NoteDamage(world, world.eventFile, isWhole);
-    return IsReadable(world, result, "The events could not be read", world.eventFile);
+    TellFailedRead(world.faults, "The events could not be read", world.eventFile, result);
+    return result.Ok() || result.Missing();
 }
 
 bool SaveEvents(const CalendarWorld& world, const EventList& events) {
-    const FileResult result = WriteAnew(world, world.eventFile, [&] { return WriteEvents(world.eventFile, events); });
-    return Told(world, result, "The events could not be saved", world.eventFile);
+    FileResult result = KeepIfDamaged(world, kEvents, world.eventFile);
+    if (result.Ok())
+        result = WriteEvents(world.eventFile, events);
+    TellFailedWrite(world.faults, kEventsUnwritten, world.eventFile, result);
+    return result.Ok();
 }
 
 bool SaveEventsWithProgress(const CalendarWorld& world, const EventList& events, size_t changed) {
@@ -89,21 +85,29 @@ bool SaveEventsWithProgress(const CalendarWorld& world, const EventList& events,
 }
 
 bool MergeEvents(const CalendarWorld& world, const EventList& events) {
-    const FileResult result = MergeSaveEvents(world.eventFile, world.Context(), events, world.progress);
-    return Told(world, result, "The events could not be saved", world.eventFile);
+    const auto keep = [&] {
+        NoteDamage(world, world.eventFile, false);
+        return KeepIfDamaged(world, kEvents, world.eventFile);
+    };
+    const FileResult result = MergeSaveEvents(world.eventFile, world.Context(), events, world.progress, keep);
+    TellFailedWrite(world.faults, kEventsUnwritten, world.eventFile, result);
+    return result.Ok();
 }
 
 bool LoadReminders(const CalendarWorld& world, ReminderList& reminders) {
     bool isWhole = true;
     const FileResult result = LoadAllReminders(world.reminderFile, world.Context(), reminders, &isWhole);
     NoteDamage(world, world.reminderFile, isWhole);
-    return IsReadable(world, result, "The reminders could not be read", world.reminderFile);
+    TellFailedRead(world.faults, "The reminders could not be read", world.reminderFile, result);
+    return result.Ok() || result.Missing();
 }
 
 bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders) {
-    const FileResult result =
-        WriteAnew(world, world.reminderFile, [&] { return SaveReminders(world.reminderFile, reminders); });
-    return Told(world, result, "The reminders could not be saved", world.reminderFile);
+    FileResult result = KeepIfDamaged(world, kReminders, world.reminderFile);
+    if (result.Ok())
+        result = SaveReminders(world.reminderFile, reminders);
+    TellFailedWrite(world.faults, "The reminders could not be saved", world.reminderFile, result);
+    return result.Ok();
 }
 
 }  // namespace lore

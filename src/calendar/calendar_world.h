@@ -62,7 +62,7 @@ struct CalendarWorld {
 
 // The two files. Failures are told. A file that is there and can't be read is nothing to work on, for writing it would
 // lose what it holds: the result of loading is then false, and nothing may be written. One that isn't there is empty.
-// What a damaged file holds is kept beside before it is written anew.
+// What a damaged file holds is kept beside before it is written anew, and that is told.
 
 bool LoadEvents(const CalendarWorld& world, EventList& events);
 bool SaveEvents(const CalendarWorld& world, const EventList& events);

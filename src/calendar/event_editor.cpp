@@ -133,7 +133,10 @@ void EventEditor::ChooseForm(bool first) {
 
 std::string EventEditor::TypePattern(size_t slot, std::string_view typed) {
     std::string held = CorrectPatternInput(typed);
-    SetPattern(slot, held.empty() ? 1 : ParseInt(held));
+    if (held.empty())
+        Slots().SetAt(slot, 1);  // until another number is typed; the end of the series doesn't move for it
+    else
+        SetPattern(slot, ParseInt(held));
     return held;
 }
 
@@ -154,16 +157,19 @@ void EventEditor::SetRecurrenceEnd(const DateTime& day) {
 }
 
 std::string EventEditor::Summary() const {
+    return IsRecurring() ? SeriesSummary(event_) : "";
+}
+
+std::string EventEditor::Outcome() const {
     if (!IsRecurring())
         return "";
-    const std::string rhythm = SeriesSummary(event_);
     bool isCut = false;
     const std::vector<Occurrence> dates = SeriesDates(event_, &isCut);
-    if (rhythm.empty() || dates.empty())
-        return rhythm + (rhythm.empty() ? "No event falls on these days" : ", but no event falls on these days");
+    if (dates.empty())
+        return "No event falls on these days";
     const std::string count = std::to_string(dates.size()) + (dates.size() == 1 ? " event" : " events") +
                               (isCut ? " (a series can't have more)" : "");
-    return rhythm + ", ends after " + count + ", on " + dates.back().start.Format("%m/%d/%y");
+    return "Ends after " + count + ", on " + dates.back().start.Format("%m/%d/%y");
 }
 
 std::vector<std::string> EventEditor::ReminderLines() const {

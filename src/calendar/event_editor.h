@@ -48,15 +48,18 @@ public:
     void SetPattern(size_t slot, int32_t value);
     /// One of the two forms of the tab in front.
     void ChooseForm(bool first);
-    /// What is typed into a number field of the tab in front. Gives the text that the field holds then.
+    /// What is typed into a number field of the tab in front. Gives the text that the field holds then; an empty one
+    /// counts as 1.
     std::string TypePattern(size_t slot, std::string_view typed);
     int32_t Pattern(size_t slot) const;
     /// The date pickers of the series change the day and keep the time of day.
     void SetRecurrenceStart(const DateTime& day);
     void SetRecurrenceEnd(const DateTime& day);
-    /// "Repeats every day from 01/03/11 to 01/05/11", and how many events that makes: "ends after 3 events, on
-    /// 01/05/11". Empty if the event is no series.
+    /// "Repeats every day from 01/03/11 to 01/05/11". Empty if the event is no series, or its pattern has no words.
     std::string Summary() const;
+    /// What a save would make of it: "Ends after 3 events, on 01/05/11", or that no event falls on these days. Empty if
+    /// the event is no series.
+    std::string Outcome() const;
 
     /// The rows of the reminder list; "No Reminders Set" where there is none.
     std::vector<std::string> ReminderLines() const;

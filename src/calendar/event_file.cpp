@@ -1,6 +1,5 @@
 #include "calendar/event_file.h"
 
-#include "base/file_copy.h"
 #include "calendar/record_list.h"
 
 namespace lore {
@@ -74,14 +73,14 @@ FileResult WriteEvents(const std::filesystem::path& path, const EventList& list)
 }
 
 FileResult MergeSaveEvents(const std::filesystem::path& path, const ReadContext& context, const EventList& list,
-                           Progress& progress) {
+                           Progress& progress, const std::function<FileResult()>& keep) {
     BeginPass(progress, list.size(), "Updating Events...");
     progress.Show();
     EventList merged;
     bool isWhole = true;
     FileResult result = LoadAllEvents(path, context, merged, &isWhole);
     if (!isWhole)
-        result = KeepIfThere(path);
+        result = keep();
     if (result.Ok() || result.Missing()) {
         MergeEvents(merged, list, [&] { progress.StepIt(); });
         result = SaveWithProgress(path, merged, progress);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
 #include "base/record_file.h"
 #include "calendar/event_list.h"
@@ -32,9 +33,9 @@ FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContex
 /// Rewrites the file. With a failure the old file stands.
 FileResult WriteEvents(const std::filesystem::path& path, const EventList& list);
 /// Puts each event over the file's record of the same id, or behind the records, and rewrites the file. A file that is
-/// there and can't be read isn't written, for its other events would be lost; the result is then that of reading. What
-/// a damaged file holds is kept beside first.
+/// there and can't be read isn't written, for its other events would be lost; the result is then that of reading. A
+/// damaged file is handed to `keep`, and isn't written where that fails.
 FileResult MergeSaveEvents(const std::filesystem::path& path, const ReadContext& context, const EventList& list,
-                           Progress& progress);
+                           Progress& progress, const std::function<FileResult()>& keep);
 
 }  // namespace lore

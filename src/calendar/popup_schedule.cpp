@@ -49,8 +49,8 @@ void PopupSchedule::SetReminders(const ReminderList& reminders, const DateTime& 
     popups_.clear();
     waiting_.clear();
     for (const CTmReminder& reminder : reminders) {
-        if (IsPopup(reminder) && popups_.emplace(KeyOf(reminder), reminder).second)
-            WaitFor(KeyOf(reminder));
+        if (IsPopup(reminder))
+            WaitFor(popups_.emplace(NextKey(popups_, KeyOf(reminder)), reminder).first->first);
     }
     std::erase_if(onScreen_, [&](const Popup& popup) { return !popups_.contains(popup.Key()); });
     for (Popup& popup : onScreen_)
@@ -64,7 +64,7 @@ size_t PopupSchedule::TakeDue(const DateTime& now) {
         const auto [due, key] = *waiting_.begin();
         waiting_.erase(waiting_.begin());
         shown_[key] = DateTime();
-        onScreen_.push_back({popups_.at(key), DateTime::FromSeconds(due), now.Seconds() - due >= kLate});
+        onScreen_.push_back({popups_.at(key), DateTime::FromSeconds(due), now.Seconds() - due >= kLate, key.number});
     }
     return count;
 }

@@ -13,8 +13,9 @@ struct Popup {
     CTmReminder reminder;
     DateTime due;         ///< its SendTime, or what it was put off to
     bool isLate = false;  ///< its time had passed by a minute and more when it came up
+    int32_t number = 0;   ///< among the popups of its id and moment
 
-    PopupKey Key() const { return KeyOf(reminder); }
+    PopupKey Key() const { return KeyOf(reminder, number); }
 };
 
 /// Which popup reminders come up when: each once at its time, those whose time passed meanwhile as soon as somebody

@@ -22,8 +22,8 @@ void VisitShownFields(Record& record, Visitor&& visit) {
 
 }  // namespace
 
-PopupKey KeyOf(const CTmReminder& reminder) {
-    return {reminder.ReminderId, reminder.SendTime.Seconds()};
+PopupKey KeyOf(const CTmReminder& reminder, int32_t number) {
+    return {reminder.ReminderId, reminder.SendTime.Seconds(), number};
 }
 
 FileResult LoadShownPopups(const std::filesystem::path& path, ShownPopups& shown) {
@@ -34,7 +34,8 @@ FileResult LoadShownPopups(const std::filesystem::path& path, ShownPopups& shown
             stream, records, [&](ShownRecord& record) { VisitShownFields(record, FieldReader{stream}); },
             [](const ShownRecord& record) { return record.SendTime.IsValid(); });
         for (const ShownRecord& record : records)
-            shown[{record.ReminderId, record.SendTime.Seconds()}] = record.Again.IsValid() ? record.Again : DateTime();
+            shown.emplace(NextKey(shown, {record.ReminderId, record.SendTime.Seconds()}),
+                          record.Again.IsValid() ? record.Again : DateTime());
     });
 }
 

@@ -76,7 +76,7 @@ bool ReadResult(const SoapResult& result, ValidationInfo& info) {
            ReadField(result.fields, "IsValidSubcription", info.IsValidSubcription);
 }
 bool ReadResult(const SoapResult& result, NoteBookInfo& info) {
-    return ReadNoteBook(result.fields, info);
+    return result.fields.contains("databaseID") && ReadNoteBook(result.fields, info);
 }
 bool ReadResult(const SoapResult& result, NoteBooksInfo& info) {
     bool isRead = ReadField(result.fields, "newNoteBookID", info.newNoteBookID) &&

@@ -47,8 +47,9 @@ struct LinkRequest {
 };
 
 /// The web service of the online account, by the names of its operations. GUIDs are 38 characters with braces. A field
-/// that is nil or missing keeps its default; one that should be a number or a boolean and isn't fails the call. Each
-/// call is a conversation of its own and waits for the reply, until `stop` is requested.
+/// that is nil or missing keeps its default; one that should be a number or a boolean and isn't fails the call, and so
+/// does a single NoteBookInfo without its databaseID, which nobody may take for the word that the NoteBook has gone.
+/// Each call is a conversation of its own and waits for the reply, until `stop` is requested.
 class DesktopCommService {
 public:
     DesktopCommService(HttpTransport& transport, ServiceAddress address)

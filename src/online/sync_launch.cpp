@@ -1,6 +1,7 @@
 #include "online/sync_launch.h"
 
 #include <algorithm>
+#include <system_error>
 
 #include "base/record_file.h"
 #include "base/text.h"
@@ -15,6 +16,13 @@ bool IsOne(const Settings& settings, Option option) {
     return settings.Int(option) == 1;
 }
 
+/// Of a path that the user gave: the sync program need not run where this one does.
+std::string Absolute(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return error ? path.string() : absolute.string();
+}
+
 std::string WithSeparator(const std::filesystem::path& folder) {
     return (folder / "").string();
 }
@@ -25,7 +33,7 @@ std::vector<std::string> SyncArguments(std::string_view command, const Settings&
     return {std::string(command),
             settings.Text(Option::SyncGUID),
             settings.Text(Option::LocalGUID),
-            place.dataFiles.string(),
+            Absolute(place.dataFiles),
             WithSeparator(place.programFolder),
             std::to_string(int64_t{settings.Int(Option::MaxNoteID)} + 1),
             std::to_string(place.nextCategoryId),

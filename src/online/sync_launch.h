@@ -22,13 +22,13 @@ inline constexpr char kSyncCreate[] = "SYNCCREATE";  ///< link all NoteBooks by 
 
 /// What the sync program works with.
 struct SyncPlace {
-    std::filesystem::path dataFiles;      ///< the folder "Data Files"
+    std::filesystem::path dataFiles;      ///< the folder "Data Files"; it may be relative
     std::filesystem::path programFolder;  ///< where this program lies
     int32_t nextCategoryId = 1;
 };
 
-/// Behind the program's own path: command, SyncGUID, LocalGUID, folder of the data, program folder with a separator at
-/// its end, the next free ids of notes and categories, the version of the data.
+/// Behind the program's own path: command, SyncGUID, LocalGUID, absolute folder of the data, program folder with a
+/// separator at its end, the next free ids of notes and categories, the version of the data.
 std::vector<std::string> SyncArguments(std::string_view command, const Settings& settings, const SyncPlace& place);
 
 /// Starts the sync program and goes on. True if it was started; a failure isn't told here.

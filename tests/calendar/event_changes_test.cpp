@@ -1,10 +1,12 @@
 #include "calendar/event_changes.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "calendar/calendar_fixture.h"
 #include "calendar/event_reminders.h"
 #include "calendar/series.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -232,6 +234,45 @@ TEST_F(EventChanges, WhatADamagedFileHoldsIsKeptBesideOnce) {
     for (size_t i = 0; i < std::size(files); ++i) {
         EXPECT_EQ(BytesOf(files[i].string() + ".kept"), damaged[i]);
         EXPECT_FALSE(std::filesystem::exists(files[i].string() + ".2.kept"));
+    }
+    Texts told = Each(faults.faults, &Fault::what);
+    std::sort(told.begin(), told.end());
+    EXPECT_EQ(told, (Texts{"The list of events is damaged; what it held is kept in Events.dat.kept",
+                           "The list of reminders is damaged; what it held is kept in Rem.dat.kept"}));
+}
+
+TEST_F(EventChanges, ADamagedFileThatIsMergedIntoIsKeptOnceThoughItWasReadBefore) {
+    const std::string damaged = BytesOf(world.eventFile) + "more";
+    PutBytes(world.eventFile, damaged);
+    EventList events;
+    ASSERT_TRUE(LoadEvents(world, events));
+    EXPECT_TRUE(MergeEvents(world, {events[0]}) && SaveEvents(world, events) && MergeEvents(world, {events[0]}));
+    EXPECT_EQ(BytesOf(world.eventFile.string() + ".kept"), damaged);
+    EXPECT_FALSE(std::filesystem::exists(world.eventFile.string() + ".2.kept"));
+    EXPECT_EQ(faults.faults.size(), 1u);
+}
+
+TEST_F(EventChanges, ADamagedFileThatCantBeKeptIsNotWritten) {
+    EventList events;
+    ReminderList reminders;
+    for (const std::filesystem::path& file : {world.eventFile, world.reminderFile}) {
+        const std::string damaged = BytesOf(file) + "more";
+        PutBytes(file, damaged);
+        ASSERT_TRUE(LoadEvents(world, events) && LoadReminders(world, reminders));
+        std::filesystem::remove(file);
+        std::filesystem::create_directories(file / "in the way");
+        const bool isEvents = file == world.eventFile;
+        const auto save = [&] { return isEvents ? SaveEvents(world, events) : SaveReminders(world, reminders); };
+        EXPECT_FALSE(save());
+        ASSERT_EQ(faults.faults.size(), 1u);
+        EXPECT_EQ(faults.faults[0].what,
+                  isEvents ? "The events could not be saved" : "The reminders could not be saved");
+        std::filesystem::remove_all(file);
+        PutBytes(file, damaged);
+        EXPECT_TRUE(save());
+        EXPECT_EQ(BytesOf(file.string() + ".kept"), damaged);
+        EXPECT_EQ(faults.faults.size(), 2u);
+        faults.faults.clear();
     }
 }
 

@@ -109,18 +109,22 @@ TEST_F(Editors, WholeDaysHaveTheirOwnTimes) {
 
 TEST_F(Editors, ASeriesTellsHowManyEventsItMakes) {
     EventEditor editor = EventEditor::ForNewEvent(world, std::pair(Day(2026, 1, 31), Day(2026, 1, 31)));
-    EXPECT_EQ(editor.Summary(), "");
+    const auto says = [&] { return editor.Summary() + "|" + editor.Outcome(); };
+    EXPECT_EQ(says(), "|");
     editor.SetRecurring(true);
-    EXPECT_EQ(editor.Summary(), "Repeats every day from 01/31/26 to 02/01/26, ends after 2 events, on 02/01/26");
+    EXPECT_EQ(says(), "Repeats every day from 01/31/26 to 02/01/26|Ends after 2 events, on 02/01/26");
     editor.SetRecurrenceEnd(Day(2399, 12, 31));
-    EXPECT_NE(editor.Summary().find(", ends after 100000 events (a series can't have more), on "), std::string::npos);
+    EXPECT_EQ(says().find("Repeats every day from 01/31/26 to 12/31/99|Ends after 100000 events (a series can't have "
+                          "more), on "),
+              0u);
+    editor.ChooseTab(kWeekly);
+    editor.SetPattern(kWeeklySunday + 6, 0);
+    EXPECT_EQ(says(), "|No event falls on these days");
     editor.ChooseTab(kMonthly);
     editor.SetRecurrenceEnd(Day(2026, 12, 31));
-    EXPECT_EQ(editor.Summary(),
-              "Repeats on day 31 of every month from 01/31/26 to 12/31/26, ends after 1 event, on 01/31/26");
+    EXPECT_EQ(says(), "Repeats on day 31 of every month from 01/31/26 to 12/31/26|Ends after 1 event, on 01/31/26");
     EXPECT_EQ(editor.TypePattern(kMonthlyDay, "4x5"), "45");
-    EXPECT_EQ(editor.Summary(),
-              "Repeats on day 45 of every month from 01/31/26 to 12/31/26, but no event falls on these days");
+    EXPECT_EQ(says(), "Repeats on day 45 of every month from 01/31/26 to 12/31/26|No event falls on these days");
     EXPECT_EQ(editor.TypePattern(kMonthlyDayN, "0"), "1");
     EXPECT_EQ(editor.TypePattern(kMonthlyDayN, "1000"), "999");
     EXPECT_EQ(editor.Save(), EventSave::Refused);
@@ -128,9 +132,9 @@ TEST_F(Editors, ASeriesTellsHowManyEventsItMakes) {
     EXPECT_EQ(editor.Pattern(kMonthlyDayN), 1) << "an empty field counts as the least number";
     editor.ChooseForm(false);
     EXPECT_EQ(editor.Pattern(kMonthlyOnDay), 0);
-    EXPECT_EQ(editor.Summary(),
-              "Repeats on the last Saturday of every month from 01/31/26 to 12/31/26, ends after 12 "
-              "events, on 12/26/26");
+    EXPECT_EQ(
+        says(),
+        "Repeats on the last Saturday of every month from 01/31/26 to 12/31/26|Ends after 12 events, on 12/26/26");
     EXPECT_EQ(editor.Save(), EventSave::Saved);
     const EventList events = Stored();
     ASSERT_EQ(events.size(), 12u);
@@ -150,6 +154,10 @@ TEST_F(Editors, TheSeriesKeepsItsTimeOfDayAndItsRoom) {
     editor.SetRecurrenceStart(Day(2026, 5, 1));
     EXPECT_EQ(editor.Event().RecurrenceStart, Day(2026, 5, 1, 9));
     EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 5, 1, 9));
+    editor.TypePattern(kWeeklyN, "");
+    EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 5, 1, 9)) << "an empty field moves no end";
+    editor.TypePattern(kWeeklyN, "1");
+    EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 5, 7, 9));
     editor.SetRecurring(false);
     EXPECT_EQ(editor.Save(), EventSave::Saved);
     EXPECT_EQ(Stored()[0].WeeklyPattern, UnsetPattern(kWeeklySlots));

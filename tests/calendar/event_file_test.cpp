@@ -1,5 +1,7 @@
 #include "calendar/event_file.h"
 
+#include <cerrno>
+#include <functional>
 #include <gtest/gtest.h>
 
 #include "calendar/event_builder.h"
@@ -51,6 +53,12 @@ protected:
     TempFolder folder_;
     ReadWorld world_;
     std::filesystem::path path_ = folder_ / "Events.dat";
+    int kept_ = 0;
+    FileResult keeps_;
+    const std::function<FileResult()> keep_ = [this] {
+        ++kept_;
+        return keeps_;
+    };
 
     EventList Load() {
         EventList list;
@@ -59,7 +67,7 @@ protected:
     }
     FileResult Merge(const EventList& list) {
         StepCounter progress;
-        return MergeSaveEvents(path_, world_.context, list, progress);
+        return MergeSaveEvents(path_, world_.context, list, progress, keep_);
     }
 };
 
@@ -117,7 +125,7 @@ TEST_F(EventFile, MergesOverTheRecordsOfTheFile) {
                     .Ok());
     StepCounter progress;
     const CTmEvent b = Event("b", "new", Day(2011, 2, 2), Day(2011, 2, 2)), c = Event("c", "", b.Start, b.End);
-    EXPECT_TRUE(MergeSaveEvents(path_, world_.context, {b, c, c}, progress).Ok());
+    EXPECT_TRUE(MergeSaveEvents(path_, world_.context, {b, c, c}, progress, keep_).Ok());
     const EventList list = Load();
     EXPECT_EQ(Ids(list), "a b b c");
     EXPECT_EQ(list[1].SeriesId, "new");
@@ -129,10 +137,27 @@ TEST_F(EventFile, MergesOverTheRecordsOfTheFile) {
 TEST_F(EventFile, KeepsAFileThatItCannotRead) {
     std::filesystem::create_directory(path_);
     StepCounter progress;
-    const FileResult result = MergeSaveEvents(path_, world_.context, {CTmEvent()}, progress);
+    const FileResult result = MergeSaveEvents(path_, world_.context, {CTmEvent()}, progress, keep_);
     EXPECT_FALSE(result.Ok());
     EXPECT_TRUE(std::filesystem::is_directory(path_));
     EXPECT_TRUE(progress.said.ends_with("hidden"));
+    EXPECT_EQ(kept_, 0) << "it isn't damaged";
+}
+
+TEST_F(EventFile, MergesIntoADamagedFileOnlyOnceItIsKept) {
+    const CTmEvent more = Event("more", "", Day(2012, 1, 1), Day(2012, 1, 1));
+    for (const std::string& damaged : {kSampleBytes + "junk", kSampleBytes.substr(0, kSampleBytes.size() - 5)}) {
+        PutBytes(path_, damaged);
+        kept_ = 0;
+        keeps_ = {ENOSPC};
+        EXPECT_EQ(Merge({more}).error, ENOSPC);
+        EXPECT_EQ(BytesOf(path_), damaged);
+        keeps_ = {};
+        EXPECT_TRUE(Merge({more}).Ok());
+        EXPECT_EQ(Ids(Load()), "{E} more");
+        EXPECT_TRUE(Merge({more}).Ok());
+        EXPECT_EQ(kept_, 2) << "it is whole now";
+    }
 }
 
 TEST_F(EventFile, MergesALargeListWithoutWalkingTheFileForEachEvent) {

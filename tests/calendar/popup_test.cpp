@@ -44,8 +44,8 @@ TEST(PopupSchedule, ShowsEachPopupOnceAtItsTime) {
          PopupAt("text", kNow, ReminderType::TextMessage), PopupAt("damaged", kNow, static_cast<ReminderType>(77)),
          PopupAt("never", DateTime()), PopupAt("invalid", DateTime::Invalid())},
         kNow);
-    EXPECT_EQ(schedule.TakeDue(kNow), 4u);
-    EXPECT_THAT(Screen(schedule), ElementsAre("old!", "just late!", "not yet late", "now"));
+    EXPECT_EQ(schedule.TakeDue(kNow), 5u);
+    EXPECT_THAT(Screen(schedule), ElementsAre("old!", "just late!", "not yet late", "now", "now"));
     EXPECT_EQ(schedule.TakeDue(kNow.PlusSeconds(60)), 0u);
     EXPECT_EQ(schedule.NextTime(), kNow.PlusSeconds(61));
     EXPECT_EQ(schedule.TakeDue(kNow.PlusSeconds(61)), 1u);
@@ -73,6 +73,41 @@ TEST(PopupSchedule, FollowsTheFileWithWhatIsOnTheScreen) {
     EXPECT_THAT(Screen(schedule), IsEmpty());
     schedule.SetReminders({renamed, PopupAt("c", kNow.PlusSeconds(30))}, kNow);
     EXPECT_EQ(schedule.TakeDue(kNow.PlusDays(1)), 0u) << "a reminder that comes back has been shown";
+}
+
+TEST(PopupSchedule, TellsPopupsOfOneIdAndMomentApart) {
+    for (const char* const id : {"", "{R}"}) {
+        SCOPED_TRACE(id);
+        ReminderList reminders;
+        const auto add = [&](const char* label) {
+            reminders.push_back(PopupAt(id, kNow));
+            reminders.back().EventLabel = label;
+        };
+        for (const char* const label : {"a", "b", "c"})
+            add(label);
+        PopupSchedule schedule;
+        schedule.SetReminders(reminders, kNow);
+        EXPECT_EQ(schedule.TakeDue(kNow), 3u);
+        EXPECT_THAT(Screen(schedule), ElementsAre("a", "b", "c"));
+        schedule.Dismiss(schedule.OnScreen()[1].Key());
+        schedule.Snooze(schedule.OnScreen()[1].Key(), kNow.PlusSeconds(300));
+        EXPECT_THAT(Screen(schedule), ElementsAre("a"));
+        add("d");
+        schedule.SetReminders(reminders, kNow);
+        EXPECT_EQ(schedule.TakeDue(kNow), 1u);
+        EXPECT_THAT(Screen(schedule), ElementsAre("a", "d"));
+        const TempFolder folder(MemoryFolder());
+        ShownPopups kept;
+        ASSERT_TRUE(SaveShownPopups(folder / "shown", schedule.Shown()).Ok());
+        ASSERT_TRUE(LoadShownPopups(folder / "shown", kept).Ok());
+        EXPECT_EQ(kept, schedule.Shown());
+        PopupSchedule next;
+        next.SetShown(kept);
+        next.SetReminders(reminders, kNow);
+        EXPECT_EQ(next.TakeDue(kNow), 0u);
+        EXPECT_EQ(next.TakeDue(kNow.PlusSeconds(300)), 1u);
+        EXPECT_THAT(Screen(next), ElementsAre("c"));
+    }
 }
 
 TEST(PopupSchedule, BringsASnoozedPopupBackEvenBehindARestart) {
@@ -218,6 +253,9 @@ TEST_F(ReminderAgent, ShowsOnceWhatWasMissedAndWritesNoReminder) {
     clock.now = clock.now.PlusDays(2);
     EXPECT_THAT(Shows(), ElementsAre("c!"));
     EXPECT_EQ(BytesOf(remPath), before);
+    Put({PopupAt("", clock.now), PopupAt("", clock.now)});
+    EXPECT_EQ(Shows().size(), 2u) << "records without an id";
+    EXPECT_THAT(Shows(), IsEmpty());
     EXPECT_THAT(faults.faults, IsEmpty());
 }
 

@@ -29,7 +29,7 @@ protected:
 };
 
 TEST_F(Service, SendsExactlyTheseBytes) {
-    server_.Add(200, Response("GetNoteBookInfo", "<GetNoteBookInfoResult/>"));
+    server_.Add(200, Response("GetNoteBookInfo", ""));
     ASSERT_TRUE(Proxy().GetNoteBookInfo(42).Ok());
     const std::string body =
         "<soap:Envelope xmlns:soap=\"http://schemas.xmlsoap.org/soap/envelope/\" "
@@ -145,6 +145,9 @@ TEST_F(Service, TellsSuccessWithoutResultFromEveryFailure) {
         {200, Response("Other", ""), SoapError::Reply},
         {200, result("<databaseID>five</databaseID>"), SoapError::Reply},
         {200, result("<databaseID></databaseID>"), SoapError::Reply},
+        {200, result("<databaseID xsi:nil=\"1\"/>"), SoapError::Reply},
+        {200, result("<name>Bees</name>"), SoapError::Reply},
+        {200, result(""), SoapError::Reply},
         {200, result("<databaseID>99999999999</databaseID>"), SoapError::Reply},
         {404, result(""), SoapError::Status},
         {201, result(""), SoapError::Status},

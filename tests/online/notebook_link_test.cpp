@@ -137,6 +137,9 @@ TEST_F(LinkFlow, ChangesNothingWhereItBreaksOff) {
         {answerList, cancel, {kContacting}},
         {answerList, Row(-1), {kContacting, "No NoteBook Selected: Please Select a NoteBook."}},
         {[&] { answerList(), server.Add(404, ""); }, Row(1), {kContacting, kUpdating, kConnectionError}},
+        {[&] { answerList(), Answer("SetupLinkWithOnlineNoteBook", "<name>Ants</name>"); },
+         Row(1),
+         {kContacting, kUpdating, kConnectionError}},
         {[&] { answerList(), AnswerLink(0, "Ants"); }, Row(1), {kContacting, kUpdating, kUpdateError}},
         {[&] { answerList(), server.Add(202, ""); }, Row(1), {kContacting, kUpdating, kUpdateError}},
     };
@@ -299,13 +302,21 @@ TEST_F(StartCheck, IsLeftOutWithoutALinkOrAService) {
 
 TEST_F(StartCheck, LeavesTheLinkWhereNoAnswerComes) {
     LinkTo(5);
+    book.syncLog.Add({});
     server.Add(HttpAnswer{});
     server.Add(202, "");
     server.Add(200, "<html/>");
-    for (int i = 0; i < 3; ++i) {
+    Answer("GetNoteBookInfo", "");
+    Answer("GetNoteBookInfo", "<name>Wasps</name>");
+    Answer("GetNoteBookInfo",
+           "<databaseID xmlns:i=\"http://www.w3.org/2001/XMLSchema-instance\" i:nil=\"true\"/><name>Wasps</name>");
+    for (int i = 0; i < 6; ++i) {
         EXPECT_TRUE(Check());
-        EXPECT_THAT(Seen(), ElementsAre(kChecking));
+        EXPECT_THAT(Seen(), ElementsAre(kChecking)) << i;
     }
+    EXPECT_EQ(server.Left(), 0u);
+    EXPECT_TRUE(book.syncLog.link.IsLinked());
+    EXPECT_EQ(book.syncLog.Records().size(), 1u);
     EXPECT_EQ(book.syncLog.link.OnlineName, "Online");
     EXPECT_EQ(SyncFile(), "");
 }

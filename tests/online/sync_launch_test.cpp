@@ -23,6 +23,8 @@ TEST(SyncLaunch, HandsOverAccountPlacesAndTheNextIds) {
     starts.failure = "No such file";
     EXPECT_FALSE(LaunchSyncer(starts, kSync, settings, {"/d", "/bin/", 1}));
     EXPECT_EQ(starts.started.back(), "syncer|SYNC|{SYNC}|{LOCAL}|/d|/bin/|1042|1|11.56");
+    EXPECT_EQ(SyncArguments(kSync, settings, {"my data/Data Files", "/bin/", 1})[3],
+              (std::filesystem::current_path() / "my data/Data Files").string());
 }
 
 TEST(SyncLaunch, CountsCategoriesBehindTheHighestInUseOrGivenOut) {

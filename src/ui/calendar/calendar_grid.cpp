@@ -15,9 +15,11 @@ namespace lore {
 namespace {
 
 constexpr int kColumns = MonthGrid::kColumns;
+constexpr int kMostWeeks = 6;
 constexpr int kGap = 2;  // between bars
 constexpr int kTextLeft = 8, kTextRight = 5, kMarkRoom = 20;
-constexpr int kFewestRows = 2;  // of bars, in the smallest cell
+constexpr int kFewestRows = 2, kUsualRows = 3;     // of bars, in the cell of a week with few and at first
+constexpr int kFewestChars = 9, kUsualChars = 22;  // in a cell; the usual ones are a time and a few words
 constexpr const char* kDays[] = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 constexpr double kCorner = 6;
 
@@ -57,12 +59,16 @@ int CalendarGrid::BarHeight() const {
 }
 
 QSize CalendarGrid::minimumSizeHint() const {
-    const int cell = QFontMetrics(theme_.Font(TextSize::Small)).averageCharWidth() * 9;
-    return {cell * kColumns, HeaderHeight() + 6 * (DayLine() + kFewestRows * (BarHeight() + kGap))};
+    return SizeFor(kFewestChars, 1);
 }
 
 QSize CalendarGrid::sizeHint() const {
-    return minimumSizeHint() * 1.4;
+    return SizeFor(kUsualChars, kUsualRows);
+}
+
+QSize CalendarGrid::SizeFor(int chars, int bars) const {
+    const int cell = QFontMetrics(theme_.Font(TextSize::Small)).averageCharWidth() * chars;
+    return {cell * kColumns, HeaderHeight() + kMostWeeks * (DayLine() + bars * (BarHeight() + kGap) + kGap)};
 }
 
 void CalendarGrid::Refresh() {

@@ -73,6 +73,8 @@ private:
     void Moved(const DateTime& before);
     void PaintCell(QPainter& painter, int cell) const;
     void PaintBar(QPainter& painter, const Bar& bar) const;
+    /// Each cell with so many characters in a line, and so many bars.
+    QSize SizeFor(int chars, int bars) const;
     int HeaderHeight() const;
     int DayLine() const;
     int BarHeight() const;

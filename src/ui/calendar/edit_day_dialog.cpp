@@ -1,7 +1,6 @@
 #include "ui/calendar/edit_day_dialog.h"
 
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -16,6 +15,7 @@
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/event_tool_tip.h"
+#include "ui/list_columns.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -23,7 +23,8 @@ namespace lore {
 
 namespace {
 
-constexpr int kListRows = 7;
+constexpr int kChars = 84, kLines = 36;  // at first
+constexpr int kLeastChars = 40, kLeastRows = 4;
 
 /// The chosen row as a position in its list, -1 for none.
 int ChosenRow(const QTreeWidget* list) {
@@ -62,9 +63,12 @@ EditDayDialog::EditDayDialog(CalendarHost& host, const DateTime& day, QWidget* p
                               &EditDayDialog::CreateReminder,
                               &EditDayDialog::EditReminder,
                               &EditDayDialog::RemoveReminder});
+    eventColumns_ = new ListColumns(*events_, host.Store(), "EditDayEventColumns");
+    reminderColumns_ = new ListColumns(*reminders_, host.Store(), "EditDayReminderColumns");
     QPushButton* const exit = AddButton(tr("E&xit"));
     connect(exit, &QPushButton::clicked, this, &QDialog::accept);
     Reload();
+    resize(fontMetrics().averageCharWidth() * kChars, fontMetrics().height() * kLines);
     events_->setFocus();
 }
 
@@ -75,8 +79,8 @@ QTreeWidget* EditDayDialog::MakeSection(const Section& section) {
     list->setHeaderLabels(section.columns);
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
-    list->setMinimumHeight(list->fontMetrics().height() * kListRows);
-    list->setMinimumWidth(list->fontMetrics().averageCharWidth() * 70);
+    list->setMinimumHeight(list->fontMetrics().height() * kLeastRows);
+    list->setMinimumWidth(list->fontMetrics().averageCharWidth() * kLeastChars);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
     auto* const label = new QLabel(tr(section.title), this);
     label->setBuddy(list);
@@ -132,8 +136,7 @@ void EditDayDialog::FillEvents() {
         row->setData(2, Qt::AccessibleDescriptionRole, QString::fromLatin1(color.name));
         row->setToolTip(2, EventToolTip(event));
     }
-    for (int column = 0; column < 2; ++column)
-        events_->resizeColumnToContents(column);
+    eventColumns_->Fit();
     events_->setCurrentItem(events_->topLevelItem(0));
 }
 
@@ -142,8 +145,7 @@ void EditDayDialog::FillReminders() {
     for (const CTmReminder& reminder : day_.Reminders())
         new QTreeWidgetItem(reminders_, {ToQString(ClockTime(reminder.SendTime)), ReminderListName(reminder.Type),
                                          ToQString(SentTo(reminder))});
-    for (int column = 0; column < 2; ++column)
-        reminders_->resizeColumnToContents(column);
+    reminderColumns_->Fit();
     reminders_->setCurrentItem(reminders_->topLevelItem(0));
 }
 

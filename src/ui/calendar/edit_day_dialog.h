@@ -8,6 +8,8 @@ class QTreeWidget;
 
 namespace lore {
 
+class ListColumns;
+
 /// The dialog "Edit Day": the events and reminders of one day.
 class EditDayDialog : public DialogFrame {
     Q_OBJECT
@@ -40,6 +42,7 @@ private:
     DayView day_;
     QTreeWidget* events_ = nullptr;
     QTreeWidget* reminders_ = nullptr;
+    ListColumns *eventColumns_ = nullptr, *reminderColumns_ = nullptr;
 };
 
 }  // namespace lore

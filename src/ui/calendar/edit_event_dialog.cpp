@@ -18,6 +18,7 @@
 #include "ui/calendar/date_fields.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/recurrence_tabs.h"
+#include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -26,6 +27,7 @@ namespace lore {
 namespace {
 
 constexpr int kReminderRows = 4;
+constexpr int kSeriesLines = 4;  // of the longest texts of a series
 
 /// A bar in a colour, for the list of colours.
 QIcon BarIcon(const QColor& color, int height) {
@@ -164,20 +166,33 @@ QWidget* EditEventDialog::MakeRecurrence() {
     auto* const days = new QFormLayout;
     days->addRow(tr("Recurrence Start:"), firstDay_);
     days->addRow(tr("Recurrence End:"), lastDay_);
-    summary_ = new QLabel(series_);
-    summary_->setObjectName("summary");
-    summary_->setWordWrap(true);
-    summary_->setMinimumHeight(summary_->fontMetrics().lineSpacing() * 3);
-    summary_->setAlignment(Qt::AlignTop | Qt::AlignLeading);
     parts->addWidget(tabs_);
     parts->addLayout(days);
-    parts->addWidget(summary_);
+    parts->addWidget(MakeSeriesTexts());
     rows->addWidget(recurring_);
     rows->addWidget(series_);
     rows->addStretch(1);
     QSizePolicy kept = series_->sizePolicy();
     kept.setRetainSizeWhenHidden(true);
     series_->setSizePolicy(kept);
+    return box;
+}
+
+QWidget* EditEventDialog::MakeSeriesTexts() {
+    auto* const box = new QWidget(series_);
+    auto* const rows = new QVBoxLayout(box);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(kSpace);
+    summary_ = new QLabel(box);
+    summary_->setObjectName("summary");
+    summary_->setTextFormat(Qt::PlainText);
+    summary_->setWordWrap(true);
+    outcome_ = MakeRemark({}, host_.Look(), box);
+    outcome_->setObjectName("outcome");
+    rows->addWidget(summary_);
+    rows->addWidget(outcome_);
+    rows->addStretch(1);
+    box->setMinimumHeight(box->fontMetrics().lineSpacing() * kSeriesLines + kSpace);
     return box;
 }
 
@@ -243,6 +258,7 @@ void EditEventDialog::ShowRecurrence() {
     firstDay_->setDate(ToQDate(model_.Event().RecurrenceStart));
     lastDay_->setDate(ToQDate(model_.Event().RecurrenceEnd));
     summary_->setText(ToQString(model_.Summary()));
+    outcome_->setText(ToQString(model_.Outcome()));
 }
 
 void EditEventDialog::ShowReminders() {

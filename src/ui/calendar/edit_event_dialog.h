@@ -33,6 +33,7 @@ private:
     QWidget* MakeFields();
     QWidget* MakeReminders();
     QWidget* MakeRecurrence();
+    QWidget* MakeSeriesTexts();
     void AddMoment(QFormLayout* form, const QString& label, QDateEdit*& date, QTimeEdit*& time, const QString& name);
     void Connect();
     void ConnectTimes();
@@ -56,7 +57,7 @@ private:
     QPushButton *edit_ = nullptr, *remove_ = nullptr;
     QWidget* series_ = nullptr;
     RecurrenceTabs* tabs_ = nullptr;
-    QLabel* summary_ = nullptr;
+    QLabel *summary_ = nullptr, *outcome_ = nullptr;
 };
 
 /// Runs the event editor on an event of the file. True if anything may have changed.

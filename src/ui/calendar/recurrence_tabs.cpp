@@ -93,14 +93,26 @@ void RecurrenceTabs::AddNumber(QHBoxLayout* row, SeriesType tab, size_t slot, co
     field->setAccessibleName(name);
     field->setFixedWidth(field->fontMetrics().averageCharWidth() * kNumberChars + kSpace * 6);
     row->addWidget(field);
-    connect(field, &QLineEdit::textEdited, this, [this, slot](const QString& text) {
-        Apply([this, slot, text] { model_.TypePattern(slot, FromQString(text)); });
-    });
-    shows_.emplace_back(tab, [this, field, slot] {
+    const auto fill = [this, field, slot] {
         const int32_t value = model_.Pattern(slot);
         const QString text = value < 0 ? QString() : QString::number(value);
         if (field->text() != text)
             field->setText(text);
+    };
+    connect(field, &QLineEdit::textEdited, this, [this, field, slot](const QString& text) {
+        Apply([this, field, slot, text] {
+            if (model_.TypePattern(slot, FromQString(text)).empty())
+                field->clear();
+        });
+    });
+    connect(field, &QLineEdit::editingFinished, this, [this, tab, fill] {
+        if (tab == model_.Tab())
+            fill();
+    });
+    // Whoever empties a field is about to type another number into it.
+    shows_.emplace_back(tab, [field, fill] {
+        if (!field->hasFocus() || !field->text().isEmpty())
+            fill();
     });
 }
 
