@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <algorithm>
 
+#include "notes/file_faults.h"
 #include "notes/notebook_paths.h"
 #include "platform/ini_store.h"
 #include "ui/qt_text.h"
@@ -71,7 +72,7 @@ TrayCommands AgentProgram::Commands() {
 
 void AgentProgram::Start() {
     const DataPaths data{parts_.places.dataRoot};
-    ComputeFolders(parts_.places.dataRoot);
+    TellFailedWrite(parts_.faults, "The data folder could not be made", data.DataFiles(), ComputeFolders(data.root));
     watcher_.addPath(PathToQString(data.DataFiles()));
     CheckSettings();
     agent_.Start();

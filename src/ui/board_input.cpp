@@ -80,6 +80,15 @@ void BoardView::Impl::MoveFocus(int step) {
     ChangeFocus(std::clamp(focusRow + step, 0, model.Count() - 1), true);
 }
 
+// Who comes by keys sees where he is: at the card of before, or at the first one in sight.
+void BoardView::Impl::ShowFocus() {
+    CatchUp();
+    if (model.Count() == 0)
+        return;
+    const bool inSight = focusRow >= topRow && focusRow < endRow;
+    ChangeFocus(focusRow < 0 ? topRow : focusRow, !inSight);
+}
+
 void BoardView::Impl::Page(int direction) {
     QScrollBar& bar = *view.verticalScrollBar();
     bar.setValue(bar.value() + direction * bar.pageStep());
@@ -223,6 +232,9 @@ bool BoardView::viewportEvent(QEvent* event) {
 void BoardView::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
     impl_->UpdateRow(impl_->focusRow);
+    const Qt::FocusReason reason = event->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason)
+        impl_->ShowFocus();
     TellFocusChildSoon(*this);
 }
 

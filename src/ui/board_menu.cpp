@@ -16,6 +16,13 @@ constexpr PictureCommand kPictureChanges[] = {PictureCommand::ZoomIn, PictureCom
                                               PictureCommand::ShiftLeft, PictureCommand::ShiftRight,
                                               PictureCommand::Restore};
 
+/// The keys that carry a command out on the board; empty for one without.
+QKeySequence KeysOf(BoardCommand command) {
+    return command == BoardCommand::EditNote     ? QKeySequence(Qt::Key_F2)
+           : command == BoardCommand::DeleteNote ? QKeySequence(QKeySequence::Delete)
+                                                 : QKeySequence();
+}
+
 /// A name as the words of an entry: an ampersand in it marks no letter.
 QString AsMenuText(QString name) {
     return name.replace(QLatin1Char('&'), QStringLiteral("&&"));
@@ -53,7 +60,12 @@ void BoardView::Impl::AddEntry(QMenu& menu, BoardCommand command, int32_t id, in
     const std::string_view words = BoardCommandText(command);
     const QString text = QString::fromLatin1(words.data(), static_cast<qsizetype>(words.size()));
     if (command != BoardCommand::CopyToNoteBook) {
-        QObject::connect(menu.addAction(text), &QAction::triggered, &view,
+        QAction* const entry = menu.addAction(text);
+        // For the eye: the entries of the menu bar take the keys.
+        entry->setShortcut(KeysOf(command));
+        entry->setShortcutContext(Qt::WidgetShortcut);
+        entry->setShortcutVisibleInContextMenu(true);
+        QObject::connect(entry, &QAction::triggered, &view,
                          [this, command, id, attachment] { Run(command, id, attachment); });
         return;
     }

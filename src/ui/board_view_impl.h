@@ -49,6 +49,7 @@ struct BoardView::Impl {
     void ChangeFocus(int row, bool reveal);
     void Reveal(int row);
     void MoveFocus(int step);
+    void ShowFocus();
     void Page(int direction);
     void Hover(const QPoint& point);
     void Activate(int row, const CardHit& hit);

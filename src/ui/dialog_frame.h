@@ -4,8 +4,10 @@
 
 #include "ports/settings_store.h"
 
+class QBoxLayout;
 class QHBoxLayout;
 class QPushButton;
+class QScrollArea;
 class QVBoxLayout;
 
 namespace lore {
@@ -13,7 +15,8 @@ namespace lore {
 class Theme;
 
 /// What all dialogs share: content above a row of buttons, all distances multiples of kSpace. Esc cancels, Ctrl+Enter
-/// is the main button, and the dialog opens where and as large as it was closed.
+/// is the main button, and the dialog opens where and as large as it was closed, but no larger than the screen. Content
+/// that needs more than the screen has is scrolled; the buttons stay in sight.
 class DialogFrame : public QDialog {
     Q_OBJECT
 
@@ -31,19 +34,29 @@ public:
     void SetMainButton(QPushButton* button);
 
     void done(int result) override;
+    void setVisible(bool visible) override;
+    QSize sizeHint() const override;
 
 protected:
+    /// The most that the dialog can have: what its screen leaves of it within a frame.
+    QSize LargestSize() const;
+    bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
-    void GrowToFit();
-    void RestorePlace();
+    QSize LargestContent() const;
+    void FoldButtons();
+    void ShowAllThatCanBe();
+    void FitOnScreen();
+    bool RestorePlace();
     void StorePlace();
 
     const char* place_;
     SettingsStore& store_;
+    QScrollArea* pane_ = nullptr;
     QVBoxLayout* content_ = nullptr;
-    QHBoxLayout* buttons_ = nullptr;
+    QBoxLayout* buttons_ = nullptr;  // the two rows, side by side where there is room
+    QHBoxLayout *sideRow_ = nullptr, *mainRow_ = nullptr;
     QPushButton* main_ = nullptr;
     int sideButtons_ = 0;
     bool isPlaced_ = false;

@@ -12,6 +12,20 @@ namespace {
 
 constexpr int kScrollBarExtent = 3 * kSpace;
 constexpr int kShortestHandle = 8 * kSpace;
+constexpr int kIndicator = 14, kIcon = 16, kLargeIcon = 24, kMessageIcon = 48;
+/// Up to this height of a line the sizes of icons and indicators stand as they are.
+constexpr int kUsualLine = 20;
+
+/// A size that stands beside text: larger beside large letters.
+int BesideText(int size, const QStyleOption* option, const QWidget* widget) {
+    const QFontMetrics letters = option ? option->fontMetrics : widget ? widget->fontMetrics() : QFontMetrics(QFont());
+    return std::max(size, qRound(double(size) * letters.height() / kUsualLine));
+}
+
+/// What an arrow and its room are wider beside large letters.
+int MoreForArrow(const QStyleOption* option, const QWidget* widget) {
+    return BesideText(kIcon, option, widget) - kIcon;
+}
 
 bool Has(const QStyleOption& option, QStyle::StateFlag flag) {
     return option.state.testFlag(flag);
@@ -23,6 +37,13 @@ bool IsHot(const QStyleOption& option) {
 
 QRectF Inside(const QRect& rect, double by = 0.5) {
     return QRectF(rect).adjusted(by, by, -by, -by);
+}
+
+/// The arrow grows towards the text, which gives way.
+QRect PartOfComboBox(const QRect& usual, bool isArrow, Qt::LayoutDirection direction, int more) {
+    if (direction == Qt::RightToLeft)
+        return usual.adjusted(isArrow ? 0 : more, 0, isArrow ? more : 0, 0);
+    return usual.adjusted(isArrow ? -more : 0, 0, isArrow ? 0 : -more, 0);
 }
 
 }  // namespace
@@ -227,7 +248,7 @@ void FlatStyle::DrawComboBox(const QStyleOptionComplex& option, QPainter& painte
             DrawFocusRing(option, painter);
     }
     const QRect arrow = subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget);
-    const int side = std::min(4 * kSpace, arrow.height());
+    const int side = std::min(BesideText(kIcon, &option, widget), arrow.height());
     QRect square(0, 0, side, side);
     square.moveCenter(arrow.center());
     theme_.Icon(QStringLiteral("chevron-down"), ColorRole::DimText)
@@ -257,6 +278,9 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
 QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                 const QWidget* widget) const {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_ComboBox && (part == SC_ComboBoxArrow || part == SC_ComboBoxEditField))
+        return PartOfComboBox(QProxyStyle::subControlRect(control, option, part, widget), part == SC_ComboBoxArrow,
+                              option->direction, MoreForArrow(option, widget));
     if (control != CC_ScrollBar || !bar)
         return QProxyStyle::subControlRect(control, option, part, widget);
     const bool lying = bar->orientation == Qt::Horizontal;
@@ -296,8 +320,11 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     switch (type) {
         case CT_PushButton:
             return size + QSize(4 * kSpace, 2 * kSpace);
-        case CT_LineEdit:
         case CT_ComboBox:
+            return size + QSize(kSpace + MoreForArrow(option, widget), kSpace);
+        case CT_SpinBox:  // a date has an arrow of the same kind
+            return size + QSize(MoreForArrow(option, widget), 0);
+        case CT_LineEdit:
         case CT_ToolButton:
         case CT_MenuItem:
             return size + QSize(kSpace, kSpace);
@@ -307,7 +334,23 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 }
 
 int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    const auto besideText = [&](int size) {
+        return std::max(QProxyStyle::pixelMetric(metric, option, widget), BesideText(size, option, widget));
+    };
     switch (metric) {
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+            return besideText(kIndicator);
+        case PM_SmallIconSize:
+        case PM_ButtonIconSize:
+            return besideText(kIcon);
+        case PM_ToolBarIconSize:
+        case PM_ListViewIconSize:
+            return besideText(kLargeIcon);
+        case PM_MessageBoxIconSize:
+            return besideText(kMessageIcon);
         case PM_ScrollBarExtent:
             return kScrollBarExtent;
         case PM_ScrollBarSliderMin:

@@ -7,6 +7,7 @@
 
 #include "app/lorebinder_app.h"
 #include "app/outside_requests.h"
+#include "notes/notebook_paths.h"
 #include "online/http_client.h"
 #include "online/sync_launch.h"
 #include "platform/companion_launcher.h"
@@ -60,12 +61,22 @@ StartOptions ReadArguments() {
             parser.value(reminder).toStdString(), parser.isSet(capture), parser.isSet(ready)};
 }
 
-void TellThatItIsLocked(const std::filesystem::path& data, int error) {
-    const QString reason = error == 0 ? QObject::tr("Another process works with it. Close it and try again.")
-                                      : QString::fromStdString(lore::FileResult{error}.Reason());
+void TellThatItIsLocked(const std::filesystem::path& data) {
     QMessageBox::warning(nullptr, QObject::tr("Data Folder In Use"),
                          QObject::tr("The data folder %1 can't be opened for writing.\n\n%2")
-                             .arg(QString::fromStdString(data.string()), reason));
+                             .arg(QString::fromStdString(data.string()),
+                                  QObject::tr("Another process works with it. Close it and try again.")));
+}
+
+/// No note could be kept.
+void TellUnusableFolder(const std::filesystem::path& folder, const lore::FileResult& result) {
+    std::fprintf(stderr, "lorebinder: the data folder can't be used: %s: %s\n", folder.c_str(),
+                 result.Reason().c_str());
+    QMessageBox::warning(nullptr, QObject::tr("Data Folder Unusable"),
+                         QObject::tr("The data folder %1 can't be made, or nothing can be written there.\n\n%2\n\nSee "
+                                     "to it that you may write there and that there is room, or start Lorebinder with "
+                                     "another folder: lorebinder --data FOLDER")
+                             .arg(QString::fromStdString(folder.string()), QString::fromStdString(result.Reason())));
 }
 
 /// Without its settings the program would take itself for a new one, and give ids out again.
@@ -202,9 +213,14 @@ int main(int argc, char** argv) {
     int error = 0;
     const auto lock = lore::DataLock::Take(places.dataRoot, error);
     lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
-    if (!lock) {
-        TellThatItIsLocked(places.dataRoot, error);
+    if (!lock && error == 0) {
+        TellThatItIsLocked(places.dataRoot);
         return kLockedStatus;
+    }
+    const lore::FileResult made = lock ? lore::ComputeFolders(places.dataRoot) : lore::FileResult{error};
+    if (!made.Ok()) {
+        TellUnusableFolder(lock ? lore::DataPaths{places.dataRoot}.DataFiles() : places.dataRoot, made);
+        return kFaultStatus;
     }
     return RunProgram({options, request, channel, store, companions, theme});
 }

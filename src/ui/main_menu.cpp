@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QHash>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -14,14 +15,18 @@ constexpr std::pair<MainMenu, const char*> kMenus[] = {
     {MainMenu::Sources, "&Sources"}, {MainMenu::Categories, "&Categories"}, {MainMenu::View, "&View"},
     {MainMenu::Sync, "S&ync"},       {MainMenu::Tools, "&Tools"},           {MainMenu::Help, "&Help"}};
 
-void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command) {
+/// `made`: the entries so far, by their texts. Of two actions with the same keys neither would run.
+void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command, QHash<QString, QAction*>& made) {
     if (command.make)
         return command.make(menu);
     if (command.text.isEmpty()) {
         menu.addSeparator();
         return;
     }
+    if (!command.run)
+        return menu.addAction(made.value(command.text));
     QAction* const action = menu.addAction(command.text);
+    made.insert(command.text, action);
     action->setShortcuts(command.keys);
     QObject::connect(action, &QAction::triggered, owner, command.run);
 }
@@ -29,6 +34,7 @@ void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command) {
 }  // namespace
 
 void BuildMenuBar(QMenuBar& bar, QObject* owner, const std::vector<MenuCommand>& commands) {
+    QHash<QString, QAction*> made;
     for (const auto& [menu, title] : kMenus) {
         QMenu* shown = nullptr;
         for (const MenuCommand& command : commands) {
@@ -36,7 +42,7 @@ void BuildMenuBar(QMenuBar& bar, QObject* owner, const std::vector<MenuCommand>&
                 continue;
             if (!shown)
                 shown = bar.addMenu(QCoreApplication::translate("MainMenu", title));
-            AddCommand(*shown, owner, command);
+            AddCommand(*shown, owner, command, made);
         }
     }
 }

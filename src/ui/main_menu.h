@@ -18,9 +18,9 @@ enum class MainMenu { File, Options, Notes, Sources, Categories, View, Sync, Too
 /// One entry of the menu bar.
 struct MenuCommand {
     MainMenu menu;
-    QString text;                   ///< with its Alt key; empty for a line
-    QList<QKeySequence> keys = {};  ///< the first is shown
-    std::function<void()> run = {};
+    QString text;                    ///< with its Alt key; empty for a line
+    QList<QKeySequence> keys = {};   ///< the first is shown
+    std::function<void()> run = {};  ///< without it, the entry of this text in a menu before stands here too
     /// For an entry of another kind, such as a menu below: makes it in place of the plain one.
     std::function<void(QMenu&)> make = {};
 };

@@ -1,5 +1,6 @@
 #include "ui/main_window.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
@@ -121,7 +122,10 @@ void MainWindow::ConnectPanels() {
     connect(panels_, &ControlBar::ChoiceChanged, this, &MainWindow::SetPanelChoice);
     connect(panels_, &ControlBar::PageChanged, this,
             [this](int page) { app_.GetSettings().Set(Option::ActIndCtrlBar, page); });
-    connect(retry_, &FaultRetry::NoteBookLoaded, this, &MainWindow::ShowNoteBook);
+    connect(retry_, &FaultRetry::NoteBookLoaded, this, [this] {
+        ShowNoteBook();
+        notes_->OfferWaitingNotes();
+    });
 }
 
 void MainWindow::ConnectBoard() {
@@ -225,6 +229,7 @@ void MainWindow::RefreshPanes() {
     for (size_t i = 0; i < panes_.size(); ++i)
         panes_[i]->setText(ToQString(texts[i]));
     tools_->ShowSync(app_.GetSettings().Int(Option::SyncEngaged) == 1);
+    findChild<QAction*>("undoInNotes")->setText(notes_->UndoText());
     ShowEmptyState(app_.IsWhole() && app_.NoteBook().TotalNoteCount() == 0);
 }
 

@@ -35,6 +35,7 @@ void MainWindow::SwitchNoteBook(int index) {
         return;
     app_.SwitchNoteBook(choices[static_cast<size_t>(index)]);
     ShowNoteBook();
+    notes_->OfferWaitingNotes();
 }
 
 void MainWindow::ManageNoteBooks() {

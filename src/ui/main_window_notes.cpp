@@ -58,13 +58,12 @@ void MainWindow::FillNoteMenu(QMenu& menu) {
               emit CaptureRequested();
           }}});
     QAction* const undo =
-        add({{kMenu, tr("Undo De&lete"), {Key(Key::Undo), Key("Alt+Backspace")}, [this] { notes_->Undo(); }}}).back();
+        add({{kMenu, notes_->UndoText(), {Key(Key::Undo), Key("Alt+Backspace")}, [this] { notes_->Undo(); }}}).back();
+    undo->setObjectName("undoInNotes");
     connect(&menu, &QMenu::aboutToShow, this, [this, ofNote, undo] {
         for (QAction* const action : ofNote)
             action->setEnabled(board_->FocusNote() > 0);
-        const WritingCommands::NextUndo next = notes_->WhatToUndo();
-        undo->setEnabled(next != WritingCommands::NextUndo::None);
-        undo->setText(next == WritingCommands::NextUndo::Import ? tr("Undo &Import") : tr("Undo De&lete"));
+        undo->setEnabled(notes_->WhatToUndo() != WritingCommands::NextUndo::None);
     });
     // A shortcut works only while its action is enabled, whatever the menu showed last.
     connect(&menu, &QMenu::aboutToHide, this, [ofNote, undo] {

@@ -16,13 +16,15 @@ QFont NameFont(const QFont& font, bool isInList) {
     return result;
 }
 
-void PaintSwatch(QPainter& painter, const QRect& room, const QColor& color, const QColor& edge) {
+/// Gives its width.
+int PaintSwatch(QPainter& painter, const QRect& room, const QColor& color, const QColor& edge) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(edge);
     painter.setBrush(color);
     const int size = room.height() - kSpace * 2;
     painter.drawRoundedRect(QRectF(room.left() + 0.5, room.top() + kSpace + 0.5, size * 2, size), kControlRadius / 2.0,
                             kControlRadius / 2.0);
+    return size * 2;
 }
 
 }  // namespace
@@ -42,17 +44,15 @@ void PanelDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->save();
     painter->setPen(theme_.Color(selected ? ColorRole::SelectionText : ColorRole::DimText));
     painter->drawText(room, Qt::AlignRight | Qt::AlignVCenter, counts);
-    const QVariant swatch = index.data(PanelModel::SwatchRole);
-    if (swatch.isValid()) {
-        PaintSwatch(*painter, room, swatch.value<QColor>(), theme_.Color(ColorRole::Edge));
-    } else {
-        painter->setPen(theme_.Color(selected ? ColorRole::SelectionText : ColorRole::Text));
-        painter->setFont(NameFont(option.font, index.data(PanelModel::InListRole).toInt() > 0));
-        const QRect place = room.adjusted(0, 0, -countsWidth, 0);
-        const QString name = index.data(Qt::DisplayRole).toString().simplified();
-        painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-                          painter->fontMetrics().elidedText(name, Qt::ElideRight, place.width()));
-    }
+    QRect place = room.adjusted(0, 0, -countsWidth, 0);
+    if (const QVariant swatch = index.data(PanelModel::SwatchRole); swatch.isValid())
+        place.setLeft(place.left() + kSpace * 2 +
+                      PaintSwatch(*painter, room, swatch.value<QColor>(), theme_.Color(ColorRole::Edge)));
+    painter->setPen(theme_.Color(selected ? ColorRole::SelectionText : ColorRole::Text));
+    painter->setFont(NameFont(option.font, index.data(PanelModel::InListRole).toInt() > 0));
+    const QString name = index.data(Qt::DisplayRole).toString().simplified();
+    painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
+                      painter->fontMetrics().elidedText(name, Qt::ElideRight, place.width()));
     painter->restore();
 }
 

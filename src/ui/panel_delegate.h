@@ -6,7 +6,8 @@ namespace lore {
 
 class Theme;
 
-/// Draws an entry of a panel: its name or colour swatch, the counts at the right in a second-rank colour.
+/// Draws an entry of a panel: its name, behind a swatch where it is a colour, and the counts at the right in a
+/// second-rank colour.
 class PanelDelegate : public QStyledItemDelegate {
     Q_OBJECT
 

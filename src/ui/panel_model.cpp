@@ -58,7 +58,8 @@ QVariant PanelModel::data(const QModelIndex& index, int role) const {
             return ToQString(entry.name);
         case Qt::AccessibleTextRole:
         case Qt::ToolTipRole:
-            return ToQString(panel_.Caption(position));
+            // A swatch has no word of its own.
+            return ToQString((entry.value == PanelValue::Color ? entry.name + " " : "") + panel_.Caption(position));
         case CountsRole:
             return ToQString(panel_.Counts(position));
         case InListRole:

@@ -105,7 +105,7 @@ void PanelPage::AddTree() {
     tree_->setContextMenuPolicy(Qt::CustomContextMenu);
     tree_->setAccessibleName(filter_->placeholderText());
     tree_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    empty_ = new QLabel(tr(kTexts[static_cast<size_t>(kind_)].empty), tree_);
+    empty_ = new QLabel(tree_);
     empty_->setWordWrap(true);
     empty_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     auto* const over = new QVBoxLayout(tree_->viewport());
@@ -158,9 +158,13 @@ void PanelPage::SetEntries(std::vector<PanelEntry> entries, const LongList& list
 
 void PanelPage::ShowEmpty() {
     const std::vector<PanelEntry>& entries = panel_.Entries();
-    empty_->setVisible(std::all_of(entries.begin(), entries.end(), SaysNothing));
+    const bool isEmpty = std::all_of(entries.begin(), entries.end(), SaysNothing);
+    const size_t shown = panel_.Shown().size();
+    empty_->setText(isEmpty ? tr(kTexts[static_cast<size_t>(kind_)].empty) : tr("Nothing here has these letters."));
+    empty_->setVisible(isEmpty || shown == 0);
+    tree_->setAccessibleDescription(empty_->isHidden() ? QString() : empty_->text());
     // Below the entries that are always there.
-    const int rows = static_cast<int>(entries.size()) * std::max(tree_->sizeHintForRow(0), 0);
+    const int rows = static_cast<int>(shown) * std::max(tree_->sizeHintForRow(0), 0);
     empty_->setContentsMargins(kSpace * 4, kSpace * 6 + (empty_->isHidden() ? 0 : rows), kSpace * 4, 0);
 }
 
@@ -184,6 +188,7 @@ void PanelPage::ApplyFilter(const QString& text) {
     isFiltered_ = !text.trimmed().isEmpty();
     panel_.SetFilter(FromQString(text));
     model_->Rebuild();
+    ShowEmpty();
     ShowState(beforeFilter_);
 }
 

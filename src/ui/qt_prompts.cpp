@@ -6,13 +6,19 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QScreen>
+#include <algorithm>
 
 #include "ui/qt_text.h"
 
 namespace lore {
 
 namespace {
+
+/// Of a name or an address that is seen as a whole.
+constexpr int kNameChars = 50;
 
 QMessageBox::Icon IconOf(PromptIcon icon) {
     switch (icon) {
@@ -76,10 +82,14 @@ PromptAnswer QtPrompts::Ask(const std::string& text, const std::string& title, b
 
 std::optional<std::string> QtPrompts::AskText(const std::string& label, const std::string& title,
                                               const std::string& initial) {
-    bool accepted = false;
-    const QString text = QInputDialog::getText(Owner(), ToQString(title), ToQString(label), QLineEdit::Normal,
-                                               ToQString(initial), &accepted);
-    return accepted ? std::optional(FromQString(text)) : std::nullopt;
+    QInputDialog dialog(Owner());
+    dialog.setWindowTitle(ToQString(title));
+    dialog.setLabelText(ToQString(label));
+    dialog.setTextValue(ToQString(initial));
+    if (auto* const field = dialog.findChild<QLineEdit*>())
+        field->setMinimumWidth(std::min(field->fontMetrics().averageCharWidth() * kNameChars,
+                                        dialog.screen()->availableSize().width() * 3 / 4));
+    return dialog.exec() == QDialog::Accepted ? std::optional(FromQString(dialog.textValue())) : std::nullopt;
 }
 
 PromptAnswer QtPrompts::AskWithBox(const std::string& text, const std::string& title, const std::string& box,

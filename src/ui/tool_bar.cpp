@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QStyle>
 #include <QToolButton>
 #include <algorithm>
 
@@ -25,6 +26,12 @@ QComboBox* MakeCombo(QToolBar* bar, const QString& name, int widthChars) {
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(widthChars);
     return combo;
+}
+
+/// As beside the text of a control.
+void SetIconSize(QToolButton& button) {
+    const int side = button.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &button);
+    button.setIconSize(QSize(side, side));
 }
 
 QWidget* MakeGap(QToolBar* bar) {
@@ -83,7 +90,7 @@ void MainToolBar::AddScopeMenu() {
     auto* const button = new QToolButton(this);
     button->setPopupMode(QToolButton::InstantPopup);
     button->setMenu(scopeMenu_);
-    button->setIconSize(QSize(kSpace * 4, kSpace * 4));
+    SetIconSize(*button);
     button->setStyleSheet("QToolButton::menu-indicator { image: none; }");
     options_ = new QAction(tr("Search Options"), this);
     button->setDefaultAction(options_);
@@ -118,7 +125,7 @@ QAction* MainToolBar::AddCommand(const QString& text, const QKeySequence& keys, 
     action->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys.toString(QKeySequence::NativeText)));
     button->setObjectName(QString::fromLatin1(name));
     button->setAccessibleName(text);
-    button->setIconSize(QSize(kSpace * 4, kSpace * 4));
+    SetIconSize(*button);
     button->setDefaultAction(action);
     QAction* const place = addWidget(button);
     connect(action, &QAction::visibleChanged, place, [action, place] { place->setVisible(action->isVisible()); });

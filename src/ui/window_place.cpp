@@ -2,11 +2,18 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QSplitter>
 #include <QWidget>
 
 #include "ui/qt_text.h"
 
 namespace lore {
+
+namespace {
+
+constexpr int kMostPixels = 100'000;
+
+}  // namespace
 
 std::optional<QRect> StoredWindowPlace(const SettingsStore& store, const std::string& key) {
     const QStringList parts = ToQString(store.Get(kWindowsSection, key).value_or("")).split(',');
@@ -26,6 +33,35 @@ void StoreWindowPlace(SettingsStore& store, const std::string& key, const QWidge
                               .arg(window.width())
                               .arg(window.height());
     store.Set(kWindowsSection, key, FromQString(place));
+}
+
+std::optional<QList<int>> StoredSizes(const SettingsStore& store, const std::string& key, int count) {
+    const QStringList parts = ToQString(store.Get(kWindowsSection, key).value_or("")).split(',');
+    if (parts.size() != count)
+        return std::nullopt;
+    QList<int> sizes;
+    for (const QString& part : parts) {
+        sizes.append(part.toInt());
+        if (sizes.last() <= 0 || sizes.last() > kMostPixels)
+            return std::nullopt;
+    }
+    return sizes;
+}
+
+void StoreSizes(SettingsStore& store, const std::string& key, const QList<int>& sizes) {
+    QStringList parts;
+    for (const int size : sizes)
+        parts.append(QString::number(size));
+    store.Set(kWindowsSection, key, FromQString(parts.join(',')));
+}
+
+bool KeepSplit(QSplitter& split, SettingsStore& store, const std::string& key) {
+    const std::optional<QList<int>> sizes = StoredSizes(store, key, split.count());
+    if (sizes)
+        split.setSizes(*sizes);
+    QObject::connect(&split, &QSplitter::splitterMoved, &split,
+                     [&split, &store, key] { StoreSizes(store, key, split.sizes()); });
+    return sizes.has_value();
 }
 
 }  // namespace lore

@@ -105,16 +105,23 @@ private slots:
 
     void a_refused_save_keeps_the_editor_open() {
         Open();
-        Next<EditEventDialog>([](EditEventDialog& editor) {
+        Next<EditEventDialog>([this](EditEventDialog& editor) {
             In<QLineEdit>(editor, "label")->setFocus();
             QTest::keyClicks(In<QLineEdit>(editor, "label"), "Monthly");
             In<QCheckBox>(editor, "recurring")->click();
             In<QTabWidget>(editor, "recurrence")->setCurrentIndex(kMonthly);
-            QVERIFY(In<QLabel>(editor, "summary")->text().contains("ends after"));
+            QLabel* const outcome = In<QLabel>(editor, "outcome");
+            QCOMPARE(In<QLabel>(editor, "summary")->text(),
+                     QString("Repeats on day 14 of every month from 03/14/26 to 04/14/26"));
+            QCOMPARE(outcome->text(), QString("Ends after 2 events, on 04/14/26"));
             QLineEdit* const day = In<QLineEdit>(editor, "number2_2");
             day->selectAll();
             QTest::keyClicks(day, "45");
-            QVERIFY(In<QLabel>(editor, "summary")->text().contains("no event falls"));
+            QCOMPARE(In<QLabel>(editor, "summary")->text(),
+                     QString("Repeats on day 45 of every month from 03/14/26 to 04/14/26"));
+            QCOMPARE(outcome->text(), QString("No event falls on these days"));
+            QCOMPARE(QAccessible::queryAccessibleInterface(outcome)->text(QAccessible::Name), outcome->text());
+            QCOMPARE(outcome->palette().color(QPalette::WindowText), theme_->Color(ColorRole::DimText));
             In<QPushButton>(editor, "save")->click();
             QVERIFY(editor.isVisible());
             QCOMPARE(In<QLineEdit>(editor, "label")->text(), QString("Monthly"));
@@ -127,6 +134,48 @@ private slots:
         QTRY_COMPARE(opened_, 1);
         QCOMPARE(prompts_.seen.size(), 1u);
         QCOMPARE(Stored().size(), 2u);
+    }
+
+    /// Another number is typed into a field of a series, key by key.
+    void a_number_of_a_series_is_typed_anew() {
+        struct Case {
+            const char* field;
+            SeriesType tab;
+            int back;                 ///< characters that BackSpace takes from its end
+            const char* typed;        ///< then
+            const char *held, *left;  ///< what the field shows, and once the focus has left it
+            QDate last;
+        };
+        const Case cases[] = {{"number0_2", kDaily, 1, "", "", "1", {2026, 3, 15}},
+                              {"number0_2", kDaily, 1, "5", "5", "5", {2026, 3, 19}},
+                              {"number0_2", kDaily, 1, "x", "", "1", {2026, 3, 15}},
+                              {"number0_2", kDaily, 1, "x5", "5", "5", {2026, 3, 19}},
+                              {"number0_2", kDaily, 1, "0", "1", "1", {2026, 3, 15}},
+                              {"number1_0", kWeekly, 1, "2", "2", "2", {2026, 3, 27}},
+                              {"number2_2", kMonthly, 2, "9", "9", "9", {2026, 4, 14}}};
+        Open();
+        for (const Case& one : cases) {
+            Next<EditEventDialog>([&one](EditEventDialog& editor) {
+                In<QCheckBox>(editor, "recurring")->click();
+                In<QTabWidget>(editor, "recurrence")->setCurrentIndex(one.tab);
+                QLineEdit* const field = In<QLineEdit>(editor, one.field);
+                field->setFocus();
+                QCOMPARE(QApplication::focusWidget(), field);
+                QTest::keyClick(field, Qt::Key_End);
+                for (int i = 0; i < one.back; ++i)
+                    QTest::keyClick(field, Qt::Key_Backspace);
+                QCOMPARE(field->text(), QString());
+                QTest::keyClicks(field, one.typed);
+                QCOMPARE(field->text(), QString(one.held));
+                QCOMPARE(In<QDateEdit>(editor, "lastDay")->date(), one.last);
+                In<QLineEdit>(editor, "label")->setFocus();
+                QCOMPARE(field->text(), QString(one.left));
+                QCOMPARE(In<QDateEdit>(editor, "lastDay")->date(), one.last);
+            });
+            const int before = opened_;
+            In<QPushButton>(*dialog_, "createEvent")->click();
+            QTRY_COMPARE(opened_, before + 1);
+        }
     }
 
     void keys_move_over_days_and_months() {
@@ -256,10 +305,11 @@ private slots:
         PutFullMonth();
         Open();
         CalendarGrid* const grid = dialog_->Grid();
-        QVERIFY(grid->CellRect(11).height() > grid->CellRect(33).height());
-        for (const int height : {420, 560, 760, 1000}) {
+        bool aFullWeekIsHigher = false;
+        for (const int height : {420, 560, 760, 1000, 1400}) {
             dialog_->resize(1100, height);
             QTest::qWait(1);
+            aFullWeekIsHigher |= grid->CellRect(11).height() > grid->CellRect(33).height();
             QCOMPARE(grid->CellRect(34).bottom() + 1, grid->height());
             std::map<int, int> hidden;
             for (const CalendarGrid::More& more : grid->Mores()) {
@@ -278,6 +328,7 @@ private slots:
             }
         }
         QVERIFY2(grid->Mores().empty(), "a tall window shows all");
+        QVERIFY2(aFullWeekIsHigher, "where others have room to spare");
     }
 
     void a_click_on_the_rest_of_a_day_opens_it() {

@@ -245,7 +245,7 @@ private slots:
         menu->close();
         app_->ClearList();
         emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut});
-        QTRY_VERIFY((menu = OpenMenu(PanelKind::Colors, "(0/")) != nullptr);
+        QTRY_VERIFY((menu = OpenMenu(PanelKind::Colors, "#")) != nullptr);
         QVERIFY(!Entry(*menu, "Set All Notes In List To This Color")->isEnabled());
         QVERIFY(Entry(*menu, "Get All Notes With This Color")->isEnabled());
         menu->close();

@@ -11,6 +11,7 @@
 #include "support/noted_starts.h"
 #include "support/read_world.h"
 #include "ui/about_dialog.h"
+#include "ui/control_bar.h"
 #include "ui/tool_bar.h"
 #include "ui/window_world.h"
 
@@ -76,6 +77,20 @@ private slots:
             QTest::keyClick(&field, Qt::Key_Return);
         });
         QVERIFY(app_->List().IsEmpty());
+    }
+
+    void the_bar_names_what_will_be_undone() {
+        Trigger("Notes", "Show All Notes");
+        const int32_t id = app_->List()[0].id;
+        const Rgb before = app_->List()[0].borderColor, color = MakeRgb(1, 120, 1);
+        emit window_->Panels()->CommandRequested({.action = PanelAction::SetListColor, .color = color});
+        QVERIFY(before != color && app_->List().Find(id)->borderColor == color);
+        InBar([](CommandBar& bar, QLineEdit& field) {
+            QTest::keyClicks(&field, "undo");
+            QCOMPARE(Row(bar, 0), QStringLiteral("Undo Border Color"));
+            QTest::keyClick(&field, Qt::Key_Return);
+        });
+        QCOMPARE(app_->List().Find(id)->borderColor, before);
     }
 
     void categories_sources_and_key_words_bring_in_their_notes() {

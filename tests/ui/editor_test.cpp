@@ -314,6 +314,7 @@ private slots:
         window.edit->insertPlainText(QString(300000, u'y'));
         QVERIFY(told.size() >= 1);
         QTRY_VERIFY(told.last().at(0).toBool() && window.edit->RtfSize() < 650000);
+        QTRY_COMPARE(told.last().at(1).toLongLong(), static_cast<qint64>(window.edit->Rtf().size()));
         window.edit->undo();
         window.edit->undo();
         QTRY_VERIFY(!told.last().at(0).toBool());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "rtf/rtf.h"
 #include "ui/controls.h"
 #include "ui/editor/find_bar.h"
@@ -11,8 +13,11 @@ namespace lore {
 
 /// The editor with its bars, as the window of a note holds it.
 struct EditorWindow {
-    explicit EditorWindow(Theme& theme) {
+    /// `load` runs before the window is shown, as it does for a note.
+    explicit EditorWindow(Theme& theme, const std::function<void(RichTextEdit&)>& load = {}) {
         edit = new RichTextEdit(theme);  // behind the bars, which the layout sees to
+        if (load)
+            load(*edit);
         bar = new FormatBar(*edit, theme, &frame);
         find = new FindBar(*edit, theme, &frame);
         auto* const rows = new QVBoxLayout(&frame);

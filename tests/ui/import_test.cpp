@@ -63,6 +63,31 @@ private slots:
         TakeBoth(window, "import_list");
     }
 
+    void SaysWhyTheListIsEmpty() {
+        for (const int notes : {0, 1, 3}) {
+            NoteHeads existing;
+            std::vector<ArchiveNote> entries;
+            for (int i = 0; i < notes; ++i) {
+                entries.push_back(MakeEntry("{" + std::to_string(i) + "}", "The same", kMiddle));
+                existing.emplace(entries.back().note.guid, entries.back().note);
+            }
+            ImportComparison comparison(entries, existing, guids_,
+                                        [](int32_t) { return std::optional<ArchiveNote>(); });
+            ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);
+            auto* const list = window.findChild<QTreeWidget*>("importList");
+            auto* const line = list->findChild<QLabel*>("emptyLine");
+            QVERIFY(line->isVisibleTo(&window));
+            QCOMPARE(list->accessibleDescription(), line->text());
+            QCOMPARE(line->text().contains("Show existing"), notes > 0);
+            QCOMPARE(line->text().contains("All 3 notes"), notes == 3);
+            if (notes == 3)
+                TakeBoth(window, "import_nothing_new");
+            window.findChild<QCheckBox*>("showSame")->click();
+            QCOMPARE(line->isVisibleTo(&window), notes == 0);
+            QCOMPARE(list->accessibleDescription().isEmpty(), notes > 0);
+        }
+    }
+
     void TakesWhatIsTickedAndRefusesNothing() {
         ImportComparison comparison = MakeComparison(guids_);
         ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);

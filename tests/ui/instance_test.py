@@ -74,6 +74,24 @@ class Instance(ProcessTest):
                 self.assertIn(word, told)
         self.assertEqual(self.fingerprint(), {})
 
+    def test_data_folder_that_cant_be_made_is_told(self):
+        # A file in the place of the folder, or of the one in it. The box that says so waits for somebody to close it.
+        for name, place in (("a", "a"), ("b", "b/Data Files")):
+            with self.subTest(place=place):
+                blocked = self.top / place
+                blocked.parent.mkdir(exist_ok=True)
+                blocked.write_text("in the way")
+                process = self.launch(PROGRAM, "--data", self.top / name, "--settings", self.top / "settings.ini",
+                                      "--ready-line")
+                told = ""
+                while "lorebinder: " not in told and (line := process.stderr.readline()):
+                    told += line
+                self.assertIn("the data folder can't be used: " + str(blocked), told)
+                self.assertEqual(blocked.read_text(), "in the way")
+                self.assertFalse((self.top / "settings.ini").exists(), "nothing was set up")
+                process.kill()
+                process.wait(WAIT)
+
     def test_relative_data_folder_is_one_folder_before_and_after_it_stands(self):
         first = self.launch(PROGRAM, "--data", "later", "--ready-line")
         self.assertEqual(self.wait_for_line(first), "ready\n")

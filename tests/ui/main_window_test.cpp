@@ -7,6 +7,7 @@
 #include "ui/panel_page.h"
 #include "ui/tab_walk.h"
 #include "ui/tool_bar.h"
+#include "ui/window_rules.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -199,8 +200,53 @@ private slots:
         QVERIFY(Row(PanelKind::Categories, "Engineering").isValid());
         QVERIFY(Row(PanelKind::Categories, "Lenses").isValid());
         QVERIFY(!Row(PanelKind::Categories, "Signals").isValid());
+        QVERIFY(!TellsOfNoEntries(PanelKind::Categories));
+        QTest::keyClicks(filter, "xyz");
+        QVERIFY(TellsOfNoEntries(PanelKind::Categories));
+        TakeShot(*window_, "main-filter-without-hits");
         filter->clear();
         QVERIFY(Row(PanelKind::Categories, "Signals").isValid());
+        QVERIFY(!TellsOfNoEntries(PanelKind::Categories));
+    }
+
+    void a_color_has_words_beside_its_swatch() {
+        window_->Panels()->SetPage(static_cast<int>(PanelKind::Colors));
+        QTreeView* const tree = Panel(PanelKind::Colors)->Tree();
+        QCoreApplication::processEvents();
+        const QModelIndex row = tree->model()->index(0, 0);
+        QVERIFY(row.data().toString().startsWith("#"));
+        QVERIFY(row.data(Qt::AccessibleTextRole).toString().startsWith(row.data().toString() + " ("));
+        const QRect place = tree->visualRect(row);
+        const QImage shown = tree->viewport()->grab(place).toImage();
+        const int swatch = static_cast<int>(3 * place.height() * shown.devicePixelRatio());  // it is narrower
+        QVERIFY(shown.width() > 2 * swatch);
+        QSet<QRgb> colors;
+        for (int x = swatch; x < shown.width() / 2; ++x)
+            for (int y = 0; y < shown.height(); ++y)
+                colors.insert(shown.pixel(x, y));
+        QVERIFY(colors.size() > 1);
+    }
+
+    void every_command_shows_its_keys() {
+        QCOMPARE(CommandsWithoutKeys(*window_->menuBar()), QStringList());
+        for (const auto& [entry, menu] : {std::pair("Lorebinder Options...", "Options"),
+                                          {"Edit Custom Source Types...", "Sources"},
+                                          {"Create Bibliography...", "Sources"}})
+            QCOMPARE(MenuEntry(*window_, entry, "Tools"), MenuEntry(*window_, entry, menu));
+        const QPoint point = window_->Board()->CardRect(0).topLeft() + QPoint(8, 14);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, point, window_->Board()->viewport()->mapToGlobal(point));
+        QApplication::sendEvent(window_->Board()->viewport(), &event);
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QMap<QString, QString> keys;
+        for (const QAction* const action : menu->actions())
+            keys[action->text()] = action->shortcut().toString();
+        menu->close();
+        QCOMPARE(keys["Edit Note"], QStringLiteral("F2"));
+        QCOMPARE(keys["Delete Note Permanently"], QStringLiteral("Del"));
+        // They still do what they did.
+        DeleteByKey();
+        QVERIFY(prompts_.seen.back().starts_with("Delete Note?? "));
     }
 
     void clearing_the_filter_brings_the_tree_back() {
@@ -372,8 +418,18 @@ private slots:
         QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
         QTest::keyClick(window_.get(), Qt::Key_F6);
         QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
+        BoardView& board = *window_->Board();
+        board.SetFocusNote(-1);
         QTest::keyClick(window_.get(), Qt::Key_F6);
-        QVERIFY(window_->Board()->hasFocus());
+        QVERIFY(board.hasFocus());
+        QCOMPARE(board.FocusNote(), board.Model().IDAt(0));
+        QTest::keyClick(&board, Qt::Key_End);
+        const int32_t last = board.FocusNote();
+        QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
+        board.verticalScrollBar()->setValue(0);
+        QTest::keyClick(window_.get(), Qt::Key_F6);
+        QCOMPARE(board.FocusNote(), last);
+        QVERIFY(board.VisibleRows().second == board.Model().Count());
         MenuEntry(*window_, "Next Pane")->trigger();
         QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
         MenuEntry(*window_, "Previous Pane")->trigger();
@@ -391,7 +447,7 @@ private slots:
         window_->Board()->SetFocusNote(window_->Board()->Model().IDAt(0));
         QVERIFY(TellsOfFocusChild(*window_->Board()));
         // What doesn't fit into a narrow tool bar comes with the button at its end.
-        window_->resize(560, 600);
+        window_->resize(window_->fontMetrics().averageCharWidth() * 80, 600);
         QCoreApplication::processEvents();
         auto* const more = window_->Tools()->findChild<QToolButton*>("qt_toolbar_ext_button");
         const QList<QComboBox*> lists = window_->Tools()->findChildren<QComboBox*>();
@@ -452,6 +508,75 @@ private slots:
         clipboard.setText("lamp");
         QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(box->text(), QStringLiteral("lamp"));
+    }
+
+    void what_a_panel_gives_the_list_is_undone_by_key() {
+        const auto values = [this] {
+            std::vector<std::tuple<int32_t, Rgb, std::string, int64_t>> all;
+            for (const ListedNote& entry : app_->List().Notes())
+                all.emplace_back(entry.Id(), entry.note->borderColor, entry.note->keyWords,
+                                 entry.note->dateEdited.Seconds());
+            std::sort(all.begin(), all.end());
+            return all;
+        };
+        const auto before = values();
+        const int32_t focus = app_->List()[5].id;
+        window_->activateWindow();
+        window_->Board()->SetFocusNote(focus);
+        QAction* const undo = MenuEntry(*window_, "Undo Delete");
+        emit window_->Panels()->CommandRequested({.action = PanelAction::SetListColor, .color = MakeRgb(1, 120, 1)});
+        emit window_->Panels()->CommandRequested({.action = PanelAction::AttachKeyWord, .name = "read again"});
+        QVERIFY(app_->List()[0].keyWords.ends_with("read again") && app_->List()[0].borderColor == MakeRgb(1, 120, 1));
+        QMenu* const menu = qobject_cast<QMenu*>(undo->associatedObjects().value(0));
+        QVERIFY(menu);
+        for (const char* const words : {"Undo Key Word", "Undo Border Color"}) {
+            QCOMPARE(undo->text().remove('&'), QString::fromLatin1(words));  // before the menu has been open too
+            emit menu->aboutToShow();
+            QVERIFY(undo->isEnabled());
+            emit menu->aboutToHide();
+            QVERIFY(values() != before);
+            window_->Board()->setFocus();
+            QTest::keyClick(window_->Board(), Qt::Key_Z, Qt::ControlModifier);
+        }
+        QVERIFY(values() == before);
+        QCOMPARE(window_->Board()->FocusNote(), focus);
+        QCOMPARE(undo->text().remove('&'), QStringLiteral("Undo Delete"));
+        emit menu->aboutToShow();
+        QVERIFY(!undo->isEnabled());
+        emit menu->aboutToHide();
+        QVERIFY(faults_.faults.empty());
+    }
+
+    void damaged_files_and_kept_copies_are_told() {
+        const NoteBookPaths paths = app_->NoteBook().paths;
+        const LongList listed = app_->List().GetNoteIDs();
+        const int32_t id = listed[0];
+        const std::filesystem::path file = *app_->NoteBook().index.FindPath(id);
+        for (const std::filesystem::path& cut : {paths.Categories(), paths.Sources(), file})
+            std::filesystem::resize_file(cut, std::filesystem::file_size(cut) - 40);
+        faults_.bar = window_->Faults();
+        app_->ReloadNotes(listed);
+        window_->ShowNoteBook();
+        const auto told = [this] { return window_->Faults()->findChild<QLabel*>()->text(); };
+        QVERIFY(window_->Faults()->isVisible() && !OffersTryAgain());
+        for (const std::filesystem::path& cut : {paths.Categories(), paths.Sources(), file})
+            QVERIFY2(told().contains(QString::fromStdString(cut.filename().string())), qPrintable(told()));
+        TakeShot(*window_, "main-damaged");
+        Press(*window_->Faults(), "Hide");
+        app_->ReloadNotes(listed);
+        QVERIFY(!window_->Faults()->isVisible());
+        // What a save keeps beside is told where it stays when the editor has closed.
+        InDialog<NoteEditorWindow>([this, id] { emit window_->Board()->EditRequested(id); },
+                                   [](NoteEditorWindow& editor) {
+                                       QTest::keyClicks(editor.Text()->Edit(), "Changed ");
+                                       editor.SaveNote();
+                                       QVERIFY(!editor.isVisible());
+                                   });
+        QVERIFY(std::filesystem::exists(file.string() + ".kept"));
+        QVERIFY(window_->Faults()->isVisible());
+        const std::string kept = file.filename().string() + ".kept";
+        QVERIFY(std::any_of(faults_.faults.begin(), faults_.faults.end(),
+                            [&](const Fault& fault) { return fault.what.find(kept) != std::string::npos; }));
     }
 
     void try_again_reads_anew_and_keeps_the_list() {

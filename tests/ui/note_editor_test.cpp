@@ -1,6 +1,7 @@
 #include <functional>
 
 #include "notes/note_finder.h"
+#include "support/draft_reading.h"
 #include "support/read_world.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
@@ -295,7 +296,7 @@ private slots:
             Type(editor, " second");
             QVERIFY(written.wait(5000));
             Draft draft;
-            QVERIFY(DraftStore::ReadDraft(editor.Drafts()->Store().ListDrafts().at(0), app_->Context(), draft));
+            QVERIFY(ReadsDraft(editor.Drafts()->Store().ListDrafts().at(0), app_->Context(), draft));
             QCOMPARE(draft.note.plainText, std::string("First second"));
             QCOMPARE(draft.note.id, -1);
             Save(editor);
@@ -329,6 +330,25 @@ private slots:
         const size_t asked = prompts_.seen.size();
         window_->Notes()->OfferUnsavedNotes();
         QCOMPARE(prompts_.seen.size(), asked);
+    }
+
+    void a_draft_waits_while_nothing_can_be_written() {
+        window_->Notes()->OfferUnsavedNotes();
+        Draft draft;
+        draft.note = *OnDisk(app_->List()[2].id);
+        draft.note.plainText = "Unsaved words";
+        QVERIFY(DraftStore(app_->NoteBook().paths).WriteDraft(draft).Ok());
+        app_->CloseDeletedNoteBook();
+        window_->ShowNoteBook();
+        prompts_.seen.clear();
+        window_->Notes()->OfferUnsavedNotes();
+        QCOMPARE(prompts_.seen.size(), size_t{1});
+        QVERIFY(prompts_.seen[0].starts_with("NoteBook Deleted: "));
+        QCOMPARE(DraftCount(), 1);
+        QVERIFY(faults_.faults.empty());
+        QVERIFY(DraftStore(app_->NoteBook().paths).RemoveDraft(draft.note.guid).Ok());
+        window_->Notes()->OfferUnsavedNotes();
+        QCOMPARE(prompts_.seen.size(), size_t{1});
     }
 
     void a_captured_clipboard_becomes_a_note() {

@@ -2,6 +2,7 @@
 
 #include "exchange/export_notes.h"
 #include "notes/note_finder.h"
+#include "support/draft_reading.h"
 #include "ui/editor/rich_text_edit.h"
 #include "ui/import/import_window.h"
 #include "ui/note_editor/attachment_panel.h"
@@ -85,7 +86,7 @@ private slots:
             const DraftStore drafts(app_->NoteBook().paths);
             QCOMPARE(drafts.ListDrafts().size(), size_t{1});
             Draft draft;
-            QVERIFY(DraftStore::ReadDraft(drafts.ListDrafts()[0], app_->Context(), draft));
+            QVERIFY(ReadsDraft(drafts.ListDrafts()[0], app_->Context(), draft));
             QCOMPARE(draft.note.plainText, std::string("Edited on the way"));
             QVERIFY(draft.note.sources.Values() == known.sources.Values());
             import.accept();
@@ -134,8 +135,16 @@ private slots:
             editor.SaveNote();  // the answer is No
             QVERIFY(editor.isVisible());
             QVERIFY(prompts_.seen.back().find("Note Too Large? The text of this note takes") == 0);
+            const auto* const bar = editor.findChild<QLabel*>("textSize");
+            const QString size = QLocale().toString(static_cast<qulonglong>(text->Rtf().size()));
+            QVERIFY(bar->isVisible() && bar->text().contains(size));
+            QVERIFY(prompts_.seen.back().find(size.toStdString()) != std::string::npos);
             QCOMPARE(editor.Text()->Pictures().size(), size_t{2});
             QCOMPARE(editor.Attachments()->List()->topLevelItemCount(), 0);
+            // A file of the name that the picture would get.
+            const std::filesystem::path own = Root() / "Picture 1.png";
+            PutBytes(own, "own");
+            editor.Attachments()->AddDropped({QString::fromStdString(own.string())});
             prompts_.answers = {PromptAnswer::Yes};
             editor.SaveNote();
             QVERIFY(!editor.isVisible());
@@ -145,8 +154,9 @@ private slots:
         const CNote& note = app_->List()[app_->List().Count() - 1];
         QVERIFY(note.rtfText.size() < kLargestRtf);
         QVERIFY(note.rtfText.find("\\pict") != std::string::npos);  // the smaller one stays
-        QCOMPARE(note.attachments.size(), size_t{1});
-        const std::filesystem::path file = app_->NoteBook().paths.Attachments() / note.attachments[0].storedFile;
+        QCOMPARE(note.attachments.size(), size_t{2});
+        QVERIFY(note.attachments[0].title != note.attachments[1].title);
+        const std::filesystem::path file = app_->NoteBook().paths.Attachments() / note.attachments[1].storedFile;
         QCOMPARE(static_cast<qint64>(std::filesystem::file_size(file)), static_cast<qint64>(noise(260).size()));
     }
 };

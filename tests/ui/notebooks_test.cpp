@@ -86,6 +86,34 @@ private slots:
         QVERIFY(app_->NoteBook().database.IsMain());
     }
 
+    void enter_behind_a_message_stays_in_its_field() {
+        prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
+        InManager([this](ManageNoteBooksDialog& dialog) {
+            std::unique_ptr<QMessageBox> box;
+            prompts_.whileShown = [&] {
+                box = std::make_unique<QMessageBox>(&dialog);
+                box->open();
+                QVERIFY(QTest::qWaitForWindowActive(box.get()));
+            };
+            dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(1);
+            QLineEdit* const line = In<QLineEdit>(dialog, "newName");
+            for (const char* const text : {"bad", "Fog signals", "Signals"}) {
+                line->setFocus();
+                line->setText(text);
+                QTest::keyClick(line, Qt::Key_Return);
+                // The box takes the window's place until after the key has gone all its way.
+                QVERIFY2(box, text);
+                QVERIFY2(dialog.isVisible(), text);
+                box.reset();
+                dialog.activateWindow();
+                QTRY_VERIFY(dialog.isActiveWindow());
+            }
+            QCOMPARE(Rows(dialog).last(), QStringLiteral("Signals"));
+            prompts_.whileShown = nullptr;
+        });
+        QVERIFY(app_->NoteBook().database.IsMain());
+    }
+
     void details_follow_the_selection() {
         InManager([](ManageNoteBooksDialog& dialog) {
             QCOMPARE(Rows(dialog).first(), QStringLiteral("<LOREBINDER MAIN>"));
@@ -156,10 +184,13 @@ private slots:
     }
 
     void dialog_opens_where_it_was_closed() {
-        const QRect wanted(60, 70, 640, 480);
+        QRect wanted(60, 70, 640, 480);
+        InManager([&](ManageNoteBooksDialog& dialog) {
+            wanted.setSize(wanted.size().expandedTo(dialog.minimumSize()));
+            dialog.setGeometry(wanted);
+        });
         if (!window_->screen()->availableGeometry().contains(wanted))
             QSKIP("the screen is too small");
-        InManager([&](ManageNoteBooksDialog& dialog) { dialog.setGeometry(wanted); });
         InManager([&](ManageNoteBooksDialog& dialog) { QCOMPARE(dialog.geometry(), wanted); });
     }
 

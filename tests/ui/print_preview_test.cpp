@@ -274,6 +274,47 @@ private slots:
         }
     }
 
+    void the_mark_of_an_item_stands_beside_its_first_line_data() {
+        QTest::addColumn<QString>("list");
+        QTest::newRow("dots") << "ul";
+        QTest::newRow("numbers") << "ol";
+    }
+
+    void the_mark_of_an_item_stands_beside_its_first_line() {
+        QFETCH(QString, list);
+        const QString html = QStringLiteral("<%1><li><span style=\"font-size:36pt\">xxxx</span></li></%1>").arg(list);
+        QImage page(794, 400, QImage::Format_RGB32);
+        page.fill(Qt::white);
+        {
+            QPainter painter(&page);
+            PagedText(html, StandardPaper()).DrawPage(painter, 0, PagedText::kPixelsPerInch);
+        }
+        // What stands on the line, from the left: the mark, maybe of several pieces, and four letters.
+        QList<QRect> pieces;
+        for (int x = 0; x < page.width(); ++x) {
+            QRect column;
+            for (int y = 0; y < page.height(); ++y)
+                if (qGray(page.pixel(x, y)) < 128)
+                    column |= QRect(x, y, 1, 1);
+            if (column.isEmpty())
+                continue;
+            if (!pieces.isEmpty() && pieces.last().right() == x - 1)
+                pieces.last() |= column;
+            else
+                pieces.append(column);
+        }
+        QVERIFY2(pieces.size() >= 5, qPrintable(QString::number(pieces.size())));
+        const QRect letter = pieces.last(), dot = pieces[pieces.size() - 5];
+        const int gap = pieces[pieces.size() - 4].left() - dot.right();
+        QVERIFY2(gap >= letter.width() / 3, qPrintable(QString::number(gap)));
+        QVERIFY2(letter.top() <= dot.center().y() && dot.center().y() <= letter.bottom(),
+                 qPrintable(QStringLiteral("%1 to %2 beside %3 to %4")
+                                .arg(dot.top())
+                                .arg(dot.bottom())
+                                .arg(letter.top())
+                                .arg(letter.bottom())));
+    }
+
     void paper_looks_the_same_in_a_dark_window() {
         const auto page = [this](Appearance appearance) {
             theme_->SetAppearance(appearance);

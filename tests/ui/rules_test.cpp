@@ -4,6 +4,7 @@
 #include "ui/controls.h"
 #include "ui/tab_walk.h"
 #include "ui/theme.h"
+#include "ui/window_rules.h"
 
 namespace lore {
 namespace {
@@ -70,6 +71,24 @@ private slots:
             for (QAction* const action : {parts.window.addAction("Stop"), parts.window.addAction("Go")})
                 action->setShortcut(Qt::Key_F5);
         });
+        row("too large", "more than the screen",
+            [](const Parts& parts) { parts.middle->setMinimumHeight(parts.window.screen()->size().height()); });
+        row("button out of sight", "beyond the window's edge", [](const Parts& parts) {
+            auto* const button = new QPushButton("&Save", &parts.window);
+            button->move(3000, 0);
+        });
+        row("button in a scrolled area", "", [](const Parts& parts) {
+            auto* const area = new QScrollArea(parts.window.centralWidget());
+            auto* const button = new QPushButton("&Save");
+            auto* const page = new QWidget;
+            page->setFixedSize(200, 900);
+            button->setParent(page);
+            button->move(20, 850);
+            area->setFocusPolicy(Qt::NoFocus);
+            area->setWidget(page);
+            QWidget::setTabOrder(parts.last, button);
+            parts.window.centralWidget()->layout()->addWidget(area);
+        });
         row("command with a key", "", [](const Parts& parts) {
             auto* const stop = new QAction("Stop", parts.middle);
             stop->setShortcut(Qt::Key_F5);
@@ -93,7 +112,7 @@ private slots:
         plant(parts);
         window.show();
         parts.middle->setFocus();
-        const QString faults = (FaultsOfTabWalk(window) + FaultsOfCommands(window)).join('\n');
+        const QString faults = (FaultsOfWindow(window) + FaultsOfTabWalk(window) + FaultsOfCommands(window)).join('\n');
         QVERIFY2(found.isEmpty() ? faults.isEmpty() : faults.contains(found), qPrintable(faults));
         QCOMPARE(window.focusWidget(), parts.middle);
     }

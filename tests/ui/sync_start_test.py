@@ -25,10 +25,11 @@ mv "$(dirname "$0")/started.new" "$(dirname "$0")/started"
 
 
 def start(program, data, *more):
+    """Starts the program beside its data folder, which it is given by a relative name."""
     environment = dict(os.environ, HOME=str(data), XDG_RUNTIME_DIR=str(data.parent), QT_QPA_PLATFORM="offscreen",
                        LC_ALL="C.UTF-8")
-    return subprocess.Popen([program, "--data", data, "--ready-line", *more], env=environment, text=True,
-                            stderr=subprocess.PIPE)
+    return subprocess.Popen([program, "--data", data.name, "--ready-line", *more], env=environment, text=True,
+                            cwd=data.parent, stderr=subprocess.PIPE)
 
 
 def wait_for(path):
@@ -53,7 +54,8 @@ def opens(process):
 
 def main():
     with tempfile.TemporaryDirectory() as folder:
-        bin_folder, data = pathlib.Path(folder, "a bin"), pathlib.Path(folder, "data")
+        top = pathlib.Path(folder).resolve()
+        bin_folder, data = top / "a bin", top / "data"
         bin_folder.mkdir()
         data.mkdir()
         program = bin_folder / "lorebinder"

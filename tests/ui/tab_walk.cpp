@@ -127,8 +127,15 @@ void CheckAnnounced(const QWidget& reached, QStringList& faults) {
         faults.append("gets the focus without a role or a name: " + Described(reached));
 }
 
-QRect PlaceOf(const QWidget& widget, const QWidget& window) {
-    return QRect(widget.mapTo(&window, QPoint()), widget.size());
+/// Where a control is in its window, seen from another one. What is scrolled is where the area is that scrolls it, but
+/// for what is scrolled with it.
+QRect PlaceOf(const QWidget& widget, const QWidget& from, const QWidget& window) {
+    const QWidget* seen = &widget;
+    for (const QWidget* around = &widget; around != &window; around = around->parentWidget()) {
+        if (qobject_cast<const QScrollArea*>(around) && !around->isAncestorOf(&from))
+            seen = around;
+    }
+    return QRect(seen->mapTo(&window, QPoint()), seen->size());
 }
 
 /// In the row to the left, or above and not in a column further right.
@@ -170,7 +177,7 @@ void CheckRound(const QList<QWidget*>& stops, const QWidget& window, QStringList
         if (const auto count = std::count(met.begin(), met.end(), stop); isRound && count != 1)
             faults.append(QStringLiteral("comes %1 times: %2").arg(count).arg(Described(*stop)));
     for (qsizetype i = 1; i < met.size(); ++i)
-        if (StandsBefore(PlaceOf(*met[i], window), PlaceOf(*met[i - 1], window)))
+        if (StandsBefore(PlaceOf(*met[i], *met[i - 1], window), PlaceOf(*met[i - 1], *met[i], window)))
             faults.append(Described(*met[i]) + " comes behind " + Described(*met[i - 1]));
     QList<QWidget*> back = Walk(stops.first(), true, stops.size() + 5, faults);
     std::reverse(back.begin() + 1, back.end());

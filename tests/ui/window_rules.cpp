@@ -118,11 +118,30 @@ bool IsCut(const QWidget& widget) {
     return button->minimumSizeHint().width() > button->width() || button->minimumSizeHint().height() > button->height();
 }
 
+bool IsScrolled(const QWidget& widget, const QWidget& window) {
+    for (const QWidget* around = widget.parentWidget(); around && around != &window; around = around->parentWidget())
+        if (qobject_cast<const QScrollArea*>(around))
+            return true;
+    return false;
+}
+
+/// A window that can't be made as small as the screen has its buttons where nobody gets at them.
+void CheckRoom(const QWidget& window, const QList<QWidget*>& seen, QStringList& faults) {
+    const QSize least = window.minimumSize().expandedTo(window.minimumSizeHint()), screen = window.screen()->size();
+    if (window.isWindow() && least != least.boundedTo(screen))
+        faults.append(QStringLiteral("at least %1x%2, more than the screen").arg(least.width()).arg(least.height()));
+    for (const QWidget* const widget : seen)
+        if (qobject_cast<const QPushButton*>(widget) && !IsScrolled(*widget, window) &&
+            !window.rect().contains(QRect(widget->mapTo(&window, QPoint()), widget->size())))
+            faults.append("beyond the window's edge: " + Described(*widget));
+}
+
 }  // namespace
 
 QStringList FaultsOfWindow(const QWidget& window) {
     QStringList faults;
     const QList<QWidget*> seen = ShownIn(window);
+    CheckRoom(window, seen, faults);
     for (const QWidget* const widget : seen) {
         if (IsControl(*widget)) {
             if (!HasRole(*widget))
@@ -142,6 +161,25 @@ QStringList FaultsOfWindow(const QWidget& window) {
                               .arg(widget->sizeHint().height()));
     }
     CheckAltKeys(seen, faults);
+    return faults;
+}
+
+namespace {
+
+void CheckKeysShown(const QList<QAction*>& entries, const QString& above, QStringList& faults) {
+    for (const QAction* const entry : entries) {
+        if (entry->menu())
+            CheckKeysShown(entry->menu()->actions(), above + entry->text() + " > ", faults);
+        else if (!entry->isSeparator() && !entry->actionGroup() && entry->shortcut().isEmpty())
+            faults.append(above + entry->text());
+    }
+}
+
+}  // namespace
+
+QStringList CommandsWithoutKeys(const QMenuBar& bar) {
+    QStringList faults;
+    CheckKeysShown(bar.actions(), {}, faults);
     return faults;
 }
 

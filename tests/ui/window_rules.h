@@ -4,14 +4,19 @@
 #include <QStringList>
 
 class QAbstractButton;
+class QMenuBar;
 class QWidget;
 
 namespace lore {
 
 /// What keeps people with a keyboard, a screen reader or large letters from a part of this window as it stands:
 /// controls without role or name, buttons that only a mouse reaches, Alt keys that two controls share, texts that are
-/// cut.
+/// cut, buttons beyond an edge, a window that no screen of this size holds.
 QStringList FaultsOfWindow(const QWidget& window);
+
+/// The commands of a menu bar that show no keys, with those of the menus below. The ways that a choice can go need
+/// none.
+QStringList CommandsWithoutKeys(const QMenuBar& bar);
 
 /// The widgets that are seen in a window, without the parts that Qt makes inside its own controls: the control around
 /// them speaks for them.

@@ -8,6 +8,7 @@
 #include <QTextCursor>
 #include <QTextFrame>
 #include <QTextLayout>
+#include <QTextList>
 #include <cmath>
 
 namespace lore {
@@ -80,6 +81,27 @@ void KeepHeadings(QTextDocument& document) {
     }
 }
 
+/// The mark of an item is drawn in the letters of its paragraph, which are those of the page, whatever its text has:
+/// it would hang above large letters, and touch them.
+void GiveMarksTheirLetters(QTextDocument& document) {
+    QTextCursor cursor(&document);
+    cursor.beginEditBlock();
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (!block.textList() || block.begin().atEnd())
+            continue;
+        QTextCharFormat letters;
+        const QTextCharFormat first = block.begin().fragment().charFormat();
+        letters.setFont(first.font());
+        letters.setFontUnderline(false);
+        letters.setFontStrikeOut(false);
+        if (!first.isAnchor() && first.hasProperty(QTextFormat::ForegroundBrush))
+            letters.setForeground(first.foreground());
+        cursor.setPosition(block.position());
+        cursor.setBlockCharFormat(letters);
+    }
+    cursor.endEditBlock();
+}
+
 QRectF InPixels(const QRectF& inches) {
     constexpr int kPixels = PagedText::kPixelsPerInch;
     return QRectF(inches.topLeft() * kPixels, inches.size() * kPixels);
@@ -96,6 +118,7 @@ PagedText::PagedText(const QString& html, const QPageLayout& paper)
     // Otherwise links have the colour of the windows' links, which may be dark ones.
     document_.setDefaultStyleSheet("a { color: #0563c1; }");
     document_.setHtml(html);
+    GiveMarksTheirLetters(document_);
     document_.setDocumentMargin(0);
     QTextFrameFormat frame = document_.rootFrame()->frameFormat();
     frame.setTopMargin(kSlack);

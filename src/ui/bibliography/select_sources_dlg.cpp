@@ -11,6 +11,7 @@
 
 #include "bibliography/output_selection.h"
 #include "bibliography/source_types.h"
+#include "ui/empty_line.h"
 #include "ui/qt_text.h"
 #include "ui/sources/clamped_spin_box.h"
 #include "ui/sources/source_dialog.h"
@@ -22,7 +23,7 @@ namespace lore {
 
 namespace {
 
-constexpr int kDefaultWidth = 1080, kDefaultHeight = 720;
+constexpr int kDefaultChars = 150, kDefaultLines = 42;
 
 }  // namespace
 
@@ -31,7 +32,7 @@ CSelectSourcesDlg::CSelectSourcesDlg(SourceSelection& selection, const Theme& th
     : DialogFrame(tr("Select Sources For Bibliography"), "SelectSources", store, parent),
       selection_(selection),
       theme_(theme) {
-    resize(kDefaultWidth, kDefaultHeight);
+    resize(fontMetrics().averageCharWidth() * kDefaultChars, fontMetrics().height() * kDefaultLines);
     auto* const lists = new QHBoxLayout;
     lists->setSpacing(kSpace * 3);
     lists->addWidget(MakeSide(available_, selection_.Available(), tr("A&vailable Sources"),
@@ -44,6 +45,8 @@ CSelectSourcesDlg::CSelectSourcesDlg(SourceSelection& selection, const Theme& th
     available_.list->setAccessibleName(tr("Available Sources"));
     selected_.list->setObjectName("selected");
     selected_.list->setAccessibleName(tr("Selected Sources"));
+    new EmptyLine(*available_.list, tr("No source is left to select."));
+    new EmptyLine(*selected_.list, tr("Double-click a source under \"Available Sources\" to put it here."));
     Content()->addLayout(lists, 1);
     Content()->addWidget(MakeFormatting());
     QPushButton* const save = AddButton(tr("&Save"));

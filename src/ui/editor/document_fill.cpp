@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "ui/editor/note_formats.h"
+#include "ui/editor/table_fit.h"
 #include "ui/editor/table_plan.h"
 #include "ui/rich_text_pictures.h"
 #include "ui/theme.h"
@@ -175,16 +176,10 @@ private:
         const RichTextFormats screen = formats_.Screen();
         format.setCellPadding(
             std::max(screen.Pixels(plan.table->rows.front().format->cell_gap), kCellPadding * formats_.Look().zoom));
-        const double whole = screen.Pixels(plan.edges.back() - plan.edges.front());
-        const int widest = formats_.Look().widestPicture;
-        const double shrink = widest > 0 && whole > widest ? widest / whole : 1;
-        QList<QTextLength> widths;
+        QList<double> widths;
         for (size_t c = 0; c + 1 < plan.edges.size(); ++c)
-            widths.append(
-                QTextLength(QTextLength::FixedLength, screen.Pixels(plan.edges[c + 1] - plan.edges[c]) * shrink));
-        format.setColumnWidthConstraints(widths);
-        if (shrink < 1)
-            format.setProperty(kShrinkProperty, shrink);
+            widths.append(screen.Pixels(plan.edges[c + 1] - plan.edges[c]));
+        SetStoredWidths(format, widths, RoomAt(cursor_, formats_.Look().widestPicture));
         format.setProperty(kTableProperty, formats_.AddTable(plan.table));
         QTextTable* table = cursor_.insertTable(static_cast<int>(plan.rows.size()), plan.table->columns, format);
         for (size_t r = 0; r < plan.table->rows.size(); ++r)
@@ -242,9 +237,7 @@ private:
 QTextImageFormat ShownPicture(std::shared_ptr<const Picture> picture, const CharFormat& look, QTextDocument& shown,
                               NoteFormats& formats) {
     const QImage image = DecodePicture(*picture);
-    QSizeF size = PictureSize(*picture, image) * formats.Look().zoom;
-    if (const int widest = formats.Look().widestPicture; widest > 0 && size.width() > widest)
-        size = QSizeF(widest, size.height() * widest / size.width());
+    const QSizeF size = PictureSize(*picture, image) * formats.Look().zoom;
     QTextImageFormat format;
     format.merge(formats.Shown(look, formats.Look().ground));
     const int number = formats.AddPicture(std::move(picture));

@@ -20,7 +20,8 @@ void InsertNote(const Document& document, QTextCursor& cursor, NoteFormats& form
 /// Puts one picture behind the cursor.
 void InsertPicture(const Picture& picture, const CharFormat& look, QTextCursor& cursor, NoteFormats& formats);
 
-/// The format with which a picture of the text stands in a document of the screen.
+/// The format with which a picture of the text stands in a document of the screen: at the size that the text has for
+/// it, however wide the document is (see PictureObject).
 QTextImageFormat ShownPicture(std::shared_ptr<const Picture> picture, const CharFormat& look, QTextDocument& shown,
                               NoteFormats& formats);
 

@@ -109,7 +109,12 @@ std::optional<QSizeF> AskPictureSize(QWidget* parent, const QSizeF& now, int wid
     dialog.AddButtons();
     if (dialog.exec() != QDialog::Accepted)
         return std::nullopt;
-    return QSizeF(width->value(), width->value() * shape);
+    const bool sameWidth = width->value() == qRound(now.width());
+    if (sameWidth && height->value() == qRound(now.height()))
+        return std::nullopt;
+    // A picture that is much taller than wide may change in height alone.
+    return sameWidth ? QSizeF(height->value() / std::max(shape, 0.001), height->value())
+                     : QSizeF(width->value(), width->value() * shape);
 }
 
 }  // namespace lore

@@ -22,7 +22,7 @@ struct TableChoice {
 };
 std::optional<TableChoice> AskTable(QWidget* parent);
 
-/// Asks for the size of a picture in pixels; its shape stays.
+/// Asks for the size of a picture in pixels; its shape stays. Nothing when cancelled or left as it was.
 std::optional<QSizeF> AskPictureSize(QWidget* parent, const QSizeF& now, int widest);
 
 }  // namespace lore

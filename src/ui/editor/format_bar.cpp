@@ -230,7 +230,7 @@ void FormatBar::AddCommands() {
         {"plain", QT_TR_NOOP("Clear formatting"), "remove-formatting", QKeySequence(Qt::CTRL | Qt::Key_Space), false,
          false},
         {"openLink", QT_TR_NOOP("Open link"), "external-link", QKeySequence(kShift | Qt::Key_O), false, false},
-        {"pictureSize", QT_TR_NOOP("Size of picture"), "image", {}, false, false},
+        {"pictureSize", QT_TR_NOOP("Size of picture"), "image", QKeySequence(kShift | Qt::Key_I), false, false},
     };
     for (const Entry& entry : entries) {
         if (!entry.name)

@@ -27,7 +27,7 @@ enum NoteProperty {
     kFlatProperty,                                   ///< level and end of a paragraph of a table without a grid
     kFlatRowProperty,                                ///< number of its RowFormat
     kPhantomProperty,                                ///< the empty block that stands before each table
-    kShrinkProperty,                                 ///< how much narrower a wide table is shown, below 1
+    kPartProperty,                                   ///< of a table: see table_fit.h
 };
 
 /// The character that stands for a kept group: an object without width.

@@ -2,9 +2,11 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "ui/editor/block_place.h"
 #include "ui/editor/note_formats.h"
+#include "ui/editor/picture_object.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -33,7 +35,7 @@ QTextCursor PictureFrame::PictureAt(const QPoint& point) const {
 }
 
 QRectF PictureFrame::RectOf(const QTextCursor& picture) const {
-    const QTextImageFormat format = picture.charFormat().toImageFormat();
+    const QSizeF size = PictureObject::ShownSize(*edit_.document(), picture.charFormat().toImageFormat());
     QTextCursor begin(picture);
     begin.setPosition(picture.selectionStart());
     const QTextBlock block = begin.block();
@@ -42,7 +44,7 @@ QRectF PictureFrame::RectOf(const QTextCursor& picture) const {
         return {};
     const QPointF origin = BlockOrigin(edit_, block);
     return QRectF(origin.x() + line.cursorToX(begin.positionInBlock()),
-                  origin.y() + line.y() + line.ascent() - format.height(), format.width(), format.height());
+                  origin.y() + line.y() + line.ascent() - size.height(), size.width(), size.height());
 }
 
 bool PictureFrame::IsOnHandle(const QTextCursor& picture, const QPoint& point) const {
@@ -52,6 +54,7 @@ bool PictureFrame::IsOnHandle(const QTextCursor& picture, const QPoint& point) c
 
 void PictureFrame::BeginDrag(const QTextCursor& picture) {
     dragged_ = RectOf(picture);
+    begun_ = dragged_->size();
     shape_ = dragged_->width() > 0 ? dragged_->height() / dragged_->width() : 1.0;
 }
 
@@ -61,10 +64,10 @@ void PictureFrame::DragTo(const QPoint& point, double widest) {
     dragged_->setHeight(std::max(1.0, dragged_->width() * shape_));
 }
 
-QSizeF PictureFrame::EndDrag() {
-    const QSizeF size = dragged_->size();
+std::optional<QSizeF> PictureFrame::EndDrag() {
+    const QSizeF size = dragged_->size(), change = size - begun_;
     dragged_.reset();
-    return size;
+    return std::max(std::abs(change.width()), std::abs(change.height())) < 1 ? std::nullopt : std::optional(size);
 }
 
 void PictureFrame::Paint(QPainter& painter, const QTextCursor& picture) const {

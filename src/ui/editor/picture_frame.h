@@ -27,8 +27,8 @@ public:
     bool IsDragging() const { return dragged_.has_value(); }
     /// Follows the mouse; the shape of the picture stays.
     void DragTo(const QPoint& point, double widest);
-    /// Ends dragging and gives the size in pixels of the screen.
-    QSizeF EndDrag();
+    /// Ends dragging and gives the size in pixels of the screen; nothing if that is still the one it began with.
+    std::optional<QSizeF> EndDrag();
     void CancelDrag() { dragged_.reset(); }
 
     void Paint(QPainter& painter, const QTextCursor& picture) const;
@@ -37,6 +37,7 @@ private:
     const QTextEdit& edit_;
     const Theme& theme_;
     std::optional<QRectF> dragged_;
+    QSizeF begun_;
     double shape_ = 1.0;  ///< height by width
 };
 

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "rtf/rtf.h"
 #include "ui/editor/block_place.h"
@@ -12,8 +13,10 @@
 #include "ui/editor/note_block_data.h"
 #include "ui/editor/picture_frame.h"
 #include "ui/editor/picture_import.h"
+#include "ui/editor/picture_object.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/editor/table_commands.h"
+#include "ui/editor/table_fit.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -22,6 +25,8 @@ namespace {
 constexpr double kTabStop = 48;  // half an inch
 constexpr int kTextMargin = 3 * kSpace;
 constexpr int kMeasureAgain = 1500;  // milliseconds after the last change
+constexpr int kFitAgain = 100;       // milliseconds after the last change of the width
+constexpr int kNarrowest = 200;      // pixels of text for which tables are laid out
 constexpr double kMarkGap = 4;       // pixels between a mark that is wider than its place and the text
 
 /// Bytes that a character takes in RTF, on average.
@@ -61,6 +66,10 @@ RichTextEdit::RichTextEdit(const Theme& theme, QWidget* parent)
     sizeTimer_.setSingleShot(true);
     sizeTimer_.setInterval(kMeasureAgain);
     connect(&sizeTimer_, &QTimer::timeout, this, [this] { CaptureAside({}); });
+    fitTimer_.setSingleShot(true);
+    fitTimer_.setInterval(kFitAgain);
+    connect(&fitTimer_, &QTimer::timeout, this, &RichTextEdit::FitToWidth);
+    connect(this, &QTextEdit::textChanged, this, &RichTextEdit::LookAsNew);
     connect(&theme, &Theme::Changed, this, &RichTextEdit::Restyle);
     Load({});
 }
@@ -84,7 +93,7 @@ void RichTextEdit::ShowDocument(const Document& document) {
     QPalette colors = palette();
     colors.setColor(QPalette::Base, theme_.Color(ColorRole::Card));
     setPalette(colors);
-    formats_.SetLook({theme_.Color(ColorRole::Card), 1.0, logicalDpiY(), std::max(TextWidth(), 200)});
+    formats_.SetLook({theme_.Color(ColorRole::Card), 1.0, logicalDpiY(), std::max(TextWidth(), kNarrowest)});
     formats_.Reset(document);
     auto shown = std::make_unique<QTextDocument>();
     shown->setUndoRedoEnabled(false);
@@ -94,13 +103,20 @@ void RichTextEdit::ShowDocument(const Document& document) {
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     shown->setDefaultTextOption(option);
     shown->documentLayout()->registerHandler(kKeptObject, new KeptObject(shown.get()));
+    shown->documentLayout()->registerHandler(QTextFormat::ImageObject, new PictureObject(shown.get()));
     FillNote(document, *shown, formats_);
+    if (document.runs.empty() && document.rows.empty()) {
+        QTextCursor all(shown.get());
+        all.select(QTextCursor::Document);
+        all.setBlockCharFormat(formats_.Shown(formats_.Default(), formats_.Look().ground));
+    }
     shown->setUndoRedoEnabled(true);
     shown->setModified(false);
     setDocument(shown.get());
     shown_ = std::move(shown);
     listMarksKnown_ = false;
     blockCount_ = shown_->blockCount();
+    isEmpty_ = shown_->isEmpty();
     connect(shown_.get(), &QTextDocument::contentsChange, this, &RichTextEdit::OnContentsChange);
     spelling_->Attach();
     moveCursor(QTextCursor::Start);
@@ -137,7 +153,7 @@ void RichTextEdit::CaptureAside(CaptureBeside::Callback callback) {
             texts.rtf = stored_;
         knownSize_ = static_cast<qint64>(texts.rtf.size());
         addedSize_ -= before;
-        CheckSize();
+        CheckSize(true);
         if (callback)
             callback(std::move(texts));
     });
@@ -163,9 +179,45 @@ void RichTextEdit::OnContentsChange(int position, int removed, int added) {
     CheckSize();
 }
 
-void RichTextEdit::CheckSize() {
-    const bool over = RtfSize() > kLargestRtf;
-    if (over == overLimit_)
+// A text that has become empty looks like a new one. That is part of the step that emptied it; steps that are undone or
+// done again bring it along.
+void RichTextEdit::LookAsNew() {
+    const bool wasEmpty = std::exchange(isEmpty_, document()->isEmpty());
+    if (wasEmpty || !isEmpty_)
+        return;
+    const QTextCharFormat look = formats_.Shown(formats_.Default(), formats_.Look().ground);
+    QTextCursor cursor(document());
+    if (cursor.blockCharFormat() != look && document()->isUndoAvailable() && !document()->isRedoAvailable()) {
+        cursor.joinPreviousEditBlock();
+        cursor.setBlockCharFormat(look);
+        cursor.endEditBlock();
+    }
+    setCurrentCharFormat(look);
+}
+
+void RichTextEdit::TakeWidth() {
+    RichTextLook look = formats_.Look();
+    look.dotsPerInch = logicalDpiY();
+    look.widestPicture = std::max(TextWidth(), kNarrowest);
+    formats_.SetLook(look);
+}
+
+// Pictures and tables keep within the text by themselves. Tables get the exact share of its width here; that would be a
+// step of undo, so it is left out while there are any.
+void RichTextEdit::FitToWidth() {
+    if (shown_->isUndoAvailable() || shown_->isRedoAvailable())
+        return;
+    const bool modified = IsModified();
+    const QSignalBlocker quiet(shown_.get());
+    shown_->setUndoRedoEnabled(false);
+    FitTables(*shown_->rootFrame(), formats_.Look().widestPicture);
+    shown_->setUndoRedoEnabled(true);
+    shown_->setModified(modified);
+}
+
+void RichTextEdit::CheckSize(bool isMeasured) {
+    const bool over = RtfSize() >= kLargestRtf;
+    if (over == overLimit_ && !(over && isMeasured))
         return;
     overLimit_ = over;
     emit SizeLimitPassed(over, RtfSize());
@@ -304,7 +356,15 @@ void RichTextEdit::PaintListMarks() {
 
 void RichTextEdit::resizeEvent(QResizeEvent* event) {
     QTextEdit::resizeEvent(event);
-    formats_.SetLook({formats_.Look().ground, 1.0, logicalDpiY(), std::max(TextWidth(), 200)});
+    TakeWidth();
+    if (isVisible())
+        fitTimer_.start();
+}
+
+void RichTextEdit::showEvent(QShowEvent* event) {
+    QTextEdit::showEvent(event);
+    TakeWidth();
+    FitToWidth();
 }
 
 void RichTextEdit::changeEvent(QEvent* event) {

@@ -30,7 +30,7 @@ class RichTextEdit : public QTextEdit {
     Q_OBJECT
 
 public:
-    static constexpr qint64 kLargestRtf = 500'000;  ///< bytes of RTF that a note can hold
+    static constexpr qint64 kLargestRtf = 500'000;  ///< bytes of RTF; a note holds fewer
 
     explicit RichTextEdit(const Theme& theme, QWidget* parent = nullptr);
     ~RichTextEdit() override;
@@ -73,7 +73,7 @@ public:
 signals:
     /// Files that are no pictures were dropped or pasted.
     void filesDropped(const QStringList& paths);
-    /// The text would have more, or no longer has more, than kLargestRtf bytes.
+    /// The text would have kLargestRtf bytes or more, or no longer has; again when that size was measured.
     void SizeLimitPassed(bool passed, qint64 bytes);
     /// A link was clicked with Ctrl, or opened by a command.
     void LinkOpened(const QString& target);
@@ -83,6 +83,7 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -96,7 +97,10 @@ private:
     void ShowDocument(const Document& document);
     void Restyle();
     void OnContentsChange(int position, int removed, int added);
-    void CheckSize();
+    void LookAsNew();
+    void TakeWidth();
+    void FitToWidth();
+    void CheckSize(bool isMeasured = false);
     void PaintListMarks();
     void PrepareTyping();
     bool HandleTab(bool forward);
@@ -112,10 +116,12 @@ private:
     SpellMarks* spelling_;
     std::unique_ptr<PictureFrame> frame_;
     QTimer sizeTimer_;
+    QTimer fitTimer_;
     std::string stored_;
     qint64 knownSize_ = 0;
     qint64 addedSize_ = 0;
     bool overLimit_ = false;
+    bool isEmpty_ = true;             ///< the text, after its last change
     std::vector<QString> listMarks_;  ///< by block number; empty when they have to be counted again
     bool listMarksKnown_ = false;
     int blockCount_ = 0;

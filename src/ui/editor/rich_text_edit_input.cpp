@@ -269,8 +269,9 @@ void RichTextEdit::mouseMoveEvent(QMouseEvent* event) {
 
 void RichTextEdit::mouseReleaseEvent(QMouseEvent* event) {
     if (frame_->IsDragging()) {
-        const QSizeF size = frame_->EndDrag();
-        ResizePicture(SelectedPicture(), size);
+        if (const std::optional<QSizeF> size = frame_->EndDrag())
+            ResizePicture(SelectedPicture(), *size);
+        viewport()->update();
         return event->accept();
     }
     QTextEdit::mouseReleaseEvent(event);

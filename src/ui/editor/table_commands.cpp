@@ -2,8 +2,10 @@
 
 #include <QTextTable>
 #include <algorithm>
+#include <numeric>
 
 #include "ui/editor/note_formats.h"
+#include "ui/editor/table_fit.h"
 #include "ui/editor/table_shape.h"
 
 namespace lore {
@@ -31,16 +33,12 @@ void DressAll(QTextTable& table, NoteFormats& formats) {
 }
 
 // A new column takes its width from the others, so that the table stays as wide as it was.
-void SpreadWidths(QTextTable& table, int columnsBefore) {
-    QTextTableFormat format = table.format();
-    QList<QTextLength> widths = format.columnWidthConstraints();
-    double whole = 0;
-    for (const QTextLength& width : widths)
-        whole += width.rawValue();
-    if (columnsBefore < 1 || whole <= 0)
+void SpreadWidths(QTextTable& table, double whole, const NoteFormats& formats) {
+    if (whole <= 0)
         return;
-    widths.fill(QTextLength(QTextLength::FixedLength, whole / table.columns()), table.columns());
-    format.setColumnWidthConstraints(widths);
+    QTextTableFormat format = table.format();
+    SetStoredWidths(format, QList<double>(table.columns(), whole / table.columns()),
+                    RoomAround(table, formats.Look().widestPicture));
     table.setFormat(format);
 }
 
@@ -73,8 +71,9 @@ void InsertTable(QTextCursor& cursor, int rows, int columns, double width, NoteF
     format.setCellSpacing(0);
     format.setBorderCollapse(true);
     format.setCellPadding(kCellPadding);
-    format.setColumnWidthConstraints(
-        QList<QTextLength>(columns, QTextLength(QTextLength::FixedLength, std::max(20.0, width / columns))));
+    const double room = RoomAt(cursor, formats.Look().widestPicture);
+    const double whole = room > 0 ? std::min(width, room) : width;
+    SetStoredWidths(format, QList<double>(columns, std::max(20.0, whole / columns)), room);
     QTextTable* const table = cursor.insertTable(rows, columns, format);
     DressAll(*table, formats);
     QTextCursor behind = table->lastCursorPosition();
@@ -87,6 +86,8 @@ void InsertTable(QTextCursor& cursor, int rows, int columns, double width, NoteF
 void AddTablePart(QTextCursor& cursor, TablePart part, NoteFormats& formats) {
     ChangeTable(cursor, [&](QTextTable& table, const QTextTableCell& cell) {
         const int columns = table.columns();
+        const QList<double> widths = StoredWidths(table.format());
+        const double whole = std::accumulate(widths.begin(), widths.end(), 0.0);
         if (part == TablePart::RowAbove)
             table.insertRows(cell.row(), 1);
         else if (part == TablePart::RowBelow)
@@ -96,7 +97,7 @@ void AddTablePart(QTextCursor& cursor, TablePart part, NoteFormats& formats) {
         else
             table.insertColumns(cell.column() + cell.columnSpan(), 1);
         if (table.columns() != columns)
-            SpreadWidths(table, columns);
+            SpreadWidths(table, whole, formats);
         DressAll(table, formats);
     });
 }

@@ -1,5 +1,7 @@
 #include "ui/editor/table_shape.h"
 
+#include "ui/editor/table_fit.h"
+
 namespace lore {
 namespace {
 
@@ -7,14 +9,12 @@ constexpr double kUnstatedWidth = 100;  // pixels of a column that states none
 constexpr int32_t kCellGap = 108;       // twips, as office programs have it
 
 std::vector<int32_t> EdgesOf(const QTextTable& table, double zoom) {
-    if (table.format().hasProperty(kShrinkProperty))
-        zoom *= table.format().doubleProperty(kShrinkProperty);
     std::vector<int32_t> edges = {0};
-    const QList<QTextLength> widths = table.format().columnWidthConstraints();
+    const QList<double> widths = StoredWidths(table.format());
     double at = 0;
     for (int c = 0; c < table.columns(); ++c) {
-        const bool stated = c < widths.size() && widths[c].type() == QTextLength::FixedLength;
-        at += (stated ? widths[c].rawValue() / zoom : kUnstatedWidth) * RichTextFormats::kTwipsPerPixel;
+        const bool stated = c < widths.size() && widths[c] > 0;
+        at += (stated ? widths[c] / zoom : kUnstatedWidth) * RichTextFormats::kTwipsPerPixel;
         edges.push_back(qRound(at));
     }
     return edges;

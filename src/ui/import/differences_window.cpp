@@ -1,6 +1,5 @@
 #include "ui/import/differences_window.h"
 
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
@@ -9,9 +8,11 @@
 #include <QVBoxLayout>
 
 #include "rtf/rtf.h"
+#include "ui/list_columns.h"
 #include "ui/qt_text.h"
 #include "ui/rich_text_view.h"
 #include "ui/theme.h"
+#include "ui/window_place.h"
 
 namespace lore {
 
@@ -65,20 +66,21 @@ DifferencesWindow::DifferencesWindow(const ImportDifferences& differences, const
         head->setWordWrap(true);
         Content()->addWidget(head);
     }
-    MakeRows(differences.rows);
+    MakeRows(differences.rows, store);
     auto* const texts = new QSplitter(Qt::Horizontal, this);
     texts->setChildrenCollapsible(false);
     texts->addWidget(
         MakeText(tr("Import Note's Text:"), differences.importRtf, differences.text.words, theme)->parentWidget());
     texts->addWidget(MakeText(tr("Database Note's Text:"), differences.databaseRtf, differences.text.otherWords, theme)
                          ->parentWidget());
+    KeepSplit(*texts, store, "NoteDifferencesSplit");
     Content()->addWidget(texts, 1);
     QPushButton* const close = AddButton(tr("&Close"));
     SetMainButton(close);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 }
 
-void DifferencesWindow::MakeRows(const std::vector<DifferenceRow>& rows) {
+void DifferencesWindow::MakeRows(const std::vector<DifferenceRow>& rows, SettingsStore& store) {
     auto* const list = new QTreeWidget(this);
     list->setObjectName("differences");
     list->setAccessibleName(tr("Differences"));
@@ -90,7 +92,7 @@ void DifferencesWindow::MakeRows(const std::vector<DifferenceRow>& rows) {
         for (int column = 0; column < list->columnCount(); ++column)
             item->setToolTip(column, item->text(column));
     }
-    list->header()->resizeSections(QHeaderView::ResizeToContents);
+    (new ListColumns(*list, store, "NoteDifferencesColumns"))->Fit();
     list->setMinimumHeight(list->fontMetrics().height() * kRows);
     Content()->addWidget(list);
 }

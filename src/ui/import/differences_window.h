@@ -18,7 +18,7 @@ public:
     DifferencesWindow(const ImportDifferences& differences, const Theme& theme, SettingsStore& store, QWidget* parent);
 
 private:
-    void MakeRows(const std::vector<DifferenceRow>& rows);
+    void MakeRows(const std::vector<DifferenceRow>& rows, SettingsStore& store);
     QTextEdit* MakeText(const QString& label, const std::string& rtf, const std::vector<TextRange>& words,
                         const Theme& theme);
 };

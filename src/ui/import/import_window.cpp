@@ -8,10 +8,13 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "exchange/import_editing.h"
+#include "ui/empty_line.h"
 #include "ui/import/differences_window.h"
 #include "ui/import/import_categories_dialog.h"
+#include "ui/list_columns.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
@@ -24,8 +27,8 @@ constexpr char kCancelTitle[] = "Continue?";
 constexpr char kCancelText[] =
     "Are you sure you wish to cancel?\n\nNo note of the archive will be imported, and the changes that you have made "
     "to them here will be lost!";
-constexpr int kListChars = 110;
-constexpr int kListRows = 18;
+constexpr int kListChars = 160, kListRows = 30;  // at first
+constexpr int kLeastChars = 50, kLeastRows = 8;
 constexpr int kStatusColumn = 0, kSourceColumn = 1, kFirstLevelColumn = 2, kLevels = 4, kAttachmentColumn = 6;
 
 /// The list's own words say the same, so that nothing hangs on the colour. Red and blue that are legible on the ground.
@@ -62,6 +65,8 @@ ImportWindow::ImportWindow(ImportComparison& comparison, ImportNoteCommands comm
     MakeOptions();
     MakeButtons();
     Refill();
+    resize(std::max(fontMetrics().averageCharWidth() * kListChars, list_->header()->length() + kSpace * 14),
+           fontMetrics().height() * kListRows * 3 / 2);
     list_->setFocus();
     connect(&theme_, &Theme::Changed, this, &ImportWindow::RefreshRows);
 }
@@ -88,10 +93,10 @@ void ImportWindow::MakeList() {
     list_->setAllColumnsShowFocus(true);
     list_->setHeaderLabels({tr("Selection/Status"), tr("Main Source Title"), tr("L1 Category"), tr("L2 Category"),
                             tr("L3 Category"), tr("L4 Category"), tr("Attachments")});
-    list_->header()->setSectionResizeMode(QHeaderView::Interactive);
-    list_->setMinimumSize(list_->fontMetrics().averageCharWidth() * kListChars / 2,
-                          list_->fontMetrics().height() * kListRows / 2);
-    list_->resize(list_->fontMetrics().averageCharWidth() * kListChars, list_->fontMetrics().height() * kListRows);
+    columns_ = new ListColumns(*list_, store_, "ImportNotesColumns");
+    list_->setMinimumSize(list_->fontMetrics().averageCharWidth() * kLeastChars,
+                          list_->fontMetrics().height() * kLeastRows);
+    empty_ = new EmptyLine(*list_);
     connect(list_, &QTreeWidget::itemChanged, this, &ImportWindow::Ticked);
     connect(list_, &QTreeWidget::currentItemChanged, this, &ImportWindow::UpdateActions);
     connect(list_, &QTreeWidget::itemDoubleClicked, this, &ImportWindow::EditNote);
@@ -120,10 +125,11 @@ void ImportWindow::MakeOptions() {
     displayAfter_->setChecked(comparison_.displayAfter);
     auto* const legend = new QLabel(tr("Older notes stand in red, newer ones in blue."), this);
     legend->setForegroundRole(QPalette::PlaceholderText);
+    legend->setWordWrap(true);
+    legend->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     row->addWidget(same);
     row->addWidget(displayAfter_);
-    row->addStretch(1);
-    row->addWidget(legend);
+    row->addWidget(legend, 1);
     Content()->addLayout(row);
     connect(same, &QCheckBox::toggled, this, [this](bool on) {
         comparison_.SetShowSame(on);
@@ -131,8 +137,19 @@ void ImportWindow::MakeOptions() {
     });
 }
 
+/// What stands in the list where it is empty.
+QString ImportWindow::EmptyText() const {
+    const size_t notes = comparison_.Rows().size();
+    if (notes == 0)
+        return tr("The archive holds no notes.");
+    const QString here = notes == 1 ? tr("The one note of the archive is already here.")
+                                    : tr("All %1 notes are already here.").arg(notes);
+    return here + QLatin1Char(' ') + tr("Tick \"Show existing (same) notes\" to see them.");
+}
+
 void ImportWindow::Refill() {
     const QSignalBlocker quiet(list_);
+    empty_->SetText(EmptyText());
     list_->clear();
     QList<QTreeWidgetItem*> items;
     for (const size_t position : comparison_.Shown()) {
@@ -142,8 +159,7 @@ void ImportWindow::Refill() {
         items.append(item);
     }
     list_->addTopLevelItems(items);
-    for (int column = 0; column < list_->columnCount(); ++column)
-        list_->resizeColumnToContents(column);
+    columns_->Fit();
     if (!items.isEmpty())
         list_->setCurrentItem(items.front());
     UpdateActions();

@@ -16,6 +16,8 @@ class QTreeWidgetItem;
 
 namespace lore {
 
+class EmptyLine;
+class ListColumns;
 class Theme;
 
 /// What the window can do to the notes of the list, besides choosing. Each gives whether something has changed.
@@ -44,6 +46,7 @@ private:
     void MakeActions();
     void MakeOptions();
     void MakeButtons();
+    QString EmptyText() const;
     void Refill();
     void ShowRow(QTreeWidgetItem& item, size_t position) const;
     void Ticked(QTreeWidgetItem* item, int column);
@@ -61,6 +64,8 @@ private:
     Prompts& prompts_;
     SettingsStore& store_;
     QTreeWidget* list_ = nullptr;
+    ListColumns* columns_ = nullptr;
+    EmptyLine* empty_ = nullptr;
     QCheckBox* displayAfter_ = nullptr;
     QAction *edit_ = nullptr, *differences_ = nullptr;
     bool changed_ = false;  // a note of the list, by the user

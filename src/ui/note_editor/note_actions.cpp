@@ -1,6 +1,7 @@
 #include "ui/note_editor/note_actions.h"
 
 #include <QMimeData>
+#include <QTimer>
 #include <QWidget>
 
 #include "notes/note_finder.h"
@@ -85,15 +86,40 @@ void NoteActions::DeleteCurrentNotes() {
 }
 
 void NoteActions::Undo() {
-    if (WhatToUndo() == WritingCommands::NextUndo::None || !app_.MayWrite())
+    using Next = WritingCommands::NextUndo;
+    const Next next = WhatToUndo();
+    if (next == Next::None || !app_.MayWrite())
         return;
     commands_.Undo();
-    emit NotesChanged(-1, true);
+    emit NotesChanged(-1, next == Next::Deletion || next == Next::Import);
+}
+
+QString NoteActions::UndoText() const {
+    using Next = WritingCommands::NextUndo;
+    switch (WhatToUndo()) {
+        case Next::Import:
+            return tr("Undo &Import");
+        case Next::Colors:
+            return tr("Undo &Border Color");
+        case Next::KeyWords:
+            return tr("Undo &Key Word");
+        case Next::None:
+        case Next::Deletion:
+            break;
+    }
+    return tr("Undo De&lete");
 }
 
 void NoteActions::OfferUnsavedNotes() {
+    if (commands_.Drafts().ListDrafts().empty() || !app_.MayWrite())
+        return;
     for (const UnsavedNote& unsaved : commands_.AskForUnsavedNotes())
         RunEditor(commands_.ContinueNote(unsaved), unsaved.draft.note.rtfText);
+}
+
+void NoteActions::OfferWaitingNotes() {
+    if (app_.IsWhole())
+        QTimer::singleShot(0, this, &NoteActions::OfferUnsavedNotes);
 }
 
 void NoteActions::CaptureNote(const QMimeData* clipboard) {
@@ -111,9 +137,8 @@ void NoteActions::CaptureNote(const QMimeData* clipboard) {
 }
 
 std::unique_ptr<QMimeData> NoteActions::CopyNote(int32_t id) {
-    const std::vector<CNote> found =
-        FindNotes(app_.NoteBook().index, LongList{id}, app_.Context(), app_.Ports().faults);
-    return found.empty() ? nullptr : CopyOf(ReadRtf(found.front().rtfText), NoteFormats(theme_));
+    const std::optional<CNote> note = FindNote(app_.NoteBook().index, id, app_.Context(), app_.Ports().faults);
+    return note ? CopyOf(ReadRtf(note->rtfText), NoteFormats(theme_)) : nullptr;
 }
 
 }  // namespace lore

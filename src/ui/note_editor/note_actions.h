@@ -31,8 +31,13 @@ public:
     void ViewSources();
     void EditSourceTypes();
     WritingCommands::NextUndo WhatToUndo() const { return commands_.WhatToUndo(); }
-    /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with.
+    /// What an entry for it says, of a deletion while there is nothing to undo.
+    QString UndoText() const;
+    /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with. None where
+    /// the NoteBook takes no changes.
     void OfferUnsavedNotes();
+    /// The same a moment later, for a NoteBook that was just loaded; texts wait on while not all of it could be read.
+    void OfferWaitingNotes();
     /// A new note with what a clipboard holds, in an editor. Null is an empty clipboard.
     void CaptureNote(const QMimeData* clipboard);
     /// A note's text with its formats, as it stands in its file. Null if the NoteBook doesn't know the note.

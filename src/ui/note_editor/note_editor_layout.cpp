@@ -24,12 +24,12 @@
 #include "ui/qt_text.h"
 #include "ui/sources/source_dialogs.h"
 #include "ui/theme.h"
+#include "ui/window_place.h"
 
 namespace lore {
 
 namespace {
 
-constexpr char kSection[] = "Windows";
 constexpr char kSplitKey[] = "EditNoteSplit";
 constexpr char kDateFormat[] = "%m/%d/%Y  -  %I:%M:%S %p";
 
@@ -60,6 +60,7 @@ void NoteEditorWindow::MakeLayout() {
     split_->setStretchFactor(1, 0);
     layout->addWidget(split_, 1);
     sizeText_ = new QLabel(this);
+    sizeText_->setObjectName("textSize");
     sizeText_->setWordWrap(true);
     sizeText_->hide();
     layout->addWidget(sizeText_);
@@ -173,8 +174,8 @@ void NoteEditorWindow::MakeButtons(QVBoxLayout& layout) {
     cancel_->setToolTip(QKeySequence(Qt::Key_Escape).toString(QKeySequence::NativeText));
     save_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText));
     row->addStretch(1);
-    row->addWidget(cancel_);
     row->addWidget(save_);
+    row->addWidget(cancel_);
     layout.addLayout(row);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
@@ -189,7 +190,7 @@ void NoteEditorWindow::OrderTabs() {
     for (QWidget* next = nextInFocusChain(); next != this; next = next->nextInFocusChain())
         ring.append(next);
     const QList<QWidget*> parts = {text_,  text_->Edit(), tabs_,     keyWords_, attachments_,
-                                   color_, sync_,         spelling_, cancel_,   save_};
+                                   color_, sync_,         spelling_, save_,     cancel_};
     QWidget* last = nullptr;
     const auto add = [&last](QWidget* control) {
         if ((control->focusPolicy() & Qt::TabFocus) != Qt::TabFocus)
@@ -215,19 +216,15 @@ void NoteEditorWindow::RestorePlace() {
     const QRect kept(place.left, place.top, place.right - place.left, place.bottom - place.top);
     if (!place.IsEmpty() && QGuiApplication::screenAt(kept.center()))
         setGeometry(kept);
-    const QStringList sizes = ToQString(app_.Store().Get(kSection, kSplitKey).value_or("")).split(',');
-    if (sizes.size() == 2)
-        split_->setSizes({sizes[0].toInt(), sizes[1].toInt()});
-    else
-        split_->setSizes({width() - column * kSideColumns, column * kSideColumns});
+    split_->setSizes(StoredSizes(app_.Store(), kSplitKey, split_->count())
+                         .value_or(QList<int>{width() - column * kSideColumns, column * kSideColumns}));
 }
 
 void NoteEditorWindow::StorePlace() {
     const QRect place = geometry();
     app_.GetSettings().Set(Option::EditNoteRect,
                            Rect{place.left(), place.top(), place.left() + place.width(), place.top() + place.height()});
-    const QList<int> sizes = split_->sizes();
-    app_.Store().Set(kSection, kSplitKey, std::to_string(sizes[0]) + "," + std::to_string(sizes[1]));
+    StoreSizes(app_.Store(), kSplitKey, split_->sizes());
 }
 
 }  // namespace lore

@@ -52,7 +52,13 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
       app_(app),
       theme_(theme),
       rows_(session_.Book().sources, session_.Book().authors),
-      paths_(session_.Book().categories, app.GetSettings().Int(Option::MaxCategoryID), app.Ports().prompts) {
+      paths_(
+          session_.Book().categories,
+          [&settings = app.GetSettings()](int32_t id) {
+              settings.Set(Option::MaxCategoryID, std::max(settings.Int(Option::MaxCategoryID), id));
+              return settings.Int(Option::MaxCategoryID);
+          },
+          app.Ports().prompts) {
     setWindowTitle(session_.IsImportNote() ? tr("View/Edit Import Note") : tr("Edit Note"));
     setObjectName("editNote");
     setModal(true);
@@ -220,13 +226,16 @@ bool NoteEditorWindow::MakeTextFit() {
         const size_t size = text_->RtfText().size();
         if (size < kLargestRtf || text_->Pictures().empty())
             return true;
-        const std::string question =
-            "The text of this note takes " + std::to_string(size) + " bytes with its pictures; a note can hold " +
-            std::to_string(kLargestRtf - 1) +
-            ".\n\nDo you wish to move its largest pictures to the attachments of the note? Nothing is saved before, "
-            "and \"Undo\" brings them back into the text.";
-        if (app_.Ports().prompts.Ask(question, "Note Too Large") != PromptAnswer::Yes || !MovePictures(size))
+        TellSize(true, static_cast<qint64>(size));
+        const QString question =
+            tr("The text of this note takes %L1 bytes with its pictures; a note can hold %L2.\n\nDo you wish to move "
+               "its largest pictures to the attachments of the note, and save it so? The attachments keep them whole.")
+                .arg(static_cast<qulonglong>(size))
+                .arg(static_cast<qulonglong>(kLargestRtf - 1));
+        if (app_.Ports().prompts.Ask(FromQString(question), "Note Too Large") != PromptAnswer::Yes ||
+            !MovePictures(size))
             return false;
+        TellSize(text_->RtfSize() >= static_cast<qint64>(kLargestRtf), text_->RtfSize());
     }
     return true;
 }
@@ -241,21 +250,43 @@ bool NoteEditorWindow::MovePictures(size_t size) {
         spare += 2 * pictures[positions.size()].bytes;
         positions.push_back(pictures[positions.size()].position);
     }
+    const auto listed = static_cast<std::ptrdiff_t>(session_.attachments.Items().size());
+    bool moved = true;
     for (const TextPicture& picture : text_->TakePictures(positions)) {
-        std::filesystem::path path;
-        const std::string name = "Picture " + std::to_string(++movedPictures_) + "." +
-                                 std::string(FileExtension(picture.fileName.toStdString()));
-        const DraftStore store(session_.Book().paths);
-        const FileResult kept = store.KeepFile(session_.note.guid, name, picture.data, path);
-        if (!kept.Ok()) {
-            faults_.Tell({"A picture could not be moved to the attachments", path.string(), kept.Reason()});
-            text_->Edit()->undo();
-            return false;
-        }
-        session_.attachments.AddFile(path.string());
+        moved = AttachPicture(picture);
+        if (!moved)
+            break;
+    }
+    if (!moved) {
+        // All of them stand in the text again, none of them twice.
+        std::vector<EditedAttachment>& items = session_.attachments.Items();
+        items.erase(items.begin() + listed, items.end());
+        text_->Edit()->undo();
     }
     attachments_->Rebuild();
-    return true;
+    return moved;
+}
+
+/// Puts a picture that has left the text into a file beside the draft, and that among the attachments.
+bool NoteEditorWindow::AttachPicture(const TextPicture& picture) {
+    const std::vector<EditedAttachment>& items = session_.attachments.Items();
+    const std::string ending = "." + std::string(FileExtension(picture.fileName.toStdString()));
+    std::string name;
+    const auto isTaken = [&name](const EditedAttachment& item) {
+        return std::filesystem::path(item.record.sourceFile).filename() == name;
+    };
+    // A draft that goes on may have brought such files along.
+    do
+        name = "Picture " + std::to_string(++movedPictures_) + ending;
+    while (std::any_of(items.begin(), items.end(), isTaken));
+    std::filesystem::path path;
+    const DraftStore store(session_.Book().paths);
+    const FileResult kept = store.KeepFile(session_.note.guid, name, picture.data, path);
+    if (!kept.Ok()) {
+        faults_.Tell({"A picture could not be moved to the attachments", path.string(), kept.Reason()});
+        return false;
+    }
+    return session_.attachments.AddFile(path.string());
 }
 
 void NoteEditorWindow::TakeSpellOptions() {

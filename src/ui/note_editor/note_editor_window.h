@@ -25,6 +25,7 @@ class KeyWordPanel;
 class NoteTextPane;
 class SourcePanel;
 class Theme;
+struct TextPicture;
 
 /// The window in which a note is written and changed. Nothing reaches the NoteBook before "Save"; "Cancel" leaves
 /// everything as it was. Meanwhile a draft of the note is kept beside the data.
@@ -83,6 +84,7 @@ private:
     bool SomethingWouldBeLost();
     bool MakeTextFit();
     bool MovePictures(size_t size);
+    bool AttachPicture(const TextPicture& picture);
     void TouchDraft();
     void FinishDraft();
     void CollectDraft(std::function<void(Draft)> whenReady);

@@ -181,7 +181,8 @@ void ManageNoteBooksDialog::Restore() {
 
 void ManageNoteBooksDialog::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && (name_->hasFocus() || newName_->hasFocus()))
+    // Behind a message the window isn't active yet, and none of its fields says that it has the focus.
+    if (isEnter && (focusWidget() == name_ || focusWidget() == newName_))
         return event->accept();  // the field has taken it; the dialog stays
     DialogFrame::keyPressEvent(event);
 }

@@ -148,7 +148,8 @@ void SyncSetupDialog::ShowAccount() {
 
 void SyncSetupDialog::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && guid_->hasFocus())
+    // Behind a message the window isn't active yet, and the field doesn't say that it has the focus.
+    if (isEnter && focusWidget() == guid_)
         return Engage();
     DialogFrame::keyPressEvent(event);
 }

@@ -17,6 +17,7 @@
 #include "ui/sources/source_fields_pane.h"
 #include "ui/sources/source_preview_wnd.h"
 #include "ui/theme.h"
+#include "ui/window_place.h"
 
 namespace lore {
 
@@ -52,6 +53,9 @@ void CEditSourceDlg::MakeLayout() {
     right->addWidget(MakeGeneral());
     columns->addLayout(left, 1);
     columns->addLayout(right, 1);
+    const int sides = kSpace * 14;
+    if (form->minimumSizeHint().width() + sides > LargestSize().width())
+        columns->setDirection(QBoxLayout::TopToBottom);
     auto* const scroll = new QScrollArea(this);
     scroll->setWidget(form);
     scroll->setWidgetResizable(true);
@@ -71,10 +75,10 @@ void CEditSourceDlg::MakeLayout() {
     split->setStretchFactor(0, 0);
     split->setStretchFactor(1, 1);
     Content()->addWidget(split, 1);
-    const int width =
-        std::max(form->sizeHint().width() + kSpace * 14, fontMetrics().averageCharWidth() * 2 * kColumnChars);
+    const int width = std::max(form->sizeHint().width() + sides, fontMetrics().averageCharWidth() * 2 * kColumnChars);
     resize(width, form->sizeHint().height() + below->sizeHint().height() + fontMetrics().height() * 6);
-    split->setSizes({form->sizeHint().height() + kSpace, below->minimumSizeHint().height()});
+    if (!KeepSplit(*split, Windows().store, "EditSourceSplit"))
+        split->setSizes({form->sizeHint().height() + kSpace, below->minimumSizeHint().height()});
 }
 
 QWidget* CEditSourceDlg::MakeStyle() {

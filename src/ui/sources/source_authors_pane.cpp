@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/empty_line.h"
 #include "ui/qt_text.h"
 #include "ui/sources/source_dialog.h"
 #include "ui/theme.h"
@@ -62,6 +63,8 @@ void SourceAuthorsPane::MakeLists(const Theme& theme) {
         list->setMinimumWidth(list->fontMetrics().averageCharWidth() * kListChars);
         list->setMinimumHeight(list->fontMetrics().height() * kListRows);
     }
+    new EmptyLine(*available_, tr("Type a name below. \"Add New\" puts it here."));
+    new EmptyLine(*taken_, tr("Double-click a name under \"Available Authors\" to put it here."));
     grid->addWidget(MakeFieldLabel(tr("A&vailable Authors:"), available_, this), 0, 0);
     grid->addWidget(MakeFieldLabel(tr("So&urce Authors:"), taken_, this), 0, 1);
     grid->addWidget(available_, 1, 0);

@@ -21,8 +21,7 @@ namespace lore {
 
 namespace {
 
-constexpr int kDefaultWidth = 780;
-constexpr int kDefaultHeight = 620;
+constexpr int kDefaultChars = 110, kDefaultLines = 36;
 /// The labels of the filters with their Alt keys.
 constexpr const char* kFilterLabels[] = {"&Titles:", "&Authors:", "&Publications:"};
 
@@ -38,7 +37,7 @@ QPushButton* MakeCommand(const QString& icon, const QString& text, const Theme& 
 
 CViewSourcesDlg::CViewSourcesDlg(SourceBrowser& browser, const SourceWindows& windows, QWidget* parent)
     : SourceDialog(QString::fromLatin1(browser.Title()), "ViewSources", windows, parent), browser_(browser) {
-    resize(kDefaultWidth, kDefaultHeight);
+    resize(fontMetrics().averageCharWidth() * kDefaultChars, fontMetrics().height() * kDefaultLines);
     MakeFilters();
     MakeCommands();
     MakeList();

@@ -1,0 +1,166 @@
+#include <functional>
+
+#include "exchange/archive_notes.h"
+#include "sources/source_editor.h"
+#include "ui/calendar/calendar_host.h"
+#include "ui/calendar/edit_day_dialog.h"
+#include "ui/import/differences_window.h"
+#include "ui/import/import_window.h"
+#include "ui/note_editor/note_actions.h"
+#include "ui/sources/edit_source_dlg.h"
+#include "ui/sources/source_dialogs.h"
+#include "ui/window_world.h"
+
+namespace lore {
+namespace {
+
+ArchiveNote MakeEntry(const std::string& guid, const std::string& text) {
+    ArchiveNote entry;
+    entry.note.id = 1;
+    entry.note.guid = guid;
+    entry.note.plainText = text;
+    entry.note.rtfText = "{\\rtf1\\ansi " + text + "}";
+    entry.note.dateEdited = DateTime(2026, 1, 2, 3, 4, 5);
+    return entry;
+}
+
+/// The sizes of a splitter's parts, or the widths of a list's columns without the last one, which takes the rest.
+QList<int> SizesOf(const QWidget* part) {
+    if (const auto* const split = qobject_cast<const QSplitter*>(part))
+        return split->sizes();
+    const QHeaderView* const header = qobject_cast<const QTreeView*>(part)->header();
+    QList<int> widths;
+    for (int column = 0; column < header->count() - 1; ++column)
+        widths.append(header->sectionSize(column));
+    return widths;
+}
+
+void Drag(QWidget* widget, const QPoint& from, const QPoint& by) {
+    QTest::mousePress(widget, Qt::LeftButton, {}, from);
+    const QPoint to = widget->mapToGlobal(from + by);
+    QMouseEvent move(QEvent::MouseMove, widget->mapFromGlobal(to), to, Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(widget, &move);
+    QTest::mouseRelease(widget, Qt::LeftButton, {}, widget->mapFromGlobal(to));
+}
+
+/// Moves the line between the first two parts.
+void Redivide(QWidget* part) {
+    if (const auto* const split = qobject_cast<QSplitter*>(part)) {
+        QWidget* const handle = split->handle(1);
+        return Drag(handle, handle->rect().center(),
+                    split->orientation() == Qt::Vertical ? QPoint(0, -40) : QPoint(-40, 0));
+    }
+    const QHeaderView* const header = qobject_cast<const QTreeView*>(part)->header();
+    QWidget* const viewport = header->viewport();
+    Drag(viewport, {header->sectionViewportPosition(0) + header->sectionSize(0) - 1, viewport->height() / 2}, {40, 0});
+}
+
+}  // namespace
+
+/// What the user makes of the parts of a window is there the next time.
+class KeptLayoutTest : public QObject, protected WindowWorld {
+    Q_OBJECT
+
+private:
+    using Steps = std::function<void(QDialog&)>;
+    void Show(QDialog& dialog, const Steps& steps) {
+        dialog.resize(700, 620);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QCoreApplication::processEvents();
+        steps(dialog);
+        dialog.done(QDialog::Rejected);
+        store_.values.erase({"Windows", dialog.objectName().toStdString()});  // its place; the next one is as large
+    }
+    void InImport(const Steps& steps) {
+        NoteHeads existing;
+        existing.emplace("{SAME}", MakeEntry("{SAME}", "The same").note);
+        ImportComparison comparison({MakeEntry("{NEW}", "A new text"), MakeEntry("{SAME}", "The same")}, existing,
+                                    guids_, [](int32_t) { return std::optional<ArchiveNote>(); });
+        ImportWindow window(comparison, {}, *theme_, prompts_, store_, nullptr);
+        Show(window, steps);
+    }
+    void InDifferences(const Steps& steps) {
+        DifferencesWindow window(CompareForImport(MakeEntry("{A}", "As it is there"), MakeEntry("{A}", "As it was")),
+                                 *theme_, store_, nullptr);
+        Show(window, steps);
+    }
+    void InSource(const Steps& steps) {
+        WritingCommands& commands = window_->Notes()->Commands();
+        SourceEditor editor = SourceEditor::ForNew(commands.Sources());
+        const SourceDialogs windows(commands, store_, *theme_);
+        CEditSourceDlg dialog(editor, windows, window_.get());
+        Show(dialog, steps);
+    }
+    void InDay(const Steps& steps) {
+        CalendarHost host(*app_, *theme_, window_.get());
+        EditDayDialog dialog(host, DateTime(2026, 3, 14), window_.get());
+        Show(dialog, steps);
+    }
+
+private slots:
+    void init() { OpenSample(); }
+    void cleanup() { CloseWindow(); }
+
+    void splits_and_columns_are_kept_data() {
+        QTest::addColumn<int>("window");
+        QTest::addColumn<QString>("part");
+        QTest::addColumn<QString>("key");
+        QTest::newRow("source, preview") << 0 << ""
+                                         << "EditSourceSplit";
+        QTest::newRow("differences, texts") << 1 << ""
+                                            << "NoteDifferencesSplit";
+        QTest::newRow("differences, list") << 1 << "differences"
+                                           << "NoteDifferencesColumns";
+        QTest::newRow("import, list") << 2 << "importList"
+                                      << "ImportNotesColumns";
+        QTest::newRow("day, events") << 3 << "events"
+                                     << "EditDayEventColumns";
+        QTest::newRow("day, reminders") << 3 << "reminders"
+                                        << "EditDayReminderColumns";
+    }
+
+    void splits_and_columns_are_kept() {
+        QFETCH(int, window);
+        QFETCH(QString, part);
+        QFETCH(QString, key);
+        const auto open = [&](const std::function<void(QWidget*)>& steps) {
+            const Steps within = [&](QDialog& dialog) {
+                QWidget* const found = part.isEmpty() ? static_cast<QWidget*>(dialog.findChild<QSplitter*>())
+                                                      : dialog.findChild<QTreeView*>(part);
+                QVERIFY(found);
+                steps(found);
+            };
+            window == 0   ? InSource(within)
+            : window == 1 ? InDifferences(within)
+            : window == 2 ? InImport(within)
+                          : InDay(within);
+        };
+        const auto stored = [&] { return store_.Get("Windows", key.toStdString()); };
+        QList<int> first, drawn;
+        open([&](QWidget* found) { first = SizesOf(found); });
+        QVERIFY2(!stored(), "nobody has moved anything");
+        open([&](QWidget* found) {
+            Redivide(found);
+            drawn = SizesOf(found);
+        });
+        QVERIFY(drawn != first && drawn.size() == first.size());
+        QVERIFY(stored());
+        open([&](QWidget* found) {
+            QCOMPARE(SizesOf(found), drawn);
+            if (auto* const same = found->window()->findChild<QCheckBox*>("showSame")) {
+                same->click();  // the list is filled anew
+                QCOMPARE(SizesOf(found), drawn);
+            }
+        });
+        for (const char* const damaged : {"", "200", "0,0,0,0,0,0", "0,0", "200,wide", "200,-3", "2000000,2000000"}) {
+            store_.Set("Windows", key.toStdString(), damaged);
+            open([&](QWidget* found) { QCOMPARE(SizesOf(found), first); });
+        }
+    }
+};
+
+}  // namespace lore
+
+QTEST_MAIN(lore::KeptLayoutTest)
+#include "kept_layout_test.moc"
