@@ -97,7 +97,9 @@ TEST_F(ImportEditingTest, AnEditedNoteLandsAsItWasEdited) {
         FixedNoteText text("{\\rtf1 Edited}");
         ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
         editing.Take(row, session);
-        EXPECT_EQ(editing.Open(row).attachments.Items().back().record.title, "new.pdf") << "opened once more";
+        const EditNoteSession again = editing.Open(row);
+        EXPECT_EQ(again.attachments.Items().back().record.title, "new.pdf") << "opened once more";
+        EXPECT_NE(again.Book().categories.FindByID(70), nullptr) << "the next editor knows the new category";
     });
     EXPECT_EQ(outcome.result, 2);
     EXPECT_TRUE(to_.faults.faults.empty());

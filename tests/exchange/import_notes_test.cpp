@@ -121,6 +121,7 @@ TEST_F(ImportNotesTest, AnEmptyNoteBookGetsTheSameNotes) {
     to_.counters.MaxNoteID = 500;
     const ImportOutcome outcome = to_.Import(archive_, chooser_);
     EXPECT_EQ(outcome.result, 2);
+    EXPECT_EQ(to_.progress.steps, 4) << "each note is read, and brought in";
     EXPECT_EQ(outcome.ids, (LongList{501, 502}));
     EXPECT_EQ(chooser_.seen, (Lines{" 1. - <NEW NOTE>    ", " 2. - <NEW NOTE>    "}));
     EXPECT_EQ(to_.progress.messages, (Lines{"Decompressing export file...", "Reading in notes...",
@@ -726,26 +727,29 @@ TEST_F(ImportNotesTest, WhatWouldPackToNextToNothingComesBackFromOurArchives) {
 }
 
 TEST_F(ImportNotesTest, ARecordThatAnotherHidesIsNotReplacedBySomeNote) {
-    CNote shown = DayNote(5), hidden = DayNote(5), incoming = DayNote(1);
+    CNote shown = DayNote(5), hidden = DayNote(5), incoming = DayNote(1), behind = DayNote(6);
     shown.guid = "{SHOWN}";
     shown.rtfText = "{\\rtf1 shown}";
     hidden.guid = incoming.guid = "{HIDDEN}";
     shown.dateEdited = DateTime(2012, 1, 1);
     incoming.dateEdited = DateTime(2020, 1, 1);
     incoming.rtfText = "{\\rtf1 incoming}";
-    MakeArchive({incoming}, {});
+    behind.guid = "{BEHIND}";
+    CNote newer = behind;
+    newer.dateEdited = DateTime(2021, 1, 1);
+    MakeArchive({incoming, newer}, {});
     for (const int year : {2011, 2013}) {
         hidden.dateEdited = DateTime(year, 1, 1);
         ExchangeBook to;
-        to.folder.Put("DAY01012020.dat", {shown, hidden});
+        to.folder.Put("DAY01012020.dat", {shown, hidden, behind});
         to.Load();
         TestChooser chooser;
-        EXPECT_EQ(to.Import(archive_, chooser).result, 1);
-        EXPECT_EQ(chooser.seen, Lines{" 1. - <NEW NOTE>    "});
+        EXPECT_EQ(to.Import(archive_, chooser).result, 2);
+        EXPECT_EQ(chooser.seen, (Lines{" 1. - <NEW NOTE>    ", " 2. - EXISTS (newer)  "}));
         Lines texts;
         for (const CNote& note : to.Notes())
             texts.push_back(note.rtfText);
-        EXPECT_THAT(texts, testing::UnorderedElementsAre(shown.rtfText, incoming.rtfText));
+        EXPECT_THAT(texts, testing::UnorderedElementsAre(shown.rtfText, incoming.rtfText, newer.rtfText));
     }
 }
 

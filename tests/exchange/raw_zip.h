@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -44,11 +45,13 @@ struct RawEnd {
     int64_t entries = -1;
     int64_t size = -1, offset = -1;
     uint16_t disk = 0;
+    bool isBackwards = false;  ///< the directory names the last entry first
 };
 
 /// Writes an archive as told, sense or nonsense.
 inline std::string RawZip(const std::vector<RawEntry>& entries, const RawEnd& end = {}) {
     std::string out, directory;
+    std::vector<std::string> records;
     for (const RawEntry& entry : entries) {
         const std::string packed = entry.deflated ? Deflated(entry.bytes) : entry.bytes;
         const uint64_t offset = entry.offset < 0 ? out.size() : static_cast<uint64_t>(entry.offset);
@@ -69,15 +72,20 @@ inline std::string RawZip(const std::vector<RawEntry>& entries, const RawEnd& en
         PutNumber(out, localName.size(), 2);
         PutNumber(out, 0, 2);
         out += localName + packed;
-        PutNumber(directory, 0x02014b50, 4);
-        PutNumber(directory, 20u | unsigned{entry.madeOn} << 8, 2);
-        directory += common;
-        PutNumber(directory, entry.name.size(), 2);
-        PutNumber(directory, 0, 8);  // extra, comment, disk, inner attributes
-        PutNumber(directory, uint64_t{entry.mode} << 16, 4);
-        PutNumber(directory, offset, 4);
-        directory += entry.name;
+        std::string& record = records.emplace_back();
+        PutNumber(record, 0x02014b50, 4);
+        PutNumber(record, 20u | unsigned{entry.madeOn} << 8, 2);
+        record += common;
+        PutNumber(record, entry.name.size(), 2);
+        PutNumber(record, 0, 8);  // extra, comment, disk, inner attributes
+        PutNumber(record, uint64_t{entry.mode} << 16, 4);
+        PutNumber(record, offset, 4);
+        record += entry.name;
     }
+    if (end.isBackwards)
+        std::reverse(records.begin(), records.end());
+    for (const std::string& record : records)
+        directory += record;
     const uint64_t place = out.size();
     out += directory;
     PutNumber(out, 0x06054b50, 4);

@@ -98,6 +98,18 @@ TEST_F(HostileZip, PassesFoldersOverAndTakesTheFirstOfEqualNames) {
     }
 }
 
+TEST_F(HostileZip, TakesEntriesInTheOrderOfTheDirectory) {
+    ASSERT_TRUE(Open(RawZip({Plain("a.txt", "one"), Plain("b.txt", "two")}, {.isBackwards = true})).Ok());
+    EXPECT_EQ(Names(), (std::vector<std::string>{"b.txt", "a.txt"}));
+    std::string bytes;
+    ASSERT_TRUE(reader_.Read(*reader_.Find("b.txt"), bytes).Ok());
+    EXPECT_EQ(bytes, "two");
+    // Nothing of one archive is left when the next one is opened.
+    ASSERT_TRUE(Open(RawZip({Plain("c.txt")})).Ok());
+    EXPECT_EQ(reader_.Find("a.txt"), nullptr);
+    EXPECT_EQ(reader_.Find("A.TXT"), nullptr);
+}
+
 TEST_F(HostileZip, RefusesTheWholeArchive) {
     const std::string zeros(80'000'000, '\0');
     RawEntry bomb = Plain("bomb", zeros);
