@@ -348,6 +348,25 @@ std::vector<UnsavedNote> WritingCommands::AskForUnsavedNotes() {
     return wanted;
 }
 
+bool WritingCommands::OfferUnsavedNote(int32_t id, std::optional<UnsavedNote>& wanted) {
+    const std::vector<std::filesystem::path> files = Drafts().ListDrafts();
+    if (files.empty())
+        return true;
+    const std::optional<CNote> note = FindNote(app_.NoteBook().index, id, app_.Context(), world_.faults);
+    for (const std::filesystem::path& file : files) {
+        UnsavedNote unsaved;
+        if (!note || !ReadDraft(file, unsaved.draft) || unsaved.draft.note.guid != note->guid)
+            continue;
+        if (AskForUnsavedNote(file, unsaved)) {
+            wanted = std::move(unsaved);
+            return true;
+        }
+        std::error_code ignored;
+        return !std::filesystem::exists(file, ignored);
+    }
+    return true;
+}
+
 EditNoteSession WritingCommands::ContinueNote(const UnsavedNote& unsaved) {
     return EditNoteSession::ForDraft(World(), unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
 }

@@ -75,6 +75,9 @@ public:
     /// or whose note may stand in a file that can't, waits and is told; one that the note holds already goes without a
     /// word.
     std::vector<UnsavedNote> AskForUnsavedNotes();
+    /// The same for the text of one note, before it is edited. `wanted` is set if the user goes on with it; false if it
+    /// waits on, so that an editor would write over it.
+    bool OfferUnsavedNote(int32_t id, std::optional<UnsavedNote>& wanted);
     EditNoteSession ContinueNote(const UnsavedNote& unsaved);
 
     /// Font and size of new texts.

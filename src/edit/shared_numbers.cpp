@@ -115,7 +115,7 @@ private:
     int32_t NumberFor(const Record& record) {
         std::vector<std::pair<NoteIdentity, int32_t>>& given = given_[record.id];
         for (const auto& [identity, id] : given) {
-            if (identity.IsSameNote(record.identity))
+            if (identity == record.identity)
                 return id;
         }
         const int32_t id = book_.index.GiveID(lastNoteID_);

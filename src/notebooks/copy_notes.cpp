@@ -67,7 +67,7 @@ public:
         world_.progress.SetMessage(Message());
         if (isUnread_)
             world_.faults.Tell({"The notes could not be copied", book_.paths.Folder().string(),
-                                "not all of the NoteBook could be read, and some would have come in twice"});
+                                "not all of the NoteBook could be read"});
         if (isUnread_ || !MakeEntries())
             return {};
         if (entries_.empty())

@@ -18,6 +18,11 @@ struct NoteIdentity {
     static NoteIdentity Of(const CNote& head) {
         return {head.guid.empty() ? 0 : std::hash<std::string>()(head.guid) | 1, head.dateCreated.Seconds()};
     }
+    /// Whether one group holds both: a note without a guid is the same as each of its second, which aren't each
+    /// other's.
+    bool operator==(const NoteIdentity& other) const {
+        return guid == other.guid && (guid != 0 || created == other.created);
+    }
     bool IsSameNote(const NoteIdentity& other) const {
         return guid != 0 && other.guid != 0 ? guid == other.guid : created == other.created;
     }

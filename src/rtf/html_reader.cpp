@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <libxml/HTMLparser.h>
 #include <memory>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -483,14 +484,16 @@ Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
     const std::string text = WithoutEnds(asTheySay ? std::string(bytes) : ToUtf8(bytes));
     const std::unique_ptr<htmlParserCtxt, FreeContext> context(htmlCreatePushParserCtxt(
         &handler, &reader, nullptr, 0, nullptr, asTheySay ? XML_CHAR_ENCODING_NONE : XML_CHAR_ENCODING_UTF8));
-    if (context) {
-        htmlCtxtUseOptions(context.get(), HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET |
-                                              (asTheySay ? 0 : HTML_PARSE_IGNORE_ENC));
-        constexpr size_t kPiece = size_t{1} << 20;
-        for (size_t at = 0; at < text.size(); at += kPiece)
-            htmlParseChunk(context.get(), text.data() + at, static_cast<int>(std::min(kPiece, text.size() - at)), 0);
-        htmlParseChunk(context.get(), nullptr, 0, 1);
-    }
+    if (!context)
+        throw std::bad_alloc();
+    htmlCtxtUseOptions(context.get(), HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET |
+                                          (asTheySay ? 0 : HTML_PARSE_IGNORE_ENC));
+    constexpr size_t kPiece = size_t{1} << 20;
+    for (size_t at = 0; at < text.size(); at += kPiece)
+        htmlParseChunk(context.get(), text.data() + at, static_cast<int>(std::min(kPiece, text.size() - at)), 0);
+    htmlParseChunk(context.get(), nullptr, 0, 1);
+    if (context->errNo == XML_ERR_NO_MEMORY)
+        throw std::bad_alloc();  // a page that ends where the memory did would look whole
     return reader.Finish();
 }
 

@@ -5,6 +5,7 @@
 #include "notes/board_layout.h"
 #include "ui/board_view.h"
 #include "ui/board_view_impl.h"
+#include "ui/popup_menu.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -107,8 +108,7 @@ void BoardView::contextMenuEvent(QContextMenuEvent* event) {
         return;
     impl_->ChangeFocus(row, byKeyboard);
     const CardHit hit = byKeyboard ? CardHit() : impl_->HitTest(event->pos(), row);
-    auto* menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    QMenu* const menu = NewPopupMenu(this);
     impl_->FillMenu(*menu, row, hit, byKeyboard);
     const QRect card = CardRect(row).intersected(viewport()->rect());
     menu->popup(byKeyboard ? viewport()->mapToGlobal(card.topLeft() + QPoint(6 * kSpace, 6 * kSpace))

@@ -167,6 +167,9 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         case PE_PanelStatusBar:
         case PE_FrameTabBarBase:
             return;
+        case PE_FrameMenu:
+            painter->setPen(theme_.Color(ColorRole::Edge));
+            return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
         case PE_Frame:
         case PE_FrameTabWidget:
         case PE_FrameGroupBox:
@@ -212,6 +215,14 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             return DrawTab(*option, *painter);
         case CE_HeaderSection:
             return DrawHeader(*option, *painter);
+        case CE_MenuItem: {
+            const auto* entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+            if (!entry || entry->menuItemType != QStyleOptionMenuItem::Separator || !entry->text.isEmpty())
+                break;
+            const int middle = option->rect.center().y();
+            painter->setPen(theme_.Color(ColorRole::FaintEdge));
+            return painter->drawLine(option->rect.left() + kSpace, middle, option->rect.right() - kSpace, middle);
+        }
         case CE_ToolBar:
             painter->fillRect(option->rect, theme_.Color(ColorRole::Window));
             painter->setPen(theme_.Color(ColorRole::FaintEdge));

@@ -42,8 +42,10 @@ void MainWindow::ManageNoteBooks() {
     NoteBookManagement management(app_, trash_);
     ManageNoteBooksDialog dialog(management.Model(), theme_, app_.Store(), this);
     const bool changes = dialog.exec() == QDialog::Accepted;
-    if (management.Finish(changes))
-        return ShowNoteBook();
+    if (management.Finish(changes)) {
+        ShowNoteBook();
+        return notes_->OfferWaitingNotes();
+    }
     ShowNoteBookChoices();
     RefreshPanes();
 }

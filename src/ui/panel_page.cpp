@@ -15,6 +15,7 @@
 #include "classify/category_ids.h"
 #include "ui/panel_delegate.h"
 #include "ui/panel_model.h"
+#include "ui/popup_menu.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -204,8 +205,7 @@ bool PanelPage::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PanelPage::ShowMenu(int position, const QPoint& place, bool byKeyboard) {
-    auto* const menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const menu = NewPopupMenu(this);
     if (position >= 0) {
         std::optional<PanelFamily> family;
         const PanelEntry& entry = panel_.Entries()[static_cast<size_t>(position)];
@@ -221,9 +221,7 @@ void PanelPage::ShowMenu(int position, const QPoint& place, bool byKeyboard) {
         for (const PanelCommand& command : AreaCommands(kind_))
             AddEntry(*menu, -1, command);
     }
-    if (menu->isEmpty())
-        delete menu;
-    else
+    if (!menu->isEmpty())
         menu->popup(tree_->viewport()->mapToGlobal(place));
 }
 

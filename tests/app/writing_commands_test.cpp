@@ -346,6 +346,27 @@ TEST_F(WritingCommandsTest, DraftsAreOfferedWithWhatHasBecomeOfTheirNotes) {
     EXPECT_EQ(session.note.id, 1);
 }
 
+TEST_F(WritingCommandsTest, AnEditorIsNotOpenedOverATextThatWaits) {
+    std::optional<UnsavedNote> wanted;
+    EXPECT_TRUE(commands.OfferUnsavedNote(1, wanted)) << "there is none";
+    PutDraft(1, DayNote(1, 1).dateEdited);
+    PutDraft(2, DayNote(2, 1).dateEdited);
+    EXPECT_TRUE(commands.OfferUnsavedNote(3, wanted)) << "those of others don't matter";
+    EXPECT_THAT(prompts.seen, IsEmpty());
+    prompts.answers = {PromptAnswer::Cancel};
+    EXPECT_FALSE(commands.OfferUnsavedNote(1, wanted));
+    EXPECT_EQ(commands.Drafts().ListDrafts().size(), 2u) << "it waits on";
+    prompts.answers = {PromptAnswer::Yes};
+    EXPECT_TRUE(commands.OfferUnsavedNote(1, wanted));
+    ASSERT_TRUE(wanted);
+    EXPECT_EQ(wanted->stored->id, 1);
+    wanted.reset();
+    prompts.answers = {PromptAnswer::No};
+    EXPECT_TRUE(commands.OfferUnsavedNote(2, wanted));
+    EXPECT_FALSE(wanted);
+    EXPECT_EQ(commands.Drafts().ListDrafts().size(), 1u) << "what was discarded has gone";
+}
+
 TEST_F(WritingCommandsTest, ADraftThatCantBeReadStaysAndOnlyADamagedOneIsSetAside) {
     PutDraft(1, DayNote(1, 1).dateEdited);
     const std::filesystem::path file = commands.Drafts().ListDrafts().at(0), aside = file.string() + ".kept";

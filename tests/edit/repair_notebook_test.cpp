@@ -128,6 +128,28 @@ TEST_F(RepairNoteBookTest, CopiesOfANoteWithoutAGuidAreOneNote) {
     EXPECT_NE(IDsIn("SRC0000001012.dat").at(0), 5);
 }
 
+/// It counts as a copy of either, which aren't copies of each other.
+TEST_F(RepairNoteBookTest, ANoteWithoutAGuidTakesNoneOfItsSecondAlong) {
+    const CNote nameless = Five("", 1011, 5), a = Five("{A}", 1011, 6), b = Five("{B}", 1012, 7);
+    CNote shown = Five("{SHOWN}", 1012, 30);
+    shown.dateCreated = DateTime(2019, 1, 1);
+    for (const auto& files : {std::map<std::string, std::vector<CNote>>{{"SRC0000001012.dat", {shown, b}},
+                                                                        {"SRC0000001011.dat", {nameless, a}}},
+                              {{"SRC0000001012.dat", {shown, b}}, {"SRC0000001011.dat", {a, nameless}}}}) {
+        ClearNotes();
+        for (const auto& [name, notes] : files)
+            folder.Put(name, notes);
+        EXPECT_EQ(Repaired().size(), 3u);
+        std::map<std::string, std::string> texts;
+        for (const CNote& note : AllNotes())
+            texts[note.plainText] = note.guid;
+        EXPECT_EQ(texts.size(), 4u);
+        for (const char* const guid : {"{A}", "{B}", "{SHOWN}"})
+            EXPECT_EQ(texts[std::string("Text of ") + guid], guid);
+        EXPECT_EQ(Reloaded().TotalNoteCount(), 4u);
+    }
+}
+
 TEST_F(RepairNoteBookTest, TheSyncLogAndTheDraftOfARenumberedNoteFollow) {
     const CNote shown = Five("{A}", 1011, 9), hidden = Five("{C}", 1012, 4);
     folder.Put("SRC0000001011.dat", {shown});

@@ -1,7 +1,10 @@
+#include <QPointer>
+
 #include "base/text.h"
 #include "support/noted_starts.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
+#include "ui/note_editor/note_actions.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/panel_page.h"
@@ -247,6 +250,29 @@ private slots:
         // They still do what they did.
         DeleteByKey();
         QVERIFY(prompts_.seen.back().starts_with("Delete Note?? "));
+    }
+
+    /// A command shows its progress, which lets events through, while the menu still works on the click.
+    void a_menu_outlives_its_command() {
+        PanelPage* const page = Panel(PanelKind::Colors);
+        page->Tree()->setCurrentIndex(page->Tree()->model()->index(0, 0));
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QApplication::sendEvent(page->Tree()->viewport(), &event);
+        const QPointer<QMenu> menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QAction* wanted = nullptr;
+        for (QAction* const action : menu->actions())
+            wanted = action->text() == "Set All Notes In List To This Color" ? action : wanted;
+        QVERIFY(wanted);
+        bool isThere = false;
+        connect(page, &PanelPage::CommandRequested, page, [&] {
+            QCoreApplication::processEvents();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            isThere = !menu.isNull();
+        });
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(wanted).center());
+        QVERIFY(isThere);
+        QCOMPARE(window_->Notes()->WhatToUndo(), WritingCommands::NextUndo::Colors);
     }
 
     void clearing_the_filter_brings_the_tree_back() {

@@ -10,6 +10,7 @@
 
 #include "notes/panel_commands.h"
 #include "ui/categories/edit_categories_ctrl.h"
+#include "ui/popup_menu.h"
 #include "ui/sources/source_dialog.h"
 #include "ui/theme.h"
 
@@ -178,8 +179,7 @@ void CEditCategoriesDlg::ShowMenu(int id, const QPoint& place) {
     if (QTreeWidgetItem* const item = tree_->ItemOf(id))
         tree_->setCurrentItem(item);
     UpdateCommands();
-    auto* const menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const menu = NewPopupMenu(this);
     for (const Command& entry : entries_) {
         if (!(id > 0 ? entry.onNode : entry.onArea))
             continue;

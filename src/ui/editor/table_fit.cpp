@@ -34,8 +34,9 @@ QList<double> StoredWidths(const QTextTableFormat& format) {
 
 void SetStoredWidths(QTextTableFormat& format, const QList<double>& widths, double room) {
     const double whole = std::accumulate(widths.begin(), widths.end(), 0.0);
-    const bool asTheyAre = room <= 0 || whole <= 0;
-    const double part = asTheyAre ? 1.0 : 100 / std::max(whole, room);
+    constexpr double kEdges = 2;  // pixels of the table beside its columns
+    const bool asTheyAre = room <= kEdges || whole <= 0;
+    const double part = asTheyAre ? 1.0 : 100 / std::max(whole * room / (room - kEdges), room);
     QList<QTextLength> shown;
     for (const double width : widths)
         shown.append(QTextLength(asTheyAre ? QTextLength::FixedLength : QTextLength::PercentageLength, width * part));

@@ -17,6 +17,7 @@
 #include "notes/attachment_path.h"
 #include "ui/card_attachments.h"
 #include "ui/note_editor/attachment_open.h"
+#include "ui/popup_menu.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -124,8 +125,7 @@ void AttachmentPanel::OpenMenu(const QPoint& at) {
     if (row < 0)
         return;
     const auto position = static_cast<size_t>(row);
-    auto* const menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const menu = NewPopupMenu(this);
     const auto add = [this, menu, position](const QString& text, void (AttachmentList::*command)(size_t)) {
         menu->addAction(text, this, [this, position, command] {
             Run([position, command](AttachmentList& list) { (list.*command)(position); });

@@ -70,6 +70,11 @@ void NoteActions::AddNote() {
 void NoteActions::EditNote(int32_t id) {
     if (!app_.MayWrite())
         return;
+    std::optional<UnsavedNote> unsaved;
+    if (!commands_.OfferUnsavedNote(id, unsaved))
+        return;
+    if (unsaved)
+        return RunEditor(commands_.ContinueNote(*unsaved), unsaved->draft.note.rtfText);
     if (std::optional<EditNoteSession> session = commands_.EditNote(id))
         RunEditor(std::move(*session), {});
 }

@@ -216,8 +216,8 @@ void NoteEditorWindow::RestorePlace() {
     const QRect kept(place.left, place.top, place.right - place.left, place.bottom - place.top);
     if (!place.IsEmpty() && QGuiApplication::screenAt(kept.center()))
         setGeometry(kept);
-    split_->setSizes(StoredSizes(app_.Store(), kSplitKey, split_->count())
-                         .value_or(QList<int>{width() - column * kSideColumns, column * kSideColumns}));
+    const int side = std::min(column * kSideColumns, width() * 2 / 5);  // large letters leave the text its room
+    split_->setSizes(StoredSizes(app_.Store(), kSplitKey, split_->count()).value_or(QList<int>{width() - side, side}));
 }
 
 void NoteEditorWindow::StorePlace() {

@@ -12,6 +12,7 @@
 
 #include "ui/note_editor/panel_section.h"
 #include "ui/note_editor/source_row_view.h"
+#include "ui/popup_menu.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -149,8 +150,7 @@ void SourcePanel::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void SourcePanel::OpenMenu(const QPoint& at, int row) {
-    auto* const menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const menu = NewPopupMenu(this);
     if (row >= 0) {
         Select(row);
         menu->addAction(tr("Edit Source"), this, &SourcePanel::EditSource);

@@ -12,6 +12,7 @@
 #include <QSignalBlocker>
 #include <QStackedWidget>
 
+#include "ui/popup_menu.h"
 #include "ui/qt_text.h"
 #include "ui/sources/source_list_model.h"
 #include "ui/sources/sources_list_wnd.h"
@@ -198,8 +199,7 @@ void CViewSourcesDlg::DeleteSource() {
 }
 
 void CViewSourcesDlg::OpenMenu(const QPoint& at) {
-    auto* const menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+    auto* const menu = NewPopupMenu(this);
     menu->addAction(tr("&Edit Source"), this, &CViewSourcesDlg::EditSource);
     menu->addAction(tr("&Delete Source"), this, &CViewSourcesDlg::DeleteSource);
     menu->popup(at);
