@@ -251,7 +251,7 @@ private:
         }
         world_.changes->replaced = FindNotes(world_.book.index, existing, world_.context, world_.faults);
         world_.changes->sources = SourcesOfNotes(world_.changes->replaced, world_.book);
-        const LongList unread = Unread(existing);
+        LongList unread = Unread(existing);
         std::erase_if(notes, [&](const CNote& note) { return unread.Contains(note.id); });
         for (const CNote& note : notes)
             world_.changes->landed.emplace(note.id, FingerprintOf(note));

@@ -160,13 +160,15 @@ void NoteBookCheck::AddCopies() {
         if (isShown[i])
             continue;
         const size_t other = shown[copies[i].id];
-        const std::string note = "note " + std::to_string(copies[i].id),
-                          file = files_[fileOf[other]].filename().string();
+        const std::string file = files_[fileOf[other]].filename().string();
+        std::string note = "note " + std::to_string(copies[i].id);
         const bool isCopy = identities[i].IsSameNote(identities[other]);
         checked_[fileOf[i]].findings.push_back(
             {isCopy ? FindingKind::NoteTwice : FindingKind::NumberShared, files_[fileOf[i]].string(),
-             isCopy ? note + " stands twice; the copy in " + file + " shows"
-                    : note + " is hidden by another note of this number, the one in " + file});
+             note.append(isCopy ? " stands twice; the copy in "
+                                : " is hidden by another note of this number, the one in ")
+                 .append(file)
+                 .append(isCopy ? " shows" : "")});
     }
 }
 

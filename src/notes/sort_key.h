@@ -9,7 +9,7 @@ namespace lore {
 using SortLevels = boost::container::small_vector<int32_t, 4>;
 
 /// How a note compares, as numbers.
-struct SortKey {
+struct SortKey {  // NOLINT(bugprone-exception-escape): levels that move take no memory
     enum class Kind : uint8_t {
         Plain,
         None,      ///< a note without a category: before all others upwards
