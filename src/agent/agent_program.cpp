@@ -72,7 +72,7 @@ TrayCommands AgentProgram::Commands() {
 
 void AgentProgram::Start() {
     const DataPaths data{parts_.places.dataRoot};
-    TellFailedWrite(parts_.faults, "The data folder could not be made", data.DataFiles(), ComputeFolders(data.root));
+    TellFailedWrite(parts_.faults, kDataFolderUnmade, data.DataFiles(), ComputeFolders(data.root));
     watcher_.addPath(PathToQString(data.DataFiles()));
     CheckSettings();
     agent_.Start();

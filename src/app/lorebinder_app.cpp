@@ -51,13 +51,11 @@ void CLorebinderApp::LoadOptions() {
 }
 
 void CLorebinderApp::SelectStartNoteBook() {
-    TellFailedWrite(ports_.faults, "The data folder could not be made", data_.DataFiles(), ComputeFolders(data_.root));
+    TellFailedWrite(ports_.faults, kDataFolderUnmade, data_.DataFiles(), ComputeFolders(data_.root));
     FileResult result;
     const CDatabase noteBook =
         lore::SelectStartNoteBook(data_.DatabasesFile(), Context(), settings_, noteBooks_, result);
-    if (!result.Ok() && !result.Missing())
-        ports_.faults.Tell(
-            {"The list of NoteBooks could not be read", data_.DatabasesFile().string(), result.Reason()});
+    TellFailedRead(ports_.faults, kNoteBooksUnread, data_.DatabasesFile(), result);
     settings_.Save(ports_.store, Option::LocalGUID);
     settings_.Save(ports_.store, Option::Database);
     FlushStore();
@@ -255,7 +253,7 @@ void CLorebinderApp::SwitchNoteBook(const CDatabase& noteBook) {
 }
 
 void CLorebinderApp::ReloadNoteBooks() {
-    TellFailedRead(ports_.faults, "The list of NoteBooks could not be read", data_.DatabasesFile(),
+    TellFailedRead(ports_.faults, kNoteBooksUnread, data_.DatabasesFile(),
                    LoadDatabases(data_.DatabasesFile(), Context(), noteBooks_));
     if (const auto listed = FindByGuid(noteBooks_, settings_.Text(Option::LocalGUID), book_.database.guid))
         book_.database = *listed;

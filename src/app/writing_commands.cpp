@@ -316,8 +316,6 @@ bool WritingCommands::ReadDraft(const std::filesystem::path& file, Draft& draft)
 }
 
 bool WritingCommands::AskForUnsavedNote(const std::filesystem::path& file, UnsavedNote& unsaved) {
-    if (!ReadDraft(file, unsaved.draft))
-        return false;
     const int32_t id = unsaved.draft.note.id;
     const NoteIndex& index = app_.NoteBook().index;
     unsaved.stored = FindNote(index, id, app_.Context(), world_.faults);
@@ -342,29 +340,32 @@ std::vector<UnsavedNote> WritingCommands::AskForUnsavedNotes() {
     std::vector<UnsavedNote> wanted;
     for (const std::filesystem::path& file : Drafts().ListDrafts()) {
         UnsavedNote unsaved;
-        if (AskForUnsavedNote(file, unsaved))
+        if (ReadDraft(file, unsaved.draft) && AskForUnsavedNote(file, unsaved))
             wanted.push_back(std::move(unsaved));
     }
     return wanted;
 }
 
 bool WritingCommands::OfferUnsavedNote(int32_t id, std::optional<UnsavedNote>& wanted) {
-    const std::vector<std::filesystem::path> files = Drafts().ListDrafts();
-    if (files.empty())
+    if (Drafts().ListDrafts().empty())
         return true;
     const std::optional<CNote> note = FindNote(app_.NoteBook().index, id, app_.Context(), world_.faults);
-    for (const std::filesystem::path& file : files) {
-        UnsavedNote unsaved;
-        if (!note || !ReadDraft(file, unsaved.draft) || unsaved.draft.note.guid != note->guid)
-            continue;
+    if (!note)
+        return true;
+    const std::filesystem::path file = Drafts().FileOf(note->guid);
+    std::error_code ignored;
+    if (!std::filesystem::exists(file, ignored))
+        return true;
+    UnsavedNote unsaved;
+    if (ReadDraft(file, unsaved.draft)) {
+        if (unsaved.draft.note.guid != note->guid)
+            return true;
         if (AskForUnsavedNote(file, unsaved)) {
             wanted = std::move(unsaved);
             return true;
         }
-        std::error_code ignored;
-        return !std::filesystem::exists(file, ignored);
     }
-    return true;
+    return !std::filesystem::exists(file, ignored);
 }
 
 EditNoteSession WritingCommands::ContinueNote(const UnsavedNote& unsaved) {

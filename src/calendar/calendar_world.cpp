@@ -24,7 +24,7 @@ void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, b
 FileResult KeepIfDamaged(const CalendarWorld& world, const char* what, const std::filesystem::path& path) {
     if (!world.damaged->contains(path))
         return {};
-    const FileResult kept = KeepDamaged(what, path, "it breaks off, or holds more than could be read", world.faults);
+    const FileResult kept = KeepDamaged(what, path, kNotReadWhole, world.faults);
     if (kept.Ok())
         world.damaged->erase(path);
     return kept;

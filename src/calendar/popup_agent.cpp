@@ -8,16 +8,6 @@
 
 namespace lore {
 
-namespace {
-
-/// Records that lack an id keep lacking one, so that the same record is the same popup at each reading.
-class NoGuids : public GuidSource {
-public:
-    std::string NewGuid() override { return {}; }
-};
-
-}  // namespace
-
 PopupAgent::PopupAgent(std::filesystem::path reminderFile, std::filesystem::path shownFile, Clock& clock,
                        FaultNotice& faults, AgentHooks hooks)
     : reminderFile_(std::move(reminderFile)),

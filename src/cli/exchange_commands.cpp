@@ -183,7 +183,7 @@ private:
     ExitStatus Import(Session& session, const ImportWorld& world, OptionChooser& chooser) const {
         const ImportOutcome outcome = ImportNotes(file_, chooser, world);
         if (outcome.result < 0) {
-            TellImportResult(outcome, world.prompts);
+            TellImportResult({outcome.result, {}, false}, world.prompts);  // its reason has been told as a fault
             return ExitStatus::Fault;
         }
         if (session.Json())

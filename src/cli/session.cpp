@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "notebooks/data_upgrade.h"
+#include "notes/file_faults.h"
 #include "notes/note_cleaner.h"
 #include "platform/places.h"
 #include "ports/silent_progress.h"
@@ -45,21 +46,17 @@ Session::Session(const GlobalOptions& options)
 }
 
 void Session::Check(const FileResult& result, const char* what, const std::filesystem::path& path) {
-    if (!result.Ok() && !result.Missing())
-        faults_.Tell({what, path.string(), result.Reason()});
+    TellFailedRead(faults_, what, path, result);
 }
 
 void Session::MakeDataFolder() {
-    const FileResult made = ComputeFolders(data_.root);
-    if (!made.Ok())
-        faults_.Tell({"The data folder could not be made", data_.DataFiles().string(), made.Reason()});
+    TellFailedWrite(faults_, kDataFolderUnmade, data_.DataFiles(), ComputeFolders(data_.root));
 }
 
 const std::vector<CDatabase>& Session::NoteBooks() {
     if (!noteBooks_) {
         noteBooks_.emplace();
-        Check(LoadDatabases(data_.DatabasesFile(), context_, *noteBooks_), "The list of NoteBooks could not be read",
-              data_.DatabasesFile());
+        Check(LoadDatabases(data_.DatabasesFile(), context_, *noteBooks_), kNoteBooksUnread, data_.DatabasesFile());
     }
     return *noteBooks_;
 }

@@ -96,7 +96,7 @@ FileResult DraftStore::WriteDraft(const Draft& draft) const {
     bytes += record + draft.note.plainText + draft.note.rtfText;
     if (const FileResult made = MakeFolders(folder_); !made.Ok())
         return made;
-    return WriteFileAtomically(folder_ / (FileKey(head.guid) + kEnding), bytes);
+    return WriteFileAtomically(FileOf(head.guid), bytes);
 }
 
 FileResult DraftStore::KeepFile(std::string_view guid, std::string_view name, std::string_view bytes,
@@ -109,12 +109,15 @@ FileResult DraftStore::KeepFile(std::string_view guid, std::string_view name, st
 }
 
 FileResult DraftStore::RemoveDraft(std::string_view guid) const {
-    const std::string key = FileKey(guid);
-    const FileResult result = RemoveFile(folder_ / (key + kEnding));
+    const FileResult result = RemoveFile(FileOf(guid));
     std::error_code error;
-    std::filesystem::remove_all(folder_ / key, error);
+    std::filesystem::remove_all(folder_ / FileKey(guid), error);
     std::filesystem::remove(folder_, error);  // fails while another draft stands there
     return result;
+}
+
+std::filesystem::path DraftStore::FileOf(std::string_view guid) const {
+    return folder_ / (FileKey(guid) + kEnding);
 }
 
 std::vector<std::filesystem::path> DraftStore::ListDrafts() const {

@@ -42,6 +42,8 @@ public:
     /// Removes the draft of a note and the files kept with it.
     FileResult RemoveDraft(std::string_view guid) const;
 
+    /// The file in which the draft of a note stands, if there is one. Odd GUIDs may share a file.
+    std::filesystem::path FileOf(std::string_view guid) const;
     /// The files of all drafts, by name.
     std::vector<std::filesystem::path> ListDrafts() const;
     /// `isWhole` is false, and `draft` a blank one, if the file can't be read, or was read and is damaged.

@@ -65,15 +65,13 @@ private:
                 continue;
             wanted_.insert(id);
             files_[*book_.index.FindPath(id)];
-            for (const std::string& path : book_.index.TakeHiddenPaths(id)) {
+            for (const std::string& path : book_.index.HiddenPaths(id))
                 files_[path];
-                book_.index.AddHiddenCopy(path, id);
-            }
         }
     }
 
     void ReadFile(const std::string& path, File& file) {
-        NoNewGuids none;
+        NoGuids none;
         const ReadContext context{context_.now, context_.nowUtc, &none};
         NoteFileReader reader(context);
         if (const FileResult result = reader.Open(path); !result.Ok()) {

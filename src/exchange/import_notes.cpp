@@ -69,10 +69,10 @@ NoteHeads FindExisting(const std::vector<ArchiveNote>& notes, const ImportWorld&
 }
 
 std::optional<ArchiveNote> LoadExisting(int32_t id, const ImportWorld& world) {
-    const std::vector<CNote> found = FindNotes(world.book.index, {id}, world.context, world.faults);
-    if (found.empty())
+    const std::optional<CNote> found = FindNote(world.book.index, id, world.context, world.faults);
+    if (!found)
         return std::nullopt;
-    return MakeArchiveNote(found.front(), world.book.sources, world.book.authors);
+    return MakeArchiveNote(*found, world.book.sources, world.book.authors);
 }
 
 /// Hands faults on, and keeps the words of the last one.

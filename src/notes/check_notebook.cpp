@@ -56,7 +56,7 @@ private:
     const NoteBookPaths& paths_;
     const ReadContext& context_;
     FaultNotice& faults_;
-    NoNewGuids noGuids_;
+    NoGuids noGuids_;
     const ReadContext ofNotes_{context_.now, context_.nowUtc, &noGuids_};
     KnownThings known_;
     std::vector<std::filesystem::path> files_;

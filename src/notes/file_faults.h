@@ -25,7 +25,8 @@ inline void TellFailedWrite(FaultNotice& faults, const char* what, const std::fi
 /// What a note file that failed is called in such a message.
 inline constexpr char kNoteFileUnread[] = "A note file could not be read";
 inline constexpr char kNoteFileUnwritten[] = "A note file could not be written";
-/// And the list of NoteBooks.
+/// And the list of NoteBooks, and the folders of all data.
 inline constexpr char kNoteBooksUnread[] = "The list of NoteBooks could not be read";
+inline constexpr char kDataFolderUnmade[] = "The data folder could not be made";
 
 }  // namespace lore

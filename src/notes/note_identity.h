@@ -6,7 +6,6 @@
 #include <string>
 
 #include "notes/note.h"
-#include "ports/read_context.h"
 
 namespace lore {
 
@@ -26,12 +25,6 @@ struct NoteIdentity {
     bool IsSameNote(const NoteIdentity& other) const {
         return guid != 0 && other.guid != 0 ? guid == other.guid : created == other.created;
     }
-};
-
-/// For readers that ask for identities: a note without a guid shows as one, and gets none made up.
-class NoNewGuids : public GuidSource {
-public:
-    std::string NewGuid() override { return {}; }
 };
 
 }  // namespace lore

@@ -59,12 +59,17 @@ void NoteIndex::AddHiddenCopy(std::string_view path, int32_t id) {
     hidden_.emplace(id, path);
 }
 
-std::vector<std::string> NoteIndex::TakeHiddenPaths(int32_t id) {
+std::vector<std::string> NoteIndex::HiddenPaths(int32_t id) const {
     std::vector<std::string> paths;
     const auto [first, last] = hidden_.equal_range(id);
     for (auto it = first; it != last; ++it)
         paths.push_back(it->second);
-    hidden_.erase(first, last);
+    return paths;
+}
+
+std::vector<std::string> NoteIndex::TakeHiddenPaths(int32_t id) {
+    std::vector<std::string> paths = HiddenPaths(id);
+    hidden_.erase(id);
     return paths;
 }
 

@@ -41,7 +41,9 @@ public:
     /// A further copy of a note that the index holds stands in this file. It doesn't show.
     void AddHiddenCopy(std::string_view path, int32_t id);
     bool HasHiddenCopy(int32_t id) const { return hidden_.contains(id); }
-    /// The files that hold further copies of a note, which the index then forgets.
+    /// The files that hold further copies of a note.
+    std::vector<std::string> HiddenPaths(int32_t id) const;
+    /// The same, which the index then forgets.
     std::vector<std::string> TakeHiddenPaths(int32_t id);
 
     /// The number of notes.

@@ -9,8 +9,6 @@ namespace lore {
 
 namespace {
 
-constexpr char kNotWhole[] = "it breaks off, or holds more than could be read";
-
 /// `records` are what the list holds, and `wrong` says how it may not be whole.
 template <typename List, typename Save>
 bool WriteList(List& list, const std::filesystem::path& path, const std::string& records, const std::string& wrong,
@@ -29,12 +27,12 @@ bool WriteList(List& list, const std::filesystem::path& path, const std::string&
 }  // namespace
 
 bool WriteAuthors(OpenNoteBook& book, FaultNotice& faults) {
-    return WriteList(book.authors, book.paths.Authors(), "authors", kNotWhole, faults,
+    return WriteList(book.authors, book.paths.Authors(), "authors", kNotReadWhole, faults,
                      [&] { return book.authors.SaveAuthors(book.paths.Authors()); });
 }
 
 bool WriteSourceTypes(OpenNoteBook& book, FaultNotice& faults) {
-    return WriteList(book.types, book.paths.SourceTypes(), "source types", kNotWhole, faults,
+    return WriteList(book.types, book.paths.SourceTypes(), "source types", kNotReadWhole, faults,
                      [&] { return book.types.SaveTypes(book.paths.SourceTypes()); });
 }
 
@@ -45,7 +43,7 @@ bool WriteSources(OpenNoteBook& book, FaultNotice& faults) {
 }
 
 bool WriteCategories(OpenNoteBook& book, const CProCategoryList& forest, FaultNotice& faults) {
-    return WriteList(book.categories, book.paths.Categories(), "categories", kNotWhole, faults,
+    return WriteList(book.categories, book.paths.Categories(), "categories", kNotReadWhole, faults,
                      [&] { return forest.Save(book.paths.Categories()); });
 }
 

@@ -85,14 +85,14 @@ private:
 /// All copies of the notes that were found, in reading order; null for a copy that doesn't match.
 using Candidates = CopyChoice<SearchResult*>;
 
-void AddCandidates(FileFinds& file, const IDMarks& wanted, Candidates& candidates) {
+void AddCandidates(FileFinds& file, size_t number, const IDMarks& wanted, Candidates& candidates) {
     auto stray = file.strays.cbegin();
     auto find = file.finds.begin();
     for (size_t i = 0; i < file.ids.size(); ++i) {
         const bool isStray = stray != file.strays.cend() && stray->copy == i;
         const bool isFind = find != file.finds.end() && find->copy == i;
         if (wanted.Contains(file.ids[i]))
-            candidates.Add({file.ids[i], !isStray || stray->isHome, !isStray || stray->isWhole, file.edited[i]},
+            candidates.Add({file.ids[i], !isStray || stray->isHome, !isStray || stray->isWhole, file.edited[i], number},
                            isFind ? &find->result : nullptr);
         stray += isStray ? 1 : 0;
         find += isFind ? 1 : 0;
@@ -107,8 +107,8 @@ std::vector<SearchResult> TakeShown(std::vector<FileFinds>& files) {
             wanted.Add(find.result.id);
     }
     Candidates candidates;
-    for (FileFinds& file : files)
-        AddCandidates(file, wanted, candidates);
+    for (size_t i = 0; i < files.size(); ++i)
+        AddCandidates(files[i], i, wanted, candidates);
     std::vector<SearchResult> results;
     candidates.TakeShown([&](int32_t, SearchResult* result) {
         if (result)

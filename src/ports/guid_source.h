@@ -11,4 +11,10 @@ public:
     virtual std::string NewGuid() = 0;
 };
 
+/// For readers that tell records apart by their guids: one that has none shows as such, and gets none made up.
+class NoGuids : public GuidSource {
+public:
+    std::string NewGuid() override { return {}; }
+};
+
 }  // namespace lore

@@ -27,12 +27,7 @@ std::optional<QRect> StoredWindowPlace(const SettingsStore& store, const std::st
 }
 
 void StoreWindowPlace(SettingsStore& store, const std::string& key, const QWidget& window) {
-    const QString place = QStringLiteral("%1,%2,%3,%4")
-                              .arg(window.pos().x())
-                              .arg(window.pos().y())
-                              .arg(window.width())
-                              .arg(window.height());
-    store.Set(kWindowsSection, key, FromQString(place));
+    StoreSizes(store, key, {window.pos().x(), window.pos().y(), window.width(), window.height()});
 }
 
 std::optional<QList<int>> StoredSizes(const SettingsStore& store, const std::string& key, int count) {

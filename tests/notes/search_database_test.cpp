@@ -72,6 +72,10 @@ TEST_F(SearchDatabaseTest, LooksOnlyAtTheCopyThatShowsOfANoteThatStandsTwice) {
     // The copy without a source is at home in its day's file too and comes first.
     EXPECT_THAT(Ids("words"), ElementsAre(1, 2));
     EXPECT_THAT(Ids("new"), IsEmpty());
+    moved.dateEdited = DateTime(2021, 1, 1);
+    disk.Put("SRC0000000005.dat", {moved});
+    EXPECT_THAT(Ids("new"), ElementsAre(1)) << "it was written last";
+    EXPECT_THAT(Ids("old"), ElementsAre(2));
     disk.Put("DAY01012020.dat", {});
     disk.Put("DAY05052020.dat", {TextNote(1, "old words"), TextNote(2, "old words")});
     EXPECT_THAT(Ids("old"), ElementsAre(2));

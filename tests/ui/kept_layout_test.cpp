@@ -1,14 +1,11 @@
 #include <functional>
 
 #include "exchange/archive_notes.h"
-#include "sources/source_editor.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/import/differences_window.h"
 #include "ui/import/import_window.h"
-#include "ui/note_editor/note_actions.h"
-#include "ui/sources/edit_source_dlg.h"
-#include "ui/sources/source_dialogs.h"
+#include "ui/source_window.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -86,11 +83,7 @@ private:
         Show(window, steps);
     }
     void InSource(const Steps& steps) {
-        WritingCommands& commands = window_->Notes()->Commands();
-        SourceEditor editor = SourceEditor::ForNew(commands.Sources());
-        const SourceDialogs windows(commands, store_, *theme_);
-        CEditSourceDlg dialog(editor, windows, window_.get());
-        Show(dialog, steps);
+        InNewSource(*window_, store_, *theme_, [&](CEditSourceDlg& dialog) { Show(dialog, steps); });
     }
     void InDay(const Steps& steps) {
         CalendarHost host(*app_, *theme_, window_.get());
