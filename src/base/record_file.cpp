@@ -82,14 +82,17 @@ Met TranslateFromDisk(std::string& data) {
     return met;
 }
 
-/// The value of a number field that holds digits alone, as nearly all do.
+/// The value of a number field that holds digits alone, or behind a minus, as nearly all do.
 std::optional<int32_t> ValueOfDigits(std::string_view field) {
     if (std::endian::native != std::endian::little || field.size() < kIntWidth)
         return std::nullopt;
     constexpr uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0;
     uint64_t halves[2];
     std::memcpy(halves, field.data(), sizeof halves);
-    uint64_t value = 0;
+    const bool isNegative = field[0] == '-';
+    if (isNegative)
+        halves[0] ^= '-' ^ '0';
+    int64_t value = 0;
     for (uint64_t eight : halves) {
         const uint64_t carried = (eight + 0x0606060606060606) & kHighHalves;
         if (((eight & kHighHalves) | carried >> 4) != 0x3333333333333333)
@@ -98,9 +101,10 @@ std::optional<int32_t> ValueOfDigits(std::string_view field) {
         eight = (eight & 0x0F0F0F0F0F0F0F0F) * (10 * 0x100 + 1) >> 8;
         eight = (eight & 0x00FF00FF00FF00FF) * (100 * 0x10000 + 1) >> 16;
         eight = (eight & 0x0000FFFF0000FFFF) * (10000 * 0x100000000 + 1) >> 32;
-        value = value * 100000000 + eight;
+        value = value * 100000000 + static_cast<int64_t>(eight);
     }
-    return static_cast<int32_t>(std::min<uint64_t>(value, std::numeric_limits<int32_t>::max()));
+    constexpr int64_t kHighest = std::numeric_limits<int32_t>::max();
+    return static_cast<int32_t>(isNegative ? -std::min(value, kHighest + 1) : std::min(value, kHighest));
 }
 
 /// A number field as the C library would convert it: up to the first zero byte.

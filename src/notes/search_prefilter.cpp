@@ -185,12 +185,29 @@ bool MayMakeAscii(std::string_view escape) {
     return FoldCase(c & 0x1FFFFF) < 0x80;
 }
 
+/// Whether an escape that begins with this byte is worth a look.
+bool MayConcernAscii(char c) {
+    return c == '\'' || c == 'u' || c == 'a' || c == 'c';
+}
+
 bool HidesAscii(std::string_view rtf) {
     constexpr size_t kLongestEscape = 20;
-    for (size_t at = rtf.find('\\'); at != std::string_view::npos; at = rtf.find('\\', at)) {
-        ++at;
-        const char c = at < rtf.size() ? rtf[at] : '\0';
-        if ((c == '\'' || c == 'u' || c == 'a' || c == 'c') && MayMakeAscii(rtf.substr(at, kLongestEscape)))
+    size_t at = 0;
+#if defined(__SSE2__)
+    const auto equal = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    for (; at + 17 <= rtf.size(); at += 16) {
+        const __m128i next = Load(&rtf[at + 1]);
+        const __m128i concerns = _mm_or_si128(_mm_or_si128(equal(next, '\''), equal(next, 'u')),
+                                              _mm_or_si128(equal(next, 'a'), equal(next, 'c')));
+        auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(equal(Load(&rtf[at]), '\\'), concerns)));
+        for (; mask != 0; mask &= mask - 1) {
+            if (MayMakeAscii(rtf.substr(at + static_cast<size_t>(std::countr_zero(mask)) + 1, kLongestEscape)))
+                return true;
+        }
+    }
+#endif
+    for (; at + 1 < rtf.size(); ++at) {
+        if (rtf[at] == '\\' && MayConcernAscii(rtf[at + 1]) && MayMakeAscii(rtf.substr(at + 1, kLongestEscape)))
             return true;
     }
     return false;
