@@ -34,6 +34,7 @@ struct NewSeries {
 /// The records of a new series, each with reminders of its own. Empty, told, if no date fits.
 NewSeries Expand(const CalendarWorld& world, CTmEvent& event) {
     ClearServerIds(event.Reminders);
+    KeepLastDay(event);
     NewSeries series;
     EventList& records = series.records;
     records = ExpandSeries(event, world.guids, &series.isCut);

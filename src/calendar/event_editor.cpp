@@ -1,5 +1,8 @@
 #include "calendar/event_editor.h"
 
+#include <utility>
+
+#include "base/record_file.h"
 #include "base/text.h"
 #include "calendar/date_arithmetic.h"
 #include "calendar/event_reminders.h"
@@ -164,7 +167,9 @@ std::string EventEditor::Outcome() const {
     if (!IsRecurring())
         return "";
     bool isCut = false;
-    const std::vector<Occurrence> dates = SeriesDates(event_, &isCut);
+    CTmEvent event = event_;
+    KeepLastDay(event);
+    const std::vector<Occurrence> dates = SeriesDates(event, &isCut);
     if (dates.empty())
         return "No event falls on these days";
     const std::string count = std::to_string(dates.size()) + (dates.size() == 1 ? " event" : " events") +
@@ -229,7 +234,25 @@ CTmEvent EventEditor::Finished() const {
     return event;
 }
 
+/// False, told, if a text is longer than a record holds.
+bool EventEditor::MayHoldTexts(const CTmEvent& event) const {
+    const std::pair<const char*, const std::string*> texts[] = {{"title", &event.Label},
+                                                                {"description", &event.Description}};
+    for (const auto& [name, text] : texts) {
+        if (text->size() <= kMaxStringLength)
+            continue;
+        world_.prompts.Message("The " + std::string(name) + " of this event takes " + std::to_string(text->size()) +
+                                   " bytes; an event can hold " + std::to_string(kMaxStringLength) +
+                                   ".\n\nPlease shorten it. Nothing was saved.",
+                               "Event Too Large", PromptIcon::Warning);
+        return false;
+    }
+    return true;
+}
+
 EventSave EventEditor::Save() {
+    if (!MayHoldTexts(event_))
+        return EventSave::Refused;
     return isNew_ ? CreateEvent(world_, Finished()) : EditEvent(world_, Finished(), old_);
 }
 

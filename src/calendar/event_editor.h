@@ -83,6 +83,7 @@ private:
     void KeepOrder();
     void ApplyWholeDays();
     CTmEvent Finished() const;
+    bool MayHoldTexts(const CTmEvent& event) const;
 
     const CalendarWorld& world_;
     CTmEvent event_, old_;

@@ -199,6 +199,13 @@ std::vector<Occurrence> SeriesDates(const CTmEvent& event, bool* isCut) {
     return std::move(found.dates);
 }
 
+void KeepLastDay(CTmEvent& event) {
+    if (event.RecurrenceEnd != event.RecurrenceEnd.Midnight())
+        return;
+    if (const DateTime end = AtTimeOf(event.RecurrenceEnd, event.RecurrenceStart); end.IsValid())
+        event.RecurrenceEnd = end;
+}
+
 EventList ExpandSeries(const CTmEvent& event, GuidSource& guids, bool* isCut) {
     const std::string seriesId = guids.NewGuid();
     EventList records;

@@ -23,6 +23,10 @@ struct Occurrence {
 /// `isCut`, which may be null, tells whether there are more dates than kMostOccurrences; these are left out.
 std::vector<Occurrence> SeriesDates(const CTmEvent& event, bool* isCut = nullptr);
 
+/// A series that was cut ends with a midnight, at which the event of its last day hasn't begun. Before it is expanded
+/// anew its end gets the time of day of its start, so that this event stays.
+void KeepLastDay(CTmEvent& event);
+
 /// One record for each date of the series: copies of the event, its reminders included, with ids of their own and a new
 /// common SeriesId. `isCut` as above.
 EventList ExpandSeries(const CTmEvent& event, GuidSource& guids, bool* isCut = nullptr);

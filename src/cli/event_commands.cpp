@@ -232,8 +232,6 @@ public:
         if (!LoadEvents(world, events))
             return ExitStatus::Fault;
         status = (this->*chosen_)(session, world, events);
-        if (status == ExitStatus::Done && session.Json() && !id_.empty())
-            PrintJson({{"EventId", JsonText(FromUtf8(id_))}});
         // The event is as it should be, but a reminder isn't, or some dates are missing.
         const bool lacks = session.Faults().Any() || (status == ExitStatus::Done && prompts_.HasWarned());
         return lacks ? ExitStatus::Fault : status;
@@ -259,11 +257,13 @@ private:
             return ExitStatus::WrongUsage;
         if (const ExitStatus status = StatusOf(editor.Save()); status != ExitStatus::Done)
             return status;
-        PrintNew(session, world, before);
+        EventList now;
+        LoadEvents(world, now);
+        PrintNew(session, before, now);
         return ExitStatus::Done;
     }
 
-    ExitStatus Edit(Session&, const CalendarWorld& world, const EventList& events) {
+    ExitStatus Edit(Session& session, const CalendarWorld& world, const EventList& events) {
         const CTmEvent* const event = Find(events);
         if (!event)
             return ExitStatus::NothingFound;
@@ -273,30 +273,35 @@ private:
         if (!options_.Apply(editor))
             return ExitStatus::WrongUsage;
         const ExitStatus status = StatusOf(editor.Save());
-        if (status == ExitStatus::Done && options_.start && IsSeriesMember(*event) &&
-            question_.reach != SeriesReach::OnlyThis)
-            TellLoneMove(world, *event);
+        if (status == ExitStatus::Done)
+            PrintEdited(session, world, events, *event);
         return status;
     }
-    /// Says so if the event has moved without the others. A series that was made anew has other ids.
-    void TellLoneMove(const CalendarWorld& world, const CTmEvent& before) const {
-        EventList events;
-        LoadEvents(world, events);
-        const int index = FindEventIndex(events, id_);
-        if (index < 0 || events[static_cast<size_t>(index)].Start == before.Start)
-            return;
-        PrintError("only this event has moved: the start is no part of what the events of a series share");
+    /// The event, or those of a series that was made anew, which have other ids. Says so if the event has moved without
+    /// the others.
+    void PrintEdited(const Session& session, const CalendarWorld& world, const EventList& events,
+                     const CTmEvent& before) const {
+        EventList now;
+        LoadEvents(world, now);
+        const int index = FindEventIndex(now, id_);
+        if (index < 0)
+            return PrintNew(session, events, now);
+        PrintID(session);
+        if (options_.start && IsSeriesMember(before) && question_.reach != SeriesReach::OnlyThis &&
+            now[static_cast<size_t>(index)].Start != before.Start)
+            PrintError("only this event has moved: the start is no part of what the events of a series share");
     }
 
-    ExitStatus Delete(Session&, const CalendarWorld& world, const EventList& events) {
+    ExitStatus Delete(Session& session, const CalendarWorld& world, const EventList& events) {
         const CTmEvent* const event = Find(events);
         if (!event)
             return ExitStatus::NothingFound;
         if (!SaysReach(*event))
             return ExitStatus::WrongUsage;
-        if (!IsSeriesMember(*event))
-            return DeleteEvent(world, *event) ? ExitStatus::Done : ExitStatus::Fault;
-        return DeleteMember(world, *event) ? ExitStatus::Done : ExitStatus::Fault;
+        if (!(IsSeriesMember(*event) ? DeleteMember(world, *event) : DeleteEvent(world, *event)))
+            return ExitStatus::Fault;
+        PrintID(session);
+        return ExitStatus::Done;
     }
 
     bool DeleteMember(const CalendarWorld& world, const CTmEvent& event) const {
@@ -332,14 +337,16 @@ private:
                 return ExitStatus::NothingFound;
         }
     }
-    static void PrintNew(const Session& session, const CalendarWorld& world, const EventList& before) {
+    void PrintID(const Session& session) const {
+        if (session.Json())
+            PrintJson({{"EventId", JsonText(FromUtf8(id_))}});
+    }
+    static void PrintNew(const Session& session, const EventList& before, const EventList& now) {
         std::unordered_set<std::string_view> known;
         for (const CTmEvent& event : before)
             known.insert(event.EventId);
-        EventList events;
-        LoadEvents(world, events);
         Json ids = Json::array();
-        for (const CTmEvent& event : events) {
+        for (const CTmEvent& event : now) {
             if (known.contains(event.EventId))
                 continue;
             if (session.Json())

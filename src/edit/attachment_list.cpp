@@ -29,7 +29,7 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 
 /// "Image File (*.png) |*.png|"
 std::string FilterFor(int32_t kind, std::string_view extension) {
-    const std::string pattern = "*." + std::string(extension);
+    const std::string pattern = extension.empty() ? "*" : "*." + std::string(extension);
     return std::string(AttachmentKindName(kind)) + " (" + pattern + ") |" + pattern + "|";
 }
 

@@ -127,8 +127,14 @@ std::vector<CategoryChoice> CategoryAssignment::ChildrenOf(int32_t parentID) con
                 choices.push_back({node.id, node.name});
         }
     }
+    // The forest holds some of them already behind a save whose note could not be written.
+    const auto isListed = [&choices](const NewCategory& category) {
+        return std::any_of(choices.begin(), choices.end(), [&](const CategoryChoice& choice) {
+            return choice.id == category.id && choice.name == category.name;
+        });
+    };
     for (const NewCategory& category : made_) {
-        if (category.parentID == parentID)
+        if (category.parentID == parentID && !isListed(category))
             choices.push_back({category.id, category.name});
     }
     return choices;

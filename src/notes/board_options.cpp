@@ -16,7 +16,7 @@ BoardOptions BoardOptionsOf(const Settings& settings, const SettingsStore& store
     options.showSources = settings.Flag(Option::ShowSources);
     options.sourcesOnTop = settings.Flag(Option::SourceTop);
     options.sourceSize = settings.Int(Option::SourceSize);
-    options.zoom = settings.ZoomFactor();
+    options.zoom = NearestBoardZoom(settings.Int(Option::ZoomLvl)) / 100.0;
     options.focusGround = LoadSelectedNoteColor(store);
     options.pictureTitle = LoadFontSetting(store, kImageTitleFont, DefaultImageTitleFont());
     return options;

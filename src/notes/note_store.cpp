@@ -209,7 +209,7 @@ void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming
         put(held.notes, std::move(incoming), successors);
         PutBeforeOthers(held.notes, guids);
     }
-    if (!isRead || !Write(path, held.notes)) {
+    if (!isRead || !Write(path, held.notes, IDs(ids.begin(), ids.end()))) {
         saving.failed.Merge(ids);
         return;
     }
@@ -388,12 +388,30 @@ void NoteStore::FindShownGuids(const std::string& path, const IDs& ids,
     choice.TakeShown([&](int32_t id, std::string&& guid) { guids.emplace(id, std::move(guid)); });
 }
 
-bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes) {
+bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes, const IDs& arriving) {
     const FileResult result = ReplaceFile(path, NoteFileBytes(notes));
     TellFailedWrite(faults_, kNoteFileUnwritten, path, result);
     if (result.Ok() && texts_)
-        texts_->UpdateFile(path, notes);
+        texts_->UpdateFile(path, notes, ShownIn(path, notes, arriving));
     return result.Ok();
+}
+
+/// Which notes of a file show, as a load would have it: of those that share a number one, and none that another file
+/// shows, but for those that arrive here from there.
+std::vector<bool> NoteStore::ShownIn(const std::string& path, const std::vector<CNote>& notes,
+                                     const IDs& arriving) const {
+    const std::filesystem::path file(path);
+    std::vector<NoteCopy> copies;
+    copies.reserve(notes.size());
+    for (const CNote& note : notes)
+        copies.push_back({note.id, IsAtHome(note, file), true, note.dateEdited.Seconds()});
+    std::vector<bool> shown = ShownCopies(copies);
+    for (size_t i = 0; i < notes.size(); ++i) {
+        const std::string* const place = book_.index.FindPath(notes[i].id);
+        if (place && *place != path && !arriving.contains(notes[i].id))
+            shown[i] = false;
+    }
+    return shown;
 }
 
 }  // namespace lore

@@ -80,7 +80,8 @@ private:
     bool Keep(const std::string& path, const std::string& what, const std::string& reason);
     void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);
     void FindShownGuids(const std::string& path, const IDs& ids, std::unordered_map<int32_t, std::string>& guids);
-    bool Write(const std::string& path, const std::vector<CNote>& notes);
+    bool Write(const std::string& path, const std::vector<CNote>& notes, const IDs& arriving = {});
+    std::vector<bool> ShownIn(const std::string& path, const std::vector<CNote>& notes, const IDs& arriving) const;
     void Flush();
 
     OpenNoteBook& book_;

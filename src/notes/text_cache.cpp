@@ -85,11 +85,13 @@ void TextCache::Hold(const std::string& path, FoldedTexts texts) {
         places_[held.slices[i].id] = {&held, i};
 }
 
-void TextCache::UpdateFile(const std::string& path, const std::vector<CNote>& notes) {
+void TextCache::UpdateFile(const std::string& path, const std::vector<CNote>& notes, const std::vector<bool>& shown) {
     RemoveFile(path);
     FoldedTexts texts;
-    for (const CNote& note : notes)
-        texts.Add(note.id, static_cast<uint32_t>(texts.slices.size()), PlainText(note.rtfText));
+    for (uint32_t i = 0; i < notes.size(); ++i) {
+        if (shown.empty() || shown[i])
+            texts.Add(notes[i].id, i, PlainText(notes[i].rtfText));
+    }
     texts.bytes.shrink_to_fit();
     if (Reserve(texts.bytes.size()))
         Hold(path, std::move(texts));

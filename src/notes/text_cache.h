@@ -31,8 +31,9 @@ public:
     /// Behind a load: the full path of each of its files, in the order of LoadReport::files.
     void Attach(const std::vector<std::string>& paths);
 
-    /// Takes the texts of a file that was written in place of those that it had.
-    void UpdateFile(const std::string& path, const std::vector<CNote>& notes);
+    /// Takes the texts of a file that was written in place of those that it had. `shown` says which of its notes show;
+    /// the others aren't found. Empty: all.
+    void UpdateFile(const std::string& path, const std::vector<CNote>& notes, const std::vector<bool>& shown = {});
     void RemoveFile(const std::string& path);
     void Clear();
 

@@ -54,6 +54,8 @@ bool SourceBrowser::FillEntries() {
         const std::string text = choice.entries[choice.chosen];
         choice.entries = DistinctTexts(
             all_, [&](size_t position) { return std::string(Key(filter, static_cast<uint32_t>(position))); });
+        std::erase_if(choice.entries,
+                      [&](const std::string& entry) { return CompareNoCase(entry, AllEntry(filter)) == 0; });
         // On purpose: the line that stands for all is sorted in among the others by its text.
         const auto isBefore = [](const std::string& a, const std::string& b) { return CompareNoCase(a, b) < 0; };
         choice.entries.insert(

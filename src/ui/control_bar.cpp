@@ -33,7 +33,7 @@ constexpr Tab kTabs[] = {
 int32_t ChoiceOf(const Settings& settings, PanelKind kind) {
     if (kind == PanelKind::Categories)
         return CategorySetOf(settings.Int(Option::CtrlBarCatSet));
-    return settings.Int(Option::CtrlBarSortSrc);
+    return static_cast<int32_t>(SourceGroupingOf(settings.Int(Option::CtrlBarSortSrc)));
 }
 
 std::vector<PanelEntry> EntriesOf(const OpenNoteBook& book, PanelKind kind, int32_t choice) {

@@ -4,7 +4,6 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QStackedLayout>
 #include <QTreeView>
@@ -17,6 +16,7 @@
 #include "ui/panel_model.h"
 #include "ui/popup_menu.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -65,7 +65,7 @@ PanelPage::PanelPage(PanelKind kind, const Theme& theme, QWidget* parent)
     layout->setContentsMargins(kSpace * 2, kSpace * 2, kSpace * 2, kSpace * 2);
     layout->setSpacing(kSpace * 2);
     AddChoice();
-    filter_ = new QLineEdit(this);
+    filter_ = NewTextField(this);
     filter_->setClearButtonEnabled(true);
     filter_->setPlaceholderText(tr(kTexts[static_cast<size_t>(kind)].filter));
     filter_->setAccessibleName(filter_->placeholderText());

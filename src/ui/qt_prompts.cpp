@@ -6,12 +6,12 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
 
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 
 namespace lore {
 
@@ -86,9 +86,12 @@ std::optional<std::string> QtPrompts::AskText(const std::string& label, const st
     dialog.setWindowTitle(ToQString(title));
     dialog.setLabelText(ToQString(label));
     dialog.setTextValue(ToQString(initial));
-    if (auto* const field = dialog.findChild<QLineEdit*>())
+    if (auto* const field = dialog.findChild<QLineEdit*>()) {
         field->setMinimumWidth(std::min(field->fontMetrics().averageCharWidth() * kNameChars,
                                         dialog.screen()->availableSize().width() * 3 / 4));
+        TakeLongText(*field);
+        field->setText(ToQString(initial));
+    }
     return dialog.exec() == QDialog::Accepted ? std::optional(FromQString(dialog.textValue())) : std::nullopt;
 }
 

@@ -3,7 +3,6 @@
 #include <QActionGroup>
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QStyle>
 #include <QToolButton>
@@ -12,6 +11,7 @@
 #include "notes/board_options.h"
 #include "notes/sort_order.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 #include "ui/theme_tool_bar.h"
 
@@ -58,7 +58,7 @@ MainToolBar::MainToolBar(const Theme& theme, QWidget* parent) : QToolBar(tr("Too
 }
 
 void MainToolBar::AddSearch() {
-    search_ = new QLineEdit(this);
+    search_ = NewTextField(this);
     search_->setObjectName("searchBox");
     search_->setAccessibleName(tr("Search"));
     search_->setClearButtonEnabled(true);

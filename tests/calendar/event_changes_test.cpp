@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "calendar/calendar_fixture.h"
+#include "calendar/event_editor.h"
 #include "calendar/event_reminders.h"
 #include "calendar/series.h"
 #include "support/each.h"
@@ -416,6 +417,14 @@ TEST_F(EventChanges, TheRestOfACutSeriesEndsOnTheDayBefore) {
     EXPECT_TRUE(DeleteFollowingEvents(world, Member(2)));
     EXPECT_EQ(Member(0).RecurrenceEnd, Day(2026, 4, 11));
     EXPECT_EQ(Member(1).RecurrenceEnd, Day(2026, 4, 11));
+    question.answer = SeriesReach::EntireSeries;
+    EventEditor editor = EventEditor::ForEvent(world, Member(0));
+    EXPECT_EQ(editor.Outcome(), "Ends after 2 events, on 04/11/26");
+    editor.PlaceAt(Day(2026, 4, 10, 9, 5), Day(2026, 4, 10, 11));
+    EXPECT_EQ(editor.Save(), EventSave::Saved);
+    ASSERT_EQ(Stored().size(), 3u) << "another length makes the series anew, and its last day stays";
+    EXPECT_EQ(Member(1).Start, Day(2026, 4, 11, 9, 5));
+    ExpectRemindersHaveEvents();
 }
 
 TEST_F(EventChanges, ASingleEventGoesWithItsReminders) {

@@ -110,6 +110,11 @@ class Events(FreshTest):
                 self.assertEqual([line[3:11].replace("T", " ") for line in self.lines()], starts)
                 self.assert_reminders_fit()
                 self.assertEqual(len(self.json("reminders")), 4)
+                ids = [event["EventId"] for event in self.json("events")]
+                named = self.json("event", "edit", ids[1], "--end", f"{YEAR}-01-12T13:00", reach)
+                self.assertLessEqual(set(named if reach != "--this" else [named["EventId"]]),
+                                     {event["EventId"] for event in self.json("events")})
+                self.assertEqual(len(named), {"--this": 1, "--following": 3, "--all": 4}[reach])
 
     def test_a_start_alone_moves_one_event_and_says_so(self):
         for reach, more, says in [

@@ -148,6 +148,11 @@ TEST_F(AttachmentTest, ExtractingCopiesOverWhatIsThere) {
     list.Fill({{0, 1.0, "../../lamp.png", "0000001.png", "", 1, true}});
     list.ExtractAttachment(0);
     EXPECT_EQ(prompts.seen.back(), "Extract Attachment? save Image File (*.png) |*.png| [lamp.png]");
+    PutStored("0000002");
+    list.Fill({{0, 1.0, "LICENSE", "0000002", "", 0, true}});
+    list.ExtractAttachment(0);
+    EXPECT_EQ(prompts.seen.back(), "Extract Attachment? save Unknown File (*) |*| [LICENSE]");
+    list.Fill({{0, 1.0, "../../lamp.png", "0000001.png", "", 1, true}});
     prompts.savePaths = {File("target.png", "something longer")};
     list.ExtractAttachment(0);
     EXPECT_EQ(BytesOf(outside / "target.png"), "old");

@@ -1,6 +1,7 @@
 #include "edit/category_assignment.h"
 
 #include <functional>
+#include <set>
 
 #include "classify/category_edit.h"
 #include "edit/edit_fixture.h"
@@ -255,6 +256,9 @@ TEST_F(CategoryAssignmentTest, ARepeatedSaveMakesNothingAnew) {
         boxes.WriteBack(session.note);
         session.newCategories = boxes.NewCategories();
         EXPECT_EQ(session.SaveNote(text), expected);
+        std::set<std::string> offered;
+        for (const CategoryChoice& choice : boxes.Choices(1, 0))
+            EXPECT_TRUE(offered.insert(choice.name).second) << choice.name;
     }
     EXPECT_EQ(Reloaded().categories.Roots().size(), 4u) << "with <UNASSIGNED>";
     EXPECT_EQ(NotePlaces(Reloaded().categories, 1).at(session.note.id)->id, 7);

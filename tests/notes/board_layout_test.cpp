@@ -1,11 +1,13 @@
 #include "notes/board_layout.h"
 
 #include <gmock/gmock.h>
+#include <map>
 #include <random>
 
 #include "notes/board_heights.h"
 #include "notes/card_heights.h"
 #include "notes/note_builder.h"
+#include "support/memory_store.h"
 
 namespace lore {
 namespace {
@@ -148,6 +150,13 @@ TEST(BoardOptions, ZoomGoesThroughItsListAndNotBeyond) {
                  {120, 0, 115}, {125, -99, 100}};
     for (const auto& c : cases)
         EXPECT_EQ(BoardZoomStep(c.percent, c.step), c.expected) << c.percent << " " << c.step;
+    // The board is drawn at what the box shows, whatever the settings hold.
+    for (const auto& [stored, drawn] : std::map<int32_t, double>{
+             {INT32_MIN, 1}, {-1, 1}, {0, 1}, {90, 1}, {126, 1.25}, {20'000'000, 2}, {INT32_MAX, 2}}) {
+        Settings settings;
+        settings.Set(Option::ZoomLvl, stored);
+        EXPECT_EQ(BoardOptionsOf(settings, MemoryStore()).zoom, drawn) << stored;
+    }
 }
 
 TEST(CardHeights, AreEstimatesUntilTheyAreMeasuredAndForgottenByNote) {

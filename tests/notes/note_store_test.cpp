@@ -6,6 +6,8 @@
 
 #include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
+#include "notes/search_world.h"
+#include "notes/text_cache.h"
 #include "support/note_reading.h"
 
 namespace lore {
@@ -256,6 +258,39 @@ TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
         EXPECT_EQ(left, work.left);
         EXPECT_EQ(faults.told.size(), work.told);
         EXPECT_EQ(BytesOf(Path(name) + ".kept"), work.told > 0 ? before : "");
+    }
+}
+
+TEST_F(NoteStoreTest, OnlyTextsOfNotesThatShowAreFoundInMemoryBehindASave) {
+    const auto text = [](int32_t id, const char* guid, const char* words, DateTime day) {
+        CNote note = TextNote(id, words);
+        note.guid = guid;
+        note.dateCreated = day;
+        return note;
+    };
+    const DateTime first(2020, 1, 1), second(2020, 1, 2);
+    const std::string files[] = {"DAY01012020.dat", "DAY01022020.dat"};
+    for (const bool twoFiles : {false, true}) {
+        SCOPED_TRACE(twoFiles);
+        const CNote shown = text(7, "{A}", "apple", first), plum = text(8, "{C}", "plum", twoFiles ? second : first);
+        const CNote hidden = text(7, "{B}", "pear", twoFiles ? second : first);
+        folder.Put(files[0], twoFiles ? std::vector{shown} : std::vector{shown, hidden, plum});
+        folder.Put(files[1], twoFiles ? std::vector{hidden, plum} : std::vector<CNote>());
+        book.index = {};
+        for (const int32_t id : {7, 8})
+            book.index.AddToIndex(Path(files[twoFiles && id == 8 ? 1 : 0]), id);
+        book.index.AddHiddenCopy(Path(files[twoFiles ? 1 : 0]), 7);
+        TextCache cache;
+        cache.UpdateFile(Path(files[0]), {shown});
+        NoteStore filling(book, world.context, faults, &cache);
+        ASSERT_TRUE(filling.SaveNote(plum));
+        EXPECT_THAT(cache.TextOf(7), testing::Optional(std::string_view("apple")));
+        EXPECT_THAT(cache.TextOf(8), testing::Optional(std::string_view("plum")));
+        EXPECT_THAT(cache.SearchFile(Path(files[twoFiles ? 1 : 0]), MatcherFor("pear")), testing::Optional(IsEmpty()));
+        CNote moved = shown;
+        moved.sources = {5};
+        ASSERT_TRUE(filling.SaveNote(moved));
+        EXPECT_THAT(cache.TextOf(7), testing::Optional(std::string_view("apple"))) << "it arrives in another file";
     }
 }
 

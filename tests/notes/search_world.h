@@ -6,6 +6,7 @@
 
 #include "notes/note.h"
 #include "notes/note_builder.h"
+#include "notes/search_match.h"
 #include "ports/prompts.h"
 #include "ports/silent_progress.h"
 #include "rtf/rtf.h"
@@ -40,6 +41,12 @@ public:
     void HideStandBy() override { standBy.emplace_back(); }
     std::vector<std::string> standBy;
 };
+
+inline NoteMatcher MatcherFor(const std::string& text) {
+    NoteSearch search;
+    ParseSearchString(text, nullptr, search);
+    return NoteMatcher(search);
+}
 
 /// A day's note with this RTF body.
 inline CNote TextNote(int32_t id, const std::string& body, int day = 1) {

@@ -12,12 +12,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Optional;
 
-NoteMatcher MatcherFor(const std::string& text) {
-    NoteSearch search;
-    ParseSearchString(text, nullptr, search);
-    return NoteMatcher(search);
-}
-
 TEST(TextCache, HoldsTheTextsOfALoadAndOnlyTheNotesThatShow) {
     const NoteBookFolder disk;
     ReadWorld world;

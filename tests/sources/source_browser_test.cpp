@@ -55,6 +55,8 @@ protected:
 TEST_F(SourceBrowserTest, ChoicesHoldEachTextOnceAndTheLineForAll) {
     SourceBrowser browser(store, false);
     EXPECT_THAT(browser.Entries(SourceFilter::Title), ElementsAre("<-ALL TITLES->", "Aids", "Bells", "Lamps"));
+    book.sources[0].FieldTexts[0] = "<-all titles->";
+    EXPECT_EQ(SourceBrowser(store, false).Entries(SourceFilter::Title).size(), 3u) << "one of them stands for all";
     EXPECT_THAT(browser.Entries(SourceFilter::Publication),
                 ElementsAre("<-ALL PUBLICATIONS->", "Dover", "Harbor Press"));
     const auto& authors = browser.Entries(SourceFilter::Author);

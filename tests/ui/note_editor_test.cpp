@@ -1,6 +1,7 @@
 #include <functional>
 
 #include "notes/note_finder.h"
+#include "notes/note_store.h"
 #include "support/draft_reading.h"
 #include "support/read_world.h"
 #include "ui/note_editor/attachment_panel.h"
@@ -195,6 +196,41 @@ private slots:
         QCOMPARE(OnDisk(id)->dateEdited, clock_.now);
         QCOMPARE(OnDisk(id)->attachments.size(), before.attachments.size());
         QCOMPARE(window_->Board()->FocusNote(), id);
+    }
+
+    void long_lines_are_kept_and_those_that_nobody_touched_keep_their_bytes() {
+        const int32_t id = app_->NoteBook().sources[0].NoteIDs[0];
+        CNote note = *OnDisk(id);
+        QVERIFY(note.sourceInfo.size() == note.sources.Count() || note.sourceInfo.empty());
+        std::string words = "caf\xC3\xA9";  // as UTF-8, though it fits the code page
+        while (words.size() < 40'000)
+            words += ", word " + std::to_string(words.size());
+        note.keyWords = words;
+        note.sourceInfo.clear();
+        for (const int32_t source : note.sources)
+            note.sourceInfo.push_back(
+                {app_->NoteBook().sources.FindSourceByID(source)->SourceGUID, std::string(40'000, 'r')});
+        const ReadContext context = app_->Context();
+        QVERIFY(NoteStore(app_->NoteBook(), context, faults_, nullptr).SaveNote(note));
+        for (const bool touched : {false, true}) {
+            InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); },
+                                       [&](NoteEditorWindow& editor) {
+                                           if (touched) {
+                                               editor.KeyWords()->Field()->end(false);
+                                               QTest::keyClicks(editor.KeyWords()->Field(), ", tail");
+                                               SourceRowView* const row = editor.Sources()->RowAt(0);
+                                               QTest::mouseClick(row->LineButton(), Qt::LeftButton);
+                                               row->Line()->end(false);
+                                               QTest::keyClicks(row->Line(), "!");
+                                           }
+                                           Save(editor);
+                                       });
+            const CNote saved = *OnDisk(id);
+            QCOMPARE(saved.keyWords.size(), touched ? words.size() + 5 : words.size());
+            QCOMPARE(saved.sourceInfo[0].text.size(), size_t{touched ? 40'001u : 40'000u});
+            QVERIFY(touched || saved.keyWords == words);
+        }
+        QVERIFY(faults_.faults.empty());
     }
 
     void an_empty_note_is_refused_and_can_be_cancelled_without_a_question() {

@@ -50,6 +50,11 @@ bool HasRole(const QWidget& widget) {
     return face && face->isValid() && face->role() != QAccessible::NoRole;
 }
 
+/// A line takes 32,767 characters by itself, fewer than a stored text may have.
+bool CutsLongText(const QLineEdit& line) {
+    return line.maxLength() == QLineEdit().maxLength();
+}
+
 bool ActionHasKey(const QAction* action) {
     return action && !action->shortcuts().isEmpty();
 }
@@ -152,6 +157,8 @@ QStringList FaultsOfWindow(const QWidget& window) {
         if (const auto* const button = qobject_cast<const QAbstractButton*>(widget);
             button && !KeyboardReaches(*button))
             faults.append("only for a mouse: " + Described(*widget));
+        if (const auto* const line = qobject_cast<const QLineEdit*>(widget); line && CutsLongText(*line))
+            faults.append("cuts long texts: " + Described(*widget));
         if (IsCut(*widget))
             faults.append(QStringLiteral("cut: %1, %2x%3 of %4x%5")
                               .arg(Described(*widget))

@@ -5,7 +5,6 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -20,6 +19,7 @@
 #include "ui/calendar/recurrence_tabs.h"
 #include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -75,7 +75,7 @@ QWidget* EditEventDialog::MakeFields() {
     form->setContentsMargins(0, 0, 0, 0);
     form->setHorizontalSpacing(kSpace * 3);
     form->setVerticalSpacing(kSpace * 2);
-    label_ = new QLineEdit(ToQString(model_.Event().Label), box);
+    label_ = NewTextField(box, ToQString(model_.Event().Label));
     label_->setObjectName("label");
     form->addRow(tr("&Label:"), label_);
     AddMoment(form, tr("S&tart:"), startDate_, startTime_, "start");

@@ -4,7 +4,6 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -14,6 +13,7 @@
 #include "calendar/reminder_address.h"
 #include "ui/calendar/date_fields.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -113,7 +113,7 @@ void EditReminderDialog::MakeAddress(QFormLayout* form) {
     provider_->setPlaceholderText(tr("Choose one"));
     provider_->setCurrentIndex(model_.Provider());
     form->addRow(tr("Service Pro&vider:"), provider_);
-    address_ = new QLineEdit(this);
+    address_ = NewTextField(this);
     address_->setObjectName("address");
     form->addRow(tr("Email &Address:"), address_);
 }

@@ -4,13 +4,13 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme_look.h"
 
 namespace lore {
@@ -88,7 +88,7 @@ QHBoxLayout* RecurrenceTabs::AddForm(QWidget* page, SeriesType tab, bool first, 
 }
 
 void RecurrenceTabs::AddNumber(QHBoxLayout* row, SeriesType tab, size_t slot, const QString& name) {
-    auto* const field = new QLineEdit(this);
+    auto* const field = NewTextField(this);
     field->setObjectName(QStringLiteral("number%1_%2").arg(tab).arg(slot));
     field->setAccessibleName(name);
     field->setFixedWidth(field->fontMetrics().averageCharWidth() * kNumberChars + kSpace * 6);

@@ -1,11 +1,11 @@
 #include "ui/command_bar/command_bar.h"
 
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QListView>
 #include <QVBoxLayout>
 
 #include "ui/command_bar/command_bar_model.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -23,7 +23,7 @@ CommandBar::CommandBar(const CommandFinder& finder, std::function<std::string(co
     setObjectName("commandBar");
     setWindowTitle(tr("Command Bar"));
     setAccessibleName(tr("Command Bar"));
-    field_ = new QLineEdit(this);
+    field_ = NewTextField(this);
     field_->setObjectName("commandField");
     field_->setAccessibleName(tr("What to find"));
     field_->setPlaceholderText(tr("Find a command, NoteBook, category, source, key word or note"));

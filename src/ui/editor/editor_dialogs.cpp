@@ -3,12 +3,12 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
 
 #include "base/text.h"
+#include "ui/text_field.h"
 #include "ui/theme_look.h"
 
 namespace lore {
@@ -25,7 +25,7 @@ public:
         form_->setSpacing(kSpace * 2);
     }
     QLineEdit* AddText(const QString& label, const QString& value) {
-        auto* const field = new QLineEdit(value, this);
+        auto* const field = NewTextField(this, value);
         field->setMinimumWidth(fontMetrics().averageCharWidth() * 44);
         form_->addRow(label, field);
         return field;

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "ui/editor/rich_text_edit.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -56,7 +57,7 @@ QToolButton* FindBar::MakeButton(const QString& text, void (FindBar::*slot)()) {
 void FindBar::MakeRow(const Theme&) {
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
-    find_ = new QLineEdit(this);
+    find_ = NewTextField(this);
     find_->setObjectName("findField");
     find_->setPlaceholderText(tr("Find in note"));
     find_->setAccessibleName(tr("Find in note"));
@@ -90,7 +91,7 @@ void FindBar::MakeReplaceRow() {
     auto* const row = new QHBoxLayout(replaceRow_);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kSpace * 2);
-    replace_ = new QLineEdit(replaceRow_);
+    replace_ = NewTextField(replaceRow_);
     replace_->setObjectName("replaceField");
     replace_->setPlaceholderText(tr("Replace with"));
     replace_->setAccessibleName(tr("Replace with"));

@@ -3,12 +3,12 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -19,7 +19,7 @@ SelectTagsDlg::SelectTagsDlg(KeyWordPicker& picker, const Theme& theme, QWidget*
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kSpace * 4, kSpace * 4, kSpace * 4, kSpace * 4);
     layout->setSpacing(kSpace * 2);
-    auto* const filter = new QLineEdit(this);
+    auto* const filter = NewTextField(this);
     filter->setPlaceholderText(tr("Filter key words"));
     filter->setAccessibleName(filter->placeholderText());
     filter->setClearButtonEnabled(true);
@@ -61,10 +61,7 @@ void SelectTagsDlg::ApplyFilter(const QString& text) {
 }
 
 KeyWordPanel::KeyWordPanel(Opener open, const Theme& theme, QWidget* parent)
-    : PanelSection(tr("&Key Words"), theme, parent),
-      open_(std::move(open)),
-      theme_(theme),
-      field_(new QLineEdit(this)) {
+    : PanelSection(tr("&Key Words"), theme, parent), open_(std::move(open)), theme_(theme), field_(NewTextField(this)) {
     Title()->setBuddy(field_);
     auto* const select = new QPushButton(tr("Se&lect"), this);
     select->setAutoDefault(false);

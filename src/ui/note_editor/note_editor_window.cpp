@@ -138,7 +138,9 @@ void NoteEditorWindow::ConnectParts() {
 void NoteEditorWindow::TakeFields(CNote& note) const {
     rows_.WriteBack(note);
     paths_.WriteBack(note);
-    note.keyWords = FromQString(keyWords_->Field()->text());
+    // Words that nobody touched keep the bytes in which they stand.
+    if (const QString words = keyWords_->Field()->text(); words != ToQString(note.keyWords))
+        note.keyWords = FromQString(words);
     note.borderColor = color_->Color();
     note.attachments = AttachmentRecords(session_.attachments.Items());
 }

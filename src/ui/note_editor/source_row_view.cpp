@@ -1,13 +1,13 @@
 #include "ui/note_editor/source_row_view.h"
 
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/note_editor/citation_text.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -50,7 +50,7 @@ SourceRowView::SourceRowView(SourceRows& rows, size_t row, const Theme& theme, Q
       theme_(theme),
       citation_(new CitationText(rows.Rows()[row].source, this)),
       line_(new RemarkButton(this)),
-      edit_(new QLineEdit(this)) {
+      edit_(NewTextField(this)) {
     setFocusPolicy(Qt::StrongFocus);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kSpace * 2, kSpace * 2, kSpace * 2, kSpace * 2);

@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
@@ -12,6 +11,7 @@
 
 #include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -83,7 +83,7 @@ QWidget* ManageNoteBooksDialog::MakeDetails() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setHorizontalSpacing(kSpace * 2);
     layout->setVerticalSpacing(kSpace * 2);
-    name_ = new QLineEdit(box);
+    name_ = NewTextField(box);
     name_->setObjectName("name");
     name_->setMinimumWidth(name_->fontMetrics().averageCharWidth() * kListChars);
     name_->setAccessibleName(tr("Name of the chosen NoteBook"));
@@ -114,7 +114,7 @@ QWidget* ManageNoteBooksDialog::MakeNew() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setHorizontalSpacing(kSpace * 2);
     layout->setVerticalSpacing(kSpace * 2);
-    newName_ = new QLineEdit(box);
+    newName_ = NewTextField(box);
     newName_->setObjectName("newName");
     newName_->setPlaceholderText(tr("5 to 30 characters"));
     newName_->setAccessibleName(tr("Name of a new NoteBook"));

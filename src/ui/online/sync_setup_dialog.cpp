@@ -4,12 +4,12 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
 #include "online/service_call.h"
 #include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -68,7 +68,7 @@ QWidget* SyncSetupDialog::MakeAccount(const OnlineConfig& config) {
         KeepWhole(*missing, kTextChars);
         column->addWidget(missing);
     }
-    guid_ = new QLineEdit(ToQString(setup_.SyncGuid()), box);
+    guid_ = NewTextField(box, ToQString(setup_.SyncGuid()));
     guid_->setObjectName("syncGuid");
     guid_->setAccessibleName(tr("Online Account Sync GUID"));
     guid_->setMinimumWidth(guid_->fontMetrics().horizontalAdvance(QString::fromLatin1(kExampleGuid)) + kSpace * 8);

@@ -4,12 +4,12 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -69,7 +69,7 @@ void COptBackupPg::AddUses(QVBoxLayout& layout) {
 
 void COptBackupPg::AddPath(QVBoxLayout& layout) {
     auto* const label = new QLabel(tr("Your Backup File Path:"), below_);
-    path_ = new QLineEdit(below_);
+    path_ = NewTextField(below_);
     path_->setObjectName("backupPath");
     path_->setAccessibleName(label->text());
     path_->setReadOnly(true);

@@ -2,13 +2,13 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
 
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme_look.h"
 
 namespace lore {
@@ -16,7 +16,7 @@ namespace lore {
 UserDictionaryDialog::UserDictionaryDialog(UserDictionary& words, SettingsStore& store, QWidget* parent)
     : DialogFrame(tr("User Dictionary"), "UserDictionary", store, parent), words_(words) {
     auto* const label = new QLabel(tr("&Word:"), this);
-    word_ = new QLineEdit(this);
+    word_ = NewTextField(this);
     word_->setObjectName("word");
     word_->setAccessibleName(tr("A word to add"));
     label->setBuddy(word_);

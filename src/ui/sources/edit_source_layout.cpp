@@ -2,7 +2,6 @@
 #include <QCompleter>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QScrollArea>
@@ -16,6 +15,7 @@
 #include "ui/sources/source_date_field.h"
 #include "ui/sources/source_fields_pane.h"
 #include "ui/sources/source_preview_wnd.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 #include "ui/window_place.h"
 
@@ -110,12 +110,13 @@ QWidget* CEditSourceDlg::MakeStyle() {
 
 QWidget* CEditSourceDlg::MakeMain() {
     auto* const section = new PanelSection(tr("Main Source Information"), Windows().theme, this);
-    title_ = new QLineEdit(section);
+    title_ = NewTextField(section);
     title_->setObjectName("title");
     title_->setText(ToQString(editor_.Field(0)));
     title_->setCursorPosition(0);
     publication_ = MakeCombo("publication", section);
     publication_->setEditable(true);
+    TakeLongText(*publication_->lineEdit());
     publication_->setInsertPolicy(QComboBox::NoInsert);
     publication_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     qobject_cast<QListView*>(publication_->view())->setUniformItemSizes(true);

@@ -4,12 +4,12 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
 
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -114,7 +114,7 @@ QWidget* CEditSourceTypesDlg::MakeFields() {
     auto* const layout = new QVBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kSpace * 2);
-    typeName_ = new QLineEdit(box);
+    typeName_ = NewTextField(box);
     typeName_->setObjectName("typeName");
     layout->addWidget(MakeFieldLabel(tr("Type Na&me:"), typeName_, box));
     layout->addWidget(typeName_);
@@ -149,7 +149,7 @@ QWidget* CEditSourceTypesDlg::MakeFieldForm() {
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(kSpace * 2);
     grid->setVerticalSpacing(kSpace * 2);
-    fieldName_ = new QLineEdit(box);
+    fieldName_ = NewTextField(box);
     fieldName_->setObjectName("fieldName");
     end_ = new QComboBox(box);
     end_->setObjectName("endWith");

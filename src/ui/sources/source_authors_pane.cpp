@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -14,6 +13,7 @@
 #include "ui/empty_line.h"
 #include "ui/qt_text.h"
 #include "ui/sources/source_dialog.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -84,9 +84,9 @@ void SourceAuthorsPane::MakeNames() {
     auto* const grid = new QGridLayout;
     grid->setHorizontalSpacing(kSpace * 2);
     grid->setVerticalSpacing(kSpace);
-    first_ = new QLineEdit(this);
-    middle_ = new QLineEdit(this);
-    last_ = new QLineEdit(this);
+    first_ = NewTextField(this);
+    middle_ = NewTextField(this);
+    last_ = NewTextField(this);
     first_->setObjectName("first");
     middle_->setObjectName("middle");
     last_->setObjectName("last");

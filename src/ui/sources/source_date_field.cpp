@@ -3,10 +3,10 @@
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QSignalBlocker>
 
 #include "ui/qt_text.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -26,7 +26,7 @@ SourceDateField::SourceDateField(SourceEditor& editor, QWidget* parent)
       yearOnly_(new QCheckBox(tr("Use yea&r only"), this)),
       manual_(new QCheckBox(tr("Enter Date Ma&nually"), this)),
       picker_(new QDateEdit(this)),
-      text_(new QLineEdit(this)) {
+      text_(NewTextField(this)) {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kSpace * 3);

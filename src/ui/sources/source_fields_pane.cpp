@@ -3,13 +3,13 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "ui/qt_text.h"
 #include "ui/sources/source_dialog.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -30,7 +30,7 @@ SourceFieldsPane::SourceFieldsPane(SourceEditor& editor, const Theme& theme, QWi
     places_->setHorizontalSpacing(kSpace * 3);
     places_->setVerticalSpacing(kSpace);
     for (int place = 0; place < kPlaces; ++place) {
-        auto* const field = new QLineEdit(standard_);
+        auto* const field = NewTextField(standard_);
         auto* const label = new QLabel(standard_);
         label->setBuddy(field);
         places_->addWidget(label, place / 2 * 2, place % 2);
@@ -100,7 +100,7 @@ void SourceFieldsPane::FillGrid() {
         auto* const title = new QTableWidgetItem(name);
         title->setFlags(Qt::ItemIsEnabled);
         grid_->setItem(row, 0, title);
-        auto* const value = new QLineEdit(ToQString(field.value), grid_);
+        auto* const value = NewTextField(grid_, ToQString(field.value));
         value->setFrame(false);
         value->setCursorPosition(0);
         value->setAccessibleName(name);
