@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
 
@@ -11,6 +10,7 @@
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "notes/data_files.h"
 #include "platform/pdf_file.h"
 
 namespace lore {
@@ -19,23 +19,11 @@ namespace {
 
 constexpr const char* kFailed = "The bibliography could not be written";
 
-bool IsBelow(const std::filesystem::path& file, const std::filesystem::path& folder) {
-    return std::mismatch(folder.begin(), folder.end(), file.begin(), file.end()).first == folder.end();
-}
-
-/// Whether a record file, existing or not, is or would be one of the data folder that holds something else than a
-/// bibliography. A link counts for where it stands as well as for where it leads.
-bool HoldsOtherRecords(const std::filesystem::path& file, const DataPaths& data) {
+/// A bibliography may stand in the data folder where the window keeps its own.
+bool BelongsToData(const std::filesystem::path& file, const DataPaths& data) {
     std::error_code error;
-    const auto placeOf = [&error](const std::filesystem::path& path) {
-        const auto whole = std::filesystem::absolute(path, error);
-        return std::filesystem::weakly_canonical(whole.parent_path(), error) / whole.filename();
-    };
-    const auto root = std::filesystem::weakly_canonical(std::filesystem::absolute(data.DataFiles(), error), error);
-    const auto bibliography = placeOf(data.Bibliography()), stands = placeOf(file);
-    const auto leads = std::filesystem::weakly_canonical(stands, error);
-    return std::ranges::any_of(std::array{stands, leads},
-                               [&](const auto& path) { return path != bibliography && IsBelow(path, root); });
+    return IsDataFile(data, file) && std::filesystem::weakly_canonical(file, error) !=
+                                         std::filesystem::weakly_canonical(data.Bibliography(), error);
 }
 
 class BibliographyCommand : public Command {
@@ -63,7 +51,7 @@ public:
             PrintError("the ending of \"" + out_ + "\" must be .dat, .html, .rtf, .odt, .pdf or .txt");
             return ExitStatus::WrongUsage;
         }
-        if (ending == "dat" && HoldsOtherRecords(out_, session.Data())) {
+        if (BelongsToData(out_, session.Data())) {
             PrintError("\"" + out_ + "\" belongs to the data folder; choose another file");
             return ExitStatus::WrongUsage;
         }

@@ -20,6 +20,7 @@
 #include "exchange/zip_directory.h"
 #include "exchange/zip_writer.h"
 #include "notes/attachment_path.h"
+#include "notes/data_files.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
 #include "notes/note_file_walk.h"
@@ -237,7 +238,9 @@ ExportedNotes NotesOfNoteBook(const OpenNoteBook& book, const ReadContext& conte
             [walk = std::make_shared<BookWalk>(book, context, faults)](const auto& take) { walk->Run(take); }};
 }
 
-std::string WhyNoArchive(const std::filesystem::path& target) {
+std::string WhyNoArchive(const std::filesystem::path& target, const DataPaths& data) {
+    if (IsDataFile(data, target))
+        return "it belongs to the data folder; please choose another file";
     std::error_code error;
     const std::filesystem::file_type type = std::filesystem::status(target, error).type();
     if (type == std::filesystem::file_type::directory)
@@ -254,7 +257,7 @@ int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target,
         notes.each([](const CNote&) { return true; });  // tells of files whose notes can't be read
         return 0;
     }
-    if (const std::string reason = WhyNoArchive(target); !reason.empty()) {
+    if (const std::string reason = WhyNoArchive(target, world.data); !reason.empty()) {
         world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
         return -1;
     }

@@ -43,9 +43,9 @@ struct ExportWorld {
     FaultNotice& faults;
 };
 
-/// Why no archive can be made at a path: it is a folder, has no name of a file, or nobody can say what stands there.
-/// Empty if nothing speaks against it.
-std::string WhyNoArchive(const std::filesystem::path& target);
+/// Why no archive can be made at a path: it belongs to the data, is a folder, has no name of a file, or nobody can say
+/// what stands there. Empty if nothing speaks against it.
+std::string WhyNoArchive(const std::filesystem::path& target, const DataPaths& data);
 
 /// Makes an archive of notes with their sources and attachment files. With `allSources` it carries the sources of the
 /// whole NoteBook too, as backups do. Gives the number of notes; 0, and no archive, for an empty list and after the

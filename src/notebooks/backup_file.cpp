@@ -65,7 +65,7 @@ bool IsWritablePath(const std::filesystem::path& path) {
 int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const ExportWorld& world,
                 const bool& isShort) {
     const std::filesystem::path target = BehindLinks(place);
-    if (const std::string reason = WhyNoArchive(target); notes.count > 0 && !reason.empty()) {
+    if (const std::string reason = WhyNoArchive(target, world.data); notes.count > 0 && !reason.empty()) {
         world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
         return -1;
     }

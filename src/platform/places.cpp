@@ -5,6 +5,8 @@
 #include <string>
 #include <system_error>
 
+#include "notes/data_files.h"
+
 namespace lore {
 
 namespace {
@@ -29,7 +31,7 @@ std::filesystem::path UserSettingsFile() {
 }
 
 std::filesystem::path SettingsFileIn(const std::filesystem::path& dataRoot) {
-    return dataRoot / "settings.ini";
+    return dataRoot / kSettingsName;
 }
 
 std::filesystem::path AutostartFolder() {

@@ -218,6 +218,41 @@ class NoteBooks(CliTest):
             self.assertTrue(pipe.is_fifo())
         self.assertEqual([path.name for path in self.top.iterdir() if path.name.endswith(".tmp")], [])
 
+    def test_no_archive_takes_the_place_of_data(self):
+        book, files = self.databases / "_LBMAIN_", self.data / "Data Files"
+        note = next((book / "Notes").iterdir())
+        (self.top / "lead.lbe").symlink_to(note)
+        (self.top / "folder").symlink_to(book / "Notes")
+        self.expect(0, "event", "add", "--label", "A", "--start", "2049-01-01")
+        before = fingerprint(self.data)
+        for command in ("export", "backup"):
+            for out in (note, book / "Notes" / "new.lbe", book / "Sources.dat", next((book / "Attachments").iterdir()),
+                        files / "Events.dat", self.databases / "all.lbe", self.data / "settings.ini",
+                        self.data / "lorebinder.lock", self.top / "lead.lbe", self.top / "folder" / note.name):
+                with self.subTest(command=command, out=out):
+                    self.expect(3, command, "--out", out, says="belongs to the data folder")
+                    self.assertEqual(fingerprint(self.data), before)
+            self.expect(0, command, "--out", self.data / "mine.lbe")
+            self.expect(0, command, "--out", files / "mine.lbe")
+            (self.data / "mine.lbe").unlink()
+            (files / "mine.lbe").unlink()
+
+    def test_check_finds_notes_that_no_notebook_names(self):
+        lost = self.databases / "lost"
+        (lost / "Notes").mkdir(parents=True)
+        self.assertEqual(self.json("check"), [])
+        shutil.copy(next((self.databases / "_LBMAIN_" / "Notes").iterdir()), lost / "Notes")
+        finding, = self.json("check", status=1)
+        self.assertEqual((finding["kind"], finding["file"]), ("notebook-unlisted", str(lost)))
+
+    def test_a_folder_beside_the_data_is_told(self):
+        for data in (self.top / "nowhere", self.data / "Data Files"):
+            for command in (["notes"], ["sources"], ["notebooks"], ["check"]):
+                self.expect(0, *command, data=data, says="--data takes the folder that holds it")
+        self.expect(2, "add", __file__, data=self.data / "Data Files", says="not that folder itself")
+        self.assertFalse((self.data / "Data Files" / "Data Files").exists())
+        self.expect(0, "notebook", "create", "First Steps", data=self.top / "nowhere")
+
     def test_backup_into_nowhere_is_a_fault(self):
         self.expect(3, "backup", "--out", self.top / "none" / "one.lbe")
         self.expect(1, "--notebook", self.json("notebook", "create", "Empty one")["name"], "backup", "--out",
