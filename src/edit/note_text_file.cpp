@@ -1,8 +1,10 @@
 #include "edit/note_text_file.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
+#include "rtf/encoding.h"
 #include "rtf/html_reader.h"
 #include "rtf/rtf.h"
 
@@ -16,6 +18,13 @@ std::string WithLineFeeds(std::string_view text) {
     std::replace_if(
         lines.begin(), lines.end(), [](char c) { return c == '\r' || c == '\f' || c == '\v'; }, '\n');
     return lines;
+}
+
+/// Texts of two bytes a character tell so by their first two.
+std::string WithoutUtf16(std::string bytes) {
+    if (!bytes.starts_with("\xFF\xFE") && !bytes.starts_with("\xFE\xFF"))
+        return bytes;
+    return DecodedFrom("UTF-16", bytes).value_or(bytes);
 }
 
 }  // namespace
@@ -34,9 +43,9 @@ FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& lo
     if (ending == ".rtf")
         rtf = CleanText(bytes);
     else if (ending == ".html" || ending == ".htm")
-        rtf = WriteRtf(ReadHtml(bytes, {look.font, look.half_points}));
+        rtf = WriteRtf(ReadHtml(WithoutUtf16(std::move(bytes)), {look.font, look.half_points}));
     else
-        rtf = RtfFromText(bytes, look);
+        rtf = RtfFromText(WithoutUtf16(std::move(bytes)), look);
     if (!result.Ok())
         rtf.clear();
     return result;

@@ -19,7 +19,7 @@ struct NewTextLook {
 NewTextLook LookOfNewText(const SettingsStore& store);
 
 /// A file as a note's rich text, by its ending: ".rtf" as it stands, ".html" and ".htm" with its formats, everything
-/// else as plain text. `rtf` is empty on failure.
+/// else as plain text. Pages and plain text may be UTF-16 with its byte order mark. `rtf` is empty on failure.
 FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& look, std::string& rtf);
 
 /// Plain text (UTF-8, or Windows-1252 where it isn't that) as rich text. CR LF, LF, CR, form feed and vertical tab end

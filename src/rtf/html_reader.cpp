@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "rtf/document_builder.h"
+#include "rtf/html_page.h"
 #include "rtf/html_style.h"
 #include "rtf/html_tags.h"
 
@@ -434,43 +435,6 @@ struct FreeContext {
     void operator()(htmlParserCtxtPtr context) const { htmlFreeParserCtxt(context); }
 };
 
-/// Where the first element or text stands: behind end tags that end nothing, comments and declarations.
-size_t FrontOf(std::string_view page) {
-    constexpr std::string_view kPasses[][2] = {{"<!--", "-->"}, {"</", ">"}, {"<!", ">"}, {"<?", ">"}};
-    for (size_t front = 0;;) {
-        front = std::min(page.find_first_not_of(" \t\r\n\f", front), page.size());
-        const auto* const pass = std::find_if(std::begin(kPasses), std::end(kPasses), [&](const auto& entry) {
-            return page.substr(front).starts_with(entry[0]);
-        });
-        const size_t end = pass == std::end(kPasses) ? std::string_view::npos : page.find((*pass)[1], front);
-        if (end == std::string_view::npos)
-            return front;
-        front = end + (*pass)[1].size();
-    }
-}
-
-/// The parser takes nothing behind the end of the page or behind an end tag at its front. What is found there belongs
-/// to the page as it is shown.
-std::string WithoutEnds(std::string page) {
-    page.erase(0, FrontOf(page));
-    for (size_t at = page.find("</"); at != std::string::npos; at = page.find("</", at + 1)) {
-        const std::string_view rest = std::string_view(page).substr(at);
-        const size_t end = std::min(rest.find_first_of("> \t\r\n\f/", 2), rest.size());
-        if (end != 6 || (!EqualNoCase(rest.substr(0, end), "</body") && !EqualNoCase(rest.substr(0, end), "</html")))
-            continue;
-        const size_t length = rest.find('>') + 1;
-        if (length == 0)
-            break;
-        page.replace(at, length, length, ' ');
-    }
-    return page;
-}
-
-bool NamesItsEncoding(std::string_view bytes) {
-    constexpr size_t kHead = 1024;
-    return ToLower(bytes.substr(0, kHead)).find("charset=") != std::string::npos;
-}
-
 }  // namespace
 
 Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
@@ -480,17 +444,16 @@ Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
     handler.endElement = OnEnd;
     handler.characters = handler.cdataBlock = OnCharacters;
     handler.ignorableWhitespace = OnCharacters;
-    const bool asTheySay = !IsValidUtf8(bytes) && NamesItsEncoding(bytes);
-    const std::string text = WithoutEnds(asTheySay ? std::string(bytes) : ToUtf8(bytes));
-    const std::unique_ptr<htmlParserCtxt, FreeContext> context(htmlCreatePushParserCtxt(
-        &handler, &reader, nullptr, 0, nullptr, asTheySay ? XML_CHAR_ENCODING_NONE : XML_CHAR_ENCODING_UTF8));
+    const std::string page = PageForParser(bytes);
+    const std::unique_ptr<htmlParserCtxt, FreeContext> context(
+        htmlCreatePushParserCtxt(&handler, &reader, nullptr, 0, nullptr, XML_CHAR_ENCODING_UTF8));
     if (!context)
         throw std::bad_alloc();
-    htmlCtxtUseOptions(context.get(), HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET |
-                                          (asTheySay ? 0 : HTML_PARSE_IGNORE_ENC));
+    htmlCtxtUseOptions(context.get(),
+                       HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET | HTML_PARSE_IGNORE_ENC);
     constexpr size_t kPiece = size_t{1} << 20;
-    for (size_t at = 0; at < text.size(); at += kPiece)
-        htmlParseChunk(context.get(), text.data() + at, static_cast<int>(std::min(kPiece, text.size() - at)), 0);
+    for (size_t at = 0; at < page.size(); at += kPiece)
+        htmlParseChunk(context.get(), page.data() + at, static_cast<int>(std::min(kPiece, page.size() - at)), 0);
     htmlParseChunk(context.get(), nullptr, 0, 1);
     if (context->errNo == XML_ERR_NO_MEMORY)
         throw std::bad_alloc();  // a page that ends where the memory did would look whole

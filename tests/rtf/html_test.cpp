@@ -232,9 +232,56 @@ TEST(Html, HoldsForWhatFuzzingFound) {
 
 TEST(Html, BytesAreReadAsTheyAre) {
     for (const char* bytes :
-         {"caf\xc3\xa9", "caf\xe9", "<meta charset=iso-8859-1>caf\xe9", "<meta charset=iso-8859-1>caf\xc3\xa9"})
+         {"caf\xc3\xa9", "caf\xe9", "<meta charset=iso-8859-1>caf\xe9", "<meta charset=iso-8859-1>caf\xc3\xa9",
+          "\xef\xbb\xbf<p>caf\xc3\xa9", "\xef\xbb\xbf<p>caf\xe9", "<meta charset=utf-8>caf\xe9"})
         EXPECT_EQ(ReadHtml(bytes, kLook).text, "caf\u00e9") << bytes;
-    EXPECT_EQ(ReadHtml("<meta charset=koi8-r>\xd4\xc5\xd3\xd4", kLook).text, "\u0442\u0435\u0441\u0442");
+    EXPECT_EQ(ReadHtml("\xef\xbb\xbf", kLook).text, "");
+}
+
+TEST(Html, NoEncodingThatAPageNamesCostsItsText) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"<meta charset=koi8-r>\xd4\xc5\xd3\xd4", "\u0442\u0435\u0441\u0442"},
+        {"<meta content='text/html; CHARSET=\"Latin1\"'>\x93q\x94 \x81", "\u201cq\u201d \u0081"},
+        {"<meta name=x><META CHARSET = us-ascii><meta charset='us-ascii'/>\x93q\x94", "\u201cq\u201d"},
+        // One byte that is wrong doesn't take the others along.
+        {"<meta charset=utf-8>caf\xc3\xa9 \x93q\x94 caf\xc3\xa9 \xe2\x80",
+         "caf\u00e9 \u201cq\u201d caf\u00e9 \u00e2\u20ac"},
+        {"<meta charset=shift_jis>a \x82\xa0\xff b \x82", "a \u3042\ufffd b \ufffd"},
+        {"<meta charset=gb2312>\xc4\xe3 \x81\x40", "\u4f60 \u4e02"},
+        {"<meta charset=euc-kr>\xb0\xa1 \x81\x41", "\uac00 \uac02"},
+        // The name can't be true.
+        {"<meta charset=utf-16>caf\xe9", "caf\u00e9"},
+        {"<meta charset=ebcdic-cp-us>caf\xe9", "caf\u00e9"},
+        {"<meta charset=utf-7>caf\xe9 +AOk-", "caf\u00e9 +AOk-"},
+        {"<meta charset=nobody's>\x93q\x94", "\u201cq\u201d"},
+        {"<meta charset=>caf\xe9", "caf\u00e9"},
+        {"<p>charset=koi8-r</p>caf\xe9", "charset=koi8-r\ncaf\u00e9"}};
+    for (const auto& [html, text] : cases) {
+        EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
+        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
+    }
+}
+
+TEST(Html, CharacterReferencesReadAsInOldPages) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"&#147;&#x85;&#X94;&#00150;", "\u201c\u2026\u201d\u2013"},
+        {"&#128 &#151x &#x9fz", "\u20ac \u2014x \u0178z"},
+        {"&#127;&#129;&#160;&#1500;&#x993;", "\u007f\u0081\u00a0\u05dc\u0993"},
+        {"&#99999999999999999147;a", "a"},
+        {"a &# b &#x &#", "a &# b &#x &#"},
+        {"&copy 2020, &copy2020 &nbsp&nbsp;x", "\u00a9 2020, \u00a92020 \u00a0\u00a0x"},
+        {"&eacutet&eacute &frac12 AT&T R&ampD &lt&gt&quot", "\u00e9t\u00e9 \u00bd AT&T R&D <>\""},
+        {"&ltb&gt &amp;copy &#38;copy;", "<b> &copy &copy;"},
+        // Names above U+00FF need their end, as does what the parser doesn't know.
+        {"&hellip &hellip; &apos &sup &notin; &nothing; &no &", "&hellip \u2026 &apos &sup \u2209 &nothing; &no &"}};
+    for (const auto& [html, text] : cases) {
+        EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
+        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
+    }
+    const Document document =
+        ReadHtml("1 &lt 2<a href='http://a/?b=1&copy=2&region=3&reg&amp;c=&#150;'>x&copy=</a>", kLook);
+    EXPECT_EQ(document.links, std::vector<std::string>{"http://a/?b=1&copy=2&region=3\u00ae&c=\u2013"});
+    EXPECT_EQ(document.text, "1 < 2x\u00a9=");
 }
 
 TEST(Html, DeepAndLongPagesEndInTime) {

@@ -1,0 +1,179 @@
+#include "rtf/html_page.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+#include <libxml/HTMLparser.h>
+#include <optional>
+#include <unicode/ucnv.h>
+#include <utility>
+
+#include "base/text.h"
+#include "rtf/encoding.h"
+#include "rtf/hex.h"
+
+namespace lore {
+
+namespace {
+
+/// Where the first element or text stands: behind end tags that end nothing, comments and declarations.
+size_t FrontOf(std::string_view page) {
+    constexpr std::string_view kPasses[][2] = {{"<!--", "-->"}, {"</", ">"}, {"<!", ">"}, {"<?", ">"}};
+    for (size_t front = 0;;) {
+        front = std::min(page.find_first_not_of(" \t\r\n\f", front), page.size());
+        const auto* const pass = std::find_if(std::begin(kPasses), std::end(kPasses), [&](const auto& entry) {
+            return page.substr(front).starts_with(entry[0]);
+        });
+        const size_t end = pass == std::end(kPasses) ? std::string_view::npos : page.find((*pass)[1], front);
+        if (end == std::string_view::npos)
+            return front;
+        front = end + (*pass)[1].size();
+    }
+}
+
+/// The parser takes nothing behind the end of the page or behind an end tag at its front. What is found there belongs
+/// to the page as it is shown.
+std::string WithoutEnds(std::string page) {
+    page.erase(0, FrontOf(page));
+    for (size_t at = page.find("</"); at != std::string::npos; at = page.find("</", at + 1)) {
+        const std::string_view rest = std::string_view(page).substr(at);
+        const size_t end = std::min(rest.find_first_of("> \t\r\n\f/", 2), rest.size());
+        if (end != 6 || (!EqualNoCase(rest.substr(0, end), "</body") && !EqualNoCase(rest.substr(0, end), "</html")))
+            continue;
+        const size_t length = rest.find('>') + 1;
+        if (length == 0)
+            break;
+        page.replace(at, length, length, ' ');
+    }
+    return page;
+}
+
+/// The name of the encoding that the page gives itself; empty for none.
+std::string NamedEncoding(std::string_view bytes) {
+    constexpr size_t kHead = 1024;
+    constexpr std::string_view kElement = "<meta", kKey = "charset=";
+    const std::string head = ToLower(bytes.substr(0, kHead));
+    for (size_t at = head.find(kElement); at != std::string::npos; at = head.find(kElement, at + 1)) {
+        const std::string_view element = std::string_view(head).substr(at, head.find('>', at) - at);
+        const size_t key = element.find(kKey);
+        if (key == std::string_view::npos)
+            continue;
+        std::string_view name = element.substr(key + kKey.size());
+        name.remove_prefix(std::min(name.find_first_not_of(" \t\r\n\f\"'"), name.size()));
+        return std::string(name.substr(0, name.find_first_of(" \t\r\n\f\"';/")));
+    }
+    return {};
+}
+
+/// Pages that name a set hold what stands in the larger one of Windows.
+std::string AsWrittenOnWindows(const std::string& encoding) {
+    constexpr std::pair<std::string_view, const char*> kLarger[] = {{"US-ASCII", "windows-1252"},
+                                                                    {"ISO-8859-1", "windows-1252"},
+                                                                    {"ISO-8859-9", "windows-1254"},
+                                                                    {"GB2312", "GBK"},
+                                                                    {"EUC-KR", "windows-949"}};
+    UErrorCode status = U_ZERO_ERROR;
+    const char* const standard = ucnv_getStandardName(encoding.c_str(), "MIME", &status);
+    for (const auto& [name, larger] : kLarger) {
+        if (standard != nullptr && name == standard)
+            return larger;
+    }
+    return encoding;
+}
+
+std::string DecodedPage(std::string_view bytes) {
+    std::string encoding = IsValidUtf8(bytes) ? std::string() : NamedEncoding(bytes);
+    if (encoding.empty())
+        return ToUtf8(bytes);
+    encoding = AsWrittenOnWindows(encoding);
+    // A name that could be read is wrong if it stands for an encoding in which it couldn't.
+    constexpr std::string_view kAscii = "<+>";
+    std::optional<std::string> page;
+    if (DecodedFrom(encoding, kAscii) == kAscii)
+        page = DecodedFrom(encoding, bytes);
+    return page ? std::move(*page) : ToUtf8(bytes);
+}
+
+/// A character reference that the parser would read in another way than browsers do; of length 0 if there is none.
+struct Reference {
+    size_t length = 0;
+    char32_t character = 0;
+};
+
+/// Numbers that mean control characters stand for bytes of Windows-1252.
+Reference NumberAt(std::string_view page) {
+    constexpr uint32_t kFirst = 0x80, kLast = 0x9F;
+    const bool is_hex = page.size() > 2 && (page[2] == 'x' || page[2] == 'X');
+    const uint32_t base = is_hex ? 16 : 10;
+    uint32_t number = 0;
+    const size_t first = is_hex ? 3 : 2;
+    size_t end = first;
+    for (; end < page.size(); ++end) {
+        const int digit = HexValue(static_cast<unsigned char>(page[end]));
+        if (digit < 0 || static_cast<uint32_t>(digit) >= base)
+            break;
+        number = std::min(number * base + static_cast<uint32_t>(digit), kLast + 1);
+    }
+    if (end == first)
+        return {1, '&'};  // the parser would drop it
+    if (number < kFirst || number > kLast)
+        return {};
+    end += page.substr(end).starts_with(';') ? 1 : 0;
+    return {end, FromWindows1252(static_cast<unsigned char>(number))};
+}
+
+bool IsOfName(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// The names of the characters up to U+00FF count without ";" too: in text whatever follows, within a tag only where no
+/// part of an address can be meant.
+Reference NameAt(std::string_view page, bool in_tag) {
+    constexpr size_t kShortest = 2, kLongest = 6;
+    constexpr unsigned kLastCharacter = 0xFF;
+    const auto end = static_cast<size_t>(std::find_if_not(page.begin() + 1, page.end(), IsOfName) - page.begin());
+    const char next = end < page.size() ? page[end] : ' ';
+    if (next == ';' || (in_tag && next == '='))
+        return {};
+    const size_t shortest = in_tag ? std::max(end - 1, kShortest) : kShortest;
+    for (size_t length = std::min(end - 1, kLongest); length >= shortest; --length) {
+        const std::string name(page.substr(1, length));
+        const htmlEntityDesc* const entity = htmlEntityLookup(reinterpret_cast<const xmlChar*>(name.c_str()));
+        if (entity != nullptr && entity->value <= kLastCharacter && entity->value != '\'')
+            return {length + 1, entity->value};
+    }
+    return {};
+}
+
+std::string WithWholeReferences(std::string_view page) {
+    std::string whole;
+    whole.reserve(page.size());
+    bool in_tag = false;
+    while (!page.empty()) {
+        const std::string_view before = page.substr(0, page.find('&'));
+        if (const size_t bracket = before.find_last_of("<>"); bracket != std::string_view::npos)
+            in_tag = before[bracket] == '<';
+        whole.append(before);
+        page.remove_prefix(before.size());
+        if (page.empty())
+            break;
+        const Reference reference = page.substr(1).starts_with('#') ? NumberAt(page) : NameAt(page, in_tag);
+        if (reference.length > 0)
+            whole.append("&#").append(std::to_string(static_cast<uint32_t>(reference.character))).append(";");
+        else
+            whole += '&';
+        page.remove_prefix(std::max<size_t>(reference.length, 1));
+    }
+    return whole;
+}
+
+}  // namespace
+
+std::string PageForParser(std::string_view bytes) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(kByteOrderMark))
+        bytes.remove_prefix(kByteOrderMark.size());
+    return WithWholeReferences(WithoutEnds(DecodedPage(bytes)));
+}
+
+}  // namespace lore
