@@ -27,8 +27,9 @@ struct BibliographyParts {
 /// NoteBook.
 std::optional<BibliographyData> LoadBibliographyData(Session& session, BibliographyParts parts = {});
 
-/// Reads `{"authors":[...],"sources":[...]}` with the fields of the two records; a missing field has its default.
-/// Nothing, told on standard error, if the file can't be read or isn't of that form; `status` then says why.
+/// Reads `{"authors":[...],"sources":[...]}` with the fields of the two records; a missing field has its default,
+/// and a number stands for its text. A value of another type is left out, and told as a fault of the session. Nothing,
+/// told on standard error, if the file can't be read or isn't of that form; `status` then says why.
 std::optional<BibliographyData> ReadBibliographyJson(Session& session, const std::string& file, ExitStatus& status);
 
 }  // namespace lore

@@ -96,15 +96,12 @@ public:
             session.Faults().Tell({"The events could not be read", file_, result.Reason()});
             return ExitStatus::Fault;
         }
-        Json list = Json::array();
-        for (const CTmEvent& event : events) {
-            if (event.Recurring == 1)
-                list.push_back(Expanded(event));
-        }
+        std::erase_if(events, [](const CTmEvent& event) { return event.Recurring != 1; });
+        // Each event of a series shows the dates of all of it: held at once, they would be their square.
         if (session.Json())
-            PrintJson(list);
-        else
-            PrintLines(list);
+            PrintJsonList(events.size(), [&](size_t i) { return Expanded(events[i]); });
+        for (size_t i = 0; !session.Json() && i < events.size(); ++i)
+            PrintLines(Expanded(events[i]));
         return ExitStatus::Done;
     }
 
@@ -121,13 +118,11 @@ private:
                 {"SeriesId", JsonText(event.SeriesId)},
                 {"occurrences", std::move(occurrences)}};
     }
-    static void PrintLines(const Json& list) {
-        for (const Json& event : list) {
-            std::printf("%s\n", event["EventId"].get_ref<const std::string&>().c_str());
-            for (const Json& pair : event["occurrences"])
-                std::printf("  %s  %s\n", pair[0].get_ref<const std::string&>().c_str(),
-                            pair[1].get_ref<const std::string&>().c_str());
-        }
+    static void PrintLines(const Json& event) {
+        std::printf("%s\n", event["EventId"].get_ref<const std::string&>().c_str());
+        for (const Json& pair : event["occurrences"])
+            std::printf("  %s  %s\n", pair[0].get_ref<const std::string&>().c_str(),
+                        pair[1].get_ref<const std::string&>().c_str());
     }
 
     std::string file_;

@@ -40,7 +40,7 @@ private:
     Json Node(const CProCategoryTree& tree) const {
         Json json = {{"id", tree.id}, {"parentID", tree.parentID}, {"name", JsonText(tree.name)}};
         for (int set = 1; set <= kSetCount; ++set) {
-            if (set_ == 0 || set_ == set)
+            if (SelectsSet(set_, set - 1))
                 json["notes" + std::to_string(set)] = tree.notes[static_cast<size_t>(set - 1)].Count();
         }
         Json children = Json::array();
@@ -50,17 +50,12 @@ private:
         return json;
     }
     void PrintNode(const CProCategoryTree& tree, int level) const {
-        LongList notes;
-        for (int set = 1; set <= kSetCount; ++set) {
-            if (set_ == 0 || set_ == set)
-                notes.Merge(tree.notes[static_cast<size_t>(set - 1)]);
-        }
-        std::printf("%*s%s  (%zu)\n", level * 2, "", ToUtf8(tree.name).c_str(), notes.Count());
+        std::printf("%*s%s  (%zu)\n", level * 2, "", ToUtf8(tree.name).c_str(), tree.GetNotes(set_).Count());
         for (const CProCategoryTree& child : tree.children)
             PrintNode(child, level + 1);
     }
 
-    int set_ = 0;
+    int set_ = kAllSets;
 };
 
 class KeyWordsCommand : public Command {

@@ -65,6 +65,17 @@ ExitStatus CheckGiven(const CLI::App& app, const GlobalOptions& options) {
     return ExitStatus::Done;
 }
 
+/// Also prints the help, if that is what was asked for.
+ExitStatus TellWrongArguments(const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<std::string> words = app.remaining();
+    if (app.get_subcommands().empty() && !words.empty() && !words.front().starts_with('-') &&
+        error.get_exit_code() != 0) {
+        PrintError("there is no command \"" + words.front() + "\"; lorebinder-cli --help lists those that there are");
+        return ExitStatus::WrongUsage;
+    }
+    return app.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage;
+}
+
 int Finish(ExitStatus status, const PrintedFaults& faults) {
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
         PrintError("standard output could not be written");
@@ -137,8 +148,7 @@ int RunCommandLine(int argc, char** argv) try {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return Finish(app.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage,
-                      PrintedFaults("lorebinder-cli"));
+        return Finish(TellWrongArguments(app, error), PrintedFaults("lorebinder-cli"));
     }
     if (const ExitStatus given = CheckGiven(app, options); given != ExitStatus::Done)
         return static_cast<int>(given);
@@ -148,7 +158,9 @@ int RunCommandLine(int argc, char** argv) try {
     Session session(options);
     if (!options.notebook.empty() && !session.NoteBook())
         return Finish(ExitStatus::NothingFound, session.Faults());
-    return Finish((*chosen)->Run(session), session.Faults());
+    const ExitStatus status = (*chosen)->Run(session);
+    session.TellDataElsewhere();
+    return Finish(status, session.Faults());
 } catch (const std::bad_alloc&) {
     PrintError("there is not enough memory for this command");
     return static_cast<int>(ExitStatus::Fault);

@@ -113,9 +113,9 @@ FileResult DumpBibliography(const Path& path, const ReadContext& context, Dump& 
 FileResult DumpNoteBooks(const Path& path, const ReadContext& context, Dump& dump) {
     std::vector<CDatabase> list;
     double version = 0;
-    bool isWhole = true;
-    const FileResult result = LoadDatabases(path, context, list, version, &isWhole);
-    KeepDamage(isWhole, dump);
+    RecordFileState state;
+    const FileResult result = LoadDatabases(path, context, list, version, &state);
+    KeepDamage(state.isWhole, dump);
     for (const CDatabase& noteBook : list)
         dump.records.push_back(JsonNoteBook(noteBook));
     dump.version = version;

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <optional>
 #include <unordered_set>
 
@@ -57,7 +58,7 @@ struct EventOptions {
             ->transform(DecimalNumber());
         app.add_option("--popup", popups, "Reminds so many minutes before the start; may be given up to four times")
             ->type_name("MINUTES")
-            ->check(CLI::NonNegativeNumber)
+            ->check(CLI::Range(0, std::numeric_limits<int32_t>::max()))
             ->transform(DecimalNumber());
         std::vector<std::string> names;
         for (const Rhythm& rhythm : kRhythms)
@@ -99,11 +100,19 @@ bool HasTime(const std::string& date) {
     return date.size() > 10;
 }
 
+bool IsBefore(const DateTime& a, const DateTime& b) {
+    return a.IsValid() && b.IsValid() && a.Seconds() < b.Seconds();
+}
+
 bool EventOptions::ApplyTimes(EventEditor& editor) const {
     DateTime first = editor.Event().Start, last = editor.Event().End;
     const DateTime before = first;
     if (!ParseDay(start, first) || !ParseDay(end, last))
         return false;
+    if (end && IsBefore(last, HasTime(*end) ? first : first.Midnight())) {
+        PrintError("--end is before the start");
+        return false;
+    }
     if (allDay || (start && !HasTime(*start) && editor.IsNew()))
         editor.SetAllDay(true);
     else if ((start && HasTime(*start)) || (end && HasTime(*end)))
@@ -142,18 +151,31 @@ bool EventOptions::ApplySeries(EventEditor& editor) const {
         if (rhythm.type != kWeekly)
             editor.ChooseForm(rhythm.firstForm);
     }
-    if (const std::optional<size_t> slot = CountSlot(editor); slot && every)
+    DateTime last;
+    if (!ParseDay(until, last))
+        return false;
+    if (!editor.IsRecurring() && (every || until || !days.empty())) {
+        PrintError("--every, --days and --until belong to a series: say --repeat as well");
+        return false;
+    }
+    const std::optional<size_t> slot = CountSlot(editor);
+    if ((every && !slot) || (!days.empty() && editor.Tab() != kWeekly)) {
+        PrintError("this series takes no " + std::string(every && !slot ? "--every" : "--days"));
+        return false;
+    }
+    if (every)
         editor.TypePattern(*slot, std::to_string(*every));
-    if (!days.empty() && editor.Tab() == kWeekly) {
+    if (!days.empty()) {
         for (size_t day = 0; day < std::size(kDayNames); ++day) {
             const bool named = std::any_of(days.begin(), days.end(),
                                            [&](const std::string& one) { return EqualNoCase(one, kDayNames[day]); });
             editor.SetPattern(kWeeklySunday + day, named ? 1 : 0);
         }
     }
-    DateTime last;
-    if (!ParseDay(until, last))
+    if (until && IsBefore(last, editor.Event().RecurrenceStart.Midnight())) {
+        PrintError("--until is before the start");
         return false;
+    }
     if (until)
         editor.SetRecurrenceEnd(last);
     return true;

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
+#include <set>
 #include <unordered_set>
 
 #include "base/text.h"
@@ -75,10 +76,15 @@ const char* NameOf(ImportStatus status) {
 class OptionChooser : public ImportChooser {
 public:
     std::unordered_set<std::string> statuses;  ///< names of those to take
-    std::unordered_set<std::string> only;      ///< guids; empty for any
+    std::set<std::string> only;                ///< guids; empty for any
 
     bool ChooseNotes(ImportComparison& comparison, ImportArchive&) override {
         comparison.SetShowSame(true);
+        std::set<std::string> absent = only;
+        for (const ImportRow& row : comparison.Rows())
+            absent.erase(row.entry.note.guid);
+        for (const std::string& guid : absent)
+            PrintError("the archive holds no note with the guid " + ToUtf8(guid));
         for (size_t i = 0; i < comparison.Rows().size(); ++i) {
             ImportRow& row = comparison.Row(i);
             row.ticked = statuses.contains(NameOf(row.status)) && (only.empty() || only.contains(row.entry.note.guid));

@@ -1,5 +1,6 @@
 #include "cli/json_records.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "base/text.h"
@@ -71,6 +72,28 @@ Json JsonSourceStart(const CSource& s) {
             {"AuthorsBeforeEtAl", s.AuthorsBeforeEtAl},
             {"AuthorIDs", JsonIds(s.AuthorIDs)},
             {"FieldTexts", JsonTexts(s.FieldTexts)}};
+}
+
+/// How many characters begin before each byte of a text, and before its end.
+std::vector<int32_t> CharactersBefore(std::string_view text) {
+    const bool isUtf8 = IsValidUtf8(text);
+    std::vector<int32_t> before = {0};
+    before.reserve(text.size() + 1);
+    for (const char c : text)
+        before.push_back(before.back() + (isUtf8 && (static_cast<unsigned char>(c) & 0xC0u) == 0x80u ? 0 : 1));
+    return before;
+}
+
+/// Byte positions as characters, `behind` bytes behind them counted in. What lies beyond the text, as only a damaged
+/// file has it, stays as far from its end.
+Json JsonPositions(const LongList& bytes, int64_t behind, const std::vector<int32_t>& before) {
+    const auto size = static_cast<int64_t>(before.size()) - 1;
+    Json json = Json::array();
+    for (const int64_t byte : bytes) {
+        const int64_t at = std::clamp<int64_t>(byte + behind, 0, size);
+        json.push_back(before[static_cast<size_t>(at)] + (byte - at));
+    }
+    return json;
 }
 
 Json JsonSyncInfo(const CSyncInfo& i) {
@@ -236,8 +259,9 @@ Json JsonBibliographySource(const CSource& s) {
     Json json = JsonSourceStart(s);
     json["FormattedText"] = JsonText(s.FormattedText);
     json["SpanKinds"] = JsonIds(s.SpanKinds);
-    json["SpanStarts"] = JsonIds(s.SpanStarts);
-    json["SpanEnds"] = JsonIds(s.SpanEnds);
+    const std::vector<int32_t> before = CharactersBefore(s.FormattedText);
+    json["SpanStarts"] = JsonPositions(s.SpanStarts, 0, before);
+    json["SpanEnds"] = JsonPositions(s.SpanEnds, 1, before);
     return json;
 }
 

@@ -61,7 +61,7 @@ Json JsonNoteRecord(const CNote& note);
 Json JsonAuthor(const CAuthor& author);
 Json JsonCustomType(const CCustomSourceType& type);
 Json JsonSource(const CSource& source);
-/// A source as the hand-over file for printing holds it.
+/// A source as the hand-over file for printing holds it; its spans in characters, both ends belong to a span.
 Json JsonBibliographySource(const CSource& source);
 
 Json JsonEvent(const CTmEvent& event);

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "cli/command.h"
 #include "edit/category_assignment.h"
+#include "edit/info_by_key.h"
 #include "edit/unknown_sources.h"
 #include "notes/note_store.h"
 #include "notes/sync_stamp.h"
@@ -104,13 +105,14 @@ bool NoteChanges::Apply(Session& session, const OpenNoteBook& book, EditNoteSess
     // As the panel of an editor does, which holds rows of sources that there are, and information for its rows only.
     LongList known;
     std::vector<CNoteSourceInfo> information;
+    const auto infos = InfoByKey(note.sourceInfo);
     for (const int32_t id : note.sources) {
         const CSource* const source = book.sources.FindSourceByID(id);
         if (!source)
             continue;
         known.AddUnique(id);
-        if (const CNoteSourceInfo* const info = FindSourceInfo(note.sourceInfo, source->SourceGUID))
-            information.push_back(*info);
+        if (const auto info = infos.find(ToLower(source->SourceGUID)); info != infos.end())
+            information.push_back(*info->second);
     }
     note.sources = known;
     note.sourceInfo = CollectSourceInfo(information);

@@ -79,21 +79,37 @@ private:
                 std::printf("%d\n", result.id);
             return;
         }
-        Json list = Json::array();
-        for (const SearchResult& result : results) {
-            Json hits = Json::array();
-            for (const TextRange& hit : result.hits)
-                hits.push_back(Json::array({hit.begin, hit.end}));
-            list.push_back({{"id", result.id}, {"hits", std::move(hits)}});
-            if (marked_)
-                list.back()["displayRtf"] = JsonText(result.displayRtf);
-        }
         Json terms = Json::array();
         for (const std::string& term : search.searchTerms)
             terms.push_back(JsonText(term));
-        PrintJson({{"searchOperator", search.searchOperator},
-                   {"searchTerms", std::move(terms)},
-                   {"results", std::move(list)}});
+        JsonPrinter printer;
+        printer.Put("{\"searchOperator\":");
+        printer.PutJson(search.searchOperator);
+        printer.Put(",\"searchTerms\":");
+        printer.PutJson(terms);
+        printer.Put(",\"results\":[");
+        for (size_t i = 0; i < results.size(); ++i) {
+            printer.Put(i > 0 ? "," : "");
+            PutResult(printer, results[i]);
+        }
+        printer.Put("]}");
+        printer.End();
+    }
+    /// A word that stands everywhere has millions of hits: they are printed as they are, without a document of them.
+    void PutResult(JsonPrinter& printer, const SearchResult& result) const {
+        printer.Put("{\"id\":" + std::to_string(result.id) + ",\"hits\":[");
+        std::string hit;
+        for (const TextRange& range : result.hits) {
+            hit.append(hit.empty() ? "[" : ",[");
+            hit.append(std::to_string(range.begin)).append(",").append(std::to_string(range.end)).append("]");
+        }
+        printer.Put(hit);
+        printer.Put("]");
+        if (marked_) {
+            printer.Put(",\"displayRtf\":");
+            printer.PutJson(JsonText(result.displayRtf));
+        }
+        printer.Put("}");
     }
 
     std::string text_;

@@ -46,6 +46,7 @@ Session::Session(const GlobalOptions& options)
 }
 
 void Session::Check(const FileResult& result, const char* what, const std::filesystem::path& path) {
+    usesData_ = true;
     TellFailedRead(faults_, what, path, result);
 }
 
@@ -79,7 +80,6 @@ std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, Note
     const auto database = NoteBook();
     if (!database)
         return std::nullopt;
-    TellOlderData();
     book.database = *database;
     book.paths = NoteBookPaths(data_, database->folder);
     IdCounters counters = Counters();
@@ -135,7 +135,13 @@ bool Session::UpgradeData() {
     return done;
 }
 
-void Session::TellOlderData() {
+void Session::TellDataElsewhere() const {
+    std::error_code error;
+    if (!usesData_)
+        return;
+    if (!options_.data.empty() && !std::filesystem::exists(data_.DataFiles(), error))
+        PrintError("there is no folder \"" + std::string(kDataFiles) + "\" in " + data_.root.string() +
+                   "; --data takes the folder that holds it");
     if (NeedsDataUpgrade(settings_.ProgVersion()) && HasOlderData(data_))
         PrintError(
             "the data of an older version stand outside of the NoteBooks; they are upgraded by the first command that "
@@ -146,6 +152,14 @@ bool Session::TakeLock(ExitStatus& status) {
     // Without the settings, ids would be given out again, and another NoteBook might be meant.
     if (store_.Unread()) {
         status = ExitStatus::Fault;
+        return false;
+    }
+    // A folder of data would come to stand within another one.
+    std::error_code unknown;
+    if (data_.root.filename() == kDataFiles && std::filesystem::is_directory(data_.root / "Databases", unknown) &&
+        !std::filesystem::exists(data_.DataFiles(), unknown)) {
+        PrintError("--data takes the folder that holds \"" + std::string(kDataFiles) + "\", not that folder itself");
+        status = ExitStatus::WrongUsage;
         return false;
     }
     int error = 0;

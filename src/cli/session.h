@@ -57,6 +57,9 @@ public:
 
     /// Tells a read that failed; a file that just isn't there has no records and is no failure.
     void Check(const FileResult& result, const char* what, const std::filesystem::path& path);
+    /// Behind a command that read data: tells if they still stand elsewhere, since they are of an older version or
+    /// --data names another folder.
+    void TellDataElsewhere() const;
     /// Creates the folder of the data; a failure is told.
     void MakeDataFolder();
     /// Opens the NoteBook as the desktop does, for a command that writes: takes the lock, gives the installation its
@@ -68,10 +71,10 @@ public:
 
 private:
     bool UpgradeData();
-    void TellOlderData();
 
     GlobalOptions options_;
     DataPaths data_;
+    bool usesData_ = false;
     IniStore store_;
     Settings settings_;
     SystemClock clock_;

@@ -37,10 +37,7 @@ public:
         const std::vector<CSource> sources = Prepare(session, *data);
         IdCounters counters = session.Counters();
         SourceMerge merge(book, counters);
-        for (const CAuthor& author : data->listedAuthors) {
-            if (CAuthor named = author; TrimAuthorName(named))
-                merge.MergeAuthor(author);
-        }
+        AddAuthors(*data, merge);
         merge.AddTypes(sources);
         merge.NumberTypes();
         std::vector<int32_t> ids;
@@ -83,10 +80,27 @@ private:
                 Refuse(name, kNoTitleText);
                 return false;
             }
+            if (source.HasDate && !source.SourceDate.IsValid()) {
+                Refuse(name,
+                       "HasDate is true, but SourceDate is no date that exists; mend it, or set HasDate to false.");
+                return false;
+            }
             if (!HasRoomFor(source, name))
                 return false;
         }
         return true;
+    }
+    static bool HasName(CAuthor author) { return TrimAuthorName(author); }
+    void AddAuthors(const BibliographyData& data, SourceMerge& merge) const {
+        size_t position = 0;
+        for (const CAuthor& author : data.listedAuthors) {
+            ++position;
+            if (HasName(author))
+                merge.MergeAuthor(author);
+            else
+                PrintError(file_ + ": author " + std::to_string(position) +
+                           " is left out: there is neither a first nor a last name");
+        }
     }
     /// A source without identity gets one; each carries its authors with it.
     std::vector<CSource> Prepare(Session& session, const BibliographyData& data) const {
@@ -95,11 +109,12 @@ private:
             if (source.SourceGUID.empty())
                 source.SourceGUID = session.Guids().NewGuid();
             for (const int32_t id : source.AuthorIDs) {
-                if (const CAuthor* const author = data.authors.FindAuthorByID(id))
+                const CAuthor* const author = data.authors.FindAuthorByID(id);
+                if (author && HasName(*author))
                     source.EmbeddedAuthors.push_back(*author);
                 else
                     PrintError(file_ + ": source " + std::to_string(sources.size() + 1) + " loses author " +
-                               std::to_string(id) + ", which the file lacks");
+                               std::to_string(id) + (author ? ", which has no name" : ", which the file lacks"));
             }
             sources.push_back(std::move(source));
         }

@@ -1,12 +1,12 @@
 #include "edit/source_rows.h"
 
 #include <algorithm>
-#include <unordered_map>
 #include <unordered_set>
 
 #include "base/text.h"
 #include "bibliography/citation.h"
 #include "bibliography/source_info.h"
+#include "edit/info_by_key.h"
 
 namespace lore {
 
@@ -14,14 +14,6 @@ namespace {
 
 constexpr char kEmptyLine[] = "Click Here to Add Note Specific Info...";
 constexpr char kDisabledLine[] = "Note Specific Info Disabled";
-
-/// The first entry of each key, by the lower-cased key.
-std::unordered_map<std::string, const CNoteSourceInfo*> InfoByKey(const std::vector<CNoteSourceInfo>& entries) {
-    std::unordered_map<std::string, const CNoteSourceInfo*> byKey;
-    for (const CNoteSourceInfo& entry : entries)
-        byKey.emplace(ToLower(entry.key), &entry);
-    return byKey;
-}
 
 }  // namespace
 

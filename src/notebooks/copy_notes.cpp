@@ -25,6 +25,14 @@ constexpr int kOtherSteps = 7;
 constexpr int kGroups = 6;
 
 /// `isUnread` is set, and it is told, if not all of the NoteBook could be read.
+/// A copied note takes its sources along; were the ids of all their notes to go with each, a source of many notes would
+/// cost their square.
+SourceList WithoutNoteIDs(SourceList sources) {
+    for (size_t i = 0; i < sources.Count(); ++i)
+        sources[i].NoteIDs.RemoveAll();
+    return sources;
+}
+
 OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::vector<CNote>& heads, bool& isUnread) {
     OpenNoteBook book;
     book.database = target;
@@ -53,7 +61,8 @@ public:
           notes_(notes),
           book_(LoadTarget(target, world, heads_, isUnread_)),
           merge_(book_, world.counters),
-          files_(world.from.paths.Attachments(), book_.paths.Attachments(), world.faults) {
+          files_(world.from.paths.Attachments(), book_.paths.Attachments(), world.faults),
+          sources_(WithoutNoteIDs(world.from.sources)) {
         for (const CNote& head : heads_) {
             world_.counters.MaxNoteID = std::max(world_.counters.MaxNoteID, head.id);
             if (!head.guid.empty())
@@ -97,8 +106,7 @@ private:
                 ++newer_;
                 continue;
             }
-            ArchiveNote& entry =
-                entries_.emplace_back(MakeArchiveNote(notes_[i], world_.from.sources, world_.from.authors));
+            ArchiveNote& entry = entries_.emplace_back(MakeArchiveNote(notes_[i], sources_, world_.from.authors));
             entry.note.displayRtf.clear();
             entry.note.id = book_.index.GiveID(world_.counters.MaxNoteID);
             if (entry.note.id == 0) {
@@ -200,6 +208,7 @@ private:
     SourceMerge merge_;
     AttachmentCopies files_;
     std::unordered_map<std::string, std::vector<const CNote*>> byGuid_;
+    const SourceList sources_;  // of the NoteBook that is open, without the notes that each has
     std::vector<ArchiveNote> entries_;
     int newer_ = 0;
 };

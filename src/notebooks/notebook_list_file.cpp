@@ -8,7 +8,9 @@ namespace lore {
 void NoteBookListFile::Load(const ReadContext& context) {
     double version = 0.0;
     isWhole_ = true;
-    read_ = LoadDatabases(file_, context, list_, version, &isWhole_);
+    RecordFileState state;
+    read_ = LoadDatabases(file_, context, list_, version, &state);
+    isWhole_ = state.isWhole;
     TellFailedRead(faults_, kNoteBooksUnread, file_, read_);
 }
 

@@ -20,6 +20,7 @@ enum class FindingKind {
     AttachmentUnused,   ///< no note names a file of the attachment folder
     DamagedFile,        ///< a file that breaks off, or holds more than its records show
     TextTooLong,        ///< a text over what a field may hold
+    NoteBookUnlisted,   ///< a folder of notes that the list of NoteBooks doesn't name
 };
 
 /// A word for each kind that stays the same, such as "note-twice".

@@ -23,9 +23,9 @@ namespace {
 
 constexpr char kDamaged[] = "the file is short or damaged";
 
-constexpr std::array<std::string_view, 9> kKindNames = {"note-twice",        "number-shared",    "note-in-wrong-file",
-                                                        "source-missing",    "category-missing", "attachment-missing",
-                                                        "attachment-unused", "damaged-file",     "text-too-long"};
+constexpr std::array<std::string_view, 10> kKindNames = {
+    "note-twice",         "number-shared",     "note-in-wrong-file", "source-missing", "category-missing",
+    "attachment-missing", "attachment-unused", "damaged-file",       "text-too-long",  "notebook-unlisted"};
 
 /// What the walk leaves of one note file.
 struct CheckedFile {
@@ -222,14 +222,38 @@ std::vector<Finding> CheckNoteBook(const NoteBookPaths& paths, const ReadContext
     return NoteBookCheck(paths, context, faults).Run();
 }
 
+namespace {
+
+/// Notes in a folder that the list of NoteBooks has lost are on the disk, and no window shows them.
+void AddUnlisted(const DataPaths& data, const std::set<std::filesystem::path>& listed, FaultNotice& faults,
+                 std::vector<Finding>& findings) {
+    std::error_code error;
+    std::set<std::filesystem::path> folders;
+    std::filesystem::directory_iterator entry(data.Databases(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        std::error_code unknown;
+        if (entry->is_directory(unknown) && !listed.contains(entry->path()))
+            folders.insert(entry->path());
+    }
+    TellFailedRead(faults, "The folder of the NoteBooks could not be read", data.Databases(), {error.value()});
+    for (const std::filesystem::path& folder : folders) {
+        const NoteBookPaths paths(data, folder.filename().string());
+        if (!NoteFilesOf(paths.Notes(), faults).empty())
+            findings.push_back({FindingKind::NoteBookUnlisted, folder.string(),
+                                "the folder holds notes, and no NoteBook of the list names it"});
+    }
+}
+
+}  // namespace
+
 std::vector<Finding> CheckData(const DataPaths& data, const ReadContext& context, FaultNotice& faults) {
     std::vector<CDatabase> list;
     double version = 0.0;
-    bool isWhole = true;
+    RecordFileState state;
     TellFailedRead(faults, kNoteBooksUnread, data.DatabasesFile(),
-                   LoadDatabases(data.DatabasesFile(), context, list, version, &isWhole));
+                   LoadDatabases(data.DatabasesFile(), context, list, version, &state));
     std::vector<Finding> findings;
-    AddFileFindings(data.DatabasesFile(), {.isWhole = isWhole}, findings);
+    AddFileFindings(data.DatabasesFile(), state, findings);
     list.insert(list.begin(), MainNoteBook({}));
     std::set<std::filesystem::path> done;
     for (const CDatabase& entry : list) {
@@ -239,6 +263,7 @@ std::vector<Finding> CheckData(const DataPaths& data, const ReadContext& context
         const std::vector<Finding> found = CheckNoteBook(paths, context, faults);
         findings.insert(findings.end(), found.begin(), found.end());
     }
+    AddUnlisted(data, done, faults, findings);
     return findings;
 }
 

@@ -53,7 +53,7 @@ std::optional<CDatabase> FindWhere(const std::vector<CDatabase>& list, const std
 }  // namespace
 
 FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& context, std::vector<CDatabase>& list,
-                         double& version, bool* isWhole) {
+                         double& version, RecordFileState* state) {
     list.clear();
     version = 0.0;
     std::unique_ptr<RecordReader> stream;
@@ -62,8 +62,8 @@ FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& c
         return result;
     version = ReadFixedDouble(stream.get());
     ReadCounted(stream.get(), [&] { ReadDatabase(stream.get(), version, context, list.emplace_back()); });
-    if (isWhole)
-        *isWhole = stream->ReadWhole();
+    if (state)
+        *state = stream->State();
     return result;
 }
 

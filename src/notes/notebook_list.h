@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/date_time.h"
-#include "base/file_io.h"
+#include "base/record_file.h"
 #include "ports/guid_source.h"
 #include "ports/read_context.h"
 
@@ -38,9 +38,9 @@ struct CDatabase {
 
 /// Empties the list and reads "Databases.dat". A record without a guid gets a new one.
 FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& context, std::vector<CDatabase>& list);
-/// The same where the file's version is wanted too, and whether it was there whole with nothing behind its records.
+/// The same where the file's version is wanted too, and how it stands beside its records.
 FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& context, std::vector<CDatabase>& list,
-                         double& version, bool* isWhole = nullptr);
+                         double& version, RecordFileState* state = nullptr);
 FileResult SaveDatabases(const std::filesystem::path& file, const std::vector<CDatabase>& list);
 
 /// The record of the main NoteBook, whose guid is that of the installation.

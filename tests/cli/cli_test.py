@@ -258,6 +258,25 @@ class Citations(CliTest):
             self.assertEqual(cited["FormattedText"], f"M\u00fcller Z. {title}. ")
             self.assertEqual([cited["spans"], cited["wrapped"], cited["wrappedSpans"]], [spans, wrapped, moved])
 
+    def test_values_of_a_file_that_cannot_be_taken_are_told_and_the_rest_is_cited(self):
+        file = self.world.top / "odd.json"
+        plain = {"SourceID": 1, "AuthorIDs": [1], "FieldTexts": ["A Title"]}
+        for status, author, source, says in [
+                (0, {}, {}, ""), (0, {"last": 5}, {}, ""), (0, {}, {"SourceDate": None}, ""),
+                (0, {}, {"SourceDate": "invalid"}, ""),
+                (3, {"first": None}, {}, 'author 1: "first" is left out: it must be a text'),
+                (3, {}, {"AuthorsBeforeEtAl": "6"}, 'source 1: "AuthorsBeforeEtAl" is left out: it must be a number'),
+                (3, {}, {"FieldTexts": ["A Title", *[""] * 14, "more"]}, 'source 1: element 16 of "FieldTexts"'),
+                (3, {}, {"ModifiedDate": "soon"}, 'source 1: "ModifiedDate" is left out: it must be a date')]:
+            file.write_text(json.dumps({"authors": [{"AuthorID": 1, "last": "5", **author}],
+                                        "sources": [{**plain, **source}]}))
+            with self.subTest(author=author, source=source):
+                done = self.expect(status, "--json", "cite", "--file", file, says=says)
+                self.assertEqual(bool(done.stderr), status == 3)
+                self.assertEqual([cited["FormattedText"] for cited in json.loads(done.stdout)], ["5. A Title. "])
+        file.write_text(json.dumps({"sources": [{"FieldTexts": "A Title"}]}))
+        self.expect(3, "cite", "--file", file, says='source 1: "FieldTexts" is left out: it must be a list')
+
     def test_sorted_ids_are_in_the_order_of_the_citations(self):
         texts = {c["SourceID"]: c["FormattedText"].lower() for c in self.json("cite")}
         ids = self.json("sources", "--sorted")
@@ -304,7 +323,7 @@ class Statuses(CliTest):
                 (1, ["dump", "/no/such/file.dat"], "No such file"),
                 (1, ["bibliography", "--out", "x.txt", "99999"], "none"),
                 (1, ["--notebook", WALKS["name"], "bibliography", "--out", "x.txt"], "no sources"),
-                (2, [], ""), (2, ["frobnicate"], ""), (2, ["notes", "--bogus"], "--bogus"), (2, ["note"], "ID"),
+                (2, [], ""), (2, ["frobnicate", "x"], 'no command "frobnicate"'), (2, ["notes", "--bogus"], "--bogus"), (2, ["note"], "ID"),
                 (2, ["note", "abc"], "abc"), (2, ["notes", "--ids", "1,x"], "1,x"),
                 (2, ["search", "a AND b OR c"], "one type"),
                 (2, ["events", "--from", "yesterday"], "YYYY-MM-DD"), (2, ["bibliography"], "--out"),

@@ -114,6 +114,7 @@ class Choice(ExchangeTest):
                 shutil.copytree(target, copy)
                 done = self.json("import", str(self.archive), *options, data=copy, status=0 if count else 1)
                 self.assertEqual(done["imported"], count)
+        self.expect(1, "import", str(self.archive), "--only", "{none}", data=target, says="with the guid {none}")
         for options, says in [(["--take", "some"], "--take is"), (["--take", ""], "--take is"),
                               (["--only", " "], "--only takes"), (["--take", "all", "--only", ","], "--only takes")]:
             self.expect(2, "import", str(self.archive), *options, says=says, data=target)

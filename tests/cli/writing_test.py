@@ -36,6 +36,8 @@ class Writing(FreshTest):
                 ("cr.txt", b"first line\rsecond line\r", "first line\r\nsecond line"),
                 ("breaks.md", b"page\fnext\vline\r\n\rend\n", "page\r\nnext\r\nline\r\n\r\nend"),
                 ("f.txt", b"cut\x1aby\x00nothing", "cutbynothing"),
+                ("j.txt", "Caf\u00e9 \U0001f600\r\ntwo\r\n".encode("utf-16"), "Caf\u00e9 \U0001f600\r\ntwo"),
+                ("k.htm", "\ufeff<html><p>&#147;Caf&eacute&#148;".encode("utf-16-be"), "\u201cCaf\u00e9\u201d"),
                 ("g.rtf", rtf, "Stored as it stands\r\ntwo"),
                 ("h.html", "<h1>Head</h1><p>a <b>b</b>\n c<br>d<script>no()</script>", "Head\r\na b c\r\nd"),
                 ("i.html", "<table><tr><td>1<td>2<tr><td>3<td>4</table>", "1\t2\t\r\n3\t4\t\r\n")]:
@@ -65,6 +67,14 @@ class Writing(FreshTest):
         made = self.json("add", "--category", "1", "Sea", files[0], "--category", "2", "Sky", files[1])
         self.assertEqual([self.json("note", id)["categories"] for id in made], 2 * [[["Sea"], ["Sky"], []]])
         self.assertEqual(self.json("check"), [])
+
+    def test_a_note_counts_as_unassigned_if_it_is_so_in_each_set_that_is_asked_for(self):
+        for sets in ((), (), (1,), (1, 2), (1, 2, 3)):
+            self.add("A note", *(word for number in sets for word in ("--category", str(number), "Sea")))
+        for chosen, unassigned, sea in (("", 2, 3), ("--set 1", 2, 3), ("--set 2", 3, 2), ("--set 3", 4, 1)):
+            with self.subTest(set=chosen):
+                shown = self.run_cli("categories", *chosen.split()).stdout.decode().splitlines()
+                self.assertCountEqual(shown, [f"<UNASSIGNED>  ({unassigned})", f"Sea  ({sea})"])
 
     def test_only_a_note_that_is_saved_makes_its_categories(self):
         note = self.add("One", "--category", "1", "Sea/Coast")
@@ -154,7 +164,12 @@ class Writing(FreshTest):
                       ({"sources": [{"FieldTexts": ["A Book", "x" * 500001]}]},
                        b"source 1: the field FieldTexts holds a text of 500001 bytes, over the limit of 500000"),
                       ({"authors": [{"last": "Lamp"}, {"last": "x" * 500001}],
-                        "sources": [{"FieldTexts": ["A Book"]}]}, b"author 2: the field last")]))]:
+                        "sources": [{"FieldTexts": ["A Book"]}]}, b"author 2: the field last"),
+                      *(({"authors": [{"last": "Lamp"}], "sources": [
+                          {"FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"], "HasDate": True, "SourceDate": date}]},
+                         b"source 2: HasDate is true, but SourceDate is no date that exists")
+                        for date in ("2011-02-30T00:00:00", "2011-01-01T24:00:00", "2011", "invalid", "", None, 2011))
+                  ]))]:
             with self.subTest(args=args):
                 self.assertIn(words, self.run_cli(*args, status=status).stderr)
                 self.assertEqual(self.run_cli("--json", "notes").stdout, before)
@@ -324,7 +339,8 @@ class Writing(FreshTest):
         (self.book / "Notes" / "away.dat").symlink_to(self.top / "away.dat")
         before = fingerprint(self.data)
         for out in (self.book / "Notes" / "new.dat", self.top / "link" / "new.dat", files / "Events.dat",
-                    self.top / "lead.dat", self.book / "Notes" / "away.dat", self.book / "Bib.dat", files / "new.DAT"):
+                    self.top / "lead.dat", self.book / "Notes" / "away.dat", self.book / "Bib.dat", files / "new.DAT",
+                    self.book / "Attachments" / "0000001.txt", files / "Databases" / "new.html"):
             self.assertIn(b"belongs to the data folder", self.run_cli("bibliography", "--out", out, status=2).stderr)
             self.assertEqual(fingerprint(self.data), before, out)
         for out in (files / "Bib.dat", self.top / "out.dat", self.data / "out.dat"):
@@ -352,10 +368,91 @@ class Writing(FreshTest):
         self.json("source", "add", "--file", self.file("more.json", json.dumps({"authors": [{"last": "Alone"}]})))
         self.assertEqual(len(self.json("authors")), 4)
 
+    def test_an_author_without_a_name_is_told_and_comes_with_no_source(self):
+        for name in ({}, {"first": " ", "last": ""}, {"middle": "Q", "last": "\t"}):
+            with self.subTest(name=name):
+                told = self.run_cli("source", "add", "--file", self.file("s.json", json.dumps({
+                    "authors": [{"AuthorID": 2, "last": "Lamp"}, {"AuthorID": 1, **name}],
+                    "sources": [{"AuthorIDs": [1, 2], "FieldTexts": ["A Book"]}]}))).stderr
+                self.assertIn(b"source 1 loses author 1, which has no name", told)
+                self.assertIn(b"author 2 is left out", told)
+                author, = self.json("authors")
+                self.assertEqual(author["last"], "Lamp")
+                self.assertEqual(self.json("sources")[-1]["AuthorIDs"], [author["AuthorID"]])
+
+    def test_what_a_source_cannot_take_is_told_and_all_else_of_it_is_added(self):
+        rest, slots = [""] * 14, ["", *"cdefghijklmn"]
+        typed = {"GUID": "{T}", "name": "Map", "fields": [{"name": "Scale"}]}
+        for given, stored, *told in [
+                ({"FieldTexts": ["T", "P", "", 12, "4-5", -3, 1.5]},
+                 {"FieldTexts": ["T", "P", "", "12", "4-5", "-3", "1.5", *rest[6:]]}),
+                ({"FieldTexts": ["T", *rest, "", ""]}, {"FieldTexts": ["T", *rest]}),
+                ({"DateText": 1999, "YearOnly": True, "HasDate": 1},
+                 {"DateText": "1999", "YearOnly": 1, "HasDate": True}),
+                ({"HasDate": True, "SourceDate": "2012-02-29"}, {"HasDate": True, "SourceDate": "2012-02-29T00:00:00"}),
+                ({"FieldTexts": ["T", "a", *slots, "", "p", 7]}, {"FieldTexts": ["T", "a", *slots]},
+                 'element 17 of "FieldTexts" is left out: only 15', 'element 18 of "FieldTexts" is left out: only 15'),
+                ({"FieldTexts": ["T", ["P"], False, "4"]}, {"FieldTexts": ["T", "", "", "4", *rest[3:]]},
+                 'element 2 of "FieldTexts"', 'element 3 of "FieldTexts"'),
+                ({"SourceType": "Book", "DateText": "May", "IndentSpaces": 4},
+                 {"SourceType": 1, "DateText": "May", "IndentSpaces": 4},
+                 '"SourceType" is left out: it must be a number'),
+                ({"AuthorIDs": ["1", 1, None], "DateText": {}}, {"AuthorIDs": ["Lamp"], "DateText": ""},
+                 'element 1 of "AuthorIDs"', 'element 3 of "AuthorIDs"', '"DateText" is left out: it must be a text'),
+                ({"AuthorIDs": 1, "HasDate": "yes"}, {"AuthorIDs": [], "HasDate": False},
+                 '"AuthorIDs" is left out: it must be a list', '"HasDate" is left out: it must be true or false'),
+                ({"SourceDate": "2011-02-30", "DateText": "May"}, {"HasDate": False, "DateText": "May"},
+                 '"SourceDate" is left out: it must be a date that exists'),
+                ({"CustomTypeCopy": "Map", "AuthorIDs": [1]}, {"AuthorIDs": ["Lamp"]}, '"CustomTypeCopy" is left out'),
+                ({"SourceType": 1001, "CustomTypeCopy": {**typed, "fields": [5, *typed["fields"]]}}, {},
+                 'element 1 of "fields" is left out: it must be an object'),
+                ({"SourceType": 1001, "CustomTypeCopy": {**typed, "fields": [{"name": "Scale", "kind": "x"}]}}, {},
+                 'element 1 of "fields": "kind" is left out')]:
+            with self.subTest(given=given):
+                file = self.file("s.json", json.dumps({"authors": [{"AuthorID": 1, "last": "Lamp"}], "sources": [
+                    {"FieldTexts": ["First"]}, {"FieldTexts": ["T"], **given}]}))
+                done = self.run_cli("--json", "source", "add", "--file", file, status=3 if told else 0)
+                source = next(one for one in self.json("sources") if one["SourceID"] == json.loads(done.stdout)[1])
+                names = {author["AuthorID"]: author["last"] for author in self.json("authors")}
+                source["AuthorIDs"] = [names[author] for author in source["AuthorIDs"]]
+                self.assertEqual({key: source[key] for key in stored}, stored)
+                if "SourceType" in given and "CustomTypeCopy" in given:
+                    fields = source["CustomTypeCopy"]["fields"]
+                    self.assertEqual([[field[key] for key in ("name", "kind")] for field in fields], [["Scale", 0]])
+                lines = done.stderr.decode().splitlines()
+                self.assertEqual(len(lines), len(told), lines)
+                for line, words in zip(lines, told):
+                    self.assertIn("s.json: source 2", line)
+                    self.assertIn(words, line)
+
+    def test_a_dump_gives_the_spans_of_a_bibliography_in_characters(self):
+        titles = ["Plain", "Caf\u00e9", "\u706f\u53f0 \u706f", "\u706f\u53f0"]
+        self.json("source", "add", "--file", self.file("s.json", json.dumps({
+            "authors": [{"AuthorID": 1, "first": "Zo\u00eb", "last": "\u041c\u0430\u044f\u043a"}],
+            "sources": [{"AuthorIDs": [1], "FieldTexts": [title]} for title in titles]})))
+        out = self.top / "Bib.dat"
+        self.run_cli("bibliography", "--unsorted", "--out", out)
+        records, cited = self.json("dump", out)["records"], self.json("cite")
+        spans = [[list(span) for span in zip(*(record[key] for key in ("SpanKinds", "SpanStarts", "SpanEnds")))]
+                 for record in records]
+        self.assertEqual(spans, [cite["spans"] for cite in cited])
+        self.assertEqual([[record["FormattedText"][start:end + 1] for _, start, end in own]
+                          for record, own in zip(records, spans)], [[title] for title in titles])
+        # Positions outside of the text, as damage leaves them, stay as far outside.
+        first = records[-2]
+        size = len(first["FormattedText"])
+        beyond = len(first["FormattedText"].encode()) + 5
+        whole = out.read_bytes()
+        end = whole.rindex(b"%016d" % 1, 0, whole.index(records[-1]["SourceGUID"].encode())) + 16
+        for start, shown in ((beyond, size + 5), (-3, -3), (2_147_483_647, 2_147_483_647 - beyond + size + 5)):
+            for key, at in (("SpanEnds", end), ("SpanStarts", end - 32)):
+                out.write_bytes(whole[:at] + b"%016d" % start + whole[at + 16:])
+                self.assertEqual(self.json("dump", out)["records"][-2][key], [shown], (key, start))
+
     def test_an_edit_changes_what_it_names_and_moves_the_note_with_its_first_source(self):
         sources = self.file("s.json", json.dumps({
             "authors": [{"AuthorID": 5, "first": "Ada", "last": "Lamp"}],
-            "sources": [{"SourceID": 9, "AuthorIDs": [5], "FieldTexts": ["A Book", *"abcdefghijklmnopqrst"]},
+            "sources": [{"SourceID": 9, "AuthorIDs": [5], "FieldTexts": ["A Book", *"abcdefghijklmn"]},
                         {"FieldTexts": ["Other"]}]}))
         one, two = self.json("source", "add", "--file", sources)
         self.assertEqual([self.json("authors")[0]["last"], len(self.json("sources"))], ["Lamp", 2])
