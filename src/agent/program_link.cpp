@@ -12,16 +12,12 @@ ProgramLink::ProgramLink(CompanionPlaces places, ProcessLauncher& companions, st
     : places_(std::move(places)),
       channel_(kProgramRole, places_.dataRoot),
       companions_(companions),
-      failed_(std::move(failed)) {
-    beside_.setMaxThreadCount(1);  // one request after the other
-}
+      failed_(std::move(failed)) {}
 
-ProgramLink::~ProgramLink() {
-    beside_.waitForDone();
-}
+ProgramLink::~ProgramLink() = default;
 
 void ProgramLink::Hand(const std::string& request, const std::vector<std::string>& options) {
-    beside_.start([this, request, options] {
+    beside_.Run([this, request, options] {
         if (!channel_.SendToInstance(request, true))
             QMetaObject::invokeMethod(&here_, [this, options] { Start(options); });
     });
@@ -35,7 +31,7 @@ void ProgramLink::Start(const std::vector<std::string>& options) {
 }
 
 void ProgramLink::Command(const char* text) {
-    beside_.start([this, text] { channel_.SendCommand(text); });
+    beside_.Run([this, text] { channel_.SendCommand(text); });
 }
 
 void ProgramLink::Open(const std::string& reminderId) {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QObject>
-#include <QThreadPool>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "base/work_beside.h"
 #include "platform/companion_launcher.h"
 #include "platform/instance/local_channel.h"
 #include "ports/process_launcher.h"
@@ -40,8 +40,8 @@ private:
     LocalChannel channel_;
     ProcessLauncher& companions_;
     std::function<void()> failed_;
-    QObject here_;  // of the thread that the rest runs on
-    QThreadPool beside_;
+    QObject here_;       // of the thread that the rest runs on
+    WorkBeside beside_;  // one request after the other
 };
 
 }  // namespace lore

@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <functional>
 #include <future>
+#include <memory>
 #include <thread>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -17,7 +19,10 @@ std::vector<std::jthread> StartHelpers(size_t count, const std::function<void()>
 /// a future is deferred: whoever waits for a time asks whether that ran out, never whether the result is ready.
 template <typename Work>
 auto RunOnHelper(Work&& work) {
-    return std::async(std::launch::async | std::launch::deferred, std::forward<Work>(work));
+    // A refused start has taken what is moved into it already; the deferred one would run without it.
+    const auto shared = std::make_shared<std::decay_t<Work>>(std::forward<Work>(work));
+    const auto run = [shared] { return (*shared)(); };
+    return std::async(std::launch::async | std::launch::deferred, run);
 }
 
 }  // namespace lore

@@ -42,14 +42,19 @@ using Endpoints = std::vector<tcp::endpoint>;
 Endpoints LookUp(const HttpAddress& address, Clock::time_point until, const std::stop_token& stop) {
     auto promise = std::make_shared<std::promise<Endpoints>>();
     std::future<Endpoints> found = promise->get_future();
-    std::thread([promise, host = address.host, port = address.port] {
+    const auto lookUp = [promise, host = address.host, port = address.port] {
         asio::io_context context;
         error_code error;
         Endpoints endpoints;
         for (const auto& entry : tcp::resolver(context).resolve(host, port, tcp::resolver::numeric_service, error))
             endpoints.push_back(entry.endpoint());
         promise->set_value(std::move(endpoints));
-    }).detach();
+    };
+    try {
+        std::thread(lookUp).detach();
+    } catch (const std::system_error&) {
+        lookUp();  // no thread is to be had
+    }
     while (found.wait_for(kLook) != std::future_status::ready) {
         if (stop.stop_requested() || Clock::now() >= until)
             return {};

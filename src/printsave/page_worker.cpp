@@ -25,9 +25,13 @@ QImage PictureOfPage(const PagedText& text, int page, double scale) {
 }
 
 PageWorker::PageWorker(QObject* parent) : QObject(parent), desk_(new QObject) {
-    desk_->moveToThread(&thread_);
-    connect(&thread_, &QThread::finished, desk_, &QObject::deleteLater);
     thread_.start();
+    if (thread_.isRunning()) {
+        desk_->moveToThread(&thread_);
+        connect(&thread_, &QThread::finished, desk_, &QObject::deleteLater);
+    } else {
+        desk_->setParent(this);  // a system that gives no thread: that of the window does the work
+    }
 }
 
 PageWorker::~PageWorker() {
@@ -38,6 +42,8 @@ PageWorker::~PageWorker() {
 }
 
 void PageWorker::Post(const std::function<void()>& task, Qt::ConnectionType type) {
+    if (desk_->thread() == thread())
+        return task();
     QMetaObject::invokeMethod(desk_, task, type);
 }
 

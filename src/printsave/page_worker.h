@@ -16,8 +16,8 @@ namespace lore {
 /// A page as it looks on paper; at scale 1 a pixel of the paper is one of the picture.
 QImage PictureOfPage(const PagedText& text, int page, double scale);
 
-/// Makes contents, lays them out and draws their pages on a thread of its own. The fonts of a layout belong to the
-/// thread that made it: nothing but that thread ever touches the pages.
+/// Makes contents, lays them out and draws their pages on a thread of its own, if the system gives one. The fonts of a
+/// layout belong to the thread that made it: nothing but that thread ever touches the pages.
 class PageWorker : public QObject {
     Q_OBJECT
 
@@ -54,8 +54,8 @@ private:
     void Take(int number, std::shared_ptr<const PrintContent> content, int pageCount);
 
     QThread thread_;
-    QObject* const desk_;              // lives on the thread
-    std::unique_ptr<PagedText> text_;  // of the thread
+    QObject* const desk_;              // lives on the thread that works
+    std::unique_ptr<PagedText> text_;  // of that thread
     std::atomic<int> asked_ = 0;       // number of the layout that is wanted
     std::atomic<int> lastAsked_ = 0;   // page
     int done_ = 0;

@@ -25,6 +25,7 @@
 #include "ui/note_editor/note_actions.h"
 #include "ui/qt_progress.h"
 #include "ui/qt_prompts.h"
+#include "ui/quit_guard.h"
 #include "ui/request_hooks.h"
 #include "ui/theme.h"
 
@@ -154,6 +155,7 @@ int RunProgram(const Started& started) {
     window.Notes()->Commands().SetSpelling(&spelling);
     lore::NetUpdateSource updates;
     window.SetHelp(lore::ManualFile(), &updates);
+    const lore::QuitGuard quits;
     prompts.SetParent(&window);
     progress.SetParent(&window);
     faults.SetBar(window.Faults());

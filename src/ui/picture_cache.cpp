@@ -19,7 +19,7 @@ QImage Load(const QString& path, const QSize& size) {
     const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
     if (reader.supportsOption(QImageIOHandler::ScaledSize))
         reader.setScaledSize(turned ? size.transposed() : size);
-    const QImage image = reader.read();
+    QImage image = reader.read();
     if (image.isNull() || image.size() == size)
         return image;
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -27,14 +27,12 @@ QImage Load(const QString& path, const QSize& size) {
 
 }  // namespace
 
-PictureCache::PictureCache() {
+PictureCache::PictureCache() : loading_(kLoaders) {
     pixmaps_.setMaxCost(kBudget);
-    pool_.setMaxThreadCount(kLoaders);
 }
 
 PictureCache::~PictureCache() {
-    pool_.clear();
-    pool_.waitForDone();
+    loading_.Forget();
 }
 
 QSize PictureCache::NaturalSize(const QString& path) {
@@ -63,7 +61,7 @@ QPixmap PictureCache::Get(const QString& path, const QSize& size) {
     if (size.isEmpty() || underway_.contains(key))
         return {};
     underway_.insert(key);
-    pool_.start([this, key, path, size] {
+    loading_.Run([this, key, path, size] {
         const QImage image = Load(path, size);
         QMetaObject::invokeMethod(
             this, [this, key, image] { Take(key, image); }, Qt::QueuedConnection);
@@ -79,7 +77,7 @@ void PictureCache::Take(const QString& key, const QImage& image) {
 }
 
 void PictureCache::WaitForAll() {
-    pool_.waitForDone();
+    loading_.Wait();
     QCoreApplication::sendPostedEvents(this);
 }
 

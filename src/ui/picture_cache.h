@@ -5,7 +5,8 @@
 #include <QObject>
 #include <QPixmap>
 #include <QSet>
-#include <QThreadPool>
+
+#include "base/work_beside.h"
 
 namespace lore {
 
@@ -38,7 +39,7 @@ private:
     QCache<QString, QPixmap> pixmaps_;  // cost: kilobytes
     QHash<QString, KnownSize> sizes_;
     QSet<QString> underway_;
-    QThreadPool pool_;
+    WorkBeside loading_;  // ends before the rest goes
 };
 
 }  // namespace lore

@@ -28,7 +28,7 @@ public:
     }
     std::optional<std::string> AskText(const std::string& label, const std::string& title,
                                        const std::string& initial) override {
-        seen.push_back(title + "? " + label + " [" + initial + "]");
+        Show(title + "? " + label + " [" + initial + "]");
         return Next(texts);
     }
     PromptAnswer AskWithBox(const std::string& text, const std::string& title, const std::string& box,

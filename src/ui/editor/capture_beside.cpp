@@ -1,9 +1,8 @@
 #include "ui/editor/capture_beside.h"
 
-#include <QCoreApplication>
-#include <QThreadPool>
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "rtf/rtf.h"
 #include "ui/editor/document_capture.h"
@@ -32,11 +31,11 @@ void CaptureBeside::Start(QTextDocument& document, Callback callback) {
     timer_.start();
 }
 
-void CaptureBeside::Stop() {
+CaptureBeside::Callback CaptureBeside::Stop() {
     ++call_;
     timer_.stop();
     walk_.reset();
-    callback_ = nullptr;
+    return std::exchange(callback_, nullptr);
 }
 
 void CaptureBeside::BeginWalk() {
@@ -45,8 +44,10 @@ void CaptureBeside::BeginWalk() {
 }
 
 void CaptureBeside::Slice() {
-    if (!document_)
-        return Stop();
+    if (!document_) {
+        Stop();
+        return;
+    }
     QElapsedTimer clock;
     clock.start();
     if (document_->revision() != revision_)
@@ -65,17 +66,16 @@ void CaptureBeside::Write() {
     timer_.stop();
     auto note = std::make_shared<CapturedNote>(walk_->Take());
     walk_.reset();
-    const QPointer<CaptureBeside> self(this);
-    QThreadPool::globalInstance()->start([note, self, call = call_] {
+    writing_.Run([this, note, call = call_] {
         auto texts = std::make_shared<CapturedTexts>();
         const Document document = Assemble(*note);
         texts->rtf = WriteRtf(document);
         texts->plainText = WithCrLf(document.text);
         QMetaObject::invokeMethod(
-            QCoreApplication::instance(),
-            [texts, self, call] {
-                if (self && self->call_ == call && self->callback_)
-                    std::exchange(self->callback_, nullptr)(std::move(*texts));
+            this,
+            [this, texts, call] {
+                if (call_ == call && callback_)
+                    std::exchange(callback_, nullptr)(std::move(*texts));
             },
             Qt::QueuedConnection);
     });

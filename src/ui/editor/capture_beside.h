@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+#include "base/work_beside.h"
+
 namespace lore {
 
 class NoteCapture;
@@ -38,8 +40,9 @@ public:
     /// Converts `document` and hands over its state at the end of the conversion, on this thread. A call before that
     /// takes the place of the earlier one.
     void Start(QTextDocument& document, Callback callback);
-    /// Forgets the call that is under way; its callback isn't called.
-    void Stop();
+    bool IsUnderWay() const { return static_cast<bool>(callback_); }
+    /// Forgets the call that is under way, and hands back its callback, which isn't called.
+    Callback Stop();
     /// The longest slice of the last conversion, in microseconds.
     qint64 LongestSlice() const { return longestSlice_; }
 
@@ -57,6 +60,7 @@ private:
     QElapsedTimer sinceStart_;
     quint64 call_ = 0;
     qint64 longestSlice_ = 0;
+    WorkBeside writing_;  // ends before the rest goes
 };
 
 }  // namespace lore

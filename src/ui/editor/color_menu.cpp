@@ -3,7 +3,11 @@
 #include <QColorDialog>
 #include <QPainter>
 #include <QPixmap>
+#include <limits>
 #include <span>
+
+#include "calendar/bar_colors.h"
+#include "ui/qt_text.h"
 
 namespace lore {
 namespace {
@@ -46,7 +50,31 @@ QIcon Swatch(const QColor& color) {
     return QIcon(picture);
 }
 
+int Distance(const QColor& a, const QColor& b) {
+    const int red = a.red() - b.red(), green = a.green() - b.green(), blue = a.blue() - b.blue();
+    return red * red + green * green + blue * blue;
+}
+
 }  // namespace
+
+QString NearestColorName(const QColor& color) {
+    int nearest = std::numeric_limits<int>::max();
+    QString name;
+    const auto compare = [&](const QColor& known, const char* words) {
+        const int distance = Distance(color, known);
+        if (distance >= nearest)
+            return;
+        nearest = distance;
+        name = ColorMenu::tr(words);
+    };
+    for (const NamedColor& each : kTextColors)
+        compare(QColor(each.color), each.name);
+    for (const NamedColor& each : kPenColors)
+        compare(QColor(each.color), each.name);
+    for (const BarColor& bar : BarColors())
+        compare(ToQColor(bar.color), bar.name);
+    return name;
+}
 
 ColorMenu::ColorMenu(const QString& title, bool forText, QWidget* parent) : QMenu(title, parent) {
     addAction(forText ? tr("&Automatic") : tr("&No highlight"), this, [this] { emit ColorChosen(QColor()); });

@@ -23,4 +23,7 @@ private:
     void AddColor(const QString& name, const QColor& color);
 };
 
+/// The name of the colour of the menus or of the calendar that comes nearest to this one.
+QString NearestColorName(const QColor& color);
+
 }  // namespace lore

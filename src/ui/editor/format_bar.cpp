@@ -129,6 +129,8 @@ FormatBar::FormatBar(RichTextEdit& edit, const Theme& theme, QWidget* parent)
 
 QComboBox* FormatBar::AddCombo(QComboBox* combo, const QString& name, int characters) {
     combo->setAccessibleName(name);
+    if (combo->lineEdit())
+        combo->lineEdit()->setAccessibleName(name);
     combo->setToolTip(name);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(characters);
@@ -393,10 +395,15 @@ void FormatBar::ResizePicture() {
 void FormatBar::FollowFonts(const CharFormat& characters) {
     const QSignalBlocker quietFonts(fonts_), quietSizes(sizes_), quietStyles(styles_);
     // The entry becomes the current one too: a list that is left with the text of another entry would choose that.
+    // What is shown already isn't set again, for a screen reader would speak it at each key.
     const auto show = [](QComboBox& list, const QString& text) {
-        if (list.hasFocus() || (list.currentText() == text && list.itemText(list.currentIndex()) == text))
+        const bool isShown = list.currentText() == text;
+        if (list.hasFocus() || (isShown && list.itemText(list.currentIndex()) == text))
             return;
-        list.setCurrentIndex(list.findText(text, Qt::MatchFixedString));
+        const int entry = list.findText(text, Qt::MatchFixedString);
+        if (isShown && list.currentIndex() == entry)
+            return;
+        list.setCurrentIndex(entry);
         list.setEditText(text);
     };
     show(*fonts_, QString::fromStdString(edit_.Formats().FontName(characters)));

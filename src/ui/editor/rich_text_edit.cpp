@@ -63,9 +63,10 @@ RichTextEdit::RichTextEdit(const Theme& theme, QWidget* parent)
     setLineWrapMode(QTextEdit::WidgetWidth);
     setMouseTracking(true);
     formats_.SetDefault("Times New Roman", 27);
+    sizeTimer_.setObjectName("sizeTimer");
     sizeTimer_.setSingleShot(true);
     sizeTimer_.setInterval(kMeasureAgain);
-    connect(&sizeTimer_, &QTimer::timeout, this, [this] { CaptureAside({}); });
+    connect(&sizeTimer_, &QTimer::timeout, this, &RichTextEdit::MeasureSize);
     fitTimer_.setSingleShot(true);
     fitTimer_.setInterval(kFitAgain);
     connect(&fitTimer_, &QTimer::timeout, this, &RichTextEdit::FitToWidth);
@@ -130,12 +131,15 @@ void RichTextEdit::Restyle() {
     const int position = textCursor().position();
     const int scrolled = verticalScrollBar()->value();
     const Document document = modified ? Assemble(CaptureNote(*shown_, formats_)) : ReadRtf(stored_);
+    CaptureBeside::Callback waiting = beside_->Stop();
     ShowDocument(document);
     shown_->setModified(modified);
     QTextCursor cursor(shown_.get());
     cursor.setPosition(std::min(position, shown_->characterCount() - 1));
     setTextCursor(cursor);
     verticalScrollBar()->setValue(scrolled);
+    if (waiting)
+        beside_->Start(*shown_, std::move(waiting));
 }
 
 std::string RichTextEdit::Rtf() const {
@@ -157,6 +161,14 @@ void RichTextEdit::CaptureAside(CaptureBeside::Callback callback) {
         if (callback)
             callback(std::move(texts));
     });
+}
+
+// It never takes the place of a capture that somebody waits for.
+void RichTextEdit::MeasureSize() {
+    if (beside_->IsUnderWay())
+        sizeTimer_.start();
+    else
+        CaptureAside({});
 }
 
 void RichTextEdit::OnContentsChange(int position, int removed, int added) {

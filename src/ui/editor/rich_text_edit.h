@@ -96,6 +96,7 @@ protected:
 private:
     void ShowDocument(const Document& document);
     void Restyle();
+    void MeasureSize();
     void OnContentsChange(int position, int removed, int added);
     void LookAsNew();
     void TakeWidth();
@@ -115,7 +116,7 @@ private:
     CaptureBeside* beside_;
     SpellMarks* spelling_;
     std::unique_ptr<PictureFrame> frame_;
-    QTimer sizeTimer_;
+    QTimer sizeTimer_{this};
     QTimer fitTimer_;
     std::string stored_;
     qint64 knownSize_ = 0;

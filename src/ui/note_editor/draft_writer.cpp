@@ -8,7 +8,6 @@ namespace lore {
 
 DraftWriter::DraftWriter(DraftStore store, Collector collect, FaultNotice& faults, QObject* parent)
     : QObject(parent), store_(std::move(store)), collect_(std::move(collect)), faults_(faults) {
-    thread_.setMaxThreadCount(1);
     timer_.setSingleShot(true);
     timer_.setInterval(kDelayMilliseconds);
     connect(&timer_, &QTimer::timeout, this, &DraftWriter::Collect);
@@ -27,27 +26,33 @@ void DraftWriter::Touch() {
 void DraftWriter::Stop() {
     stopped_ = true;
     timer_.stop();
-    thread_.waitForDone();
+    writing_.Wait();
 }
 
 void DraftWriter::Collect() {
-    collect_([guard = QPointer<DraftWriter>(this)](Draft draft) {
+    // Another collection would take the place of the one before: where each takes long, none would come to its end.
+    if (!underWay_.expired())
+        return timer_.start();
+    const Token token = std::make_shared<const bool>();
+    underWay_ = token;
+    collect_([guard = QPointer<DraftWriter>(this), token](Draft draft) {
         if (guard && !guard->stopped_)
-            guard->Write(std::move(draft));
+            guard->Write(std::move(draft), token);
     });
 }
 
-void DraftWriter::Write(Draft draft) {
-    thread_.start([this, draft = std::move(draft)] {
+void DraftWriter::Write(Draft draft, const Token& token) {
+    writing_.Run([this, draft = std::move(draft), token] {
         const FileResult result = store_.WriteDraft(draft);
-        QMetaObject::invokeMethod(this, [this, result] {
+        const auto tell = [this, result, token] {
             if (!result.Ok() && !failureTold_)
                 TellFailedWrite(faults_,
                                 "The draft of the note could not be written; the text is safe once it is saved",
                                 store_.Folder(), result);
             failureTold_ = !result.Ok();
             emit Written(result.Ok());
-        });
+        };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     });
 }
 

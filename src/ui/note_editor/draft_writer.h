@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QObject>
-#include <QThreadPool>
 #include <QTimer>
 #include <functional>
+#include <memory>
 
+#include "base/work_beside.h"
 #include "edit/draft_store.h"
 #include "ports/fault_notice.h"
 
@@ -34,16 +35,20 @@ signals:
     void Written(bool ok);
 
 private:
+    /// Lives while a draft is collected and written.
+    using Token = std::shared_ptr<const bool>;
+
     void Collect();
-    void Write(Draft draft);
+    void Write(Draft draft, const Token& token);
 
     DraftStore store_;
     Collector collect_;
     FaultNotice& faults_;
-    QTimer timer_;
-    QThreadPool thread_;
+    QTimer timer_{this};
+    std::weak_ptr<const bool> underWay_;
     bool stopped_ = false;
     bool failureTold_ = false;
+    WorkBeside writing_;  // ends before the rest goes
 };
 
 }  // namespace lore

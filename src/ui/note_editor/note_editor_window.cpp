@@ -21,6 +21,7 @@
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/note_editor/source_panel.h"
 #include "ui/qt_text.h"
+#include "ui/quit_guard.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -67,9 +68,7 @@ NoteEditorWindow::NoteEditorWindow(EditNoteSession session, WritingCommands& com
     MakeLayout();
     TakeSpellOptions();
     text_->Load(session_.note.rtfText);
-    drafts_ = new DraftWriter(
-        DraftStore(app_.NoteBook().paths),
-        [this](std::function<void(Draft)> whenReady) { CollectDraft(std::move(whenReady)); }, faults_, this);
+    StartDrafts();
     ConnectParts();
     OrderTabs();
     RestorePlace();
@@ -168,9 +167,12 @@ void NoteEditorWindow::SaveNote() {
 
 void NoteEditorWindow::CancelNote() {
     StorePlace();
-    if (SomethingWouldBeLost() && !session_.CancelNote())
+    const bool changed = SomethingWouldBeLost();
+    const bool keeps = changed && IsQuitting();
+    if (changed && (keeps ? !KeepDraft() : !session_.CancelNote()))
         return;
-    FinishDraft();
+    if (!keeps)
+        FinishDraft();
     QDialog::reject();
 }
 
@@ -189,6 +191,13 @@ void NoteEditorWindow::TouchDraft() {
     drafts_->Touch();
 }
 
+void NoteEditorWindow::StartDrafts() {
+    delete drafts_;
+    drafts_ = new DraftWriter(
+        DraftStore(app_.NoteBook().paths),
+        [this](std::function<void(Draft)> whenReady) { CollectDraft(std::move(whenReady)); }, faults_, this);
+}
+
 void NoteEditorWindow::FinishDraft() {
     drafts_->Stop();
     // That of an import note, and pictures that have left its text, wait for the import.
@@ -196,21 +205,40 @@ void NoteEditorWindow::FinishDraft() {
         drafts_->Store().RemoveDraft(session_.note.guid);
 }
 
+/// Keeps the note as it stands for the next start. False if the window has to stay: no draft could be written, or the
+/// import that the note belongs to would drop it.
+bool NoteEditorWindow::KeepDraft() {
+    drafts_->Stop();
+    const FileResult kept = drafts_->Store().WriteDraft(DraftOf(text_->RtfText(), text_->PlainText()));
+    if (kept.Ok() && !session_.IsImportNote())
+        return true;
+    faults_.Tell({"Lorebinder was told to quit and stays: this note isn't saved. Save it first",
+                  drafts_->Store().Folder().string(),
+                  kept.Ok() ? "the changes to an import are lost unless it is finished" : kept.Reason()});
+    StartDrafts();
+    TouchDraft();
+    return false;
+}
+
+Draft NoteEditorWindow::DraftOf(std::string rtf, std::string plain) {
+    Draft draft;
+    draft.note = session_.note;
+    TakeFields(draft.note);
+    draft.note.rtfText = std::move(rtf);
+    draft.note.plainText = std::move(plain);
+    draft.baseEdited = session_.Original().dateEdited;
+    draft.written = app_.Ports().clock.Now();
+    draft.syncTicked = sync_->isChecked();
+    if (session_.IsNew())
+        draft.note.id = -1;
+    if (session_.makeDraft)
+        session_.makeDraft(draft.note);
+    return draft;
+}
+
 void NoteEditorWindow::CollectDraft(std::function<void(Draft)> whenReady) {
     text_->CaptureAside([this, whenReady = std::move(whenReady)](std::string rtf, std::string plain) {
-        Draft draft;
-        draft.note = session_.note;
-        TakeFields(draft.note);
-        draft.note.rtfText = std::move(rtf);
-        draft.note.plainText = std::move(plain);
-        draft.baseEdited = session_.Original().dateEdited;
-        draft.written = app_.Ports().clock.Now();
-        draft.syncTicked = sync_->isChecked();
-        if (session_.IsNew())
-            draft.note.id = -1;
-        if (session_.makeDraft)
-            session_.makeDraft(draft.note);
-        whenReady(std::move(draft));
+        whenReady(DraftOf(std::move(rtf), std::move(plain)));
     });
 }
 

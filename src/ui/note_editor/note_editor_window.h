@@ -86,7 +86,10 @@ private:
     bool MovePictures(size_t size);
     bool AttachPicture(const TextPicture& picture);
     void TouchDraft();
+    void StartDrafts();
     void FinishDraft();
+    bool KeepDraft();
+    Draft DraftOf(std::string rtf, std::string plain);
     void CollectDraft(std::function<void(Draft)> whenReady);
     void TakeSpellOptions();
     void SpellBoxToggled(bool disabled);
