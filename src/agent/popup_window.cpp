@@ -18,6 +18,7 @@
 
 #include "calendar/event_text.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -51,7 +52,7 @@ PopupWindow::PopupWindow(PopupAgent& agent, const Theme& theme, std::function<vo
 }
 
 void PopupWindow::MakeList() {
-    list_ = new QListWidget(this);
+    list_ = new QuietView<QListWidget>(this);
     list_->setObjectName("list");
     list_->setAccessibleName(tr("Reminders"));
     list_->setUniformItemSizes(true);

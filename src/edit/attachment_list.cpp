@@ -85,13 +85,16 @@ void AttachmentList::AddLink(std::string_view address) {
 }
 
 void AttachmentList::EditWebLink(size_t position) {
+    const std::string before = items_[position].record.sourceFile;
+    const auto address = AskAddress("Edit Web Link", before);
+    if (!address)
+        return;
+    // Others may have been added behind the question, and the items lie elsewhere then.
     CAttachment& record = items_[position].record;
-    if (const auto address = AskAddress("Edit Web Link", record.sourceFile)) {
-        // A title of its own stays; the address as its own title follows.
-        if (record.title == record.sourceFile)
-            record.title = *address;
-        record.sourceFile = *address;
-    }
+    // A title of its own stays; the address as its own title follows.
+    if (record.title == before)
+        record.title = *address;
+    record.sourceFile = *address;
 }
 
 void AttachmentList::RemoveAttachment(size_t position) {

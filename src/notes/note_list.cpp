@@ -112,17 +112,22 @@ void CNoteList::SetNotes(std::vector<ListedNote> notes) {
 }
 
 int32_t CNoteList::SetFocusNote(int32_t id) {
-    ClearSelection();
+    // What stays as it is isn't written, here and below: other threads may be reading it.
+    for (const ListedNote& entry : notes_) {
+        if (entry.note->selected && entry.Id() != id)
+            entry.note->selected = false;
+    }
     CNote* const note = Find(id);
     if (!note)
         return -1;
-    note->selected = true;
-    note->newlyAdded = false;
+    if (!note->selected)
+        note->selected = true;
+    if (note->newlyAdded)
+        note->newlyAdded = false;
     return id;
 }
 
 void CNoteList::ClearNewFlags() {
-    // A note that isn't marked isn't written to: other threads may be reading it.
     for (const ListedNote& entry : notes_) {
         if (entry.note->newlyAdded)
             entry.note->newlyAdded = false;

@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <unordered_map>
 
+#include "ui/board_empty_pane.h"
 #include "ui/board_view.h"
 
 namespace lore {
@@ -49,6 +50,24 @@ private:
     int row_;
 };
 
+/// What stands on an empty board: the board's only child, past the viewport between them.
+class AccessibleEmptyPane : public QAccessibleWidget {
+public:
+    explicit AccessibleEmptyPane(BoardEmptyPane& pane) : QAccessibleWidget(&pane, QAccessible::Grouping), pane_(pane) {}
+
+    QAccessibleInterface* parent() const override {
+        const QAccessibleInterface* const viewport = QAccessibleWidget::parent();
+        return viewport ? viewport->parent() : nullptr;
+    }
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name ? pane_.State().title : QAccessibleWidget::text(kind);
+    }
+
+private:
+    BoardEmptyPane& pane_;
+};
+
 class AccessibleBoard : public QAccessibleWidget {
 public:
     explicit AccessibleBoard(BoardView& board) : QAccessibleWidget(&board, QAccessible::List), board_(board) {}
@@ -58,11 +77,13 @@ public:
             QAccessible::deleteAccessibleInterface(id);
     }
 
-    int childCount() const override { return board_.Model().Count(); }
+    int childCount() const override { return IsEmpty() ? 1 : board_.Model().Count(); }
 
     QAccessibleInterface* child(int row) const override {
         if (row < 0 || row >= childCount())
             return nullptr;
+        if (IsEmpty())
+            return QAccessible::queryAccessibleInterface(Pane());
         const auto [entry, isNew] = cards_.try_emplace(row, 0);
         if (isNew)
             entry->second = QAccessible::registerAccessibleInterface(new AccessibleCard(board_, row));
@@ -70,6 +91,8 @@ public:
     }
 
     int indexOfChild(const QAccessibleInterface* child) const override {
+        if (IsEmpty())
+            return child && child->object() == Pane() ? 0 : -1;
         for (const auto& [row, id] : cards_)
             if (QAccessible::accessibleInterface(id) == child)
                 return row;
@@ -82,18 +105,33 @@ public:
         for (int row = first; row < end; ++row)
             if (board_.CardRect(row).contains(point))
                 return child(row);
-        return nullptr;
+        return IsEmpty() && board_.viewport()->rect().contains(point) ? child(0) : nullptr;
+    }
+
+    QString text(QAccessible::Text kind) const override {
+        if (kind != QAccessible::Description || !IsEmpty())
+            return QAccessibleWidget::text(kind);
+        QStringList lines{Pane()->State().title, Pane()->State().text};
+        lines.removeAll(QString());
+        return lines.join(QLatin1Char('\n'));
     }
 
     QAccessibleInterface* focusChild() const override { return child(board_.Model().RowOf(board_.FocusNote())); }
 
 private:
+    bool IsEmpty() const { return board_.Model().Count() == 0; }
+    BoardEmptyPane* Pane() const {
+        return board_.viewport()->findChild<BoardEmptyPane*>(QString(), Qt::FindDirectChildrenOnly);
+    }
+
     BoardView& board_;
     mutable std::unordered_map<int, QAccessible::Id> cards_;  // by row
 };
 
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
-    auto* board = qobject_cast<BoardView*>(object);
+    if (auto* const pane = qobject_cast<BoardEmptyPane*>(object))
+        return new AccessibleEmptyPane(*pane);
+    auto* const board = qobject_cast<BoardView*>(object);
     return board ? new AccessibleBoard(*board) : nullptr;
 }
 

@@ -1,8 +1,8 @@
-#include <QScrollBar>
 #include <QTimerEvent>
 
 #include "ui/board_view.h"
 #include "ui/board_view_impl.h"
+#include "ui/focus_child.h"
 
 namespace lore {
 
@@ -47,7 +47,7 @@ void BoardView::timerEvent(QTimerEvent* event) {
     }
     if (event->timerId() != impl_->dragTimer.timerId())
         return QAbstractScrollArea::timerEvent(event);
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + impl_->drag.ScrollStep());
+    impl_->ScrollBy(impl_->drag.ScrollStep());
     impl_->FindTarget();
 }
 
@@ -56,6 +56,20 @@ void BoardView::Impl::Drop() {
     CancelDrag();
     if (dropped.MovesNote())
         emit view.MoveRequested(model.IDAt(dropped.Row()), model.IDAt(dropped.Target()));
+}
+
+void BoardView::MoveFocusNote(int step) {
+    impl_->CatchUp();
+    const int row = impl_->focusRow, target = row + step;
+    if (row < 0 || target < 0 || target >= impl_->model.Count())
+        return;
+    impl_->CancelDrag();
+    emit MoveRequested(impl_->model.IDAt(row), impl_->model.IDAt(target));
+    if (impl_->focusRow < 0)
+        return;
+    impl_->Reveal(impl_->focusRow);
+    if (hasFocus())
+        TellFocusChild(*this, impl_->focusRow);
 }
 
 void BoardView::Impl::CancelDrag() {

@@ -19,6 +19,7 @@ public:
     BoardEmptyPane(const Theme& theme, QWidget* parent);
 
     void SetState(const BoardEmptyState& state);
+    const BoardEmptyState& State() const { return state_; }
 
 signals:
     void ActionClicked();

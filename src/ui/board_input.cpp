@@ -74,9 +74,8 @@ void BoardView::Impl::MoveFocus(int step) {
         return ChangeFocus(model.Count() == 0 ? -1 : topRow, true);
     const QRect card = view.CardRect(focusRow);
     const int over = step > 0 ? card.bottom() + 1 - view.viewport()->height() : -card.top();
-    QScrollBar& bar = *view.verticalScrollBar();
     if (over > 0)
-        return bar.setValue(bar.value() + step * std::min(over, bar.singleStep()));
+        return ScrollBy(step * std::min(over, view.verticalScrollBar()->singleStep()));
     ChangeFocus(std::clamp(focusRow + step, 0, model.Count() - 1), true);
 }
 
@@ -90,13 +89,11 @@ void BoardView::Impl::ShowFocus() {
 }
 
 void BoardView::Impl::Page(int direction) {
-    QScrollBar& bar = *view.verticalScrollBar();
-    bar.setValue(bar.value() + direction * bar.pageStep());
+    ScrollBy(direction * view.verticalScrollBar()->pageStep());
     if (model.Count() == 0)
         return;
-    const bool atEnd = direction > 0 ? bar.value() == bar.maximum() : bar.value() == 0;
     const int top = topRow + (topOffset < 0 && topRow + 1 < endRow ? 1 : 0);
-    ChangeFocus(atEnd ? (direction > 0 ? model.Count() - 1 : 0) : top, false);
+    ChangeFocus(IsAtEnd(direction) ? (direction > 0 ? model.Count() - 1 : 0) : top, false);
 }
 
 void BoardView::keyPressEvent(QKeyEvent* event) {
@@ -149,7 +146,7 @@ void BoardView::wheelEvent(QWheelEvent* event) {
         return event->accept();
     }
     const int delta = event->pixelDelta().y() != 0 ? event->pixelDelta().y() : event->angleDelta().y();
-    verticalScrollBar()->setValue(verticalScrollBar()->value() - delta);
+    impl_->ScrollBy(-delta);
     impl_->Hover(event->position().toPoint());
     event->accept();
 }

@@ -227,11 +227,9 @@ void BoardView::scrollContentsBy(int, int dy) {
         return;
     impl_->CatchUp();
     const QScrollBar& bar = *verticalScrollBar();
-    if (bar.isSliderDown() || std::abs(dy) > kNearJump * viewport()->height()) {
-        impl_->JumpTo(bar.value(), bar.value() == bar.maximum());
-    } else {
-        impl_->topOffset += dy;
-    }
+    if (!bar.isSliderDown() && std::abs(dy) <= kNearJump * viewport()->height())
+        return impl_->ScrollBy(-dy);
+    impl_->JumpTo(bar.value(), bar.value() == bar.maximum());
     impl_->Settle();
     viewport()->update();
 }
@@ -255,8 +253,30 @@ void BoardView::Impl::AnchorAt(int row, int offset) {
     topOffset = offset;
 }
 
+// Goes by the heights: those of a long list are more than the scroll bar can count.
+void BoardView::Impl::ScrollBy(int64_t by) {
+    if (heights.Count() == 0)
+        return;
+    const int height = view.viewport()->height();
+    if (std::abs(by) > int64_t{kNearJump} * height) {
+        const int64_t last = std::max<int64_t>(0, heights.Total() - height);
+        const int64_t position = heights.TopOf(topRow) - topOffset + by;
+        JumpTo(std::clamp<int64_t>(position, 0, last), position >= last);
+    } else {
+        topOffset -= static_cast<int>(by);
+    }
+    Settle();
+    view.viewport()->update();
+}
+
+bool BoardView::Impl::IsAtEnd(int direction) const {
+    if (direction < 0)
+        return topRow == 0 && topOffset == 0;
+    return endRow == heights.Count() && TopOf(endRow) <= view.viewport()->height();
+}
+
 // The end of the list is the end of its last card, whatever the estimates of the heights say.
-void BoardView::Impl::JumpTo(int position, bool toEnd) {
+void BoardView::Impl::JumpTo(int64_t position, bool toEnd) {
     const int row = toEnd ? heights.Count() - 1 : heights.RowAt(position);
     AnchorAt(row, toEnd ? view.viewport()->height() - HeightOf(row) : static_cast<int>(heights.TopOf(row) - position));
 }

@@ -46,6 +46,8 @@ public:
     int32_t FocusNote() const;
     /// Makes a note the focus note and scrolls to it; -1 or a note that isn't in the list leaves none.
     void SetFocusNote(int32_t noteId);
+    /// Asks for the focus note to go one place up (-1) or down (1), as if it were dragged there; nothing at the end.
+    void MoveFocusNote(int step);
 
     // For tests and screen readers.
     /// The rectangle of a card in coordinates of the viewport; beyond its edges for cards out of sight.

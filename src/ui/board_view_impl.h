@@ -3,6 +3,7 @@
 #include <QBasicTimer>
 #include <QPoint>
 #include <QStringList>
+#include <cstdint>
 #include <memory>
 
 #include "notes/board_drag.h"
@@ -36,7 +37,9 @@ struct BoardView::Impl {
     bool LayOutAhead();
     bool LayOutFrom(int row, int step, int most);
     void AnchorAt(int row, int offset);
-    void JumpTo(int position, bool toEnd);
+    void ScrollBy(int64_t by);
+    bool IsAtEnd(int direction) const;
+    void JumpTo(int64_t position, bool toEnd);
 
     // Places on the screen.
     int CardLeft() const;

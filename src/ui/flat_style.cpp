@@ -248,6 +248,13 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
     QProxyStyle::drawControl(element, option, painter, widget);
 }
 
+void FlatStyle::DrawArrow(QPainter& painter, const QString& icon, const QRect& room, int side, bool enabled) const {
+    QRect square(0, 0, side, side);
+    square.moveCenter(room.center());
+    theme_.Icon(icon, ColorRole::DimText)
+        .paint(&painter, square, Qt::AlignCenter, enabled ? QIcon::Normal : QIcon::Disabled);
+}
+
 void FlatStyle::DrawComboBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
     const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(&option);
     if (!box || box->editable || !box->frame) {
@@ -260,10 +267,29 @@ void FlatStyle::DrawComboBox(const QStyleOptionComplex& option, QPainter& painte
     }
     const QRect arrow = subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget);
     const int side = std::min(BesideText(kIcon, &option, widget), arrow.height());
-    QRect square(0, 0, side, side);
-    square.moveCenter(arrow.center());
-    theme_.Icon(QStringLiteral("chevron-down"), ColorRole::DimText)
-        .paint(&painter, square, Qt::AlignCenter, Has(option, State_Enabled) ? QIcon::Normal : QIcon::Disabled);
+    DrawArrow(painter, QStringLiteral("chevron-down"), arrow, side, Has(option, State_Enabled));
+}
+
+void FlatStyle::DrawSpinBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
+    const auto* box = qstyleoption_cast<const QStyleOptionSpinBox*>(&option);
+    if (box && !box->frame)
+        painter.fillRect(option.rect, theme_.Color(ColorRole::Field));
+    else
+        DrawField(option, painter, true);
+    if (!box || box->buttonSymbols == QAbstractSpinBox::NoButtons)
+        return;
+    for (const bool up : {true, false}) {
+        const SubControl part = up ? SC_SpinBoxUp : SC_SpinBoxDown;
+        const QRect room = subControlRect(CC_SpinBox, &option, part, widget);
+        const bool enabled =
+            Has(option, State_Enabled) &&
+            box->stepEnabled.testFlag(up ? QAbstractSpinBox::StepUpEnabled : QAbstractSpinBox::StepDownEnabled);
+        if (enabled && IsHot(option) && option.activeSubControls.testFlag(part))
+            FillRound(painter, Inside(room), kSpace / 2.0, ColorRole::Hover);
+        // The arrow itself is only a quarter of its icon high.
+        const int side = std::min(BesideText(kIcon, &option, widget), room.width());
+        DrawArrow(painter, up ? QStringLiteral("chevron-up") : QStringLiteral("chevron-down"), room, side, enabled);
+    }
 }
 
 void FlatStyle::DrawScrollBar(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
@@ -281,6 +307,8 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
                                    const QWidget* widget) const {
     if (control == CC_ComboBox)
         return DrawComboBox(*option, *painter, widget);
+    if (control == CC_SpinBox)
+        return DrawSpinBox(*option, *painter, widget);
     if (control == CC_ScrollBar)
         return DrawScrollBar(*option, *painter, widget);
     QProxyStyle::drawComplexControl(control, option, painter, widget);

@@ -38,7 +38,9 @@ private:
     void DrawFocusRing(const QStyleOption& option, QPainter& painter) const;
     void DrawTab(const QStyleOption& option, QPainter& painter) const;
     void DrawHeader(const QStyleOption& option, QPainter& painter) const;
+    void DrawArrow(QPainter& painter, const QString& icon, const QRect& room, int side, bool enabled) const;
     void DrawComboBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
+    void DrawSpinBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
     void DrawScrollBar(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
     void DrawProgress(const QStyleOption& option, QPainter& painter) const;
     void FillRound(QPainter& painter, const QRectF& rect, double radius, ColorRole ground) const;

@@ -5,6 +5,16 @@
 #include <QWidget>
 
 namespace lore {
+namespace {
+
+/// The number of the child that a widget with the focus says is its focus child; below 0 for none.
+int FocusChildOf(QWidget& widget) {
+    const QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(&widget);
+    const QAccessibleInterface* const child = face && widget.hasFocus() ? face->focusChild() : nullptr;
+    return child ? face->indexOfChild(child) : -1;
+}
+
+}  // namespace
 
 void TellFocusChild(QWidget& widget, int child) {
     if (child < 0)
@@ -17,12 +27,18 @@ void TellFocusChild(QWidget& widget, int child) {
 void TellFocusChildSoon(QWidget& widget) {
     if (!QAccessible::isActive())
         return;
-    QTimer::singleShot(0, &widget, [&widget] {
-        const QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(&widget);
-        const QAccessibleInterface* const child = face && widget.hasFocus() ? face->focusChild() : nullptr;
-        if (child)
-            TellFocusChild(widget, face->indexOfChild(child));
-    });
+    QTimer::singleShot(0, &widget, [&widget] { TellFocusChild(widget, FocusChildOf(widget)); });
+}
+
+void TellFocusChildTicked(QWidget& widget) {
+    const int child = QAccessible::isActive() ? FocusChildOf(widget) : -1;
+    if (child < 0)
+        return;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent ticked(&widget, changed);
+    ticked.setChild(child);
+    QAccessible::updateAccessibility(&ticked);
 }
 
 }  // namespace lore

@@ -10,4 +10,7 @@ void TellFocusChild(QWidget& widget, int child);
 /// For focusInEvent: tells of the child that the widget says is its focus child, once Qt has told of the widget itself.
 void TellFocusChildSoon(QWidget& widget);
 
+/// Tells that the focus child of a widget was ticked or no longer is, if the widget has the focus.
+void TellFocusChildTicked(QWidget& widget);
+
 }  // namespace lore

@@ -5,6 +5,9 @@
 #include <QHash>
 #include <QMenu>
 #include <QMenuBar>
+#include <utility>
+
+#include "ui/run_when_free.h"
 
 namespace lore {
 
@@ -28,10 +31,17 @@ void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command, QHash<Q
     QAction* const action = menu.addAction(command.text);
     made.insert(command.text, action);
     action->setShortcuts(command.keys);
-    QObject::connect(action, &QAction::triggered, owner, command.run);
+    QObject::connect(action, &QAction::triggered, owner, UnlessAtWork(command.run));
 }
 
 }  // namespace
+
+std::function<void()> UnlessAtWork(std::function<void()> run) {
+    return [run = std::move(run)] {
+        if (IsIdle())
+            run();
+    };
+}
 
 void BuildMenuBar(QMenuBar& bar, QObject* owner, const std::vector<MenuCommand>& commands) {
     QHash<QString, QAction*> made;

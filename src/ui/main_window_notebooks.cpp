@@ -10,6 +10,7 @@
 #include "ui/note_editor/note_actions.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
 #include "ui/qt_text.h"
+#include "ui/run_when_free.h"
 #include "ui/tool_bar.h"
 
 namespace lore {
@@ -89,8 +90,11 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    for (const QString& path : DroppedFiles(*event->mimeData()))
-        emit ImportRequested(path);
+    // It comes even while a command is at work, from whose hands an import would take the notes.
+    RunWhenFree(*this, [this, paths = DroppedFiles(*event->mimeData())] {
+        for (const QString& path : paths)
+            emit ImportRequested(path);
+    });
 }
 
 }  // namespace lore

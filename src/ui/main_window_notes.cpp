@@ -36,7 +36,9 @@ std::vector<MenuCommand> MainWindow::FocusNoteCommands() {
     return {{kMenu, tr("&Edit Note..."), {Key(Qt::Key_F2)}, [this, focus] { notes_->EditNote(focus()); }},
             {kMenu, tr("&Delete Note"), {Key(Key::Delete)}, [this, focus] { notes_->DeleteNote(focus()); }},
             {kMenu, tr("Copy Note Te&xt"), {Key(Key::Copy), Key("Ctrl+Ins")}, [this] { CopyFocusNote(); }},
-            {kMenu, tr("C&ut Note From List"), {Key(Key::Cut), Key("Shift+Del")}, [this] { CutFocusNote(); }}};
+            {kMenu, tr("C&ut Note From List"), {Key(Key::Cut), Key("Shift+Del")}, [this] { CutFocusNote(); }},
+            {kMenu, tr("&Move Up"), {Key("Alt+Up")}, [this] { board_->MoveFocusNote(-1); }},
+            {kMenu, tr("Move Do&wn"), {Key("Alt+Down")}, [this] { board_->MoveFocusNote(1); }}};
 }
 
 void MainWindow::FillNoteMenu(QMenu& menu) {
@@ -46,7 +48,7 @@ void MainWindow::FillNoteMenu(QMenu& menu) {
     const auto add = [&](const std::vector<MenuCommand>& commands) {
         std::vector<QAction*> actions;
         for (const MenuCommand& command : commands) {
-            actions.push_back(menu.addAction(command.text, this, command.run));
+            actions.push_back(menu.addAction(command.text, this, UnlessAtWork(command.run)));
             actions.back()->setShortcuts(command.keys);
             actions.back()->setShortcutContext(Qt::WidgetWithChildrenShortcut);
             board_->addAction(actions.back());

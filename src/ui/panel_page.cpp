@@ -16,6 +16,7 @@
 #include "ui/panel_model.h"
 #include "ui/popup_menu.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
 
@@ -95,7 +96,7 @@ void PanelPage::AddChoice() {
 }
 
 void PanelPage::AddTree() {
-    tree_ = new QTreeView(this);
+    tree_ = new QuietView<QTreeView>(this);
     tree_->setModel(model_);
     tree_->setItemDelegate(new PanelDelegate(theme_, tree_));
     tree_->setHeaderHidden(true);

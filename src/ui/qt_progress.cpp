@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "ui/qt_text.h"
 #include "ui/run_when_free.h"
@@ -24,15 +25,19 @@ constexpr qint64 kPaintEvery = 5;  // milliseconds; with a step of the work less
 constexpr int kPanelChars = 48;    // width of the panel in characters
 constexpr int kStopAfter = 400;    // milliseconds of work after which it can be stopped
 
-/// While it lives, windows take no input besides a click on the stop button and Esc.
+/// While it lives, windows take no input besides a click on the stop button and Esc. A question that is opened
+/// meanwhile takes all of it: the work could not end before it is answered.
 class InputGuard : public QObject {
 public:
-    InputGuard(std::stop_source& stop, const QPointer<QWidget>& panel) : stop_(stop), panel_(panel) {
+    InputGuard(std::stop_source& stop, const QPointer<QWidget>& panel)
+        : stop_(stop), panel_(panel), before_(QApplication::activeModalWidget()) {
         qApp->installEventFilter(this);
     }
     void Stop() { stop_.request_stop(); }
 
     bool eventFilter(QObject* target, QEvent* event) override {
+        if (IsOfQuestion(*target))
+            return false;
         switch (event->type()) {
             case QEvent::KeyPress:
                 if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
@@ -60,8 +65,16 @@ public:
 private:
     bool IsOfPanel(QWidget* widget) const { return panel_ && (widget == panel_ || panel_->isAncestorOf(widget)); }
 
+    /// Windows themselves, which hand events on to their widgets, count as those of the question.
+    bool IsOfQuestion(const QObject& target) const {
+        const QWidget* const question = QApplication::activeModalWidget();
+        return question && question != before_ &&
+               (!target.isWidgetType() || static_cast<const QWidget&>(target).window() == question);
+    }
+
     std::stop_source& stop_;
     const QPointer<QWidget>& panel_;
+    const QPointer<QWidget> before_;  // the dialog that the work began in
 };
 }  // namespace
 
@@ -70,6 +83,7 @@ QtProgress::QtProgress(const Theme& theme) : theme_(theme) {
 }
 
 QtProgress::~QtProgress() {
+    ReleaseCursor();
     delete panel_;
 }
 
@@ -162,6 +176,7 @@ void QtProgress::Show() {
 
 void QtProgress::Hide() {
     cancelGuard_.reset();
+    ReleaseCursor();
     delete panel_;
     // A flow of several parts asks once more between two panels; the next command begins anew.
     if (cancel_.stop_requested())
@@ -194,15 +209,20 @@ bool QtProgress::ShowText(const std::string& text) {
 void QtProgress::ShowStandBy(const std::string& text) {
     if (!ShowText(text))
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
+    // A command may show one text after the other, and hides the window once.
+    if (!std::exchange(holdsCursor_, true))
+        QApplication::setOverrideCursor(Qt::WaitCursor);
     Place();
     Paint(true);
 }
 
 void QtProgress::HideStandBy() {
-    if (panel_)
-        QApplication::restoreOverrideCursor();
     Hide();
+}
+
+void QtProgress::ReleaseCursor() {
+    if (std::exchange(holdsCursor_, false))
+        QApplication::restoreOverrideCursor();
 }
 
 void QtProgress::ShowStop(const std::string& text, QObject& stopper) {

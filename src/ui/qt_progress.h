@@ -46,6 +46,7 @@ private:
     bool ShowText(const std::string& text);
     void ShowStop(const std::string& text, QObject& stopper);
     void Place();
+    void ReleaseCursor();
     void ShowState();
     /// Lets the window paint, at most so often that painting costs little beside the work.
     void Paint(bool always);
@@ -56,6 +57,7 @@ private:
     QLabel* message_ = nullptr;
     QProgressBar* bar_ = nullptr;
     QPushButton* stop_ = nullptr;
+    bool holdsCursor_ = false;  // the wait cursor of the stand-by window
     int low_ = 0, high_ = 0, position_ = 0;
     std::string text_;
     QElapsedTimer lastPaint_, shown_;

@@ -1,6 +1,7 @@
 #include "ui/request_hooks.h"
 
 #include <QApplication>
+#include <QTimer>
 
 #include "app/lorebinder_app.h"
 #include "ui/main_window.h"
@@ -12,13 +13,19 @@
 namespace lore {
 namespace {
 
-NoteEditorWindow* OpenEditor() {
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        auto* const editor = qobject_cast<NoteEditorWindow*>(widget);
-        if (editor && editor->isVisible())
-            return editor;
-    }
-    return nullptr;
+constexpr int kLookAgain = 200;  // milliseconds
+
+/// Into the note that is being written, or into a new one. While a question stands over either, the capture waits: the
+/// one that asks may hold on to what it would change, or close the note.
+void Capture(MainWindow& window) {
+    RunWhenIdle(window, [&window] {
+        if (auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget()))
+            editor->PasteClipboard();
+        else if (IsFree())
+            RunWhenFree(window, [&window] { emit window.CaptureRequested(); });
+        else
+            QTimer::singleShot(kLookAgain, &window, [&window] { Capture(window); });
+    });
 }
 
 }  // namespace
@@ -29,14 +36,7 @@ RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme
     hooks.importFile = [&window](const std::filesystem::path& path) {
         RunWhenFree(window, [&window, path] { emit window.ImportRequested(PathToQString(path)); });
     };
-    hooks.capture = [&window] {
-        RunWhenIdle(window, [&window] {
-            if (NoteEditorWindow* const editor = OpenEditor())
-                editor->PasteClipboard();
-            else
-                RunWhenFree(window, [&window] { emit window.CaptureRequested(); });
-        });
-    };
+    hooks.capture = [&window] { Capture(window); };
     hooks.showReminder = [&window, &app, &theme](const std::string& id) {
         RunWhenFree(window, [&window, &app, &theme, id] { ShowReminder(app, theme, window, id); });
     };

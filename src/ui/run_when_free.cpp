@@ -11,10 +11,6 @@ constexpr int kRetry = 200;  // milliseconds
 
 int commandsAtWork = 0;
 
-bool IsIdle() {
-    return commandsAtWork == 0;
-}
-
 void RunOnce(bool (*mayRun)(), QObject& owner, const std::function<void()>& step, int delay) {
     QTimer::singleShot(delay, &owner, [mayRun, &owner, step] {
         if (mayRun())
@@ -32,6 +28,10 @@ Busy::Busy() {
 
 Busy::~Busy() {
     --commandsAtWork;
+}
+
+bool IsIdle() {
+    return commandsAtWork == 0;
 }
 
 bool IsFree() {

@@ -15,7 +15,10 @@ public:
     Busy& operator=(const Busy&) = delete;
 };
 
-/// True while no command is at work and no dialog is open.
+/// True while no command is at work.
+bool IsIdle();
+
+/// The same, and no dialog is open.
 bool IsFree();
 
 /// Runs a step once the event loop is back and the program is free. Without the owner nothing runs any more.

@@ -10,6 +10,7 @@
 
 #include "notes/board_options.h"
 #include "notes/sort_order.h"
+#include "ui/opening_combo.h"
 #include "ui/qt_text.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
@@ -19,8 +20,7 @@ namespace lore {
 
 namespace {
 
-QComboBox* MakeCombo(QToolBar* bar, const QString& name, int widthChars) {
-    auto* const combo = new QComboBox(bar);
+QComboBox* Dressed(QComboBox* combo, const QString& name, int widthChars) {
     combo->setAccessibleName(name);
     combo->setToolTip(name);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -102,9 +102,9 @@ void MainToolBar::AddChoices() {
     auto* const spread = new QWidget(this);
     spread->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     addWidget(spread);
-    noteBooks_ = MakeCombo(this, tr("NoteBook"), 20);
-    sort_ = MakeCombo(this, tr("Order of the notes"), 24);
-    zoom_ = MakeCombo(this, tr("Zoom"), 5);
+    noteBooks_ = Dressed(new OpeningCombo(this), tr("NoteBook"), 20);
+    sort_ = Dressed(new OpeningCombo(this), tr("Order of the notes"), 24);
+    zoom_ = Dressed(new QComboBox(this), tr("Zoom"), 5);
     for (const NoteSortChoice& choice : NoteSortChoices())
         sort_->addItem(QString::fromUtf8(choice.text), choice.id);
     for (const int percent : kBoardZooms)

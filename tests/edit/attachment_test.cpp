@@ -131,6 +131,28 @@ TEST_F(AttachmentTest, LinksAreAskedForAndKeepAnOwnTitle) {
     EXPECT_EQ(list.Items()[0].record.title, "Site");
 }
 
+TEST_F(AttachmentTest, ALinkIsChangedInItsPlaceThoughOthersAreAddedBehindTheQuestion) {
+    list.AddLink("http://example.org/first");
+    list.AddLink("http://example.org/1");
+    prompts.whileShown = [this] {
+        for (int i = 0; i < 100; ++i)
+            list.AddLink("http://example.org/more");
+    };
+    for (const bool ownTitle : {false, true}) {
+        if (ownTitle)
+            list.Items()[1].record.title = "Site";
+        prompts.texts = {ownTitle ? "http://example.org/3" : "http://example.org/2"};
+        list.EditWebLink(1);
+    }
+    EXPECT_EQ(list.Items().size(), 202u);
+    EXPECT_EQ(list.Items()[0].record.sourceFile, "http://example.org/first");
+    EXPECT_EQ(list.Items()[1].record.sourceFile, "http://example.org/3");
+    EXPECT_EQ(list.Items()[1].record.title, "Site");
+    prompts.answers = {PromptAnswer::Yes};
+    list.RemoveAttachment(1);
+    EXPECT_EQ(list.Items()[1].record.sourceFile, "http://example.org/more");
+}
+
 TEST_F(AttachmentTest, RemovingAsksAndLeavesTheFile) {
     PutStored("0000001.txt");
     list.Fill({{0, 1.0, "T", "0000001.txt", "", 2, true}});

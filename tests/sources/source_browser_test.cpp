@@ -1,5 +1,7 @@
 #include "sources/source_browser.h"
 
+#include <utility>
+
 #include "sources/source_boxes.h"
 #include "sources/sources_fixture.h"
 
@@ -55,8 +57,11 @@ protected:
 TEST_F(SourceBrowserTest, ChoicesHoldEachTextOnceAndTheLineForAll) {
     SourceBrowser browser(store, false);
     EXPECT_THAT(browser.Entries(SourceFilter::Title), ElementsAre("<-ALL TITLES->", "Aids", "Bells", "Lamps"));
-    book.sources[0].FieldTexts[0] = "<-all titles->";
-    EXPECT_EQ(SourceBrowser(store, false).Entries(SourceFilter::Title).size(), 3u) << "one of them stands for all";
+    const std::string title = std::exchange(book.sources[0].FieldTexts[0], "<-all titles->");
+    EXPECT_THAT(SourceBrowser(store, false).Entries(SourceFilter::Title),
+                testing::Not(testing::Contains("<-all titles->")))
+        << "that line stands for all";
+    book.sources[0].FieldTexts[0] = title;
     EXPECT_THAT(browser.Entries(SourceFilter::Publication),
                 ElementsAre("<-ALL PUBLICATIONS->", "Dover", "Harbor Press"));
     const auto& authors = browser.Entries(SourceFilter::Author);

@@ -7,6 +7,7 @@
 #include "platform/ini_store.h"
 #include "support/noted_starts.h"
 #include "support/read_world.h"
+#include "support/refused_threads.h"
 #include "support/scripted_agent.h"
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
@@ -189,6 +190,15 @@ private slots:
         Choose("closeProgram");  // nothing runs
         QTRY_COMPARE(companions_.started,
                      (std::vector<std::string>{places + "|--reminder|A", places, places + "|--capture"}));
+    }
+
+    void reaches_the_program_without_a_thread() {
+        Start({});
+        const RefusedThreads refused;
+        Choose("openProgram");
+        Choose("closeProgram");
+        QTRY_COMPARE(companions_.started.size(), size_t{1});
+        program_.reset();
     }
 
     void switches_reach_the_settings() {

@@ -1,11 +1,18 @@
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <thread>
 
+#include "support/refused_threads.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
+#include "ui/picture_bytes.h"
+#include "ui/picture_cache.h"
 #include "ui/qt_progress.h"
+#include "ui/qt_prompts.h"
+#include "ui/quit_guard.h"
 #include "ui/run_when_free.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -18,7 +25,7 @@ private slots:
     void init() {
         theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
         window_ = std::make_unique<QWidget>();
-        edit_ = new QLineEdit(window_.get());
+        edit_ = NewTextField(window_.get());
         edit_->setAccessibleName("Anything");
         window_->resize(600, 300);
         window_->show();
@@ -84,6 +91,128 @@ private slots:
         QCOMPARE(order.first(), QStringLiteral("shown"));
         RunWhenIdle(*window_, note("at once"));
         QCOMPARE(order.last(), QStringLiteral("at once"));
+    }
+
+    // A screen reader can open one within the loop of the work; unanswered it would keep the work from its end.
+    void AQuestionWithinTheWorkCanBeAnswered_data() {
+        QTest::addColumn<bool>("asksForStop");
+        QTest::newRow("work beside the window") << false;
+        QTest::newRow("a flow with a button") << true;
+    }
+
+    void AQuestionWithinTheWorkCanBeAnswered() {
+        QFETCH(bool, asksForStop);
+        QtPrompts prompts;
+        prompts.SetParent(window_.get());
+        std::optional<PromptAnswer> answer;
+        QTimer::singleShot(600, window_.get(), [&] {
+            QTimer::singleShot(50, window_.get(), [&] {
+                auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                QVERIFY(box);
+                QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+                if (box->isVisible())
+                    box->done(QMessageBox::No);
+            });
+            answer = prompts.Ask("Go on?", "Unsaved Note", true);
+        });
+        bool stopped = false;
+        if (asksForStop) {
+            progress_->SetRange(0, 100);
+            progress_->Show();
+            for (int i = 0; i < 20; ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                stopped = progress_->Cancelled() || stopped;
+                progress_->StepIt();
+            }
+            progress_->Hide();
+        } else {
+            stopped = !progress_->Run("Working....", [](const std::stop_token&) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+            });
+        }
+        QVERIFY(answer == PromptAnswer::Yes);
+        QVERIFY(!stopped);
+    }
+
+    void AStandByLeavesNoWaitCursor() {
+        const auto show = [this](int times) {
+            for (int i = 0; i < times; ++i)
+                progress_->ShowStandBy("Saving Information....");
+            return QApplication::overrideCursor() != nullptr;
+        };
+        QVERIFY(show(3));
+        progress_->HideStandBy();
+        QVERIFY(!QApplication::overrideCursor());
+        // One that goes with its dialog, and one that a bar takes the place of.
+        {
+            QDialog dialog(window_.get());
+            dialog.setModal(true);
+            dialog.show();
+            QVERIFY(show(1));
+        }
+        progress_->HideStandBy();
+        QVERIFY(!QApplication::overrideCursor());
+        QVERIFY(show(1));
+        progress_->Show();
+        progress_->Hide();
+        QVERIFY(!QApplication::overrideCursor());
+        // Whoever else has set one keeps it.
+        QApplication::setOverrideCursor(Qt::CrossCursor);
+        QVERIFY(show(2));
+        progress_->HideStandBy();
+        progress_->HideStandBy();
+        QVERIFY(QApplication::overrideCursor());
+        QApplication::restoreOverrideCursor();
+        QVERIFY(!QApplication::overrideCursor());
+    }
+
+    void AnOrderToQuitWaitsForTheWork() {
+        struct Closed : QObject {
+            bool eventFilter(QObject*, QEvent* event) override {
+                if (event->type() != QEvent::Close)
+                    return false;
+                ++times;
+                byOrder = IsQuitting();
+                event->ignore();
+                return true;
+            }
+            int times = 0;
+            bool byOrder = false;
+        } closed;
+        window_->installEventFilter(&closed);
+        const QuitGuard guard;
+        QTimer::singleShot(20, this, [] {
+            for (int i = 0; i < 2; ++i) {
+                QEvent quit(QEvent::Quit);
+                QCoreApplication::sendEvent(qApp, &quit);
+            }
+        });
+        progress_->Run("Working....",
+                       [](const std::stop_token&) { std::this_thread::sleep_for(std::chrono::milliseconds(500)); });
+        QCOMPARE(closed.times, 0);
+        QTRY_VERIFY(closed.times > 0);
+        QVERIFY(closed.byOrder);
+        QVERIFY(!IsQuitting());
+        const int times = closed.times;
+        QTest::qWait(300);  // both were one
+        QCOMPARE(closed.times, times);
+        window_->removeEventFilter(&closed);
+    }
+
+    void PicturesComeAndGoWithoutAThread() {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("picture.png");
+        QVERIFY(Filled(40, 30).save(path));
+        const RefusedThreads refused;
+        PictureCache pictures;
+        QSignalSpy loaded(&pictures, &PictureCache::Loaded);
+        QVERIFY(pictures.Get(path, QSize(20, 15)).isNull());
+        QTRY_COMPARE(loaded.size(), 1);
+        QCOMPARE(pictures.Get(path, QSize(20, 15)).size(), QSize(20, 15));
+        pictures.Get(path, QSize(10, 8));
+        pictures.WaitForAll();
+        QCOMPARE(loaded.size(), 2);
+        pictures.Get(path, QSize(5, 4));  // while it is on its way, the cache goes
     }
 
     void StopsByButtonAndKey_data() {

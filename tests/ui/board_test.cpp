@@ -2,12 +2,30 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "bibliography/citation_spans.h"
 #include "ui/board_window.h"
 #include "ui/card_emphasis.h"
 
 namespace lore {
+
+/// A list whose estimated heights are more than an int can hold. Cards that are laid out turn out to be small.
+class TallBoard : public MemoryBoard {
+public:
+    static constexpr int kRows = 5000;
+
+    TallBoard() {
+        notes.resize(2);
+        notes[0].plainText.assign(size_t{4} << 20, 'x');
+        notes[1].plainText = "Note";
+    }
+    int Count() const override { return kRows; }
+    int32_t IDAt(int row) const override { return row + 1; }
+    int RowOf(int32_t noteId) const override { return noteId > 0 && noteId <= kRows ? noteId - 1 : -1; }
+    const CNote& NoteAt(int) const override { return notes[0]; }
+    const CNote& ShownNoteAt(int) const override { return notes[1]; }
+};
 
 void AddTexts(const QMenu& menu, QStringList& texts) {
     for (const QAction* const action : menu.actions()) {
@@ -217,6 +235,38 @@ private slots:
         }
     }
 
+    void GoesOnBeyondWhatTheScrollBarCanCount() {
+        view_.reset();
+        board_ = std::make_unique<TallBoard>();
+        view_ = std::make_unique<BoardView>(*board_, *theme_);
+        Show();
+        constexpr int kLast = TallBoard::kRows;
+        view_->SetFocusNote(kLast - 60);
+        QCOMPARE(view_->verticalScrollBar()->value(), std::numeric_limits<int>::max());
+        const int row = view_->VisibleRows().first + 1;
+        const int top = view_->CardRect(row).top();
+        // Two steps down and back.
+        for (const auto& [delta, moved] : {std::pair(-120, -120), {-120, -240}, {120, -120}, {120, 0}}) {
+            Wheel(delta);
+            QCOMPARE(view_->CardRect(row).top(), top + moved);
+        }
+        const int before = view_->VisibleRows().first;
+        Wheel(-30 * 120);
+        QVERIFY(view_->VisibleRows().first >= before);
+        view_->SetFocusNote(kLast - 60);
+        for (int i = 0, seen = view_->VisibleRows().first; i < 60; ++i) {
+            QTest::keyClick(view_.get(), Qt::Key_PageDown);
+            QVERIFY(view_->VisibleRows().first >= seen);
+            seen = view_->VisibleRows().first;
+        }
+        QCOMPARE(view_->FocusNote(), kLast);
+        QCOMPARE(view_->CardRect(kLast - 1).bottom() + 1, view_->viewport()->height());
+        const int end = view_->VisibleRows().first;
+        QTest::keyClick(view_.get(), Qt::Key_PageUp);
+        QVERIFY(view_->VisibleRows().first < end && view_->VisibleRows().first > kLast - 60);
+        QVERIFY(view_->FocusNote() < kLast);
+    }
+
     void LaysOutCardsAheadWhileNothingHappens() {
         for (int i = 0; i < 200; ++i)
             board_->AddText("One\n\n\n\n\nsix lines, which no count of letters tells");
@@ -319,6 +369,32 @@ private slots:
         QCOMPARE(list->focusChild(), card);
         QTest::keyClick(view_.get(), Qt::Key_End);
         QCOMPARE(list->indexOfChild(list->focusChild()), board_->Count() - 1);
+    }
+
+    void TellsScreenReadersWhatStandsOnAnEmptyBoard() {
+        view_->SetEmptyState({"Nothing here", "Search the NoteBook.", "Show all notes", {}});
+        Show();
+        QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(view_.get());
+        QCOMPARE(list->text(QAccessible::Description), QStringLiteral("Nothing here\nSearch the NoteBook."));
+        QCOMPARE(list->childCount(), 1);
+        QAccessibleInterface* const pane = list->child(0);
+        QVERIFY(pane && !list->child(1) && !list->focusChild());
+        QCOMPARE(list->indexOfChild(pane), 0);
+        QCOMPARE(pane->parent(), list);
+        QStringList texts;
+        for (int i = 0; i < pane->childCount(); ++i)
+            texts.append(pane->child(i)->text(QAccessible::Name));
+        for (const char* const text : {"Nothing here", "Search the NoteBook.", "Show all notes"})
+            QVERIFY2(texts.contains(text), text);
+        view_->SetEmptyState({"No hits", {}, {}, {}});
+        QCOMPARE(list->text(QAccessible::Description), QStringLiteral("No hits"));
+        QCOMPARE(pane->text(QAccessible::Name), QStringLiteral("No hits"));
+        board_->AddText("The first note");
+        view_->Rebuild();
+        QCOMPARE(list->childCount(), 1);
+        QCOMPARE(list->child(0)->role(), QAccessible::ListItem);
+        QCOMPARE(list->indexOfChild(pane), -1);
+        QVERIFY(list->text(QAccessible::Description).isEmpty());
     }
 
     void OffersEveryCommandToTheKeyboard() {

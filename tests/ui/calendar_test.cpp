@@ -55,6 +55,28 @@ private:
         Put(events);
     }
 
+    /// Popup reminders with these words, an hour apart on 16 March from 9 on, of a day or of an event.
+    void PutReminders(const std::vector<std::string>& messages, const CTmEvent& event = {}) {
+        ReminderList reminders;
+        for (const std::string& message : messages) {
+            CTmReminder& reminder = reminders.emplace_back(NewReminder(app_->Context()));
+            reminder.Message = message;
+            reminder.SendTime = DateTime(2026, 3, 16, 8 + static_cast<int>(reminders.size()), 0, 0);
+            reminder.EventId = event.EventId;
+            reminder.EventStart = event.Start;
+            reminder.PriorMinutes = -1;
+        }
+        QVERIFY(SaveReminders(app_->Data().Reminders(), reminders).Ok());
+    }
+    QStringList StoredReminders() {
+        ReminderList reminders;
+        LoadAllReminders(app_->Data().Reminders(), app_->Context(), reminders);
+        QStringList messages;
+        for (const CTmReminder& reminder : reminders)
+            messages.append(ToQString(reminder.Message));
+        return messages;
+    }
+
     void PutClass() {
         CTmEvent event = Made("Class", DateTime(2026, 3, 16, 9, 0, 0), DateTime(2026, 3, 16, 10, 0, 59), 2, false);
         event.Recurring = 1;
@@ -274,6 +296,75 @@ private slots:
         QTest::keyClick(dialog_->Grid(), Qt::Key_Return);
         QTRY_COMPARE(opened_, 1);
         QCOMPARE(Stored().size(), before - 1);
+    }
+
+    /// What was edited stays chosen wherever the edit has moved it, so that Del takes this one and no other.
+    void del_in_a_day_takes_what_was_edited() {
+        const auto at = [](int hour) { return DateTime(2026, 3, 16, hour, 0, 0); };
+        Put({Made("First", at(9), at(10), 1, false), Made("Second", at(11), at(12), 2, false)});
+        PutReminders({"early", "late"});
+        Open();
+        prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
+        Next<EditDayDialog>([this](EditDayDialog& day) {
+            const auto editSecond = [&day](const char* name) {
+                QTreeWidget* const list = In<QTreeWidget>(day, name);
+                QCOMPARE(list->topLevelItemCount(), 2);
+                list->setCurrentItem(list->topLevelItem(1));
+                emit list->itemActivated(list->currentItem(), 0);
+                day.activateWindow();
+                QTRY_VERIFY(day.isActiveWindow());
+                list->setFocus();
+                QTest::keyClick(list, Qt::Key_Delete);
+                QCOMPARE(list->topLevelItemCount(), 1);
+                QCOMPARE(list->currentItem(), list->topLevelItem(0));
+            };
+            Next<EditEventDialog>([](EditEventDialog& editor) {
+                QTest::keyClicks(In<QLineEdit>(editor, "label"), "!");
+                In<QPushButton>(editor, "save")->click();
+            });
+            editSecond("events");
+            Next<EditReminderDialog>([](EditReminderDialog& editor) {
+                editor.findChild<QTimeEdit*>()->setTime(QTime(8, 0));
+                In<QPushButton>(editor, "save")->click();
+            });
+            editSecond("reminders");
+        });
+        emit dialog_->Grid()->DayAsked(at(0));
+        QTRY_COMPARE(opened_, 3);
+        QCOMPARE(Stored().size(), 1u);
+        QCOMPARE(Stored()[0].Label, std::string("First"));
+        QCOMPARE(StoredReminders(), QStringList("early"));
+    }
+
+    void del_in_an_event_takes_the_reminder_that_was_edited() {
+        const CTmEvent event =
+            Made("Talk", DateTime(2026, 3, 16, 14, 0, 0), DateTime(2026, 3, 16, 15, 0, 59), 1, false);
+        Put({event});
+        PutReminders({"first", "second", "third"}, event);
+        Open();
+        Next<EditEventDialog>([this](EditEventDialog& editor) {
+            QListWidget* const list = In<QListWidget>(editor, "reminderList");
+            QCOMPARE(list->count(), 3);
+            list->setCurrentRow(1);
+            Next<EditReminderDialog>([](EditReminderDialog& reminder) {
+                QTest::keyClicks(In<QPlainTextEdit>(reminder, "message"), "x");
+                In<QPushButton>(reminder, "save")->click();
+            });
+            emit list->itemActivated(list->currentItem());
+            editor.activateWindow();
+            QTRY_VERIFY(editor.isActiveWindow());
+            list->setFocus();
+            // The edited one, then the one that has taken its place, the last.
+            for (int left = 2; left > 0; --left) {
+                QTest::keyClick(list, Qt::Key_Delete);
+                QCOMPARE(list->count(), left);
+                QCOMPARE(list->currentRow(), left - 1);
+            }
+            In<QPushButton>(editor, "save")->click();
+        });
+        emit dialog_->Grid()->EventAsked(0);
+        QTRY_COMPARE(opened_, 2);
+        QCOMPARE(StoredReminders(), QStringList("first"));
     }
 
     void cells_tell_their_events() {

@@ -50,6 +50,22 @@ private slots:
         QCOMPARE(window.edit->Rtf(), odd);
     }
 
+    void TypingLeavesAFontAndASizeOfNoListAlone() {
+        EditorWindow window(*theme_);
+        window.Type("a");
+        auto* const fonts = window.bar->findChild<QComboBox*>("fontList");
+        auto* const sizes = window.bar->findChild<QComboBox*>("sizeList");
+        QCOMPARE(fonts->currentText() + " " + sizes->currentText(), QStringLiteral("Times New Roman 13.5"));
+        QSignalSpy changes[] = {{fonts->lineEdit(), &QLineEdit::textChanged},
+                                {sizes->lineEdit(), &QLineEdit::textChanged}};
+        window.Type("bcd");
+        QCOMPARE(changes[0].count() + changes[1].count(), 0);
+        // What is shown is no entry of the list, and no entry stands for it.
+        QCOMPARE(fonts->currentIndex() + sizes->currentIndex(), -2);
+        QCOMPARE(fonts->lineEdit()->accessibleName(), QStringLiteral("Font"));
+        QCOMPARE(sizes->lineEdit()->accessibleName(), QStringLiteral("Font size"));
+    }
+
     void TypedTextCarriesItsFormats() {
         EditorWindow window(*theme_);
         window.Type("plain ");
@@ -304,6 +320,27 @@ private slots:
         QTRY_VERIFY(!texts.rtf.empty());
         QCOMPARE(texts.rtf, window.edit->Rtf());
         QVERIFY(texts.plainText.ends_with("late"));
+    }
+
+    void ACaptureIsHandedOverWhateverComesBetween_data() {
+        QTest::addColumn<bool>("isTheme");
+        QTest::newRow("the size is measured") << false;
+        QTest::newRow("another theme shows the text anew") << true;
+    }
+
+    void ACaptureIsHandedOverWhateverComesBetween() {
+        QFETCH(bool, isTheme);
+        EditorWindow window(*theme_);
+        window.Type("Kept");
+        CapturedTexts texts;
+        window.edit->CaptureAside([&](CapturedTexts got) { texts = std::move(got); });
+        if (isTheme)
+            theme_->SetAppearance(Appearance::Dark);
+        else
+            window.edit->findChild<QTimer*>("sizeTimer")->start(0);
+        QTRY_COMPARE(texts.plainText, std::string("Kept"));
+        QCOMPARE(texts.rtf, window.edit->Rtf());
+        QTRY_COMPARE(window.edit->RtfSize(), static_cast<qint64>(texts.rtf.size()));
     }
 
     void TellsWhenTheTextGetsTooLarge() {

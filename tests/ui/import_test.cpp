@@ -8,6 +8,7 @@
 #include "ui/import/import_categories_dialog.h"
 #include "ui/import/import_window.h"
 #include "ui/note_editor/category_panel.h"
+#include "ui/tab_walk.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -103,6 +104,25 @@ private slots:
         QCOMPARE(window.result(), static_cast<int>(QDialog::Accepted));
         QVERIFY(comparison.Chosen() == std::vector<size_t>{2});
         QVERIFY(comparison.displayAfter);
+    }
+
+    void TellsScreenReadersOfATick() {
+        ImportComparison comparison = MakeComparison(guids_);
+        ImportWindow window(comparison, commands_, theme_, prompts_, store_, nullptr);
+        window.show();
+        window.activateWindow();
+        QTRY_VERIFY(window.isActiveWindow());
+        auto* const list = window.findChild<QTreeWidget*>("importList");
+        list->setFocus();
+        const QTreeWidgetItem& row = *list->currentItem();
+        const bool wasTicked = row.checkState(0) == Qt::Checked;
+        QCOMPARE(ToldDuring([list] { QTest::keyClick(list, Qt::Key_Space); }),
+                 QStringList((wasTicked ? "unticked " : "ticked ") + row.text(0)));
+        // All at once isn't told row by row.
+        QVERIFY(ToldDuring([&window] {
+                    Press(window, "Clear All");
+                    Press(window, "Select All");
+                }).size() <= 2);
     }
 
     void ShowsTheDifferencesOfBothTexts() {

@@ -1,6 +1,7 @@
 #include <QPointer>
 
 #include "base/text.h"
+#include "edit/draft_store.h"
 #include "support/noted_starts.h"
 #include "ui/control_bar.h"
 #include "ui/fault_bar.h"
@@ -8,6 +9,8 @@
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/panel_page.h"
+#include "ui/qt_progress.h"
+#include "ui/run_when_free.h"
 #include "ui/tab_walk.h"
 #include "ui/tool_bar.h"
 #include "ui/window_rules.h"
@@ -93,6 +96,7 @@ private:
     bool TellsOfNoEntries(PanelKind kind) const { return !Panel(kind)->Tree()->findChild<QLabel*>()->isHidden(); }
 
     NotedStarts companions_;
+    std::unique_ptr<QtProgress> background_;
 
 private slots:
     void init() {
@@ -210,6 +214,22 @@ private slots:
         filter->clear();
         QVERIFY(Row(PanelKind::Categories, "Signals").isValid());
         QVERIFY(!TellsOfNoEntries(PanelKind::Categories));
+    }
+
+    void a_panel_that_is_filled_anew_takes_no_focus_from_the_board() {
+        window_->Panels()->SetPage(static_cast<int>(PanelKind::Categories));
+        PanelPage* const page = Panel(PanelKind::Categories);
+        window_->activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == window_.get());
+        page->Tree()->setCurrentIndex(Row(PanelKind::Categories, "Signals"));
+        window_->Board()->setFocus();
+        const QStringList told = ToldDuring([page] {
+            page->findChild<QLineEdit*>()->setText("Sig");
+            page->findChild<QLineEdit*>()->clear();
+        });
+        QCOMPARE(told, QStringList());
+        QCOMPARE(page->Tree()->currentIndex().data().toString(), QString("Signals"));
+        QVERIFY(TellsOfFocusChild(*page->Tree()));
     }
 
     void a_color_has_words_beside_its_swatch() {
@@ -393,6 +413,85 @@ private slots:
         for (size_t i = 1; i < app_->List().Count(); ++i)
             QVERIFY(app_->List()[i].dateCreated.IsEarlierOrEqual(app_->List()[i - 1].dateCreated));
         QCOMPARE(app_->SortOrder(), 801);
+    }
+
+    void keys_move_the_focus_note_as_a_drag_does_data() {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("to");
+        QTest::newRow("down") << 0 << int(Qt::Key_Down) << 1;
+        QTest::newRow("up") << 20 << int(Qt::Key_Up) << 19;
+        QTest::newRow("up at the top") << 0 << int(Qt::Key_Up) << 0;
+        QTest::newRow("down at the end") << -1 << int(Qt::Key_Down) << -1;
+        QTest::newRow("up from the end") << -1 << int(Qt::Key_Up) << -2;
+    }
+
+    void keys_move_the_focus_note_as_a_drag_does() {
+        QFETCH(int, from);
+        QFETCH(int, key);
+        QFETCH(int, to);
+        const auto ids = [this] {
+            QList<int32_t> all;
+            for (size_t i = 0; i < app_->List().Count(); ++i)
+                all.append(app_->List()[i].id);
+            return all;
+        };
+        QList<int32_t> expected = ids();
+        const qsizetype count = expected.size(), start = (from + count) % count, end = (to + count) % count;
+        const int32_t moved = expected[start];
+        BoardView* const board = window_->Board();
+        window_->activateWindow();
+        QTRY_VERIFY(window_->isActiveWindow());
+        board->setFocus();
+        board->SetFocusNote(moved);
+        const QString card = board->CardText(static_cast<int>(start));
+        const int order = app_->SortOrder();
+        QTest::keyClick(board, static_cast<Qt::Key>(key), Qt::AltModifier);
+        expected.move(start, end);
+        QCOMPARE(ids(), expected);
+        QCOMPARE(board->FocusNote(), moved);
+        QVERIFY(board->viewport()->rect().intersects(board->CardRect(static_cast<int>(end))));
+        QCOMPARE(board->CardText(static_cast<int>(end)), card);
+        QCOMPARE(app_->SortOrder(), order);
+        window_->close();
+        CloseWindow();
+        Open();
+        QCOMPARE(ids(), expected);
+    }
+
+    void closed_lists_of_the_tool_bar_choose_nothing() {
+        QSignalSpy sorted(window_->Tools(), &MainToolBar::SortChosen);
+        QSignalSpy switched(window_->Tools(), &MainToolBar::NoteBookChosen);
+        window_->activateWindow();
+        QTRY_VERIFY(window_->isActiveWindow());
+        for (const char* const name : {"NoteBook", "Order of the notes"}) {
+            const auto boxes = window_->Tools()->findChildren<QComboBox*>();
+            const auto found = std::find_if(boxes.begin(), boxes.end(), [name](const QComboBox* each) {
+                return each->accessibleName() == QLatin1String(name);
+            });
+            QVERIFY(found != boxes.end());
+            QComboBox& box = **found;
+            box.addItem("Another");
+            const int before = box.currentIndex();
+            const Qt::Key keys[] = {Qt::Key_Down, Qt::Key_Up,   Qt::Key_PageDown, Qt::Key_PageUp,
+                                    Qt::Key_End,  Qt::Key_Home, Qt::Key_A,        Qt::Key_F4};
+            for (const Qt::Key key : keys) {
+                box.setFocus();
+                QTest::keyClick(&box, key);
+                QVERIFY2(box.view()->isVisible(), qPrintable(QKeySequence(key).toString()));
+                QCOMPARE(box.currentIndex(), before);
+                QTest::keyClick(box.view(), Qt::Key_Escape);
+                QTRY_VERIFY(!box.view()->isVisible());
+            }
+            for (const int delta : {-120, 120}) {
+                const QPointF middle = box.rect().center();
+                QWheelEvent turn(middle, box.mapToGlobal(middle), QPoint(), QPoint(0, delta), Qt::NoButton,
+                                 Qt::NoModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(&box, &turn);
+                QCOMPARE(box.currentIndex(), before);
+            }
+        }
+        QCOMPARE(sorted.count() + switched.count(), 0);
     }
 
     void switching_the_notebook_keeps_each_list() {
@@ -657,6 +756,68 @@ private slots:
         Press(*window_->Faults(), "Hide");
         window_->Faults()->Add({"The note could not be saved", "/data/Notes/DAY01012020.dat", "No space left"});
         QVERIFY(window_->Faults()->isVisible() && !OffersTryAgain());
+    }
+
+    // A question within the loop of the command could not be answered before its end.
+    void a_draft_found_by_try_again_waits_for_the_command_behind_it() {
+        CloseWindow();
+        companions_ = NotedStarts();
+        background_ = std::make_unique<QtProgress>(*theme_);
+        morePorts_ = [this](AppPorts& ports) {
+            ports.companions = &companions_;
+            ports.background = background_.get();
+        };
+        Open();
+        background_->SetParent(window_.get());
+        faults_.bar = window_->Faults();
+        companions_.failure = "No such file or directory";
+        MenuEntry(*window_, "Save/Print Current Notes...")->trigger();
+        const std::filesystem::path sources = app_->NoteBook().paths.Sources(), aside = Root() / "aside";
+        std::filesystem::rename(sources, aside);
+        std::filesystem::create_directories(sources / "in the way");
+        app_->ReloadNotes(app_->List().GetNoteIDs());
+        window_->ShowNoteBook();
+        std::filesystem::remove_all(sources);
+        std::filesystem::rename(aside, sources);
+        companions_.failure.reset();
+        Draft draft;
+        draft.note = app_->List()[0];
+        draft.note.plainText = "Unsaved words";
+        draft.note.rtfText = "{\\rtf1\\ansi Unsaved words}";
+        QVERIFY(DraftStore(app_->NoteBook().paths).WriteDraft(draft).Ok());
+        prompts_.seen.clear();
+        const size_t before = companions_.started.size();
+        size_t printed = 0;
+        bool free = false;
+        prompts_.answers = {PromptAnswer::Cancel};
+        prompts_.whileShown = [&] {
+            printed = companions_.started.size() - before;
+            free = IsFree();
+        };
+        Press(*window_->Faults(), "Try again");
+        QTRY_COMPARE(prompts_.seen.size(), size_t{1});
+        QVERIFY(prompts_.seen[0].starts_with("Unsaved Note"));
+        QCOMPARE(printed, size_t{1});
+        QVERIFY(free);
+        prompts_.whileShown = nullptr;
+    }
+
+    void commands_of_the_menu_do_nothing_while_another_one_is_at_work() {
+        QApplication::clipboard()->clear();
+        const size_t listed = app_->List().Count();
+        const auto trigger = [this] {
+            MenuEntry(*window_, "Paste As New Note...")->trigger();
+            MenuEntry(*window_, "Clear Current Notes")->trigger();
+        };
+        {
+            const Busy busy;
+            trigger();
+        }
+        QVERIFY(prompts_.seen.empty());
+        QCOMPARE(app_->List().Count(), listed);
+        trigger();
+        QVERIFY(prompts_.seen[0].starts_with("Nothing To Capture"));
+        QCOMPARE(app_->List().Count(), size_t{0});
     }
 
     void faults_show_a_quiet_bar() {

@@ -4,6 +4,7 @@
 #include "notes/note_store.h"
 #include "support/draft_reading.h"
 #include "support/read_world.h"
+#include "support/refused_threads.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
 #include "ui/note_editor/color_panel.h"
@@ -16,6 +17,8 @@
 #include "ui/note_editor/source_panel.h"
 #include "ui/note_editor/source_row_view.h"
 #include "ui/picture_bytes.h"
+#include "ui/qt_progress.h"
+#include "ui/quit_guard.h"
 #include "ui/request_hooks.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources_driver.h"
@@ -49,9 +52,23 @@ private:
 
     int DraftCount() const { return static_cast<int>(DraftStore(app_->NoteBook().paths).ListDrafts().size()); }
 
+    struct IgnoresClose : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::Close)
+                event->ignore();
+            return event->type() == QEvent::Close;
+        }
+    };
+
+    std::unique_ptr<QtProgress> progressOnScreen_;
+
 private slots:
     void init() { OpenSample(1280, 860); }
-    void cleanup() { CloseWindow(); }
+    void cleanup() {
+        CloseWindow();
+        shownProgress_ = nullptr;
+        progressOnScreen_.reset();
+    }
     void a_note_is_written_and_stands_on_the_board_data() {
         QTest::addColumn<bool>("dark");
         QTest::addColumn<int>("order");
@@ -164,6 +181,7 @@ private slots:
             editor.KeyWords()->SelectKeyWords();
             QVERIFY(editor.KeyWords()->Field()->text().startsWith("tolling, "));
             editor.Color()->SetColor(MakeRgb(10, 120, 200));
+            QCOMPARE(editor.Color()->Button()->accessibleName(), QStringLiteral("Border color: #0a78c8, Sky"));
             Save(editor);
         });
         const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
@@ -174,6 +192,80 @@ private slots:
         QVERIFY(note.keyWords.starts_with("tolling, "));
         QCOMPARE(note.borderColor, MakeRgb(10, 120, 200));
         QVERIFY(faults_.faults.empty());
+    }
+
+    void keys_on_a_closed_category_box_assign_nothing() {
+        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
+        AddNote([&](NoteEditorWindow& editor) {
+            CategoryPanel& categories = *editor.Categories();
+            Choose(categories.BoxAt(0), "Engineering");
+            prompts_.texts = {"Fog bells"};
+            Choose(categories.BoxAt(1), "<---Create New Category--->");
+            QCOMPARE(categories.BoxCount(), 3);
+            for (int level = 0; level < 3; ++level) {
+                for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_End, Qt::Key_L}) {
+                    QComboBox* const box = categories.BoxAt(level);
+                    box->setFocus();
+                    QTest::keyClick(box, key);
+                    QCoreApplication::processEvents();
+                    QVERIFY(box->view()->isVisible());
+                    QTest::keyClick(box->view(), Qt::Key_Escape);
+                    QTRY_VERIFY(!box->view()->isVisible());
+                }
+            }
+            QCOMPARE(categories.BoxCount(), 3);
+            QCOMPARE(categories.BoxAt(0)->currentText(), QStringLiteral("L1: Engineering"));
+            QCOMPARE(categories.BoxAt(1)->currentText(), QStringLiteral("L2: Fog bells"));
+            // In the open list keys choose as ever.
+            QComboBox* const box = categories.BoxAt(1);
+            box->setFocus();
+            QTest::keyClick(box, Qt::Key_Down);
+            const int clear = box->findText("Remove From This Level On");
+            QVERIFY(clear >= 0);
+            for (int row = box->currentIndex(); row < clear; ++row)
+                QTest::keyClick(box->view(), Qt::Key_Down);
+            QTest::keyClick(box->view(), Qt::Key_Return);
+            QTRY_COMPARE(categories.BoxCount(), 2);
+        });
+    }
+
+    void another_set_leaves_no_box_without_focus() {
+        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
+        AddNote([](NoteEditorWindow& editor) {
+            CategoryPanel& categories = *editor.Categories();
+            Choose(categories.BoxAt(0), "Engineering");
+            QCOMPARE(categories.BoxCount(), 2);
+            editor.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&editor));
+            categories.BoxAt(1)->setFocus();
+            categories.Tabs()->setCurrentIndex(1);
+            QCOMPARE(categories.ActiveSet(), 2);
+            QCOMPARE(categories.BoxCount(), 1);
+            QVERIFY(categories.BoxAt(0)->hasFocus());
+        });
+    }
+
+    void the_line_of_a_source_opens_by_keys() {
+        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
+        const int32_t source = app_->NoteBook().sources[0].SourceID;
+        AddNote([&](NoteEditorWindow& editor) {
+            Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
+                browser.List()->SelectRow(RowOf(browser, source));
+                QTest::keyClick(browser.List(), Qt::Key_Return);
+            });
+            editor.Sources()->AddSource();
+            editor.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&editor));
+            SourceRowView* const row = editor.Sources()->RowAt(0);
+            QVERIFY(!row->LineButton()->accessibleDescription().isEmpty());
+            QVERIFY(!row->LineButton()->accessibleDescription().contains('<'));
+            row->LineButton()->setFocus();
+            // No other control has the focus on the way.
+            QSignalSpy focus(qApp, &QApplication::focusChanged);
+            QTest::keyClick(row->LineButton(), Qt::Key_Space);
+            QVERIFY(row->Line()->hasFocus() && !row->LineButton()->isVisible());
+            QCOMPARE(focus.count(), 1);
+        });
     }
 
     void a_change_stays_in_its_place() {
@@ -340,6 +432,109 @@ private slots:
         QCOMPARE(DraftCount(), 0);
     }
 
+    void an_order_to_quit_keeps_the_text_as_a_draft_data() {
+        QTest::addColumn<bool>("changed");
+        QTest::addColumn<bool>("writable");
+        QTest::newRow("a new text") << true << true;
+        QTest::newRow("nothing to keep") << false << true;
+        QTest::newRow("no room for a draft") << true << false;
+    }
+
+    void an_order_to_quit_keeps_the_text_as_a_draft() {
+        QFETCH(bool, changed);
+        QFETCH(bool, writable);
+        app_->GetSettings().Set(Option::szSaveWarning, 0);
+        const std::filesystem::path drafts = DraftStore::FolderOf(app_->NoteBook().paths);
+        if (!writable) {
+            std::filesystem::remove_all(drafts);
+            PutBytes(drafts, "a file in the way");
+        }
+        IgnoresClose stays;
+        window_->installEventFilter(&stays);
+        const QuitGuard guard;
+        AddNote([&](NoteEditorWindow& editor) {
+            if (changed)
+                Type(editor, "Last words");
+            QEvent quit(QEvent::Quit);
+            QCoreApplication::sendEvent(qApp, &quit);
+            QCOMPARE(editor.isVisible(), !writable);
+            QCOMPARE(editor.Faults()->isVisible(), !writable);
+            if (writable)
+                return;
+            // The window stays, and goes on with its drafts.
+            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Last words"));
+            std::filesystem::remove(drafts);
+            QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
+            QVERIFY(written.wait(5000));
+            QCOMPARE(DraftCount(), 1);
+            editor.CancelNote();
+            QCOMPARE(DraftCount(), 0);
+        });
+        window_->removeEventFilter(&stays);
+        QVERIFY(prompts_.seen.empty());
+        QVERIFY(window_->isVisible());
+        QCOMPARE(DraftCount(), changed && writable ? 1 : 0);
+        if (DraftCount() == 0)
+            return;
+        Draft draft;
+        QVERIFY(ReadsDraft(DraftStore(app_->NoteBook().paths).ListDrafts().at(0), app_->Context(), draft));
+        QCOMPARE(draft.note.plainText, std::string("Last words"));
+    }
+
+    void a_save_leaves_no_wait_cursor() {
+        CloseWindow();
+        progressOnScreen_ = std::make_unique<QtProgress>(*theme_);
+        shownProgress_ = progressOnScreen_.get();
+        OpenSample(1280, 860);
+        progressOnScreen_->SetParent(window_.get());
+        AddNote([](NoteEditorWindow& editor) {
+            Type(editor, "Text");
+            Save(editor);
+            QVERIFY(!editor.isVisible());
+        });
+        QVERIFY(!QApplication::overrideCursor());
+    }
+
+    void a_draft_is_written_and_a_save_ends_without_a_thread() {
+        AddNote([this](NoteEditorWindow& editor) {
+            const RefusedThreads refused;
+            QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
+            Type(editor, "First");
+            QVERIFY(written.wait(5000));
+            QCOMPARE(DraftCount(), 1);
+            QVERIFY(RefusedThreads::refused > 0);
+            Save(editor);
+            QVERIFY(!editor.isVisible());
+        });
+        QCOMPARE(DraftCount(), 0);
+        QCOMPARE(app_->List()[app_->List().Count() - 1].plainText, std::string("First"));
+        QVERIFY(faults_.faults.empty());
+    }
+
+    void a_draft_that_takes_long_comes_to_its_end() {
+        std::vector<std::function<void(Draft)>> asked;
+        DraftWriter drafts(
+            DraftStore(app_->NoteBook().paths),
+            [&](std::function<void(Draft)> whenReady) { asked.push_back(std::move(whenReady)); }, faults_);
+        drafts.findChild<QTimer*>()->setInterval(5);
+        QSignalSpy written(&drafts, &DraftWriter::Written);
+        drafts.Touch();
+        QTRY_COMPARE(asked.size(), size_t{1});
+        drafts.Touch();
+        QTest::qWait(100);
+        QCOMPARE(asked.size(), size_t{1});
+        Draft draft;
+        draft.note = app_->List()[2];
+        std::exchange(asked[0], nullptr)(draft);
+        QTRY_COMPARE(written.size(), 1);
+        QTRY_COMPARE(asked.size(), size_t{2});
+        // One that is dropped holds nothing up.
+        asked[1] = nullptr;
+        drafts.Touch();
+        QTRY_COMPARE(asked.size(), size_t{3});
+        QVERIFY(drafts.Store().RemoveDraft(draft.note.guid).Ok());
+    }
+
     void a_draft_is_offered_after_a_crash() {
         const int32_t id = app_->List()[2].id;
         Draft draft;
@@ -410,6 +605,31 @@ private slots:
         QApplication::clipboard()->clear();
         emit window_->CaptureRequested();
         QCOMPARE(prompts_.seen.back(), std::string("Nothing To Capture: The clipboard holds no text for a note."));
+    }
+
+    void a_capture_waits_for_the_question_over_the_editor() {
+        QApplication::clipboard()->setText("captured");
+        for (const bool isCancelled : {false, true}) {
+            AddNote([&](NoteEditorWindow& editor) {
+                Type(editor, "Typed, ");
+                QDialog question(&editor);
+                question.setModal(true);
+                question.show();
+                HooksOf(*window_, *app_, *theme_).capture();
+                QTest::qWait(300);
+                QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Typed, "));
+                if (isCancelled)
+                    editor.done(QDialog::Rejected);
+                question.close();
+                if (!isCancelled)
+                    QTRY_COMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Typed, captured"));
+            });
+        }
+        // The note that it was meant for is gone: it becomes one of its own.
+        Next<NoteEditorWindow>([](NoteEditorWindow& editor) {
+            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("captured"));
+        });
+        QTRY_COMPARE(opened_, 3);
     }
 
     void deleting_asks_and_can_be_undone() {

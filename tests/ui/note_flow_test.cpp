@@ -11,6 +11,7 @@
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/picture_bytes.h"
+#include "ui/qt_progress.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -114,6 +115,34 @@ private slots:
         QCOMPARE(back.keyWords, known.keyWords);
         QVERIFY(std::filesystem::exists(app_->NoteBook().paths.Attachments() / back.attachments.front().storedFile));
         QVERIFY(app_->List().GetNoteIDs().Values() == listed);
+        QVERIFY(faults_.faults.empty());
+    }
+
+    void a_drop_during_an_export_waits_until_it_is_done() {
+        CNote known;
+        const std::filesystem::path archive = MakeArchive(known);
+        QtProgress progress(*theme_);
+        progress.SetParent(window_.get());
+        QSignalSpy imported(window_.get(), &MainWindow::ImportRequested);
+        bool dropped = false;
+        QTimer::singleShot(0, window_.get(), [&] {
+            QMimeData files;
+            files.setUrls({QUrl::fromLocalFile(QString::fromStdString(archive.string()))});
+            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(window_.get(), &enter);
+            QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(window_.get(), &drop);
+            dropped = true;
+        });
+        const ReadContext context = app_->Context();
+        const ExportWorld world{app_->NoteBook(), app_->Data(), context, prompts_, progress, faults_};
+        const int written = ExportNotes(NotesOfList(app_->List()), Root() / "all.lbe", false, world);
+        QCOMPARE(written, static_cast<int>(app_->List().Count()));
+        QVERIFY(dropped);
+        QCOMPARE(imported.count(), 0);
+        Next<ImportWindow>([](const ImportWindow&) {});
+        QTRY_COMPARE(opened_, 1);
+        QCOMPARE(imported.count(), 1);
         QVERIFY(faults_.faults.empty());
     }
 

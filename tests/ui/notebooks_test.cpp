@@ -217,7 +217,7 @@ private slots:
             QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
             QApplication::sendEvent(window_.get(), &drop);
         }
-        QCOMPARE(spy.size(), 1);
+        QTRY_COMPARE(spy.size(), 1);
         QCOMPARE(spy.first().first().toString(), QStringLiteral("/tmp/notes.LBE"));
     }
 

@@ -6,6 +6,7 @@
 #include "rtf/rtf.h"
 #include "support/memory_store.h"
 #include "support/read_world.h"
+#include "support/refused_threads.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
 #include "ui/theme.h"
@@ -134,6 +135,18 @@ private slots:
         others_.release();
         Open(Slow(400));
         QVERIFY(Saved("whole.txt").find("Part 400.") != std::string::npos);
+    }
+
+    void all_pages_come_without_a_thread() {
+        const RefusedThreads refused;
+        others_.release(2);
+        Open(Slow(400));
+        QTRY_VERIFY(window_->IsWhole());
+        const int pages = window_->PageCount();
+        Command("Last Page")->trigger();
+        QTRY_VERIFY(window_->Preview()->IsDrawn());
+        Open(Slow(400));
+        QCOMPARE(PagesOf(Saved("whole.pdf")), pages);
     }
 
     void layouts_overtake_each_other() {

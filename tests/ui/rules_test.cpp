@@ -2,7 +2,9 @@
 
 #include "ui/command_reach.h"
 #include "ui/controls.h"
+#include "ui/quiet_view.h"
 #include "ui/tab_walk.h"
+#include "ui/text_field.h"
 #include "ui/theme.h"
 #include "ui/window_rules.h"
 
@@ -103,7 +105,7 @@ private slots:
         QMainWindow window;
         auto* const page = new QWidget;
         auto* const layout = new QVBoxLayout(page);
-        const Parts parts{window, new QLineEdit(page), new Odd("Middle", page), new QPushButton("&Last", page)};
+        const Parts parts{window, NewTextField(page), new Odd("Middle", page), new QPushButton("&Last", page)};
         parts.first->setAccessibleName("First");
         for (QWidget* const part : std::initializer_list<QWidget*>{parts.first, parts.middle, parts.last})
             layout->addWidget(part);
@@ -115,6 +117,60 @@ private slots:
         const QString faults = (FaultsOfWindow(window) + FaultsOfTabWalk(window) + FaultsOfCommands(window)).join('\n');
         QVERIFY2(found.isEmpty() ? faults.isEmpty() : faults.contains(found), qPrintable(faults));
         QCOMPARE(window.focusWidget(), parts.middle);
+    }
+
+    void a_list_tells_of_its_current_row_only_with_the_focus_data() {
+        QTest::addColumn<QAbstractItemView*>("list");
+        auto* const tree = new QuietView<QTreeView>;
+        tree->setHeaderHidden(true);
+        QTest::newRow("tree") << static_cast<QAbstractItemView*>(tree);
+        QTest::newRow("tree with a header") << static_cast<QAbstractItemView*>(new QuietView<QTreeView>);
+        QTest::newRow("list") << static_cast<QAbstractItemView*>(new QuietView<QListView>);
+    }
+
+    void a_list_tells_of_its_current_row_only_with_the_focus() {
+        QFETCH(QAbstractItemView*, list);
+        const Theme theme(*qApp, Appearance::Light);
+        QStandardItemModel rows(0, qobject_cast<QTreeView*>(list) ? 2 : 1);
+        for (const char* const name : {"Bells", "Fog", "Lamps"}) {
+            auto* const row = new QStandardItem(name);
+            row->setCheckable(true);
+            rows.appendRow(row);
+        }
+        QWidget window;
+        QVBoxLayout layout(&window);
+        QLineEdit field;
+        layout.addWidget(&field);
+        layout.addWidget(list);
+        list->setAccessibleName("Key words");
+        list->setModel(&rows);
+        window.show();
+        window.activateWindow();
+        QTRY_VERIFY(window.isActiveWindow());
+        field.setFocus();
+        QCOMPARE(ToldDuring([&] {
+                     list->setCurrentIndex(rows.index(2, 0));
+                     list->setCurrentIndex(rows.index(1, 0));
+                     rows.item(1)->setCheckState(Qt::Checked);
+                 }),
+                 QStringList());
+        QCOMPARE(ToldDuring([&] { list->setFocus(); }), QStringList({"focus Key words", "focus Fog"}));
+        QCOMPARE(ToldDuring([&] { QTest::keyClick(list, Qt::Key_Space); }), QStringList("unticked Fog"));
+        QCOMPARE(ToldDuring([&] { QTest::keyClick(list, Qt::Key_Down); }), QStringList("focus Lamps"));
+        QCOMPARE(ToldDuring([&] { QTest::keyClick(list, Qt::Key_Space); }), QStringList("ticked Lamps"));
+        // Another row than the current one, and another value of the current one.
+        QCOMPARE(ToldDuring([&] {
+                     rows.item(0)->setCheckState(Qt::Checked);
+                     rows.item(2)->setText("Lamps and lenses");
+                 }),
+                 QStringList());
+        // The focus moves on before it is told.
+        QVERIFY(!ToldDuring([&] {
+                     field.setFocus();
+                     list->setFocus();
+                     field.setFocus();
+                 }).contains("focus Lamps and lenses"));
+        delete list;
     }
 };
 

@@ -17,12 +17,19 @@ struct Announcement {
 };
 
 QList<Announcement> announcements;
+QStringList heard;
 bool listening = false;
 
 void Hear(QAccessibleEvent& event) {
     const QAccessibleInterface* const face = event.accessibleInterface();
-    const bool isNamed =
-        face && face->isValid() && face->role() != QAccessible::NoRole && !face->text(QAccessible::Name).isEmpty();
+    const QString name = face && face->isValid() ? face->text(QAccessible::Name) : QString();
+    if (event.type() == QAccessible::StateChanged) {
+        if (!name.isEmpty() && static_cast<QAccessibleStateChangeEvent&>(event).changedStates().checked)
+            heard.append((face->state().checked ? "ticked " : "unticked ") + name);
+        return;
+    }
+    heard.append("focus " + name);
+    const bool isNamed = !name.isEmpty() && face->role() != QAccessible::NoRole;
     announcements.append({event.object(), event.child() >= 0, isNamed});
 }
 
@@ -40,7 +47,7 @@ void QAccessible::updateAccessibility(QAccessibleEvent* event) {
         QAccessibleInterface* const face = event->accessibleInterface();
         if (face && face->tableInterface())
             face->tableInterface()->modelChange(static_cast<QAccessibleTableModelChangeEvent*>(event));
-    } else if (event->type() == QAccessible::Focus && lore::listening) {
+    } else if (lore::listening && (event->type() == QAccessible::Focus || event->type() == QAccessible::StateChanged)) {
         lore::Hear(*event);
     }
 }
@@ -226,6 +233,15 @@ bool TellsOfFocusChild(QWidget& control) {
     control.setFocus(Qt::TabFocusReason);
     QCoreApplication::processEvents();
     return !announcements.isEmpty() && announcements.last().about == &control && announcements.last().ofChild;
+}
+
+QStringList ToldDuring(const std::function<void()>& steps) {
+    const Listener listener;
+    QCoreApplication::processEvents();
+    heard.clear();
+    steps();
+    QCoreApplication::processEvents();
+    return heard;
 }
 
 bool TakesKeys(const QWidget& window) {

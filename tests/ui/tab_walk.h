@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 
 class QWidget;
 
@@ -15,6 +16,10 @@ QStringList FaultsOfTabWalk(QWidget& window);
 
 /// Whether a screen reader hears of the current item of a control at last when Tab reaches the control.
 bool TellsOfFocusChild(QWidget& control);
+
+/// What a screen reader is told of the focus and of boxes while steps run and until no event waits: "focus NAME", and
+/// "ticked NAME" or "unticked NAME".
+QStringList ToldDuring(const std::function<void()>& steps);
 
 /// The controls that the Tab key reaches, in their order.
 QList<QWidget*> TabStopsOf(const QWidget& window);

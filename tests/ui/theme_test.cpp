@@ -70,6 +70,39 @@ private slots:
         QCOMPARE(Legible(Qt::black, Qt::white), QColor(Qt::black));
     }
 
+    void SpinBoxesLookLikeOtherFields() {
+        for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
+            const Theme theme(*qApp, appearance);
+            const QColor field = theme.Color(ColorRole::Field), window = theme.Color(ColorRole::Window);
+            QWidget form;
+            auto* const rows = new QVBoxLayout(&form);
+            for (QWidget* const control :
+                 {static_cast<QWidget*>(new QLineEdit), static_cast<QWidget*>(new QSpinBox),
+                  static_cast<QWidget*>(new QDoubleSpinBox), static_cast<QWidget*>(new QTimeEdit)})
+                rows->addWidget(control);
+            form.adjustSize();
+            QImage picture(form.size(), QImage::Format_RGB32);
+            form.render(&picture);
+            for (const QWidget* const control : form.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+                const QRect rect = control->geometry();
+                for (const QPoint& edge :
+                     {QPoint(rect.left(), rect.center().y()), QPoint(rect.right(), rect.center().y()),
+                      QPoint(rect.center().x(), rect.top()), QPoint(rect.center().x(), rect.bottom())})
+                    QVERIFY2(ContrastOf(picture.pixelColor(edge), window) >= 3.0, control->metaObject()->className());
+                QCOMPARE(picture.pixelColor(rect.topLeft()), window);  // a round corner
+                // The ground of the arrows is that of the text, and the arrows stand out from it.
+                const int right = rect.right() - kSpace;
+                QCOMPARE(picture.pixelColor(right, rect.top() + kSpace), field);
+                QCOMPARE(picture.pixelColor(right, rect.bottom() - kSpace), field);
+                double strongest = 1;
+                for (int x = rect.right() - 5 * kSpace; x < right; ++x)
+                    for (int y = rect.top() + kSpace; y < rect.center().y(); ++y)
+                        strongest = std::max(strongest, ContrastOf(picture.pixelColor(x, y), field));
+                QCOMPARE(strongest >= 3.0, qobject_cast<const QAbstractSpinBox*>(control) != nullptr);
+            }
+        }
+    }
+
     void AppearanceOverridesTheDesktop() {
         Theme theme(*qApp);
         int changes = 0;

@@ -58,7 +58,7 @@ protected:
     }
     /// Starts the application and shows its window in this size.
     void OpenWindow(int width, int height) {
-        AppPorts ports{prompts_, progress_, clock_, guids_, store_, faults_};
+        AppPorts ports{prompts_, shownProgress_ ? *shownProgress_ : progress_, clock_, guids_, store_, faults_};
         if (morePorts_)
             morePorts_(ports);
         app_ = std::make_unique<CLorebinderApp>(Root(), ports);
@@ -124,6 +124,7 @@ protected:
 
     int opened_ = 0;                            ///< dialogs whose steps have run
     std::function<void(AppPorts&)> morePorts_;  ///< what a test adds to the ports of the next window
+    Progress* shownProgress_ = nullptr;         ///< of the next window, in place of the scripted one
     std::unique_ptr<QTemporaryDir> folder_;
     std::unique_ptr<Theme> theme_;
     MemoryStore store_;

@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QTreeWidget>
+#include <algorithm>
+#include <functional>
 
 #include "calendar/bar_colors.h"
 #include "calendar/day_reminders.h"
@@ -17,6 +19,7 @@
 #include "ui/calendar/event_tool_tip.h"
 #include "ui/list_columns.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -25,15 +28,35 @@ namespace {
 
 constexpr int kChars = 84, kLines = 36;  // at first
 constexpr int kLeastChars = 40, kLeastRows = 4;
+constexpr int kIdRole = Qt::UserRole;  // of the first cell: the id of the event or reminder
 
 /// The chosen row as a position in its list, -1 for none.
 int ChosenRow(const QTreeWidget* list) {
     return list->indexOfTopLevelItem(list->currentItem());
 }
 
-QPixmap Swatch(const QColor& color, int side) {
-    QPixmap swatch(side, side);
-    swatch.fill(color);
+/// Fills a list anew. What was chosen stays chosen wherever it stands now, so that the next key doesn't meet another
+/// row; where it is gone, its place is chosen.
+void Refill(QTreeWidget* list, const std::function<void()>& fill) {
+    const int place = std::max(ChosenRow(list), 0);
+    const QTreeWidgetItem* const chosen = list->currentItem();
+    const QVariant id = chosen ? chosen->data(0, kIdRole) : QVariant();
+    list->clear();
+    fill();
+    int row = std::min(place, list->topLevelItemCount() - 1);
+    for (int i = 0; id.isValid() && i < list->topLevelItemCount(); ++i) {
+        if (list->topLevelItem(i)->data(0, kIdRole) == id)
+            row = i;
+    }
+    list->setCurrentItem(list->topLevelItem(row));
+}
+
+/// A square in a colour, which the ground of a chosen row doesn't tint.
+QIcon Swatch(const QColor& color, int side) {
+    QPixmap square(side, side);
+    square.fill(color);
+    QIcon swatch(square);
+    swatch.addPixmap(square, QIcon::Selected);
     return swatch;
 }
 
@@ -73,12 +96,13 @@ EditDayDialog::EditDayDialog(CalendarHost& host, const DateTime& day, QWidget* p
 }
 
 QTreeWidget* EditDayDialog::MakeSection(const Section& section) {
-    auto* const list = new QTreeWidget(this);
+    auto* const list = new QuietView<QTreeWidget>(this);
     list->setObjectName(QString::fromLatin1(section.name));
     list->setAccessibleName(tr(section.title).remove('&'));
     list->setHeaderLabels(section.columns);
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
+    list->setAllColumnsShowFocus(true);
     list->setMinimumHeight(list->fontMetrics().height() * kLeastRows);
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * kLeastChars);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -121,32 +145,32 @@ QTreeWidget* EditDayDialog::MakeSection(const Section& section) {
 
 void EditDayDialog::Reload() {
     day_.Reload();
-    FillEvents();
-    FillReminders();
+    Refill(events_, [this] { FillEvents(); });
+    Refill(reminders_, [this] { FillReminders(); });
 }
 
 void EditDayDialog::FillEvents() {
-    events_->clear();
     const int side = events_->fontMetrics().height() * 3 / 4;
     for (const CTmEvent& event : day_.Events()) {
         auto* const row = new QTreeWidgetItem(events_, {ToQString(day_.StartOf(event)), ToQString(day_.EndOf(event)),
                                                         ToQString(event.Label).simplified()});
+        row->setData(0, kIdRole, ToQString(event.EventId));
         const BarColor& color = BarColorOf(event.BarColor);
         row->setIcon(2, Swatch(ToQColor(color.color), side));
         row->setData(2, Qt::AccessibleDescriptionRole, QString::fromLatin1(color.name));
         row->setToolTip(2, EventToolTip(event));
     }
     eventColumns_->Fit();
-    events_->setCurrentItem(events_->topLevelItem(0));
 }
 
 void EditDayDialog::FillReminders() {
-    reminders_->clear();
-    for (const CTmReminder& reminder : day_.Reminders())
-        new QTreeWidgetItem(reminders_, {ToQString(ClockTime(reminder.SendTime)), ReminderListName(reminder.Type),
-                                         ToQString(SentTo(reminder))});
+    for (const CTmReminder& reminder : day_.Reminders()) {
+        auto* const row = new QTreeWidgetItem(
+            reminders_,
+            {ToQString(ClockTime(reminder.SendTime)), ReminderListName(reminder.Type), ToQString(SentTo(reminder))});
+        row->setData(0, kIdRole, ToQString(reminder.ReminderId));
+    }
     reminderColumns_->Fit();
-    reminders_->setCurrentItem(reminders_->topLevelItem(0));
 }
 
 void EditDayDialog::CreateEvent() {

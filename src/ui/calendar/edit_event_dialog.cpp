@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "base/text.h"
 #include "calendar/bar_colors.h"
@@ -19,6 +20,7 @@
 #include "ui/calendar/recurrence_tabs.h"
 #include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
 
@@ -119,7 +121,7 @@ QWidget* EditEventDialog::MakeReminders() {
     auto* const rows = new QVBoxLayout(box);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(kSpace * 2);
-    reminders_ = new QListWidget(box);
+    reminders_ = new QuietView<QListWidget>(box);
     reminders_->setObjectName("reminderList");
     reminders_->setAccessibleName(tr("Reminders"));
     reminders_->setFixedHeight(reminders_->fontMetrics().height() * (kReminderRows + 2));
@@ -262,6 +264,7 @@ void EditEventDialog::ShowRecurrence() {
 }
 
 void EditEventDialog::ShowReminders() {
+    const int chosen = reminders_->currentRow();  // an edited reminder keeps its place
     reminders_->clear();
     for (const std::string& line : model_.ReminderLines())
         reminders_->addItem(ToQString(line));
@@ -269,7 +272,7 @@ void EditEventDialog::ShowReminders() {
     edit_->setEnabled(any);
     remove_->setEnabled(any);
     if (any)
-        reminders_->setCurrentRow(0);
+        reminders_->setCurrentRow(std::clamp(chosen, 0, reminders_->count() - 1));
 }
 
 void EditEventDialog::AddReminder() {

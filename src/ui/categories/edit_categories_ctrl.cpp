@@ -27,7 +27,7 @@ int32_t IDOf(const QTreeWidgetItem* item) {
 
 }  // namespace
 
-CEditCategoriesCtrl::CEditCategoriesCtrl(const Theme& theme, QWidget* parent) : QTreeWidget(parent), theme_(theme) {
+CEditCategoriesCtrl::CEditCategoriesCtrl(const Theme& theme, QWidget* parent) : QuietView(parent), theme_(theme) {
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setIndentation(kSpace * 5);
@@ -144,7 +144,7 @@ void CEditCategoriesCtrl::dragEnterEvent(QDragEnterEvent* event) {
 
 void CEditCategoriesCtrl::dragMoveEvent(QDragMoveEvent* event) {
     // The base class opens nodes and scrolls; whether a drop is taken is decided here.
-    QTreeWidget::dragMoveEvent(event);
+    QuietView::dragMoveEvent(event);
     event->setDropAction(Qt::MoveAction);
     event->setAccepted(event->source() == this);
     SetDropTarget(itemAt(event->position().toPoint()));
@@ -152,7 +152,7 @@ void CEditCategoriesCtrl::dragMoveEvent(QDragMoveEvent* event) {
 
 void CEditCategoriesCtrl::dragLeaveEvent(QDragLeaveEvent* event) {
     SetDropTarget(nullptr);
-    QTreeWidget::dragLeaveEvent(event);
+    QuietView::dragLeaveEvent(event);
 }
 
 void CEditCategoriesCtrl::dropEvent(QDropEvent* event) {
@@ -171,7 +171,7 @@ void CEditCategoriesCtrl::dropEvent(QDropEvent* event) {
 
 void CEditCategoriesCtrl::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                                   const QModelIndex& index) const {
-    QTreeWidget::drawRow(painter, option, index);
+    QuietView::drawRow(painter, option, index);
     if (!dropTarget_ || itemFromIndex(index) != dropTarget_)
         return;
     painter->save();

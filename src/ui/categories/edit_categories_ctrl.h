@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "notes/panel_entries.h"
+#include "ui/quiet_view.h"
 
 namespace lore {
 
@@ -12,7 +13,7 @@ class Theme;
 
 /// The forest as a tree: each category with its number of notes. Nodes are dragged onto others or onto the empty area;
 /// what a drop does is the receiver's matter, the tree itself moves nothing.
-class CEditCategoriesCtrl : public QTreeWidget {
+class CEditCategoriesCtrl : public QuietView<QTreeWidget> {
     Q_OBJECT
 
 public:

@@ -10,6 +10,7 @@
 #include "rtf/rtf.h"
 #include "ui/list_columns.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/rich_text_view.h"
 #include "ui/theme.h"
 #include "ui/window_place.h"
@@ -81,7 +82,7 @@ DifferencesWindow::DifferencesWindow(const ImportDifferences& differences, const
 }
 
 void DifferencesWindow::MakeRows(const std::vector<DifferenceRow>& rows, SettingsStore& store) {
-    auto* const list = new QTreeWidget(this);
+    auto* const list = new QuietView<QTreeWidget>(this);
     list->setObjectName("differences");
     list->setAccessibleName(tr("Differences"));
     list->setRootIsDecorated(false);

@@ -17,6 +17,7 @@
 #include "ui/list_columns.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -85,7 +86,7 @@ void ImportWindow::MakeButtons() {
 }
 
 void ImportWindow::MakeList() {
-    list_ = new QTreeWidget(this);
+    list_ = new QuietView<QTreeWidget>(this);
     list_->setObjectName("importList");
     list_->setAccessibleName(tr("Notes of the archive"));
     list_->setRootIsDecorated(false);

@@ -19,6 +19,7 @@
 #include "ui/note_editor/attachment_open.h"
 #include "ui/popup_menu.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -41,12 +42,13 @@ AttachmentPanel::AttachmentPanel(AttachmentList& attachments, std::filesystem::p
       folder_(std::move(folder)),
       prompts_(prompts),
       theme_(theme),
-      list_(new QTreeWidget(this)) {
+      list_(new QuietView<QTreeWidget>(this)) {
     setAcceptDrops(true);
     list_->setAccessibleName(tr("Attachments"));
     list_->setHeaderLabels({tr("Title"), tr("Original File/Link")});
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
+    list_->setAllColumnsShowFocus(true);
     list_->setTextElideMode(Qt::ElideMiddle);
     list_->setContextMenuPolicy(Qt::CustomContextMenu);
     list_->header()->setSectionResizeMode(0, QHeaderView::Stretch);

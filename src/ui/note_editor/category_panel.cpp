@@ -1,11 +1,11 @@
 #include "ui/note_editor/category_panel.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QScrollArea>
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "ui/opening_combo.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
@@ -59,10 +59,14 @@ int CategoryPanel::ActiveSet() const {
 
 void CategoryPanel::Rebuild() {
     const size_t levels = paths_.LevelCount(ActiveSet());
-    while (boxes_.size() > static_cast<int>(levels) + 1)
+    const int last = static_cast<int>(levels);
+    // A box that goes would leave no control with the focus.
+    if (boxes_.indexOf(window()->focusWidget()) > last)
+        boxes_[last]->setFocus(Qt::OtherFocusReason);
+    while (boxes_.size() > last + 1)
         delete boxes_.takeLast();
-    while (boxes_.size() < static_cast<int>(levels) + 1) {
-        auto* const box = new QComboBox(this);
+    while (boxes_.size() < last + 1) {
+        auto* const box = new OpeningCombo(this);
         const auto level = static_cast<size_t>(boxes_.size());
         box->setAccessibleName(tr("Level %1").arg(level + 1));
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

@@ -7,14 +7,23 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include "ui/editor/color_menu.h"
 #include "ui/qt_text.h"
 #include "ui/theme.h"
 
 namespace lore {
 
 namespace {
+
 constexpr size_t kMostOffered = 16;
+
+/// A number alone says little to who can't see the swatch.
+QString Spoken(const std::string& name, Rgb color) {
+    return color == 0 ? ToQString(name)
+                      : QStringLiteral("%1, %2").arg(ToQString(name), NearestColorName(ToQColor(color)));
 }
+
+}  // namespace
 
 ColorPanel::ColorPanel(const CSearchColorList& used, Rgb color, const Theme& theme, QWidget* parent)
     : QWidget(parent), used_(used), color_(color), theme_(theme), button_(new QPushButton(this)) {
@@ -52,7 +61,7 @@ QIcon ColorPanel::Swatch(Rgb color) const {
 void ColorPanel::SetColor(Rgb color) {
     const bool changes = color != color_;
     color_ = color;
-    const QString name = ToQString(BorderColorName(color));
+    const QString name = Spoken(BorderColorName(color), color);
     button_->setIcon(Swatch(color));
     button_->setText(name);
     button_->setAccessibleName(tr("Border color: %1").arg(name));
@@ -67,7 +76,8 @@ void ColorPanel::FillMenu() {
     if (choices.size() > kMostOffered)
         choices.resize(kMostOffered);
     for (const ColorChoice& choice : choices) {
-        const QString text = tr("%1  (%2)").arg(ToQString(choice.name)).arg(static_cast<qulonglong>(choice.notes));
+        const QString text =
+            tr("%1  (%2)").arg(Spoken(choice.name, choice.color)).arg(static_cast<qulonglong>(choice.notes));
         QAction* const action = menu.addAction(Swatch(choice.color), text);
         action->setCheckable(true);
         action->setChecked(choice.color == color_);

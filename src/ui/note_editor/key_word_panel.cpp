@@ -8,13 +8,14 @@
 #include <QVBoxLayout>
 
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
 
 namespace lore {
 
 SelectTagsDlg::SelectTagsDlg(KeyWordPicker& picker, const Theme& theme, QWidget* parent)
-    : QDialog(parent), picker_(picker), list_(new QTreeWidget(this)) {
+    : QDialog(parent), picker_(picker), list_(new QuietView<QTreeWidget>(this)) {
     setWindowTitle(tr("Select Key Words"));
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kSpace * 4, kSpace * 4, kSpace * 4, kSpace * 4);

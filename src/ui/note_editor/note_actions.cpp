@@ -1,7 +1,6 @@
 #include "ui/note_editor/note_actions.h"
 
 #include <QMimeData>
-#include <QTimer>
 #include <QWidget>
 
 #include "notes/note_finder.h"
@@ -10,6 +9,7 @@
 #include "ui/editor/note_formats.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/qt_text.h"
+#include "ui/run_when_free.h"
 #include "ui/sources/source_dialogs.h"
 
 namespace lore {
@@ -123,8 +123,11 @@ void NoteActions::OfferUnsavedNotes() {
 }
 
 void NoteActions::OfferWaitingNotes() {
-    if (app_.IsWhole())
-        QTimer::singleShot(0, this, &NoteActions::OfferUnsavedNotes);
+    // Not within a command that begins meanwhile: that could not end before the question is answered.
+    RunWhenFree(*this, [this] {
+        if (app_.IsWhole())
+            OfferUnsavedNotes();
+    });
 }
 
 void NoteActions::CaptureNote(const QMimeData* clipboard) {

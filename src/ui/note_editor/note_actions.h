@@ -36,7 +36,8 @@ public:
     /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with. None where
     /// the NoteBook takes no changes.
     void OfferUnsavedNotes();
-    /// The same a moment later, for a NoteBook that was just loaded; texts wait on while not all of it could be read.
+    /// The same once no command is at work, for a NoteBook that was just loaded; texts wait on while not all of it
+    /// could be read.
     void OfferWaitingNotes();
     /// A new note with what a clipboard holds, in an editor. Null is an empty clipboard.
     void CaptureNote(const QMimeData* clipboard);

@@ -59,7 +59,9 @@ SourceRowView::SourceRowView(SourceRows& rows, size_t row, const Theme& theme, Q
     line_->setCursor(Qt::IBeamCursor);
     line_->setFont(theme.Font(TextSize::Small));
     edit_->setText(ToQString(rows.Rows()[row].text));
-    edit_->setAccessibleName(tr("Note specific information on %1").arg(Citation()));
+    const QString about = tr("Note specific information on %1").arg(Citation());
+    edit_->setAccessibleName(about);
+    line_->setAccessibleDescription(about);  // else a screen reader would speak the tool tip with its markup
     edit_->hide();
     edit_->installEventFilter(this);
     layout->addWidget(citation_);
@@ -89,9 +91,9 @@ void SourceRowView::OpenLine() {
     emit Clicked();
     if (!rows_.OpenLine(row_))
         return;
-    line_->hide();
     edit_->show();
     edit_->setFocus(Qt::OtherFocusReason);
+    line_->hide();  // with the focus, it would pass that to the next control on its way
 }
 
 void SourceRowView::CloseLine() {

@@ -11,6 +11,7 @@
 
 #include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
 
@@ -32,7 +33,7 @@ QLabel* MakeLabel(const QString& text, QWidget* buddy, QWidget* parent) {
 ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme& theme, SettingsStore& store,
                                              QWidget* parent)
     : DialogFrame(tr("Manage NoteBooks"), "ManageNoteBooks", store, parent), model_(model), theme_(theme) {
-    list_ = new QListWidget(this);
+    list_ = new QuietView<QListWidget>(this);
     list_->setObjectName("noteBooks");
     list_->setAccessibleName(tr("NoteBooks"));
     list_->setMinimumWidth(list_->fontMetrics().averageCharWidth() * kListChars);

@@ -8,6 +8,7 @@
 
 #include "ui/options/option_controls.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -20,7 +21,7 @@ constexpr int kListRows = 12;
 CSelectOnlineNoteBookDlg::CSelectOnlineNoteBookDlg(OnlineNoteBookChoice& choice, const Theme& theme,
                                                    SettingsStore& store, QWidget* parent)
     : DialogFrame(tr("Select Online NoteBook"), "SelectOnlineNoteBook", store, parent), choice_(choice) {
-    list_ = new QListWidget(this);
+    list_ = new QuietView<QListWidget>(this);
     list_->setObjectName("onlineNoteBooks");
     list_->setAccessibleName(tr("Online NoteBooks"));
     list_->setMinimumSize(list_->fontMetrics().averageCharWidth() * kListChars,

@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/text_field.h"
 #include "ui/theme_look.h"
 
@@ -28,7 +29,7 @@ UserDictionaryDialog::UserDictionaryDialog(UserDictionary& words, SettingsStore&
     row->addWidget(word_, 1);
     row->addWidget(add_);
     Content()->addLayout(row);
-    list_ = new QListWidget(this);
+    list_ = new QuietView<QListWidget>(this);
     list_->setObjectName("words");
     list_->setAccessibleName(tr("Your own words"));
     list_->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);

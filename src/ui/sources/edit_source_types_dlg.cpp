@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
 
@@ -29,7 +30,7 @@ constexpr Flag kFlags[] = {{"&Underline", &CCustomSourceField::underline},
                            {"&Bold", &CCustomSourceField::bold}};
 
 QListWidget* MakeList(const char* name, int chars, QWidget* parent) {
-    auto* const list = new QListWidget(parent);
+    auto* const list = new QuietView<QListWidget>(parent);
     list->setObjectName(name);
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * chars);
     list->setMinimumHeight(list->fontMetrics().height() * kListRows);

@@ -12,6 +12,7 @@
 
 #include "ui/empty_line.h"
 #include "ui/qt_text.h"
+#include "ui/quiet_view.h"
 #include "ui/sources/source_dialog.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
@@ -52,10 +53,10 @@ void SourceAuthorsPane::MakeLists(const Theme& theme) {
     auto* const grid = new QGridLayout;
     grid->setHorizontalSpacing(kSpace * 3);
     grid->setVerticalSpacing(kSpace);
-    available_ = new QListWidget(this);
+    available_ = new QuietView<QListWidget>(this);
     available_->setObjectName("availableAuthors");
     available_->setUniformItemSizes(true);
-    taken_ = new QListWidget(this);
+    taken_ = new QuietView<QListWidget>(this);
     taken_->setObjectName("sourceAuthors");
     taken_->setDragDropMode(QAbstractItemView::InternalMove);
     taken_->setDefaultDropAction(Qt::MoveAction);

@@ -73,7 +73,7 @@ private:
 
 CSourcesListWnd::CSourcesListWnd(SourceListModel& model, const SourceBoxFigures& figures, const Theme& theme,
                                  QWidget* parent)
-    : QListView(parent), figures_(figures) {
+    : QuietView(parent), figures_(figures) {
     setObjectName("sources");
     setAccessibleName(tr("Sources"));
     setItemDelegate(new SourceBoxDelegate(model, figures, theme, *this));
@@ -108,7 +108,7 @@ void CSourcesListWnd::mousePressEvent(QMouseEvent* event) {
         SelectRow(-1);
         return event->accept();
     }
-    QListView::mousePressEvent(event);
+    QuietView::mousePressEvent(event);
 }
 
 void CSourcesListWnd::contextMenuEvent(QContextMenuEvent* event) {
@@ -128,11 +128,11 @@ void CSourcesListWnd::resizeEvent(QResizeEvent* event) {
     const int characters = CharactersALine(figures_, viewport()->width());
     if (std::exchange(characters_, characters) != characters)
         scheduleDelayedItemsLayout();
-    QListView::resizeEvent(event);
+    QuietView::resizeEvent(event);
 }
 
 void CSourcesListWnd::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-    QListView::selectionChanged(selected, deselected);
+    QuietView::selectionChanged(selected, deselected);
     emit RowSelected(SelectedRow());
 }
 

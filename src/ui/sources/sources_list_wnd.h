@@ -3,6 +3,7 @@
 #include <QListView>
 
 #include "sources/source_boxes.h"
+#include "ui/quiet_view.h"
 #include "ui/sources/source_list_model.h"
 
 namespace lore {
@@ -11,7 +12,7 @@ class Theme;
 
 /// A list of sources: a box for each, with the mark of its type and its wrapped citation. Citations are laid out when
 /// they are seen.
-class CSourcesListWnd : public QListView {
+class CSourcesListWnd : public QuietView<QListView> {
     Q_OBJECT
 
 public:
