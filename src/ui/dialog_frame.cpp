@@ -44,6 +44,8 @@ public:
         setWidget(page);
         connect(qApp, &QApplication::focusChanged, this, &ContentPane::Reveal);
     }
+    // Its content gives the focus up as it goes, when there is no pane left to show it in.
+    ~ContentPane() override { disconnect(qApp, nullptr, this, nullptr); }
 
     QVBoxLayout* Rows() const { return rows_; }
 

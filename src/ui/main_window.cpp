@@ -55,7 +55,10 @@ MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
     RestorePlace();
 }
 
-MainWindow::~MainWindow() = default;
+// What shows, such as the board, looks at the list as it goes, and that goes first.
+MainWindow::~MainWindow() {
+    hide();
+}
 
 void MainWindow::MakeCentre() {
     split_ = new QSplitter(this);
