@@ -75,7 +75,7 @@ void BoardView::Impl::MoveFocus(int step) {
     const QRect card = view.CardRect(focusRow);
     const int over = step > 0 ? card.bottom() + 1 - view.viewport()->height() : -card.top();
     if (over > 0)
-        return ScrollBy(step * std::min(over, view.verticalScrollBar()->singleStep()));
+        return ScrollBy(int64_t{step} * std::min(over, view.verticalScrollBar()->singleStep()));
     ChangeFocus(std::clamp(focusRow + step, 0, model.Count() - 1), true);
 }
 
@@ -89,7 +89,7 @@ void BoardView::Impl::ShowFocus() {
 }
 
 void BoardView::Impl::Page(int direction) {
-    ScrollBy(direction * view.verticalScrollBar()->pageStep());
+    ScrollBy(int64_t{direction} * view.verticalScrollBar()->pageStep());
     if (model.Count() == 0)
         return;
     const int top = topRow + (topOffset < 0 && topRow + 1 < endRow ? 1 : 0);

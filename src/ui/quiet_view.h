@@ -18,8 +18,8 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
         if (this->hasFocus())
             View::currentChanged(current, previous);
-        else
-            this->QAbstractItemView::currentChanged(current, previous);
+        else                                                             // all but what would tell of a focus
+            this->QAbstractItemView::currentChanged(current, previous);  // NOLINT(bugprone-parent-virtual-call)
     }
 
     void focusInEvent(QFocusEvent* event) override {

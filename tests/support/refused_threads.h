@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <dlfcn.h>
 #include <pthread.h>
+#include <system_error>
+#include <thread>
 
 namespace lore {
 
@@ -14,6 +16,17 @@ public:
     ~RefusedThreads() { --lives; }
     RefusedThreads(const RefusedThreads&) = delete;
     RefusedThreads& operator=(const RefusedThreads&) = delete;
+
+    /// Whether it can be done: a sanitizer that is linked into the program stands in front.
+    static bool Work() {
+        const RefusedThreads none;
+        try {
+            std::thread([] {}).join();
+        } catch (const std::system_error&) {
+            return true;
+        }
+        return false;
+    }
 
     static inline std::atomic<int> lives = 0;
     static inline std::atomic<int> refused = 0;  ///< threads so far
