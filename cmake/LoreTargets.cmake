@@ -19,7 +19,7 @@ endif()
 # compiled without what only an exception runs: the branches that take apart what was half made count as any other.
 function(lore_leave_out_exceptions)
   foreach(source IN LISTS ARGN)
-    file(STRINGS ${source} uses REGEX "(^|[^a-z])try {|style_parser|nlohmann|boost" LIMIT_COUNT 1)
+    file(STRINGS ${source} uses REGEX "(^|[^a-z])try {|throw std::|style_parser|nlohmann|boost" LIMIT_COUNT 1)
     if(NOT uses)
       set_property(SOURCE ${source} APPEND PROPERTY COMPILE_OPTIONS -fno-exceptions)
     endif()
