@@ -1,12 +1,26 @@
 #include "classify/category_tree.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "base/text.h"
 #include "base/text_join.h"
 
 namespace lore {
+
+namespace {
+
+void AppendIdentity(const CProCategoryTree& node, std::string& bytes) {
+    const int64_t numbers[] = {node.id, node.parentID, static_cast<int64_t>(node.name.size()),
+                               static_cast<int64_t>(node.children.size())};
+    bytes.append(reinterpret_cast<const char*>(numbers), sizeof numbers);
+    bytes += node.name;
+    for (const CProCategoryTree& child : node.children)
+        AppendIdentity(child, bytes);
+}
+
+}  // namespace
 
 CProCategoryTree::CProCategoryTree(const CProCategoryTree& other)
     : id(other.id), parentID(other.parentID), name(other.name), notes(other.notes), children(other.children) {
@@ -118,6 +132,12 @@ bool CProCategoryTree::IsSameTree(const CProCategoryTree& other) const {
     return id == other.id && parentID == other.parentID && name == other.name &&
            std::equal(children.begin(), children.end(), other.children.begin(), other.children.end(),
                       [](const CProCategoryTree& a, const CProCategoryTree& b) { return a.IsSameTree(b); });
+}
+
+std::string CProCategoryTree::Identity() const {
+    std::string bytes;
+    AppendIdentity(*this, bytes);
+    return bytes;
 }
 
 bool CProCategoryTree::IsLess(const CProCategoryTree& other) const {

@@ -84,6 +84,8 @@ struct CProCategoryTree {
     std::string GetPathText() const;
     /// Equal ids, parent ids, names and children in turn; note lists play no part.
     bool IsSameTree(const CProCategoryTree& other) const;
+    /// Bytes that two trees have in common if and only if they are the same by IsSameTree.
+    std::string Identity() const;
     /// The order of paths: trimmed lower-cased names level by level, a path before a longer one with the same
     /// beginning. Below an equal name only first children with ids above 0 are compared.
     bool IsLess(const CProCategoryTree& other) const;

@@ -102,7 +102,7 @@ private:
         AddNotes(list, std::move(incoming), sortId);
         std::vector<CNote> sorted;
         for (size_t i = 0; i < list.Count(); ++i)
-            sorted.push_back(std::move(list.EditNote(i)));
+            sorted.push_back(std::move(*list.Notes()[i].note));
         return sorted;
     }
     static void Print(const Session& session, const OpenNoteBook& book, const std::vector<CNote>& heads) {

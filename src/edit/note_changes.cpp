@@ -25,8 +25,8 @@ ChangedNotes ChangeNotes(EditWorld& world, const LongList& ids, const NoteChange
             continue;
         stamped |= StampSyncRecord(world.book.syncLog, found->second,
                                    [&](CSyncInfo& info) { change.stamp(info, context.nowUtc); });
-        if (CNote* const listed = list ? list->Find(id) : nullptr)
-            change.make(*listed);
+        if (list)
+            list->ChangeNote(id, change.make);
     }
     if (stamped)
         WriteSyncLog(world.book, world.faults);

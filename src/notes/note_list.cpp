@@ -1,12 +1,34 @@
 #include "notes/note_list.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "base/id_marks.h"
 #include "notes/sort_order.h"
 
 namespace lore {
+
+namespace {
+
+constexpr int kNowhere = -1;
+
+/// What stays as it is isn't written: other threads may be reading it.
+void Set(bool& flag, bool value) {
+    if (flag != value)
+        flag = value;
+}
+
+/// Sets a flag of the note at one position and takes it from all others.
+void SetAlone(const std::vector<ListedNote>& notes, bool CNote::*flag, int position) {
+    const CNote* const note = position == kNowhere ? nullptr : notes[static_cast<size_t>(position)].note.get();
+    for (size_t i = 0; i < notes.size(); ++i) {
+        FetchAhead(std::span(notes), i, flag);
+        Set(notes[i].note.get()->*flag, notes[i].note.get() == note);
+    }
+}
+
+}  // namespace
 
 const CNote& CNoteList::ShownNote(size_t position) {
     ListedNote& entry = notes_[position];
@@ -27,7 +49,7 @@ int CNoteList::PositionOf(int32_t id) const {
     return static_cast<int>(places_.ValueOf(id)) - 1;
 }
 
-CNote* CNoteList::Find(int32_t id) {
+const CNote* CNoteList::Find(int32_t id) const {
     const int position = PositionOf(id);
     return position < 0 ? nullptr : notes_[static_cast<size_t>(position)].note.get();
 }
@@ -44,7 +66,7 @@ LongList CNoteList::GetNoteIDs() const {
 }
 
 void CNoteList::AddNote(CNote note, std::shared_ptr<const Citations> citations) {
-    AddNote({std::make_shared<CNote>(std::move(note)), std::move(citations), nullptr});
+    AddNote({std::make_shared<CNote>(std::move(note)), std::move(citations)});
 }
 
 void CNoteList::AddNote(ListedNote note) {
@@ -92,8 +114,17 @@ bool CNoteList::ReplaceNote(CNote note, std::shared_ptr<const Citations> citatio
     note.selected = entry.note->selected;
     note.newlyAdded = entry.note->newlyAdded;
     note.displayRtf.clear();
-    entry = {std::make_shared<CNote>(std::move(note)), std::move(citations), nullptr};
+    entry = {std::make_shared<CNote>(std::move(note)), std::move(citations)};
     return true;
+}
+
+void CNoteList::ChangeNote(int32_t id, const std::function<void(CNote&)>& change) {
+    const int position = PositionOf(id);
+    if (position < 0)
+        return;
+    ListedNote& entry = notes_[static_cast<size_t>(position)];
+    change(*entry.note);
+    entry.sortPath = CopySortPath(*entry.note);
 }
 
 void CNoteList::MoveNote(size_t from, size_t to) {
@@ -112,33 +143,20 @@ void CNoteList::SetNotes(std::vector<ListedNote> notes) {
 }
 
 int32_t CNoteList::SetFocusNote(int32_t id) {
-    // What stays as it is isn't written, here and below: other threads may be reading it.
-    for (const ListedNote& entry : notes_) {
-        if (entry.note->selected && entry.Id() != id)
-            entry.note->selected = false;
-    }
-    CNote* const note = Find(id);
-    if (!note)
+    const int position = PositionOf(id);
+    SetAlone(notes_, &CNote::selected, position);
+    if (position < 0)
         return -1;
-    if (!note->selected)
-        note->selected = true;
-    if (note->newlyAdded)
-        note->newlyAdded = false;
+    Set(notes_[static_cast<size_t>(position)].note->newlyAdded, false);
     return id;
 }
 
 void CNoteList::ClearNewFlags() {
-    for (const ListedNote& entry : notes_) {
-        if (entry.note->newlyAdded)
-            entry.note->newlyAdded = false;
-    }
+    SetAlone(notes_, &CNote::newlyAdded, kNowhere);
 }
 
 void CNoteList::ClearSelection() {
-    for (const ListedNote& entry : notes_) {
-        if (entry.note->selected)
-            entry.note->selected = false;
-    }
+    SetAlone(notes_, &CNote::selected, kNowhere);
 }
 
 void CNoteList::ClearMarks() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_set>
@@ -23,15 +24,14 @@ public:
     size_t Count() const { return notes_.size(); }
     bool IsEmpty() const { return notes_.empty(); }
     const CNote& operator[](size_t position) const { return *notes_[position].note; }
-    /// For working values and contents; the id must stay.
-    CNote& EditNote(size_t position) { return *notes_[position].note; }
     /// The note ready to be shown: search marks that wait are made now.
     const CNote& ShownNote(size_t position);
 
     /// The first position of a note, -1 if the list doesn't hold it.
     int PositionOf(int32_t id) const;
     bool Contains(int32_t id) const { return PositionOf(id) >= 0; }
-    CNote* Find(int32_t id);
+    /// Null if the list doesn't hold the note.
+    const CNote* Find(int32_t id) const;
     /// The ids in list order, without duplicates.
     LongList GetNoteIDs() const;
 
@@ -50,6 +50,8 @@ public:
     void RemoveNotes(const std::unordered_set<int32_t>& ids);
     /// Puts the saved version of a note in its place. Its flags stay, its search marks go. False if it isn't there.
     bool ReplaceNote(CNote note, std::shared_ptr<const Citations> citations);
+    /// Changes the contents of a note in its place; the id must stay. Nothing happens if it isn't there.
+    void ChangeNote(int32_t id, const std::function<void(CNote&)>& change);
     /// The texts of a note's sources are other ones now.
     void SetCitations(size_t position, std::shared_ptr<const Citations> citations) {
         notes_[position].citations = std::move(citations);
@@ -62,6 +64,7 @@ public:
     /// Selects the note with this id, which is then no longer newly added, and no other. Gives the id, -1 if it isn't
     /// in the list.
     int32_t SetFocusNote(int32_t id);
+    void MarkAsNew(size_t position) { notes_[position].note->newlyAdded = true; }
     void ClearNewFlags();
     void ClearSelection();
     /// Takes the search marks away, those that wait too.

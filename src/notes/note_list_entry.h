@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,16 +23,26 @@ public:
     virtual std::string MarkedRtf(std::string_view rtfText) const = 0;
 };
 
+/// The path that categories sort by: that of the first set whose path begins with an id above 0. Null if there is none.
+const CProCategoryTree* FindSortPath(const CNote& note);
+std::shared_ptr<const CProCategoryTree> CopySortPath(const CNote& note);
+
 /// A note in a list. Entries are cheap to copy and to move: the texts stand once in memory, and the working values of
 /// the note are the same in every list that holds it.
 class ListedNote {
 public:
     ListedNote(std::shared_ptr<CNote> listed, std::shared_ptr<const Citations> texts,
-               std::shared_ptr<const NoteMarker> marker = nullptr)
-        : note(std::move(listed)), citations(std::move(texts)), pendingMarks(std::move(marker)), id_(note->id) {}
+               std::shared_ptr<const CProCategoryTree> path)
+        : note(std::move(listed)), citations(std::move(texts)), sortPath(std::move(path)), id_(note->id) {}
+    /// With a copy of the note's path.
+    ListedNote(std::shared_ptr<CNote> listed, std::shared_ptr<const Citations> texts)
+        : ListedNote(listed, std::move(texts), CopySortPath(*listed)) {}
 
-    std::shared_ptr<CNote> note;                     ///< never null
-    std::shared_ptr<const Citations> citations;      ///< null for a note without known sources
+    std::shared_ptr<CNote> note;                 ///< never null
+    std::shared_ptr<const Citations> citations;  ///< null for a note without known sources
+    /// What the note is sorted by under an order by category, here for the same reason as Id(); null if it is filed
+    /// nowhere. Notes that are filed alike may share it.
+    std::shared_ptr<const CProCategoryTree> sortPath;
     std::shared_ptr<const NoteMarker> pendingMarks;  ///< makes displayRtf once the note is shown; null otherwise
 
     /// The note's id, which stays while it is listed. It stands here too, since walks over long lists would wait for
@@ -41,5 +52,13 @@ public:
 private:
     int32_t id_;
 };
+
+/// For walks over long lists that read this part of each note: has the memory of one some places behind `at` fetched.
+template <typename Part>
+void FetchAhead(std::span<const ListedNote> notes, size_t at, Part CNote::*part) {
+    constexpr size_t kPlaces = 16;
+    if (at + kPlaces < notes.size())
+        __builtin_prefetch(&(notes[at + kPlaces].note.get()->*part));
+}
 
 }  // namespace lore

@@ -101,7 +101,7 @@ SearchOutcome SearchBox::Run(std::string_view text, SearchScope scope, int32_t n
         parts_.list = std::move(next.list);
     // Notes that are shown take their flag on the thread that shows them.
     for (size_t i = 0; done && scope == SearchScope::CurrentNotes && i < next.results.size(); ++i)
-        parts_.list.Find(next.results[i])->newlyAdded = true;
+        parts_.list.MarkAsNew(static_cast<size_t>(parts_.list.PositionOf(next.results[i])));
     parts_.progress.HideStandBy();
     if (!done)
         return SearchOutcome::Cancelled;
@@ -126,7 +126,7 @@ void SearchBox::SearchDatabase(const NoteSearch& search, int32_t noteSortID, con
     CNoteList found = LoadListedNotes(parts_.book, others, parts_.context, next.faults, stop);
     for (size_t i = 0; i < found.Count(); ++i) {
         found.SetMarks(i, marks);
-        found.EditNote(i).newlyAdded = true;
+        found.MarkAsNew(i);
     }
     if (noteSortID == kAddToTop)
         AddNotes(list, std::move(found), kAddToTop);

@@ -24,13 +24,13 @@ bool CompareSourceTexts(const ListedNote& note, const ListedNote& other) {
     return other.note->dateCreated.IsEarlierOrEqual(note.note->dateCreated);
 }
 
-bool ComparePaths(const CNote& note, const CNote& other) {
+bool ComparePaths(const ListedNote& note, const ListedNote& other) {
     const CProCategoryTree& own = SortPath(note);
     const CProCategoryTree& others = SortPath(other);
     if (others.IsLess(own))
         return true;
     if (others.IsSameTree(own))
-        return other.dateCreated.IsEarlierOrEqual(note.dateCreated);
+        return other.note->dateCreated.IsEarlierOrEqual(note.note->dateCreated);
     // A note without a category goes first, and upwards it never stays before a path of the reserved category.
     return (others.id < 0 && own.id > 0) || (others.id == kUnassignedID && own.id < 0);
 }
@@ -73,18 +73,16 @@ bool CompareNotes(const ListedNote& note, const ListedNote& other, int32_t sortI
         case SortBy::Sources:
             return CompareSourceTexts(note, other);
         case SortBy::Categories:
-            return ComparePaths(*note.note, *other.note);
+            return ComparePaths(note, other);
         case SortBy::Nothing:
             break;
     }
     return false;
 }
 
-const CProCategoryTree& SortPath(const CNote& note) {
+const CProCategoryTree& SortPath(const ListedNote& note) {
     static const CProCategoryTree none;
-    const auto found =
-        std::find_if(note.categories.begin(), note.categories.end(), [](const auto& path) { return path.id > 0; });
-    return found == note.categories.end() ? none : *found;
+    return note.sortPath ? *note.sortPath : none;
 }
 
 const Citations& SortCitations(const ListedNote& note) {

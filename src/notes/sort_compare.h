@@ -33,8 +33,8 @@ bool IsDescendingId(int32_t sortId);
 /// equal and its date isn't later. False for every pair under a number that compares nothing.
 bool CompareNotes(const ListedNote& note, const ListedNote& other, int32_t sortId);
 
-/// The path that categories sort by: that of the first set whose path begins with an id above 0, else an empty one.
-const CProCategoryTree& SortPath(const CNote& note);
+/// The path that categories sort by; an empty one if there is none.
+const CProCategoryTree& SortPath(const ListedNote& note);
 /// The texts that sources sort by.
 const Citations& SortCitations(const ListedNote& note);
 

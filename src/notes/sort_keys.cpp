@@ -50,69 +50,67 @@ private:
     std::vector<std::string> folded_;
 };
 
-/// Everything that IsSameTree compares, as bytes.
-void AppendTree(const CProCategoryTree& node, std::string& bytes) {
-    const int64_t numbers[] = {node.id, node.parentID, static_cast<int64_t>(node.name.size()),
-                               static_cast<int64_t>(node.children.size())};
-    bytes.append(reinterpret_cast<const char*>(numbers), sizeof numbers);
-    bytes += node.name;
-    for (const CProCategoryTree& child : node.children)
-        AppendTree(child, bytes);
-}
-
 class KeyMaker {
 public:
     KeyMaker(const ListedNote& limit, int32_t sortId)
         : limit_(limit), sortId_(sortId), byCategory_(SortKeyOf(sortId) == SortBy::Categories) {}
 
-    const SortKey& Make(const ListedNote& note) {
-        if (byCategory_)
-            TakePath(note);
-        else
-            TakeCitations(note);
+    SortKey Make(const ListedNote& note) {
+        const SharedKey& shared = byCategory_ ? KeyOfPath(note) : KeyOfCitations(note);
+        SortKey key = shared.key;
+        if (shared.isLimit)
+            key.starts = Starts(note);
         const DateTime& date = note.note->dateCreated;
-        key_.date = date.Seconds();
+        key.date = date.Seconds();
         if (date.GetStatus() != DateTime::Status::Valid)
-            key_.tie = TieOf(key_.tie, date.GetStatus());
-        return key_;
+            key.tie = TieOf(key.tie, date.GetStatus());
+        return key;
     }
 
     const TextNumbers& Texts() const { return texts_; }
 
 private:
-    /// What notes of one path have in common.
-    struct PathKey {
+    /// What notes of one path, or of the same citations, have in common.
+    struct SharedKey {
         SortKey key;
-        bool isLimit = false;  ///< the path is that of the limit, so that dates decide
+        bool isLimit = false;  ///< they compare with the limit as equal, so that dates decide
     };
 
     bool Starts(const ListedNote& note) const {
         return IsDescendingId(sortId_) ? CompareNotes(note, limit_, sortId_) : CompareNotes(limit_, note, sortId_);
     }
 
-    void TakeCitations(const ListedNote& note) {
-        key_.levels.clear();
-        for (const std::string& citation : SortCitations(note))
-            key_.levels.push_back(texts_.NumberOf(citation));
-        key_.tie = 0;
-        key_.starts = Starts(note);
+    const SharedKey& KeyOfCitations(const ListedNote& note) {
+        const auto [known, isNew] = byCitations_.try_emplace(note.citations.get());
+        SharedKey& found = known->second;
+        if (isNew) {
+            for (const std::string& citation : SortCitations(note))
+                found.key.levels.push_back(texts_.NumberOf(citation));
+            found.key.starts = Starts(note);
+            found.isLimit = std::ranges::equal(SortCitations(note), SortCitations(limit_),
+                                               [](auto& own, auto& limit) { return CompareNoCase(own, limit) == 0; });
+        }
+        return found;
     }
 
-    void TakePath(const ListedNote& note) {
-        const CProCategoryTree& path = SortPath(*note.note);
-        tree_.clear();
-        AppendTree(path, tree_);
-        const auto [known, isNew] = paths_.try_emplace(tree_);
-        PathKey& found = known->second;
+    const SharedKey& KeyOfPath(const ListedNote& note) {
+        const auto [known, isNew] = byPath_.try_emplace(note.sortPath.get());
+        if (isNew)
+            known->second = &KeyOfTree(note);
+        return *known->second;
+    }
+
+    const SharedKey& KeyOfTree(const ListedNote& note) {
+        const CProCategoryTree& path = SortPath(note);
+        const auto [known, isNew] = paths_.try_emplace(path.Identity());
+        SharedKey& found = known->second;
         if (isNew) {
             found.key = KeyOf(path);
             found.key.tie = static_cast<int32_t>(paths_.size());
             found.key.starts = Starts(note);
-            found.isLimit = path.IsSameTree(SortPath(*limit_.note));
+            found.isLimit = path.IsSameTree(SortPath(limit_));
         }
-        key_ = found.key;
-        if (found.isLimit)
-            key_.starts = Starts(note);
+        return found;
     }
 
     SortKey KeyOf(const CProCategoryTree& path) {
@@ -148,10 +146,10 @@ private:
     const ListedNote& limit_;
     const int32_t sortId_;
     const bool byCategory_;
-    SortKey key_;
     TextNumbers texts_;
-    std::string tree_;
-    std::unordered_map<std::string, PathKey> paths_;
+    std::unordered_map<const Citations*, SharedKey> byCitations_;
+    std::unordered_map<std::string, SharedKey> paths_;  // by Identity
+    std::unordered_map<const CProCategoryTree*, const SharedKey*> byPath_;
     std::map<std::pair<int32_t, DateTime::Status>, int32_t> oddTies_;
     int32_t lastOddTie_ = 0;
 };
@@ -162,8 +160,10 @@ std::vector<SortKey> MakeSortKeys(std::span<const ListedNote> notes, const Liste
     KeyMaker maker(limit, sortId);
     std::vector<SortKey> keys;
     keys.reserve(notes.size());
-    for (const ListedNote& note : notes)
-        keys.push_back(maker.Make(note));
+    for (size_t i = 0; i < notes.size(); ++i) {
+        FetchAhead(notes, i, &CNote::dateCreated);
+        keys.push_back(maker.Make(notes[i]));
+    }
     const std::vector<int32_t> ranks = maker.Texts().Ranks();
     for (SortKey& key : keys) {
         for (int32_t& level : key.levels)

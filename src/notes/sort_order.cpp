@@ -29,12 +29,10 @@ DateTime LimitDate(bool descending) {
 
 /// The note that every other one has to come before. What can't isn't sorted.
 ListedNote Limit(bool descending) {
-    ListedNote limit{std::make_shared<CNote>(), nullptr, nullptr};
-    limit.note->dateCreated = LimitDate(descending);
-    limit.note->categories[0] = CProCategoryTree(kUnassignedID, descending ? "" : kLastText);
-    if (!descending)
-        limit.citations = std::make_shared<Citations>(Citations{kLastText});
-    return limit;
+    auto note = std::make_shared<CNote>();
+    note->dateCreated = LimitDate(descending);
+    note->categories[0] = CProCategoryTree(kUnassignedID, descending ? "" : kLastText);
+    return {std::move(note), descending ? nullptr : std::make_shared<const Citations>(Citations{kLastText})};
 }
 
 /// The order by date alone, which each save of a note makes anew.
@@ -43,15 +41,14 @@ std::vector<uint32_t> DateOrder(std::span<const ListedNote> notes, SortBy sortBy
         int64_t seconds;
         uint32_t position;
     };
-    const auto dateOf = [sortBy](const CNote& note) -> const DateTime& {
-        return sortBy == SortBy::DateChanged ? note.dateEdited : note.dateCreated;
-    };
+    DateTime CNote::*const part = sortBy == SortBy::DateChanged ? &CNote::dateEdited : &CNote::dateCreated;
     const DateTime limit = LimitDate(descending);
     std::vector<Dated> dated;
     std::vector<uint32_t> behind;
     dated.reserve(notes.size());
     for (uint32_t i = 0; i < notes.size(); ++i) {
-        const DateTime& date = dateOf(*notes[i].note);
+        FetchAhead(notes, i, part);
+        const DateTime& date = notes[i].note.get()->*part;
         if (descending ? limit.IsEarlierOrEqual(date) : date.IsEarlierOrEqual(limit))
             dated.push_back({date.Seconds(), i});
         else

@@ -55,7 +55,7 @@ TEST(NoteList, TakesNotesInByTheActiveOrder) {
     };
     for (const auto& c : cases) {
         CNoteList list = ListOf(c.present);
-        list.EditNote(0).newlyAdded = true;
+        list.MarkAsNew(0);
         EXPECT_EQ(AddNotes(list, ListOf(c.incoming), c.order), c.result.size() - c.present.size()) << c.what;
         EXPECT_EQ(Ids(list), c.result) << c.what;
         EXPECT_EQ(NewOnes(list), c.flagged) << c.what;
@@ -107,7 +107,7 @@ TEST(NoteList, FindsNotesAfterEveryKindOfChange) {
 TEST(NoteList, HasOneFocusNoteWhichIsNoLongerNew) {
     CNoteList list = ListOf({1, 2, 3});
     for (size_t i = 0; i < 3; ++i)
-        list.EditNote(i).newlyAdded = true;
+        list.MarkAsNew(i);
     EXPECT_EQ(list.SetFocusNote(2), 2);
     EXPECT_EQ(list.SetFocusNote(3), 3);
     EXPECT_FALSE(list[1].selected);
@@ -120,7 +120,7 @@ TEST(NoteList, HasOneFocusNoteWhichIsNoLongerNew) {
 TEST(NoteList, ReplacesASavedNoteInItsPlaceWithItsFlagsButNotItsMarks) {
     CNoteList list = ListOf({1, 2});
     list.SetFocusNote(1);
-    list.EditNote(0).displayRtf = "marked";
+    list.ChangeNote(1, [](CNote& note) { note.displayRtf = "marked"; });
     CNote saved = DayNote(1);
     saved.keyWords = "changed";
     EXPECT_TRUE(list.ReplaceNote(saved, nullptr));
@@ -177,6 +177,33 @@ TEST(NoteList, SourcesThatTheNoteBookDoesNotKnowTakeNoPartInTheSort) {
     EXPECT_THAT(Ids(list), ElementsAre(1003, 1004, 1002, 1001));
     list.SortNotes(kSourceDown);
     EXPECT_THAT(Ids(list), ElementsAre(1001, 1002, 1004, 1003));
+}
+
+TEST(NoteList, ANoteThatIsFiledElsewhereLeavesThePathOfTheOthers) {
+    const SourceList sources;
+    const AuthorList authors;
+    CitationTexts citations(sources, authors);
+    CNoteList list;
+    for (const auto& [id, name] : {std::pair(1, "Beta"), {2, "Beta"}, {3, "Gamma"}, {4, ""}}) {
+        CNote note;
+        note.id = id;
+        note.dateCreated = DateTime(2011, 1, id);
+        if (*name)
+            note.categories[1] = CProCategoryTree(10 + *name, name);
+        list.AddNote(citations.Listed(std::move(note)));
+    }
+    const auto file = [&](int32_t id, const CProCategoryTree& path) {
+        list.ChangeNote(id, [&](CNote& note) { note.categories[0] = path; });
+        list.SortNotes(kCategoryUp);
+    };
+    file(1, CProCategoryTree(5, "Omega"));
+    EXPECT_THAT(Ids(list), ElementsAre(4, 2, 3, 1));
+    file(4, CProCategoryTree(6, "Alpha"));
+    EXPECT_THAT(Ids(list), ElementsAre(4, 2, 3, 1));
+    file(1, CProCategoryTree());
+    EXPECT_THAT(Ids(list), ElementsAre(4, 1, 2, 3));
+    file(99, CProCategoryTree(7, "nobody"));
+    EXPECT_THAT(Ids(list), ElementsAre(4, 1, 2, 3));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 std::string CountMessage(int count) {
-    return "Information|Finished Search!|Your search returned  *" + std::to_string(count) + "*  results.";
+    return "Finished Search!: Your search returned  *" + std::to_string(count) + "*  results.";
 }
 
 /// Works on another thread; a stopped one was told to stop before it began.
@@ -90,7 +90,7 @@ TEST_F(SearchBoxTest, BringsResultsOfTheDatabaseInByTheActiveOrder) {
     for (const auto& c : cases) {
         list.RemoveAll();
         FillList({4, 2});
-        list.EditNote(1).newlyAdded = true;
+        list.MarkAsNew(1);
         list.SetFocusNote(4);
         EXPECT_EQ(Run(" lamp ", SearchScope::Database, c.order), SearchOutcome::Done);
         EXPECT_EQ(Ids(), c.ids) << c.order;
@@ -98,7 +98,8 @@ TEST_F(SearchBoxTest, BringsResultsOfTheDatabaseInByTheActiveOrder) {
         EXPECT_THAT(Where(&CNote::selected), IsEmpty());
         EXPECT_THAT(Marked(), testing::UnorderedElementsAre(1, 3, 4, 5)) << c.order;
     }
-    EXPECT_THAT(prompts.shown, ElementsAre(CountMessage(4), CountMessage(4), CountMessage(4)));
+    EXPECT_THAT(prompts.seen, ElementsAre(CountMessage(4), CountMessage(4), CountMessage(4)));
+    EXPECT_THAT(prompts.icons, testing::Each(PromptIcon::Information));
     EXPECT_THAT(progress.standBy,
                 ElementsAre("Searching Notes....", "", "Searching Notes....", "", "Searching Notes....", ""));
 }
@@ -114,7 +115,7 @@ TEST_F(SearchBoxTest, MarksAndFlagsTheHitsAmongTheCurrentNotesAndKeepsTheOthers)
     EXPECT_THAT(Marked(), ElementsAre(2));
     EXPECT_EQ(Run("AND", SearchScope::CurrentNotes), SearchOutcome::Done);
     EXPECT_THAT(Marked(), IsEmpty());
-    EXPECT_THAT(prompts.shown, ElementsAre(CountMessage(2), CountMessage(1), CountMessage(3)));
+    EXPECT_THAT(prompts.seen, ElementsAre(CountMessage(2), CountMessage(1), CountMessage(3)));
     EXPECT_EQ(list.search.searchText, "");
 }
 
@@ -128,7 +129,7 @@ TEST_F(SearchBoxTest, TakesShowAllAsEveryNoteOfTheDatabaseAndAsAWordAmongTheCurr
     EXPECT_EQ(Run("showall", SearchScope::Database), SearchOutcome::Done);
     EXPECT_THAT(Marked(), ElementsAre(5));
     EXPECT_EQ(Run("AND", SearchScope::Database), SearchOutcome::Done);
-    EXPECT_THAT(prompts.shown, ElementsAre(CountMessage(1), CountMessage(5), CountMessage(1), CountMessage(0)));
+    EXPECT_THAT(prompts.seen, ElementsAre(CountMessage(1), CountMessage(5), CountMessage(1), CountMessage(0)));
 }
 
 TEST_F(SearchBoxTest, GivesTheSameBesideTheThreadOfTheCaller) {
@@ -156,7 +157,7 @@ TEST_F(SearchBoxTest, LeavesTheListAsItWasWhenStopped) {
     EXPECT_EQ(Run("lamp", SearchScope::Database, kDateAddedDown), SearchOutcome::Cancelled);
     EXPECT_THAT(Ids(), ElementsAre(4, 2));
     EXPECT_THAT(Where(&CNote::newlyAdded), IsEmpty());
-    EXPECT_THAT(prompts.shown, IsEmpty());
+    EXPECT_THAT(prompts.seen, IsEmpty());
     EXPECT_THAT(progress.standBy, ElementsAre("Searching Notes....", ""));
 }
 
@@ -168,7 +169,7 @@ TEST_F(SearchBoxTest, DoesNothingForAnEmptyBoxAndOnlyClearsForAnInvalidText) {
     EXPECT_EQ(Run("ORLAND", SearchScope::Database), SearchOutcome::Invalid);
     EXPECT_THAT(Marked(), IsEmpty());
     EXPECT_THAT(Where(&CNote::newlyAdded), IsEmpty());
-    EXPECT_EQ(prompts.shown.size(), 2U);
+    EXPECT_EQ(prompts.seen.size(), 2U);
     EXPECT_EQ(progress.standBy.size(), 2U);
 }
 

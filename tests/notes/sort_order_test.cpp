@@ -1,7 +1,9 @@
 #include "notes/sort_order.h"
 
 #include <algorithm>
+#include <array>
 #include <gmock/gmock.h>
+#include <map>
 #include <random>
 
 namespace lore {
@@ -9,18 +11,22 @@ namespace {
 
 using testing::ElementsAre;
 
-ListedNote Note(int32_t id, const DateTime& created = DateTime(2011, 7, 12), const Citations& citations = {}) {
+using Paths = std::array<CProCategoryTree, kSetCount>;
+
+ListedNote Note(int32_t id, const DateTime& created = DateTime(2011, 7, 12), const Citations& citations = {},
+                const Paths& paths = {}) {
     auto note = std::make_shared<CNote>();
     note->id = id;
     note->dateCreated = created;
     note->dateEdited = created;
+    note->categories = paths;
     return {std::move(note), std::make_shared<Citations>(citations)};
 }
 
 ListedNote Filed(int32_t id, const CProCategoryTree& path, int set = 1) {
-    ListedNote entry = Note(id);
-    entry.note->categories[static_cast<size_t>(set - 1)] = path;
-    return entry;
+    Paths paths;
+    paths[static_cast<size_t>(set - 1)] = path;
+    return Note(id, DateTime(2011, 7, 12), {}, paths);
 }
 
 CProCategoryTree Path(std::vector<std::pair<int32_t, std::string>> nodes) {
@@ -44,11 +50,9 @@ std::vector<int32_t> SortedIds(const std::vector<ListedNote>& notes, int32_t sor
 /// The selection as it is told, without any speed.
 std::vector<int32_t> SelectedIds(const std::vector<ListedNote>& notes, int32_t sortId) {
     const bool descending = sortId >= 800;
-    ListedNote limit = Note(0, descending ? DateTime(1900, 1, 1, 1, 1, 1) : DateTime(2099, 1, 1, 1, 1, 1));
     const std::string name = descending ? "" : std::string(23, 'z');
-    limit.note->categories[0] = CProCategoryTree(21122112, name);
-    if (!descending)
-        limit.citations = std::make_shared<Citations>(Citations{name});
+    const ListedNote limit = Note(0, descending ? DateTime(1900, 1, 1, 1, 1, 1) : DateTime(2099, 1, 1, 1, 1, 1),
+                                  descending ? Citations() : Citations{name}, {CProCategoryTree(21122112, name)});
     const auto replaces = [&](const ListedNote& note, const ListedNote& best) {
         return descending ? CompareNotes(note, best, sortId) : CompareNotes(best, note, sortId);
     };
@@ -110,14 +114,20 @@ private:
             const std::string last(23, 'z');
             citations.push_back(Choose<std::string>({"", "Adams", "adams", "b", "\xC4 x", "\xE4 x", last, last + "z"}));
         }
-        ListedNote note = Note(id, Date(odd), citations);
+        Paths paths;
+        std::ranges::generate(paths, [&] { return RandomPath(odd); });
+        ListedNote note = Note(id, Date(odd), citations, paths);
         note.note->dateEdited = Date(odd);
-        for (CProCategoryTree& path : note.note->categories)
-            path = RandomPath(odd);
+        if (note.sortPath && random_() % 2 == 0)
+            note.sortPath = sharedPaths_.try_emplace(note.sortPath->Identity(), note.sortPath).first->second;
+        if (random_() % 2 == 0)
+            note.citations = sharedCitations_.try_emplace(citations, note.citations).first->second;
         return note;
     }
 
     std::mt19937 random_;
+    std::map<std::string, std::shared_ptr<const CProCategoryTree>> sharedPaths_;
+    std::map<Citations, std::shared_ptr<const Citations>> sharedCitations_;
 };
 
 TEST(SortOrder, IsThatOfTheSelectionForRandomLists) {
@@ -171,9 +181,8 @@ TEST(SortOrder, LeavesWhatNoOrderReachesBehindTheOthersInListOrder) {
 }
 
 TEST(SortOrder, TakesThePathOfTheFirstSetThatHasOne) {
-    ListedNote second = Filed(1, Path({{5, "beta"}}), 2);
-    ListedNote both = Filed(2, Path({{6, "gamma"}}), 1);
-    both.note->categories[1] = Path({{7, "alpha"}});
+    const ListedNote second = Filed(1, Path({{5, "beta"}}), 2);
+    const ListedNote both = Note(2, DateTime(2011, 7, 12), {}, {Path({{6, "gamma"}}), Path({{7, "alpha"}})});
     const std::vector<ListedNote> notes = {both, second, Filed(3, Path({{-1, "alpha"}})),
                                            Filed(4, Path({{8, "Beta"}}))};
     EXPECT_THAT(SortedIds(notes, kCategoryUp), ElementsAre(3, 1, 4, 2));

@@ -1,0 +1,18 @@
+#include "notes/note_list_entry.h"
+
+#include <algorithm>
+
+namespace lore {
+
+const CProCategoryTree* FindSortPath(const CNote& note) {
+    const auto found =
+        std::find_if(note.categories.begin(), note.categories.end(), [](const auto& path) { return path.id > 0; });
+    return found == note.categories.end() ? nullptr : &*found;
+}
+
+std::shared_ptr<const CProCategoryTree> CopySortPath(const CNote& note) {
+    const CProCategoryTree* const path = FindSortPath(note);
+    return path ? std::make_shared<const CProCategoryTree>(*path) : nullptr;
+}
+
+}  // namespace lore
