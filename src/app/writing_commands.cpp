@@ -374,7 +374,7 @@ EditNoteSession WritingCommands::ContinueNote(const UnsavedNote& unsaved) {
 
 std::string WritingCommands::CapturedText(const ClipboardText& clipboard) const {
     const NewTextLook look = TextLook();
-    std::string rtf = CleanText(clipboard.rtf);
+    std::string rtf = CleanRtf(clipboard.rtf);
     if (!PlainText(rtf).empty())
         return rtf;
     if (!Trim(clipboard.html).empty())

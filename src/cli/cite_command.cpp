@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "bibliography/citation.h"
+#include "bibliography/source_types.h"
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
@@ -56,6 +57,7 @@ public:
             app.add_option("SOURCEID", ids_, "Sources by number; all when none is given")->transform(DecimalNumber());
         app.add_option("--style", style_, "A citation style by number, for this run only")
             ->type_name("N")
+            ->check(CLI::Range(0, kStyleCount - 1))
             ->transform(DecimalNumber());
         app.add_option("--width", width_, "Also wrapped for this width in characters")
             ->type_name("W")

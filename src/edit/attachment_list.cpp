@@ -49,6 +49,14 @@ bool AttachmentList::AddFile(const std::string& path) {
                          PromptIcon::Warning);
         return false;
     }
+    if (CleanText(path) != path) {
+        prompts_.Message(
+            "The name of this file, or of one of its folders, holds a character that no note can store. "
+            "Please give it another name:\n\n" +
+                CleanText(FromUtf8(ToUtf8(path))),
+            "Invalid Attachment", PromptIcon::Warning);
+        return false;
+    }
     EditedAttachment item;
     item.record.title = CleanText(FromUtf8(ToUtf8(std::filesystem::path(path).filename().string())));
     item.record.sourceFile = path;

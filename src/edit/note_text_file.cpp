@@ -41,7 +41,7 @@ FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& lo
     const FileResult result = ReadFileOrStream(file, bytes);
     const std::string ending = ToLower(file.extension().string());
     if (ending == ".rtf")
-        rtf = CleanText(bytes);
+        rtf = CleanRtf(bytes);
     else if (ending == ".html" || ending == ".htm")
         rtf = WriteRtf(ReadHtml(WithoutUtf16(std::move(bytes)), {look.font, look.half_points}));
     else

@@ -20,6 +20,10 @@ std::string PlainText(std::string_view rtf);
 /// The same into `text`, whose room is used again: for many texts in a row.
 void PlainText(std::string_view rtf, std::string& text);
 
+/// RTF as it comes from a file or a clipboard, for a record: without the bytes that would cut one (see CleanText). Data
+/// of \bin, which may hold such bytes and are counted, become hex digits.
+std::string CleanRtf(std::string_view bytes);
+
 /// The text as the edit control gives it: "\r\n" for each line feed.
 std::string WithCrLf(std::string_view plain_text);
 

@@ -19,6 +19,12 @@
 namespace lore {
 namespace {
 
+/// The setting may hold any number.
+Appearance KnownAppearance(Appearance appearance) {
+    const bool isKnown = appearance == Appearance::Light || appearance == Appearance::Dark;
+    return isKnown ? appearance : Appearance::System;
+}
+
 constexpr char kPortalService[] = "org.freedesktop.portal.Desktop";
 constexpr char kPortalPath[] = "/org/freedesktop/portal/desktop";
 constexpr char kPortalInterface[] = "org.freedesktop.portal.Settings";
@@ -114,7 +120,8 @@ QPalette PaletteOf(const ThemeColors& colors) {
 
 }  // namespace
 
-Theme::Theme(QApplication& application, Appearance appearance) : application_(application), appearance_(appearance) {
+Theme::Theme(QApplication& application, Appearance appearance)
+    : application_(application), appearance_(KnownAppearance(appearance)) {
     const QPalette desktop = application.palette();
     systemDark_ = desktop.color(QPalette::Window).lightness() < desktop.color(QPalette::WindowText).lightness();
     application.setStyle(new FlatStyle(*this));
@@ -125,7 +132,7 @@ Theme::Theme(QApplication& application, Appearance appearance) : application_(ap
 }
 
 void Theme::SetAppearance(Appearance appearance) {
-    appearance_ = appearance;
+    appearance_ = KnownAppearance(appearance);
     Apply();
 }
 

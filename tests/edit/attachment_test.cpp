@@ -41,6 +41,14 @@ TEST_F(AttachmentTest, SeveralFilesAreAddedOnceEach) {
     EXPECT_EQ(prompts.seen[1], "Invalid Attachment: File is already attached, or it is an invalid file.");
 }
 
+TEST_F(AttachmentTest, ANameThatWouldCutTheNoteIsRefused) {
+    EXPECT_FALSE(list.AddFile(File("big\x1Aone.txt")));
+    ASSERT_EQ(prompts.seen.size(), 1u);
+    EXPECT_THAT(prompts.seen[0], testing::StartsWith("Invalid Attachment: "));
+    EXPECT_THAT(prompts.seen[0], testing::EndsWith("bigone.txt"));
+    EXPECT_TRUE(list.Items().empty());
+}
+
 TEST_F(AttachmentTest, OnlyPicturesShowOnTheBoard) {
     list.AddFile(File("tower.PNG"));
     list.AddFile(File("letter.rtf"));

@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <string>
+#include <utility>
 
 #include "rtf/rtf.h"
 #include "rtf/rtf_check.h"
@@ -170,6 +172,23 @@ TEST(RtfText, ReadsTheFirstSixtyCodePagesOfAFileAndTheRestAsWestern) {
         }
         EXPECT_EQ(PlainText(rtf + "}" + used + "\\f0\\'cf}"), expected + text);
     }
+}
+
+TEST(CleanRtf, BinaryDataKeepTheirPlaceWithoutTheBytesThatCutARecord) {
+    using namespace std::string_literals;
+    const std::string binary = "\0}\x1A\\"s;
+    const std::pair<std::string, std::string> cases[] = {
+        {"{\\rtf1 a\0b\x1A{\\pict\\picw10\\bin4 "s + binary + "}c}", "{\\rtf1 ab{\\pict\\picw10 007d1a5c}c}"},
+        {"{\\rtf1\\bin2 ab\\bin1 \x1Ax}", "{\\rtf1 6162 1ax}"},
+        {"{\\rtf1\\bin0 a\\bin99 \0b}"s, "{\\rtf1\\bin0 a\\bin99 b}"},
+        {"{\\rtf1 bin\\'1a\0\\bing4 x}"s, "{\\rtf1 bin\\'1a\\bing4 x}"},
+    };
+    for (const auto& [bytes, wanted] : cases)
+        EXPECT_EQ(CleanRtf(bytes), wanted);
+    const Document document = ReadRtf(CleanRtf("{\\rtf1 a{\\pict\\pngblip\\bin4 " + binary + "}c}"));
+    ASSERT_EQ(document.pictures.size(), 1U);
+    EXPECT_EQ(document.pictures[0].bytes, binary);
+    EXPECT_TRUE(document.text.starts_with('a') && document.text.ends_with('c')) << document.text;
 }
 
 }  // namespace

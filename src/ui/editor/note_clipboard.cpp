@@ -106,7 +106,7 @@ std::unique_ptr<QMimeData> CopyOf(const Document& document, const NoteFormats& f
 std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, int widest) {
     std::optional<Document> pasted;
     if (const QByteArray rtf = RtfIn(mime); !rtf.isEmpty()) {
-        pasted = ReadRtf(CleanText(rtf.toStdString()));
+        pasted = ReadRtf(CleanRtf(rtf.toStdString()));
     } else if (mime.hasHtml()) {
         const CharFormat look = formats.Default();
         const auto convert = [widest](const std::string& bytes) {
