@@ -54,7 +54,9 @@ void AgentTray::SetWanted(bool wanted) {
 }
 
 void AgentTray::SetWaiting(int count) {
-    icon_.setToolTip(count == 0 ? tr("Lorebinder Agent") : tr("Lorebinder Agent: %n reminder(s)", nullptr, count));
+    icon_.setToolTip(
+        count == 0 ? tr("Lorebinder Agent")
+                   : tr("Lorebinder Agent: %n reminder(s)", nullptr, count).replace("(s)", count == 1 ? "" : "s"));
 }
 
 void AgentTray::Tell(const QString& text) {

@@ -1,5 +1,7 @@
 #include "ui/dialog_frame.h"
 
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -10,6 +12,7 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <functional>
@@ -134,22 +137,45 @@ DialogFrame::DialogFrame(const QString& title, const char* place, SettingsStore&
 }
 
 QPushButton* DialogFrame::AddButton(const QString& text) {
-    auto* const button = new QPushButton(text, this);
-    button->setAutoDefault(false);
+    QPushButton* const button = NewButton(text);
     mainRow_->addWidget(button);
     return button;
 }
 
 QPushButton* DialogFrame::AddSideButton(const QString& text) {
-    auto* const button = new QPushButton(text, this);
-    button->setAutoDefault(false);
+    QPushButton* const button = NewButton(text);
     sideRow_->insertWidget(sideButtons_++, button);
     return button;
+}
+
+QPushButton* DialogFrame::NewButton(const QString& text) {
+    auto* const button = new QPushButton(text, this);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::pressed, this, &DialogFrame::TakeWhatIsTyped);
+    return button;
+}
+
+/// Keys press a button while a date or a number is being typed in a field, which would have told of it when it lost the
+/// focus.
+void DialogFrame::TakeWhatIsTyped() {
+    if (auto* const field = qobject_cast<QAbstractSpinBox*>(focusWidget()))
+        field->interpretText();
 }
 
 void DialogFrame::SetMainButton(QPushButton* button) {
     main_ = button;
     button->setDefault(true);
+}
+
+void DialogFrame::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return QDialog::keyPressEvent(event);
+    QWidget* const focus = focusWidget();
+    if (qobject_cast<QPushButton*>(focus) || qobject_cast<QToolButton*>(focus))
+        return static_cast<QAbstractButton*>(focus)->click();
+    if (qobject_cast<QAbstractItemView*>(focus))
+        return event->accept();  // it has had its key
+    QDialog::keyPressEvent(event);
 }
 
 void DialogFrame::done(int result) {

@@ -15,8 +15,9 @@ namespace lore {
 class Theme;
 
 /// What all dialogs share: content above a row of buttons, all distances multiples of kSpace. Esc cancels, Ctrl+Enter
-/// is the main button, and the dialog opens where and as large as it was closed, but no larger than the screen. Content
-/// that needs more than the screen has is scrolled; the buttons stay in sight.
+/// is the main button, Enter the button or the row that has the focus, else the main button. The dialog opens where and
+/// as large as it was closed, but no larger than the screen. Content that needs more than the screen has is scrolled;
+/// the buttons stay in sight.
 class DialogFrame : public QDialog {
     Q_OBJECT
 
@@ -42,8 +43,11 @@ protected:
     QSize LargestSize() const;
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    QPushButton* NewButton(const QString& text);
+    void TakeWhatIsTyped();
     QSize LargestContent() const;
     void FoldButtons();
     void ShowAllThatCanBe();

@@ -20,6 +20,10 @@ namespace {
 /// Of a name or an address that is seen as a whole.
 constexpr int kNameChars = 50;
 
+/// A question may come up under the fingers of somebody who types: a blank or Enter changes nothing then. Where there
+/// is a third answer, Yes is the one that keeps what there is.
+constexpr QMessageBox::StandardButton kSafeAnswer = QMessageBox::No;
+
 QMessageBox::Icon IconOf(PromptIcon icon) {
     switch (icon) {
         case PromptIcon::Information:
@@ -36,12 +40,13 @@ QMessageBox::Icon IconOf(PromptIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-/// "Text (*.lbe) |*.lbe|" as Qt takes it: "Text (*.lbe);;...".
+/// "Text (*.lbe) |*.lbe|" as Qt takes it: "Text (*.lbe);;...". Names without a point are files as well.
 QString QtFilter(const std::string& filter) {
     const QStringList parts = ToQString(filter).split('|');
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
-        filters.append(parts[i].section('(', 0, 0).trimmed() + " (" + QString(parts[i + 1]).replace(';', ' ') + ")");
+        filters.append(parts[i].section('(', 0, 0).trimmed() + " (" +
+                       QString(parts[i + 1]).replace("*.*", "*").replace(';', ' ') + ")");
     return filters.join(";;");
 }
 
@@ -70,6 +75,7 @@ PromptAnswer QtPrompts::Ask(const std::string& text, const std::string& title, b
     QMessageBox box(QMessageBox::Question, ToQString(title), ToQString(text), buttons, Owner());
     box.setTextFormat(Qt::PlainText);
     box.setEscapeButton(withCancel ? QMessageBox::Cancel : QMessageBox::No);
+    box.setDefaultButton(withCancel ? QMessageBox::Yes : kSafeAnswer);
     switch (box.exec()) {
         case QMessageBox::Yes:
             return PromptAnswer::Yes;
@@ -101,6 +107,7 @@ PromptAnswer QtPrompts::AskWithBox(const std::string& text, const std::string& t
                        Owner());
     window.setTextFormat(Qt::PlainText);
     window.setEscapeButton(QMessageBox::No);
+    window.setDefaultButton(kSafeAnswer);
     QCheckBox* const check = new QCheckBox(ToQString(box), &window);
     window.setCheckBox(check);
     const int answer = window.exec();

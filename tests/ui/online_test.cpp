@@ -204,7 +204,7 @@ private slots:
                 QTRY_COMPARE(prompts_.seen.size(), 4u);
                 QTRY_COMPARE(list->selectedItems().size(), 1);
                 QCOMPARE(list->selectedItems().first()->text(), QString("Lamps & lenses"));
-                QTest::keyClick(&choice, Qt::Key_Return);
+                QTest::keyClick(choice.focusWidget(), Qt::Key_Return);
                 QVERIFY(!choice.isVisible());
             });
             QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);

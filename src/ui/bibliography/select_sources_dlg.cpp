@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -197,7 +196,8 @@ void CSelectSourcesDlg::ShowList(const Side& side, const SourceList& sources) {
     side.model->Reset();
     side.list->SelectRow(row < 0 ? -1 : std::min(row, static_cast<int>(sources.Count()) - 1));
     side.count->setText(QString::number(sources.Count()));
-    side.count->setAccessibleName(tr("%n source(s)", nullptr, static_cast<int>(sources.Count())));
+    side.count->setAccessibleName(
+        tr("%n source(s)", nullptr, static_cast<int>(sources.Count())).replace("(s)", sources.Count() == 1 ? "" : "s"));
 }
 
 void CSelectSourcesDlg::ShowLists() {
@@ -210,14 +210,6 @@ void CSelectSourcesDlg::ShowLists() {
     for (QWidget* const control :
          {static_cast<QWidget*>(style_), static_cast<QWidget*>(indent_), static_cast<QWidget*>(authors_)})
         control->setEnabled(!selection_.Individual());
-}
-
-void CSelectSourcesDlg::keyPressEvent(QKeyEvent* event) {
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    // In a list Enter moves its source.
-    if (isEnter && qobject_cast<QAbstractItemView*>(focusWidget()))
-        return event->accept();
-    DialogFrame::keyPressEvent(event);
 }
 
 }  // namespace lore

@@ -24,9 +24,6 @@ public:
     /// All outlive the dialog.
     CSelectSourcesDlg(SourceSelection& selection, const Theme& theme, SettingsStore& store, QWidget* parent);
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     /// One of the two lists with what stands above and below it.
     struct Side {

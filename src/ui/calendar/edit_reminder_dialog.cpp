@@ -7,6 +7,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QTextCursor>
+#include <algorithm>
 
 #include "base/text.h"
 #include "calendar/day_reminders.h"
@@ -135,20 +137,31 @@ void EditReminderDialog::Connect() {
     connect(date_, &QDateEdit::dateChanged, this, changed);
     connect(time_, &QTimeEdit::timeChanged, this, changed);
     connect(provider_, &QComboBox::activated, this, [this](int row) { model_.SetProvider(row); });
-    connect(message_, &QPlainTextEdit::textChanged, this, [this] {
-        model_.SetMessage(CleanText(FromQString(message_->toPlainText())));
-        const QString kept = ToQString(model_.Message());
-        if (kept.size() < message_->toPlainText().size()) {
-            const QSignalBlocker quiet(message_);
-            message_->setPlainText(kept);
-            message_->moveCursor(QTextCursor::End);
-        }
-        left_->setText(tr("%1 of %2 characters").arg(CharacterCount(model_.Message())).arg(model_.MessageLimit()));
-    });
+    connect(message_, &QPlainTextEdit::textChanged, this, &EditReminderDialog::TakeMessage);
     connect(test_, &QPushButton::clicked, this, [this] {
         TakeFields();
         model_.SendTestMessage();
     });
+}
+
+/// How much of the message has no room.
+qsizetype EditReminderDialog::SetMessage() {
+    const QString typed = message_->toPlainText();
+    model_.SetMessage(CleanText(FromQString(typed)));
+    return typed.size() - ToQString(model_.Message()).size();
+}
+
+void EditReminderDialog::TakeMessage() {
+    if (const qsizetype over = SetMessage(); over > 0) {
+        const QSignalBlocker quiet(message_);
+        // What came in last stands before the caret, and goes again.
+        QTextCursor last = message_->textCursor();
+        last.setPosition(static_cast<int>(std::max<qsizetype>(0, last.position() - over)), QTextCursor::KeepAnchor);
+        last.removeSelectedText();
+        if (SetMessage() > 0)
+            message_->setPlainText(ToQString(model_.Message()));
+    }
+    left_->setText(tr("%1 of %2 characters").arg(CharacterCount(model_.Message())).arg(model_.MessageLimit()));
 }
 
 void EditReminderDialog::ShowType() {

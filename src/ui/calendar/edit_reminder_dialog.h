@@ -30,6 +30,8 @@ private:
     void MakeAddress(QFormLayout* form);
     void Connect();
     void Lock();
+    qsizetype SetMessage();
+    void TakeMessage();
     void ShowType();
     void ShowTime();
     void TakeFields();

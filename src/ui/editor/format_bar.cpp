@@ -181,6 +181,7 @@ void FormatBar::AddSizes() {
     sizes_->setObjectName("sizeList");
     sizes_->setEditable(true);
     sizes_->setInsertPolicy(QComboBox::NoInsert);
+    sizes_->setCompleter(nullptr);  // a 7 is no 72
     for (const int size : kSizes)
         sizes_->addItem(QString::number(size));
     AddCombo(sizes_, tr("Font size"), 4);

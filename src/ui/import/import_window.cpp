@@ -100,7 +100,7 @@ void ImportWindow::MakeList() {
     empty_ = new EmptyLine(*list_);
     connect(list_, &QTreeWidget::itemChanged, this, &ImportWindow::Ticked);
     connect(list_, &QTreeWidget::currentItemChanged, this, &ImportWindow::UpdateActions);
-    connect(list_, &QTreeWidget::itemDoubleClicked, this, &ImportWindow::EditNote);
+    connect(list_, &QTreeWidget::itemActivated, this, &ImportWindow::EditNote);
     Content()->addWidget(list_, 1);
 }
 

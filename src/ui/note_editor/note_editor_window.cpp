@@ -344,9 +344,11 @@ void NoteEditorWindow::RunSpellTimer(bool starts) {
 }
 
 void NoteEditorWindow::keyPressEvent(QKeyEvent* event) {
-    // Enter in a field saves nothing; Ctrl+Enter does.
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-        QDialog::keyPressEvent(event);
+        return QDialog::keyPressEvent(event);
+    // Enter in a field saves nothing; Ctrl+Enter does.
+    if (auto* const button = qobject_cast<QPushButton*>(focusWidget()))
+        button->click();
 }
 
 }  // namespace lore

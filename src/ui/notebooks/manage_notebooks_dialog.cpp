@@ -60,7 +60,7 @@ ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme
     SetMainButton(change);
     connect(change, &QPushButton::clicked, this, &QDialog::accept);
     connect(AddButton(tr("E&xit")), &QPushButton::clicked, this, &QDialog::reject);
-    connect(list_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
+    connect(list_, &QListWidget::itemActivated, this, &QDialog::accept);
     // As shortcuts, since a list takes keys that have a text for its search.
     connect(new QShortcut(QKeySequence::Delete, list_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
             this, &ManageNoteBooksDialog::Delete);

@@ -45,7 +45,7 @@ CSelectOnlineNoteBookDlg::CSelectOnlineNoteBookDlg(OnlineNoteBookChoice& choice,
     connect(ok, &QPushButton::clicked, this, &CSelectOnlineNoteBookDlg::TakeChoice);
     connect(AddButton(tr("&Cancel")), &QPushButton::clicked, this, &QDialog::reject);
     connect(create, &QPushButton::clicked, this, &CSelectOnlineNoteBookDlg::Create);
-    connect(list_, &QListWidget::itemDoubleClicked, this, &CSelectOnlineNoteBookDlg::TakeChoice);
+    connect(list_, &QListWidget::itemActivated, this, &CSelectOnlineNoteBookDlg::TakeChoice);
     // Not the current row: a list that gets the focus makes its first row that, which chooses nothing.
     connect(list_, &QListWidget::itemSelectionChanged, this, [this] {
         choice_.Select(list_->selectedItems().isEmpty() ? -1 : list_->row(list_->selectedItems().first()));

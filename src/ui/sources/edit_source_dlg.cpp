@@ -100,6 +100,12 @@ void CEditSourceDlg::EditTypes() {
 
 void CEditSourceDlg::Save() {
     SetTryAgain([this] { Save(); });
+    if (authors_->HasTypedName() &&
+        Asks().Ask(
+            "The name that you have typed isn't an author yet.  It becomes one by \"Add New\".\n\nDo you wish to "
+            "save this source without it?",
+            "Save Without the Name?") != PromptAnswer::Yes)
+        return;
     if (editor_.Save())
         accept();
     else if (editor_.Field(0).empty())

@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <iterator>
 
 #include "ui/empty_line.h"
 #include "ui/qt_text.h"
@@ -158,6 +159,13 @@ void SourceAuthorsPane::ShowName() {
     last_->setText(ToQString(shown.last));
     update_->setEnabled(author != nullptr);
     delete_->setEnabled(author != nullptr);
+}
+
+bool SourceAuthorsPane::HasTypedName() const {
+    const QLineEdit* const fields[] = {first_, middle_, last_};
+    return std::any_of(std::begin(fields), std::end(fields), [](const QLineEdit* field) {
+        return field->isModified() && !field->text().trimmed().isEmpty();
+    });
 }
 
 CAuthor SourceAuthorsPane::TypedName() const {

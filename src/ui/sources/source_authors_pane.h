@@ -20,6 +20,9 @@ public:
     /// Both lists as they are now.
     void Fill();
 
+    /// Whether a name stands in the fields that hasn't become an author.
+    bool HasTypedName() const;
+
     /// Repeats the last step that stored an author.
     void TryAgain();
 

@@ -8,6 +8,7 @@
 #include "ui/qt_text.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
+#include "ui/typed_date_edit.h"
 
 namespace lore {
 
@@ -25,7 +26,7 @@ SourceDateField::SourceDateField(SourceEditor& editor, QWidget* parent)
       has_(new QCheckBox(tr("Dat&e:"), this)),
       yearOnly_(new QCheckBox(tr("Use yea&r only"), this)),
       manual_(new QCheckBox(tr("Enter Date Ma&nually"), this)),
-      picker_(new QDateEdit(this)),
+      picker_(new TypedDateEdit(this)),
       text_(NewTextField(this)) {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

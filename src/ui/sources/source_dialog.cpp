@@ -2,7 +2,6 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QShortcut>
@@ -29,13 +28,6 @@ SourceDialog::SourceDialog(const QString& title, const char* place, const Source
 SourceDialog::~SourceDialog() {
     windows_.commands.ShowFaultsIn(before_);
     faults_.SetBar(nullptr);
-}
-
-void SourceDialog::keyPressEvent(QKeyEvent* event) {
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && qobject_cast<QAbstractItemView*>(focusWidget()))
-        return event->accept();
-    DialogFrame::keyPressEvent(event);
 }
 
 QLabel* MakeFieldLabel(const QString& text, QWidget* buddy, QWidget* parent) {

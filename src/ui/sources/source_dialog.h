@@ -26,8 +26,6 @@ protected:
     Prompts& Asks() const { return windows_.commands.World().prompts; }
     /// What the bar's "Try again" does from here on: a step that writes says it before it writes.
     void SetTryAgain(std::function<void()> again) { again_ = std::move(again); }
-    /// Enter in a list is for the list, not for the main button.
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     const SourceWindows& windows_;
