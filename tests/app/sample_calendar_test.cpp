@@ -1,10 +1,8 @@
 #include "app/sample_calendar.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
 
-#include "app/sample_files.h"
 #include "support/read_world.h"
 
 namespace lore {
@@ -64,16 +62,6 @@ TEST(SampleCalendar, SurvivesWhatIsNoCalendar) {
     ReadWorld world;
     for (const char* text : {"", "{", "[]", "7", R"({"events":7})", R"({"series":[{"weekday":"Someday"}]})"})
         EXPECT_TRUE(ReadSampleCalendar(text, world.context).events.empty()) << text;
-}
-
-TEST(SampleCalendar, FillsTheMonthsAroundNow) {
-    ReadWorld world;
-    const auto calendar = ReadSampleCalendar(SampleFileBytes("events.json"), world.context);
-    const auto inSeries =
-        std::ranges::count_if(calendar.events, [](const auto& event) { return event.Recurring == 1; });
-    EXPECT_EQ(inSeries, 12);
-    EXPECT_EQ(calendar.events.size() - inSeries, 12u);
-    EXPECT_GE(calendar.reminders.size(), 15u);
 }
 
 }  // namespace

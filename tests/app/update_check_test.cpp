@@ -165,9 +165,5 @@ TEST_F(Help, TutorialIsOffUntilAWebPageIsSet) {
     EXPECT_THAT(opened, ElementsAre("https://example.org/videos"));
 }
 
-TEST(About, NamesTheVersionAsUsersKnowIt) {
-    EXPECT_EQ(AboutVersionText(), "<Lorebinder>  -  Version 1.56");
-}
-
 }  // namespace
 }  // namespace lore

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "classify/forest_builder.h"
+#include "support/read_world.h"
 
 namespace lore {
 namespace {
@@ -198,7 +199,8 @@ TEST(OldCategory, IsBoundedOnDamagedRecords) {
 }
 
 TEST(OldCategory, BringsEmptyCategoriesIntoTheForestWithoutNotes) {
-    const std::filesystem::path path = std::filesystem::path(testing::TempDir()) / "Empty1Cats.dat";
+    const TempFolder folder;
+    const std::filesystem::path path = folder / "Empty1Cats.dat";
     RecordWriter writer;
     WriteFixedDouble(&writer, 11.2);
     WriteFixedInt(&writer, 3);
@@ -214,7 +216,7 @@ TEST(OldCategory, BringsEmptyCategoriesIntoTheForestWithoutNotes) {
     EXPECT_EQ(Shape(forest), "5:A(6:New) 7:Root");
     for (const int32_t id : {5, 6, 7})
         EXPECT_TRUE(forest.FindByID(id)->GetNotes(kAllSets).IsEmpty());
-    RemoveFile(path);
+    ASSERT_TRUE(RemoveFile(path).Ok());
     EXPECT_TRUE(LoadEmptyCategories(path, trees).Missing());
     EXPECT_TRUE(trees.empty());
 }

@@ -56,17 +56,6 @@ TEST(KeyWordList, OneKeyWordHasOneEntryWhateverTheFormOfItsLine) {
     EXPECT_EQ(WithoutKeyWord("\xE7\x81\xAF, caf\xC3\xA9", "caf\xE9"), "\xE7\x81\xAF");
 }
 
-TEST(KeyWordList, KeepsCaseApartAndSortsTheLaterOneFirst) {
-    CKeyWordList list;
-    list.AddKeyWordsOfNote("Cat, b, cat, A, a", 1);
-    list.AddKeyWordsOfNote("cat", 2);
-    list.SortKeyWords();
-    EXPECT_EQ(Names(list), "[a][A][b][cat][Cat]");
-    EXPECT_EQ(list.FindByName("cat")->notes, (LongList{1, 2}));
-    list.SortKeyWords();
-    EXPECT_EQ(Names(list), "[A][a][b][Cat][cat]");
-}
-
 TEST(KeyWordList, CountsTheTextInTheEditFieldAsOneNote) {
     CKeyWordList list;
     list.AddKeyWordsOfNote("a,b", 1);

@@ -257,10 +257,6 @@ class Events(FreshTest):
         edge = self.json("events", "--from", f"{YEAR}-01-01", "--to", f"{YEAR}-06-10T23:59:59")
         self.assertEqual(len(edge), 5)
 
-    def test_a_day_that_a_month_lacks_ends_a_series(self):
-        self.assertEqual(len(self.json("event", "add", "--label", "A", "--start", f"{YEAR}-01-31", "--repeat", "monthly",
-                                       "--until", f"{YEAR}-12-31")), 1)
-
     def test_a_locked_folder_and_a_file_that_cannot_be_read_are_left_alone(self):
         ids = self.series()
         before = self.files()

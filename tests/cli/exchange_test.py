@@ -11,7 +11,7 @@ import tempfile
 import time
 import zipfile
 
-from cli_world import WALKS, CliTest, fingerprint, main, number, text, version
+from cli_world import CliTest, fingerprint, main, number, text, version
 from hostile_archives import RECORDS, hostile
 
 MOST_MEMORY = 64 << 20
@@ -66,18 +66,6 @@ class RoundTrip(ExchangeTest):
             self.assertEqual(self.note(ident, source), self.note(after[guid], self.data), guid)
         cited = [[s["FormattedText"] for s in self.json("cite", data=data)] for data in (source, self.data)]
         self.assertLessEqual(set(cited[1]), set(cited[0]))
-        self.expect(0, "check", data=self.data)
-
-    def test_the_same_archive_twice_changes_nothing(self):
-        self.export()
-        self.json("import", str(self.archive), data=self.data)
-        before = fingerprint(self.data / "Data Files")
-        rows = self.json("import", str(self.archive), "--status", data=self.data)
-        self.assertEqual({row["status"] for row in rows}, {"same"})
-        self.assertEqual([row["row"] for row in rows], list(range(1, len(rows) + 1)))
-        self.assertEqual(self.json("import", str(self.archive), data=self.data, status=1)["imported"], 0)
-        self.assertEqual(fingerprint(self.data / "Data Files"), before)
-        self.assertEqual(self.json("import", str(self.archive), "--take", "all", data=self.data)["imported"], len(rows))
         self.expect(0, "check", data=self.data)
 
     def test_export_takes_the_notes_given_in_their_order(self):
@@ -200,19 +188,6 @@ class PlainRecords(ExchangeTest):
             cut = self.top / file.name
             cut.write_bytes(file.read_bytes()[:-1])
             self.expect(0, "dump", cut, says="was not read whole: it ")
-
-
-class Copies(ExchangeTest):
-    def test_a_newer_form_in_the_target_stays(self):
-        data, ident = self.copy("data"), str(self.world.notes[0]["id"])
-        copy = ["copy", "--to", WALKS["name"], ident]
-        there = ["--notebook", WALKS["name"]]
-        made = str(self.json(*copy, data=data)["ids"][0])
-        time.sleep(1.1)
-        self.expect(0, *there, "edit", made, "--keywords", "from there", data=data)
-        self.assertEqual(self.json(*copy, data=data, status=1)["copied"], 0)
-        self.expect(1, *copy, says="newer forms", data=data)
-        self.assertEqual(self.json(*there, "note", made, data=data)["keyWords"], "from there")
 
 
 class Hostile(ExchangeTest):

@@ -192,17 +192,6 @@ class NoteBooks(CliTest):
         self.assertEqual(sorted(s["SourceGUID"] for s in self.json("sources", data=empty)),
                          sorted(s["SourceGUID"] for s in self.json("sources")))
 
-    def test_backups_of_names_that_give_one_file_stand_side_by_side(self):
-        folder = self.json("notebook", "create", "shore walks")["folder"]
-        self.json("copy", "--to", folder, str(self.world.notes[0]["id"]))
-        done = self.json("backup", "--all", "--out", self.top / "kept.lbe")
-        names = [pathlib.Path(file).name for file in done["files"]]
-        self.assertEqual(names, ["kept[ShoreWalks].lbe", f"kept[shorewalks {folder}].lbe", "kept[LorebinderMain].lbe"])
-        for name, notes in zip(names, (2, 1, len(self.world.notes))):
-            there = self.top / name[5:-5]
-            self.expect(0, "import", self.top / name, data=there)
-            self.assertEqual(len(self.json("notes", data=there)), notes)
-
     def test_archives_are_written_through_links_and_over_files_alone(self):
         for command in ("backup", "export"):
             real, link, pipe = (self.top / f"{command}.{kind}" for kind in ("lbe", "link", "pipe"))

@@ -6,7 +6,6 @@ import fcntl
 import json
 import os
 import pathlib
-import re
 import subprocess
 
 from cli_world import FreshTest, fingerprint, main_fresh, number, text, version
@@ -502,63 +501,6 @@ class Writing(FreshTest):
         self.assertEqual([line["categories"][0] for line in self.json("notes")], [["Sea", "Coast"]] * 3)
         kept = [path.read_bytes() for path in (self.book / "Notes").iterdir() if path.name.endswith(".kept")]
         self.assertIn(whole[:-150], kept)
-
-    def test_a_damaged_list_of_categories_is_kept_once_and_told_once(self):
-        note = self.add("One", "--category", "1", "Sea/Coast")
-        file = self.book / "Categories.dat"
-        kept = file.with_name("Categories.dat.kept")
-        damaged = file.read_bytes() + b"junk"
-        for works in (["edit", note, "--category", "1", "Sea/Deep"], ["check", "--repair"]):
-            file.write_bytes(damaged)
-            self.assertIn(b"Categories.dat: the file is short or damaged", self.run_cli("check", status=1).stdout)
-            repairs = works[0] == "check"
-            done = self.run_cli(*works, status=0 if repairs else 3)
-            self.assertEqual(done.stderr.count(b"damaged"), 0 if repairs else 1)
-            self.assertEqual(done.stdout.count(b"Categories.dat: mended:"), int(repairs))
-            self.assertEqual([one.read_bytes() for one in self.book.glob("Categories.dat*kept")], [damaged])
-            kept.unlink()
-            self.assertEqual(self.json("check"), [])
-            self.run_cli("edit", note, "--category", "2", works[0])
-            self.assertFalse(kept.exists())
-
-    def test_repair_gives_a_note_that_another_one_hides_a_number_of_its_own(self):
-        note = self.add("First")
-        day = next((self.book / "Notes").iterdir())
-        other = re.sub(rb"\{[0-9A-Fa-f-]{36}\}", lambda found: b"{00000000" + found[0][9:], day.read_bytes(), count=1)
-        (self.book / "Notes" / "DAY01011999.dat").write_bytes(other.replace(b"First", b"Other"))
-        found = json.loads(self.run_cli("--json", "check", status=1).stdout)
-        self.assertIn("number-shared", [one["kind"] for one in found])
-        mended = self.run_cli("check", "--repair", status=0).stdout.decode()
-        self.assertIn(f"note {note}, hidden by another note of this number, has the number", mended)
-        ids = [line["id"] for line in self.json("notes")]
-        texts = {self.run_cli("note", one, "--text").stdout.strip(): one for one in ids}
-        self.assertEqual(sorted(texts), [b"First", b"Other"])
-        self.assertEqual(texts[b"First"], note)
-        self.assertEqual(self.run_cli("check", "--repair", status=0).stdout, b"")
-        self.assertNotIn(self.add("Third"), ids)
-
-    def test_no_id_is_given_twice_where_the_counters_are_at_their_end(self):
-        last = 2147483647
-        first = self.add("One", "--category", "1", "Sea")
-        settings = self.data / "settings.ini"
-        lines = settings.read_text().splitlines()
-        counters = ("MaxNoteID", "MaxAuthorID", "MaxCategoryID")
-        self.assertEqual(sum(line.split("=")[0] in counters for line in lines), 3)
-        settings.write_text("".join((f"{line.split('=')[0]}={last}" if line.split("=")[0] in counters else line) + "\n"
-                                    for line in lines))
-        notes = [first] + [self.add(text) for text in ("Two", "Three", "Four")]
-        self.assertEqual(sorted(line["id"] for line in self.json("notes")), sorted(notes))
-        for note, name in zip(notes, ("A", "B", "C", "D")):
-            self.run_cli("edit", note, "--category", "2", name)
-        made = {root["name"]: root for root in self.json("categories")}
-        self.assertEqual([made[name]["notes2"] for name in "ABCD"], [1, 1, 1, 1])
-        self.assertEqual(len({root["id"] for root in made.values()}), len(made))
-        sources = json.dumps({"authors": [{"AuthorID": 1, "last": "Beam"}, {"AuthorID": 2, "last": "Lamp"}],
-                              "sources": [{"AuthorIDs": [2, 1], "FieldTexts": ["A Book"]}]})
-        self.json("source", "add", "--file", self.file("s.json", sources))
-        names = {author["AuthorID"]: author["last"] for author in self.json("authors")}
-        self.assertEqual([names[number] for number in self.json("sources")[0]["AuthorIDs"]], ["Lamp", "Beam"])
-        self.assertEqual(self.json("check"), [])
 
     def test_a_second_writer_waits_its_turn(self):
         note = self.add()

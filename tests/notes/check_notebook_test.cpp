@@ -170,13 +170,5 @@ TEST_F(CheckedNoteBook, IsCheckedWithAllOthersOfTheDataRoot) {
     EXPECT_THAT(files, testing::ElementsAre("Databases.dat", "0000002.txt", "a.dat"));
 }
 
-TEST_F(CheckedNoteBook, FindsEveryCutOfANoteFile) {
-    const std::string bytes = disk.Bytes("SRC0000001011.dat");
-    for (size_t length = 0; length < bytes.size(); length += 7) {
-        PutBytes(disk.paths.NoteFile("SRC0000001011.dat"), bytes.substr(0, length));
-        EXPECT_THAT(Findings(), testing::Contains("damaged-file SRC0000001011.dat: the file is short or damaged"));
-    }
-}
-
 }  // namespace
 }  // namespace lore

@@ -40,27 +40,14 @@ TEST(NoteIndex, GivesNoIdTwice) {
     EXPECT_EQ(last, 9);
 }
 
-TEST(NoteIndex, AnIdStandsInOneFileOnly) {
-    NoteIndex index;
-    index.AddToIndex("a", 1);
-    index.AddToIndex("b", 1);
-    index.AddToIndex("b", LongList({0, -1}));
-    EXPECT_EQ(*index.FindPath(1), "a");
-    EXPECT_EQ(index.Count(), 1u);
-    index.RemoveFromIndex(1);
-    EXPECT_TRUE(index.Entries().empty());
-    index.AddToIndex("b", 1);
-    EXPECT_EQ(*index.FindPath(1), "b");
-}
-
 TEST(NoteIndex, BehavesAsPlainListsUnderRandomChanges) {
     std::mt19937 random(7);
     NoteIndex index;
     std::vector<std::vector<int32_t>> model(5);
     for (int step = 0; step < 20000; ++step) {
-        const auto id = static_cast<int32_t>(random() % 200 + 1);
+        const auto id = static_cast<int32_t>(random() % 202) - 1;
         const size_t file = random() % model.size();
-        bool known = false;
+        bool known = id <= 0;
         for (const auto& ids : model)
             known = known || std::find(ids.begin(), ids.end(), id) != ids.end();
         if (random() % 2 == 0) {
@@ -77,8 +64,13 @@ TEST(NoteIndex, BehavesAsPlainListsUnderRandomChanges) {
     for (const CNoteIDsPath& entry : index.Entries()) {
         EXPECT_EQ(entry.ids.Values(), model[std::stoul(entry.path)]);
         count += entry.ids.Count();
+        for (const int32_t id : entry.ids)
+            EXPECT_EQ(*index.FindPath(id), entry.path);
     }
     EXPECT_EQ(count, index.Count());
+    for (const int32_t id : index.AllIDs())
+        index.RemoveFromIndex(id);
+    EXPECT_TRUE(index.Entries().empty());
 }
 
 TEST(NoteCopies, TheFirstAtHomeShowsElseTheFirstMet) {

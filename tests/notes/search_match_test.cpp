@@ -11,12 +11,6 @@ namespace {
 
 using testing::ElementsAre;
 
-NoteMatcher MatcherFor(const std::string& text) {
-    NoteSearch search;
-    ParseSearchString(text, nullptr, search);
-    return NoteMatcher(search);
-}
-
 std::string Folded(const std::string& utf8) {
     std::string folded;
     AppendFolded(folded, utf8);

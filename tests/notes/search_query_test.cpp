@@ -35,7 +35,7 @@ TEST(SearchQuery, SplitsAtCapitalOperatorsAnywhereInTheText) {
         EXPECT_EQ(search.searchText, c.text);
         EXPECT_EQ(search.searchOperator, c.searchOperator) << c.text;
         EXPECT_EQ(search.searchTerms, c.terms) << c.text;
-        EXPECT_TRUE(prompts.shown.empty()) << c.text;
+        EXPECT_TRUE(prompts.seen.empty()) << c.text;
     }
 }
 
@@ -43,8 +43,9 @@ TEST(SearchQuery, RefusesBothOperatorsWithAMessage) {
     ScriptedPrompts prompts;
     NoteSearch search{kAndOperator, "old", {"old"}};
     EXPECT_FALSE(ParseSearchString("BRANDY OR FISH", &prompts, search));
-    EXPECT_THAT(prompts.shown, ElementsAre("Warning|Invalid Search String|You can only have one type of operator "
-                                           "(AND, OR) in search string."));
+    EXPECT_THAT(prompts.seen, ElementsAre("Invalid Search String: You can only have one type of operator (AND, OR) in "
+                                          "search string."));
+    EXPECT_THAT(prompts.icons, ElementsAre(PromptIcon::Warning));
     EXPECT_EQ(search.searchText, "");
     EXPECT_EQ(search.searchOperator, kNoOperator);
     EXPECT_TRUE(search.searchTerms.empty());

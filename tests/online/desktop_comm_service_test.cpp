@@ -167,24 +167,6 @@ TEST_F(Service, TellsSuccessWithoutResultFromEveryFailure) {
     EXPECT_EQ(Proxy().ValidateUserSyncGUID("\x01").error, SoapError::RequestBody);
 }
 
-TEST_F(Service, TakesNoPartOfAReplyForAReply) {
-    const std::string body =
-        Response("GetNoteBookInfo", "<GetNoteBookInfoResult><databaseID>5</databaseID></GetNoteBookInfoResult>");
-    const std::string forms[] = {
-        "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body,
-        "HTTP/1.1 200 OK\r\n\r\n" + body};
-    for (const std::string& whole : forms) {
-        server_.Add(HttpAnswer{whole});
-        ASSERT_TRUE(Proxy().GetNoteBookInfo(1).result);
-        for (size_t cut = 0; cut < whole.size(); ++cut) {
-            server_.Add(HttpAnswer{whole.substr(0, cut)});
-            const auto called = Proxy().GetNoteBookInfo(1);
-            EXPECT_EQ(called.error, SoapError::Reply) << cut;
-            EXPECT_FALSE(called.result) << cut;
-        }
-    }
-}
-
 /// Notes what a request asks of the time, and has no reply.
 class NotedTime : public HttpTransport {
 public:

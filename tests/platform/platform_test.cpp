@@ -1,6 +1,5 @@
 #include <QCommandLineParser>
 #include <csignal>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <set>
 #include <string_view>
@@ -14,6 +13,7 @@
 #include "platform/program_arguments.h"
 #include "platform/system_sources.h"
 #include "support/read_world.h"
+#include "support/set_variable.h"
 
 namespace lore {
 namespace {
@@ -138,14 +138,11 @@ TEST_F(Platform, SettingsThatCanNotBeReadAreToldAndStay) {
 }
 
 TEST_F(Platform, SettingsAreStoredWithoutAFolderForTemporaryFiles) {
-    const char* const set = std::getenv("TMPDIR");
-    const std::string usual = set ? set : "";
-    ::setenv("TMPDIR", (folder_ / "none").c_str(), 1);
+    const SetVariable temporary("TMPDIR", (folder_ / "none").string());
     IniStore store(folder_ / "s.ini");
     // Bytes of a text may have two forms; what comes back is compared with what it means.
     store.Set("Options", "Email", "\xC3\xA9, \"x\"");
     EXPECT_TRUE(store.Flush()) << store.Failure().reason;
-    set ? ::setenv("TMPDIR", usual.c_str(), 1) : ::unsetenv("TMPDIR");
     EXPECT_EQ(IniStore(folder_ / "s.ini").Get("Options", "Email"), "\xE9, \"x\"");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 1);
 }
@@ -172,6 +169,7 @@ TEST_F(Platform, AKilledProcessGivesTheLockBack) {
     int ready[2];
     ASSERT_EQ(::pipe(ready), 0);
     const pid_t child = ::fork();
+    ASSERT_NE(child, -1);
     if (child == 0) {
         int error = 0;
         const auto lock = DataLock::Take(folder_.Path(), error);
@@ -179,8 +177,9 @@ TEST_F(Platform, AKilledProcessGivesTheLockBack) {
         ::pause();
         ::_exit(0);
     }
+    ::close(ready[1]);
     char answer = 0;
-    ASSERT_EQ(::read(ready[0], &answer, 1), 1);
+    EXPECT_EQ(::read(ready[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'y');
     int error = 0;
     EXPECT_FALSE(DataLock::Take(folder_.Path(), error));
@@ -188,7 +187,6 @@ TEST_F(Platform, AKilledProcessGivesTheLockBack) {
     ::waitpid(child, nullptr, 0);
     EXPECT_TRUE(DataLock::Take(folder_.Path(), error));
     ::close(ready[0]);
-    ::close(ready[1]);
 }
 
 /// True if each character is the one of the form: X a digit or capital, x a digit or small letter, v one of 8, 9, A, B.
@@ -217,19 +215,15 @@ TEST_F(Platform, GuidsAreUniqueAndHaveTheForm) {
 }
 
 TEST_F(Platform, PlacesFollowTheDesktopsVariables) {
-    ::setenv("XDG_DATA_HOME", "/d", 1);
-    ::setenv("XDG_CONFIG_HOME", "relative", 1);
-    ::setenv("HOME", "/h", 1);
+    const SetVariable data("XDG_DATA_HOME", "/d"), config("XDG_CONFIG_HOME", "relative"), home("HOME", "/h");
     EXPECT_EQ(UserDataRoot(), "/d/Tanner Quay Rigging/Lorebinder");
     EXPECT_EQ(UserSettingsFile(), "/h/.config/TannerQuayRig/Lorebinder.ini");
     EXPECT_TRUE(std::filesystem::exists(ProgramFolder()));
 }
 
 TEST_F(Platform, WhatTheCommandLineDoesNotNameHasItsDefaultPlace) {
-    ::setenv("XDG_DATA_HOME", "/d", 1);
-    ::setenv("XDG_CONFIG_HOME", "/c", 1);
-    ::setenv(kDataVariable, "/parent", 1);
-    ::unsetenv(kSettingsVariable);
+    const SetVariable dataHome("XDG_DATA_HOME", "/d"), configHome("XDG_CONFIG_HOME", "/c");
+    const SetVariable parent(kDataVariable, "/parent"), noSettings(kSettingsVariable);
     const std::string userRoot = UserDataRoot().string(), userSettings = UserSettingsFile().string();
     const struct {
         DefaultPlaces defaults;
@@ -249,7 +243,6 @@ TEST_F(Platform, WhatTheCommandLineDoesNotNameHasItsDefaultPlace) {
         EXPECT_EQ(places.Places().dataRoot, data);
         EXPECT_EQ(places.Places().settingsFile, settings);
     }
-    ::unsetenv(kDataVariable);
 }
 
 }  // namespace

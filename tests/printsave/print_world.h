@@ -61,7 +61,7 @@ protected:
         EXPECT_EQ(run.status, 0) << run.text;
         EXPECT_EQ(run.text, "");
         // To be looked at.
-        if (const char* const shots = std::getenv("LORE_SHOTS")) {
+        if (const char* const shots = std::getenv("LORE_SHOTS_DIR")) {
             std::error_code error;
             std::filesystem::copy_file(folder / name, std::filesystem::path(shots) / name,
                                        std::filesystem::copy_options::overwrite_existing, error);

@@ -5,6 +5,7 @@
 #include "rtf/rtf.h"
 #include "rtf/rtf_check.h"
 #include "rtf/rtf_files.h"
+#include "support/data_files.h"
 
 namespace lore {
 
@@ -83,9 +84,8 @@ TEST(RtfCorpus, SurvivesEachFlippedBit) {
 }
 
 TEST(RtfCorpus, HoldsForWhatFuzzingFound) {
-    const auto folder = std::filesystem::path(LORE_TEST_DATA) / "../../fuzz/corpus/rtf";
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        EXPECT_EQ(WhatIsWrongWith(ReadBytes(entry.path())), "") << entry.path();
+    for (const auto& path : CorpusFiles(LORE_TEST_DATA, "rtf"))
+        EXPECT_EQ(WhatIsWrongWith(ReadBytes(path)), "") << path;
 }
 
 }  // namespace

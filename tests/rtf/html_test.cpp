@@ -1,6 +1,8 @@
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <span>
 #include <string>
+#include <utility>
 
 #include "rtf/html_reader.h"
 #include "rtf/html_style.h"
@@ -8,6 +10,7 @@
 #include "rtf/rtf.h"
 #include "rtf/rtf_check.h"
 #include "rtf/rtf_files.h"
+#include "support/data_files.h"
 
 namespace lore {
 namespace {
@@ -36,6 +39,14 @@ std::string Marked(const std::string& html) {
         marked += '|';
     }
     return marked;
+}
+
+/// Pages and the texts that they give.
+void ExpectTexts(std::span<const std::pair<const char*, const char*>> cases) {
+    for (const auto& [html, text] : cases) {
+        EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
+        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
+    }
 }
 
 TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
@@ -207,10 +218,7 @@ TEST(Html, OddPlacesOfTextAndBreaksKeepTheText) {
                                                          {"a</body", "a"},
                                                          {"</", ""},
                                                          {"<!-- open", ""}};
-    for (const auto& [html, text] : cases) {
-        EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
-        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
-    }
+    ExpectTexts(cases);
     const ParagraphFormat format = ReadHtml("<p dir=RTL align=right>x", kLook).paragraphs[0].format;
     EXPECT_TRUE(format.right_to_left);
     EXPECT_EQ(format.align, ParagraphAlign::kRight);
@@ -225,9 +233,8 @@ TEST(Html, NamesAndAddressesHoldNoControlCharacters) {
 }
 
 TEST(Html, HoldsForWhatFuzzingFound) {
-    const auto folder = std::filesystem::path(LORE_TEST_DATA) / "../../fuzz/corpus/html";
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        EXPECT_EQ(WhatIsWrongWithPage(ReadBytes(entry.path())), "") << entry.path();
+    for (const auto& path : CorpusFiles(LORE_TEST_DATA, "html"))
+        EXPECT_EQ(WhatIsWrongWithPage(ReadBytes(path)), "") << path;
 }
 
 TEST(Html, BytesAreReadAsTheyAre) {
@@ -256,10 +263,7 @@ TEST(Html, NoEncodingThatAPageNamesCostsItsText) {
         {"<meta charset=nobody's>\x93q\x94", "\u201cq\u201d"},
         {"<meta charset=>caf\xe9", "caf\u00e9"},
         {"<p>charset=koi8-r</p>caf\xe9", "charset=koi8-r\ncaf\u00e9"}};
-    for (const auto& [html, text] : cases) {
-        EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
-        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
-    }
+    ExpectTexts(cases);
 }
 
 TEST(Html, CharacterReferencesReadAsInOldPages) {
@@ -274,10 +278,7 @@ TEST(Html, CharacterReferencesReadAsInOldPages) {
         {"&ltb&gt &amp;copy &#38;copy;", "<b> &copy &copy;"},
         // Names above U+00FF need their end, as does what the parser doesn't know.
         {"&hellip &hellip; &apos &sup &notin; &nothing; &no &", "&hellip \u2026 &apos &sup \u2209 &nothing; &no &"}};
-    for (const auto& [html, text] : cases) {
-        EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
-        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
-    }
+    ExpectTexts(cases);
     const Document document =
         ReadHtml("1 &lt 2<a href='http://a/?b=1&copy=2&region=3&reg&amp;c=&#150;'>x&copy=</a>", kLook);
     EXPECT_EQ(document.links, std::vector<std::string>{"http://a/?b=1&copy=2&region=3\u00ae&c=\u2013"});

@@ -1,10 +1,11 @@
 #include "rtf/rtf_files.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <sstream>
+
+#include "support/data_files.h"
 
 namespace lore {
 
@@ -85,13 +86,7 @@ void PutRow(std::ostream& out, const Document& document, const TableRow& row) {
 }  // namespace
 
 std::vector<std::filesystem::path> RtfFiles() {
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(LORE_TEST_DATA) / "rtf")) {
-        if (entry.path().extension() == ".rtf")
-            files.push_back(entry.path());
-    }
-    std::sort(files.begin(), files.end());
-    return files;
+    return FilesIn(std::filesystem::path(LORE_TEST_DATA) / "rtf", ".rtf");
 }
 
 std::string ReadBytes(const std::filesystem::path& path) {
@@ -100,9 +95,10 @@ std::string ReadBytes(const std::filesystem::path& path) {
 }
 
 std::string Expected(const std::filesystem::path& path, const std::string& actual) {
-    if (std::getenv("LORE_REFRESH_EXPECTED") != nullptr)
+    std::string expected = ReadBytes(path);
+    if (expected != actual && std::getenv("LORE_REFRESH_EXPECTED"))
         std::ofstream(path, std::ios::binary) << actual;
-    return ReadBytes(path);
+    return expected;
 }
 
 std::string Describe(const Document& document) {

@@ -9,10 +9,10 @@
 
 namespace lore {
 
-/// The .rtf files of the tests' data folder, by name.
+/// The .rtf files of the tests' data folder, by name; there are some.
 std::vector<std::filesystem::path> RtfFiles();
 std::string ReadBytes(const std::filesystem::path& path);
-/// With LORE_REFRESH_EXPECTED set, writes `actual` as the new expectation; always gives what the file holds then.
+/// What the file holds. With LORE_REFRESH_EXPECTED set, `actual` takes its place: the run after this one expects it.
 std::string Expected(const std::filesystem::path& path, const std::string& actual);
 
 /// All of a document that isn't text, one line a paragraph, run, row, picture and kept group.

@@ -65,11 +65,18 @@ TEST_F(OptionPages, FontsAndGroundGoToTheirOwnSectionsAndRepaint) {
     EXPECT_EQ(font.height, 18);
     font.faceName = "Georgia";
     font.height = 24;
+    font.color = 0x123456;
     page.SetEditFont(font);
-    EXPECT_EQ(page.EditFont().height, 24);
+    EXPECT_EQ(store.Get("EditTextFont", "Red"), "86");
+    const FontSetting again = page.EditFont();
+    EXPECT_EQ(again.faceName, "Georgia");
+    EXPECT_EQ(again.height, 24);
+    EXPECT_EQ(again.color, 0x123456u);
     EXPECT_EQ(page.PictureTitleFont().faceName, "Times New Roman");
+    EXPECT_EQ(page.PictureTitleFont().weight, 700);
     page.SetPictureTitleFont(font);
     EXPECT_EQ(store.Get("ImgTitleFont", "FaceName"), "Georgia");
+    EXPECT_EQ(page.SelectedNoteColor(), 251u | 251u << 8 | 142u << 16);
     page.SetSelectedNoteColor(0x030201);
     EXPECT_EQ(store.Get("SelNoteTxtBkColor", "Blue"), "3");
     EXPECT_EQ(repaints, 3);
@@ -132,6 +139,10 @@ TEST_F(OptionPages, NextBackupIsToldInWords) {
 TEST_F(OptionPages, MarkStyleFollowsTheBoxes) {
     SpellPage page(world);
     EXPECT_EQ(page.ColorIndex(), 9);
+    EXPECT_EQ(page.Style().color, 0x0000FFu) << "red";
+    EXPECT_EQ(page.Style().effects, 13) << "italics and underlined";
+    page.SetOn(SpellPage::MarkBoxes()[0], true);
+    EXPECT_EQ(page.Style().effects, 15) << "and bold";
     page.SetColorIndex(12);
     for (const OptionBox& box : SpellPage::MarkBoxes())
         page.SetOn(box, box.option == Option::MarkStrike);
@@ -139,8 +150,11 @@ TEST_F(OptionPages, MarkStyleFollowsTheBoxes) {
     EXPECT_EQ(page.Style().effects, 65);
     page.SetColorIndex(-1);
     EXPECT_EQ(page.ColorIndex(), 12);
-    settings.Set(Option::MarkSelColor, 40);
-    EXPECT_EQ(page.ColorIndex(), -1);
+    for (const int32_t index : {16, 40}) {
+        settings.Set(Option::MarkSelColor, index);
+        EXPECT_EQ(page.ColorIndex(), -1);
+        EXPECT_EQ(page.Style().color, 66302u);
+    }
     EXPECT_EQ(repaints, 0);
 }
 

@@ -12,7 +12,7 @@ TEST(Settings, AFreshStoreGivesTheDefaults) {
     settings.LoadOptions(MemoryStore());
     EXPECT_EQ(settings.Int(Option::NoteSortID), 805);
     EXPECT_EQ(settings.ProgVersion(), -1.0);
-    EXPECT_EQ(settings.ZoomFactor(), 1.0);
+    EXPECT_EQ(settings.Int(Option::ZoomLvl), 100);
     EXPECT_TRUE(settings.Rectangle(Option::FrameRect).IsEmpty());
     EXPECT_EQ(settings.Int(Option::Service), -1);
     EXPECT_TRUE(settings.Flag(Option::TrayIcon));
@@ -70,31 +70,6 @@ TEST(Settings, AWindowCantComeBackOffTheScreen) {
     EXPECT_EQ(VisibleFrame({100, 759, 700, 1200}, 1024, 768), Rect{}) << "9 pixels of height";
     EXPECT_EQ(VisibleFrame({100, 758, 700, 1200}, 1024, 768), (Rect{100, 758, 700, 1200}));
     EXPECT_EQ(VisibleFrame({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, 1024, 768).left, INT32_MIN);
-}
-
-TEST(Settings, MarkMisspelledWordsByColourAndEffects) {
-    Settings settings;
-    EXPECT_EQ(DerivedMarkStyle(settings).color, 255u) << "index 9 is red";
-    EXPECT_EQ(DerivedMarkStyle(settings).effects, 13);
-    settings.Set(Option::MarkSelColor, 16);
-    settings.Set(Option::MarkBold, 1);
-    settings.Set(Option::MarkStrike, 1);
-    EXPECT_EQ(DerivedMarkStyle(settings).color, 66302u);
-    EXPECT_EQ(DerivedMarkStyle(settings).effects, 79);
-}
-
-TEST(Settings, FontsAndColoursHaveSectionsOfTheirOwn) {
-    MemoryStore store;
-    EXPECT_EQ(LoadFontSetting(store, "ImgTitleFont", DefaultImageTitleFont()).weight, 700);
-    FontSetting font = DefaultEditTextFont();
-    font.faceName = "Georgia";
-    font.color = 0x123456;
-    SaveFontSetting(store, "EditTextFont", font);
-    EXPECT_EQ(store.values.at({"EditTextFont", "Red"}), "86");
-    const FontSetting again = LoadFontSetting(store, "EditTextFont", DefaultEditTextFont());
-    EXPECT_EQ(again.faceName, "Georgia");
-    EXPECT_EQ(again.color, 0x123456u);
-    EXPECT_EQ(LoadSelectedNoteColor(store), 251u | 251u << 8 | 142u << 16);
 }
 
 }  // namespace

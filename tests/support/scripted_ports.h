@@ -17,7 +17,10 @@ namespace lore {
 /// Notes every text that a user would have seen, and gives the answers that a test has laid out.
 class ScriptedPrompts : public Prompts {
 public:
-    void Message(const std::string& text, const std::string& title, PromptIcon) override { Show(title + ": " + text); }
+    void Message(const std::string& text, const std::string& title, PromptIcon icon) override {
+        icons.push_back(icon);
+        Show(title + ": " + text);
+    }
     PromptAnswer Ask(const std::string& text, const std::string& title, bool) override {
         Show(title + "? " + text);
         if (answers.empty())
@@ -48,6 +51,7 @@ public:
     }
 
     std::vector<std::string> seen;
+    std::vector<PromptIcon> icons;  ///< of the messages
     std::deque<PromptAnswer> answers;
     std::deque<std::string> texts, savePaths;  ///< an empty queue cancels
     std::vector<std::string> openPaths;

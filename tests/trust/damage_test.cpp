@@ -82,9 +82,11 @@ TEST_P(DamagedFile, WithEachNumberAtItsLimits) {
 TEST_P(DamagedFile, WithControlBytes) {
     const char controls[] = {'\x00', '\x0A', '\x0D', '\x1A', '\xFF'};
     for (size_t at = 0; at < sample_.size() * std::size(controls); at += Stride()) {
-        std::string bytes = sample_;
-        bytes[at / std::size(controls)] = controls[at % std::size(controls)];
-        ExpectReadable(bytes, "control byte " + std::to_string(at));
+        for (const size_t replaced : {1, 0}) {
+            std::string bytes = sample_;
+            bytes.replace(at / std::size(controls), replaced, 1, controls[at % std::size(controls)]);
+            ExpectReadable(bytes, (replaced ? "control byte " : "control byte between ") + std::to_string(at));
+        }
     }
 }
 

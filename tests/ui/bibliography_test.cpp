@@ -100,23 +100,6 @@ private slots:
         QVERIFY(BytesOf(app_->NoteBook().paths.Sources()) == before);
     }
 
-    void values_outside_return_to_the_limits() {
-        InSelection([](CSelectSourcesDlg& dialog) {
-            Click(dialog, "common");
-            const auto type = [&](const char* name, const QString& text) {
-                auto* const box = dialog.findChild<QSpinBox*>(name);
-                box->setFocus();
-                box->selectAll();
-                QTest::keyClicks(box, text);
-                return box->value();
-            };
-            QCOMPARE(type("indent", "11"), 10);
-            QCOMPARE(type("indent", "0"), 0);
-            QCOMPARE(type("authors", "0"), 1);
-            QCOMPARE(type("authors", "16"), 15);
-        });
-    }
-
     void cancel_and_an_empty_choice_write_nothing() {
         InSelection([](CSelectSourcesDlg& dialog) {
             Click(dialog, "all");

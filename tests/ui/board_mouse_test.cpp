@@ -95,18 +95,6 @@ private slots:
         QVERIFY(moved[1][1].toInt() > 6);
     }
 
-    void DoesNotDragASingleNote() {
-        board_->AddText("Alone");
-        Show();
-        QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
-        QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, Spot(0));
-        QMouseEvent move(QEvent::MouseMove, QPoint(300, 400), QPoint(300, 400), Qt::NoButton, Qt::LeftButton, {});
-        QApplication::sendEvent(view_->viewport(), &move);
-        QVERIFY(view_->viewport()->cursor().shape() != Qt::ClosedHandCursor);
-        QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, QPoint(300, 400));
-        QCOMPARE(moved.count(), 0);
-    }
-
     void PictureButtonsAskForTheirCommand() {
         CNote& note = board_->AddText("With a picture");
         board_->AttachPicture(note, "Tower", 400, 200);
@@ -183,15 +171,7 @@ private slots:
     }
 
 private:
-    /// Presses at a place and moves to another one with the button held.
-    void Drag(const QPoint& from, const QPoint& to) {
-        QTest::mousePress(view_->viewport(), Qt::LeftButton, {}, from);
-        for (const QPoint& point : {from + (to - from) / 2, to}) {
-            QMouseEvent move(QEvent::MouseMove, point, view_->viewport()->mapToGlobal(point), Qt::NoButton,
-                             Qt::LeftButton, {});
-            QApplication::sendEvent(view_->viewport(), &move);
-        }
-    }
+    void Drag(const QPoint& from, const QPoint& to) { DragOn(*view_->viewport(), from, to); }
 
     void PressTwice(const QPoint& point) {
         QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, point);
@@ -199,10 +179,8 @@ private:
     }
 
     QStringList MenuAt(const QPoint& point) {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, point, view_->viewport()->mapToGlobal(point));
-        QApplication::sendEvent(view_->viewport(), &event);
         QStringList texts;
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QMenu* const menu = OpenMenuAt(*view_->viewport(), point);
         for (const QAction* action : menu ? menu->actions() : QList<QAction*>())
             if (!action->isSeparator())
                 texts.append(action->text());

@@ -408,9 +408,7 @@ private slots:
         QStringList offered;
         for (int row = 0; row < board_->Count(); ++row) {
             view_->SetFocusNote(board_->IDAt(row));
-            QContextMenuEvent ask(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
-            QApplication::sendEvent(view_->viewport(), &ask);
-            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QMenu* const menu = OpenMenuAt(*view_->viewport(), QPoint(5, 5), QContextMenuEvent::Keyboard);
             QVERIFY(menu);
             AddTexts(*menu, offered);
             menu->close();

@@ -51,10 +51,8 @@ private:
             tree->scrollTo(found.first());
             place = tree->visualRect(found.first()).center();
         }
-        QContextMenuEvent event(byKeyboard ? QContextMenuEvent::Keyboard : QContextMenuEvent::Mouse,
-                                byKeyboard ? QPoint(1, 1) : place, tree->viewport()->mapToGlobal(place));
-        QApplication::sendEvent(byKeyboard ? static_cast<QWidget*>(tree) : tree->viewport(), &event);
-        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return byKeyboard ? OpenMenuAt(*tree, QPoint(1, 1), QContextMenuEvent::Keyboard)
+                          : OpenMenuAt(*tree->viewport(), place);
     }
 
     static QStringList Texts(const QMenu& menu) {
@@ -230,13 +228,17 @@ private slots:
     }
 
     void menus_of_the_panels_hold_the_family() {
-        QMenu* menu = OpenMenu(PanelKind::Categories, "Engineering");
-        QVERIFY(menu);
-        QCOMPARE(Texts(*menu).first(), QStringLiteral("Get Notes With This Category"));
-        QCOMPARE(Texts(*menu).last(), QStringLiteral("Clear Current Tree"));
-        QVERIFY(!Entry(*menu, "Copy All Notes With This Category To NoteBook"));  // there is no other NoteBook
-        QVERIFY(!Entry(*menu, "Add Note To Level")->isEnabled() || window_->Board()->FocusNote() > 0);
-        menu->close();
+        QMenu* menu = nullptr;
+        for (const int32_t focus : {-1, app_->List()[0].id}) {
+            window_->Board()->SetFocusNote(focus);
+            menu = OpenMenu(PanelKind::Categories, "Engineering");
+            QVERIFY(menu);
+            QCOMPARE(Entry(*menu, "Add Note To Level")->isEnabled(), focus > 0);
+            QCOMPARE(Texts(*menu).first(), QStringLiteral("Get Notes With This Category"));
+            QCOMPARE(Texts(*menu).last(), QStringLiteral("Clear Current Tree"));
+            QVERIFY(!Entry(*menu, "Copy All Notes With This Category To NoteBook"));  // there is no other NoteBook
+            menu->close();
+        }
         menu = OpenMenu(PanelKind::Categories, {});
         QCOMPARE(Texts(*menu), (QStringList{"Select All", "Clear All"}));
         menu->close();

@@ -1,17 +1,14 @@
 #include "ui/command_bar/command_bar.h"
 
-#include <QTcpServer>
-#include <QTcpSocket>
-
 #include "app/findable_things.h"
 #include "platform/companion_launcher.h"
 #include "platform/instance/agent_process.h"
 #include "platform/net/net_update_source.h"
 #include "platform/places.h"
+#include "support/http_server.h"
 #include "support/noted_starts.h"
 #include "support/read_world.h"
 #include "ui/about_dialog.h"
-#include "ui/control_bar.h"
 #include "ui/tool_bar.h"
 #include "ui/window_world.h"
 
@@ -31,29 +28,16 @@ private:
         return bar.findChild<QListView*>("found")->model()->index(row, 0).data().toString();
     }
     void Trigger(const QString& menu, const QString& entry) { MenuEntry(*window_, entry, menu)->trigger(); }
-    static QByteArray Fetched(const QByteArray& reply, const std::string& path, UpdateReply& got) {
-        QTcpServer server;
-        QByteArray request;
-        server.listen(QHostAddress::LocalHost);
-        QObject::connect(&server, &QTcpServer::newConnection, &server, [&] {
-            QTcpSocket* const socket = server.nextPendingConnection();
-            QObject::connect(socket, &QTcpSocket::readyRead, socket, [&request, socket, reply] {
-                request += socket->readAll();
-                if (reply.isEmpty())
-                    return;
-                socket->write(reply);
-                socket->disconnectFromHost();
-            });
-        });
+    static UpdateReply Fetched(const std::string& address) {
         NetUpdateSource source(300);
+        UpdateReply got;
         bool done = false;
-        const std::string address = "http://127.0.0.1:" + std::to_string(server.serverPort()) + path;
         source.Fetch(address, [&](const UpdateReply& answer) {
             got = answer;
             done = true;
         });
         [&] { QTRY_VERIFY_WITH_TIMEOUT(done, 5000); }();
-        return request;
+        return got;
     }
 
 private slots:
@@ -77,20 +61,6 @@ private slots:
             QTest::keyClick(&field, Qt::Key_Return);
         });
         QVERIFY(app_->List().IsEmpty());
-    }
-
-    void the_bar_names_what_will_be_undone() {
-        Trigger("Notes", "Show All Notes");
-        const int32_t id = app_->List()[0].id;
-        const Rgb before = app_->List()[0].borderColor, color = MakeRgb(1, 120, 1);
-        emit window_->Panels()->CommandRequested({.action = PanelAction::SetListColor, .color = color});
-        QVERIFY(before != color && app_->List().Find(id)->borderColor == color);
-        InBar([](CommandBar& bar, QLineEdit& field) {
-            QTest::keyClicks(&field, "undo");
-            QCOMPARE(Row(bar, 0), QStringLiteral("Undo Border Color"));
-            QTest::keyClick(&field, Qt::Key_Return);
-        });
-        QCOMPARE(app_->List().Find(id)->borderColor, before);
     }
 
     void categories_sources_and_key_words_bring_in_their_notes() {
@@ -253,30 +223,22 @@ private slots:
     }
 
     void updates_come_from_the_net_or_tell_why_not() {
-        const auto http = [](const QByteArray& status, const QByteArray& body) {
-            return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
-        };
-        UpdateReply got;
-        const QByteArray request = Fetched(http("200 OK", "11.60\n"), "/newest.txt", got);
-        QVERIFY(request.startsWith("GET /newest.txt "));
+        HttpServer server;
+        server.Add(200, "11.60\n");
+        UpdateReply got = Fetched(server.Url("/newest.txt"));
+        QVERIFY(server.Requests().at(0).starts_with("GET /newest.txt "));
         QVERIFY(got.ok);
         QCOMPARE(got.text, std::string("11.60\n"));
-        Fetched(http("404 Not Found", "11.99"), "/", got);
+        server.Add(404, "11.99");
+        got = Fetched(server.Url());
         QVERIFY(!got.ok && !got.reason.empty());
-        Fetched(http("200 OK", QByteArray(200'000, 'x')), "/", got);
-        QVERIFY(!got.ok);
-        Fetched({}, "/silent", got);
+        server.Add(200, std::string(200'000, 'x'));
+        QVERIFY(!Fetched(server.Url()).ok);
+        server.Add({.bytes = {}, .closes = false});  // one that stays silent
+        got = Fetched(server.Url());
         QVERIFY(!got.ok && !got.reason.empty());
-        for (const char* address : {"file:///etc/hostname", "updates", "http://", "javascript:1"}) {
-            NetUpdateSource source(300);
-            bool done = false;
-            source.Fetch(address, [&](const UpdateReply& answer) {
-                got = answer;
-                done = true;
-            });
-            QTRY_VERIFY(done);
-            QVERIFY2(!got.ok, address);
-        }
+        for (const char* address : {"file:///etc/hostname", "updates", "http://", "javascript:1"})
+            QVERIFY2(!Fetched(address).ok, address);
     }
 
     void agent_starts_with_the_session_only_where_it_is() {

@@ -36,6 +36,24 @@ inline QStringList Lines(const QListWidget* list) {
     return lines;
 }
 
+/// The menu that a place of a widget opens at once; null if there is none.
+inline QMenu* OpenMenuAt(QWidget& widget, const QPoint& place,
+                         QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse) {
+    QContextMenuEvent event(reason, place, widget.mapToGlobal(place));
+    QApplication::sendEvent(&widget, &event);
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+/// Presses the mouse at a place of a widget, which may move along, and goes to another one with the button held.
+inline void DragOn(QWidget& widget, const QPoint& from, const QPoint& to) {
+    const QPoint stops[] = {widget.mapToGlobal(from + (to - from) / 2), widget.mapToGlobal(to)};
+    QTest::mousePress(&widget, Qt::LeftButton, {}, from);
+    for (const QPoint& at : stops) {
+        QMouseEvent move(QEvent::MouseMove, widget.mapFromGlobal(at), at, Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(&widget, &move);
+    }
+}
+
 /// A command by its words, in one menu of the menu bar or in any; null if there is none.
 inline QAction* MenuEntry(const QMainWindow& window, const QString& entry, const QString& menu = {}) {
     for (QAction* const top : window.menuBar()->actions())

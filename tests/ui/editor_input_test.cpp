@@ -106,12 +106,7 @@ private slots:
         const PictureFrame frame(*edit_, *theme_);
         const QPoint corner = frame.RectOf(edit_->SelectedPicture()).bottomRight().toPoint();
         const auto drag = [this, corner](const QPoint& by) {
-            QTest::mousePress(edit_->viewport(), Qt::LeftButton, {}, corner);
-            for (const QPoint& at : {corner + by / 2, corner + by}) {
-                QMouseEvent move(QEvent::MouseMove, at, edit_->viewport()->mapToGlobal(at), Qt::NoButton,
-                                 Qt::LeftButton, {});
-                QApplication::sendEvent(edit_->viewport(), &move);
-            }
+            DragOn(*edit_->viewport(), corner, corner + by);
             TakeShot(window_->frame, QStringLiteral("editor-picture-drag"));
             QTest::mouseRelease(edit_->viewport(), Qt::LeftButton, {}, corner + by);
         };
@@ -128,7 +123,7 @@ private slots:
 
     void DialogsAskForLinksTablesAndSizes() {
         const auto run = [this](const char* name) { return [this, name] { window_->Run(name); }; };
-        InDialog("linkDialog", run("link"), [](QDialog& dialog) {
+        window_->InDialog("linkDialog", run("link"), [](QDialog& dialog) {
             const QList<QLineEdit*> fields = dialog.findChildren<QLineEdit*>();
             QCOMPARE(fields.size(), 2);
             fields[0]->setText("a lamp");
@@ -137,17 +132,17 @@ private slots:
         QCOMPARE(Now().text, std::string("a lamp"));
         QCOMPARE(Now().links.size(), size_t{1});
         QCOMPARE(Now().links[0], std::string("https://lamps.example"));
-        InDialog("linkDialog", run("link"), [](QDialog& dialog) {
+        window_->InDialog("linkDialog", run("link"), [](QDialog& dialog) {
             QCOMPARE(dialog.findChildren<QLineEdit*>().size(), 1);
             dialog.reject();
         });
         QCOMPARE(Now().links.size(), size_t{1});
-        InDialog("linkDialog", run("link"), [](QDialog& dialog) { Press(dialog, "Remove link"); });
+        window_->InDialog("linkDialog", run("link"), [](QDialog& dialog) { Press(dialog, "Remove link"); });
         QVERIFY(Now().links.empty() || Now().runs[0].format.link < 0);
         QCOMPARE(Now().text, std::string("a lamp"));
 
         edit_->clear();
-        InDialog(
+        window_->InDialog(
             "tableDialog", [this] { emit window_->bar->findChild<QAction*>("insertTable")->triggered(); },
             [](QDialog& dialog) {
                 const QList<QSpinBox*> numbers = dialog.findChildren<QSpinBox*>();
@@ -161,7 +156,7 @@ private slots:
         edit_->clear();
         QVERIFY(edit_->InsertPictureBytes(Encoded(Filled(200, 100))));
         window_->SelectPicture();
-        InDialog("pictureDialog", run("pictureSize"), [](QDialog& dialog) {
+        window_->InDialog("pictureDialog", run("pictureSize"), [](QDialog& dialog) {
             const QList<QSpinBox*> numbers = dialog.findChildren<QSpinBox*>();
             numbers[1]->setValue(30);
             QCOMPARE(numbers[0]->value(), 60);
@@ -234,21 +229,6 @@ private:
     void Paste(QMimeData* mime) {
         QApplication::clipboard()->setMimeData(mime);
         edit_->paste();
-    }
-    /// Runs steps on the dialog that the command opens.
-    void InDialog(const char* name, const std::function<void()>& command, const std::function<void(QDialog&)>& steps) {
-        bool found = false;
-        QTimer::singleShot(0, edit_, [&] {
-            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            found = dialog->objectName() == QLatin1String(name);
-            TakeShot(*dialog, QStringLiteral("editor-") + QLatin1String(name));
-            steps(*dialog);
-            if (dialog->isVisible())
-                QTest::keyClick(dialog, Qt::Key_Return);
-        });
-        command();
-        QVERIFY(found);
     }
 
     std::unique_ptr<Theme> theme_;

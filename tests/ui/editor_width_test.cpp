@@ -219,16 +219,8 @@ private:
     }
 
     void InSizeDialog(const std::function<void(QDialog&)>& steps) {
-        bool found = false;
-        QTimer::singleShot(0, edit_, [&] {
-            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            found = dialog->objectName() == u"pictureDialog";
-            steps(*dialog);
-            QTest::keyClick(dialog, Qt::Key_Return);
-        });
-        window_->Run("pictureSize");
-        QVERIFY(found);
+        window_->InDialog(
+            "pictureDialog", [this] { window_->Run("pictureSize"); }, steps);
     }
 
     std::unique_ptr<Theme> theme_;

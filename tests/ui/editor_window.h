@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "rtf/rtf.h"
+#include "ui/board_fixture.h"
 #include "ui/controls.h"
 #include "ui/editor/find_bar.h"
 #include "ui/editor/format_bar.h"
@@ -40,6 +41,21 @@ struct EditorWindow {
         QTextCursor picture(edit->document());
         picture.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
         edit->setTextCursor(picture);
+    }
+    /// Runs steps in the dialog of this name that a command opens; Return ends it if they don't.
+    void InDialog(const char* name, const std::function<void()>& command, const std::function<void(QDialog&)>& steps) {
+        bool found = false;
+        QTimer::singleShot(0, edit, [&] {
+            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            found = dialog->objectName() == QLatin1String(name);
+            TakeShot(*dialog, QStringLiteral("editor-") + QLatin1String(name));
+            steps(*dialog);
+            if (dialog->isVisible())
+                QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        command();
+        QVERIFY(found);
     }
     // The bar may be narrower than its commands; the action is the command all the same.
     void Run(const char* name) { bar->Command(QLatin1String(name))->trigger(); }

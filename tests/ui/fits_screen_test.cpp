@@ -1,6 +1,6 @@
 #include <functional>
 
-#include "exchange/archive_notes.h"
+#include "ui/archive_entry.h"
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/calendar/edit_day_dialog.h"
@@ -18,16 +18,6 @@ namespace {
 constexpr int kNotes = 74;
 constexpr int kLargeLetters = 27;  // pixels, 20 points
 constexpr QSize kScreen(1280, 800);
-
-ArchiveNote MakeEntry(int number) {
-    ArchiveNote entry;
-    entry.note.id = number;
-    entry.note.guid = "{" + std::to_string(number) + "}";
-    entry.note.plainText = "A note of the archive";
-    entry.note.rtfText = "{\\rtf1\\ansi A note of the archive}";
-    entry.note.dateEdited = DateTime(2026, 1, 2, 3, 4, 5);
-    return entry;
-}
 
 /// The area that scrolls a dialog's content.
 QScrollArea* PaneOf(const QWidget& dialog) {
@@ -69,7 +59,7 @@ private:
     void InImport(const Steps& steps) {
         std::vector<ArchiveNote> entries;
         for (int i = 1; i <= kNotes; ++i)
-            entries.push_back(MakeEntry(i));
+            entries.push_back(MakeEntry("{" + std::to_string(i) + "}", "A note of the archive"));
         ImportComparison comparison(entries, {}, guids_, [](int32_t) { return std::optional<ArchiveNote>(); });
         ImportWindow window(comparison, {}, *theme_, prompts_, store_, window_.get());
         Show(window, steps);

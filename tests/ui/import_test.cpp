@@ -1,7 +1,7 @@
-#include "exchange/archive_notes.h"
 #include "support/memory_store.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
+#include "ui/archive_entry.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
 #include "ui/import/differences_window.h"
@@ -13,18 +13,6 @@
 
 namespace lore {
 namespace {
-
-ArchiveNote MakeEntry(const std::string& guid, const std::string& text, const DateTime& edited) {
-    ArchiveNote entry;
-    entry.note.id = 1;
-    entry.note.guid = guid;
-    entry.note.plainText = text;
-    entry.note.rtfText = "{\\rtf1\\ansi " + text + "}";
-    entry.note.dateEdited = edited;
-    entry.note.categories[0] = CProCategoryTree(5, "Sea");
-    entry.note.categories[0].AddChild(CProCategoryTree(6, "Coast"));
-    return entry;
-}
 
 const DateTime kOld(2026, 1, 2, 3, 4, 5), kMiddle(2026, 2, 2, 3, 4, 5), kLate(2026, 3, 2, 3, 4, 5);
 

@@ -1,6 +1,6 @@
 #include <functional>
 
-#include "exchange/archive_notes.h"
+#include "ui/archive_entry.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/import/differences_window.h"
@@ -10,16 +10,6 @@
 
 namespace lore {
 namespace {
-
-ArchiveNote MakeEntry(const std::string& guid, const std::string& text) {
-    ArchiveNote entry;
-    entry.note.id = 1;
-    entry.note.guid = guid;
-    entry.note.plainText = text;
-    entry.note.rtfText = "{\\rtf1\\ansi " + text + "}";
-    entry.note.dateEdited = DateTime(2026, 1, 2, 3, 4, 5);
-    return entry;
-}
 
 /// The sizes of a splitter's parts, or the widths of a list's columns without the last one, which takes the rest.
 QList<int> SizesOf(const QWidget* part) {
@@ -33,10 +23,8 @@ QList<int> SizesOf(const QWidget* part) {
 }
 
 void Drag(QWidget* widget, const QPoint& from, const QPoint& by) {
-    QTest::mousePress(widget, Qt::LeftButton, {}, from);
     const QPoint to = widget->mapToGlobal(from + by);
-    QMouseEvent move(QEvent::MouseMove, widget->mapFromGlobal(to), to, Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(widget, &move);
+    DragOn(*widget, from, from + by);
     QTest::mouseRelease(widget, Qt::LeftButton, {}, widget->mapFromGlobal(to));
 }
 

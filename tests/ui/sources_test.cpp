@@ -162,6 +162,11 @@ private slots:
             QTest::keyClicks(indent, "99");
             QCOMPARE(indent->value(), 10);
             QCOMPARE(indent->text(), QStringLiteral("10"));
+            auto* const etAl = dialog.findChild<QSpinBox*>("etAl");
+            etAl->setFocus();
+            etAl->selectAll();
+            QTest::keyClicks(etAl, "0");
+            QCOMPARE(etAl->value(), 1);
             dialog.findChild<QCheckBox*>("manualDate")->click();
             QVERIFY(!dialog.findChild<QDateEdit*>("date")->isVisible());
             Retype(&dialog, "dateText", "Spring 1759");
