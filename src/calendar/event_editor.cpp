@@ -1,5 +1,6 @@
 #include "calendar/event_editor.h"
 
+#include <string>
 #include <utility>
 
 #include "base/record_file.h"
@@ -26,6 +27,22 @@ bool IsEarlier(const DateTime& a, const DateTime& b) {
 
 bool IsLastSecond(const DateTime& time) {
     return time.Hour() == 23 && time.Minute() == 59 && time.Second() == 59;
+}
+
+/// False, told, if a text is longer than a record holds.
+bool MayHoldTexts(const CTmEvent& event, Prompts& prompts) {
+    const std::pair<const char*, const std::string*> texts[] = {{"title", &event.Label},
+                                                                {"description", &event.Description}};
+    for (const auto& [name, text] : texts) {
+        if (text->size() <= kMaxStringLength)
+            continue;
+        prompts.Message("The " + std::string(name) + " of this event takes " + std::to_string(text->size()) +
+                            " bytes; an event can hold " + std::to_string(kMaxStringLength) +
+                            ".\n\nPlease shorten it. Nothing was saved.",
+                        "Event Too Large", PromptIcon::Warning);
+        return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -234,24 +251,8 @@ CTmEvent EventEditor::Finished() const {
     return event;
 }
 
-/// False, told, if a text is longer than a record holds.
-bool EventEditor::MayHoldTexts(const CTmEvent& event) const {
-    const std::pair<const char*, const std::string*> texts[] = {{"title", &event.Label},
-                                                                {"description", &event.Description}};
-    for (const auto& [name, text] : texts) {
-        if (text->size() <= kMaxStringLength)
-            continue;
-        world_.prompts.Message("The " + std::string(name) + " of this event takes " + std::to_string(text->size()) +
-                                   " bytes; an event can hold " + std::to_string(kMaxStringLength) +
-                                   ".\n\nPlease shorten it. Nothing was saved.",
-                               "Event Too Large", PromptIcon::Warning);
-        return false;
-    }
-    return true;
-}
-
 EventSave EventEditor::Save() {
-    if (!MayHoldTexts(event_))
+    if (!MayHoldTexts(event_, world_.prompts))
         return EventSave::Refused;
     return isNew_ ? CreateEvent(world_, Finished()) : EditEvent(world_, Finished(), old_);
 }

@@ -83,7 +83,6 @@ private:
     void KeepOrder();
     void ApplyWholeDays();
     CTmEvent Finished() const;
-    bool MayHoldTexts(const CTmEvent& event) const;
 
     const CalendarWorld& world_;
     CTmEvent event_, old_;

@@ -48,8 +48,6 @@ public:
     void Set(Option option, std::string value);
     void Set(Option option, const Rect& value);
 
-    /// ZoomLvl as a factor, 1.0 for 100 percent.
-    double ZoomFactor() const { return Int(Option::ZoomLvl) / 100.0; }
     /// ProgVersion as a number; -1 on a first run.
     double ProgVersion() const;
 
