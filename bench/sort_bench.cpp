@@ -23,7 +23,7 @@ std::vector<ListedNote> MakeNotes(size_t count) {
         Citations citations;
         for (size_t n = random() % 3; n > 0; --n)
             citations.push_back("Author " + std::to_string(random() % 2000) + ". A title of the usual length. 1999.");
-        notes.push_back({note, std::make_shared<Citations>(citations), nullptr});
+        notes.push_back({note, std::make_shared<Citations>(citations)});
     }
     return notes;
 }
@@ -40,8 +40,10 @@ BENCHMARK(BM_Sort)
 /// All notes under one name with two ids, which decide by place in the list.
 void BM_SortOneNameTwoIds(benchmark::State& state) {
     std::vector<ListedNote> notes = MakeNotes(static_cast<size_t>(state.range(0)));
-    for (size_t i = 0; i < notes.size(); ++i)
+    for (size_t i = 0; i < notes.size(); ++i) {
         notes[i].note->categories[0] = CProCategoryTree(static_cast<int32_t>(i % 2 + 1), "Same");
+        notes[i].sortPath = CopySortPath(*notes[i].note);
+    }
     for (auto _ : state)
         benchmark::DoNotOptimize(SortedOrder(notes, kCategoryUp));
 }
