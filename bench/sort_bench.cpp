@@ -42,7 +42,7 @@ void BM_SortOneNameTwoIds(benchmark::State& state) {
     std::vector<ListedNote> notes = MakeNotes(static_cast<size_t>(state.range(0)));
     for (size_t i = 0; i < notes.size(); ++i) {
         notes[i].note->categories[0] = CProCategoryTree(static_cast<int32_t>(i % 2 + 1), "Same");
-        notes[i].sortPath = CopySortPath(*notes[i].note);
+        notes[i].RenewSortPath();
     }
     for (auto _ : state)
         benchmark::DoNotOptimize(SortedOrder(notes, kCategoryUp));

@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QMenu>
 
+#include "ui/qt_text.h"
+
 namespace lore {
 
 AgentTray::AgentTray(TrayCommands commands)
@@ -54,9 +56,8 @@ void AgentTray::SetWanted(bool wanted) {
 }
 
 void AgentTray::SetWaiting(int count) {
-    icon_.setToolTip(
-        count == 0 ? tr("Lorebinder Agent")
-                   : tr("Lorebinder Agent: %n reminder(s)", nullptr, count).replace("(s)", count == 1 ? "" : "s"));
+    icon_.setToolTip(count == 0 ? tr("Lorebinder Agent")
+                                : WithPlural(tr("Lorebinder Agent: %n reminder(s)", nullptr, count), count));
 }
 
 void AgentTray::Tell(const QString& text) {

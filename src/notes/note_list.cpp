@@ -114,7 +114,8 @@ bool CNoteList::ReplaceNote(CNote note, std::shared_ptr<const Citations> citatio
     note.selected = entry.note->selected;
     note.newlyAdded = entry.note->newlyAdded;
     note.displayRtf.clear();
-    entry = {std::make_shared<CNote>(std::move(note)), std::move(citations)};
+    entry = {std::make_shared<CNote>(std::move(note)), std::move(citations), std::move(entry.sortPath)};
+    entry.RenewSortPath();
     return true;
 }
 
@@ -124,7 +125,7 @@ void CNoteList::ChangeNote(int32_t id, const std::function<void(CNote&)>& change
         return;
     ListedNote& entry = notes_[static_cast<size_t>(position)];
     change(*entry.note);
-    entry.sortPath = CopySortPath(*entry.note);
+    entry.RenewSortPath();
 }
 
 void CNoteList::MoveNote(size_t from, size_t to) {

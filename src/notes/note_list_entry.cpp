@@ -15,4 +15,10 @@ std::shared_ptr<const CProCategoryTree> CopySortPath(const CNote& note) {
     return path ? std::make_shared<const CProCategoryTree>(*path) : nullptr;
 }
 
+void ListedNote::RenewSortPath() {
+    const CProCategoryTree* const path = FindSortPath(*note);
+    if (!path || !sortPath || !path->IsSameTree(*sortPath))
+        sortPath = CopySortPath(*note);
+}
+
 }  // namespace lore

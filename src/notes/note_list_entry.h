@@ -45,6 +45,9 @@ public:
     std::shared_ptr<const CProCategoryTree> sortPath;
     std::shared_ptr<const NoteMarker> pendingMarks;  ///< makes displayRtf once the note is shown; null otherwise
 
+    /// The note may be filed elsewhere now. A path that is the same stays shared.
+    void RenewSortPath();
+
     /// The note's id, which stays while it is listed. It stands here too, since walks over long lists would wait for
     /// the memory of each note.
     int32_t Id() const { return id_; }

@@ -1,21 +1,9 @@
 #include "base/text.h"
+#include "rtf/hex.h"
 #include "rtf/rtf.h"
 #include "rtf/tokenizer.h"
 
 namespace lore {
-
-namespace {
-
-void AppendHex(std::string_view bytes, std::string& text) {
-    constexpr char kDigits[] = "0123456789abcdef";
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        text += kDigits[byte / 16];
-        text += kDigits[byte % 16];
-    }
-}
-
-}  // namespace
 
 std::string CleanRtf(std::string_view bytes) {
     if (bytes.find("\\bin") == std::string_view::npos)
@@ -28,7 +16,8 @@ std::string CleanRtf(std::string_view bytes) {
             continue;
         rtf += bytes.substr(taken, token->begin - taken);
         rtf += ' ';  // the number of a control word before it ends here
-        AppendHex(token->text, rtf);
+        for (const char byte : token->text)
+            AppendHex(rtf, static_cast<unsigned char>(byte));
         taken = token->end;
     }
     rtf += bytes.substr(taken);

@@ -17,6 +17,11 @@ std::string FromQString(const QString& text);
 /// A path as the system gives it, for the screen and for Qt.
 QString PathToQString(const std::filesystem::path& path);
 
+/// A text that counts, "3 hit(s)", as one says it.
+inline QString WithPlural(QString text, qsizetype count) {
+    return text.replace(QStringLiteral("(s)"), count == 1 ? QString() : QStringLiteral("s"));
+}
+
 inline QColor ToQColor(Rgb color) {
     return QColor(static_cast<int>(RedOf(color)), static_cast<int>(GreenOf(color)), static_cast<int>(BlueOf(color)));
 }

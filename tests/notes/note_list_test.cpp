@@ -204,6 +204,11 @@ TEST(NoteList, ANoteThatIsFiledElsewhereLeavesThePathOfTheOthers) {
     EXPECT_THAT(Ids(list), ElementsAre(4, 1, 2, 3));
     file(99, CProCategoryTree(7, "nobody"));
     EXPECT_THAT(Ids(list), ElementsAre(4, 1, 2, 3));
+    // A note that stays where it is filed keeps the path that it shares.
+    const auto shared = list.Notes()[2].sortPath;
+    list.ChangeNote(2, [](CNote& note) { note.keyWords = "changed"; });
+    ASSERT_TRUE(list.ReplaceNote(list[2], nullptr));
+    EXPECT_EQ(list.Notes()[2].sortPath, shared);
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 #include "online/http_reminder_server.h"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
 #include "calendar/calendar_fixture.h"
 #include "calendar/event_reminders.h"
 #include "online/http_client.h"
+#include "support/data_files.h"
 #include "support/http_server.h"
 #include "support/scripted_background.h"
 
@@ -149,10 +149,9 @@ TEST_F(Reminders, GiveUpInTimeOnASilentServerAndOnOneThatDrips) {
 }
 
 TEST(ReminderAnswer, IsReadWithoutHarmWhateverTheCorpusHolds) {
-    const auto folder = std::filesystem::path(LORE_TEST_DATA).parent_path().parent_path() / "fuzz/corpus/reminder";
     size_t read = 0, refused = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        (ReadReminderAnswer(BytesOf(entry.path())) ? read : refused) += 1;
+    for (const auto& path : CorpusFiles(LORE_TEST_DATA, "reminder"))
+        (ReadReminderAnswer(BytesOf(path)) ? read : refused) += 1;
     EXPECT_GE(read, 4u);
     EXPECT_GE(refused, 4u);
 }

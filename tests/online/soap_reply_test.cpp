@@ -1,9 +1,9 @@
 #include "online/soap_reply.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
 
 #include "online/soap_envelope.h"
+#include "support/data_files.h"
 #include "support/read_world.h"
 
 namespace lore {
@@ -143,10 +143,9 @@ TEST(SoapReply, ReadsALargeReplyInOneGo) {
 }
 
 TEST(SoapReply, IsReadWithoutHarmWhateverTheCorpusHolds) {
-    const auto folder = std::filesystem::path(LORE_TEST_DATA).parent_path().parent_path() / "fuzz/corpus/soap";
     size_t count = 0, read = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        read += ReadSoapReply(BytesOf(entry.path()), "Do", kShape).isRead;
+    for (const auto& path : CorpusFiles(LORE_TEST_DATA, "soap")) {
+        read += ReadSoapReply(BytesOf(path), "Do", kShape).isRead;
         ++count;
     }
     EXPECT_GE(count, 8u);

@@ -196,8 +196,8 @@ void CSelectSourcesDlg::ShowList(const Side& side, const SourceList& sources) {
     side.model->Reset();
     side.list->SelectRow(row < 0 ? -1 : std::min(row, static_cast<int>(sources.Count()) - 1));
     side.count->setText(QString::number(sources.Count()));
-    side.count->setAccessibleName(
-        tr("%n source(s)", nullptr, static_cast<int>(sources.Count())).replace("(s)", sources.Count() == 1 ? "" : "s"));
+    const auto count = static_cast<int>(sources.Count());
+    side.count->setAccessibleName(WithPlural(tr("%n source(s)", nullptr, count), count));
 }
 
 void CSelectSourcesDlg::ShowLists() {

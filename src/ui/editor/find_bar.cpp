@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "ui/editor/rich_text_edit.h"
+#include "ui/qt_text.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
 
@@ -221,8 +222,7 @@ void FindBar::ShowCount() {
     else if (hits_.empty())
         count_->setText(tr("No hits"));
     else if (at == hits_.end())
-        count_->setText(
-            tr("%n hit(s)", nullptr, static_cast<int>(hits_.size())).replace("(s)", hits_.size() == 1 ? "" : "s"));
+        count_->setText(WithPlural(tr("%n hit(s)", nullptr, static_cast<int>(hits_.size())), hits_.size()));
     else
         count_->setText(tr("%1 of %2").arg(at - hits_.begin() + 1).arg(hits_.size()));
     for (QPushButton* const button : replaceButtons_)
