@@ -59,9 +59,11 @@ function(lore_define_where_used name value)
   endforeach()
 endfunction()
 
-# lore_tests(folder [DEPENDS target...]): every *_test.cpp of tests/<folder> as the program test_<folder>.
+# lore_tests(folder [SHARDS count] [DEPENDS target...]): every *_test.cpp of tests/<folder> as the program test_<folder>.
+# A long one is run in shards, which go side by side. The time limit is for what hangs: a slow machine with sanitizers
+# takes ten times as long as a fast one.
 function(lore_tests folder)
-  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "" "SHARDS" "DEPENDS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
   if(NOT sources)
     return()
@@ -71,7 +73,16 @@ function(lore_tests folder)
   lore_define_where_used(LORE_TEST_DATA ${PROJECT_SOURCE_DIR}/tests/data ${sources})
   target_link_libraries(test_${folder} PRIVATE ${ARG_DEPENDS} GTest::gmock GTest::gtest_main lore_flags)
   # Tests are compiled more often than they run.
-  target_compile_options(test_${folder} PRIVATE $<$<CONFIG:Release>:-O0>)
-  add_test(NAME ${folder} COMMAND test_${folder})
-  set_tests_properties(${folder} PROPERTIES TIMEOUT 600 LABELS core)
+  target_compile_options(test_${folder} PRIVATE -O0)
+  if(NOT ARG_SHARDS)
+    add_test(NAME ${folder} COMMAND test_${folder})
+    set_tests_properties(${folder} PROPERTIES TIMEOUT 1800 LABELS core)
+    return()
+  endif()
+  math(EXPR last "${ARG_SHARDS} - 1")
+  foreach(shard RANGE ${last})
+    add_test(NAME ${folder}.shard_${shard} COMMAND test_${folder})
+    set_tests_properties(${folder}.shard_${shard} PROPERTIES TIMEOUT 1800 LABELS core
+                         ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${shard}")
+  endforeach()
 endfunction()
