@@ -15,7 +15,7 @@ std::shared_ptr<const Citations> CitationTexts::For(const CNote& note) {
     auto citations = std::make_shared<Citations>();
     citations->reserve(note.sources.Count());
     for (const int32_t id : note.sources) {
-        if (const std::optional<std::string>& text = TextOf(id))
+        if (const std::optional<CitationText>& text = TextOf(id))
             citations->push_back(*text);
     }
     if (!citations->empty())
@@ -39,13 +39,13 @@ std::shared_ptr<const CProCategoryTree> CitationTexts::PathOf(const CNote& note)
     return known->second;
 }
 
-const std::optional<std::string>& CitationTexts::TextOf(int32_t sourceId) {
+const std::optional<CitationText>& CitationTexts::TextOf(int32_t sourceId) {
     const auto [entry, isNew] = texts_.try_emplace(sourceId);
     const CSource* const source = isNew ? sources_.FindSourceByID(sourceId) : nullptr;
     if (source) {
         CSource copy = *source;
         FormatSource(copy, authors_);
-        entry->second = std::move(copy.FormattedText);
+        entry->second.emplace(std::move(copy.FormattedText));
     }
     return entry->second;
 }

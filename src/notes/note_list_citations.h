@@ -26,12 +26,12 @@ public:
     ListedNote Listed(CNote note);
 
 private:
-    const std::optional<std::string>& TextOf(int32_t sourceId);
+    const std::optional<CitationText>& TextOf(int32_t sourceId);
     std::shared_ptr<const CProCategoryTree> PathOf(const CNote& note);
 
     const SourceList& sources_;
     const AuthorList& authors_;
-    std::unordered_map<int32_t, std::optional<std::string>> texts_;                   // none for an unknown source
+    std::unordered_map<int32_t, std::optional<CitationText>> texts_;                  // none for an unknown source
     std::map<std::vector<int32_t>, std::shared_ptr<const Citations>> citations_;      // by the ids of the sources
     std::unordered_map<std::string, std::shared_ptr<const CProCategoryTree>> paths_;  // by Identity
 };

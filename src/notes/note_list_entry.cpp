@@ -2,7 +2,14 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+
 namespace lore {
+
+CitationText::CitationText(std::string text) {
+    std::string folded = ToLower(text);
+    shared_ = std::make_shared<const Shared>(Shared{std::move(text), std::move(folded)});
+}
 
 const CProCategoryTree* FindSortPath(const CNote& note) {
     const auto found =

@@ -12,9 +12,26 @@
 
 namespace lore {
 
-/// The formatted texts of a note's sources, in the note's order. An id that the NoteBook doesn't know has none, so that
-/// places here aren't those of the ids.
-using Citations = std::vector<std::string>;
+/// The formatted text of a source. Copies of it share the text, as do the notes of a source.
+class CitationText {
+public:
+    CitationText(std::string text);
+    operator std::string_view() const { return shared_->text; }
+    /// In small letters, as texts are sorted.
+    std::string_view Folded() const { return shared_->folded; }
+    /// The same for all copies of a text.
+    const void* Identity() const { return shared_.get(); }
+
+private:
+    struct Shared {
+        std::string text, folded;
+    };
+    std::shared_ptr<const Shared> shared_;
+};
+
+/// The texts of a note's sources, in the note's order. An id that the NoteBook doesn't know has none, so that places
+/// here aren't those of the ids.
+using Citations = std::vector<CitationText>;
 
 /// Marks in a rich text what a search has found there.
 class NoteMarker {

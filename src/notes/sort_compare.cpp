@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "base/text.h"
-
 namespace lore {
 
 namespace {
@@ -16,7 +14,7 @@ bool CompareSourceTexts(const ListedNote& note, const ListedNote& other) {
     const Citations& others = SortCitations(other);
     const size_t shared = std::min(own.size(), others.size());
     for (size_t i = 0; i < shared; ++i) {
-        if (const int order = CompareNoCase(others[i], own[i]); order != 0)
+        if (const int order = others[i].Folded().compare(own[i].Folded()); order != 0)
             return order < 0;
     }
     if (own.size() != others.size())

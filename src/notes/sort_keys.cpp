@@ -1,13 +1,15 @@
 #include "notes/sort_keys.h"
 
-#include <algorithm>
+#include <deque>
 #include <functional>
 #include <map>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 
+#include "base/nearly_sorted.h"
 #include "base/text.h"
 
 namespace lore {
@@ -26,40 +28,74 @@ public:
     int32_t NumberOf(std::string_view text) {
         if (const auto known = numbers_.find(text); known != numbers_.end())
             return known->second;
-        const auto number = static_cast<int32_t>(folded_.size());
+        const int32_t number = Add(own_.emplace_back(ToLower(text)));
         numbers_.emplace(text, number);
-        folded_.push_back(ToLower(text));
         return number;
     }
+    /// A number of its own for a text in small letters, which has to stay.
+    int32_t Add(std::string_view folded) {
+        folded_.push_back(folded);
+        return static_cast<int32_t>(folded_.size() - 1);
+    }
 
+    /// Equal for equal texts.
     std::vector<int32_t> Ranks() const {
-        std::vector<std::string_view> sorted(folded_.begin(), folded_.end());
-        std::sort(sorted.begin(), sorted.end());
-        sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-        std::vector<int32_t> ranks;
-        ranks.reserve(folded_.size());
-        for (const std::string& text : folded_) {
-            const auto place = std::lower_bound(sorted.begin(), sorted.end(), std::string_view(text));
-            ranks.push_back(static_cast<int32_t>(place - sorted.begin()));
+        std::vector<int32_t> sorted(folded_.size()), ranks(folded_.size());
+        std::iota(sorted.begin(), sorted.end(), 0);
+        const auto text = [this](int32_t number) { return folded_[static_cast<size_t>(number)]; };
+        // A sorted list hands them out in order.
+        SortNearlySorted(sorted, [&](int32_t a, int32_t b) {
+            const int order = text(a).compare(text(b));
+            return order < 0 || (order == 0 && a < b);
+        });
+        int32_t rank = 0;
+        for (size_t i = 0; i < sorted.size(); ++i) {
+            rank += i > 0 && text(sorted[i]) != text(sorted[i - 1]) ? 1 : 0;
+            ranks[static_cast<size_t>(sorted[i])] = rank;
         }
         return ranks;
     }
 
 private:
     std::unordered_map<std::string, int32_t, TextHash, std::equal_to<>> numbers_;
-    std::vector<std::string> folded_;
+    std::deque<std::string> own_;
+    std::vector<std::string_view> folded_;
+};
+
+/// The numbers of the texts of sources, which notes share. `limit` may hold a text, beside which the others stand.
+class CitationNumbers {
+public:
+    CitationNumbers(TextNumbers& texts, const Citations& limit) : texts_(texts), limit_(limit) {}
+
+    struct Numbered {
+        int32_t number;
+        int besideLimit;  ///< below 0 for a text in front of the limit's, above for one behind it, or 0
+    };
+    const Numbered& Find(const CitationText& text) {
+        const auto [known, isNew] = numbered_.try_emplace(text.Identity());
+        if (isNew) {
+            const std::string_view folded = text.Folded();
+            known->second = {texts_.Add(folded), limit_.empty() ? 0 : folded.compare(limit_.front().Folded())};
+        }
+        return known->second;
+    }
+
+private:
+    TextNumbers& texts_;
+    const Citations& limit_;
+    std::unordered_map<const void*, Numbered> numbered_;
 };
 
 class KeyMaker {
 public:
     KeyMaker(const ListedNote& limit, int32_t sortId)
-        : limit_(limit), sortId_(sortId), byCategory_(SortKeyOf(sortId) == SortBy::Categories) {}
+        : limit_(limit),
+          sortId_(sortId),
+          byCategory_(SortKeyOf(sortId) == SortBy::Categories),
+          citations_(texts_, SortCitations(limit)) {}
 
     SortKey Make(const ListedNote& note) {
-        const SharedKey& shared = byCategory_ ? KeyOfPath(note) : KeyOfCitations(note);
-        SortKey key = shared.key;
-        if (shared.isLimit)
-            key.starts = Starts(note);
+        SortKey key = byCategory_ ? KeyOfPath(note) : KeyOfCitations(note);
         const DateTime& date = note.note->dateCreated;
         key.date = date.Seconds();
         if (date.GetStatus() != DateTime::Status::Valid)
@@ -70,7 +106,7 @@ public:
     const TextNumbers& Texts() const { return texts_; }
 
 private:
-    /// What notes of one path, or of the same citations, have in common.
+    /// What notes of one path have in common.
     struct SharedKey {
         SortKey key;
         bool isLimit = false;  ///< they compare with the limit as equal, so that dates decide
@@ -80,24 +116,27 @@ private:
         return IsDescendingId(sortId_) ? CompareNotes(note, limit_, sortId_) : CompareNotes(limit_, note, sortId_);
     }
 
-    const SharedKey& KeyOfCitations(const ListedNote& note) {
-        const auto [known, isNew] = byCitations_.try_emplace(note.citations.get());
-        SharedKey& found = known->second;
-        if (isNew) {
-            for (const std::string& citation : SortCitations(note))
-                found.key.levels.push_back(texts_.NumberOf(citation));
-            found.key.starts = Starts(note);
-            found.isLimit = std::ranges::equal(SortCitations(note), SortCitations(limit_),
-                                               [](auto& own, auto& limit) { return CompareNoCase(own, limit) == 0; });
+    SortKey KeyOfCitations(const ListedNote& note) {
+        SortKey key;
+        int besideLimit = 0;
+        for (const CitationText& text : SortCitations(note)) {
+            const CitationNumbers::Numbered& found = citations_.Find(text);
+            if (key.levels.empty())
+                besideLimit = found.besideLimit;
+            key.levels.push_back(found.number);
         }
-        return found;
+        key.starts = besideLimit == 0 ? Starts(note) : besideLimit < 0;
+        return key;
     }
 
-    const SharedKey& KeyOfPath(const ListedNote& note) {
+    SortKey KeyOfPath(const ListedNote& note) {
         const auto [known, isNew] = byPath_.try_emplace(note.sortPath.get());
         if (isNew)
             known->second = &KeyOfTree(note);
-        return *known->second;
+        SortKey key = known->second->key;
+        if (known->second->isLimit)
+            key.starts = Starts(note);
+        return key;
     }
 
     const SharedKey& KeyOfTree(const ListedNote& note) {
@@ -147,7 +186,7 @@ private:
     const int32_t sortId_;
     const bool byCategory_;
     TextNumbers texts_;
-    std::unordered_map<const Citations*, SharedKey> byCitations_;
+    CitationNumbers citations_;
     std::unordered_map<std::string, SharedKey> paths_;  // by Identity
     std::unordered_map<const CProCategoryTree*, const SharedKey*> byPath_;
     std::map<std::pair<int32_t, DateTime::Status>, int32_t> oddTies_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "base/nearly_sorted.h"
 #include "notes/sort_keys.h"
 #include "notes/sort_selection.h"
 
@@ -32,7 +33,8 @@ ListedNote Limit(bool descending) {
     auto note = std::make_shared<CNote>();
     note->dateCreated = LimitDate(descending);
     note->categories[0] = CProCategoryTree(kUnassignedID, descending ? "" : kLastText);
-    return {std::move(note), descending ? nullptr : std::make_shared<const Citations>(Citations{kLastText})};
+    return {std::move(note),
+            descending ? nullptr : std::make_shared<const Citations>(Citations{std::string(kLastText)})};
 }
 
 /// The order by date alone, which each save of a note makes anew.
@@ -54,7 +56,8 @@ std::vector<uint32_t> DateOrder(std::span<const ListedNote> notes, SortBy sortBy
         else
             behind.push_back(i);
     }
-    std::sort(dated.begin(), dated.end(), [descending](const Dated& a, const Dated& b) {
+    ReverseEqualRuns(dated, [](const Dated& a, const Dated& b) { return a.seconds == b.seconds; });
+    SortNearlySorted(dated, [descending](const Dated& a, const Dated& b) {
         if (a.seconds != b.seconds)
             return descending ? a.seconds > b.seconds : a.seconds < b.seconds;
         return a.position > b.position;
@@ -78,7 +81,9 @@ std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sor
     const SortBy sortBy = SortKeyOf(sortId);
     if (sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged)
         return DateOrder(notes, sortBy, descending);
-    std::vector<uint32_t> order = SelectionOrder(MakeSortKeys(notes, Limit(descending), sortId), descending);
+    std::vector<uint32_t> order;
+    if (sortBy != SortBy::Nothing)
+        order = SelectionOrder(MakeSortKeys(notes, Limit(descending), sortId), descending);
     std::vector<bool> picked(notes.size());
     for (const uint32_t position : order)
         picked[position] = true;

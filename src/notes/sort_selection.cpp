@@ -8,6 +8,7 @@
 #include <span>
 #include <unordered_map>
 
+#include "base/nearly_sorted.h"
 #include "notes/sort_reserved.h"
 
 namespace lore {
@@ -163,7 +164,10 @@ public:
 
     Numbers Order() {
         std::vector<Place> places = Places();
-        std::sort(places.begin(), places.end(), [this](const Place& a, const Place& b) {
+        // A list that is sorted again, behind a save, is in order but for one note and its equal ones.
+        ReverseEqualRuns(places,
+                         [this](const Place& a, const Place& b) { return a.date == b.date && Levels(a, b) == 0; });
+        SortNearlySorted(places, [this](const Place& a, const Place& b) {
             if (const std::strong_ordering levels = Levels(a, b); levels != 0)
                 return descending_ ? levels > 0 : levels < 0;
             if (a.date != b.date)
