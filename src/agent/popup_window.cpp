@@ -30,7 +30,6 @@ constexpr int kTextLines = 9;     // height of the texts
 constexpr int kMostRows = 5;      // of the list, without scrolling
 constexpr int kSnoozeChars = 12;  // width of the list of times, at least
 constexpr int kBell = 24;         // pixels
-constexpr int kUsualChoice = 1;   // 10 minutes
 
 }  // namespace
 
@@ -232,7 +231,7 @@ void PopupWindow::FillSnooze(const Popup& popup) {
     snoozeFor_->clear();
     for (const SnoozeChoice& choice : SnoozeChoices(popup.reminder, agent_.Now()))
         snoozeFor_->addItem(tr(choice.text));
-    snoozeFor_->setCurrentIndex(kUsualChoice);
+    snoozeFor_->setCurrentIndex(static_cast<int>(kUsualSnooze));
 }
 
 void PopupWindow::Refresh(size_t came) {
@@ -275,7 +274,7 @@ void PopupWindow::Snooze() {
     // Counted from now, not from when the list was filled.
     const std::vector<SnoozeChoice> choices = SnoozeChoices(popup->reminder, agent_.Now());
     const auto index = static_cast<size_t>(std::max(snoozeFor_->currentIndex(), 0));
-    agent_.Snooze(popup->Key(), index < choices.size() ? choices[index].until : UsualSnooze(agent_.Now()));
+    agent_.Snooze(popup->Key(), choices[index < choices.size() ? index : kUsualSnooze]);
     Done();
 }
 

@@ -78,8 +78,25 @@ bool EventEditor::HasChanged() const {
 void EventEditor::ChangeStart(const DateTime& start) {
     if (!start.IsValid())
         return;
+    const DateTime before = event_.Start;
     event_.Start = IsAllDay() ? start.Midnight() : SteppedTime(event_.Start, start);
     KeepOrder();
+    MoveSeries(before);
+}
+
+void EventEditor::MoveSeries(const DateTime& before) {
+    if (old_.Recurring == 1)
+        return;
+    MovePatternDefaults(event_, before);
+    if (!IsRecurring() || !IsSameDay(event_.RecurrenceStart, before))
+        return;
+    const int64_t days = SpanBetween(before.Midnight(), event_.Start.Midnight()).WholeDays();
+    const DateTime last = PlusDays(event_.RecurrenceEnd, hasEnd_ ? 0 : days);
+    event_.RecurrenceStart = event_.Start;
+    if (const DateTime end = AtTimeOf(last, event_.Start); end.IsValid())
+        event_.RecurrenceEnd = end;
+    KeepEndBehindStart(event_);
+    ApplyMinimumLength(event_, tab_);
 }
 
 void EventEditor::ChangeEnd(const DateTime& end) {
@@ -100,7 +117,7 @@ void EventEditor::KeepOrder() {
     if (!IsAllDay() && IsSameDay(event_.Start, event_.End) && event_.End.IsEarlierOrEqual(event_.Start))
         event_.End = IsSameDay(event_.Start, anHourLater) ? anHourLater : AtClock(event_.Start, 23, 50, 0);
     if (IsEarlier(event_.End, event_.Start))
-        event_.End = anHourLater;
+        event_.End = anHourLater.IsValid() ? anHourLater : AtClock(event_.Start, 23, 59, 0);
     if (IsAllDay())
         ApplyWholeDays();
 }
@@ -129,8 +146,10 @@ void EventEditor::SetRecurring(bool recurring) {
     event_.Recurring = recurring ? 1 : 0;
     if (!recurring)
         return;
-    if (old_.Recurring != 1)
+    if (old_.Recurring != 1) {
         event_.RecurrenceStart = event_.RecurrenceEnd = event_.Start;
+        hasEnd_ = false;
+    }
     ChooseTab(tab_);
 }
 
@@ -173,6 +192,7 @@ void EventEditor::SetRecurrenceStart(const DateTime& day) {
 void EventEditor::SetRecurrenceEnd(const DateTime& day) {
     if (const DateTime end = AtTimeOf(day, event_.RecurrenceEnd); end.IsValid())
         event_.RecurrenceEnd = end;
+    hasEnd_ = true;
     KeepEndBehindStart(event_);
 }
 
@@ -180,9 +200,16 @@ std::string EventEditor::Summary() const {
     return IsRecurring() ? SeriesSummary(event_) : "";
 }
 
+bool EventEditor::MovesAlone() const {
+    const CTmEvent event = Finished();
+    return IsSeriesMember(old_) && event.Start != opened_.Start && !EventsDiffer(event, old_);
+}
+
 std::string EventEditor::Outcome() const {
     if (!IsRecurring())
         return "";
+    if (MovesAlone())
+        return "Only this event moves, the others of its series stay where they are";
     bool isCut = false;
     CTmEvent event = event_;
     KeepLastDay(event);
@@ -198,8 +225,10 @@ std::vector<std::string> EventEditor::ReminderLines() const {
     if (event_.Reminders.empty())
         return {"No Reminders Set"};
     std::vector<std::string> lines;
-    for (const CTmReminder& reminder : event_.Reminders)
+    for (CTmReminder reminder : event_.Reminders) {
+        FollowStart(reminder, event_.Start);
         lines.push_back(ReminderLine(reminder, world_.clock.Now()));
+    }
     return lines;
 }
 
@@ -248,6 +277,11 @@ CTmEvent EventEditor::Finished() const {
     if (IsRecurring())
         event.RecurrenceType = tab_;
     ResetRecurrence(event, IsRecurring() ? tab_ : kNoSeries);
+    // A title may have been typed behind its reminders. Those that are stored keep their texts.
+    for (CTmReminder& reminder : event.Reminders) {
+        if (std::ranges::find(old_.Reminders, reminder.ReminderId, &CTmReminder::ReminderId) == old_.Reminders.end())
+            DescribeEvent(reminder);
+    }
     return event;
 }
 

@@ -26,7 +26,10 @@ public:
     bool HasChanged() const;
 
     // Dates and times. A time is taken in steps of ten minutes: one minute more or less is a step, anything else is
-    // rounded. Whole days keep their times. Then the end is held behind the start.
+    // rounded. Whole days keep their times. Then the end is held behind the start: it stays where it stands as long as
+    // it does.
+
+    /// A series that isn't saved yet begins with the event, as far as the user hasn't given it days of its own.
     void ChangeStart(const DateTime& start);
     void ChangeEnd(const DateTime& end);
     /// Both at once and to the minute, as a script gives them. They are valid.
@@ -57,8 +60,8 @@ public:
     void SetRecurrenceEnd(const DateTime& day);
     /// "Repeats every day from 01/03/11 to 01/05/11". Empty if the event is no series, or its pattern has no words.
     std::string Summary() const;
-    /// What a save would make of it: "Ends after 3 events, on 01/05/11", or that no event falls on these days. Empty if
-    /// the event is no series.
+    /// What a save would make of it: "Ends after 3 events, on 01/05/11", that no event falls on these days, or that the
+    /// event moves without the others of its series. Empty if the event is no series.
     std::string Outcome() const;
 
     /// The rows of the reminder list; "No Reminders Set" where there is none.
@@ -80,6 +83,8 @@ private:
     EventEditor(const CalendarWorld& world, CTmEvent event, bool isNew);
     LongList& Slots() { return event_.*kPatternLists[static_cast<size_t>(tab_)].list; }
     void DescribeEvent(CTmReminder& reminder) const;
+    void MoveSeries(const DateTime& before);
+    bool MovesAlone() const;
     void KeepOrder();
     void ApplyWholeDays();
     CTmEvent Finished() const;
@@ -88,7 +93,8 @@ private:
     CTmEvent event_, old_;
     bool isNew_;
     SeriesType tab_ = kDaily;
-    CTmEvent opened_;  // as a save would have had it at once
+    CTmEvent opened_;      // as a save would have had it at once
+    bool hasEnd_ = false;  // the user has given the series its last day
 };
 
 }  // namespace lore

@@ -18,8 +18,7 @@ std::string Counted(int count, const char* what) {
 }  // namespace
 
 MonthView::MonthView(const CalendarWorld& world) : world_(world), today_(world.clock.Now().Midnight()), grid_(today_) {
-    Reload();
-    SelectDay(today_);
+    SelectToday();
 }
 
 void MonthView::Reload() {
@@ -40,7 +39,7 @@ void MonthView::Reload() {
 }
 
 void MonthView::ShowMonth(const DateTime& month) {
-    if (!month.IsValid())
+    if (month.Year() < kFirstYear || month.Year() > kLastYear)
         return;
     grid_ = MonthGrid(month);
     Reload();
@@ -77,6 +76,11 @@ void MonthView::SelectDay(const DateTime& day) {
     if (day.Year() != grid_.Month().Year() || day.Month() != grid_.Month().Month())
         ShowMonth(day);
     Select(grid_.CellOf(day));
+}
+
+void MonthView::SelectToday() {
+    Reload();
+    SelectDay(today_);
 }
 
 bool MonthView::IsSelected(int cell) const {

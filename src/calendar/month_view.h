@@ -13,6 +13,9 @@ namespace lore {
 /// The month of the calendar window: its cells, what falls on them, and the selection.
 class MonthView {
 public:
+    /// Years whose months have all their cells, those of the neighbours too.
+    static constexpr int kFirstYear = 101, kLastYear = 9998;
+
     /// Shows the month of today, which is selected. The world outlives the view.
     explicit MonthView(const CalendarWorld& world);
 
@@ -23,9 +26,9 @@ public:
 
     /// Reads the events and reminders of the shown cells again.
     void Reload();
-    /// Shows another month. The selection goes to its first day.
+    /// Shows another month of these years. The selection goes to its first day.
     void ShowMonth(const DateTime& month);
-    /// So many months on; years from 100 to 9999.
+    /// So many months on.
     void TurnMonths(int months);
 
     // The selection runs from its anchor to its end, in either direction.
@@ -34,6 +37,8 @@ public:
     /// Moves the end of the selection by days; out of the shown cells it turns to that month.
     void MoveBy(int days, bool extend);
     void SelectDay(const DateTime& day);
+    /// Of the clock as it is by now, which may have passed midnight.
+    void SelectToday();
     bool IsSelected(int cell) const;
     int CurrentCell() const { return end_; }
     DateTime CurrentDay() const { return grid_.DayOf(end_); }

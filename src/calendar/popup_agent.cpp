@@ -1,12 +1,24 @@
 #include "calendar/popup_agent.h"
 
+#include <cmath>
 #include <string_view>
 #include <system_error>
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/reminder_file.h"
 #include "ports/agent.h"
 
 namespace lore {
+
+namespace {
+
+/// To the minute, for a second may begin between the two readings.
+int64_t MinutesAhead(const Clock& clock) {
+    const DateSpan ahead = SpanBetween(clock.NowUtc(), clock.Now());
+    return std::lround(static_cast<double>(ahead.seconds) / kMinute);
+}
+
+}  // namespace
 
 PopupAgent::PopupAgent(std::filesystem::path reminderFile, std::filesystem::path shownFile, Clock& clock,
                        FaultNotice& faults, AgentHooks hooks)
@@ -22,10 +34,17 @@ void PopupAgent::Start() {
     // A file that is there and can't be read isn't replaced by one that knows less.
     mayKeep_ = read.Missing() || Told(read, "What has been shown could not be read", shownFile_, last);
     schedule_.SetShown(kept_);
+    ahead_ = MinutesAhead(clock_);
     Look();
 }
 
+void PopupAgent::FollowClock() {
+    const int64_t before = std::exchange(ahead_, MinutesAhead(clock_));
+    schedule_.MoveClock((ahead_ - before) * kMinute);
+}
+
 bool PopupAgent::Look() {
+    FollowClock();
     const bool isRead = stamp_ != StampOfReminders() && ReadReminders();
     const size_t came = schedule_.TakeDue(clock_.Now());
     new_ += came;
@@ -72,8 +91,9 @@ bool PopupAgent::Told(const FileResult& result, const char* what, const std::fil
     return result.Ok();
 }
 
-void PopupAgent::Snooze(const PopupKey& key, const DateTime& until) {
-    schedule_.Snooze(key, until);
+void PopupAgent::Snooze(const PopupKey& key, const SnoozeChoice& choice) {
+    FollowClock();
+    schedule_.Snooze(key, choice.until, choice.isSpan);
     KeepShown();
 }
 

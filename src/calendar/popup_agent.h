@@ -43,7 +43,7 @@ public:
     DateTime Now() const { return clock_.Now(); }
     void Dismiss(const PopupKey& key) { schedule_.Dismiss(key); }
     void DismissAll() { schedule_.DismissAll(); }
-    void Snooze(const PopupKey& key, const DateTime& until);
+    void Snooze(const PopupKey& key, const SnoozeChoice& choice);
 
 private:
     /// Tells files of one content from those of another, mostly.
@@ -54,6 +54,7 @@ private:
     };
     FileStamp StampOfReminders() const;
     bool ReadReminders();
+    void FollowClock();
     void KeepShown();
     /// Tells a failure once, not at each look.
     bool Told(const FileResult& result, const char* what, const std::filesystem::path& path, int& last);
@@ -67,6 +68,7 @@ private:
     ShownPopups kept_;                // what the file holds
     bool mayKeep_ = true;
     size_t new_ = 0;
+    int64_t ahead_ = 0;  // minutes of the local time ahead of the universal one
     int readError_ = 0, writeError_ = 0;
 };
 

@@ -13,7 +13,6 @@ constexpr int64_t kLate = kMinute;
 constexpr int64_t kLongestLook = kMinute;
 /// So long what was shown is remembered once its reminder has gone: a deleted one may come back.
 constexpr int64_t kRemembered = 30 * kDay;
-constexpr int64_t kUsualSnooze = 10 * kMinute;
 
 bool IsPopup(const CTmReminder& reminder) {
     return reminder.Type == static_cast<int32_t>(ReminderType::Popup) && reminder.SendTime.IsValid();
@@ -63,6 +62,7 @@ size_t PopupSchedule::TakeDue(const DateTime& now) {
     for (; !waiting_.empty() && waiting_.begin()->first <= now.Seconds(); ++count) {
         const auto [due, key] = *waiting_.begin();
         waiting_.erase(waiting_.begin());
+        spans_.erase(key);
         shown_[key] = DateTime();
         onScreen_.push_back({popups_.at(key), DateTime::FromSeconds(due), now.Seconds() - due >= kLate, key.number});
     }
@@ -87,26 +87,38 @@ void PopupSchedule::DismissAll() {
     onScreen_.clear();
 }
 
-void PopupSchedule::Snooze(const PopupKey& key, const DateTime& until) {
+void PopupSchedule::Snooze(const PopupKey& key, const DateTime& until, bool isSpan) {
     const size_t removed = std::erase_if(onScreen_, [&](const Popup& popup) { return popup.Key() == key; });
     if (removed == 0 || !until.IsValid())
         return;
     shown_[key] = until;
     WaitFor(key);
+    if (isSpan)
+        spans_.insert(key);
+}
+
+void PopupSchedule::MoveClock(int64_t seconds) {
+    if (seconds == 0 || spans_.empty())
+        return;
+    for (auto& [key, again] : shown_) {
+        if (spans_.contains(key))
+            again = again.PlusSeconds(seconds);
+    }
+    waiting_.clear();
+    for (const auto& [key, reminder] : popups_)
+        WaitFor(key);
 }
 
 std::vector<SnoozeChoice> SnoozeChoices(const CTmReminder& reminder, const DateTime& now) {
-    std::vector<SnoozeChoice> choices = {
-        {"5 Minutes", now.PlusSeconds(5 * kMinute)},   {"10 Minutes", UsualSnooze(now)},
-        {"30 Minutes", now.PlusSeconds(30 * kMinute)}, {"1 Hour", now.PlusSeconds(kHour)},
-        {"4 Hours", now.PlusSeconds(4 * kHour)},       {"1 Day", now.PlusDays(1)}};
+    const auto span = [&](const char* text, int64_t seconds) {
+        return SnoozeChoice{text, now.PlusSeconds(seconds), true};
+    };
+    std::vector<SnoozeChoice> choices = {span("5 Minutes", 5 * kMinute),   span("10 Minutes", 10 * kMinute),
+                                         span("30 Minutes", 30 * kMinute), span("1 Hour", kHour),
+                                         span("4 Hours", 4 * kHour),       {"1 Day", now.PlusDays(1), false}};
     if (!reminder.EventId.empty() && reminder.EventStart.IsValid() && reminder.EventStart.Seconds() > now.Seconds())
-        choices.push_back({"Until the Event Starts", reminder.EventStart});
+        choices.push_back({"Until the Event Starts", reminder.EventStart, false});
     return choices;
-}
-
-DateTime UsualSnooze(const DateTime& now) {
-    return now.PlusSeconds(kUsualSnooze);
 }
 
 PopupText TextOf(const Popup& popup, const DateTime& now) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <vector>
 
 #include "calendar/reminder_list.h"
@@ -43,8 +44,12 @@ public:
     /// Takes a popup from the screen.
     void Dismiss(const PopupKey& key);
     void DismissAll();
-    /// Takes a popup from the screen until a moment.
-    void Snooze(const PopupKey& key, const DateTime& until);
+    /// Takes a popup from the screen until a moment. With `isSpan` the time until then passes, whatever the clock
+    /// shows.
+    void Snooze(const PopupKey& key, const DateTime& until, bool isSpan = false);
+    /// The clock has been put on by seconds that didn't pass, or back, as in the nights of summer time: what was put
+    /// off for a span moves along.
+    void MoveClock(int64_t seconds);
 
 private:
     void WaitFor(const PopupKey& key);
@@ -54,17 +59,19 @@ private:
     std::map<PopupKey, CTmReminder> popups_;
     std::multimap<int64_t, PopupKey> waiting_;  // by the second at which they are due
     std::vector<Popup> onScreen_;
+    std::set<PopupKey> spans_;  // put off for a span since the start
 };
 
 /// How long a popup can be put off.
 struct SnoozeChoice {
     const char* text;
     DateTime until;
+    bool isSpan;  ///< counts minutes and hours; a day later or the start of an event is a time on the clock
 };
 /// The choices at `now`, shortest first, and the start of its event behind them where that still lies ahead.
 std::vector<SnoozeChoice> SnoozeChoices(const CTmReminder& reminder, const DateTime& now);
-/// What the button alone does.
-DateTime UsualSnooze(const DateTime& now);
+/// The place of the one that the button alone takes.
+inline constexpr size_t kUsualSnooze = 1;
 
 /// The texts of a popup. Empty ones are left out.
 struct PopupText {

@@ -8,6 +8,7 @@
 #include "calendar/date_arithmetic.h"
 #include "calendar/event_text.h"
 #include "calendar/reminder_address.h"
+#include "calendar/server_reminders.h"
 #include "calendar/ten_minutes.h"
 
 namespace lore {
@@ -185,7 +186,7 @@ bool ReminderEditor::TakeAddress() {
 }
 
 void ReminderEditor::SendTestMessage() {
-    if (!TakeAddress())
+    if (!TakeAddress() || !MayUseServer(world_))
         return;
     world_.ShowProgress("Attempting to connect to server and send message....");
     const bool connected = world_.server.TestServerConnection() > 0;

@@ -12,6 +12,17 @@ namespace {
 
 constexpr int kMostN = 999;
 
+/// Slots of a pattern that are one default: a day of the week, of the month or of the year.
+struct StartSlots {
+    SeriesType type;
+    size_t first, last;
+};
+constexpr StartSlots kStartSlots[] = {{kWeekly, kWeeklySunday, kWeeklySlots - 1},
+                                      {kMonthly, kMonthlyDay, kMonthlyDay},
+                                      {kMonthly, kMonthlyOrdinal, kMonthlyWeekday},
+                                      {kYearly, kYearlyMonth, kYearlyDay},
+                                      {kYearly, kYearlyOrdinal, kYearlyWeekdayMonth}};
+
 /// The N of the form that is selected for a type; 12 months for a yearly one.
 int32_t StepOf(const CTmEvent& event, int32_t type) {
     switch (type) {
@@ -95,6 +106,25 @@ void FillPatternDefaults(CTmEvent& event, int32_t type) {
             break;
         default:
             list = {1, 0, month, day, ordinal, weekday, month};
+    }
+}
+
+void MovePatternDefaults(CTmEvent& event, const DateTime& before) {
+    CTmEvent from, to;
+    from.Start = before;
+    to.Start = event.Start;
+    for (int32_t type = 0; type < kSeriesTypes; ++type) {
+        FillPatternDefaults(from, type);
+        FillPatternDefaults(to, type);
+    }
+    for (const StartSlots& slots : kStartSlots) {
+        LongList CTmEvent::*const pattern = kPatternLists[slots.type].list;
+        LongList& list = event.*pattern;
+        bool isDefault = true;
+        for (size_t slot = slots.first; slot <= slots.last; ++slot)
+            isDefault = isDefault && PatternAt(list, slot) == PatternAt(from.*pattern, slot);
+        for (size_t slot = slots.first; isDefault && slot <= slots.last; ++slot)
+            list.SetAt(slot, PatternAt(to.*pattern, slot));
     }
 }
 

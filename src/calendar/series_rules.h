@@ -21,5 +21,7 @@ std::string CorrectPatternInput(std::string_view typed);
 
 /// Fills the pattern list of a type with the defaults that follow from Start, if all its slots hold -1.
 void FillPatternDefaults(CTmEvent& event, int32_t type);
+/// The event has moved from another start: what the patterns still hold of its defaults follows.
+void MovePatternDefaults(CTmEvent& event, const DateTime& before);
 
 }  // namespace lore

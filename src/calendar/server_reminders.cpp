@@ -56,12 +56,15 @@ const char* TextOf(ReminderFailure failure) {
 
 }  // namespace
 
+bool MayUseServer(const CalendarWorld& world) {
+    if (!world.server.IsSetUp())
+        world.prompts.Message(kNotSetUp, kNoConnection, PromptIcon::Warning);
+    return world.server.IsSetUp();
+}
+
 bool CheckServer(const CalendarWorld& world, bool showQuestion) {
-    if (!world.server.IsSetUp()) {
-        if (showQuestion)
-            world.prompts.Message(kNotSetUp, kNoConnection, PromptIcon::Warning);
+    if (showQuestion ? !MayUseServer(world) : !world.server.IsSetUp())
         return false;
-    }
     if (Answers(world) || AnswersAfter(world, kRetryPause))
         return true;
     if (!showQuestion || world.prompts.Ask(kTryAgain, kNoConnection) != PromptAnswer::Yes)

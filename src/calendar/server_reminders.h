@@ -10,6 +10,9 @@ namespace lore {
 /// server is set up, the user is told that instead. Without, a failure is silent.
 bool CheckServer(const CalendarWorld& world, bool showQuestion);
 
+/// False, told, where no reminder server is set up.
+bool MayUseServer(const CalendarWorld& world);
+
 /// The moment of sending on the server's clock: the two clocks' difference is taken off. `now` is this computer's time,
 /// its seconds don't count. Never exactly midnight; invalid if the server's time is.
 DateTime ServerSendTimeOf(const DateTime& sendTime, const DateTime& now, const DateTime& serverTime);

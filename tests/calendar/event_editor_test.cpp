@@ -1,9 +1,11 @@
 #include "calendar/event_editor.h"
 
 #include "calendar/calendar_fixture.h"
+#include "calendar/date_arithmetic.h"
 #include "calendar/reminder_address.h"
 #include "calendar/reminder_editor.h"
 #include "calendar/ten_minutes.h"
+#include "calendar/typed_time.h"
 
 namespace lore {
 namespace {
@@ -40,6 +42,33 @@ TEST(TenMinutes, AreTheStepsOfATime) {
     }
 }
 
+TEST(TypedTimes, AreReadInEachFormWhileTheyAreTyped) {
+    struct Case {
+        const char* typed;
+        TimeOfDay shown;
+        int hour, minute;  ///< an hour of -1: no time
+    };
+    const TimeOfDay morning{9, 20}, evening{21, 20};
+    const Case cases[] = {{"", evening, 21, 20},     {"9", {0, 0}, 9, 0},          {"8", evening, 20, 20},
+                          {"08", evening, 8, 20},    {"12", morning, 12, 20},      {"12a", morning, 0, 20},
+                          {"0", evening, 0, 20},     {"14", morning, 14, 20},      {"14:", morning, 14, 20},
+                          {"14:3", morning, 14, 3},  {"14:30", morning, 14, 30},   {"14.30", morning, 14, 30},
+                          {"1430", morning, 14, 30}, {"143", morning, 1, 43},      {"190", morning, 19, 0},
+                          {"930", evening, 21, 30},  {"0930", evening, 9, 30},     {"093", evening, 9, 3},
+                          {"93", morning, 9, 3},     {"2:30p", morning, 14, 30},   {"2:30 PM", morning, 14, 30},
+                          {"230am", evening, 2, 30}, {"12p", morning, 12, 20},     {"14p", morning, 14, 20},
+                          {"2359", morning, 23, 59}, {"14a", morning, -1, 0},      {"24", morning, 2, 4},
+                          {"2400", morning, -1, 0},  {"9:60", morning, -1, 0},     {"975", morning, -1, 0},
+                          {"12345", morning, -1, 0}, {"1:2:3", morning, -1, 0},    {":30", morning, -1, 0},
+                          {"p", morning, -1, 0},     {"9pp", morning, -1, 0},      {"9p3", morning, -1, 0},
+                          {"x", morning, -1, 0},     {"9\xC3\xA9", morning, -1, 0}};
+    for (const Case& one : cases) {
+        const std::optional<TimeOfDay> read = ReadTypedTime(one.typed, one.shown);
+        EXPECT_EQ(read ? read->hour : -1, one.hour) << one.typed;
+        EXPECT_EQ(read ? read->minute : 0, one.minute) << one.typed;
+    }
+}
+
 TEST_F(Editors, TheEndStaysBehindTheStart) {
     struct Case {
         bool start;
@@ -60,6 +89,54 @@ TEST_F(Editors, TheEndStaysBehindTheStart) {
         EXPECT_EQ(editor.Event().Start, one.expectedStart);
         EXPECT_EQ(editor.Event().End, one.expectedEnd);
     }
+}
+
+TEST_F(Editors, ANewSeriesMovesWithTheStart) {
+    EventEditor editor = Timed();  // a Friday
+    editor.SetRecurring(true);
+    editor.ChooseTab(kMonthly);
+    editor.ChooseTab(kYearly);
+    editor.ChooseTab(kWeekly);
+    editor.TypePattern(kWeeklyN, "2");
+    const auto says = [&] { return editor.Summary() + "|" + editor.Outcome(); };
+    editor.ChangeStart(Day(2026, 4, 20, 9));
+    EXPECT_EQ(says().find("Repeats every 2 weeks on MON from 04/20/26 to "), 0u) << says();
+    editor.ChangeStart(Day(2026, 4, 20, 14, 30));
+    EXPECT_EQ(editor.Event().RecurrenceStart, Day(2026, 4, 20, 14, 30));
+    EXPECT_EQ(editor.Event().RecurrenceEnd.Midnight().PlusSeconds(14 * kHour + 30 * kMinute),
+              editor.Event().RecurrenceEnd);
+    editor.SetPattern(kWeeklySunday + 3, 1);
+    editor.SetRecurrenceEnd(Day(2026, 12, 31));
+    editor.ChangeStart(Day(2026, 4, 28, 14, 30));
+    EXPECT_EQ(says(), "Repeats every 2 weeks on MON, WED from 04/28/26 to 12/31/26|Ends after 35 events, on 12/23/26")
+        << "days that the user has chosen stay";
+    editor.ChooseTab(kMonthly);
+    EXPECT_EQ(editor.Summary(), "Repeats on day 28 of every month from 04/28/26 to 12/31/26");
+    editor.ChooseForm(false);
+    EXPECT_EQ(editor.Summary(), "Repeats on the 4th Tuesday of every month from 04/28/26 to 12/31/26");
+    editor.SetRecurrenceStart(Day(2026, 6, 1));
+    editor.ChangeStart(Day(2027, 1, 31, 14, 30));
+    EXPECT_EQ(editor.Summary(), "Repeats on the last Sunday of every month from 06/01/26 to 12/31/26");
+    editor.ChooseTab(kYearly);
+    EXPECT_EQ(editor.Summary().find("Repeats on every January 31 from 06/01/26 to "), 0u);
+}
+
+TEST_F(Editors, AMemberThatMovesSaysThatItMovesAlone) {
+    CTmEvent series = Series(kDaily, {1, 0, 1}, Day(2026, 4, 10, 9, 5), Day(2026, 4, 14, 9, 5));
+    series.AllDay = 0;
+    ASSERT_EQ(CreateEvent(world, series), EventSave::Saved);
+    EventEditor editor = EventEditor::ForEvent(world, Stored()[1]);
+    editor.PutReminder(*editor.NewReminder());
+    EXPECT_EQ(editor.ReminderLines(), Texts{"POPUP:  04/11/26  9:05am"});
+    const std::string before = editor.Summary();
+    EXPECT_EQ(editor.Outcome(), "Ends after 5 events, on 04/14/26");
+    const DateTime start = Day(2026, 4, 12, 10);
+    editor.PlaceAt(start, start.PlusSeconds(SpanBetween(Stored()[1].Start, Stored()[1].End).seconds));
+    EXPECT_EQ(editor.Outcome(), "Only this event moves, the others of its series stay where they are");
+    EXPECT_EQ(editor.Summary(), before);
+    EXPECT_EQ(editor.ReminderLines(), Texts{"POPUP:  04/12/26  10:00am"});
+    editor.ChangeEnd(Day(2026, 4, 12, 12));
+    EXPECT_EQ(editor.Outcome(), "Ends after 5 events, on 04/14/26");
 }
 
 TEST_F(Editors, KnowWhetherAnythingWouldBeLost) {
@@ -298,6 +375,9 @@ TEST_F(Editors, TheTypeDecidesTextsLimitAndAddress) {
     server.works = 0;
     editor.SendTestMessage();
     EXPECT_EQ(prompts.seen.back(), "Message Failed: Message Failed.  Internet connection could not be established.");
+    server.isSetUp = false;
+    editor.SendTestMessage();
+    EXPECT_EQ(prompts.seen.back().find("No Server Connection: No reminder server is set up, "), 0u);
     EXPECT_TRUE(editor.Save());
     EXPECT_EQ(settings.Text(Option::Phone), "999-888-7777");
     EXPECT_EQ(settings.Text(Option::Email), "last@example.com");

@@ -109,9 +109,15 @@ TEST_F(Months, TheSelectionMovesAndTurnsTheMonth) {
     EXPECT_EQ(view.CurrentDay(), Day(2025, 12, 1));
     view.MoveBy(100, true);
     EXPECT_EQ(view.CurrentDay(), Day(2025, 12, 1)) << "a selection stays among the cells";
-    view.ShowMonth(Day(9999, 12, 1));
-    view.TurnMonths(1);
-    EXPECT_EQ(view.CurrentDay(), Day(9999, 12, 1));
+    for (const auto& [last, months] : {std::pair(Day(9998, 12, 1), 1), std::pair(Day(101, 1, 1), -1)}) {
+        view.ShowMonth(last);
+        view.TurnMonths(months);
+        EXPECT_EQ(view.Grid().Month(), last);
+        EXPECT_TRUE(view.Grid().FirstMoment().IsValid() && view.Grid().LastMoment().IsValid());
+    }
+    clock.now = Day(2026, 4, 1);
+    view.SelectToday();
+    EXPECT_EQ(std::pair(view.Today(), view.CurrentDay()), std::pair(clock.now, clock.now)) << "midnight has passed";
 }
 
 TEST_F(Months, ACellTellsWhatFallsOnIt) {

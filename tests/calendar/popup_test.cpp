@@ -1,3 +1,4 @@
+#include <ctime>
 #include <gmock/gmock.h>
 #include <map>
 #include <random>
@@ -286,11 +287,65 @@ TEST_F(ReminderAgent, KeepsASnoozeOnTheDisk) {
     Put({PopupAt("a", clock.now)});
     PopupAgent agent = MakeAgent();
     agent.Start();
-    agent.Snooze(agent.Schedule().OnScreen().front().Key(), clock.now.PlusSeconds(600));
+    agent.Snooze(agent.Schedule().OnScreen().front().Key(), {"", clock.now.PlusSeconds(600), true});
     EXPECT_THAT(Shows(), IsEmpty());
     clock.now = clock.now.PlusSeconds(601);
     EXPECT_THAT(Shows(), ElementsAre("a"));
     EXPECT_THAT(Shows(), IsEmpty());
+}
+
+/// Central Europe, as long as it lives.
+struct ZoneOfSummerTime {
+    ZoneOfSummerTime() { Set("CET-1CEST,M3.5.0,M10.5.0/3"); }
+    ~ZoneOfSummerTime() { Set("UTC"); }
+    static void Set(const char* zone) {
+        ::setenv("TZ", zone, 1);
+        ::tzset();
+    }
+};
+
+struct ZoneClock : Clock {
+    explicit ZoneClock(const DateTime& moment) : utc(moment.Seconds()) {}
+    DateTime Now() const override {
+        std::tm at = {};
+        ::localtime_r(&utc, &at);
+        return DateTime(at.tm_year + 1900, at.tm_mon + 1, at.tm_mday, at.tm_hour, at.tm_min, at.tm_sec);
+    }
+    DateTime NowUtc() const override { return DateTime::FromSeconds(utc); }
+    std::time_t utc;
+};
+
+TEST_F(ReminderAgent, CountsASnoozeThroughTheNightsOfSummerTime) {
+    const ZoneOfSummerTime inZone;
+    const DateTime nights[] = {Day(2026, 3, 29, 0, 51),      Day(2026, 3, 29, 0, 59, 59), Day(2026, 10, 25, 0, 51),
+                               Day(2026, 10, 25, 0, 59, 59), Day(2026, 10, 24, 23, 30),   Day(2026, 7, 1)};
+    for (const DateTime& night : nights) {
+        const ZoneClock start(night);
+        CTmReminder reminder = PopupAt("a", start.Now());
+        reminder.EventStart = start.Now().PlusSeconds(5 * 3600);
+        Put({reminder});
+        const std::vector<SnoozeChoice> choices = SnoozeChoices(reminder, start.Now());
+        for (const SnoozeChoice& choice : choices) {
+            SCOPED_TRACE(DateFieldText(night) + " " + choice.text);
+            std::filesystem::remove(shownPath);
+            ZoneClock zone(night);
+            PopupAgent agent(remPath, shownPath, zone, faults, {[] {}, [] {}, [] {}, [] {}});
+            agent.Start();
+            ASSERT_EQ(agent.Schedule().OnScreen().size(), 1u);
+            agent.Snooze(KeyOf(reminder), choice);
+            int64_t passed = 0;
+            while (agent.Look(), agent.Schedule().OnScreen().empty() && passed < 100000) {
+                const int64_t step = std::max<int64_t>(agent.SecondsToNextLook(), 1);
+                zone.utc += step;
+                passed += step;
+            }
+            if (choice.isSpan)
+                EXPECT_EQ(passed, choice.until.Seconds() - start.Now().Seconds());
+            else
+                EXPECT_EQ(zone.Now(), choice.until);
+            EXPECT_FALSE(agent.Schedule().OnScreen().front().isLate);
+        }
+    }
 }
 
 TEST_F(ReminderAgent, TakesTheMessagesOfTheProgram) {

@@ -205,6 +205,41 @@ private slots:
         }
     }
 
+    /// What is typed for the start takes the days of a new series along.
+    void the_rest_follows_the_start_that_is_typed() {
+        Open();
+        for (const auto& [year, day] : {std::pair(2026, 14), std::pair(1066, 1)}) {
+            In<QSpinBox>(*dialog_, "year")->setValue(year);
+            Next<EditEventDialog>([year = year, day = day](EditEventDialog& editor) {
+                const auto date = [&](const char* name) { return In<QDateEdit>(editor, name)->date(); };
+                const auto type = [&](const char* name, const char* keys) {
+                    auto* const field = In<QDateTimeEdit>(editor, name);
+                    field->setFocus(Qt::TabFocusReason);
+                    QTest::keyClicks(field, keys);
+                    In<QLineEdit>(editor, "label")->setFocus();
+                };
+                QCOMPARE(date("startDate"), QDate(year, 3, day));
+                In<QCheckBox>(editor, "allDay")->click();
+                In<QCheckBox>(editor, "recurring")->click();
+                type("startTime", "1430");
+                type("endTime", "17");
+                type("startTime", "9:30a");
+                QCOMPARE(In<QTimeEdit>(editor, "startTime")->text(), QString("9:30 AM"));
+                QCOMPARE(In<QTimeEdit>(editor, "endTime")->text(), QString("5:30 PM"));
+                type("startDate", "20");
+                for (const char* const name : {"startDate", "endDate", "firstDay"})
+                    QCOMPARE(date(name), QDate(year, 3, 20));
+                QCOMPARE(date("lastDay"), QDate(year, 3, 21));
+                In<QPushButton>(editor, "save")->click();
+            });
+            const int before = opened_;
+            In<QPushButton>(*dialog_, "createEvent")->click();
+            QTRY_COMPARE(opened_, before + 1);
+            QVERIFY(!Stored().empty() && Stored().back().Start == DateTime(year, 3, 21, 9, 30));
+            QVERIFY(Stored().back().End == DateTime(year, 3, 21, 10, 30, 59));
+        }
+    }
+
     void a_right_click_views_the_day_under_it_and_keeps_the_selection() {
         Open();
         CalendarGrid* const grid = dialog_->Grid();

@@ -132,16 +132,31 @@ private slots:
         QVERIFY2(day.text().startsWith(QLocale::c().toString(day.date(), "dddd")), "keys that step leave the form");
     }
 
-    void the_half_of_a_day_is_typed_behind_the_minutes() {
+    void a_time_is_typed_in_any_form_and_told_of_when_it_is_complete() {
         QTimeEdit* const time = MakeTimeField("Time", dialog_.get());
         dialog_->Content()->addWidget(time);
         time->show();
+        QSignalSpy told(time, &QTimeEdit::timeChanged);
         const std::pair<const char*, const char*> cases[] = {
-            {"2", "02:00"}, {"2:30p", "14:30"}, {"1115P", "23:15"}, {"12a", "00:00"}, {"7:45", "07:45"}};
+            {"2", "02:00"},    {"2:30p", "14:30"}, {"2:30 pm", "14:30"}, {"1115P", "23:15"},  {"12a", "00:00"},
+            {"7:45", "07:45"}, {"14", "14:00"},    {"14:30", "14:30"},   {"1430", "14:30"},   {"25", "02:05"},
+            {"9", "09:00"},    {"p", "21:00"},     {"14\b\b7", "07:00"}, {"14\b\b", "09:00"}, {"1475x", "01:47"}};
         for (const auto& [keys, wanted] : cases) {
             Fresh(*time);
-            QCOMPARE(Typed(*time, keys).right(5), QString(wanted));
+            told.clear();
+            QCOMPARE(QString(keys) + " " + Typed(*time, keys).right(5), QString(keys) + " " + wanted);
+            QCOMPARE(time->text(), QLocale::c().toString(time->time(), "h:mm AP"));
+            for (const QList<QVariant>& one : told)
+                QCOMPARE(one[0].toTime(), time->time());
         }
+        Fresh(*time);
+        QTest::keyClicks(time, "14");
+        QTest::keyClick(time, Qt::Key_Right, Qt::ControlModifier);
+        QCOMPARE(Typed(*time, "45").right(5), QString("14:45"));
+        Fresh(*time);
+        QTest::keyClicks(time, "17");
+        QTest::keyClick(time, Qt::Key_Up);
+        QCOMPARE(time->time(), QTime(18, 0));
     }
 
     void a_date_may_be_typed_as_it_is_shown() {

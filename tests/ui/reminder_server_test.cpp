@@ -78,7 +78,7 @@ private slots:
         });
         timer.start(20);
         QVERIFY(SaveNewReminder(host_->World(), Mail()));
-        QVERIFY2(ticks >= 30, qPrintable(QString::number(ticks)));
+        QVERIFY2(ticks >= 10, qPrintable(QString::number(ticks)));
         QVERIFY(couldStop);
         QVERIFY(prompts_.seen.empty());
         QCOMPARE(Stored(), size_t{1});

@@ -61,8 +61,12 @@ void CalendarGrid::keyPressEvent(QKeyEvent* event) {
             view_.MoveBy(kWeek, extend);
             break;
         case Qt::Key_Home:
-            event->modifiers().testFlag(Qt::ControlModifier) ? view_.SelectDay(view_.Today())
-                                                             : view_.MoveBy(-column, extend);
+            if (event->modifiers().testFlag(Qt::ControlModifier)) {
+                view_.SelectToday();
+                Refresh();
+            } else {
+                view_.MoveBy(-column, extend);
+            }
             break;
         case Qt::Key_End:
             view_.MoveBy(kWeek - 1 - column, extend);

@@ -1,8 +1,12 @@
 #include "ui/calendar/date_fields.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QLocale>
+#include <QSignalBlocker>
+#include <utility>
 
+#include "calendar/typed_time.h"
 #include "ui/typed_date_edit.h"
 
 namespace lore {
@@ -39,13 +43,23 @@ private:
     static constexpr char kTyped[] = "MMM dd,  yyyy";
 };
 
-/// Takes an A or a P, wherever the caret stands, for the half of the day.
+/// Takes a time as it is written by hand, from its hour on; an A or a P, wherever the caret stands, is the half of the
+/// day.
 class ClockField : public QTimeEdit {
 public:
     using QTimeEdit::QTimeEdit;
+    void stepBy(int steps) override {
+        EndTyping();
+        QTimeEdit::stepBy(steps);
+    }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
+        if (!typed_.isEmpty() && Selected() != left_)
+            EndTyping();  // the caret has gone elsewhere
+        if (ChangesText(*event) && Type(*event))
+            return;
+        EndTyping();
         const int key = event->key();
         if ((key != Qt::Key_A && key != Qt::Key_P) || !ChangesText(*event))
             return QTimeEdit::keyPressEvent(event);
@@ -53,13 +67,57 @@ protected:
         setTime(QTime(time().hour() % 12 + (key == Qt::Key_P ? 12 : 0), time().minute(), time().second()));
         setSelectedSection(AmPmSection);
     }
+    void focusOutEvent(QFocusEvent* event) override {
+        EndTyping();
+        QTimeEdit::focusOutEvent(event);
+    }
+
+private:
+    /// True for a key of a time that is being typed, or that begins one. What makes no time does nothing.
+    bool Type(const QKeyEvent& key) {
+        QString typed = typed_;
+        if (key.key() == Qt::Key_Backspace && !typed.isEmpty())
+            typed.chop(1);
+        else if (!key.text().isEmpty() && key.text()[0].isPrint() && (!typed.isEmpty() || BeginsTime(key.text()[0])))
+            typed += key.text();
+        else
+            return false;
+        if (typed_.isEmpty())
+            before_ = time();
+        const auto read = ReadTypedTime(typed.toStdString(), {before_.hour(), before_.minute()});
+        if (read)
+            Show(typed, QTime(read->hour, read->minute, before_.second()));
+        return true;
+    }
+    bool BeginsTime(QChar key) const {
+        return key.isDigit() && (currentSection() == HourSection || lineEdit()->selectedText() == text());
+    }
+    /// The text alone: the time is told of once it is complete.
+    void Show(const QString& typed, const QTime& time) {
+        typed_ = typed;
+        const QSignalBlocker quiet(lineEdit());
+        lineEdit()->setText(locale().toString(time, displayFormat()));
+        setSelectedSection(typed.size() < 3 && !typed.contains(':') ? HourSection : MinuteSection);
+        left_ = Selected();
+    }
+    std::pair<int, int> Selected() const { return {lineEdit()->selectionStart(), lineEdit()->selectionLength()}; }
+    void EndTyping() {
+        if (typed_.isEmpty())
+            return;
+        typed_.clear();
+        interpretText();
+    }
+
+    QString typed_;
+    QTime before_;                     // when typing began
+    std::pair<int, int> left_{-1, 0};  // what was selected behind the last key
 };
 
 }  // namespace
 
 QDateEdit* MakeDateField(const QString& name, QWidget* parent) {
     auto* const field = new DayField(parent);
-    field->setDateRange(QDate(1753, 1, 1), QDate(9999, 12, 31));
+    field->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
     field->setCalendarPopup(true);
     field->setKeyboardTracking(false);
     field->setAccessibleName(name);

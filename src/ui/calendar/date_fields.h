@@ -28,6 +28,7 @@ inline DateTime FromQDate(const QDate& date) {
 
 /// A field with a calendar that drops down. It tells of a typed date once it is complete.
 QDateEdit* MakeDateField(const QString& name, QWidget* parent);
+/// Takes 2:30p, 14:30 and 1430 as well as the form that it shows.
 QTimeEdit* MakeTimeField(const QString& name, QWidget* parent);
 
 }  // namespace lore

@@ -228,6 +228,7 @@ void EditEventDialog::ConnectTimes() {
     const auto startChanged = [this] {
         model_.ChangeStart(FromFields(*startDate_, *startTime_));
         ShowTimes();
+        ShowReminders();
     };
     const auto endChanged = [this] {
         model_.ChangeEnd(FromFields(*endDate_, *endTime_));

@@ -86,7 +86,7 @@ void EditReminderDialog::MakeTimes(QFormLayout* form) {
     date_ = MakeDateField(tr("Day of sending"), this);
     date_->setMaximumDate(ToQDate(ReminderEditor::LatestSendDay()));
     if (!model_.IsLocked())
-        date_->setMinimumDate(ToQDate(model_.EarliestSendTime()));
+        date_->setMinimumDate(ToQDate(host_.World().clock.Now()));
     time_ = MakeTimeField(tr("Time of sending"), this);
     sendLine_->setBuddy(date_);
     auto* const row = new QHBoxLayout;

@@ -82,7 +82,7 @@ QWidget* TaskManagerDialog::MakeHead() {
     year_ = new QSpinBox(head);
     year_->setObjectName("year");
     year_->setAccessibleName(tr("Year"));
-    year_->setRange(101, 9998);
+    year_->setRange(MonthView::kFirstYear, MonthView::kLastYear);
     year_->setKeyboardTracking(false);
     auto* const monthLabel = new QLabel(tr("&Month:"), head);
     monthLabel->setBuddy(month_);
@@ -98,7 +98,7 @@ QWidget* TaskManagerDialog::MakeHead() {
     connect(month_, &QComboBox::activated, this, &TaskManagerDialog::ChooseMonth);
     connect(year_, &QSpinBox::valueChanged, this, &TaskManagerDialog::ChooseMonth);
     connect(today, &QPushButton::clicked, this, [this] {
-        view_.SelectDay(view_.Today());
+        view_.SelectToday();
         grid_->Refresh();
         ShowChoice();
         grid_->setFocus();
