@@ -41,9 +41,12 @@ bool LaunchSync(CLorebinderApp& app, std::string_view command) {
     app.StoreSettings();
     const bool started = ports.companions && LaunchSyncer(*ports.companions, command, app.GetSettings(), PlaceOf(app));
     if (!started)
-        ports.faults.Tell(
-            {"The sync program could not be started", kSyncProgram, "it isn't installed beside Lorebinder"});
+        TellSyncNotStarted(ports.faults);
     return started;
+}
+
+void TellSyncNotStarted(FaultNotice& faults) {
+    faults.Tell({"The sync program could not be started", kSyncProgram, "it isn't installed beside Lorebinder"});
 }
 
 bool RunSync(CLorebinderApp& app) {

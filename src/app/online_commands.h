@@ -37,6 +37,9 @@ bool CheckLinkAtStart(CLorebinderApp& app);
 /// this program stays.
 bool LaunchSync(CLorebinderApp& app, std::string_view command);
 
+/// Tells that the sync program could not be started.
+void TellSyncNotStarted(FaultNotice& faults);
+
 /// "Run Sync": true if the sync program was started and the main window is to close.
 bool RunSync(CLorebinderApp& app);
 

@@ -94,8 +94,10 @@ ChangedNotes PanelActions::AddNote(ValueChanges& changes, const PanelOrder& orde
 }
 
 PanelOutcome PanelActions::AddToSource(int32_t note, int32_t source) {
-    if (!ValueChanges(commands_.World(), app_.List()).AddSource(note, source))
+    ValueChanges changes(commands_.World(), app_.List());
+    if (!changes.AddSource(note, source))
         return PanelOutcome::Nothing;
+    commands_.ValuesChanged(changes.TakeReplaced());
     app_.RefreshNote(note);
     app_.SortList();
     return PanelOutcome::NotesChanged;

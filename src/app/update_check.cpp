@@ -1,7 +1,7 @@
 #include "app/update_check.h"
 
 #include <array>
-#include <cstdio>
+#include <charconv>
 
 #include "app/open_rules.h"
 #include "base/record_file.h"
@@ -42,9 +42,11 @@ std::optional<UpdateNews> ReadUpdateNews(std::string_view text) {
 }
 
 std::string ShownVersion(double version) {
+    // With a point in every language.
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.2f", version - kShift);
-    return text.data();
+    char* const end =
+        std::to_chars(text.data(), text.data() + text.size(), version - kShift, std::chars_format::fixed, 2).ptr;
+    return std::string(text.data(), end);
 }
 
 bool UpdateCheck::IsDue() const {

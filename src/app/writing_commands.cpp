@@ -41,6 +41,27 @@ std::string UnsavedText(const UnsavedNote& unsaved) {
     return text + "Do you wish to go on with it? \"No\" discards the unsaved text.";
 }
 
+/// What is said of the undo of a change of values, by ValueKind.
+struct UndoTexts {
+    WritingCommands::NextUndo next;
+    const char* title;
+    const char* staying;
+};
+constexpr UndoTexts kUndoTexts[] = {
+    {WritingCommands::NextUndo::Colors, "Undo Border Color",
+     " of the notes have got another border color since, and keep what they have."},
+    {WritingCommands::NextUndo::KeyWords, "Undo Key Word",
+     " of the notes have got other key words since, and keep what they have."},
+    {WritingCommands::NextUndo::Category, "Undo Category",
+     " of the notes have been filed elsewhere since, or the category that they came from has gone.  They stay where "
+     "they are."},
+    {WritingCommands::NextUndo::Sources, "Undo Source",
+     " of the notes have got other sources since, and keep what they have."}};
+
+const UndoTexts& TextsOf(const ReplacedValues& values) {
+    return kUndoTexts[static_cast<size_t>(KindOf(values))];
+}
+
 /// An order, as positions of the list, in which each note of `back` stands directly behind its neighbour of before, the
 /// id at the same place of `behind`, or in front for 0. All others stay where they stand, and so does a note whose
 /// neighbour isn't listed, or one that was `listed` all along.
@@ -222,7 +243,7 @@ WritingCommands::NextUndo WritingCommands::WhatToUndo() const {
     if (!last)
         return NextUndo::None;
     if (const auto* const replaced = std::get_if<ReplacedValues>(&last->what))
-        return AreColors(*replaced) ? NextUndo::Colors : NextUndo::KeyWords;
+        return TextsOf(*replaced).next;
     return std::holds_alternative<ImportChanges>(last->what) ? NextUndo::Import : NextUndo::Deletion;
 }
 
@@ -273,17 +294,20 @@ bool WritingCommands::UndoImportOf(Undoable& undoable) {
 
 /// True if all is undone; what isn't is left in `replaced`.
 bool WritingCommands::UndoValues(ReplacedValues& replaced) {
-    const bool areColors = AreColors(replaced);
+    const UndoTexts& texts = TextsOf(replaced);
+    LongList ids;
+    for (const auto& [id, value] : replaced)
+        ids.AddTail(id);
     world_.progress.ShowStandBy("Updating notes.....");
-    const size_t changed = ValueChanges(World(), app_.List()).PutBack(replaced);
+    const size_t staying = ValueChanges(World(), app_.List()).PutBack(replaced);
     world_.progress.HideStandBy();
+    if (texts.next == NextUndo::Sources) {
+        for (const int32_t id : ids)
+            app_.RefreshNote(id);
+    }
     app_.SortList();
-    if (changed > 0)
-        world_.prompts.Message(
-            std::to_string(changed) +
-                (areColors ? " of the notes have got another border color" : " of the notes have got other key words") +
-                " since, and keep what they have.",
-            areColors ? "Undo Border Color" : "Undo Key Word", PromptIcon::Information);
+    if (staying > 0)
+        world_.prompts.Message(std::to_string(staying) + texts.staying, texts.title, PromptIcon::Information);
     return replaced.empty();
 }
 

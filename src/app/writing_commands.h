@@ -59,9 +59,9 @@ public:
     bool DeleteCurrentNotes();
     /// Asks, for several notes twice, and deletes notes of the NoteBook. True if any has gone.
     bool DeleteNotes(const LongList& ids);
-    /// Deletions from the open NoteBook, imports into it and changes of the colours or key words of its notes can be
-    /// undone, the last one first, until the program ends. What could not be written, told, can be tried again.
-    enum class NextUndo { None, Deletion, Import, Colors, KeyWords };
+    /// Deletions from the open NoteBook, imports into it and what its panels have given to notes can be undone, the
+    /// last one first, until the program ends. What could not be written, told, can be tried again.
+    enum class NextUndo { None, Deletion, Import, Colors, KeyWords, Category, Sources };
     NextUndo WhatToUndo() const;
     void Undo();
     /// An import has come to its end. `listed` are the notes of the current list before it.

@@ -184,17 +184,20 @@ bool CategoryAssignment::CreateCategory(int set, size_t level) {
     if (level > LevelCount(set) || !CanCreate(set, level))
         return false;
     const std::string title = "Create New Level " + std::to_string(level + 1) + " Category";
-    const std::string name =
-        CleanText(Trim(prompts_.AskText("New Category Name:", title, std::string()).value_or(std::string())));
-    if (name.empty())
-        return false;
-    // `<UNASSIGNED>` is no choice, but it is a sibling of the roots.
-    const bool isReserved = level == 0 && EqualNoCase(name, kUnassignedName);
     const int32_t parent = ParentID(set, level);
-    if (isReserved || FindByName(ChildrenOf(parent), name)) {
+    const auto isTaken = [&](const std::string& name) {
+        // `<UNASSIGNED>` is no choice, but it is a sibling of the roots.
+        return (level == 0 && EqualNoCase(name, kUnassignedName)) || FindByName(ChildrenOf(parent), name);
+    };
+    std::string name;
+    while (true) {
+        name = CleanText(Trim(prompts_.AskText("New Category Name:", title, name).value_or(std::string())));
+        if (name.empty())
+            return false;
+        if (!isTaken(name))
+            break;
         prompts_.Message("There is already a category at this level with the same name.", "Invalid Category Name",
                          PromptIcon::Warning);
-        return false;
     }
     Choose(set, level, Make(parent, name).id);
     return true;

@@ -62,8 +62,8 @@ public:
     void Choose(int set, size_t level, int32_t id);
     /// Takes the boxes from a level on away.
     void ClearFrom(int set, size_t level);
-    /// Asks for a name and puts a new category into the box. False if the user cancels, or if a sibling holds the name,
-    /// which is told.
+    /// Asks for a name and puts a new category into the box. A name that a sibling holds is told, and stays in the
+    /// field to be changed. False if the user cancels.
     bool CreateCategory(int set, size_t level);
 
 private:

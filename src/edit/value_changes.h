@@ -7,15 +7,31 @@
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "base/date_time.h"
+#include "base/long_list.h"
 #include "base/rgb.h"
+#include "bibliography/source_info.h"
+#include "classify/category_tree.h"
 #include "edit/note_changes.h"
 
 namespace lore {
 
-/// A border colour, or a line of key words.
-using NoteValue = std::variant<Rgb, std::string>;
+/// Where a note is filed in one set (1, 2 or 3), as it stores that.
+struct FiledPath {
+    int set = 1;
+    CProCategoryTree path;
+};
+/// The sources of a note, and what it says of them.
+struct TiedSources {
+    LongList sources;
+    std::vector<CNoteSourceInfo> info;
+};
+/// A border colour, a line of key words, a category of one set, or the sources.
+using NoteValue = std::variant<Rgb, std::string, FiledPath, TiedSources>;
+/// In the order of NoteValue.
+enum class ValueKind { Color, KeyWords, Category, Sources };
 
 /// What a note had before a change, and what it was given.
 struct ReplacedValue {
@@ -25,8 +41,8 @@ struct ReplacedValue {
 };
 /// Values of one kind, by the ids of their notes, so that a change can be undone.
 using ReplacedValues = std::map<int32_t, ReplacedValue>;
-/// Whether they are colours; false for none.
-bool AreColors(const ReplacedValues& values);
+/// Of what kind they are; there is at least one.
+ValueKind KindOf(const ReplacedValues& values);
 
 /// Gives notes a value, or takes it from them, outside the editor: what a save of the editor does for this part of a
 /// note. Files, the lists of the NoteBook, the sync log and the notes of the current list follow; the order of the list
@@ -46,17 +62,23 @@ public:
     /// is left to the caller, who knows how to cite. False if nothing was changed.
     bool AddSource(int32_t id, int32_t source);
 
-    /// The colours or key words that the last change of such has replaced.
+    /// What the last change has replaced.
     ReplacedValues TakeReplaced() { return std::exchange(replaced_, {}); }
-    /// Undoes that change. A note that has another value since, or has gone, stays as it is; one that was changed in
-    /// another way keeps that, and the date of that. What can't be written, told, is left in `replaced`, so that it can
-    /// be tried again. Gives how many notes have another value.
+    /// Undoes that change. A note that has another value since, or has gone, stays as it is; so does one whose former
+    /// category has gone. One that was renamed or moved counts as the same, and notes get its present path. A note that
+    /// was changed in another way keeps that, and the date of that. What can't be written, told, is left in `replaced`,
+    /// so that it can be tried again. Gives how many notes stay. Sources put back are the caller's to show, as behind
+    /// AddSource.
     size_t PutBack(ReplacedValues& replaced);
 
 private:
-    ChangedNotes Give(const LongList& ids, bool areColors, const std::function<NoteValue(const CNote&)>& wanted);
-    ChangedNotes ChangeValues(const LongList& ids, bool areColors, const std::function<bool(CNote&)>& make);
-    void Refile(const LongList& ids, const std::function<const NoteValue&(int32_t)>& valueOf);
+    ChangedNotes Give(const LongList& ids, ValueKind kind, const std::function<NoteValue(const CNote&)>& wanted);
+    ChangedNotes ChangeValues(const LongList& ids, ValueKind kind, const std::function<bool(CNote&)>& make);
+    void Refile(const LongList& ids, ValueKind kind, const std::function<const NoteValue&(int32_t)>& valueOf);
+    size_t DropGoneCategories(ReplacedValues& replaced) const;
+    size_t PutBackEach(ReplacedValues& replaced);
+    size_t PutBackSources(ReplacedValues& replaced);
+    bool SaveWithSources(const CNote& before, const CNote& note);
 
     EditWorld& world_;
     CNoteList& list_;

@@ -87,6 +87,17 @@ bool ManageNoteBooks::Delete() {
     return true;
 }
 
+bool ManageNoteBooks::MayClose(bool hasTypedName, bool hasNewName) {
+    if (!hasTypedName && !hasNewName)
+        return true;
+    const std::string typed = hasNewName ? "The NoteBook that you have named isn't there yet.  It is made by \"Create "
+                                           "NoteBook\"."
+                                         : "The NoteBook doesn't have the name yet that you have typed.  It gets it by "
+                                           "\"Change Name\".";
+    return ports_.prompts.Ask(typed + "\n\nDo you wish to close this window without that?",
+                              "Close Without the Name?") == PromptAnswer::Yes;
+}
+
 bool ManageNoteBooks::Restore() {
     const auto restored = manager_.Restore();
     if (!restored)

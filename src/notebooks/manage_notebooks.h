@@ -42,6 +42,9 @@ public:
     bool CanRestore() const { return manager_.CanRestore(); }
     /// Brings the NoteBook back that was deleted last, and chooses it. True if the list has changed.
     bool Restore();
+    /// Whether the dialog may close. Asks where a name would be lost that was typed for the chosen NoteBook, or for a
+    /// new one.
+    bool MayClose(bool hasTypedName, bool hasNewName);
     /// True once the open NoteBook has been deleted.
     bool HasDeletedOpen() const { return deletedOpen_; }
     /// True once the open NoteBook, which had been deleted before this was opened, is back.

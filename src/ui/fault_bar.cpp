@@ -4,8 +4,10 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
 
 #include "ui/qt_text.h"
+#include "ui/run_when_free.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -36,10 +38,10 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
     layout->addWidget(again_);
     layout->addWidget(close);
     connect(details_, &QPushButton::clicked, this, &FaultBar::ShowDetails);
-    connect(again_, &QPushButton::clicked, this, [this] {
-        Clear();
-        emit TryAgainRequested();
-    });
+    connect(again_, &QPushButton::clicked, this, UnlessAtWork([this] {
+                Clear();
+                emit TryAgainRequested();
+            }));
     connect(close, &QPushButton::clicked, this, [this] {
         Clear();
         emit Dismissed();
@@ -57,6 +59,18 @@ void FaultBar::Add(const Fault& fault) {
 
 void FaultBar::OfferTryAgain(bool offers) {
     again_->setVisible(offers);
+}
+
+void FaultBar::Forget(size_t count, const std::filesystem::path& folder) {
+    const std::string inside = (folder / "").string();
+    const auto end = faults_.begin() + static_cast<std::ptrdiff_t>(std::min(count, faults_.size()));
+    faults_.erase(std::remove_if(faults_.begin(), end,
+                                 [&](const Fault& fault) { return (fault.path + "/").starts_with(inside); }),
+                  end);
+    if (faults_.empty())
+        Clear();
+    else
+        Refresh();
 }
 
 void FaultBar::Refresh() {

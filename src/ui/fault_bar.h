@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,8 @@ public:
     void Add(const Fault& fault);
     /// How many faults it tells of.
     size_t Count() const { return faults_.size(); }
+    /// Takes out those of the first `count` whose file lies in a folder.
+    void Forget(size_t count, const std::filesystem::path& folder);
     /// Whether the bar has the button "Try again"; at first it has.
     void OfferTryAgain(bool offers);
 

@@ -22,6 +22,17 @@ void FaultRetry::Run(const std::function<bool()>& command) {
     ShowOffer();
 }
 
+void FaultRetry::Switch(const std::function<void()>& step) {
+    const size_t told = bar_.Count();
+    const std::filesystem::path former = app_.NoteBook().paths.Folder();
+    step();
+    if (app_.NoteBook().paths.Folder() == former)
+        return;
+    command_ = nullptr;
+    bar_.Forget(told, former);
+    ShowOffer();
+}
+
 void FaultRetry::TryAgain() {
     const std::function<bool()> command = std::exchange(command_, nullptr);
     if (app_.TryAgain())

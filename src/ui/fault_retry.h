@@ -22,6 +22,10 @@ public:
     /// until another one runs.
     void Run(const std::function<bool()>& command);
 
+    /// Runs what may open another NoteBook. If it does, faults of the former one's files leave the bar, besides those
+    /// that were told meanwhile, and what failed there can't be tried again.
+    void Switch(const std::function<void()>& step);
+
 signals:
     /// The NoteBook was loaded anew.
     void NoteBookLoaded();

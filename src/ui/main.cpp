@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "app/lorebinder_app.h"
+#include "app/online_commands.h"
 #include "app/outside_requests.h"
 #include "notes/notebook_paths.h"
 #include "online/http_client.h"
@@ -89,8 +90,9 @@ void TellUnreadSettings(const lore::StoreFailure& failure) {
                              .arg(QString::fromStdString(failure.path), QString::fromStdString(failure.reason)));
 }
 
-/// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync. False,
-/// and told, if it can't be started; the start then goes on without a sync, so that nobody is kept from the notes.
+/// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync. False if
+/// it can't be started; the start then goes on without a sync, so that nobody is kept from the notes, and the window
+/// tells it.
 bool SyncInPlaceOfStart(lore::ProcessLauncher& companions, const lore::Settings& settings,
                         const std::filesystem::path& data) {
     const lore::SyncPlace place{lore::DataPaths{data}.DataFiles(), lore::ProgramFolder(),
@@ -123,11 +125,12 @@ struct Started {
     lore::IniStore& store;
     lore::CompanionLauncher& companions;
     lore::Theme& theme;
+    bool missesSync;  ///< it was to sync, and the sync program could not be started
 };
 
 /// Shows the main window until it closes; gives the exit status.
 int RunProgram(const Started& started) {
-    const auto& [options, request, channel, store, companions, theme] = started;
+    const auto& [options, request, channel, store, companions, theme, missesSync] = started;
     lore::QtPrompts prompts;
     lore::QtProgress progress(theme);
     lore::SystemClock clock;
@@ -158,6 +161,8 @@ int RunProgram(const Started& started) {
     const lore::QuitGuard quits;
     prompts.SetParent(&window);
     progress.SetParent(&window);
+    if (missesSync)
+        lore::TellSyncNotStarted(faults);
     faults.SetBar(window.Faults());
     app.GetSettings().Flag(lore::Option::Maximized) ? window.showMaximized() : window.show();
     lore::OutsideRequests requests(lore::HooksOf(window, app, theme));
@@ -210,7 +215,8 @@ int main(int argc, char** argv) {
     lore::Settings early;
     early.LoadOptions(store);
     lore::CompanionLauncher companions(places.dataRoot, places.settingsFile);
-    if (lore::SyncsAtStart(early, options.file) && SyncInPlaceOfStart(companions, early, places.dataRoot))
+    const bool syncs = lore::SyncsAtStart(early, options.file);
+    if (syncs && SyncInPlaceOfStart(companions, early, places.dataRoot))
         return 0;
     int error = 0;
     const auto lock = lore::DataLock::Take(places.dataRoot, error);
@@ -224,5 +230,5 @@ int main(int argc, char** argv) {
         TellUnusableFolder(lock ? lore::DataPaths{places.dataRoot}.DataFiles() : places.dataRoot, made);
         return kFaultStatus;
     }
-    return RunProgram({options, request, channel, store, companions, theme});
+    return RunProgram({options, request, channel, store, companions, theme, syncs});
 }

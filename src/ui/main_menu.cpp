@@ -36,13 +36,6 @@ void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command, QHash<Q
 
 }  // namespace
 
-std::function<void()> UnlessAtWork(std::function<void()> run) {
-    return [run = std::move(run)] {
-        if (IsIdle())
-            run();
-    };
-}
-
 void BuildMenuBar(QMenuBar& bar, QObject* owner, const std::vector<MenuCommand>& commands) {
     QHash<QString, QAction*> made;
     for (const auto& [menu, title] : kMenus) {

@@ -25,10 +25,6 @@ struct MenuCommand {
     std::function<void(QMenu&)> make = {};
 };
 
-/// A step of a menu that does nothing while a command is at work: a screen reader triggers an action without any input
-/// that could be held back.
-std::function<void()> UnlessAtWork(std::function<void()> run);
-
 /// Fills a menu bar with commands in their order. `owner` receives what the actions trigger.
 void BuildMenuBar(QMenuBar& bar, QObject* owner, const std::vector<MenuCommand>& commands);
 

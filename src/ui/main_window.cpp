@@ -21,6 +21,7 @@
 #include "ui/note_editor/note_actions.h"
 #include "ui/panel_page.h"
 #include "ui/qt_text.h"
+#include "ui/run_when_free.h"
 #include "ui/theme.h"
 #include "ui/tool_bar.h"
 
@@ -151,8 +152,9 @@ void MainWindow::ConnectBoard() {
     connect(board_, &BoardView::CopyRequested, this, &MainWindow::CopyNote);
     connect(board_, &BoardView::ZoomStepRequested, this,
             [this](int step) { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); });
-    connect(board_, &BoardView::FirstStepRequested, this, [this] { noNotes_ ? notes_->AddNote() : ShowAllNotes(); });
-    connect(board_, &BoardView::OtherStepRequested, this, &MainWindow::ImportNotes);
+    connect(board_, &BoardView::FirstStepRequested, this,
+            UnlessAtWork([this] { noNotes_ ? notes_->AddNote() : ShowAllNotes(); }));
+    connect(board_, &BoardView::OtherStepRequested, this, UnlessAtWork([this] { ImportNotes(); }));
 }
 
 void MainWindow::RestorePlace() {

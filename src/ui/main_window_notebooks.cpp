@@ -5,6 +5,7 @@
 #include "app/exchange_commands.h"
 #include "app/notebook_commands.h"
 #include "ui/control_bar.h"
+#include "ui/fault_retry.h"
 #include "ui/import/import_window.h"
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
@@ -34,16 +35,20 @@ void MainWindow::SwitchNoteBook(int index) {
     if (index < 0 || index >= static_cast<int>(choices.size()) ||
         choices[static_cast<size_t>(index)].guid == app_.NoteBook().database.guid)
         return;
-    app_.SwitchNoteBook(choices[static_cast<size_t>(index)]);
+    retry_->Switch([&] { app_.SwitchNoteBook(choices[static_cast<size_t>(index)]); });
     ShowNoteBook();
     notes_->OfferWaitingNotes();
 }
 
 void MainWindow::ManageNoteBooks() {
-    NoteBookManagement management(app_, trash_);
-    ManageNoteBooksDialog dialog(management.Model(), theme_, app_.Store(), this);
-    const bool changes = dialog.exec() == QDialog::Accepted;
-    if (management.Finish(changes)) {
+    bool isOther = false;
+    retry_->Switch([&] {
+        NoteBookManagement management(app_, trash_);
+        ManageNoteBooksDialog dialog(management.Model(), theme_, app_.Store(), this);
+        const bool changes = dialog.exec() == QDialog::Accepted;
+        isOther = management.Finish(changes);
+    });
+    if (isOther) {
         ShowNoteBook();
         return notes_->OfferWaitingNotes();
     }

@@ -12,6 +12,7 @@
 #include "ui/main_window.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/options/options_prop_sheet.h"
+#include "ui/run_when_free.h"
 
 namespace lore {
 

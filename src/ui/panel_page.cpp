@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "classify/category_ids.h"
+#include "ui/opening_combo.h"
 #include "ui/panel_delegate.h"
 #include "ui/panel_model.h"
 #include "ui/popup_menu.h"
@@ -85,7 +86,7 @@ void PanelPage::AddChoice() {
         return;
     const bool isCategories = kind_ == PanelKind::Categories;
     auto* const label = new QLabel(QString::fromUtf8(isCategories ? kCategorySetLabel : kSourceGroupingLabel), this);
-    choice_ = new QComboBox(this);
+    choice_ = new OpeningCombo(this);
     label->setBuddy(choice_);
     choice_->setAccessibleName(label->text());
     for (const PanelChoice& choice : isCategories ? CategorySetChoices() : SourceGroupingChoices())

@@ -1,6 +1,7 @@
 #include "ui/qt_progress.h"
 
 #include <QApplication>
+#include <QDragLeaveEvent>
 #include <QEvent>
 #include <QEventLoop>
 #include <QFrame>
@@ -76,6 +77,22 @@ private:
     const QPointer<QWidget>& panel_;
     const QPointer<QWidget> before_;  // the dialog that the work began in
 };
+
+/// A drop comes however the events are chosen. While it lives, fields don't take one: what a command has read from them
+/// already would lack it. Whoever drags keeps what he has. Windows see for themselves.
+class DropGuard : public QObject {
+public:
+    DropGuard() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* target, QEvent* event) override {
+        if (event->type() != QEvent::Drop || !target->isWidgetType() || static_cast<QWidget*>(target)->isWindow())
+            return false;
+        QDragLeaveEvent leaves;
+        QCoreApplication::sendEvent(target, &leaves);
+        event->ignore();
+        return true;
+    }
+};
 }  // namespace
 
 QtProgress::QtProgress(const Theme& theme) : theme_(theme) {
@@ -130,6 +147,7 @@ void QtProgress::Paint(bool always) {
         return;
     ShowState();
     const Busy busy;
+    const DropGuard guard;
     QApplication::processEvents(cancelGuard_ ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     lastPaint_.restart();
 }

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QTimer>
+#include <utility>
 
 namespace lore {
 
@@ -36,6 +37,13 @@ bool IsIdle() {
 
 bool IsFree() {
     return IsIdle() && !QApplication::activeModalWidget();
+}
+
+std::function<void()> UnlessAtWork(std::function<void()> run) {
+    return [run = std::move(run)] {
+        if (IsIdle())
+            run();
+    };
 }
 
 void RunWhenFree(QObject& owner, const std::function<void()>& step, int delay) {

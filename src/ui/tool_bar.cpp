@@ -12,6 +12,7 @@
 #include "notes/sort_order.h"
 #include "ui/opening_combo.h"
 #include "ui/qt_text.h"
+#include "ui/run_when_free.h"
 #include "ui/text_field.h"
 #include "ui/theme.h"
 #include "ui/theme_tool_bar.h"
@@ -64,11 +65,11 @@ void MainToolBar::AddSearch() {
     search_->setClearButtonEnabled(true);
     search_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
     run_ = search_->addAction(QIcon(), QLineEdit::LeadingPosition);
-    const auto run = [this] {
+    const auto run = UnlessAtWork([this] {
         const QString text = search_->text().trimmed();
         if (!text.isEmpty())
             emit SearchRequested(text, scope_);
-    };
+    });
     connect(search_, &QLineEdit::returnPressed, this, run);
     connect(run_, &QAction::triggered, this, run);
     addWidget(search_);
@@ -104,7 +105,7 @@ void MainToolBar::AddChoices() {
     addWidget(spread);
     noteBooks_ = Dressed(new OpeningCombo(this), tr("NoteBook"), 20);
     sort_ = Dressed(new OpeningCombo(this), tr("Order of the notes"), 24);
-    zoom_ = Dressed(new QComboBox(this), tr("Zoom"), 5);
+    zoom_ = Dressed(new OpeningCombo(this), tr("Zoom"), 5);
     for (const NoteSortChoice& choice : NoteSortChoices())
         sort_->addItem(QString::fromUtf8(choice.text), choice.id);
     for (const int percent : kBoardZooms)
@@ -119,7 +120,8 @@ void MainToolBar::AddChoices() {
     connect(zoom_, &QComboBox::activated, this, [this] { emit ZoomChosen(zoom_->currentData().toInt()); });
 }
 
-QAction* MainToolBar::AddCommand(const QString& text, const QKeySequence& keys, const char* name) {
+QAction* MainToolBar::AddCommand(const QString& text, const QKeySequence& keys, const char* name,
+                                 void (MainToolBar::*request)()) {
     auto* const button = new QToolButton(this);
     auto* const action = new QAction(text, this);
     action->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys.toString(QKeySequence::NativeText)));
@@ -128,19 +130,20 @@ QAction* MainToolBar::AddCommand(const QString& text, const QKeySequence& keys, 
     SetIconSize(*button);
     button->setDefaultAction(action);
     QAction* const place = addWidget(button);
+    connect(action, &QAction::triggered, this, UnlessAtWork([this, request] { emit(this->*request)(); }));
     connect(action, &QAction::visibleChanged, place, [action, place] { place->setVisible(action->isVisible()); });
     return action;
 }
 
 void MainToolBar::AddCommands() {
     addWidget(MakeGap(this));
-    newNote_ = AddCommand(tr("Add Note"), QKeySequence::New, "newNote");
-    calendar_ = AddCommand(tr("Event Calendar"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), "calendar");
-    sync_ = AddCommand(tr("Run Sync"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y), "runSync");
+    newNote_ = AddCommand(tr("Add Note"), QKeySequence::New, "newNote", &MainToolBar::NewNoteRequested);
+    calendar_ = AddCommand(tr("Event Calendar"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), "calendar",
+                           &MainToolBar::CalendarRequested);
+    sync_ = AddCommand(tr("< Run Sync >"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y), "runSync",
+                       &MainToolBar::SyncRequested);
     sync_->setVisible(false);
-    connect(newNote_, &QAction::triggered, this, &MainToolBar::NewNoteRequested);
-    connect(calendar_, &QAction::triggered, this, &MainToolBar::CalendarRequested);
-    connect(sync_, &QAction::triggered, this, &MainToolBar::SyncRequested);
+    findChild<QToolButton*>(QStringLiteral("runSync"))->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 }
 
 void MainToolBar::SetScope(SearchScope scope) {

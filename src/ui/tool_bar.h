@@ -46,7 +46,8 @@ private:
     void AddScopeMenu();
     void AddChoices();
     void AddCommands();
-    QAction* AddCommand(const QString& text, const QKeySequence& keys, const char* name);
+    QAction* AddCommand(const QString& text, const QKeySequence& keys, const char* name,
+                        void (MainToolBar::*request)());
     void SetScope(SearchScope scope);
     void Restyle();
 

@@ -5,6 +5,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "rtf/kept_group.h"
 #include "ui/editor/note_formats.h"
 #include "ui/editor/table_fit.h"
 #include "ui/editor/table_plan.h"
@@ -95,9 +96,10 @@ private:
 
     void AddKept(uint32_t position, const CharFormat& look) {
         for (; nextKept_ < document_.kept.size() && document_.kept[nextKept_].position <= position; ++nextKept_) {
-            if (!whole_)
+            // Others name fonts and colours of the file that they come from.
+            if (!whole_ && !IsUnshownText(document_.kept[nextKept_].rtf))
                 continue;
-            QTextCharFormat format = formats_.Shown(look, ground_);
+            QTextCharFormat format = formats_.Shown(Own(look), ground_);
             format.setObjectType(kKeptObject);
             format.setProperty(kKeptProperty,
                                formats_.AddKept(std::make_shared<const std::string>(document_.kept[nextKept_].rtf)));

@@ -2,6 +2,7 @@
 
 #include <QTextBlock>
 #include <QTextBlockUserData>
+#include <QTextLayout>
 #include <memory>
 #include <vector>
 
@@ -21,7 +22,8 @@ class NoteBlockData : public QTextBlockUserData {
 public:
     std::shared_ptr<const CapturedBlock> captured;  ///< null when it has to be converted again
     std::vector<SpellMark> marks;
-    bool checked = false;  ///< `marks` is up to date
+    QList<QTextLayout::FormatRange> colors;  ///< see ColorsOver
+    bool checked = false;                    ///< `marks` is up to date
 
     /// The data of a block, made when there are none. Blocks of the editor have no other kind.
     static NoteBlockData& Of(QTextBlock block) {

@@ -108,11 +108,19 @@ std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, 
     if (const QByteArray rtf = RtfIn(mime); !rtf.isEmpty()) {
         pasted = ReadRtf(CleanRtf(rtf.toStdString()));
     } else if (mime.hasHtml()) {
-        const CharFormat look = formats.Default();
+        const CharFormat text = formats.Default();
         const auto convert = [widest](const std::string& bytes) {
             return PictureFromBytes(QByteArray::fromStdString(bytes), widest);
         };
-        pasted = ReadHtml(CleanText(mime.html().toStdString()), {formats.FontName(look), look.half_points, convert});
+        const std::string page = CleanText(mime.html().toStdString());
+        HtmlLook look{formats.FontName(text), text.half_points, convert};
+        // A picture that was copied from a page comes as a page that only names it, and as itself.
+        look.alternatives = !mime.hasImage();
+        pasted = ReadHtml(page, look);
+        if (mime.hasImage() && !pasted->text.empty()) {
+            look.alternatives = true;
+            pasted = ReadHtml(page, look);
+        }
     }
     if (pasted) {
         for (Picture& picture : pasted->pictures)

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "rtf/rtf.h"
+#include "ui/editor/block_colors.h"
 #include "ui/editor/block_place.h"
 #include "ui/editor/document_capture.h"
 #include "ui/editor/document_fill.h"
@@ -91,9 +92,7 @@ void RichTextEdit::Load(const std::string& rtf) {
 
 void RichTextEdit::ShowDocument(const Document& document) {
     beside_->Stop();
-    QPalette colors = palette();
-    colors.setColor(QPalette::Base, theme_.Color(ColorRole::Card));
-    setPalette(colors);
+    TakeColors();
     formats_.SetLook({theme_.Color(ColorRole::Card), 1.0, logicalDpiY(), std::max(TextWidth(), kNarrowest)});
     formats_.Reset(document);
     auto shown = std::make_unique<QTextDocument>();
@@ -116,6 +115,7 @@ void RichTextEdit::ShowDocument(const Document& document) {
     setDocument(shown.get());
     shown_ = std::move(shown);
     listMarksKnown_ = false;
+    isRecolored_ = false;
     blockCount_ = shown_->blockCount();
     isEmpty_ = shown_->isEmpty();
     connect(shown_.get(), &QTextDocument::contentsChange, this, &RichTextEdit::OnContentsChange);
@@ -125,8 +125,39 @@ void RichTextEdit::ShowDocument(const Document& document) {
         setCurrentCharFormat(formats_.Shown(formats_.Default(), formats_.Look().ground));
 }
 
-// The colours of the screen are made for the palette, so another one shows the text anew.
+void RichTextEdit::TakeColors() {
+    QPalette colors = palette();
+    colors.setColor(QPalette::Base, theme_.Color(ColorRole::Card));
+    setPalette(colors);
+    RichTextLook look = formats_.Look();
+    look.ground = theme_.Color(ColorRole::Card);
+    formats_.SetLook(look);
+}
+
+// The colours of the screen are made for the palette, so another one shows the text anew. That would forget the steps
+// of undo; where there are any, the text keeps its formats, and gets the new colours laid over it. Cells of tables then
+// keep the ground that they have.
 void RichTextEdit::Restyle() {
+    if (!shown_->isUndoAvailable() && !shown_->isRedoAvailable())
+        return ShowAnew();
+    TakeColors();
+    isRecolored_ = true;
+    for (QTextBlock block = shown_->begin(); block.isValid(); block = block.next())
+        Recolor(block);
+    shown_->markContentsDirty(0, shown_->characterCount());
+}
+
+// What is laid over is painted with the change of the text that it follows.
+void RichTextEdit::Recolor(const QTextBlock& block) {
+    QList<QTextLayout::FormatRange> colors = ColorsOver(block, commands_.GroundAt(QTextCursor(block)), formats_);
+    const bool hadColors = block.userData() && !NoteBlockData::Of(block).colors.isEmpty();
+    if (colors.isEmpty() && !hadColors)
+        return;
+    NoteBlockData::Of(block).colors = std::move(colors);
+    spelling_->LayOver(block);
+}
+
+void RichTextEdit::ShowAnew() {
     const bool modified = IsModified();
     const int position = textCursor().position();
     const int scrolled = verticalScrollBar()->value();
@@ -173,9 +204,12 @@ void RichTextEdit::MeasureSize() {
 
 void RichTextEdit::OnContentsChange(int position, int removed, int added) {
     QTextBlock block = shown_->findBlock(position);
-    for (; block.isValid() && block.position() <= position + added; block = block.next())
+    for (; block.isValid() && block.position() <= position + added; block = block.next()) {
         if (block.userData())
             NoteBlockData::Of(block).captured.reset();
+        if (isRecolored_)
+            Recolor(block);
+    }
     if (blockCount_ != shown_->blockCount() || added > 1 || removed > 1)
         listMarksKnown_ = false;
     blockCount_ = shown_->blockCount();
@@ -347,7 +381,9 @@ void RichTextEdit::PaintListMarks() {
         const QTextLine line = block.layout()->lineAt(0);
         if (number >= listMarks_.size() || listMarks_[number].isEmpty() || !line.isValid())
             continue;
-        const QTextCharFormat look = block.length() > 1 ? block.begin().fragment().charFormat() : block.charFormat();
+        QTextCharFormat look = block.length() > 1 ? block.begin().fragment().charFormat() : block.charFormat();
+        if (isRecolored_)
+            look = formats_.Screen().Characters(formats_.Characters(look), commands_.GroundAt(QTextCursor(block)));
         QFont font = look.font();
         font.setUnderline(false);
         font.setStrikeOut(false);

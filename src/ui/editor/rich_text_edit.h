@@ -95,7 +95,10 @@ protected:
 
 private:
     void ShowDocument(const Document& document);
+    void TakeColors();
     void Restyle();
+    void ShowAnew();
+    void Recolor(const QTextBlock& block);
     void MeasureSize();
     void OnContentsChange(int position, int removed, int added);
     void LookAsNew();
@@ -122,6 +125,7 @@ private:
     qint64 knownSize_ = 0;
     qint64 addedSize_ = 0;
     bool overLimit_ = false;
+    bool isRecolored_ = false;        ///< formats of the text are those of another theme
     bool isEmpty_ = true;             ///< the text, after its last change
     std::vector<QString> listMarks_;  ///< by block number; empty when they have to be counted again
     bool listMarksKnown_ = false;

@@ -168,6 +168,12 @@ void RichTextEdit::inputMethodEvent(QInputMethodEvent* event) {
     if (!event->commitString().isEmpty())
         PrepareTyping();
     QTextEdit::inputMethodEvent(event);
+    // What is being composed takes the place of all that is laid over the text.
+    if (isRecolored_ && event->preeditString().isEmpty()) {
+        const QTextBlock block = textCursor().block();
+        Recolor(block);
+        document()->markContentsDirty(block.position(), block.length());
+    }
 }
 
 QMimeData* RichTextEdit::createMimeDataFromSelection() const {

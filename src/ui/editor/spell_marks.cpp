@@ -191,12 +191,16 @@ QTextCharFormat MarkLook(const MarkStyle& style, const ThemeLook& theme) {
     return look;
 }
 
-void SpellMarks::ShowMarks(const QTextBlock& block) {
-    QList<QTextLayout::FormatRange> ranges;
+void SpellMarks::LayOver(const QTextBlock& block) {
+    QList<QTextLayout::FormatRange> ranges = NoteBlockData::Of(block).colors;
     const QTextCharFormat look = MarkLook(style_, theme_);
     for (const SpellMark& mark : NoteBlockData::Of(block).marks)
         ranges.append({mark.begin, mark.length, look});
     block.layout()->setFormats(ranges);
+}
+
+void SpellMarks::ShowMarks(const QTextBlock& block) {
+    LayOver(block);
     edit_.document()->markContentsDirty(block.position(), block.length());
 }
 

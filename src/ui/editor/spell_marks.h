@@ -39,6 +39,9 @@ public:
     void Recheck();
     /// True when nothing is left to check.
     bool IsDone() const { return !timer_.isActive(); }
+    /// Lays what is remembered of a paragraph over its text: its colours, and its marks over these. It is painted once
+    /// the document is told of a change there.
+    void LayOver(const QTextBlock& block);
 
     /// The marked word at a position; a cursor without selection if there is none.
     QTextCursor MarkedWordAt(const QTextCursor& cursor) const;

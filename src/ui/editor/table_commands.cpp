@@ -1,5 +1,6 @@
 #include "ui/editor/table_commands.h"
 
+#include <QTextDocumentFragment>
 #include <QTextTable>
 #include <algorithm>
 #include <numeric>
@@ -40,6 +41,24 @@ void SpreadWidths(QTextTable& table, double whole, const NoteFormats& formats) {
     SetStoredWidths(format, QList<double>(table.columns(), whole / table.columns()),
                     RoomAround(table, formats.Look().widestPicture));
     table.setFormat(format);
+}
+
+// Lets a cell that goes on below begin one row further down, with all that it holds.
+void MoveDown(QTextTable& table, const QTextTableCell& cell) {
+    const int row = cell.row(), column = cell.column(), across = cell.columnSpan(), down = cell.rowSpan();
+    table.splitCell(row, column, 1, across);
+    if (down > 2 || across > 1)
+        table.mergeCells(row + 1, column, down - 1, across);
+    QTextCursor words = table.cellAt(row, column).firstCursorPosition();
+    const QTextBlock first = words.block();
+    words.setPosition(table.cellAt(row, column).lastPosition(), QTextCursor::KeepAnchor);
+    QTextTableCell below = table.cellAt(row + 1, column);
+    QTextCharFormat look = table.cellAt(row, column).format();
+    look.setTableCellRowSpan(below.rowSpan());
+    look.setTableCellColumnSpan(below.columnSpan());
+    below.setFormat(look);
+    below.firstCursorPosition().insertFragment(words.selection());
+    below.firstCursorPosition().setBlockFormat(first.blockFormat());
 }
 
 template <typename Change>
@@ -103,7 +122,16 @@ void AddTablePart(QTextCursor& cursor, TablePart part, NoteFormats& formats) {
 }
 
 void RemoveTableRow(QTextCursor& cursor) {
-    ChangeTable(cursor, [](QTextTable& table, const QTextTableCell& cell) { table.removeRows(cell.row(), 1); });
+    ChangeTable(cursor, [](QTextTable& table, const QTextTableCell& caret) {
+        const int row = caret.row();
+        // Cells stand in the order in which they begin: one that stayed behind would come in front of its row.
+        for (int c = 0; c < table.columns(); ++c) {
+            const QTextTableCell cell = table.cellAt(row, c);
+            if (cell.row() == row && cell.rowSpan() > 1)
+                MoveDown(table, cell);
+        }
+        table.removeRows(row, 1);
+    });
 }
 
 void RemoveTableColumn(QTextCursor& cursor) {

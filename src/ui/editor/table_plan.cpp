@@ -5,12 +5,6 @@
 namespace lore {
 namespace {
 
-bool HasKept(const Document& document, const Paragraph& paragraph) {
-    const auto found = std::lower_bound(document.kept.begin(), document.kept.end(), paragraph.begin,
-                                        [](const KeptGroup& kept, uint32_t at) { return kept.position < at; });
-    return found != document.kept.end() && found->position <= paragraph.end;
-}
-
 // Cuts paragraphs into rows and cells; false if they don't end as a table does.
 bool CutRows(const Document& document, size_t begin, size_t end, int level, std::vector<PlannedRow>& rows) {
     PlannedRow row;
@@ -40,20 +34,10 @@ const RowFormat* FormatOf(const Document& document, const PlannedRow& row) {
     return format < document.row_formats.size() ? &document.row_formats[format] : nullptr;
 }
 
-// A cell that another one covers has no place on the screen, so it must hold nothing.
-bool IsBlank(const Document& document, const PlannedCell& cell) {
-    return cell.first == cell.last && RunsOf(document, cell.first).empty() &&
-           document.paragraphs[cell.first].begin == document.paragraphs[cell.first].end &&
-           !HasKept(document, document.paragraphs[cell.first]);
-}
-
-bool FitsGrid(const Document& document, const PlannedRow& row, const std::vector<TableCell>& cells) {
-    if (row.cells.size() != cells.size())
-        return false;
-    for (size_t c = 0; c < cells.size(); ++c)
-        if (cells[c].covered ? !IsBlank(document, row.cells[c]) : cells[c].columnSpan < 1)
-            return false;
-    return true;
+bool FitsGrid(const PlannedRow& row, const std::vector<TableCell>& cells) {
+    return row.cells.size() == cells.size() && std::all_of(cells.begin(), cells.end(), [](const TableCell& cell) {
+               return cell.covered || cell.columnSpan >= 1;
+           });
 }
 
 NoteTableRow RowOf(const Document& document, const PlannedRow& row, const std::vector<TableCell>& cells) {
@@ -93,7 +77,7 @@ TablePlan PlanTable(const Document& document, size_t begin, size_t end, int leve
     auto table = std::make_shared<NoteTable>();
     table->columns = grid.Columns();
     for (size_t r = 0; r < plan.rows.size(); ++r) {
-        if (grid.Columns() == 0 || !FitsGrid(document, plan.rows[r], grid.rows[r]))
+        if (grid.Columns() == 0 || !FitsGrid(plan.rows[r], grid.rows[r]))
             return plan;
         table->rows.push_back(RowOf(document, plan.rows[r], grid.rows[r]));
     }

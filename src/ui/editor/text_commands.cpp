@@ -70,9 +70,11 @@ void MakePlain(ParagraphFormat& format) {
 }  // namespace
 
 QColor TextCommands::GroundAt(const QTextCursor& cursor) const {
-    if (const QTextTable* const table = cursor.currentTable())
-        if (const auto ground = formats_.Cell(table->cellAt(cursor).format()).background)
-            return formats_.GetTheme().Ground(QColor(ground->red, ground->green, ground->blue));
+    if (const QTextTable* const table = cursor.currentTable()) {
+        const QTextCharFormat cell = table->cellAt(cursor).format();
+        if (formats_.Cell(cell).background)
+            return cell.background().color();
+    }
     return formats_.Look().ground;
 }
 

@@ -108,6 +108,10 @@ QString NoteActions::UndoText() const {
             return tr("Undo &Border Color");
         case Next::KeyWords:
             return tr("Undo &Key Word");
+        case Next::Category:
+            return tr("Undo Cate&gory");
+        case Next::Sources:
+            return tr("Undo Sou&rce");
         case Next::None:
         case Next::Deletion:
             break;

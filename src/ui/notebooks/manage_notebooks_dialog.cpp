@@ -180,6 +180,25 @@ void ManageNoteBooksDialog::Restore() {
     list_->setFocus();
 }
 
+bool ManageNoteBooksDialog::MayClose() {
+    const bool hasNewName = !newName_->text().trimmed().isEmpty();
+    const bool hasTypedName = name_->isModified() && name_->text() != ToQString(model_.Details().name);
+    const bool may = model_.MayClose(hasTypedName, hasNewName);
+    if (!may)
+        (hasNewName ? newName_ : name_)->setFocus();
+    return may;
+}
+
+void ManageNoteBooksDialog::accept() {
+    if (MayClose())
+        DialogFrame::accept();
+}
+
+void ManageNoteBooksDialog::reject() {
+    if (MayClose())
+        DialogFrame::reject();
+}
+
 void ManageNoteBooksDialog::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     // Behind a message the window isn't active yet, and none of its fields says that it has the focus.

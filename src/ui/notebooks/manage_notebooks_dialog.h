@@ -17,6 +17,9 @@ public:
     /// The model has been opened and outlives the dialog.
     ManageNoteBooksDialog(ManageNoteBooks& model, const Theme& theme, SettingsStore& store, QWidget* parent);
 
+    void accept() override;
+    void reject() override;
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -29,6 +32,7 @@ private:
     void ChangeName();
     void Delete();
     void Restore();
+    bool MayClose();
 
     ManageNoteBooks& model_;
     const Theme& theme_;
