@@ -213,11 +213,12 @@ bool HidesAscii(std::string_view rtf) {
     return false;
 }
 
-/// The term in ASCII, or nothing if the bytes of an RTF can't be compared with it.
+/// The term in ASCII, or nothing if the bytes of an RTF can't be compared with it: brackets may be those that a text
+/// beside the body is read in.
 std::string AsciiTerm(const SearchTerm& term) {
     std::string ascii;
     for (const char32_t c : term.folded) {
-        if (c < 0x20 || c >= 0x7F || c == '\\' || c == '{' || c == '}')
+        if (c < 0x20 || c >= 0x7F || std::u32string_view(U"\\{}[]").find(c) != std::u32string_view::npos)
             return {};
         ascii += static_cast<char>(c);
     }
@@ -238,7 +239,8 @@ bool RtfPrefilter::MayMatch(std::string_view rtf) const {
         return true;
     const auto possible = std::count_if(terms_.begin(), terms_.end(),
                                         [&](const std::string& term) { return term.empty() || MayHold(rtf, term); });
-    return matcher_.IsEnough(static_cast<size_t>(possible)) || HidesAscii(rtf);
+    // A field of that name stands for any character.
+    return matcher_.IsEnough(static_cast<size_t>(possible)) || HidesAscii(rtf) || MayHold(rtf, "symbol");
 }
 
 }  // namespace lore

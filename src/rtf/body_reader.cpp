@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "rtf/field.h"
 
 namespace lore {
 
@@ -12,7 +13,6 @@ namespace {
 constexpr size_t kMostLevels = 1000;
 constexpr size_t kMostBytes = size_t{1} << 30;
 constexpr int32_t kLongestFallback = 255;
-constexpr char32_t kReplacement = 0xFFFD;
 
 /// From the brace on; empty when this isn't RTF.
 std::string_view DocumentIn(std::string_view bytes) {
@@ -27,15 +27,8 @@ std::string_view DocumentIn(std::string_view bytes) {
 /// see different texts.
 bool IsReadByAll(Destination destination) {
     return destination == Destination::kBody || destination == Destination::kFontTable ||
-           destination == Destination::kObject || destination == Destination::kRowProperties ||
-           destination == Destination::kAnsiTwin;
-}
-
-bool IsHighSurrogate(int64_t c) {
-    return c >= 0xD800 && c <= 0xDBFF;
-}
-bool IsLowSurrogate(int64_t c) {
-    return c >= 0xDC00 && c <= 0xDFFF;
+           destination == Destination::kObject || destination == Destination::kShape ||
+           destination == Destination::kRowProperties || destination == Destination::kAnsiTwin;
 }
 
 }  // namespace
@@ -48,6 +41,10 @@ void BodyReader::Read() {
     while (Step()) {
     }
     FlushPending();
+    while (asides_.IsWithin()) {
+        if (asides_.EndLast())
+            Insert("]", Source().size());
+    }
     OnEnd(after_paragraph_);
 }
 
@@ -91,52 +88,6 @@ bool BodyReader::Step() {
     return true;
 }
 
-/// Takes the token, or the first part of it, for the fallback of a Unicode character. False if something is left.
-bool BodyReader::SkipAsFallback(const Token& token) {
-    if (token.kind == TokenKind::kOpen || token.kind == TokenKind::kClose || token.kind == TokenKind::kEnd) {
-        fallback_ = 0;
-        return false;
-    }
-    if (token.kind != TokenKind::kText && token.kind != TokenKind::kBytes) {
-        --fallback_;
-        OnFallback(token.begin, token.end);
-        return true;
-    }
-    const size_t skipped = std::min(token.text.size(), static_cast<size_t>(fallback_));
-    fallback_ -= static_cast<int32_t>(skipped);
-    OnFallback(token.begin, token.begin + skipped);
-    if (skipped == token.text.size())
-        return true;
-    const std::string_view rest = token.text.substr(skipped);
-    const size_t begin = token.begin + skipped;
-    FlushPending();
-    if (token.kind == TokenKind::kBytes)
-        AddBytes(rest, begin, token.end);
-    else
-        Emit(rest, begin, token.end);
-    return true;
-}
-
-/// A character in two parts stands in adjoining tokens, or it is broken.
-void BodyReader::EndPending(const Token& token) {
-    const Word word = token.kind == TokenKind::kWord && token.word != nullptr ? token.word->word : Word::kNone;
-    if (high_surrogate_ != 0 && word != Word::kUnicode && word != Word::kUnicodeSkip)
-        FlushPending();
-    const bool is_bytes =
-        token.kind == TokenKind::kText || token.kind == TokenKind::kBytes || token.kind == TokenKind::kHexByte;
-    if (!part_.empty() && !is_bytes)
-        FlushPending();
-}
-
-void BodyReader::FlushPending() {
-    if (high_surrogate_ == 0 && part_.empty())
-        return;
-    const size_t end = pending_begin_ + 1;
-    high_surrogate_ = 0;
-    part_.clear();
-    EmitCharacter(kReplacement, pending_begin_, end);
-}
-
 void BodyReader::Open(const Token& token) {
     fresh_ = true;
     if (groups_.size() > kMostLevels) {
@@ -146,6 +97,7 @@ void BodyReader::Open(const Token& token) {
     const Group copy = groups_.back();
     groups_.push_back(copy);
     groups_.back().begin = token.begin;
+    groups_.back().symbol = 0;
     OnOpen();
 }
 
@@ -157,12 +109,24 @@ bool BodyReader::Close(const Token& token) {
     if (groups_.size() == 1)
         return false;
     Group closed = groups_.back();
+    if (closed.symbol != 0 && closed.shown_before == shown_)
+        EmitCharacter(closed.symbol, token.begin, token.begin);
+    if (asides_.End(groups_.size()))
+        Insert("]", token.begin);
     groups_.pop_back();
     // What a Unicode twin goes on with began outside of both twins and doesn't end here.
     if (Current().destination == Destination::kAnsiTwin && closed.destination == closed.outside_twin)
         closed.destination = Destination::kAnsiTwin;
     OnClose(closed, token.end);
+    if (closed.destination == Destination::kFieldInstruction && Current().destination == Destination::kBody)
+        EndInstruction();
     return groups_.size() > 1;
+}
+
+void BodyReader::EndInstruction() {
+    OnInstruction(instruction_);
+    groups_.back().symbol = FieldSymbol(instruction_);
+    groups_.back().shown_before = shown_;
 }
 
 void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
@@ -185,6 +149,10 @@ void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
         case WordGroup::kText:
             ActOnText(word, token);
             return;
+        case WordGroup::kTable:
+            if (IsOfTable())
+                OnWord(word, token);
+            return;
         default:
             if (word.word == Word::kFontCharset)
                 SetFontPage(CodePageOfCharset(token.parameter, 0));
@@ -192,6 +160,12 @@ void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
                 SetFontPage(token.parameter);
             OnWord(word, token);
     }
+}
+
+/// A table beside the body, or in what is only kept, is no part of the one around it.
+bool BodyReader::IsOfTable() const {
+    const Destination destination = Current().destination;
+    return !asides_.IsWithin() && (destination == Destination::kBody || destination == Destination::kRowProperties);
 }
 
 void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
@@ -307,15 +281,25 @@ void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
         case Destination::kPicture:
             EnterPicture();
             return;
+        case Destination::kShape:
+            // What is kept of it is read again where it shows.
+            if (in_body && !Shows())
+                return PassOver(false);
+            [[fallthrough]];
         case Destination::kFontTable:
         case Destination::kObject:
         case Destination::kRowProperties:
-            if (in_body) {
-                OnEnter(destination);
-                group.destination = destination;
-                // What stands before the word in its group is text of the body.
-                group.begin = fresh ? group.begin : begin;
-            }
+            if (in_body)
+                EnterObject(destination, begin, fresh);
+            return;
+        case Destination::kAside:
+            EnterAside();
+            return;
+        case Destination::kFieldInstruction:
+            if (!in_body)
+                return PassOver(false);
+            instruction_.clear();
+            group.destination = destination;
             return;
         default:
             if (in_body && OnEnter(destination))
@@ -325,12 +309,33 @@ void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
     }
 }
 
+void BodyReader::EnterObject(Destination destination, size_t begin, bool fresh) {
+    Group& group = groups_.back();
+    OnEnter(destination);
+    group.destination = destination;
+    // What stands before the word in its group is text of the body.
+    group.begin = fresh ? group.begin : begin;
+    group.in_shape = group.in_shape || destination == Destination::kShape;
+    shown_ += destination == Destination::kObject || destination == Destination::kShape ? 1 : 0;
+    group.shown_before = shown_;
+}
+
+void BodyReader::EnterAside() {
+    Group& group = groups_.back();
+    if (group.destination != Destination::kBody && group.destination != Destination::kShape)
+        return PassOver(false);
+    group.destination = Destination::kBody;
+    asides_.Begin(groups_.size());
+}
+
 void BodyReader::EnterPicture() {
     Group& group = groups_.back();
-    const bool shown = (group.destination == Destination::kBody || group.destination == Destination::kObject) &&
-                       !group.hidden && !group.deleted;
+    const bool in_place = group.destination == Destination::kBody || group.destination == Destination::kObject ||
+                          group.destination == Destination::kShape;
+    const bool shown = in_place && !group.hidden && !group.deleted;
     if (shown)
         after_paragraph_ = false;
+    shown_ += group.destination == Destination::kBody ? 1 : 0;
     if (shown && OnEnter(Destination::kPicture))
         group.destination = Destination::kPicture;
     else
@@ -343,7 +348,7 @@ void BodyReader::PassOver(bool keep) {
         return;
     tokens_.SkipGroup();
     const size_t end = tokens_.Position();
-    if (keep && levels_beyond_ == 0 && Shows() && end < Source().size())
+    if (keep && levels_beyond_ == 0 && Shows() && !Current().in_shape && end < Source().size())
         OnKept(Source().substr(Current().begin, end + 1 - Current().begin));
     else if (Current().destination != Destination::kBody)
         OnPassedOver();
@@ -353,112 +358,16 @@ void BodyReader::Break(TextBreak kind) {
     const bool ends_cell = kind >= TextBreak::kCell;
     const bool in_place = Current().destination == Destination::kBody ||
                           (Current().destination == Destination::kRowProperties && kind == TextBreak::kNestedRow);
-    if (!in_place || (!ends_cell && !Shows()))
+    if (!in_place)
         return;
+    if (!ends_cell && !Shows())
+        return Hide("\n");
+    if (asides_.IsWithin())
+        return asides_.BreakWithin(kind);
+    asides_.BreakOutside();
+    last_ = CharacterOf(kind);
     OnBreak(kind);
     after_paragraph_ = kind == TextBreak::kParagraph;
-}
-
-void BodyReader::Unicode(const Token& token) {
-    const size_t begin = token.begin;
-    const size_t end = token.end;
-    int64_t c = token.parameter;
-    if (c < 0)
-        c += 0x10000;
-    fallback_ = Current().fallback_length;
-    if (high_surrogate_ != 0 && IsLowSurrogate(c)) {
-        const auto high = std::exchange(high_surrogate_, 0);
-        EmitCharacter(0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(c) - 0xDC00), pending_begin_, end);
-        return;
-    }
-    FlushPending();
-    if (IsHighSurrogate(c)) {
-        high_surrogate_ = static_cast<char32_t>(c);
-        pending_begin_ = begin;
-        return;
-    }
-    const bool valid = c >= 0 && c <= 0x10FFFF && !IsLowSurrogate(c);
-    EmitCharacter(valid ? static_cast<char32_t>(c) : kReplacement, begin, end);
-}
-
-void BodyReader::AddAscii(const Token& token) {
-    if (part_.empty())
-        Emit(token.text, token.begin, token.end);
-    else
-        AddBytes(token.text, token.begin, token.end);
-}
-
-void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
-    const int page = CurrentPage();
-    if (!IsMultiByte(page)) {
-        AddSingleBytes(page, bytes, begin, end);
-        return;
-    }
-    const bool escaped = end - begin != bytes.size();
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        const size_t byte_begin = escaped ? begin : begin + i;
-        if (part_.empty())
-            pending_begin_ = byte_begin;
-        part_ += bytes[i];
-        if (part_.size() < CharacterLength(page, static_cast<unsigned char>(part_[0])))
-            continue;
-        scratch_.clear();
-        if (part_.size() > 1 || static_cast<unsigned char>(part_[0]) >= 0x80)
-            decoder_.Append(page, part_, scratch_);
-        else
-            scratch_ = part_;
-        part_.clear();
-        const char32_t c = Utf8ToCodePoints(scratch_)[0];
-        EmitCharacter(c, pending_begin_, escaped ? end : byte_begin + 1);
-    }
-}
-
-void BodyReader::AddSingleBytes(int page, std::string_view bytes, size_t begin, size_t end) {
-    if (bytes.size() == 1) {
-        EmitCharacter(decoder_.Decode(page, static_cast<unsigned char>(bytes[0])), begin, end);
-        return;
-    }
-    scratch_.clear();
-    for (char byte : bytes)
-        AppendUtf8(scratch_, decoder_.Decode(page, static_cast<unsigned char>(byte)));
-    Emit(scratch_, begin, end);
-}
-
-void BodyReader::EmitCharacter(char32_t c, size_t begin, size_t end) {
-    if (c == '\n' || c == '\r' || c == '\v') {
-        Break(TextBreak::kLine);
-        return;
-    }
-    if (c < 0x20 && c != '\t')
-        return;
-    std::string utf8;
-    AppendUtf8(utf8, c);
-    Emit(utf8, begin, end);
-}
-
-void BodyReader::Emit(std::string_view utf8, size_t begin, size_t end) {
-    if (Shows()) {
-        after_paragraph_ = false;
-        has_new_picture_ = false;
-        OnText(utf8, begin, end);
-    } else if (Current().destination != Destination::kBody) {
-        OnOther(Current().destination, utf8);
-    }
-}
-
-bool BodyReader::Shows() const {
-    const Group& group = groups_.back();
-    return group.destination == Destination::kBody && !group.hidden && !group.deleted;
-}
-
-int BodyReader::CurrentPage() {
-    const int font = Current().destination == Destination::kFontTable ? table_font_ : Current().font;
-    if (page_ == 0 || page_font_ != font) {
-        const auto found = font_pages_.find(font);
-        page_ = found == font_pages_.end() ? document_page_ : found->second;
-        page_font_ = font;
-    }
-    return page_;
 }
 
 }  // namespace lore

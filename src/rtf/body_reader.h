@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "rtf/asides.h"
 #include "rtf/code_page.h"
 #include "rtf/tokenizer.h"
 
@@ -29,16 +30,23 @@ protected:
         Destination outside_twin = Destination::kBody;
         bool hidden = false;
         bool deleted = false;
+        bool in_shape = false;
         int32_t fallback_length = 1;
         int32_t font = -1;
-        size_t begin = 0;  ///< of the brace, or of the destination's word where that isn't the first one
+        size_t begin = 0;         ///< of the brace, or of the destination's word where that isn't the first one
+        size_t shown_before = 0;  ///< Shown() where its destination began
+        char32_t symbol = 0;      ///< what its field stands for if that has no result
     };
 
     /// Characters of the body, from source bytes begin to end: either each is one byte there, or it is one character.
+    /// What is put between the body and a text beside it stands nowhere: begin is end, where the next character begins;
+    /// a line feed is a line break.
     virtual void OnText(std::string_view utf8, size_t begin, size_t end) = 0;
     virtual void OnBreak(TextBreak kind) = 0;
     /// The end of the text. `after_paragraph`: nothing came behind the last end of a paragraph.
     virtual void OnEnd(bool after_paragraph) = 0;
+    /// Characters of the body that aren't shown, being hidden or deleted; a line feed for a break.
+    virtual void OnHidden(std::string_view /*utf8*/) {}
     /// A destination besides the body begins. False: it is to be passed over.
     virtual bool OnEnter(Destination) { return false; }
     /// Characters and binary data of such a destination.
@@ -46,6 +54,8 @@ protected:
     virtual void OnBinary(Destination, std::string_view /*bytes*/) {}
     /// A group of the body that was passed over, with its braces.
     virtual void OnKept(std::string_view /*rtf*/) {}
+    /// The whole instruction of a field, in the group around it.
+    virtual void OnInstruction(std::string_view /*utf8*/) {}
     virtual void OnWord(const ControlWord&, const Token&) {}
     virtual void OnOpen() {}
     /// A group with a state of its own was closed, its brace is at `end` - 1.
@@ -56,6 +66,8 @@ protected:
     virtual void OnFallback(size_t /*begin*/, size_t /*end*/) {}
 
     const Group& Current() const { return groups_.back(); }
+    /// Counts what a group may add to the body, to see whether it added something.
+    size_t Shown() const { return shown_; }
     int DocumentCodePage() const { return document_page_; }
     int TableFont() const { return table_font_; }
     int DefaultFont() const { return default_font_; }
@@ -68,13 +80,17 @@ private:
     void FlushPending();
     void Open(const Token& token);
     bool Close(const Token& token);
+    void EndInstruction();
     void ActOn(const Token& token, bool fresh, bool starred);
+    bool IsOfTable() const;
     void ActOnText(const ControlWord& word, const Token& token);
     void ActOnSymbol(const Token& token);
     void SetFontPage(int page);
     void Enter(const ControlWord& word, const Token& token, bool fresh);
     void EnterNew(Destination destination, size_t begin, bool fresh);
     void EnterPicture();
+    void EnterObject(Destination destination, size_t begin, bool fresh);
+    void EnterAside();
     void PassOver(bool keep);
     void Break(TextBreak kind);
     void Unicode(const Token& token);
@@ -83,6 +99,9 @@ private:
     void AddAscii(const Token& token);
     void EmitCharacter(char32_t c, size_t begin, size_t end);
     void Emit(std::string_view utf8, size_t begin, size_t end);
+    void Hide(std::string_view utf8);
+    void Show(std::string_view utf8, size_t begin, size_t end);
+    void Insert(std::string_view utf8, size_t at);
     bool Shows() const;
     int CurrentPage();
 
@@ -94,6 +113,10 @@ private:
     bool starred_ = false;      ///< right behind \*
     bool after_paragraph_ = false;
     bool has_new_picture_ = false;
+    Asides asides_;
+    char last_ = '\n';  ///< byte of the text so far
+    size_t shown_ = 0;
+    std::string instruction_;
     int32_t fallback_ = 0;  ///< characters to pass over behind \u
     int document_page_ = 1252;
     int default_font_ = -1;
@@ -101,6 +124,7 @@ private:
     std::unordered_map<int, int> font_pages_;  ///< fonts whose code page isn't that of the document
     int page_font_ = -1;                       ///< the font that page_ was looked up for
     int page_ = 0;                             ///< 0: look it up
+    bool is_multi_byte_ = false;               ///< of that page
     char32_t high_surrogate_ = 0;
     std::string part_;  ///< the first bytes of a character of a multi-byte code page
     size_t pending_begin_ = 0;

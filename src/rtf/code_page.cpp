@@ -23,25 +23,67 @@ constexpr CharsetPage kCharsetPages[] = {
     {177, 1255}, {178, 1256}, {186, 1257}, {204, 1251}, {222, 874}, {238, 1250}, {254, 437},  {255, 850},
 };
 
+/// How many bytes the characters of a code page take.
+enum class PageForm : uint8_t { kSingle, kDouble, kShiftJis, kEuc, kGb18030, kUnicode };
+
 struct NamedPage {
     int code_page;
     const char* converter;
+    PageForm form = PageForm::kSingle;
 };
 constexpr NamedPage kNamedPages[] = {
-    {10000, "macintosh"},      {10004, "x-mac-arabic"},
-    {10005, "x-mac-hebrew"},   {10006, "x-mac-greek"},
-    {10007, "x-mac-cyrillic"}, {10029, "x-mac-centraleurroman"},
-    {10081, "x-mac-turkish"},  {936, "GBK"},
-    {20127, "US-ASCII"},       {20866, "KOI8-R"},
-    {21866, "KOI8-U"},         {28605, "ISO-8859-15"},
+    {708, "ISO-8859-6"},
+    {932, "windows-932", PageForm::kShiftJis},
+    {936, "GBK", PageForm::kDouble},
+    {949, "windows-949", PageForm::kDouble},
+    {950, "windows-950", PageForm::kDouble},
+    {10000, "macintosh"},
+    {10001, "Shift_JIS", PageForm::kShiftJis},
+    {10002, "Big5", PageForm::kDouble},
+    {10003, "EUC-KR", PageForm::kDouble},
+    {10004, "x-mac-arabic"},
+    {10005, "x-mac-hebrew"},
+    {10006, "x-mac-greek"},
+    {10007, "x-mac-cyrillic"},
+    {10008, "GBK", PageForm::kDouble},
+    {10029, "x-mac-centraleurroman"},
+    {10081, "x-mac-turkish"},
+    {20127, "US-ASCII"},
+    {20866, "KOI8-R"},
+    {20932, "EUC-JP", PageForm::kEuc},
+    {20936, "GBK", PageForm::kDouble},
+    {20949, "windows-949", PageForm::kDouble},
+    {21866, "KOI8-U"},
+    {28591, "windows-1252"},
+    {28599, "windows-1254"},
+    {51932, "EUC-JP", PageForm::kEuc},
+    {51936, "GBK", PageForm::kDouble},
+    {51949, "windows-949", PageForm::kDouble},
+    {54936, "gb18030", PageForm::kGb18030},
+    {kUtf8, "UTF-8", PageForm::kUnicode},
 };
+static_assert(std::is_sorted(std::begin(kNamedPages), std::end(kNamedPages),
+                             [](const NamedPage& a, const NamedPage& b) { return a.code_page < b.code_page; }));
+
+const NamedPage* FindPage(int code_page) {
+    const auto* const found =
+        std::lower_bound(std::begin(kNamedPages), std::end(kNamedPages), code_page,
+                         [](const NamedPage& page, int wanted) { return page.code_page < wanted; });
+    return found == std::end(kNamedPages) || found->code_page != code_page ? nullptr : found;
+}
+
+PageForm FormOf(int code_page) {
+    const NamedPage* const page = FindPage(code_page);
+    return page == nullptr ? PageForm::kSingle : page->form;
+}
 
 std::string ConverterName(int code_page) {
-    for (const NamedPage& page : kNamedPages) {
-        if (page.code_page == code_page)
-            return page.converter;
-    }
-    const bool windows = (code_page >= 1250 && code_page <= 1258) || (code_page >= 874 && code_page <= 950);
+    if (const NamedPage* const page = FindPage(code_page))
+        return page->converter;
+    constexpr int kFirstIso = 28591, kLastIso = 28606;
+    if (code_page >= kFirstIso && code_page <= kLastIso)
+        return "ISO-8859-" + std::to_string(code_page - kFirstIso + 1);
+    const bool windows = (code_page >= 1250 && code_page <= 1258) || code_page == 874;
     return (windows ? "windows-" : "ibm-") + std::to_string(code_page);
 }
 
@@ -67,17 +109,30 @@ int CodePageOfCharset(int charset, int document_page) {
 }
 
 bool IsMultiByte(int code_page) {
-    return code_page == 932 || code_page == 936 || code_page == 949 || code_page == 950 || code_page == kUtf8;
+    return FormOf(code_page) != PageForm::kSingle;
 }
 
-size_t CharacterLength(int code_page, unsigned char lead) {
+size_t CharacterLength(int code_page, std::string_view begin) {
+    const auto lead = static_cast<unsigned char>(begin[0]);
     if (lead < 0x80)
         return 1;
-    if (code_page == kUtf8)
-        return lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-    if (code_page == 932)
-        return (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC) ? 2 : 1;
-    return lead >= 0x81 && lead <= 0xFE ? 2 : 1;
+    switch (FormOf(code_page)) {
+        case PageForm::kSingle:
+            return 1;
+        case PageForm::kUnicode:
+            return lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+        case PageForm::kShiftJis:
+            return (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC) ? 2 : 1;
+        case PageForm::kEuc:
+            return lead == 0x8F ? 3 : lead == 0x8E || (lead >= 0xA1 && lead <= 0xFE) ? 2 : 1;
+        case PageForm::kGb18030:
+            if (begin.size() > 1 && begin[1] >= '0' && begin[1] <= '9')
+                return 4;
+            [[fallthrough]];
+        case PageForm::kDouble:
+            return lead >= 0x81 && lead <= 0xFE ? 2 : 1;
+    }
+    return 1;
 }
 
 struct CodePageDecoder::Page {

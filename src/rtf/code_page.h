@@ -15,8 +15,9 @@ int CodePageOfCharset(int charset, int document_page);
 
 /// Whether characters of the code page may take more than one byte.
 bool IsMultiByte(int code_page);
-/// The number of bytes that a character takes which begins with `lead`: 1 to 4.
-size_t CharacterLength(int code_page, unsigned char lead);
+/// The number of bytes, 1 to 4, that a character of a multi-byte code page takes whose first bytes these are, as far as
+/// they tell; at least one byte.
+size_t CharacterLength(int code_page, std::string_view begin);
 
 /// Turns bytes of code pages into UTF-8. Bytes without a character become U+FFFD; an unknown code page reads as 1252.
 class CodePageDecoder {

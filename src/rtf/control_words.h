@@ -26,6 +26,8 @@ enum class Destination : uint8_t {
     kAnsiTwin,  ///< an older form of what follows in Unicode
     kUnicodeTwin,
     kObject,
+    kShape,  ///< a drawing, which may hold text boxes and a picture
+    kAside,  ///< text beside the body, which is read at its place
     kFontTable,
     kColorTable,
     kListTable,

@@ -53,6 +53,7 @@ struct Paragraph {
 struct TableRow {
     uint32_t format = 0;  ///< index in Document::row_formats
     uint8_t level = 1;    ///< above 1 for a table within a cell
+    uint32_t first = 0;   ///< its first paragraph, that of a table within its first cell included
     bool operator==(const TableRow&) const = default;
 };
 
@@ -79,7 +80,7 @@ struct DocumentFont {
     bool operator==(const DocumentFont&) const = default;
 };
 
-/// A group that the document has no place for (a footnote, a header, a bookmark), as it stood in the file.
+/// A group that the document has no place for (a header, a bookmark, hidden text), as it stood in the file.
 struct KeptGroup {
     uint32_t position = 0;
     std::string rtf;

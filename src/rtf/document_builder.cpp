@@ -83,8 +83,9 @@ void DocumentBuilder::OpenRows(int level) {
         if (document_.row_formats.empty())
             document_.row_formats.emplace_back();
         open_rows_.push_back({static_cast<int32_t>(document_.rows.size()), 0});
-        document_.rows.push_back(
-            {static_cast<uint32_t>(document_.row_formats.size() - 1), static_cast<uint8_t>(open_rows_.size())});
+        document_.rows.push_back({static_cast<uint32_t>(document_.row_formats.size() - 1),
+                                  static_cast<uint8_t>(open_rows_.size()),
+                                  static_cast<uint32_t>(document_.paragraphs.size())});
     }
 }
 

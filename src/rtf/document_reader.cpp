@@ -15,7 +15,6 @@ namespace lore {
 
 namespace {
 
-constexpr size_t kLongestInstruction = 65536;
 /// Lists of older programs have no numbers; theirs begin here.
 constexpr int32_t kFirstOldList = 1001;
 
@@ -25,13 +24,18 @@ public:
     Document Take() { return std::move(document_); }
 
 protected:
-    void OnText(std::string_view utf8, size_t, size_t) override { builder_.AddText(utf8, Characters()); }
+    void OnText(std::string_view utf8, size_t, size_t) override {
+        EndHidden();
+        builder_.AddText(utf8, Characters());
+    }
+    void OnHidden(std::string_view utf8) override;
     void OnBreak(TextBreak kind) override;
     void OnEnd(bool after_paragraph) override;
     bool OnEnter(Destination destination) override;
     void OnOther(Destination destination, std::string_view utf8) override;
     void OnBinary(Destination destination, std::string_view bytes) override;
     void OnKept(std::string_view rtf) override;
+    void OnInstruction(std::string_view utf8) override;
     void OnWord(const ControlWord& word, const Token& token) override;
     void OnOpen() override;
     void OnClose(const Group& closed, size_t end) override;
@@ -49,7 +53,8 @@ private:
     void EndFont();
     void EndPicture();
     void EndObject(const Group& closed, size_t end);
-    void EndFieldInstruction();
+    void EndShape(const Group& closed, size_t end);
+    void EndHidden();
 
     DocumentBuilder builder_;
     Document document_;
@@ -64,7 +69,8 @@ private:
     std::string font_name_;
     int32_t font_number_ = 0;
     int32_t font_charset_ = 0;
-    std::string instruction_;
+    std::string hidden_;           ///< text that isn't shown, not yet in the document
+    bool hidden_deleted_ = false;  ///< it has been deleted, not hidden
     std::vector<std::string> targets_;
     ParagraphFormat last_old_list_;  ///< format of the paragraph before, if it belongs to a list of an older program
     int32_t old_lists_ = 0;
@@ -78,6 +84,7 @@ const CharFormat& DocumentReader::Characters() {
 }
 
 void DocumentReader::OnBreak(TextBreak kind) {
+    EndHidden();
     const int level = State().TableLevel();
     switch (kind) {
         case TextBreak::kParagraph:
@@ -140,7 +147,22 @@ int32_t DocumentReader::OldListId(const ParagraphFormat& format) {
     return goes_on ? last_old_list_.list_id : kFirstOldList + old_lists_++;
 }
 
+/// What isn't shown stays as a group that says so.
+void DocumentReader::OnHidden(std::string_view utf8) {
+    if (hidden_deleted_ != Current().deleted)
+        EndHidden();
+    hidden_deleted_ = Current().deleted;
+    hidden_ += utf8;
+}
+
+void DocumentReader::EndHidden() {
+    if (hidden_.empty())
+        return;
+    builder_.AddKept(UnshownText(std::exchange(hidden_, {}), hidden_deleted_));
+}
+
 void DocumentReader::OnEnd(bool after_paragraph) {
+    EndHidden();
     Document& unfinished = builder_.Unfinished();
     unfinished.code_page = DocumentCodePage();
     unfinished.default_font = FontIndex(DefaultFont());
@@ -148,11 +170,9 @@ void DocumentReader::OnEnd(bool after_paragraph) {
 }
 
 bool DocumentReader::OnEnter(Destination destination) {
-    if (destination == Destination::kFieldInstruction)
-        instruction_.clear();
-    else if (destination == Destination::kPicture)
+    if (destination == Destination::kPicture)
         picture_ = {};
-    else if (destination == Destination::kObject)
+    else if (destination == Destination::kObject || destination == Destination::kShape)
         object_picture_.reset();
     return destination != Destination::kSkip && destination != Destination::kKeep;
 }
@@ -164,8 +184,6 @@ void DocumentReader::OnOther(Destination destination, std::string_view utf8) {
         ReadFontName(utf8);
     else if (destination == Destination::kColorTable)
         colors_.ReadText(utf8);
-    else if (destination == Destination::kFieldInstruction && instruction_.size() < kLongestInstruction)
-        instruction_.append(utf8);
 }
 
 void DocumentReader::OnBinary(Destination destination, std::string_view bytes) {
@@ -174,6 +192,7 @@ void DocumentReader::OnBinary(Destination destination, std::string_view bytes) {
 }
 
 void DocumentReader::OnKept(std::string_view rtf) {
+    EndHidden();
     if (auto form = KeptForm(rtf))
         builder_.AddKept(std::move(*form));
 }
@@ -265,8 +284,8 @@ void DocumentReader::OnClose(const Group& closed, size_t end) {
         EndPicture();
     } else if (closed.destination == Destination::kObject) {
         EndObject(closed, end);
-    } else if (closed.destination == Destination::kFieldInstruction) {
-        EndFieldInstruction();
+    } else if (closed.destination == Destination::kShape) {
+        EndShape(closed, end);
     } else if (closed.destination == Destination::kOldList) {
         State().old_list = state.old_list;
         State().paragraph.list_start = state.paragraph.list_start;
@@ -277,15 +296,18 @@ void DocumentReader::EndPicture() {
     std::optional<Picture> picture = picture_.Take();
     if (!picture)
         return;
-    if (Current().destination == Destination::kObject)
+    if (Current().destination != Destination::kBody) {
         object_picture_ = std::move(picture);
-    else
-        builder_.AddPicture(std::move(*picture), Characters());
+        return;
+    }
+    EndHidden();
+    builder_.AddPicture(std::move(*picture), Characters());
 }
 
 void DocumentReader::EndObject(const Group& closed, size_t end) {
     if (closed.hidden || closed.deleted)
         return;
+    EndHidden();
     const std::string_view group = Source().substr(closed.begin, end - closed.begin);
     std::optional<std::string> form = KeptForm(group.starts_with('{') ? std::string(group) : "{" + std::string(group));
     std::optional<Picture> picture = std::exchange(object_picture_, std::nullopt);
@@ -297,8 +319,16 @@ void DocumentReader::EndObject(const Group& closed, size_t end) {
     }
 }
 
-void DocumentReader::EndFieldInstruction() {
-    std::string target = LinkTarget(instruction_);
+/// Text boxes stand in the text; a shape without one is like an object.
+void DocumentReader::EndShape(const Group& closed, size_t end) {
+    if (closed.shown_before == Shown())
+        return EndObject(closed, end);
+    if (std::optional<Picture> picture = std::exchange(object_picture_, std::nullopt))
+        builder_.AddPicture(std::move(*picture), Characters());
+}
+
+void DocumentReader::OnInstruction(std::string_view utf8) {
+    std::string target = LinkTarget(utf8);
     if (target.empty())
         return;
     State().target = static_cast<int32_t>(targets_.size());

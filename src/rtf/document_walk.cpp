@@ -46,6 +46,9 @@ private:
         for (size_t row = 0; row < rows.size(); ++row)
             begin = Row(grid, rows[row], grid.rows[row], begin, end);
         visitor_.EndTable();
+        // Of a table within a cell that no row is around, in a file that breaks off.
+        while (begin < end)
+            begin = Plain(begin);
         return end;
     }
 

@@ -1,12 +1,16 @@
 #include "rtf/field.h"
 
+#include <cstdlib>
+
 #include "base/text.h"
+#include "rtf/symbol_font.h"
 
 namespace lore {
 
 namespace {
 
 constexpr std::string_view kLinkField = "HYPERLINK";
+constexpr std::string_view kSymbolField = "SYMBOL";
 
 /// Takes the next word or quoted text off the front; within quotes a backslash makes the next quote or backslash plain.
 std::string TakeWord(std::string_view& text, bool& quoted) {
@@ -50,6 +54,21 @@ std::string LinkTarget(std::string_view instruction) {
         }
     }
     return address + place;
+}
+
+char32_t FieldSymbol(std::string_view instruction) {
+    bool quoted = false;
+    if (!EqualNoCase(TakeWord(instruction, quoted), kSymbolField))
+        return 0;
+    const std::string number = TakeWord(instruction, quoted);
+    std::string font;
+    for (instruction = TrimLeft(instruction); !instruction.empty(); instruction = TrimLeft(instruction)) {
+        if (TakeWord(instruction, quoted) == "\\f")
+            font = TakeWord(instruction, quoted);
+    }
+    const bool is_hex = number.starts_with("0x") || number.starts_with("0X");
+    return SymbolCharacter(font,
+                           is_hex ? static_cast<int32_t>(std::strtol(number.c_str(), nullptr, 16)) : ParseInt(number));
 }
 
 std::string LinkInstruction(std::string_view target) {

@@ -9,6 +9,9 @@ namespace lore {
 /// field.
 std::string LinkTarget(std::string_view instruction);
 
+/// The character of a SYMBOL field; 0 for any other field.
+char32_t FieldSymbol(std::string_view instruction);
+
 /// The instruction of a field with that target, as plain characters.
 std::string LinkInstruction(std::string_view target);
 

@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "rtf/document_builder.h"
+#include "rtf/html_layout.h"
 #include "rtf/html_page.h"
 #include "rtf/html_style.h"
 #include "rtf/html_tags.h"
@@ -19,8 +20,6 @@ namespace {
 
 constexpr size_t kDeepest = 1000;
 constexpr int kDeepestTable = 8;
-constexpr int kTableWidth = 9000;
-constexpr int kMostColumns = 60;
 constexpr int16_t kListIndent = 720;
 constexpr char kFixedWidthFont[] = "Courier New";
 
@@ -54,14 +53,8 @@ struct OpenElement {
     bool keeps_blanks = false;
 };
 
-struct OpenTable {
-    int cells = 0;   // of the row that is open
-    int across = 1;  // columns that the open cell takes
-    bool in_row = false, in_cell = false;
-};
-
 bool IsBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
+    return std::string_view(" \t\n\r\f").find(c) != std::string_view::npos;
 }
 
 /// Rich text has no place for these.
@@ -75,20 +68,9 @@ std::string WithoutControls(std::string_view text) {
     return clean;
 }
 
-RowFormat EqualColumns(int count) {
-    RowFormat row;
-    row.cell_gap = 100;
-    for (int i = 1; i <= count; ++i) {
-        CellFormat& cell = row.cells.emplace_back();
-        cell.right_edge = kTableWidth * i / count;
-        cell.borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight;
-    }
-    return row;
-}
-
 class HtmlReader {
 public:
-    explicit HtmlReader(const HtmlLook& look) : convert_(look.convert) {
+    explicit HtmlReader(const HtmlLook& look) : convert_(look.convert), alternatives_(look.alternatives) {
         OpenElement body;
         body.tag = &FindHtmlTag({});
         body.chars.font = builder_.Font(look.font);
@@ -105,12 +87,14 @@ private:
     const OpenElement& Inner() const { return open_.back(); }
     int CellDepth() const {
         return static_cast<int>(
-            std::count_if(tables_.begin(), tables_.end(), [](const OpenTable& table) { return table.in_cell; }));
+            std::count_if(tables_.begin(), tables_.end(), [](const HtmlTable& table) { return table.in_cell; }));
     }
-    void Look(OpenElement& element, const Attributes& attributes);
-    void Enter(OpenElement& element, const Attributes& attributes);
+    HtmlStyle Look(OpenElement& element, const Attributes& attributes);
+    void LookAt(const HtmlStyle& style, OpenElement& element);
+    void Enter(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind);
     void Leave(const OpenElement& element);
-    void StartList(OpenElement& element, const Attributes& attributes);
+    void StartList(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind);
+    void StartItem(OpenElement& element, ListKind kind);
     void AddPicture(const Attributes& attributes);
     void BeginInline();
     void AddBlock(std::string_view text);
@@ -118,13 +102,16 @@ private:
     void AddBreak();
     void EndBlock();
     void StartCell(const Attributes& attributes);
+    void OpenCell();
+    void AddSpanned();
     void EndCell();
     void EndRow();
 
     const PictureConverter& convert_;
+    const bool alternatives_;
     DocumentBuilder builder_;
     std::vector<OpenElement> open_;
-    std::vector<OpenTable> tables_;
+    std::vector<HtmlTable> tables_;
     size_t too_deep_ = 0;
     int lists_ = 0;
     bool has_text_ = false;       // in the paragraph that is open
@@ -133,7 +120,8 @@ private:
     bool pending_break_ = false;  // the same of a line break
 };
 
-void HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
+/// Gives what the element's own style says.
+HtmlStyle HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
     const HtmlTag& tag = *element.tag;
     CharFormat& chars = element.chars;
     chars.bold = chars.bold || tag.bold;
@@ -149,16 +137,10 @@ void HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
     element.keeps_blanks = element.keeps_blanks || tag.keeps_blanks;
     element.paragraph.left_indent = static_cast<int16_t>(std::min(element.paragraph.left_indent + tag.indent, 7200));
 
-    const HtmlStyle style = ReadInlineStyle(attributes["style"], chars.half_points);
-    chars.bold = style.bold.value_or(chars.bold);
-    chars.italic = style.italic.value_or(chars.italic);
-    chars.underline = style.underline.value_or(chars.underline);
-    chars.strike = style.strike.value_or(chars.strike);
-    chars.half_points = style.half_points.value_or(chars.half_points);
+    HtmlStyle style = ReadInlineStyle(attributes["style"], chars.half_points);
+    LookAt(style, element);
     if (const auto color = style.color ? style.color : ReadHtmlColor(attributes["color"]))
         chars.color = color;
-    if (style.background && tag.flow == HtmlFlow::kInline)
-        chars.background = style.background;
     if (const std::string_view font = style.font.empty() ? attributes["face"] : style.font; !font.empty())
         chars.font = builder_.Font(font.substr(0, font.find(',')));
     if (const auto align = style.align ? style.align : ReadHtmlAlign(attributes["align"]))
@@ -168,6 +150,19 @@ void HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
     if (const std::string_view direction = attributes["dir"]; !direction.empty())
         element.paragraph.right_to_left = EqualNoCase(direction, "rtl");
     element.skipped = element.skipped || style.hidden || tag.flow == HtmlFlow::kSkipped;
+    return style;
+}
+
+void HtmlReader::LookAt(const HtmlStyle& style, OpenElement& element) {
+    CharFormat& chars = element.chars;
+    GiveLook(style, chars);
+    element.keeps_blanks = style.keeps_blanks.value_or(element.keeps_blanks);
+    const HtmlFlow flow = element.tag->flow;
+    if (style.background && flow == HtmlFlow::kInline)
+        chars.background = style.background;
+    // Of cells it says where their contents stand.
+    if (style.position && (flow == HtmlFlow::kInline || flow == HtmlFlow::kLink))
+        chars.position = *style.position;
 }
 
 void HtmlReader::Start(std::string_view name, const Attributes& attributes) {
@@ -178,13 +173,13 @@ void HtmlReader::Start(std::string_view name, const Attributes& attributes) {
     OpenElement element = Inner();
     element.name = name;
     element.tag = &FindHtmlTag(name);
-    Look(element, attributes);
+    const HtmlStyle style = Look(element, attributes);
     if (!element.skipped)
-        Enter(element, attributes);
+        Enter(element, attributes, style.list);
     open_.push_back(std::move(element));
 }
 
-void HtmlReader::Enter(OpenElement& element, const Attributes& attributes) {
+void HtmlReader::Enter(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind) {
     switch (element.tag->flow) {
         case HtmlFlow::kBreak:
             return AddBreak();
@@ -202,7 +197,7 @@ void HtmlReader::Enter(OpenElement& element, const Attributes& attributes) {
         case HtmlFlow::kBulletList:
         case HtmlFlow::kNumberedList:
             EndBlock();
-            return StartList(element, attributes);
+            return StartList(element, attributes, kind);
         case HtmlFlow::kTable:
             EndBlock();
             if (tables_.size() < kDeepestTable)
@@ -215,8 +210,10 @@ void HtmlReader::Enter(OpenElement& element, const Attributes& attributes) {
             return;
         case HtmlFlow::kCell:
             return StartCell(attributes);
-        case HtmlFlow::kBlock:
         case HtmlFlow::kItem:
+            EndBlock();
+            return StartItem(element, kind.value_or(element.paragraph.list));
+        case HtmlFlow::kBlock:
             return EndBlock();
         case HtmlFlow::kInline:
         case HtmlFlow::kSkipped:
@@ -224,24 +221,38 @@ void HtmlReader::Enter(OpenElement& element, const Attributes& attributes) {
     }
 }
 
-void HtmlReader::StartList(OpenElement& element, const Attributes& attributes) {
+void HtmlReader::StartList(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind) {
     ParagraphFormat& format = element.paragraph;
     const auto around = std::count_if(open_.begin(), open_.end(), [](const OpenElement& outer) {
         return outer.tag->flow == HtmlFlow::kBulletList || outer.tag->flow == HtmlFlow::kNumberedList;
     });
     format.list_level = static_cast<uint8_t>(std::min<std::ptrdiff_t>(around, 8));
     format.list_id = ++lists_;
-    const bool bullets = element.tag->flow == HtmlFlow::kBulletList;
-    const std::string_view type = attributes["type"];
-    constexpr std::string_view kTypes = "1aAiI";
-    const size_t kind = type.size() == 1 ? kTypes.find(type.front()) : 0;
-    format.list = bullets ? ListKind::kBullet
-                          : static_cast<ListKind>(static_cast<size_t>(ListKind::kDecimal) +
-                                                  (kind == std::string_view::npos ? 0 : kind));
+    format.list = element.tag->flow == HtmlFlow::kBulletList ? ListKind::kBullet : NumbersOf(attributes["type"]);
     const std::string_view start = attributes["start"];
     format.list_start = static_cast<int16_t>(start.empty() ? 1 : std::clamp(ParseInt(start), 0, 32767));
     format.left_indent = static_cast<int16_t>(kListIndent * (format.list_level + 1));
     format.first_indent = -kListIndent / 2;
+    SetList(format, kind.value_or(format.list));
+}
+
+/// Items that say their own kind make a list of it.
+void HtmlReader::StartItem(OpenElement& element, ListKind kind) {
+    ParagraphFormat& format = element.paragraph;
+    if (format.list == kind || format.list == ListKind::kNone)
+        return;
+    if (kind == ListKind::kNone)
+        return SetList(format, kind);
+    const int32_t id = format.list_id;
+    ++lists_;
+    for (OpenElement& outer : open_) {
+        if (outer.paragraph.list_id == id) {
+            outer.paragraph.list_id = lists_;
+            outer.paragraph.list = kind;
+        }
+    }
+    format.list_id = lists_;
+    format.list = kind;
 }
 
 void HtmlReader::End(std::string_view name) {
@@ -290,7 +301,7 @@ void HtmlReader::AddPicture(const Attributes& attributes) {
     std::optional<Picture> picture =
         ReadDataPicture(attributes["src"], attributes["width"], attributes["height"], convert_);
     if (!picture)
-        return AddFlowing(attributes["alt"]);
+        return alternatives_ ? AddFlowing(attributes["alt"]) : void();
     if (pending_blank_ && has_text_ && !pending_break_)
         builder_.AddText(" ", blank_format_);
     pending_blank_ = false;
@@ -301,7 +312,7 @@ void HtmlReader::AddPicture(const Attributes& attributes) {
 void HtmlReader::BeginInline() {
     // Text that stands in a row beside its cells gets a cell.
     if (!tables_.empty() && tables_.back().in_row && !tables_.back().in_cell)
-        tables_.back().in_cell = true;
+        OpenCell();
     if (std::exchange(pending_break_, false))
         builder_.AddText("\n", Inner().chars);
     has_text_ = true;
@@ -367,12 +378,7 @@ void HtmlReader::EndBlock() {
     // Only the first paragraph of an item bears its mark.
     for (OpenElement& element : open_) {
         if (element.tag->flow == HtmlFlow::kItem) {
-            const ParagraphFormat none;
-            element.paragraph.list = none.list;
-            element.paragraph.list_id = none.list_id;
-            element.paragraph.list_level = none.list_level;
-            element.paragraph.list_start = none.list_start;
-            element.paragraph.first_indent = 0;
+            SetList(element.paragraph, ListKind::kNone);
         }
     }
 }
@@ -381,21 +387,29 @@ void HtmlReader::StartCell(const Attributes& attributes) {
     if (tables_.empty())
         return EndBlock();
     EndCell();
-    tables_.back().across = std::clamp(ParseInt(attributes["colspan"]), 1, kMostColumns);
-    tables_.back().in_row = true;
-    tables_.back().in_cell = true;
+    OpenCell();
+    tables_.back().SetSpans(ParseInt(attributes["colspan"]), ParseInt(attributes["rowspan"]));
+}
+
+void HtmlReader::OpenCell() {
+    AddSpanned();
+    tables_.back().in_row = tables_.back().in_cell = true;
+}
+
+void HtmlReader::AddSpanned() {
+    while (tables_.back().AddSpanned())
+        builder_.EndCell({}, CellDepth() + 1);
 }
 
 void HtmlReader::EndCell() {
     if (tables_.empty() || !tables_.back().in_cell)
         return EndBlock();
     pending_blank_ = pending_break_ = has_text_ = false;
-    OpenTable& table = tables_.back();
-    if (table.cells == kMostColumns)
+    HtmlTable& table = tables_.back();
+    if (table.IsFull())
         builder_.EndParagraph(Inner().paragraph, CellDepth());
-    for (int i = 0; i < table.across && table.cells < kMostColumns; ++i, ++table.cells)
+    for (int cells = table.AddCell(); cells > 0; --cells)
         builder_.EndCell(Inner().paragraph, CellDepth());
-    table.across = 1;
     table.in_cell = false;
 }
 
@@ -403,10 +417,12 @@ void HtmlReader::EndRow() {
     if (tables_.empty())
         return EndBlock();
     EndCell();
-    OpenTable& table = tables_.back();
-    if (table.cells > 0)
-        builder_.EndRow(EqualColumns(table.cells), {}, CellDepth() + 1);
-    table = OpenTable();
+    HtmlTable& table = tables_.back();
+    if (table.Cells() > 0)
+        AddSpanned();
+    if (table.Cells() > 0)
+        builder_.EndRow(table.TakeRow(), {}, CellDepth() + 1);
+    table.in_row = false;
 }
 
 Document HtmlReader::Finish() {

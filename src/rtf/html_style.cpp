@@ -78,6 +78,55 @@ void SetBold(HtmlStyle& style, std::string_view value) {
     style.bold = value.starts_with("bold") || ParseInt(value) >= kBoldFrom;
 }
 
+struct NamedList {
+    std::string_view name;
+    ListKind kind;
+};
+constexpr NamedList kLists[] = {{"disc", ListKind::kBullet},
+                                {"circle", ListKind::kBullet},
+                                {"square", ListKind::kBullet},
+                                {"decimal", ListKind::kDecimal},
+                                {"lower-alpha", ListKind::kLowerLetter},
+                                {"lower-latin", ListKind::kLowerLetter},
+                                {"upper-alpha", ListKind::kUpperLetter},
+                                {"upper-latin", ListKind::kUpperLetter},
+                                {"lower-roman", ListKind::kLowerRoman},
+                                {"upper-roman", ListKind::kUpperRoman},
+                                {"none", ListKind::kNone}};
+
+/// The first word that names a kind, as the shorthand may hold others.
+std::optional<ListKind> ReadList(std::string_view value) {
+    while (!value.empty()) {
+        const std::string_view word = value.substr(0, value.find(' '));
+        const auto* const named = std::find_if(std::begin(kLists), std::end(kLists),
+                                               [&](const NamedList& list) { return list.name == word; });
+        if (named != std::end(kLists))
+            return named->kind;
+        value = TrimLeft(value.substr(word.size()));
+    }
+    return std::nullopt;
+}
+
+void SetPosition(HtmlStyle& style, std::string_view value) {
+    if (value == "super" || value == "sub" || value == "baseline")
+        style.position = value == "super" ? ScriptPosition::kSuperscript
+                         : value == "sub" ? ScriptPosition::kSubscript
+                                          : ScriptPosition::kBaseline;
+}
+
+void SetVariant(HtmlStyle& style, std::string_view name, std::string_view value) {
+    if (name.starts_with("font-variant"))
+        style.small_caps = value.find("small-caps") != std::string_view::npos;
+    else if (name == "text-transform")
+        style.all_caps = value == "uppercase";
+    else if (name == "white-space")
+        style.keeps_blanks = value == "pre" || value == "pre-wrap" || value == "break-spaces";
+    else if (name == "list-style-type" || name == "list-style")
+        style.list = ReadList(value);
+    else if (name == "vertical-align")
+        SetPosition(style, value);
+}
+
 void SetProperty(HtmlStyle& style, std::string_view name, std::string_view value, std::string_view written,
                  int half_points) {
     if (name == "font-weight")
@@ -98,6 +147,8 @@ void SetProperty(HtmlStyle& style, std::string_view name, std::string_view value
         style.align = ReadHtmlAlign(value);
     else if (name == "display" || name == "visibility" || name == "mso-hide")
         style.hidden = style.hidden || value == "none" || value == "hidden" || value == "all";
+    else
+        SetVariant(style, name, value);
 }
 
 }  // namespace
@@ -119,6 +170,16 @@ std::optional<ParagraphAlign> ReadHtmlAlign(std::string_view text) {
     const std::string value = ToLower(Trim(text));
     const auto* const found = std::find(kAligns.begin(), kAligns.end(), value);
     return found == kAligns.end() ? std::nullopt : std::optional(static_cast<ParagraphAlign>(found - kAligns.begin()));
+}
+
+void GiveLook(const HtmlStyle& style, CharFormat& chars) {
+    chars.bold = style.bold.value_or(chars.bold);
+    chars.italic = style.italic.value_or(chars.italic);
+    chars.underline = style.underline.value_or(chars.underline);
+    chars.strike = style.strike.value_or(chars.strike);
+    chars.small_caps = style.small_caps.value_or(chars.small_caps);
+    chars.all_caps = style.all_caps.value_or(chars.all_caps);
+    chars.half_points = style.half_points.value_or(chars.half_points);
 }
 
 HtmlStyle ReadInlineStyle(std::string_view css, int half_points) {

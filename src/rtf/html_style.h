@@ -10,7 +10,10 @@ namespace lore {
 
 /// What an inline style says of its element. Nothing means that the element looks as its surroundings do.
 struct HtmlStyle {
-    std::optional<bool> bold, italic, underline, strike;
+    std::optional<bool> bold, italic, underline, strike, small_caps, all_caps;
+    std::optional<ScriptPosition> position;
+    std::optional<ListKind> list;      ///< kNone: items without marks
+    std::optional<bool> keeps_blanks;  ///< white space counts as it stands
     std::optional<TextColor> color, background;
     std::optional<int16_t> half_points;
     std::optional<ParagraphAlign> align;
@@ -21,6 +24,9 @@ struct HtmlStyle {
 /// Reads the value of a style attribute; what isn't known is passed over. `half_points` is the size that relative sizes
 /// go from.
 HtmlStyle ReadInlineStyle(std::string_view css, int half_points);
+
+/// Gives characters what the style says of their letters: weight, lines, case, size.
+void GiveLook(const HtmlStyle& style, CharFormat& chars);
 
 /// "#rrggbb", "#rgb", "rgb(r, g, b)" or one of the sixteen old names.
 std::optional<TextColor> ReadHtmlColor(std::string_view text);

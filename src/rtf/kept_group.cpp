@@ -1,10 +1,13 @@
 #include "rtf/kept_group.h"
 
 #include "rtf/hex.h"
+#include "rtf/rtf_output.h"
 
 namespace lore {
 
 namespace {
+
+constexpr std::string_view kHidden = "v", kDeleted = "deleted";
 
 /// ASCII that may stand in what is written.
 bool IsPlain(char c) {
@@ -34,6 +37,20 @@ std::optional<std::string> KeptForm(std::string_view rtf) {
         }
     }
     return form;
+}
+
+std::string UnshownText(std::string_view utf8, bool deleted) {
+    RtfOutput group;
+    group.Open();
+    group.Word(deleted ? kDeleted : kHidden);
+    group.Text(utf8);
+    group.Close();
+    return group.Take();
+}
+
+bool IsUnshownText(std::string_view kept) {
+    // No other group that is kept begins with these words.
+    return kept.starts_with("{\\v") || kept.starts_with("{\\deleted");
 }
 
 }  // namespace lore

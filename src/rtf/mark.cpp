@@ -84,9 +84,11 @@ private:
 
     const std::vector<TextRange>& ranges_;
     size_t next_range_ = 0;
-    size_t position_ = 0;           ///< characters so far
-    size_t last_end_ = 0;           ///< source end of the last character
-    std::vector<TextRange> marks_;  ///< in source bytes
+    size_t position_ = 0;                     ///< characters so far
+    size_t last_end_ = 0;                     ///< source end of the last character
+    std::vector<TextRange> marks_;            ///< in source bytes
+    size_t put_at_ = std::string_view::npos;  ///< where the last characters were put that the file doesn't hold
+    bool takes_no_group_ = false;             ///< a mark is on such characters, or right behind them
     size_t color_tables_ = 0;
     size_t colors_ = 0;
     size_t highest_used_ = 0;  ///< number of a colour, which the table need not hold
@@ -101,12 +103,16 @@ void MarkReader::OnText(std::string_view utf8, size_t begin, size_t end) {
         return;
     const size_t first = position_;
     position_ += CountCharacters(utf8);
+    // A group for the mark would take along what is put in front of its text.
+    const bool is_put = begin == end, is_behind = !is_put && begin == put_at_;
+    put_at_ = is_put ? begin : std::string_view::npos;
     const bool byte_each = end - begin == position_ - first;
     for (; next_range_ < ranges_.size() && ranges_[next_range_].begin < position_; ++next_range_) {
         const TextRange& range = ranges_[next_range_];
         if (range.end > first) {
             const size_t from = std::max(range.begin, first) - first;
             const size_t to = std::min(range.end, position_) - first;
+            takes_no_group_ = takes_no_group_ || is_put || (is_behind && from == 0);
             Mark(byte_each ? begin + from : begin, byte_each ? begin + to : end);
         }
         if (range.end > position_)
@@ -166,7 +172,7 @@ void MarkReader::OnClose(const Group& closed, size_t end) {
         return;
     if (closed.destination == Destination::kColorTable)
         table_end_ = end - 1;
-    else if (closed.destination == Destination::kFontTable && marks_.empty())
+    else if (closed.destination == Destination::kFontTable && marks_.empty() && !Current().in_shape)
         head_end_ = end;
 }
 
@@ -178,7 +184,7 @@ bool MarkReader::CanAddColor() const {
 }
 
 std::string MarkReader::Marked(TextColor color) const {
-    if (!CanAddColor())
+    if (takes_no_group_ || !CanAddColor())
         return {};
     const auto part = [](std::string_view name, unsigned value) { return std::string(name) + std::to_string(value); };
     const std::string entry =

@@ -1,6 +1,7 @@
 #include "rtf/table_grid.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace lore {
 namespace {
@@ -13,20 +14,95 @@ const RowFormat* FormatOf(const Document& document, int32_t row) {
     return format < document.row_formats.size() ? &document.row_formats[format] : nullptr;
 }
 
-std::vector<int32_t> EdgesOf(const Document& document, std::span<const int32_t> rows) {
-    std::vector<int32_t> all;
+// What a table's rows hold and how wide their cells have to be for it.
+struct RowContents {
+    const RowFormat* format = nullptr;
+    std::vector<bool> filled;    // for each cell of the format: whether more than an empty paragraph is in it
+    std::vector<int32_t> edges;  // right ones, in order
+    bool fits = true;            // no text without a cell
+};
+
+bool Holds(const Document& document, size_t i) {
+    const Paragraph& paragraph = document.paragraphs[i];
+    if (paragraph.begin != paragraph.end || !RunsOf(document, i).empty())
+        return true;
+    const auto kept = std::lower_bound(document.kept.begin(), document.kept.end(), paragraph.begin,
+                                       [](const KeptGroup& group, uint32_t at) { return group.position < at; });
+    return kept != document.kept.end() && kept->position <= paragraph.end;
+}
+
+int LevelOf(const Document& document, const Paragraph& paragraph) {
+    return paragraph.row < 0 ? 0 : document.rows[static_cast<size_t>(paragraph.row)].level;
+}
+
+void Fill(const Document& document, int32_t row, RowContents& contents) {
+    const TableRow& own = document.rows[static_cast<size_t>(row)];
+    contents.filled.resize(contents.format->cells.size());
+    size_t cell = 0, count = 0;
+    for (size_t i = own.first; i < document.paragraphs.size(); ++i) {
+        const Paragraph& paragraph = document.paragraphs[i];
+        const bool is_own = paragraph.row == row;
+        const bool ends_row = is_own && paragraph.ended_by == ParagraphEnd::kRow;
+        if (!is_own && LevelOf(document, paragraph) <= own.level)
+            return;
+        if (!ends_row || paragraph.begin != paragraph.end) {
+            const bool holds = !is_own || ++count > 1 || Holds(document, i);
+            contents.fits = contents.fits && (!holds || !contents.filled.empty());
+            if (holds && !contents.filled.empty()) {
+                const size_t last = contents.filled.size() - 1;
+                contents.filled[std::min(cell, last)] = true;
+                contents.filled[last] = contents.filled[last] || ends_row;
+            }
+        }
+        if (ends_row)
+            return;
+        if (is_own && paragraph.ended_by == ParagraphEnd::kCell) {
+            ++cell;
+            count = 0;
+        }
+    }
+}
+
+// As the row states them, but with room for what would be in no width.
+std::vector<int32_t> RightEdges(const RowContents& contents) {
+    constexpr int32_t kNarrowest = 600, kFarthest = INT32_MAX - kNarrowest;
+    std::vector<int32_t> edges;
+    int32_t left = contents.format->left_edge;
+    for (size_t c = 0; c < contents.filled.size(); ++c) {
+        int32_t edge = contents.format->cells[c].right_edge;
+        if (contents.filled[c] && int64_t{edge} - left <= kSameEdge)
+            edge = std::min(left, kFarthest) + kNarrowest;
+        edges.push_back(edge);
+        left = std::max(left, edge);
+    }
+    return edges;
+}
+
+std::vector<RowContents> ContentsOf(const Document& document, std::span<const int32_t> rows) {
+    std::vector<RowContents> all;
     for (const int32_t row : rows) {
-        const RowFormat* format = FormatOf(document, row);
-        if (!format)
+        RowContents& contents = all.emplace_back();
+        contents.format = FormatOf(document, row);
+        if (!contents.format)
             continue;
-        all.push_back(format->left_edge);
-        for (const CellFormat& cell : format->cells)
-            all.push_back(cell.right_edge);
+        Fill(document, row, contents);
+        contents.edges = RightEdges(contents);
+    }
+    return all;
+}
+
+std::vector<int32_t> EdgesOf(const std::vector<RowContents>& rows) {
+    std::vector<int32_t> all;
+    for (const RowContents& row : rows) {
+        if (!row.format)
+            continue;
+        all.push_back(row.format->left_edge);
+        all.insert(all.end(), row.edges.begin(), row.edges.end());
     }
     std::sort(all.begin(), all.end());
     std::vector<int32_t> edges;
     for (const int32_t edge : all)
-        if ((edges.empty() || edge - edges.back() > kSameEdge) && edges.size() <= kMostColumns)
+        if ((edges.empty() || int64_t{edge} - edges.back() > kSameEdge) && edges.size() <= kMostColumns)
             edges.push_back(edge);
     return edges;
 }
@@ -37,14 +113,14 @@ int EdgeIndex(const std::vector<int32_t>& edges, int32_t edge) {
     return behind == edges.begin() ? 0 : static_cast<int>(behind - edges.begin()) - 1;
 }
 
-std::vector<TableCell> CellsOf(const RowFormat& format, const TableGrid& grid) {
+std::vector<TableCell> CellsOf(const RowContents& row, const TableGrid& grid) {
     std::vector<TableCell> cells;
-    int left = EdgeIndex(grid.edges, format.left_edge);
+    int left = EdgeIndex(grid.edges, row.format->left_edge);
     size_t first = 0;  // the cell that the ones merged into it lengthen
-    for (const CellFormat& cell : format.cells) {
-        const int right = std::clamp(EdgeIndex(grid.edges, cell.right_edge), left, grid.Columns());
+    for (size_t c = 0; c < row.filled.size(); ++c) {
+        const int right = std::clamp(EdgeIndex(grid.edges, row.edges[c]), left, grid.Columns());
         TableCell placed{left, right - left, 1, right == left};
-        if (cell.across == CellMerge::kContinued && !cells.empty()) {
+        if (row.format->cells[c].across == CellMerge::kContinued && c > 0 && !row.filled[c]) {
             placed.covered = true;
             cells[first].columnSpan += placed.columnSpan;
         } else {
@@ -56,17 +132,16 @@ std::vector<TableCell> CellsOf(const RowFormat& format, const TableGrid& grid) {
     return cells;
 }
 
-void JoinDown(const Document& document, std::span<const int32_t> rows, TableGrid& grid) {
+void JoinDown(const std::vector<RowContents>& rows, TableGrid& grid) {
     std::vector<std::pair<size_t, size_t>> open(static_cast<size_t>(grid.Columns()), {SIZE_MAX, 0});
     for (size_t r = 0; r < grid.rows.size(); ++r) {
-        const RowFormat* format = FormatOf(document, rows[r]);
         for (size_t c = 0; c < grid.rows[r].size(); ++c) {
             TableCell& cell = grid.rows[r][c];
             if (cell.covered)
                 continue;
             auto& above = open[static_cast<size_t>(cell.column)];
-            const CellMerge down = format->cells[c].down;
-            if (down == CellMerge::kContinued && above.first != SIZE_MAX &&
+            const CellMerge down = rows[r].format->cells[c].down;
+            if (down == CellMerge::kContinued && above.first != SIZE_MAX && !rows[r].filled[c] &&
                 grid.rows[above.first][above.second].columnSpan == cell.columnSpan) {
                 ++grid.rows[above.first][above.second].rowSpan;
                 cell.covered = true;
@@ -77,18 +152,29 @@ void JoinDown(const Document& document, std::span<const int32_t> rows, TableGrid
     }
 }
 
+bool HasRoomForAll(const std::vector<RowContents>& rows, const TableGrid& grid) {
+    for (size_t r = 0; r < rows.size(); ++r) {
+        for (size_t c = 0; c < grid.rows[r].size(); ++c) {
+            if (grid.rows[r][c].covered && rows[r].filled[c])
+                return false;
+        }
+        if (!rows[r].fits)
+            return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 TableGrid MakeTableGrid(const Document& document, std::span<const int32_t> rows) {
+    const std::vector<RowContents> contents = ContentsOf(document, rows);
     TableGrid grid;
-    grid.edges = EdgesOf(document, rows);
-    for (const int32_t row : rows) {
-        const RowFormat* format = FormatOf(document, row);
-        grid.rows.push_back(format && grid.Columns() > 0 ? CellsOf(*format, grid) : std::vector<TableCell>());
-    }
+    grid.edges = EdgesOf(contents);
+    for (const RowContents& row : contents)
+        grid.rows.push_back(row.format && grid.Columns() > 0 ? CellsOf(row, grid) : std::vector<TableCell>());
     if (grid.Columns() > 0)
-        JoinDown(document, rows, grid);
-    return grid;
+        JoinDown(contents, grid);
+    return HasRoomForAll(contents, grid) ? grid : TableGrid();
 }
 
 }  // namespace lore

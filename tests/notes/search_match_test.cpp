@@ -97,7 +97,7 @@ TEST(RtfPrefilter, NeverThrowsOutAWordHoweverTheRtfWritesIt) {
         "helio\r\ntrope",
         "helio{\\*\\bkmkstart here}trope",
         "helio\\v hidden\\v0 trope",
-        "helio{\\footnote a note}trope",
+        "a{\\footnote heliotrope}b",
         "helio{\\pict\\pngblip 00ff}trope",
         "\\'68eliotrope",
         "helio\\'74rope",
@@ -122,6 +122,13 @@ TEST(RtfPrefilter, NeverThrowsOutAWordHoweverTheRtfWritesIt) {
     // A hyphen that isn't the sign of a number is text.
     EXPECT_TRUE(RtfPrefilter(MatcherFor("h-x")).MayMatch("{\\rtf1\\ansi h\\b-x}"));
     EXPECT_TRUE(RtfPrefilter(MatcherFor("kelvin")).MayMatch("{\\rtf1\\ansi \\u8490?elvin}"));
+    // What the text has and the bytes don't.
+    for (const auto& [body, term] :
+         {std::pair("a{\\footnote b}", "\"a [b]\""), std::pair("{\\field{\\*\\fldinst Symbol 65}}x", "Ax")}) {
+        const NoteMatcher odd = MatcherFor(term);
+        const std::string rtf = TextNote(1, body).rtfText;
+        EXPECT_TRUE(odd.Matches(PlainText(rtf)) && RtfPrefilter(odd).MayMatch(rtf)) << body;
+    }
 }
 
 TEST(RtfPrefilter, ThrowsOutOrdinaryNotesWithoutTheWord) {

@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include "printsave/print_world.h"
+#include "rtf/html_writer.h"
+#include "rtf/rtf.h"
 
 namespace lore {
 namespace {
@@ -63,6 +65,24 @@ TEST_F(PrintSaveTest, PdfFilesHoldTheWordsTheirFontsAndLiveLinks) {
         if (word.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ") == std::string::npos) {
             EXPECT_THAT(text, HasSubstr(word)) << entry.note->id;
         }
+    }
+}
+
+TEST_F(PrintSaveTest, TablesWiderThanThePaperAreWhole) {
+    if (!HasTool("pdftotext"))
+        GTEST_SKIP() << "built without poppler-utils";
+    const std::pair<std::string, std::string> kTables[] = {
+        {"\\trowd\\cellx7000\\cellx14000\\cellx21000", "first\\cell middle\\cell last\\cell"},
+        {"\\trowd\\trleft6000\\cellx9000\\cellx13000", "first\\cell last\\cell"},
+        {"\\trowd\\cellx8000\\cellx16000", "first{\\pict\\pngblip\\picw500\\pich9 89}\\cell last\\cell"}};
+    for (const auto& [format, cells] : kTables) {
+        const std::filesystem::path page = folder / "wide.html", file = folder / "wide.pdf";
+        PutBytes(page, WriteHtml(ReadRtf("{\\rtf1" + format + "\\intbl " + cells + "\\row}"), ""));
+        const ProgramOutput made = OutputOf("'" + (ProgramFolder() / "lorebinder-pdf").string() + "' '" +
+                                            page.string() + "' '" + file.string() + "'");
+        EXPECT_EQ(made.status, 0) << made.text;
+        const std::string text = TextOfPdf("wide.pdf");
+        EXPECT_THAT(text, testing::AllOf(HasSubstr("first"), HasSubstr("last"))) << format;
     }
 }
 

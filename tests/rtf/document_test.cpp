@@ -58,7 +58,7 @@ TEST(DocumentBuilder, BuildsWhatIsReadAgain) {
     builder.EndCell({});
     builder.EndRow(row, {});
     builder.AddBreak(RunKind::kPageBreak, plain);
-    builder.AddKept("{\\footnote kept}");
+    builder.AddKept("{\\header kept}");
     const Document document = builder.Finish({}, false);
     EXPECT_EQ(document.text.substr(document.text.find("linked")), "linked\ncell\n\t\t\n\n");
     const std::string written = WriteRtf(document);
@@ -94,12 +94,42 @@ TEST(RtfDocument, OfPlainTextHasItsLines) {
 
 TEST(RtfDocument, KeepsUnreadGroupsAsTheyStood) {
     const Document document =
-        ReadRtf(Rtf("a{\\footnote n\xE9{\\b x}}b{\\*\\odd\\bin2 }}}c{\\*\\bkmkstart m}\\par{\\v{\\*\\hidden}}"));
-    EXPECT_EQ(ReadRtf(Rtf("{\\footnote \\b\\\xE9x\\\x01y\x7F}")).kept[0].rtf, "{\\footnote \\b\nx\ny\n}");
+        ReadRtf(Rtf("a{\\header n\xE9{\\b x}}b{\\*\\odd\\bin2 }}}c{\\*\\bkmkstart m}\\par{\\v{\\*\\hidden}}"));
+    EXPECT_EQ(ReadRtf(Rtf("{\\header \\b\\\xE9x\\\x01y\x7F}")).kept[0].rtf, "{\\header \\b\nx\ny\n}");
     ASSERT_EQ(document.kept.size(), 2u);
-    EXPECT_EQ(document.kept[0], (KeptGroup{1, "{\\footnote n\\'e9{\\b x}}"}));
+    EXPECT_EQ(document.kept[0], (KeptGroup{1, "{\\header n\\'e9{\\b x}}"}));
     EXPECT_EQ(document.kept[1], (KeptGroup{3, "{\\*\\bkmkstart m}"}));
-    EXPECT_NE(WriteRtf(document).find("a{\\footnote n\\'e9{\\b x}}b"), std::string::npos);
+    EXPECT_NE(WriteRtf(document).find("a{\\header n\\'e9{\\b x}}b"), std::string::npos);
+}
+
+TEST(RtfDocument, KeepsWordsThatAreNotShown) {
+    const Document document =
+        ReadRtf(Rtf("a\\v b{\\i \\{c\\par\\'e9}\\deleted d\\v0\\deleted0 e{\\v f}{\\*\\bkmkend m}{\\pict\\pngblip "
+                    "00}\\v g\\v0\\par "
+                    "h{\\v{\\*\\x}i"));
+    EXPECT_EQ(document.text, "ae\nh");
+    const std::vector<KeptGroup> expected = {{1, "{\\v b\\{c\\line\\u233 ?}"}, {1, "{\\deleted d}"}, {2, "{\\v f}"},
+                                             {2, "{\\*\\bkmkend m}"},          {2, "{\\v g}"},       {4, "{\\v i}"}};
+    EXPECT_EQ(document.kept, expected);
+    EXPECT_EQ(ReadRtf(WriteRtf(document)).kept, expected);
+}
+
+TEST(RtfDocument, ShapesAreTheirTextOrTheirPictureOrKept) {
+    const std::string empty =
+        "{\\shp{\\*\\shpinst{\\sp{\\sn fLine}{\\sv 1}}{\\shptxt {\\*\\bkmkstart m}{\\v x}\\par}}}";
+    const std::string drawn = "{\\shp{\\*\\shpinst{\\sp{\\sn pib}{\\sv {\\pict\\pngblip 0102}}}}}";
+    const std::string both = "{\\shp{\\*\\shpinst{\\sp{\\sv {\\pict\\pngblip 03}}}{\\shptxt t}}}";
+    const std::string within = "{\\shp{\\shptxt " + drawn + empty + "{\\pict\\pngblip 04}{\\object o}}}";
+    const Document document = ReadRtf(Rtf(empty + drawn + both + within));
+    EXPECT_EQ(document.text, "[t]");
+    ASSERT_EQ(document.pictures.size(), 4u);
+    EXPECT_EQ(document.pictures[0].object, drawn);
+    EXPECT_EQ(document.pictures[1].object, "");
+    EXPECT_EQ(document.pictures[2].object, drawn);
+    ASSERT_EQ(document.kept.size(), 3u);
+    EXPECT_EQ(document.kept[0], (KeptGroup{0, empty}));
+    EXPECT_EQ(document.kept[1], (KeptGroup{3, empty}));
+    EXPECT_EQ(ReadRtf(WriteRtf(document)), document);
 }
 
 TEST(LinkTarget, ReadsTheAddressOfAField) {

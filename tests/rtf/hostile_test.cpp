@@ -67,7 +67,11 @@ TEST(HostileRtf, HoldsAMillionFields) {
     ExpectQuickly(Rtf(Repeat("{\\field{\\*\\fldinst HYPERLINK \"a\"}{\\fldrslt b}}", kMillion) + "x"), "bbx");
     ExpectQuickly(Rtf("{\\field{\\*\\fldinst HYPERLINK \"" + std::string(10 * kMillion, 'a') + "\"}{\\fldrslt b}}x"),
                   "bx");
-    ExpectQuickly(Rtf(Repeat("{\\footnote a}", kMillion) + "x"), "x");
+    ExpectQuickly(Rtf(Repeat("{\\footnote a}", kMillion) + "x"), "[a] x");
+    ExpectQuickly(Rtf(Repeat("{\\v a}b", kMillion) + Repeat("{\\field{\\*\\fldinst SYMBOL 149}}", kMillion / 10) + "x"),
+                  "\u2022x");
+    ExpectQuickly(Rtf("{" + Repeat("\\footnote ", kMillion) + "x}"), "[x]");
+    ExpectQuickly(Rtf(Repeat("{\\shp{\\*\\shpinst", kMillion) + std::string(2 * kMillion, '}') + "x"), "x");
 }
 
 TEST(HostileRtf, HoldsHugeTables) {

@@ -10,6 +10,7 @@
 #include "rtf/rtf.h"
 #include "rtf/rtf_check.h"
 #include "rtf/rtf_files.h"
+#include "rtf/table_grid.h"
 #include "support/data_files.h"
 
 namespace lore {
@@ -28,7 +29,9 @@ std::string Marked(const std::string& html) {
             const std::pair<bool, char> marks[] = {
                 {run.format.bold, '*'},      {run.format.italic, '/'},
                 {run.format.underline, '_'}, {run.format.strike, '-'},
-                {run.format.link >= 0, '@'}, {run.format.position == ScriptPosition::kSuperscript, '^'}};
+                {run.format.link >= 0, '@'}, {run.format.position == ScriptPosition::kSuperscript, '^'},
+                {run.format.all_caps, '!'},  {run.format.position == ScriptPosition::kSubscript, ','},
+                {run.format.small_caps, '+'}};
             std::string text(TextOf(document, run));
             for (const auto& [on, mark] : marks) {
                 if (on)
@@ -136,6 +139,13 @@ TEST(Html, LooksComeFromTagsAndInlineStyles) {
         {"<i>a<span style=\"font-style:normal\">b</span></i><span style=\"font-style:oblique\">c", "/a/b/c/|"},
         {"<span style=\"text-decoration: underline line-through\">x</span>", "-_x_-|"},
         {"<a href=\"https://a.example/\">here</a> <a name=\"x\">there</a>", "@here@ there|"},
+        {"<span style='vertical-align:super'>a<span style='vertical-align:baseline'>b</span></span>", "^a^b|"},
+        {"<table><td style='vertical-align:sub'>a<a style='vertical-align: SUB'>b</a></table>", "a,b,|||"},
+        {"<b style='font-variant:small-caps'>a<i style='font-variant:normal'>b</i></b>", "+*a*+/*b*/|"},
+        {"<p style='text-transform:uppercase'>a<i style='text-transform:none'>b</i>", "!a!/b/|"},
+        {"<div style='white-space:pre-wrap'>a  b\n c<span style='white-space:normal'>d  e</span></div>",
+         "a  b\n cd e|"},
+        {"<details><summary>a</summary>b</details><fieldset><legend>c</legend>d</fieldset>", "a|b|c|d|"},
         {"<h2>Head</h2>text", "*Head*|text|"}};
     for (const auto& [html, marked] : cases)
         EXPECT_EQ(Marked(html), marked) << html;
@@ -189,6 +199,22 @@ TEST(Html, ListsKeepTheirLevelsAndMarks) {
     EXPECT_EQ(document.paragraphs[0].format.list_id, document.paragraphs[2].format.list_id);
     EXPECT_NE(document.paragraphs[0].format.list_id, document.paragraphs[4].format.list_id);
     EXPECT_EQ(ReadHtml("<ol type=x><li>g", kLook).paragraphs[0].format.list, ListKind::kDecimal);
+    const std::pair<const char*, std::vector<ListKind>> styles[] = {
+        {"<ol style='list-style-type: upper-roman'><li>a<li>b", {ListKind::kUpperRoman, ListKind::kUpperRoman}},
+        {"<ul style='list-style: inside none'><li>a", {ListKind::kNone}},
+        {"<ol><li style='list-style-type:lower-latin'>a<li style='list-style-type:lower-alpha'>b<li>c",
+         {ListKind::kLowerLetter, ListKind::kLowerLetter, ListKind::kLowerLetter}},
+        {"<ul><li>a<li style='list-style:none'>b<li style='list-style:katakana square'>c",
+         {ListKind::kBullet, ListKind::kNone, ListKind::kBullet}},
+        {"<p style='list-style-type:disc'>a", {ListKind::kNone}},
+    };
+    for (const auto& [html, kinds] : styles) {
+        std::vector<ListKind> read;
+        for (const Paragraph& paragraph : ReadHtml(html, kLook).paragraphs)
+            read.push_back(paragraph.format.list);
+        EXPECT_EQ(read, kinds) << html;
+        EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
+    }
 }
 
 TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
@@ -202,6 +228,11 @@ TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
         EXPECT_EQ(PlainText(WriteRtf(document)), document.text) << html;
     }
     EXPECT_EQ(ReadHtml("<table><tr><td>a<table><tr><td>b</table>c</table>", kLook).rows.size(), 2u);
+    const Document spanned = ReadHtml(
+        "<table><tr><td rowspan=3 colspan=2>a<td>b<tr>c<tr><tr><td>d<td rowspan=9>e<tr><td>f<td>g</table>", kLook);
+    EXPECT_EQ(spanned.text, "a\t\tb\t\n\t\tc\t\n\t\td\te\t\nf\tg\t\n");
+    const TableGrid grid = MakeTableGrid(spanned, std::vector<int32_t>{0, 1});
+    EXPECT_EQ(std::pair(grid.rows[0][0].columnSpan, grid.rows[0][0].rowSpan), std::pair(2, 2));
     EXPECT_EQ(ReadHtml("</td></tr></table><td>x</td><tr>y</tr>", kLook).rows.size(), 0u);
 }
 

@@ -136,6 +136,41 @@ TEST(HtmlWriter, CellsThatGoOnBelowAreOne) {
     EXPECT_EQ(cells, 8u);
 }
 
+TEST(HtmlWriter, WordsInCellsWithoutAPlaceAreThere) {
+    const auto row = [](const std::string& format, const std::string& text) {
+        return "\\trowd" + format + "\\intbl " + text + "\\row";
+    };
+    std::string edges;
+    for (int r = 0; r < 9; ++r) {
+        std::string cells, texts;
+        for (int c = 0; c < 9; ++c) {
+            cells += "\\cellx" + std::to_string(1000 * c + 100 * r + 500);
+            texts += "x\\cell ";
+        }
+        edges += row(cells, texts);
+    }
+    const std::string rows[] = {
+        row("\\clmgf\\cellx1000\\clmrg\\cellx2000", "a\\cell b\\cell"),
+        row("\\clvmgf\\cellx1000", "a\\cell") + row("\\clvmrg\\cellx1000", "b\\cell") +
+            row("\\clvmrg\\cellx1000", "\\itap2 c\\nestcell\\pard\\intbl\\cell"),
+        row("\\cellx1000\\cellx1000\\cellx900", "a\\cell b\\cell c\\cell"),
+        row("\\cellx0\\cellx0", "a\\cell b\\cell") + row("\\cellx1000\\cellx2000", "c\\cell d\\cell"),
+        row("", "a\\cell b\\cell") + row("\\cellx1000", "c\\cell"),
+        edges,
+        // Rows that break off.
+        "\\trowd\\cellx900\\cellx900\\intbl a\\row",
+        row("\\cellx900", "a\\cell") + "\\intbl\\itap2 b\\nestcell{\\*\\nesttableprops\\trowd\\cellx9\\nestrow}c",
+    };
+    for (const std::string& body : rows) {
+        const std::string rtf = "{\\rtf1" + body + "\\pard}";
+        std::string text = PlainText(rtf);
+        std::erase_if(text, [](char c) { return c < 'a'; });
+        EXPECT_EQ(TextOfPage(BodyOf(rtf)), text) << rtf;
+    }
+    EXPECT_THAT(BodyOf("{\\rtf1" + rows[0] + "}"), HasSubstr("<td width=\"66\"><p>b</p>"));
+    EXPECT_THAT(BodyOf("{\\rtf1" + rows[2] + "}"), HasSubstr("<td width=\"40\"><p>c</p>"));
+}
+
 TEST(HtmlWriter, ARowWithoutCellsIsPlainText) {
     EXPECT_EQ(BodyOf("{\\rtf1\\trowd\\intbl a\\row\\pard b}"), "<p>a</p>\n<p>b</p>\n");
 }

@@ -11,7 +11,7 @@ namespace lore {
 namespace {
 
 struct Case {
-    std::string_view body;
+    std::string body;
     std::string_view text;
 };
 
@@ -56,7 +56,6 @@ TEST(RtfText, LeavesOutWhatIsNotShown) {
     ExpectTexts({
         {"a{\\v b}c\\v d\\v0 e\\v1 f\\plain g", "aceg"},
         {"a{\\deleted b}c", "ac"},
-        {"a{\\footnote b}c{\\super\\chftn{\\footnote b}}", "ac"},
         {"a{\\*\\unknown b{c}\\}d}e", "ae"},
         {"a{\\unknown b}c", "abc"},
         {"{\\*\\b a}b", "b"},
@@ -65,10 +64,42 @@ TEST(RtfText, LeavesOutWhatIsNotShown) {
         {"{\\field{\\*\\fldinst HYPERLINK \"u\"}{\\fldrslt a}}", "a"},
         {"{\\field{\\*\\fldinst IF {\\field{\\*\\fldinst X}{\\fldrslt no}}}{\\fldrslt a}}", "a"},
         {"{\\object{\\*\\objdata 00}{\\result b}}a", "a"},
-        {"{\\shp{\\*\\shpinst{\\shptxt b}}{\\shprslt c}}a", "a"},
+        {"{\\shp{\\*\\shpinst{\\sp{\\sn b}{\\sv c}}{\\shptxt  {\\v d}\\par}}{\\shprslt e}}a", "a"},
         {"{\\upr{a}{\\*\\ud{\\u12354?}}}", "\xE3\x81\x82"},
         {"{\\bkmkstart m}a{\\*\\bkmkend m}", "a"},
         {"{\\xe{\\v i}}a", "a"},
+    });
+}
+
+TEST(RtfText, WhatStandsBesideTheBodyIsReadInBrackets) {
+    ExpectTexts({
+        {"a{\\footnote b}.", "a [b]."},
+        {"a{\\super\\chftn{\\footnote\\pard\\plain{\\super\\chftn}  b\\par c\\par}}d", "a [b\nc] d"},
+        {"a {\\*\\footnote\\chftn\\~\\pard b\\par}{\\footnote\\ftnalt c}(d)", "a [b] [c](d)"},
+        {"a{\\footnote{\\~} \\tab\\par}b{\\v{\\footnote c}}", "ab"},
+        {"a{\\footnote b{\\footnote c}d", "a [b [c] d]"},
+        {"a{b\\footnote c\\footnote d}e", "ab [cd] e"},
+        {"a\\par{\\footnote b}\\par", "a\n[b]"},
+        {"{\\*\\atnid b}a{\\*\\annotation{\\*\\atndate 5}b}c", "a [b] c"},
+        {"{\\shp{\\*\\shpinst\\shpleft0{\\sp{\\sn x}{\\sv y}}{\\shptxt b\\par}}{\\shprslt c}}a", "[b] a"},
+        {"{\\shpgrp{\\*\\shpinst{\\shp{\\*\\shpinst{\\shptxt a}}}{\\shp{\\*\\shpinst{\\shptxt b}}}}}", "[a] [b]"},
+        {"{\\*\\do\\dptxbx{\\dptxbxtext a}}b{\\object{\\footnote c}}", "[a] b"},
+        {"\\trowd\\cellx900\\intbl a{\\footnote\\trowd\\cellx1\\cellx2\\intbl b\\cell c\\cell\\row}\\cell\\row",
+         "a [b\tc]\t\n"},
+    });
+}
+
+TEST(RtfText, FieldsOfSymbolsGiveTheirCharacter) {
+    const auto field = [](const std::string& instruction, const std::string& result = "\\f3") {
+        return "{\\field{\\*\\fldinst{\\b " + instruction + "}}{\\fldrslt{" + result + "}}}";
+    };
+    ExpectTexts({
+        {field("SYMBOL 183 \\\\f \"Symbol\" \\\\s 10"), "\u2022"},
+        {"a" + field("symbol 61537 \\\\h \\\\f Symbol") + "b", "a\u03b1b"},
+        {field("SYMBOL 0xF0FC \\\\f Wingdings") + field("SYMBOL 33 \\\\f \"Wingdings 2\""), "\u2713\uf021"},
+        {field("SYMBOL 8364 \\\\u") + field("SYMBOL 147"), "\u20ac\u201c"},
+        {field("SYMBOL 183 \\\\f Symbol", "x"), "x"},
+        {"{\\v" + field("SYMBOL 183") + "}" + field("SYMBOL") + field("SYMBOL 9") + field("SYMBOL 55296"), ""},
     });
 }
 
@@ -141,6 +172,12 @@ TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
         {"{\\rtf1\\pc \\'82}", "\xC3\xA9"},
         {"{\\rtf1\\pca \\'d5}", "\xC4\xB1"},
         {"{\\rtf1\\ansi\\ansicpg99999 \\'e9}", "\xC3\xA9"},
+        {"{\\rtf1\\ansi\\ansicpg28592 \\'b3\\'f3d\\'bc}", "\u0142\u00f3d\u017a"},
+        {"{\\rtf1\\ansi\\ansicpg28591 \\'93\\'e9}", "\u201c\u00e9"},
+        {"{\\rtf1\\ansi\\ansicpg54936 \\'c4\\'e3a\\'81\\'30\\'84\\'36\\'94\\'39\\'fc\\'36\\'c4}",
+         "\u4f60a\u00a5\U0001F600\uFFFD"},
+        {"{\\rtf1\\ansi\\ansicpg51932 \\'a4\\'a2\\'8e\\'b1\\'8f\\'b0\\'a1x}", "\u3042\uff71\u4e02x"},
+        {"{\\rtf1\\ansi\\ansicpg51949 \\'b0\\'a1}", "\uac00"},
         {"{\\rtf1\\ansi\\ansicpg65001 \xC3\xA9\\'c3\\'a9}", "\xC3\xA9\xC3\xA9"},
         {"{\\rtf1\\ansi\\ansicpg1251\\deff1{\\fonttbl{\\f1\\fcharset161 G;}{\\f2\\fcharset2 S;}}\\'e1\\f2\\'e1}",
          "\xCE\xB1\xD0\xB1"},

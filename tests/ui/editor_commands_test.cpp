@@ -74,6 +74,9 @@ private slots:
                               {"tall", "Column before", columnBetween},
                               {"wide", "Column after", columnBetween},
                               {"left", "Remove row", "wide wide tall", "wide tall"},
+                              {"tall", "Remove row", "left mid tall"},
+                              {"wide", "Remove row", "left mid tall"},
+                              {"tall", "Row above", "- - -/wide wide tall/left mid tall"},
                               {"mid", "Remove column", "wide tall/left tall"},
                               {"wide", "Remove column", "wide tall/mid tall"},
                               {"tall", "Remove column", "wide wide/left mid"},
@@ -203,8 +206,17 @@ private slots:
         edit_->setTextCursor(edit_->document()->find("two"));
         Commit(text);
         QCOMPARE(window_->Text(), "one " + written + " three");
-        edit_->undo();
+        while (edit_->document()->isUndoAvailable())
+            edit_->undo();
         QCOMPARE(edit_->Rtf(), rtf);
+        // The look of what is written next, and not the link in front of it.
+        edit_->Load("{\\rtf1 one {\\field{\\*\\fldinst HYPERLINK \"http://a\"}{\\fldrslt two}}}");
+        edit_->moveCursor(QTextCursor::End);
+        window_->bar->Command("bold")->trigger();
+        Commit(text);
+        const Document now = ReadRtf(edit_->Rtf());
+        QCOMPARE(now.text, "one two" + written);
+        QVERIFY(now.runs.back().format.bold && now.runs.back().format.link < 0);
     }
 
 private:
@@ -214,7 +226,8 @@ private:
         edit_->setTextCursor(edit_->document()->find("word"));
     }
     void Commit(const QString& text) {
-        QInputMethodEvent event;
+        QInputMethodEvent composing(QStringLiteral("deng"), {}), event;
+        QApplication::sendEvent(edit_, &composing);
         event.setCommitString(text);
         QApplication::sendEvent(edit_, &event);
     }

@@ -83,6 +83,18 @@ private slots:
         QVERIFY(Now().pictures.empty());
     }
 
+    void ACopiedPictureComesInsteadOfItsDescription() {
+        for (const QString& words : {QString(), QStringLiteral("a ")}) {
+            auto* const copied = new QMimeData;
+            copied->setHtml("<p>" + words + "<img src=\"https://far.example/t.png\" alt=\"tower\">");
+            copied->setImageData(Filled(12, 8, Qt::red));
+            Paste(copied);
+            QCOMPARE(Now().text, words.isEmpty() ? std::string() : std::string("a tower"));
+            QCOMPARE(Now().pictures.size(), size_t{words.isEmpty() ? 1u : 0u});
+            edit_->undo();
+        }
+    }
+
     void PicturesOfPastedTextsAreHeldToTheSameSize() {
         auto* const page = new QMimeData;
         page->setHtml("<img src=\"" + QString::fromLatin1(Address(Encoded(Filled(3200, 100)), "png")) + "\">");

@@ -100,6 +100,16 @@ private slots:
         QVERIFY(PlainText(WriteRtf(captured)) == document.text);
     }
 
+    void APieceBringsItsWordsThatAreNotShown() {
+        Shown shown(DocumentFromText("xy", "Arial", 24));
+        QTextCursor cursor(&shown.text);
+        cursor.setPosition(1);
+        InsertNote(ReadRtf("{\\rtf1 a{\\v b}{\\header c}d{\\footnote e}}"), cursor, shown.formats);
+        const Document now = shown.Captured();
+        QCOMPARE(now.text, std::string("xad [e]y"));
+        QVERIFY(now.kept == std::vector<KeptGroup>({{2, "{\\v b}"}}));
+    }
+
     void ConvertsOnlyParagraphsThatChanged() {
         Shown shown(DocumentFromText("one\ntwo\nthree", "Arial", 24));
         shown.Captured();

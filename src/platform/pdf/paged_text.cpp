@@ -11,6 +11,8 @@
 #include <QTextList>
 #include <cmath>
 
+#include "platform/pdf/fit_tables.h"
+
 namespace lore {
 
 namespace {
@@ -124,6 +126,7 @@ PagedText::PagedText(const QString& html, const QPageLayout& paper)
     frame.setTopMargin(kSlack);
     frame.setBottomMargin(kSlack);
     document_.rootFrame()->setFrameFormat(frame);
+    FitTables(document_, room_.width());
     document_.setPageSize(QSizeF(room_.width(), std::floor(room_.height()) + 2 * kSlack));
     KeepHeadings(document_);
 }

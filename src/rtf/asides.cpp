@@ -1,0 +1,72 @@
+#include "rtf/asides.h"
+
+#include <utility>
+
+namespace lore {
+
+namespace {
+
+constexpr std::string_view kNoBreakSpace = "\u00A0";
+
+void RemoveBlanks(std::string_view& utf8) {
+    for (;;) {
+        if (utf8.starts_with(' ') || utf8.starts_with('\t'))
+            utf8.remove_prefix(1);
+        else if (utf8.starts_with(kNoBreakSpace))
+            utf8.remove_prefix(kNoBreakSpace.size());
+        else
+            return;
+    }
+}
+
+/// Behind these a bracket opens without a blank.
+bool IsGap(char last) {
+    return last == ' ' || last == '\t' || last == '\n' || last == '[';
+}
+
+bool BeginsWord(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 0x80;
+}
+
+}  // namespace
+
+void Asides::Begin(size_t depth) {
+    if (open_.empty() || open_.back().depth != depth)
+        open_.push_back({depth});
+}
+
+bool Asides::End(size_t depth) {
+    if (open_.empty() || open_.back().depth != depth)
+        return false;
+    const bool has_text = open_.back().has_text;
+    open_.pop_back();
+    just_closed_ = just_closed_ || has_text;
+    return has_text;
+}
+
+std::string Asides::Before(std::string_view& utf8, char last) {
+    std::string before;
+    Aside* const aside = open_.empty() ? nullptr : &open_.back();
+    if (aside && !aside->has_text) {
+        RemoveBlanks(utf8);
+        if (utf8.empty())
+            return before;
+        aside->has_text = true;
+        before = IsGap(last) ? "[" : " [";
+    } else if (aside && aside->pending != 0) {
+        before = std::exchange(aside->pending, '\0');
+    } else if (just_closed_ && BeginsWord(utf8.front())) {
+        before = " ";
+    }
+    just_closed_ = false;
+    return before;
+}
+
+void Asides::BreakWithin(TextBreak kind) {
+    Aside& aside = open_.back();
+    if (aside.has_text && aside.pending != '\n')
+        aside.pending = CharacterOf(kind);
+}
+
+}  // namespace lore

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "rtf/control_words.h"
+
+namespace lore {
+
+/// Texts that stand beside the body: footnotes, comments, text boxes. They are read at their place, in brackets; this
+/// says which characters that takes.
+class Asides {
+public:
+    /// The group of that depth is one from here on.
+    void Begin(size_t depth);
+    /// A group closes: true if a bracket has to close with it.
+    bool End(size_t depth);
+    /// The end of the file ends one after the other.
+    bool EndLast() { return !open_.empty() && End(open_.back().depth); }
+
+    bool IsWithin() const { return !open_.empty(); }
+    /// Whether nothing has to be put before text.
+    bool IsIdle() const { return open_.empty() && !just_closed_; }
+    /// What has to be put before text that follows on `last`; a line feed is a line break. Blanks that begin an aside
+    /// are taken off the text.
+    std::string Before(std::string_view& utf8, char last);
+    /// A break within an aside, which becomes one of a line or a tab if more follows.
+    void BreakWithin(TextBreak kind);
+    /// A break of the body: what follows begins anew.
+    void BreakOutside() { just_closed_ = false; }
+
+private:
+    struct Aside {
+        size_t depth = 0;
+        bool has_text = false;
+        char pending = 0;
+    };
+
+    std::vector<Aside> open_;
+    bool just_closed_ = false;
+};
+
+}  // namespace lore

@@ -1,0 +1,205 @@
+#include <algorithm>
+#include <utility>
+
+#include "base/text.h"
+#include "rtf/body_reader.h"
+
+namespace lore {
+
+namespace {
+
+constexpr size_t kLongestInstruction = 65536;
+constexpr char32_t kReplacement = 0xFFFD;
+
+bool IsHighSurrogate(int64_t c) {
+    return c >= 0xD800 && c <= 0xDBFF;
+}
+bool IsLowSurrogate(int64_t c) {
+    return c >= 0xDC00 && c <= 0xDFFF;
+}
+
+}  // namespace
+
+/// Takes the token, or the first part of it, for the fallback of a Unicode character. False if something is left.
+bool BodyReader::SkipAsFallback(const Token& token) {
+    if (token.kind == TokenKind::kOpen || token.kind == TokenKind::kClose || token.kind == TokenKind::kEnd) {
+        fallback_ = 0;
+        return false;
+    }
+    if (token.kind != TokenKind::kText && token.kind != TokenKind::kBytes) {
+        --fallback_;
+        OnFallback(token.begin, token.end);
+        return true;
+    }
+    const size_t skipped = std::min(token.text.size(), static_cast<size_t>(fallback_));
+    fallback_ -= static_cast<int32_t>(skipped);
+    OnFallback(token.begin, token.begin + skipped);
+    if (skipped == token.text.size())
+        return true;
+    const std::string_view rest = token.text.substr(skipped);
+    const size_t begin = token.begin + skipped;
+    FlushPending();
+    if (token.kind == TokenKind::kBytes)
+        AddBytes(rest, begin, token.end);
+    else
+        Emit(rest, begin, token.end);
+    return true;
+}
+
+/// A character in two parts stands in adjoining tokens, or it is broken.
+void BodyReader::EndPending(const Token& token) {
+    const Word word = token.kind == TokenKind::kWord && token.word != nullptr ? token.word->word : Word::kNone;
+    if (high_surrogate_ != 0 && word != Word::kUnicode && word != Word::kUnicodeSkip)
+        FlushPending();
+    const bool is_bytes =
+        token.kind == TokenKind::kText || token.kind == TokenKind::kBytes || token.kind == TokenKind::kHexByte;
+    if (!part_.empty() && !is_bytes)
+        FlushPending();
+}
+
+void BodyReader::FlushPending() {
+    if (high_surrogate_ == 0 && part_.empty())
+        return;
+    const size_t end = pending_begin_ + 1;
+    high_surrogate_ = 0;
+    part_.clear();
+    EmitCharacter(kReplacement, pending_begin_, end);
+}
+
+void BodyReader::Unicode(const Token& token) {
+    const size_t begin = token.begin;
+    const size_t end = token.end;
+    int64_t c = token.parameter;
+    if (c < 0)
+        c += 0x10000;
+    fallback_ = Current().fallback_length;
+    if (high_surrogate_ != 0 && IsLowSurrogate(c)) {
+        const auto high = std::exchange(high_surrogate_, 0);
+        EmitCharacter(0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(c) - 0xDC00), pending_begin_, end);
+        return;
+    }
+    FlushPending();
+    if (IsHighSurrogate(c)) {
+        high_surrogate_ = static_cast<char32_t>(c);
+        pending_begin_ = begin;
+        return;
+    }
+    const bool valid = c >= 0 && c <= 0x10FFFF && !IsLowSurrogate(c);
+    EmitCharacter(valid ? static_cast<char32_t>(c) : kReplacement, begin, end);
+}
+
+void BodyReader::AddAscii(const Token& token) {
+    if (part_.empty())
+        Emit(token.text, token.begin, token.end);
+    else
+        AddBytes(token.text, token.begin, token.end);
+}
+
+void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
+    const int page = CurrentPage();
+    if (!is_multi_byte_) {
+        AddSingleBytes(page, bytes, begin, end);
+        return;
+    }
+    const bool escaped = end - begin != bytes.size();
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        const size_t byte_begin = escaped ? begin : begin + i;
+        if (part_.empty())
+            pending_begin_ = byte_begin;
+        part_ += bytes[i];
+        if (part_.size() < CharacterLength(page, part_))
+            continue;
+        scratch_.clear();
+        if (part_.size() > 1 || static_cast<unsigned char>(part_[0]) >= 0x80)
+            decoder_.Append(page, part_, scratch_);
+        else
+            scratch_ = part_;
+        part_.clear();
+        const char32_t c = Utf8ToCodePoints(scratch_)[0];
+        EmitCharacter(c, pending_begin_, escaped ? end : byte_begin + 1);
+    }
+}
+
+void BodyReader::AddSingleBytes(int page, std::string_view bytes, size_t begin, size_t end) {
+    if (bytes.size() == 1) {
+        EmitCharacter(decoder_.Decode(page, static_cast<unsigned char>(bytes[0])), begin, end);
+        return;
+    }
+    scratch_.clear();
+    for (char byte : bytes)
+        AppendUtf8(scratch_, decoder_.Decode(page, static_cast<unsigned char>(byte)));
+    Emit(scratch_, begin, end);
+}
+
+void BodyReader::EmitCharacter(char32_t c, size_t begin, size_t end) {
+    if (c == '\n' || c == '\r' || c == '\v') {
+        Break(TextBreak::kLine);
+        return;
+    }
+    if (c < 0x20 && c != '\t')
+        return;
+    std::string utf8;
+    AppendUtf8(utf8, c);
+    Emit(utf8, begin, end);
+}
+
+void BodyReader::Emit(std::string_view utf8, size_t begin, size_t end) {
+    const Destination destination = Current().destination;
+    if (Shows())
+        Show(utf8, begin, end);
+    else if (destination == Destination::kBody)
+        Hide(utf8);
+    else if (destination != Destination::kFieldInstruction)
+        OnOther(destination, utf8);
+    else if (instruction_.size() < kLongestInstruction)
+        instruction_.append(utf8);
+}
+
+/// A shape is kept whole, with what isn't shown in it.
+void BodyReader::Hide(std::string_view utf8) {
+    if (!Current().in_shape)
+        OnHidden(utf8);
+}
+
+void BodyReader::Show(std::string_view utf8, size_t begin, size_t end) {
+    // Blanks alone don't make a text box.
+    shown_ += !Current().in_shape || utf8.find_first_not_of(" \t") != std::string_view::npos ? 1 : 0;
+    if (!asides_.IsIdle()) {
+        const std::string_view whole = utf8;
+        const std::string before = asides_.Before(utf8, last_);
+        if (utf8.empty())
+            return;
+        // More than one character: each is one byte.
+        begin += CharacterCount(whole.substr(0, whole.size() - utf8.size()));
+        Insert(before, begin);
+    }
+    after_paragraph_ = false;
+    has_new_picture_ = false;
+    last_ = utf8.back();
+    OnText(utf8, begin, end);
+}
+
+void BodyReader::Insert(std::string_view utf8, size_t at) {
+    if (utf8.empty())
+        return;
+    last_ = utf8.back();
+    OnText(utf8, at, at);
+}
+
+bool BodyReader::Shows() const {
+    const Group& group = groups_.back();
+    return group.destination == Destination::kBody && !group.hidden && !group.deleted;
+}
+
+int BodyReader::CurrentPage() {
+    const int font = Current().destination == Destination::kFontTable ? table_font_ : Current().font;
+    if (page_ == 0 || page_font_ != font) {
+        const auto found = font_pages_.find(font);
+        page_ = found == font_pages_.end() ? document_page_ : found->second;
+        page_font_ = font;
+        is_multi_byte_ = IsMultiByte(page_);
+    }
+    return page_;
+}
+
+}  // namespace lore

@@ -1,0 +1,77 @@
+#include "rtf/html_layout.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lore {
+
+namespace {
+
+constexpr int kTableWidth = 9000;
+
+}  // namespace
+
+void HtmlTable::SetSpans(int across, int down) {
+    constexpr int kMostRows = 1000;
+    across_ = std::clamp(across, 1, kMostColumns);
+    down_ = std::clamp(down, 1, kMostRows);
+}
+
+int HtmlTable::AddCell() {
+    const int added = std::min(across_, kMostColumns - Cells());
+    columns_.resize(std::max(columns_.size(), row_.size() + static_cast<size_t>(added)));
+    for (int i = 0; i < added; ++i) {
+        CellFormat& cell = row_.emplace_back();
+        cell.across = i > 0 ? CellMerge::kContinued : added > 1 ? CellMerge::kFirst : CellMerge::kNone;
+        cell.down = down_ > 1 ? CellMerge::kFirst : CellMerge::kNone;
+        columns_[row_.size() - 1] = {down_ - 1, cell.across};
+    }
+    SetSpans(1, 1);
+    return added;
+}
+
+bool HtmlTable::AddSpanned() {
+    const size_t next = row_.size();
+    if (next >= columns_.size() || columns_[next].rows == 0)
+        return false;
+    --columns_[next].rows;
+    CellFormat& cell = row_.emplace_back();
+    cell.across = columns_[next].across;
+    cell.down = CellMerge::kContinued;
+    return true;
+}
+
+RowFormat HtmlTable::TakeRow() {
+    RowFormat row;
+    row.cell_gap = 100;
+    row.cells = std::exchange(row_, {});
+    const auto count = static_cast<int>(row.cells.size());
+    for (int i = 0; i < count; ++i) {
+        CellFormat& cell = row.cells[static_cast<size_t>(i)];
+        cell.right_edge = kTableWidth * (i + 1) / count;
+        cell.borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight;
+    }
+    in_row = in_cell = false;
+    SetSpans(1, 1);
+    return row;
+}
+
+void SetList(ParagraphFormat& format, ListKind kind) {
+    format.list = kind;
+    if (kind != ListKind::kNone)
+        return;
+    const ParagraphFormat none;
+    format.list_id = none.list_id;
+    format.list_level = none.list_level;
+    format.list_start = none.list_start;
+    format.first_indent = none.first_indent;
+}
+
+ListKind NumbersOf(std::string_view type) {
+    constexpr std::string_view kTypes = "1aAiI";
+    const size_t number = type.size() == 1 ? kTypes.find(type.front()) : std::string_view::npos;
+    return number == std::string_view::npos ? ListKind::kDecimal
+                                            : static_cast<ListKind>(static_cast<size_t>(ListKind::kDecimal) + number);
+}
+
+}  // namespace lore
