@@ -52,6 +52,7 @@ TEST_F(OnlineCommandsTest, DeletingALinkedNoteBookFreesTheOnlineOne) {
     log.link.OnlineNoteBookID = 77;
     ASSERT_TRUE(SaveSyncLogTo(NoteBookPaths(app.Data(), made.folder).SyncLog(), log).Ok());
     EXPECT_TRUE(management.Model().Delete()) << "though the server only closes the connection";
+    EXPECT_EQ(progress.messages.back(), "Attempting to Update Online NoteBook Link....");
     ASSERT_EQ(server.Requests().size(), 1u);
     EXPECT_THAT(server.Requests()[0],
                 HasSubstr("<ClearLinkWithOnlineNoteBook xmlns=\"urn:test/\"><onlineNoteBookID>77</onlineNoteBookID>"
@@ -65,6 +66,9 @@ TEST_F(OnlineCommandsTest, RunSyncNeedsAnAccountAndAnAnswer) {
     Engage(0);
     prompts.answers = {PromptAnswer::Cancel, PromptAnswer::Yes, PromptAnswer::No};
     EXPECT_FALSE(RunSync(app));
+    EXPECT_EQ(prompts.seen.back(),
+              "Restart After Sync?? Lorebinder must be closed inorder to run the sync.\n\nDo you wish to have "
+              "Lorebinder restart after the sync?");
     EXPECT_TRUE(RunSync(app));
     EXPECT_TRUE(RunSync(app));
     EXPECT_THAT(syncs.started, ElementsAre(StartsWith("syncer|SYNCOPEN|"), StartsWith("syncer|SYNC|")));

@@ -5,9 +5,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 struct OutsideRequestsTest : testing::Test {
     std::vector<std::string> done;
     OutsideRequests requests{Hooks()};
@@ -27,37 +24,23 @@ struct OutsideRequestsTest : testing::Test {
     }
 };
 
-TEST_F(OutsideRequestsTest, WhatComesBeforeTheEndOfTheStartWaits) {
-    requests.OpenDocumentFile("/Keep/one.lbe");
-    requests.OpenDocumentFile("/Keep/two.lbe");
-    EXPECT_THAT(done, IsEmpty());
-    requests.FinishStartup();
-    EXPECT_THAT(done, ElementsAre("import /Keep/two.lbe"));
-    requests.OpenDocumentFile("/Keep/one.lbe");
-    EXPECT_THAT(done, ElementsAre("import /Keep/two.lbe", "restore", "import /Keep/one.lbe"));
-}
-
-TEST_F(OutsideRequestsTest, CaptureWaitsTooAndAFileGoesFirst) {
-    requests.OpenDocumentFile(kCaptureRequest);
-    requests.FinishStartup();
-    EXPECT_THAT(done, ElementsAre("front", "capture"));
-    done.clear();
-    OutsideRequests both(Hooks());
-    both.OpenDocumentFile("/Keep/one.lbe");
-    both.OpenDocumentFile(std::string("x ") + kCaptureRequest + " y");
-    both.FinishStartup();
-    EXPECT_THAT(done, ElementsAre("front", "import /Keep/one.lbe"));
-}
-
-TEST_F(OutsideRequestsTest, AReminderWaitsForTheStartToo) {
-    requests.OpenDocumentFile(std::string(kReminderRequest) + "{R}");
-    requests.FinishStartup();
-    EXPECT_THAT(done, ElementsAre("front", "reminder {R}"));
-}
-
-TEST_F(OutsideRequestsTest, UpdateCheckComesOnlyToAStartWithoutARequest) {
-    requests.FinishStartup();
-    EXPECT_THAT(done, ElementsAre("updates"));
+TEST_F(OutsideRequestsTest, WhatComesBeforeTheEndOfTheStartWaitsAndAFileGoesFirst) {
+    const std::string capture = kCaptureRequest, reminder = std::string(kReminderRequest) + "{R}";
+    const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
+        {{}, {"updates"}},
+        {{"/Keep/one.lbe", "/Keep/two.lbe"}, {"import /Keep/two.lbe"}},
+        {{capture}, {"front", "capture"}},
+        {{"/Keep/one.lbe", "x " + capture + " y"}, {"front", "import /Keep/one.lbe"}},
+        {{reminder}, {"front", "reminder {R}"}},
+    };
+    for (const auto& [texts, wanted] : cases) {
+        OutsideRequests starting(Hooks());
+        for (const std::string& text : texts)
+            starting.OpenDocumentFile(text);
+        EXPECT_THAT(done, testing::Each("front"));
+        starting.FinishStartup();
+        EXPECT_EQ(std::exchange(done, {}), wanted);
+    }
 }
 
 TEST_F(OutsideRequestsTest, MessagesAreToldApartByTheirTags) {

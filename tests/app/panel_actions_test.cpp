@@ -27,15 +27,8 @@ protected:
         source.SourceGUID = "{S}";
         source.SourceType = 1;
         source.FieldTexts[0] = "A title";
-        SourceList sources;
-        sources.AddTail(source);
-        EXPECT_TRUE(sources.SaveSources(folder.paths.Sources(), AuthorList()).Ok());
-        CProCategoryList forest;
-        CProCategoryTree lights(3, "Lights");
-        lights.AddChild({4, "Lenses"});
-        forest.AddRoot(lights);
-        forest.AddRoot({5, "Places"});
-        EXPECT_TRUE(forest.Save(folder.paths.Categories()).Ok());
+        PutSources(folder.paths, {source});
+        PutCategories(folder.paths, {PathOf({{3, "Lights"}, {4, "Lenses"}}), PathOf({{5, "Places"}})});
         const auto note = [](int32_t id, int day, Rgb color, const std::string& keyWords) {
             CNote made = DayNote(id, day);
             made.plainText = "Note " + std::to_string(id);
@@ -162,45 +155,9 @@ TEST_F(PanelActionsTest, AColorLeavesWhatIsNearlyAlike) {
     EXPECT_EQ(Colors(), "0/200=3 0/0=1 ") << "note 4 isn't in the list";
 }
 
-TEST_F(PanelActionsTest, KeyWordsAreAttachedAndCut) {
-    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Attach All Notes In List To This Key Word"), PanelOutcome::NotesChanged);
-    EXPECT_EQ(OnDisk(firstDay, 1).keyWords, "lamp, fog");
-    EXPECT_EQ(OnDisk(firstDay, 2).keyWords, "Lamp, fog");
-    EXPECT_EQ(OnDisk(thirdDay, 3).keyWords, "fog,");
-    EXPECT_EQ(OnDisk("SRC0000001011.dat", 4).keyWords, "fog");
-    EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes.Count(), 4u);
-    EXPECT_EQ(Logged(2).KeyWordsChanged, clock.now);
-    EXPECT_FALSE(Logged(1).Changed);
-    app.TakeOut(LongList{4});
-    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Remove Key Word From All Notes In List"), PanelOutcome::NotesChanged);
-    EXPECT_EQ(OnDisk(firstDay, 1).keyWords, "lamp");
-    EXPECT_EQ(OnDisk(thirdDay, 3).keyWords, "");
-    EXPECT_EQ(app.List().Find(2)->keyWords, "Lamp");
-    EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes, LongList{4});
-    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Remove Key Word From All Notes In List"), PanelOutcome::Nothing);
-}
-
-TEST_F(PanelActionsTest, TheFocusNoteGetsTheValue) {
-    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Add Note To Key Word"), PanelOutcome::Nothing)
+TEST_F(PanelActionsTest, ASourceGoesToTheEndOfTheFocusNoteAndAFirstOneMovesIt) {
+    EXPECT_EQ(Run(PanelKind::Sources, "Book: A title", "Add Note To Source"), PanelOutcome::Nothing)
         << "no note has the focus";
-    EXPECT_EQ(Run(PanelKind::KeyWords, "fog", "Add Note To Key Word", 2), PanelOutcome::NotesChanged);
-    EXPECT_EQ(OnDisk(firstDay, 2).keyWords, "Lamp, fog");
-    EXPECT_EQ(Run(PanelKind::Colors, "#0000c8", "Add Note To Color", 2), PanelOutcome::NotesChanged);
-    EXPECT_EQ(OnDisk(firstDay, 2).borderColor, kBlue);
-    EXPECT_EQ(Run(PanelKind::Categories, "Places", "Add Note To Level", 1), PanelOutcome::NotesChanged);
-    app.GetSettings().Set(Option::CtrlBarCatSet, 3);
-    EXPECT_EQ(Run(PanelKind::Categories, "Lenses", "Add Note To Level", 1), PanelOutcome::NotesChanged);
-    EXPECT_EQ(Run(PanelKind::Categories, "Lenses", "Add Note To Level", 1), PanelOutcome::Nothing);
-    const CNote filed = OnDisk(firstDay, 1);
-    EXPECT_TRUE(filed.categories[0].IsSameTree(PathOf({{5, "Places"}}))) << "set 1 for all sets";
-    EXPECT_TRUE(filed.categories[2].IsSameTree(PathOf({{3, "Lights"}, {4, "Lenses"}})));
-    const CProCategoryList& forest = app.NoteBook().categories;
-    EXPECT_TRUE(forest.FindByID(5)->notes[0].Contains(1) && forest.FindByID(3)->notes[2].Contains(1));
-    EXPECT_FALSE(forest.FindByID(3)->notes[0].Contains(1) || forest.FindByID(kUnassignedID)->notes[2].Contains(1));
-    EXPECT_EQ(Logged(1).CategoriesChanged, clock.now);
-}
-
-TEST_F(PanelActionsTest, ASourceGoesToTheEndAndAFirstOneMovesTheNote) {
     EXPECT_EQ(Run(PanelKind::Sources, "Book: A title", "Add Note To Source", 3), PanelOutcome::NotesChanged);
     EXPECT_EQ(OnDisk(thirdDay, 3).id, -1);
     EXPECT_EQ(OnDisk("SRC0000001011.dat", 3).dateEdited, clock.now);
@@ -226,7 +183,7 @@ TEST_F(PanelActionsTest, TreesAndTheWholePanelFillAndClearTheList) {
     EXPECT_EQ(app.List().Count(), all.Count());
 }
 
-TEST_F(PanelActionsTest, NotesAreCopiedExportedAndPrinted) {
+TEST_F(PanelActionsTest, NotesAreCopiedExportedPrintedAndDeleted) {
     PanelOrder copy = Order(PanelKind::KeyWords, "fog", "Copy Notes With This Key Word To NoteBook");
     copy.noteBook = 0;
     actions.Run(copy, -1);
@@ -239,24 +196,14 @@ TEST_F(PanelActionsTest, NotesAreCopiedExportedAndPrinted) {
     EXPECT_TRUE(std::filesystem::exists(archive));
     Run(PanelKind::Colors, "#0000c8", "Print Notes With This Color");
     EXPECT_THAT(BytesOf(folder.data.PrintPreview()), HasSubstr("{G3}"));
-}
-
-TEST_F(PanelActionsTest, DeletingAsksOnceForOneAndTwiceForSeveralAndComesBack) {
+    EXPECT_EQ(Run(PanelKind::Colors, "#0000c8", "Delete Notes With This Color"), PanelOutcome::Nothing) << "refused";
     prompts.answers = {PromptAnswer::Yes};
     EXPECT_EQ(Run(PanelKind::Colors, "#0000c8", "Delete Notes With This Color"), PanelOutcome::NotesChanged);
-    prompts.answers = {PromptAnswer::Yes, PromptAnswer::No};
-    EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Delete Notes With This Color"), PanelOutcome::Nothing);
-    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-    EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Delete Notes With This Color"), PanelOutcome::NotesChanged);
-    EXPECT_EQ(prompts.seen.front(), "Delete Note?? Do you wish to permanently delete this note?");
-    EXPECT_THAT(Listed(), ElementsAre(4));
-    commands.Undo();
-    EXPECT_THAT(Listed(), UnorderedElementsAre(4, 1, 2));
+    EXPECT_THAT(Listed(), UnorderedElementsAre(1, 2, 4));
 }
 
 TEST_F(PanelActionsTest, AFileThatCantBeWrittenChangesNothing) {
-    std::filesystem::remove(folder.paths.NoteFile(firstDay));
-    std::filesystem::create_directories(folder.paths.NoteFile(firstDay) / "in the way");
+    Block(folder.paths.NoteFile(firstDay));
     picked = kBlue;
     EXPECT_EQ(Run(PanelKind::Colors, "#c80000", "Add Note To Color", 3), PanelOutcome::NotesChanged);
     const std::string before = Colors();
@@ -389,6 +336,73 @@ TEST_F(PanelActionsTest, EditedTreesReachListAndCounter) {
     EXPECT_EQ(OnDisk(firstDay, 1).categories[0].name, "Aerials");
     EXPECT_EQ(app.NoteBook().categories.FindByID(4)->parent->name, "Aerials");
     EXPECT_FALSE(app.NoteBook().categories.FindRootByName("Dropped"));
+}
+
+TEST_F(PanelActionsTest, ACategoryAndASourceOfTheFocusNoteAreTakenBack) {
+    const std::vector<std::string> before = Files();
+    app.GetSettings().Set(Option::CtrlBarCatSet, 2);
+    Run(PanelKind::Categories, "Places", "Add Note To Level", 1);
+    EXPECT_EQ(commands.WhatToUndo(), Next::Category);
+    const std::vector<std::string> filed = Files();
+    Later();
+    Run(PanelKind::Sources, "Book: A title", "Add Note To Source", 3);
+    EXPECT_EQ(commands.WhatToUndo(), Next::Sources);
+    Later();
+    commands.Undo();
+    EXPECT_EQ(Files(), filed) << "the note is back in the file of its day";
+    EXPECT_THAT(app.NoteBook().sources.FindSourceByID(1011)->NoteIDs.Values(), ElementsAre(4));
+    EXPECT_TRUE(app.NoteBook().notesWithoutSource.Contains(3));
+    EXPECT_EQ(Logged(3).SourcesChanged, clock.now);
+    EXPECT_EQ(Logged(3).NoteFile, thirdDay);
+    EXPECT_TRUE(app.List().Find(3)->sources.IsEmpty());
+    EXPECT_FALSE(app.List().Notes()[static_cast<size_t>(app.List().PositionOf(3))].citations);
+    commands.Undo();
+    EXPECT_EQ(Files(), before);
+    EXPECT_TRUE(app.List().Find(1)->categories[1].IsEmptyPath());
+    const CProCategoryList& forest = app.NoteBook().categories;
+    EXPECT_TRUE(forest.FindByID(kUnassignedID)->notes[1].Contains(1) && !forest.FindByID(5)->notes[1].Contains(1));
+    EXPECT_EQ(Logged(1).CategoriesChanged, clock.now);
+    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_THAT(prompts.seen, IsEmpty());
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
+TEST_F(PanelActionsTest, TakingBackACategoryFollowsTheForest) {
+    const auto change = [this](const std::function<void(CategoryTrees&)>& steps) {
+        CategoryEditing editing(app, commands);
+        steps(editing.Model());
+        EXPECT_TRUE(editing.Save());
+    };
+    struct Case {
+        const char* words;
+        std::function<void(CategoryTrees&)> since;
+        std::string name;  // of the category that the note is in afterwards
+        bool stays;
+    };
+    prompts.texts = {"Glass", "Sites"};
+    const Case cases[] = {
+        {"both have other names now",
+         [](CategoryTrees& trees) {
+             trees.RenameCategory(4);
+             trees.RenameCategory(5);
+         },
+         "Glass", false},
+        {"it was filed elsewhere since", [](CategoryTrees& trees) { trees.DropOn(5, kUnassignedID); }, "", true},
+        {"where it came from has gone", [](CategoryTrees& trees) { trees.DeleteCategory(4); }, "Sites", true},
+    };
+    for (const Case& c : cases) {
+        ValueChanges(commands.World(), app.List()).FileInCategory(LongList{1}, 4, 1);
+        Run(PanelKind::Categories, app.NoteBook().categories.FindByID(5)->name, "Add Note To Level", 1);
+        prompts.answers = {PromptAnswer::Yes};
+        change(c.since);
+        prompts.seen.clear();
+        commands.Undo();
+        const CProCategoryTree path = OnDisk(firstDay, 1).categories[0];
+        EXPECT_EQ(path.children.empty() ? path.name : path.children[0].name, c.name) << c.words;
+        EXPECT_EQ(prompts.seen.size(), c.stays ? 1u : 0u) << c.words;
+        EXPECT_EQ(commands.WhatToUndo(), Next::None) << c.words;
+    }
+    EXPECT_TRUE(prompts.seen.back().starts_with("Undo Category: 1 of the notes have been filed elsewhere since, or "));
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 #include "app/sample_note.h"
 #include "base/text.h"
 #include "calendar/event_file.h"
-#include "notes/attachment_kind.h"
 #include "notes/note_file.h"
 #include "notes/note_finder.h"
 #include "notes/note_record.h"
@@ -41,14 +40,7 @@ struct SampleWorld {
         notes = FindNotes(book.index, book.index.AllIDs(), world.context, faults);
     }
 
-    /// Every file below the data folder with its bytes.
-    std::map<std::string, std::string> AllFiles() const {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : fs::recursive_directory_iterator(data.root))
-            if (entry.is_regular_file())
-                files[entry.path().string()] = BytesOf(entry.path());
-        return files;
-    }
+    std::map<std::string, std::string> AllFiles() const { return FilesBelow(data.root); }
 
     TempFolder folder;
     ReadWorld world;
@@ -113,17 +105,6 @@ TEST_F(LoadedSample, StoresEveryNoteWhereItBelongsWithBothTextsAlike) {
     }
 }
 
-TEST_F(LoadedSample, GivesRemarksToSourcesOfTheNoteAlone) {
-    for (const CNote& note : notes) {
-        EXPECT_LE(note.sourceInfo.size(), note.sources.Count());
-        for (const CNoteSourceInfo& info : note.sourceInfo) {
-            const CSource* source = book.sources.FindSourceByGUID(info.key);
-            ASSERT_NE(source, nullptr) << info.text;
-            EXPECT_TRUE(note.sources.Contains(source->SourceID)) << info.text;
-        }
-    }
-}
-
 TEST_F(LoadedSample, LosesNothingThatItsFilesName) {
     std::vector<SampleNote> written;
     for (const SampleFile& file : SampleFiles())
@@ -144,50 +125,6 @@ TEST_F(LoadedSample, LosesNothingThatItsFilesName) {
             ++pictures;
         EXPECT_EQ(ReadRtf(got->rtfText).pictures.size(), pictures) << want.title;
     }
-}
-
-TEST_F(LoadedSample, HasSourcesOfAllTypesThatAreCitedInFull) {
-    std::set<int32_t> kinds;
-    book.sources.FormatAll(book.authors);
-    for (const CSource& source : book.sources) {
-        kinds.insert(source.SourceType);
-        EXPECT_NE(ToUtf8(source.FormattedText).find(ToUtf8(source.FieldTexts[0])), std::string::npos)
-            << source.FormattedText;
-        for (const int32_t author : source.AuthorIDs)
-            EXPECT_NE(book.authors.FindAuthorByID(author), nullptr);
-        if (source.SourceType > kFirstCustomType) {
-            const CCustomSourceType* type = book.types.FindTypeByGUID(source.CustomTypeCopy.GUID);
-            ASSERT_NE(type, nullptr);
-            EXPECT_EQ(type->number, source.SourceType);
-            for (const CCustomSourceField& field : source.CustomTypeCopy.fields)
-                EXPECT_EQ(field.kind == CCustomSourceField::User, !field.value.empty()) << field.name;
-        }
-    }
-    EXPECT_EQ(kinds, (std::set<int32_t>{1, 2, 3, 4, 5, 6, 7, 1101, 1102}));
-}
-
-TEST_F(LoadedSample, CopiesEveryAttachmentInWholly) {
-    std::set<int32_t> kinds;
-    std::set<std::string> stored;
-    for (const CNote& note : notes) {
-        for (const CAttachment& attachment : note.attachments) {
-            kinds.insert(attachment.type);
-            EXPECT_FALSE(attachment.title.empty());
-            EXPECT_EQ(attachment.show, attachment.type == kImageFile);
-            if (attachment.type == kWebLink) {
-                EXPECT_TRUE(attachment.sourceFile.starts_with("https://")) << attachment.sourceFile;
-                continue;
-            }
-            EXPECT_EQ(attachment.type, AttachmentKindOf(attachment.storedFile));
-            const std::string bytes = BytesOf(book.paths.Attachments() / attachment.storedFile);
-            EXPECT_TRUE(std::ranges::any_of(SampleFiles(), [&](const SampleFile& file) {
-                return file.bytes == bytes && AttachmentKindOf(std::string(file.name)) == attachment.type;
-            })) << attachment.title;
-            stored.insert(attachment.storedFile);
-        }
-    }
-    EXPECT_EQ(kinds, (std::set<int32_t>{kImageFile, kTextFile, kPdfFile, kSpreadsheetFile, kHtmlFile, kWebLink}));
-    EXPECT_EQ(static_cast<size_t>(std::distance(fs::directory_iterator(book.paths.Attachments()), {})), stored.size());
 }
 
 TEST_F(SampleNoteBook, GoesIntoNewNoteBooksWhileTheMainOneIsInUse) {
@@ -269,23 +206,6 @@ TEST_F(SampleNoteBook, TellsWhatItCannotWrite) {
     std::ofstream(data.DataFiles()) << "a file where the folder should be";
     EXPECT_FALSE(Make().made);
     EXPECT_FALSE(faults.faults.empty());
-}
-
-TEST_F(SampleNoteBook, KeepsADamagedListBesideBeforeItIsWrittenAnew) {
-    Make();
-    Make();
-    const std::string whole = BytesOf(data.DatabasesFile());
-    std::string counted = whole;
-    counted[35] = '0';
-    for (const std::string& damaged : {whole.substr(0, whole.size() / 2), counted}) {
-        std::error_code ignored;
-        fs::remove(data.DatabasesFile().string() + ".kept", ignored);
-        std::ofstream(data.DatabasesFile(), std::ios::binary) << damaged;
-        faults.faults.clear();
-        EXPECT_TRUE(Make().made);
-        EXPECT_EQ(BytesOf(data.DatabasesFile().string() + ".kept"), damaged);
-        EXPECT_EQ(faults.faults.size(), 1u);
-    }
 }
 
 TEST_F(SampleNoteBook, ListsNothingBesideAListThatItCannotRead) {

@@ -123,8 +123,7 @@ TEST_F(Startup, WhatTheEndCantWriteIsToldWithItsFilesWhereTheCallerLooks) {
     EXPECT_EQ(faults.faults[0].path + ", " + faults.faults[0].reason, "/full/settings.ini, No space left on device");
     faults.faults.clear();
     const fs::path list = other.NoteBook().paths.LastViewList();
-    fs::remove(list);
-    fs::create_directories(list / "in the way");
+    Block(list);
     NotedFaults atTheEnd;
     other.ExitInstance(atTheEnd);
     EXPECT_THAT(faults.faults, IsEmpty()) << "nobody looks there any more";
@@ -159,23 +158,6 @@ TEST_F(Startup, WhatFailedIsTriedAgainAndTheListStays) {
     EXPECT_THAT(other.List().GetNoteIDs().Values(), ElementsAre(6));
 }
 
-/// Makes a file or a folder unreadable for a while.
-class Blocked {
-public:
-    Blocked(fs::path path, fs::path aside) : path_(std::move(path)), aside_(std::move(aside)) {
-        fs::rename(path_, aside_);
-        fs::create_symlink(path_.filename(), path_);
-    }
-    void Release() const {
-        ASSERT_TRUE(fs::is_symlink(path_)) << path_ << " was written over";
-        fs::remove(path_);
-        fs::rename(aside_, path_);
-    }
-
-private:
-    fs::path path_, aside_;
-};
-
 TEST_F(Startup, WhatWasListedAndCantBeReadIsKeptAndComesBackWhenItIsTriedAgain) {
     Start("11.56");
     const NoteBookPaths paths = app.NoteBook().paths;
@@ -194,7 +176,7 @@ TEST_F(Startup, WhatWasListedAndCantBeReadIsKeptAndComesBackWhenItIsTriedAgain) 
         SCOPED_TRACE(c.blocked);
         faults.faults.clear();
         SaveLastViewList(paths, LongList{5, 6, 99}, faults);
-        const Blocked blocked(c.blocked, folder.Path() / "aside");
+        Unreadable unread(c.blocked);
         CLorebinderApp other(folder.Path(), Ports());
         lore::Start(other);
         EXPECT_EQ(other.List().GetNoteIDs().Values(), c.atFirst);
@@ -205,24 +187,14 @@ TEST_F(Startup, WhatWasListedAndCantBeReadIsKeptAndComesBackWhenItIsTriedAgain) 
         if (c.blocked != paths.LastViewList()) {
             EXPECT_EQ(saved(), c.kept);
         }
-        blocked.Release();
+        ASSERT_TRUE(fs::is_symlink(c.blocked)) << "it was written over";
+        unread.End();
         EXPECT_TRUE(other.TryAgain());
         EXPECT_TRUE(other.IsWhole());
         EXPECT_EQ(other.List().GetNoteIDs().Values(), c.again);
         other.ExitInstance();
         EXPECT_EQ(saved(), c.again) << "a note that isn't there leaves the list";
     }
-}
-
-TEST_F(Startup, OldVersionGetsItsNotesAsTheMainNoteBook) {
-    MakeOldNotes();
-    Start("9.5");
-    EXPECT_EQ(app.NotesPane(), "Notes:    1");
-    EXPECT_EQ(Stored("ProgVersion"), "11.56");
-    EXPECT_EQ(Stored("SrchCtrlsWidth"), "nothing") << "it is stored with the others at the end";
-    EXPECT_EQ(app.GetSettings().Int(Option::SrchCtrlsWidth), 377);
-    EXPECT_TRUE(app.MayWrite());
-    EXPECT_THAT(faults.faults, IsEmpty());
 }
 
 TEST_F(Startup, SearchControlsGetTheirWidthFromVersionsBeforeThatRoom) {
@@ -256,6 +228,7 @@ TEST_F(Startup, DataThatCantBeUpgradedAreNotWrittenOverAndCanBeTriedAgain) {
     EXPECT_TRUE(app.MayWrite());
     EXPECT_EQ(app.NotesPane(), "Notes:    1");
     EXPECT_EQ(Stored("ProgVersion"), "11.56");
+    EXPECT_EQ(app.GetSettings().Int(Option::SrchCtrlsWidth), 377);
 }
 
 }  // namespace

@@ -1,12 +1,10 @@
 #include "app/writing_commands.h"
 
 #include <gmock/gmock.h>
-#include <thread>
 
 #include "app/app_world.h"
-#include "app/category_editing.h"
 #include "notes/note_file.h"
-#include "sources/source_editor.h"
+#include "support/scripted_background.h"
 
 namespace lore {
 namespace {
@@ -37,17 +35,6 @@ protected:
         draft.baseEdited = base;
         EXPECT_TRUE(commands.Drafts().WriteDraft(draft).Ok());
     }
-    /// A link that leads to itself in the place of a file: nobody can read it, whatever his rights. Gives its bytes.
-    static std::string Block(const std::filesystem::path& file) {
-        std::string bytes = BytesOf(file);
-        std::filesystem::remove(file);
-        std::filesystem::create_symlink(file.filename(), file);
-        return bytes;
-    }
-    static void Unblock(const std::filesystem::path& file, const std::string& bytes) {
-        std::filesystem::remove(file);
-        PutBytes(file, bytes);
-    }
     int32_t Write(EditNoteSession session, const std::string& words) {
         FixedNoteText text("{\\rtf1\\ansi " + words + "}");
         EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
@@ -57,21 +44,6 @@ protected:
 
     CLorebinderApp app{folder.folder.Path(), Ports()};
     WritingCommands commands{app};
-};
-
-/// Works on another thread, and is stopped where it is told to.
-class OtherThread : public Background {
-public:
-    bool Run(const std::string& text, const Work& work) override {
-        texts.push_back(text);
-        std::stop_source source;
-        if (isStopped)
-            source.request_stop();
-        std::thread([&] { work(source.get_token()); }).join();
-        return !isStopped;
-    }
-    bool isStopped = false;
-    std::vector<std::string> texts;
 };
 
 TEST_F(WritingCommandsTest, TheLastListLoadsBesideTheWindowAtTheStart) {
@@ -100,30 +72,16 @@ TEST_F(WritingCommandsTest, ANewNoteIsFilledFromTheOneSavedLastWhileTheListHolds
     EXPECT_FALSE(commands.EditNote(99).has_value());
 }
 
-TEST_F(WritingCommandsTest, ASavedNoteEntersTheListByTheActiveOrder) {
-    struct Case {
-        int32_t order;
-        std::vector<int32_t> expected;
-    };
-    for (const Case& c : {Case{805, {1, 2, 3, -1}}, Case{705, {-1, 1, 2, 3}}, Case{801, {-1, 3, 2, 1}}}) {
-        app.ClearList();
-        app.SetSortOrder(805);
-        app.Gather(LongList{1, 2, 3});
-        app.SetSortOrder(c.order);
-        const int32_t id = Write(commands.NewNote(), "new");
-        std::vector<int32_t> expected = c.expected;
-        std::replace(expected.begin(), expected.end(), -1, id);
-        EXPECT_EQ(Listed(), expected) << c.order;
-        EXPECT_TRUE(app.List().Find(id)->newlyAdded);
-    }
-}
-
-TEST_F(WritingCommandsTest, AChangedNoteKeepsItsPlace) {
+TEST_F(WritingCommandsTest, AChangedNoteKeepsItsPlaceAndANewOneEntersByTheActiveOrder) {
     const int32_t lastID = app.GetSettings().Int(Option::MaxNoteID);
     Write(*commands.EditNote(2), "changed");
     EXPECT_THAT(Listed(), ElementsAre(1, 2, 3));
     EXPECT_EQ(app.List().Find(2)->plainText, "changed");
     EXPECT_EQ(app.GetSettings().Int(Option::MaxNoteID), lastID) << "no id was given out";
+    app.SetSortOrder(705);
+    const int32_t id = Write(commands.NewNote(), "new");
+    EXPECT_THAT(Listed(), ElementsAre(id, 1, 2, 3));
+    EXPECT_TRUE(app.List().Find(id)->newlyAdded);
 }
 
 TEST_F(WritingCommandsTest, DeletingTheListAsksTwiceAndComesBackWithUndo) {
@@ -183,25 +141,6 @@ TEST_F(WritingCommandsTest, WhatUndoCannotWriteComesBackWhenItIsTriedAgain) {
     EXPECT_EQ(faults.faults.size(), 2u);
 }
 
-TEST_F(WritingCommandsTest, ADeletedNoteComesBackToItsPlaceInTheList) {
-    struct Case {
-        int32_t order;
-        std::vector<int32_t> expected;
-    };
-    for (const Case& c : {Case{805, {3, 1, 2}}, Case{705, {3, 2, 1}}, Case{801, {3, 2, 1}}}) {
-        app.SetSortOrder(805);
-        app.ClearList();
-        for (const int32_t id : {3, 1})
-            app.Gather(LongList{id});
-        app.SetSortOrder(c.order);
-        prompts.answers = {PromptAnswer::Yes};
-        ASSERT_TRUE(commands.DeleteNote(3));
-        app.Gather(LongList{2});  // it came since
-        commands.Undo();
-        EXPECT_EQ(Listed(), c.expected) << c.order;
-    }
-}
-
 TEST_F(WritingCommandsTest, UndoingADeletionLeavesWhatTheUserHasOrderedSince) {
     const auto remove = [this](const LongList& ids) {
         prompts.answers.assign(ids.Count() == 1 ? 1 : 2, PromptAnswer::Yes);
@@ -220,8 +159,11 @@ TEST_F(WritingCommandsTest, UndoingADeletionLeavesWhatTheUserHasOrderedSince) {
         {{{3}}, [this] { app.TakeOut(LongList{2}); }, {3, 1}, {1, 3}},
         {{{2, 3}}, [this] { app.ClearList(); }, {2, 3}, {2, 3}},
     };
-    for (const int32_t order : {705, 805}) {
+    for (const int32_t order : {705, 805, 801}) {
         for (const Case& c : cases) {
+            std::vector<int32_t> expected = order == 705 ? c.toTop : c.toBottom;
+            if (order == 801)
+                std::ranges::sort(expected, std::greater());
             app.SetSortOrder(805);
             app.ClearList();
             app.Gather(LongList{1, 2, 3});
@@ -231,66 +173,9 @@ TEST_F(WritingCommandsTest, UndoingADeletionLeavesWhatTheUserHasOrderedSince) {
             c.since();
             for (size_t i = 0; i < c.deletions.size(); ++i)
                 commands.Undo();
-            EXPECT_EQ(Listed(), order == 705 ? c.toTop : c.toBottom) << order << ", case " << &c - cases;
+            EXPECT_EQ(Listed(), expected) << order << ", case " << &c - cases;
         }
     }
-}
-
-/// What a note names may be gone, or be something else, by the time that it comes back.
-TEST_F(WritingCommandsTest, ADeletedNoteComesBackToItsOwnSourceAndCategories) {
-    const auto addSource = [this](const std::string& title) {
-        SourceEditor editor = SourceEditor::ForNew(commands.Sources());
-        editor.SetField(0, title);
-        CAuthor author;
-        author.last = title + " Author";
-        editor.Authors().Append(*editor.Authors().AddNew(author));
-        EXPECT_TRUE(editor.Save());
-        return editor.Working().SourceID;
-    };
-    const auto addCategory = [this](const std::string& name) {
-        CategoryEditing editing(app, commands);
-        prompts.texts = {name};
-        const int32_t id = *editing.Model().CreateRoot();
-        EXPECT_TRUE(editing.Save());
-        return id;
-    };
-    const int32_t source = addSource("Lamps"), renamed = addCategory("Sea"), gone = addCategory("Sky");
-    EditNoteSession session = *commands.EditNote(2);
-    session.note.sources = {source};
-    session.note.categories[0] = PathOf({{renamed, "Sea"}});
-    session.note.categories[1] = PathOf({{gone, "Sky"}});
-    Write(std::move(session), "of the sea");
-    prompts.answers = {PromptAnswer::Yes};
-    ASSERT_TRUE(commands.DeleteNote(2));
-
-    ASSERT_TRUE(commands.Sources().Remove(source));
-    ASSERT_EQ(addSource("Another"), source) << "the id is given out again";
-    {
-        CategoryEditing editing(app, commands);
-        prompts.texts = {"Ocean"};
-        ASSERT_TRUE(editing.Model().RenameCategory(renamed));
-        prompts.answers = {PromptAnswer::Yes};
-        ASSERT_TRUE(editing.Model().DeleteCategory(gone));
-        ASSERT_TRUE(editing.Save());
-    }
-    commands.Undo();
-    for (const bool again : {false, true}) {
-        const OpenNoteBook& book = app.NoteBook();
-        const CNote note = commands.EditNote(2)->note;
-        ASSERT_EQ(note.sources.Count(), 1u);
-        const CSource* const back = book.sources.FindSourceByID(note.sources[0]);
-        ASSERT_NE(back, nullptr);
-        EXPECT_THAT(back->FormattedText, HasSubstr("Lamps Author")) << again;
-        EXPECT_TRUE(back->NoteIDs.Contains(2));
-        EXPECT_TRUE(book.sources.FindSourceByID(source)->NoteIDs.IsEmpty());
-        EXPECT_EQ(note.categories[0].name, "Ocean");
-        EXPECT_TRUE(book.categories.FindByID(renamed)->notes[0].Contains(2));
-        const CProCategoryTree* const sky = book.categories.FindRootByName("Sky");
-        ASSERT_NE(sky, nullptr);
-        EXPECT_TRUE(sky->notes[1].Contains(2));
-        app.ReloadNotes({});
-    }
-    EXPECT_TRUE(faults.faults.empty());
 }
 
 TEST_F(WritingCommandsTest, UndoingAnImportOfManyNotesAsksWithTheirNumber) {
@@ -370,12 +255,12 @@ TEST_F(WritingCommandsTest, AnEditorIsNotOpenedOverATextThatWaits) {
 TEST_F(WritingCommandsTest, ADraftThatCantBeReadStaysAndOnlyADamagedOneIsSetAside) {
     PutDraft(1, DayNote(1, 1).dateEdited);
     const std::filesystem::path file = commands.Drafts().ListDrafts().at(0), aside = file.string() + ".kept";
-    const std::string bytes = Block(file);
+    Unreadable unread(file);
     EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
     ASSERT_EQ(faults.faults.size(), 1u);
     EXPECT_EQ(faults.faults[0].what, "An unsaved text could not be read");
     EXPECT_THAT(commands.Drafts().ListDrafts(), ElementsAre(file));
-    Unblock(file, bytes);
+    unread.End();
     prompts.answers = {PromptAnswer::Yes};
     EXPECT_EQ(commands.AskForUnsavedNotes().size(), 1u) << "it is offered once it can be read";
 
@@ -399,7 +284,7 @@ TEST_F(WritingCommandsTest, ADraftWaitsUntilItsNoteCanBeRead) {
         SCOPED_TRACE(isLoadedSo ? "unread by the load" : "unread since");
         prompts.seen.clear();
         PutDraft(2, DayNote(2, 2).dateEdited);
-        const std::string bytes = Block(noteFile);
+        Unreadable unread(noteFile);
         if (isLoadedSo)
             app.ReloadNotes(LongList{1, 2, 3});
         for (const PromptAnswer answer : {PromptAnswer::Yes, PromptAnswer::No}) {
@@ -410,7 +295,7 @@ TEST_F(WritingCommandsTest, ADraftWaitsUntilItsNoteCanBeRead) {
             EXPECT_EQ(faults.faults.back().what, "An unsaved text waits until its note can be read");
             EXPECT_EQ(commands.Drafts().ListDrafts().size(), 1u);
         }
-        Unblock(noteFile, bytes);
+        unread.End();
         app.ReloadNotes(LongList{1, 2, 3});
         prompts.answers = {PromptAnswer::Yes};
         const std::vector<UnsavedNote> wanted = commands.AskForUnsavedNotes();

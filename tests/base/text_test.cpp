@@ -4,6 +4,7 @@
 #include <random>
 
 #include "base/guid.h"
+#include "base/text_join.h"
 
 namespace lore {
 namespace {
@@ -114,6 +115,7 @@ TEST(Text, LowersAllLettersOfTheCharacterSet) {
     EXPECT_EQ(ToLower("\xC4\xD6\x8A\x9F ABC \xD7"), "\xE4\xF6\x9A\xFF abc \xD7");
     EXPECT_EQ(ToLower("\xC3\x84\xD0\x96"), "\xC3\xA4\xD0\xB6");
     EXPECT_EQ(ToUpper("\xFF\xDF\xE4\x83"), "\x9F\xDF\xC4\x83") << "a letter without a partner in the set stays";
+    EXPECT_EQ(ToUpper("M\xC3\xBCller"), "M\xC3\x9CLLER");
     EXPECT_EQ(ToLower("@AMZ[`az{"), "@amz[`az{");
     EXPECT_EQ(ToLower("\xC3\x84"
                       "AZ\xF0\x90\x90\x80"),
@@ -159,6 +161,31 @@ TEST(Text, CutsPathsAtBothSeparators) {
                                     5)),
               "abc");
     EXPECT_EQ(ReplaceAll("aXbXX", "X", "--"), "a--b----");
+}
+
+TEST(TextJoin, TwoTextsReadAsOneWhateverTheirForms) {
+    struct Case {
+        std::string first, second, joined;
+    };
+    for (const Case& c : {
+             Case{"", "", ""},
+             Case{"fog, ", "sea", "fog, sea"},
+             Case{"caf\xE9, ", "\xFC", "caf\xE9, \xFC"},              // both Windows-1252
+             Case{"\xC5\x81, ", "\xC3\xA9", "\xC5\x81, \xC3\xA9"},    // both UTF-8
+             Case{"caf\xE9, ", "\xC5\x81", "caf\xC3\xA9, \xC5\x81"},  // one of each
+             Case{"\xC5\x81, ", "caf\xE9", "\xC5\x81, caf\xC3\xA9"},
+             Case{"caf\xE9, ", "\xC3\xBC", "caf\xE9, \xFC"},  // the whole has a place in Windows-1252
+             Case{"fog, ", "\xC5\x81", "fog, \xC5\x81"},
+         }) {
+        EXPECT_EQ(JoinTexts(c.first, c.second), c.joined);
+        EXPECT_EQ(ToUtf8(JoinTexts(c.first, c.second)), ToUtf8(c.first) + ToUtf8(c.second));
+    }
+}
+
+TEST(TextJoin, OnlyUtf8BeyondAsciiIsWide) {
+    for (const auto& [text, isWide] : {std::pair{"", false}, std::pair{"plain", false}, std::pair{"caf\xE9", false},
+                                       std::pair{"caf\xC3\xA9", true}, std::pair{"\xC3\xA9\xE9", false}})
+        EXPECT_EQ(IsWideText(text), isWide) << text;
 }
 
 TEST(Guid, PrintsItsThirdGroupInLowerCase) {

@@ -215,13 +215,6 @@ TEST(BibliographyRtf, ReadsBackAsTheSameTextWithItsLooksAndLinks) {
     EXPECT_EQ(linked, "https://a.b/c");
 }
 
-TEST(BibliographyOdt, BeginsWithItsTypeAsItStands) {
-    const auto odt = BibliographyAsOdt(DocumentOf({Cited(kSixScripts)}));
-    ASSERT_TRUE(odt);
-    EXPECT_EQ(odt->substr(30, 47), "mimetypeapplication/vnd.oasis.opendocument.text");
-    EXPECT_EQ(odt, BibliographyAsOdt(DocumentOf({Cited(kSixScripts)}))) << "the same bibliography, the same bytes";
-}
-
 TEST(BibliographyWriters, TellOfficeProgramsOfThePaper) {
     BibliographyDocument document = DocumentOf({Cited("Letter paper")});
     EXPECT_NE(BibliographyAsRtf(document).find("\\paperw11906\\paperh16838\\margl1134"), std::string::npos);

@@ -41,17 +41,6 @@ protected:
     SourceList sources;
 };
 
-TEST_F(SourceSelectionTest, BeginsWithAllSourcesAvailableInOrder) {
-    const SourceSelection model(sources, authors);
-    EXPECT_THAT(IdsOf(model.Available()), ElementsAre(12, 13, 11));
-    EXPECT_THAT(IdsOf(model.Selected()), IsEmpty());
-    EXPECT_TRUE(model.Sorted());
-    EXPECT_TRUE(model.Individual());
-    EXPECT_EQ(model.Style(), 1);
-    EXPECT_EQ(model.IndentSpaces(), 3);
-    EXPECT_EQ(model.AuthorsBeforeEtAl(), 6);
-}
-
 TEST_F(SourceSelectionTest, MovesSourcesBetweenTheLists) {
     struct Step {
         const char* what;
@@ -115,24 +104,6 @@ TEST_F(SourceSelectionTest, SetsTheFormattingOfAllThatAreOrWillBeSelected) {
     for (const CSource& source : model.Selected())
         EXPECT_EQ(std::tuple(source.FormatStyle, source.IndentSpaces, source.AuthorsBeforeEtAl), std::tuple(8, 7, 2));
     EXPECT_EQ(Records(), before);
-}
-
-TEST_F(SourceSelectionTest, HoldsValuesToTheirLimits) {
-    SourceSelection model(sources, authors);
-    model.SetIndividual(false);
-    model.SelectAll();
-    const std::pair<int32_t, int32_t> kIndents[] = {{11, 10}, {-1, 0}, {10, 10}, {0, 0}};
-    for (const auto& [given, held] : kIndents) {
-        model.SetIndentSpaces(given);
-        EXPECT_EQ(model.IndentSpaces(), held);
-        EXPECT_EQ(model.Selected()[0].IndentSpaces, held);
-    }
-    const std::pair<int32_t, int32_t> kAuthors[] = {{0, 1}, {16, 15}, {1, 1}, {15, 15}};
-    for (const auto& [given, held] : kAuthors) {
-        model.SetAuthorsBeforeEtAl(given);
-        EXPECT_EQ(model.AuthorsBeforeEtAl(), held);
-        EXPECT_EQ(model.Bibliography()[2].AuthorsBeforeEtAl, held);
-    }
 }
 
 TEST_F(SourceSelectionTest, ShowsADeletedAuthorTheSameHoweverOftenTheFormattingChanges) {

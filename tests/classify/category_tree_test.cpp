@@ -65,11 +65,6 @@ TEST(CategoryTree, FindsByNameWithoutCaseAmongItsChildren) {
     EXPECT_EQ(forest.Roots()[0].FindChildByName("aaa"), nullptr);
 }
 
-TEST(CategoryTree, WritesItsPathFromTheRoot) {
-    const CProCategoryTree tree = Node(1, "A", {Node(2, "B"), Node(4, "D", {Node(5, "E", {Node(6, "F")})})});
-    EXPECT_EQ(tree.FindByID(6)->GetPathText(), "L1: A\nL2: D\nL3: E\nL4: F\n");
-}
-
 TEST(CategoryTree, OrdersPathsByTrimmedNamesWithoutCase) {
     struct Case {
         CProCategoryTree a, b;

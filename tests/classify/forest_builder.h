@@ -61,25 +61,6 @@ inline int LevelsBelow(const CProCategoryTree& node) {
     return levels;
 }
 
-/// The chain of categories that hold a note, `<UNASSIGNED>` left out; an empty path if none does.
-inline CProCategoryTree NotePath(const CProCategoryList& forest, int32_t note, int set) {
-    const auto firstWith = [&](const std::vector<CProCategoryTree>& siblings) {
-        const auto hit = std::find_if(siblings.begin(), siblings.end(), [&](const CProCategoryTree& node) {
-            return !node.IsUnassigned() && node.notes[static_cast<size_t>(set - 1)].Contains(note);
-        });
-        return hit == siblings.end() ? nullptr : &*hit;
-    };
-    CProCategoryTree path;
-    CProCategoryTree* end = nullptr;
-    for (const CProCategoryTree* hit = firstWith(forest.Roots()); hit; hit = firstWith(hit->children)) {
-        end = end ? &end->children.emplace_back() : &path;
-        end->id = hit->id;
-        end->name = hit->name;
-    }
-    path.LinkChildren();
-    return path;
-}
-
 /// True if every parent pointer and parent id below a node is true.
 inline bool IsLinked(const CProCategoryTree& node) {
     for (const CProCategoryTree& child : node.children)

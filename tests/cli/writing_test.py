@@ -282,22 +282,6 @@ class Writing(FreshTest):
         self.run_cli("edit", note, "--attach", self.file("b.txt", "second"))
         self.assertEqual(sorted(one.read_text() for one in attachments.iterdir() if one.exists()), ["first", "second"])
 
-    def test_a_damaged_list_is_kept_beside_before_sources_are_added(self):
-        file = self.file("s.json", json.dumps({"sources": [{"FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"]}]}))
-        self.json("source", "add", "--file", file)
-        stored = self.book / "Sources.dat"
-        whole = stored.read_bytes()
-        number = b"%016d" % self.json("sources")[1]["SourceID"]
-        for damaged in (whole[:-40], whole.replace(number, b"-" + number[1:], 1), whole.replace(b"Other", b"Oth\0r")):
-            with self.subTest(damaged=damaged):
-                stored.write_bytes(damaged)
-                told = self.run_cli("source", "add", "--file", file, status=3).stderr
-                self.assertEqual(told.count(b"The list of sources is damaged; what it held is kept in"), 1)
-                kept = stored.with_name("Sources.dat.kept")
-                self.assertEqual(kept.read_bytes(), damaged)
-                kept.unlink()
-                self.assertGreaterEqual(len(self.json("sources")), 3)
-
     def test_a_list_of_sources_that_was_not_read_whole_costs_no_note_its_sources(self):
         titles = self.file("s.json", json.dumps({"sources": [{"FieldTexts": [title]} for title in "ABC"]}))
         one, two, three = self.json("source", "add", "--file", titles)
@@ -507,7 +491,8 @@ class Writing(FreshTest):
         lock = next(path for path in self.data.rglob("*") if "lock" in path.name.lower())
         with open(lock, "r+b") as held:
             fcntl.flock(held, fcntl.LOCK_EX | fcntl.LOCK_NB)
-            for args in (["edit", note, "--keywords", "x"], ["delete", note], ["check", "--repair"]):
+            for args in (["edit", note, "--keywords", "x"], ["delete", note], ["check", "--repair"],
+                         ["event", "add", "--label", "A", "--start", "2049-01-01"]):
                 self.assertIn(b"another process holds the data folder", self.run_cli(*args, status=4).stderr)
         self.assertEqual(self.json("note", note)["keyWords"], "")
 

@@ -19,7 +19,7 @@ import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-from book_world import DIALOG, Programs, World
+from book_world import DIALOG, Programs, World, faults
 
 SHIM = str(pathlib.Path(sys.argv[1]).resolve())
 SEED = int(os.environ.get("LORE_SEED", "0"))
@@ -47,13 +47,9 @@ def tearDownModule():
 
 class Crash(unittest.TestCase):
     def strike(self, args, data, number, fault, lasting=False):
-        env = {"LD_PRELOAD": SHIM, "LORE_FAULT_UNDER": data, "LORE_FAULT_AT": number, "LORE_FAULT": fault}
-        if lasting:
-            env["LORE_FAULT_LASTING"] = 1
-        if fault != "KILL":
-            call_log().unlink(missing_ok=True)
-            env |= READS | {"LORE_FAULT_LOG": call_log()}
-        return PROGRAMS.run(data, *args, **env)
+        call_log().unlink(missing_ok=True)
+        more = {} if fault == "KILL" else READS | {"LORE_FAULT_LOG": call_log()}
+        return PROGRAMS.run(data, *args, **faults(SHIM, data, number, fault, lasting, **more))
 
     def walk(self, name, fault, lasting=False):
         args, old = WORLD.flows()[name], WORLD.state(WORLD.base)
@@ -100,15 +96,15 @@ class Crash(unittest.TestCase):
 
     def test_settings_are_stored_though_the_folder_for_temporary_files_fails(self):
         name, temporary = "add", WORLD.folder / "temporary"
-        args, data = WORLD.flows()[name], WORLD.copy()
+        args, data = WORLD.every_flow()[name], WORLD.copy()
         temporary.mkdir()
         self.assertEqual(PROGRAMS.run(data, *args).returncode, 0)
         wanted = (data / "settings.ini").read_bytes()
         for number in range(1, MOST_POINTS):
             call_log().unlink(missing_ok=True)
             data = WORLD.copy()
-            result = PROGRAMS.run(data, *args, TMPDIR=temporary, LD_PRELOAD=SHIM, LORE_FAULT_UNDER=temporary,
-                                  LORE_FAULT_AT=number, LORE_FAULT=errno.ENOSPC, LORE_FAULT_LOG=call_log())
+            result = PROGRAMS.run(data, *args, TMPDIR=temporary, LORE_FAULT_LOG=call_log(),
+                                  **faults(SHIM, temporary, number, errno.ENOSPC))
             self.assertEqual(result.returncode, 0, f"change {number}: {result.stderr}")
             self.assertEqual((data / "settings.ini").read_bytes(), wanted, f"change {number}")
             if "FAILED" not in call_log().read_text():
@@ -195,7 +191,7 @@ class Crash(unittest.TestCase):
             with self.subTest(flow=name):
                 data, log = WORLD.copy(), WORLD.folder / "order"
                 log.unlink(missing_ok=True)
-                PROGRAMS.run(data, *args, LD_PRELOAD=SHIM, LORE_FAULT_UNDER=data, LORE_FAULT_LOG=log)
+                PROGRAMS.run(data, *args, **faults(SHIM, data, LORE_FAULT_LOG=log))
                 self.check_order(log.read_text().splitlines())
 
     def check_order(self, lines):

@@ -118,11 +118,11 @@ off64_t PlaceOf(int number) {
     return ::lseek64(number, 0, SEEK_CUR);
 }
 
-std::string Joined(const struct iovec* parts, int count) {
+std::string Written(off64_t at, const struct iovec* parts, int count) {
     std::string bytes;
     for (int i = 0; i < count; ++i)
         bytes.append(static_cast<const char*>(parts[i].iov_base), parts[i].iov_len);
-    return bytes;
+    return Written(at, bytes.data(), bytes.size());
 }
 
 std::string Emptied(bool isEmptied) {
@@ -149,114 +149,52 @@ bool FailsToOpen(const char* path, const char* mode) {
 
 extern "C" {
 
-ssize_t write(int number, const void* bytes, size_t count) {
-    static const auto real = Real<ssize_t (*)(int, const void*, size_t)>("write");
-    return Strikes("write", PathOf(number), Written(PlaceOf(number), bytes, count)) ? -1 : real(number, bytes, count);
-}
+// One line for each function of the system: what it gives back, its name, parameters and arguments, what it gives back
+// when it fails, and whether it has to.
+#define LORE_CALL(result, name, parameters, arguments, failed, strikes) \
+    result name parameters {                                            \
+        static const auto real = Real<result(*) parameters>(#name);     \
+        return (strikes) ? (failed) : real arguments;                   \
+    }
 
-ssize_t pwrite64(int number, const void* bytes, size_t count, off64_t at) {
-    static const auto real = Real<ssize_t (*)(int, const void*, size_t, off64_t)>("pwrite64");
-    return Strikes("write", PathOf(number), Written(at, bytes, count)) ? -1 : real(number, bytes, count, at);
-}
-
-ssize_t pwrite(int number, const void* bytes, size_t count, off_t at) {
-    static const auto real = Real<ssize_t (*)(int, const void*, size_t, off_t)>("pwrite");
-    return Strikes("write", PathOf(number), Written(at, bytes, count)) ? -1 : real(number, bytes, count, at);
-}
-
-ssize_t writev(int number, const struct iovec* parts, int count) {
-    static const auto real = Real<ssize_t (*)(int, const struct iovec*, int)>("writev");
-    const std::string bytes = Joined(parts, count);
-    return Strikes("write", PathOf(number), Written(PlaceOf(number), bytes.data(), bytes.size()))
-               ? -1
-               : real(number, parts, count);
-}
-
-int ftruncate64(int number, off64_t length) {
-    static const auto real = Real<int (*)(int, off64_t)>("ftruncate64");
-    return Strikes("truncate", PathOf(number), std::to_string(length)) ? -1 : real(number, length);
-}
-
-int ftruncate(int number, off_t length) {
-    static const auto real = Real<int (*)(int, off_t)>("ftruncate");
-    return Strikes("truncate", PathOf(number), std::to_string(length)) ? -1 : real(number, length);
-}
-
-int fsync(int number) {
-    static const auto real = Real<int (*)(int)>("fsync");
-    return Strikes("fsync", PathOf(number)) ? -1 : real(number);
-}
-
-int fdatasync(int number) {
-    static const auto real = Real<int (*)(int)>("fdatasync");
-    return Strikes("fsync", PathOf(number)) ? -1 : real(number);
-}
-
-int rename(const char* from, const char* to) {
-    static const auto real = Real<int (*)(const char*, const char*)>("rename");
-    return Strikes("rename", Absolute(from), Absolute(to)) ? -1 : real(from, to);
-}
-
-int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) {
-    static const auto real = Real<int (*)(int, const char*, int, const char*, unsigned)>("renameat2");
-    return Strikes("rename", Absolute(from), Absolute(to)) ? -1 : real(fromFolder, from, toFolder, to, flags);
-}
-
-int link(const char* from, const char* to) {
-    static const auto real = Real<int (*)(const char*, const char*)>("link");
-    return Strikes("link", Absolute(from), Absolute(to)) ? -1 : real(from, to);
-}
-
-int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
-    static const auto real = Real<int (*)(int, const char*, int, const char*, int)>("linkat");
-    return Strikes("link", Absolute(from), Absolute(to)) ? -1 : real(fromFolder, from, toFolder, to, flags);
-}
-
-int unlink(const char* path) {
-    static const auto real = Real<int (*)(const char*)>("unlink");
-    return Strikes("unlink", Absolute(path)) ? -1 : real(path);
-}
-
-int rmdir(const char* path) {
-    static const auto real = Real<int (*)(const char*)>("rmdir");
-    return Strikes("unlink", Absolute(path)) ? -1 : real(path);
-}
-
-int remove(const char* path) {
-    static const auto real = Real<int (*)(const char*)>("remove");
-    return Strikes("unlink", Absolute(path)) ? -1 : real(path);
-}
-
-int unlinkat(int folder, const char* path, int flags) {
-    static const auto real = Real<int (*)(int, const char*, int)>("unlinkat");
-    const std::string full = *path == '/' || folder == AT_FDCWD ? Absolute(path) : PathOf(folder) + "/" + path;
-    return Strikes("unlink", full) ? -1 : real(folder, path, flags);
-}
-
-int mkdir(const char* path, mode_t mode) {
-    static const auto real = Real<int (*)(const char*, mode_t)>("mkdir");
-    return Strikes("mkdir", Absolute(path)) ? -1 : real(path, mode);
-}
-
-ssize_t read(int number, void* bytes, size_t count) {
-    static const auto real = Real<ssize_t (*)(int, void*, size_t)>("read");
-    return TheOrders().reads && Strikes("read", PathOf(number)) ? -1 : real(number, bytes, count);
-}
-
-ssize_t pread(int number, void* bytes, size_t count, off_t at) {
-    static const auto real = Real<ssize_t (*)(int, void*, size_t, off_t)>("pread");
-    return TheOrders().everyCall && Strikes("read", PathOf(number)) ? -1 : real(number, bytes, count, at);
-}
-
-int fstat(int number, struct stat* info) {
-    static const auto real = Real<int (*)(int, struct stat*)>("fstat");
-    return TheOrders().everyCall && Strikes("stat", PathOf(number)) ? -1 : real(number, info);
-}
-
-dirent* readdir(DIR* folder) {
-    static const auto real = Real<dirent* (*)(DIR*)>("readdir");
-    return TheOrders().everyCall && Strikes("readdir", PathOf(::dirfd(folder))) ? nullptr : real(folder);
-}
+LORE_CALL(ssize_t, write, (int number, const void* bytes, size_t count), (number, bytes, count), -1,
+          Strikes("write", PathOf(number), Written(PlaceOf(number), bytes, count)))
+LORE_CALL(ssize_t, pwrite64, (int number, const void* bytes, size_t count, off64_t at), (number, bytes, count, at), -1,
+          Strikes("write", PathOf(number), Written(at, bytes, count)))
+LORE_CALL(ssize_t, pwrite, (int number, const void* bytes, size_t count, off_t at), (number, bytes, count, at), -1,
+          Strikes("write", PathOf(number), Written(at, bytes, count)))
+LORE_CALL(ssize_t, writev, (int number, const struct iovec* parts, int count), (number, parts, count), -1,
+          Strikes("write", PathOf(number), Written(PlaceOf(number), parts, count)))
+LORE_CALL(int, ftruncate64, (int number, off64_t length), (number, length), -1,
+          Strikes("truncate", PathOf(number), std::to_string(length)))
+LORE_CALL(int, ftruncate, (int number, off_t length), (number, length), -1,
+          Strikes("truncate", PathOf(number), std::to_string(length)))
+LORE_CALL(int, fsync, (int number), (number), -1, Strikes("fsync", PathOf(number)))
+LORE_CALL(int, fdatasync, (int number), (number), -1, Strikes("fsync", PathOf(number)))
+LORE_CALL(int, rename, (const char* from, const char* to), (from, to), -1,
+          Strikes("rename", Absolute(from), Absolute(to)))
+LORE_CALL(int, renameat2, (int folder, const char* from, int other, const char* to, unsigned flags),
+          (folder, from, other, to, flags), -1, Strikes("rename", Absolute(from), Absolute(to)))
+LORE_CALL(int, link, (const char* from, const char* to), (from, to), -1, Strikes("link", Absolute(from), Absolute(to)))
+LORE_CALL(int, linkat, (int folder, const char* from, int other, const char* to, int flags),
+          (folder, from, other, to, flags), -1, Strikes("link", Absolute(from), Absolute(to)))
+LORE_CALL(int, unlink, (const char* path), (path), -1, Strikes("unlink", Absolute(path)))
+LORE_CALL(int, rmdir, (const char* path), (path), -1, Strikes("unlink", Absolute(path)))
+LORE_CALL(int, remove, (const char* path), (path), -1, Strikes("unlink", Absolute(path)))
+LORE_CALL(int, unlinkat, (int folder, const char* path, int flags), (folder, path, flags), -1,
+          Strikes("unlink", *path == '/' || folder == AT_FDCWD ? Absolute(path) : PathOf(folder) + "/" + path))
+LORE_CALL(int, mkdir, (const char* path, mode_t mode), (path, mode), -1, Strikes("mkdir", Absolute(path)))
+LORE_CALL(ssize_t, read, (int number, void* bytes, size_t count), (number, bytes, count), -1,
+          (TheOrders().reads) && Strikes("read", PathOf(number)))
+LORE_CALL(ssize_t, pread, (int number, void* bytes, size_t count, off_t at), (number, bytes, count, at), -1,
+          (TheOrders().everyCall) && Strikes("read", PathOf(number)))
+LORE_CALL(int, fstat, (int number, struct stat* info), (number, info), -1,
+          (TheOrders().everyCall) && Strikes("stat", PathOf(number)))
+LORE_CALL(dirent*, readdir, (DIR * folder), (folder), nullptr,
+          (TheOrders().everyCall) && Strikes("readdir", PathOf(::dirfd(folder))))
+LORE_CALL(DIR*, opendir, (const char* path), (path), nullptr, (TheOrders().reads) && Strikes("open", Absolute(path)))
+LORE_CALL(FILE*, fopen64, (const char* path, const char* mode), (path, mode), nullptr, FailsToOpen(path, mode))
+LORE_CALL(FILE*, fopen, (const char* path, const char* mode), (path, mode), nullptr, FailsToOpen(path, mode))
 
 int close(int number) {
     static const auto real = Real<int (*)(int)>("close");
@@ -269,38 +207,19 @@ int close(int number) {
     return -1;
 }
 
-DIR* opendir(const char* path) {
-    static const auto real = Real<DIR* (*)(const char*)>("opendir");
-    return TheOrders().reads && Strikes("open", Absolute(path)) ? nullptr : real(path);
-}
+// The mode of a new file comes only where one is made.
+#define LORE_OPEN(name)                                                       \
+    int name(const char* path, int flags, ...) {                              \
+        static const auto real = Real<int (*)(const char*, int, ...)>(#name); \
+        va_list list;                                                         \
+        va_start(list, flags);                                                \
+        const mode_t mode = ModeOf(flags, list);                              \
+        va_end(list);                                                         \
+        return FailsToOpen(path, flags) ? -1 : real(path, flags, mode);       \
+    }
 
-int open(const char* path, int flags, ...) {
-    static const auto real = Real<int (*)(const char*, int, ...)>("open");
-    va_list list;
-    va_start(list, flags);
-    const mode_t mode = ModeOf(flags, list);
-    va_end(list);
-    return FailsToOpen(path, flags) ? -1 : real(path, flags, mode);
-}
-
-int open64(const char* path, int flags, ...) {
-    static const auto real = Real<int (*)(const char*, int, ...)>("open64");
-    va_list list;
-    va_start(list, flags);
-    const mode_t mode = ModeOf(flags, list);
-    va_end(list);
-    return FailsToOpen(path, flags) ? -1 : real(path, flags, mode);
-}
-
-FILE* fopen64(const char* path, const char* mode) {
-    static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen64");
-    return FailsToOpen(path, mode) ? nullptr : real(path, mode);
-}
-
-FILE* fopen(const char* path, const char* mode) {
-    static const auto real = Real<FILE* (*)(const char*, const char*)>("fopen");
-    return FailsToOpen(path, mode) ? nullptr : real(path, mode);
-}
+LORE_OPEN(open)
+LORE_OPEN(open64)
 
 long FailCallBelow(const char* folder, long number, int error, bool lasting) {
     Orders& orders = TheOrders();

@@ -13,7 +13,7 @@ import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-from book_world import Programs, World, digest, tree
+from book_world import Programs, World, digest, faults, tree
 from lost_writes import LostWrites
 
 SHIM = str(pathlib.Path(sys.argv[1]).resolve())
@@ -45,8 +45,8 @@ class PowerCut(unittest.TestCase):
         log = WORLD.folder / "calls"
         log.unlink(missing_ok=True)
         self.data = WORLD.copy()
-        result = PROGRAMS.run(self.data, *WORLD.flows()[name], LD_PRELOAD=SHIM, LORE_FAULT_UNDER=self.data,
-                              LORE_FAULT_LOG=log, LORE_FAULT_BYTES=1)
+        result = PROGRAMS.run(self.data, *WORLD.flows()[name],
+                              **faults(SHIM, self.data, LORE_FAULT_LOG=log, LORE_FAULT_BYTES=1))
         self.assertEqual(result.returncode, 0, result.stderr)
         self.there = tree(self.data)
         return log.read_text().splitlines(), WORLD.look(self.data, self.there)[0], self.there

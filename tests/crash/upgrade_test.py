@@ -5,28 +5,18 @@ finishes.
 
 Usage: upgrade_test.py LOREBINDER_CLI FAULT_SHIM [unittest arguments]"""
 import errno
-import json
-import os
 import pathlib
 import shutil
 import signal
-import subprocess
 import sys
 import tempfile
 import unittest
 
-CLI, SHIM = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:3])
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from book_world import CommandLine, faults
+
+CLI, SHIM = CommandLine(sys.argv[1]), str(pathlib.Path(sys.argv[2]).resolve())
 MOST_POINTS = 400
-
-
-def run(data, *args, **env):
-    full = dict(os.environ, **{key: str(value) for key, value in env.items()})
-    return subprocess.run([CLI, "--data", str(data), *map(str, args)], env=full, capture_output=True, text=True,
-                          errors="replace", check=False)
-
-
-def answer(data, *args):
-    return json.loads(run(data, "--json", *args).stdout)
 
 
 class World:
@@ -39,7 +29,7 @@ class World:
             text = self.folder / f"note{number}.txt"
             text.write_text(f"Old note {number}\n")
             self.must("add", text, "--category", "1", "/".join(["Lights", "Lenses"][:number + 1]))
-        self.must("edit", answer(self.base, "notes")[0]["id"], "--attach", self.folder / "note1.txt")
+        self.must("edit", CLI.answer(self.base, "notes")[0]["id"], "--attach", self.folder / "note1.txt")
         self.old = self.state(self.base)
         root = self.base / "Data Files"
         main = root / "Databases" / "_LBMAIN_"
@@ -55,14 +45,14 @@ class World:
         self.new_text.write_text("The note of the command\n")
 
     def must(self, *args):
-        result = run(self.base, *args)
+        result = CLI.run(self.base, *args)
         assert result.returncode == 0, f"{args}: {result.returncode} {result.stderr}"
 
     @staticmethod
     def state(data):
         notes = {}
-        for line in answer(data, "notes"):
-            note = answer(data, "note", line["id"])
+        for line in CLI.answer(data, "notes"):
+            note = CLI.answer(data, "note", line["id"])
             files = [(data / "Data Files/Databases/_LBMAIN_/Attachments" / one["storedFile"]).read_bytes()
                      for one in note["attachments"]]
             notes[note["guid"]] = (note["plainText"], note["categories"], files)
@@ -103,7 +93,7 @@ class Upgrade(unittest.TestCase):
         self.assertTrue((data / "Data Files" / "Events.dat").exists(), message)
 
     def assert_finishes(self, data, message):
-        result = run(data, "add", WORLD.new_text)
+        result = CLI.run(data, "add", WORLD.new_text)
         self.assertEqual(result.returncode, 0, f"{message}: {result.stderr}")
         now = WORLD.state(data)
         for guid, note in WORLD.old.items():
@@ -115,19 +105,12 @@ class Upgrade(unittest.TestCase):
 
     def strike(self, number, fault, lasting=False):
         data = WORLD.copy()
-        env = {"LD_PRELOAD": SHIM, "LORE_FAULT_UNDER": data, "LORE_FAULT_AT": number, "LORE_FAULT": fault}
-        if lasting:
-            env["LORE_FAULT_LASTING"] = 1
-        return data, run(data, "add", WORLD.new_text, **env)
-
-    def test_upgrade_brings_everything(self):
-        data = WORLD.copy()
-        self.assert_finishes(data, "without a fault")
+        return data, CLI.run(data, "add", WORLD.new_text, **faults(SHIM, data, number, fault, lasting))
 
     def test_reading_changes_nothing_and_says_so(self):
         data = WORLD.copy()
         before = sorted((str(file), file.stat().st_mtime_ns) for file in data.rglob("*"))
-        result = run(data, "--json", "notes")
+        result = CLI.run(data, "--json", "notes")
         self.assertEqual(result.stdout.strip(), "[]")
         self.assertIn("older version", result.stderr)
         self.assertEqual(before, sorted((str(file), file.stat().st_mtime_ns) for file in data.rglob("*")))
@@ -152,14 +135,14 @@ class Upgrade(unittest.TestCase):
                 if result.returncode == 0:
                     probe, log = WORLD.copy(), WORLD.folder / "log"
                     log.unlink(missing_ok=True)
-                    run(probe, "add", WORLD.new_text, LD_PRELOAD=SHIM, LORE_FAULT_UNDER=probe, LORE_FAULT_LOG=log)
+                    CLI.run(probe, "add", WORLD.new_text, **faults(SHIM, probe, LORE_FAULT_LOG=log))
                     if len(log.read_text().splitlines()) < number:
                         break
                 else:
                     self.assertEqual(result.returncode, 3, result.stderr)
                     self.assertIn("lorebinder-cli: ", result.stderr)
                 if result.returncode == 3:
-                    run(data, "add", WORLD.new_text)
+                    CLI.run(data, "add", WORLD.new_text)
                     now = WORLD.state(data)
                     for guid, note in WORLD.old.items():
                         self.assertEqual(now.get(guid), note, f"failed at {number}: {result.stderr}")

@@ -28,13 +28,16 @@ protected:
                 EXPECT_TRUE(editor.CreateCategory(set, level)) << path[level];
         }
     }
-    /// Saves a new note with what stands in an editor, and gives it.
-    CNote Saved(const CategoryAssignment& editor) {
-        EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+    /// Saves a note with what stands in an editor.
+    static SaveOutcome Save(EditNoteSession& session, const CategoryAssignment& editor) {
         editor.WriteBack(session.note);
         session.newCategories = editor.NewCategories();
         FixedNoteText text(Rtf("Text"));
-        EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+        return session.SaveNote(text);
+    }
+    CNote SavedNew(const CategoryAssignment& editor) {
+        EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
+        EXPECT_EQ(Save(session, editor), SaveOutcome::Saved);
         return session.note;
     }
     std::vector<std::string> Offered(int set, size_t level) const {
@@ -94,16 +97,15 @@ TEST_F(CategoryAssignmentTest, AnUnchangedPathGoesBackAsItWas) {
 
 TEST_F(CategoryAssignmentTest, NamesOfSiblingsAreRefusedWithoutRegardToCase) {
     boxes.Fill(CNote());
-    EXPECT_FALSE(Create(1, 0, "PLACES"));
-    EXPECT_FALSE(Create(1, 0, "<unassigned>"));
-    EXPECT_FALSE(Create(1, 0, "   "));
+    prompts.texts = {"PLACES", " <unassigned> ", "   "};
+    EXPECT_FALSE(boxes.CreateCategory(1, 0));
     EXPECT_FALSE(boxes.CreateCategory(1, 0)) << "cancelled";
     EXPECT_THAT(prompts.seen,
                 ElementsAre("Create New Level 1 Category? New Category Name: []",
                             "Invalid Category Name: There is already a category at this level with the same name.",
-                            "Create New Level 1 Category? New Category Name: []",
+                            "Create New Level 1 Category? New Category Name: [PLACES]",
                             "Invalid Category Name: There is already a category at this level with the same name.",
-                            "Create New Level 1 Category? New Category Name: []",
+                            "Create New Level 1 Category? New Category Name: [<unassigned>]",
                             "Create New Level 1 Category? New Category Name: []"));
     EXPECT_EQ(boxes.LevelCount(1), 0u);
     EXPECT_TRUE(Create(1, 0, " Lenses ")) << "the name of a cousin is free";
@@ -142,13 +144,11 @@ TEST_F(CategoryAssignmentTest, TheSaveMakesTheCategoriesThatTheNoteUses) {
     ASSERT_TRUE(Create(1, 0, "Fog"));
     ASSERT_TRUE(Create(1, 1, "Bells"));
     ASSERT_TRUE(Create(1, 1, "Horns"));
-    boxes.WriteBack(session.note);
     session.newCategories = boxes.NewCategories();
     FixedNoteText none(Rtf(""));
     EXPECT_EQ(session.SaveNote(none), SaveOutcome::NoText);
     EXPECT_EQ(book.categories.FindByID(6), nullptr) << "a refused save makes nothing";
-    FixedNoteText text(Rtf("Text"));
-    ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
+    ASSERT_EQ(Save(session, boxes), SaveOutcome::Saved);
     EXPECT_EQ(settings.Int(Option::MaxCategoryID), 8);
     const OpenNoteBook fresh = Reloaded();
     ASSERT_NE(fresh.categories.FindByID(8), nullptr);
@@ -157,40 +157,17 @@ TEST_F(CategoryAssignmentTest, TheSaveMakesTheCategoriesThatTheNoteUses) {
     EXPECT_TRUE(fresh.categories.FindByID(8)->notes[0].Contains(session.note.id));
 }
 
-TEST_F(CategoryAssignmentTest, BehindTheHighestIdNewCategoriesGetFreeOnes) {
-    book.categories.AddRoot({2147483647, "Last"});
-    book.categories.LinkAll();
-    settings.Set(Option::MaxCategoryID, 2147483647);
-    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
-    boxes.Fill(session.note);
-    ASSERT_TRUE(Create(1, 0, "Fog"));
-    ASSERT_TRUE(Create(1, 1, "Bells"));
-    boxes.WriteBack(session.note);
-    session.newCategories = boxes.NewCategories();
-    FixedNoteText text(Rtf("Text"));
-    ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-    const OpenNoteBook fresh = Reloaded();
-    const CProCategoryTree* const bells = fresh.categories.FindByID(boxes.ChosenID(1, 1));
-    ASSERT_NE(bells, nullptr);
-    EXPECT_EQ(bells->GetPathText(), "L1: Fog\nL2: Bells\n");
-    EXPECT_TRUE(bells->notes[0].Contains(session.note.id));
-    EXPECT_TRUE(fresh.categories.FindByID(2147483647)->notes[0].IsEmpty());
-    EXPECT_EQ(settings.Int(Option::MaxCategoryID), 2147483647);
-}
-
 TEST_F(CategoryAssignmentTest, ASaveIsRefusedWhoseCategoriesCantBeWritten) {
     EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
     boxes.Fill(session.note);
     ASSERT_TRUE(Create(1, 0, "Fog"));
-    boxes.WriteBack(session.note);
-    session.newCategories = boxes.NewCategories();
-    const int32_t fog = session.newCategories[0].id;
-    FixedNoteText text(Rtf("Text"));
+    const int32_t fog = boxes.ChosenID(1, 0);
     Block(book.paths.Categories());
-    EXPECT_EQ(session.SaveNote(text), SaveOutcome::NotWritten);
+    EXPECT_EQ(Save(session, boxes), SaveOutcome::NotWritten);
     EXPECT_EQ(book.categories.FindByID(fog), nullptr);
     EXPECT_TRUE(Reloaded().index.Entries().empty()) << "no note names what is missing";
     Unblock(book.paths.Categories());
+    FixedNoteText text(Rtf("Text"));
     ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved) << "the new category was kept for this";
     EXPECT_TRUE(Reloaded().categories.FindByID(fog)->notes[0].Contains(session.note.id));
 }
@@ -231,7 +208,7 @@ TEST_F(CategoryAssignmentTest, WhatAnotherEditorHasSavedMeanwhileIsNeitherReplac
         std::string others;
         for (size_t level = 0; level < c.others.size(); ++level)
             others += "L" + std::to_string(level + 1) + ": " + c.others[level] + "\n";
-        const CNote otherNote = Saved(other), note = Saved(own);
+        const CNote otherNote = SavedNew(other), note = SavedNew(own);
         const OpenNoteBook fresh = Reloaded();
         EXPECT_EQ(NotePlaces(fresh.categories, 1).at(otherNote.id)->GetPathText(), others);
         for (const int set : {1, 3}) {
@@ -248,46 +225,17 @@ TEST_F(CategoryAssignmentTest, ARepeatedSaveMakesNothingAnew) {
     boxes.Fill(CNote());
     Make(boxes, 1, {"Fog", "Bells"});
     EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
-    FixedNoteText text(Rtf("Text"));
     Block(book.paths.NoteFile("DAY03142026.dat"));
     for (const SaveOutcome expected : {SaveOutcome::NotWritten, SaveOutcome::NotWritten, SaveOutcome::Saved}) {
         if (expected == SaveOutcome::Saved)
             Unblock(book.paths.NoteFile("DAY03142026.dat"));
-        boxes.WriteBack(session.note);
-        session.newCategories = boxes.NewCategories();
-        EXPECT_EQ(session.SaveNote(text), expected);
+        EXPECT_EQ(Save(session, boxes), expected);
         std::set<std::string> offered;
         for (const CategoryChoice& choice : boxes.Choices(1, 0))
             EXPECT_TRUE(offered.insert(choice.name).second) << choice.name;
     }
     EXPECT_EQ(Reloaded().categories.Roots().size(), 4u) << "with <UNASSIGNED>";
     EXPECT_EQ(NotePlaces(Reloaded().categories, 1).at(session.note.id)->id, 7);
-}
-
-TEST_F(CategoryAssignmentTest, ADamagedListOfCategoriesIsKeptBeforeTheFirstNewOne) {
-    const std::string damaged = BytesOf(book.paths.Categories()) + "junk";
-    DamageCategories(damaged);
-    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
-    FixedNoteText text(Rtf("Text"));
-    for (const std::string name : {"Fog", "Bells", "Horns"}) {
-        boxes.Fill(session.note);
-        boxes.ClearFrom(1, 0);
-        Make(boxes, 1, {name});
-        boxes.WriteBack(session.note);
-        session.newCategories = boxes.NewCategories();
-        if (name == "Fog") {
-            Block(book.paths.Categories());
-            EXPECT_EQ(session.SaveNote(text), SaveOutcome::NotWritten);
-            EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("The categories could not be written"));
-            faults.faults.clear();
-            Unblock(book.paths.Categories());
-            PutBytes(book.paths.Categories(), damaged);
-        }
-        EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre(CategoriesAreKept())) << name;
-    }
-    EXPECT_EQ(Reloaded().categories.Roots().size(), 6u) << "with <UNASSIGNED>";
-    ExpectCategoriesMended(damaged);
 }
 
 TEST_F(CategoryAssignmentTest, EditorsThatShareACounterGiveNoNumberTwice) {
@@ -298,9 +246,9 @@ TEST_F(CategoryAssignmentTest, EditorsThatShareACounterGiveNoNumberTwice) {
     second.Fill(CNote());
     Make(first, 1, {"Fog"});
     Make(second, 1, {"Reef"});
-    Saved(first);
+    SavedNew(first);
     Make(second, 2, {"Fog", "Bells"});
-    const CNote note = Saved(second);
+    const CNote note = SavedNew(second);
     const OpenNoteBook fresh = Reloaded();
     EXPECT_EQ(NotePlaces(fresh.categories, 1).at(note.id)->GetPathText(), "L1: Reef\n");
     EXPECT_EQ(NotePlaces(fresh.categories, 2).at(note.id)->GetPathText(), "L1: Fog\nL2: Bells\n");

@@ -8,7 +8,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Lights (Lenses) and Places; notes 1 and 2 in Lenses in two files, 3 in Places, 4 nowhere that the forest knows.
@@ -53,23 +52,6 @@ protected:
     const std::string first = "SRC0000001011.dat", second = "SRC0000001012.dat", day = "DAY01012020.dat";
 };
 
-TEST_F(CategoryChangesTest, EveryNoteBelowARenamedCategoryIsRewritten) {
-    CategoryTrees trees = Trees();
-    prompts.texts = {"Lamps"};
-    trees.RenameCategory(3);
-    const DateTime edited = NotesIn(first)[0].dateEdited;
-    const SavedCategories result = SaveCategoryTrees(world, trees.Forest());
-    EXPECT_TRUE(result.saved);
-    EXPECT_EQ(result.notes.changed, (LongList{1, 2, 3}));
-    EXPECT_EQ(Path(first, 1), "3:Lamps(4:Lenses)");
-    EXPECT_EQ(Path(second, 2), "3:Lamps(4:Lenses)");
-    EXPECT_EQ(Path(day, 3), "5:Places");
-    EXPECT_EQ(Path(day, 3, 1), "3:Lamps(4:Lenses)");
-    EXPECT_EQ(NotesIn(first)[0].dateEdited, edited);
-    EXPECT_EQ(Shape(book.categories), Shape(Reloaded().categories));
-    EXPECT_THAT(faults.faults, IsEmpty());
-}
-
 TEST_F(CategoryChangesTest, APathThatTheForestDoesntKnowStays) {
     CategoryTrees trees = Trees();
     prompts.answers = {PromptAnswer::Yes};
@@ -91,9 +73,12 @@ TEST_F(CategoryChangesTest, NotesInSyncAreStampedInOneWrite) {
         record.KeyWordsChanged = DateTime(2001, 1, 1);
         book.syncLog.ReplaceSyncInfo(record);
     }
+    const DateTime edited = NotesIn(first)[0].dateEdited;
     CategoryTrees trees = Trees();
     trees.DropOn(4, 5);
-    SaveCategoryTrees(world, trees.Forest());
+    EXPECT_EQ(SaveCategoryTrees(world, trees.Forest()).notes.changed, (LongList{1, 2, 3}));
+    EXPECT_EQ(NotesIn(first)[0].dateEdited, edited);
+    EXPECT_EQ(Shape(book.categories), Shape(Reloaded().categories));
     SyncLog read;
     LoadSyncLogFrom(book.paths.SyncLog(), read);
     EXPECT_EQ(read.FindSyncInfo("{G1}")->CategoriesChanged, clock.now);
@@ -101,6 +86,7 @@ TEST_F(CategoryChangesTest, NotesInSyncAreStampedInOneWrite) {
     EXPECT_TRUE(read.FindSyncInfo("{G1}")->Changed);
     EXPECT_FALSE(read.FindSyncInfo("{G2}")->Changed) << "it isn't in sync";
     EXPECT_EQ(Path(first, 1), "5:Places(4:Lenses)");
+    EXPECT_EQ(Path(day, 3, 1), "5:Places(4:Lenses)");
 }
 
 TEST_F(CategoryChangesTest, NothingChangesWhereTheCategoriesCantBeWritten) {
@@ -116,46 +102,6 @@ TEST_F(CategoryChangesTest, NothingChangesWhereTheCategoriesCantBeWritten) {
     Unblock(book.paths.Categories());
     EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
     EXPECT_EQ(Path(first, 1), "-1:");
-}
-
-TEST_F(CategoryChangesTest, ADamagedFileIsKeptOnceBeforeTheFirstOfTwoSaves) {
-    for (const bool vanishes : {false, true}) {
-        SCOPED_TRACE(vanishes);
-        const std::string damaged = BytesOf(book.paths.Categories()) + "junk";
-        DamageCategories(damaged);
-        for (const char* const name : {"One", "Two"}) {
-            CategoryTrees trees = Trees();
-            prompts.texts = {name};
-            prompts.answers = {PromptAnswer::Yes};
-            ASSERT_TRUE(trees.RenameCategory(3));
-            EXPECT_EQ(vanishes && trees.DeleteCategory(5), vanishes && name == std::string("One"));
-            EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
-            EXPECT_EQ(Path(first, 1), std::string("3:") + name + "(4:Lenses)");
-            EXPECT_TRUE(book.categories.ReadWhole());
-        }
-        EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre(CategoriesAreKept()));
-        EXPECT_EQ(Shape(book.categories), Shape(Reloaded().categories));
-        ExpectCategoriesMended(damaged);
-        faults.faults.clear();
-    }
-}
-
-TEST_F(CategoryChangesTest, ADamagedFileThatCantBeKeptStaysUntilItCan) {
-    const std::string damaged = BytesOf(book.paths.Categories()) + "junk", shape = Shape(book.categories);
-    DamageCategories(damaged);
-    CategoryTrees trees = Trees();
-    prompts.answers = {PromptAnswer::Yes};
-    ASSERT_TRUE(trees.DeleteCategory(5));
-    Block(book.paths.Categories());
-    EXPECT_FALSE(SaveCategoryTrees(world, trees.Forest()).saved);
-    EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("The categories could not be written"));
-    EXPECT_EQ(Shape(book.categories), shape);
-    Unblock(book.paths.Categories());
-    PutBytes(book.paths.Categories(), damaged);
-    EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
-    ASSERT_EQ(faults.faults.size(), 2u);
-    EXPECT_EQ(faults.faults[1].what, CategoriesAreKept());
-    ExpectCategoriesMended(damaged);
 }
 
 TEST_F(CategoryChangesTest, ANoteThatCantBeWrittenKeepsItsCategory) {
@@ -181,34 +127,6 @@ TEST_F(CategoryChangesTest, ANoteThatCantBeWrittenKeepsItsCategory) {
     EXPECT_EQ(SaveCategoryTrees(world, again.Forest()).notes.changed, LongList{2});
     EXPECT_EQ(Counts(Reloaded().categories), "Places=1 <UNASSIGNED>=2 ");
     EXPECT_THAT(faults.faults, IsEmpty());
-}
-
-/// What a crash leaves is what stands when the writes behind it are taken back.
-TEST_F(CategoryChangesTest, AfterACrashEveryNoteIsInACategoryThatTheFileHolds) {
-    CategoryTrees trees = Trees();
-    prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-    prompts.texts = {"lights", "Fresnel"};
-    trees.CreateSubcategory(5);
-    trees.CreateSubcategory(6);
-    trees.DropOn(3, 5);  // merges into the new one: Lenses gets another number
-    ASSERT_EQ(Shape(trees.Forest().Roots()[0]).substr(0, 21), "5:Places(6:lights(7:F");
-    const std::map<std::string, std::string> old = {{first, folder.Bytes(first)}, {second, folder.Bytes(second)}};
-    ASSERT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
-    const std::map<std::string, std::string> now = {{first, folder.Bytes(first)}, {second, folder.Bytes(second)}};
-    bool hasMore = false;
-    CProCategoryList before;
-    before.AddRoot(Node(3, "Lights", {Node(4, "Lenses")}));
-    before.AddRoot(Node(5, "Places"));
-    before.AddRoot({kUnassignedID, kUnassignedName});
-    before.LinkAll();
-    ASSERT_TRUE(WithVanished(before, trees.Forest(), hasMore).Save(book.paths.Categories()).Ok());
-    for (const auto& [newFirst, newSecond] : {std::pair{false, false}, {true, false}, {false, true}, {true, true}}) {
-        PutBytes(book.paths.NoteFile(first), newFirst ? now.at(first) : old.at(first));
-        PutBytes(book.paths.NoteFile(second), newSecond ? now.at(second) : old.at(second));
-        const OpenNoteBook picture = Reloaded();
-        for (const int32_t note : {1, 2, 3})
-            EXPECT_FALSE(NotePath(picture.categories, note, 1).IsEmptyPath()) << newFirst << newSecond << note;
-    }
 }
 
 }  // namespace

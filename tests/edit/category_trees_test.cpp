@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
-#include <random>
 
 #include "classify/category_edit.h"
 #include "classify/forest_builder.h"
@@ -233,91 +232,6 @@ TEST_F(CategoryTreesTest, StepsGoBackAndForth) {
     EXPECT_FALSE(trees.CanUndo());
     trees.RenameCategory(5);
     EXPECT_FALSE(trees.CanRedo()) << "another way was taken";
-}
-
-/// What a walk through the operations of the forest gives, note by note.
-LongList LiteralTouched(const CProCategoryList& before, const CProCategoryList& after, int32_t count) {
-    LongList touched;
-    for (int32_t note = 1; note <= count; ++note)
-        for (int set = 1; set <= kSetCount; ++set)
-            if (!NotePath(after, note, set).IsSameTree(NotePath(before, note, set)))
-                touched.AddUnique(note);
-    return touched;
-}
-
-TEST(CategoryEdit, KeepsNotesAndPathsTrueThroughManySteps) {
-    std::mt19937 random(11);
-    const auto upTo = [&](int highest) { return static_cast<int32_t>(random() % static_cast<unsigned>(highest)) + 1; };
-    constexpr int32_t kNotes = 40;
-    CProCategoryList master;
-    for (int32_t id = 1; id <= 4; ++id)
-        master.AddRoot(Node(id, "c" + std::to_string(id)));
-    master.AddRoot(Node(kUnassignedID, kUnassignedName));
-    master.LinkAll();
-    for (int32_t id = 5; id <= 30; ++id)
-        HangSubtree(master, Node(id, "c" + std::to_string(id % 7)), upTo(id - 1));
-    for (int32_t note = 1; note <= kNotes; ++note)
-        for (int set = 1; set <= kSetCount; ++set)
-            master.IndexNote(note, CProCategoryTree(static_cast<int32_t>(random() % 31), ""), set);
-    ScriptedPrompts prompts;
-    int counter = 0;
-    CategoryTrees trees(master, counter, prompts);
-    for (int step = 0; step < 150; ++step) {
-        prompts.answers = {kYes};
-        prompts.texts = {"n" + std::to_string(step)};
-        trees.SetView(static_cast<int>(random() % 4));
-        const int32_t id = random() % 9 ? upTo(counter + 30) : kUnassignedID;
-        const int32_t target = random() % 9 ? upTo(counter + 30) : kUnassignedID;
-        switch (random() % 8) {
-            case 0:
-                trees.RenameCategory(id);
-                break;
-            case 1:
-                trees.CreateSubcategory(id);
-                break;
-            case 2:
-                if (random() % 3 == 0)
-                    trees.DeleteCategory(id);
-                break;
-            case 3:
-                trees.DropOnEmptyArea(id);
-                break;
-            case 4:
-                trees.Undo();
-                break;
-            default:
-                trees.DropOn(id, target);
-                break;
-        }
-        // Rebuilt from where each note is filed, every list holds the same notes.
-        CProCategoryList rebuilt = trees.Forest();
-        for (int32_t note = 1; note <= kNotes; ++note)
-            rebuilt.RemoveNote(note, kAllSets);
-        for (int set = 1; set <= kSetCount; ++set) {
-            const auto places = NotePlaces(trees.Forest(), set);
-            ASSERT_EQ(places.size(), static_cast<size_t>(kNotes)) << "step " << step;
-            for (const auto& [note, place] : places) {
-                ASSERT_TRUE(PathTo(*place).IsSameTree(NotePath(trees.Forest(), note, set))) << "step " << step;
-                rebuilt.IndexNote(note, place->IsUnassigned() ? CProCategoryTree() : CProCategoryTree(place->id, ""),
-                                  set);
-            }
-        }
-        const auto compare = [&](const auto& self, const CProCategoryTree& a, const CProCategoryTree& b) -> void {
-            for (size_t i = 0; i < kSetCount; ++i)
-                ASSERT_TRUE(std::ranges::is_permutation(a.notes[i].Values(), b.notes[i].Values()))
-                    << "step " << step << ", category " << a.id;
-            for (size_t i = 0; i < a.children.size(); ++i)
-                self(self, a.children[i], b.children[i]);
-        };
-        for (size_t i = 0; i < rebuilt.Roots().size(); ++i)
-            compare(compare, trees.Forest().Roots()[i], rebuilt.Roots()[i]);
-        ASSERT_EQ(NotesWithOtherPaths(master, trees.Forest()), LiteralTouched(master, trees.Forest(), kNotes)) << step;
-        bool hasMore = false;
-        const CProCategoryList both = WithVanished(master, trees.Forest(), hasMore);
-        for (int32_t known = 1; known <= counter + 30; ++known)
-            ASSERT_EQ(both.FindByID(known) != nullptr,
-                      trees.Forest().FindByID(known) || std::as_const(master).FindByID(known));
-    }
 }
 
 }  // namespace

@@ -67,31 +67,7 @@ protected:
         book.syncLog.link.Linked = kStoredTrue;
         book.syncLog.link.OnlineName = "Online";
     }
-    /// A folder in the place of a file: nobody can write there, whatever his rights.
-    void Block(const std::filesystem::path& path) {
-        std::filesystem::remove(path);
-        std::filesystem::create_directories(path / "in the way");
-    }
     void Unblock(const std::filesystem::path& path) { std::filesystem::remove_all(path); }
-    /// Puts bytes into the place of the categories, and loads the NoteBook.
-    void DamageCategories(const std::string& bytes) {
-        PutBytes(book.paths.Categories(), bytes);
-        book = Reloaded();
-        EXPECT_FALSE(book.categories.ReadWhole());
-    }
-    /// The file of categories is whole again, and these bytes were kept beside it, once.
-    void ExpectCategoriesMended(const std::string& damaged) {
-        const std::string file = book.paths.Categories().string();
-        EXPECT_EQ(BytesOf(file + ".kept"), damaged);
-        EXPECT_FALSE(std::filesystem::exists(file + ".2.kept"));
-        const OpenNoteBook fresh = Reloaded();
-        EXPECT_TRUE(fresh.categories.ReadWhole());
-        EXPECT_NE(fresh.categories.FindByID(3), nullptr);
-        std::filesystem::remove(file + ".kept");
-    }
-    static std::string CategoriesAreKept() {
-        return "The list of categories is damaged; what it held is kept in Categories.dat.kept";
-    }
 
     NoteBookFolder folder;
     OpenNoteBook book = [this] {

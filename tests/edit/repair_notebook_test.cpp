@@ -8,7 +8,6 @@
 #include "edit/edit_fixture.h"
 #include "edit/shared_numbers.h"
 #include "notes/check_notebook.h"
-#include "notes/note_file_walk.h"
 #include "support/draft_reading.h"
 
 namespace lore {
@@ -33,22 +32,8 @@ protected:
         const ReadContext context = world.Context();
         return RepairNoteBook(repaired, counters, context, faults);
     }
-    std::vector<CNote> AllNotes() {
-        std::vector<CNote> notes;
-        for (const std::filesystem::path& file : NoteFilesOf(book.paths.Notes(), faults)) {
-            for (CNote& note : NotesOfFile(file, world.Context()))
-                notes.push_back(std::move(note));
-        }
-        return notes;
-    }
-    std::map<std::string, std::string> AllFiles() {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(book.paths.Folder())) {
-            if (entry.is_regular_file())
-                files[entry.path().string()] = BytesOf(entry.path());
-        }
-        return files;
-    }
+    std::vector<CNote> AllNotes() { return NotesOfFolder(book.paths.Notes(), world.Context(), faults); }
+    std::map<std::string, std::string> AllFiles() const { return FilesBelow(book.paths.Folder()); }
     void ClearNotes() {
         for (const auto& entry : std::filesystem::directory_iterator(book.paths.Notes()))
             std::filesystem::remove(entry);
@@ -208,7 +193,10 @@ TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
         EXPECT_EQ(NotePlaces(Reloaded().categories, 2).at(7)->id, id);
         EXPECT_EQ(Reloaded().categories.FindByID(id)->name, "Places");
         EXPECT_THAT(CheckNoteBook(book.paths, world.Context(), faults), IsEmpty());
-        ExpectCategoriesMended(c.damaged);
+        const std::filesystem::path kept = book.paths.Categories().string() + ".kept";
+        EXPECT_EQ(BytesOf(kept), c.damaged);
+        EXPECT_TRUE(Reloaded().categories.ReadWhole());
+        std::filesystem::remove(kept);
         const auto files = AllFiles();
         EXPECT_THAT(Repaired(), IsEmpty()) << "once more";
         EXPECT_EQ(AllFiles(), files);

@@ -173,16 +173,6 @@ TEST_F(ArchiveNotes, AreNoPlainRecordsIfTheyBreakOff) {
     }
 }
 
-TEST_F(ArchiveNotes, DropWhatIsNoNote) {
-    CNote zero = DayNote(0), negative = DayNote(-2112);
-    const std::vector<ArchiveNote> entries = ReadAll(Written(
-        {MakeArchiveNote(zero, sources_), MakeArchiveNote(negative, sources_), MakeArchiveNote(DayNote(9), sources_)}));
-    ASSERT_EQ(entries.size(), 1u);
-    EXPECT_EQ(entries[0].note.id, 9);
-    EXPECT_FALSE(reader_.SourcesNote());
-    EXPECT_EQ(reader_.Count(), 3);
-}
-
 TEST_F(ArchiveNotes, RefuseOnlyALaterVersion) {
     std::string bytes = Written({MakeArchiveNote(DayNote(9), sources_)});
     EXPECT_EQ(ReadAll(bytes).size(), 1u);

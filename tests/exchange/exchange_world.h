@@ -33,13 +33,7 @@ struct ExchangeBook {
         LoadNoteBook(book, counters, world.context, faults, {});
     }
     std::filesystem::path Attachment(const std::string& name) const { return folder.paths.Attachments() / name; }
-    std::vector<std::string> AttachmentNames() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(folder.paths.Attachments()))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
+    std::set<std::string> AttachmentNames() const { return NamesIn(folder.paths.Attachments()); }
     std::vector<CNote> Notes() { return FindNotes(book.index, book.index.AllIDs(), world.context, faults); }
     ExportWorld ForExport() { return {book, folder.data, world.context, prompts, progress, faults}; }
     int Export(const std::filesystem::path& target, const std::vector<CNote>& notes, bool allSources = false) {
@@ -76,17 +70,11 @@ inline void FillBook(ExchangeBook& made) {
     const NoteBookPaths& paths = made.folder.paths;
     AuthorList authors = ThreeAuthors();
     authors.SaveAuthors(paths.Authors());
-    SourceList sources;
-    for (const int32_t id : {1011, 1012, 1013})
-        sources.AddTail(FullSource(id));
-    sources.SaveSources(paths.Sources(), authors);
+    PutSources(paths, {FullSource(1011), FullSource(1012), FullSource(1013)}, authors);
     CustomTypeList types;
     types.AddType(FullSource(1011).CustomTypeCopy);
     types.SaveTypes(paths.SourceTypes());
-    CProCategoryList forest;
-    forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
-    forest.AddRoot(PathOf({{9, "Places"}}));
-    forest.Save(paths.Categories());
+    PutCategories(paths, {PathOf({{3, "Lights"}, {4, "Lenses"}}), PathOf({{9, "Places"}})});
     CNote full = FullNote(7);
     full.sourceInfo = {{"{SOURCE 1011}", "p. 7"}};
     CNote day = DayNote(8);

@@ -1,7 +1,6 @@
 #include "exchange/export_notes.h"
 
 #include <gtest/gtest.h>
-#include <map>
 
 #include "exchange/archive_notes.h"
 #include "exchange/exchange_world.h"
@@ -25,10 +24,7 @@ protected:
     Lines Names() {
         ZipReader reader;
         EXPECT_TRUE(reader.Open(target_).Ok());
-        Lines names;
-        for (const ZipItem& item : reader.Items())
-            names.push_back(item.rawName);
-        return names;
+        return Each(reader.Items(), &ZipItem::rawName);
     }
     /// The record file as it must stand, note by note.
     std::string Expected(const std::vector<CNote>& notes, bool allSources) {
@@ -116,10 +112,10 @@ TEST_F(ExportNotesTest, TellsOfFilesThatAreMissingAndSharesThoseNamedTwice) {
     EXPECT_EQ(Unpacked("0000001.png"), "a picture");
     EXPECT_EQ(Unpacked("0000001.PNG"), "other");
     EXPECT_EQ(Unpacked("0000003.12:30"), "0000003.12:30");
-    Lines told;
-    for (const Fault& fault : made_.faults.faults)
-        told.push_back(std::filesystem::path(fault.path).filename().string() + ": " + fault.reason);
-    EXPECT_EQ(told,
+    const auto text = [](const Fault& fault) {
+        return std::filesystem::path(fault.path).filename().string() + ": " + fault.reason;
+    };
+    EXPECT_EQ(Each(made_.faults.faults, text),
               (Lines{"0000009.txt: No such file or directory", "secret.txt: No such file or directory",
                      "_expnotes.DAT: File exists", "0000004.x\ny: Invalid argument", "c:4.txt: Invalid argument"}));
 }
@@ -159,14 +155,7 @@ TEST_F(ExportNotesTest, ShowsTheReasonOfAFailureAndKeepsTheOldFile) {
 
 TEST_F(ExportNotesTest, NoNameOfATargetReachesAnythingElse) {
     std::filesystem::create_directories(folder_ / "held" / "in it");
-    const auto all = [&] {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(made_.folder.data.root)) {
-            if (entry.is_regular_file())
-                files[entry.path().string()] = BytesOf(entry.path());
-        }
-        return files;
-    };
+    const auto all = [&] { return FilesBelow(made_.folder.data.root); };
     const auto before = all();
     const std::vector<CNote> notes = made_.Notes();
     for (const char* const name : {"", "..", "../..", "held", "held/.", "held/", "none/..", "none/.", "none/"}) {

@@ -36,10 +36,7 @@ protected:
         });
     }
     static Lines Statuses(const ImportComparison& comparison) {
-        Lines lines;
-        for (const ImportRow& row : comparison.Rows())
-            lines.push_back(ImportComparison::StatusText(row));
-        return lines;
+        return Each(comparison.Rows(), &ImportComparison::StatusText);
     }
 
     ReadWorld world_;

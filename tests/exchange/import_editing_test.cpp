@@ -50,11 +50,7 @@ protected:
     /// Imports into `to_` after an edit of a note, with what follows it. Gives the texts of the drafts that are left.
     Lines DraftsBehind(bool cancels, const std::function<void(ImportEditing&, ImportComparison&)>& then) {
         EditingChooser chooser(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-            const size_t row = RowWith(comparison, "First\r\nSecond");
-            EditNoteSession session = editing.Open(row);
-            FixedNoteText text("{\\rtf1 Edited}");
-            ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-            editing.Take(row, session);
+            Edit(editing, comparison);
             then(editing, comparison);
         });
         chooser.cancels = cancels;
@@ -66,6 +62,19 @@ protected:
             texts.push_back(draft.note.plainText);
         }
         return texts;
+    }
+    /// Edits the first note, or the one with this text, and takes it back into the list. Gives its row.
+    static size_t Edit(
+        ImportEditing& editing, const ImportComparison& comparison,
+        const std::function<void(EditNoteSession&)>& change = [](EditNoteSession&) {},
+        const std::string& text = "First\r\nSecond") {
+        const size_t row = RowWith(comparison, text);
+        EditNoteSession session = editing.Open(row);
+        change(session);
+        FixedNoteText edited("{\\rtf1 Edited}");
+        EXPECT_EQ(session.SaveNote(edited), SaveOutcome::Saved);
+        editing.Take(row, session);
+        return row;
     }
     /// The row with this text, as an editor opens it.
     static size_t RowWith(const ImportComparison& comparison, const std::string& text) {
@@ -83,20 +92,17 @@ protected:
 TEST_F(ImportEditingTest, AnEditedNoteLandsAsItWasEdited) {
     PutBytes(folder_ / "new.pdf", "a new file");
     const ImportOutcome outcome = Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        const size_t row = RowWith(comparison, "First\r\nSecond");
-        EditNoteSession session = editing.Open(row);
-        EXPECT_EQ(session.note.sources.Count(), 2u);
-        ASSERT_NE(session.Book().sources.FindSourceByID(session.note.sources[0]), nullptr) << "known to the editor";
-        EXPECT_EQ(to_.book.sources.Count(), 0u) << "the NoteBook sees nothing of it";
-        EXPECT_EQ(BytesOf(session.Book().paths.Attachments() / "0000001.png"), "a picture");
-        session.note.sources = {session.note.sources[1]};
-        session.note.keyWords = "  changed ";
-        ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
-        session.newCategories = {{70, -1, "Harbours"}};
-        session.note.categories[2] = CProCategoryTree(70, "Harbours");
-        FixedNoteText text("{\\rtf1 Edited}");
-        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        editing.Take(row, session);
+        const size_t row = Edit(editing, comparison, [&](EditNoteSession& session) {
+            EXPECT_EQ(session.note.sources.Count(), 2u);
+            ASSERT_NE(session.Book().sources.FindSourceByID(session.note.sources[0]), nullptr) << "known to the editor";
+            EXPECT_EQ(to_.book.sources.Count(), 0u) << "the NoteBook sees nothing of it";
+            EXPECT_EQ(BytesOf(session.Book().paths.Attachments() / "0000001.png"), "a picture");
+            session.note.sources = {session.note.sources[1]};
+            session.note.keyWords = "  changed ";
+            ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
+            session.newCategories = {{70, -1, "Harbours"}};
+            session.note.categories[2] = CProCategoryTree(70, "Harbours");
+        });
         const EditNoteSession again = editing.Open(row);
         EXPECT_EQ(again.attachments.Items().back().record.title, "new.pdf") << "opened once more";
         EXPECT_NE(again.Book().categories.FindByID(70), nullptr) << "the next editor knows the new category";
@@ -124,12 +130,8 @@ TEST_F(ImportEditingTest, AnAddedFileWithAVeryLongEndingLandsWithoutTheEnding) {
     const std::filesystem::path file = folder_ / ("a." + std::string(240, 'e'));
     PutBytes(file, "a new file");
     Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        const size_t row = RowWith(comparison, "First\r\nSecond");
-        EditNoteSession session = editing.Open(row);
-        ASSERT_TRUE(session.attachments.AddFile(file.string()));
-        FixedNoteText text("{\\rtf1 Edited}");
-        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        editing.Take(row, session);
+        Edit(editing, comparison,
+             [&](EditNoteSession& session) { ASSERT_TRUE(session.attachments.AddFile(file.string())); });
     });
     EXPECT_TRUE(to_.faults.faults.empty());
     EXPECT_EQ(to_.Notes().back().attachments.back().storedFile, "0000003.");
@@ -138,13 +140,11 @@ TEST_F(ImportEditingTest, AnAddedFileWithAVeryLongEndingLandsWithoutTheEnding) {
 
 TEST_F(ImportEditingTest, AnEditedNoteThatIsKnownKeepsItsIdAndReadsNewer) {
     const ImportOutcome outcome = Import(from_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        const size_t row = RowWith(comparison, "Second note");
-        EditNoteSession session = editing.Open(row);
-        FixedNoteText none("{\\rtf1 }");
-        EXPECT_EQ(session.SaveNote(none), SaveOutcome::NoText);
-        FixedNoteText text("{\\rtf1 Edited}");
-        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        editing.Take(row, session);
+        const auto saveNothing = [](EditNoteSession& session) {
+            FixedNoteText none("{\\rtf1 }");
+            EXPECT_EQ(session.SaveNote(none), SaveOutcome::NoText);
+        };
+        const size_t row = Edit(editing, comparison, saveNothing, "Second note");
         EXPECT_EQ(comparison.Rows()[row].status, ImportStatus::Newer);
         comparison.TickAll(false);
         comparison.Row(row).ticked = true;
@@ -211,8 +211,7 @@ TEST_F(ImportEditingTest, DraftsGoOnceTheirNotesHaveLandedOrTheUserDropsThem) {
     };
     const auto forget = [&] { std::filesystem::remove_all(DraftStore(to_.book.paths).Folder()); };
     const std::filesystem::path sources = to_.book.paths.Sources();
-    std::filesystem::remove(sources);
-    std::filesystem::create_directories(sources / "in the way");
+    Block(sources);
     EXPECT_EQ(DraftsBehind(false, nothing), kept) << "nothing could be stored";
     std::filesystem::remove_all(sources);
     to_.Load();
@@ -230,16 +229,13 @@ TEST_F(ImportEditingTest, DraftsGoOnceTheirNotesHaveLandedOrTheUserDropsThem) {
 /// A picture that has left a note's text lies in the folder of the import, which goes.
 TEST_F(ImportEditingTest, AKeptDraftHoldsThePicturesThatHaveLeftItsText) {
     EditingChooser chooser(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        const size_t row = RowWith(comparison, "First\r\nSecond");
-        EditNoteSession session = editing.Open(row);
         std::filesystem::path picture;
-        const DraftStore inImport(session.Book().paths);
-        ASSERT_TRUE(inImport.KeepFile(session.note.guid, "Picture 1.png", "moved", picture).Ok());
-        ASSERT_TRUE(session.attachments.AddFile(picture.string()));
-        FixedNoteText text("{\\rtf1 Edited}");
-        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        editing.Take(row, session);
-        EXPECT_EQ(session.attachments.Items().back().record.sourceFile, picture.string())
+        const size_t row = Edit(editing, comparison, [&](EditNoteSession& session) {
+            const DraftStore inImport(session.Book().paths);
+            ASSERT_TRUE(inImport.KeepFile(session.note.guid, "Picture 1.png", "moved", picture).Ok());
+            ASSERT_TRUE(session.attachments.AddFile(picture.string()));
+        });
+        EXPECT_EQ(editing.Open(row).attachments.Items().back().record.sourceFile, picture.string())
             << "the import takes it there";
     });
     chooser.cancels = true;
@@ -254,20 +250,17 @@ TEST_F(ImportEditingTest, AKeptDraftHoldsThePicturesThatHaveLeftItsText) {
 
 TEST_F(ImportEditingTest, ASourceMadeMeanwhileIsNotTakenForOneOfTheArchive) {
     Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        const size_t row = RowWith(comparison, "First\r\nSecond");
-        EditNoteSession session = editing.Open(row);
-        const int32_t brought = session.note.sources[0];
-        CSource made = FullSource(brought);
-        made.SourceGUID = "{MADE}";
-        to_.book.sources.AddTail(made);
-        const int32_t id = session.bringSource(brought);
-        EXPECT_NE(id, brought) << "the number means another source here";
-        EXPECT_EQ(session.bringSource(brought), id);
-        EXPECT_EQ(session.bringSource(77777), -1);
-        session.note.sources = {id};
-        FixedNoteText text("{\\rtf1 Edited}");
-        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        editing.Take(row, session);
+        const size_t row = Edit(editing, comparison, [&](EditNoteSession& session) {
+            const int32_t brought = session.note.sources[0];
+            CSource made = FullSource(brought);
+            made.SourceGUID = "{MADE}";
+            to_.book.sources.AddTail(made);
+            const int32_t id = session.bringSource(brought);
+            EXPECT_NE(id, brought) << "the number means another source here";
+            EXPECT_EQ(session.bringSource(brought), id);
+            EXPECT_EQ(session.bringSource(77777), -1);
+            session.note.sources = {id};
+        });
         EXPECT_EQ(comparison.Rows()[row].entry.sources.front().SourceGUID, "{MADE}");
     });
 }
@@ -277,12 +270,10 @@ TEST_F(ImportEditingTest, APathOfAnotherMachineIsNoFileToAttach) {
     hostile.attachments.push_back({0, 1.0, "Stolen", "", "/etc/passwd", 2, false});
     ASSERT_EQ(from_.Export(archive_, {hostile}), 1);
     Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        EditNoteSession session = editing.Open(0);
-        EXPECT_EQ(session.attachments.Items().front().record.sourceFile, "");
-        FixedNoteText text("{\\rtf1 Edited}");
-        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        editing.Take(0, session);
-        EXPECT_TRUE(comparison.Rows()[0].addedFiles.empty());
+        const auto look = [](EditNoteSession& session) {
+            EXPECT_EQ(session.attachments.Items().front().record.sourceFile, "");
+        };
+        EXPECT_TRUE(comparison.Rows()[Edit(editing, comparison, look, "")].addedFiles.empty());
     });
     EXPECT_TRUE(to_.AttachmentNames().empty());
 }
@@ -293,13 +284,10 @@ TEST_F(ImportEditingTest, FilesThatCantBeReadAreToldAndOneOfThisMachineKeepsItsP
     PutBytes(archive_, bytes);
     PutBytes(folder_ / "new.pdf", "a new file");
     Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        const size_t row = RowWith(comparison, "First\r\nSecond");
-        EditNoteSession session = editing.Open(row);
-        EXPECT_EQ(to_.faults.faults.size(), 1u);
-        ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
-        FixedNoteText text("{\\rtf1 Edited}");
-        ASSERT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-        editing.Take(row, session);
+        Edit(editing, comparison, [&](EditNoteSession& session) {
+            EXPECT_EQ(to_.faults.faults.size(), 1u);
+            ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
+        });
         std::filesystem::remove(folder_ / "new.pdf");
     });
     EXPECT_EQ(to_.faults.faults.size(), 3u) << "unpacked twice, for the editor and for the import";

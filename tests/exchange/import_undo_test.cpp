@@ -33,11 +33,8 @@ protected:
     }
     /// The note files and the attachments, by name.
     std::map<std::string, std::string> Files() const {
-        std::map<std::string, std::string> files;
-        for (const auto& folder : {to_.folder.paths.Notes(), to_.folder.paths.Attachments()}) {
-            for (const auto& entry : std::filesystem::directory_iterator(folder))
-                files[entry.path().filename().string()] = BytesOf(entry.path());
-        }
+        std::map<std::string, std::string> files = FilesBelow(to_.folder.paths.Notes());
+        files.merge(FilesBelow(to_.folder.paths.Attachments()));
         return files;
     }
     size_t Undo() {
@@ -114,8 +111,7 @@ TEST_F(ImportUndoTest, NotesComeBackToTheirSourcesAndCategoriesThoughThoseHaveCh
 
 TEST_F(ImportUndoTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
     to_.book.sources.RemoveSource(1011);
-    std::filesystem::remove(to_.folder.paths.Sources());
-    std::filesystem::create_directories(to_.folder.paths.Sources() / "in the way");
+    Block(to_.folder.paths.Sources());
     const auto files = Files();
     EXPECT_FALSE(UndoImport(
         changes_, to_.book, to_.counters, [] { ADD_FAILURE(); }, to_.world.context, to_.faults, nullptr));

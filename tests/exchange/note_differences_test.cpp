@@ -1,12 +1,18 @@
 #include "exchange/note_differences.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
 
 #include "bibliography/source_builder.h"
 #include "notes/attachment_kind.h"
 #include "notes/note_builder.h"
 
 namespace lore {
+
+void PrintTo(const DifferenceRow& row, std::ostream* stream) {
+    *stream << row.name << " " << row.importText << " | " << row.databaseText;
+}
+
 namespace {
 
 class NoteDifferences : public testing::Test {
@@ -86,15 +92,7 @@ TEST_F(NoteDifferences, ListWhatDiffersInTheirFixedOrder) {
         {"         Date:", "", "Spring 1998"},
         {"        Note Info:", "", ""},
     };
-    const std::vector<DifferenceRow> rows = Rows();
-    for (size_t i = 0; i < std::max(rows.size(), expected.size()); ++i) {
-        SCOPED_TRACE(i);
-        ASSERT_LT(i, rows.size());
-        ASSERT_LT(i, expected.size()) << rows[i].name;
-        EXPECT_EQ(rows[i].name, expected[i].name);
-        EXPECT_EQ(rows[i].importText, expected[i].importText);
-        EXPECT_EQ(rows[i].databaseText, expected[i].databaseText);
-    }
+    EXPECT_EQ(Rows(), expected);
 }
 
 TEST_F(NoteDifferences, LeaveOutAColourThatIsNearlyAlikeAndIdsOfCategories) {

@@ -74,10 +74,8 @@ TEST_F(SourceMergeTest, NothingGetsTheIdOfAnotherBehindTheHighest) {
     other.EmbeddedAuthors[1].first = "Another";
     EXPECT_EQ(Merged(other), 1012);
     const auto names = [&](int32_t id) {
-        std::vector<std::string> first;
-        for (const int32_t author : book_.sources.FindSourceByID(id)->AuthorIDs)
-            first.push_back(book_.authors.FindAuthorByID(author)->first);
-        return first;
+        return Each(book_.sources.FindSourceByID(id)->AuthorIDs,
+                    [&](int32_t author) { return book_.authors.FindAuthorByID(author)->first; });
     };
     EXPECT_EQ(names(1011), (std::vector<std::string>{"Carl", "New", "carl"}));
     EXPECT_EQ(names(1012), (std::vector<std::string>{"Carl", "Another", "carl"}));

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "exchange/archive_check.h"
 #include "exchange/raw_zip.h"
 #include "exchange/zip_reader.h"
+#include "support/data_files.h"
+#include "support/each.h"
 #include "support/read_world.h"
 
 namespace lore {
@@ -16,12 +19,7 @@ protected:
         PutBytes(folder_ / "a.lbe", bytes);
         return reader_.Open(folder_ / "a.lbe");
     }
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (const ZipItem& item : reader_.Items())
-            names.push_back(item.name);
-        return names;
-    }
+    std::vector<std::string> Names() const { return Each(reader_.Items(), &ZipItem::name); }
 };
 
 RawEntry Plain(std::string name, std::string bytes = "content") {
@@ -260,6 +258,13 @@ TEST_F(HostileZip, SurvivesACutAndAChangeAtEveryByte) {
             readAll(bytes);
         }
     }
+}
+
+/// What the fuzz program starts from, and what it found.
+TEST(ArchiveCorpus, IsReadWithoutHarm) {
+    const TempFolder folder(MemoryFolder());
+    for (const std::filesystem::path& file : CorpusFiles(LORE_TEST_DATA, "archive"))
+        EXPECT_EQ(CheckArchive(BytesOf(file), folder.Path()), "") << file;
 }
 
 }  // namespace

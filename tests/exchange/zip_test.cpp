@@ -32,6 +32,14 @@ std::string Words(size_t count) {
     return text;
 }
 
+/// Packs a text in pieces of this size.
+void Pack(PackedStream& stream, std::string_view text, size_t piece) {
+    ASSERT_TRUE(stream.Open().Ok());
+    for (size_t at = 0; at < text.size(); at += piece)
+        stream.Append(text.substr(at, piece));
+    ASSERT_TRUE(stream.Finish().Ok());
+}
+
 bool Runs(const std::string& command) {
     return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
 }
@@ -55,10 +63,7 @@ TEST_F(Zip, MakesArchivesThatCommonToolsOpen) {
     PutBytes(folder_ / "0000002.txt", text);
     PutBytes(folder_ / "0000003.", "");
     PackedStream stream(folder_ / "spool", 2);
-    ASSERT_TRUE(stream.Open().Ok());
-    for (size_t at = 0; at < records.size(); at += 99'991)
-        stream.Append(std::string_view(records).substr(at, 99'991));
-    ASSERT_TRUE(stream.Finish().Ok());
+    Pack(stream, records, 99'991);
     ZipWriter writer(4);
     for (const char* name : {"0000001.JPG", "0000002.txt", "0000003."})
         EXPECT_TRUE(writer.AddFile(name, folder_ / name));
@@ -86,10 +91,7 @@ TEST_F(Zip, PacksTheSameBytesOnAnyNumberOfThreads) {
     std::vector<std::string> packed;
     for (const size_t threads : {size_t{0}, size_t{1}, size_t{4}}) {
         PackedStream stream(folder_ / "spool", threads);
-        ASSERT_TRUE(stream.Open().Ok());
-        stream.Append(text.substr(0, 700'000));
-        stream.Append(text.substr(700'000));
-        ASSERT_TRUE(stream.Finish().Ok());
+        Pack(stream, text, 700'000);
         EXPECT_EQ(stream.Crc(), crc32(0, reinterpret_cast<const Bytef*>(text.data()), static_cast<uInt>(text.size())));
         EXPECT_EQ(stream.Size(), text.size());
         packed.push_back(BytesOf(folder_ / "spool"));
@@ -105,10 +107,7 @@ TEST_F(Zip, PacksWhatCannotGetSmallerAndWhatIsNearlyNothing) {
                                  RandomBytes(524'288) + Words(524'288) + RandomBytes(1)};
     for (const std::string& text : texts) {
         PackedStream stream(folder_ / "spool", 2);
-        ASSERT_TRUE(stream.Open().Ok());
-        for (size_t at = 0; at < text.size(); at += 70'001)
-            stream.Append(std::string_view(text).substr(at, 70'001));
-        ASSERT_TRUE(stream.Finish().Ok());
+        Pack(stream, text, 70'001);
         ZipWriter writer(4);
         writer.AddPacked("text", PackPiece("head", {}), stream);
         ASSERT_TRUE(writer.Write(target_, Patient()).Ok());
@@ -149,10 +148,7 @@ TEST_F(Zip, NeverPacksSoWellThatItsOwnArchiveIsRefused) {
             EXPECT_TRUE(Unpacked("0000001.bmp") == c.bytes);
         }
         PackedStream stream(folder_ / "spool", 2);
-        ASSERT_TRUE(stream.Open().Ok());
-        for (size_t at = 0; at < c.bytes.size(); at += 300'001)
-            stream.Append(std::string_view(c.bytes).substr(at, 300'001));
-        ASSERT_TRUE(stream.Finish().Ok());
+        Pack(stream, c.bytes, 300'001);
         EXPECT_LT(stream.Size() / stream.PackedSize(), 100u) << "a record file is held closer";
     }
 }

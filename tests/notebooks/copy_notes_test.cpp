@@ -2,10 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "bibliography/source_builder.h"
 #include "notebooks/notebooks_world.h"
 #include "notes/check_notebook.h"
-#include "notes/note_book_loader.h"
-#include "notes/note_file_walk.h"
 #include "support/note_reading.h"
 
 namespace lore {
@@ -13,13 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-CAuthor Author(int32_t id, const std::string& last) {
-    CAuthor author;
-    author.AuthorID = id;
-    author.last = last;
-    return author;
-}
 
 CSource Source(int32_t id, const std::string& guid, LongList authors, int32_t type = 1) {
     CSource source;
@@ -37,12 +29,13 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
     CDatabase target = Add("Target", 7, {DayNote(500)});
     IdCounters counters{1000, 50, 100};
     bool syncEngaged = false;
-    size_t filesWhenSaved = 99;
+    size_t notesWhenSaved = 99;
+    int32_t categoryWhenSaved = 0;
 
     CopyNotesTest() {
         AuthorList authors;
-        authors.AddAuthor(Author(1, "Fresnel"));
-        authors.AddAuthor(Author(2, "Smeaton"));
+        authors.AddAuthor(Author(1, "", "", "Fresnel"));
+        authors.AddAuthor(Author(2, "", "", "Smeaton"));
         authors.SaveAuthors(PathsOf(main).Authors());
         CCustomSourceType type;
         type.GUID = "{T1}";
@@ -52,22 +45,15 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
         CustomTypeList types;
         types.AddType(type);
         types.SaveTypes(PathsOf(main).SourceTypes());
-        SourceList sources;
-        sources.AddTail(Source(1011, "{S1}", {1}));
         CSource logbook = Source(1012, "{S2}", {2, 1}, 1101);
         logbook.CustomTypeCopy = type;
-        sources.AddTail(logbook);
-        sources.SaveSources(PathsOf(main).Sources(), authors);
+        PutSources(PathsOf(main), {Source(1011, "{S1}", {1}), logbook}, authors);
 
         AuthorList others;
-        others.AddAuthor(Author(40, "Fresnel"));
+        others.AddAuthor(Author(40, "", "", "Fresnel"));
         others.SaveAuthors(PathsOf(target).Authors());
-        SourceList known;
-        known.AddTail(Source(1300, "{S1}", {40}));
-        known.SaveSources(PathsOf(target).Sources(), others);
-        CProCategoryList forest;
-        forest.AddRoot(PathOf({{9, "Lights"}}));
-        forest.Save(PathsOf(target).Categories());
+        PutSources(PathsOf(target), {Source(1300, "{S1}", {40})}, others);
+        PutCategories(PathsOf(target), {PathOf({{9, "Lights"}})});
 
         CNote note = FullNote(1);
         note.sources = {1012, 1011, 4444};
@@ -85,28 +71,15 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
         return CopyNotesToNoteBook(list, to, World(from));
     }
     CopyWorld World(const OpenNoteBook& from) {
-        return {from,    data,        counters,
-                context, prompts,     progress,
-                faults,  syncEngaged, [this] { filesWhenSaved = NotesIn(target).size(); }};
-    }
-    OpenNoteBook Open(const CDatabase& noteBook) {
-        OpenNoteBook book;
-        book.database = noteBook;
-        book.paths = PathsOf(noteBook);
-        IdCounters unused;
-        LoadOptions options;
-        options.mode = LoadMode::ReadOnly;
-        LoadNoteBook(book, unused, context, faults, options);
-        return book;
+        return {from, data, counters, context, prompts, progress, faults, syncEngaged, [this] {
+                    notesWhenSaved = NotesIn(target).size();
+                    categoryWhenSaved = counters.MaxCategoryID;
+                }};
     }
     std::vector<CNote> NotesIn(const CDatabase& noteBook) {
-        std::vector<CNote> notes;
-        for (const std::filesystem::path& file : NoteFilesOf(PathsOf(noteBook).Notes(), faults))
-            for (CNote& note : NotesOfFile(file, context))
-                notes.push_back(std::move(note));
-        return notes;
+        return NotesOfFolder(PathsOf(noteBook).Notes(), context, faults);
     }
-    std::vector<std::string> Attachments() const { return NamesIn(PathsOf(target).Attachments()); }
+    std::set<std::string> Attachments() const { return NamesIn(PathsOf(target).Attachments()); }
 };
 
 TEST_F(CopyNotesTest, ANoteBookWithoutCategoriesTakesTheNextNumberToo) {
@@ -115,33 +88,12 @@ TEST_F(CopyNotesTest, ANoteBookWithoutCategoriesTakesTheNextNumberToo) {
     EXPECT_EQ(counters.MaxNoteID, 1001);
 }
 
-TEST_F(CopyNotesTest, BehindTheHighestIdsCopiesStandUnderFreeOnes) {
-    PutNotes(target, {DayNote(500), DayNote(1002), DayNote(2147483647)});
-    CProCategoryList forest;
-    forest.AddRoot(PathOf({{2147483647, "Far"}}));
-    forest.Save(PathsOf(target).Categories());
-    counters = {1000, 2147483647, 100};
-    EXPECT_THAT(Copy({1, 2}, target).ids.Values(), ElementsAre(1001, 1003));
-    EXPECT_THAT(Copy({2}, target).ids.Values(), ElementsAre(1004)) << "in place of the first copy";
-    const OpenNoteBook copied = Open(target);
-    EXPECT_EQ(copied.TotalNoteCount(), 5u);
-    EXPECT_EQ(counters.MaxNoteID, 2147483647);
-    const CNote note = FindNotes(copied.index, {1001}, context, faults).at(0);
-    const CProCategoryTree& path = note.categories[0];
-    ASSERT_NE(copied.categories.FindByID(DeepestCategoryID(path)), nullptr);
-    EXPECT_EQ(copied.categories.FindByID(DeepestCategoryID(path))->GetPathText(), "L1: Lights\nL2: Lenses\n");
-    const CSource& logbook = *copied.sources.FindSourceByGUID("{S2}");
-    ASSERT_EQ(logbook.AuthorIDs.Count(), 2u);
-    EXPECT_EQ(copied.authors.FindAuthorByID(logbook.AuthorIDs[0])->last, "Smeaton");
-    EXPECT_EQ(copied.authors.FindAuthorByID(logbook.AuthorIDs[1])->last, "Fresnel");
-}
-
 TEST_F(CopyNotesTest, BringsSourcesAuthorsTypesCategoriesAndFilesUnderTheTargetsIds) {
     const CopyResult result = Copy({1, 2}, target);
     EXPECT_EQ(result.copied, 2);
     EXPECT_THAT(result.ids.Values(), ElementsAre(1001, 1002));
     EXPECT_EQ(counters.MaxNoteID, 1002);
-    EXPECT_EQ(filesWhenSaved, 1u) << "the counters are stored before a note bears their ids";
+    EXPECT_EQ(notesWhenSaved, 1u) << "the counters are stored before a note bears their ids";
     EXPECT_THAT(progress.messages,
                 ElementsAre("Loading *Target* NoteBook.........(may take a few moments)",
                             "Copying notes to *Target* NoteBook....", "Copying notes to *Target* NoteBook....1 of 2",
@@ -165,6 +117,8 @@ TEST_F(CopyNotesTest, BringsSourcesAuthorsTypesCategoriesAndFilesUnderTheTargets
     EXPECT_EQ(copy.categories[0].id, 9) << "the category that was there";
     EXPECT_EQ(copy.categories[0].children.at(0).name, "Lenses");
     EXPECT_EQ(book.categories.FindByID(copy.categories[2].id)->name, "Places");
+    EXPECT_GT(book.categories.HighestID(), 50);
+    EXPECT_GE(categoryWhenSaved, book.categories.HighestID());
     EXPECT_EQ(copy.attachments[0].storedFile, "0000042.PNG");
     EXPECT_EQ(BytesOf(book.paths.Attachments() / "0000042.PNG"), "picture");
     EXPECT_EQ(copy.attachments[1].sourceFile, "http://example.org");
@@ -233,20 +187,6 @@ TEST_F(CopyNotesTest, AFileThatAnotherNoteOfTheTargetNamesStaysWhenItsNoteIsRepl
     EXPECT_THAT(faults.faults, IsEmpty());
 }
 
-TEST_F(CopyNotesTest, TheCounterIsStoredBehindAllCategoriesThatWereCopied) {
-    int whenStored = 0;
-    const OpenNoteBook from = Open(main);
-    CNoteList list;
-    for (const CNote& note : FindNotes(from.index, {1, 2}, context, faults))
-        list.AddNote(note);
-    CopyWorld world = World(from);
-    world.saveOptions = [&] { whenStored = counters.MaxCategoryID; };
-    EXPECT_EQ(CopyNotesToNoteBook(list, target, world).copied, 2);
-    const int32_t highest = Open(target).categories.HighestID();
-    EXPECT_GT(highest, 50);
-    EXPECT_GE(whenStored, highest);
-}
-
 TEST_F(CopyNotesTest, LinkedTargetIsLoggedWhileSyncIsEngaged) {
     SyncLog log;
     log.link.Linked = kStoredTrue;
@@ -271,15 +211,6 @@ TEST_F(CopyNotesTest, LinkedTargetIsLoggedWhileSyncIsEngaged) {
     EXPECT_EQ(replaced.NoteFile, "DAY01092020.dat");
     EXPECT_EQ(replaced.SourcesChanged, context.nowUtc);
     EXPECT_EQ(log.Records()[1].NoteId, 1002);
-    CSyncInfo resting = replaced;
-    resting.SyncState = -1;
-    log.ReplaceSyncInfo(resting);
-    SaveSyncLogTo(PathsOf(target).SyncLog(), log);
-    Copy({2}, target);
-    LoadSyncLogFrom(PathsOf(target).SyncLog(), log);
-    EXPECT_EQ(log.FindSyncInfo("{G2}")->NoteId, 1004);
-    EXPECT_EQ(log.FindSyncInfo("{G2}")->OnlineNoteId, 88);
-    EXPECT_EQ(log.FindSyncInfo("{G2}")->SyncState, -1) << "the user keeps it out of sync";
 }
 
 TEST_F(CopyNotesTest, NothingIsDoneWithoutNotesOrATargetOrIntoTheSameNoteBook) {
@@ -298,15 +229,12 @@ TEST_F(CopyNotesTest, NothingIsCopiedUnlessAllOfTheTargetCouldBeRead) {
     const std::string sources = BytesOf(paths.Sources());
     for (const std::filesystem::path& unread : {paths.NoteFile("SRC0000001301.dat"), paths.Notes(), paths.Sources()}) {
         SCOPED_TRACE(unread);
-        const std::filesystem::path aside = folder / "aside";
-        std::filesystem::rename(unread, aside);
-        std::filesystem::create_symlink(unread, unread);  // it is there, and nobody can read it
+        Unreadable nobody(unread);
         faults.faults.clear();
         EXPECT_EQ(Copy({1, 2}, target).copied, -1);
         ASSERT_GE(faults.faults.size(), 2u);
         EXPECT_EQ(faults.faults.back().what, "The notes could not be copied");
-        std::filesystem::remove(unread);
-        std::filesystem::rename(aside, unread);
+        nobody.End();
         EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000042.PNG"));
         EXPECT_EQ(BytesOf(paths.Sources()), sources);
         EXPECT_EQ(counters.MaxNoteID, 1001);

@@ -4,6 +4,7 @@
 
 #include "classify/category_list.h"
 #include "notes/note_builder.h"
+#include "support/each.h"
 #include "support/note_reading.h"
 #include "support/scripted_ports.h"
 
@@ -44,14 +45,8 @@ protected:
         lore::PutBytes(file, bytes);
     }
     bool Upgrade() { return UpgradeDataFolder({data, maxCategoryID, world.context, progress, faults}); }
-    /// The files below a folder by their path, sorted.
     static std::vector<std::string> Files(const fs::path& folder) {
-        std::vector<std::string> files;
-        for (const auto& entry : fs::recursive_directory_iterator(folder))
-            if (!entry.is_directory())
-                files.push_back(entry.path().lexically_relative(folder).string());
-        std::sort(files.begin(), files.end());
-        return files;
+        return Each(FilesBelow(folder), [](const auto& file) { return file.first; });
     }
 
     TempFolder folder;
@@ -162,42 +157,6 @@ TEST_F(OldFolder, MainNoteBookWithNotesOfItsOwnIsNeverTouched) {
     EXPECT_FALSE(fs::exists(main.LastViewList()));
 }
 
-TEST_F(OldFolder, WhatACrashLeftIsGoneOnWith) {
-    const auto whole = [this] {
-        EXPECT_TRUE(Upgrade());
-        EXPECT_THAT(Files(main.Folder()), testing::Contains("Notes/DAY07122011.dat"));
-        EXPECT_THAT(Files(main.Folder()), testing::Contains("Attachments/0000001.png"));
-        EXPECT_THAT(Files(main.Folder()), testing::Not(testing::Contains("Upgrade.done")));
-        EXPECT_FALSE(HasOlderData(data));
-    };
-    const fs::path staging = data.Databases() / "_LBMAIN_.upgrade";
-    {
-        SCOPED_TRACE("killed while the new folder was made");
-        PutBytes(staging / "Notes" / "DAY07122011.dat", "half");
-        PutBytes(staging / "Notes" / "SRC0000000099.dat", "of an earlier try");
-        whole();
-        EXPECT_FALSE(fs::exists(main.NoteFile("SRC0000000099.dat")));
-    }
-    {
-        SCOPED_TRACE("killed before the new folder took its name, with the one before put aside");
-        fs::rename(main.Folder(), staging);
-        PutBytes(staging / "Upgrade.done", "Notes/DAY07122011.dat\nSources.dat\n");
-        PutBytes(root / "Notes" / "DAY07122011.dat", "old");
-        PutBytes(root / "Sources.dat", "old");
-        fs::create_directories(data.Databases() / "_LBMAIN_.before");
-        EXPECT_TRUE(HasOlderData(data));
-        whole();
-        EXPECT_FALSE(fs::exists(root / "Sources.dat"));
-    }
-    {
-        SCOPED_TRACE("killed while the old files went");
-        PutBytes(main.Folder() / "Upgrade.done", "Notes/DAY07122011.dat\nAttachments/Plans/tower.pdf\n");
-        PutBytes(root / "Attachments" / "Plans" / "tower.pdf", "old");
-        whole();
-        EXPECT_FALSE(fs::exists(root / "Attachments"));
-    }
-}
-
 TEST_F(OldFolder, ListOfUpgradedFilesRemovesNothingElsewhere) {
     PutBytes(folder.Path() / "outside.txt", "mine");
     CreateNoteBookFolders(main);
@@ -207,14 +166,6 @@ TEST_F(OldFolder, ListOfUpgradedFilesRemovesNothingElsewhere) {
     EXPECT_EQ(BytesOf(folder.Path() / "outside.txt"), "mine");
     EXPECT_EQ(BytesOf(root / "Events.dat"), "events");
     EXPECT_EQ(BytesOf(root / "Rem.dat"), "reminders");
-}
-
-TEST_F(OldFolder, PlaceThatCantBeWrittenLeavesEverythingWhereItWas) {
-    PutBytes(root / "Databases", "a file where the folder should be");
-    const auto before = Files(root);
-    EXPECT_FALSE(Upgrade());
-    EXPECT_EQ(Files(root), before);
-    EXPECT_FALSE(faults.faults.empty());
 }
 
 TEST_F(OldFolder, LinkedFilesComeWithTheirContentAndStayWhereTheyAre) {

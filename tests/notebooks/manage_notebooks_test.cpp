@@ -103,5 +103,16 @@ TEST_F(ManageNoteBooksTest, TheOpenNoteBookMayComeBackAtOnceOrLater) {
     EXPECT_EQ(run(false, true), std::pair(false, true));
 }
 
+TEST_F(ManageNoteBooksTest, ClosingAsksForNamesThatWereTypedAlone) {
+    ManageNoteBooks dialog = Opened("{LOCAL}");
+    EXPECT_TRUE(dialog.MayClose(false, false));
+    EXPECT_TRUE(prompts.seen.empty());
+    prompts.answers = {PromptAnswer::Yes, PromptAnswer::No};
+    EXPECT_TRUE(dialog.MayClose(true, false));
+    EXPECT_NE(prompts.seen.back().find("\"Change Name\""), std::string::npos);
+    EXPECT_FALSE(dialog.MayClose(true, true));
+    EXPECT_NE(prompts.seen.back().find("\"Create NoteBook\""), std::string::npos);
+}
+
 }  // namespace
 }  // namespace lore

@@ -135,15 +135,6 @@ TEST_F(NoteBookManagerTest, DeleteAsksWithTheNumberAndTakesFolderAndRecord) {
     EXPECT_THAT(faults.faults, IsEmpty());
 }
 
-TEST_F(NoteBookManagerTest, DeleteFreesTheOnlineNoteBookOfALinkedOne) {
-    const CDatabase lamps = Add("Lamps", 7);
-    PutBytes(PathsOf(lamps).SyncLog(), "2112, 55, Online, Lamps, , {NB7},\n");
-    EXPECT_EQ(DeleteWith(lamps), DeleteOutcome::Deleted);
-    EXPECT_THAT(progress.messages,
-                ElementsAre("Deleting notes database....", "Attempting to Update Online NoteBook Link...."));
-    EXPECT_THAT(cleared, ElementsAre("{NB7}/55"));
-}
-
 TEST_F(NoteBookManagerTest, MainNoteBookIsNeverDeleted) {
     EXPECT_EQ(DeleteWith(main), DeleteOutcome::Refused);
     EXPECT_THAT(prompts.seen, ElementsAre("Unable to Delete: You can't delete the main database."));
@@ -241,8 +232,7 @@ TEST_F(NoteBookManagerTest, NamesInADamagedListLetNothingElseBeDeleted) {
 TEST_F(NoteBookManagerTest, ListThatCannotBeWrittenDeletesAndCreatesNothing) {
     const CDatabase lamps = Add("Lamps", 7, {DayNote(1)});
     // A folder in the place of the file can be neither read nor replaced.
-    std::filesystem::remove(data.DatabasesFile());
-    std::filesystem::create_directories(data.DatabasesFile() / "held");
+    Block(data.DatabasesFile());
     EXPECT_EQ(DeleteWith(lamps), DeleteOutcome::Failed);
     EXPECT_FALSE(CreateWith("Light houses"));
     EXPECT_FALSE(Manager().ChangeName(lamps, "x"));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "notebooks/notebook_manager.h"
+#include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
 #include "notes/note_record.h"
 #include "support/each.h"
@@ -46,6 +47,17 @@ struct NoteBooksWorld : ReadWorld {
     }
     NoteBookPaths PathsOf(const CDatabase& noteBook) const { return {data, noteBook.folder}; }
 
+    /// A NoteBook as it is on the disk.
+    OpenNoteBook Open(const CDatabase& noteBook) {
+        OpenNoteBook book;
+        book.database = noteBook;
+        book.paths = PathsOf(noteBook);
+        IdCounters unused;
+        LoadOptions options;
+        options.mode = LoadMode::ReadOnly;
+        LoadNoteBook(book, unused, context, faults, options);
+        return book;
+    }
     /// A NoteBook with folders and notes of its own, at the end of the list.
     CDatabase Add(const std::string& name, int32_t id, const std::vector<CNote>& notes = {}) {
         CDatabase entry;
@@ -75,14 +87,7 @@ struct NoteBooksWorld : ReadWorld {
         LoadDatabases(data.DatabasesFile(), context, list);
         return list;
     }
-    /// The names of what stands in a folder.
-    static std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
-        auto names = Each(std::filesystem::directory_iterator(folder),
-                          [](const auto& entry) { return entry.path().filename().string(); });
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-    std::vector<std::string> Folders() const { return NamesIn(data.Databases()); }
+    std::set<std::string> Folders() const { return NamesIn(data.Databases()); }
 };
 
 }  // namespace lore

@@ -4,6 +4,7 @@
 
 #include "notes/attachment_kind.h"
 #include "notes/board_drag.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -11,10 +12,7 @@ namespace {
 using testing::ElementsAre;
 
 std::vector<std::string_view> Words(const std::vector<BoardCommand>& commands) {
-    std::vector<std::string_view> words;
-    for (const BoardCommand command : commands)
-        words.push_back(BoardCommandText(command));
-    return words;
+    return Each(commands, &BoardCommandText);
 }
 
 TEST(BoardCommands, FollowWhatIsUnderTheMouse) {

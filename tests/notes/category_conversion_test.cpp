@@ -30,12 +30,12 @@ TEST(CategoryConversion, WritesTheForestAndTheIdsIntoTheNotes) {
              RawRecord().Real(10.9).Int(2).Int(0).Int(2).Int(0).Text("A").Text("").Int(1).Text("D").Text("A").Bytes());
 
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
     int maxCategoryID = 100;
     ASSERT_TRUE(NeedsCategoryConversion(disk.paths));
     ConvertCategories(disk.paths, maxCategoryID, world.context, faults);
     EXPECT_FALSE(NeedsCategoryConversion(disk.paths));
-    EXPECT_TRUE(faults.told.empty());
+    EXPECT_TRUE(faults.faults.empty());
 
     CProCategoryList forest;
     ASSERT_TRUE(forest.Load(disk.paths.Categories()).Ok());
@@ -84,10 +84,10 @@ TEST(CategoryConversion, AFileThatBrokeOffStaysAndAnyOtherDamageIsKeptBeside) {
         const std::filesystem::path file = disk.paths.NoteFile("DAY07122011.dat");
         PutBytes(file, c.bytes);
         ReadWorld world;
-        KeptFaults faults;
+        NotedFaults faults;
         int maxCategoryID = 0;
         EXPECT_TRUE(ConvertCategories(disk.paths, maxCategoryID, world.context, faults));
-        EXPECT_EQ(faults.told.size(), 1u);
+        EXPECT_EQ(faults.faults.size(), 1u);
         CProCategoryList forest;
         forest.Load(disk.paths.Categories());
         EXPECT_NE(forest.FindRootByName("A"), nullptr);

@@ -51,10 +51,7 @@ TEST(FilterPanels, CountTheNotesOfCategoriesInTheSetInView) {
 TEST(FilterPanels, GatherByLevel) {
     FilterPanel panel;
     panel.SetEntries(CategoryEntries(SmallForest(), 1));
-    EXPECT_EQ(panel.NotesOf(0, PanelScope::All), (LongList{1, 2, 3, 4, 6}));
-    EXPECT_EQ(panel.NotesOf(0, PanelScope::OnlyAtLevel), (LongList{1}));
     EXPECT_EQ(panel.NotesOf(0, PanelScope::OnlyInEntries), (LongList{2, 3, 4, 6}));
-    EXPECT_EQ(panel.NotesOf(2, PanelScope::OnlyAtLevel), (LongList{6}));
     EXPECT_EQ(panel.NotesOf(3, PanelScope::OnlyInEntries), LongList{});
     panel.SetEntries(CategoryEntries(SmallForest(), kAllSets));
     // Note 6 is filed at this level in one set and below it in another.

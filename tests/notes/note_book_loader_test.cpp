@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <map>
-#include <sys/stat.h>
 #include <tuple>
 
 #include "bibliography/source_builder.h"
@@ -11,6 +9,7 @@
 #include "notes/note_builder.h"
 #include "notes/note_cleaner.h"
 #include "notes/notebook_lists.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -30,46 +29,24 @@ protected:
         return options;
     }
     void PutSources(const std::vector<int32_t>& ids) {
-        SourceList sources;
-        for (const int32_t id : ids) {
-            CSource source = MakeSource(world.context);
-            source.SourceID = id;
-            source.SourceGUID = "{S" + std::to_string(id) + "}";
-            source.FieldTexts[0] = "Title " + std::to_string(id);
-            sources.AddTail(source);
-        }
-        ASSERT_TRUE(sources.SaveSources(disk.paths.Sources(), {}).Ok());
+        lore::PutSources(disk.paths, Each(ids, [this](int32_t id) {
+                             CSource source = MakeSource(world.context);
+                             source.SourceID = id;
+                             source.SourceGUID = "{S" + std::to_string(id) + "}";
+                             source.FieldTexts[0] = "Title " + std::to_string(id);
+                             return source;
+                         }));
     }
     void PutCategories() {
-        CProCategoryList forest;
-        forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
-        forest.AddRoot(PathOf({{9, "Places"}}));
-        ASSERT_TRUE(forest.Save(disk.paths.Categories()).Ok());
+        lore::PutCategories(disk.paths, {PathOf({{3, "Lights"}, {4, "Lenses"}}), PathOf({{9, "Places"}})});
     }
-    std::map<std::string, std::string> AllBytes() const {
-        std::map<std::string, std::string> bytes;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(disk.folder.Path())) {
-            if (entry.is_regular_file())
-                bytes[entry.path().string()] = BytesOf(entry.path());
-        }
-        return bytes;
-    }
-    std::vector<std::string> KeyWords() const {
-        std::vector<std::string> names;
-        for (const CKeyWord& word : book.keyWords.Entries())
-            names.push_back(word.name);
-        return names;
-    }
-    static std::vector<int32_t> Ids(const LoadReport& report) {
-        std::vector<int32_t> ids;
-        for (const ShownNote& note : report.shown)
-            ids.push_back(note.id);
-        return ids;
-    }
+    std::map<std::string, std::string> AllBytes() const { return FilesBelow(disk.folder.Path()); }
+    std::vector<std::string> KeyWords() const { return Each(book.keyWords.Entries(), &CKeyWord::name); }
+    static std::vector<int32_t> Ids(const LoadReport& report) { return Each(report.shown, &ShownNote::id); }
 
     NoteBookFolder disk;
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
     IdCounters counters;
     OpenNoteBook book;
 };
@@ -83,7 +60,7 @@ TEST_F(NoteBookLoader, EmptyNoteBookHasNoNotesAndMovesEveryCounter) {
     EXPECT_EQ(counters.MaxCategoryID, 32) << "once for the new file of categories, once for the load";
     Load();
     EXPECT_EQ(counters.MaxNoteID, 12);
-    EXPECT_TRUE(faults.told.empty());
+    EXPECT_TRUE(faults.faults.empty());
 }
 
 TEST_F(NoteBookLoader, BuildsThePictureFromTheNotes) {
@@ -120,18 +97,6 @@ TEST_F(NoteBookLoader, BuildsThePictureFromTheNotes) {
     EXPECT_THAT(book.colors.Entries()[0].notes.Values(), ElementsAre(7, 50));
     EXPECT_EQ(counters.MaxNoteID, 92);
     EXPECT_EQ(counters.MaxCategoryID, 10);
-}
-
-TEST_F(NoteBookLoader, SecondLoadForgetsTheFirst) {
-    PutCategories();
-    disk.Put("DAY01012020.dat", {FullNote(5)});
-    Load();
-    disk.Put("DAY01012020.dat", {DayNote(6)});
-    Load();
-    EXPECT_THAT(book.index.AllIDs().Values(), ElementsAre(6));
-    EXPECT_TRUE(book.keyWords.IsEmpty());
-    EXPECT_THAT(book.notesWithoutSource.Values(), ElementsAre(6));
-    EXPECT_TRUE(book.categories.FindByID(4)->notes[0].IsEmpty());
 }
 
 TEST_F(NoteBookLoader, NoteThatStandsTwiceShowsFromItsHomeElseTheFirstMet) {
@@ -210,21 +175,7 @@ TEST_F(NoteBookLoader, LoadForOneNoteFindsItsCopiesAndWritesWhatAWholeLoadWrites
     }
 }
 
-TEST_F(NoteBookLoader, ReadOnlyLoadChangesNoByteAndNoCounter) {
-    CNote converted = DayNote(4);
-    converted.categories[0] = PathOf({{-1, "Old"}, {-1, "Path"}});
-    disk.Put("DAY01012020.dat", {converted});
-    PutBytes(disk.paths.NoteFile("DAY02022020.dat"), RawRecord().Real(11.56).Int(0).Bytes());
-    PutBytes(disk.paths.Sources(), RawRecord().Real(11.0).Int(0).Bytes());
-    counters = {10, 20, 30};
-    const auto before = AllBytes();
-    const LoadReport report = Load(ReadOnly());
-    EXPECT_EQ(AllBytes(), before);
-    EXPECT_EQ(counters.MaxNoteID + counters.MaxAuthorID + counters.MaxCategoryID, 60);
-    EXPECT_TRUE(report.converted);
-}
-
-TEST_F(NoteBookLoader, ReadOnlyLoadBuildsTheForestThatAFullLoadWrites) {
+TEST_F(NoteBookLoader, ReadOnlyLoadChangesNothingAndBuildsTheForestThatAFullLoadWrites) {
     CNote first = DayNote(4);
     first.categories[0] = PathOf({{-1, "Old"}, {-1, "Path"}});
     CNote second = DayNote(5);
@@ -232,8 +183,13 @@ TEST_F(NoteBookLoader, ReadOnlyLoadBuildsTheForestThatAFullLoadWrites) {
     disk.Put("DAY01012020.dat", {first, second});
     PutBytes(disk.paths.EmptyCategories(2),
              RawRecord().Real(11.0).Int(1).Int(1).Int(0).Text("Empty").Text("<UNASSIGNED>").Bytes());
-    counters.MaxCategoryID = 40;
-    Load(ReadOnly());
+    PutBytes(disk.paths.NoteFile("DAY02022020.dat"), RawRecord().Real(11.56).Int(0).Bytes());
+    PutBytes(disk.paths.Sources(), RawRecord().Real(11.0).Int(0).Bytes());
+    counters = {10, 20, 40};
+    const auto before = AllBytes();
+    EXPECT_TRUE(Load(ReadOnly()).converted);
+    EXPECT_EQ(AllBytes(), before);
+    EXPECT_EQ(counters.MaxNoteID + counters.MaxAuthorID + counters.MaxCategoryID, 70);
     RecordWriter readOnly;
     book.categories.Write(&readOnly);
     const LongList path = book.categories.FindRootByName("Old")->FindChildByName("Path")->notes[0];
@@ -281,11 +237,9 @@ TEST_F(NoteBookLoader, SourcesAreWrittenBackOnlyIfNothingIsMissing) {
     PutBytes(disk.paths.Sources(), cut);
     Load();
     EXPECT_EQ(BytesOf(disk.paths.Sources()), cut);
-    std::vector<std::string> told;
-    for (const Fault& fault : faults.told)
-        told.push_back(fault.what);
-    EXPECT_THAT(told, ElementsAre("The list of authors is damaged; what it held is kept in Authors.dat.kept",
-                                  "The list of sources is damaged; what it held is kept in Sources.dat.kept"))
+    EXPECT_THAT(Each(faults.faults, &Fault::what),
+                ElementsAre("The list of authors is damaged; what it held is kept in Authors.dat.kept",
+                            "The list of sources is damaged; what it held is kept in Sources.dat.kept"))
         << "of what was written";
 }
 
@@ -309,21 +263,11 @@ TEST_F(NoteBookLoader, NamesTheFilesThatHoldMoreThanWasTaken) {
     LoadOptions ofOne = ReadOnly();
     ofOne.only = std::unordered_set<int32_t>{'a'};
     for (const LoadOptions& options : {ReadOnly(), LoadOptions{}, ofOne}) {
-        faults.told.clear();
+        faults.faults.clear();
         EXPECT_THAT(Load(options).damaged,
                     ElementsAre("Authors.dat", "Sources.dat", "Categories.dat", "b.dat", "c.dat"));
-        EXPECT_EQ(faults.told.size(), 1u) << "of the file that can't be read at all";
+        EXPECT_EQ(faults.faults.size(), 1u) << "of the file that can't be read at all";
     }
-}
-
-TEST_F(NoteBookLoader, FileThatCannotBeReadIsToldAndTheOthersLoad) {
-    disk.Put("a.dat", {DayNote(1)});
-    disk.Put("b.dat", {DayNote(2)});
-    std::filesystem::remove(disk.paths.NoteFile("a.dat"));
-    std::filesystem::create_symlink("a.dat", disk.paths.NoteFile("a.dat"));
-    const LoadReport report = Load(ReadOnly());
-    EXPECT_THAT(Ids(report), ElementsAre(2));
-    ASSERT_EQ(faults.told.size(), report.files.size() - 1);
 }
 
 /// Keeps the texts as a cache would.
@@ -400,35 +344,20 @@ TEST_F(NoteBookLoader, GivesTheSameWithAnyNumberOfThreads) {
     EXPECT_GT(expected.size(), 10000u);
 }
 
-/// Writes down what the progress window shows.
-class WrittenProgress : public Progress {
-public:
-    void SetRange(int low, int high) override { Add("range " + std::to_string(low) + " " + std::to_string(high)); }
-    void SetMessage(const std::string& text) override { Add(text); }
-    void StepIt() override { Add("step"); }
-    void SetPosition(int position) override { Add("position " + std::to_string(position)); }
-    void Show() override { Add("show"); }
-    void Hide() override { Add("hide"); }
-    void ShowStandBy(const std::string& text) override { Add("wait " + text); }
-    void HideStandBy() override { Add("done"); }
-    std::vector<std::string> lines;
-
-private:
-    void Add(const std::string& line) { lines.push_back(line); }
-};
-
 TEST_F(NoteBookLoader, ShowsItsProgressInOrder) {
     disk.Put("a.dat", {DayNote(1), DayNote(2)});
     disk.Put("b.dat", {DayNote(3)});
-    WrittenProgress progress;
+    ScriptedProgress progress;
     CleanNoteFiles(disk.paths, faults, &progress);
     LoadOptions options;
     options.progress = &progress;
     Load(options);
-    EXPECT_THAT(progress.lines, ElementsAre("wait Cleaning up note files....", "done", "range 0 21", "position 0",
-                                            "Loading Notes Information...", "show", "step", "step", "step", "step",
-                                            "step", "Setting Global Info...", "range 0 3", "Loading info:  *a.dat",
-                                            "step", "step", "range 0 2", "Loading info:  *b.dat", "step", "hide"));
+    EXPECT_THAT(progress.messages,
+                ElementsAre("Cleaning up note files....", "Loading Notes Information...", "Setting Global Info...",
+                            "Loading info:  *a.dat", "Loading info:  *b.dat"));
+    EXPECT_THAT(progress.ranges, ElementsAre(21, 3, 2));
+    EXPECT_EQ(progress.steps, 8);
+    EXPECT_EQ(progress.shown, 0);
 }
 
 TEST_F(NoteBookLoader, HighestIdsStopAtTheLimit) {
@@ -443,13 +372,11 @@ TEST_F(NoteBookLoader, FindsNotesInTheOrderOfTheIdsAndEachOnce) {
     disk.Put("a.dat", {DayNote(1), DayNote(2), DayNote(3)});
     disk.Put("b.dat", {DayNote(4), DayNote(5)});
     Load(ReadOnly());
-    std::vector<int32_t> ids;
-    for (const CNote& note : FindNotes(book.index, {5, 2, 99, 4, 2, 0, -7, 1}, world.context, faults))
-        ids.push_back(note.id);
-    EXPECT_THAT(ids, ElementsAre(5, 2, 4, 1));
+    const std::vector<CNote> found = FindNotes(book.index, {5, 2, 99, 4, 2, 0, -7, 1}, world.context, faults);
+    EXPECT_THAT(Each(found, &CNote::id), ElementsAre(5, 2, 4, 1));
     std::filesystem::remove(disk.paths.NoteFile("a.dat"));
     EXPECT_EQ(FindNotes(book.index, {1, 4}, world.context, faults).size(), 1u);
-    EXPECT_TRUE(faults.told.empty());
+    EXPECT_TRUE(faults.faults.empty());
 }
 
 TEST_F(NoteBookLoader, CleaningDeletesFilesWithoutNotesAndLeavesTheRest) {
@@ -461,18 +388,12 @@ TEST_F(NoteBookLoader, CleaningDeletesFilesWithoutNotesAndLeavesTheRest) {
     PutBytes(disk.paths.NoteFile("empty.old"), noNotes);
     disk.Put("full.dat", {DayNote(1)});
     CleanNoteFiles(disk.paths, faults, nullptr);
-    std::vector<std::string> left;
-    for (const auto& entry : std::filesystem::directory_iterator(disk.paths.Notes()))
-        left.push_back(entry.path().filename().string());
-    EXPECT_THAT(left, testing::UnorderedElementsAre("behind.dat", "negative.dat", "empty.old", "full.dat"));
-    EXPECT_TRUE(faults.told.empty());
+    EXPECT_THAT(NamesIn(disk.paths.Notes()), ElementsAre("behind.dat", "empty.old", "full.dat", "negative.dat"));
+    EXPECT_TRUE(faults.faults.empty());
     Load();
-    std::vector<std::string> told;
-    for (const Fault& fault : faults.told) {
-        EXPECT_EQ(fault.path, disk.paths.NoteFile("behind.dat").string());
-        told.push_back(fault.reason);
-    }
-    EXPECT_THAT(told, ElementsAre("The file is damaged", "It counts no notes but holds more"));
+    EXPECT_THAT(Each(faults.faults, &Fault::path), testing::Each(disk.paths.NoteFile("behind.dat").string()));
+    EXPECT_THAT(Each(faults.faults, &Fault::reason),
+                ElementsAre("The file is damaged", "It counts no notes but holds more"));
 }
 
 TEST_F(NoteBookLoader, LastListKeepsItsOrderAndEachIdOnce) {
@@ -481,7 +402,7 @@ TEST_F(NoteBookLoader, LastListKeepsItsOrderAndEachIdOnce) {
     EXPECT_EQ(LoadLastViewList(disk.paths, faults), LongList({5, 3, 9}));
     std::filesystem::remove(disk.paths.LastViewList());
     EXPECT_TRUE(LoadLastViewList(disk.paths, faults).IsEmpty());
-    EXPECT_TRUE(faults.told.empty());
+    EXPECT_TRUE(faults.faults.empty());
 }
 
 }  // namespace

@@ -1,55 +1,20 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "base/record_file.h"
+#include "bibliography/source_list.h"
+#include "classify/category_list.h"
 #include "classify/category_record.h"
 #include "notes/note.h"
 #include "notes/note_file.h"
 #include "notes/notebook_paths.h"
-#include "ports/fault_notice.h"
+#include "support/raw_record.h"
 #include "support/read_world.h"
+#include "support/scripted_ports.h"
 
 namespace lore {
-
-/// Fields of a record file written one after the other.
-class RawRecord {
-public:
-    RawRecord& Int(int32_t value) {
-        WriteFixedInt(&writer_, value);
-        return *this;
-    }
-    RawRecord& Ints(const std::vector<int32_t>& values) {
-        for (const int32_t value : values)
-            Int(value);
-        return *this;
-    }
-    RawRecord& Real(double value) {
-        WriteFixedDouble(&writer_, value);
-        return *this;
-    }
-    RawRecord& Text(std::string_view text) {
-        WriteCountedString(&writer_, text);
-        return *this;
-    }
-    RawRecord& Raw(std::string_view bytes) {
-        writer_.Append(bytes);
-        return *this;
-    }
-    std::string Bytes() const { return writer_.DiskBytes(); }
-
-private:
-    RecordWriter writer_;
-};
-
-/// Keeps what it is told.
-class KeptFaults : public FaultNotice {
-public:
-    void Tell(const Fault& fault) override { told.push_back(fault); }
-    std::vector<Fault> told;
-};
 
 /// A path of categories from a root down, given as ids and names.
 inline CProCategoryTree PathOf(const std::vector<std::pair<int32_t, std::string>>& nodes) {
@@ -104,6 +69,23 @@ inline CNote SourceNote(int32_t id, LongList sources) {
 /// The bytes of a note's record, which hold every stored field.
 inline std::string RecordOf(const CNote& note) {
     return NoteFileBytes({&note, 1});
+}
+
+/// Writes the file of sources.
+inline void PutSources(const NoteBookPaths& paths, const std::vector<CSource>& sources,
+                       const AuthorList& authors = {}) {
+    SourceList list;
+    for (const CSource& source : sources)
+        list.AddTail(source);
+    EXPECT_TRUE(list.SaveSources(paths.Sources(), authors).Ok());
+}
+
+/// Writes the file of categories.
+inline void PutCategories(const NoteBookPaths& paths, const std::vector<CProCategoryTree>& roots) {
+    CProCategoryList forest;
+    for (const CProCategoryTree& root : roots)
+        forest.AddRoot(root);
+    EXPECT_TRUE(forest.Save(paths.Categories()).Ok());
 }
 
 /// A data root with the main NoteBook in it.

@@ -1,7 +1,6 @@
 #include <cerrno>
 #include <functional>
 #include <gtest/gtest.h>
-#include <map>
 
 #include "base/file_copy.h"
 #include "bibliography/source_builder.h"
@@ -36,15 +35,12 @@ protected:
         book.index = {};
         for (const int32_t id : {1, 2, 3})
             book.index.AddToIndex(Path(id == 3 ? kThird : kFirst), id);
-        faults.told.clear();
+        faults.faults.clear();
     }
-    /// What lies in the folders of the NoteBook, by name; what was kept beside a file isn't counted if `dataOnly`.
+    /// What lies in the folders of the NoteBook; what was kept beside a file isn't counted if `dataOnly`.
     Files AllFiles(bool dataOnly = true) const {
-        Files files;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.paths.Folder())) {
-            if (entry.is_regular_file() && !(dataOnly && entry.path().extension() == ".kept"))
-                files[entry.path().filename().string()] = BytesOf(entry.path());
-        }
+        Files files = FilesBelow(folder.paths.Folder());
+        std::erase_if(files, [&](const auto& file) { return dataOnly && file.first.ends_with(".kept"); });
         return files;
     }
     bool IsHeld(const std::string& bytes) const {
@@ -58,7 +54,7 @@ protected:
     NoteBookFolder folder;
     OpenNoteBook book;
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
     NoteStore store{book, world.context, faults, nullptr};
 };
 
@@ -96,11 +92,11 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
         SCOPED_TRACE(work.name);
         Prepare(work.rest);
         EXPECT_TRUE(work.make());
-        const size_t told = faults.told.size();
+        const size_t told = faults.faults.size();
         const Files after = AllFiles();
         const auto check = [&](bool made, bool) {
-            EXPECT_TRUE((made && faults.told.size() == told && AllFiles() == after) || !made ||
-                        faults.told.size() > told);
+            EXPECT_TRUE((made && faults.faults.size() == told && AllFiles() == after) || !made ||
+                        faults.faults.size() > told);
             std::map<int32_t, std::vector<CNote>> forms;
             for (const std::string& name : {kFirst, kThird, std::string("SRC0000000007.dat")}) {
                 for (const CNote& note : NotesOfFile(Path(name), world.context))
@@ -129,7 +125,7 @@ TEST_F(NoteFaults, OfADamagedFileThatCouldNotBeKeptThatIsToldAndNothingIsWritten
         };
         const auto check = [&](bool made, bool) {
             const std::string before = NoteFileBytes(firstTwo) + kRest;
-            for (const Fault& fault : faults.told) {
+            for (const Fault& fault : faults.faults) {
                 const std::string says = "is kept in ";
                 if (const size_t at = fault.what.find(says); at != std::string::npos) {
                     ++kept;
@@ -194,7 +190,7 @@ TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
                   },
                   [&] { return WriteCategories(book, edited, faults); }}};
     const auto told = [&](const char* what) {
-        return std::count_if(faults.told.begin(), faults.told.end(),
+        return std::count_if(faults.faults.begin(), faults.faults.end(),
                              [&](const Fault& fault) { return fault.what.find(what) != std::string::npos; });
     };
     for (const auto& list : lists) {
@@ -210,16 +206,16 @@ TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
         };
         const auto check = [&](bool written, bool) {
             EXPECT_EQ(written, told("could not be written") == 0);
-            EXPECT_EQ(told("is kept in ") + told("could not be written"), static_cast<long>(faults.told.size()));
+            EXPECT_EQ(told("is kept in ") + told("could not be written"), static_cast<long>(faults.faults.size()));
             EXPECT_TRUE(told("is kept in ") == 1 || BytesOf(list.file) == cut) << "not kept, not written";
             EXPECT_TRUE(IsHeld(cut));
             EXPECT_TRUE(list.write());
             EXPECT_GE(told("is kept in "), 1);
             EXPECT_EQ(BytesOf(kept), cut);
             const Files files = AllFiles(false);
-            faults.told.clear();
+            faults.faults.clear();
             EXPECT_TRUE(list.write() && AllFiles(false) == files) << "it is whole now";
-            EXPECT_TRUE(faults.told.empty());
+            EXPECT_TRUE(faults.faults.empty());
         };
         EXPECT_GT(FailEachCall(folder.folder.Path(), EIO, false, prepare, list.write, check), 8);
     }
@@ -227,21 +223,15 @@ TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
 
 TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
     Prepare("");
-    AuthorList authors = ThreeAuthors();
-    SourceList sources;
-    sources.AddTail(FullSource(5));
-    sources.AddTail(FullSource(6));
-    ASSERT_TRUE(authors.SaveAuthors(book.paths.Authors()).Ok() &&
-                sources.SaveSources(book.paths.Sources(), authors).Ok());
-    CProCategoryList forest;
-    forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
-    ASSERT_TRUE(forest.Save(book.paths.Categories()).Ok());
+    ASSERT_TRUE(ThreeAuthors().SaveAuthors(book.paths.Authors()).Ok());
+    PutSources(book.paths, {FullSource(5), FullSource(6)}, ThreeAuthors());
+    PutCategories(book.paths, {PathOf({{3, "Lights"}, {4, "Lenses"}})});
     const Files lists = AllFiles();
     CNote old = SourceNote(3, {6});
     old.categories[0] = PathOf({{-1, "Lights"}, {-1, "Lenses"}});
     IdCounters counters;
     const auto load = [&] {
-        faults.told.clear();
+        faults.faults.clear();
         CleanNoteFiles(book.paths, faults, nullptr);
         return LoadNoteBook(book, counters, world.context, faults, {}).shown.size();
     };
@@ -266,9 +256,9 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
         const auto check = [&](size_t shown, bool) {
             const bool isWhole =
                 shown == 3 && book.sources.Count() == 2 && book.sources[1].AuthorIDs.Count() == 2 && hasLenses();
-            EXPECT_TRUE(isWhole || !faults.told.empty());
+            EXPECT_TRUE(isWhole || !faults.faults.empty());
             EXPECT_EQ(load(), 3u);
-            EXPECT_TRUE(faults.told.empty());
+            EXPECT_TRUE(faults.faults.empty());
             if (!converts) {
                 EXPECT_EQ(AllFiles(), after);
             }

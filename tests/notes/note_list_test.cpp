@@ -8,6 +8,7 @@
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
 #include "notes/sort_order.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -23,10 +24,7 @@ CNoteList ListOf(const std::vector<int32_t>& ids) {
 }
 
 std::vector<int32_t> Ids(const CNoteList& list) {
-    std::vector<int32_t> ids;
-    for (const ListedNote& note : list.Notes())
-        ids.push_back(note.Id());
-    return ids;
+    return Each(list.Notes(), &ListedNote::Id);
 }
 
 std::vector<int32_t> NewOnes(const CNoteList& list) {
@@ -133,7 +131,7 @@ TEST(NoteList, ReplacesASavedNoteInItsPlaceWithItsFlagsButNotItsMarks) {
 TEST(NoteList, LoadsNotesWithTheTextsOfTheirSources) {
     const NoteBookFolder disk;
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
     disk.Put("DAY01012020.dat", {DayNote(1), DayNote(2)});
     disk.Put("SRC0000001011.dat", {SourceNote(3, {1011, 4444})});
     OpenNoteBook book;
@@ -153,7 +151,7 @@ TEST(NoteList, LoadsNotesWithTheTextsOfTheirSources) {
     EXPECT_EQ(LoadNotesToList(book, {1, 2, 3}, kSourceUp, world.context, faults, list), 1U);
     EXPECT_THAT(Ids(list), ElementsAre(2, 1, 3));
     EXPECT_THAT(NewOnes(list), ElementsAre(2));
-    EXPECT_THAT(faults.told, IsEmpty());
+    EXPECT_THAT(faults.faults, IsEmpty());
 }
 
 TEST(NoteList, SourcesThatTheNoteBookDoesNotKnowTakeNoPartInTheSort) {

@@ -152,76 +152,27 @@ TEST(NoteRecord, PlaceAloneStepsOverTheSameRecord) {
     }
 }
 
-TEST(NoteRecord, HeadHandsOutTheTextsWithoutKeepingThem) {
-    const CNote note = FullNote(5);
-    RecordWriter writer;
-    WriteNote(&writer, note);
-    RecordReader stream(writer.DiskBytes());
-    ReadWorld world;
-    CNote head;
-    NoteTexts texts;
-    ReadNoteHead(&stream, kDataVersion, world.context, head, texts);
-    EXPECT_EQ(texts.plainText, note.plainText);
-    EXPECT_EQ(texts.rtfText, note.rtfText);
-    EXPECT_TRUE(head.plainText.empty() && head.rtfText.empty());
-    EXPECT_TRUE(stream.AtEnd());
-    head.plainText = texts.plainText;
-    head.rtfText = texts.rtfText;
-    EXPECT_EQ(RecordOf(head), RecordOf(note));
-}
-
 TEST(NoteRecord, WritesTheFieldsInTheirPlaces) {
     CNote note = FullNote(5);
     note.sources = {8, 3, 8};
-    const std::string expected = RawRecord()
-                                     .Int(5)
-                                     .Ints({2, 8, 3})
-                                     .Int(2)
-                                     .Text("{S1}")
-                                     .Text("p. 7")
-                                     .Text("{S3}")
-                                     .Text("")
-                                     .Text("2011-07-12-14-20-24")
-                                     .Text("2012-01-02-03-04-05")
-                                     .Text(note.guid)
-                                     .Text(note.keyWords)
-                                     .Text("kept")
-                                     .Int(0)
-                                     .Ints({255, 128, 1})
-                                     .Int(2)
-                                     .Int(-12)
-                                     .Real(1.25)
-                                     .Text("A lamp")
-                                     .Text("0000001.png")
-                                     .Text("C:\\Pictures\\lamp.png")
-                                     .Ints({1, 2112})
-                                     .Int(0)
-                                     .Real(1.0)
-                                     .Text("Site")
-                                     .Text("")
-                                     .Text("http://example.org")
-                                     .Ints({12, 0})
-                                     .Text(note.plainText)
-                                     .Text(note.rtfText)
-                                     .Ints({3, -1})
-                                     .Text("Lights")
-                                     .Ints({1, 4, 3})
-                                     .Text("Lenses")
-                                     .Ints({0, -1, -1})
-                                     .Text("")
-                                     .Ints({0, 9, -1})
-                                     .Text("Places")
-                                     .Int(0)
-                                     .Bytes();
+    const std::string expected =
+        RawRecord()
+            .Add(5, 2, 8, 3, 2, "{S1}", "p. 7", "{S3}", "", "2011-07-12-14-20-24", "2012-01-02-03-04-05", note.guid)
+            .Add(note.keyWords, "kept", 0, 255, 128, 1, 2, -12, 1.25, "A lamp", "0000001.png", "C:\\Pictures\\lamp.png",
+                 1)
+            .Add(2112, 0, 1.0, "Site", "", "http://example.org", 12, 0, note.plainText, note.rtfText)
+            .Add(3, -1, "Lights", 1, 4, 3, "Lenses", 0, -1, -1, "", 0, 9, -1, "Places", 0)
+            .Bytes();
     RecordWriter writer;
     WriteNote(&writer, note);
     EXPECT_EQ(writer.DiskBytes(), expected);
 }
 
-TEST(NoteRecord, DatesThatDoNotReadAreTheMomentOfReading) {
+TEST(NoteRecord, TextsOverTheWritingLimitAreReadWholeAndDatesThatDoNotReadAreTheMomentOfReading) {
     CNote note = FullNote(5);
     note.dateCreated = DateTime();
     note.dateEdited = DateTime::Invalid();
+    note.rtfText = std::string(kMaxStringLength + 7, 'x');
     RecordWriter writer;
     WriteNote(&writer, note);
     RecordReader stream(writer.DiskBytes());
@@ -230,17 +181,6 @@ TEST(NoteRecord, DatesThatDoNotReadAreTheMomentOfReading) {
     ReadNote(&stream, kDataVersion, world.context, read);
     EXPECT_EQ(read.dateCreated, world.context.now);
     EXPECT_EQ(read.dateEdited, world.context.now);
-}
-
-TEST(NoteRecord, TextsOverTheWritingLimitAreReadWhole) {
-    CNote note = FullNote(5);
-    note.rtfText = std::string(kMaxStringLength + 7, 'x');
-    RecordWriter writer;
-    WriteNote(&writer, note);
-    RecordReader stream(writer.DiskBytes());
-    ReadWorld world;
-    CNote read;
-    ReadNote(&stream, kDataVersion, world.context, read);
     EXPECT_EQ(read.rtfText, note.rtfText);
     EXPECT_EQ(read.categories[2].name, "Places");
 }

@@ -30,16 +30,8 @@ TEST(NoteBookList, IsReadAndWrittenUnchangedByteForByte) {
     TempFolder folder;
     ASSERT_TRUE(SaveDatabases(folder / "Databases.dat", List()).Ok());
     const std::string bytes = BytesOf(folder / "Databases.dat");
-    EXPECT_TRUE(bytes.starts_with(RawRecord()
-                                      .Real(11.56)
-                                      .Ints({3, 7})
-                                      .Text("{L}")
-                                      .Text("Lamps")
-                                      .Text("DB000007")
-                                      .Text("backup of Lamps")
-                                      .Text("2020-02-29-01-02-03")
-                                      .Int(9)
-                                      .Bytes()));
+    EXPECT_TRUE(bytes.starts_with(
+        RawRecord().Add(11.56, 3, 7, "{L}", "Lamps", "DB000007", "backup of Lamps", "2020-02-29-01-02-03", 9).Bytes()));
     ReadWorld world;
     std::vector<CDatabase> read(5);
     ASSERT_TRUE(LoadDatabases(folder / "Databases.dat", world.context, read).Ok());
@@ -104,34 +96,29 @@ TEST(NoteBookList, FindsWhatAUserTypes) {
     EXPECT_FALSE(FindNoteBook(List(), "", ""));
 }
 
-TEST(NoteBookList, StartTakesTheNoteBookThatTheSettingsName) {
+TEST(NoteBookList, StartTakesTheNoteBookThatTheSettingsNameAndMakesTheGuidOfTheInstallation) {
     TempFolder folder;
     SaveDatabases(folder / "Databases.dat", List());
-    for (const auto& [database, expected] : {std::pair{"{M}", "{M}"}, {"{GONE}", "{MAIN}"}, {"", "{MAIN}"}}) {
+    const struct {
+        const char *file, *local, *database, *chosen;
+    } cases[] = {{"Databases.dat", "{MAIN}", "{M}", "{M}"},
+                 {"Databases.dat", "{MAIN}", "{GONE}", "{MAIN}"},
+                 {"Databases.dat", "{MAIN}", "", "{MAIN}"},
+                 {"none", "", "", "{GUID 1}"}};
+    for (const auto& c : cases) {
         ReadWorld world;
         Settings settings;
-        settings.Set(Option::LocalGUID, std::string("{MAIN}"));
-        settings.Set(Option::Database, std::string(database));
+        settings.Set(Option::LocalGUID, std::string(c.local));
+        settings.Set(Option::Database, std::string(c.database));
         std::vector<CDatabase> list;
         FileResult result;
-        const CDatabase chosen = SelectStartNoteBook(folder / "Databases.dat", world.context, settings, list, result);
-        EXPECT_EQ(chosen.guid, expected);
-        EXPECT_EQ(settings.Text(Option::Database), expected);
-        EXPECT_EQ(list.size(), 3u);
+        const CDatabase chosen = SelectStartNoteBook(folder / c.file, world.context, settings, list, result);
+        EXPECT_EQ(chosen.guid, c.chosen);
+        EXPECT_EQ(settings.Text(Option::Database), c.chosen);
+        EXPECT_EQ(settings.Text(Option::LocalGUID), *c.local ? c.local : c.chosen);
+        EXPECT_EQ(list.size(), result.Missing() ? 0u : 3u);
+        EXPECT_EQ(result.Missing(), *c.local == '\0');
     }
-}
-
-TEST(NoteBookList, FirstStartMakesTheGuidOfTheInstallation) {
-    TempFolder folder;
-    ReadWorld world;
-    Settings settings;
-    std::vector<CDatabase> list;
-    FileResult result;
-    const CDatabase chosen = SelectStartNoteBook(folder / "Databases.dat", world.context, settings, list, result);
-    EXPECT_TRUE(chosen.IsMain());
-    EXPECT_EQ(settings.Text(Option::LocalGUID), "{GUID 1}");
-    EXPECT_EQ(settings.Text(Option::Database), "{GUID 1}");
-    EXPECT_TRUE(result.Missing());
 }
 
 TEST(NoteBookPaths, FolderNamesCanNotLeadOutOfTheirPlace) {

@@ -22,28 +22,24 @@ protected:
         AuthorList authors = ThreeAuthors();
         CustomTypeList types;
         types.AddType(FullSource(5).CustomTypeCopy);
-        SourceList sources;
-        sources.AddTail(FullSource(5));
-        CProCategoryList forest;
-        forest.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
-        EXPECT_TRUE(authors.SaveAuthors(book.paths.Authors()).Ok() && types.SaveTypes(book.paths.SourceTypes()).Ok() &&
-                    sources.SaveSources(book.paths.Sources(), authors).Ok() &&
-                    forest.Save(book.paths.Categories()).Ok());
+        EXPECT_TRUE(authors.SaveAuthors(book.paths.Authors()).Ok() && types.SaveTypes(book.paths.SourceTypes()).Ok());
+        PutSources(book.paths, {FullSource(5)}, authors);
+        PutCategories(book.paths, {PathOf({{3, "Lights"}, {4, "Lenses"}})});
         Load();
         for (const List& list : lists)
             EXPECT_TRUE(list.write()) << "as each is written from here on";
-        EXPECT_TRUE(faults.told.empty());
+        EXPECT_TRUE(faults.faults.empty());
     }
     void Load() {
         IdCounters counters;
         LoadNoteBook(book, counters, world.context, faults, {});
     }
-    std::vector<std::string> Told() const { return Each(faults.told, &Fault::what); }
+    std::vector<std::string> Told() const { return Each(faults.faults, &Fault::what); }
 
     NoteBookFolder disk;
     OpenNoteBook book;
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
 
     struct List {
         std::string name;
@@ -72,19 +68,19 @@ TEST_F(NoteBookListsTest, WhatADamagedListHoldsIsKeptOnceAndToldOnce) {
             Load();
             EXPECT_FALSE(list.isWhole());
             EXPECT_EQ(BytesOf(list.file), damaged);
-            EXPECT_THAT(faults.told, IsEmpty()) << "reading changes nothing";
+            EXPECT_THAT(faults.faults, IsEmpty()) << "reading changes nothing";
             EXPECT_TRUE(list.write() && list.write());
             EXPECT_EQ(BytesOf(kept), damaged);
             EXPECT_FALSE(std::filesystem::exists(second));
             EXPECT_THAT(Told(), ElementsAre("The list of " + list.name + " is damaged; what it held is kept in " +
                                             kept.filename().string()));
-            EXPECT_EQ(faults.told[0].path, list.file);
+            EXPECT_EQ(faults.faults[0].path, list.file);
             Load();
             EXPECT_TRUE(list.isWhole());
             EXPECT_TRUE(list.write());
             EXPECT_FALSE(std::filesystem::exists(second));
-            EXPECT_EQ(faults.told.size(), 1u);
-            faults.told.clear();
+            EXPECT_EQ(faults.faults.size(), 1u);
+            faults.faults.clear();
             std::filesystem::remove(kept);
         }
         PutBytes(list.file, whole);

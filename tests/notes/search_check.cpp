@@ -122,7 +122,7 @@ std::string WrongFile(const NoteMatcher& matcher, const std::vector<CNote>& note
     const std::filesystem::path path = folder / GetNoteFileName(notes[0]);
     PutBytes(path, NoteFileBytes(notes));
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
     SearchOptions options;
     options.threads = 1;
     std::vector<int32_t> cold;
@@ -131,7 +131,7 @@ std::string WrongFile(const NoteMatcher& matcher, const std::vector<CNote>& note
     const std::vector<CNote> read = NotesOfFile(path, world.context);
     TextCache cache;
     cache.UpdateFile(path.string(), read);
-    if (!faults.told.empty() || read.size() != notes.size())
+    if (!faults.faults.empty() || read.size() != notes.size())
         return "a note file that can't be read";
     if (matcher.Terms().empty())
         return cold.empty() ? "" : "results without terms";

@@ -1,11 +1,11 @@
 #include "notes/search_flow.h"
 
 #include <gmock/gmock.h>
-#include <thread>
 
 #include "notes/note_list_add.h"
 #include "notes/search_world.h"
 #include "notes/sort_order.h"
+#include "support/scripted_background.h"
 
 namespace lore {
 namespace {
@@ -16,19 +16,6 @@ using testing::IsEmpty;
 std::string CountMessage(int count) {
     return "Finished Search!: Your search returned  *" + std::to_string(count) + "*  results.";
 }
-
-/// Works on another thread; a stopped one was told to stop before it began.
-class OtherThread : public Background {
-public:
-    bool Run(const std::string&, const Work& work) override {
-        if (stopped)
-            source.request_stop();
-        std::thread([&] { work(source.get_token()); }).join();
-        return !stopped;
-    }
-    bool stopped = false;
-    std::stop_source source;
-};
 
 class SearchBoxTest : public testing::Test {
 protected:
@@ -69,7 +56,7 @@ protected:
 
     NoteBookFolder disk;
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
     OpenNoteBook book;
     TextCache cache;
     CNoteList list;
@@ -151,7 +138,7 @@ TEST_F(SearchBoxTest, GivesTheSameBesideTheThreadOfTheCaller) {
 
 TEST_F(SearchBoxTest, LeavesTheListAsItWasWhenStopped) {
     OtherThread thread;
-    thread.stopped = true;
+    thread.isStopped = true;
     background = &thread;
     FillList({4, 2});
     EXPECT_EQ(Run("lamp", SearchScope::Database, kDateAddedDown), SearchOutcome::Cancelled);

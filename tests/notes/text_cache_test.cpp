@@ -4,6 +4,7 @@
 #include <random>
 
 #include "notes/search_world.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -15,7 +16,7 @@ using testing::Optional;
 TEST(TextCache, HoldsTheTextsOfALoadAndOnlyTheNotesThatShow) {
     const NoteBookFolder disk;
     ReadWorld world;
-    KeptFaults faults;
+    NotedFaults faults;
     CNote sourced = TextNote(4, "lamp of the old house");
     sourced.sources = {5};
     disk.Put("DAY01012020.dat", {TextNote(1, "Lamp"), TextNote(2, "house")});
@@ -28,9 +29,7 @@ TEST(TextCache, HoldsTheTextsOfALoadAndOnlyTheNotesThatShow) {
     options.mode = LoadMode::ReadOnly;
     options.texts = &cache;
     const LoadReport report = LoadNoteBook(book, counters, world.context, faults, options);
-    std::vector<std::string> paths;
-    for (const std::string& name : report.files)
-        paths.push_back(disk.paths.NoteFile(name).string());
+    const auto paths = Each(report.files, [&](const std::string& name) { return disk.paths.NoteFile(name).string(); });
     cache.Attach(paths);
     ASSERT_EQ(paths.size(), 2U);
     EXPECT_THAT(cache.SearchFile(paths[0], MatcherFor("lamp")), Optional(ElementsAre(1)));

@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include "calendar/calendar_fixture.h"
-#include "calendar/event_reminders.h"
 #include "online/http_client.h"
 #include "support/data_files.h"
 #include "support/http_server.h"
+#include "support/memory_store.h"
+#include "support/read_world.h"
 #include "support/scripted_background.h"
 
 namespace lore {
@@ -85,23 +85,8 @@ TEST_F(Reminders, SendEachFunctionWithItsFields) {
     }
 }
 
-TEST_F(Reminders, TakeAnAnswerInWhateverFormHttpGivesIt) {
-    const HttpAnswer forms[] = {
-        {.bytes = Reply(" {\"result\":7}\n"), .piece = 1},
-        {.bytes = "HTTP/1.1 200 OK\r\n\r\n{\"result\": 7}"},
-        {.bytes = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n{\"res\r\n8\r\nult\": 7}\r\n0\r\n\r\n"},
-    };
-    for (const HttpAnswer& form : forms)
-        EXPECT_EQ(Insert(form), 7) << form.bytes;
-    server_.Add(307, "", "Location: /moved\r\n");
-    EXPECT_EQ(Insert({Reply("{\"result\": 8}")}), 8);
-    EXPECT_TRUE(server_.Requests().back().starts_with("POST /moved "));
-}
-
 TEST_F(Reminders, TakeAnythingElseForAFailure) {
     const std::pair<const char*, HttpAnswer> bad[] = {
-        {"closed at once", {}},
-        {"dies within the answer", {.bytes = Reply("{\"result\": 7}").substr(0, 30), .resets = true}},
         {"half an answer", {Reply("{\"result\": 7")}},
         {"another status", {Reply("{\"result\": 7}", "500 Internal Server Error")}},
         {"accepted, not done", {Reply("{\"result\": 7}", "202 Accepted")}},
@@ -122,7 +107,6 @@ TEST_F(Reminders, TakeAnythingElseForAFailure) {
         {"more behind it", {Reply("{\"result\": 7} {\"result\": 8}")}},
         {"too long", {Reply("{\"result\": 7}" + std::string(1000, ' '))}},
         {"endlessly nested", {Reply(std::string(900, '['))}},
-        {"no HTTP", {"220 mail.example ESMTP\r\n\r\n"}},
     };
     for (const auto& [what, answer] : bad)
         EXPECT_EQ(Insert(answer), 0) << what;
@@ -154,55 +138,6 @@ TEST(ReminderAnswer, IsReadWithoutHarmWhateverTheCorpusHolds) {
         (ReadReminderAnswer(BytesOf(path)) ? read : refused) += 1;
     EXPECT_GE(read, 4u);
     EXPECT_GE(refused, 4u);
-}
-
-/// The flows of the calendar with a server on the other end of the wire.
-class ReminderFlow : public CalendarTest {
-protected:
-    ReminderFlow() {
-        event.Reminders = {ReminderFor(event, ReminderType::Popup, 10), ReminderFor(event, ReminderType::Email, 30)};
-        Put({event});
-        mail = event.Reminders[1];
-        mail.PriorMinutes = 60;
-        mail.SendTime = event.Start.PlusSeconds(-3600);
-        event.Reminders[1] = mail;
-    }
-
-    CTmEvent event = Event("{E}", "", Day(2026, 4, 1, 9), Day(2026, 4, 1, 10));
-    CTmReminder mail;
-    HttpServer wire;
-    HttpClient client{{.connect = 400ms, .silence = 400ms}};
-    HttpReminderServer proxy{client, wire.Url(), "ann", nullptr, kQuick};
-    CalendarWorld wired = WorldWith(proxy);
-};
-
-TEST_F(ReminderFlow, RegistersAMailAtTheServersTime) {
-    wire.Add(200, R"({"result": 1})");
-    wire.Add(200, R"({"time": "03/14/2026 08:26:00"})");
-    wire.Add(200, R"({"result": 77})");
-    UpdateEventReminders(wired, event, true);
-    const CTmReminder stored = *FindReminder(StoredReminders(), mail.ReminderId);
-    EXPECT_EQ(stored.ServerId, 77);
-    EXPECT_EQ(stored.ServerSendTime, Day(2026, 4, 1, 7)) << "the server's clock is an hour behind";
-    EXPECT_NE(wire.Requests().back().find(R"("sendTime":"04/01/2026 07:00:00")"), std::string::npos);
-    EXPECT_TRUE(prompts.seen.empty());
-}
-
-TEST_F(ReminderFlow, LeavesTheRemindersWhenTheServerDiesOrFails) {
-    const CTmReminder before = *FindReminder(StoredReminders(), mail.ReminderId);
-    wire.Add(200, R"({"result": 1})");
-    wire.Add(200, R"({"time": "03/14/2026 08:26:00"})");
-    wire.Add({.bytes = "HTTP/1.1 200 OK\r\nContent-Length: 14\r\n\r\n{\"resu", .resets = true});
-    UpdateEventReminders(wired, event, true);
-    ASSERT_EQ(prompts.seen.size(), 1u);
-    EXPECT_TRUE(prompts.seen[0].starts_with("Reminder Update Failed: "));
-    EXPECT_FALSE(ReminderDiffers(*FindReminder(StoredReminders(), mail.ReminderId), before));
-    prompts.seen.clear();
-    ASSERT_TRUE(ReplaceReminder(event.Reminders, mail));
-    UpdateEventReminders(wired, event, true);  // nothing is answered any more
-    ASSERT_EQ(prompts.seen.size(), 2u);
-    EXPECT_TRUE(prompts.seen[0].starts_with("No Server Connection? "));
-    EXPECT_FALSE(ReminderDiffers(*FindReminder(StoredReminders(), mail.ReminderId), before));
 }
 
 TEST_F(Reminders, AskNothingMoreOnceTheUserHasStoppedACall) {

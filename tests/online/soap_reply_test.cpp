@@ -168,13 +168,5 @@ TEST(SoapEnvelope, EscapesTextsAndRefusesWhatXmlCannotHold) {
     EXPECT_EQ(body("\xEF\xBF\xBF"), "none");
 }
 
-TEST(SoapEnvelope, ComesBackAsItWasWritten) {
-    const std::string text = "a & b <c> \"d\" ]]> \r\n\xE9 caf\xE9";
-    auto xml = *SoapEnvelope("DoResponse", "urn:x/", {{"DoResult", std::optional(text)}});
-    const SoapReply reply = ReadSoapReply(xml, "Do", {});
-    ASSERT_TRUE(reply.result);
-    EXPECT_EQ(reply.result->text, text);
-}
-
 }  // namespace
 }  // namespace lore

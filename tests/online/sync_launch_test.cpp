@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "support/noted_starts.h"
-#include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
@@ -35,17 +34,6 @@ TEST(SyncLaunch, CountsCategoriesBehindTheHighestInUseOrGivenOut) {
     forest.AddRoot({35, "Bees"});
     EXPECT_EQ(NextCategoryId(forest, settings), 36);
     EXPECT_EQ(settings.Int(Option::MaxCategoryID), 20);
-}
-
-TEST(SyncLaunch, AsksWhetherToRestart) {
-    ScriptedPrompts prompts;
-    prompts.answers = {PromptAnswer::Yes, PromptAnswer::No, PromptAnswer::Cancel};
-    EXPECT_STREQ(AskToRunSync(prompts), "SYNCOPEN");
-    EXPECT_STREQ(AskToRunSync(prompts), "SYNC");
-    EXPECT_EQ(AskToRunSync(prompts), nullptr);
-    EXPECT_EQ(prompts.seen[0],
-              "Restart After Sync?? Lorebinder must be closed inorder to run the sync.\n\nDo you wish to have "
-              "Lorebinder restart after the sync?");
 }
 
 TEST(SyncLaunch, RunsAtStartAndCloseByTheSettings) {

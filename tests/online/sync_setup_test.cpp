@@ -135,13 +135,5 @@ TEST_F(SyncSetupFlow, AsksBeforeAllNoteBooksAreSynced) {
                                     "Account."));
 }
 
-TEST_F(SyncSetupFlow, StoresTheTwoBoxes) {
-    SyncSetup setup(World());
-    setup.Save(false, true);
-    EXPECT_FALSE(setup.SyncAtStart());
-    EXPECT_TRUE(setup.SyncAtClose());
-    EXPECT_EQ(stored, 1);
-}
-
 }  // namespace
 }  // namespace lore

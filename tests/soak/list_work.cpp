@@ -242,8 +242,7 @@ void ForEach(Soak& soak, const IDs& ids, Change change) {
         if (!change(note))
             continue;
         Touch(soak, note);
-        if (note.color != former.color || note.keyWords != former.keyWords)
-            undo.changes.push_back({former, note});
+        undo.changes.push_back({former, note});
     }
     if (!undo.changes.empty())
         soak.Open().undoables.push_back(std::move(undo));

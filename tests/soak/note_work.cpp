@@ -250,30 +250,49 @@ void UndoImport(ModelBook& book, const ModelUndo& undo) {
             book.listed.insert(id);
 }
 
+/// False if the note has something else by now.
+bool PutBack(ModelNote& note, const ModelChange& change) {
+    const auto& [former, given] = change;
+    switch (change.What()) {
+        case ModelChange::Part::Color:
+            return note.color == given.color && (note.color = former.color, true);
+        case ModelChange::Part::KeyWords:
+            return Line(note.keyWords) == Line(given.keyWords) && (note.keyWords = former.keyWords, true);
+        case ModelChange::Part::Sources:
+            return note.sources == given.sources && (note.sources = former.sources, true);
+        case ModelChange::Part::Paths:
+            break;
+    }
+    size_t set = 0;
+    while (former.paths[set] == given.paths[set])
+        ++set;
+    return note.paths[set] == given.paths[set] && (note.paths[set] = former.paths[set], true);
+}
+
 void UndoChanges(Soak& soak, const std::vector<ModelChange>& changes) {
     for (const ModelChange& change : changes) {
         ModelNote* const note = soak.Open().FindByID(change.given.id);
-        if (!note || (change.OfColor() ? note->color != change.given.color
-                                       : Line(note->keyWords) != Line(change.given.keyWords)))
+        if (!note || !PutBack(*note, change))
             continue;
-        note->color = change.OfColor() ? change.former.color : note->color;
-        note->keyWords = change.OfColor() ? note->keyWords : change.former.keyWords;
         if (note->edited == change.given.edited)
             note->edited = change.former.edited;
         note->version = note->version == change.given.version ? change.former.version : soak.NewVersion();
     }
 }
 
-/// Whether the model can't say what an undo does: a note that was deleted is there, or a line of key words that reads
-/// as the panel has left it was written anew, perhaps in other bytes.
+/// Whether the model can't say what an undo does: a note that was deleted is there; or a line of key words that reads
+/// as the panel has left it, or a note with sources from there, was written anew, perhaps in other bytes.
 bool IsUnsure(ModelBook& book, const ModelUndo& undo) {
     for (const auto& [guid, note] : undo.notes)
         if (!undo.isImport && book.notes.contains(guid))
             return true;
     for (const ModelChange& change : undo.changes) {
         const ModelNote* const note = book.FindByID(change.given.id);
-        if (note && !change.OfColor() && note->version != change.given.version &&
-            Line(note->keyWords) == Line(change.given.keyWords))
+        if (!note || note->version == change.given.version)
+            continue;
+        const ModelChange::Part part = change.What();
+        if (part == ModelChange::Part::Sources ||
+            (part == ModelChange::Part::KeyWords && Line(note->keyWords) == Line(change.given.keyWords)))
             return true;
     }
     return false;
@@ -281,8 +300,9 @@ bool IsUnsure(ModelBook& book, const ModelUndo& undo) {
 
 WritingCommands::NextUndo KindOf(const ModelUndo& undo) {
     using Next = WritingCommands::NextUndo;
+    static constexpr Next ofChanges[] = {Next::Colors, Next::KeyWords, Next::Category, Next::Sources};
     if (!undo.changes.empty())
-        return undo.changes.front().OfColor() ? Next::Colors : Next::KeyWords;
+        return ofChanges[static_cast<size_t>(undo.changes.front().What())];
     return undo.isImport ? Next::Import : Next::Deletion;
 }
 
@@ -296,7 +316,7 @@ bool Undo(Soak& soak) {
         return false;
     }
     soak.Require(soak.Commands().WhatToUndo() == KindOf(undo), "what is undone next");
-    soak.Note(!undo.changes.empty() ? "  colours or key words" : undo.isImport ? "  an import" : "  a deletion");
+    soak.Note(!undo.changes.empty() ? "  what a panel has given" : undo.isImport ? "  an import" : "  a deletion");
     soak.SayYes();
     soak.Commands().Undo();
     book.undoables.pop_back();

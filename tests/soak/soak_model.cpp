@@ -14,9 +14,20 @@ ModelNote* ModelBook::FindByID(int32_t id) {
     return found == notes.end() ? nullptr : &found->second;
 }
 
+ModelChange::Part ModelChange::What() const {
+    return former.color != given.color         ? Part::Color
+           : former.keyWords != given.keyWords ? Part::KeyWords
+           : former.sources != given.sources   ? Part::Sources
+                                               : Part::Paths;
+}
+
 void ModelBook::BlockUndoOf(int32_t note) {
+    const auto namesIt = [note](const ModelChange& change) {
+        return change.given.id == note && change.What() >= ModelChange::Part::Paths;
+    };
     for (const ModelUndo& undo : undoables)
-        undoIsBlocked = undoIsBlocked || undo.landed.contains(note);
+        undoIsBlocked = undoIsBlocked || undo.landed.contains(note) ||
+                        std::any_of(undo.changes.begin(), undo.changes.end(), namesIt);
 }
 
 void ModelBook::AddCategory(const Path& path) {

@@ -49,13 +49,14 @@ struct ModelSource {
 using ModelNotes = std::map<std::string, ModelNote>;  ///< by GUID
 using ModelSources = std::map<std::string, ModelSource>;
 
-/// A note before its colour or its key words were changed from a panel, and behind it.
+/// A note before a panel has given it something, and behind it.
 struct ModelChange {
     ModelNote former, given;
-    bool OfColor() const { return former.color != given.color; }
+    enum class Part { Color, KeyWords, Paths, Sources };
+    Part What() const;
 };
 
-/// A deletion, an import with what it has replaced, or a change of colours or key words.
+/// A deletion, an import with what it has replaced, or what a panel has given to notes.
 struct ModelUndo {
     bool isImport = false;
     ModelNotes notes;
@@ -76,7 +77,7 @@ struct ModelBook {
     bool undoIsBlocked = false;  ///< the next thing to undo meets changes that the model doesn't follow
 
     ModelNote* FindByID(int32_t id);
-    /// Nobody knows here whether undoing an import would find the note as it was.
+    /// Nobody knows here whether undoing an import, or what a panel has given, would find the note as it was.
     void BlockUndoOf(int32_t note);
     void AddCategory(const Path& path);
     void AddCategoriesOf(const ModelNote& note);

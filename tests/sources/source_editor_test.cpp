@@ -320,29 +320,6 @@ TEST_F(SourceEditorTest, WhatCannotBeWrittenChangesNothing) {
     EXPECT_EQ(book.authors.Count(), 3u);
 }
 
-TEST_F(SourceEditorTest, ADamagedListIsKeptBesideOnceBeforeItIsWrittenAnew) {
-    const std::string bytes = BytesOf(book.paths.Sources());
-    PutBytes(book.paths.Sources(), bytes.substr(0, bytes.size() - 40));
-    book.sources.LoadSources(book.paths.Sources(), world.Context());
-    ASSERT_FALSE(book.sources.ReadWhole());
-    for (const char* const title : {"One", "Two"}) {
-        SourceEditor editor = SourceEditor::ForSource(store, Stored1011());
-        editor.SetField(0, title);
-        ASSERT_TRUE(editor.Save());
-    }
-    const std::filesystem::path kept = book.paths.Sources().string() + ".kept";
-    EXPECT_EQ(BytesOf(kept), bytes.substr(0, bytes.size() - 40));
-    const std::filesystem::path second = book.paths.Sources().string() + ".2.kept";
-    EXPECT_FALSE(std::filesystem::exists(second));
-    // One whose count is too low is read without an error, and holds more than the list.
-    PutBytes(book.paths.Sources(), bytes + "more");
-    book.sources.LoadSources(book.paths.Sources(), world.Context());
-    EXPECT_TRUE(store.Remove(1011));
-    EXPECT_EQ(BytesOf(second), bytes + "more");
-    const std::string told = "The list of sources is damaged; what it held is kept in Sources.dat.";
-    EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre(told + "kept", told + "2.kept"));
-}
-
 TEST_F(SourceEditorTest, OnlyTypingIsAChange) {
     SourceEditor editor = SourceEditor::ForSource(store, Stored1011());
     editor.Formatted();

@@ -18,20 +18,42 @@ BACKUP = "book.lbe"
 WORDS = "amber brine cliff dune ebb fog gale harbour island jetty keel lamp mast north ocean pier quay reef sail tide".split()
 
 
-class Programs:
-    """The programs under test, in the order of the arguments."""
+def faults(shim, under, at=0, fault="", lasting=False, **more):
+    """The environment in which a call for files below a folder fails, or is the last one."""
+    return {"LD_PRELOAD": shim, "LORE_FAULT_UNDER": under, "LORE_FAULT_AT": at, "LORE_FAULT": fault,
+            **({"LORE_FAULT_LASTING": 1} if lasting else {}), **more}
 
-    def __init__(self, arguments):
-        self.cli, self.edit_run, self.command_run = (str(pathlib.Path(one).resolve()) for one in arguments[:3])
-        self.answering = None
+
+class CommandLine:
+    """lorebinder-cli on one data folder or another."""
+
+    def __init__(self, program):
+        self.cli = str(pathlib.Path(program).resolve())
 
     def command(self, data, *args):
-        return [self.edit_run, str(data), *args[1:]] if args[0] == DIALOG else [self.cli, "--data", str(data), *map(str, args)]
+        return [self.cli, "--data", str(data), *map(str, args)]
 
     def run(self, data, *args, **env):
         full = dict(os.environ, **{key: str(value) for key, value in env.items()})
         return subprocess.run(self.command(data, *args), env=full, capture_output=True, text=True, errors="replace",
                               check=False)
+
+    def answer(self, data, *args):
+        result = self.run(data, "--json", *args)
+        assert result.stdout, (args, result.stderr)
+        return json.loads(result.stdout)
+
+
+class Programs(CommandLine):
+    """The programs under test, in the order of the arguments."""
+
+    def __init__(self, arguments):
+        super().__init__(arguments[0])
+        self.edit_run, self.command_run = (str(pathlib.Path(one).resolve()) for one in arguments[1:3])
+        self.answering = None
+
+    def command(self, data, *args):
+        return [self.edit_run, str(data), *args[1:]] if args[0] == DIALOG else super().command(data, *args)
 
     def answer(self, data, *args):
         """What a reading command prints, asked of a process that answers many."""

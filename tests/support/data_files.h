@@ -20,9 +20,12 @@ inline std::vector<std::filesystem::path> FilesIn(const std::filesystem::path& f
     return files;
 }
 
-/// What a fuzz program starts from, and what it found. `data` is the tests' data folder.
+/// Where what a fuzz program starts from lies, and what it found. `data` is the tests' data folder.
+inline std::filesystem::path CorpusFolder(const std::filesystem::path& data, const std::string& program) {
+    return data.parent_path().parent_path() / "fuzz/corpus" / program;
+}
 inline std::vector<std::filesystem::path> CorpusFiles(const std::filesystem::path& data, const std::string& program) {
-    return FilesIn(data.parent_path().parent_path() / "fuzz/corpus" / program);
+    return FilesIn(CorpusFolder(data, program));
 }
 
 }  // namespace lore

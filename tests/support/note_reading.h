@@ -1,10 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <utility>
 #include <vector>
 
 #include "notes/note_file.h"
+#include "notes/note_file_walk.h"
 #include "notes/print_preview.h"
 
 namespace lore {
@@ -16,6 +19,15 @@ inline std::vector<CNote> NotesOfFile(const std::filesystem::path& path, const R
     std::vector<CNote> notes;
     while (reader.Next())
         notes.push_back(reader.TakeNote());
+    return notes;
+}
+
+/// The notes of all files of a folder.
+inline std::vector<CNote> NotesOfFolder(const std::filesystem::path& folder, const ReadContext& context,
+                                        FaultNotice& faults) {
+    std::vector<CNote> notes;
+    for (const std::filesystem::path& file : NoteFilesOf(folder, faults))
+        std::ranges::move(NotesOfFile(file, context), std::back_inserter(notes));
     return notes;
 }
 

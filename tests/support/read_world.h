@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
+#include <set>
 #include <string>
 #include <unistd.h>
 
@@ -60,6 +62,52 @@ inline std::string BytesOf(const std::filesystem::path& path) {
 
 inline void PutBytes(const std::filesystem::path& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
+}
+
+/// The bytes of each file below a folder, by its path from there.
+inline std::map<std::string, std::string> FilesBelow(const std::filesystem::path& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file())
+            files[entry.path().lexically_relative(folder).string()] = BytesOf(entry.path());
+    }
+    return files;
+}
+
+/// A folder in the place of a file: nobody can write there, whatever his rights.
+inline void Block(const std::filesystem::path& path) {
+    std::filesystem::remove(path);
+    std::filesystem::create_directories(path / "in the way");
+}
+
+/// As long as one lives, nobody can read a file or a folder, whatever his rights: a link to itself stands in its place.
+class Unreadable {
+public:
+    explicit Unreadable(const std::filesystem::path& path) : path_(path), aside_(path.string() + ".aside") {
+        std::filesystem::rename(path_, aside_);
+        std::filesystem::create_symlink(path_.filename(), path_);
+    }
+    ~Unreadable() { End(); }
+    Unreadable(const Unreadable&) = delete;
+    Unreadable& operator=(const Unreadable&) = delete;
+
+    void End() {
+        if (!std::filesystem::is_symlink(path_))
+            return;
+        std::filesystem::remove(path_);
+        std::filesystem::rename(aside_, path_);
+    }
+
+private:
+    std::filesystem::path path_, aside_;
+};
+
+/// The names of what stands in a folder.
+inline std::set<std::string> NamesIn(const std::filesystem::path& folder) {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.insert(entry.path().filename().string());
+    return names;
 }
 
 }  // namespace lore

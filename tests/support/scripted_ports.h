@@ -76,7 +76,7 @@ private:
 /// Notes the messages of the progress and the stand-by window.
 class ScriptedProgress : public Progress {
 public:
-    void SetRange(int, int) override {}
+    void SetRange(int, int high) override { ranges.push_back(high); }
     void SetMessage(const std::string& text) override { messages.push_back(text); }
     void StepIt() override { ++steps; }
     void SetPosition(int) override {}
@@ -86,6 +86,7 @@ public:
     void HideStandBy() override {}
 
     std::vector<std::string> messages;
+    std::vector<int> ranges;  ///< their ends
     int shown = 0, steps = 0;
 };
 

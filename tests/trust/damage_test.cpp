@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "base/record_file.h"
+#include "support/data_files.h"
 #include "trust/record_kinds.h"
 
 // Every kind of record file, damaged all over: whatever stands in a file, reading it neither breaks nor hangs.
@@ -45,7 +46,8 @@ protected:
     }
 
     RecordBench bench_;
-    const std::string sample_ = GetParam().sample();
+    /// The file of the corpus that has the name of the kind, behind the number that picks the kind.
+    const std::string sample_ = BytesOf(CorpusFolder(LORE_TEST_DATA, "record") / GetParam().name).substr(1);
 };
 
 TEST_P(DamagedFile, IsUndamagedAtFirst) {

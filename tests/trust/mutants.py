@@ -1,15 +1,13 @@
 #!/usr/bin/env python3
 """Changes one line of the core at a time and asks whether the tests of its folder notice.
 
-    tests/trust/mutants.py [--count 240] [--seed 1] [--minutes M] [--build build/mutants] [--quick] [--survivors FILE]
-                           [folder...]
+    tests/trust/mutants.py [--count 240] [--seed 1] [--minutes M] [--build build/mutants] [folder...]
 
 The changes are chosen by rule from the sources as they are, the same ones for the same seed: comparisons turned or
 moved by one, "and" for "or", a condition without its "not", a constant changed, a statement dropped. A change is
 compiled beside the tree and linked in front of its library, so that nothing but one object is built for it. It checks
 the bounds of its lists. What can't be compiled doesn't count; what changes nothing that a program could tell stands in
 mutants_equal.txt with the reason.
-With --quick the tests that take long are left out, so that less is noticed than could be.
 Ends with status 1 below the goal.
 """
 
@@ -65,17 +63,14 @@ def changes_of(text):
         yield re.sub(r"\S.*", ";", text)
 
 
-def mutants_of(folder, rng, again=None):
-    """One change of each line that has any, in an order of its own; or those of an earlier run."""
+def mutants_of(folder, rng):
+    """One change of each line that has any, in an order of its own."""
     found = []
     directory = os.path.join(ROOT, "src", folder)
     for name in sorted(n for n in os.listdir(directory) if n.endswith(".cpp")):
         path = os.path.join("src", folder, name)
         for number, text in source_lines(os.path.join(ROOT, path)):
-            choices = list(changes_of(text))
-            if again is not None:
-                found.extend((path, number, text, new) for new in set(choices) if (path, text.strip(), new.strip()) in again)
-            elif choices:
+            if choices := list(changes_of(text)):
                 found.append((path, number, text, rng.choice(choices)))
     rng.shuffle(found)
     return found
@@ -95,8 +90,7 @@ def equal_changes():
 class Bench:
     """Compiles changed files and runs the tests of a folder with them."""
 
-    def __init__(self, build, quick):
-        self.quick = quick
+    def __init__(self, build):
         self.build = os.path.abspath(build)
         self.folder = tempfile.mkdtemp(prefix="mutants-")
         if not os.path.exists(os.path.join(self.build, "build.ninja")):
@@ -122,7 +116,7 @@ class Bench:
         # The quick tests first: nearly all changes are noticed by them.
         slow = ":".join(name for name, ms in took if ms > SLOW_MS)
         self.rounds = [("-" + slow, sum(ms for _, ms in took if ms <= SLOW_MS) / 1000)]
-        if slow and not self.quick:
+        if slow:
             self.rounds.append((slow, sum(ms for _, ms in took if ms > SLOW_MS) / 1000))
 
     def tests_pass(self, program, only, limit):
@@ -175,21 +169,15 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--minutes", type=float, default=24 * 60)
     parser.add_argument("--build", default=os.path.join(ROOT, "build/mutants"))
-    parser.add_argument("--survivors", help="a file of an earlier run: tries its changes only")
-    parser.add_argument("--quick", action="store_true")
     options = parser.parse_args()
-    bench = Bench(options.build, options.quick)
+    bench = Bench(options.build)
     equal = equal_changes()
-    again = None
-    if options.survivors:
-        again = [tuple(part.strip() for part in line[9:].split(" | ")) for line in open(options.survivors)
-                 if line.startswith("SURVIVES ")]
     killed = survived = 0
     for number, folder in enumerate(options.folders):
         end = time.monotonic() + options.minutes * 60 / len(options.folders)
         bench.prepare(folder)
         check_itself(bench, folder)
-        mutants = mutants_of(folder, random.Random(options.seed + number), again)
+        mutants = mutants_of(folder, random.Random(options.seed + number))
         here = {True: 0, False: 0}
         for path, at, old, new in mutants:
             change = (path, old.strip(), new.strip())

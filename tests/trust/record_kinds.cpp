@@ -1,5 +1,6 @@
 #include "trust/record_kinds.h"
 
+#include "bibliography/source_builder.h"
 #include "bibliography/source_list.h"
 #include "bibliography/source_record.h"
 #include "calendar/event_file.h"
@@ -16,13 +17,22 @@
 #include "notes/print_preview.h"
 #include "notes/sync_log.h"
 #include "support/note_reading.h"
-#include "trust/record_samples.h"
 
 namespace lore {
 
 namespace {
 
 using Path = std::filesystem::path;
+
+/// A file of so many records that `write(stream)` writes behind its version and count.
+template <typename Write>
+std::string WithHead(int32_t count, Write write) {
+    RecordWriter stream;
+    WriteFixedDouble(&stream, kDataVersion);
+    WriteFixedInt(&stream, count);
+    write(stream);
+    return stream.DiskBytes();
+}
 
 void CopyAuthors(const Path& file, const Path& copy, const ReadContext&) {
     AuthorList list;
@@ -37,7 +47,7 @@ void CopySources(const Path& file, const Path& copy, const ReadContext& context)
                  for (const CSource& source : list)
                      WriteSource(&stream, source);
              }));
-    list.SortSources(SampleAuthors());
+    list.SortSources(ThreeAuthors());
 }
 
 void CopyTypes(const Path& file, const Path& copy, const ReadContext& context) {
@@ -160,25 +170,25 @@ void CopyNotes(const Path& file, const Path& copy, const ReadContext& context) {
 
 const std::vector<RecordKind>& RecordKinds() {
     static const std::vector<RecordKind> kinds = {
-        {"authors", AuthorSample, CopyAuthors, CopyAuthors, true},
-        {"sources", SourceSample, CopySources, CopySources, true},
-        {"sources_text_date", TextDateSourceSample, CopySources, CopySources, false},
-        {"sources_oldest", OldestSourceSample, CopySources, CopySources, false},
-        {"types", TypeSample, CopyTypes, CopyTypes, true},
-        {"categories", CategorySample, CopyCategories, CopyCategories, true},
-        {"categories_old", OldCategorySample, CopyOldCategories, CopyCategories, false},
-        {"notebooks", NoteBookSample, CopyNoteBooks, CopyNoteBooks, true},
-        {"last_list", LastListSample, CopyLastList, CopyLastList, true},
-        {"sync", SyncSample, CopySyncLog, CopySyncLog, true},
-        {"events", EventSample, CopyEvents, CopyEvents, true},
-        {"reminders", ReminderSample, CopyReminders, CopyReminders, true},
-        {"bibliography", BibliographySample, CopyBibliography, CopyBibliography, true},
-        {"preview", PreviewSample, CopyPreview, CopyPreview, true},
-        {"archive", ArchiveSample, CopyArchive, nullptr, true},
-        {"notes", NoteSample, CopyNotes, CopyNotes, true},
-        {"notes_old", OldNoteSample, CopyNotes, CopyNotes, false},
-        {"notes_first", FirstNoteSample, CopyNotes, CopyNotes, false},
-        {"shown", ShownSample, CopyShown, CopyShown, true},
+        {"authors", CopyAuthors, CopyAuthors, true},
+        {"sources", CopySources, CopySources, true},
+        {"sources_text_date", CopySources, CopySources, false},
+        {"sources_oldest", CopySources, CopySources, false},
+        {"types", CopyTypes, CopyTypes, true},
+        {"categories", CopyCategories, CopyCategories, true},
+        {"categories_old", CopyOldCategories, CopyCategories, false},
+        {"notebooks", CopyNoteBooks, CopyNoteBooks, true},
+        {"last_list", CopyLastList, CopyLastList, true},
+        {"sync", CopySyncLog, CopySyncLog, true},
+        {"events", CopyEvents, CopyEvents, true},
+        {"reminders", CopyReminders, CopyReminders, true},
+        {"bibliography", CopyBibliography, CopyBibliography, true},
+        {"preview", CopyPreview, CopyPreview, true},
+        {"archive", CopyArchive, nullptr, true},
+        {"notes", CopyNotes, CopyNotes, true},
+        {"notes_old", CopyNotes, CopyNotes, false},
+        {"notes_first", CopyNotes, CopyNotes, false},
+        {"shown", CopyShown, CopyShown, true},
     };
     return kinds;
 }

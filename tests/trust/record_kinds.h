@@ -14,9 +14,7 @@ using CopyFile = void (*)(const std::filesystem::path& file, const std::filesyst
 
 /// One kind of record file, or one of its older forms, with what it takes to damage it.
 struct RecordKind {
-    const char* name;
-    /// A file of 1 to 4 kB that uses every field.
-    std::string (*sample)();
+    const char* name;  ///< also that of a file in the corpus that uses every field
     CopyFile copyFile;
     /// Does the same for what copyFile saved; null if a copy needs many rounds to settle.
     CopyFile copyCopy;

@@ -5,17 +5,18 @@ between: what a command has reported as done is there, and what was cut off is a
 Usage: work_test.py LOREBINDER_CLI FAULT_SHIM
 LORE_STEPS: how many commands (120 of them in a test run), LORE_SEED: another row of them."""
 import errno
-import json
 import os
 import pathlib
 import random
 import shutil
 import signal
-import subprocess
 import sys
 import tempfile
 
-CLI, SHIM = (str(pathlib.Path(argument).resolve()) for argument in sys.argv[1:3])
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from book_world import CommandLine, faults
+
+CLI, SHIM = CommandLine(sys.argv[1]), str(pathlib.Path(sys.argv[2]).resolve())
 STEPS = int(os.environ.get("LORE_STEPS", "120"))
 SEED = int(os.environ.get("LORE_SEED", "20260607"))
 BOOKS = ("LorebinderMain", "Second Book", "Third Book")
@@ -38,13 +39,10 @@ class Work:
     # The program.
 
     def run(self, *args, **env):
-        return subprocess.run([CLI, "--data", str(self.data), *map(str, args)], capture_output=True, text=True,
-                              env=dict(os.environ, **{key: str(value) for key, value in env.items()}), check=False)
+        return CLI.run(self.data, *args, **env)
 
     def answer(self, *args):
-        result = self.run("--json", *args)
-        assert result.stdout, (args, result.stderr)
-        return json.loads(result.stdout)
+        return CLI.answer(self.data, *args)
 
     def state(self):
         """(NoteBook, name of the note) -> text, key words, category and attachments; and the events."""
@@ -176,8 +174,7 @@ class Work:
         args = ["--notebook", book, *work(book, new)]
         env = {}
         if self.random.random() < 0.6:
-            env = {"LD_PRELOAD": SHIM, "LORE_FAULT_UNDER": self.data, "LORE_FAULT_AT": self.random.randint(1, 25),
-                   "LORE_FAULT": self.random.choice(FAULTS)} | self.random.choice([{}, {"LORE_FAULT_LASTING": 1}])
+            env = faults(SHIM, self.data, self.random.randint(1, 25), self.random.choice(FAULTS), self.random.choice([0, 1]))
         result = self.run(*args, **env)
         where = f"seed {SEED}, {args}, {env}: {result.returncode} {result.stderr}"
         now = self.state()

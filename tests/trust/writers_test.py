@@ -17,7 +17,10 @@ import tempfile
 import threading
 import time
 
-CLI = str(pathlib.Path(sys.argv[1]).resolve())
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from book_world import CommandLine
+
+CLI = CommandLine(sys.argv[1])
 WRITERS = int(os.environ.get("LORE_WRITERS", "4"))
 ROUNDS = int(os.environ.get("LORE_ROUNDS", "12"))
 HELD = 4
@@ -47,13 +50,13 @@ class Writers:
         return file
 
     def command(self, *args):
-        return [CLI, "--data", str(self.data), *map(str, args)]
+        return CLI.command(self.data, *args)
 
     def run(self, *args):
-        return subprocess.run(self.command(*args), capture_output=True, text=True, check=False)
+        return CLI.run(self.data, *args)
 
     def notes(self):
-        return json.loads(self.run("--json", "notes").stdout)
+        return CLI.answer(self.data, "notes")
 
     def write(self, writer):
         """Writes into one note again and again, until each change is in."""

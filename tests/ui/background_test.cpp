@@ -94,44 +94,31 @@ private slots:
     }
 
     // A screen reader can open one within the loop of the work; unanswered it would keep the work from its end.
-    void AQuestionWithinTheWorkCanBeAnswered_data() {
-        QTest::addColumn<bool>("asksForStop");
-        QTest::newRow("work beside the window") << false;
-        QTest::newRow("a flow with a button") << true;
-    }
-
     void AQuestionWithinTheWorkCanBeAnswered() {
-        QFETCH(bool, asksForStop);
         QtPrompts prompts;
         prompts.SetParent(window_.get());
         std::optional<PromptAnswer> answer;
-        QTimer::singleShot(600, window_.get(), [&] {
-            QTimer::singleShot(50, window_.get(), [&] {
-                auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-                QVERIFY(box);
-                QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
-                if (box->isVisible())
-                    box->done(QMessageBox::No);
+        const auto askMeanwhile = [&] {
+            answer.reset();
+            QTimer::singleShot(600, window_.get(), [&] {
+                QTimer::singleShot(50, window_.get(), [] {
+                    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                    QVERIFY(box);
+                    QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
+                    if (box->isVisible())
+                        box->done(QMessageBox::No);
+                });
+                answer = prompts.Ask("Go on?", "Unsaved Note", true);
             });
-            answer = prompts.Ask("Go on?", "Unsaved Note", true);
-        });
-        bool stopped = false;
-        if (asksForStop) {
-            progress_->SetRange(0, 100);
-            progress_->Show();
-            for (int i = 0; i < 20; ++i) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(50));
-                stopped = progress_->Cancelled() || stopped;
-                progress_->StepIt();
-            }
-            progress_->Hide();
-        } else {
-            stopped = !progress_->Run("Working....", [](const std::stop_token&) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(1000));
-            });
-        }
+        };
+        askMeanwhile();
+        QVERIFY(progress_->Run("Working....", [](const std::stop_token&) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1000));
+        }));
         QVERIFY(answer == PromptAnswer::Yes);
-        QVERIFY(!stopped);
+        askMeanwhile();
+        QCOMPARE(Flow(20, [](QPushButton&) {}), 20);
+        QVERIFY(answer == PromptAnswer::Yes);
     }
 
     void AStandByLeavesNoWaitCursor() {
@@ -215,65 +202,60 @@ private slots:
         pictures.Get(path, QSize(5, 4));  // while it is on its way, the cache goes
     }
 
-    void StopsByButtonAndKey_data() {
-        QTest::addColumn<bool>("byKey");
-        QTest::newRow("key") << true;
-        QTest::newRow("button") << false;
-    }
-
     void StopsByButtonAndKey() {
-        QFETCH(bool, byKey);
-        progress_->ShowStandBy("Searching Notes....");
-        QTimer timer;
-        connect(&timer, &QTimer::timeout, this, [&] {
-            auto* const button = window_->findChild<QPushButton*>();
-            if (!button || !button->isVisible())
-                return;
-            timer.stop();
-            TakeShot(*window_, QStringLiteral("background-stop"));
-            if (byKey)
-                QTest::keyClick(edit_, Qt::Key_Escape);
-            else
-                QTest::mouseClick(button, Qt::LeftButton);
-        });
-        timer.start(20);
-        QElapsedTimer spent;
-        spent.start();
-        QVERIFY(!progress_->Run("Searching Notes....", WorkUntilStopped));
-        QVERIFY(spent.elapsed() < 10000);
-        progress_->HideStandBy();
-        QCOMPARE(edit_->text(), QString());
+        for (const bool byKey : {true, false}) {
+            progress_->ShowStandBy("Searching Notes....");
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, this, [&] {
+                QPushButton* const button = StopButton();
+                if (!button)
+                    return;
+                timer.stop();
+                TakeShot(*window_, QStringLiteral("background-stop"));
+                byKey ? QTest::keyClick(edit_, Qt::Key_Escape) : QTest::mouseClick(button, Qt::LeftButton);
+            });
+            timer.start(20);
+            QElapsedTimer spent;
+            spent.start();
+            QVERIFY(!progress_->Run("Searching Notes....", WorkUntilStopped));
+            QVERIFY(spent.elapsed() < 10000);
+            progress_->HideStandBy();
+            QCOMPARE(edit_->text(), QString());
+        }
     }
 
     void AFlowThatAsksGetsAButtonAndIsStoppedByIt() {
-        const auto flow = [this](int steps, bool clicks) {
-            progress_->SetRange(0, steps);
-            progress_->Show();
-            int done = 0;
-            for (; done < steps && !progress_->Cancelled(); ++done) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(60));
-                progress_->StepIt();
-                QPushButton* const button = window_->findChild<QPushButton*>();
-                if (!button || !button->isVisible())
-                    continue;
-                QTest::keyClicks(edit_, QStringLiteral("typed"));
-                if (clicks)
-                    QTest::mouseClick(button, Qt::LeftButton);
-            }
-            progress_->Hide();
-            return done;
-        };
-        QCOMPARE(flow(3, true), 3);
-        const int done = flow(100, true);
+        const auto click = [](QPushButton& button) { QTest::mouseClick(&button, Qt::LeftButton); };
+        QCOMPARE(Flow(3, click), 3);
+        const int done = Flow(100, click);
         QVERIFY(done > 4 && done < 100);
         QVERIFY(progress_->Cancelled());
         QCoreApplication::processEvents();
         QVERIFY(!progress_->Cancelled());
-        QCOMPARE(flow(12, false), 12);
+        QCOMPARE(Flow(12, [this](QPushButton&) { QTest::keyClicks(edit_, QStringLiteral("typed")); }), 12);
         QCOMPARE(edit_->text(), QString());
     }
 
 private:
+    QPushButton* StopButton() const {
+        auto* const button = window_->findChild<QPushButton*>();
+        return button && button->isVisible() ? button : nullptr;
+    }
+    /// A flow that asks at each step whether it was stopped; how many it did. `whenShown` gets the button, if it is
+    /// seen.
+    int Flow(int steps, const std::function<void(QPushButton&)>& whenShown) {
+        progress_->SetRange(0, steps);
+        progress_->Show();
+        int done = 0;
+        for (; done < steps && !progress_->Cancelled(); ++done) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(60));
+            progress_->StepIt();
+            if (QPushButton* const button = StopButton())
+                whenShown(*button);
+        }
+        progress_->Hide();
+        return done;
+    }
     static void WorkUntilStopped(const std::stop_token& stop) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
         while (!stop.stop_requested() && std::chrono::steady_clock::now() < end)

@@ -111,12 +111,10 @@ private slots:
         QVERIFY(!std::filesystem::exists(Bib()));
     }
 
-    void looks_good_data() { AddLooks(); }
-
     void looks_good() {
-        const QString end = "-" + SetLook();
+        const BothLooks looks{*theme_};
         InSelection([&](CSelectSourcesDlg& dialog) {
-            Shoot(dialog, "bibliography-begin" + end);
+            looks.Shoot(dialog, "bibliography-begin");
             CSourcesListWnd* const available = List(dialog, "available");
             available->SelectRow(1);
             for (int i = 0; i < 6; ++i)
@@ -124,7 +122,7 @@ private slots:
             Click(dialog, "common");
             List(dialog, "selected")->SelectRow(2);
             List(dialog, "selected")->setFocus();
-            Shoot(dialog, "bibliography" + end);
+            looks.Shoot(dialog, "bibliography");
         });
     }
 };

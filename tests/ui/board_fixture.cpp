@@ -8,6 +8,7 @@
 #include "support/read_world.h"
 #include "ui/command_reach.h"
 #include "ui/tab_walk.h"
+#include "ui/theme.h"
 #include "ui/window_rules.h"
 
 namespace lore {
@@ -33,15 +34,7 @@ std::string DeepName(int level) {
 }
 
 void AddLanguages(MemoryBoard& board) {
-    CNote& note = board.AddText(
-        "\u05d4\u05de\u05d2\u05d3\u05dc\u05d5\u05e8 \u05d4\u05e8\u05d0\u05e9\u05d5\u05df \u05e0\u05d1\u05e0\u05d4 "
-        "\u05e2\u05dc \u05e1\u05dc\u05e2 \u05d1\u05dc\u05d1 \u05d4\u05d9\u05dd, 1698.\n"
-        "\u0627\u0644\u0645\u0646\u0627\u0631\u0629 \u0627\u0644\u0623\u0648\u0644\u0649 \u0641\u064a "
-        "\u0627\u0644\u0628\u062d\u0631.\n"
-        "\u706f\u53f0\u306e\u6b74\u53f2\u306f\u53e4\u4ee3\u306b\u3055\u304b\u306e\u307c\u308b\u3002"
-        "\u4e2d\u56fd\u7684\u706f\u5854\u3002 \ub4f1\ub300\uc758 \uc5ed\uc0ac.\n"
-        "\u041c\u0430\u044f\u043a \u043d\u0430 \u0441\u043a\u0430\u043b\u0435; "
-        "\u03c6\u03ac\u03c1\u03bf\u03c2; d\u00e9j\u00e0 vu, na\u00efve.");
+    CNote& note = board.AddText(Text("languages.txt"));
     note.categories[0] =
         PathOf({"\u05de\u05d2\u05d3\u05dc\u05d5\u05e8\u05d9\u05dd", "\u706f\u53f0", "\u041c\u0430\u044f\u043a"});
     note.keyWords = "\u0645\u0646\u0627\u0631\u0629, \u706f\u53f0, ph\u00e1ros";
@@ -187,6 +180,14 @@ void TakeShot(QWidget& window, const QString& name) {
     for (const QString& fault : faults)
         qWarning("%s", qPrintable(fault));  // a message of a check is cut
     QVERIFY2(faults.isEmpty(), qPrintable(name + ":\n" + faults.join('\n')));
+}
+
+void BothLooks::Shoot(QWidget& window, const QString& name) const {
+    for (const auto& [appearance, look] : {std::pair(Appearance::Dark, "-dark"), {Appearance::Light, "-light"}}) {
+        theme.SetAppearance(appearance);
+        QTest::qWait(50);  // time to paint
+        TakeShot(window, name + look);
+    }
 }
 
 }  // namespace lore

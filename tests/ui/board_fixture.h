@@ -51,4 +51,11 @@ void FillSampleBoard(MemoryBoard& board);
 /// Writes a picture of a window into the folder of pictures; the name says in which size it was taken.
 void TakeShot(QWidget& window, const QString& name);
 
+class Theme;
+/// Pictures of a window in both palettes, "NAME-light" and "NAME-dark". The light one stays.
+struct BothLooks {
+    Theme& theme;
+    void Shoot(QWidget& window, const QString& name) const;
+};
+
 }  // namespace lore

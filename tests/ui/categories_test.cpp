@@ -242,9 +242,6 @@ private slots:
         menu = OpenMenu(PanelKind::Categories, {});
         QCOMPARE(Texts(*menu), (QStringList{"Select All", "Clear All"}));
         menu->close();
-        menu = OpenMenu(PanelKind::Sources, "<NO_SOURCE>");
-        QVERIFY(menu && !Entry(*menu, "Add Note To Source"));
-        menu->close();
         app_->ClearList();
         emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut});
         QTRY_VERIFY((menu = OpenMenu(PanelKind::Colors, "#")) != nullptr);
@@ -281,26 +278,12 @@ private slots:
         QTest::keyClick(menu, Qt::Key_Escape);
     }
 
-    void looks_good_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<bool>("panel");
-        QTest::newRow("categories-light") << false << false;
-        QTest::newRow("categories-dark") << true << false;
-        QTest::newRow("panel-menu-light") << false << true;
-        QTest::newRow("panel-menu-dark") << true << true;
-    }
-
     void looks_good() {
-        SetLook();
-        QFETCH(bool, panel);
-        const QString name = QString::fromLatin1(QTest::currentDataTag());
-        if (panel) {
-            QMenu* const menu = OpenMenu(PanelKind::Categories, "Engineering");
-            QVERIFY(menu);
-            Shoot(*menu, name);
-            menu->close();
-            return;
-        }
+        const BothLooks looks{*theme_};
+        QMenu* const menu = OpenMenu(PanelKind::Categories, "Engineering");
+        QVERIFY(menu);
+        looks.Shoot(*menu, "panel-menu");
+        menu->close();
         InTrees([&](CEditCategoriesDlg& dialog) {
             CEditCategoriesCtrl& tree = *dialog.Tree();
             prompts_.texts = {
@@ -312,7 +295,7 @@ private slots:
             tree.GoTo(IDOf("Lenses"));
             QTest::keyClick(&tree, Qt::Key_X, Qt::ControlModifier);
             tree.GoTo(IDOf("Engineering"));
-            Shoot(dialog, name);
+            looks.Shoot(dialog, "categories");
         });
     }
 };

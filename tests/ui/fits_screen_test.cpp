@@ -32,7 +32,6 @@ bool IsInSight(const QWidget& widget, const QScrollArea& pane) {
 }  // namespace
 
 using Steps = std::function<void(QDialog&)>;
-using Opener = std::function<void(const Steps&)>;
 
 /// Windows open within the smallest screen that the program is made for, whatever letters the desktop has, with all
 /// that they need in sight or in reach.
@@ -72,13 +71,6 @@ private:
         font.setPixelSize(pixels);
         return font;
     }
-    void AddWindows() {
-        QTest::addColumn<Opener>("open");
-        QTest::newRow("calendar") << Opener([this](const Steps& steps) { InCalendar(steps); });
-        QTest::newRow("day") << Opener([this](const Steps& steps) { InDay(steps); });
-        QTest::newRow("import") << Opener([this](const Steps& steps) { InImport(steps); });
-        QTest::newRow("source") << Opener([this](const Steps& steps) { InSource(steps); });
-    }
 
     QFont usual_;
 
@@ -94,13 +86,13 @@ private slots:
         CloseWindow();
     }
 
-    void opens_within_the_screen_data() { AddWindows(); }
-
     void opens_within_the_screen() {
-        QFETCH(Opener, open);
-        for (const QFont& letters : {usual_, Letters(kLargeLetters)}) {
-            QApplication::setFont(letters);
-            open([](QDialog& dialog) {
+        using Opener = void (FitsScreenTest::*)(const Steps&);
+        const Opener openers[] = {&FitsScreenTest::InCalendar, &FitsScreenTest::InDay, &FitsScreenTest::InImport,
+                                  &FitsScreenTest::InSource};
+        for (int i = 0; i < 8; ++i) {
+            QApplication::setFont(i % 2 == 0 ? usual_ : Letters(kLargeLetters));
+            (this->*openers[i / 2])([](QDialog& dialog) {
                 QVERIFY2(dialog.size() == dialog.size().boundedTo(kScreen - QSize(0, kSpace * 5)),
                          qPrintable(QStringLiteral("%1x%2").arg(dialog.width()).arg(dialog.height())));
                 QCOMPARE(FaultsOfWindow(dialog).join('\n'), QString());

@@ -49,7 +49,7 @@ private slots:
         window.findChild<QCheckBox*>("showSame")->click();
         QCOMPARE(list->topLevelItemCount(), 4);
         window.resize(1000, 420);
-        TakeBoth(window, "import_list");
+        looks_.Shoot(window, "import_list");
     }
 
     void SaysWhyTheListIsEmpty() {
@@ -70,7 +70,7 @@ private slots:
             QCOMPARE(line->text().contains("Show existing"), notes > 0);
             QCOMPARE(line->text().contains("All 3 notes"), notes == 3);
             if (notes == 3)
-                TakeBoth(window, "import_nothing_new");
+                looks_.Shoot(window, "import_nothing_new");
             window.findChild<QCheckBox*>("showSame")->click();
             QCOMPARE(line->isVisibleTo(&window), notes == 0);
             QCOMPARE(list->accessibleDescription().isEmpty(), notes > 0);
@@ -127,7 +127,7 @@ private slots:
         QCOMPARE(there->extraSelections().size(), 2);
         QCOMPARE(here->extraSelections().size(), 2);
         window.resize(900, 520);
-        TakeBoth(window, "import_differences");
+        looks_.Shoot(window, "import_differences");
     }
 
     void EditsTheNoteUnderADoubleClick() {
@@ -218,7 +218,7 @@ private slots:
         QTRY_COMPARE(paths.ChosenID(1, 0), 4);
         QTest::keyClick(dialog.Panel()->Tabs(), Qt::Key_Right);
         QCOMPARE(dialog.Panel()->ActiveSet(), 2);
-        TakeBoth(dialog, "import_categories");
+        looks_.Shoot(dialog, "import_categories");
         int asked = 0;
         commands_.changeCategories = [&](QWidget*) {
             ++asked;
@@ -238,19 +238,12 @@ private slots:
     }
 
 private:
-    /// A picture in each palette.
-    void TakeBoth(QWidget& window, const QString& name) {
-        TakeShot(window, name);
-        theme_.SetAppearance(Appearance::Dark);
-        QCoreApplication::processEvents();
-        TakeShot(window, name + "_dark");
-        theme_.SetAppearance(Appearance::Light);
-    }
     ImportNoteCommands commands_{[](size_t, QWidget*) { return false; }, [](QWidget*) { return false; }};
     NumberedGuids guids_;
     ScriptedPrompts prompts_;
     MemoryStore store_;
     Theme theme_{*qApp, Appearance::Light};
+    BothLooks looks_{theme_};
 };
 
 }  // namespace lore

@@ -83,41 +83,31 @@ private slots:
     void init() { OpenSample(); }
     void cleanup() { CloseWindow(); }
 
-    void splits_and_columns_are_kept_data() {
-        QTest::addColumn<int>("window");
-        QTest::addColumn<QString>("part");
-        QTest::addColumn<QString>("key");
-        QTest::newRow("source, preview") << 0 << ""
-                                         << "EditSourceSplit";
-        QTest::newRow("differences, texts") << 1 << ""
-                                            << "NoteDifferencesSplit";
-        QTest::newRow("differences, list") << 1 << "differences"
-                                           << "NoteDifferencesColumns";
-        QTest::newRow("import, list") << 2 << "importList"
-                                      << "ImportNotesColumns";
-        QTest::newRow("day, events") << 3 << "events"
-                                     << "EditDayEventColumns";
-        QTest::newRow("day, reminders") << 3 << "reminders"
-                                        << "EditDayReminderColumns";
+    void splits_and_columns_are_kept() {
+        using Opener = void (KeptLayoutTest::*)(const Steps&);
+        // The window, the part (its splitter, where it has no name), and where it is stored.
+        const std::tuple<Opener, const char*, const char*> parts[] = {
+            {&KeptLayoutTest::InSource, "", "EditSourceSplit"},
+            {&KeptLayoutTest::InDifferences, "", "NoteDifferencesSplit"},
+            {&KeptLayoutTest::InDifferences, "differences", "NoteDifferencesColumns"},
+            {&KeptLayoutTest::InImport, "importList", "ImportNotesColumns"},
+            {&KeptLayoutTest::InDay, "events", "EditDayEventColumns"},
+            {&KeptLayoutTest::InDay, "reminders", "EditDayReminderColumns"}};
+        for (const auto& [opener, part, key] : parts)
+            CheckKept(opener, QLatin1String(part), key);
     }
 
-    void splits_and_columns_are_kept() {
-        QFETCH(int, window);
-        QFETCH(QString, part);
-        QFETCH(QString, key);
+private:
+    void CheckKept(void (KeptLayoutTest::*opener)(const Steps&), const QString& part, const char* key) {
         const auto open = [&](const std::function<void(QWidget*)>& steps) {
-            const Steps within = [&](QDialog& dialog) {
+            (this->*opener)([&](QDialog& dialog) {
                 QWidget* const found = part.isEmpty() ? static_cast<QWidget*>(dialog.findChild<QSplitter*>())
                                                       : dialog.findChild<QTreeView*>(part);
-                QVERIFY(found);
+                QVERIFY2(found, key);
                 steps(found);
-            };
-            window == 0   ? InSource(within)
-            : window == 1 ? InDifferences(within)
-            : window == 2 ? InImport(within)
-                          : InDay(within);
+            });
         };
-        const auto stored = [&] { return store_.Get("Windows", key.toStdString()); };
+        const auto stored = [&] { return store_.Get("Windows", key); };
         QList<int> first, drawn;
         open([&](QWidget* found) { first = SizesOf(found); });
         QVERIFY2(!stored(), "nobody has moved anything");
@@ -135,7 +125,7 @@ private slots:
             }
         });
         for (const char* const damaged : {"", "200", "0,0,0,0,0,0", "0,0", "200,wide", "200,-3", "2000000,2000000"}) {
-            store_.Set("Windows", key.toStdString(), damaged);
+            store_.Set("Windows", key, damaged);
             open([&](QWidget* found) { QCOMPARE(SizesOf(found), first); });
         }
     }

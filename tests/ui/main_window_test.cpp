@@ -48,31 +48,57 @@ private:
         QTest::keyClick(box, Qt::Key_Return);
     }
 
-    /// Opens the menu of a card and chooses an entry; gives the entries.
-    QStringList ChooseFromCard(int32_t id, const QString& chosen = {}) {
+    /// Opens the menu of a card and chooses an entry; gives the entries with their keys.
+    QMap<QString, QString> ChooseFromCard(int32_t id, const QString& chosen = {}) {
         BoardView* const board = window_->Board();
         board->SetFocusNote(id);
         const QPoint point = board->CardRect(app_->List().PositionOf(id)).topLeft() + QPoint(8, 14);
-        QMenu* const menu = OpenMenuAt(*board->viewport(), point);
-        if (!menu)
-            return {};
-        QStringList texts;
+        QMap<QString, QString> keys;
         QAction* entry = nullptr;
-        for (QAction* const action : menu->actions()) {
-            texts.append(action->text());
+        QMenu* const menu = OpenMenuAt(*board->viewport(), point);
+        for (QAction* const action : menu ? menu->actions() : QList<QAction*>()) {
+            keys[action->text()] = action->shortcut().toString();
             entry = action->text() == chosen ? action : entry;
         }
-        menu->close();
+        if (menu)
+            menu->close();
         if (entry)
             entry->trigger();
-        return texts;
+        return keys;
+    }
+    /// The board gets the keys.
+    BoardView& FocusBoard() {
+        Activate();
+        window_->Board()->setFocus();
+        return *window_->Board();
     }
     void DeleteByKey() {
         prompts_.answers = {PromptAnswer::Yes};
-        window_->activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == window_.get());
-        window_->Board()->setFocus();
-        QTest::keyClick(window_->Board(), Qt::Key_Delete);
+        QTest::keyClick(&FocusBoard(), Qt::Key_Delete);
+    }
+    /// The list of sources can't be read while steps run.
+    void WithoutSources(const std::function<void()>& steps) {
+        const std::filesystem::path sources = app_->NoteBook().paths.Sources(), aside = Root() / "aside";
+        std::filesystem::rename(sources, aside);
+        std::filesystem::create_directories(sources / "in the way");
+        steps();
+        std::filesystem::remove_all(sources);
+        std::filesystem::rename(aside, sources);
+    }
+    void ReloadAndShow(const LongList& listed) {
+        app_->ReloadNotes(listed);
+        window_->ShowNoteBook();
+    }
+    /// Opens the window anew, with other programs to start and work beside it, if there is any.
+    void OpenWithCompanions() {
+        CloseWindow();
+        companions_ = NotedStarts();
+        morePorts_ = [this](AppPorts& ports) {
+            ports.companions = &companions_;
+            ports.background = background_.get();
+        };
+        Open();
+        faults_.bar = window_->Faults();
     }
     bool OffersTryAgain() const {
         for (const QPushButton* const button : window_->Faults()->findChildren<QPushButton*>())
@@ -99,6 +125,7 @@ private:
 private slots:
     void init() {
         morePorts_ = nullptr;
+        background_.reset();
         faults_.bar = nullptr;
         Begin();
         MakeSample();
@@ -207,10 +234,8 @@ private slots:
     void a_panel_that_is_filled_anew_takes_no_focus_from_the_board() {
         window_->Panels()->SetPage(static_cast<int>(PanelKind::Categories));
         PanelPage* const page = Panel(PanelKind::Categories);
-        window_->activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == window_.get());
         page->Tree()->setCurrentIndex(Row(PanelKind::Categories, "Signals"));
-        window_->Board()->setFocus();
+        FocusBoard();
         const QStringList told = ToldDuring([page] {
             page->findChild<QLineEdit*>()->setText("Sig");
             page->findChild<QLineEdit*>()->clear();
@@ -244,16 +269,8 @@ private slots:
                                           {"Edit Custom Source Types...", "Sources"},
                                           {"Create Bibliography...", "Sources"}})
             QCOMPARE(MenuEntry(*window_, entry, "Tools"), MenuEntry(*window_, entry, menu));
-        const QPoint point = window_->Board()->CardRect(0).topLeft() + QPoint(8, 14);
-        QMenu* const menu = OpenMenuAt(*window_->Board()->viewport(), point);
-        QVERIFY(menu);
-        QMap<QString, QString> keys;
-        for (const QAction* const action : menu->actions())
-            keys[action->text()] = action->shortcut().toString();
-        menu->close();
-        QCOMPARE(keys["Edit Note"], QStringLiteral("F2"));
-        QCOMPARE(keys["Delete Note Permanently"], QStringLiteral("Del"));
-        // They still do what they did.
+        // Those of a card's menu still do what they did when it has been open.
+        ChooseFromCard(app_->List()[0].id);
         DeleteByKey();
         QVERIFY(prompts_.seen.back().starts_with("Delete Note?? "));
     }
@@ -312,8 +329,11 @@ private slots:
     void a_card_has_its_menu() {
         window_->Board()->SetOtherNoteBooks({"Another"});
         const int32_t first = app_->List()[0].id, second = app_->List()[1].id;
-        QCOMPARE(ChooseFromCard(first), QStringList({"Edit Note", "Remove From Current List", "Copy Note To NoteBook",
-                                                     "Delete Note Permanently"}));
+        const QMap<QString, QString> keys{{"Edit Note", "F2"},
+                                          {"Remove From Current List", {}},
+                                          {"Copy Note To NoteBook", {}},
+                                          {"Delete Note Permanently", "Del"}};
+        QCOMPARE(ChooseFromCard(first), keys);
         InDialog<NoteEditorWindow>([&] { ChooseFromCard(first, "Edit Note"); },
                                    [&](NoteEditorWindow& editor) { QCOMPARE(editor.Note().id, first); });
         ChooseFromCard(second, "Remove From Current List");
@@ -329,6 +349,8 @@ private slots:
         const LongList ids = app_->List().GetNoteIDs();
         const size_t last = ids.Count() - 1;
         board->SetFocusNote(ids[3]);
+        QTest::keyClick(&FocusBoard(), Qt::Key_Delete);
+        QVERIFY2(app_->List().Contains(ids[3]), "the answer was No");
         DeleteByKey();
         QCOMPARE(board->FocusNote(), ids[4]);
         DeleteByKey();
@@ -368,7 +390,7 @@ private slots:
                                    });
         QCOMPARE(app_->List().Count(), size_t{1});
         QTRY_VERIFY(!TellsOfNoEntries(PanelKind::Categories) && !TellsOfNoEntries(PanelKind::Sources));
-        MenuEntry(*window_, "Clear Current Notes")->trigger();
+        Trigger("Clear Current Notes");
         QCOMPARE(EmptyBoard(), QStringList({"No notes in the list", "Show all notes"}));
         Press(*window_->Board(), "Show all notes");
         QCOMPARE(app_->List().Count(), size_t{1});
@@ -399,57 +421,45 @@ private slots:
         QCOMPARE(app_->SortOrder(), 801);
     }
 
-    void keys_move_the_focus_note_as_a_drag_does_data() {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("to");
-        QTest::newRow("down") << 0 << int(Qt::Key_Down) << 1;
-        QTest::newRow("up") << 20 << int(Qt::Key_Up) << 19;
-        QTest::newRow("up at the top") << 0 << int(Qt::Key_Up) << 0;
-        QTest::newRow("down at the end") << -1 << int(Qt::Key_Down) << -1;
-        QTest::newRow("up from the end") << -1 << int(Qt::Key_Up) << -2;
-    }
-
     void keys_move_the_focus_note_as_a_drag_does() {
-        QFETCH(int, from);
-        QFETCH(int, key);
-        QFETCH(int, to);
         const auto ids = [this] {
-            QList<int32_t> all;
-            for (size_t i = 0; i < app_->List().Count(); ++i)
-                all.append(app_->List()[i].id);
-            return all;
+            const LongList all = app_->List().GetNoteIDs();
+            return QList<int32_t>(all.begin(), all.end());
         };
         QList<int32_t> expected = ids();
-        const qsizetype count = expected.size(), start = (from + count) % count, end = (to + count) % count;
-        const int32_t moved = expected[start];
-        BoardView* const board = window_->Board();
-        window_->activateWindow();
-        QTRY_VERIFY(window_->isActiveWindow());
-        board->setFocus();
-        board->SetFocusNote(moved);
-        const QString card = board->CardText(static_cast<int>(start));
-        const int order = app_->SortOrder();
-        QTest::keyClick(board, static_cast<Qt::Key>(key), Qt::AltModifier);
-        expected.move(start, end);
-        QCOMPARE(ids(), expected);
-        QCOMPARE(board->FocusNote(), moved);
-        QVERIFY(board->viewport()->rect().intersects(board->CardRect(static_cast<int>(end))));
-        QCOMPARE(board->CardText(static_cast<int>(end)), card);
-        QCOMPARE(app_->SortOrder(), order);
+        const int last = static_cast<int>(expected.size()) - 1, order = app_->SortOrder();
+        BoardView& board = FocusBoard();
+        const std::tuple<int, Qt::Key, int> moves[] = {{0, Qt::Key_Down, 1},
+                                                       {20, Qt::Key_Up, 19},
+                                                       {0, Qt::Key_Up, 0},
+                                                       {last, Qt::Key_Down, last},
+                                                       {last, Qt::Key_Up, last - 1}};
+        for (const auto& [from, key, to] : moves) {
+            const int32_t moved = expected[from];
+            board.SetFocusNote(moved);
+            const QString card = board.CardText(from);
+            QTest::keyClick(&board, key, Qt::AltModifier);
+            expected.move(from, to);
+            QCOMPARE(ids(), expected);
+            QCOMPARE(board.FocusNote(), moved);
+            QVERIFY(board.viewport()->rect().intersects(board.CardRect(to)));
+            QCOMPARE(board.CardText(to), card);
+            QCOMPARE(app_->SortOrder(), order);
+        }
         window_->close();
         CloseWindow();
         Open();
         QCOMPARE(ids(), expected);
     }
 
-    void closed_lists_of_the_tool_bar_choose_nothing() {
+    void closed_lists_whose_choice_is_carried_out_choose_nothing() {
         QSignalSpy sorted(window_->Tools(), &MainToolBar::SortChosen);
         QSignalSpy switched(window_->Tools(), &MainToolBar::NoteBookChosen);
-        window_->activateWindow();
-        QTRY_VERIFY(window_->isActiveWindow());
-        for (const char* const name : {"NoteBook", "Order of the notes"}) {
-            const auto boxes = window_->Tools()->findChildren<QComboBox*>();
+        QSignalSpy zoomed(window_->Tools(), &MainToolBar::ZoomChosen);
+        QSignalSpy shown(window_->Panels(), &ControlBar::ChoiceChanged);
+        Activate();
+        for (const char* const name : {"NoteBook", "Order of the notes", "Zoom", "Show Category Set:"}) {
+            const auto boxes = window_->findChildren<QComboBox*>();
             const auto found = std::find_if(boxes.begin(), boxes.end(), [name](const QComboBox* each) {
                 return each->accessibleName() == QLatin1String(name);
             });
@@ -475,7 +485,7 @@ private slots:
                 QCOMPARE(box.currentIndex(), before);
             }
         }
-        QCOMPARE(sorted.count() + switched.count(), 0);
+        QCOMPARE(sorted.count() + switched.count() + zoomed.count() + shown.count(), 0);
     }
 
     void switching_the_notebook_keeps_each_list() {
@@ -539,9 +549,9 @@ private slots:
         QTest::keyClick(window_.get(), Qt::Key_F6);
         QCOMPARE(board.FocusNote(), last);
         QVERIFY(board.VisibleRows().second == board.Model().Count());
-        MenuEntry(*window_, "Next Pane")->trigger();
+        Trigger("Next Pane");
         QVERIFY(window_->findChild<QLineEdit*>("searchBox")->hasFocus());
-        MenuEntry(*window_, "Previous Pane")->trigger();
+        Trigger("Previous Pane");
         QVERIFY(window_->Board()->hasFocus());
         QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
         QVERIFY(Panel(PanelKind::Categories)->Tree()->hasFocus());
@@ -577,9 +587,7 @@ private slots:
         const ListedNote& first = app_->List().Notes()[2];
         const int32_t id = first.Id();
         const QString text = QString::fromStdString(ToUtf8(first.note->plainText)).simplified();
-        window_->activateWindow();
-        BoardView* const board = window_->Board();
-        board->setFocus();
+        BoardView* const board = &FocusBoard();
         clipboard.setText("kept");
         board->SetFocusNote(-1);
         for (const int key : {Qt::Key_C, Qt::Key_X})
@@ -603,11 +611,7 @@ private slots:
                                    });
         const int32_t other = app_->List()[0].id;
         board->SetFocusNote(other);
-        prompts_.answers = {PromptAnswer::Yes};
-        window_->activateWindow();
-        QTRY_VERIFY(QApplication::activeWindow() == window_.get());
-        board->setFocus();
-        QTest::keyClick(board, Qt::Key_Delete);
+        DeleteByKey();
         QVERIFY(!app_->List().Contains(other));
         QTest::keyClick(board, Qt::Key_Backspace, Qt::AltModifier);
         QVERIFY(app_->List().Contains(other));
@@ -620,22 +624,14 @@ private slots:
     }
 
     void what_a_panel_gives_the_list_is_undone_by_key() {
-        const auto values = [this] {
-            std::vector<std::tuple<int32_t, Rgb, std::string, int64_t>> all;
-            for (const ListedNote& entry : app_->List().Notes())
-                all.emplace_back(entry.Id(), entry.note->borderColor, entry.note->keyWords,
-                                 entry.note->dateEdited.Seconds());
-            std::sort(all.begin(), all.end());
-            return all;
-        };
+        const auto values = [this] { return std::pair(app_->List()[0].borderColor, app_->List()[0].keyWords); };
         const auto before = values();
         const int32_t focus = app_->List()[5].id;
-        window_->activateWindow();
-        window_->Board()->SetFocusNote(focus);
+        FocusBoard().SetFocusNote(focus);
         QAction* const undo = MenuEntry(*window_, "Undo Delete");
         emit window_->Panels()->CommandRequested({.action = PanelAction::SetListColor, .color = MakeRgb(1, 120, 1)});
         emit window_->Panels()->CommandRequested({.action = PanelAction::AttachKeyWord, .name = "read again"});
-        QVERIFY(app_->List()[0].keyWords.ends_with("read again") && app_->List()[0].borderColor == MakeRgb(1, 120, 1));
+        QVERIFY(values().second.ends_with("read again") && values().first == MakeRgb(1, 120, 1));
         QMenu* const menu = qobject_cast<QMenu*>(undo->associatedObjects().value(0));
         QVERIFY(menu);
         for (const char* const words : {"Undo Key Word", "Undo Border Color"}) {
@@ -644,8 +640,7 @@ private slots:
             QVERIFY(undo->isEnabled());
             emit menu->aboutToHide();
             QVERIFY(values() != before);
-            window_->Board()->setFocus();
-            QTest::keyClick(window_->Board(), Qt::Key_Z, Qt::ControlModifier);
+            QTest::keyClick(&FocusBoard(), Qt::Key_Z, Qt::ControlModifier);
         }
         QVERIFY(values() == before);
         QCOMPARE(window_->Board()->FocusNote(), focus);
@@ -664,8 +659,7 @@ private slots:
         for (const std::filesystem::path& cut : {paths.Categories(), paths.Sources(), file})
             std::filesystem::resize_file(cut, std::filesystem::file_size(cut) - 40);
         faults_.bar = window_->Faults();
-        app_->ReloadNotes(listed);
-        window_->ShowNoteBook();
+        ReloadAndShow(listed);
         const auto told = [this] { return window_->Faults()->findChild<QLabel*>()->text(); };
         QVERIFY(window_->Faults()->isVisible() && !OffersTryAgain());
         for (const std::filesystem::path& cut : {paths.Categories(), paths.Sources(), file})
@@ -694,14 +688,8 @@ private slots:
         app_->ClearList();
         for (const int32_t id : kept)
             app_->Gather(LongList{id});
-        const std::filesystem::path sources = app_->NoteBook().paths.Sources(), aside = Root() / "aside";
-        std::filesystem::rename(sources, aside);
-        std::filesystem::create_directories(sources / "in the way");
-        app_->ReloadNotes(kept);
-        window_->ShowNoteBook();
+        WithoutSources([&] { ReloadAndShow(kept); });
         QVERIFY(OffersTryAgain());
-        std::filesystem::remove_all(sources);
-        std::filesystem::rename(aside, sources);
         const size_t before = app_->NoteBook().sources.Count();
         Press(*window_->Faults(), "Try again");
         QVERIFY(!window_->Faults()->isVisible());
@@ -711,11 +699,7 @@ private slots:
     }
 
     void try_again_repeats_a_print_that_failed() {
-        CloseWindow();
-        companions_ = NotedStarts();
-        morePorts_ = [this](AppPorts& ports) { ports.companions = &companions_; };
-        Open();
-        faults_.bar = window_->Faults();
+        OpenWithCompanions();
         QAction* const print = MenuEntry(*window_, "Save/Print Current Notes...");
         companions_.failure = "No such file or directory";
         print->trigger();
@@ -744,25 +728,12 @@ private slots:
 
     // A question within the loop of the command could not be answered before its end.
     void a_draft_found_by_try_again_waits_for_the_command_behind_it() {
-        CloseWindow();
-        companions_ = NotedStarts();
         background_ = std::make_unique<QtProgress>(*theme_);
-        morePorts_ = [this](AppPorts& ports) {
-            ports.companions = &companions_;
-            ports.background = background_.get();
-        };
-        Open();
+        OpenWithCompanions();
         background_->SetParent(window_.get());
-        faults_.bar = window_->Faults();
         companions_.failure = "No such file or directory";
-        MenuEntry(*window_, "Save/Print Current Notes...")->trigger();
-        const std::filesystem::path sources = app_->NoteBook().paths.Sources(), aside = Root() / "aside";
-        std::filesystem::rename(sources, aside);
-        std::filesystem::create_directories(sources / "in the way");
-        app_->ReloadNotes(app_->List().GetNoteIDs());
-        window_->ShowNoteBook();
-        std::filesystem::remove_all(sources);
-        std::filesystem::rename(aside, sources);
+        Trigger("Save/Print Current Notes...");
+        WithoutSources([this] { ReloadAndShow(app_->List().GetNoteIDs()); });
         companions_.failure.reset();
         Draft draft;
         draft.note = app_->List()[0];
@@ -790,13 +761,18 @@ private slots:
         QApplication::clipboard()->clear();
         const size_t listed = app_->List().Count();
         const auto trigger = [this] {
-            MenuEntry(*window_, "Paste As New Note...")->trigger();
-            MenuEntry(*window_, "Clear Current Notes")->trigger();
+            Trigger("Paste As New Note...");
+            Trigger("Clear Current Notes");
         };
+        QSignalSpy asked[] = {{window_->Tools(), &MainToolBar::NewNoteRequested},
+                              {window_->Tools(), &MainToolBar::CalendarRequested}};
         {
             const Busy busy;
             trigger();
+            for (const char* const name : {"newNote", "calendar"})
+                In<QToolButton>(*window_, name)->click();
         }
+        QCOMPARE(asked[0].count() + asked[1].count(), 0);
         QVERIFY(prompts_.seen.empty());
         QCOMPARE(app_->List().Count(), listed);
         trigger();
@@ -804,36 +780,19 @@ private slots:
         QCOMPARE(app_->List().Count(), size_t{0});
     }
 
-    void faults_show_a_quiet_bar() {
-        QVERIFY(!window_->Faults()->isVisible());
-        window_->Faults()->Add(
-            {"The note file could not be read", "/data/Notes/SRC0000000042.dat", "Permission denied"});
-        QVERIFY(window_->Faults()->isVisible());
-        TakeShot(*window_, "main-fault");
-    }
-
-    void looks_good_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<int>("page");
-        QTest::addColumn<int>("zoom");
-        QTest::newRow("main-light-categories") << false << 0 << 100;
-        QTest::newRow("main-dark-categories") << true << 0 << 100;
-        QTest::newRow("main-light-sources") << false << 1 << 100;
-        QTest::newRow("main-dark-keywords") << true << 2 << 150;
-        QTest::newRow("main-light-colors") << false << 3 << 200;
-    }
-
     void looks_good() {
-        SetLook();
-        QFETCH(int, page);
-        QFETCH(int, zoom);
-        window_->Panels()->SetPage(page);
-        emit window_->Tools()->ZoomChosen(zoom);
-        if (page == 0)
+        const std::pair<const char*, int> pages[] = {
+            {"main-categories", 100}, {"main-sources", 100}, {"main-keywords", 150}, {"main-colors", 200}};
+        for (int page = 0; page < 4; ++page) {
+            CloseWindow();
+            Open();
+            window_->Panels()->SetPage(page);
+            emit window_->Tools()->ZoomChosen(pages[page].second);
             Panel(PanelKind::Categories)->Tree()->expandToDepth(1);
-        if (page == 1)
-            Search("\"fresnel\" OR lens");
-        Shoot(*window_, QString::fromLatin1(QTest::currentDataTag()));
+            if (page == 1)
+                Search("\"fresnel\" OR lens");
+            BothLooks{*theme_}.Shoot(*window_, pages[page].first);
+        }
     }
 };
 

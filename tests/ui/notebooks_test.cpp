@@ -1,5 +1,6 @@
 #include "notes/note_file.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
+#include "ui/tool_bar.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -33,7 +34,7 @@ private:
     }
 
     void InManager(const std::function<void(ManageNoteBooksDialog&)>& steps) {
-        InDialog<ManageNoteBooksDialog>([this] { MenuEntry(*window_, "Manage NoteBooks...")->trigger(); },
+        InDialog<ManageNoteBooksDialog>([this] { Trigger("Manage NoteBooks..."); },
                                         [&](ManageNoteBooksDialog& dialog) {
                                             QTRY_VERIFY(In<QListWidget>(dialog, "noteBooks")->hasFocus());
                                             steps(dialog);
@@ -206,21 +207,61 @@ private slots:
         QCOMPARE(spy.first().first().toString(), QStringLiteral("/tmp/notes.LBE"));
     }
 
-    void looks_good_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<int>("row");
-        QTest::newRow("notebooks-light") << false << 2;
-        QTest::newRow("notebooks-dark") << true << 3;
-        QTest::newRow("notebooks-main-light") << false << 0;
+    void looks_good() {
+        InManager([this](ManageNoteBooksDialog& dialog) {
+            for (const auto& [name, row] : {std::pair("notebooks", 2), {"notebooks-rtl", 3}, {"notebooks-main", 0}}) {
+                dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(row);
+                BothLooks{*theme_}.Shoot(dialog, name);
+            }
+        });
     }
 
-    void looks_good() {
-        SetLook();
-        QFETCH(int, row);
-        InManager([row](ManageNoteBooksDialog& dialog) {
-            dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(row);
-            Shoot(dialog, QString::fromLatin1(QTest::currentDataTag()));
+    void exit_asks_for_a_name_that_was_typed() {
+        struct Typed {
+            const char* field;
+            bool asks;
+        };
+        for (const Typed& typed : {Typed{"newName", true}, {"name", true}, {"name", false}}) {
+            InManager([&](ManageNoteBooksDialog& dialog) {
+                In<QListWidget>(dialog, "noteBooks")->setCurrentRow(1);
+                QLineEdit* const field = In<QLineEdit>(dialog, typed.field);
+                field->setFocus();
+                field->selectAll();
+                QTest::keyClicks(field, typed.asks ? "Fog signals" : "Thesis");
+                prompts_.seen.clear();
+                prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+                QCOMPARE(dialog.isVisible(), typed.asks);
+                QCOMPARE(prompts_.seen.size(), size_t{typed.asks});
+                if (!typed.asks)
+                    return;
+                QVERIFY(field->hasFocus() && field->text() == "Fog signals");
+                Press(dialog, "Exit");
+                QVERIFY(!dialog.isVisible());
+            });
+        }
+        QCOMPARE(app_->NoteBooks()[0].name, std::string("Thesis"));
+    }
+
+    void faults_of_a_notebook_leave_the_bar_with_it() {
+        FaultBar& bar = *window_->Faults();
+        const auto tell = [&](const std::filesystem::path& file) {
+            bar.Add({"The file could not be written", file.string(), "No space left on device"});
+        };
+        tell(app_->NoteBook().paths.Notes() / "DAY01012020.dat");
+        emit window_->Tools()->NoteBookChosen(2);
+        QVERIFY(bar.isHidden());
+        const NoteBookPaths left = app_->NoteBook().paths;
+        tell(left.Folder());
+        tell(Data().DataFiles() / "Events.dat");
+        tell(left.Folder().string() + "1");
+        InManager([](ManageNoteBooksDialog& dialog) {
+            In<QListWidget>(dialog, "noteBooks")->setCurrentRow(0);
+            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
         });
+        QVERIFY(app_->NoteBook().database.IsMain());
+        QVERIFY(!bar.isHidden());
+        QCOMPARE(bar.Count(), size_t{2});
     }
 };
 

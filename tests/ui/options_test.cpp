@@ -21,7 +21,7 @@ class OptionsTest : public QObject, protected WindowWorld {
 private:
     /// Opens the options from a menu and runs steps in them; they are closed behind them.
     void InSheet(const QString& menu, const QString& entry, const std::function<void(COptionsPropSheet&)>& steps) {
-        InDialog<COptionsPropSheet>([&] { MenuEntry(*window_, entry, menu)->trigger(); }, steps);
+        InDialog<COptionsPropSheet>([&] { Trigger(entry, menu); }, steps);
     }
     /// A sheet of its own, with an agent and with fonts and colours that a test chooses.
     std::unique_ptr<COptionsPropSheet> MakeSheet(OptionsTab tab) {
@@ -61,31 +61,17 @@ private slots:
     }
 
     void cleanup() { CloseWindow(); }
-    void menus_open_the_right_page_data() {
-        QTest::addColumn<QString>("menu");
-        QTest::addColumn<QString>("entry");
-        QTest::addColumn<QString>("page");
-        const char* const rows[][3] = {{"Options", "Lorebinder Options...", "<  General  >"},
-                                       {"Tools", "Lorebinder Options...", "<  General  >"},
-                                       {"Tools", "Lorebinder Agent...", "<  Agent  >"},
-                                       {"Tools", "Lorebinder Auto-Backup...", "<  Auto-Backup  >"}};
-        for (const auto& [menu, entry, page] : rows)
-            QTest::addRow("%s, %s", menu, entry) << menu << entry << page;
-    }
-
     void menus_open_the_right_page() {
-        QFETCH(QString, menu);
-        QFETCH(QString, entry);
-        QFETCH(QString, page);
-        InSheet(menu, entry, [&](COptionsPropSheet& sheet) {
-            auto* const pages = sheet.findChild<QTabWidget*>("pages");
-            QStringList names;
-            for (int i = 0; i < pages->count(); ++i)
-                names.append(pages->tabText(i));
-            QCOMPARE(names, (QStringList{"<  General  >", "<  Auto-Backup  >", "<  Spell Checker  >", "<  Agent  >"}));
-            QCOMPARE(pages->tabText(pages->currentIndex()), page);
-            QVERIFY(sheet.findChild<QLabel*>("agentMissing"));
-        });
+        const std::tuple<const char*, const char*, OptionsTab> entries[] = {
+            {"Options", "Lorebinder Options...", OptionsTab::General},
+            {"Tools", "Lorebinder Options...", OptionsTab::General},
+            {"Tools", "Lorebinder Agent...", OptionsTab::Agent},
+            {"Tools", "Lorebinder Auto-Backup...", OptionsTab::AutoBackup}};
+        for (const auto& [menu, entry, page] : entries)
+            InSheet(menu, entry, [page = page](COptionsPropSheet& sheet) {
+                QCOMPARE(In<QTabWidget>(sheet, "pages")->currentIndex(), static_cast<int>(page));
+                QVERIFY(sheet.findChild<QLabel*>("agentMissing"));
+            });
     }
 
     void each_control_changes_the_board_at_once() {
@@ -112,23 +98,6 @@ private slots:
         });
     }
 
-    void question_before_cancel_can_be_turned_on_again() {
-        WritingCommands& commands = window_->Notes()->Commands();
-        prompts_.answers = {PromptAnswer::Yes, PromptAnswer::No};
-        prompts_.ticksBox = true;
-        QVERIFY(commands.NewNote().CancelNote());
-        QCOMPARE(Stored("szSaveWarning"), std::string("0"));
-        QVERIFY(commands.NewNote().CancelNote());
-        QCOMPARE(prompts_.seen.size(), size_t{1});
-        const auto sheet = MakeSheet(OptionsTab::General);
-        QCheckBox* const box = Box(*sheet, Option::szSaveWarning);
-        QVERIFY(!box->isChecked());
-        box->click();
-        QCOMPARE(Stored("szSaveWarning"), std::string("1"));
-        QVERIFY(!commands.NewNote().CancelNote());
-        QCOMPARE(prompts_.seen.size(), size_t{2});
-    }
-
     void backup_page_is_not_left_without_a_file() {
         const auto sheet = MakeSheet(OptionsTab::AutoBackup);
         auto* const pages = sheet->findChild<QTabWidget*>("pages");
@@ -149,26 +118,6 @@ private slots:
         QCOMPARE(pages->currentIndex(), 2);
         QTest::keyClick(sheet.get(), Qt::Key_Return, Qt::ControlModifier);
         QVERIFY(!sheet->isVisible());
-    }
-
-    void keyboard_reaches_every_control() {
-        const auto sheet = MakeSheet(OptionsTab::General);
-        auto* const pages = sheet->findChild<QTabWidget*>("pages");
-        for (int page = 0; page < pages->count(); ++page) {
-            QSet<QString> keys{"o"};
-            for (QWidget* const control : pages->widget(page)->findChildren<QWidget*>()) {
-                auto* const button = qobject_cast<QAbstractButton*>(control);
-                auto* const label = qobject_cast<QLabel*>(control);
-                const QString text = button ? button->text() : label && label->buddy() ? label->text() : QString();
-                if (text.isEmpty())
-                    continue;
-                const qsizetype mark = text.indexOf('&');
-                QVERIFY2(mark >= 0, qPrintable(text));
-                const QString key = text.mid(mark + 1, 1).toLower();
-                QVERIFY2(!keys.contains(key), qPrintable(text));
-                keys.insert(key);
-            }
-        }
     }
 
     void own_words_are_added_changed_and_deleted() {
@@ -280,28 +229,19 @@ private slots:
         QCOMPARE(opened_, 3);
     }
 
-    void looks_good_data() {
-        QTest::addColumn<bool>("dark");
-        QTest::addColumn<int>("page");
-        const char* const names[] = {"general", "backup", "spelling", "agent"};
-        for (int page = 0; page < 4; ++page) {
-            QTest::addRow("options-%s-light", names[page]) << false << page;
-            QTest::addRow("options-%s-dark", names[page]) << true << page;
-        }
-    }
-
     void looks_good() {
-        SetLook();
-        QFETCH(int, page);
         app_->GetSettings().Set(Option::EnableBackup, 1);
         app_->GetSettings().Set(Option::BackupPath, std::string("/home/reader/Backups/All my notes.lbe"));
         app_->GetSettings().Set(Option::Hotkey, 76);
         app_->GetSettings().Set(Option::HotkeyMod, 6);
-        agent_.installed = !theme_->IsDark();
-        qputenv("WAYLAND_DISPLAY", theme_->IsDark() ? "wayland-9" : "");
-        const auto sheet = MakeSheet(static_cast<OptionsTab>(page));
-        qunsetenv("WAYLAND_DISPLAY");
-        Shoot(*sheet, QString::fromLatin1(QTest::currentDataTag()));
+        const char* const names[] = {"general", "backup", "spelling", "agent", "no-agent"};
+        for (int i = 0; i < 5; ++i) {
+            agent_.installed = i < 4;
+            qputenv("WAYLAND_DISPLAY", agent_.installed ? "" : "wayland-9");
+            const auto sheet = MakeSheet(static_cast<OptionsTab>(std::min(i, 3)));
+            qunsetenv("WAYLAND_DISPLAY");
+            BothLooks{*theme_}.Shoot(*sheet, QStringLiteral("options-") + names[i]);
+        }
     }
 };
 

@@ -287,14 +287,13 @@ private slots:
         }
     }
 
-    void the_mark_of_an_item_stands_beside_its_first_line_data() {
-        QTest::addColumn<QString>("list");
-        QTest::newRow("dots") << "ul";
-        QTest::newRow("numbers") << "ol";
+    void the_mark_of_an_item_stands_beside_its_first_line() {
+        for (const char* const list : {"ul", "ol"})
+            CheckMark(QLatin1String(list));
     }
 
-    void the_mark_of_an_item_stands_beside_its_first_line() {
-        QFETCH(QString, list);
+private:
+    static void CheckMark(const QString& list) {
         const QString html = QStringLiteral("<%1><li><span style=\"font-size:36pt\">xxxx</span></li></%1>").arg(list);
         QImage page(794, 400, QImage::Format_RGB32);
         page.fill(Qt::white);
@@ -328,6 +327,7 @@ private slots:
                                 .arg(letter.bottom())));
     }
 
+private slots:
     void paper_looks_the_same_in_a_dark_window() {
         const auto page = [this](Appearance appearance) {
             theme_->SetAppearance(appearance);
@@ -343,25 +343,14 @@ private slots:
         QVERIFY(light == dark);
     }
 
-    void looks_good_data() {
-        QTest::addColumn<int>("appearance");
-        QTest::newRow("light") << 1;
-        QTest::newRow("dark") << 2;
-    }
-
     void looks_good() {
-        QFETCH(int, appearance);
-        theme_->SetAppearance(static_cast<Appearance>(appearance));
+        const BothLooks looks{*theme_};
         Open(Bibliography(40));
         window_->resize(900, 760);
-        QTest::qWait(100);
-        TakeShot(*window_, appearance == 2 ? "print-preview-dark" : "print-preview-light");
+        looks.Shoot(*window_, "print-preview");
         Command("Fit Page")->trigger();
         Command("Facing Pages")->trigger();
-        QTest::qWait(100);
-        TakeShot(*window_, appearance == 2 ? "print-preview-facing-dark" : "print-preview-facing-light");
-        window_.reset();
-        theme_->SetAppearance(Appearance::Light);
+        looks.Shoot(*window_, "print-preview-facing");
     }
 };
 

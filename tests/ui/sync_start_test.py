@@ -2,13 +2,14 @@
 """The sync at the start: a start that is to sync starts the sync program alone; the restart behind it opens the window.
 
 Usage: sync_start_test.py LOREBINDER"""
-import os
 import pathlib
 import shutil
-import subprocess
 import sys
-import tempfile
 import time
+import unittest
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from process_world import WAIT, ProcessTest
 
 SETTINGS = """[Options]
 SyncEngaged=1
@@ -24,65 +25,53 @@ mv "$(dirname "$0")/started.new" "$(dirname "$0")/started"
 """
 
 
-def start(program, data, *more):
-    """Starts the program beside its data folder, which it is given by a relative name."""
-    environment = dict(os.environ, HOME=str(data), XDG_RUNTIME_DIR=str(data.parent), QT_QPA_PLATFORM="offscreen",
-                       LC_ALL="C.UTF-8")
-    return subprocess.Popen([program, "--data", data.name, "--ready-line", *more], env=environment, text=True,
-                            cwd=data.parent, stderr=subprocess.PIPE)
+class SyncStart(ProcessTest):
+    def start(self, *more):
+        """Starts the program beside its data folder, which it is given by a relative name."""
+        return self.launch(self.program, "--data", "data", "--ready-line", *more)
 
-
-def wait_for(path):
-    end = time.monotonic() + 20
-    while not path.exists():
-        assert time.monotonic() < end, f"{path} doesn't come"
-        time.sleep(0.02)
-
-
-def opens(process):
-    """The lines that the program has written until its window could be used."""
-    lines = []
-    try:
+    def opens(self, *more):
+        """The lines that a start writes until its window could be used."""
+        process, lines = self.start(*more), []
         while not lines or lines[-1] != "ready\n":
             lines.append(process.stderr.readline())
-            assert lines[-1], f"the window doesn't open: {lines}"
-    finally:
+            self.assertTrue(lines[-1], f"the window doesn't open: {lines}")
         process.kill()
         process.wait()
-    return lines
+        return lines
 
-
-def main():
-    with tempfile.TemporaryDirectory() as folder:
-        top = pathlib.Path(folder).resolve()
-        bin_folder, data = top / "a bin", top / "data"
+    def test_a_start_syncs_once(self):
+        bin_folder, data = self.top / "a bin", self.top.resolve() / "data"
         bin_folder.mkdir()
         data.mkdir()
-        program = bin_folder / "lorebinder"
-        shutil.copy(sys.argv[1], program)
-        syncer, started = bin_folder / "syncer", bin_folder / "started"
+        self.program = bin_folder / "lorebinder"
+        shutil.copy(PROGRAM, self.program)
+        syncer, started = bin_folder.resolve() / "syncer", bin_folder.resolve() / "started"
         syncer.write_text(SYNCER)
         syncer.chmod(0o755)
         settings = data / "settings.ini"
         settings.write_text(SETTINGS)
 
-        first = start(program, data)
-        assert first.wait(60) == 0 and "ready" not in first.stderr.read()
-        wait_for(started)
-        assert started.read_text().splitlines() == [
-            str(syncer), "SYNCOPEN", "{S}", "{L}", str(data / "Data Files"), f"{bin_folder}/", "1042", "12", "11.56"
-        ], started.read_text()
-        assert settings.read_text() == SETTINGS
-        assert [p.name for p in data.iterdir()] == ["settings.ini"], "a start that syncs writes nothing"
+        first = self.start()
+        self.assertEqual(first.wait(WAIT), 0)
+        self.assertNotIn("ready", first.stderr.read())
+        end = time.monotonic() + WAIT
+        while not started.exists():
+            self.assertLess(time.monotonic(), end, "the sync program wasn't started")
+            time.sleep(0.02)
+        self.assertEqual(started.read_text().splitlines(), [
+            str(syncer), "SYNCOPEN", "{S}", "{L}", str(data / "Data Files"), f"{syncer.parent}/", "1042", "12", "11.56"])
+        self.assertEqual(settings.read_text(), SETTINGS)
+        self.assertEqual([p.name for p in data.iterdir()], ["settings.ini"], "a start that syncs writes nothing")
 
         started.unlink()
-        opens(start(program, data, "BypassSync"))
-        assert not started.exists()
+        self.opens("BypassSync")
+        self.assertFalse(started.exists())
 
         syncer.unlink()
-        assert any("could not be started" in line for line in opens(start(program, data)))
-    print("a start syncs once")
+        self.assertTrue(any("could not be started" in line for line in self.opens()))
 
 
 if __name__ == "__main__":
-    main()
+    PROGRAM = pathlib.Path(sys.argv.pop(1)).resolve()
+    unittest.main()

@@ -77,6 +77,13 @@ protected:
         theme_->SetAppearance(Appearance::Light);
     }
 
+    /// Makes the window the one that gets the keys.
+    void Activate() {
+        window_->activateWindow();
+        QTRY_VERIFY(window_->isActiveWindow());
+    }
+    void Trigger(const QString& entry, const QString& menu = {}) { MenuEntry(*window_, entry, menu)->trigger(); }
+
     /// Runs steps in the dialog of this kind that opens next, and closes it behind them.
     template <typename Dialog>
     void Next(std::function<void(Dialog&)> steps) {
@@ -96,8 +103,7 @@ protected:
     /// Runs steps in the dialog that a command opens from the window.
     template <typename Dialog>
     void InDialog(const std::function<void()>& command, const std::function<void(Dialog&)>& steps) {
-        window_->activateWindow();
-        QTRY_VERIFY(window_->isActiveWindow());
+        Activate();
         const int before = opened_;
         Next<Dialog>(steps);
         command();
