@@ -128,7 +128,11 @@ private:
         std::atomic<bool> cancelled = false;
         const ZipWriter::Watch watch{[&](double part) { position = static_cast<int>(part * kWholeArchive); },
                                      [&] { return cancelled.load(); }};
-        auto writing = RunOnHelper([&] { return archive_.Write(target_, watch); });
+        auto writing = RunOnHelper([&] {
+            ArchiveResult result = archive_.Write(target_, watch);
+            folder_.Remove();
+            return result;
+        });
         while (writing.wait_for(kPollTime) == std::future_status::timeout) {
             progress.SetPosition(position);
             cancelled = progress.Cancelled();

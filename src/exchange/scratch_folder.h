@@ -16,13 +16,15 @@ public:
         std::filesystem::remove_all(left, ignored);
         std::filesystem::create_directories(path_, ignored);
     }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
+    ~ScratchFolder() { Remove(); }
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
     const std::filesystem::path& Path() const { return path_; }
+    /// Deletes all of it at once; before the owner goes, where large files are to go beside the window.
+    void Remove() const {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
 
 private:
     std::filesystem::path path_;

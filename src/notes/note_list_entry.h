@@ -52,7 +52,7 @@ public:
                std::shared_ptr<const CProCategoryTree> path)
         : note(std::move(listed)), citations(std::move(texts)), sortPath(std::move(path)), id_(note->id) {}
     /// With a copy of the note's path.
-    ListedNote(std::shared_ptr<CNote> listed, std::shared_ptr<const Citations> texts)
+    ListedNote(const std::shared_ptr<CNote>& listed, std::shared_ptr<const Citations> texts)
         : ListedNote(listed, std::move(texts), CopySortPath(*listed)) {}
 
     std::shared_ptr<CNote> note;                 ///< never null

@@ -16,9 +16,9 @@ namespace lore {
 
 // An ASCII character of the text stands in the RTF as itself, as \'xx or as \uN, and between two characters of a word
 // there may be line ends, braces, control words and whole groups that aren't text. So a text that holds a term has in
-// its RTF either an escape that stands for ASCII, or the term's first character with the next one, or the beginning of
-// such markup, right behind it. From there on MayStandAt follows the term and gives up (with true) where the markup
-// gets difficult.
+// its RTF either an escape that stands for ASCII, a field that may, or the term's first character with the next one, or
+// the beginning of such markup, right behind it. From there on MayStandAt follows the term and gives up (with true)
+// where the markup gets difficult.
 
 namespace {
 
@@ -113,6 +113,7 @@ Step StepOverEscape(std::string_view rtf, size_t& at) {
 
 bool MayStandAt(std::string_view rtf, std::string_view term, size_t at) {
     size_t matched = 0;
+    bool hasLeftGroup = false;  // behind which a break may be a hidden one
     while (at < rtf.size() && matched < term.size()) {
         const char c = rtf[at];
         if (c == '{')
@@ -120,8 +121,9 @@ bool MayStandAt(std::string_view rtf, std::string_view term, size_t at) {
         if (c == '\\') {
             const Step step = StepOverEscape(rtf, at);
             if (step != Step::GoesOn)
-                return step == Step::Unclear;
+                return step == Step::Unclear || hasLeftGroup;
         } else if (c == '}' || static_cast<unsigned char>(c) < 0x20) {
+            hasLeftGroup = hasLeftGroup || c == '}';
             ++at;
         } else if (ToLowerAscii(c) == term[matched]) {
             ++at;
@@ -176,6 +178,9 @@ bool MayMakeAscii(std::string_view escape) {
         if (escape.starts_with(word))
             return !IsKnownCodePage(NumberBehind(escape, word.size()).value_or(-1));
     }
+    // A field may stand for any character, unless it is a link.
+    if (escape.starts_with("fldinst"))
+        return escape.find("HYPERLINK") == std::string_view::npos;
     if (!escape.starts_with('u') || escape.size() < 2 || IsLetter(escape[1]))
         return false;
     const std::optional<int64_t> number = NumberBehind(escape, 1);
@@ -185,9 +190,9 @@ bool MayMakeAscii(std::string_view escape) {
     return FoldCase(c & 0x1FFFFF) < 0x80;
 }
 
-/// Whether an escape that begins with this byte is worth a look.
-bool MayConcernAscii(char c) {
-    return c == '\'' || c == 'u' || c == 'a' || c == 'c';
+/// Whether an escape that begins with these bytes is worth a look.
+bool MayConcernAscii(char c, char next) {
+    return c == '\'' || c == 'u' || c == 'a' || c == 'c' || (c == 'f' && next == 'l');
 }
 
 bool HidesAscii(std::string_view rtf) {
@@ -195,10 +200,12 @@ bool HidesAscii(std::string_view rtf) {
     size_t at = 0;
 #if defined(__SSE2__)
     const auto equal = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    for (; at + 17 <= rtf.size(); at += 16) {
+    for (; at + 18 <= rtf.size(); at += 16) {
         const __m128i next = Load(&rtf[at + 1]);
-        const __m128i concerns = _mm_or_si128(_mm_or_si128(equal(next, '\''), equal(next, 'u')),
-                                              _mm_or_si128(equal(next, 'a'), equal(next, 'c')));
+        const __m128i field = _mm_and_si128(equal(next, 'f'), equal(Load(&rtf[at + 2]), 'l'));
+        const __m128i other = _mm_or_si128(_mm_or_si128(equal(next, '\''), equal(next, 'u')),
+                                           _mm_or_si128(equal(next, 'a'), equal(next, 'c')));
+        const __m128i concerns = _mm_or_si128(other, field);
         auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(equal(Load(&rtf[at]), '\\'), concerns)));
         for (; mask != 0; mask &= mask - 1) {
             if (MayMakeAscii(rtf.substr(at + static_cast<size_t>(std::countr_zero(mask)) + 1, kLongestEscape)))
@@ -207,7 +214,8 @@ bool HidesAscii(std::string_view rtf) {
     }
 #endif
     for (; at + 1 < rtf.size(); ++at) {
-        if (rtf[at] == '\\' && MayConcernAscii(rtf[at + 1]) && MayMakeAscii(rtf.substr(at + 1, kLongestEscape)))
+        const char next = at + 2 < rtf.size() ? rtf[at + 2] : '\0';
+        if (rtf[at] == '\\' && MayConcernAscii(rtf[at + 1], next) && MayMakeAscii(rtf.substr(at + 1, kLongestEscape)))
             return true;
     }
     return false;
@@ -222,7 +230,8 @@ std::string AsciiTerm(const SearchTerm& term) {
             return {};
         ascii += static_cast<char>(c);
     }
-    return ascii;
+    // A blank may be the one that is put behind such a text.
+    return ascii.starts_with(' ') ? std::string() : ascii;
 }
 
 }  // namespace
@@ -239,8 +248,7 @@ bool RtfPrefilter::MayMatch(std::string_view rtf) const {
         return true;
     const auto possible = std::count_if(terms_.begin(), terms_.end(),
                                         [&](const std::string& term) { return term.empty() || MayHold(rtf, term); });
-    // A field of that name stands for any character.
-    return matcher_.IsEnough(static_cast<size_t>(possible)) || HidesAscii(rtf) || MayHold(rtf, "symbol");
+    return matcher_.IsEnough(static_cast<size_t>(possible)) || HidesAscii(rtf);
 }
 
 }  // namespace lore

@@ -1,5 +1,6 @@
 #include "rtf/asides.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace lore {
@@ -53,7 +54,8 @@ std::string Asides::Before(std::string_view& utf8, char last) {
         if (utf8.empty())
             return before;
         aside->has_text = true;
-        before = IsGap(last) ? "[" : " [";
+        const char broken = TakeBreakAround();
+        before = broken != 0 ? std::string{broken, '['} : IsGap(last) ? "[" : " [";
     } else if (aside && aside->pending != 0) {
         before = std::exchange(aside->pending, '\0');
     } else if (just_closed_ && BeginsWord(utf8.front())) {
@@ -61,6 +63,13 @@ std::string Asides::Before(std::string_view& utf8, char last) {
     }
     just_closed_ = false;
     return before;
+}
+
+/// The break that waits in the aside around the one that begins, or 0.
+char Asides::TakeBreakAround() {
+    const auto around =
+        std::find_if(open_.rbegin() + 1, open_.rend(), [](const Aside& aside) { return aside.has_text; });
+    return around == open_.rend() ? '\0' : std::exchange(around->pending, '\0');
 }
 
 void Asides::BreakWithin(TextBreak kind) {

@@ -37,6 +37,7 @@ private:
         bool has_text = false;
         char pending = 0;
     };
+    char TakeBreakAround();
 
     std::vector<Aside> open_;
     bool just_closed_ = false;

@@ -69,15 +69,17 @@ bool BodyReader::Step() {
         case TokenKind::kBytes:
             AddBytes(token.text, token.begin, token.end);
             return true;
-        case TokenKind::kHexByte: {
-            const char byte = static_cast<char>(token.byte);
-            AddBytes(std::string_view(&byte, 1), token.begin, token.end);
+        case TokenKind::kHexByte:
+            AddByte(token);
             return true;
-        }
         case TokenKind::kBinary:
             OnBinary(Current().destination, token.text);
             return true;
         case TokenKind::kSymbol:
+            if (!part_.empty()) {
+                AddByte(token);
+                return true;
+            }
             fresh_ = fresh && token.byte == '*';
             ActOnSymbol(token);
             return true;

@@ -94,6 +94,7 @@ private:
     void PassOver(bool keep);
     void Break(TextBreak kind);
     void Unicode(const Token& token);
+    void AddByte(const Token& token);
     void AddBytes(std::string_view bytes, size_t begin, size_t end);
     void AddSingleBytes(int page, std::string_view bytes, size_t begin, size_t end);
     void AddAscii(const Token& token);

@@ -51,8 +51,11 @@ void BodyReader::EndPending(const Token& token) {
     const Word word = token.kind == TokenKind::kWord && token.word != nullptr ? token.word->word : Word::kNone;
     if (high_surrogate_ != 0 && word != Word::kUnicode && word != Word::kUnicodeSkip)
         FlushPending();
-    const bool is_bytes =
-        token.kind == TokenKind::kText || token.kind == TokenKind::kBytes || token.kind == TokenKind::kHexByte;
+    // The second byte may be one that has to be escaped.
+    const bool is_escaped =
+        token.kind == TokenKind::kSymbol && (token.byte == '\\' || token.byte == '{' || token.byte == '}');
+    const bool is_bytes = token.kind == TokenKind::kText || token.kind == TokenKind::kBytes ||
+                          token.kind == TokenKind::kHexByte || is_escaped;
     if (!part_.empty() && !is_bytes)
         FlushPending();
 }
@@ -95,6 +98,11 @@ void BodyReader::AddAscii(const Token& token) {
         AddBytes(token.text, token.begin, token.end);
 }
 
+void BodyReader::AddByte(const Token& token) {
+    const char byte = static_cast<char>(token.byte);
+    AddBytes(std::string_view(&byte, 1), token.begin, token.end);
+}
+
 void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
     const int page = CurrentPage();
     if (!is_multi_byte_) {
@@ -104,6 +112,8 @@ void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
     const bool escaped = end - begin != bytes.size();
     for (size_t i = 0; i < bytes.size(); ++i) {
         const size_t byte_begin = escaped ? begin : begin + i;
+        if (!part_.empty() && !MayContinue(page, part_, bytes[i]))
+            FlushPending();
         if (part_.empty())
             pending_begin_ = byte_begin;
         part_ += bytes[i];

@@ -135,6 +135,21 @@ size_t CharacterLength(int code_page, std::string_view begin) {
     return 1;
 }
 
+bool MayContinue(int code_page, std::string_view begin, char next) {
+    const auto byte = static_cast<unsigned char>(next);
+    const bool isDigit = next >= '0' && next <= '9';
+    switch (FormOf(code_page)) {
+        case PageForm::kUnicode:
+            return (byte & 0xC0) == 0x80;
+        case PageForm::kEuc:
+            return byte >= 0xA0;
+        case PageForm::kGb18030:
+            return begin.size() == 1 ? byte >= 0x40 || isDigit : begin.size() == 2 ? byte >= 0x81 : isDigit;
+        default:
+            return byte >= 0x40;
+    }
+}
+
 struct CodePageDecoder::Page {
     explicit Page(int number) : code_page(number) {
         if (number == kWestern || number == kUtf8)

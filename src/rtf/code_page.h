@@ -18,6 +18,8 @@ bool IsMultiByte(int code_page);
 /// The number of bytes, 1 to 4, that a character of a multi-byte code page takes whose first bytes these are, as far as
 /// they tell; at least one byte.
 size_t CharacterLength(int code_page, std::string_view begin);
+/// Whether this byte can follow in such a character; otherwise the character is broken and the byte begins another one.
+bool MayContinue(int code_page, std::string_view begin, char next);
 
 /// Turns bytes of code pages into UTF-8. Bytes without a character become U+FFFD; an unknown code page reads as 1252.
 class CodePageDecoder {

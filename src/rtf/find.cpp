@@ -128,6 +128,8 @@ TextFinder::Hit TextFinder::FindFrom(std::string_view text, size_t start) const 
         return FindByCharacters(text, start);
     const size_t lead = first_.length - 1;
     for (size_t at = start + lead; (at = NextCandidate(text, at)) != kNone; ++at) {
+        if ((static_cast<unsigned char>(text[at - lead]) & 0xC0) == 0x80)
+            continue;  // amid a character
         const Hit hit{MatchBefore(text, start, at - lead), MatchFrom(text, at - lead, first_.index)};
         if (hit.begin != kNone && hit.end != kNone && IsAccepted(text, hit))
             return hit;

@@ -149,7 +149,7 @@ HtmlStyle HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
         element.paragraph.align = ParagraphAlign::kCenter;
     if (const std::string_view direction = attributes["dir"]; !direction.empty())
         element.paragraph.right_to_left = EqualNoCase(direction, "rtl");
-    element.skipped = element.skipped || style.hidden || tag.flow == HtmlFlow::kSkipped;
+    element.skipped = element.skipped || style.IsHidden() || tag.flow == HtmlFlow::kSkipped;
     return style;
 }
 

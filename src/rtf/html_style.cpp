@@ -145,8 +145,12 @@ void SetProperty(HtmlStyle& style, std::string_view name, std::string_view value
         style.font = FirstFamily(written);
     else if (name == "text-align")
         style.align = ReadHtmlAlign(value);
-    else if (name == "display" || name == "visibility" || name == "mso-hide")
-        style.hidden = style.hidden || value == "none" || value == "hidden" || value == "all";
+    else if (name == "display")
+        style.not_displayed = value == "none";
+    else if (name == "visibility")
+        style.invisible = value == "hidden";
+    else if (name == "mso-hide")
+        style.office_hides = value == "all";
     else
         SetVariant(style, name, value);
 }
@@ -190,7 +194,8 @@ HtmlStyle ReadInlineStyle(std::string_view css, int half_points) {
         const size_t colon = piece.find(':');
         if (colon == std::string_view::npos)
             continue;
-        const std::string_view written = Trim(piece.substr(colon + 1));
+        const std::string_view value = piece.substr(colon + 1);
+        const std::string_view written = Trim(value.substr(0, value.find('!')));  // "!important" decides nothing here
         SetProperty(style, ToLower(Trim(piece.substr(0, colon))), ToLower(written), written, half_points);
     }
     return style;

@@ -18,7 +18,8 @@ struct HtmlStyle {
     std::optional<int16_t> half_points;
     std::optional<ParagraphAlign> align;
     std::string font;  ///< the first family; empty for none
-    bool hidden = false;
+    bool not_displayed = false, invisible = false, office_hides = false;
+    bool IsHidden() const { return not_displayed || invisible || office_hides; }
 };
 
 /// Reads the value of a style attribute; what isn't known is passed over. `half_points` is the size that relative sizes

@@ -15,6 +15,8 @@ constexpr HtmlTag kInlineTag{.name = ""};
 constexpr HtmlTag kTags[] = {
     {.name = "a", .flow = kLink},
     {.name = "address", .flow = kBlock, .italic = true},
+    {.name = "annotation", .flow = kSkipped},
+    {.name = "annotation-xml", .flow = kSkipped},
     {.name = "article", .flow = kBlock},
     {.name = "aside", .flow = kBlock},
     {.name = "b", .bold = true},
@@ -55,7 +57,6 @@ constexpr HtmlTag kTags[] = {
     {.name = "legend", .flow = kBlock},
     {.name = "li", .flow = kItem},
     {.name = "main", .flow = kBlock},
-    {.name = "math", .flow = kSkipped},
     {.name = "nav", .flow = kBlock},
     {.name = "noscript", .flow = kSkipped},
     {.name = "object", .flow = kSkipped},

@@ -45,6 +45,7 @@ TEST(TextFinder, FindsWithoutRegardToCase) {
         {"cat Catalog CAT", "cat", true, {{0, 3}, {12, 15}}},
         {"aaaaa", "aa", false, {{0, 2}, {2, 4}}},
         {"FLOWER FLOAT", "FLO", false, {{0, 3}, {7, 10}}},
+        {"\xCE\xBD\xEF\xBF\xBD\xE3\x82\xBD", "\xEF\xBF\xBD", false, {{1, 2}}},
         {"a_cat cat1 cat-", "cat", true, {{11, 14}}},
         {"\xC3\x89t\xC3\xA9 x", "\xC3\xA9T\xC3\x89", false, {{0, 3}}},
         {"\xC3\xA9"

@@ -68,6 +68,9 @@ TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
         {"<p>unclosed <b>bold<p>next", "unclosed *bold*|next|"},
         {"<img src=\"http://far.example/x.png\" alt=\"A tower\">", "A tower|"},
         {"<p style=\"display:none\">hidden</p>seen", "seen|"},
+        {"a<i style='display:none !important'>b</i><i style='visibility:hidden'>c</i>", "a|"},
+        {"a<u style='mso-hide:none'>b</u><u style='display:none;display:inline'>c</u>", "a_bc_|"},
+        {"<math><mi>a</mi><annotation encoding='application/x-tex'>\\a</annotation></math>", "a|"},
         {"<p style=\"visibility:hidden\">a</p><p style=\"mso-hide:all\">b</p><p style=\"display:block\">c", "c|"},
         {"a\t\f\nb", "a b|"},
         {"", "|"}};

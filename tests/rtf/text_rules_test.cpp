@@ -78,6 +78,7 @@ TEST(RtfText, WhatStandsBesideTheBodyIsReadInBrackets) {
         {"a {\\*\\footnote\\chftn\\~\\pard b\\par}{\\footnote\\ftnalt c}(d)", "a [b] [c](d)"},
         {"a{\\footnote{\\~} \\tab\\par}b{\\v{\\footnote c}}", "ab"},
         {"a{\\footnote b{\\footnote c}d", "a [b [c] d]"},
+        {"a{\\footnote b\\par{\\footnote c}d}", "a [b\n[c] d]"},
         {"a{b\\footnote c\\footnote d}e", "ab [cd] e"},
         {"a\\par{\\footnote b}\\par", "a\n[b]"},
         {"{\\*\\atnid b}a{\\*\\annotation{\\*\\atndate 5}b}c", "a [b] c"},
@@ -187,6 +188,10 @@ TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
          "\xE3\x82\xA2"
          "b"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83}", "\xEF\xBF\xBD"},
+        {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83\\\\\\'83t}", "\xE3\x82\xBD\xE3\x83\x95"},
+        {"{\\rtf1\\ansicpg65001 \\'ffword\\'e3\\'81word}", "\xEF\xBF\xBDword\xEF\xBF\xBDword"},
+        {"{\\rtf1\\ansicpg51932 \\'8fword}", "\xEF\xBF\xBDword"},
+        {"{\\rtf1\\ansicpg54936 \\'81\\'30 x}", "\xEF\xBF\xBD x"},
         {"{\\rtf1\\'81\\'8d\\'80}", "\xC2\x81\xC2\x8D\xE2\x82\xAC"},
         {"{\\rtf1{\\pict\\pc}{\\field{\\*\\fldinst\\ansicpg437\\deff1}}\\'82}", "\xE2\x80\x9A"},
         {"{\\rtf1{\\pict{\\shppict}}{\\nonshppict a}}", "a"},
