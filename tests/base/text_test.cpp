@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "base/base64.h"
 #include "base/guid.h"
 #include "base/text_join.h"
 
@@ -191,6 +192,15 @@ TEST(TextJoin, OnlyUtf8BeyondAsciiIsWide) {
 TEST(Guid, PrintsItsThirdGroupInLowerCase) {
     EXPECT_EQ(FormatGuid({0xAB, 0xCD, 0xEF, 1, 2, 0xFA, 0xAB, 0xCD, 0xEF, 0xAA, 0xBB, 6, 7, 8, 9, 0xFF}),
               "{ABCDEF01-02FA-abcd-EFAA-BB06070809FF}");
+}
+
+TEST(Base64, PadsWhatIsLeftOfThreeBytes) {
+    for (const auto& [bytes, letters] : {std::pair("", ""), std::pair("a", "YQ=="), std::pair("ab", "YWI="),
+                                         std::pair("ab\xFF", "YWL/"), std::pair("abc>", "YWJjPg==")}) {
+        std::string text = "+";
+        AppendBase64(text, bytes);
+        EXPECT_EQ(text, std::string("+") + letters);
+    }
 }
 
 }  // namespace
