@@ -64,7 +64,7 @@ private:
     RowReader row_;
     RowReader nested_row_;
     PictureReader picture_;
-    std::optional<Picture> object_picture_;
+    std::vector<Picture> object_pictures_;  ///< of the object or the shape that is open
     std::unordered_map<int32_t, int32_t> font_indexes_;
     std::string font_name_;
     int32_t font_number_ = 0;
@@ -173,7 +173,7 @@ bool DocumentReader::OnEnter(Destination destination) {
     if (destination == Destination::kPicture)
         picture_ = {};
     else if (destination == Destination::kObject || destination == Destination::kShape)
-        object_picture_.reset();
+        object_pictures_.clear();
     return destination != Destination::kSkip && destination != Destination::kKeep;
 }
 
@@ -297,7 +297,7 @@ void DocumentReader::EndPicture() {
     if (!picture)
         return;
     if (Current().destination != Destination::kBody) {
-        object_picture_ = std::move(picture);
+        object_pictures_.push_back(std::move(*picture));
         return;
     }
     EndHidden();
@@ -310,10 +310,10 @@ void DocumentReader::EndObject(const Group& closed, size_t end) {
     EndHidden();
     const std::string_view group = Source().substr(closed.begin, end - closed.begin);
     std::optional<std::string> form = KeptForm(group.starts_with('{') ? std::string(group) : "{" + std::string(group));
-    std::optional<Picture> picture = std::exchange(object_picture_, std::nullopt);
-    if (picture) {
-        picture->object = std::move(form).value_or(std::string());
-        builder_.AddPicture(std::move(*picture), Characters());
+    std::vector<Picture> pictures = std::exchange(object_pictures_, {});
+    if (!pictures.empty()) {
+        pictures.back().object = std::move(form).value_or(std::string());
+        builder_.AddPicture(std::move(pictures.back()), Characters());
     } else if (form) {
         builder_.AddKept(std::move(*form));
     }
@@ -323,8 +323,8 @@ void DocumentReader::EndObject(const Group& closed, size_t end) {
 void DocumentReader::EndShape(const Group& closed, size_t end) {
     if (closed.shown_before == Shown())
         return EndObject(closed, end);
-    if (std::optional<Picture> picture = std::exchange(object_picture_, std::nullopt))
-        builder_.AddPicture(std::move(*picture), Characters());
+    for (Picture& picture : std::exchange(object_pictures_, {}))
+        builder_.AddPicture(std::move(picture), Characters());
 }
 
 void DocumentReader::OnInstruction(std::string_view utf8) {

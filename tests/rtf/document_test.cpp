@@ -130,6 +130,7 @@ TEST(RtfDocument, ShapesAreTheirTextOrTheirPictureOrKept) {
     EXPECT_EQ(document.kept[0], (KeptGroup{0, empty}));
     EXPECT_EQ(document.kept[1], (KeptGroup{3, empty}));
     EXPECT_EQ(ReadRtf(WriteRtf(document)), document);
+    EXPECT_EQ(ReadRtf(Rtf("{\\shpgrp{\\*\\shpinst " + drawn + drawn + both + "}}")).pictures.size(), 3u);
 }
 
 TEST(LinkTarget, ReadsTheAddressOfAField) {

@@ -99,6 +99,22 @@ private slots:
         }
     }
 
+    void TypingOverAPartOfATableCanBeUndone() {
+        const std::string rtf =
+            "{\\rtf1\\ansi fo\\par\\trowd\\cellx4500\\cellx9000\\pard\\intbl 1\\cell "
+            "2\\cell\\row\\trowd\\clmgf\\cellx4500"
+            "\\clmrg\\cellx9000\\pard\\intbl 3\\cell\\cell\\row\\pard after\\par}";
+        edit_->Load(rtf);
+        QTextCursor selection = edit_->textCursor();
+        selection.setPosition(4);
+        selection.setPosition(3, QTextCursor::KeepAnchor);
+        edit_->setTextCursor(selection);
+        QTest::keyClicks(edit_, "x");
+        for (int step = 0; edit_->document()->isUndoAvailable() && step < 10; ++step)
+            edit_->undo();
+        QCOMPARE(edit_->Rtf(), rtf);
+    }
+
     void EachCommandChangesOneThing() {
         const std::string rtf =
             "{\\rtf1{\\fonttbl{\\f0 Arial;}}{\\colortbl;\\red200\\green0\\blue0;}\\pard\\li720\\qc\\f0\\b\\cf1 word"

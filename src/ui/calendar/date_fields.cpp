@@ -71,6 +71,10 @@ protected:
         EndTyping();
         QTimeEdit::focusOutEvent(event);
     }
+    bool focusNextPrevChild(bool next) override {
+        EndTyping();
+        return QTimeEdit::focusNextPrevChild(next);
+    }
 
 private:
     /// True for a key of a time that is being typed, or that begins one. What makes no time does nothing.
@@ -97,15 +101,19 @@ private:
         typed_ = typed;
         const QSignalBlocker quiet(lineEdit());
         lineEdit()->setText(locale().toString(time, displayFormat()));
-        setSelectedSection(typed.size() < 3 && !typed.contains(':') ? HourSection : MinuteSection);
+        setSelectedSection(HasMinutes() ? MinuteSection : HourSection);
         left_ = Selected();
     }
+    bool HasMinutes() const { return typed_.size() > 2 || typed_.contains(':'); }
     std::pair<int, int> Selected() const { return {lineEdit()->selectionStart(), lineEdit()->selectionLength()}; }
     void EndTyping() {
         if (typed_.isEmpty())
             return;
+        const bool hasMinutes = HasMinutes() && Selected() == left_;
         typed_.clear();
         interpretText();
+        if (hasMinutes)
+            setSelectedSection(MinuteSection);
     }
 
     QString typed_;

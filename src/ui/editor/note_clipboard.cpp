@@ -117,7 +117,10 @@ std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, 
         // A picture that was copied from a page comes as a page that only names it, and as itself.
         look.alternatives = !mime.hasImage();
         pasted = ReadHtml(page, look);
-        if (mime.hasImage() && !pasted->text.empty()) {
+        const bool hasWords = !QString::fromStdString(pasted->text).trimmed().isEmpty();
+        if (mime.hasImage() && !hasWords && pasted->pictures.empty())
+            return std::nullopt;  // white space around the picture
+        if (mime.hasImage() && hasWords) {
             look.alternatives = true;
             pasted = ReadHtml(page, look);
         }

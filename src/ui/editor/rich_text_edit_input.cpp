@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QTextTable>
+#include <algorithm>
 #include <memory>
 
 #include "base/text.h"
@@ -39,6 +40,17 @@ void DropFlatEnd(const QTextBlock& first) {
     QTextCursor(first).setBlockFormat(format);
 }
 
+/// Whether the selection holds a table, or a part of one and something else.
+bool SelectsTable(const QTextCursor& cursor) {
+    QTextFrame* const frame = cursor.document()->frameAt(cursor.selectionStart());
+    const QList<QTextFrame*> within = frame->childFrames();
+    const auto isSelected = [&](const QTextFrame* child) {
+        return child->firstPosition() > cursor.selectionStart() && child->firstPosition() <= cursor.selectionEnd();
+    };
+    return cursor.hasSelection() && (cursor.document()->frameAt(cursor.selectionEnd()) != frame ||
+                                     std::any_of(within.begin(), within.end(), isSelected));
+}
+
 QByteArray PictureFileBytes(const QString& path) {
     QFile file(path);
     if (file.size() > kLargestPictureFile || !file.open(QIODevice::ReadOnly))
@@ -64,8 +76,14 @@ void RichTextEdit::PrepareTyping() {
             changed = true;
         }
     }
-    if (changed)
-        setCurrentCharFormat(formats_.Shown(format, commands_.GroundAt(textCursor())));
+    if (!changed)
+        return;
+    // What is typed takes its place. A format would be one of the cells too, and cost them their spans.
+    if (QTextCursor cursor = textCursor(); SelectsTable(cursor)) {
+        cursor.removeSelectedText();
+        setTextCursor(cursor);
+    }
+    setCurrentCharFormat(formats_.Shown(format, commands_.GroundAt(textCursor())));
 }
 
 bool RichTextEdit::HandleTab(bool forward) {

@@ -14,7 +14,7 @@ namespace {
 constexpr int kHintCharacters = 40;  // in a line, before the width is known
 }
 
-CitationText::CitationText(const CSource& source, QWidget* parent) : QWidget(parent) {
+CitationView::CitationView(const CSource& source, QWidget* parent) : QWidget(parent) {
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -29,7 +29,7 @@ CitationText::CitationText(const CSource& source, QWidget* parent) : QWidget(par
     layout_.setCacheEnabled(true);
 }
 
-void CitationText::LayOut(int width) const {
+void CitationView::LayOut(int width) const {
     if (laidOut_ == width && layout_.font() == font())
         return;
     laidOut_ = width;
@@ -45,28 +45,28 @@ void CitationText::LayOut(int width) const {
     height_ = static_cast<int>(std::ceil(height));
 }
 
-int CitationText::heightForWidth(int width) const {
+int CitationView::heightForWidth(int width) const {
     LayOut(width);
     return height_;
 }
 
-QSize CitationText::sizeHint() const {
+QSize CitationView::sizeHint() const {
     const int wide = fontMetrics().averageCharWidth() * kHintCharacters;
     return {wide, heightForWidth(wide)};
 }
 
-QSize CitationText::minimumSizeHint() const {
+QSize CitationView::minimumSizeHint() const {
     return {0, fontMetrics().lineSpacing()};
 }
 
-void CitationText::paintEvent(QPaintEvent* event) {
+void CitationView::paintEvent(QPaintEvent* event) {
     LayOut(width());
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
     layout_.draw(&painter, QPointF(0, 0), {}, event->rect());
 }
 
-void CitationText::changeEvent(QEvent* event) {
+void CitationView::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange)
         updateGeometry();
     QWidget::changeEvent(event);

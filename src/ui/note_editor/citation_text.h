@@ -9,10 +9,10 @@ namespace lore {
 
 /// A citation with its emphasis, as high as its lines are at the width that it gets. A word that is wider goes on in
 /// the next line.
-class CitationText : public QWidget {
+class CitationView : public QWidget {
 public:
     /// `source` is formatted.
-    CitationText(const CSource& source, QWidget* parent);
+    CitationView(const CSource& source, QWidget* parent);
 
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;

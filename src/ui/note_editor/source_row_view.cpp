@@ -48,7 +48,7 @@ SourceRowView::SourceRowView(SourceRows& rows, size_t row, const Theme& theme, Q
       rows_(rows),
       row_(row),
       theme_(theme),
-      citation_(new CitationText(rows.Rows()[row].source, this)),
+      citation_(new CitationView(rows.Rows()[row].source, this)),
       line_(new RemarkButton(this)),
       edit_(NewTextField(this)) {
     setFocusPolicy(Qt::StrongFocus);

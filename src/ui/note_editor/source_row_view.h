@@ -9,7 +9,7 @@ class QPushButton;
 
 namespace lore {
 
-class CitationText;
+class CitationView;
 class Theme;
 
 /// One row of the panel of sources.
@@ -45,7 +45,7 @@ private:
     SourceRows& rows_;
     size_t row_;
     const Theme& theme_;
-    CitationText* citation_;
+    CitationView* citation_;
     QPushButton* line_;
     QLineEdit* edit_;
     bool selected_ = false;

@@ -18,6 +18,9 @@ int SourceListModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant SourceListModel::data(const QModelIndex& index, int role) const {
+    // A copy asks for the current row where there is none.
+    if (!index.isValid())
+        return {};
     const CSource& source = At(index.row());
     if (role == Qt::DisplayRole)
         return ToQString(source.FormattedText).simplified();
