@@ -33,8 +33,7 @@ ListedNote Limit(bool descending) {
     auto note = std::make_shared<CNote>();
     note->dateCreated = LimitDate(descending);
     note->categories[0] = CProCategoryTree(kUnassignedID, descending ? "" : kLastText);
-    return {note,
-            descending ? nullptr : std::make_shared<const Citations>(Citations{std::string(kLastText)})};
+    return {note, descending ? nullptr : std::make_shared<const Citations>(Citations{std::string(kLastText)})};
 }
 
 /// The order by date alone, which each save of a note makes anew.
