@@ -1,6 +1,7 @@
 #include "edit/value_changes.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -202,16 +203,15 @@ size_t ValueChanges::PutBack(ReplacedValues& replaced) {
 /// their number.
 size_t ValueChanges::DropGoneCategories(ReplacedValues& replaced) const {
     const CProCategoryList& forest = world_.book.categories;
-    LongList gone;
-    for (auto& [id, value] : replaced) {
-        CProCategoryTree& path = std::get<FiledPath>(value.former).path;
+    const size_t before = replaced.size();
+    for (auto note = replaced.begin(); note != replaced.end();) {
+        CProCategoryTree& path = std::get<FiledPath>(note->second.former).path;
         const CProCategoryTree* const node = path.IsEmptyPath() ? nullptr : forest.FindByID(DeepestCategoryID(path));
         if (node)
             path = PathTo(*node);
-        else if (!path.IsEmptyPath())
-            gone.AddTail(id);
+        note = node || path.IsEmptyPath() ? std::next(note) : replaced.erase(note);
     }
-    return std::erase_if(replaced, [&](const auto& note) { return gone.Contains(note.first); });
+    return before - replaced.size();
 }
 
 size_t ValueChanges::PutBackEach(ReplacedValues& replaced) {
