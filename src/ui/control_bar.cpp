@@ -7,6 +7,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "notes/panel_entries.h"
 #include "ui/panel_page.h"
@@ -99,38 +100,42 @@ void ControlBar::AddTab(int page, QWidget* row) {
 }
 
 void ControlBar::Rebuild(const CLorebinderApp& app) {
-    const LongList listed = app.List().GetNoteIDs();
-    for (const Tab& tab : kTabs)
-        Update(app, tab.kind, PanelPart::Entries, listed);
-}
-
-void ControlBar::Update(const CLorebinderApp& app, PanelKind kind, PanelPart part, const LongList& listed) {
-    if (part == PanelPart::Counts)
-        return PageAt(kind)->CountNotes(listed);
-    const OpenNoteBook& book = app.NoteBook();
-    const int32_t choice = ChoiceOf(app.GetSettings(), kind);
-    PageAt(kind)->SetChoice(choice);
-    PageAt(kind)->SetEntries(EntriesOf(book, kind, choice), listed);
+    app_ = &app;
+    stale_.fill(PanelPart::Entries);
+    UpdateInSight();
 }
 
 void ControlBar::UpdateSoon(const CLorebinderApp& app, PanelPart part) {
     app_ = &app;
-    duePart_ = due_.isActive() ? std::max(duePart_, part) : part;
-    duePages_.set();
+    for (std::optional<PanelPart>& stale : stale_)
+        stale = std::max(stale.value_or(part), part);
     due_.start(0, this);
 }
 
 void ControlBar::timerEvent(QTimerEvent* event) {
     if (event->timerId() != due_.timerId())
         return QWidget::timerEvent(event);
-    auto page = static_cast<size_t>(Page());  // the one in sight comes first
-    if (!duePages_.test(page))
-        for (page = 0; !duePages_.test(page);)
-            ++page;
-    duePages_.reset(page);
-    if (duePages_.none())
-        due_.stop();
-    Update(*app_, kTabs[page].kind, duePart_, app_->List().GetNoteIDs());
+    due_.stop();
+    UpdateInSight();
+}
+
+void ControlBar::showEvent(QShowEvent* event) {
+    UpdateInSight();
+    QWidget::showEvent(event);
+}
+
+void ControlBar::UpdateInSight() {
+    const auto page = static_cast<size_t>(Page());
+    if (isHidden() || !stale_[page])
+        return;
+    const PanelPart part = *std::exchange(stale_[page], std::nullopt);
+    const LongList listed = app_->List().GetNoteIDs();
+    if (part == PanelPart::Counts)
+        return pages_[page]->CountNotes(listed);
+    const PanelKind kind = kTabs[page].kind;
+    const int32_t choice = ChoiceOf(app_->GetSettings(), kind);
+    pages_[page]->SetChoice(choice);
+    pages_[page]->SetEntries(EntriesOf(app_->NoteBook(), kind, choice), listed);
 }
 
 void ControlBar::SetOtherNoteBooks(const QStringList& names) {
@@ -147,6 +152,7 @@ void ControlBar::SetPage(int page) {
     page = std::clamp(page, 0, static_cast<int>(pages_.size()) - 1);
     tabs_[static_cast<size_t>(page)]->setChecked(true);
     stack_->setCurrentIndex(page);
+    UpdateInSight();
 }
 
 int ControlBar::Page() const {

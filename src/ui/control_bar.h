@@ -3,8 +3,8 @@
 #include <QBasicTimer>
 #include <QWidget>
 #include <array>
-#include <bitset>
 #include <functional>
+#include <optional>
 
 #include "app/lorebinder_app.h"
 #include "notes/filter_panels.h"
@@ -27,10 +27,12 @@ class ControlBar : public QWidget {
 public:
     ControlBar(const Theme& theme, QWidget* parent = nullptr);
 
+    // A panel out of sight costs nothing: it is made anew when it comes in sight. The application outlives the bar.
+
     /// Makes the entries of all panels anew: another NoteBook is open, or its notes have changed.
     void Rebuild(const CLorebinderApp& app);
-    /// Makes the entries anew, or counts anew for another list, at the next turns of the event loop, a panel a turn:
-    /// what the user waits for is painted first, and no key waits for all panels. The application outlives the bar.
+    /// Makes the entries anew, or counts anew for another list, at the next turn of the event loop: what the user waits
+    /// for is painted first.
     void UpdateSoon(const CLorebinderApp& app, PanelPart part);
     /// The NoteBooks that notes can be copied to, in their order.
     void SetOtherNoteBooks(const QStringList& names);
@@ -47,9 +49,10 @@ signals:
 
 protected:
     void timerEvent(QTimerEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
-    void Update(const CLorebinderApp& app, PanelKind kind, PanelPart part, const LongList& listed);
+    void UpdateInSight();
     void AddTab(int page, QWidget* row);
     void Restyle();
 
@@ -59,8 +62,7 @@ private:
     QStackedWidget* stack_;
     const CLorebinderApp* app_ = nullptr;
     QBasicTimer due_;
-    PanelPart duePart_ = PanelPart::Counts;
-    std::bitset<4> duePages_;  ///< the panels whose turn comes, at least one while due_ runs
+    std::array<std::optional<PanelPart>, 4> stale_;  ///< of each panel
 };
 
 }  // namespace lore
