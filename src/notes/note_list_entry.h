@@ -81,4 +81,14 @@ void FetchAhead(std::span<const ListedNote> notes, size_t at, Part CNote::*part)
         __builtin_prefetch(&(notes[at + kPlaces].note.get()->*part));
 }
 
+/// The same for walks that read the sources of each note: first the list of their texts, nearer by what stands in it.
+inline void FetchCitationsAhead(std::span<const ListedNote> notes, size_t at) {
+    constexpr size_t kPlaces = 8;
+    if (at + 2 * kPlaces >= notes.size())
+        return;
+    __builtin_prefetch(notes[at + 2 * kPlaces].citations.get());
+    if (const Citations* const nearer = notes[at + kPlaces].citations.get())
+        __builtin_prefetch(nearer->data());
+}
+
 }  // namespace lore

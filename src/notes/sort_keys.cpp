@@ -72,11 +72,15 @@ public:
         int besideLimit;  ///< below 0 for a text in front of the limit's, above for one behind it, or 0
     };
     const Numbered& Find(const CitationText& text) {
+        // In a sorted list the notes of a source stand together.
+        if (last_ && last_->first == text.Identity())
+            return last_->second;
         const auto [known, isNew] = numbered_.try_emplace(text.Identity());
         if (isNew) {
             const std::string_view folded = text.Folded();
             known->second = {texts_.Add(folded), limit_.empty() ? 0 : folded.compare(limit_.front().Folded())};
         }
+        last_ = &*known;
         return known->second;
     }
 
@@ -84,6 +88,7 @@ private:
     TextNumbers& texts_;
     const Citations& limit_;
     std::unordered_map<const void*, Numbered> numbered_;
+    const std::pair<const void* const, Numbered>* last_ = nullptr;
 };
 
 class KeyMaker {
@@ -199,8 +204,11 @@ std::vector<SortKey> MakeSortKeys(std::span<const ListedNote> notes, const Liste
     KeyMaker maker(limit, sortId);
     std::vector<SortKey> keys;
     keys.reserve(notes.size());
+    const bool bySource = SortKeyOf(sortId) == SortBy::Sources;
     for (size_t i = 0; i < notes.size(); ++i) {
         FetchAhead(notes, i, &CNote::dateCreated);
+        if (bySource)
+            FetchCitationsAhead(notes, i);
         keys.push_back(maker.Make(notes[i]));
     }
     const std::vector<int32_t> ranks = maker.Texts().Ranks();
