@@ -39,14 +39,16 @@ bool CheckLinkAtStart(CLorebinderApp& app) {
 bool LaunchSync(CLorebinderApp& app, std::string_view command) {
     const AppPorts& ports = app.Ports();
     app.StoreSettings();
-    const bool started = ports.companions && LaunchSyncer(*ports.companions, command, app.GetSettings(), PlaceOf(app));
-    if (!started)
-        TellSyncNotStarted(ports.faults);
-    return started;
+    if (!ports.companions)
+        return false;
+    const std::optional<std::string> failed = LaunchSyncer(*ports.companions, command, app.GetSettings(), PlaceOf(app));
+    if (failed)
+        TellSyncNotStarted(ports.faults, *failed);
+    return !failed;
 }
 
-void TellSyncNotStarted(FaultNotice& faults) {
-    faults.Tell({"The sync program could not be started", kSyncProgram, "it isn't installed beside Lorebinder"});
+void TellSyncNotStarted(FaultNotice& faults, const std::string& reason) {
+    faults.Tell({"The sync program could not be started", kSyncProgram, reason});
 }
 
 bool RunSync(CLorebinderApp& app) {

@@ -37,8 +37,8 @@ bool CheckLinkAtStart(CLorebinderApp& app);
 /// this program stays.
 bool LaunchSync(CLorebinderApp& app, std::string_view command);
 
-/// Tells that the sync program could not be started.
-void TellSyncNotStarted(FaultNotice& faults);
+/// Tells that the sync program could not be started, and why.
+void TellSyncNotStarted(FaultNotice& faults, const std::string& reason);
 
 /// "Run Sync": true if the sync program was started and the main window is to close.
 bool RunSync(CLorebinderApp& app);

@@ -40,9 +40,9 @@ std::vector<std::string> SyncArguments(std::string_view command, const Settings&
             kDataVersionText};
 }
 
-bool LaunchSyncer(ProcessLauncher& launcher, std::string_view command, const Settings& settings,
-                  const SyncPlace& place) {
-    return !launcher.StartCompanion(kSyncProgram, SyncArguments(command, settings, place));
+std::optional<std::string> LaunchSyncer(ProcessLauncher& launcher, std::string_view command, const Settings& settings,
+                                        const SyncPlace& place) {
+    return launcher.StartCompanion(kSyncProgram, SyncArguments(command, settings, place));
 }
 
 int32_t NextCategoryId(const CProCategoryList& categories, const Settings& settings) {

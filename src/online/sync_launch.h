@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,9 +32,9 @@ struct SyncPlace {
 /// separator at its end, the next free ids of notes and categories, the version of the data.
 std::vector<std::string> SyncArguments(std::string_view command, const Settings& settings, const SyncPlace& place);
 
-/// Starts the sync program and goes on. True if it was started; a failure isn't told here.
-bool LaunchSyncer(ProcessLauncher& launcher, std::string_view command, const Settings& settings,
-                  const SyncPlace& place);
+/// Starts the sync program and goes on. Gives the reason if it could not be started, which isn't told here.
+std::optional<std::string> LaunchSyncer(ProcessLauncher& launcher, std::string_view command, const Settings& settings,
+                                        const SyncPlace& place);
 
 /// The next free category id: behind the highest one in use or given out. No forest needs to be loaded.
 int32_t NextCategoryId(const CProCategoryList& categories, const Settings& settings);

@@ -52,12 +52,15 @@ CompanionLauncher::CompanionLauncher(const std::filesystem::path& dataRoot, cons
 
 std::optional<std::string> CompanionLauncher::StartCompanion(const std::string& name,
                                                              const std::vector<std::string>& arguments) {
+    const std::filesystem::path program = ProgramFolder() / name;
+    if (std::error_code error; !std::filesystem::exists(program, error) && !error)
+        return "it isn't installed beside Lorebinder";
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(kDataVariable, ToQString(dataRoot_));
     environment.insert(kSettingsVariable, ToQString(settingsFile_));
     process.setProcessEnvironment(environment);
-    process.setProgram(ToQString(ProgramFolder() / name));
+    process.setProgram(ToQString(program));
     QStringList texts;
     for (const std::string& argument : arguments)
         texts.append(QFile::decodeName(QByteArray::fromStdString(argument)));

@@ -90,17 +90,18 @@ void TellUnreadSettings(const lore::StoreFailure& failure) {
                              .arg(QString::fromStdString(failure.path), QString::fromStdString(failure.reason)));
 }
 
-/// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync. False if
-/// it can't be started; the start then goes on without a sync, so that nobody is kept from the notes, and the window
-/// tells it.
-bool SyncInPlaceOfStart(lore::ProcessLauncher& companions, const lore::Settings& settings,
-                        const std::filesystem::path& data) {
+/// The sync at the start: the sync program starts this one again, with a word that keeps it from another sync. Gives
+/// the reason if it can't be started; the start then goes on without a sync, so that nobody is kept from the notes, and
+/// the window tells it.
+std::optional<std::string> SyncInPlaceOfStart(lore::ProcessLauncher& companions, const lore::Settings& settings,
+                                              const std::filesystem::path& data) {
     const lore::SyncPlace place{lore::DataPaths{data}.DataFiles(), lore::ProgramFolder(),
                                 lore::NextCategoryId({}, settings)};
-    const bool started = lore::LaunchSyncer(companions, lore::kSyncOpen, settings, place);
-    if (!started)
-        std::fprintf(stderr, "The sync program could not be started. Lorebinder starts without a sync.\n");
-    return started;
+    std::optional<std::string> failed = lore::LaunchSyncer(companions, lore::kSyncOpen, settings, place);
+    if (failed)
+        std::fprintf(stderr, "The sync program could not be started: %s. Lorebinder starts without a sync.\n",
+                     failed->c_str());
+    return failed;
 }
 
 /// The chosen language, or that of the desktop, where it has a dictionary; otherwise English.
@@ -125,7 +126,7 @@ struct Started {
     lore::IniStore& store;
     lore::CompanionLauncher& companions;
     lore::Theme& theme;
-    bool missesSync;  ///< it was to sync, and the sync program could not be started
+    std::optional<std::string> missesSync;  ///< why the sync program that was to run could not be started
 };
 
 /// Shows the main window until it closes; gives the exit status.
@@ -162,7 +163,7 @@ int RunProgram(const Started& started) {
     prompts.SetParent(&window);
     progress.SetParent(&window);
     if (missesSync)
-        lore::TellSyncNotStarted(faults);
+        lore::TellSyncNotStarted(faults, *missesSync);
     faults.SetBar(window.Faults());
     app.GetSettings().Flag(lore::Option::Maximized) ? window.showMaximized() : window.show();
     lore::OutsideRequests requests(lore::HooksOf(window, app, theme));
@@ -215,9 +216,12 @@ int main(int argc, char** argv) {
     lore::Settings early;
     early.LoadOptions(store);
     lore::CompanionLauncher companions(places.dataRoot, places.settingsFile);
-    const bool syncs = lore::SyncsAtStart(early, options.file);
-    if (syncs && SyncInPlaceOfStart(companions, early, places.dataRoot))
-        return 0;
+    std::optional<std::string> missesSync;
+    if (lore::SyncsAtStart(early, options.file)) {
+        missesSync = SyncInPlaceOfStart(companions, early, places.dataRoot);
+        if (!missesSync)
+            return 0;
+    }
     int error = 0;
     const auto lock = lore::DataLock::Take(places.dataRoot, error);
     lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
@@ -230,5 +234,5 @@ int main(int argc, char** argv) {
         TellUnusableFolder(lock ? lore::DataPaths{places.dataRoot}.DataFiles() : places.dataRoot, made);
         return kFaultStatus;
     }
-    return RunProgram({options, request, channel, store, companions, theme, syncs});
+    return RunProgram({options, request, channel, store, companions, theme, missesSync});
 }

@@ -1,21 +1,16 @@
 #include "app/online_commands.h"
 
-#include <gmock/gmock.h>
-
 #include "app/app_world.h"
 #include "app/notebook_commands.h"
 #include "notes/sync_log.h"
 #include "online/http_client.h"
+#include "support/each.h"
 #include "support/http_server.h"
+#include "support/matchers.h"
 #include "support/noted_starts.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::StartsWith;
 
 class OnlineCommandsTest : public AppWorld {
 protected:
@@ -80,8 +75,8 @@ TEST_F(OnlineCommandsTest, StaysWhereTheSyncProgramIsMissing) {
     prompts.answers = {PromptAnswer::Yes};
     syncs.failure = "No such file or directory";
     EXPECT_FALSE(RunSync(app));
-    ASSERT_EQ(faults.faults.size(), 1u);
-    EXPECT_EQ(faults.faults[0].what, "The sync program could not be started");
+    EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("The sync program could not be started"));
+    EXPECT_EQ(faults.faults[0].reason, "No such file or directory");
     RunCloseSteps(app);
     EXPECT_EQ(faults.faults.size(), 1u) << "at the close nobody is there to be told";
 }

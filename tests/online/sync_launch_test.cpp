@@ -1,13 +1,10 @@
 #include "online/sync_launch.h"
 
-#include <gmock/gmock.h>
-
+#include "support/matchers.h"
 #include "support/noted_starts.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(SyncLaunch, HandsOverAccountPlacesAndTheNextIds) {
     Settings settings;
@@ -16,11 +13,11 @@ TEST(SyncLaunch, HandsOverAccountPlacesAndTheNextIds) {
     settings.Set(Option::MaxNoteID, 1041);
     NotedStarts starts;
     const SyncPlace place{"/data/Data Files", "/opt/lore binder/bin", 12};
-    EXPECT_TRUE(LaunchSyncer(starts, kSyncCreate, settings, place));
+    EXPECT_EQ(LaunchSyncer(starts, kSyncCreate, settings, place), std::nullopt);
     EXPECT_THAT(starts.started, ElementsAre("syncer|SYNCCREATE|{SYNC}|{LOCAL}|/data/Data Files|/opt/lore binder/bin/"
                                             "|1042|12|11.56"));
     starts.failure = "No such file";
-    EXPECT_FALSE(LaunchSyncer(starts, kSync, settings, {"/d", "/bin/", 1}));
+    EXPECT_EQ(LaunchSyncer(starts, kSync, settings, {"/d", "/bin/", 1}), "No such file");
     EXPECT_EQ(starts.started.back(), "syncer|SYNC|{SYNC}|{LOCAL}|/d|/bin/|1042|1|11.56");
     EXPECT_EQ(SyncArguments(kSync, settings, {"my data/Data Files", "/bin/", 1})[3],
               (std::filesystem::current_path() / "my data/Data Files").string());
