@@ -113,9 +113,11 @@ std::vector<PanelEntry> CategoryEntries(const CProCategoryList& forest, int set)
 
 std::vector<PanelEntry> SourceEntries(const SourceList& sources, SourceGrouping grouping,
                                       const LongList& withoutSource) {
+    const std::vector<SourceGroup> groups = OrderedGroups(sources, grouping);
     std::vector<PanelEntry> entries;
+    entries.reserve(1 + groups.size() + sources.Count());
     AddEntry(entries, PanelValue::NoSource, kNoSourceName).notes = withoutSource.Values();
-    for (const SourceGroup& group : OrderedGroups(sources, grouping)) {
+    for (const SourceGroup& group : groups) {
         if (grouping == SourceGrouping::Title && group.positions.size() == 1)
             AddSource(entries, sources[group.positions.front()]);
         else

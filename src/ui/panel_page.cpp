@@ -126,9 +126,11 @@ PanelPage::TreeState PanelPage::StateOfTree() const {
     const int current = PanelModel::PositionOf(tree_->currentIndex());
     if (current >= 0)
         state.current = KeyOf(panel_.Entries(), current);
-    for (const int position : panel_.Shown())
-        if (!isFiltered_ && tree_->isExpanded(model_->IndexOf(position)))
+    for (const int position : panel_.Shown()) {
+        const bool hasBelow = panel_.Entries()[static_cast<size_t>(position)].end > position + 1;
+        if (!isFiltered_ && hasBelow && tree_->isExpanded(model_->IndexOf(position)))
             state.open.insert(KeyOf(panel_.Entries(), position));
+    }
     return state;
 }
 
