@@ -42,8 +42,9 @@ Renamed<std::string, std::string> AddTypes(const SampleJson& json, const ReadCon
 
 Renamed<int32_t, int32_t> AddAuthors(const SampleJson& json, AuthorList& authors, int& maxAuthorID) {
     Renamed<int32_t, int32_t> ids;
+    AuthorIDs given{SourceList()};
     for (const SampleJson& entry : ArrayOf(json, "authors")) {
-        const int32_t id = NewAuthorID(authors, {}, maxAuthorID);
+        const int32_t id = given.Take(authors, maxAuthorID);
         ids[NumberOf(entry, "AuthorID")] = id;
         authors.AddAuthor({id, TextOf(entry, "first"), TextOf(entry, "middle"), TextOf(entry, "last"), {}, {}});
     }

@@ -17,10 +17,15 @@ class CategoryIDs {
 public:
     /// An id that isn't to be given out.
     void MarkUsed(int32_t id) { used_.Add(id); }
-    /// Gives the wanted number, or the one behind it for the reserved id, and moves `wanted` on behind it. Where that
-    /// number can't be had, the lowest free one.
+    /// The id of a category that the forest has lost, while notes still name it: they would stand in the new one.
+    void MarkLost(int32_t id) {
+        used_.Add(id);
+        lost_.Add(id);
+    }
+    /// Gives the wanted number, or the one behind it for the reserved id and those that are lost, and moves `wanted` on
+    /// behind it. Where that number can't be had, the lowest free one.
     int32_t Take(int64_t& wanted) {
-        if (wanted == kUnassignedID)
+        while (wanted == kUnassignedID || (wanted <= kHighestID && lost_.Contains(static_cast<int32_t>(wanted))))
             ++wanted;
         const int32_t id =
             free_.Find(wanted, [this](int32_t other) { return other == kUnassignedID || used_.Contains(other); });
@@ -32,7 +37,7 @@ public:
 private:
     static constexpr int32_t kFirstID = 4;
 
-    IDMarks used_;
+    IDMarks used_, lost_;
     FreeIDs free_{kFirstID};
 };
 

@@ -59,6 +59,7 @@ CProCategoryList& CProCategoryList::operator=(const CProCategoryList& other) {
     version = other.version;
     unread_ = other.unread_;
     isWhole_ = other.isWhole_;
+    lost_ = other.lost_;
     EditRoots() = other.roots_;
     return *this;
 }
@@ -99,6 +100,7 @@ FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
 
 void CProCategoryList::Read(RecordReader* stream) {
     RemoveAll();
+    lost_.clear();
     if (stream) {
         version = ReadFixedDouble(stream);
         ReadCounted(stream, [&] { ReadCategoryRecord(stream, roots_.emplace_back()); });
@@ -197,6 +199,8 @@ CategoryIDs CProCategoryList::UsedIDs() const {
     CategoryIDs ids;
     for (const CProCategoryTree& root : roots_)
         root.MarkIDs(ids);
+    for (const int32_t id : lost_)
+        ids.MarkLost(id);
     return ids;
 }
 
@@ -214,7 +218,10 @@ void CProCategoryList::RemoveNotes(const LongList& notes, int set) {
 
 void CProCategoryList::IndexNote(int32_t note, const CProCategoryTree& path, int set) {
     const bool empty = path.IsEmptyPath();
-    const CProCategoryTree* found = std::as_const(*this).FindByID(empty ? kUnassignedID : DeepestCategoryID(path));
+    const int32_t id = empty ? kUnassignedID : DeepestCategoryID(path);
+    const CProCategoryTree* found = std::as_const(*this).FindByID(id);
+    if (!found && id > 0)
+        lost_.insert(id);
     if (!found || (empty && found->parent) || note < 1 || set < 1 || set > kSetCount)
         return;
     auto* node = const_cast<CProCategoryTree*>(found);

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "base/file_io.h"
@@ -25,6 +26,7 @@ public:
           roots_(other.roots_),
           unread_(other.unread_),
           isWhole_(other.isWhole_),
+          lost_(other.lost_),
           fresh_(false) {}
     CProCategoryList(CProCategoryList&&) = default;
     CProCategoryList& operator=(const CProCategoryList& other);
@@ -72,7 +74,7 @@ public:
     int32_t GetMaxCategoryID(int& maxCategoryID) const;
     /// That id for one new category.
     int32_t NewID(int& maxCategoryID) const;
-    /// To give out ids to several; those of the forest are used.
+    /// To give out ids to several; those of the forest are used, those that it lacks though notes name them are lost.
     CategoryIDs UsedIDs() const;
     /// Moves the stored counter on after a load or a conversion: the larger of itself and what GetMaxCategoryID gives,
     /// plus 1.
@@ -94,7 +96,8 @@ private:
     std::vector<CProCategoryTree> roots_;
     FileResult unread_;
     bool isWhole_ = true;
-    mutable NodesByID nodes_;  // empty until the first search after a change
+    std::unordered_set<int32_t> lost_;  // of categories that IndexNote was asked for and that aren't here
+    mutable NodesByID nodes_;           // empty until the first search after a change
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.
     bool fresh_ = true;

@@ -50,7 +50,7 @@ public:
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
         EditRun run(session);
-        if (!run.Open(status))
+        if (!run.Open(status, {}, changes_.MayMakeCategories()))
             return status;
         run.CollectNotes();
         for (const std::string& file : files_) {
@@ -129,7 +129,7 @@ public:
         if (!TakeLinks())
             return ExitStatus::WrongUsage;
         EditRun run(session);
-        if (!run.Open(status, {&id_, 1}))
+        if (!run.Open(status, {&id_, 1}, changes_.MayMakeCategories()))
             return status;
         const std::optional<CNote> note = FindNote(run.Book().index, id_, session.Context(), session.Faults());
         if (!note)

@@ -26,6 +26,7 @@ struct NoteChanges {
     std::vector<std::pair<int, std::string>> categories;  ///< set and path, levels parted by "/"
     bool noSources = false;
 
+    bool MayMakeCategories() const { return !categories.empty(); }
     void Declare(CLI::App& app);
 
     /// Writes what was given into the note of a session; its save makes the categories that don't exist yet. False,
@@ -46,10 +47,12 @@ class EditRun {
 public:
     explicit EditRun(Session& session);
     /// Opens the NoteBook for a change of these notes and for new ones; see Session::OpenForWriting and
-    /// LoadOptions::only.
-    bool Open(ExitStatus& status, std::span<const int32_t> ids = {}) {
+    /// LoadOptions::only. Who may make categories needs the paths of the other notes too: they may name categories that
+    /// the forest has lost, whose ids aren't to be given out.
+    bool Open(ExitStatus& status, std::span<const int32_t> ids = {}, bool mayMakeCategories = false) {
         LoadOptions options;
-        options.only.emplace(ids.begin(), ids.end());
+        if (!mayMakeCategories)
+            options.only.emplace(ids.begin(), ids.end());
         return session_.OpenForWriting(book_, status, options);
     }
     OpenNoteBook& Book() { return book_; }

@@ -4,7 +4,6 @@
 
 #include "base/text.h"
 #include "bibliography/custom_type_fields.h"
-#include "bibliography/new_author.h"
 
 namespace lore {
 
@@ -62,7 +61,9 @@ int32_t SourceMerge::MergeAuthor(const CAuthor& author) {
     if (known >= 0)
         return known;
     CAuthor added = author;
-    added.AuthorID = NewAuthorID(book_.authors, book_.sources, counters_.MaxAuthorID);
+    if (!authorIDs_)
+        authorIDs_.emplace(book_.sources);
+    added.AuthorID = authorIDs_->Take(book_.authors, counters_.MaxAuthorID);
     ranOut_ = ranOut_ || added.AuthorID == 0;
     book_.authors.AddAuthor(added);
     newAuthors_ = true;

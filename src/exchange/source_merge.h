@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
+#include "bibliography/new_author.h"
 #include "exchange/archive_notes.h"
 #include "notes/note_book_loader.h"
 #include "notes/open_notebook.h"
@@ -37,6 +39,7 @@ private:
 
     OpenNoteBook& book_;
     IdCounters& counters_;
+    std::optional<AuthorIDs> authorIDs_;  ///< once an author comes in
     bool newTypes_ = false, newAuthors_ = false, newSources_ = false, ranOut_ = false;
 };
 

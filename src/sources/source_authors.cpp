@@ -61,7 +61,7 @@ std::optional<int32_t> SourceAuthors::AddNew(CAuthor name) {
     if (!TrimAuthorName(name))
         return std::nullopt;
     int last = world.settings.Int(Option::MaxAuthorID);
-    name.AuthorID = NewAuthorID(world.book.authors, world.book.sources, last);
+    name.AuthorID = AuthorIDs(world.book.sources).Take(world.book.authors, last);
     if (name.AuthorID == 0) {
         world.faults.Tell({"The author could not be added", world.book.paths.Authors().string(), kNoFreeID});
         return std::nullopt;
