@@ -108,6 +108,7 @@ bool SourceList::RemoveSource(int32_t id) {
 void SourceList::RemoveAll() {
     sources_.clear();
     reservedID_ = 0;
+    lost_.clear();
     Reindex();
 }
 
@@ -116,12 +117,19 @@ int32_t SourceList::NextSourceID() const {
 }
 
 int32_t SourceList::NewSourceID() const {
-    return free_.Find(int64_t{NextSourceID()} + 1, [this](int32_t id) { return byID_.contains(id); });
+    int64_t wanted = int64_t{NextSourceID()} + 1;
+    while (wanted <= kHighestID && lost_.contains(static_cast<int32_t>(wanted)))
+        ++wanted;
+    return free_.Find(wanted, [this](int32_t id) { return byID_.contains(id) || lost_.contains(id); });
 }
 
 void SourceList::AddNoteID(int32_t sourceID, int32_t noteID) {
-    if (CSource* source = sourceID > 0 ? FindSourceByID(sourceID) : nullptr)
+    if (sourceID <= 0)
+        return;
+    if (CSource* const source = FindSourceByID(sourceID))
         source->NoteIDs.AddUnique(noteID);
+    else
+        lost_.insert(sourceID);
 }
 
 void SourceList::RemoveNoteID(int32_t sourceID, int32_t noteID) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "base/free_ids.h"
@@ -43,11 +44,12 @@ public:
     void ReserveIDs(int32_t highest) { reservedID_ = highest; }
     /// The largest SourceID or reserved id, at least 1010. A new source takes NewSourceID.
     int32_t NextSourceID() const;
-    /// NextSourceID plus 1; where there is no such number the lowest free one, or 0 if there is none.
+    /// NextSourceID plus 1, or behind what notes name though the list lacks it; where there is no such number the
+    /// lowest free one, or 0 if there is none.
     int32_t NewSourceID() const;
 
     /// Ties a note to a source unless it is tied already, and unties it. Ids of sources that aren't there, or of 0 or
-    /// less, change nothing.
+    /// less, change nothing; what isn't there goes to no new source.
     void AddNoteID(int32_t sourceID, int32_t noteID);
     void RemoveNoteID(int32_t sourceID, int32_t noteID);
 
@@ -82,6 +84,7 @@ private:
     int32_t largestID_ = 0;
     mutable FreeIDs free_{kFirstID};
     int32_t reservedID_ = 0;
+    std::unordered_set<int32_t> lost_;  // of sources that aren't here though notes name them
 };
 
 }  // namespace lore

@@ -48,6 +48,8 @@ public:
     void MergePath(int32_t note, CProCategoryTree& chain, int set);
     /// Brings in categories that have no notes.
     void MergeEmptyCategories(const std::vector<CCategoryTree>& trees);
+    /// No new category gets this id.
+    void MarkLost(int32_t id) { ids_.MarkLost(id); }
     /// True if the forest has got more categories.
     bool HasAdded() const { return added_; }
 

@@ -18,6 +18,14 @@ namespace lore {
 
 namespace {
 
+/// What a file that broke off seems to hold behind its end has neither an id nor a name.
+void DropMadeUp(std::vector<CProCategoryTree>& nodes) {
+    for (CProCategoryTree& node : nodes)
+        DropMadeUp(node.children);
+    std::erase_if(
+        nodes, [](const CProCategoryTree& node) { return node.id < 1 && node.name.empty() && node.children.empty(); });
+}
+
 class Repairer {
 public:
     Repairer(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults)
@@ -171,6 +179,10 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     const std::string categories = book_.paths.Categories().string();
     if (!KeepOnce(categories))
         return;
+    if (!wasWhole) {
+        DropMadeUp(book_.categories.EditRoots());
+        book_.categories.LinkAll();
+    }
     book_.categories.MarkWhole();
     if (!WriteCategories(book_, book_.categories, faults_))
         return;

@@ -158,10 +158,27 @@ private:
         return goesOn;
     }
 
+    /// The notes of the target whose place a copy takes: of several with its guid, which may each be a note of its own,
+    /// those that hold its text, or else the first.
+    LongList ReplacedBy(const CNote& copy) const {
+        const std::vector<const CNote*>& existing = ExistingOf(copy);
+        LongList ids;
+        for (size_t i = 0; existing.size() > 1 && i < existing.size(); ++i) {
+            const auto other = FindNote(book_.index, existing[i]->id, world_.context, world_.faults);
+            if (other && other->rtfText == copy.rtfText)
+                ids.AddTail(other->id);
+        }
+        if (ids.IsEmpty() && !existing.empty())
+            ids.AddTail(existing.front()->id);
+        return ids;
+    }
+
     CopyResult Store() {
         std::vector<CNote> copies;
-        for (ArchiveNote& entry : entries_)
+        for (ArchiveNote& entry : entries_) {
+            replaced_[entry.note.id] = ReplacedBy(entry.note);
             copies.push_back(TakeNote(entry));
+        }
         NoteStore store(book_, world_.context, world_.faults, nullptr);
         const LongList failed = store.SaveNotes(std::move(copies));
         CopyResult result{0, {}, newer_};
@@ -174,8 +191,7 @@ private:
             }
             ++result.copied;
             result.ids.AddTail(entry.note.id);
-            for (const CNote* existing : ExistingOf(entry.note))
-                replaced.AddUnique(existing->id);
+            replaced.Merge(replaced_[entry.note.id]);
             LogLanded(book_.syncLog, entry.note, world_.context.nowUtc);
         }
         for (const CNote& note : store.DeleteNotes(replaced))
@@ -210,6 +226,7 @@ private:
     std::unordered_map<std::string, std::vector<const CNote*>> byGuid_;
     const SourceList sources_;  // of the NoteBook that is open, without the notes that each has
     std::vector<ArchiveNote> entries_;
+    std::unordered_map<int32_t, LongList> replaced_;  // by the id of the copy
     int newer_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "notes/category_conversion.h"
 
+#include <algorithm>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -14,7 +15,24 @@ namespace lore {
 
 namespace {
 
-/// A file that broke off, or holds something behind its notes, stays as it is. False if it could not be written.
+/// A file that broke off, or holds something behind its notes, stays as it is.
+bool Stays(const NoteFileReader& reader) {
+    return !reader.IsNoteWhole() || reader.HoldsMore();
+}
+
+/// The notes of files that stay go on naming their old ids.
+void MarkKeptNotes(CategoryConversion& conversion, const std::filesystem::path& file, const ReadContext& context) {
+    NoteFileReader reader(context);
+    if (!reader.Open(file).Ok())
+        return;  // told when it is converted
+    std::vector<CNote> notes;
+    while (reader.Next())
+        notes.push_back(reader.Head());
+    if (Stays(reader))
+        std::for_each(notes.begin(), notes.end(), [&](const CNote& note) { conversion.MarkKept(note); });
+}
+
+/// False if it could not be written.
 bool ConvertFile(CategoryConversion& conversion, const std::filesystem::path& file, const ReadContext& context,
                  FaultNotice& faults) {
     NoteFileReader reader(context);
@@ -27,7 +45,7 @@ bool ConvertFile(CategoryConversion& conversion, const std::filesystem::path& fi
         notes.push_back(reader.TakeNote());
     for (CNote& note : notes)
         conversion.MergeNote(note);
-    const bool stays = !reader.IsNoteWhole() || reader.HoldsMore();
+    const bool stays = Stays(reader);
     if (stays)
         faults.Tell({"A note file could not be converted", file.string(), "The file is damaged"});
     if (stays || notes.empty())
@@ -50,6 +68,11 @@ bool NeedsCategoryConversion(const NoteBookPaths& paths) {
 
 CategoryConversion::CategoryConversion(int& maxCategoryID)
     : merger_(std::make_unique<CategoryMerger>(forest_, maxCategoryID)) {}
+
+void CategoryConversion::MarkKept(const CNote& note) {
+    for (const CProCategoryTree& path : note.categories)
+        merger_->MarkLost(DeepestCategoryID(path));
+}
 
 void CategoryConversion::MergeNote(CNote& note) {
     for (int set = 1; set <= kSetCount; ++set)
@@ -76,6 +99,8 @@ bool ConvertCategories(const NoteBookPaths& paths, int& maxCategoryID, const Rea
     if (!ListNoteFiles(paths.Notes(), faults, files))
         return false;
     CategoryConversion conversion(maxCategoryID);
+    for (const std::filesystem::path& file : files)
+        MarkKeptNotes(conversion, file, context);
     bool written = true;
     for (const std::filesystem::path& file : files)
         written = ConvertFile(conversion, file, context, faults) && written;

@@ -20,6 +20,8 @@ class CategoryConversion {
 public:
     /// `maxCategoryID` is the stored counter; it moves on with the ids that are given out.
     explicit CategoryConversion(int& maxCategoryID);
+    /// For a note that keeps the ids of its paths on the disk: no category may get them. Before the first MergeNote.
+    void MarkKept(const CNote& note);
     /// Brings the three paths of a note into the forest and gives them its ids.
     void MergeNote(CNote& note);
     /// Brings in the categories without notes of the three older files.
