@@ -1,14 +1,10 @@
 #include "app/command_finder.h"
 
-#include <gmock/gmock.h>
-
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 std::vector<std::string> Texts(const CommandFinder& finder, const char* typed, size_t limit = 10) {
     return Each(finder.Find(typed, limit), [&](const FoundItem& found) { return finder.Items()[found.item].text; });
@@ -24,25 +20,21 @@ CommandFinder Commands() {
 }
 
 TEST(CommandFinder, FewLettersFindTheCommandThatIsMeant) {
-    struct Case {
-        const char* typed;
-        const char* best;
-    };
-    const Case cases[] = {{"imp", "Import Notes..."},
-                          {"dcn", "Delete Current Notes"},
-                          {"ccn", "Clear Current Notes"},
-                          {"mnb", "Manage NoteBooks..."},
-                          {"edit cat", "Edit Category Trees..."},
-                          {"trees edit", "Edit Category Trees..."},
-                          {"ecst", "Edit Custom Source Types..."},
-                          {"CALENDAR", "Event Calendar..."},
-                          {"add", "Add Note..."},
-                          {"   backup   ", "Backup Current NoteBook..."}};
+    const std::pair<const char*, const char*> cases[] = {{"imp", "Import Notes..."},
+                                                         {"dcn", "Delete Current Notes"},
+                                                         {"ccn", "Clear Current Notes"},
+                                                         {"mnb", "Manage NoteBooks..."},
+                                                         {"edit cat", "Edit Category Trees..."},
+                                                         {"trees edit", "Edit Category Trees..."},
+                                                         {"ecst", "Edit Custom Source Types..."},
+                                                         {"CALENDAR", "Event Calendar..."},
+                                                         {"add", "Add Note..."},
+                                                         {"   backup   ", "Backup Current NoteBook..."}};
     const CommandFinder finder = Commands();
-    for (const Case& c : cases) {
-        const auto found = Texts(finder, c.typed);
-        ASSERT_FALSE(found.empty()) << c.typed;
-        EXPECT_EQ(found.front(), c.best) << c.typed;
+    for (const auto& [typed, best] : cases) {
+        const auto found = Texts(finder, typed);
+        ASSERT_FALSE(found.empty()) << typed;
+        EXPECT_EQ(found.front(), best) << typed;
     }
     EXPECT_THAT(Texts(finder, "xyz"), IsEmpty());
     EXPECT_THAT(Texts(finder, "notes zz"), IsEmpty()) << "each word has to be there";
@@ -75,10 +67,7 @@ TEST(CommandFinder, EqualMatchesStandByKindThenLengthThenOrder) {
 
 TEST(CommandFinder, MarksAreTheCharactersThatMatch) {
     CommandFinder finder;
-    finder.Add({FoundKind::Category,
-                "\xC3\x89tudes d\xE2\x80\x99"
-                "optique",
-                "", 0});
+    finder.Add({FoundKind::Category, "\u00c9tudes d\u2019optique", "", 0});
     const auto found = finder.Find("etopt", 1);
     ASSERT_EQ(found.size(), 1u) << "accents don't matter";
     EXPECT_THAT(found[0].marks, ElementsAre(0, 1, 9, 10, 11));
@@ -87,20 +76,16 @@ TEST(CommandFinder, MarksAreTheCharactersThatMatch) {
 }
 
 TEST(CommandFinder, AccentsAndCaseOfAllKindsOfLettersFold) {
-    struct Case {
-        const char* text;
-        const char* typed;
-    };
-    for (const Case& c : {Case{"\xC3\x84rger", "arger"},
-                          {"Ma\xF1"
-                           "ana",
-                           "manana"},
-                          {"\xD0\x9C\xD0\x90\xD0\xAF\xD0\x9A", "\xD0\xBC\xD0\xB0\xD1\x8F\xD0\xBA"},
-                          {"\xE7\x87\x88\xE5\xA1\x94", "\xE5\xA1\x94"},
-                          {"na\xC3\xAFve", "na\xC3\xAFve"}}) {
+    for (const auto& [text, typed] : {std::pair("\u00c4rger", "arger"),
+                                      {"Ma\xF1"
+                                       "ana",
+                                       "manana"},
+                                      {"\u041c\u0410\u042f\u041a", "\u043c\u0430\u044f\u043a"},
+                                      {"\u71c8\u5854", "\u5854"},
+                                      {"na\u00efve", "na\u00efve"}}) {
         CommandFinder finder;
-        finder.Add({FoundKind::Category, c.text, "", 0});
-        EXPECT_EQ(finder.Find(c.typed, 1).size(), 1u) << c.text;
+        finder.Add({FoundKind::Category, text, "", 0});
+        EXPECT_EQ(finder.Find(typed, 1).size(), 1u) << text;
     }
 }
 

@@ -46,13 +46,7 @@ TEST_F(OutsideRequestsTest, WhatComesBeforeTheEndOfTheStartWaitsAndAFileGoesFirs
 TEST_F(OutsideRequestsTest, MessagesAreToldApartByTheirTags) {
     requests.FinishStartup();
     const std::string longPath = "/" + std::string(2000, 'a');
-    struct Case {
-        uint32_t tag;
-        std::string text;
-        uint32_t answer;
-        std::vector<std::string> done;
-    };
-    const Case cases[] = {
+    const std::tuple<uint32_t, std::string, uint32_t, std::vector<std::string>> cases[] = {
         {InstanceMessage::kIsMe, "", 1, {}},
         {InstanceMessage::kActivate, "", 1, {"front"}},
         {InstanceMessage::kDocument, "", 1, {}},
@@ -65,10 +59,10 @@ TEST_F(OutsideRequestsTest, MessagesAreToldApartByTheirTags) {
         {77, "  TQRCHECKAGENTOPTIONS now", 1, {"options"}},
         {InstanceMessage::kCommand, "tqrcloselorebinder", 0, {}},
         {InstanceMessage::kCommand, "", 0, {}}};
-    for (const Case& each : cases) {
+    for (const auto& [tag, text, answer, wanted] : cases) {
         done.clear();
-        EXPECT_EQ(requests.Receive({each.tag, each.text}), each.answer) << each.text;
-        EXPECT_EQ(done, each.done) << each.text;
+        EXPECT_EQ(requests.Receive({tag, text}), answer) << text;
+        EXPECT_EQ(done, wanted) << text;
     }
 }
 

@@ -1,20 +1,15 @@
 #include "app/panel_actions.h"
 
-#include <gmock/gmock.h>
-
 #include "app/app_world.h"
 #include "app/category_editing.h"
+#include "bibliography/source_builder.h"
 #include "edit/note_removal.h"
 #include "notes/print_preview.h"
+#include "support/matchers.h"
 #include "support/note_reading.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 constexpr Rgb kRed = MakeRgb(200, 0, 0), kNearRed = MakeRgb(204, 3, 1), kBlue = MakeRgb(0, 0, 200);
 
@@ -22,12 +17,7 @@ constexpr Rgb kRed = MakeRgb(200, 0, 0), kNearRed = MakeRgb(204, 3, 1), kBlue = 
 class PanelActionsTest : public AppWorld {
 protected:
     PanelActionsTest() {
-        CSource source;
-        source.SourceID = 1011;
-        source.SourceGUID = "{S}";
-        source.SourceType = 1;
-        source.FieldTexts[0] = "A title";
-        PutSources(folder.paths, {source});
+        PutSources(folder.paths, {TitledSource(1011, "A title")});
         PutCategories(folder.paths, {PathOf({{3, "Lights"}, {4, "Lenses"}}), PathOf({{5, "Places"}})});
         const auto note = [](int32_t id, int day, Rgb color, const std::string& keyWords) {
             CNote made = DayNote(id, day);
@@ -45,11 +35,7 @@ protected:
         folder.Put("SRC0000001011.dat", {fourth});
         PutBytes(folder.paths.SyncLog(), "2112, 7, Online, Desktop, 01/01/2020 01:00:00 AM, {NB},\n" + Record(1) +
                                              Record(2) + Record(3) + Record(4));
-        CDatabase other;
-        other.id = 7;
-        other.guid = "{NB7}";
-        other.name = "Thesis";
-        other.folder = "Folder7";
+        const CDatabase other{7, 0, "Thesis", "Folder7", "", {}, "{NB7}"};
         EXPECT_TRUE(SaveDatabases(folder.data.DatabasesFile(), {other}).Ok());
         CreateNoteBookFolders(NoteBookPaths(folder.data, other.folder));
         Start(app);
@@ -373,14 +359,8 @@ TEST_F(PanelActionsTest, TakingBackACategoryFollowsTheForest) {
         steps(editing.Model());
         EXPECT_TRUE(editing.Save());
     };
-    struct Case {
-        const char* words;
-        std::function<void(CategoryTrees&)> since;
-        std::string name;  // of the category that the note is in afterwards
-        bool stays;
-    };
     prompts.texts = {"Glass", "Sites"};
-    const Case cases[] = {
+    const std::tuple<const char*, std::function<void(CategoryTrees&)>, std::string, bool> cases[] = {
         {"both have other names now",
          [](CategoryTrees& trees) {
              trees.RenameCategory(4);
@@ -390,17 +370,18 @@ TEST_F(PanelActionsTest, TakingBackACategoryFollowsTheForest) {
         {"it was filed elsewhere since", [](CategoryTrees& trees) { trees.DropOn(5, kUnassignedID); }, "", true},
         {"where it came from has gone", [](CategoryTrees& trees) { trees.DeleteCategory(4); }, "Sites", true},
     };
-    for (const Case& c : cases) {
+    // What was done since, the category that the note is in afterwards, and whether it stays there.
+    for (const auto& [words, since, name, stays] : cases) {
         ValueChanges(commands.World(), app.List()).FileInCategory(LongList{1}, 4, 1);
         Run(PanelKind::Categories, app.NoteBook().categories.FindByID(5)->name, "Add Note To Level", 1);
         prompts.answers = {PromptAnswer::Yes};
-        change(c.since);
+        change(since);
         prompts.seen.clear();
         commands.Undo();
         const CProCategoryTree path = OnDisk(firstDay, 1).categories[0];
-        EXPECT_EQ(path.children.empty() ? path.name : path.children[0].name, c.name) << c.words;
-        EXPECT_EQ(prompts.seen.size(), c.stays ? 1u : 0u) << c.words;
-        EXPECT_EQ(commands.WhatToUndo(), Next::None) << c.words;
+        EXPECT_EQ(path.children.empty() ? path.name : path.children[0].name, name) << words;
+        EXPECT_EQ(prompts.seen.size(), stays ? 1u : 0u) << words;
+        EXPECT_EQ(commands.WhatToUndo(), Next::None) << words;
     }
     EXPECT_TRUE(prompts.seen.back().starts_with("Undo Category: 1 of the notes have been filed elsewhere since, or "));
 }

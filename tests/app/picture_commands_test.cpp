@@ -54,10 +54,7 @@ TEST(PictureCommands, TakeWhatADamagedFileHolds) {
 }
 
 TEST(OpenRules, OpenOnlyWhatIsSafe) {
-    struct Case {
-        const char* text;
-        OpenVerdict expected;
-    };
+    using Case = std::pair<const char*, OpenVerdict>;
     const Case links[] = {{"https://example.org/x", OpenVerdict::Open},
                           {"MAILTO:a@example.org", OpenVerdict::Open},
                           {" ftp://example.org", OpenVerdict::Open},
@@ -66,13 +63,13 @@ TEST(OpenRules, OpenOnlyWhatIsSafe) {
                           {"example.org", OpenVerdict::Refuse},
                           {"", OpenVerdict::Refuse},
                           {"httpx://a", OpenVerdict::Refuse}};
-    for (const Case& c : links)
-        EXPECT_EQ(JudgeLink(c.text), c.expected) << c.text;
+    for (const auto& [link, expected] : links)
+        EXPECT_EQ(JudgeLink(link), expected) << link;
     const Case files[] = {{"0000012.pdf", OpenVerdict::Open},     {"0000012.PNG", OpenVerdict::Open},
                           {"0000012.EXE", OpenVerdict::AskFirst}, {"a.b\\run.sh", OpenVerdict::AskFirst},
                           {"0000012", OpenVerdict::AskFirst},     {"x.desktop", OpenVerdict::AskFirst}};
-    for (const Case& c : files)
-        EXPECT_EQ(JudgeFile(c.text), c.expected) << c.text;
+    for (const auto& [file, expected] : files)
+        EXPECT_EQ(JudgeFile(file), expected) << file;
 }
 
 }  // namespace

@@ -1,28 +1,20 @@
 #include "app/print_commands.h"
 
-#include <gmock/gmock.h>
-
 #include "app/app_world.h"
 #include "bibliography/bibliography_file.h"
 #include "bibliography/source_builder.h"
 #include "bibliography/source_selection.h"
 #include "notes/print_preview.h"
+#include "support/matchers.h"
 #include "support/noted_starts.h"
 #include "support/scripted_background.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 CSource Paper(int32_t id, const std::string& title) {
-    CSource source;
-    source.SourceID = id;
-    source.SourceGUID = "{" + std::to_string(id) + "}";
-    source.SourceType = 2;
+    CSource source = TitledSource(id, title, 2);
     source.AuthorIDs = {1};
-    source.FieldTexts[0] = title;
     source.FieldTexts[1] = "Journal of Lights";
     return source;
 }
@@ -80,9 +72,7 @@ TEST_F(PrintCommandsTest, TheListIsHandedOverWithItsSourcesAsTheyAreCitedNow) {
 }
 
 TEST_F(PrintCommandsTest, NotesAreReadFromTheirFilesAndThoseThatAreUnknownAreToldAndLeftOut) {
-    CNote changed = DayNote(2, 2);
-    changed.keyWords = "changed elsewhere";
-    folder.Put("DAY01022020.dat", {changed, DayNote(3, 2)});
+    folder.Put("DAY01022020.dat", {WithKeyWords(DayNote(2, 2), "changed elsewhere"), DayNote(3, 2)});
     EXPECT_TRUE(PrintNotes(app, LongList{3, 99, 2, -5}));
     const std::vector<PrintNote> notes = HandedOver();
     ASSERT_EQ(notes.size(), 2u);
@@ -108,27 +98,25 @@ TEST_F(PrintCommandsTest, AnEmptyListIsToldAndWritesNothing) {
 }
 
 TEST_F(PrintCommandsTest, WithoutAHandOverNothingIsStarted) {
-    struct Case {
-        const char* what;
-        bool blocked, stops, noteFiles;
-        size_t faults;
-    };
-    for (const Case& c : {Case{"a folder in the place of the files", true, false, true, 1},
-                          Case{"stopped by the user", false, true, true, 0},
-                          Case{"note files that can't be read", false, false, false, 1}}) {
+    const std::tuple<const char*, bool, bool, bool, size_t> cases[] = {
+        {"a folder in the place of the files", true, false, true, 1},
+        {"stopped by the user", false, true, true, 0},
+        {"note files that can't be read", false, false, false, 1}};
+    for (const auto& [what, isBlocked, stops, hasNoteFiles, told] : cases) {
+        SCOPED_TRACE(what);
         std::filesystem::remove_all(Preview());
         faults.faults.clear();
-        background.stops = c.stops;
-        if (c.blocked)
+        background.stops = stops;
+        if (isBlocked)
             std::filesystem::create_directories(Preview() / "full");
-        if (!c.noteFiles) {
+        if (!hasNoteFiles) {
             std::filesystem::remove(folder.paths.NoteFile("DAY01022020.dat"));
             std::filesystem::create_directory(folder.paths.NoteFile("DAY01022020.dat"));
         }
-        EXPECT_FALSE(PrintNotes(app, LongList{2})) << c.what;
-        EXPECT_EQ(faults.faults.size(), c.faults) << c.what;
-        EXPECT_THAT(companions.started, IsEmpty()) << c.what;
-        EXPECT_FALSE(std::filesystem::is_regular_file(Preview())) << c.what;
+        EXPECT_FALSE(PrintNotes(app, LongList{2}));
+        EXPECT_EQ(faults.faults.size(), told);
+        EXPECT_THAT(companions.started, IsEmpty());
+        EXPECT_FALSE(std::filesystem::is_regular_file(Preview()));
     }
 }
 
@@ -164,8 +152,7 @@ TEST_F(PrintCommandsTest, FailuresOfTheBibliographyAreTold) {
     const SourceList& sources = app.NoteBook().sources;
     companions.failure = "No such file or directory";
     EXPECT_FALSE(CreateBibliography(app, sources));
-    ASSERT_EQ(faults.faults.size(), 1u);
-    EXPECT_EQ(faults.faults[0].reason, "No such file or directory");
+    EXPECT_THAT(Each(faults.faults, &Fault::reason), ElementsAre("No such file or directory"));
     Block(Bib());
     EXPECT_FALSE(CreateBibliography(app, sources));
     EXPECT_EQ(faults.faults.size(), 2u);

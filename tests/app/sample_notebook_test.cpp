@@ -4,7 +4,6 @@
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <map>
 #include <memory>
 #include <set>
 
@@ -39,8 +38,6 @@ struct SampleWorld {
         LoadNoteBook(book, loadCounters, world.context, faults, options);
         notes = FindNotes(book.index, book.index.AllIDs(), world.context, faults);
     }
-
-    std::map<std::string, std::string> AllFiles() const { return FilesBelow(data.root); }
 
     TempFolder folder;
     ReadWorld world;
@@ -129,7 +126,7 @@ TEST_F(LoadedSample, LosesNothingThatItsFilesName) {
 
 TEST_F(SampleNoteBook, GoesIntoNewNoteBooksWhileTheMainOneIsInUse) {
     Make();
-    const auto before = AllFiles();
+    const auto before = FilesBelow(data.root);
     const SampleResult second = Make();
     const SampleResult third = Make();
     ASSERT_TRUE(second.made && third.made);
@@ -142,7 +139,7 @@ TEST_F(SampleNoteBook, GoesIntoNewNoteBooksWhileTheMainOneIsInUse) {
     LoadDatabases(data.DatabasesFile(), world.context, list);
     ASSERT_EQ(list.size(), 2u);
     EXPECT_EQ(list[1].guid, third.database.guid);
-    const auto after = AllFiles();
+    const auto after = FilesBelow(data.root);
     for (const auto& [path, bytes] : before)
         EXPECT_TRUE(after.at(path) == bytes) << path;
     Load(third.database);
@@ -154,10 +151,7 @@ TEST_F(SampleNoteBook, TakesANumberBehindAllFoldersAndListedNoteBooks) {
     fs::create_directories(data.Databases() / "DB000007");
     fs::create_directories(Main().Notes());
     std::ofstream(Main().NoteFile("DAY01012024.dat")) << "x";
-    CDatabase other;
-    other.id = kMainNoteBookID - 1;
-    other.folder = "DB002111";
-    SaveDatabases(data.DatabasesFile(), {other});
+    SaveDatabases(data.DatabasesFile(), {{kMainNoteBookID - 1, 0, "", "DB002111", "", {}, ""}});
     EXPECT_EQ(Make().database.id, 2114);
 }
 

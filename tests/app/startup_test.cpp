@@ -1,18 +1,14 @@
-#include <gmock/gmock.h>
 
 #include "app/app_world.h"
 #include "classify/category_list.h"
 #include "notes/note_cleaner.h"
+#include "support/matchers.h"
 #include "support/scripted_agent.h"
 
 namespace lore {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
 
 /// The application from its first line to its last, without a window.
 class Startup : public PortsWorld {
@@ -85,20 +81,16 @@ TEST_F(Startup, DamagedFilesAreToldOnceByTheFirstNamesAndANumber) {
 }
 
 TEST_F(Startup, AgentRunsBesideTheProgramOnlyWhenItIsTo) {
-    struct Case {
-        const char* runAgent;
-        bool running;
-        int launches;
-        size_t told;
-    };
-    for (const Case& c : {Case{"2112", false, 1, 1}, {"2112", true, 0, 1}, {"1", false, 0, 0}, {"0", false, 0, 0}}) {
+    for (const auto& [runAgent, running, launches, told] :
+         {std::tuple("2112", false, 1, 1u), {"2112", true, 0, 1u}, {"1", false, 0, 0u}, {"0", false, 0, 0u}}) {
+        SCOPED_TRACE(runAgent);
         agent = ScriptedAgent();
-        agent.running = c.running;
-        store.Set("Options", "RunAgent", c.runAgent);
+        agent.running = running;
+        store.Set("Options", "RunAgent", runAgent);
         Start("11.56");
-        EXPECT_EQ(agent.launches, c.launches) << c.runAgent;
+        EXPECT_EQ(agent.launches, launches);
         app.ExitInstance();
-        EXPECT_EQ(agent.told.size(), c.told) << c.runAgent;
+        EXPECT_EQ(agent.told.size(), told);
     }
     agent = ScriptedAgent();
     agent.installed = false;
@@ -165,35 +157,32 @@ TEST_F(Startup, WhatWasListedAndCantBeReadIsKeptAndComesBackWhenItIsTriedAgain) 
     PutBytes(paths.NoteFile("DAY01012020.dat"), NoteFileBytes(std::vector<CNote>{DayNote(5)}));
     PutBytes(paths.NoteFile("DAY01022020.dat"), NoteFileBytes(std::vector<CNote>{DayNote(6, 2)}));
     const auto saved = [&] { return LoadLastViewList(paths, faults).Values(); };
-    struct Case {
-        fs::path blocked;
-        std::vector<int32_t> atFirst, kept, again;
-    };
-    const Case cases[] = {{paths.NoteFile("DAY01012020.dat"), {6}, {6, 5, 99}, {6, 5}},
-                          {paths.Notes(), {}, {5, 6, 99}, {5, 6}},
-                          {paths.LastViewList(), {}, {}, {5, 6}}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.blocked);
+    using Ids = std::vector<int32_t>;
+    const std::tuple<fs::path, Ids, Ids, Ids> cases[] = {{paths.NoteFile("DAY01012020.dat"), {6}, {6, 5, 99}, {6, 5}},
+                                                         {paths.Notes(), {}, {5, 6, 99}, {5, 6}},
+                                                         {paths.LastViewList(), {}, {}, {5, 6}}};
+    for (const auto& [blocked, atFirst, kept, again] : cases) {
+        SCOPED_TRACE(blocked);
         faults.faults.clear();
         SaveLastViewList(paths, LongList{5, 6, 99}, faults);
-        Unreadable unread(c.blocked);
+        Unreadable unread(blocked);
         CLorebinderApp other(folder.Path(), Ports());
         lore::Start(other);
-        EXPECT_EQ(other.List().GetNoteIDs().Values(), c.atFirst);
+        EXPECT_EQ(other.List().GetNoteIDs().Values(), atFirst);
         EXPECT_FALSE(other.IsWhole());
         EXPECT_TRUE(other.TryAgain());
         EXPECT_FALSE(other.IsWhole()) << "nothing has changed";
         other.ExitInstance();
-        if (c.blocked != paths.LastViewList()) {
-            EXPECT_EQ(saved(), c.kept);
+        if (blocked != paths.LastViewList()) {
+            EXPECT_EQ(saved(), kept);
         }
-        ASSERT_TRUE(fs::is_symlink(c.blocked)) << "it was written over";
+        ASSERT_TRUE(fs::is_symlink(blocked)) << "it was written over";
         unread.End();
         EXPECT_TRUE(other.TryAgain());
         EXPECT_TRUE(other.IsWhole());
-        EXPECT_EQ(other.List().GetNoteIDs().Values(), c.again);
+        EXPECT_EQ(other.List().GetNoteIDs().Values(), again);
         other.ExitInstance();
-        EXPECT_EQ(saved(), c.again) << "a note that isn't there leaves the list";
+        EXPECT_EQ(saved(), again) << "a note that isn't there leaves the list";
     }
 }
 

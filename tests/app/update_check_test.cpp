@@ -1,17 +1,12 @@
 #include "app/update_check.h"
 
-#include <gmock/gmock.h>
-
 #include "app/help_commands.h"
+#include "support/matchers.h"
 #include "support/memory_store.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 /// Notes what is asked, and answers when a test says so.
 class HeldSource : public UpdateSource {
@@ -40,13 +35,7 @@ protected:
 };
 
 TEST(UpdateNewsText, IsReadForgivinglyAndNeverTrusted) {
-    struct Case {
-        const char* text;
-        double version;
-        const char* page;
-        const char* notice;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, double, const char*, const char*> cases[] = {
         {"11.60", 11.60, "", ""},
         {" 11.6 \r\nhttps://example.org/new\r\nBetter search\r\n", 11.6, "https://example.org/new", "Better search"},
         {"12\n\nWords", 12, "", "Words"},
@@ -54,12 +43,12 @@ TEST(UpdateNewsText, IsReadForgivinglyAndNeverTrusted) {
         {"11.70\nfile:///etc/passwd", 11.7, "", ""},
         {"11.70\nmailto:a@b.c", 11.7, "", ""},
     };
-    for (const Case& c : cases) {
-        const auto news = ReadUpdateNews(c.text);
-        ASSERT_TRUE(news) << c.text;
-        EXPECT_DOUBLE_EQ(news->version, c.version);
-        EXPECT_EQ(news->page, c.page);
-        EXPECT_EQ(news->notice, c.notice);
+    for (const auto& [text, version, page, notice] : cases) {
+        const auto news = ReadUpdateNews(text);
+        ASSERT_TRUE(news) << text;
+        EXPECT_DOUBLE_EQ(news->version, version);
+        EXPECT_EQ(news->page, page);
+        EXPECT_EQ(news->notice, notice);
     }
     for (const char* text : {"", "\n11.6", "<html>", "v11.6", "-3", "0", "1e9", "99999999", "11.6 or so"})
         EXPECT_FALSE(ReadUpdateNews(text)) << text;
@@ -71,8 +60,7 @@ TEST_F(Updates, WithoutAnAddressNothingIsEverAsked) {
     check.RunDaily();
     EXPECT_THAT(prompts.seen, IsEmpty());
     check.Run();
-    ASSERT_EQ(prompts.seen.size(), 1u);
-    EXPECT_THAT(prompts.seen[0], HasSubstr("No address is set"));
+    EXPECT_THAT(prompts.seen, ElementsAre(HasSubstr("No address is set")));
     EXPECT_THAT(source.asked, IsEmpty());
 }
 
@@ -107,10 +95,8 @@ TEST_F(Updates, MenuTellsWhateverComesOut) {
     Answer("<!DOCTYPE html>");
     check.Run();
     source.answer({false, {}, "Host not found"});
-    ASSERT_EQ(prompts.seen.size(), 3u);
-    EXPECT_THAT(prompts.seen[0], HasSubstr("You have the newest version, 1.56."));
-    EXPECT_THAT(prompts.seen[1], HasSubstr("names no version"));
-    EXPECT_THAT(prompts.seen[2], HasSubstr("Host not found"));
+    EXPECT_THAT(prompts.seen, ElementsAre(HasSubstr("You have the newest version, 1.56."),
+                                          HasSubstr("names no version"), HasSubstr("Host not found")));
 }
 
 TEST_F(Updates, PageOpensOnlyWhenTheUserSaysSo) {
@@ -128,15 +114,11 @@ protected:
     ScriptedPrompts prompts;
     std::vector<std::string> opened;
     bool opens = true;
-    HelpWorld world{settings, prompts,
-                    [this](const std::filesystem::path& file) {
-                        opened.push_back(file.string());
-                        return opens;
-                    },
-                    [this](const std::string& address) {
-                        opened.push_back(address);
-                        return opens;
-                    }};
+    const std::function<bool(const std::string&)> open = [this](const std::string& what) {
+        opened.push_back(what);
+        return opens;
+    };
+    HelpWorld world{settings, prompts, [this](const std::filesystem::path& file) { return open(file.string()); }, open};
 };
 
 TEST_F(Help, ManualOpensOrItIsSaidWhyNot) {

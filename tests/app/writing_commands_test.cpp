@@ -1,17 +1,13 @@
 #include "app/writing_commands.h"
 
-#include <gmock/gmock.h>
-
 #include "app/app_world.h"
 #include "notes/note_file.h"
+#include "support/each.h"
+#include "support/matchers.h"
 #include "support/scripted_background.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 /// The main NoteBook with three notes, all of them in the list.
 class WritingCommandsTest : public AppWorld {
@@ -29,10 +25,8 @@ protected:
     }
     std::vector<int32_t> Listed() const { return app.List().GetNoteIDs().Values(); }
     void PutDraft(int32_t id, const DateTime& base) {
-        Draft draft;
-        draft.note = DayNote(id, 1);
+        Draft draft{DayNote(id, 1), base, {}};
         draft.note.plainText = "Unsaved words that go on and on, well beyond what a question has room for\r\nrest";
-        draft.baseEdited = base;
         EXPECT_TRUE(commands.Drafts().WriteDraft(draft).Ok());
     }
     int32_t Write(EditNoteSession session, const std::string& words) {
@@ -179,22 +173,19 @@ TEST_F(WritingCommandsTest, UndoingADeletionLeavesWhatTheUserHasOrderedSince) {
 }
 
 TEST_F(WritingCommandsTest, UndoingAnImportOfManyNotesAsksWithTheirNumber) {
-    struct Case {
-        LongList landed, replaced;
-        bool asks;
-    };
     // The third note has been deleted by hand, and isn't counted.
-    for (const Case& c : {Case{{1, 2}, {}, true}, Case{{1, 2}, {1, 2}, false}, Case{{7}, {}, false}}) {
+    for (const auto& [landed, replaced, asks] :
+         {std::tuple(LongList{1, 2}, LongList{}, true), {{1, 2}, {1, 2}, false}, {{7}, {}, false}}) {
         ImportChanges changes;
-        for (const int32_t id : c.landed)
+        for (const int32_t id : landed)
             changes.landed.emplace(id, 0);
-        for (const int32_t id : c.replaced)
+        for (const int32_t id : replaced)
             changes.replaced.push_back(DayNote(id));
         commands.ImportDone(std::move(changes), LongList{1, 2, 3});
         prompts.seen.clear();
         commands.Undo();
-        EXPECT_EQ(commands.WhatToUndo() == WritingCommands::NextUndo::Import, c.asks) << "refused, it waits on";
-        EXPECT_EQ(!prompts.seen.empty() && prompts.seen[0].find("*2*  of the  *3*") != std::string::npos, c.asks);
+        EXPECT_EQ(commands.WhatToUndo() == WritingCommands::NextUndo::Import, asks) << "refused, it waits on";
+        EXPECT_EQ(!prompts.seen.empty() && prompts.seen[0].find("*2*  of the  *3*") != std::string::npos, asks);
         prompts.answers = {PromptAnswer::Yes};
         commands.Undo();
         prompts.answers.clear();
@@ -220,10 +211,9 @@ TEST_F(WritingCommandsTest, DraftsAreOfferedWithWhatHasBecomeOfTheirNotes) {
     const std::vector<UnsavedNote> wanted = commands.AskForUnsavedNotes();
     ASSERT_EQ(wanted.size(), 1u);
     EXPECT_EQ(wanted[0].stored->id, 1);
-    ASSERT_EQ(prompts.seen.size(), 3u);
-    EXPECT_THAT(prompts.seen[0], HasSubstr("\"Unsaved words that go on and on, well beyond what a question..."));
-    EXPECT_THAT(prompts.seen[1], HasSubstr("saved in another form since"));
-    EXPECT_THAT(prompts.seen[2], HasSubstr("isn't among the notes any more"));
+    EXPECT_THAT(prompts.seen,
+                ElementsAre(HasSubstr("\"Unsaved words that go on and on, well beyond what a question..."),
+                            HasSubstr("saved in another form since"), HasSubstr("isn't among the notes any more")));
     EXPECT_EQ(commands.Drafts().ListDrafts().size(), 2u) << "the discarded one has gone, the others stay until a save";
     FixedNoteText text("{\\rtf1 saved}");
     EditNoteSession session = commands.ContinueNote(wanted[0]);
@@ -257,8 +247,7 @@ TEST_F(WritingCommandsTest, ADraftThatCantBeReadStaysAndOnlyADamagedOneIsSetAsid
     const std::filesystem::path file = commands.Drafts().ListDrafts().at(0), aside = file.string() + ".kept";
     Unreadable unread(file);
     EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
-    ASSERT_EQ(faults.faults.size(), 1u);
-    EXPECT_EQ(faults.faults[0].what, "An unsaved text could not be read");
+    EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("An unsaved text could not be read"));
     EXPECT_THAT(commands.Drafts().ListDrafts(), ElementsAre(file));
     unread.End();
     prompts.answers = {PromptAnswer::Yes};

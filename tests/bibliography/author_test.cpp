@@ -54,13 +54,8 @@ TEST(AuthorName, NamesOfBothFormsReadAsOne) {
 
 TEST(AuthorText, JoinsNamesUpToTheLimit) {
     const AuthorList authors = ThreeAuthors();
-    struct Case {
-        LongList ids;
-        int conjunction, separator;
-        int32_t limit;
-        std::string text;
-    };
-    const Case cases[] = {
+    // The numbers of a conjunction and a separator, and the limit.
+    const std::tuple<LongList, int, int, int32_t, std::string> cases[] = {
         {{1, 2, 3}, 1, 1, 6, "Smith, John, Mary Jones, and Carl West"},
         {{1, 2, 3}, 1, 1, 2, "Smith, John, Mary Jones, et al"},
         {{1, 2}, 1, 1, 1, "Smith, John, et al"},
@@ -74,8 +69,8 @@ TEST(AuthorText, JoinsNamesUpToTheLimit) {
         {{1, 2}, 2, 3, 6, "Smith, John. & Mary Jones"},
         {{}, 1, 1, 6, ""},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(AuthorsFirstInverted(c.ids, authors, {{}, c.conjunction, c.separator, c.limit}), c.text);
+    for (const auto& [ids, conjunction, separator, limit, text] : cases)
+        EXPECT_EQ(AuthorsFirstInverted(ids, authors, {{}, conjunction, separator, limit}), text);
 }
 
 TEST(AuthorText, CompactNamesLoseTheirMarksAndTheListItsLastPeriods) {
@@ -107,29 +102,27 @@ TEST(AuthorList, FindsTheFirstOfEqualIdsAndNames) {
 }
 
 TEST(AuthorList, NewIdsAreNoOtherAuthors) {
-    struct Case {
-        std::vector<int32_t> authors;
-        LongList named;  // by a source
-        int last, id, lastAfter;
-    };
-    const Case cases[] = {{{}, {}, 0, 1, 1},
-                          {{3, 9}, {}, 1, 10, 10},
-                          {{3, 9}, {10}, 20, 21, 21},
-                          {{3}, {}, 2147483646, 2147483647, 2147483647},
-                          {{3}, {}, 2147483647, 2, 2147483647},
-                          {{2, 2147483647}, {}, 1, 3, 3},
-                          {{2, 2147483647}, {3, 5}, 2147483647, 4, 2147483647}};
-    for (const Case& c : cases) {
+    // The authors, those that a source names, and the last number before and behind the new one.
+    const std::tuple<std::vector<int32_t>, LongList, int, int, int> cases[] = {
+        {{}, {}, 0, 1, 1},
+        {{3, 9}, {}, 1, 10, 10},
+        {{3, 9}, {10}, 20, 21, 21},
+        {{3, 9}, {10, 11}, 1, 12, 12},
+        {{3}, {}, 2147483646, 2147483647, 2147483647},
+        {{3}, {}, 2147483647, 2, 2147483647},
+        {{2, 2147483647}, {}, 1, 3, 3},
+        {{2, 2147483647}, {3, 5}, 2147483647, 4, 2147483647}};
+    for (const auto& [ids, named, before, id, after] : cases) {
         AuthorList authors;
-        for (const int32_t id : c.authors)
-            authors.AddAuthor(Author(id, "", "", "Name"));
+        for (const int32_t author : ids)
+            authors.AddAuthor(Author(author, "", "", "Name"));
         CSource source = FullSource(1011);
-        source.AuthorIDs = c.named;
+        source.AuthorIDs = named;
         SourceList sources;
         sources.AddTail(source);
-        int last = c.last;
-        EXPECT_EQ(NewAuthorID(authors, sources, last), c.id);
-        EXPECT_EQ(last, c.lastAfter);
+        int last = before;
+        EXPECT_EQ(AuthorIDs(sources).Take(authors, last), id);
+        EXPECT_EQ(last, after);
     }
 }
 

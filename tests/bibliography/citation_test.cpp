@@ -120,25 +120,22 @@ TEST(Citation, EveryStyleAndTypeGivesTheTextsAndSpansOfTheExpectedFile) {
 }
 
 TEST(Citation, StylesOutsideTheTableAreEmptyAndUnknownTypesKeepTheirText) {
-    struct Case {
-        int32_t style, type;
-        std::string text;
-    };
-    for (const Case& c : {Case{14, 1, ""}, Case{-1, 7, ""}, Case{1, 9, "kept"}, Case{1, 0, "kept"},
-                          Case{1, 1000, "kept"}, Case{1, -5, "kept"}, Case{1, 1001, ""}}) {
+    const std::tuple<int32_t, int32_t, const char*> cases[] = {
+        {14, 1, ""}, {-1, 7, ""}, {1, 9, "kept"}, {1, 0, "kept"}, {1, 1000, "kept"}, {1, -5, "kept"}, {1, 1001, ""}};
+    for (const auto& [style, type, text] : cases) {
         CSource source;
-        source.FormatStyle = c.style;
-        source.SourceType = c.type;
+        source.FormatStyle = style;
+        source.SourceType = type;
         source.FieldTexts[0] = "Title";
         source.FormattedText = "kept";
         source.SpanKinds = source.SpanStarts = source.SpanEnds = {1};
         FormatSource(source, {});
-        EXPECT_EQ(source.FormattedText, c.text) << c.style << " " << c.type;
+        EXPECT_EQ(source.FormattedText, text) << style << " " << type;
         EXPECT_EQ(SpansOf(source), "");
     }
 }
 
-TEST(Citation, IdBehindARemovedAuthorStaysForOneMoreFormat) {
+TEST(Citation, IdBehindARemovedAuthorStaysForOneMoreFormatSoThatManyUnknownAreHalvedAtEach) {
     const AuthorList authors = ThreeAuthors();
     CSource source;
     source.AuthorIDs = {1, 8, 9, 2};
@@ -148,11 +145,7 @@ TEST(Citation, IdBehindARemovedAuthorStaysForOneMoreFormat) {
     FormatSource(source, authors);
     EXPECT_EQ(source.AuthorIDs, (LongList{1, 2}));
     EXPECT_EQ(source.AuthorText, "Smith JQ, & Jones M.");
-}
-
-TEST(Citation, ManyUnknownAuthorsAreHalvedAtEachFormat) {
     std::vector<int32_t> ids(200000, 77);
-    CSource source;
     source.AuthorIDs = LongList(std::move(ids));
     FormatSource(source, {});
     EXPECT_EQ(source.AuthorIDs.Count(), 100000u);
@@ -197,34 +190,27 @@ TEST(Citation, TextsOfBothFormsJoinToOneThatReads) {
     authors.AddAuthor(Author(1, "Zo\xEB", "", "M\xFCller"));  // Windows-1252
     authors.AddAuthor(Author(2, "\xE9", "", "\xC5\x81uk"));   // one name of each form
     authors.AddAuthor(Author(3, "Jan", "", "\xC5\x81uk"));    // UTF-8
-    struct Case {
-        LongList ids;
-        std::string title, text, authorText, spans;
-    };
-    for (const Case& c :
-         {Case{{1}, "\xE9t\xE9", "M\xFCller Z. \xE9t\xE9. ", "M\xFCller Z.", "1:10-12"},
-          Case{{1},
-               "\xE6\x97\xA5\xE6\x9C\xAC",
-               "M\xC3\xBCller Z. \xE6\x97\xA5\xE6\x9C\xAC. ",
-               "M\xFCller Z.",
-               "1:11-16"},
-          Case{{2}, "Dover", "\xC5\x81uk \xC3\xA9. Dover. ", "\xC5\x81uk \xC3\xA9.", "1:9-13"},
-          Case{{1, 3}, "\xE9t\xE9", "M\xFCller Z, et al. \xE9t\xE9. ", "M\xFCller Z, et al.", "1:17-19"},
-          Case{{3, 1},
-               "\xE9t\xE9",
-               "\xC5\x81uk J, & M\xC3\xBCller Z. \xC3\xA9t\xC3\xA9. ",
-               "\xC5\x81uk J, & M\xC3\xBCller Z.",
-               "1:21-25"},
-          Case{{3}, "Dover", "\xC5\x81uk J. Dover. ", "\xC5\x81uk J.", "1:8-12"}}) {
+    const std::tuple<LongList, std::string, std::string, std::string, std::string> cases[] = {
+        {{1}, "\xE9t\xE9", "M\xFCller Z. \xE9t\xE9. ", "M\xFCller Z.", "1:10-12"},
+        {{1}, "\xE6\x97\xA5\xE6\x9C\xAC", "M\xC3\xBCller Z. \xE6\x97\xA5\xE6\x9C\xAC. ", "M\xFCller Z.", "1:11-16"},
+        {{2}, "Dover", "\xC5\x81uk \xC3\xA9. Dover. ", "\xC5\x81uk \xC3\xA9.", "1:9-13"},
+        {{1, 3}, "\xE9t\xE9", "M\xFCller Z, et al. \xE9t\xE9. ", "M\xFCller Z, et al.", "1:17-19"},
+        {{3, 1},
+         "\xE9t\xE9",
+         "\xC5\x81uk J, & M\xC3\xBCller Z. \xC3\xA9t\xC3\xA9. ",
+         "\xC5\x81uk J, & M\xC3\xBCller Z.",
+         "1:21-25"},
+        {{3}, "Dover", "\xC5\x81uk J. Dover. ", "\xC5\x81uk J.", "1:8-12"}};
+    for (const auto& [ids, title, text, authorText, spans] : cases) {
         CSource source;
-        source.AuthorIDs = c.ids;
-        source.AuthorsBeforeEtAl = c.ids[0] == 1 ? 1 : 6;
-        source.FieldTexts[0] = c.title;
+        source.AuthorIDs = ids;
+        source.AuthorsBeforeEtAl = ids[0] == 1 ? 1 : 6;
+        source.FieldTexts[0] = title;
         FormatSource(source, authors);
-        EXPECT_EQ(source.FormattedText, c.text);
-        EXPECT_EQ(source.AuthorText, c.authorText);
-        EXPECT_EQ(SpansOf(source), c.spans);
-        EXPECT_EQ(source.FieldTexts[0], c.title);
+        EXPECT_EQ(source.FormattedText, text);
+        EXPECT_EQ(source.AuthorText, authorText);
+        EXPECT_EQ(SpansOf(source), spans);
+        EXPECT_EQ(source.FieldTexts[0], title);
     }
 }
 
@@ -301,16 +287,20 @@ TEST(CitationField, ABlankIsAText) {
 }
 
 TEST(CitationSpan, FirstPlaceCountsAndOneLetterHasNone) {
-    struct Case {
-        std::string text, citation, spans;
-    };
-    for (const Case& c : {Case{"Dover", "Dover J. Dover.", "1:0-4"}, Case{" Lights ", "The Lights.", "1:4-9"},
-                          Case{"A", "An A.", ""}, Case{"AB", "AB", "1:0-1"}, Case{"x", "", ""}, Case{" ", "a b", ""},
-                          Case{"absent", "The Lights.", ""}, Case{"\xC3\xA9", "\xC3\xA9t\xC3\xA9", ""},
-                          Case{"\xE9", "\xE9t\xE9", ""}, Case{"\xC3\xA9t", "\xC3\xA9t\xC3\xA9", "1:0-2"}}) {
+    const char* const cases[][3] = {{"Dover", "Dover J. Dover.", "1:0-4"},
+                                    {" Lights ", "The Lights.", "1:4-9"},
+                                    {"A", "An A.", ""},
+                                    {"AB", "AB", "1:0-1"},
+                                    {"x", "", ""},
+                                    {" ", "a b", ""},
+                                    {"absent", "The Lights.", ""},
+                                    {"\xC3\xA9", "\xC3\xA9t\xC3\xA9", ""},
+                                    {"\xE9", "\xE9t\xE9", ""},
+                                    {"\xC3\xA9t", "\xC3\xA9t\xC3\xA9", "1:0-2"}};
+    for (const auto& [text, citation, spans] : cases) {
         CSource source;
-        MarkText(source, c.text, kItalic, c.citation);
-        EXPECT_EQ(SpansOf(source), c.spans) << c.text;
+        MarkText(source, text, kItalic, citation);
+        EXPECT_EQ(SpansOf(source), spans) << text;
     }
 }
 

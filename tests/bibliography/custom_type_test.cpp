@@ -35,10 +35,8 @@ std::vector<std::string> NamesOf(const CustomTypeList& types) {
 }
 
 TEST(CustomType, MergeKeepsValuesByNameThenByCount) {
-    struct Case {
-        std::vector<std::string> definition, old, merged;
-    };
-    const Case cases[] = {
+    // The fields of a definition and of a source before, and those that come of both.
+    const std::vector<std::string> cases[][3] = {
         {{"Box=", "Page="}, {"Page=9", "Box=17"}, {"Box=17", "Page=9"}},
         {{"BOX="}, {"box=17"}, {"BOX=17"}},
         {{"Folder=", "Page="}, {"Box=17", "Page=9"}, {"Folder=17", "Page=9"}},
@@ -48,14 +46,10 @@ TEST(CustomType, MergeKeepsValuesByNameThenByCount) {
         {{"[T]=", "New="}, {"[T]=x", "[U]=y", "Old=5"}, {"[T]=", "New=5"}},
         {{"A=", "B="}, {"B=", "A=1"}, {"A=1", "B="}},
     };
-    for (const Case& c : cases) {
-        const CCustomSourceType merged = MergeCustomType(TypeOfFields(c.definition), TypeOfFields(c.old));
-        const CCustomSourceType expected = TypeOfFields(c.merged);
-        ASSERT_EQ(merged.fields.size(), expected.fields.size());
-        for (size_t i = 0; i < merged.fields.size(); ++i) {
-            EXPECT_EQ(merged.fields[i].name, expected.fields[i].name);
-            EXPECT_EQ(merged.fields[i].value, expected.fields[i].value) << merged.fields[i].name;
-        }
+    for (const auto& [definition, old, wanted] : cases) {
+        const CCustomSourceType merged = MergeCustomType(TypeOfFields(definition), TypeOfFields(old));
+        EXPECT_EQ(Each(merged.fields, [](const CCustomSourceField& field) { return field.name + "=" + field.value; }),
+                  wanted);
     }
 }
 
@@ -132,11 +126,10 @@ TEST(SourceInfo, KeysIgnoreCaseAndEmptyRowsStoreNothing) {
     const std::vector<CNoteSourceInfo> entries = {{"{AB}", "p. 5"}, {"{CD}", "p. 6"}};
     EXPECT_EQ(FindSourceInfo(entries, "{cd}"), &entries[1]);
     EXPECT_EQ(FindSourceInfo(entries, "{EF}"), nullptr);
-    const std::vector<CNoteSourceInfo> stored =
-        CollectSourceInfo({{"{AB}", " p. 5 "}, {"", "lost"}, {"{CD}", "  "}, {"{EF}", "p. 7"}, {"{ab}", "p. 8"}});
-    ASSERT_EQ(stored.size(), 2u);
-    EXPECT_EQ(stored[0].key + stored[0].text, "{ab}p. 8");
-    EXPECT_EQ(stored[1].key + stored[1].text, "{EF}p. 7");
+    const auto stored =
+        Each(CollectSourceInfo({{"{AB}", " p. 5 "}, {"", "lost"}, {"{CD}", "  "}, {"{EF}", "p. 7"}, {"{ab}", "p. 8"}}),
+             [](const CNoteSourceInfo& info) { return info.key + info.text; });
+    EXPECT_EQ(stored, (std::vector<std::string>{"{ab}p. 8", "{EF}p. 7"}));
 }
 
 }  // namespace

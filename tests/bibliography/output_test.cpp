@@ -150,12 +150,15 @@ TEST(BibliographyLinks, LeaveOutTheSentenceAround) {
     }
 }
 
-TEST(BibliographyHtml, EscapesTextAndAddresses) {
+TEST(BibliographyHtml, EscapesTextAndAddressesAndHangsTheIndentOnTheSideWhereLinesBegin) {
     EXPECT_EQ(
         HtmlOf(Cited("<b>\"A\" & 'B'</b> https://a.b/?c=\"", {}, 0)),
         "<p>&lt;b&gt;&quot;A&quot; &amp; 'B'&lt;/b&gt; <a href=\"https://a.b/?c=\">https://a.b/?c=</a>&quot;</p>\n");
     EXPECT_EQ(HtmlOf(Cited("x https://a.b/?c&d<e", {}, 0)),
               "<p>x <a href=\"https://a.b/?c&amp;d\">https://a.b/?c&amp;d</a>&lt;e</p>\n");
+    EXPECT_EQ(HtmlOf(Cited("a", {}, 5)), "<p style=\"margin-left: 40px; text-indent: -40px\">a</p>\n");
+    EXPECT_EQ(HtmlOf(Cited("\u05DE", {}, 1)),
+              "<p dir=\"rtl\" style=\"margin-right: 8px; text-indent: -8px\">\u05DE</p>\n");
 }
 
 TEST(BibliographyHtml, NestsTheTagsOfEveryKind) {
@@ -173,25 +176,13 @@ TEST(BibliographyHtml, NestsTheTagsOfEveryKind) {
               "<a href=\"http://b.c\">.c</a></p>\n");
 }
 
-TEST(BibliographyHtml, HangsTheIndentOnTheSideWhereLinesBegin) {
-    EXPECT_EQ(HtmlOf(Cited("a", {}, 5)), "<p style=\"margin-left: 40px; text-indent: -40px\">a</p>\n");
-    EXPECT_EQ(HtmlOf(Cited("\u05DE", {}, 1)),
-              "<p dir=\"rtl\" style=\"margin-right: 8px; text-indent: -8px\">\u05DE</p>\n");
-}
-
-TEST(BibliographyText, WrapsWithHangingIndentsAndPartsEntries) {
+TEST(BibliographyText, WrapsCharactersOfAllScriptsWithHangingIndentsAndPartsEntries) {
     const std::string words =
         "twelve chars twelve chars twelve chars twelve chars twelve chars twelve chars twelve end ";
     EXPECT_EQ(BibliographyAsText(DocumentOf({Cited(words, {}, 4), Cited("short", {}, 10), Cited("no indent", {}, 0)})),
               "twelve chars twelve chars twelve chars twelve chars twelve chars twelve chars\n"
               "    twelve end\n\nshort\n\nno indent\n");
-}
-
-TEST(BibliographyText, CountsCharactersOfOtherScripts) {
-    std::string towers;
-    for (int i = 0; i < 100; ++i)
-        towers += "\u71C8";
-    const std::string text = BibliographyAsText(DocumentOf({Cited(towers, {}, 2)}));
+    const std::string text = BibliographyAsText(DocumentOf({Cited(Repeated("\u71C8", 100), {}, 2)}));
     EXPECT_EQ(CharacterCount(text.substr(0, text.find('\n'))), 80u);
     EXPECT_EQ(CharacterCount(text), 100u + 1 + 2 + 1);
 }
@@ -252,15 +243,11 @@ SourceList ThreeSources() {
 }
 
 TEST(BibliographySelection, SortsOrKeepsTheOrderGiven) {
-    struct Case {
-        LongList ids;
-        bool sorted;
-        std::vector<int32_t> expected;
-    };
-    const Case kCases[] = {{{}, true, {12, 13, 11}},   {{}, false, {11, 12, 13}},       {{13, 11}, true, {13, 11}},
-                           {{11, 13}, true, {13, 11}}, {{13, 99, 11}, false, {13, 11}}, {{99}, true, {}}};
-    for (const Case& c : kCases)
-        EXPECT_EQ(IdsOf(SelectSources(ThreeSources(), AuthorList(), {c.ids, {}, {}, {}, c.sorted})), c.expected);
+    const std::tuple<LongList, bool, std::vector<int32_t>> kCases[] = {
+        {{}, true, {12, 13, 11}},   {{}, false, {11, 12, 13}},       {{13, 11}, true, {13, 11}},
+        {{11, 13}, true, {13, 11}}, {{13, 99, 11}, false, {13, 11}}, {{99}, true, {}}};
+    for (const auto& [ids, sorted, expected] : kCases)
+        EXPECT_EQ(IdsOf(SelectSources(ThreeSources(), AuthorList(), {ids, {}, {}, {}, sorted})), expected);
 }
 
 TEST(BibliographySelection, HoldsValuesToTheirLimitsInCopiesOnly) {
@@ -291,9 +278,8 @@ TEST(BibliographySelection, KeepsSourcesOfEqualIdsApartWhenItSorts) {
     SourceList list;
     list.AddTail(CitationOnly(5, "b"));
     list.AddTail(CitationOnly(5, "a"));
-    const SourceList sorted = SelectSources(list, AuthorList(), {});
-    ASSERT_EQ(sorted.Count(), 2u);
-    EXPECT_EQ(sorted[0].FormattedText + sorted[1].FormattedText, "ab");
+    EXPECT_EQ(Each(SelectSources(list, AuthorList(), {}), &CSource::FormattedText),
+              (std::vector<std::string>{"a", "b"}));
 }
 
 }  // namespace

@@ -24,6 +24,16 @@ inline AuthorList ThreeAuthors() {
     return authors;
 }
 
+/// A source of a standard type, by default a book, with nothing but a title.
+inline CSource TitledSource(int32_t id, const std::string& title, int32_t type = 1) {
+    CSource source;
+    source.SourceID = id;
+    source.SourceGUID = "{Source-" + std::to_string(id) + "}";
+    source.SourceType = type;
+    source.FieldTexts[0] = title;
+    return source;
+}
+
 /// A source whose every stored field differs from its default.
 inline CSource FullSource(int32_t id) {
     CSource source;

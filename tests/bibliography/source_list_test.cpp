@@ -12,10 +12,9 @@
 namespace lore {
 namespace {
 
-TEST(SourceList, NewIdsBeginAt1011) {
+TEST(SourceList, NewIdsBeginAt1011AndAboveThoseThatAreReserved) {
     SourceList list;
     EXPECT_EQ(list.NewSourceID(), 1011);
-    list.AddTail(FullSource(5));
     list.AddTail(FullSource(7));
     EXPECT_EQ(list.NewSourceID(), 1011);
     list.AddTail(FullSource(1500));
@@ -23,15 +22,13 @@ TEST(SourceList, NewIdsBeginAt1011) {
     EXPECT_EQ(list.NewSourceID(), 1501);
     EXPECT_TRUE(list.RemoveSource(1500));
     EXPECT_EQ(list.NewSourceID(), 1011);
-}
-
-TEST(SourceList, NewIdsBeginAboveThoseThatAreReserved) {
-    SourceList list;
-    list.AddTail(FullSource(1011));
     list.ReserveIDs(1600);
     EXPECT_EQ(list.NewSourceID(), 1601);
     list.AddTail(FullSource(1700));
     EXPECT_EQ(list.NewSourceID(), 1701);
+    for (const int32_t lost : {1701, 1702})
+        list.AddNoteID(lost, 5);
+    EXPECT_EQ(list.NewSourceID(), 1703) << "a note names those before";
     list.RemoveAll();
     EXPECT_EQ(list.NewSourceID(), 1011);
 }
@@ -109,23 +106,14 @@ TEST(SourceList, GroupsByExactKeysAndSumsTheNotes) {
     list[2].AuthorText = "Smith J.";
     list[0].NoteIDs = {1, 2};
     list[1].NoteIDs = {2};
-    struct Group {
-        std::string key;
-        std::vector<size_t> positions;
-        size_t notes;
+    using Groups = std::vector<std::tuple<std::string, std::vector<size_t>, size_t>>;
+    const auto groups = [&](SourceGrouping grouping) {
+        return Each(GroupSources(list, grouping),
+                    [](const SourceGroup& group) { return std::tuple(group.key, group.positions, group.noteCount); });
     };
-    const auto check = [&](SourceGrouping grouping, const std::vector<Group>& expected) {
-        const std::vector<SourceGroup> groups = GroupSources(list, grouping);
-        ASSERT_EQ(groups.size(), expected.size());
-        for (size_t i = 0; i < groups.size(); ++i) {
-            EXPECT_EQ(groups[i].key, expected[i].key);
-            EXPECT_EQ(groups[i].positions, expected[i].positions);
-            EXPECT_EQ(groups[i].noteCount, expected[i].notes);
-        }
-    };
-    check(SourceGrouping::Publication, {{"Press", {0, 1}, 3}, {"", {2, 3}, 0}});
-    check(SourceGrouping::Title, {{"Lights", {0, 2}, 2}, {"lights", {1}, 1}, {"", {3}, 0}});
-    check(SourceGrouping::Author, {{"", {0, 1, 3}, 3}, {"Smith J.", {2}, 0}});
+    EXPECT_EQ(groups(SourceGrouping::Publication), (Groups{{"Press", {0, 1}, 3}, {"", {2, 3}, 0}}));
+    EXPECT_EQ(groups(SourceGrouping::Title), (Groups{{"Lights", {0, 2}, 2}, {"lights", {1}, 1}, {"", {3}, 0}}));
+    EXPECT_EQ(groups(SourceGrouping::Author), (Groups{{"", {0, 1, 3}, 3}, {"Smith J.", {2}, 0}}));
 }
 
 TEST(SourceList, SavingFormatsTheListOnce) {

@@ -84,10 +84,8 @@ TEST(SourceRecord, EveryVersionReadsItsFieldsAndDefaultsTheRest) {
         CSource first = FullSource(1011);
         first.FieldTexts[2] = "5/7/1998";
         const SourceList list = LoadOfShape(shape, {first, FullSource(1012)}, world.context);
-        ASSERT_EQ(list.Count(), 2u);
-        EXPECT_EQ(list[1].SourceID, 1012);
+        ASSERT_EQ(IdsOf(list), (std::vector<int32_t>{1011, 1012}));
         const CSource& source = list[0];
-        EXPECT_EQ(source.SourceID, 1011);
         EXPECT_EQ(source.SourceGUID, shape.guid ? "{SOURCE 1011}" : "{GUID 1}");
         EXPECT_EQ(source.FormatStyle, shape.body ? 9 : 1);
         EXPECT_EQ(source.AuthorIDs, shape.body ? (LongList{2, 1}) : LongList());
@@ -105,11 +103,12 @@ TEST(SourceRecord, EveryVersionReadsItsFieldsAndDefaultsTheRest) {
     }
 }
 
-TEST(SourceRecord, EmptyGuidIsFilledAtEveryVersion) {
+TEST(SourceRecord, AnEmptyGuidIsFilledAndARecordWithoutAnIdIsDropped) {
     ReadWorld world;
-    CSource source = FullSource(1011);
+    CSource source = FullSource(3);
     source.SourceGUID.clear();
-    EXPECT_EQ(LoadOfShape(kShapes[16], {source, source}, world.context)[1].SourceGUID, "{GUID 2}");
+    const SourceList list = LoadOfShape(kShapes[16], {FullSource(-1), source, source, FullSource(0)}, world.context);
+    EXPECT_EQ(Each(list, &CSource::SourceGUID), (std::vector<std::string>{"{GUID 1}", "{GUID 2}"}));
 }
 
 TEST(SourceRecord, MainFormHasItsFieldsInOrder) {
@@ -128,46 +127,26 @@ TEST(SourceRecord, MainFormHasItsFieldsInOrder) {
 }
 
 TEST(SourceRecord, OldTextDateIsReadAsAPersonWroteIt) {
-    struct Case {
-        std::string text;
-        bool hasDate;
-        DateTime date;
-        int32_t yearOnly;
-    };
-    const Case cases[] = {
-        {"1998", true, DateTime(1998, 1, 1), 1},
-        {" 1998", true, DateTime(1998, 1, 1), 1},
-        {"1001", true, DateTime(1001, 1, 1), 1},
-        {"1000", false, {}, 0},
-        {"2999", true, DateTime(2999, 1, 1), 1},
-        {"3000", false, {}, 0},
-        {"5/7/1998", true, DateTime(1998, 5, 7), 0},
-        {"05-07-1998", true, DateTime(1998, 5, 7), 0},
-        {"2/30/1998", false, {}, 0},
-        {"13/1/1998", false, {}, 0},
-        {"5/7/98", false, {}, 0},
-        {"", false, {}, 0},
-        {"July 12, 2011", true, DateTime(2011, 7, 12), 0},
-        {"12 jul. 2011", true, DateTime(2011, 7, 12), 0},
-        {"12-Sept-2011", true, DateTime(2011, 9, 12), 0},
-        {"May 1998", true, DateTime(1998, 5, 1), 0},
-        {"Ma 1998", false, {}, 0},
-        {"May", false, {}, 0},
-        {"May 5 6 1998", false, {}, 0},
-        {"n.d.", false, {}, 0},
-        {"1998-05-07", false, {}, 1},
-        {"2011/7/12", false, {}, 1},
-        {"5/7/19981", false, {}, 0},
-    };
-    for (const Case& c : cases) {
-        CSource source;
-        source.FieldTexts[kDateSlot] = c.text;
-        TakeOldTextDate(source);
-        EXPECT_EQ(source.HasDate, c.hasDate) << c.text;
-        EXPECT_EQ(source.YearOnly, c.yearOnly) << c.text;
-        EXPECT_EQ(source.FieldTexts[kDateSlot], c.text);
-        if (c.hasDate) {
-            EXPECT_EQ(source.SourceDate, c.date) << c.text;
+    using Texts = std::vector<std::string>;
+    const std::tuple<Texts, std::optional<DateTime>, int32_t> cases[] = {
+        {{"1998", " 1998"}, DateTime(1998, 1, 1), 1},
+        {{"1001"}, DateTime(1001, 1, 1), 1},
+        {{"2999"}, DateTime(2999, 1, 1), 1},
+        {{"5/7/1998", "05-07-1998"}, DateTime(1998, 5, 7), 0},
+        {{"July 12, 2011", "12 jul. 2011"}, DateTime(2011, 7, 12), 0},
+        {{"12-Sept-2011"}, DateTime(2011, 9, 12), 0},
+        {{"May 1998"}, DateTime(1998, 5, 1), 0},
+        {{"1998-05-07", "2011/7/12"}, {}, 1},
+        {{"1000", "3000", "2/30/1998", "13/1/1998", "5/7/98", "5/7/19981"}, {}, 0},
+        {{"", "Ma 1998", "May", "May 5 6 1998", "n.d."}, {}, 0}};
+    for (const auto& [texts, date, yearOnly] : cases) {
+        for (const std::string& text : texts) {
+            CSource source;
+            source.FieldTexts[kDateSlot] = text;
+            TakeOldTextDate(source);
+            EXPECT_EQ(source.HasDate ? std::optional(source.SourceDate) : std::nullopt, date) << text;
+            EXPECT_EQ(source.YearOnly, yearOnly) << text;
+            EXPECT_EQ(source.FieldTexts[kDateSlot], text);
         }
     }
 }
@@ -222,13 +201,6 @@ TEST(SourceRecord, ExportFormOfOldVersionsHasTwoGatesOnly) {
         EXPECT_EQ(read.EmbeddedAuthors.at(0).last, "Jones");
         EXPECT_EQ(read.CustomTypeCopy.fields.size(), 4u);
     }
-}
-
-TEST(SourceFile, RecordsWithoutAnIdAreDropped) {
-    ReadWorld world;
-    const SourceList list = LoadOfShape(kShapes[16], {FullSource(-1), FullSource(3), FullSource(0)}, world.context);
-    ASSERT_EQ(list.Count(), 1u);
-    EXPECT_EQ(list[0].SourceID, 3);
 }
 
 TEST(SourceFile, EveryCutKeepsTheWholeRecordsBeforeIt) {

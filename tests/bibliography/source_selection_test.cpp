@@ -1,25 +1,18 @@
 #include "bibliography/source_selection.h"
 
-#include <gmock/gmock.h>
-
 #include "bibliography/source_builder.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// A book by John Q. Smith with a style and values of its own.
 CSource Book(int32_t id, const std::string& title, int32_t style) {
-    CSource source;
-    source.SourceID = id;
-    source.SourceGUID = "{" + std::to_string(id) + "}";
+    CSource source = TitledSource(id, title);
     source.FormatStyle = style;
     source.IndentSpaces = 7;
     source.AuthorsBeforeEtAl = 2;
     source.AuthorIDs = {1};
-    source.FieldTexts[0] = title;
     return source;
 }
 
@@ -42,13 +35,8 @@ protected:
 };
 
 TEST_F(SourceSelectionTest, MovesSourcesBetweenTheLists) {
-    struct Step {
-        const char* what;
-        bool (*run)(SourceSelection& model);
-        bool done;
-        std::vector<int32_t> available, selected;
-    };
-    const Step kSteps[] = {
+    using Ids = std::vector<int32_t>;
+    const std::tuple<const char*, bool (*)(SourceSelection&), bool, Ids, Ids> kSteps[] = {
         {"one", [](SourceSelection& m) { return m.Select(11); }, true, {12, 13}, {11}},
         {"it again", [](SourceSelection& m) { return m.Select(11); }, false, {12, 13}, {11}},
         {"an unknown one", [](SourceSelection& m) { return m.Select(99); }, false, {12, 13}, {11}},
@@ -59,11 +47,12 @@ TEST_F(SourceSelectionTest, MovesSourcesBetweenTheLists) {
         {"none", [](SourceSelection& m) { return m.ClearAll(), true; }, true, {12, 13, 11}, {}},
     };
     SourceSelection model(sources, authors);
-    for (const Step& step : kSteps) {
-        EXPECT_EQ(step.run(model), step.done) << step.what;
-        EXPECT_EQ(IdsOf(model.Available()), step.available) << step.what;
-        EXPECT_EQ(IdsOf(model.Selected()), step.selected) << step.what;
-        EXPECT_EQ(IdsOf(model.Bibliography()), step.selected) << step.what;
+    for (const auto& [what, run, done, available, selected] : kSteps) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(run(model), done);
+        EXPECT_EQ(IdsOf(model.Available()), available);
+        EXPECT_EQ(IdsOf(model.Selected()), selected);
+        EXPECT_EQ(IdsOf(model.Bibliography()), selected);
     }
 }
 

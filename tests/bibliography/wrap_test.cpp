@@ -5,16 +5,8 @@
 namespace lore {
 namespace {
 
-struct Case {
-    std::string text;
-    int width;
-    int32_t indent;
-    std::string wrapped;
-    int lines;
-};
-
 TEST(WrapCitation, BreaksAtBlanksAndIndentsEveryLineEnd) {
-    const Case cases[] = {
+    const std::tuple<std::string, int, int32_t, std::string, int> cases[] = {
         {"The quick brown fox jumps over the lazy dog", 10, 2,
          "The quick\n  brown\n  fox\n  jumps\n  over the\n  lazy dog\n  ", 6},
         {"abcdefghij kl", 4, 2, "abcd\n  efgh\n  ij\n  kl\n  ", 4},
@@ -25,15 +17,17 @@ TEST(WrapCitation, BreaksAtBlanksAndIndentsEveryLineEnd) {
         {"one two three", 4, 9, "one\n         two three\n         ", 2},
         {"one  two", 4, 0, "one\ntwo\n", 2},
         {"ab   cd", 3, 0, "ab\ncd\n", 2},
+        {"ab cd", 2, -7, "ab\ncd\n", 2},
         {"", 10, 3, "", 0},
         {" ", 10, 3, "", 0},
     };
-    for (const Case& c : cases) {
+    for (const auto& [text, width, indent, wanted, lines] : cases) {
         CSource source;
-        source.IndentSpaces = c.indent;
-        const WrappedCitation wrapped = WrapCitation(source, c.text, c.width);
-        EXPECT_EQ(wrapped.text, c.wrapped);
-        EXPECT_EQ(wrapped.lines, c.lines) << c.text;
+        source.IndentSpaces = indent;
+        const WrappedCitation wrapped = WrapCitation(source, text, width);
+        EXPECT_EQ(wrapped.text, wanted);
+        EXPECT_EQ(wrapped.lines, lines) << text;
+        EXPECT_EQ(source.IndentSpaces, std::max(indent, 0)) << "one below zero becomes zero in the source";
     }
 }
 
@@ -44,13 +38,6 @@ TEST(WrapCitation, WidthCountsCharactersOfTheBytesAsTheyRead) {
               "\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\nab\n");
     EXPECT_EQ(WrapCitation(source, "\xC3\xA9\xC3\xA9\xC3\xA9", 2).text, "\xC3\xA9\xC3\xA9\n\xC3\xA9\n");
     EXPECT_EQ(WrapCitation(source, "\xE9\xE9\xE9\xE9", 2).text, "\xE9\xE9\n\xE9\xE9\n");
-}
-
-TEST(WrapCitation, NegativeIndentBecomesZeroInTheSource) {
-    CSource source;
-    source.IndentSpaces = -7;
-    EXPECT_EQ(WrapCitation(source, "ab cd", 2).text, "ab\ncd\n");
-    EXPECT_EQ(source.IndentSpaces, 0);
 }
 
 TEST(WrapCitation, HugeIndentOfADamagedRecordCostsLittle) {

@@ -10,15 +10,29 @@
 namespace lore {
 namespace {
 
+using Check = FileResult (*)(const std::filesystem::path&, const ReadContext&, RecordFileState&);
+
 class CalendarCheckTest : public testing::Test {
 protected:
-    bool IsDamaged(FileResult (*check)(const std::filesystem::path&, const ReadContext&, RecordFileState&)) {
+    bool IsDamaged(Check check) {
         RecordFileState state;
         EXPECT_TRUE(check(path_, world_.context, state).Ok());
         return !state.isWhole;
     }
-    /// Every cut, and a byte too many.
-    void ExpectDamageIsFound(FileResult (*check)(const std::filesystem::path&, const ReadContext&, RecordFileState&)) {
+
+    TempFolder folder_;
+    std::filesystem::path path_ = folder_ / "file.dat";
+    ReadWorld world_;
+};
+
+TEST_F(CalendarCheckTest, EveryCutAndAByteTooManyAreFound) {
+    CTmReminder reminder;
+    reminder.ReminderId = "{R}";
+    for (const Check check : {CheckEventFile, CheckReminderFile}) {
+        EXPECT_TRUE((check == CheckEventFile
+                         ? WriteEvents(path_, EventList{Event("{E}", "", Day(2011, 2, 3), Day(2011, 2, 3))})
+                         : SaveReminders(path_, {reminder, reminder}))
+                        .Ok());
         EXPECT_FALSE(IsDamaged(check));
         const std::string whole = BytesOf(path_);
         for (size_t length = 0; length < whole.size(); length += 5) {
@@ -28,22 +42,6 @@ protected:
         PutBytes(path_, whole + "x");
         EXPECT_TRUE(IsDamaged(check));
     }
-
-    TempFolder folder_;
-    std::filesystem::path path_ = folder_ / "file.dat";
-    ReadWorld world_;
-};
-
-TEST_F(CalendarCheckTest, DamageOfAnEventFileIsFound) {
-    EXPECT_TRUE(WriteEvents(path_, EventList{Event("{E}", "", Day(2011, 2, 3), Day(2011, 2, 3))}).Ok());
-    ExpectDamageIsFound(CheckEventFile);
-}
-
-TEST_F(CalendarCheckTest, DamageOfAReminderFileIsFound) {
-    CTmReminder reminder;
-    reminder.ReminderId = "{R}";
-    EXPECT_TRUE(SaveReminders(path_, {reminder, reminder}).Ok());
-    ExpectDamageIsFound(CheckReminderFile);
 }
 
 TEST_F(CalendarCheckTest, AMissingFileIsNotDamaged) {

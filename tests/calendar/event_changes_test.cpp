@@ -1,6 +1,5 @@
 #include "calendar/event_changes.h"
 
-#include <algorithm>
 #include <filesystem>
 
 #include "calendar/calendar_fixture.h"
@@ -8,11 +7,17 @@
 #include "calendar/event_reminders.h"
 #include "calendar/series.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
 using Texts = std::vector<std::string>;
+
+/// The events that a test begins with.
+constexpr char kAtFirst[] =
+    "04/11 09:00 Alone\n"
+    "04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n04/13 09:05 Class\n04/14 09:05 Class\n";
 
 /// Changes of events: a daily series of five days from 10 April 2026, with a popup an hour before each, and a single
 /// event before it in the file.
@@ -59,9 +64,7 @@ protected:
 
 TEST_F(EventChanges, ANewSeriesStandsBehindTheOthersWithRemindersOfItsOwn) {
     const EventList events = Stored();
-    EXPECT_EQ(Lines(events),
-              "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n"
-              "04/13 09:05 Class\n04/14 09:05 Class\n");
+    EXPECT_EQ(Lines(events), kAtFirst);
     for (size_t i = 1; i < events.size(); ++i) {
         EXPECT_EQ(events[i].SeriesId, events[1].SeriesId);
         ASSERT_EQ(events[i].Reminders.size(), 1u);
@@ -140,30 +143,21 @@ TEST_F(EventChanges, ASingleEventBecomesASeriesInItsPlaceAtTheEnd) {
 }
 
 TEST_F(EventChanges, AChangeOfScheduleReachesAsFarAsTheUserSays) {
-    struct Case {
-        SeriesReach reach;
-        EventSave result;
-        const char* lines;
-    };
-    const Case cases[] = {
+    const std::tuple<SeriesReach, EventSave, const char*> cases[] = {
         {SeriesReach::EntireSeries, EventSave::Saved,
          "04/11 09:00 Alone\n04/10 09:05 Class\n04/12 09:05 Class\n04/14 09:05 Class\n"},
         {SeriesReach::AllFollowing, EventSave::Saved,
          "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n04/14 09:05 Class\n"},
-        {SeriesReach::OnlyThis, EventSave::Saved,
-         "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n04/13 09:05 Class\n"
-         "04/14 09:05 Class\n"},
-        {SeriesReach::Cancel, EventSave::Cancelled,
-         "04/11 09:00 Alone\n04/10 09:05 Class\n04/11 09:05 Class\n04/12 09:05 Class\n04/13 09:05 Class\n"
-         "04/14 09:05 Class\n"}};
+        {SeriesReach::OnlyThis, EventSave::Saved, kAtFirst},
+        {SeriesReach::Cancel, EventSave::Cancelled, kAtFirst}};
     const std::string eventBytes = BytesOf(world.eventFile), reminderBytes = BytesOf(world.reminderFile);
-    for (const Case& one : cases) {
-        SCOPED_TRACE(static_cast<int>(one.reach));
+    for (const auto& [reach, result, lines] : cases) {
+        SCOPED_TRACE(static_cast<int>(reach));
         PutBytes(world.eventFile, eventBytes);
         PutBytes(world.reminderFile, reminderBytes);
-        question.answer = one.reach;
-        EXPECT_EQ(Edit(Member(2), [](CTmEvent& event) { event.DailyPattern.SetAt(2, 2); }), one.result);
-        EXPECT_EQ(Lines(Stored()), one.lines);
+        question.answer = reach;
+        EXPECT_EQ(Edit(Member(2), [](CTmEvent& event) { event.DailyPattern.SetAt(2, 2); }), result);
+        EXPECT_EQ(Lines(Stored()), lines);
         ExpectRemindersHaveEvents();
         EXPECT_EQ(StoredReminders().size(), Stored().size() - 1);
     }
@@ -236,10 +230,9 @@ TEST_F(EventChanges, WhatADamagedFileHoldsIsKeptBesideOnce) {
         EXPECT_EQ(BytesOf(files[i].string() + ".kept"), damaged[i]);
         EXPECT_FALSE(std::filesystem::exists(files[i].string() + ".2.kept"));
     }
-    Texts told = Each(faults.faults, &Fault::what);
-    std::sort(told.begin(), told.end());
-    EXPECT_EQ(told, (Texts{"The list of events is damaged; what it held is kept in Events.dat.kept",
-                           "The list of reminders is damaged; what it held is kept in Rem.dat.kept"}));
+    EXPECT_THAT(Each(faults.faults, &Fault::what),
+                UnorderedElementsAre("The list of events is damaged; what it held is kept in Events.dat.kept",
+                                     "The list of reminders is damaged; what it held is kept in Rem.dat.kept"));
 }
 
 TEST_F(EventChanges, ADamagedFileThatCantBeKeptIsNotWritten) {
@@ -370,12 +363,8 @@ TEST_F(EventChanges, WhatCannotBeWrittenChangesNothing) {
 }
 
 TEST_F(EventChanges, DeletingAsksThenRemovesWithReminders) {
-    struct Case {
-        bool (*remove)(const CalendarWorld&, const CTmEvent&);
-        const char *question, *progress;
-        size_t left, reminders;
-    };
-    const Case cases[] = {
+    using Remove = bool (*)(const CalendarWorld&, const CTmEvent&);
+    const std::tuple<Remove, const char*, const char*, size_t, size_t> cases[] = {
         {DeleteSingleEvent, "Delete Event?? Do you wish to delete this event?", "Deleting single event....", 5, 4},
         {DeleteFollowingEvents,
          "Deleting Events in Series?? Do you wish to delete this and all following events in the recurring series that "
@@ -385,19 +374,19 @@ TEST_F(EventChanges, DeletingAsksThenRemovesWithReminders) {
          "Delete Entire Series?? Do you wish to delete the entire recurring series that this event belongs?",
          "Deleting entire to event series....", 1, 0}};
     const std::string eventBytes = BytesOf(world.eventFile), reminderBytes = BytesOf(world.reminderFile);
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.progress);
+    for (const auto& [remove, says, tells, left, reminders] : cases) {
+        SCOPED_TRACE(tells);
         PutBytes(world.eventFile, eventBytes);
         PutBytes(world.reminderFile, reminderBytes);
         prompts.answers = {PromptAnswer::No, PromptAnswer::Yes};
         const CTmEvent member = Member(2);
-        EXPECT_FALSE(one.remove(world, member));
+        EXPECT_FALSE(remove(world, member));
         ExpectFiles(eventBytes, reminderBytes);
-        EXPECT_TRUE(one.remove(world, member));
-        EXPECT_EQ(prompts.seen.back(), one.question);
-        EXPECT_EQ(TakeMessages(), (Texts{one.progress, "Updating Event's Reminders...."}));
-        EXPECT_EQ(Stored().size(), one.left);
-        EXPECT_EQ(StoredReminders().size(), one.reminders);
+        EXPECT_TRUE(remove(world, member));
+        EXPECT_EQ(prompts.seen.back(), says);
+        EXPECT_EQ(TakeMessages(), (Texts{tells, "Updating Event's Reminders...."}));
+        EXPECT_EQ(Stored().size(), left);
+        EXPECT_EQ(StoredReminders().size(), reminders);
         ExpectRemindersHaveEvents();
     }
 }
@@ -431,11 +420,9 @@ TEST_F(EventChanges, ASingleEventGoesWithItsReminders) {
 
 TEST_F(EventChanges, ANewEventCoversTheChosenDays) {
     const CTmEvent today = EventForDays(world, std::nullopt);
-    EXPECT_EQ(today.Start, Day(2026, 3, 14));
-    EXPECT_EQ(today.End, Day(2026, 3, 14, 23, 59, 59));
+    EXPECT_EQ(std::pair(today.Start, today.End), std::pair(Day(2026, 3, 14), Day(2026, 3, 14, 23, 59, 59)));
     const CTmEvent days = EventForDays(world, std::pair(Day(2026, 5, 1, 12), Day(2026, 5, 3)));
-    EXPECT_EQ(days.Start, Day(2026, 5, 1));
-    EXPECT_EQ(days.End, Day(2026, 5, 3, 23, 59, 59));
+    EXPECT_EQ(std::pair(days.Start, days.End), std::pair(Day(2026, 5, 1), Day(2026, 5, 3, 23, 59, 59)));
     EXPECT_EQ(days.RecurrenceEnd, days.Start);
     EXPECT_EQ(days.AllDay, 1);
 }

@@ -6,11 +6,13 @@
 #include "calendar/reminder_editor.h"
 #include "calendar/ten_minutes.h"
 #include "calendar/typed_time.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
 
 using Texts = std::vector<std::string>;
+using Span = std::pair<DateTime, DateTime>;
 
 class Editors : public CalendarTest {
 protected:
@@ -21,73 +23,67 @@ protected:
         editor.PlaceAt(Day(2026, 4, 10, 9), Day(2026, 4, 10, 10));
         return editor;
     }
+    static Span SpanOf(const EventEditor& editor) { return {editor.Event().Start, editor.Event().End}; }
+    static Span SeriesOf(const EventEditor& editor) {
+        return {editor.Event().RecurrenceStart, editor.Event().RecurrenceEnd};
+    }
 };
 
 TEST(TenMinutes, AreTheStepsOfATime) {
-    struct Case {
-        int hour, minute, toHour, toMinute, expectedHour, expectedMinute;
-    };
-    const Case cases[] = {{9, 0, 9, 1, 9, 10},    {9, 10, 9, 9, 9, 0},     {9, 50, 9, 51, 10, 0},
-                          {9, 50, 9, 49, 9, 40},  {9, 59, 9, 0, 10, 10},   {9, 0, 9, 59, 8, 50},
-                          {9, 0, 9, 4, 9, 0},     {9, 0, 9, 5, 9, 10},     {9, 0, 9, 14, 9, 10},
-                          {9, 0, 9, 15, 9, 20},   {9, 0, 9, 25, 9, 30},    {9, 0, 9, 54, 9, 50},
-                          {9, 0, 9, 55, 10, 0},   {9, 0, 10, 0, 10, 0},    {9, 0, 10, 1, 10, 0},
-                          {23, 0, 23, 55, 24, 0}, {23, 50, 23, 51, 24, 0}, {9, 30, 14, 30, 14, 30}};
-    for (const Case& one : cases) {
+    const int cases[][6] = {{9, 0, 9, 1, 9, 10},    {9, 10, 9, 9, 9, 0},     {9, 50, 9, 51, 10, 0},
+                            {9, 50, 9, 49, 9, 40},  {9, 59, 9, 0, 10, 10},   {9, 0, 9, 59, 8, 50},
+                            {9, 0, 9, 4, 9, 0},     {9, 0, 9, 5, 9, 10},     {9, 0, 9, 14, 9, 10},
+                            {9, 0, 9, 15, 9, 20},   {9, 0, 9, 25, 9, 30},    {9, 0, 9, 54, 9, 50},
+                            {9, 0, 9, 55, 10, 0},   {9, 0, 10, 0, 10, 0},    {9, 0, 10, 1, 10, 0},
+                            {23, 0, 23, 55, 24, 0}, {23, 50, 23, 51, 24, 0}, {9, 30, 14, 30, 14, 30}};
+    for (const auto& [hour, minute, toHour, toMinute, expectedHour, expectedMinute] : cases) {
         const DateTime day = Day(2026, 4, 10);
-        EXPECT_EQ(SteppedTime(day.PlusSeconds(one.hour * 3600 + one.minute * 60),
-                              day.PlusSeconds(one.toHour * 3600 + one.toMinute * 60)),
-                  day.PlusSeconds(one.expectedHour * 3600 + one.expectedMinute * 60))
-            << one.hour << ":" << one.minute << " to " << one.toHour << ":" << one.toMinute;
+        EXPECT_EQ(
+            SteppedTime(day.PlusSeconds(hour * 3600 + minute * 60), day.PlusSeconds(toHour * 3600 + toMinute * 60)),
+            day.PlusSeconds(expectedHour * 3600 + expectedMinute * 60))
+            << hour << ":" << minute << " to " << toHour << ":" << toMinute;
     }
 }
 
 TEST(TypedTimes, AreReadInEachFormWhileTheyAreTyped) {
-    struct Case {
-        const char* typed;
-        TimeOfDay shown;
-        int hour, minute;  ///< an hour of -1: no time
-    };
     const TimeOfDay morning{9, 20}, evening{21, 20};
-    const Case cases[] = {{"", evening, 21, 20},     {"9", {0, 0}, 9, 0},          {"8", evening, 20, 20},
-                          {"08", evening, 8, 20},    {"12", morning, 12, 20},      {"12a", morning, 0, 20},
-                          {"0", evening, 0, 20},     {"14", morning, 14, 20},      {"14:", morning, 14, 20},
-                          {"14:3", morning, 14, 3},  {"14:30", morning, 14, 30},   {"14.30", morning, 14, 30},
-                          {"1430", morning, 14, 30}, {"143", morning, 1, 43},      {"190", morning, 19, 0},
-                          {"930", evening, 21, 30},  {"0930", evening, 9, 30},     {"093", evening, 9, 3},
-                          {"93", morning, 9, 3},     {"2:30p", morning, 14, 30},   {"2:30 PM", morning, 14, 30},
-                          {"230am", evening, 2, 30}, {"12p", morning, 12, 20},     {"14p", morning, 14, 20},
-                          {"2359", morning, 23, 59}, {"14a", morning, -1, 0},      {"24", morning, 2, 4},
-                          {"2400", morning, -1, 0},  {"9:60", morning, -1, 0},     {"975", morning, -1, 0},
-                          {"12345", morning, -1, 0}, {"1:2:3", morning, -1, 0},    {":30", morning, -1, 0},
-                          {"p", morning, -1, 0},     {"9pp", morning, -1, 0},      {"9p3", morning, -1, 0},
-                          {"x", morning, -1, 0},     {"9\xC3\xA9", morning, -1, 0}};
-    for (const Case& one : cases) {
-        const std::optional<TimeOfDay> read = ReadTypedTime(one.typed, one.shown);
-        EXPECT_EQ(read ? read->hour : -1, one.hour) << one.typed;
-        EXPECT_EQ(read ? read->minute : 0, one.minute) << one.typed;
+    // What is typed while a time shows, and the hour and minute that are read; an hour of -1: no time.
+    const std::tuple<const char*, TimeOfDay, int, int> cases[] = {
+        {"", evening, 21, 20},     {"9", {0, 0}, 9, 0},          {"8", evening, 20, 20},
+        {"08", evening, 8, 20},    {"12", morning, 12, 20},      {"12a", morning, 0, 20},
+        {"0", evening, 0, 20},     {"14", morning, 14, 20},      {"14:", morning, 14, 20},
+        {"14:3", morning, 14, 3},  {"14:30", morning, 14, 30},   {"14.30", morning, 14, 30},
+        {"1430", morning, 14, 30}, {"143", morning, 1, 43},      {"190", morning, 19, 0},
+        {"930", evening, 21, 30},  {"0930", evening, 9, 30},     {"093", evening, 9, 3},
+        {"93", morning, 9, 3},     {"2:30p", morning, 14, 30},   {"2:30 PM", morning, 14, 30},
+        {"230am", evening, 2, 30}, {"12p", morning, 12, 20},     {"14p", morning, 14, 20},
+        {"2359", morning, 23, 59}, {"14a", morning, -1, 0},      {"24", morning, 2, 4},
+        {"2400", morning, -1, 0},  {"9:60", morning, -1, 0},     {"975", morning, -1, 0},
+        {"12345", morning, -1, 0}, {"1:2:3", morning, -1, 0},    {":30", morning, -1, 0},
+        {"p", morning, -1, 0},     {"9pp", morning, -1, 0},      {"9p3", morning, -1, 0},
+        {"x", morning, -1, 0},     {"9\xC3\xA9", morning, -1, 0}};
+    for (const auto& [typed, shown, hour, minute] : cases) {
+        const std::optional<TimeOfDay> read = ReadTypedTime(typed, shown);
+        EXPECT_EQ(read ? read->hour : -1, hour) << typed;
+        EXPECT_EQ(read ? read->minute : 0, minute) << typed;
     }
 }
 
 TEST_F(Editors, TheEndStaysBehindTheStart) {
-    struct Case {
-        bool start;
-        DateTime changed, expectedStart, expectedEnd;
-    };
     const DateTime nine = Day(2026, 4, 10, 9), ten = Day(2026, 4, 10, 10);
-    const Case cases[] = {{true, Day(2026, 4, 10, 9, 30), Day(2026, 4, 10, 9, 30), ten},
-                          {true, Day(2026, 4, 10, 10), ten, Day(2026, 4, 10, 11)},
-                          {true, Day(2026, 4, 10, 23), Day(2026, 4, 10, 23), Day(2026, 4, 10, 23, 50)},
-                          {true, Day(2026, 4, 12, 23, 30), Day(2026, 4, 12, 23, 30), Day(2026, 4, 13, 0, 30)},
-                          {false, Day(2026, 4, 10, 8), nine, ten},
-                          {false, Day(2026, 4, 9, 18), nine, ten},
-                          {false, Day(2026, 4, 11, 8), nine, Day(2026, 4, 11, 8)},
-                          {false, DateTime::Invalid(), nine, ten}};
-    for (const Case& one : cases) {
+    const std::tuple<bool, DateTime, Span> cases[] = {
+        {true, Day(2026, 4, 10, 9, 30), {Day(2026, 4, 10, 9, 30), ten}},
+        {true, Day(2026, 4, 10, 10), {ten, Day(2026, 4, 10, 11)}},
+        {true, Day(2026, 4, 10, 23), {Day(2026, 4, 10, 23), Day(2026, 4, 10, 23, 50)}},
+        {true, Day(2026, 4, 12, 23, 30), {Day(2026, 4, 12, 23, 30), Day(2026, 4, 13, 0, 30)}},
+        {false, Day(2026, 4, 10, 8), {nine, ten}},
+        {false, Day(2026, 4, 9, 18), {nine, ten}},
+        {false, Day(2026, 4, 11, 8), {nine, Day(2026, 4, 11, 8)}},
+        {false, DateTime::Invalid(), {nine, ten}}};
+    for (const auto& [isStart, changed, expected] : cases) {
         EventEditor editor = Timed();
-        one.start ? editor.ChangeStart(one.changed) : editor.ChangeEnd(one.changed);
-        EXPECT_EQ(editor.Event().Start, one.expectedStart);
-        EXPECT_EQ(editor.Event().End, one.expectedEnd);
+        isStart ? editor.ChangeStart(changed) : editor.ChangeEnd(changed);
+        EXPECT_EQ(SpanOf(editor), expected);
     }
 }
 
@@ -169,19 +165,17 @@ TEST_F(Editors, KnowWhetherAnythingWouldBeLost) {
 TEST_F(Editors, WholeDaysHaveTheirOwnTimes) {
     EventEditor editor = Timed();
     editor.SetAllDay(true);
-    EXPECT_EQ(editor.Event().Start, Day(2026, 4, 10));
-    EXPECT_EQ(editor.Event().End, Day(2026, 4, 10, 23, 59, 59));
+    EXPECT_EQ(SpanOf(editor), Span(Day(2026, 4, 10), Day(2026, 4, 10, 23, 59, 59)));
     editor.ChangeStart(Day(2026, 4, 12, 7));
-    EXPECT_EQ(editor.Event().Start, Day(2026, 4, 12));
-    EXPECT_EQ(editor.Event().End, Day(2026, 4, 12, 23, 59, 59));
+    EXPECT_EQ(SpanOf(editor), Span(Day(2026, 4, 12), Day(2026, 4, 12, 23, 59, 59)));
     editor.ChangeEnd(Day(2026, 4, 14));
     EXPECT_EQ(editor.Event().End, Day(2026, 4, 14, 23, 59, 59));
     editor.SetAllDay(false);
     EXPECT_EQ(editor.Event().End, Day(2026, 4, 14, 1));
-    CTmEvent late = Event("{L}", "", Day(2026, 4, 10, 23), Day(2026, 4, 10, 23, 59, 59));
-    EventEditor lateEditor = EventEditor::ForEvent(world, late);
-    lateEditor.SetAllDay(false);
-    EXPECT_EQ(lateEditor.Event().End, Day(2026, 4, 10, 23, 50));
+    EventEditor late =
+        EventEditor::ForEvent(world, Event("{L}", "", Day(2026, 4, 10, 23), Day(2026, 4, 10, 23, 59, 59)));
+    late.SetAllDay(false);
+    EXPECT_EQ(late.Event().End, Day(2026, 4, 10, 23, 50));
 }
 
 TEST_F(Editors, ASeriesTellsHowManyEventsItMakes) {
@@ -216,21 +210,18 @@ TEST_F(Editors, ASeriesTellsHowManyEventsItMakes) {
     const EventList events = Stored();
     ASSERT_EQ(events.size(), 12u);
     EXPECT_EQ(events[0].DailyPattern, UnsetPattern(kDailySlots)) << "the tab in front alone is kept";
-    EXPECT_EQ(events[11].Start, Day(2026, 12, 26));
-    EXPECT_EQ(events[11].End, Day(2026, 12, 26, 23, 59, 59));
+    EXPECT_EQ(Span(events[11].Start, events[11].End), Span(Day(2026, 12, 26), Day(2026, 12, 26, 23, 59, 59)));
 }
 
 TEST_F(Editors, TheSeriesKeepsItsTimeOfDayAndItsRoom) {
     EventEditor editor = Timed();
     editor.SetRecurring(true);
     editor.ChooseTab(kWeekly);
-    EXPECT_EQ(editor.Event().RecurrenceStart, Day(2026, 4, 10, 9));
-    EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 4, 16, 9));
+    EXPECT_EQ(SeriesOf(editor), Span(Day(2026, 4, 10, 9), Day(2026, 4, 16, 9)));
     editor.TypePattern(kWeeklyN, "2");
     EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 4, 23, 9));
     editor.SetRecurrenceStart(Day(2026, 5, 1));
-    EXPECT_EQ(editor.Event().RecurrenceStart, Day(2026, 5, 1, 9));
-    EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 5, 1, 9));
+    EXPECT_EQ(SeriesOf(editor), Span(Day(2026, 5, 1, 9), Day(2026, 5, 1, 9)));
     editor.TypePattern(kWeeklyN, "");
     EXPECT_EQ(editor.Event().RecurrenceEnd, Day(2026, 5, 1, 9)) << "an empty field moves no end";
     editor.TypePattern(kWeeklyN, "1");
@@ -267,53 +258,46 @@ TEST_F(Editors, AddressesAreValidatedByType) {
     world.setup.gateways[3] = "txt.example";
     world.setup.gateways[31] = "plus.example";
     world.setup.gateways[38] = "sun.example";
-    struct Case {
-        ReminderType type;
-        const char* typed;
-        int provider;
-        const char* sendTo;  ///< or the title of the refusal after '!'
-    };
     const auto email = ReminderType::Email, text = ReminderType::TextMessage;
-    const Case cases[] = {{ReminderType::Popup, "", -1, ""},
-                          {email, "a@b.c", 0, "!Invalid Email"},
-                          {email, "ab@c.de", 0, "ab@c.de"},
-                          {email, "ab@cde.", 0, "!Invalid Email"},
-                          {email, "ab@cd.e", 0, "!Invalid Email"},
-                          {email, "@bcd.ef", 0, "!Invalid Email"},
-                          {email, "a.b@cde", 0, "!Invalid Email"},
-                          {email, "abcdefg", 0, "!Invalid Email"},
-                          {text, "123-555-4567", 3, "1235554567@txt.example"},
-                          {text, "123-555-4567", 4, "1235554567@txt.example"},
-                          {text, "1235554567", 31, "+481235554567@plus.example"},
-                          {text, "1235554567", 38, "11235554567@sun.example"},
-                          {text, "123555456", 3, "!Invalid Number"},
-                          {text, "123555456a", 3, "!Invalid Number"},
-                          {text, "1235554567", -1, "!Invalid Provider"},
-                          {text, "1235554567", 50, "!Invalid Provider"},
-                          {text, "1235554567", 5, "!No Gateway"}};
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.typed);
+    // What is typed for a provider, and the address for the server, or the title of the refusal behind '!'.
+    const std::tuple<ReminderType, const char*, int, const char*> cases[] = {
+        {ReminderType::Popup, "", -1, ""},
+        {email, "a@b.c", 0, "!Invalid Email"},
+        {email, "ab@c.de", 0, "ab@c.de"},
+        {email, "ab@cde.", 0, "!Invalid Email"},
+        {email, "ab@cd.e", 0, "!Invalid Email"},
+        {email, "@bcd.ef", 0, "!Invalid Email"},
+        {email, "a.b@cde", 0, "!Invalid Email"},
+        {email, "abcdefg", 0, "!Invalid Email"},
+        {text, "123-555-4567", 3, "1235554567@txt.example"},
+        {text, "123-555-4567", 4, "1235554567@txt.example"},
+        {text, "1235554567", 31, "+481235554567@plus.example"},
+        {text, "1235554567", 38, "11235554567@sun.example"},
+        {text, "123555456", 3, "!Invalid Number"},
+        {text, "123555456a", 3, "!Invalid Number"},
+        {text, "1235554567", -1, "!Invalid Provider"},
+        {text, "1235554567", 50, "!Invalid Provider"},
+        {text, "1235554567", 5, "!No Gateway"}};
+    for (const auto& [type, typed, provider, sendTo] : cases) {
+        SCOPED_TRACE(typed);
         CTmReminder reminder;
-        reminder.Type = static_cast<int32_t>(one.type);
-        const AddressFault* const fault = ValidateAddress(reminder, one.typed, one.provider, world.setup);
-        EXPECT_EQ(fault ? "!" + std::string(fault->title) : reminder.SendTo, one.sendTo);
-        EXPECT_EQ(reminder.PhoneNumber, !fault && one.type == text ? one.typed : "");
+        reminder.Type = static_cast<int32_t>(type);
+        const AddressFault* const fault = ValidateAddress(reminder, typed, provider, world.setup);
+        EXPECT_EQ(fault ? "!" + std::string(fault->title) : reminder.SendTo, sendTo);
+        EXPECT_EQ(reminder.PhoneNumber, !fault && type == text ? typed : "");
     }
     EXPECT_STREQ(Providers()[49].name, "YCC");
 }
 
 TEST_F(Editors, TheReminderOffersTheOffsetsThatLieAhead) {
-    struct Case {
-        DateTime start;
-        size_t rows;
-        const char* last;
-    };
-    for (const Case& one : {Case{Day(2026, 3, 14, 10, 26, 53), 0, ""}, Case{Day(2026, 3, 14, 10, 30), 2, "0 Minutes"},
-                            Case{Day(2026, 3, 14, 12, 30), 9, "2 Hours"}, Case{Day(2026, 9, 1), 27, "2 Weeks"}}) {
-        CTmEvent event = Event("{E}", "", one.start, one.start);
+    for (const auto& [start, rows, last] : {std::tuple(Day(2026, 3, 14, 10, 26, 53), 0u, ""),
+                                            {Day(2026, 3, 14, 10, 30), 2u, "0 Minutes"},
+                                            {Day(2026, 3, 14, 12, 30), 9u, "2 Hours"},
+                                            {Day(2026, 9, 1), 27u, "2 Weeks"}}) {
+        CTmEvent event = Event("{E}", "", start, start);
         ReminderEditor editor(world, ReminderFor(event, ReminderType::Popup, 0), ReminderEditor::Purpose::Event, true);
-        EXPECT_EQ(editor.PriorTimes().size(), one.rows);
-        EXPECT_STREQ(one.rows > 0 ? editor.PriorTimes().back().text : "", one.last);
+        EXPECT_EQ(editor.PriorTimes().size(), rows);
+        EXPECT_STREQ(rows > 0 ? editor.PriorTimes().back().text : "", last);
     }
 }
 
@@ -361,9 +345,7 @@ TEST_F(Editors, TheTypeDecidesTextsLimitAndAddress) {
     EXPECT_STREQ(editor.DayLabel(), "Selected Day:");
     EXPECT_TRUE(editor.PriorTimes().empty());
     EXPECT_EQ(editor.Address(), "last@example.com");
-    std::string longText;
-    for (int i = 0; i < 200; ++i)
-        longText += "\xC3\xA9";
+    const std::string longText = Repeated("\xC3\xA9", 200);
     editor.SetMessage(longText);
     EXPECT_EQ(editor.Message(), longText);
     editor.SetType(ReminderType::TextMessage);

@@ -70,12 +70,7 @@ TEST(EventList, FindsTheFirstEventOfAnId) {
 }
 
 TEST(EventList, SelectsWhatTouchesADay) {
-    struct Case {
-        const char* id;
-        DateTime start, end;
-        bool touches;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, DateTime, DateTime, bool> cases[] = {
         {"first second", Day(2011, 5, 9), Day(2011, 5, 9), true},
         {"last second", Day(2011, 5, 9, 23, 59, 59), Day(2011, 5, 10), true},
         {"next midnight", Day(2011, 5, 10), Day(2011, 5, 11), false},
@@ -86,9 +81,8 @@ TEST(EventList, SelectsWhatTouchesADay) {
         {"can't be read", DateTime::Invalid(), DateTime::Invalid(), false},
         {"begins then, end unknown", Day(2011, 5, 9, 8), DateTime::Invalid(), true},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(SelectByDate({Event(c.id, "", c.start, c.end)}, Day(2011, 5, 9, 17)).size(), c.touches ? 1u : 0u)
-            << c.id;
+    for (const auto& [what, start, end, touches] : cases)
+        EXPECT_EQ(SelectByDate({Event(what, "", start, end)}, Day(2011, 5, 9, 17)).size(), touches ? 1u : 0u) << what;
     EXPECT_TRUE(SelectByDate({Event("x", "", DateTime(), DateTime())}, DateTime()).empty());
 }
 

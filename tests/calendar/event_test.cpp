@@ -9,23 +9,16 @@
 namespace lore {
 namespace {
 
-struct Change {
-    const char* name;
-    std::function<void(CTmEvent&)> apply;
-    bool schedule, info;
-};
-
 CTmEvent Sample() {
     CTmEvent event = Series(kWeekly, {2, 0, 1, 0, 0, 0, 1, 0}, Day(2011, 1, 3, 9, 5), Day(2011, 3, 31, 9, 5));
     event.Label = "Class";
-    CTmReminder reminder;
-    reminder.ReminderId = "{R}";
-    event.Reminders = {reminder};
+    event.Reminders.emplace_back().ReminderId = "{R}";
     return event;
 }
 
 TEST(Event, TellsASchedulePartFromAnInformationPart) {
-    const Change changes[] = {
+    // What changes, and whether it changes the schedule or the information.
+    const std::tuple<const char*, std::function<void(CTmEvent&)>, bool, bool> changes[] = {
         {"nothing", [](CTmEvent&) {}, false, false},
         {"another day of the same length",
          [](CTmEvent& e) { e.Start = e.Start.PlusDays(1), e.End = e.End.PlusDays(1); }, false, false},
@@ -54,13 +47,13 @@ TEST(Event, TellsASchedulePartFromAnInformationPart) {
         {"reminder text", [](CTmEvent& e) { e.Reminders[0].Message = "x"; }, false, true},
         {"reminder of another id", [](CTmEvent& e) { e.Reminders[0].ReminderId = "{Q}"; }, false, true},
     };
-    for (const Change& change : changes) {
+    for (const auto& [name, change, schedule, info] : changes) {
         const CTmEvent before = Sample();
         CTmEvent after = before;
-        change.apply(after);
-        EXPECT_EQ(EventsDiffer(after, before), change.schedule) << change.name;
-        EXPECT_EQ(EventsDiffer(before, after), change.schedule) << change.name;
-        EXPECT_EQ(EventInfoDiffers(after, before), change.info) << change.name;
+        change(after);
+        EXPECT_EQ(EventsDiffer(after, before), schedule) << name;
+        EXPECT_EQ(EventsDiffer(before, after), schedule) << name;
+        EXPECT_EQ(EventInfoDiffers(after, before), info) << name;
     }
 }
 

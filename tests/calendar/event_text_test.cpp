@@ -4,29 +4,25 @@
 
 #include "calendar/event_builder.h"
 #include "calendar/series_text.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
 
 TEST(EventText, ShowsTheShortLineByDaysAndTimes) {
-    struct Case {
-        int32_t allDay;
-        DateTime start, end;
-        const char* text;
-    };
-    const Case cases[] = {
+    const std::tuple<int32_t, DateTime, DateTime, const char*> cases[] = {
         {0, Day(2011, 2, 3, 9, 5), Day(2011, 2, 3, 10), "02/03/11 (9:05am - 10:00am) - Class"},
         {1, Day(2011, 2, 3, 9, 5), Day(2011, 2, 3, 10), "02/03/11 - Class"},
         {1, Day(2011, 2, 3), Day(2012, 2, 3), "(02/03/11 - 02/03/12) - Class"},
         {0, Day(2011, 2, 3, 0, 0), Day(2011, 2, 4, 15, 20), "(02/03/11 12:00am - 02/04/11 3:20pm) - Class"},
         {2112, Day(2011, 2, 3, 12), Day(2011, 2, 3, 23, 59), "02/03/11 (12:00pm - 11:59pm) - Class"},
     };
-    for (const Case& c : cases) {
-        CTmEvent event = Event("", "", c.start, c.end);
-        event.AllDay = c.allDay;
+    for (const auto& [allDay, start, end, text] : cases) {
+        CTmEvent event = Event("", "", start, end);
+        event.AllDay = allDay;
         event.Label = "Class";
-        EXPECT_EQ(ShortLine(event), c.text);
-        EXPECT_EQ(HoverText(event), c.text);
+        EXPECT_EQ(ShortLine(event), text);
+        EXPECT_EQ(HoverText(event), text);
     }
 }
 
@@ -37,14 +33,13 @@ std::string Hover(const std::string& description) {
 }
 
 TEST(EventText, WrapsAndCutsTheHoverText) {
-    const std::string tens = "123456789 ";
-    std::string fifty, twelveLines, tenLines;
-    for (int i = 0; i < 5; ++i)
-        fifty += tens;
-    for (int i = 1; i <= 12; ++i)
+    const std::string tens = "123456789 ", fifty = Repeated(tens, 5);
+    std::string tenLines, twelveLines;
+    for (int i = 1; i <= 12; ++i) {
         twelveLines += "line " + std::to_string(i) + "\n";
-    for (int i = 1; i <= 10; ++i)
-        tenLines += (i > 1 ? "\nline " : "line ") + std::to_string(i);
+        if (i == 10)
+            tenLines = twelveLines.substr(0, twelveLines.size() - 1);
+    }
     EXPECT_EQ(Hover(fifty), fifty) << "the blank at column 50 stays";
     EXPECT_EQ(Hover(fifty + fifty + tens + tens), fifty + "123456789\n" + fifty + "123456789...")
         << "cut at the last wrap";
@@ -54,20 +49,13 @@ TEST(EventText, WrapsAndCutsTheHoverText) {
     EXPECT_EQ(Hover("\nall"), "\nall") << "a break at the very front cuts nothing";
     EXPECT_EQ(Hover("a\r\nb"), "a\r...");
     EXPECT_EQ(Hover(twelveLines), tenLines + "...");
-    std::string umlauts;
-    for (int i = 0; i < 50; ++i)
-        umlauts += "\xC3\xA4";
+    const std::string umlauts = Repeated("\xC3\xA4", 50);
     EXPECT_EQ(Hover(umlauts + "\xC3\xA4 b c"), umlauts + "\xC3\xA4...") << "columns are characters";
     EXPECT_EQ(Hover(umlauts.substr(0, 98) + " bc"), umlauts.substr(0, 98) + " bc");
 }
 
 TEST(SeriesText, TellsEachRhythmInWords) {
-    struct Case {
-        int32_t type;
-        LongList pattern;
-        const char* text;
-    };
-    const Case cases[] = {
+    const std::tuple<int32_t, LongList, const char*> cases[] = {
         {kDaily, {1, 0, 1}, "Repeats every day"},
         {kDaily, {1, 0, 3}, "Repeats every 3 days"},
         {kDaily, {0, 1, 3}, "Repeats every weekday"},
@@ -90,9 +78,9 @@ TEST(SeriesText, TellsEachRhythmInWords) {
         {kYearly, {1, 0, 12, 20, 0, 0, 0}, ""},
         {kYearly, {}, ""},
     };
-    for (const Case& c : cases) {
-        const std::string tail = *c.text ? " from 01/03/11 to 03/31/11" : "";
-        EXPECT_EQ(SeriesSummary(Series(c.type, c.pattern, Day(2011, 1, 3), Day(2011, 3, 31))), c.text + tail);
+    for (const auto& [type, pattern, text] : cases) {
+        const std::string tail = *text ? " from 01/03/11 to 03/31/11" : "";
+        EXPECT_EQ(SeriesSummary(Series(type, pattern, Day(2011, 1, 3), Day(2011, 3, 31))), text + tail);
     }
     CTmEvent damaged = Event("", "", Day(2011, 1, 3), Day(2011, 1, 3));
     for (const int32_t type : {-1, 4, 2147483647})

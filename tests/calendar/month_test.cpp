@@ -10,22 +10,19 @@ namespace lore {
 namespace {
 
 TEST(MonthGrid, HasTheRowsThatItsMonthNeeds) {
-    struct Case {
-        int year, month, rows;
-        DateTime first;
-    };
-    const Case cases[] = {{2010, 10, 6, Day(2010, 9, 26)},  // 31 days from a Friday
-                          {2011, 4, 5, Day(2011, 3, 27)},   // 30 days from a Friday
-                          {2011, 10, 6, Day(2011, 9, 25)},  // 31 days from a Saturday
-                          {2012, 9, 6, Day(2012, 8, 26)},   // 30 days from a Saturday
-                          {2009, 2, 5, Day(2009, 2, 1)},    // 28 days from a Sunday, with a week of March
-                          {2020, 2, 5, Day(2020, 1, 26)},   // 29 days from a Saturday
-                          {9999, 12, 5, Day(9999, 11, 28)}};
-    for (const Case& one : cases) {
-        const MonthGrid grid(Day(one.year, one.month, 17));
-        EXPECT_EQ(grid.Rows(), one.rows) << one.year << " " << one.month;
-        EXPECT_EQ(grid.FirstMoment(), one.first);
-        EXPECT_EQ(grid.CellOf(one.first), 0);
+    const std::tuple<int, int, int, DateTime> cases[] = {
+        {2010, 10, 6, Day(2010, 9, 26)},  // 31 days from a Friday
+        {2011, 4, 5, Day(2011, 3, 27)},   // 30 days from a Friday
+        {2011, 10, 6, Day(2011, 9, 25)},  // 31 days from a Saturday
+        {2012, 9, 6, Day(2012, 8, 26)},   // 30 days from a Saturday
+        {2009, 2, 5, Day(2009, 2, 1)},    // 28 days from a Sunday, with a week of March
+        {2020, 2, 5, Day(2020, 1, 26)},   // 29 days from a Saturday
+        {9999, 12, 5, Day(9999, 11, 28)}};
+    for (const auto& [year, month, rows, first] : cases) {
+        const MonthGrid grid(Day(year, month, 17));
+        EXPECT_EQ(grid.Rows(), rows) << year << " " << month;
+        EXPECT_EQ(grid.FirstMoment(), first);
+        EXPECT_EQ(grid.CellOf(first), 0);
     }
     EXPECT_LT(MonthGrid(Day(2020, 2, 1)).CellOf(DateTime::Invalid()), 0);
 }

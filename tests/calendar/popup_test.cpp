@@ -1,5 +1,4 @@
 #include <ctime>
-#include <gmock/gmock.h>
 #include <map>
 #include <random>
 
@@ -8,14 +7,13 @@
 #include "calendar/reminder_file.h"
 #include "ports/agent.h"
 #include "support/each.h"
+#include "support/matchers.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
+#include "support/set_variable.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 const DateTime kNow = Day(2026, 3, 14, 9, 26, 53);
 
@@ -294,16 +292,7 @@ TEST_F(ReminderAgent, KeepsASnoozeOnTheDisk) {
     EXPECT_THAT(Shows(), IsEmpty());
 }
 
-/// Central Europe, as long as it lives.
-struct ZoneOfSummerTime {
-    ZoneOfSummerTime() { Set("CET-1CEST,M3.5.0,M10.5.0/3"); }
-    ~ZoneOfSummerTime() { Set("UTC"); }
-    static void Set(const char* zone) {
-        ::setenv("TZ", zone, 1);
-        ::tzset();
-    }
-};
-
+/// The clock of the time zone.
 struct ZoneClock : Clock {
     explicit ZoneClock(const DateTime& moment) : utc(moment.Seconds()) {}
     DateTime Now() const override {
@@ -316,7 +305,7 @@ struct ZoneClock : Clock {
 };
 
 TEST_F(ReminderAgent, CountsASnoozeThroughTheNightsOfSummerTime) {
-    const ZoneOfSummerTime inZone;
+    const SetVariable inCentralEurope("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
     const DateTime nights[] = {Day(2026, 3, 29, 0, 51),      Day(2026, 3, 29, 0, 59, 59), Day(2026, 10, 25, 0, 51),
                                Day(2026, 10, 25, 0, 59, 59), Day(2026, 10, 24, 23, 30),   Day(2026, 7, 1)};
     for (const DateTime& night : nights) {

@@ -3,6 +3,7 @@
 
 #include "calendar/event_builder.h"
 #include "calendar/reminder_list.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -17,12 +18,7 @@ CTmReminder Reminder(const std::string& id, ReminderType type = ReminderType::Po
 }
 
 TEST(Reminder, IsComparedInItsOwnEventAndAcrossASeries) {
-    struct Case {
-        const char* name;
-        std::function<void(CTmReminder&)> apply;
-        bool differs, same;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::function<void(CTmReminder&)>, bool, bool> cases[] = {
         {"nothing", [](CTmReminder&) {}, false, true},
         {"id", [](CTmReminder& r) { r.ReminderId = "{Q}"; }, true, true},
         {"type", [](CTmReminder& r) { r.Type = 2; }, true, false},
@@ -41,15 +37,15 @@ TEST(Reminder, IsComparedInItsOwnEventAndAcrossASeries) {
         {"what was entered", [](CTmReminder& r) { r.EmailAddress = r.PhoneNumber = "x"; }, false, true},
         {"the event's texts", [](CTmReminder& r) { r.EventLabel = r.EventDescription = "x"; }, false, true},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, change, differs, same] : cases) {
+        SCOPED_TRACE(name);
         const CTmReminder before = Reminder("{R}");
         CTmReminder after = before;
-        c.apply(after);
-        EXPECT_EQ(ReminderDiffers(after, before), c.differs) << c.name;
-        EXPECT_EQ(SameReminder(after, before), c.same) << c.name;
-        EXPECT_EQ(RemindersDiffer({after}, {before}), c.differs) << c.name;
-        EXPECT_EQ(HasSameReminder({Reminder("{X}", ReminderType::Email), before}, after), c.same || after.Type == 1)
-            << c.name;
+        change(after);
+        EXPECT_EQ(ReminderDiffers(after, before), differs);
+        EXPECT_EQ(SameReminder(after, before), same);
+        EXPECT_EQ(RemindersDiffer({after}, {before}), differs);
+        EXPECT_EQ(HasSameReminder({Reminder("{X}", ReminderType::Email), before}, after), same || after.Type == 1);
     }
 }
 
@@ -64,9 +60,7 @@ TEST(Reminder, ListsDifferByPartnersAndCountAlone) {
 TEST(Reminder, IsRemovedOncePerRecordOfTheOtherList) {
     ReminderList list = {Reminder("a"), Reminder("b"), Reminder("a"), Reminder("c"), Reminder("a")};
     RemoveReminders(list, {Reminder("a"), Reminder("x"), Reminder("a"), Reminder("c")});
-    ASSERT_EQ(list.size(), 2u);
-    EXPECT_EQ(list[0].ReminderId, "b");
-    EXPECT_EQ(list[1].ReminderId, "a");
+    EXPECT_EQ(Each(list, &CTmReminder::ReminderId), (std::vector<std::string>{"b", "a"}));
     CTmReminder changed = Reminder("a");
     changed.Message = "new";
     EXPECT_TRUE(ReplaceReminder(list, changed));

@@ -15,20 +15,14 @@ std::string Starts(const CTmEvent& event) {
     return text;
 }
 
-struct Case {
-    const char* name;
-    int32_t type;
-    LongList pattern;
-    const char *bounds, *starts;  ///< days as "110103", the bounds with a '-' between
-};
-
 DateTime Date(const std::string& text) {
     const auto number = [&](size_t at) { return std::stoi(text.substr(at, 2)); };
     return Day(2000 + number(0), number(2), number(4));
 }
 
 TEST(Series, ExpandsEachRhythm) {
-    const Case cases[] = {
+    // The bounds and the starts are days as "110103", the bounds with a '-' between.
+    const std::tuple<const char*, int32_t, LongList, std::string, const char*> cases[] = {
         {"every 2 days, end inclusive", kDaily, {1, 0, 2}, "110103-110109", "110103 110105 110107 110109"},
         {"weekdays from a Saturday", kDaily, {0, 1, 5}, "110101-110104", "110103 110104"},
         {"weekdays over a weekend", kDaily, {0, 0}, "110107-110111", "110107 110110 110111"},
@@ -51,21 +45,15 @@ TEST(Series, ExpandsEachRhythm) {
         {"last Monday of May", kYearly, {0, 1, 0, 0, 4, 1, 4}, "110101-121231", "110530 120528"},
         {"end before start", kDaily, {1, 0, 1}, "110103-110102", ""},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(Starts(Series(c.type, c.pattern, Date(c.bounds), Date(c.bounds + 7))), c.starts) << c.name;
+    for (const auto& [name, type, pattern, bounds, starts] : cases)
+        EXPECT_EQ(Starts(Series(type, pattern, Date(bounds), Date(bounds.substr(7)))), starts) << name;
     EXPECT_EQ(Starts(Series(kDaily, {1, 0, 2}, Day(2011, 1, 3, 9), Day(2011, 1, 9, 8, 59, 59))), "110103 110105 110107")
         << "an end a second before the time";
 }
 
 TEST(Series, EndsForDamagedPatterns) {
     const DateTime first = Day(2011, 1, 3), last = Day(9999, 12, 31);
-    struct Damaged {
-        const char* name;
-        int32_t type;
-        LongList pattern;
-        const char* starts;
-    };
-    const Damaged cases[] = {
+    const std::tuple<const char*, int32_t, LongList, const char*> cases[] = {
         {"every 0 days", kDaily, {1, 0, 0}, "110103"},
         {"every -1 days", kDaily, {1, 0}, "110103"},
         {"every 2147483647 days", kDaily, {1, 0, 2147483647}, "110103"},
@@ -83,10 +71,10 @@ TEST(Series, EndsForDamagedPatterns) {
         {"type 4", 4, {1, 0, 1}, ""},
         {"type -1", -1, {1, 0, 1}, ""},
     };
-    for (const Damaged& c : cases) {
-        CTmEvent event = Series(c.type < 0 || c.type > 3 ? 0 : c.type, c.pattern, first, last);
-        event.RecurrenceType = c.type;
-        EXPECT_EQ(Starts(event), c.starts) << c.name;
+    for (const auto& [name, type, pattern, starts] : cases) {
+        CTmEvent event = Series(type < 0 || type > 3 ? 0 : type, pattern, first, last);
+        event.RecurrenceType = type;
+        EXPECT_EQ(Starts(event), starts) << name;
     }
     for (const auto& [from, to] :
          {std::pair(DateTime::Invalid(), last), {first, DateTime::Invalid()}, {DateTime(), DateTime()}})
@@ -141,20 +129,16 @@ TEST(Series, MakesRecordsWithIdsOfTheirOwn) {
 }
 
 TEST(Series, NumbersTheWeekdaysOfAMonth) {
-    struct Ordinal {
-        DateTime date;
-        int plain, wantLast;
-    };
-    const Ordinal cases[] = {
+    const std::tuple<DateTime, int, int> cases[] = {
         {Day(2011, 4, 1), 0, 0},       {Day(2011, 4, 22, 23, 59, 59), 3, 3},
         {Day(2011, 4, 29), 4, 4},      {Day(2011, 2, 22), 3, 4},
         {Day(2011, 2, 21), 2, 2},      {Day(2012, 2, 22), 3, 3},
         {Day(2012, 2, 29), 4, 4},      {Day(2011, 12, 25), 3, 4},
         {DateTime::Invalid(), -1, -1},
     };
-    for (const Ordinal& c : cases) {
-        EXPECT_EQ(NthWeekdayIndex(c.date, false), c.plain) << DateFieldText(c.date);
-        EXPECT_EQ(NthWeekdayIndex(c.date, true), c.wantLast) << DateFieldText(c.date);
+    for (const auto& [date, plain, wantLast] : cases) {
+        EXPECT_EQ(NthWeekdayIndex(date, false), plain) << DateFieldText(date);
+        EXPECT_EQ(NthWeekdayIndex(date, true), wantLast) << DateFieldText(date);
     }
 }
 

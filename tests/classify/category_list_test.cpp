@@ -43,9 +43,7 @@ TEST(CategoryList, WritesTheFileByteForByte) {
     EXPECT_EQ(Shape(forest), "21122112:<UNASSIGNED> 5:A\nBC(9:)");
     ASSERT_TRUE(RemoveFile(path).Ok());
     ASSERT_TRUE(forest.Save(path).Ok());
-    std::string written;
-    ASSERT_TRUE(ReadFile(path, written).Ok());
-    EXPECT_EQ(written, bytes);
+    EXPECT_EQ(BytesOf(path), bytes);
     ASSERT_TRUE(RemoveFile(path).Ok());
     EXPECT_TRUE(forest.Load(path).Missing());
     EXPECT_EQ(Shape(forest), "21122112:<UNASSIGNED>");
@@ -151,54 +149,60 @@ TEST(CategoryRecord, KeepsTheDeepestLevelThatIsAllowed) {
 
 TEST(CategoryList, NeverGivesAnIDTwice) {
     const CProCategoryTree reserved = Node(kUnassignedID, kUnassignedName, {Node(500, "below")});
-    struct Case {
-        CProCategoryList forest;
-        int stored, max, storedAfter, storedAfterLoad;
-    };
-    const Case cases[] = {{Forest({Node(5, "a"), Node(7, "b")}), 3, 7, 7, 8},
-                          {Forest({Node(5, "a", {Node(70, "b")})}), 90, 90, 90, 91},
-                          {Forest({reserved}), -1, 0, 0, 1},
-                          {Forest({reserved, Node(7, "b")}), 21122112, 21122117, 21122112, 21122118},
-                          {Forest({}), -5, -1, -1, 0},
-                          {Forest({Node(21122118, "a")}), 3, 21122118, 21122118, 21122119}};
-    for (const Case& c : cases) {
-        int stored = c.stored;
-        EXPECT_EQ(c.forest.GetMaxCategoryID(stored), c.max);
-        EXPECT_EQ(stored, c.storedAfter);
-        stored = c.stored;
-        c.forest.RaiseMaxCategoryID(stored);
-        EXPECT_EQ(stored, c.storedAfterLoad) << Shape(c.forest);
+    const std::tuple<CProCategoryList, int, int, int, int> cases[] = {
+        {Forest({Node(5, "a"), Node(7, "b")}), 3, 7, 7, 8},
+        {Forest({Node(5, "a", {Node(70, "b")})}), 90, 90, 90, 91},
+        {Forest({reserved}), -1, 0, 0, 1},
+        {Forest({reserved, Node(7, "b")}), 21122112, 21122117, 21122112, 21122118},
+        {Forest({}), -5, -1, -1, 0},
+        {Forest({Node(21122118, "a")}), 3, 21122118, 21122118, 21122119}};
+    for (const auto& [forest, before, max, after, afterLoad] : cases) {
+        int stored = before;
+        EXPECT_EQ(forest.GetMaxCategoryID(stored), max);
+        EXPECT_EQ(stored, after);
+        stored = before;
+        forest.RaiseMaxCategoryID(stored);
+        EXPECT_EQ(stored, afterLoad) << Shape(forest);
     }
     int stored = std::numeric_limits<int>::max();
     Forest({}).RaiseMaxCategoryID(stored);
     EXPECT_EQ(stored, std::numeric_limits<int>::max());
 }
 
+TEST(CategoryList, GivesNoIDThatNotesNameThoughTheForestHasLostIt) {
+    CProCategoryList forest = Forest({Node(5, "a")});
+    for (const int32_t lost : {7, 8, 2147483647})
+        forest.IndexNote(50, Node(lost, "lost"), 1);
+    const CProCategoryList copy = forest;
+    for (const auto& [counter, id] : {std::pair(3, 6), {6, 9}, {9, 10}, {2147483646, 4}}) {
+        int stored = counter;
+        EXPECT_EQ(forest.NewID(stored), id);
+        EXPECT_EQ(copy.NewID(stored), id);
+    }
+}
+
 TEST(CategoryList, FilesANoteByItsDeepestID) {
-    struct Case {
-        CProCategoryTree path;
-        int32_t category;  // -1: nowhere
-    };
-    const Case cases[] = {{CProCategoryTree(), kUnassignedID},
-                          {Node(0, "named"), kUnassignedID},
-                          {Chain({"wrong", "names", "all"}, 1), 3},
-                          {Node(1, "A", {Node(-1, "B")}), 1},
-                          {Node(-1, "", {Node(2, "B")}), 2},
-                          {Node(1, "A", {Node(2, "B"), Node(4, "D")}), 4},
-                          {Node(1, "A", {Node(2, "B", {Node(-1, "C")}), Node(4, "D")}), 2},
-                          {Node(77, "unknown"), -1},
-                          {Node(1, "A", {Node(77, "unknown")}), -1}};
-    for (const Case& c : cases) {
+    const std::pair<CProCategoryTree, int32_t> cases[] = {
+        {CProCategoryTree(), kUnassignedID},
+        {Node(0, "named"), kUnassignedID},
+        {Chain({"wrong", "names", "all"}, 1), 3},
+        {Node(1, "A", {Node(-1, "B")}), 1},
+        {Node(-1, "", {Node(2, "B")}), 2},
+        {Node(1, "A", {Node(2, "B"), Node(4, "D")}), 4},
+        {Node(1, "A", {Node(2, "B", {Node(-1, "C")}), Node(4, "D")}), 2},
+        {Node(77, "unknown"), -1},
+        {Node(1, "A", {Node(77, "unknown")}), -1}};
+    for (const auto& [path, category] : cases) {  // -1: nowhere
         CProCategoryList forest = Forest({Node(1, "A", {Node(2, "B", {Node(3, "C")}), Node(4, "D")}),
                                           CProCategoryTree(kUnassignedID, kUnassignedName)});
-        forest.IndexNote(50, c.path, 2);
-        forest.IndexNote(0, c.path, 2);
+        forest.IndexNote(50, path, 2);
+        forest.IndexNote(0, path, 2);
         for (const int32_t id : {1, 2, 3, 4, kUnassignedID}) {
             bool holds = false;
-            for (const CProCategoryTree* at = forest.FindByID(c.category); at; at = at->parent)
+            for (const CProCategoryTree* at = forest.FindByID(category); at; at = at->parent)
                 holds = holds || at->id == id;
             EXPECT_EQ(forest.FindByID(id)->notes, (SetLists{LongList{}, holds ? LongList{50} : LongList{}, LongList{}}))
-                << Shape(c.path) << " in " << id;
+                << Shape(path) << " in " << id;
         }
     }
 }

@@ -51,39 +51,33 @@ TEST(CategoryMerge, FindsWhatThePathsBeforeHaveMade) {
     EXPECT_TRUE(IsLinked(forest.Roots()[0]));
 }
 
-struct OldEntry {
-    int32_t level;
-    const char* name;
-};
+using OldEntry = std::pair<int32_t, const char*>;  // its level and its name
 
 void WriteOldPath(RecordWriter& writer, const std::vector<OldEntry>& entries) {
     WriteFixedInt(&writer, static_cast<int32_t>(entries.size()));
-    for (const OldEntry& entry : entries) {
-        WriteFixedInt(&writer, entry.level);
-        WriteCountedString(&writer, entry.name);
+    for (const auto& [level, name] : entries) {
+        WriteFixedInt(&writer, level);
+        WriteCountedString(&writer, name);
         WriteCountedString(&writer, "parent");
     }
 }
 
 TEST(OldCategory, BecomesAChainByItsLevels) {
-    struct Case {
-        std::vector<OldEntry> entries;
-        std::vector<std::string> chain;
-    };
-    const Case cases[] = {{{{0, "A"}, {1, "B"}}, {"A", "B"}},
-                          {{{2, "C"}, {1, "B"}, {0, "A"}}, {"A", "B", "C"}},
-                          {{{0, "A"}, {0, "other"}, {2, "C"}}, {"A"}},
-                          {{{0, "A"}, {1, "<UNASSIGNED>"}, {2, "C"}}, {"A"}},
-                          {{{0, "A"}, {1, "<unassigned>"}}, {"A", "<unassigned>"}},
-                          {{{0, "<UNASSIGNED>"}}, {}},
-                          {{{1, "B"}}, {}},
-                          {{}, {}}};
-    for (const Case& c : cases) {
+    const std::pair<std::vector<OldEntry>, std::vector<std::string>> cases[] = {
+        {{{0, "A"}, {1, "B"}}, {"A", "B"}},
+        {{{2, "C"}, {1, "B"}, {0, "A"}}, {"A", "B", "C"}},
+        {{{0, "A"}, {0, "other"}, {2, "C"}}, {"A"}},
+        {{{0, "A"}, {1, "<UNASSIGNED>"}, {2, "C"}}, {"A"}},
+        {{{0, "A"}, {1, "<unassigned>"}}, {"A", "<unassigned>"}},
+        {{{0, "<UNASSIGNED>"}}, {}},
+        {{{1, "B"}}, {}},
+        {{}, {}}};
+    for (const auto& [entries, chain] : cases) {
         RecordWriter writer;
-        WriteOldPath(writer, c.entries);
+        WriteOldPath(writer, entries);
         WriteFixedInt(&writer, 4711);
         RecordReader reader(writer.DiskBytes());
-        EXPECT_EQ(Shape(ReadOldPathAsChain(&reader)), Shape(Chain(c.chain)));
+        EXPECT_EQ(Shape(ReadOldPathAsChain(&reader)), Shape(Chain(chain)));
         EXPECT_EQ(ReadFixedInt(&reader), 4711);
     }
 }

@@ -19,22 +19,19 @@ TEST(CategoryTree, SkipsANumberBehindEachChild) {
 }
 
 TEST(CategoryTree, NeverGetsANumberThatItMustNotHave) {
-    struct Case {
-        int64_t first;
-        const char* numbered;
-    };
-    const Case cases[] = {{int64_t{kHighestID} - 1, "2147483646:A(2147483647:B(4:C),6:D)"},
-                          {int64_t{kHighestID} + 1, "4:A(6:B(7:C),9:D)"},
-                          {kUnassignedID - 1, "21122111:A(21122113:B(21122114:C),21122117:D)"},
-                          {8, "4:A(9:B(10:C),13:D)"},
-                          {-1, "4:A(6:B(1:C),7:D)"}};
-    for (const Case& c : cases) {
+    const std::pair<int64_t, const char*> cases[] = {
+        {int64_t{kHighestID} - 1, "2147483646:A(2147483647:B(4:C),6:D)"},
+        {int64_t{kHighestID} + 1, "4:A(6:B(7:C),9:D)"},
+        {kUnassignedID - 1, "21122111:A(21122113:B(21122114:C),21122117:D)"},
+        {8, "4:A(9:B(10:C),13:D)"},
+        {-1, "4:A(6:B(1:C),7:D)"}};
+    for (const auto& [first, numbered] : cases) {
         CategoryIDs ids;
         for (const int32_t used : {5, 8, 12})
             ids.MarkUsed(used);
         CProCategoryTree tree = Node(-1, "A", {Node(-1, "B", {Node(-1, "C")}), Node(-1, "D")});
-        tree.Renumber(c.first, ids);
-        EXPECT_EQ(Shape(tree), c.numbered);
+        tree.Renumber(first, ids);
+        EXPECT_EQ(Shape(tree), numbered);
         EXPECT_TRUE(IsLinked(tree));
     }
 }
@@ -66,11 +63,7 @@ TEST(CategoryTree, FindsByNameWithoutCaseAmongItsChildren) {
 }
 
 TEST(CategoryTree, OrdersPathsByTrimmedNamesWithoutCase) {
-    struct Case {
-        CProCategoryTree a, b;
-        bool less, greater;
-    };
-    const Case cases[] = {
+    const std::tuple<CProCategoryTree, CProCategoryTree, bool, bool> cases[] = {
         {Chain({"  apple"}, 1), Chain({"Banana"}, 2), true, false},
         {Chain({"APPLE"}, 1), Chain({"apple "}, 2), false, false},
         {Chain({"Apple"}, 1), Chain({"apple", "Core"}, 5), true, false},
@@ -82,9 +75,9 @@ TEST(CategoryTree, OrdersPathsByTrimmedNamesWithoutCase) {
         {Chain({"\xC4pfel"}, 1), Chain({"\xE4pfel"}, 1), false, false},
         {Chain({""}), Chain({"a"}, 1), true, false},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(c.a.IsLess(c.b), c.less) << Shape(c.a) << " < " << Shape(c.b);
-        EXPECT_EQ(c.b.IsLess(c.a), c.greater) << Shape(c.b) << " < " << Shape(c.a);
+    for (const auto& [a, b, less, greater] : cases) {
+        EXPECT_EQ(a.IsLess(b), less) << Shape(a) << " < " << Shape(b);
+        EXPECT_EQ(b.IsLess(a), greater) << Shape(b) << " < " << Shape(a);
     }
 }
 

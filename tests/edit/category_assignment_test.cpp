@@ -9,8 +9,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-
 using Path = std::vector<std::string>;
 
 class CategoryAssignmentTest : public EditFixture {
@@ -173,11 +171,8 @@ TEST_F(CategoryAssignmentTest, ASaveIsRefusedWhoseCategoriesCantBeWritten) {
 }
 
 TEST_F(CategoryAssignmentTest, WhatAnotherEditorHasSavedMeanwhileIsNeitherReplacedNorDoubled) {
-    const struct {
-        Path others, own;
-        const char* saved;  ///< the own path
-        size_t more;        ///< categories than before
-    } cases[] = {
+    // What another editor and the own one hold, the own path behind the save, and how many more categories there are.
+    const std::tuple<Path, Path, const char*, size_t> cases[] = {
         {{"Fog"}, {"Reef"}, "L1: Reef\n", 2},
         {{"Fog", "Bells"}, {"Reef", "Horns"}, "L1: Reef\nL2: Horns\n", 4},
         {{"Fog", "Bells"}, {"Reef", "Bells", "Old"}, "L1: Reef\nL2: Bells\nL3: Old\n", 5},
@@ -195,28 +190,28 @@ TEST_F(CategoryAssignmentTest, WhatAnotherEditorHasSavedMeanwhileIsNeitherReplac
             all += count(node.children);
         return all;
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.saved);
+    for (const auto& [others, own, saved, more] : cases) {
+        SCOPED_TRACE(saved);
         book.categories = before;
         settings.Set(Option::MaxCategoryID, 3);
-        CategoryAssignment other(book.categories, 3, prompts), own(book.categories, 3, prompts);
+        CategoryAssignment other(book.categories, 3, prompts), editor(book.categories, 3, prompts);
         other.Fill(CNote());
-        own.Fill(CNote());
-        Make(other, 1, c.others);
-        Make(own, 1, c.own);
-        Make(own, 3, c.own);
-        std::string others;
-        for (size_t level = 0; level < c.others.size(); ++level)
-            others += "L" + std::to_string(level + 1) + ": " + c.others[level] + "\n";
-        const CNote otherNote = SavedNew(other), note = SavedNew(own);
+        editor.Fill(CNote());
+        Make(other, 1, others);
+        Make(editor, 1, own);
+        Make(editor, 3, own);
+        std::string path;
+        for (size_t level = 0; level < others.size(); ++level)
+            path += "L" + std::to_string(level + 1) + ": " + others[level] + "\n";
+        const CNote otherNote = SavedNew(other), note = SavedNew(editor);
         const OpenNoteBook fresh = Reloaded();
-        EXPECT_EQ(NotePlaces(fresh.categories, 1).at(otherNote.id)->GetPathText(), others);
+        EXPECT_EQ(NotePlaces(fresh.categories, 1).at(otherNote.id)->GetPathText(), path);
         for (const int set : {1, 3}) {
             const CProCategoryTree& place = *NotePlaces(fresh.categories, set).at(note.id);
-            EXPECT_EQ(place.GetPathText(), c.saved);
+            EXPECT_EQ(place.GetPathText(), saved);
             EXPECT_TRUE(note.categories[static_cast<size_t>(set - 1)].IsSameTree(PathTo(place)));
         }
-        EXPECT_EQ(count(fresh.categories.Roots()), count(before.Roots()) + c.more);
+        EXPECT_EQ(count(fresh.categories.Roots()), count(before.Roots()) + more);
         EXPECT_GE(settings.Int(Option::MaxCategoryID), fresh.categories.HighestID());
     }
 }

@@ -8,8 +8,6 @@
 namespace lore {
 namespace {
 
-using testing::IsEmpty;
-
 /// Lights (Lenses) and Places; notes 1 and 2 in Lenses in two files, 3 in Places, 4 nowhere that the forest knows.
 class CategoryChangesTest : public EditFixture {
 protected:
@@ -29,6 +27,12 @@ protected:
         Stored(fourth);
     }
     CategoryTrees Trees() { return CategoryTrees(book.categories, maxCategoryID, prompts); }
+    CProCategoryList Without(int32_t category) {
+        CategoryTrees trees = Trees();
+        prompts.answers = {PromptAnswer::Yes};
+        trees.DeleteCategory(category);
+        return trees.Forest();
+    }
     std::string Path(const std::string& file, int32_t id, size_t set = 0) {
         for (const CNote& note : NotesIn(file))
             if (note.id == id)
@@ -53,10 +57,7 @@ protected:
 };
 
 TEST_F(CategoryChangesTest, APathThatTheForestDoesntKnowStays) {
-    CategoryTrees trees = Trees();
-    prompts.answers = {PromptAnswer::Yes};
-    trees.DeleteCategory(5);
-    EXPECT_EQ(SaveCategoryTrees(world, trees.Forest()).notes.changed, (LongList{3, 4}));
+    EXPECT_EQ(SaveCategoryTrees(world, Without(5)).notes.changed, (LongList{3, 4}));
     EXPECT_EQ(Path(day, 4), "77:Gone");
     EXPECT_EQ(Path(day, 4, 1), "-1:") << "unassigned now";
     EXPECT_EQ(Path(day, 3), "-1:");
@@ -66,12 +67,9 @@ TEST_F(CategoryChangesTest, APathThatTheForestDoesntKnowStays) {
 TEST_F(CategoryChangesTest, NotesInSyncAreStampedInOneWrite) {
     Link();
     for (const int32_t id : {1, 2}) {
-        CSyncInfo record;
-        record.NoteKey = "{G" + std::to_string(id) + "}";
-        record.SyncState = id == 1 ? kStoredTrue : -1;
-        record.Changed = false;
-        record.KeyWordsChanged = DateTime(2001, 1, 1);
-        book.syncLog.ReplaceSyncInfo(record);
+        const int32_t state = id == 1 ? kStoredTrue : -1;
+        const std::string key = "{G" + std::to_string(id) + "}";
+        book.syncLog.ReplaceSyncInfo({id, state, -1, false, key, "", {}, {}, {}, DateTime(2001, 1, 1), {}});
     }
     const DateTime edited = NotesIn(first)[0].dateEdited;
     CategoryTrees trees = Trees();
@@ -79,8 +77,7 @@ TEST_F(CategoryChangesTest, NotesInSyncAreStampedInOneWrite) {
     EXPECT_EQ(SaveCategoryTrees(world, trees.Forest()).notes.changed, (LongList{1, 2, 3}));
     EXPECT_EQ(NotesIn(first)[0].dateEdited, edited);
     EXPECT_EQ(Shape(book.categories), Shape(Reloaded().categories));
-    SyncLog read;
-    LoadSyncLogFrom(book.paths.SyncLog(), read);
+    const SyncLog read = StoredLog();
     EXPECT_EQ(read.FindSyncInfo("{G1}")->CategoriesChanged, clock.now);
     EXPECT_EQ(read.FindSyncInfo("{G1}")->KeyWordsChanged, DateTime(2001, 1, 1));
     EXPECT_TRUE(read.FindSyncInfo("{G1}")->Changed);
@@ -90,28 +87,24 @@ TEST_F(CategoryChangesTest, NotesInSyncAreStampedInOneWrite) {
 }
 
 TEST_F(CategoryChangesTest, NothingChangesWhereTheCategoriesCantBeWritten) {
-    CategoryTrees trees = Trees();
-    prompts.answers = {PromptAnswer::Yes};
-    trees.DeleteCategory(3);
+    const CProCategoryList forest = Without(3);
     const std::string bytes = folder.Bytes(first), shape = Shape(book.categories);
     Block(book.paths.Categories());
-    EXPECT_FALSE(SaveCategoryTrees(world, trees.Forest()).saved);
+    EXPECT_FALSE(SaveCategoryTrees(world, forest).saved);
     EXPECT_EQ(faults.faults.size(), 1u);
     EXPECT_EQ(folder.Bytes(first), bytes);
     EXPECT_EQ(Shape(book.categories), shape);
     Unblock(book.paths.Categories());
-    EXPECT_TRUE(SaveCategoryTrees(world, trees.Forest()).saved);
+    EXPECT_TRUE(SaveCategoryTrees(world, forest).saved);
     EXPECT_EQ(Path(first, 1), "-1:");
 }
 
 TEST_F(CategoryChangesTest, ANoteThatCantBeWrittenKeepsItsCategory) {
-    CategoryTrees trees = Trees();
-    prompts.answers = {PromptAnswer::Yes};
-    trees.DeleteCategory(3);
+    const CProCategoryList forest = Without(3);
     const std::string bytes = folder.Bytes(second);
     std::filesystem::rename(book.paths.NoteFile(second), book.paths.NoteFile("kept"));
     Block(book.paths.NoteFile(second));
-    const SavedCategories result = SaveCategoryTrees(world, trees.Forest());
+    const SavedCategories result = SaveCategoryTrees(world, forest);
     EXPECT_EQ(result.notes.failed, LongList{2});
     EXPECT_FALSE(faults.faults.empty());
     Unblock(book.paths.NoteFile(second));
@@ -121,10 +114,7 @@ TEST_F(CategoryChangesTest, ANoteThatCantBeWrittenKeepsItsCategory) {
     for (const OpenNoteBook& picture : {std::cref(book).get(), Reloaded()})
         EXPECT_EQ(Counts(picture.categories), "Places=1 <UNASSIGNED>=1 Lights=1 Lenses=1 ");
     faults.faults.clear();
-    CategoryTrees again = Trees();
-    prompts.answers = {PromptAnswer::Yes};
-    again.DeleteCategory(3);
-    EXPECT_EQ(SaveCategoryTrees(world, again.Forest()).notes.changed, LongList{2});
+    EXPECT_EQ(SaveCategoryTrees(world, Without(3)).notes.changed, LongList{2});
     EXPECT_EQ(Counts(Reloaded().categories), "Places=1 <UNASSIGNED>=2 ");
     EXPECT_THAT(faults.faults, IsEmpty());
 }

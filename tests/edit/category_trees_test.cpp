@@ -1,18 +1,14 @@
 #include "edit/category_trees.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
 
 #include "classify/category_edit.h"
 #include "classify/forest_builder.h"
+#include "support/matchers.h"
 #include "support/scripted_ports.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 constexpr PromptAnswer kYes = PromptAnswer::Yes, kNo = PromptAnswer::No;
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <gmock/gmock.h>
 #include <string>
 #include <vector>
 
+#include "bibliography/source_builder.h"
 #include "edit/edit_note_session.h"
 #include "edit/sync_record.h"
 #include "notes/note_book_loader.h"
@@ -11,6 +11,7 @@
 #include "notes/note_filing.h"
 #include "notes/note_store.h"
 #include "support/each.h"
+#include "support/matchers.h"
 #include "support/note_reading.h"
 #include "support/scripted_ports.h"
 
@@ -20,17 +21,10 @@ namespace lore {
 class EditFixture : public testing::Test {
 protected:
     EditFixture() {
-        for (const int32_t id : {1011, 1012}) {
-            CSource source;
-            source.SourceID = id;
-            source.SourceGUID = "{Source-" + std::to_string(id) + "}";
-            source.SourceType = 1;
-            source.FieldTexts[0] = "Title " + std::to_string(id);
-            book.sources.AddTail(source);
-        }
-        CProCategoryTree lights(3, "Lights");
-        lights.AddChild({4, "Lenses"});
-        book.categories.AddRoot(lights);
+        book.paths = folder.paths;
+        for (const int32_t id : {1011, 1012})
+            book.sources.AddTail(TitledSource(id, "Title " + std::to_string(id)));
+        book.categories.AddRoot(PathOf({{3, "Lights"}, {4, "Lenses"}}));
         book.categories.AddRoot({5, "Places"});
         book.categories.AddRoot({kUnassignedID, kUnassignedName});
         EXPECT_TRUE(book.sources.SaveSources(book.paths.Sources(), book.authors).Ok());
@@ -63,6 +57,11 @@ protected:
     const LongList& NotesOf(int32_t category, int set = 1) {
         return book.categories.FindByID(category)->notes[static_cast<size_t>(set - 1)];
     }
+    SyncLog StoredLog() const {
+        SyncLog log;
+        LoadSyncLogFrom(book.paths.SyncLog(), log);
+        return log;
+    }
     void Link() {
         book.syncLog.link.Linked = kStoredTrue;
         book.syncLog.link.OnlineName = "Online";
@@ -70,11 +69,7 @@ protected:
     void Unblock(const std::filesystem::path& path) { std::filesystem::remove_all(path); }
 
     NoteBookFolder folder;
-    OpenNoteBook book = [this] {
-        OpenNoteBook made;
-        made.paths = folder.paths;
-        return made;
-    }();
+    OpenNoteBook book;
     Settings settings;
     ScriptedPrompts prompts;
     ScriptedProgress progress;

@@ -5,9 +5,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// A text control that tells in which order it was asked.
 class WatchedText : public NoteTextControl {
 public:
@@ -91,6 +88,7 @@ TEST_F(EditNoteSessionTest, ASavedNewNoteStandsEverywhereAndOnTheDisk) {
     EXPECT_EQ(read.dateCreated, clock.now);
     EXPECT_EQ(read.dateEdited, clock.now);
     EXPECT_EQ(RecordOf(read), RecordOf(session.note));
+    EXPECT_FALSE(std::filesystem::exists(book.paths.SyncLog())) << "it isn't linked";
 }
 
 TEST_F(EditNoteSessionTest, AnEmptyTextStopsTheSaveBeforeAnythingHappens) {
@@ -211,8 +209,7 @@ std::string EditNoteSessionTest::Stamps(const std::function<void(EditNoteSession
     change(session, rtf);
     WatchedText text(note.plainText, rtf);
     EXPECT_EQ(session.SaveNote(text), SaveOutcome::Saved);
-    SyncLog read;
-    LoadSyncLogFrom(book.paths.SyncLog(), read);
+    const SyncLog read = StoredLog();
     const CSyncInfo* const after = read.FindSyncInfo(note.guid);
     if (!after)
         return "none";
@@ -292,12 +289,6 @@ TEST_F(EditNoteSessionTest, WhereNotesWaitTheLogOnTheDiskWaitsToo) {
     EXPECT_NE(book.syncLog.FindSyncInfo(session.note.guid), nullptr);
     EXPECT_FALSE(std::filesystem::exists(book.paths.SyncLog()));
     EXPECT_THAT(NotesIn("DAY03142026.dat"), IsEmpty());
-}
-
-TEST_F(EditNoteSessionTest, AnUnlinkedNoteBookHasNoLog) {
-    EditNoteSession session = EditNoteSession::ForNewNote(world, nullptr);
-    ASSERT_EQ(Save(session, "Text"), SaveOutcome::Saved);
-    EXPECT_FALSE(std::filesystem::exists(book.paths.SyncLog()));
 }
 
 }  // namespace

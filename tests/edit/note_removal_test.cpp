@@ -9,10 +9,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
-
 class NoteRemovalTest : public EditFixture {
 protected:
     NoteRemovalTest() {
@@ -54,25 +50,22 @@ TEST_F(NoteRemovalTest, UndoBringsTheFilesBackByteForByte) {
 }
 
 TEST_F(NoteRemovalTest, AFileThatAnotherNoteNamesStaysForIt) {
-    const struct {
-        const char* name;
-        int32_t type;
-        bool keepsFile;
-    } cases[] = {{"0000001.txt", 2, true}, {"C:\\old\\0000001.txt", 1, true}, {"0000001.txt", 12, false}};
+    const std::tuple<const char*, int32_t, bool> cases[] = {
+        {"0000001.txt", 2, true}, {"C:\\old\\0000001.txt", 1, true}, {"0000001.txt", 12, false}};
     int32_t id = 10;
-    for (const auto& c : cases) {
+    for (const auto& [name, type, keepsFile] : cases) {
         for (const bool undoable : {true, false}) {
-            SCOPED_TRACE(std::string(c.name) + (undoable ? " undoable" : " for good"));
+            SCOPED_TRACE(std::string(name) + (undoable ? " undoable" : " for good"));
             CNote first = TextNote(++id, "First", {1011}), other = TextNote(++id, "Other", {1012});
             first.attachments = {{0, 1.0, "A", "0000001.txt", "", 2, true}, {0, 1.0, "B", "0000002.txt", "", 2, true}};
-            other.attachments = {{0, 1.0, "A", c.name, "", c.type, true}};
+            other.attachments = {{0, 1.0, "A", name, "", type, true}};
             removal.DeleteNotes(LongList{1}, false);
             Stored(first);
             Stored(other);
             PutBytes(Attached(), "attached");
             PutBytes(book.paths.Attachments() / "0000002.txt", "own");
             const DeletedNotes deleted = removal.DeleteNotes(LongList{first.id}, undoable);
-            EXPECT_EQ(std::filesystem::exists(Attached()), c.keepsFile);
+            EXPECT_EQ(std::filesystem::exists(Attached()), keepsFile);
             EXPECT_FALSE(std::filesystem::exists(book.paths.Attachments() / "0000002.txt"));
             if (undoable) {
                 EXPECT_FALSE(removal.RestoreNotes(deleted).Contains(first.id));
@@ -90,20 +83,17 @@ TEST_F(NoteRemovalTest, WithoutALookAtAllOtherNotesNoFileGoes) {
     const std::filesystem::path stray = book.paths.NoteFile("stray.dat");
     ScriptedBackground background;
     NoteRemoval beside(book, context, faults, nullptr, &background);
-    const struct {
-        const char* what;
-        bool stops, isBlocked;
-        size_t told;
-    } cases[] = {{"stopped", true, false, 1}, {"a file can't be read", false, true, 2}};
-    for (const auto& c : cases) {
+    const std::tuple<const char*, bool, bool, size_t> cases[] = {{"stopped", true, false, 1},
+                                                                 {"a file can't be read", false, true, 2}};
+    for (const auto& [what, stops, isBlocked, told] : cases) {
         for (const bool undoable : {true, false}) {
-            SCOPED_TRACE(std::string(c.what) + (undoable ? " undoable" : " for good"));
-            background.stops = c.stops;
-            if (c.isBlocked)
+            SCOPED_TRACE(std::string(what) + (undoable ? " undoable" : " for good"));
+            background.stops = stops;
+            if (isBlocked)
                 std::filesystem::create_symlink(stray.filename(), stray);  // leads to itself
             const DeletedNotes deleted = beside.DeleteNotes(LongList{1}, undoable);
             EXPECT_THAT(IDs(deleted), ElementsAre(1));
-            EXPECT_EQ(faults.faults.size(), c.told);
+            EXPECT_EQ(faults.faults.size(), told);
             EXPECT_EQ(BytesOf(Attached()), "attached");
             EXPECT_FALSE(removal.RestoreNotes(deleted).Contains(1));
             EXPECT_EQ(BytesOf(Attached()), "attached");
@@ -160,14 +150,9 @@ TEST_F(NoteRemovalTest, ANoteWhoseFileCantBeWrittenStaysWhole) {
 
 TEST_F(NoteRemovalTest, ALinkedNoteBookKeepsTheRecordAndMarksIt) {
     Link();
-    CSyncInfo record;
-    record.NoteKey = "{G1}";
-    record.SyncState = kStoredTrue;
-    record.Changed = false;
-    book.syncLog.ReplaceSyncInfo(record);
+    book.syncLog.ReplaceSyncInfo({1, kStoredTrue, -1, false, "{G1}", "", {}, {}, {}, {}, {}});
     removal.DeleteNotes(LongList{1, 2}, false);
-    SyncLog read;
-    LoadSyncLogFrom(book.paths.SyncLog(), read);
+    const SyncLog read = StoredLog();
     ASSERT_EQ(read.Records().size(), 1u);
     EXPECT_TRUE(read.Records()[0].Changed);
     EXPECT_EQ(read.Records()[0].Change1, clock.now);

@@ -13,9 +13,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// A note with the number 5, written on a day in January 2021.
 CNote Five(const std::string& guid, int32_t source, int day) {
     CNote note = TextNote(5, "Text of " + guid, {source});
@@ -46,11 +43,7 @@ TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
     const std::string first = "SRC0000001011.dat", second = "SRC0000001012.dat", stray = "copied.dat";
     const CNote shown = Five("{A}", 1011, 9), near = Five("{B}", 1011, 30), far = Five("{C}", 1012, 4);
     CNote other = TextNote(6, "Text of {G6}", {1011});
-    const struct {
-        const char* what;
-        std::map<std::string, std::vector<CNote>> files;
-        size_t notes;
-    } cases[] = {
+    const std::tuple<const char*, std::map<std::string, std::vector<CNote>>, size_t> cases[] = {
         {"in one file", {{first, {shown, other, near}}}, 3},
         {"in two files", {{first, {shown}}, {second, {far}}}, 2},
         {"three in two files", {{first, {shown, near}}, {second, {far}}}, 3},
@@ -58,12 +51,12 @@ TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
         {"with a copy of the other one", {{first, {shown}}, {second, {far}}, {stray, {far}}}, 2},
         {"in a file of copies", {{first, {shown, other}}, {stray, {other, far, shown}}}, 3},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, before, count] : cases) {
+        SCOPED_TRACE(what);
         ClearNotes();
-        for (const auto& [name, notes] : c.files)
+        for (const auto& [name, notes] : before)
             folder.Put(name, notes);
-        const int before = counters.MaxNoteID;
+        const int highest = counters.MaxNoteID;
         EXPECT_FALSE(Repaired().empty());
         std::set<int32_t> ids;
         std::set<std::string> seen;
@@ -71,12 +64,12 @@ TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
             ids.insert(note.id);
             EXPECT_TRUE(seen.insert(note.guid).second) << "twice: " << note.guid;
             EXPECT_EQ(note.plainText, "Text of " + note.guid);
-            EXPECT_TRUE(note.guid == "{A}" ? note.id == 5 : note.guid == "{G6}" ? note.id == 6 : note.id > before);
+            EXPECT_TRUE(note.guid == "{A}" ? note.id == 5 : note.guid == "{G6}" ? note.id == 6 : note.id > highest);
             EXPECT_LE(note.id, counters.MaxNoteID);
         }
-        EXPECT_EQ(ids.size(), c.notes);
-        EXPECT_EQ(seen.size(), c.notes);
-        EXPECT_EQ(Reloaded().TotalNoteCount(), c.notes);
+        EXPECT_EQ(ids.size(), count);
+        EXPECT_EQ(seen.size(), count);
+        EXPECT_EQ(Reloaded().TotalNoteCount(), count);
         EXPECT_THAT(CheckNoteBook(book.paths, world.Context(), faults), IsEmpty());
         const auto files = AllFiles();
         EXPECT_THAT(Repaired(), IsEmpty()) << "once more";
@@ -144,10 +137,7 @@ TEST_F(RepairNoteBookTest, TheSyncLogAndTheDraftOfARenumberedNoteFollow) {
     const DraftStore drafts(book.paths);
     for (const CNote& note : {shown, hidden}) {
         log.Add(NewSyncRecord(note, clock.now));
-        Draft draft;
-        draft.note = note;
-        draft.baseEdited = note.dateEdited;
-        draft.written = clock.now;
+        Draft draft{note, note.dateEdited, clock.now};
         draft.note.rtfText = Rtf("Unsaved");
         ASSERT_TRUE(drafts.WriteDraft(draft).Ok());
     }
@@ -155,7 +145,7 @@ TEST_F(RepairNoteBookTest, TheSyncLogAndTheDraftOfARenumberedNoteFollow) {
     EXPECT_EQ(Repaired().size(), 1u);
     const int32_t id = NotesIn("SRC0000001012.dat").at(0).id;
     EXPECT_NE(id, 5);
-    LoadSyncLogFrom(book.paths.SyncLog(), log);
+    log = StoredLog();
     ASSERT_EQ(log.Records().size(), 2u);
     EXPECT_EQ(log.FindSyncInfo("{A}")->NoteId, 5);
     EXPECT_EQ(log.FindSyncInfo("{C}")->NoteId, id);
@@ -175,16 +165,13 @@ TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
     CNote note = TextNote(7, "In places", {1011});
     note.categories[1] = PathOf({{5, "Places"}});
     Stored(note);
-    const struct {
-        const char* what;
-        std::string damaged;
-        size_t repairs;
-    } cases[] = {{"with more", whole + "junk", 1}, {"cut", whole.substr(0, whole.find("Places") - 40), 2}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        PutBytes(book.paths.Categories(), c.damaged);
+    const std::tuple<const char*, std::string, size_t> cases[] = {
+        {"with more", whole + "junk", 1}, {"cut", whole.substr(0, whole.find("Places") - 40), 2}};
+    for (const auto& [what, damaged, count] : cases) {
+        SCOPED_TRACE(what);
+        PutBytes(book.paths.Categories(), damaged);
         const std::vector<Repair> repairs = Repaired();
-        ASSERT_EQ(repairs.size(), c.repairs);
+        ASSERT_EQ(repairs.size(), count);
         EXPECT_EQ(repairs[0].file, book.paths.Categories().string());
         EXPECT_THAT(repairs[0].text, testing::StartsWith("was written anew"));
         EXPECT_THAT(faults.faults, IsEmpty());
@@ -192,9 +179,10 @@ TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
         const int32_t id = DeepestCategoryID(stored.categories[1]);
         EXPECT_EQ(NotePlaces(Reloaded().categories, 2).at(7)->id, id);
         EXPECT_EQ(Reloaded().categories.FindByID(id)->name, "Places");
+        EXPECT_EQ(Reloaded().categories.FindRootByName(""), nullptr) << "made up behind the end of the file";
         EXPECT_THAT(CheckNoteBook(book.paths, world.Context(), faults), IsEmpty());
         const std::filesystem::path kept = book.paths.Categories().string() + ".kept";
-        EXPECT_EQ(BytesOf(kept), c.damaged);
+        EXPECT_EQ(BytesOf(kept), damaged);
         EXPECT_TRUE(Reloaded().categories.ReadWhole());
         std::filesystem::remove(kept);
         const auto files = AllFiles();
@@ -203,22 +191,33 @@ TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
     }
 }
 
+TEST_F(RepairNoteBookTest, LostCategoriesComeBackEachWithItsOwnNotes) {
+    counters.MaxCategoryID = 5;  // as if the settings had been lost too
+    for (const int32_t lost : {6, 7, 8, 9}) {
+        CNote note = TextNote(1000 + lost, "Kept", {1011});
+        note.categories[0] = PathOf({{lost, "Old " + std::to_string(lost)}});
+        Stored(note);
+    }
+    EXPECT_EQ(Repaired().size(), 4u);
+    const OpenNoteBook now = Reloaded();
+    for (const int32_t lost : {6, 7, 8, 9}) {
+        const CProCategoryTree* const root = now.categories.FindRootByName("Old " + std::to_string(lost));
+        ASSERT_TRUE(root);
+        EXPECT_EQ(root->notes[0], LongList{1000 + lost});
+    }
+}
+
 TEST_F(RepairNoteBookTest, AFileThatCantBeKeptOrIsDamagedKeepsItsNumbers) {
     const std::string name = "SRC0000001011.dat";
-    const struct {
-        const char* what;
-        std::string rest;
-        bool isKept;
-    } cases[] = {{"not kept", "", false}, {"damaged", "rest of a note", true}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const bool isKept : {false, true}) {
+        const std::string rest = isKept ? "rest of a damaged note" : "";
         PutBytes(book.paths.NoteFile(name),
-                 NoteFileBytes(std::vector<CNote>{Five("{A}", 1011, 9), Five("{B}", 1011, 3)}) + c.rest);
+                 NoteFileBytes(std::vector<CNote>{Five("{A}", 1011, 9), Five("{B}", 1011, 3)}) + rest);
         const std::string before = folder.Bytes(name);
         OpenNoteBook loaded = Reloaded();
         const ReadContext context = world.Context();
         EXPECT_THAT(RenumberSharedNotes(loaded, counters.MaxNoteID, context, faults,
-                                        [&](const std::string&) { return c.isKept; }),
+                                        [&](const std::string&) { return isKept; }),
                     IsEmpty());
         EXPECT_EQ(folder.Bytes(name), before);
     }

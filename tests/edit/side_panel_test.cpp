@@ -5,8 +5,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-
 class KeyWordPickerTest : public EditFixture {
 protected:
     KeyWordPickerTest() {

@@ -5,8 +5,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-
 class SourceRowsTest : public EditFixture {
 protected:
     std::vector<int32_t> IDs() const {
@@ -43,18 +41,17 @@ TEST_F(SourceRowsTest, UnknownAndRepeatedSourcesAreDropped) {
 }
 
 TEST_F(SourceRowsTest, AListThatWasNotReadWholeCostsANoteNoSource) {
-    struct Case {
-        LongList stored;
-        std::vector<std::string> written;
-    };
     book.sources.MarkIncomplete();
-    for (const Case& c : {Case{{1011, 99, 1012}, {"1011", "1012", "99", "{source-1011}=p. 7", "{GONE}= p. 4"}},
-                          Case{{99, 1011, 98}, {"99", "1011", "98", "{source-1011}=p. 7", "{GONE}= p. 4"}},
-                          Case{{-5, 99, 99}, {"99", "{GONE}= p. 4"}}, Case{{1011}, {"1011", "{source-1011}=p. 7"}}}) {
-        CNote note = SourceNote(1, c.stored);
+    const std::pair<LongList, std::vector<std::string>> cases[] = {
+        {{1011, 99, 1012}, {"1011", "1012", "99", "{source-1011}=p. 7", "{GONE}= p. 4"}},
+        {{99, 1011, 98}, {"99", "1011", "98", "{source-1011}=p. 7", "{GONE}= p. 4"}},
+        {{-5, 99, 99}, {"99", "{GONE}= p. 4"}},
+        {{1011}, {"1011", "{source-1011}=p. 7"}}};
+    for (const auto& [stored, written] : cases) {
+        CNote note = SourceNote(1, stored);
         note.sourceInfo = {{"{Source-1012}", ""}, {"{source-1011}", "p. 7"}, {"{GONE}", " p. 4"}};
         rows.Fill(note, true);
-        EXPECT_THAT(Written(), testing::ElementsAreArray(c.written));
+        EXPECT_EQ(Written(), written);
     }
     rows.Fill(SourceNote(1, {1011, 99}), true);
     rows.ClearSources();
@@ -117,13 +114,11 @@ TEST_F(SourceRowsTest, RemovingTheFirstMakesTheNextTheMainSource) {
     EXPECT_THAT(Written(), ElementsAre("1011"));
     rows.ClearSources();
     EXPECT_TRUE(Written().empty());
-}
 
-TEST_F(SourceRowsTest, ARowGoesWithItsSource) {
     rows.Fill(SourceNote(1, {1012, 1011}), true);
     book.sources.RemoveSource(1012);
     rows.Refresh();
-    EXPECT_THAT(IDs(), ElementsAre(1011));
+    EXPECT_THAT(IDs(), ElementsAre(1011)) << "a row goes with its source";
 }
 
 }  // namespace

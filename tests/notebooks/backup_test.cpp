@@ -1,19 +1,14 @@
 #include "notebooks/backup.h"
 
-#include <gmock/gmock.h>
-
 #include "exchange/archive_notes.h"
 #include "exchange/zip_reader.h"
 #include "notebooks/backup_comparison.h"
 #include "notebooks/backup_file.h"
 #include "notebooks/notebooks_world.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr char kQuestion[] = "< Auto-Backup >? Do you wish to perform the auto-backup now?";
 constexpr char kFailed[] = "Backup Failed: The backup has failed, please contact support if problem persists.";
@@ -75,13 +70,10 @@ TEST(BackupFileName, GetsNameAndDateBeforeTheLastPoint) {
 TEST_F(BackupTest, PathTestLeavesWhatStandsThere) {
     PutBytes(folder / "real", "a backup");
     PutBytes(folder / "void", "");
-    EXPECT_TRUE(IsWritablePath(folder / "real"));
-    EXPECT_TRUE(IsWritablePath(folder / "void"));
-    EXPECT_TRUE(IsWritablePath(folder / "new.lbe"));
-    EXPECT_FALSE(IsWritablePath(folder / "none" / "new.lbe"));
-    EXPECT_FALSE(IsWritablePath(folder.Path()));
-    EXPECT_FALSE(IsWritablePath(""));
-    EXPECT_FALSE(IsWritablePath("/dev/null"));
+    for (const auto& path : {folder / "real", folder / "void", folder / "new.lbe"})
+        EXPECT_TRUE(IsWritablePath(path)) << path;
+    for (const std::filesystem::path& path : {folder / "none" / "new.lbe", folder.Path(), {}, {"/dev/null"}})
+        EXPECT_FALSE(IsWritablePath(path)) << path;
     std::filesystem::create_symlink("behind", folder / "link");
     EXPECT_TRUE(IsWritablePath(folder / "link"));
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
@@ -156,12 +148,6 @@ TEST_F(BackupTest, AutoBackupComesAtEachNthClose) {
     EXPECT_EQ(settings.Int(Option::BkUseCount), 1);
 }
 
-TEST_F(BackupTest, MenuCommandNeedsTheAutoBackupToBeEnabled) {
-    RunAutoBackup(World());
-    EXPECT_THAT(prompts.seen, ElementsAre("Auto-Backup Disabled: Your auto-backup is not enabled, please go to "
-                                          "Options->Auto-Backup to set it up."));
-}
-
 TEST_F(BackupTest, AutoBackupRemembersItsFilesAndDeletesThoseOfLastTime) {
     RunAuto(true);
     EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain]_(07-12-11).lbe", "notes[Thesis]_(07-12-11).lbe"));
@@ -220,7 +206,10 @@ TEST_F(BackupTest, FileThatIsNoBackupIsNeverDeleted) {
     EXPECT_THAT(Files(), Contains("thesis.odt"));
 }
 
-TEST_F(BackupTest, InvalidPathIsSaidAndNothingIsBackedUp) {
+TEST_F(BackupTest, AnAutoBackupThatIsOffOrHasAnInvalidPathIsSaidAndNothingIsBackedUp) {
+    RunAutoBackup(World());
+    EXPECT_THAT(prompts.seen, ElementsAre("Auto-Backup Disabled: Your auto-backup is not enabled, please go to "
+                                          "Options->Auto-Backup to set it up."));
     settings.Set(Option::BackupPath, (folder / "none" / "notes.lbe").string());
     RunAuto(false, PromptAnswer::Yes);
     EXPECT_THAT(prompts.seen, ElementsAre(kQuestion,
@@ -317,9 +306,7 @@ TEST_F(BackupTest, ComparisonFindsEachKindOfDifference) {
     }
     PutBytes(picture, "picture");
     EXPECT_TRUE(compares("good.lbe"));
-    CNote changed = DayNote(2, 5);
-    changed.keyWords = "fog";
-    PutNotes(thesis, {changed});
+    PutNotes(thesis, {WithKeyWords(DayNote(2, 5), "fog")});
     EXPECT_FALSE(compares("good.lbe"));
 }
 

@@ -1,25 +1,18 @@
 #include "notebooks/copy_notes.h"
 
-#include <gmock/gmock.h>
-
 #include "bibliography/source_builder.h"
 #include "notebooks/notebooks_world.h"
 #include "notes/check_notebook.h"
+#include "support/matchers.h"
 #include "support/note_reading.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 CSource Source(int32_t id, const std::string& guid, LongList authors, int32_t type = 1) {
-    CSource source;
-    source.SourceID = id;
+    CSource source = TitledSource(id, "Title of " + guid, type);
     source.SourceGUID = guid;
     source.AuthorIDs = std::move(authors);
-    source.SourceType = type;
-    source.FieldTexts[0] = "Title of " + guid;
     return source;
 }
 
@@ -37,11 +30,8 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
         authors.AddAuthor(Author(1, "", "", "Fresnel"));
         authors.AddAuthor(Author(2, "", "", "Smeaton"));
         authors.SaveAuthors(PathsOf(main).Authors());
-        CCustomSourceType type;
-        type.GUID = "{T1}";
-        type.name = "Logbook";
-        type.fields = {{CCustomSourceField::Title, CCustomSourceField::Period, "Title", "", false, false, false}};
-        type.date = context.nowUtc;
+        const CCustomSourceField title{CCustomSourceField::Title, CCustomSourceField::Period, "Title", ""};
+        const CCustomSourceType type{-1, "{T1}", "Logbook", {title}, context.nowUtc};
         CustomTypeList types;
         types.AddType(type);
         types.SaveTypes(PathsOf(main).SourceTypes());
@@ -145,6 +135,16 @@ TEST_F(CopyNotesTest, SecondCopyTakesThePlaceOfTheFirstAndDoublesNothing) {
     EXPECT_EQ(copy.sourceInfo[2].text, "only here");
 }
 
+TEST_F(CopyNotesTest, OfNotesWithItsGuidACopyReplacesThoseThatHoldItsText) {
+    CNote own = DayNote(600, 3), copied = DayNote(601, 4), replaced = DayNote(599, 5);
+    own.rtfText = "{\\rtf1 own words}";
+    for (CNote* const note : {&replaced, &own, &copied})
+        note->guid = DayNote(2, 9).guid;
+    PutNotes(target, {replaced, own, copied});
+    EXPECT_EQ(Copy({2}, target).copied, 1);
+    EXPECT_THAT(Each(NotesIn(target), &CNote::id), UnorderedElementsAre(500, 600, 1001));
+}
+
 TEST_F(CopyNotesTest, ANoteOfTheTargetThatWasEditedLaterStaysAndIsTold) {
     Copy({1, 2}, target);
     const std::filesystem::path file = PathsOf(target).NoteFile("SRC0000001301.dat");
@@ -191,12 +191,7 @@ TEST_F(CopyNotesTest, LinkedTargetIsLoggedWhileSyncIsEngaged) {
     SyncLog log;
     log.link.Linked = kStoredTrue;
     log.link.OnlineNoteBookID = 5;
-    CSyncInfo old;
-    old.NoteKey = "{G2}";
-    old.NoteId = 77;
-    old.OnlineNoteId = 88;
-    old.SyncState = kStoredTrue;
-    log.Add(old);
+    log.Add({77, kStoredTrue, 88, true, "{G2}", "", {}, {}, {}, {}, {}});
     SaveSyncLogTo(PathsOf(target).SyncLog(), log);
     const std::string before = BytesOf(PathsOf(target).SyncLog());
     Copy({2}, target);
@@ -309,9 +304,8 @@ TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteNamesAFileThatNoneWillBe) {
     ASSERT_EQ(faults.faults.size(), 1u);
     const CNote copy = FindNotes(Open(target).index, {1001}, context, faults).at(0);
     EXPECT_EQ(copy.attachments[0].storedFile, "0000000.PNG");
-    const std::vector<Finding> found = CheckNoteBook(PathsOf(target), context, faults);
-    EXPECT_TRUE(std::any_of(found.begin(), found.end(),
-                            [](const Finding& one) { return one.kind == FindingKind::AttachmentMissing; }));
+    EXPECT_THAT(Each(CheckNoteBook(PathsOf(target), context, faults), &Finding::kind),
+                Contains(FindingKind::AttachmentMissing));
 }
 
 TEST_F(CopyNotesTest, BoardCommandFindsTheTargetByIdAndSaysWhenItIsDone) {

@@ -1,10 +1,9 @@
 #include "notebooks/data_upgrade.h"
 
-#include <gmock/gmock.h>
-
 #include "classify/category_list.h"
 #include "notes/note_builder.h"
 #include "support/each.h"
+#include "support/matchers.h"
 #include "support/note_reading.h"
 #include "support/scripted_ports.h"
 
@@ -12,9 +11,6 @@ namespace lore {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 /// A data folder of a version that knew no NoteBooks.
 class OldFolder : public testing::Test {
@@ -34,11 +30,9 @@ protected:
     /// A file with one note of version 10.9, whose categories stand as a list.
     static std::string OldNotes(int32_t id, const std::vector<std::string>& path) {
         RawRecord raw;
-        raw.Real(10.9).Int(1).Int(id).Int(0).Text("2011-07-12-14-20-24").Text("2011-07-13-01-02-03").Text("{N}");
-        raw.Text("").Text("").Int(2112).Int(0).Text("plain").Text("rich").Int(static_cast<int32_t>(path.size()));
-        for (size_t level = 0; level < path.size(); ++level)
-            raw.Int(static_cast<int32_t>(level)).Text(path[level]).Text("");
-        return raw.Int(0).Int(0).Bytes();
+        raw.Real(10.9).Int(1);
+        AddOldNote(raw, id, {path, {}, {}});
+        return raw.Bytes();
     }
     void PutBytes(const fs::path& file, const std::string& bytes) {
         fs::create_directories(file.parent_path());
@@ -112,8 +106,7 @@ TEST_F(OldFolder, DamagedNoteFileKeepsItsBytesAndIsTold) {
     PutBytes(root / "Notes" / "DAY07122011.dat", cut);
     EXPECT_TRUE(Upgrade());
     EXPECT_EQ(BytesOf(main.NoteFile("DAY07122011.dat")), cut);
-    ASSERT_EQ(faults.faults.size(), 1u);
-    EXPECT_THAT(faults.faults[0].path, testing::EndsWith("DAY07122011.dat"));
+    EXPECT_THAT(Each(faults.faults, &Fault::path), ElementsAre(EndsWith("DAY07122011.dat")));
 }
 
 TEST_F(OldFolder, CategoriesThatStandAreNotBuiltAnew) {
@@ -126,30 +119,24 @@ TEST_F(OldFolder, CategoriesThatStandAreNotBuiltAnew) {
 
 TEST_F(OldFolder, MainNoteBookWithNotesOfItsOwnIsNeverTouched) {
     CreateNoteBookFolders(main);
-    struct Case {
-        fs::path file;
-        std::string bytes;
-    };
     CProCategoryList forest;
-    CProCategoryTree own;
-    own.id = 5;
-    own.name = "My own";
-    forest.AddRoot(own);
+    forest.AddRoot({5, "My own"});
     const fs::path categories = folder.Path() / "own.dat";
     ASSERT_TRUE(forest.Save(categories).Ok());
-    for (const Case& c : {Case{main.NoteFile("DAY01012020.dat"), "a note"},
-                          {main.Attachments() / "a.png", "x"},
-                          {main.Folder() / "Drafts" / "1.draft", "unsaved"},
-                          {main.Sources(), RawRecord().Real(11.56).Int(1).Int(1).Bytes()},
-                          {main.Categories(), BytesOf(categories)}}) {
-        PutBytes(c.file, c.bytes);
+    const std::pair<fs::path, std::string> cases[] = {{main.NoteFile("DAY01012020.dat"), "a note"},
+                                                      {main.Attachments() / "a.png", "x"},
+                                                      {main.Folder() / "Drafts" / "1.draft", "unsaved"},
+                                                      {main.Sources(), RawRecord().Real(11.56).Int(1).Int(1).Bytes()},
+                                                      {main.Categories(), BytesOf(categories)}};
+    for (const auto& [file, bytes] : cases) {
+        PutBytes(file, bytes);
         const auto before = Files(root);
         faults.faults.clear();
-        EXPECT_FALSE(Upgrade()) << c.file;
+        EXPECT_FALSE(Upgrade()) << file;
         EXPECT_EQ(Files(root), before);
-        ASSERT_EQ(faults.faults.size(), 1u);
-        EXPECT_THAT(faults.faults[0].what, HasSubstr("the main NoteBook has notes of its own"));
-        fs::remove(c.file);
+        EXPECT_THAT(Each(faults.faults, &Fault::what),
+                    ElementsAre(HasSubstr("the main NoteBook has notes of its own")));
+        fs::remove(file);
     }
     PutBytes(main.LastViewList(), RawRecord().Int(0).Bytes());
     PutBytes(main.Sources(), RawRecord().Real(11.56).Int(0).Bytes());

@@ -1,13 +1,10 @@
 #include "notebooks/manage_notebooks.h"
 
-#include <gmock/gmock.h>
-
 #include "notebooks/notebooks_world.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
 
 struct ManageNoteBooksTest : NoteBooksWorld, testing::Test {
     NoteBookManager manager{data, main.guid, Ports()};

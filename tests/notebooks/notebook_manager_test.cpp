@@ -1,16 +1,10 @@
 #include "notebooks/notebook_manager.h"
 
-#include <gmock/gmock.h>
-
 #include "notebooks/notebooks_world.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Not;
 
 constexpr char kInvalidName[] = "Invalid Name: Database name must be between 5 and 30 characters.";
 
@@ -28,6 +22,9 @@ struct NoteBookManagerTest : NoteBooksWorld, testing::Test {
 };
 
 TEST_F(NoteBookManagerTest, CreateAsksAndMakesFoldersAndARecord) {
+    EXPECT_FALSE(CreateWith("Light houses", PromptAnswer::No));
+    EXPECT_THAT(Folders(), ElementsAre("_LBMAIN_"));
+    prompts.seen.clear();
     random = 8;
     const auto made = CreateWith("  Light houses ");
     ASSERT_TRUE(made);
@@ -37,26 +34,17 @@ TEST_F(NoteBookManagerTest, CreateAsksAndMakesFoldersAndARecord) {
     EXPECT_EQ(made->folder, "DB000010");
     EXPECT_TRUE(std::filesystem::is_directory(PathsOf(*made).Notes()));
     EXPECT_TRUE(std::filesystem::is_directory(PathsOf(*made).Attachments()));
-    const auto stored = Stored();
-    ASSERT_EQ(stored.size(), 1u);
-    EXPECT_EQ(stored[0].id, 10);
-    EXPECT_EQ(stored[0].name, "Light houses");
-    EXPECT_EQ(stored[0].guid, "{GUID 1}");
-    EXPECT_EQ(stored[0].extra, "");
-    EXPECT_EQ(stored[0].created, context.now);
+    EXPECT_THAT(Stored(),
+                ElementsAre(testing::FieldsAre(10, 0, "Light houses", "DB000010", "", context.now, "{GUID 1}")));
 }
 
 TEST_F(NoteBookManagerTest, NameHasFiveToThirtyCharactersWithoutBlanksAround) {
-    const std::string thirty(30, 'x');
-    // 30 letters that take two bytes each.
-    std::string umlauts;
-    for (int i = 0; i < 30; ++i)
-        umlauts += "\xD0\xB6";
-    const std::pair<std::string, bool> names[] = {{"1234", false},        {"  1234  ", false},
-                                                  {"12345", true},        {" 12345\t", true},
-                                                  {thirty, true},         {"   " + thirty + "  ", true},
-                                                  {thirty + "y", false},  {umlauts, true},
-                                                  {umlauts + "a", false}, {"", false}};
+    const std::string thirty(30, 'x'), wide = Repeated("\u0436", 30);  // 30 letters that take two bytes each
+    const std::pair<std::string, bool> names[] = {{"1234", false},       {"  1234  ", false},
+                                                  {"12345", true},       {" 12345\t", true},
+                                                  {thirty, true},        {"   " + thirty + "  ", true},
+                                                  {thirty + "y", false}, {wide, true},
+                                                  {wide + "a", false},   {"", false}};
     for (const auto& [name, isTaken] : names) {
         prompts.seen.clear();
         EXPECT_EQ(CreateWith(name).has_value(), isTaken) << name;
@@ -65,38 +53,28 @@ TEST_F(NoteBookManagerTest, NameHasFiveToThirtyCharactersWithoutBlanksAround) {
     EXPECT_EQ(CreateWith(thirty)->name, thirty) << "two NoteBooks may have the same name";
 }
 
-TEST_F(NoteBookManagerTest, NoMakesNothing) {
-    EXPECT_FALSE(CreateWith("Light houses", PromptAnswer::No));
-    EXPECT_THAT(progress.messages, IsEmpty());
-    EXPECT_THAT(Folders(), ElementsAre("_LBMAIN_"));
-}
-
 TEST_F(NoteBookManagerTest, NewNumberLiesAboveAllFoldersThatBeginSo) {
-    struct Case {
-        std::vector<std::string> folders;
-        int random;
-        int32_t id;
-    };
-    const Case cases[] = {{{}, 0, 2},
-                          {{"DB"}, 0, 2},
-                          {{"DBx"}, 3, 5},
-                          {{"DB000007", "DB000012 copy", "db000099"}, 0, 13},
-                          {{"DB2111"}, 0, 2114},
-                          {{"DB2103"}, 8, 2114},
-                          {{"DB2110"}, 0, 2111},
-                          {{"DB1000000"}, 5, 1000006},
-                          {{"DB99999999999999999999", "DB5"}, 0, 6}};
-    for (const Case& each : cases) {
+    const std::tuple<std::vector<std::string>, int, int32_t> cases[] = {
+        {{}, 0, 2},
+        {{"DB"}, 0, 2},
+        {{"DBx"}, 3, 5},
+        {{"DB000007", "DB000012 copy", "db000099"}, 0, 13},
+        {{"DB2111"}, 0, 2114},
+        {{"DB2103"}, 8, 2114},
+        {{"DB2110"}, 0, 2111},
+        {{"DB1000000"}, 5, 1000006},
+        {{"DB99999999999999999999", "DB5"}, 0, 6}};
+    for (const auto& [folders, highest, id] : cases) {
         NoteBooksWorld world;
-        world.random = each.random;
+        world.random = highest;
         world.prompts.answers = {PromptAnswer::Yes};
-        for (const std::string& name : each.folders)
+        for (const std::string& name : folders)
             std::filesystem::create_directories(world.data.Databases() / name);
         PutBytes(world.data.Databases() / "DB777777", "a file is no folder");
         NoteBookManager manager = world.Manager();
         const auto made = manager.Create("Light houses", world.context);
         ASSERT_TRUE(made);
-        EXPECT_EQ(made->id, each.id) << each.folders.size();
+        EXPECT_EQ(made->id, id) << folders.size();
     }
 }
 
@@ -129,8 +107,7 @@ TEST_F(NoteBookManagerTest, DeleteAsksWithTheNumberAndTakesFolderAndRecord) {
     EXPECT_THAT(progress.messages, ElementsAre("Deleting notes database...."));
     EXPECT_THAT(waits, ElementsAre(200));
     EXPECT_THAT(Folders(), ElementsAre("Databases.dat", "Folder9", "_LBMAIN_"));
-    ASSERT_EQ(Stored().size(), 1u);
-    EXPECT_EQ(Stored()[0].guid, fog.guid);
+    EXPECT_THAT(Each(Stored(), &CDatabase::guid), ElementsAre(fog.guid));
     EXPECT_THAT(cleared, IsEmpty());
     EXPECT_THAT(faults.faults, IsEmpty());
 }

@@ -60,12 +60,8 @@ struct NoteBooksWorld : ReadWorld {
     }
     /// A NoteBook with folders and notes of its own, at the end of the list.
     CDatabase Add(const std::string& name, int32_t id, const std::vector<CNote>& notes = {}) {
-        CDatabase entry;
-        entry.id = id;
-        entry.name = name;
-        entry.folder = "Folder" + std::to_string(id);
-        entry.guid = "{NB" + std::to_string(id) + "}";
-        entry.created = DateTime(2011, 7, 12, 14, 20, 24);
+        const std::string number = std::to_string(id);
+        CDatabase entry{id, 0, name, "Folder" + number, "", DateTime(2011, 7, 12, 14, 20, 24), "{NB" + number + "}"};
         CreateNoteBookFolders(PathsOf(entry));
         PutNotes(entry, notes);
         auto list = Stored();

@@ -1,6 +1,7 @@
 #include "notes/attachment_kind.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 #include "notes/note.h"
 
@@ -8,24 +9,21 @@ namespace lore {
 namespace {
 
 TEST(AttachmentKind, FollowsTheExtensionWithoutRegardToCase) {
-    for (const auto& [path, kind] : {std::pair{"Notes.DOCX", 3},
-                                     {"C:\\a.b\\lamp.Jpg", 1},
-                                     {"/x/readme.txt", 2},
-                                     {"a.pdf", 4},
-                                     {"a.csv", 5},
-                                     {"a.asx", 6},
-                                     {"a.flac", 7},
-                                     {"a.xml", 8},
-                                     {"a.c", 9},
-                                     {"a.zip", 11},
-                                     {"a.mod", 5},
-                                     {"a.c.", 10},
-                                     {"noextension", 10},
-                                     {"C:\\dir.pdf\\file", 10},
-                                     {"a.doc,docm", 10},
-                                     {"a.ocx", 10},
-                                     {"", 10}})
-        EXPECT_EQ(AttachmentKindOf(path), kind) << path;
+    const std::map<int32_t, std::vector<const char*>> kinds = {
+        {1, {"C:\\a.b\\lamp.Jpg"}},
+        {2, {"/x/readme.txt"}},
+        {3, {"Notes.DOCX"}},
+        {4, {"a.pdf"}},
+        {5, {"a.csv", "a.mod"}},
+        {6, {"a.asx"}},
+        {7, {"a.flac"}},
+        {8, {"a.xml"}},
+        {9, {"a.c"}},
+        {11, {"a.zip"}},
+        {10, {"a.c.", "noextension", "C:\\dir.pdf\\file", "a.doc,docm", "a.ocx", ""}}};
+    for (const auto& [kind, paths] : kinds)
+        for (const char* const path : paths)
+            EXPECT_EQ(AttachmentKindOf(path), kind) << path;
 }
 
 TEST(AttachmentKind, OnlyAPictureStaysShown) {

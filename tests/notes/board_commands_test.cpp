@@ -1,15 +1,12 @@
 #include "notes/board_commands.h"
 
-#include <gmock/gmock.h>
-
 #include "notes/attachment_kind.h"
 #include "notes/board_drag.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
 
 std::vector<std::string_view> Words(const std::vector<BoardCommand>& commands) {
     return Each(commands, &BoardCommandText);
@@ -34,16 +31,14 @@ TEST(BoardCommands, FollowWhatIsUnderTheMouse) {
 }
 
 TEST(BoardDrag, StartsAtThirtyPixelsWithTwoNotesOrMore) {
-    const struct {
-        int row, notes, x, y;
-        bool runs;
-    } cases[] = {{0, 2, 100, 129, false}, {0, 2, 100, 130, true},   {0, 2, 118, 124, true}, {0, 2, 117, 124, false},
-                 {0, 1, 500, 500, false}, {-1, 9, 500, 500, false}, {5, 9, 70, 100, true}};
-    for (const auto& c : cases) {
+    const std::tuple<int, int, int, int, bool> cases[] = {
+        {0, 2, 100, 129, false}, {0, 2, 100, 130, true},   {0, 2, 118, 124, true}, {0, 2, 117, 124, false},
+        {0, 1, 500, 500, false}, {-1, 9, 500, 500, false}, {5, 9, 70, 100, true}};
+    for (const auto& [row, notes, x, y, runs] : cases) {
         BoardDrag drag;
-        drag.Press(c.row, {100, 100});
-        EXPECT_EQ(drag.Move({c.x, c.y}, 800, 600, c.notes), c.runs) << c.x << " " << c.y;
-        EXPECT_EQ(drag.IsRunning(), c.runs);
+        drag.Press(row, {100, 100});
+        EXPECT_EQ(drag.Move({x, y}, 800, 600, notes), runs) << x << " " << y;
+        EXPECT_EQ(drag.IsRunning(), runs);
     }
     BoardDrag drag;
     drag.Press(0, {100, 100});
@@ -52,40 +47,35 @@ TEST(BoardDrag, StartsAtThirtyPixelsWithTwoNotesOrMore) {
 }
 
 TEST(BoardDrag, KeepsTheMouseInsideAndScrollsAtItsOutermostPlaces) {
-    const struct {
-        int x, y, keptX, keptY, direction;
-    } cases[] = {{-50, 300, 2, 300, 0}, {900, 300, 797, 300, 0}, {400, -9, 400, 2, -1},   {400, 4, 400, 4, -1},
-                 {400, 5, 400, 5, 0},   {400, 592, 400, 592, 1}, {400, 591, 400, 591, 0}, {400, 9000, 400, 594, 1}};
-    for (const auto& c : cases) {
+    const int cases[][5] = {{-50, 300, 2, 300, 0},   {900, 300, 797, 300, 0}, {400, -9, 400, 2, -1},
+                            {400, 4, 400, 4, -1},    {400, 5, 400, 5, 0},     {400, 592, 400, 592, 1},
+                            {400, 591, 400, 591, 0}, {400, 9000, 400, 594, 1}};
+    for (const auto& [x, y, keptX, keptY, direction] : cases) {
         BoardDrag drag;
         drag.Press(1, {400, 100});
         drag.Move({400, 300}, 800, 600, 5);
-        drag.Move({c.x, c.y}, 800, 600, 5);
-        EXPECT_EQ(drag.Mouse().x, c.keptX);
-        EXPECT_EQ(drag.Mouse().y, c.keptY);
-        EXPECT_EQ(drag.ScrollStep() > 0, c.direction > 0) << c.y;
-        EXPECT_EQ(drag.ScrollStep() < 0, c.direction < 0) << c.y;
+        drag.Move({x, y}, 800, 600, 5);
+        EXPECT_EQ(drag.Mouse().x, keptX);
+        EXPECT_EQ(drag.Mouse().y, keptY);
+        EXPECT_EQ(drag.ScrollStep() > 0, direction > 0) << y;
+        EXPECT_EQ(drag.ScrollStep() < 0, direction < 0) << y;
     }
 }
 
 TEST(BoardDrag, DropsBeforeAnEarlierNoteAndAfterALaterOne) {
-    const struct {
-        int from, to;
-        bool moves;
-        DropSide side;
-    } cases[] = {{5, 2, true, DropSide::Before},
-                 {2, 5, true, DropSide::After},
-                 {3, 3, false, DropSide::After},
-                 {3, -1, false, DropSide::Before}};
-    for (const auto& c : cases) {
+    const std::tuple<int, int, bool, DropSide> cases[] = {{5, 2, true, DropSide::Before},
+                                                          {2, 5, true, DropSide::After},
+                                                          {3, 3, false, DropSide::After},
+                                                          {3, -1, false, DropSide::Before}};
+    for (const auto& [from, to, moves, side] : cases) {
         BoardDrag drag;
-        drag.Press(c.from, {10, 10});
-        drag.SetTarget(c.to);
+        drag.Press(from, {10, 10});
+        drag.SetTarget(to);
         EXPECT_FALSE(drag.MovesNote()) << "no drag runs";
         drag.Move({10, 90}, 800, 600, 9);
-        drag.SetTarget(c.to);
-        EXPECT_EQ(drag.MovesNote(), c.moves);
-        EXPECT_TRUE(!c.moves || drag.Side() == c.side) << c.from;
+        drag.SetTarget(to);
+        EXPECT_EQ(drag.MovesNote(), moves);
+        EXPECT_TRUE(!moves || drag.Side() == side) << from;
         drag.Cancel();
         EXPECT_FALSE(drag.MovesNote() || drag.IsRunning());
     }

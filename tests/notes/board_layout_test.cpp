@@ -1,20 +1,20 @@
 #include "notes/board_layout.h"
 
-#include <gmock/gmock.h>
 #include <map>
 #include <random>
 
 #include "notes/board_heights.h"
 #include "notes/card_heights.h"
 #include "notes/note_builder.h"
+#include "support/each.h"
+#include "support/matchers.h"
 #include "support/memory_store.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-
 constexpr int kWidth = 900;
+const BoardOptions kTop{.keyWordsOnTop = true, .sourcesOnTop = true}, kBottom{.categoriesOnTop = false};
 
 /// Measures each part as 100 pixels and writes down "kind index:left,top,width".
 class StackedCard {
@@ -38,54 +38,40 @@ CardContent Everything() {
 }
 
 TEST(BoardLayout, StacksEveryBlockAboveOrBelowTheText) {
-    BoardOptions top;
-    top.categoriesOnTop = top.keyWordsOnTop = top.sourcesOnTop = true;
-    const StackedCard above(Everything(), top);
+    const StackedCard above(Everything(), kTop);
     EXPECT_THAT(above.Tops(), ElementsAre("path0@17", "path1@124", "path2@230", "words0@340", "source0@448",
                                           "source1@556", "text0@680", "files0@803"));
     EXPECT_EQ(above.layout.height, 903);
-    BoardOptions bottom;
-    bottom.categoriesOnTop = bottom.keyWordsOnTop = bottom.sourcesOnTop = false;
-    const StackedCard below(Everything(), bottom);
+    const StackedCard below(Everything(), kBottom);
     EXPECT_THAT(below.Tops(), ElementsAre("text0@33", "files0@156", "source0@265", "source1@373", "words0@491",
                                           "path0@607", "path1@714", "path2@820"));
     EXPECT_EQ(below.layout.height, 928);
 }
 
 TEST(BoardLayout, GivesTheFirstBlockItsOwnSpaceAndNoneToWhatIsMissing) {
-    BoardOptions top;
-    top.categoriesOnTop = top.keyWordsOnTop = top.sourcesOnTop = true;
-    BoardOptions bottom;
-    bottom.categoriesOnTop = bottom.keyWordsOnTop = bottom.sourcesOnTop = false;
-    BoardOptions hidden = bottom;
-    hidden.showCategories = hidden.showKeyWords = hidden.showSources = false;
-    BoardOptions onlyOne = top;
-    onlyOne.onlySetOne = true;
-    const struct {
-        const char* what;
-        CardContent content;
-        BoardOptions options;
-        int firstTop, height;  // firstTop -1: no parts
-    } cases[] = {
-        {"nothing", {}, top, -1, 17},
-        {"files alone", {.attachments = true}, top, 17, 117},
-        {"text alone", {.text = true}, top, 33, 156},
-        {"path on top", {.paths = {false, true, false}}, top, 17, 143},
-        {"third path alone stands at its full gap", {.paths = {false, false, true}}, top, 17, 143},
-        {"words on top", {.keyWords = true}, top, 17, 142},
-        {"source on top", {.sources = 1}, top, 18, 143},
-        {"path below nothing", {.paths = {true, false, false}}, bottom, 17, 124},
-        {"words below nothing", {.keyWords = true}, bottom, 17, 125},
-        {"source below nothing", {.sources = 1}, bottom, 17, 126},
-        {"words below files", {.keyWords = true, .attachments = true}, bottom, 17, 234},
+    const BoardOptions hidden{.showCategories = false, .showKeyWords = false, .showSources = false};
+    const BoardOptions onlyOne{.onlySetOne = true};
+    // A first top of -1: no parts.
+    const std::tuple<const char*, CardContent, BoardOptions, int, int> cases[] = {
+        {"nothing", {}, kTop, -1, 17},
+        {"files alone", {.attachments = true}, kTop, 17, 117},
+        {"text alone", {.text = true}, kTop, 33, 156},
+        {"path on top", {.paths = {false, true, false}}, kTop, 17, 143},
+        {"third path alone stands at its full gap", {.paths = {false, false, true}}, kTop, 17, 143},
+        {"words on top", {.keyWords = true}, kTop, 17, 142},
+        {"source on top", {.sources = 1}, kTop, 18, 143},
+        {"path below nothing", {.paths = {true, false, false}}, kBottom, 17, 124},
+        {"words below nothing", {.keyWords = true}, kBottom, 17, 125},
+        {"source below nothing", {.sources = 1}, kBottom, 17, 126},
+        {"words below files", {.keyWords = true, .attachments = true}, kBottom, 17, 234},
         {"nothing is shown", Everything(), hidden, 33, 256},
         {"sets 2 and 3 are not shown", {.paths = {false, true, true}}, onlyOne, -1, 17},
         {"set 1 of three", {.paths = {true, true, true}}, onlyOne, 17, 143},
     };
-    for (const auto& c : cases) {
-        const CardLayout layout = StackedCard(c.content, c.options).layout;
-        EXPECT_EQ(layout.parts.empty() ? -1 : layout.parts.front().top, c.firstTop) << c.what;
-        EXPECT_EQ(layout.height, c.height) << c.what;
+    for (const auto& [what, content, options, firstTop, height] : cases) {
+        const CardLayout layout = StackedCard(content, options).layout;
+        EXPECT_EQ(layout.parts.empty() ? -1 : layout.parts.front().top, firstTop) << what;
+        EXPECT_EQ(layout.height, height) << what;
     }
 }
 
@@ -117,17 +103,13 @@ TEST(BoardLayout, TellsWhatANoteHasToShow) {
     EXPECT_THAT(content.paths, ElementsAre(false, true, false));
     EXPECT_EQ(content.sources, 3U);
     EXPECT_THAT(ShownKeyWords("reef, ,lamp oil,reef,"), ElementsAre("reef", "lamp oil", "reef"));
-    std::string many;
-    for (int i = 0; i < 100000; ++i)
-        many += "w,";
-    EXPECT_LE(ShownKeyWords(many).size(), 400U);
+    EXPECT_LE(ShownKeyWords(Repeated("w,", 100000)).size(), 400U);
 }
 
 TEST(BoardLayout, EstimatesStayWithinBoundsForAnyNote) {
     CNote note;
-    const int empty = EstimateCardHeight(note, {}, kWidth);
-    EXPECT_EQ(empty, 17);
     const BoardOptions none{.showCategories = false, .showKeyWords = false, .showSources = false};
+    EXPECT_EQ(EstimateCardHeight(note, {}, kWidth), 17);
     CNote full = FullNote(1);
     full.attachments.resize(1);
     full.plainText.clear();
@@ -138,18 +120,17 @@ TEST(BoardLayout, EstimatesStayWithinBoundsForAnyNote) {
     note.attachments.resize(100000);
     note.plainText.assign(1 << 20, 'x');
     for (const int width : {0, 1, 900})
-        EXPECT_GT(EstimateCardHeight(note, {}, width), empty);
+        EXPECT_GT(EstimateCardHeight(note, {}, width), 17);
     EXPECT_LE(EstimateCardHeight(note, {.zoom = 1e9}, 1), 1 << 24);
 }
 
 TEST(BoardOptions, ZoomGoesThroughItsListAndNotBeyond) {
-    const struct {
-        int percent, step, expected;
-    } cases[] = {{100, 1, 115}, {115, -1, 100}, {100, -1, 100},  {200, 1, 200},        {150, 2, 200},
-                 {130, 0, 125}, {160, 1, 175},  {-5000, 0, 100}, {INT32_MAX, -1, 175}, {INT32_MIN, INT32_MAX, 200},
-                 {120, 0, 115}, {125, -99, 100}};
-    for (const auto& c : cases)
-        EXPECT_EQ(BoardZoomStep(c.percent, c.step), c.expected) << c.percent << " " << c.step;
+    const int cases[][3] = {
+        {100, 1, 115}, {115, -1, 100}, {100, -1, 100},  {200, 1, 200},        {150, 2, 200},
+        {130, 0, 125}, {160, 1, 175},  {-5000, 0, 100}, {INT32_MAX, -1, 175}, {INT32_MIN, INT32_MAX, 200},
+        {120, 0, 115}, {125, -99, 100}};
+    for (const auto& [percent, step, expected] : cases)
+        EXPECT_EQ(BoardZoomStep(percent, step), expected) << percent << " " << step;
     // The board is drawn at what the box shows, whatever the settings hold.
     for (const auto& [stored, drawn] : std::map<int32_t, double>{
              {INT32_MIN, 1}, {-1, 1}, {0, 1}, {90, 1}, {126, 1.25}, {20'000'000, 2}, {INT32_MAX, 2}}) {

@@ -8,19 +8,9 @@
 namespace lore {
 namespace {
 
-/// A record of version 10.9, whose three paths stand in the old form.
-void AddOldNote(RawRecord& raw, int32_t id, const std::vector<std::vector<std::string>>& paths) {
-    raw.Int(id).Int(0).Text("2011-07-12-14-20-24").Text("2011-07-13-01-02-03").Text("{N}").Text("").Text("");
-    raw.Int(2112).Int(0).Text("plain").Text("rich");
-    for (const std::vector<std::string>& path : paths) {
-        raw.Int(static_cast<int32_t>(path.size()));
-        for (size_t level = 0; level < path.size(); ++level)
-            raw.Int(static_cast<int32_t>(level)).Text(path[level]).Text("");
-    }
-}
+using CategoryConversion = NoteBookTest;
 
-TEST(CategoryConversion, WritesTheForestAndTheIdsIntoTheNotes) {
-    NoteBookFolder disk;
+TEST_F(CategoryConversion, WritesTheForestAndTheIdsIntoTheNotes) {
     RawRecord raw;
     raw.Real(10.9).Int(2);
     AddOldNote(raw, 1, {{"A", "B"}, {}, {"<UNASSIGNED>"}});
@@ -29,8 +19,6 @@ TEST(CategoryConversion, WritesTheForestAndTheIdsIntoTheNotes) {
     PutBytes(disk.paths.EmptyCategories(1),
              RawRecord().Real(10.9).Int(2).Int(0).Int(2).Int(0).Text("A").Text("").Int(1).Text("D").Text("A").Bytes());
 
-    ReadWorld world;
-    NotedFaults faults;
     int maxCategoryID = 100;
     ASSERT_TRUE(NeedsCategoryConversion(disk.paths));
     ConvertCategories(disk.paths, maxCategoryID, world.context, faults);
@@ -55,7 +43,7 @@ TEST(CategoryConversion, WritesTheForestAndTheIdsIntoTheNotes) {
     EXPECT_TRUE(std::filesystem::exists(disk.paths.EmptyCategories(1)));
 }
 
-TEST(CategoryConversion, AFileThatBrokeOffStaysAndAnyOtherDamageIsKeptBeside) {
+TEST_F(CategoryConversion, AFileThatBrokeOffStaysAndAnyOtherDamageIsKeptBeside) {
     RawRecord two, three;
     for (RawRecord* const raw : {&two, &three}) {
         raw->Real(10.9).Int(raw == &two ? 2 : 3);
@@ -66,11 +54,8 @@ TEST(CategoryConversion, AFileThatBrokeOffStaysAndAnyOtherDamageIsKeptBeside) {
     zero.at(zero.rfind("plain")) = '\0';
     numberless.at(numberless.rfind("0000000000000002" + std::string(16, '0') + std::string(14, '0') + "19")) = '-';
     ended.at(ended.rfind("plain")) = '\x1A';
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::vector<int32_t> converted;  // the notes of the new file; none where the old one stays
-    } cases[] = {
+    // What is in the file, and the notes of the new file; none where the old one stays.
+    const std::tuple<const char*, std::string, std::vector<int32_t>> cases[] = {
         {"a note is missing", three.Bytes(), {}},
         {"an end mark within a note", ended, {}},
         {"something behind the notes", two.Bytes() + "rest", {}},
@@ -78,22 +63,22 @@ TEST(CategoryConversion, AFileThatBrokeOffStaysAndAnyOtherDamageIsKeptBeside) {
         {"a zero byte", zero, {1, 2}},
         {"a record without a number", numberless, {1}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        NoteBookFolder disk;
-        const std::filesystem::path file = disk.paths.NoteFile("DAY07122011.dat");
-        PutBytes(file, c.bytes);
-        ReadWorld world;
-        NotedFaults faults;
+    for (const auto& [what, bytes, converted] : cases) {
+        SCOPED_TRACE(what);
+        const std::filesystem::path file = disk.paths.NoteFile("DAY07122011.dat"), kept = file.string() + ".kept";
+        std::filesystem::remove(disk.paths.Categories());
+        std::filesystem::remove(kept);
+        faults.faults.clear();
+        PutBytes(file, bytes);
         int maxCategoryID = 0;
         EXPECT_TRUE(ConvertCategories(disk.paths, maxCategoryID, world.context, faults));
         EXPECT_EQ(faults.faults.size(), 1u);
         CProCategoryList forest;
         forest.Load(disk.paths.Categories());
         EXPECT_NE(forest.FindRootByName("A"), nullptr);
-        EXPECT_EQ(BytesOf(file.string() + ".kept"), c.converted.empty() ? "" : c.bytes);
-        if (c.converted.empty()) {
-            EXPECT_EQ(BytesOf(file), c.bytes);
+        EXPECT_EQ(BytesOf(kept), converted.empty() ? "" : bytes);
+        if (converted.empty()) {
+            EXPECT_EQ(BytesOf(file), bytes);
             continue;
         }
         std::vector<int32_t> ids;
@@ -101,12 +86,25 @@ TEST(CategoryConversion, AFileThatBrokeOffStaysAndAnyOtherDamageIsKeptBeside) {
             ids.push_back(note.id);
             EXPECT_GT(DeepestCategoryID(note.categories[0]), 0);
         }
-        EXPECT_EQ(ids, c.converted);
+        EXPECT_EQ(ids, converted);
     }
 }
 
-TEST(CategoryConversion, FileThatIsThereIsNeverBuiltAnew) {
-    NoteBookFolder disk;
+TEST_F(CategoryConversion, ANoteThatKeepsItsOldIdStandsInNoOtherCategory) {
+    for (const auto& [id, rest] : {std::pair(6, ""), {7, ""}, {8, "rest"}}) {
+        CNote note = DayNote(id, id);
+        note.categories[0] = PathOf({{id, "Old " + std::to_string(id)}});
+        PutBytes(disk.paths.NoteFile("DAY0" + std::to_string(id) + "022020.dat"), NoteFileBytes({&note, 1}) + rest);
+    }
+    int maxCategoryID = 6;
+    EXPECT_TRUE(ConvertCategories(disk.paths, maxCategoryID, world.context, faults));
+    CProCategoryList forest;
+    forest.Load(disk.paths.Categories());
+    EXPECT_EQ(forest.FindRootByName("Old 6")->id, 7);
+    EXPECT_EQ(forest.FindRootByName("Old 7")->id, 9);
+}
+
+TEST_F(CategoryConversion, FileThatIsThereIsNeverBuiltAnew) {
     PutBytes(disk.paths.Categories(), "");
     EXPECT_FALSE(NeedsCategoryConversion(disk.paths));
     std::filesystem::remove(disk.paths.Categories());

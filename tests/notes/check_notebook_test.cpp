@@ -1,32 +1,25 @@
 #include "notes/check_notebook.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include "bibliography/source_record.h"
+#include "bibliography/source_builder.h"
 #include "notes/attachment_kind.h"
 #include "notes/note_builder.h"
 #include "notes/notebook_list.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
 /// A NoteBook with one source, a few categories, an attachment and a note that uses them.
-class CheckedNoteBook : public testing::Test {
+class CheckedNoteBook : public NoteBookTest {
 protected:
     CheckedNoteBook() {
-        PutSources(disk.paths, {SourceOf(1011), SourceOf(1013)});
+        PutSources(disk.paths, {TitledSource(1011, ""), TitledSource(1013, "")});
         PutCategories(disk.paths, {PathOf({{3, "Lights"}, {4, "Lenses"}}), PathOf({{9, "Places"}})});
         PutBytes(disk.paths.Attachments() / "0000001.png", "picture");
         PutBytes(disk.paths.SyncLog(), "-1, -1, , , , ,\r\n");
         PutBytes(disk.paths.LastViewList(), RawRecord().Ints({1, 5}).Bytes());
         disk.Put("SRC0000001011.dat", {FullNote(5)});
-    }
-    CSource SourceOf(int32_t id) const {
-        CSource source = MakeSource(world.context);
-        source.SourceID = id;
-        return source;
     }
     /// "kind file text" of every finding.
     std::vector<std::string> Findings() {
@@ -37,10 +30,6 @@ protected:
     static std::string FileOf(const Finding& finding) {
         return std::filesystem::path(finding.file).filename().string();
     }
-
-    NoteBookFolder disk;
-    ReadWorld world;
-    NotedFaults faults;
 };
 
 TEST_F(CheckedNoteBook, NamesWhatIsMissing) {
@@ -73,22 +62,20 @@ TEST_F(CheckedNoteBook, TellsNotesThatShareANumberFromCopies) {
                       shared =
                           "number-shared DAY01022020.dat: note 8 is hidden by another note of this number, the one in "
                           "DAY01012020.dat";
-    const struct {
-        std::string guid;
-        int day;  // of creation, for a note that stands in the file of the second one
-        bool isCopy;
-    } cases[] = {{"{G8}", 2, true}, {"{Other}", 2, false}, {"{Other}", 1, false}, {"", 1, true}, {"", 2, false}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.guid + " made on day " + std::to_string(c.day));
-        CNote shown = DayNote(8, 1), hidden = DayNote(8, c.day);
+    // The GUID of the note in the second day's file, the day when it was made, and whether it is a copy.
+    const std::tuple<std::string, int, bool> cases[] = {
+        {"{G8}", 2, true}, {"{Other}", 2, false}, {"{Other}", 1, false}, {"", 1, true}, {"", 2, false}};
+    for (const auto& [guid, day, isCopy] : cases) {
+        SCOPED_TRACE(guid + " made on day " + std::to_string(day));
+        CNote shown = DayNote(8, 1), hidden = DayNote(8, day);
         shown.dateEdited = DateTime(2021, 1, 1);
-        hidden.guid = c.guid;
-        if (c.guid.empty())
+        hidden.guid = guid;
+        if (guid.empty())
             shown.guid.clear();
         disk.Put("DAY01012020.dat", {shown});
         disk.Put("DAY01022020.dat", {hidden});
-        EXPECT_THAT(Findings(), testing::Contains(c.isCopy ? twice : shared));
-        EXPECT_THAT(Findings(), testing::Not(testing::Contains(c.isCopy ? shared : twice)));
+        EXPECT_THAT(Findings(), testing::Contains(isCopy ? twice : shared));
+        EXPECT_THAT(Findings(), testing::Not(testing::Contains(isCopy ? shared : twice)));
     }
 }
 
@@ -146,11 +133,8 @@ TEST_F(CheckedNoteBook, NamesFilesThatHoldWhatNoRecordShows) {
 }
 
 TEST_F(CheckedNoteBook, IsCheckedWithAllOthersOfTheDataRoot) {
-    CDatabase other;
-    other.folder = "DB000007";
-    CDatabase main = MainNoteBook("{MAIN}");
-    SaveDatabases(disk.data.DatabasesFile(), {other, main});
-    const NoteBookPaths paths(disk.data, other.folder);
+    SaveDatabases(disk.data.DatabasesFile(), {{-1, 0, "", "DB000007", "", {}, ""}, MainNoteBook("{MAIN}")});
+    const NoteBookPaths paths(disk.data, "DB000007");
     CreateNoteBookFolders(paths);
     PutBytes(paths.NoteFile("a.dat"), "");
     PutBytes(disk.paths.Attachments() / "0000002.txt", "x");

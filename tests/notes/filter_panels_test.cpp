@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "bibliography/source_builder.h"
 #include "classify/forest_builder.h"
 
 namespace lore {
@@ -114,10 +115,7 @@ TEST(FilterPanels, AgreeWithTheForestOnEveryCategory) {
 
 CSource Source(int32_t id, int32_t type, const std::string& title, const std::string& publication,
                const std::string& author, const LongList& notes) {
-    CSource source;
-    source.SourceID = id;
-    source.SourceType = type;
-    source.FieldTexts[0] = title;
+    CSource source = TitledSource(id, title, type);
     source.FieldTexts[1] = publication;
     source.AuthorText = author;
     source.NoteIDs = notes;
@@ -134,10 +132,7 @@ SourceList SmallSources() {
 }
 
 TEST(FilterPanels, GroupSourcesByTheChosenKey) {
-    const struct {
-        int32_t grouping;
-        Lines captions;
-    } cases[] = {
+    const std::pair<int32_t, Lines> cases[] = {
         {10,
          {"<NO_SOURCE> (1/2)", "<NO_PUBLICATION> (1/2)", "-Book: Lights (1/2)", "Optics (2/3)",
           "-Journal Article: On Lenses (1/2)", "-Journal Article: on towers (1/1)", "optics (0/0)",
@@ -151,9 +146,9 @@ TEST(FilterPanels, GroupSourcesByTheChosenKey) {
     };
     FilterPanel panel;
     panel.CountNotes({2, 9});
-    for (const auto& c : cases) {
-        panel.SetEntries(SourceEntries(SmallSources(), SourceGroupingOf(c.grouping), {8, 9}));
-        EXPECT_EQ(Captions(panel), c.captions) << c.grouping;
+    for (const auto& [grouping, captions] : cases) {
+        panel.SetEntries(SourceEntries(SmallSources(), SourceGroupingOf(grouping), {8, 9}));
+        EXPECT_EQ(Captions(panel), captions) << grouping;
         EXPECT_EQ(panel.NotesOf(0, PanelScope::All), (LongList{8, 9}));
     }
     panel.SetEntries(SourceEntries(SmallSources(), SourceGrouping::Publication, {}));
@@ -183,15 +178,12 @@ TEST(FilterPanels, NarrowToMatchesAndWhatStandsAboveThem) {
     forest.FindByID(5)->name = "Droit \xC5\x92uvre";  // UTF-8
     FilterPanel panel;
     panel.SetEntries(CategoryEntries(forest, 1));
-    const struct {
-        const char* filter;
-        std::vector<int> shown;
-    } cases[] = {{"l\xC3\xAEN", {0, 2, 3}}, {"ships", {0, 1}},     {"  SH ", {0, 1}},
-                 {"\xC5\x93uv", {4}},       {"hist", {0}},         {"nothing", {}},
-                 {"", {0, 1, 2, 3, 4, 5}},  {"i", {0, 1, 2, 4, 5}}};
-    for (const auto& c : cases) {
-        panel.SetFilter(c.filter);
-        EXPECT_EQ(panel.Shown(), c.shown) << c.filter;
+    const std::pair<const char*, std::vector<int>> cases[] = {
+        {"l\xC3\xAEN", {0, 2, 3}}, {"ships", {0, 1}},        {"  SH ", {0, 1}},     {"\xC5\x93uv", {4}}, {"hist", {0}},
+        {"nothing", {}},           {"", {0, 1, 2, 3, 4, 5}}, {"i", {0, 1, 2, 4, 5}}};
+    for (const auto& [filter, shown] : cases) {
+        panel.SetFilter(filter);
+        EXPECT_EQ(panel.Shown(), shown) << filter;
     }
     panel.SetFilter("ships");
     EXPECT_FALSE(panel.Matches(0));

@@ -1,7 +1,5 @@
 #include "notes/note_book_loader.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <tuple>
 
 #include "bibliography/source_builder.h"
@@ -10,32 +8,23 @@
 #include "notes/note_cleaner.h"
 #include "notes/notebook_lists.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-
 /// A NoteBook on disk that is loaded again and again.
-class NoteBookLoader : public testing::Test {
+class NoteBookLoader : public NoteBookTest {
 protected:
-    LoadReport Load(LoadOptions options = {}) {
-        book.paths = disk.paths;
-        return LoadNoteBook(book, counters, world.context, faults, options);
-    }
+    LoadReport Load(LoadOptions options = {}) { return LoadNoteBook(book, counters, world.context, faults, options); }
     static LoadOptions ReadOnly() {
         LoadOptions options;
         options.mode = LoadMode::ReadOnly;
         return options;
     }
     void PutSources(const std::vector<int32_t>& ids) {
-        lore::PutSources(disk.paths, Each(ids, [this](int32_t id) {
-                             CSource source = MakeSource(world.context);
-                             source.SourceID = id;
-                             source.SourceGUID = "{S" + std::to_string(id) + "}";
-                             source.FieldTexts[0] = "Title " + std::to_string(id);
-                             return source;
-                         }));
+        lore::PutSources(disk.paths,
+                         Each(ids, [](int32_t id) { return TitledSource(id, "Title " + std::to_string(id)); }));
     }
     void PutCategories() {
         lore::PutCategories(disk.paths, {PathOf({{3, "Lights"}, {4, "Lenses"}}), PathOf({{9, "Places"}})});
@@ -44,11 +33,7 @@ protected:
     std::vector<std::string> KeyWords() const { return Each(book.keyWords.Entries(), &CKeyWord::name); }
     static std::vector<int32_t> Ids(const LoadReport& report) { return Each(report.shown, &ShownNote::id); }
 
-    NoteBookFolder disk;
-    ReadWorld world;
-    NotedFaults faults;
     IdCounters counters;
-    OpenNoteBook book;
 };
 
 TEST_F(NoteBookLoader, EmptyNoteBookHasNoNotesAndMovesEveryCounter) {
@@ -84,11 +69,10 @@ TEST_F(NoteBookLoader, BuildsThePictureFromTheNotes) {
     EXPECT_EQ(book.TotalNoteCount(), 5u);
     EXPECT_EQ(*book.index.FindPath(9), disk.paths.NoteFile("SRC0000000099.dat").string());
     EXPECT_THAT(book.notesWithoutSource.Values(), ElementsAre(7, 8, 9, 91));
-    EXPECT_THAT(book.sources.FindSourceByID(1011)->NoteIDs.Values(), ElementsAre(50));
-    EXPECT_THAT(book.sources.FindSourceByID(1013)->NoteIDs.Values(), ElementsAre(50));
-    EXPECT_THAT(book.categories.FindByID(3)->notes[0].Values(), ElementsAre(50));
-    EXPECT_THAT(book.categories.FindByID(4)->notes[0].Values(), ElementsAre(50));
-    EXPECT_THAT(book.categories.FindByID(9)->notes[2].Values(), ElementsAre(50));
+    for (const int32_t id : {1011, 1013})
+        EXPECT_THAT(book.sources.FindSourceByID(id)->NoteIDs.Values(), ElementsAre(50)) << id;
+    for (const auto& [id, set] : {std::pair(3, 0u), {4, 0u}, {9, 2u}})
+        EXPECT_THAT(book.categories.FindByID(id)->notes[set].Values(), ElementsAre(50)) << id;
     EXPECT_THAT(book.categories.FindByID(kUnassignedID)->notes[1].Values(), ElementsAre(8, 9, 50, 91));
     EXPECT_THAT(KeyWords(), ElementsAre("fog \xFC", "Fresnel", "lamp"));
     EXPECT_THAT(book.keyWords.FindByName("lamp")->notes.Values(), ElementsAre(7, 50));
@@ -100,17 +84,9 @@ TEST_F(NoteBookLoader, BuildsThePictureFromTheNotes) {
 }
 
 TEST_F(NoteBookLoader, NoteThatStandsTwiceShowsFromItsHomeElseTheFirstMet) {
-    CNote lost = SourceNote(1, {1011});
-    lost.keyWords = "stray";
-    CNote home = SourceNote(1, {1011});
-    home.keyWords = "home";
-    CNote first = DayNote(2);
-    first.keyWords = "first";
-    CNote second = DayNote(2);
-    second.keyWords = "second";
-    disk.Put("a.dat", {lost, first});
-    disk.Put("SRC0000001011.dat", {home, SourceNote(1, {1011})});
-    disk.Put("b.dat", {second, DayNote(3), DayNote(3)});
+    disk.Put("a.dat", {WithKeyWords(SourceNote(1, {1011}), "stray"), WithKeyWords(DayNote(2), "first")});
+    disk.Put("SRC0000001011.dat", {WithKeyWords(SourceNote(1, {1011}), "home"), SourceNote(1, {1011})});
+    disk.Put("b.dat", {WithKeyWords(DayNote(2), "second"), DayNote(3), DayNote(3)});
     const LoadReport report = Load();
     EXPECT_THAT(Ids(report), ElementsAre(1, 2, 3));
     EXPECT_THAT(KeyWords(), ElementsAre("first", "home"));
@@ -119,9 +95,7 @@ TEST_F(NoteBookLoader, NoteThatStandsTwiceShowsFromItsHomeElseTheFirstMet) {
     EXPECT_EQ(*book.index.FindPath(2), disk.paths.NoteFile("a.dat").string());
 
     const std::vector<CNote> found = FindNotes(book.index, {2, 1}, world.context, faults);
-    ASSERT_EQ(found.size(), 2u);
-    EXPECT_EQ(found[0].keyWords, "first");
-    EXPECT_EQ(found[1].keyWords, "home");
+    EXPECT_THAT(Each(found, &CNote::keyWords), ElementsAre("first", "home"));
     EXPECT_EQ(CountNotes(disk.paths.Notes(), world.context, faults), 3u);
 }
 
@@ -137,9 +111,8 @@ TEST_F(NoteBookLoader, NoteThatCouldNotLeaveItsOldFileShowsAsItWasWrittenLast) {
         Load();
         EXPECT_EQ(*book.index.FindPath(1),
                   disk.paths.NoteFile(moved ? "SRC0000002022.dat" : "SRC0000001011.dat").string());
-        const std::vector<CNote> found = FindNotes(book.index, {1}, world.context, faults);
-        ASSERT_EQ(found.size(), 1u);
-        EXPECT_EQ(found[0].dateEdited, after.dateEdited);
+        EXPECT_THAT(Each(FindNotes(book.index, {1}, world.context, faults), &CNote::dateEdited),
+                    ElementsAre(after.dateEdited));
     }
 }
 

@@ -10,6 +10,7 @@
 #include "notes/note.h"
 #include "notes/note_file.h"
 #include "notes/notebook_paths.h"
+#include "notes/open_notebook.h"
 #include "support/raw_record.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
@@ -66,6 +67,22 @@ inline CNote SourceNote(int32_t id, LongList sources) {
     return note;
 }
 
+inline CNote WithKeyWords(CNote note, const std::string& keyWords) {
+    note.keyWords = keyWords;
+    return note;
+}
+
+/// A record of version 10.9, whose three paths of categories stand in the old form.
+inline void AddOldNote(RawRecord& raw, int32_t id, const std::vector<std::vector<std::string>>& paths) {
+    raw.Int(id).Int(0).Text("2011-07-12-14-20-24").Text("2011-07-13-01-02-03").Text("{N}").Text("").Text("");
+    raw.Int(2112).Int(0).Text("plain").Text("rich");
+    for (const std::vector<std::string>& path : paths) {
+        raw.Int(static_cast<int32_t>(path.size()));
+        for (size_t level = 0; level < path.size(); ++level)
+            raw.Int(static_cast<int32_t>(level)).Text(path[level]).Text("");
+    }
+}
+
 /// The bytes of a note's record, which hold every stored field.
 inline std::string RecordOf(const CNote& note) {
     return NoteFileBytes({&note, 1});
@@ -100,6 +117,17 @@ struct NoteBookFolder {
         PutBytes(paths.NoteFile(name), NoteFileBytes(notes));
     }
     std::string Bytes(const std::string& name) const { return BytesOf(paths.NoteFile(name)); }
+};
+
+/// A NoteBook on the disk, the picture of it, and what reading takes and tells.
+class NoteBookTest : public testing::Test {
+protected:
+    NoteBookTest() { book.paths = disk.paths; }
+
+    NoteBookFolder disk;
+    OpenNoteBook book;
+    ReadWorld world;
+    NotedFaults faults;
 };
 
 }  // namespace lore

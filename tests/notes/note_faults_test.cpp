@@ -15,23 +15,21 @@
 namespace lore {
 namespace {
 
-CNote Changed(CNote note) {
-    note.keyWords = "changed";
-    return note;
+CNote Changed(const CNote& note) {
+    return WithKeyWords(note, "changed");
 }
 
-class NoteFaults : public testing::Test {
+class NoteFaults : public NoteBookTest {
 protected:
     using Files = std::map<std::string, std::string>;
 
-    NoteFaults() { book.paths = folder.paths; }
-    std::string Path(const std::string& name) const { return folder.paths.NoteFile(name).string(); }
+    std::string Path(const std::string& name) const { return disk.paths.NoteFile(name).string(); }
     /// Notes 1 and 2, and `rest` behind them, in one file, note 3 in another.
     void Prepare(const std::string& rest) {
-        for (const auto& entry : std::filesystem::directory_iterator(folder.paths.Notes()))
+        for (const auto& entry : std::filesystem::directory_iterator(disk.paths.Notes()))
             std::filesystem::remove(entry);
         PutBytes(Path(kFirst), NoteFileBytes(firstTwo) + rest);
-        folder.Put(kThird, {SourceNote(3, {6})});
+        disk.Put(kThird, {SourceNote(3, {6})});
         book.index = {};
         for (const int32_t id : {1, 2, 3})
             book.index.AddToIndex(Path(id == 3 ? kThird : kFirst), id);
@@ -39,7 +37,7 @@ protected:
     }
     /// What lies in the folders of the NoteBook; what was kept beside a file isn't counted if `dataOnly`.
     Files AllFiles(bool dataOnly = true) const {
-        Files files = FilesBelow(folder.paths.Folder());
+        Files files = FilesBelow(disk.paths.Folder());
         std::erase_if(files, [&](const auto& file) { return dataOnly && file.first.ends_with(".kept"); });
         return files;
     }
@@ -51,10 +49,6 @@ protected:
 
     const std::string kFirst = "SRC0000000005.dat", kThird = "SRC0000000006.dat", kRest = "rest of a note";
     const std::vector<CNote> firstTwo = {SourceNote(1, {5}), SourceNote(2, {5})};
-    NoteBookFolder folder;
-    OpenNoteBook book;
-    ReadWorld world;
-    NotedFaults faults;
     NoteStore store{book, world.context, faults, nullptr};
 };
 
@@ -107,12 +101,12 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
                 for (const CNote& note : copies)
                     EXPECT_EQ(note.guid, DayNote(id).guid);
             EXPECT_TRUE(IsHeld(work.rest));
-            EXPECT_FALSE(HasTemporary(folder.folder.Path()));
+            EXPECT_FALSE(HasTemporary(disk.folder.Path()));
             EXPECT_TRUE(work.make() || made) << "tried again";
             EXPECT_EQ(AllFiles(), after);
         };
         EXPECT_GT(FailEachCall(
-                      folder.folder.Path(), EIO, false, [&] { Prepare(work.rest); }, work.make, check),
+                      disk.folder.Path(), EIO, false, [&] { Prepare(work.rest); }, work.make, check),
                   15);
     }
 }
@@ -140,7 +134,7 @@ TEST_F(NoteFaults, OfADamagedFileThatCouldNotBeKeptThatIsToldAndNothingIsWritten
             }
         };
         EXPECT_GT(FailEachCall(
-                      folder.folder.Path(), EIO, lasting, [&] { Prepare(kRest); }, change, check),
+                      disk.folder.Path(), EIO, lasting, [&] { Prepare(kRest); }, change, check),
                   8);
         EXPECT_GT(kept, 1u);
         EXPECT_GT(lost, 1u);
@@ -156,9 +150,9 @@ TEST_F(NoteFaults, ACopyOfAFileIsMendedByAsManyCallsHoweverManyNotesItHolds) {
             held.push_back(SourceNote(id, {5}));
             book.index.AddToIndex(Path(kFirst), id);
         }
-        folder.Put(kFirst, held);
-        folder.Put("copy.dat", held);
-        FailCallBelow(folder.folder.Path().c_str(), 1'000'000, EIO);
+        disk.Put(kFirst, held);
+        disk.Put("copy.dat", held);
+        FailCallBelow(disk.folder.Path().c_str(), 1'000'000, EIO);
         const NoteStore::Mending mending = store.MendFile(Path("copy.dat"), [] { return true; });
         const long calls = FailCallBelow("", 0, 0);
         EXPECT_EQ(mending.copies, held.size());
@@ -217,7 +211,7 @@ TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
             EXPECT_TRUE(list.write() && AllFiles(false) == files) << "it is whole now";
             EXPECT_TRUE(faults.faults.empty());
         };
-        EXPECT_GT(FailEachCall(folder.folder.Path(), EIO, false, prepare, list.write, check), 8);
+        EXPECT_GT(FailEachCall(disk.folder.Path(), EIO, false, prepare, list.write, check), 8);
     }
 }
 
@@ -238,11 +232,11 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
     for (const bool converts : {false, true}) {
         const auto prepare = [&] {
             Prepare("");
-            folder.Put("SRC0000000009.dat", {});
+            disk.Put("SRC0000000009.dat", {});
             PutBytes(book.paths.Sources(), lists.at("Sources.dat"));
             PutBytes(book.paths.Categories(), lists.at("Categories.dat"));
             if (converts) {
-                folder.Put(kThird, {old});
+                disk.Put(kThird, {old});
                 std::filesystem::remove(book.paths.Categories());
             }
         };
@@ -266,7 +260,7 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
             EXPECT_TRUE(converts ? IsHeld("Lenses") : hasLenses());
         };
         for (const int error : {EIO, EACCES})
-            EXPECT_GT(FailEachCall(folder.folder.Path(), error, false, prepare, load, check), 20);
+            EXPECT_GT(FailEachCall(disk.folder.Path(), error, false, prepare, load, check), 20);
     }
 }
 

@@ -1,15 +1,12 @@
 #include "notes/note_index.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <random>
 
 #include "notes/note_copies.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
 
 TEST(NoteIndex, GivesNoIdTwice) {
     NoteIndex index;

@@ -1,26 +1,20 @@
 #include "notes/note_list_document.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "base/text.h"
 #include "bibliography/document_odt.h"
+#include "bibliography/source_builder.h"
 #include "notes/attachment_path.h"
 #include "notes/note_builder.h"
 #include "rtf/rtf.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-
 PrintNote FullEntry() {
     PrintNote entry{FullNote(5), {}};
-    CSource source;
-    source.SourceID = 1011;
+    CSource source = CitationOnly(1011, "Ames, A. Lamps. https://a.b/c");
     source.SourceGUID = "{S1}";
-    source.FormattedText = "Ames, A. Lamps. https://a.b/c";
     source.SpanKinds = {1};
     source.SpanStarts = {9};
     source.SpanEnds = {13};
@@ -44,21 +38,13 @@ TEST(NoteListDocument, StacksWhatTheDisplaySettingsShow) {
     const std::string source = "Ames, A. Lamps. https://a.b/c  \u2013  p. 7";
     const std::string text = "First|Second";
     const std::string files = "A lamp (Image File)|Site <http://example.org>";
-    struct Case {
-        const char* what;
-        BoardOptions options;
-        std::string expected;
-    };
-    Case cases[4];
-    cases[0] = {"as they are at first", {}, paths + "|" + text + "|" + files + "|" + source + "|" + words};
-    cases[1] = {"all on top", {}, paths + "|" + words + "|" + source + "|" + text + "|" + files};
-    cases[1].options.keyWordsOnTop = cases[1].options.sourcesOnTop = true;
-    cases[2] = {"nothing but the text", {}, text + "|" + files};
-    cases[2].options.showCategories = cases[2].options.showKeyWords = cases[2].options.showSources = false;
-    cases[3] = {"one set", {}, "Lights \u203A Lenses|" + text + "|" + files + "|" + source + "|" + words};
-    cases[3].options.onlySetOne = true;
-    for (const Case& c : cases)
-        EXPECT_EQ(PartsOf({FullEntry()}, c.options), c.expected) << c.what;
+    const std::pair<BoardOptions, std::string> cases[] = {
+        {{}, paths + "|" + text + "|" + files + "|" + source + "|" + words},
+        {{.keyWordsOnTop = true, .sourcesOnTop = true}, paths + "|" + words + "|" + source + "|" + text + "|" + files},
+        {{.showCategories = false, .showKeyWords = false, .showSources = false}, text + "|" + files},
+        {{.onlySetOne = true}, "Lights \u203A Lenses|" + text + "|" + files + "|" + source + "|" + words}};
+    for (const auto& [options, expected] : cases)
+        EXPECT_EQ(PartsOf({FullEntry()}, options), expected);
 }
 
 TEST(NoteListDocument, PartsNotesWithARuleAndShowsPicturesWithTheirTitle) {

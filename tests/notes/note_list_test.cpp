@@ -1,20 +1,16 @@
 #include "notes/note_list.h"
 
-#include <gmock/gmock.h>
-
-#include "bibliography/source_record.h"
+#include "bibliography/source_builder.h"
 #include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
 #include "notes/sort_order.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 CNoteList ListOf(const std::vector<int32_t>& ids) {
     CNoteList list;
@@ -128,19 +124,14 @@ TEST(NoteList, ReplacesASavedNoteInItsPlaceWithItsFlagsButNotItsMarks) {
     EXPECT_FALSE(list.ReplaceNote(DayNote(7), nullptr));
 }
 
-TEST(NoteList, LoadsNotesWithTheTextsOfTheirSources) {
-    const NoteBookFolder disk;
-    ReadWorld world;
-    NotedFaults faults;
+using LoadedNoteList = NoteBookTest;
+
+TEST_F(LoadedNoteList, HasTheTextsOfTheSources) {
     disk.Put("DAY01012020.dat", {DayNote(1), DayNote(2)});
     disk.Put("SRC0000001011.dat", {SourceNote(3, {1011, 4444})});
-    OpenNoteBook book;
     for (int32_t id = 1; id <= 3; ++id)
         book.index.AddToIndex(disk.paths.NoteFile(id < 3 ? "DAY01012020.dat" : "SRC0000001011.dat").string(), id);
-    CSource source = MakeSource(world.context);
-    source.SourceID = 1011;
-    source.FieldTexts[0] = "The Lamp";
-    book.sources.AddTail(source);
+    book.sources.AddTail(TitledSource(1011, "The Lamp"));
 
     CNoteList list;
     EXPECT_EQ(LoadNotesToList(book, {3, 9, 1}, kNoSort, world.context, faults, list), 2U);
@@ -155,14 +146,9 @@ TEST(NoteList, LoadsNotesWithTheTextsOfTheirSources) {
 }
 
 TEST(NoteList, SourcesThatTheNoteBookDoesNotKnowTakeNoPartInTheSort) {
-    ReadWorld world;
     SourceList sources;
-    for (const auto& [id, title] : {std::pair(1011, "Beta"), std::pair(1012, "Adams")}) {
-        CSource source = MakeSource(world.context);
-        source.SourceID = id;
-        source.FieldTexts[0] = title;
-        sources.AddTail(source);
-    }
+    sources.AddTail(TitledSource(1011, "Beta"));
+    sources.AddTail(TitledSource(1012, "Adams"));
     AuthorList authors;
     CitationTexts citations(sources, authors);
     CNoteList list;

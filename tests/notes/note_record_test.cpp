@@ -186,27 +186,24 @@ TEST(NoteRecord, TextsOverTheWritingLimitAreReadWholeAndDatesThatDoNotReadAreThe
 }
 
 TEST(NoteRecord, AZoomThatItsFieldCannotHoldIsOne) {
-    const struct {
-        const char* field;
-        double zoom;
-    } cases[] = {{"0100000000.000000000", 1e8},
-                 {"9999999999.999998093", 9999999999.999998093},
-                 {"10000000000.00000000", 1.0},
-                 {"99999999999999999999", 1.0},
-                 {"1e300\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 1.0},
-                 {"-999999999.999999881", -999999999.999999881},
-                 {"-1000000000.00000000", 1.0}};
+    const std::pair<const char*, double> cases[] = {{"0100000000.000000000", 1e8},
+                                                    {"9999999999.999998093", 9999999999.999998093},
+                                                    {"10000000000.00000000", 1.0},
+                                                    {"99999999999999999999", 1.0},
+                                                    {"1e300\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 1.0},
+                                                    {"-999999999.999999881", -999999999.999999881},
+                                                    {"-1000000000.00000000", 1.0}};
     ReadWorld world;
     const std::string record = RecordOf(FullNote(5)), field = "0000000001.250000000";
-    for (const auto& c : cases) {
+    for (const auto& [digits, zoom] : cases) {
         std::string damaged = record;
-        damaged.replace(record.find(field), field.size(), c.field, field.size());
+        damaged.replace(record.find(field), field.size(), digits, field.size());
         NoteFileReader reader(world.context);
         reader.OpenBytes(damaged);
         ASSERT_TRUE(reader.Next());
         const CNote note = reader.TakeNote();
-        EXPECT_EQ(note.attachments.at(0).zoom, c.zoom) << c.field;
-        EXPECT_EQ(RecordOf(note).size(), record.size()) << c.field;
+        EXPECT_EQ(note.attachments.at(0).zoom, zoom) << digits;
+        EXPECT_EQ(RecordOf(note).size(), record.size()) << digits;
     }
     for (const double zoom : {1e10, -1e9, 1e300, std::numeric_limits<double>::quiet_NaN()}) {
         CNote note = FullNote(5);

@@ -1,53 +1,42 @@
 #include "notes/note_store.h"
 
 #include <functional>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
 #include "notes/search_world.h"
 #include "notes/text_cache.h"
 #include "support/each.h"
+#include "support/matchers.h"
 #include "support/note_reading.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-class NoteStoreTest : public testing::Test {
+class NoteStoreTest : public NoteBookTest {
 protected:
-    NoteStoreTest() { book.paths = folder.paths; }
-
     std::vector<int32_t> IDsIn(const std::string& name) {
         return Each(NotesOfFile(book.paths.NoteFile(name), world.context), &CNote::id);
     }
     /// Writes a file and enters its notes into the index, as a load does.
     void Load(const std::string& name, const std::vector<CNote>& notes) {
-        folder.Put(name, notes);
+        disk.Put(name, notes);
         for (const CNote& note : notes)
             book.index.AddToIndex(Path(name), note.id);
     }
     std::string Path(const std::string& name) const { return book.paths.NoteFile(name).string(); }
     void Block(const std::string& name) { lore::Block(Path(name)); }
 
-    NoteBookFolder folder;
-    OpenNoteBook book;
-    ReadWorld world;
-    NotedFaults faults;
     NoteStore store{book, world.context, faults, nullptr};
 };
 
 TEST_F(NoteStoreTest, ANoteIsReplacedWhereItStandsAndANewOneGoesToTheEnd) {
     Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
-    CNote changed = SourceNote(1, {5});
-    changed.keyWords = "changed";
+    const CNote changed = WithKeyWords(SourceNote(1, {5}), "changed");
     EXPECT_TRUE(store.SaveNote(changed));
     EXPECT_TRUE(store.SaveNote(SourceNote(3, {5, 6})));
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2, 3));
-    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"),
+    EXPECT_EQ(disk.Bytes("SRC0000000005.dat"),
               NoteFileBytes(std::vector<CNote>{changed, SourceNote(2, {5}), SourceNote(3, {5, 6})}));
     EXPECT_THAT(book.index.AllIDs().Values(), ElementsAre(1, 2, 3));
     EXPECT_THAT(faults.faults, IsEmpty());
@@ -66,14 +55,13 @@ TEST_F(NoteStoreTest, ManyNotesMoveInOneGoAndEachFileKeepsItsOrder) {
 TEST_F(NoteStoreTest, NotesThatComeToTheEndLeaveTheOldPlaceInTheirFile) {
     Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5}), SourceNote(3, {5})});
     Load("DAY01012020.dat", {DayNote(4)});
-    CNote changed = SourceNote(1, {5});
-    changed.keyWords = "changed";
+    const CNote changed = WithKeyWords(SourceNote(1, {5}), "changed");
     EXPECT_THAT(store
                     .SaveNotes({SourceNote(3, {5}), SourceNote(9, {5}), changed, SourceNote(4, {5})},
                                NoteStore::Place::AtTheEnd)
                     .Values(),
                 IsEmpty());
-    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"),
+    EXPECT_EQ(disk.Bytes("SRC0000000005.dat"),
               NoteFileBytes(std::vector<CNote>{SourceNote(2, {5}), SourceNote(3, {5}), SourceNote(9, {5}), changed,
                                                SourceNote(4, {5})}));
     EXPECT_THAT(IDsIn("DAY01012020.dat"), IsEmpty());
@@ -81,20 +69,19 @@ TEST_F(NoteStoreTest, NotesThatComeToTheEndLeaveTheOldPlaceInTheirFile) {
 }
 
 TEST_F(NoteStoreTest, OfNotesThatComeWithOneIdTheLastOneLands) {
-    CNote first = SourceNote(1, {5}), last = first, stranger = SourceNote(2, {5});
-    first.keyWords = "first";
-    last.keyWords = "last";
+    const CNote last = WithKeyWords(SourceNote(1, {5}), "last");
+    CNote stranger = SourceNote(2, {5});
     stranger.guid = "{stranger}";
-    const std::vector<CNote> incoming = {first, stranger, SourceNote(2, {5}), last};
+    const std::vector<CNote> incoming = {WithKeyWords(last, "first"), stranger, SourceNote(2, {5}), last};
     for (const bool isHeld : {false, true}) {
         for (const auto place : {NoteStore::Place::WhereItStands, NoteStore::Place::AtTheEnd}) {
             SCOPED_TRACE(isHeld);
             book.index = {};
-            folder.Put("SRC0000000005.dat", {});
+            disk.Put("SRC0000000005.dat", {});
             if (isHeld)
                 Load("SRC0000000005.dat", {SourceNote(2, {5}), SourceNote(1, {5})});
             EXPECT_TRUE(store.SaveNotes(incoming, place).IsEmpty());
-            EXPECT_EQ(folder.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(2, {5}), last}));
+            EXPECT_EQ(disk.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(2, {5}), last}));
         }
     }
     EXPECT_THAT(faults.faults, IsEmpty());
@@ -106,7 +93,7 @@ TEST_F(NoteStoreTest, ACopyThatCouldntLeaveItsOldFileNeverComesBack) {
     EXPECT_TRUE(store.SaveNote(SourceNote(1, {6}))) << "it is on the disk";
     EXPECT_FALSE(faults.faults.empty());
     std::filesystem::remove_all(Path("SRC0000000005.dat"));
-    folder.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+    disk.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
 
     EXPECT_TRUE(store.SaveNote(SourceNote(2, {5})));
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2)) << "the next save of the file takes the copy out";
@@ -115,26 +102,25 @@ TEST_F(NoteStoreTest, ACopyThatCouldntLeaveItsOldFileNeverComesBack) {
 TEST_F(NoteStoreTest, NotesChangeWhereTheyLieAndThoseThatCouldntAreNamed) {
     Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
     Load("SRC0000000006.dat", {SourceNote(3, {6})});
-    CNote changed = SourceNote(2, {5});
-    changed.keyWords = "changed";
+    const CNote changed = WithKeyWords(SourceNote(2, {5}), "changed");
     const auto change = [](CNote& note) {
         note.keyWords = "changed";
         return note.id != 1;
     };
     EXPECT_TRUE(store.ChangeNotes({2, 9}, change).IsEmpty());
-    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(1, {5}), changed}));
+    EXPECT_EQ(disk.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(1, {5}), changed}));
     EXPECT_TRUE(store.ChangeNotes({1}, change).IsEmpty());
-    EXPECT_EQ(folder.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(1, {5}), changed}));
+    EXPECT_EQ(disk.Bytes("SRC0000000005.dat"), NoteFileBytes(std::vector<CNote>{SourceNote(1, {5}), changed}));
     Block("SRC0000000006.dat");
     EXPECT_EQ(store.ChangeNotes({2, 3}, change), (LongList{3}));
 }
 
 TEST_F(NoteStoreTest, DeletingANoteTakesItsHiddenCopyToo) {
     Load("SRC0000000006.dat", {SourceNote(1, {6})});
-    folder.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
+    disk.Put("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
     book.index.AddToIndex(Path("SRC0000000005.dat"), 2);
     book.index.AddHiddenCopy(Path("SRC0000000005.dat"), 1);
-    folder.Put("SRC0000000007.dat", {SourceNote(1, {7})});
+    disk.Put("SRC0000000007.dat", {SourceNote(1, {7})});
     book.index.AddHiddenCopy(Path("SRC0000000007.dat"), 1);
     Block("SRC0000000007.dat");
     EXPECT_EQ(store.DeleteNotes(LongList{1}).size(), 1u);
@@ -147,15 +133,15 @@ TEST_F(NoteStoreTest, AnotherNoteOfTheSameNumberIsNoCopy) {
     Load("SRC0000000006.dat", {SourceNote(1, {6})});
     CNote stranger = SourceNote(1, {5});
     stranger.guid = "{stranger}";
-    folder.Put("SRC0000000005.dat", {stranger, SourceNote(2, {5})});
+    disk.Put("SRC0000000005.dat", {stranger, SourceNote(2, {5})});
     book.index.AddToIndex(Path("SRC0000000005.dat"), 2);
     EXPECT_TRUE(store.SaveNote(SourceNote(2, {5})));
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2));
-    folder.Put("SRC0000000006.dat", {});
+    disk.Put("SRC0000000006.dat", {});
     EXPECT_TRUE(store.SaveNote(SourceNote(2, {5})));
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2)) << "the one that shows has gone";
     book.index.AddHiddenCopy(Path("SRC0000000005.dat"), 1);
-    folder.Put("SRC0000000006.dat", {SourceNote(1, {6})});
+    disk.Put("SRC0000000006.dat", {SourceNote(1, {6})});
     EXPECT_EQ(store.DeleteNotes({1}).size(), 1u);
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(1, 2));
 }
@@ -200,16 +186,11 @@ TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
     CNote hidden = SourceNote(1, {5}), shown = SourceNote(1, {5});
     hidden.guid = "{hidden}";
     hidden.dateEdited = DateTime(2021, 1, 1);
-    CNote changed = shown, moved = shown;
-    changed.keyWords = "changed";
+    const CNote changed = WithKeyWords(shown, "changed");
+    CNote moved = shown;
     moved.sources = {6};
     using Guids = std::vector<std::string>;
-    const struct {
-        const char* what;
-        std::function<void()> make;
-        Guids left;
-        size_t told;
-    } works[] = {
+    const std::tuple<const char*, std::function<void()>, Guids, size_t> works[] = {
         {"another note", [&] { store.SaveNote(SourceNote(2, {5})); }, {"{G1}", "{hidden}", "{G2}"}, 0},
         {"save", [&] { store.SaveNote(changed); }, {"{G1}changed", "{hidden}", "{G2}"}, 0},
         {"to the end",
@@ -227,21 +208,21 @@ TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
          {"{G1}", "{G2}", "{hidden}"},
          1},
     };
-    for (const auto& work : works) {
-        SCOPED_TRACE(work.what);
-        for (const auto& entry : std::filesystem::directory_iterator(folder.paths.Notes()))
+    for (const auto& [what, make, left, told] : works) {
+        SCOPED_TRACE(what);
+        for (const auto& entry : std::filesystem::directory_iterator(disk.paths.Notes()))
             std::filesystem::remove(entry);
         book.index = {};
         faults.faults.clear();
         Load(name, {shown, hidden, SourceNote(2, {5})});
         book.index.AddHiddenCopy(Path(name), 1);
-        const std::string before = folder.Bytes(name);
-        work.make();
+        const std::string before = disk.Bytes(name);
+        make();
         EXPECT_EQ(
             Each(NotesOfFile(Path(name), world.context), [](const CNote& note) { return note.guid + note.keyWords; }),
-            work.left);
-        EXPECT_EQ(faults.faults.size(), work.told);
-        EXPECT_EQ(BytesOf(Path(name) + ".kept"), work.told > 0 ? before : "");
+            left);
+        EXPECT_EQ(faults.faults.size(), told);
+        EXPECT_EQ(BytesOf(Path(name) + ".kept"), told > 0 ? before : "");
     }
 }
 
@@ -258,8 +239,8 @@ TEST_F(NoteStoreTest, OnlyTextsOfNotesThatShowAreFoundInMemoryBehindASave) {
         SCOPED_TRACE(twoFiles);
         const CNote shown = text(7, "{A}", "apple", first), plum = text(8, "{C}", "plum", twoFiles ? second : first);
         const CNote hidden = text(7, "{B}", "pear", twoFiles ? second : first);
-        folder.Put(files[0], twoFiles ? std::vector{shown} : std::vector{shown, hidden, plum});
-        folder.Put(files[1], twoFiles ? std::vector{hidden, plum} : std::vector<CNote>());
+        disk.Put(files[0], twoFiles ? std::vector{shown} : std::vector{shown, hidden, plum});
+        disk.Put(files[1], twoFiles ? std::vector{hidden, plum} : std::vector<CNote>());
         book.index = {};
         for (const int32_t id : {7, 8})
             book.index.AddToIndex(Path(files[twoFiles && id == 8 ? 1 : 0]), id);
@@ -280,7 +261,7 @@ TEST_F(NoteStoreTest, OnlyTextsOfNotesThatShowAreFoundInMemoryBehindASave) {
 
 TEST_F(NoteStoreTest, ANoteThatHasVanishedFromItsFileIsAddedAgainAndTold) {
     Load("SRC0000000005.dat", {SourceNote(1, {5}), SourceNote(2, {5})});
-    folder.Put("SRC0000000005.dat", {SourceNote(2, {5})});
+    disk.Put("SRC0000000005.dat", {SourceNote(2, {5})});
     EXPECT_TRUE(store.SaveNote(SourceNote(1, {5})));
     EXPECT_THAT(IDsIn("SRC0000000005.dat"), ElementsAre(2, 1));
     EXPECT_EQ(faults.faults.size(), 1u);

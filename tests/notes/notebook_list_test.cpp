@@ -9,14 +9,7 @@ namespace lore {
 namespace {
 
 CDatabase Entry(int32_t id, const std::string& name, const std::string& folder, const std::string& guid) {
-    CDatabase entry;
-    entry.id = id;
-    entry.name = name;
-    entry.folder = folder;
-    entry.guid = guid;
-    entry.extra = "backup of " + name;
-    entry.created = DateTime(2020, 2, 29, 1, 2, 3);
-    return entry;
+    return {id, 0, name, folder, "backup of " + name, DateTime(2020, 2, 29, 1, 2, 3), guid};
 }
 
 const std::vector<CDatabase>& List() {
@@ -99,25 +92,23 @@ TEST(NoteBookList, FindsWhatAUserTypes) {
 TEST(NoteBookList, StartTakesTheNoteBookThatTheSettingsNameAndMakesTheGuidOfTheInstallation) {
     TempFolder folder;
     SaveDatabases(folder / "Databases.dat", List());
-    const struct {
-        const char *file, *local, *database, *chosen;
-    } cases[] = {{"Databases.dat", "{MAIN}", "{M}", "{M}"},
-                 {"Databases.dat", "{MAIN}", "{GONE}", "{MAIN}"},
-                 {"Databases.dat", "{MAIN}", "", "{MAIN}"},
-                 {"none", "", "", "{GUID 1}"}};
-    for (const auto& c : cases) {
+    const char* const cases[][4] = {{"Databases.dat", "{MAIN}", "{M}", "{M}"},
+                                    {"Databases.dat", "{MAIN}", "{GONE}", "{MAIN}"},
+                                    {"Databases.dat", "{MAIN}", "", "{MAIN}"},
+                                    {"none", "", "", "{GUID 1}"}};
+    for (const auto& [file, local, database, expected] : cases) {
         ReadWorld world;
         Settings settings;
-        settings.Set(Option::LocalGUID, std::string(c.local));
-        settings.Set(Option::Database, std::string(c.database));
+        settings.Set(Option::LocalGUID, std::string(local));
+        settings.Set(Option::Database, std::string(database));
         std::vector<CDatabase> list;
         FileResult result;
-        const CDatabase chosen = SelectStartNoteBook(folder / c.file, world.context, settings, list, result);
-        EXPECT_EQ(chosen.guid, c.chosen);
-        EXPECT_EQ(settings.Text(Option::Database), c.chosen);
-        EXPECT_EQ(settings.Text(Option::LocalGUID), *c.local ? c.local : c.chosen);
+        const CDatabase chosen = SelectStartNoteBook(folder / file, world.context, settings, list, result);
+        EXPECT_EQ(chosen.guid, expected);
+        EXPECT_EQ(settings.Text(Option::Database), expected);
+        EXPECT_EQ(settings.Text(Option::LocalGUID), *local ? local : expected);
         EXPECT_EQ(list.size(), result.Missing() ? 0u : 3u);
-        EXPECT_EQ(result.Missing(), *c.local == '\0');
+        EXPECT_EQ(result.Missing(), *local == '\0');
     }
 }
 

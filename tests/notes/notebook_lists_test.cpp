@@ -1,24 +1,20 @@
 #include "notes/notebook_lists.h"
 
 #include <functional>
-#include <gmock/gmock.h>
 
 #include "bibliography/source_builder.h"
 #include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// A NoteBook with authors, types, sources and categories, loaded.
-class NoteBookListsTest : public testing::Test {
+class NoteBookListsTest : public NoteBookTest {
 protected:
     NoteBookListsTest() {
-        book.paths = disk.paths;
         AuthorList authors = ThreeAuthors();
         CustomTypeList types;
         types.AddType(FullSource(5).CustomTypeCopy);
@@ -35,11 +31,6 @@ protected:
         LoadNoteBook(book, counters, world.context, faults, {});
     }
     std::vector<std::string> Told() const { return Each(faults.faults, &Fault::what); }
-
-    NoteBookFolder disk;
-    OpenNoteBook book;
-    ReadWorld world;
-    NotedFaults faults;
 
     struct List {
         std::string name;

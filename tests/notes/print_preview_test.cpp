@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "bibliography/source_record.h"
+#include "bibliography/source_builder.h"
 #include "notes/note_builder.h"
 #include "support/note_reading.h"
 
@@ -14,10 +14,8 @@ TEST(PrintPreview, HoldsTheNotesWithTheirFormattedSources) {
     ReadWorld world;
     PrintNote entry;
     entry.note = FullNote(5);
-    entry.sources.push_back(MakeSource(world.context));
-    entry.sources[0].SourceID = 1011;
+    entry.sources.push_back(CitationOnly(1011, "Ames, A. Lamps."));
     entry.sources[0].SourceGUID = "{S1}";
-    entry.sources[0].FormattedText = "Ames, A. Lamps.";
     entry.sources[0].SpanKinds = {1};
     entry.sources[0].SpanStarts = {9};
     entry.sources[0].SpanEnds = {14};

@@ -1,34 +1,24 @@
 #include "notes/search_database.h"
 
-#include <gmock/gmock.h>
-
 #include "notes/search_check.h"
 #include "notes/search_world.h"
 #include "support/data_files.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
-class SearchDatabaseTest : public testing::Test {
+class SearchDatabaseTest : public NoteBookTest {
 protected:
     std::vector<SearchResult> Search(const std::string& text, SearchOptions options = {}) {
-        NoteSearch search;
-        ParseSearchString(text, nullptr, search);
-        return SearchDatabase(disk.paths.Notes(), NoteMatcher(search), options, world.context, faults);
+        return SearchDatabase(disk.paths.Notes(), MatcherFor(text), options, world.context, faults);
     }
     std::vector<int32_t> Ids(const std::string& text, int threads = 2) {
         SearchOptions options;
         options.threads = threads;
         return Each(Search(text, options), &SearchResult::id);
     }
-
-    NoteBookFolder disk;
-    ReadWorld world;
-    NotedFaults faults;
 };
 
 TEST_F(SearchDatabaseTest, GivesResultsByFileNameAndFileOrder) {
@@ -100,10 +90,7 @@ TEST_F(SearchDatabaseTest, GoesOnBehindFilesThatCannotBeRead) {
 }
 
 TEST_F(SearchDatabaseTest, HasNoResultsInAFolderThatIsNotThere) {
-    const SearchOptions options;
-    NoteSearch search;
-    ParseSearchString("lamp", nullptr, search);
-    EXPECT_THAT(SearchDatabase(disk.folder / "none", NoteMatcher(search), options, world.context, faults), IsEmpty());
+    EXPECT_THAT(SearchDatabase(disk.folder / "none", MatcherFor("lamp"), {}, world.context, faults), IsEmpty());
 }
 
 TEST(SearchCorpus, HoldsForWhatFuzzingFound) {

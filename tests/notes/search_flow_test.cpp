@@ -1,23 +1,19 @@
 #include "notes/search_flow.h"
 
-#include <gmock/gmock.h>
-
 #include "notes/note_list_add.h"
 #include "notes/search_world.h"
 #include "notes/sort_order.h"
+#include "support/matchers.h"
 #include "support/scripted_background.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 std::string CountMessage(int count) {
     return "Finished Search!: Your search returned  *" + std::to_string(count) + "*  results.";
 }
 
-class SearchBoxTest : public testing::Test {
+class SearchBoxTest : public NoteBookTest {
 protected:
     SearchBoxTest() {
         Put("DAY01012020.dat", {TextNote(1, "lamp one"), TextNote(2, "mirror two")});
@@ -54,10 +50,6 @@ protected:
         return ids;
     }
 
-    NoteBookFolder disk;
-    ReadWorld world;
-    NotedFaults faults;
-    OpenNoteBook book;
     TextCache cache;
     CNoteList list;
     Background* background = nullptr;
@@ -66,24 +58,21 @@ protected:
 };
 
 TEST_F(SearchBoxTest, BringsResultsOfTheDatabaseInByTheActiveOrder) {
-    const struct {
-        int32_t order;
-        std::vector<int32_t> ids;
-    } cases[] = {
+    const std::pair<int32_t, std::vector<int32_t>> cases[] = {
         {kAddToBottom, {4, 2, 1, 3, 5}},  // appended as found
         {kAddToTop, {1, 3, 5, 4, 2}},     // in front, the oldest first
         {kDateAddedDown, {5, 3, 4, 1, 2}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [order, ids] : cases) {
         list.RemoveAll();
         FillList({4, 2});
         list.MarkAsNew(1);
         list.SetFocusNote(4);
-        EXPECT_EQ(Run(" lamp ", SearchScope::Database, c.order), SearchOutcome::Done);
-        EXPECT_EQ(Ids(), c.ids) << c.order;
-        EXPECT_THAT(Where(&CNote::newlyAdded), testing::UnorderedElementsAre(1, 3, 5)) << c.order;
+        EXPECT_EQ(Run(" lamp ", SearchScope::Database, order), SearchOutcome::Done);
+        EXPECT_EQ(Ids(), ids) << order;
+        EXPECT_THAT(Where(&CNote::newlyAdded), testing::UnorderedElementsAre(1, 3, 5)) << order;
         EXPECT_THAT(Where(&CNote::selected), IsEmpty());
-        EXPECT_THAT(Marked(), testing::UnorderedElementsAre(1, 3, 4, 5)) << c.order;
+        EXPECT_THAT(Marked(), testing::UnorderedElementsAre(1, 3, 4, 5)) << order;
     }
     EXPECT_THAT(prompts.seen, ElementsAre(CountMessage(4), CountMessage(4), CountMessage(4)));
     EXPECT_THAT(prompts.icons, testing::Each(PromptIcon::Information));

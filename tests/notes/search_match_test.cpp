@@ -1,15 +1,13 @@
 #include "notes/search_match.h"
 
-#include <gmock/gmock.h>
 #include <random>
 
 #include "notes/search_prefilter.h"
 #include "notes/search_world.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
 
 std::string Folded(const std::string& utf8) {
     std::string folded;
@@ -18,11 +16,8 @@ std::string Folded(const std::string& utf8) {
 }
 
 TEST(NoteMatcher, DecidesAlikeOnPlainFoldedAndRichTexts) {
-    const struct {
-        const char* search;
-        const char* text;  // plain text and RTF body alike
-        bool matches;
-    } cases[] = {
+    // What is searched, and a text that is plain text and RTF body alike.
+    const std::tuple<const char*, const char*, bool> cases[] = {
         {"cat", "A Catalog", true},
         {"\"cat\"", "A Catalog", false},
         {"\"cat\"", "catalog, CAT.", true},
@@ -42,21 +37,17 @@ TEST(NoteMatcher, DecidesAlikeOnPlainFoldedAndRichTexts) {
         {"x_1", "X_1", true},
         {"\"x\"", "x_1", false},
     };
-    for (const auto& c : cases) {
-        const NoteMatcher matcher = MatcherFor(c.search);
-        const std::string rtf = TextNote(1, c.text).rtfText;
-        EXPECT_EQ(matcher.Matches(c.text), c.matches) << c.search << " in " << c.text;
-        EXPECT_EQ(matcher.MatchesFolded(Folded(c.text)), c.matches) << c.search << " in " << c.text;
-        EXPECT_TRUE(!c.matches || RtfPrefilter(matcher).MayMatch(rtf)) << c.search << " in " << c.text;
+    for (const auto& [search, text, matches] : cases) {
+        SCOPED_TRACE(std::string(search) + " in " + text);
+        const NoteMatcher matcher = MatcherFor(search);
+        EXPECT_EQ(matcher.Matches(text), matches);
+        EXPECT_EQ(matcher.MatchesFolded(Folded(text)), matches);
+        EXPECT_TRUE(!matches || RtfPrefilter(matcher).MayMatch(TextNote(1, text).rtfText));
     }
 }
 
 TEST(NoteMatcher, IgnoresCaseOfEveryScriptAndKeepsPositionsInCharacters) {
-    const struct {
-        const char* search;
-        const char* text;
-        std::vector<TextRange> hits;
-    } cases[] = {
+    const std::tuple<const char*, const char*, std::vector<TextRange>> cases[] = {
         {"\xC3\xA4gypten", "\xC3\x84GYPTEN, \xC3\xA4gypten", {{0, 7}, {9, 16}}},
         {"\xD0\xBC\xD0\xB0\xD1\x8F\xD0\xBA", "\xD0\x9C\xD0\x90\xD0\xAF\xD0\x9A", {{0, 4}}},
         {"k",
@@ -67,10 +58,10 @@ TEST(NoteMatcher, IgnoresCaseOfEveryScriptAndKeepsPositionsInCharacters) {
         {"\"e\"", "e\xCC\x81 e", {{3, 4}}},  // a combining accent belongs to its word
         {"a OR ab", "ab", {{0, 1}, {0, 2}}},
     };
-    for (const auto& c : cases) {
-        const NoteMatcher matcher = MatcherFor(c.search);
-        EXPECT_EQ(matcher.Hits(c.text), c.hits) << c.search;
-        EXPECT_TRUE(matcher.MatchesFolded(Folded(c.text))) << c.search;
+    for (const auto& [search, text, hits] : cases) {
+        const NoteMatcher matcher = MatcherFor(search);
+        EXPECT_EQ(matcher.Hits(text), hits) << search;
+        EXPECT_TRUE(matcher.MatchesFolded(Folded(text))) << search;
     }
 }
 

@@ -1,20 +1,13 @@
 #include "notes/search_query.h"
 
-#include <gmock/gmock.h>
-
 #include "notes/search_world.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-
 TEST(SearchQuery, SplitsAtCapitalOperatorsAnywhereInTheText) {
-    const struct {
-        const char* text;
-        int32_t searchOperator;
-        std::vector<std::string> terms;
-    } cases[] = {
+    const std::tuple<const char*, int32_t, std::vector<std::string>> cases[] = {
         {"cats AND dogs", kAndOperator, {"cats", "dogs"}},
         {"cats OR dogs", kOrOperator, {"cats", "dogs"}},
         {"cats and dogs", kNoOperator, {"cats and dogs"}},
@@ -28,14 +21,15 @@ TEST(SearchQuery, SplitsAtCapitalOperatorsAnywhereInTheText) {
         {"SHOWALL", kNoOperator, {"SHOWALL"}},
         {"", kNoOperator, {""}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [text, searchOperator, terms] : cases) {
+        SCOPED_TRACE(text);
         ScriptedPrompts prompts;
         NoteSearch search;
-        EXPECT_TRUE(ParseSearchString(c.text, &prompts, search)) << c.text;
-        EXPECT_EQ(search.searchText, c.text);
-        EXPECT_EQ(search.searchOperator, c.searchOperator) << c.text;
-        EXPECT_EQ(search.searchTerms, c.terms) << c.text;
-        EXPECT_TRUE(prompts.seen.empty()) << c.text;
+        EXPECT_TRUE(ParseSearchString(text, &prompts, search));
+        EXPECT_EQ(search.searchText, text);
+        EXPECT_EQ(search.searchOperator, searchOperator);
+        EXPECT_EQ(search.searchTerms, terms);
+        EXPECT_TRUE(prompts.seen.empty());
     }
 }
 
@@ -53,20 +47,16 @@ TEST(SearchQuery, RefusesBothOperatorsWithAMessage) {
 }
 
 TEST(SearchQuery, TakesTheFirstAndTheLastCharacterOffAQuotedTerm) {
-    const struct {
-        const char* text;
-        std::u32string folded;
-        bool wholeWord;
-    } cases[] = {
+    const std::tuple<const char*, std::u32string, bool> cases[] = {
         {"\"Cat\"", U"cat", true},    {"\"cat", U"ca", true},
         {"cat\"", U"cat\"", false},   {"\"", U"", true},
         {"\"\"", U"", true},          {"\"\xC3\x84\xC3\xA9", U"\u00E4", true},
         {"\xC4x", U"\u00E4x", false}, {"STRASSE \xC3\x9F", U"strasse \u00DF", false},
     };
-    for (const auto& c : cases) {
-        const SearchTerm term = SearchTerm::FromText(c.text);
-        EXPECT_EQ(term.folded, c.folded) << c.text;
-        EXPECT_EQ(term.wholeWord, c.wholeWord) << c.text;
+    for (const auto& [text, folded, wholeWord] : cases) {
+        const SearchTerm term = SearchTerm::FromText(text);
+        EXPECT_EQ(term.folded, folded) << text;
+        EXPECT_EQ(term.wholeWord, wholeWord) << text;
     }
 }
 

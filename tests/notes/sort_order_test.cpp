@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <gmock/gmock.h>
 #include <map>
 #include <random>
 
+#include "notes/note_builder.h"
+#include "support/matchers.h"
+
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
 
 using Paths = std::array<CProCategoryTree, kSetCount>;
 
@@ -29,17 +29,6 @@ ListedNote Filed(int32_t id, const CProCategoryTree& path, int set = 1) {
     Paths paths;
     paths[static_cast<size_t>(set - 1)] = path;
     return Note(id, DateTime(2011, 7, 12), {}, paths);
-}
-
-CProCategoryTree Path(std::vector<std::pair<int32_t, std::string>> nodes) {
-    CProCategoryTree path;
-    for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-        CProCategoryTree above(node->first, node->second);
-        if (node != nodes.rbegin())
-            above.AddChild(path);
-        path = above;
-    }
-    return path;
 }
 
 std::vector<int32_t> SortedIds(const std::vector<ListedNote>& notes, int32_t sortId) {
@@ -107,7 +96,7 @@ private:
             const int32_t id = odd ? Choose({0, -1, -7, 1, 2, 3, 21122112}) : Choose({1, 2});
             nodes.emplace_back(id, Choose<std::string>({"a", "A", " a ", "b", "B", "", std::string(24, 'z')}));
         }
-        return Path(nodes);
+        return PathOf(nodes);
     }
 
     ListedNote One(int32_t id, bool odd) {
@@ -162,8 +151,9 @@ TEST(SortOrder, IsThatOfTheSelectionForAlternatingReservedAndBlankPathsAndNotesW
     for (int round = 0; round < 300; ++round) {
         std::vector<ListedNote> notes;
         for (int32_t id = 1; id <= 12; ++id) {
-            const CProCategoryTree paths[] = {CProCategoryTree(), Path({{21122112, "m"}}),    Path({{21122112, "c"}}),
-                                              Path({{4, "d"}}),   Path({{5, "x"}, {6, "y"}}), Path({{7, " "}})};
+            const CProCategoryTree paths[] = {CProCategoryTree(),           PathOf({{21122112, "m"}}),
+                                              PathOf({{21122112, "c"}}),    PathOf({{4, "d"}}),
+                                              PathOf({{5, "x"}, {6, "y"}}), PathOf({{7, " "}})};
             notes.push_back(Filed(id, paths[random() % std::size(paths)]));
         }
         for (const int32_t id : {704, 804})
@@ -172,36 +162,32 @@ TEST(SortOrder, IsThatOfTheSelectionForAlternatingReservedAndBlankPathsAndNotesW
 }
 
 TEST(SortOrder, TakesThePathOfTheFirstSetThatHasOne) {
-    const ListedNote second = Filed(1, Path({{5, "beta"}}), 2);
-    const ListedNote both = Note(2, DateTime(2011, 7, 12), {}, {Path({{6, "gamma"}}), Path({{7, "alpha"}})});
-    const std::vector<ListedNote> notes = {both, second, Filed(3, Path({{-1, "alpha"}})),
-                                           Filed(4, Path({{8, "Beta"}}))};
+    const ListedNote second = Filed(1, PathOf({{5, "beta"}}), 2);
+    const ListedNote both = Note(2, DateTime(2011, 7, 12), {}, {PathOf({{6, "gamma"}}), PathOf({{7, "alpha"}})});
+    const std::vector<ListedNote> notes = {both, second, Filed(3, PathOf({{-1, "alpha"}})),
+                                           Filed(4, PathOf({{8, "Beta"}}))};
     EXPECT_THAT(SortedIds(notes, kCategoryUp), ElementsAre(3, 1, 4, 2));
     EXPECT_THAT(SortedIds(notes, kCategoryDown), ElementsAre(2, 1, 4, 3));
 }
 
 TEST(SortOrder, ComparesPathsLevelByLevelAndTiesByDateOnlyTheSamePath) {
-    ListedNote early = Filed(1, Path({{5, "a"}, {6, "b"}}));
+    ListedNote early = Filed(1, PathOf({{5, "a"}, {6, "b"}}));
     early.note->dateCreated = DateTime(2001, 1, 1);
-    ListedNote late = Filed(2, Path({{5, "a"}, {6, "b"}}));
-    ListedNote otherId = Filed(3, Path({{5, "a"}, {9, "B "}}));
+    ListedNote late = Filed(2, PathOf({{5, "a"}, {6, "b"}}));
+    ListedNote otherId = Filed(3, PathOf({{5, "a"}, {9, "B "}}));
     otherId.note->dateCreated = DateTime(1999, 1, 1);
-    const ListedNote shorter = Filed(4, Path({{5, "a"}}));
+    const ListedNote shorter = Filed(4, PathOf({{5, "a"}}));
     EXPECT_THAT(SortedIds({late, otherId, early, shorter}, kCategoryUp), ElementsAre(4, 1, 2, 3));
     EXPECT_THAT(SortedIds({late, otherId, early, shorter}, kCategoryDown), ElementsAre(2, 3, 1, 4));
 }
 
 TEST(SortOrder, ComparesNotesByTheRulesOfEachOrder) {
     const DateTime day(2011, 7, 12);
-    const ListedNote none = Filed(1, CProCategoryTree()), reserved = Filed(2, Path({{21122112, "<UNASSIGNED>"}}));
-    const ListedNote blank = Filed(3, Path({{4, "  "}})), open = Filed(4, Path({{4, "a"}, {0, "b"}}));
-    const ListedNote closed = Filed(5, Path({{4, "a"}})), longer = Filed(6, Path({{4, "a"}, {7, "b"}}));
-    const struct {
-        const ListedNote& note;
-        const ListedNote& other;
-        int32_t sortId;
-        bool before;  // whether `other` may stand before `note`
-    } cases[] = {
+    const ListedNote none = Filed(1, CProCategoryTree()), reserved = Filed(2, PathOf({{21122112, "<UNASSIGNED>"}}));
+    const ListedNote blank = Filed(3, PathOf({{4, "  "}})), open = Filed(4, PathOf({{4, "a"}, {0, "b"}}));
+    const ListedNote closed = Filed(5, PathOf({{4, "a"}})), longer = Filed(6, PathOf({{4, "a"}, {7, "b"}}));
+    // Whether the second note may stand before the first.
+    const std::tuple<ListedNote, ListedNote, int32_t, bool> cases[] = {
         {Note(1, day), Note(2, day), 701, true},
         {Note(1, day), Note(2, day.PlusSeconds(1)), 701, false},
         {Note(1, DateTime::Invalid()), Note(2, DateTime::Invalid()), 701, false},
@@ -221,14 +207,14 @@ TEST(SortOrder, ComparesNotesByTheRulesOfEachOrder) {
         {open, longer, 704, false},
         {Note(1, day), Note(2, day), 710, false},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(CompareNotes(c.note, c.other, c.sortId), c.before) << c.note.Id() << c.other.Id() << " " << c.sortId;
+    for (const auto& [note, other, sortId, before] : cases)
+        EXPECT_EQ(CompareNotes(note, other, sortId), before) << note.Id() << other.Id() << " " << sortId;
 }
 
 TEST(SortOrder, TakesALongListWithOneKeyAtOnce) {
     std::vector<ListedNote> notes;
     for (int32_t id = 1; id <= 100000; ++id)
-        notes.push_back(Filed(id, Path({{id % 2 + 1, "same"}})));
+        notes.push_back(Filed(id, PathOf({{id % 2 + 1, "same"}})));
     const auto order = SortedOrder(notes, kCategoryDown);
     // The tree of the first note left is taken whole, latest note first; then comes the other tree's turn.
     EXPECT_EQ(notes[order.front()].Id(), 99999);

@@ -150,11 +150,7 @@ TEST(SyncLog, OnlyNotesInSyncOfALinkedNoteBookAreStamped) {
         for (const int32_t state : {kStoredTrue, 0}) {
             SyncLog log;
             log.link.Linked = linked ? kStoredTrue : 0;
-            CSyncInfo info;
-            info.NoteKey = "{N}";
-            info.SyncState = state;
-            info.Changed = false;
-            log.Add(info);
+            log.Add({-1, state, -1, false, "{N}", "", {}, {}, {}, {}, {}});
             const auto change = [](CSyncInfo& record) { record.NoteId = 9; };
             EXPECT_FALSE(StampSyncRecord(log, "{other}", change));
             const bool stamped = StampSyncRecord(log, "{N}", change);

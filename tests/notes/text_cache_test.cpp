@@ -1,28 +1,21 @@
 #include "notes/text_cache.h"
 
-#include <gmock/gmock.h>
 #include <random>
 
 #include "notes/search_world.h"
 #include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Optional;
+using LoadedTexts = NoteBookTest;
 
-TEST(TextCache, HoldsTheTextsOfALoadAndOnlyTheNotesThatShow) {
-    const NoteBookFolder disk;
-    ReadWorld world;
-    NotedFaults faults;
+TEST_F(LoadedTexts, AreThoseOfTheNotesThatShowAlone) {
     CNote sourced = TextNote(4, "lamp of the old house");
     sourced.sources = {5};
     disk.Put("DAY01012020.dat", {TextNote(1, "Lamp"), TextNote(2, "house")});
     disk.Put("SRC0000000005.dat", {sourced, TextNote(2, "lamp of a copy")});
-    OpenNoteBook book;
-    book.paths = disk.paths;
     IdCounters counters;
     TextCache cache;
     LoadOptions options;

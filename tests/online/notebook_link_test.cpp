@@ -9,9 +9,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr char kContacting[] = "... Contacting Lorebinder Online Server....";
 constexpr char kCreating[] = "... Contacting LorebinderOnline Server....";
 constexpr char kUpdating[] = "... Attempting to Update Online NoteBook Link....";
@@ -88,17 +85,7 @@ TEST_F(LinkFlow, NamesTheMainNoteBookByTheInstallation) {
 
 TEST_F(LinkFlow, KeepsTheRecordsOfTheSameOnlineNoteBookAndSendsThoseOfAnotherAnew) {
     PutNote(11, DateTime(2020, 1, 1), DateTime(2020, 1, 1));
-    const CSyncInfo known = [] {
-        CSyncInfo info;
-        info.NoteId = 11;
-        info.SyncState = kStoredTrue;
-        info.OnlineNoteId = 900;
-        info.Changed = false;
-        info.NoteKey = "{N11}";
-        info.NoteFile = "old.dat";
-        info.Change1 = DateTime(2019, 1, 1);
-        return info;
-    }();
+    const CSyncInfo known{11, kStoredTrue, 900, false, "{N11}", "old.dat", DateTime(2019, 1, 1), {}, {}, {}, {}};
     for (const int32_t now : {5, 6}) {
         LinkTo(5);
         book.syncLog = SyncLog{};
@@ -125,12 +112,7 @@ TEST_F(LinkFlow, ChangesNothingWhereItBreaksOff) {
     const auto never = [](OnlineNoteBookChoice&) -> bool { throw std::logic_error("nothing to choose from"); };
     const auto cancel = [](OnlineNoteBookChoice&) { return false; };
     const auto answerList = [this] { Answer("GetNoteBooksInfo", kList); };
-    struct Case {
-        std::function<void()> answer;
-        OnlineNoteBookChooser choose;
-        std::vector<std::string> seen;
-    };
-    const Case cases[] = {
+    const std::tuple<std::function<void()>, OnlineNoteBookChooser, std::vector<std::string>> cases[] = {
         {[&] { server.Add(HttpAnswer{}); }, never, {kContacting, kConnectionError}},
         {[&] { Answer("GetNoteBooksInfo", "<foundUser>false</foundUser>"); }, never, {kContacting, kUnknownAccount}},
         {answerList, cancel, {kContacting}},
@@ -142,14 +124,20 @@ TEST_F(LinkFlow, ChangesNothingWhereItBreaksOff) {
         {[&] { answerList(), AnswerLink(0, "Ants"); }, Row(1), {kContacting, kUpdating, kUpdateError}},
         {[&] { answerList(), server.Add(202, ""); }, Row(1), {kContacting, kUpdating, kUpdateError}},
     };
-    for (const Case& c : cases) {
-        c.answer();
-        EXPECT_FALSE(NoteBookLink(World()).LinkWith(c.choose));
-        EXPECT_EQ(Seen(), c.seen);
+    for (const auto& [answer, choose, seen] : cases) {
+        answer();
+        EXPECT_FALSE(NoteBookLink(World()).LinkWith(choose));
+        EXPECT_EQ(Seen(), seen);
     }
     EXPECT_EQ(book.syncLog.link.OnlineNoteBookID, 5);
     EXPECT_EQ(book.syncLog.link.OnlineName, "Online");
     EXPECT_EQ(SyncFile(), "");
+    ScriptedBackground background;
+    background.stops = true;
+    OnlineWorld stopped = World();
+    stopped.background = &background;
+    EXPECT_FALSE(NoteBookLink(stopped).LinkWith(never));
+    EXPECT_THAT(Seen(), ElementsAre(kContacting)) << "in silence when the user stops the call";
     service = nullptr;
     EXPECT_FALSE(NoteBookLink(World()).LinkWith(never));
     EXPECT_EQ(Seen().size(), 1u);
@@ -296,15 +284,6 @@ TEST_F(LinkFlow, FreesTheOnlineNoteBookOfADeletedOneWhateverComesOfIt) {
     service = nullptr;
     FreeOnlineNoteBook(World(), book.syncLog.link, "{NB9}");
     EXPECT_EQ(server.Requests().size(), 1u);
-}
-
-TEST_F(LinkFlow, EndsInSilenceWhenTheUserStopsACall) {
-    ScriptedBackground background;
-    background.stops = true;
-    OnlineWorld world = World();
-    world.background = &background;
-    EXPECT_FALSE(NoteBookLink(world).LinkWith(Row(0)));
-    EXPECT_THAT(Seen(), ElementsAre(kContacting));
 }
 
 }  // namespace

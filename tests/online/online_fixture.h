@@ -1,6 +1,5 @@
 #pragma once
 
-#include <gmock/gmock.h>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "online/link_record.h"
 #include "online/online_world.h"
 #include "support/http_server.h"
+#include "support/matchers.h"
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
 
@@ -38,10 +38,7 @@ private:
 class OnlineFixture : public testing::Test {
 protected:
     OnlineFixture() {
-        book.database.id = 7;
-        book.database.name = "Bees";
-        book.database.folder = "DB000007";
-        book.database.guid = "{NB7}";
+        book.database = {7, 0, "Bees", "DB000007", "", {}, "{NB7}"};
         book.paths = NoteBookPaths(data, book.database.folder);
         CreateNoteBookFolders(book.paths);
         settings.Set(Option::LocalGUID, std::string("{LOCAL}"));

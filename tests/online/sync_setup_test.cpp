@@ -1,12 +1,10 @@
 #include "online/sync_setup.h"
 
 #include "online/online_fixture.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 constexpr char kContacting[] = "... Contacting Lorebinder Online Server....";
 constexpr char kLinking[] = "... Linking with Lorebinder Online Account....";
@@ -107,16 +105,13 @@ TEST_F(SyncSetupFlow, LeavesALogThatCannotBeReadAndTellsIt) {
     std::filesystem::create_directories(NoteBookPaths(data, "DB000009").SyncLog());  // a folder in its place
     Answer("EngageSyncWithOnlineAccount", "<UserID>3</UserID>");
     EXPECT_EQ(SyncSetup(World()).Engage(kGuid), EngageOutcome::Engaged);
-    ASSERT_EQ(faults.faults.size(), 1u);
-    EXPECT_EQ(faults.faults[0].what, "The sync log could not be read");
+    EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("The sync log could not be read"));
 }
 
 TEST_F(SyncSetupFlow, SaysSoWhereNoServiceIsSetUp) {
     service = nullptr;
     EXPECT_EQ(SyncSetup(World()).Engage(kGuid), EngageOutcome::Failed);
-    const auto seen = Seen();
-    ASSERT_EQ(seen.size(), 1u);
-    EXPECT_TRUE(seen[0].starts_with("Online Service Not Set Up: No online service is set up.")) << seen[0];
+    EXPECT_THAT(Seen(), ElementsAre(StartsWith("Online Service Not Set Up: No online service is set up.")));
     EXPECT_EQ(settings.Text(Option::SyncGUID), "{SYNC}");
 }
 

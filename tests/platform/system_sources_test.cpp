@@ -55,20 +55,18 @@ TEST(LocalTime, IsReadByTheRuleOfItsDayAllYear) {
 }
 
 TEST(LocalTime, IsReadUpToTheFirstAndTheLastYear) {
-    const struct {
-        const char* rule;
-        DateTime local, utc;
-    } kCases[] = {{"UTC0", DateTime(100, 1, 1), DateTime(100, 1, 1)},
-                  {"UTC0", DateTime(9999, 12, 31, 23, 59, 59), DateTime(9999, 12, 31, 23, 59, 59)},
-                  // A second before 1970 is what a failure would look like, a second behind 2038-01-19 an overflow.
-                  {"UTC0", DateTime(1969, 12, 31, 23, 59, 59), DateTime(1969, 12, 31, 23, 59, 59)},
-                  {"UTC0", DateTime(2038, 1, 19, 3, 14, 8), DateTime(2038, 1, 19, 3, 14, 8)},
-                  {kZones[0].rule, DateTime(100, 1, 1, 1), DateTime(100, 1, 1)},
-                  {kZones[0].rule, DateTime(100, 1, 1, 0, 59, 59), DateTime::Invalid()},
-                  {kZones[1].rule, DateTime(9999, 12, 31, 18, 59, 59), DateTime(9999, 12, 31, 23, 59, 59)},
-                  {kZones[1].rule, DateTime(9999, 12, 31, 19), DateTime::Invalid()},
-                  {kZones[1].rule, DateTime::Invalid(), DateTime::Invalid()},
-                  {kZones[1].rule, DateTime(), DateTime()}};
+    const std::tuple<const char*, DateTime, DateTime> kCases[] = {
+        {"UTC0", DateTime(100, 1, 1), DateTime(100, 1, 1)},
+        {"UTC0", DateTime(9999, 12, 31, 23, 59, 59), DateTime(9999, 12, 31, 23, 59, 59)},
+        // A second before 1970 is what a failure would look like, a second behind 2038-01-19 an overflow.
+        {"UTC0", DateTime(1969, 12, 31, 23, 59, 59), DateTime(1969, 12, 31, 23, 59, 59)},
+        {"UTC0", DateTime(2038, 1, 19, 3, 14, 8), DateTime(2038, 1, 19, 3, 14, 8)},
+        {kZones[0].rule, DateTime(100, 1, 1, 1), DateTime(100, 1, 1)},
+        {kZones[0].rule, DateTime(100, 1, 1, 0, 59, 59), DateTime::Invalid()},
+        {kZones[1].rule, DateTime(9999, 12, 31, 18, 59, 59), DateTime(9999, 12, 31, 23, 59, 59)},
+        {kZones[1].rule, DateTime(9999, 12, 31, 19), DateTime::Invalid()},
+        {kZones[1].rule, DateTime::Invalid(), DateTime::Invalid()},
+        {kZones[1].rule, DateTime(), DateTime()}};
     for (const auto& [rule, local, utc] : kCases) {
         const SetVariable set("TZ", rule);
         EXPECT_EQ(LocalToUtc(local), utc) << rule << " " << DateFieldText(local);

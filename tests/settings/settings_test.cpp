@@ -36,23 +36,18 @@ TEST(Settings, ComeBackAsTheyWereStored) {
 }
 
 TEST(Settings, AValueThatCantBeReadHasItsDefault) {
-    struct Case {
-        const char* key;
-        const char* stored;
-        Option option;
-        int32_t expected;
-    };
-    const Case cases[] = {{"NoteSortID", "abc", Option::NoteSortID, 805},
-                          {"NoteSortID", "", Option::NoteSortID, 805},
-                          {"NoteSortID", " 703 ", Option::NoteSortID, 703},
-                          {"ShowCats", "false", Option::ShowCats, 0},
-                          {"MaxNoteID", "99999999999", Option::MaxNoteID, INT32_MAX}};
-    for (const Case& c : cases) {
+    const std::tuple<const char*, const char*, Option, int32_t> cases[] = {
+        {"NoteSortID", "abc", Option::NoteSortID, 805},
+        {"NoteSortID", "", Option::NoteSortID, 805},
+        {"NoteSortID", " 703 ", Option::NoteSortID, 703},
+        {"ShowCats", "false", Option::ShowCats, 0},
+        {"MaxNoteID", "99999999999", Option::MaxNoteID, INT32_MAX}};
+    for (const auto& [key, stored, option, expected] : cases) {
         MemoryStore store;
-        store.Set("Options", c.key, c.stored);
+        store.Set("Options", key, stored);
         Settings settings;
         settings.LoadOptions(store);
-        EXPECT_EQ(settings.Int(c.option), c.expected) << c.key << "=" << c.stored;
+        EXPECT_EQ(settings.Int(option), expected) << key << "=" << stored;
     }
     for (const char* text : {"1,2,3", "1,2,3,4,5", "a,b,c,d", ""}) {
         MemoryStore store;

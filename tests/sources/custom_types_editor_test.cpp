@@ -5,8 +5,6 @@
 namespace lore {
 namespace {
 
-using testing::ElementsAre;
-
 class CustomTypesEditorTest : public SourcesFixture {
 protected:
     CustomTypesEditorTest() {
@@ -45,9 +43,7 @@ TEST_F(CustomTypesEditorTest, SavedTypesAreSortedIdentifiedAndReachTheirSources)
     clock.now = DateTime(2030, 1, 2, 3, 4, 5);
     ASSERT_TRUE(editor.Save());
     const OpenNoteBook fresh = Reloaded();
-    ASSERT_EQ(fresh.types.Count(), 3u);
-    EXPECT_EQ(fresh.types[0].name, "Alpha");
-    EXPECT_EQ(fresh.types[1].name, "beta");
+    EXPECT_THAT(Each(fresh.types, &CCustomSourceType::name), ElementsAre("Alpha", "beta", "Letter"));
     EXPECT_FALSE(fresh.types[0].GUID.empty());
     const CCustomSourceType& copy = fresh.sources.FindSourceByID(1013)->CustomTypeCopy;
     ASSERT_EQ(copy.fields.size(), 4u);

@@ -13,11 +13,7 @@ namespace lore {
 class SourcesFixture : public EditFixture {
 protected:
     static CSource Source(int32_t id, const std::string& title, int32_t type = 1) {
-        CSource source;
-        source.SourceID = id;
-        source.SourceGUID = "{Source-" + std::to_string(id) + "}";
-        source.SourceType = type;
-        source.FieldTexts[0] = title;
+        CSource source = TitledSource(id, title, type);
         source.CustomTypeCopy.fields = DefaultCustomFields();
         return source;
     }

@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <ranges>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace lore {
@@ -14,6 +16,14 @@ auto Each(const Range& range, const Part& part) {
     for (const auto& one : range)
         parts.push_back(std::invoke(part, one));
     return parts;
+}
+
+/// A text again and again.
+inline std::string Repeated(std::string_view part, int times) {
+    std::string text;
+    for (int i = 0; i < times; ++i)
+        text += part;
+    return text;
 }
 
 }  // namespace lore
