@@ -18,31 +18,6 @@ void MakeRoom(QDateTimeEdit* field, const QString& widest) {
     field->setMinimumWidth(field->fontMetrics().horizontalAdvance(widest) + field->fontMetrics().height() * 3);
 }
 
-/// Shows the day of the week, but not while a date is typed: no digit would go with the day that stands there.
-class DayField : public TypedDateEdit {
-public:
-    explicit DayField(QWidget* parent) : TypedDateEdit(parent) {
-        setLocale(QLocale::c());
-        setDisplayFormat(kShown);
-        connect(this, &QDateEdit::editingFinished, this, [this] { setDisplayFormat(kShown); });
-    }
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        if (displayFormat() == kShown && ChangesText(*event)) {
-            const bool isName = !event->text().isEmpty() && event->text()[0].isLetter();
-            const Section section = isName ? MonthSection : currentSection();
-            setDisplayFormat(kTyped);
-            setSelectedSection(section);
-        }
-        TypedDateEdit::keyPressEvent(event);
-    }
-
-private:
-    static constexpr char kShown[] = "dddd,  MMM dd,  yyyy";
-    static constexpr char kTyped[] = "MMM dd,  yyyy";
-};
-
 /// Takes a time as it is written by hand, from its hour on; an A or a P, wherever the caret stands, is the half of the
 /// day.
 class ClockField : public QTimeEdit {
@@ -124,10 +99,11 @@ private:
 }  // namespace
 
 QDateEdit* MakeDateField(const QString& name, QWidget* parent) {
-    auto* const field = new DayField(parent);
+    auto* const field = new TypedDateEdit(parent);
+    field->setLocale(QLocale::c());
+    field->setDisplayFormat("dddd,  MMM dd,  yyyy");
     field->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
     field->setCalendarPopup(true);
-    field->setKeyboardTracking(false);
     field->setAccessibleName(name);
     MakeRoom(field, "Wednesday,  Mar 00,  0000");
     return field;

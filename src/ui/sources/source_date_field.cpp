@@ -98,8 +98,11 @@ void SourceDateField::Fill() {
 }
 
 void SourceDateField::ShowFormat() {
+    const QString format = QString::fromLatin1(editor_.Working().YearOnly != 0 ? kYearFormat : kDayFormat);
+    if (picker_->displayFormat() == format)
+        return;  // set anew it would take the caret to the front
     const QSignalBlocker quiet(picker_);
-    picker_->setDisplayFormat(QString::fromLatin1(editor_.Working().YearOnly != 0 ? kYearFormat : kDayFormat));
+    picker_->setDisplayFormat(format);
 }
 
 }  // namespace lore
