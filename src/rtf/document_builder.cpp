@@ -117,6 +117,25 @@ void DocumentBuilder::EndCell(const ParagraphFormat& format, int level) {
     ++open_rows_.back().cell;
 }
 
+/// Nothing has come since a paragraph ended.
+bool DocumentBuilder::EndsWithParagraph() const {
+    return !document_.paragraphs.empty() && document_.paragraphs.back().ended_by == ParagraphEnd::kParagraph &&
+           first_run_ == document_.runs.size() && paragraph_begin_ == document_.text.size();
+}
+
+std::optional<ParagraphFormat> DocumentBuilder::TakeBackEnd(int level) {
+    if (!EndsWithParagraph() || open_rows_.empty() || open_rows_.size() != static_cast<size_t>(level))
+        return std::nullopt;
+    const Paragraph last = document_.paragraphs.back();
+    if (last.row != open_rows_.back().row || last.cell != open_rows_.back().cell)
+        return std::nullopt;
+    document_.paragraphs.pop_back();
+    document_.text.pop_back();
+    paragraph_begin_ = last.begin;
+    first_run_ = last.first_run;
+    return last.format;
+}
+
 void DocumentBuilder::EndRow(const RowFormat& row, const ParagraphFormat& format, int level) {
     End(ParagraphEnd::kRow, format, std::max(level, 1));
     std::vector<RowFormat>& formats = document_.row_formats;
@@ -127,10 +146,7 @@ void DocumentBuilder::EndRow(const RowFormat& row, const ParagraphFormat& format
 }
 
 Document DocumentBuilder::Finish(const ParagraphFormat& last, bool drop_last_end) {
-    const bool has_end = !document_.paragraphs.empty() &&
-                         document_.paragraphs.back().ended_by == ParagraphEnd::kParagraph &&
-                         first_run_ == document_.runs.size() && paragraph_begin_ == document_.text.size();
-    if (drop_last_end && has_end) {
+    if (drop_last_end && EndsWithParagraph()) {
         document_.text.pop_back();
         document_.paragraphs.back().ended_by = ParagraphEnd::kDocument;
     } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -27,6 +28,9 @@ public:
     void EndParagraph(const ParagraphFormat& format, int level = 0);
     /// Ends the last paragraph of a cell.
     void EndCell(const ParagraphFormat& format, int level = 1);
+    /// Takes back the end of a paragraph of the open cell at this level, if nothing has come since. Gives its format;
+    /// another end has to follow.
+    std::optional<ParagraphFormat> TakeBackEnd(int level);
     /// Ends a table row behind its last cell.
     void EndRow(const RowFormat& row, const ParagraphFormat& format, int level = 1);
 
@@ -44,6 +48,7 @@ private:
     };
 
     void AddRun(size_t length, const CharFormat& format, RunKind kind, int32_t picture);
+    bool EndsWithParagraph() const;
     void End(ParagraphEnd ended_by, const ParagraphFormat& format, int level);
     void OpenRows(int level);
 

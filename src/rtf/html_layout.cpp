@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/text.h"
+
 namespace lore {
 
 namespace {
@@ -56,6 +58,16 @@ RowFormat HtmlTable::TakeRow() {
     return row;
 }
 
+int32_t HtmlLists::Add(int start) {
+    next_.push_back(start);
+    return static_cast<int32_t>(next_.size());
+}
+
+void HtmlLists::Count(const ParagraphFormat& format) {
+    if (format.list != ListKind::kNone)
+        ++next_[static_cast<size_t>(format.list_id - 1)];
+}
+
 void SetList(ParagraphFormat& format, ListKind kind) {
     format.list = kind;
     if (kind != ListKind::kNone)
@@ -65,6 +77,12 @@ void SetList(ParagraphFormat& format, ListKind kind) {
     format.list_level = none.list_level;
     format.list_start = none.list_start;
     format.first_indent = none.first_indent;
+}
+
+std::optional<int16_t> NumberIn(std::string_view text) {
+    if (text.find_first_of("0123456789") == std::string_view::npos)
+        return std::nullopt;
+    return static_cast<int16_t>(std::clamp(ParseInt(text), 0, 32767));
 }
 
 ListKind NumbersOf(std::string_view type) {

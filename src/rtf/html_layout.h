@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -36,8 +38,24 @@ private:
     int across_ = 1, down_ = 1;
 };
 
+/// Numbers the lists of a page, and knows what each has come to.
+class HtmlLists {
+public:
+    /// The id of a list that begins with this number.
+    int32_t Add(int start);
+    /// A paragraph has ended.
+    void Count(const ParagraphFormat& format);
+    /// The number of the next item of a list.
+    int Next(int32_t id) const { return next_[static_cast<size_t>(id - 1)]; }
+
+private:
+    std::vector<int> next_;  ///< by id, from 1
+};
+
 /// Makes the list one of another kind; without marks its items are plain paragraphs.
 void SetList(ParagraphFormat& format, ListKind kind);
+/// The number that a list or an item says that it has, if it says one.
+std::optional<int16_t> NumberIn(std::string_view text);
 /// The numbers that the type of a list asks for: "1", "a", "A", "i" or "I"; plain ones for any other.
 ListKind NumbersOf(std::string_view type);
 

@@ -94,7 +94,8 @@ private:
     void Enter(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind);
     void Leave(const OpenElement& element);
     void StartList(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind);
-    void StartItem(OpenElement& element, ListKind kind);
+    void StartItem(OpenElement& element, const Attributes& attributes, ListKind kind);
+    void EndParagraph();
     void AddPicture(const Attributes& attributes);
     void BeginInline();
     void AddBlock(std::string_view text);
@@ -113,7 +114,7 @@ private:
     std::vector<OpenElement> open_;
     std::vector<HtmlTable> tables_;
     size_t too_deep_ = 0;
-    int lists_ = 0;
+    HtmlLists lists_;
     bool has_text_ = false;       // in the paragraph that is open
     bool pending_blank_ = false;  // white space that counts if more text follows
     CharFormat blank_format_;     // the look of that white space
@@ -212,7 +213,7 @@ void HtmlReader::Enter(OpenElement& element, const Attributes& attributes, std::
             return StartCell(attributes);
         case HtmlFlow::kItem:
             EndBlock();
-            return StartItem(element, kind.value_or(element.paragraph.list));
+            return StartItem(element, attributes, kind.value_or(element.paragraph.list));
         case HtmlFlow::kBlock:
             return EndBlock();
         case HtmlFlow::kInline:
@@ -227,32 +228,36 @@ void HtmlReader::StartList(OpenElement& element, const Attributes& attributes, s
         return outer.tag->flow == HtmlFlow::kBulletList || outer.tag->flow == HtmlFlow::kNumberedList;
     });
     format.list_level = static_cast<uint8_t>(std::min<std::ptrdiff_t>(around, 8));
-    format.list_id = ++lists_;
+    format.list_start = NumberIn(attributes["start"]).value_or(1);
+    format.list_id = lists_.Add(format.list_start);
     format.list = element.tag->flow == HtmlFlow::kBulletList ? ListKind::kBullet : NumbersOf(attributes["type"]);
-    const std::string_view start = attributes["start"];
-    format.list_start = static_cast<int16_t>(start.empty() ? 1 : std::clamp(ParseInt(start), 0, 32767));
     format.left_indent = static_cast<int16_t>(kListIndent * (format.list_level + 1));
     format.first_indent = -kListIndent / 2;
     SetList(format, kind.value_or(format.list));
 }
 
-/// Items that say their own kind make a list of it.
-void HtmlReader::StartItem(OpenElement& element, ListKind kind) {
+/// Items that say their own kind, or a number that isn't theirs, make a list of it.
+void HtmlReader::StartItem(OpenElement& element, const Attributes& attributes, ListKind kind) {
     ParagraphFormat& format = element.paragraph;
-    if (format.list == kind || format.list == ListKind::kNone)
+    if (format.list == ListKind::kNone)
+        return;
+    const int next = lists_.Next(format.list_id);
+    const auto number = NumberIn(kind == ListKind::kBullet ? std::string_view() : attributes["value"]);
+    if (format.list == kind && number.value_or(next) == next)
         return;
     if (kind == ListKind::kNone)
         return SetList(format, kind);
     const int32_t id = format.list_id;
-    ++lists_;
+    format.list_start = number.value_or(format.list_start);
+    format.list_id = lists_.Add(format.list_start);
+    format.list = kind;
     for (OpenElement& outer : open_) {
         if (outer.paragraph.list_id == id) {
-            outer.paragraph.list_id = lists_;
             outer.paragraph.list = kind;
+            outer.paragraph.list_id = format.list_id;
+            outer.paragraph.list_start = format.list_start;
         }
     }
-    format.list_id = lists_;
-    format.list = kind;
 }
 
 void HtmlReader::End(std::string_view name) {
@@ -361,7 +366,7 @@ void HtmlReader::AddFlowing(std::string_view text) {
 void HtmlReader::AddBreak() {
     pending_blank_ = false;
     if (!has_text_) {
-        builder_.EndParagraph(Inner().paragraph, CellDepth());
+        EndParagraph();
         return;
     }
     if (pending_break_)
@@ -369,11 +374,16 @@ void HtmlReader::AddBreak() {
     pending_break_ = true;
 }
 
+void HtmlReader::EndParagraph() {
+    builder_.EndParagraph(Inner().paragraph, CellDepth());
+    lists_.Count(Inner().paragraph);
+}
+
 void HtmlReader::EndBlock() {
     pending_blank_ = pending_break_ = false;
     if (!has_text_)
         return;
-    builder_.EndParagraph(Inner().paragraph, CellDepth());
+    EndParagraph();
     has_text_ = false;
     // Only the first paragraph of an item bears its mark.
     for (OpenElement& element : open_) {
@@ -404,12 +414,16 @@ void HtmlReader::AddSpanned() {
 void HtmlReader::EndCell() {
     if (tables_.empty() || !tables_.back().in_cell)
         return EndBlock();
-    pending_blank_ = pending_break_ = has_text_ = false;
+    pending_blank_ = pending_break_ = false;
     HtmlTable& table = tables_.back();
+    // A paragraph that has ended in front of the cell's end is its last one.
+    const std::optional<ParagraphFormat> ended = has_text_ ? std::nullopt : builder_.TakeBackEnd(CellDepth());
+    has_text_ = false;
+    const ParagraphFormat last = ended.value_or(Inner().paragraph);
     if (table.IsFull())
-        builder_.EndParagraph(Inner().paragraph, CellDepth());
-    for (int cells = table.AddCell(); cells > 0; --cells)
-        builder_.EndCell(Inner().paragraph, CellDepth());
+        builder_.EndParagraph(last, CellDepth());
+    for (int cells = table.AddCell(), left = cells; left > 0; --left)
+        builder_.EndCell(left == cells ? last : Inner().paragraph, CellDepth());
     table.in_cell = false;
 }
 

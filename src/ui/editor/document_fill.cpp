@@ -4,6 +4,7 @@
 #include <QTextTable>
 #include <QUrl>
 #include <algorithm>
+#include <map>
 
 #include "rtf/kept_group.h"
 #include "ui/editor/note_formats.h"
@@ -36,6 +37,32 @@ CharFormat PlainLook(CharFormat look) {
     look.link = -1;
     look.background.reset();
     return look;
+}
+
+/// Whether the first paragraph of a piece goes on in this line.
+bool GoesOnIn(const QTextBlock& line, const Document& piece) {
+    return line.length() > 1 || piece.paragraphs.size() == 1;
+}
+
+/// Gives the lists of a piece ids that are new to the text, but for those that go on there.
+void NumberLists(Document& piece, const QTextBlock& line, const NoteFormats& formats, bool isOwn) {
+    std::map<int32_t, int32_t> ids;
+    if (isOwn)
+        for (const QTextBlock& beside : {line.previous(), line, line.next()})
+            if (const int32_t id = formats.Paragraph(beside.blockFormat()).list_id; id > 0)
+                ids[id] = id;
+    const ParagraphFormat first = piece.paragraphs.front().format, around = formats.Paragraph(line.blockFormat());
+    if (GoesOnIn(line, piece) && first.list != ListKind::kNone && first.list == around.list &&
+        first.list_level == around.list_level)
+        ids[first.list_id] = around.list_id;
+    int32_t next = formats.NewListId(*line.document());
+    for (Paragraph& paragraph : piece.paragraphs) {
+        if (paragraph.format.list == ListKind::kNone)
+            continue;
+        const auto [known, isNew] = ids.emplace(paragraph.format.list_id, next);
+        next = isNew && next < INT32_MAX ? next + 1 : next;
+        paragraph.format.list_id = known->second;
+    }
 }
 
 class DocumentFill {
@@ -75,7 +102,7 @@ private:
 
     void AddParagraph(size_t i) {
         // The first paragraph of a piece goes on in the line that is there.
-        const bool goesOn = inLine_ && (cursor_.block().length() > 1 || document_.paragraphs.size() == 1);
+        const bool goesOn = inLine_ && GoesOnIn(cursor_.block(), document_);
         inLine_ = false;
         const bool beginsCell = place_.inCell && place_.fresh;
         StartBlock();
@@ -265,9 +292,10 @@ void FillNote(const Document& document, QTextDocument& shown, NoteFormats& forma
     cursor.endEditBlock();
 }
 
-void InsertNote(const Document& document, QTextCursor& cursor, NoteFormats& formats) {
+void InsertNote(Document document, QTextCursor& cursor, NoteFormats& formats, bool isOwn) {
     cursor.beginEditBlock();
     cursor.removeSelectedText();
+    NumberLists(document, cursor.block(), formats, isOwn);
     DocumentFill(document, cursor, formats, false).Fill();
     cursor.endEditBlock();
 }

@@ -14,8 +14,10 @@ class NoteFormats;
 void FillNote(const Document& document, QTextDocument& shown, NoteFormats& formats);
 
 /// Puts a rich text from elsewhere in place of what the cursor selects. A single paragraph goes into the line. Groups
-/// that a document only keeps are left behind. The cursor stands behind the text afterwards.
-void InsertNote(const Document& document, QTextCursor& cursor, NoteFormats& formats);
+/// that a document only keeps are left behind. Its lists are numbered on their own, but for one that goes on there: the
+/// list of the line that it goes on in and, if `isOwn`, copied from this text, a list that stands beside it. The cursor
+/// stands behind the text afterwards.
+void InsertNote(Document document, QTextCursor& cursor, NoteFormats& formats, bool isOwn = false);
 
 /// Puts one picture behind the cursor.
 void InsertPicture(const Picture& picture, const CharFormat& look, QTextCursor& cursor, NoteFormats& formats);

@@ -16,6 +16,9 @@
 namespace lore {
 namespace {
 
+/// Says which text a copy is of.
+constexpr char kOrigin[] = "application/x-lorebinder-text";
+
 QTextListFormat::Style StyleOf(ListKind kind) {
     switch (kind) {
         case ListKind::kDecimal:
@@ -90,7 +93,9 @@ QByteArray RtfIn(const QMimeData& mime) {
 }  // namespace
 
 std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormats& formats) {
-    return CopyOf(Assemble(CaptureSelection(selection, formats)), formats);
+    auto mime = CopyOf(Assemble(CaptureSelection(selection, formats)), formats);
+    mime->setData(QLatin1String(kOrigin), formats.Mark().toRfc4122());
+    return mime;
 }
 
 std::unique_ptr<QMimeData> CopyOf(const Document& document, const NoteFormats& formats) {
@@ -101,6 +106,10 @@ std::unique_ptr<QMimeData> CopyOf(const Document& document, const NoteFormats& f
     mime->setData(QStringLiteral("text/rtf"), rtf);
     mime->setData(QStringLiteral("application/rtf"), rtf);
     return mime;
+}
+
+bool IsCopyOf(const QMimeData& mime, const NoteFormats& formats) {
+    return mime.data(QLatin1String(kOrigin)) == formats.Mark().toRfc4122();
 }
 
 std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, int widest) {

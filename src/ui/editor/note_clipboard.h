@@ -16,6 +16,9 @@ std::unique_ptr<QMimeData> CopyOf(const Document& document, const NoteFormats& f
 /// The selection in the same forms.
 std::unique_ptr<QMimeData> CopyOf(const QTextCursor& selection, const NoteFormats& formats);
 
+/// Whether it is a copy of a piece of this very text, as it has been since it was loaded.
+bool IsCopyOf(const QMimeData& mime, const NoteFormats& formats);
+
 /// The formatted text that was copied: RTF before HTML. Nothing when there is neither. Bytes that would cut a record
 /// are taken out; nothing is loaded from elsewhere. Pictures are scaled down as those of files are, and stand at most
 /// `widest` pixels wide.

@@ -1,5 +1,6 @@
 #include "ui/editor/note_formats.h"
 
+#include <QTextBlock>
 #include <algorithm>
 
 #include "ui/theme.h"
@@ -40,6 +41,7 @@ T At(const std::vector<T>& list, const QTextFormat& format, int property, T fall
 }  // namespace
 
 void NoteFormats::Reset(const Document& document) {
+    mark_ = QUuid::createUuid();
     tables_ = Document();
     tables_.fonts = document.fonts;
     tables_.links = document.links;
@@ -66,6 +68,13 @@ void NoteFormats::SetDefault(const std::string& font, int halfPoints) {
     defaultFont_ = font;
     default_ = CharFormat();
     default_.half_points = static_cast<int16_t>(std::clamp(halfPoints, 1, 3276));
+}
+
+int32_t NoteFormats::NewListId(const QTextDocument& shown) const {
+    int32_t highest = 0;
+    for (QTextBlock block = shown.begin(); block.isValid(); block = block.next())
+        highest = std::max(highest, Paragraph(block.blockFormat()).list_id);
+    return highest < INT32_MAX ? highest + 1 : 1;
 }
 
 CharFormat NoteFormats::Default() {

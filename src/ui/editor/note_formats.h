@@ -3,6 +3,7 @@
 #include <QTextBlockFormat>
 #include <QTextCharFormat>
 #include <QTextTableCellFormat>
+#include <QUuid>
 #include <map>
 #include <memory>
 #include <unordered_map>
@@ -12,6 +13,8 @@
 #include "rtf/table_grid.h"
 #include "ui/rich_text_formats.h"
 #include "ui/rich_text_look.h"
+
+class QTextDocument;
 
 namespace lore {
 
@@ -54,6 +57,8 @@ public:
 
     /// Begins a new text with the fonts and links of a document.
     void Reset(const Document& document);
+    /// Tells the text from all others; each Reset gives another.
+    const QUuid& Mark() const { return mark_; }
     void SetLook(const RichTextLook& look) { look_ = look; }
     const RichTextLook& Look() const { return look_; }
     const Theme& GetTheme() const { return theme_; }
@@ -77,6 +82,8 @@ public:
     CharFormat Characters(const QTextFormat& shown) const;
     ParagraphFormat Paragraph(const QTextFormat& shown) const;
     CellFormat Cell(const QTextFormat& shown) const;
+    /// An id that no list of a text of the screen has.
+    int32_t NewListId(const QTextDocument& shown) const;
     /// How text looks that nothing else says a look for.
     CharFormat Default();
     void SetDefault(const std::string& font, int halfPoints);
@@ -94,6 +101,7 @@ private:
     const Theme& theme_;
     RichTextLook look_;
     Document tables_;
+    QUuid mark_ = QUuid::createUuid();
     CharFormat default_;
     std::string defaultFont_;
     std::map<CharFormat, int> characterNumbers_;

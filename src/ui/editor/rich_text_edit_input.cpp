@@ -8,6 +8,7 @@
 #include <QTextTable>
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "base/text.h"
 #include "ui/editor/document_fill.h"
@@ -224,11 +225,11 @@ void RichTextEdit::insertFromMimeData(const QMimeData* source) {
         return;
     PrepareTyping();
     QTextCursor cursor = textCursor();
-    if (const std::optional<Document> document = PastedText(*source, formats_, TextWidth());
+    if (std::optional<Document> document = PastedText(*source, formats_, TextWidth());
         document && !(document->text.empty() && document->pictures.empty())) {
-        InsertNote(*document, cursor, formats_);
         for (const Picture& picture : document->pictures)
             addedSize_ += static_cast<qint64>(picture.bytes.size()) * 2;
+        InsertNote(std::move(*document), cursor, formats_, IsCopyOf(*source, formats_));
         CheckSize();
     } else if (source->hasImage()) {
         const std::optional<Picture> picture =

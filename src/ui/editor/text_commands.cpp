@@ -154,20 +154,13 @@ void TextCommands::SetStyle(ParagraphStyle style) {
         Characters(changeChars);
 }
 
-int32_t TextCommands::NewListId() const {
-    int32_t highest = 0;
-    for (QTextBlock block = edit_.document()->begin(); block.isValid(); block = block.next())
-        highest = std::max(highest, formats_.Paragraph(block.blockFormat()).list_id);
-    return highest < INT32_MAX ? highest + 1 : 1;
-}
-
 void TextCommands::ToggleList(ListKind kind) {
     bool all = true;
     Paragraphs([&](ParagraphFormat& format) { all = all && format.list == kind; });
     // Items go on with the list that ends in front of them.
     const QTextBlock before = edit_.document()->findBlock(edit_.textCursor().selectionStart()).previous();
     const ParagraphFormat above = before.isValid() ? formats_.Paragraph(before.blockFormat()) : ParagraphFormat();
-    const int32_t id = above.list == kind ? above.list_id : NewListId();
+    const int32_t id = above.list == kind ? above.list_id : formats_.NewListId(*edit_.document());
     Paragraphs([&](ParagraphFormat& format) {
         if (all)
             MakePlain(format);

@@ -45,7 +45,6 @@ public:
 
 private:
     void ChangeRange(const QTextCursor& range, const CharChange& change);
-    int32_t NewListId() const;
 
     QTextEdit& edit_;
     NoteFormats& formats_;
