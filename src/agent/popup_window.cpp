@@ -122,6 +122,7 @@ void PopupWindow::MakeButtons() {
     snoozeFor_->setObjectName("snoozeFor");
     snoozeFor_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     snoozeFor_->setMinimumContentsLength(kSnoozeChars);
+    snoozeFor_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);  // the window grows rather than cut it
     snoozeFor_->setAccessibleName(tr("Snooze for"));
     snooze_ = new QPushButton(tr("&Snooze"), this);
     snooze_->setObjectName("snooze");
@@ -232,6 +233,7 @@ void PopupWindow::FillSnooze(const Popup& popup) {
     for (const SnoozeChoice& choice : SnoozeChoices(popup.reminder, agent_.Now()))
         snoozeFor_->addItem(tr(choice.text));
     snoozeFor_->setCurrentIndex(static_cast<int>(kUsualSnooze));
+    layout()->activate();  // another reminder may have longer choices
 }
 
 void PopupWindow::Refresh(size_t came) {

@@ -208,6 +208,26 @@ void FlatStyle::DrawProgress(const QStyleOption& option, QPainter& painter) cons
     FillRound(painter, track, height / 2.0, ColorRole::Accent);
 }
 
+void FlatStyle::DrawLabel(const QStyleOptionButton& button, QPainter& painter, const QWidget* widget) const {
+    QStyleOptionButton label(button);
+    if (label.features.testFlag(QStyleOptionButton::DefaultButton) && Has(label, State_Enabled))
+        label.palette.setColor(QPalette::ButtonText, theme_.Color(ColorRole::AccentText));
+    if (label.icon.isNull() || label.text.isEmpty() || label.features.testFlag(QStyleOptionButton::HasMenu))
+        return QProxyStyle::drawControl(CE_PushButtonLabel, &label, &painter, widget);
+    // Fusion leaves the same few pixels between icon and word beside letters of any size.
+    const int gap = BesideText(kSpace, &label, widget), icon = label.iconSize.width();
+    const int word = label.fontMetrics.size(Qt::TextShowMnemonic, label.text).width();
+    QRect place(0, 0, icon + gap + word, label.rect.height());
+    place.moveCenter(label.rect.center());
+    QStyleOptionButton part(label);
+    part.text.clear();
+    part.rect = visualRect(label.direction, label.rect, QRect(place.topLeft(), QSize(icon, place.height())));
+    QProxyStyle::drawControl(CE_PushButtonLabel, &part, &painter, widget);
+    label.icon = QIcon();
+    label.rect = visualRect(label.direction, label.rect, place.adjusted(icon + gap, 0, 0, 0));
+    QProxyStyle::drawControl(CE_PushButtonLabel, &label, &painter, widget);
+}
+
 void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const {
     switch (element) {
@@ -233,15 +253,10 @@ void FlatStyle::drawControl(ControlElement element, const QStyleOption* option, 
             return;
         case CE_ProgressBarContents:
             return DrawProgress(*option, *painter);
-        case CE_PushButtonLabel: {
-            const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-            if (!button || !button->features.testFlag(QStyleOptionButton::DefaultButton) ||
-                !Has(*option, State_Enabled))
-                break;
-            QStyleOptionButton strong(*button);
-            strong.palette.setColor(QPalette::ButtonText, theme_.Color(ColorRole::AccentText));
-            return QProxyStyle::drawControl(element, &strong, painter, widget);
-        }
+        case CE_PushButtonLabel:
+            if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option))
+                return DrawLabel(*button, *painter, widget);
+            break;
         default:
             break;
     }
@@ -353,14 +368,31 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     return visualRect(bar->direction, bar->rect, rect.translated(bar->rect.topLeft()));
 }
 
+/// What a list's frame and arrow leave of its width is for the text.
+int FlatStyle::BesideChoice(const QStyleOption* option, const QWidget* widget) const {
+    const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (!box)
+        return 0;
+    QStyleOptionComboBox wide(*box);
+    wide.rect = QRect(0, 0, 1000, 100);
+    return wide.rect.width() - subControlRect(CC_ComboBox, &wide, SC_ComboBoxEditField, widget).width();
+}
+
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                   const QWidget* widget) const {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     switch (type) {
-        case CT_PushButton:
-            return size + QSize(4 * kSpace, 2 * kSpace);
-        case CT_ComboBox:
-            return size + QSize(kSpace + MoreForArrow(option, widget), kSpace);
+        case CT_PushButton: {
+            const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+            const bool hasBoth = button && !button->icon.isNull() && !button->text.isEmpty();
+            const int more = hasBoth ? BesideText(kSpace, option, widget) - kSpace : 0;
+            return size + QSize(4 * kSpace + more, 2 * kSpace);
+        }
+        case CT_ComboBox: {
+            const QSize usual = size + QSize(kSpace + MoreForArrow(option, widget), kSpace);
+            // Texts are measured without the blank at the sides of their letters.
+            return usual.expandedTo(QSize(contents.width() + BesideChoice(option, widget) + 2 * kSpace, 0));
+        }
         case CT_SpinBox:  // a date has an arrow of the same kind
             return size + QSize(MoreForArrow(option, widget), 0);
         case CT_LineEdit:

@@ -2,6 +2,8 @@
 
 #include <QProxyStyle>
 
+class QStyleOptionButton;
+
 namespace lore {
 
 class ThemeLook;
@@ -36,6 +38,7 @@ private:
     void DrawField(const QStyleOption& option, QPainter& painter, bool filled) const;
     void DrawCheckMark(const QStyleOption& option, QPainter& painter, bool round) const;
     void DrawFocusRing(const QStyleOption& option, QPainter& painter) const;
+    void DrawLabel(const QStyleOptionButton& button, QPainter& painter, const QWidget* widget) const;
     void DrawTab(const QStyleOption& option, QPainter& painter) const;
     void DrawHeader(const QStyleOption& option, QPainter& painter) const;
     void DrawArrow(QPainter& painter, const QString& icon, const QRect& room, int side, bool enabled) const;
@@ -43,6 +46,7 @@ private:
     void DrawSpinBox(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
     void DrawScrollBar(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
     void DrawProgress(const QStyleOption& option, QPainter& painter) const;
+    int BesideChoice(const QStyleOption* option, const QWidget* widget) const;
     void FillRound(QPainter& painter, const QRectF& rect, double radius, ColorRole ground) const;
     void FillRound(QPainter& painter, const QRectF& rect, double radius, ColorRole ground, ColorRole edge) const;
 

@@ -118,21 +118,37 @@ std::vector<int> CalendarGrid::HeightsFor(const std::vector<int>& lanes) const {
     return heights;
 }
 
+/// How many bars of each day of a row lie below the lanes that are shown.
+std::vector<int> CalendarGrid::BarsBeyond(int row, int shown) const {
+    std::vector<int> counts(kColumns, 0);
+    for (const BarPiece& piece : view_.Bars())
+        for (int column = piece.firstColumn; piece.row == row && piece.lane >= shown && column <= piece.lastColumn;
+             ++column)
+            ++counts[static_cast<size_t>(column)];
+    return counts;
+}
+
 void CalendarGrid::LayOutRow(int row, int lanes) {
     const int step = BarHeight() + kGap;
     const int top = rowTops_[static_cast<size_t>(row)], bottom = rowTops_[static_cast<size_t>(row) + 1];
     const int fitting = std::max((bottom - top - DayLine() - kGap) / step, 1);
     const int shown = lanes <= fitting ? lanes : fitting - 1;
+    const std::vector<int> beyond = BarsBeyond(row, shown);
     std::vector<int> hidden(kColumns, 0);
     for (const BarPiece& piece : view_.Bars()) {
         if (piece.row != row)
             continue;
+        // A bar that is all that its days have beyond the others takes the line that would count it.
+        const bool isAlone = std::all_of(beyond.begin() + piece.firstColumn, beyond.begin() + piece.lastColumn + 1,
+                                         [](int count) { return count == 1; });
         const QRect left = CellRect(row * kColumns + piece.firstColumn),
                     right = CellRect(row * kColumns + piece.lastColumn);
-        if (piece.lane < shown) {
+        if (piece.lane < shown || isAlone) {
             const int from = left.left() + (piece.roundLeft ? kGap : 0),
                       to = right.right() - (piece.roundRight ? kGap : 0);
-            bars_.push_back({QRect(from, top + DayLine() + piece.lane * step, to - from + 1, BarHeight()), &piece});
+            bars_.push_back(
+                {QRect(from, top + DayLine() + std::min(piece.lane, shown) * step, to - from + 1, BarHeight()),
+                 &piece});
             continue;
         }
         for (int column = piece.firstColumn; column <= piece.lastColumn; ++column)

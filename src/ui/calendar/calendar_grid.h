@@ -67,6 +67,7 @@ private:
     };
     void LayOut();
     std::vector<int> HeightsFor(const std::vector<int>& lanes) const;
+    std::vector<int> BarsBeyond(int row, int shown) const;
     void LayOutRow(int row, int lanes);
     /// The cell whose line "+3 more" is at a point, -1 for none.
     int MoreAt(const QPoint& point) const;

@@ -57,8 +57,7 @@ AttachmentPanel::AttachmentPanel(AttachmentList& attachments, std::filesystem::p
     list_->installEventFilter(this);
     Body()->addWidget(list_);
     MakeButtons();
-    connect(list_, &QTreeWidget::customContextMenuRequested, this,
-            [this](const QPoint& at) { OpenMenu(list_->viewport()->mapToGlobal(at)); });
+    connect(list_, &QTreeWidget::customContextMenuRequested, this, &AttachmentPanel::OpenMenu);
     connect(list_, &QTreeWidget::itemActivated, this,
             [this](QTreeWidgetItem* item) { Open(list_->indexOfTopLevelItem(item)); });
     connect(&theme_, &Theme::Changed, this, &AttachmentPanel::Rebuild);
@@ -123,7 +122,7 @@ void AttachmentPanel::Open(int row) {
 }
 
 void AttachmentPanel::OpenMenu(const QPoint& at) {
-    const int row = list_->indexOfTopLevelItem(list_->currentItem());
+    const int row = list_->indexOfTopLevelItem(list_->itemAt(at));  // for a key it is the place of the current one
     if (row < 0)
         return;
     const auto position = static_cast<size_t>(row);
@@ -140,7 +139,7 @@ void AttachmentPanel::OpenMenu(const QPoint& at) {
         add(tr("Extract Attachment"), &AttachmentList::ExtractAttachment);
         add(tr("Remove Attachment"), &AttachmentList::RemoveAttachment);
     }
-    menu->popup(at);
+    menu->popup(list_->viewport()->mapToGlobal(at));
 }
 
 void AttachmentPanel::dragEnterEvent(QDragEnterEvent* event) {

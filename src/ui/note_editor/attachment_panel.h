@@ -35,6 +35,7 @@ private:
     void Run(Command command);
     void MakeButtons();
     void Open(int row);
+    /// @param at in the list's viewport
     void OpenMenu(const QPoint& at);
     bool IsMissing(const CAttachment& record) const;
 

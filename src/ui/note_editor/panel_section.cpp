@@ -23,7 +23,6 @@ QToolButton* MakeIconButton(const QString& icon, const QString& name, const Them
     button->setAutoRaise(true);
     button->setToolTip(name);
     button->setAccessibleName(name);
-    button->setIconSize(QSize(kSpace * 4, kSpace * 4));
     button->setIcon(theme.Icon(icon));
     button->setFocusPolicy(Qt::StrongFocus);
     QObject::connect(&theme, &Theme::Changed, button, [button, icon, &theme] { button->setIcon(theme.Icon(icon)); });
