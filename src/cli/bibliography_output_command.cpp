@@ -10,6 +10,7 @@
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/shown_text.h"
 #include "notes/data_files.h"
 #include "platform/pdf_file.h"
 
@@ -93,7 +94,7 @@ private:
     }
     void Print(const Session& session, const SourceList& sources) const {
         if (!session.Json()) {
-            std::printf("%zu sources written to %s\n", sources.Count(), out_.c_str());
+            std::printf("%zu sources written to %s\n", sources.Count(), Shown(out_).c_str());
             return;
         }
         Json ids = Json::array();

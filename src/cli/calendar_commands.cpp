@@ -8,6 +8,7 @@
 #include "calendar/series.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/shown_text.h"
 
 namespace lore {
 
@@ -53,7 +54,7 @@ private:
                 list.push_back(JsonEvent(event));
             else
                 std::printf("%s  %s  %s\n", event.Start.Format("%Y-%m-%d %H:%M").c_str(),
-                            event.End.Format("%Y-%m-%d %H:%M").c_str(), ToUtf8(event.Label).c_str());
+                            event.End.Format("%Y-%m-%d %H:%M").c_str(), Shown(event.Label).c_str());
         }
         if (session.Json())
             PrintJson(list);
@@ -77,7 +78,7 @@ public:
                 list.push_back(JsonReminder(reminder));
             else
                 std::printf("%s  %-6s  %s\n", reminder.SendTime.Format("%Y-%m-%d %H:%M").c_str(),
-                            ReminderTypeName(reminder.Type), ToUtf8(reminder.EventLabel).c_str());
+                            ReminderTypeName(reminder.Type), Shown(reminder.EventLabel).c_str());
         }
         if (session.Json())
             PrintJson(list);
@@ -119,7 +120,7 @@ private:
                 {"occurrences", std::move(occurrences)}};
     }
     static void PrintLines(const Json& event) {
-        std::printf("%s\n", event["EventId"].get_ref<const std::string&>().c_str());
+        std::printf("%s\n", Shown(event["EventId"].get_ref<const std::string&>()).c_str());
         for (const Json& pair : event["occurrences"])
             std::printf("  %s  %s\n", pair[0].get_ref<const std::string&>().c_str(),
                         pair[1].get_ref<const std::string&>().c_str());

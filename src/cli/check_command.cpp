@@ -1,11 +1,14 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <iterator>
 
 #include "base/text.h"
 #include "calendar/calendar_check.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/shown_text.h"
 #include "edit/left_files.h"
 #include "edit/repair_notebook.h"
 #include "notes/check_notebook.h"
@@ -57,8 +60,12 @@ private:
             book.database = noteBook;
             book.paths = NoteBookPaths(session.Data(), noteBook.folder);
             places.push_back(book.paths);
-            for (Repair& repair : RepairNoteBook(book, counters, session.Context(), session.Faults()))
-                repairs.push_back(std::move(repair));
+            const bool wasThere = IsFolder(book.paths.Folder());
+            std::vector<Repair> mended = RepairNoteBook(book, counters, session.Context(), session.Faults());
+            if (!wasThere && IsFolder(book.paths.Folder()))
+                repairs.push_back(
+                    {book.paths.Folder().string(), "the folder of the NoteBook, which was missing, was made"});
+            std::ranges::move(mended, std::back_inserter(repairs));
         }
         session.StoreCounters(counters);
         const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
@@ -66,11 +73,15 @@ private:
             repairs.push_back(std::move(removed));
         return true;
     }
+    static bool IsFolder(const std::filesystem::path& path) {
+        std::error_code error;
+        return std::filesystem::is_directory(path, error);
+    }
     static void PrintLines(const std::vector<Repair>& repairs, const std::vector<Finding>& findings) {
         for (const Repair& repair : repairs)
-            std::printf("%s: mended: %s\n", repair.file.c_str(), ToUtf8(repair.text).c_str());
+            std::printf("%s: mended: %s\n", Shown(repair.file).c_str(), Shown(repair.text).c_str());
         for (const Finding& finding : findings)
-            std::printf("%s: %s\n", finding.file.c_str(), ToUtf8(finding.text).c_str());
+            std::printf("%s: %s\n", Shown(finding.file).c_str(), Shown(finding.text).c_str());
     }
     static void PrintAsJson(const std::vector<Repair>& repairs, const std::vector<Finding>& findings) {
         Json list = Json::array();

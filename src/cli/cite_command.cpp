@@ -7,6 +7,7 @@
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/shown_text.h"
 
 namespace lore {
 
@@ -113,8 +114,11 @@ private:
     static void Print(const Session& session, const Json& list) {
         if (session.Json())
             return PrintJson(list);
-        for (const Json& json : list)
-            std::printf("%s\n", json.value(json.contains("wrapped") ? "wrapped" : "FormattedText", "").c_str());
+        for (const Json& json : list) {
+            const bool isWrapped = json.contains("wrapped");
+            const std::string text = json.value(isWrapped ? "wrapped" : "FormattedText", "");
+            std::printf("%s\n", (isWrapped ? ShownLines(text) : Shown(text)).c_str());
+        }
     }
 
     std::vector<int32_t> ids_;

@@ -50,7 +50,7 @@ private:
         return json;
     }
     void PrintNode(const CProCategoryTree& tree, int level) const {
-        std::printf("%*s%s  (%zu)\n", level * 2, "", ToUtf8(tree.name).c_str(), tree.GetNotes(set_).Count());
+        std::printf("%*s%s  (%zu)\n", level * 2, "", Shown(tree.name).c_str(), tree.GetNotes(set_).Count());
         for (const CProCategoryTree& child : tree.children)
             PrintNode(child, level + 1);
     }

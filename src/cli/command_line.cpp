@@ -156,9 +156,10 @@ int RunCommandLine(int argc, char** argv) try {
     const auto chosen =
         std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });
     Session session(options);
-    if (!options.notebook.empty() && !session.NoteBook())
-        return Finish(ExitStatus::NothingFound, session.Faults());
-    const ExitStatus status = (*chosen)->Run(session);
+    ExitStatus status = ExitStatus::Done;
+    if (!options.notebook.empty() && !session.NoteBook(status))
+        return Finish(status, session.Faults());
+    status = (*chosen)->Run(session);
     session.TellDataElsewhere();
     return Finish(status, session.Faults());
 } catch (const std::bad_alloc&) {

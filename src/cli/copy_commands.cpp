@@ -6,6 +6,7 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
+#include "cli/shown_text.h"
 #include "notebooks/backup.h"
 #include "notebooks/backup_file.h"
 #include "notebooks/copy_notes.h"
@@ -32,9 +33,8 @@ public:
             return status;
         if (!session.Load(book, false))
             return ExitStatus::NothingFound;
-        const auto target = FindNoteBook(session.NoteBooks(), session.Main().guid, FromUtf8(target_));
         CNoteList list;
-        status = Check(book, target);
+        const auto target = Target(session, book, status);
         if (status != ExitStatus::Done)
             return status;
         LongList wanted;
@@ -45,20 +45,24 @@ public:
     }
 
 private:
-    ExitStatus Check(const OpenNoteBook& book, const std::optional<CDatabase>& target) const {
+    std::optional<CDatabase> Target(Session& session, const OpenNoteBook& book, ExitStatus& status) const {
         for (const int32_t id : ids_) {
-            if (!book.index.Contains(id))
-                return NoSuchNote(id);
+            if (!book.index.Contains(id)) {
+                status = NoSuchNote(id);
+                return std::nullopt;
+            }
         }
-        if (!target) {
-            PrintNoNoteBook(target_);
-            return ExitStatus::NothingFound;
-        }
-        if (target->folder == book.database.folder) {
+        auto target = ChooseNoteBook(session.NoteBooks(), session.Main().guid, target_, status);
+        if (target)
+            status = Check(book, *target);
+        return target;
+    }
+    ExitStatus Check(const OpenNoteBook& book, const CDatabase& target) const {
+        if (target.folder == book.database.folder) {
             PrintError("the notes stand in the NoteBook \"" + target_ + "\" already; name another one");
             return ExitStatus::WrongUsage;
         }
-        if (target->id <= 0) {
+        if (target.id <= 0) {
             PrintError("the list of NoteBooks has no valid number for \"" + target_ +
                        "\"; no note can be copied there");
             return ExitStatus::Fault;
@@ -91,7 +95,7 @@ private:
         if (session.Json())
             PrintJson({{"copied", result.copied}, {"ids", JsonIds(result.ids)}, {"notebook", JsonText(target.name)}});
         else
-            std::printf("%d notes copied to \"%s\"\n", result.copied, ToUtf8(target.name).c_str());
+            std::printf("%d notes copied to \"%s\"\n", result.copied, Shown(target.name).c_str());
         return result.copied > 0 ? ExitStatus::Done : ExitStatus::NothingFound;
     }
 
@@ -142,7 +146,7 @@ private:
             return PrintJson({{"notes", done.notes}, {"files", std::move(files)}});
         }
         for (const std::filesystem::path& file : done.files)
-            std::printf("%s\n", file.c_str());
+            std::printf("%s\n", Shown(file.string()).c_str());
         std::printf("%d notes backed up\n", done.notes);
     }
 

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "cli/shown_text.h"
 #include "settings/installation.h"
 
 namespace lore {
@@ -43,7 +44,7 @@ private:
             return PrintJson(json);
         }
         std::printf("NoteBook \"%s\" with %zu notes, %zu sources, %zu categories, %zu attachments and %zu events\n",
-                    ToUtf8(made.database.name).c_str(), made.notes, made.sources, made.categories, made.attachments,
+                    Shown(made.database.name).c_str(), made.notes, made.sources, made.categories, made.attachments,
                     made.events);
     }
 };

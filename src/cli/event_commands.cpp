@@ -10,6 +10,7 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
+#include "cli/shown_text.h"
 #include "online/http_client.h"
 #include "online/http_reminder_server.h"
 #include "ports/silent_progress.h"
@@ -374,7 +375,7 @@ private:
             if (session.Json())
                 ids.push_back(JsonText(event.EventId));
             else
-                std::printf("%s\n", ToUtf8(event.EventId).c_str());
+                std::printf("%s\n", Shown(event.EventId).c_str());
         }
         if (session.Json())
             PrintJson(ids);

@@ -8,6 +8,7 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
+#include "cli/shown_text.h"
 #include "exchange/export_notes.h"
 #include "exchange/import_notes.h"
 #include "notes/note_finder.h"
@@ -58,7 +59,7 @@ private:
         if (session.Json())
             PrintJson({{"notes", exported}, {"file", JsonText(target_)}});
         else
-            std::printf("%d notes are in %s\n", exported, target_.c_str());
+            std::printf("%d notes are in %s\n", exported, Shown(target_).c_str());
         return ExitStatus::Done;
     }
 
@@ -80,16 +81,21 @@ public:
 
     bool ChooseNotes(ImportComparison& comparison, ImportArchive&) override {
         comparison.SetShowSame(true);
+        TellAbsent(comparison);
+        for (size_t i = 0; i < comparison.Rows().size(); ++i) {
+            ImportRow& row = comparison.Row(i);
+            row.ticked = statuses.contains(NameOf(row.status)) && IsAsked(row);
+        }
+        return !comparison.Chosen().empty();
+    }
+    bool IsAsked(const ImportRow& row) const { return only.empty() || only.contains(row.entry.note.guid); }
+    /// Tells which of the guids no note of the archive has.
+    void TellAbsent(const ImportComparison& comparison) const {
         std::set<std::string> absent = only;
         for (const ImportRow& row : comparison.Rows())
             absent.erase(row.entry.note.guid);
         for (const std::string& guid : absent)
             PrintError("the archive holds no note with the guid " + ToUtf8(guid));
-        for (size_t i = 0; i < comparison.Rows().size(); ++i) {
-            ImportRow& row = comparison.Row(i);
-            row.ticked = statuses.contains(NameOf(row.status)) && (only.empty() || only.contains(row.entry.note.guid));
-        }
-        return !comparison.Chosen().empty();
     }
 };
 
@@ -130,7 +136,7 @@ public:
                 MoveCountersOn(book, counters);
                 session.StoreCounters(counters);
             }};
-        return status_ ? Compare(session, world) : Import(session, world, chooser);
+        return status_ ? Compare(session, world, chooser) : Import(session, world, chooser);
     }
 
 private:
@@ -162,15 +168,24 @@ private:
         return true;
     }
 
-    ExitStatus Compare(Session& session, const ImportWorld& world) const {
+    ExitStatus Compare(Session& session, const ImportWorld& world, const OptionChooser& chooser) const {
         ImportArchive archive;
         if (const int result = ReadArchive(file_, archive, world); result != ImportOutcome::kNothing) {
             TellImportResult({result, {}, false}, world.prompts);
             return ExitStatus::Fault;
         }
         const ImportComparison comparison = CompareArchive(archive, world);
+        chooser.TellAbsent(comparison);
+        const bool isEmpty =
+            std::ranges::none_of(comparison.Rows(), [&](const auto& row) { return chooser.IsAsked(row); });
+        PrintRows(session, comparison, chooser);
+        return isEmpty && !chooser.only.empty() ? ExitStatus::NothingFound : ExitStatus::Done;
+    }
+    static void PrintRows(const Session& session, const ImportComparison& comparison, const OptionChooser& chooser) {
         Json list = Json::array();
         for (const ImportRow& row : comparison.Rows()) {
+            if (!chooser.IsAsked(row))
+                continue;
             const std::string title = ImportComparison::MainSourceTitle(row);
             if (session.Json())
                 list.push_back({{"row", row.number},
@@ -178,12 +193,11 @@ private:
                                 {"status", NameOf(row.status)},
                                 {"title", JsonText(title)}});
             else
-                std::printf("%6zu  %-5s  %s  %s\n", row.number, NameOf(row.status), ToUtf8(row.entry.note.guid).c_str(),
-                            ToUtf8(title).c_str());
+                std::printf("%6zu  %-5s  %s  %s\n", row.number, NameOf(row.status), Shown(row.entry.note.guid).c_str(),
+                            Shown(title).c_str());
         }
         if (session.Json())
             PrintJson(list);
-        return ExitStatus::Done;
     }
 
     ExitStatus Import(Session& session, const ImportWorld& world, OptionChooser& chooser) const {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <set>
 #include <utility>
 
 #include "base/text.h"
@@ -69,9 +70,15 @@ bool NoteChanges::Check(const OpenNoteBook& book, ExitStatus& status) const {
         PrintError("--color takes three numbers from 0 to 255, such as 200,30,30, not \"" + *color + "\"");
         return false;
     }
+    std::set<int> sets;
     for (const auto& [set, path] : categories) {
         if (set < 1 || set > kSetCount) {
             PrintError("--category takes a set from 1 to 3, not " + std::to_string(set));
+            return false;
+        }
+        if (!sets.insert(set).second) {
+            PrintError("--category is given twice for set " + std::to_string(set) +
+                       "; a note has one category of each set");
             return false;
         }
     }

@@ -31,7 +31,7 @@ struct NoteChanges {
 
     /// Writes what was given into the note of a session; its save makes the categories that don't exist yet. False,
     /// told on standard error, and nothing has changed, for a source that the NoteBook doesn't hold, a set or colour
-    /// that there isn't, or an empty key word.
+    /// that there isn't, or two categories of one set.
     bool Apply(Session& session, const OpenNoteBook& book, EditNoteSession& edited, ExitStatus& status) const;
 
 private:

@@ -36,16 +36,16 @@ private:
         if (session.Json())
             return PrintJson(list);
         for (const Json& json : list) {
-            std::printf("%-32s %-12s %6lld notes\n", json["name"].get_ref<const std::string&>().c_str(),
-                        json["folder"].get_ref<const std::string&>().c_str(), json["notes"].get<long long>());
+            std::printf("%-32s %-12s %6lld notes\n", Shown(json["name"].get_ref<const std::string&>()).c_str(),
+                        Shown(json["folder"].get_ref<const std::string&>()).c_str(), json["notes"].get<long long>());
         }
     }
 };
 
 /// One line of a note for reading: id, day of creation, key words, file.
 void PrintNoteLine(const CNote& note, const std::string& file) {
-    std::printf("%7d  %s  %-28s %s\n", note.id, note.dateCreated.Format("%Y-%m-%d").c_str(), file.c_str(),
-                ToUtf8(note.keyWords).c_str());
+    std::printf("%7d  %s  %-28s %s\n", note.id, note.dateCreated.Format("%Y-%m-%d").c_str(), Shown(file).c_str(),
+                Shown(note.keyWords).c_str());
 }
 
 std::string FileNameOf(const OpenNoteBook& book, int32_t id) {
@@ -160,9 +160,9 @@ private:
         for (const auto& [key, value] : json.items()) {
             if (key != "plainText")
                 std::printf("%s: %s\n", key.c_str(),
-                            value.is_string() ? value.get<std::string>().c_str() : value.dump().c_str());
+                            Shown(value.is_string() ? value.get<std::string>() : value.dump()).c_str());
         }
-        std::printf("\n%s\n", ToUtf8(note.plainText).c_str());
+        std::printf("\n%s\n", ShownLines(note.plainText).c_str());
     }
 
     int32_t id_ = 0;
@@ -201,11 +201,10 @@ public:
             PrintJson(JsonSyncLog(log, hasHead));
             return ExitStatus::Done;
         }
-        std::printf("%s\n",
-                    log.link.IsLinked() ? ("linked with " + ToUtf8(log.link.OnlineName)).c_str() : "not linked");
+        std::printf("%s\n", log.link.IsLinked() ? ("linked with " + Shown(log.link.OnlineName)).c_str() : "not linked");
         for (const CSyncInfo& info : log.Records()) {
             std::printf("%7d  %-9s %s  %s\n", info.NoteId, info.Changed ? "changed" : "unchanged",
-                        ToUtf8(info.NoteKey).c_str(), ToUtf8(info.NoteFile).c_str());
+                        Shown(info.NoteKey).c_str(), Shown(info.NoteFile).c_str());
         }
         return ExitStatus::Done;
     }

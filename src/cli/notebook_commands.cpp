@@ -5,6 +5,7 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
+#include "cli/shown_text.h"
 #include "notebooks/notebook_manager.h"
 #include "notes/note_finder.h"
 #include "platform/system_sources.h"
@@ -71,9 +72,10 @@ private:
         return Print(session, *made, 0, "created");
     }
     ExitStatus Rename(Session& session, NoteBookManager& manager) {
-        auto noteBook = Find(session, manager);
+        ExitStatus status = ExitStatus::Done;
+        auto noteBook = Find(session, manager, status);
         if (!noteBook)
-            return ExitStatus::NothingFound;
+            return status;
         if (noteBook->IsMain()) {
             PrintError("the main NoteBook keeps its name");
             return ExitStatus::WrongUsage;
@@ -89,9 +91,10 @@ private:
         return Print(session, *noteBook, NotesOf(session, *noteBook), "renamed");
     }
     ExitStatus Delete(Session& session, NoteBookManager& manager) {
-        const auto noteBook = Find(session, manager);
+        ExitStatus status = ExitStatus::Done;
+        const auto noteBook = Find(session, manager, status);
         if (!noteBook)
-            return ExitStatus::NothingFound;
+            return status;
         const size_t notes = NotesOf(session, *noteBook);
         switch (manager.Delete(*noteBook, notes)) {
             case DeleteOutcome::Refused:
@@ -103,20 +106,18 @@ private:
         }
     }
     ExitStatus Switch(Session& session, NoteBookManager& manager) {
-        const auto noteBook = Find(session, manager);
+        ExitStatus status = ExitStatus::Done;
+        const auto noteBook = Find(session, manager, status);
         if (!noteBook)
-            return ExitStatus::NothingFound;
+            return status;
         session.GetSettings().Set(Option::Database, noteBook->guid);
         session.GetSettings().Save(session.Store(), Option::Database);
         session.StoreCounters(session.Counters());
         return Print(session, *noteBook, NotesOf(session, *noteBook), "chosen");
     }
 
-    std::optional<CDatabase> Find(const Session& session, const NoteBookManager& manager) const {
-        auto found = FindNoteBook(manager.List(), session.Main().guid, FromUtf8(name_));
-        if (!found)
-            PrintNoNoteBook(name_);
-        return found;
+    std::optional<CDatabase> Find(const Session& session, const NoteBookManager& manager, ExitStatus& status) const {
+        return ChooseNoteBook(manager.List(), session.Main().guid, name_, status);
     }
     static size_t NotesOf(Session& session, const CDatabase& noteBook) {
         return CountNotes(NoteBookPaths(session.Data(), noteBook.folder).Notes(), session.Context(), session.Faults());
@@ -125,8 +126,8 @@ private:
         if (session.Json())
             PrintJson(JsonListedNoteBook(noteBook, notes));
         else
-            std::printf("NoteBook \"%s\" (%s, %zu notes) %s\n", ToUtf8(noteBook.name).c_str(), noteBook.folder.c_str(),
-                        notes, done);
+            std::printf("NoteBook \"%s\" (%s, %zu notes) %s\n", Shown(noteBook.name).c_str(),
+                        Shown(noteBook.folder).c_str(), notes, done);
         return ExitStatus::Done;
     }
 

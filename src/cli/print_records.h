@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <vector>
 
-#include "base/text.h"
 #include "cli/json_records.h"
 #include "cli/session.h"
+#include "cli/shown_text.h"
 
 namespace lore {
 
@@ -18,7 +18,7 @@ void PrintRecords(const Session& session, const List& list, ToJson toJson, ToLin
         if (session.Json())
             json.push_back(toJson(record));
         else
-            std::printf("%s\n", ToUtf8(toLine(record)).c_str());
+            std::printf("%s\n", Shown(toLine(record)).c_str());
     }
     if (session.Json())
         PrintJson(json);

@@ -1,5 +1,6 @@
 #include "cli/session.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "base/text.h"
@@ -20,10 +21,33 @@ std::filesystem::path SettingsFile(const GlobalOptions& options) {
     return options.data.empty() ? UserSettingsFile() : SettingsFileIn(options.data);
 }
 
+/// Each NoteBook once that a text may stand for; a damaged list may hold one twice.
+std::vector<CDatabase> AllCalled(const std::vector<CDatabase>& all, std::string_view text) {
+    std::vector<CDatabase> called;
+    for (const CDatabase& entry : all) {
+        const bool isKnown = std::ranges::any_of(
+            called, [&](const CDatabase& other) { return other.guid == entry.guid && other.folder == entry.folder; });
+        if (!isKnown &&
+            (IsSameText(entry.name, text) || IsSameText(entry.folder, text) || IsSameText(entry.guid, text)))
+            called.push_back(entry);
+    }
+    return called;
+}
+
+/// What stands for this NoteBook alone: its folder, or its guid where a damaged list or a name has that folder too.
+const std::string& ArgumentFor(const std::vector<CDatabase>& all, const CDatabase& noteBook) {
+    const bool hasOwnFolder = !noteBook.folder.empty() && AllCalled(all, noteBook.folder).size() == 1;
+    return hasOwnFolder ? noteBook.folder : noteBook.guid;
+}
+
 }  // namespace
 
 void PrintError(const std::string& message) {
-    std::fprintf(stderr, "lorebinder-cli: %s\n", message.c_str());
+    std::fprintf(stderr, "lorebinder-cli: %s\n", Shown(message).c_str());
+}
+
+void PrintMessage(const std::string& text) {
+    std::fprintf(stderr, "lorebinder-cli: %s\n", ShownLines(text).c_str());
 }
 
 ExitStatus NoSuchNote(int32_t id) {
@@ -33,6 +57,29 @@ ExitStatus NoSuchNote(int32_t id) {
 
 void PrintNoNoteBook(const std::string& name) {
     PrintError("there is no NoteBook \"" + name + "\"; the command \"notebooks\" lists those that there are");
+}
+
+std::optional<CDatabase> ChooseNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
+                                        const std::string& text, ExitStatus& status) {
+    const std::string typed = FromUtf8(text);
+    const auto found = FindNoteBook(list, localGuid, typed);
+    if (!found) {
+        PrintNoNoteBook(text);
+        status = ExitStatus::NothingFound;
+        return std::nullopt;
+    }
+    std::vector<CDatabase> all = {MainNoteBook(localGuid)};
+    all.insert(all.end(), list.begin(), list.end());
+    const std::vector<CDatabase> fitting = AllCalled(all, typed);
+    if (fitting.size() == 1)
+        return found;
+    std::string choice;
+    for (const CDatabase& entry : fitting)
+        choice += (choice.empty() ? "" : ", ") + ToUtf8(ArgumentFor(all, entry)) + " (\"" + ToUtf8(entry.name) + "\")";
+    PrintError("\"" + text + "\" may be any of " + std::to_string(fitting.size()) +
+               " NoteBooks; say which one by its folder or GUID: " + choice);
+    status = ExitStatus::WrongUsage;
+    return std::nullopt;
 }
 
 Session::Session(const GlobalOptions& options)
@@ -66,14 +113,11 @@ CDatabase Session::Main() const {
     return MainNoteBook(settings_.Text(Option::LocalGUID));
 }
 
-std::optional<CDatabase> Session::NoteBook() {
+std::optional<CDatabase> Session::NoteBook(ExitStatus& status) {
     const std::string& local = settings_.Text(Option::LocalGUID);
     if (options_.notebook.empty())
         return StartNoteBook(NoteBooks(), {local, settings_.Text(Option::Database)});
-    auto found = FindNoteBook(NoteBooks(), local, FromUtf8(options_.notebook));
-    if (!found)
-        PrintNoNoteBook(options_.notebook);
-    return found;
+    return ChooseNoteBook(NoteBooks(), local, options_.notebook, status);
 }
 
 std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts) {

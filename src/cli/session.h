@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/shown_text.h"
 #include "notes/note_book_loader.h"
 #include "notes/notebook_list.h"
 #include "notes/notebook_paths.h"
@@ -44,8 +45,14 @@ public:
     const std::vector<CDatabase>& NoteBooks();
     CDatabase Main() const;
 
-    /// The NoteBook that --notebook or the settings name. Nothing, told on standard error, if there is none.
-    std::optional<CDatabase> NoteBook();
+    /// The NoteBook that --notebook or the settings name. Nothing, told on standard error and in the status, if there
+    /// is none or --notebook may mean several.
+    std::optional<CDatabase> NoteBook(ExitStatus& status);
+    /// The same once it is known that there is one.
+    std::optional<CDatabase> NoteBook() {
+        ExitStatus status = ExitStatus::Done;
+        return NoteBook(status);
+    }
     /// Reads that NoteBook without changing a byte. Nothing, told, if there is none or its notes can't be listed.
     std::optional<LoadReport> Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts = nullptr);
 
@@ -80,16 +87,22 @@ private:
     SystemClock clock_;
     SystemGuids guids_;
     ReadContext context_;
-    PrintedFaults faults_{"lorebinder-cli"};
+    PrintedFaults faults_{"lorebinder-cli", Shown};
     std::optional<std::vector<CDatabase>> noteBooks_;
     std::optional<DataLock> lock_;
 };
 
 /// Prints a line to standard error, in front of it the program's name.
 void PrintError(const std::string& message);
+/// The same for a message of the system, which may have several lines.
+void PrintMessage(const std::string& text);
 /// What a command ends with that was given a note which isn't there; prints it.
 ExitStatus NoSuchNote(int32_t id);
 /// Tells so that no NoteBook is called this.
 void PrintNoNoteBook(const std::string& name);
+/// The NoteBook that a name, a folder's name or a guid stands for, of this list and the main one. Nothing, told on
+/// standard error and in the status, if none is called so or if several are: whoever deletes one means that one.
+std::optional<CDatabase> ChooseNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
+                                        const std::string& text, ExitStatus& status);
 
 }  // namespace lore

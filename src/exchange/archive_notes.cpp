@@ -197,7 +197,7 @@ void ArchiveNoteReader::KeepSourcesNote(ArchiveNote& entry) {
 }
 
 const char* ArchiveNoteReader::DamageText() const {
-    return stream_ && !stream_->AtEnd() ? "holds more than it announces" : "breaks off";
+    return HoldsMore() ? "holds more than it announces" : "breaks off";
 }
 
 std::optional<PlainArchive> ArchiveNoteReader::ReadPlain() {

@@ -92,6 +92,8 @@ public:
     bool IsNoteWhole() const { return !stream_->RanOut(); }
     /// Once Next has given false: false if the file held less or more than its count promises.
     bool IsWhole() const { return stream_ && read_ == count_ && !stream_->RanOut() && stream_->AtEnd(); }
+    /// The same: true if something stands behind what the file promises.
+    bool HoldsMore() const { return stream_ && !stream_->AtEnd(); }
     /// The same: what is wrong with a file that isn't whole, behind "it".
     const char* DamageText() const;
     /// How many of the records that the file promises are notes, as far as was read.

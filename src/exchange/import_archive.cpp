@@ -140,10 +140,14 @@ ImportArchive::Version ImportArchive::ReadNotes(const ReadContext& context, Faul
     sourcesNote = reader.SourcesNote();
     if (!reader.IsWhole()) {
         const std::string damage = std::string("it ") + reader.DamageText();
-        if (!TakePlain(reader))
-            faults.Tell({std::to_string(notes.size()) + " of " + std::to_string(std::max(reader.CountOfNotes(), 0)) +
-                             " notes of the archive could be read",
+        const bool holdsMore = reader.HoldsMore();
+        if (!TakePlain(reader)) {
+            const std::string announced = std::to_string(std::max(reader.CountOfNotes(), 0)) + " notes";
+            faults.Tell({holdsMore
+                             ? "The archive announces " + announced + "; what stands behind them was not taken"
+                             : std::to_string(notes.size()) + " of " + announced + " of the archive could be read",
                          path_.string(), damage});
+        }
     }
     for (ArchiveNote& read : notes) {
         for (CProCategoryTree& path : read.note.categories) {

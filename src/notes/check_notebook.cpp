@@ -1,11 +1,13 @@
 #include "notes/check_notebook.h"
 
 #include <array>
+#include <map>
 #include <memory>
 #include <system_error>
 #include <unordered_map>
 
 #include "base/long_list.h"
+#include "base/text.h"
 #include "bibliography/author_list.h"
 #include "bibliography/custom_type_list.h"
 #include "notes/attachment_path.h"
@@ -23,9 +25,10 @@ namespace {
 
 constexpr char kDamaged[] = "the file is short or damaged";
 
-constexpr std::array<std::string_view, 10> kKindNames = {
-    "note-twice",         "number-shared",     "note-in-wrong-file", "source-missing", "category-missing",
-    "attachment-missing", "attachment-unused", "damaged-file",       "text-too-long",  "notebook-unlisted"};
+constexpr std::array<std::string_view, 12> kKindNames = {"note-twice",        "number-shared",    "note-in-wrong-file",
+                                                         "source-missing",    "category-missing", "attachment-missing",
+                                                         "attachment-unused", "damaged-file",     "text-too-long",
+                                                         "notebook-unlisted", "notebook-missing", "notebook-twice"};
 
 /// What the walk leaves of one note file.
 struct CheckedFile {
@@ -224,8 +227,12 @@ std::vector<Finding> CheckNoteBook(const NoteBookPaths& paths, const ReadContext
 
 namespace {
 
+std::string Quoted(const std::string& bytes) {
+    return "\"" + ToUtf8(bytes) + "\"";
+}
+
 /// Notes in a folder that the list of NoteBooks has lost are on the disk, and no window shows them.
-void AddUnlisted(const DataPaths& data, const std::set<std::filesystem::path>& listed, FaultNotice& faults,
+void AddUnlisted(const DataPaths& data, const std::map<std::filesystem::path, std::string>& listed, FaultNotice& faults,
                  std::vector<Finding>& findings) {
     std::error_code error;
     std::set<std::filesystem::path> folders;
@@ -255,11 +262,21 @@ std::vector<Finding> CheckData(const DataPaths& data, const ReadContext& context
     std::vector<Finding> findings;
     AddFileFindings(data.DatabasesFile(), state, findings);
     list.insert(list.begin(), MainNoteBook({}));
-    std::set<std::filesystem::path> done;
+    std::map<std::filesystem::path, std::string> done;
     for (const CDatabase& entry : list) {
         const NoteBookPaths paths(data, entry.folder);
-        if (!done.insert(paths.Folder()).second)
+        const auto [first, isNew] = done.emplace(paths.Folder(), entry.name);
+        if (!isNew && !entry.IsMain())
+            findings.push_back(
+                {FindingKind::NoteBookTwice, paths.Folder().string(),
+                 "two NoteBooks of the list have the folder, " + Quoted(first->second) + " and " + Quoted(entry.name)});
+        if (!isNew)
             continue;
+        std::error_code unknown;
+        if (!entry.IsMain() &&
+            std::filesystem::status(paths.Folder(), unknown).type() == std::filesystem::file_type::not_found)
+            findings.push_back({FindingKind::NoteBookMissing, paths.Folder().string(),
+                                "the folder of the NoteBook " + Quoted(entry.name) + " is missing"});
         const std::vector<Finding> found = CheckNoteBook(paths, context, faults);
         findings.insert(findings.end(), found.begin(), found.end());
     }

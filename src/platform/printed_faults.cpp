@@ -2,14 +2,12 @@
 
 #include <cstdio>
 
-#include "base/text.h"
-
 namespace lore {
 
 void PrintedFaults::Tell(const Fault& fault) {
     any_ = true;
-    std::fprintf(stderr, "%s: %s: %s: %s\n", program_.c_str(), ToUtf8(fault.what).c_str(), fault.path.c_str(),
-                 fault.reason.c_str());
+    std::fprintf(stderr, "%s: %s: %s: %s\n", program_.c_str(), show_(fault.what).c_str(), show_(fault.path).c_str(),
+                 show_(fault.reason).c_str());
 }
 
 }  // namespace lore

@@ -1,20 +1,25 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
+#include "base/text.h"
 #include "ports/fault_notice.h"
 
 namespace lore {
 
-/// Prints faults to standard error, behind the name of the program, and remembers that there was one.
+/// Prints faults to standard error, behind the name of the program, and remembers that there was one. `show` makes each
+/// text of a fault one to print.
 class PrintedFaults : public FaultNotice {
 public:
-    explicit PrintedFaults(std::string program) : program_(std::move(program)) {}
+    explicit PrintedFaults(std::string program, std::string (*show)(std::string_view) = ToUtf8)
+        : program_(std::move(program)), show_(show) {}
     void Tell(const Fault& fault) override;
     bool Any() const { return any_; }
 
 private:
     std::string program_;
+    std::string (*show_)(std::string_view);
     bool any_ = false;
 };
 

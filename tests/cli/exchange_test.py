@@ -103,6 +103,10 @@ class Choice(ExchangeTest):
                 done = self.json("import", str(self.archive), *options, data=copy, status=0 if count else 1)
                 self.assertEqual(done["imported"], count)
         self.expect(1, "import", str(self.archive), "--only", "{none}", data=target, says="with the guid {none}")
+        done = self.expect(0, "--json", "import", str(self.archive), "--status", "--only", f"{newer[0]},{{none}}",
+                           data=target, says="with the guid {none}")
+        self.assertEqual([(row["guid"], row["status"]) for row in json.loads(done.stdout)], [(newer[0], "newer")])
+        self.assertEqual(self.json("import", str(self.archive), "--status", "--only", "{none}", data=target, status=1), [])
         for options, says in [(["--take", "some"], "--take is"), (["--take", ""], "--take is"),
                               (["--only", " "], "--only takes"), (["--take", "all", "--only", ","], "--only takes")]:
             self.expect(2, "import", str(self.archive), *options, says=says, data=target)
@@ -174,6 +178,12 @@ class PlainRecords(ExchangeTest):
                 dump = json.loads(done.stdout)
                 self.assertEqual([record["id"] for record in dump["records"]], [5, 6])
                 self.assertEqual("sourcesNote" in dump, name != "none")
+
+    def test_records_behind_those_announced_are_told(self):
+        self.write(number(1) + plain_note(5) + number(0) + plain_note(6) + number(0))
+        for options in ([], ["--status"]):
+            self.expect(3, "import", str(self.archive), *options, data=self.data,
+                        says="The archive announces 1 notes; what stands behind them was not taken")
 
     def test_sources_that_the_archive_lacks_are_told(self):
         self.write(number(1) + plain_note(5, 77))

@@ -81,6 +81,72 @@ class NoteBooks(CliTest):
             self.expect(status, *args, says=says)
         self.assertEqual(fingerprint(self.data), {**before, "lorebinder.lock": fingerprint(self.data)["lorebinder.lock"]})
 
+    def test_a_name_that_fits_several_is_refused_with_what_tells_them_apart(self):
+        one, two = (self.json("notebook", "create", "Same book") for _ in range(2))
+        three = self.json("notebook", "create", one["folder"])
+        self.json("notebook", "rename", WALKS["folder"], two["guid"])
+        four = self.json("notebook", "create", "LorebinderMain")
+        added = self.top / "note.txt"
+        added.write_text("A note")
+        before = fingerprint(self.data)
+        for name, choice in [("Same book", (one["guid"], two["folder"])),
+                             (one["folder"], (one["guid"], three["folder"])),
+                             (two["guid"], (two["folder"], WALKS["folder"])),
+                             ("LorebinderMain", ("_LBMAIN_", four["folder"]))]:
+            for args in (["notebook", "delete", name], ["notebook", "rename", name, "Other"],
+                         ["notebook", "switch", name], ["copy", "--to", name, str(self.world.notes[0]["id"])],
+                         ["--notebook", name, "notes"], ["--notebook", name, "add", added]):
+                with self.subTest(args=args):
+                    done = self.expect(2, *args, says="may be any of 2 NoteBooks; say which one by its folder or GUID")
+                    self.assertEqual(done.stdout, "")
+                    for argument in choice:
+                        self.assertIn(f'{argument} ("', done.stderr)
+                        self.json("--notebook", argument, "notes")
+        self.assertEqual(fingerprint(self.data), before)
+        self.json("notebook", "delete", one["guid"])
+        self.json("notebook", "rename", "Same book", "The other")
+        self.assertEqual({book["guid"] for book in self.listed().values()} & {one["guid"], two["guid"], three["guid"]},
+                         {two["guid"], three["guid"]})
+
+    def test_no_line_for_a_reader_holds_a_control_character(self):
+        odd, shown = "Odd\x1b[31m\n\t\x7f\u009b\x07 one", r"Odd\x1b[31m\x0a\x09\x7f\x9b\x07 one"
+        book = self.json("notebook", "create", odd)["folder"]
+        fields = {"authors": [{"AuthorID": 1, "last": odd}], "sources": [
+            {"FieldTexts": [odd], "AuthorIDs": [1], "SourceType": 1001,
+             "CustomTypeCopy": {"GUID": "{T}", "name": odd, "fields": [{"kind": 2, "name": odd}]}}]}
+        (self.top / "s.json").write_text(json.dumps(fields))
+        there, archive = ("--notebook", book), self.top / "odd.lbe"
+        source, = self.json(*there, "source", "add", "--file", self.top / "s.json")
+        (self.top / odd).write_text("attached")
+        (self.top / "note.rtf").write_text("{\\rtf1 Text \x1b[31m\\par two}")
+        note = str(self.json(*there, "add", self.top / "note.rtf", "--keywords", odd, "--category", "1", odd,
+                             "--source", str(source))[0])
+        self.json(*there, "edit", note, "--attach", self.top / odd)
+        self.json(*there, "event", "add", "--label", odd, "--start", "2049-01-01")
+        self.json(*there, "export", "--out", archive)
+        notebook = self.databases / book
+        (notebook / "Sync.dat").write_bytes(b"2112, 77, On\x1b[31m, Main, 01/01/2020 12:00:00 AM, {G},\n")
+        (notebook / "Attachments" / "left\x1b[31m\n").write_bytes(b"")
+        for args, status, says in [
+                (["notebooks"], 0, shown), (["notes"], 0, shown), (["authors"], 0, shown), (["sources"], 0, shown),
+                (["note", note], 0, "keyWords: " + shown), (["sourcetypes"], 0, shown), (["cite"], 0, shown),
+                (["cite", "--width", "40"], 0, r"Odd\x1b[31m"), (["categories"], 0, shown), (["keywords"], 0, shown),
+                (["events"], 0, shown), (["synclog"], 0, r"linked with On\x1b[31m"),
+                (["import", archive, "--status"], 0, shown), (["notebook", "switch", book], 0, shown),
+                (["check"], 1, r"Attachments/left\x1b[31m\x0a: no note names the file"),
+                (["import", self.top / odd], 3, r"Odd\x1b[31m"), (["note", note, "--rtf"], 0, "Text \x1b[31m"),
+                (["--notebook", odd + "!", "notes"], 1, shown)]:
+            with self.subTest(args=args):
+                done = self.expect(status, *([] if "--notebook" in args else there), *args)
+                said = done.stdout + done.stderr
+                self.assertIn(says, said)
+                if "--rtf" not in args:
+                    self.assertEqual(re.findall("[\0-\x09\x0b-\x1f\x7f-\x9f]", said.replace("\t", "")), [])
+                if args == ["check"]:
+                    self.assertEqual(len(said.splitlines()), 1)
+                elif args == ["notebooks"]:
+                    self.assertEqual(len(said.splitlines()), 3)
+
     def test_switch_decides_what_opens(self):
         self.json("notebook", "switch", "Shore Walks")
         self.assertEqual([note["id"] for note in self.json("notes")], [7, 8])
@@ -230,6 +296,25 @@ class NoteBooks(CliTest):
         shutil.copy(next((self.databases / "_LBMAIN_" / "Notes").iterdir()), lost / "Notes")
         finding, = self.json("check", status=1)
         self.assertEqual((finding["kind"], finding["file"]), ("notebook-unlisted", str(lost)))
+
+    def test_check_finds_what_the_list_has_no_folder_of_its_own_for(self):
+        made = self.json("notebook", "create", "Light houses")
+        twice = self.json("notebook", "create", "Fog signals")
+        shutil.rmtree(self.databases / WALKS["folder"])
+        file = self.databases / "Databases.dat"
+        file.write_bytes(file.read_bytes().replace(twice["folder"].encode(), made["folder"].encode()))
+        gone, shared = self.databases / WALKS["folder"], self.databases / made["folder"]
+        found = self.json("check", status=1)
+        self.assertEqual([(one["kind"], one["file"]) for one in found],
+                         [("notebook-missing", str(gone)), ("notebook-twice", str(shared))])
+        self.assertIn('"Shore Walks"', found[0]["text"])
+        self.assertIn('"Light houses" and "Fog signals"', found[1]["text"])
+        mended = self.json("check", "--repair", status=1)
+        self.assertEqual([(one["kind"], one["file"]) for one in mended],
+                         [("mended", str(gone)), ("notebook-twice", str(shared))])
+        self.json("notebook", "delete", twice["guid"])
+        self.assertEqual(self.json("check"), [])
+        self.assertEqual(self.json("check", "--repair"), [])
 
     def test_a_folder_beside_the_data_is_told(self):
         for data in (self.top / "nowhere", self.data / "Data Files"):
