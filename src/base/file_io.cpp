@@ -40,7 +40,7 @@ FileResult ReadRest(int number, size_t expected, std::string& bytes) {
 /// Compares piece by piece: the file may be large, and nearly always differs early.
 bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
     std::error_code error;
-    if (std::filesystem::file_size(path, error) != bytes.size() || error)
+    if (std::filesystem::file_size(path, error) != bytes.size())
         return false;
     const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     char piece[16384];

@@ -168,8 +168,8 @@ public:
         }
         // A damaged file may have lost all its notes.
         for (const std::filesystem::path& file : NoteFilesOf(book_.paths.Notes(), faults_)) {
-            if (!walked.contains(file.string()) && !RunFile({file.string(), {}}, take))
-                return;
+            if (!walked.contains(file.string()))
+                RunFile({file.string(), {}}, take);
         }
     }
 

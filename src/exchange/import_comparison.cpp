@@ -14,17 +14,11 @@ namespace {
 constexpr size_t kTitleSlot = 0;
 
 const char* StatusFormat(ImportStatus status) {
-    switch (status) {
-        case ImportStatus::New:
-            return " %zu. - <NEW NOTE>    ";
-        case ImportStatus::Older:
-            return " %zu. - EXISTS (older)  ";
-        case ImportStatus::Newer:
-            return " %zu. - EXISTS (newer)  ";
-        case ImportStatus::Same:
-            return " %zu. - EXISTS (same)  ";
-    }
-    return "%zu";
+    if (status == ImportStatus::New)
+        return " %zu. - <NEW NOTE>    ";
+    if (status == ImportStatus::Same)
+        return " %zu. - EXISTS (same)  ";
+    return status == ImportStatus::Older ? " %zu. - EXISTS (older)  " : " %zu. - EXISTS (newer)  ";
 }
 
 ImportStatus StatusOf(const CNote& note, const CNote& existing) {

@@ -101,6 +101,8 @@ TEST_F(FileFaults, AFileThatCantBeReadGivesNothingAndTheReason) {
     const Reading readings[] = {
         {[&] { return ReadFile(folder_ / "from", bytes = "before"); }, [&] { return bytes.size(); }, long_.size(), 1,
          1},
+        {[&] { return ReadFileOrStream(folder_ / "from", bytes = "before"); }, [&] { return bytes.size(); },
+         long_.size(), 1, 1},
         {[&] {
              return LoadLongListFile(list = {1, 2}, folder_ / "list");
          },

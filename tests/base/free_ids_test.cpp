@@ -16,18 +16,15 @@ TEST(FreeIDs, GiveTheWantedIdOrTheLowestFreeOne) {
         int32_t id;
     };
     constexpr int64_t kBeyond = int64_t{kHighestID} + 1;
-    const Case cases[] = {{"the next one", 1001, 1002, {1001}, 1002},
-                          {"gaps stay", 1001, 5000, {1001, 4999}, 5000},
-                          {"below the first one as well", 1001, 8, {7}, 8},
-                          {"the highest", 1001, kHighestID, {1001}, kHighestID},
-                          {"behind the highest", 1001, kBeyond, {kHighestID}, 1001},
-                          {"in use", 1001, 1003, {1001, 1003}, 1002},
-                          {"the first ones in use", 4, kBeyond, {1, 4, 5, 7}, 6},
-                          {"no id", 4, 0, {}, 4},
-                          {"below all ids", 4, -7, {4}, 5},
-                          {"the last free one", kHighestID - 2, kBeyond, {kHighestID - 2, kHighestID - 1}, kHighestID},
-                          {"none", kHighestID - 1, kBeyond, {kHighestID - 1, kHighestID}, 0}};
-    for (const Case& c : cases)
+    for (const Case& c :
+         {Case{"the next one", 1001, 1002, {1001}, 1002}, Case{"gaps stay", 1001, 5000, {1001, 4999}, 5000},
+          Case{"below the first one as well", 1001, 8, {7}, 8},
+          Case{"the highest", 1001, kHighestID, {1001}, kHighestID},
+          Case{"behind the highest", 1001, kBeyond, {kHighestID}, 1001}, Case{"in use", 1001, 1003, {1001, 1003}, 1002},
+          Case{"the first ones in use", 4, kBeyond, {1, 4, 5, 7}, 6}, Case{"no id", 4, 0, {}, 4},
+          Case{"below all ids", 4, -7, {4}, 5},
+          Case{"the last free one", kHighestID - 2, kBeyond, {kHighestID - 2, kHighestID - 1}, kHighestID},
+          Case{"none", kHighestID - 1, kBeyond, {kHighestID - 1, kHighestID}, 0}})
         EXPECT_EQ(FreeIDs(c.first).Find(c.wanted, [&](int32_t id) { return c.used.contains(id); }), c.id) << c.what;
 }
 

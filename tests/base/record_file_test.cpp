@@ -11,11 +11,9 @@ namespace lore {
 namespace {
 
 TEST(FixedInt, IsWrittenInSixteenCharacters) {
-    const std::pair<int32_t, const char*> cases[] = {{0, "0000000000000000"},
-                                                     {2112, "0000000000002112"},
-                                                     {-1, "-000000000000001"},
-                                                     {INT_MIN, "-000002147483648"},
-                                                     {INT_MAX, "0000002147483647"}};
+    using Case = std::pair<int32_t, const char*>;
+    const Case cases[] = {Case{0, "0000000000000000"}, Case{2112, "0000000000002112"}, Case{-1, "-000000000000001"},
+                          Case{INT_MIN, "-000002147483648"}, Case{INT_MAX, "0000002147483647"}};
     for (const auto& [value, text] : cases) {
         RecordWriter writer;
         WriteFixedInt(&writer, value);
@@ -27,42 +25,25 @@ TEST(FixedInt, IsWrittenInSixteenCharacters) {
 }
 
 TEST(FixedInt, ReadsWhatStandsThereAsFarAsItIsANumber) {
-    const std::pair<std::string, int32_t> cases[] = {{"", 0},
-                                                     {"12", 12},
-                                                     {"   12xyz........", 12},
-                                                     {"abcdefghijklmnop", 0},
-                                                     {"9999999999999999", INT_MAX},
-                                                     {"-999999999999999", INT_MIN},
-                                                     {"0000002147483648", INT_MAX},
-                                                     {"1234567812345678", INT_MAX},
-                                                     {"0000000012345678", 12345678},
-                                                     {"00000000:0000001", 0},
-                                                     {"0000000/00000001", 0},
-                                                     {"000000000000+7--", 0},
-                                                     {std::string("0000000000000\0"
-                                                                  "21",
-                                                                  16),
-                                                      0},
-                                                     {"+000000000000021", 21},
-                                                     {"- 00000000000021", 0}};
-    for (const auto& [bytes, value] : cases) {
+    using Case = std::pair<std::string, int32_t>;
+    for (const auto& [bytes, value] :
+         {Case{"", 0}, Case{"12", 12}, Case{"   12xyz........", 12}, Case{"abcdefghijklmnop", 0},
+          Case{"9999999999999999", INT_MAX}, Case{"-999999999999999", INT_MIN}, Case{"0000002147483648", INT_MAX},
+          Case{"1234567812345678", INT_MAX}, Case{"0000000012345678", 12345678}, Case{"00000000:0000001", 0},
+          Case{"0000000/00000001", 0}, Case{"000000000000+7--", 0}, Case{std::string("0000000000000\00021", 16), 0},
+          Case{"+000000000000021", 21}, Case{"- 00000000000021", 0}}) {
         RecordReader reader(bytes);
         EXPECT_EQ(ReadFixedInt(&reader), value) << bytes;
     }
-}
-
-TEST(FixedInt, StopsBehindALineBreak) {
-    RecordReader reader("12\r\n0000000000000034");
-    EXPECT_EQ(ReadFixedInt(&reader), 12);
-    EXPECT_EQ(ReadFixedInt(&reader), 34);
+    RecordReader lines("12\r\n0000000000000034");
+    EXPECT_EQ(ReadFixedInt(&lines), 12);
+    EXPECT_EQ(ReadFixedInt(&lines), 34);
 }
 
 TEST(FixedDouble, IsWrittenWithNineDecimals) {
-    const std::pair<double, const char*> cases[] = {{1.5, "0000000001.500000000"},
-                                                    {-1.5, "-000000001.500000000"},
-                                                    {11.56, "0000000011.560000000"},
-                                                    {1e10, "10000000000.000000000"}};
-    for (const auto& [value, text] : cases) {
+    using Case = std::pair<double, const char*>;
+    for (const auto& [value, text] : {Case{1.5, "0000000001.500000000"}, Case{-1.5, "-000000001.500000000"},
+                                      Case{11.56, "0000000011.560000000"}, Case{1e10, "10000000000.000000000"}}) {
         RecordWriter writer;
         WriteFixedDouble(&writer, value);
         EXPECT_EQ(writer.Logical(), text);
@@ -85,6 +66,7 @@ TEST(NullStream, GivesTheMarkAndWritesNothing) {
     std::string text = "x";
     ReadCountedString(nullptr, text);
     EXPECT_TRUE(text.empty());
+    WriteFixedDouble(nullptr, real);
     WriteLongList(nullptr, list);
     WriteCountedString(nullptr, "x");
 }
@@ -104,16 +86,10 @@ TEST(CountedString, KeepsLaterFieldsInStep) {
     }
 }
 
-TEST(CountedString, TakesOnlyItsLengthWhenThatIsNegative) {
-    RecordReader reader(
-        "-000000000000001"
-        "0000000000000009");
-    EXPECT_EQ(ReadCountedString(&reader), "");
-    EXPECT_EQ(ReadFixedInt(&reader), 9);
-}
-
-TEST(CountedString, StopsAtTheEndOfTheFile) {
-    RecordReader reader("0000000400000000abc");
+TEST(CountedString, StopsAtTheEndOfTheFileAndTakesNothingBelowZero) {
+    RecordReader negative("-0000000000000010000000000000009"), reader("0000000400000000abc");
+    EXPECT_EQ(ReadCountedString(&negative), "");
+    EXPECT_EQ(ReadFixedInt(&negative), 9) << "only its length was taken";
     EXPECT_EQ(ReadCountedString(&reader), "abc");
     EXPECT_TRUE(reader.RanOut());
     EXPECT_EQ(ReadCountedString(&reader), "");
@@ -163,32 +139,24 @@ TEST(TextStream, ReadsWhatAReaderOfSingleBytesReads) {
 }
 
 TEST(DateField, ReadsOnlySixNumbers) {
-    struct Case {
-        const char* text;
-        DateTime expected;
-    };
+    using Case = std::pair<const char*, DateTime>;
     const DateTime before(2000, 1, 2, 3, 4, 5);
-    const Case cases[] = {{"2011-07-12-14-20-24", DateTime(2011, 7, 12, 14, 20, 24)},
-                          {"2011-02-30-10-00-00", DateTime::Invalid()},
-                          {"2011-02-03", before},
-                          {"", before},
-                          {"Invalid DateTime", before},
-                          {"2011-07-12-14-20-24-1", before},
-                          {"99-01-01-00-00-00", DateTime::Invalid()},
-                          {"100-01-01-00-00-00", DateTime(100, 1, 1)},
-                          {"9999-12-31-23-59-59", DateTime(9999, 12, 31, 23, 59, 59)},
-                          {"10000-01-01-00-00-00", DateTime::Invalid()},
-                          {"2012-02-29-24-00-00", DateTime::Invalid()},
-                          {"-----", DateTime::Invalid()}};
-    for (const Case& c : cases) {
+    for (const auto& [shown, expected] :
+         {Case{"2011-07-12-14-20-24", DateTime(2011, 7, 12, 14, 20, 24)},
+          Case{"2011-02-30-10-00-00", DateTime::Invalid()}, Case{"2011-02-03", before}, Case{"", before},
+          Case{"Invalid DateTime", before}, Case{"2011-07-12-14-20-24-1", before},
+          Case{"99-01-01-00-00-00", DateTime::Invalid()}, Case{"100-01-01-00-00-00", DateTime(100, 1, 1)},
+          Case{"9999-12-31-23-59-59", DateTime(9999, 12, 31, 23, 59, 59)},
+          Case{"10000-01-01-00-00-00", DateTime::Invalid()}, Case{"2012-02-29-24-00-00", DateTime::Invalid()},
+          Case{"-----", DateTime::Invalid()}}) {
         RecordWriter writer;
-        WriteCountedString(&writer, c.text);
+        WriteCountedString(&writer, shown);
         RecordReader reader(writer.DiskBytes());
         DateTime date = before;
         ReadDateField(&reader, date);
-        EXPECT_EQ(date, c.expected) << c.text;
+        EXPECT_EQ(date, expected) << shown;
         EXPECT_TRUE(reader.AtEnd());
-        const std::string_view text = c.text;
+        const std::string_view text = shown;
         EXPECT_EQ(ParseDateFieldText(text, date), std::count(text.begin(), text.end(), '-') == 5) << text;
     }
 }
@@ -215,15 +183,6 @@ TEST(TextLine, ComesInPiecesOf1999Bytes) {
     EXPECT_EQ(lengths, (std::vector<size_t>{5, 1999, 501, 0, 4}));
 }
 
-TEST(LongListFile, FillsUpWithZerosAtTheEnd) {
-    RecordReader reader(
-        "0000000000000003"
-        "0000000000000008");
-    LongList list{9};
-    ReadLongList(&reader, list);
-    EXPECT_EQ(list, (LongList{8, 0, 0}));
-}
-
 TEST(LongListFile, IsWrittenAndReadAsItIs) {
     const TempFolder folder;
     const LongList list{5, -3, 0, INT_MAX, INT_MIN, 5};
@@ -247,10 +206,8 @@ TEST(StoredBool, IsAnyNumberAboveZero) {
     WriteFixedInt(&writer, -1);
     WriteFixedInt(&writer, 1);
     RecordReader reader(writer.DiskBytes());
-    std::vector<bool> read;
-    for (int i = 0; i < 5; ++i)
-        read.push_back(ReadStoredBool(&reader));
-    EXPECT_EQ(read, (std::vector<bool>{true, false, false, true, false}));
+    for (const bool wanted : {true, false, false, true, false})
+        EXPECT_EQ(ReadStoredBool(&reader), wanted);
 }
 
 TEST(LongListFile, HoldsGiantCountsToTheFile) {
@@ -260,10 +217,11 @@ TEST(LongListFile, HoldsGiantCountsToTheFile) {
     LongList list;
     ReadLongList(&reader, list);
     EXPECT_EQ(list.Count(), 1u + kMaxMadeUpEntries);
-    LongList second;
-    RecordReader again("-000000000000005");
-    ReadLongList(&again, second);
-    EXPECT_TRUE(second.IsEmpty());
+    RecordReader negative("-000000000000005"), filledUp("00000000000000030000000000000008");
+    ReadLongList(&negative, list);
+    EXPECT_TRUE(list.IsEmpty());
+    ReadLongList(&filledUp, list);
+    EXPECT_EQ(list, (LongList{8, 0, 0}));
 }
 
 }  // namespace

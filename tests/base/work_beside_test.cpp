@@ -57,12 +57,6 @@ TEST_P(WorkBesideTest, WhatItHoldsIsGoneOnceItIsDone) {
     EXPECT_TRUE(look.expired());
 }
 
-TEST_P(WorkBesideTest, AHelperHasWhatWasMovedIntoIt) {
-    std::string text(100'000, 'x');
-    auto size = RunOnHelper([text = std::move(text)] { return text.size(); });
-    EXPECT_EQ(size.get(), 100'000u);
-}
-
 INSTANTIATE_TEST_SUITE_P(Threads, WorkBesideTest, testing::Bool());
 
 TEST(WorkBesideLimitTest, ForgetsOnlyWhatHasNotBegun) {

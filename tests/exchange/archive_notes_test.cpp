@@ -23,6 +23,18 @@ protected:
             WriteArchiveNote(stream, entry, authors_);
         return stream.DiskBytes();
     }
+    /// The same with the first one in front of the count.
+    std::string Uncounted(const std::vector<ArchiveNote>& entries) const {
+        RecordWriter stream;
+        WriteFixedDouble(&stream, 11.56);
+        WriteDateField(&stream, world_.context.now);
+        for (const ArchiveNote& entry : entries) {
+            WriteArchiveNote(stream, entry, authors_);
+            if (&entry == &entries.front())
+                WriteFixedInt(&stream, static_cast<int32_t>(entries.size()) - 1);
+        }
+        return stream.DiskBytes();
+    }
     enum class Place { None, BeforeTheCount, Counted };
     /// An archive whose notes are plain records, with the sources note at a place.
     std::string Plain(const std::vector<CNote>& notes, Place place = Place::None, bool withSources = false) const {
@@ -91,13 +103,7 @@ TEST_F(ArchiveNotes, TakeTheSourcesNoteInBothPlaces) {
     const ArchiveNote all = MakeSourcesNote(sources_, world_.context.now);
     EXPECT_EQ(all.note.dateEdited, world_.context.now);
     const ArchiveNote note = MakeArchiveNote(FullNote(7), sources_);
-    RecordWriter uncounted;
-    WriteFixedDouble(&uncounted, 11.56);
-    WriteDateField(&uncounted, world_.context.now);
-    WriteArchiveNote(uncounted, all, authors_);
-    WriteFixedInt(&uncounted, 1);
-    WriteArchiveNote(uncounted, note, authors_);
-    for (const std::string& bytes : {Written({all, note}), uncounted.DiskBytes()}) {
+    for (const std::string& bytes : {Written({all, note}), Uncounted({all, note})}) {
         const std::vector<ArchiveNote> entries = ReadAll(bytes);
         ASSERT_EQ(entries.size(), 1u);
         EXPECT_EQ(entries[0].note.id, 7);
@@ -133,10 +139,21 @@ TEST_F(ArchiveNotes, StandInOtherFilesAsPlainRecords) {
             }
         }
     }
-    std::string later = Plain({DayNote(1)});
+    std::string later = Plain({DayNote(1)}), shortCount = later;
     later.replace(0, 20, "0000000011.560000001");
-    ReadAll(later);
-    EXPECT_FALSE(reader_.ReadPlain());
+    for (const std::string& bytes : {later, Plain({}, Place::Counted)}) {
+        ReadAll(bytes);
+        EXPECT_FALSE(reader_.ReadPlain());
+    }
+    shortCount.replace(55, 16, "1\r\n");
+    CNote undated = DayNote(4);
+    undated.dateCreated = DateTime();
+    for (const std::string& bytes : {shortCount, Plain({undated})}) {
+        ReadAll(bytes);
+        const std::optional<PlainArchive> plain = reader_.ReadPlain();
+        ASSERT_TRUE(plain && plain->notes.size() == 1);
+        EXPECT_FALSE(plain->notes[0].note.dateCreated.IsNull());
+    }
 }
 
 TEST_F(ArchiveNotes, AreNoPlainRecordsIfTheyBreakOff) {
@@ -144,17 +161,9 @@ TEST_F(ArchiveNotes, AreNoPlainRecordsIfTheyBreakOff) {
     const ArchiveNote full = MakeArchiveNote(FullNote(7), sources_);
     CNote text = DayNote(1);  // as a number of sources, its id would leave the fields behind it in step
     text.rtfText = std::string(1500, 'x');
-    RecordWriter uncounted;
-    WriteFixedDouble(&uncounted, 11.56);
-    WriteDateField(&uncounted, world_.context.now);
-    for (const ArchiveNote& entry : {all, full, ArchiveNote{text, {}}}) {
-        WriteArchiveNote(uncounted, entry, authors_);
-        if (entry.note.id == kSourcesNoteID)
-            WriteFixedInt(&uncounted, 2);
-    }
     const std::string archives[] = {Written({full, {text, {}}}), Written({{text, {}}, full, full}),
                                     Written({{DayNote(3), {}}, {text, {}}, {DayNote(2), {}}}),
-                                    Written({all, {DayNote(2), {}}, {text, {}}}), uncounted.DiskBytes()};
+                                    Written({all, {DayNote(2), {}}, {text, {}}}), Uncounted({all, full, {text, {}}})};
     for (const std::string& bytes : archives) {
         for (size_t size = 0; size < bytes.size(); ++size) {
             reader_.OpenBytes(bytes.substr(0, size));
@@ -181,7 +190,8 @@ TEST_F(ArchiveNotes, RefuseOnlyALaterVersion) {
     EXPECT_TRUE(reader_.IsLaterVersion());
     EXPECT_EQ(reader_.Count(), 0) << "left unread";
     EXPECT_TRUE(reader_.Open("/nonexistent/_ExpNotes.dat").Missing());
-    EXPECT_FALSE(reader_.IsLaterVersion());
+    EXPECT_FALSE(reader_.IsLaterVersion() || reader_.ReadPlain());
+    EXPECT_STREQ(reader_.DamageText(), "breaks off");
     EXPECT_TRUE(ReadAll("").empty());
 }
 

@@ -13,6 +13,9 @@
 
 namespace lore {
 
+/// How many bytes the disk seems to have left; below 0 for what it has.
+extern int64_t bytesLeft;
+
 /// A NoteBook on the disk that exports and imports, with ports that note all they are told.
 struct ExchangeBook {
     NoteBookFolder folder;

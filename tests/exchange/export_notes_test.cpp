@@ -1,6 +1,6 @@
 #include "exchange/export_notes.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "exchange/archive_notes.h"
 #include "exchange/exchange_world.h"
@@ -60,6 +60,12 @@ TEST_F(ExportNotesTest, CarriesAllSourcesOnlyWhenAsked) {
     const std::vector<CNote> notes = {made_.Notes().front()};
     EXPECT_EQ(made_.Export(target_, notes, true), 1);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(notes, true));
+    // More than is held of what was written before.
+    for (const int32_t id : {1011, 1012})
+        made_.book.sources.FindSourceByID(id)->FieldTexts[1] = std::string(9'000'000, 'x');
+    const std::vector<CNote> large = {SourceNote(1, {1011, 1012}), SourceNote(2, {1012})};
+    EXPECT_EQ(made_.Export(target_, large), 2);
+    EXPECT_TRUE(Unpacked("_ExpNotes.dat") == Expected(large, false));
 }
 
 TEST_F(ExportNotesTest, StreamsAWholeNoteBookInLoadingOrder) {
@@ -84,31 +90,40 @@ TEST_F(ExportNotesTest, StreamsAWholeNoteBookInLoadingOrder) {
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
 }
 
-TEST_F(ExportNotesTest, AFileOfNotesThatCantBeReadIsTold) {
-    std::filesystem::remove(made_.folder.paths.NoteFile("DAY01012020.dat"));
-    std::filesystem::create_directory(made_.folder.paths.NoteFile("DAY01012020.dat"));
-    EXPECT_EQ(
-        ExportNotes(NotesOfNoteBook(made_.book, made_.world.context, made_.faults), target_, false, made_.ForExport()),
-        1);
-    EXPECT_EQ(made_.faults.faults.size(), 1u);
+TEST_F(ExportNotesTest, AFileOfNotesThatCantBeReadIsToldOnce) {
+    const std::filesystem::path file = made_.folder.paths.NoteFile("DAY01012020.dat");
+    const std::string whole = BytesOf(file);
+    const std::tuple<std::function<void()>, int, const char*> cases[] = {
+        {[&] { PutBytes(file, whole.substr(0, whole.size() / 2)); }, 2, "it is short or damaged"},
+        {[&] { std::filesystem::remove(file); }, 1, "the file was changed"},
+        {[&] { Block(file); }, 1, "Is a directory"}};
+    for (const auto& [spoil, count, says] : cases) {
+        made_.faults.faults.clear();
+        spoil();
+        const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), count);
+        ASSERT_EQ(made_.faults.faults.size(), 1u) << says;
+        EXPECT_EQ(made_.faults.faults[0].path + made_.faults.faults[0].reason, file.string() + says);
+    }
 }
 
 TEST_F(ExportNotesTest, TellsOfFilesThatAreMissingAndSharesThoseNamedTwice) {
     std::vector<CNote> notes = {DayNote(20), DayNote(21)};
-    const char* const names[] = {"0000001.png",      "0000001.PNG",   "0000009.txt",  "0000003.12:30",
-                                 "../../secret.txt", "_expnotes.DAT", "0000004.x\ny", "c:4.txt"};
+    const char* const names[] = {"0000001.png",   "0000001.PNG",  "0000009.txt", "0000003.12:30", "../../secret.txt",
+                                 "_expnotes.DAT", "0000004.x\ny", "c:4.txt",     "0000005.\xE9",  "0000005.\xC3\xA9"};
     for (CNote& note : notes) {
         for (const char* name : names)
             note.attachments.push_back({0, 1.0, "T", name, "", 1, true});
     }
     PutBytes(made_.Attachment("0000001.PNG"), "other");
     PutBytes(made_.Attachment("_expnotes.DAT"), "a trap");
-    for (const char* name : {"0000003.12:30", "0000004.x\ny", "c:4.txt"})
+    for (const char* name : {"0000003.12:30", "0000004.x\ny", "c:4.txt", "0000005.\xE9", "0000005.\xC3\xA9"})
         PutBytes(made_.Attachment(name), name);
     PutBytes(made_.folder.paths.Folder() / "secret.txt", "not an attachment");
     std::filesystem::create_directory(made_.Attachment("secret.txt"));
     EXPECT_EQ(made_.Export(target_, notes), 2);
-    EXPECT_EQ(Names(), (Lines{"_ExpNotes.dat", "0000001.png", "0000001.PNG", "0000003.12:30"}));
+    EXPECT_EQ(Names(), (Lines{"_ExpNotes.dat", "0000001.png", "0000001.PNG", "0000003.12:30", "0000005.\xC3\xA9"}));
     EXPECT_EQ(Unpacked("0000001.png"), "a picture");
     EXPECT_EQ(Unpacked("0000001.PNG"), "other");
     EXPECT_EQ(Unpacked("0000003.12:30"), "0000003.12:30");
@@ -117,7 +132,8 @@ TEST_F(ExportNotesTest, TellsOfFilesThatAreMissingAndSharesThoseNamedTwice) {
     };
     EXPECT_EQ(Each(made_.faults.faults, text),
               (Lines{"0000009.txt: No such file or directory", "secret.txt: No such file or directory",
-                     "_expnotes.DAT: File exists", "0000004.x\ny: Invalid argument", "c:4.txt: Invalid argument"}));
+                     "_expnotes.DAT: File exists", "0000004.x\ny: Invalid argument", "c:4.txt: Invalid argument",
+                     "0000005.\xC3\xA9: File exists"}));
 }
 
 TEST_F(ExportNotesTest, GivesZeroForNothingAndAfterACancel) {
@@ -158,7 +174,10 @@ TEST_F(ExportNotesTest, NoNameOfATargetReachesAnythingElse) {
     const auto all = [&] { return FilesBelow(made_.folder.data.root); };
     const auto before = all();
     const std::vector<CNote> notes = made_.Notes();
-    for (const char* const name : {"", "..", "../..", "held", "held/.", "held/", "none/..", "none/.", "none/"}) {
+    // What is absolute takes the place of the folder.
+    const std::string note = made_.folder.paths.NoteFile("DAY01012020.dat"), tooLong(300, 'n');
+    for (const char* const name :
+         {"", "..", "../..", "held", "held/.", "held/", "none/..", "none/.", "none/", note.c_str(), tooLong.c_str()}) {
         made_.prompts.seen.clear();
         EXPECT_EQ(made_.Export(folder_ / name, notes), -1) << name;
         EXPECT_EQ(made_.prompts.seen.size(), 1u) << name;
@@ -178,47 +197,43 @@ TEST_F(ExportNotesTest, TakesTheRecordThatShowsOfANoteThatStandsTwiceInItsFile) 
     newer.dateEdited = DateTime(2021, 1, 1);
     older.keyWords = "older";
     newer.keyWords = "newer";
-    for (const auto& held : {std::vector<CNote>{older, newer}, std::vector<CNote>{newer, older}}) {
+    for (const auto& held :
+         {std::vector<CNote>{older, DayNote(9), newer}, std::vector<CNote>{newer, older, DayNote(9)}}) {
         made_.folder.Put("DAY01012020.dat", held);
         made_.Load();
         const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
-        EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 2);
+        EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 3);
         EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
         EXPECT_EQ(made_.Notes().front().keyWords, held.front().keyWords);
     }
     EXPECT_TRUE(made_.faults.faults.empty());
+    std::filesystem::remove(made_.folder.paths.NoteFile("DAY01012020.dat"));
+    const ExportedNotes left = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
+    EXPECT_EQ(ExportNotes(left, target_, false, made_.ForExport()), 1);
 }
 
 TEST_F(ExportNotesTest, CommandsSpeakTheirTexts) {
     const std::string asked = "Export Notes? save Lorebinder Export Files (*.lbe) |*.lbe| []";
+    const std::string place = folder_.Path().string();
+    const std::string failed = "Export Failed: The export has failed, please contact support if problem persists.";
     const struct {
-        const char* what;
         size_t notes;
         std::string path;
         ExportScope scope;
         Lines seen;
-    } cases[] = {
-        {"empty", 0, "", ExportScope::CurrentList, {"Invalid Notes: There are no notes in the current list."}},
-        {"cancelled", 2, "", ExportScope::CurrentList, {asked}},
-        {"list",
-         2,
-         target_.string(),
-         ExportScope::CurrentList,
-         {asked, "Finished!: All  *2*  of your current notes have been successfully exported!"}},
-        {"chosen",
-         1,
-         target_.string(),
-         ExportScope::Chosen,
-         {asked, "Finished!: Your  *1*  notes have been successfully exported!"}},
-        {"failed",
-         1,
-         folder_.Path().string(),
-         ExportScope::Chosen,
-         {asked, "Archiving Error: " + folder_.Path().string() + ": Is a directory",
-          "Export Failed: The export has failed, please contact support if problem persists."}},
-    };
+    } cases[] = {{0, "", ExportScope::CurrentList, {"Invalid Notes: There are no notes in the current list."}},
+                 {2, "", ExportScope::CurrentList, {asked}},
+                 {2,
+                  target_.string(),
+                  ExportScope::CurrentList,
+                  {asked, "Finished!: All  *2*  of your current notes have been successfully exported!"}},
+                 {1,
+                  target_.string(),
+                  ExportScope::Chosen,
+                  {asked, "Finished!: Your  *1*  notes have been successfully exported!"}},
+                 {1, place, ExportScope::Chosen, {asked, "Archiving Error: " + place + ": Is a directory", failed}}};
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(c.seen.back());
         made_.prompts.seen.clear();
         if (!c.path.empty())
             made_.prompts.savePaths = {c.path};

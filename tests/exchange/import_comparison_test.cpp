@@ -35,9 +35,6 @@ protected:
             return ArchiveNote{DayNote(id), {}};
         });
     }
-    static Lines Statuses(const ImportComparison& comparison) {
-        return Each(comparison.Rows(), &ImportComparison::StatusText);
-    }
 
     ReadWorld world_;
     ScriptedPrompts prompts_;
@@ -45,8 +42,9 @@ protected:
 
 TEST_F(ImportComparisonTest, HoldsEachNoteAgainstTheNoteBook) {
     const ImportComparison comparison = Make();
-    EXPECT_EQ(Statuses(comparison), (Lines{" 1. - <NEW NOTE>    ", " 2. - EXISTS (older)  ", " 3. - EXISTS (newer)  ",
-                                           " 4. - EXISTS (same)  ", " 5. - <NEW NOTE>    "}));
+    EXPECT_EQ(Each(comparison.Rows(), &ImportComparison::StatusText),
+              (Lines{" 1. - <NEW NOTE>    ", " 2. - EXISTS (older)  ", " 3. - EXISTS (newer)  ",
+                     " 4. - EXISTS (same)  ", " 5. - <NEW NOTE>    "}));
     EXPECT_NE(comparison.Rows()[4].entry.note.guid, comparison.Rows()[0].entry.note.guid) << "both land";
     EXPECT_EQ(comparison.Shown(), (Positions{0, 1, 2, 4})) << "what is the same is hidden";
     EXPECT_EQ(comparison.Chosen(), (Positions{0, 1, 2, 4}));
@@ -73,35 +71,6 @@ TEST_F(ImportComparisonTest, TicksAllRowsWheneverTheListIsFilled) {
     comparison.SetShowSame(false);
     EXPECT_EQ(comparison.Chosen(), (Positions{0, 1, 2, 4})) << "a hidden row is never chosen";
     EXPECT_TRUE(comparison.Accept(prompts_));
-}
-
-TEST_F(ImportComparisonTest, ANoteThatTheUserChangesIsNewer) {
-    ImportComparison comparison = Make();
-    comparison.SetShowSame(true);
-    for (size_t i = 0; i < 4; ++i) {
-        ArchiveNote changed = comparison.Rows()[i].entry;
-        changed.note.keyWords = "changed";
-        changed.note.guid = "{OTHER}";
-        comparison.ReplaceNote(i, changed);
-        EXPECT_EQ(comparison.Rows()[i].entry.note.keyWords, "changed");
-        EXPECT_NE(comparison.Rows()[i].entry.note.guid, "{OTHER}") << "its identity stays";
-    }
-    EXPECT_EQ(Statuses(comparison), (Lines{" 1. - <NEW NOTE>    ", " 2. - EXISTS (newer)  ", " 3. - EXISTS (newer)  ",
-                                           " 4. - EXISTS (newer)  ", " 5. - <NEW NOTE>    "}));
-}
-
-TEST_F(ImportComparisonTest, GivesTickedNotesTheSetsThatAreNotEmpty) {
-    ImportComparison comparison = Make();
-    comparison.Row(1).ticked = false;
-    comparison.AssignCategories({PathOf({{9, "Places"}}), {}, PathOf({{5, "Coast"}})});
-    const auto names = [&](size_t row) {
-        const auto& sets = comparison.Rows()[row].entry.note.categories;
-        return sets[0].name + "/" + sets[1].name + "/" + sets[2].name;
-    };
-    EXPECT_EQ(names(0), "Places//Coast");
-    EXPECT_EQ(comparison.Rows()[0].entry.note.categories[0].children.size(), 0u);
-    EXPECT_EQ(names(1), "//");
-    EXPECT_EQ(names(3), "//") << "hidden";
 }
 
 }  // namespace

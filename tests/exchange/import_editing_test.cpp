@@ -126,18 +126,6 @@ TEST_F(ImportEditingTest, AnEditedNoteLandsAsItWasEdited) {
     EXPECT_EQ(edited->guid, FullNote(7).guid);
 }
 
-TEST_F(ImportEditingTest, AnAddedFileWithAVeryLongEndingLandsWithoutTheEnding) {
-    const std::filesystem::path file = folder_ / ("a." + std::string(240, 'e'));
-    PutBytes(file, "a new file");
-    Import(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
-        Edit(editing, comparison,
-             [&](EditNoteSession& session) { ASSERT_TRUE(session.attachments.AddFile(file.string())); });
-    });
-    EXPECT_TRUE(to_.faults.faults.empty());
-    EXPECT_EQ(to_.Notes().back().attachments.back().storedFile, "0000003.");
-    EXPECT_EQ(BytesOf(to_.Attachment("0000003.")), "a new file");
-}
-
 TEST_F(ImportEditingTest, AnEditedNoteThatIsKnownKeepsItsIdAndReadsNewer) {
     const ImportOutcome outcome = Import(from_, [&](ImportEditing& editing, ImportComparison& comparison) {
         const auto saveNothing = [](EditNoteSession& session) {
@@ -288,9 +276,12 @@ TEST_F(ImportEditingTest, FilesThatCantBeReadAreToldAndOneOfThisMachineKeepsItsP
             EXPECT_EQ(to_.faults.faults.size(), 1u);
             ASSERT_TRUE(session.attachments.AddFile((folder_ / "new.pdf").string()));
         });
+        for (bytesLeft = 0; bytesLeft == 0; bytesLeft = -1)
+            editing.Open(RowWith(comparison, "Second note"));
+        EXPECT_EQ(to_.faults.faults.back().reason, "there is no room for it on the disk");
         std::filesystem::remove(folder_ / "new.pdf");
     });
-    EXPECT_EQ(to_.faults.faults.size(), 3u) << "unpacked twice, for the editor and for the import";
+    EXPECT_EQ(to_.faults.faults.size(), 4u) << "unpacked twice, for the editor and for the import";
     for (const CNote& note : to_.Notes()) {
         if (note.plainText == "Edited") {
             EXPECT_EQ(note.attachments.back().sourceFile, (folder_ / "new.pdf").string());

@@ -38,8 +38,8 @@ protected:
         return files;
     }
     size_t Undo() {
-        return *UndoImport(
-            changes_, to_.book, to_.counters, [] {}, to_.world.context, to_.faults, nullptr);
+        const auto store = [] {};
+        return *UndoImport(changes_, to_.book, to_.counters, store, to_.world.context, to_.faults, nullptr);
     }
     CNote Find(const std::string& guid) {
         for (CNote& note : to_.Notes()) {
@@ -113,8 +113,8 @@ TEST_F(ImportUndoTest, ListsThatCannotBeWrittenStopItBeforeAnyNote) {
     to_.book.sources.RemoveSource(1011);
     Block(to_.folder.paths.Sources());
     const auto files = Files();
-    EXPECT_FALSE(UndoImport(
-        changes_, to_.book, to_.counters, [] { ADD_FAILURE(); }, to_.world.context, to_.faults, nullptr));
+    const auto store = [] { ADD_FAILURE(); };
+    EXPECT_FALSE(UndoImport(changes_, to_.book, to_.counters, store, to_.world.context, to_.faults, nullptr));
     EXPECT_EQ(Files(), files);
     EXPECT_FALSE(to_.faults.faults.empty());
 }
@@ -157,9 +157,8 @@ TEST(ImportedFiles, OnesThatAnotherNoteNamesStayThroughAnImportAndItsUndo) {
         EXPECT_FALSE(std::filesystem::exists(to.Attachment("0000002.txt"))) << "no other note names it";
         if (undoable) {
             share(21, picture);
-            EXPECT_EQ(UndoImport(
-                          changes, to.book, to.counters, [] {}, to.world.context, to.faults, nullptr),
-                      0u);
+            const auto store = [] {};
+            EXPECT_EQ(UndoImport(changes, to.book, to.counters, store, to.world.context, to.faults, nullptr), 0u);
             EXPECT_EQ(BytesOf(to.Attachment(picture)), "a picture");
             EXPECT_FALSE(std::filesystem::exists(to.Attachment(text)));
             EXPECT_EQ(BytesOf(to.Attachment("0000001.png")), "a picture");

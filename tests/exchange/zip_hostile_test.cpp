@@ -37,43 +37,42 @@ RawEntry Changed(Change change) {
 }
 
 TEST_F(HostileZip, CutsNamesToTheirLastComponent) {
-    const struct {
-        std::string name;
-        const char* taken;  // null: left out
-    } cases[] = {{"a.txt", "a.txt"},
-                 {"../../a.txt", "a.txt"},
-                 {"..\\..\\a.txt", "a.txt"},
-                 {"/etc/passwd", "passwd"},
-                 {"C:\\windows\\a.txt", "a.txt"},
-                 {"C:a.txt", "a.txt"},
-                 {"a b.txt", "a b.txt"},
-                 {"folder/a.txt:stream", "a.txt:stream"},
-                 {"0000001.12:30", "0000001.12:30"},
-                 {"C:0000001.12:30", "0000001.12:30"},
-                 {"c:D:a.txt", "a.txt"},
-                 {"1:a.txt", "1:a.txt"},
-                 {":a.txt", ":a.txt"},
-                 {"c:..", nullptr},
-                 {"a/..", nullptr},
-                 {"..", nullptr},
-                 {".", nullptr},
-                 {"c:", nullptr},
-                 {std::string("a\0.txt", 6), nullptr},
-                 {"a\n.txt", nullptr},
-                 {"", nullptr},
-                 {std::string(5000, 'n'), nullptr},
-                 {"d/" + std::string(255, 'n'), nullptr},
-                 {"caf\xE9.txt", "caf\xC3\xA9.txt"},
-                 {"caf\xC3\xA9.txt", "caf\xC3\xA9.txt"}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name.substr(0, 40));
-        ASSERT_TRUE(Open(RawZip({Plain(c.name), Plain("other")})).Ok());
-        if (c.name.size() == 257) {
+    using Case = std::pair<std::string, const char*>;  // no name: left out
+    for (const auto& [name, taken] : {Case{"a.txt", "a.txt"},
+                                      Case{"../../a.txt", "a.txt"},
+                                      Case{"..\\..\\a.txt", "a.txt"},
+                                      Case{"/etc/passwd", "passwd"},
+                                      Case{"C:\\windows\\a.txt", "a.txt"},
+                                      Case{"C:a.txt", "a.txt"},
+                                      Case{"a b.txt", "a b.txt"},
+                                      Case{"folder/a.txt:stream", "a.txt:stream"},
+                                      Case{"0000001.12:30", "0000001.12:30"},
+                                      Case{"C:0000001.12:30", "0000001.12:30"},
+                                      Case{"c:D:a.txt", "a.txt"},
+                                      Case{"1:a.txt", "1:a.txt"},
+                                      Case{":a.txt", ":a.txt"},
+                                      Case{"[:a.txt", "[:a.txt"},
+                                      Case{"{:a.txt", "{:a.txt"},
+                                      Case{"c:..", nullptr},
+                                      Case{"a/..", nullptr},
+                                      Case{"..", nullptr},
+                                      Case{".", nullptr},
+                                      Case{"c:", nullptr},
+                                      Case{std::string("a\0.txt", 6), nullptr},
+                                      Case{"a\n.txt", nullptr},
+                                      Case{"", nullptr},
+                                      Case{std::string(5000, 'n'), nullptr},
+                                      Case{"d/" + std::string(255, 'n'), nullptr},
+                                      Case{"caf\xE9.txt", "caf\xC3\xA9.txt"},
+                                      Case{"caf\xC3\xA9.txt", "caf\xC3\xA9.txt"}}) {
+        SCOPED_TRACE(name.substr(0, 40));
+        ASSERT_TRUE(Open(RawZip({Plain(name), Plain("other")})).Ok());
+        if (name.size() == 257) {
             EXPECT_EQ(Names().size(), 2u) << "255 bytes are a name";
             continue;
         }
-        EXPECT_EQ(Names(), c.taken ? (std::vector<std::string>{c.taken, "other"}) : std::vector<std::string>{"other"});
-        EXPECT_EQ(reader_.LeftOut().size(), c.taken ? 0u : 1u);
+        EXPECT_EQ(Names(), taken ? (std::vector<std::string>{taken, "other"}) : std::vector<std::string>{"other"});
+        EXPECT_EQ(reader_.LeftOut().size(), taken ? 0u : 1u);
     }
     ASSERT_TRUE(Open(RawZip({Plain("a \x1f\n")})).Ok());
     EXPECT_EQ(reader_.LeftOut(), std::vector<std::string>{"The entry \"a ??\" has no name that a file could have"});
@@ -115,8 +114,12 @@ TEST_F(HostileZip, RefusesTheWholeArchive) {
     RawEntry second = Plain("b");
     second.offset = 0;
     second.localName = "a";
+    RawEntry again = Plain("a");
+    again.offset = 0;
     RawEntry inside = Plain("in.txt");
     inside.offset = 3;
+    std::string noDirectory = RawZip({Plain("a")});
+    noDirectory[noDirectory.find("PK\1\2") + 3] = 3;
     const struct {
         const char* what;
         std::string bytes, says;
@@ -143,24 +146,11 @@ TEST_F(HostileZip, RefusesTheWholeArchive) {
          "beyond its end"},
         {"offset beyond", RawZip({Changed([](RawEntry& e) { e.offset = 70000; })}), "where the directory says"},
         {"offset inside", RawZip({Plain("a"), inside}), "where the directory says"},
-        {"overlap",
-         RawZip({Plain("a"),
-                 [&] {
-                     RawEntry entry = Plain("a");
-                     entry.offset = 0;
-                     return entry;
-                 }()}),
-         "overlap"},
+        {"overlap", RawZip({Plain("a"), again}), "overlap"},
         {"overlap by another name", RawZip({Plain("a"), second}), "two names"},
         {"too many entries", RawZip({Plain("a")}, {.entries = 65534}), "claims 65534"},
         {"more entries than the directory", RawZip({Plain("a"), Plain("b")}, {.entries = 3}), "directory"},
-        {"no directory",
-         [] {
-             std::string bytes = RawZip({Plain("a")});
-             bytes[bytes.find("PK\1\2") + 3] = 3;
-             return bytes;
-         }(),
-         "damaged at entry 1"},
+        {"no directory", noDirectory, "damaged at entry 1"},
         {"directory too long", RawZip({Plain("a")}, {.size = 5000}), "breaks off"},
         {"directory elsewhere", RawZip({Plain("a")}, {.offset = 0}), "damaged"},
         {"volumes", RawZip({Plain("a")}, {.disk = 3}), "volumes"},

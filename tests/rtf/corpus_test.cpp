@@ -8,7 +8,6 @@
 #include "support/data_files.h"
 
 namespace lore {
-
 namespace {
 
 /// Every so many of the damaged files are looked at from all sides. Prime to the number of bits.
@@ -37,6 +36,8 @@ TEST(RtfCorpus, IsTheSameDocumentWhenWrittenAndReadAgain) {
         EXPECT_EQ(WriteRtf(again), written);
         EXPECT_EQ(written, Expected(path.replace_extension(".written"), written));
         EXPECT_EQ(WhatIsWrongWith(rtf), "");
+        for (const char c : written)
+            ASSERT_TRUE(c == '\r' || c == '\n' || (c >= 0x20 && c < 0x7F));
     }
 }
 
@@ -89,5 +90,4 @@ TEST(RtfCorpus, HoldsForWhatFuzzingFound) {
 }
 
 }  // namespace
-
 }  // namespace lore

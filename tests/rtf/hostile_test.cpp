@@ -6,7 +6,6 @@
 #include "rtf/rtf_files.h"
 
 namespace lore {
-
 namespace {
 
 std::string Repeat(std::string_view part, size_t times) {
@@ -112,5 +111,4 @@ TEST(HostileRtf, MarksAMillionHits) {
 }
 
 }  // namespace
-
 }  // namespace lore

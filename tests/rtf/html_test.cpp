@@ -1,12 +1,12 @@
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <span>
 #include <string>
 #include <utility>
 
 #include "rtf/html_reader.h"
 #include "rtf/html_style.h"
 #include "rtf/html_writer.h"
+#include "rtf/list_marks.h"
 #include "rtf/rtf.h"
 #include "rtf/rtf_check.h"
 #include "rtf/rtf_files.h"
@@ -17,6 +17,8 @@ namespace lore {
 namespace {
 
 using ::testing::ElementsAre;
+
+using Case = std::pair<const char*, const char*>;
 
 const HtmlLook kLook{"Times New Roman", 27};
 
@@ -45,7 +47,7 @@ std::string Marked(const std::string& html) {
 }
 
 /// Pages and the texts that they give.
-void ExpectTexts(std::span<const std::pair<const char*, const char*>> cases) {
+void ExpectTexts(std::initializer_list<Case> cases) {
     for (const auto& [html, text] : cases) {
         EXPECT_EQ(ReadHtml(html, kLook).text, text) << html;
         EXPECT_EQ(WhatIsWrongWithPage(html), "") << html;
@@ -53,7 +55,7 @@ void ExpectTexts(std::span<const std::pair<const char*, const char*>> cases) {
 }
 
 TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
-    const std::pair<const char*, const char*> cases[] = {
+    const Case cases[] = {
         {"plain", "plain|"},
         {"<p>one</p>\n\n<p>  two \n words </p>", "one|two words|"},
         {"<div>a<div>b</div>c</div>", "a|b|c|"},
@@ -84,12 +86,12 @@ std::string PngAddress() {
 }
 
 TEST(Html, PicturesThatStandInThePageComeIn) {
-    struct Case {
+    struct PictureCase {
         std::string html, marked;
         std::vector<std::pair<int, int>> goals;  // twips
     };
     const std::string png = PngAddress();
-    const Case cases[] = {
+    const PictureCase cases[] = {
         {"a <img src=\"" + png + "\"> b", "", {{9000, 6750}}},
         {"<img width=100 src='" + png + "'>", "|", {{1500, 1125}}},
         {"<img width=10 height=30 src='" + png + "'><img height=48 src='" + png + "'>", "||", {{150, 450}, {960, 720}}},
@@ -106,11 +108,13 @@ TEST(Html, PicturesThatStandInThePageComeIn) {
         {"<img alt=x src='data:image/gif;base64,R0lGODlh'>", "x|", {}},
         {"<img alt=x src='data:text/html;base64,R0lG'>", "x|", {}},
         {"<img alt=x src='data:image/png,R0lG'>", "x|", {}},
+        {"<img alt=x src='data:image/png;chars8,R0lG'>", "x|", {}},
+        {"<img alt=x src='data:image/jpeg;base64,/9j/AQADAP//4AADAAAAAAAAAAA='>", "x|", {}},
         {"<p style='display:none'><img src='" + png + "'></p>seen", "seen|", {}},
         {"<img src='data:image/jpeg;base64,/9j/4AAEAAD/wAARCAABAAI='>", "|", {{30, 15}}},
         {"<img alt=x src='data:image/jpeg;base64,/9j/4AAEAAD/'>", "x|", {}},
     };
-    for (const Case& c : cases) {
+    for (const PictureCase& c : cases) {
         SCOPED_TRACE(c.html);
         const Document document = ReadHtml(c.html, kLook);
         ASSERT_EQ(document.pictures.size(), c.goals.size());
@@ -127,14 +131,14 @@ TEST(Html, PicturesThatStandInThePageComeIn) {
         made.width = made.height = 20;
         return std::optional(made);
     };
-    const Document document = ReadHtml("<img src='data:image/gif;base64, R0lG\t O\nDlh'>", converting);
+    const Document document = ReadHtml("<img src='data:image/gif;base64, R0lG\t O\r\nDlh'>", converting);
     ASSERT_EQ(document.pictures.size(), 1u);
     EXPECT_EQ(document.pictures[0].bytes, "made of GIF89a");
     EXPECT_EQ(document.pictures[0].goal_width, 300);
 }
 
 TEST(Html, LooksComeFromTagsAndInlineStyles) {
-    const std::pair<const char*, const char*> cases[] = {
+    const Case cases[] = {
         {"<b>b</b><strong>s</strong> <i>i</i> <em>e</em>", "*bs* /i/ /e/|"},
         {"<u>u</u><s>s</s><sup>2</sup>", "_u_-s-^2^|"},
         {"<span style=\"font-weight: 700; font-style:italic\">x</span>", "/*x*/|"},
@@ -149,6 +153,7 @@ TEST(Html, LooksComeFromTagsAndInlineStyles) {
         {"<div style='white-space:pre-wrap'>a  b\n c<span style='white-space:normal'>d  e</span></div>",
          "a  b\n cd e|"},
         {"<details><summary>a</summary>b</details><fieldset><legend>c</legend>d</fieldset>", "a|b|c|d|"},
+        {"<i style='vertical-align:top'>a</i><i style='white-space:break-spaces'>b  c</i>", "/ab  c/|"},
         {"<h2>Head</h2>text", "*Head*|text|"}};
     for (const auto& [html, marked] : cases)
         EXPECT_EQ(Marked(html), marked) << html;
@@ -165,16 +170,12 @@ TEST(Html, ColorsSizesAndFontsAreRead) {
     EXPECT_EQ(run.format.half_points, 20);
     EXPECT_EQ(document.fonts[static_cast<size_t>(run.format.font)].name, "DejaVu Serif");
     EXPECT_EQ(document.paragraphs[0].format.align, ParagraphAlign::kCenter);
-    const std::pair<const char*, std::optional<TextColor>> colors[] = {{"nonsense", std::nullopt},
-                                                                       {"#ab", std::nullopt},
-                                                                       {"#12345", std::nullopt},
-                                                                       {"#12345g", std::nullopt},
-                                                                       {"#", std::nullopt},
-                                                                       {" #A0b1C2 ", TextColor{160, 177, 194}},
-                                                                       {"Teal", TextColor{0, 128, 128}},
-                                                                       {"rgb(999,0,255)", TextColor{255, 0, 255}},
-                                                                       {"rgb(1,2)", std::nullopt}};
-    for (const auto& [text, color] : colors)
+    using Color = std::pair<const char*, std::optional<TextColor>>;
+    for (const auto& [text, color] :
+         {Color{"nonsense", std::nullopt}, Color{"#ab", std::nullopt}, Color{"#12345", std::nullopt},
+          Color{"#12345g", std::nullopt}, Color{"#", std::nullopt}, Color{" #A0b1C2 ", TextColor{160, 177, 194}},
+          Color{"Teal", TextColor{0, 128, 128}}, Color{"rgb(999,0,255)", TextColor{255, 0, 255}},
+          Color{"rgb(1,2)", std::nullopt}})
         EXPECT_EQ(ReadHtmlColor(text), color) << text;
     const std::pair<const char*, std::optional<int16_t>> sizes[] = {
         {"150%", 30},      {"2em", 40},           {"2rem", 48},           {"12px", 18},      {"1in", 144},
@@ -202,6 +203,22 @@ TEST(Html, ListsKeepTheirLevelsAndMarks) {
     EXPECT_EQ(document.paragraphs[0].format.list_id, document.paragraphs[2].format.list_id);
     EXPECT_NE(document.paragraphs[0].format.list_id, document.paragraphs[4].format.list_id);
     EXPECT_EQ(ReadHtml("<ol type=x><li>g", kLook).paragraphs[0].format.list, ListKind::kDecimal);
+    const std::pair<const char*, const char*> numbers[] = {
+        {"<ol><li value=7>a<li>b<li value='2'><p>c<p>d<li>e</ol>", "a7 b8 c2 d0 e3 "},
+        {"<ol start=3><li value=3>a<li value=4>b<ol><li value=1>c</ol><li value=5>d</ol>", "a3 b4 c1 d5 "},
+        {"<ol><li>a<ol><li value=5>b<li>c</ol><li>d<li value=2000000000>e", "a1 b5 c6 d2 e32767 "},
+        {"<ol start=x><li value=>a<li value=x>b<ul><li value=4>c", "a1 b2 c1 "},
+    };
+    for (const auto& [html, expected] : numbers) {
+        const Document read = ReadHtml(html, kLook);
+        ListMarks marks;
+        std::string items;
+        for (const Paragraph& paragraph : read.paragraphs)
+            items += read.text.substr(paragraph.begin, paragraph.end - paragraph.begin) +
+                     std::to_string(marks.NextNumber(paragraph.format)) + " ";
+        EXPECT_EQ(items, expected) << html;
+        EXPECT_LE(read.paragraphs.back().format.list_id, 4) << "numbers that are theirs anyhow make no list";
+    }
     const std::pair<const char*, std::vector<ListKind>> styles[] = {
         {"<ol style='list-style-type: upper-roman'><li>a<li>b", {ListKind::kUpperRoman, ListKind::kUpperRoman}},
         {"<ul style='list-style: inside none'><li>a", {ListKind::kNone}},
@@ -210,6 +227,7 @@ TEST(Html, ListsKeepTheirLevelsAndMarks) {
         {"<ul><li>a<li style='list-style:none'>b<li style='list-style:katakana square'>c",
          {ListKind::kBullet, ListKind::kNone, ListKind::kBullet}},
         {"<p style='list-style-type:disc'>a", {ListKind::kNone}},
+        {"<ul style='list-style: inside katakana'><li>a", {ListKind::kBullet}},
     };
     for (const auto& [html, kinds] : styles) {
         std::vector<ListKind> read;
@@ -239,20 +257,29 @@ TEST(Html, TablesBecomeRowsOfCellsHoweverTheyAreClosed) {
     EXPECT_EQ(ReadHtml("</td></tr></table><td>x</td><tr>y</tr>", kLook).rows.size(), 0u);
 }
 
+TEST(Html, ACellEndsWithItsLastParagraph) {
+    ExpectTexts({
+        Case{"<table><tr><td><p>A</p></td><td><p>B</p><p>C</p> "
+             "</td></tr><tr><td>D</td><td><div>E</div></td></tr></table>",
+             "A\tB\nC\t\nD\tE\t\n"},
+        Case{"<table><td><p></p><td><br><td>a<br><td><p>b</p><br><td><p>c</p>d</table>", "\t\ta\tb\n\tc\nd\t\n"},
+        Case{"<p>a</p><table><td><td><p>b<p></table>", "a\n\tb\t\n"},
+        Case{"<table><td><p>a</p><table><td><p>b</p></table><td><table><td>c</table><p>d</p></table>",
+             "a\nb\t\n\tc\t\nd\t\n"},
+        Case{"<table><td colspan=2><p>a</p><td><ul><li>b</ul></table>", "a\t\tb\t\n"},
+    });
+    const Document document = ReadHtml("<table><td colspan=2><p align=right>a</p></td></table>", kLook);
+    EXPECT_EQ(document.paragraphs[0].format.align, ParagraphAlign::kRight);
+    EXPECT_EQ(document.paragraphs[1].format.align, ParagraphAlign::kLeft);
+}
+
 TEST(Html, OddPlacesOfTextAndBreaksKeepTheText) {
-    const std::pair<const char*, const char*> cases[] = {{"<br>a<br><br>b<br>", "\na\n\nb"},
-                                                         {"<table><tr>loose<td>cell</table>", "loose\tcell\t\n"},
-                                                         {"<table><tr><td>open", "open\t\n"},
-                                                         {"<p dir=RTL align=right>x", "x"},
-                                                         {"a<hr>b", "a\n\u2014\u2014\u2014\nb"},
-                                                         {"</p></i></none>a", "a"},
-                                                         {"<!doctype html><!-- </p>x --> </div>a<p>b", "a\nb"},
-                                                         {"<html><body>a</BODY ></html><p>b</html>c", "a\nb c"},
-                                                         {"a</bodyx>b</", "ab"},
-                                                         {"a</body", "a"},
-                                                         {"</", ""},
-                                                         {"<!-- open", ""}};
-    ExpectTexts(cases);
+    ExpectTexts({Case{"<br>a<br><br>b<br>", "\na\n\nb"}, Case{"<table><tr>loose<td>cell</table>", "loose\tcell\t\n"},
+                 Case{"<table><tr><td>open", "open\t\n"}, Case{"<p dir=RTL align=right>x", "x"},
+                 Case{"a<hr>b", "a\n\u2014\u2014\u2014\nb"}, Case{"</p></i></none>a", "a"},
+                 Case{"<!doctype html><!-- </p>x --> </div>a<p>b", "a\nb"},
+                 Case{"<html><body>a</BODY ></html><p>b</html>c", "a\nb c"}, Case{"a</bodyx>b</", "ab"},
+                 Case{"a</body", "a"}, Case{"</", ""}, Case{"<!-- open", ""}});
     const ParagraphFormat format = ReadHtml("<p dir=RTL align=right>x", kLook).paragraphs[0].format;
     EXPECT_TRUE(format.right_to_left);
     EXPECT_EQ(format.align, ParagraphAlign::kRight);
@@ -280,39 +307,36 @@ TEST(Html, BytesAreReadAsTheyAre) {
 }
 
 TEST(Html, NoEncodingThatAPageNamesCostsItsText) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"<meta charset=koi8-r>\xd4\xc5\xd3\xd4", "\u0442\u0435\u0441\u0442"},
-        {"<meta content='text/html; CHARSET=\"Latin1\"'>\x93q\x94 \x81", "\u201cq\u201d \u0081"},
-        {"<meta name=x><META CHARSET = us-ascii><meta charset='us-ascii'/>\x93q\x94", "\u201cq\u201d"},
-        // One byte that is wrong doesn't take the others along.
-        {"<meta charset=utf-8>caf\xc3\xa9 \x93q\x94 caf\xc3\xa9 \xe2\x80",
-         "caf\u00e9 \u201cq\u201d caf\u00e9 \u00e2\u20ac"},
-        {"<meta charset=shift_jis>a \x82\xa0\xff b \x82", "a \u3042\ufffd b \ufffd"},
-        {"<meta charset=gb2312>\xc4\xe3 \x81\x40", "\u4f60 \u4e02"},
-        {"<meta charset=euc-kr>\xb0\xa1 \x81\x41", "\uac00 \uac02"},
-        // The name can't be true.
-        {"<meta charset=utf-16>caf\xe9", "caf\u00e9"},
-        {"<meta charset=ebcdic-cp-us>caf\xe9", "caf\u00e9"},
-        {"<meta charset=utf-7>caf\xe9 +AOk-", "caf\u00e9 +AOk-"},
-        {"<meta charset=nobody's>\x93q\x94", "\u201cq\u201d"},
-        {"<meta charset=>caf\xe9", "caf\u00e9"},
-        {"<p>charset=koi8-r</p>caf\xe9", "charset=koi8-r\ncaf\u00e9"}};
-    ExpectTexts(cases);
+    ExpectTexts({{"<meta charset=koi8-r>\xd4\xc5\xd3\xd4", "\u0442\u0435\u0441\u0442"},
+                 {"<meta content='text/html; CHARSET=\"Latin1\"'>\x93q\x94 \x81", "\u201cq\u201d \u0081"},
+                 {"<meta name=x><META CHARSET = us-ascii><meta charset='us-ascii'/>\x93q\x94", "\u201cq\u201d"},
+                 // One byte that is wrong doesn't take the others along.
+                 {"<meta charset=utf-8>caf\xc3\xa9 \x93q\x94 caf\xc3\xa9 \xe2\x80",
+                  "caf\u00e9 \u201cq\u201d caf\u00e9 \u00e2\u20ac"},
+                 {"<meta charset=shift_jis>a \x82\xa0\xff b \x82", "a \u3042\ufffd b \ufffd"},
+                 {"<meta charset=gb2312>\xc4\xe3 \x81\x40", "\u4f60 \u4e02"},
+                 {"<meta charset=euc-kr>\xb0\xa1 \x81\x41", "\uac00 \uac02"},
+                 // The name can't be true.
+                 {"<meta charset=utf-16>caf\xe9", "caf\u00e9"},
+                 {"<meta charset=ebcdic-cp-us>caf\xe9", "caf\u00e9"},
+                 {"<meta charset=utf-7>caf\xe9 +AOk-", "caf\u00e9 +AOk-"},
+                 {"<meta charset=nobody's>\x93q\x94", "\u201cq\u201d"},
+                 {"<meta charset=>caf\xe9", "caf\u00e9"},
+                 {"<p>charset=koi8-r</p>caf\xe9", "charset=koi8-r\ncaf\u00e9"}});
 }
 
 TEST(Html, CharacterReferencesReadAsInOldPages) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"&#147;&#x85;&#X94;&#00150;", "\u201c\u2026\u201d\u2013"},
-        {"&#128 &#151x &#x9fz", "\u20ac \u2014x \u0178z"},
-        {"&#127;&#129;&#160;&#1500;&#x993;", "\u007f\u0081\u00a0\u05dc\u0993"},
-        {"&#99999999999999999147;a", "a"},
-        {"a &# b &#x &#", "a &# b &#x &#"},
-        {"&copy 2020, &copy2020 &nbsp&nbsp;x", "\u00a9 2020, \u00a92020 \u00a0\u00a0x"},
-        {"&eacutet&eacute &frac12 AT&T R&ampD &lt&gt&quot", "\u00e9t\u00e9 \u00bd AT&T R&D <>\""},
-        {"&ltb&gt &amp;copy &#38;copy;", "<b> &copy &copy;"},
-        // Names above U+00FF need their end, as does what the parser doesn't know.
-        {"&hellip &hellip; &apos &sup &notin; &nothing; &no &", "&hellip \u2026 &apos &sup \u2209 &nothing; &no &"}};
-    ExpectTexts(cases);
+    ExpectTexts(
+        {{"&#147;&#x85;&#X94;&#00150;", "\u201c\u2026\u201d\u2013"},
+         {"&#128 &#151x &#x9fz", "\u20ac \u2014x \u0178z"},
+         {"&#127;&#129;&#160;&#1500;&#x993;", "\u007f\u0081\u00a0\u05dc\u0993"},
+         {"&#99999999999999999147;a", "a"},
+         {"a &# b &#x &#", "a &# b &#x &#"},
+         {"&copy 2020, &copy2020 &nbsp&nbsp;x", "\u00a9 2020, \u00a92020 \u00a0\u00a0x"},
+         {"&eacutet&eacute &frac12 AT&T R&ampD &lt&gt&quot", "\u00e9t\u00e9 \u00bd AT&T R&D <>\""},
+         {"&ltb&gt &amp;copy &#38;copy;", "<b> &copy &copy;"},
+         // Names above U+00FF need their end, as does what the parser doesn't know.
+         {"&hellip &hellip; &apos &sup &notin; &nothing; &no &", "&hellip \u2026 &apos &sup \u2209 &nothing; &no &"}});
     const Document document =
         ReadHtml("1 &lt 2<a href='http://a/?b=1&copy=2&region=3&reg&amp;c=&#150;'>x&copy=</a>", kLook);
     EXPECT_EQ(document.links, std::vector<std::string>{"http://a/?b=1&copy=2&region=3\u00ae&c=\u2013"});

@@ -10,7 +10,6 @@
 #include "rtf/rtf.h"
 
 namespace lore {
-
 namespace {
 
 bool IsIndex(int64_t index, size_t count) {

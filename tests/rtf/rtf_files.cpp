@@ -8,7 +8,6 @@
 #include "support/data_files.h"
 
 namespace lore {
-
 namespace {
 
 constexpr std::string_view kAligns[] = {"left", "center", "right", "justify"};
@@ -49,17 +48,12 @@ void PutParagraph(std::ostream& out, const Paragraph& paragraph) {
 void PutRun(std::ostream& out, const Document& document, const TextRun& run) {
     const CharFormat& format = run.format;
     out << "  " << kKinds[static_cast<size_t>(run.kind)] << ' ' << run.begin << '-' << run.end;
-    const std::pair<std::string_view, bool> flags[] = {
-        {"bold", format.bold},
-        {"italic", format.italic},
-        {"underline", format.underline},
-        {"strike", format.strike},
-        {"small-caps", format.small_caps},
-        {"all-caps", format.all_caps},
-        {"super", format.position == ScriptPosition::kSuperscript},
-        {"sub", format.position == ScriptPosition::kSubscript},
-    };
-    for (const auto& [name, set] : flags)
+    using Case = std::pair<std::string_view, bool>;
+    for (const auto& [name, set] :
+         {Case{"bold", format.bold}, Case{"italic", format.italic}, Case{"underline", format.underline},
+          Case{"strike", format.strike}, Case{"small-caps", format.small_caps}, Case{"all-caps", format.all_caps},
+          Case{"super", format.position == ScriptPosition::kSuperscript},
+          Case{"sub", format.position == ScriptPosition::kSubscript}})
         out << (set ? " " : "") << (set ? name : "");
     PutUnless(out, "size", int{format.half_points}, 24);
     if (format.font >= 0)

@@ -7,7 +7,6 @@
 #include "rtf/rtf_files.h"
 
 namespace lore {
-
 namespace {
 
 struct Case {
@@ -23,21 +22,19 @@ void ExpectTexts(std::initializer_list<Case> cases) {
 }
 
 TEST(RtfText, PutsALineFeedBetweenParagraphsOnly) {
-    ExpectTexts({
-        {"a\\par b", "a\nb"},
-        {"a\\par b\\par", "a\nb"},
-        {"a\\par b\\par\\par", "a\nb\n"},
-        {"\\par a", "\na"},
-        {"\\par", ""},
-        {"a\\par{\\b\\pard }", "a"},
-        {"a\\\r\nb\\\nc", "a\nb\nc"},
-        {"a\r\nb\nc", "abc"},
-        {"a\\page", "a\n"},
-        {"a\\sect b\\column c", "a\nb\nc"},
-        {"a\\line\\par b", "a\n\nb"},
-        {"a\\par{\\pict\\pngblip 00}\\par", "a\n"},
-        {"a\\par{\\v hidden\\par}", "a"},
-    });
+    ExpectTexts({{"a\\par b", "a\nb"},
+                 {"a\\par b\\par", "a\nb"},
+                 {"a\\par b\\par\\par", "a\nb\n"},
+                 {"\\par a", "\na"},
+                 {"\\par", ""},
+                 {"a\\par{\\b\\pard }", "a"},
+                 {"a\\\r\nb\\\nc", "a\nb\nc"},
+                 {"a\r\nb\nc", "abc"},
+                 {"a\\page", "a\n"},
+                 {"a\\sect b\\column c", "a\nb\nc"},
+                 {"a\\line\\par b", "a\n\nb"},
+                 {"a\\par{\\pict\\pngblip 00}\\par", "a\n"},
+                 {"a\\par{\\v hidden\\par}", "a"}});
 }
 
 TEST(RtfText, EndsCellsWithTabsAndRowsWithLineFeeds) {
@@ -53,22 +50,20 @@ TEST(RtfText, EndsCellsWithTabsAndRowsWithLineFeeds) {
 }
 
 TEST(RtfText, LeavesOutWhatIsNotShown) {
-    ExpectTexts({
-        {"a{\\v b}c\\v d\\v0 e\\v1 f\\plain g", "aceg"},
-        {"a{\\deleted b}c", "ac"},
-        {"a{\\*\\unknown b{c}\\}d}e", "ae"},
-        {"a{\\unknown b}c", "abc"},
-        {"{\\*\\b a}b", "b"},
-        {"{\\pntext 1.\\tab}a{\\listtext 2.}", "a"},
-        {"{\\header h}{\\footer f}{\\info{\\title t}}{\\stylesheet{s;}}a", "a"},
-        {"{\\field{\\*\\fldinst HYPERLINK \"u\"}{\\fldrslt a}}", "a"},
-        {"{\\field{\\*\\fldinst IF {\\field{\\*\\fldinst X}{\\fldrslt no}}}{\\fldrslt a}}", "a"},
-        {"{\\object{\\*\\objdata 00}{\\result b}}a", "a"},
-        {"{\\shp{\\*\\shpinst{\\sp{\\sn b}{\\sv c}}{\\shptxt  {\\v d}\\par}}{\\shprslt e}}a", "a"},
-        {"{\\upr{a}{\\*\\ud{\\u12354?}}}", "\xE3\x81\x82"},
-        {"{\\bkmkstart m}a{\\*\\bkmkend m}", "a"},
-        {"{\\xe{\\v i}}a", "a"},
-    });
+    ExpectTexts({{"a{\\v b}c\\v d\\v0 e\\v1 f\\plain g", "aceg"},
+                 {"a{\\deleted b}c", "ac"},
+                 {"a{\\*\\unknown b{c}\\}d}e", "ae"},
+                 {"a{\\unknown b}c", "abc"},
+                 {"{\\*\\b a}b", "b"},
+                 {"{\\pntext 1.\\tab}a{\\listtext 2.}", "a"},
+                 {"{\\header h}{\\footer f}{\\info{\\title t}}{\\stylesheet{s;}}a", "a"},
+                 {"{\\field{\\*\\fldinst HYPERLINK \"u\"}{\\fldrslt a}}", "a"},
+                 {"{\\field{\\*\\fldinst IF {\\field{\\*\\fldinst X}{\\fldrslt no}}}{\\fldrslt a}}", "a"},
+                 {"{\\object{\\*\\objdata 00}{\\result b}}a", "a"},
+                 {"{\\shp{\\*\\shpinst{\\sp{\\sn b}{\\sv c}}{\\shptxt  {\\v d}\\par}}{\\shprslt e}}a", "a"},
+                 {"{\\upr{a}{\\*\\ud{\\u12354?}}}", "\xE3\x81\x82"},
+                 {"{\\bkmkstart m}a{\\*\\bkmkend m}", "a"},
+                 {"{\\xe{\\v i}}a", "a"}});
 }
 
 TEST(RtfText, WhatStandsBesideTheBodyIsReadInBrackets) {
@@ -81,6 +76,8 @@ TEST(RtfText, WhatStandsBesideTheBodyIsReadInBrackets) {
         {"a{\\footnote b\\par{\\footnote c}d}", "a [b\n[c] d]"},
         {"a{b\\footnote c\\footnote d}e", "ab [cd] e"},
         {"a\\par{\\footnote b}\\par", "a\n[b]"},
+        {"a\\tab{\\footnote b}Z{\\footnote c}7", "a\t[b] Z [c] 7"},
+        {"({\\footnote b})@{\\footnote c}:", "( [b])@ [c]:"},
         {"{\\*\\atnid b}a{\\*\\annotation{\\*\\atndate 5}b}c", "a [b] c"},
         {"{\\shp{\\*\\shpinst\\shpleft0{\\sp{\\sn x}{\\sv y}}{\\shptxt b\\par}}{\\shprslt c}}a", "[b] a"},
         {"{\\shpgrp{\\*\\shpinst{\\shp{\\*\\shpinst{\\shptxt a}}}{\\shp{\\*\\shpinst{\\shptxt b}}}}}", "[a] [b]"},
@@ -110,52 +107,44 @@ TEST(RtfText, FieldsOfSymbolsGiveTheirCharacter) {
 }
 
 TEST(RtfText, ReadsUnicodeWithItsFallback) {
-    ExpectTexts({
-        {"\\u233?x", "\xC3\xA9x"},
-        {"\\u233 ?x", "\xC3\xA9x"},
-        {"\\u233\\'e9x", "\xC3\xA9x"},
-        {"\\uc2\\u233\\'81\\'40x", "\xC3\xA9x"},
-        {"\\uc0\\u233x", "\xC3\xA9x"},
-        {"{\\uc2 \\u233??}\\u233??", "\xC3\xA9\xC3\xA9?"},
-        {"\\u233\\par x", "\xC3\xA9x"},
-        {"\\u233\\bin2 \\}x", "\xC3\xA9x"},
-        {"\\u233\\{x", "\xC3\xA9x"},
-        {"{\\u233}x", "\xC3\xA9x"},
-        {"\\u233\r\n?x", "\xC3\xA9x"},
-        {"\\u-10179?\\u-8704?", "\xF0\x9F\x98\x80"},
-        {"\\uc0\\u55357\\u56832", "\xF0\x9F\x98\x80"},
-        {"\\uc0 \\u55357\\uc1 \\u56832\\'3fx", "\xF0\x9F\x98\x80x"},
-        {"\\u-10179?x", "\xEF\xBF\xBDx"},
-        {"\\u-8704?x", "\xEF\xBF\xBDx"},
-        {"\\u-10179?\\u-10179?\\u-8704?", "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
-        {"{\\u-10179?}\\u-8704?", "\xEF\xBF\xBD\xEF\xBF\xBD"},
-        {"\\u99999999999999999999?x", "\xEF\xBF\xBDx"},
-        {"\\u0?x\\u26?y", "xy"},
-        {"\\uc-5\\u233x\\uc999999\\u233", "\xC3\xA9x\xC3\xA9"},
-    });
+    ExpectTexts({{"\\u233?x", "\xC3\xA9x"},
+                 {"\\u233 ?x", "\xC3\xA9x"},
+                 {"\\u233\\'e9x", "\xC3\xA9x"},
+                 {"\\uc2\\u233\\'81\\'40x", "\xC3\xA9x"},
+                 {"\\uc0\\u233x", "\xC3\xA9x"},
+                 {"{\\uc2 \\u233??}\\u233??", "\xC3\xA9\xC3\xA9?"},
+                 {"\\u233\\par x", "\xC3\xA9x"},
+                 {"\\u233\\bin2 \\}x", "\xC3\xA9x"},
+                 {"\\u233\\{x", "\xC3\xA9x"},
+                 {"{\\u233}x", "\xC3\xA9x"},
+                 {"\\u233\r\n?x", "\xC3\xA9x"},
+                 {"\\u-10179?\\u-8704?", "\xF0\x9F\x98\x80"},
+                 {"\\uc0\\u55357\\u56832", "\xF0\x9F\x98\x80"},
+                 {"\\uc0 \\u55357\\uc1 \\u56832\\'3fx", "\xF0\x9F\x98\x80x"},
+                 {"\\u-10179?x", "\xEF\xBF\xBDx"},
+                 {"\\u-8704?x", "\xEF\xBF\xBDx"},
+                 {"\\u-10179?\\u-10179?\\u-8704?", "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
+                 {"{\\u-10179?}\\u-8704?", "\xEF\xBF\xBD\xEF\xBF\xBD"},
+                 {"\\u99999999999999999999?x", "\xEF\xBF\xBDx"},
+                 {"\\u0?x\\u26?y", "xy"},
+                 {"\\uc-5\\u233x\\uc999999\\u233", "\xC3\xA9x\xC3\xA9"}});
 }
 
 TEST(RtfText, ReadsOddEscapesWithoutLosingWhatFollows) {
-    ExpectTexts({
-        {"a\\'4}b", "a"},
-        {"a\\'zzb", "azzb"},
-        {"a\\bin-1 b", "ab"},
-        {"a\\bin2147483647 b", "ab"},
-        {"a\\bin1000000000000000000000000000000 b", "ab"},
-        {"a\\bin3 }}}b", "ab"},
-        {"a\\-b\\~c\\_d",
-         "a\xC2\xAD"
-         "b\xC2\xA0"
-         "c\xE2\x80\x91"
-         "d"},
-        {"\\b1a\\b-1b", "ab"},
-        {"\\averyveryveryverylongcontrolwordthatnobodyknows a", "a"},
-        {"{\\*}a{\\* b}c", "a bc"},
-        {"\\*\\unknown a", "a"},
-        {"{\\fonttbl{\\f0 A;}\\par}x", "x"},
-        {"\\fonttbl\\info\\pict x", "x"},
-        {"{{{{a}}b", "ab"},
-    });
+    ExpectTexts({{"a\\'4}b", "a"},
+                 {"a\\'zzb", "azzb"},
+                 {"a\\bin-1 b", "ab"},
+                 {"a\\bin2147483647 b", "ab"},
+                 {"a\\bin1000000000000000000000000000000 b", "ab"},
+                 {"a\\bin3 }}}b", "ab"},
+                 {"a\\-b\\~c\\_d", "a\u00adb\u00a0c\u2011d"},
+                 {"\\b1a\\b-1b", "ab"},
+                 {"\\averyveryveryverylongcontrolwordthatnobodyknows a", "a"},
+                 {"{\\*}a{\\* b}c", "a bc"},
+                 {"\\*\\unknown a", "a"},
+                 {"{\\fonttbl{\\f0 A;}\\par}x", "x"},
+                 {"\\fonttbl\\info\\pict x", "x"},
+                 {"{{{{a}}b", "ab"}});
 }
 
 TEST(RtfText, NeedsTheHeadOfADocument) {
@@ -169,8 +158,7 @@ TEST(RtfText, NeedsTheHeadOfADocument) {
 
 TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
     const struct {
-        std::string_view rtf;
-        std::string_view text;
+        std::string_view rtf, text;
     } cases[] = {
         {"{\\rtf1\\ansi\\ansicpg1251 \\'cf}", "\xD0\x9F"},
         {"{\\rtf1\\ansi\\ansicpg0 \\'e9}", "\xC3\xA9"},
@@ -194,9 +182,7 @@ TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
          "\xCE\xB1\xD0\xB1"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'93{\\b\\'fd}\\'93\\'fa}",
          "\xEF\xBF\xBD\xEF\xBF\xBD\xE6\x97\xA5"},
-        {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83Ab}",
-         "\xE3\x82\xA2"
-         "b"},
+        {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83Ab}", "\u30a2b"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83}", "\xEF\xBF\xBD"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83\\\\\\'83t}", "\xE3\x82\xBD\xE3\x83\x95"},
         {"{\\rtf1\\ansicpg65001 \\'ffword\\'e3\\'81word}", "\xEF\xBF\xBDword\xEF\xBF\xBDword"},
@@ -231,6 +217,7 @@ TEST(CleanRtf, BinaryDataKeepTheirPlaceWithoutTheBytesThatCutARecord) {
     const std::string binary = "\0}\x1A\\"s;
     const std::pair<std::string, std::string> cases[] = {
         {"{\\rtf1 a\0b\x1A{\\pict\\picw10\\bin4 "s + binary + "}c}", "{\\rtf1 ab{\\pict\\picw10 007d1a5c}c}"},
+        {"{\\rtf1 a\0b\x1A}"s, "{\\rtf1 ab}"},
         {"{\\rtf1\\bin2 ab\\bin1 \x1Ax}", "{\\rtf1 6162 1ax}"},
         {"{\\rtf1\\bin0 a\\bin99 \0b}"s, "{\\rtf1\\bin0 a\\bin99 b}"},
         {"{\\rtf1 bin\\'1a\0\\bing4 x}"s, "{\\rtf1 bin\\'1a\\bing4 x}"},
@@ -244,5 +231,4 @@ TEST(CleanRtf, BinaryDataKeepTheirPlaceWithoutTheBytesThatCutARecord) {
 }
 
 }  // namespace
-
 }  // namespace lore
