@@ -6,13 +6,11 @@
 #include "platform/hotkey/x11_keys.h"
 #include "platform/ini_store.h"
 #include "support/noted_starts.h"
-#include "support/read_world.h"
 #include "support/refused_threads.h"
 #include "support/scripted_agent.h"
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
-#include "ui/qt_text.h"
 #include "ui/theme.h"
 
 namespace lore {
@@ -41,7 +39,7 @@ private:
     void Start(const ReminderList& reminders) {
         Put(reminders);
         program_ = std::make_unique<AgentProgram>(
-            AgentParts{{Root(), SettingsFile()}, clock_, faults_, companions_, self_, *theme_});
+            AgentParts{{Root(), SettingsFile()}, clock_, faults_, companions_, self_, theme_});
         program_->Start();
     }
     PopupWindow& Window() { return program_->Window(); }
@@ -52,7 +50,18 @@ private:
     QString Text(const char* name) { return Find<QLabel>(name).text(); }
     bool Shows(const char* name) { return !Find<QWidget>(name).isHidden(); }
     void Press(const char* name) { QTest::mouseClick(&Find<QPushButton>(name), Qt::LeftButton); }
+    /// The agent is told by the program to look at the reminders, at a later moment if one is given.
+    void Reload(int64_t minutesLater = 0) {
+        clock_.now = clock_.now.PlusSeconds(60 * minutesLater);
+        program_->Receive({InstanceMessage::kCommand, kAgentReloadReminders});
+    }
     void Choose(const char* menuEntry) { program_->Tray().Menu().findChild<QAction*>(menuEntry)->trigger(); }
+    void SetOptions(const std::vector<std::pair<const char*, std::string>>& options) {
+        IniStore store(SettingsFile());
+        for (const auto& [key, value] : options)
+            store.Set("Options", key, value);
+        QVERIFY(store.Flush());
+    }
     /// What the settings file says.
     int32_t Stored(Option option) const {
         Settings settings;
@@ -61,7 +70,7 @@ private:
     }
 
     std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<Theme> theme_;
+    Theme theme_{*qApp, Appearance::Light};
     FixedClock clock_;
     NotedFaults faults_;
     NotedStarts companions_;
@@ -69,19 +78,15 @@ private:
     std::unique_ptr<AgentProgram> program_;
 
 private slots:
-    void initTestCase() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
     void init() {
         folder_ = std::make_unique<QTemporaryDir>();
         clock_ = FixedClock();
         faults_.faults.clear();
         companions_.started.clear();
         self_ = ScriptedAgent();
-        theme_->SetAppearance(Appearance::Light);
-        IniStore store(SettingsFile());
-        store.Set("Options", "Appearance", "1");
-        store.Flush();
+        theme_.SetAppearance(Appearance::Light);
+        SetOptions({{"Appearance", "1"}});
     }
-
     void cleanup() { program_.reset(); }
     void shows_what_was_missed_once_and_what_comes() {
         Start({At("Class", -90), At("Dentist", -30), At("Lunch", 5)});
@@ -94,11 +99,7 @@ private slots:
         QCOMPARE(Text("label"), QString("Dentist"));
         Press("dismissAll");
         QVERIFY(!Window().isVisible());
-
-        Start({At("Class", -90), At("Dentist", -30), At("Lunch", 5)});
-        QVERIFY(!Window().isVisible());
-        clock_.now = clock_.now.PlusSeconds(300);
-        program_->Receive({InstanceMessage::kCommand, kAgentReloadReminders});
+        Reload(5);
         QTRY_VERIFY(Window().isVisible());
         QCOMPARE(Text("label"), QString("Lunch"));
         QVERIFY(!Shows("list") && !Shows("dismissAll") && !Shows("late"));
@@ -116,24 +117,6 @@ private slots:
             QCOMPARE(Find<QLabel>(name).textFormat(), Qt::PlainText);
     }
 
-    void follows_the_file_and_the_program() {
-        Start({});
-        QVERIFY(!Window().isVisible());
-        Put({At("Told by nobody", 0)});
-        QTRY_VERIFY(Window().isVisible());
-        QCOMPARE(Text("label"), QString("Told by nobody"));
-        const std::string before = BytesOf(DataPaths{Root()}.Reminders());
-        Press("snooze");
-        QCOMPARE(BytesOf(DataPaths{Root()}.Reminders()), before);
-        Put({});
-        QTest::qWait(300);
-        clock_.now = clock_.now.PlusDays(1);
-        program_->Receive({InstanceMessage::kCommand, kAgentReloadReminders});
-        QTest::qWait(50);
-        QVERIFY(!Window().isVisible());
-        QVERIFY(faults_.faults.empty());
-    }
-
     void puts_off_and_comes_back() {
         Start({At("A", 0), At("B", 0)});
         auto& choices = Find<QComboBox>("snoozeFor");
@@ -149,8 +132,7 @@ private slots:
         Press("snooze");
         QVERIFY(!Window().isVisible());
         for (const auto& [minutes, label] : {std::pair(10, "B"), std::pair(20, "A")}) {
-            clock_.now = clock_.now.PlusSeconds(60 * int64_t{minutes});
-            program_->Receive({InstanceMessage::kCommand, kAgentReloadReminders});
+            Reload(minutes);
             QTRY_VERIFY(Window().isVisible());
             QCOMPARE(Text("label"), QString(label));
             Press("dismiss");
@@ -163,11 +145,11 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&Window()));
         QTest::keyClick(&Find<QListWidget>("list"), Qt::Key_Down);
         QCOMPARE(Text("label"), QString("B"));
-        QTest::keyClick(&Window(), Qt::Key_D, Qt::AltModifier);
+        PressKeys(&Window(), {"Alt+D"});
         QTRY_COMPARE(Text("label"), QString("C"));
         QTest::keyClick(&Window(), Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(Text("label"), QString("A"));
-        QTest::keyClick(&Window(), Qt::Key_S, Qt::AltModifier);
+        PressKeys(&Window(), {"Alt+S"});
         QTRY_VERIFY(!Window().isVisible());
         QCOMPARE(program_->Popups().Schedule().NextTime(), clock_.now.PlusSeconds(600));
     }
@@ -181,24 +163,20 @@ private slots:
     }
 
     void opens_the_program_and_captures() {
-        Start({At("A", 0)});
         const std::string places = "lorebinder|--data|" + Root().string() + "|--settings|" + SettingsFile().string();
-        Press("open");
-        QVERIFY(!Window().isVisible());
-        Choose("openProgram");
-        Choose("capture");
-        Choose("closeProgram");  // nothing runs
-        QTRY_COMPARE(companions_.started,
-                     (std::vector<std::string>{places + "|--reminder|A", places, places + "|--capture"}));
-    }
-
-    void reaches_the_program_without_a_thread() {
-        Start({});
-        const RefusedThreads refused;
-        Choose("openProgram");
-        Choose("closeProgram");
-        QTRY_COMPARE(companions_.started.size(), size_t{1});
-        program_.reset();
+        for (const bool hasThreads : {true, false}) {
+            companions_.started.clear();
+            Start({At(hasThreads ? "A" : "B", 0)});
+            const std::unique_ptr<RefusedThreads> refused(hasThreads ? nullptr : new RefusedThreads);
+            Press("open");
+            QVERIFY(!Window().isVisible());
+            Choose("openProgram");
+            Choose("capture");
+            Choose("closeProgram");  // nothing runs
+            const std::string shown = places + (hasThreads ? "|--reminder|A" : "|--reminder|B");
+            QTRY_COMPARE(companions_.started, (std::vector<std::string>{shown, places, places + "|--capture"}));
+            program_.reset();
+        }
     }
 
     void switches_reach_the_settings() {
@@ -206,24 +184,19 @@ private slots:
         QVERIFY(!program_->Tray().IsShown());  // there is no bar here
         Choose("runAgent");
         QCOMPARE(Stored(Option::RunAgent), kAgentOn);
-        Choose("startupAgent");
-        QCOMPARE(Stored(Option::StartupAgent), kAgentOn);
-        QVERIFY(self_.startsWithSession);
-        Choose("startupAgent");
-        QCOMPARE(Stored(Option::StartupAgent), 0);
-        QVERIFY(!self_.startsWithSession);
+        for (const bool starts : {true, false}) {
+            Choose("startupAgent");
+            QCOMPARE(Stored(Option::StartupAgent), starts ? kAgentOn : 0);
+            QCOMPARE(self_.startsWithSession, starts);
+        }
         // The options page changes what the menu shows.
-        IniStore store(SettingsFile());
-        store.Set("Options", "RunAgent", "0");
-        store.Set("Options", "StartupAgent", "2112");
-        store.Set("Options", "Appearance", "2");
-        QVERIFY(store.Flush());
+        SetOptions({{"RunAgent", "0"}, {"StartupAgent", "2112"}, {"Appearance", "2"}});
         QCOMPARE(program_->Receive({InstanceMessage::kCommand, kAgentCheckSettings}), 1u);
         const auto isOn = [&](const char* name) {
             return program_->Tray().Menu().findChild<QAction*>(name)->isChecked();
         };
         QTRY_VERIFY(isOn("startupAgent") && !isOn("runAgent"));
-        QVERIFY(theme_->IsDark());
+        QVERIFY(theme_.IsDark());
     }
 
     void closes_when_told() {
@@ -257,47 +230,35 @@ private slots:
         QCOMPARE(int{ModifierMaskOf(HotKey::kControl | 8)}, 4);
     }
 
-    void looks_good_data() {
-        QTest::addColumn<int>("appearance");
-        QTest::addColumn<QString>("kind");
-        for (const int appearance : {1, 2}) {
-            for (const char* const kind : {"one", "several", "long", "empty"})
-                QTest::addRow("agent-%s-%s", kind, appearance == 1 ? "light" : "dark") << appearance << kind;
-        }
-    }
-
     void looks_good() {
-        QFETCH(int, appearance);
-        QFETCH(QString, kind);
-        IniStore store(SettingsFile());
-        store.Set("Options", "Appearance", std::to_string(appearance));
-        store.Flush();
         CTmReminder one =
             At("Seminar: The keepers of the northern lights", 0, "Bring the map of 1871 and the two letters.");
         one.EventDescription = "Room 204, with the archivist. Questions about the fog signal.";
-        ReminderList reminders = {one};
-        if (kind == "several")
-            reminders = {At("Dentist", -1600), At("", -45, "Call the harbour office"), one, At("Lunch with Ann", 0)};
-        if (kind == "long") {
-            reminders[0].EventLabel = FromQString(
-                QString::fromUtf8("إحاطة عن المنارات القديمة على الساحل الشمالي — 灯台守の記録を読む会 and a "
-                                  "label that needs more than one line"));
-            reminders[0].Message = std::string(480, 'm');
-            for (size_t i = 9; i < 480; i += 10)
-                reminders[0].Message[i] = ' ';
-            for (int i = 0; i < 30; ++i)
-                reminders[0].EventDescription += "\nLine " + std::to_string(i) + " of what is planned";
+        CTmReminder longer = one;
+        longer.EventLabel =
+            "إحاطة عن المنارات القديمة على الساحل الشمالي — 灯台守の記録を読む会 and a label that needs more than one "
+            "line";
+        longer.Message.clear();
+        for (int i = 0; i < 48; ++i)
+            longer.Message += std::string(9, 'm') + " ";
+        for (int i = 0; i < 30; ++i)
+            longer.EventDescription += "\nLine " + std::to_string(i) + " of what is planned";
+        const std::pair<QString, ReminderList> kinds[] = {
+            {"one", {one}},
+            {"several", {At("Dentist", -1600), At("", -45, "Call the harbour office"), one, At("Lunch with Ann", 0)}},
+            {"long", {longer}},
+            {"empty", {At("Later", 90)}}};
+        const BothLooks looks{theme_};
+        for (const auto& [kind, reminders] : kinds) {
+            cleanup();
+            init();
+            Start(reminders);
+            if (kind == "empty")
+                Window().BringUp();
+            QVERIFY(QTest::qWaitForWindowExposed(&Window()));
+            looks.Shoot(Window(), "agent-" + kind);
         }
-        if (kind == "empty")
-            reminders = {At("Later", 90)};
-        Start(reminders);
-        if (kind == "empty")
-            Window().BringUp();
-        QVERIFY(QTest::qWaitForWindowExposed(&Window()));
-        QTest::qWait(50);
-        TakeShot(Window(), QString::fromLatin1(QTest::currentDataTag()));
-        if (kind == "one")
-            TakeShot(program_->Tray().Menu(), QString::fromLatin1(QTest::currentDataTag()).replace("one", "menu"));
+        looks.Shoot(program_->Tray().Menu(), "agent-menu");
     }
 };
 

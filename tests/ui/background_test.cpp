@@ -23,21 +23,19 @@ class BackgroundTest : public QObject {
 
 private slots:
     void init() {
-        theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
         window_ = std::make_unique<QWidget>();
         edit_ = NewTextField(window_.get());
         edit_->setAccessibleName("Anything");
         window_->resize(600, 300);
         window_->show();
         QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
-        progress_ = std::make_unique<QtProgress>(*theme_);
+        progress_ = std::make_unique<QtProgress>(theme_);
         progress_->SetParent(window_.get());
     }
 
     void cleanup() {
         progress_.reset();
         window_.reset();
-        theme_.reset();
     }
 
     void PaintsAndTakesNoInputMeanwhile() {
@@ -74,9 +72,7 @@ private slots:
             RunWhenIdle(*window_, note("paste"));
         };
         QTimer::singleShot(5, this, come);
-        QVERIFY(progress_->Run("Working....", [&](const std::stop_token&) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(500));
-        }));
+        QVERIFY(progress_->Run("Working....", WorkFor(500)));
         order << "worked";
         QTRY_COMPARE(order.size(), 3);
         QCOMPARE(order.first(), QStringLiteral("worked"));
@@ -112,9 +108,7 @@ private slots:
             });
         };
         askMeanwhile();
-        QVERIFY(progress_->Run("Working....", [](const std::stop_token&) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1000));
-        }));
+        QVERIFY(progress_->Run("Working....", WorkFor(1000)));
         QVERIFY(answer == PromptAnswer::Yes);
         askMeanwhile();
         QCOMPARE(Flow(20, [](QPushButton&) {}), 20);
@@ -174,8 +168,7 @@ private slots:
                 QCoreApplication::sendEvent(qApp, &quit);
             }
         });
-        progress_->Run("Working....",
-                       [](const std::stop_token&) { std::this_thread::sleep_for(std::chrono::milliseconds(500)); });
+        progress_->Run("Working....", WorkFor(500));
         QCOMPARE(closed.times, 0);
         QTRY_VERIFY(closed.times > 0);
         QVERIFY(closed.byOrder);
@@ -207,7 +200,7 @@ private slots:
             progress_->ShowStandBy("Searching Notes....");
             QTimer timer;
             connect(&timer, &QTimer::timeout, this, [&] {
-                QPushButton* const button = StopButton();
+                QPushButton* const button = StopButton(*window_);
                 if (!button)
                     return;
                 timer.stop();
@@ -237,10 +230,6 @@ private slots:
     }
 
 private:
-    QPushButton* StopButton() const {
-        auto* const button = window_->findChild<QPushButton*>();
-        return button && button->isVisible() ? button : nullptr;
-    }
     /// A flow that asks at each step whether it was stopped; how many it did. `whenShown` gets the button, if it is
     /// seen.
     int Flow(int steps, const std::function<void(QPushButton&)>& whenShown) {
@@ -250,11 +239,14 @@ private:
         for (; done < steps && !progress_->Cancelled(); ++done) {
             std::this_thread::sleep_for(std::chrono::milliseconds(60));
             progress_->StepIt();
-            if (QPushButton* const button = StopButton())
+            if (QPushButton* const button = StopButton(*window_))
                 whenShown(*button);
         }
         progress_->Hide();
         return done;
+    }
+    static Background::Work WorkFor(int milliseconds) {
+        return [=](const std::stop_token&) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); };
     }
     static void WorkUntilStopped(const std::stop_token& stop) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
@@ -262,7 +254,7 @@ private:
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
 
-    std::unique_ptr<Theme> theme_;
+    Theme theme_{*qApp, Appearance::Light};
     std::unique_ptr<QWidget> window_;
     std::unique_ptr<QtProgress> progress_;
     QLineEdit* edit_ = nullptr;

@@ -29,18 +29,6 @@ CSource Source(int32_t id, const std::string& text, size_t begin, size_t end, in
     return source;
 }
 
-std::string DeepName(int level) {
-    return "A category with a rather long name on level " + std::to_string(level);
-}
-
-void AddLanguages(MemoryBoard& board) {
-    CNote& note = board.AddText(Text("languages.txt"));
-    note.categories[0] =
-        PathOf({"\u05de\u05d2\u05d3\u05dc\u05d5\u05e8\u05d9\u05dd", "\u706f\u53f0", "\u041c\u0430\u044f\u043a"});
-    note.keyWords = "\u0645\u0646\u0627\u0631\u0629, \u706f\u53f0, ph\u00e1ros";
-    note.borderColor = MakeRgb(0, 128, 0);
-}
-
 }  // namespace
 
 int MemoryBoard::RowOf(int32_t noteId) const {
@@ -82,12 +70,12 @@ CNote& MemoryBoard::AddRtf(const std::string& rtf) {
     return note;
 }
 
-void MemoryBoard::Attach(CNote& note, const std::string& title, int32_t type, const std::string& storedFile) {
-    CAttachment attachment;
+CAttachment& MemoryBoard::Attach(CNote& note, const std::string& title, int32_t type, const std::string& storedFile) {
+    CAttachment& attachment = note.attachments.emplace_back();
     attachment.title = title;
     attachment.type = type;
     attachment.storedFile = storedFile;
-    note.attachments.push_back(attachment);
+    return attachment;
 }
 
 void MemoryBoard::AttachPicture(CNote& note, const std::string& title, int width, int height) {
@@ -146,23 +134,22 @@ void FillSampleBoard(MemoryBoard& board) {
     board.AttachFile(files, "A file with a name that is much too long for the room that a tile has.xlsx",
                      kSpreadsheetFile, 1250000);
     board.AttachFile(files, "Waves.mp3", kMusicFile, 3000);
-    CAttachment link;
-    link.type = kWebLink;
-    link.title = "List of lights";
-    link.sourceFile = "https://example.org/lights/list?country=england";
-    files.attachments.push_back(link);
-    CAttachment gone;
-    gone.type = kPdfFile;
-    gone.title = "Gone.pdf";
-    gone.storedFile = "gone.pdf";
-    files.attachments.push_back(gone);
+    board.Attach(files, "List of lights", kWebLink).sourceFile = "https://example.org/lights/list?country=england";
+    board.Attach(files, "Gone.pdf", kPdfFile, "gone.pdf");
     files.borderColor = MakeRgb(255, 220, 0);
 
     board.AddRtf(Text("table.rtf")).borderColor = MakeRgb(20, 80, 200);
-    AddLanguages(board);
+    CNote& languages = board.AddText(Text("languages.txt"));
+    languages.categories[0] =
+        PathOf({"\u05de\u05d2\u05d3\u05dc\u05d5\u05e8\u05d9\u05dd", "\u706f\u53f0", "\u041c\u0430\u044f\u043a"});
+    languages.keyWords = "\u0645\u0646\u0627\u0631\u0629, \u706f\u53f0, ph\u00e1ros";
+    languages.borderColor = MakeRgb(0, 128, 0);
 
     CNote& deep = board.AddText("Deep categories and many key words.");
-    deep.categories[1] = PathOf({DeepName(1), DeepName(2), DeepName(3), DeepName(4), DeepName(5)});
+    std::vector<std::string> names;
+    for (int level = 1; level <= 5; ++level)
+        names.push_back("A category with a rather long name on level " + std::to_string(level));
+    deep.categories[1] = PathOf(names);
     for (int i = 1; i < 40; ++i)
         deep.keyWords += "key word " + std::to_string(i) + ", ";
     board.AddText("");

@@ -30,14 +30,14 @@ public:
     /// Draws a picture and attaches it.
     void AttachPicture(CNote& note, const std::string& title, int width, int height);
     void AttachFile(CNote& note, const std::string& title, int32_t type, int bytes);
+    /// Attaches a link, or a file that is there already or not at all.
+    CAttachment& Attach(CNote& note, const std::string& title, int32_t type, const std::string& storedFile = {});
 
     std::vector<CNote> notes;
     std::map<int32_t, CSource> sources;
     mutable int laidOut = 0;  ///< how often a card was made of a note
 
 private:
-    void Attach(CNote& note, const std::string& title, int32_t type, const std::string& storedFile);
-
     QTemporaryDir folder_;
     int files_ = 0;
 };

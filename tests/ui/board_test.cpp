@@ -2,11 +2,17 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <memory>
 
 #include "bibliography/citation_spans.h"
-#include "ui/board_window.h"
+#include "ui/board_accessible.h"
+#include "ui/board_fixture.h"
+#include "ui/board_view.h"
 #include "ui/card_emphasis.h"
+#include "ui/controls.h"
+#include "ui/theme.h"
 
 namespace lore {
 
@@ -27,18 +33,71 @@ public:
     const CNote& ShownNoteAt(int) const override { return notes[1]; }
 };
 
-void AddTexts(const QMenu& menu, QStringList& texts) {
-    for (const QAction* const action : menu.actions()) {
-        texts.append(action->text());
-        if (action->menu())
-            AddTexts(*action->menu(), texts);
-    }
-}
-
-class BoardTest : public BoardWindowTest {
+/// A board of its own for each test, empty and in the light palette, as keys, mouse and screen readers meet it.
+class BoardTest : public QObject {
     Q_OBJECT
 
+private:
+    void MakeView() { view_ = std::make_unique<BoardView>(*board_, theme_); }
+    void Show(int width = 1000, int height = 700) {
+        view_->resize(width, height);
+        view_->Rebuild();
+        view_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(view_.get()));
+    }
+    /// Adds notes whose texts follow from their rows, and shows them.
+    void ShowNotes(int count, const std::function<std::string(int)>& text) {
+        for (int row = 0; row < count; ++row)
+            board_->AddText(text(row));
+        Show();
+    }
+    /// Adds notes of one text, and shows them.
+    void ShowNotes(int count, const std::string& text) {
+        ShowNotes(count, [&](int) { return text; });
+    }
+    /// The middle of what is seen of a card.
+    QPoint Middle(int row) const { return view_->CardRect(row).intersected(view_->viewport()->rect()).center(); }
+    /// A plain spot of a card, below its actions and left of its text.
+    QPoint Spot(int row) const { return view_->CardRect(row).topLeft() + QPoint(8, 14); }
+    void Wheel(int delta) { TurnWheel(view_->viewport(), delta); }
+    void Click(const QPoint& at) { QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, at); }
+    void Release(const QPoint& at) { QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, at); }
+    /// The notes that signals name first.
+    static QList<int> NotesOf(const QSignalSpy& spy) {
+        QList<int> notes;
+        for (const QList<QVariant>& signal : spy)
+            notes.append(signal[0].toInt());
+        return notes;
+    }
+    void Drag(const QPoint& from, const QPoint& to) { DragOn(*view_->viewport(), from, to); }
+    void PressTwice(const QPoint& point) {
+        QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, point);
+        Release(point);
+    }
+
+    QStringList MenuAt(const QPoint& point) {
+        QMenu* const menu = OpenMenuAt(*view_->viewport(), point);
+        QStringList texts = TextsOf(menu);
+        texts.removeAll("-");
+        if (menu)
+            menu->close();
+        return texts;
+    }
+
+    Theme theme_{*qApp, Appearance::Light};
+    std::unique_ptr<MemoryBoard> board_;
+    std::unique_ptr<BoardView> view_;
+
 private slots:
+    void initTestCase() { InstallBoardAccessibility(); }
+    void init() {
+        board_ = std::make_unique<MemoryBoard>();
+        MakeView();
+    }
+    void cleanup() {
+        view_.reset();
+        board_.reset();
+    }
     void ShowsCardsOfAllKinds_data() {
         QTest::addColumn<double>("zoom");
         QTest::addColumn<int>("width");
@@ -70,7 +129,7 @@ private slots:
         const auto [first, end] = view_->VisibleRows();
         QCOMPARE(first, 0);
         QVERIFY(end >= 4 || zoom > 1.0 || width < 500);
-        BothLooks{*theme_}.Shoot(*view_, QString::fromLatin1(QTest::currentDataTag()));
+        BothLooks{theme_}.Shoot(*view_, QString::fromLatin1(QTest::currentDataTag()));
         QApplication::setFont(before);
         // Cards stand in the middle, one directly below the other, and are never wider than is readable.
         for (int row = 0; row + 1 < end; ++row)
@@ -80,30 +139,9 @@ private slots:
         QVERIFY(std::abs(card.left() - (view_->viewport()->width() - 1 - card.right())) <= 1);
     }
 
-    void ShowsTheFirstStepWhenTheListIsEmpty() {
-        view_->SetEmptyState(
-            {tr("No notes in the list"),
-             tr("Search the NoteBook, or choose a category, a source, a key word or a color at the left."),
-             tr("Show all notes"),
-             {}});
-        Show();
-        QSignalSpy step(view_.get(), &BoardView::FirstStepRequested);
-        BothLooks{*theme_}.Shoot(*view_, "board-empty");
-        auto* button = view_->findChild<QPushButton*>();
-        QVERIFY(button && button->isVisible());
-        QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(step.count(), 1);
-        QTest::keyClick(view_.get(), Qt::Key_End);
-        QCOMPARE(view_->FocusNote(), -1);
-        board_->AddText("The first note");
-        view_->Rebuild();
-        QVERIFY(!button->isVisible());
-    }
-
     void StacksTheBlocksOfACardInTheChosenOrder() {
         board_->AddText("");  // 17 pixels for a note that has nothing
-        CNote& words = board_->AddText("");
-        words.keyWords = ", ,reef,,";
+        board_->AddText("").keyWords = ", ,reef,,";
         board_->AddText("").keyWords = "   ";  // no key word at all
         Show();
         const int nothing = view_->CardRect(0).height();
@@ -128,41 +166,38 @@ private slots:
         constexpr std::array kBold = {false, false, true, false, true, true, false, true};
         for (int32_t kind = kItalic; kind <= kBoldItalicUnderline; ++kind) {
             source.SpanKinds = {kind};
-            const QTextCharFormat format = CitationEmphasis(source).first().format;
-            QFont font("Arial");
-            font.setWeight(QFont::Weight(format.fontWeight()));
-            QFont bold = font;
-            bold.setWeight(QFont::Bold);
-            const bool isBold =
-                QFontMetricsF(font).horizontalAdvance("A title") == QFontMetricsF(bold).horizontalAdvance("A title");
-            QCOMPARE(isBold, kBold[size_t(kind)]);
+            const auto widthOf = [](int weight) {
+                QFont font("Arial");
+                font.setWeight(QFont::Weight(weight));
+                return QFontMetricsF(font).horizontalAdvance("A title");
+            };
+            const int weight = CitationEmphasis(source).first().format.fontWeight();
+            QCOMPARE(widthOf(weight) == widthOf(QFont::Bold), kBold[size_t(kind)]);
         }
     }
 
     void AListThatGrewShorterUnseenIsShownAnew() {
-        const auto shorten = [this](const std::function<void()>& next) {
+        Show();
+        const std::function<void()> looks[] = {[this] { view_->viewport()->repaint(); },
+                                               [this] { view_->resize(900, 640); },
+                                               [this] { QTest::mouseMove(view_->viewport(), QPoint(300, 300)); },
+                                               [this] { Wheel(-120); },
+                                               [] { QTest::qWait(20); },
+                                               [this] { view_->verticalScrollBar()->setValue(0); }};
+        for (const std::function<void()>& look : looks) {
             while (board_->Count() < 60)
                 board_->AddText("Text");
             view_->Rebuild();
             view_->SetFocusNote(50);
             board_->notes.resize(2);
-            next();
+            look();
             QCOMPARE(view_->VisibleRows(), (std::pair{0, 2}));
             QCOMPARE(view_->FocusNote(), -1);
-        };
-        Show();
-        shorten([this] { view_->viewport()->repaint(); });
-        shorten([this] { view_->resize(900, 640); });
-        shorten([this] { QTest::mouseMove(view_->viewport(), QPoint(300, 300)); });
-        shorten([this] { Wheel(-120); });
-        shorten([] { QTest::qWait(20); });
-        shorten([this] { view_->verticalScrollBar()->setValue(0); });
+        }
     }
 
     void ASavedNoteComesIntoSightWithoutALongTurn() {
-        for (int i = 0; i < 400; ++i)
-            board_->AddText("Text");
-        Show();
+        ShowNotes(400, "Text");
         QSignalSpy shown(view_.get(), &BoardView::SavedShown);
         for (const int32_t id : {300, 120, 400, 399, 1}) {
             board_->notes[size_t(id) - 1].plainText = "Changed " + std::string(size_t(id) * 2, 'x');
@@ -176,8 +211,7 @@ private slots:
             QVERIFY2(most <= 4, qPrintable(QString::number(most)));  // of fourteen in sight; it may be two turns
             QCOMPARE(view_->FocusNote(), id);
             const QRect card = view_->CardRect(id - 1), seen = view_->viewport()->rect();
-            QVERIFY2(seen.top() <= card.top() && card.bottom() <= seen.bottom(),
-                     qPrintable(QStringLiteral("%1: %2 to %3").arg(id).arg(card.top()).arg(card.bottom())));
+            QVERIFY2(seen.top() <= card.top() && card.bottom() <= seen.bottom(), qPrintable(QString::number(id)));
         }
         // One that is saved before the last one has come into sight takes its place.
         view_->RebuildAtSavedSoon(200);
@@ -191,18 +225,16 @@ private slots:
 
     void ScrollingMovesCardsByTheStepWhateverTheirHeights() {
         QRandomGenerator random(3);
-        for (int i = 0; i < 300; ++i)
-            board_->AddText(std::string(size_t(random.bounded(3000)), 'x') +
-                            std::string(size_t(random.bounded(30)), '\n'));
-        Show();
+        ShowNotes(300, [&](int) {
+            return std::string(size_t(random.bounded(3000)), 'x') + std::string(size_t(random.bounded(30)), '\n');
+        });
         for (int step = 0; step < 120; ++step) {
             const int delta = step < 60 || step % 3 == 0 ? -120 : 120;
-            const auto [first, end] = view_->VisibleRows();
-            const int before = view_->CardRect(end - 1).top();
+            const int row = view_->VisibleRows().second - 1;
+            const int before = view_->CardRect(row).top();
             Wheel(delta);
-            QCOMPARE(view_->CardRect(end - 1).top(), before + delta);
+            QCOMPARE(view_->CardRect(row).top(), before + delta);
             QVERIFY(view_->CardRect(view_->VisibleRows().first).top() <= 0);
-            Q_UNUSED(first);
         }
         // From a place that was never measured, upwards.
         view_->SetFocusNote(250);
@@ -217,7 +249,7 @@ private slots:
     void GoesOnBeyondWhatTheScrollBarCanCount() {
         view_.reset();
         board_ = std::make_unique<TallBoard>();
-        view_ = std::make_unique<BoardView>(*board_, *theme_);
+        MakeView();
         Show();
         constexpr int kLast = TallBoard::kRows;
         view_->SetFocusNote(kLast - 60);
@@ -247,9 +279,7 @@ private slots:
     }
 
     void LaysOutCardsAheadWhileNothingHappens() {
-        for (int i = 0; i < 200; ++i)
-            board_->AddText("One\n\n\n\n\nsix lines, which no count of letters tells");
-        Show();
+        ShowNotes(200, "One\n\n\n\n\nsix lines, which no count of letters tells");
         const auto isMeasured = [this](int row) {
             return view_->CardRect(row).height() == view_->CardRect(0).height();
         };
@@ -269,14 +299,13 @@ private slots:
     }
 
     void ReachesTheLastCardFromAnywhere() {
-        for (int i = 0; i < 500; ++i)
-            board_->AddText(std::string(size_t(i) * 7 % 1800, 'y'));
-        Show();
-        view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum());
+        ShowNotes(500, [](int i) { return std::string(size_t(i) * 7 % 1800, 'y'); });
+        QScrollBar& bar = *view_->verticalScrollBar();
+        bar.setValue(bar.maximum());
         QCOMPARE(view_->VisibleRows().second, 500);
         QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
-        QCOMPARE(view_->verticalScrollBar()->value(), view_->verticalScrollBar()->maximum());
-        view_->verticalScrollBar()->setValue(0);
+        QCOMPARE(bar.value(), bar.maximum());
+        bar.setValue(0);
         QCOMPARE(view_->CardRect(0).top(), 0);
         QTest::keyClick(view_.get(), Qt::Key_End);
         QCOMPARE(view_->FocusNote(), 500);
@@ -284,16 +313,14 @@ private slots:
     }
 
     void KeysMoveTheFocusThroughTheList() {
-        for (int i = 0; i < 50; ++i)
-            board_->AddText(i == 2 ? std::string(20000, 'z') : "Short");
-        Show();
-        const auto press = [this](Qt::Key key) {
-            QTest::keyClick(view_.get(), key);
+        ShowNotes(50, [](int i) { return i == 2 ? std::string(20000, 'z') : "Short"; });
+        const auto press = [this](Qt::Key key, int times = 1) {
+            for (int i = 0; i < times; ++i)
+                QTest::keyClick(view_.get(), key);
             return view_->FocusNote();
         };
-        QCOMPARE(press(Qt::Key_Down), 1);
-        QCOMPARE(press(Qt::Key_Down), 2);
-        QCOMPARE(press(Qt::Key_Down), 3);
+        for (const int row : {1, 2, 3})
+            QCOMPARE(press(Qt::Key_Down), row);
         // The third card is higher than the board: the key scrolls through it before it goes on.
         const int top = view_->CardRect(2).top();
         QCOMPARE(press(Qt::Key_Down), 3);
@@ -303,18 +330,12 @@ private slots:
         QCOMPARE(view_->FocusNote(), 4);
         QCOMPARE(press(Qt::Key_Home), 1);
         QCOMPARE(press(Qt::Key_Up), 1);
-        for (int i = 0; i < 60; ++i)
-            press(Qt::Key_PageDown);
-        QCOMPARE(view_->FocusNote(), 50);
-        for (int i = 0; i < 60; ++i)
-            press(Qt::Key_PageUp);
-        QCOMPARE(view_->FocusNote(), 1);
+        QCOMPARE(press(Qt::Key_PageDown, 60), 50);
+        QCOMPARE(press(Qt::Key_PageUp, 60), 1);
     }
 
     void KeepsTheFocusNoteInPlaceWhenTheListChanges() {
-        for (int i = 0; i < 100; ++i)
-            board_->AddText(std::string(size_t(i % 7) * 400, 'w') + " note");
-        Show();
+        ShowNotes(100, [](int i) { return std::string(size_t(i % 7) * 400, 'w') + " note"; });
         view_->SetFocusNote(60);
         const int top = view_->CardRect(59).top();
         std::reverse(board_->notes.begin(), board_->notes.end());
@@ -337,24 +358,27 @@ private slots:
         QCOMPARE(list->role(), QAccessible::List);
         QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Note board"));
         QCOMPARE(list->childCount(), board_->Count());
-        QAccessibleInterface* card = list->child(1);
+        QAccessibleInterface* const card = list->child(1);
+        QAccessibleInterface* const other = list->child(0);
         QCOMPARE(card->role(), QAccessible::ListItem);
         QVERIFY(card->text(QAccessible::Name).startsWith(QStringLiteral("A picture, files")));
         QVERIFY(card->text(QAccessible::Name).contains(QStringLiteral("Attachment: Waves.mp3")));
-        QVERIFY(card->state().selected);
-        QVERIFY(!list->child(0)->state().selected);
-        QVERIFY(list->child(0)->text(QAccessible::Name).contains(QStringLiteral("Category: Lighthouses, England")));
+        QVERIFY(other->text(QAccessible::Name).contains(QStringLiteral("Category: Lighthouses, England")));
+        QVERIFY(card->state().selected && !other->state().selected);
         QCOMPARE(list->indexOfChild(card), 1);
         QCOMPARE(list->focusChild(), card);
         QTest::keyClick(view_.get(), Qt::Key_End);
         QCOMPARE(list->indexOfChild(list->focusChild()), board_->Count() - 1);
     }
 
-    void TellsScreenReadersWhatStandsOnAnEmptyBoard() {
-        view_->SetEmptyState({"Nothing here", "Search the NoteBook.", "Show all notes", {}});
+    void AnEmptyBoardShowsTheFirstStepAndTellsScreenReadersOfIt() {
+        const char* const search =
+            "Search the NoteBook, or choose a category, a source, a key word or a color at the left.";
+        view_->SetEmptyState({"No notes in the list", search, "Show all notes", {}});
         Show();
+        BothLooks{theme_}.Shoot(*view_, "board-empty");
         QAccessibleInterface* const list = QAccessible::queryAccessibleInterface(view_.get());
-        QCOMPARE(list->text(QAccessible::Description), QStringLiteral("Nothing here\nSearch the NoteBook."));
+        QCOMPARE(list->text(QAccessible::Description), QStringLiteral("No notes in the list\n") + search);
         QCOMPARE(list->childCount(), 1);
         QAccessibleInterface* const pane = list->child(0);
         QVERIFY(pane && !list->child(1) && !list->focusChild());
@@ -363,13 +387,21 @@ private slots:
         QStringList texts;
         for (int i = 0; i < pane->childCount(); ++i)
             texts.append(pane->child(i)->text(QAccessible::Name));
-        for (const char* const text : {"Nothing here", "Search the NoteBook.", "Show all notes"})
+        for (const char* const text : {"No notes in the list", search, "Show all notes"})
             QVERIFY2(texts.contains(text), text);
+        QSignalSpy step(view_.get(), &BoardView::FirstStepRequested);
+        const auto* const button = view_->findChild<QPushButton*>();
+        QVERIFY(button && button->isVisible());
+        Press(*view_, "Show all notes");
+        QCOMPARE(step.count(), 1);
+        QTest::keyClick(view_.get(), Qt::Key_End);
+        QCOMPARE(view_->FocusNote(), -1);
         view_->SetEmptyState({"No hits", {}, {}, {}});
         QCOMPARE(list->text(QAccessible::Description), QStringLiteral("No hits"));
         QCOMPARE(pane->text(QAccessible::Name), QStringLiteral("No hits"));
         board_->AddText("The first note");
         view_->Rebuild();
+        QVERIFY(!button->isVisible());
         QCOMPARE(list->childCount(), 1);
         QCOMPARE(list->child(0)->role(), QAccessible::ListItem);
         QCOMPARE(list->indexOfChild(pane), -1);
@@ -379,17 +411,22 @@ private slots:
     void OffersEveryCommandToTheKeyboard() {
         FillSampleBoard(*board_);
         Show();
-        QList<BoardCommand> commands;
-        for (const BoardCommand command : NoteCommands(true))
-            commands.append(command);
-        view_->SetNoteCommands(commands);
+        const std::vector<BoardCommand> commands = NoteCommands(true);
+        view_->SetNoteCommands({commands.begin(), commands.end()});
         view_->SetOtherNoteBooks({"Thesis & more"});
         QStringList offered;
+        const std::function<void(const QMenu&)> add = [&](const QMenu& menu) {
+            for (const QAction* const action : menu.actions()) {
+                offered.append(action->text());
+                if (action->menu())
+                    add(*action->menu());
+            }
+        };
         for (int row = 0; row < board_->Count(); ++row) {
             view_->SetFocusNote(board_->IDAt(row));
             QMenu* const menu = OpenMenuAt(*view_->viewport(), QPoint(5, 5), QContextMenuEvent::Keyboard);
             QVERIFY(menu);
-            AddTexts(*menu, offered);
+            add(*menu);
             menu->close();
         }
         for (int i = 0; i <= int(BoardCommand::DeleteNote); ++i) {
@@ -399,10 +436,146 @@ private slots:
         QVERIFY(offered.contains("Thesis && more"));
     }
 
+    void SelectsAndOpensByMouse() {
+        ShowNotes(4, "Note");
+        QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
+        QSignalSpy edit(view_.get(), &BoardView::EditRequested);
+        QSignalSpy remove(view_.get(), &BoardView::RemoveRequested);
+        QSignalSpy erase(view_.get(), &BoardView::DeleteRequested);
+        Click(Middle(2));
+        QCOMPARE(view_->FocusNote(), 3);
+        Click(Middle(2));
+        QCOMPARE(selected.count(), 1);
+        QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, Middle(1));
+        QCOMPARE(NotesOf(edit), QList<int>{2});
+        // The actions of a card stand in its corner.
+        const QPoint corner = view_->CardRect(3).topRight();
+        Click(corner + QPoint(-18, 24));
+        QCOMPARE(NotesOf(remove), QList<int>{4});
+        QTest::mouseMove(view_->viewport(), corner + QPoint(-66, 24));
+        TakeShot(*view_, QStringLiteral("board-hover"));
+        Click(corner + QPoint(-42, 24));
+        Click(corner + QPoint(-66, 24));
+        QCOMPARE(NotesOf(erase), QList<int>{4});
+        QCOMPARE(NotesOf(edit), QList<int>({2, 4}));
+    }
+
+    void TheGroundBesideACardBelongsToNone() {
+        ShowNotes(4, "Note");
+        view_->SetFocusNote(1);
+        QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
+        QSignalSpy edit(view_.get(), &BoardView::EditRequested);
+        QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
+        const QRect card = view_->CardRect(2);
+        for (const int x : {card.left() - 1, card.right() + 1}) {
+            const QPoint beside(x, card.center().y());
+            QVERIFY(view_->viewport()->rect().contains(beside));
+            Click(beside);
+            PressTwice(beside);
+            QCOMPARE(MenuAt(beside), QStringList());
+            Drag(beside, Middle(0));
+            Release(Middle(0));
+            Drag(Spot(0), beside);
+            Release(beside);
+        }
+        QCOMPARE(view_->FocusNote(), 1);
+        QCOMPARE(selected.count() + edit.count() + moved.count(), 0);
+        for (const int x : {card.left(), card.right()}) {
+            Click(QPoint(x, card.center().y()));
+            QCOMPARE(view_->FocusNote(), 3);
+            view_->SetFocusNote(1);
+        }
+    }
+
+    void DragsACardAndScrollsAtTheEdge() {
+        ShowNotes(5, "Note");
+        QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
+        Drag(Spot(0), Middle(2));
+        TakeShot(*view_, QStringLiteral("board-drag"));
+        Release(Middle(2));
+        QCOMPARE(NotesOf(moved), QList<int>{1});
+        QCOMPARE(moved[0][1].toInt(), 3);
+        Drag(Spot(3), Middle(1));
+        QTest::keyClick(view_.get(), Qt::Key_Escape);
+        Release(Middle(1));
+        QCOMPARE(moved.count(), 1);
+        // At the lower edge the list scrolls along.
+        ShowNotes(60, "More");
+        Drag(Spot(1), QPoint(Spot(1).x(), view_->viewport()->height() + 40));
+        QTRY_VERIFY(view_->VisibleRows().first >= 3);
+        Release(QPoint(10, 10000));
+        QCOMPARE(NotesOf(moved), QList<int>({1, 2}));
+        QVERIFY(moved[1][1].toInt() > 6);
+    }
+
+    void PictureButtonsAskForTheirCommand() {
+        CNote& note = board_->AddText("With a picture");
+        board_->AttachPicture(note, "Tower", 400, 200);
+        board_->AttachPicture(note, "Panorama", 3000, 300);
+        note.attachments[0].zoom = 0.5;
+        note.attachments[0].shift = -5000;
+        Show(1000, 1200);
+        QSignalSpy command(view_.get(), &BoardView::PictureCommandRequested);
+        const QRect picture = view_->AttachmentRect(0, 0);
+        QCOMPARE(picture.size(), QSize(200, 100));
+        QCOMPARE(picture.left(), view_->CardRect(0).left() + 21);
+        // A picture that is wider than the card is brought down to it.
+        QCOMPARE(view_->AttachmentRect(0, 1).width(), view_->CardRect(0).width() - 42);
+        // The buttons stand above the picture at the right.
+        const int right = view_->CardRect(0).right() - 21;
+        const PictureCommand expected[] = {PictureCommand::ZoomIn, PictureCommand::ZoomOut, PictureCommand::ShiftLeft,
+                                           PictureCommand::ShiftRight, PictureCommand::Restore};
+        for (int i = 0; i < 5; ++i) {
+            const QPoint at(right - 12 - 24 * (4 - i), picture.top() - 16);
+            i % 2 == 0 ? Click(at) : PressTwice(at);
+            QVERIFY(command.count() > 0);
+            const QList<QVariant> last = command.last();
+            QCOMPARE(last[1].toInt(), 0);
+            QCOMPARE(last[2].value<PictureCommand>(), expected[i]);
+            const auto room = last[3].value<PictureRoom>();
+            QCOMPARE(room.width, 400);
+            QCOMPARE(room.cardWidth, view_->CardRect(0).width() - 42);
+        }
+    }
+
+    void APictureOfAnyZoomCanBeDrawn() {
+        CNote& note = board_->AddText("With damaged pictures");
+        for (const double zoom : {9.9e9, -9.9e8}) {
+            for (const QSize size : {QSize(400, 200), QSize(2, 500), QSize(1, 1)}) {
+                board_->AttachPicture(note, "Scaled", size.width(), size.height());
+                note.attachments.back().zoom = zoom;
+            }
+        }
+        Show(1000, 1200);
+        const int room = view_->CardRect(0).width() - 42;
+        for (int i = 0; i < 6; ++i) {
+            const QRect picture = view_->AttachmentRect(0, i);
+            QVERIFY2(picture.width() >= 1 && picture.width() <= room, qPrintable(QString::number(picture.width())));
+            QVERIFY2(picture.height() >= 1 && picture.height() <= 4096, qPrintable(QString::number(picture.height())));
+        }
+        QCOMPARE(view_->AttachmentRect(0, 0).width(), room);
+    }
+
+    void MenuHoldsTheEntriesOfWhatIsUnderTheMouse() {
+        CNote& note = board_->AddText("With everything");
+        board_->AttachPicture(note, "Tower", 400, 200);
+        board_->AttachFile(note, "Letter", 3, 10);
+        board_->Attach(note, "", 12).sourceFile = "https://example.org";
+        Show(1000, 1200);
+        const auto at = [this](int attachment) { return view_->AttachmentRect(0, attachment).center(); };
+        QCOMPARE(MenuAt(at(0)).value(0), QString("Zoom In"));
+        QCOMPARE(MenuAt(at(1)), QStringList({"Open Attachment", "Extract Attachment"}));
+        QCOMPARE(MenuAt(at(2)), QStringList({"Open Link"}));
+        QCOMPARE(MenuAt(Spot(0)), QStringList({"Remove From Current List"}));
+        QCOMPARE(MenuAt(QPoint(500, 1190)), QStringList());
+        QSignalSpy open(view_.get(), &BoardView::OpenRequested);
+        Click(at(2));
+        QCOMPARE(open.count(), 1);
+        QCOMPARE(open[0][1].toInt(), 2);
+    }
+
     void ScrollingTwentyThousandNotesLaysOutThoseInSightAlone() {
-        for (int i = 0; i < 20000; ++i)
-            board_->AddText(std::string(size_t(i) * 7 % 5000, 'y'));
-        Show(1200, 900);
+        ShowNotes(20000, [](int i) { return std::string(size_t(i) * 7 % 5000, 'y'); });
         QScrollBar& bar = *view_->verticalScrollBar();
         for (int frame = 0; frame < 200; ++frame) {
             const int before = board_->laidOut;
@@ -419,6 +592,9 @@ private slots:
 };
 
 }  // namespace lore
+
+Q_DECLARE_METATYPE(lore::PictureCommand)
+Q_DECLARE_METATYPE(lore::PictureRoom)
 
 QTEST_MAIN(lore::BoardTest)
 #include "board_test.moc"

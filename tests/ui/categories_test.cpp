@@ -1,5 +1,3 @@
-#include <functional>
-
 #include "ui/categories/edit_categories_ctrl.h"
 #include "ui/categories/edit_categories_dlg.h"
 #include "ui/control_bar.h"
@@ -13,26 +11,19 @@ class CategoriesTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    using Steps = std::function<void(CEditCategoriesDlg&)>;
-    void InTrees(const Steps& steps) {
-        InDialog<CEditCategoriesDlg>(
-            [this] { QTest::keyClick(window_.get(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier); }, steps);
+    void InTrees(const std::function<void(CEditCategoriesDlg&)>& steps) {
+        InDialog<CEditCategoriesDlg>([this] { PressKeys(window_.get(), {"Ctrl+Shift+T"}); }, steps);
     }
     CProCategoryList& Forest() { return app_->NoteBook().categories; }
-    int32_t IDOf(const std::string& name) const { return Find(app_->NoteBook().categories, name); }
-    static int32_t Find(const CProCategoryList& forest, const std::string& name) {
-        const std::function<int32_t(const CProCategoryTree&)> seek = [&](const CProCategoryTree& node) -> int32_t {
-            if (node.name == name)
-                return node.id;
-            for (const CProCategoryTree& child : node.children)
-                if (const int32_t id = seek(child); id > 0)
-                    return id;
-            return -1;
+    /// The id of the category of this name; -1 if there is none.
+    int32_t IDOf(const std::string& name) const {
+        std::function<int32_t(const std::vector<CProCategoryTree>&)> find = [&](const auto& nodes) {
+            int32_t id = -1;
+            for (size_t i = 0; id < 0 && i < nodes.size(); ++i)
+                id = nodes[i].name == name ? nodes[i].id : find(nodes[i].children);
+            return id;
         };
-        for (const CProCategoryTree& root : forest.Roots())
-            if (const int32_t id = seek(root); id > 0)
-                return id;
-        return -1;
+        return find(app_->NoteBook().categories.Roots());
     }
 
     QMenu* OpenMenu(PanelKind kind, const QString& entry, bool byKeyboard = false) {
@@ -55,26 +46,6 @@ private:
                           : OpenMenuAt(*tree->viewport(), place);
     }
 
-    static QStringList Texts(const QMenu& menu) {
-        QStringList texts;
-        for (const QAction* const action : menu.actions())
-            texts.append(action->text());
-        return texts;
-    }
-
-    static QAction* Entry(const QMenu& menu, const QString& text) {
-        for (QAction* const action : menu.actions())
-            if (action->text() == text)
-                return action;
-        return nullptr;
-    }
-
-    static void DropOn(CEditCategoriesCtrl& tree, int32_t id, const QPoint& place) {
-        // What a drag with the mouse delivers; the drag itself needs a desktop.
-        const QTreeWidgetItem* const target = tree.itemAt(place);
-        emit tree.NodeDropped(id, target ? target->data(0, Qt::UserRole).toInt() : -1);
-    }
-
 private slots:
     void init() { OpenSample(); }
     void cleanup() { CloseWindow(); }
@@ -95,8 +66,7 @@ private slots:
             QVERIFY(!dialog.Tree()->currentItem()->parent());
             prompts_.answers = {PromptAnswer::Yes};
             QTest::keyClick(dialog.Tree(), Qt::Key_Delete);
-            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-            QVERIFY(!dialog.isVisible());
+            QVERIFY(!StaysOpen(dialog, "Ctrl+Return"));
         });
         QCOMPARE(Forest().FindByID(engineering)->name, std::string("Works"));
         QVERIFY(IDOf("Towers of old") > 0 && IDOf("Lamps") < 0);
@@ -112,9 +82,8 @@ private slots:
         InTrees([&](CEditCategoriesDlg& dialog) {
             CEditCategoriesCtrl& tree = *dialog.Tree();
             tree.collapseAll();
-            const QPoint empty(20, tree.viewport()->height() - 4);
-            QVERIFY(!tree.itemAt(empty));
-            DropOn(tree, lenses, empty);
+            // What a drag with the mouse delivers; the drag itself needs a desktop.
+            emit tree.NodeDropped(lenses, -1);
             QVERIFY(!tree.ItemOf(lenses)->parent());
             QCOMPARE(tree.Current(), lenses);
             prompts_.texts = {"lenses"};
@@ -122,9 +91,8 @@ private slots:
             QTest::keyClick(&tree, Qt::Key_Insert);
             const int32_t made = tree.Current();
             prompts_.answers = {PromptAnswer::Yes};
-            tree.scrollToItem(tree.ItemOf(engineering));
-            DropOn(tree, lenses, tree.visualItemRect(tree.ItemOf(engineering)).center());
-            QVERIFY(prompts_.seen.back().starts_with("Merge Level 2 Categories With Same Name?"));
+            emit tree.NodeDropped(lenses, engineering);
+            QCOMPARE(Told().last(), QString("Merge Level 2 Categories With Same Name?"));
             QVERIFY(!tree.ItemOf(lenses));
             QCOMPARE(tree.Current(), made);
             // While it is dragged, the node under the mouse is told apart.
@@ -143,23 +111,20 @@ private slots:
         InTrees([&](CEditCategoriesDlg& dialog) {
             CEditCategoriesCtrl& tree = *dialog.Tree();
             tree.GoTo(lenses);
-            QTest::keyClick(&tree, Qt::Key_X, Qt::ControlModifier);
+            PressKeys(&tree, {"Ctrl+X"});
             QVERIFY(tree.currentItem()->font(0).italic());
             tree.GoTo(places);
-            QTest::keyClick(&tree, Qt::Key_V, Qt::ControlModifier);
-            QCOMPARE(tree.ItemOf(lenses)->parent(), tree.ItemOf(places));
-            QVERIFY(!tree.ItemOf(lenses)->font(0).italic());
-            QTest::keyClick(&tree, Qt::Key_V, Qt::ControlModifier);  // nothing waits
-            QCOMPARE(tree.ItemOf(lenses)->parent(), tree.ItemOf(places));
-            QTest::keyClick(&tree, Qt::Key_Z, Qt::ControlModifier);
-            QVERIFY(tree.ItemOf(lenses)->parent() != tree.ItemOf(places));
-            QTest::keyClick(&tree, Qt::Key_Y, Qt::ControlModifier);
-            QCOMPARE(tree.ItemOf(lenses)->parent(), tree.ItemOf(places));
+            // The second paste finds nothing that waits.
+            for (const auto& [key, isInPlaces] :
+                 {std::pair("Ctrl+V", true), {"Ctrl+V", true}, {"Ctrl+Z", false}, {"Ctrl+Y", true}}) {
+                PressKeys(&tree, {key});
+                QCOMPARE(tree.ItemOf(lenses)->parent() == tree.ItemOf(places), isInPlaces);
+                QVERIFY(!tree.ItemOf(lenses)->font(0).italic());
+            }
             tree.GoTo(lenses);
-            QTest::keyClick(&tree, Qt::Key_X, Qt::ControlModifier);
-            QTest::keyClick(&tree, Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
+            PressKeys(&tree, {"Ctrl+X", "Ctrl+Shift+V"});
             QVERIFY(!tree.ItemOf(lenses)->parent());
-            QTest::mouseClick(dialog.findChild<QPushButton*>("save"), Qt::LeftButton);
+            QTest::mouseClick(In<QPushButton>(dialog, "save"), Qt::LeftButton);
         });
         QCOMPARE(Forest().FindByID(lenses)->parentID, -1);
         QVERIFY(Forest().FindByID(engineering));
@@ -170,7 +135,7 @@ private slots:
         const size_t unassigned = Forest().FindByID(kUnassignedID)->GetNotes(3).Count();
         QVERIFY(unassigned > 0);
         InTrees([&](CEditCategoriesDlg& dialog) {
-            auto* const set = dialog.findChild<QComboBox*>("set");
+            auto* const set = In<QComboBox>(dialog, "set");
             QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
             QVERIFY(set->hasFocus());
             set->setCurrentIndex(3);
@@ -190,19 +155,14 @@ private slots:
 
     void cancel_asks_and_drops() {
         const int32_t engineering = IDOf("Engineering");
-        InTrees([&](CEditCategoriesDlg& dialog) {
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-            QVERIFY(!dialog.isVisible() && prompts_.seen.empty());
-        });
+        InTrees([&](CEditCategoriesDlg& dialog) { QVERIFY(!StaysOpen(dialog, "Esc") && prompts_.seen.empty()); });
         InTrees([&](CEditCategoriesDlg& dialog) {
             prompts_.texts = {"Another"};
             dialog.Tree()->GoTo(IDOf("Engineering"));
             QTest::keyClick(dialog.Tree(), Qt::Key_F2);
             prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-            QVERIFY(dialog.isVisible());
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-            QVERIFY(!dialog.isVisible());
+            QVERIFY(StaysOpen(dialog, "Esc"));
+            QVERIFY(!StaysOpen(dialog, "Esc"));
         });
         QCOMPARE(IDOf("Engineering"), engineering);
     }
@@ -210,17 +170,14 @@ private slots:
     void a_failed_write_keeps_the_dialog_open() {
         const std::filesystem::path file = app_->NoteBook().paths.Categories();
         InTrees([&](CEditCategoriesDlg& dialog) {
-            std::filesystem::rename(file, file.string() + ".kept");
-            std::filesystem::create_directories(file / "in the way");
+            Block(file);
             prompts_.texts = {"Another"};
             dialog.Tree()->GoTo(IDOf("Engineering"));
             QTest::keyClick(dialog.Tree(), Qt::Key_F2);
-            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-            QVERIFY(dialog.isVisible());
+            QVERIFY(StaysOpen(dialog, "Ctrl+Return"));
             QVERIFY(dialog.findChild<FaultBar*>()->isVisible());
             TakeShot(dialog, "categories-fault-light");
             std::filesystem::remove_all(file);
-            std::filesystem::rename(file.string() + ".kept", file);
             emit dialog.findChild<FaultBar*>()->TryAgainRequested();
             QTRY_VERIFY(!dialog.isVisible());
         });
@@ -233,20 +190,24 @@ private slots:
             window_->Board()->SetFocusNote(focus);
             menu = OpenMenu(PanelKind::Categories, "Engineering");
             QVERIFY(menu);
-            QCOMPARE(Entry(*menu, "Add Note To Level")->isEnabled(), focus > 0);
-            QCOMPARE(Texts(*menu).first(), QStringLiteral("Get Notes With This Category"));
-            QCOMPARE(Texts(*menu).last(), QStringLiteral("Clear Current Tree"));
-            QVERIFY(!Entry(*menu, "Copy All Notes With This Category To NoteBook"));  // there is no other NoteBook
+            QCOMPARE(EntryOf(*menu, "Add Note To Level")->isEnabled(), focus > 0);
+            QCOMPARE(TextsOf(menu).first(), QStringLiteral("Get Notes With This Category"));
+            QCOMPARE(TextsOf(menu).last(), QStringLiteral("Clear Current Tree"));
+            QVERIFY(!EntryOf(*menu, "Copy All Notes With This Category To NoteBook"));  // there is no other NoteBook
             menu->close();
         }
+        menu = OpenMenu(PanelKind::Categories, "Engineering", true);
+        QCOMPARE(TextsOf(menu).value(0), QStringLiteral("Get Notes With This Category"));
+        QCOMPARE(TextsOf(menu).last(), QStringLiteral("Clear All"));
+        menu->close();
         menu = OpenMenu(PanelKind::Categories, {});
-        QCOMPARE(Texts(*menu), (QStringList{"Select All", "Clear All"}));
+        QCOMPARE(TextsOf(menu), (QStringList{"Select All", "Clear All"}));
         menu->close();
         app_->ClearList();
         emit window_->Panels()->CommandRequested({.action = PanelAction::TakeOut});
         QTRY_VERIFY((menu = OpenMenu(PanelKind::Colors, "#")) != nullptr);
-        QVERIFY(!Entry(*menu, "Set All Notes In List To This Color")->isEnabled());
-        QVERIFY(Entry(*menu, "Get All Notes With This Color")->isEnabled());
+        QVERIFY(!EntryOf(*menu, "Set All Notes In List To This Color")->isEnabled());
+        QVERIFY(EntryOf(*menu, "Get All Notes With This Color")->isEnabled());
         menu->close();
     }
 
@@ -255,31 +216,23 @@ private slots:
         const QString name = QString::fromStdString(keyWord->name);
         const size_t total = app_->List().Count();
         QVERIFY(keyWord->notes.Count() < total);
-        QMenu* const menu = OpenMenu(PanelKind::KeyWords, name);
-        QVERIFY(menu);
-        Entry(*menu, "Attach All Notes In List To This Key Word")->trigger();
-        menu->close();
+        const auto run = [&](const char* entry) {
+            QMenu* const menu = OpenMenu(PanelKind::KeyWords, name);
+            EntryOf(*menu, entry)->trigger();
+            menu->close();
+        };
+        run("Attach All Notes In List To This Key Word");
         const QTreeView* const tree = window_->Panels()->PageAt(PanelKind::KeyWords)->Tree();
         QTRY_COMPARE(tree->model()->index(0, 0).data(Qt::AccessibleTextRole).toString(),
                      QStringLiteral("%1 (%2/%2)").arg(name).arg(total));
         prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
-        QMenu* const again = OpenMenu(PanelKind::KeyWords, name);
-        Entry(*again, "Delete Notes With This Key Word")->trigger();
-        again->close();
+        run("Delete Notes With This Key Word");
         QVERIFY(app_->List().IsEmpty());
         QVERIFY(faults_.faults.empty());
     }
 
-    void the_menu_key_opens_at_the_entry() {
-        QMenu* const menu = OpenMenu(PanelKind::Categories, "Engineering", true);
-        QVERIFY(menu);
-        QCOMPARE(Texts(*menu).first(), QStringLiteral("Get Notes With This Category"));
-        QCOMPARE(Texts(*menu).last(), QStringLiteral("Clear All"));
-        QTest::keyClick(menu, Qt::Key_Escape);
-    }
-
     void looks_good() {
-        const BothLooks looks{*theme_};
+        const BothLooks looks{theme_};
         QMenu* const menu = OpenMenu(PanelKind::Categories, "Engineering");
         QVERIFY(menu);
         looks.Shoot(*menu, "panel-menu");

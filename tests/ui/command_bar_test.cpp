@@ -1,5 +1,7 @@
 #include "ui/command_bar/command_bar.h"
 
+#include <set>
+
 #include "app/findable_things.h"
 #include "platform/companion_launcher.h"
 #include "platform/instance/agent_process.h"
@@ -7,7 +9,6 @@
 #include "platform/places.h"
 #include "support/http_server.h"
 #include "support/noted_starts.h"
-#include "support/read_world.h"
 #include "ui/about_dialog.h"
 #include "ui/tool_bar.h"
 #include "ui/window_world.h"
@@ -48,29 +49,26 @@ private slots:
     void commands_run_from_the_bar() {
         QCOMPARE(MenuEntry(*window_, "Command Bar...", "View")->shortcut(), QKeySequence("Ctrl+K"));
         QCOMPARE(app_->List().Count(), size_t{0});
-        InBar([](CommandBar& bar, QLineEdit& field) {
-            QTest::keyClicks(&field, "show all");
-            QCOMPARE(Row(bar, 0), QStringLiteral("Show All Notes"));
-            QTest::keyClick(&field, Qt::Key_Return);
-        });
-        QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
-        InBar([](CommandBar& bar, QLineEdit& field) {
-            QTest::keyClicks(&field, "clrcur");
-            QCOMPARE(Row(bar, 0), QStringLiteral("Clear Current Notes"));
-            QTest::keyClick(&field, Qt::Key_Return);
-        });
-        QVERIFY(app_->List().IsEmpty());
+        const std::tuple<const char*, const char*, size_t> commands[] = {
+            {"show all", "Show All Notes", app_->NoteBook().TotalNoteCount()}, {"clrcur", "Clear Current Notes", 0}};
+        for (const auto& [typed, found, listed] : commands) {
+            InBar([typed = typed, found = found](CommandBar& bar, QLineEdit& field) {
+                QTest::keyClicks(&field, typed);
+                QCOMPARE(Row(bar, 0), QString(found));
+                QTest::keyClick(&field, Qt::Key_Return);
+            });
+            QCOMPARE(app_->List().Count(), listed);
+        }
     }
 
     void categories_sources_and_key_words_bring_in_their_notes() {
         CommandFinder finder;
         AddFindableThings(*app_, finder);
-        QSet<int> seen;
+        std::set<FoundKind> seen;
         for (const FindableItem& item : finder.Items()) {
             const LongList notes = NotesOfThing(*app_, item);
-            if (notes.Values().empty() || seen.contains(static_cast<int>(item.kind)))
+            if (notes.Values().empty() || !seen.insert(item.kind).second)
                 continue;
-            seen.insert(static_cast<int>(item.kind));
             Trigger("Clear Current Notes", "Notes");
             InBar([&item](CommandBar& bar, QLineEdit& field) {
                 field.setText(QString::fromStdString(item.text));
@@ -85,29 +83,24 @@ private slots:
             });
             QCOMPARE(app_->List().Count(), notes.Values().size());
         }
-        const QSet<int> wanted{static_cast<int>(FoundKind::Category), static_cast<int>(FoundKind::Source),
-                               static_cast<int>(FoundKind::KeyWord), static_cast<int>(FoundKind::OtherNote)};
-        QCOMPARE(seen, wanted);
+        QVERIFY(seen == std::set({FoundKind::Category, FoundKind::Source, FoundKind::KeyWord, FoundKind::OtherNote}));
     }
 
     void notes_out_of_the_list_are_found_as_they_are_written() {
-        const auto gather = [this](const char* typed, FoundKind kind) {
-            InBar([typed, kind](CommandBar& bar, QLineEdit& field) {
+        for (const auto& [typed, kind] :
+             {std::pair("about this noteb", FoundKind::OtherNote), {"ABOUT NOTEBOOK", FoundKind::Note}}) {
+            InBar([typed = typed, kind = kind](CommandBar& bar, QLineEdit& field) {
                 QTest::keyClicks(&field, typed);
                 QCOMPARE(Row(bar, 0), QStringLiteral("About this NoteBook"));
-                QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(kind));
+                QVERIFY(bar.Chosen().kind == kind);
                 QTest::keyClick(&field, Qt::Key_Return);
             });
-        };
-        gather("about this noteb", FoundKind::OtherNote);
-        QCOMPARE(app_->List().Count(), size_t{1});
-        const int32_t id = app_->List()[0].id;
-        QVERIFY(app_->List()[0].plainText.starts_with("About this NoteBook"));
-        QCOMPARE(window_->Board()->FocusNote(), id);
-        Trigger("Show All Notes", "Notes");
-        gather("ABOUT NOTEBOOK", FoundKind::Note);
-        QCOMPARE(window_->Board()->FocusNote(), id);
-        QCOMPARE(app_->List().Count(), app_->NoteBook().TotalNoteCount());
+            const int32_t id = window_->Board()->FocusNote();
+            QVERIFY(app_->List().Find(id)->plainText.starts_with("About this NoteBook"));
+            const size_t listed = kind == FoundKind::Note ? app_->NoteBook().TotalNoteCount() : 1;
+            QCOMPARE(app_->List().Count(), listed);
+            Trigger("Show All Notes", "Notes");
+        }
     }
 
     void names_that_are_too_long_stand_whole_in_the_tool_tip() {
@@ -115,7 +108,7 @@ private slots:
         const std::string name = "A name of <many> words " + std::string(300, 'w');
         finder.Add({FoundKind::Note, name, "Note in the list", 1});
         finder.Add({FoundKind::Note, "A name", "Note in the list", 2});
-        CommandBar bar(finder, {}, *theme_, window_.get());
+        CommandBar bar(finder, {}, theme_, window_.get());
         bar.show();
         QVERIFY(QTest::qWaitForWindowExposed(&bar));
         auto* const list = bar.findChild<QListView*>("found");
@@ -137,7 +130,7 @@ private slots:
         InBar([](CommandBar& bar, QLineEdit& field) {
             QTest::keyClicks(&field, "lamp");
             QTest::keyClick(&field, Qt::Key_Up);
-            QCOMPARE(static_cast<int>(bar.Chosen().kind), static_cast<int>(FoundKind::Search));
+            QVERIFY(bar.Chosen().kind == FoundKind::Search);
             QTest::keyClick(&field, Qt::Key_Return);
         });
         QVERIFY(!prompts_.seen.empty());
@@ -148,16 +141,13 @@ private slots:
         InBar([](CommandBar& bar, QLineEdit& field) {
             auto* const list = bar.findChild<QListView*>("found");
             QCOMPARE(list->currentIndex().row(), 0);
-            QTest::keyClick(&field, Qt::Key_Down);
-            QTest::keyClick(&field, Qt::Key_PageDown);
+            PressKeys(&field, {"Down", "PgDown"});
             QVERIFY(list->currentIndex().row() > 5);
-            QTest::keyClick(&field, Qt::Key_PageUp);
-            QTest::keyClick(&field, Qt::Key_PageUp);
-            QTest::keyClick(&field, Qt::Key_Up);
+            PressKeys(&field, {"PgUp", "PgUp", "Up"});
             QCOMPARE(list->currentIndex().row(), list->model()->rowCount() - 1);
             field.setText("\u4e00\u4e8c no such thing");
             QCOMPARE(list->model()->rowCount(), 1);
-            QTest::keyClick(&field, Qt::Key_Escape);
+            PressKeys(&field, {"Esc"});
             QVERIFY(!bar.isVisible());
         });
         QVERIFY(app_->List().IsEmpty());
@@ -193,20 +183,19 @@ private slots:
     void updates_come_from_the_net_or_tell_why_not() {
         HttpServer server;
         server.Add(200, "11.60\n");
-        UpdateReply got = Fetched(server.Url("/newest.txt"));
+        const UpdateReply got = Fetched(server.Url("/newest.txt"));
         QVERIFY(server.Requests().at(0).starts_with("GET /newest.txt "));
         QVERIFY(got.ok);
         QCOMPARE(got.text, std::string("11.60\n"));
         server.Add(404, "11.99");
-        got = Fetched(server.Url());
-        QVERIFY(!got.ok && !got.reason.empty());
         server.Add(200, std::string(200'000, 'x'));
-        QVERIFY(!Fetched(server.Url()).ok);
         server.Add({.bytes = {}, .closes = false});  // one that stays silent
-        got = Fetched(server.Url());
-        QVERIFY(!got.ok && !got.reason.empty());
-        for (const char* address : {"file:///etc/hostname", "updates", "http://", "javascript:1"})
-            QVERIFY2(!Fetched(address).ok, address);
+        for (const std::string& address :
+             {server.Url(), server.Url(), server.Url(), std::string("file:///etc/hostname"), std::string("updates"),
+              std::string("http://"), std::string("javascript:1")}) {
+            const UpdateReply failed = Fetched(address);
+            QVERIFY2(!failed.ok && !failed.reason.empty(), address.c_str());
+        }
     }
 
     void agent_starts_with_the_session_only_where_it_is() {
@@ -222,9 +211,8 @@ private slots:
         QVERIFY(!agent.IsRunning());
         agent.Send(kAgentClose);
         std::filesystem::create_directories(program.parent_path());
-        QFile file(QString::fromStdString(program.string()));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        PutBytes(program, {});
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
         QVERIFY(agent.IsInstalled());
         QVERIFY(agent.Launch());
         QCOMPARE(companions.started, std::vector<std::string>{"LBAgent|Lorebinder"});
@@ -252,7 +240,7 @@ private slots:
         for (const auto& [name, typed] : {std::pair("commandbar-empty", ""), {"commandbar", "li"}})
             InBar([this, name = name, typed = typed](CommandBar& bar, QLineEdit& field) {
                 field.setText(typed);
-                BothLooks{*theme_}.Shoot(bar, name);
+                BothLooks{theme_}.Shoot(bar, name);
             });
     }
 };

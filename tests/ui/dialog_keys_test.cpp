@@ -16,16 +16,33 @@ class DialogKeysTest : public QObject {
 
 private:
     static QString Typed(QDateTimeEdit& field, const QString& keys) {
-        for (const QChar key : keys)
-            QTest::keyClick(&field, key.toLatin1());
+        QTest::keyClicks(&field, keys);
         QTest::keyClick(&field, Qt::Key_Return);
         return field.dateTime().toString("yyyy-MM-dd hh:mm");
     }
 
-    static void Fresh(QDateTimeEdit& field) {
+    static void Fresh(QDateTimeEdit& field, Qt::FocusReason reason = Qt::TabFocusReason) {
         field.clearFocus();
         field.setDateTime(QDateTime(QDate(2026, 11, 26), QTime(9, 0)));
-        field.setFocus(Qt::TabFocusReason);
+        field.setFocus(reason);
+    }
+
+    /// Goes into a field: "Tab", "Backtab", a key, or "click 1", "double 1" upon a part that it shows.
+    static void GoInto(QDateTimeEdit& field, const QString& way) {
+        Fresh(field, way == "Backtab" ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+        if (way.contains(' ')) {
+            auto* const edit = field.findChild<QLineEdit*>();
+            const QString part =
+                edit->text().split(QRegularExpression("[ ,/]+"), Qt::SkipEmptyParts)[way.last(1).toInt()];
+            QPoint at(0, edit->height() / 2);
+            while (edit->cursorPositionAt(at) < edit->text().indexOf(part) + 1)
+                ++at.rx();
+            QTest::mouseClick(edit, Qt::LeftButton, {}, at);
+            if (way.startsWith("double"))
+                QTest::mouseDClick(edit, Qt::LeftButton, {}, at);
+        } else if (!way.endsWith("ab")) {
+            PressKeys(&field, {qPrintable(way)});
+        }
     }
 
     /// A dialog with one of each: what was pressed, and what the day's field held then.
@@ -66,11 +83,10 @@ private:
     };
 
     MemoryStore store_;
-    std::unique_ptr<Theme> theme_;
+    Theme theme_{*qApp, Appearance::Light};
     std::unique_ptr<Dialog> dialog_;
 
 private slots:
-    void initTestCase() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
     void init() {
         dialog_ = std::make_unique<Dialog>(store_);
         dialog_->show();
@@ -79,14 +95,14 @@ private slots:
     void cleanup() { dialog_.reset(); }
 
     void enter_presses_the_button_that_has_the_focus() {
+        QStringList wanted;
         for (QAbstractButton* const button :
              std::initializer_list<QAbstractButton*>{dialog_->section, dialog_->tool, dialog_->cancel, dialog_->side}) {
             button->setFocus();
-            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
-                QTest::keyClick(button, key);
+            PressKeys(button, {"Return", "Enter"});
         }
-        const QStringList wanted{"Section 11-26", "Section 11-26", "Tool 11-26", "Tool 11-26",
-                                 "Cancel 11-26",  "Cancel 11-26",  "Side 11-26", "Side 11-26"};
+        for (const char* const name : {"Section", "Tool", "Cancel", "Side"})
+            wanted += {name + QString(" 11-26"), name + QString(" 11-26")};
         QCOMPARE(dialog_->pressed, wanted);
     }
 
@@ -98,38 +114,104 @@ private slots:
         QTest::keyClick(dialog_->list, Qt::Key_Return);
         QCOMPARE(opened, QStringList{"two"});
         QCOMPARE(dialog_->pressed, QStringList());
-        QTest::keyClick(dialog_->list, Qt::Key_Return, Qt::ControlModifier);
+        PressKeys(dialog_->list, {"Ctrl+Return"});
         QCOMPARE(dialog_->pressed, QStringList{"Save 11-26"});
     }
 
     void what_is_being_typed_is_saved_whatever_presses_the_button() {
-        const std::pair<Qt::Key, Qt::KeyboardModifiers> presses[] = {
-            {Qt::Key_Return, Qt::ControlModifier}, {Qt::Key_S, Qt::AltModifier}, {Qt::Key_Return, Qt::NoModifier}};
-        for (const auto& [key, modifiers] : presses) {
+        for (const char* const key : {"Ctrl+Return", "Alt+S", "Return"}) {
             dialog_->pressed.clear();
             Fresh(*dialog_->day);
-            for (const char digit : {'0', '3'})
-                QTest::keyClick(dialog_->day, digit);
-            QTest::keyClick(dialog_->day, key, modifiers);
+            PressKeys(dialog_->day, {"0", "3", key});
             QTRY_COMPARE(dialog_->pressed, QStringList{"Save 11-03"});
         }
     }
 
-    void a_day_is_typed_without_its_weekday() {
-        QDateEdit& day = *dialog_->day;
-        const std::pair<const char*, const char*> cases[] = {
-            {"03", "2026-11-03"},        {"30", "2026-11-30"},     {"5", "2026-11-05"},   {"Dec", "2026-12-26"},
-            {"Dec072027", "2027-12-07"}, {"152031", "2031-11-15"}, {"Feb", "2026-02-26"},
-        };
-        for (const auto& [keys, wanted] : cases) {
-            Fresh(day);
-            QCOMPARE(Typed(day, keys).left(10), QString(wanted));
-            QCOMPARE(day.text(), QLocale::c().toString(day.date(), "dddd,  MMM dd,  yyyy"));
+    void a_date_is_typed_whole_wherever_typing_begins() {
+        const std::pair<const char*, const char*> cases[] = {{"Dec 1, 2026", "2026-12-01"},
+                                                             {"dec 01,  2026", "2026-12-01"},
+                                                             {"Tuesday,  Dec 01,  2026", "2026-12-01"},
+                                                             {"1 December 2026", "2026-12-01"},
+                                                             {"12/01/2026", "2026-12-01"},
+                                                             {"2026-12-01", "2026-12-01"},
+                                                             {"7/4/1776", "1776-07-04"},
+                                                             {"7 - 04 . 1776 ", "1776-07-04"},
+                                                             {"3051848", "1848-03-05"},
+                                                             {"11/27/987", "0987-11-27"},
+                                                             {"1/31/1890", "1890-01-31"},
+                                                             {"2/29/2024", "2024-02-29"},
+                                                             {"2/29/2026", ""},
+                                                             {"25/1/1890", ""},
+                                                             {"25/12/1890", ""},
+                                                             {"7/4/17", ""},
+                                                             {"7/4/17760", ""},
+                                                             {"7*4*1776", ""},
+                                                             {"Sol 3, 2026", ""},
+                                                             {"1/1/0099", ""}};
+        auto* const date = new TypedDateEdit(dialog_.get());
+        date->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
+        date->setDisplayFormat(" M/dd/yyyy");
+        dialog_->Content()->addWidget(date);
+        date->show();
+        for (QDateEdit* const field : {dialog_->day, static_cast<QDateEdit*>(date)}) {
+            QSignalSpy told(field, &QDateEdit::dateChanged);
+            for (const char* const way : {"Tab", "Backtab", "Home", "End", "Ctrl+A", "click 0", "click 1", "click 2",
+                                          "double 0", "double 1", "double 2"}) {
+                for (const auto& [keys, wanted] : cases) {
+                    const QString about = QString("%1, %2: ").arg(way, keys);
+                    GoInto(*field, way);
+                    told.clear();
+                    QCOMPARE(about + Typed(*field, keys).left(10), about + (*wanted ? wanted : "2026-11-26"));
+                    for (const QList<QVariant>& one : told)
+                        QCOMPARE(one[0].toDate(), field->date());
+                    field->clearFocus();
+                    QCOMPARE(field->text(), QLocale::c().toString(field->date(), field->displayFormat()));
+                }
+            }
         }
-        Fresh(day);
-        QTest::keyClick(&day, Qt::Key_Right, Qt::ControlModifier);
-        QTest::keyClick(&day, Qt::Key_Up);
-        QVERIFY2(day.text().startsWith(QLocale::c().toString(day.date(), "dddd")), "keys that step leave the form");
+    }
+
+    void a_part_of_a_date_is_typed_where_it_stands() {
+        auto* const date = new TypedDateEdit(dialog_.get());
+        dialog_->Content()->addWidget(date);
+        date->show();
+        const char *const day = "dddd,  MMM dd,  yyyy", *const number = " M/dd/yyyy", *const year = "  yyyy";
+        const struct {
+            const char *format, *way, *keys, *wanted;
+        } cases[] = {{day, "Tab", "03", "2026-11-03"},           {day, "Tab", "30", "2026-11-30"},
+                     {day, "Tab", "31", "2026-11-26"},           {day, "Tab", "Dec", "2026-12-26"},
+                     {day, "Tab", "12/1", "2026-12-01"},         {day, "Tab", "Dec072027", "2027-12-07"},
+                     {day, "Tab", "152031", "2031-11-15"},       {day, "Tab", "12, 2031", "2031-11-12"},
+                     {day, "double 1", "2", "2026-02-26"},       {day, "double 2", "5", "2026-11-05"},
+                     {day, "click 2", "5\b7", "2026-11-07"},     {day, "double 3", "1999", "1999-11-26"},
+                     {day, "End", "\b\b31", "2031-11-26"},       {day, "End", "5", "2026-11-26"},
+                     {number, "Tab", "3", "2026-03-26"},         {number, "Tab", "31", "2026-11-26"},
+                     {number, "Ctrl+A", "12/5", "2026-12-05"},   {number, "click 1", "4", "2026-11-04"},
+                     {number, "double 2", "1776", "1776-11-26"}, {number, "Tab", "1/x", "2026-11-26"},
+                     {number, "Tab", "1/x\b5", "2026-01-05"},    {year, "Tab", "1848", "1848-11-26"},
+                     {year, "Ctrl+A", "987", "0987-11-26"},      {year, "click 0", "0987", "0987-11-26"},
+                     {year, "Home", "87", "2026-11-26"},         {year, "Tab", "7/1848", "2026-11-26"}};
+        date->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
+        for (const auto& c : cases) {
+            const QString about = QString("%1 %2, %3: ").arg(c.format, c.way, c.keys);
+            date->setDisplayFormat(c.format);
+            GoInto(*date, c.way);
+            QCOMPARE(about + Typed(*date, c.keys).left(10), about + c.wanted);
+        }
+        QDateEdit& field = *dialog_->day;
+        GoInto(field, "Tab");
+        PressKeys(&field, {"1", "Space", "Shift+D", "E", "C", "Return"});
+        QCOMPARE(field.date(), QDate(2026, 12, 1));
+        // Keys that step and move go on from the part that was typed.
+        for (const auto& [key, wanted] :
+             {std::pair("Up", "2026-11-11"), {"Ctrl+Right", "2027-11-10"}, {"Tab", "2027-11-10"}}) {
+            GoInto(field, "Ctrl+A");
+            PressKeys(&field, {"1", "0", key});
+            if (*key != 'U')
+                PressKeys(&field, {"Up"});
+            QCOMPARE(field.date().toString(Qt::ISODate), QString(wanted));
+            QVERIFY(field.text().startsWith(QLocale::c().toString(field.date(), "dddd")));
+        }
     }
 
     void a_time_is_typed_in_any_form_and_told_of_when_it_is_complete() {
@@ -150,51 +232,18 @@ private slots:
                 QCOMPARE(one[0].toTime(), time->time());
         }
         Fresh(*time);
-        QTest::keyClicks(time, "14");
-        QTest::keyClick(time, Qt::Key_Right, Qt::ControlModifier);
+        PressKeys(time, {"1", "4", "Ctrl+Right"});
         QCOMPARE(Typed(*time, "45").right(5), QString("14:45"));
         Fresh(*time);
-        QTest::keyClicks(time, "17");
-        QTest::keyClick(time, Qt::Key_Up);
+        PressKeys(time, {"1", "7", "Up"});
         QCOMPARE(time->time(), QTime(18, 0));
     }
 
-    void a_date_may_be_typed_as_it_is_shown() {
-        auto* const date = new TypedDateEdit(dialog_.get());
-        date->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
-        dialog_->Content()->addWidget(date);
-        date->show();
-        const struct {
-            const char *format, *keys, *wanted;
-        } cases[] = {{" M/dd/yyyy", "3/5/1848", "1848-03-05"},
-                     {" M/dd/yyyy", "12/5/1848", "1848-12-05"},
-                     {" M/dd/yyyy", "3/05/1848", "1848-03-05"},
-                     {" M/dd/yyyy", "11/26/0987", "0987-11-26"},
-                     {" M/dd/yyyy", "11/26/987", "0987-11-26"},
-                     {" M/dd/yyyy", "1/2/1848", "1848-01-02"},
-                     {" M/dd/yyyy", "3051848", "1848-03-05"},
-                     {"  yyyy", "1848", "1848-11-26"},
-                     {"  yyyy", "987", "0987-11-26"},
-                     {"  yyyy", "0987", "0987-11-26"},
-                     {"  yyyy", "87", "2026-11-26"}};
-        for (const auto& c : cases) {
-            date->setDisplayFormat(c.format);
-            Fresh(*date);
-            QCOMPARE(QString(c.keys) + " " + Typed(*date, c.keys).left(10), QString(c.keys) + " " + c.wanted);
-        }
-    }
-
     void the_wheel_changes_only_what_has_the_focus() {
-        const auto roll = [](QWidget* widget) {
-            const QPointF at = widget->rect().center();
-            QWheelEvent event(at, widget->mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, {}, Qt::NoScrollPhase,
-                              false);
-            QApplication::sendEvent(widget, &event);
-        };
         dialog_->list->setFocus();
         const std::initializer_list<QWidget*> choosers{dialog_->box, dialog_->day, dialog_->tabs->tabBar()};
         for (QWidget* const chooser : choosers) {
-            roll(chooser);
+            TurnWheel(chooser, -120);
             QVERIFY(!chooser->hasFocus());
             QVERIFY((chooser->focusPolicy() & Qt::WheelFocus) != Qt::WheelFocus);
         }
@@ -202,7 +251,7 @@ private slots:
         QCOMPARE(dialog_->day->date(), QDate(2026, 11, 26));
         QCOMPARE(dialog_->tabs->currentIndex(), 0);
         dialog_->box->setFocus();
-        roll(dialog_->box);
+        TurnWheel(dialog_->box, -120);
         QCOMPARE(dialog_->box->currentIndex(), 1);
     }
 
@@ -210,23 +259,23 @@ private slots:
         QtPrompts boxes;
         boxes.SetParent(dialog_.get());
         Prompts& prompts = boxes;
-        const auto press = [](Qt::Key key) {
+        const auto press = [](const char* key) {
             QTimer::singleShot(0, qApp, [key] {
                 QWidget* const box = QApplication::activeModalWidget();
-                QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, key);
+                PressKeys(box->focusWidget() ? box->focusWidget() : box, {key});
             });
         };
-        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape}) {
+        for (const char* const key : {"Space", "Return", "Esc"}) {
             press(key);
             QVERIFY(prompts.Ask("Delete?", "Delete") == PromptAnswer::No);
             bool ticked = false;
             press(key);
             QVERIFY(prompts.AskWithBox("Cancel?", "Cancel", "never again", ticked) == PromptAnswer::No);
         }
-        press(Qt::Key_Return);
-        QVERIFY(prompts.Ask("Keep?", "Keep", true) == PromptAnswer::Yes);
-        press(Qt::Key_Escape);
-        QVERIFY(prompts.Ask("Keep?", "Keep", true) == PromptAnswer::Cancel);
+        for (const auto& [key, answer] : {std::pair("Return", PromptAnswer::Yes), {"Esc", PromptAnswer::Cancel}}) {
+            press(key);
+            QVERIFY(prompts.Ask("Keep?", "Keep", true) == answer);
+        }
     }
 };
 

@@ -1,8 +1,9 @@
-#include <QTextTable>
-#include <functional>
-
+#include "support/read_world.h"
+#include "ui/editor/block_place.h"
 #include "ui/editor/color_menu.h"
+#include "ui/editor/picture_frame.h"
 #include "ui/editor_window.h"
+#include "ui/picture_bytes.h"
 
 namespace lore {
 namespace {
@@ -11,10 +12,9 @@ const std::string kMerged =
     "{\\rtf1 before\\par\\trowd\\clmgf\\cellx1000\\clmrg\\cellx2000\\clvmgf\\cellx3000\\pard\\intbl wide\\cell\\cell "
     "tall\\cell\\row\\trowd\\cellx1000\\cellx2000\\clvmrg\\cellx3000\\pard\\intbl left\\cell mid\\cell\\cell\\row"
     "\\pard end}";
-/// The words of each cell of the first table; a cell stands at each place that it spans.
-QString CellsOf(const RichTextEdit& edit) {
-    const QList<QTextFrame*> frames = edit.document()->rootFrame()->childFrames();
-    const auto* const table = qobject_cast<QTextTable*>(frames.value(0));
+
+/// The words of each cell of a table; a cell stands at each place that it spans.
+QString CellsOf(const QTextTable* table) {
     QStringList rows;
     for (int r = 0; table && r < table->rows(); ++r) {
         QStringList cells;
@@ -38,25 +38,19 @@ struct Look {
     ParagraphFormat paragraph;
 };
 
-QAction* EntryOf(const QMenu& menu, const QString& text) {
-    for (QAction* const action : menu.actions())
-        if (action->text().remove('&') == text)
-            return action;
-    return nullptr;
+QByteArray Address(const QByteArray& bytes, const char* form) {
+    return QByteArray("data:image/") + form + ";base64," + bytes.toBase64();
 }
 
 }  // namespace
 
-/// The commands of the editor's bars, and what an input method writes.
-class EditorCommandsTest : public QObject {
+/// The commands of the editor's bars, and what comes in by other ways than keys: an input method, drops, pastes,
+/// dialogs and the corner of a picture.
+class EditorCommandsTest : public QObject, protected EditorWorld {
     Q_OBJECT
 
 private slots:
-    void init() {
-        theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
-        window_ = std::make_unique<EditorWindow>(*theme_);
-        edit_ = window_->edit;
-    }
+    void init() { OpenEditor(); }
     void cleanup() { window_.reset(); }
     void TablesChangeAtTheCaret() {
         struct Case {
@@ -88,12 +82,12 @@ private slots:
             caret.setPosition(caret.selectionStart() + 1);
             edit_->setTextCursor(caret);
             EntryOf(*window_->bar->Command("table")->menu(), c.command)->trigger();
-            QVERIFY2(CellsOf(*edit_) == c.cells, name + ": " + CellsOf(*edit_).toUtf8());
+            QVERIFY2(CellsOf(Tables().value(0)) == c.cells, name + ": " + CellsOf(Tables().value(0)).toUtf8());
             const std::string changed = edit_->Rtf();
             edit_->undo();
             QVERIFY2(!edit_->IsModified() && edit_->Rtf() == kMerged, name);
             edit_->Load(changed);
-            QVERIFY2(CellsOf(*edit_) == c.stored, name + ", stored: " + CellsOf(*edit_).toUtf8());
+            QVERIFY2(CellsOf(Tables().value(0)) == c.stored, name + ", stored: " + CellsOf(Tables().value(0)).toUtf8());
             const std::string text = window_->Text();
             QVERIFY2(text.starts_with("before\n") && text.ends_with("\nend"), name);
         }
@@ -110,8 +104,7 @@ private slots:
         selection.setPosition(3, QTextCursor::KeepAnchor);
         edit_->setTextCursor(selection);
         QTest::keyClicks(edit_, "x");
-        for (int step = 0; edit_->document()->isUndoAvailable() && step < 10; ++step)
-            edit_->undo();
+        UndoAll();
         QCOMPARE(edit_->Rtf(), rtf);
     }
 
@@ -142,7 +135,7 @@ private slots:
             Look wanted = first;
             c.change(wanted);
             window_->Run(c.command);
-            QVERIFY2(Look(window_->Now()) == wanted, c.command);
+            QVERIFY2(Look(Now()) == wanted, c.command);
             edit_->undo();
             QVERIFY2(edit_->Rtf() == rtf, c.command);
         }
@@ -154,7 +147,7 @@ private slots:
                     continue;
                 SelectWord(rtf);
                 entry->trigger();
-                Look now(window_->Now());
+                Look now(Now());
                 if (const std::optional<TextColor> chosen = now.characters.*field)
                     QCOMPARE(NearestColorName(QColor(chosen->red, chosen->green, chosen->blue)), text);
                 else
@@ -185,10 +178,8 @@ private slots:
             return edit_->textCursor().hasSelection() ? edit_->textCursor().selectionStart() : -1;
         };
         QCOMPARE(hit(), 0);
-        const std::pair<Qt::KeyboardModifiers, int> steps[] = {
-            {Qt::ShiftModifier, 18}, {Qt::ShiftModifier, 9}, {Qt::NoModifier, 18}, {Qt::NoModifier, 0}};
-        for (const auto& [modifiers, place] : steps) {
-            window_->Press(Qt::Key_F3, modifiers);
+        for (const auto& [key, place] : {std::pair("Shift+F3", 18), {"Shift+F3", 9}, {"F3", 18}, {"F3", 0}}) {
+            PressKeys(edit_, {key});
             QCOMPARE(hit(), place);
         }
         // The words that come in hold the word that is sought.
@@ -200,7 +191,7 @@ private slots:
         const std::string both = "lamp post one lamp post two lamp";
         QCOMPARE(window_->Text(), both);
         QCOMPARE(hit(), 28);
-        const Document now = window_->Now();
+        const Document now = Now();
         QVERIFY(now.runs[1].format.bold && TextOf(now, now.runs[1]) == "lamp post");
         // Without a hit that is selected it goes to the next one first.
         QTextCursor caret = edit_->textCursor();
@@ -219,27 +210,222 @@ private slots:
         const QString text = QStringLiteral("\u706f\u53f0");
         const std::string written = text.toStdString(), rtf = "{\\rtf1 one two three}";
         edit_->Load(rtf);
-        edit_->setTextCursor(edit_->document()->find("two"));
+        Select("two");
         Commit(text);
         QCOMPARE(window_->Text(), "one " + written + " three");
-        while (edit_->document()->isUndoAvailable())
-            edit_->undo();
+        UndoAll();
         QCOMPARE(edit_->Rtf(), rtf);
         // The look of what is written next, and not the link in front of it.
         edit_->Load("{\\rtf1 one {\\field{\\*\\fldinst HYPERLINK \"http://a\"}{\\fldrslt two}}}");
         edit_->moveCursor(QTextCursor::End);
         window_->bar->Command("bold")->trigger();
         Commit(text);
-        const Document now = ReadRtf(edit_->Rtf());
+        const Document now = Now();
         QCOMPARE(now.text, "one two" + written);
         QVERIFY(now.runs.back().format.bold && now.runs.back().format.link < 0);
+    }
+
+    void DropsLandWhereTheyFall() {
+        QTest::keyClicks(edit_, "begin end");
+        QTextCursor middle(edit_->document());
+        middle.setPosition(6);
+        const QPoint at = edit_->cursorRect(middle).center();
+        QMimeData words;
+        words.setHtml("<b>bold</b> ");
+        words.setText("bold ");
+        QVERIFY(DropOn(edit_->viewport(), words, at));
+        QVERIFY(QString::fromStdString(Now().text).startsWith("begin bold"));
+        const Document dropped = Now();
+        QVERIFY(
+            std::any_of(dropped.runs.begin(), dropped.runs.end(), [](const TextRun& run) { return run.format.bold; }));
+
+        QMimeData picture;
+        picture.setImageData(Filled(30, 20));
+        QVERIFY(DropOn(edit_->viewport(), picture, at));
+        QCOMPARE(Now().pictures.size(), size_t{1});
+
+        QTemporaryDir folder;
+        const QString png = folder.filePath("a.png"), text = folder.filePath("b.txt");
+        PutBytes(png.toStdString(), Encoded(Filled(40, 20)).toStdString());
+        PutBytes(text.toStdString(), "words");
+        QSignalSpy others(edit_, &RichTextEdit::filesDropped);
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(png), QUrl::fromLocalFile(text)});
+        QVERIFY(DropOn(edit_->viewport(), files, at));
+        QCOMPARE(Now().pictures.size(), size_t{2});
+        QCOMPARE(others.size(), 1);
+        QCOMPARE(others[0][0].toStringList(), QStringList{text});
+        QVERIFY(QString::fromStdString(Now().text).endsWith("end"));
+        UndoAll();
+        QCOMPARE(Now().text, std::string());
+    }
+
+    void PicturesOfPastedPagesComeIn() {
+        const QByteArray bmp = Encoded(Filled(12, 8, Qt::red), "BMP");
+        auto* const page = new QMimeData;
+        page->setHtml("<p>one <img width=50 src=\"" + QString::fromLatin1(Address(Encoded(Filled(100, 40)), "png")) +
+                      "\"> two <img src=\"" + QString::fromLatin1(Address(bmp, "bmp")) +
+                      "\"><img alt=\"three\" src=\"data:image/png;base64,bm8gcGljdHVyZQ==\"></p>");
+        Paste(page);
+        const Document now = Now();
+        QCOMPARE(now.text, std::string("one  two three"));
+        QCOMPARE(now.pictures.size(), size_t{2});
+        QCOMPARE(now.pictures[0].bytes, Encoded(Filled(100, 40)).toStdString());
+        QCOMPARE(now.pictures[0].goal_width, 750);
+        QCOMPARE(int(now.pictures[1].kind), int(PictureKind::kPng));
+        QCOMPARE(now.pictures[1].width, 12);
+        edit_->undo();
+        QCOMPARE(Now().text, std::string());
+        QVERIFY(Now().pictures.empty());
+    }
+
+    void ACopiedPictureComesInsteadOfItsDescription() {
+        for (const QString& words : {QString(), QStringLiteral("a ")}) {
+            auto* const copied = new QMimeData;
+            copied->setHtml("<p>" + words + "<img src=\"https://far.example/t.png\" alt=\"tower\">");
+            copied->setImageData(Filled(12, 8, Qt::red));
+            Paste(copied);
+            QCOMPARE(Now().text, words.isEmpty() ? std::string() : std::string("a tower"));
+            QCOMPARE(Now().pictures.size(), size_t{words.isEmpty() ? 1u : 0u});
+            edit_->undo();
+        }
+    }
+
+    void PicturesOfPastedTextsAreHeldToTheSameSize() {
+        auto* const page = new QMimeData;
+        page->setHtml("<img src=\"" + QString::fromLatin1(Address(Encoded(Filled(3200, 100)), "png")) + "\">");
+        Paste(page);
+        auto* const text = new QMimeData;
+        text->setData("text/rtf", "{\\rtf1 a{\\pict\\pngblip\\picw2400\\pich100\\picwgoal60000\\pichgoal2500 " +
+                                      Encoded(Filled(2400, 100)).toHex() + "}b}");
+        Paste(text);
+        const Document now = Now();
+        QCOMPARE(now.pictures.size(), size_t{2});
+        for (const Picture& picture : now.pictures) {
+            QCOMPARE(picture.width, 1600);
+            QVERIFY(picture.goal_width <= edit_->TextWidth() * 15);
+            QVERIFY(picture.goal_height > 0 && picture.goal_width > 10 * picture.goal_height);
+        }
+    }
+
+    void ACornerDragKeepsTheShape() {
+        QVERIFY(edit_->InsertPictureBytes(Encoded(Filled(200, 100))));
+        window_->SelectPicture();
+        const PictureFrame frame(*edit_, theme_);
+        const QPoint corner = frame.RectOf(edit_->SelectedPicture()).bottomRight().toPoint();
+        const auto drag = [this, corner](const QPoint& by) {
+            DragOn(*edit_->viewport(), corner, corner + by);
+            TakeShot(window_->frame, QStringLiteral("editor-picture-drag"));
+            QTest::mouseRelease(edit_->viewport(), Qt::LeftButton, {}, corner + by);
+        };
+        drag({-100, -30});
+        QCOMPARE(Now().pictures[0].goal_width / 15, 140);
+        QCOMPARE(Now().pictures[0].goal_height / 15, 70);
+        QCOMPARE(Now().pictures[0].bytes, Encoded(Filled(200, 100)).toStdString());
+        edit_->undo();
+        QCOMPARE(Now().pictures[0].goal_width / 15, 200);
+        window_->SelectPicture();
+        drag({5000, 0});
+        QVERIFY(Now().pictures[0].goal_width <= edit_->TextWidth() * 15);
+    }
+
+    void DialogsAskForLinksTablesAndSizes() {
+        const auto run = [this](const char* name) { return [this, name] { window_->Run(name); }; };
+        window_->InDialog("linkDialog", run("link"), [](QDialog& dialog) {
+            const QList<QLineEdit*> fields = dialog.findChildren<QLineEdit*>();
+            QCOMPARE(fields.size(), 2);
+            fields[0]->setText("a lamp");
+            fields[1]->setText("lamps.example");
+        });
+        QCOMPARE(Now().text, std::string("a lamp"));
+        QCOMPARE(Now().links.size(), size_t{1});
+        QCOMPARE(Now().links[0], std::string("https://lamps.example"));
+        window_->InDialog("linkDialog", run("link"), [](QDialog& dialog) {
+            QCOMPARE(dialog.findChildren<QLineEdit*>().size(), 1);
+            dialog.reject();
+        });
+        QCOMPARE(Now().links.size(), size_t{1});
+        window_->InDialog("linkDialog", run("link"), [](QDialog& dialog) { Press(dialog, "Remove link"); });
+        QVERIFY(Now().links.empty() || Now().runs[0].format.link < 0);
+        QCOMPARE(Now().text, std::string("a lamp"));
+
+        edit_->clear();
+        window_->InDialog(
+            "tableDialog", [this] { emit window_->bar->findChild<QAction*>("insertTable")->triggered(); },
+            [](QDialog& dialog) {
+                const QList<QSpinBox*> numbers = dialog.findChildren<QSpinBox*>();
+                numbers[0]->setValue(4);
+                numbers[1]->setValue(2);
+            });
+        QCOMPARE(Now().rows.size(), size_t{2});
+        const Document table = Now();
+        QCOMPARE(table.row_formats[table.rows[0].format].cells.size(), size_t{4});
+
+        edit_->clear();
+        QVERIFY(edit_->InsertPictureBytes(Encoded(Filled(200, 100))));
+        window_->SelectPicture();
+        window_->InDialog("pictureDialog", run("pictureSize"), [](QDialog& dialog) {
+            const QList<QSpinBox*> numbers = dialog.findChildren<QSpinBox*>();
+            numbers[1]->setValue(30);
+            QCOMPARE(numbers[0]->value(), 60);
+        });
+        QCOMPARE(Now().pictures[0].goal_width, 60 * 15);
+        QCOMPARE(Now().pictures[0].goal_height, 30 * 15);
+    }
+
+    void EnterInARowWithoutAGridStaysInIt() {
+        // A row whose cells no row format describes.
+        edit_->Load("{\\rtf1 before\\par\\pard\\intbl first\\cell second\\cell\\row\\pard after\\par}");
+        const Document before = Now();
+        QTextCursor caret = edit_->document()->find("first");
+        caret.setPosition(caret.selectionStart() + 2);
+        edit_->setTextCursor(caret);
+        QTest::keyClick(edit_, Qt::Key_Return);
+        const Document now = Now();
+        const auto ends = [](const Document& document, ParagraphEnd end) {
+            return std::count_if(document.paragraphs.begin(), document.paragraphs.end(),
+                                 [end](const Paragraph& paragraph) { return paragraph.ended_by == end; });
+        };
+        QCOMPARE(ends(now, ParagraphEnd::kCell), ends(before, ParagraphEnd::kCell));
+        QCOMPARE(ends(now, ParagraphEnd::kRow), ends(before, ParagraphEnd::kRow));
+        QVERIFY(now.text.find("fi\nrst") != std::string::npos);
+        edit_->undo();
+        QCOMPARE(Now().text, before.text);
+    }
+
+    void MarksOfListsFromRightToLeftStandAtTheRight() {
+        edit_->Load(
+            "{\\rtf1\\pard{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}\\fi-360\\li720 left\\par\\pard\\rtlpar"
+            "{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}\\fi-360\\ri720\\qr \\u1513?\\u1500?\\u1493?\\u1501?\\par}");
+        edit_->clearFocus();
+        TakeShot(window_->frame, QStringLiteral("editor-rtl-list"));
+        const QImage shown = edit_->viewport()->grab().toImage();
+        const QColor ground = shown.pixelColor(1, 1);
+        const qreal scale = shown.devicePixelRatio();
+        const auto inked = [&](double left, double right, const QRectF& line) {
+            for (int y = int(line.top() * scale); y < int(line.bottom() * scale); ++y) {
+                for (int x = int(std::max(left, 0.0) * scale); x < int(right * scale) && x < shown.width(); ++x) {
+                    if (shown.pixelColor(x, y) != ground)
+                        return true;
+                }
+            }
+            return false;
+        };
+        for (QTextBlock block = edit_->document()->begin(); block.isValid() && block.length() > 1;
+             block = block.next()) {
+            const QTextLine line = block.layout()->lineAt(0);
+            const QRectF text = line.naturalTextRect().translated(BlockOrigin(*edit_, block));
+            const bool mirrored = block.text().at(0).isLetter() && block.text().at(0).direction() == QChar::DirR;
+            QCOMPARE(inked(0, text.left() - 2, text), !mirrored);
+            QCOMPARE(inked(text.right() + 2, edit_->viewport()->width(), text), mirrored);
+        }
     }
 
 private:
     /// Shows a text and selects its first word.
     void SelectWord(const std::string& rtf) {
         edit_->Load(rtf);
-        edit_->setTextCursor(edit_->document()->find("word"));
+        Select("word");
     }
     void Commit(const QString& text) {
         QInputMethodEvent composing(QStringLiteral("deng"), {}), event;
@@ -247,10 +433,6 @@ private:
         event.setCommitString(text);
         QApplication::sendEvent(edit_, &event);
     }
-
-    std::unique_ptr<Theme> theme_;
-    std::unique_ptr<EditorWindow> window_;
-    RichTextEdit* edit_ = nullptr;
 };
 
 }  // namespace lore

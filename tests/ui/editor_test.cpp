@@ -1,13 +1,11 @@
 #include <set>
 
+#include "rtf/list_marks.h"
 #include "support/read_world.h"
-#include "ui/board_fixture.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/editor/spell_words.h"
 #include "ui/editor_window.h"
 #include "ui/picture_bytes.h"
-
-Q_DECLARE_METATYPE(lore::SkippedWords)
 
 namespace lore {
 namespace {
@@ -27,38 +25,37 @@ public:
 
 }  // namespace
 
-class EditorTest : public QObject {
+class EditorTest : public QObject, protected EditorWorld {
     Q_OBJECT
 
 private slots:
-    void init() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
+    void init() { OpenEditor(); }
+    void cleanup() { window_.reset(); }
     void AnUnchangedTextStaysByteForByte() {
-        EditorWindow window(*theme_);
         const std::string odd = "{\\rtf1 a \\b  b\\b0\\par\n\n{\\*\\odd x}c}";
-        window.edit->Load(odd);
-        QCOMPARE(window.edit->Rtf(), odd);
-        window.edit->moveCursor(QTextCursor::End);
-        window.Type("xy z");
-        QVERIFY(window.edit->IsModified());
-        QVERIFY(window.edit->Rtf() != odd && window.edit->Rtf().find("\r\n") != std::string::npos);
-        QCOMPARE(window.edit->PlainText(), std::string("a  b\r\ncxy z"));
-        for (int i = 0; i < 9 && window.edit->document()->isUndoAvailable(); ++i)
-            window.Press(Qt::Key_Z, Qt::ControlModifier);
-        QVERIFY(!window.edit->IsModified());
-        QCOMPARE(window.edit->Rtf(), odd);
-        theme_->SetAppearance(Appearance::Dark);
-        QCOMPARE(window.edit->Rtf(), odd);
+        edit_->Load(odd);
+        QCOMPARE(edit_->Rtf(), odd);
+        edit_->moveCursor(QTextCursor::End);
+        window_->Type("xy z");
+        QVERIFY(edit_->IsModified());
+        QVERIFY(edit_->Rtf() != odd && edit_->Rtf().find("\r\n") != std::string::npos);
+        QCOMPARE(edit_->PlainText(), std::string("a  b\r\ncxy z"));
+        for (int i = 0; i < 9; ++i)
+            PressKeys(edit_, {"Ctrl+Z"});
+        QVERIFY(!edit_->IsModified());
+        QCOMPARE(edit_->Rtf(), odd);
+        theme_.SetAppearance(Appearance::Dark);
+        QCOMPARE(edit_->Rtf(), odd);
     }
 
     void TypingLeavesAFontAndASizeOfNoListAlone() {
-        EditorWindow window(*theme_);
-        window.Type("a");
-        auto* const fonts = window.bar->findChild<QComboBox*>("fontList");
-        auto* const sizes = window.bar->findChild<QComboBox*>("sizeList");
+        window_->Type("a");
+        auto* const fonts = window_->bar->findChild<QComboBox*>("fontList");
+        auto* const sizes = window_->bar->findChild<QComboBox*>("sizeList");
         QCOMPARE(fonts->currentText() + " " + sizes->currentText(), QStringLiteral("Times New Roman 13.5"));
         QSignalSpy changes[] = {{fonts->lineEdit(), &QLineEdit::textChanged},
                                 {sizes->lineEdit(), &QLineEdit::textChanged}};
-        window.Type("bcd");
+        window_->Type("bcd");
         QCOMPARE(changes[0].count() + changes[1].count(), 0);
         // What is shown is no entry of the list, and no entry stands for it.
         QCOMPARE(fonts->currentIndex() + sizes->currentIndex(), -2);
@@ -67,43 +64,33 @@ private slots:
     }
 
     void TypedTextCarriesItsFormats() {
-        EditorWindow window(*theme_);
-        window.Type("plain ");
-        window.Press(Qt::Key_B, Qt::ControlModifier);
-        window.Type("bold");
-        window.Press(Qt::Key_B, Qt::ControlModifier);
-        window.Type(" end");
-        const Document now = window.Now();
+        window_->Type("plain ");
+        PressKeys(edit_, {"Ctrl+B"});
+        window_->Type("bold");
+        PressKeys(edit_, {"Ctrl+B"});
+        window_->Type(" end");
+        const Document now = Now();
         QCOMPARE(now.text, std::string("plain bold end"));
         QCOMPARE(now.runs.size(), size_t(3));
         QVERIFY(!now.runs[0].format.bold && now.runs[1].format.bold && !now.runs[2].format.bold);
         QCOMPARE(int(now.runs[0].format.half_points), 27);
         QCOMPARE(now.fonts[static_cast<size_t>(now.runs[0].format.font)].name, std::string("Times New Roman"));
         // A word at a time is undone.
-        window.Press(Qt::Key_Z, Qt::ControlModifier);
-        QCOMPARE(window.Text(), std::string("plain bold"));
-        window.edit->selectAll();
-        window.Run("center");
-        window.edit->Commands().SetStyle(ParagraphStyle::Heading1);
-        QVERIFY(window.Now().paragraphs[0].format.align == ParagraphAlign::kCenter);
-        QVERIFY(window.Now().runs[0].format.bold);
-        QVERIFY(window.edit->Commands().StyleNow() == ParagraphStyle::Heading1);
+        PressKeys(edit_, {"Ctrl+Z"});
+        QCOMPARE(window_->Text(), std::string("plain bold"));
+        edit_->selectAll();
+        window_->Run("center");
+        edit_->Commands().SetStyle(ParagraphStyle::Heading1);
+        QVERIFY(Now().paragraphs[0].format.align == ParagraphAlign::kCenter);
+        QVERIFY(Now().runs[0].format.bold);
+        QVERIFY(edit_->Commands().StyleNow() == ParagraphStyle::Heading1);
     }
 
     void ListsGoDeeperAndEnd() {
-        EditorWindow window(*theme_);
-        window.Run("numbers");
-        window.Type("a");
-        window.Press(Qt::Key_Return);
-        window.Press(Qt::Key_Tab);
-        window.Type("b");
-        window.Press(Qt::Key_Return);
-        window.Press(Qt::Key_Backtab, Qt::ShiftModifier);
-        window.Type("c");
-        window.Press(Qt::Key_Return);
-        window.Press(Qt::Key_Return);
-        window.Type("out");
-        const Document now = window.Now();
+        window_->Run("numbers");
+        PressKeys(edit_, {"A", "Return", "Tab", "B", "Return", "Shift+Backtab", "C", "Return", "Return"});
+        window_->Type("out");
+        const Document now = Now();
         QCOMPARE(now.text, std::string("a\nb\nc\nout"));
         const int levels[] = {0, 1, 0};
         for (size_t i = 0; i < 3; ++i) {
@@ -116,297 +103,304 @@ private slots:
     }
 
     void TablesGrowWithTab() {
-        EditorWindow window(*theme_);
-        window.Type("x");
-        window.edit->InsertTableHere(1, 2);
-        window.Type("a");
-        window.Press(Qt::Key_Tab);
-        window.Type("b");
-        window.Press(Qt::Key_Tab);
-        window.Type("c");
-        const Document now = window.Now();
+        window_->Type("x");
+        edit_->InsertTableHere(1, 2);
+        PressKeys(edit_, {"A", "Tab", "B", "Tab", "C"});
+        const Document now = Now();
         QCOMPARE(now.text, std::string("x\na\tb\t\nc\t\t\n"));
         QCOMPARE(now.row_formats.back().cells.size(), size_t(2));
         QCOMPARE(int(now.row_formats.back().cells[0].borders), 15);
-        while (window.edit->document()->isUndoAvailable())
-            window.edit->undo();
-        QCOMPARE(window.Text(), std::string());
+        UndoAll();
+        QCOMPARE(window_->Text(), std::string());
         // A table that is too wide for the window is shown narrower; it stays as wide as it is.
-        window.edit->Load("{\\rtf1\\trowd\\cellx9000\\cellx30000\\intbl a\\cell b\\cell\\row\\pard}");
-        window.edit->moveCursor(QTextCursor::Start);
-        window.Press(Qt::Key_Down);
-        window.Press(Qt::Key_Tab);
-        window.Press(Qt::Key_Tab);
-        window.Type("c");
-        const Document wide = window.Now();
+        edit_->Load("{\\rtf1\\trowd\\cellx9000\\cellx30000\\intbl a\\cell b\\cell\\row\\pard}");
+        edit_->moveCursor(QTextCursor::Start);
+        PressKeys(edit_, {"Down", "Tab", "Tab", "C"});
+        const Document wide = Now();
         QCOMPARE(wide.rows.size(), size_t(2));
         for (const auto& row : wide.rows) {
-            const RowFormat& format = wide.row_formats[static_cast<size_t>(row.format)];
-            QVERIFY(std::abs(format.cells[0].right_edge - 9000) < 2 &&
-                    std::abs(format.cells[1].right_edge - 30000) < 2);
+            const auto& cells = wide.row_formats[static_cast<size_t>(row.format)].cells;
+            QVERIFY(std::abs(cells[0].right_edge - 9000) < 2 && std::abs(cells[1].right_edge - 30000) < 2);
         }
     }
 
     void PastesFormattedTextAndCleansIt() {
-        EditorWindow window(*theme_);
-        auto* const mime = new QMimeData;
-        mime->setHtml(
+        auto* const html = new QMimeData;
+        html->setHtml(
             "<body bgcolor=red><script>evil()</script><p>one <b>two</b></p><img src='http://x.example/a.png'></body>");
-        QApplication::clipboard()->setMimeData(mime);
-        window.edit->paste();
-        QVERIFY(window.Text().find("one two") != std::string::npos);
-        QVERIFY(window.Text().find("evil") == std::string::npos);
-        QVERIFY(window.Now().pictures.empty());
-        window.edit->selectAll();
+        Paste(html);
+        QVERIFY(window_->Text().find("one two") != std::string::npos);
+        QVERIFY(window_->Text().find("evil") == std::string::npos);
+        QVERIFY(Now().pictures.empty());
+        edit_->selectAll();
         auto* const rtf = new QMimeData;
         rtf->setData("text/rtf", QByteArray("{\\rtf1{\\fonttbl{\\f0 Georgia;}}\\f0\\i sl\x1a"
                                             "anted\\i0\\par next}"));
         rtf->setText("worse");
-        QApplication::clipboard()->setMimeData(rtf);
-        window.edit->paste();
-        QCOMPARE(window.Text(), std::string("slanted\nnext"));
-        QVERIFY(window.Now().runs[0].format.italic);
-        window.edit->selectAll();
+        Paste(rtf);
+        QCOMPARE(window_->Text(), std::string("slanted\nnext"));
+        QVERIFY(Now().runs[0].format.italic);
+        edit_->selectAll();
         auto* const text = new QMimeData;
         text->setHtml("<b>x</b>");
         text->setText(QStringLiteral("pl\u001aain\r\ntext"));
         QApplication::clipboard()->setMimeData(text);
-        window.Press(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(window.Text(), std::string("plain\ntext"));
+        PressKeys(edit_, {"Ctrl+Shift+V"});
+        QCOMPARE(window_->Text(), std::string("plain\ntext"));
     }
 
     void PastesPicturesAtMostAsWideAsTheText() {
-        EditorWindow window(*theme_);
         const QByteArray wide = Encoded(Filled(1500, 300));
-        QVERIFY(window.edit->InsertPictureBytes(wide));
-        QVERIFY(window.edit->InsertPictureBytes(Encoded(Filled(3200, 200))));
-        QVERIFY(!window.edit->InsertPictureBytes("no picture"));
-        const Document now = window.Now();
+        QVERIFY(edit_->InsertPictureBytes(wide));
+        QVERIFY(edit_->InsertPictureBytes(Encoded(Filled(3200, 200))));
+        QVERIFY(!edit_->InsertPictureBytes("no picture"));
+        const Document now = Now();
         QCOMPARE(now.pictures.size(), size_t(2));
         QCOMPARE(now.pictures[0].bytes, wide.toStdString());
-        QCOMPARE(now.pictures[0].goal_width, window.edit->TextWidth() * 15);
+        QCOMPARE(now.pictures[0].goal_width, edit_->TextWidth() * 15);
         QCOMPARE(now.pictures[1].width, 1600);
-        window.SelectPicture();
-        window.edit->ResizePicture(window.edit->SelectedPicture(), QSizeF(100, 20));
-        QCOMPARE(window.Now().pictures[0].goal_width, 1500);
-        QCOMPARE(window.Now().pictures[0].bytes, wide.toStdString());
-        window.edit->undo();
-        QCOMPARE(window.Now().pictures[0].goal_width, window.edit->TextWidth() * 15);
+        window_->SelectPicture();
+        edit_->ResizePicture(edit_->SelectedPicture(), QSizeF(100, 20));
+        QCOMPARE(Now().pictures[0].goal_width, 1500);
+        QCOMPARE(Now().pictures[0].bytes, wide.toStdString());
+        edit_->undo();
+        QCOMPARE(Now().pictures[0].goal_width, edit_->TextWidth() * 15);
     }
 
     void CopiesWhatItPastes() {
-        EditorWindow window(*theme_);
         const std::string rtf =
             "{\\rtf1{\\fonttbl{\\f0 Arial;}}{\\colortbl;\\red200\\green0\\blue0;}\\f0\\fs40 big \\cf1 red\\cf0\\par"
             "\\trowd\\cellx2000\\cellx4000\\intbl a\\cell b\\cell\\row\\pard last}";
-        window.edit->Load(rtf);
-        window.edit->selectAll();
-        window.edit->copy();
+        edit_->Load(rtf);
+        edit_->selectAll();
+        edit_->copy();
         const QMimeData* const mime = QApplication::clipboard()->mimeData();
         QVERIFY(mime->hasFormat("text/rtf") && mime->hasHtml() && mime->hasText());
-        EditorWindow other(*theme_);
+        EditorWindow other(theme_);
         other.edit->paste();
-        const Document from = window.Now(), to = other.Now();
+        const Document from = Now(), to = other.Now();
         QCOMPARE(to.text, from.text);
         QCOMPARE(to.runs.size(), from.runs.size());
         QVERIFY(to.runs[1].format.color == from.runs[1].format.color);
         QCOMPARE(int(to.runs[0].format.half_points), 40);
     }
 
+    /// The paragraphs with their numbers.
+    QString Numbered() const {
+        const Document now = Now();
+        ListMarks marks;
+        std::string lines;
+        for (const Paragraph& paragraph : now.paragraphs)
+            lines += marks.NextMark(paragraph.format) +
+                     now.text.substr(paragraph.begin, paragraph.end - paragraph.begin) + "|";
+        return QString::fromStdString(lines);
+    }
+
+    void PastedListsCountOnTheirOwn() {
+        const auto web = [this] {
+            auto* const page = new QMimeData;
+            page->setHtml("<ol><li>x</li><li>y</li></ol>");
+            Paste(page);
+        };
+        const auto typeList = [this] {
+            window_->Run("numbers");
+            PressKeys(edit_, {"A", "Return", "B", "Return", "C", "Return", "D"});
+        };
+        typeList();
+        PressKeys(edit_, {"Return", "Return", "E", "Return"});
+        web();
+        QCOMPARE(Numbered(), QString("1.a|2.b|3.c|4.d|e|1.x|2.y|"));
+        // It goes on with the list in whose line it begins.
+        web();
+        QCOMPARE(Numbered(), QString("1.a|2.b|3.c|4.d|e|1.x|2.yx|3.y|"));
+        PressKeys(edit_, {"Return", "Return", "F", "Return"});
+        web();
+        QCOMPARE(Numbered(), QString("1.a|2.b|3.c|4.d|e|1.x|2.yx|3.y|f|1.x|2.y|"));
+        // What moves within its list stays of it, in front of all too; elsewhere it is a list of its own.
+        struct Move {
+            const char* from;
+            const char* keys;
+            const char* text;
+        };
+        for (const Move& move : {Move{"c", "Ctrl+Home", "1.c|2.a|3.b|4.d|e||"},
+                                 {"a", "Down", "1.b|2.a|3.c|4.d|e||"},
+                                 {"b", "Ctrl+End", "1.a|2.c|3.d|e|1.b|2.|"}}) {
+            edit_->Load("{\\rtf1}");
+            typeList();
+            PressKeys(edit_, {"Return", "Return", "E", "Return"});
+            Select(move.from);
+            PressKeys(edit_, {"Home", "Shift+Down", "Ctrl+X", "Home", move.keys, "Ctrl+V"});
+            QCOMPARE(Numbered(), QString(move.text));
+            PressKeys(edit_, {"Ctrl+Z", "Ctrl+Z"});
+            QCOMPARE(Numbered(), QString("1.a|2.b|3.c|4.d|e||"));
+            // The copy is of another text now, though its list has the same number.
+            edit_->Load("{\\rtf1}");
+            typeList();
+            PressKeys(edit_, {"Return", "Ctrl+V"});
+            QCOMPARE(Numbered(), "1.a|2.b|3.c|4.d|1." + QString(move.from) + "|2.|");
+        }
+    }
+
     void FindsAndReplacesInOneStep() {
-        EditorWindow window(*theme_);
-        window.edit->Load("{\\rtf1 Lamp lamp lamps \\b lamp\\b0  end}");
-        window.Press(Qt::Key_F, Qt::ControlModifier);
-        QVERIFY(window.find->isVisible());
-        auto* const field = window.find->findChild<QLineEdit*>("findField");
+        edit_->Load("{\\rtf1 Lamp lamp lamps \\b lamp\\b0  end}");
+        PressKeys(edit_, {"Ctrl+F"});
+        FindBar& bar = *window_->find;
+        QVERIFY(bar.isVisible());
+        auto* const field = In<QLineEdit>(bar, "findField");
         QTest::keyClicks(field, "lamp");
-        QStringList labels;
-        for (const QLabel* label : window.find->findChildren<QLabel*>())
-            labels << label->text();
-        QVERIFY2(labels.contains("1 of 4"), qPrintable(labels.join('|')));
-        window.Press(Qt::Key_F3);
-        QCOMPARE(window.edit->textCursor().selectionStart(), 5);
-        for (QCheckBox* box : window.find->findChildren<QCheckBox*>())
+        QVERIFY(SeenTexts<QLabel>(bar).contains("1 of 4"));
+        PressKeys(edit_, {"F3"});
+        QCOMPARE(edit_->textCursor().selectionStart(), 5);
+        for (QCheckBox* box : bar.findChildren<QCheckBox*>())
             box->setChecked(true);
-        window.find->ShowReplace();
+        bar.ShowReplace();
         field->setText("lamp");
-        window.find->findChild<QLineEdit*>("replaceField")->setText("light");
-        window.find->ReplaceAll();
-        QCOMPARE(window.Text(), std::string("Lamp light lamps light end"));
-        QVERIFY(window.Now().runs[1].format.bold);
+        In<QLineEdit>(bar, "replaceField")->setText("light");
+        bar.ReplaceAll();
+        QCOMPARE(window_->Text(), std::string("Lamp light lamps light end"));
+        QVERIFY(Now().runs[1].format.bold);
         QTest::keyClick(field, Qt::Key_Escape);
-        QVERIFY(!window.find->isVisible() && window.edit->extraSelections().isEmpty());
-        window.edit->undo();
-        QCOMPARE(window.Text(), std::string("Lamp lamp lamps lamp end"));
-        QVERIFY(!window.edit->IsModified());
+        QVERIFY(!bar.isVisible() && edit_->extraSelections().isEmpty());
+        edit_->undo();
+        QCOMPARE(window_->Text(), std::string("Lamp lamp lamps lamp end"));
+        QVERIFY(!edit_->IsModified());
     }
 
     void MarksWordsWithoutTouchingTheText() {
-        EditorWindow window(*theme_);
         SmallChecker checker;
-        window.edit->Load("{\\rtf1 The kepeer of teh light}");
-        const std::string before = window.edit->Rtf();
-        window.edit->Spelling().SetChecker(&checker, {0x0000ff, 13});
-        QTRY_VERIFY(window.edit->Spelling().IsDone());
-        const QTextBlock block = window.edit->document()->firstBlock();
-        QCOMPARE(block.layout()->formats().size(), 2);
-        QCOMPARE(block.layout()->formats()[0].start, 4);
-        QVERIFY(!window.edit->IsModified());
-        QCOMPARE(window.edit->Rtf(), before);
+        edit_->Load("{\\rtf1 The kepeer of teh light}");
+        const std::string before = edit_->Rtf();
+        const QTextBlock block = edit_->document()->firstBlock();
+        const auto marks = [&] {
+            [&] { QTRY_VERIFY(edit_->Spelling().IsDone()); }();
+            return block.layout()->formats();
+        };
+        edit_->Spelling().SetChecker(&checker, {0x0000ff, 13});
+        QCOMPARE(marks().size(), 2);
+        QCOMPARE(marks()[0].start, 4);
+        QVERIFY(!edit_->IsModified());
+        QCOMPARE(edit_->Rtf(), before);
         QTextCursor cursor(block);
         cursor.setPosition(6);
-        const QTextCursor word = window.edit->Spelling().MarkedWordAt(cursor);
+        const QTextCursor word = edit_->Spelling().MarkedWordAt(cursor);
         QCOMPARE(word.selectedText(), QStringLiteral("kepeer"));
         QMenu menu;
-        window.edit->Spelling().AddToMenu(menu, word);
+        edit_->Spelling().AddToMenu(menu, word);
         QCOMPARE(menu.actions().value(0)->text(), QStringLiteral("keeper"));
         menu.actions().value(0)->trigger();
-        QCOMPARE(window.Text(), std::string("The keeper of teh light"));
-        QTRY_VERIFY(window.edit->Spelling().IsDone());
-        QCOMPARE(block.layout()->formats().size(), 1);
-        QVERIFY(!block.layout()->formats()[0].format.fontStrikeOut());
-        window.edit->Spelling().SetChecker(&checker, {0x0000ff, 65});
-        QTRY_VERIFY(window.edit->Spelling().IsDone());
-        QCOMPARE(block.layout()->formats().size(), 1);
-        QVERIFY(block.layout()->formats()[0].format.fontStrikeOut());
-        window.edit->Spelling().SetEnabled(false);
-        QCOMPARE(block.layout()->formats().size(), 0);
-    }
-
-    void ChoosesWordsToCheck_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("words");
-        QTest::addColumn<SkippedWords>("skipped");
-        const SkippedWords all;
-        QTest::newRow("apostrophes") << QStringLiteral("don't 'quoted' it\u2019s")
-                                     << QStringList{"don't", "quoted", QStringLiteral("it\u2019s")} << all;
-        const QString kinds = "B2B USA iPhone Word word2 x 1852";
-        QTest::newRow("kinds skipped") << kinds << QStringList{"Word"} << all;
-        QTest::newRow("capitals") << kinds << QStringList{"USA", "Word"} << SkippedWords{.capitals = false};
-        QTest::newRow("digits") << kinds << QStringList{"Word", "word2"} << SkippedWords{.withDigits = false};
-        QTest::newRow("mixed case") << kinds << QStringList{"iPhone", "Word"} << SkippedWords{.mixedCase = false};
-        QTest::newRow("capitals with digits") << kinds << QStringList{"B2B", "USA", "Word", "word2"}
-                                              << SkippedWords{.capitals = false, .withDigits = false};
-        QTest::newRow("addresses") << "see https://foo.example/baar me@mail.example www.bla.example /usr/bin end"
-                                   << QStringList{"see", "end"} << all;
-        QTest::newRow("addresses judged")
-            << "me@mail.bla end" << QStringList{"me", "mail", "bla", "end"} << SkippedWords{.addresses = false};
-        QTest::newRow("scripts") << QStringLiteral("caf\u00e9 \u043c\u0430\u044f\u043a e\u0301te\u0301")
-                                 << QStringList{QStringLiteral("caf\u00e9"), QStringLiteral("\u043c\u0430\u044f\u043a"),
-                                                QStringLiteral("e\u0301te\u0301")}
-                                 << all;
+        QCOMPARE(window_->Text(), std::string("The keeper of teh light"));
+        QCOMPARE(marks().size(), 1);
+        QVERIFY(!marks()[0].format.fontStrikeOut());
+        edit_->Spelling().SetChecker(&checker, {0x0000ff, 65});
+        QCOMPARE(marks().size(), 1);
+        QVERIFY(marks()[0].format.fontStrikeOut());
+        edit_->Spelling().SetEnabled(false);
+        QCOMPARE(marks().size(), 0);
     }
 
     void ChoosesWordsToCheck() {
-        QFETCH(QString, text);
-        QFETCH(QStringList, words);
-        QFETCH(SkippedWords, skipped);
-        QStringList found;
-        for (const SpellMark& word : WordsToCheck(text, skipped))
-            found << text.mid(word.begin, word.length);
-        QCOMPARE(found, words);
+        const QString kinds = "B2B USA iPhone Word word2 x 1852";
+        struct Case {
+            QString text, words;
+            SkippedWords skipped = {};
+        };
+        const Case cases[] = {{QStringLiteral("don't 'quoted' it\u2019s"), QStringLiteral("don't quoted it\u2019s")},
+                              {kinds, "Word"},
+                              {kinds, "USA Word", {.capitals = false}},
+                              {kinds, "Word word2", {.withDigits = false}},
+                              {kinds, "iPhone Word", {.mixedCase = false}},
+                              {kinds, "B2B USA Word word2", {.capitals = false, .withDigits = false}},
+                              {"see https://foo.example/baar me@mail.example www.bla.example /usr/bin end", "see end"},
+                              {"me@mail.bla end", "me mail bla end", {.addresses = false}},
+                              {QStringLiteral("caf\u00e9 \u043c\u0430\u044f\u043a e\u0301te\u0301"),
+                               QStringLiteral("caf\u00e9 \u043c\u0430\u044f\u043a e\u0301te\u0301")}};
+        for (const Case& c : cases) {
+            QStringList found;
+            for (const SpellMark& word : WordsToCheck(c.text, c.skipped))
+                found << c.text.mid(word.begin, word.length);
+            QCOMPARE(found.join(' '), c.words);
+        }
     }
 
     void CapturesBesideTheTyping() {
-        EditorWindow window(*theme_);
         std::string body;
         for (int i = 0; i < 2000; ++i)
             body += "A line of the log, \\b with\\b0  words.\\par ";
-        window.edit->Load("{\\rtf1 " + body + "}");
-        window.edit->moveCursor(QTextCursor::End);
+        edit_->Load("{\\rtf1 " + body + "}");
+        edit_->moveCursor(QTextCursor::End);
         CapturedTexts texts;
-        window.edit->CaptureAside([&](CapturedTexts got) { texts = std::move(got); });
-        window.Type("late");
+        edit_->CaptureAside([&](CapturedTexts got) { texts = std::move(got); });
+        window_->Type("late");
         QTRY_VERIFY(!texts.rtf.empty());
-        QCOMPARE(texts.rtf, window.edit->Rtf());
+        QCOMPARE(texts.rtf, edit_->Rtf());
         QVERIFY(texts.plainText.ends_with("late"));
     }
 
-    void ACaptureIsHandedOverWhateverComesBetween_data() {
-        QTest::addColumn<bool>("isTheme");
-        QTest::newRow("the size is measured") << false;
-        QTest::newRow("another theme shows the text anew") << true;
-    }
-
     void ACaptureIsHandedOverWhateverComesBetween() {
-        QFETCH(bool, isTheme);
-        EditorWindow window(*theme_);
-        window.Type("Kept");
-        CapturedTexts texts;
-        window.edit->CaptureAside([&](CapturedTexts got) { texts = std::move(got); });
-        if (isTheme)
-            theme_->SetAppearance(Appearance::Dark);
-        else
-            window.edit->findChild<QTimer*>("sizeTimer")->start(0);
-        QTRY_COMPARE(texts.plainText, std::string("Kept"));
-        QCOMPARE(texts.rtf, window.edit->Rtf());
-        QTRY_COMPARE(window.edit->RtfSize(), static_cast<qint64>(texts.rtf.size()));
+        const std::function<void()> between[] = {[this] { edit_->findChild<QTimer*>("sizeTimer")->start(0); },
+                                                 [this] { theme_.SetAppearance(Appearance::Dark); }};
+        for (const std::function<void()>& comes : between) {
+            OpenEditor();
+            window_->Type("Kept");
+            CapturedTexts texts;
+            edit_->CaptureAside([&](CapturedTexts got) { texts = std::move(got); });
+            comes();
+            QTRY_COMPARE(texts.plainText, std::string("Kept"));
+            QCOMPARE(texts.rtf, edit_->Rtf());
+            QTRY_COMPARE(edit_->RtfSize(), static_cast<qint64>(texts.rtf.size()));
+        }
     }
 
     void TellsWhenTheTextGetsTooLarge() {
-        EditorWindow window(*theme_);
-        QSignalSpy told(window.edit, &RichTextEdit::SizeLimitPassed);
-        window.edit->insertPlainText(QString(300000, u'x'));
-        QTRY_COMPARE(window.edit->Beside().LongestSlice() > 0, true);
-        window.edit->insertPlainText(QString(300000, u'y'));
+        QSignalSpy told(edit_, &RichTextEdit::SizeLimitPassed);
+        edit_->insertPlainText(QString(300000, u'x'));
+        QTRY_COMPARE(edit_->Beside().LongestSlice() > 0, true);
+        edit_->insertPlainText(QString(300000, u'y'));
         QVERIFY(told.size() >= 1);
-        QTRY_VERIFY(told.last().at(0).toBool() && window.edit->RtfSize() < 650000);
-        QTRY_COMPARE(told.last().at(1).toLongLong(), static_cast<qint64>(window.edit->Rtf().size()));
-        window.edit->undo();
-        window.edit->undo();
+        QTRY_VERIFY(told.last().at(0).toBool() && edit_->RtfSize() < 650000);
+        QTRY_COMPARE(told.last().at(1).toLongLong(), static_cast<qint64>(edit_->Rtf().size()));
+        edit_->undo();
+        edit_->undo();
         QTRY_VERIFY(!told.last().at(0).toBool());
     }
 
     void TakesPicturesOut() {
-        EditorWindow window(*theme_);
-        window.Type("a");
-        window.edit->InsertPictureBytes(Encoded(Filled(20, 10)));
-        window.Type("b");
-        window.edit->InsertPictureBytes(Encoded(Filled(30, 10)));
-        const auto pictures = window.edit->Pictures();
-        QCOMPARE(pictures.size(), size_t(2));
-        const auto taken = window.edit->TakePictures({pictures[1].position});
+        edit_->InsertPictureBytes(Encoded(Filled(20, 10)));
+        edit_->InsertPictureBytes(Encoded(Filled(30, 10)));
+        const auto taken = edit_->TakePictures({edit_->Pictures().at(1).position});
         QCOMPARE(taken.size(), size_t(1));
         QCOMPARE(taken[0].data, Encoded(Filled(30, 10)).toStdString());
         QCOMPARE(taken[0].fileName, QStringLiteral("Picture 2.png"));
-        QCOMPARE(window.Now().pictures.size(), size_t(1));
-        window.edit->undo();
-        QCOMPARE(window.Now().pictures.size(), size_t(2));
+        QCOMPARE(Now().pictures.size(), size_t(1));
+        edit_->undo();
+        QCOMPARE(Now().pictures.size(), size_t(2));
     }
 
     void LooksRight() {
-        for (const Appearance appearance : {Appearance::Light, Appearance::Dark}) {
-            theme_->SetAppearance(appearance);
-            EditorWindow window(*theme_);
-            SmallChecker checker;
-            window.edit->Load(BytesOf(LORE_TEST_DATA "/editor/looks.rtf"));
-            window.edit->moveCursor(QTextCursor::End);
-            window.edit->InsertPictureBytes(Encoded(Filled(220, 90)));
-            window.edit->Spelling().SetChecker(&checker, {0x0000ff, 13});
-            QTRY_VERIFY(window.edit->Spelling().IsDone());
-            window.find->ShowReplace();
-            window.find->findChild<QLineEdit*>("findField")->setText("the");
-            TakeShot(window.frame, appearance == Appearance::Light ? "editor-light" : "editor-dark");
-            window.find->Close();
-            window.frame.resize(420, 500);
-            TakeShot(window.frame, appearance == Appearance::Light ? "editor-narrow-light" : "editor-narrow-dark");
-            // The keys open what doesn't fit.
-            auto* const more = window.bar->findChild<QToolButton*>("qt_toolbar_ext_button");
-            more->setFocus(Qt::TabFocusReason);
-            QStringList rest;
-            QTimer::singleShot(0, more, [&rest] {
-                QWidget* const menu = QApplication::activePopupWidget();
-                for (const QAction* const action : menu->actions())
-                    rest.append(action->text());
-                menu->close();
-            });
-            QTest::keyClick(more, Qt::Key_Space);
-            QVERIFY2(rest.contains("Table") && rest.contains("Size of picture"), qPrintable(rest.join(' ')));
-        }
+        SmallChecker checker;
+        edit_->Load(BytesOf(LORE_TEST_DATA "/editor/looks.rtf"));
+        edit_->moveCursor(QTextCursor::End);
+        edit_->InsertPictureBytes(Encoded(Filled(220, 90)));
+        edit_->Spelling().SetChecker(&checker, {0x0000ff, 13});
+        QTRY_VERIFY(edit_->Spelling().IsDone());
+        window_->find->ShowReplace();
+        In<QLineEdit>(*window_->find, "findField")->setText("the");
+        const BothLooks looks{theme_};
+        looks.Shoot(window_->frame, "editor");
+        window_->find->Close();
+        window_->frame.resize(420, 500);
+        looks.Shoot(window_->frame, "editor-narrow");
+        // The keys open what doesn't fit.
+        auto* const more = In<QToolButton>(*window_->bar, "qt_toolbar_ext_button");
+        more->setFocus(Qt::TabFocusReason);
+        QStringList rest;
+        QTimer::singleShot(0, more, [&rest] {
+            rest = TextsOf(qobject_cast<QMenu*>(QApplication::activePopupWidget()));
+            QApplication::activePopupWidget()->close();
+        });
+        QTest::keyClick(more, Qt::Key_Space);
+        QVERIFY2(rest.contains("Table") && rest.contains("Size of picture"), qPrintable(rest.join(' ')));
     }
-
-private:
-    std::unique_ptr<Theme> theme_;
 };
 
 }  // namespace lore

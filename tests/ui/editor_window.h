@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QTextTable>
 #include <functional>
+#include <memory>
 
 #include "rtf/rtf.h"
 #include "ui/board_fixture.h"
@@ -34,7 +36,6 @@ struct EditorWindow {
         QCoreApplication::processEvents();
     }
     void Type(const QString& text) { QTest::keyClicks(edit, text); }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(edit, key, modifiers); }
     Document Now() const { return ReadRtf(edit->Rtf()); }
     std::string Text() const { return Now().text; }
     void SelectPicture() {
@@ -64,6 +65,38 @@ struct EditorWindow {
     RichTextEdit* edit;
     FormatBar* bar;
     FindBar* find;
+};
+
+/// An editor in the light palette, for a test of its own.
+class EditorWorld {
+protected:
+    void OpenEditor(const std::function<void(RichTextEdit&)>& load = {}) {
+        theme_.SetAppearance(Appearance::Light);
+        window_ = std::make_unique<EditorWindow>(theme_, load);
+        edit_ = window_->edit;
+        QVERIFY(QTest::qWaitForWindowExposed(&window_->frame));
+    }
+    Document Now() const { return window_->Now(); }
+    void Select(const QString& word) { edit_->setTextCursor(edit_->document()->find(word)); }
+    void Paste(QMimeData* mime) {
+        QApplication::clipboard()->setMimeData(mime);
+        edit_->paste();
+    }
+    void UndoAll() {
+        for (int step = 0; edit_->document()->isUndoAvailable() && step < 50; ++step)
+            edit_->undo();
+    }
+    /// The tables of the text, not those within others.
+    QList<QTextTable*> Tables() const {
+        QList<QTextTable*> tables;
+        for (QTextFrame* const frame : edit_->document()->rootFrame()->childFrames())
+            tables.append(qobject_cast<QTextTable*>(frame));
+        return tables;
+    }
+
+    Theme theme_{*qApp, Appearance::Light};
+    std::unique_ptr<EditorWindow> window_;
+    RichTextEdit* edit_ = nullptr;
 };
 
 }  // namespace lore

@@ -1,13 +1,13 @@
 #include <QDesktopServices>
-#include <functional>
+#include <random>
 
 #include "notes/attachment_kind.h"
 #include "notes/note_finder.h"
 #include "notes/note_store.h"
 #include "notes/sort_compare.h"
 #include "support/draft_reading.h"
-#include "support/read_world.h"
 #include "support/refused_threads.h"
+#include "ui/editor/rich_text_edit.h"
 #include "ui/note_editor/attachment_open.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
@@ -69,49 +69,57 @@ private:
         InDialog<NoteEditorWindow>([&] { window_->Notes()->EditNote(id); }, steps);
     }
     /// Chooses a source in the list of all.
-    void AddSource(NoteEditorWindow& editor, int32_t source) {
-        Next<CViewSourcesDlg>([source](CViewSourcesDlg& browser) {
+    void AddFirstSource(NoteEditorWindow& editor) {
+        Next<CViewSourcesDlg>([this](CViewSourcesDlg& browser) {
             QCOMPARE(browser.windowTitle(), QStringLiteral("Select Source"));
-            browser.List()->SelectRow(RowOf(browser, source));
+            browser.List()->SelectRow(RowOf(browser, app_->NoteBook().sources[0].SourceID));
             QTest::keyClick(browser.List(), Qt::Key_Return);
         });
         editor.Sources()->AddSource();
-        editor.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&editor));
+        BringUp(editor);
     }
-    void AddFirstSource(NoteEditorWindow& editor) { AddSource(editor, app_->NoteBook().sources[0].SourceID); }
     void RetitleSource(NoteEditorWindow& editor, const QString& title) {
         Next<CEditSourceDlg>([&title](CEditSourceDlg& dialog) {
-            In<QLineEdit>(dialog, "title")->clear();
-            QTest::keyClicks(In<QLineEdit>(dialog, "title"), title);
+            Retype(In<QLineEdit>(dialog, "title"), title);
             In<QPushButton>(dialog, "save")->click();
         });
         editor.Sources()->EditSource();
-        editor.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&editor));
+        BringUp(editor);
     }
     const CNote& LastListed() const { return app_->List()[app_->List().Count() - 1]; }
-    std::optional<CNote> OnDisk(int32_t id) {
-        std::vector<CNote> notes = FindNotes(app_->NoteBook().index, LongList{id}, app_->Context(), faults_);
-        return notes.empty() ? std::nullopt : std::optional(notes[0]);
-    }
+    CNote OnDisk(int32_t id) { return FindNotes(app_->NoteBook().index, LongList{id}, app_->Context(), faults_).at(0); }
 
     static void Type(NoteEditorWindow& editor, const QString& text) { QTest::keyClicks(editor.Text()->Edit(), text); }
+    static QString TextOf(const NoteEditorWindow& editor) { return editor.Text()->Edit()->toPlainText(); }
     static void Save(NoteEditorWindow& editor) {
-        editor.activateWindow();
-        QTRY_VERIFY(editor.isActiveWindow());
-        QTest::keyClick(editor.Text()->Edit(), Qt::Key_Return, Qt::ControlModifier);
+        BringUp(editor);
+        PressKeys(editor.Text()->Edit(), {"Ctrl+Return"});
+    }
+    /// Chooses a category and makes one below it.
+    void AssignFogBells(CategoryPanel& categories) {
+        Choose(categories.BoxAt(0), "Engineering");
+        QCOMPARE(categories.BoxCount(), 2);
+        prompts_.texts = {"Fog bells"};
+        Choose(categories.BoxAt(1), "<---Create New Category--->");
+        QCOMPARE(categories.BoxAt(0)->currentText(), QStringLiteral("L1: Engineering"));
+        QCOMPARE(categories.BoxAt(1)->currentText(), QStringLiteral("L2: Fog bells"));
+        QCOMPARE(categories.BoxCount(), 3);
     }
     QString File(const char* name, const QByteArray& bytes = "bytes") const {
         PutBytes(Root() / name, bytes.toStdString());
         return folder_->filePath(name);
     }
 
+    static void TypeUntilDraft(NoteEditorWindow& editor, const QString& text) {
+        QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
+        Type(editor, text);
+        QVERIFY(written.wait(5000));
+    }
     int DraftCount() const { return static_cast<int>(DraftStore(app_->NoteBook().paths).ListDrafts().size()); }
     /// A note with other words than it was saved with, as a crash leaves it.
     Draft LeaveDraft(int32_t id) {
         Draft draft;
-        draft.note = *OnDisk(id);
+        draft.note = OnDisk(id);
         draft.baseEdited = draft.note.dateEdited;
         draft.note.rtfText = "{\\rtf1\\ansi Unsaved words}";
         draft.note.plainText = "Unsaved words";
@@ -145,11 +153,10 @@ private slots:
         for (const int order : {kAddToBottom, kAddToTop}) {
             app_->SetSortOrder(order);
             const size_t before = app_->List().Count();
-            InDialog<NoteEditorWindow>([this] { QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier); },
+            InDialog<NoteEditorWindow>([this] { PressKeys(window_.get(), {"Ctrl+N"}); },
                                        [](NoteEditorWindow& editor) {
                                            QCOMPARE(editor.windowTitle(), QStringLiteral("Edit Note"));
-                                           QVERIFY2(editor.Text()->Edit()->hasFocus(),
-                                                    QApplication::focusWidget()->metaObject()->className());
+                                           QVERIFY(editor.Text()->Edit()->hasFocus());
                                            Type(editor, "A lamp of my own");
                                            Save(editor);
                                        });
@@ -159,10 +166,10 @@ private slots:
             QVERIFY(note.newlyAdded);
             QVERIFY(!note.keyWords.empty() || !note.sources.IsEmpty());  // filled from the last note of the list
             QCOMPARE(window_->Board()->FocusNote(), note.id);
-            QVERIFY(OnDisk(note.id));
+            QCOMPARE(OnDisk(note.id).id, note.id);
             QVERIFY(window_->Board()->CardText(app_->List().PositionOf(note.id)).contains("A lamp of my own"));
         }
-        BothLooks{*theme_}.Shoot(*window_, "editor-saved");
+        BothLooks{theme_}.Shoot(*window_, "editor-saved");
     }
 
     void long_citations_and_remarks_stay_within_the_panel() {
@@ -170,16 +177,16 @@ private slots:
         AddEmptyNote([&](NoteEditorWindow& editor) {
             AddFirstSource(editor);
             RetitleSource(editor, word);
-            SourceRowView* const row = editor.Sources()->RowAt(0);
-            QTest::mouseClick(row->LineButton(), Qt::LeftButton);
-            QTest::keyClicks(row->Line(), "see <" + word + ">");
-            QTest::keyClick(row->Line(), Qt::Key_Return);
-            QVERIFY(row->LineButton()->isVisible());
-            QVERIFY(row->LineButton()->toolTip().contains("&lt;" + word));
-            const QWidget* const holder = row->parentWidget();
-            QTRY_VERIFY(row->height() > 5 * row->fontMetrics().lineSpacing());
+            const SourceRowView& row = *editor.Sources()->RowAt(0);
+            QTest::mouseClick(row.LineButton(), Qt::LeftButton);
+            QTest::keyClicks(row.Line(), "see <" + word + ">");
+            QTest::keyClick(row.Line(), Qt::Key_Return);
+            QVERIFY(row.LineButton()->isVisible());
+            QVERIFY(row.LineButton()->toolTip().contains("&lt;" + word));
+            const QWidget* const holder = row.parentWidget();
+            QTRY_VERIFY(row.height() > 5 * row.fontMetrics().lineSpacing());
             QVERIFY(holder->width() <= holder->parentWidget()->width());
-            QVERIFY(row->rect().contains(row->LineButton()->geometry()));
+            QVERIFY(row.rect().contains(row.LineButton()->geometry()));
             TakeShot(editor, "editor-long-source");
         });
     }
@@ -188,21 +195,16 @@ private slots:
         AddEmptyNote([&](NoteEditorWindow& editor) {
             Type(editor, "Text");
             AddFirstSource(editor);
-            QCOMPARE(editor.Sources()->Count(), 1);
             RetitleSource(editor, "A title typed just now");
-            QVERIFY(editor.Sources()->RowAt(0)->accessibleName().contains("A title typed just now"));
-            QCOMPARE(editor.Sources()->RowAt(0)->LineButton()->accessibleName(),
-                     QStringLiteral("Click Here to Add Note Specific Info..."));
-            QTest::mouseClick(editor.Sources()->RowAt(0)->LineButton(), Qt::LeftButton);
-            QTest::keyClicks(editor.Sources()->RowAt(0)->Line(), " p. 12 ");
+            SourceRowView& row = *editor.Sources()->RowAt(0);
+            QVERIFY(row.accessibleName().contains("A title typed just now"));
+            QCOMPARE(row.LineButton()->accessibleName(), QStringLiteral("Click Here to Add Note Specific Info..."));
+            QTest::mouseClick(row.LineButton(), Qt::LeftButton);
+            QTest::keyClicks(row.Line(), " p. 12 ");
 
             CategoryPanel& categories = *editor.Categories();
             QCOMPARE(categories.BoxAt(0)->currentText(), QStringLiteral("Click To Assign New Level"));
-            Choose(categories.BoxAt(0), "Engineering");
-            QCOMPARE(categories.BoxCount(), 2);
-            prompts_.texts = {"Fog bells"};
-            Choose(categories.BoxAt(1), "<---Create New Category--->");
-            QCOMPARE(categories.BoxAt(1)->currentText(), QStringLiteral("L2: Fog bells"));
+            AssignFogBells(categories);
             categories.Tabs()->setCurrentIndex(2);
             QCOMPARE(categories.BoxCount(), 1);
             categories.Tabs()->setCurrentIndex(0);
@@ -212,11 +214,10 @@ private slots:
             QTest::keyClick(editor.KeyWords()->Field(), Qt::Key_Return);
             QVERIFY2(editor.isVisible(), "Enter in a field is no save");
             Next<SelectTagsDlg>([](SelectTagsDlg& dialog) {
-                QVERIFY(dialog.List()->findItems("tolling - (1)", Qt::MatchExactly).first()->checkState(0) ==
-                        Qt::Checked);
-                dialog.List()
-                    ->findItems("brandy", Qt::MatchStartsWith)
-                    .value(0, dialog.List()->topLevelItem(0))
+                const QTreeWidget& list = *dialog.List();
+                QCOMPARE(list.findItems("tolling - (1)", Qt::MatchExactly).first()->checkState(0), Qt::Checked);
+                list.findItems("brandy", Qt::MatchStartsWith)
+                    .value(0, list.topLevelItem(0))
                     ->setCheckState(0, Qt::Checked);
                 dialog.accept();
             });
@@ -226,7 +227,7 @@ private slots:
             QCOMPARE(editor.Color()->Button()->accessibleName(), QStringLiteral("Border color: #0a78c8, Sky"));
             Save(editor);
         });
-        const CNote note = *OnDisk(LastListed().id);
+        const CNote note = OnDisk(LastListed().id);
         QCOMPARE(note.sources.Count(), size_t{1});
         QCOMPARE(note.sourceInfo.at(0).text, std::string("p. 12"));
         QCOMPARE(note.categories[0].children.at(0).GetPathText(), std::string("L1: Engineering\nL2: Fog bells\n"));
@@ -239,10 +240,7 @@ private slots:
     void keys_on_a_closed_category_box_assign_nothing() {
         AddEmptyNote([&](NoteEditorWindow& editor) {
             CategoryPanel& categories = *editor.Categories();
-            Choose(categories.BoxAt(0), "Engineering");
-            prompts_.texts = {"Fog bells"};
-            Choose(categories.BoxAt(1), "<---Create New Category--->");
-            QCOMPARE(categories.BoxCount(), 3);
+            AssignFogBells(categories);
             for (int level = 0; level < 3; ++level) {
                 QComboBox* const box = categories.BoxAt(level);
                 box->setFocus();
@@ -271,9 +269,7 @@ private slots:
         AddEmptyNote([](NoteEditorWindow& editor) {
             CategoryPanel& categories = *editor.Categories();
             Choose(categories.BoxAt(0), "Engineering");
-            QCOMPARE(categories.BoxCount(), 2);
-            editor.activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(&editor));
+            BringUp(editor);
             categories.BoxAt(1)->setFocus();
             categories.Tabs()->setCurrentIndex(1);
             QCOMPARE(categories.ActiveSet(), 2);
@@ -299,29 +295,30 @@ private slots:
 
     void a_change_stays_in_its_place() {
         const int32_t id = app_->List()[3].id;
-        const CNote before = *OnDisk(id);
+        const CNote before = OnDisk(id);
         window_->Board()->SetFocusNote(id);
         window_->Board()->setFocus();
         InDialog<NoteEditorWindow>(
             [this] { QTest::keyClick(window_->Board(), Qt::Key_Return); },
             [&](NoteEditorWindow& editor) {
-                const QString date = editor.findChild<QLabel*>("lastEdit")->text();
+                const QString date = In<QLabel>(editor, "lastEdit")->text();
                 QVERIFY(date.startsWith("Date/Time of Last Edit"));
                 QVERIFY(date.contains(QString::fromStdString(before.dateEdited.Format("%m/%d/%Y  -  %I:%M:%S %p"))));
-                QTest::keyClick(editor.Text()->Edit(), Qt::Key_Home, Qt::ControlModifier);
+                PressKeys(editor.Text()->Edit(), {"Ctrl+Home"});
                 Type(editor, "Changed: ");
                 Save(editor);
             });
         QCOMPARE(app_->List()[3].id, id);
-        QVERIFY(OnDisk(id)->plainText.starts_with("Changed: "));
-        QCOMPARE(OnDisk(id)->dateEdited, clock_.now);
-        QCOMPARE(OnDisk(id)->attachments.size(), before.attachments.size());
+        const CNote after = OnDisk(id);
+        QVERIFY(after.plainText.starts_with("Changed: "));
+        QCOMPARE(after.dateEdited, clock_.now);
+        QCOMPARE(after.attachments.size(), before.attachments.size());
         QCOMPARE(window_->Board()->FocusNote(), id);
     }
 
     void long_lines_are_kept_and_those_that_nobody_touched_keep_their_bytes() {
         const int32_t id = app_->NoteBook().sources[0].NoteIDs[0];
-        CNote note = *OnDisk(id);
+        CNote note = OnDisk(id);
         QVERIFY(note.sourceInfo.size() == note.sources.Count() || note.sourceInfo.empty());
         std::string words = "caf\xC3\xA9";  // as UTF-8, though it fits the code page
         while (words.size() < 40'000)
@@ -345,7 +342,7 @@ private slots:
                 }
                 Save(editor);
             });
-            const CNote saved = *OnDisk(id);
+            const CNote saved = OnDisk(id);
             QCOMPARE(saved.keyWords.size(), touched ? words.size() + 5 : words.size());
             QCOMPARE(saved.sourceInfo[0].text.size(), size_t{touched ? 40'001u : 40'000u});
             QVERIFY(touched || saved.keyWords == words);
@@ -358,45 +355,39 @@ private slots:
         AddNote([this](NoteEditorWindow& editor) {
             Save(editor);
             QVERIFY(editor.isVisible());
-            QCOMPARE(prompts_.seen, std::vector<std::string>{"No Text In Note: Note must contain some text."});
-            prompts_.seen.clear();
-            QTest::keyClick(&editor, Qt::Key_Escape);
-            QVERIFY(!editor.isVisible());
+            QVERIFY(!StaysOpen(editor, "Esc"));
         });
-        QVERIFY(prompts_.seen.empty());
+        QCOMPARE(prompts_.seen, std::vector<std::string>{"No Text In Note: Note must contain some text."});
         QCOMPARE(app_->List().Count(), before);
     }
 
     void cancelling_a_change_asks_and_changes_nothing() {
         const int32_t id = app_->List()[0].id;
-        const CNote before = *OnDisk(id);
+        const CNote before = OnDisk(id);
         EditNote(id, [this](NoteEditorWindow& editor) {
             Type(editor, "lost");
             editor.Sources()->ClearSources();
-            QTest::keyClick(&editor, Qt::Key_Escape);
-            QVERIFY(editor.isVisible());
+            QVERIFY(StaysOpen(editor, "Esc"));
             QCOMPARE(prompts_.seen.size(), size_t{1});
             prompts_.answers = {PromptAnswer::Yes};
-            QTest::keyClick(&editor, Qt::Key_Escape);
-            QVERIFY(!editor.isVisible());
+            QVERIFY(!StaysOpen(editor, "Esc"));
         });
-        QCOMPARE(OnDisk(id)->rtfText, before.rtfText);
-        QVERIFY(OnDisk(id)->sources == before.sources);
+        QCOMPARE(OnDisk(id).rtfText, before.rtfText);
+        QVERIFY(OnDisk(id).sources == before.sources);
         QCOMPARE(DraftCount(), 0);
     }
 
     void a_failed_save_keeps_the_text_and_can_be_tried_again() {
-        // A folder in the place of the note's file.
         const std::filesystem::path file =
             app_->NoteBook().paths.NoteFile("DAY" + clock_.now.Format("%m%d%Y") + ".dat");
-        std::filesystem::create_directories(file / "in the way");
+        Block(file);
         const size_t before = app_->List().Count();
         AddEmptyNote([&](NoteEditorWindow& editor) {
             Type(editor, "Kept");
             Save(editor);
             QVERIFY(editor.isVisible());
             QVERIFY(editor.Faults()->isVisible());
-            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Kept"));
+            QCOMPARE(TextOf(editor), QStringLiteral("Kept"));
             TakeShot(editor, "editor-fault");
             std::filesystem::remove_all(file);
             Press(*editor.Faults(), "Try again");
@@ -413,58 +404,68 @@ private slots:
             QMimeData dropped;
             dropped.setUrls({QUrl::fromLocalFile(a), QUrl::fromLocalFile(b), QUrl::fromLocalFile(a),
                              QUrl("https://example.org/x")});
-            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-            QCoreApplication::sendEvent(editor.Attachments(), &enter);
-            QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-            QCoreApplication::sendEvent(editor.Attachments(), &drop);
-            const QTreeWidget& list = *editor.Attachments()->List();
+            QVERIFY(DropOn(editor.Attachments(), dropped));
+            QTreeWidget& list = *editor.Attachments()->List();
             QCOMPARE(list.topLevelItemCount(), 3);
             QCOMPARE(list.topLevelItem(1)->text(0), QStringLiteral("b.pdf"));
             QCOMPARE(list.topLevelItem(1)->text(1), b);
             QCOMPARE(prompts_.seen.size(), size_t{1});  // the one that stands there already
             prompts_.answers = {PromptAnswer::Yes};
-            editor.Attachments()->List()->setCurrentItem(list.topLevelItem(2));
-            QTest::keyClick(editor.Attachments()->List(), Qt::Key_Delete);
+            list.setCurrentItem(list.topLevelItem(2));
+            // The menu of a click is that of the row under it, that of a key the one of the current row.
+            const auto firstEntry = [] {
+                auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                return menu && menu->close() ? menu->actions().constFirst()->text() : QString();
+            };
+            const auto firstEntryAt = [&](const QPoint& at) {
+                QContextMenuEvent ask(QContextMenuEvent::Mouse, at, list.viewport()->mapToGlobal(at));
+                QApplication::sendEvent(list.viewport(), &ask);
+                return firstEntry();
+            };
+            QCOMPARE(firstEntryAt(QPoint(5, list.viewport()->height() - 2)), QString());
+            QCOMPARE(firstEntryAt(list.visualItemRect(list.topLevelItem(0)).center()), QString("Extract Attachment"));
+            PressKeys(&list, {"Shift+F10"});
+            QCOMPARE(firstEntry(), QString("Edit Link"));
+            QTest::keyClick(&list, Qt::Key_Delete);
             QCOMPARE(list.topLevelItemCount(), 2);
             Save(editor);
         });
-        const CNote note = *OnDisk(LastListed().id);
+        const CNote note = OnDisk(LastListed().id);
         QCOMPARE(note.attachments.size(), size_t{2});
         QVERIFY(std::filesystem::exists(app_->NoteBook().paths.Attachments() / note.attachments[0].storedFile));
     }
 
     void only_what_cannot_be_a_program_opens_without_a_question() {
-        const std::string asks = "Open Attachment?? \"Title\" could be a program.", refuses = "Open Link: \"";
         struct Case {
-            const char* name;  ///< of the file, or an address
-            bool isThere;      ///< the file
+            QString name;  ///< of the file, or an address
+            bool isLink, isThere;
             PromptAnswer answer;
-            std::string shown;  ///< how the message or the question begins; empty for none
+            QStringList told;
             bool opens;
         };
-        const Case cases[] = {{"letter.pdf", true, PromptAnswer::No, "", true},
-                              {"no picture.png", true, PromptAnswer::No, "", true},
-                              {"run.SH", true, PromptAnswer::Cancel, asks, false},
-                              {"run.SH", true, PromptAnswer::Yes, asks, true},
-                              {"gone.sh", false, PromptAnswer::Yes, "Missing Attachment: ", false},
-                              {"https://lamps.example/a?b=c", false, PromptAnswer::No, "", true},
-                              {"/bin/true", false, PromptAnswer::Yes, refuses, false}};
+        const QString asks = "Open Attachment?";
+        const Case cases[] = {{"letter.pdf", false, true, PromptAnswer::No, {}, true},
+                              {"no picture.png", false, true, PromptAnswer::No, {}, true},
+                              {"run.SH", false, true, PromptAnswer::Cancel, {asks}, false},
+                              {"run.SH", false, true, PromptAnswer::Yes, {asks}, true},
+                              {"gone.sh", false, false, PromptAnswer::Yes, {"Missing Attachment"}, false},
+                              {"https://lamps.example/a?b=c", true, false, PromptAnswer::No, {}, true},
+                              {"/bin/true", true, false, PromptAnswer::Yes, {"Open Link"}, false}};
         for (const Case& c : cases) {
             TakenAddresses taken;
-            const bool isLink = c.shown == refuses || QByteArray(c.name).contains(':');
             CAttachment attachment;
             attachment.title = "Title";
-            attachment.type = isLink ? int32_t{kWebLink} : AttachmentKindOf(c.name);
-            attachment.sourceFile = c.name;
-            const QString file = c.isThere ? File(c.name) : folder_->filePath(c.name);
+            attachment.sourceFile = c.name.toStdString();
+            attachment.type = c.isLink ? int32_t{kWebLink} : AttachmentKindOf(attachment.sourceFile);
+            const QString file = c.isThere ? File(qPrintable(c.name)) : folder_->filePath(c.name);
             prompts_.seen.clear();
             prompts_.answers = {c.answer};
-            const std::string path = isLink ? std::string() : file.toStdString();
-            OpenAttachmentFile(attachment, path, prompts_, *theme_, window_.get());
-            const QString address = isLink ? QString(c.name) : QUrl::fromLocalFile(file).toString();
-            QVERIFY2(taken.addresses == (c.opens ? QStringList{address} : QStringList()), c.name);
-            QCOMPARE(prompts_.seen.size(), c.shown.empty() ? size_t{0} : size_t{1});
-            QVERIFY2(c.shown.empty() || prompts_.seen[0].starts_with(c.shown), c.name);
+            OpenAttachmentFile(attachment, c.isLink ? "" : file.toStdString(), prompts_, theme_, window_.get());
+            const QString address = c.isLink ? c.name : QUrl::fromLocalFile(file).toString();
+            QCOMPARE(taken.addresses, c.opens ? QStringList{address} : QStringList());
+            QCOMPARE(Told(), c.told);
+            QVERIFY(c.told != QStringList(asks) ||
+                    prompts_.seen[0].find("? \"Title\" could be a program.") != std::string::npos);
         }
     }
 
@@ -479,80 +480,62 @@ private slots:
     }
 
     void a_draft_follows_the_typing_and_goes_with_the_window() {
-        AddNote([this](NoteEditorWindow& editor) {
-            QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
-            Type(editor, "First");
-            QVERIFY(written.wait(5000));
-            QCOMPARE(DraftCount(), 1);
-            Type(editor, " second");
-            QVERIFY(written.wait(5000));
-            QCOMPARE(FirstDraft().plainText, std::string("First second"));
-            QCOMPARE(FirstDraft().id, -1);
-            Save(editor);
-        });
-        QCOMPARE(DraftCount(), 0);
-    }
-
-    void an_order_to_quit_keeps_the_text_as_a_draft_data() {
-        QTest::addColumn<bool>("changed");
-        QTest::addColumn<bool>("writable");
-        QTest::newRow("a new text") << true << true;
-        QTest::newRow("nothing to keep") << false << true;
-        QTest::newRow("no room for a draft") << true << false;
+        for (const bool hasThreads : {true, false}) {
+            AddEmptyNote([&](NoteEditorWindow& editor) {
+                const std::unique_ptr<RefusedThreads> refused(hasThreads ? nullptr : new RefusedThreads);
+                for (const char* const words : {"First", " second"}) {
+                    TypeUntilDraft(editor, words);
+                    QCOMPARE(DraftCount(), 1);
+                }
+                QCOMPARE(FirstDraft().plainText, std::string("First second"));
+                QCOMPARE(FirstDraft().id, -1);
+                QVERIFY(hasThreads || RefusedThreads::refused > 0);
+                Save(editor);
+                QVERIFY(!editor.isVisible());
+            });
+            QCOMPARE(DraftCount(), 0);
+            QCOMPARE(LastListed().plainText, std::string("First second"));
+        }
+        QVERIFY(faults_.faults.empty());
     }
 
     void an_order_to_quit_keeps_the_text_as_a_draft() {
-        QFETCH(bool, changed);
-        QFETCH(bool, writable);
-        app_->GetSettings().Set(Option::szSaveWarning, 0);
-        const std::filesystem::path drafts = DraftStore::FolderOf(app_->NoteBook().paths);
-        if (!writable) {
-            std::filesystem::remove_all(drafts);
-            PutBytes(drafts, "a file in the way");
+        // A new text, nothing to keep, and no room for a draft.
+        for (const auto& [changed, writable] : {std::pair(true, true), {false, true}, {true, false}}) {
+            CloseWindow();
+            OpenSample(1280, 860);
+            app_->GetSettings().Set(Option::szSaveWarning, 0);
+            const std::filesystem::path drafts = DraftStore::FolderOf(app_->NoteBook().paths);
+            if (!writable) {
+                std::filesystem::remove_all(drafts);
+                PutBytes(drafts, "a file in the way");
+            }
+            IgnoresClose stays;
+            window_->installEventFilter(&stays);
+            const QuitGuard guard;
+            AddNote([&, changed = changed, writable = writable](NoteEditorWindow& editor) {
+                if (changed)
+                    Type(editor, "Last words");
+                QEvent quit(QEvent::Quit);
+                QCoreApplication::sendEvent(qApp, &quit);
+                QCOMPARE(editor.isVisible(), !writable);
+                QCOMPARE(editor.Faults()->isVisible(), !writable);
+                if (writable)
+                    return;
+                // The window stays, and goes on with its drafts.
+                QCOMPARE(TextOf(editor), QStringLiteral("Last words"));
+                std::filesystem::remove(drafts);
+                QTRY_COMPARE(DraftCount(), 1);
+                editor.CancelNote();
+                QCOMPARE(DraftCount(), 0);
+            });
+            QVERIFY(prompts_.seen.empty());
+            QVERIFY(window_->isVisible());
+            QCOMPARE(DraftCount(), changed && writable ? 1 : 0);
+            if (DraftCount() > 0)
+                QCOMPARE(FirstDraft().plainText, std::string("Last words"));
+            window_->removeEventFilter(&stays);
         }
-        IgnoresClose stays;
-        window_->installEventFilter(&stays);
-        const QuitGuard guard;
-        AddNote([&](NoteEditorWindow& editor) {
-            if (changed)
-                Type(editor, "Last words");
-            QEvent quit(QEvent::Quit);
-            QCoreApplication::sendEvent(qApp, &quit);
-            QCOMPARE(editor.isVisible(), !writable);
-            QCOMPARE(editor.Faults()->isVisible(), !writable);
-            if (writable)
-                return;
-            // The window stays, and goes on with its drafts.
-            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Last words"));
-            std::filesystem::remove(drafts);
-            QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
-            QVERIFY(written.wait(5000));
-            QCOMPARE(DraftCount(), 1);
-            editor.CancelNote();
-            QCOMPARE(DraftCount(), 0);
-        });
-        window_->removeEventFilter(&stays);
-        QVERIFY(prompts_.seen.empty());
-        QVERIFY(window_->isVisible());
-        QCOMPARE(DraftCount(), changed && writable ? 1 : 0);
-        if (DraftCount() > 0)
-            QCOMPARE(FirstDraft().plainText, std::string("Last words"));
-    }
-
-    void a_draft_is_written_and_a_save_ends_without_a_thread() {
-        AddNote([this](NoteEditorWindow& editor) {
-            const RefusedThreads refused;
-            QSignalSpy written(editor.Drafts(), &DraftWriter::Written);
-            Type(editor, "First");
-            QVERIFY(written.wait(5000));
-            QCOMPARE(DraftCount(), 1);
-            QVERIFY(RefusedThreads::refused > 0);
-            Save(editor);
-            QVERIFY(!editor.isVisible());
-        });
-        QCOMPARE(DraftCount(), 0);
-        QCOMPARE(LastListed().plainText, std::string("First"));
-        QVERIFY(faults_.faults.empty());
     }
 
     void a_draft_that_takes_long_comes_to_its_end() {
@@ -591,10 +574,10 @@ private slots:
         prompts_.answers = {PromptAnswer::Yes};
         InDialog<NoteEditorWindow>([this] { window_->Notes()->OfferUnsavedNotes(); },
                                    [](NoteEditorWindow& editor) {
-                                       QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Unsaved words"));
+                                       QCOMPARE(TextOf(editor), QStringLiteral("Unsaved words"));
                                        Save(editor);
                                    });
-        QCOMPARE(OnDisk(id)->plainText, std::string("Unsaved words"));
+        QCOMPARE(OnDisk(id).plainText, std::string("Unsaved words"));
         QCOMPARE(DraftCount(), 0);
         const size_t asked = prompts_.seen.size();
         window_->Notes()->OfferUnsavedNotes();
@@ -608,8 +591,7 @@ private slots:
         window_->ShowNoteBook();
         prompts_.seen.clear();
         window_->Notes()->OfferUnsavedNotes();
-        QCOMPARE(prompts_.seen.size(), size_t{1});
-        QVERIFY(prompts_.seen[0].starts_with("NoteBook Deleted: "));
+        QCOMPARE(Told(), QStringList("NoteBook Deleted"));
         QCOMPARE(DraftCount(), 1);
         QVERIFY(faults_.faults.empty());
         QVERIFY(DraftStore(app_->NoteBook().paths).RemoveDraft(draft.note.guid).Ok());
@@ -630,11 +612,11 @@ private slots:
         // A capture goes into the note that is being written.
         prompts_.answers = {PromptAnswer::Yes};
         AddNote([this](NoteEditorWindow& editor) {
-            QTest::keyClicks(editor.Text()->Edit(), "Typed. ");
+            Type(editor, "Typed. ");
             editor.setFocus();
-            HooksOf(*window_, *app_, *theme_).capture();
+            HooksOf(*window_, *app_, theme_).capture();
             QVERIFY(editor.Text()->Edit()->hasFocus());
-            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Typed. A bold word"));
+            QCOMPARE(TextOf(editor), QStringLiteral("Typed. A bold word"));
             editor.CancelNote();
         });
         QApplication::clipboard()->clear();
@@ -650,20 +632,18 @@ private slots:
                 QDialog question(&editor);
                 question.setModal(true);
                 question.show();
-                HooksOf(*window_, *app_, *theme_).capture();
+                HooksOf(*window_, *app_, theme_).capture();
                 QTest::qWait(300);
-                QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Typed, "));
+                QCOMPARE(TextOf(editor), QStringLiteral("Typed, "));
                 if (isCancelled)
                     editor.done(QDialog::Rejected);
                 question.close();
                 if (!isCancelled)
-                    QTRY_COMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("Typed, captured"));
+                    QTRY_COMPARE(TextOf(editor), QStringLiteral("Typed, captured"));
             });
         }
         // The note that it was meant for is gone: it becomes one of its own.
-        Next<NoteEditorWindow>([](NoteEditorWindow& editor) {
-            QCOMPARE(editor.Text()->Edit()->toPlainText(), QStringLiteral("captured"));
-        });
+        Next<NoteEditorWindow>([](NoteEditorWindow& editor) { QCOMPARE(TextOf(editor), QStringLiteral("captured")); });
         QTRY_COMPARE(opened_, 3);
     }
 
@@ -680,7 +660,7 @@ private slots:
     }
 
     void looks_good() {
-        const BothLooks looks{*theme_};
+        const BothLooks looks{theme_};
         const auto shoot = [&](const char* name) {
             return [&looks, name](NoteEditorWindow& editor) {
                 editor.resize(1280, 860);
@@ -700,11 +680,10 @@ private slots:
 
     void dialogs_look_good() {
         KeyWordPicker used(app_->NoteBook().keyWords, "bells", -1);
-        SelectTagsDlg tags(used, *theme_);
+        SelectTagsDlg tags(used, theme_);
         tags.show();
         TakeShot(tags, "editor-key-words");
-        const QString path = File("picture.png", Encoded(Filled(640, 400)));
-        PictureViewer viewer(path, "A picture", *theme_);
+        PictureViewer viewer(File("picture.png", Encoded(Filled(640, 400))), "A picture", theme_);
         viewer.show();
         QVERIFY(viewer.IsLoaded());
         const double fitted = viewer.Zoom();
@@ -713,10 +692,47 @@ private slots:
         TakeShot(viewer, "editor-picture");
     }
 
+    void pictures_leave_a_text_that_is_too_large() {
+        const auto noise = [](int side) {
+            QImage image(side, side, QImage::Format_RGB32);
+            std::mt19937 generator(7);
+            for (int i = 0; i < side * side; ++i)
+                image.setPixel(i % side, i / side, generator() | 0xFF000000u);
+            return Encoded(image);
+        };
+        AddNote([&](NoteEditorWindow& editor) {
+            auto* const text = qobject_cast<RichTextEdit*>(editor.Text()->Edit());
+            QTest::keyClicks(text, "Lamps ");
+            QVERIFY(text->InsertPictureBytes(noise(260)));
+            QVERIFY(text->InsertPictureBytes(noise(180)));
+            editor.SaveNote();  // the answer is No
+            QVERIFY(editor.isVisible());
+            QVERIFY(prompts_.seen.back().find("Note Too Large? The text of this note takes") == 0);
+            const auto* const bar = editor.findChild<QLabel*>("textSize");
+            const QString size = QLocale().toString(static_cast<qulonglong>(text->Rtf().size()));
+            QVERIFY(bar->isVisible() && bar->text().contains(size));
+            QVERIFY(prompts_.seen.back().find(size.toStdString()) != std::string::npos);
+            QCOMPARE(editor.Text()->Pictures().size(), size_t{2});
+            QCOMPARE(editor.Attachments()->List()->topLevelItemCount(), 0);
+            // A file of the name that the picture would get.
+            editor.Attachments()->AddDropped({File("Picture 1.png", "own")});
+            prompts_.answers = {PromptAnswer::Yes};
+            editor.SaveNote();
+            QVERIFY(!editor.isVisible());
+        });
+        const CNote& note = LastListed();
+        QVERIFY(note.rtfText.size() < kLargestRtf);
+        QVERIFY(note.rtfText.find("\\pict") != std::string::npos);  // the smaller one stays
+        QCOMPARE(note.attachments.size(), size_t{2});
+        QVERIFY(note.attachments[0].title != note.attachments[1].title);
+        const std::filesystem::path file = app_->NoteBook().paths.Attachments() / note.attachments[1].storedFile;
+        QCOMPARE(static_cast<qint64>(std::filesystem::file_size(file)), static_cast<qint64>(noise(260).size()));
+    }
+
     /// What a save has read already would lack it.
     void a_drop_during_a_save_is_refused() {
         CloseWindow();
-        progressOnScreen_ = std::make_unique<QtProgress>(*theme_);
+        progressOnScreen_ = std::make_unique<QtProgress>(theme_);
         shownProgress_ = progressOnScreen_.get();
         OpenSample(1280, 860);
         progressOnScreen_->SetParent(window_.get());
@@ -732,12 +748,8 @@ private slots:
                     return;
                 QWidget* const targets[] = {editor.Text()->Edit()->viewport(), editor.Attachments()};
                 for (QWidget* const target : targets) {
-                    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &words, Qt::LeftButton, Qt::NoModifier);
-                    QCoreApplication::sendEvent(target, &enter);
-                    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &words, Qt::LeftButton, Qt::NoModifier);
-                    QCoreApplication::sendEvent(target, &drop);
                     ++dropped;
-                    taken += drop.isAccepted();
+                    taken += DropOn(target, words);
                 }
             });
             drops.start(0);
@@ -747,9 +759,8 @@ private slots:
         QVERIFY2(!QApplication::overrideCursor(), "that of the save");
         QVERIFY(dropped > 0);
         QCOMPARE(taken, 0);
-        const CNote& note = app_->List()[app_->List().Count() - 1];
-        QCOMPARE(note.plainText, std::string("Typed"));
-        QVERIFY(note.attachments.empty());
+        QCOMPARE(LastListed().plainText, std::string("Typed"));
+        QVERIFY(LastListed().attachments.empty());
     }
 };
 

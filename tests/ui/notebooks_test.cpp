@@ -40,7 +40,6 @@ private:
                                             steps(dialog);
                                         });
     }
-    static QStringList Rows(const ManageNoteBooksDialog& dialog) { return Lines(In<QListWidget>(dialog, "noteBooks")); }
 
 private slots:
     void init() {
@@ -57,30 +56,29 @@ private slots:
     void keyboard_alone_makes_renames_and_deletes() {
         prompts_.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
         InManager([](ManageNoteBooksDialog& dialog) {
-            auto* const newName = dialog.findChild<QLineEdit*>("newName");
-            QTest::keyClick(&dialog, Qt::Key_W, Qt::AltModifier);
+            auto* const newName = In<QLineEdit>(dialog, "newName");
+            auto* const name = In<QLineEdit>(dialog, "name");
+            auto* const list = In<QListWidget>(dialog, "noteBooks");
+            PressKeys(&dialog, {"Alt+W"});
             QVERIFY(newName->hasFocus());
             QTest::keyClicks(newName, "Fog signals");
             QTest::keyClick(newName, Qt::Key_Return);
             QVERIFY(dialog.isVisible());
             QVERIFY(newName->text().isEmpty() && newName->hasFocus());
-            QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog signals"));
-            auto* const list = dialog.findChild<QListWidget*>("noteBooks");
+            QCOMPARE(Lines(list).last(), QStringLiteral("Fog signals"));
             QCOMPARE(list->currentRow(), 4);
             list->setFocus();
             QTest::keyClick(list, Qt::Key_F2);
-            auto* const name = dialog.findChild<QLineEdit*>("name");
             QVERIFY(name->hasFocus());
             QCOMPARE(name->selectedText(), QStringLiteral("Fog signals"));
             QTest::keyClicks(name, "Fog");
             QTest::keyClick(name, Qt::Key_Return);
-            QCOMPARE(Rows(dialog).last(), QStringLiteral("Fog"));
+            QCOMPARE(Lines(list).last(), QStringLiteral("Fog"));
             list->setFocus();
             QTest::keyClick(list, Qt::Key_Delete);
             QCOMPARE(list->currentRow(), 0);
-            QCOMPARE(Rows(dialog).size(), 4);
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-            QVERIFY(!dialog.isVisible());
+            QCOMPARE(list->count(), 4);
+            QVERIFY(!StaysOpen(dialog, "Esc"));
         });
         QCOMPARE(prompts_.seen.size(), size_t{2});
         QVERIFY(app_->NoteBook().database.IsMain());
@@ -95,7 +93,7 @@ private slots:
                 box->open();
                 QVERIFY(QTest::qWaitForWindowActive(box.get()));
             };
-            dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(1);
+            In<QListWidget>(dialog, "noteBooks")->setCurrentRow(1);
             QLineEdit* const line = In<QLineEdit>(dialog, "newName");
             for (const char* const text : {"bad", "Fog signals", "Signals"}) {
                 line->setFocus();
@@ -105,10 +103,9 @@ private slots:
                 QVERIFY2(box, text);
                 QVERIFY2(dialog.isVisible(), text);
                 box.reset();
-                dialog.activateWindow();
-                QTRY_VERIFY(dialog.isActiveWindow());
+                BringUp(dialog);
             }
-            QCOMPARE(Rows(dialog).last(), QStringLiteral("Signals"));
+            QCOMPARE(Lines(In<QListWidget>(dialog, "noteBooks")).last(), QStringLiteral("Signals"));
             prompts_.whileShown = nullptr;
         });
         QVERIFY(app_->NoteBook().database.IsMain());
@@ -116,27 +113,16 @@ private slots:
 
     void details_follow_the_selection() {
         InManager([](ManageNoteBooksDialog& dialog) {
-            QCOMPARE(Rows(dialog).first(), QStringLiteral("<LOREBINDER MAIN>"));
-            auto* const list = dialog.findChild<QListWidget*>("noteBooks");
-            QVERIFY(!dialog.findChild<QLineEdit*>("name")->isEnabled());
+            auto* const list = In<QListWidget>(dialog, "noteBooks");
+            QCOMPARE(list->item(0)->text(), QStringLiteral("<LOREBINDER MAIN>"));
+            QVERIFY(!In<QLineEdit>(dialog, "name")->isEnabled());
             QTest::keyClick(list, Qt::Key_F2);
             QVERIFY(list->hasFocus());
             QTest::keyClick(list, Qt::Key_Down);
-            QCOMPARE(dialog.findChild<QLineEdit*>("name")->text(), QStringLiteral("Thesis"));
-            QCOMPARE(dialog.findChild<QLabel*>("notes")->text(), QStringLiteral("# Notes:  3"));
-            QCOMPARE(dialog.findChild<QLabel*>("created")->text(), QStringLiteral("Created:  07/12/11"));
+            QCOMPARE(In<QLineEdit>(dialog, "name")->text(), QStringLiteral("Thesis"));
+            QCOMPARE(In<QLabel>(dialog, "notes")->text(), QStringLiteral("# Notes:  3"));
+            QCOMPARE(In<QLabel>(dialog, "created")->text(), QStringLiteral("Created:  07/12/11"));
         });
-    }
-
-    void changing_opens_the_chosen_one() {
-        InManager([](ManageNoteBooksDialog& dialog) {
-            dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(1);
-            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-            QVERIFY(!dialog.isVisible());
-        });
-        QCOMPARE(app_->NoteBook().database.name, std::string("Thesis"));
-        QCOMPARE(*store_.Get("Options", "Database"), std::string("{NB7}"));
-        QCOMPARE(app_->NotesPane(), std::string("Notes:    3"));
     }
 
     void deleting_the_open_one_stops_all_writing() {
@@ -144,12 +130,12 @@ private slots:
         app_->Gather({1, 2});
         prompts_.answers = {PromptAnswer::Yes};
         InManager([](ManageNoteBooksDialog& dialog) {
-            QTest::keyClick(dialog.findChild<QListWidget*>("noteBooks"), Qt::Key_Delete);
+            QTest::keyClick(In<QListWidget>(dialog, "noteBooks"), Qt::Key_Delete);
         });
         QVERIFY(app_->List().IsEmpty());
         QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
         QVERIFY(!app_->MayWrite());
-        QVERIFY(prompts_.seen.back().starts_with("NoteBook Deleted: "));
+        QCOMPARE(Told().last(), QString("NoteBook Deleted"));
         app_->SaveOptions();
         QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
         QVERIFY(faults_.faults.empty());
@@ -196,12 +182,7 @@ private slots:
         for (const QString name : {"/tmp/notes.LBE", "/tmp/notes.txt"}) {
             QMimeData data;
             data.setUrls({QUrl::fromLocalFile(name)});
-            QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-            enter.ignore();
-            QApplication::sendEvent(window_.get(), &enter);
-            QCOMPARE(enter.isAccepted(), name.endsWith("LBE"));
-            QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(window_.get(), &drop);
+            QCOMPARE(DropOn(window_.get(), data), name.endsWith("LBE"));
         }
         QTRY_COMPARE(spy.size(), 1);
         QCOMPARE(spy.first().first().toString(), QStringLiteral("/tmp/notes.LBE"));
@@ -210,32 +191,26 @@ private slots:
     void looks_good() {
         InManager([this](ManageNoteBooksDialog& dialog) {
             for (const auto& [name, row] : {std::pair("notebooks", 2), {"notebooks-rtl", 3}, {"notebooks-main", 0}}) {
-                dialog.findChild<QListWidget*>("noteBooks")->setCurrentRow(row);
-                BothLooks{*theme_}.Shoot(dialog, name);
+                In<QListWidget>(dialog, "noteBooks")->setCurrentRow(row);
+                BothLooks{theme_}.Shoot(dialog, name);
             }
         });
     }
 
     void exit_asks_for_a_name_that_was_typed() {
-        struct Typed {
-            const char* field;
-            bool asks;
-        };
-        for (const Typed& typed : {Typed{"newName", true}, {"name", true}, {"name", false}}) {
-            InManager([&](ManageNoteBooksDialog& dialog) {
+        for (const auto& [field, asks] : {std::pair("newName", true), {"name", true}, {"name", false}}) {
+            InManager([&, field = field, asks = asks](ManageNoteBooksDialog& dialog) {
                 In<QListWidget>(dialog, "noteBooks")->setCurrentRow(1);
-                QLineEdit* const field = In<QLineEdit>(dialog, typed.field);
-                field->setFocus();
-                field->selectAll();
-                QTest::keyClicks(field, typed.asks ? "Fog signals" : "Thesis");
+                QLineEdit* const line = In<QLineEdit>(dialog, field);
+                Retype(line, asks ? "Fog signals" : "Thesis");
                 prompts_.seen.clear();
                 prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
                 QTest::keyClick(&dialog, Qt::Key_Escape);
-                QCOMPARE(dialog.isVisible(), typed.asks);
-                QCOMPARE(prompts_.seen.size(), size_t{typed.asks});
-                if (!typed.asks)
+                QCOMPARE(dialog.isVisible(), asks);
+                QCOMPARE(prompts_.seen.size(), size_t{asks});
+                if (!asks)
                     return;
-                QVERIFY(field->hasFocus() && field->text() == "Fog signals");
+                QVERIFY(line->hasFocus() && line->text() == "Fog signals");
                 Press(dialog, "Exit");
                 QVERIFY(!dialog.isVisible());
             });
@@ -257,7 +232,7 @@ private slots:
         tell(left.Folder().string() + "1");
         InManager([](ManageNoteBooksDialog& dialog) {
             In<QListWidget>(dialog, "noteBooks")->setCurrentRow(0);
-            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            QVERIFY(!StaysOpen(dialog, "Ctrl+Return"));
         });
         QVERIFY(app_->NoteBook().database.IsMain());
         QVERIFY(!bar.isHidden());

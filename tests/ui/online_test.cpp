@@ -1,7 +1,10 @@
+#include "calendar/day_reminders.h"
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/http_server.h"
 #include "support/noted_starts.h"
+#include "ui/calendar/calendar_host.h"
+#include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/online/link_notebook_dialog.h"
 #include "ui/online/select_online_notebook_dlg.h"
 #include "ui/online/sync_setup_dialog.h"
@@ -26,14 +29,16 @@ const std::string kTwoNoteBooks = NoteBooks({{4, "Lighthouses"}, {9, "Lamps &amp
 
 }  // namespace
 
-/// The windows of the online account as a user drives them, with a server of the account in this process.
+/// The windows of the online account and of reminders by mail as a user drives them, with a server in this process.
 class OnlineTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    void Start(bool hasService = true) {
+    void Start(bool hasService = true, const std::string& reminderServer = {}) {
         Begin();
-        background_ = std::make_unique<QtProgress>(*theme_);
+        background_ = std::make_unique<QtProgress>(theme_);
+        store_.Set("Reminders", "Server", reminderServer);
+        store_.Set("Reminders", "User", "ann");
         store_.Set("Options", "LocalGUID", "{LOCAL}");
         if (hasService) {
             store_.Set("Online", "Endpoint", server_->Url());
@@ -64,17 +69,31 @@ private:
     void InEntry(const QString& entry, const std::function<void(Dialog&)>& steps) {
         InDialog<Dialog>([&] { Trigger(entry); }, steps);
     }
-    QStringList Panes() const {
-        QStringList texts;
-        for (const QLabel* const pane : window_->statusBar()->findChildren<QLabel*>())
-            texts.append(pane->text());
-        return texts;
+    /// Opens the window with a server for reminders.
+    void StartReminders(const std::string& address) {
+        Start(false, address);
+        host_ = std::make_unique<CalendarHost>(*app_, theme_, window_.get());
     }
+    CTmReminder Mail() const {
+        CTmReminder reminder = NewReminder(host_->World().Context());
+        reminder.Type = static_cast<int32_t>(ReminderType::Email);
+        reminder.SendTo = reminder.EmailAddress = "ann@mail.example";
+        reminder.SendTime = clock_.now.PlusDays(1);
+        return reminder;
+    }
+    ReminderList Stored() const {
+        ReminderList reminders;
+        LoadReminders(host_->World(), reminders);
+        return reminders;
+    }
+    std::string Kept(const char* key) const { return store_.Get("Options", key).value_or(""); }
+    QStringList Panes() const { return SeenTexts<QLabel>(*window_->statusBar()); }
 
     std::unique_ptr<HttpServer> server_;
     HttpClient client_{{.connect = std::chrono::seconds(5), .silence = std::chrono::seconds(5)}};
     NotedStarts syncs_;
     std::unique_ptr<QtProgress> background_;
+    std::unique_ptr<CalendarHost> host_;
 
 private slots:
     void init() {
@@ -87,6 +106,7 @@ private slots:
         };
     }
     void cleanup() {
+        host_.reset();
         background_.reset();
         CloseWindow();
         server_.reset();
@@ -111,23 +131,19 @@ private slots:
             dialog.activateWindow();
             QTRY_VERIFY(guid->hasFocus());
             QCOMPARE(guid->selectedText(), QString("{short}"));
-            QVERIFY(prompts_.seen.back().starts_with("Invalid Sync GUID: "));
             QTest::keyClicks(guid, kGuid);
             QTest::keyClick(guid, Qt::Key_E, Qt::AltModifier);
             QTRY_COMPARE(In<QLabel>(dialog, "head")->text(), QString("LINKED TO ACCOUNT:  <b>keeper"));
-            QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
-            QTest::keyClick(&dialog, Qt::Key_T, Qt::AltModifier);
+            PressKeys(&dialog, {"Alt+C", "Alt+T"});
             QTRY_VERIFY(In<QCheckBox>(dialog, "atClose")->isChecked() &&
                         !In<QCheckBox>(dialog, "atStart")->isChecked());
-            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-            QVERIFY(!dialog.isVisible());
+            QVERIFY(!StaysOpen(dialog, "Ctrl+Return"));
         });
-        QCOMPARE(prompts_.seen.size(), 2u);
-        QVERIFY(prompts_.seen.back().starts_with("Sync GUID Found!!: "));
+        QCOMPARE(Told(), QStringList({"Invalid Sync GUID", "Sync GUID Found!!"}));
         QVERIFY(server_->Requests().at(0).find("<desktopGUID>{LOCAL}</desktopGUID>") != std::string::npos);
-        QCOMPARE(store_.Get("Options", "SyncGUID").value_or(""), std::string(kGuid));
-        QCOMPARE(store_.Get("Options", "SyncAtClose").value_or(""), std::string("1"));
-        QCOMPARE(store_.Get("Options", "SyncAtStart").value_or(""), std::string("0"));
+        QCOMPARE(Kept("SyncGUID"), std::string(kGuid));
+        QCOMPARE(Kept("SyncAtClose"), std::string("1"));
+        QCOMPARE(Kept("SyncAtStart"), std::string("0"));
         QToolButton* const runSync = In<QToolButton>(*window_, "runSync");
         QTRY_VERIFY(runSync->defaultAction()->isVisible());
         QCOMPARE(runSync->text() + runSync->toolTip(), QString("< Run Sync >< Run Sync > (Ctrl+Shift+Y)"));
@@ -146,21 +162,19 @@ private slots:
         server_->Add(HttpAnswer{"HTTP/1.1 200 OK\r\n", 0, 0, false});
         InEntry<SyncSetupDialog>("Online Sync Setup...", [&](SyncSetupDialog& dialog) {
             QTimer timer;
+            QElapsedTimer spent;
             int ticks = 0;
-            connect(&timer, &QTimer::timeout, &dialog, [&] {
+            timer.callOnTimeout(&dialog, [&] {
                 ++ticks;
-                const auto* const panel = In<QFrame>(dialog, "progressPanel");
-                auto* const stop = panel ? panel->findChild<QPushButton*>() : nullptr;
-                if (!stop || !stop->isVisible())
+                if (!StopButton(dialog))
                     return;
                 timer.stop();
                 TakeShot(dialog, "online_stop");
+                spent.start();
                 QTest::keyClicks(In<QLineEdit>(dialog, "syncGuid"), "typed");
                 QTest::keyClick(&dialog, Qt::Key_Escape);
             });
             timer.start(10);
-            QElapsedTimer spent;
-            spent.start();
             In<QPushButton>(dialog, "engage")->click();
             QVERIFY2(spent.elapsed() < 4000, "the wait of the client would be over");
             QVERIFY(ticks > 10);
@@ -191,8 +205,7 @@ private slots:
                 QVERIFY(list->hasFocus());
                 QCOMPARE(list->count(), 1);
                 QVERIFY(list->selectedItems().isEmpty());
-                QTest::keyClick(&choice, Qt::Key_Return, Qt::ControlModifier);
-                QVERIFY(choice.isVisible());
+                QVERIFY(StaysOpen(choice, "Ctrl+Return"));
                 QCOMPARE(prompts_.seen.back(), std::string("No NoteBook Selected: Please Select a NoteBook."));
                 QTest::keyClick(&choice, Qt::Key_N, Qt::AltModifier);
                 QTRY_COMPARE(prompts_.seen.size(), 4u);
@@ -207,7 +220,6 @@ private slots:
             QTest::keyClick(&dialog, Qt::Key_Escape);
         });
         QVERIFY2(Panes().contains("Linked With:   < Lamps & lenses >"), qPrintable(Panes().join('|')));
-        QVERIFY(Panes().contains("Never Synced"));
         prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
         InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
             QTest::keyClick(&dialog, Qt::Key_C, Qt::AltModifier);
@@ -220,7 +232,6 @@ private slots:
         });
         QVERIFY(Panes().contains("Not Linked"));
         QCOMPARE(server_->Left(), 0u);
-        QCOMPARE(server_->Requests().size(), 4u);
     }
 
     void a_refused_update_leaves_the_link_as_it_was() {
@@ -239,9 +250,8 @@ private slots:
             QCOMPARE(In<QLabel>(dialog, "onlineNoteBook")->text(), QString("Lamps & lenses"));
             // The server has nothing more to say.
             In<QPushButton>(dialog, "linkWith")->click();
-            QVERIFY(prompts_.seen.back().starts_with("Connection Error: "));
         });
-        QVERIFY(prompts_.seen.at(0).starts_with("Update Error: "));
+        QCOMPARE(Told(), QStringList({"Update Error", "Connection Error"}));
         QVERIFY(server_->Requests().at(1).find("<newOnlineNoteBookID>4<") != std::string::npos);
         QCOMPARE(app_->NoteBook().syncLog.link.OnlineNoteBookID, 9);
     }
@@ -261,11 +271,8 @@ private slots:
             In<QPushButton>(dialog, "linkWith")->click();
         });
         Trigger("Run Sync");
-        QCOMPARE(prompts_.seen.size(), 4u);
-        QVERIFY(prompts_.seen[0].starts_with("Online Service Not Set Up: "));
-        QVERIFY(prompts_.seen[1].starts_with("Sync NOT Engaged: "));
-        QCOMPARE(prompts_.seen[2], prompts_.seen[0]);
-        QCOMPARE(prompts_.seen[3], prompts_.seen[1]);
+        const QString noService = "Online Service Not Set Up", notEngaged = "Sync NOT Engaged";
+        QCOMPARE(Told(), QStringList({noService, notEngaged, noService, notEngaged}));
         QVERIFY(window_->isVisible());
     }
 
@@ -297,16 +304,89 @@ private slots:
             QCOMPARE(server_->Requests().size(), 0u);
             QCOMPARE(In<QLabel>(dialog, "status")->text(), QString("LINKED!"));
         });
-        QTRY_COMPARE(prompts_.seen.size(), 1u);
-        QVERIFY(prompts_.seen[0].starts_with("Online NoteBook Deleted: "));
+        QTRY_COMPARE(Told(), QStringList("Online NoteBook Deleted"));
         QTRY_VERIFY(Panes().contains("Not Linked"));
         QTRY_COMPARE(progress_.shown, 0);
         QCOMPARE(progress_.messages.back(), std::string("Updating Local Sync Information....(may take a few moments)"));
     }
 
+    void the_window_paints_while_the_server_thinks() {
+        StartReminders(server_->Url("/r"));
+        for (const char* const body : {R"({"result": 1})", R"({"time": "03/14/2026 09:26:00"})", R"({"result": 12})"})
+            server_->Add({.bytes = "HTTP/1.1 200 OK\r\n\r\n" + std::string(body), .pause = 600});
+        int ticks = 0;
+        bool couldStop = false;
+        QTimer timer;
+        timer.callOnTimeout(this, [&] {
+            ++ticks;
+            couldStop |= StopButton(*window_) != nullptr;
+        });
+        timer.start(20);
+        QVERIFY(SaveNewReminder(host_->World(), Mail()));
+        QVERIFY2(ticks >= 10, qPrintable(QString::number(ticks)));
+        QVERIFY(couldStop);
+        QVERIFY(prompts_.seen.empty());
+        QCOMPARE(Stored().size(), size_t{1});
+        QCOMPARE(server_->Requests().size(), size_t{3});
+        QVERIFY(server_->Requests()[2].find("\"sendTo\":\"ann@mail.example\"") != std::string::npos);
+    }
+
+    void cancel_ends_the_flow_of_a_reminder() {
+        StartReminders(server_->Url());
+        server_->Add(200, R"({"result": 1})");
+        server_->Add({.bytes = "", .closes = false});
+        QTimer timer;
+        QElapsedTimer clock;
+        timer.callOnTimeout(this, [&] {
+            const QPointer<QPushButton> stop = StopButton(*window_);
+            if (!stop)
+                return;
+            timer.stop();
+            TakeShot(*window_, "reminder-server-waits");
+            clock.start();
+            if (stop)
+                stop->click();
+        });
+        timer.start(20);
+        QVERIFY(!SaveNewReminder(host_->World(), Mail()));
+        QVERIFY(clock.elapsed() < 4000);
+        QCOMPARE(prompts_.seen.size(), size_t{1});
+        QVERIFY(prompts_.seen[0].find("could not be created") != std::string::npos);
+        QVERIFY(Stored().empty());
+        QCOMPARE(server_->Requests().size(), size_t{2});
+    }
+
+    void what_was_typed_outlives_a_server_that_is_not_set_up() {
+        StartReminders("");
+        const auto setType = [](const EditReminderDialog& editor, int index) {
+            auto* const type = In<QComboBox>(editor, "type");
+            type->setCurrentIndex(index);
+            emit type->activated(index);
+        };
+        Next<EditReminderDialog>([&](EditReminderDialog& editor) {
+            setType(editor, 1);
+            In<QLineEdit>(editor, "address")->setText("ann@mail.example");
+            In<QPlainTextEdit>(editor, "message")->setPlainText("Bring the lamp");
+            Next<EditReminderDialog>([&](EditReminderDialog& again) {
+                QVERIFY(prompts_.seen.at(0).find("key \"Server\"") != std::string::npos);
+                QVERIFY(prompts_.seen.back().find("could not be created") != std::string::npos);
+                QVERIFY(Stored().empty());
+                QCOMPARE(In<QLineEdit>(again, "address")->text(), QString("ann@mail.example"));
+                QCOMPARE(In<QPlainTextEdit>(again, "message")->toPlainText(), QString("Bring the lamp"));
+                setType(again, 0);
+                In<QPushButton>(again, "save")->click();
+            });
+            In<QPushButton>(editor, "save")->click();
+        });
+        QVERIFY(RunNewReminder(*host_, nullptr, window_.get()));
+        QCOMPARE(opened_, 2);
+        QCOMPARE(Stored().size(), size_t{1});
+        QCOMPARE(Stored()[0].Message, std::string("Bring the lamp"));
+    }
+
     void looks_good() {
         const auto shoot = [this](const char* name) {
-            return [this, name](QWidget& dialog) { BothLooks{*theme_}.Shoot(dialog, name); };
+            return [this, name](QWidget& dialog) { BothLooks{theme_}.Shoot(dialog, name); };
         };
         Start(false);
         InEntry<SyncSetupDialog>("Online Sync Setup...", shoot("online_setup_none"));

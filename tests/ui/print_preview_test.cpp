@@ -37,7 +37,7 @@ private:
     }
 
     void Open(ContentSource content) {
-        window_ = std::make_unique<PreviewWindow>(std::move(content), *theme_, store_);
+        window_ = std::make_unique<PreviewWindow>(std::move(content), theme_, store_);
         window_->show();
         QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
     }
@@ -52,7 +52,19 @@ private:
     }
 
     QAction* Command(const QString& text) const { return MenuEntry(*window_, text); }
-    QString PageText() const { return window_->findChild<QLabel*>("page")->text(); }
+    void Run(std::initializer_list<const char*> commands) const {
+        for (const char* const command : commands)
+            Command(command)->trigger();
+    }
+    QComboBox* Fonts() const { return In<QComboBox>(*window_, "fonts"); }
+    /// What of the pages is seen now.
+    QImage Seen() const {
+        QWidget& viewport = *window_->Preview()->viewport();
+        QImage image(viewport.size(), QImage::Format_RGB32);
+        viewport.render(&image);
+        return image;
+    }
+    QString PageText() const { return In<QLabel>(*window_, "page")->text(); }
     /// The bytes of a file that the window saves; none if it can't.
     std::string Saved(const char* name) {
         const QString file = folder_.filePath(name);
@@ -65,14 +77,13 @@ private:
         return pages;
     }
 
-    std::unique_ptr<Theme> theme_;
+    Theme theme_{*qApp, Appearance::Light};
     std::unique_ptr<PreviewWindow> window_;
     MemoryStore store_;
     QTemporaryDir folder_;
     QSemaphore others_;
 
 private slots:
-    void initTestCase() { theme_ = std::make_unique<Theme>(*qApp, Appearance::Light); }
     void init() { store_ = MemoryStore(); }
     void cleanup() {
         others_.release(100);
@@ -85,9 +96,9 @@ private slots:
         QVERIFY(pages >= 3);
         QTRY_COMPARE(PageText(), QStringLiteral("Page 1 of %1").arg(pages));
         QVERIFY(!Command("Previous Page")->isEnabled());
-        Command("Next Page")->trigger();
+        Run({"Next Page"});
         QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(pages));
-        Command("Last Page")->trigger();
+        Run({"Last Page"});
         QCOMPARE(window_->Preview()->CurrentPage(), pages);
         QVERIFY(!Command("Next Page")->isEnabled());
         const double before = window_->Preview()->Zoom();
@@ -104,63 +115,50 @@ private slots:
         QVERIFY(window_->PageCount() >= 2);
         QVERIFY(PageText().startsWith("Page 1 \u2013"));
         QVERIFY(window_->Preview()->IsDrawn());
-        QImage early(window_->Preview()->viewport()->size(), QImage::Format_RGB32);
-        window_->Preview()->viewport()->render(&early);
+        const QImage early = Seen();
         QVERIFY(early.pixelColor(early.width() / 2, 24) == Qt::white);
-        Command("Next Page")->trigger();
-        window_->Preview()->verticalScrollBar()->setValue(window_->Preview()->verticalScrollBar()->value() + 100);
-        const int place = window_->Preview()->verticalScrollBar()->value();
+        Run({"Next Page"});
+        QScrollBar* const bar = window_->Preview()->verticalScrollBar();
+        const int place = bar->value() + 100;
+        bar->setValue(place);
         others_.release();
         QTRY_VERIFY(window_->IsWhole());
         QVERIFY(window_->PageCount() > 20);
         QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(window_->PageCount()));
-        QCOMPARE(window_->Preview()->verticalScrollBar()->value(), place);
-        Command("First Page")->trigger();
+        QCOMPARE(bar->value(), place);
+        Run({"First Page"});
         QTRY_VERIFY(window_->Preview()->IsDrawn());
-        QImage late(early.size(), QImage::Format_RGB32);
-        window_->Preview()->viewport()->render(&late);
-        QVERIFY2(early == late, "the first page stands as it stood");
+        QVERIFY2(Seen() == early, "the first page stands as it stood");
     }
 
     void what_needs_all_pages_waits_for_them() {
-        others_.release();
-        Open(Slow(400));
-        Command("Last Page")->trigger();
-        QVERIFY(window_->IsWhole());
-        QCOMPARE(window_->Preview()->CurrentPage(), window_->PageCount());
-        const int pages = window_->PageCount();
-        others_.release();
-        Open(Slow(400));
-        QCOMPARE(PagesOf(Saved("whole.pdf")), pages);
-        others_.release();
-        Open(Slow(400));
-        QVERIFY(Saved("whole.txt").find("Part 400.") != std::string::npos);
-    }
-
-    void all_pages_come_without_a_thread() {
-        const RefusedThreads refused;
-        others_.release(2);
-        Open(Slow(400));
-        QTRY_VERIFY(window_->IsWhole());
-        const int pages = window_->PageCount();
-        Command("Last Page")->trigger();
-        QTRY_VERIFY(window_->Preview()->IsDrawn());
-        Open(Slow(400));
-        QCOMPARE(PagesOf(Saved("whole.pdf")), pages);
+        for (const bool hasThreads : {true, false}) {
+            const std::unique_ptr<RefusedThreads> refused(hasThreads ? nullptr : new RefusedThreads);
+            others_.release(3);
+            Open(Slow(400));
+            Run({"Last Page"});
+            QVERIFY(window_->IsWhole());
+            const int pages = window_->PageCount();
+            QCOMPARE(window_->Preview()->CurrentPage(), pages);
+            QTRY_VERIFY(window_->Preview()->IsDrawn());
+            Open(Slow(400));
+            QCOMPARE(PagesOf(Saved("whole.pdf")), pages);
+            Open(Slow(400));
+            QVERIFY(Saved("whole.txt").find("Part 400.") != std::string::npos);
+        }
     }
 
     void layouts_overtake_each_other() {
         Open(Slow(400));
-        auto* const fonts = window_->findChild<QComboBox*>("fonts");
         for (const char* font : {"Courier New", "Arial", "Times New Roman", "Courier New"}) {
-            fonts->setCurrentText(font);
+            Fonts()->setCurrentText(font);
             QTest::qWait(1);
         }
         others_.release(5);
         QTRY_VERIFY(window_->IsWhole());
         const int pages = window_->PageCount();
         window_->Preview()->SetCurrentPage(9);
-        fonts->setCurrentText("Arial");
+        Fonts()->setCurrentText("Arial");
         QVERIFY(window_->Preview()->CurrentPage() < 9);
         QTRY_VERIFY2(window_->IsWhole(), "what was made once isn't made again");
         QVERIFY(window_->PageCount() < pages);
@@ -179,9 +177,9 @@ private slots:
             const auto [first, last] = view->VisiblePages();
             return last - first + 1;
         };
-        Command("Fit Page")->trigger();
+        Run({"Fit Page"});
         QCOMPARE(visible(), 1);
-        Command("Facing Pages")->trigger();
+        Run({"Facing Pages"});
         QVERIFY(visible() <= 4);
         for (int page : {1, 17, window_->PageCount(), 2}) {
             view->SetCurrentPage(page);
@@ -189,39 +187,43 @@ private slots:
             QVERIFY(first <= page && page <= last);
             QCOMPARE(view->CurrentPage(), page);
         }
-        Command("All Pages")->trigger();
+        Run({"All Pages"});
         QVERIFY(visible() > 4 && visible() < window_->PageCount());
         QTest::keyClick(view, Qt::Key_End);
         QCOMPARE(view->CurrentPage(), window_->PageCount());
         QTest::keyClick(view, Qt::Key_Home);
         QCOMPARE(view->CurrentPage(), 1);
-        Command("One Page")->trigger();
+    }
+
+    void the_width_is_fitted_until_somebody_zooms() {
+        Open(Bibliography(900));
+        window_->resize(1000, 900);
+        PageView* const view = window_->Preview();
+        Run({"One Page"});
         const double fitted = view->Zoom();
-        window_->resize(window_->width() + 200, window_->height());
-        QVERIFY2(view->Zoom() > fitted, "the width is fitted again");
+        window_->resize(1200, 900);
+        QVERIFY(view->Zoom() > fitted);
         view->SetCurrentPage(20);
         view->verticalScrollBar()->setValue(view->verticalScrollBar()->value() + 77);
-        Command("Zoom In")->trigger();
-        Command("Zoom In")->trigger();
+        Run({"Zoom In", "Zoom In"});
         QCOMPARE(view->CurrentPage(), 20);
         const double zoomed = view->Zoom();
-        window_->resize(window_->width() - 200, window_->height());
+        window_->resize(1000, 900);
         QCOMPARE(view->Zoom(), zoomed);
     }
 
     void another_font_lays_out_anew_and_is_remembered() {
         Open(Bibliography(80));
         const int pages = window_->PageCount();
-        auto* const fonts = window_->findChild<QComboBox*>("fonts");
-        fonts->setCurrentText("Courier New");
-        QVERIFY(window_->PageCount() > pages);
+        Fonts()->setCurrentText("Courier New");
         const int wide = window_->PageCount();
+        QVERIFY(wide > pages);
         window_->close();
         Open(Bibliography(80));
-        QCOMPARE(window_->findChild<QComboBox*>("fonts")->currentText(), QStringLiteral("Courier New"));
+        QCOMPARE(Fonts()->currentText(), QStringLiteral("Courier New"));
         QCOMPARE(window_->PageCount(), wide);
         Open(PrintContent(DocumentFromText("Notes have fonts of their own", "Arial", 24)));
-        QVERIFY(!window_->findChild<QComboBox*>("fonts"));
+        QVERIFY(!Fonts());
     }
 
     void another_paper_makes_more_pages_and_is_remembered() {
@@ -289,18 +291,19 @@ private slots:
 
     void the_mark_of_an_item_stands_beside_its_first_line() {
         for (const char* const list : {"ul", "ol"})
-            CheckMark(QLatin1String(list));
+            CheckMark(
+                FirstPageOf(QStringLiteral("<%1><li><span style=\"font-size:36pt\">xxxx</span></li></%1>").arg(list)));
     }
 
 private:
-    static void CheckMark(const QString& list) {
-        const QString html = QStringLiteral("<%1><li><span style=\"font-size:36pt\">xxxx</span></li></%1>").arg(list);
-        QImage page(794, 400, QImage::Format_RGB32);
+    static QImage FirstPageOf(const QString& html) {
+        QImage page(794, 1123, QImage::Format_RGB32);
         page.fill(Qt::white);
-        {
-            QPainter painter(&page);
-            PagedText(html, StandardPaper()).DrawPage(painter, 0, PagedText::kPixelsPerInch);
-        }
+        QPainter painter(&page);
+        PagedText(html, StandardPaper()).DrawPage(painter, 0, PagedText::kPixelsPerInch);
+        return page;
+    }
+    static void CheckMark(const QImage& page) {
         // What stands on the line, from the left: the mark, maybe of several pieces, and four letters.
         QList<QRect> pieces;
         for (int x = 0; x < page.width(); ++x) {
@@ -319,37 +322,24 @@ private:
         const QRect letter = pieces.last(), dot = pieces[pieces.size() - 5];
         const int gap = pieces[pieces.size() - 4].left() - dot.right();
         QVERIFY2(gap >= letter.width() / 3, qPrintable(QString::number(gap)));
-        QVERIFY2(letter.top() <= dot.center().y() && dot.center().y() <= letter.bottom(),
-                 qPrintable(QStringLiteral("%1 to %2 beside %3 to %4")
-                                .arg(dot.top())
-                                .arg(dot.bottom())
-                                .arg(letter.top())
-                                .arg(letter.bottom())));
+        QVERIFY(letter.top() <= dot.center().y() && dot.center().y() <= letter.bottom());
     }
 
 private slots:
     void paper_looks_the_same_in_a_dark_window() {
-        const auto page = [this](Appearance appearance) {
-            theme_->SetAppearance(appearance);
-            QImage image(794, 1123, QImage::Format_RGB32);
-            image.fill(Qt::white);
-            QPainter painter(&image);
-            PagedText(QString::fromStdString(Bibliography(5).Html()), StandardPaper()).DrawPage(painter, 0, 96);
-            return image;
-        };
-        const QImage light = page(Appearance::Light);
-        const QImage dark = page(Appearance::Dark);
-        theme_->SetAppearance(Appearance::Light);
-        QVERIFY(light == dark);
+        const QString html = QString::fromStdString(Bibliography(5).Html());
+        theme_.SetAppearance(Appearance::Dark);
+        const QImage dark = FirstPageOf(html);
+        theme_.SetAppearance(Appearance::Light);
+        QVERIFY(dark == FirstPageOf(html));
     }
 
     void looks_good() {
-        const BothLooks looks{*theme_};
+        const BothLooks looks{theme_};
         Open(Bibliography(40));
         window_->resize(900, 760);
         looks.Shoot(*window_, "print-preview");
-        Command("Fit Page")->trigger();
-        Command("Facing Pages")->trigger();
+        Run({"Fit Page", "Facing Pages"});
         looks.Shoot(*window_, "print-preview-facing");
     }
 };

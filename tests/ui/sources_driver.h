@@ -9,10 +9,9 @@ namespace lore {
 /// The row of a source in the browser; -1 if it isn't shown.
 inline int RowOf(const CViewSourcesDlg& browser, int32_t sourceID) {
     const auto& model = static_cast<const SourceListModel&>(*browser.List()->model());
-    for (int row = 0; row < model.rowCount(); ++row) {
+    for (int row = 0; row < model.rowCount(); ++row)
         if (model.At(row).SourceID == sourceID)
             return row;
-    }
     return -1;
 }
 

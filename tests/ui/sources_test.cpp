@@ -1,6 +1,7 @@
-#include <functional>
 #include <set>
 
+#include "bibliography/bibliography_file.h"
+#include "ui/bibliography/select_sources_dlg.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources/edit_source_types_dlg.h"
@@ -10,14 +11,14 @@
 
 namespace lore {
 
-/// The browser, the editor and the types of sources as a user drives them on the sample NoteBook.
+/// The browser, the editor and the types of sources, and the bibliography, as a user drives them on the sample
+/// NoteBook.
 class SourcesTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
     void InBrowser(const std::function<void(CViewSourcesDlg&)>& steps) {
-        InDialog<CViewSourcesDlg>(
-            [this] { QTest::keyClick(window_.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier); }, steps);
+        InDialog<CViewSourcesDlg>([this] { PressKeys(window_.get(), {"Ctrl+Shift+S"}); }, steps);
     }
     /// The editor on a new source, from the browser.
     void InNewSource(const std::function<void(CEditSourceDlg&)>& steps) {
@@ -27,34 +28,43 @@ private:
         });
     }
     const SourceList& Sources() const { return app_->NoteBook().sources; }
-    /// A source that no note is tied to, and one that has notes.
+    /// A source that no note is tied to.
     int32_t AddSource(const QString& title, int32_t type = 1) {
         SourceEditor editor = SourceEditor::ForNew(window_->Notes()->Commands().Sources());
         editor.SetField(0, title.toStdString());
         editor.SetField(1, "A press of its own");
-        for (size_t i = 0; type != 1 && i < editor.Types().size(); ++i) {
+        for (size_t i = 0; type != 1 && i < editor.Types().size(); ++i)
             if (editor.Types()[i].number == type)
                 editor.ChangeType(i);
-        }
         return editor.Save() ? editor.Working().SourceID : -1;
     }
 
     int32_t SourceWithNotes() const {
-        for (const CSource& source : Sources()) {
-            if (!source.NoteIDs.IsEmpty() && app_->List().Contains(source.NoteIDs[0]))
-                return source.SourceID;
-        }
-        return -1;
+        const auto found = std::find_if(Sources().begin(), Sources().end(), [this](const CSource& source) {
+            return !source.NoteIDs.IsEmpty() && app_->List().Contains(source.NoteIDs[0]);
+        });
+        return found == Sources().end() ? -1 : found->SourceID;
     }
 
-    static void Retype(QWidget* dialog, const char* field, const QString& text) {
-        auto* const edit = dialog->findChild<QLineEdit*>(field);
+    static void RetypeIn(const QWidget& dialog, const char* field, const QString& text) {
+        auto* const edit = In<QLineEdit>(dialog, field);
         QVERIFY2(edit && edit->isVisible(), field);
-        edit->clear();
-        QTest::keyClicks(edit, text);
+        Retype(edit, text);
     }
 
-    static void Click(QWidget* dialog, const char* button) { dialog->findChild<QPushButton*>(button)->click(); }
+    void InSelection(const std::function<void(CSelectSourcesDlg&)>& steps) {
+        InDialog<CSelectSourcesDlg>([this] { PressKeys(window_.get(), {"Ctrl+Shift+B"}); }, steps);
+    }
+    static const CSource& At(CSourcesListWnd* list, int row) {
+        return static_cast<const SourceListModel*>(list->model())->At(row);
+    }
+    static int Count(CSelectSourcesDlg& dialog, const char* name) {
+        return In<CSourcesListWnd>(dialog, name)->model()->rowCount();
+    }
+    std::filesystem::path Bib() const { return DataPaths{Root()}.Bibliography(); }
+    int SourceCount() const { return static_cast<int>(Sources().Count()); }
+
+    static void Click(const QWidget& dialog, const char* button) { In<QAbstractButton>(dialog, button)->click(); }
     /// What a drag with the mouse delivers; the drag itself needs a desktop.
     static void DropRow(QListWidget& list, int from, int above) {
         QVERIFY(list.dragDropMode() == QAbstractItemView::InternalMove && list.defaultDropAction() == Qt::MoveAction);
@@ -74,21 +84,19 @@ private slots:
             QCOMPARE(rows->rowCount(), static_cast<int>(Sources().Count()));
             Choose(browser.FilterBox(SourceFilter::Title), title);
             QCOMPARE(rows->rowCount(), 1);
-            QVERIFY(browser.findChild<QLabel*>("count")->text().startsWith("1 of "));
+            QVERIFY(In<QLabel>(browser, "count")->text().startsWith("1 of "));
             browser.List()->SelectRow(0);
             Next<CEditSourceDlg>([](CEditSourceDlg& dialog) {
-                Retype(&dialog, "title", "Another title");
+                RetypeIn(dialog, "title", "Another title");
                 QVERIFY(dialog.Preview()->Text().contains("Another title"));
                 QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
             });
-            const QPoint middle = browser.List()->visualRect(rows->index(0, 0)).center();
-            QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
-            QTest::mouseDClick(browser.List()->viewport(), Qt::LeftButton, {}, middle);
+            DoubleClick(browser.List(), rows->index(0, 0));
             QVERIFY(rows->rowCount() > 1);  // the title that narrowed the list down has gone
             QCOMPARE(browser.List()->SelectedRow(), RowOf(browser, id));
             Choose(browser.FilterBox(SourceFilter::Title), "Another title");
             QCOMPARE(rows->rowCount(), 1);
-            Click(&browser, "showFilters");
+            Click(browser, "showFilters");
             QCOMPARE(browser.FiltersButton()->text().remove('&'), QStringLiteral("Show Filters"));
             QVERIFY(!browser.FilterBox(SourceFilter::Title)->isVisible());
         });
@@ -124,7 +132,7 @@ private slots:
             QTest::mouseClick(browser.List()->viewport(), Qt::LeftButton, {},
                               QPoint(200, browser.List()->viewport()->height() - 5));
             QCOMPARE(browser.List()->SelectedRow(), -1);
-            Click(&browser, "editSource");
+            Click(browser, "editSource");
         });
         QCOMPARE(prompts_.seen.back(), std::string("Source not selected: You must select a source to edit."));
     }
@@ -132,43 +140,38 @@ private slots:
     void a_new_source_is_typed_with_keys() {
         const int32_t id = Sources().NewSourceID();
         InNewSource([&](CEditSourceDlg& dialog) {
-            QTRY_VERIFY(dialog.findChild<QLineEdit*>("title")->hasFocus());
-            QTest::keyClicks(dialog.findChild<QLineEdit*>("title"), "  The Eddystone Light ");
-            auto* const publication = dialog.findChild<QComboBox*>("publication");
+            QTRY_VERIFY(In<QLineEdit>(dialog, "title")->hasFocus());
+            QTest::keyClicks(In<QLineEdit>(dialog, "title"), "  The Eddystone Light ");
+            auto* const publication = In<QComboBox>(dialog, "publication");
             publication->addItem("harbor press");
             publication->setFocus();
             QTest::keyClicks(publication->lineEdit(), "Harbor Press");
             QTest::keyClick(publication->lineEdit(), Qt::Key_Tab);
             for (const char* const last : {"Smeaton", "Winstanley"}) {
-                dialog.findChild<QListWidget*>("availableAuthors")->clearSelection();
-                Retype(&dialog, "last", last);
-                QTest::keyClick(dialog.findChild<QLineEdit*>("last"), Qt::Key_Return);
-                QTest::keyClick(dialog.findChild<QListWidget*>("availableAuthors"), Qt::Key_Return);
+                In<QListWidget>(dialog, "availableAuthors")->clearSelection();
+                RetypeIn(dialog, "last", last);
+                QTest::keyClick(In<QLineEdit>(dialog, "last"), Qt::Key_Return);
+                QTest::keyClick(In<QListWidget>(dialog, "availableAuthors"), Qt::Key_Return);
             }
-            auto* const taken = dialog.findChild<QListWidget*>("sourceAuthors");
+            auto* const taken = In<QListWidget>(dialog, "sourceAuthors");
             QCOMPARE(Lines(taken), (QStringList{"Smeaton,", "Winstanley,"}));
             taken->setFocus();
             taken->setCurrentRow(1);
-            QTest::keyClick(taken, Qt::Key_Up, Qt::AltModifier);
+            PressKeys(taken, {"Alt+Up"});
             QTRY_VERIFY(dialog.Preview()->Text().indexOf("Winstanley") < dialog.Preview()->Text().indexOf("Smeaton"));
             QCOMPARE(Lines(taken), (QStringList{"Winstanley,", "Smeaton,"}));
-            auto* const indent = dialog.findChild<QSpinBox*>("indent");
-            indent->setFocus();
-            indent->selectAll();
-            QTest::keyClicks(indent, "99");
+            auto* const indent = In<QSpinBox>(dialog, "indent");
+            Retype(indent, "99");
             QCOMPARE(indent->value(), 10);
             QCOMPARE(indent->text(), QStringLiteral("10"));
-            auto* const etAl = dialog.findChild<QSpinBox*>("etAl");
-            etAl->setFocus();
-            etAl->selectAll();
-            QTest::keyClicks(etAl, "0");
-            QCOMPARE(etAl->value(), 1);
-            dialog.findChild<QCheckBox*>("manualDate")->click();
-            QVERIFY(!dialog.findChild<QDateEdit*>("date")->isVisible());
-            Retype(&dialog, "dateText", "Spring 1759");
+            Retype(In<QSpinBox>(dialog, "etAl"), "0");
+            QCOMPARE(In<QSpinBox>(dialog, "etAl")->value(), 1);
+            In<QCheckBox>(dialog, "manualDate")->click();
+            QVERIFY(!In<QDateEdit>(dialog, "date")->isVisible());
+            RetypeIn(dialog, "dateText", "Spring 1759");
             QVERIFY(dialog.Preview()->Text().contains("Spring 1759"));
             QVERIFY2(dialog.isVisible(), "Enter in a field of a name is no save");
-            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            PressKeys(&dialog, {"Ctrl+Return"});
         });
         const CSource* const source = Sources().FindSourceByID(id);
         QVERIFY(source);
@@ -179,36 +182,60 @@ private slots:
         QCOMPARE(source->DateText, std::string("Spring 1759"));
     }
 
+    void the_date_of_a_source_is_typed() {
+        const int32_t id = Sources().NewSourceID();
+        InNewSource([](CEditSourceDlg& dialog) {
+            Choose(In<QComboBox>(dialog, "type"), "Journal Article");
+            RetypeIn(dialog, "title", "A Declaration");
+            auto* const has = In<QCheckBox>(dialog, "hasDate");
+            auto* const date = In<QDateEdit>(dialog, "date");
+            has->setFocus();
+            PressKeys(has, {"Space", "Tab"});
+            QVERIFY(date->hasFocus());
+            QTest::keyClicks(date, "7/4/17");
+            PressKeys(date, {"Ctrl+Return"});
+            QVERIFY2(dialog.isVisible(), "what is no date yet is mended, not saved as another");
+            QTest::keyClicks(date, "76");
+            In<QCheckBox>(dialog, "yearOnly")->setFocus();
+            QVERIFY2(dialog.Preview()->Text().contains("1776"), qPrintable(dialog.Preview()->Text()));
+            QCOMPARE(date->text(), QString(" 7/04/1776"));
+            In<QCheckBox>(dialog, "yearOnly")->click();
+            date->setFocus(Qt::MouseFocusReason);
+            PressKeys(date, {"Home", "1", "7", "7", "5", "Ctrl+Return"});
+        });
+        const CSource* const source = Sources().FindSourceByID(id);
+        QVERIFY(source && source->HasDate && source->YearOnly == 1);
+        QVERIFY(source->SourceDate == DateTime(1775, 7, 4));
+    }
+
     void fields_follow_the_type() {
         InNewSource([&](CEditSourceDlg& dialog) {
-            auto* const type = dialog.findChild<QComboBox*>("type");
+            auto* const type = In<QComboBox>(dialog, "type");
             const auto shown = [&] {
                 std::set<QString> names;
-                for (const QLineEdit* const field : dialog.findChildren<QLineEdit*>(QRegularExpression("^slot"))) {
+                for (const QLineEdit* const field : dialog.findChildren<QLineEdit*>(QRegularExpression("^slot")))
                     if (field->isVisible())
                         names.insert(field->accessibleName());
-                }
                 return names;
             };
             QCOMPARE(type->currentText(), QStringLiteral("Book"));
             QCOMPARE(shown(), (std::set<QString>{"Chapter", "Editors", "City Published", "Vol./No.", "Edition/Series",
                                                  "Page #s"}));
-            Retype(&dialog, "slot4", "12-14");
+            RetypeIn(dialog, "slot4", "12-14");
             Choose(type, "Online");
             QCOMPARE(shown(), (std::set<QString>{"Vol./No.", "URL", "Date Accessed"}));
-            QCOMPARE(dialog.findChild<QLineEdit*>("slot4")->text(), QStringLiteral("12-14"));
+            QCOMPARE(In<QLineEdit>(dialog, "slot4")->text(), QStringLiteral("12-14"));
             Choose(type, "Lecture/Speech");
-            QCOMPARE(dialog.findChild<QComboBox*>("publication")->accessibleName(), QStringLiteral("Organization"));
-            auto* const has = dialog.findChild<QCheckBox*>("hasDate");
-            auto* const year = dialog.findChild<QCheckBox*>("yearOnly");
+            QCOMPARE(In<QComboBox>(dialog, "publication")->accessibleName(), QStringLiteral("Organization"));
+            auto* const year = In<QCheckBox>(dialog, "yearOnly");
             QVERIFY(!year->isEnabled());
-            has->click();
-            QVERIFY(year->isEnabled());
-            year->click();
-            QCOMPARE(dialog.findChild<QDateEdit*>("date")->displayFormat(), QStringLiteral("  yyyy"));
-            has->click();
-            QVERIFY(!year->isEnabled());
-            Click(&dialog, "save");
+            for (const bool isOn : {true, false}) {
+                In<QCheckBox>(dialog, "hasDate")->click();
+                QCOMPARE(year->isEnabled(), isOn);
+                year->click();
+                QCOMPARE(In<QDateEdit>(dialog, "date")->displayFormat(), QStringLiteral("  yyyy"));
+            }
+            Click(dialog, "save");
             prompts_.answers = {PromptAnswer::Yes};
         });
         QCOMPARE(prompts_.seen.front(), std::string("No Title: Source must have a title."));
@@ -216,16 +243,15 @@ private slots:
 
     void a_failed_write_keeps_what_was_typed() {
         const std::filesystem::path file = app_->NoteBook().paths.Sources();
-        std::filesystem::rename(file, file.string() + ".away");
-        std::filesystem::create_directories(file / "in the way");
+        Block(file);
         const size_t count = Sources().Count();
         InNewSource([&](CEditSourceDlg& dialog) {
-            Retype(&dialog, "title", "A text that stays");
-            Click(&dialog, "save");
+            RetypeIn(dialog, "title", "A text that stays");
+            Click(dialog, "save");
             QVERIFY(dialog.isVisible() && dialog.Faults()->isVisible());
             QCOMPARE(Sources().Count(), count);
             std::filesystem::remove_all(file);
-            Click(&dialog, "save");
+            Click(dialog, "save");
             QVERIFY(!dialog.isVisible());
         });
         QCOMPARE(Sources().Count(), count + 1);
@@ -234,14 +260,12 @@ private slots:
     void cancel_keeps_new_authors_and_asks_before_it_drops_a_text() {
         const size_t authors = app_->NoteBook().authors.Count(), sources = Sources().Count();
         InNewSource([&](CEditSourceDlg& dialog) {
-            Retype(&dialog, "last", "Smeaton");
-            Click(&dialog, "addAuthor");
-            Retype(&dialog, "title", "Half a title");
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-            QVERIFY(dialog.isVisible());
+            RetypeIn(dialog, "last", "Smeaton");
+            Click(dialog, "addAuthor");
+            RetypeIn(dialog, "title", "Half a title");
+            QVERIFY(StaysOpen(dialog, "Esc"));
             prompts_.answers = {PromptAnswer::Yes};
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-            QVERIFY(!dialog.isVisible());
+            QVERIFY(!StaysOpen(dialog, "Esc"));
         });
         QCOMPARE(app_->NoteBook().authors.Count(), authors + 1);
         QCOMPARE(Sources().Count(), sources);
@@ -251,32 +275,32 @@ private slots:
         const int32_t id = Sources().NewSourceID();
         InNewSource([&](CEditSourceDlg& dialog) {
             Next<CEditSourceTypesDlg>([](CEditSourceTypesDlg& types) {
-                Click(&types, "newType");
-                Retype(&types, "typeName", "Log Book");
-                auto* const fields = types.findChild<QListWidget*>("fields");
+                Click(types, "newType");
+                RetypeIn(types, "typeName", "Log Book");
+                auto* const fields = In<QListWidget>(types, "fields");
                 fields->setFocus();
                 fields->setCurrentRow(3);
-                Retype(&types, "fieldName", "Ship");
-                Choose(types.findChild<QComboBox*>("endWith"), "Colon");
+                RetypeIn(types, "fieldName", "Ship");
+                Choose(In<QComboBox>(types, "endWith"), "Colon");
                 fields->setFocus();
                 QTest::keyClick(fields, Qt::Key_Up, Qt::AltModifier);
                 QTRY_COMPARE(Lines(fields), (QStringList{"[AUTHORS Placeholder]", "[DATE Placeholder]", "Ship",
                                                          "[TITLE Placeholder]"}));
                 fields->setCurrentRow(0);
-                QVERIFY(!types.findChild<QLineEdit*>("fieldName")->isEnabled());
-                Click(&types, "addField");
-                Click(&types, "save");
+                QVERIFY(!In<QLineEdit>(types, "fieldName")->isEnabled());
+                Click(types, "addField");
+                Click(types, "save");
             });
-            Click(&dialog, "editTypes");
-            Choose(dialog.findChild<QComboBox*>("type"), "CST: Log Book");
-            auto* const grid = dialog.findChild<QTableWidget*>("grid");
-            QVERIFY(grid->isVisible() && !dialog.findChild<QComboBox*>("publication")->isVisible());
+            Click(dialog, "editTypes");
+            Choose(In<QComboBox>(dialog, "type"), "CST: Log Book");
+            auto* const grid = In<QTableWidget>(dialog, "grid");
+            QVERIFY(grid->isVisible() && !In<QComboBox>(dialog, "publication")->isVisible());
             QCOMPARE(grid->rowCount(), 2);
             QCOMPARE(grid->item(0, 0)->text(), QStringLiteral("Ship"));
-            Retype(&dialog, "title", "A log");
-            Retype(&dialog, "row0", "HMS Argyll");
+            RetypeIn(dialog, "title", "A log");
+            RetypeIn(dialog, "row0", "HMS Argyll");
             QCOMPARE(dialog.Preview()->Text(), QStringLiteral("HMS Argyll: A log."));
-            Click(&dialog, "save");
+            Click(dialog, "save");
         });
         QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.name, std::string("Log Book"));
         QCOMPARE(Sources().FindSourceByID(id)->CustomTypeCopy.fields[2].value, std::string("HMS Argyll"));
@@ -284,11 +308,11 @@ private slots:
 
     void names_are_dragged_into_another_order() {
         InNewSource([&](CEditSourceDlg& dialog) {
-            auto* const available = dialog.findChild<QListWidget*>("availableAuthors");
-            auto* const taken = dialog.findChild<QListWidget*>("sourceAuthors");
+            auto* const available = In<QListWidget>(dialog, "availableAuthors");
+            auto* const taken = In<QListWidget>(dialog, "sourceAuthors");
             for (int i = 0; i < 3; ++i)
                 emit available->itemActivated((available->setCurrentRow(0), available->item(0)));
-            Retype(&dialog, "title", "Three keepers");
+            RetypeIn(dialog, "title", "Three keepers");
             const QStringList names = Lines(taken);
             QCOMPARE(names.size(), 3);
             const QString before = dialog.Preview()->Text();
@@ -301,14 +325,14 @@ private slots:
             QCOMPARE(Lines(taken), names);
             QCOMPARE(dialog.Preview()->Text(), before);
             Next<CEditSourceTypesDlg>([](CEditSourceTypesDlg& types) {
-                Click(&types, "newType");
-                auto* const fields = types.findChild<QListWidget*>("fields");
+                Click(types, "newType");
+                auto* const fields = In<QListWidget>(types, "fields");
                 const QStringList lines = Lines(fields);
                 DropRow(*fields, fields->count() - 1, 0);
                 QCOMPARE(Lines(fields), (QStringList{lines.last()} + lines.mid(0, lines.size() - 1)));
             });
             prompts_.answers = {PromptAnswer::Yes};
-            Click(&dialog, "editTypes");
+            Click(dialog, "editTypes");
             prompts_.answers = {PromptAnswer::Yes};
         });
     }
@@ -345,8 +369,81 @@ private slots:
         });
     }
 
+    void a_double_click_moves_a_source_over_and_back() {
+        InSelection([this](CSelectSourcesDlg& dialog) {
+            CSourcesListWnd* const available = In<CSourcesListWnd>(dialog, "available");
+            CSourcesListWnd* const selected = In<CSourcesListWnd>(dialog, "selected");
+            QCOMPARE(Count(dialog, "available"), SourceCount());
+            const int32_t id = At(available, 2).SourceID;
+            DoubleClick(available, available->model()->index(2, 0));
+            QCOMPARE(Count(dialog, "available"), SourceCount() - 1);
+            QCOMPARE(At(selected, 0).SourceID, id);
+            DoubleClick(selected, selected->model()->index(0, 0));
+            QCOMPARE(Count(dialog, "selected"), 0);
+            QTest::keyClick(selected, Qt::Key_C, Qt::ControlModifier);  // there is nothing to copy
+            QCOMPARE(At(available, 2).SourceID, id);
+        });
+    }
+
+    void keys_move_several_sources_over() {
+        InSelection([this](CSelectSourcesDlg& dialog) {
+            CSourcesListWnd* const available = In<CSourcesListWnd>(dialog, "available");
+            QTRY_VERIFY(available->hasFocus());
+            QTest::keyClick(available, Qt::Key_Down);
+            for (int i = 0; i < 3; ++i)
+                QTest::keyClick(available, Qt::Key_Return);
+            QVERIFY(dialog.isVisible());
+            QCOMPARE(Count(dialog, "selected"), 3);
+            CSourcesListWnd* const selected = In<CSourcesListWnd>(dialog, "selected");
+            selected->setFocus();
+            selected->SelectRow(0);
+            QTest::keyClick(selected, Qt::Key_Delete);
+            QCOMPARE(Count(dialog, "selected"), 2);
+            Click(dialog, "all");
+            QCOMPARE(Count(dialog, "available"), 0);
+            QVERIFY(!In<QPushButton>(dialog, "all")->isEnabled());
+            Click(dialog, "none");
+            QCOMPARE(Count(dialog, "available"), SourceCount());
+        });
+    }
+
+    void formatting_of_all_sources_of_a_bibliography_reaches_the_file_and_nothing_else() {
+        const std::string before = BytesOf(app_->NoteBook().paths.Sources());
+        InSelection([](CSelectSourcesDlg& dialog) {
+            auto* const style = In<QComboBox>(dialog, "style");
+            QVERIFY(!style->isEnabled());
+            Click(dialog, "all");
+            Click(dialog, "common");
+            QVERIFY(style->isEnabled());
+            style->setCurrentText("APA Style");
+            In<QSpinBox>(dialog, "indent")->setValue(5);
+            QCOMPARE(At(In<CSourcesListWnd>(dialog, "selected"), 0).FormatStyle, 9);
+            QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+            QCOMPARE(dialog.result(), 2112);
+        });
+        SourceList written;
+        bool whole = false;
+        QVERIFY(LoadBibliography(Bib(), MakeReadContext(clock_, guids_), written, whole).Ok() && whole);
+        QCOMPARE(static_cast<int>(written.Count()), SourceCount());
+        for (const CSource& source : written) {
+            QCOMPARE(source.FormatStyle, 9);
+            QCOMPARE(source.IndentSpaces, 5);
+        }
+        QVERIFY(BytesOf(app_->NoteBook().paths.Sources()) == before);
+    }
+
+    void cancel_and_an_empty_choice_write_no_bibliography() {
+        InSelection([](CSelectSourcesDlg& dialog) {
+            Click(dialog, "all");
+            QVERIFY(!StaysOpen(dialog, "Esc"));
+        });
+        QVERIFY(!std::filesystem::exists(Bib()));
+        InSelection([](CSelectSourcesDlg& dialog) { Click(dialog, "save"); });
+        QVERIFY(!std::filesystem::exists(Bib()));
+    }
+
     void looks_good() {
-        const BothLooks looks{*theme_};
+        const BothLooks looks{theme_};
         for (int32_t type = 1; type <= 7; ++type)
             AddSource(QStringLiteral("A source of type %1").arg(type), type);
         AddSource(
@@ -363,18 +460,18 @@ private slots:
             looks.Shoot(browser, "sources-browser-end");
             Next<CEditSourceDlg>([&](CEditSourceDlg& dialog) {
                 looks.Shoot(dialog, "sources-editor");
-                Choose(dialog.findChild<QComboBox*>("type"), "Book");
+                Choose(In<QComboBox>(dialog, "type"), "Book");
                 looks.Shoot(dialog, "sources-editor-book");
                 Next<CEditSourceTypesDlg>([&](CEditSourceTypesDlg& types) {
                     looks.Shoot(types, "sources-types-empty");
-                    Click(&types, "newType");
+                    Click(types, "newType");
                     looks.Shoot(types, "sources-types");
-                    Click(&types, "addField");
-                    Click(&types, "save");
+                    Click(types, "addField");
+                    Click(types, "save");
                 });
-                Click(&dialog, "editTypes");
-                Choose(dialog.findChild<QComboBox*>("type"), "CST: Untitled");
-                dialog.findChild<QCheckBox*>("manualDate")->click();
+                Click(dialog, "editTypes");
+                Choose(In<QComboBox>(dialog, "type"), "CST: Untitled");
+                In<QCheckBox>(dialog, "manualDate")->click();
                 looks.Shoot(dialog, "sources-editor-custom");
                 prompts_.answers = {PromptAnswer::Yes};
             });
@@ -382,6 +479,21 @@ private slots:
             Choose(browser.FilterBox(SourceFilter::Title), "A source of type 1");
             Choose(browser.FilterBox(SourceFilter::Author), browser.FilterBox(SourceFilter::Author)->itemText(1));
             looks.Shoot(browser, "sources-browser-none");
+        });
+    }
+
+    void a_bibliography_looks_good() {
+        const BothLooks looks{theme_};
+        InSelection([&](CSelectSourcesDlg& dialog) {
+            looks.Shoot(dialog, "bibliography-begin");
+            CSourcesListWnd* const available = In<CSourcesListWnd>(dialog, "available");
+            available->SelectRow(1);
+            for (int i = 0; i < 6; ++i)
+                Click(dialog, "add");
+            Click(dialog, "common");
+            In<CSourcesListWnd>(dialog, "selected")->SelectRow(2);
+            In<CSourcesListWnd>(dialog, "selected")->setFocus();
+            looks.Shoot(dialog, "bibliography");
         });
     }
 };

@@ -33,28 +33,6 @@ void Hear(QAccessibleEvent& event) {
     announcements.append({event.object(), event.child() >= 0, isNamed});
 }
 
-}  // namespace
-}  // namespace lore
-
-// Without a display Qt tells nobody anything, and installs no handler either. These stand in place of its own functions
-// for the whole test program, as if a screen reader ran.
-bool QAccessible::isActive() {
-    return true;
-}
-
-void QAccessible::updateAccessibility(QAccessibleEvent* event) {
-    if (event->type() == QAccessible::TableModelChanged) {
-        QAccessibleInterface* const face = event->accessibleInterface();
-        if (face && face->tableInterface())
-            face->tableInterface()->modelChange(static_cast<QAccessibleTableModelChangeEvent*>(event));
-    } else if (lore::listening && (event->type() == QAccessible::Focus || event->type() == QAccessible::StateChanged)) {
-        lore::Hear(*event);
-    }
-}
-
-namespace lore {
-namespace {
-
 constexpr int kMostSections = 7;
 
 struct Exception {
@@ -138,10 +116,9 @@ void CheckAnnounced(const QWidget& reached, QStringList& faults) {
 /// for what is scrolled with it.
 QRect PlaceOf(const QWidget& widget, const QWidget& from, const QWidget& window) {
     const QWidget* seen = &widget;
-    for (const QWidget* around = &widget; around != &window; around = around->parentWidget()) {
+    for (const QWidget* around = &widget; around != &window; around = around->parentWidget())
         if (qobject_cast<const QScrollArea*>(around) && !around->isAncestorOf(&from))
             seen = around;
-    }
     return QRect(seen->mapTo(&window, QPoint()), seen->size());
 }
 
@@ -287,3 +264,19 @@ QStringList FaultsOfTabWalk(QWidget& window) {
 }
 
 }  // namespace lore
+
+// Without a display Qt tells nobody anything, and installs no handler either. These stand in place of its own functions
+// for the whole test program, as if a screen reader ran.
+bool QAccessible::isActive() {
+    return true;
+}
+
+void QAccessible::updateAccessibility(QAccessibleEvent* event) {
+    if (event->type() == QAccessible::TableModelChanged) {
+        QAccessibleInterface* const face = event->accessibleInterface();
+        if (face && face->tableInterface())
+            face->tableInterface()->modelChange(static_cast<QAccessibleTableModelChangeEvent*>(event));
+    } else if (lore::listening && (event->type() == QAccessible::Focus || event->type() == QAccessible::StateChanged)) {
+        lore::Hear(*event);
+    }
+}

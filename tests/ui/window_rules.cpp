@@ -3,6 +3,8 @@
 #include <QtTest>
 #include <QtWidgets>
 
+#include "ui/theme.h"
+
 namespace lore {
 
 bool IsInsideOfControl(const QWidget& widget) {
@@ -43,6 +45,18 @@ QString Described(const QWidget& widget) {
         .arg(QLatin1String(widget.metaObject()->className()), widget.objectName(), NameOf(widget));
 }
 
+bool IsReachedByArrows(const QWidget& widget) {
+    const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+    return button && !button->isChecked() &&
+           (button->autoExclusive() || (button->group() && button->group()->exclusive()));
+}
+
+bool KeyboardReaches(const QAbstractButton& button) {
+    const auto* const tool = qobject_cast<const QToolButton*>(&button);
+    return (button.focusPolicy() & Qt::TabFocus) != 0 || IsReachedByArrows(button) || !button.shortcut().isEmpty() ||
+           (tool && tool->defaultAction() && !tool->defaultAction()->shortcuts().isEmpty());
+}
+
 namespace {
 
 bool HasRole(const QWidget& widget) {
@@ -54,26 +68,6 @@ bool HasRole(const QWidget& widget) {
 bool CutsLongText(const QLineEdit& line) {
     return line.maxLength() == QLineEdit().maxLength();
 }
-
-bool ActionHasKey(const QAction* action) {
-    return action && !action->shortcuts().isEmpty();
-}
-
-}  // namespace
-
-bool IsReachedByArrows(const QWidget& widget) {
-    const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
-    return button && !button->isChecked() &&
-           (button->autoExclusive() || (button->group() && button->group()->exclusive()));
-}
-
-bool KeyboardReaches(const QAbstractButton& button) {
-    const auto* const tool = qobject_cast<const QToolButton*>(&button);
-    return (button.focusPolicy() & Qt::TabFocus) != 0 || IsReachedByArrows(button) || !button.shortcut().isEmpty() ||
-           (tool && ActionHasKey(tool->defaultAction()));
-}
-
-namespace {
 
 QString AltKeyOf(const QWidget& widget) {
     QString text;
@@ -106,7 +100,30 @@ void CheckAltKeys(const QList<QWidget*>& widgets, QStringList& faults) {
     }
 }
 
+/// What can be chosen has to fit; in a list of a set width, what has been chosen, unless it can be typed there.
+bool CutsChoice(const QComboBox& box) {
+    QStyleOptionComboBox option;
+    option.initFrom(&box);
+    option.editable = box.isEditable();
+    option.frame = box.hasFrame();
+    option.iconSize = box.iconSize();
+    const QRect room = box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &box);
+    const bool isSet = box.sizeAdjustPolicy() == QComboBox::AdjustToMinimumContentsLengthWithIcon;
+    QStringList texts;
+    if (isSet && !box.isEditable())
+        texts.append(box.currentText());
+    for (int i = 0; i < box.count() && !isSet; ++i)
+        texts.append(box.itemText(i));
+    const int icon = box.itemIcon(box.currentIndex()).isNull() ? 0 : box.iconSize().width() + kSpace;
+    return std::any_of(texts.begin(), texts.end(), [&](const QString& text) {
+        return box.fontMetrics().horizontalAdvance(text) + icon > room.width() - 2 ||
+               box.fontMetrics().height() > room.height();
+    });
+}
+
 bool IsCut(const QWidget& widget) {
+    if (const auto* const box = qobject_cast<const QComboBox*>(&widget))
+        return CutsChoice(*box);
     if (const auto* const label = qobject_cast<const QLabel*>(&widget)) {
         if (label->text().isEmpty() || !label->pixmap().isNull())
             return false;
@@ -141,6 +158,15 @@ void CheckRoom(const QWidget& window, const QList<QWidget*>& seen, QStringList& 
             faults.append("beyond the window's edge: " + Described(*widget));
 }
 
+void CheckKeysShown(const QList<QAction*>& entries, const QString& above, QStringList& faults) {
+    for (const QAction* const entry : entries) {
+        if (entry->menu())
+            CheckKeysShown(entry->menu()->actions(), above + entry->text() + " > ", faults);
+        else if (!entry->isSeparator() && !entry->actionGroup() && entry->shortcut().isEmpty())
+            faults.append(above + entry->text());
+    }
+}
+
 }  // namespace
 
 QStringList FaultsOfWindow(const QWidget& window) {
@@ -170,19 +196,6 @@ QStringList FaultsOfWindow(const QWidget& window) {
     CheckAltKeys(seen, faults);
     return faults;
 }
-
-namespace {
-
-void CheckKeysShown(const QList<QAction*>& entries, const QString& above, QStringList& faults) {
-    for (const QAction* const entry : entries) {
-        if (entry->menu())
-            CheckKeysShown(entry->menu()->actions(), above + entry->text() + " > ", faults);
-        else if (!entry->isSeparator() && !entry->actionGroup() && entry->shortcut().isEmpty())
-            faults.append(above + entry->text());
-    }
-}
-
-}  // namespace
 
 QStringList CommandsWithoutKeys(const QMenuBar& bar) {
     QStringList faults;

@@ -35,17 +35,16 @@ protected:
 
     /// An empty data folder, and nothing seen or set yet.
     void Begin() {
-        if (!theme_)
-            theme_ = std::make_unique<Theme>(*qApp, Appearance::Light);
         folder_ = std::make_unique<QTemporaryDir>();
         store_ = MemoryStore();
         prompts_ = ScriptedPrompts();
         opened_ = 0;
         faults_.faults.clear();
     }
-    void MakeSample() {
-        IdCounters counters{1000, 1, 3};
-        store_.Set("Options", "LocalGUID", guids_.NewGuid());
+    /// Makes a sample NoteBook, whose ids begin there.
+    void MakeSample(IdCounters counters = {1000, 1, 3}) {
+        if (!store_.Get("Options", "LocalGUID"))
+            store_.Set("Options", "LocalGUID", guids_.NewGuid());
         QVERIFY(MakeSampleNoteBook({Root()}, *store_.Get("Options", "LocalGUID"), counters,
                                    MakeReadContext(clock_, guids_), faults_)
                     .made);
@@ -64,7 +63,7 @@ protected:
         app_ = std::make_unique<CLorebinderApp>(Root(), ports);
         app_->LoadOptions();
         app_->SelectStartNoteBook();
-        window_ = std::make_unique<MainWindow>(*app_, *theme_);
+        window_ = std::make_unique<MainWindow>(*app_, theme_);
         window_->resize(width, height);
         window_->show();
         QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
@@ -74,13 +73,15 @@ protected:
     void CloseWindow() {
         window_.reset();
         app_.reset();
-        theme_->SetAppearance(Appearance::Light);
+        theme_.SetAppearance(Appearance::Light);
     }
 
-    /// Makes the window the one that gets the keys.
-    void Activate() {
-        window_->activateWindow();
-        QTRY_VERIFY(window_->isActiveWindow());
+    /// The titles of what the user has been told and asked so far.
+    QStringList Told() const {
+        QStringList titles;
+        for (const std::string& text : prompts_.seen)
+            titles.append(QString::fromStdString(text.substr(0, std::min(text.find(": "), text.find("? ")))));
+        return titles;
     }
     void Trigger(const QString& entry, const QString& menu = {}) { MenuEntry(*window_, entry, menu)->trigger(); }
 
@@ -92,47 +93,33 @@ protected:
             if (!dialog || !dialog->isVisible())
                 return Next<Dialog>(steps);
             const QPointer<Dialog> open(dialog);
-            dialog->activateWindow();
-            QTRY_VERIFY(dialog->isActiveWindow());
+            BringUp(*dialog);
             steps(*dialog);
             ++opened_;
             if (open && open->isVisible())
                 open->done(QDialog::Rejected);  // without a question
         });
     }
-    /// Runs steps in the dialog that a command opens from the window.
+    /// Runs steps in the dialog that a command opens, now or soon.
     template <typename Dialog>
-    void InDialog(const std::function<void()>& command, const std::function<void(Dialog&)>& steps) {
-        Activate();
+    void InNext(const std::function<void()>& command, const std::function<void(Dialog&)>& steps) {
         const int before = opened_;
         Next<Dialog>(steps);
         command();
-        QVERIFY(opened_ > before);
+        QTRY_VERIFY(opened_ > before);
     }
-
-    /// The two rows of a test that takes pictures in both palettes.
-    static void AddLooks() {
-        QTest::addColumn<bool>("dark");
-        QTest::newRow("light") << false;
-        QTest::newRow("dark") << true;
-    }
-    /// Sets the palette of the row, and gives its name.
-    QString SetLook() {
-        QFETCH(bool, dark);
-        theme_->SetAppearance(dark ? Appearance::Dark : Appearance::Light);
-        return dark ? "dark" : "light";
-    }
-    /// A picture of a window that has had time to paint.
-    static void Shoot(QWidget& window, const QString& name) {
-        QTest::qWait(50);
-        TakeShot(window, name);
+    /// Runs steps in the dialog that a command opens from the window.
+    template <typename Dialog>
+    void InDialog(const std::function<void()>& command, const std::function<void(Dialog&)>& steps) {
+        BringUp(*window_);
+        InNext(command, steps);
     }
 
     int opened_ = 0;                            ///< dialogs whose steps have run
     std::function<void(AppPorts&)> morePorts_;  ///< what a test adds to the ports of the next window
     Progress* shownProgress_ = nullptr;         ///< of the next window, in place of the scripted one
     std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<Theme> theme_;
+    Theme theme_{*qApp, Appearance::Light};
     MemoryStore store_;
     ScriptedPrompts prompts_;
     ScriptedProgress progress_;
