@@ -90,18 +90,25 @@ public:
         Move(path, soak_.Chance(20) ? Path() : soak_.AnyOf(now_.categories));
     }
     const Trees& Now() const { return now_; }
-    /// Whether a note that may come back was filed in or below a category that has another path since.
+    /// Whether a note that may come back, or get back what it had, was filed in or below a category that has another
+    /// path since.
     bool HasMovedPathOf(const std::vector<ModelUndo>& undoables) const {
-        for (const ModelUndo& undo : undoables)
-            for (const auto& [guid, note] : undo.notes)
-                for (const Path& path : note.paths)
-                    for (const Path& moved : moved_)
-                        if (StartsWith(path, moved))
-                            return true;
-        return false;
+        return std::any_of(undoables.begin(), undoables.end(), [this](const ModelUndo& undo) {
+            return std::any_of(undo.notes.begin(), undo.notes.end(),
+                               [this](const auto& it) { return HasMoved(it.second); }) ||
+                   std::any_of(undo.changes.begin(), undo.changes.end(),
+                               [this](const ModelChange& change) { return HasMoved(change.former); });
+        });
     }
 
 private:
+    bool HasMoved(const ModelNote& note) const {
+        for (const Path& path : note.paths)
+            for (const Path& moved : moved_)
+                if (StartsWith(path, moved))
+                    return true;
+        return false;
+    }
     int32_t IDOf(const Path& path) const {
         const std::vector<CProCategoryTree>* siblings = &trees_.Forest().Roots();
         int32_t id = -1;
