@@ -21,12 +21,13 @@ std::filesystem::path SettingsFile(const GlobalOptions& options) {
     return options.data.empty() ? UserSettingsFile() : SettingsFileIn(options.data);
 }
 
-/// Each NoteBook once that a text may stand for; a damaged list may hold one twice.
+/// Each NoteBook once that a text may stand for; a list may hold one twice, and the main one, which it needn't.
 std::vector<CDatabase> AllCalled(const std::vector<CDatabase>& all, std::string_view text) {
     std::vector<CDatabase> called;
     for (const CDatabase& entry : all) {
-        const bool isKnown = std::ranges::any_of(
-            called, [&](const CDatabase& other) { return other.guid == entry.guid && other.folder == entry.folder; });
+        const bool isKnown = std::ranges::any_of(called, [&](const CDatabase& other) {
+            return other.folder == entry.folder && (other.guid == entry.guid || entry.IsMain());
+        });
         if (!isKnown &&
             (IsSameText(entry.name, text) || IsSameText(entry.folder, text) || IsSameText(entry.guid, text)))
             called.push_back(entry);
