@@ -1,8 +1,6 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <iterator>
 
 #include "base/text.h"
 #include "calendar/calendar_check.h"
@@ -60,22 +58,14 @@ private:
             book.database = noteBook;
             book.paths = NoteBookPaths(session.Data(), noteBook.folder);
             places.push_back(book.paths);
-            const bool wasThere = IsFolder(book.paths.Folder());
-            std::vector<Repair> mended = RepairNoteBook(book, counters, session.Context(), session.Faults());
-            if (!wasThere && IsFolder(book.paths.Folder()))
-                repairs.push_back(
-                    {book.paths.Folder().string(), "the folder of the NoteBook, which was missing, was made"});
-            std::ranges::move(mended, std::back_inserter(repairs));
+            for (Repair& repair : RepairNoteBook(book, counters, session.Context(), session.Faults()))
+                repairs.push_back(std::move(repair));
         }
         session.StoreCounters(counters);
         const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
         for (Repair& removed : RemoveLeftFiles(FoldersOfWriters(session.Data(), places), longAgo, session.Faults()))
             repairs.push_back(std::move(removed));
         return true;
-    }
-    static bool IsFolder(const std::filesystem::path& path) {
-        std::error_code error;
-        return std::filesystem::is_directory(path, error);
     }
     static void PrintLines(const std::vector<Repair>& repairs, const std::vector<Finding>& findings) {
         for (const Repair& repair : repairs)

@@ -21,7 +21,6 @@ enum class FindingKind {
     DamagedFile,        ///< a file that breaks off, or holds more than its records show
     TextTooLong,        ///< a text over what a field may hold
     NoteBookUnlisted,   ///< a folder of notes that the list of NoteBooks doesn't name
-    NoteBookMissing,    ///< a folder that the list of NoteBooks names isn't there
     NoteBookTwice,      ///< two NoteBooks of the list, or one and the main one, have one folder
 };
 

@@ -25,10 +25,10 @@ namespace {
 
 constexpr char kDamaged[] = "the file is short or damaged";
 
-constexpr std::array<std::string_view, 12> kKindNames = {"note-twice",        "number-shared",    "note-in-wrong-file",
+constexpr std::array<std::string_view, 11> kKindNames = {"note-twice",        "number-shared",    "note-in-wrong-file",
                                                          "source-missing",    "category-missing", "attachment-missing",
                                                          "attachment-unused", "damaged-file",     "text-too-long",
-                                                         "notebook-unlisted", "notebook-missing", "notebook-twice"};
+                                                         "notebook-unlisted", "notebook-twice"};
 
 /// What the walk leaves of one note file.
 struct CheckedFile {
@@ -272,11 +272,6 @@ std::vector<Finding> CheckData(const DataPaths& data, const ReadContext& context
                  "two NoteBooks of the list have the folder, " + Quoted(first->second) + " and " + Quoted(entry.name)});
         if (!isNew)
             continue;
-        std::error_code unknown;
-        if (!entry.IsMain() &&
-            std::filesystem::status(paths.Folder(), unknown).type() == std::filesystem::file_type::not_found)
-            findings.push_back({FindingKind::NoteBookMissing, paths.Folder().string(),
-                                "the folder of the NoteBook " + Quoted(entry.name) + " is missing"});
         const std::vector<Finding> found = CheckNoteBook(paths, context, faults);
         findings.insert(findings.end(), found.begin(), found.end());
     }
