@@ -63,7 +63,7 @@ void PrintNoNoteBook(const std::string& name) {
 std::optional<CDatabase> ChooseNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
                                         const std::string& text, ExitStatus& status) {
     const std::string typed = FromUtf8(text);
-    const auto found = FindNoteBook(list, localGuid, typed);
+    auto found = FindNoteBook(list, localGuid, typed);
     if (!found) {
         PrintNoNoteBook(text);
         status = ExitStatus::NothingFound;
