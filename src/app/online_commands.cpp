@@ -39,9 +39,8 @@ bool CheckLinkAtStart(CLorebinderApp& app) {
 bool LaunchSync(CLorebinderApp& app, std::string_view command) {
     const AppPorts& ports = app.Ports();
     app.StoreSettings();
-    if (!ports.companions)
-        return false;
-    const std::optional<std::string> failed = LaunchSyncer(*ports.companions, command, app.GetSettings(), PlaceOf(app));
+    const std::optional<std::string> failed =
+        ports.companions ? LaunchSyncer(*ports.companions, command, app.GetSettings(), PlaceOf(app)) : kNotInstalled;
     if (failed)
         TellSyncNotStarted(ports.faults, *failed);
     return !failed;

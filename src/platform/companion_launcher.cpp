@@ -54,7 +54,7 @@ std::optional<std::string> CompanionLauncher::StartCompanion(const std::string& 
                                                              const std::vector<std::string>& arguments) {
     const std::filesystem::path program = ProgramFolder() / name;
     if (std::error_code error; !std::filesystem::exists(program, error) && !error)
-        return "it isn't installed beside Lorebinder";
+        return kNotInstalled;
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(kDataVariable, ToQString(dataRoot_));

@@ -6,6 +6,9 @@
 
 namespace lore {
 
+/// Why a companion can't be started that isn't there.
+inline constexpr char kNotInstalled[] = "it isn't installed beside Lorebinder";
+
 /// Starts the companion programs that lie beside this one.
 class ProcessLauncher {
 public:
