@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "base/id_marks.h"
+
 namespace lore {
 
 /// The highest number that 32 bits hold, and with it the highest id.
@@ -14,6 +16,24 @@ inline constexpr char kNoFreeID[] = "every number is in use";
 constexpr int32_t CounterAfter(int32_t counter) {
     return counter == kHighestID ? counter : counter + 1;
 }
+
+/// Ids that nothing new may get though nothing has them: something names them whose owner has gone, or they are
+/// reserved.
+class PassedIDs {
+public:
+    void Add(int32_t id) { ids_.Add(id); }
+    bool Contains(int32_t id) const { return ids_.Contains(id); }
+    void Clear() { ids_.Clear(); }
+    /// The wanted number, or the first one behind it that isn't passed over.
+    int64_t Behind(int64_t wanted) const {
+        while (wanted <= kHighestID && Contains(static_cast<int32_t>(wanted)))
+            ++wanted;
+        return wanted;
+    }
+
+private:
+    IDMarks ids_;
+};
 
 /// Finds ids for new things of one kind, in one walk for as many as there come. The caller makes each one used.
 class FreeIDs {

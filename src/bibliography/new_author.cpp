@@ -16,11 +16,9 @@ AuthorIDs::AuthorIDs(const SourceList& sources) : free_(kFirstID) {
 }
 
 int32_t AuthorIDs::Take(const AuthorList& authors, int& lastGiven) {
-    int64_t wanted = std::max<int64_t>(int64_t{lastGiven} + 1, authors.NextAuthorID());
-    while (wanted <= kHighestID && named_.Contains(static_cast<int32_t>(wanted)))
-        ++wanted;
-    const int32_t id =
-        free_.Find(wanted, [&](int32_t other) { return authors.FindAuthorByID(other) || named_.Contains(other); });
+    const int64_t wanted = std::max<int64_t>(int64_t{lastGiven} + 1, authors.NextAuthorID());
+    const int32_t id = free_.Find(
+        named_.Behind(wanted), [&](int32_t other) { return authors.FindAuthorByID(other) || named_.Contains(other); });
     lastGiven = std::max(lastGiven, id);
     return id;
 }

@@ -3,7 +3,6 @@
 #include <cstdint>
 
 #include "base/free_ids.h"
-#include "base/id_marks.h"
 #include "bibliography/source_list.h"
 
 namespace lore {
@@ -19,7 +18,7 @@ public:
     int32_t Take(const AuthorList& authors, int& lastGiven);
 
 private:
-    IDMarks named_;
+    PassedIDs named_;
     FreeIDs free_;
 };
 

@@ -108,7 +108,7 @@ bool SourceList::RemoveSource(int32_t id) {
 void SourceList::RemoveAll() {
     sources_.clear();
     reservedID_ = 0;
-    lost_.clear();
+    lost_.Clear();
     Reindex();
 }
 
@@ -117,10 +117,8 @@ int32_t SourceList::NextSourceID() const {
 }
 
 int32_t SourceList::NewSourceID() const {
-    int64_t wanted = int64_t{NextSourceID()} + 1;
-    while (wanted <= kHighestID && lost_.contains(static_cast<int32_t>(wanted)))
-        ++wanted;
-    return free_.Find(wanted, [this](int32_t id) { return byID_.contains(id) || lost_.contains(id); });
+    return free_.Find(lost_.Behind(int64_t{NextSourceID()} + 1),
+                      [this](int32_t id) { return byID_.contains(id) || lost_.Contains(id); });
 }
 
 void SourceList::AddNoteID(int32_t sourceID, int32_t noteID) {
@@ -129,7 +127,7 @@ void SourceList::AddNoteID(int32_t sourceID, int32_t noteID) {
     if (CSource* const source = FindSourceByID(sourceID))
         source->NoteIDs.AddUnique(noteID);
     else
-        lost_.insert(sourceID);
+        lost_.Add(sourceID);
 }
 
 void SourceList::RemoveNoteID(int32_t sourceID, int32_t noteID) {

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "base/free_ids.h"
@@ -84,7 +83,7 @@ private:
     int32_t largestID_ = 0;
     mutable FreeIDs free_{kFirstID};
     int32_t reservedID_ = 0;
-    std::unordered_set<int32_t> lost_;  // of sources that aren't here though notes name them
+    PassedIDs lost_;  // of sources that aren't here though notes name them
 };
 
 }  // namespace lore

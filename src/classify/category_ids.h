@@ -15,20 +15,20 @@ inline constexpr char kUnassignedName[] = "<UNASSIGNED>";
 /// uses up the others.
 class CategoryIDs {
 public:
+    /// `lost` are ids of categories that the forest has lost, while notes still name them: they would stand in a new
+    /// one.
+    explicit CategoryIDs(const PassedIDs& lost = {}) : passed_(lost) { passed_.Add(kUnassignedID); }
+
     /// An id that isn't to be given out.
     void MarkUsed(int32_t id) { used_.Add(id); }
-    /// The id of a category that the forest has lost, while notes still name it: they would stand in the new one.
-    void MarkLost(int32_t id) {
-        used_.Add(id);
-        lost_.Add(id);
-    }
+    /// Another id of a lost category.
+    void MarkLost(int32_t id) { passed_.Add(id); }
     /// Gives the wanted number, or the one behind it for the reserved id and those that are lost, and moves `wanted` on
     /// behind it. Where that number can't be had, the lowest free one.
     int32_t Take(int64_t& wanted) {
-        while (wanted == kUnassignedID || (wanted <= kHighestID && lost_.Contains(static_cast<int32_t>(wanted))))
-            ++wanted;
+        wanted = passed_.Behind(wanted);
         const int32_t id =
-            free_.Find(wanted, [this](int32_t other) { return other == kUnassignedID || used_.Contains(other); });
+            free_.Find(wanted, [this](int32_t other) { return passed_.Contains(other) || used_.Contains(other); });
         used_.Add(id);
         ++wanted;
         return id;
@@ -37,7 +37,8 @@ public:
 private:
     static constexpr int32_t kFirstID = 4;
 
-    IDMarks used_, lost_;
+    IDMarks used_;
+    PassedIDs passed_;
     FreeIDs free_{kFirstID};
 };
 

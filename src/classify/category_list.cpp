@@ -100,7 +100,7 @@ FileResult CProCategoryList::Save(const std::filesystem::path& path) const {
 
 void CProCategoryList::Read(RecordReader* stream) {
     RemoveAll();
-    lost_.clear();
+    lost_.Clear();
     if (stream) {
         version = ReadFixedDouble(stream);
         ReadCounted(stream, [&] { ReadCategoryRecord(stream, roots_.emplace_back()); });
@@ -196,11 +196,9 @@ int32_t CProCategoryList::NewID(int& maxCategoryID) const {
 }
 
 CategoryIDs CProCategoryList::UsedIDs() const {
-    CategoryIDs ids;
+    CategoryIDs ids(lost_);
     for (const CProCategoryTree& root : roots_)
         root.MarkIDs(ids);
-    for (const int32_t id : lost_)
-        ids.MarkLost(id);
     return ids;
 }
 
@@ -221,7 +219,7 @@ void CProCategoryList::IndexNote(int32_t note, const CProCategoryTree& path, int
     const int32_t id = empty ? kUnassignedID : DeepestCategoryID(path);
     const CProCategoryTree* found = std::as_const(*this).FindByID(id);
     if (!found && id > 0)
-        lost_.insert(id);
+        lost_.Add(id);
     if (!found || (empty && found->parent) || note < 1 || set < 1 || set > kSetCount)
         return;
     auto* node = const_cast<CProCategoryTree*>(found);

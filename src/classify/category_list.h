@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "base/file_io.h"
+#include "base/free_ids.h"
 #include "base/id_marks.h"
 #include "base/record_file.h"
 #include "classify/category_tree.h"
@@ -96,8 +96,8 @@ private:
     std::vector<CProCategoryTree> roots_;
     FileResult unread_;
     bool isWhole_ = true;
-    std::unordered_set<int32_t> lost_;  // of categories that IndexNote was asked for and that aren't here
-    mutable NodesByID nodes_;           // empty until the first search after a change
+    PassedIDs lost_;           // of categories that IndexNote was asked for and that aren't here
+    mutable NodesByID nodes_;  // empty until the first search after a change
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.
     bool fresh_ = true;
