@@ -73,12 +73,8 @@ std::vector<uint32_t> OrderBehind(const CNoteList& list, const LongList& back, c
         const int32_t id = back[i], neighbour = behind[i];
         if (listed.Contains(id) || !list.Contains(id) || (neighbour != 0 && !list.Contains(neighbour)))
             continue;
-        followers.emplace(neighbour, id);
-        placed.emplace(id, 0);
-    }
-    for (uint32_t position = 0; position < list.Count(); ++position) {
-        if (const auto found = placed.find(list[position].id); found != placed.end())
-            found->second = position;
+        if (followers.emplace(neighbour, id).second)
+            placed.emplace(id, static_cast<uint32_t>(list.PositionOf(id)));
     }
     std::vector<uint32_t> order;
     const auto addFollowersOf = [&](int32_t id) {
@@ -87,7 +83,7 @@ std::vector<uint32_t> OrderBehind(const CNoteList& list, const LongList& back, c
     };
     addFollowersOf(0);
     for (uint32_t position = 0; position < list.Count(); ++position) {
-        if (placed.contains(list[position].id))
+        if (const auto moved = placed.find(list[position].id); moved != placed.end() && moved->second == position)
             continue;
         order.push_back(position);
         addFollowersOf(list[position].id);

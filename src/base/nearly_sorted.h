@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <vector>
 
@@ -11,27 +12,35 @@ namespace lore {
 template <typename Item, typename Before>
 void SortNearlySorted(std::vector<Item>& items, Before before) {
     constexpr size_t kMostStrays = 16;  // one of so many
-    std::vector<Item> inOrder, strays;
-    inOrder.reserve(items.size());
-    for (const Item& item : items) {
-        if (inOrder.empty() || before(inOrder.back(), item)) {
-            inOrder.push_back(item);
+    std::vector<Item> strays;
+    size_t inOrder = 0;  // so many items at the front
+    for (size_t i = 0; i < items.size(); ++i) {
+        if (inOrder == 0 || before(items[inOrder - 1], items[i])) {
+            items[inOrder++] = items[i];
             continue;
         }
         if (strays.size() >= items.size() / kMostStrays) {
+            std::copy(strays.begin(), strays.end(), items.begin() + static_cast<std::ptrdiff_t>(inOrder));
             std::sort(items.begin(), items.end(), before);
             return;
         }
         // One that stands too early, or else it would make strays of all behind it.
-        if (inOrder.size() == 1 || before(*(inOrder.end() - 2), item)) {
-            strays.push_back(inOrder.back());
-            inOrder.back() = item;
+        if (inOrder == 1 || before(items[inOrder - 2], items[i])) {
+            strays.push_back(items[inOrder - 1]);
+            items[inOrder - 1] = items[i];
         } else {
-            strays.push_back(item);
+            strays.push_back(items[i]);
         }
     }
     std::sort(strays.begin(), strays.end(), before);
-    std::merge(inOrder.begin(), inOrder.end(), strays.begin(), strays.end(), items.begin(), before);
+    for (size_t to = items.size(); !strays.empty();) {  // from the end, so that nothing is written over
+        if (inOrder == 0 || before(items[inOrder - 1], strays.back())) {
+            items[--to] = strays.back();
+            strays.pop_back();
+        } else {
+            items[--to] = items[--inOrder];
+        }
+    }
 }
 
 /// Reverses each run of neighbours that are `equal`.

@@ -182,13 +182,23 @@ std::vector<uint32_t> CNoteList::OrderBy(int32_t sortId) const {
 }
 
 void CNoteList::SetOrder(const std::vector<uint32_t>& order) {
-    if (order.empty())
+    if (order.size() != notes_.size())
         return;
-    std::vector<ListedNote> sorted;
-    sorted.reserve(notes_.size());
-    for (const uint32_t position : order)
-        sorted.push_back(std::move(notes_[position]));
-    SetNotes(std::move(sorted));
+    // Each ring of places that hand on to the next one, in place: a save moves few notes far, and the others by one.
+    std::vector<bool> set(notes_.size());
+    for (uint32_t first = 0; first < notes_.size(); ++first) {
+        if (set[first] || order[first] == first)
+            continue;
+        ListedNote held = std::move(notes_[first]);
+        uint32_t to = first;
+        for (; order[to] != first; to = order[to]) {
+            notes_[to] = std::move(notes_[order[to]]);
+            set[to] = true;
+        }
+        notes_[to] = std::move(held);
+        set[to] = true;
+    }
+    stale_ = true;
 }
 
 }  // namespace lore

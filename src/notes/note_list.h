@@ -77,7 +77,7 @@ public:
     /// The order that sorting gives, as positions of this list; empty where it changes nothing. Reads nothing that
     /// showing a note writes, so that another thread may ask while the list is shown.
     std::vector<uint32_t> OrderBy(int32_t sortId) const;
-    /// Puts the notes in such an order; an empty one changes nothing.
+    /// Puts the notes in such an order, which holds each position once; an empty one changes nothing.
     void SetOrder(const std::vector<uint32_t>& order);
 
 private:

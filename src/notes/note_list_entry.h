@@ -50,7 +50,11 @@ class ListedNote {
 public:
     ListedNote(std::shared_ptr<CNote> listed, std::shared_ptr<const Citations> texts,
                std::shared_ptr<const CProCategoryTree> path)
-        : note(std::move(listed)), citations(std::move(texts)), sortPath(std::move(path)), id_(note->id) {}
+        : note(std::move(listed)),
+          citations(std::move(texts)),
+          sortPath(std::move(path)),
+          id_(note->id),
+          created_(note->dateCreated) {}
     /// With a copy of the note's path.
     ListedNote(const std::shared_ptr<CNote>& listed, std::shared_ptr<const Citations> texts)
         : ListedNote(listed, std::move(texts), CopySortPath(*listed)) {}
@@ -65,12 +69,14 @@ public:
     /// The note may be filed elsewhere now. A path that is the same stays shared.
     void RenewSortPath();
 
-    /// The note's id, which stays while it is listed. It stands here too, since walks over long lists would wait for
-    /// the memory of each note.
+    // The note's id and when it was created, which stay while it is listed. They stand here too, since walks over long
+    // lists would wait for the memory of each note.
     int32_t Id() const { return id_; }
+    const DateTime& Created() const { return created_; }
 
 private:
     int32_t id_;
+    DateTime created_;
 };
 
 /// For walks over long lists that read this part of each note: has the memory of one some places behind `at` fetched.

@@ -19,7 +19,7 @@ bool CompareSourceTexts(const ListedNote& note, const ListedNote& other) {
     }
     if (own.size() != others.size())
         return others.size() < own.size();
-    return other.note->dateCreated.IsEarlierOrEqual(note.note->dateCreated);
+    return other.Created().IsEarlierOrEqual(note.Created());
 }
 
 bool ComparePaths(const ListedNote& note, const ListedNote& other) {
@@ -28,7 +28,7 @@ bool ComparePaths(const ListedNote& note, const ListedNote& other) {
     if (others.IsLess(own))
         return true;
     if (others.IsSameTree(own))
-        return other.note->dateCreated.IsEarlierOrEqual(note.note->dateCreated);
+        return other.Created().IsEarlierOrEqual(note.Created());
     // A note without a category goes first, and upwards it never stays before a path of the reserved category.
     return (others.id < 0 && own.id > 0) || (others.id == kUnassignedID && own.id < 0);
 }
@@ -65,7 +65,7 @@ bool IsDescendingId(int32_t sortId) {
 bool CompareNotes(const ListedNote& note, const ListedNote& other, int32_t sortId) {
     switch (SortKeyOf(sortId)) {
         case SortBy::DateAdded:
-            return other.note->dateCreated.IsEarlierOrEqual(note.note->dateCreated);
+            return other.Created().IsEarlierOrEqual(note.Created());
         case SortBy::DateChanged:
             return other.note->dateEdited.IsEarlierOrEqual(note.note->dateEdited);
         case SortBy::Sources:

@@ -1,5 +1,6 @@
 #include "notes/sort_keys.h"
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -62,58 +63,36 @@ private:
     std::vector<std::string_view> folded_;
 };
 
-/// The numbers of the texts of sources, which notes share. `limit` may hold a text, beside which the others stand.
-class CitationNumbers {
-public:
-    CitationNumbers(TextNumbers& texts, const Citations& limit) : texts_(texts), limit_(limit) {}
-
-    struct Numbered {
-        int32_t number;
-        int besideLimit;  ///< below 0 for a text in front of the limit's, above for one behind it, or 0
-    };
-    const Numbered& Find(const CitationText& text) {
-        // In a sorted list the notes of a source stand together.
-        if (last_ && last_->first == text.Identity())
-            return last_->second;
-        const auto [known, isNew] = numbered_.try_emplace(text.Identity());
-        if (isNew) {
-            const std::string_view folded = text.Folded();
-            known->second = {texts_.Add(folded), limit_.empty() ? 0 : folded.compare(limit_.front().Folded())};
-        }
-        last_ = &*known;
-        return known->second;
-    }
-
-private:
-    TextNumbers& texts_;
-    const Citations& limit_;
-    std::unordered_map<const void*, Numbered> numbered_;
-    const std::pair<const void* const, Numbered>* last_ = nullptr;
-};
-
 class KeyMaker {
 public:
-    KeyMaker(const ListedNote& limit, int32_t sortId)
-        : limit_(limit),
-          sortId_(sortId),
-          byCategory_(SortKeyOf(sortId) == SortBy::Categories),
-          citations_(texts_, SortCitations(limit)) {}
-
-    SortKey Make(const ListedNote& note) {
-        SortKey key = byCategory_ ? KeyOfPath(note) : KeyOfCitations(note);
-        const DateTime& date = note.note->dateCreated;
-        key.date = date.Seconds();
-        if (date.GetStatus() != DateTime::Status::Valid)
-            key.tie = TieOf(key.tie, date.GetStatus());
-        return key;
+    KeyMaker(const ListedNote& limit, int32_t sortId, size_t notes)
+        : limit_(limit), sortId_(sortId), byCategory_(SortKeyOf(sortId) == SortBy::Categories) {
+        keys_.notes.reserve(notes);
     }
 
-    const TextNumbers& Texts() const { return texts_; }
+    void Add(const ListedNote& note) {
+        SortKey key;
+        key.group = byCategory_ ? GroupOfPath(note) : GroupOfCitations(note);
+        const Shared& shared = shared_[key.group];
+        key.starts = shared.isLimit ? Starts(note) : shared.starts;
+        const DateTime& date = note.Created();
+        key.date = date.Seconds();
+        key.tie = date.IsValid() ? shared.tie : TieOf(shared.tie, date.GetStatus());
+        keys_.notes.push_back(key);
+    }
+
+    SortKeys Finish() && {
+        const std::vector<int32_t> ranks = texts_.Ranks();
+        for (int32_t& level : keys_.levels)
+            level = ranks[static_cast<size_t>(level)];
+        return std::move(keys_);
+    }
 
 private:
-    /// What notes of one path have in common.
-    struct SharedKey {
-        SortKey key;
+    /// What the notes of a group have in common beside their levels.
+    struct Shared {
+        int32_t tie = 0;
+        bool starts = true;
         bool isLimit = false;  ///< they compare with the limit as equal, so that dates decide
     };
 
@@ -121,57 +100,91 @@ private:
         return IsDescendingId(sortId_) ? CompareNotes(note, limit_, sortId_) : CompareNotes(limit_, note, sortId_);
     }
 
-    SortKey KeyOfCitations(const ListedNote& note) {
-        SortKey key;
-        int besideLimit = 0;
-        for (const CitationText& text : SortCitations(note)) {
-            const CitationNumbers::Numbered& found = citations_.Find(text);
-            if (key.levels.empty())
-                besideLimit = found.besideLimit;
-            key.levels.push_back(found.number);
-        }
-        key.starts = besideLimit == 0 ? Starts(note) : besideLimit < 0;
-        return key;
+    /// The levels of the group follow.
+    uint32_t AddGroup(const Shared& shared) {
+        keys_.groups.push_back({static_cast<uint32_t>(keys_.levels.size())});
+        shared_.push_back(shared);
+        return static_cast<uint32_t>(shared_.size() - 1);
+    }
+    void AddLevel(int32_t number) {
+        keys_.levels.push_back(number);
+        ++keys_.groups.back().levelCount;
     }
 
-    SortKey KeyOfPath(const ListedNote& note) {
+    uint32_t GroupOfCitations(const ListedNote& note) {
+        // In a sorted list the notes that share their texts stand together. Elsewhere it costs less to number their
+        // texts anew than to find what was.
+        const Citations* const citations = note.citations.get();
+        if (shared_.empty() || citations != lastCitations_) {
+            lastCitations_ = citations;
+            lastGroup_ = AddGroup({});
+            int besideLimit = 0;
+            for (const CitationText& text : SortCitations(note)) {
+                const NumberedText& numbered = Find(text);
+                if (keys_.groups.back().levelCount == 0)
+                    besideLimit = numbered.besideLimit;
+                AddLevel(numbered.number);
+            }
+            Shared& shared = shared_.back();
+            shared.starts = besideLimit == 0 ? Starts(note) : besideLimit < 0;
+            shared.isLimit = besideLimit == 0 && IsLimit(SortCitations(note));
+        }
+        return lastGroup_;
+    }
+
+    /// The text of a source, which notes share.
+    struct NumberedText {
+        int32_t number;
+        int besideLimit;  ///< below 0 for one in front of the limit's text, above for one behind it, or else 0
+    };
+    const NumberedText& Find(const CitationText& text) {
+        const auto [known, isNew] = byText_.try_emplace(text.Identity());
+        if (isNew) {
+            const Citations& limit = SortCitations(limit_);
+            const std::string_view folded = text.Folded();
+            known->second = {texts_.Add(folded), limit.empty() ? 0 : folded.compare(limit.front().Folded())};
+        }
+        return known->second;
+    }
+
+    bool IsLimit(const Citations& citations) const {
+        const Citations& limit = SortCitations(limit_);
+        return std::equal(citations.begin(), citations.end(), limit.begin(), limit.end(),
+                          [](const CitationText& a, const CitationText& b) { return a.Folded() == b.Folded(); });
+    }
+
+    uint32_t GroupOfPath(const ListedNote& note) {
         const auto [known, isNew] = byPath_.try_emplace(note.sortPath.get());
         if (isNew)
-            known->second = &KeyOfTree(note);
-        SortKey key = known->second->key;
-        if (known->second->isLimit)
-            key.starts = Starts(note);
-        return key;
+            known->second = GroupOfTree(note);
+        return known->second;
     }
 
-    const SharedKey& KeyOfTree(const ListedNote& note) {
+    uint32_t GroupOfTree(const ListedNote& note) {
         const CProCategoryTree& path = SortPath(note);
         const auto [known, isNew] = paths_.try_emplace(path.Identity());
-        SharedKey& found = known->second;
         if (isNew) {
-            found.key = KeyOf(path);
-            found.key.tie = static_cast<int32_t>(paths_.size());
-            found.key.starts = Starts(note);
-            found.isLimit = path.IsSameTree(SortPath(limit_));
+            const auto tie = static_cast<int32_t>(paths_.size());
+            known->second = AddGroup({tie, Starts(note), path.IsSameTree(SortPath(limit_))});
+            AddPath(path, keys_.groups.back());
         }
-        return found;
+        return known->second;
     }
 
-    SortKey KeyOf(const CProCategoryTree& path) {
-        SortKey key;
+    void AddPath(const CProCategoryTree& path, SortGroup& group) {
         if (path.id < 1) {
-            key.kind = SortKey::Kind::None;
-            return key;
+            group.kind = SortGroup::Kind::None;
+            return;
         }
         if (path.IsUnassigned())
-            key.kind = SortKey::Kind::Reserved;
+            group.kind = SortGroup::Kind::Reserved;
         const CProCategoryTree* node = &path;
         while (true) {
-            key.levels.push_back(texts_.NumberOf(Trim(node->name)));
+            AddLevel(texts_.NumberOf(Trim(node->name)));
             const CProCategoryTree* const child = node->children.empty() ? nullptr : &node->children.front();
             if (!child || child->id < 1) {
-                key.openEnd = child && child->id == 0;
-                return key;
+                group.openEnd = child && child->id == 0;
+                return;
             }
             node = child;
         }
@@ -191,32 +204,28 @@ private:
     const int32_t sortId_;
     const bool byCategory_;
     TextNumbers texts_;
-    CitationNumbers citations_;
-    std::unordered_map<std::string, SharedKey> paths_;  // by Identity
-    std::unordered_map<const CProCategoryTree*, const SharedKey*> byPath_;
+    SortKeys keys_;
+    std::vector<Shared> shared_;  // of each group
+    const Citations* lastCitations_ = nullptr;
+    uint32_t lastGroup_ = 0;
+    std::unordered_map<const void*, NumberedText> byText_;  // by Identity
+    std::unordered_map<std::string, uint32_t> paths_;       // by Identity
+    std::unordered_map<const CProCategoryTree*, uint32_t> byPath_;
     std::map<std::pair<int32_t, DateTime::Status>, int32_t> oddTies_;
     int32_t lastOddTie_ = 0;
 };
 
 }  // namespace
 
-std::vector<SortKey> MakeSortKeys(std::span<const ListedNote> notes, const ListedNote& limit, int32_t sortId) {
-    KeyMaker maker(limit, sortId);
-    std::vector<SortKey> keys;
-    keys.reserve(notes.size());
+SortKeys MakeSortKeys(std::span<const ListedNote> notes, const ListedNote& limit, int32_t sortId) {
+    KeyMaker maker(limit, sortId, notes.size());
     const bool bySource = SortKeyOf(sortId) == SortBy::Sources;
     for (size_t i = 0; i < notes.size(); ++i) {
-        FetchAhead(notes, i, &CNote::dateCreated);
         if (bySource)
             FetchCitationsAhead(notes, i);
-        keys.push_back(maker.Make(notes[i]));
+        maker.Add(notes[i]);
     }
-    const std::vector<int32_t> ranks = maker.Texts().Ranks();
-    for (SortKey& key : keys) {
-        for (int32_t& level : key.levels)
-            level = ranks[static_cast<size_t>(level)];
-    }
-    return keys;
+    return std::move(maker).Finish();
 }
 
 }  // namespace lore

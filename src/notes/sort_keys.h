@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include "notes/note_list_entry.h"
 #include "notes/sort_compare.h"
@@ -12,6 +11,6 @@ namespace lore {
 
 /// The keys of the notes by source or by category, so that they compare as CompareNotes compares the notes with each
 /// other and with `limit`. Each text is lower-cased once, each path walked once.
-std::vector<SortKey> MakeSortKeys(std::span<const ListedNote> notes, const ListedNote& limit, int32_t sortId);
+SortKeys MakeSortKeys(std::span<const ListedNote> notes, const ListedNote& limit, int32_t sortId);
 
 }  // namespace lore

@@ -42,14 +42,15 @@ std::vector<uint32_t> DateOrder(std::span<const ListedNote> notes, SortBy sortBy
         int64_t seconds;
         uint32_t position;
     };
-    DateTime CNote::*const part = sortBy == SortBy::DateChanged ? &CNote::dateEdited : &CNote::dateCreated;
+    const bool byChange = sortBy == SortBy::DateChanged;
     const DateTime limit = LimitDate(descending);
     std::vector<Dated> dated;
     std::vector<uint32_t> behind;
     dated.reserve(notes.size());
     for (uint32_t i = 0; i < notes.size(); ++i) {
-        FetchAhead(notes, i, part);
-        const DateTime& date = notes[i].note.get()->*part;
+        if (byChange)
+            FetchAhead(notes, i, &CNote::dateEdited);
+        const DateTime& date = byChange ? notes[i].note->dateEdited : notes[i].Created();
         if (descending ? limit.IsEarlierOrEqual(date) : date.IsEarlierOrEqual(limit))
             dated.push_back({date.Seconds(), i});
         else

@@ -1,53 +1,61 @@
 #include "notes/sort_reserved.h"
 
 #include <algorithm>
+#include <span>
 
 namespace lore {
 
 namespace {
 
-bool HasKind(const std::vector<SortKey>& keys, SortKey::Kind kind) {
-    return std::any_of(keys.begin(), keys.end(), [&](const SortKey& key) { return key.kind == kind; });
+using Kind = SortGroup::Kind;
+
+bool HasKind(const SortKeys& keys, Kind kind) {
+    return std::any_of(keys.groups.begin(), keys.groups.end(),
+                       [&](const SortGroup& group) { return group.kind == kind; });
 }
 
-bool StandsBefore(const SortKey& a, const SortKey& b) {
-    const auto [inA, inB] = std::mismatch(a.levels.begin(), a.levels.end(), b.levels.begin(), b.levels.end());
-    if (inA != a.levels.end() && inB != b.levels.end())
+bool StandsBefore(const SortKeys& keys, const SortGroup& a, const SortGroup& b) {
+    const std::span<const int32_t> own = keys.LevelsOf(a), others = keys.LevelsOf(b);
+    const auto [inA, inB] = std::mismatch(own.begin(), own.end(), others.begin(), others.end());
+    if (inA != own.end() && inB != others.end())
         return *inA < *inB;
-    return inA == a.levels.end() && inB != b.levels.end() && !a.openEnd;
+    return inA == own.end() && inB != others.end() && !a.openEnd;
 }
 
-/// Whether a key takes the place of the best one so far.
-bool Displaces(const SortKey& key, const SortKey& best, bool descending) {
-    using Kind = SortKey::Kind;
-    if (key.kind == Kind::None && best.kind != Kind::None)
-        return !descending || best.kind == Kind::Reserved;
-    if (best.kind == Kind::None && key.kind != Kind::None)
-        return descending || key.kind == Kind::Reserved;
-    if (descending ? StandsBefore(best, key) : StandsBefore(key, best))
+/// Whether a note takes the place of the best one so far.
+bool Displaces(const SortKeys& keys, uint32_t note, uint32_t best, bool descending) {
+    const SortGroup &own = keys.GroupOf(note), &others = keys.GroupOf(best);
+    if (own.kind == Kind::None && others.kind != Kind::None)
+        return !descending || others.kind == Kind::Reserved;
+    if (others.kind == Kind::None && own.kind != Kind::None)
+        return descending || own.kind == Kind::Reserved;
+    if (descending ? StandsBefore(keys, others, own) : StandsBefore(keys, own, others))
         return true;
-    return key.tie == best.tie && (descending ? key.date >= best.date : key.date <= best.date);
+    const SortKey &key = keys.notes[note], &bestKey = keys.notes[best];
+    return key.tie == bestKey.tie && (descending ? key.date >= bestKey.date : key.date <= bestKey.date);
+}
+
+bool HasBlank(const SortKeys& keys) {
+    return std::any_of(keys.notes.begin(), keys.notes.end(),
+                       [&](const SortKey& key) { return !key.starts && keys.groups[key.group].kind == Kind::Plain; });
 }
 
 }  // namespace
 
-bool TakesTurns(const std::vector<SortKey>& keys, bool descending) {
-    const auto isBlank = [](const SortKey& key) { return !key.starts && key.kind == SortKey::Kind::Plain; };
-    return HasKind(keys, SortKey::Kind::None) &&
-           (HasKind(keys, SortKey::Kind::Reserved) || (descending && std::any_of(keys.begin(), keys.end(), isBlank)));
+bool TakesTurns(const SortKeys& keys, bool descending) {
+    return HasKind(keys, Kind::None) && (HasKind(keys, Kind::Reserved) || (descending && HasBlank(keys)));
 }
 
-std::vector<uint32_t> TakingTurnsOrder(const std::vector<SortKey>& keys, bool descending) {
-    std::vector<uint32_t> order, best, left(keys.size());
-    order.reserve(keys.size());
+std::vector<uint32_t> TakingTurnsOrder(const SortKeys& keys, bool descending) {
+    std::vector<uint32_t> order, best, left(keys.notes.size());
+    order.reserve(keys.notes.size());
     for (uint32_t i = 0; i < left.size(); ++i)
         left[i] = i;
     // A walk repeats the last one up to the key that was picked, so that it can go on from there.
     size_t at = 0;
     while (!left.empty()) {
         for (; at < left.size(); ++at) {
-            const SortKey& key = keys[left[at]];
-            if (best.empty() ? key.starts : Displaces(key, keys[best.back()], descending))
+            if (best.empty() ? keys.notes[left[at]].starts : Displaces(keys, left[at], best.back(), descending))
                 best.push_back(left[at]);
         }
         if (best.empty())

@@ -16,6 +16,15 @@ namespace lore {
 namespace {
 
 using Numbers = std::vector<uint32_t>;
+using Levels = std::span<const int32_t>;
+
+Levels LevelsOf(const SortKeys& keys, uint32_t note) {
+    return keys.LevelsOf(keys.GroupOf(note));
+}
+
+std::strong_ordering ThreeWay(Levels a, Levels b) {
+    return std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end());
+}
 
 /// Keys with equal levels. A walk over them keeps to the tie that the first one left has, and ends at the best date of
 /// it: the last one among equal dates.
@@ -66,16 +75,15 @@ struct Node {
 
 class Selection {
 public:
-    Selection(const std::vector<SortKey>& keys, bool descending)
-        : keys_(keys), descending_(descending), taken_(keys.size()) {
+    Selection(const SortKeys& keys, bool descending) : keys_(keys), descending_(descending), taken_(keys.notes.size()) {
         Numbers sorted;
-        sorted.reserve(keys.size());
-        for (uint32_t i = 0; i < keys.size(); ++i) {
-            if (keys[i].starts)
+        sorted.reserve(keys.notes.size());
+        for (uint32_t i = 0; i < keys.notes.size(); ++i) {
+            if (keys.notes[i].starts)
                 sorted.push_back(i);
         }
         std::sort(sorted.begin(), sorted.end(),
-                  [&](uint32_t a, uint32_t b) { return keys[a].levels < keys[b].levels; });
+                  [&](uint32_t a, uint32_t b) { return ThreeWay(LevelsOf(keys, a), LevelsOf(keys, b)) < 0; });
         root_ = Build(sorted.data(), sorted.data() + sorted.size(), 0);
     }
 
@@ -94,7 +102,7 @@ private:
         EqualKeys* group = nullptr;
         while (!(group = GroupToPick(*path.back())))
             path.push_back(NextChild(*path.back()));
-        const uint32_t picked = group->Take(keys_, taken_);
+        const uint32_t picked = group->Take(keys_.notes, taken_);
         taken_[picked] = true;
         for (Node* node : path)
             --node->left;
@@ -105,15 +113,15 @@ private:
     std::unique_ptr<Node> Build(const uint32_t* begin, const uint32_t* end, size_t level) {
         auto node = std::make_unique<Node>();
         node->left = static_cast<size_t>(end - begin);
-        const auto levelsOf = [&](const uint32_t* key) -> const SortLevels& { return keys_[*key].levels; };
+        const auto levelsOf = [&](const uint32_t* key) { return LevelsOf(keys_, *key); };
         // Levels that all keys share decide nothing.
         while (begin != end && levelsOf(begin).size() > level && levelsOf(begin)[level] == levelsOf(end - 1)[level])
             ++level;
         const uint32_t* at = begin;
         for (; at != end && levelsOf(at).size() == level; ++at)
-            (keys_[*at].openEnd ? node->open : node->closed).Add(*at);
-        node->closed.Order(keys_, descending_);
-        node->open.Order(keys_, descending_);
+            (keys_.GroupOf(*at).openEnd ? node->open : node->closed).Add(*at);
+        node->closed.Order(keys_.notes, descending_);
+        node->open.Order(keys_.notes, descending_);
         if (!node->open.IsEmpty()) {
             node->all.assign(begin, end);
             std::sort(node->all.begin(), node->all.end());
@@ -148,27 +156,26 @@ private:
         return node.child < node.children.size() ? node.children[node.child].get() : nullptr;
     }
 
-    const std::vector<SortKey>& keys_;
+    const SortKeys& keys_;
     const bool descending_;
     std::vector<bool> taken_;
     std::unique_ptr<Node> root_;
     std::vector<Node*> path_;
 };
 
-/// The order of keys none of which is open: that of their levels, where a key stands before the longer ones that begin
-/// with it.
+/// The order of keys none of whose groups is open: that of their levels, where a key stands before the longer ones that
+/// begin with it.
 class ClosedOrder {
 public:
-    ClosedOrder(const std::vector<SortKey>& keys, bool descending)
-        : keys_(keys), descending_(descending), taken_(keys.size()) {}
+    ClosedOrder(const SortKeys& keys, bool descending) : keys_(keys), descending_(descending) {}
 
     Numbers Order() {
         std::vector<Place> places = Places();
         // A list that is sorted again, behind a save, is in order but for one note and its equal ones.
         ReverseEqualRuns(places,
-                         [this](const Place& a, const Place& b) { return a.date == b.date && Levels(a, b) == 0; });
+                         [this](const Place& a, const Place& b) { return a.date == b.date && Compare(a, b) == 0; });
         SortNearlySorted(places, [this](const Place& a, const Place& b) {
-            if (const std::strong_ordering levels = Levels(a, b); levels != 0)
+            if (const std::strong_ordering levels = Compare(a, b); levels != 0)
                 return descending_ ? levels > 0 : levels < 0;
             if (a.date != b.date)
                 return descending_ ? a.date > b.date : a.date < b.date;
@@ -178,8 +185,8 @@ public:
         order.reserve(places.size());
         for (size_t from = 0, to = 0; from < places.size(); from = to) {
             bool oneTie = true;
-            for (to = from; to < places.size() && Levels(places[from], places[to]) == 0; ++to)
-                oneTie = oneTie && keys_[places[to].key].tie == keys_[places[from].key].tie;
+            for (to = from; to < places.size() && Compare(places[from], places[to]) == 0; ++to)
+                oneTie = oneTie && keys_.notes[places[to].key].tie == keys_.notes[places[from].key].tie;
             const std::span group(&places[from], to - from);
             if (oneTie)
                 std::transform(group.begin(), group.end(), std::back_inserter(order), std::mem_fn(&Place::key));
@@ -193,54 +200,54 @@ private:
     struct Place {
         uint64_t start;  ///< the first two levels, which decide for nearly all; an absent one is below all others
         int64_t date;
-        uint32_t key;
+        uint32_t key, group;
     };
 
     std::vector<Place> Places() const {
         std::vector<Place> places;
-        places.reserve(keys_.size());
-        for (uint32_t i = 0; i < keys_.size(); ++i) {
-            if (!keys_[i].starts)
+        places.reserve(keys_.notes.size());
+        for (uint32_t i = 0; i < keys_.notes.size(); ++i) {
+            const SortKey& key = keys_.notes[i];
+            if (!key.starts)
                 continue;
-            const SortLevels& levels = keys_[i].levels;
+            const Levels levels = keys_.LevelsOf(keys_.groups[key.group]);
             const auto level = [&](size_t at) {
                 return at < levels.size() ? static_cast<uint32_t>(levels[at]) + 1 : 0;
             };
-            places.push_back({static_cast<uint64_t>(level(0)) << 32 | level(1), keys_[i].date, i});
+            places.push_back({static_cast<uint64_t>(level(0)) << 32 | level(1), key.date, i, key.group});
         }
         return places;
     }
 
-    std::strong_ordering Levels(const Place& a, const Place& b) const {
-        const SortLevels& own = keys_[a.key].levels;
-        if (a.start != b.start || own.size() < 2)
+    std::strong_ordering Compare(const Place& a, const Place& b) const {
+        if (a.start != b.start || a.group == b.group)
             return a.start <=> b.start;
-        const SortLevels& others = keys_[b.key].levels;
-        return std::lexicographical_compare_three_way(own.begin() + 2, own.end(), others.begin() + 2, others.end());
+        return ThreeWay(keys_.LevelsOf(keys_.groups[a.group]), keys_.LevelsOf(keys_.groups[b.group]));
     }
 
     void AppendOfManyTies(std::span<const Place> group, Numbers& order) {
         EqualKeys equal;
         for (const Place& place : group)
             equal.Add(place.key);
-        equal.Order(keys_, descending_);
+        equal.Order(keys_.notes, descending_);
+        taken_.resize(keys_.notes.size());
         while (!equal.IsEmpty()) {
-            order.push_back(equal.Take(keys_, taken_));
+            order.push_back(equal.Take(keys_.notes, taken_));
             taken_[order.back()] = true;
         }
     }
 
-    const std::vector<SortKey>& keys_;
+    const SortKeys& keys_;
     const bool descending_;
     std::vector<bool> taken_;
 };
 
 }  // namespace
 
-std::vector<uint32_t> SelectionOrder(const std::vector<SortKey>& keys, bool descending) {
+std::vector<uint32_t> SelectionOrder(const SortKeys& keys, bool descending) {
     if (TakesTurns(keys, descending))
         return TakingTurnsOrder(keys, descending);
-    if (std::none_of(keys.begin(), keys.end(), [](const SortKey& key) { return key.openEnd; }))
+    if (std::none_of(keys.groups.begin(), keys.groups.end(), [](const SortGroup& group) { return group.openEnd; }))
         return ClosedOrder(keys, descending).Order();
     return Selection(keys, descending).Order();
 }

@@ -11,6 +11,6 @@ namespace lore {
 /// the best one so far if it stands before it, or if it is tied with it and its date isn't later (downwards: if it
 /// stands behind it, or its date isn't earlier), and only a key that starts can be the first one. Positions in `keys`,
 /// without those that no walk picks.
-std::vector<uint32_t> SelectionOrder(const std::vector<SortKey>& keys, bool descending);
+std::vector<uint32_t> SelectionOrder(const SortKeys& keys, bool descending);
 
 }  // namespace lore

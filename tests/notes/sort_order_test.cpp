@@ -25,10 +25,11 @@ ListedNote Note(int32_t id, const DateTime& created = DateTime(2011, 7, 12), con
     return {std::move(note), std::make_shared<Citations>(citations.begin(), citations.end())};
 }
 
-ListedNote Filed(int32_t id, const CProCategoryTree& path, int set = 1) {
+ListedNote Filed(int32_t id, const CProCategoryTree& path, int set = 1,
+                 const DateTime& created = DateTime(2011, 7, 12)) {
     Paths paths;
     paths[static_cast<size_t>(set - 1)] = path;
-    return Note(id, DateTime(2011, 7, 12), {}, paths);
+    return Note(id, created, {}, paths);
 }
 
 std::vector<int32_t> SortedIds(const std::vector<ListedNote>& notes, int32_t sortId) {
@@ -171,11 +172,9 @@ TEST(SortOrder, TakesThePathOfTheFirstSetThatHasOne) {
 }
 
 TEST(SortOrder, ComparesPathsLevelByLevelAndTiesByDateOnlyTheSamePath) {
-    ListedNote early = Filed(1, PathOf({{5, "a"}, {6, "b"}}));
-    early.note->dateCreated = DateTime(2001, 1, 1);
-    ListedNote late = Filed(2, PathOf({{5, "a"}, {6, "b"}}));
-    ListedNote otherId = Filed(3, PathOf({{5, "a"}, {9, "B "}}));
-    otherId.note->dateCreated = DateTime(1999, 1, 1);
+    const ListedNote early = Filed(1, PathOf({{5, "a"}, {6, "b"}}), 1, DateTime(2001, 1, 1));
+    const ListedNote late = Filed(2, PathOf({{5, "a"}, {6, "b"}}));
+    const ListedNote otherId = Filed(3, PathOf({{5, "a"}, {9, "B "}}), 1, DateTime(1999, 1, 1));
     const ListedNote shorter = Filed(4, PathOf({{5, "a"}}));
     EXPECT_THAT(SortedIds({late, otherId, early, shorter}, kCategoryUp), ElementsAre(4, 1, 2, 3));
     EXPECT_THAT(SortedIds({late, otherId, early, shorter}, kCategoryDown), ElementsAre(2, 3, 1, 4));
