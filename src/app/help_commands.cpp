@@ -32,7 +32,7 @@ void OpenTutorial(const HelpWorld& world) {
         return OpenHelpPage(world, address, kTutorialTitle);
     world.prompts.Message(
         "No address of a tutorial page is set. It is the value \"TutorialAddress\" in the section \"Options\" of the "
-        "settings.",
+        "settings file; set it while Lorebinder is closed.",
         kTutorialTitle, PromptIcon::Information);
 }
 

@@ -64,7 +64,7 @@ void UpdateCheck::Run() {
         return Ask(true);
     world_.prompts.Message(
         "No address is set that tells of new versions. It is the value \"UpdateAddress\" in the section \"Options\" of "
-        "the settings.",
+        "the settings file; set it while Lorebinder is closed.",
         kTitle, PromptIcon::Information);
 }
 

@@ -53,8 +53,9 @@ private:
             if (session.Json())
                 list.push_back(JsonEvent(event));
             else
-                std::printf("%s  %s  %s\n", event.Start.Format("%Y-%m-%d %H:%M").c_str(),
-                            event.End.Format("%Y-%m-%d %H:%M").c_str(), Shown(event.Label).c_str());
+                std::printf("%s  %s  %s  %s\n", event.Start.Format("%Y-%m-%d %H:%M").c_str(),
+                            event.End.Format("%Y-%m-%d %H:%M").c_str(), Shown(event.EventId).c_str(),
+                            Shown(event.Label).c_str());
         }
         if (session.Json())
             PrintJson(list);

@@ -48,11 +48,11 @@ struct EventOptions {
     std::vector<int32_t> popups;
     bool allDay = false, noRepeat = false, noReminders = false;
 
-    void Declare(CLI::App& app) {
+    void Declare(CLI::App& app, const char* startHelp, const char* endHelp) {
         app.add_option("--label", label, "The title");
         app.add_option("--description", description, "The text");
-        app.add_option("--start", start, "First moment; a day alone makes it last whole days")->type_name("DATE");
-        app.add_option("--end", end, "Last moment; an hour after the start, or the same day")->type_name("DATE");
+        app.add_option("--start", start, startHelp)->type_name("DATE");
+        app.add_option("--end", end, endHelp)->type_name("DATE");
         app.add_flag("--all-day", allDay, "Whole days");
         app.add_option("--color", color, "Number of its bar's colour")
             ->check(CLI::Range(1, kColors))
@@ -101,6 +101,11 @@ bool HasTime(const std::string& date) {
     return date.size() > 10;
 }
 
+/// A day, at the time of day of another moment.
+DateTime AtTimeOf(const DateTime& moment, const DateTime& day) {
+    return DateTime(day.Year(), day.Month(), day.Day(), moment.Hour(), moment.Minute(), moment.Second());
+}
+
 bool IsBefore(const DateTime& a, const DateTime& b) {
     return a.IsValid() && b.IsValid() && a.Seconds() < b.Seconds();
 }
@@ -110,6 +115,10 @@ bool EventOptions::ApplyTimes(EventEditor& editor) const {
     const DateTime before = first;
     if (!ParseDay(start, first) || !ParseDay(end, last))
         return false;
+    if (start && !HasTime(*start) && !editor.IsNew())
+        first = AtTimeOf(before, first);
+    if (end && !HasTime(*end) && !editor.IsNew())
+        last = AtTimeOf(editor.Event().End, last);
     if (end && IsBefore(last, HasTime(*end) ? first : first.Midnight())) {
         PrintError("--end is before the start");
         return false;
@@ -219,13 +228,15 @@ public:
     void Declare(CLI::App& app) override {
         app.require_subcommand(1);
         CLI::App* const add = app.add_subcommand("add", "Makes an event, or a series");
-        options_.Declare(*add);
+        options_.Declare(*add, "First moment; a day alone makes it last whole days",
+                         "Last moment; otherwise an hour after the start, or the same day");
         add->get_option("--start")->required();
         add->get_option("--label")->required();
         add->callback([this] { chosen_ = &EventCommand::Add; });
         CLI::App* const edit = app.add_subcommand("edit", "Changes an event");
         DeclareReach(*edit);
-        options_.Declare(*edit);
+        options_.Declare(*edit, "First moment; a day alone keeps the time of day",
+                         "Last moment; without it the event lasts as long as before");
         options_.DeclareChanges(*edit);
         edit->callback([this] { chosen_ = &EventCommand::Edit; });
         CLI::App* const remove = app.add_subcommand("delete", "Deletes an event");

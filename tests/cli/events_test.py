@@ -146,7 +146,8 @@ class Events(FreshTest):
                 self.assertEqual(len(self.json("events")), left)
 
     def test_a_single_event_becomes_a_series_and_leaves_it(self):
-        ident, = self.json("event", "add", "--label", "A", "--start", f"{YEAR}-01-04T09:00", "--popup", 10)
+        ident, = self.json("event", "add", "--label", "A", "--start", f"{YEAR}-01-03T09:00", "--popup", 10)
+        self.run_cli("event", "edit", ident, "--start", f"{YEAR}-01-04")  # keeps its time of day
         self.run_cli("event", "edit", ident, "--repeat", "daily", "--until", f"{YEAR}-01-06")
         self.assertEqual(self.lines(), ["01-04T09:00 A", "01-05T09:00 A", "01-06T09:00 A"])
         self.assert_reminders_fit()
