@@ -109,10 +109,14 @@ private:
         std::string tail;
         if (!ReadBytes(read_, size_ - tailSize, tailSize, tail))
             return Refuse("it could not be read to its end");
-        for (size_t at = tailSize - kEndSize + 1; at-- > 0;) {
-            const Fields fields(std::string_view(tail).substr(at));
-            if (fields.Four(0) == kEndMark && at + kEndSize + fields.Two(20) == tailSize)
-                return ReadEnd(fields, size_ - tailSize + at, end);
+        // An end with which the file ends comes before one that has bytes behind it, as mail programs put there.
+        for (const bool hasMore : {false, true}) {
+            for (size_t at = tailSize - kEndSize + 1; at-- > 0;) {
+                const Fields fields(std::string_view(tail).substr(at));
+                const size_t behind = at + kEndSize + fields.Two(20);
+                if (fields.Four(0) == kEndMark && (hasMore ? behind < tailSize : behind == tailSize))
+                    return ReadEnd(fields, size_ - tailSize + at, end);
+            }
         }
         return Refuse("it is not an archive, or it breaks off");
     }

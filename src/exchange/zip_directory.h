@@ -30,11 +30,11 @@ struct ZipDirectory {
 /// Fills the room from a position of the archive; false if it doesn't hold so many bytes.
 using ZipRead = std::function<bool(uint64_t position, std::span<char> room)>;
 
-/// Reads and judges the directory of an archive of `size` bytes without unpacking anything. Refused are: a directory
-/// that is cut off, or claims more entries than it has room for; parts of several volumes; entries that overlap, reach
-/// beyond the archive, or are named differently where they stand; links and devices; encrypted entries; packing other
-/// than deflate; sizes above a thousand times what is packed. An entry without a usable name is left out, and so are
-/// the later ones of one name.
+/// Reads and judges the directory of an archive of `size` bytes without unpacking anything. Up to 65,535 bytes behind
+/// its end, the comment counted in, are no part of it. Refused are: a directory that is cut off, or claims more entries
+/// than it has room for; parts of several volumes; entries that overlap, reach beyond the archive, or are named
+/// differently where they stand; links and devices; encrypted entries; packing other than deflate; sizes above a
+/// thousand times what is packed. An entry without a usable name is left out, and so are the later ones of one name.
 ZipDirectory ReadZipDirectory(uint64_t size, const ZipRead& read);
 
 /// The name of a file under the name of an entry, UTF-8: its last component by either separator, without the letter of

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "rtf/field.h"
+#include "rtf/symbol_font.h"
 
 namespace lore {
 
@@ -64,7 +65,7 @@ bool BodyReader::Step() {
         case TokenKind::kClose:
             return Close(token);
         case TokenKind::kText:
-            AddAscii(token);
+            AddAscii(token.text, token.begin, token.end);
             return true;
         case TokenKind::kBytes:
             AddBytes(token.text, token.begin, token.end);
@@ -94,12 +95,14 @@ void BodyReader::Open(const Token& token) {
     fresh_ = true;
     if (groups_.size() > kMostLevels) {
         ++levels_beyond_;
+        too_deep_at_ = token.begin;
         return;
     }
     const Group copy = groups_.back();
     groups_.push_back(copy);
     groups_.back().begin = token.begin;
     groups_.back().symbol = 0;
+    groups_.back().is_result = false;
     OnOpen();
 }
 
@@ -119,6 +122,8 @@ bool BodyReader::Close(const Token& token) {
     // What a Unicode twin goes on with began outside of both twins and doesn't end here.
     if (Current().destination == Destination::kAnsiTwin && closed.destination == closed.outside_twin)
         closed.destination = Destination::kAnsiTwin;
+    if (closed.destination == Destination::kFontTable && Current().destination != Destination::kFontTable)
+        EndUnendedFont();
     OnClose(closed, token.end);
     if (closed.destination == Destination::kFieldInstruction && Current().destination == Destination::kBody)
         EndInstruction();
@@ -134,7 +139,7 @@ void BodyReader::EndInstruction() {
 void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
     if (token.word == nullptr || (starred && token.word->group != WordGroup::kDestination)) {
         if (starred)
-            PassOver(fresh);
+            PassOver(fresh && Shows());
         return;
     }
     const ControlWord& word = *token.word;
@@ -156,10 +161,8 @@ void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
                 OnWord(word, token);
             return;
         default:
-            if (word.word == Word::kFontCharset)
-                SetFontPage(CodePageOfCharset(token.parameter, 0));
-            else if (word.word == Word::kFontCodePage)
-                SetFontPage(token.parameter);
+            if (Current().destination == Destination::kFontTable)
+                ActOnTableFont(word, token);
             OnWord(word, token);
     }
 }
@@ -185,7 +188,9 @@ void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
             group.fallback_length = std::clamp(token.parameter, 0, kLongestFallback);
             return;
         case Word::kFont:
-            (group.destination == Destination::kFontTable ? table_font_ : group.font) = token.parameter;
+            if (group.destination == Destination::kFontTable)
+                return ActOnTableFont(word, token);
+            group.font = token.parameter;
             break;
         case Word::kPlain:
             group.font = default_font_;
@@ -214,14 +219,50 @@ void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
     OnWord(word, token);
 }
 
+void BodyReader::ActOnTableFont(const ControlWord& word, const Token& token) {
+    if (word.word == Word::kFont) {
+        EndUnendedFont();
+        table_font_ = token.parameter;
+    } else if (word.word == Word::kFontCharset) {
+        table_charset_ = token.parameter;
+        SetFontPage(CodePageOfCharset(token.parameter, 0));
+    } else if (word.word == Word::kFontCodePage) {
+        SetFontPage(token.parameter);
+    }
+}
+
 void BodyReader::SetFontPage(int page) {
-    if (Current().destination != Destination::kFontTable)
-        return;
     page_ = 0;
     if (page > 0)
         font_pages_[table_font_] = page;
     else
         font_pages_.erase(table_font_);
+}
+
+void BodyReader::ReadFontName(std::string_view utf8) {
+    for (const char c : utf8) {
+        if (c == ';')
+            EndFont();
+        else
+            table_name_ += c;
+    }
+}
+
+void BodyReader::EndUnendedFont() {
+    if (!Trim(table_name_).empty())
+        EndFont();
+}
+
+void BodyReader::EndFont() {
+    DocumentFont font{table_font_, std::exchange(table_charset_, 0), CleanFontName(table_name_)};
+    table_name_.clear();
+    if (font.number < 0)
+        return;  // it would be the one of text that names none
+    if (IsSymbolFont(font))
+        symbol_fonts_[font.number] = font.name;
+    else
+        symbol_fonts_.erase(font.number);
+    OnFont(std::move(font));
 }
 
 void BodyReader::ActOnSymbol(const Token& token) {
@@ -232,7 +273,7 @@ void BodyReader::ActOnSymbol(const Token& token) {
         case '\\':
         case '{':
         case '}':
-            EmitCharacter(token.byte, token.begin, token.end);
+            AddByte(token);
             return;
         case '~':
             EmitCharacter(0xA0, token.begin, token.end);
@@ -284,18 +325,18 @@ void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
             EnterPicture();
             return;
         case Destination::kShape:
-            // What is kept of it is read again where it shows.
-            if (in_body && !Shows())
-                return PassOver(false);
+        case Destination::kObject:
+            if (in_body && (!Shows() || group.is_result))
+                return PassOver(fresh);
             [[fallthrough]];
         case Destination::kFontTable:
-        case Destination::kObject:
         case Destination::kRowProperties:
-            if (in_body)
+            if (in_body && !group.is_result)
                 EnterObject(destination, begin, fresh);
             return;
         case Destination::kAside:
-            EnterAside();
+        case Destination::kResult:
+            EnterAside(destination);
             return;
         case Destination::kFieldInstruction:
             if (!in_body)
@@ -307,7 +348,7 @@ void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
             if (in_body && OnEnter(destination))
                 group.destination = destination;
             else
-                PassOver(fresh && destination == Destination::kKeep);
+                PassOver(fresh && destination == Destination::kKeep && Shows());
     }
 }
 
@@ -317,15 +358,23 @@ void BodyReader::EnterObject(Destination destination, size_t begin, bool fresh) 
     group.destination = destination;
     // What stands before the word in its group is text of the body.
     group.begin = fresh ? group.begin : begin;
-    group.in_shape = group.in_shape || destination == Destination::kShape;
-    shown_ += destination == Destination::kObject || destination == Destination::kShape ? 1 : 0;
+    const bool is_drawn = destination == Destination::kObject || destination == Destination::kShape;
+    group.in_shape = group.in_shape || is_drawn;
+    group.in_result = group.in_result && !is_drawn;
+    shown_ += is_drawn ? 1 : 0;
     group.shown_before = shown_;
 }
 
-void BodyReader::EnterAside() {
+void BodyReader::EnterAside(Destination destination) {
     Group& group = groups_.back();
-    if (group.destination != Destination::kBody && group.destination != Destination::kShape)
+    if (destination == Destination::kResult) {
+        // Of an object, and in a group of its own.
+        if (group.destination != Destination::kObject || groups_[groups_.size() - 2].destination != group.destination)
+            return;
+        group.is_result = group.in_result = true;
+    } else if (group.destination != Destination::kBody && group.destination != Destination::kShape) {
         return PassOver(false);
+    }
     group.destination = Destination::kBody;
     asides_.Begin(groups_.size());
 }
@@ -337,7 +386,7 @@ void BodyReader::EnterPicture() {
     const bool shown = in_place && !group.hidden && !group.deleted;
     if (shown)
         after_paragraph_ = false;
-    shown_ += group.destination == Destination::kBody ? 1 : 0;
+    shown_ += group.destination == Destination::kBody && !group.in_result ? 1 : 0;
     if (shown && OnEnter(Destination::kPicture))
         group.destination = Destination::kPicture;
     else
@@ -350,7 +399,7 @@ void BodyReader::PassOver(bool keep) {
         return;
     tokens_.SkipGroup();
     const size_t end = tokens_.Position();
-    if (keep && levels_beyond_ == 0 && Shows() && !Current().in_shape && end < Source().size())
+    if (keep && levels_beyond_ == 0 && !Current().in_shape && end < Source().size())
         OnKept(Source().substr(Current().begin, end + 1 - Current().begin));
     else if (Current().destination != Destination::kBody)
         OnPassedOver();

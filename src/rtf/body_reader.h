@@ -7,6 +7,7 @@
 
 #include "rtf/asides.h"
 #include "rtf/code_page.h"
+#include "rtf/document.h"
 #include "rtf/tokenizer.h"
 
 namespace lore {
@@ -30,7 +31,9 @@ protected:
         Destination outside_twin = Destination::kBody;
         bool hidden = false;
         bool deleted = false;
-        bool in_shape = false;
+        bool in_shape = false;   ///< or in an object
+        bool is_result = false;  ///< it holds what an object shows
+        bool in_result = false;  ///< its pictures are those of the object
         int32_t fallback_length = 1;
         int32_t font = -1;
         size_t begin = 0;         ///< of the brace, or of the destination's word where that isn't the first one
@@ -52,7 +55,9 @@ protected:
     /// Characters and binary data of such a destination.
     virtual void OnOther(Destination, std::string_view /*utf8*/) {}
     virtual void OnBinary(Destination, std::string_view /*bytes*/) {}
-    /// A group of the body that was passed over, with its braces.
+    /// A font of the file's table; the later one of a number takes its place.
+    virtual void OnFont(DocumentFont) {}
+    /// A group of the body that was passed over, with its braces: a hidden or deleted one too, if it is drawn.
     virtual void OnKept(std::string_view /*rtf*/) {}
     /// The whole instruction of a field, in the group around it.
     virtual void OnInstruction(std::string_view /*utf8*/) {}
@@ -68,8 +73,9 @@ protected:
     const Group& Current() const { return groups_.back(); }
     /// Counts what a group may add to the body, to see whether it added something.
     size_t Shown() const { return shown_; }
+    /// Whether groups behind that place were too deep for what they hold to be read.
+    bool IsTooDeep(size_t begin) const { return too_deep_at_ > begin; }
     int DocumentCodePage() const { return document_page_; }
-    int TableFont() const { return table_font_; }
     int DefaultFont() const { return default_font_; }
     std::string_view Source() const { return tokens_.Source(); }
 
@@ -85,19 +91,23 @@ private:
     bool IsOfTable() const;
     void ActOnText(const ControlWord& word, const Token& token);
     void ActOnSymbol(const Token& token);
+    void ActOnTableFont(const ControlWord& word, const Token& token);
     void SetFontPage(int page);
+    void ReadFontName(std::string_view utf8);
+    void EndFont();
+    void EndUnendedFont();
     void Enter(const ControlWord& word, const Token& token, bool fresh);
     void EnterNew(Destination destination, size_t begin, bool fresh);
     void EnterPicture();
     void EnterObject(Destination destination, size_t begin, bool fresh);
-    void EnterAside();
+    void EnterAside(Destination destination);
     void PassOver(bool keep);
     void Break(TextBreak kind);
     void Unicode(const Token& token);
     void AddByte(const Token& token);
     void AddBytes(std::string_view bytes, size_t begin, size_t end);
     void AddSingleBytes(int page, std::string_view bytes, size_t begin, size_t end);
-    void AddAscii(const Token& token);
+    void AddAscii(std::string_view text, size_t begin, size_t end);
     void EmitCharacter(char32_t c, size_t begin, size_t end);
     void Emit(std::string_view utf8, size_t begin, size_t end);
     void Hide(std::string_view utf8);
@@ -105,11 +115,13 @@ private:
     void Insert(std::string_view utf8, size_t at);
     bool Shows() const;
     int CurrentPage();
+    const std::string* CurrentSymbols() const;
 
     Tokenizer tokens_;
     CodePageDecoder decoder_;
     std::vector<Group> groups_;
     size_t levels_beyond_ = 0;  ///< open groups that are nested too deep to have a state of their own
+    size_t too_deep_at_ = 0;    ///< the last one of them
     bool fresh_ = false;        ///< right behind an opening brace
     bool starred_ = false;      ///< right behind \*
     bool after_paragraph_ = false;
@@ -122,10 +134,13 @@ private:
     int document_page_ = 1252;
     int default_font_ = -1;
     int table_font_ = 0;
-    std::unordered_map<int, int> font_pages_;  ///< fonts whose code page isn't that of the document
-    int page_font_ = -1;                       ///< the font that page_ was looked up for
-    int page_ = 0;                             ///< 0: look it up
-    bool is_multi_byte_ = false;               ///< of that page
+    int table_charset_ = 0;
+    std::string table_name_;
+    std::unordered_map<int, std::string> symbol_fonts_;  ///< names of those whose bytes are signs
+    std::unordered_map<int, int> font_pages_;            ///< fonts whose code page isn't that of the document
+    int page_font_ = -1;                                 ///< the font that page_ was looked up for
+    int page_ = 0;                                       ///< 0: look it up
+    bool is_multi_byte_ = false;                         ///< of that page
     char32_t high_surrogate_ = 0;
     std::string part_;  ///< the first bytes of a character of a multi-byte code page
     size_t pending_begin_ = 0;

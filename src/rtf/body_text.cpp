@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "rtf/body_reader.h"
+#include "rtf/symbol_font.h"
 
 namespace lore {
 
@@ -42,7 +43,7 @@ bool BodyReader::SkipAsFallback(const Token& token) {
     if (token.kind == TokenKind::kBytes)
         AddBytes(rest, begin, token.end);
     else
-        Emit(rest, begin, token.end);
+        AddAscii(rest, begin, token.end);
     return true;
 }
 
@@ -91,11 +92,11 @@ void BodyReader::Unicode(const Token& token) {
     EmitCharacter(valid ? static_cast<char32_t>(c) : kReplacement, begin, end);
 }
 
-void BodyReader::AddAscii(const Token& token) {
-    if (part_.empty())
-        Emit(token.text, token.begin, token.end);
+void BodyReader::AddAscii(std::string_view text, size_t begin, size_t end) {
+    if (part_.empty() && CurrentSymbols() == nullptr)
+        Emit(text, begin, end);
     else
-        AddBytes(token.text, token.begin, token.end);
+        AddBytes(text, begin, end);
 }
 
 void BodyReader::AddByte(const Token& token) {
@@ -105,7 +106,7 @@ void BodyReader::AddByte(const Token& token) {
 
 void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
     const int page = CurrentPage();
-    if (!is_multi_byte_) {
+    if (!is_multi_byte_ || CurrentSymbols() != nullptr) {
         AddSingleBytes(page, bytes, begin, end);
         return;
     }
@@ -131,13 +132,18 @@ void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
 }
 
 void BodyReader::AddSingleBytes(int page, std::string_view bytes, size_t begin, size_t end) {
+    const std::string* const symbols = CurrentSymbols();
+    const auto decode = [&](char byte) {
+        const auto code = static_cast<unsigned char>(byte);
+        return symbols != nullptr && code >= 0x20 ? SymbolCharacter(*symbols, code) : decoder_.Decode(page, code);
+    };
     if (bytes.size() == 1) {
-        EmitCharacter(decoder_.Decode(page, static_cast<unsigned char>(bytes[0])), begin, end);
+        EmitCharacter(decode(bytes[0]), begin, end);
         return;
     }
     scratch_.clear();
-    for (char byte : bytes)
-        AppendUtf8(scratch_, decoder_.Decode(page, static_cast<unsigned char>(byte)));
+    for (const char byte : bytes)
+        AppendUtf8(scratch_, decode(byte));
     Emit(scratch_, begin, end);
 }
 
@@ -159,13 +165,15 @@ void BodyReader::Emit(std::string_view utf8, size_t begin, size_t end) {
         Show(utf8, begin, end);
     else if (destination == Destination::kBody)
         Hide(utf8);
+    else if (destination == Destination::kFontTable)
+        ReadFontName(utf8);
     else if (destination != Destination::kFieldInstruction)
         OnOther(destination, utf8);
     else if (instruction_.size() < kLongestInstruction)
         instruction_.append(utf8);
 }
 
-/// A shape is kept whole, with what isn't shown in it.
+/// A shape or an object is kept whole, with what isn't shown in it.
 void BodyReader::Hide(std::string_view utf8) {
     if (!Current().in_shape)
         OnHidden(utf8);
@@ -199,6 +207,14 @@ void BodyReader::Insert(std::string_view utf8, size_t at) {
 bool BodyReader::Shows() const {
     const Group& group = groups_.back();
     return group.destination == Destination::kBody && !group.hidden && !group.deleted;
+}
+
+/// The name of the font whose signs bytes are now; null for none. What isn't shown is kept without its font.
+const std::string* BodyReader::CurrentSymbols() const {
+    if (symbol_fonts_.empty() || !Shows())
+        return nullptr;
+    const auto found = symbol_fonts_.find(Current().font);
+    return found == symbol_fonts_.end() ? nullptr : &found->second;
 }
 
 int BodyReader::CurrentPage() {

@@ -52,7 +52,7 @@ constexpr ControlWord kWords[] = {
     Goes("upr", kAnsiTwin),
     Goes("ud", kUnicodeTwin),
     Goes("object", kObject),
-    Goes("result", kSame),
+    Goes("result", kResult),
     Goes("fonttbl", kFontTable),
     Goes("colortbl", kColorTable),
     Goes("listtable", kListTable),

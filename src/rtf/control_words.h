@@ -26,8 +26,9 @@ enum class Destination : uint8_t {
     kAnsiTwin,  ///< an older form of what follows in Unicode
     kUnicodeTwin,
     kObject,
-    kShape,  ///< a drawing, which may hold text boxes and a picture
-    kAside,  ///< text beside the body, which is read at its place
+    kShape,   ///< a drawing, which may hold text boxes and a picture
+    kAside,   ///< text beside the body, which is read at its place
+    kResult,  ///< what an object shows: a picture, or text that is read like that beside the body
     kFontTable,
     kColorTable,
     kListTable,

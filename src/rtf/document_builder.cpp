@@ -10,6 +10,8 @@ namespace lore {
 namespace {
 
 constexpr int kMostTableLevels = 8;
+constexpr size_t kLeastOfParagraph = 11, kLeastOfRun = 4;
+constexpr size_t kMostWithLinks = size_t{64} << 20;
 
 }  // namespace
 
@@ -69,10 +71,18 @@ void DocumentBuilder::AddKept(std::string rtf) {
 void DocumentBuilder::AddRun(size_t length, const CharFormat& format, RunKind kind, int32_t picture) {
     const auto end = static_cast<uint32_t>(document_.text.size());
     std::vector<TextRun>& runs = document_.runs;
-    if (kind == RunKind::kText && runs.size() > first_run_ && runs.back().kind == kind && runs.back().format == format)
+    if (kind == RunKind::kText && runs.size() > first_run_ && runs.back().kind == kind &&
+        runs.back().format == format) {
         runs.back().end = end;
-    else
-        runs.push_back({end - static_cast<uint32_t>(length), end, format, kind, picture});
+        return;
+    }
+    runs.push_back({end - static_cast<uint32_t>(length), end, format, kind, picture});
+    least_size_ += kLeastOfRun;
+    // One long address at a million places would fill the memory.
+    if (int32_t& link = runs.back().format.link; least_size_ > kMostWithLinks)
+        link = -1;
+    else if (link >= 0)
+        least_size_ += document_.links[static_cast<size_t>(link)].size();
 }
 
 void DocumentBuilder::OpenRows(int level) {
@@ -102,6 +112,7 @@ void DocumentBuilder::End(ParagraphEnd ended_by, const ParagraphFormat& format, 
         paragraph.cell = open_rows_.back().cell;
     }
     document_.paragraphs.push_back(paragraph);
+    least_size_ += kLeastOfParagraph;
     if (ended_by != ParagraphEnd::kDocument)
         document_.text += ended_by == ParagraphEnd::kCell ? '\t' : '\n';
     paragraph_begin_ = static_cast<uint32_t>(document_.text.size());

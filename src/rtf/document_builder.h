@@ -38,6 +38,9 @@ public:
     /// the last one, even if that is nothing. The builder is as new afterwards.
     Document Finish(const ParagraphFormat& last, bool drop_last_end);
 
+    /// About the bytes that WriteRtf makes at the least of what was added, texts and pictures not counted.
+    size_t LeastSize() const { return least_size_; }
+
     /// The fonts, number by number, for those who read them from a file.
     Document& Unfinished() { return document_; }
 
@@ -55,6 +58,7 @@ private:
     Document document_;
     uint32_t paragraph_begin_ = 0;
     uint32_t first_run_ = 0;
+    size_t least_size_ = 0;
     std::vector<OpenRow> open_rows_;  ///< one for each level of tables that the text is in
     std::unordered_map<std::string, int32_t> fonts_;
     std::unordered_map<std::string, int32_t> links_;

@@ -1,8 +1,9 @@
 #include <algorithm>
+#include <iterator>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
-#include "base/text.h"
 #include "rtf/body_reader.h"
 #include "rtf/document_builder.h"
 #include "rtf/field.h"
@@ -33,6 +34,7 @@ protected:
     void OnEnd(bool after_paragraph) override;
     bool OnEnter(Destination destination) override;
     void OnOther(Destination destination, std::string_view utf8) override;
+    void OnFont(DocumentFont font) override;
     void OnBinary(Destination destination, std::string_view bytes) override;
     void OnKept(std::string_view rtf) override;
     void OnInstruction(std::string_view utf8) override;
@@ -41,19 +43,20 @@ protected:
     void OnClose(const Group& closed, size_t end) override;
 
 private:
+    struct ObjectPicture {
+        Picture picture;
+        bool in_result = false;
+    };
+
     FormatState& State() { return formats_.back(); }
     const CharFormat& Characters();
     ParagraphFormat ParagraphNow();
     int32_t OldListId(const ParagraphFormat& format);
     int32_t FontIndex(int32_t number) const;
     void ReadTableWord(const ControlWord& word, const Token& token);
-    void ReadFontName(std::string_view utf8);
-    void BeginFont();
-    void EndUnendedFont();
-    void EndFont();
-    void EndPicture();
-    void EndObject(const Group& closed, size_t end);
-    void EndShape(const Group& closed, size_t end);
+    void EndPicture(const Group& closed);
+    void EndObject(const Group& closed, size_t end, size_t first_picture);
+    std::optional<std::string> ObjectForm(const Group& closed, size_t end);
     void EndHidden();
 
     DocumentBuilder builder_;
@@ -64,11 +67,9 @@ private:
     RowReader row_;
     RowReader nested_row_;
     PictureReader picture_;
-    std::vector<Picture> object_pictures_;  ///< of the object or the shape that is open
+    std::vector<ObjectPicture> object_pictures_;      ///< of the objects and the shapes that are open
+    std::vector<std::pair<size_t, size_t>> results_;  ///< source bytes of what those objects show
     std::unordered_map<int32_t, int32_t> font_indexes_;
-    std::string font_name_;
-    int32_t font_number_ = 0;
-    int32_t font_charset_ = 0;
     std::string hidden_;           ///< text that isn't shown, not yet in the document
     bool hidden_deleted_ = false;  ///< it has been deleted, not hidden
     std::vector<std::string> targets_;
@@ -173,15 +174,13 @@ bool DocumentReader::OnEnter(Destination destination) {
     if (destination == Destination::kPicture)
         picture_ = {};
     else if (destination == Destination::kObject || destination == Destination::kShape)
-        object_pictures_.clear();
+        State().first_picture = object_pictures_.size();
     return destination != Destination::kSkip && destination != Destination::kKeep;
 }
 
 void DocumentReader::OnOther(Destination destination, std::string_view utf8) {
     if (destination == Destination::kPicture)
         picture_.ReadHex(utf8);
-    else if (destination == Destination::kFontTable)
-        ReadFontName(utf8);
     else if (destination == Destination::kColorTable)
         colors_.ReadText(utf8);
 }
@@ -193,8 +192,9 @@ void DocumentReader::OnBinary(Destination destination, std::string_view bytes) {
 
 void DocumentReader::OnKept(std::string_view rtf) {
     EndHidden();
+    const bool deleted = Current().deleted, hidden = deleted || Current().hidden;
     if (auto form = KeptForm(rtf))
-        builder_.AddKept(std::move(*form));
+        builder_.AddKept(hidden ? UnshownGroup(*form, deleted) : std::move(*form));
 }
 
 void DocumentReader::OnWord(const ControlWord& word, const Token& token) {
@@ -219,12 +219,8 @@ void DocumentReader::ReadTableWord(const ControlWord& word, const Token& token) 
         picture_.ReadWord(word, token);
     else if (destination == Destination::kColorTable)
         colors_.ReadWord(word, token.parameter);
-    else if (word.word == Word::kFontCharset && destination == Destination::kFontTable)
-        font_charset_ = token.parameter;
     else if (word.word == Word::kPlain)
         State().ResetCharacters(FontIndex(DefaultFont()));
-    else if (word.word == Word::kFont && destination == Destination::kFontTable)
-        BeginFont();
     else if (word.word == Word::kFont || word.word == Word::kDefaultFont)
         State().chars.font = FontIndex(token.parameter);
 }
@@ -236,29 +232,8 @@ int32_t DocumentReader::FontIndex(int32_t number) const {
     return found == font_indexes_.end() ? -1 : found->second;
 }
 
-void DocumentReader::ReadFontName(std::string_view utf8) {
-    for (char c : utf8) {
-        if (c == ';')
-            EndFont();
-        else
-            font_name_ += c;
-    }
-}
-
-void DocumentReader::BeginFont() {
-    EndUnendedFont();
-    font_number_ = TableFont();
-}
-
-void DocumentReader::EndUnendedFont() {
-    if (!Trim(font_name_).empty())
-        EndFont();
-}
-
-void DocumentReader::EndFont() {
+void DocumentReader::OnFont(DocumentFont font) {
     std::vector<DocumentFont>& fonts = builder_.Unfinished().fonts;
-    DocumentFont font{font_number_, std::exchange(font_charset_, 0), CleanFontName(font_name_)};
-    font_name_.clear();
     const auto [found, added] = font_indexes_.emplace(font.number, static_cast<int32_t>(fonts.size()));
     if (added)
         fonts.push_back(std::move(font));
@@ -275,56 +250,78 @@ void DocumentReader::OnClose(const Group& closed, size_t end) {
     const FormatState state = formats_.back();
     formats_.pop_back();
     const Destination outer = Current().destination;
+    if (closed.is_result)
+        results_.emplace_back(closed.begin, end);
     if (closed.destination == outer)
         return;
     if (closed.destination == Destination::kFontTable) {
-        EndUnendedFont();
         State().chars.font = FontIndex(Current().font);
     } else if (closed.destination == Destination::kPicture) {
-        EndPicture();
-    } else if (closed.destination == Destination::kObject) {
-        EndObject(closed, end);
-    } else if (closed.destination == Destination::kShape) {
-        EndShape(closed, end);
+        EndPicture(closed);
+    } else if (closed.destination == Destination::kObject || closed.destination == Destination::kShape) {
+        EndObject(closed, end, state.first_picture);
     } else if (closed.destination == Destination::kOldList) {
         State().old_list = state.old_list;
         State().paragraph.list_start = state.paragraph.list_start;
     }
 }
 
-void DocumentReader::EndPicture() {
+void DocumentReader::EndPicture(const Group& closed) {
     std::optional<Picture> picture = picture_.Take();
     if (!picture)
         return;
-    if (Current().destination != Destination::kBody) {
-        object_pictures_.push_back(std::move(*picture));
+    if (Current().destination != Destination::kBody || closed.in_result) {
+        object_pictures_.push_back({std::move(*picture), closed.in_result});
         return;
     }
     EndHidden();
     builder_.AddPicture(std::move(*picture), Characters());
 }
 
-void DocumentReader::EndObject(const Group& closed, size_t end) {
-    if (closed.hidden || closed.deleted)
+/// Text boxes and what objects say stand in the text, with their pictures. A picture stands for what is left of the
+/// object or the shape; if there is none, that is kept.
+void DocumentReader::EndObject(const Group& closed, size_t end, size_t first_picture) {
+    const auto first = object_pictures_.begin() + static_cast<std::ptrdiff_t>(first_picture);
+    std::vector<ObjectPicture> pictures(std::make_move_iterator(first),
+                                        std::make_move_iterator(object_pictures_.end()));
+    object_pictures_.resize(first_picture);
+    const bool has_words = closed.shown_before != Shown();
+    std::optional<std::string> form = ObjectForm(closed, end);
+    if (!has_words && (closed.hidden || closed.deleted))
         return;
     EndHidden();
-    const std::string_view group = Source().substr(closed.begin, end - closed.begin);
-    std::optional<std::string> form = KeptForm(group.starts_with('{') ? std::string(group) : "{" + std::string(group));
-    std::vector<Picture> pictures = std::exchange(object_pictures_, {});
-    if (!pictures.empty()) {
-        pictures.back().object = std::move(form).value_or(std::string());
-        builder_.AddPicture(std::move(pictures.back()), Characters());
+    std::optional<Picture> whole;
+    for (auto& [picture, in_result] : pictures) {
+        if (has_words && (in_result || closed.destination == Destination::kShape))
+            builder_.AddPicture(std::move(picture), Characters());
+        else
+            whole = std::move(picture);
+    }
+    if (whole) {
+        whole->object = std::move(form).value_or(std::string());
+        builder_.AddPicture(std::move(*whole), Characters());
     } else if (form) {
         builder_.AddKept(std::move(*form));
     }
 }
 
-/// Text boxes stand in the text; a shape without one is like an object.
-void DocumentReader::EndShape(const Group& closed, size_t end) {
-    if (closed.shown_before == Shown())
-        return EndObject(closed, end);
-    for (Picture& picture : std::exchange(object_pictures_, {}))
-        builder_.AddPicture(std::move(picture), Characters());
+/// The group without what is in the text; nothing of a shape that is, or of a group that would be read otherwise were
+/// it not so deep.
+std::optional<std::string> DocumentReader::ObjectForm(const Group& closed, size_t end) {
+    const auto own = std::find_if(results_.begin(), results_.end(),
+                                  [&](const auto& result) { return result.first >= closed.begin; });
+    const std::vector<std::pair<size_t, size_t>> results(own, results_.end());
+    results_.erase(own, results_.end());
+    const bool has_words = closed.shown_before != Shown();
+    if ((has_words && closed.destination == Destination::kShape) || IsTooDeep(closed.begin))
+        return std::nullopt;
+    std::string group = Source()[closed.begin] == '{' ? "" : "{";
+    size_t at = closed.begin;
+    for (size_t i = 0; has_words && i < results.size(); ++i) {
+        group.append(Source().substr(at, results[i].first - at)).append("{\\result}");
+        at = results[i].second;
+    }
+    return KeptForm(group.append(Source().substr(at, end - at)));
 }
 
 void DocumentReader::OnInstruction(std::string_view utf8) {

@@ -37,6 +37,7 @@ struct FormatState {
     int32_t target = -1;  ///< link target that the field around gives
     bool in_table = false;
     int16_t table_level = 0;
+    size_t first_picture = 0;  ///< of the object or the shape around, among the pictures of all
 
     void ApplyCharacterWord(const ControlWord& word, const Token& token, const ColorTable& colors);
     void ApplyParagraphWord(const ControlWord& word, const Token& token);

@@ -59,13 +59,16 @@ RowFormat HtmlTable::TakeRow() {
 }
 
 int32_t HtmlLists::Add(int start) {
-    next_.push_back(start);
-    return static_cast<int32_t>(next_.size());
+    lists_.push_back({start});
+    return static_cast<int32_t>(lists_.size());
 }
 
 void HtmlLists::Count(const ParagraphFormat& format) {
-    if (format.list != ListKind::kNone)
-        ++next_[static_cast<size_t>(format.list_id - 1)];
+    if (format.list == ListKind::kNone)
+        return;
+    List& list = lists_[static_cast<size_t>(format.list_id - 1)];
+    ++list.next;
+    in_use_ += std::exchange(list.has_items, true) ? 0 : 1;
 }
 
 void SetList(ParagraphFormat& format, ListKind kind) {

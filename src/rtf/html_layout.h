@@ -46,10 +46,18 @@ public:
     /// A paragraph has ended.
     void Count(const ParagraphFormat& format);
     /// The number of the next item of a list.
-    int Next(int32_t id) const { return next_[static_cast<size_t>(id - 1)]; }
+    int Next(int32_t id) const { return lists_[static_cast<size_t>(id - 1)].next; }
+    /// How many lists have items.
+    size_t InUse() const { return in_use_; }
 
 private:
-    std::vector<int> next_;  ///< by id, from 1
+    struct List {
+        int next = 1;
+        bool has_items = false;
+    };
+
+    std::vector<List> lists_;  ///< by id, from 1
+    size_t in_use_ = 0;
 };
 
 /// Makes the list one of another kind; without marks its items are plain paragraphs.

@@ -16,11 +16,13 @@ namespace lore {
 
 namespace {
 
+constexpr std::string_view kBlanks = " \t\r\n\f", kTagEnds = " \t\r\n\f/>";
+
 /// Where the first element or text stands: behind end tags that end nothing, comments and declarations.
 size_t FrontOf(std::string_view page) {
     constexpr std::string_view kPasses[][2] = {{"<!--", "-->"}, {"</", ">"}, {"<!", ">"}, {"<?", ">"}};
     for (size_t front = 0;;) {
-        front = std::min(page.find_first_not_of(" \t\r\n\f", front), page.size());
+        front = std::min(page.find_first_not_of(kBlanks, front), page.size());
         const auto* const pass = std::find_if(std::begin(kPasses), std::end(kPasses), [&](const auto& entry) {
             return page.substr(front).starts_with(entry[0]);
         });
@@ -37,13 +39,52 @@ std::string WithoutEnds(std::string page) {
     page.erase(0, FrontOf(page));
     for (size_t at = page.find("</"); at != std::string::npos; at = page.find("</", at + 1)) {
         const std::string_view rest = std::string_view(page).substr(at);
-        const size_t end = std::min(rest.find_first_of("> \t\r\n\f/", 2), rest.size());
+        const size_t end = std::min(rest.find_first_of(kTagEnds, 2), rest.size());
         if (end != 6 || (!EqualNoCase(rest.substr(0, end), "</body") && !EqualNoCase(rest.substr(0, end), "</html")))
             continue;
         const size_t length = rest.find('>') + 1;
         if (length == 0)
             break;
         page.replace(at, length, length, ' ');
+    }
+    return page;
+}
+
+/// The place behind the next attribute of a tag, or that of the tag's bracket.
+size_t BehindAttribute(std::string_view page, size_t at) {
+    const auto next = [&](size_t found) { return std::min(found, page.size()); };
+    at = next(page.find_first_not_of(" \t\r\n\f/", at));
+    if (page.substr(at).starts_with('>'))
+        return at;
+    at = next(page.find_first_of(" \t\r\n\f/>=", std::min(at + 1, page.size())));
+    const size_t sign = next(page.find_first_not_of(kBlanks, at));
+    if (!page.substr(sign).starts_with('='))
+        return at;
+    const size_t value = next(page.find_first_not_of(kBlanks, sign + 1));
+    const std::string_view rest = page.substr(value);
+    if (rest.starts_with('"') || rest.starts_with('\''))
+        return next(next(page.find(rest.front(), value + 1)) + 1);
+    return next(page.find_first_of(" \t\r\n\f>", value));
+}
+
+/// The parser compares each attribute of a tag with all those in front of it, so that many of them would take for ever.
+std::string WithFewAttributes(std::string page) {
+    constexpr int kMost = 200;
+    for (size_t at = page.find('<'); at != std::string::npos; at = page.find('<', at)) {
+        if (page.compare(at, 4, "<!--") == 0)
+            at = page.find("-->", at);
+        if (at == std::string::npos)
+            break;
+        const char first = ++at < page.size() ? page[at] : ' ';
+        if ((first < 'a' || first > 'z') && (first < 'A' || first > 'Z'))
+            continue;
+        at = std::min(page.find_first_of(kTagEnds, at), page.size());
+        for (int count = 1; at < page.size() && page[at] != '>'; ++count) {
+            const size_t begin = at;
+            at = BehindAttribute(page, at);
+            if (count > kMost)
+                page.replace(begin, at - begin, at - begin, ' ');
+        }
     }
     return page;
 }
@@ -173,7 +214,7 @@ std::string PageForParser(std::string_view bytes) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (bytes.starts_with(kByteOrderMark))
         bytes.remove_prefix(kByteOrderMark.size());
-    return WithWholeReferences(WithoutEnds(DecodedPage(bytes)));
+    return WithWholeReferences(WithFewAttributes(WithoutEnds(DecodedPage(bytes))));
 }
 
 }  // namespace lore

@@ -19,6 +19,7 @@ namespace lore {
 namespace {
 
 constexpr size_t kDeepest = 1000;
+constexpr size_t kMostRtf = 1'000'000, kLeastOfList = 1000;  // bytes
 constexpr int kDeepestTable = 8;
 constexpr int16_t kListIndent = 720;
 constexpr char kFixedWidthFont[] = "Courier New";
@@ -81,6 +82,7 @@ public:
     void Start(std::string_view name, const Attributes& attributes);
     void End(std::string_view name);
     void Characters(std::string_view text);
+    bool IsFull() const { return builder_.LeastSize() + lists_.InUse() * kLeastOfList > kMostRtf; }
     Document Finish();
 
 private:
@@ -167,6 +169,8 @@ void HtmlReader::LookAt(const HtmlStyle& style, OpenElement& element) {
 }
 
 void HtmlReader::Start(std::string_view name, const Attributes& attributes) {
+    if (IsFull())
+        return;
     if (open_.size() >= kDeepest) {
         ++too_deep_;
         return;
@@ -329,7 +333,7 @@ void HtmlReader::AddBlock(std::string_view text) {
 }
 
 void HtmlReader::Characters(std::string_view text) {
-    if (Inner().skipped)
+    if (Inner().skipped || IsFull())
         return;
     if (!Inner().keeps_blanks)
         return AddFlowing(text);
@@ -482,7 +486,7 @@ Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
     htmlCtxtUseOptions(context.get(),
                        HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET | HTML_PARSE_IGNORE_ENC);
     constexpr size_t kPiece = size_t{1} << 20;
-    for (size_t at = 0; at < page.size(); at += kPiece)
+    for (size_t at = 0; at < page.size() && !reader.IsFull(); at += kPiece)
         htmlParseChunk(context.get(), page.data() + at, static_cast<int>(std::min(kPiece, page.size() - at)), 0);
     htmlParseChunk(context.get(), nullptr, 0, 1);
     if (context->errNo == XML_ERR_NO_MEMORY)

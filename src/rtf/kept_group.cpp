@@ -48,9 +48,22 @@ std::string UnshownText(std::string_view utf8, bool deleted) {
     return group.Take();
 }
 
+std::string UnshownGroup(std::string_view form, bool deleted) {
+    RtfOutput group;
+    group.Open();
+    group.Word(deleted ? kDeleted : kHidden);
+    group.Raw(form);
+    group.Close();
+    return group.Take();
+}
+
 bool IsUnshownText(std::string_view kept) {
-    // No other group that is kept begins with these words.
-    return kept.starts_with("{\\v") || kept.starts_with("{\\deleted");
+    // No other group that is kept begins with these words, but for one around a group.
+    for (const std::string_view begin : {"{\\v", "{\\deleted"}) {
+        if (kept.starts_with(begin))
+            return !kept.substr(begin.size()).starts_with('{');
+    }
+    return false;
 }
 
 }  // namespace lore

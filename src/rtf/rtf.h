@@ -14,8 +14,9 @@ Document ReadRtf(std::string_view rtf);
 
 /// The characters that ReadRtf puts into Document::text, without building a document. Paragraphs are parted by one
 /// line feed, none stands after the last; a cell ends with a tab, a table row and a break with a line feed. Footnotes,
-/// comments and text boxes stand at their place, " [in brackets]", with a line feed between their paragraphs. No field
-/// instructions, hidden or deleted text, headers, object results, list marks or pictures.
+/// comments, text boxes and texts of objects stand at their place, " [in brackets]", with a line feed between their
+/// paragraphs. Bytes of Symbol and its like are their signs. No field instructions, hidden or deleted text, headers,
+/// list marks or pictures.
 std::string PlainText(std::string_view rtf);
 
 /// The same into `text`, whose room is used again: for many texts in a row.

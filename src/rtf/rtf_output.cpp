@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "rtf/byte_scan.h"
 #include "rtf/hex.h"
+#include "rtf/symbol_font.h"
 
 namespace lore {
 
@@ -76,6 +77,19 @@ void RtfOutput::Text(std::string_view utf8, bool western) {
     }
 }
 
+void RtfOutput::Symbols(std::string_view utf8, std::string_view font) {
+    for (const char32_t c : Utf8ToCodePoints(utf8)) {
+        const unsigned char byte = c < 0x20 ? static_cast<unsigned char>(c) : SymbolByte(font, c);
+        const char ascii = static_cast<char>(byte);
+        if (byte == 0)
+            Character(c, false);
+        else if (byte < 0x80)
+            Text(std::string_view(&ascii, 1));
+        else
+            Byte(byte);
+    }
+}
+
 bool RtfOutput::Escape(std::string_view utf8, size_t& at) {
     const char c = utf8[at];
     if (static_cast<unsigned char>(c) >= 0x80)
@@ -95,13 +109,18 @@ void RtfOutput::Character(char32_t c, bool western) {
     if (c == 0xA0 || c == 0xAD || c == 0x2011)
         rtf_ += c == 0xA0 ? "\\~" : c == 0xAD ? "\\-" : "\\_";
     else if (byte != 0)
-        AppendHexByte(rtf_, byte);
+        Byte(byte);
     else if (c < 0x10000)
         Unit(c);
     else {
         Unit(0xD800 + ((c - 0x10000) >> 10));
         Unit(0xDC00 + ((c - 0x10000) & 0x3FF));
     }
+    after_word_ = false;
+}
+
+void RtfOutput::Byte(unsigned char byte) {
+    AppendHexByte(rtf_, byte);
     after_word_ = false;
 }
 

@@ -21,6 +21,8 @@ public:
     /// Characters: ASCII as it is, the rest as \'xx where `western` says that those are read as Windows-1252, else as
     /// \uN with a fallback of one character. A line feed is a line break.
     void Text(std::string_view utf8, bool western = false);
+    /// Characters in a font of symbols: its bytes for those that it has, \uN for others.
+    void Symbols(std::string_view utf8, std::string_view font);
     void Hex(std::string_view bytes);
 
     const std::string& Rtf() const { return rtf_; }
@@ -29,6 +31,7 @@ public:
 private:
     void Mark(char c);
     void Character(char32_t c, bool western);
+    void Byte(unsigned char byte);
     void Unit(uint32_t unit);
     bool Escape(std::string_view utf8, size_t& at);
 

@@ -5,6 +5,7 @@
 #include "rtf/field.h"
 #include "rtf/office_rtf.h"
 #include "rtf/rtf.h"
+#include "rtf/symbol_font.h"
 #include "rtf/write_tables.h"
 
 namespace lore {
@@ -85,7 +86,8 @@ private:
     void WriteCell(const CellFormat& cell);
     void WriteKept(size_t position);
     void ResetFormat();
-    bool IsWestern(const CharFormat& format) const;
+    const DocumentFont* FontOf(const CharFormat& format) const;
+    bool IsWestern(const DocumentFont* font) const;
     int LevelOf(const Paragraph& paragraph) const;
 
     const Document& document_;
@@ -249,13 +251,15 @@ void RtfWriter::WriteRun(const TextRun& run) {
 }
 
 void RtfWriter::WriteText(const TextRun& run) {
-    const bool western = IsWestern(run.format);
+    const DocumentFont* const font = FontOf(run.format);
+    const bool western = IsWestern(font), of_symbols = font != nullptr && IsSymbolFont(*font);
     uint32_t at = run.begin;
     while (at < run.end) {
         WriteKept(at);
         const uint32_t stop =
             next_kept_ < document_.kept.size() ? std::min(run.end, document_.kept[next_kept_].position) : run.end;
-        out_.Text(std::string_view(document_.text).substr(at, stop - at), western);
+        const std::string_view text = std::string_view(document_.text).substr(at, stop - at);
+        of_symbols ? out_.Symbols(text, font->name) : out_.Text(text, western);
         at = stop;
     }
 }
@@ -272,10 +276,13 @@ void RtfWriter::WriteLinked(const TextRun& run) {
     now_ = before;
 }
 
-bool RtfWriter::IsWestern(const CharFormat& format) const {
+const DocumentFont* RtfWriter::FontOf(const CharFormat& format) const {
     const int32_t font = format.font < 0 ? document_.default_font : format.font;
-    const int32_t charset = font < 0 ? 0 : document_.fonts[static_cast<size_t>(font)].charset;
-    return document_.code_page == 1252 && (charset == 0 || charset == 1);
+    return font < 0 ? nullptr : &document_.fonts[static_cast<size_t>(font)];
+}
+
+bool RtfWriter::IsWestern(const DocumentFont* font) const {
+    return document_.code_page == 1252 && (font == nullptr || font->charset == 0 || font->charset == 1);
 }
 
 void RtfWriter::WriteFormat(const CharFormat& format) {

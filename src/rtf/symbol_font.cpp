@@ -54,7 +54,31 @@ char32_t OfWingdings(int32_t code) {
     return found == std::end(kWingdings) ? 0 : found->character;
 }
 
+/// What a font shows for a number, or 0.
+using Signs = char32_t (*)(int32_t code);
+
+/// Null for a font of letters.
+Signs SignsOf(std::string_view font) {
+    if (EqualNoCase(font, "Symbol"))
+        return OfSymbol;
+    if (EqualNoCase(font, "Wingdings"))
+        return OfWingdings;
+    if (EqualNoCase(font.substr(0, 9), "Wingdings") || EqualNoCase(font, "Webdings"))
+        return [](int32_t) { return char32_t{0}; };
+    return nullptr;
+}
+
+char32_t SignOf(Signs signs, int32_t code) {
+    const char32_t known = code == 0x20 ? U' ' : signs(code);
+    return known != 0 ? known : static_cast<char32_t>(kPrivateArea + code);
+}
+
 }  // namespace
+
+bool IsSymbolFont(const DocumentFont& font) {
+    constexpr int32_t kSymbolCharset = 2;
+    return font.charset == kSymbolCharset && SignsOf(font.name) != nullptr;
+}
 
 char32_t SymbolCharacter(std::string_view font, int32_t number) {
     const bool is_private = number >= kPrivateArea && number <= kPrivateArea + 0xFF;
@@ -64,13 +88,18 @@ char32_t SymbolCharacter(std::string_view font, int32_t number) {
         return 0;
     if (code > 0xFF)
         return static_cast<char32_t>(code);
-    if (EqualNoCase(font, "Symbol"))
-        return OfSymbol(code) != 0 ? OfSymbol(code) : static_cast<char32_t>(kPrivateArea + code);
-    if (EqualNoCase(font.substr(0, 9), "Wingdings") || EqualNoCase(font, "Webdings")) {
-        const char32_t known = EqualNoCase(font, "Wingdings") ? OfWingdings(code) : 0;
-        return known != 0 ? known : static_cast<char32_t>(kPrivateArea + code);
-    }
+    if (const Signs signs = SignsOf(font))
+        return SignOf(signs, code);
     return is_private ? static_cast<char32_t>(number) : FromWindows1252(static_cast<unsigned char>(code));
+}
+
+unsigned char SymbolByte(std::string_view font, char32_t character) {
+    const Signs signs = SignsOf(font);
+    for (int32_t code = 0x20; signs != nullptr && code <= 0xFF; ++code) {
+        if (SignOf(signs, code) == character)
+            return static_cast<unsigned char>(code);
+    }
+    return 0;
 }
 
 }  // namespace lore

@@ -170,6 +170,19 @@ TEST_F(HostileZip, RefusesTheWholeArchive) {
     }
 }
 
+TEST_F(HostileZip, TakesBytesBehindTheEndForNoPartOfIt) {
+    const std::string good = RawZip({Plain("a.txt")}), most(65535, '\0');
+    std::string commented = good + "PK\5\6" + std::string(18, '\0') + "ab";
+    commented[good.size() - 2] = 24;
+    const std::pair<std::string, bool> cases[] = {{good + "\n", true}, {good + "\r\n-- \r\nlist\r\n", true},
+                                                  {good + most, true}, {good + most + '\0', false},
+                                                  {commented, true},   {commented + "\n", false}};
+    for (const auto& [bytes, isTaken] : cases) {
+        EXPECT_EQ(Open(bytes).Ok(), isTaken) << bytes.size();
+        EXPECT_EQ(Names(), isTaken ? std::vector<std::string>{"a.txt"} : std::vector<std::string>{});
+    }
+}
+
 /// Archives whose ends take the form for large archives.
 TEST_F(HostileZip, JudgesTheEndOfLargeArchives) {
     const struct {

@@ -6,6 +6,7 @@
 #include "rtf/find.h"
 #include "rtf/rtf.h"
 #include "rtf/rtf_files.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -64,6 +65,26 @@ TEST(RtfDocument, KeepsWordsThatAreNotShown) {
                                              {2, "{\\*\\bkmkend m}"},          {2, "{\\v g}"},       {4, "{\\v i}"}};
     EXPECT_EQ(document.kept, expected);
     EXPECT_EQ(ReadRtf(WriteRtf(document)).kept, expected);
+}
+
+TEST(RtfDocument, KeepsWhatIsDrawnWhetherItShowsOrHasWords) {
+    const std::string shape = "{\\shp{\\shptxt a}}",
+                      object = "{\\object{\\result{\\pict\\pngblip 01}}{\\*\\objdata 00}}";
+    const Document document =
+        ReadRtf(Rtf("\\v b" + shape + object + "\\v0{\\deleted" + shape + "}{\\object{\\objdata 00}{\\result " +
+                    object + "{\\pict\\pngblip 02}c}\\x}{\\object{\\pict\\pngblip 03}{\\result d}}"));
+    EXPECT_EQ(document.text, "[c] [d]");
+    const std::vector<KeptGroup> expected = {{0, "{\\v b}"},
+                                             {0, "{\\v" + shape + "}"},
+                                             {0, "{\\v" + object + "}"},
+                                             {0, "{\\deleted" + shape + "}"},
+                                             {3, "{\\object{\\objdata 00}{\\result}\\x}"}};
+    EXPECT_EQ(document.kept, expected);
+    EXPECT_EQ(Each(document.pictures, &Picture::object),
+              (std::vector<std::string>{object, "", "{\\object{\\pict\\pngblip 03}{\\result}}"}));
+    EXPECT_EQ(ReadRtf(WriteRtf(document)), document);
+    const std::string signs = "\\f1 aB\\'b7\\\\\\u120 ?";
+    EXPECT_NE(WriteRtf(ReadRtf(Rtf("{\\fonttbl{\\f1\\fcharset2 Symbol;}}" + signs))).find(signs), std::string::npos);
 }
 
 TEST(RtfDocument, ShapesAreTheirTextOrTheirPictureOrKept) {

@@ -64,8 +64,10 @@ TEST(HostileRtf, HoldsAMillionOfEachTableEntry) {
 
 TEST(HostileRtf, HoldsAMillionFields) {
     ExpectQuickly(Rtf(Repeat("{\\field{\\*\\fldinst HYPERLINK \"a\"}{\\fldrslt b}}", kMillion) + "x"), "bbx");
-    ExpectQuickly(Rtf("{\\field{\\*\\fldinst HYPERLINK \"" + std::string(10 * kMillion, 'a') + "\"}{\\fldrslt b}}x"),
-                  "bx");
+    ExpectQuickly(Rtf("{\\field{\\*\\fldinst HYPERLINK \"" + std::string(10 * kMillion, 'a') + "\"}{\\fldrslt " +
+                      Repeat("\\par b", kMillion / 10) + "}}x"),
+                  "\nbx");
+    ExpectQuickly(Rtf(Repeat("{\\object{\\result a", kMillion) + std::string(2 * kMillion, '}') + "x"), "]] x");
     ExpectQuickly(Rtf(Repeat("{\\footnote a}", kMillion) + "x"), "[a] x");
     ExpectQuickly(Rtf(Repeat("{\\v a}b", kMillion) + Repeat("{\\field{\\*\\fldinst SYMBOL 149}}", kMillion / 10) + "x"),
                   "\u2022x");

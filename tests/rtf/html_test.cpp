@@ -12,6 +12,7 @@
 #include "rtf/rtf_files.h"
 #include "rtf/table_grid.h"
 #include "support/data_files.h"
+#include "support/each.h"
 
 namespace lore {
 namespace {
@@ -344,16 +345,25 @@ TEST(Html, CharacterReferencesReadAsInOldPages) {
 }
 
 TEST(Html, DeepAndLongPagesEndInTime) {
-    std::string deep, tables, cells = "<table><tr>";
-    for (int i = 0; i < 200'000; ++i)
-        deep += "<div>";
-    for (int i = 0; i < 2'000; ++i)
-        tables += "<table><tr><td>";
+    const std::string link = "<a href='" + std::string(60'000, 'a') + "'>";
+    const std::pair<std::string, const char*> pages[] = {
+        {"", "<div>"},      {"", "<table><tr><td>"},  {"<table>", "<tr><td colspan=1000000>"},
+        {"<pre>", "\n"},    {"<table><tr>", "<td>x"}, {"<table><td colspan=99 rowspan=1000000>x", "<tr>x"},
+        {link, "<p>x"},     {"", "<ol><li>x</ol>"},   {"<b>", "<li value=5>x"},
+        {link, "<b>x</b>y"}};
+    for (const auto& [begin, part] : pages) {
+        const Document document = ReadHtml(begin + Repeated(part, 100'000) + "x", kLook);
+        const std::string rtf = WriteRtf(document);
+        EXPECT_LT(rtf.size(), 16'000'000u) << part;
+        EXPECT_EQ(PlainText(rtf), document.text) << part;
+        EXPECT_NE(document.text, "") << part;
+    }
+    std::string attributes;
     for (int i = 0; i < 100'000; ++i)
-        cells += "<td>x";
-    EXPECT_EQ(ReadHtml(deep + "x", kLook).text, "x");
-    for (const std::string& html : {tables + "x", cells})
-        EXPECT_EQ(PlainText(WriteRtf(ReadHtml(html, kLook))), ReadHtml(html, kLook).text);
+        attributes += (i % 2 == 0 ? " a" : "='>'b") + std::to_string(i);
+    const Document document = ReadHtml("<a href = \"b>\"" + attributes + "><!-- <i c='-->d", kLook);
+    EXPECT_EQ(document.text, "d");
+    EXPECT_EQ(document.links, std::vector<std::string>{"b>"});
 }
 
 }  // namespace

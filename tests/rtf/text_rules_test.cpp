@@ -59,8 +59,10 @@ TEST(RtfText, LeavesOutWhatIsNotShown) {
                  {"{\\header h}{\\footer f}{\\info{\\title t}}{\\stylesheet{s;}}a", "a"},
                  {"{\\field{\\*\\fldinst HYPERLINK \"u\"}{\\fldrslt a}}", "a"},
                  {"{\\field{\\*\\fldinst IF {\\field{\\*\\fldinst X}{\\fldrslt no}}}{\\fldrslt a}}", "a"},
-                 {"{\\object{\\*\\objdata 00}{\\result b}}a", "a"},
+                 {"{\\object{\\*\\objdata 00}b{\\result\\par\\~{\\pict\\pngblip 00}}}{\\object\\result b}a", "a"},
+                 {"a{\\v{\\shp{\\shptxt\\plain b}}{\\object{\\result\\v0 c}}}{\\deleted{\\do{\\dptxbxtext d}}}", "a"},
                  {"{\\shp{\\*\\shpinst{\\sp{\\sn b}{\\sv c}}{\\shptxt  {\\v d}\\par}}{\\shprslt e}}a", "a"},
+                 {"a{\\mmath{\\*\\moMath{\\mr b}}}", "a"},
                  {"{\\upr{a}{\\*\\ud{\\u12354?}}}", "\xE3\x81\x82"},
                  {"{\\bkmkstart m}a{\\*\\bkmkend m}", "a"},
                  {"{\\xe{\\v i}}a", "a"}});
@@ -82,6 +84,8 @@ TEST(RtfText, WhatStandsBesideTheBodyIsReadInBrackets) {
         {"{\\shp{\\*\\shpinst\\shpleft0{\\sp{\\sn x}{\\sv y}}{\\shptxt b\\par}}{\\shprslt c}}a", "[b] a"},
         {"{\\shpgrp{\\*\\shpinst{\\shp{\\*\\shpinst{\\shptxt a}}}{\\shp{\\*\\shpinst{\\shptxt b}}}}}", "[a] [b]"},
         {"{\\*\\do\\dptxbx{\\dptxbxtext a}}b{\\object{\\footnote c}}", "[a] b"},
+        {"a{\\object{\\*\\objdata 00}{\\result{\\pict\\pngblip 01}b{\\object{\\result c}}\\par}{\\*\\x}}d",
+         "a [b [c]] d"},
         {"\\trowd\\cellx900\\intbl a{\\footnote\\trowd\\cellx1\\cellx2\\intbl b\\cell c\\cell\\row}\\cell\\row",
          "a [b\tc]\t\n"},
     });
@@ -180,6 +184,14 @@ TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
         {"{\\rtf1\\ansi\\ansicpg65001 \xC3\xA9\\'c3\\'a9}", "\xC3\xA9\xC3\xA9"},
         {"{\\rtf1\\ansi\\ansicpg1251\\deff1{\\fonttbl{\\f1\\fcharset161 G;}{\\f2\\fcharset2 S;}}\\'e1\\f2\\'e1}",
          "\xCE\xB1\xD0\xB1"},
+        {"{\\rtf1{\\fonttbl{\\f1\\fcharset2 SYMBOL}{\\f2\\fcharset2 Wingdings;}}\\f1 "
+         "aB\\'b7\\\\\\{\\~\\'a0\\u-3999\\'61{\\v a}"
+         "\\u97 a\\'0a\\'ff\\f2 J \\'21{\\footnote\\'fc}\\plain a}",
+         "\u03b1\u0392\u2022\u2234{\u00a0\u20ac\uf061a\n\uf0ff\u263a \uf021 [\u2713] a"},
+        {"{\\rtf1\\deff1{\\fonttbl{\\f1 Symbol;}{\\f2\\fcharset2 Symbol;}{\\f2 Arial;}}a\\f2 b\\f3 c}", "abc"},
+        {"{\\rtf1\\deff1{\\fonttbl{\\f1\\fcharset2 Symbol;}}a{\\field{\\*\\fldinst HYPERLINK \"a\"}{\\fldrslt b}}\\f9 "
+         "c}",
+         "\u03b1\u03b2c"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'93{\\b\\'fd}\\'93\\'fa}",
          "\xEF\xBF\xBD\xEF\xBF\xBD\xE6\x97\xA5"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83Ab}", "\u30a2b"},
