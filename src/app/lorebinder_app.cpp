@@ -174,7 +174,7 @@ void CLorebinderApp::ShowNotes(const LongList& ids, Background* background) {
     });
     faults.TellAll(told);
     list_ = std::move(shown);
-    list_.ClearSelection();
+    list_.Select(-1);
     if (!isUnread_)
         return unfound_.RemoveAll();
     for (const int32_t id : ids) {
@@ -323,14 +323,12 @@ size_t CLorebinderApp::Gather(const LongList& ids) {
 }
 
 int32_t CLorebinderApp::SelectFirstNew() {
-    list_.ClearSelection();
     const auto& notes = list_.Notes();
     const auto first =
         std::find_if(notes.begin(), notes.end(), [](const ListedNote& entry) { return entry.note->newlyAdded; });
-    if (first == notes.end())
-        return -1;
-    first->note->selected = true;
-    return first->Id();
+    const int32_t id = first == notes.end() ? -1 : first->Id();
+    list_.Select(id);
+    return id;
 }
 
 void CLorebinderApp::TakeOut(const LongList& ids) {

@@ -43,7 +43,6 @@ struct CNote {
 
     // Working values of the current note list, never stored.
     std::string displayRtf;  ///< rtfText with search hits marked; empty unless the note was a result of the last search
-    bool selected = false;
     bool newlyAdded = false;
 };
 

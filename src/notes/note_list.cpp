@@ -11,21 +11,10 @@ namespace lore {
 
 namespace {
 
-constexpr int kNowhere = -1;
-
 /// What stays as it is isn't written: other threads may be reading it.
 void Set(bool& flag, bool value) {
     if (flag != value)
         flag = value;
-}
-
-/// Sets a flag of the note at one position and takes it from all others.
-void SetAlone(const std::vector<ListedNote>& notes, bool CNote::*flag, int position) {
-    const CNote* const note = position == kNowhere ? nullptr : notes[static_cast<size_t>(position)].note.get();
-    for (size_t i = 0; i < notes.size(); ++i) {
-        FetchAhead(std::span(notes), i, flag);
-        Set(notes[i].note.get()->*flag, notes[i].note.get() == note);
-    }
 }
 
 }  // namespace
@@ -111,7 +100,6 @@ bool CNoteList::ReplaceNote(CNote note, std::shared_ptr<const Citations> citatio
     if (position < 0)
         return false;
     ListedNote& entry = notes_[static_cast<size_t>(position)];
-    note.selected = entry.note->selected;
     note.newlyAdded = entry.note->newlyAdded;
     note.displayRtf.clear();
     entry = {std::make_shared<CNote>(std::move(note)), std::move(citations), std::move(entry.sortPath)};
@@ -145,19 +133,17 @@ void CNoteList::SetNotes(std::vector<ListedNote> notes) {
 
 int32_t CNoteList::SetFocusNote(int32_t id) {
     const int position = PositionOf(id);
-    SetAlone(notes_, &CNote::selected, position);
-    if (position < 0)
-        return -1;
-    Set(notes_[static_cast<size_t>(position)].note->newlyAdded, false);
-    return id;
+    Select(position < 0 ? -1 : id);
+    if (position >= 0)
+        Set(notes_[static_cast<size_t>(position)].note->newlyAdded, false);
+    return selected_;
 }
 
 void CNoteList::ClearNewFlags() {
-    SetAlone(notes_, &CNote::newlyAdded, kNowhere);
-}
-
-void CNoteList::ClearSelection() {
-    SetAlone(notes_, &CNote::selected, kNowhere);
+    for (size_t i = 0; i < notes_.size(); ++i) {
+        FetchAhead(std::span(std::as_const(notes_)), i, &CNote::newlyAdded);
+        Set(notes_[i].note->newlyAdded, false);
+    }
 }
 
 void CNoteList::ClearMarks() {

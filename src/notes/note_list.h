@@ -64,9 +64,11 @@ public:
     /// Selects the note with this id, which is then no longer newly added, and no other. Gives the id, -1 if it isn't
     /// in the list.
     int32_t SetFocusNote(int32_t id);
+    /// The same, but the note stays newly added; -1 for none.
+    void Select(int32_t id) { selected_ = id; }
+    bool IsSelected(size_t position) const { return notes_[position].Id() == selected_; }
     void MarkAsNew(size_t position) { notes_[position].note->newlyAdded = true; }
     void ClearNewFlags();
-    void ClearSelection();
     /// Takes the search marks away, those that wait too.
     void ClearMarks();
     /// The note was a result: its marks are made when it is shown. Null takes them away.
@@ -82,6 +84,7 @@ public:
 
 private:
     std::vector<ListedNote> notes_;
+    int32_t selected_ = -1;
     mutable IDTable<uint32_t> places_;  // one more than the first position of each id, unless stale
     mutable bool stale_ = false;
 };

@@ -80,7 +80,7 @@ SearchOutcome SearchBox::Run(std::string_view text, SearchScope scope, int32_t n
     text = Trim(text);
     if (text.empty())
         return SearchOutcome::Empty;
-    parts_.list.ClearSelection();
+    parts_.list.Select(-1);
     parts_.list.ClearNewFlags();
     parts_.list.ClearMarks();
     NoteSearch search;

@@ -104,11 +104,11 @@ TEST(NoteList, HasOneFocusNoteWhichIsNoLongerNew) {
         list.MarkAsNew(i);
     EXPECT_EQ(list.SetFocusNote(2), 2);
     EXPECT_EQ(list.SetFocusNote(3), 3);
-    EXPECT_FALSE(list[1].selected);
-    EXPECT_TRUE(list[2].selected);
+    EXPECT_FALSE(list.IsSelected(1));
+    EXPECT_TRUE(list.IsSelected(2));
     EXPECT_THAT(NewOnes(list), ElementsAre(1));
     EXPECT_EQ(list.SetFocusNote(77), -1);
-    EXPECT_FALSE(list[2].selected);
+    EXPECT_FALSE(list.IsSelected(2));
 }
 
 TEST(NoteList, ReplacesASavedNoteInItsPlaceWithItsFlagsButNotItsMarks) {
@@ -119,7 +119,7 @@ TEST(NoteList, ReplacesASavedNoteInItsPlaceWithItsFlagsButNotItsMarks) {
     saved.keyWords = "changed";
     EXPECT_TRUE(list.ReplaceNote(saved, nullptr));
     EXPECT_EQ(list[0].keyWords, "changed");
-    EXPECT_TRUE(list[0].selected);
+    EXPECT_TRUE(list.IsSelected(0));
     EXPECT_EQ(list[0].displayRtf, "");
     EXPECT_FALSE(list.ReplaceNote(DayNote(7), nullptr));
 }

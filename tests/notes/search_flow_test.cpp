@@ -71,7 +71,8 @@ TEST_F(SearchBoxTest, BringsResultsOfTheDatabaseInByTheActiveOrder) {
         EXPECT_EQ(Run(" lamp ", SearchScope::Database, order), SearchOutcome::Done);
         EXPECT_EQ(Ids(), ids) << order;
         EXPECT_THAT(Where(&CNote::newlyAdded), testing::UnorderedElementsAre(1, 3, 5)) << order;
-        EXPECT_THAT(Where(&CNote::selected), IsEmpty());
+        for (size_t i = 0; i < list.Count(); ++i)
+            EXPECT_FALSE(list.IsSelected(i));
         EXPECT_THAT(Marked(), testing::UnorderedElementsAre(1, 3, 4, 5)) << order;
     }
     EXPECT_THAT(prompts.seen, ElementsAre(CountMessage(4), CountMessage(4), CountMessage(4)));

@@ -155,7 +155,7 @@ private slots:
         const int row = app_->List().PositionOf(board->FocusNote());
         QCOMPARE(row, 30);
         QCOMPARE(Pane(4), QStringLiteral("In List:    %1").arg(app_->List().Count()));
-        QVERIFY(app_->List()[30].newlyAdded && app_->List()[30].selected);
+        QVERIFY(app_->List()[30].newlyAdded && app_->List().IsSelected(30));
         QVERIFY(board->viewport()->rect().contains(board->CardRect(row).topLeft()));
         // A search among the current notes goes to its first hit; one without hits leaves no focus note.
         Search("\"fresnel\"");
