@@ -65,6 +65,7 @@ void PopupWindow::MakeList() {
         chosen_ = popups[static_cast<size_t>(row)].Key();
         ShowChosen();
     });
+    connect(list_, &QListWidget::itemActivated, this, &PopupWindow::Open);
 }
 
 QLabel* PopupWindow::MakeLabel(const char* name) {
@@ -179,7 +180,7 @@ void PopupWindow::FillList() {
     for (const Popup& popup : popups) {
         const PopupText text = TextOf(popup, agent_.Now());
         const std::string due = popup.due.Format("%m/%d/%y") + "  " + ClockTime(popup.due);
-        list_->addItem(tr("%1  -  %2").arg(ToQString(text.label).simplified(), ToQString(due)));
+        list_->addItem(tr("%1  -  %2").arg(ToQString(due), ToQString(text.label).simplified()));
         if (chosen_ && popup.Key() == *chosen_)
             row = list_->count() - 1;
     }
@@ -211,6 +212,8 @@ void PopupWindow::ShowChosen() {
     set(message_, text.message);
     set(description_, text.description);
     FillSnooze(*popup);
+    if (isPlaced_)
+        MakeRoom();
 }
 
 void PopupWindow::ShowNothing() {
@@ -265,8 +268,19 @@ void PopupWindow::Place() {
     isPlaced_ = true;
     resize(std::max(width, minimumSizeHint().width()),
            std::max(minimumSizeHint().height(), fontMetrics().lineSpacing() * (kTextLines + 8)));
+    MakeRoom();
     const QRect room = screen()->availableGeometry();
     move(room.right() - frameGeometry().width() - kSpace * 4, room.bottom() - frameGeometry().height() - kSpace * 4);
+}
+
+void PopupWindow::MakeRoom() {
+    layout()->activate();
+    const QRect room = screen()->availableGeometry();
+    const int needed = std::min(layout()->totalMinimumHeightForWidth(width()), room.height());
+    if (needed <= height())
+        return;
+    resize(width(), needed);
+    move(x(), std::max(room.top(), std::min(y(), room.bottom() - frameGeometry().height())));
 }
 
 void PopupWindow::Snooze() {

@@ -53,6 +53,8 @@ private:
     void Dismiss();
     void Done();
     void Place();
+    /// Grows as far as the chosen popup needs it, on the screen.
+    void MakeRoom();
     void Restyle();
 
     PopupAgent& agent_;

@@ -21,7 +21,7 @@ void StandBy(const CalendarWorld& world) {
 void TellCutSeries(const CalendarWorld& world, const CTmEvent& last) {
     world.progress.Hide();
     world.prompts.Message("A series can't have more than " + std::to_string(kMostOccurrences) +
-                              " events.\n\nThis one is made up to " + last.Start.Format("%m/%d/%y") +
+                              " events.\n\nThis one is made up to " + last.Start.Format("%m/%d/%Y") +
                               "; to go on, make another series that starts behind that day.",
                           "Series Too Long", PromptIcon::Warning);
 }
@@ -42,8 +42,8 @@ NewSeries Expand(const CalendarWorld& world, CTmEvent& event) {
         CopyReminders(event, record, world.guids);
     if (records.empty()) {
         world.progress.Hide();
-        world.prompts.Message("No event falls on these days from " + event.RecurrenceStart.Format("%m/%d/%y") + " to " +
-                                  event.RecurrenceEnd.Format("%m/%d/%y") +
+        world.prompts.Message("No event falls on these days from " + event.RecurrenceStart.Format("%m/%d/%Y") + " to " +
+                                  event.RecurrenceEnd.Format("%m/%d/%Y") +
                                   ".\n\nPlease choose other days, or a later end of the series.",
                               "No Events in Series", PromptIcon::Warning);
     }

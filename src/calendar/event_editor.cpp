@@ -251,6 +251,8 @@ void EventEditor::DescribeEvent(CTmReminder& reminder) const {
     reminder.EventLabel = event_.Label;
     reminder.EventDescription = event_.Description;
     reminder.EventId = event_.EventId;
+    if (reminder.PriorMinutes < 0)
+        reminder.EventStart = event_.Start.PlusSeconds(-event_.Start.Second());  // the others follow with their time
 }
 
 CTmReminder EventEditor::Reminder(size_t row) const {
@@ -277,7 +279,7 @@ CTmEvent EventEditor::Finished() const {
     if (IsRecurring())
         event.RecurrenceType = tab_;
     ResetRecurrence(event, IsRecurring() ? tab_ : kNoSeries);
-    // A title may have been typed behind its reminders. Those that are stored keep their texts.
+    // Title and start may have been changed behind its reminders. Those that are stored keep what they say.
     for (CTmReminder& reminder : event.Reminders) {
         if (std::ranges::find(old_.Reminders, reminder.ReminderId, &CTmReminder::ReminderId) == old_.Reminders.end())
             DescribeEvent(reminder);

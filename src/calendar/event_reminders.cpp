@@ -31,10 +31,16 @@ bool IsPopup(const CTmReminder& reminder) {
 bool UpdateServer(const CalendarWorld& world, ReminderList& current, ReminderList& old) {
     bool succeeded = true;
     for (CTmReminder& reminder : current) {
-        if (IsServerReminder(reminder))
+        if (IsServerReminder(reminder)) {
             succeeded = RegisterOnServer(world, reminder) && succeeded;
-        else
-            reminder.ServerId = -1;
+            continue;
+        }
+        reminder.ServerId = -1;
+        // One that the server was to send and that is a popup now.
+        if (const CTmReminder* const before = FindReminder(old, reminder.ReminderId); before && before->ServerId > 0) {
+            reminder.ServerDone = RemoveFromServer(world, *before);
+            succeeded = reminder.ServerDone && succeeded;
+        }
     }
     for (CTmReminder& reminder : old) {
         if (FindReminder(current, reminder.ReminderId) || reminder.ServerId <= 0)

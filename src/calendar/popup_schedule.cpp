@@ -13,6 +13,8 @@ constexpr int64_t kLate = kMinute;
 constexpr int64_t kLongestLook = kMinute;
 /// So long what was shown is remembered once its reminder has gone: a deleted one may come back.
 constexpr int64_t kRemembered = 30 * kDay;
+/// What was shown for a moment so far ahead came while the clock was wrong.
+constexpr int64_t kFarAhead = kDay;
 
 bool IsPopup(const CTmReminder& reminder) {
     return reminder.Type == static_cast<int32_t>(ReminderType::Popup) && reminder.SendTime.IsValid();
@@ -44,6 +46,22 @@ void PopupSchedule::ForgetOld(const DateTime& now) {
     });
 }
 
+void PopupSchedule::ForgetAhead(const DateTime& now) {
+    const auto isOnScreen = [&](const PopupKey& key) {
+        return std::ranges::any_of(onScreen_, [&](const Popup& popup) { return popup.Key() == key; });
+    };
+    for (auto entry = shown_.begin(); now.IsValid() && entry != shown_.end();) {
+        const auto [key, again] = *entry;
+        if (key.sendTime <= now.Seconds() + kFarAhead || again.IsValid() || isOnScreen(key)) {
+            ++entry;
+            continue;
+        }
+        entry = shown_.erase(entry);
+        if (popups_.contains(key))
+            WaitFor(key);
+    }
+}
+
 void PopupSchedule::SetReminders(const ReminderList& reminders, const DateTime& now) {
     popups_.clear();
     waiting_.clear();
@@ -58,6 +76,7 @@ void PopupSchedule::SetReminders(const ReminderList& reminders, const DateTime& 
 }
 
 size_t PopupSchedule::TakeDue(const DateTime& now) {
+    ForgetAhead(now);
     size_t count = 0;
     for (; !waiting_.empty() && waiting_.begin()->first <= now.Seconds(); ++count) {
         const auto [due, key] = *waiting_.begin();

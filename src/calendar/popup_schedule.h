@@ -31,7 +31,8 @@ public:
     /// is on the screen follows: texts change, and popups whose reminder went or was moved disappear.
     void SetReminders(const ReminderList& reminders, const DateTime& now);
 
-    /// Puts on the screen what is due at `now`; from then on it counts as shown. Gives how many came.
+    /// Puts on the screen what is due at `now`; from then on it counts as shown. Gives how many came. What counts as
+    /// shown for a moment more than a day ahead, since the clock was ahead once, comes at its time.
     size_t TakeDue(const DateTime& now);
     /// When the next popup is due; null if none waits.
     DateTime NextTime() const;
@@ -54,6 +55,7 @@ public:
 private:
     void WaitFor(const PopupKey& key);
     void ForgetOld(const DateTime& now);
+    void ForgetAhead(const DateTime& now);
 
     ShownPopups shown_;
     std::map<PopupKey, CTmReminder> popups_;

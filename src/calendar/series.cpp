@@ -200,9 +200,8 @@ std::vector<Occurrence> SeriesDates(const CTmEvent& event, bool* isCut) {
 }
 
 void KeepLastDay(CTmEvent& event) {
-    if (event.RecurrenceEnd != event.RecurrenceEnd.Midnight())
-        return;
-    if (const DateTime end = AtTimeOf(event.RecurrenceEnd, event.RecurrenceStart); end.IsValid())
+    const DateTime end = AtTimeOf(event.RecurrenceEnd, event.RecurrenceStart);
+    if (end.IsValid() && event.RecurrenceEnd.IsEarlierOrEqual(end))
         event.RecurrenceEnd = end;
 }
 

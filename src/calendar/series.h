@@ -23,8 +23,9 @@ struct Occurrence {
 /// `isCut`, which may be null, tells whether there are more dates than kMostOccurrences; these are left out.
 std::vector<Occurrence> SeriesDates(const CTmEvent& event, bool* isCut = nullptr);
 
-/// A series that was cut ends with a midnight, at which the event of its last day hasn't begun. Before it is expanded
-/// anew its end gets the time of day of its start, so that this event stays.
+/// A series that was cut ends with a midnight, and one that goes on from an event moved to a later hour ends before it:
+/// the event of the last day hasn't begun then. Before the series is expanded anew, such an end gets the time of day of
+/// its start, so that this event stays. A later end stays as it is.
 void KeepLastDay(CTmEvent& event);
 
 /// One record for each date of the series: copies of the event, its reminders included, with ids of their own and a new

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPageRanges>
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPrintDialog>
@@ -17,6 +18,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 #include <cerrno>
 
 #include "base/file_io.h"
@@ -42,6 +44,35 @@ Paper PaperOf(const QPageLayout& layout) {
     const QMarginsF margins = layout.margins(QPageLayout::Millimeter);
     return {twips(sheet.width()), twips(sheet.height()),  twips(margins.left()),
             twips(margins.top()), twips(margins.right()), twips(margins.bottom())};
+}
+
+/// The pages that a printer is to draw, from 0, in its order.
+std::vector<int> PagesFor(const QPrinter& printer, int count) {
+    const QPageRanges ranges = printer.pageRanges();
+    std::vector<int> pages;
+    for (int page = 0; page < count; ++page) {
+        if (ranges.isEmpty() || ranges.contains(page + 1))
+            pages.push_back(page);
+    }
+    if (printer.pageOrder() == QPrinter::LastPageFirst)
+        std::ranges::reverse(pages);
+    const int copies = printer.supportsMultipleCopies() ? 1 : std::max(printer.copyCount(), 1);
+    std::vector<int> all;
+    for (size_t i = 0; i < pages.size() * static_cast<size_t>(copies); ++i)
+        all.push_back(printer.collateCopies() ? pages[i % pages.size()] : pages[i / static_cast<size_t>(copies)]);
+    return all;
+}
+
+void DrawPages(const PagedText& text, QPrinter& printer) {
+    const std::vector<int> pages = PagesFor(printer, text.PageCount());
+    if (pages.empty())
+        return;
+    QPainter painter(&printer);
+    for (size_t i = 0; i < pages.size(); ++i) {
+        if (i > 0)
+            printer.newPage();
+        text.DrawPage(painter, pages[i], printer.resolution());
+    }
 }
 
 QString FontLabel(const BibliographyFont& font) {
@@ -121,9 +152,15 @@ void PreviewWindow::MakeCommands() {
     AddCommand(view, {tr("Fit &Width"), {Qt::CTRL | Qt::Key_1}, [this] { preview_->FitWidth(); }});
     AddCommand(view, {tr("Fit &Page"), {Qt::CTRL | Qt::Key_2}, [this] { preview_->FitPage(); }});
     view.addSeparator();
-    AddCommand(view, {tr("On&e Page"), {}, [this] { preview_->SetArrangement(PageView::Arrangement::One); }});
-    AddCommand(view, {tr("&Facing Pages"), {}, [this] { preview_->SetArrangement(PageView::Arrangement::Facing); }});
-    AddCommand(view, {tr("&All Pages"), {}, [this] { preview_->SetArrangement(PageView::Arrangement::All); }});
+    AddCommand(view, {tr("On&e Page"), {Qt::CTRL | Qt::Key_3}, [this] {
+                          preview_->SetArrangement(PageView::Arrangement::One);
+                      }});
+    AddCommand(view, {tr("&Facing Pages"), {Qt::CTRL | Qt::Key_4}, [this] {
+                          preview_->SetArrangement(PageView::Arrangement::Facing);
+                      }});
+    AddCommand(view, {tr("&All Pages"), {Qt::CTRL | Qt::Key_5}, [this] {
+                          preview_->SetArrangement(PageView::Arrangement::All);
+                      }});
     view.addSeparator();
     tools_->addSeparator();
     const auto step = [this](int by) { return [this, by] { GoToPage(preview_->CurrentPage() + by); }; };
@@ -259,16 +296,14 @@ void PreviewWindow::SetFont(int font) {
 }
 
 void PreviewWindow::PrintTo(QPrinter& printer) {
-    WithPages([&printer](const PagedText& text) {
-        const int first = std::max(printer.fromPage(), 1);
-        const int last = printer.toPage() > 0 ? std::min(printer.toPage(), text.PageCount()) : text.PageCount();
-        const bool backwards = printer.pageOrder() == QPrinter::LastPageFirst;
-        QPainter painter(&printer);
-        for (int i = 0; i <= last - first; ++i) {
-            if (i > 0)
-                printer.newPage();
-            text.DrawPage(painter, (backwards ? last - i : first + i) - 1, printer.resolution());
-        }
+    QPageLayout paper = printer.pageLayout();
+    paper.setMode(QPageLayout::StandardMode);
+    printer.setFullPage(true);
+    WithPages([&](const PagedText& text) {
+        printer.setDocName(text.Title());
+        if (paper.isEquivalentTo(paper_) || !HasRoom(paper))
+            return DrawPages(text, printer);
+        DrawPages(PagedText(QString::fromStdString(content_->Html()), paper), printer);
     });
 }
 
@@ -278,8 +313,6 @@ void PreviewWindow::Print() {
     QPageLayout whole = paper_;
     whole.setMode(QPageLayout::FullPageMode);
     printer.setPageLayout(whole);
-    printer.setFullPage(true);
-    printer.setDocName(windowTitle());
     QPrintDialog dialog(&printer, this);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
     dialog.setMinMax(1, PageCount());
@@ -302,8 +335,9 @@ void PreviewWindow::AskAndSave() {
         dialog.setDefaultSuffix(
             QString::fromLatin1(kSavedForms[std::max<qsizetype>(filters.indexOf(filter), 0)].ending));
     });
-    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
-        Save(dialog.selectedFiles().constFirst());
+    bool isSaved = false;  // with another name it may be
+    while (!isSaved && dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        isSaved = Save(dialog.selectedFiles().constFirst());
 }
 
 bool PreviewWindow::Save(const QString& path) {

@@ -40,7 +40,8 @@ public:
     void SetPaper(const QPageLayout& paper);
     /// Writes the contents in the form that the name ends in. A failure is told in a window.
     bool Save(const QString& path);
-    /// Prints to a printer that is set up.
+    /// Prints to a printer that is set up: its pages, as often as it wants them, laid out for its paper where that
+    /// isn't the one of the window.
     void PrintTo(QPrinter& printer);
 
 protected:

@@ -39,10 +39,12 @@ std::optional<QPageLayout> StoredPaper(const SettingsStore& store) {
     QPageLayout paper(QPageSize(QSizeF(sizes[0], sizes[1]), QPageSize::Millimeter),
                       direction == QLatin1String(kPortrait) ? QPageLayout::Portrait : QPageLayout::Landscape,
                       QMarginsF(sizes[2], sizes[3], sizes[4], sizes[5]), QPageLayout::Millimeter);
+    return HasRoom(paper) ? std::optional(paper) : std::nullopt;
+}
+
+bool HasRoom(const QPageLayout& paper) {
     const QSizeF room = paper.paintRect(QPageLayout::Millimeter).size();
-    if (!paper.isValid() || std::min(room.width(), room.height()) < kSmallestRoom)
-        return std::nullopt;
-    return paper;
+    return paper.isValid() && std::min(room.width(), room.height()) >= kSmallestRoom;
 }
 
 void StorePaper(SettingsStore& store, const QPageLayout& paper) {

@@ -11,4 +11,7 @@ namespace lore {
 std::optional<QPageLayout> StoredPaper(const SettingsStore& store);
 void StorePaper(SettingsStore& store, const QPageLayout& paper);
 
+/// Whether the margins leave enough of a paper to print on.
+bool HasRoom(const QPageLayout& paper);
+
 }  // namespace lore

@@ -67,7 +67,7 @@ QValidator::State TypedDateEdit::validate(QString& text, int& /*position*/) cons
 }
 
 QDateTime TypedDateEdit::dateTimeFromText(const QString& text) const {
-    return Read(text).value_or(date()).startOfDay();
+    return Read(text).value_or(date()).startOfDay(timeSpec());
 }
 
 int TypedDateEdit::FirstPart() const {
@@ -121,7 +121,7 @@ void TypedDateEdit::BeginTyping(bool goesOn) {
 /// Puts what is typed in the place of its parts.
 void TypedDateEdit::ShowTyped() {
     const QStringList parts = SplitTypedDay(*typed_, locale());
-    const QString was = textFromDateTime(Under(parts).startOfDay());
+    const QString was = textFromDateTime(Under(parts).startOfDay(timeSpec()));
     const std::vector<Place> places = PlacesOf(was, Parts());
     const auto margin = std::find_if(was.begin(), was.end(), [](QChar c) { return c != ' '; }) - was.begin();
     QString before = was.left(margin), behind;

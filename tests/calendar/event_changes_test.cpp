@@ -121,7 +121,9 @@ TEST_F(EventChanges, ASeriesThatIsTooLongIsMadeAsFarAsItGoesAndSaysSo) {
     world.eventFile = folder / "Events.dat";
     EXPECT_EQ(CreateEvent(world, series), EventSave::Saved);
     ASSERT_EQ(prompts.seen.size(), 1u);
-    EXPECT_NE(prompts.seen[0].find("Series Too Long: A series can't have more than 100000 events."), std::string::npos);
+    EXPECT_NE(prompts.seen[0].find("Series Too Long: A series can't have more than 100000 events.\n\n"
+                                   "This one is made up to 10/17/2303;"),
+              std::string::npos);
     EventList events;
     ASSERT_TRUE(LoadEvents(world, events));
     EXPECT_EQ(events.size(), kMostOccurrences + 6);
@@ -403,6 +405,12 @@ TEST_F(EventChanges, TheRestOfACutSeriesEndsOnTheDayBefore) {
     EXPECT_EQ(editor.Save(), EventSave::Saved);
     ASSERT_EQ(Stored().size(), 3u) << "another length makes the series anew, and its last day stays";
     EXPECT_EQ(Member(1).Start.Midnight(), Day(2026, 4, 11));
+    const auto toTheAfternoon = [](CTmEvent& event) {
+        event.Start = Day(2026, 4, 10, 10, 30), event.End = Day(2026, 4, 10, 12);
+    };
+    question.answer = SeriesReach::AllFollowing;
+    EXPECT_EQ(Edit(Member(0), toTheAfternoon), EventSave::Saved);
+    EXPECT_EQ(Stored().size(), 3u) << "at a later hour too";
     ExpectRemindersHaveEvents();
 }
 

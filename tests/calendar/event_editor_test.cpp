@@ -241,6 +241,7 @@ TEST_F(Editors, AnEventHasFourRemindersAtMostAndNoneOnceItHasBegun) {
         ASSERT_TRUE(reminder);
         EXPECT_EQ(reminder->SendTime, editor.Event().Start);
         reminder->SendTime = i == 0 ? Day(2026, 3, 14, 21, 5) : reminder->SendTime;
+        reminder->PriorMinutes = i == 0 ? -1 : 0;
         editor.PutReminder(*reminder);
     }
     EXPECT_FALSE(editor.NewReminder());
@@ -252,6 +253,8 @@ TEST_F(Editors, AnEventHasFourRemindersAtMostAndNoneOnceItHasBegun) {
     EXPECT_FALSE(editor.NewReminder());
     EXPECT_EQ(prompts.seen.back(), "Event Started: Event has already started or occurred.");
     EXPECT_TRUE(editor.HasChanged());
+    EXPECT_EQ(editor.Save(), EventSave::Saved);
+    EXPECT_EQ(StoredReminders()[0].EventStart, Day(2026, 3, 14, 9, 26)) << "of the event as it was saved";
 }
 
 TEST_F(Editors, AddressesAreValidatedByType) {

@@ -64,6 +64,14 @@ TEST_F(EventReminders, AnUpdateReachesTheServerAndTheFile) {
     EXPECT_EQ(OfEvent()[1].ServerId, 103);
     EXPECT_TRUE(OfEvent()[1].ServerDone);
     EXPECT_EQ(StoredReminders().size(), 3u);
+    for (const int32_t removed : {0, 1}) {
+        event.Reminders[1].Type = static_cast<int32_t>(ReminderType::Popup);
+        event.Reminders[1].ServerId = -1;
+        server.results = {removed};
+        UpdateEventReminders(world, event, true);
+        EXPECT_EQ(server.calls.back(), "delete 103") << "a popup isn't mailed";
+        EXPECT_EQ(OfEvent()[1].ServerId, removed ? -1 : 103);
+    }
 }
 
 TEST_F(EventReminders, WithoutAConnectionTheOldRemindersStay) {

@@ -145,8 +145,12 @@ TEST(PopupSchedule, ForgetsWhatIsGoneForAMonthAndNothingElse) {
     PopupSchedule schedule;
     schedule.SetShown({{{"gone", kNow.PlusDays(-31).Seconds()}, {}},
                        {{"just gone", kNow.PlusDays(-29).Seconds()}, {}},
-                       {{"kept", kNow.PlusDays(-400).Seconds()}, {}}});
-    schedule.SetReminders({PopupAt("kept", kNow.PlusDays(-400))}, kNow);
+                       {{"kept", kNow.PlusDays(-400).Seconds()}, {}},
+                       {{"the clock was ahead", kNow.PlusDays(2).Seconds()}, {}}});
+    schedule.SetReminders({PopupAt("kept", kNow.PlusDays(-400)), PopupAt("the clock was ahead", kNow.PlusDays(2))},
+                          kNow);
+    EXPECT_EQ(schedule.TakeDue(kNow), 0u);
+    EXPECT_EQ(schedule.NextTime(), kNow.PlusDays(2)) << "it comes at its time";
     EXPECT_THAT(Each(schedule.Shown(), [](const auto& shown) { return shown.first.reminderId; }),
                 ElementsAre("just gone", "kept"));
 }

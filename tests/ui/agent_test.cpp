@@ -97,6 +97,14 @@ private slots:
         QCOMPARE(Text("late"), QString("Missed on Saturday, March 14 2026 at 7:56AM"));
         Find<QListWidget>("list").setCurrentRow(1);
         QCOMPARE(Text("label"), QString("Dentist"));
+        QVERIFY(Find<QListWidget>("list").item(1)->text().startsWith("03/14/26  8:56AM"));
+        Put({At("Class", -90), At("Dentist", -30), At("Lunch", 5), At(QByteArray("Dent ").repeated(90), -31)});
+        Reload();
+        QTRY_COMPARE(Find<QListWidget>("list").count(), 3);
+        Find<QListWidget>("list").setCurrentRow(2);
+        QCoreApplication::processEvents();
+        auto& title = Find<QLabel>("label");
+        QVERIFY2(title.height() >= title.heightForWidth(title.width()), "a long title is seen whole");
         Press("dismissAll");
         QVERIFY(!Window().isVisible());
         Reload(5);

@@ -1,3 +1,4 @@
+#include <QPageRanges>
 #include <QPrinter>
 #include <memory>
 
@@ -256,14 +257,28 @@ private slots:
 
     void a_range_is_printed() {
         Open(Bibliography(80));
-        const std::tuple<int, int, int> kRanges[] = {
-            {0, 0, window_->PageCount()}, {2, 2, 1}, {2, 3, 2}, {1, 99, window_->PageCount()}};
-        for (const auto& [from, to, pages] : kRanges) {
+        const int all = window_->PageCount();
+        QPageLayout across = window_->Paper();
+        across.setOrientation(QPageLayout::Landscape);
+        window_->SetPaper(across);
+        const int allAcross = window_->PageCount();
+        across.setOrientation(QPageLayout::Portrait);
+        window_->SetPaper(across);
+        QVERIFY(allAcross > all);
+        const std::tuple<const char*, QPageLayout::Orientation, int, int> kRanges[] = {
+            {"", QPageLayout::Portrait, 1, all},       {"2", QPageLayout::Portrait, 1, 1},
+            {"2-3", QPageLayout::Portrait, 3, 6},      {"1-99", QPageLayout::Portrait, 1, all},
+            {"1,3", QPageLayout::Portrait, 1, 2},      {"99", QPageLayout::Portrait, 1, 0},
+            {"", QPageLayout::Landscape, 1, allAcross}};
+        for (const auto& [ranges, orientation, copies, pages] : kRanges) {
+            QFile::remove(folder_.filePath("range.pdf"));
             QPrinter printer(QPrinter::HighResolution);
             printer.setOutputFormat(QPrinter::PdfFormat);
             printer.setOutputFileName(folder_.filePath("range.pdf"));
-            printer.setFullPage(true);
-            printer.setFromTo(from, to);
+            across.setOrientation(orientation);
+            printer.setPageLayout(across);
+            printer.setPageRanges(QPageRanges::fromString(ranges));
+            printer.setCopyCount(copies);
             window_->PrintTo(printer);
             QCOMPARE(PagesOf(BytesOf(folder_.filePath("range.pdf").toStdString())), pages);
         }
