@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QStyleHints>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
@@ -172,8 +173,10 @@ void BoardView::Impl::Activate(int row, const CardHit& hit) {
 }
 
 void BoardView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
-        impl_->Press(event->pos());
+    if (event->button() != Qt::LeftButton)
+        return;
+    impl_->pressedAt = event->timestamp();
+    impl_->Press(event->pos());
 }
 
 void BoardView::mouseMoveEvent(QMouseEvent* event) {
@@ -203,6 +206,11 @@ void BoardView::mouseReleaseEvent(QMouseEvent* event) {
 
 void BoardView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
+        return;
+    // The first click may have been on a button of a dialog that went with it.
+    const std::optional<quint64> first = std::exchange(impl_->pressedAt, std::nullopt);
+    const auto longest = static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    if (!first || event->timestamp() - *first > longest)
         return;
     const int row = impl_->RowAt(event->pos());
     const CardHit hit = impl_->HitTest(event->pos(), row);

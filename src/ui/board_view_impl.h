@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "notes/board_drag.h"
 #include "notes/board_heights.h"
@@ -90,10 +91,11 @@ struct BoardView::Impl {
     int wheelRest = 0;
     BoardDrag drag;
     QBasicTimer dragTimer;
-    QBasicTimer aheadTimer;  ///< runs while cards beyond the edges are to be laid out
-    QBasicTimer savedTimer;  ///< runs while a saved note is to be shown
-    int32_t savedNote = -1;  ///< a saved note whose list isn't shown yet
-    CardHit pressedHit;      ///< under the left button when it went down
+    QBasicTimer aheadTimer;            ///< runs while cards beyond the edges are to be laid out
+    QBasicTimer savedTimer;            ///< runs while a saved note is to be shown
+    int32_t savedNote = -1;            ///< a saved note whose list isn't shown yet
+    CardHit pressedHit;                ///< under the left button when it went down
+    std::optional<quint64> pressedAt;  ///< the time of that event, in milliseconds
     QList<BoardCommand> noteCommands = {BoardCommand::RemoveFromList};
     QStringList otherNoteBooks;
     BoardEmptyPane* emptyPane = nullptr;

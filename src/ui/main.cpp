@@ -160,6 +160,7 @@ int RunProgram(const Started& started) {
     lore::NetUpdateSource updates;
     window.SetHelp(lore::ManualFile(), &updates);
     const lore::QuitGuard quits;
+    const lore::QuitSignals orders;
     prompts.SetParent(&window);
     progress.SetParent(&window);
     if (missesSync)

@@ -24,6 +24,7 @@
 #include "ui/run_when_free.h"
 #include "ui/theme.h"
 #include "ui/tool_bar.h"
+#include "ui/window_place.h"
 
 namespace lore {
 
@@ -159,12 +160,10 @@ void MainWindow::ConnectBoard() {
 
 void MainWindow::RestorePlace() {
     const Settings& settings = app_.GetSettings();
-    const QSize screen = QApplication::primaryScreen()->size();
-    const Rect frame = VisibleFrame(settings.Rectangle(Option::FrameRect), screen.width(), screen.height());
-    if (frame.IsEmpty())
-        resize(std::min(kDefaultWidth, screen.width()), std::min(kDefaultHeight, screen.height()));
+    if (const std::optional<QRect> place = PlaceOnScreen(settings.Rectangle(Option::FrameRect)))
+        setGeometry(*place);
     else
-        setGeometry(frame.left, frame.top, frame.right - frame.left, frame.bottom - frame.top);
+        resize(QSize(kDefaultWidth, kDefaultHeight).boundedTo(QApplication::primaryScreen()->size()));
     ShowPanelWidth();
     panels_->setVisible(settings.Flag(Option::ShowCtrlBar));
     panels_->SetPage(settings.Int(Option::ActIndCtrlBar));

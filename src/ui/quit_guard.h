@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QObject>
+#include <memory>
+
+class QSocketNotifier;
 
 namespace lore {
 
@@ -14,6 +17,20 @@ public:
 
 private:
     bool waits_ = false;
+};
+
+/// While one lives, the signals that ask a process to end (SIGTERM, SIGINT, SIGHUP) are such an order too. One that
+/// comes a second or more behind the first ends the process at once, unless somebody refused the first in the meantime.
+/// Those that the process was started to ignore stay so. One at a time.
+class QuitSignals {
+public:
+    QuitSignals();
+    ~QuitSignals();
+    QuitSignals(const QuitSignals&) = delete;
+    QuitSignals& operator=(const QuitSignals&) = delete;
+
+private:
+    std::unique_ptr<QSocketNotifier> arrived_;
 };
 
 /// True while windows are closed by such an order. Nobody may be there to answer, so that what a window would ask about

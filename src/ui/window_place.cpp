@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QWidget>
+#include <algorithm>
 
 #include "ui/qt_text.h"
 
@@ -24,6 +25,29 @@ std::optional<QRect> StoredWindowPlace(const SettingsStore& store, const std::st
     if (!screen || frame.isEmpty())
         return std::nullopt;
     return QRect(frame.topLeft(), frame.size().boundedTo(screen->availableGeometry().size()));
+}
+
+std::optional<QRect> PlaceOnScreen(const Rect& frame) {
+    const auto bounded = [](int32_t edge) { return std::clamp(edge, -kMostPixels, kMostPixels); };
+    const QRect place(QPoint(bounded(frame.left), bounded(frame.top)),
+                      QPoint(bounded(frame.right), bounded(frame.bottom)) - QPoint(1, 1));
+    const QScreen* holding = nullptr;
+    for (const QScreen* const screen : QGuiApplication::screens()) {
+        const QRect area = screen->geometry();
+        const QRect here = place.translated(-area.topLeft());
+        const Rect from{here.left(), here.top(), here.right() + 1, here.bottom() + 1};
+        if (!VisibleFrame(from, area.width(), area.height()).IsEmpty() && (!holding || area.contains(place.center())))
+            holding = screen;
+    }
+    if (!holding)
+        return std::nullopt;
+    const QRect room = holding->availableGeometry();
+    const QSize size = place.size().boundedTo(room.size());
+    if (size == place.size())
+        return place;
+    return QRect(QPoint(std::clamp(place.left(), room.left(), room.right() + 1 - size.width()),
+                        std::clamp(place.top(), room.top(), room.bottom() + 1 - size.height())),
+                 size);
 }
 
 void StoreWindowPlace(SettingsStore& store, const std::string& key, const QWidget& window) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ports/settings_store.h"
+#include "settings/settings.h"
 
 class QSplitter;
 class QWidget;
@@ -18,6 +19,8 @@ inline constexpr char kWindowsSection[] = "Windows";
 /// Where a window stood when its place was stored under this key, no larger than the screen there. Nothing if it never
 /// was, or if that screen has gone.
 std::optional<QRect> StoredWindowPlace(const SettingsStore& store, const std::string& key);
+/// Where a window that stood there shows: no larger than the screen. Nothing unless one shows 10 by 10 pixels of it.
+std::optional<QRect> PlaceOnScreen(const Rect& frame);
 void StoreWindowPlace(SettingsStore& store, const std::string& key, const QWidget& window);
 
 /// So many sizes of parts that stand side by side, as they were stored under this key. Nothing unless each is one.

@@ -86,6 +86,35 @@ private slots:
         QVERIFY(edit_->Commands().StyleNow() == ParagraphStyle::Heading1);
     }
 
+    void UndoGoesByPastesTabsAndWords() {
+        const std::pair<QStringList, QString> cases[] = {{{"<p>a</p><p>b</p>", "xy z"}, "a\nbxy z|a\nbxy|a\nb|"},
+                                                         {{"xy", "=one ", "=t", "xy"}, "xyone txy|xyone t|xyone |xy|"},
+                                                         {{"ab\tcd\tef"}, "ab\tcd\tef|ab\tcd|ab|"}};
+        for (const auto& [steps, texts] : cases) {
+            edit_->Load("{\\rtf1}");
+            for (const QString& step : steps) {
+                auto mime = std::make_unique<QMimeData>();
+                step[0] == u'<' ? mime->setHtml(step) : mime->setText(step.mid(1));
+                step[0].isLetter() ? window_->Type(step) : Paste(mime.release());
+            }
+            QString seen = edit_->toPlainText();
+            for (; edit_->document()->isUndoAvailable(); seen += "|" + edit_->toPlainText())
+                edit_->undo();
+            QCOMPARE(seen, texts);
+            while (edit_->document()->isRedoAvailable())
+                edit_->redo();
+            QVERIFY(texts.startsWith(edit_->toPlainText() + "|"));
+        }
+        QString undo;
+        QTimer::singleShot(0, edit_, [&undo] {
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            undo = TextsOf(menu).value(0);
+            menu->close();
+        });
+        OpenMenuAt(*edit_->viewport(), QPoint(5, 5));
+        QCOMPARE(undo, QString("Undo\tCtrl+Z"));
+    }
+
     void ListsGoDeeperAndEnd() {
         window_->Run("numbers");
         PressKeys(edit_, {"A", "Return", "Tab", "B", "Return", "Shift+Backtab", "C", "Return", "Return"});
@@ -288,6 +317,8 @@ private slots:
         edit_->Spelling().AddToMenu(menu, word);
         QCOMPARE(menu.actions().value(0)->text(), QStringLiteral("keeper"));
         menu.actions().value(0)->trigger();
+        edit_->setTextCursor(edit_->document()->find(" of"));
+        PressKeys(edit_, {"Left", "X", "Ctrl+Z"});
         QCOMPARE(window_->Text(), std::string("The keeper of teh light"));
         QCOMPARE(marks().size(), 1);
         QVERIFY(!marks()[0].format.fontStrikeOut());

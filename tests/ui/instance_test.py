@@ -147,11 +147,16 @@ class Instance(ProcessTest):
         self.assertLess(time.monotonic() - begun, WAIT)
         self.assertIsNone(first.poll())
 
-    def test_close_command_ends_the_program(self):
-        first = self.start_ready()
-        self.assertEqual(self.ask(self.connect(), COMMAND, b"TQRCLOSELOREBINDER"), 1)
-        self.assertEqual(first.wait(WAIT), 0)
-        self.assertIn("ZoomLvl", (self.top / "data" / "settings.ini").read_text())
+    def test_close_command_and_signals_close_the_program(self):
+        for order in (None, signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            with self.subTest(order=order):
+                first = self.start_ready(data=str(order))
+                if order:
+                    first.send_signal(order)
+                else:
+                    self.assertEqual(self.ask(self.connect(), COMMAND, b"TQRCLOSELOREBINDER"), 1)
+                self.assertEqual(first.wait(WAIT), 0)
+                self.assertIn("ZoomLvl", (self.top / str(order) / "settings.ini").read_text())
 
 
 if __name__ == "__main__":

@@ -11,6 +11,7 @@
 #include "ui/run_when_free.h"
 #include "ui/tab_walk.h"
 #include "ui/tool_bar.h"
+#include "ui/window_place.h"
 #include "ui/window_rules.h"
 #include "ui/window_world.h"
 
@@ -490,6 +491,10 @@ private slots:
         window_->close();
         QCOMPARE(*store_.Get("Options", "ZoomLvl"), std::string("150"));
         QVERIFY(!store_.Get("Options", "FrameRect")->ends_with(","));
+        const QRect room = qApp->primaryScreen()->availableGeometry();
+        QCOMPARE(PlaceOnScreen({-9000, 300, INT32_MAX, 360}), QRect(room.left(), 300, room.width(), 60));
+        QCOMPARE(PlaceOnScreen({-190, 30, 10, 90}), QRect(-190, 30, 200, 60));
+        QCOMPARE(PlaceOnScreen({-191, 30, 9, 90}), std::nullopt);
         CloseWindow();
         Open();
         QCOMPARE(window_->Board()->Options().zoom, 1.5);

@@ -87,6 +87,7 @@ void RichTextEdit::Load(const std::string& rtf) {
     knownSize_ = static_cast<qint64>(rtf.size());
     addedSize_ = 0;
     ShowDocument(ReadRtf(rtf));
+    isSizeGuess_ = stepEnded_ = false;
     CheckSize();
 }
 
@@ -188,6 +189,7 @@ void RichTextEdit::CaptureAside(CaptureBeside::Callback callback) {
             texts.rtf = stored_;
         knownSize_ = static_cast<qint64>(texts.rtf.size());
         addedSize_ -= before;
+        isSizeGuess_ = sizeTimer_.isActive();
         CheckSize(true);
         if (callback)
             callback(std::move(texts));
@@ -210,17 +212,22 @@ void RichTextEdit::OnContentsChange(int position, int removed, int added) {
         if (isRecolored_)
             Recolor(block);
     }
-    if (blockCount_ != shown_->blockCount() || added > 1 || removed > 1)
+    const bool isLetter = added == 1 && removed == 0;
+    const bool atOnce = added > 1 || removed > 1;
+    if (blockCount_ != shown_->blockCount() || atOnce)
         listMarksKnown_ = false;
     blockCount_ = shown_->blockCount();
-    if (added == 1 && removed == 0)
+    const bool isObject = isLetter && shown_->characterAt(position) == QChar::ObjectReplacementCharacter;
+    stepEnded_ = stepEnded_ || atOnce;
+    if (isLetter)
         addedSize_ += RtfBytesOf(QString(shown_->characterAt(position)));
     else if (added > removed)
         addedSize_ += 2 * qint64{added - removed};
     else
         addedSize_ -= removed - added;
     // What came in at once may be a picture, of which the count of characters says nothing.
-    if (added > 1 || removed > 1 || RtfSize() > kLargestRtf * 9 / 10)
+    isSizeGuess_ = isSizeGuess_ || atOnce || isObject;
+    if (atOnce || isObject || RtfSize() > kLargestRtf * 9 / 10)
         sizeTimer_.start();
     CheckSize();
 }

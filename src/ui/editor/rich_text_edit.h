@@ -47,6 +47,8 @@ public:
     std::string PlainText() const;
     /// Bytes that Rtf() would have, within some per cent; costs nothing.
     qint64 RtfSize() const { return knownSize_ + addedSize_; }
+    /// True from what came in at once, such as a picture, until it was measured: RtfSize() may be wrong by all of it.
+    bool IsSizeGuess() const { return isSizeGuess_; }
     /// Hands over the text without holding up the typing. See CaptureBeside.
     void CaptureAside(CaptureBeside::Callback callback);
     const CaptureBeside& Beside() const { return *beside_; }
@@ -107,6 +109,7 @@ private:
     void CheckSize(bool isMeasured = false);
     void PaintListMarks();
     void PrepareTyping();
+    void InsertStep(const QString& text);
     bool HandleTab(bool forward);
     bool HandleEnter(bool lineBreak);
     bool HandleBackspace();
@@ -125,6 +128,8 @@ private:
     qint64 knownSize_ = 0;
     qint64 addedSize_ = 0;
     bool overLimit_ = false;
+    bool isSizeGuess_ = false;
+    bool stepEnded_ = false;          ///< the next letter begins another step of undo
     bool isRecolored_ = false;        ///< formats of the text are those of another theme
     bool isEmpty_ = true;             ///< the text, after its last change
     std::vector<QString> listMarks_;  ///< by block number; empty when they have to be counted again

@@ -87,6 +87,18 @@ void RichTextEdit::PrepareTyping() {
     setCurrentCharFormat(formats_.Shown(format, commands_.GroundAt(textCursor())));
 }
 
+// Letters that are typed behind it join the step.
+void RichTextEdit::InsertStep(const QString& text) {
+    QTextCursor cursor = textCursor();
+    QTextCharFormat look = currentCharFormat();
+    look.clearProperty(QTextFormat::ObjectType);  // that of a cell; letters behind it have none, and would not join
+    cursor.beginEditBlock();
+    cursor.insertText(text, look);
+    cursor.endEditBlock();
+    ensureCursorVisible();
+    stepEnded_ = false;
+}
+
 bool RichTextEdit::HandleTab(bool forward) {
     QTextCursor cursor = textCursor();
     if (cursor.currentTable() && MoveToCell(cursor, forward, formats_)) {
@@ -105,18 +117,17 @@ bool RichTextEdit::HandleTab(bool forward) {
     if (!forward)
         return false;
     PrepareTyping();
-    cursor = textCursor();
-    cursor.insertText(QStringLiteral("\t"), currentCharFormat());
+    InsertStep(QStringLiteral("\t"));
     return true;
 }
 
 bool RichTextEdit::HandleEnter(bool lineBreak) {
     PrepareTyping();
-    QTextCursor cursor = textCursor();
     if (lineBreak) {
-        cursor.insertText(QString(QChar::LineSeparator), currentCharFormat());
+        InsertStep(QString(QChar::LineSeparator));
         return true;
     }
+    QTextCursor cursor = textCursor();
     const ParagraphFormat paragraph = commands_.ParagraphNow();
     if (paragraph.list != ListKind::kNone && cursor.block().length() == 1 && !cursor.hasSelection()) {
         commands_.ToggleList(paragraph.list);
@@ -170,15 +181,13 @@ void RichTextEdit::keyPressEvent(QKeyEvent* event) {
         return event->accept();
     if (IsTyping(*event)) {
         PrepareTyping();
-        // A blank begins another step of undo.
-        if (event->text() == u" ") {
-            QTextCursor cursor = textCursor();
-            cursor.beginEditBlock();
-            cursor.insertText(event->text(), currentCharFormat());
-            cursor.endEditBlock();
-            ensureCursorVisible();
+        if (stepEnded_ || event->text() == u" ") {
+            InsertStep(event->text());
             return event->accept();
         }
+        QTextEdit::keyPressEvent(event);
+        stepEnded_ = false;  // what was selected has gone with the letter
+        return;
     }
     QTextEdit::keyPressEvent(event);
 }
@@ -240,10 +249,12 @@ void RichTextEdit::insertFromMimeData(const QMimeData* source) {
             CheckSize();
         }
     } else {
-        cursor.insertText(PastedPlainText(*source), currentCharFormat());
+        InsertStep(PastedPlainText(*source));
+        cursor = textCursor();
     }
     setTextCursor(cursor);
     ensureCursorVisible();
+    stepEnded_ = true;
 }
 
 void RichTextEdit::PastePlain() {
@@ -251,14 +262,20 @@ void RichTextEdit::PastePlain() {
     if (!mime || isReadOnly())
         return;
     PrepareTyping();
-    textCursor().insertText(PastedPlainText(*mime), currentCharFormat());
-    ensureCursorVisible();
+    InsertStep(PastedPlainText(*mime));
+    stepEnded_ = true;
 }
 
 void RichTextEdit::contextMenuEvent(QContextMenuEvent* event) {
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
     const QTextCursor at = byKey ? textCursor() : cursorForPosition(event->pos());
     const std::unique_ptr<QMenu> menu(createStandardContextMenu(event->pos()));
+    // The menu is made without the keys that a command of the window has.
+    for (const auto& [name, keys] : {std::pair("edit-undo", QKeySequence::Undo), {"edit-redo", QKeySequence::Redo}}) {
+        auto* const entry = menu->findChild<QAction*>(QLatin1String(name));
+        if (entry && !entry->text().contains(u'\t'))
+            entry->setText(entry->text() + u'\t' + QKeySequence(keys).toString(QKeySequence::NativeText));
+    }
     spelling_->AddToMenu(*menu, spelling_->MarkedWordAt(at));
     menu->exec(byKey ? viewport()->mapToGlobal(cursorRect().bottomLeft()) : event->globalPos());
 }

@@ -51,7 +51,7 @@ bool NoteTextPane::IsModified() const {
 }
 
 qint64 NoteTextPane::RtfSize() const {
-    return edit_->RtfSize();
+    return edit_->IsSizeGuess() ? static_cast<qint64>(edit_->Rtf().size()) : edit_->RtfSize();
 }
 
 std::string NoteTextPane::PlainText() const {
