@@ -45,17 +45,21 @@ std::string UnsavedText(const UnsavedNote& unsaved) {
 struct UndoTexts {
     WritingCommands::NextUndo next;
     const char* title;
-    const char* staying;
+    const char *one, *several;  ///< behind the number of notes that aren't put back
 };
 constexpr UndoTexts kUndoTexts[] = {
     {WritingCommands::NextUndo::Colors, "Undo Border Color",
+     " of the notes has got another border color since, and keeps what it has.",
      " of the notes have got another border color since, and keep what they have."},
     {WritingCommands::NextUndo::KeyWords, "Undo Key Word",
+     " of the notes has got other key words since, and keeps what it has.",
      " of the notes have got other key words since, and keep what they have."},
     {WritingCommands::NextUndo::Category, "Undo Category",
+     " of the notes has been filed elsewhere since, or the category that it came from has gone.  It stays where it is.",
      " of the notes have been filed elsewhere since, or the category that they came from has gone.  They stay where "
      "they are."},
     {WritingCommands::NextUndo::Sources, "Undo Source",
+     " of the notes has got other sources since, and keeps what it has.",
      " of the notes have got other sources since, and keep what they have."}};
 
 const UndoTexts& TextsOf(const ReplacedValues& values) {
@@ -283,7 +287,9 @@ bool WritingCommands::UndoImportOf(Undoable& undoable) {
     app_.ReloadNotes(undoable.listed);
     if (*changed > 0)
         world_.prompts.Message(
-            std::to_string(*changed) + " of the imported notes have been changed since, and stay as they are.",
+            std::to_string(*changed) + (*changed == 1
+                                            ? " of the imported notes has been changed since, and stays as it is."
+                                            : " of the imported notes have been changed since, and stay as they are."),
             "Undo Import", PromptIcon::Information);
     return changes.IsEmpty();
 }
@@ -303,7 +309,8 @@ bool WritingCommands::UndoValues(ReplacedValues& replaced) {
     }
     app_.SortList();
     if (staying > 0)
-        world_.prompts.Message(std::to_string(staying) + texts.staying, texts.title, PromptIcon::Information);
+        world_.prompts.Message(std::to_string(staying) + (staying == 1 ? texts.one : texts.several), texts.title,
+                               PromptIcon::Information);
     return replaced.empty();
 }
 

@@ -98,8 +98,9 @@ CategoryTrees::Changed CategoryTrees::RenameCategory(int32_t id) {
     const CProCategoryTree* const node = std::as_const(forest_).FindByID(id);
     if (!node || !CanChange(id))
         return std::nullopt;
-    const auto name = AskName("Rename Category", node->name, node->parentID, id);
-    if (!name || *name == node->name)
+    const std::string before = node->name;
+    const auto name = AskName("Rename Category", before, node->parentID, id);
+    if (!name || *name == before || !Has(id))
         return std::nullopt;
     Keep();
     forest_.FindByID(id)->name = *name;
@@ -119,7 +120,7 @@ CategoryTrees::Changed CategoryTrees::CreateSubcategory(int32_t parentID) {
     if (!parent || !CanChange(parentID))
         return std::nullopt;
     const auto name = AskName("New " + Level(parent->GetLevel() + 1) + " Category", {}, parentID, -1);
-    return name ? Create(parentID, *name) : std::nullopt;
+    return name && Has(parentID) ? Create(parentID, *name) : std::nullopt;
 }
 
 CategoryTrees::Changed CategoryTrees::CreateRoot() {
@@ -132,9 +133,11 @@ CategoryTrees::Changed CategoryTrees::DeleteCategory(int32_t id) {
     if (!node || !CanChange(id) ||
         prompts_.Ask("Do you wish to delete the " + Level(node->GetLevel()) + " category " + Quoted(node->name) +
                          ", and all its subcategories?",
-                     "Delete Category?") != PromptAnswer::Yes)
+                     "Delete Category?") != PromptAnswer::Yes ||
+        !Has(id))
         return std::nullopt;
-    const int32_t above = node->parent ? node->parent->id : kUnassignedID;
+    const int32_t parentID = std::as_const(forest_).FindByID(id)->parentID;
+    const int32_t above = parentID < 0 ? kUnassignedID : parentID;
     Keep();
     UnassignNotes(forest_, TakeSubtree(forest_, id).notes);
     return above;
@@ -156,12 +159,13 @@ CategoryTrees::Changed CategoryTrees::Move(int32_t id, int32_t parentID) {
     const CProCategoryTree* const parent = parentID < 0 ? nullptr : std::as_const(forest_).FindByID(parentID);
     const CProCategoryTree* const existing =
         parent ? parent->FindChildByName(node->name) : std::as_const(forest_).FindRootByName(node->name);
-    if (existing && (existing->IsUnassigned() || !AgreesToMerge(*node, *existing)))
-        return std::nullopt;
-    const int32_t target = existing ? existing->id : id;
-    Keep();
-    // Moving puts the nodes in other places: from here on only ids count.
+    // A question and the moving put the nodes in other places: from here on only ids count.
     const bool merges = existing != nullptr;
+    const int32_t target = existing ? existing->id : id;
+    if (merges && (existing->IsUnassigned() || !AgreesToMerge(*node, *existing) || !Has(id) || !Has(target) ||
+                   IsBelow(std::as_const(forest_).FindByID(target), id)))
+        return std::nullopt;
+    Keep();
     const CProCategoryTree moved = TakeSubtree(forest_, id);
     if (merges)
         MergeSubtree(forest_, moved, target, maxCategoryID_);
@@ -184,7 +188,9 @@ CategoryTrees::Changed CategoryTrees::AssignUnassigned(int32_t targetID) {
         prompts_.Ask("Do you wish to assign all of the notes that are currently unassigned " +
                          (all ? std::string() : "for " + set + " ") + "to the category tree:\n\n" + set + "\n" +
                          target.GetPathText(),
-                     "Moving All Unassigned " + (all ? std::string() : set + " ") + "Categories?") != PromptAnswer::Yes)
+                     "Moving All Unassigned " + (all ? std::string() : set + " ") + "Categories?") !=
+            PromptAnswer::Yes ||
+        !Has(targetID))
         return std::nullopt;
     Keep();
     AssignNotes(forest_, notes, SetOfView(), targetID);

@@ -51,6 +51,8 @@ private:
 
     std::optional<std::string> AskName(const std::string& title, const std::string& initial, int32_t parentID,
                                        int32_t self);
+    /// Behind a question: another command may have changed the forest meanwhile.
+    bool Has(int32_t id) const { return forest_.FindByID(id); }
     bool IsTaken(const std::string& name, int32_t parentID, int32_t self) const;
     Changed Create(int32_t parentID, const std::string& name);
     Changed Move(int32_t id, int32_t parentID);

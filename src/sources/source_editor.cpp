@@ -104,14 +104,23 @@ void SourceEditor::ChangeType(size_t index) {
         // edited takes the number here already.
         if (!isNew_)
             record_.SourceType = choice.number;
-        const CCustomSourceType* const type = store_.World().book.types.FindTypeByGUID(choice.GUID);
         if (working_.CustomTypeCopy.GUID != choice.GUID) {
-            working_.CustomTypeCopy = type ? *type : ownType_;
-            if (type)
-                ClearValues(working_.CustomTypeCopy);
+            leftTypes_[working_.CustomTypeCopy.GUID] = std::move(working_.CustomTypeCopy);
+            working_.CustomTypeCopy = TypeWithValues(choice.GUID);
         }
     }
     CheckYearOnly();
+}
+
+CCustomSourceType SourceEditor::TypeWithValues(const std::string& guid) const {
+    if (const auto left = leftTypes_.find(guid); left != leftTypes_.end())
+        return left->second;
+    const CCustomSourceType* const type = store_.World().book.types.FindTypeByGUID(guid);
+    if (!type)
+        return ownType_;
+    CCustomSourceType fresh = *type;
+    ClearValues(fresh);
+    return fresh;
 }
 
 void SourceEditor::ChangeStyle(int32_t style) {
@@ -195,6 +204,9 @@ void SourceEditor::TypesReplaced() {
         if (type && source->SourceType >= kFirstCustomType)
             source->CustomTypeCopy = MergeCustomType(*type, source->CustomTypeCopy);
     }
+    for (auto& [guid, left] : leftTypes_)
+        if (const CCustomSourceType* const type = types.FindTypeByGUID(guid))
+            left = MergeCustomType(*type, left);
     FillTypes();
     TakeTypeNumber();
     if (keepsIdentity)

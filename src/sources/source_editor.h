@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -44,6 +45,7 @@ public:
     const std::vector<TypeChoice>& Types() const { return types_; }
     /// The type of the copy, by its GUID for a user-defined one; Types().size() for a type that is none.
     size_t TypeIndex() const;
+    /// A user-defined type comes with the values that it had when it was left, else without any.
     void ChangeType(size_t index);
     bool IsCustom() const { return working_.SourceType >= kFirstCustomType; }
     /// New sources take this style from now on. A stored title stays as it is until it is typed again.
@@ -86,6 +88,7 @@ private:
     SourceEditor(SourceStore& store, CSource source, bool isNew);
     void FillTypes();
     void TakeTypeNumber();
+    CCustomSourceType TypeWithValues(const std::string& guid) const;
     void CheckYearOnly();
     size_t UserField(size_t row) const;
 
@@ -94,7 +97,8 @@ private:
     CSource record_;  ///< the record that is being edited
     CSource working_;
     CSource opened_;
-    CCustomSourceType ownType_;  ///< of a source whose type the NoteBook has no more
+    CCustomSourceType ownType_;                           ///< of a source whose type the NoteBook has no more
+    std::map<std::string, CCustomSourceType> leftTypes_;  ///< with their values, by GUID
     std::vector<TypeChoice> types_;
     SourceAuthors authors_;
     bool canUseYearOnly_ = false;

@@ -42,6 +42,8 @@ constexpr PageTexts kTexts[] = {
      QT_TRANSLATE_NOOP("PanelPage", "Border colors of notes appear here.")},
 };
 
+constexpr int kIndentation = kSpace * 4;
+
 /// What tells an entry apart from the others of its panel, also after the entries were made anew.
 std::string KeyOf(const std::vector<PanelEntry>& entries, int position) {
     std::string key;
@@ -103,7 +105,9 @@ void PanelPage::AddTree() {
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);
     tree_->setRootIsDecorated(kind_ == PanelKind::Categories || kind_ == PanelKind::Sources);
-    tree_->setIndentation(kSpace * 4);
+    tree_->setIndentation(kIndentation);
+    fit_.setSingleShot(true);
+    connect(&fit_, &QTimer::timeout, this, &PanelPage::FitIndentation);
     tree_->setExpandsOnDoubleClick(false);
     tree_->setContextMenuPolicy(Qt::CustomContextMenu);
     tree_->setAccessibleName(filter_->placeholderText());
@@ -115,6 +119,8 @@ void PanelPage::AddTree() {
     over->addWidget(empty_, 0, Qt::AlignTop);
     layout()->addWidget(tree_);
     tree_->installEventFilter(this);
+    for (const auto told : {&QTreeView::expanded, &QTreeView::collapsed})
+        connect(tree_, told, &fit_, qOverload<>(&QTimer::start));
     connect(tree_, &QTreeView::customContextMenuRequested, this,
             [this](const QPoint& place) { ShowMenu(PanelModel::PositionOf(tree_->indexAt(place)), place, false); });
     connect(tree_, &QTreeView::activated, this,
@@ -136,6 +142,7 @@ PanelPage::TreeState PanelPage::StateOfTree() const {
 
 // While a filter is set, all that it leaves is open.
 void PanelPage::ShowState(const TreeState& state) {
+    fit_.start();
     if (isFiltered_)
         tree_->expandAll();
     const bool opens = !isFiltered_ && !state.open.empty();
@@ -173,6 +180,24 @@ void PanelPage::ShowEmpty() {
     empty_->setContentsMargins(kSpace * 4, kSpace * 6 + (empty_->isHidden() ? 0 : rows), kSpace * 4, 0);
 }
 
+int PanelPage::DeepestLevel() const {
+    const std::vector<PanelEntry>& entries = panel_.Entries();
+    std::vector<int> below(entries.size(), 0);  // the level of what is seen below an entry; 0 for nothing
+    int deepest = 1;
+    for (const int position : panel_.Shown()) {
+        const auto at = static_cast<size_t>(position);
+        const int level = entries[at].parent < 0 ? 1 : below[static_cast<size_t>(entries[at].parent)];
+        deepest = std::max(deepest, level);
+        if (level > 0 && entries[at].end > position + 1 && tree_->isExpanded(model_->IndexOf(position)))
+            below[at] = level + 1;
+    }
+    return deepest;
+}
+
+void PanelPage::FitIndentation() {
+    tree_->setIndentation(std::clamp(tree_->viewport()->width() / 2 / DeepestLevel(), 1, kIndentation));
+}
+
 void PanelPage::CountNotes(const LongList& listed) {
     panel_.CountNotes(listed);
     tree_->viewport()->update();
@@ -205,6 +230,8 @@ bool PanelPage::eventFilter(QObject* watched, QEvent* event) {
         ShowMenu(PanelModel::PositionOf(current), tree_->visualRect(current).bottomLeft(), true);
         return true;
     }
+    if (event->type() == QEvent::Resize)
+        fit_.start();
     return QWidget::eventFilter(watched, event);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <string>
@@ -54,6 +55,9 @@ private:
     TreeState StateOfTree() const;
     void ShowState(const TreeState& state);
     void ShowEmpty();
+    /// Deep trees are indented less, so that a name keeps half of the width.
+    void FitIndentation();
+    int DeepestLevel() const;
     void AddChoice();
     void AddTree();
     /// The menu of an entry, of the empty area (-1), or of both for the keyboard, at a place of the tree.
@@ -74,6 +78,7 @@ private:
     QAction* filterIcon_ = nullptr;
     QTreeView* tree_ = nullptr;
     QLabel* empty_ = nullptr;
+    QTimer fit_;
     QStringList otherNoteBooks_;
     std::function<bool(PanelNeed)> isThere_;
 };

@@ -8,6 +8,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QScreen>
+#include <QShortcut>
 #include <algorithm>
 
 #include "ui/qt_text.h"
@@ -98,6 +99,9 @@ std::optional<std::string> QtPrompts::AskText(const std::string& label, const st
         TakeLongText(*field);
         field->setText(ToQString(initial));
     }
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+        QObject::connect(new QShortcut(QKeySequence(Qt::CTRL | key), &dialog), &QShortcut::activated, &dialog,
+                         &QDialog::accept);
     return dialog.exec() == QDialog::Accepted ? std::optional(FromQString(dialog.textValue())) : std::nullopt;
 }
 

@@ -258,11 +258,11 @@ TEST_F(PanelActionsTest, UndoLeavesWhatNotesHaveGotSince) {
     Later();
     commands.Undo();
     EXPECT_EQ(prompts.seen.back(),
-              "Undo Key Word: 1 of the notes have got other key words since, and keep what they have.");
+              "Undo Key Word: 1 of the notes has got other key words since, and keeps what it has.");
     EXPECT_EQ(OnDisk(firstDay, 2).keyWords, "fog, Lamp");
     commands.Undo();
     EXPECT_EQ(prompts.seen.back(),
-              "Undo Border Color: 1 of the notes have got another border color since, and keep what they have.");
+              "Undo Border Color: 1 of the notes has got another border color since, and keeps what it has.");
     EXPECT_EQ(OnDisk(firstDay, 2).borderColor, 7u);
     EXPECT_EQ(OnDisk(firstDay, 2).dateEdited, edited);
     EXPECT_EQ(OnDisk(firstDay, 1).borderColor, kRed);
@@ -383,7 +383,7 @@ TEST_F(PanelActionsTest, TakingBackACategoryFollowsTheForest) {
         EXPECT_EQ(prompts.seen.size(), stays ? 1u : 0u) << words;
         EXPECT_EQ(commands.WhatToUndo(), Next::None) << words;
     }
-    EXPECT_TRUE(prompts.seen.back().starts_with("Undo Category: 1 of the notes have been filed elsewhere since, or "));
+    EXPECT_TRUE(prompts.seen.back().starts_with("Undo Category: 1 of the notes has been filed elsewhere since, or "));
 }
 
 }  // namespace

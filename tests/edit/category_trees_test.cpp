@@ -213,6 +213,25 @@ TEST_F(CategoryTreesTest, ACategoryOnUnassignedFreesItsNotes) {
     EXPECT_EQ(trees.DropOn(3, kUnassignedID), std::nullopt) << "no note is left there";
 }
 
+TEST_F(CategoryTreesTest, ACategoryThatGoesDuringAQuestionIsLeft) {
+    const std::function<CategoryTrees::Changed()> commands[] = {
+        [this] { return trees.DeleteCategory(6); }, [this] { return trees.RenameCategory(6); },
+        [this] { return trees.CreateSubcategory(6); }, [this] { return trees.DropOn(6, 1); },
+        [this] { return trees.DropOn(kUnassignedID, 6); }};
+    for (const auto& command : commands) {
+        prompts.seen.clear();
+        prompts.whileShown = [this] {
+            if (prompts.seen.size() == 1)
+                trees.DeleteCategory(5);
+        };
+        prompts.texts = {"Name"};
+        prompts.answers = {kYes, kYes};
+        EXPECT_EQ(command(), std::nullopt);
+        trees.Undo();
+        EXPECT_EQ(Shape(), before);
+    }
+}
+
 TEST_F(CategoryTreesTest, StepsGoBackAndForth) {
     prompts.texts = {"Sails", "Sea"};
     prompts.answers = {kYes};

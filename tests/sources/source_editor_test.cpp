@@ -194,15 +194,17 @@ TEST_F(SourceEditorTest, TypeIsFoundByItsGuidWhateverItsStoredNumber) {
     EXPECT_EQ(book.sources.FindSourceByID(1013)->SourceGUID, "{Source-1013}") << "only the number was stale";
 }
 
-TEST_F(SourceEditorTest, ValuesStayWithTheirTypeAndGoWithAnother) {
+TEST_F(SourceEditorTest, ValuesStayWithTheirTypeWhileItIsLeft) {
     book.sources.AddTail(Custom(1102));
     SourceEditor editor = SourceEditor::ForSource(store, *book.sources.FindSourceByID(1013));
     editor.ChangeType(IndexOf(editor, "Book"));
     editor.ChangeType(IndexOf(editor, "CST: Map"));
     EXPECT_EQ(editor.GridRow(0).value, "1:500");
     editor.ChangeType(IndexOf(editor, "CST: Letter"));
-    editor.ChangeType(IndexOf(editor, "CST: Map"));
     EXPECT_EQ(editor.GridRow(0).value, "");
+    editor.ChangeType(IndexOf(editor, "CST: Map"));
+    EXPECT_EQ(editor.GridRow(0).value, "1:500");
+    EXPECT_FALSE(editor.HasChanges());
 }
 
 TEST_F(SourceEditorTest, SourceOfATypeThatHasGoneKeepsItsOwn) {

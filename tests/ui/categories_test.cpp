@@ -65,7 +65,10 @@ private slots:
             QTest::keyClick(dialog.Tree(), Qt::Key_N, Qt::ControlModifier);
             QVERIFY(!dialog.Tree()->currentItem()->parent());
             prompts_.answers = {PromptAnswer::Yes};
+            prompts_.whileShown = [&] { PressKeys(dialog.Tree(), {"Delete", "Ctrl+Return", "Esc"}); };
             QTest::keyClick(dialog.Tree(), Qt::Key_Delete);
+            prompts_.whileShown = nullptr;
+            QVERIFY(dialog.isVisible() && prompts_.seen.size() == 4);  // one question at a time
             QVERIFY(!StaysOpen(dialog, "Ctrl+Return"));
         });
         QCOMPARE(Forest().FindByID(engineering)->name, std::string("Works"));
@@ -241,10 +244,12 @@ private slots:
             CEditCategoriesCtrl& tree = *dialog.Tree();
             prompts_.texts = {
                 "\xE7\x81\xAF\xE5\x8F\xB0 \xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8",
-                "A category whose name goes on and on until it is wider than any window has room for, and on"};
+                "A category whose name goes on and on until it is wider than any window has room for, and on, "
+                "past the edge and over all that lies behind it, to the end of the line"};
             tree.GoTo(IDOf("Engineering"));
             QTest::keyClick(&tree, Qt::Key_Insert);
             QTest::keyClick(&tree, Qt::Key_Insert);
+            QVERIFY(tree.horizontalScrollBar()->maximum() > 0);
             tree.GoTo(IDOf("Lenses"));
             QTest::keyClick(&tree, Qt::Key_X, Qt::ControlModifier);
             tree.GoTo(IDOf("Engineering"));

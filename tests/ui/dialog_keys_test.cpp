@@ -4,6 +4,7 @@
 #include "ui/calendar/date_fields.h"
 #include "ui/controls.h"
 #include "ui/dialog_frame.h"
+#include "ui/editor/editor_dialogs.h"
 #include "ui/qt_prompts.h"
 #include "ui/theme.h"
 #include "ui/typed_date_edit.h"
@@ -276,6 +277,10 @@ private slots:
             press(key);
             QVERIFY(prompts.Ask("Keep?", "Keep", true) == answer);
         }
+        QTimer::singleShot(50, qApp, [] { PressKeys(QApplication::activeModalWidget(), {"Ctrl+Return"}); });
+        QVERIFY(prompts.AskText("Name:", "New", "Lamps") == "Lamps");
+        QTimer::singleShot(50, qApp, [] { PressKeys(QApplication::activeModalWidget(), {"Ctrl+Enter"}); });
+        QVERIFY(AskTable(dialog_.get()));
     }
 };
 

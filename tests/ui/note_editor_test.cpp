@@ -285,11 +285,13 @@ private slots:
             QVERIFY(!row->LineButton()->accessibleDescription().isEmpty());
             QVERIFY(!row->LineButton()->accessibleDescription().contains('<'));
             row->LineButton()->setFocus();
+            const QSize closed = row->sizeHint();
             // No other control has the focus on the way.
             QSignalSpy focus(qApp, &QApplication::focusChanged);
             QTest::keyClick(row->LineButton(), Qt::Key_Space);
             QVERIFY(row->Line()->hasFocus() && !row->LineButton()->isVisible());
             QCOMPARE(focus.count(), 1);
+            QCOMPARE(row->sizeHint(), closed);  // else a click on a line below would miss it
         });
     }
 
@@ -716,6 +718,13 @@ private slots:
             QCOMPARE(editor.Attachments()->List()->topLevelItemCount(), 0);
             // A file of the name that the picture would get.
             editor.Attachments()->AddDropped({File("Picture 1.png", "own")});
+            // Measured without the pictures, with which it is saved before it is measured again.
+            text->undo();
+            text->undo();
+            text->findChild<QTimer*>("sizeTimer")->start(0);
+            QTRY_VERIFY(!text->IsSizeGuess() && text->RtfSize() < 5000);
+            text->redo();
+            text->redo();
             prompts_.answers = {PromptAnswer::Yes};
             editor.SaveNote();
             QVERIFY(!editor.isVisible());

@@ -218,6 +218,11 @@ private slots:
                         names.insert(field->accessibleName());
                 return names;
             };
+            for (const char* const key : {"Down", "O"}) {
+                PressKeys(type, {key});
+                QVERIFY(type->view()->isVisible());
+                type->hidePopup();
+            }
             QCOMPARE(type->currentText(), QStringLiteral("Book"));
             QCOMPARE(shown(), (std::set<QString>{"Chapter", "Editors", "City Published", "Vol./No.", "Edition/Series",
                                                  "Page #s"}));

@@ -6,6 +6,8 @@
 #include <QHeaderView>
 #include <QMimeData>
 #include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
 #include <unordered_set>
 
 #include "edit/category_trees.h"
@@ -39,6 +41,11 @@ CEditCategoriesCtrl::CEditCategoriesCtrl(const Theme& theme, QWidget* parent) : 
     setAutoExpandDelay(kOpenDelay);
     setAccessibleName(tr("Category trees"));
     header()->setStretchLastSection(true);
+    header()->setResizeContentsPrecision(0);
+    setHorizontalScrollMode(ScrollPerPixel);
+    for (const auto told : {&QTreeWidget::expanded, &QTreeWidget::collapsed})
+        connect(this, told, this, &CEditCategoriesCtrl::GrowToNames);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &CEditCategoriesCtrl::GrowToNames);
     connect(&theme_, &Theme::Changed, this, &CEditCategoriesCtrl::Restyle);
 }
 
@@ -71,6 +78,7 @@ void CEditCategoriesCtrl::Show(const std::vector<PanelEntry>& entries) {
         if (opensAll || open.contains(id))
             item->setExpanded(true);
     Restyle();
+    GrowToNames();
     if (QTreeWidgetItem* const item = ItemOf(current))
         setCurrentItem(item);
 }
@@ -92,6 +100,26 @@ void CEditCategoriesCtrl::GoTo(int32_t id) {
         above->setExpanded(true);
     setCurrentItem(item);
     scrollToItem(item);
+}
+
+/// Rows reach as far as the window does, and farther where a name in sight ends behind that.
+void CEditCategoriesCtrl::GrowToNames() {
+    const int needed = sizeHintForColumn(0);
+    if (needed > header()->minimumSectionSize())
+        header()->setMinimumSectionSize(needed);
+}
+
+void CEditCategoriesCtrl::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    QScrollBar& across = *horizontalScrollBar();
+    const int before = across.value();
+    QuietView::scrollTo(index, hint);
+    GrowToNames();
+    updateGeometries();
+    // The base class shows where rows begin, not names.
+    across.setValue(before);
+    const int begin = visualRect(index).left() - indentation();
+    const int end = visualRect(index).left() + sizeHintForIndex(index).width();
+    across.setValue(before + std::min(begin, 0) + std::max(0, std::min(begin, end - viewport()->width())));
 }
 
 void CEditCategoriesCtrl::MarkAsCut(int32_t id) {

@@ -28,6 +28,7 @@ public:
     /// The category that waits to be pasted, drawn dimmed; -1 for none.
     void MarkAsCut(int32_t id);
     QTreeWidgetItem* ItemOf(int32_t id) const;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 signals:
     /// `target` is -1 for the empty area.
@@ -47,6 +48,7 @@ protected:
 private:
     void SetDropTarget(QTreeWidgetItem* item);
     void Restyle();
+    void GrowToNames();
 
     const Theme& theme_;
     std::unordered_map<int32_t, QTreeWidgetItem*> items_;

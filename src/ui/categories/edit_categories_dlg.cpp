@@ -147,13 +147,22 @@ void CEditCategoriesDlg::MakeButtons() {
     connect(AddButton(tr("C&ancel")), &QPushButton::clicked, this, &CEditCategoriesDlg::reject);
 }
 
+void CEditCategoriesDlg::Alone(const std::function<void()>& work) {
+    if (std::exchange(isBusy_, true))
+        return;
+    work();
+    isBusy_ = false;
+}
+
 void CEditCategoriesDlg::Run(const std::function<CategoryTrees::Changed()>& command) {
-    if (const CategoryTrees::Changed changed = command()) {
-        Refresh();
-        tree_->GoTo(*changed);
-    }
-    UpdateCommands();
-    tree_->setFocus();
+    Alone([&] {
+        if (const CategoryTrees::Changed changed = command()) {
+            Refresh();
+            tree_->GoTo(*changed);
+        }
+        UpdateCommands();
+        tree_->setFocus();
+    });
 }
 
 void CEditCategoriesDlg::Refresh() {
@@ -213,13 +222,17 @@ void CEditCategoriesDlg::Step(bool back) {
 }
 
 void CEditCategoriesDlg::Save() {
-    if (editing_.Save())
-        accept();
+    Alone([this] {
+        if (editing_.Save())
+            accept();
+    });
 }
 
 void CEditCategoriesDlg::reject() {
-    if (editing_.MayDrop())
-        DialogFrame::reject();
+    Alone([this] {
+        if (editing_.MayDrop())
+            DialogFrame::reject();
+    });
 }
 
 }  // namespace lore

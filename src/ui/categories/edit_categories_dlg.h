@@ -38,6 +38,8 @@ private:
                         const std::function<CategoryTrees::Changed()>& run);
     QPushButton* ButtonFor(QAction* action, const QString& text, QWidget* parent);
     void MakeButtons();
+    /// Does nothing while another command stands at its question.
+    void Alone(const std::function<void()>& work);
     void Run(const std::function<CategoryTrees::Changed()>& command);
     void Refresh();
     void UpdateCommands();
@@ -60,6 +62,7 @@ private:
     QAction *rename_ = nullptr, *create_ = nullptr, *createRoot_ = nullptr, *delete_ = nullptr, *cutAction_ = nullptr,
             *paste_ = nullptr, *pasteAsRoot_ = nullptr, *undo_ = nullptr, *redo_ = nullptr;
     int32_t cut_ = -1;
+    bool isBusy_ = false;
 };
 
 }  // namespace lore

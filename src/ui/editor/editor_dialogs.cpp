@@ -8,6 +8,7 @@
 #include <QSpinBox>
 
 #include "base/text.h"
+#include "ui/main_button_keys.h"
 #include "ui/text_field.h"
 #include "ui/theme_look.h"
 
@@ -41,6 +42,7 @@ public:
         auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
         connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
         connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+        PressByCtrlEnter(buttons->button(QDialogButtonBox::Ok));
         form_->addRow(buttons);
         return buttons;
     }

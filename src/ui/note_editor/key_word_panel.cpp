@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "ui/main_button_keys.h"
 #include "ui/qt_text.h"
 #include "ui/quiet_view.h"
 #include "ui/text_field.h"
@@ -36,7 +37,9 @@ SelectTagsDlg::SelectTagsDlg(KeyWordPicker& picker, const Theme& theme, QWidget*
     }
     list_->setCurrentItem(list_->topLevelItem(0));
     auto* const buttons = new QDialogButtonBox(this);
-    buttons->addButton(tr("&Select"), QDialogButtonBox::AcceptRole)->setDefault(true);
+    QPushButton* const select = buttons->addButton(tr("&Select"), QDialogButtonBox::AcceptRole);
+    select->setDefault(true);
+    PressByCtrlEnter(select);
     buttons->addButton(tr("&Cancel"), QDialogButtonBox::RejectRole);
     layout->addWidget(filter);
     layout->addWidget(list_, 1);

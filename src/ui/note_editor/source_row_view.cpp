@@ -1,5 +1,6 @@
 #include "ui/note_editor/source_row_view.h"
 
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
@@ -18,7 +19,7 @@ namespace {
 class RemarkButton : public QPushButton {
 public:
     explicit RemarkButton(QWidget* parent) : QPushButton(parent) {
-        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     }
 
     void SetRemark(const QString& text) {
@@ -62,11 +63,17 @@ SourceRowView::SourceRowView(SourceRows& rows, size_t row, const Theme& theme, Q
     const QString about = tr("Note specific information on %1").arg(Citation());
     edit_->setAccessibleName(about);
     line_->setAccessibleDescription(about);  // else a screen reader would speak the tool tip with its markup
+    QSizePolicy policy = edit_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    edit_->setSizePolicy(policy);
     edit_->hide();
     edit_->installEventFilter(this);
     layout->addWidget(citation_);
-    layout->addWidget(line_);
-    layout->addWidget(edit_);
+    // One over the other, so that a click that closes a line moves none that it is meant for.
+    auto* const place = new QGridLayout;
+    place->addWidget(line_, 0, 0);
+    place->addWidget(edit_, 0, 0);
+    layout->addLayout(place);
     setAccessibleName(tr("Source: %1").arg(Citation()));
     connect(line_, &QPushButton::clicked, this, &SourceRowView::OpenLine);
     connect(edit_, &QLineEdit::textEdited, this, [this](const QString& text) {

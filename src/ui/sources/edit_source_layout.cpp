@@ -8,6 +8,7 @@
 #include <QSplitter>
 
 #include "ui/note_editor/panel_section.h"
+#include "ui/opening_combo.h"
 #include "ui/qt_text.h"
 #include "ui/sources/clamped_spin_box.h"
 #include "ui/sources/edit_source_dlg.h"
@@ -25,8 +26,9 @@ namespace {
 
 constexpr int kColumnChars = 58;
 
+template <typename Box = OpeningCombo>
 QComboBox* MakeCombo(const char* name, QWidget* parent) {
-    auto* const box = new QComboBox(parent);
+    auto* const box = new Box(parent);
     box->setObjectName(name);
     box->setMaxVisibleItems(20);
     return box;
@@ -114,7 +116,7 @@ QWidget* CEditSourceDlg::MakeMain() {
     title_->setObjectName("title");
     title_->setText(ToQString(editor_.Field(0)));
     title_->setCursorPosition(0);
-    publication_ = MakeCombo("publication", section);
+    publication_ = MakeCombo<QComboBox>("publication", section);
     publication_->setEditable(true);
     TakeLongText(*publication_->lineEdit());
     publication_->setInsertPolicy(QComboBox::NoInsert);
