@@ -155,7 +155,8 @@ void CLorebinderApp::TellDamaged(const std::vector<std::string>& files) {
         names += ", " + files[i];
     if (files.size() > kNamedFiles)
         names += " and " + std::to_string(files.size() - kNamedFiles) + " more";
-    ports_.faults.Tell({names + (one ? " is damaged and was not read whole" : " are damaged and were not read whole"),
+    ports_.faults.Tell({names + (one ? " is damaged or missing, and was not read whole"
+                                     : " are damaged or missing, and were not read whole"),
                         book_.paths.Folder().string(),
                         std::string("what could be read is shown; ") + (one ? "the" : "each") +
                             " file is kept beside before it is changed; restore a backup, or see what "

@@ -27,7 +27,7 @@ FileResult ReadDatFiles(const std::filesystem::path& folder, std::vector<std::st
     names.clear();
     const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
     if (!entries)
-        return LastError();
+        return LookedBehindLinks(folder, LastError());
     errno = 0;
     while (const dirent* const entry = ::readdir(entries.get())) {
         const std::string_view name = entry->d_name;

@@ -14,6 +14,8 @@ namespace lore {
 namespace {
 
 constexpr char kTemporaryEnding[] = ".tmp";
+/// Names from this length on, in bytes, may have no room for more.
+constexpr size_t kLongestKept = 200;
 /// As many as the system follows.
 constexpr int kMostLinks = 40;
 constexpr mode_t kPermissions = 0777;
@@ -37,6 +39,18 @@ void TakeOwnerAndPermissions(int number, const struct stat& old) {
     }
     // The other way round, a new owner would take permissions away.
     [[maybe_unused]] const int ignored = ::fchmod(number, permissions);
+}
+
+/// The link on a path that leads to nothing; empty if there is none.
+std::filesystem::path DeadLink(const std::filesystem::path& path) {
+    for (std::filesystem::path place = path; !place.empty(); place = place.parent_path()) {
+        struct stat info = {};
+        if (::lstat(place.c_str(), &info) == 0)
+            return S_ISLNK(info.st_mode) && ::stat(place.c_str(), &info) != 0 ? place : std::filesystem::path();
+        if (!place.has_relative_path())
+            break;
+    }
+    return {};
 }
 
 }  // namespace
@@ -70,11 +84,19 @@ FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<Fi
     file = std::make_unique<FileNumber>(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat info = {};
     if (!file->IsOpen() || ::fstat(file->Get(), &info) != 0)
-        return LastError();
+        return LookedBehindLinks(path, LastError());
     size = static_cast<size_t>(info.st_size);
     if (S_ISDIR(info.st_mode))
         return {EISDIR};
     return S_ISREG(info.st_mode) ? FileResult{} : FileResult{FileResult::kNoRegularFile};
+}
+
+FileResult LookedBehindLinks(const std::filesystem::path& path, FileResult result) {
+    return result.Missing() && !DeadLink(path).empty() ? FileResult{FileResult::kDeadLink} : result;
+}
+
+std::filesystem::path PlaceOfFault(const std::filesystem::path& path, const FileResult& result) {
+    return result.error == FileResult::kDeadLink ? DeadLink(path) : path;
 }
 
 std::filesystem::path BehindLinks(const std::filesystem::path& path) {
@@ -108,8 +130,9 @@ FileResult CreateReplacement(const std::filesystem::path& target, const std::fil
 
 std::filesystem::path TemporaryName(const std::filesystem::path& path) {
     static std::atomic<unsigned> counter{0};
-    return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(::getpid()) + "-" +
-                                 std::to_string(counter++) + kTemporaryEnding);
+    const std::string name = path.filename().string();
+    return path.parent_path() / ("." + (name.size() < kLongestKept ? name : "long") + "." + std::to_string(::getpid()) +
+                                 "-" + std::to_string(counter++) + kTemporaryEnding);
 }
 
 bool IsTemporaryName(std::string_view name) {
@@ -122,10 +145,19 @@ bool IsTemporaryName(std::string_view name) {
     return DropDigits(name) && name.size() > 2 && name.ends_with('.');
 }
 
+FileResult DropFile(const std::filesystem::path& path) {
+    return ::unlink(path.c_str()) == 0 || errno == ENOENT ? FileResult{} : LastError();
+}
+
 FileResult FlushFolder(const std::filesystem::path& folder) {
     const std::filesystem::path name = folder.empty() ? "." : folder;
     const FileNumber number(::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return number.IsOpen() && ::fsync(number.Get()) == 0 ? FileResult{} : LastError();
+    if (!number.IsOpen() || ::fsync(number.Get()) == 0)
+        return number.IsOpen() ? FileResult{} : LastError();
+    // Many a file system of a network or a shared folder can't flush folders: it answers so, and there is no more to
+    // do.
+    const bool isUnknown = errno == EINVAL || errno == ENOTSUP || errno == EBADF;
+    return isUnknown ? FileResult{} : LastError();
 }
 
 }  // namespace lore

@@ -33,6 +33,11 @@ bool WriteAll(int number, std::string_view bytes);
 /// Opens a file to read it, without waiting for anybody. A folder is refused, and so is what isn't a regular file: a
 /// pipe would hold the reader up, and some devices have no end.
 FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<FileNumber>& file, size_t& size);
+/// The result of opening what should stand at a path: behind a link that leads to nothing, it isn't known to be
+/// missing.
+FileResult LookedBehindLinks(const std::filesystem::path& path, FileResult result);
+/// What a message of that result has to name: the path, or the link on it that leads to nothing.
+std::filesystem::path PlaceOfFault(const std::filesystem::path& path, const FileResult& result);
 /// The place that a write to a path makes or replaces: behind all links, also behind one that leads to nothing yet.
 std::filesystem::path BehindLinks(const std::filesystem::path& path);
 /// Makes the empty file that a rename is to give the place of `target`. As far as the system lets it, it has the owner
@@ -45,6 +50,8 @@ std::filesystem::path TemporaryName(const std::filesystem::path& path);
 bool IsTemporaryName(std::string_view name);
 /// WriteFileAtomically without the flush of the folder, for whoever writes many files and calls FlushFolder once.
 FileResult ReplaceFile(const std::filesystem::path& path, std::string_view bytes);
+/// RemoveFile in the same way.
+FileResult DropFile(const std::filesystem::path& path);
 /// What was renamed, made or removed in the folder stands on the disk.
 FileResult FlushFolder(const std::filesystem::path& folder);
 

@@ -9,6 +9,8 @@ struct FileResult {
     int error = 0;
     /// For a pipe, a socket or a device at the place of a file, for which the system has no number.
     static constexpr int kNoRegularFile = -1;
+    /// For a link on the way to a file that leads to nothing: what it should lead to may only be away.
+    static constexpr int kDeadLink = -2;
     bool Ok() const { return error == 0; }
     /// True if the file just isn't there, which counts as having no records.
     bool Missing() const;

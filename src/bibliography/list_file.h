@@ -14,10 +14,13 @@ public:
     /// False if the file of the last load is there and could not be read, broke off or holds more than its records
     /// show: what it holds isn't all in the list.
     bool ReadWhole() const { return state_.isWhole; }
+    /// There was no file at the last load: the list is new, or its file has gone.
+    bool IsMissing() const { return isMissing_; }
     const RecordFileState& State() const { return state_; }
     /// What the file held is kept beside; from here on the list is whole.
     void MarkWhole() { state_.isWhole = true; }
-    /// A record was passed over, or what the records refer to is missing: a write would lose it.
+    /// A record was passed over, or what the records refer to is missing, or the file of a list that isn't new: a write
+    /// would lose it.
     void MarkIncomplete() { state_.isWhole = false; }
     /// The version of the file that was read last; 0 if it couldn't be opened.
     double Version() const { return version_; }
@@ -29,7 +32,8 @@ protected:
         version_ = 0;
         std::unique_ptr<RecordReader> stream;
         const FileResult result = OpenRecordFile(path, stream);
-        state_ = {.isWhole = result.Missing()};
+        isMissing_ = result.Missing();
+        state_ = {.isWhole = isMissing_};
         if (!result.Ok())
             return result;
         ReadFixedDouble(stream.get(), version_);
@@ -40,6 +44,7 @@ protected:
 
 private:
     double version_ = 0;
+    bool isMissing_ = false;
     RecordFileState state_;
 };
 

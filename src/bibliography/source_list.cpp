@@ -135,6 +135,10 @@ void SourceList::RemoveNoteID(int32_t sourceID, int32_t noteID) {
         source->NoteIDs.RemoveValue(noteID);
 }
 
+bool SourceList::NameAuthors() const {
+    return std::any_of(begin(), end(), [](const CSource& source) { return !source.AuthorIDs.IsEmpty(); });
+}
+
 void SourceList::FormatAll(const AuthorList& authors) {
     for (CSource& source : sources_)
         FormatSource(source, authors);

@@ -52,6 +52,8 @@ public:
     void AddNoteID(int32_t sourceID, int32_t noteID);
     void RemoveNoteID(int32_t sourceID, int32_t noteID);
 
+    /// True if one of the sources names an author.
+    bool NameAuthors() const;
     void FormatAll(const AuthorList& authors);
     /// Formats all sources and sorts them by their citations, ignoring case. Equal citations change their order; texts
     /// behind thirty letters z follow the others in list order.

@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "base/record_file.h"
 #include "base/text.h"
 #include "cli/command.h"
 #include "edit/category_assignment.h"
@@ -22,16 +23,24 @@ namespace {
 /// Of a category that is known by its name alone.
 constexpr int32_t kNoID = std::numeric_limits<int32_t>::max();
 
-/// "L1/L2/L3" as a chain of categories; blanks around a name don't count. Empty for an empty text.
-CProCategoryTree ChainOf(std::string_view path) {
-    CProCategoryTree chain;
-    CProCategoryTree* last = nullptr;
+/// The names in "L1/L2/L3"; blanks around a name don't count.
+std::vector<std::string> LevelsOf(std::string_view path) {
+    std::vector<std::string> names;
     while (!path.empty()) {
         const std::string_view piece = path.substr(0, path.find('/'));
         path.remove_prefix(std::min(piece.size() + 1, path.size()));
-        const std::string name = CleanText(FromUtf8(std::string(Trim(piece))));
-        if (name.empty())
-            continue;
+        std::string name = CleanText(FromUtf8(std::string(Trim(piece))));
+        if (!name.empty())
+            names.push_back(std::move(name));
+    }
+    return names;
+}
+
+/// Levels as a chain of categories. Empty for none.
+CProCategoryTree ChainOf(const std::vector<std::string>& levels) {
+    CProCategoryTree chain;
+    CProCategoryTree* last = nullptr;
+    for (const std::string& name : levels) {
         if (last)
             last = &last->AddChild(CProCategoryTree(kNoID, name));
         else
@@ -79,6 +88,11 @@ bool NoteChanges::Check(const OpenNoteBook& book, ExitStatus& status) const {
         if (!sets.insert(set).second) {
             PrintError("--category is given twice for set " + std::to_string(set) +
                        "; a note has one category of each set");
+            return false;
+        }
+        if (const size_t levels = LevelsOf(path).size(); levels > kMaxNesting) {
+            PrintError("a category has at most " + std::to_string(kMaxNesting) + " levels, not " +
+                       std::to_string(levels));
             return false;
         }
     }
@@ -132,7 +146,7 @@ bool NoteChanges::Apply(Session& session, const OpenNoteBook& book, EditNoteSess
 void NoteChanges::ApplyCategories(Session& session, const OpenNoteBook& book, EditNoteSession& edited) const {
     CNote wanted = edited.note;
     for (const auto& [set, path] : categories) {
-        const CProCategoryTree chain = ChainOf(path);
+        const CProCategoryTree chain = ChainOf(LevelsOf(path));
         const bool isReserved = EqualNoCase(chain.name, kUnassignedName);
         wanted.categories[static_cast<size_t>(set) - 1] = isReserved ? CProCategoryTree() : chain;
     }

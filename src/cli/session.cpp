@@ -41,6 +41,23 @@ const std::string& ArgumentFor(const std::vector<CDatabase>& all, const CDatabas
     return hasOwnFolder ? noteBook.folder : noteBook.guid;
 }
 
+bool HasDataFolderAbove(const std::filesystem::path& root) {
+    std::error_code unknown;
+    for (std::filesystem::path place = root; place.has_relative_path(); place = place.parent_path())
+        if (place.filename() == kDataFiles && std::filesystem::is_directory(place / "Databases", unknown))
+            return true;
+    return false;
+}
+
+/// Whether a new folder of data would come to stand within another one, by the path as it is given or behind its links.
+bool IsWithinData(const DataPaths& data) {
+    std::error_code unknown;
+    const std::filesystem::path given = std::filesystem::absolute(data.root / ".", unknown).lexically_normal();
+    const std::filesystem::path real = std::filesystem::weakly_canonical(data.root, unknown);
+    return !std::filesystem::exists(data.DataFiles(), unknown) &&
+           (HasDataFolderAbove(given.parent_path()) || HasDataFolderAbove(real));
+}
+
 }  // namespace
 
 void PrintError(const std::string& message) {
@@ -143,7 +160,11 @@ IdCounters Session::Counters() const {
 void Session::StoreCounters(const IdCounters& counters) {
     PutCounters(counters, settings_, store_);
     settings_.Save(store_, Option::LocalGUID);
-    FlushTold(store_, faults_);
+    // A command may store more than once; that it fails is told once.
+    if (isStoreTold_)
+        store_.Flush();
+    else
+        isStoreTold_ = !FlushTold(store_, faults_);
 }
 
 bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status, const LoadOptions& options) {
@@ -199,10 +220,7 @@ bool Session::TakeLock(ExitStatus& status) {
         status = ExitStatus::Fault;
         return false;
     }
-    // A folder of data would come to stand within another one.
-    std::error_code unknown;
-    if (data_.root.filename() == kDataFiles && std::filesystem::is_directory(data_.root / "Databases", unknown) &&
-        !std::filesystem::exists(data_.DataFiles(), unknown)) {
+    if (IsWithinData(data_)) {
         PrintError("--data takes the folder that holds \"" + std::string(kDataFiles) + "\", not that folder itself");
         status = ExitStatus::WrongUsage;
         return false;
@@ -215,7 +233,10 @@ bool Session::TakeLock(ExitStatus& status) {
         return upgraded;
     }
     if (error != 0) {
-        faults_.Tell({"The data folder could not be locked", data_.root.string(), FileResult{error}.Reason()});
+        std::error_code unknown;
+        const bool isThere = std::filesystem::is_directory(data_.root, unknown);
+        faults_.Tell({"The data folder could not be locked", (isThere ? data_.root / kLockName : data_.root).string(),
+                      FileResult{error}.Reason()});
         status = ExitStatus::Fault;
     } else {
         PrintError("another process holds the data folder " + data_.root.string() +

@@ -83,6 +83,7 @@ private:
     DataPaths data_;
     bool usesData_ = false;
     IniStore store_;
+    bool isStoreTold_ = false;  // that it could not be written
     Settings settings_;
     SystemClock clock_;
     SystemGuids guids_;

@@ -9,6 +9,8 @@
 #include "notes/attachment_kind.h"
 #include "notes/attachment_path.h"
 #include "notes/file_faults.h"
+#include "notes/note_file_walk.h"
+#include "ports/background.h"
 
 namespace lore {
 
@@ -29,20 +31,29 @@ FileResult CopyIn(const EditedAttachment& attachment, const std::filesystem::pat
     return CopyFileAtomically(attachment.record.sourceFile, target);
 }
 
+/// A name with a number beyond seven digits comes from elsewhere, and would leave no room for the next one: 0.
 int LeadingNumber(const std::string& name) {
     const auto end = std::find_if(name.begin(), name.end(), [](char c) { return c < '0' || c > '9'; });
-    return end == name.begin() ? 0 : ParseInt(std::string(name.begin(), end));
+    const int number = end == name.begin() ? 0 : ParseInt(std::string(name.begin(), end));
+    return number > kHighestNumber ? 0 : number;
 }
 
 int HighestNumberIn(const std::filesystem::path& folder) {
     int highest = 0;
     std::error_code error;
-    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error)) {
-        // A name with a number beyond seven digits comes from elsewhere, and would leave no room for the next one.
-        const int number = LeadingNumber(it->path().filename().string());
-        if (number <= kHighestNumber)
-            highest = std::max(highest, number);
-    }
+    for (std::filesystem::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
+        highest = std::max(highest, LeadingNumber(it->path().filename().string()));
+    return highest;
+}
+
+int HighestNumberIn(const NoteBookPaths& paths) {
+    return std::max(HighestNumberIn(paths.Attachments()), HighestNumberIn(paths.Folder() / kKeptFilesName));
+}
+
+int HighestNumberIn(const CNote& note) {
+    int highest = 0;
+    for (const CAttachment& attachment : note.attachments)
+        highest = std::max(highest, LeadingNumber(StoredName(attachment)));
     return highest;
 }
 
@@ -81,16 +92,37 @@ std::string NextAttachmentName(const std::filesystem::path& folder, int& number,
     return name;
 }
 
-int HighestAttachmentNumber(const std::filesystem::path& folder) {
-    return std::max(HighestNumberIn(folder), HighestNumberIn(folder.parent_path() / kKeptFilesName));
+int HighestAttachmentNumber(const NoteBookPaths& paths, const std::vector<CNote>& notes) {
+    int highest = HighestNumberIn(paths);
+    for (const CNote& note : notes)
+        highest = std::max(highest, HighestNumberIn(note));
+    return highest;
 }
 
-size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const std::filesystem::path& folder,
-                            FaultNotice& faults) {
+int HighestAttachmentNumber(const NoteBookPaths& paths, const ReadContext& context) {
+    int highest = HighestNumberIn(paths);
+    NoGuids noGuids;
+    const ReadContext ofNotes{context.now, context.nowUtc, &noGuids};
+    KeptForLater unread;  // each load tells of it
+    const std::vector<std::filesystem::path> files = NoteFilesOf(paths.Notes(), unread);
+    std::vector<int> numbers(files.size());
+    WalkNoteFiles(
+        files, ofNotes, kReadThreads,
+        [&](size_t file, NoteFileReader& reader) {
+            while (reader.Next())
+                numbers[file] = std::max(numbers[file], HighestNumberIn(reader.Head()));
+        },
+        [&](size_t file, const FileResult&) { highest = std::max(highest, numbers[file]); }, {}, HeadParts::Place);
+    return highest;
+}
+
+size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const NoteBookPaths& paths,
+                            const ReadContext& context, FaultNotice& faults) {
     if (std::none_of(attachments.begin(), attachments.end(), IsNew))
         return 0;
     size_t failed = 0;
-    int number = HighestAttachmentNumber(folder);
+    const std::filesystem::path folder = paths.Attachments();
+    int number = HighestAttachmentNumber(paths, context);
     for (EditedAttachment& attachment : attachments) {
         if (!IsNew(attachment))
             continue;

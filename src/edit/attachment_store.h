@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "notes/note.h"
+#include "notes/notebook_paths.h"
 #include "ports/fault_notice.h"
+#include "ports/read_context.h"
 
 namespace lore {
 
@@ -28,15 +30,19 @@ std::string StoredAttachmentName(int number, std::string_view extension);
 std::string NextAttachmentName(const std::filesystem::path& folder, int& number, std::string_view extension);
 /// The folder beside a NoteBook's attachments where files of deleted notes wait. On disk; never change.
 inline constexpr char kKeptFilesName[] = "Deleted";
-/// The largest number that the names in an attachment folder begin with, and those of files that may come back to it; 0
-/// for an empty one.
-int HighestAttachmentNumber(const std::filesystem::path& folder);
+/// The largest number that begins the name of a file in the attachment folder, of one that may come back to it, or of
+/// one that a note names: where that file is missing, the note would take another one for it. 0 for none. `notes` are
+/// all of the NoteBook.
+int HighestAttachmentNumber(const NoteBookPaths& paths, const std::vector<CNote>& notes);
+/// The same, with the notes as they stand in their files; what can't be read is passed over.
+int HighestAttachmentNumber(const NoteBookPaths& paths, const ReadContext& context);
 
 /// Copies the files of new attachments into the attachment folder of a NoteBook under the next free numbers, in list
 /// order, and empties their source paths. Web links keep their address. A file that can't be copied is told, and its
-/// attachment stays as it was, so that the next save tries again. Gives how many failed.
-size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const std::filesystem::path& folder,
-                            FaultNotice& faults);
+/// attachment stays as it was, so that the next save tries again. Gives how many failed. The notes are read if there
+/// is something to copy.
+size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const NoteBookPaths& paths,
+                            const ReadContext& context, FaultNotice& faults);
 
 /// Deletes the files of attachments; one that isn't there is no failure.
 void DeleteAttachmentFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& folder,

@@ -123,7 +123,7 @@ SaveOutcome EditNoteSession::SaveNote(NoteTextControl& text) {
         return GoBack();
     FileNote(world_->book, note);
     standBy.Show("Copying in new attachments....");
-    CopyInNewAttachments(attachments.Items(), world_->book.paths.Attachments(), world_->faults);
+    CopyInNewAttachments(attachments.Items(), world_->book.paths, world_->Context(), world_->faults);
     note.attachments = AttachmentRecords(attachments.Items());
     standBy.Show("Saving Final Information....");
     LogChange();

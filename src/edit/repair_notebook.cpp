@@ -159,7 +159,8 @@ void Repairer::RestoreCategories(const LoadReport& report) {
         }
     }
     const bool wasWhole = book_.categories.ReadWhole();
-    if (lost.IsEmpty() && wasWhole)
+    const std::string categories = book_.paths.Categories().string();
+    if ((lost.IsEmpty() && wasWhole) || !KeepOnce(categories))
         return;
     std::vector<CNote> notes = FindNotes(book_.index, lost, context_, faults_);
     std::vector<NoteRepair> mended;
@@ -176,9 +177,6 @@ void Repairer::RestoreCategories(const LoadReport& report) {
                                                     std::to_string(set + 1) + " again"}});
         }
     }
-    const std::string categories = book_.paths.Categories().string();
-    if (!KeepOnce(categories))
-        return;
     if (!wasWhole) {
         DropMadeUp(book_.categories.EditRoots());
         book_.categories.LinkAll();

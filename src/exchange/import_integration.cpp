@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <limits>
+#include <optional>
 #include <unistd.h>
 #include <unordered_set>
 #include <utility>
@@ -38,8 +39,9 @@ public:
     AttachmentImport(ImportArchive& archive, const ImportWorld& world)
         : archive_(archive),
           faults_(world.faults),
-          folder_(world.book.paths.Attachments()),
-          number_(HighestAttachmentNumber(folder_)),
+          paths_(world.book.paths),
+          context_(world.context),
+          folder_(paths_.Attachments()),
           room_(archive.SizeOfFiles() * kMostCopies) {}
 
     /// A file that the archive lacks, or that is damaged in it, is told; its attachment keeps the file that the
@@ -67,6 +69,12 @@ public:
     }
 
 private:
+    std::string NextName(std::string_view extension) {
+        if (!number_)
+            number_ = HighestAttachmentNumber(paths_, context_);
+        return NextAttachmentName(folder_, *number_, extension);
+    }
+
     static bool Holds(const CNote* existing, const CAttachment& attachment) {
         return existing &&
                std::any_of(existing->attachments.begin(), existing->attachments.end(), [&](const CAttachment& other) {
@@ -76,7 +84,7 @@ private:
 
     /// One that can't be copied keeps its path: the next save of its note tries again.
     void CopyAdded(CAttachment& attachment) {
-        const std::string name = NextAttachmentName(folder_, number_, FileExtension(attachment.sourceFile));
+        const std::string name = NextName(FileExtension(attachment.sourceFile));
         const FileResult result = CopyFileAtomically(attachment.sourceFile, folder_ / name);
         TellFailedWrite(faults_, "A file could not be attached; saving its note tries once more", attachment.sourceFile,
                         result);
@@ -93,7 +101,7 @@ private:
                           ToUtf8(oldName), "its note comes without it"});
             return false;
         }
-        const std::string name = NextAttachmentName(folder_, number_, FileExtension(oldName));
+        const std::string name = NextName(FileExtension(oldName));
         const std::filesystem::path target = folder_ / name, temporary = TemporaryName(target);
         ArchiveResult result = item->size > room_
                                    ? ArchiveResult::Failure("the notes name the files of the archive too often")
@@ -116,9 +124,11 @@ private:
 
     ImportArchive& archive_;
     FaultNotice& faults_;
+    const NoteBookPaths& paths_;
+    const ReadContext& context_;
     std::filesystem::path folder_;
-    int number_;
-    uint64_t room_;  // how many bytes may still be unpacked
+    std::optional<int> number_;  // the last that was given out
+    uint64_t room_;              // how many bytes may still be unpacked
     bool copied_ = false;
 };
 

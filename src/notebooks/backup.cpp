@@ -60,9 +60,10 @@ private:
     size_t next_ = 0;
 };
 
-/// `isShort` is set if the NoteBook could not be read whole.
+/// `isShort` is set if the NoteBook could not be read whole, or attachment files are missing that the backup of last
+/// time has, `earlier` or what stands at the target.
 int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std::filesystem::path& target,
-                  const BackupWorld& world, bool& isShort) {
+                  const std::filesystem::path& earlier, const BackupWorld& world, bool& isShort) {
     HeardFaults faults(world.faults, isShort);
     world.progress.ShowStandBy(wait);
     OpenNoteBook book;
@@ -77,7 +78,7 @@ int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std:
         return 0;
     if (!book.sources.ReadWhole())
         faults.Tell({"The sources or their authors could not be read whole, and the backup lacks some",
-                     book.paths.Sources().string(), "the file is short or damaged"});
+                     book.paths.Sources().string(), "the file is short, damaged or missing"});
     const ExportWorld exportWorld{book, world.data, world.context, world.prompts, world.progress, world.faults};
     RepeatedGuids guids(*world.context.guids);
     const ReadContext context{world.context.now, world.context.nowUtc, &guids};
@@ -86,7 +87,7 @@ int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std:
         guids.Rewind();
         each(take);
     };
-    return WriteBackup(notes, target, exportWorld, isShort);
+    return WriteBackup(notes, target, earlier, exportWorld, isShort);
 }
 
 /// One run over all NoteBooks.
@@ -128,8 +129,8 @@ private:
             return 0;
         const std::string name = FileOf(noteBook);
         bool isShort = false;
-        const int notes =
-            LoadAndBackUp(noteBook, "Loading *" + noteBook.name + "* NoteBook for backup.....", name, world_, isShort);
+        const int notes = LoadAndBackUp(noteBook, "Loading *" + noteBook.name + "* NoteBook for backup.....", name,
+                                        PathOfText(noteBook.extra), world_, isShort);
         const std::string text = TextOfPath(name);
         if (notes > 0 && noteBook.extra != text) {
             // What this backup lacks may stand in the one of last time.
@@ -180,7 +181,7 @@ private:
 
 int BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupWorld& world) {
     bool isShort = false;
-    return LoadAndBackUp(noteBook, "Loading notes...(may take a few moments)", target, world, isShort);
+    return LoadAndBackUp(noteBook, "Loading notes...(may take a few moments)", target, {}, world, isShort);
 }
 
 BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world) {

@@ -45,8 +45,8 @@ struct BackedUp {
 
 /// Backs up all NoteBooks, the main one last, each into a file of its own: where the file's name, whatever the case of
 /// its letters, is that of an earlier one, the NoteBook's folder stands in it too. The file of last time goes only once
-/// the new one stands, was compared, and is remembered, if the NoteBook was read whole, and if no other NoteBook has it
-/// as its backup.
+/// the new one stands, was compared, and is remembered, if the NoteBook was read whole, if it has no named attachment
+/// that the new one lacks, and if no other NoteBook has it as its backup.
 BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world);
 
 // The commands of the menu.

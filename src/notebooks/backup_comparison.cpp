@@ -32,8 +32,8 @@ private:
 
 class Comparison {
 public:
-    Comparison(const ExportedNotes& notes, size_t count, const ExportWorld& world)
-        : notes_(notes), count_(count), world_(world) {}
+    Comparison(const ExportedNotes& notes, size_t count, const ExportWorld& world, std::vector<std::string>& lacking)
+        : notes_(notes), count_(count), world_(world), lacking_(lacking) {}
 
     ArchiveResult Run(const std::filesystem::path& archive) {
         ArchiveResult result = zip_.Open(archive);
@@ -78,8 +78,10 @@ private:
     ArchiveResult CompareAttachments() {
         for (const std::string& name : attached_) {
             const ZipItem* const item = zip_.Find(ToUtf8(name));
-            if (!item)
+            if (!item) {
+                lacking_.push_back(name);
                 continue;
+            }
             std::ifstream file(world_.book.paths.Attachments() / name, std::ios::binary);
             if (!file)
                 continue;
@@ -98,6 +100,7 @@ private:
     const ExportedNotes& notes_;
     size_t count_;
     const ExportWorld& world_;
+    std::vector<std::string>& lacking_;
     ZipReader zip_;
     std::unordered_set<std::string> attached_;
 };
@@ -105,8 +108,8 @@ private:
 }  // namespace
 
 ArchiveResult CompareBackup(const std::filesystem::path& archive, const ExportedNotes& notes, size_t count,
-                            const ExportWorld& world) {
-    return Comparison(notes, count, world).Run(archive);
+                            const ExportWorld& world, std::vector<std::string>& lacking) {
+    return Comparison(notes, count, world, lacking).Run(archive);
 }
 
 }  // namespace lore

@@ -7,6 +7,7 @@
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 #include "base/file_copy.h"
 #include "base/file_number.h"
@@ -33,6 +34,13 @@ FileResult PutInPlace(const std::filesystem::path& made, const std::filesystem::
     if (::rename(made.c_str(), target.c_str()) != 0)
         return LastError();
     return FlushFolder(target.parent_path());
+}
+
+/// True if an earlier backup has one of these attachment files.
+bool HoldsOneOf(const std::vector<std::string>& names, const std::filesystem::path& backup) {
+    ZipReader zip;
+    return !names.empty() && zip.Open(backup).Ok() &&
+           std::any_of(names.begin(), names.end(), [&](const std::string& name) { return zip.Find(ToUtf8(name)); });
 }
 
 }  // namespace
@@ -62,8 +70,8 @@ bool IsWritablePath(const std::filesystem::path& path) {
     return true;
 }
 
-int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const ExportWorld& world,
-                const bool& isShort) {
+int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const std::filesystem::path& earlier,
+                const ExportWorld& world, bool& isShort) {
     const std::filesystem::path target = BehindLinks(place);
     if (const std::string reason = WhyNoArchive(target, world.data); notes.count > 0 && !reason.empty()) {
         world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
@@ -82,8 +90,10 @@ int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, 
         ::unlink(made.c_str());
         return count;
     }
-    ArchiveResult result = CompareBackup(made, notes, static_cast<size_t>(count), world);
+    std::vector<std::string> lacking;
+    ArchiveResult result = CompareBackup(made, notes, static_cast<size_t>(count), world, lacking);
     if (result.Ok()) {
+        isShort = isShort || HoldsOneOf(lacking, target) || HoldsOneOf(lacking, earlier);
         if (const FileResult placed = PutInPlace(made, target, isShort, world.faults); !placed.Ok())
             result = ArchiveResult::Failure(target.string() + ": " + placed.Reason());
     }

@@ -24,10 +24,11 @@ bool IsWritablePath(const std::filesystem::path& path);
 /// Backs a NoteBook up: the archive is made beside its place, read back and compared with the NoteBook, each note's
 /// record and each attachment's bytes, before it takes the place of what stands there. What stands there is kept
 /// beside, as "NAME.kept", if the NoteBook could not be read whole: `isShort`, which the load sets, or the notes while
-/// they are walked. Attachment files that are missing don't count. Gives the number of notes, 0 for none or after a
+/// they are walked. It is set here if the backup lacks an attachment file that a note names, and that stands in the
+/// one in its place or in `earlier`, the one of last time elsewhere. Gives the number of notes, 0 for none or after a
 /// cancel, -1 after a failure, which is told; then the place is as it was.
-int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const ExportWorld& world,
-                const bool& isShort);
+int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const std::filesystem::path& earlier,
+                const ExportWorld& world, bool& isShort);
 
 /// True for an export archive. A list that came from elsewhere may name any file as the backup of last time.
 bool IsExportArchive(const std::filesystem::path& path);

@@ -15,10 +15,11 @@ namespace {
 constexpr int kNumberOfNone = 0;  // no file gets it, so none ever comes to stand for one that is missing
 }  // namespace
 
-AttachmentCopies::AttachmentCopies(std::filesystem::path from, std::filesystem::path to, FaultNotice& faults)
-    : from_(std::move(from)), to_(std::move(to)), faults_(faults), number_(HighestAttachmentNumber(to_)) {}
+AttachmentCopies::AttachmentCopies(std::filesystem::path from, const NoteBookPaths& to, const std::vector<CNote>& notes,
+                                   FaultNotice& faults)
+    : from_(std::move(from)), to_(to.Attachments()), faults_(faults), number_(HighestAttachmentNumber(to, notes)) {}
 
-bool AttachmentCopies::CopyFilesOf(CNote& note) {
+bool AttachmentCopies::CopyFilesOf(CNote& note, const std::vector<const CNote*>& existing) {
     bool isDone = true;
     for (CAttachment& attachment : note.attachments) {
         const std::string name = StoredName(attachment);
@@ -31,17 +32,33 @@ bool AttachmentCopies::CopyFilesOf(CNote& note) {
             continue;
         std::error_code error;
         const bool isThere = std::filesystem::exists(from_ / name, error) || error;
-        faults_.Tell({"The attachment \"" + attachment.title + "\" could not be copied" +
-                          (isThere ? "" : "; the note names a file that isn't there, as it did"),
+        const std::string kept = isThere ? std::string() : KeptName(attachment, existing);
+        const char* const instead = isThere        ? ""
+                                    : kept.empty() ? "; the note names a file that isn't there, as it did"
+                                                   : "; the note keeps the file that it has there";
+        faults_.Tell({"The attachment \"" + attachment.title + "\" could not be copied" + instead,
                       (from_ / name).string(), copied.Reason()});
-        attachment.storedFile = isThere ? std::string() : StoredAttachmentName(kNumberOfNone, ending);
+        attachment.storedFile = isThere || !kept.empty() ? kept : StoredAttachmentName(kNumberOfNone, ending);
         isDone = isDone && !isThere;
     }
     return isDone;
 }
 
-void AttachmentCopies::Drop(const CNote& note, const CNote* keeper) const {
-    DeleteAttachmentFiles(UnsharedAttachments(note, keeper), to_, faults_);
+/// Empty if there is none.
+std::string AttachmentCopies::KeptName(const CAttachment& attachment, const std::vector<const CNote*>& existing) const {
+    for (const CNote* const note : existing) {
+        for (const CAttachment& other : note->attachments) {
+            std::error_code error;
+            if (other.type == attachment.type && other.title == attachment.title &&
+                std::filesystem::is_regular_file(AttachmentPath(other, to_), error))
+                return StoredName(other);
+        }
+    }
+    return {};
+}
+
+void AttachmentCopies::Drop(const CNote& note) const {
+    DeleteAttachmentFiles(note.attachments, to_, faults_);
 }
 
 }  // namespace lore

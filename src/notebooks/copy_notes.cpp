@@ -61,7 +61,7 @@ public:
           notes_(notes),
           book_(LoadTarget(target, world, heads_, isUnread_)),
           merge_(book_, world.counters),
-          files_(world.from.paths.Attachments(), book_.paths.Attachments(), world.faults),
+          files_(world.from.paths.Attachments(), book_.paths, heads_, world.faults),
           sources_(WithoutNoteIDs(world.from.sources)) {
         for (const CNote& head : heads_) {
             world_.counters.MaxNoteID = std::max(world_.counters.MaxNoteID, head.id);
@@ -88,8 +88,10 @@ public:
         book_.categories.GetMaxCategoryID(world_.counters.MaxCategoryID);
         world_.saveOptions();
         if (!CopyFiles() || !WriteMergedLists(book_, merge_, newCategories, world_.faults)) {
+            CNote going;
             for (const ArchiveNote& entry : entries_)
-                files_.Drop(entry.note);
+                AddFilesOf(entry.note, going);
+            DropUnnamedFilesOf(going);
             return {};
         }
         return Store();
@@ -150,8 +152,10 @@ private:
     bool CopyFiles() {
         size_t tried = 0;
         bool goesOn = true;
-        while (goesOn && tried < entries_.size())
-            goesOn = !world_.progress.Cancelled() && files_.CopyFilesOf(entries_[tried++].note);
+        while (goesOn && tried < entries_.size()) {
+            CNote& note = entries_[tried++].note;
+            goesOn = !world_.progress.Cancelled() && files_.CopyFilesOf(note, ExistingOf(note));
+        }
         // Beyond, the names are those of the first NoteBook.
         for (size_t i = tried; i < entries_.size(); ++i)
             entries_[i].note.attachments.clear();

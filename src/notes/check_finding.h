@@ -18,7 +18,7 @@ enum class FindingKind {
     CategoryMissing,    ///< a note is filed under a category that the forest doesn't hold
     AttachmentMissing,  ///< a note names a file that isn't in the attachment folder
     AttachmentUnused,   ///< no note names a file of the attachment folder
-    DamagedFile,        ///< a file that breaks off, or holds more than its records show
+    DamagedFile,        ///< a file that breaks off, or holds more than its records show; missing authors that are named
     TextTooLong,        ///< a text over what a field may hold
     NoteBookUnlisted,   ///< a folder of notes that the list of NoteBooks doesn't name
     NoteBookTwice,      ///< two NoteBooks of the list, or one and the main one, have one folder

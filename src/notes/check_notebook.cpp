@@ -90,6 +90,9 @@ void NoteBookCheck::ReadKnownThings() {
     TellFailedRead(faults_, "The sources could not be read", paths_.Sources(),
                    known_.sources.LoadSources(paths_.Sources(), context_));
     AddFileFindings(paths_.Sources(), known_.sources.State(), lists_);
+    if (authors.IsMissing() && known_.sources.NameAuthors())
+        lists_.push_back({FindingKind::DamagedFile, paths_.Authors().string(),
+                          "the file is missing, and sources name authors that it held"});
     ReadCategories();
     CheckLastViewList();
     CheckSyncLog();

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/file_io.h"
+#include "base/file_number.h"
 #include "ports/fault_notice.h"
 
 namespace lore {
@@ -11,8 +12,9 @@ namespace lore {
 /// Tells of a read that failed. A file that isn't there counts as having no records and is no failure.
 inline void TellFailedRead(FaultNotice& faults, const char* what, const std::filesystem::path& path,
                            const FileResult& result) {
-    if (!result.Ok() && !result.Missing())
-        faults.Tell({what, path.string(), result.Reason()});
+    const FileResult seen = LookedBehindLinks(path, result);
+    if (!seen.Ok() && !seen.Missing())
+        faults.Tell({what, PlaceOfFault(path, seen).string(), seen.Reason()});
 }
 
 /// Tells of a write that failed, for whatever reason.

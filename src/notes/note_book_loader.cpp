@@ -59,7 +59,8 @@ private:
     void FileNotesIntoBook();
     void TakeHeads();
     void WriteBack();
-    void ReserveSourceIDs();
+    void MarkLost(ListFile& list, const std::filesystem::path& file);
+    void KeepLostSources();
     void MoveCountersOn();
 
     OpenNoteBook& book_;
@@ -85,7 +86,7 @@ LoadReport Loader::Run() {
         report_.files.push_back(file.filename().string());
     ReadLists();
     ReadFiles();
-    ReserveSourceIDs();
+    KeepLostSources();
     if (report_.converted && !IsFull())
         BuildForest();
     ChooseCopies();
@@ -141,6 +142,8 @@ void Loader::ReadLists() {
     Step();
     TellOfList("The sources could not be read", paths.Sources(), book_.sources.LoadSources(paths.Sources(), context_),
                book_.sources);
+    if (book_.sources.NameAuthors())
+        MarkLost(book_.authors, paths.Authors());
     // Formatting takes out the ids of authors that the list lacks: such sources aren't written back, and are kept
     // beside before they are written later.
     if (!book_.authors.ReadWhole())
@@ -150,6 +153,14 @@ void Loader::ReadLists() {
     Step();
     TellOfList("The sync log could not be read", paths.SyncLog(), LoadSyncLogFrom(paths.SyncLog(), book_.syncLog),
                book_.syncLog);
+}
+
+/// What is named stood in the file of a list that is missing: on a disk that is away, or not synced yet.
+void Loader::MarkLost(ListFile& list, const std::filesystem::path& file) {
+    if (!list.IsMissing())
+        return;
+    list.MarkIncomplete();
+    report_.damaged.push_back(file.filename().string());
 }
 
 void Loader::ReadCategories() {
@@ -287,13 +298,14 @@ void Loader::WriteBack() {
 }
 
 /// A new source under the id of one that the list has lost would become the source of its notes.
-void Loader::ReserveSourceIDs() {
-    if (book_.sources.ReadWhole())
-        return;
+void Loader::KeepLostSources() {
     int32_t highest = 0;
     for (const FileNotes& file : notes_)
         highest = std::max(highest, file.highestSource);
-    book_.sources.ReserveIDs(highest);
+    if (highest > 0)
+        MarkLost(book_.sources, book_.paths.Sources());
+    if (!book_.sources.ReadWhole())
+        book_.sources.ReserveIDs(highest);
 }
 
 void Loader::MoveCountersOn() {

@@ -68,8 +68,8 @@ struct LoadReport {
     std::vector<CNote> heads;        ///< the same notes without their texts, if asked for
     bool listed = true;              ///< false if the folder of the notes couldn't be read: none shows, none is lost
     bool converted = false;          ///< there was no Categories.dat, the forest was built from the notes
-    /// Names of the files that were read but hold more than could be taken from them, and that weren't told of: first
-    /// the lists, then the note files.
+    /// Names of the files that were read but hold more than could be taken from them, or that are missing though the
+    /// authors or sources in them are named, and that weren't told of: the lists, the note files, missing sources.
     std::vector<std::string> damaged;
 };
 

@@ -16,6 +16,7 @@ namespace {
 
 /// Bytes of a version and a count.
 constexpr off_t kEmptyFileSize = 36;
+constexpr char kUndeleted[] = "An empty note file could not be deleted";
 
 /// Whether a file may hold no note. Each file of a NoteBook is asked at each start, so by the shortest way.
 bool IsSmall(const FileNumber& folder, const std::string& name) {
@@ -39,14 +40,20 @@ void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* p
         progress->ShowStandBy("Cleaning up note files....");
     // A folder that can't be listed is told by the load behind this.
     const std::filesystem::path notes = paths.Notes();
+    bool isChanged = false;
     const FileNumber folder(::open(notes.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (const std::string& name : ListDatFiles(notes)) {
         if (!IsSmall(folder, name))
             continue;
         const std::filesystem::path file = paths.NoteFile(name);
-        if (HoldsNoNote(file))
-            TellFailedWrite(faults, "An empty note file could not be deleted", file, RemoveFile(file));
+        if (!HoldsNoNote(file))
+            continue;
+        const FileResult dropped = DropFile(file);
+        isChanged = isChanged || dropped.Ok();
+        TellFailedWrite(faults, kUndeleted, file, dropped);
     }
+    if (isChanged)
+        TellFailedWrite(faults, kUndeleted, notes, FlushFolder(notes));
     if (progress)
         progress->HideStandBy();
 }

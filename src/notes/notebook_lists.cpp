@@ -27,6 +27,10 @@ bool WriteList(List& list, const std::filesystem::path& path, const std::string&
 }  // namespace
 
 bool WriteAuthors(OpenNoteBook& book, FaultNotice& faults) {
+    // With the new file, the next load drops the ids of those that stood in the lost one: the sources with them are
+    // kept first.
+    if (book.authors.IsMissing() && !book.authors.ReadWhole() && !WriteSources(book, faults))
+        return false;
     return WriteList(book.authors, book.paths.Authors(), "authors", kNotReadWhole, faults,
                      [&] { return book.authors.SaveAuthors(book.paths.Authors()); });
 }
@@ -38,8 +42,8 @@ bool WriteSourceTypes(OpenNoteBook& book, FaultNotice& faults) {
 
 bool WriteSources(OpenNoteBook& book, FaultNotice& faults) {
     return WriteList(book.sources, book.paths.Sources(), "sources",
-                     "it breaks off, holds more than could be read, or its authors could not be read", faults,
-                     [&] { return book.sources.SaveSources(book.paths.Sources(), book.authors); });
+                     "it breaks off, holds more than could be read, or its authors could not be read or are missing",
+                     faults, [&] { return book.sources.SaveSources(book.paths.Sources(), book.authors); });
 }
 
 bool WriteCategories(OpenNoteBook& book, const CProCategoryList& forest, FaultNotice& faults) {

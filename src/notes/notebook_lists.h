@@ -6,9 +6,10 @@
 namespace lore {
 
 // Each writes one list of the open NoteBook to its file. A list that could not be read whole, or sources whose authors
-// could not, are kept beside before they are written anew for the first time, and that is told. A failure is told, and
-// gives false: the file is as it was then.
+// could not or are missing, are kept beside before they are written anew for the first time, and that is told. A
+// failure is told, and gives false: the file is as it was then.
 
+/// Where the file of the authors is missing though sources name some, the sources are kept and written first.
 bool WriteAuthors(OpenNoteBook& book, FaultNotice& faults);
 bool WriteSourceTypes(OpenNoteBook& book, FaultNotice& faults);
 /// Formats the sources, which drops the ids of deleted authors.

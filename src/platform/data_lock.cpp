@@ -14,7 +14,8 @@ std::optional<DataLock> DataLock::Take(const std::filesystem::path& dataRoot, co
     error = MakeFolders(dataRoot).error;
     if (error != 0)
         return std::nullopt;
-    const int file = ::open((dataRoot / name).c_str(), O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0600);
+    // Whoever may write in the folder may take the lock.
+    const int file = ::open((dataRoot / name).c_str(), O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
     if (file < 0) {
         error = errno;
         return std::nullopt;

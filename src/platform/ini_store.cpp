@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "base/file_io.h"
+#include "base/file_number.h"
 #include "base/text.h"
 
 namespace lore {
@@ -19,7 +20,8 @@ namespace {
 
 constexpr char kNoCopy[] = "a copy of the settings could not be written there";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr char kUnfit[] = "it isn't in the form of a settings file";
+constexpr char kNoText[] = "it isn't a text in UTF-8; store it as one, or put a copy of it back";
+constexpr char kUnfit[] = "it isn't in the form of a settings file; put a copy of it back";
 
 QString KeyOf(const std::string& section, const std::string& key) {
     return QString::fromStdString(section) + '/' + QString::fromStdString(key);
@@ -43,20 +45,46 @@ QString TextOf(const QVariant& value) {
     return isList ? value.toStringList().join(',') : value.toString();
 }
 
-/// What the library reads whole: it would end a text at a byte that is no UTF-8, and a byte order mark spoils what it
-/// writes.
+std::string_view WithoutMark(std::string_view bytes) {
+    return bytes.substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0);
+}
+
+/// Takes a line off the front of a text that isn't empty, with its end.
+std::string_view TakeLine(std::string_view& text) {
+    const std::string_view line = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
+    text.remove_prefix(line.size());
+    return line;
+}
+
+bool IsRemark(std::string_view line) {
+    return Trim(line).starts_with('#');
+}
+
+/// What the library reads whole: it would end a text at a byte that is no UTF-8, a byte order mark spoils what it
+/// writes, and of remarks it knows only those behind a ";".
 std::string AsLibraryReads(std::string_view bytes) {
-    if (bytes.starts_with(kByteOrderMark))
-        bytes.remove_prefix(kByteOrderMark.size());
-    if (IsValidUtf8(bytes))
+    bytes = WithoutMark(bytes);
+    if (IsValidUtf8(bytes) && bytes.find('#') == bytes.npos)
         return std::string(bytes);
     std::string text;
-    while (!bytes.empty()) {
-        const std::string_view line = bytes.substr(0, std::min(bytes.find('\n'), bytes.size() - 1) + 1);
-        text += ToUtf8(line);
-        bytes.remove_prefix(line.size());
-    }
+    while (!bytes.empty())
+        if (const std::string_view line = TakeLine(bytes); !IsRemark(line))
+            text += ToUtf8(line);
     return text;
+}
+
+/// Why the library can't read a text, by the first line that doesn't fit.
+std::string ReasonOfUnfit(std::string_view bytes) {
+    std::string_view text = WithoutMark(bytes);
+    for (int number = 1; !text.empty(); ++number) {
+        const std::string_view line = Trim(TakeLine(text));
+        const bool fits = line.empty() || line.starts_with(';') || IsRemark(line) ||
+                          line.find(line.starts_with('[') ? ']' : '=') != line.npos;
+        if (!fits)
+            return "line " + std::to_string(number) +
+                   " is neither \"[Section]\" nor \"Name=value\"; mend it or take it out";
+    }
+    return kUnfit;
 }
 
 }  // namespace
@@ -68,11 +96,16 @@ IniStore::IniStore(const std::filesystem::path& file) : file_(file) {
     if (QFile::encodeName(name).toStdString() != file.string())
         unread_ = StoreFailure{file.string(), "its path isn't valid UTF-8; give it another one"};
     else if (!read.Ok() && !read.Missing())
-        unread_ = StoreFailure{file.string(), read.Reason()};
+        unread_ = StoreFailure{PlaceOfFault(file, read).string(), read.Reason()};
     else
         Open(bytes);
-    if (settings_ && settings_->status() == QSettings::FormatError)
-        unread_ = StoreFailure{file.string(), kUnfit};
+    if (!settings_)
+        return;
+    settings_->allKeys();  // the library looks at the lines of a section only when it is asked for them
+    if (bytes.find('\0') != bytes.npos)
+        unread_ = StoreFailure{file.string(), kNoText};
+    else if (settings_->status() == QSettings::FormatError)
+        unread_ = StoreFailure{file.string(), ReasonOfUnfit(bytes)};
 }
 
 IniStore::~IniStore() = default;
@@ -111,12 +144,12 @@ bool IniStore::Fail(const std::filesystem::path& path, const std::string& reason
 }
 
 bool IniStore::Check(const std::filesystem::path& path, const FileResult& result) {
-    return result.Ok() || Fail(path, result.Reason());
+    return result.Ok() || Fail(PlaceOfFault(path, result), result.Reason());
 }
 
-/// Puts the changes into a copy of the settings. The library doesn't tell of each write that fails, so what it wrote is
-/// read again, under a name of which it remembers nothing.
-bool IniStore::ChangeCopy(const std::filesystem::path& copy) {
+/// Puts the changes into a copy of the settings, which hold `before`. The library doesn't tell of each write that
+/// fails, so what it wrote is read again, under a name of which it remembers nothing.
+bool IniStore::ChangeCopy(const std::filesystem::path& copy, std::string_view before) {
     const std::filesystem::path lock = copy.string() + ".lock", written = copy.string() + ".written";
     qsizetype keys = 0;
     {
@@ -132,7 +165,7 @@ bool IniStore::ChangeCopy(const std::filesystem::path& copy) {
             throw;
         }
         if (settings.status() == QSettings::FormatError)
-            return Fail(file_, kUnfit);
+            return Fail(file_, ReasonOfUnfit(before));
         if (settings.status() != QSettings::NoError)
             return Fail(copy, kNoCopy);
     }
@@ -155,7 +188,7 @@ bool IniStore::WithChanges(const QString& folderName, std::string& bytes) {
     const std::filesystem::path copy = QFile::encodeName(folder.filePath("settings.ini")).toStdString();
     const FileResult read = ReadFile(file_, bytes);
     return (read.Missing() || Check(file_, read)) &&
-           (!read.Ok() || Check(copy, WriteFileAtomically(copy, AsLibraryReads(bytes)))) && ChangeCopy(copy) &&
+           (!read.Ok() || Check(copy, WriteFileAtomically(copy, AsLibraryReads(bytes)))) && ChangeCopy(copy, bytes) &&
            Check(copy, ReadFile(copy, bytes));
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/file_result.h"
@@ -17,8 +18,8 @@ namespace lore {
 
 /// The settings store as an INI file. Reading never creates or changes the file. What was set waits for Flush, which
 /// puts it into what the file holds by then and replaces the file as a whole. What other processes wrote shows behind a
-/// Flush. A line that isn't UTF-8 is Windows-1252, and a byte order mark is passed over. A file that could not be read,
-/// or isn't one of settings, is never written.
+/// Flush. A line that isn't UTF-8 is Windows-1252; a byte order mark, and lines that begin with "#" or ";", are passed
+/// over, and go with the next write. A file that could not be read, or isn't one of settings, is never written.
 class IniStore : public SettingsStore {
 public:
     explicit IniStore(const std::filesystem::path& file);
@@ -34,7 +35,7 @@ public:
 private:
     void Open(const std::string& bytes);
     bool WithChanges(const QString& folderName, std::string& bytes);
-    bool ChangeCopy(const std::filesystem::path& copy);
+    bool ChangeCopy(const std::filesystem::path& copy, std::string_view before);
     bool Fail(const std::filesystem::path& path, const std::string& reason);
     bool Check(const std::filesystem::path& path, const FileResult& result);
 

@@ -1,9 +1,11 @@
 #include "platform/places.h"
 
 #include <cstdlib>
+#include <pwd.h>
 #include <sstream>
 #include <string>
 #include <system_error>
+#include <unistd.h>
 
 #include "notes/data_files.h"
 
@@ -11,13 +13,21 @@ namespace lore {
 
 namespace {
 
+/// What the variable names, if that is an absolute path; otherwise what the system knows of the user.
+std::filesystem::path HomeFolder() {
+    const char* const set = std::getenv("HOME");
+    if (set && std::filesystem::path(set).is_absolute())
+        return set;
+    const passwd* const user = ::getpwuid(::getuid());
+    return user && user->pw_dir ? user->pw_dir : "/";
+}
+
 /// A base folder of the desktop: the variable if it names an absolute path, otherwise its place below the home folder.
 std::filesystem::path BaseFolder(const char* variable, const char* belowHome) {
     const char* const set = std::getenv(variable);
     if (set && std::filesystem::path(set).is_absolute())
         return set;
-    const char* const home = std::getenv("HOME");
-    return std::filesystem::path(home ? home : "/") / belowHome;
+    return HomeFolder() / belowHome;
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ TEST_F(Startup, DamagedFilesAreToldOnceByTheFirstNamesAndANumber) {
         PutBytes(paths.NoteFile(name), NoteFileBytes(std::vector<CNote>{DayNote(name[0])}) + "more");
     Start("11.56");
     ASSERT_EQ(faults.faults.size(), 1u);
-    EXPECT_EQ(faults.faults[0].what, "a.dat, b.dat, c.dat and 2 more are damaged and were not read whole");
+    EXPECT_EQ(faults.faults[0].what, "a.dat, b.dat, c.dat and 2 more are damaged or missing, and were not read whole");
     EXPECT_EQ(faults.faults[0].path, paths.Folder().string());
     EXPECT_TRUE(app.IsWhole());
     EXPECT_FALSE(app.CanTryAgain());
@@ -77,7 +77,7 @@ TEST_F(Startup, DamagedFilesAreToldOnceByTheFirstNamesAndANumber) {
         PutBytes(paths.NoteFile(name), NoteFileBytes(std::vector<CNote>{DayNote(name[0])}));
     app.ReloadNotes({});
     ASSERT_EQ(faults.faults.size(), 2u);
-    EXPECT_EQ(faults.faults[1].what, "e.dat is damaged and was not read whole");
+    EXPECT_EQ(faults.faults[1].what, "e.dat is damaged or missing, and was not read whole");
 }
 
 TEST_F(Startup, AgentRunsBesideTheProgramOnlyWhenItIsTo) {

@@ -88,6 +88,16 @@ TEST_F(FileFaults, AChangeIsToldAsMadeOnlyIfEachOfItsCallsWas) {
     }
 }
 
+TEST_F(FileFaults, AFolderThatItsFileSystemCantFlushIsNoFault) {
+    for (const auto& [error, expected] : {std::pair{EIO, 2}, {EINVAL, 1}, {EOPNOTSUPP, 1}, {EBADF, 1}}) {
+        int told = 0;  // that the folder can't be opened always is
+        FailEachCall(
+            folder_.Path(), error, false, [] {}, [&] { return FlushFolder(folder_.Path()); },
+            [&](const FileResult& result, bool) { told += !result.Ok(); });
+        EXPECT_EQ(told, expected) << error;
+    }
+}
+
 TEST_F(FileFaults, AFileThatCantBeReadGivesNothingAndTheReason) {
     std::string bytes;
     LongList list;

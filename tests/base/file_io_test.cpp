@@ -58,7 +58,8 @@ TEST_F(FileIo, LeavesNothingOfWhatTheRoomHeldBefore) {
         EXPECT_TRUE(ReadFile(folder_ / ("f" + std::to_string(length)), bytes).Ok());
         EXPECT_EQ(bytes, std::string(length, 'x'));
     }
-    EXPECT_TRUE(ReadFile(folder_ / "none", bytes).Missing() && ReadFile(folder_ / "f3" / "none", bytes).Missing());
+    EXPECT_TRUE(ReadFile(folder_ / "none" / "a", bytes).Missing());
+    EXPECT_FALSE(ReadFile(folder_ / "f3" / "none", bytes).Missing());
     EXPECT_EQ(bytes, "");
 }
 
@@ -157,8 +158,11 @@ TEST_F(FileIo, MakesTheFoldersThatLeadToAPlace) {
 }
 
 TEST_F(FileIo, KnowsItsTemporaryNames) {
-    for (const char* const name : {"a.dat", "x", ".hidden.", "a.1-2.tmp"})
-        EXPECT_TRUE(IsTemporaryName(TemporaryName(folder_ / name).filename().string())) << name;
+    for (const std::string& name :
+         std::vector<std::string>{"a.dat", "x", ".hidden.", "a.1-2.tmp", std::string(255, 'x')}) {
+        const std::string temporary = TemporaryName(folder_ / name).filename().string();
+        EXPECT_TRUE(IsTemporaryName(temporary) && temporary.size() < 256) << name;
+    }
     for (const char* const name : {"", ".tmp", "..1-2.tmp", ".1-2.tmp", "a.1-2.tmp", ".a.tmp", ".a.1-.tmp", ".a.-2.tmp",
                                    ".a1-2.tmp", ".a.1-2.tmp.kept", ".a.1-2.dat", ".a.x-2.tmp"})
         EXPECT_FALSE(IsTemporaryName(name)) << name;
@@ -233,6 +237,12 @@ TEST_F(FileIo, ListsFilesThatEndInDatInByteOrder) {
               (std::vector<std::string>{".hidden.dat", "A.dat", "b.dat", "link.dat", "xdat"}));
     std::vector<std::string> names{"old"};
     EXPECT_TRUE(ReadDatFiles(folder_ / "none", names).Missing());
+    std::filesystem::create_symlink("away", folder_ / "dead");
+    for (const char* const behind : {"dead", "dead/Notes", "dead/Notes/"}) {
+        const FileResult dead = ReadDatFiles(folder_ / behind, names);
+        EXPECT_FALSE(dead.Missing()) << behind;
+        EXPECT_EQ(PlaceOfFault(folder_ / behind, dead), folder_ / "dead");
+    }
     EXPECT_TRUE(names.empty());
     EXPECT_EQ(ReadDatFiles(folder_ / std::string(300, 'x'), names).error, ENAMETOOLONG);
     std::string bytes;

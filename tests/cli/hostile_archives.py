@@ -63,7 +63,7 @@ def hostile(records):
     yield "another name inside", plain.replace(RECORDS.encode(), b"_ExpNotes.txt", 1), False
     yield "directory elsewhere", patched(plain, END, 16, "<I", 5), False
     yield "in front of the archive", b"#!/bin/sh\n" + plain, False
-    yield "behind the archive", plain + b"something", False
+    yield "behind the archive", plain + b"something", True
     end = plain.index(END)
     for cut in range(0, len(plain), max(1, len(plain) // 40)):
         yield f"cut at {cut}", plain[:cut], False

@@ -314,8 +314,11 @@ class NoteBooks(CliTest):
         for data in (self.top / "nowhere", self.data / "Data Files"):
             for command in (["notes"], ["sources"], ["notebooks"], ["check"]):
                 self.expect(0, *command, data=data, says="--data takes the folder that holds it")
-        self.expect(2, "add", __file__, data=self.data / "Data Files", says="not that folder itself")
-        self.assertFalse((self.data / "Data Files" / "Data Files").exists())
+        link = self.top / "link"
+        link.symlink_to(self.databases)
+        for data in link, *(f"{self.data}/Data Files{end}" for end in ("", "/", "/.", "/Databases", "/../Data Files")):
+            self.expect(2, "add", __file__, data=data, says="not that folder itself")
+        self.assertEqual(len(list(self.data.rglob("Data Files"))), 1)
         self.expect(0, "notebook", "create", "First Steps", data=self.top / "nowhere")
 
     def test_backup_into_nowhere_is_a_fault(self):

@@ -147,6 +147,7 @@ class Writing(FreshTest):
                 (["edit", note, "--source", "77"], 1, b"no source 77"),
                 (["edit", note, "--category", "4", "A"], 2, b"set from 1 to 3"),
                 (["edit", note, "--category", "1", "A", "--category", "2", "B", "--category", "1", "A"], 2, b"for set 1"),
+                (["edit", note, "--category", "1", "/".join("a" * 1001)], 2, b"at most 1000"),
                 (["edit", note, "--link", ""], 2, b"--link"),
                 (["edit", note, "--attach", big, "--link", "https://a.example/", "--link", " \t"], 2, b"--link"),
                 (["edit", 999], 1, b"no note 999"),

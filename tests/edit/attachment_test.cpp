@@ -15,7 +15,7 @@ protected:
         return Each(list.Items(),
                     [](const auto& item) { return item.record.storedFile + "|" + item.record.sourceFile; });
     }
-    size_t CopyIn() { return CopyInNewAttachments(list.Items(), book.paths.Attachments(), faults); }
+    size_t CopyIn() { return CopyInNewAttachments(list.Items(), book.paths, world.Context(), faults); }
     void PutStored(const std::string& name) { PutBytes(book.paths.Attachments() / name, "old"); }
 
     TempFolder outside;
@@ -84,11 +84,17 @@ TEST_F(AttachmentTest, StoredNamesHoldNothingThatArchivesCantCarry) {
         EXPECT_EQ(StoredAttachmentName(7, extension), name);
 }
 
-TEST_F(AttachmentTest, NumbersOfFilesThatMayComeBackAreNotGivenOut) {
+TEST_F(AttachmentTest, NumbersOfFilesThatMayComeBackOrThatNotesNameAreNotGivenOut) {
     const std::filesystem::path waiting = book.paths.Folder() / kKeptFilesName;
     std::filesystem::create_directories(waiting);
     PutBytes(waiting / "0000412.pdf", "of a deleted note");
-    EXPECT_EQ(HighestAttachmentNumber(book.paths.Attachments()), 412);
+    EXPECT_EQ(HighestAttachmentNumber(book.paths, world.Context()), 412);
+    CNote note = TextNote(5, "Its file is away", {});
+    for (const char* const name : {"0000500.png", "10000000.png", "none"})
+        note.attachments.push_back({0, 1.0, "", name, "", 1, true});
+    folder.Put("DAY01012020.dat", {note});
+    EXPECT_EQ(HighestAttachmentNumber(book.paths, world.Context()), 500);
+    EXPECT_EQ(HighestAttachmentNumber(book.paths, {note}), 500);
 }
 
 TEST_F(AttachmentTest, AFileThatVanishedIsToldAndTriedAgain) {

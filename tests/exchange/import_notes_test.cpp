@@ -529,7 +529,7 @@ TEST_F(ImportNotesTest, NothingIsImportedUnlessAllNotesOfTheNoteBookCouldBeRead)
     EXPECT_TRUE(to_.faults.faults.empty());
 }
 
-TEST_F(ImportNotesTest, FilesOfANoteThatFailsGoUnlessANoteNamesThem) {
+TEST_F(ImportNotesTest, FilesOfANoteThatFailsGoAndNoneGetsTheNumberOfAFileThatANoteNames) {
     CNote other = DayNote(30, 3);
     other.attachments.push_back({0, 1.0, "Lost", "0000001.txt", "", 2, false});
     for (const bool isNamed : {false, true}) {
@@ -540,7 +540,7 @@ TEST_F(ImportNotesTest, FilesOfANoteThatFailsGoUnlessANoteNamesThem) {
             to.folder.Put(GetNoteFileName(other), {other});
         to.Load();
         EXPECT_EQ(to.Import(archive_, chooser_).result, 1);
-        EXPECT_EQ(to.AttachmentNames(), isNamed ? (Names{"0000001.txt", "0000002.png"}) : Names{"0000002.png"});
+        EXPECT_EQ(to.AttachmentNames(), Names{isNamed ? "0000003.png" : "0000002.png"});
     }
 }
 

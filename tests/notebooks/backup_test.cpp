@@ -232,16 +232,23 @@ TEST_F(BackupTest, FailedBackupsKeepWhatThereWas) {
     EXPECT_EQ(Files().size(), 2u) << "nothing unfinished is left";
 }
 
-TEST_F(BackupTest, AMissingAttachmentFileIsToldEachTimeAndKeepsNoEarlierBackup) {
+TEST_F(BackupTest, AMissingAttachmentFileIsToldEachTimeAndTheEarlierBackupThatHasItStays) {
     RunAuto(true);
+    const auto first = folder / "notes[Thesis]_(07-12-11).lbe", one = folder / "one.lbe";
+    std::filesystem::copy_file(first, one);
     std::filesystem::remove(PathsOf(thesis).Attachments() / "0000001.png");
     for (const int day : {13, 14, 14}) {
         faults.faults.clear();
         RunAutoOn(day);
         const std::string date = "_(07-" + std::to_string(day) + "-11).lbe";
-        EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain]" + date, "notes[Thesis]" + date));
+        EXPECT_THAT(Files(), ElementsAre("notes[LorebinderMain]" + date, first.filename().string(),
+                                         "notes[Thesis]" + date, "one.lbe"));
         EXPECT_EQ(faults.faults.size(), 1u);
     }
+    for (int run = 0; run < 2; ++run)
+        EXPECT_EQ(BackUpNoteBook(thesis, one, World()), 2);
+    EXPECT_EQ(BytesOf(one.string() + ".kept"), BytesOf(first)) << "once, when there was something to keep";
+    EXPECT_FALSE(std::filesystem::exists(one.string() + ".2.kept"));
 }
 
 TEST_F(BackupTest, BackupOfADamagedNoteBookIsToldAndKeepsTheEarlierOne) {
@@ -289,7 +296,10 @@ TEST_F(BackupTest, ComparisonFindsEachKindOfDifference) {
     const ExportWorld world{book, data, context, prompts, progress, faults};
     const ExportedNotes notes = NotesOfNoteBook(book, context, faults);
     ASSERT_EQ(ExportNotes(notes, folder / "good.lbe", true, world), 2);
-    const auto compares = [&](const std::string& name) { return CompareBackup(folder / name, notes, 2, world).Ok(); };
+    std::vector<std::string> lacking;
+    const auto compares = [&](const std::string& name) {
+        return CompareBackup(folder / name, notes, 2, world, lacking).Ok();
+    };
     EXPECT_TRUE(compares("good.lbe"));
     EXPECT_FALSE(compares("none.lbe"));
     const std::string good = BytesOf(folder / "good.lbe");

@@ -24,6 +24,7 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
     bool syncEngaged = false;
     size_t notesWhenSaved = 99;
     int32_t categoryWhenSaved = 0;
+    std::function<void()> whenSaved = [] {};
 
     CopyNotesTest() {
         AuthorList authors;
@@ -64,6 +65,7 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
         return {from, data, counters, context, prompts, progress, faults, syncEngaged, [this] {
                     notesWhenSaved = NotesIn(target).size();
                     categoryWhenSaved = counters.MaxCategoryID;
+                    whenSaved();
                 }};
     }
     std::vector<CNote> NotesIn(const CDatabase& noteBook) {
@@ -240,7 +242,7 @@ TEST_F(CopyNotesTest, NothingIsCopiedUnlessAllOfTheTargetCouldBeRead) {
     EXPECT_THAT(faults.faults, IsEmpty());
 }
 
-TEST_F(CopyNotesTest, FilesOfACopyThatFailsGoUnlessANoteNamesThem) {
+TEST_F(CopyNotesTest, FilesOfACopyThatFailsGoAndNoneGetsTheNumberOfAFileThatANoteNames) {
     // A folder stands where the copy of the note with a file belongs.
     std::filesystem::create_directories(PathsOf(target).NoteFile("SRC0000001301.dat"));
     EXPECT_EQ(Copy({1, 2}, target).copied, 1);
@@ -248,14 +250,16 @@ TEST_F(CopyNotesTest, FilesOfACopyThatFailsGoUnlessANoteNamesThem) {
     CNote other = DayNote(600, 6);
     other.attachments.push_back({0, 1.0, "Lost", "0000042.PNG", "", 1, true});
     PutNotes(target, {other});
-    EXPECT_EQ(Copy({1, 2}, target).copied, 1);
-    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000042.PNG"));
+    std::filesystem::remove(PathsOf(target).NoteFile("SRC0000001301.dat"));
+    EXPECT_EQ(Copy({1, 2}, target).copied, 2);
+    EXPECT_THAT(Attachments(), ElementsAre("0000041.txt", "0000043.PNG"));
 }
 
 TEST_F(CopyNotesTest, ListThatCannotBeWrittenStopsTheCopy) {
-    // A link to a place that can't be made.
-    std::filesystem::remove(PathsOf(target).Sources());
-    std::filesystem::create_symlink(folder / "none" / "Sources.dat", PathsOf(target).Sources());
+    whenSaved = [this] {
+        std::filesystem::remove(PathsOf(target).Sources());
+        std::filesystem::create_directories(PathsOf(target).Sources());
+    };
     EXPECT_EQ(Copy({1}, target).copied, -1);
     EXPECT_EQ(NotesIn(target).size(), 1u);
     EXPECT_THAT(Attachments(), ElementsAre("0000041.txt"));
@@ -306,6 +310,14 @@ TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteNamesAFileThatNoneWillBe) {
     EXPECT_EQ(copy.attachments[0].storedFile, "0000000.PNG");
     EXPECT_THAT(Each(CheckNoteBook(PathsOf(target), context, faults), &Finding::kind),
                 Contains(FindingKind::AttachmentMissing));
+    PutBytes(PathsOf(main).Attachments() / "0000003.PNG", "picture");
+    Copy({1}, target);
+    const std::set<std::string> files = Attachments();
+    std::filesystem::remove(PathsOf(main).Attachments() / "0000003.PNG");
+    Copy({1}, target);
+    EXPECT_EQ(Attachments(), files) << "the file that the replaced note had goes on with the copy";
+    EXPECT_THAT(Each(CheckNoteBook(PathsOf(target), context, faults), &Finding::kind),
+                testing::Not(Contains(FindingKind::AttachmentMissing)));
 }
 
 TEST_F(CopyNotesTest, BoardCommandFindsTheTargetByIdAndSaysWhenItIsDone) {

@@ -198,10 +198,23 @@ TEST_F(NoteBookLoader, SourcesAreWrittenBackOnlyIfNothingIsMissing) {
     EXPECT_TRUE(WriteAuthors(book, faults) && WriteSources(book, faults) && WriteSources(book, faults));
     EXPECT_EQ(BytesOf(disk.paths.Sources().string() + ".kept"), withAuthor);
     EXPECT_FALSE(std::filesystem::exists(disk.paths.Sources().string() + ".2.kept"));
+    std::filesystem::remove(disk.paths.Sources().string() + ".kept");
+    PutBytes(disk.paths.Sources(), withAuthor);
+    std::filesystem::remove(disk.paths.Authors());
+    EXPECT_THAT(Load().damaged, ElementsAre("Authors.dat"));
+    EXPECT_EQ(BytesOf(disk.paths.Sources()), withAuthor);
+    EXPECT_TRUE(WriteAuthors(book, faults)) << "the next load finds authors that lack those of the source";
+    EXPECT_EQ(BytesOf(disk.paths.Sources().string() + ".kept"), withAuthor);
+    EXPECT_THAT(Load().damaged, IsEmpty());
     std::filesystem::remove(disk.paths.Sources());
     PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(3).Bytes());
     Load();
     EXPECT_TRUE(WriteSources(book, faults));
+    std::filesystem::remove(disk.paths.Sources());
+    disk.Put("SRC0000001011.dat", {SourceNote(1, {1011})});
+    EXPECT_THAT(Load().damaged, ElementsAre("Authors.dat", "Sources.dat"));
+    EXPECT_FALSE(book.sources.ReadWhole() || std::filesystem::exists(disk.paths.Sources()));
+    EXPECT_EQ(book.sources.NewSourceID(), 1012);
     PutBytes(disk.paths.Sources(), withAuthor);
     PutBytes(disk.paths.Authors(), RawRecord().Real(11.56).Int(0).Bytes());
     Load();
@@ -212,6 +225,7 @@ TEST_F(NoteBookLoader, SourcesAreWrittenBackOnlyIfNothingIsMissing) {
     EXPECT_EQ(BytesOf(disk.paths.Sources()), cut);
     EXPECT_THAT(Each(faults.faults, &Fault::what),
                 ElementsAre("The list of authors is damaged; what it held is kept in Authors.dat.kept",
+                            "The list of sources is damaged; what it held is kept in Sources.dat.kept",
                             "The list of sources is damaged; what it held is kept in Sources.dat.kept"))
         << "of what was written";
 }

@@ -1,6 +1,7 @@
 #include <QCommandLineParser>
 #include <csignal>
 #include <gmock/gmock.h>
+#include <pwd.h>
 #include <set>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -55,8 +56,8 @@ TEST_F(Platform, SettingsOfAnotherProcessShowBehindAFlushAndStay) {
 
 TEST_F(Platform, AFailedFlushNamesTheFileAndTheReasonAndKeepsWhatWasSet) {
     const std::filesystem::path inTheWay = folder_ / "taken", asFolder = folder_ / "s.ini";
-    PutBytes(inTheWay, "a file");
     IniStore blocked(inTheWay / "s.ini");
+    PutBytes(inTheWay, "a file");
     blocked.Set("Options", "ZoomLvl", "90");
     EXPECT_FALSE(blocked.Flush());
     EXPECT_EQ(blocked.Failure().path, inTheWay.string());
@@ -82,8 +83,8 @@ TEST_F(Platform, SettingsInOtherFormsOfTextKeepAllOfIt) {
     for (const auto& [what, line, name] : kCases) {
         for (const std::string& mark : {std::string(), std::string("\xEF\xBB\xBF")}) {
             SCOPED_TRACE(what + std::string(mark.empty() ? "" : " behind a byte order mark"));
-            const std::string before =
-                mark + "[Options]\n" + line + "\nEmail=\xC5\x82\nZoomLvl=100\nFrameRect=1,2,3,4\n";
+            const std::string before = mark + "# a=remark\n[Options]\n# another\n" + line +
+                                       "\nEmail=\xC5\x82\nZoomLvl=100\nFrameRect=1,2,3,4\n";
             PutBytes(folder_ / "s.ini", before);
             IniStore store(folder_ / "s.ini");
             EXPECT_EQ(store.Get("Options", "Nickname"), name);
@@ -105,14 +106,20 @@ TEST_F(Platform, SettingsInOtherFormsOfTextKeepAllOfIt) {
 TEST_F(Platform, SettingsThatCanNotBeReadAreToldAndStay) {
     std::filesystem::create_directory(folder_ / "folder.ini");
     ASSERT_EQ(::mkfifo((folder_ / "pipe.ini").c_str(), 0600), 0);
+    std::filesystem::create_symlink("away", folder_ / "link.ini");
     PutBytes(folder_ / "bad.ini", "[Options\nZoomLvl=100\n");
+    PutBytes(folder_ / "line.ini", "\xEF\xBB\xBF[Options]\n# junk\nZoomLvl=100\n\n junk\njunk\n");
+    PutBytes(folder_ / "wide.ini", std::string("[\0O\0]\0\n\0Z\0=\0001\0\n\0", 16));
     PutBytes(folder_ / "\xff.ini", "[Options]\nZoomLvl=100\n");
     const auto entries = [this] { return std::distance(std::filesystem::directory_iterator(folder_.Path()), {}); };
     const auto before = entries();
     const std::pair<std::string, std::string> kCases[] = {
         {"folder.ini", "Is a directory"},
         {"pipe.ini", "Not a regular file"},
-        {"bad.ini", "it isn't in the form of a settings file"},
+        {"link.ini", FileResult{FileResult::kDeadLink}.Reason()},
+        {"bad.ini", "line 1 is neither \"[Section]\" nor \"Name=value\"; mend it or take it out"},
+        {"line.ini", "line 5 is neither \"[Section]\" nor \"Name=value\"; mend it or take it out"},
+        {"wide.ini", "it isn't a text in UTF-8; store it as one, or put a copy of it back"},
         {"\xff.ini", "its path isn't valid UTF-8; give it another one"}};
     for (const auto& [name, reason] : kCases) {
         IniStore store(folder_ / name);
@@ -143,8 +150,11 @@ TEST_F(Platform, SettingsAreStoredWithoutAFolderForTemporaryFiles) {
 
 TEST_F(Platform, OneProcessHoldsTheDataFolder) {
     int error = 0;
+    const mode_t before = ::umask(0002);
     auto lock = DataLock::Take(folder_.Path(), error);
+    ::umask(before);
     ASSERT_TRUE(lock);
+    EXPECT_EQ(std::filesystem::status(folder_ / kLockName).permissions(), std::filesystem::perms(0664)) << "shared";
     EXPECT_FALSE(DataLock::Take(folder_.Path(), error));
     EXPECT_EQ(error, 0);
     lock.reset();
@@ -191,6 +201,11 @@ TEST_F(Platform, PlacesFollowTheDesktopsVariables) {
     EXPECT_EQ(UserDataRoot(), "/d/Tanner Quay Rigging/Lorebinder");
     EXPECT_EQ(UserSettingsFile(), "/h/.config/TannerQuayRig/Lorebinder.ini");
     EXPECT_TRUE(std::filesystem::exists(ProgramFolder()));
+    const SetVariable noData("XDG_DATA_HOME");
+    for (const std::optional<std::string>& unusable : {std::optional<std::string>(), {""}, {"relative"}}) {
+        const SetVariable odd("HOME", unusable);
+        EXPECT_EQ(UserDataRoot().string().find(::getpwuid(::getuid())->pw_dir), 0u);
+    }
 }
 
 TEST_F(Platform, WhatTheCommandLineDoesNotNameHasItsDefaultPlace) {
