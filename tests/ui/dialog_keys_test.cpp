@@ -24,7 +24,7 @@ private:
 
     static void Fresh(QDateTimeEdit& field, Qt::FocusReason reason = Qt::TabFocusReason) {
         field.clearFocus();
-        field.setDateTime(QDateTime(QDate(2026, 11, 26), QTime(9, 0)));
+        field.setDateTime(QDateTime(QDate(2026, 11, 26), QTime(9, 0), field.timeSpec()));
         field.setFocus(reason);
     }
 
