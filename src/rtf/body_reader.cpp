@@ -254,7 +254,7 @@ void BodyReader::EndUnendedFont() {
 }
 
 void BodyReader::EndFont() {
-    DocumentFont font{table_font_, std::exchange(table_charset_, 0), CleanFontName(table_name_)};
+    const DocumentFont font{table_font_, std::exchange(table_charset_, 0), CleanFontName(table_name_)};
     table_name_.clear();
     if (font.number < 0)
         return;  // it would be the one of text that names none
@@ -262,7 +262,7 @@ void BodyReader::EndFont() {
         symbol_fonts_[font.number] = font.name;
     else
         symbol_fonts_.erase(font.number);
-    OnFont(std::move(font));
+    OnFont(font);
 }
 
 void BodyReader::ActOnSymbol(const Token& token) {

@@ -56,7 +56,7 @@ protected:
     virtual void OnOther(Destination, std::string_view /*utf8*/) {}
     virtual void OnBinary(Destination, std::string_view /*bytes*/) {}
     /// A font of the file's table; the later one of a number takes its place.
-    virtual void OnFont(DocumentFont) {}
+    virtual void OnFont(const DocumentFont&) {}
     /// A group of the body that was passed over, with its braces: a hidden or deleted one too, if it is drawn.
     virtual void OnKept(std::string_view /*rtf*/) {}
     /// The whole instruction of a field, in the group around it.

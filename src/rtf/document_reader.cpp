@@ -34,7 +34,7 @@ protected:
     void OnEnd(bool after_paragraph) override;
     bool OnEnter(Destination destination) override;
     void OnOther(Destination destination, std::string_view utf8) override;
-    void OnFont(DocumentFont font) override;
+    void OnFont(const DocumentFont& font) override;
     void OnBinary(Destination destination, std::string_view bytes) override;
     void OnKept(std::string_view rtf) override;
     void OnInstruction(std::string_view utf8) override;
@@ -232,13 +232,13 @@ int32_t DocumentReader::FontIndex(int32_t number) const {
     return found == font_indexes_.end() ? -1 : found->second;
 }
 
-void DocumentReader::OnFont(DocumentFont font) {
+void DocumentReader::OnFont(const DocumentFont& font) {
     std::vector<DocumentFont>& fonts = builder_.Unfinished().fonts;
     const auto [found, added] = font_indexes_.emplace(font.number, static_cast<int32_t>(fonts.size()));
     if (added)
-        fonts.push_back(std::move(font));
+        fonts.push_back(font);
     else
-        fonts[static_cast<size_t>(found->second)] = std::move(font);
+        fonts[static_cast<size_t>(found->second)] = font;
 }
 
 void DocumentReader::OnOpen() {
