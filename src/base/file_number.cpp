@@ -152,12 +152,13 @@ FileResult DropFile(const std::filesystem::path& path) {
 FileResult FlushFolder(const std::filesystem::path& folder) {
     const std::filesystem::path name = folder.empty() ? "." : folder;
     const FileNumber number(::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!number.IsOpen() || ::fsync(number.Get()) == 0)
-        return number.IsOpen() ? FileResult{} : LastError();
+    if (!number.IsOpen())
+        return LastError();
     // Many a file system of a network or a shared folder can't flush folders: it answers so, and there is no more to
     // do.
-    const bool isUnknown = errno == EINVAL || errno == ENOTSUP || errno == EBADF;
-    return isUnknown ? FileResult{} : LastError();
+    if (::fsync(number.Get()) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EBADF)
+        return {};
+    return LastError();
 }
 
 }  // namespace lore

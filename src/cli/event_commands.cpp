@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "base/text.h"
+#include "calendar/date_arithmetic.h"
 #include "calendar/event_editor.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
@@ -101,11 +102,6 @@ bool HasTime(const std::string& date) {
     return date.size() > 10;
 }
 
-/// A day, at the time of day of another moment.
-DateTime AtTimeOf(const DateTime& moment, const DateTime& day) {
-    return DateTime(day.Year(), day.Month(), day.Day(), moment.Hour(), moment.Minute(), moment.Second());
-}
-
 bool IsBefore(const DateTime& a, const DateTime& b) {
     return a.IsValid() && b.IsValid() && a.Seconds() < b.Seconds();
 }
@@ -115,10 +111,13 @@ bool EventOptions::ApplyTimes(EventEditor& editor) const {
     const DateTime before = first;
     if (!ParseDay(start, first) || !ParseDay(end, last))
         return false;
-    if (start && !HasTime(*start) && !editor.IsNew())
-        first = AtTimeOf(before, first);
-    if (end && !HasTime(*end) && !editor.IsNew())
-        last = AtTimeOf(editor.Event().End, last);
+    const auto keepTime = [&](const std::optional<std::string>& given, DateTime& day, const DateTime& stored) {
+        const DateTime kept = AtTimeOf(day, stored);
+        if (given && !HasTime(*given) && !editor.IsNew() && kept.IsValid())
+            day = kept;
+    };
+    keepTime(start, first, before);
+    keepTime(end, last, editor.Event().End);
     if (end && IsBefore(last, HasTime(*end) ? first : first.Midnight())) {
         PrintError("--end is before the start");
         return false;

@@ -14,6 +14,17 @@ bool IsPlain(char c) {
     return (c >= 0x20 && c < 0x7F) || c == '\t' || c == '\r';
 }
 
+/// A group of what `add` writes into it, which no reader shows.
+template <typename Add>
+std::string Unshown(bool deleted, Add add) {
+    RtfOutput group;
+    group.Open();
+    group.Word(deleted ? kDeleted : kHidden);
+    add(group);
+    group.Close();
+    return group.Take();
+}
+
 }  // namespace
 
 std::optional<std::string> KeptForm(std::string_view rtf) {
@@ -40,21 +51,11 @@ std::optional<std::string> KeptForm(std::string_view rtf) {
 }
 
 std::string UnshownText(std::string_view utf8, bool deleted) {
-    RtfOutput group;
-    group.Open();
-    group.Word(deleted ? kDeleted : kHidden);
-    group.Text(utf8);
-    group.Close();
-    return group.Take();
+    return Unshown(deleted, [&](RtfOutput& group) { group.Text(utf8); });
 }
 
 std::string UnshownGroup(std::string_view form, bool deleted) {
-    RtfOutput group;
-    group.Open();
-    group.Word(deleted ? kDeleted : kHidden);
-    group.Raw(form);
-    group.Close();
-    return group.Take();
+    return Unshown(deleted, [&](RtfOutput& group) { group.Raw(form); });
 }
 
 bool IsUnshownText(std::string_view kept) {

@@ -10,7 +10,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -18,6 +17,7 @@
 #include <functional>
 #include <utility>
 
+#include "ui/main_button_keys.h"
 #include "ui/qt_text.h"
 #include "ui/theme_look.h"
 #include "ui/window_place.h"
@@ -127,13 +127,10 @@ DialogFrame::DialogFrame(const QString& title, const char* place, SettingsStore&
     content_->setSpacing(kSpace * 3);
     layout->addWidget(pane, 1);
     layout->addLayout(buttons_);
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
-        connect(shortcut, &QShortcut::activated, this, [this] {
-            if (main_)
-                main_->click();
-        });
-    }
+    OnCtrlEnter(this, [this] {
+        if (main_)
+            main_->click();
+    });
 }
 
 QPushButton* DialogFrame::AddButton(const QString& text) {

@@ -8,9 +8,9 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QScreen>
-#include <QShortcut>
 #include <algorithm>
 
+#include "ui/main_button_keys.h"
 #include "ui/qt_text.h"
 #include "ui/text_field.h"
 
@@ -99,9 +99,7 @@ std::optional<std::string> QtPrompts::AskText(const std::string& label, const st
         TakeLongText(*field);
         field->setText(ToQString(initial));
     }
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
-        QObject::connect(new QShortcut(QKeySequence(Qt::CTRL | key), &dialog), &QShortcut::activated, &dialog,
-                         &QDialog::accept);
+    OnCtrlEnter(&dialog, [&dialog] { dialog.accept(); });
     return dialog.exec() == QDialog::Accepted ? std::optional(FromQString(dialog.textValue())) : std::nullopt;
 }
 

@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
-#include <QShortcut>
 #include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
@@ -14,6 +13,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "ui/main_button_keys.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
 #include "ui/note_editor/color_panel.h"
@@ -177,10 +177,7 @@ void NoteEditorWindow::MakeButtons(QVBoxLayout& layout) {
     row->addWidget(save_);
     row->addWidget(cancel_);
     layout.addLayout(row);
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
-        connect(shortcut, &QShortcut::activated, save_, &QPushButton::click);
-    }
+    OnCtrlEnter(this, [this] { save_->click(); });
 }
 
 /// All controls of a part before those of the next one; within a part they stand in its own order.
