@@ -21,11 +21,11 @@
 #include "notes/sort_order.h"
 #include "platform/ini_store.h"
 #include "platform/system_sources.h"
-#include "ui/main_window.h"
+#include "ui/look/theme.h"
+#include "ui/main/main_window.h"
+#include "ui/main/tool_bar.h"
 #include "ui/note_editor/note_actions.h"
-#include "ui/qt_progress.h"
-#include "ui/theme.h"
-#include "ui/tool_bar.h"
+#include "ui/ports/qt_progress.h"
 
 namespace lore {
 namespace {

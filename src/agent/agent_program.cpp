@@ -8,8 +8,8 @@
 #include "notes/file_faults.h"
 #include "notes/notebook_paths.h"
 #include "platform/ini_store.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

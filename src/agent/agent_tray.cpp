@@ -3,7 +3,7 @@
 #include <QAction>
 #include <QMenu>
 
-#include "ui/qt_text.h"
+#include "ui/look/qt_text.h"
 
 namespace lore {
 

@@ -13,7 +13,7 @@
 #include "platform/program_arguments.h"
 #include "platform/standard_streams.h"
 #include "platform/system_sources.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 // LBAgent [Lorebinder]: shows popup reminders at their time until it is told to close. Ends with 0, with 2
 // for wrong arguments, with 3 if it can't listen to the main program.

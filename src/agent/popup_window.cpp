@@ -17,9 +17,9 @@
 #include <algorithm>
 
 #include "calendar/event_text.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/theme.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

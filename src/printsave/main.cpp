@@ -13,7 +13,7 @@
 #include "platform/system_sources.h"
 #include "printsave/content_source.h"
 #include "printsave/preview_window.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 // PrintSave [FILE]: shows what was handed over for printing. Ends with 0, with 2 for wrong arguments, with 3 if a file
 // can't be read or written.

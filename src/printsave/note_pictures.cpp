@@ -6,9 +6,9 @@
 #include "notes/attachment_path.h"
 #include "notes/picture_scale.h"
 #include "rtf/html_writer.h"
+#include "ui/board/rich_text_formats.h"
+#include "ui/board/rich_text_pictures.h"
 #include "ui/editor/picture_import.h"
-#include "ui/rich_text_formats.h"
-#include "ui/rich_text_pictures.h"
 
 namespace lore {
 

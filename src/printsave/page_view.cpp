@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/theme_look.h"
+#include "ui/look/theme_look.h"
 
 namespace lore {
 

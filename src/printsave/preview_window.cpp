@@ -25,10 +25,10 @@
 #include "printsave/page_view.h"
 #include "printsave/page_worker.h"
 #include "printsave/stored_paper.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
-#include "ui/theme_tool_bar.h"
-#include "ui/window_place.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
+#include "ui/look/theme_tool_bar.h"
+#include "ui/look/window_place.h"
 
 namespace lore {
 

@@ -5,8 +5,8 @@
 #include <array>
 #include <cmath>
 
-#include "ui/qt_text.h"
-#include "ui/window_place.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/window_place.h"
 
 namespace lore {
 

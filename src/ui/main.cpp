@@ -21,14 +21,14 @@
 #include "platform/program_arguments.h"
 #include "platform/standard_streams.h"
 #include "platform/system_sources.h"
-#include "ui/fault_bar.h"
-#include "ui/main_window.h"
+#include "ui/controls/fault_bar.h"
+#include "ui/look/theme.h"
+#include "ui/main/main_window.h"
+#include "ui/main/request_hooks.h"
 #include "ui/note_editor/note_actions.h"
-#include "ui/qt_progress.h"
-#include "ui/qt_prompts.h"
-#include "ui/quit_guard.h"
-#include "ui/request_hooks.h"
-#include "ui/theme.h"
+#include "ui/ports/qt_progress.h"
+#include "ui/ports/qt_prompts.h"
+#include "ui/ports/quit_guard.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Reads the includes of src/: folders reach only folders above them, the core knows no Qt, and no units form a circle.
+"""Reads the includes of src/: folders reach only folders above them, the core knows no Qt, and neither units nor
+folders form a circle.
 
 Usage: layers_test.py SOURCE_ROOT. Also checks itself on trees with a planted fault."""
 import pathlib
@@ -39,12 +40,16 @@ def wrong_arrows(found):
             yield f"{file} includes {name}, but the core knows no Qt"
 
 
-def circles(found):
-    """Units (a header with its source) that reach themselves through includes of other units."""
+def folder_of(name):
+    return name.rpartition("/")[0]
+
+
+def circles(found, part):
+    """Parts (units, or folders with their files) that reach themselves through includes of other parts."""
     graph = {}
     for file, quote, name in found:
-        if quote == '"' and unit(name) != unit(file):
-            graph.setdefault(unit(file), set()).add(unit(name))
+        if quote == '"' and part(name) != part(file):
+            graph.setdefault(part(file), set()).add(part(name))
     state = {}
 
     def walk(start):
@@ -76,7 +81,7 @@ def faults(root):
     unknown = {f.split("/")[0] for f, _, _ in found} - set(ORDER)
     if unknown:
         return [f"src/{folder} has no place in the order of folders" for folder in sorted(unknown)]
-    return list(wrong_arrows(found)) + ["circle: " + c for c in circles(found)]
+    return list(wrong_arrows(found)) + ["circle: " + c for c in [*circles(found, unit), *circles(found, folder_of)]]
 
 
 def check_on_planted_faults():
@@ -85,6 +90,8 @@ def check_on_planted_faults():
         "Qt in the core": {"notes/a.cpp": "#include <QString>\n"},
         "a circle of units": {"base/a.h": '#include "base/b.h"\n', "base/b.cpp": '#include "base/c.h"\n',
                               "base/b.h": "", "base/c.h": '#include "base/a.h"\n'},
+        "a circle of folders": {"ui/a/x.h": '#include "ui/b/y.h"\n', "ui/b/y.h": "",
+                                "ui/b/z.h": '#include "ui/a/w.h"\n', "ui/a/w.h": ""},
         "an unknown folder": {"util/a.cpp": '#include "base/b.h"\n'},
         "a path that is not from the root": {"base/a.cpp": '#include "b.h"\n'},
     }

@@ -11,7 +11,7 @@
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -4,16 +4,16 @@
 #include <thread>
 
 #include "support/refused_threads.h"
+#include "ui/board/picture_cache.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
+#include "ui/controls/run_when_free.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/theme.h"
 #include "ui/picture_bytes.h"
-#include "ui/picture_cache.h"
-#include "ui/qt_progress.h"
-#include "ui/qt_prompts.h"
-#include "ui/quit_guard.h"
-#include "ui/run_when_free.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
+#include "ui/ports/qt_progress.h"
+#include "ui/ports/qt_prompts.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 

@@ -7,8 +7,8 @@
 #include "rtf/rtf.h"
 #include "support/read_world.h"
 #include "ui/command_reach.h"
+#include "ui/look/theme.h"
 #include "ui/tab_walk.h"
-#include "ui/theme.h"
 #include "ui/window_rules.h"
 
 namespace lore {

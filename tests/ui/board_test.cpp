@@ -7,12 +7,12 @@
 #include <memory>
 
 #include "bibliography/citation_spans.h"
-#include "ui/board_accessible.h"
+#include "ui/board/board_accessible.h"
+#include "ui/board/board_view.h"
+#include "ui/board/card_emphasis.h"
 #include "ui/board_fixture.h"
-#include "ui/board_view.h"
-#include "ui/card_emphasis.h"
 #include "ui/controls.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

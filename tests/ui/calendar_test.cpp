@@ -13,7 +13,7 @@
 #include "ui/calendar/event_tool_tip.h"
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
-#include "ui/qt_text.h"
+#include "ui/look/qt_text.h"
 #include "ui/tab_walk.h"
 #include "ui/window_rules.h"
 #include "ui/window_world.h"

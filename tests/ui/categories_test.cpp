@@ -1,7 +1,7 @@
 #include "ui/categories/edit_categories_ctrl.h"
 #include "ui/categories/edit_categories_dlg.h"
-#include "ui/control_bar.h"
-#include "ui/panel_page.h"
+#include "ui/main/control_bar.h"
+#include "ui/main/panel_page.h"
 #include "ui/window_world.h"
 
 namespace lore {

@@ -9,8 +9,8 @@
 #include "platform/places.h"
 #include "support/http_server.h"
 #include "support/noted_starts.h"
-#include "ui/about_dialog.h"
-#include "ui/tool_bar.h"
+#include "ui/main/about_dialog.h"
+#include "ui/main/tool_bar.h"
 #include "ui/window_world.h"
 
 namespace lore {

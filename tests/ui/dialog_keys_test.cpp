@@ -3,11 +3,11 @@
 #include "support/memory_store.h"
 #include "ui/calendar/date_fields.h"
 #include "ui/controls.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
+#include "ui/controls/typed_date_edit.h"
 #include "ui/editor/editor_dialogs.h"
-#include "ui/qt_prompts.h"
-#include "ui/theme.h"
-#include "ui/typed_date_edit.h"
+#include "ui/look/theme.h"
+#include "ui/ports/qt_prompts.h"
 
 namespace lore {
 

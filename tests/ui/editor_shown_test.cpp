@@ -3,6 +3,8 @@
 
 #include "base/file_io.h"
 #include "support/read_world.h"
+#include "ui/board/rich_text_pictures.h"
+#include "ui/board/rich_text_view.h"
 #include "ui/editor/document_capture.h"
 #include "ui/editor/document_fill.h"
 #include "ui/editor/note_formats.h"
@@ -10,8 +12,6 @@
 #include "ui/editor/table_commands.h"
 #include "ui/editor_window.h"
 #include "ui/picture_bytes.h"
-#include "ui/rich_text_pictures.h"
-#include "ui/rich_text_view.h"
 
 namespace lore {
 namespace {

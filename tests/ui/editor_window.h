@@ -10,7 +10,7 @@
 #include "ui/editor/find_bar.h"
 #include "ui/editor/format_bar.h"
 #include "ui/editor/rich_text_edit.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -10,7 +10,7 @@
 #include "ui/note_editor/draft_writer.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
-#include "ui/qt_progress.h"
+#include "ui/ports/qt_progress.h"
 #include "ui/tab_walk.h"
 #include "ui/window_world.h"
 

@@ -1,6 +1,6 @@
 #include "notes/note_file.h"
+#include "ui/main/tool_bar.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
-#include "ui/tool_bar.h"
 #include "ui/window_world.h"
 
 namespace lore {

@@ -8,7 +8,7 @@
 #include "ui/online/link_notebook_dialog.h"
 #include "ui/online/select_online_notebook_dlg.h"
 #include "ui/online/sync_setup_dialog.h"
-#include "ui/qt_progress.h"
+#include "ui/ports/qt_progress.h"
 #include "ui/window_world.h"
 
 namespace lore {

@@ -10,7 +10,7 @@
 #include "support/refused_threads.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -2,10 +2,10 @@
 
 #include "ui/command_reach.h"
 #include "ui/controls.h"
-#include "ui/quiet_view.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/theme.h"
 #include "ui/tab_walk.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
 #include "ui/window_rules.h"
 
 namespace lore {

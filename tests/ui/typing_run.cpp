@@ -15,11 +15,11 @@
 #include "platform/ini_store.h"
 #include "platform/system_sources.h"
 #include "support/scripted_ports.h"
-#include "ui/main_window.h"
+#include "ui/look/theme.h"
+#include "ui/main/main_window.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
-#include "ui/theme.h"
 
 namespace lore {
 namespace {

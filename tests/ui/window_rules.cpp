@@ -3,7 +3,7 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -11,9 +11,9 @@
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
-#include "ui/fault_bar.h"
-#include "ui/main_window.h"
-#include "ui/theme.h"
+#include "ui/controls/fault_bar.h"
+#include "ui/look/theme.h"
+#include "ui/main/main_window.h"
 
 namespace lore {
 

@@ -10,13 +10,13 @@
 
 #include "bibliography/output_selection.h"
 #include "bibliography/source_types.h"
-#include "ui/empty_line.h"
-#include "ui/qt_text.h"
+#include "ui/controls/empty_line.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/sources/clamped_spin_box.h"
 #include "ui/sources/source_dialog.h"
 #include "ui/sources/source_list_model.h"
 #include "ui/sources/sources_list_wnd.h"
-#include "ui/theme.h"
 
 namespace lore {
 

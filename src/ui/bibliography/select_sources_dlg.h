@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bibliography/source_selection.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QCheckBox;
 class QComboBox;

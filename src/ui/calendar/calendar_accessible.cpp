@@ -5,7 +5,7 @@
 #include <map>
 
 #include "ui/calendar/calendar_grid.h"
-#include "ui/qt_text.h"
+#include "ui/look/qt_text.h"
 
 namespace lore {
 namespace {

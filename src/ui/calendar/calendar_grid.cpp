@@ -7,8 +7,8 @@
 #include <numeric>
 
 #include "calendar/bar_colors.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -7,7 +7,7 @@
 
 #include "ui/calendar/calendar_grid.h"
 #include "ui/calendar/event_tool_tip.h"
-#include "ui/focus_child.h"
+#include "ui/look/focus_child.h"
 
 namespace lore {
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "calendar/typed_time.h"
-#include "ui/typed_date_edit.h"
+#include "ui/controls/typed_date_edit.h"
 
 namespace lore {
 

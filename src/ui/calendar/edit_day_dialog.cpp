@@ -17,10 +17,10 @@
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/event_tool_tip.h"
-#include "ui/list_columns.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/theme.h"
+#include "ui/controls/list_columns.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

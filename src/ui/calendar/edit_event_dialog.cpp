@@ -18,11 +18,11 @@
 #include "ui/calendar/date_fields.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/recurrence_tabs.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -2,7 +2,7 @@
 
 #include "calendar/event_editor.h"
 #include "ui/calendar/calendar_host.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QCheckBox;
 class QComboBox;

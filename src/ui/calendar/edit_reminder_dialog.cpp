@@ -14,9 +14,9 @@
 #include "calendar/day_reminders.h"
 #include "calendar/reminder_address.h"
 #include "ui/calendar/date_fields.h"
-#include "ui/qt_text.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

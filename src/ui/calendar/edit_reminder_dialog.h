@@ -2,7 +2,7 @@
 
 #include "calendar/reminder_editor.h"
 #include "ui/calendar/calendar_host.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QComboBox;
 class QDateEdit;

@@ -1,7 +1,7 @@
 #include "ui/calendar/event_tool_tip.h"
 
 #include "calendar/event_text.h"
-#include "ui/qt_text.h"
+#include "ui/look/qt_text.h"
 
 namespace lore {
 

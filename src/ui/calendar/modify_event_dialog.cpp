@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/theme_look.h"
+#include "ui/look/theme_look.h"
 
 namespace lore {
 

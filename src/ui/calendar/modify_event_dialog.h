@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calendar/modify_event.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 namespace lore {
 

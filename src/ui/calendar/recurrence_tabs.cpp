@@ -9,9 +9,9 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
-#include "ui/qt_text.h"
-#include "ui/text_field.h"
-#include "ui/theme_look.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme_look.h"
 
 namespace lore {
 

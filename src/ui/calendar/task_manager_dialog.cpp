@@ -19,8 +19,8 @@
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

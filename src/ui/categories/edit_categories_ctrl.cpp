@@ -11,8 +11,8 @@
 #include <unordered_set>
 
 #include "edit/category_trees.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "notes/panel_entries.h"
-#include "ui/quiet_view.h"
+#include "ui/controls/quiet_view.h"
 
 namespace lore {
 

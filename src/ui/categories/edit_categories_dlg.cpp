@@ -10,9 +10,9 @@
 
 #include "notes/panel_commands.h"
 #include "ui/categories/edit_categories_ctrl.h"
-#include "ui/popup_menu.h"
+#include "ui/controls/popup_menu.h"
+#include "ui/look/theme.h"
 #include "ui/sources/source_dialog.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/category_editing.h"
-#include "ui/dialog_frame.h"
-#include "ui/fault_bar.h"
+#include "ui/controls/dialog_frame.h"
+#include "ui/controls/fault_bar.h"
 
 class QComboBox;
 class QMenu;

@@ -5,8 +5,8 @@
 #include <QVBoxLayout>
 
 #include "ui/command_bar/command_bar_model.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

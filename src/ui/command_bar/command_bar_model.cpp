@@ -9,8 +9,8 @@
 #include <QToolTip>
 #include <algorithm>
 
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

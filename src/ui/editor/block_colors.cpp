@@ -3,7 +3,7 @@
 #include <QTextBlock>
 
 #include "ui/editor/note_formats.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

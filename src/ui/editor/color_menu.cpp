@@ -7,7 +7,7 @@
 #include <span>
 
 #include "calendar/bar_colors.h"
-#include "ui/qt_text.h"
+#include "ui/look/qt_text.h"
 
 namespace lore {
 namespace {

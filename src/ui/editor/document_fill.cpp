@@ -7,11 +7,11 @@
 #include <map>
 
 #include "rtf/kept_group.h"
+#include "ui/board/rich_text_pictures.h"
 #include "ui/editor/note_formats.h"
 #include "ui/editor/table_fit.h"
 #include "ui/editor/table_plan.h"
-#include "ui/rich_text_pictures.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 namespace {

@@ -8,9 +8,9 @@
 #include <QSpinBox>
 
 #include "base/text.h"
-#include "ui/main_button_keys.h"
-#include "ui/text_field.h"
-#include "ui/theme_look.h"
+#include "ui/controls/main_button_keys.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/theme_look.h"
 
 namespace lore {
 namespace {

@@ -8,10 +8,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/controls/text_field.h"
 #include "ui/editor/rich_text_edit.h"
-#include "ui/qt_text.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 namespace {

@@ -14,8 +14,8 @@
 #include "ui/editor/editor_dialogs.h"
 #include "ui/editor/rich_text_edit.h"
 #include "ui/editor/table_commands.h"
-#include "ui/theme.h"
-#include "ui/theme_tool_bar.h"
+#include "ui/look/theme.h"
+#include "ui/look/theme_tool_bar.h"
 
 namespace lore {
 namespace {

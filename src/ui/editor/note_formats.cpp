@@ -3,7 +3,7 @@
 #include <QTextBlock>
 #include <algorithm>
 
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 namespace {

@@ -11,8 +11,8 @@
 
 #include "rtf/document.h"
 #include "rtf/table_grid.h"
-#include "ui/rich_text_formats.h"
-#include "ui/rich_text_look.h"
+#include "ui/board/rich_text_formats.h"
+#include "ui/board/rich_text_look.h"
 
 class QTextDocument;
 

@@ -7,7 +7,7 @@
 #include "ui/editor/block_place.h"
 #include "ui/editor/note_formats.h"
 #include "ui/editor/picture_object.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 namespace {

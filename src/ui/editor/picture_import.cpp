@@ -4,8 +4,8 @@
 #include <QImageReader>
 #include <algorithm>
 
-#include "ui/rich_text_formats.h"
-#include "ui/rich_text_pictures.h"
+#include "ui/board/rich_text_formats.h"
+#include "ui/board/rich_text_pictures.h"
 
 namespace lore {
 namespace {

@@ -18,7 +18,7 @@
 #include "ui/editor/spell_marks.h"
 #include "ui/editor/table_commands.h"
 #include "ui/editor/table_fit.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 namespace {

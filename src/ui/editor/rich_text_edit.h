@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "ui/board/rich_text_formats.h"
 #include "ui/editor/capture_beside.h"
 #include "ui/editor/note_formats.h"
 #include "ui/editor/text_commands.h"
-#include "ui/rich_text_formats.h"
 
 namespace lore {
 

@@ -10,7 +10,7 @@
 
 #include "ui/editor/note_block_data.h"
 #include "ui/editor/spell_words.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 namespace {

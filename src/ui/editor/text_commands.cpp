@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "ui/editor/note_formats.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 namespace {

@@ -8,12 +8,12 @@
 #include <QVBoxLayout>
 
 #include "rtf/rtf.h"
-#include "ui/list_columns.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/rich_text_view.h"
-#include "ui/theme.h"
-#include "ui/window_place.h"
+#include "ui/board/rich_text_view.h"
+#include "ui/controls/list_columns.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
+#include "ui/look/window_place.h"
 
 namespace lore {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "exchange/note_differences.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QTextEdit;
 

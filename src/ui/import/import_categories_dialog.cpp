@@ -7,8 +7,8 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "ui/look/theme.h"
 #include "ui/note_editor/category_panel.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "edit/category_assignment.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QWidget;
 

@@ -11,14 +11,14 @@
 #include <algorithm>
 
 #include "exchange/import_editing.h"
-#include "ui/empty_line.h"
+#include "ui/controls/empty_line.h"
+#include "ui/controls/list_columns.h"
+#include "ui/controls/quiet_view.h"
 #include "ui/import/differences_window.h"
 #include "ui/import/import_categories_dialog.h"
-#include "ui/list_columns.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/note_editor/note_editor_window.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/theme.h"
 
 namespace lore {
 

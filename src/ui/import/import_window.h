@@ -7,7 +7,7 @@
 #include "app/writing_commands.h"
 #include "exchange/import_editing.h"
 #include "exchange/import_notes.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QAction;
 class QCheckBox;

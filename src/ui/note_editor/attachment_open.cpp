@@ -6,8 +6,8 @@
 
 #include "app/open_rules.h"
 #include "notes/attachment_kind.h"
+#include "ui/look/qt_text.h"
 #include "ui/note_editor/picture_viewer.h"
-#include "ui/qt_text.h"
 
 namespace lore {
 

@@ -15,12 +15,12 @@
 
 #include "notes/attachment_kind.h"
 #include "notes/attachment_path.h"
-#include "ui/card_attachments.h"
+#include "ui/board/card_attachments.h"
+#include "ui/controls/popup_menu.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/note_editor/attachment_open.h"
-#include "ui/popup_menu.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "edit/attachment_list.h"
-#include "ui/note_editor/panel_section.h"
+#include "ui/controls/panel_section.h"
 
 class QTreeWidget;
 

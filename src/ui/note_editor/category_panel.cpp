@@ -5,9 +5,9 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
-#include "ui/opening_combo.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/controls/opening_combo.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

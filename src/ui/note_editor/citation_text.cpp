@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/card_emphasis.h"
-#include "ui/qt_text.h"
+#include "ui/board/card_emphasis.h"
+#include "ui/look/qt_text.h"
 
 namespace lore {
 

@@ -8,8 +8,8 @@
 #include <QPushButton>
 
 #include "ui/editor/color_menu.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -7,11 +7,11 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-#include "ui/main_button_keys.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
+#include "ui/controls/main_button_keys.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

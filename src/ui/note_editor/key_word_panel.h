@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "edit/key_word_picker.h"
-#include "ui/note_editor/panel_section.h"
+#include "ui/controls/panel_section.h"
 
 class QLineEdit;
 class QTreeWidget;

@@ -5,11 +5,11 @@
 
 #include "notes/note_finder.h"
 #include "rtf/rtf.h"
+#include "ui/controls/run_when_free.h"
 #include "ui/editor/note_clipboard.h"
 #include "ui/editor/note_formats.h"
+#include "ui/look/qt_text.h"
 #include "ui/note_editor/note_editor_window.h"
-#include "ui/qt_text.h"
-#include "ui/run_when_free.h"
 #include "ui/sources/source_dialogs.h"
 
 namespace lore {

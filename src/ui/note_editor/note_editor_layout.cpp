@@ -13,7 +13,10 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-#include "ui/main_button_keys.h"
+#include "ui/controls/main_button_keys.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
+#include "ui/look/window_place.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
 #include "ui/note_editor/color_panel.h"
@@ -21,10 +24,7 @@
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/note_editor/source_panel.h"
-#include "ui/qt_text.h"
 #include "ui/sources/source_dialogs.h"
-#include "ui/theme.h"
-#include "ui/window_place.h"
 
 namespace lore {
 

@@ -12,6 +12,8 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/note_editor/attachment_open.h"
 #include "ui/note_editor/attachment_panel.h"
 #include "ui/note_editor/category_panel.h"
@@ -20,9 +22,7 @@
 #include "ui/note_editor/key_word_panel.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/note_editor/source_panel.h"
-#include "ui/qt_text.h"
-#include "ui/quit_guard.h"
-#include "ui/theme.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 

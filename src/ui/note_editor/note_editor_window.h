@@ -6,7 +6,7 @@
 #include "app/writing_commands.h"
 #include "edit/category_assignment.h"
 #include "edit/source_rows.h"
-#include "ui/fault_bar.h"
+#include "ui/controls/fault_bar.h"
 
 class QCheckBox;
 class QLabel;

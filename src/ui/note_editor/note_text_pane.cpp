@@ -7,7 +7,7 @@
 #include "ui/editor/format_bar.h"
 #include "ui/editor/rich_text_edit.h"
 #include "ui/editor/spell_marks.h"
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -12,8 +12,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/note_editor/panel_section.h"
-#include "ui/theme.h"
+#include "ui/controls/panel_section.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -10,10 +10,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "ui/note_editor/panel_section.h"
+#include "ui/controls/panel_section.h"
+#include "ui/controls/popup_menu.h"
+#include "ui/look/theme.h"
 #include "ui/note_editor/source_row_view.h"
-#include "ui/popup_menu.h"
-#include "ui/theme.h"
 
 namespace lore {
 

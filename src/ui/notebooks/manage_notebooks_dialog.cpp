@@ -9,11 +9,11 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include "ui/controls/quiet_view.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
 
 namespace lore {
 

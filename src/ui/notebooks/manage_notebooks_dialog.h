@@ -1,7 +1,7 @@
 #pragma once
 
 #include "notebooks/manage_notebooks.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QLabel;
 class QLineEdit;

@@ -5,10 +5,10 @@
 #include <QPushButton>
 
 #include "online/service_call.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/online/select_online_notebook_dlg.h"
 #include "ui/options/option_controls.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -2,7 +2,7 @@
 
 #include "online/notebook_link.h"
 #include "online/online_config.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QGridLayout;
 class QLabel;

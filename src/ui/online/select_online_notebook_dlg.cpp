@@ -6,10 +6,10 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "ui/controls/quiet_view.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/theme.h"
 
 namespace lore {
 

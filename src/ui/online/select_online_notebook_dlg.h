@@ -1,7 +1,7 @@
 #pragma once
 
 #include "online/online_notebook_choice.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QLabel;
 class QListWidget;

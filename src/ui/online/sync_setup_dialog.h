@@ -5,7 +5,7 @@
 
 #include "online/online_config.h"
 #include "online/sync_setup.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QCheckBox;
 class QLabel;

@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 #include <optional>
 
+#include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
-#include "ui/theme.h"
 
 namespace lore {
 

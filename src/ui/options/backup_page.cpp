@@ -7,10 +7,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
-#include "ui/qt_text.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "settings/settings.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QCheckBox;
 class QDoubleSpinBox;

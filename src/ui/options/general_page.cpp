@@ -10,10 +10,10 @@
 #include <QVBoxLayout>
 
 #include "base/rgb.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/options/font_dialog.h"
 #include "ui/options/option_controls.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 
 #include "base/rgb.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -5,11 +5,11 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "ui/look/theme.h"
 #include "ui/options/agent_page.h"
 #include "ui/options/backup_page.h"
 #include "ui/options/option_controls.h"
 #include "ui/options/spell_page.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ports/spell_checker.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 #include "ui/options/general_page.h"
 
 class QTabWidget;

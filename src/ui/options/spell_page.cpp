@@ -11,12 +11,12 @@
 
 #include "settings/user_dictionary.h"
 #include "ui/editor/spell_marks.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/options/font_dialog.h"
 #include "ui/options/more_spell_options_dialog.h"
 #include "ui/options/option_controls.h"
 #include "ui/options/user_dictionary_dialog.h"
-#include "ui/qt_text.h"
-#include "ui/theme.h"
 
 namespace lore {
 

@@ -7,10 +7,10 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/text_field.h"
-#include "ui/theme_look.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme_look.h"
 
 namespace lore {
 

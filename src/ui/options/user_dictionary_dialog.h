@@ -1,7 +1,7 @@
 #pragma once
 
 #include "settings/user_dictionary.h"
-#include "ui/dialog_frame.h"
+#include "ui/controls/dialog_frame.h"
 
 class QLineEdit;
 class QListWidget;

@@ -7,8 +7,8 @@
 
 #include "bibliography/citation_spans.h"
 #include "bibliography/source_types.h"
-#include "ui/card_emphasis.h"
-#include "ui/qt_text.h"
+#include "ui/board/card_emphasis.h"
+#include "ui/look/qt_text.h"
 
 namespace lore {
 

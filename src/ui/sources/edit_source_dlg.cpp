@@ -8,7 +8,7 @@
 #include <QSpinBox>
 #include <algorithm>
 
-#include "ui/qt_text.h"
+#include "ui/look/qt_text.h"
 #include "ui/sources/source_authors_pane.h"
 #include "ui/sources/source_date_field.h"
 #include "ui/sources/source_fields_pane.h"

@@ -7,18 +7,18 @@
 #include <QScrollArea>
 #include <QSplitter>
 
-#include "ui/note_editor/panel_section.h"
-#include "ui/opening_combo.h"
-#include "ui/qt_text.h"
+#include "ui/controls/opening_combo.h"
+#include "ui/controls/panel_section.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
+#include "ui/look/window_place.h"
 #include "ui/sources/clamped_spin_box.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources/source_authors_pane.h"
 #include "ui/sources/source_date_field.h"
 #include "ui/sources/source_fields_pane.h"
 #include "ui/sources/source_preview_wnd.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
-#include "ui/window_place.h"
 
 namespace lore {
 

@@ -8,10 +8,10 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

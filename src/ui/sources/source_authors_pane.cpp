@@ -11,12 +11,12 @@
 #include <algorithm>
 #include <iterator>
 
-#include "ui/empty_line.h"
-#include "ui/qt_text.h"
-#include "ui/quiet_view.h"
+#include "ui/controls/empty_line.h"
+#include "ui/controls/quiet_view.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/sources/source_dialog.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
 
 namespace lore {
 

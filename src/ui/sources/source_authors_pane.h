@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sources/source_authors.h"
-#include "ui/note_editor/panel_section.h"
+#include "ui/controls/panel_section.h"
 
 class QLineEdit;
 class QListWidget;

@@ -5,10 +5,10 @@
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 
-#include "ui/qt_text.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
-#include "ui/typed_date_edit.h"
+#include "ui/controls/text_field.h"
+#include "ui/controls/typed_date_edit.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

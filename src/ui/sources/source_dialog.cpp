@@ -7,7 +7,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
-#include "ui/theme.h"
+#include "ui/look/theme.h"
 
 namespace lore {
 

@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "ui/dialog_frame.h"
-#include "ui/fault_bar.h"
+#include "ui/controls/dialog_frame.h"
+#include "ui/controls/fault_bar.h"
 #include "ui/sources/source_windows.h"
 
 class QLabel;

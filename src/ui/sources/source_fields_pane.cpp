@@ -7,10 +7,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "ui/qt_text.h"
+#include "ui/controls/text_field.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/sources/source_dialog.h"
-#include "ui/text_field.h"
-#include "ui/theme.h"
 
 namespace lore {
 

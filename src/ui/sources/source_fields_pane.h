@@ -3,7 +3,7 @@
 #include <QList>
 
 #include "sources/source_editor.h"
-#include "ui/note_editor/panel_section.h"
+#include "ui/controls/panel_section.h"
 
 class QGridLayout;
 class QLabel;

@@ -1,7 +1,7 @@
 #include "ui/sources/source_list_model.h"
 
 #include "bibliography/source_types.h"
-#include "ui/qt_text.h"
+#include "ui/look/qt_text.h"
 
 namespace lore {
 

@@ -5,8 +5,8 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
+#include "ui/look/theme.h"
 #include "ui/sources/citation_layout.h"
-#include "ui/theme.h"
 
 namespace lore {
 

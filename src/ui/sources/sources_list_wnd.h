@@ -3,7 +3,7 @@
 #include <QListView>
 
 #include "sources/source_boxes.h"
-#include "ui/quiet_view.h"
+#include "ui/controls/quiet_view.h"
 #include "ui/sources/source_list_model.h"
 
 namespace lore {

@@ -12,11 +12,11 @@
 #include <QSignalBlocker>
 #include <QStackedWidget>
 
-#include "ui/popup_menu.h"
-#include "ui/qt_text.h"
+#include "ui/controls/popup_menu.h"
+#include "ui/look/qt_text.h"
+#include "ui/look/theme.h"
 #include "ui/sources/source_list_model.h"
 #include "ui/sources/sources_list_wnd.h"
-#include "ui/theme.h"
 
 namespace lore {
 
