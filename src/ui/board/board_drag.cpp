@@ -35,6 +35,8 @@ void BoardView::Impl::FindTarget() {
 }
 
 void BoardView::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == impl_->showTimer.timerId() && impl_->IsShowing())
+        return impl_->ShowStep();
     impl_->CatchUp();
     if (event->timerId() == impl_->aheadTimer.timerId()) {
         if (!impl_->LayOutAhead())

@@ -56,6 +56,14 @@ void BoardView::Impl::ChangeFocus(int row, bool reveal) {
 }
 
 void BoardView::Impl::Reveal(int row) {
+    if (!AnchorInSight(row))
+        return;
+    Settle();
+    view.viewport()->update();
+}
+
+// False if the card is in sight as it is.
+bool BoardView::Impl::AnchorInSight(int row) {
     const int height = view.viewport()->height();
     const int top = TopOf(row);
     const int cardHeight = HeightOf(row);
@@ -64,9 +72,8 @@ void BoardView::Impl::Reveal(int row) {
     else if (top + cardHeight > height)
         AnchorAt(row, height - cardHeight);
     else
-        return;
-    Settle();
-    view.viewport()->update();
+        return false;
+    return true;
 }
 
 // A card that goes on beyond the edge is scrolled through before the next one gets the focus.
@@ -80,7 +87,7 @@ void BoardView::Impl::MoveFocus(int step) {
     ChangeFocus(std::clamp(focusRow + step, 0, model.Count() - 1), true);
 }
 
-// Who comes by keys sees where he is: at the card of before, or at the first one in sight.
+// With the keys the place shows: the card of before, or the first one in sight.
 void BoardView::Impl::ShowFocus() {
     CatchUp();
     if (model.Count() == 0)
@@ -222,7 +229,9 @@ void BoardView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 bool BoardView::viewportEvent(QEvent* event) {
-    if (impl_)
+    // What uncovers a part of the board doesn't wait for its cards either.
+    const bool isSoon = impl_ && event->type() == QEvent::Paint && impl_->IsShowing();
+    if (impl_ && !isSoon)
         impl_->CatchUp();
     if (event->type() == QEvent::Leave)
         impl_->Hover(QPoint(-1, -1));

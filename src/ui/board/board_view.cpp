@@ -4,7 +4,6 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <algorithm>
-#include <utility>
 
 #include "ui/board/board_empty_pane.h"
 #include "ui/board/board_view_impl.h"
@@ -73,116 +72,24 @@ void BoardView::SetOtherNoteBooks(const QStringList& names) {
     impl_->otherNoteBooks = names;
 }
 
-void BoardView::Rebuild() {
-    impl_->store.DropCards();
-    impl_->Reload();
-    impl_->Settle();
-}
-
-void BoardView::RebuildAt(int32_t noteId) {
-    impl_->store.DropCards();
-    impl_->RebuildAt(noteId);
-}
-
-void BoardView::RebuildAtSavedSoon(int32_t noteId) {
-    impl_->savedNote = noteId;
-    impl_->savedTimer.start(0, this);
-}
-
-void BoardView::Impl::RebuildAt(int32_t noteId) {
-    store.DropNote(noteId);
-    const int before = focusRow;
-    const int32_t noteBefore = focusNote;
-    const bool inSight = before >= topRow && before < endRow;
-    const int top = inSight ? TopOf(before) : 0;
-    Reload();
-    const int row = model.RowOf(noteId);
-    // What takes the place of a note that has gone stands where that stood.
-    if (inSight && row == before && model.RowOf(noteBefore) < 0)
-        AnchorAt(row, top);
-    ChangeFocus(row, true);
-    Settle();
-    if (focusRow >= 0)
-        Reveal(focusRow);  // what was estimated above it is laid out now
-}
-
-// The list is shown at once. A saved note beyond its edges comes into sight when the cards around it are laid out, one
-// a turn, so that a key never waits for all of them.
-void BoardView::Impl::ShowSaved() {
-    if (savedNote > 0) {
-        store.DropNote(savedNote);
-        Reload();
-        ChangeFocus(model.RowOf(std::exchange(savedNote, -1)), false);
-        Settle();
-    }
-    aheadTimer.stop();
-    const bool inSight = focusRow >= topRow && focusRow < endRow;
-    const int step = focusRow < topRow ? 1 : -1;  // Reveal puts it at the near edge
-    if (focusRow >= 0 && !inSight && LayOutFrom(focusRow, step, heights.Count()))
-        return;
-    savedTimer.stop();
-    if (focusRow >= 0)
-        Reveal(focusRow);
-    aheadTimer.start(0, &view);
-    emit view.SavedShown();
-}
-
-// Everything but the layout of the cards that come into sight.
-void BoardView::Impl::Reload() {
-    QPalette groove;
-    groove.setColor(QPalette::Window, theme.Color(ColorRole::Board));
-    view.verticalScrollBar()->setPalette(groove);
-    const int focusTop = focusRow >= 0 ? TopOf(focusRow) : -1;
-    const bool focusSeen = focusRow >= topRow && focusRow < endRow && focusRow >= 0;
-    CancelDrag();
-    ChooseWidth();
-    ReloadHeights();
-    focusRow = focusNote > 0 ? model.RowOf(focusNote) : -1;
-    if (focusRow < 0)
-        ChangeFocus(-1, false);
-    if (focusSeen && focusRow >= 0)
-        AnchorAt(focusRow, focusTop);
-    else
-        AnchorAt(std::max(0, model.RowOf(topNote)), topOffset);
-    hoverRow = -1;
-    ShowEmptyPane();
-    view.viewport()->update();
-}
-
-// A list that changes while a message stands before the board is shown before anything else is done with it.
-void BoardView::Impl::CatchUp() {
-    if (!emptyPane || heights.Count() == model.Count())
-        return;  // while the board is made, or as ever
-    store.DropCards();
-    Reload();
-    Settle();
-}
-
-void BoardView::RefreshNote(int32_t noteId) {
-    const int row = impl_->model.RowOf(noteId);
-    impl_->store.DropNote(noteId);
-    if (row < 0 || row >= impl_->heights.Count())
-        return;
-    impl_->heights.SetHeight(row, impl_->store.LikelyHeight(row));
-    impl_->Settle();
-    viewport()->update();
-}
-
 int32_t BoardView::FocusNote() const {
     return impl_->focusNote;
 }
 
 void BoardView::SetFocusNote(int32_t noteId) {
+    impl_->FinishShowing();
     impl_->ChangeFocus(impl_->model.RowOf(noteId), true);
 }
 
 QRect BoardView::CardRect(int row) const {
+    impl_->FinishShowing();
     if (row < 0 || row >= impl_->heights.Count())
         return {};
     return QRect(impl_->CardLeft(), impl_->TopOf(row), impl_->store.Width(), impl_->heights.HeightOf(row));
 }
 
 QRect BoardView::AttachmentRect(int row, int attachment) const {
+    impl_->FinishShowing();
     if (row < impl_->topRow || row >= impl_->endRow)
         return {};
     const QRectF rect = impl_->store.CardOf(row).AttachmentRect(attachment);
@@ -194,10 +101,12 @@ QString BoardView::CardText(int row) const {
 }
 
 std::pair<int, int> BoardView::VisibleRows() const {
+    impl_->FinishShowing();
     return {impl_->topRow, impl_->endRow};
 }
 
 void BoardView::FinishPictures() {
+    impl_->FinishShowing();
     impl_->store.Pictures().WaitForAll();
     viewport()->update();
 }
@@ -248,9 +157,12 @@ void BoardView::Impl::ReloadHeights() {
     heights.Assign(std::move(all));
 }
 
+// Until Settle has laid them out, the rows in sight are those that the estimates let in.
 void BoardView::Impl::AnchorAt(int row, int offset) {
-    topRow = std::clamp(row, 0, std::max(0, heights.Count() - 1));
+    topRow = endRow = std::clamp(row, 0, std::max(0, heights.Count() - 1));
     topOffset = offset;
+    for (int y = topOffset; endRow < heights.Count() && y < view.viewport()->height(); ++endRow)
+        y += heights.HeightOf(endRow);
 }
 
 // Goes by the heights: those of a long list are more than the scroll bar can count.
@@ -325,9 +237,8 @@ void BoardView::Impl::Settle() {
     aheadTimer.start(0, &view);
 }
 
-// Lays out the next card that has room in a page from a row on, of at most so many; false if all of them are.
-bool BoardView::Impl::LayOutFrom(int row, int step, int most) {
-    int room = view.viewport()->height();
+// Lays out the next of the cards that have room from a row on, of at most so many; false if all of them are.
+bool BoardView::Impl::LayOutFrom(int row, int step, int room, int most) {
     for (; most > 0 && room > 0 && row >= 0 && row < heights.Count(); --most, row += step) {
         if (!store.HasCardOf(row)) {
             Measure(row);
@@ -343,7 +254,8 @@ bool BoardView::Impl::LayOutFrom(int row, int step, int most) {
 bool BoardView::Impl::LayOutAhead() {
     if (endRow - topRow + 2 * kMostAhead > CardStore::kMostCards)
         return false;
-    return LayOutFrom(endRow, 1, kMostAhead) || LayOutFrom(topRow - 1, -1, kMostAhead);
+    const int page = view.viewport()->height();
+    return LayOutFrom(endRow, 1, page, kMostAhead) || LayOutFrom(topRow - 1, -1, page, kMostAhead);
 }
 
 void BoardView::Impl::SyncScrollBar() {
@@ -393,7 +305,7 @@ CardHit BoardView::Impl::HitTest(const QPoint& point, int row) {
 }
 
 void BoardView::Impl::UpdateRow(int row) {
-    if (row >= topRow && row < endRow)
+    if (row >= topRow && row < endRow && !IsShowing())
         view.viewport()->update(view.CardRect(row).adjusted(-kSpace, -kSpace, kSpace, kSpace));
 }
 
@@ -401,6 +313,8 @@ void BoardView::Impl::PaintCards(QPainter& painter, const QRect& area) {
     const int left = CardLeft();
     int top = topOffset;
     for (int row = topRow; row < endRow && top < area.bottom() + kSpace; ++row) {
+        if (IsShowing() && !store.HasCardOf(row))
+            return;
         const Card& card = store.CardOf(row);
         if (top + card.Height() >= area.top() - kSpace) {
             CardPaint paint;

@@ -31,7 +31,8 @@ public:
     /// The names of the NoteBooks that a note can be copied to.
     void SetOtherNoteBooks(const QStringList& names);
 
-    /// The list or its order is another one now. The focus note keeps its place on the screen if it is still there.
+    /// The list or its order is another one now. The focus note keeps its place on the screen if it is still there. The
+    /// cards that come into sight are laid out one a turn of the event loop, and painted then.
     void Rebuild();
     /// The same, and a note, whose content may be another one now, becomes the focus note and comes into sight, as by
     /// SetFocusNote.
@@ -41,6 +42,8 @@ public:
     void RebuildAtSavedSoon(int32_t noteId);
     /// One note's content is another one now, the list is the same.
     void RefreshNote(int32_t noteId);
+    /// Lays out at once what comes into sight after Rebuild or RebuildAt.
+    void FinishShowing();
 
     /// The id of the focus note, -1 for none.
     int32_t FocusNote() const;

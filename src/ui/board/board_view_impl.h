@@ -28,6 +28,11 @@ struct BoardView::Impl {
     void Reload();
     void CatchUp();
     void RebuildAt(int32_t noteId);
+    void ShowSoon();
+    void ShowStep();
+    bool IsShowing() const { return showTimer.isActive() && heights.Count() == model.Count(); }
+    void FinishShowing();
+    void ShowNow();
     void ShowSaved();
     void Settle();
     void ClimbTo();
@@ -36,7 +41,7 @@ struct BoardView::Impl {
     int Measure(int row);
     void SyncScrollBar();
     bool LayOutAhead();
-    bool LayOutFrom(int row, int step, int most);
+    bool LayOutFrom(int row, int step, int room, int most);
     void AnchorAt(int row, int offset);
     void ScrollBy(int64_t by);
     bool IsAtEnd(int direction) const;
@@ -52,6 +57,7 @@ struct BoardView::Impl {
 
     void ChangeFocus(int row, bool reveal);
     void Reveal(int row);
+    bool AnchorInSight(int row);
     void MoveFocus(int step);
     void ShowFocus();
     void Page(int direction);
@@ -91,6 +97,8 @@ struct BoardView::Impl {
     int wheelRest = 0;
     BoardDrag drag;
     QBasicTimer dragTimer;
+    QBasicTimer showTimer;             ///< runs while the cards that come into sight are laid out
+    bool showsFocus = false;           ///< the focus note comes into sight with them
     QBasicTimer aheadTimer;            ///< runs while cards beyond the edges are to be laid out
     QBasicTimer savedTimer;            ///< runs while a saved note is to be shown
     int32_t savedNote = -1;            ///< a saved note whose list isn't shown yet

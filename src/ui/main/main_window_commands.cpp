@@ -70,8 +70,7 @@ void MainWindow::Search(const QString& text, SearchScope scope) {
 void MainWindow::SetSort(int sortId) {
     app_.SetSortOrder(sortId);
     tools_->SetSort(app_.SortOrder());
-    board_->Rebuild();
-    board_->SetFocusNote(board_->FocusNote());
+    board_->RebuildAt(board_->FocusNote());
 }
 
 void MainWindow::SetZoom(int percent) {
