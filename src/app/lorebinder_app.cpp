@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "base/program_version.h"
 #include "base/text.h"
 #include "calendar/date_arithmetic.h"
 #include "notebooks/data_upgrade.h"
@@ -385,7 +386,7 @@ std::string CLorebinderApp::ListPane() const {
 }
 
 std::string CLorebinderApp::WindowTitle() {
-    return "<Lorebinder Premium> - Ver. 1.56 - Fennelworks, Inc.";
+    return std::string("<Lorebinder Premium> - Ver. ") + ProgramVersion() + " - Fennelworks, Inc.";
 }
 
 }  // namespace lore

@@ -18,7 +18,6 @@ constexpr int16_t kParagraphGap = 140;  // twips
 constexpr int16_t kItemGap = 50;
 constexpr int16_t kIndent = 440;
 constexpr int32_t kTableWidth = 9000;
-constexpr int32_t kTwipsPerPixel = 15;
 constexpr int32_t kPicturePercent = 80;
 
 enum class BlockKind { Text, Heading, Bullets, Numbers, Table, Quote, RightToLeftQuote, Picture };

@@ -7,13 +7,6 @@ namespace {
 
 constexpr std::string_view kTitleMark = "== ";
 
-std::string_view TakeLine(std::string_view& rest) {
-    const size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    return line;
-}
-
 /// The parts of a value between "|", trimmed; those that are missing are empty.
 std::array<std::string, 3> Parts(std::string_view value) {
     std::array<std::string, 3> parts;

@@ -16,25 +16,17 @@ constexpr double kLowestVersion = 1, kHighestVersion = 1000;
 constexpr double kShift = 10.0;
 constexpr size_t kLongestNotice = 1000;
 
-/// Cuts the first line off a text.
-std::string_view TakeLine(std::string_view& text) {
-    const size_t end = text.find('\n');
-    const std::string_view line = Trim(text.substr(0, end));
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return line;
-}
-
 }  // namespace
 
 std::optional<UpdateNews> ReadUpdateNews(std::string_view text) {
-    const std::string_view version = TakeLine(text);
+    const std::string_view version = Trim(TakeLine(text));
     if (version.empty() || version.find_first_not_of("0123456789.") != std::string_view::npos)
         return std::nullopt;
     UpdateNews news;
     news.version = ParseDouble(version);
     if (news.version < kLowestVersion || news.version > kHighestVersion)
         return std::nullopt;
-    const std::string_view page = TakeLine(text);
+    const std::string_view page = Trim(TakeLine(text));
     if (JudgeLink(page) == OpenVerdict::Open && page.starts_with("http"))
         news.page = page;
     news.notice = CleanText(Trim(text.substr(0, kLongestNotice)));
@@ -80,7 +72,7 @@ void UpdateCheck::Answer(const UpdateReply& reply, bool tellAll) {
     running_ = false;
     world_.settings.Set(Option::UpdateCheck, int32_t{world_.clock.Now().Day()});
     world_.settings.Save(world_.store, Option::UpdateCheck);
-    world_.store.Flush();
+    FlushTold(world_.store, world_.faults);
     const std::optional<UpdateNews> news = reply.ok ? ReadUpdateNews(reply.text) : std::nullopt;
     if (news && news->version > kDataVersion)
         return TellNewer(*news);

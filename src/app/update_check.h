@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "ports/clock.h"
+#include "ports/fault_notice.h"
 #include "ports/prompts.h"
 #include "ports/update_source.h"
 #include "settings/settings.h"
@@ -30,6 +31,7 @@ struct UpdateWorld {
     Settings& settings;
     SettingsStore& store;
     Prompts& prompts;
+    FaultNotice& faults;
     Clock& clock;
     UpdateSource* source = nullptr;
     std::function<void(const std::string& address)> openPage = [](const std::string&) {};

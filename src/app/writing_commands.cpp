@@ -1,8 +1,10 @@
 #include "app/writing_commands.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 
+#include "base/file_copy.h"
 #include "base/text.h"
 #include "exchange/bring_back.h"
 #include "notes/file_faults.h"
@@ -61,6 +63,7 @@ constexpr UndoTexts kUndoTexts[] = {
     {WritingCommands::NextUndo::Sources, "Undo Source",
      " of the notes has got other sources since, and keeps what it has.",
      " of the notes have got other sources since, and keep what they have."}};
+static_assert(std::size(kUndoTexts) == static_cast<size_t>(ValueKind::Sources) + 1);
 
 const UndoTexts& TextsOf(const ReplacedValues& values) {
     return kUndoTexts[static_cast<size_t>(KindOf(values))];
@@ -332,7 +335,7 @@ bool WritingCommands::ReadDraft(const std::filesystem::path& file, Draft& draft)
     TellFailedRead(world_.faults, "An unsaved text could not be read", file, read);
     if (!read.Ok() || isWhole)
         return isWhole;
-    const FileResult aside = DraftStore::SetAside(file);
+    const FileResult aside = SetAside(file);
     if (aside.Ok())
         world_.faults.Tell(
             {"An unsaved text could not be read; its file was set aside", file.string(), "it is damaged"});

@@ -71,7 +71,7 @@ public:
 
     DraftStore Drafts() const { return DraftStore(app_.NoteBook().paths); }
     /// The texts of the open NoteBook that were not saved, each with a question. Those that the user goes on with are
-    /// returned, those that he discards are removed. A damaged one is set aside and told; one that can't be read now,
+    /// returned, those that are discarded are removed. A damaged one is set aside and told; one that can't be read now,
     /// or whose note may stand in a file that can't, waits and is told; one that the note holds already goes without a
     /// word.
     std::vector<UnsavedNote> AskForUnsavedNotes();

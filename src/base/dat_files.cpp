@@ -7,7 +7,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 
 namespace lore {
 

@@ -2,13 +2,13 @@
 
 #include <array>
 #include <cerrno>
-#include <fcntl.h>
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 
 namespace lore {
 
@@ -35,24 +35,29 @@ mode_t PermissionsOf(const std::filesystem::path& file) {
     return (::stat(file.c_str(), &info) == 0 ? info.st_mode & 0666 : 0) | S_IRUSR | S_IWUSR;
 }
 
-FileResult OpenAndCopy(const std::filesystem::path& from, const std::filesystem::path& to) {
-    std::unique_ptr<FileNumber> source;
-    size_t ignored = 0;
-    if (const FileResult opened = OpenRegularFile(from, source, ignored); !opened.Ok())
-        return opened;
-    FileNumber target(::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, PermissionsOf(from)));
-    if (!target.IsOpen())
-        return LastError();
-    const FileResult result = CopyBytes(source->Get(), target.Get());
-    return result.Ok() && !target.Close() ? LastError() : result;
+/// The first of the names for what a file holds now that is free.
+std::filesystem::path KeptName(const std::filesystem::path& path) {
+    const std::string name = path.string();
+    std::string kept = name + ".kept";
+    std::error_code error;
+    for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(kept, error)); ++number)
+        kept = name + "." + std::to_string(number) + ".kept";
+    return kept;
 }
 
 }  // namespace
 
 FileResult CopyFileAtomically(const std::filesystem::path& from, const std::filesystem::path& to) {
-    const std::filesystem::path temporary = TemporaryName(to);
-    FileResult result = OpenAndCopy(from, temporary);
-    if (result.Ok() && ::rename(temporary.c_str(), to.c_str()) != 0)
+    std::unique_ptr<FileDescriptor> source;
+    size_t ignored = 0;
+    if (const FileResult opened = OpenRegularFile(from, source, ignored); !opened.Ok())
+        return opened;
+    std::filesystem::path temporary;
+    const std::unique_ptr<FileDescriptor> copy = MakeTemporary(to, PermissionsOf(from), temporary);
+    if (!copy->IsOpen())
+        return LastError();
+    FileResult result = CopyBytes(source->Get(), copy->Get());
+    if (result.Ok() && (!copy->Close() || ::rename(temporary.c_str(), to.c_str()) != 0))
         result = LastError();
     if (result.Ok())
         return FlushFolder(to.parent_path());
@@ -61,12 +66,12 @@ FileResult CopyFileAtomically(const std::filesystem::path& from, const std::file
 }
 
 FileResult KeepCopy(const std::filesystem::path& path, std::filesystem::path& kept) {
-    const std::string name = path.string();
-    kept = name + ".kept";
-    std::error_code error;
-    for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(kept, error)); ++number)
-        kept = name + "." + std::to_string(number) + ".kept";
+    kept = KeptName(path);
     return CopyFileAtomically(path, kept);
+}
+
+FileResult SetAside(const std::filesystem::path& path) {
+    return ::rename(path.c_str(), KeptName(path).c_str()) == 0 ? FlushFolder(path.parent_path()) : LastError();
 }
 
 }  // namespace lore

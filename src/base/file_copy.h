@@ -14,5 +14,7 @@ FileResult CopyFileAtomically(const std::filesystem::path& from, const std::file
 /// Keeps what a file holds before it is written anew: a copy in the same folder under a name that no reader picks up,
 /// "NAME.kept", "NAME.2.kept" and so on. `kept` is the copy's path.
 FileResult KeepCopy(const std::filesystem::path& path, std::filesystem::path& kept);
+/// Gives the file itself such a name.
+FileResult SetAside(const std::filesystem::path& path);
 
 }  // namespace lore

@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 #include "base/dat_files.h"
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 
 namespace lore {
 
@@ -17,7 +17,7 @@ namespace {
 
 /// Reads up to the end; `expected` is how many bytes there should be, 0 for a pipe. What `bytes` holds already is room,
 /// which spares the work of clearing it.
-FileResult ReadRest(int number, size_t expected, std::string& bytes) {
+FileResult ReadRest(int descriptor, size_t expected, std::string& bytes) {
     constexpr size_t kPiece = 65536;
     if (bytes.size() < expected)
         bytes.resize(expected);
@@ -25,7 +25,7 @@ FileResult ReadRest(int number, size_t expected, std::string& bytes) {
     while (true) {
         if (have == bytes.size())
             bytes.resize(have + kPiece);
-        const ssize_t got = ::read(number, bytes.data() + have, bytes.size() - have);
+        const ssize_t got = ::read(descriptor, bytes.data() + have, bytes.size() - have);
         if (got < 0 && errno == EINTR)
             continue;
         const FileResult result = got < 0 ? LastError() : FileResult{};
@@ -42,7 +42,7 @@ bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
     std::error_code error;
     if (std::filesystem::file_size(path, error) != bytes.size())
         return false;
-    const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     char piece[16384];
     while (file.IsOpen()) {
         const ssize_t got = ::read(file.Get(), piece, sizeof piece);
@@ -59,8 +59,8 @@ bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
 }
 
 FileResult Replace(const std::filesystem::path& target, std::string_view bytes) {
-    const std::filesystem::path temporary = TemporaryName(target);
-    std::unique_ptr<FileNumber> file;
+    std::filesystem::path temporary;
+    std::unique_ptr<FileDescriptor> file;
     FileResult result = CreateReplacement(target, temporary, file);
     if (!file || !file->IsOpen())
         return result;
@@ -75,7 +75,7 @@ FileResult Replace(const std::filesystem::path& target, std::string_view bytes) 
 }  // namespace
 
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
-    std::unique_ptr<FileNumber> file;
+    std::unique_ptr<FileDescriptor> file;
     size_t size = 0;
     const FileResult result = OpenRegularFile(path, file, size);
     if (result.Ok())
@@ -85,7 +85,7 @@ FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
 }
 
 FileResult ReadFileOrStream(const std::filesystem::path& path, std::string& bytes) {
-    const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat info = {};
     if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0) {
         bytes.clear();

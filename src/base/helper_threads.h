@@ -12,10 +12,10 @@
 namespace lore {
 
 /// At most `count` threads that run `work` beside the caller, who does the same: a system that gives fewer leaves the
-/// rest to him. Their ends are waited for where the result goes.
+/// rest to the caller. Their ends are waited for where the result goes.
 std::vector<std::jthread> StartHelpers(size_t count, const std::function<void()>& work);
 
-/// Runs `work` on another thread; where the system gives none, on that of the caller once he asks for its result. Such
+/// Runs `work` on another thread; where the system gives none, on that of the caller once it asks for the result. Such
 /// a future is deferred: whoever waits for a time asks whether that ran out, never whether the result is ready.
 template <typename Work>
 auto RunOnHelper(Work&& work) {

@@ -11,6 +11,7 @@ namespace lore {
 
 /// An ordered list of 32-bit numbers, nearly always ids. Positions count from 0.
 /// Membership is answered in constant time once a list has grown, so that filling a list of n ids costs n steps.
+/// Contains makes its index as it goes: no two threads may ask the same list.
 class LongList {
 public:
     LongList() = default;

@@ -40,9 +40,7 @@ const char* FindControl(const char* at, const char* end) {
             return at + std::countr_zero(found);
     }
 #endif
-    while (at<end&& static_cast<unsigned char>(*at)> kEndOfText)
-        ++at;
-    return at;
+    return std::find_if(at, end, [](char c) { return static_cast<unsigned char>(c) <= kEndOfText; });
 }
 
 /// What a pass over the bytes of a file has met.

@@ -33,8 +33,8 @@ inline constexpr double kDataVersion = 11.56;
 inline constexpr int32_t kStoredTrue = 2112;
 /// What a number reads as when no stream was open. It never stands in a file.
 inline constexpr int32_t kNoStream = -21122112;
-/// The longest string that may be written, in bytes.
-inline constexpr size_t kMaxStringLength = 500000;
+inline constexpr size_t kMaxStringLength = 500000;  ///< bytes of the longest string that may be written
+inline constexpr size_t kEmptyFileSize = 36;        ///< bytes of a file that holds its version and no record
 /// How many entries a reader makes up past the end of a file whose counts promise more, and how deep records may nest.
 inline constexpr int kMaxMadeUpEntries = 1000;
 inline constexpr int kMaxNesting = 1000;

@@ -7,6 +7,8 @@
 #include <unicode/uchar.h>
 #include <vector>
 
+#include "base/ascii.h"
+
 namespace lore {
 
 namespace {
@@ -29,10 +31,6 @@ UChar32 Fold(UChar32 c) {
 
 bool BelongsToWord(UChar32 c) {
     return u_isalnum(c) || c == '_' || (U_GET_GC_MASK(c) & U_GC_M_MASK) != 0;
-}
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 }  // namespace
@@ -66,6 +64,12 @@ std::string_view TrimRight(std::string_view text) {
 
 std::string_view Trim(std::string_view text) {
     return TrimLeft(TrimRight(text));
+}
+
+std::string_view TakeLine(std::string_view& text) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return line;
 }
 
 int ParseInt(std::string_view text) {

@@ -43,6 +43,9 @@ std::string_view Trim(std::string_view text);
 std::string_view TrimLeft(std::string_view text);
 std::string_view TrimRight(std::string_view text);
 
+/// Takes the first line off the front of a text, with its line feed, and gives it without.
+std::string_view TakeLine(std::string_view& text);
+
 /// The number of characters of a string of bytes, and the byte position of a character (the length if beyond the end).
 size_t CharacterCount(std::string_view bytes);
 size_t ByteOfCharacter(std::string_view bytes, size_t character);

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/ascii.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace lore {
 
@@ -44,18 +46,19 @@ struct Decoded {
 
 /// The character at the front of a text that isn't empty.
 Decoded DecodeUtf8(std::string_view s) {
-    const auto byte = [&](size_t i) { return static_cast<unsigned char>(s[i]); };
-    const unsigned char lead = byte(0);
+    const auto lead = static_cast<unsigned char>(s[0]);
     if (lead < 0x80)
         return {lead, 1};
-    const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || s.size() < length)
+    if (lead < 0xC2 || lead > 0xF4)
         return {kReplacement, 0};
-    char32_t c = lead & (0x7Fu >> length);
+    const size_t length = SequenceLength(s[0]);
+    if (s.size() < length)
+        return {kReplacement, 0};
+    char32_t c = LeadBits(s[0], length);
     for (size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0) != 0x80)
+        if (!IsContinuation(s[i]))
             return {kReplacement, 0};
-        c = c << 6 | (byte(i) & 0x3Fu);
+        c = WithNext(c, s[i]);
     }
     const bool overlong = (length == 3 && c < 0x800) || (length == 4 && c < 0x10000);
     if (overlong || (c >= 0xD800 && c <= 0xDFFF) || c > 0x10FFFF)
@@ -174,9 +177,7 @@ size_t CharacterOfByte(std::string_view bytes, size_t byte) {
     byte = std::min(byte, bytes.size());
     if (!IsValidUtf8(bytes))
         return byte;
-    const auto begin = bytes.begin();
-    return static_cast<size_t>(
-        std::count_if(begin, begin + static_cast<std::ptrdiff_t>(byte), [](char c) { return (c & 0xC0) != 0x80; }));
+    return CountCharacters(bytes.substr(0, byte));
 }
 
 namespace {
@@ -200,17 +201,13 @@ std::string MapLetters(std::string_view bytes, char32_t (*map)(char32_t)) {
     return result;
 }
 
-char AsciiLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
 }  // namespace
 
 std::string ToLower(std::string_view bytes) {
     if (AsciiPrefix(bytes) != bytes.size())
         return MapLetters(bytes, LowerCharacter);
     std::string lower(bytes);
-    std::transform(lower.begin(), lower.end(), lower.begin(), AsciiLower);
+    std::transform(lower.begin(), lower.end(), lower.begin(), ToLowerAscii);
     return lower;
 }
 

@@ -12,6 +12,7 @@
 #include "bibliography/source_limits.h"
 #include "bibliography/source_record.h"
 #include "classify/category_list.h"
+#include "exchange/packing_limits.h"
 #include "notes/attachment_path.h"
 #include "notes/check_note.h"
 
@@ -19,9 +20,8 @@ namespace lore {
 
 namespace {
 
-/// The record file stands in memory. A large one is held closer than an attachment, which is never whole in memory.
+/// Size of a record file that isn't large yet.
 constexpr uint64_t kAlwaysAllowed = uint64_t{32} << 20;
-constexpr uint64_t kMostPerPackedByte = 100;
 /// What stays free on the disk beside unpacked files, for the notes and lists.
 constexpr uint64_t kRoomToLeave = uint64_t{16} << 20;
 /// A source that many plain notes name is copied for each, but not without end: so often the size of the record file,
@@ -29,7 +29,7 @@ constexpr uint64_t kRoomToLeave = uint64_t{16} << 20;
 constexpr uint64_t kMostCopies = 8;
 
 bool IsTooLarge(const ZipItem& item) {
-    return item.size > kAlwaysAllowed && item.size / kMostPerPackedByte > item.packed;
+    return item.size > kAlwaysAllowed && item.size / kMostOfRecordsRead > item.packed;
 }
 
 /// Leaves texts of entries out that no record file can hold.

@@ -45,6 +45,10 @@ public:
     ArchiveResult Extract(const ZipItem& item, const std::filesystem::path& target) {
         return zip_.Extract(item, target);
     }
+    /// The same over what stands there, under a temporary name first; the folder isn't flushed.
+    ArchiveResult ExtractAtomically(const ZipItem& item, const std::filesystem::path& target) {
+        return zip_.ExtractAtomically(item, target);
+    }
 
 private:
     bool TakePlain(ArchiveNoteReader& reader);

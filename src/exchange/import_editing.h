@@ -35,7 +35,7 @@ public:
     void Leave(size_t position);
     /// The chosen notes with these ids are in the NoteBook: their drafts go. Those of all others stay.
     void Landed(const LongList& ids);
-    /// The user gives up what he has changed here: all drafts go.
+    /// The user gives up the changes made here: all drafts go.
     void DropDrafts();
 
     /// The paths that all ticked notes are to get, empty at first.

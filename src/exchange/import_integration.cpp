@@ -1,15 +1,13 @@
 #include "exchange/import_integration.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <limits>
 #include <optional>
-#include <unistd.h>
 #include <unordered_set>
 #include <utility>
 
 #include "base/file_copy.h"
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "base/free_ids.h"
 #include "base/text.h"
 #include "classify/category_merge.h"
@@ -102,14 +100,10 @@ private:
             return false;
         }
         const std::string name = NextName(FileExtension(oldName));
-        const std::filesystem::path target = folder_ / name, temporary = TemporaryName(target);
-        ArchiveResult result = item->size > room_
-                                   ? ArchiveResult::Failure("the notes name the files of the archive too often")
-                                   : archive_.Extract(*item, temporary);
-        if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0) {
-            result = ArchiveResult::Failure(LastError().Reason());
-            ::unlink(temporary.c_str());
-        }
+        const std::filesystem::path target = folder_ / name;
+        const ArchiveResult result = item->size > room_
+                                         ? ArchiveResult::Failure("the notes name the files of the archive too often")
+                                         : archive_.ExtractAtomically(*item, target);
         if (!result.Ok()) {
             faults_.Tell(
                 {"The attachment \"" + attachment.title + "\" could not be unpacked; its note comes without it",

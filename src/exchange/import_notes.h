@@ -28,7 +28,7 @@ public:
 struct ImportOutcome {
     static constexpr int kNothing = 0;
     static constexpr int kUnreadable = -1;
-    static constexpr int kLaterVersion = -2112;  ///< an established value
+    static constexpr int kLaterVersion = -2112;  ///< the archive was made by one
 
     int result = kUnreadable;   ///< the number of notes imported, or one of the above
     LongList ids;               ///< of the imported notes, in order

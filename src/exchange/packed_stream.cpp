@@ -7,6 +7,7 @@
 #include <zlib.h>
 
 #include "base/helper_threads.h"
+#include "exchange/packing_limits.h"
 
 namespace lore {
 
@@ -19,9 +20,6 @@ constexpr uint32_t kLevel = 3;
 constexpr size_t kWorkSize = ISAL_DEF_LVL3_DEFAULT;
 /// Above what a piece that can't be packed grows by.
 constexpr size_t kMostGrowth = 4096;
-/// Readers take a large record file for one made to do harm if it unpacks to more than a hundred times its size; so no
-/// piece packs better than this.
-constexpr size_t kMostPerPackedByte = 90;
 /// A block with nothing in it, which begins and ends at a whole byte.
 constexpr std::string_view kEmptyBlock("\x00\x00\x00\xff\xff", 5);
 /// The end of a packed file: a last block with nothing in it.
@@ -55,7 +53,8 @@ PackedBytes PackPiece(std::string_view bytes, std::string_view before) {
         isal_deflate(&stream);
         packed.bytes.resize(packed.bytes.size() - stream.avail_out);
     } while (stream.avail_out == 0);
-    while (packed.bytes.size() < bytes.size() / kMostPerPackedByte)
+    // Readers take a large record file that is packed more closely for one made to do harm.
+    while (packed.bytes.size() < bytes.size() / kMostOfRecordsWritten)
         packed.bytes += kEmptyBlock;
     return packed;
 }
@@ -69,7 +68,7 @@ PackedStream::PackedStream(std::filesystem::path file, size_t threads) : file_(s
 PackedStream::~PackedStream() = default;
 
 FileResult PackedStream::Open() {
-    number_ = std::make_unique<FileNumber>(::open(file_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    number_ = std::make_unique<FileDescriptor>(::open(file_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     result_ = number_->IsOpen() ? FileResult{} : LastError();
     return result_;
 }

@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/file_descriptor.h"
 #include "base/file_io.h"
-#include "base/file_number.h"
 
 namespace lore {
 
@@ -50,7 +50,7 @@ private:
 
     std::filesystem::path file_;
     size_t threads_;
-    std::unique_ptr<FileNumber> number_;
+    std::unique_ptr<FileDescriptor> number_;
     std::string gathered_, before_;
     std::deque<std::future<PackedBytes>> pieces_;
     FileResult result_;

@@ -5,7 +5,9 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "base/ascii.h"
 #include "base/text.h"
+#include "exchange/packing_limits.h"
 
 namespace lore {
 
@@ -33,8 +35,6 @@ constexpr unsigned kMadeOnUnix = 3;
 constexpr unsigned kFileTypeMask = 0170000, kRegularFile = 0100000, kFolder = 0040000;
 
 constexpr size_t kLongestName = 255;
-/// Deflate reaches 1,032, for endless zeros; what a person packs stays far below.
-constexpr uint64_t kMostPerPackedByte = 1000;
 constexpr uint64_t kAlwaysAllowed = uint64_t{1} << 20;
 constexpr uint64_t kLargestDirectory = uint64_t{256} << 20;
 
@@ -72,8 +72,7 @@ bool ReadBytes(const ZipRead& read, uint64_t position, size_t count, std::string
 }
 
 bool BeginsWithDrive(std::string_view name) {
-    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-    return name.size() >= 2 && name[1] == ':' && isLetter(name[0]);
+    return name.size() >= 2 && name[1] == ':' && IsLetter(name[0]);
 }
 
 /// A name as a message shows it.
@@ -229,7 +228,7 @@ private:
     }
 
     static bool IsTooLarge(uint64_t size, uint64_t packed) {
-        return size > kAlwaysAllowed && (size - kAlwaysAllowed) / kMostPerPackedByte > packed;
+        return size > kAlwaysAllowed && (size - kAlwaysAllowed) / kMostPerByteRead > packed;
     }
 
     /// Where the entries stand: each under its own name, one behind the other.

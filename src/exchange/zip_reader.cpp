@@ -2,12 +2,13 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <zip.h>
 
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "base/text.h"
 
 namespace lore {
@@ -66,7 +67,7 @@ ArchiveResult ZipReader::Refuse(const std::string& reason) {
 ArchiveResult ZipReader::Open(const std::filesystem::path& path) {
     Refuse({});
     // Without waiting, so that a pipe is refused and not read for ever.
-    FileNumber file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat info = {};
     if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0)
         return Refuse(LastError().Reason());
@@ -151,14 +152,30 @@ ArchiveResult ZipReader::Read(const ZipItem& item, std::string& bytes) {
 }
 
 ArchiveResult ZipReader::Extract(const ZipItem& item, const std::filesystem::path& target) {
-    FileNumber file(::open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    FileDescriptor file(::open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    return Fill(file, target, item);
+}
+
+ArchiveResult ZipReader::ExtractAtomically(const ZipItem& item, const std::filesystem::path& target) {
+    std::filesystem::path temporary;
+    const std::unique_ptr<FileDescriptor> file = MakeTemporary(target, 0666, temporary);
+    ArchiveResult result = Fill(*file, temporary, item);
+    if (result.Ok() && ::rename(temporary.c_str(), target.c_str()) != 0) {
+        result = ArchiveResult::Failure(LastError().Reason());
+        ::unlink(temporary.c_str());
+    }
+    return result;
+}
+
+/// Of a file that has just been opened, or couldn't be.
+ArchiveResult ZipReader::Fill(FileDescriptor& file, const std::filesystem::path& path, const ZipItem& item) {
     if (!file.IsOpen())
         return ItemFailure(item, LastError().Reason());
     ArchiveResult result = Unpack(item, [&](std::string_view piece) { return WriteAll(file.Get(), piece); });
     if (result.Ok() && (::fsync(file.Get()) != 0 || !file.Close()))
         result = ItemFailure(item, LastError().Reason());
     if (!result.Ok())
-        ::unlink(target.c_str());
+        ::unlink(path.c_str());
     return result;
 }
 

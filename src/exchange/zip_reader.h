@@ -15,6 +15,8 @@ struct zip;
 
 namespace lore {
 
+class FileDescriptor;
+
 /// Unpacks the files of an archive that may have been made to do harm. Nothing is unpacked before the whole directory
 /// was judged (zip_directory.h), and never more than the directory announces.
 class ZipReader {
@@ -41,8 +43,11 @@ public:
     ArchiveResult Read(const ZipItem& item, std::string& bytes);
     /// Unpacks a file to a path where nothing stands yet, and flushes it. A failure leaves nothing there.
     ArchiveResult Extract(const ZipItem& item, const std::filesystem::path& target);
+    /// The same over what stands there, under a temporary name first; the folder isn't flushed.
+    ArchiveResult ExtractAtomically(const ZipItem& item, const std::filesystem::path& target);
 
 private:
+    ArchiveResult Fill(FileDescriptor& file, const std::filesystem::path& path, const ZipItem& item);
     struct Discard {
         void operator()(zip* archive) const;
     };

@@ -11,9 +11,9 @@ namespace {
 
 constexpr size_t kBufferSize = size_t{1} << 18;
 
-bool WriteAllAt(int number, std::string_view bytes, uint64_t position) {
+bool WriteAllAt(int descriptor, std::string_view bytes, uint64_t position) {
     while (!bytes.empty()) {
-        const ssize_t written = ::pwrite(number, bytes.data(), bytes.size(), static_cast<off_t>(position));
+        const ssize_t written = ::pwrite(descriptor, bytes.data(), bytes.size(), static_cast<off_t>(position));
         if (written < 0 && errno == EINTR)
             continue;
         if (written < 0)
@@ -26,8 +26,7 @@ bool WriteAllAt(int number, std::string_view bytes, uint64_t position) {
 
 }  // namespace
 
-ZipTarget::ZipTarget(const std::filesystem::path& place)
-    : place_(BehindLinks(place)), temporary_(TemporaryName(place_)) {}
+ZipTarget::ZipTarget(const std::filesystem::path& place) : place_(BehindLinks(place)) {}
 
 ZipTarget::~ZipTarget() {
     if (exists_)
@@ -35,7 +34,7 @@ ZipTarget::~ZipTarget() {
 }
 
 FileResult ZipTarget::Create() {
-    const FileResult result = CreateReplacement(place_, temporary_, number_);
+    const FileResult result = CreateReplacement(place_, temporary_, file_);
     exists_ = result.Ok();
     return result;
 }
@@ -50,7 +49,7 @@ zip_source* ZipTarget::MakeSource() {
 FileResult ZipTarget::Commit() {
     if (!FlushBuffer())
         return {error_};
-    if (::fsync(number_->Get()) != 0 || !number_->Close() || ::rename(temporary_.c_str(), place_.c_str()) != 0)
+    if (::fsync(file_->Get()) != 0 || !file_->Close() || ::rename(temporary_.c_str(), place_.c_str()) != 0)
         return LastError();
     exists_ = false;
     return FlushFolder(place_.parent_path());
@@ -110,7 +109,7 @@ int64_t ZipTarget::ServeSeek(void* data, uint64_t length) {
 }
 
 bool ZipTarget::FlushBuffer() {
-    if (!WriteAllAt(number_->Get(), buffer_, buffered_)) {
+    if (!WriteAllAt(file_->Get(), buffer_, buffered_)) {
         error_ = errno;
         return false;
     }

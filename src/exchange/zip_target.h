@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "base/file_descriptor.h"
 #include "base/file_io.h"
-#include "base/file_number.h"
 
 struct zip_source;
 
@@ -33,7 +33,7 @@ private:
     bool FlushBuffer();
 
     std::filesystem::path place_, temporary_;
-    std::unique_ptr<FileNumber> number_;
+    std::unique_ptr<FileDescriptor> file_;
     std::string buffer_;  // stands at buffered_ in the file
     uint64_t buffered_ = 0, position_ = 0, size_ = 0;
     bool exists_ = false;

@@ -11,6 +11,7 @@
 #include <zlib.h>
 
 #include "base/text.h"
+#include "exchange/packing_limits.h"
 #include "exchange/zip_target.h"
 
 namespace lore {
@@ -25,8 +26,6 @@ constexpr std::string_view kPackedEndings[] = {
 
 /// Smaller files have heads that are large enough beside them.
 constexpr uintmax_t kSmallFile = uintmax_t{256} << 10;
-/// Readers refuse what unpacks to more than a thousand times its size.
-constexpr uintmax_t kMostPerPackedByte = 500;
 /// Takes only matches that lie some way off, so that it never packs better than 1:230.
 constexpr int kWeakLevel = 1;
 
@@ -36,7 +35,7 @@ bool PacksTooWell(const std::filesystem::path& path, int level) {
     const uintmax_t size = std::filesystem::file_size(path, error);
     if (error || size <= kSmallFile)
         return false;
-    const FileNumber file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     z_stream stream = {};
     if (!file.IsOpen() ||
         deflateInit2(&stream, level, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL, Z_DEFAULT_STRATEGY) != Z_OK)
@@ -53,8 +52,8 @@ bool PacksTooWell(const std::filesystem::path& path, int level) {
             stream.avail_out = static_cast<uInt>(packed.size());
             deflate(&stream, got > 0 ? Z_NO_FLUSH : Z_FINISH);
         } while (stream.avail_out == 0);
-    } while (got > 0 && stream.total_out <= size / kMostPerPackedByte);
-    return stream.total_out <= size / kMostPerPackedByte;
+    } while (got > 0 && stream.total_out <= size / kMostPerByteWritten);
+    return stream.total_out <= size / kMostPerByteWritten;
 }
 
 /// Hands the library bytes that are packed already: those of a head, then those of a file.
@@ -102,7 +101,7 @@ private:
     }
     bool Open() {
         headTaken_ = 0;
-        number_ = std::make_unique<FileNumber>(::open(stream_.File().c_str(), O_RDONLY | O_CLOEXEC));
+        number_ = std::make_unique<FileDescriptor>(::open(stream_.File().c_str(), O_RDONLY | O_CLOEXEC));
         error_ = number_->IsOpen() ? 0 : LastError().error;
         return number_->IsOpen();
     }
@@ -120,7 +119,7 @@ private:
 
     const PackedBytes& head_;
     const PackedStream& stream_;
-    std::unique_ptr<FileNumber> number_;
+    std::unique_ptr<FileDescriptor> number_;
     size_t headTaken_ = 0;
     int error_ = 0;
 };

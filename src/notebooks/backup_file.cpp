@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/file_copy.h"
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "base/text.h"
 #include "exchange/archive_notes.h"
 #include "exchange/zip_reader.h"
@@ -61,7 +61,7 @@ std::string BackupFileName(std::string_view path, std::string_view noteBookName,
 
 bool IsWritablePath(const std::filesystem::path& path) {
     const std::filesystem::path place = BehindLinks(path);
-    const FileNumber file(::open(place.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666));
+    const FileDescriptor file(::open(place.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666));
     struct stat info = {};
     if (!file.IsOpen() || ::fstat(file.Get(), &info) != 0 || !S_ISREG(info.st_mode))
         return false;
@@ -77,9 +77,9 @@ int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, 
         world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
         return -1;
     }
-    const std::filesystem::path made = TemporaryName(target);
+    std::filesystem::path made;
     // The export replaces this file, and with it takes over who may read what stands there now.
-    std::unique_ptr<FileNumber> replacement;
+    std::unique_ptr<FileDescriptor> replacement;
     const FileResult created = notes.count > 0 ? CreateReplacement(target, made, replacement) : FileResult{};
     if (!created.Ok()) {
         world.prompts.Message(target.string() + ": " + created.Reason(), kArchivingError, PromptIcon::Error);

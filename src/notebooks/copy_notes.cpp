@@ -24,7 +24,6 @@ namespace {
 constexpr int kOtherSteps = 7;
 constexpr int kGroups = 6;
 
-/// `isUnread` is set, and it is told, if not all of the NoteBook could be read.
 /// A copied note takes its sources along; were the ids of all their notes to go with each, a source of many notes would
 /// cost their square.
 SourceList WithoutNoteIDs(SourceList sources) {
@@ -33,6 +32,7 @@ SourceList WithoutNoteIDs(SourceList sources) {
     return sources;
 }
 
+/// `isUnread` is set, and it is told, if not all of the NoteBook could be read.
 OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::vector<CNote>& heads, bool& isUnread) {
     OpenNoteBook book;
     book.database = target;

@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "base/file_copy.h"
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
+#include "base/record_file.h"
 #include "notes/category_conversion.h"
 #include "notes/notebook_list.h"
 
@@ -24,8 +25,6 @@ constexpr double kFirstVersionWithNoteBooks = 10.0;
 /// In the new folder: the paths below "Data Files" of what it holds, one a line. While it stands there the new folder
 /// is whole, and the old files may still be there.
 constexpr char kDoneList[] = "Upgrade.done";
-/// Size of a record file without records: its version and its count.
-constexpr uintmax_t kNoRecords = 36;
 /// Names beside the main NoteBook that no reader picks up.
 constexpr char kStaging[] = "_LBMAIN_.upgrade";
 constexpr char kAside[] = "_LBMAIN_.before";
@@ -139,7 +138,7 @@ bool IsFromOpening(const fs::path& file) {
     }
     std::error_code error;
     return std::find(std::begin(kWritten), std::end(kWritten), name) != std::end(kWritten) &&
-           fs::file_size(file, error) <= kNoRecords;
+           fs::file_size(file, error) <= kEmptyFileSize;
 }
 
 bool Upgrade::IsOccupied() const {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "base/text.h"
 #include "notes/file_faults.h"
 

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "base/file_io.h"
-#include "base/file_number.h"
 #include "base/text.h"
 
 namespace lore {
@@ -50,7 +50,7 @@ std::string_view WithoutMark(std::string_view bytes) {
 }
 
 /// Takes a line off the front of a text that isn't empty, with its end.
-std::string_view TakeLine(std::string_view& text) {
+std::string_view TakeWholeLine(std::string_view& text) {
     const std::string_view line = text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1);
     text.remove_prefix(line.size());
     return line;
@@ -68,7 +68,7 @@ std::string AsLibraryReads(std::string_view bytes) {
         return std::string(bytes);
     std::string text;
     while (!bytes.empty())
-        if (const std::string_view line = TakeLine(bytes); !IsRemark(line))
+        if (const std::string_view line = TakeWholeLine(bytes); !IsRemark(line))
             text += ToUtf8(line);
     return text;
 }
@@ -77,7 +77,7 @@ std::string AsLibraryReads(std::string_view bytes) {
 std::string ReasonOfUnfit(std::string_view bytes) {
     std::string_view text = WithoutMark(bytes);
     for (int number = 1; !text.empty(); ++number) {
-        const std::string_view line = Trim(TakeLine(text));
+        const std::string_view line = Trim(TakeWholeLine(text));
         const bool fits = line.empty() || line.starts_with(';') || IsRemark(line) ||
                           line.find(line.starts_with('[') ? ']' : '=') != line.npos;
         if (!fits)

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "platform/exit_status.h"
 #include "platform/places.h"
 
 namespace lore {
@@ -17,7 +18,7 @@ namespace {
 
 [[noreturn]] void EndForWrongUsage(const QString& wrong) {
     std::fprintf(stderr, "%s: %s\n", qPrintable(QCoreApplication::applicationName()), qPrintable(wrong));
-    std::exit(kWrongUsageStatus);
+    std::exit(NumberOf(ExitStatus::WrongUsage));
 }
 
 }  // namespace

@@ -12,10 +12,8 @@ namespace lore {
 /// Whether a command line asks for help or the version, which are for machines without a display too.
 bool AsksForWords(int argc, char** argv);
 
-/// How programs end whose arguments are wrong.
-inline constexpr int kWrongUsageStatus = 2;
 /// Parses the command line of the program. Asked for help or the version, prints it and ends the process; tells wrong
-/// arguments, or more than so many besides the options, and ends it with kWrongUsageStatus.
+/// arguments, or more than so many besides the options, and ends it with ExitStatus::WrongUsage.
 void ParseArguments(QCommandLineParser& parser, int mostArguments);
 
 /// The path that an argument names.
@@ -32,7 +30,7 @@ class PlaceOptions {
 public:
     explicit PlaceOptions(QCommandLineParser& parser, DefaultPlaces defaults = DefaultPlaces::Companion);
     /// What the parsed options name, otherwise the default places. An empty --data is told and ends the process with
-    /// kWrongUsageStatus.
+    /// ExitStatus::WrongUsage.
     CompanionPlaces Places() const;
 
 private:

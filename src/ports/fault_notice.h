@@ -9,8 +9,8 @@ struct Fault {
     std::string what;  ///< such as "The note file could not be read"
     std::string path;
     std::string reason;  ///< such as "Permission denied"
-    /// Nothing failed that the user would do again; something was done beside that he has to know. Such words outlive
-    /// the window whose command met it.
+    /// Nothing failed that the user would do again; something was done beside that they have to know. Such words
+    /// outlive the window whose command met it.
     bool isNotice = false;
 };
 

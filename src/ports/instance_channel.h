@@ -28,7 +28,7 @@ public:
     /// True if an instance runs and says so.
     virtual bool FindInstance() = 0;
     /// Hands a text to the running instance and brings it to the front if `activate`. False if there is none, or it
-    /// doesn't take the text. Waits for the answer.
+    /// doesn't take the text. Waits for the answer, but not for ever.
     virtual bool SendToInstance(std::string_view text, bool activate) = 0;
     /// Makes this process the instance, taking over what a killed one left. The caller makes sure that there is no
     /// other one. False if the system doesn't let it.

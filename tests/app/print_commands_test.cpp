@@ -123,12 +123,12 @@ TEST_F(PrintCommandsTest, WithoutAHandOverNothingIsStarted) {
 TEST_F(PrintCommandsTest, ABibliographyHoldsTheSelectedSourcesAsTheyWereSet) {
     const std::string before = BytesOf(folder.paths.Sources());
     SourceSelection dialog(app.NoteBook().sources, app.NoteBook().authors);
-    EXPECT_FALSE(CreateBibliography(app, dialog.Bibliography()));
+    EXPECT_FALSE(CreateBibliography(app, dialog.Selected()));
     EXPECT_FALSE(std::filesystem::exists(Bib()));
     dialog.SetIndividual(false);
     dialog.SetStyle(9);
     dialog.SelectAll();
-    EXPECT_TRUE(CreateBibliography(app, dialog.Bibliography()));
+    EXPECT_TRUE(CreateBibliography(app, dialog.Selected()));
     EXPECT_THAT(companions.started, ElementsAre("PrintSave|" + Bib().string()));
     EXPECT_THAT(background.texts, ElementsAre(testing::_, "Preparing Sources...."))
         << "behind the load of the last list";

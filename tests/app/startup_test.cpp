@@ -99,16 +99,9 @@ TEST_F(Startup, AgentRunsBesideTheProgramOnlyWhenItIsTo) {
     EXPECT_EQ(agent.launches, 0);
 }
 
-/// A store whose file can't be written while its disk is full.
-class FullStore : public MemoryStore {
-public:
-    bool isFull = true;
-    bool Flush() override { return !isFull; }
-    StoreFailure Failure() const override { return {"/full/settings.ini", "No space left on device"}; }
-};
-
 TEST_F(Startup, WhatTheEndCantWriteIsToldWithItsFilesWhereTheCallerLooks) {
-    FullStore full;
+    MemoryStore full;
+    full.isFull = true;
     CLorebinderApp other(folder.Path(), AppPorts{prompts, progress, clock, guids, full, faults});
     lore::Start(other);
     ASSERT_FALSE(faults.faults.empty());
@@ -125,7 +118,8 @@ TEST_F(Startup, WhatTheEndCantWriteIsToldWithItsFilesWhereTheCallerLooks) {
 }
 
 TEST_F(Startup, WhatFailedIsTriedAgainAndTheListStays) {
-    FullStore full;
+    MemoryStore full;
+    full.isFull = true;
     CLorebinderApp other(folder.Path(), AppPorts{prompts, progress, clock, guids, full, faults});
     other.LoadOptions();
     other.SelectStartNoteBook();

@@ -27,11 +27,12 @@ protected:
     Settings settings;
     MemoryStore store;
     ScriptedPrompts prompts;
+    NotedFaults faults;
     FixedClock clock;
     HeldSource source;
     std::vector<std::string> opened;
-    UpdateCheck check{
-        {settings, store, prompts, clock, &source, [this](const std::string& page) { opened.push_back(page); }}};
+    UpdateCheck check{{settings, store, prompts, faults, clock, &source,
+                       [this](const std::string& page) { opened.push_back(page); }}};
 };
 
 TEST(UpdateNewsText, IsReadForgivinglyAndNeverTrusted) {
@@ -85,6 +86,11 @@ TEST_F(Updates, DailyCheckAsksOnceADayAndSpeaksOnlyOfANewerVersion) {
     settings.Set(Option::CheckForUpdates, 0);
     check.RunDaily();
     EXPECT_EQ(source.asked.size(), 3u);
+    EXPECT_THAT(faults.faults, IsEmpty());
+    store.isFull = true;
+    check.Run();
+    Answer("11.56");
+    EXPECT_THAT(faults.faults, SizeIs(1)) << "the day couldn't be stored";
 }
 
 TEST_F(Updates, MenuTellsWhateverComesOut) {

@@ -253,17 +253,15 @@ TEST_F(WritingCommandsTest, ADraftThatCantBeReadStaysAndOnlyADamagedOneIsSetAsid
     prompts.answers = {PromptAnswer::Yes};
     EXPECT_EQ(commands.AskForUnsavedNotes().size(), 1u) << "it is offered once it can be read";
 
+    // No name is left for the second one.
+    const std::filesystem::path longest = file.parent_path() / (std::string(249, 'x') + ".draft");
     PutBytes(file, "LoreDraft 1\n");
-    std::filesystem::create_directories(aside / "in the way");
+    PutBytes(longest, "LoreDraft 1\n");
     EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
-    EXPECT_THAT(faults.faults.back().what, HasSubstr("could not be set aside"));
-    EXPECT_THAT(commands.Drafts().ListDrafts(), ElementsAre(file));
-    std::filesystem::remove_all(aside);
-    EXPECT_TRUE(commands.AskForUnsavedNotes().empty());
-    EXPECT_THAT(faults.faults.back().what, HasSubstr("was set aside"));
-    EXPECT_THAT(commands.Drafts().ListDrafts(), IsEmpty());
+    EXPECT_THAT(Each(faults.faults, &Fault::what),
+                ElementsAre(testing::_, HasSubstr("was set aside"), HasSubstr("could not be set aside")));
+    EXPECT_THAT(commands.Drafts().ListDrafts(), ElementsAre(longest));
     EXPECT_EQ(BytesOf(aside), "LoreDraft 1\n");
-    EXPECT_EQ(faults.faults.size(), 3u);
     EXPECT_EQ(prompts.seen.size(), 1u);
 }
 

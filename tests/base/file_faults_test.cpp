@@ -4,8 +4,8 @@
 
 #include "base/dat_files.h"
 #include "base/file_copy.h"
+#include "base/file_descriptor.h"
 #include "base/file_io.h"
-#include "base/file_number.h"
 #include "base/record_file.h"
 #include "support/faults.h"
 #include "support/read_world.h"

@@ -13,7 +13,7 @@
 
 #include "base/dat_files.h"
 #include "base/file_copy.h"
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "support/read_world.h"
 
 namespace {
@@ -160,12 +160,31 @@ TEST_F(FileIo, MakesTheFoldersThatLeadToAPlace) {
 TEST_F(FileIo, KnowsItsTemporaryNames) {
     for (const std::string& name :
          std::vector<std::string>{"a.dat", "x", ".hidden.", "a.1-2.tmp", std::string(255, 'x')}) {
-        const std::string temporary = TemporaryName(folder_ / name).filename().string();
-        EXPECT_TRUE(IsTemporaryName(temporary) && temporary.size() < 256) << name;
+        std::filesystem::path made;
+        EXPECT_TRUE(MakeTemporary(folder_ / name, 0600, made)->IsOpen() && IsTemporaryName(made.filename().string()))
+            << name;
     }
     for (const char* const name : {"", ".tmp", "..1-2.tmp", ".1-2.tmp", "a.1-2.tmp", ".a.tmp", ".a.1-.tmp", ".a.-2.tmp",
                                    ".a1-2.tmp", ".a.1-2.tmp.kept", ".a.1-2.dat", ".a.x-2.tmp"})
         EXPECT_FALSE(IsTemporaryName(name)) << name;
+}
+
+TEST_F(FileIo, PassesOverTemporaryNamesThatAProgramOfItsNumberHasLeft) {
+    PutBytes(folder_ / "from", "new");
+    std::filesystem::path made;
+    MakeTemporary(folder_ / "a.dat", 0600, made);
+    const std::string name = made.string();
+    const size_t digits = name.rfind('-') + 1;
+    for (int next = std::stoi(name.substr(digits)) + 1, end = next + 40; next < end; next += next % 5 == 0 ? 2 : 1)
+        PutBytes(name.substr(0, digits) + std::to_string(next) + ".tmp", "left");
+    std::map<std::string, std::string> files = FilesBelow(folder_.Path());
+    for (const char* const bytes : {"first", "second"}) {
+        EXPECT_TRUE(WriteFileAtomically(folder_ / "a.dat", bytes).Ok());
+        EXPECT_EQ(Content("a.dat"), bytes);
+    }
+    EXPECT_TRUE(CopyFileAtomically(folder_ / "from", folder_ / "a.dat").Ok());
+    files["a.dat"] = "new";
+    EXPECT_EQ(FilesBelow(folder_.Path()), files) << "those stay as they are";
 }
 
 TEST_F(FileIo, CopiesAFileAsAWholeOrNotAtAll) {

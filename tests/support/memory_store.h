@@ -19,8 +19,10 @@ public:
     void Set(const std::string& section, const std::string& key, const std::string& value) override {
         values[{section, key}] = value;
     }
-    bool Flush() override { return true; }
+    bool Flush() override { return !isFull; }
+    StoreFailure Failure() const override { return {"/full/settings.ini", "No space left on device"}; }
 
+    bool isFull = false;  ///< it can't be written
     std::map<std::pair<std::string, std::string>, std::string> values;
 };
 

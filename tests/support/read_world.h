@@ -74,13 +74,14 @@ inline std::map<std::string, std::string> FilesBelow(const std::filesystem::path
     return files;
 }
 
-/// A folder in the place of a file: nobody can write there, whatever his rights.
+/// A folder in the place of a file: nobody can write there, whatever their rights.
 inline void Block(const std::filesystem::path& path) {
     std::filesystem::remove(path);
     std::filesystem::create_directories(path / "in the way");
 }
 
-/// As long as one lives, nobody can read a file or a folder, whatever his rights: a link to itself stands in its place.
+/// As long as one lives, nobody can read a file or a folder, whatever their rights: a link to itself stands in its
+/// place.
 class Unreadable {
 public:
     explicit Unreadable(const std::filesystem::path& path) : path_(path), aside_(path.string() + ".aside") {

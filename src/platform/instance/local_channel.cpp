@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QLocalServer>
@@ -18,6 +19,7 @@ namespace {
 constexpr qsizetype kHeadBytes = 8;
 constexpr quint32 kMostBytes = 65536;     // of a message; a longer one is refused unread
 constexpr int kConnectTime = 2000;        // milliseconds
+constexpr int kAnswerTime = 10'000;       // milliseconds; a busy program may take some
 constexpr int kLongestSilence = 5000;     // milliseconds that a sender may take
 constexpr int kMostWaiting = 16;          // senders at a time
 constexpr qsizetype kLongestFolder = 40;  // a socket's path is short by nature
@@ -43,17 +45,6 @@ quint32 NumberAt(const QByteArray& bytes, qsizetype position) {
     return qFromLittleEndian<quint32>(bytes.constData() + position);
 }
 
-/// Sends a message and waits for its answer, as long as the other side lives; 0 without one.
-quint32 Ask(QLocalSocket& socket, quint32 tag, std::string_view text) {
-    socket.write(NumberBytes(tag) + NumberBytes(static_cast<quint32>(text.size())) +
-                 QByteArray(text.data(), static_cast<qsizetype>(text.size())));
-    while (socket.bytesAvailable() < static_cast<qint64>(sizeof(quint32))) {
-        if (!socket.waitForReadyRead(-1))
-            return 0;
-    }
-    return NumberAt(socket.read(sizeof(quint32)), 0);
-}
-
 }  // namespace
 
 LocalChannel::LocalChannel(const std::string& role, const std::filesystem::path& dataRoot) {
@@ -71,7 +62,22 @@ LocalChannel::LocalChannel(const std::string& role, const std::filesystem::path&
 
 LocalChannel::~LocalChannel() = default;
 
-bool LocalChannel::Connect(QLocalSocket& socket) const {
+/// Sends a message and waits for its answer; 0 without one.
+quint32 LocalChannel::Ask(QLocalSocket& socket, quint32 tag, std::string_view text) {
+    const QDeadlineTimer limit(kAnswerTime);
+    socket.write(NumberBytes(tag) + NumberBytes(static_cast<quint32>(text.size())) +
+                 QByteArray(text.data(), static_cast<qsizetype>(text.size())));
+    while (socket.bytesAvailable() < static_cast<qint64>(sizeof(quint32))) {
+        if (!socket.waitForReadyRead(static_cast<int>(limit.remainingTime()))) {
+            isSilent_ = socket.state() == QLocalSocket::ConnectedState;
+            return 0;
+        }
+    }
+    return NumberAt(socket.read(sizeof(quint32)), 0);
+}
+
+bool LocalChannel::Connect(QLocalSocket& socket) {
+    isSilent_ = false;
     if (!IsOwn(name_))
         return false;
     socket.connectToServer(QString::fromStdString(name_));

@@ -28,15 +28,21 @@ public:
     /// Hands a text command to the running instance. False if there is none, or it doesn't take the command.
     bool SendCommand(std::string_view text);
 
+    /// True if the last of these found an instance that takes messages and answers none: it hangs, or has been busy for
+    /// ten seconds.
+    bool IsSilent() const { return isSilent_; }
+
     /// The socket's place.
     const std::string& Name() const { return name_; }
 
 private:
-    bool Connect(QLocalSocket& socket) const;
+    bool Connect(QLocalSocket& socket);
+    uint32_t Ask(QLocalSocket& socket, uint32_t tag, std::string_view text);
     void Serve(QLocalSocket* socket);
     void TakeMessages(QLocalSocket& socket);
 
     std::string name_;
+    bool isSilent_ = false;
     InstanceReceiver receiver_;
     std::unique_ptr<QLocalServer> server_;
 };

@@ -1,4 +1,4 @@
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 
 #include <atomic>
 #include <cerrno>
@@ -16,9 +16,19 @@ namespace {
 constexpr char kTemporaryEnding[] = ".tmp";
 /// Names from this length on, in bytes, may have no room for more.
 constexpr size_t kLongestKept = 200;
+/// Far more than programs that were ended while they wrote leave beside one file.
+constexpr int kMostTaken = 10'000;
 /// As many as the system follows.
 constexpr int kMostLinks = 40;
 constexpr mode_t kPermissions = 0777;
+
+/// No reader of the folder picks it up, since it doesn't end in the old ending.
+std::filesystem::path TemporaryName(const std::filesystem::path& path) {
+    static std::atomic<unsigned> counter{0};
+    const std::string name = path.filename().string();
+    return path.parent_path() / ("." + (name.size() < kLongestKept ? name : "long") + "." + std::to_string(::getpid()) +
+                                 "-" + std::to_string(counter++) + kTemporaryEnding);
+}
 
 /// Takes digits off the end of a name; false if there are none.
 bool DropDigits(std::string_view& name) {
@@ -30,15 +40,16 @@ bool DropDigits(std::string_view& name) {
 
 /// Gives a new file the owner and the permissions of an old one. Some file systems know neither, and only an
 /// administrator gives files away. A group that isn't the old one gets no more rights than anybody has.
-void TakeOwnerAndPermissions(int number, const struct stat& old) {
+void TakeOwnerAndPermissions(int descriptor, const struct stat& old) {
     mode_t permissions = old.st_mode & kPermissions;
-    if (::fchown(number, old.st_uid, old.st_gid) != 0 && ::fchown(number, static_cast<uid_t>(-1), old.st_gid) != 0) {
+    if (::fchown(descriptor, old.st_uid, old.st_gid) != 0 &&
+        ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) != 0) {
         struct stat made = {};
-        if (::fstat(number, &made) != 0 || made.st_gid != old.st_gid)
+        if (::fstat(descriptor, &made) != 0 || made.st_gid != old.st_gid)
             permissions &= S_IRWXU | S_IRWXO | ((old.st_mode & S_IRWXO) << 3);
     }
     // The other way round, a new owner would take permissions away.
-    [[maybe_unused]] const int ignored = ::fchmod(number, permissions);
+    [[maybe_unused]] const int ignored = ::fchmod(descriptor, permissions);
 }
 
 /// The link on a path that leads to nothing; empty if there is none.
@@ -55,22 +66,22 @@ std::filesystem::path DeadLink(const std::filesystem::path& path) {
 
 }  // namespace
 
-FileNumber::~FileNumber() {
-    if (number_ >= 0)
-        ::close(number_);
+FileDescriptor::~FileDescriptor() {
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
 }
 
-bool FileNumber::Close() {
-    return ::close(std::exchange(number_, -1)) == 0;
+bool FileDescriptor::Close() {
+    return ::close(std::exchange(descriptor_, -1)) == 0;
 }
 
 FileResult LastError() {
     return {errno};
 }
 
-bool WriteAll(int number, std::string_view bytes) {
+bool WriteAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = ::write(number, bytes.data(), bytes.size());
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR)
             continue;
         if (written < 0)
@@ -80,8 +91,8 @@ bool WriteAll(int number, std::string_view bytes) {
     return true;
 }
 
-FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<FileNumber>& file, size_t& size) {
-    file = std::make_unique<FileNumber>(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<FileDescriptor>& file, size_t& size) {
+    file = std::make_unique<FileDescriptor>(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat info = {};
     if (!file->IsOpen() || ::fstat(file->Get(), &info) != 0)
         return LookedBehindLinks(path, LastError());
@@ -111,28 +122,35 @@ std::filesystem::path BehindLinks(const std::filesystem::path& path) {
     return path;
 }
 
-FileResult CreateReplacement(const std::filesystem::path& target, const std::filesystem::path& temporary,
-                             std::unique_ptr<FileNumber>& file) {
+std::unique_ptr<FileDescriptor> MakeTemporary(const std::filesystem::path& path, mode_t permissions,
+                                              std::filesystem::path& made) {
+    constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    std::unique_ptr<FileDescriptor> file;
+    // Process numbers come again: a name may have been left, or another program, which sees other numbers, writes
+    // there.
+    for (int left = kMostTaken; left > 0; --left) {
+        made = TemporaryName(path);
+        file = std::make_unique<FileDescriptor>(::open(made.c_str(), kFlags, permissions));
+        if (file->IsOpen() || errno != EEXIST)
+            break;
+    }
+    return file;
+}
+
+FileResult CreateReplacement(const std::filesystem::path& target, std::filesystem::path& temporary,
+                             std::unique_ptr<FileDescriptor>& file) {
     struct stat old = {};
     const bool isThere = ::stat(target.c_str(), &old) == 0;
     if (!isThere && errno != ENOENT)
         return LastError();
     if (isThere && !S_ISREG(old.st_mode))
         return {S_ISDIR(old.st_mode) ? EISDIR : FileResult::kNoRegularFile};
-    file = std::make_unique<FileNumber>(
-        ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, isThere ? 0600 : 0666));
+    file = MakeTemporary(target, isThere ? 0600 : 0666, temporary);
     if (!file->IsOpen())
         return LastError();
     if (isThere)
         TakeOwnerAndPermissions(file->Get(), old);
     return {};
-}
-
-std::filesystem::path TemporaryName(const std::filesystem::path& path) {
-    static std::atomic<unsigned> counter{0};
-    const std::string name = path.filename().string();
-    return path.parent_path() / ("." + (name.size() < kLongestKept ? name : "long") + "." + std::to_string(::getpid()) +
-                                 "-" + std::to_string(counter++) + kTemporaryEnding);
 }
 
 bool IsTemporaryName(std::string_view name) {
@@ -151,12 +169,12 @@ FileResult DropFile(const std::filesystem::path& path) {
 
 FileResult FlushFolder(const std::filesystem::path& folder) {
     const std::filesystem::path name = folder.empty() ? "." : folder;
-    const FileNumber number(::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!number.IsOpen())
+    const FileDescriptor opened(::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.IsOpen())
         return LastError();
     // Many a file system of a network or a shared folder can't flush folders: it answers so, and there is no more to
     // do.
-    if (::fsync(number.Get()) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EBADF)
+    if (::fsync(opened.Get()) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EBADF)
         return {};
     return LastError();
 }
