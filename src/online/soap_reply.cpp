@@ -6,15 +6,12 @@
 #include <utility>
 
 #include "base/text.h"
+#include "base/xml_callbacks.h"
 #include "online/soap_envelope.h"
 
 namespace lore {
 
 namespace {
-
-std::string_view View(const xmlChar* text) {
-    return text ? std::string_view(reinterpret_cast<const char*>(text)) : std::string_view();
-}
 
 /// The attributes of an element as the reader hands them out: name, prefix, namespace, begin and end of the value.
 class Attributes {
@@ -181,33 +178,38 @@ SoapReply ReplyReader::Finish(bool wellFormed) {
     return std::move(reply_);
 }
 
-ReplyReader& ReaderOf(void* context) {
-    return *static_cast<ReplyReader*>(static_cast<xmlParserCtxtPtr>(context)->_private);
-}
+using Reading = GuardedReader<ReplyReader>;
 
-void StopIfRefused(void* context) {
-    if (ReaderOf(context).IsRefused())
-        xmlStopParser(static_cast<xmlParserCtxtPtr>(context));
+template <typename Call>
+void Guard(void* context, Call call) {
+    auto* const parser = static_cast<xmlParserCtxtPtr>(context);
+    auto& reading = *static_cast<Reading*>(parser->_private);
+    reading.Guard([&](ReplyReader& reader) {
+        call(reader);
+        if (reader.IsRefused())
+            xmlStopParser(parser);
+    });
+    if (reading.HasThrown())
+        xmlStopParser(parser);
 }
 
 void OnStart(void* context, const xmlChar* name, const xmlChar*, const xmlChar* nameSpace, int, const xmlChar**,
              int count, int, const xmlChar** attributes) {
-    ReaderOf(context).Start(View(name), View(nameSpace), Attributes(attributes, count));
-    StopIfRefused(context);
+    Guard(context,
+          [&](ReplyReader& reader) { reader.Start(View(name), View(nameSpace), Attributes(attributes, count)); });
 }
 
 void OnEnd(void* context, const xmlChar* name, const xmlChar*, const xmlChar*) {
-    ReaderOf(context).End(View(name));
+    Guard(context, [&](ReplyReader& reader) { reader.End(View(name)); });
 }
 
 void OnCharacters(void* context, const xmlChar* text, int length) {
-    ReaderOf(context).Characters({reinterpret_cast<const char*>(text), static_cast<size_t>(std::max(length, 0))});
+    Guard(context, [&](ReplyReader& reader) { reader.Characters(View(text, length)); });
 }
 
 /// A document type could define what blows up a reply.
 void OnDocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
-    ReaderOf(context).Refuse();
-    StopIfRefused(context);
+    Guard(context, [](ReplyReader& reader) { reader.Refuse(); });
 }
 
 struct FreeContext {
@@ -218,6 +220,7 @@ struct FreeContext {
 
 SoapReply ReadSoapReply(std::string_view xml, std::string_view operation, const SoapShape& shape) {
     ReplyReader reader(operation, shape);
+    Reading reading(reader);
     xmlSAXHandler handler = {};
     handler.initialized = XML_SAX2_MAGIC;
     handler.startElementNs = OnStart;
@@ -228,13 +231,14 @@ SoapReply ReadSoapReply(std::string_view xml, std::string_view operation, const 
         xmlCreatePushParserCtxt(&handler, nullptr, nullptr, 0, nullptr));
     if (!context)
         return {};
-    context->_private = &reader;
+    context->_private = &reading;
     // The depth is counted here; the reader's own bounds are meant for other documents.
     xmlCtxtUseOptions(context.get(), XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NONET | XML_PARSE_HUGE);
     constexpr size_t kPiece = size_t{1} << 20;
-    for (size_t at = 0; at < xml.size() && !reader.IsRefused(); at += kPiece)
+    for (size_t at = 0; at < xml.size() && !reader.IsRefused() && !reading.HasThrown(); at += kPiece)
         xmlParseChunk(context.get(), xml.data() + at, static_cast<int>(std::min(kPiece, xml.size() - at)), 0);
     xmlParseChunk(context.get(), nullptr, 0, 1);
+    reading.ThrowOn();
     return reader.Finish(context->wellFormed != 0);
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/ascii.h"
+
 namespace lore {
 
 namespace {
@@ -26,8 +28,7 @@ bool IsGap(char last) {
 }
 
 bool BeginsWord(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 0x80;
+    return IsDigit(c) || IsLetter(c) || static_cast<unsigned char>(c) >= 0x80;
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <unicode/ucnv.h>
 
+#include "base/ascii.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace lore {
 
@@ -120,13 +122,13 @@ size_t CharacterLength(int code_page, std::string_view begin) {
         case PageForm::kSingle:
             return 1;
         case PageForm::kUnicode:
-            return lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+            return SequenceLength(begin[0]);
         case PageForm::kShiftJis:
             return (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC) ? 2 : 1;
         case PageForm::kEuc:
             return lead == 0x8F ? 3 : lead == 0x8E || (lead >= 0xA1 && lead <= 0xFE) ? 2 : 1;
         case PageForm::kGb18030:
-            if (begin.size() > 1 && begin[1] >= '0' && begin[1] <= '9')
+            if (begin.size() > 1 && IsDigit(begin[1]))
                 return 4;
             [[fallthrough]];
         case PageForm::kDouble:
@@ -137,14 +139,13 @@ size_t CharacterLength(int code_page, std::string_view begin) {
 
 bool MayContinue(int code_page, std::string_view begin, char next) {
     const auto byte = static_cast<unsigned char>(next);
-    const bool isDigit = next >= '0' && next <= '9';
     switch (FormOf(code_page)) {
         case PageForm::kUnicode:
-            return (byte & 0xC0) == 0x80;
+            return IsContinuation(next);
         case PageForm::kEuc:
             return byte >= 0xA0;
         case PageForm::kGb18030:
-            return begin.size() == 1 ? byte >= 0x40 || isDigit : begin.size() == 2 ? byte >= 0x81 : isDigit;
+            return begin.size() == 1 ? byte >= 0x40 || IsDigit(next) : begin.size() == 2 ? byte >= 0x81 : IsDigit(next);
         default:
             return byte >= 0x40;
     }

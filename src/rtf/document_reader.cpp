@@ -308,8 +308,9 @@ void DocumentReader::EndObject(const Group& closed, size_t end, size_t first_pic
 /// The group without what is in the text; nothing of a shape that is, or of a group that would be read otherwise were
 /// it not so deep.
 std::optional<std::string> DocumentReader::ObjectForm(const Group& closed, size_t end) {
-    const auto own = std::find_if(results_.begin(), results_.end(),
-                                  [&](const auto& result) { return result.first >= closed.begin; });
+    auto own = results_.end();
+    while (own != results_.begin() && std::prev(own)->first >= closed.begin)
+        --own;
     const std::vector<std::pair<size_t, size_t>> results(own, results_.end());
     results_.erase(own, results_.end());
     const bool has_words = closed.shown_before != Shown();
@@ -345,7 +346,7 @@ Document DocumentFromText(std::string_view utf8, std::string_view font, int half
     DocumentBuilder builder;
     CharFormat format;
     format.font = builder.Font(font);
-    format.half_points = static_cast<int16_t>(std::clamp(half_points, 1, 3276));
+    format.half_points = static_cast<int16_t>(std::clamp<int>(half_points, 1, kMostHalfPoints));
     for (size_t at = 0;;) {
         const size_t end = std::min(utf8.find('\n', at), utf8.size());
         std::string_view line = utf8.substr(at, end - at);

@@ -7,6 +7,7 @@
 #include <unicode/utf8.h>
 
 #include "base/text.h"
+#include "base/utf8.h"
 #include "rtf/byte_scan.h"
 
 namespace lore {
@@ -39,14 +40,10 @@ char32_t NextCharacter(std::string_view text, size_t& at) {
 
 char32_t CharacterBefore(std::string_view text, size_t start, size_t& at) {
     --at;
-    for (int more = 3; more > 0 && at > start && (text[at] & 0xC0) == 0x80; --more)
+    for (int more = 3; more > 0 && at > start && IsContinuation(text[at]); --more)
         --at;
     size_t from = at;
     return NextCharacter(text, from);
-}
-
-size_t CountCharacters(std::string_view utf8) {
-    return static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
 }  // namespace
@@ -128,7 +125,7 @@ TextFinder::Hit TextFinder::FindFrom(std::string_view text, size_t start) const 
         return FindByCharacters(text, start);
     const size_t lead = first_.length - 1;
     for (size_t at = start + lead; (at = NextCandidate(text, at)) != kNone; ++at) {
-        if ((static_cast<unsigned char>(text[at - lead]) & 0xC0) == 0x80)
+        if (IsContinuation(text[at - lead]))
             continue;  // amid a character
         const Hit hit{MatchBefore(text, start, at - lead), MatchFrom(text, at - lead, first_.index)};
         if (hit.begin != kNone && hit.end != kNone && IsAccepted(text, hit))

@@ -7,7 +7,6 @@ namespace lore {
 
 namespace {
 
-constexpr int16_t kMostHalfPoints = 3276;
 constexpr size_t kMostCells = 64;
 
 bool IsOn(const Token& token) {

@@ -9,6 +9,9 @@ namespace lore {
 
 // How characters, paragraphs and table rows look. Lengths on paper are twips (1/1440 inch).
 
+inline constexpr int kTwipsPerPixel = 15;  ///< of a screen with 96 of them to the inch
+inline constexpr int16_t kMostHalfPoints = 3276;
+
 struct TextColor {
     uint8_t red = 0;
     uint8_t green = 0;
@@ -27,7 +30,7 @@ struct CharFormat {
     bool small_caps = false;
     bool all_caps = false;
     ScriptPosition position = ScriptPosition::kBaseline;
-    int16_t half_points = 24;  ///< 1 to 3276
+    int16_t half_points = 24;  ///< 1 to kMostHalfPoints
     int32_t font = -1;         ///< index in Document::fonts, -1 for none named
     int32_t link = -1;         ///< index in Document::links, -1 for no link
     std::optional<TextColor> color;

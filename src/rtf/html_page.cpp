@@ -8,6 +8,7 @@
 #include <unicode/ucnv.h>
 #include <utility>
 
+#include "base/ascii.h"
 #include "base/text.h"
 #include "rtf/encoding.h"
 #include "rtf/hex.h"
@@ -76,7 +77,7 @@ std::string WithFewAttributes(std::string page) {
         if (at == std::string::npos)
             break;
         const char first = ++at < page.size() ? page[at] : ' ';
-        if ((first < 'a' || first > 'z') && (first < 'A' || first > 'Z'))
+        if (!IsLetter(first))
             continue;
         at = std::min(page.find_first_of(kTagEnds, at), page.size());
         for (int count = 1; at < page.size() && page[at] != '>'; ++count) {
@@ -88,6 +89,83 @@ std::string WithFewAttributes(std::string page) {
     }
     return page;
 }
+
+/// Writes what the parser would show, or takes in another way than browsers do, as it reads it: declarations within the
+/// page, comments that end at once, the line end in front of a preformatted text, "</br>" and quotes.
+class PageMender {
+public:
+    explicit PageMender(std::string_view page) : page_(page) { mended_.reserve(page.size()); }
+
+    std::string Mended() {
+        for (size_t at = page_.find('<'); at < page_.size(); at = page_.find('<', at)) {
+            const std::string_view rest = page_.substr(at, 2);
+            at = rest == "<!" ? BehindDeclaration(at) : rest == "</" ? BehindEndTag(at) : BehindStartTag(at);
+        }
+        Replace(page_.size(), page_.size(), {});
+        return std::move(mended_);
+    }
+
+private:
+    size_t BehindDeclaration(size_t at) {
+        constexpr std::string_view kOpen = "<!--", kClose = "-->", kEmpty = "<!---->";
+        const std::string_view rest = page_.substr(at, kEmpty.size());
+        const bool is_comment = rest.starts_with(kOpen) && !rest.starts_with("<!-->") && !rest.starts_with("<!--->");
+        const std::string_view close = is_comment ? kClose : kClose.substr(2);
+        size_t end = page_.find(close, is_comment ? at + kOpen.size() : at);
+        if (end == std::string_view::npos)
+            return end;
+        end += close.size();
+        if (!is_comment)
+            Replace(at, end, kEmpty);
+        return end;
+    }
+    size_t BehindEndTag(size_t at) {
+        const std::string name = NameAt(at + 2);
+        if (name == "q" && quotes_ > 0)
+            Replace(at, at, --quotes_ % 2 == 0 ? "\u201D" : "\u2019");
+        if (name != "br")
+            return at + 2;
+        const size_t end = page_.find('>', at);
+        if (end == std::string_view::npos)
+            return end;
+        Replace(at, end + 1, "<br>");
+        return end + 1;
+    }
+    size_t BehindStartTag(size_t at) {
+        if (at + 1 >= page_.size() || !IsLetter(page_[at + 1]))
+            return at + 1;
+        const std::string name = NameAt(at + 1);
+        at += 1 + name.size();
+        while (at < page_.size() && page_[at] != '>')
+            at = BehindAttribute(page_, at);
+        at = std::min(at + 1, page_.size());
+        if (name == "q")
+            Replace(at, at, quotes_++ % 2 == 0 ? "\u201C" : "\u2018");
+        const std::string_view rest = page_.substr(at, 2);
+        if (name == "pre" && (rest == "\r\n" || rest.starts_with('\n')))
+            Replace(at, page_.find('\n', at) + 1, {});
+        return name == "script" || name == "style" || name == "textarea" || name == "title" ? BehindText(at, name) : at;
+    }
+    /// The place of the end tag of an element whose text stands as it is.
+    size_t BehindText(size_t at, std::string_view name) const {
+        at = page_.find("</", at);
+        while (at != std::string_view::npos && !EqualNoCase(page_.substr(at + 2, name.size()), name))
+            at = page_.find("</", at + 2);
+        return at;
+    }
+    std::string NameAt(size_t at) const {
+        return ToLower(page_.substr(at, std::min(page_.find_first_of(kTagEnds, at), page_.size()) - at));
+    }
+    void Replace(size_t at, size_t end, std::string_view by) {
+        mended_.append(page_.substr(done_, at - done_)).append(by);
+        done_ = end;
+    }
+
+    std::string_view page_;
+    size_t done_ = 0;  // up to here the page is written
+    std::string mended_;
+    size_t quotes_ = 0;  // that are open
+};
 
 /// The name of the encoding that the page gives itself; empty for none.
 std::string NamedEncoding(std::string_view bytes) {
@@ -164,7 +242,7 @@ Reference NumberAt(std::string_view page) {
 }
 
 bool IsOfName(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    return IsDigit(c) || IsLetter(c);
 }
 
 /// The names of the characters up to U+00FF count without ";" too: in text whatever follows, within a tag only where no
@@ -214,7 +292,8 @@ std::string PageForParser(std::string_view bytes) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (bytes.starts_with(kByteOrderMark))
         bytes.remove_prefix(kByteOrderMark.size());
-    return WithWholeReferences(WithFewAttributes(WithoutEnds(DecodedPage(bytes))));
+    const std::string page = WithoutEnds(DecodedPage(bytes));
+    return WithWholeReferences(WithFewAttributes(PageMender(page).Mended()));
 }
 
 }  // namespace lore

@@ -10,7 +10,6 @@ namespace lore {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr double kWidest = 9000;  // twips
 constexpr double kTallest = 450000;
 constexpr int kMostPixels = 30000;

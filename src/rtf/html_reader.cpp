@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "base/xml_callbacks.h"
 #include "rtf/document_builder.h"
 #include "rtf/html_layout.h"
 #include "rtf/html_page.h"
@@ -23,10 +24,6 @@ constexpr size_t kMostRtf = 1'000'000, kLeastOfList = 1000;  // bytes
 constexpr int kDeepestTable = 8;
 constexpr int16_t kListIndent = 720;
 constexpr char kFixedWidthFont[] = "Courier New";
-
-std::string_view View(const xmlChar* text) {
-    return text ? std::string_view(reinterpret_cast<const char*>(text)) : std::string_view();
-}
 
 /// The attributes of an element, names and values in turn.
 class Attributes {
@@ -75,7 +72,7 @@ public:
         OpenElement body;
         body.tag = &FindHtmlTag({});
         body.chars.font = builder_.Font(look.font);
-        body.chars.half_points = static_cast<int16_t>(std::clamp(look.half_points, 1, 3276));
+        body.chars.half_points = static_cast<int16_t>(std::clamp<int>(look.half_points, 1, kMostHalfPoints));
         open_.push_back(std::move(body));
     }
 
@@ -133,8 +130,7 @@ HtmlStyle HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
     chars.strike = chars.strike || tag.strike;
     if (tag.position != ScriptPosition::kBaseline)
         chars.position = tag.position;
-    if (tag.half_points > 0)
-        chars.half_points = tag.half_points;
+    chars.half_points = SizeIn(tag, attributes["size"], chars.half_points);
     if (tag.fixed_width)
         chars.font = builder_.Font(kFixedWidthFont);
     element.keeps_blanks = element.keeps_blanks || tag.keeps_blanks;
@@ -452,17 +448,19 @@ Document HtmlReader::Finish() {
     return builder_.Finish(open_.front().paragraph, true);
 }
 
-void OnStart(void* reader, const xmlChar* name, const xmlChar** attributes) {
-    static_cast<HtmlReader*>(reader)->Start(View(name), Attributes(attributes));
+using Reading = GuardedReader<HtmlReader>;
+
+void OnStart(void* reading, const xmlChar* name, const xmlChar** attributes) {
+    static_cast<Reading*>(reading)->Guard(
+        [&](HtmlReader& reader) { reader.Start(View(name), Attributes(attributes)); });
 }
 
-void OnEnd(void* reader, const xmlChar* name) {
-    static_cast<HtmlReader*>(reader)->End(View(name));
+void OnEnd(void* reading, const xmlChar* name) {
+    static_cast<Reading*>(reading)->Guard([&](HtmlReader& reader) { reader.End(View(name)); });
 }
 
-void OnCharacters(void* reader, const xmlChar* text, int length) {
-    static_cast<HtmlReader*>(reader)->Characters(
-        {reinterpret_cast<const char*>(text), static_cast<size_t>(std::max(length, 0))});
+void OnCharacters(void* reading, const xmlChar* text, int length) {
+    static_cast<Reading*>(reading)->Guard([&](HtmlReader& reader) { reader.Characters(View(text, length)); });
 }
 
 struct FreeContext {
@@ -479,16 +477,18 @@ Document ReadHtml(std::string_view bytes, const HtmlLook& look) {
     handler.characters = handler.cdataBlock = OnCharacters;
     handler.ignorableWhitespace = OnCharacters;
     const std::string page = PageForParser(bytes);
+    Reading reading(reader);
     const std::unique_ptr<htmlParserCtxt, FreeContext> context(
-        htmlCreatePushParserCtxt(&handler, &reader, nullptr, 0, nullptr, XML_CHAR_ENCODING_UTF8));
+        htmlCreatePushParserCtxt(&handler, &reading, nullptr, 0, nullptr, XML_CHAR_ENCODING_UTF8));
     if (!context)
         throw std::bad_alloc();
     htmlCtxtUseOptions(context.get(),
                        HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET | HTML_PARSE_IGNORE_ENC);
     constexpr size_t kPiece = size_t{1} << 20;
-    for (size_t at = 0; at < page.size() && !reader.IsFull(); at += kPiece)
+    for (size_t at = 0; at < page.size() && !reader.IsFull() && !reading.HasThrown(); at += kPiece)
         htmlParseChunk(context.get(), page.data() + at, static_cast<int>(std::min(kPiece, page.size() - at)), 0);
     htmlParseChunk(context.get(), nullptr, 0, 1);
+    reading.ThrowOn();
     if (context->errNo == XML_ERR_NO_MEMORY)
         throw std::bad_alloc();  // a page that ends where the memory did would look whole
     return reader.Finish();

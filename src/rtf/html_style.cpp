@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 #include "base/text.h"
@@ -51,9 +52,20 @@ std::optional<int16_t> ReadSize(std::string_view text, int half_points) {
             continue;
         const double number = ParseDouble(text.substr(0, text.size() - unit.name.size()));
         const double size = number * (unit.half_points > 0 ? unit.half_points : unit.relative * half_points);
-        return size >= 1 ? std::optional(static_cast<int16_t>(std::min(size + 0.5, 3276.0))) : std::nullopt;
+        return size >= 1 ? std::optional(static_cast<int16_t>(std::min(size + 0.5, double{kMostHalfPoints})))
+                         : std::nullopt;
     }
     return std::nullopt;
+}
+
+std::optional<int16_t> ReadFontSize(std::string_view text) {
+    constexpr std::array<int16_t, 7> kSizes = {15, 20, 24, 27, 36, 48, 72};
+    constexpr int kUsual = 3, kLargest = static_cast<int>(kSizes.size());
+    if (text.find_first_of("0123456789") == std::string_view::npos)
+        return std::nullopt;
+    const bool is_relative = text.starts_with('+') || text.starts_with('-');
+    const int size = std::clamp(ParseInt(text), -kLargest, kLargest) + (is_relative ? kUsual : 0);
+    return kSizes[static_cast<size_t>(std::clamp(size, 1, kLargest) - 1)];
 }
 
 /// The first of a list of families, without its quotes.
@@ -168,6 +180,14 @@ std::optional<TextColor> ReadHtmlColor(std::string_view text) {
     const auto* const named = std::find_if(std::begin(kColors), std::end(kColors),
                                            [&](const NamedColor& color) { return color.name == value; });
     return named == std::end(kColors) ? std::nullopt : std::optional(named->color);
+}
+
+int16_t SizeIn(const HtmlTag& tag, std::string_view size, int16_t surroundings) {
+    if (tag.half_points > 0)
+        return tag.half_points;
+    if (tag.name == "font")
+        return ReadFontSize(Trim(size)).value_or(surroundings);
+    return static_cast<int16_t>(std::clamp(std::lround(surroundings * tag.scale), 1L, long{kMostHalfPoints}));
 }
 
 std::optional<ParagraphAlign> ReadHtmlAlign(std::string_view text) {

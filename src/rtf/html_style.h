@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "rtf/formats.h"
+#include "rtf/html_tags.h"
 
 namespace lore {
 
@@ -28,6 +29,10 @@ HtmlStyle ReadInlineStyle(std::string_view css, int half_points);
 
 /// Gives characters what the style says of their letters: weight, lines, case, size.
 void GiveLook(const HtmlStyle& style, CharFormat& chars);
+
+/// The size of letters in an element, in half points, without its style. `size` is what a font element says: "1" to
+/// "7", or "+1", "-2" from the usual 3.
+int16_t SizeIn(const HtmlTag& tag, std::string_view size, int16_t surroundings);
 
 /// "#rrggbb", "#rgb", "rgb(r, g, b)" or one of the sixteen old names.
 std::optional<TextColor> ReadHtmlColor(std::string_view text);

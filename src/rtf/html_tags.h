@@ -30,6 +30,7 @@ struct HtmlTag {
     bool bold = false, italic = false, underline = false, strike = false;
     ScriptPosition position = ScriptPosition::kBaseline;
     int16_t half_points = 0;  ///< 0: as the surroundings
+    double scale = 1.0;       ///< of the size of the surroundings
     bool fixed_width = false;
     bool keeps_blanks = false;
     int16_t indent = 0;  ///< twips

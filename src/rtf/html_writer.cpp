@@ -1,8 +1,6 @@
 #include "rtf/html_writer.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 #include "base/base64.h"
 #include "base/text.h"
@@ -13,7 +11,6 @@ namespace lore {
 
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kPageHalfPoints = 24;
 
 constexpr std::string_view kHead =
@@ -37,12 +34,6 @@ td { vertical-align: top; padding: 2px 4px; }
 <body>
 )";
 constexpr std::string_view kFoot = "</body>\n</html>\n";
-
-std::string Color(const TextColor& color) {
-    std::array<char, 8> text{};
-    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", color.red, color.green, color.blue);
-    return text.data();
-}
 
 std::string Pixels(int twips) {
     return std::to_string(twips / kTwipsPerPixel) + "px";
@@ -135,7 +126,7 @@ private:
                 style.Add(name, "1px solid #808080");
         }
         if (format.background)
-            style.Add("background-color", Color(*format.background));
+            style.Add("background-color", MarkupColor(*format.background));
         return style.Attribute();
     }
 
@@ -248,9 +239,9 @@ private:
         if (format.position != ScriptPosition::kBaseline)
             style.Add("vertical-align", format.position == ScriptPosition::kSuperscript ? "super" : "sub");
         if (format.color)
-            style.Add("color", Color(*format.color));
+            style.Add("color", MarkupColor(*format.color));
         if (format.background)
-            style.Add("background-color", Color(*format.background));
+            style.Add("background-color", MarkupColor(*format.background));
         return style;
     }
 

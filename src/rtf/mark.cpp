@@ -3,20 +3,13 @@
 #include <algorithm>
 #include <array>
 
+#include "base/utf8.h"
 #include "rtf/body_reader.h"
 #include "rtf/rtf.h"
 
 namespace lore {
 
 namespace {
-
-bool BeginsCharacter(char byte) {
-    return (byte & 0xC0) != 0x80;
-}
-
-size_t CountCharacters(std::string_view utf8) {
-    return static_cast<size_t>(std::count_if(utf8.begin(), utf8.end(), BeginsCharacter));
-}
 
 /// In order, without empty ones, those that touch joined to one.
 std::vector<TextRange> Normalized(std::vector<TextRange> ranges) {
@@ -38,8 +31,8 @@ std::vector<TextRange> ToBytes(std::string_view text, const std::vector<TextRang
     size_t at = 0;
     size_t character = 0;
     const auto go_to = [&](size_t wanted) {
-        while (at < text.size() && (character < wanted || !BeginsCharacter(text[at])))
-            character += BeginsCharacter(text[at++]) ? 1 : 0;
+        while (at < text.size() && (character < wanted || IsContinuation(text[at])))
+            character += IsContinuation(text[at++]) ? 0 : 1;
         return at;
     };
     for (const TextRange& range : ranges) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 
 #include "base/text.h"
 
@@ -26,6 +27,12 @@ void AppendEscaped(std::string& markup, std::string_view text) {
                 markup += c;
         }
     }
+}
+
+std::string MarkupColor(const TextColor& color) {
+    std::array<char, 8> text{};
+    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", color.red, color.green, color.blue);
+    return text.data();
 }
 
 bool HasOpenScheme(std::string_view address) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "base/ascii.h"
 #include "rtf/byte_scan.h"
 #include "rtf/hex.h"
 
@@ -11,13 +12,6 @@ namespace lore {
 namespace {
 
 constexpr int64_t kHighest = std::numeric_limits<int32_t>::max();
-
-constexpr bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-constexpr bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 }  // namespace
 

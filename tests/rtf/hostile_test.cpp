@@ -68,6 +68,9 @@ TEST(HostileRtf, HoldsAMillionFields) {
                       Repeat("\\par b", kMillion / 10) + "}}x"),
                   "\nbx");
     ExpectQuickly(Rtf(Repeat("{\\object{\\result a", kMillion) + std::string(2 * kMillion, '}') + "x"), "]] x");
+    ExpectQuickly(Rtf("{\\object" + Repeat("{\\result a}", kMillion / 4) + "{\\result " +
+                      Repeat("{\\object b}", kMillion / 4) + "}}x"),
+                  "[a] x");
     ExpectQuickly(Rtf(Repeat("{\\footnote a}", kMillion) + "x"), "[a] x");
     ExpectQuickly(Rtf(Repeat("{\\v a}b", kMillion) + Repeat("{\\field{\\*\\fldinst SYMBOL 149}}", kMillion / 10) + "x"),
                   "\u2022x");

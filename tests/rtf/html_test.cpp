@@ -63,7 +63,7 @@ TEST(Html, BlocksBecomeParagraphsAndBlanksFlow) {
         {"a<br>b<br/>", "a\nb|"},
         {"<p>a<br><br>b", "a\n\nb|"},
         {"<pre>a  b\n  c</pre>", "a  b\n  c|"},
-        {"<pre>\n\na\n\nb\n\n</pre>c", "||a\n\nb\n|c|"},
+        {"<pre>\n\na\n\nb\n\n</pre>c<pre>\r\nd</pre>", "|a\n\nb\n|c|d|"},
         {"a <b> b</b> c", "a *b* c|"},
         {"<p>a</p><script>x()</script><style>y</style><!-- z --><p>b</p>", "a|b|"},
         {"<title>no</title><body>yes", "yes|"},
@@ -136,6 +136,8 @@ TEST(Html, PicturesThatStandInThePageComeIn) {
     ASSERT_EQ(document.pictures.size(), 1u);
     EXPECT_EQ(document.pictures[0].bytes, "made of GIF89a");
     EXPECT_EQ(document.pictures[0].goal_width, 300);
+    converting.convert = [](const std::string&) -> std::optional<Picture> { throw std::bad_alloc(); };
+    EXPECT_THROW(ReadHtml("<img src='data:image/gif;base64,R0lGODlh'><p>b", converting), std::bad_alloc);
 }
 
 TEST(Html, LooksComeFromTagsAndInlineStyles) {
@@ -188,6 +190,11 @@ TEST(Html, ColorsSizesAndFontsAreRead) {
     EXPECT_EQ(ReadInlineStyle("font-family:'open", 20).font, "open");
     EXPECT_EQ(ReadInlineStyle("font-family: plain ,c", 20).font, "plain");
     EXPECT_EQ(ReadInlineStyle("text-decoration:none", 20).underline, false);
+    const std::pair<const char*, int> elements[] = {
+        {"<font size=1>", 15}, {"<font size='+1'>", 27}, {"<font size=-9>", 15}, {"<font size=99>", 72},
+        {"<font size=x>", 27}, {"<hr size=1><i>", 27},   {"<big>", 32},          {"<h3><small>", 23}};
+    for (const auto& [element, size] : elements)
+        EXPECT_EQ(ReadHtml(std::string(element) + "x", kLook).runs.back().format.half_points, size) << element;
     EXPECT_EQ(ReadInlineStyle(";;:;x", 20).half_points, std::nullopt);
 }
 
@@ -280,7 +287,10 @@ TEST(Html, OddPlacesOfTextAndBreaksKeepTheText) {
                  Case{"a<hr>b", "a\n\u2014\u2014\u2014\nb"}, Case{"</p></i></none>a", "a"},
                  Case{"<!doctype html><!-- </p>x --> </div>a<p>b", "a\nb"},
                  Case{"<html><body>a</BODY ></html><p>b</html>c", "a\nb c"}, Case{"a</bodyx>b</", "ab"},
-                 Case{"a</body", "a"}, Case{"</", ""}, Case{"<!-- open", ""}});
+                 Case{"<!foo>a<![if !lists]>b<![endif]>c<![CDATA[d]]><!-->e<!--->f<!---->g<!a", "abcefg"},
+                 Case{"<i title='<!x>'>a</i><script>b<!c</script>d<title><!</title>e", "ade"},
+                 Case{"a</br <i>>b<q>c<q>d</q></q></q>", "a\n>b\u201Cc\u2018d\u2019\u201D"}, Case{"a</body", "a"},
+                 Case{"</", ""}, Case{"<!-- open", ""}});
     const ParagraphFormat format = ReadHtml("<p dir=RTL align=right>x", kLook).paragraphs[0].format;
     EXPECT_TRUE(format.right_to_left);
     EXPECT_EQ(format.align, ParagraphAlign::kRight);
@@ -346,11 +356,19 @@ TEST(Html, CharacterReferencesReadAsInOldPages) {
 
 TEST(Html, DeepAndLongPagesEndInTime) {
     const std::string link = "<a href='" + std::string(60'000, 'a') + "'>";
-    const std::pair<std::string, const char*> pages[] = {
-        {"", "<div>"},      {"", "<table><tr><td>"},  {"<table>", "<tr><td colspan=1000000>"},
-        {"<pre>", "\n"},    {"<table><tr>", "<td>x"}, {"<table><td colspan=99 rowspan=1000000>x", "<tr>x"},
-        {link, "<p>x"},     {"", "<ol><li>x</ol>"},   {"<b>", "<li value=5>x"},
-        {link, "<b>x</b>y"}};
+    const std::pair<std::string, const char*> pages[] = {{"", "<div>"},
+                                                         {"", "<table><tr><td>"},
+                                                         {"<table>", "<tr><td colspan=1000000>"},
+                                                         {"<pre>", "\n"},
+                                                         {"<table><tr>", "<td>x"},
+                                                         {"<table><td colspan=99 rowspan=1000000>x", "<tr>x"},
+                                                         {link, "<p>x"},
+                                                         {"", "<ol><li>x</ol>"},
+                                                         {"<b>", "<li value=5>x"},
+                                                         {link, "<b>x</b>y"},
+                                                         {"", "<!>x"},
+                                                         {"", "x<script>"},
+                                                         {"x", "</br"}};
     for (const auto& [begin, part] : pages) {
         const Document document = ReadHtml(begin + Repeated(part, 100'000) + "x", kLook);
         const std::string rtf = WriteRtf(document);

@@ -49,6 +49,8 @@ TEST(HtmlWriter, SaysOnlyWhatDiffersFromPlainText) {
         {"{\\rtf1 a < b & \"c\"}", "<p>a &lt; b &amp; &quot;c&quot;</p>\n"},
         {"{\\rtf1 a{\\b b}c}", "<p>a<span style=\"font-weight:bold\">b</span>c</p>\n"},
         {"{\\rtf1{\\ul\\strike x}}", "<p><span style=\"text-decoration:underline line-through\">x</span></p>\n"},
+        {"{\\rtf1{\\ulhwave a\\ulldash b\\ulthd c\\ulthdash d\\ulthdashd e\\ulthdashdd f\\ulthldash g\\ululdbwave h}}",
+         "<p><span style=\"text-decoration:underline\">abcdefgh</span></p>\n"},
         {"{\\rtf1\\fs27 x}", "<p><span style=\"font-size:13.5pt\">x</span></p>\n"},
         {"{\\rtf1{\\colortbl;\\red255\\green0\\blue10;}\\cf1 x}", "<p><span style=\"color:#ff000a\">x</span></p>\n"},
         {"{\\rtf1{\\colortbl;\\red255;}\\chcbpat1 x\\plain y}",
