@@ -105,9 +105,11 @@ void CProCategoryList::Read(RecordReader* stream) {
         version = ReadFixedDouble(stream);
         ReadCounted(stream, [&] { ReadCategoryRecord(stream, roots_.emplace_back()); });
     }
-    if (!FindByID(kUnassignedID))
-        roots_.emplace_back(kUnassignedID, kUnassignedName);
     LinkAll();
+    if (!FindByID(kUnassignedID)) {
+        roots_.emplace_back(kUnassignedID, kUnassignedName);
+        LinkAll();
+    }
     fresh_ = true;
 }
 
@@ -130,6 +132,7 @@ void CProCategoryList::LinkAll() {
         root.parent = nullptr;
         root.LinkChildren();
     }
+    Nodes();
 }
 
 void CProCategoryList::Assign(const CProCategoryList& other) {
@@ -220,7 +223,12 @@ void CProCategoryList::IndexNote(int32_t note, const CProCategoryTree& path, int
     const CProCategoryTree* found = std::as_const(*this).FindByID(id);
     if (!found && id > 0)
         lost_.Add(id);
-    if (!found || (empty && found->parent) || note < 1 || set < 1 || set > kSetCount)
+    if (empty && found && found->parent) {  // only a root counts
+        const auto root =
+            std::find_if(roots_.begin(), roots_.end(), [](const auto& one) { return one.IsUnassigned(); });
+        found = root == roots_.end() ? nullptr : &*root;
+    }
+    if (!found || note < 1 || set < 1 || set > kSetCount)
         return;
     auto* node = const_cast<CProCategoryTree*>(found);
     const auto index = static_cast<size_t>(set - 1);

@@ -54,14 +54,14 @@ public:
 
     /// Appends a copy as the last root and links it.
     CProCategoryTree& AddRoot(const CProCategoryTree& root);
-    /// Makes parent ids and parent pointers of all nodes true, and the ids findable again.
+    /// Makes parent ids and parent pointers of all nodes true, and the ids findable again, for several threads too.
     void LinkAll();
     /// Copies version and roots of another list. Whether the own file was read whole stays as it is; if the file of
     /// either could not be read, neither may be written.
     void Assign(const CProCategoryList& other);
 
-    /// The first node with this id, depth first in list order; constant time after the first call. Null if there is
-    /// none.
+    /// The first node with this id, depth first in list order; null if there is none. Constant time behind LinkAll();
+    /// behind another change the first call makes the look-up, so that only one thread may call.
     const CProCategoryTree* FindByID(int32_t id) const;
     CProCategoryTree* FindByID(int32_t id);
     /// Among the roots, `<UNASSIGNED>` too, without regard to case.
@@ -97,7 +97,7 @@ private:
     FileResult unread_;
     bool isWhole_ = true;
     PassedIDs lost_;           // of categories that IndexNote was asked for and that aren't here
-    mutable NodesByID nodes_;  // empty until the first search after a change
+    mutable NodesByID nodes_;  // empty from a change to LinkAll() or the first search
     // From reading the file to the first change by others the note lists hold what IndexNote filed and nothing else.
     // Then one look at the marks replaces a search of each list.
     bool fresh_ = true;

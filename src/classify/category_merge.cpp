@@ -97,8 +97,4 @@ void CategoryMerger::MergeEmptyCategories(const std::vector<CCategoryTree>& tree
     }
 }
 
-void MergePath(int32_t note, CProCategoryTree& chain, CProCategoryList& forest, int set, int& maxCategoryID) {
-    CategoryMerger(forest, maxCategoryID).MergePath(note, chain, set);
-}
-
 }  // namespace lore

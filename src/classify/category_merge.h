@@ -64,7 +64,4 @@ private:
     ChildPlaces places_;
 };
 
-/// One path; see CategoryMerger::MergePath.
-void MergePath(int32_t note, CProCategoryTree& chain, CProCategoryList& forest, int set, int& maxCategoryID);
-
 }  // namespace lore

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "base/file_copy.h"
+#include "base/file_descriptor.h"
 #include "base/text.h"
 #include "notes/attachment_kind.h"
 #include "notes/attachment_path.h"
@@ -21,8 +22,11 @@ constexpr size_t kLongestExtension = 100;
 
 bool IsNew(const EditedAttachment& attachment) {
     const CAttachment& record = attachment.record;
+    std::error_code error;
     return record.type != kWebLink && record.storedFile.empty() &&
-           (!record.sourceFile.empty() || !attachment.bitmap.empty());
+           (!record.sourceFile.empty() || !attachment.bitmap.empty()) &&
+           !(attachment.isToldOf &&
+             std::filesystem::status(record.sourceFile, error).type() == std::filesystem::file_type::not_found);
 }
 
 FileResult CopyIn(const EditedAttachment& attachment, const std::filesystem::path& target) {
@@ -145,11 +149,18 @@ size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const No
 
 void DeleteAttachmentFiles(const std::vector<CAttachment>& attachments, const std::filesystem::path& folder,
                            FaultNotice& faults) {
+    bool any = false;
     for (const CAttachment& attachment : attachments) {
         const std::filesystem::path path = AttachmentPath(attachment, folder);
-        if (!path.empty())
-            TellFailedWrite(faults, "An attachment file could not be deleted", path, RemoveFile(path));
+        std::error_code error;
+        if (path.empty() || !std::filesystem::exists(std::filesystem::symlink_status(path, error)))
+            continue;
+        const FileResult result = DropFile(path);
+        TellFailedWrite(faults, "An attachment file could not be deleted", path, result);
+        any = any || result.Ok();
     }
+    if (any)
+        TellFailedWrite(faults, "Deleted attachment files may come back", folder, FlushFolder(folder));
 }
 
 std::vector<CAttachment> UnsharedAttachments(const CNote& note, const CNote* other) {

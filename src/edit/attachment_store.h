@@ -14,7 +14,8 @@ namespace lore {
 /// An attachment in an editor.
 struct EditedAttachment {
     CAttachment record;
-    std::string bitmap;  ///< bytes of a picture that the text control holds in memory; empty for a file or a link
+    std::string bitmap;     ///< bytes of a picture that the text control holds in memory; empty for a file or a link
+    bool isToldOf = false;  ///< an earlier save has told that the file could not be copied
 };
 
 /// The attachments of a note, ready to be edited.
@@ -39,7 +40,8 @@ int HighestAttachmentNumber(const NoteBookPaths& paths, const ReadContext& conte
 
 /// Copies the files of new attachments into the attachment folder of a NoteBook under the next free numbers, in list
 /// order, and empties their source paths. Web links keep their address. A file that can't be copied is told, and its
-/// attachment stays as it was, so that the next save tries again. Gives how many failed. The notes are read if there
+/// attachment stays as it was, so that the next save tries again; one that was told of and is still missing is passed
+/// over. Gives how many failed. The notes are read if there
 /// is something to copy.
 size_t CopyInNewAttachments(std::vector<EditedAttachment>& attachments, const NoteBookPaths& paths,
                             const ReadContext& context, FaultNotice& faults);

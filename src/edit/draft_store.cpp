@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 
+#include "base/text.h"
 #include "edit/sync_record.h"
 #include "notes/note_file.h"
 
@@ -29,13 +31,6 @@ std::string FileKey(std::string_view guid) {
             key += c;
     }
     return key.empty() ? "note" : key;
-}
-
-std::string TakeLine(std::string_view& bytes) {
-    const size_t end = bytes.find('\n');
-    std::string line(bytes.substr(0, end));
-    bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
-    return line;
 }
 
 /// False unless the line is that many numbers with a blank between each two.
@@ -78,6 +73,15 @@ bool ParseDraft(std::string_view bytes, const ReadContext& context, Draft& draft
     return !reader.Next() && !reader.IsDamaged();
 }
 
+/// Makes a folder of drafts, but not that of the NoteBook: where this was taken away, such as with its drive, nothing
+/// is put in its place.
+FileResult MakeInside(const std::filesystem::path& notebook, const std::filesystem::path& folder) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(notebook, error))
+        return {error ? error.value() : ENOTDIR};
+    return MakeFolders(folder);
+}
+
 }  // namespace
 
 FileResult DraftStore::WriteDraft(const Draft& draft) const {
@@ -94,7 +98,7 @@ FileResult DraftStore::WriteDraft(const Draft& draft) const {
              std::to_string(record.size()) + " " + std::to_string(draft.note.plainText.size()) + " " +
              std::to_string(draft.note.rtfText.size()) + "\n";
     bytes += record + draft.note.plainText + draft.note.rtfText;
-    if (const FileResult made = MakeFolders(folder_); !made.Ok())
+    if (const FileResult made = MakeInside(folder_.parent_path(), folder_); !made.Ok())
         return made;
     return WriteFileAtomically(FileOf(head.guid), bytes);
 }
@@ -103,7 +107,7 @@ FileResult DraftStore::KeepFile(std::string_view guid, std::string_view name, st
                                 std::filesystem::path& path) const {
     const std::filesystem::path folder = folder_ / FileKey(guid);
     path = folder / name;
-    if (const FileResult made = MakeFolders(folder); !made.Ok())
+    if (const FileResult made = MakeInside(folder_.parent_path(), folder); !made.Ok())
         return made;
     return WriteFileAtomically(path, bytes);
 }
@@ -140,12 +144,6 @@ FileResult DraftStore::ReadDraft(const std::filesystem::path& path, const ReadCo
     if (!isWhole)
         draft = Draft();
     return result;
-}
-
-FileResult DraftStore::SetAside(const std::filesystem::path& path) {
-    std::error_code error;
-    std::filesystem::rename(path, path.string() + ".kept", error);
-    return {error.value()};
 }
 
 bool DraftDiffers(const Draft& draft, const CNote* stored) {

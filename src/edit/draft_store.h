@@ -44,13 +44,11 @@ public:
 
     /// The file in which the draft of a note stands, if there is one. Odd GUIDs may share a file.
     std::filesystem::path FileOf(std::string_view guid) const;
-    /// The files of all drafts, by name.
+    /// The files of all drafts, by name; what was set aside isn't among them.
     std::vector<std::filesystem::path> ListDrafts() const;
     /// `isWhole` is false, and `draft` a blank one, if the file can't be read, or was read and is damaged.
     static FileResult ReadDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft,
                                 bool& isWhole);
-    /// Sets a damaged draft aside, under a name that ListDrafts passes over.
-    static FileResult SetAside(const std::filesystem::path& path);
 
     const std::filesystem::path& Folder() const { return folder_; }
 

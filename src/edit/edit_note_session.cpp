@@ -92,6 +92,11 @@ EditNoteSession::EditNoteSession(EditWorld& world, CNote edited, CNote original,
       isNew_(isNew),
       isFiled_(!isNew) {
     attachments.Fill(note.attachments);
+    for (EditedAttachment& attachment : attachments.Items())
+        attachment.isToldOf =
+            std::any_of(original_.attachments.begin(), original_.attachments.end(), [&](const CAttachment& stored) {
+                return stored.storedFile.empty() && stored.sourceFile == attachment.record.sourceFile;
+            });
     const CSyncInfo* const record = world.book.syncLog.FindSyncInfo(note.guid);
     syncTicked = ShowsSyncBox() && (!record || record->SyncState == kStoredTrue);
 }

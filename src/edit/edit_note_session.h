@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "base/record_file.h"
 #include "edit/attachment_list.h"
 #include "edit/draft_store.h"
 #include "edit/edit_world.h"
@@ -12,7 +13,7 @@
 namespace lore {
 
 /// A note's rich text has to stay under this many bytes, or the readers of its file would cut it.
-inline constexpr size_t kLargestRtf = 500'000;
+inline constexpr size_t kLargestRtf = kMaxStringLength;
 
 /// The text control of an editor, as far as the save needs it.
 class NoteTextControl {

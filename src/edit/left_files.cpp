@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "edit/draft_store.h"
 #include "notes/file_faults.h"
 

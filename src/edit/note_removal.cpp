@@ -2,7 +2,7 @@
 
 #include <system_error>
 
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "edit/attachment_store.h"
 #include "edit/named_files.h"
 #include "notes/attachment_path.h"

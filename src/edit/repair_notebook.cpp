@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <set>
+#include <utility>
 
 #include "base/file_copy.h"
 #include "classify/category_merge.h"
@@ -36,15 +37,18 @@ public:
 private:
     LoadReport Load();
     void MendFiles();
-    bool RenumberNotes();
+    bool RenumberNotes(const SharedNumbers& shared);
     void MoveNotesHome(const LoadReport& report);
-    void RestoreCategories(const LoadReport& report);
     struct NoteRepair {
         int32_t note;
         Repair what;
     };
+    void RestoreCategories(const LoadReport& report);
+    bool IsLost(const CProCategoryTree& path) const;
+    std::vector<NoteRepair> MergeLost(std::vector<CNote>& notes);
     void Save(std::vector<CNote> notes, const std::vector<NoteRepair>& mended);
     bool KeepOnce(const std::string& path);
+    bool KeepFilesOf(const CNote& note);
     std::string FileOf(int32_t id) const;
     static std::string Name(const std::string& path) { return std::filesystem::path(path).filename().string(); }
 
@@ -66,15 +70,16 @@ std::vector<Repair> Repairer::Run() {
     LoadReport report = Load();
     if (!report.listed)
         return {};
+    const SharedNumbers shared = FindSharedNumbers(book_, context_, faults_);  // a mended note might show instead
     MendFiles();
-    if (RenumberNotes()) {
+    if (RenumberNotes(shared)) {
         report = Load();
         if (!report.listed)
             return std::move(repairs_);
         MendFiles();  // of a note that was hidden, copies may stand in several files
     }
-    RestoreCategories(report);
     MoveNotesHome(report);
+    RestoreCategories(report);
     return std::move(repairs_);
 }
 
@@ -96,7 +101,12 @@ bool Repairer::KeepOnce(const std::string& path) {
     return result.Ok();
 }
 
-/// Files that break off, and files with copies of notes that another file shows.
+/// The file that holds the note and the one that it goes to.
+bool Repairer::KeepFilesOf(const CNote& note) {
+    return KeepOnce(FileOf(note.id)) && KeepOnce(book_.paths.NoteFile(GetNoteFileName(note)).string());
+}
+
+/// Files that break off, and files with copies of notes that another file or place shows.
 void Repairer::MendFiles() {
     for (const std::filesystem::path& file : NoteFilesOf(book_.paths.Notes(), faults_)) {
         const NoteStore::Mending mending = NoteStore(book_, context_, faults_, nullptr).MendFile(file.string(), [&] {
@@ -113,9 +123,10 @@ void Repairer::MendFiles() {
 }
 
 /// True if a note has got another number: what was loaded doesn't show it yet.
-bool Repairer::RenumberNotes() {
-    const std::vector<RenumberedNote> notes = RenumberSharedNotes(
-        book_, counters_.MaxNoteID, context_, faults_, [this](const std::string& path) { return KeepOnce(path); });
+bool Repairer::RenumberNotes(const SharedNumbers& shared) {
+    const std::vector<RenumberedNote> notes =
+        RenumberSharedNotes(shared, book_, counters_.MaxNoteID, context_, faults_,
+                            [this](const std::string& path) { return KeepOnce(path); });
     for (const RenumberedNote& note : notes)
         repairs_.push_back({note.file, "note " + std::to_string(note.before) +
                                            ", hidden by another note of this number, has the number " +
@@ -127,7 +138,7 @@ void Repairer::MoveNotesHome(const LoadReport& report) {
     LongList strays;
     for (const CNote& head : report.heads) {
         const std::string path = FileOf(head.id);
-        if (!IsAtHome(head, path) && KeepOnce(path))
+        if (!IsAtHome(head, path) && KeepFilesOf(head))
             strays.AddTail(head.id);
     }
     std::vector<CNote> notes = FindNotes(book_.index, strays, context_, faults_);
@@ -154,7 +165,7 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     LongList lost;
     for (const CNote& head : report.heads) {
         for (const CProCategoryTree& path : head.categories) {
-            if (!path.IsEmptyPath() && !book_.categories.FindByID(DeepestCategoryID(path)) && !path.name.empty())
+            if (IsLost(path))
                 lost.AddUnique(head.id);
         }
     }
@@ -163,20 +174,11 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     if ((lost.IsEmpty() && wasWhole) || !KeepOnce(categories))
         return;
     std::vector<CNote> notes = FindNotes(book_.index, lost, context_, faults_);
-    std::vector<NoteRepair> mended;
-    for (CNote& note : notes) {
-        if (!KeepOnce(FileOf(note.id)))
+    for (const CNote& note : notes) {
+        if (!KeepFilesOf(note))
             return;
-        for (size_t set = 0; set < kSetCount; ++set) {
-            CProCategoryTree& path = note.categories[set];
-            if (path.IsEmptyPath() || book_.categories.FindByID(DeepestCategoryID(path)))
-                continue;
-            MergePath(note.id, path, book_.categories, static_cast<int>(set) + 1, counters_.MaxCategoryID);
-            mended.push_back({note.id,
-                              {FileOf(note.id), "note " + std::to_string(note.id) + " has its category of set " +
-                                                    std::to_string(set + 1) + " again"}});
-        }
     }
+    const std::vector<NoteRepair> mended = MergeLost(notes);
     if (!wasWhole) {
         DropMadeUp(book_.categories.EditRoots());
         book_.categories.LinkAll();
@@ -187,6 +189,30 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     if (!wasWhole)
         repairs_.push_back({categories, "was written anew with what could be read; as it was it is kept beside it"});
     Save(std::move(notes), mended);
+}
+
+bool Repairer::IsLost(const CProCategoryTree& path) const {
+    return !path.IsEmptyPath() && !path.name.empty() &&
+           !std::as_const(book_.categories).FindByID(DeepestCategoryID(path));
+}
+
+std::vector<Repairer::NoteRepair> Repairer::MergeLost(std::vector<CNote>& notes) {
+    std::vector<std::pair<CNote*, size_t>> lost;  // while the forest is as it was
+    for (CNote& note : notes) {
+        for (size_t set = 0; set < kSetCount; ++set) {
+            if (IsLost(note.categories[set]))
+                lost.emplace_back(&note, set);
+        }
+    }
+    std::vector<NoteRepair> mended;
+    CategoryMerger merger(book_.categories, counters_.MaxCategoryID);
+    for (const auto& [note, set] : lost) {
+        merger.MergePath(note->id, note->categories[set], static_cast<int>(set) + 1);
+        mended.push_back({note->id,
+                          {FileOf(note->id), "note " + std::to_string(note->id) + " has its category of set " +
+                                                 std::to_string(set + 1) + " again"}});
+    }
+    return mended;
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <map>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 #include "base/free_ids.h"
@@ -18,22 +17,46 @@ namespace lore {
 
 namespace {
 
+struct Record {
+    int32_t id;
+    NoteIdentity identity;
+    NoteCopy copy;
+};
+/// The notes of one file, in its order.
+struct FileRecords {
+    bool isRead = false, isWhole = false;
+    std::vector<Record> records;
+};
+
+FileRecords ReadRecords(const std::string& path, const ReadContext& context, FaultNotice& faults) {
+    NoGuids none;
+    const ReadContext reading{context.now, context.nowUtc, &none};
+    NoteFileReader reader(reading);
+    FileRecords file;
+    if (const FileResult result = reader.Open(path); !result.Ok()) {
+        faults.Tell({kNoteFileUnread, path, result.Reason()});
+        return file;
+    }
+    while (reader.Next())
+        file.records.push_back({reader.Head().id, NoteIdentity::Of(reader.Head()), CopyOf(reader, path)});
+    file.isRead = true;
+    file.isWhole = !reader.IsDamaged();
+    return file;
+}
+
 class Renumbering {
 public:
     using Keep = std::function<bool(const std::string&)>;
 
-    Renumbering(OpenNoteBook& book, int& lastNoteID, const ReadContext& context, FaultNotice& faults, const Keep& keep)
-        : book_(book), lastNoteID_(lastNoteID), context_(context), faults_(faults), keep_(keep) {}
+    Renumbering(const SharedNumbers& shared, OpenNoteBook& book, int& lastNoteID, const ReadContext& context,
+                FaultNotice& faults, const Keep& keep)
+        : shared_(shared), book_(book), lastNoteID_(lastNoteID), context_(context), faults_(faults), keep_(keep) {}
 
     std::vector<RenumberedNote> Run() {
-        FindFiles();
-        for (auto& [path, file] : files_)
-            ReadFile(path, file);
-        ChooseShown();
-        for (auto& [path, file] : files_)
-            GiveNumbers(path, file);
-        for (const auto& [path, file] : files_)
-            WriteFile(path, file);
+        for (const std::string& path : shared_.files)
+            GiveNumbers(path);
+        for (const auto& [path, newIDs] : newIDsOf_)
+            WriteFile(path, newIDs);
         if (!renumbered_.empty()) {
             RenumberInSyncLog();
             RenumberDrafts();
@@ -42,89 +65,34 @@ public:
     }
 
 private:
-    struct Record {
-        int32_t id;
-        size_t number;  // among the notes of its file
-        NoteIdentity identity;
-        NoteCopy copy;
-    };
-    struct File {
-        std::vector<Record> records;  // those of ids that stand several times
-        bool isWhole = true;
-        std::unordered_map<size_t, int32_t> newIDs;  // by the number of the record
-    };
-    struct Shown {
-        std::string path;
-        size_t number = 0;
-        NoteIdentity identity;
-    };
+    using NewIDs = std::unordered_map<size_t, int32_t>;  // by the number of the note in its file
 
-    void FindFiles() {
-        for (const int32_t id : book_.index.AllIDs()) {
-            if (!book_.index.HasHiddenCopy(id))
-                continue;
-            wanted_.insert(id);
-            files_[*book_.index.FindPath(id)];
-            for (const std::string& path : book_.index.HiddenPaths(id))
-                files_[path];
-        }
-    }
-
-    void ReadFile(const std::string& path, File& file) {
-        NoGuids none;
-        const ReadContext context{context_.now, context_.nowUtc, &none};
-        NoteFileReader reader(context);
-        if (const FileResult result = reader.Open(path); !result.Ok()) {
-            faults_.Tell({kNoteFileUnread, path, result.Reason()});
-            isUnread_ = true;
+    void GiveNumbers(const std::string& path) {
+        const FileRecords file = ReadRecords(path, context_, faults_);
+        if (!file.isWhole)
             return;
-        }
-        while (reader.Next()) {
-            const CNote& head = reader.Head();
-            if (wanted_.contains(head.id))
-                file.records.push_back({head.id, reader.NoteNumber(), NoteIdentity::Of(head), CopyOf(reader, path)});
-        }
-        file.isWhole = !reader.IsDamaged();
-    }
-
-    /// As a load does: the files stand in its order.
-    void ChooseShown() {
-        CopyChoice<Shown> choice;
-        for (const auto& [path, file] : files_) {
-            for (const Record& record : file.records)
-                choice.Add(record.copy, {path, record.number, record.identity});
-        }
-        choice.TakeShown([&](int32_t id, Shown&& shown) { shown_.emplace(id, std::move(shown)); });
-    }
-
-    /// Without a look at all files nobody knows which note shows.
-    void GiveNumbers(const std::string& path, File& file) {
-        if (isUnread_ || !file.isWhole)
-            return;
-        for (const Record& record : file.records) {
-            const Shown& shown = shown_.at(record.id);
-            if ((shown.path == path && shown.number == record.number) || record.identity.IsSameNote(shown.identity))
+        for (size_t i = 0; i < file.records.size(); ++i) {
+            const Record& record = file.records[i];
+            const auto shown = shared_.shown.find(record.id);
+            if (shown == shared_.shown.end() || record.identity.IsSameNote(shown->second))
                 continue;
             if (const int32_t id = NumberFor(record))
-                file.newIDs.emplace(record.number, id);
+                newIDsOf_[path].emplace(i, id);
         }
     }
 
     int32_t NumberFor(const Record& record) {
-        std::vector<std::pair<NoteIdentity, int32_t>>& given = given_[record.id];
-        for (const auto& [identity, id] : given) {
-            if (identity == record.identity)
-                return id;
-        }
-        const int32_t id = book_.index.GiveID(lastNoteID_);
-        if (id == 0)
+        const auto [given, isNew] = given_.try_emplace({record.id, record.identity.Group()});
+        if (!isNew)
+            return given->second;
+        given->second = book_.index.GiveID(lastNoteID_);
+        if (given->second == 0)
             faults_.Tell({"A note could not get a number of its own", book_.paths.Notes().string(), kNoFreeID});
-        given.emplace_back(record.identity, id);
-        return id;
+        return given->second;
     }
 
-    void WriteFile(const std::string& path, const File& file) {
-        if (file.newIDs.empty() || !keep_(path))
+    void WriteFile(const std::string& path, const NewIDs& newIDs) {
+        if (!keep_(path))
             return;
         NoteFileReader reader(context_);
         FileResult result = reader.Open(path);
@@ -135,8 +103,8 @@ private:
         std::vector<RenumberedNote> renumbered;
         while (reader.Next()) {
             CNote& note = notes.emplace_back(reader.TakeNote());
-            const auto found = file.newIDs.find(reader.NoteNumber());
-            if (found == file.newIDs.end())
+            const auto found = newIDs.find(reader.NoteNumber());
+            if (found == newIDs.end())
                 continue;
             // Copies of a note without a guid get the same one.
             note.guid = guids_.try_emplace(found->second, note.guid).first->second;
@@ -145,23 +113,24 @@ private:
         }
         result = SaveNoteFile(path, notes);
         TellFailedWrite(faults_, kNoteFileUnwritten, path, result);
-        if (result.Ok())
-            renumbered_.insert(renumbered_.end(), renumbered.begin(), renumbered.end());
+        if (!result.Ok())
+            return;
+        renumbered_.insert(renumbered_.end(), renumbered.begin(), renumbered.end());
+        for (const RenumberedNote& note : renumbered)
+            newIDs_.try_emplace({note.before, note.guid}, note.now);
     }
 
-    const RenumberedNote* Find(int32_t before, const std::string& guid) const {
-        for (const RenumberedNote& note : renumbered_) {
-            if (note.before == before && note.guid == guid)
-                return &note;
-        }
-        return nullptr;
+    /// 0 for a note that keeps its number.
+    int32_t NewIDOf(int32_t before, const std::string& guid) const {
+        const auto found = newIDs_.find({before, guid});
+        return found == newIDs_.end() ? 0 : found->second;
     }
 
     void RenumberInSyncLog() {
         std::vector<CSyncInfo> changed;
         for (const CSyncInfo& info : book_.syncLog.Records()) {
-            if (const RenumberedNote* const note = Find(info.NoteId, info.NoteKey))
-                changed.emplace_back(info).NoteId = note->now;
+            if (const int32_t id = NewIDOf(info.NoteId, info.NoteKey))
+                changed.emplace_back(info).NoteId = id;
         }
         if (changed.empty() || !keep_(book_.paths.SyncLog().string()))
             return;
@@ -179,34 +148,54 @@ private:
                            DraftStore::ReadDraft(path, context_, draft, isWhole));
             if (!isWhole)
                 continue;
-            const RenumberedNote* const note = Find(draft.note.id, draft.note.guid);
-            if (!note)
+            const int32_t id = NewIDOf(draft.note.id, draft.note.guid);
+            if (id == 0)
                 continue;
-            draft.note.id = note->now;
+            draft.note.id = id;
             TellFailedWrite(faults_, "The draft of a note could not be written", path, drafts.WriteDraft(draft));
         }
     }
 
+    const SharedNumbers& shared_;
     OpenNoteBook& book_;
     int& lastNoteID_;
     const ReadContext& context_;
     FaultNotice& faults_;
     const Keep& keep_;
-    std::unordered_set<int32_t> wanted_;
-    std::map<std::string, File> files_;
-    bool isUnread_ = false;
-    std::unordered_map<int32_t, Shown> shown_;
-    std::unordered_map<int32_t, std::vector<std::pair<NoteIdentity, int32_t>>> given_;
-    std::unordered_map<int32_t, std::string> guids_;  // by the new number
+    std::map<std::string, NewIDs> newIDsOf_;                                   // by the file
+    std::map<std::pair<int32_t, std::pair<size_t, int64_t>>, int32_t> given_;  // by the old number and the group
+    std::unordered_map<int32_t, std::string> guids_;                           // by the new number
     std::vector<RenumberedNote> renumbered_;
+    std::map<std::pair<int32_t, std::string>, int32_t> newIDs_;  // of renumbered_, by the old number and the guid
 };
 
 }  // namespace
 
-std::vector<RenumberedNote> RenumberSharedNotes(OpenNoteBook& book, int& lastNoteID, const ReadContext& context,
-                                                FaultNotice& faults,
+SharedNumbers FindSharedNumbers(const OpenNoteBook& book, const ReadContext& context, FaultNotice& faults) {
+    SharedNumbers shared;
+    for (const int32_t id : book.index.AllIDs()) {
+        if (!book.index.HasHiddenCopy(id))
+            continue;
+        shared.files.insert(*book.index.FindPath(id));
+        for (const std::string& path : book.index.HiddenPaths(id))
+            shared.files.insert(path);
+    }
+    CopyChoice<NoteIdentity> choice;
+    for (const std::string& path : shared.files) {  // in the order of a load
+        const FileRecords file = ReadRecords(path, context, faults);
+        if (!file.isRead)
+            return {};  // without a look at all files nobody knows which note shows
+        for (const Record& record : file.records)
+            choice.Add(record.copy, record.identity);
+    }
+    choice.TakeShown([&](int32_t id, const NoteIdentity& identity) { shared.shown.emplace(id, identity); });
+    return shared;
+}
+
+std::vector<RenumberedNote> RenumberSharedNotes(const SharedNumbers& shared, OpenNoteBook& book, int& lastNoteID,
+                                                const ReadContext& context, FaultNotice& faults,
                                                 const std::function<bool(const std::string&)>& keep) {
-    return Renumbering(book, lastNoteID, context, faults, keep).Run();
+    return Renumbering(shared, book, lastNoteID, context, faults, keep).Run();
 }
 
 }  // namespace lore

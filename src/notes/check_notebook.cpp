@@ -29,6 +29,7 @@ constexpr std::array<std::string_view, 11> kKindNames = {"note-twice",        "n
                                                          "source-missing",    "category-missing", "attachment-missing",
                                                          "attachment-unused", "damaged-file",     "text-too-long",
                                                          "notebook-unlisted", "notebook-twice"};
+static_assert(kKindNames.size() == static_cast<size_t>(FindingKind::NoteBookTwice) + 1);
 
 /// What the walk leaves of one note file.
 struct CheckedFile {
@@ -109,7 +110,6 @@ void NoteBookCheck::ReadKnownThings() {
 void NoteBookCheck::ReadCategories() {
     CheckRecordFile(paths_.Categories(), "The categories could not be read", [this](RecordReader* stream) {
         known_.categories.Read(stream);
-        known_.categories.FindByID(kUnassignedID);  // makes the look-up before several threads use it
         known_.hasCategories = true;
     });
 }

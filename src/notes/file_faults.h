@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include "base/file_descriptor.h"
 #include "base/file_io.h"
-#include "base/file_number.h"
 #include "ports/fault_notice.h"
 
 namespace lore {

@@ -5,8 +5,8 @@
 #include <sys/stat.h>
 #include <utility>
 
+#include "base/file_descriptor.h"
 #include "base/file_io.h"
-#include "base/file_number.h"
 #include "base/record_file.h"
 #include "notes/file_faults.h"
 
@@ -14,14 +14,12 @@ namespace lore {
 
 namespace {
 
-/// Bytes of a version and a count.
-constexpr off_t kEmptyFileSize = 36;
 constexpr char kUndeleted[] = "An empty note file could not be deleted";
 
 /// Whether a file may hold no note. Each file of a NoteBook is asked at each start, so by the shortest way.
-bool IsSmall(const FileNumber& folder, const std::string& name) {
+bool IsSmall(const FileDescriptor& folder, const std::string& name) {
     struct stat info = {};
-    return ::fstatat(folder.Get(), name.c_str(), &info, 0) == 0 && info.st_size <= kEmptyFileSize;
+    return ::fstatat(folder.Get(), name.c_str(), &info, 0) == 0 && std::cmp_less_equal(info.st_size, kEmptyFileSize);
 }
 
 bool HoldsNoNote(const std::filesystem::path& file) {
@@ -41,7 +39,7 @@ void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* p
     // A folder that can't be listed is told by the load behind this.
     const std::filesystem::path notes = paths.Notes();
     bool isChanged = false;
-    const FileNumber folder(::open(notes.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor folder(::open(notes.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     for (const std::string& name : ListDatFiles(notes)) {
         if (!IsSmall(folder, name))
             continue;

@@ -18,28 +18,34 @@ bool IsBetter(const NoteCopy& copy, const NoteCopy& other) {
     return copy.file != other.file && copy.isHome && copy.isWhole && copy.edited > other.edited;
 }
 
-/// A file shows the first of its best copies of a note; its notes stand side by side here.
-bool HasBetterBefore(const std::vector<NoteCopy>& copies, size_t i) {
-    for (size_t j = i; j-- > 0 && copies[j].file == copies[i].file;) {
-        if (copies[j].id == copies[i].id && Rank(copies[j]) >= Rank(copies[i]))
-            return true;
-    }
-    return false;
-}
+struct Choice {
+    size_t chosen;  // the position of the best copy so far
+    size_t file;    // the one that was met last
+    int best = 0;   // the highest rank in that file
+};
 
 }  // namespace
 
 std::vector<bool> ShownCopies(const std::vector<NoteCopy>& copies) {
-    std::unordered_map<int32_t, size_t> chosen;
-    chosen.reserve(copies.size());
+    std::unordered_map<int32_t, Choice> choices;
+    choices.reserve(copies.size());
     for (size_t i = 0; i < copies.size(); ++i) {
-        const auto [entry, isFirst] = chosen.try_emplace(copies[i].id, i);
-        if (!isFirst && IsBetter(copies[i], copies[entry->second]) && !HasBetterBefore(copies, i))
-            entry->second = i;
+        const NoteCopy& copy = copies[i];
+        const auto [entry, isFirst] = choices.try_emplace(copy.id, Choice{i, copy.file, Rank(copy)});
+        if (isFirst)
+            continue;
+        // A file shows the first of its best copies of a note; the copies of a file stand side by side here.
+        Choice& choice = entry->second;
+        if (choice.file == copy.file && Rank(copy) <= choice.best)
+            continue;
+        choice.file = copy.file;
+        choice.best = Rank(copy);
+        if (IsBetter(copy, copies[choice.chosen]))
+            choice.chosen = i;
     }
     std::vector<bool> shown(copies.size(), false);
-    for (const auto& [id, position] : chosen)
-        shown[position] = true;
+    for (const auto& [id, choice] : choices)
+        shown[choice.chosen] = true;
     return shown;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "notes/note.h"
 
@@ -17,11 +18,9 @@ struct NoteIdentity {
     static NoteIdentity Of(const CNote& head) {
         return {head.guid.empty() ? 0 : std::hash<std::string>()(head.guid) | 1, head.dateCreated.Seconds()};
     }
-    /// Whether one group holds both: a note without a guid is the same as each of its second, which aren't each
+    /// Equal for those that one group holds: a note without a guid is the same as each of its second, which aren't each
     /// other's.
-    bool operator==(const NoteIdentity& other) const {
-        return guid == other.guid && (guid != 0 || created == other.created);
-    }
+    std::pair<size_t, int64_t> Group() const { return {guid, guid != 0 ? 0 : created}; }
     bool IsSameNote(const NoteIdentity& other) const {
         return guid != 0 && other.guid != 0 ? guid == other.guid : created == other.created;
     }

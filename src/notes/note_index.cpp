@@ -67,12 +67,6 @@ std::vector<std::string> NoteIndex::HiddenPaths(int32_t id) const {
     return paths;
 }
 
-std::vector<std::string> NoteIndex::TakeHiddenPaths(int32_t id) {
-    std::vector<std::string> paths = HiddenPaths(id);
-    hidden_.erase(id);
-    return paths;
-}
-
 std::vector<CNoteIDsPath> NoteIndex::Entries() const {
     std::vector<CNoteIDsPath> result;
     for (const Entry& entry : entries_) {

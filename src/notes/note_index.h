@@ -43,8 +43,7 @@ public:
     bool HasHiddenCopy(int32_t id) const { return hidden_.contains(id); }
     /// The files that hold further copies of a note.
     std::vector<std::string> HiddenPaths(int32_t id) const;
-    /// The same, which the index then forgets.
-    std::vector<std::string> TakeHiddenPaths(int32_t id);
+    void ForgetHiddenCopies(int32_t id) { hidden_.erase(id); }
 
     /// The number of notes.
     size_t Count() const { return places_.size(); }

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "base/file_copy.h"
-#include "base/file_number.h"
+#include "base/file_descriptor.h"
 #include "notes/file_faults.h"
 #include "notes/note_copies.h"
 #include "notes/note_file.h"
@@ -53,6 +53,22 @@ void DropAllButLast(std::vector<CNote>& notes) {
     std::vector<CNote> kept;
     for (size_t i = 0; i < notes.size(); ++i) {
         if (last.at(notes[i].id) == i)
+            kept.push_back(std::move(notes[i]));
+    }
+    notes = std::move(kept);
+}
+
+/// Takes out the copies of the notes that one file shows. `copies` is parallel to `notes`.
+void DropCopiesWithin(std::vector<CNote>& notes, const std::vector<NoteCopy>& copies) {
+    const std::vector<bool> isShown = ShownCopies(copies);
+    std::unordered_map<int32_t, std::string> guids;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        if (isShown[i])
+            guids.emplace(notes[i].id, notes[i].guid);
+    }
+    std::vector<CNote> kept;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        if (isShown[i] || guids.at(notes[i].id) != notes[i].guid)
             kept.push_back(std::move(notes[i]));
     }
     notes = std::move(kept);
@@ -258,15 +274,16 @@ LongList NoteStore::ChangeInFile(const std::string& path, const IDs& ids, const 
 
 std::vector<CNote> NoteStore::DeleteNotes(const LongList& ids) {
     std::vector<CNote> deleted;
-    for (const auto& [path, wanted] : GroupByFile(ids)) {
+    for (const auto& [path, wanted] : GroupByFile(DropCopies(ids))) {
         std::vector<CNote> taken;
         if (!TakeFromFile(path, wanted, taken))
             continue;
-        for (const int32_t id : wanted)
+        for (const int32_t id : wanted) {
             book_.index.RemoveFromIndex(id);
+            book_.index.ForgetHiddenCopies(id);
+        }
         std::move(taken.begin(), taken.end(), std::back_inserter(deleted));
     }
-    TakeHiddenCopies(deleted);
     Flush();
     return deleted;
 }
@@ -282,26 +299,29 @@ bool NoteStore::TakeFromFile(const std::string& path, const IDs& ids, std::vecto
     return Write(path, kept);
 }
 
-/// A copy that doesn't show would come to light at the next load, once the copy that shows has gone.
-void NoteStore::TakeHiddenCopies(const std::vector<CNote>& notes) {
+/// Takes the copies that don't show out of the other files: they would come to light at the next load, once the one
+/// that shows has gone. Gives the notes that have none any more.
+LongList NoteStore::DropCopies(const LongList& ids) {
     IDsByFile byFile;
-    std::unordered_map<int32_t, std::string_view> guids;
-    for (const CNote& note : notes) {
-        guids.emplace(note.id, note.guid);
-        for (const std::string& path : book_.index.TakeHiddenPaths(note.id))
-            byFile[path].insert(note.id);
-    }
-    for (const auto& [path, ids] : byFile) {
-        HeldNotes held;
-        std::vector<CNote> kept;
-        if (!ReadForRewrite(path, {}, held))
-            continue;
-        for (CNote& note : held.notes) {
-            if (!ids.contains(note.id) || guids.at(note.id) != note.guid)
-                kept.push_back(std::move(note));
+    for (const int32_t id : ids) {
+        const std::string* const shown = book_.index.FindPath(id);
+        for (const std::string& path : book_.index.HiddenPaths(id)) {
+            if (shown && *shown != path)
+                byFile[path].insert(id);
         }
-        Write(path, kept);
     }
+    IDs left;
+    for (const auto& [path, here] : byFile) {
+        HeldNotes held;
+        if (!ReadForRewrite(path, {}, held) || !Write(path, held.notes))
+            left.insert(here.begin(), here.end());
+    }
+    LongList without;
+    for (const int32_t id : ids) {
+        if (!left.contains(id))
+            without.AddTail(id);
+    }
+    return without;
 }
 
 /// False, and told, if writing the file anew would lose something: it can't be read, or no copy of it could be kept
@@ -342,14 +362,18 @@ bool NoteStore::Keep(const std::string& path, const std::string& what, const std
 
 NoteStore::Mending NoteStore::MendFile(const std::string& path, const std::function<bool()>& keep) {
     std::vector<CNote> notes;
+    std::vector<NoteCopy> copies;
     NoteFileReader reader(context_);
     if (!reader.Open(path).Ok())
         return {};
-    while (reader.Next())
+    while (reader.Next()) {
+        copies.push_back(CopyOf(reader, path));
         notes.push_back(reader.TakeNote());
+    }
     Mending mending;
     mending.wasDamaged = reader.IsDamaged();
     mending.copies = notes.size();
+    DropCopiesWithin(notes, copies);
     DropHiddenCopies(path, notes);
     mending.notes = notes.size();
     mending.copies -= mending.notes;

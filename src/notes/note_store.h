@@ -46,13 +46,13 @@ public:
     /// file could not be read or written; those are as they were.
     LongList ChangeNotes(const LongList& ids, const std::function<bool(CNote&)>& change);
 
-    /// Takes notes out of their files and the index. Gives them as the files held them; those whose file could not be
-    /// written aren't among them, and stay.
+    /// Takes notes out of all their files and the index. Gives them as the files held them; those of which a file could
+    /// not be written aren't among them, and stay.
     std::vector<CNote> DeleteNotes(const LongList& ids);
 
     struct Mending {
         bool wasDamaged = false;
-        size_t copies = 0;  ///< of notes that another file shows, taken out
+        size_t copies = 0;  ///< of notes that another file or place shows, taken out
         size_t notes = 0;   ///< that the file holds now
     };
     /// Writes a file anew without what doesn't belong there, if it needs it and `keep` says that its old bytes are
@@ -75,7 +75,7 @@ private:
     bool TakeFromFile(const std::string& path, const IDs& ids, std::vector<CNote>& taken);
     LongList ChangeInFile(const std::string& path, const IDs& ids, const std::function<bool(CNote&)>& change);
     IDsByFile GroupByFile(const LongList& ids) const;
-    void TakeHiddenCopies(const std::vector<CNote>& notes);
+    LongList DropCopies(const LongList& ids);
     bool ReadForRewrite(const std::string& path, const IDs& leaving, HeldNotes& held);
     bool Keep(const std::string& path, const std::string& what, const std::string& reason);
     void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);

@@ -19,7 +19,11 @@ namespace {
 
 void ReadPrintNote(RecordReader* stream, double version, const ReadContext& context, PrintNote& entry) {
     ReadNote(stream, version, context, entry.note);
-    ReadCounted(stream, [&] { ReadBibliographySource(stream, context, entry.sources.emplace_back()); });
+    ReadCounted(stream, [&] {
+        ReadBibliographySource(stream, context, entry.sources.emplace_back());
+        if (entry.sources.back().SourceID <= 0)
+            entry.sources.pop_back();
+    });
 }
 
 }  // namespace

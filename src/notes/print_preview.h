@@ -31,8 +31,8 @@ private:
     RecordWriter writer_;
 };
 
-/// Empties the list and reads a hand-over file; records with an id of 0 or less are no notes. `version`, if given, is
-/// the text in front; `whole` becomes false if the file doesn't hold all that it promises.
+/// Empties the list and reads a hand-over file; notes and sources with an id of 0 or less are dropped. `version`, if
+/// given, is the text in front; `whole` becomes false if the file doesn't hold all that it promises.
 FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,
                             std::vector<PrintNote>& notes, std::string* version = nullptr, bool* whole = nullptr);
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "base/text.h"
+#include "base/utf8.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -16,10 +17,6 @@ namespace {
 constexpr char kSeparator = '\xFF';  // in no UTF-8 text
 constexpr std::string_view kFrequent = " etaoinshrdlcumwfgypbvk.,xjqz";
 
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
 /// How often a byte is likely to stand in a text; the more, the higher.
 size_t Frequency(char byte) {
     const auto value = static_cast<unsigned char>(byte);
@@ -31,21 +28,8 @@ size_t Frequency(char byte) {
     return place == std::string_view::npos ? 0 : kFrequent.size() - place;
 }
 
-size_t SequenceLength(char lead) {
-    const auto value = static_cast<unsigned char>(lead);
-    return value < 0xC0 ? 1 : value < 0xE0 ? 2 : value < 0xF0 ? 3 : 4;
-}
-
-char32_t Decode(std::string_view sequence) {
-    const size_t length = SequenceLength(sequence[0]);
-    char32_t c = static_cast<unsigned char>(sequence[0]) & (length == 1 ? 0x7FU : 0xFFU >> (length + 1));
-    for (size_t i = 1; i < length && i < sequence.size(); ++i)
-        c = c << 6 | (static_cast<unsigned char>(sequence[i]) & 0x3FU);
-    return c;
-}
-
 bool IsWordCharacterAt(std::string_view text, size_t at) {
-    return text[at] != kSeparator && IsWordCharacter(Decode(text.substr(at)));
+    return text[at] != kSeparator && IsWordCharacter(FirstCharacter(text.substr(at)));
 }
 
 /// The first position from `from` on of a byte beyond ASCII.
@@ -97,7 +81,7 @@ void AppendFolded(std::string& folded, std::string_view utf8) {
         folded.append(utf8, i, end - i);
         FoldAscii(folded.data() + from, end - i);
         for (i = end; i < utf8.size() && static_cast<unsigned char>(utf8[i]) >= 0x80; i += SequenceLength(utf8[i]))
-            AppendUtf8(folded, FoldCase(Decode(utf8.substr(i))));
+            AppendUtf8(folded, FoldCase(FirstCharacter(utf8.substr(i))));
     }
 }
 

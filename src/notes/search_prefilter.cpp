@@ -6,6 +6,7 @@
 #include <iterator>
 #include <optional>
 
+#include "base/ascii.h"
 #include "base/text.h"
 
 #if defined(__SSE2__)
@@ -21,14 +22,6 @@ namespace lore {
 // where the markup gets difficult.
 
 namespace {
-
-bool IsLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-char ToLowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 0x20) : c;
-}
 
 /// Line ends, the backslash and braces; a few more bytes do no harm.
 bool MayBeMarkup(char c) {

@@ -9,6 +9,7 @@
 
 #include "base/record_file.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace lore {
 
@@ -61,7 +62,7 @@ std::string_view Fitting(std::string_view text) {
     if (text.size() <= kMost)
         return text;
     size_t end = kMost;
-    while (end > kMost - 3 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+    while (end > kMost - 3 && IsContinuation(text[end]))
         --end;  // within a character of UTF-8
     return Trim(text.substr(0, end));
 }

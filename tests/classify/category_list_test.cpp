@@ -205,6 +205,9 @@ TEST(CategoryList, FilesANoteByItsDeepestID) {
                 << Shape(path) << " in " << id;
         }
     }
+    CProCategoryList twice = Forest({Node(1, "A", {Node(kUnassignedID, "below")}), Node(kUnassignedID, "root")});
+    twice.IndexNote(50, CProCategoryTree(), 1);
+    EXPECT_EQ(twice.Roots()[1].notes[0], LongList{50});
 }
 
 TEST(CategoryList, FindsTheFirstOfEqualIDsAlsoAfterChanges) {

@@ -13,7 +13,7 @@ TEST(CategoryMerge, LeavesGapsWhereSubtreesAreNumbered) {
     CProCategoryList forest = Forest({Node(10, "A", {Node(11, "B")})});
     int stored = 3;
     CProCategoryTree tree = Node(-1, "A", {Chain({"X", "Y"}), Node(-1, "B", {Node(-1, "Z")}), Node(-1, "W")});
-    MergePath(5, tree, forest, 2, stored);
+    CategoryMerger(forest, stored).MergePath(5, tree, 2);
     EXPECT_EQ(Shape(forest), "10:A(11:B(15:Z),12:X(13:Y),16:W)");
     EXPECT_EQ(Shape(tree), "10:A(12:X(13:Y),11:B(15:Z),16:W)");
     EXPECT_EQ(forest.FindByID(15)->notes[1], (LongList{5}));

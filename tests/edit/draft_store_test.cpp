@@ -2,6 +2,7 @@
 
 #include <cerrno>
 
+#include "base/file_copy.h"
 #include "edit/edit_fixture.h"
 
 namespace lore {
@@ -72,6 +73,14 @@ TEST_F(DraftStoreTest, EachNoteHasOneDraftAndItsFilesGoWithIt) {
     EXPECT_FALSE(std::filesystem::exists(store.Folder()));
 }
 
+TEST_F(DraftStoreTest, NothingTakesThePlaceOfANoteBookThatIsGone) {
+    std::filesystem::remove_all(book.paths.Folder());
+    std::filesystem::path kept;
+    EXPECT_EQ(store.WriteDraft(DraftOf(FullNote(1))).error, ENOENT);
+    EXPECT_EQ(store.KeepFile("guid", "Picture 1.png", "png", kept).error, ENOENT);
+    EXPECT_FALSE(std::filesystem::exists(book.paths.Folder()));
+}
+
 TEST_F(DraftStoreTest, AHostileGuidLeadsNowhereElse) {
     for (const std::string guid : {"../../../up", "", "{a/b\\c}", "..", "\xFF\xFE"}) {
         CNote note = FullNote(1);
@@ -102,8 +111,12 @@ TEST_F(DraftStoreTest, ADamagedDraftIsRefusedWhereverItBreaksAndCanBeSetAside) {
         Read(other);
         EXPECT_FALSE(isRead) << sizes;
     }
-    EXPECT_TRUE(DraftStore::SetAside(other).Ok());
+    for (const std::string bytes : {"first", "second"}) {
+        PutBytes(other, bytes);
+        EXPECT_TRUE(SetAside(other).Ok());
+    }
     EXPECT_THAT(store.ListDrafts(), ElementsAre(path));
+    EXPECT_EQ(BytesOf(other.string() + ".kept") + BytesOf(other.string() + ".2.kept"), "firstsecond");
 }
 
 TEST_F(DraftStoreTest, ADraftThatCantBeReadIsNoDamagedOne) {

@@ -139,6 +139,23 @@ TEST_F(EditNoteSessionTest, ALostCategoryStaysInTheNoteAndOutOfTheForest) {
         EXPECT_FALSE(NotesOf(id).Contains(1)) << id;
 }
 
+TEST_F(EditNoteSessionTest, AnAttachmentThatALaterEditMeetsWithoutItsFileIsNotToldOfAgain) {
+    const std::filesystem::path file = folder.folder.Path() / "gone.txt";
+    CNote old = TextNote(1, "Text", {1011});
+    old.attachments.emplace_back().sourceFile = file.string();
+    Stored(old);
+    for (const bool isBack : {false, true}) {
+        if (isBack)
+            PutBytes(file, "bytes");
+        EditNoteSession session = EditNoteSession::ForNote(world, NotesIn("SRC0000001011.dat").at(0));
+        ASSERT_EQ(Save(session, "Text"), SaveOutcome::Saved);
+        EXPECT_THAT(faults.faults, IsEmpty());
+        const CAttachment stored = NotesIn("SRC0000001011.dat").at(0).attachments.at(0);
+        EXPECT_EQ(stored.storedFile, isBack ? "0000001.txt" : "");
+        EXPECT_EQ(stored.sourceFile, isBack ? "" : file.string());
+    }
+}
+
 TEST_F(EditNoteSessionTest, AFileThatCantBeWrittenLeavesTheNoteAsItWasAndTheSaveCanBeRepeated) {
     CNote old = TextNote(1, "Old", {1011});
     old.keyWords = "lamp";

@@ -41,7 +41,8 @@ protected:
 
 TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
     const std::string first = "SRC0000001011.dat", second = "SRC0000001012.dat", stray = "copied.dat";
-    const CNote shown = Five("{A}", 1011, 9), near = Five("{B}", 1011, 30), far = Five("{C}", 1012, 4);
+    const CNote cut = Five("{CUT}", 1011, 30), whole = Five("{A}", 1012, 9), shown = Five("{A}", 1011, 9),
+                near = Five("{B}", 1011, 30), far = Five("{C}", 1012, 4);
     CNote other = TextNote(6, "Text of {G6}", {1011});
     const std::tuple<const char*, std::map<std::string, std::vector<CNote>>, size_t> cases[] = {
         {"in one file", {{first, {shown, other, near}}}, 3},
@@ -49,6 +50,8 @@ TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
         {"three in two files", {{first, {shown, near}}, {second, {far}}}, 3},
         {"with a copy of the one that shows", {{first, {shown}}, {second, {far}}, {stray, {shown}}}, 2},
         {"with a copy of the other one", {{first, {shown}}, {second, {far}}, {stray, {far}}}, 2},
+        {"twice in one file", {{first, {shown, other, shown}}, {second, {far, far}}}, 3},
+        {"behind a file that broke off", {{first, {cut}}, {second, {whole, whole}}}, 2},
         {"in a file of copies", {{first, {shown, other}}, {stray, {other, far, shown}}}, 3},
     };
     for (const auto& [what, before, count] : cases) {
@@ -56,6 +59,8 @@ TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
         ClearNotes();
         for (const auto& [name, notes] : before)
             folder.Put(name, notes);
+        if (before.at(first).front().guid == cut.guid)
+            PutBytes(book.paths.NoteFile(first), folder.Bytes(first).substr(0, folder.Bytes(first).size() - 5));
         const int highest = counters.MaxNoteID;
         EXPECT_FALSE(Repaired().empty());
         std::set<int32_t> ids;
@@ -191,6 +196,20 @@ TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
     }
 }
 
+TEST_F(RepairNoteBookTest, ANoteWithALostCategoryMovesHomeAndBothFilesAreKept) {
+    CNote stray = TextNote(7, "Stray", {1011});
+    stray.categories[0] = PathOf({{77, "Lost"}});
+    folder.Put("odd.dat", {stray});
+    folder.Put("SRC0000001011.dat", {TextNote(8, "At home", {1011})});
+    const std::string odd = folder.Bytes("odd.dat"), home = folder.Bytes("SRC0000001011.dat");
+    const std::vector<Repair> repairs = Repaired();
+    ASSERT_EQ(repairs.size(), 2u);
+    EXPECT_EQ(repairs[0].text, "note 7 was moved to SRC0000001011.dat");
+    EXPECT_EQ(repairs[1].text, "note 7 has its category of set 1 again");
+    EXPECT_EQ(folder.Bytes("odd.dat.kept"), odd);
+    EXPECT_EQ(folder.Bytes("SRC0000001011.dat.kept"), home);
+}
+
 TEST_F(RepairNoteBookTest, LostCategoriesComeBackEachWithItsOwnNotes) {
     counters.MaxCategoryID = 5;  // as if the settings had been lost too
     for (const int32_t lost : {6, 7, 8, 9}) {
@@ -216,8 +235,8 @@ TEST_F(RepairNoteBookTest, AFileThatCantBeKeptOrIsDamagedKeepsItsNumbers) {
         const std::string before = folder.Bytes(name);
         OpenNoteBook loaded = Reloaded();
         const ReadContext context = world.Context();
-        EXPECT_THAT(RenumberSharedNotes(loaded, counters.MaxNoteID, context, faults,
-                                        [&](const std::string&) { return isKept; }),
+        EXPECT_THAT(RenumberSharedNotes(FindSharedNumbers(loaded, context, faults), loaded, counters.MaxNoteID, context,
+                                        faults, [&](const std::string&) { return isKept; }),
                     IsEmpty());
         EXPECT_EQ(folder.Bytes(name), before);
     }

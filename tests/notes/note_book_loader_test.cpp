@@ -143,7 +143,7 @@ TEST_F(NoteBookLoader, LoadForOneNoteFindsItsCopiesAndWritesWhatAWholeLoadWrites
         EXPECT_EQ(book.index.GiveID(last), 1001) << "77 is there, listed or not";
         if (only.contains(1)) {
             EXPECT_EQ(*book.index.FindPath(1), disk.paths.NoteFile("SRC0000001011.dat").string());
-            EXPECT_THAT(book.index.TakeHiddenPaths(1), ElementsAre(disk.paths.NoteFile("a.dat").string()));
+            EXPECT_THAT(book.index.HiddenPaths(1), ElementsAre(disk.paths.NoteFile("a.dat").string()));
         }
     }
 }

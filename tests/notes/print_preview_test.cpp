@@ -38,16 +38,18 @@ TEST(PrintPreview, HoldsTheNotesWithTheirFormattedSources) {
     EXPECT_EQ(BytesOf(folder / "again.nbf"), bytes);
 }
 
-TEST(PrintPreview, ShortFilesGiveNoEmptyNotes) {
+TEST(PrintPreview, ShortFilesGiveNoEmptyNotesAndNoEmptySources) {
     TempFolder folder;
     ReadWorld world;
-    SavePrintPreview(folder / "PrintPreview.nbf", {{FullNote(5), {}}, {FullNote(6), {}}});
+    SavePrintPreview(folder / "PrintPreview.nbf", {{FullNote(5), {CitationOnly(0, "dropped")}}, {FullNote(6), {}}});
     const std::string bytes = BytesOf(folder / "PrintPreview.nbf");
     for (size_t length = 0; length < bytes.size(); ++length) {
         PutBytes(folder / "cut.nbf", bytes.substr(0, length));
         std::vector<PrintNote> read;
         LoadPrintPreview(folder / "cut.nbf", world.context, read);
         ASSERT_LE(read.size(), 2u);
+        for (const PrintNote& note : read)
+            ASSERT_TRUE(note.sources.empty());
     }
 }
 

@@ -17,12 +17,6 @@ namespace {
 
 constexpr size_t kMostNotes = 8;
 
-std::string_view TakeLine(std::string_view& text) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-    return line;
-}
-
 std::string WrongParse(std::string_view text, const NoteSearch& search, bool isValid) {
     const bool hasAnd = text.find("AND") != std::string_view::npos, hasOr = text.find("OR") != std::string_view::npos;
     if (isValid == (hasAnd && hasOr))
