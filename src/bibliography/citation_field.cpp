@@ -4,6 +4,7 @@
 
 #include "base/record_file.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace lore {
 
@@ -57,7 +58,7 @@ void CutToRecord(std::string& citation) {
         return;
     size_t end = kMaxStringLength;
     if (IsValidUtf8(citation)) {
-        while ((static_cast<unsigned char>(citation[end]) & 0xC0) == 0x80)
+        while (IsContinuation(citation[end]))
             --end;
     }
     citation.resize(end);

@@ -14,23 +14,13 @@ namespace lore {
 inline constexpr std::string_view kCitationCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
 static_assert(kCitationCeiling.size() == 30);
 
-/// What a formatted source is sorted by.
-inline std::string CitationKey(const CSource& formatted) {
-    return ToLower(formatted.FormattedText);
-}
-
-/// The positions of citation keys in their order, as SortSources has it.
-inline std::vector<uint32_t> OrderOfCitationKeys(const std::vector<std::string>& keys) {
-    return SelectionOrder(keys, kCitationCeiling, SelectionPick::LastNotAbove);
-}
-
-/// The same for formatted sources.
+/// The positions of formatted sources in their order, as SortSources has it.
 template <typename Sources>
 std::vector<uint32_t> CitationOrder(const Sources& formatted) {
     std::vector<std::string> keys;
     for (const auto& source : formatted)
-        keys.push_back(CitationKey(source));  // NOLINT: lists and vectors count their elements differently
-    return OrderOfCitationKeys(keys);
+        keys.push_back(ToLower(source.FormattedText));  // NOLINT: lists and vectors count their elements differently
+    return SelectionOrder(keys, kCitationCeiling, SelectionPick::LastNotAbove);
 }
 
 }  // namespace lore

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "base/utf8.h"
 #include "bibliography/citation_field.h"
 
 namespace lore {
@@ -19,11 +20,10 @@ constexpr size_t kMostBlanks = 50'000'000;
 size_t SkipCharacters(std::string_view text, int64_t characters, bool utf8) {
     if (!utf8)
         return static_cast<size_t>(std::min<int64_t>(characters, static_cast<int64_t>(text.size())));
-    const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0u) == 0x80u; };
     size_t at = 0;
     for (; characters > 0 && at < text.size(); --characters) {
         ++at;
-        while (at < text.size() && isContinuation(text[at]))
+        while (at < text.size() && IsContinuation(text[at]))
             ++at;
     }
     return at;

@@ -28,12 +28,6 @@ constexpr std::string_view kStyles =
 </office:styles>
 )";
 
-std::string Color(const TextColor& color) {
-    std::array<char, 8> text{};
-    std::snprintf(text.data(), text.size(), "#%02x%02x%02x", color.red, color.green, color.blue);
-    return text.data();
-}
-
 /// The styles of one family, each look once.
 class StyleTable {
 public:
@@ -188,7 +182,7 @@ private:
         for (const auto& [border, name] : kBorders)
             properties.Add(name, format.borders & border ? "0.5pt solid #808080" : "none");
         if (format.background)
-            properties.Add("fo:background-color", Color(*format.background));
+            properties.Add("fo:background-color", MarkupColor(*format.background));
         return properties.Xml();
     }
 
@@ -265,9 +259,9 @@ private:
             properties.Add("style:text-position",
                            format.position == ScriptPosition::kSuperscript ? "super 58%" : "sub 58%");
         if (format.color)
-            properties.Add("fo:color", Color(*format.color));
+            properties.Add("fo:color", MarkupColor(*format.color));
         if (format.background)
-            properties.Add("fo:background-color", Color(*format.background));
+            properties.Add("fo:background-color", MarkupColor(*format.background));
         return properties.Xml();
     }
 

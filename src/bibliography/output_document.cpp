@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "base/utf8.h"
 #include "bibliography/output_links.h"
 
 namespace lore {
@@ -18,7 +19,7 @@ std::vector<uint32_t> CharacterPositions(std::string_view bytes) {
     std::vector<uint32_t> positions(bytes.size() + 1);
     uint32_t character = 0;
     for (size_t i = 0; i < bytes.size(); ++i) {
-        const bool continues = utf8 && (static_cast<unsigned char>(bytes[i]) & 0xC0u) == 0x80u;
+        const bool continues = utf8 && IsContinuation(bytes[i]);
         positions[i] = continues ? character - 1 : character++;
     }
     positions.back() = character;

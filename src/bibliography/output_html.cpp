@@ -1,11 +1,10 @@
 #include "bibliography/output_writers.h"
+#include "rtf/formats.h"
 #include "rtf/markup.h"
 
 namespace lore {
 
 namespace {
-
-constexpr int kTwipsPerPixel = 15;
 
 // The indents of paragraphs are in pixels and on the side itself, because the layout that makes PDF files knows no
 // other units and no logical sides.

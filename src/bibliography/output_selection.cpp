@@ -1,12 +1,7 @@
 #include "bibliography/output_selection.h"
 
 #include <algorithm>
-#include <string>
 #include <utility>
-#include <vector>
-
-#include "bibliography/citation.h"
-#include "bibliography/citation_order.h"
 
 namespace lore {
 
@@ -32,19 +27,6 @@ SourceList Chosen(SourceList sources, const LongList& ids) {
     return chosen;
 }
 
-/// Sorting formats, and a source that is formatted twice may show other authors; so a copy of each is formatted.
-void Sort(SourceList& sources, const AuthorList& authors) {
-    std::vector<std::string> keys;
-    keys.reserve(sources.Count());
-    CSource copy;
-    for (const CSource& source : sources) {
-        copy = source;
-        FormatSource(copy, authors);
-        keys.push_back(CitationKey(copy));
-    }
-    sources.Arrange(OrderOfCitationKeys(keys));
-}
-
 }  // namespace
 
 int32_t HeldIndentSpaces(int32_t blanks) {
@@ -60,7 +42,7 @@ SourceList SelectSources(SourceList sources, const AuthorList& authors, const Bi
     for (size_t i = 0; i < chosen.Count(); ++i)
         Set(chosen[i], selection);
     if (selection.sorted)
-        Sort(chosen, authors);
+        chosen.SortSources(authors);
     return chosen;
 }
 

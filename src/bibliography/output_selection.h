@@ -23,7 +23,8 @@ struct BibliographySelection {
     bool sorted = true;                        ///< in the order of SortSources
 };
 
-/// The chosen sources in the order of the bibliography, set but not formatted.
+/// The chosen sources in the order of the bibliography, set. The sort has formatted them; whoever writes them formats
+/// again, which drops the second of two deleted authors beside each other. Without the sort they are as stored.
 SourceList SelectSources(SourceList sources, const AuthorList& authors, const BibliographySelection& selection);
 
 }  // namespace lore

@@ -1,21 +1,10 @@
 #include "bibliography/source_selection.h"
 
-#include "bibliography/citation.h"
-#include "bibliography/citation_order.h"
+#include <utility>
+
 #include "bibliography/output_selection.h"
 
 namespace lore {
-
-namespace {
-
-void Sort(SourceList& formatted) {
-    SourceList sorted;
-    for (const uint32_t position : CitationOrder(formatted))
-        sorted.AddTail(std::move(formatted[position]));
-    formatted = std::move(sorted);
-}
-
-}  // namespace
 
 SourceSelection::SourceSelection(const SourceList& sources, const AuthorList& authors)
     : sources_(sources),
@@ -26,28 +15,22 @@ SourceSelection::SourceSelection(const SourceList& sources, const AuthorList& au
     ClearAll();
 }
 
-CSource SourceSelection::Formatted(CSource source) const {
-    FormatSource(source, authors_);
-    return source;
-}
-
-/// A copy as the choice of formatting wants it.
-CSource SourceSelection::Set(const CSource& source) const {
-    CSource copy = source;
-    if (!individual_) {
-        copy.FormatStyle = style_;
-        copy.IndentSpaces = indentSpaces_;
-        copy.AuthorsBeforeEtAl = authorsBeforeEtAl_;
-    }
-    return copy;
+void SourceSelection::Set(CSource& source) const {
+    source.FormatStyle = style_;
+    source.IndentSpaces = indentSpaces_;
+    source.AuthorsBeforeEtAl = authorsBeforeEtAl_;
 }
 
 bool SourceSelection::Select(int32_t id) {
-    const CSource* const source = sources_.FindSourceByID(id);
-    if (!source || !available_.RemoveSource(id))
+    const CSource* const shown = available_.FindSourceByID(id);
+    if (!shown)
         return false;
-    selected_.AddTail(Formatted(Set(*source)));
-    SortSelected();
+    CSource chosen = *shown;
+    available_.RemoveSource(id);
+    if (!individual_)
+        Set(chosen);
+    selected_.AddTail(std::move(chosen));
+    FormatSelected();
     return true;
 }
 
@@ -55,30 +38,29 @@ bool SourceSelection::Remove(int32_t id) {
     if (!selected_.RemoveSource(id))
         return false;
     if (const CSource* const source = sources_.FindSourceByID(id))
-        available_.AddTail(Formatted(*source));
-    Sort(available_);
+        available_.AddTail(*source);
+    available_.SortSources(authors_);
     return true;
 }
 
 void SourceSelection::SelectAll() {
     available_.RemoveAll();
-    selected_.RemoveAll();
-    for (const CSource& source : sources_)
-        selected_.AddTail(Formatted(Set(source)));
-    SortSelected();
+    selected_ = sources_;
+    for (size_t i = 0; i < selected_.Count() && !individual_; ++i)
+        Set(selected_[i]);
+    FormatSelected();
 }
 
 void SourceSelection::ClearAll() {
     selected_.RemoveAll();
-    available_.RemoveAll();
-    for (const CSource& source : sources_)
-        available_.AddTail(Formatted(source));
-    Sort(available_);
+    available_ = sources_;
+    available_.SortSources(authors_);
 }
 
 void SourceSelection::SetSorted(bool sorted) {
     sorted_ = sorted;
-    SortSelected();
+    if (sorted)
+        FormatSelected();
 }
 
 void SourceSelection::SetIndividual(bool individual) {
@@ -101,27 +83,26 @@ void SourceSelection::SetAuthorsBeforeEtAl(int32_t authors) {
     RefreshSelected();
 }
 
-/// The copies are made anew from the NoteBook's sources: a citation is the same whatever was chosen in between.
 void SourceSelection::RefreshSelected() {
-    SourceList refreshed;
-    for (const CSource& source : Bibliography())
-        refreshed.AddTail(Formatted(source));
-    selected_ = std::move(refreshed);
-    SortSelected();
-}
-
-void SourceSelection::SortSelected() {
-    if (sorted_)
-        Sort(selected_);
-}
-
-SourceList SourceSelection::Bibliography() const {
-    SourceList chosen;
-    for (const CSource& shown : selected_) {
-        if (const CSource* const source = sources_.FindSourceByID(shown.SourceID))
-            chosen.AddTail(Set(*source));
+    for (size_t i = 0; i < selected_.Count(); ++i) {
+        CSource& chosen = selected_[i];
+        if (!individual_) {
+            Set(chosen);
+        } else if (const CSource* const own = sources_.FindSourceByID(chosen.SourceID)) {
+            chosen.FormatStyle = own->FormatStyle;
+            chosen.IndentSpaces = own->IndentSpaces;
+            chosen.AuthorsBeforeEtAl = own->AuthorsBeforeEtAl;
+        }
     }
-    return chosen;
+    FormatSelected();
+}
+
+/// In place: a citation that is formatted again has lost one more of the deleted authors beside each other.
+void SourceSelection::FormatSelected() {
+    if (sorted_)
+        selected_.SortSources(authors_);
+    else
+        selected_.FormatAll(authors_);
 }
 
 }  // namespace lore

@@ -16,7 +16,7 @@ public:
     /// Both lists outlive the model and stay as they are.
     SourceSelection(const SourceList& sources, const AuthorList& authors);
 
-    /// The two lists as they are shown: formatted.
+    /// The two lists as they are shown: formatted. The bibliography takes the selected ones as they stand.
     const SourceList& Available() const { return available_; }
     const SourceList& Selected() const { return selected_; }
 
@@ -41,14 +41,10 @@ public:
     void SetIndentSpaces(int32_t blanks);
     void SetAuthorsBeforeEtAl(int32_t authors);
 
-    /// The selected sources in their order for the bibliography, set but not formatted.
-    SourceList Bibliography() const;
-
 private:
-    CSource Set(const CSource& source) const;
-    CSource Formatted(CSource source) const;
+    void Set(CSource& source) const;
     void RefreshSelected();
-    void SortSelected();
+    void FormatSelected();
 
     const SourceList& sources_;
     const AuthorList& authors_;

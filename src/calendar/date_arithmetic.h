@@ -31,6 +31,11 @@ inline bool IsSameDay(const DateTime& a, const DateTime& b) {
     return a.Year() == b.Year() && a.Month() == b.Month() && a.Day() == b.Day();
 }
 
+/// False unless both dates are valid.
+inline bool IsLater(const DateTime& a, const DateTime& b) {
+    return a.IsValid() && b.IsValid() && a.Seconds() > b.Seconds();
+}
+
 /// A date so many days later; invalid where no such day exists. Any number of days is safe.
 DateTime PlusDays(const DateTime& date, int64_t days);
 /// The given day of the month that lies so many months later, at the date's time; invalid where there is no such day.

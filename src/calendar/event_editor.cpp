@@ -21,10 +21,6 @@ DateTime AtClock(const DateTime& day, int hour, int minute, int second) {
     return day.Midnight().PlusSeconds(hour * kHour + minute * kMinute + second);
 }
 
-bool IsEarlier(const DateTime& a, const DateTime& b) {
-    return a.IsValid() && b.IsValid() && a.Seconds() < b.Seconds();
-}
-
 bool IsLastSecond(const DateTime& time) {
     return time.Hour() == 23 && time.Minute() == 59 && time.Second() == 59;
 }
@@ -116,7 +112,7 @@ void EventEditor::KeepOrder() {
     const DateTime anHourLater = event_.Start.PlusSeconds(kHour);
     if (!IsAllDay() && IsSameDay(event_.Start, event_.End) && event_.End.IsEarlierOrEqual(event_.Start))
         event_.End = IsSameDay(event_.Start, anHourLater) ? anHourLater : AtClock(event_.Start, 23, 50, 0);
-    if (IsEarlier(event_.End, event_.Start))
+    if (IsLater(event_.Start, event_.End))
         event_.End = anHourLater.IsValid() ? anHourLater : AtClock(event_.Start, 23, 59, 0);
     if (IsAllDay())
         ApplyWholeDays();
@@ -237,7 +233,7 @@ std::optional<CTmReminder> EventEditor::NewReminder() const {
         world_.prompts.Message("Only 4 Reminders Per Event", "Only 4 Reminders", PromptIcon::Information);
         return std::nullopt;
     }
-    if (!IsEarlier(world_.clock.Now(), event_.Start)) {
+    if (!IsLater(event_.Start, world_.clock.Now())) {
         world_.prompts.Message("Event has already started or occurred.", "Event Started", PromptIcon::Information);
         return std::nullopt;
     }

@@ -6,26 +6,15 @@ namespace lore {
 
 namespace {
 
-void ReadEvent(RecordReader& stream, CTmEvent& event, const ReadContext& context) {
-    ResetEvent(event, context.now);
-    VisitEventFields(event, FieldReader{stream});
-    if (event.EventId.empty())
-        NewEventId(event, *context.guids);
-}
-
-template <typename Keep>
-FileResult LoadEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list, Keep keep,
-                      bool* isWhole = nullptr) {
-    const auto read = [&](RecordReader& stream) {
-        ReadRecordList(
-            stream, list, [&](CTmEvent& event) { ReadEvent(stream, event, context); }, keep);
-    };
-    return ReadRecordFile(path, read, isWhole);
-}
-
-bool KeepAll(const CTmEvent&) {
-    return true;
-}
+struct EventReader {
+    const ReadContext& context;
+    void operator()(RecordReader& stream, CTmEvent& event) const {
+        ResetEvent(event, context.now);
+        VisitEventFields(event, FieldReader{stream});
+        if (event.EventId.empty())
+            NewEventId(event, *context.guids);
+    }
+};
 
 void BeginPass(Progress& progress, size_t count, const char* message) {
     progress.SetRange(0, static_cast<int>(count));
@@ -46,8 +35,7 @@ FileResult SaveWithProgress(const std::filesystem::path& path, const EventList& 
 }  // namespace
 
 double ReadEvents(RecordReader& stream, EventList& list, const ReadContext& context) {
-    return ReadRecordList(
-        stream, list, [&](CTmEvent& event) { ReadEvent(stream, event, context); }, KeepAll);
+    return ReadRecordList(stream, list, EventReader{context});
 }
 
 void WriteEvents(RecordWriter& stream, const EventList& list) {
@@ -56,12 +44,12 @@ void WriteEvents(RecordWriter& stream, const EventList& list) {
 
 FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list,
                          bool* isWhole) {
-    return LoadEvents(path, context, list, KeepAll, isWhole);
+    return LoadRecordFile(path, list, EventReader{context}, KeepAll(), isWhole);
 }
 
 FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
                              const DateTime& last, EventList& list) {
-    return LoadEvents(path, context, list, [&](const CTmEvent& event) {
+    return LoadRecordFile(path, list, EventReader{context}, [&](const CTmEvent& event) {
         return first.IsEarlierOrEqual(event.Start) || event.End.IsEarlierOrEqual(last);
     });
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <unordered_map>
 
+#include "calendar/date_arithmetic.h"
+
 namespace lore {
 
 namespace {
@@ -17,10 +19,6 @@ EventIndex IndexById(const EventList& list, size_t growth) {
     for (size_t i = 0; i < list.size(); ++i)
         index.emplace(list[i].EventId, i);
     return index;
-}
-
-bool IsLater(const DateTime& a, const DateTime& b) {
-    return a.IsValid() && b.IsValid() && a.Seconds() > b.Seconds();
 }
 
 bool IsInSeries(const CTmEvent& event, std::string_view seriesId) {

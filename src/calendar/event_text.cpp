@@ -1,6 +1,7 @@
 #include "calendar/event_text.h"
 
 #include "base/text.h"
+#include "base/utf8.h"
 #include "calendar/date_arithmetic.h"
 
 namespace lore {
@@ -10,10 +11,6 @@ namespace {
 constexpr char kShortDate[] = "%m/%d/%y";
 constexpr int kWrapColumn = 50;
 constexpr int kMostBreaks = 10;
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
 
 /// Turns the first blank behind column 50 of each line into a line feed and returns the position of the last line
 /// break, looking no further than the tenth. Columns are characters.

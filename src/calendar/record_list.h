@@ -36,14 +36,21 @@ struct FieldWriter {
 /// and not used costs nothing.
 inline constexpr size_t kSmallestRecord = 256, kTypicalRecord = 1024;
 
-/// Appends the records that `readOne(record)` fills and `keep(record)` wants. Returns the file's version.
-template <typename Record, typename ReadOne, typename Keep>
-double ReadRecordList(RecordReader& stream, std::vector<Record>& list, ReadOne readOne, Keep keep) {
+struct KeepAll {
+    template <typename Record>
+    bool operator()(const Record&) const {
+        return true;
+    }
+};
+
+/// Appends the records that `readOne(stream, record)` fills and `keep(record)` wants. Returns the file's version.
+template <typename Record, typename ReadOne, typename Keep = KeepAll>
+double ReadRecordList(RecordReader& stream, std::vector<Record>& list, ReadOne readOne, Keep keep = {}) {
     const double version = ReadFixedDouble(&stream);
     list.reserve(list.size() + stream.Size() / kSmallestRecord);
     ReadCounted(&stream, [&] {
         Record record;
-        readOne(record);
+        readOne(stream, record);
         if (keep(record))
             list.push_back(std::move(record));
     });
@@ -59,14 +66,15 @@ void WriteRecordList(RecordWriter& stream, const std::vector<Record>& list, Writ
         writeOne(record);
 }
 
-/// Opens a file and hands its stream to `read(stream)`. One that doesn't open has no records.
+/// The same for a file. One that doesn't open has no records.
 /// @param isWhole  false behind a file that broke off or holds more than its records
-template <typename Read>
-FileResult ReadRecordFile(const std::filesystem::path& path, Read read, bool* isWhole = nullptr) {
+template <typename Record, typename ReadOne, typename Keep = KeepAll>
+FileResult LoadRecordFile(const std::filesystem::path& path, std::vector<Record>& list, ReadOne readOne, Keep keep = {},
+                          bool* isWhole = nullptr) {
     std::unique_ptr<RecordReader> stream;
     const FileResult opened = OpenRecordFile(path, stream);
     if (opened.Ok())
-        read(*stream);
+        ReadRecordList(*stream, list, readOne, keep);
     if (isWhole)
         *isWhole = !opened.Ok() || stream->ReadWhole();
     return opened;

@@ -34,10 +34,6 @@ constexpr ReminderLabels kEmail = {"Email will be sent on:", "Message Text (Max 
 constexpr ReminderLabels kTextMessage = {"Text Msg will be sent on:", "Message Text (Max 150 Chars)",
                                          "Send Text Msg:", "Mobile Phone #:", "eg: 123-555-4567"};
 
-bool IsLater(const DateTime& a, const DateTime& b) {
-    return a.IsValid() && b.IsValid() && a.Seconds() > b.Seconds();
-}
-
 DateTime WithoutSeconds(const DateTime& time) {
     return time.PlusSeconds(-time.Second());
 }

@@ -6,33 +6,20 @@ namespace lore {
 
 namespace {
 
-void ReadReminder(RecordReader& stream, CTmReminder& reminder, const ReadContext& context) {
-    ResetReminder(reminder, context);
-    VisitReminderFields(reminder, FieldReader{stream});
-    if (reminder.ReminderId.empty())
-        reminder.ReminderId = context.guids->NewGuid();
-}
-
-template <typename Keep>
-FileResult LoadReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list, Keep keep,
-                         bool* isWhole = nullptr) {
-    list.clear();
-    const auto read = [&](RecordReader& stream) {
-        ReadRecordList(
-            stream, list, [&](CTmReminder& reminder) { ReadReminder(stream, reminder, context); }, keep);
-    };
-    return ReadRecordFile(path, read, isWhole);
-}
-
-bool KeepAll(const CTmReminder&) {
-    return true;
-}
+struct ReminderReader {
+    const ReadContext& context;
+    void operator()(RecordReader& stream, CTmReminder& reminder) const {
+        ResetReminder(reminder, context);
+        VisitReminderFields(reminder, FieldReader{stream});
+        if (reminder.ReminderId.empty())
+            reminder.ReminderId = context.guids->NewGuid();
+    }
+};
 
 }  // namespace
 
 double ReadReminders(RecordReader& stream, ReminderList& list, const ReadContext& context) {
-    return ReadRecordList(
-        stream, list, [&](CTmReminder& reminder) { ReadReminder(stream, reminder, context); }, KeepAll);
+    return ReadRecordList(stream, list, ReminderReader{context});
 }
 
 void WriteReminders(RecordWriter& stream, const ReminderList& list) {
@@ -42,12 +29,14 @@ void WriteReminders(RecordWriter& stream, const ReminderList& list) {
 
 FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list,
                             bool* isWhole) {
-    return LoadReminders(path, context, list, KeepAll, isWhole);
+    list.clear();
+    return LoadRecordFile(path, list, ReminderReader{context}, KeepAll(), isWhole);
 }
 
 FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
                                 const DateTime& last, ReminderList& list) {
-    return LoadReminders(path, context, list, [&](const CTmReminder& reminder) {
+    list.clear();
+    return LoadRecordFile(path, list, ReminderReader{context}, [&](const CTmReminder& reminder) {
         return first.IsEarlierOrEqual(reminder.SendTime) && reminder.SendTime.IsEarlierOrEqual(last);
     });
 }

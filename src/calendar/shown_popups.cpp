@@ -28,15 +28,14 @@ PopupKey KeyOf(const CTmReminder& reminder, int32_t number) {
 
 FileResult LoadShownPopups(const std::filesystem::path& path, ShownPopups& shown) {
     shown.clear();
-    return ReadRecordFile(path, [&](RecordReader& stream) {
-        std::vector<ShownRecord> records;
-        ReadRecordList(
-            stream, records, [&](ShownRecord& record) { VisitShownFields(record, FieldReader{stream}); },
-            [](const ShownRecord& record) { return record.SendTime.IsValid(); });
-        for (const ShownRecord& record : records)
-            shown.emplace(NextKey(shown, {record.ReminderId, record.SendTime.Seconds()}),
-                          record.Again.IsValid() ? record.Again : DateTime());
-    });
+    std::vector<ShownRecord> records;
+    const FileResult result = LoadRecordFile(
+        path, records, [](RecordReader& stream, ShownRecord& record) { VisitShownFields(record, FieldReader{stream}); },
+        [](const ShownRecord& record) { return record.SendTime.IsValid(); });
+    for (const ShownRecord& record : records)
+        shown.emplace(NextKey(shown, {record.ReminderId, record.SendTime.Seconds()}),
+                      record.Again.IsValid() ? record.Again : DateTime());
+    return result;
 }
 
 FileResult SaveShownPopups(const std::filesystem::path& path, const ShownPopups& shown) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "base/ascii.h"
 #include "base/text.h"
 
 namespace lore {
@@ -17,7 +18,7 @@ struct Numbers {
 };
 
 bool IsDigits(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return std::all_of(text.begin(), text.end(), IsDigit);
 }
 
 bool AreATime(const Numbers& numbers) {

@@ -6,6 +6,7 @@
 #include "base/file_io.h"
 #include "base/text.h"
 #include "bibliography/source_record.h"
+#include "cli/command.h"
 #include "cli/json_records.h"
 
 namespace lore {
@@ -39,20 +40,14 @@ bool TakeNumber(const Json& from, int32_t& to) {
     return from.is_number() || from.is_boolean();
 }
 
-DateTime DateOf(const std::string& text) {
-    int n[6] = {};
-    const int read =
-        std::sscanf(text.c_str(), "%9d-%9d-%9d%*1[T ]%9d:%9d:%9d", &n[0], &n[1], &n[2], &n[3], &n[4], &n[5]);
-    return read >= 3 ? DateTime(n[0], n[1], n[2], n[3], n[4], n[5]) : DateTime::Invalid();
-}
-
 /// What is no date makes the date invalid: the moment that stood there would be taken for the one that was meant.
 bool TakeDate(const Json& from, DateTime& to) {
     if (from.is_null()) {
         to = DateTime();
         return true;
     }
-    to = from.is_string() ? DateOf(from.get_ref<const std::string&>()) : DateTime::Invalid();
+    const auto date = from.is_string() ? ParseDate(from.get_ref<const std::string&>()) : std::nullopt;
+    to = date ? date->date : DateTime::Invalid();
     return to.IsValid() || from == "invalid";
 }
 

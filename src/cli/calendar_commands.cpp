@@ -24,27 +24,25 @@ public:
             ->type_name("DATE");
     }
     ExitStatus Run(Session& session) override {
-        DateTime from;
-        DateTime to;
-        if ((from_ && !ParseDateArgument(*from_, from)) || (to_ && !ParseDateArgument(*to_, to))) {
-            PrintError("a date is written YYYY-MM-DD or YYYY-MM-DDTHH:MM:SS");
+        std::optional<DateArgument> from, to;
+        if (!ParseDateOption(from_, from) || !ParseDateOption(to_, to))
             return ExitStatus::WrongUsage;
-        }
         Print(session, Load(session, from, to));
         return ExitStatus::Done;
     }
 
 private:
-    EventList Load(Session& session, const DateTime& from, const DateTime& to) const {
+    static EventList Load(Session& session, const std::optional<DateArgument>& from,
+                          const std::optional<DateArgument>& to) {
         const std::filesystem::path path = session.Data().Events();
         EventList events;
-        const FileResult result = from_ && to_ ? LoadEventsInRange(path, session.Context(), from, to, events)
-                                               : LoadAllEvents(path, session.Context(), events);
+        const FileResult result = from && to ? LoadEventsInRange(path, session.Context(), from->date, to->date, events)
+                                             : LoadAllEvents(path, session.Context(), events);
         session.Check(result, "The events could not be read", path);
-        if (from_ && !to_)
-            std::erase_if(events, [&](const CTmEvent& event) { return !from.IsEarlierOrEqual(event.Start); });
-        if (to_ && !from_)
-            std::erase_if(events, [&](const CTmEvent& event) { return !event.End.IsEarlierOrEqual(to); });
+        if (from && !to)
+            std::erase_if(events, [&](const CTmEvent& event) { return !from->date.IsEarlierOrEqual(event.Start); });
+        if (to && !from)
+            std::erase_if(events, [&](const CTmEvent& event) { return !event.End.IsEarlierOrEqual(to->date); });
         return events;
     }
     static void Print(const Session& session, const EventList& events) {

@@ -58,22 +58,29 @@ private:
     int set_ = kAllSets;
 };
 
+/// What KeyWordsCommand and ColorsCommand do: each entry of a list of the NoteBook with its notes.
+template <typename EntriesOf, typename ToJson, typename ToLine>
+ExitStatus ListEntries(Session& session, EntriesOf entriesOf, ToJson toJson, ToLine toLine) {
+    OpenNoteBook book;
+    if (!session.Load(book, false))
+        return ExitStatus::NothingFound;
+    PrintRecords(session, entriesOf(book), toJson,
+                 [&](const auto& entry) { return toLine(entry) + "  (" + std::to_string(entry.notes.Count()) + ")"; });
+    return ExitStatus::Done;
+}
+
 class KeyWordsCommand : public Command {
 public:
     const char* Name() const override { return "keywords"; }
     const char* Help() const override { return "Lists the key words with their notes"; }
     void Declare(CLI::App&) override {}
     ExitStatus Run(Session& session) override {
-        OpenNoteBook book;
-        if (!session.Load(book, false))
-            return ExitStatus::NothingFound;
-        PrintRecords(
-            session, book.keyWords.Entries(),
+        return ListEntries(
+            session, [](const OpenNoteBook& book) -> const auto& { return book.keyWords.Entries(); },
             [](const CKeyWord& word) {
                 return Json{{"name", JsonText(word.name)}, {"notes", JsonIds(word.notes)}};
             },
-            [](const CKeyWord& word) { return word.name + "  (" + std::to_string(word.notes.Count()) + ")"; });
-        return ExitStatus::Done;
+            [](const CKeyWord& word) { return word.name; });
     }
 };
 
@@ -83,20 +90,15 @@ public:
     const char* Help() const override { return "Lists the border colours with their notes"; }
     void Declare(CLI::App&) override {}
     ExitStatus Run(Session& session) override {
-        OpenNoteBook book;
-        if (!session.Load(book, false))
-            return ExitStatus::NothingFound;
-        PrintRecords(
-            session, book.colors.Entries(),
+        return ListEntries(
+            session, [](const OpenNoteBook& book) -> const auto& { return book.colors.Entries(); },
             [](const CSearchColor& entry) {
                 return Json{{"id", entry.id}, {"color", JsonColor(entry.color)}, {"notes", JsonIds(entry.notes)}};
             },
             [](const CSearchColor& entry) {
                 return std::to_string(entry.id) + "  " + std::to_string(RedOf(entry.color)) + "," +
-                       std::to_string(GreenOf(entry.color)) + "," + std::to_string(BlueOf(entry.color)) + "  (" +
-                       std::to_string(entry.notes.Count()) + ")";
+                       std::to_string(GreenOf(entry.color)) + "," + std::to_string(BlueOf(entry.color));
             });
-        return ExitStatus::Done;
     }
 };
 

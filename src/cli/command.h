@@ -58,7 +58,15 @@ std::optional<int32_t> ParseNumber(std::string_view text);
 CLI::Validator DecimalNumber();
 /// "3,7,12" as numbers, each once; false if it holds anything else.
 bool ParseIds(const std::string& text, LongList& ids);
-/// "YYYY-MM-DD", "YYYY-MM-DDTHH:MM:SS" or "YYYY-MM-DD HH:MM[:SS]"; false for anything else.
-bool ParseDateArgument(const std::string& text, DateTime& date);
+/// A date of the command line, or of a file that is handed to it.
+struct DateArgument {
+    DateTime date;
+    bool hasTime = false;  ///< more than a day was given
+};
+/// "YYYY-MM-DD", alone or with "THH:MM" or "THH:MM:SS" behind it, where a blank does for the T. Nothing for anything
+/// else and for a moment that doesn't exist.
+std::optional<DateArgument> ParseDate(std::string_view text);
+/// The same for an option that may be missing. False, told, if it is there and is no date.
+bool ParseDateOption(const std::optional<std::string>& text, std::optional<DateArgument>& date);
 
 }  // namespace lore

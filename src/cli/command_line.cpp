@@ -6,6 +6,8 @@
 #include <new>
 #include <utility>
 
+#include "base/ascii.h"
+#include "base/program_version.h"
 #include "base/text.h"
 #include "cli/command.h"
 
@@ -84,7 +86,7 @@ int Finish(ExitStatus status, const PrintedFaults& faults) {
     // What could not be read may be what was not found.
     if ((status == ExitStatus::Done || status == ExitStatus::NothingFound) && faults.Any())
         status = ExitStatus::Fault;
-    return static_cast<int>(status);
+    return NumberOf(status);
 }
 
 }  // namespace
@@ -124,22 +126,39 @@ bool ParseIds(const std::string& text, LongList& ids) {
     return true;
 }
 
-bool ParseDateArgument(const std::string& text, DateTime& date) {
+std::optional<DateArgument> ParseDate(std::string_view text) {
+    constexpr std::string_view kForm = "0000-00-00T00:00:00";
+    constexpr size_t kDay = 10, kMinutes = 16;
+    if (text.size() != kDay && text.size() != kMinutes && text.size() != kForm.size())
+        return std::nullopt;
     std::array<int, 6> parts{};
-    int used = 0;
-    char separator = 0;
-    const int read = std::sscanf(text.c_str(), "%4d-%2d-%2d%n%c%2d:%2d%n:%2d%n", &parts[0], &parts[1], &parts[2], &used,
-                                 &separator, &parts[3], &parts[4], &used, &parts[5], &used);
-    if (read < 3 || static_cast<size_t>(used) != text.size() || (read > 3 && separator != 'T' && separator != ' '))
-        return false;
-    date = DateTime(parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]);
-    return date.IsValid();
+    size_t part = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (kForm[i] == '0' && IsDigit(text[i]))
+            parts[part] = parts[part] * 10 + (text[i] - '0');
+        else if (kForm[i] != '0' && (text[i] == kForm[i] || (kForm[i] == 'T' && text[i] == ' ')))
+            ++part;
+        else
+            return std::nullopt;
+    }
+    const DateTime date(parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]);
+    return date.IsValid() ? std::optional(DateArgument{date, text.size() > kDay}) : std::nullopt;
+}
+
+bool ParseDateOption(const std::optional<std::string>& text, std::optional<DateArgument>& date) {
+    if (!text)
+        return true;
+    date = ParseDate(*text);
+    if (!date)
+        PrintError("a date is written YYYY-MM-DD or YYYY-MM-DDTHH:MM:SS");
+    return date.has_value();
 }
 
 int RunCommandLine(int argc, char** argv) try {
     CLI::App app("Lorebinder on the command line: research notes, their sources, categories and calendar");
     app.name("lorebinder-cli");
-    app.set_version_flag("--version", "Lorebinder 1.56, data version 11.56");
+    app.set_version_flag("--version",
+                         std::string("Lorebinder ") + ProgramVersion() + ", data version " + kDataVersionText);
     GlobalOptions options;
     DeclareGlobals(app, options);
     const Commands commands = AllCommands();
@@ -164,10 +183,10 @@ int RunCommandLine(int argc, char** argv) try {
     return Finish(status, session.Faults());
 } catch (const std::bad_alloc&) {
     PrintError("there is not enough memory for this command");
-    return static_cast<int>(ExitStatus::Fault);
+    return NumberOf(ExitStatus::Fault);
 } catch (const std::exception& error) {
     PrintError("the command could not be done: " + std::string(error.what()));
-    return static_cast<int>(ExitStatus::Fault);
+    return NumberOf(ExitStatus::Fault);
 }
 
 }  // namespace lore

@@ -72,7 +72,7 @@ FileResult DumpTypes(const Path& path, const ReadContext& context, Dump& dump) {
     return result;
 }
 
-/// A file that is a version, a count and records, each of which `read` takes from the stream.
+/// A file that is a version, a count and records, each of which `read` takes from the stream; null is left out.
 template <typename Read>
 FileResult DumpStream(const Path& path, Dump& dump, Read read) {
     std::unique_ptr<RecordReader> stream;
@@ -80,7 +80,10 @@ FileResult DumpStream(const Path& path, Dump& dump, Read read) {
     if (!stream)
         return result;
     dump.version = ReadFixedDouble(stream.get());
-    ReadCounted(stream.get(), [&] { dump.records.push_back(read(stream.get())); });
+    ReadCounted(stream.get(), [&] {
+        if (Json record = read(stream.get()); !record.is_null())
+            dump.records.push_back(std::move(record));
+    });
     KeepDamage(stream->ReadWhole(), dump);
     return result;
 }
@@ -106,7 +109,7 @@ FileResult DumpBibliography(const Path& path, const ReadContext& context, Dump& 
     return DumpStream(path, dump, [&](RecordReader* stream) {
         CSource source;
         ReadBibliographySource(stream, context, source);
-        return JsonBibliographySource(source);
+        return source.SourceID > 0 ? JsonBibliographySource(source) : Json();
     });
 }
 

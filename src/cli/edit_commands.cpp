@@ -205,13 +205,12 @@ public:
         }
         const std::vector<CNote> deleted =
             NoteRemoval(run.Book(), session.Context(), session.Faults(), nullptr).DeleteNotes(ids, false).notes;
-        if (session.Json()) {
-            Json gone = Json::array();
-            for (const CNote& note : deleted)
-                gone.push_back(note.id);
-            PrintJson({{"deleted", std::move(gone)}});
-        }
-        return deleted.size() < ids.Count() ? ExitStatus::Fault : status;
+        LongList gone;  // a note may have stood twice in its file
+        for (const CNote& note : deleted)
+            gone.AddUnique(note.id);
+        if (session.Json())
+            PrintJson({{"deleted", JsonIds(gone)}});
+        return gone.Count() < ids.Count() ? ExitStatus::Fault : status;
     }
 
 private:

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "calendar/date_arithmetic.h"
 #include "calendar/event_editor.h"
+#include "calendar/limited_pauses.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/printed_prompts.h"
@@ -90,43 +91,29 @@ private:
     bool ApplyReminders(EventEditor& editor) const;
 };
 
-bool ParseDay(const std::optional<std::string>& text, DateTime& date) {
-    if (!text || ParseDateArgument(*text, date))
-        return true;
-    PrintError("a date is written YYYY-MM-DD or YYYY-MM-DDTHH:MM:SS");
-    return false;
-}
-
-/// "YYYY-MM-DD" has no time of day.
-bool HasTime(const std::string& date) {
-    return date.size() > 10;
-}
-
-bool IsBefore(const DateTime& a, const DateTime& b) {
-    return a.IsValid() && b.IsValid() && a.Seconds() < b.Seconds();
-}
-
 bool EventOptions::ApplyTimes(EventEditor& editor) const {
-    DateTime first = editor.Event().Start, last = editor.Event().End;
-    const DateTime before = first;
-    if (!ParseDay(start, first) || !ParseDay(end, last))
+    std::optional<DateArgument> from, to;
+    if (!ParseDateOption(start, from) || !ParseDateOption(end, to))
         return false;
-    const auto keepTime = [&](const std::optional<std::string>& given, DateTime& day, const DateTime& stored) {
-        const DateTime kept = AtTimeOf(day, stored);
-        if (given && !HasTime(*given) && !editor.IsNew() && kept.IsValid())
-            day = kept;
+    const auto momentOf = [&](const std::optional<DateArgument>& given, const DateTime& stored) {
+        if (!given)
+            return stored;
+        const DateTime kept = AtTimeOf(given->date, stored);
+        return !given->hasTime && !editor.IsNew() && kept.IsValid() ? kept : given->date;
     };
-    keepTime(start, first, before);
-    keepTime(end, last, editor.Event().End);
-    if (end && IsBefore(last, HasTime(*end) ? first : first.Midnight())) {
+    const DateTime before = editor.Event().Start, first = momentOf(from, before);
+    DateTime last = momentOf(to, editor.Event().End);
+    if (to && IsLater(to->hasTime ? first : first.Midnight(), last)) {
         PrintError("--end is before the start");
         return false;
     }
-    if (allDay || (start && !HasTime(*start) && editor.IsNew()))
+    if (allDay || (from && !from->hasTime && editor.IsNew()))
         editor.SetAllDay(true);
-    else if ((start && HasTime(*start)) || (end && HasTime(*end)))
+    else if ((from && from->hasTime) || (to && to->hasTime))
         editor.SetAllDay(false);
-    if (start && !end)
+    if (!from && !to)
+        return true;
+    if (!to)
         last = editor.IsNew() ? first : last.PlusSeconds(first.Seconds() - before.Seconds());
     editor.PlaceAt(first, last);
     return true;
@@ -160,8 +147,8 @@ bool EventOptions::ApplySeries(EventEditor& editor) const {
         if (rhythm.type != kWeekly)
             editor.ChooseForm(rhythm.firstForm);
     }
-    DateTime last;
-    if (!ParseDay(until, last))
+    std::optional<DateArgument> last;
+    if (!ParseDateOption(until, last))
         return false;
     if (!editor.IsRecurring() && (every || until || !days.empty())) {
         PrintError("--every, --days and --until belong to a series: say --repeat as well");
@@ -181,12 +168,12 @@ bool EventOptions::ApplySeries(EventEditor& editor) const {
             editor.SetPattern(kWeeklySunday + day, named ? 1 : 0);
         }
     }
-    if (until && IsBefore(last, editor.Event().RecurrenceStart.Midnight())) {
+    if (last && IsLater(editor.Event().RecurrenceStart.Midnight(), last->date)) {
         PrintError("--until is before the start");
         return false;
     }
-    if (until)
-        editor.SetRecurrenceEnd(last);
+    if (last)
+        editor.SetRecurrenceEnd(last->date);
     return true;
 }
 
@@ -249,6 +236,7 @@ public:
         const ReminderSetup setup = LoadReminderSetup(session.Store());
         HttpClient http;
         const auto server = MakeReminderServer(setup, session.GetSettings(), &http);
+        LimitedPauses pauses(WaitFor);
         const CalendarWorld world{.eventFile = session.Data().Events(),
                                   .reminderFile = session.Data().Reminders(),
                                   .settings = session.GetSettings(),
@@ -259,7 +247,11 @@ public:
                                   .faults = session.Faults(),
                                   .server = *server,
                                   .question = question_,
-                                  .setup = setup};
+                                  .setup = setup,
+                                  .wait = [&](int milliseconds) {
+                                      if (server->IsSetUp())  // no text is shown that wants to be read
+                                          pauses.Pause(milliseconds);
+                                  }};
         session.MakeDataFolder();
         EventList events;
         if (!LoadEvents(world, events))

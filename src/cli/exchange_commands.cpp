@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <set>
 #include <unordered_set>
 
@@ -68,6 +69,7 @@ private:
 };
 
 constexpr const char* kStatusNames[] = {"new", "older", "newer", "same"};
+static_assert(std::size(kStatusNames) == static_cast<size_t>(ImportStatus::Same) + 1);
 
 const char* NameOf(ImportStatus status) {
     return kStatusNames[static_cast<size_t>(status)];

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace lore {
 
@@ -80,7 +81,7 @@ std::vector<int32_t> CharactersBefore(std::string_view text) {
     std::vector<int32_t> before = {0};
     before.reserve(text.size() + 1);
     for (const char c : text)
-        before.push_back(before.back() + (isUtf8 && (static_cast<unsigned char>(c) & 0xC0u) == 0x80u ? 0 : 1));
+        before.push_back(before.back() + (isUtf8 && IsContinuation(c) ? 0 : 1));
     return before;
 }
 

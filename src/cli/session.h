@@ -10,15 +10,13 @@
 #include "notes/notebook_list.h"
 #include "notes/notebook_paths.h"
 #include "platform/data_lock.h"
+#include "platform/exit_status.h"
 #include "platform/ini_store.h"
 #include "platform/printed_faults.h"
 #include "platform/system_sources.h"
 #include "settings/settings.h"
 
 namespace lore {
-
-/// What a run of the command line ends with.
-enum class ExitStatus { Done = 0, NothingFound = 1, WrongUsage = 2, Fault = 3, Locked = 4 };
 
 /// The options that stand before the command.
 struct GlobalOptions {

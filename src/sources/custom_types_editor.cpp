@@ -59,7 +59,8 @@ void CustomTypesEditor::SetTypeName(std::string_view typed) {
     StampDate();
 }
 
-// On purpose only some of the changes stamp the date: a new field, a field's name and an end mark don't.
+// The date follows the type's name, the order and the look of its fields, and what is taken out: a new field, a field's
+// name and an end mark don't stamp it.
 
 void CustomTypesEditor::AddField() {
     if (!type_)

@@ -29,12 +29,12 @@ public:
     /// The parts of a name; null for an id without author.
     const CAuthor* Find(int32_t id) const;
 
-    /// Stores a new author and gives his id. Nothing if there is neither a first nor a last name, or he can't be
+    /// Stores a new author and gives the id. Nothing if there is neither a first nor a last name, or it can't be
     /// written. The same name can be entered twice.
     std::optional<int32_t> AddNew(CAuthor name);
     /// Gives the author with the value's id these names. False, and nothing changes, without a first and a last name.
     bool Update(CAuthor value);
-    /// Asks, and deletes an author for all sources. True if he has gone.
+    /// Asks, and deletes an author for all sources. True if it has gone.
     bool Delete(int32_t id);
 
     void Append(int32_t id);

@@ -56,7 +56,7 @@ bool SourceBrowser::FillEntries() {
             all_, [&](size_t position) { return std::string(Key(filter, static_cast<uint32_t>(position))); });
         std::erase_if(choice.entries,
                       [&](const std::string& entry) { return CompareNoCase(entry, AllEntry(filter)) == 0; });
-        // On purpose: the line that stands for all is sorted in among the others by its text.
+        // The line that stands for all is an entry like the others, in its place by its text.
         const auto isBefore = [](const std::string& a, const std::string& b) { return CompareNoCase(a, b) < 0; };
         choice.entries.insert(
             std::upper_bound(choice.entries.begin(), choice.entries.end(), std::string(AllEntry(filter)), isBefore),
@@ -83,8 +83,8 @@ void SourceBrowser::Keep(SourceFilter filter) {
         std::erase_if(shown_, [&](uint32_t position) { return Key(filter, position) != text; });
 }
 
-/// On purpose: a choice that isn't the one that was changed counts as standing for all when it stands at its first
-/// line, also if a text that sorts before "<" has taken that place.
+/// A choice that isn't the one that was changed counts as standing for all when it stands at its first line. That is
+/// the line for all, but for lists with a text that sorts before "<".
 void SourceBrowser::FilterBy(SourceFilter changed) {
     shown_ = order_;
     Keep(changed);

@@ -100,8 +100,8 @@ void SourceEditor::ChangeType(size_t index) {
     const TypeChoice& choice = types_[index];
     working_.SourceType = choice.number;
     if (IsCustom()) {
-        // On purpose: with a user-defined type an existing source keeps its identity, since the record that is being
-        // edited takes the number here already.
+        // The record that is being edited takes the number here already, so that the save finds no other type and the
+        // source keeps its identity.
         if (!isNew_)
             record_.SourceType = choice.number;
         if (working_.CustomTypeCopy.GUID != choice.GUID) {
@@ -130,7 +130,7 @@ void SourceEditor::ChangeStyle(int32_t style) {
 
 void SourceEditor::SetField(size_t slot, std::string_view typed) {
     std::string text = TrimmedText(typed);
-    // On purpose, for the title alone.
+    // This style quotes the title, so that one of two quotation marks in it is enough.
     if (slot == 0 && working_.FormatStyle == kMlaStyle)
         text = ReplaceAll(text, "\"\"", "\"");
     working_.FieldTexts[slot] = std::move(text);

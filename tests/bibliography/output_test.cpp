@@ -266,12 +266,13 @@ TEST(BibliographySelection, HoldsValuesToTheirLimitsInCopiesOnly) {
     EXPECT_EQ(SelectSources(sources, AuthorList(), {})[0].IndentSpaces, CSource().IndentSpaces);
 }
 
-TEST(BibliographySelection, FormatsNothingSoThatAuthorsStayAsStored) {
+TEST(BibliographySelection, SortsByFormattingAsSavingDoesAgain) {
     SourceList list;
     CSource source = FullSource(20);
     source.AuthorIDs = {98, 99, 1};
     list.AddTail(source);
-    EXPECT_EQ(SelectSources(list, ThreeAuthors(), {})[0].AuthorIDs, source.AuthorIDs);
+    EXPECT_EQ(SelectSources(list, ThreeAuthors(), {{}, {}, {}, {}, false})[0].AuthorIDs, source.AuthorIDs);
+    EXPECT_EQ(SelectSources(list, ThreeAuthors(), {})[0].AuthorIDs, LongList({99, 1}));
 }
 
 TEST(BibliographySelection, KeepsSourcesOfEqualIdsApartWhenItSorts) {

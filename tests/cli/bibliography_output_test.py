@@ -11,7 +11,7 @@ import tempfile
 import xml.etree.ElementTree as xml
 import zipfile
 
-from cli_world import CliTest, fingerprint, main
+from cli_world import CliTest, fingerprint, main, number
 
 
 class PageText(html.parser.HTMLParser):
@@ -56,10 +56,13 @@ class Bibliography(CliTest):
         return [self.texts[i] for i in self.sorted]
 
     def test_record_file_holds_the_sources_as_they_are_cited(self):
-        records = self.json("dump", self.write("dat"))["records"]
+        file = self.write("dat")
+        records = self.json("dump", file)["records"]
         self.assertEqual([r["SourceID"] for r in records], self.sorted)
         cited = {c["SourceID"]: c["FormattedText"] for c in self.json("cite")}
         self.assertEqual([r["FormattedText"] for r in records], [cited[i] for i in self.sorted])
+        file.write_bytes(file.read_bytes().replace(number(self.sorted[0]), number(0), 1))
+        self.assertEqual([r["SourceID"] for r in self.json("dump", file)["records"]], self.sorted[1:])
 
     def test_values_are_set_for_all_and_held_to_their_limits(self):
         before = fingerprint(self.world.data)

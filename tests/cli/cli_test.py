@@ -254,7 +254,9 @@ class Statuses(CliTest):
                 (2, [], ""), (2, ["frobnicate", "x"], 'no command "frobnicate"'), (2, ["notes", "--bogus"], "--bogus"), (2, ["note"], "ID"),
                 (2, ["note", "abc"], "abc"), (2, ["notes", "--ids", "1,x"], "1,x"),
                 (2, ["search", "a AND b OR c"], "one type"),
-                (2, ["events", "--from", "yesterday"], "YYYY-MM-DD"), (2, ["bibliography"], "--out"),
+                *((2, ["events", "--to", date], "YYYY-MM-DD")
+                  for date in ("yesterday", " 2024-01-02", "2024- 1-+2T 3:04", "2024-01-02T", "2024-01-02x03:04", "")),
+                (2, ["bibliography"], "--out"),
                 (2, ["bibliography", "--out", "x.doc"], ".odt"), (2, ["bibliography", "--out", "txt"], ".odt"),
                 (2, ["bibliography", "--out", "x.txt", "--style", "14"], "--style"),
                 (2, ["bibliography", "--out", self.world.main("Sources.dat")], "belongs to the data folder"),

@@ -4,6 +4,7 @@
 Usage: events_test.py LOREBINDER_CLI [unittest arguments]"""
 import json
 import shutil
+import time
 
 from cli_world import FreshTest, main_fresh, number, text, version
 
@@ -11,11 +12,11 @@ from cli_world import FreshTest, main_fresh, number, text, version
 YEAR = "2049"
 
 
-def event_bytes(ident, recurring, kind, start, end, last, patterns):
+def event_bytes(ident, recurring, kind, start, end, last, patterns, series="", all_day=0):
     """A record as it stands in Events.dat; the series begins at its start."""
-    return (b"".join(map(number, (1, 0, recurring, kind))) + text(start) + text(end) + text(start) + text(last) +
+    return (b"".join(map(number, (1, all_day, recurring, kind))) + text(start) + text(end) + text(start) + text(last) +
             b"".join(number(len(pattern)) + b"".join(map(number, pattern)) for pattern in patterns) +
-            text(ident) + text("") + text("Class") + text(""))
+            text(ident) + text(series) + text("Class") + text(""))
 
 
 class Events(FreshTest):
@@ -132,6 +133,21 @@ class Events(FreshTest):
                 anew = self.run_cli(*edit, "--start", f"{YEAR}-01-13T10:00", "--until", f"{YEAR}-02-08")
                 self.assertEqual(anew.stderr, b"", "the series is made anew, or one event was meant")
 
+    def test_a_label_alone_leaves_odd_times_as_they_are(self):
+        """Whole days that begin at a quarter past nine, an end at its start, and one before it."""
+        events = self.data / "Data Files" / "Events.dat"
+        events.parent.mkdir(parents=True)
+        start = "2011-01-03-09-15-00"
+        for end, all_day in [("2011-01-03-17-00-59", 1), ("2011-01-03-09-15-59", 0), ("2011-01-02-09-15-59", 0)]:
+            with self.subTest(end=end):
+                days = [[1, 0, 1], [-1] * 8, [-1] * 7, [-1] * 7]
+                whole = version(11.56) + number(2) + b"".join(
+                    event_bytes(name, 1, 0, start, end, "2011-01-04-09-15-00", days, "{S}", all_day)
+                    for name in ("{A}", "{B}"))
+                events.write_bytes(whole)
+                self.run_cli("event", "edit", "{A}", "--all", "--label", "New")
+                self.assertEqual(events.read_bytes(), whole.replace(text("Class"), text("New")))
+
     def test_deleting_reaches_as_far_as_it_is_told(self):
         for reach, left in [("--this", 3), ("--following", 1), ("--all", 0)]:
             with self.subTest(reach=reach):
@@ -210,6 +226,12 @@ class Events(FreshTest):
                 self.assertIn(b"No reminder server is set up", done.stderr)
                 self.assertEqual(json.loads(done.stdout), {"EventId": args[1]}, "the event is done all the same")
                 self.assertEqual(len(self.json("events")), left)
+        ident, = self.json("event", "add", "--label", "Alone", "--start", f"{YEAR}-01-11")
+        reminders.write_bytes(version(11.56) + number(1) + email(ident))
+        (self.data / "settings.ini").write_text("[Reminders]\nServer=http://127.0.0.1:1/\n")
+        begin = time.monotonic()
+        self.run_cli("event", "edit", ident, "--no-reminders", status=3)
+        self.assertGreater(time.monotonic() - begin, 0.8, "the server got no time before the second test")
 
     def test_a_series_of_more_dates_than_it_can_have_says_so(self):
         file = self.top / "Events.dat"

@@ -473,6 +473,14 @@ class Writing(FreshTest):
         self.assertEqual([line["id"] for line in self.json("notes")], [other])
         self.assertEqual(self.json("check"), [])
 
+    def test_a_note_that_stands_twice_in_its_file_is_deleted_once(self):
+        note = self.add()
+        day = next((self.book / "Notes").iterdir())
+        whole = day.read_bytes()
+        day.write_bytes(whole[:20] + b"%016d" % 2 + whole[36:] * 2)
+        self.assertEqual(self.json("delete", note), {"deleted": [note]})
+        self.assertEqual(self.json("notes"), [])
+
     def test_repair_mends_without_losing_anything(self):
         notes = [self.add(f"Note {number}", "--category", "1", "Sea/Coast") for number in range(3)]
         day = next((self.book / "Notes").iterdir())
