@@ -4,8 +4,10 @@
 #include <unistd.h>
 
 #include "agent/agent_program.h"
+#include "base/program_version.h"
 #include "platform/companion_launcher.h"
 #include "platform/data_lock.h"
+#include "platform/exit_status.h"
 #include "platform/ini_store.h"
 #include "platform/instance/agent_process.h"
 #include "platform/places.h"
@@ -19,8 +21,6 @@
 // for wrong arguments, with 3 if it can't listen to the main program.
 
 namespace {
-
-constexpr int kFault = 3;
 
 struct Arguments {
     lore::CompanionPlaces places;
@@ -51,7 +51,7 @@ int LeaveToTheOther(lore::LocalChannel& channel) {
 int main(int argc, char** argv) {
     lore::PrepareStandardStreams();
     QCoreApplication::setApplicationName("LBAgent");
-    QCoreApplication::setApplicationVersion("1.56");
+    QCoreApplication::setApplicationVersion(lore::ProgramVersion());
     if (lore::AsksForWords(argc, argv)) {
         const QCoreApplication application(argc, argv);
         ReadArguments();
@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
     QObject::connect(&program, &lore::AgentProgram::Closed, &application, &QCoreApplication::quit);
     if (!channel.Listen([&](const lore::InstanceMessage& message) { return program.Receive(message); })) {
         std::fprintf(stderr, "LBAgent: no messages can be taken at %s\n", channel.Name().c_str());
-        return kFault;
+        return lore::NumberOf(lore::ExitStatus::Fault);
     }
     program.Start();
     if (arguments.readyLine)

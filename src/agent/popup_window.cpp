@@ -3,13 +3,11 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
@@ -20,6 +18,7 @@
 #include "ui/controls/quiet_view.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
+#include "ui/look/window_place.h"
 
 namespace lore {
 
@@ -36,7 +35,7 @@ constexpr int kBell = 24;         // pixels
 PopupWindow::PopupWindow(PopupAgent& agent, const Theme& theme, std::function<void(const Popup&)> open)
     : QWidget(nullptr, Qt::Window | Qt::WindowStaysOnTopHint), agent_(agent), theme_(theme), open_(std::move(open)) {
     setObjectName("popups");
-    setWindowTitle(tr("Lorebinder Reminders"));
+    setWindowTitle(tr("Reminders"));  // the program's name is put behind it
     setAttribute(Qt::WA_ShowWithoutActivating);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kSpace * 4, kSpace * 4, kSpace * 4, kSpace * 4);
@@ -189,9 +188,15 @@ void PopupWindow::FillList() {
         row = std::min(before, list_->count() - 1);
     list_->setCurrentRow(row);
     chosen_ = row < 0 ? std::nullopt : std::optional(popups[static_cast<size_t>(row)].Key());
-    const int rows = std::min(list_->count(), kMostRows);
-    list_->setFixedHeight(rows * std::max(list_->sizeHintForRow(0), 1) + 2 * list_->frameWidth());
+    SetListRows(kMostRows);
     list_->setVisible(list_->count() > 1);
+}
+
+/// What is beyond them is scrolled.
+void PopupWindow::SetListRows(int most) {
+    const int rows = std::min(list_->count(), most);
+    list_->setFixedHeight(rows * std::max(list_->sizeHintForRow(0), 1) + 2 * list_->frameWidth());
+    layout()->activate();
 }
 
 void PopupWindow::ShowChosen() {
@@ -269,18 +274,19 @@ void PopupWindow::Place() {
     resize(std::max(width, minimumSizeHint().width()),
            std::max(minimumSizeHint().height(), fontMetrics().lineSpacing() * (kTextLines + 8)));
     MakeRoom();
-    const QRect room = screen()->availableGeometry();
-    move(room.right() - frameGeometry().width() - kSpace * 4, room.bottom() - frameGeometry().height() - kSpace * 4);
+    QRect place = geometry();
+    place.moveBottomRight(RoomForWindow(*this).bottomRight() - QPoint(kSpace, kSpace) * 4);
+    setGeometry(place);
 }
 
 void PopupWindow::MakeRoom() {
-    layout()->activate();
-    const QRect room = screen()->availableGeometry();
-    const int needed = std::min(layout()->totalMinimumHeightForWidth(width()), room.height());
-    if (needed <= height())
-        return;
-    resize(width(), needed);
-    move(x(), std::max(room.top(), std::min(y(), room.bottom() - frameGeometry().height())));
+    const int room = RoomForWindow(*this).height();
+    const auto needed = [this] { return layout()->totalMinimumHeightForWidth(width()); };
+    SetListRows(kMostRows);
+    for (int rows = std::min(list_->count(), kMostRows) - 1; rows > 0 && needed() > room; --rows)
+        SetListRows(rows);
+    resize(width(), std::max(height(), needed()));
+    FitWindow(*this);
 }
 
 void PopupWindow::Snooze() {

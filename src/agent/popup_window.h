@@ -44,6 +44,7 @@ private:
     void MakeButtons();
     QLabel* MakeLabel(const char* name);
     void FillList();
+    void SetListRows(int most);
     void ShowChosen();
     void FillSnooze(const Popup& popup);
     void ShowNothing();
@@ -53,7 +54,7 @@ private:
     void Dismiss();
     void Done();
     void Place();
-    /// Grows as far as the chosen popup needs it, on the screen.
+    /// Grows as far as the chosen popup needs it, within the screen.
     void MakeRoom();
     void Restyle();
 

@@ -5,8 +5,10 @@
 #include <cstring>
 #include <memory>
 
+#include "base/program_version.h"
 #include "notes/notebook_list.h"
 #include "platform/companion_launcher.h"
+#include "platform/exit_status.h"
 #include "platform/ini_store.h"
 #include "platform/program_arguments.h"
 #include "platform/standard_streams.h"
@@ -19,8 +21,6 @@
 // can't be read or written.
 
 namespace {
-
-constexpr int kFault = 3;
 
 struct Arguments {
     std::filesystem::path file;  ///< empty for the notes at their known place
@@ -41,7 +41,7 @@ std::optional<size_t> FindFont(const QString& name) {
 
 int Refuse(const char* what) {
     std::fprintf(stderr, "PrintSave: %s\n", what);
-    return lore::kWrongUsageStatus;
+    return lore::NumberOf(lore::ExitStatus::WrongUsage);
 }
 
 /// Gives the exit status for wrong arguments, otherwise nothing.
@@ -95,7 +95,7 @@ int Fail(const QString& problem, bool windowed) {
     std::fprintf(stderr, "PrintSave: %s\n", qPrintable(problem));
     if (windowed)
         QMessageBox::warning(nullptr, QObject::tr("Print or Save"), problem);
-    return kFault;
+    return lore::NumberOf(lore::ExitStatus::Fault);
 }
 
 /// Saving needs no display, and neither do words about the program.
@@ -120,7 +120,7 @@ int main(int argc, char** argv) {
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName("PrintSave");
-    QApplication::setApplicationVersion("1.56");
+    QApplication::setApplicationVersion(lore::ProgramVersion());
     QApplication::setDesktopFileName("lorebinder");
     QApplication::setWindowIcon(QIcon(":/icons/lorebinder.svg"));
     Arguments arguments;

@@ -14,7 +14,6 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -22,9 +21,11 @@
 #include <cerrno>
 
 #include "base/file_io.h"
+#include "platform/printed_faults.h"
 #include "printsave/page_view.h"
 #include "printsave/page_worker.h"
 #include "printsave/stored_paper.h"
+#include "settings/settings.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/look/theme_tool_bar.h"
@@ -216,16 +217,14 @@ void PreviewWindow::MakeFontChoice(QMenuBar& bar) {
 }
 
 void PreviewWindow::RestorePlace() {
-    resize(QSize(kDefaultWidth, kDefaultHeight).boundedTo(QGuiApplication::primaryScreen()->availableSize()));
-    if (const std::optional<QRect> place = StoredWindowPlace(store_, kPlace)) {
-        resize(place->size());
-        move(place->topLeft());
-    }
+    if (!RestoreWindowPlace(*this, store_, kPlace))
+        resize(QSize(kDefaultWidth, kDefaultHeight).boundedTo(RoomForWindow(*this).size()));
 }
 
 void PreviewWindow::closeEvent(QCloseEvent* event) {
     StoreWindowPlace(store_, kPlace, *this);
-    store_.Flush();
+    PrintedFaults faults("PrintSave");
+    FlushTold(store_, faults);
     QMainWindow::closeEvent(event);
 }
 

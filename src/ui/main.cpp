@@ -8,11 +8,13 @@
 #include "app/lorebinder_app.h"
 #include "app/online_commands.h"
 #include "app/outside_requests.h"
+#include "base/program_version.h"
 #include "notes/notebook_paths.h"
 #include "online/http_client.h"
 #include "online/sync_launch.h"
 #include "platform/companion_launcher.h"
 #include "platform/data_lock.h"
+#include "platform/exit_status.h"
 #include "platform/hunspell_checker.h"
 #include "platform/ini_store.h"
 #include "platform/instance/agent_process.h"
@@ -32,8 +34,6 @@
 
 namespace {
 
-constexpr int kFaultStatus = 3, kLockedStatus = 4;
-
 struct StartOptions {
     lore::CompanionPlaces places;
     std::string file;      ///< to import
@@ -44,7 +44,7 @@ struct StartOptions {
 
 void NameProgram() {
     QCoreApplication::setApplicationName("Lorebinder");
-    QCoreApplication::setApplicationVersion("1.56");
+    QCoreApplication::setApplicationVersion(lore::ProgramVersion());
 }
 
 StartOptions ReadArguments() {
@@ -68,6 +68,14 @@ void TellThatItIsLocked(const std::filesystem::path& data) {
                          QObject::tr("The data folder %1 can't be opened for writing.\n\n%2")
                              .arg(QString::fromStdString(data.string()),
                                   QObject::tr("Another process works with it. Close it and try again.")));
+}
+
+void TellThatItIsSilent(const std::filesystem::path& data) {
+    std::fprintf(stderr, "lorebinder: the program that works with %s doesn't answer\n", data.c_str());
+    QMessageBox::warning(nullptr, QObject::tr("No Answer"),
+                         QObject::tr("Lorebinder works with the data folder %1 already, but it doesn't answer.\n\nWait "
+                                     "until it has done its work, or end it, and try again.")
+                             .arg(QString::fromStdString(data.string())));
 }
 
 /// No note could be kept.
@@ -208,11 +216,15 @@ int main(int argc, char** argv) {
     lore::LocalChannel channel(lore::kProgramRole, places.dataRoot);
     if (channel.SendToInstance(request, true))
         return 0;
+    if (channel.IsSilent()) {
+        TellThatItIsSilent(places.dataRoot);
+        return lore::NumberOf(lore::ExitStatus::Locked);
+    }
 
     lore::IniStore store(places.settingsFile);
     if (const auto& unread = store.Unread()) {
         TellUnreadSettings(*unread);
-        return kFaultStatus;
+        return lore::NumberOf(lore::ExitStatus::Fault);
     }
     lore::Settings early;
     early.LoadOptions(store);
@@ -228,12 +240,12 @@ int main(int argc, char** argv) {
     lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
     if (!lock && error == 0) {
         TellThatItIsLocked(places.dataRoot);
-        return kLockedStatus;
+        return lore::NumberOf(lore::ExitStatus::Locked);
     }
     const lore::FileResult made = lock ? lore::ComputeFolders(places.dataRoot) : lore::FileResult{error};
     if (!made.Ok()) {
         TellUnusableFolder(lock ? lore::DataPaths{places.dataRoot}.DataFiles() : places.dataRoot, made);
-        return kFaultStatus;
+        return lore::NumberOf(lore::ExitStatus::Fault);
     }
     return RunProgram({options, request, channel, store, companions, theme, missesSync});
 }

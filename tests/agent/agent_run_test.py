@@ -225,10 +225,10 @@ class AgentRun(ProcessTest):
         def window(name):
             return xdotool("search", "--onlyvisible", "--name", name).split()
 
-        self.until(lambda: window("Lorebinder Reminders"), "no window opens")
-        xdotool("windowfocus", "--sync", window("Lorebinder Reminders")[0], "key", "alt+o")
+        self.until(lambda: window("^Reminders"), "no window opens")
+        xdotool("windowfocus", "--sync", window("^Reminders")[0], "key", "alt+o")
         self.until(lambda: window("Edit Day"), "the day isn't shown")
-        self.assertFalse(window("Lorebinder Reminders"))
+        self.assertFalse(window("^Reminders"))
         # The program that runs by now is told.
         second = self.start("lorebinder", "--reminder", "{Unknown}")
         self.assertEqual(second.wait(WAIT), 0)
@@ -262,7 +262,7 @@ class AgentRun(ProcessTest):
         settings.write_text("[Options]\nHotkey=76\nHotkeyMod=6\n")
         self.put(reminder("{Now}", datetime.datetime.now()))
         self.start_ready()
-        self.until(lambda: xdotool("search", "--onlyvisible", "--name", "Lorebinder Reminders"), "no window opens")
+        self.until(lambda: xdotool("search", "--onlyvisible", "--name", "^Reminders"), "no window opens")
         started = self.bin / "started"
         for key, comes in (("ctrl+alt+k", False), ("alt+l", False), ("ctrl+alt+l", True)):
             xdotool("key", key)

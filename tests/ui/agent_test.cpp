@@ -98,9 +98,14 @@ private slots:
         Find<QListWidget>("list").setCurrentRow(1);
         QCOMPARE(Text("label"), QString("Dentist"));
         QVERIFY(Find<QListWidget>("list").item(1)->text().startsWith("03/14/26  8:56AM"));
-        Put({At("Class", -90), At("Dentist", -30), At("Lunch", 5), At(QByteArray("Dent ").repeated(30), -31)});
+        ReminderList more = {At("Class", -90), At("Dentist", -30), At("Lunch", 5),
+                             At(QByteArray("Dent ").repeated(30), -31)};
+        for (const char* const label : {"A", "B", "C", "D", "E", "F"})
+            more.push_back(At(label, -20));
+        Put(more);
         Reload();
-        QTRY_COMPARE(Find<QListWidget>("list").count(), 3);
+        QTRY_COMPARE(Find<QListWidget>("list").count(), 9);
+        QVERIFY(Window().screen()->availableGeometry().contains(Window().frameGeometry()));
         Find<QListWidget>("list").setCurrentRow(2);
         QCoreApplication::processEvents();
         auto& title = Find<QLabel>("label");

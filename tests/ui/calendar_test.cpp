@@ -14,6 +14,7 @@
 #include "ui/calendar/modify_event_dialog.h"
 #include "ui/calendar/task_manager_dialog.h"
 #include "ui/look/qt_text.h"
+#include "ui/ports/quit_guard.h"
 #include "ui/tab_walk.h"
 #include "ui/window_rules.h"
 #include "ui/window_world.h"
@@ -523,6 +524,15 @@ private slots:
         });
         QTRY_COMPARE(Stored().size(), 1u);
         QVERIFY(Grid()->View().EventsOn(Grid()->View().CurrentCell()).empty());
+        PutClass();
+        dialog_.reset();
+        Open();
+        Keys({"Right", "Right", "Right"});
+        inMenu([&](QMenu& menu) {
+            prompts_.answers = {PromptAnswer::Yes};
+            QTest::keyClick(&menu, Qt::Key_S);
+        });
+        QTRY_VERIFY(Stored().empty());
         PutFullMonth();
         dialog_.reset();
         Open();
@@ -557,6 +567,42 @@ private slots:
                                        QTest::keyClick(&editor, Qt::Key_Escape);
                                    });
         QCOMPARE(prompts_.seen.size(), 3u);
+    }
+
+    /// The reminder goes to its event before the event is stored.
+    void an_order_to_quit_saves_what_is_typed() {
+        Put({Made("Talk", DateTime(2026, 3, 16, 14, 0, 0), DateTime(2026, 3, 16, 15, 0, 59), 1, false)});
+        Open();
+        const QuitGuard guard;
+        IgnoresClose stays;
+        window_->installEventFilter(&stays);
+        EditEvent(0, [](EditEventDialog& editor) {
+            Retype(In<QLineEdit>(editor, "label"), "Talks");
+            QTimer::singleShot(300, &editor, [] {
+                auto* const reminder = qobject_cast<EditReminderDialog*>(QApplication::activeModalWidget());
+                QVERIFY(reminder);
+                QTest::keyClicks(In<QPlainTextEdit>(*reminder, "message"), "Bring the lamp");
+                QEvent quit(QEvent::Quit);
+                QCoreApplication::sendEvent(qApp, &quit);
+                QVERIFY(!quit.isAccepted());
+            });
+            In<QPushButton>(editor, "addReminder")->click();
+            QTRY_VERIFY(!editor.isVisible());
+        });
+        QTRY_VERIFY(!dialog_->isVisible());
+        QVERIFY(prompts_.seen.empty());
+        QCOMPARE(Stored()[0].Label, std::string("Talks"));
+        QCOMPARE(StoredReminders(), QStringList("Bring the lamp"));
+        // What can't be saved is asked about.
+        Open();
+        prompts_.answers = {PromptAnswer::No};
+        EditEvent(0, [this](EditEventDialog& editor) {
+            Retype(In<QLineEdit>(editor, "label"), "More talks");
+            Block(app_->Data().Events());
+            QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+            QTRY_COMPARE(Told(), QStringList("Close Without Saving?"));
+            QVERIFY(editor.isVisible());
+        });
     }
 
     void looks_good() {

@@ -17,7 +17,11 @@ class DialogKeysTest : public QObject {
 
 private:
     static QString Typed(QDateTimeEdit& field, const QString& keys) {
-        QTest::keyClicks(&field, keys);
+        for (const QChar key : keys) {
+            if (key == ':')
+                QTest::keyClick(&field, Qt::Key_Shift);
+            QTest::keyClicks(&field, key);
+        }
         QTest::keyClick(&field, Qt::Key_Return);
         return field.dateTime().toString("yyyy-MM-dd hh:mm");
     }

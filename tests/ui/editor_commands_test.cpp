@@ -354,7 +354,7 @@ private slots:
             "tableDialog", [this] { emit window_->bar->findChild<QAction*>("insertTable")->triggered(); },
             [](QDialog& dialog) {
                 const QList<QSpinBox*> numbers = dialog.findChildren<QSpinBox*>();
-                numbers[0]->setValue(4);
+                QTest::keyClicks(numbers[0], "4");
                 numbers[1]->setValue(2);
             });
         QCOMPARE(Now().rows.size(), size_t{2});

@@ -180,9 +180,25 @@ private slots:
         }
     }
 
-    void a_large_window_of_an_earlier_screen_is_made_smaller() {
-        store_.Set("Windows", "EditSource", "0,0,2000,1400");
-        InSource([](QDialog& dialog) { QVERIFY(dialog.height() < kScreen.height()); });
+    void places_are_kept_within_the_screen() {
+        const auto open = [this](bool maximizes) {
+            DialogFrame dialog("Kept", "Kept", store_, window_.get());
+            dialog.show();
+            const QRect place = dialog.geometry();
+            if (maximizes)
+                dialog.showMaximized();
+            dialog.done(QDialog::Rejected);
+            return place;
+        };
+        const QRect screen(QPoint(), kScreen);
+        for (const char* const stored : {"300,200,500,400", "0,0,2000,1400", "1100,700,500,400", "-60,-40,500,400",
+                                         "-5000,0,500,400", "2147483647,0,2147483647,9"}) {
+            store_.Set("Windows", "Kept", stored);
+            const QRect first = open(false);
+            QVERIFY2(screen.marginsRemoved({kSpace, kSpace * 5, kSpace, kSpace}).contains(first), stored);
+            QCOMPARE(open(true), first);
+            QCOMPARE(open(false), first);
+        }
     }
 
     void first_sizes_show_what_matters() {
@@ -222,6 +238,7 @@ private slots:
             rows.last()->setMinimumWidth(1400);
             dialog.Content()->addWidget(rows.last());
         }
+        rows.last()->setMinimumHeight(kScreen.height());
         QPushButton* const side = dialog.AddSideButton(QString(200, 'w'));
         QPushButton* const save = dialog.AddButton("Save");
         rows.first()->setFocus();
@@ -233,13 +250,32 @@ private slots:
             QVERIFY2(side->geometry().bottom() < save->geometry().top(), "one row doesn't hold both");
             QVERIFY(rows.last()->mapTo(pane.viewport(), QPoint()).y() >= pane.viewport()->height());
             rows.last()->setFocus(Qt::ShortcutFocusReason);
-            QCOMPARE(pane.verticalScrollBar()->value(), pane.verticalScrollBar()->maximum());
+            QVERIFY(pane.viewport()->rect().contains(rows.last()->mapTo(pane.viewport(), QPoint())));
             QTest::keyClick(rows.last(), Qt::Key_Tab);
             QCOMPARE(dialog.focusWidget(), side);
             save->setFocus();
             QTest::keyClick(save, Qt::Key_Tab);
             QCOMPARE(dialog.focusWidget(), rows.first());
             QCOMPARE(pane.verticalScrollBar()->value(), 0);
+        });
+    }
+
+    void keys_work_in_sight_beside_the_largest_letters() {
+        QApplication::setFont(Letters(kLargeLetters * 3 / 2));
+        InSource([](QDialog& dialog) {
+            const auto* const title = dialog.findChild<QLineEdit*>("title");
+            QVERIFY(title->hasFocus());
+            QVERIFY(title->visibleRegion().boundingRect().height() > title->fontMetrics().height());
+        });
+        InCalendar([](QDialog& dialog) {
+            CalendarGrid& grid = *static_cast<TaskManagerDialog&>(dialog).Grid();
+            const auto seen = [&grid] { return grid.visibleRegion().boundingRect(); };
+            QVERIFY(seen().height() < grid.height());
+            QCOMPARE(seen().top(), 0);
+            PressKeys(&grid, {"Ctrl+Home", "Down", "Down", "Down"});
+            QVERIFY(seen().contains(grid.CellRect(grid.View().CurrentCell())));
+            PressKeys(&grid, {"Ctrl+Home", "Up", "Up"});
+            QVERIFY(seen().contains(grid.CellRect(grid.View().CurrentCell())));
         });
     }
 

@@ -245,11 +245,12 @@ private slots:
         forest.AddRoot(CProCategoryTree(4, "Harbours"));
         CategoryAssignment paths(forest, 10, prompts_);
         ImportCategoriesDialog dialog(paths, theme_, store_, nullptr);
-        QCOMPARE(dialog.Panel()->Tabs()->count(), 3);
-        Choose(dialog.Panel()->BoxAt(0), "Harbours");
+        const auto* const panel = dialog.findChild<CategoryPanel*>();
+        QCOMPARE(panel->Tabs()->count(), 3);
+        Choose(panel->BoxAt(0), "Harbours");
         QTRY_COMPARE(paths.ChosenID(1, 0), 4);
-        QTest::keyClick(dialog.Panel()->Tabs(), Qt::Key_Right);
-        QCOMPARE(dialog.Panel()->ActiveSet(), 2);
+        QTest::keyClick(panel->Tabs(), Qt::Key_Right);
+        QCOMPARE(panel->ActiveSet(), 2);
         BothLooks{theme_}.Shoot(dialog, "import_categories");
         ImportComparison* changed = nullptr;
         int asked = 0;

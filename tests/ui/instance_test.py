@@ -109,6 +109,14 @@ class Instance(ProcessTest):
         self.assertEqual(self.fingerprint(), before)
         self.assertEqual(self.ask(self.connect(), IS_ME), 1)
 
+    def test_instance_that_hangs_is_told(self):
+        first = self.start_ready()
+        before = self.fingerprint()
+        first.send_signal(signal.SIGSTOP)
+        second = self.start()
+        self.assertIn("doesn't answer", second.stderr.readline())
+        self.assertEqual(self.fingerprint(), before)
+
     def test_other_data_folder_has_an_instance_of_its_own(self):
         self.start_ready()
         self.start_ready(data="other")

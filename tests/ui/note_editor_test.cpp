@@ -1,12 +1,14 @@
 #include <QDesktopServices>
 #include <random>
 
+#include "calendar/reminder_file.h"
 #include "notes/attachment_kind.h"
 #include "notes/note_finder.h"
 #include "notes/note_store.h"
 #include "notes/sort_compare.h"
 #include "support/draft_reading.h"
 #include "support/refused_threads.h"
+#include "ui/calendar/edit_day_dialog.h"
 #include "ui/controls/run_when_free.h"
 #include "ui/editor/rich_text_edit.h"
 #include "ui/main/request_hooks.h"
@@ -132,14 +134,6 @@ private:
         return draft.note;
     }
 
-    struct IgnoresClose : QObject {
-        bool eventFilter(QObject*, QEvent* event) override {
-            if (event->type() == QEvent::Close)
-                event->ignore();
-            return event->type() == QEvent::Close;
-        }
-    };
-
     std::unique_ptr<QtProgress> progressOnScreen_;
 
 private slots:
@@ -203,6 +197,12 @@ private slots:
             QTest::keyClicks(row.Line(), " p. 12 ");
 
             CategoryPanel& categories = *editor.Categories();
+            for (const auto& [key, page] :
+                 {std::pair<const char*, QWidget*>("Alt+O", editor.Sources()), {"Alt+A", &categories}}) {
+                editor.Text()->Edit()->setFocus();
+                PressKeys(editor.Text()->Edit(), {key});
+                QVERIFY(page->isVisible() && page->isAncestorOf(editor.focusWidget()));
+            }
             QCOMPARE(categories.BoxAt(0)->currentText(), QStringLiteral("Click To Assign New Level"));
             AssignFogBells(categories);
             categories.Tabs()->setCurrentIndex(2);
@@ -649,16 +649,30 @@ private slots:
         QTRY_COMPARE(opened_, 3);
     }
 
+    void a_reminder_is_shown_over_the_note_that_is_written() {
+        CTmReminder reminder = NewReminder(app_->Context());
+        reminder.SendTime = clock_.now;
+        QVERIFY(SaveReminders(app_->Data().Reminders(), {reminder}).Ok());
+        AddNote([&](NoteEditorWindow& editor) {
+            InNext<EditDayDialog>([&] { HooksOf(*window_, *app_, theme_).showReminder(reminder.ReminderId); },
+                                  [&](EditDayDialog& day) { QCOMPARE(day.parentWidget(), &editor); });
+        });
+    }
+
     void place_and_split_are_kept() {
         QRect place;
         AddNote([&](NoteEditorWindow& editor) {
-            editor.setGeometry(QRect(QPoint(20, 15), editor.minimumSizeHint() + QSize(20, 10)));
+            editor.setGeometry(QRect(QPoint(20, 60), editor.minimumSizeHint() + QSize(20, 10)));
             QCoreApplication::processEvents();
             place = editor.geometry();
             editor.CancelNote();
         });
         AddNote([&](NoteEditorWindow& editor) { QCOMPARE(editor.geometry(), place); });
         QVERIFY(store_.Get("Windows", "EditNoteSplit"));
+        app_->GetSettings().Set(Option::EditNoteRect, Rect{500, 300, 3000, 2000});  // of a larger screen
+        AddNote([](NoteEditorWindow& editor) {
+            QVERIFY(editor.screen()->availableGeometry().contains(editor.frameGeometry()));
+        });
     }
 
     void looks_good() {

@@ -237,6 +237,14 @@ private slots:
         QVERIFY(app_->NoteBook().database.IsMain());
         QVERIFY(!bar.isHidden());
         QCOMPARE(bar.Count(), size_t{2});
+        // A notice leaves the failure in sight, and all stands open behind "Details".
+        bar.Add({"What it held is kept", "kept", "The file is damaged", true});
+        QVERIFY(bar.findChild<QLabel*>()->text().contains("could not be written"));
+        InDialog<QMessageBox>([&] { Press(bar, "Details"); },
+                              [](QMessageBox& box) {
+                                  QVERIFY(box.findChild<QTextEdit*>()->isVisible());
+                                  box.reject();
+                              });
     }
 };
 

@@ -97,7 +97,7 @@ private slots:
             Choose(browser.FilterBox(SourceFilter::Title), "Another title");
             QCOMPARE(rows->rowCount(), 1);
             Click(browser, "showFilters");
-            QCOMPARE(browser.FiltersButton()->text().remove('&'), QStringLiteral("Show Filters"));
+            QCOMPARE(In<QAbstractButton>(browser, "showFilters")->text().remove('&'), QStringLiteral("Show Filters"));
             QVERIFY(!browser.FilterBox(SourceFilter::Title)->isVisible());
         });
         QVERIFY(faults_.faults.empty());

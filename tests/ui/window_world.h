@@ -28,6 +28,15 @@ public:
     QPointer<FaultBar> bar;
 };
 
+/// Keeps a window open whatever would close it.
+struct IgnoresClose : QObject {
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Close)
+            event->ignore();
+        return event->type() == QEvent::Close;
+    }
+};
+
 /// The main window on a data folder of its own, with scripted ports around it.
 class WindowWorld {
 protected:

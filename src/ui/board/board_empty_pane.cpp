@@ -42,6 +42,7 @@ BoardEmptyPane::BoardEmptyPane(const Theme& theme, QWidget* parent)
     column->addLayout(row);
     column->addStretch(3);
     action_->setDefault(true);
+    action_->hide();
     otherAction_->hide();
     connect(action_, &QPushButton::clicked, this, &BoardEmptyPane::ActionClicked);
     connect(otherAction_, &QPushButton::clicked, this, &BoardEmptyPane::OtherActionClicked);

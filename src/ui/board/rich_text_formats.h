@@ -26,7 +26,7 @@ public:
     /// Twips in pixels of the screen, zoomed.
     double Pixels(double twips) const { return twips / kTwipsPerPixel * look_.zoom; }
 
-    static constexpr double kTwipsPerPixel = 15.0;  // at 96 per inch
+    static constexpr double kTwipsPerPixel = lore::kTwipsPerPixel;
 
 private:
     QString FamilyOf(const CharFormat& format) const;

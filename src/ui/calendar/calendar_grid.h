@@ -45,6 +45,8 @@ signals:
     /// keyboard asks
     void MenuAsked(const QPoint& global, const DateTime& day, const std::vector<size_t>& events);
     void MonthTurned();
+    /// Keys have moved to a day, which is to be in sight.
+    void KeysMoved(const QRect& shown);
 
 protected:
     bool event(QEvent* event) override;

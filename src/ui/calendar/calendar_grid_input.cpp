@@ -88,6 +88,10 @@ void CalendarGrid::keyPressEvent(QKeyEvent* event) {
             return QWidget::keyPressEvent(event);
     }
     Moved(before);
+    QRect shown = CellRect(view_.CurrentCell());
+    if (view_.CurrentCell() < kWeek)
+        shown.setTop(0);  // with the names of the days
+    emit KeysMoved(shown);
 }
 
 void CalendarGrid::mousePressEvent(QMouseEvent* event) {

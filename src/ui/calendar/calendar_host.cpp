@@ -1,24 +1,17 @@
 #include "ui/calendar/calendar_host.h"
 
 #include <QApplication>
-#include <algorithm>
 
 #include "online/http_reminder_server.h"
 #include "ui/calendar/modify_event_dialog.h"
 
 namespace lore {
 
-namespace {
-
-/// A walk over a long series has a pause for each event; beyond this it goes on without.
-constexpr int kLongestPauses = 3000;  // milliseconds
-
-}  // namespace
-
 CalendarHost::CalendarHost(CLorebinderApp& app, const Theme& theme, QWidget* parent)
     : app_(app),
       theme_(theme),
       parent_(parent),
+      pauses_(app.Ports().wait),
       server_(MakeReminderServer(LoadReminderSetup(app.Store()), app.GetSettings(), app.Ports().http,
                                  app.Ports().background)),
       world_{.eventFile = app.Data().Events(),
@@ -33,19 +26,12 @@ CalendarHost::CalendarHost(CLorebinderApp& app, const Theme& theme, QWidget* par
              .question = *this,
              .setup = LoadReminderSetup(app.Store()),
              .agent = app.Ports().agent,
-             .wait = [this](int milliseconds) { Wait(milliseconds); },
+             .wait = [this](int milliseconds) { pauses_.Pause(milliseconds); },
              .saveOptions = [this] { app_.StoreSettings(); }} {}
 
 SeriesReach CalendarHost::Ask(ModifyEventMode mode) {
     QWidget* const window = QApplication::activeModalWidget();
     return ModifyEventDialog(mode, Store(), window ? window : parent_).AskReach();
-}
-
-void CalendarHost::Wait(int milliseconds) {
-    const int pause = std::min(milliseconds, kLongestPauses - paused_);
-    paused_ += std::max(pause, 0);
-    if (pause > 0)
-        app_.Ports().wait(pause);
 }
 
 }  // namespace lore

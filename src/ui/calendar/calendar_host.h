@@ -4,6 +4,7 @@
 
 #include "app/lorebinder_app.h"
 #include "calendar/calendar_world.h"
+#include "calendar/limited_pauses.h"
 
 class QWidget;
 
@@ -21,15 +22,13 @@ public:
     SettingsStore& Store() const { return app_.Store(); }
     SeriesReach Ask(ModifyEventMode mode) override;
     /// Each flow may pause so long in all, for texts to be read.
-    void BeginFlow() { paused_ = 0; }
+    void BeginFlow() { pauses_.BeginFlow(); }
 
 private:
-    void Wait(int milliseconds);
-
     CLorebinderApp& app_;
     const Theme& theme_;
     QWidget* parent_;
-    int paused_ = 0;
+    LimitedPauses pauses_;
     std::unique_ptr<ReminderServer> server_;
     CalendarWorld world_;
 };

@@ -30,6 +30,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
+        if (IsModifier(*event))
+            return QTimeEdit::keyPressEvent(event);
         if (!typed_.isEmpty() && Selected() != left_)
             EndTyping();  // the caret has gone elsewhere
         if (ChangesText(*event) && Type(*event))

@@ -23,6 +23,7 @@
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -277,24 +278,19 @@ void EditEventDialog::ShowReminders() {
 }
 
 void EditEventDialog::AddReminder() {
-    const std::optional<CTmReminder> reminder = model_.NewReminder();
-    if (!reminder)
-        return;
-    EditReminderDialog dialog(host_, ReminderEditor(host_.World(), *reminder, ReminderEditor::Purpose::Event, true),
-                              this);
-    if (dialog.exec() == QDialog::Accepted)
-        model_.PutReminder(dialog.Reminder());
-    ShowReminders();
+    if (const std::optional<CTmReminder> reminder = model_.NewReminder())
+        AskFor(*reminder, true);
 }
 
 void EditEventDialog::EditReminder() {
     const int row = reminders_->currentRow();
-    if (row < 0 || static_cast<size_t>(row) >= model_.Reminders())
-        return;
-    EditReminderDialog dialog(
-        host_,
-        ReminderEditor(host_.World(), model_.Reminder(static_cast<size_t>(row)), ReminderEditor::Purpose::Event, false),
-        this);
+    if (row >= 0 && static_cast<size_t>(row) < model_.Reminders())
+        AskFor(model_.Reminder(static_cast<size_t>(row)), false);
+}
+
+void EditEventDialog::AskFor(const CTmReminder& reminder, bool isNew) {
+    EditReminderDialog dialog(host_, ReminderEditor(host_.World(), reminder, ReminderEditor::Purpose::Event, isNew),
+                              this);
     if (dialog.exec() == QDialog::Accepted)
         model_.PutReminder(dialog.Reminder());
     ShowReminders();
@@ -315,6 +311,8 @@ void EditEventDialog::Save() {
 }
 
 void EditEventDialog::reject() {
+    if (model_.HasChanged() && SavesBeforeQuit(*this, [this] { Save(); }))
+        return;
     if (!model_.HasChanged() ||
         host_.World().prompts.Ask("Do you wish to close without saving the changes to this event?",
                                   "Close Without Saving?") == PromptAnswer::Yes)

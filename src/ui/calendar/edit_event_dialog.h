@@ -42,6 +42,7 @@ private:
     void ShowReminders();
     void AddReminder();
     void EditReminder();
+    void AskFor(const CTmReminder& reminder, bool isNew);
     void RemoveReminder();
     void Save();
 

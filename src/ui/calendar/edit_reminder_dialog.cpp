@@ -17,6 +17,7 @@
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -204,6 +205,8 @@ void EditReminderDialog::Save() {
 
 void EditReminderDialog::reject() {
     TakeFields();
+    if (model_.HasChanged() && SavesBeforeQuit(*this, [this] { Save(); }))
+        return;
     if (!model_.HasChanged() ||
         host_.World().prompts.Ask("Do you wish to close without saving the changes to this reminder?",
                                   "Close Without Saving?") == PromptAnswer::Yes)

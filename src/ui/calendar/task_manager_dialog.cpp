@@ -107,6 +107,7 @@ QWidget* TaskManagerDialog::MakeHead() {
 }
 
 void TaskManagerDialog::ConnectGrid() {
+    connect(grid_, &CalendarGrid::KeysMoved, this, [this](const QRect& shown) { Reveal(*grid_, shown); });
     connect(grid_, &CalendarGrid::MonthTurned, this, &TaskManagerDialog::ShowChoice);
     connect(grid_, &CalendarGrid::DayAsked, this, &TaskManagerDialog::OpenDay);
     connect(grid_, &CalendarGrid::EventAsked, this, &TaskManagerDialog::OpenEvent);
@@ -185,8 +186,8 @@ void TaskManagerDialog::ShowMenu(const QPoint& global, const DateTime& day, cons
     }
     if (!events.empty())
         menu.addSeparator();
-    menu.addAction(tr("&View Day"), this, [this, day] { OpenDay(day); });
-    menu.addAction(tr("&Create Event"), this, &TaskManagerDialog::CreateEvent);
+    menu.addAction(tr("&View Day"), this, [this, day] { OpenDay(day); })->setShortcut(Qt::Key_Return);
+    menu.addAction(tr("&Create Event"), this, &TaskManagerDialog::CreateEvent)->setShortcut(QKeySequence::New);
     menu.exec(global);
 }
 

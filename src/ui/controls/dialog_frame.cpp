@@ -7,7 +7,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
@@ -94,8 +93,20 @@ private:
 
     /// Keys take the focus to controls that are out of sight; what is under the mouse is left where it is.
     void Reveal(const QWidget*, QWidget* now) {
-        if (now && widget()->isAncestorOf(now) && QApplication::mouseButtons() == Qt::NoButton)
-            ensureWidgetVisible(now);
+        if (!now || !widget()->isAncestorOf(now) || QApplication::mouseButtons() != Qt::NoButton)
+            return;
+        for (QWidget* within = now; within != this; within = within->parentWidget()) {
+            if (auto* const area = qobject_cast<QScrollArea*>(within->parentWidget()->parentWidget()))
+                RevealIn(*area, *now);
+        }
+    }
+    /// Of what is higher than the area, its top.
+    static void RevealIn(QScrollArea& area, QWidget& now) {
+        const int room = area.viewport()->height();
+        if (now.height() <= room)
+            return area.ensureWidgetVisible(&now);
+        const QPoint top = now.mapTo(area.widget(), QPoint());
+        area.ensureVisible(top.x(), top.y(), 0, room / 4);
     }
 
     std::function<QSize()> largest_;
@@ -176,7 +187,7 @@ void DialogFrame::keyPressEvent(QKeyEvent* event) {
 }
 
 void DialogFrame::done(int result) {
-    StorePlace();
+    StoreWindowPlace(store_, place_, *this);
     QDialog::done(result);
 }
 
@@ -202,9 +213,12 @@ QSize DialogFrame::sizeHint() const {
 }
 
 QSize DialogFrame::LargestSize() const {
-    const QSize frame = isVisible() ? frameGeometry().size() - size() : QSize(0, 0);
-    // Nobody knows a frame before it is shown: a line of text with room around it.
-    return screen()->availableSize() - frame.expandedTo(QSize(kSpace * 2, fontMetrics().height() + kSpace * 4));
+    return RoomForWindow(*this).size();
+}
+
+void DialogFrame::Reveal(const QWidget& control, const QRect& part) {
+    const QPoint middle = control.mapTo(pane_->widget(), part.center());
+    pane_->ensureVisible(middle.x(), middle.y(), part.width() / 2 + 1, part.height() / 2 + 1);
 }
 
 QSize DialogFrame::LargestContent() const {
@@ -226,11 +240,14 @@ bool DialogFrame::event(QEvent* event) {
 }
 
 void DialogFrame::showEvent(QShowEvent* event) {
+    if (event->spontaneous())  // it has been minimised
+        return QDialog::showEvent(event);
     const bool isFirst = !std::exchange(isPlaced_, true);
-    if (isFirst && !RestorePlace())
+    if (isFirst && !RestoreWindowPlace(*this, store_, place_))
         ShowAllThatCanBe();
     FitOnScreen();
-    QDialog::showEvent(event);
+    QDialog::showEvent(event);  // without a kept place it goes over the middle of its parent
+    FitWindow(*this);
 }
 
 /// What has to be scrolled gets the whole screen.
@@ -244,19 +261,6 @@ void DialogFrame::ShowAllThatCanBe() {
 void DialogFrame::FitOnScreen() {
     const int needed = layout()->hasHeightForWidth() ? layout()->totalMinimumHeightForWidth(width()) : 0;
     resize(QSize(width(), std::max(height(), needed)).boundedTo(LargestSize()));
-}
-
-bool DialogFrame::RestorePlace() {
-    const std::optional<QRect> place = StoredWindowPlace(store_, place_);
-    if (!place)
-        return false;
-    resize(place->size().expandedTo(minimumSizeHint()));
-    move(place->topLeft());
-    return true;
-}
-
-void DialogFrame::StorePlace() {
-    StoreWindowPlace(store_, place_, *this);
 }
 
 }  // namespace lore

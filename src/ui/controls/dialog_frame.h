@@ -41,6 +41,8 @@ public:
 protected:
     /// The most that the dialog can have: what its screen leaves of it within a frame.
     QSize LargestSize() const;
+    /// Scrolls so far that this part of a control of the content is in sight.
+    void Reveal(const QWidget& control, const QRect& part);
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -52,8 +54,6 @@ private:
     void FoldButtons();
     void ShowAllThatCanBe();
     void FitOnScreen();
-    bool RestorePlace();
-    void StorePlace();
 
     const char* place_;
     SettingsStore& store_;

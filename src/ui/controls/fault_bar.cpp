@@ -74,8 +74,13 @@ void FaultBar::Forget(size_t count, const std::filesystem::path& folder) {
 }
 
 void FaultBar::Refresh() {
-    const QString last = LineOf(faults_.back());
-    text_->setText(faults_.size() == 1 ? last : tr("%1 problems, the last one: %2").arg(faults_.size()).arg(last));
+    // A notice doesn't take the place of a failure.
+    const auto failed =
+        std::find_if(faults_.rbegin(), faults_.rend(), [](const Fault& fault) { return !fault.isNotice; });
+    const bool isLast = failed == faults_.rend() || failed == faults_.rbegin();
+    const QString line = LineOf(isLast ? faults_.back() : *failed);
+    const QString several = isLast ? tr("%1 problems, the last one: %2") : tr("%1 problems, the gravest one: %2");
+    text_->setText(faults_.size() == 1 ? line : several.arg(faults_.size()).arg(line));
     show();
 }
 
@@ -87,6 +92,9 @@ void FaultBar::ShowDetails() {
                     tr("What could not be read or written. Nothing else is touched; what you typed is kept."),
                     QMessageBox::Ok, this);
     box.setDetailedText(lines.join('\n'));
+    for (QAbstractButton* const button : box.buttons())
+        if (box.buttonRole(button) == QMessageBox::ActionRole)
+            button->click();  // the lines are unfolded
     box.exec();
 }
 

@@ -10,7 +10,7 @@ class QTreeView;
 namespace lore {
 
 /// The columns of a list, the last of which takes the room that is left: as wide as what they hold, until the user
-/// makes one of them wider or narrower. From then on all have his widths, the next time too.
+/// makes one of them wider or narrower. From then on all have the user's widths, the next time too.
 class ListColumns : public QObject {
     Q_OBJECT
 

@@ -34,12 +34,6 @@ bool IsEnter(const QKeyEvent& key) {
     return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
 }
 
-/// Held down for the key that follows, or a lock.
-bool IsModifier(const QKeyEvent& key) {
-    return (key.key() >= Qt::Key_Shift && key.key() <= Qt::Key_ScrollLock) || key.key() == Qt::Key_AltGr ||
-           key.key() == Qt::Key_Super_L || key.key() == Qt::Key_Super_R;
-}
-
 }  // namespace
 
 bool ChangesText(const QKeyEvent& key) {
@@ -47,6 +41,11 @@ bool ChangesText(const QKeyEvent& key) {
         return false;
     return key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete ||
            (!key.text().isEmpty() && key.text()[0].isPrint());
+}
+
+bool IsModifier(const QKeyEvent& key) {
+    return (key.key() >= Qt::Key_Shift && key.key() <= Qt::Key_ScrollLock) || key.key() == Qt::Key_AltGr ||
+           key.key() == Qt::Key_Super_L || key.key() == Qt::Key_Super_R;
 }
 
 TypedDateEdit::TypedDateEdit(QWidget* parent) : QDateEdit(parent) {

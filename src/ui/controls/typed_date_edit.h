@@ -40,5 +40,7 @@ private:
 
 /// True for a key that changes a text.
 bool ChangesText(const QKeyEvent& key);
+/// True for a key that is held down for the one that follows, or a lock.
+bool IsModifier(const QKeyEvent& key);
 
 }  // namespace lore

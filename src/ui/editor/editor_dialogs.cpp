@@ -31,10 +31,13 @@ public:
         form_->addRow(label, field);
         return field;
     }
+    /// What is typed at once takes the place of the first number, also where the window comes to the front late.
     QSpinBox* AddNumber(const QString& label, int lowest, int highest, int value) {
         auto* const field = new QSpinBox(this);
         field->setRange(lowest, highest);
         field->setValue(value);
+        if (form_->rowCount() == 0)
+            field->selectAll();
         form_->addRow(label, field);
         return field;
     }

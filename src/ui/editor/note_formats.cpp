@@ -67,7 +67,7 @@ void NoteFormats::Reset(const Document& document) {
 void NoteFormats::SetDefault(const std::string& font, int halfPoints) {
     defaultFont_ = font;
     default_ = CharFormat();
-    default_.half_points = static_cast<int16_t>(std::clamp(halfPoints, 1, 3276));
+    default_.half_points = static_cast<int16_t>(std::clamp<int>(halfPoints, 1, kMostHalfPoints));
 }
 
 int32_t NoteFormats::NewListId(const QTextDocument& shown) const {

@@ -227,7 +227,7 @@ void RichTextEdit::OnContentsChange(int position, int removed, int added) {
         addedSize_ -= removed - added;
     // What came in at once may be a picture, of which the count of characters says nothing.
     isSizeGuess_ = isSizeGuess_ || atOnce || isObject;
-    if (atOnce || isObject || RtfSize() > kLargestRtf * 9 / 10)
+    if (atOnce || isObject || RtfSize() > kNearLargestRtf)
         sizeTimer_.start();
     CheckSize();
 }

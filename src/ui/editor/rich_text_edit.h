@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/record_file.h"
 #include "ui/board/rich_text_formats.h"
 #include "ui/editor/capture_beside.h"
 #include "ui/editor/note_formats.h"
@@ -30,7 +31,9 @@ class RichTextEdit : public QTextEdit {
     Q_OBJECT
 
 public:
-    static constexpr qint64 kLargestRtf = 500'000;  ///< bytes of RTF; a note holds fewer
+    static constexpr qint64 kLargestRtf = kMaxStringLength;  ///< bytes of RTF; a note holds fewer
+    /// So near to it the estimate of RtfSize is too rough: the text is written to be measured.
+    static constexpr qint64 kNearLargestRtf = kLargestRtf / 10 * 9;
 
     explicit RichTextEdit(const Theme& theme, QWidget* parent = nullptr);
     ~RichTextEdit() override;

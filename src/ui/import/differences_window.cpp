@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "base/utf8.h"
 #include "rtf/rtf.h"
 #include "ui/board/rich_text_view.h"
 #include "ui/controls/list_columns.h"
@@ -26,11 +27,10 @@ std::vector<int> ScreenPositions(const std::string& utf8) {
     std::vector<int> positions;
     int at = 0;
     for (const char c : utf8) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte & 0xC0u) == 0x80u)
+        if (IsContinuation(c))
             continue;
         positions.push_back(at);
-        at += byte >= 0xF0u ? 2 : 1;
+        at += SequenceLength(c) == 4 ? 2 : 1;
     }
     positions.push_back(at);
     return positions;

@@ -14,7 +14,7 @@ namespace lore {
 
 namespace {
 
-/// Of the bars over the tabs of the sets; established values, blue in the high byte.
+/// Of the bars over the tabs of the sets, blue in the high byte.
 constexpr std::array<unsigned, kSetCount> kBarColors{9643033, 12606492, 14523978};
 constexpr int kBarHeight = 6;
 constexpr int kChars = 64;

@@ -17,7 +17,6 @@ class ImportCategoriesDialog : public DialogFrame {
 public:
     /// The assignment holds what the user has chosen.
     ImportCategoriesDialog(CategoryAssignment& paths, const Theme& theme, SettingsStore& store, QWidget* parent);
-    CategoryPanel* Panel() const { return panel_; }
 
 private:
     void ColorBar();

@@ -167,6 +167,8 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         case PE_PanelStatusBar:
         case PE_FrameTabBarBase:
             return;
+        case PE_PanelScrollAreaCorner:
+            return painter->fillRect(option->rect, option->palette.color(QPalette::Window));
         case PE_FrameMenu:
             painter->setPen(theme_.Color(ColorRole::Edge));
             return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
@@ -368,6 +370,14 @@ QRect FlatStyle::subControlRect(ComplexControl control, const QStyleOptionComple
     return visualRect(bar->direction, bar->rect, rect.translated(bar->rect.topLeft()));
 }
 
+QRect FlatStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+    const QRect usual = QProxyStyle::subElementRect(element, option, widget);
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    if (element != SE_LineEditContents || !frame || frame->lineWidth <= 0)
+        return usual;
+    return usual.adjusted(kSpace, 0, -kSpace, 0);  // the ring of the focus stays clear of the letters
+}
+
 /// What a list's frame and arrow leave of its width is for the text.
 int FlatStyle::BesideChoice(const QStyleOption* option, const QWidget* widget) const {
     const auto* box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
@@ -396,6 +406,7 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
         case CT_SpinBox:  // a date has an arrow of the same kind
             return size + QSize(MoreForArrow(option, widget), 0);
         case CT_LineEdit:
+            return size + QSize(3 * kSpace, kSpace);
         case CT_ToolButton:
         case CT_MenuItem:
             return size + QSize(kSpace, kSpace);

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ui/look/qt_text.h"
+#include "ui/look/theme_look.h"
 
 namespace lore {
 
@@ -14,23 +15,14 @@ namespace {
 
 constexpr int kMostPixels = 100'000;
 
-}  // namespace
-
-std::optional<QRect> StoredWindowPlace(const SettingsStore& store, const std::string& key) {
-    const QStringList parts = ToQString(store.Get(kWindowsSection, key).value_or("")).split(',');
-    if (parts.size() != 4)
-        return std::nullopt;
-    const QRect frame(parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt());
-    const QScreen* const screen = QGuiApplication::screenAt(frame.center());
-    if (!screen || frame.isEmpty())
-        return std::nullopt;
-    return QRect(frame.topLeft(), frame.size().boundedTo(screen->availableGeometry().size()));
+QRect ToQRect(const Rect& place) {
+    const auto bounded = [](int32_t edge) { return std::clamp(edge, -kMostPixels, kMostPixels); };
+    return {QPoint(bounded(place.left), bounded(place.top)),
+            QPoint(bounded(place.right), bounded(place.bottom)) - QPoint(1, 1)};
 }
 
-std::optional<QRect> PlaceOnScreen(const Rect& frame) {
-    const auto bounded = [](int32_t edge) { return std::clamp(edge, -kMostPixels, kMostPixels); };
-    const QRect place(QPoint(bounded(frame.left), bounded(frame.top)),
-                      QPoint(bounded(frame.right), bounded(frame.bottom)) - QPoint(1, 1));
+/// The screen that shows enough of a window, the one with its middle before others.
+const QScreen* ScreenOf(const QRect& place) {
     const QScreen* holding = nullptr;
     for (const QScreen* const screen : QGuiApplication::screens()) {
         const QRect area = screen->geometry();
@@ -39,19 +31,74 @@ std::optional<QRect> PlaceOnScreen(const Rect& frame) {
         if (!VisibleFrame(from, area.width(), area.height()).IsEmpty() && (!holding || area.contains(place.center())))
             holding = screen;
     }
-    if (!holding)
-        return std::nullopt;
-    const QRect room = holding->availableGeometry();
+    return holding;
+}
+
+QRect MovedInto(const QRect& room, const QRect& place) {
     const QSize size = place.size().boundedTo(room.size());
-    if (size == place.size())
-        return place;
-    return QRect(QPoint(std::clamp(place.left(), room.left(), room.right() + 1 - size.width()),
-                        std::clamp(place.top(), room.top(), room.bottom() + 1 - size.height())),
-                 size);
+    return {QPoint(std::clamp(place.left(), room.left(), room.right() + 1 - size.width()),
+                   std::clamp(place.top(), room.top(), room.bottom() + 1 - size.height())),
+            size};
+}
+
+QRect RoomOn(const QScreen& screen, const QWidget& window) {
+    // A line of text with room around it stands in for a frame that isn't known.
+    const QMargins likely(kSpace, window.fontMetrics().height() + kSpace * 2, kSpace, kSpace * 2);
+    const QRect frame = window.frameGeometry(), inside = window.geometry();
+    const QMargins known(inside.left() - frame.left(), inside.top() - frame.top(), frame.right() - inside.right(),
+                         frame.bottom() - inside.bottom());
+    return screen.availableGeometry().marginsRemoved(window.isVisible() ? known | likely : likely);
+}
+
+void PutInto(QWidget& window, const QRect& room, const QRect& place) {
+    if (const QRect fitting = MovedInto(room, place); fitting != window.geometry())
+        window.setGeometry(fitting);
+}
+
+}  // namespace
+
+Rect PlaceToKeep(const QWidget& window) {
+    const QRect place = window.normalGeometry();
+    return {place.left(), place.top(), place.left() + place.width(), place.top() + place.height()};
+}
+
+std::optional<QRect> PlaceOnScreen(const Rect& frame) {
+    const QRect place = ToQRect(frame);
+    const QScreen* const screen = ScreenOf(place);
+    if (!screen)
+        return std::nullopt;
+    const QRect room = screen->availableGeometry();
+    return place.size().boundedTo(room.size()) == place.size() ? place : MovedInto(room, place);
+}
+
+QRect RoomForWindow(const QWidget& window) {
+    return RoomOn(*window.screen(), window);
+}
+
+bool PutWindow(QWidget& window, const Rect& place) {
+    const QRect wanted = ToQRect(place);
+    const QScreen* const screen = ScreenOf(wanted);
+    if (screen)
+        PutInto(window, RoomOn(*screen, window), wanted);
+    return screen != nullptr;
+}
+
+void FitWindow(QWidget& window) {
+    if (!window.isMaximized())
+        PutInto(window, RoomForWindow(window), window.geometry());
+}
+
+bool RestoreWindowPlace(QWidget& window, const SettingsStore& store, const std::string& key) {
+    const QStringList parts = ToQString(store.Get(kWindowsSection, key).value_or("")).split(',');
+    if (parts.size() != 4)
+        return false;
+    const auto part = [&parts](int index) { return std::clamp(parts[index].toInt(), -kMostPixels, kMostPixels); };
+    return PutWindow(window, {part(0), part(1), part(0) + part(2), part(1) + part(3)});
 }
 
 void StoreWindowPlace(SettingsStore& store, const std::string& key, const QWidget& window) {
-    StoreSizes(store, key, {window.pos().x(), window.pos().y(), window.width(), window.height()});
+    const Rect place = PlaceToKeep(window);
+    StoreSizes(store, key, {place.left, place.top, place.right - place.left, place.bottom - place.top});
 }
 
 std::optional<QList<int>> StoredSizes(const SettingsStore& store, const std::string& key, int count) {

@@ -83,7 +83,6 @@ void MainWindow::MakeCentre() {
     split_->setStretchFactor(1, 1);
     setCentralWidget(split_);
     board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
-    ShowEmptyState(false);  // before the NoteBook is loaded nothing is known of its notes
 }
 
 void MainWindow::ShowEmptyState(bool noNotes) {
@@ -179,10 +178,8 @@ void MainWindow::ShowPanelWidth() {
 
 void MainWindow::StorePlace() {
     Settings& settings = app_.GetSettings();
-    const QRect place = normalGeometry();
     settings.Set(Option::Maximized, isMaximized() ? 1 : 0);
-    settings.Set(Option::FrameRect,
-                 Rect{place.left(), place.top(), place.left() + place.width(), place.top() + place.height()});
+    settings.Set(Option::FrameRect, PlaceToKeep(*this));
     settings.Set(Option::ShowCtrlBar, panels_->isVisible() ? 1 : 0);
     settings.Set(Option::ActIndCtrlBar, panels_->Page());
     if (panels_->isVisible())
@@ -206,6 +203,7 @@ void MainWindow::ShowNoteBook() {
     ShowNoteBookChoices();
     panels_->Rebuild(app_);
     board_->Rebuild();
+    board_->FinishShowing();
     RefreshPanes();
     board_->setFocus();
 }

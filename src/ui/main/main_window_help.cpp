@@ -67,7 +67,8 @@ void MainWindow::SetHelp(const std::filesystem::path& manual, UpdateSource* upda
     manual_ = manual;
     updateSource_ = updates ? std::make_unique<PatientSource>(*updates, *this) : nullptr;
     updates_ = std::make_unique<UpdateCheck>(
-        UpdateWorld{app_.GetSettings(), app_.Store(), app_.Ports().prompts, app_.Ports().clock, updateSource_.get(),
+        UpdateWorld{app_.GetSettings(), app_.Store(), app_.Ports().prompts, app_.Ports().faults, app_.Ports().clock,
+                    updateSource_.get(),
                     [this](const std::string& page) { OpenHelpPage(Help(), page, "Check for program updates"); }});
 }
 

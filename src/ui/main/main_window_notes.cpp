@@ -109,7 +109,7 @@ void MainWindow::AskForBibliography() {
     SourceSelection selection(app_.NoteBook().sources, app_.NoteBook().authors);
     CSelectSourcesDlg dialog(selection, theme_, app_.Store(), this);
     if (dialog.exec() == kSourcesSelected)
-        retry_->Run([this, chosen = selection.Bibliography()] { return CreateBibliography(app_, chosen); });
+        retry_->Run([this, chosen = selection.Selected()] { return CreateBibliography(app_, chosen); });
 }
 
 }  // namespace lore

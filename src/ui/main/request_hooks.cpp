@@ -28,6 +28,14 @@ void Capture(MainWindow& window) {
     });
 }
 
+/// Over the note that is being written too. Any other dialog may hold on to what the reminder's would change.
+void Show(MainWindow& window, CLorebinderApp& app, const Theme& theme, const std::string& id) {
+    QWidget* const modal = QApplication::activeModalWidget();
+    if (IsIdle() && (!modal || qobject_cast<NoteEditorWindow*>(modal)))
+        return ShowReminder(app, theme, modal ? *modal : window, id);
+    QTimer::singleShot(kLookAgain, &window, [&window, &app, &theme, id] { Show(window, app, theme, id); });
+}
+
 }  // namespace
 
 RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme) {
@@ -38,7 +46,7 @@ RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme
     };
     hooks.capture = [&window] { Capture(window); };
     hooks.showReminder = [&window, &app, &theme](const std::string& id) {
-        RunWhenFree(window, [&window, &app, &theme, id] { ShowReminder(app, theme, window, id); });
+        QTimer::singleShot(0, &window, [&window, &app, &theme, id] { Show(window, app, theme, id); });
     };
     hooks.close = [&window] { RunWhenFree(window, [&window] { window.close(); }); };
     hooks.checkForUpdates = [&window] { window.CheckForUpdates(true); };

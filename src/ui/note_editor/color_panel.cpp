@@ -17,7 +17,7 @@ namespace {
 
 constexpr size_t kMostOffered = 16;
 
-/// A number alone says little to who can't see the swatch.
+/// A number alone says little where the swatch can't be seen.
 QString Spoken(const std::string& name, Rgb color) {
     return color == 0 ? ToQString(name)
                       : QStringLiteral("%1, %2").arg(ToQString(name), NearestColorName(ToQColor(color)));

@@ -2,8 +2,6 @@
 
 #include <QPointer>
 
-#include "notes/file_faults.h"
-
 namespace lore {
 
 DraftWriter::DraftWriter(DraftStore store, Collector collect, FaultNotice& faults, QObject* parent)
@@ -46,9 +44,8 @@ void DraftWriter::Write(Draft draft, const Token& token) {
         const FileResult result = store_.WriteDraft(draft);
         const auto tell = [this, result, token] {
             if (!result.Ok() && !failureTold_)
-                TellFailedWrite(faults_,
-                                "The draft of the note could not be written; the text is safe once it is saved",
-                                store_.Folder(), result);
+                faults_.Tell({"The draft of the note could not be written; the text is safe once it is saved",
+                              store_.Folder().string(), result.Reason(), true});
             failureTold_ = !result.Ok();
             emit Written(result.Ok());
         };

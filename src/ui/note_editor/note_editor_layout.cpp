@@ -1,10 +1,8 @@
 #include <QCheckBox>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QTabBar>
@@ -14,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "ui/controls/main_button_keys.h"
+#include "ui/controls/tab_keys.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/look/window_place.h"
@@ -135,6 +134,7 @@ QTabWidget* NoteEditorWindow::MakeTabs(QWidget* parent) {
     categories_ = new CategoryPanel(paths_, theme_, tabs_);
     tabs_->addTab(sources_, tr(" < S&OURCES > "));
     tabs_->addTab(categories_, tr(" < C&ATEGORIES > "));
+    LeadTabKeys(*tabs_);
     tabs_->setMinimumHeight(fontMetrics().height() * 13);
     return tabs_;
 }
@@ -207,20 +207,15 @@ void NoteEditorWindow::OrderTabs() {
 
 void NoteEditorWindow::RestorePlace() {
     const int column = fontMetrics().averageCharWidth();
-    const QRect room = screen()->availableGeometry();
-    resize(QSize(column * kDefaultColumns, fontMetrics().lineSpacing() * kDefaultLines).boundedTo(room.size()));
-    const Rect place = app_.GetSettings().Rectangle(Option::EditNoteRect);
-    const QRect kept(place.left, place.top, place.right - place.left, place.bottom - place.top);
-    if (!place.IsEmpty() && QGuiApplication::screenAt(kept.center()))
-        setGeometry(kept);
+    const QSize wanted(column * kDefaultColumns, fontMetrics().lineSpacing() * kDefaultLines);
+    if (!PutWindow(*this, app_.GetSettings().Rectangle(Option::EditNoteRect)))
+        resize(wanted.boundedTo(RoomForWindow(*this).size()));
     const int side = std::min(column * kSideColumns, width() * 2 / 5);  // large letters leave the text its room
     split_->setSizes(StoredSizes(app_.Store(), kSplitKey, split_->count()).value_or(QList<int>{width() - side, side}));
 }
 
 void NoteEditorWindow::StorePlace() {
-    const QRect place = geometry();
-    app_.GetSettings().Set(Option::EditNoteRect,
-                           Rect{place.left(), place.top(), place.left() + place.width(), place.top() + place.height()});
+    app_.GetSettings().Set(Option::EditNoteRect, PlaceToKeep(*this));
     StoreSizes(app_.Store(), kSplitKey, split_->sizes());
 }
 

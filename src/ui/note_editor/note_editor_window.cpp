@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "ui/editor/rich_text_edit.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/note_editor/attachment_open.h"
@@ -251,8 +252,7 @@ void NoteEditorWindow::TellSize(bool tooLarge, qint64 bytes) {
 }
 
 bool NoteEditorWindow::MakeTextFit() {
-    // The estimate is right within some per cent; writing the whole text is for those that come near.
-    while (text_->RtfSize() >= static_cast<qint64>(kLargestRtf) * 9 / 10) {
+    while (text_->RtfSize() >= RichTextEdit::kNearLargestRtf) {
         const size_t size = text_->RtfText().size();
         if (size < kLargestRtf || text_->Pictures().empty())
             return true;
@@ -265,7 +265,7 @@ bool NoteEditorWindow::MakeTextFit() {
         if (app_.Ports().prompts.Ask(FromQString(question), "Note Too Large") != PromptAnswer::Yes ||
             !MovePictures(size))
             return false;
-        TellSize(text_->RtfSize() >= static_cast<qint64>(kLargestRtf), text_->RtfSize());
+        TellSize(text_->RtfSize() >= RichTextEdit::kLargestRtf, text_->RtfSize());
     }
     return true;
 }

@@ -19,7 +19,7 @@ class Theme;
 
 /// The windows that the panel opens. Whatever is done there, the sources of the NoteBook may be other ones behind.
 struct SourcePanelWindows {
-    /// Lets the user choose one source of the NoteBook; nothing when he cancels.
+    /// Lets the user choose one source of the NoteBook; nothing if that is cancelled.
     std::function<std::optional<int32_t>(QWidget* parent)> choose;
     /// Lets the user edit a source.
     std::function<void(int32_t sourceID, QWidget* parent)> edit;

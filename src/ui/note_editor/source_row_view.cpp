@@ -35,7 +35,7 @@ protected:
 
 private:
     void Elide() {
-        const QString shown = fontMetrics().elidedText(remark_, Qt::ElideRight, width());
+        const QString shown = fontMetrics().elidedText(remark_, Qt::ElideRight, width() - 2 * kSpace);
         setText(QString(shown).replace(QLatin1Char('&'), QStringLiteral("&&")));
     }
 
@@ -115,7 +115,8 @@ void SourceRowView::Restyle() {
     static_cast<RemarkButton*>(line_)->SetRemark(text.simplified());
     line_->setAccessibleName(text);
     line_->setToolTip(QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()));
-    line_->setStyleSheet(QStringLiteral("QPushButton { text-align: left; border: none; padding: 0; color: %1; }")
+    line_->setStyleSheet(QStringLiteral("QPushButton { text-align: left; border: none; padding: 0 %1px; color: %2; }")
+                             .arg(kSpace)
                              .arg(theme_.Color(ColorRole::DimText).name()));
     update();
 }

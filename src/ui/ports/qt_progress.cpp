@@ -79,7 +79,7 @@ private:
 };
 
 /// A drop comes however the events are chosen. While it lives, fields don't take one: what a command has read from them
-/// already would lack it. Whoever drags keeps what he has. Windows see for themselves.
+/// already would lack it. Whoever drags keeps what they have. Windows see for themselves.
 class DropGuard : public QObject {
 public:
     DropGuard() { qApp->installEventFilter(this); }

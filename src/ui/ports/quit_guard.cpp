@@ -1,8 +1,10 @@
 #include "ui/ports/quit_guard.h"
 
 #include <QCoreApplication>
+#include <QDialog>
 #include <QEvent>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -18,6 +20,7 @@ namespace lore {
 namespace {
 
 constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
+constexpr char kHasSaved[] = "hasSavedBeforeQuit";
 constexpr int64_t kOneOrder = 1000;  // milliseconds in which a shell or a desktop sends more than one signal
 
 bool quitting = false;
@@ -100,6 +103,20 @@ QuitSignals::~QuitSignals() {
 
 bool IsQuitting() {
     return quitting;
+}
+
+bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save) {
+    const bool tries = quitting && !dialog.property(kHasSaved).toBool();
+    dialog.setProperty(kHasSaved, tries);
+    if (!tries)
+        return false;
+    QTimer::singleShot(0, &dialog, [save] {
+        save();
+        // Who waits for the dialog takes what it has saved before the next window closes.
+        QTimer::singleShot(1, QCoreApplication::instance(),
+                           [] { QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit)); });
+    });
+    return true;
 }
 
 }  // namespace lore

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 #include <memory>
 
+class QDialog;
 class QSocketNotifier;
 
 namespace lore {
@@ -36,5 +38,10 @@ private:
 /// True while windows are closed by such an order. Nobody may be there to answer, so that what a window would ask about
 /// is kept.
 bool IsQuitting();
+
+/// For a dialog with changes that is about to ask whether they are to be dropped. While such an order closes it, the
+/// dialog stays, `save` runs as if its main button had been pressed, and the order is given again: true. For a
+/// dialog that is still there then, and outside of such an order: false.
+bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save);
 
 }  // namespace lore

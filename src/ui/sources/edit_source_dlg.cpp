@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "ui/look/qt_text.h"
+#include "ui/ports/quit_guard.h"
 #include "ui/sources/source_authors_pane.h"
 #include "ui/sources/source_date_field.h"
 #include "ui/sources/source_fields_pane.h"
@@ -113,6 +114,8 @@ void CEditSourceDlg::Save() {
 }
 
 void CEditSourceDlg::reject() {
+    if (editor_.HasChanges() && SavesBeforeQuit(*this, [this] { Save(); }))
+        return;
     if (!editor_.HasChanges() || Asks().Ask("Do you wish to close without saving the changes to this source?",
                                             "Close Without Saving?") == PromptAnswer::Yes)
         SourceDialog::reject();

@@ -12,6 +12,7 @@
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -273,6 +274,8 @@ void CEditSourceTypesDlg::Save() {
 }
 
 void CEditSourceTypesDlg::reject() {
+    if (editor_.HasChanges() && SavesBeforeQuit(*this, [this] { Save(); }))
+        return;
     if (!editor_.HasChanges() || Asks().Ask("Do you wish to close without saving the changes to the source types?",
                                             "Close Without Saving?") == PromptAnswer::Yes)
         SourceDialog::reject();

@@ -13,7 +13,8 @@ namespace lore {
 
 namespace {
 constexpr int kMargin = 2 * kSpace;
-}
+constexpr int kLeastLines = 2;
+}  // namespace
 
 CSourcePreviewWnd::CSourcePreviewWnd(const Theme& theme, QWidget* parent) : QAbstractScrollArea(parent), theme_(theme) {
     setObjectName("preview");
@@ -21,7 +22,7 @@ CSourcePreviewWnd::CSourcePreviewWnd(const Theme& theme, QWidget* parent) : QAbs
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::StrongFocus);
     verticalScrollBar()->setSingleStep(kSourcesListBoxes.characterHeight);
-    setMinimumHeight(kSourcesListBoxes.characterHeight * 4 + 2 * kMargin);
+    setMinimumHeight(kSourcesListBoxes.characterHeight * kLeastLines + 2 * kMargin);
     connect(&theme, &Theme::Changed, viewport(), qOverload<>(&QWidget::update));
 }
 

@@ -2,12 +2,10 @@
 
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStackedWidget>
@@ -15,6 +13,7 @@
 #include "ui/controls/popup_menu.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
+#include "ui/look/window_place.h"
 #include "ui/sources/source_list_model.h"
 #include "ui/sources/sources_list_wnd.h"
 
@@ -206,18 +205,13 @@ void CViewSourcesDlg::OpenMenu(const QPoint& at) {
 }
 
 void CViewSourcesDlg::RestoreFrame() {
-    const Rect place = Windows().commands.World().settings.Rectangle(Option::ViewSrcRect);
-    const QRect frame(place.left, place.top, place.right - place.left, place.bottom - place.top);
-    const QScreen* const screen = QGuiApplication::screenAt(frame.center());
-    if (!place.IsEmpty() && screen)
-        resize(frame.size().boundedTo(screen->availableGeometry().size()));
+    const Settings& settings = Windows().commands.World().settings;
+    if (const std::optional<QRect> place = PlaceOnScreen(settings.Rectangle(Option::ViewSrcRect)))
+        resize(place->size());
 }
 
 void CViewSourcesDlg::done(int result) {
-    const QRect frame(pos(), size());
-    Windows().commands.World().settings.Set(
-        Option::ViewSrcRect,
-        Rect{frame.left(), frame.top(), frame.left() + frame.width(), frame.top() + frame.height()});
+    Windows().commands.World().settings.Set(Option::ViewSrcRect, PlaceToKeep(*this));
     SourceDialog::done(result);
 }
 

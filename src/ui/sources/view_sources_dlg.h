@@ -23,7 +23,6 @@ public:
 
     CSourcesListWnd* List() const { return list_; }
     QComboBox* FilterBox(SourceFilter filter) const { return boxes_.at(static_cast<size_t>(filter)); }
-    QPushButton* FiltersButton() const { return filtersButton_; }
 
     void NewSource();
     void EditSource();
