@@ -138,6 +138,42 @@ private slots:
         QVERIFY(std::abs(card.left() - (view_->viewport()->width() - 1 - card.right())) <= 1);
     }
 
+    void CardsAreLaidOutOneATurnAndPaintedTogether() {
+        ShowNotes(60, "A note");
+        QTest::qWait(50);
+        for (const int row : {-1, 55}) {
+            board_->laidOut = 0;
+            row < 0 ? view_->Rebuild() : view_->RebuildAt(board_->IDAt(row));
+            view_->grab();
+            QVERIFY2(board_->laidOut <= 1, "painting waits for no card");
+            int most = 0;
+            for (int turn = 0; turn < 100; ++turn) {
+                const int before = board_->laidOut;
+                QCoreApplication::processEvents();
+                most = std::max(most, board_->laidOut - before);
+            }
+            QVERIFY2(most <= 2 && board_->laidOut > 8, qPrintable(QString::number(most)));
+            const int laidOut = board_->laidOut;
+            const auto [first, end] = view_->VisibleRows();
+            QVERIFY(row < 0 ? first == 0 : first <= row && row < end);
+            QCOMPARE(board_->laidOut, laidOut);
+        }
+    }
+
+    void WhatComesAmidTheLayoutFindsItDone() {
+        ShowNotes(400, "A note");
+        view_->SetFocusNote(board_->IDAt(35));
+        view_->Rebuild();
+        view_->verticalScrollBar()->setValue(view_->verticalScrollBar()->maximum());
+        QCOMPARE(view_->VisibleRows().second, 400);
+        view_->Rebuild();
+        board_->notes.resize(3);  // by a command whose message takes the focus
+        QFocusEvent focus(QEvent::FocusOut);
+        QApplication::sendEvent(view_.get(), &focus);
+        QCOMPARE(view_->VisibleRows(), std::pair(0, 3));
+        QCOMPARE(view_->CardRect(0).top(), 0);
+    }
+
     void StacksTheBlocksOfACardInTheChosenOrder() {
         board_->AddText("");  // 17 pixels for a note that has nothing
         board_->AddText("").keyWords = ", ,reef,,";

@@ -12,7 +12,6 @@ namespace lore {
 
 void BoardView::Rebuild() {
     impl_->store.DropCards();
-    impl_->ShowSoon();
     impl_->Reload();
 }
 
@@ -47,20 +46,22 @@ void BoardView::Impl::RebuildAt(int32_t noteId) {
     const int32_t noteBefore = focusNote;
     const bool inSight = before >= topRow && before < endRow;
     const int top = inSight ? TopOf(before) : 0;
-    ShowSoon();
     Reload();
     const int row = model.RowOf(noteId);
     // What takes the place of a note that has gone stands where that stood.
     if (inSight && row == before && model.RowOf(noteBefore) < 0)
         AnchorAt(row, top);
+    showsFocus = true;
     ChangeFocus(row, false);
     if (focusRow >= 0)
         AnchorInSight(focusRow);
-    showsFocus = true;
 }
 
-// Everything but the layout of the cards that come into sight.
+// Everything but the layout of the cards that come into sight. A key never waits for those: they are laid out one a
+// turn of the event loop, and painted together. Meanwhile the old ones stand on the screen, but for what is uncovered.
 void BoardView::Impl::Reload() {
+    aheadTimer.stop();
+    showTimer.start(0, &view);
     QPalette groove;
     groove.setColor(QPalette::Window, theme.Color(ColorRole::Board));
     view.verticalScrollBar()->setPalette(groove);
@@ -80,13 +81,6 @@ void BoardView::Impl::Reload() {
     ShowEmptyPane();
 }
 
-// A key never waits for the cards that come into sight: they are laid out one a turn of the event loop, and painted
-// together. Meanwhile the old ones stand on the screen, but for what is uncovered.
-void BoardView::Impl::ShowSoon() {
-    aheadTimer.stop();
-    showTimer.start(0, &view);
-}
-
 void BoardView::Impl::ShowStep() {
     constexpr int kMost = CardStore::kMostCards / 2;
     if (!LayOutFrom(topRow - 1, -1, topOffset, kMost) &&
@@ -96,13 +90,8 @@ void BoardView::Impl::ShowStep() {
 
 // Whoever needs the places of the cards has them laid out now.
 void BoardView::Impl::FinishShowing() {
-    if (!showTimer.isActive())
-        return;
-    showTimer.stop();
-    Settle();
-    if (std::exchange(showsFocus, false) && focusRow >= 0)
-        Reveal(focusRow);  // what was estimated above it is laid out now
-    view.viewport()->update();
+    if (showTimer.isActive())
+        CatchUp();
 }
 
 // The list is shown at once. A saved note beyond its edges comes into sight when the cards around it are laid out, one
@@ -112,7 +101,7 @@ void BoardView::Impl::ShowSaved() {
         store.DropNote(savedNote);
         Reload();
         ChangeFocus(model.RowOf(std::exchange(savedNote, -1)), false);
-        ShowNow();
+        FinishShowing();
     }
     aheadTimer.stop();
     const bool inSight = focusRow >= topRow && focusRow < endRow;
@@ -130,16 +119,17 @@ void BoardView::Impl::ShowSaved() {
 void BoardView::Impl::CatchUp() {
     if (!emptyPane)
         return;  // while the board is made
-    if (heights.Count() == model.Count())
-        return FinishShowing();
-    store.DropCards();
-    Reload();
-    ShowNow();
-}
-
-void BoardView::Impl::ShowNow() {
-    ShowSoon();
-    FinishShowing();
+    if (heights.Count() != model.Count()) {
+        store.DropCards();
+        Reload();
+    }
+    if (!showTimer.isActive())
+        return;
+    showTimer.stop();
+    Settle();
+    if (std::exchange(showsFocus, false) && focusRow >= 0)
+        Reveal(focusRow);  // what was estimated above it is laid out now
+    view.viewport()->update();
 }
 
 }  // namespace lore

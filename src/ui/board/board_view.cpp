@@ -40,7 +40,10 @@ BoardView::BoardView(const BoardModel& model, const Theme& theme, QWidget* paren
         impl_->store.ForgetHeights();
         Rebuild();
     });
-    connect(&impl_->store.Pictures(), &PictureCache::Loaded, viewport(), qOverload<>(&QWidget::update));
+    connect(&impl_->store.Pictures(), &PictureCache::Loaded, this, [this] {
+        if (!impl_->showTimer.isActive())
+            viewport()->update();
+    });
     connect(verticalScrollBar(), &QScrollBar::sliderReleased, this, [this] { impl_->Settle(); });
     Rebuild();
 }
@@ -134,11 +137,13 @@ void BoardView::changeEvent(QEvent* event) {
 void BoardView::scrollContentsBy(int, int dy) {
     if (impl_->syncing || impl_->heights.Count() == 0)
         return;
-    impl_->CatchUp();
     const QScrollBar& bar = *verticalScrollBar();
+    const int wanted = bar.value();
+    const bool toEnd = wanted == bar.maximum();
+    impl_->CatchUp();
     if (!bar.isSliderDown() && std::abs(dy) <= kNearJump * viewport()->height())
         return impl_->ScrollBy(-dy);
-    impl_->JumpTo(bar.value(), bar.value() == bar.maximum());
+    impl_->JumpTo(wanted, toEnd);
     impl_->Settle();
     viewport()->update();
 }
@@ -161,6 +166,8 @@ void BoardView::Impl::ReloadHeights() {
 void BoardView::Impl::AnchorAt(int row, int offset) {
     topRow = endRow = std::clamp(row, 0, std::max(0, heights.Count() - 1));
     topOffset = offset;
+    if (topRow < model.Count())
+        topNote = model.IDAt(topRow);
     for (int y = topOffset; endRow < heights.Count() && y < view.viewport()->height(); ++endRow)
         y += heights.HeightOf(endRow);
 }
@@ -305,7 +312,7 @@ CardHit BoardView::Impl::HitTest(const QPoint& point, int row) {
 }
 
 void BoardView::Impl::UpdateRow(int row) {
-    if (row >= topRow && row < endRow && !IsShowing())
+    if (row >= topRow && row < endRow && !showTimer.isActive())
         view.viewport()->update(view.CardRect(row).adjusted(-kSpace, -kSpace, kSpace, kSpace));
 }
 

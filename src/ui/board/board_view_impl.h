@@ -28,11 +28,9 @@ struct BoardView::Impl {
     void Reload();
     void CatchUp();
     void RebuildAt(int32_t noteId);
-    void ShowSoon();
     void ShowStep();
     bool IsShowing() const { return showTimer.isActive() && heights.Count() == model.Count(); }
     void FinishShowing();
-    void ShowNow();
     void ShowSaved();
     void Settle();
     void ClimbTo();

@@ -72,7 +72,9 @@ std::optional<QRect> PlaceOnScreen(const Rect& frame) {
 }
 
 QRect RoomForWindow(const QWidget& window) {
-    return RoomOn(*window.screen(), window);
+    // The window itself learns later which screen it has been put on.
+    const QScreen* const screen = window.testAttribute(Qt::WA_Moved) ? ScreenOf(window.geometry()) : nullptr;
+    return RoomOn(screen ? *screen : *window.screen(), window);
 }
 
 bool PutWindow(QWidget& window, const Rect& place) {
