@@ -90,9 +90,13 @@ std::string Repairer::FileOf(int32_t id) const {
 
 /// Keeps a file as it was before the first change to it.
 bool Repairer::KeepOnce(const std::string& path) {
-    std::error_code error;
-    if (kept_.contains(path) || std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found)
+    if (kept_.contains(path))
         return true;
+    std::error_code error;
+    if (std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found) {
+        kept_.insert(path);  // what the repair makes there is no more to be kept
+        return true;
+    }
     std::filesystem::path kept;
     const FileResult result = KeepCopy(path, kept);
     TellFailedWrite(faults_, "A copy could not be kept, so the file was left as it is", path, result);

@@ -175,6 +175,7 @@ TEST_F(FileIo, PassesOverTemporaryNamesThatAProgramOfItsNumberHasLeft) {
     MakeTemporary(folder_ / "a.dat", 0600, made);
     const std::string name = made.string();
     const size_t digits = name.rfind('-') + 1;
+    // Of each five names one is free, so that both a single one and several are passed over.
     for (int next = std::stoi(name.substr(digits)) + 1, end = next + 40; next < end; next += next % 5 == 0 ? 2 : 1)
         PutBytes(name.substr(0, digits) + std::to_string(next) + ".tmp", "left");
     std::map<std::string, std::string> files = FilesBelow(folder_.Path());

@@ -199,13 +199,16 @@ TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
 TEST_F(RepairNoteBookTest, ANoteWithALostCategoryMovesHomeAndBothFilesAreKept) {
     CNote stray = TextNote(7, "Stray", {1011});
     stray.categories[0] = PathOf({{77, "Lost"}});
-    folder.Put("odd.dat", {stray});
+    CNote first = TextNote(9, "The first of its source", {1012});
+    first.categories[0] = stray.categories[0];
+    folder.Put("odd.dat", {stray, first});
     folder.Put("SRC0000001011.dat", {TextNote(8, "At home", {1011})});
     const std::string odd = folder.Bytes("odd.dat"), home = folder.Bytes("SRC0000001011.dat");
     const std::vector<Repair> repairs = Repaired();
-    ASSERT_EQ(repairs.size(), 2u);
+    ASSERT_EQ(repairs.size(), 4u);
     EXPECT_EQ(repairs[0].text, "note 7 was moved to SRC0000001011.dat");
-    EXPECT_EQ(repairs[1].text, "note 7 has its category of set 1 again");
+    EXPECT_EQ(repairs[2].text, "note 7 has its category of set 1 again");
+    EXPECT_FALSE(std::filesystem::exists(book.paths.NoteFile("SRC0000001012.dat.kept"))) << "made by the repair";
     EXPECT_EQ(folder.Bytes("odd.dat.kept"), odd);
     EXPECT_EQ(folder.Bytes("SRC0000001011.dat.kept"), home);
 }

@@ -311,11 +311,7 @@ void EditEventDialog::Save() {
 }
 
 void EditEventDialog::reject() {
-    if (model_.HasChanged() && SavesBeforeQuit(*this, [this] { Save(); }))
-        return;
-    if (!model_.HasChanged() ||
-        host_.World().prompts.Ask("Do you wish to close without saving the changes to this event?",
-                                  "Close Without Saving?") == PromptAnswer::Yes)
+    if (MayClose(*this, host_.World().prompts, model_.HasChanged(), "this event", [this] { Save(); }))
         DialogFrame::reject();
 }
 

@@ -205,11 +205,7 @@ void EditReminderDialog::Save() {
 
 void EditReminderDialog::reject() {
     TakeFields();
-    if (model_.HasChanged() && SavesBeforeQuit(*this, [this] { Save(); }))
-        return;
-    if (!model_.HasChanged() ||
-        host_.World().prompts.Ask("Do you wish to close without saving the changes to this reminder?",
-                                  "Close Without Saving?") == PromptAnswer::Yes)
+    if (MayClose(*this, host_.World().prompts, model_.HasChanged(), "this reminder", [this] { Save(); }))
         DialogFrame::reject();
 }
 

@@ -54,6 +54,22 @@ void Exchange(int number, void (*from)(int), void (*to)(int)) {
     ::sigaction(number, &action, nullptr);
 }
 
+/// Has the dialog saved as if its main button had been pressed, and gives the order again. False if the dialog is still
+/// there then, and outside of an order.
+bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save) {
+    const bool tries = quitting && !dialog.property(kHasSaved).toBool();
+    dialog.setProperty(kHasSaved, tries);
+    if (!tries)
+        return false;
+    QTimer::singleShot(0, &dialog, [save] {
+        save();
+        // Who waits for the dialog takes what it has saved before the next window closes.
+        QTimer::singleShot(1, QCoreApplication::instance(),
+                           [] { QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit)); });
+    });
+    return true;
+}
+
 }  // namespace
 
 QuitGuard::QuitGuard() {
@@ -105,18 +121,13 @@ bool IsQuitting() {
     return quitting;
 }
 
-bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save) {
-    const bool tries = quitting && !dialog.property(kHasSaved).toBool();
-    dialog.setProperty(kHasSaved, tries);
-    if (!tries)
-        return false;
-    QTimer::singleShot(0, &dialog, [save] {
-        save();
-        // Who waits for the dialog takes what it has saved before the next window closes.
-        QTimer::singleShot(1, QCoreApplication::instance(),
-                           [] { QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit)); });
-    });
-    return true;
+bool MayClose(QDialog& dialog, Prompts& prompts, bool hasChanged, const std::string& what,
+              const std::function<void()>& save) {
+    if (!hasChanged)
+        return true;
+    return !SavesBeforeQuit(dialog, save) &&
+           prompts.Ask("Do you wish to close without saving the changes to " + what + "?", "Close Without Saving?") ==
+               PromptAnswer::Yes;
 }
 
 }  // namespace lore

@@ -3,6 +3,9 @@
 #include <QObject>
 #include <functional>
 #include <memory>
+#include <string>
+
+#include "ports/prompts.h"
 
 class QDialog;
 class QSocketNotifier;
@@ -39,9 +42,10 @@ private:
 /// is kept.
 bool IsQuitting();
 
-/// For a dialog with changes that is about to ask whether they are to be dropped. While such an order closes it, the
-/// dialog stays, `save` runs as if its main button had been pressed, and the order is given again: true. For a
-/// dialog that is still there then, and outside of such an order: false.
-bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save);
+/// Whether a dialog may go without its main button: nothing in it has changed, or the user drops the changes to `what`.
+/// While such an order closes it, it isn't asked first: `save` runs as if the main button had been pressed, and the
+/// order is given again.
+bool MayClose(QDialog& dialog, Prompts& prompts, bool hasChanged, const std::string& what,
+              const std::function<void()>& save);
 
 }  // namespace lore

@@ -114,10 +114,7 @@ void CEditSourceDlg::Save() {
 }
 
 void CEditSourceDlg::reject() {
-    if (editor_.HasChanges() && SavesBeforeQuit(*this, [this] { Save(); }))
-        return;
-    if (!editor_.HasChanges() || Asks().Ask("Do you wish to close without saving the changes to this source?",
-                                            "Close Without Saving?") == PromptAnswer::Yes)
+    if (MayClose(*this, Asks(), editor_.HasChanges(), "this source", [this] { Save(); }))
         SourceDialog::reject();
 }
 

@@ -274,10 +274,7 @@ void CEditSourceTypesDlg::Save() {
 }
 
 void CEditSourceTypesDlg::reject() {
-    if (editor_.HasChanges() && SavesBeforeQuit(*this, [this] { Save(); }))
-        return;
-    if (!editor_.HasChanges() || Asks().Ask("Do you wish to close without saving the changes to the source types?",
-                                            "Close Without Saving?") == PromptAnswer::Yes)
+    if (MayClose(*this, Asks(), editor_.HasChanges(), "the source types", [this] { Save(); }))
         SourceDialog::reject();
 }
 
