@@ -249,7 +249,7 @@ class AgentRun(ProcessTest):
         xdotool("key", "ctrl+alt+l")
 
         def drafts():
-            return [path for path in self.files.rglob("Drafts/*") if b"lamplight" in path.read_bytes()]
+            return [path for path in self.files.rglob("Drafts/*.draft") if b"lamplight" in path.read_bytes()]
 
         self.until(drafts, "the selection doesn't come into a note")
 
