@@ -46,6 +46,7 @@ struct Decoded {
 
 /// The character at the front of a text that isn't empty.
 Decoded DecodeUtf8(std::string_view s) {
+    // cppcheck-suppress containerOutOfBounds; callers look first
     const auto lead = static_cast<unsigned char>(s[0]);
     if (lead < 0x80)
         return {lead, 1};

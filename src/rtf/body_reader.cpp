@@ -178,7 +178,9 @@ void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
     const bool on = !token.has_parameter || token.parameter != 0;
     const bool of_document =
         word.word == Word::kCharset || word.word == Word::kAnsiCodePage || word.word == Word::kDefaultFont;
-    if (of_document && !IsReadByAll(group.destination))
+    // Written again as it stood, a kept group would set them behind the head, for what follows it too.
+    const bool is_kept = group.destination == Destination::kObject || group.destination == Destination::kShape;
+    if (of_document && (is_kept || !IsReadByAll(group.destination)))
         return;
     switch (word.word) {
         case Word::kUnicode:
