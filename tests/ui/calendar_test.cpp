@@ -613,6 +613,12 @@ private slots:
         PutFullMonth();
         Open();
         looks.Shoot(*dialog_, "calendar_month");
+        for (const QToolButton* const arrow : dialog_->findChildren<QToolButton*>()) {
+            const QImage light = arrow->icon().pixmap(kSpace * 4).toImage();
+            theme_.SetAppearance(Appearance::Dark);
+            QVERIFY2(arrow->icon().pixmap(kSpace * 4).toImage() != light, qPrintable(arrow->accessibleName()));
+            theme_.SetAppearance(Appearance::Light);
+        }
         dialog_->resize(1100, 560);
         looks.Shoot(*dialog_, "calendar_more");
         CreateEvent([&](EditEventDialog& editor) {

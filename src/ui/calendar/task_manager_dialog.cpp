@@ -19,6 +19,7 @@
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/controls/panel_section.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 
@@ -63,11 +64,8 @@ QWidget* TaskManagerDialog::MakeHead() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kSpace * 2);
     const auto arrow = [&](const char* icon, const QString& name, int months) {
-        auto* const button = new QToolButton(head);
-        button->setIcon(host_.Look().Icon(QString::fromLatin1(icon)));
-        button->setAutoRaise(true);
-        button->setAccessibleName(name);
-        button->setToolTip(name);
+        QToolButton* const button = MakeIconButton(QString::fromLatin1(icon), name, host_.Look(), head);
+        button->setFocusPolicy(Qt::TabFocus);  // the mouse leaves the keys to the month
         connect(button, &QToolButton::clicked, this, [this, months] { Turn(months); });
         return button;
     };
