@@ -101,7 +101,9 @@ EventList SelectSeries(const EventList& list, std::string_view seriesId, const C
     if (from)
         result.push_back(*from);
     std::copy_if(list.begin(), list.end(), std::back_inserter(result), [&](const CTmEvent& event) {
-        return IsInSeries(event, seriesId) && (!from || IsLater(event.Start, from->Start));
+        // The list may hold the event itself at the later start that it had before a change.
+        return IsInSeries(event, seriesId) &&
+               (!from || (event.EventId != from->EventId && IsLater(event.Start, from->Start)));
     });
     return result;
 }

@@ -25,7 +25,7 @@ bool RemoveEvent(EventList& list, std::string_view eventId);
 /// The position, or -1.
 int FindEventIndex(const EventList& list, std::string_view eventId);
 
-/// The events of a series in list order; with `from`, a copy of it and then those that start later than it.
+/// The events of a series in list order; with `from`, a copy of it and then the others that start later.
 EventList SelectSeries(const EventList& list, std::string_view seriesId, const CTmEvent* from = nullptr);
 /// Removes a series. With `from` it is cut: the events that start at or after it go, and so does the event of its id;
 /// the rest of the series ends at the midnight of the day before it.

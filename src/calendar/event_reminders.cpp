@@ -106,11 +106,11 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
     if (reminders.empty())
         return;
     world.ShowProgress("Creating Reminders....");
-    bool succeeded = true;
-    if (HasServerReminder(reminders) && CheckServer(world, true)) {
+    bool failed = false;
+    if (HasServerReminder(reminders) && CheckServer(world, true, &failed)) {
         world.ShowProgress("Creating Reminders on the server....", 150);
         ReminderList none;
-        succeeded = UpdateServer(world, reminders, none);
+        failed = !UpdateServer(world, reminders, none);
     }
     world.ShowProgress("Saving Reminders locally....", 200);
     ReminderList all;
@@ -120,7 +120,7 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
         SaveReminders(world, all);
     }
     world.progress.Hide();
-    if (!succeeded)
+    if (failed)
         TellReminderFailure(world, ReminderFailure::NotAllUpdated);
 }
 
@@ -160,13 +160,20 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
 void UpdateSeriesEventReminders(const CalendarWorld& world, CTmEvent& event, const CTmEvent& changed,
                                 const std::string& progressText, ServerRun& run) {
     constexpr int kPause = 150, kServerPause = 200;
+    const auto onServer = [&](int pause, const auto& change) {
+        if (run.connected)
+            world.ShowProgress(progressText + "..contacting server", pause);
+        const bool done = run.connected && change();
+        if (!done && (run.connected || run.inVain))
+            run.succeeded = false;
+        return done;
+    };
     ReminderList kept;
     for (const CTmReminder& reminder : event.Reminders) {
         if (HasSameReminder(changed.Reminders, reminder)) {
             kept.push_back(reminder);
-        } else if (run.connected && reminder.ServerId > 0) {
-            world.ShowProgress(progressText + "..contacting server", kPause);
-            run.succeeded = RemoveFromServer(world, reminder) && run.succeeded;
+        } else if (reminder.ServerId > 0) {
+            onServer(kPause, [&] { return RemoveFromServer(world, reminder); });
         }
     }
     world.ShowProgress(progressText + "..local update");
@@ -174,15 +181,8 @@ void UpdateSeriesEventReminders(const CalendarWorld& world, CTmEvent& event, con
         if (HasSameReminder(event.Reminders, reminder))
             continue;
         CTmReminder copy = CopyFor(reminder, event, world.guids);
-        if (!IsServerReminder(copy)) {
+        if (!IsServerReminder(copy) || onServer(kServerPause, [&] { return RegisterOnServer(world, copy); }))
             kept.push_back(copy);
-        } else if (run.connected) {
-            world.ShowProgress(progressText + "..contacting server", kServerPause);
-            if (RegisterOnServer(world, copy))
-                kept.push_back(copy);
-            else
-                run.succeeded = false;
-        }
     }
     event.Reminders = std::move(kept);
     world.wait(kPause);
@@ -197,14 +197,14 @@ void RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
     if (event.Reminders.empty())
         event.Reminders = RemindersOfEvent(all, event.EventId);
     ClearServerDone(event.Reminders);
-    bool succeeded = true;
-    if (HasServerReminder(event.Reminders) && CheckServer(world, showReport))
-        succeeded = RemoveAllFromServer(world, event.Reminders);
+    bool failed = false;
+    if (HasServerReminder(event.Reminders) && CheckServer(world, showReport, &failed))
+        failed = !RemoveAllFromServer(world, event.Reminders);
     if (!event.Reminders.empty()) {
         RemoveReminders(all, event.Reminders);
         SaveReminders(world, all);
     }
-    if (showReport && !succeeded)
+    if (showReport && failed)
         TellReminderFailure(world, ReminderFailure::NotAllUpdated);
 }
 

@@ -28,7 +28,8 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
 /// How an update of the events of a series stands with the server.
 struct ServerRun {
     bool connected = false;
-    bool succeeded = true;  ///< turned false by an operation that failed
+    bool inVain = false;    ///< not connected, though the user has tried again
+    bool succeeded = true;  ///< turned false by an operation that failed, or was left out in vain
 };
 /// Brings the reminders of `event`, a member of a series, to those of `changed`, the member that the user edited: what
 /// is the same across events stays, the rest goes, what is missing is made.

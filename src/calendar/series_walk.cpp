@@ -59,7 +59,7 @@ bool SeriesWalk::Run(EventList& events) {
     const auto hasServerReminder = [](const CTmEvent& event) { return HasServerReminder(event.Reminders); };
     if (hasServerReminder(changed_) || std::any_of(events.begin(), events.end(), hasServerReminder)) {
         world_.ShowProgress("Checking Internet Connection...");
-        run.connected = CheckServer(world_, true);
+        run.connected = CheckServer(world_, true, &run.inVain);
         if (!run.connected)
             world_.ShowProgress(kLoading);
     }

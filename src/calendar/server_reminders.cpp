@@ -62,14 +62,17 @@ bool MayUseServer(const CalendarWorld& world) {
     return world.server.IsSetUp();
 }
 
-bool CheckServer(const CalendarWorld& world, bool showQuestion) {
+bool CheckServer(const CalendarWorld& world, bool showQuestion, bool* inVain) {
     if (showQuestion ? !MayUseServer(world) : !world.server.IsSetUp())
         return false;
     if (Answers(world) || AnswersAfter(world, kRetryPause))
         return true;
     if (!showQuestion || world.prompts.Ask(kTryAgain, kNoConnection) != PromptAnswer::Yes)
         return false;
-    return Answers(world) || AnswersAfter(world, kLastRetryPause);
+    const bool answers = Answers(world) || AnswersAfter(world, kLastRetryPause);
+    if (!answers && inVain)
+        *inVain = true;
+    return answers;
 }
 
 DateTime ServerSendTimeOf(const DateTime& sendTime, const DateTime& now, const DateTime& serverTime) {

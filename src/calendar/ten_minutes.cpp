@@ -25,9 +25,11 @@ DateTime NextTenMinutes(const DateTime& time) {
 }
 
 DateTime SteppedTime(const DateTime& before, const DateTime& after) {
-    const bool sameHour = before.Midnight() == after.Midnight() && before.Hour() == after.Hour();
+    const bool sameDay = before.Midnight() == after.Midnight(), sameHour = before.Hour() == after.Hour();
     const int change = after.Minute() - before.Minute();
-    if (!sameHour || (change != 1 && change != -1 && change != 59 && change != -59))
+    if (sameHour && change == 0)
+        return WithoutSeconds(after);
+    if (!sameDay || !sameHour || (change != 1 && change != -1 && change != 59 && change != -59))
         return RoundedToTenMinutes(after);
     const bool up = change == 1 || change == -59;
     return RoundedToTenMinutes(before).PlusSeconds(kMinute * (up ? kStep : -kStep));

@@ -12,7 +12,7 @@ DateTime RoundedToTenMinutes(const DateTime& time);
 /// The next ten minutes at or after a time, with seconds 0.
 DateTime NextTenMinutes(const DateTime& time);
 /// What a spin of the minutes makes: a step by one minute, or a wrap of 59, becomes one of ten in its direction.
-/// Anything else is taken as typed and is rounded.
+/// Anything else is taken as typed and is rounded. A change of the day alone keeps the minutes.
 DateTime SteppedTime(const DateTime& before, const DateTime& after);
 
 }  // namespace lore

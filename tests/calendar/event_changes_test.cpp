@@ -306,11 +306,18 @@ TEST_F(EventChanges, RemindersOfASeriesChangeWhereTheyAreTheSame) {
     // Without a server, e-mails aren't made, and those that go are gone here.
     prompts.seen.clear();
     server.works = 0;
+    prompts.answers = {PromptAnswer::Yes};
+    EXPECT_EQ(Edit(Member(4), [](CTmEvent& event) { event.Label = "New"; }), EventSave::Saved);
+    EXPECT_EQ(prompts.seen.size(), 1u) << "tried again in vain, and nothing was to be done";
+    prompts.seen.clear();
     EXPECT_EQ(Edit(Member(4), [](CTmEvent& event) { event.Reminders.erase(event.Reminders.begin() + 1); }),
               EventSave::Saved);
     EXPECT_EQ(StoredReminders().size(), 10u);
     EXPECT_FALSE(HasServerReminder(StoredReminders()));
     EXPECT_EQ(prompts.seen.size(), 1u) << "the question alone";
+    prompts.answers = {PromptAnswer::Yes};
+    EXPECT_EQ(Edit(Member(4), addTwo), EventSave::Saved);
+    EXPECT_THAT(prompts.seen.back(), HasSubstr("not all Emails or TextMgs could be updated")) << "tried again in vain";
 }
 
 TEST_F(EventChanges, AChangeOfTheStartAloneMovesOneEventAndItsReminders) {

@@ -21,6 +21,9 @@ TEST(EventList, SelectsASeriesFromAnEventOn) {
     const EventList list = Weekly();
     EXPECT_EQ(Ids(SelectSeries(list, "{S}")), "s0 s1 s2 s3 twin");
     EXPECT_EQ(Ids(SelectSeries(list, "{S}", &list[2])), "s1 s2 s3") << "not the event of the same start";
+    CTmEvent earlier = list[2];
+    earlier.Start = Day(2011, 1, 9);
+    EXPECT_EQ(Ids(SelectSeries(list, "{S}", &earlier)), "s1 s2 s3 twin") << "not the event as it was";
     EXPECT_EQ(Ids(SelectSeries(list, "", &list.back())), "single");
     EXPECT_EQ(Ids(SelectSeries(list, "")), "") << "single events are no series";
     EXPECT_EQ(Ids(SelectSeries(list, "{s}")), "");

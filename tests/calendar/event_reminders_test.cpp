@@ -169,6 +169,17 @@ TEST_F(EventReminders, RemovingTellsOnlyWithItsReport) {
     EXPECT_EQ(server.calls.back(), "delete 102");
 }
 
+TEST_F(EventReminders, WhatIsTriedAgainInVainIsTold) {
+    Start();
+    server.works = 0;
+    for (const bool removes : {true, false}) {
+        prompts.seen.clear();
+        prompts.answers = {PromptAnswer::Yes};
+        removes ? RemoveEventReminders(world, event, true) : CreateSeriesReminders(world, event.Reminders);
+        EXPECT_THAT(prompts.seen, ElementsAre(StartsWith("No Server Connection? "), kNotAll));
+    }
+}
+
 TEST_F(EventReminders, RemindersOfADayGoToTheServerFirst) {
     CTmReminder popup = ReminderFor(event, ReminderType::Popup, 0), email = ReminderFor(event, ReminderType::Email, 0);
     popup.EventId.clear();

@@ -33,8 +33,10 @@ class Events(FreshTest):
 
     def assert_reminders_fit(self):
         events = {event["EventId"]: event["Start"] for event in self.json("events")}
-        for reminder in self.json("reminders"):
+        reminders = self.json("reminders")
+        for reminder in reminders:
             self.assertEqual(events.get(reminder["EventId"]), reminder["EventStart"])
+        self.assertEqual(len({(one["EventId"], one["SendTime"]) for one in reminders}), len(reminders), "none is twice")
 
     def test_check_finds_damaged_files_of_the_calendar(self):
         self.series()
@@ -116,20 +118,22 @@ class Events(FreshTest):
                 self.assertEqual(len(named), {"--this": 1, "--following": 3, "--all": 4}[reach])
 
     def test_a_start_alone_moves_one_event_and_says_so(self):
-        for reach, more, says in [
-                ("--this", [], 0), ("--following", [], 1), ("--all", [], 1), ("--all", ["--label", "New"], 1),
-                ("--following", ["--label", "New"], 1)]:
-            with self.subTest(reach=reach, more=more):
+        late, early = "12 10:00", "10 08:00"
+        for reach, moved, more, says in [
+                ("--this", late, [], 0), ("--following", late, [], 1), ("--all", late, [], 1),
+                ("--all", late, ["--label", "New"], 1), ("--following", late, ["--label", "New"], 1),
+                ("--following", early, ["--popup", 20], 1)]:
+            with self.subTest(reach=reach, moved=moved, more=more):
                 shutil.rmtree(self.data, ignore_errors=True)
                 ids = self.series()
                 edit = ["event", "edit", ids[1], reach]
-                done = self.run_cli(*edit, "--start", f"{YEAR}-01-12T10:00", *more)
+                done = self.run_cli(*edit, "--start", f"{YEAR}-01-{moved}", *more)
                 self.assertEqual([line[3:11].replace("T", " ") for line in self.lines()],
-                                 ["04 09:05", "12 10:00", "18 09:05", "25 09:05"])
+                                 ["04 09:05", moved, "18 09:05", "25 09:05"])
                 told = done.stderr.splitlines()
                 self.assertEqual([b"only this event has moved" in line for line in told], [True] * says)
                 self.assert_reminders_fit()
-                self.assertEqual(self.run_cli(*edit, "--start", f"{YEAR}-01-12T10:00").stderr, b"", "it stays there")
+                self.assertEqual(self.run_cli(*edit, "--start", f"{YEAR}-01-{moved}").stderr, b"", "it stays there")
                 anew = self.run_cli(*edit, "--start", f"{YEAR}-01-13T10:00", "--until", f"{YEAR}-02-08")
                 self.assertEqual(anew.stderr, b"", "the series is made anew, or one event was meant")
 
@@ -230,7 +234,8 @@ class Events(FreshTest):
         reminders.write_bytes(version(11.56) + number(1) + email(ident))
         (self.data / "settings.ini").write_text("[Reminders]\nServer=http://127.0.0.1:1/\n")
         begin = time.monotonic()
-        self.run_cli("event", "edit", ident, "--no-reminders", status=3)
+        done = self.run_cli("event", "edit", ident, "--repeat", "daily", "--until", f"{YEAR}-01-12", status=3)
+        self.assertIn(b"not all reminders could be updated", done.stderr)
         self.assertGreater(time.monotonic() - begin, 0.8, "the server got no time before the second test")
 
     def test_a_series_of_more_dates_than_it_can_have_says_so(self):
