@@ -56,8 +56,9 @@ public:
             // A path of another machine would be taken for a file to attach.
             attachment.sourceFile.clear();
             const std::string oldName = StoredName(attachment);
-            if (!oldName.empty() && !CopyFile(oldName, attachment))
-                attachment.storedFile = Holds(existing, attachment) ? oldName : std::string();
+            const bool isHeld = Holds(existing, attachment);
+            if (!oldName.empty() && !CopyFile(oldName, attachment, isHeld))
+                attachment.storedFile = isHeld ? oldName : std::string();
         }
     }
     /// The names that were given out to a note's files.
@@ -92,11 +93,13 @@ private:
         attachment.sourceFile.clear();
     }
 
-    bool CopyFile(const std::string& oldName, CAttachment& attachment) {
+    /// `isHeld`: whether the note of the NoteBook has that file, and keeps it where there is no other.
+    bool CopyFile(const std::string& oldName, CAttachment& attachment, bool isHeld) {
+        const char* const outcome = isHeld ? "its note keeps the file that it has" : "its note comes without it";
         const ZipItem* const item = archive_.FileOf(attachment);
         if (!item) {
             faults_.Tell({"The file of the attachment \"" + attachment.title + "\" is missing in the archive",
-                          ToUtf8(oldName), "its note comes without it"});
+                          ToUtf8(oldName), outcome});
             return false;
         }
         const std::string name = NextName(FileExtension(oldName));
@@ -105,9 +108,8 @@ private:
                                          ? ArchiveResult::Failure("the notes name the files of the archive too often")
                                          : archive_.ExtractAtomically(*item, target);
         if (!result.Ok()) {
-            faults_.Tell(
-                {"The attachment \"" + attachment.title + "\" could not be unpacked; its note comes without it",
-                 target.string(), result.reason});
+            faults_.Tell({"The attachment \"" + attachment.title + "\" could not be unpacked; " + outcome,
+                          target.string(), result.reason});
             return false;
         }
         room_ -= item->size;

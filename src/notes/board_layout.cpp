@@ -132,7 +132,8 @@ private:
 CardContent CardContentOf(const CNote& note, size_t knownSources) {
     CardContent content;
     std::transform(note.categories.begin(), note.categories.end(), content.paths.begin(), IsShownPath);
-    content.keyWords = !ShownKeyWords(note.keyWords).empty();
+    const std::vector<std::string_view> words = SplitKeyWords(note.keyWords);
+    content.keyWords = std::any_of(words.begin(), words.end(), [](std::string_view word) { return !word.empty(); });
     content.text = !note.plainText.empty();
     content.attachments = !note.attachments.empty();
     content.sources = knownSources;
@@ -189,13 +190,13 @@ std::vector<std::string> PathLevels(const CProCategoryTree& path) {
 }
 
 std::vector<std::string> ShownKeyWords(const std::string& keyWords) {
+    CKeyWordList list;
+    list.AddKeyWordsOfNote(keyWords, 0);
+    list.SortKeyWords();
     std::vector<std::string> words;
-    for (const std::string_view word : SplitKeyWords(keyWords)) {
-        if (words.size() == kMostKeyWords)
-            break;
-        if (!word.empty())
-            words.emplace_back(word);
-    }
+    for (const CKeyWord& entry : list.Entries())
+        if (!entry.name.empty() && words.size() < kMostKeyWords)
+            words.push_back(entry.name);
     return words;
 }
 

@@ -56,7 +56,8 @@ bool IsShownPath(const CProCategoryTree& path);
 bool IsShownPicture(const CAttachment& attachment);
 /// The names of a path from the root down.
 std::vector<std::string> PathLevels(const CProCategoryTree& path);
-/// The words of a line of key words without empty ones, at most as many as a card could show.
+/// The words of a line of key words, each once, in the order of the list of key words and without empty ones; at most
+/// as many as a card could show.
 std::vector<std::string> ShownKeyWords(const std::string& keyWords);
 
 }  // namespace lore

@@ -5,6 +5,7 @@
 
 #include "base/id_marks.h"
 #include "base/text.h"
+#include "base/text_join.h"
 #include "bibliography/source_types.h"
 
 namespace lore {
@@ -46,9 +47,7 @@ void AddCategory(std::vector<PanelEntry>& entries, const CProCategoryTree& node,
 }
 
 void AddSource(std::vector<PanelEntry>& entries, const CSource& source, int parent = -1) {
-    std::string name(SourceTypeName(source));
-    name += ": ";
-    name += GroupKey(source, SourceGrouping::Title);
+    std::string name = JoinTexts(std::string(SourceTypeName(source)) + ": ", GroupKey(source, SourceGrouping::Title));
     PanelEntry& entry = AddEntry(entries, PanelValue::Source, std::move(name), parent);
     entry.id = source.SourceID;
     entry.notes = source.NoteIDs.Values();

@@ -37,7 +37,8 @@ bool ParseSearchString(std::string_view text, Prompts* prompts, NoteSearch& sear
         return true;
     }
     search.searchOperator = hasAnd ? kAndOperator : kOrOperator;
-    SplitTerms(text, hasAnd ? "AND" : "OR", search.searchTerms);
+    // A piece of Windows-1252 bytes by itself might read as UTF-8.
+    SplitTerms(ToUtf8(text), hasAnd ? "AND" : "OR", search.searchTerms);
     return true;
 }
 

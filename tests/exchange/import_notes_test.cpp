@@ -397,6 +397,7 @@ TEST_F(ImportNotesTest, AttachmentsWithoutAWholeFileAreToldAndNameNothing) {
     EXPECT_EQ(to_.faults.faults[1].what, "The file of the attachment \"The file\" is missing in the archive");
     EXPECT_EQ(to_.faults.faults[1].path, "0000004.\xC3\xA9") << "in Unicode";
     EXPECT_NE(to_.faults.faults[2].reason.find("CRC"), std::string::npos) << to_.faults.faults[2].reason;
+    EXPECT_EQ(to_.faults.faults[1].reason, "its note comes without it");
 }
 
 TEST_F(ImportNotesTest, AFileThatManyNotesNameIsNotUnpackedWithoutEnd) {

@@ -28,7 +28,7 @@ std::string WrongParse(std::string_view text, const NoteSearch& search, bool isV
     if (!hasAnd && !hasOr)
         return search.searchTerms == std::vector{std::string(text)} ? "" : "not the whole text as the one term";
     // The terms and the operators put together again are the text, but for white space.
-    std::string joined, whole = ReplaceAll(text, hasAnd ? "AND" : "OR", "");
+    std::string joined, whole = ReplaceAll(ToUtf8(text), hasAnd ? "AND" : "OR", "");
     for (const std::string& term : search.searchTerms) {
         if (term.empty() || Trim(term) != term || term.find(hasAnd ? "AND" : "OR") != std::string::npos)
             return "a term that is none";

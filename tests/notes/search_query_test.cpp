@@ -18,6 +18,7 @@ TEST(SearchQuery, SplitsAtCapitalOperatorsAnywhereInTheText) {
         {"AND", kAndOperator, {}},
         {"ANDANDa AND  AND b AND", kAndOperator, {"a", "b"}},
         {"aANDa", kAndOperator, {"a", "a"}},
+        {"\xC3\xA9 AND \xFC", kAndOperator, {"\xC3\x83\xC2\xA9", "\xC3\xBC"}},
         {"SHOWALL", kNoOperator, {"SHOWALL"}},
         {"", kNoOperator, {""}},
     };

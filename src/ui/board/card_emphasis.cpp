@@ -1,5 +1,10 @@
 #include "ui/board/card_emphasis.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
 #include "base/text.h"
 #include "bibliography/citation_spans.h"
 
@@ -7,8 +12,7 @@ namespace lore {
 
 namespace {
 
-constexpr size_t kLongestEmphasized = 20000;  // bytes of a citation whose emphasis is looked up
-constexpr size_t kMostSpans = 200;
+constexpr size_t kMostSpans = 1000;  // looked at; a type of a source has a span for each of its fields
 
 QTextCharFormat FormatOf(int32_t kind) {
     QTextCharFormat format;
@@ -20,14 +24,26 @@ QTextCharFormat FormatOf(int32_t kind) {
     return format;
 }
 
+/// The bytes at which the emphasis may change, upwards.
+std::vector<int32_t> BoundsOf(const CSource& source) {
+    std::vector<int32_t> bounds;
+    const size_t spans = std::min({source.SpanStarts.Count(), source.SpanEnds.Count(), kMostSpans});
+    for (size_t i = 0; i < spans; ++i) {
+        bounds.push_back(source.SpanStarts[i]);
+        if (source.SpanEnds[i] < std::numeric_limits<int32_t>::max())
+            bounds.push_back(source.SpanEnds[i] + 1);
+    }
+    std::sort(bounds.begin(), bounds.end());
+    return bounds;
+}
+
 }  // namespace
 
 // Spans count bytes, a layout counts the code units of its text.
 QList<QTextLayout::FormatRange> CitationEmphasis(const CSource& source) {
     const std::string& text = source.FormattedText;
     QList<QTextLayout::FormatRange> ranges;
-    if (text.size() > kLongestEmphasized || source.SpanKinds.Count() == 0 || source.SpanKinds.Count() > kMostSpans)
-        return ranges;
+    const std::vector<int32_t> bounds = BoundsOf(source);
     const bool utf8 = IsValidUtf8(text);
     int position = 0, begin = 0;
     int32_t kind = kEmphasisNone;
@@ -37,12 +53,17 @@ QList<QTextLayout::FormatRange> CitationEmphasis(const CSource& source) {
         kind = next;
         begin = position;
     };
-    for (size_t byte = 0; byte < text.size(); ++byte) {
+    auto bound = bounds.begin();
+    for (size_t byte = 0; byte < text.size() && (bound != bounds.end() || kind != kEmphasisNone); ++byte) {
         const auto value = static_cast<unsigned char>(text[byte]);
         if (utf8 && (value & 0xc0u) == 0x80u)
             continue;
-        if (const int32_t here = EmphasisAt(source, static_cast<int32_t>(byte)); here != kind)
-            close(here);
+        bool isBound = false;
+        for (; bound != bounds.end() && *bound <= static_cast<int64_t>(byte); ++bound)
+            isBound = true;
+        if (isBound)
+            if (const int32_t here = EmphasisAt(source, static_cast<int32_t>(byte)); here != kind)
+                close(here);
         position += utf8 && value >= 0xf0 ? 2 : 1;
     }
     close(kEmphasisNone);

@@ -37,7 +37,9 @@ CitationLayout::CitationLayout(const CSource& source, const SourceBoxFigures& fi
     while (text.endsWith(QLatin1Char(' ')) || text.endsWith(QChar(QChar::LineSeparator)))
         text.chop(1);
     layout_.setText(text);
-    layout_.setFont(SourceListFont(figures.characterHeight));
+    QFont font = SourceListFont(figures.characterHeight);
+    font.setWeight(QFont::Weight(FontWeight(kEmphasisNone)));
+    layout_.setFont(font);
     layout_.setFormats(CitationEmphasis(copy));
     layout_.setCacheEnabled(true);
     QTextOption option;
