@@ -27,7 +27,8 @@ void NoteFileReader::OpenBytes(std::string diskBytes) {
 }
 
 bool NoteFileReader::Next() {
-    while (stream_ && read_ < count_ && stream_->WantsEntry()) {
+    // Past the end there are only records without a number; one of them shows that they are missing.
+    while (stream_ && read_ < count_ && !(stream_->AtEnd() && stream_->RanOut())) {
         ++read_;
         ReadNoteHead(stream_.get(), version_, context_, note_, texts_, parts_);
         if (note_.id > 0) {
