@@ -101,13 +101,25 @@ public:
         });
     }
 
+    /// A category that has gone takes the way back with it, also if one of its name and place is made later.
+    void MarkGone(ModelBook& book) const {
+        for (ModelUndo& undo : book.undoables)
+            for (ModelChange& change : undo.changes) {
+                if (change.What() != ModelChange::Part::Paths || !IsBelowAny(change.FormerPath(), deleted_))
+                    continue;
+                change.formerIsGone = !now_.categories.contains(change.FormerPath());
+                // It was made again in the dialog, or its deletion was undone there.
+                book.undoIsBlocked = book.undoIsBlocked || !change.formerIsGone;
+            }
+    }
+
 private:
+    static bool IsBelowAny(const Path& path, const std::vector<Path>& some) {
+        return std::any_of(some.begin(), some.end(), [&](const Path& one) { return StartsWith(path, one); });
+    }
     bool HasMoved(const ModelNote& note) const {
-        for (const Path& path : note.paths)
-            for (const Path& moved : moved_)
-                if (StartsWith(path, moved))
-                    return true;
-        return false;
+        return std::any_of(note.paths.begin(), note.paths.end(),
+                           [this](const Path& path) { return IsBelowAny(path, moved_); });
     }
     int32_t IDOf(const Path& path) const {
         const std::vector<CProCategoryTree>* siblings = &trees_.Forest().Roots();
@@ -172,6 +184,7 @@ private:
         Keep();
         now_.Unassign(path, kAllSets);
         now_.Erase(path);
+        deleted_.push_back(path);
     }
     void Unassign(const Path& path) {
         bool any = false;
@@ -214,7 +227,7 @@ private:
     CategoryTrees& trees_;
     Trees now_;
     std::vector<Trees> undo_, redo_;
-    std::vector<Path> moved_;
+    std::vector<Path> moved_, deleted_;
 };
 
 bool EditTrees(Soak& soak) {
@@ -227,6 +240,7 @@ bool EditTrees(Soak& soak) {
     soak.Require(editing.Save(), "the categories weren't saved");
     ModelBook& book = soak.Open();
     book.undoIsBlocked = book.undoIsBlocked || work.HasMovedPathOf(book.undoables);
+    work.MarkGone(book);
     book.categories = work.Now().categories;
     for (auto& [guid, note] : book.notes)
         if (const auto& paths = work.Now().paths.at(guid); paths != note.paths) {

@@ -252,7 +252,7 @@ void UndoImport(ModelBook& book, const ModelUndo& undo) {
 
 /// False if the note has something else by now.
 bool PutBack(ModelNote& note, const ModelChange& change) {
-    const auto& [former, given] = change;
+    const ModelNote &former = change.former, &given = change.given;
     switch (change.What()) {
         case ModelChange::Part::Color:
             return note.color == given.color && (note.color = former.color, true);
@@ -263,9 +263,9 @@ bool PutBack(ModelNote& note, const ModelChange& change) {
         case ModelChange::Part::Paths:
             break;
     }
-    size_t set = 0;
-    while (former.paths[set] == given.paths[set])
-        ++set;
+    if (change.formerIsGone)
+        return false;
+    const auto set = static_cast<size_t>(&change.FormerPath() - former.paths.data());
     return note.paths[set] == given.paths[set] && (note.paths[set] = former.paths[set], true);
 }
 

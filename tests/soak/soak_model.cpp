@@ -21,6 +21,10 @@ ModelChange::Part ModelChange::What() const {
                                                : Part::Paths;
 }
 
+const Path& ModelChange::FormerPath() const {
+    return *std::mismatch(former.paths.begin(), former.paths.end(), given.paths.begin()).first;
+}
+
 void ModelBook::BlockUndoOf(int32_t note) {
     const auto namesIt = [note](const ModelChange& change) {
         return change.given.id == note && change.What() >= ModelChange::Part::Paths;

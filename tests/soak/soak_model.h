@@ -52,8 +52,11 @@ using ModelSources = std::map<std::string, ModelSource>;
 /// A note before a panel has given it something, and behind it.
 struct ModelChange {
     ModelNote former, given;
+    bool formerIsGone = false;  ///< the category that the note had in the place of the given one was deleted since
     enum class Part { Color, KeyWords, Paths, Sources };
     Part What() const;
+    /// Of a change of paths: that of the changed set before.
+    const Path& FormerPath() const;
 };
 
 /// A deletion, an import with what it has replaced, or what a panel has given to notes.

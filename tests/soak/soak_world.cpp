@@ -140,11 +140,8 @@ void Soak::Require(bool holds, const std::string& text) const {
 void Soak::EndAction() {
     for (const Fault& fault : faults.faults)
         throw Difference("a fault was told: " + fault.what + ": " + fault.path + ": " + fault.reason);
-    prompts.seen.clear();
-    prompts.answers.clear();
-    prompts.texts.clear();
-    prompts.savePaths.clear();
-    progress.messages.clear();
+    prompts = {};
+    progress = {};
     while (actions_.size() > kKeptActions)
         actions_.pop_front();
 }
