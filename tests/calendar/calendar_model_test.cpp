@@ -3,6 +3,7 @@
 #include <random>
 
 #include "calendar/calendar_fixture.h"
+#include "calendar/date_arithmetic.h"
 #include "calendar/event_changes.h"
 
 namespace lore {
@@ -124,7 +125,10 @@ protected:
         }
     }
 
-    /// Label, description, colour or popups; a move of the event in its day now and then.
+    /// Seconds by which an event moves, to either side; no two members meet.
+    int64_t RandomShift() { return 3600 * (20 - Upto(40)) + 60 * (1 + ++count % 59); }
+
+    /// Description, colour or popups; now and then the event moves in the same edit.
     void EditTexts() {
         auto [event, id] = Chosen();
         const CTmEvent old = event;
@@ -137,6 +141,9 @@ protected:
         const bool newPopup = changed.popups.size() < 4 && Upto(1) == 1;
         if (newPopup)
             changed.popups.push_back(1000 + ++count);
+        const int64_t shift = Upto(2) == 0 ? RandomShift() : 0;
+        event.Start = changed.start = before.start.PlusSeconds(shift);
+        event.End = changed.end = before.end.PlusSeconds(shift);
         event.BarColor = changed.color;
         event.Description = changed.description;
         if (newPopup)
@@ -147,11 +154,15 @@ protected:
         const SeriesReach reach = isMember ? question.answer : SeriesReach::OnlyThis;
         EXPECT_EQ(result, reach == SeriesReach::Cancel ? EventSave::Cancelled : EventSave::Saved);
         for (auto& [other, plain] : model.events) {
-            const bool follows = plain.series == before.series && !plain.start.IsEarlierOrEqual(before.start);
+            const bool follows = plain.series == before.series && !plain.start.IsEarlierOrEqual(changed.start);
             const bool reached = reach == SeriesReach::EntireSeries ? plain.series == before.series
                                                                     : reach == SeriesReach::AllFollowing && follows;
             if (!(other == id ? reach != SeriesReach::Cancel : reached))
                 continue;
+            if (other == id) {
+                plain.start = changed.start;
+                plain.end = changed.end;
+            }
             if (changed.color != before.color)
                 plain.color = changed.color;
             if (changed.description != before.description)
@@ -193,6 +204,10 @@ protected:
         const SeriesReach reach = before.every > 0 ? question.answer : SeriesReach::EntireSeries;
         if (reach == SeriesReach::AllFollowing)
             changed.first = changed.start;
+        // The last day is meant whole, though the event that was edited may lie earlier in its day than the series.
+        const DateTime last = AtTimeOf(changed.last, changed.first);
+        if (reach != SeriesReach::OnlyThis && changed.last.IsEarlierOrEqual(last))
+            changed.last = last;
         if (reach == SeriesReach::Cancel) {
             EXPECT_EQ(result, EventSave::Cancelled);
         } else if (reach == SeriesReach::OnlyThis) {
@@ -212,11 +227,11 @@ protected:
         }
     }
 
-    /// The event alone, a day or some hours later; its popups come along.
+    /// The event alone, by up to a day to either side; its popups come along.
     void Move() {
         auto [event, id] = Chosen();
         const CTmEvent old = event;
-        const int64_t seconds = 3600 * Upto(40) + 60 * (1 + ++count % 59);  // no two members meet
+        const int64_t seconds = RandomShift();
         event.Start = event.Start.PlusSeconds(seconds);
         event.End = event.End.PlusSeconds(seconds);
         EXPECT_EQ(EditEvent(world, event, old), EventSave::Saved);
