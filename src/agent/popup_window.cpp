@@ -323,7 +323,7 @@ void PopupWindow::Done() {
 }
 
 void PopupWindow::closeEvent(QCloseEvent* event) {
-    agent_.DismissAll();
+    agent_.SnoozeAll();  // they may have come between the user and another key
     event->accept();
     Done();
 }

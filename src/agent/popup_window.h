@@ -17,7 +17,7 @@ namespace lore {
 class Theme;
 
 /// The popups on the screen: a list of them once there are several, the chosen one in full, and what can be done about
-/// it. It comes up without taking the keyboard from whatever the user types in. Closing it dismisses all that it shows.
+/// it. It comes up without taking the keyboard from whatever the user types in. Closing it puts off all that it shows.
 class PopupWindow : public QWidget {
     Q_OBJECT
 

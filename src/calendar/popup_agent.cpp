@@ -91,10 +91,27 @@ bool PopupAgent::Told(const FileResult& result, const char* what, const std::fil
     return result.Ok();
 }
 
+void PopupAgent::Dismiss(const PopupKey& key) {
+    schedule_.Dismiss(key);
+    KeepShown();
+}
+
+void PopupAgent::DismissAll() {
+    schedule_.DismissAll();
+    KeepShown();
+}
+
 void PopupAgent::Snooze(const PopupKey& key, const SnoozeChoice& choice) {
     FollowClock();
     schedule_.Snooze(key, choice.until, choice.isSpan);
     KeepShown();
+}
+
+void PopupAgent::SnoozeAll() {
+    while (!schedule_.OnScreen().empty()) {
+        const Popup popup = schedule_.OnScreen().front();
+        Snooze(popup.Key(), SnoozeChoices(popup.reminder, Now())[kUsualSnooze]);
+    }
 }
 
 uint32_t PopupAgent::Receive(const InstanceMessage& message) {

@@ -41,9 +41,11 @@ public:
 
     const PopupSchedule& Schedule() const { return schedule_; }
     DateTime Now() const { return clock_.Now(); }
-    void Dismiss(const PopupKey& key) { schedule_.Dismiss(key); }
-    void DismissAll() { schedule_.DismissAll(); }
+    void Dismiss(const PopupKey& key);
+    void DismissAll();
     void Snooze(const PopupKey& key, const SnoozeChoice& choice);
+    /// Puts off all that are on the screen by the usual choice.
+    void SnoozeAll();
 
 private:
     /// Tells files of one content from those of another, mostly.

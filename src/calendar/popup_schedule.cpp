@@ -1,6 +1,7 @@
 #include "calendar/popup_schedule.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "calendar/date_arithmetic.h"
 #include "calendar/event_text.h"
@@ -30,7 +31,13 @@ void PopupSchedule::SetShown(ShownPopups shown) {
     shown_ = std::move(shown);
 }
 
+bool PopupSchedule::IsOnScreen(const PopupKey& key) const {
+    return std::ranges::any_of(onScreen_, [&](const Popup& popup) { return popup.Key() == key; });
+}
+
 void PopupSchedule::WaitFor(const PopupKey& key) {
+    if (IsOnScreen(key))
+        return;
     const auto shown = shown_.find(key);
     if (shown == shown_.end())
         waiting_.emplace(key.sendTime, key);
@@ -47,12 +54,9 @@ void PopupSchedule::ForgetOld(const DateTime& now) {
 }
 
 void PopupSchedule::ForgetAhead(const DateTime& now) {
-    const auto isOnScreen = [&](const PopupKey& key) {
-        return std::ranges::any_of(onScreen_, [&](const Popup& popup) { return popup.Key() == key; });
-    };
     for (auto entry = shown_.begin(); now.IsValid() && entry != shown_.end();) {
         const auto [key, again] = *entry;
-        if (key.sendTime <= now.Seconds() + kFarAhead || again.IsValid() || isOnScreen(key)) {
+        if (key.sendTime <= now.Seconds() + kFarAhead || again.IsValid()) {
             ++entry;
             continue;
         }
@@ -82,7 +86,7 @@ size_t PopupSchedule::TakeDue(const DateTime& now) {
         const auto [due, key] = *waiting_.begin();
         waiting_.erase(waiting_.begin());
         spans_.erase(key);
-        shown_[key] = DateTime();
+        shown_[key] = DateTime::FromSeconds(due);
         onScreen_.push_back({popups_.at(key), DateTime::FromSeconds(due), now.Seconds() - due >= kLate, key.number});
     }
     return count;
@@ -99,11 +103,13 @@ int64_t PopupSchedule::SecondsToNextLook(const DateTime& now) const {
 }
 
 void PopupSchedule::Dismiss(const PopupKey& key) {
-    std::erase_if(onScreen_, [&](const Popup& popup) { return popup.Key() == key; });
+    if (std::erase_if(onScreen_, [&](const Popup& popup) { return popup.Key() == key; }) > 0)
+        shown_[key] = DateTime();
 }
 
 void PopupSchedule::DismissAll() {
-    onScreen_.clear();
+    for (const Popup& popup : std::exchange(onScreen_, {}))
+        shown_[popup.Key()] = DateTime();
 }
 
 void PopupSchedule::Snooze(const PopupKey& key, const DateTime& until, bool isSpan) {

@@ -21,7 +21,7 @@ struct Popup {
 
 /// Which popup reminders come up when: each once at its time, those whose time passed meanwhile as soon as somebody
 /// asks, and those that the user puts off once more. What has been shown is remembered by record and moment, so that
-/// nothing comes twice.
+/// nothing that was dismissed comes twice; what nobody has answered comes again at the next start.
 class PopupSchedule {
 public:
     /// What has been shown before. First of all.
@@ -31,8 +31,8 @@ public:
     /// is on the screen follows: texts change, and popups whose reminder went or was moved disappear.
     void SetReminders(const ReminderList& reminders, const DateTime& now);
 
-    /// Puts on the screen what is due at `now`; from then on it counts as shown. Gives how many came. What counts as
-    /// shown for a moment more than a day ahead, since the clock was ahead once, comes at its time.
+    /// Puts on the screen what is due at `now`. Gives how many came. What was dismissed for a moment more than a day
+    /// ahead, since the clock was ahead once, comes at its time.
     size_t TakeDue(const DateTime& now);
     /// When the next popup is due; null if none waits.
     DateTime NextTime() const;
@@ -42,7 +42,7 @@ public:
 
     /// What is on the screen, in the order in which it came.
     const std::vector<Popup>& OnScreen() const { return onScreen_; }
-    /// Takes a popup from the screen.
+    /// Takes a popup from the screen for good.
     void Dismiss(const PopupKey& key);
     void DismissAll();
     /// Takes a popup from the screen until a moment. With `isSpan` the time until then passes, whatever the clock
@@ -53,6 +53,7 @@ public:
     void MoveClock(int64_t seconds);
 
 private:
+    bool IsOnScreen(const PopupKey& key) const;
     void WaitFor(const PopupKey& key);
     void ForgetOld(const DateTime& now);
     void ForgetAhead(const DateTime& now);

@@ -38,7 +38,8 @@ PopupKey NextKey(const Map& map, PopupKey key) {
     return key;
 }
 
-/// The popups that have been shown, each with the moment at which it comes again; null for one that is done with.
+/// The popups that have been shown, each with the moment at which it comes again, that of its coming while it stands
+/// unanswered; null for one that is done with.
 using ShownPopups = std::map<PopupKey, DateTime>;
 
 // AgentShown.dat: FixedDouble version, FixedInt count, then the records without a mark between them:

@@ -49,12 +49,13 @@ TEST(PopupSchedule, ShowsEachPopupOnceAtItsTime) {
     EXPECT_EQ(schedule.NextTime(), kNow.PlusSeconds(61));
     EXPECT_EQ(schedule.TakeDue(kNow.PlusSeconds(61)), 1u);
     EXPECT_TRUE(schedule.NextTime().IsNull());
+    schedule.Dismiss(KeyOf(PopupAt("old", kNow.PlusDays(-400))));
 
     PopupSchedule next;
     next.SetShown(schedule.Shown());
     next.SetReminders({PopupAt("now", kNow), PopupAt("old", kNow.PlusDays(-400)), PopupAt("missed", kNow)}, kNow);
     next.TakeDue(kNow.PlusDays(1));
-    EXPECT_THAT(Screen(next), ElementsAre("missed!"));
+    EXPECT_THAT(Screen(next), ElementsAre("now!", "missed!")) << "nobody has answered the one of before";
 }
 
 TEST(PopupSchedule, FollowsTheFileWithWhatIsOnTheScreen) {
@@ -71,7 +72,11 @@ TEST(PopupSchedule, FollowsTheFileWithWhatIsOnTheScreen) {
     schedule.SetReminders({}, kNow);
     EXPECT_THAT(Screen(schedule), IsEmpty());
     schedule.SetReminders({renamed, PopupAt("c", kNow.PlusSeconds(30))}, kNow);
-    EXPECT_EQ(schedule.TakeDue(kNow.PlusDays(1)), 0u) << "a reminder that comes back has been shown";
+    EXPECT_EQ(schedule.TakeDue(kNow.PlusDays(1)), 2u) << "nobody has answered them";
+    schedule.DismissAll();
+    schedule.SetReminders({}, kNow);
+    schedule.SetReminders({renamed, PopupAt("d", kNow)}, kNow);
+    EXPECT_EQ(schedule.TakeDue(kNow.PlusDays(1)), 0u) << "a reminder that comes back was dismissed";
 }
 
 TEST(PopupSchedule, TellsPopupsOfOneIdAndMomentApart) {
@@ -103,9 +108,9 @@ TEST(PopupSchedule, TellsPopupsOfOneIdAndMomentApart) {
         PopupSchedule next;
         next.SetShown(kept);
         next.SetReminders(reminders, kNow);
-        EXPECT_EQ(next.TakeDue(kNow), 0u);
+        EXPECT_EQ(next.TakeDue(kNow), 2u);
         EXPECT_EQ(next.TakeDue(kNow.PlusSeconds(300)), 1u);
-        EXPECT_THAT(Screen(next), ElementsAre("c"));
+        EXPECT_THAT(Screen(next), ElementsAre("a", "d", "c"));
     }
 }
 
@@ -119,6 +124,7 @@ TEST(PopupSchedule, BringsASnoozedPopupBackEvenBehindARestart) {
     schedule.Snooze(KeyOf(PopupAt("x", kNow)), kNow.PlusSeconds(300));
     EXPECT_THAT(Screen(schedule), ElementsAre("b"));
     EXPECT_EQ(schedule.NextTime(), kNow.PlusSeconds(300));
+    schedule.DismissAll();
     for (const auto& [late, shown] : {std::pair(0, "a"), std::pair(3600, "a!")}) {
         PopupSchedule next;
         next.SetShown(schedule.Shown());
@@ -204,9 +210,14 @@ TEST(PopupSchedule, ShowsNothingTwiceAndForgetsNothing) {
             schedule.SetReminders(reminders, now);
         } else if (what == 4 && !schedule.OnScreen().empty()) {
             const PopupKey key = schedule.OnScreen().front().Key();
-            schedule.Snooze(key, due[key] = now.PlusSeconds(upTo(3600) + 1));
+            if (upTo(1) == 0)
+                schedule.Snooze(key, due[key] = now.PlusSeconds(upTo(3600) + 1));
+            else
+                schedule.Dismiss(key);
         } else if (what == 5) {
             const ShownPopups shown = schedule.Shown();
+            for (const Popup& unanswered : schedule.OnScreen())
+                due[unanswered.Key()] = unanswered.due;
             schedule = PopupSchedule();
             schedule.SetShown(shown);
             schedule.SetReminders(reminders, now);
@@ -237,7 +248,9 @@ protected:
     std::vector<std::string> Shows() {
         PopupAgent agent = MakeAgent();
         agent.Start();
-        return Screen(agent.Schedule());
+        std::vector<std::string> shown = Screen(agent.Schedule());
+        agent.DismissAll();
+        return shown;
     }
 
     TempFolder folder{MemoryFolder()};
@@ -251,6 +264,7 @@ TEST_F(ReminderAgent, ShowsOnceWhatWasMissedAndWritesNoReminder) {
     EXPECT_THAT(Shows(), IsEmpty()) << "without any file";
     Put({PopupAt("a", clock.now.PlusDays(-1)), PopupAt("b", clock.now), PopupAt("c", clock.now.PlusDays(1))});
     const std::string before = BytesOf(remPath);
+    MakeAgent().Start();  // ends before anybody has answered
     EXPECT_THAT(Shows(), ElementsAre("a!", "b"));
     EXPECT_THAT(Shows(), IsEmpty());
     clock.now = clock.now.PlusDays(2);
