@@ -16,13 +16,17 @@ inline constexpr int32_t kFirstCustomType = 1001;  ///< a SourceType from here o
 inline constexpr size_t kFieldSlots = 15;
 inline constexpr size_t kDateSlot = 2;  ///< overwritten with the date text whenever a citation is built
 
-/// One bibliographic record. It owns all it holds and refers to authors and notes by id.
-struct CSource {
-    int32_t SourceID = -1;
+/// How the citation of a source is formatted.
+struct SourceFormat {
     int32_t FormatStyle = 1;
-    int32_t SourceType = 1;
     int32_t IndentSpaces = 3;
     int32_t AuthorsBeforeEtAl = 6;
+};
+
+/// One bibliographic record. It owns all it holds and refers to authors and notes by id.
+struct CSource : SourceFormat {
+    int32_t SourceID = -1;
+    int32_t SourceType = 1;
     int32_t YearOnly = 0;
     int32_t UseDateText = 0;
     bool HasDate = false;

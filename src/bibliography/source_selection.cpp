@@ -7,18 +7,8 @@
 namespace lore {
 
 SourceSelection::SourceSelection(const SourceList& sources, const AuthorList& authors)
-    : sources_(sources),
-      authors_(authors),
-      style_(CSource().FormatStyle),
-      indentSpaces_(CSource().IndentSpaces),
-      authorsBeforeEtAl_(CSource().AuthorsBeforeEtAl) {
+    : sources_(sources), authors_(authors) {
     ClearAll();
-}
-
-void SourceSelection::Set(CSource& source) const {
-    source.FormatStyle = style_;
-    source.IndentSpaces = indentSpaces_;
-    source.AuthorsBeforeEtAl = authorsBeforeEtAl_;
 }
 
 bool SourceSelection::Select(int32_t id) {
@@ -28,7 +18,7 @@ bool SourceSelection::Select(int32_t id) {
     CSource chosen = *shown;
     available_.RemoveSource(id);
     if (!individual_)
-        Set(chosen);
+        static_cast<SourceFormat&>(chosen) = format_;
     selected_.AddTail(std::move(chosen));
     FormatSelected();
     return true;
@@ -47,7 +37,7 @@ void SourceSelection::SelectAll() {
     available_.RemoveAll();
     selected_ = sources_;
     for (size_t i = 0; i < selected_.Count() && !individual_; ++i)
-        Set(selected_[i]);
+        static_cast<SourceFormat&>(selected_[i]) = format_;
     FormatSelected();
 }
 
@@ -69,30 +59,27 @@ void SourceSelection::SetIndividual(bool individual) {
 }
 
 void SourceSelection::SetStyle(int32_t style) {
-    style_ = style;
+    format_.FormatStyle = style;
     RefreshSelected();
 }
 
 void SourceSelection::SetIndentSpaces(int32_t blanks) {
-    indentSpaces_ = HeldIndentSpaces(blanks);
+    format_.IndentSpaces = HeldIndentSpaces(blanks);
     RefreshSelected();
 }
 
 void SourceSelection::SetAuthorsBeforeEtAl(int32_t authors) {
-    authorsBeforeEtAl_ = HeldAuthorsBeforeEtAl(authors);
+    format_.AuthorsBeforeEtAl = HeldAuthorsBeforeEtAl(authors);
     RefreshSelected();
 }
 
 void SourceSelection::RefreshSelected() {
     for (size_t i = 0; i < selected_.Count(); ++i) {
-        CSource& chosen = selected_[i];
-        if (!individual_) {
-            Set(chosen);
-        } else if (const CSource* const own = sources_.FindSourceByID(chosen.SourceID)) {
-            chosen.FormatStyle = own->FormatStyle;
-            chosen.IndentSpaces = own->IndentSpaces;
-            chosen.AuthorsBeforeEtAl = own->AuthorsBeforeEtAl;
-        }
+        SourceFormat& format = selected_[i];
+        if (!individual_)
+            format = format_;
+        else if (const CSource* const own = sources_.FindSourceByID(selected_[i].SourceID))
+            format = *own;
     }
     FormatSelected();
 }

@@ -33,16 +33,15 @@ public:
     /// "Use Sources' Individual Formatting", or "Set ALL Sources Formatting" with the three values below.
     bool Individual() const { return individual_; }
     void SetIndividual(bool individual);
-    int32_t Style() const { return style_; }
-    int32_t IndentSpaces() const { return indentSpaces_; }
-    int32_t AuthorsBeforeEtAl() const { return authorsBeforeEtAl_; }
+    int32_t Style() const { return format_.FormatStyle; }
+    int32_t IndentSpaces() const { return format_.IndentSpaces; }
+    int32_t AuthorsBeforeEtAl() const { return format_.AuthorsBeforeEtAl; }
     void SetStyle(int32_t style);
     /// Values outside of 0 to 10 and of 1 to 15 become the nearer limit.
     void SetIndentSpaces(int32_t blanks);
     void SetAuthorsBeforeEtAl(int32_t authors);
 
 private:
-    void Set(CSource& source) const;
     void RefreshSelected();
     void FormatSelected();
 
@@ -50,7 +49,7 @@ private:
     const AuthorList& authors_;
     SourceList available_, selected_;
     bool sorted_ = true, individual_ = true;
-    int32_t style_, indentSpaces_, authorsBeforeEtAl_;
+    SourceFormat format_;
 };
 
 }  // namespace lore
