@@ -113,13 +113,13 @@ PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, Settings
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addPermanentWidget(page_);
     connect(preview_, &PageView::CurrentPageChanged, this, &PreviewWindow::ShowPage);
-    connect(&theme_, &Theme::Changed, this, &PreviewWindow::Restyle);
+    connect(&theme_, &Theme::Changed, preview_->viewport(), qOverload<>(&QWidget::update));
     if (source_.makeWhole) {
         worker_ = new PageWorker(this);
         connect(worker_, &PageWorker::LaidOut, this, &PreviewWindow::ShowWhole);
         connect(worker_, &PageWorker::Drawn, preview_, &PageView::Take);
     }
-    Restyle();
+    DressMoreButton(*tools_);
     LayOut();
     preview_->FitWidth();
     RestorePlace();
@@ -181,7 +181,7 @@ QAction* PreviewWindow::AddCommand(QMenu& menu, const Command& command) {
     action->setShortcuts(command.keys);
     connect(action, &QAction::triggered, this, command.run);
     if (command.icon) {
-        action->setProperty("iconName", QString::fromLatin1(command.icon));
+        action->setIcon(theme_.Icon(command.icon));
         action->setIconVisibleInMenu(false);
         tools_->addAction(action);
         if (command.isNamed)
@@ -372,15 +372,6 @@ void PreviewWindow::ShowPage() {
                              : tr("Page %1 \u2013 more are being laid out").arg(page));
     previous_->setEnabled(page > 1);
     next_->setEnabled(page < PageCount() || !IsWhole());
-}
-
-void PreviewWindow::Restyle() {
-    preview_->viewport()->update();
-    DressMoreButton(*tools_, theme_);
-    for (QAction* const action : tools_->actions()) {
-        if (const QString icon = action->property("iconName").toString(); !icon.isEmpty())
-            action->setIcon(theme_.Icon(icon));
-    }
 }
 
 QString SaveContent(const PrintContent& content, const SavedForm& form, const QPageLayout& paper, const QString& path,

@@ -63,7 +63,6 @@ private:
     void SetUpPage();
     void GoToPage(int page);
     void ShowPage();
-    void Restyle();
 
     ContentSource source_;
     std::shared_ptr<const PrintContent> content_;  ///< all of it, once it has been made; otherwise the beginning

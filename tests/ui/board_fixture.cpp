@@ -170,10 +170,18 @@ void TakeShot(QWidget& window, const QString& name) {
 }
 
 void BothLooks::Shoot(QWidget& window, const QString& name) const {
+    std::map<const QObject*, QImage> dark;
     for (const auto& [appearance, look] : {std::pair(Appearance::Dark, "-dark"), {Appearance::Light, "-light"}}) {
         theme.SetAppearance(appearance);
         QTest::qWait(50);  // time to paint
         TakeShot(window, name + look);
+        // All but the colors that a text can get differ on light and on dark ground.
+        for (const QObject* const shown : window.findChildren<QObject*>()) {
+            const QImage icon = shown->property("icon").value<QIcon>().pixmap(kSpace * 4).toImage();
+            if (icon.isNull() || shown->parent()->inherits("lore::ColorMenu") || dark.try_emplace(shown, icon).second)
+                continue;
+            QVERIFY2(dark[shown] != icon, qPrintable(name + ", the icon of " + shown->property("text").toString()));
+        }
     }
 }
 

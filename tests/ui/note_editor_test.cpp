@@ -698,7 +698,7 @@ private slots:
         KeyWordPicker used(app_->NoteBook().keyWords, "bells", -1);
         SelectTagsDlg tags(used, theme_);
         tags.show();
-        TakeShot(tags, "editor-key-words");
+        BothLooks{theme_}.Shoot(tags, "editor-key-words");
         PictureViewer viewer(File("picture.png", Encoded(Filled(640, 400))), "A picture", theme_);
         viewer.show();
         QVERIFY(viewer.IsLoaded());

@@ -170,7 +170,7 @@ private slots:
             .faceName = "No Such Face", .height = 19, .weight = 550, .charSet = 7, .color = 0x123456};
         FontDialog dialog("Font", font, theme_, store_, window_.get());
         dialog.show();
-        TakeShot(dialog, "options-font");
+        BothLooks{theme_}.Shoot(dialog, "options-font");
         const FontSetting kept = dialog.Chosen();
         QCOMPARE(kept.faceName, font.faceName);
         QVERIFY(kept.height == font.height && kept.weight == font.weight);

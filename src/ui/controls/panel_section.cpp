@@ -25,7 +25,6 @@ QToolButton* MakeIconButton(const QString& icon, const QString& name, const Them
     button->setAccessibleName(name);
     button->setIcon(theme.Icon(icon));
     button->setFocusPolicy(Qt::StrongFocus);
-    QObject::connect(&theme, &Theme::Changed, button, [button, icon, &theme] { button->setIcon(theme.Icon(icon)); });
     return button;
 }
 

@@ -26,7 +26,7 @@ private:
     QVBoxLayout* body_;
 };
 
-/// A small button with an icon that follows the theme; its name is its tool tip and what a screen reader says.
+/// A small button with an icon; its name is its tool tip and what a screen reader says.
 QToolButton* MakeIconButton(const QString& icon, const QString& name, const Theme& theme, QWidget* parent);
 
 }  // namespace lore

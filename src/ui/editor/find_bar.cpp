@@ -28,7 +28,7 @@ FindBar::FindBar(RichTextEdit& edit, const Theme& theme, QWidget* parent)
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(kSpace * 2, kSpace, kSpace * 2, kSpace);
     rows->setSpacing(kSpace);
-    MakeRow(theme);
+    MakeRow();
     MakeReplaceRow();
     MakeActions();
     again_.setSingleShot(true);
@@ -40,14 +40,14 @@ FindBar::FindBar(RichTextEdit& edit, const Theme& theme, QWidget* parent)
     });
     connect(edit_.verticalScrollBar(), &QScrollBar::valueChanged, this, &FindBar::ShowHits);
     connect(&edit_, &QTextEdit::cursorPositionChanged, this, &FindBar::ShowCount);
-    connect(&theme_, &Theme::Changed, this, &FindBar::Restyle);
-    Restyle();
+    connect(&theme_, &Theme::Changed, this, &FindBar::ShowHits);
     hide();
 }
 
-QToolButton* FindBar::MakeButton(const QString& text, void (FindBar::*slot)()) {
+QToolButton* FindBar::MakeButton(const char* icon, const QString& text, void (FindBar::*slot)()) {
     auto* const button = new QToolButton(this);
     button->setAutoRaise(true);
+    button->setIcon(theme_.Icon(icon));
     button->setToolTip(text);
     button->setAccessibleName(text);
     button->setFocusPolicy(Qt::TabFocus);
@@ -55,7 +55,7 @@ QToolButton* FindBar::MakeButton(const QString& text, void (FindBar::*slot)()) {
     return button;
 }
 
-void FindBar::MakeRow(const Theme&) {
+void FindBar::MakeRow() {
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
     find_ = NewTextField(this);
@@ -65,18 +65,18 @@ void FindBar::MakeRow(const Theme&) {
     find_->setClearButtonEnabled(true);
     count_ = new QLabel(this);
     count_->setMinimumWidth(fontMetrics().horizontalAdvance(tr("%1 of %2").arg(8888).arg(8888)));
-    previous_ = MakeButton(tr("Previous hit (Shift+F3)"), &FindBar::FindPrevious);
-    next_ = MakeButton(tr("Next hit (F3)"), &FindBar::FindNext);
+    QToolButton* const previous = MakeButton("chevron-up", tr("Previous hit (Shift+F3)"), &FindBar::FindPrevious);
+    QToolButton* const next = MakeButton("chevron-down", tr("Next hit (F3)"), &FindBar::FindNext);
     matchCase_ = new QCheckBox(tr("Match &case"), this);
     wholeWords_ = new QCheckBox(tr("&Whole words"), this);
-    close_ = MakeButton(tr("Close (Esc)"), &FindBar::Close);
+    QToolButton* const close = MakeButton("x", tr("Close (Esc)"), &FindBar::Close);
     row->addWidget(find_, 1);
     row->addWidget(count_);
-    row->addWidget(previous_);
-    row->addWidget(next_);
+    row->addWidget(previous);
+    row->addWidget(next);
     row->addWidget(matchCase_);
     row->addWidget(wholeWords_);
-    row->addWidget(close_);
+    row->addWidget(close);
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
     connect(find_, &QLineEdit::textChanged, this, [this] {
         Search();
@@ -262,13 +262,6 @@ void FindBar::keyPressEvent(QKeyEvent* event) {
         Step(event->modifiers() & Qt::ShiftModifier ? -1 : 1);
     else
         QWidget::keyPressEvent(event);
-}
-
-void FindBar::Restyle() {
-    previous_->setIcon(theme_.Icon("chevron-up"));
-    next_->setIcon(theme_.Icon("chevron-down"));
-    close_->setIcon(theme_.Icon("x"));
-    ShowHits();
 }
 
 }  // namespace lore

@@ -38,17 +38,16 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void MakeRow(const Theme& theme);
+    void MakeRow();
     void MakeReplaceRow();
     void MakeActions();
-    QToolButton* MakeButton(const QString& text, void (FindBar::*slot)());
+    QToolButton* MakeButton(const char* icon, const QString& text, void (FindBar::*slot)());
     void Show(bool withReplace);
     void Search();
     void Step(int by);
     void Select(size_t hit);
     void ShowHits();
     void ShowCount();
-    void Restyle();
 
     RichTextEdit& edit_;
     const Theme& theme_;
@@ -57,9 +56,6 @@ private:
     QCheckBox* matchCase_ = nullptr;
     QCheckBox* wholeWords_ = nullptr;
     QLabel* count_ = nullptr;
-    QToolButton* previous_ = nullptr;
-    QToolButton* next_ = nullptr;
-    QToolButton* close_ = nullptr;
     QWidget* replaceRow_ = nullptr;
     std::vector<QPushButton*> replaceButtons_;
     std::vector<SearchHit> hits_;

@@ -122,8 +122,7 @@ FormatBar::FormatBar(RichTextEdit& edit, const Theme& theme, QWidget* parent)
     // A picture may be selected without the caret moving.
     connect(&edit_, &QTextEdit::selectionChanged, this, &FormatBar::Follow);
     connect(&edit_, &QTextEdit::textChanged, this, &FormatBar::Follow);
-    connect(&theme_, &Theme::Changed, this, &FormatBar::Restyle);
-    Restyle();
+    DressMoreButton(*this);
     Follow();
 }
 
@@ -244,11 +243,10 @@ void FormatBar::AddCommands() {
 }
 
 void FormatBar::AddCommand(const Entry& entry) {
-    auto* const action = new QAction(tr(entry.text), this);
+    auto* const action = new QAction(theme_.Icon(QLatin1String(entry.icon)), tr(entry.text), this);
     const QString name = QLatin1String(entry.name);
     action->setObjectName(name);
     action->setCheckable(entry.checkable);
-    action->setData(QLatin1String(entry.icon));
     action->setShortcut(entry.shortcut);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     action->setToolTip(
@@ -431,12 +429,6 @@ void FormatBar::Follow() {
     byName_["openLink"]->setEnabled(characters.link >= 0);
     byName_["pictureSize"]->setEnabled(!edit_.SelectedPicture().isNull());
     FollowFonts(characters);
-}
-
-void FormatBar::Restyle() {
-    DressMoreButton(*this, theme_);
-    for (const auto& [name, action] : byName_)
-        action->setIcon(theme_.Icon(action->data().toString()));
 }
 
 }  // namespace lore

@@ -46,7 +46,6 @@ private:
     void ApplySize(const QString& text);
     void Follow();
     void FollowFonts(const CharFormat& characters);
-    void Restyle();
 
     RichTextEdit& edit_;
     const Theme& theme_;

@@ -482,6 +482,10 @@ QIcon FlatStyle::standardIcon(StandardPixmap standard, const QStyleOption* optio
             return theme_.Icon(QStringLiteral("triangle-alert"), ColorRole::Text);
         case SP_MessageBoxCritical:
             return theme_.Icon(QStringLiteral("circle-alert"), ColorRole::Text);
+        case SP_LineEditClearButton:
+            return theme_.Icon(QStringLiteral("x"), ColorRole::DimText);
+        case SP_ToolBarHorizontalExtensionButton:
+            return theme_.Icon(QStringLiteral("ellipsis"), ColorRole::Text);
         default:
             return QProxyStyle::standardIcon(standard, option, widget);
     }

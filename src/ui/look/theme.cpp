@@ -9,9 +9,11 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
+#include <QPointer>
 #include <QSvgRenderer>
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "ui/look/flat_style.h"
 #include "ui/look/theme_keys.h"
@@ -33,18 +35,14 @@ constexpr char kColorSchemeKey[] = "color-scheme";
 constexpr int kPortalTimeout = 300;  // milliseconds; the first window waits for the answer
 constexpr unsigned kPrefersDark = 1;
 
-/// Draws a line icon in one colour, fainter when the control is disabled.
+/// Draws a line icon in a colour of the palette that is shown at that time, fainter when the control is disabled.
 class LineIconEngine : public QIconEngine {
 public:
-    LineIconEngine(const QString& name, const QColor& color) {
-        QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
-        if (!file.open(QIODevice::ReadOnly))
-            return;
-        const QByteArray svg = file.readAll().replace("currentColor", color.name(QColor::HexRgb).toUtf8());
-        renderer_ = std::make_shared<QSvgRenderer>(svg);
-    }
+    LineIconEngine(QString name, const Theme& theme, ColorRole role)
+        : name_(std::move(name)), theme_(&theme), role_(role) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+        FollowTheme();
         if (!renderer_)
             return;
         const int side = std::min(rect.width(), rect.height());
@@ -69,6 +67,21 @@ public:
     QIconEngine* clone() const override { return new LineIconEngine(*this); }
 
 private:
+    void FollowTheme() {
+        if (!theme_ || color_ == theme_->Color(role_))
+            return;
+        color_ = theme_->Color(role_);
+        QFile file(QStringLiteral(":/icons/%1.svg").arg(name_));
+        if (!file.open(QIODevice::ReadOnly))
+            return;
+        const QByteArray svg = file.readAll().replace("currentColor", color_.name(QColor::HexRgb).toUtf8());
+        renderer_ = std::make_shared<QSvgRenderer>(svg);
+    }
+
+    QString name_;
+    QPointer<const Theme> theme_;
+    ColorRole role_;
+    QColor color_;  // of the picture that is loaded
     std::shared_ptr<QSvgRenderer> renderer_;
 };
 
@@ -170,7 +183,7 @@ QFont Theme::Font(TextSize size) const {
 }
 
 QIcon Theme::Icon(const QString& name, ColorRole role) const {
-    return QIcon(new LineIconEngine(name, Color(role)));
+    return QIcon(new LineIconEngine(name, *this, role));
 }
 
 QPixmap Theme::IconPixmap(const QString& name, ColorRole role, int size, qreal devicePixelRatio) const {
@@ -180,7 +193,7 @@ QPixmap Theme::IconPixmap(const QString& name, ColorRole role, int size, qreal d
     QPixmap picture;
     if (QPixmapCache::find(key, &picture))
         return picture;
-    picture = LineIconEngine(name, Color(role)).pixmap(QSize(device, device), QIcon::Normal, QIcon::Off);
+    picture = LineIconEngine(name, *this, role).pixmap(QSize(device, device), QIcon::Normal, QIcon::Off);
     picture.setDevicePixelRatio(devicePixelRatio);
     QPixmapCache::insert(key, picture);
     return picture;

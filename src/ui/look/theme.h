@@ -52,7 +52,7 @@ public:
     QPixmap IconPixmap(const QString& name, ColorRole role, int size, qreal devicePixelRatio) const;
 
 signals:
-    /// Colours or fonts are other ones now; own drawing has to be repeated and icons have to be asked for again.
+    /// Colours or fonts are other ones now; own drawing has to be repeated. Icons follow by themselves.
     void Changed();
 
 private slots:

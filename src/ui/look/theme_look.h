@@ -39,7 +39,8 @@ class ThemeLook {
 public:
     virtual ~ThemeLook() = default;
     virtual QColor Color(ColorRole role) const = 0;
-    /// An icon by its file name without ".svg", drawn in a colour role; sharp at every scale factor.
+    /// An icon by its file name without ".svg", drawn in a colour role, which follows the theme; sharp at every scale
+    /// factor.
     virtual QIcon Icon(const QString& name, ColorRole role) const = 0;
     QIcon Icon(const QString& name) const { return Icon(name, ColorRole::Text); }
 };

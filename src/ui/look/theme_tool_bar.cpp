@@ -3,8 +3,6 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "ui/look/theme.h"
-
 namespace lore {
 namespace {
 
@@ -20,12 +18,9 @@ void PutLast(const QToolBar& bar, QWidget* more) {
 
 }  // namespace
 
-void DressMoreButton(QToolBar& bar, const Theme& theme) {
+void DressMoreButton(QToolBar& bar) {
     auto* const more = bar.findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
     if (!more)
-        return;
-    more->setIcon(theme.Icon(QStringLiteral("ellipsis")));
-    if (!more->accessibleName().isEmpty())
         return;
     more->setAccessibleName(QObject::tr("More"));
     more->setToolTip(more->accessibleName());

@@ -75,8 +75,6 @@ ControlBar::ControlBar(const Theme& theme, QWidget* parent)
         SetPage(page);
         emit PageChanged(page);
     });
-    connect(&theme_, &Theme::Changed, this, &ControlBar::Restyle);
-    Restyle();
     SetPage(0);
 }
 
@@ -84,6 +82,7 @@ void ControlBar::AddTab(int page, QWidget* row) {
     const Tab& tab = kTabs[page];
     auto* const button = new QToolButton(row);
     button->setText(tr(tab.word));
+    button->setIcon(theme_.Icon(tab.icon));
     button->setCheckable(true);
     button->setAutoRaise(true);
     button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -157,11 +156,6 @@ void ControlBar::SetPage(int page) {
 
 int ControlBar::Page() const {
     return stack_->currentIndex();
-}
-
-void ControlBar::Restyle() {
-    for (size_t page = 0; page < tabs_.size(); ++page)
-        tabs_[page]->setIcon(theme_.Icon(kTabs[page].icon));
 }
 
 }  // namespace lore

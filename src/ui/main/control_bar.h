@@ -54,7 +54,6 @@ protected:
 private:
     void UpdateInSight();
     void AddTab(int page, QWidget* row);
-    void Restyle();
 
     const Theme& theme_;
     std::array<QToolButton*, 4> tabs_{};

@@ -73,7 +73,7 @@ PanelPage::PanelPage(PanelKind kind, const Theme& theme, QWidget* parent)
     filter_->setClearButtonEnabled(true);
     filter_->setPlaceholderText(tr(kTexts[static_cast<size_t>(kind)].filter));
     filter_->setAccessibleName(filter_->placeholderText());
-    filterIcon_ = filter_->addAction(QIcon(), QLineEdit::LeadingPosition);
+    filter_->addAction(theme.Icon("list-filter", ColorRole::DimText), QLineEdit::LeadingPosition);
     layout->addWidget(filter_);
     AddTree();
     connect(filter_, &QLineEdit::textChanged, this, &PanelPage::ApplyFilter);
@@ -283,7 +283,6 @@ void PanelPage::Run(int position, const PanelCommand& command) {
 }
 
 void PanelPage::Restyle() {
-    filterIcon_->setIcon(theme_.Icon("list-filter", ColorRole::DimText));
     QPalette dim = empty_->palette();
     dim.setColor(QPalette::WindowText, theme_.Color(ColorRole::DimText));
     empty_->setPalette(dim);

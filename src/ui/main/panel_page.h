@@ -75,7 +75,6 @@ private:
     PanelModel* model_;
     QComboBox* choice_ = nullptr;
     QLineEdit* filter_ = nullptr;
-    QAction* filterIcon_ = nullptr;
     QTreeView* tree_ = nullptr;
     QLabel* empty_ = nullptr;
     QTimer fit_;

@@ -53,8 +53,7 @@ MainToolBar::MainToolBar(const Theme& theme, QWidget* parent) : QToolBar(tr("Too
     AddScopeMenu();
     AddChoices();
     AddCommands();
-    connect(&theme_, &Theme::Changed, this, &MainToolBar::Restyle);
-    Restyle();
+    DressMoreButton(*this);
     SetScope(SearchScope::Database);
 }
 
@@ -64,7 +63,7 @@ void MainToolBar::AddSearch() {
     search_->setAccessibleName(tr("Search"));
     search_->setClearButtonEnabled(true);
     search_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
-    run_ = search_->addAction(QIcon(), QLineEdit::LeadingPosition);
+    run_ = search_->addAction(theme_.Icon("search", ColorRole::DimText), QLineEdit::LeadingPosition);
     const auto run = UnlessAtWork([this] {
         const QString text = search_->text().trimmed();
         if (!text.isEmpty())
@@ -93,8 +92,7 @@ void MainToolBar::AddScopeMenu() {
     button->setMenu(scopeMenu_);
     SetIconSize(*button);
     button->setStyleSheet("QToolButton::menu-indicator { image: none; }");
-    options_ = new QAction(tr("Search Options"), this);
-    button->setDefaultAction(options_);
+    button->setDefaultAction(new QAction(theme_.Icon("list-filter"), tr("Search Options"), this));
     button->setAccessibleName(tr("Search Options"));
     addWidget(button);
 }
@@ -120,10 +118,10 @@ void MainToolBar::AddChoices() {
     connect(zoom_, &QComboBox::activated, this, [this] { emit ZoomChosen(zoom_->currentData().toInt()); });
 }
 
-QAction* MainToolBar::AddCommand(const QString& text, const QKeySequence& keys, const char* name,
+QAction* MainToolBar::AddCommand(const char* icon, const QString& text, const QKeySequence& keys, const char* name,
                                  void (MainToolBar::*request)()) {
     auto* const button = new QToolButton(this);
-    auto* const action = new QAction(text, this);
+    auto* const action = new QAction(theme_.Icon(icon), text, this);
     action->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys.toString(QKeySequence::NativeText)));
     button->setObjectName(QString::fromLatin1(name));
     button->setAccessibleName(text);
@@ -137,10 +135,10 @@ QAction* MainToolBar::AddCommand(const QString& text, const QKeySequence& keys, 
 
 void MainToolBar::AddCommands() {
     addWidget(MakeGap(this));
-    newNote_ = AddCommand(tr("Add Note"), QKeySequence::New, "newNote", &MainToolBar::NewNoteRequested);
-    calendar_ = AddCommand(tr("Event Calendar"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), "calendar",
-                           &MainToolBar::CalendarRequested);
-    sync_ = AddCommand(tr("< Run Sync >"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y), "runSync",
+    AddCommand("plus", tr("Add Note"), QKeySequence::New, "newNote", &MainToolBar::NewNoteRequested);
+    AddCommand("calendar-days", tr("Event Calendar"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), "calendar",
+               &MainToolBar::CalendarRequested);
+    sync_ = AddCommand("refresh-cw", tr("< Run Sync >"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y), "runSync",
                        &MainToolBar::SyncRequested);
     sync_->setVisible(false);
     findChild<QToolButton*>(QStringLiteral("runSync"))->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -173,15 +171,6 @@ void MainToolBar::SetNoteBooks(const std::vector<CDatabase>& choices, const std:
 void MainToolBar::FocusSearch() {
     search_->setFocus(Qt::ShortcutFocusReason);
     search_->selectAll();
-}
-
-void MainToolBar::Restyle() {
-    DressMoreButton(*this, theme_);
-    run_->setIcon(theme_.Icon("search", ColorRole::DimText));
-    options_->setIcon(theme_.Icon("list-filter"));
-    newNote_->setIcon(theme_.Icon("plus"));
-    calendar_->setIcon(theme_.Icon("calendar-days"));
-    sync_->setIcon(theme_.Icon("refresh-cw"));
 }
 
 }  // namespace lore

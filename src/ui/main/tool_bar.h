@@ -46,17 +46,15 @@ private:
     void AddScopeMenu();
     void AddChoices();
     void AddCommands();
-    QAction* AddCommand(const QString& text, const QKeySequence& keys, const char* name,
+    QAction* AddCommand(const char* icon, const QString& text, const QKeySequence& keys, const char* name,
                         void (MainToolBar::*request)());
     void SetScope(SearchScope scope);
-    void Restyle();
 
     const Theme& theme_;
     SearchScope scope_ = SearchScope::Database;
     QLineEdit* search_ = nullptr;
     QAction* run_ = nullptr;
-    QAction* options_ = nullptr;
-    QAction *newNote_ = nullptr, *calendar_ = nullptr, *sync_ = nullptr;
+    QAction* sync_ = nullptr;
     QMenu* scopeMenu_ = nullptr;
     QComboBox* noteBooks_ = nullptr;
     QComboBox* sort_ = nullptr;

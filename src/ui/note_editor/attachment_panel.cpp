@@ -60,7 +60,6 @@ AttachmentPanel::AttachmentPanel(AttachmentList& attachments, std::filesystem::p
     connect(list_, &QTreeWidget::customContextMenuRequested, this, &AttachmentPanel::OpenMenu);
     connect(list_, &QTreeWidget::itemActivated, this,
             [this](QTreeWidgetItem* item) { Open(list_->indexOfTopLevelItem(item)); });
-    connect(&theme_, &Theme::Changed, this, &AttachmentPanel::Rebuild);
     Rebuild();
 }
 

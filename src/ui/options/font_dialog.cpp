@@ -56,6 +56,7 @@ FontDialog::FontDialog(const QString& title, const FontSetting& font, const Them
     connect(take, &QPushButton::clicked, this, &QDialog::accept);
     connect(AddButton(tr("&Cancel")), &QPushButton::clicked, this, &QDialog::reject);
     GiveAltKeys(*this, "oc");
+    connect(&theme_, &Theme::Changed, this, &FontDialog::ShowSample);
     ShowSample();
 }
 

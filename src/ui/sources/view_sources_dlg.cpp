@@ -29,7 +29,6 @@ QPushButton* MakeCommand(const QString& icon, const QString& text, const Theme& 
     auto* const button = new QPushButton(text, parent);
     button->setAutoDefault(false);
     button->setIcon(theme.Icon(icon));
-    QObject::connect(&theme, &Theme::Changed, button, [button, icon, &theme] { button->setIcon(theme.Icon(icon)); });
     return button;
 }
 
