@@ -83,6 +83,7 @@ public:
         text_ = JoinTexts(JoinTexts(fault.what, ": " + fault.path), " (" + fault.reason + ")");
         next_.Tell(fault);
     }
+    void Mended(const std::string& what, const std::string& path) override { next_.Mended(what, path); }
     const std::string& Text() const { return text_; }
 
 private:

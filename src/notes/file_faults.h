@@ -17,10 +17,12 @@ inline void TellFailedRead(FaultNotice& faults, const char* what, const std::fil
         faults.Tell({what, PlaceOfFault(path, seen).string(), seen.Reason()});
 }
 
-/// Tells of a write that failed, for whatever reason.
+/// Tells of a write that failed, for whatever reason, and that one that failed before has been done.
 inline void TellFailedWrite(FaultNotice& faults, const char* what, const std::filesystem::path& path,
                             const FileResult& result) {
-    if (!result.Ok())
+    if (result.Ok())
+        faults.Mended(what, path.string());
+    else
         faults.Tell({what, path.string(), result.Reason()});
 }
 

@@ -19,6 +19,8 @@ class FaultNotice {
 public:
     virtual ~FaultNotice() = default;
     virtual void Tell(const Fault& fault) = 0;
+    /// What may have been told in these words of this file has been done by now.
+    virtual void Mended(const std::string& /*what*/, const std::string& /*path*/) {}
 };
 
 /// Hands faults on, and sets `any` before it does, unless it is a notice.
@@ -29,6 +31,7 @@ public:
         any_ = any_ || !fault.isNotice;
         next_.Tell(fault);
     }
+    void Mended(const std::string& what, const std::string& path) override { next_.Mended(what, path); }
 
 private:
     FaultNotice& next_;

@@ -234,11 +234,14 @@ void Settings::SaveOptions(SettingsStore& store) const {
 }
 
 bool FlushTold(SettingsStore& store, FaultNotice& faults) {
-    if (store.Flush())
-        return true;
+    constexpr char kUnwritten[] = "The settings could not be written; they keep their old values";
+    const bool isWritten = store.Flush();
     const StoreFailure failure = store.Failure();
-    faults.Tell({"The settings could not be written; they keep their old values", failure.path, failure.reason});
-    return false;
+    if (isWritten)
+        faults.Mended(kUnwritten, failure.path);
+    else
+        faults.Tell({kUnwritten, failure.path, failure.reason});
+    return isWritten;
 }
 
 Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight) {

@@ -605,6 +605,34 @@ private slots:
         });
     }
 
+    void a_full_disk_is_told_by_the_dialog_in_front() {
+        PutClass();
+        Open();
+        CreateEvent([this](EditEventDialog& editor) {
+            Retype(In<QLineEdit>(editor, "label"), "Trip");
+            FailsAtFirst(editor, [&] { Save(editor); });
+            QVERIFY(!editor.isVisible());
+        });
+        InNext<EditReminderDialog>([this] { In<QPushButton>(*dialog_, "addReminder")->click(); },
+                                   [this](EditReminderDialog& editor) {
+                                       QTest::keyClicks(In<QPlainTextEdit>(editor, "message"), "Bring the lamp");
+                                       FailsAtFirst(editor, [&] { Save(editor); });
+                                       QVERIFY(!editor.isVisible());
+                                   });
+        QCOMPARE(StoredReminders(), QStringList("Bring the lamp"));
+        prompts_.answers = {4, PromptAnswer::Yes};
+        InNext<EditDayDialog>([this] { emit Grid()->DayAsked(DateTime(2026, 3, 16)); },
+                              [this](EditDayDialog& day) {
+                                  QTest::keyClick(In<QTreeWidget>(day, "events"), Qt::Key_Home);
+                                  FailsAtFirst(day, [&] { Press(day, "Remove Event"); });
+                              });
+        Keys({"Right", "Right", "Right"});
+        FailsAtFirst(*dialog_, [this] {
+            InMenu(QContextMenuEvent::Keyboard, QPoint(5, 5), [](QMenu& menu) { QTest::keyClick(&menu, Qt::Key_S); });
+        });
+        QCOMPARE(Stored().size(), 1u);
+    }
+
     void looks_good() {
         const BothLooks looks{theme_};
         Open();

@@ -681,6 +681,24 @@ private slots:
         QCOMPARE(Pane(4), QStringLiteral("In List:    2"));
     }
 
+    void what_is_written_later_leaves_the_bar() {
+        faults_.bar = window_->Faults();
+        const std::filesystem::path list = app_->NoteBook().paths.LastViewList();
+        Block(list);
+        store_.isFull = true;
+        app_->SaveOptions();
+        app_->SaveOptions();
+        QCOMPARE(window_->Faults()->Count(), size_t{2});
+        QVERIFY(OffersTryAgain());
+        store_.isFull = false;
+        app_->SaveOptions();
+        QCOMPARE(window_->Faults()->Count(), size_t{1});
+        QVERIFY(!OffersTryAgain());
+        std::filesystem::remove_all(list);
+        app_->SaveOptions();
+        QVERIFY(!window_->Faults()->isVisible());
+    }
+
     void try_again_repeats_a_print_that_failed() {
         OpenWithCompanions();
         const auto print = [this](bool fails) {

@@ -218,6 +218,21 @@ private slots:
         QCOMPARE(app_->NoteBooks()[0].name, std::string("Thesis"));
     }
 
+    void a_full_disk_is_told_in_front() {
+        prompts_.answers = {4, PromptAnswer::Yes};
+        InManager([this](ManageNoteBooksDialog& dialog) {
+            auto* const list = In<QListWidget>(dialog, "noteBooks");
+            Retype(In<QLineEdit>(dialog, "newName"), "Fog signals");
+            FailsAtFirst(dialog, [&] { In<QPushButton>(dialog, "create")->click(); });
+            QCOMPARE(Lines(list).last(), QStringLiteral("Fog signals"));
+            Retype(In<QLineEdit>(dialog, "name"), "Lamps, again");
+            FailsAtFirst(dialog, [&] { Press(dialog, "Change Name"); });
+            QCOMPARE(Lines(list).last(), QStringLiteral("Lamps, again"));
+            FailsAtFirst(dialog, [&] { Press(dialog, "Delete NoteBook"); });
+            QCOMPARE(list->count(), 4);
+        });
+    }
+
     void faults_of_a_notebook_leave_the_bar_with_it() {
         FaultBar& bar = *window_->Faults();
         const auto tell = [&](const std::filesystem::path& file) {

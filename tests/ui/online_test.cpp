@@ -367,19 +367,17 @@ private slots:
             setType(editor, 1);
             In<QLineEdit>(editor, "address")->setText("ann@mail.example");
             In<QPlainTextEdit>(editor, "message")->setPlainText("Bring the lamp");
-            Next<EditReminderDialog>([&](EditReminderDialog& again) {
-                QVERIFY(prompts_.seen.at(0).find("key \"Server\"") != std::string::npos);
-                QVERIFY(prompts_.seen.back().find("could not be created") != std::string::npos);
-                QVERIFY(Stored().empty());
-                QCOMPARE(In<QLineEdit>(again, "address")->text(), QString("ann@mail.example"));
-                QCOMPARE(In<QPlainTextEdit>(again, "message")->toPlainText(), QString("Bring the lamp"));
-                setType(again, 0);
-                In<QPushButton>(again, "save")->click();
-            });
+            In<QPushButton>(editor, "save")->click();
+            QVERIFY(editor.isVisible());
+            QVERIFY(prompts_.seen.at(0).find("key \"Server\"") != std::string::npos);
+            QVERIFY(prompts_.seen.back().find("could not be created") != std::string::npos);
+            QVERIFY(Stored().empty());
+            QCOMPARE(In<QLineEdit>(editor, "address")->text(), QString("ann@mail.example"));
+            QCOMPARE(In<QPlainTextEdit>(editor, "message")->toPlainText(), QString("Bring the lamp"));
+            setType(editor, 0);
             In<QPushButton>(editor, "save")->click();
         });
         QVERIFY(RunNewReminder(*host_, nullptr, window_.get()));
-        QCOMPARE(opened_, 2);
         QCOMPARE(Stored().size(), size_t{1});
         QCOMPARE(Stored()[0].Message, std::string("Bring the lamp"));
     }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <sys/resource.h>
 
 #include "app/sample_notebook.h"
 #include "platform/system_sources.h"
@@ -11,6 +13,7 @@
 #include "support/scripted_ports.h"
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
+#include "ui/controls/bar_faults.h"
 #include "ui/controls/fault_bar.h"
 #include "ui/look/theme.h"
 #include "ui/main/main_window.h"
@@ -22,10 +25,34 @@ class ShownFaults : public NotedFaults {
 public:
     void Tell(const Fault& fault) override {
         NotedFaults::Tell(fault);
-        if (bar)
-            bar->Add(fault);
+        Shown().Tell(fault);
     }
+    void Mended(const std::string& what, const std::string& path) override { Shown().Mended(what, path); }
     QPointer<FaultBar> bar;
+
+private:
+    BarFaults Shown() const {
+        BarFaults shown;
+        shown.SetBar(bar);
+        return shown;
+    }
+};
+
+/// As long as one lives, no file takes a byte more, as on a full disk.
+class FullDisk {
+public:
+    FullDisk() {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit full{0, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &full);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit before_ = {};
 };
 
 /// Keeps a window open whatever would close it.
@@ -83,6 +110,24 @@ protected:
         window_.reset();
         app_.reset();
         theme_.SetAppearance(Appearance::Light);
+    }
+
+    /// Runs a step of a dialog that a full disk makes fail: the dialog says so, and has it tried again.
+    void FailsAtFirst(QWidget& dialog, const std::function<void()>& step) {
+        faults_.bar = window_->Faults();
+        {
+            const FullDisk full;
+            step();
+        }
+        auto* const bar = dialog.findChild<FaultBar*>();
+        QVERIFY(dialog.isVisible() && bar && bar->isVisible());
+        QVERIFY(bar->findChild<QLabel*>()->text().contains("File too large"));
+        QTest::qWait(50);  // the dialog grows by the bar
+        TakeShot(dialog, dialog.objectName() + "-fault");
+        QVERIFY(!window_->Faults()->isHidden());
+        Press(*bar, "Try again");
+        QTRY_VERIFY(window_->Faults()->isHidden());
+        QVERIFY(bar->isHidden());
     }
 
     /// The titles of what the user has been told and asked so far.

@@ -17,6 +17,7 @@
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/event_tool_tip.h"
+#include "ui/controls/fault_bar.h"
 #include "ui/controls/list_columns.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/look/qt_text.h"
@@ -189,9 +190,9 @@ void EditDayDialog::RemoveEvent() {
     if (row < 0)
         return;
     const CTmEvent event = day_.Events()[static_cast<size_t>(row)];
-    host_.BeginFlow();
-    if (IsSeriesMember(event) ? DeleteSingleEvent(host_.World(), event) : DeleteEvent(host_.World(), event))
-        Reload();
+    Remove([this, event] {
+        return IsSeriesMember(event) ? DeleteSingleEvent(host_.World(), event) : DeleteEvent(host_.World(), event);
+    });
 }
 
 void EditDayDialog::CreateReminder() {
@@ -207,9 +208,20 @@ void EditDayDialog::EditReminder() {
 
 void EditDayDialog::RemoveReminder() {
     const int row = ChosenRow(reminders_);
-    host_.BeginFlow();
-    if (row >= 0 && DeleteReminder(host_.World(), day_.Reminders()[static_cast<size_t>(row)]))
-        Reload();
+    if (row < 0)
+        return;
+    const CTmReminder reminder = day_.Reminders()[static_cast<size_t>(row)];
+    Remove([this, reminder] { return DeleteReminder(host_.World(), reminder); });
+}
+
+void EditDayDialog::Remove(const std::function<bool()>& remove) {
+    Faults(host_.Look()).Run([this, remove] {
+        host_.BeginFlow();
+        const bool isGone = remove();
+        if (isGone)
+            Reload();
+        return isGone;
+    });
 }
 
 }  // namespace lore

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "calendar/day_view.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/controls/dialog_frame.h"
@@ -37,6 +39,7 @@ private:
     void CreateReminder();
     void EditReminder();
     void RemoveReminder();
+    void Remove(const std::function<bool()>& remove);
 
     CalendarHost& host_;
     DayView day_;

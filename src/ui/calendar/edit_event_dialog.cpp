@@ -18,6 +18,7 @@
 #include "ui/calendar/date_fields.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/recurrence_tabs.h"
+#include "ui/controls/fault_bar.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
@@ -289,10 +290,12 @@ void EditEventDialog::EditReminder() {
 }
 
 void EditEventDialog::AskFor(const CTmReminder& reminder, bool isNew) {
-    EditReminderDialog dialog(host_, ReminderEditor(host_.World(), reminder, ReminderEditor::Purpose::Event, isNew),
-                              this);
-    if (dialog.exec() == QDialog::Accepted)
-        model_.PutReminder(dialog.Reminder());
+    const auto put = [this](const CTmReminder& edited) {
+        model_.PutReminder(edited);
+        return true;
+    };
+    EditReminderDialog(host_, ReminderEditor(host_.World(), reminder, ReminderEditor::Purpose::Event, isNew), put, this)
+        .exec();
     ShowReminders();
 }
 
@@ -304,10 +307,14 @@ void EditEventDialog::RemoveReminder() {
 }
 
 void EditEventDialog::Save() {
-    host_.BeginFlow();
-    const EventSave result = model_.Save();
-    if (result == EventSave::Saved || result == EventSave::Cancelled)
-        accept();
+    Faults(host_.Look()).Run([this] {
+        host_.BeginFlow();
+        const EventSave result = model_.Save();
+        const bool ends = result == EventSave::Saved || result == EventSave::Cancelled;
+        if (ends)
+            accept();
+        return ends;
+    });
 }
 
 void EditEventDialog::reject() {

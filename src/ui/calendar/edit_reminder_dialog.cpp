@@ -14,6 +14,7 @@
 #include "calendar/day_reminders.h"
 #include "calendar/reminder_address.h"
 #include "ui/calendar/date_fields.h"
+#include "ui/controls/fault_bar.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -21,8 +22,11 @@
 
 namespace lore {
 
-EditReminderDialog::EditReminderDialog(CalendarHost& host, ReminderEditor model, QWidget* parent)
-    : DialogFrame(tr(model.Title()), "EditReminder", host.Store(), parent), host_(host), model_(std::move(model)) {
+EditReminderDialog::EditReminderDialog(CalendarHost& host, ReminderEditor model, Store store, QWidget* parent)
+    : DialogFrame(tr(model.Title()), "EditReminder", host.Store(), parent),
+      host_(host),
+      model_(std::move(model)),
+      store_(std::move(store)) {
     MakeFields();
     test_ = AddSideButton(tr("Send Test &Message"));
     test_->setObjectName("test");
@@ -198,9 +202,13 @@ void EditReminderDialog::TakeFields() {
 }
 
 void EditReminderDialog::Save() {
-    TakeFields();
-    if (model_.Save())
-        accept();
+    Faults(host_.Look()).Run([this] {
+        TakeFields();
+        const bool isStored = model_.Save() && store_(model_.Reminder());
+        if (isStored)
+            accept();
+        return isStored;
+    });
 }
 
 void EditReminderDialog::reject() {
@@ -211,17 +219,13 @@ void EditReminderDialog::reject() {
 
 namespace {
 
-/// Until the reminder is saved or given up: the editor keeps what was typed when the server doesn't take it.
 bool Run(CalendarHost& host, const ReminderEditor& model, bool (*save)(const CalendarWorld&, CTmReminder),
          QWidget* parent) {
-    EditReminderDialog dialog(host, model, parent);
-    for (;;) {
+    const auto store = [&host, save](const CTmReminder& reminder) {
         host.BeginFlow();
-        if (dialog.exec() != QDialog::Accepted)
-            return false;
-        if (save(host.World(), dialog.Reminder()))
-            return true;
-    }
+        return save(host.World(), reminder);
+    };
+    return EditReminderDialog(host, model, store, parent).exec() == QDialog::Accepted;
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "calendar/reminder_editor.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/controls/dialog_frame.h"
@@ -14,13 +16,16 @@ class QTimeEdit;
 
 namespace lore {
 
-/// The reminder editor. Accepted with the reminder in its model.
+/// The reminder editor. Accepted once the reminder is stored; it stays open with everything in it when the server
+/// doesn't take it or the write fails.
 class EditReminderDialog : public DialogFrame {
     Q_OBJECT
 
 public:
-    EditReminderDialog(CalendarHost& host, ReminderEditor model, QWidget* parent);
-    const CTmReminder& Reminder() const { return model_.Reminder(); }
+    /// Stores a reminder; true if it is stored.
+    using Store = std::function<bool(const CTmReminder&)>;
+
+    EditReminderDialog(CalendarHost& host, ReminderEditor model, Store store, QWidget* parent);
     /// Asks first where something would be lost.
     void reject() override;
 
@@ -39,6 +44,7 @@ private:
 
     CalendarHost& host_;
     ReminderEditor model_;
+    Store store_;
     QFormLayout* form_ = nullptr;
     QComboBox *type_ = nullptr, *prior_ = nullptr, *provider_ = nullptr;
     QDateEdit* date_ = nullptr;

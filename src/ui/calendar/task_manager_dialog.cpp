@@ -19,6 +19,7 @@
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/controls/fault_bar.h"
 #include "ui/controls/panel_section.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -157,9 +158,13 @@ void TaskManagerDialog::OpenEvent(size_t event) {
 }
 
 void TaskManagerDialog::Delete(bool (*remove)(const CalendarWorld&, const CTmEvent&), const CTmEvent& event) {
-    host_.BeginFlow();
-    if (remove(host_.World(), event))
-        Reload();
+    Faults(host_.Look()).Run([this, remove, event] {
+        host_.BeginFlow();
+        const bool isGone = remove(host_.World(), event);
+        if (isGone)
+            Reload();
+        return isGone;
+    });
 }
 
 void TaskManagerDialog::AddEventEntries(QMenu& menu, size_t event) {

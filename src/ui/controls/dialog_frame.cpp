@@ -16,6 +16,7 @@
 #include <functional>
 #include <utility>
 
+#include "ui/controls/fault_bar.h"
 #include "ui/controls/main_button_keys.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme_look.h"
@@ -173,6 +174,31 @@ void DialogFrame::TakeWhatIsTyped() {
 void DialogFrame::SetMainButton(QPushButton* button) {
     main_ = button;
     button->setDefault(true);
+}
+
+FaultBar& DialogFrame::Faults(const Theme& theme) {
+    if (faultBar_)
+        return *faultBar_;
+    faultBar_ = new FaultBar(theme, this);
+    faultBar_->OfferTryAgain(false);
+    content_->insertWidget(0, faultBar_);
+    // What stands first comes first with Tab, though the dialog may have all its controls by now.
+    const Qt::FocusPolicy before = focusPolicy();
+    setFocusPolicy(Qt::TabFocus);  // else it gives no place in the order
+    QWidget* last = this;
+    for (QPushButton* const button : faultBar_->findChildren<QPushButton*>()) {
+        button->setAutoDefault(false);
+        setTabOrder(std::exchange(last, button), button);
+    }
+    setFocusPolicy(before);
+    // Once the bar has its place in the layout.
+    connect(faultBar_, &FaultBar::Changed, this, &DialogFrame::FitOnScreen, Qt::QueuedConnection);
+    const auto tryAgain = [this] {
+        if (const std::function<bool()> command = faultBar_->TakeFailed())
+            faultBar_->Run(command);
+    };
+    connect(faultBar_, &FaultBar::TryAgainRequested, this, tryAgain, Qt::QueuedConnection);
+    return *faultBar_;
 }
 
 void DialogFrame::keyPressEvent(QKeyEvent* event) {

@@ -12,6 +12,7 @@ class QVBoxLayout;
 
 namespace lore {
 
+class FaultBar;
 class Theme;
 
 /// What all dialogs share: content above a row of buttons, all distances multiples of kSpace. Esc cancels, Ctrl+Enter
@@ -33,6 +34,9 @@ public:
     QPushButton* AddSideButton(const QString& text);
     /// The button that Ctrl+Enter presses; drawn as the default one.
     void SetMainButton(QPushButton* button);
+    /// The bar above the content that tells of failures; it is made when it is first asked for. A command that runs in
+    /// it can be tried again.
+    FaultBar& Faults(const Theme& theme);
 
     void done(int result) override;
     void setVisible(bool visible) override;
@@ -62,6 +66,7 @@ private:
     QBoxLayout* buttons_ = nullptr;  // the two rows, side by side where there is room
     QHBoxLayout *sideRow_ = nullptr, *mainRow_ = nullptr;
     QPushButton* main_ = nullptr;
+    FaultBar* faultBar_ = nullptr;
     int sideButtons_ = 0;
     bool isPlaced_ = false;
 };

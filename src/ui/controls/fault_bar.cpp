@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
+#include <utility>
 
 #include "ui/controls/run_when_free.h"
 #include "ui/look/qt_text.h"
@@ -17,6 +18,10 @@ namespace {
 QString LineOf(const Fault& fault) {
     return QStringLiteral("%1: %2 (%3)")
         .arg(ToQString(fault.what), QString::fromStdString(fault.path), QString::fromStdString(fault.reason));
+}
+
+bool IsOf(const Fault& fault, const std::string& what, const std::string& path) {
+    return fault.what == what && fault.path == path;
 }
 
 }  // namespace
@@ -44,7 +49,7 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
             }));
     connect(close, &QPushButton::clicked, this, [this] {
         Clear();
-        emit Dismissed();
+        failed_ = nullptr;
     });
     connect(&theme_, &Theme::Changed, this, &FaultBar::Restyle);
     Restyle();
@@ -52,42 +57,69 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
 }
 
 void FaultBar::Add(const Fault& fault) {
-    faults_.push_back(fault);
+    std::erase_if(faults_, [&](const Numbered& one) { return IsOf(one.fault, fault.what, fault.path); });
+    faults_.push_back({fault, ++lastNumber_});
     Refresh();
-    emit Added();
+    emit Changed();
+}
+
+void FaultBar::Remove(const std::string& what, const std::string& path) {
+    if (std::erase_if(faults_, [&](const Numbered& one) { return IsOf(one.fault, what, path); }) == 0)
+        return;
+    Refresh();
+    emit Changed();
+}
+
+void FaultBar::Forget(size_t last, const std::filesystem::path& folder) {
+    const std::string inside = (folder / "").string();
+    std::erase_if(
+        faults_, [&](const Numbered& one) { return one.number <= last && (one.fault.path + "/").starts_with(inside); });
+    Refresh();
 }
 
 void FaultBar::OfferTryAgain(bool offers) {
-    again_->setVisible(offers);
+    offers_ = offers;
+    ShowOffer();
 }
 
-void FaultBar::Forget(size_t count, const std::filesystem::path& folder) {
-    const std::string inside = (folder / "").string();
-    const auto end = faults_.begin() + static_cast<std::ptrdiff_t>(std::min(count, faults_.size()));
-    faults_.erase(std::remove_if(faults_.begin(), end,
-                                 [&](const Fault& fault) { return (fault.path + "/").starts_with(inside); }),
-                  end);
-    if (faults_.empty())
-        Clear();
-    else
-        Refresh();
+void FaultBar::ShowOffer() {
+    again_->setVisible(offers_ || failed_);
+}
+
+void FaultBar::Run(const std::function<bool()>& command) {
+    failed_ = nullptr;
+    const size_t before = lastNumber_;
+    if (!command() && lastNumber_ != before && !faults_.empty())
+        failed_ = command;
+    ShowOffer();
+}
+
+std::function<bool()> FaultBar::TakeFailed() {
+    const std::function<bool()> command = std::exchange(failed_, nullptr);
+    ShowOffer();
+    return command;
 }
 
 void FaultBar::Refresh() {
+    if (faults_.empty()) {
+        failed_ = nullptr;
+        return Clear();
+    }
     // A notice doesn't take the place of a failure.
     const auto failed =
-        std::find_if(faults_.rbegin(), faults_.rend(), [](const Fault& fault) { return !fault.isNotice; });
+        std::find_if(faults_.rbegin(), faults_.rend(), [](const Numbered& one) { return !one.fault.isNotice; });
     const bool isLast = failed == faults_.rend() || failed == faults_.rbegin();
-    const QString line = LineOf(isLast ? faults_.back() : *failed);
+    const QString line = LineOf((isLast ? faults_.back() : *failed).fault);
     const QString several = isLast ? tr("%1 problems, the last one: %2") : tr("%1 problems, the gravest one: %2");
     text_->setText(faults_.size() == 1 ? line : several.arg(faults_.size()).arg(line));
+    ShowOffer();
     show();
 }
 
 void FaultBar::ShowDetails() {
     QStringList lines;
-    for (const Fault& fault : faults_)
-        lines << LineOf(fault);
+    for (const Numbered& one : faults_)
+        lines << LineOf(one.fault);
     QMessageBox box(QMessageBox::Warning, tr("Details"),
                     tr("What could not be read or written. Nothing else is touched; what you typed is kept."),
                     QMessageBox::Ok, this);
@@ -112,22 +144,6 @@ void FaultBar::Restyle() {
 
 void FaultLines::Tell(const Fault& fault) {
     text_ += (text_.empty() ? "" : "\n") + fault.what + ": " + fault.path + " (" + fault.reason + ")";
-}
-
-void BarFaults::Tell(const Fault& fault) {
-    if (bar_)
-        bar_->Add(fault);
-    else
-        early_.push_back(fault);
-}
-
-void BarFaults::SetBar(FaultBar* bar) {
-    bar_ = bar;
-    if (!bar_)
-        return;
-    for (const Fault& fault : early_)
-        bar_->Add(fault);
-    early_.clear();
 }
 
 }  // namespace lore

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,28 +21,48 @@ class FaultBar : public QFrame {
 
 public:
     explicit FaultBar(const Theme& theme, QWidget* parent = nullptr);
+    /// Takes the place of what was told in the same words of the same file.
     void Add(const Fault& fault);
+    /// Takes out what was told in these words of this file.
+    void Remove(const std::string& what, const std::string& path);
     /// How many faults it tells of.
     size_t Count() const { return faults_.size(); }
-    /// Takes out those of the first `count` whose file lies in a folder.
-    void Forget(size_t count, const std::filesystem::path& folder);
-    /// Whether the bar has the button "Try again"; at first it has.
+    /// The number of the last fault that was added; they are counted from 1.
+    size_t LastNumber() const { return lastNumber_; }
+    /// Takes out those up to a number whose file lies in a folder.
+    void Forget(size_t last, const std::filesystem::path& folder);
+    /// Whether the bar has the button "Try again" even where no command can be run anew; at first it has.
     void OfferTryAgain(bool offers);
 
+    /// Runs a command that says whether it came to its end. Where it failed, and that was told here, it can be tried
+    /// again, until another one runs or the bar is empty.
+    void Run(const std::function<bool()>& command);
+    /// The command that can be tried again, which it then no longer is here; may be empty.
+    std::function<bool()> TakeFailed();
+
+    const Theme& Look() const { return theme_; }
+
 signals:
-    void Added();
+    /// A fault was added, or taken out because it was mended.
+    void Changed();
     void TryAgainRequested();
-    /// The user has seen enough of what was told.
-    void Dismissed();
 
 private:
+    struct Numbered {
+        Fault fault;
+        size_t number;
+    };
     void Refresh();
+    void ShowOffer();
     void ShowDetails();
     void Clear();
     void Restyle();
 
     const Theme& theme_;
-    std::vector<Fault> faults_;
+    std::vector<Numbered> faults_;
+    size_t lastNumber_ = 0;
+    std::function<bool()> failed_;
+    bool offers_ = true;
     QLabel* text_;
     QPushButton* details_;
     QPushButton* again_;
@@ -55,17 +76,6 @@ public:
 
 private:
     std::string text_;
-};
-
-/// Hands faults on to a bar, and keeps those that come before there is one.
-class BarFaults : public FaultNotice {
-public:
-    void Tell(const Fault& fault) override;
-    void SetBar(FaultBar* bar);
-
-private:
-    FaultBar* bar_ = nullptr;
-    std::vector<Fault> early_;
 };
 
 }  // namespace lore

@@ -1,40 +1,34 @@
 #include "ui/main/fault_retry.h"
 
-#include <utility>
-
 #include "app/lorebinder_app.h"
 #include "ui/controls/fault_bar.h"
 
 namespace lore {
 
 FaultRetry::FaultRetry(CLorebinderApp& app, FaultBar& bar, QObject* parent) : QObject(parent), app_(app), bar_(bar) {
-    connect(&bar_, &FaultBar::Added, this, &FaultRetry::ShowOffer);
+    connect(&bar_, &FaultBar::Changed, this, &FaultRetry::ShowOffer);
     connect(&bar_, &FaultBar::TryAgainRequested, this, &FaultRetry::TryAgain);
-    connect(&bar_, &FaultBar::Dismissed, this, [this] { command_ = nullptr; });
     ShowOffer();
 }
 
 void FaultRetry::Run(const std::function<bool()>& command) {
-    command_ = nullptr;
-    const size_t before = bar_.Count();
-    if (!command() && bar_.Count() != before)
-        command_ = command;
+    bar_.Run(command);
     ShowOffer();
 }
 
 void FaultRetry::Switch(const std::function<void()>& step) {
-    const size_t told = bar_.Count();
+    const size_t told = bar_.LastNumber();
     const std::filesystem::path former = app_.NoteBook().paths.Folder();
     step();
     if (app_.NoteBook().paths.Folder() == former)
         return;
-    command_ = nullptr;
+    bar_.TakeFailed();
     bar_.Forget(told, former);
     ShowOffer();
 }
 
 void FaultRetry::TryAgain() {
-    const std::function<bool()> command = std::exchange(command_, nullptr);
+    const std::function<bool()> command = bar_.TakeFailed();
     if (app_.TryAgain())
         emit NoteBookLoaded();
     if (command)
@@ -42,7 +36,7 @@ void FaultRetry::TryAgain() {
 }
 
 void FaultRetry::ShowOffer() {
-    bar_.OfferTryAgain(command_ || app_.CanTryAgain());
+    bar_.OfferTryAgain(app_.CanTryAgain());
 }
 
 }  // namespace lore

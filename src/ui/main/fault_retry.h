@@ -18,8 +18,7 @@ public:
     /// Both outlive the retry.
     FaultRetry(CLorebinderApp& app, FaultBar& bar, QObject* parent);
 
-    /// Runs a command that says whether it came to its end. Where it failed, and that was told, it can be tried again,
-    /// until another one runs.
+    /// Runs a command in the bar.
     void Run(const std::function<bool()>& command);
 
     /// Runs what may open another NoteBook. If it does, faults of the former one's files leave the bar, besides those
@@ -36,7 +35,6 @@ private:
 
     CLorebinderApp& app_;
     FaultBar& bar_;
-    std::function<bool()> command_;  // the last one, if it failed
 };
 
 }  // namespace lore

@@ -6,6 +6,7 @@
 #include "app/writing_commands.h"
 #include "edit/category_assignment.h"
 #include "edit/source_rows.h"
+#include "ui/controls/bar_faults.h"
 #include "ui/controls/fault_bar.h"
 
 class QCheckBox;

@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include "ui/controls/fault_bar.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
@@ -72,6 +73,7 @@ ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme
     });
     connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
         model_.Select(static_cast<size_t>(std::max(row, 0)));
+        Faults(theme_).TakeFailed();  // it was meant for another NoteBook
         ShowDetails();
     });
     Refill();
@@ -154,30 +156,35 @@ void ManageNoteBooksDialog::ShowDetails() {
 }
 
 void ManageNoteBooksDialog::Create() {
-    if (!model_.Create(FromQString(newName_->text())))
-        return;
-    Refill();
-    newName_->clear();
-    newName_->setFocus();
+    Run([this] { return model_.Create(FromQString(newName_->text())); },
+        [this] {
+            newName_->clear();
+            newName_->setFocus();
+        });
 }
 
 void ManageNoteBooksDialog::ChangeName() {
-    if (model_.ChangeName(FromQString(name_->text())))
-        Refill();
+    Run([this] { return model_.ChangeName(FromQString(name_->text())); }, [] {});
 }
 
 void ManageNoteBooksDialog::Delete() {
-    if (!model_.Delete())
-        return;
-    Refill();
-    list_->setFocus();
+    Run([this] { return model_.Delete(); }, [this] { list_->setFocus(); });
 }
 
 void ManageNoteBooksDialog::Restore() {
-    if (!model_.Restore())
-        return ShowDetails();
-    Refill();
-    list_->setFocus();
+    Run([this] { return model_.Restore(); }, [this] { list_->setFocus(); });
+    ShowDetails();
+}
+
+void ManageNoteBooksDialog::Run(const std::function<bool()>& command, const std::function<void()>& then) {
+    Faults(theme_).Run([this, command, then] {
+        const bool isDone = command();
+        if (isDone) {
+            Refill();
+            then();
+        }
+        return isDone;
+    });
 }
 
 bool ManageNoteBooksDialog::MayClose() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "notebooks/manage_notebooks.h"
 #include "ui/controls/dialog_frame.h"
 
@@ -32,6 +34,8 @@ private:
     void ChangeName();
     void Delete();
     void Restore();
+    /// Shows what a command changed and runs a step, once it came to its end.
+    void Run(const std::function<bool()>& command, const std::function<void()>& then);
     bool MayClose();
 
     ManageNoteBooks& model_;

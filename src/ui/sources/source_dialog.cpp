@@ -13,8 +13,8 @@ namespace lore {
 
 SourceDialog::SourceDialog(const QString& title, const char* place, const SourceWindows& windows, QWidget* parent)
     : DialogFrame(title, place, windows.store, parent), windows_(windows) {
-    bar_ = new FaultBar(windows.theme, this);
-    Content()->addWidget(bar_);
+    bar_ = &DialogFrame::Faults(windows.theme);
+    bar_->OfferTryAgain(true);
     faults_.SetBar(bar_);
     const auto tryAgain = [this] {
         // The step sets anew what comes behind it.

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "ui/controls/bar_faults.h"
 #include "ui/controls/dialog_frame.h"
 #include "ui/controls/fault_bar.h"
 #include "ui/sources/source_windows.h"

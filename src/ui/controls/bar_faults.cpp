@@ -1,0 +1,48 @@
+#include "ui/controls/bar_faults.h"
+
+#include <QApplication>
+
+#include "ui/controls/dialog_frame.h"
+#include "ui/controls/fault_bar.h"
+
+namespace lore {
+
+namespace {
+
+/// Of the dialog in front, or of the one that a box there stands over; null where there is none.
+FaultBar* BarInFront(const Theme& theme) {
+    for (QWidget* window = QApplication::activeModalWidget(); window; window = window->parentWidget()) {
+        if (auto* const dialog = qobject_cast<DialogFrame*>(window))
+            return &dialog->Faults(theme);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+void BarFaults::Tell(const Fault& fault) {
+    if (!bar_)
+        return early_.push_back(fault);
+    bar_->Add(fault);
+    FaultBar* const front = fault.isNotice ? nullptr : BarInFront(bar_->Look());
+    if (front && front != bar_)
+        front->Add(fault);
+}
+
+void BarFaults::Mended(const std::string& what, const std::string& path) {
+    if (!bar_)
+        return;
+    for (FaultBar* const bar : bar_->window()->findChildren<FaultBar*>())
+        bar->Remove(what, path);
+}
+
+void BarFaults::SetBar(FaultBar* bar) {
+    bar_ = bar;
+    if (!bar_)
+        return;
+    for (const Fault& fault : early_)
+        bar_->Add(fault);
+    early_.clear();
+}
+
+}  // namespace lore

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "ports/fault_notice.h"
+
+namespace lore {
+
+class FaultBar;
+
+/// Hands faults on to a bar, and keeps those that come before there is one. A failure is told in the dialog in front as
+/// well: who waits for its command doesn't see the bar behind it. What has been done by now leaves all bars.
+class BarFaults : public FaultNotice {
+public:
+    void Tell(const Fault& fault) override;
+    void Mended(const std::string& what, const std::string& path) override;
+    void SetBar(FaultBar* bar);
+
+private:
+    FaultBar* bar_ = nullptr;
+    std::vector<Fault> early_;
+};
+
+}  // namespace lore
