@@ -28,6 +28,21 @@ int ScriptOf(const std::string& language) {
     return U_FAILURE(status) || count < 1 ? USCRIPT_LATIN : codes[0];
 }
 
+std::string WithFirst(const std::string& word, char32_t (*changed)(char32_t)) {
+    std::u32string letters = Utf8ToCodePoints(word);
+    if (!letters.empty())
+        letters[0] = changed(letters[0]);
+    return CodePointsToUtf8(letters);
+}
+
+/// A capital in front, and no other.
+bool IsCapitalized(const std::string& word) {
+    std::u32string letters = Utf8ToCodePoints(word);
+    std::transform(letters.begin(), letters.end(), letters.begin(), LowerCharacter);
+    const std::string small = WithFirst(word, LowerCharacter);
+    return small != word && small == CodePointsToUtf8(letters);
+}
+
 }  // namespace
 
 /// The bytes that a dictionary is written in.
@@ -149,14 +164,8 @@ bool HunspellChecker::Select(const std::string& language) {
 }
 
 bool HunspellChecker::IsOwn(const std::string& word) const {
-    if (rightWords_.contains(word))
-        return true;
     // An own word may begin a sentence.
-    std::u32string letters = Utf8ToCodePoints(word);
-    if (letters.empty() || LowerCharacter(letters[0]) == letters[0])
-        return false;
-    letters[0] = LowerCharacter(letters[0]);
-    return rightWords_.contains(CodePointsToUtf8(letters));
+    return rightWords_.contains(word) || rightWords_.contains(WithFirst(word, LowerCharacter));
 }
 
 bool HunspellChecker::IsOtherScript(const std::string& word) const {
@@ -177,15 +186,28 @@ bool HunspellChecker::Check(const std::string& word) {
     return bytes && engine_->spell(*bytes);
 }
 
-std::vector<std::string> HunspellChecker::Suggest(const std::string& word) {
-    std::vector<std::string> words;
+/// All that the engine has for a word, in its order.
+std::vector<std::string> HunspellChecker::Near(const std::string& word) {
     const auto bytes =
         engine_ && word.size() <= kLongestWord ? encoding_->From(ReplaceAll(word, "\u2019", "'")) : std::nullopt;
-    if (!bytes)
-        return words;
-    for (const std::string& suggestion : engine_->suggest(*bytes))
-        if (words.size() < kMostSuggestions)
-            words.push_back(encoding_->To(suggestion));
+    std::vector<std::string> words = bytes ? engine_->suggest(*bytes) : std::vector<std::string>();
+    for (std::string& each : words)
+        each = encoding_->To(each);
+    return words;
+}
+
+// For a word with a capital the engine names all that have one first, but it may begin a sentence as well as be a name:
+// what comes near either stands in turns.
+std::vector<std::string> HunspellChecker::Suggest(const std::string& word) {
+    std::vector<std::string> words, begun, named = Near(word);
+    if (IsCapitalized(word))
+        for (const std::string& near : Near(WithFirst(word, LowerCharacter)))
+            begun.push_back(WithFirst(near, UpperCharacter));
+    for (size_t i = 0; i < std::max(begun.size(), named.size()); ++i)
+        for (const auto* const list : {&begun, &named})
+            if (i < list->size() && words.size() < kMostSuggestions &&
+                std::find(words.begin(), words.end(), (*list)[i]) == words.end())
+                words.push_back((*list)[i]);
     return words;
 }
 

@@ -42,6 +42,7 @@ private:
     void ReadUserWords();
     bool WriteUserWords();
     bool IsOwn(const std::string& word) const;
+    std::vector<std::string> Near(const std::string& word);
     bool IsOtherScript(const std::string& word) const;
 
     std::map<std::string, std::filesystem::path> dictionaries_;  ///< path without the ending, by language

@@ -1,7 +1,9 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDeadlineTimer>
 #include <QLocale>
 #include <QMessageBox>
+#include <QThread>
 #include <QTimer>
 #include <cstdio>
 
@@ -23,7 +25,7 @@
 #include "platform/program_arguments.h"
 #include "platform/standard_streams.h"
 #include "platform/system_sources.h"
-#include "ui/controls/fault_bar.h"
+#include "ui/controls/bar_faults.h"
 #include "ui/look/theme.h"
 #include "ui/main/main_window.h"
 #include "ui/main/request_hooks.h"
@@ -33,6 +35,9 @@
 #include "ui/ports/quit_guard.h"
 
 namespace {
+
+constexpr int kOpenTime = 5000;  // milliseconds that a start may have the lock without a channel
+constexpr int kLookAgain = 50;   // milliseconds
 
 struct StartOptions {
     lore::CompanionPlaces places;
@@ -76,6 +81,17 @@ void TellThatItIsSilent(const std::filesystem::path& data) {
                          QObject::tr("Lorebinder works with the data folder %1 already, but it doesn't answer.\n\nWait "
                                      "until it has done its work, or end it, and try again.")
                              .arg(QString::fromStdString(data.string())));
+}
+
+/// The exit status of a start that hands over to the running instance, or gets no answer from it; nothing without one.
+std::optional<int> HandOver(lore::LocalChannel& channel, const std::string& request,
+                            const std::filesystem::path& data) {
+    if (channel.SendToInstance(request, true))
+        return 0;
+    if (!channel.IsSilent())
+        return std::nullopt;
+    TellThatItIsSilent(data);
+    return lore::NumberOf(lore::ExitStatus::Locked);
 }
 
 /// No note could be kept.
@@ -176,9 +192,9 @@ int RunProgram(const Started& started) {
     faults.SetBar(window.Faults());
     app.GetSettings().Flag(lore::Option::Maximized) ? window.showMaximized() : window.show();
     lore::OutsideRequests requests(lore::HooksOf(window, app, theme));
-    channel.Listen([&requests](const lore::InstanceMessage& message) { return requests.Receive(message); });
     if (!request.empty())
         requests.OpenDocumentFile(request);
+    channel.Listen([&requests](const lore::InstanceMessage& message) { return requests.Receive(message); });
     QTimer::singleShot(0, &window, [&] {
         app.FinishStartup();
         window.ShowNoteBook();
@@ -214,12 +230,8 @@ int main(int argc, char** argv) {
                                                            std::filesystem::current_path(noFolder), options.reminder);
     const lore::CompanionPlaces& places = options.places;
     lore::LocalChannel channel(lore::kProgramRole, places.dataRoot);
-    if (channel.SendToInstance(request, true))
-        return 0;
-    if (channel.IsSilent()) {
-        TellThatItIsSilent(places.dataRoot);
-        return lore::NumberOf(lore::ExitStatus::Locked);
-    }
+    if (const auto status = HandOver(channel, request, places.dataRoot))
+        return *status;
 
     lore::IniStore store(places.settingsFile);
     if (const auto& unread = store.Unread()) {
@@ -237,12 +249,19 @@ int main(int argc, char** argv) {
     }
     int error = 0;
     const auto lock = lore::DataLock::Take(places.dataRoot, error);
+    const QDeadlineTimer limit(kOpenTime);
+    // Not for the lock itself: the settings have been read.
+    for (; !lock && error == 0 && !limit.hasExpired(); QThread::msleep(kLookAgain))
+        if (const auto status = HandOver(channel, request, places.dataRoot))
+            return *status;
+    const lore::FileResult made = lock ? lore::ComputeFolders(places.dataRoot) : lore::FileResult{error};
+    if (lock && made.Ok())
+        channel.Open();
     lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
     if (!lock && error == 0) {
         TellThatItIsLocked(places.dataRoot);
         return lore::NumberOf(lore::ExitStatus::Locked);
     }
-    const lore::FileResult made = lock ? lore::ComputeFolders(places.dataRoot) : lore::FileResult{error};
     if (!made.Ok()) {
         TellUnusableFolder(lock ? lore::DataPaths{places.dataRoot}.DataFiles() : places.dataRoot, made);
         return lore::NumberOf(lore::ExitStatus::Fault);

@@ -1,6 +1,7 @@
 #include "platform/hunspell_checker.h"
 
 #include <gmock/gmock.h>
+#include <set>
 
 #include "support/read_world.h"
 #include "support/scripted_ports.h"
@@ -50,6 +51,18 @@ TEST_F(HunspellChecking, JudgesWords) {
             EXPECT_EQ(checker.Check(word), isRight) << word;
     }
     EXPECT_THAT(checker.Suggest("Tur"), ::testing::Contains("T\u00fcr"));
+}
+
+TEST_F(HunspellChecking, ACapitalMayBeginASentenceOrAName) {
+    Write("bb_BB.aff", "SET UTF-8\nTRY abcdefghijklmnopqrstuvwxyz\n");
+    Write("bb_BB.dic", "10\nthe\nTeha\nTehb\nTehc\nTehd\nTehe\nTehf\nTehg\nTehh\nTehi\n");
+    HunspellChecker checker = Make();
+    ASSERT_TRUE(checker.Select("bb_BB"));
+    const std::vector<std::string> words = checker.Suggest("Teh");
+    EXPECT_THAT(words, ::testing::SizeIs(8));
+    EXPECT_THAT(std::vector(words.begin(), words.begin() + 2), ::testing::ElementsAre("The", "Teha"));
+    EXPECT_EQ(std::set(words.begin(), words.end()).size(), 8u) << "each once";
+    EXPECT_EQ(checker.Suggest("TEH").front(), "THE");
 }
 
 TEST_F(HunspellChecking, KeepsTheUsersWordsInAFile) {

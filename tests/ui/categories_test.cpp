@@ -2,6 +2,7 @@
 #include "ui/categories/edit_categories_dlg.h"
 #include "ui/main/control_bar.h"
 #include "ui/main/panel_page.h"
+#include "ui/ports/quit_guard.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -78,6 +79,27 @@ private slots:
         const QAbstractItemModel* const panel = window_->Panels()->PageAt(PanelKind::Categories)->Tree()->model();
         QTRY_VERIFY(!panel->match(panel->index(0, 0), Qt::DisplayRole, "Works", 1, Qt::MatchExactly).isEmpty());
         QVERIFY(faults_.faults.empty());
+    }
+
+    void an_order_to_quit_goes_on_behind_a_question_and_saves() {
+        const int32_t engineering = IDOf("Engineering");
+        IgnoresClose stays;
+        window_->installEventFilter(&stays);
+        const QuitGuard guard;
+        InTrees([&](CEditCategoriesDlg& dialog) {
+            dialog.Tree()->GoTo(engineering);
+            prompts_.texts = {"Works"};
+            PressKeys(dialog.Tree(), {"F2"});
+            prompts_.whileShown = [] {
+                QEvent quit(QEvent::Quit);
+                QCoreApplication::sendEvent(qApp, &quit);
+            };
+            PressKeys(dialog.Tree(), {"F2"});
+            prompts_.whileShown = nullptr;
+            QTRY_VERIFY(!dialog.isVisible());
+        });
+        QCOMPARE(Forest().FindByID(engineering)->name, std::string("Works"));
+        QCOMPARE(Told(), QStringList({"Rename Category", "Rename Category"}));
     }
 
     void a_drag_moves_and_asks_to_merge() {

@@ -291,6 +291,29 @@ private slots:
         }
     }
 
+    void ACopiedPictureComesFromItsBytesAndOneThatCantBeReadIsTold() {
+        const std::tuple<const char*, QByteArray, size_t> cases[] = {{"image/png", Encoded(Filled(12, 8)), 1},
+                                                                     {"image/bmp", Encoded(Filled(12, 8), "BMP"), 1},
+                                                                     {"image/png", "no picture", 0}};
+        for (const auto& [form, bytes, count] : cases) {
+            auto* const copied = new QMimeData;
+            copied->setImageData(QImage());  // as Qt gives one that is too large
+            copied->setData(QLatin1String(form), bytes);
+            bool told = false;
+            QTimer::singleShot(0, edit_, [&] {
+                auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                told = box;
+                if (box)
+                    box->accept();
+            });
+            Paste(copied);
+            QCoreApplication::processEvents();
+            QCOMPARE(told, count == 0);
+            QCOMPARE(Now().pictures.size(), count);
+            UndoAll();
+        }
+    }
+
     void PicturesOfPastedTextsAreHeldToTheSameSize() {
         auto* const page = new QMimeData;
         page->setHtml("<img src=\"" + QString::fromLatin1(Address(Encoded(Filled(3200, 100)), "png")) + "\">");

@@ -109,6 +109,14 @@ class Instance(ProcessTest):
         self.assertEqual(self.fingerprint(), before)
         self.assertEqual(self.ask(self.connect(), IS_ME), 1)
 
+    def test_of_starts_at_one_time_the_others_hand_over_to_one(self):
+        starts = [self.start("notes.lbe") for _ in range(4)]
+        end = time.monotonic() + WAIT
+        while sum(start.poll() is None for start in starts) > 1 and time.monotonic() < end:
+            time.sleep(0.05)
+        self.assertEqual(sorted(str(start.poll()) for start in starts), ["0", "0", "0", "None"])
+        self.assertEqual(self.ask(self.connect(), IS_ME), 1)
+
     def test_instance_that_hangs_is_told(self):
         first = self.start_ready()
         before = self.fingerprint()

@@ -103,18 +103,27 @@ bool LocalChannel::SendCommand(std::string_view text) {
     return Connect(socket) && Ask(socket, InstanceMessage::kCommand, text.substr(0, kMostBytes)) != 0;
 }
 
-bool LocalChannel::Listen(InstanceReceiver receiver) {
-    receiver_ = std::move(receiver);
+bool LocalChannel::Open() {
     const QString name = QString::fromStdString(name_);
     server_ = std::make_unique<QLocalServer>();
     server_->setSocketOptions(QLocalServer::UserAccessOption);
     server_->setMaxPendingConnections(kMostWaiting);
-    QObject::connect(server_.get(), &QLocalServer::newConnection, server_.get(), [this] {
-        while (QLocalSocket* const socket = server_->nextPendingConnection())
-            Serve(socket);
-    });
     QLocalServer::removeServer(name);
     return server_->listen(name);
+}
+
+bool LocalChannel::Listen(InstanceReceiver receiver) {
+    receiver_ = std::move(receiver);
+    if (!server_ && !Open())
+        return false;
+    QObject::connect(server_.get(), &QLocalServer::newConnection, server_.get(), [this] { ServeAll(); });
+    ServeAll();
+    return server_->isListening();
+}
+
+void LocalChannel::ServeAll() {
+    while (QLocalSocket* const socket = server_->nextPendingConnection())
+        Serve(socket);
 }
 
 void LocalChannel::Serve(QLocalSocket* socket) {

@@ -25,6 +25,9 @@ public:
     bool FindInstance() override;
     bool SendToInstance(std::string_view text, bool activate) override;
     bool Listen(InstanceReceiver receiver) override;
+    /// Makes this process the instance before it can act: what others send waits for Listen. The same holds of the
+    /// caller, and of a failure.
+    bool Open();
     /// Hands a text command to the running instance. False if there is none, or it doesn't take the command.
     bool SendCommand(std::string_view text);
 
@@ -38,6 +41,7 @@ public:
 private:
     bool Connect(QLocalSocket& socket);
     uint32_t Ask(QLocalSocket& socket, uint32_t tag, std::string_view text);
+    void ServeAll();
     void Serve(QLocalSocket* socket);
     void TakeMessages(QLocalSocket& socket);
 

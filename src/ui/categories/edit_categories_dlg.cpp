@@ -12,6 +12,7 @@
 #include "ui/categories/edit_categories_ctrl.h"
 #include "ui/controls/popup_menu.h"
 #include "ui/look/theme.h"
+#include "ui/ports/quit_guard.h"
 #include "ui/sources/source_dialog.h"
 
 namespace lore {
@@ -28,8 +29,8 @@ CEditCategoriesDlg::CEditCategoriesDlg(CategoryEditing& editing, WritingCommands
       trees_(editing.Model()),
       commands_(commands),
       theme_(theme) {
-    bar_ = new FaultBar(theme, this);
-    Content()->addWidget(bar_);
+    bar_ = &Faults(theme);
+    bar_->OfferTryAgain(true);
     faults_.SetBar(bar_);
     before_ = commands.ShowFaultsIn(&faults_);
     connect(bar_, &FaultBar::TryAgainRequested, this, &CEditCategoriesDlg::Save, Qt::QueuedConnection);
@@ -229,8 +230,11 @@ void CEditCategoriesDlg::Save() {
 }
 
 void CEditCategoriesDlg::reject() {
+    if (isBusy_ && IsQuitting())
+        return OrderQuitAgain();
     Alone([this] {
-        if (editing_.MayDrop())
+        const bool saves = trees_.IsChanged() && SavesBeforeQuit(*this, [this] { Save(); });
+        if (!saves && editing_.MayDrop())
             DialogFrame::reject();
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/category_editing.h"
+#include "ui/controls/bar_faults.h"
 #include "ui/controls/dialog_frame.h"
 #include "ui/controls/fault_bar.h"
 
@@ -23,7 +24,7 @@ public:
     ~CEditCategoriesDlg() override;
 
     CEditCategoriesCtrl* Tree() const { return tree_; }
-    /// Asks before changes are dropped.
+    /// Asks before changes are dropped; an order to quit saves them.
     void reject() override;
 
 private:

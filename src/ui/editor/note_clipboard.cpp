@@ -141,6 +141,17 @@ std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, 
     return pasted;
 }
 
+std::optional<Picture> PastedPicture(const QMimeData& mime, int widest) {
+    // An image that Qt makes of the same bytes has a lower limit.
+    for (const QString& form : QStringList(QStringLiteral("image/png")) + mime.formats()) {
+        if (!form.startsWith(u"image/"))
+            continue;
+        if (std::optional<Picture> picture = PictureFromBytes(mime.data(form), widest))
+            return picture;
+    }
+    return PictureFromImage(qvariant_cast<QImage>(mime.imageData()), widest);
+}
+
 QString PastedPlainText(const QMimeData& mime) {
     QString text = QString::fromStdString(CleanText(mime.text().toStdString()));
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');

@@ -24,6 +24,9 @@ bool IsCopyOf(const QMimeData& mime, const NoteFormats& formats);
 /// `widest` pixels wide.
 std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, int widest);
 
+/// The picture that was copied, PNG before other forms, by the rules of PictureFromBytes. Nothing if none can be read.
+std::optional<Picture> PastedPicture(const QMimeData& mime, int widest);
+
 /// Plain text without the bytes that would cut a record, with "\n" between its lines.
 QString PastedPlainText(const QMimeData& mime);
 

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QTextTable>
 #include <algorithm>
@@ -241,13 +242,14 @@ void RichTextEdit::insertFromMimeData(const QMimeData* source) {
         InsertNote(std::move(*document), cursor, formats_, IsCopyOf(*source, formats_));
         CheckSize();
     } else if (source->hasImage()) {
-        const std::optional<Picture> picture =
-            PictureFromImage(qvariant_cast<QImage>(source->imageData()), TextWidth());
-        if (picture) {
-            InsertPicture(*picture, commands_.CharactersNow(), cursor, formats_);
-            addedSize_ += static_cast<qint64>(picture->bytes.size()) * 2;
-            CheckSize();
+        const std::optional<Picture> picture = PastedPicture(*source, TextWidth());
+        if (!picture) {
+            QMessageBox::warning(this, tr("Insert picture"), tr("The picture could not be read."));
+            return;
         }
+        InsertPicture(*picture, commands_.CharactersNow(), cursor, formats_);
+        addedSize_ += static_cast<qint64>(picture->bytes.size()) * 2;
+        CheckSize();
     } else {
         InsertStep(PastedPlainText(*source));
         cursor = textCursor();

@@ -54,20 +54,8 @@ void Exchange(int number, void (*from)(int), void (*to)(int)) {
     ::sigaction(number, &action, nullptr);
 }
 
-/// Has the dialog saved as if its main button had been pressed, and gives the order again. False if the dialog is still
-/// there then, and outside of an order.
-bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save) {
-    const bool tries = quitting && !dialog.property(kHasSaved).toBool();
-    dialog.setProperty(kHasSaved, tries);
-    if (!tries)
-        return false;
-    QTimer::singleShot(0, &dialog, [save] {
-        save();
-        // Who waits for the dialog takes what it has saved before the next window closes.
-        QTimer::singleShot(1, QCoreApplication::instance(),
-                           [] { QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit)); });
-    });
-    return true;
+void PostQuit() {
+    QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit));
 }
 
 }  // namespace
@@ -82,9 +70,9 @@ bool QuitGuard::eventFilter(QObject* target, QEvent* event) {
     if (!IsIdle()) {
         event->ignore();
         if (!std::exchange(waits_, true))
-            RunWhenIdle(*this, [this, target] {
+            RunWhenIdle(*this, [this] {
                 waits_ = false;
-                QCoreApplication::postEvent(target, new QEvent(QEvent::Quit));
+                PostQuit();
             });
         return true;
     }
@@ -103,7 +91,7 @@ QuitSignals::QuitSignals() {
     QObject::connect(arrived_.get(), &QSocketNotifier::activated, [] {
         char byte = 0;
         if (::read(wakePipe[0], &byte, 1) > 0)
-            QCoreApplication::postEvent(QCoreApplication::instance(), new QEvent(QEvent::Quit));
+            PostQuit();
     });
     for (const int number : kSignals)
         Exchange(number, SIG_DFL, OnSignal);
@@ -119,6 +107,22 @@ QuitSignals::~QuitSignals() {
 
 bool IsQuitting() {
     return quitting;
+}
+
+void OrderQuitAgain() {
+    QTimer::singleShot(1, QCoreApplication::instance(), PostQuit);
+}
+
+bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save) {
+    const bool tries = quitting && !dialog.property(kHasSaved).toBool();
+    dialog.setProperty(kHasSaved, tries);
+    if (!tries)
+        return false;
+    QTimer::singleShot(0, &dialog, [save] {
+        save();
+        OrderQuitAgain();
+    });
+    return true;
 }
 
 bool MayClose(QDialog& dialog, Prompts& prompts, bool hasChanged, const std::string& what,

@@ -42,6 +42,13 @@ private:
 /// is kept.
 bool IsQuitting();
 
+/// For what such an order could not close yet: gives it again once who waits for a window that has closed has gone on.
+void OrderQuitAgain();
+
+/// Has the dialog saved as if its main button had been pressed, and gives the order again. False if the dialog is still
+/// there then, and outside of an order.
+bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save);
+
 /// Whether a dialog may go without its main button: nothing in it has changed, or the user drops the changes to `what`.
 /// While such an order closes it, it isn't asked first: `save` runs as if the main button had been pressed, and the
 /// order is given again.
