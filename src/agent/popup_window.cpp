@@ -322,15 +322,21 @@ void PopupWindow::Done() {
     emit Changed();
 }
 
-void PopupWindow::closeEvent(QCloseEvent* event) {
+void PopupWindow::PutOffAll() {
     agent_.SnoozeAll();  // they may have come between the user and another key
-    event->accept();
     Done();
+}
+
+// The end of the agent closes the window too: what nobody has answered then comes again with the next start.
+void PopupWindow::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (event->spontaneous())
+        PutOffAll();
 }
 
 void PopupWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
-        close();
+        PutOffAll();
     else
         QWidget::keyPressEvent(event);
 }

@@ -52,6 +52,7 @@ private:
     void Snooze();
     void Open();
     void Dismiss();
+    void PutOffAll();
     void Done();
     void Place();
     /// Grows as far as the chosen popup needs it, within the screen.

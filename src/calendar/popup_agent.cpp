@@ -108,10 +108,12 @@ void PopupAgent::Snooze(const PopupKey& key, const SnoozeChoice& choice) {
 }
 
 void PopupAgent::SnoozeAll() {
-    while (!schedule_.OnScreen().empty()) {
-        const Popup popup = schedule_.OnScreen().front();
-        Snooze(popup.Key(), SnoozeChoices(popup.reminder, Now())[kUsualSnooze]);
+    FollowClock();
+    for (const Popup& popup : std::vector<Popup>(schedule_.OnScreen())) {
+        const SnoozeChoice choice = SnoozeChoices(popup.reminder, Now())[kUsualSnooze];
+        schedule_.Snooze(popup.Key(), choice.until, choice.isSpan);
     }
+    KeepShown();
 }
 
 uint32_t PopupAgent::Receive(const InstanceMessage& message) {

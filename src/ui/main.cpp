@@ -36,7 +36,7 @@
 
 namespace {
 
-constexpr int kOpenTime = 5000;  // milliseconds that a start may have the lock without a channel
+constexpr int kOpenTime = 1000;  // milliseconds that a start may have the lock without a channel
 constexpr int kLookAgain = 50;   // milliseconds
 
 struct StartOptions {

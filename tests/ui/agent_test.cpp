@@ -173,6 +173,10 @@ private slots:
         QVERIFY(!Window().isVisible());
         QVERIFY(program_->Popups().Schedule().OnScreen().empty());
         QCOMPARE(program_->Popups().Schedule().NextTime(), clock_.now.PlusSeconds(600));
+        // The end of the program answers nothing.
+        Start({At("C", 0)});
+        Window().close();
+        QCOMPARE(program_->Popups().Schedule().OnScreen().size(), 1u);
     }
 
     void opens_the_program_and_captures() {

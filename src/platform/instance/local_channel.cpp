@@ -114,11 +114,11 @@ bool LocalChannel::Open() {
 
 bool LocalChannel::Listen(InstanceReceiver receiver) {
     receiver_ = std::move(receiver);
-    if (!server_ && !Open())
+    if ((!server_ || !server_->isListening()) && !Open())
         return false;
     QObject::connect(server_.get(), &QLocalServer::newConnection, server_.get(), [this] { ServeAll(); });
     ServeAll();
-    return server_->isListening();
+    return true;
 }
 
 void LocalChannel::ServeAll() {

@@ -25,8 +25,8 @@ public:
     bool FindInstance() override;
     bool SendToInstance(std::string_view text, bool activate) override;
     bool Listen(InstanceReceiver receiver) override;
-    /// Makes this process the instance before it can act: what others send waits for Listen. The same holds of the
-    /// caller, and of a failure.
+    /// Makes this process the instance before it can act: what others send waits for Listen, which tries once more
+    /// where this fails. Called, as Listen, by the one process that has the data folder.
     bool Open();
     /// Hands a text command to the running instance. False if there is none, or it doesn't take the command.
     bool SendCommand(std::string_view text);

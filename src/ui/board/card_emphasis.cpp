@@ -12,7 +12,7 @@ namespace lore {
 
 namespace {
 
-constexpr size_t kMostSpans = 1000;  // looked at; a type of a source has a span for each of its fields
+constexpr size_t kMostSpans = 1000;  // more are plain: a type of a source has one for each of its fields
 
 QTextCharFormat FormatOf(int32_t kind) {
     QTextCharFormat format;
@@ -27,7 +27,7 @@ QTextCharFormat FormatOf(int32_t kind) {
 /// The bytes at which the emphasis may change, upwards.
 std::vector<int32_t> BoundsOf(const CSource& source) {
     std::vector<int32_t> bounds;
-    const size_t spans = std::min({source.SpanStarts.Count(), source.SpanEnds.Count(), kMostSpans});
+    const size_t spans = std::min(source.SpanStarts.Count(), source.SpanEnds.Count());
     for (size_t i = 0; i < spans; ++i) {
         bounds.push_back(source.SpanStarts[i]);
         if (source.SpanEnds[i] < std::numeric_limits<int32_t>::max())
@@ -43,6 +43,8 @@ std::vector<int32_t> BoundsOf(const CSource& source) {
 QList<QTextLayout::FormatRange> CitationEmphasis(const CSource& source) {
     const std::string& text = source.FormattedText;
     QList<QTextLayout::FormatRange> ranges;
+    if (source.SpanStarts.Count() > kMostSpans)
+        return ranges;
     const std::vector<int32_t> bounds = BoundsOf(source);
     const bool utf8 = IsValidUtf8(text);
     int position = 0, begin = 0;

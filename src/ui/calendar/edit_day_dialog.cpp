@@ -186,11 +186,11 @@ void EditDayDialog::EditEvent() {
 }
 
 void EditDayDialog::RemoveEvent() {
-    const int row = ChosenRow(events_);
-    if (row < 0)
-        return;
-    const CTmEvent event = day_.Events()[static_cast<size_t>(row)];
-    Remove([this, event] {
+    Remove([this] {
+        const int row = ChosenRow(events_);
+        if (row < 0)
+            return true;
+        const CTmEvent event = day_.Events()[static_cast<size_t>(row)];
         return IsSeriesMember(event) ? DeleteSingleEvent(host_.World(), event) : DeleteEvent(host_.World(), event);
     });
 }
@@ -207,11 +207,10 @@ void EditDayDialog::EditReminder() {
 }
 
 void EditDayDialog::RemoveReminder() {
-    const int row = ChosenRow(reminders_);
-    if (row < 0)
-        return;
-    const CTmReminder reminder = day_.Reminders()[static_cast<size_t>(row)];
-    Remove([this, reminder] { return DeleteReminder(host_.World(), reminder); });
+    Remove([this] {
+        const int row = ChosenRow(reminders_);
+        return row < 0 || DeleteReminder(host_.World(), day_.Reminders()[static_cast<size_t>(row)]);
+    });
 }
 
 void EditDayDialog::Remove(const std::function<bool()>& remove) {

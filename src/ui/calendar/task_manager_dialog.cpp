@@ -19,7 +19,6 @@
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
-#include "ui/controls/fault_bar.h"
 #include "ui/controls/panel_section.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -158,13 +157,9 @@ void TaskManagerDialog::OpenEvent(size_t event) {
 }
 
 void TaskManagerDialog::Delete(bool (*remove)(const CalendarWorld&, const CTmEvent&), const CTmEvent& event) {
-    Faults(host_.Look()).Run([this, remove, event] {
-        host_.BeginFlow();
-        const bool isGone = remove(host_.World(), event);
-        if (isGone)
-            Reload();
-        return isGone;
-    });
+    host_.BeginFlow();
+    if (remove(host_.World(), event))
+        Reload();
 }
 
 void TaskManagerDialog::AddEventEntries(QMenu& menu, size_t event) {

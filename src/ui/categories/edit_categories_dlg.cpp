@@ -30,10 +30,8 @@ CEditCategoriesDlg::CEditCategoriesDlg(CategoryEditing& editing, WritingCommands
       commands_(commands),
       theme_(theme) {
     bar_ = &Faults(theme);
-    bar_->OfferTryAgain(true);
     faults_.SetBar(bar_);
     before_ = commands.ShowFaultsIn(&faults_);
-    connect(bar_, &FaultBar::TryAgainRequested, this, &CEditCategoriesDlg::Save, Qt::QueuedConnection);
     tree_ = new CEditCategoriesCtrl(theme, this);
     tree_->setMinimumSize(tree_->fontMetrics().averageCharWidth() * kTreeChars,
                           tree_->fontMetrics().height() * kTreeRows);
@@ -223,9 +221,14 @@ void CEditCategoriesDlg::Step(bool back) {
 }
 
 void CEditCategoriesDlg::Save() {
-    Alone([this] {
-        if (editing_.Save())
-            accept();
+    bar_->Run([this] {
+        bool isSaved = false;
+        Alone([&] {
+            isSaved = editing_.Save();
+            if (isSaved)
+                accept();
+        });
+        return isSaved;
     });
 }
 

@@ -30,6 +30,7 @@ void BarFaults::Tell(const Fault& fault) {
 }
 
 void BarFaults::Mended(const std::string& what, const std::string& path) {
+    std::erase_if(early_, [&](const Fault& fault) { return fault.what == what && fault.path == path; });
     if (!bar_)
         return;
     for (FaultBar* const bar : bar_->window()->findChildren<FaultBar*>())

@@ -15,7 +15,8 @@ namespace lore {
 
 class Theme;
 
-/// The quiet bar above the board that tells of reads and writes that failed. Hidden while there is nothing to tell.
+/// The quiet bar above the content of a window that tells of reads and writes that failed. Hidden while there is
+/// nothing to tell.
 class FaultBar : public QFrame {
     Q_OBJECT
 

@@ -73,7 +73,7 @@ ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme
     });
     connect(list_, &QListWidget::currentRowChanged, this, [this](int row) {
         model_.Select(static_cast<size_t>(std::max(row, 0)));
-        Faults(theme_).TakeFailed();  // it was meant for another NoteBook
+        Faults(theme_).TakeFailed();  // it may have been meant for another NoteBook
         ShowDetails();
     });
     Refill();

@@ -46,7 +46,7 @@ CEditSourceDlg::CEditSourceDlg(SourceEditor& editor, const SourceWindows& window
         ShowPreview();
     });
     connect(date_, &SourceDateField::Changed, this, &CEditSourceDlg::ShowPreview);
-    connect(authors_, &SourceAuthorsPane::Tries, this, [this] { SetTryAgain([this] { authors_->TryAgain(); }); });
+    connect(authors_, &SourceAuthorsPane::Tries, Faults(), &FaultBar::Run);
     connect(authors_, &SourceAuthorsPane::Changed, this, &CEditSourceDlg::ShowPreview);
     connect(fields_, &SourceFieldsPane::Changed, this, &CEditSourceDlg::ShowPreview);
     FillTypes();
@@ -100,17 +100,20 @@ void CEditSourceDlg::EditTypes() {
 }
 
 void CEditSourceDlg::Save() {
-    SetTryAgain([this] { Save(); });
     if (authors_->HasTypedName() &&
         Asks().Ask(
             "The name that you have typed isn't an author yet.  It becomes one by \"Add New\".\n\nDo you wish to "
             "save this source without it?",
             "Save Without the Name?") != PromptAnswer::Yes)
         return;
-    if (editor_.Save())
-        accept();
-    else if (editor_.Field(0).empty())
-        title_->setFocus();
+    Faults()->Run([this] {
+        const bool isSaved = editor_.Save();
+        if (isSaved)
+            accept();
+        else if (editor_.Field(0).empty())
+            title_->setFocus();
+        return isSaved;
+    });
 }
 
 void CEditSourceDlg::reject() {

@@ -268,9 +268,12 @@ void CEditSourceTypesDlg::FieldsMoved() {
 }
 
 void CEditSourceTypesDlg::Save() {
-    SetTryAgain([this] { Save(); });
-    if (editor_.Save())
-        accept();
+    Faults()->Run([this] {
+        const bool isSaved = editor_.Save();
+        if (isSaved)
+            accept();
+        return isSaved;
+    });
 }
 
 void CEditSourceTypesDlg::reject() {

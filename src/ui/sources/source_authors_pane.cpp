@@ -177,42 +177,40 @@ CAuthor SourceAuthorsPane::TypedName() const {
     return name;
 }
 
-void SourceAuthorsPane::Begin(void (SourceAuthorsPane::*step)()) {
-    lastStep_ = step;
-    emit Tries();
-}
-
-void SourceAuthorsPane::TryAgain() {
-    if (lastStep_)
-        (this->*lastStep_)();
-}
-
 void SourceAuthorsPane::AddNew() {
-    Begin(&SourceAuthorsPane::AddNew);
-    const std::optional<int32_t> id = authors_.AddNew(TypedName());
-    if (!id)
-        return QApplication::beep();
-    Fill();
-    SelectAvailable(*id);
-    available_->setFocus();
+    emit Tries([this] {
+        const std::optional<int32_t> id = authors_.AddNew(TypedName());
+        if (!id) {
+            QApplication::beep();
+            return false;
+        }
+        Fill();
+        SelectAvailable(*id);
+        available_->setFocus();
+        return true;
+    });
 }
 
 void SourceAuthorsPane::Update() {
-    Begin(&SourceAuthorsPane::Update);
-    const CAuthor name = TypedName();
-    if (!authors_.Update(name))
-        return;
-    Fill();
-    SelectAvailable(name.AuthorID);
-    emit Changed();
+    emit Tries([this] {
+        const CAuthor name = TypedName();
+        if (!authors_.Update(name))
+            return false;
+        Fill();
+        SelectAvailable(name.AuthorID);
+        emit Changed();
+        return true;
+    });
 }
 
 void SourceAuthorsPane::Delete() {
-    Begin(&SourceAuthorsPane::Delete);
-    if (!authors_.Delete(SelectedAvailable()))
-        return;
-    Fill();
-    emit Changed();
+    emit Tries([this] {
+        if (!authors_.Delete(SelectedAvailable()))
+            return false;
+        Fill();
+        emit Changed();
+        return true;
+    });
 }
 
 void SourceAuthorsPane::Append() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "sources/source_authors.h"
 #include "ui/controls/panel_section.h"
 
@@ -23,12 +25,9 @@ public:
     /// Whether a name stands in the fields that hasn't become an author.
     bool HasTypedName() const;
 
-    /// Repeats the last step that stored an author.
-    void TryAgain();
-
 signals:
-    /// An author is going to be stored or deleted.
-    void Tries();
+    /// An author is to be stored or deleted by a command that says whether it was done.
+    void Tries(const std::function<bool()>& command);
     /// The citation may be another one now.
     void Changed();
 
@@ -39,7 +38,6 @@ private:
     void MakeLists(const Theme& theme);
     void MakeNames();
     void ConnectLists();
-    void Begin(void (SourceAuthorsPane::*step)());
     int32_t SelectedAvailable() const;
     void SelectAvailable(int32_t id);
     CAuthor TypedName() const;
@@ -52,7 +50,6 @@ private:
     void Reordered();
 
     SourceAuthors& authors_;
-    void (SourceAuthorsPane::*lastStep_)() = nullptr;
     QListWidget *available_ = nullptr, *taken_ = nullptr;
     QLineEdit *first_ = nullptr, *middle_ = nullptr, *last_ = nullptr;
     QPushButton *update_ = nullptr, *delete_ = nullptr;

@@ -14,14 +14,7 @@ namespace lore {
 SourceDialog::SourceDialog(const QString& title, const char* place, const SourceWindows& windows, QWidget* parent)
     : DialogFrame(title, place, windows.store, parent), windows_(windows) {
     bar_ = &DialogFrame::Faults(windows.theme);
-    bar_->OfferTryAgain(true);
     faults_.SetBar(bar_);
-    const auto tryAgain = [this] {
-        // The step sets anew what comes behind it.
-        if (const std::function<void()> step = again_)
-            step();
-    };
-    connect(bar_, &FaultBar::TryAgainRequested, this, tryAgain, Qt::QueuedConnection);
     before_ = windows.commands.ShowFaultsIn(&faults_);
 }
 

@@ -20,20 +20,18 @@ public:
     SourceDialog(const QString& title, const char* place, const SourceWindows& windows, QWidget* parent);
     ~SourceDialog() override;
 
+    /// A step that writes runs in it, so that it can be tried again.
     FaultBar* Faults() const { return bar_; }
 
 protected:
     const SourceWindows& Windows() const { return windows_; }
     Prompts& Asks() const { return windows_.commands.World().prompts; }
-    /// What the bar's "Try again" does from here on: a step that writes says it before it writes.
-    void SetTryAgain(std::function<void()> again) { again_ = std::move(again); }
 
 private:
     const SourceWindows& windows_;
     BarFaults faults_;
     FaultBar* bar_ = nullptr;
     FaultNotice* before_ = nullptr;
-    std::function<void()> again_;
 };
 
 /// A label that leads to a control with its Alt key.

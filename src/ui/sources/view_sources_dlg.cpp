@@ -188,12 +188,14 @@ void CViewSourcesDlg::EditSource() {
 }
 
 void CViewSourcesDlg::DeleteSource() {
-    SetTryAgain([this] { DeleteSource(); });
-    if (!browser_.Delete())
-        return;
-    FillBoxes();
-    ShowRows();
-    list_->setFocus();
+    Faults()->Run([this] {
+        if (!browser_.Delete())
+            return false;
+        FillBoxes();
+        ShowRows();
+        list_->setFocus();
+        return true;
+    });
 }
 
 void CViewSourcesDlg::OpenMenu(const QPoint& at) {
