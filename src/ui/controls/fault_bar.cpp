@@ -95,7 +95,7 @@ void FaultBar::Run(const std::function<bool()>& command) {
 }
 
 std::function<bool()> FaultBar::TakeFailed() {
-    const std::function<bool()> command = std::exchange(failed_, nullptr);
+    std::function<bool()> command = std::exchange(failed_, nullptr);
     ShowOffer();
     return command;
 }
