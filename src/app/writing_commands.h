@@ -110,7 +110,11 @@ private:
     struct FaultRelay : FaultNotice {
         explicit FaultRelay(FaultNotice& usual) : place(nullptr), usual_(usual) {}
         void Tell(const Fault& fault) override { (place && !fault.isNotice ? *place : usual_).Tell(fault); }
-        void Mended(const std::string& what, const std::string& path) override { usual_.Mended(what, path); }
+        void Mended(const std::string& what, const std::string& path) override {
+            usual_.Mended(what, path);
+            if (place)
+                place->Mended(what, path);
+        }
         FaultNotice* place;
 
     private:

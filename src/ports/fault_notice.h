@@ -12,6 +12,8 @@ struct Fault {
     /// Nothing failed that the user would do again; something was done beside that they have to know. Such words
     /// outlive the window whose command met it.
     bool isNotice = false;
+
+    bool IsOf(const std::string& words, const std::string& file) const { return what == words && path == file; }
 };
 
 /// Is told of every failed read and write. The flow that met the failure goes on.

@@ -25,17 +25,18 @@ class ShownFaults : public NotedFaults {
 public:
     void Tell(const Fault& fault) override {
         NotedFaults::Tell(fault);
-        Shown().Tell(fault);
+        if (bar)
+            Shown().Tell(fault);
     }
     void Mended(const std::string& what, const std::string& path) override { Shown().Mended(what, path); }
     QPointer<FaultBar> bar;
 
 private:
-    BarFaults Shown() const {
-        BarFaults shown;
-        shown.SetBar(bar);
-        return shown;
+    BarFaults& Shown() {
+        shown_.SetBar(bar);
+        return shown_;
     }
+    BarFaults shown_;
 };
 
 /// As long as one lives, no file takes a byte more, as on a full disk.

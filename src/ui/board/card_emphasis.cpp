@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -46,6 +47,8 @@ QList<QTextLayout::FormatRange> CitationEmphasis(const CSource& source) {
     if (source.SpanStarts.Count() > kMostSpans)
         return ranges;
     const std::vector<int32_t> bounds = BoundsOf(source);
+    if (bounds.empty())
+        return ranges;
     const bool utf8 = IsValidUtf8(text);
     int position = 0, begin = 0;
     int32_t kind = kEmphasisNone;
@@ -60,10 +63,8 @@ QList<QTextLayout::FormatRange> CitationEmphasis(const CSource& source) {
         const auto value = static_cast<unsigned char>(text[byte]);
         if (utf8 && (value & 0xc0u) == 0x80u)
             continue;
-        bool isBound = false;
-        for (; bound != bounds.end() && *bound <= static_cast<int64_t>(byte); ++bound)
-            isBound = true;
-        if (isBound)
+        const auto next = std::upper_bound(bound, bounds.end(), static_cast<int32_t>(byte));
+        if (std::exchange(bound, next) != next)
             if (const int32_t here = EmphasisAt(source, static_cast<int32_t>(byte)); here != kind)
                 close(here);
         position += utf8 && value >= 0xf0 ? 2 : 1;

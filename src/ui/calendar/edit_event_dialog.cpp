@@ -18,7 +18,6 @@
 #include "ui/calendar/date_fields.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/recurrence_tabs.h"
-#include "ui/controls/fault_bar.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
@@ -307,14 +306,12 @@ void EditEventDialog::RemoveReminder() {
 }
 
 void EditEventDialog::Save() {
-    Faults(host_.Look()).Run([this] {
+    const auto save = [this] {
         host_.BeginFlow();
         const EventSave result = model_.Save();
-        const bool ends = result == EventSave::Saved || result == EventSave::Cancelled;
-        if (ends)
-            accept();
-        return ends;
-    });
+        return result == EventSave::Saved || result == EventSave::Cancelled;
+    };
+    AcceptBehind(save, host_.Look());
 }
 
 void EditEventDialog::reject() {

@@ -14,7 +14,6 @@
 #include "calendar/day_reminders.h"
 #include "calendar/reminder_address.h"
 #include "ui/calendar/date_fields.h"
-#include "ui/controls/fault_bar.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -202,13 +201,11 @@ void EditReminderDialog::TakeFields() {
 }
 
 void EditReminderDialog::Save() {
-    Faults(host_.Look()).Run([this] {
+    const auto save = [this] {
         TakeFields();
-        const bool isStored = model_.Save() && store_(model_.Reminder());
-        if (isStored)
-            accept();
-        return isStored;
-    });
+        return model_.Save() && store_(model_.Reminder());
+    };
+    AcceptBehind(save, host_.Look());
 }
 
 void EditReminderDialog::reject() {

@@ -221,15 +221,12 @@ void CEditCategoriesDlg::Step(bool back) {
 }
 
 void CEditCategoriesDlg::Save() {
-    bar_->Run([this] {
+    const auto save = [this] {
         bool isSaved = false;
-        Alone([&] {
-            isSaved = editing_.Save();
-            if (isSaved)
-                accept();
-        });
+        Alone([&] { isSaved = editing_.Save(); });
         return isSaved;
-    });
+    };
+    AcceptBehind(save, theme_);
 }
 
 void CEditCategoriesDlg::reject() {

@@ -25,16 +25,20 @@ void BarFaults::Tell(const Fault& fault) {
         return early_.push_back(fault);
     bar_->Add(fault);
     FaultBar* const front = fault.isNotice ? nullptr : BarInFront(bar_->Look());
-    if (front && front != bar_)
-        front->Add(fault);
+    if (!front || front == bar_)
+        return;
+    front->Add(fault);
+    std::erase_if(fronts_, [&](const QPointer<FaultBar>& one) { return !one || one == front; });
+    fronts_.emplace_back(front);
 }
 
 void BarFaults::Mended(const std::string& what, const std::string& path) {
-    std::erase_if(early_, [&](const Fault& fault) { return fault.what == what && fault.path == path; });
-    if (!bar_)
-        return;
-    for (FaultBar* const bar : bar_->window()->findChildren<FaultBar*>())
-        bar->Remove(what, path);
+    std::erase_if(early_, [&](const Fault& fault) { return fault.IsOf(what, path); });
+    if (bar_)
+        bar_->Remove(what, path);
+    for (const QPointer<FaultBar>& front : fronts_)
+        if (front)
+            front->Remove(what, path);
 }
 
 void BarFaults::SetBar(FaultBar* bar) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <vector>
 
 #include "ports/fault_notice.h"
@@ -19,6 +20,7 @@ public:
 private:
     FaultBar* bar_ = nullptr;
     std::vector<Fault> early_;
+    std::vector<QPointer<FaultBar>> fronts_;  // of dialogs that were told as well
 };
 
 }  // namespace lore

@@ -201,6 +201,15 @@ FaultBar& DialogFrame::Faults(const Theme& theme) {
     return *faultBar_;
 }
 
+void DialogFrame::AcceptBehind(const std::function<bool()>& save, const Theme& theme) {
+    Faults(theme).Run([this, save] {
+        const bool isDone = save();
+        if (isDone)
+            accept();
+        return isDone;
+    });
+}
+
 void DialogFrame::keyPressEvent(QKeyEvent* event) {
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         return QDialog::keyPressEvent(event);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 
 #include "ports/settings_store.h"
 
@@ -37,6 +38,8 @@ public:
     /// The bar above the content that tells of failures; it is made when it is first asked for. A command that runs in
     /// it can be tried again.
     FaultBar& Faults(const Theme& theme);
+    /// Runs a save in the bar and accepts the dialog once it says that it was done.
+    void AcceptBehind(const std::function<bool()>& save, const Theme& theme);
 
     void done(int result) override;
     void setVisible(bool visible) override;

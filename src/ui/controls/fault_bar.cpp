@@ -20,10 +20,6 @@ QString LineOf(const Fault& fault) {
         .arg(ToQString(fault.what), QString::fromStdString(fault.path), QString::fromStdString(fault.reason));
 }
 
-bool IsOf(const Fault& fault, const std::string& what, const std::string& path) {
-    return fault.what == what && fault.path == path;
-}
-
 }  // namespace
 
 FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_(theme) {
@@ -57,14 +53,14 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
 }
 
 void FaultBar::Add(const Fault& fault) {
-    std::erase_if(faults_, [&](const Numbered& one) { return IsOf(one.fault, fault.what, fault.path); });
+    std::erase_if(faults_, [&](const Numbered& one) { return one.fault.IsOf(fault.what, fault.path); });
     faults_.push_back({fault, ++lastNumber_});
     Refresh();
     emit Changed();
 }
 
 void FaultBar::Remove(const std::string& what, const std::string& path) {
-    if (std::erase_if(faults_, [&](const Numbered& one) { return IsOf(one.fault, what, path); }) == 0)
+    if (std::erase_if(faults_, [&](const Numbered& one) { return one.fault.IsOf(what, path); }) == 0)
         return;
     Refresh();
     emit Changed();

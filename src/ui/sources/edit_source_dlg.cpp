@@ -106,14 +106,13 @@ void CEditSourceDlg::Save() {
             "save this source without it?",
             "Save Without the Name?") != PromptAnswer::Yes)
         return;
-    Faults()->Run([this] {
+    const auto save = [this] {
         const bool isSaved = editor_.Save();
-        if (isSaved)
-            accept();
-        else if (editor_.Field(0).empty())
+        if (!isSaved && editor_.Field(0).empty())
             title_->setFocus();
         return isSaved;
-    });
+    };
+    AcceptBehind(save, Windows().theme);
 }
 
 void CEditSourceDlg::reject() {

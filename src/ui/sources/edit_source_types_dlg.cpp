@@ -268,12 +268,7 @@ void CEditSourceTypesDlg::FieldsMoved() {
 }
 
 void CEditSourceTypesDlg::Save() {
-    Faults()->Run([this] {
-        const bool isSaved = editor_.Save();
-        if (isSaved)
-            accept();
-        return isSaved;
-    });
+    AcceptBehind([this] { return editor_.Save(); }, Windows().theme);
 }
 
 void CEditSourceTypesDlg::reject() {
