@@ -1,13 +1,10 @@
-#include <cstdint>
-#include <cstdlib>
-#include <string_view>
-
 #include "online/http_reminder_server.h"
+#include "stop_at.h"
 
 /// Any bytes as the answer of a reminder server: what is read is a number of a record or none, and a moment or none.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const auto answer = lore::ReadReminderAnswer({reinterpret_cast<const char*>(data), size});
+    const auto answer = lore::ReadReminderAnswer(lore::InputText(data, size));
     if (answer && (answer->result < 0 || answer->time.IsNull()))
-        std::abort();
+        lore::StopAt("an answer without a number or a moment");
     return 0;
 }

@@ -1,17 +1,8 @@
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <string>
-#include <string_view>
-
 #include "rtf/rtf_check.h"
+#include "stop_at.h"
 
 /// Any bytes as rich text.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const std::string finding = lore::WhatIsWrongWith(std::string_view(reinterpret_cast<const char*>(data), size));
-    if (!finding.empty()) {
-        std::fprintf(stderr, "%s\n", finding.c_str());
-        std::abort();
-    }
+    lore::StopAt(lore::WhatIsWrongWith(lore::InputText(data, size)));
     return 0;
 }

@@ -30,6 +30,10 @@ public:
     /// What is wrong with reading these bytes as a file of the kind; empty if nothing is: nothing is changed, what was
     /// read is bounded and takes a bounded time, and a copy that is loaded and saved stays as it is.
     std::string Check(const RecordKind& kind, const std::string& bytes);
+    /// The first half of it: without the copies of the copy.
+    std::string CheckReading(const RecordKind& kind, const std::string& bytes);
+    /// The other half, behind CheckReading.
+    std::string CheckCopies(const RecordKind& kind) const;
     /// The bytes of the copy that the last check saved.
     const std::string& Saved() const { return saved_; }
 
