@@ -82,7 +82,8 @@ void MakeArchive() {
     Material& made = Made();
     QuietPrompts prompts;
     SilentProgress progress;
-    ExportNotes(NotesOfNoteBook(made.book, made.world.context, made.world.faults), made.Archive(), false,
+    ExportNotes(NotesOfNoteBook(made.book, made.world.context, made.world.faults), made.Archive(),
+                ExportedSources::OfNotes,
                 {made.book, DataPaths{made.Data()}, made.world.context, prompts, progress, made.world.faults});
 }
 

@@ -51,7 +51,7 @@ std::string Joined(const std::vector<std::string>& paragraphs) {
 std::string RichText(const std::vector<std::string>& paragraphs) {
     DocumentBuilder builder;
     CharFormat format;
-    format.half_points = 20;
+    format.halfPoints = 20;
     format.font = builder.Font("Arial");
     format.bold = true;
     for (const std::string& paragraph : paragraphs) {

@@ -14,6 +14,7 @@ namespace lore {
 class NoFaults : public FaultNotice {
 public:
     void Tell(const Fault&) override {}
+    void Mended(const std::string&, const std::string&) override {}
 };
 
 class FixedGuids : public GuidSource {
@@ -41,7 +42,7 @@ public:
     PromptAnswer AskWithBox(const std::string&, const std::string&, const std::string&, bool&) override {
         return PromptAnswer::No;
     }
-    std::vector<std::string> AskOpenPaths(const std::string&, const std::string&, bool) override { return {}; }
+    std::vector<std::string> AskOpenPaths(const std::string&, const std::string&, PathCount) override { return {}; }
     std::optional<std::string> AskSavePath(const std::string&, const std::string&, const std::string&) override {
         return path.empty() ? std::nullopt : std::optional(path);
     }

@@ -48,9 +48,9 @@ void WriteDocument(benchmark::State& state) {
         benchmark::DoNotOptimize(lore::WriteRtf(document));
 }
 
-void Find(benchmark::State& state, std::string_view term, bool whole_word) {
+void Find(benchmark::State& state, std::string_view term, bool wholeWord) {
     const std::string text = lore::PlainText(Document(kPlainParagraph, 8 << 20));
-    const lore::TextFinder finder(term, whole_word);
+    const lore::TextFinder finder(term, wholeWord);
     for (auto _ : state)
         benchmark::DoNotOptimize(finder.FindAll(text));
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));

@@ -84,7 +84,7 @@ void AgentProgram::Start() {
 void AgentProgram::CheckSettings() {
     const IniStore store(parts_.places.settingsFile);
     if (const auto& unread = store.Unread())
-        parts_.faults.Tell({"The settings could not be read", unread->path, unread->reason});
+        parts_.faults.Tell({kSettingsUnread, unread->path, unread->reason});
     settings_.LoadOptions(store);
     parts_.theme.SetAppearance(static_cast<Appearance>(settings_.Int(Option::Appearance)));
     tray_.SetOptions(IsOn(settings_, Option::RunAgent), IsOn(settings_, Option::StartupAgent));

@@ -40,6 +40,7 @@ public:
     void Capture();
 
     PopupWindow& Window() { return window_; }
+    // For tests.
     AgentTray& Tray() { return tray_; }
     PopupAgent& Popups() { return agent_; }
 

@@ -25,7 +25,7 @@ void CategoryEditing::StoreCounter() {
 bool CategoryEditing::Save() {
     if (!trees_.IsChanged())
         return true;
-    if (!app_.MayWrite())
+    if (app_.TellIfClosed())
         return false;
     StoreCounter();
     Progress& progress = app_.Ports().progress;

@@ -13,7 +13,7 @@ void ExportCurrentNotes(CLorebinderApp& app) {
 
 bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser,
                        WritingCommands& writing, const std::function<void()>& changed) {
-    if (!app.MayWrite())
+    if (app.TellIfClosed())
         return false;
     const ReadContext context = app.Context();
     const AppPorts& ports = app.Ports();
@@ -48,7 +48,7 @@ bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, I
 
 bool ImportNotesCommand(CLorebinderApp& app, ImportChooser& chooser, WritingCommands& writing,
                         const std::function<void()>& changed) {
-    if (!app.MayWrite())
+    if (app.TellIfClosed())
         return false;
     const auto path = AskForArchive(app.Ports().prompts);
     return path && ImportArchiveFile(app, *path, chooser, writing, changed);

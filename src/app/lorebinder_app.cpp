@@ -33,7 +33,7 @@ size_t CacheBudget(const Settings& settings) {
 }  // namespace
 
 CLorebinderApp::CLorebinderApp(std::filesystem::path dataRoot, const AppPorts& ports)
-    : ports_(ports), data_{std::move(dataRoot)}, texts_(std::make_unique<TextCache>()) {}
+    : ports_(ports), data_{std::move(dataRoot)} {}
 
 CLorebinderApp::~CLorebinderApp() = default;
 
@@ -48,7 +48,7 @@ bool CLorebinderApp::FlushStore(FaultNotice& faults) {
 
 void CLorebinderApp::LoadOptions() {
     settings_.LoadOptions(ports_.store);
-    texts_ = std::make_unique<TextCache>(CacheBudget(settings_));
+    texts_.SetBudget(CacheBudget(settings_));
 }
 
 void CLorebinderApp::SelectStartNoteBook() {
@@ -129,15 +129,15 @@ void CLorebinderApp::LoadNoteBook() {
     HeardFaults faults(ports_.faults, isUnread_);
     CleanNoteFiles(book_.paths, faults, &ports_.progress);
     IdCounters counters = Counters();
-    texts_->Clear();
+    texts_.Clear();
     lore::LoadOptions options;
     options.progress = &ports_.progress;
-    options.texts = texts_.get();
+    options.texts = &texts_;
     const LoadReport report = lore::LoadNoteBook(book_, counters, Context(), faults, options);
     std::vector<std::string> paths;
     for (const std::string& file : report.files)
         paths.push_back(book_.paths.NoteFile(file).string());
-    texts_->Attach(paths);
+    texts_.Attach(paths);
     StoreCounters(counters);
     TellDamaged(report.damaged);
 }
@@ -243,7 +243,7 @@ void CLorebinderApp::ExitInstance(FaultNotice& faults) {
 
 void CLorebinderApp::SwitchNoteBook(const CDatabase& noteBook) {
     if (closed_ == Closed::NotUpgraded) {
-        MayWrite();
+        TellIfClosed();
         return;
     }
     KeepViewList(ports_.faults);
@@ -264,12 +264,12 @@ void CLorebinderApp::ReloadNoteBooks() {
 void CLorebinderApp::CloseDeletedNoteBook() {
     const CDatabase deleted = book_.database;
     list_ = CNoteList();
-    texts_->Clear();
+    texts_.Clear();
     UseNoteBook(deleted);
     closed_ = Closed::Deleted;
 }
 
-bool CLorebinderApp::MayWrite() {
+bool CLorebinderApp::TellIfClosed() {
     if (closed_ == Closed::NotUpgraded)
         ports_.prompts.Message(
             "The data of an older version could not be upgraded, so that nothing can be written yet. Please see the "
@@ -279,7 +279,7 @@ bool CLorebinderApp::MayWrite() {
         ports_.prompts.Message(
             "The NoteBook \"" + book_.database.name + "\" has been deleted. Please change to another NoteBook first.",
             "NoteBook Deleted", PromptIcon::Warning);
-    return closed_ == Closed::No;
+    return closed_ != Closed::No;
 }
 
 std::vector<CDatabase> CLorebinderApp::NoteBookChoices() const {
@@ -293,7 +293,7 @@ std::vector<CDatabase> CLorebinderApp::NoteBookChoices() const {
 SearchOutcome CLorebinderApp::Search(std::string_view text, SearchScope scope,
                                      const std::function<void()>& listChanged) {
     const ReadContext context = Context();
-    SearchBox box({book_, *texts_, list_, ports_.prompts, ports_.progress, ports_.faults, context, ports_.background,
+    SearchBox box({book_, texts_, list_, ports_.prompts, ports_.progress, ports_.faults, context, ports_.background,
                    listChanged});
     return box.Run(text, scope, SortOrder());
 }

@@ -64,9 +64,9 @@ public:
     /// read again, as ReloadNotes does: its order stays, its selection and what marks its new notes go. True if the
     /// NoteBook was loaded anew.
     bool TryAgain();
-    /// Whether the open NoteBook takes changes. If it doesn't, the user is told why and what to do. Each command that
-    /// writes asks this first.
-    bool MayWrite();
+    /// True if the open NoteBook takes no changes: the user has been told why and what to do. Each command that writes
+    /// begins with this.
+    bool TellIfClosed();
 
     /// `listChanged` is called before the message that tells the number of results.
     SearchOutcome Search(std::string_view text, SearchScope scope, const std::function<void()>& listChanged = {});
@@ -97,7 +97,8 @@ public:
     const OpenNoteBook& NoteBook() const { return book_; }
     CNoteList& List() { return list_; }
     const CNoteList& List() const { return list_; }
-    TextCache& Texts() const { return *texts_; }
+    TextCache& Texts() { return texts_; }
+    const TextCache& Texts() const { return texts_; }
     const AppPorts& Ports() const { return ports_; }
     ReadContext Context() const;
     /// The last ids given out, and how a command that gives out more stores them at once.
@@ -135,7 +136,7 @@ private:
     std::vector<CDatabase> noteBooks_;
     OpenNoteBook book_;
     CNoteList list_;
-    std::unique_ptr<TextCache> texts_;
+    TextCache texts_;
     /// Why there is no NoteBook that takes changes.
     enum class Closed { No, Deleted, NotUpgraded } closed_ = Closed::No;
     bool isUnstored_ = false;           // settings wait to be written

@@ -33,7 +33,7 @@ void RunCopy(CLorebinderApp& app, Command command) {
     const AppPorts& ports = app.Ports();
     IdCounters counters = app.Counters();
     command(CopyWorld{app.NoteBook(), app.Data(), counters, context, ports.prompts, ports.progress, ports.faults,
-                      app.GetSettings().Int(Option::SyncEngaged) == 1, [&] { app.StoreCounters(counters); }});
+                      app.GetSettings().IsSyncEngaged(), [&] { app.StoreCounters(counters); }});
 }
 
 }  // namespace
@@ -80,7 +80,7 @@ std::vector<CDatabase> CopyTargets(const CLorebinderApp& app) {
 void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId) {
     const ReadContext context = app.Context();
     const std::optional<CNote> note = FindNote(app.NoteBook().index, noteId, context, app.Ports().faults);
-    if (!note || !app.MayWrite())
+    if (!note || app.TellIfClosed())
         return;
     RunCopy(app, [&](const CopyWorld& world) {
         CopyNoteToNoteBook(*note, app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
@@ -98,8 +98,8 @@ void CopyNotesOfNoteBook(CLorebinderApp& app, const CNoteList& notes, const CDat
 }
 
 void RunCloseSteps(CLorebinderApp& app, bool syncs) {
-    if (app.GetSettings().Int(Option::EnableBackup) == 1)
-        RunBackup(app, [](const BackupWorld& world) { AutoBackup(false, world); });
+    if (app.GetSettings().IsBackupEnabled())
+        RunBackup(app, [](const BackupWorld& world) { AutoBackupAtClose(world); });
     if (!syncs)
         SyncAtClose(app);
 }

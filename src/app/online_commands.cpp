@@ -52,7 +52,7 @@ void TellSyncNotStarted(FaultNotice& faults, const std::string& reason) {
 
 bool RunSync(CLorebinderApp& app) {
     const AppPorts& ports = app.Ports();
-    if (app.GetSettings().Int(Option::SyncEngaged) != 1) {
+    if (!app.GetSettings().IsSyncEngaged()) {
         TellSyncNotEngaged(ports.prompts);
         return false;
     }

@@ -22,19 +22,30 @@ PanelOutcome PanelActions::Run(const PanelOrder& order, int32_t focusNote) {
             return PanelOutcome::ListChanged;
         case PanelAction::Copy:
             Copy(order.notes, order.noteBook);
-            return PanelOutcome::Nothing;
+            break;
         case PanelAction::Print:
             if (!order.notes.IsEmpty())
                 PrintNotes(app_, order.notes);
-            return PanelOutcome::Nothing;
+            break;
         case PanelAction::Export:
             Export(order.notes);
-            return PanelOutcome::Nothing;
+            break;
         case PanelAction::Delete:
             return commands_.DeleteNotes(order.notes) ? PanelOutcome::NotesChanged : PanelOutcome::Nothing;
-        default:
-            return app_.MayWrite() ? ChangeValues(order, focusNote) : PanelOutcome::Nothing;
+        case PanelAction::SetColor:
+            return SetPickedColor(order.notes);
+        case PanelAction::SetListColor:
+            return ChangeValues(&ValueChanges::SetNotesColor, app_.List().GetNoteIDs(), order.color);
+        case PanelAction::RemoveListColor:
+            return ChangeValues(&ValueChanges::SetNotesColor, ListedWith(order.color), Rgb{0});
+        case PanelAction::AttachKeyWord:
+            return ChangeValues(&ValueChanges::AttachKeyWord, app_.List().GetNoteIDs(), order.name);
+        case PanelAction::RemoveKeyWord:
+            return ChangeValues(&ValueChanges::RemoveKeyWord, app_.List().GetNoteIDs(), order.name);
+        case PanelAction::AddNote:
+            return AddNote(order, focusNote);
     }
+    return PanelOutcome::Nothing;
 }
 
 LongList PanelActions::ListedWith(Rgb color) const {
@@ -45,59 +56,54 @@ LongList PanelActions::ListedWith(Rgb color) const {
     return ids;
 }
 
-PanelOutcome PanelActions::ChangeValues(const PanelOrder& order, int32_t focusNote) {
-    if (order.action == PanelAction::AddNote && order.value == PanelValue::Source)
-        return AddToSource(focusNote, order.id);
-    std::optional<Rgb> color = order.color;
-    if (order.action == PanelAction::SetColor)
-        color = order.notes.IsEmpty() ? std::nullopt : pickColor_();
-    if (!color)
+template <typename Change, typename... Value>
+PanelOutcome PanelActions::ChangeValues(Change change, const LongList& ids, const Value&... value) {
+    if (app_.TellIfClosed())
         return PanelOutcome::Nothing;
     Progress& progress = app_.Ports().progress;
     progress.ShowStandBy("Updating notes.....");
-    ValueChanges changes(commands_.World(), app_.List());
-    ChangedNotes result;
-    if (order.action == PanelAction::SetColor)
-        result = changes.SetNotesColor(order.notes, *color);
-    else if (order.action == PanelAction::SetListColor)
-        result = changes.SetNotesColor(app_.List().GetNoteIDs(), *color);
-    else if (order.action == PanelAction::RemoveListColor)
-        result = changes.SetNotesColor(ListedWith(*color), 0);
-    else if (order.action == PanelAction::AttachKeyWord)
-        result = changes.AttachKeyWord(app_.List().GetNoteIDs(), order.name);
-    else if (order.action == PanelAction::RemoveKeyWord)
-        result = changes.RemoveKeyWord(app_.List().GetNoteIDs(), order.name);
-    else
-        result = AddNote(changes, order, focusNote);
+    ValueChanges values(commands_.World(), app_.List());
+    const ChangedNotes result = (values.*change)(ids, value...);
     progress.HideStandBy();
     if (result.changed.IsEmpty())
         return PanelOutcome::Nothing;
-    commands_.ValuesChanged(changes.TakeReplaced());
+    commands_.ValuesChanged(values.TakeReplaced());
     app_.SortList();
     return PanelOutcome::NotesChanged;
 }
 
-ChangedNotes PanelActions::AddNote(ValueChanges& changes, const PanelOrder& order, int32_t focusNote) {
+PanelOutcome PanelActions::SetPickedColor(const LongList& ids) {
+    if (app_.TellIfClosed() || ids.IsEmpty())
+        return PanelOutcome::Nothing;
+    const std::optional<Rgb> color = pickColor_();
+    return color ? ChangeValues(&ValueChanges::SetNotesColor, ids, *color) : PanelOutcome::Nothing;
+}
+
+PanelOutcome PanelActions::AddNote(const PanelOrder& order, int32_t focusNote) {
     const LongList note = focusNote > 0 ? LongList{focusNote} : LongList();
     switch (order.value) {
         case PanelValue::Category: {
             const int set = CategorySetOf(app_.GetSettings().Int(Option::CtrlBarCatSet));
-            return changes.FileInCategory(note, order.id, set == kAllSets ? 1 : set);
+            return ChangeValues(&ValueChanges::FileInCategory, note, order.id, set == kAllSets ? 1 : set);
         }
         case PanelValue::KeyWord:
-            return changes.AttachKeyWord(note, order.name);
+            return ChangeValues(&ValueChanges::AttachKeyWord, note, order.name);
         case PanelValue::Color:
-            return changes.SetNotesColor(note, order.color);
-        default:
-            return {};
+            return ChangeValues(&ValueChanges::SetNotesColor, note, order.color);
+        case PanelValue::Source:
+            return AddToSource(focusNote, order.id);
+        case PanelValue::SourceGroup:
+        case PanelValue::NoSource:
+            break;
     }
+    return PanelOutcome::Nothing;
 }
 
 PanelOutcome PanelActions::AddToSource(int32_t note, int32_t source) {
-    ValueChanges changes(commands_.World(), app_.List());
-    if (!changes.AddSource(note, source))
+    ValueChanges values(commands_.World(), app_.List());
+    if (app_.TellIfClosed() || !values.AddSource(note, source))
         return PanelOutcome::Nothing;
-    commands_.ValuesChanged(changes.TakeReplaced());
+    commands_.ValuesChanged(values.TakeReplaced());
     app_.RefreshNote(note);
     app_.SortList();
     return PanelOutcome::NotesChanged;
@@ -113,7 +119,7 @@ std::vector<CNote> PanelActions::Find(const LongList& ids, const char* waitText)
 
 void PanelActions::Copy(const LongList& ids, int noteBook) {
     const std::vector<CDatabase> targets = CopyTargets(app_);
-    if (noteBook < 0 || noteBook >= static_cast<int>(targets.size()) || ids.IsEmpty() || !app_.MayWrite())
+    if (noteBook < 0 || noteBook >= static_cast<int>(targets.size()) || ids.IsEmpty() || app_.TellIfClosed())
         return;
     CNoteList notes;
     for (CNote& note : Find(ids, "Loading notes to copy....."))

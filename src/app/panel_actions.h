@@ -30,8 +30,10 @@ public:
     PanelOutcome Run(const PanelOrder& order, int32_t focusNote);
 
 private:
-    PanelOutcome ChangeValues(const PanelOrder& order, int32_t focusNote);
-    ChangedNotes AddNote(ValueChanges& changes, const PanelOrder& order, int32_t focusNote);
+    template <typename Change, typename... Value>
+    PanelOutcome ChangeValues(Change change, const LongList& ids, const Value&... value);
+    PanelOutcome SetPickedColor(const LongList& ids);
+    PanelOutcome AddNote(const PanelOrder& order, int32_t focusNote);
     PanelOutcome AddToSource(int32_t note, int32_t source);
     LongList ListedWith(Rgb color) const;
     void Copy(const LongList& ids, int noteBook);

@@ -1,12 +1,12 @@
 #include "app/sample_builder.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "app/sample_categories.h"
 #include "app/sample_files.h"
 #include "app/sample_json.h"
 #include "app/sample_markup.h"
+#include "edit/attachment_store.h"
 #include "notes/attachment_kind.h"
 #include "notes/note_index.h"
 #include "rtf/rtf.h"
@@ -102,10 +102,9 @@ void NoteBuilder::AddAttachment(const SampleAttachment& sample, CNote& note) {
         SetAttachmentType(attachment, kWebLink);
         attachment.sourceFile = sample.target;
     } else {
-        char name[32];
-        std::snprintf(name, sizeof name, "%.7zu.", content_.files.size() + 1);
+        const int number = static_cast<int>(content_.files.size()) + 1;
         SetAttachmentType(attachment, AttachmentKindOf(sample.target));
-        attachment.storedFile = name + std::string(FileExtension(sample.target));
+        attachment.storedFile = StoredAttachmentName(number, FileExtension(sample.target));
         attachment.zoom = sample.zoom;
         content_.files.push_back({attachment.storedFile, AttachedFile(sample)});
     }

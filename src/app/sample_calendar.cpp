@@ -82,9 +82,8 @@ void CalendarReader::AddSeries(const SampleJson& json) {
 void CalendarReader::AddPopups(const CTmEvent& event, const SampleJson& json) {
     for (const SampleJson& minutes : ArrayOf(json, "remind")) {
         CTmReminder reminder = NewReminder(context_);
-        reminder.PriorMinutes = minutes.get<int32_t>();
         reminder.EventStart = event.Start;
-        reminder.SendTime = event.Start.PlusSeconds(-reminder.PriorMinutes * kMinute);
+        SendBeforeStart(reminder, minutes.get<int32_t>());
         reminder.EventId = event.EventId;
         reminder.Message = reminder.EventLabel = event.Label;
         reminder.EventDescription = event.Description;
@@ -95,16 +94,14 @@ void CalendarReader::AddPopups(const CTmEvent& event, const SampleJson& json) {
 void CalendarReader::AddReminder(const SampleJson& json) {
     CTmReminder reminder = NewReminder(context_);
     reminder.PriorMinutes = kOtherTime;
-    reminder.EventStart = reminder.SendTime = DayOf(json).PlusSeconds(TimeOf(json, "at"));
+    reminder.EventStart = reminder.SendTime = reminder.ServerSendTime = DayOf(json).PlusSeconds(TimeOf(json, "at"));
     reminder.Message = TextOf(json, "message");
     AddPopup(std::move(reminder));
 }
 
 void CalendarReader::AddPopup(CTmReminder reminder) {
-    if (reminder.SendTime.Seconds() <= context_.now.Seconds() + kHour)
-        return;
-    reminder.ServerSendTime = reminder.SendTime;
-    calendar_.reminders.push_back(std::move(reminder));
+    if (reminder.SendTime.Seconds() > context_.now.Seconds() + kHour)
+        calendar_.reminders.push_back(std::move(reminder));
 }
 
 }  // namespace

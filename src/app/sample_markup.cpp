@@ -101,10 +101,10 @@ RowFormat TableFormat(const std::vector<std::vector<std::string_view>>& rows) {
     for (const int32_t weight : weights)
         total += weight;
     RowFormat format;
-    format.cell_gap = 100;
+    format.cellGap = 100;
     for (const int32_t weight : weights) {
         edge += kTableWidth * weight / total;
-        format.cells.emplace_back().right_edge = edge;
+        format.cells.emplace_back().rightEdge = edge;
         format.cells.back().borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight;
     }
     return format;
@@ -142,7 +142,7 @@ class MarkupWriter {
 public:
     explicit MarkupWriter(const PictureBytes& pictures) : pictures_(pictures) {
         plain_.font = builder_.Font(kFont);
-        plain_.half_points = kTextSize;
+        plain_.halfPoints = kTextSize;
     }
 
     void AddTitle(std::string_view title) { AddBoldLine(title, kTitleSize, 0); }
@@ -176,9 +176,9 @@ void MarkupWriter::AddBlock(const Block& block) {
         case BlockKind::Heading:
             return AddBoldLine(block.lines.front(), kHeadingSize, kItemGap);
         case BlockKind::Bullets:
-            return AddList(block, ListKind::kBullet);
+            return AddList(block, ListKind::Bullet);
         case BlockKind::Numbers:
-            return AddList(block, ListKind::kDecimal);
+            return AddList(block, ListKind::Decimal);
         case BlockKind::Table:
             return AddTable(block);
         case BlockKind::Quote:
@@ -195,23 +195,23 @@ void MarkupWriter::AddBlock(const Block& block) {
 void MarkupWriter::AddBoldLine(std::string_view text, int16_t size, int16_t before) {
     CharFormat format = plain_;
     format.bold = true;
-    format.half_points = size;
+    format.halfPoints = size;
     AddInline(text, format);
     ParagraphFormat paragraph;
-    paragraph.space_before = before;
-    paragraph.space_after = kItemGap;
+    paragraph.spaceBefore = before;
+    paragraph.spaceAfter = kItemGap;
     builder_.EndParagraph(paragraph);
 }
 
 void MarkupWriter::AddList(const Block& block, ListKind kind) {
     ParagraphFormat paragraph;
     paragraph.list = kind;
-    paragraph.list_id = ++lists_;
-    paragraph.left_indent = kIndent;
-    paragraph.first_indent = -kIndent;
+    paragraph.listId = ++lists_;
+    paragraph.leftIndent = kIndent;
+    paragraph.firstIndent = -kIndent;
     for (const std::string_view& line : block.lines) {
         AddInline(line, plain_);
-        paragraph.space_after = &line == &block.lines.back() ? kParagraphGap : kItemGap;
+        paragraph.spaceAfter = &line == &block.lines.back() ? kParagraphGap : kItemGap;
         builder_.EndParagraph(paragraph);
     }
 }
@@ -242,10 +242,10 @@ void MarkupWriter::AddQuote(const Block& block, bool rightToLeft) {
         text.append(text.empty() ? "" : "\n").append(line);
     AddInline(text, plain_);
     ParagraphFormat paragraph;
-    paragraph.left_indent = paragraph.right_indent = kIndent;
-    paragraph.space_after = kParagraphGap;
-    paragraph.right_to_left = rightToLeft;
-    paragraph.align = rightToLeft ? ParagraphAlign::kRight : ParagraphAlign::kLeft;
+    paragraph.leftIndent = paragraph.rightIndent = kIndent;
+    paragraph.spaceAfter = kParagraphGap;
+    paragraph.rightToLeft = rightToLeft;
+    paragraph.align = rightToLeft ? ParagraphAlign::Right : ParagraphAlign::Left;
     builder_.EndParagraph(paragraph);
 }
 
@@ -258,12 +258,12 @@ void MarkupWriter::AddPicture(std::string_view line) {
     picture.bytes = bytes;
     picture.width = size->width;
     picture.height = size->height;
-    picture.goal_width = size->width * kTwipsPerPixel;
-    picture.goal_height = size->height * kTwipsPerPixel;
-    picture.scale_x = picture.scale_y = kPicturePercent;
+    picture.goalWidth = size->width * kTwipsPerPixel;
+    picture.goalHeight = size->height * kTwipsPerPixel;
+    picture.scaleX = picture.scaleY = kPicturePercent;
     builder_.AddPicture(std::move(picture), plain_);
     ParagraphFormat paragraph;
-    paragraph.space_after = kParagraphGap;
+    paragraph.spaceAfter = kParagraphGap;
     builder_.EndParagraph(paragraph);
 }
 
@@ -273,8 +273,8 @@ void MarkupWriter::AddParagraph(const Block& block) {
         text.append(text.empty() ? "" : " ").append(line);
     AddInline(text, plain_);
     ParagraphFormat paragraph;
-    paragraph.space_before = gapBefore_;
-    paragraph.space_after = kParagraphGap;
+    paragraph.spaceBefore = gapBefore_;
+    paragraph.spaceAfter = kParagraphGap;
     builder_.EndParagraph(paragraph);
 }
 

@@ -1,18 +1,16 @@
 #include "app/sample_notebook.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
 #include <system_error>
 
 #include "app/sample_builder.h"
 #include "app/sample_calendar.h"
 #include "app/sample_files.h"
-#include "base/free_ids.h"
-#include "base/text.h"
 #include "calendar/event_file.h"
 #include "calendar/reminder_file.h"
 #include "notebooks/notebook_list_file.h"
+#include "notebooks/notebook_manager.h"
 #include "notes/file_faults.h"
 #include "notes/note_file.h"
 
@@ -20,11 +18,6 @@ namespace lore {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kFolderPrefix = "DB";
-constexpr int32_t kFirstID = 2;
-/// The id that takes the place of the main NoteBook's, which a new one must not have.
-constexpr int32_t kInsteadOfMainID = 2114;
 
 /// True if a folder isn't there or has no entries.
 bool IsEmptyFolder(const fs::path& folder) {
@@ -50,43 +43,6 @@ private:
     FaultNotice& faults_;
     bool allWell_ = true;
 };
-
-/// The highest number behind the prefix among the folders of NoteBooks, at least 1.
-int32_t HighestFolderNumber(const fs::path& databases) {
-    int32_t highest = 1;
-    std::error_code error;
-    for (fs::directory_iterator entry(databases, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (name.starts_with(kFolderPrefix) && entry->is_directory(error))
-            highest = std::max(highest, ParseInt(name.substr(kFolderPrefix.size())));
-    }
-    return highest;
-}
-
-std::string FolderOfId(int32_t id) {
-    char folder[32];
-    std::snprintf(folder, sizeof folder, "%s%.6d", kFolderPrefix.data(), id);
-    return folder;
-}
-
-CDatabase NewNoteBook(const DataPaths& data, const std::vector<CDatabase>& list, const std::string& name,
-                      const ReadContext& context) {
-    int32_t highest = HighestFolderNumber(data.Databases());
-    for (const CDatabase& other : list)
-        highest = std::max(highest, other.id);
-    const int64_t next = int64_t{highest} + 1;
-    CDatabase database;
-    database.id = FreeIDs(kFirstID).Find(next == kMainNoteBookID ? kInsteadOfMainID : next, [&](int32_t id) {
-        std::error_code error;
-        return id == kMainNoteBookID || fs::exists(data.Databases() / FolderOfId(id), error) ||
-               std::ranges::any_of(list, [&](const CDatabase& other) { return other.id == id; });
-    });
-    database.folder = FolderOfId(database.id);
-    database.name = name;
-    database.created = context.now;
-    database.guid = context.guids->NewGuid();
-    return database;
-}
 
 void WriteAttachments(const NoteBookPaths& paths, const SampleContent& content, SampleWriter& writer) {
     for (const SampleStoredFile& file : content.files) {
@@ -145,7 +101,7 @@ void WriteCalendar(const DataPaths& data, const ReadContext& context, SampleWrit
         return;
     const SampleCalendar calendar = ReadSampleCalendar(SampleFileBytes("events.json"), context);
     writer.Check(WriteEvents(data.Events(), calendar.events), "The events could not be written", data.Events());
-    writer.Check(SaveReminders(data.Reminders(), calendar.reminders), "The reminders could not be written",
+    writer.Check(WriteReminders(data.Reminders(), calendar.reminders), "The reminders could not be written",
                  data.Reminders());
     result.events = calendar.events.size();
     result.reminders = calendar.reminders.size();
@@ -194,7 +150,7 @@ SampleResult MakeSampleNoteBook(const DataPaths& data, const std::string& localG
         if (!file.IsWritable())
             return result;
         std::vector<CDatabase> list = file.List();
-        result.database = NewNoteBook(data, list, content.name, context);
+        result.database = NewNoteBook(data, list, 0, content.name, context);
         WriteNoteBook({data, result.database.folder}, content, writer);
         list.push_back(result.database);
         if (writer.AllWell())

@@ -4,11 +4,6 @@
 
 namespace lore {
 
-SourceStore& WritingCommands::Sources() {
-    World();
-    return sources_;
-}
-
 bool WritingCommands::ShowSourceChanges() {
     const SourceChanges changes = std::exchange(sourceChanges_, {});
     if (!changes.Any())

@@ -43,7 +43,7 @@ std::string UnsavedText(const UnsavedNote& unsaved) {
     return text + "Do you wish to go on with it? \"No\" discards the unsaved text.";
 }
 
-/// What is said of the undo of a change of values, by ValueKind.
+/// What is said of the undo of a change of values, in the order of NoteValue.
 struct UndoTexts {
     WritingCommands::NextUndo next;
     const char* title;
@@ -63,10 +63,10 @@ constexpr UndoTexts kUndoTexts[] = {
     {WritingCommands::NextUndo::Sources, "Undo Source",
      " of the notes has got other sources since, and keeps what it has.",
      " of the notes have got other sources since, and keep what they have."}};
-static_assert(std::size(kUndoTexts) == static_cast<size_t>(ValueKind::Sources) + 1);
+static_assert(std::size(kUndoTexts) == std::variant_size_v<NoteValue>);
 
 const UndoTexts& TextsOf(const ReplacedValues& values) {
-    return kUndoTexts[static_cast<size_t>(KindOf(values))];
+    return kUndoTexts[values.begin()->second.given.index()];
 }
 
 /// An order, as positions of the list, in which each note of `back` stands directly behind its neighbour of before, the
@@ -109,24 +109,12 @@ int32_t NoteInPlace(const CNoteList& list, int position) {
 WritingCommands::WritingCommands(CLorebinderApp& app)
     : app_(app),
       faults_(app.Ports().faults),
-      world_{app.NoteBook(),
-             app.GetSettings(),
-             app.Ports().prompts,
-             app.Ports().progress,
-             app.Ports().clock,
-             app.Ports().guids,
-             faults_,
-             nullptr,
-             [&app] { app.SaveOptions(); }} {}
+      world_{app.NoteBook(),    app.GetSettings(), app.Ports().prompts, app.Ports().progress,         app.Ports().clock,
+             app.Ports().guids, faults_,           &app.Texts(),        [&app] { app.SaveOptions(); }} {}
 
 WritingCommands::~WritingCommands() {
     for (const NoteBookPaths& paths : withKeptFiles_)
         NoteRemoval::DiscardKeptFiles(paths, world_.faults);
-}
-
-EditWorld& WritingCommands::World() {
-    world_.texts = &app_.Texts();
-    return world_;
 }
 
 EditNoteSession WritingCommands::NewNote() {
@@ -136,12 +124,12 @@ EditNoteSession WritingCommands::NewNote() {
         lastSaved_ = -1;
     const CNote* const saved = last < 0 ? nullptr : &list[static_cast<size_t>(last)];
     const CNote* const lastOfList = list.IsEmpty() ? nullptr : &list[list.Count() - 1];
-    return EditNoteSession::ForNewNote(World(), FillSource(app_.GetSettings(), saved, lastOfList));
+    return EditNoteSession::ForNewNote(world_, FillSource(app_.GetSettings(), saved, lastOfList));
 }
 
 std::optional<EditNoteSession> WritingCommands::EditNote(int32_t id) {
     const std::optional<CNote> note = FindNote(app_.NoteBook().index, id, app_.Context(), world_.faults);
-    return note ? std::optional(EditNoteSession::ForNote(World(), *note)) : std::nullopt;
+    return note ? std::optional(EditNoteSession::ForNote(world_, *note)) : std::nullopt;
 }
 
 void WritingCommands::NoteSaved(const CNote& note) {
@@ -154,7 +142,7 @@ void WritingCommands::NoteSaved(const CNote& note) {
 }
 
 bool WritingCommands::DeleteNote(int32_t id) {
-    if (!app_.NoteBook().index.Contains(id) || !app_.MayWrite() ||
+    if (!app_.NoteBook().index.Contains(id) || app_.TellIfClosed() ||
         world_.prompts.Ask("Do you wish to permanently delete this note?", "Delete Note?") != PromptAnswer::Yes)
         return false;
     return Delete(LongList{id});
@@ -169,7 +157,7 @@ bool WritingCommands::DeleteNotes(const LongList& ids) {
 }
 
 bool WritingCommands::AskTwiceAndDelete(const LongList& ids) {
-    if (ids.IsEmpty() || !app_.MayWrite())
+    if (ids.IsEmpty() || app_.TellIfClosed())
         return false;
     const bool one = ids.Count() == 1;
     const std::string first =
@@ -193,7 +181,7 @@ bool WritingCommands::Delete(const LongList& ids) {
     const ReadContext context = app_.Context();
     OpenNoteBook& book = app_.NoteBook();
     NoteRemoval removal(book, context, world_.faults, &app_.Texts(), app_.Ports().background);
-    DeletedNotes deleted = removal.DeleteNotes(ids, true);
+    DeletedNotes deleted = removal.DeleteNotes(ids, GoneFiles::Kept);
     if (deleted.notes.empty())
         return false;
     LongList gone, listed, behind;
@@ -304,7 +292,7 @@ bool WritingCommands::UndoValues(ReplacedValues& replaced) {
     for (const auto& [id, value] : replaced)
         ids.AddTail(id);
     world_.progress.ShowStandBy("Updating notes.....");
-    const size_t staying = ValueChanges(World(), app_.List()).PutBack(replaced);
+    const size_t staying = ValueChanges(world_, app_.List()).PutBack(replaced);
     world_.progress.HideStandBy();
     if (texts.next == NextUndo::Sources) {
         for (const int32_t id : ids)
@@ -399,7 +387,7 @@ bool WritingCommands::OfferUnsavedNote(int32_t id, std::optional<UnsavedNote>& w
 }
 
 EditNoteSession WritingCommands::ContinueNote(const UnsavedNote& unsaved) {
-    return EditNoteSession::ForDraft(World(), unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
+    return EditNoteSession::ForDraft(world_, unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
 }
 
 std::string WritingCommands::CapturedText(const ClipboardText& clipboard) const {
@@ -408,7 +396,7 @@ std::string WritingCommands::CapturedText(const ClipboardText& clipboard) const 
     if (!PlainText(rtf).empty())
         return rtf;
     if (!Trim(clipboard.html).empty())
-        return WriteRtf(ReadHtml(clipboard.html, {look.font, look.half_points}));
+        return WriteRtf(ReadHtml(clipboard.html, {look.font, look.halfPoints}));
     return Trim(clipboard.plain).empty() ? std::string() : RtfFromText(clipboard.plain, look);
 }
 

@@ -83,7 +83,7 @@ public:
     /// Font and size of new texts.
     NewTextLook TextLook() const { return LookOfNewText(app_.Ports().store); }
     /// Where dialogs on sources write.
-    SourceStore& Sources();
+    SourceStore& Sources() { return sources_; }
     /// Brings what was changed there into the current list, which is then in its order again. False if nothing was.
     bool ShowSourceChanges();
 
@@ -93,7 +93,7 @@ public:
     /// Who checks the spelling in editors; not owned, may be null.
     void SetSpelling(SpellChecker* checker) { spelling_ = checker; }
     SpellChecker* Spelling() const { return spelling_; }
-    EditWorld& World();
+    EditWorld& World() { return world_; }
     /// Failed reads and writes are told there while a window is open, notices in the application's own place all the
     /// same; null for that place. Gives the place that it was before.
     FaultNotice* ShowFaultsIn(FaultNotice* place) { return std::exchange(faults_.place, place); }

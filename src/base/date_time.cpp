@@ -10,9 +10,8 @@ namespace lore {
 
 namespace {
 
-constexpr int kFirstYear = 100;
-constexpr int kLastYear = 9999;
 constexpr int64_t kDaySeconds = 86400;
+constexpr int64_t kAllDays = 4'000'000;  // more than all valid years hold
 
 constexpr std::array<const char*, 12> kMonths = {"January", "February", "March",     "April",   "May",      "June",
                                                  "July",    "August",   "September", "October", "November", "December"};
@@ -116,14 +115,13 @@ int DateTime::DayOfWeek() const {
 }
 
 DateTime DateTime::PlusDays(int64_t days) const {
-    constexpr int64_t kAllDays = 4'000'000;  // more than all valid years hold
     if (days > kAllDays || days < -kAllDays)
         return IsValid() ? Invalid() : *this;
     return PlusSeconds(days * kDaySeconds);
 }
 
 DateTime DateTime::PlusSeconds(int64_t seconds) const {
-    constexpr int64_t kAllSeconds = 4'000'000 * kDaySeconds;
+    constexpr int64_t kAllSeconds = kAllDays * kDaySeconds;
     if (!IsValid())
         return *this;
     if (seconds > kAllSeconds || seconds < -kAllSeconds)

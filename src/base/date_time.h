@@ -7,10 +7,12 @@
 
 namespace lore {
 
-/// A calendar moment in whole seconds with a status. Valid years run from 100 to 9999.
+/// A calendar moment in whole seconds with a status.
 class DateTime {
 public:
     enum class Status { Valid = 0, Invalid = 1, Null = 2 };
+    /// Valid dates lie in these years.
+    static constexpr int kFirstYear = 100, kLastYear = 9999;
 
     /// A null date.
     DateTime() = default;
@@ -36,7 +38,7 @@ public:
 
     /// Seconds since 1970-01-01 00:00:00 of the same calendar; 0 unless valid.
     int64_t Seconds() const { return seconds_; }
-    /// The moment so many days (seconds) later; an invalid or null date stays as it is.
+    /// The moment so many days (seconds) later, invalid outside the years; an invalid or null date stays as it is.
     DateTime PlusDays(int64_t days) const;
     DateTime PlusSeconds(int64_t seconds) const;
     /// The same day at 00:00:00.

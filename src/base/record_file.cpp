@@ -229,7 +229,7 @@ std::string_view ReadCountedView(RecordReader* stream) {
     if (length < 0)
         return {};
     const std::string_view text = stream->TakeBytes(static_cast<size_t>(length));
-    stream->NoteText(text.size());
+    stream->CountText(text.size());
     return stream->HasZero() ? UpToZero(text) : text;
 }
 

@@ -62,7 +62,7 @@ public:
     bool RanOut() const { return ranOut_; }
     bool ReadWhole() const { return !ranOut_ && AtEnd() && !hasZero_ && !endsEarly_; }
     RecordFileState State() const { return {ReadWhole(), longestText_}; }
-    void NoteText(size_t bytes) { longestText_ = std::max(longestText_, bytes); }
+    void CountText(size_t bytes) { longestText_ = std::max(longestText_, bytes); }
     /// True if there is a zero byte anywhere in the stream: it ends the field that it stands in.
     bool HasZero() const { return hasZero_; }
     /// One more entry of a counted list: true unless the end is reached and all made-up entries are used up.

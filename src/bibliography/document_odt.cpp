@@ -81,13 +81,13 @@ public:
 
     void Paragraph(size_t index, int number) override {
         const ParagraphFormat& format = document_.paragraphs[index].format;
-        const int levels = format.list == ListKind::kNone ? 0 : std::min(format.list_level + 1, kListLevels);
+        const int levels = format.list == ListKind::None ? 0 : std::min(format.listLevel + 1, kListLevels);
         for (int level = 1; level <= levels; ++level) {
             body_.append("<text:list");
             if (level == 1)
                 body_.append(" text:style-name=\"").append(ListName(format.list)).append("\"");
             body_ += "><text:list-item";
-            if (level == levels && format.list != ListKind::kBullet)
+            if (level == levels && format.list != ListKind::Bullet)
                 body_.append(" text:start-value=\"").append(std::to_string(number)).append("\"");
             body_ += ">";
         }
@@ -189,20 +189,20 @@ private:
     void Begin(const ParagraphFormat& format, bool newPage) {
         constexpr std::string_view kAligns[] = {"start", "center", "end", "justify"};
         Properties properties("paragraph");
-        if (format.right_to_left)
+        if (format.rightToLeft)
             properties.Add("style:writing-mode", "rl-tb");
-        if (format.list == ListKind::kNone) {
-            const int left = format.right_to_left ? format.right_indent : format.left_indent;
-            const int right = format.right_to_left ? format.left_indent : format.right_indent;
+        if (format.list == ListKind::None) {
+            const int left = format.rightToLeft ? format.rightIndent : format.leftIndent;
+            const int right = format.rightToLeft ? format.leftIndent : format.rightIndent;
             properties.Add("fo:margin-left", OdtPoints(std::max(0, left)));
             properties.Add("fo:margin-right", OdtPoints(std::max(0, right)));
-            properties.Add("fo:text-indent", OdtPoints(format.first_indent));
+            properties.Add("fo:text-indent", OdtPoints(format.firstIndent));
         }
-        properties.Add("fo:margin-top", OdtPoints(std::max<int>(0, format.space_before)));
-        properties.Add("fo:margin-bottom", OdtPoints(std::max<int>(0, format.space_after)));
+        properties.Add("fo:margin-top", OdtPoints(std::max<int>(0, format.spaceBefore)));
+        properties.Add("fo:margin-bottom", OdtPoints(std::max<int>(0, format.spaceAfter)));
         properties.Add("fo:text-align", kAligns[static_cast<size_t>(format.align)]);
-        if (format.line_multiple && format.line_spacing > 0)
-            properties.Add("fo:line-height", std::to_string(format.line_spacing * 100 / 240) + "%");
+        if (format.lineMultiple && format.lineSpacing > 0)
+            properties.Add("fo:line-height", std::to_string(format.lineSpacing * 100 / 240) + "%");
         if (newPage)
             properties.Add("fo:break-before", "page");
         body_.append("<text:p text:style-name=\"").append(paragraphs_.NameOf(properties.Xml())).append("\">");
@@ -211,11 +211,11 @@ private:
 
     void Runs(size_t index, const ParagraphFormat& format) {
         for (const TextRun& run : RunsOf(document_, index)) {
-            if (run.kind == RunKind::kPicture) {
+            if (run.kind == RunKind::Picture) {
                 Picture(run);
-            } else if (run.kind == RunKind::kText) {
+            } else if (run.kind == RunKind::Text) {
                 Text(run);
-            } else if (run.kind == RunKind::kPageBreak && !grid_ && format.list == ListKind::kNone) {
+            } else if (run.kind == RunKind::PageBreak && !grid_ && format.list == ListKind::None) {
                 body_ += "</text:p>\n";
                 Begin(format, true);
             } else {
@@ -242,7 +242,7 @@ private:
             fonts_.insert(font);
             properties.Add("style:font-name", font);
         }
-        properties.AddForAllScripts("font-size", OdtPoints(format.half_points * 10));
+        properties.AddForAllScripts("font-size", OdtPoints(format.halfPoints * 10));
         if (format.bold)
             properties.AddForAllScripts("font-weight", "bold");
         if (format.italic)
@@ -251,13 +251,13 @@ private:
             properties.Add("style:text-underline-style", "solid").Add("style:text-underline-width", "auto");
         if (format.strike)
             properties.Add("style:text-line-through-style", "solid");
-        if (format.small_caps)
+        if (format.smallCaps)
             properties.Add("fo:font-variant", "small-caps");
-        if (format.all_caps)
+        if (format.allCaps)
             properties.Add("fo:text-transform", "uppercase");
-        if (format.position != ScriptPosition::kBaseline)
+        if (format.position != ScriptPosition::Baseline)
             properties.Add("style:text-position",
-                           format.position == ScriptPosition::kSuperscript ? "super 58%" : "sub 58%");
+                           format.position == ScriptPosition::Superscript ? "super 58%" : "sub 58%");
         if (format.color)
             properties.Add("fo:color", MarkupColor(*format.color));
         if (format.background)
@@ -269,8 +269,8 @@ private:
         if (run.picture < 0 || static_cast<size_t>(run.picture) >= document_.pictures.size())
             return;
         const lore::Picture& picture = document_.pictures[static_cast<size_t>(run.picture)];
-        const bool png = picture.kind == PictureKind::kPng;
-        if (!png && picture.kind != PictureKind::kJpeg) {
+        const bool png = picture.kind == PictureKind::Png;
+        if (!png && picture.kind != PictureKind::Jpeg) {
             body_ += "[picture]";
             return;
         }
@@ -295,9 +295,9 @@ private:
         xml.append("<text:list-style style:name=\"L").append(std::to_string(static_cast<int>(kind))).append("\">\n");
         for (int level = 1; level <= kListLevels; ++level) {
             const std::string_view element =
-                kind == ListKind::kBullet ? "text:list-level-style-bullet" : "text:list-level-style-number";
+                kind == ListKind::Bullet ? "text:list-level-style-bullet" : "text:list-level-style-number";
             xml.append("<").append(element).append(" text:level=\"").append(std::to_string(level)).append("\"");
-            if (kind == ListKind::kBullet)
+            if (kind == ListKind::Bullet)
                 xml.append(" text:bullet-char=\"").append(kBullets[(level - 1) % 3]).append("\">");
             else
                 xml.append(" style:num-format=\"")

@@ -18,6 +18,7 @@ constexpr std::array<std::string_view, 12> kMonths = {"january",   "february", "
                                                       "september", "october",  "november", "december"};
 constexpr size_t kShortestMonthName = 3;
 constexpr size_t kMostParts = 3;
+constexpr int kFirstShortYear = 30;  // of the century before; the ones below are of this one
 
 /// The number of a month by its name or the beginning of its name, 0 for any other word.
 int MonthByName(std::string_view word) {
@@ -77,13 +78,38 @@ DateTime ParseNumbers(std::string_view text) {
         return DateTime::Invalid();
     const int month = NumberOfDigits(parts.front(), 1, 2);
     parts.erase(parts.begin());
+    std::string year;
+    if (parts.size() == 2 && parts.back().size() == 2 && IsNumber(parts.back())) {
+        year = (ParseInt(parts.back()) < kFirstShortYear ? "20" : "19") + std::string(parts.back());
+        parts.back() = year;
+    }
     return DateOf(month, parts);
+}
+
+bool IsTime(std::string_view word) {
+    const std::vector<std::string_view> parts = SplitDate(word, ":");
+    return parts.size() > 1 && std::all_of(parts.begin(), parts.end(), [](std::string_view part) {
+               return IsNumber(part) && part.size() <= 2 && ParseInt(part) < 60;
+           });
+}
+
+std::string_view LastWord(std::string_view text) {
+    return text.substr(text.rfind(' ') + 1);
+}
+
+/// Takes a time of day off the end, such as "10:11" or "9:05:00 PM".
+std::string_view WithoutTime(std::string_view text) {
+    std::string_view rest = text;
+    if (const std::string half = ToLower(LastWord(rest)); half == "am" || half == "pm")
+        rest = Trim(rest.substr(0, rest.size() - half.size()));
+    const std::string_view time = LastWord(rest);
+    return IsTime(time) ? Trim(rest.substr(0, rest.size() - time.size())) : text;
 }
 
 }  // namespace
 
 bool ParseOldTextDate(std::string_view text, DateTime& date) {
-    const std::string_view trimmed = Trim(text);
+    const std::string_view trimmed = WithoutTime(Trim(text));
     DateTime read = ParseNumbers(trimmed);
     if (!read.IsValid())
         read = ParseNamedMonth(trimmed);
@@ -100,6 +126,10 @@ void TakeOldTextDate(CSource& source) {
         source.YearOnly = 1;
     }
     source.HasDate = ParseOldTextDate(text, source.SourceDate);
+}
+
+bool HoldsUnreadDate(const CSource& source) {
+    return !source.HasDate && !Trim(FieldText(source, kDateSlot)).empty();
 }
 
 }  // namespace lore

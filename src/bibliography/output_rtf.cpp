@@ -31,10 +31,10 @@ void AddEntryText(DocumentBuilder& builder, const BibliographyEntry& entry, cons
 ParagraphFormat EntryParagraph(const BibliographyEntry& entry, int twipsOfSpace) {
     const auto indent = static_cast<int16_t>(entry.indentSpaces * twipsOfSpace);
     ParagraphFormat format;
-    format.right_to_left = entry.rightToLeft;
-    (entry.rightToLeft ? format.right_indent : format.left_indent) = indent;
-    format.first_indent = static_cast<int16_t>(-indent);
-    format.space_after = kTwipsBetweenEntries;
+    format.rightToLeft = entry.rightToLeft;
+    (entry.rightToLeft ? format.rightIndent : format.leftIndent) = indent;
+    format.firstIndent = static_cast<int16_t>(-indent);
+    format.spaceAfter = kTwipsBetweenEntries;
     return format;
 }
 
@@ -47,7 +47,7 @@ std::string BibliographyAsRtf(const BibliographyDocument& document) {
         builder.EndParagraph(EntryParagraph(entry, document.font.twipsOfSpace));
     }
     Document rtf = builder.Finish({}, !document.entries.empty());
-    rtf.default_font = plain.font;
+    rtf.defaultFont = plain.font;
     return WriteOfficeRtf(rtf, document.paper);
 }
 

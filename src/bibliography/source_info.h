@@ -10,6 +10,7 @@ namespace lore {
 struct CNoteSourceInfo {
     std::string key;   ///< SourceGUID of the source
     std::string text;  ///< a page, a remark
+    bool operator==(const CNoteSourceInfo&) const = default;
 };
 
 /// The first entry whose key equals the GUID, ignoring case; null if there is none.

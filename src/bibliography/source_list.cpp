@@ -4,6 +4,7 @@
 
 #include "bibliography/citation.h"
 #include "bibliography/citation_order.h"
+#include "bibliography/old_text_date.h"
 #include "bibliography/selection_order.h"
 #include "bibliography/source_record.h"
 
@@ -27,10 +28,12 @@ void WriteListHead(RecordWriter* stream, double version, size_t count) {
 FileResult SourceList::LoadSources(const std::filesystem::path& path, const ReadContext& context) {
     RemoveAll();
     bool isDropped = false;
+    holdsUnreadDates_ = false;
     const FileResult result = LoadFile(path, [&](RecordReader* stream) {
         ReadCounted(stream, [&] {
             CSource source;
             ReadSource(stream, Version(), context, source);
+            holdsUnreadDates_ = holdsUnreadDates_ || (HasTextDates(Version()) && HoldsUnreadDate(source));
             if (source.SourceID > 0)
                 sources_.push_back(std::move(source));
             else
@@ -49,7 +52,9 @@ FileResult SourceList::SaveSources(const std::filesystem::path& path, const Auth
     WriteListHead(&stream, version, sources_.size());
     for (const CSource& source : sources_)
         WriteSource(&stream, source);
-    return SaveRecordFile(path, stream);
+    FileResult result = SaveRecordFile(path, stream);
+    holdsUnreadDates_ = holdsUnreadDates_ && !result.Ok();
+    return result;
 }
 
 FileResult SourceList::SaveBibliography(const std::filesystem::path& path, const AuthorList& authors) const {

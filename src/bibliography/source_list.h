@@ -52,6 +52,8 @@ public:
     void AddNoteID(int32_t sourceID, int32_t noteID);
     void RemoveNoteID(int32_t sourceID, int32_t noteID);
 
+    /// True if the file of the last load, an old one, holds texts for dates that could not be read: a write loses them.
+    bool HoldsUnreadDates() const { return holdsUnreadDates_; }
     /// True if one of the sources names an author.
     bool NameAuthors() const;
     void FormatAll(const AuthorList& authors);
@@ -85,6 +87,7 @@ private:
     int32_t largestID_ = 0;
     mutable FreeIDs free_{kFirstID};
     int32_t reservedID_ = 0;
+    bool holdsUnreadDates_ = false;
     PassedIDs lost_;  // of sources that aren't here though notes name them
 };
 

@@ -131,6 +131,10 @@ CSource MakeSource(const ReadContext& context) {
     return source;
 }
 
+bool HasTextDates(double version) {
+    return version <= kDateSince;
+}
+
 void ReadSource(RecordReader* stream, double version, const ReadContext& context, CSource& source) {
     source = MakeSource(context);
     ReadHead(stream, version, context, source);
@@ -138,10 +142,10 @@ void ReadSource(RecordReader* stream, double version, const ReadContext& context
         ReadBody(stream, source);
     else
         ReadOldestBody(stream, source);
-    if (version > kDateSince)
-        ReadDate(stream, source);
-    else
+    if (HasTextDates(version))
         TakeOldTextDate(source);
+    else
+        ReadDate(stream, source);
     if (HasModifiedDate(version))
         ReadDateField(stream, source.ModifiedDate);
     if (version > kTypedDateSince)
@@ -160,10 +164,10 @@ void ReadExportSource(RecordReader* stream, double version, const ReadContext& c
     source = MakeSource(context);
     ReadHead(stream, kDataVersion, context, source);
     ReadBody(stream, source);
-    if (version > kDateSince)
-        ReadDate(stream, source);
-    else
+    if (HasTextDates(version))
         TakeOldTextDate(source);
+    else
+        ReadDate(stream, source);
     ReadCountedString(stream, source.FormattedText);
     ReadAuthorRecords(stream, source.EmbeddedAuthors);
     if (version > kTypedDateSince)

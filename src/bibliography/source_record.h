@@ -16,6 +16,8 @@ CSource MakeSource(const ReadContext& context);
 /// An empty SourceGUID gets a new one, and what an older file lacks gets its default. The caller drops ids of 0 or
 /// less.
 void ReadSource(RecordReader* stream, double version, const ReadContext& context, CSource& source);
+/// True if files of this version hold the date of a source as the text of slot 2.
+bool HasTextDates(double version);
 void WriteSource(RecordWriter* stream, const CSource& source);
 
 void ReadExportSource(RecordReader* stream, double version, const ReadContext& context, CSource& source);

@@ -20,6 +20,14 @@ void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, b
         world.damaged->insert(path);
 }
 
+/// Behind each reading of a file. False if it can't be read: then nothing may be written.
+bool EndRead(const CalendarWorld& world, const char* what, const std::filesystem::path& path, const FileResult& result,
+             bool isWhole) {
+    NoteDamage(world, path, isWhole);
+    TellFailedRead(world.faults, what, path, result);
+    return result.Ok() || result.Missing();
+}
+
 /// Before a file is written anew. With a failure it may not be written.
 FileResult KeepIfDamaged(const CalendarWorld& world, const char* what, const std::filesystem::path& path) {
     if (!world.damaged->contains(path))
@@ -61,9 +69,13 @@ void CalendarWorld::ShowProgress(const std::string& text, int milliseconds) cons
 bool LoadEvents(const CalendarWorld& world, EventList& events) {
     bool isWhole = true;
     const FileResult result = LoadAllEvents(world.eventFile, world.Context(), events, &isWhole);
-    NoteDamage(world, world.eventFile, isWhole);
-    TellFailedRead(world.faults, "The events could not be read", world.eventFile, result);
-    return result.Ok() || result.Missing();
+    return EndRead(world, kEventsUnread, world.eventFile, result, isWhole);
+}
+
+bool LoadEventsInRange(const CalendarWorld& world, const DateTime& first, const DateTime& last, EventList& events) {
+    bool isWhole = true;
+    const FileResult result = LoadEventsInRange(world.eventFile, world.Context(), first, last, events, &isWhole);
+    return EndRead(world, kEventsUnread, world.eventFile, result, isWhole);
 }
 
 bool SaveEvents(const CalendarWorld& world, const EventList& events) {
@@ -97,15 +109,21 @@ bool MergeEvents(const CalendarWorld& world, const EventList& events) {
 bool LoadReminders(const CalendarWorld& world, ReminderList& reminders) {
     bool isWhole = true;
     const FileResult result = LoadAllReminders(world.reminderFile, world.Context(), reminders, &isWhole);
-    NoteDamage(world, world.reminderFile, isWhole);
-    TellFailedRead(world.faults, "The reminders could not be read", world.reminderFile, result);
-    return result.Ok() || result.Missing();
+    return EndRead(world, kRemindersUnread, world.reminderFile, result, isWhole);
+}
+
+bool LoadRemindersInRange(const CalendarWorld& world, const DateTime& first, const DateTime& last,
+                          ReminderList& reminders) {
+    bool isWhole = true;
+    const FileResult result =
+        LoadRemindersInRange(world.reminderFile, world.Context(), first, last, reminders, &isWhole);
+    return EndRead(world, kRemindersUnread, world.reminderFile, result, isWhole);
 }
 
 bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders) {
     FileResult result = KeepIfDamaged(world, kReminders, world.reminderFile);
     if (result.Ok())
-        result = SaveReminders(world.reminderFile, reminders);
+        result = WriteReminders(world.reminderFile, reminders);
     TellFailedWrite(world.faults, "The reminders could not be saved", world.reminderFile, result);
     return result.Ok();
 }

@@ -32,6 +32,9 @@ struct ReminderSetup {
 };
 ReminderSetup LoadReminderSetup(const SettingsStore& store);
 
+/// Whether a flow shows what it does, and asks or tells of a server that fails.
+enum class Report { Shown, Silent };
+
 /// What the calendar works on and asks of the world. All of it outlives the flows.
 struct CalendarWorld {
     std::filesystem::path eventFile, reminderFile;
@@ -48,7 +51,7 @@ struct CalendarWorld {
     /// Lets milliseconds pass: short pauses, so that texts can be read and the server isn't hit too fast.
     std::function<void(int)> wait = [](int) {};
     /// Stores the settings at once.
-    std::function<void()> saveOptions = [] {};
+    std::function<void()> storeSettings = [] {};
     /// Files that weren't whole when they were read last.
     std::shared_ptr<std::set<std::filesystem::path>> damaged = std::make_shared<std::set<std::filesystem::path>>();
 
@@ -65,12 +68,16 @@ struct CalendarWorld {
 // What a damaged file holds is kept beside before it is written anew, and that is told.
 
 bool LoadEvents(const CalendarWorld& world, EventList& events);
+/// Those that LoadEventsInRange gives for the file; so with the reminders.
+bool LoadEventsInRange(const CalendarWorld& world, const DateTime& first, const DateTime& last, EventList& events);
 bool SaveEvents(const CalendarWorld& world, const EventList& events);
 /// SaveEvents under the texts of a merge, of `changed` events among them.
 bool SaveEventsWithProgress(const CalendarWorld& world, const EventList& events, size_t changed);
 /// Merges events into the file.
 bool MergeEvents(const CalendarWorld& world, const EventList& events);
 bool LoadReminders(const CalendarWorld& world, ReminderList& reminders);
+bool LoadRemindersInRange(const CalendarWorld& world, const DateTime& first, const DateTime& last,
+                          ReminderList& reminders);
 bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders);
 
 }  // namespace lore

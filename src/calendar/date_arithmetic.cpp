@@ -4,23 +4,9 @@
 
 namespace lore {
 
-namespace {
-
-/// No two valid dates lie further apart.
-constexpr int64_t kMostDays = int64_t{10000} * 366;
-constexpr int kLastYear = 9999;
-
-}  // namespace
-
-DateTime PlusDays(const DateTime& date, int64_t days) {
-    if (!date.IsValid() || days > kMostDays || days < -kMostDays)
-        return DateTime::Invalid();
-    return date.PlusDays(days);
-}
-
 DateTime PlusMonths(const DateTime& date, int64_t months, int day) {
     const int64_t month = date.Year() * int64_t{12} + date.Month() - 1 + months;
-    if (!date.IsValid() || month < 0 || month / 12 > kLastYear)
+    if (!date.IsValid() || month < 0 || month / 12 > DateTime::kLastYear)
         return DateTime::Invalid();
     return DateTime(static_cast<int>(month / 12), static_cast<int>(month % 12) + 1, day, date.Hour(), date.Minute(),
                     date.Second());

@@ -36,8 +36,6 @@ inline bool IsLater(const DateTime& a, const DateTime& b) {
     return a.IsValid() && b.IsValid() && a.Seconds() > b.Seconds();
 }
 
-/// A date so many days later; invalid where no such day exists. Any number of days is safe.
-DateTime PlusDays(const DateTime& date, int64_t days);
 /// The given day of the month that lies so many months later, at the date's time; invalid where there is no such day.
 DateTime PlusMonths(const DateTime& date, int64_t months, int day);
 /// The day of one date with the time of day of another; invalid unless both are valid.

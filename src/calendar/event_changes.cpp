@@ -65,11 +65,11 @@ EventSave PutSeries(const CalendarWorld& world, EventList&& events, const NewSer
     CreateSeriesReminders(world, RemindersOfAll(records));
     events.insert(events.end(), records.begin(), records.end());
     if (!SaveEventsWithProgress(world, events, records.size())) {
-        RemoveRemindersOfEvents(world, records, false);
+        RemoveRemindersOfEvents(world, records, Report::Silent);
         return EventSave::NotWritten;
     }
     if (!replaced.empty())
-        RemoveRemindersOfEvents(world, replaced, false);
+        RemoveRemindersOfEvents(world, replaced, Report::Silent);
     if (series.isCut)
         TellCutSeries(world, records.back());
     return EventSave::Saved;
@@ -92,8 +92,12 @@ EventSave SaveAlone(const CalendarWorld& world, CTmEvent event, const ReminderLi
     return EventSave::NotWritten;
 }
 
-/// A new series. Where an event of the file has become it, that gives way to the records.
-EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event, bool isNew) {
+/// Whether a series comes from an event that no file holds yet, or from one of the file, which gives way to its
+/// records.
+enum class SeriesFrom { NewEvent, StoredEvent };
+
+EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event, SeriesFrom from) {
+    const bool isNew = from == SeriesFrom::NewEvent;
     EventList events;
     if (!LoadEvents(world, events))
         return EventSave::NotWritten;
@@ -178,7 +182,7 @@ EventSave Save(const CalendarWorld& world, const CTmEvent& event, const CTmEvent
     if (event.Recurring != 1)
         return SaveAlone(world, event, old.Reminders);
     if (old.Recurring != 1 || old.SeriesId.empty())
-        return BecomeSeries(world, event, false);
+        return BecomeSeries(world, event, SeriesFrom::StoredEvent);
     if (EventsDiffer(event, old))
         return Distribute(world, event, old, [&](bool following) { return ReplaceSeries(world, event, following); });
     if (EventInfoDiffers(event, old))
@@ -205,7 +209,8 @@ CTmEvent EventForDays(const CalendarWorld& world, const std::optional<std::pair<
 
 EventSave CreateEvent(const CalendarWorld& world, const CTmEvent& event) {
     StandBy(world);
-    const EventSave result = event.Recurring == 1 ? BecomeSeries(world, event, true) : SaveAlone(world, event, {});
+    const EventSave result =
+        event.Recurring == 1 ? BecomeSeries(world, event, SeriesFrom::NewEvent) : SaveAlone(world, event, {});
     world.TellAgent();
     return result;
 }

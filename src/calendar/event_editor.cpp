@@ -87,7 +87,7 @@ void EventEditor::MoveSeries(const DateTime& before) {
     if (!IsRecurring() || !IsSameDay(event_.RecurrenceStart, before))
         return;
     const int64_t days = SpanBetween(before.Midnight(), event_.Start.Midnight()).WholeDays();
-    const DateTime last = PlusDays(event_.RecurrenceEnd, hasEnd_ ? 0 : days);
+    const DateTime last = event_.RecurrenceEnd.PlusDays(hasEnd_ ? 0 : days);
     event_.RecurrenceStart = event_.Start;
     if (const DateTime end = AtTimeOf(last, event_.Start); end.IsValid())
         event_.RecurrenceEnd = end;

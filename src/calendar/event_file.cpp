@@ -48,10 +48,11 @@ FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& c
 }
 
 FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                             const DateTime& last, EventList& list) {
-    return LoadRecordFile(path, list, EventReader{context}, [&](const CTmEvent& event) {
+                             const DateTime& last, EventList& list, bool* isWhole) {
+    const auto isInRange = [&](const CTmEvent& event) {
         return first.IsEarlierOrEqual(event.Start) || event.End.IsEarlierOrEqual(last);
-    });
+    };
+    return LoadRecordFile(path, list, EventReader{context}, isInRange, isWhole);
 }
 
 FileResult WriteEvents(const std::filesystem::path& path, const EventList& list) {

@@ -29,7 +29,7 @@ FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& c
 /// The same for the records that start at or after `first` or end at or before `last`: all but those that cover the
 /// whole range.
 FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                             const DateTime& last, EventList& list);
+                             const DateTime& last, EventList& list, bool* isWhole = nullptr);
 /// Rewrites the file. With a failure the old file stands.
 FileResult WriteEvents(const std::filesystem::path& path, const EventList& list);
 /// Puts each event over the file's record of the same id, or behind the records, and rewrites the file. A file that is

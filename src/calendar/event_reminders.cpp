@@ -11,18 +11,6 @@ namespace lore {
 
 namespace {
 
-/// A reminder for another event at the same span before its start. A span that can't be told gives the start itself.
-CTmReminder CopyFor(const CTmReminder& reminder, const CTmEvent& event, GuidSource& guids) {
-    CTmReminder copy = reminder;
-    copy.ServerId = -1;
-    copy.ServerDone = false;
-    copy.ReminderId = guids.NewGuid();
-    copy.EventId = event.EventId;
-    copy.EventStart = event.Start;
-    copy.SendTime = event.Start.PlusSeconds(-SpanBetween(reminder.SendTime, reminder.EventStart).seconds);
-    return copy;
-}
-
 bool IsPopup(const CTmReminder& reminder) {
     return reminder.Type == static_cast<int32_t>(ReminderType::Popup);
 }
@@ -86,11 +74,22 @@ bool RemoveAllFromServer(const CalendarWorld& world, const ReminderList& reminde
 
 }  // namespace
 
+CTmReminder CopyReminder(const CTmReminder& reminder, const CTmEvent& event, GuidSource& guids) {
+    CTmReminder copy = reminder;
+    copy.ServerId = -1;
+    copy.ServerDone = false;
+    copy.ReminderId = guids.NewGuid();
+    copy.EventId = event.EventId;
+    copy.EventStart = event.Start;
+    copy.SendTime = event.Start.PlusSeconds(-SpanBetween(reminder.SendTime, reminder.EventStart).seconds);
+    return copy;
+}
+
 void CopyReminders(const CTmEvent& source, CTmEvent& target, GuidSource& guids) {
     ReminderList copies;
     copies.reserve(source.Reminders.size());
     for (const CTmReminder& reminder : source.Reminders)
-        copies.push_back(CopyFor(reminder, target, guids));
+        copies.push_back(CopyReminder(reminder, target, guids));
     target.Reminders = std::move(copies);
 }
 
@@ -107,7 +106,7 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
         return;
     world.ShowProgress("Creating Reminders....");
     bool failed = false;
-    if (HasServerReminder(reminders) && CheckServer(world, true, &failed)) {
+    if (HasServerReminder(reminders) && CheckServer(world, Report::Shown, &failed)) {
         world.ShowProgress("Creating Reminders on the server....", 150);
         ReminderList none;
         failed = !UpdateServer(world, reminders, none);
@@ -138,7 +137,7 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
         ReminderList old = stored;
         ClearServerDone(current);
         ClearServerDone(old);
-        bool succeeded = CheckServer(world, true);
+        bool succeeded = CheckServer(world, Report::Shown);
         if (succeeded) {
             if (showProgress)
                 world.ShowProgress("Updating Reminders on the server....");
@@ -157,39 +156,8 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
     world.progress.Hide();
 }
 
-void UpdateSeriesEventReminders(const CalendarWorld& world, CTmEvent& event, const CTmEvent& changed,
-                                const std::string& progressText, ServerRun& run) {
-    constexpr int kPause = 150, kServerPause = 200;
-    const auto onServer = [&](int pause, const auto& change) {
-        if (run.connected)
-            world.ShowProgress(progressText + "..contacting server", pause);
-        const bool done = run.connected && change();
-        if (!done && (run.connected || run.inVain))
-            run.succeeded = false;
-        return done;
-    };
-    ReminderList kept;
-    for (const CTmReminder& reminder : event.Reminders) {
-        if (HasSameReminder(changed.Reminders, reminder)) {
-            kept.push_back(reminder);
-        } else if (reminder.ServerId > 0) {
-            onServer(kPause, [&] { return RemoveFromServer(world, reminder); });
-        }
-    }
-    world.ShowProgress(progressText + "..local update");
-    for (const CTmReminder& reminder : changed.Reminders) {
-        if (HasSameReminder(event.Reminders, reminder))
-            continue;
-        CTmReminder copy = CopyFor(reminder, event, world.guids);
-        if (!IsServerReminder(copy) || onServer(kServerPause, [&] { return RegisterOnServer(world, copy); }))
-            kept.push_back(copy);
-    }
-    event.Reminders = std::move(kept);
-    world.wait(kPause);
-}
-
-void RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, bool showReport) {
-    if (showReport)
+void RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report report) {
+    if (report == Report::Shown)
         world.ShowProgress("Updating Event's Reminders....");
     ReminderList all;
     if (!LoadReminders(world, all))
@@ -198,18 +166,18 @@ void RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
         event.Reminders = RemindersOfEvent(all, event.EventId);
     ClearServerDone(event.Reminders);
     bool failed = false;
-    if (HasServerReminder(event.Reminders) && CheckServer(world, showReport, &failed))
+    if (HasServerReminder(event.Reminders) && CheckServer(world, report, &failed))
         failed = !RemoveAllFromServer(world, event.Reminders);
     if (!event.Reminders.empty()) {
         RemoveReminders(all, event.Reminders);
         SaveReminders(world, all);
     }
-    if (showReport && failed)
+    if (report == Report::Shown && failed)
         TellReminderFailure(world, ReminderFailure::NotAllUpdated);
 }
 
-void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, bool showReport) {
-    if (showReport)
+void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report) {
+    if (report == Report::Shown)
         world.ShowProgress("Updating Event's Reminders....");
     ReminderList all;
     if (!LoadReminders(world, all))
@@ -223,9 +191,9 @@ void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events
     all.erase(rest, all.end());
     bool succeeded = true;
     if (HasServerReminder(removed))
-        succeeded = CheckServer(world, showReport) && RemoveAllFromServer(world, removed);
+        succeeded = CheckServer(world, report) && RemoveAllFromServer(world, removed);
     SaveReminders(world, all);
-    if (showReport && !succeeded)
+    if (report == Report::Shown && !succeeded)
         TellReminderFailure(world, ReminderFailure::NotAllRemoved);
 }
 

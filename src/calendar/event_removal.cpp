@@ -32,7 +32,7 @@ bool RemoveWithReminders(const CalendarWorld& world, const char* progressText, R
     if (!removed)
         return false;
     if (!removed->empty())
-        RemoveRemindersOfEvents(world, *removed, true);
+        RemoveRemindersOfEvents(world, *removed, Report::Shown);
     world.progress.Hide();
     world.TellAgent();
     return true;
@@ -73,7 +73,7 @@ bool DeleteEvent(const CalendarWorld& world, CTmEvent event) {
     });
     if (!removed)
         return false;
-    RemoveEventReminders(world, event, true);
+    RemoveEventReminders(world, event, Report::Shown);
     world.progress.Hide();
     world.TellAgent();
     return true;

@@ -3,9 +3,7 @@
 #include <algorithm>
 
 #include "calendar/date_arithmetic.h"
-#include "calendar/event_file.h"
 #include "calendar/event_text.h"
-#include "calendar/reminder_file.h"
 
 namespace lore {
 
@@ -25,13 +23,9 @@ void MonthView::Reload() {
     today_ = world_.clock.Now().Midnight();
     const DateTime first = grid_.FirstMoment(), last = grid_.LastMoment();
     events_.clear();
-    const FileResult events = LoadEventsInRange(world_.eventFile, world_.Context(), first, last, events_);
-    if (!events.Ok() && !events.Missing())
-        world_.faults.Tell({"The events could not be read", world_.eventFile.string(), events.Reason()});
+    LoadEventsInRange(world_, first, last, events_);
     ReminderList list;
-    const FileResult result = LoadRemindersInRange(world_.reminderFile, world_.Context(), first, last, list);
-    if (!result.Ok() && !result.Missing())
-        world_.faults.Tell({"The reminders could not be read", world_.reminderFile.string(), result.Reason()});
+    LoadRemindersInRange(world_, first, last, list);
     reminders_.assign(static_cast<size_t>(grid_.Cells()), 0);
     for (const CTmReminder& reminder : list)
         ++reminders_[static_cast<size_t>(grid_.CellOf(reminder.SendTime))];

@@ -6,6 +6,7 @@
 
 #include "calendar/date_arithmetic.h"
 #include "calendar/reminder_file.h"
+#include "notes/file_faults.h"
 #include "ports/agent.h"
 
 namespace lore {
@@ -66,7 +67,7 @@ bool PopupAgent::ReadReminders() {
     ReminderList reminders;
     // A moment that can't be read is none, so that a damaged record doesn't come up at each reading.
     const FileResult read = LoadAllReminders(reminderFile_, {.now = {}, .nowUtc = {}, .guids = &guids}, reminders);
-    if (!read.Missing() && !Told(read, "The reminders could not be read", reminderFile_, readError_))
+    if (!read.Missing() && !Told(read, kRemindersUnread, reminderFile_, readError_))
         return false;
     stamp_ = stamp;
     readError_ = 0;

@@ -18,6 +18,11 @@ CTmReminder NewReminder(const ReadContext& context) {
     return reminder;
 }
 
+void SendBeforeStart(CTmReminder& reminder, int32_t minutes) {
+    reminder.PriorMinutes = minutes;
+    reminder.SendTime = reminder.ServerSendTime = reminder.EventStart.PlusSeconds(-minutes * kMinute);
+}
+
 const char* ReminderTypeName(int32_t type) {
     switch (static_cast<ReminderType>(type)) {
         case ReminderType::Popup:

@@ -56,6 +56,8 @@ void VisitReminderFields(Reminder& reminder, Visitor&& visit) {
 void ResetReminder(CTmReminder& reminder, const ReadContext& context);
 /// A reminder with the defaults and a new id.
 CTmReminder NewReminder(const ReadContext& context);
+/// Lets a reminder of an event go out so many minutes, from 0 on, before the start that it knows.
+void SendBeforeStart(CTmReminder& reminder, int32_t minutes);
 
 /// "Popup", "Email" or "TxtMsg"; empty for a number that is no type.
 const char* ReminderTypeName(int32_t type);

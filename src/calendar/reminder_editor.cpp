@@ -218,7 +218,7 @@ void ReminderEditor::RememberAddress() const {
         world_.settings.Set(Option::Phone, phone_);
         world_.settings.Set(Option::Service, provider_);
     }
-    world_.saveOptions();
+    world_.storeSettings();
 }
 
 }  // namespace lore

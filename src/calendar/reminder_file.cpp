@@ -34,14 +34,15 @@ FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext
 }
 
 FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                                const DateTime& last, ReminderList& list) {
+                                const DateTime& last, ReminderList& list, bool* isWhole) {
     list.clear();
-    return LoadRecordFile(path, list, ReminderReader{context}, [&](const CTmReminder& reminder) {
+    const auto isInRange = [&](const CTmReminder& reminder) {
         return first.IsEarlierOrEqual(reminder.SendTime) && reminder.SendTime.IsEarlierOrEqual(last);
-    });
+    };
+    return LoadRecordFile(path, list, ReminderReader{context}, isInRange, isWhole);
 }
 
-FileResult SaveReminders(const std::filesystem::path& path, const ReminderList& list) {
+FileResult WriteReminders(const std::filesystem::path& path, const ReminderList& list) {
     RecordWriter stream;
     WriteReminders(stream, list);
     return SaveRecordFile(path, stream);

@@ -28,8 +28,8 @@ FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext
                             bool* isWhole = nullptr);
 /// Those whose SendTime is at or after `first` and at or before `last`, by full date and time.
 FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                                const DateTime& last, ReminderList& list);
+                                const DateTime& last, ReminderList& list, bool* isWhole = nullptr);
 /// Rewrites the file. With a failure the old file stands.
-FileResult SaveReminders(const std::filesystem::path& path, const ReminderList& list);
+FileResult WriteReminders(const std::filesystem::path& path, const ReminderList& list);
 
 }  // namespace lore

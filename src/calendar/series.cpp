@@ -19,7 +19,7 @@ public:
     explicit EveryNDays(const LongList& pattern) : days_(PatternAt(pattern, kDailyN)) {}
     bool CanMatch() const { return true; }
     bool IsDate(const DateTime&) const { return true; }
-    DateTime Advance(const DateTime& date) const { return days_ < 1 ? DateTime::Invalid() : PlusDays(date, days_); }
+    DateTime Advance(const DateTime& date) const { return days_ < 1 ? DateTime::Invalid() : date.PlusDays(days_); }
 
 private:
     int32_t days_;
@@ -31,9 +31,9 @@ public:
     bool CanMatch() const { return true; }
     bool IsDate(const DateTime& date) const { return date.DayOfWeek() != kSunday && date.DayOfWeek() != kSaturday; }
     DateTime Advance(const DateTime& date) const {
-        DateTime next = PlusDays(date, 1);
+        DateTime next = date.PlusDays(1);
         while (next.IsValid() && !IsDate(next))
-            next = PlusDays(next, 1);
+            next = next.PlusDays(1);
         return next;
     }
 };
@@ -48,8 +48,8 @@ public:
     bool IsDate(const DateTime& date) const { return flags_[static_cast<size_t>(date.DayOfWeek())]; }
     DateTime Advance(const DateTime& date) const {
         if (date.DayOfWeek() != kSaturday)
-            return PlusDays(date, 1);
-        return weeks_ < 1 ? DateTime::Invalid() : PlusDays(date, 7 * int64_t{weeks_} - 6);
+            return date.PlusDays(1);
+        return weeks_ < 1 ? DateTime::Invalid() : date.PlusDays(7 * int64_t{weeks_} - 6);
     }
 
 private:
@@ -65,7 +65,7 @@ public:
     bool IsDate(const DateTime& date) const { return date.Day() == day_; }
     DateTime Advance(const DateTime& date) const {
         if (!IsDate(date))
-            return PlusDays(date, 1);
+            return date.PlusDays(1);
         return months_ < 1 ? DateTime::Invalid() : PlusMonths(date, months_, day_);
     }
 
@@ -86,7 +86,7 @@ public:
     }
     DateTime Advance(const DateTime& date) const {
         if (!IsDate(date))
-            return PlusDays(date, 1);
+            return date.PlusDays(1);
         return months_ < 1 ? DateTime::Invalid() : PlusMonths(date, months_, 1);
     }
 
@@ -102,7 +102,7 @@ public:
     // The day of the pattern isn't compared: the first date met in the month gives the day of the series.
     bool IsDate(const DateTime& date) const { return date.Month() == month_ + 1; }
     DateTime Advance(const DateTime& date) const {
-        return IsDate(date) ? PlusMonths(date, 12, date.Day()) : PlusDays(date, 1);
+        return IsDate(date) ? PlusMonths(date, 12, date.Day()) : date.PlusDays(1);
     }
 
 private:
@@ -116,7 +116,7 @@ public:
           weekday_(PatternAt(pattern, kYearlyOrdinal), PatternAt(pattern, kYearlyWeekday), 12) {}
     bool CanMatch() const { return month_ >= 0 && month_ < 12 && weekday_.CanMatch(); }
     bool IsDate(const DateTime& date) const { return date.Month() == month_ + 1 && weekday_.IsDate(date); }
-    DateTime Advance(const DateTime& date) const { return IsDate(date) ? weekday_.Advance(date) : PlusDays(date, 1); }
+    DateTime Advance(const DateTime& date) const { return IsDate(date) ? weekday_.Advance(date) : date.PlusDays(1); }
 
 private:
     int32_t month_;
@@ -135,7 +135,7 @@ public:
         const DateTime start = AtTimeOf(date, start_);
         if (!end_.IsValid())
             return {start, DateTime::Invalid()};
-        return {start, AtTimeOf(PlusDays(date.Midnight(), span_.WholeDays()), end_)};
+        return {start, AtTimeOf(date.Midnight().PlusDays(span_.WholeDays()), end_)};
     }
 
 private:

@@ -49,9 +49,9 @@ struct MinimumLength {
 
 MinimumLength MinimumOf(const DateTime& start, int32_t type, int64_t step) {
     if (type == kDaily)
-        return {step, PlusDays(start, step)};
+        return {step, start.PlusDays(step)};
     if (type == kWeekly)
-        return {7 * step, PlusDays(start, 7 * step - 1)};
+        return {7 * step, start.PlusDays(7 * step - 1)};
     const DateTime end = PlusMonths(start, step, start.Day());
     return {SpanBetween(start, end).WholeDays(), end};
 }

@@ -10,7 +10,7 @@ namespace lore {
 
 namespace {
 
-constexpr int kPause = 150, kLastPause = 300;  // milliseconds
+constexpr int kPause = 150, kServerPause = 200, kLastPause = 300;  // milliseconds
 constexpr char kLoading[] = "Loading Reminders....";
 
 /// Takes the reminders of some events out of a list; each event has its own afterwards.
@@ -46,6 +46,47 @@ void SeriesWalk::UpdateTexts(CTmEvent& event) const {
         event.BarColor = changed_.BarColor;
 }
 
+void SeriesWalk::Connect() {
+    world_.ShowProgress("Checking Internet Connection...");
+    isConnected_ = CheckServer(world_, Report::Shown, &inVain_);
+    if (!isConnected_)
+        world_.ShowProgress(kLoading);
+}
+
+/// False if it isn't done there.
+bool SeriesWalk::TryOnServer(const std::string& progressText, int pause, const std::function<bool()>& change) {
+    if (isConnected_)
+        world_.ShowProgress(progressText + "..contacting server", pause);
+    const bool done = isConnected_ && change();
+    if (!done && (isConnected_ || inVain_))
+        serverFailed_ = true;
+    return done;
+}
+
+/// Brings the reminders of an event to those of the changed one: what is the same across events stays, the rest goes,
+/// what is missing is made.
+void SeriesWalk::UpdateReminders(CTmEvent& event, const std::string& progressText) {
+    ReminderList kept;
+    for (const CTmReminder& reminder : event.Reminders) {
+        if (HasSameReminder(changed_.Reminders, reminder)) {
+            kept.push_back(reminder);
+        } else if (reminder.ServerId > 0) {
+            TryOnServer(progressText, kPause, [&] { return RemoveFromServer(world_, reminder); });
+        }
+    }
+    world_.ShowProgress(progressText + "..local update");
+    for (const CTmReminder& reminder : changed_.Reminders) {
+        if (HasSameReminder(event.Reminders, reminder))
+            continue;
+        CTmReminder copy = CopyReminder(reminder, event, world_.guids);
+        if (!IsServerReminder(copy) ||
+            TryOnServer(progressText, kServerPause, [&] { return RegisterOnServer(world_, copy); }))
+            kept.push_back(copy);
+    }
+    event.Reminders = std::move(kept);
+    world_.wait(kPause);
+}
+
 bool SeriesWalk::Run(EventList& events) {
     world_.ShowProgress(kLoading);
     if (!LoadReminders(world_, all_)) {
@@ -55,14 +96,9 @@ bool SeriesWalk::Run(EventList& events) {
     stored_ = all_;
     world_.wait(kPause);
     TakeReminders(all_, events);
-    ServerRun run;
     const auto hasServerReminder = [](const CTmEvent& event) { return HasServerReminder(event.Reminders); };
-    if (hasServerReminder(changed_) || std::any_of(events.begin(), events.end(), hasServerReminder)) {
-        world_.ShowProgress("Checking Internet Connection...");
-        run.connected = CheckServer(world_, true, &run.inVain);
-        if (!run.connected)
-            world_.ShowProgress(kLoading);
-    }
+    if (hasServerReminder(changed_) || std::any_of(events.begin(), events.end(), hasServerReminder))
+        Connect();
     world_.progress.SetRange(0, static_cast<int>(events.size()));
     for (size_t i = 0; i < events.size(); ++i) {
         const std::string text = "Updating Event " + std::to_string(i + 1) + " of " + std::to_string(events.size());
@@ -71,7 +107,7 @@ bool SeriesWalk::Run(EventList& events) {
         UpdateTexts(events[i]);
         if (!remindersDiffer_)
             continue;
-        UpdateSeriesEventReminders(world_, events[i], changed_, text, run);
+        UpdateReminders(events[i], text);
         AddReminders(all_, events[i].Reminders);
         world_.wait(kPause);
     }
@@ -80,7 +116,7 @@ bool SeriesWalk::Run(EventList& events) {
         SaveReminders(world_, all_);
     world_.wait(kLastPause);
     world_.progress.Hide();
-    if (!run.succeeded)
+    if (serverFailed_)
         TellReminderFailure(world_, ReminderFailure::NotAllSeriesUpdated);
     return true;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "calendar/calendar_world.h"
 
 namespace lore {
@@ -17,11 +20,17 @@ public:
 
 private:
     void UpdateTexts(CTmEvent& event) const;
+    void Connect();
+    void UpdateReminders(CTmEvent& event, const std::string& progressText);
+    bool TryOnServer(const std::string& progressText, int pause, const std::function<bool()>& change);
 
     const CalendarWorld& world_;
     const CTmEvent &changed_, &old_;
     bool remindersDiffer_;
     ReminderList stored_, all_;
+    bool isConnected_ = false;
+    bool inVain_ = false;        // not connected, though the user has tried again
+    bool serverFailed_ = false;  // an operation failed, or was left out in vain
 };
 
 }  // namespace lore

@@ -62,12 +62,13 @@ bool MayUseServer(const CalendarWorld& world) {
     return world.server.IsSetUp();
 }
 
-bool CheckServer(const CalendarWorld& world, bool showQuestion, bool* inVain) {
-    if (showQuestion ? !MayUseServer(world) : !world.server.IsSetUp())
+bool CheckServer(const CalendarWorld& world, Report report, bool* inVain) {
+    const bool asks = report == Report::Shown;
+    if (asks ? !MayUseServer(world) : !world.server.IsSetUp())
         return false;
     if (Answers(world) || AnswersAfter(world, kRetryPause))
         return true;
-    if (!showQuestion || world.prompts.Ask(kTryAgain, kNoConnection) != PromptAnswer::Yes)
+    if (!asks || world.prompts.Ask(kTryAgain, kNoConnection) != PromptAnswer::Yes)
         return false;
     const bool answers = Answers(world) || AnswersAfter(world, kLastRetryPause);
     if (!answers && inVain)

@@ -6,10 +6,10 @@
 
 namespace lore {
 
-/// Whether the reminder server answers, tested twice. With `showQuestion` a failure asks whether to try again; where no
-/// server is set up, the user is told that instead. Without, a failure is silent.
+/// Whether the reminder server answers, tested twice. A shown failure asks whether to try again; where no server is set
+/// up, the user is told that instead.
 /// @param inVain  turned true, if given, where the user tries again and that fails too
-bool CheckServer(const CalendarWorld& world, bool showQuestion, bool* inVain = nullptr);
+bool CheckServer(const CalendarWorld& world, Report report, bool* inVain = nullptr);
 
 /// False, told, where no reminder server is set up.
 bool MayUseServer(const CalendarWorld& world);

@@ -9,6 +9,7 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/print_records.h"
+#include "notes/file_faults.h"
 
 namespace lore {
 
@@ -25,7 +26,7 @@ public:
             return ExitStatus::NothingFound;
         const auto path = NoteBookPaths(session.Data(), noteBook->folder).Authors();
         AuthorList authors;
-        session.Check(authors.LoadAuthors(path), "The authors could not be read", path);
+        session.Check(authors.LoadAuthors(path), kAuthorsUnread, path);
         PrintRecords(session, authors, JsonAuthor, [](const CAuthor& author) {
             return std::to_string(author.AuthorID) + "  " + FormatAuthorInverted(author, {false, true, true});
         });
@@ -44,7 +45,7 @@ public:
             return ExitStatus::NothingFound;
         const auto path = NoteBookPaths(session.Data(), noteBook->folder).SourceTypes();
         CustomTypeList types;
-        session.Check(types.LoadTypesUnsorted(path, session.Context()), "The source types could not be read", path);
+        session.Check(types.LoadTypesUnsorted(path, session.Context()), kSourceTypesUnread, path);
         PrintRecords(session, types, JsonCustomType, [](const CCustomSourceType& type) { return type.name; });
         return ExitStatus::Done;
     }

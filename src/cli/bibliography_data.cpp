@@ -8,6 +8,7 @@
 #include "bibliography/source_record.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "notes/file_faults.h"
 
 namespace lore {
 
@@ -238,12 +239,11 @@ std::optional<BibliographyData> LoadBibliographyData(Session& session, Bibliogra
     const NoteBookPaths paths(session.Data(), noteBook->folder);
     BibliographyData data;
     if (parts.authors)
-        session.Check(data.authors.LoadAuthors(paths.Authors()), "The authors could not be read", paths.Authors());
-    session.Check(data.sources.LoadSources(paths.Sources(), session.Context()), "The sources could not be read",
-                  paths.Sources());
+        session.Check(data.authors.LoadAuthors(paths.Authors()), kAuthorsUnread, paths.Authors());
+    session.Check(data.sources.LoadSources(paths.Sources(), session.Context()), kSourcesUnread, paths.Sources());
     if (parts.types) {
-        session.Check(data.types.LoadTypes(paths.SourceTypes(), session.Context()),
-                      "The source types could not be read", paths.SourceTypes());
+        session.Check(data.types.LoadTypes(paths.SourceTypes(), session.Context()), kSourceTypesUnread,
+                      paths.SourceTypes());
         data.sources.LinkCustomTypes(data.types);
     }
     return data;
@@ -253,7 +253,7 @@ std::optional<BibliographyData> ReadBibliographyJson(Session& session, const std
     std::string bytes;
     status = ExitStatus::Fault;
     if (const FileResult result = ReadFileOrStream(file, bytes); !result.Ok()) {
-        session.Faults().Tell({"The file could not be read", file, result.Reason()});
+        session.Faults().Tell({kFileUnread, file, result.Reason()});
         return std::nullopt;
     }
     const Json json = Json::parse(bytes, nullptr, false);

@@ -9,6 +9,7 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/shown_text.h"
+#include "notes/file_faults.h"
 
 namespace lore {
 
@@ -38,7 +39,7 @@ private:
         EventList events;
         const FileResult result = from && to ? LoadEventsInRange(path, session.Context(), from->date, to->date, events)
                                              : LoadAllEvents(path, session.Context(), events);
-        session.Check(result, "The events could not be read", path);
+        session.Check(result, kEventsUnread, path);
         if (from && !to)
             std::erase_if(events, [&](const CTmEvent& event) { return !from->date.IsEarlierOrEqual(event.Start); });
         if (to && !from)
@@ -70,7 +71,7 @@ public:
     ExitStatus Run(Session& session) override {
         const std::filesystem::path path = session.Data().Reminders();
         ReminderList reminders;
-        session.Check(LoadAllReminders(path, session.Context(), reminders), "The reminders could not be read", path);
+        session.Check(LoadAllReminders(path, session.Context(), reminders), kRemindersUnread, path);
         Json list = Json::array();
         for (const CTmReminder& reminder : reminders) {
             if (session.Json())
@@ -93,7 +94,7 @@ public:
     ExitStatus Run(Session& session) override {
         EventList events;
         if (const FileResult result = LoadAllEvents(file_, session.Context(), events); !result.Ok()) {
-            session.Faults().Tell({"The events could not be read", file_, result.Reason()});
+            session.Faults().Tell({kEventsUnread, file_, result.Reason()});
             return ExitStatus::Fault;
         }
         std::erase_if(events, [](const CTmEvent& event) { return event.Recurring != 1; });

@@ -10,6 +10,7 @@
 #include "edit/left_files.h"
 #include "edit/repair_notebook.h"
 #include "notes/check_notebook.h"
+#include "notes/file_faults.h"
 
 namespace lore {
 
@@ -43,8 +44,8 @@ private:
             session.Check(read(file, session.Context(), state), unread, file);
             AddFileFindings(file, state, findings);
         };
-        check(session.Data().Events(), "The events could not be read", CheckEventFile);
-        check(session.Data().Reminders(), "The reminders could not be read", CheckReminderFile);
+        check(session.Data().Events(), kEventsUnread, CheckEventFile);
+        check(session.Data().Reminders(), kRemindersUnread, CheckReminderFile);
     }
     static bool MendAll(Session& session, std::vector<Repair>& repairs, ExitStatus& status) {
         if (!session.TakeLock(status))

@@ -22,7 +22,7 @@ public:
     }
     ExitStatus Run(Session& session) override {
         OpenNoteBook book;
-        if (!session.Load(book, false))
+        if (!session.Load(book))
             return ExitStatus::NothingFound;
         if (session.Json()) {
             Json list = Json::array();
@@ -62,7 +62,7 @@ private:
 template <typename EntriesOf, typename ToJson, typename ToLine>
 ExitStatus ListEntries(Session& session, EntriesOf entriesOf, ToJson toJson, ToLine toLine) {
     OpenNoteBook book;
-    if (!session.Load(book, false))
+    if (!session.Load(book))
         return ExitStatus::NothingFound;
     PrintRecords(session, entriesOf(book), toJson,
                  [&](const auto& entry) { return toLine(entry) + "  (" + std::to_string(entry.notes.Count()) + ")"; });

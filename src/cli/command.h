@@ -56,8 +56,10 @@ std::optional<int32_t> ParseNumber(std::string_view text);
 /// The form of each option and argument that is a number, for its transform: the library would take "010" for eight and
 /// an empty text for nought.
 CLI::Validator DecimalNumber();
-/// "3,7,12" as numbers, each once; false if it holds anything else.
-bool ParseIds(const std::string& text, LongList& ids);
+/// "a, b" as its pieces, trimmed.
+std::vector<std::string> SplitAtCommas(const std::string& text);
+/// The option --ids, "3,7,12", as numbers, each once; none if it isn't given. False, told, if it holds anything else.
+bool ParseIdsOption(const std::optional<std::string>& text, LongList& ids);
 /// A date of the command line, or of a file that is handed to it.
 struct DateArgument {
     DateTime date;

@@ -89,6 +89,24 @@ int Finish(ExitStatus status, const PrintedFaults& faults) {
     return NumberOf(status);
 }
 
+/// The words behind the program's name, the last one first, as the parser takes them. An empty value, as in
+/// "--keywords=", is a word of its own: the parser would take the next option for it.
+std::vector<std::string> WordsOf(int argc, char** argv) {
+    std::vector<std::string> words;
+    bool hasOptions = true;
+    for (int i = 1; i < argc; ++i) {
+        std::string_view word = argv[i];
+        hasOptions = hasOptions && word != "--";
+        const bool isEmptied =
+            hasOptions && word.size() > 3 && word.starts_with("--") && word.find('=') == word.size() - 1;
+        words.emplace_back(word.substr(0, word.size() - (isEmptied ? 1 : 0)));
+        if (isEmptied)
+            words.emplace_back();
+    }
+    std::reverse(words.begin(), words.end());
+    return words;
+}
+
 }  // namespace
 
 std::optional<int32_t> ParseNumber(std::string_view text) {
@@ -113,15 +131,26 @@ CLI::Validator DecimalNumber() {
     return CLI::Validator(toDecimal, "");
 }
 
-bool ParseIds(const std::string& text, LongList& ids) {
+std::vector<std::string> SplitAtCommas(const std::string& text) {
+    std::vector<std::string> pieces;
     for (size_t from = 0; from <= text.size();) {
         const size_t comma = std::min(text.find(',', from), text.size());
-        const std::string_view piece = Trim(std::string_view(text).substr(from, comma - from));
-        const std::optional<int32_t> id = ParseNumber(piece);
-        if (!id)
-            return false;
-        ids.AddUnique(*id);
+        pieces.emplace_back(Trim(std::string_view(text).substr(from, comma - from)));
         from = comma + 1;
+    }
+    return pieces;
+}
+
+bool ParseIdsOption(const std::optional<std::string>& text, LongList& ids) {
+    if (!text)
+        return true;
+    for (const std::string& piece : SplitAtCommas(*text)) {
+        const std::optional<int32_t> id = ParseNumber(piece);
+        if (!id) {
+            PrintError("--ids takes numbers parted by commas, not \"" + *text + "\"");
+            return false;
+        }
+        ids.AddUnique(*id);
     }
     return true;
 }
@@ -165,12 +194,12 @@ int RunCommandLine(int argc, char** argv) try {
     for (const auto& command : commands)
         command->Declare(*app.add_subcommand(command->Name(), command->Help()));
     try {
-        app.parse(argc, argv);
+        app.parse(WordsOf(argc, argv));
     } catch (const CLI::ParseError& error) {
         return Finish(TellWrongArguments(app, error), PrintedFaults("lorebinder-cli"));
     }
     if (const ExitStatus given = CheckGiven(app, options); given != ExitStatus::Done)
-        return static_cast<int>(given);
+        return NumberOf(given);
     const std::string name = app.get_subcommands().front()->get_name();
     const auto chosen =
         std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });

@@ -31,7 +31,7 @@ public:
         OpenNoteBook book;
         if (!session.TakeLock(status))
             return status;
-        if (!session.Load(book, false))
+        if (!session.Load(book))
             return ExitStatus::NothingFound;
         CNoteList list;
         const auto target = Target(session, book, status);
@@ -85,7 +85,7 @@ private:
                               prompts,
                               progress,
                               session.Faults(),
-                              settings.Int(Option::SyncEngaged) == 1,
+                              settings.IsSyncEngaged(),
                               [&] { session.StoreCounters(counters); }};
         return CopyNotesToNoteBook(list, target, world);
     }

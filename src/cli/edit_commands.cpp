@@ -8,6 +8,7 @@
 #include "cli/print_records.h"
 #include "edit/note_removal.h"
 #include "edit/note_text_file.h"
+#include "notes/file_faults.h"
 #include "notes/note_finder.h"
 
 namespace lore {
@@ -33,7 +34,7 @@ std::optional<std::string> TextOfFile(Session& session, const std::string& file)
     const FileResult result = ReadNoteText(file, LookOfNewText(session.Store()), rtf);
     if (result.Ok())
         return rtf;
-    session.Faults().Tell({"The file could not be read", file, result.Reason()});
+    session.Faults().Tell({kFileUnread, file, result.Reason()});
     return std::nullopt;
 }
 
@@ -203,8 +204,9 @@ public:
             else
                 status = NoSuchNote(id);
         }
-        const std::vector<CNote> deleted =
-            NoteRemoval(run.Book(), session.Context(), session.Faults(), nullptr).DeleteNotes(ids, false).notes;
+        const std::vector<CNote> deleted = NoteRemoval(run.Book(), session.Context(), session.Faults(), nullptr)
+                                               .DeleteNotes(ids, GoneFiles::Deleted)
+                                               .notes;
         LongList gone;  // a note may have stood twice in its file
         for (const CNote& note : deleted)
             gone.AddUnique(note.id);

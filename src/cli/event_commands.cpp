@@ -87,6 +87,9 @@ struct EventOptions {
 
 private:
     bool ApplyTimes(EventEditor& editor) const;
+    void ChooseRhythm(EventEditor& editor) const;
+    /// What an event of that rhythm can't have; empty for nothing.
+    std::string FaultInSeries(const EventEditor& editor, const std::optional<DateArgument>& last) const;
     bool ApplySeries(EventEditor& editor) const;
     bool ApplyReminders(EventEditor& editor) const;
 };
@@ -136,41 +139,46 @@ std::optional<size_t> CountSlot(const EventEditor& editor) {
     }
 }
 
-bool EventOptions::ApplySeries(EventEditor& editor) const {
+void EventOptions::ChooseRhythm(EventEditor& editor) const {
     if (noRepeat)
         editor.SetRecurring(false);
-    if (repeat) {
-        const Rhythm& rhythm = *std::find_if(std::begin(kRhythms), std::end(kRhythms),
-                                             [&](const Rhythm& one) { return *repeat == one.name; });
-        editor.SetRecurring(true);
-        editor.ChooseTab(rhythm.type);
-        if (rhythm.type != kWeekly)
-            editor.ChooseForm(rhythm.firstForm);
-    }
+    if (!repeat)
+        return;
+    const Rhythm& rhythm =
+        *std::find_if(std::begin(kRhythms), std::end(kRhythms), [&](const Rhythm& one) { return *repeat == one.name; });
+    editor.SetRecurring(true);
+    editor.ChooseTab(rhythm.type);
+    if (rhythm.type != kWeekly)
+        editor.ChooseForm(rhythm.firstForm);
+}
+
+std::string EventOptions::FaultInSeries(const EventEditor& editor, const std::optional<DateArgument>& last) const {
+    if (!editor.IsRecurring() && (every || until || !days.empty()))
+        return "--every, --days and --until belong to a series: say --repeat as well";
+    if (every && !CountSlot(editor))
+        return "this series takes no --every";
+    if (!days.empty() && editor.Tab() != kWeekly)
+        return "this series takes no --days";
+    if (last && IsLater(editor.Event().RecurrenceStart.Midnight(), last->date))
+        return "--until is before the start";
+    return {};
+}
+
+bool EventOptions::ApplySeries(EventEditor& editor) const {
+    ChooseRhythm(editor);
     std::optional<DateArgument> last;
     if (!ParseDateOption(until, last))
         return false;
-    if (!editor.IsRecurring() && (every || until || !days.empty())) {
-        PrintError("--every, --days and --until belong to a series: say --repeat as well");
-        return false;
-    }
-    const std::optional<size_t> slot = CountSlot(editor);
-    if ((every && !slot) || (!days.empty() && editor.Tab() != kWeekly)) {
-        PrintError("this series takes no " + std::string(every && !slot ? "--every" : "--days"));
+    if (const std::string fault = FaultInSeries(editor, last); !fault.empty()) {
+        PrintError(fault);
         return false;
     }
     if (every)
-        editor.TypePattern(*slot, std::to_string(*every));
-    if (!days.empty()) {
-        for (size_t day = 0; day < std::size(kDayNames); ++day) {
-            const bool named = std::any_of(days.begin(), days.end(),
-                                           [&](const std::string& one) { return EqualNoCase(one, kDayNames[day]); });
-            editor.SetPattern(kWeeklySunday + day, named ? 1 : 0);
-        }
-    }
-    if (last && IsLater(editor.Event().RecurrenceStart.Midnight(), last->date)) {
-        PrintError("--until is before the start");
-        return false;
+        editor.TypePattern(*CountSlot(editor), std::to_string(*every));
+    for (size_t day = 0; !days.empty() && day < std::size(kDayNames); ++day) {
+        const bool named =
+            std::ranges::any_of(days, [&](const std::string& one) { return EqualNoCase(one, kDayNames[day]); });
+        editor.SetPattern(kWeeklySunday + day, named ? 1 : 0);
     }
     if (last)
         editor.SetRecurrenceEnd(last->date);
@@ -184,8 +192,7 @@ bool EventOptions::ApplyReminders(EventEditor& editor) const {
         std::optional<CTmReminder> reminder = editor.NewReminder();
         if (!reminder)
             return false;
-        reminder->PriorMinutes = minutes;
-        reminder->SendTime = reminder->ServerSendTime = reminder->EventStart.PlusSeconds(-60 * int64_t{minutes});
+        SendBeforeStart(*reminder, minutes);
         editor.PutReminder(*reminder);
     }
     return true;

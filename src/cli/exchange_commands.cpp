@@ -32,7 +32,7 @@ public:
         if (!session.TakeLock(status))
             return status;
         OpenNoteBook book;
-        if (!session.Load(book, false))
+        if (!session.Load(book))
             return ExitStatus::NothingFound;
         LongList wanted;
         for (const int32_t id : ids_) {
@@ -49,8 +49,9 @@ private:
     ExitStatus Export(Session& session, const OpenNoteBook& book, const ExportedNotes& notes) const {
         PrintedPrompts prompts;
         SilentProgress progress;
-        const int exported = ExportNotes(
-            notes, target_, false, {book, session.Data(), session.Context(), prompts, progress, session.Faults()});
+        const int exported =
+            ExportNotes(notes, target_, ExportedSources::OfNotes,
+                        {book, session.Data(), session.Context(), prompts, progress, session.Faults()});
         if (exported < 0)
             return ExitStatus::Fault;
         if (exported == 0) {
@@ -101,16 +102,6 @@ public:
     }
 };
 
-std::vector<std::string> SplitAtCommas(const std::string& text) {
-    std::vector<std::string> pieces;
-    for (size_t from = 0; from <= text.size();) {
-        const size_t comma = std::min(text.find(',', from), text.size());
-        pieces.emplace_back(Trim(std::string_view(text).substr(from, comma - from)));
-        from = comma + 1;
-    }
-    return pieces;
-}
-
 class ImportCommand : public Command {
 public:
     const char* Name() const override { return "import"; }
@@ -128,7 +119,7 @@ public:
             return ExitStatus::WrongUsage;
         OpenNoteBook book;
         ExitStatus status = ExitStatus::Done;
-        if (status_ ? !session.Load(book, false) : !session.OpenForWriting(book, status))
+        if (status_ ? !session.Load(book) : !session.OpenForWriting(book, status))
             return status == ExitStatus::Done ? ExitStatus::NothingFound : status;
         PrintedPrompts prompts;
         SilentProgress progress;

@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "cli/command.h"
 #include "cli/print_records.h"
+#include "notes/file_faults.h"
 #include "notes/note_cleaner.h"
 #include "notes/note_list_add.h"
 #include "notes/note_list_citations.h"
@@ -65,12 +66,10 @@ public:
     }
     ExitStatus Run(Session& session) override {
         LongList wanted;
-        if (ids_ && !ParseIds(*ids_, wanted)) {
-            PrintError("--ids takes numbers parted by commas, not \"" + *ids_ + "\"");
+        if (!ParseIdsOption(ids_, wanted))
             return ExitStatus::WrongUsage;
-        }
         OpenNoteBook book;
-        auto report = session.Load(book, true);
+        auto report = session.Load(book, {.keepHeads = true});
         if (!report)
             return ExitStatus::NothingFound;
         std::vector<CNote> heads = ids_ ? Chosen(std::move(report->heads), wanted) : std::move(report->heads);
@@ -133,7 +132,7 @@ public:
     }
     ExitStatus Run(Session& session) override {
         OpenNoteBook book;
-        if (!session.Load(book, false))
+        if (!session.Load(book))
             return ExitStatus::NothingFound;
         const std::optional<CNote> note = FindNote(book.index, id_, session.Context(), session.Faults());
         if (!note)
@@ -196,7 +195,7 @@ public:
         const std::filesystem::path path = NoteBookPaths(session.Data(), noteBook->folder).SyncLog();
         SyncLog log;
         bool hasHead = false;
-        session.Check(LoadSyncLogFrom(path, log, &hasHead), "The sync log could not be read", path);
+        session.Check(LoadSyncLogFrom(path, log, &hasHead), kSyncLogUnread, path);
         if (session.Json()) {
             PrintJson(JsonSyncLog(log, hasHead));
             return ExitStatus::Done;

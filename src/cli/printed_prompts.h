@@ -14,7 +14,7 @@ public:
         return std::nullopt;
     }
     PromptAnswer AskWithBox(const std::string&, const std::string&, const std::string&, bool& ticked) override;
-    std::vector<std::string> AskOpenPaths(const std::string&, const std::string&, bool) override { return {}; }
+    std::vector<std::string> AskOpenPaths(const std::string&, const std::string&, PathCount) override { return {}; }
     std::optional<std::string> AskSavePath(const std::string&, const std::string&, const std::string&) override {
         return std::nullopt;
     }

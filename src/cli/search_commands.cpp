@@ -23,10 +23,8 @@ public:
     }
     ExitStatus Run(Session& session) override {
         LongList ids;
-        if (ids_ && !ParseIds(*ids_, ids)) {
-            PrintError("--ids takes numbers parted by commas, not \"" + *ids_ + "\"");
+        if (!ParseIdsOption(ids_, ids))
             return ExitStatus::WrongUsage;
-        }
         PrintedPrompts prompts;
         NoteSearch search;
         const std::string typed = CleanText(FromUtf8(Trim(text_)));
@@ -57,7 +55,7 @@ private:
     /// The search of the current note list: these notes in this order, SHOWALL as a word like any other.
     std::optional<Results> SearchNotes(Session& session, const NoteSearch& search, const LongList& ids) const {
         OpenNoteBook book;
-        if (!session.Load(book, false))
+        if (!session.Load(book))
             return std::nullopt;
         const NoteMatcher matcher(search);
         const bool isWholeList = search.searchTerms.empty();

@@ -107,7 +107,7 @@ Session::Session(const GlobalOptions& options)
       context_(MakeReadContext(clock_, guids_)) {
     settings_.LoadOptions(store_);
     if (const auto& unread = store_.Unread())
-        faults_.Tell({"The settings could not be read", unread->path, unread->reason});
+        faults_.Tell({kSettingsUnread, unread->path, unread->reason});
 }
 
 void Session::Check(const FileResult& result, const char* what, const std::filesystem::path& path) {
@@ -138,17 +138,14 @@ std::optional<CDatabase> Session::NoteBook(ExitStatus& status) {
     return ChooseNoteBook(NoteBooks(), local, options_.notebook, status);
 }
 
-std::optional<LoadReport> Session::Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts) {
+std::optional<LoadReport> Session::Load(OpenNoteBook& book, LoadOptions options) {
     const auto database = NoteBook();
     if (!database)
         return std::nullopt;
     book.database = *database;
     book.paths = NoteBookPaths(data_, database->folder);
     IdCounters counters = Counters();
-    LoadOptions options;
     options.mode = LoadMode::ReadOnly;
-    options.texts = texts;
-    options.keepHeads = keepHeads;
     LoadReport report = LoadNoteBook(book, counters, context_, faults_, options);
     return report.listed ? std::optional(std::move(report)) : std::nullopt;
 }

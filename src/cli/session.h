@@ -52,7 +52,8 @@ public:
         return NoteBook(status);
     }
     /// Reads that NoteBook without changing a byte. Nothing, told, if there is none or its notes can't be listed.
-    std::optional<LoadReport> Load(OpenNoteBook& book, bool keepHeads, NoteTextSink* texts = nullptr);
+    /// The mode of `options` doesn't count.
+    std::optional<LoadReport> Load(OpenNoteBook& book, LoadOptions options = {});
 
     /// The last ids given out, and how a command that gave out more stores them, with the identity of the installation.
     IdCounters Counters() const;

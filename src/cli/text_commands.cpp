@@ -4,6 +4,7 @@
 #include "base/file_io.h"
 #include "cli/command.h"
 #include "cli/json_records.h"
+#include "notes/file_faults.h"
 #include "rtf/rtf.h"
 
 namespace lore {
@@ -27,7 +28,7 @@ Json JsonRun(const Document& document, std::string_view text, const CharFormat& 
     }
     if (format.font >= 0)
         json["font"] = document.fonts[static_cast<size_t>(format.font)].name;
-    json["size"] = format.half_points / 2.0;
+    json["size"] = format.halfPoints / 2.0;
     if (format.color)
         json["color"] = JsonTextColor(*format.color);
     if (format.background)
@@ -69,7 +70,7 @@ public:
     ExitStatus Run(Session& session) override {
         std::string rtf;
         if (const FileResult result = ReadFileOrStream(file_, rtf); !result.Ok()) {
-            session.Faults().Tell({"The file could not be read", file_, result.Reason()});
+            session.Faults().Tell({kFileUnread, file_, result.Reason()});
             return ExitStatus::Fault;
         }
         if (session.Json()) {
@@ -79,8 +80,8 @@ public:
             return ExitStatus::Done;
         }
         std::string text = PlainText(rtf);
-        if (!text.empty() && !text.ends_with('\n'))
-            text += '\n';
+        if (!text.empty())
+            text += '\n';  // behind the last paragraph, which has none
         std::fwrite(text.data(), 1, text.size(), stdout);
         return ExitStatus::Done;
     }

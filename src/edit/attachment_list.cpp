@@ -36,7 +36,7 @@ std::string FilterFor(int32_t kind, std::string_view extension) {
 }  // namespace
 
 void AttachmentList::AddFiles() {
-    for (const std::string& path : prompts_.AskOpenPaths("Attach File", kAllFiles, true))
+    for (const std::string& path : prompts_.AskOpenPaths("Attach File", kAllFiles, PathCount::Several))
         AddFile(path);
 }
 

@@ -149,10 +149,10 @@ FileResult DraftStore::ReadDraft(const std::filesystem::path& path, const ReadCo
 bool DraftDiffers(const Draft& draft, const CNote* stored) {
     if (!stored)
         return true;
-    const NoteDifferences differences = CompareNotes(draft.note, *stored);
+    const NoteDifferences differences = DifferencesOf(draft.note, *stored);
     return differences.text || differences.sources || differences.keyWords || differences.categories ||
            draft.note.borderColor != stored->borderColor || draft.note.spellCheck != stored->spellCheck ||
-           AttachmentTitlesDiffer(draft.note.attachments, stored->attachments);
+           AttachmentsDiffer(draft.note.attachments, stored->attachments);
 }
 
 }  // namespace lore

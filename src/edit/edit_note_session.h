@@ -80,7 +80,7 @@ public:
     /// The box "Sync this note..." stands only where the NoteBook is linked and its log has entries.
     bool ShowsSyncBox() const;
     /// The spelling may be checked at all.
-    bool MayCheckSpelling() const { return world_->settings.Int(Option::EnableSpellCheck) == 1; }
+    bool MayCheckSpelling() const { return world_->settings.IsOne(Option::EnableSpellCheck); }
 
     /// With EditWorld::unwritten, Saved says that the note waits there and stands in the lists; its file, and the sync
     /// log on the disk, are left to whoever writes it.

@@ -52,7 +52,7 @@ void NoteRemoval::KeepFilesOf(const CNote& note, const NoteBookPaths& paths, Fau
     MoveFiles(note.attachments, paths.Attachments(), KeptFilesFolder(paths), faults);
 }
 
-DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
+DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, GoneFiles files) {
     DeletedNotes deleted;
     deleted.notes = NoteStore(book_, context_, faults_, texts_).DeleteNotes(ids);
     UnfileNotes(book_, deleted.notes);
@@ -60,7 +60,7 @@ DeletedNotes NoteRemoval::DeleteNotes(const LongList& ids, bool keepFiles) {
     for (const CNote& note : deleted.notes)
         going.insert(going.end(), note.attachments.begin(), note.attachments.end());
     going = WithUnnamedFiles(going, "the deleted notes", {book_.paths, context_, faults_, background_});
-    if (keepFiles) {
+    if (files == GoneFiles::Kept) {
         deleted.keptFiles = KeptFilesFolder(book_.paths);
         MoveFiles(going, book_.paths.Attachments(), deleted.keptFiles, faults_);
     } else {

@@ -28,6 +28,10 @@ struct Unrestored {
     bool Contains(int32_t id) const { return unwritten.Contains(id) || withoutFiles.Contains(id); }
 };
 
+/// What becomes of the attachment files of deleted notes. Kept: in a folder of the NoteBook, where RestoreNotes finds
+/// them.
+enum class GoneFiles { Deleted, Kept };
+
 /// Deletes notes and restores them. Nothing here asks.
 class NoteRemoval {
 public:
@@ -37,10 +41,10 @@ public:
         : book_(book), context_(context), faults_(faults), texts_(texts), background_(background) {}
 
     /// Takes the notes out of their files and all lists of the NoteBook, marks their records in the sync log, and
-    /// deletes their attachment files, or moves them to a folder of the NoteBook where Restore finds them. A file that
-    /// another note names too stays, and so do all of them, told, if not every other note could be looked at. A note
-    /// whose file can't be written stays, with all that it has, and isn't among the result.
-    DeletedNotes DeleteNotes(const LongList& ids, bool keepFiles);
+    /// deletes their attachment files or keeps them. A file that another note names too stays, and so do all of them,
+    /// told, if not every other note could be looked at. A note whose file can't be written stays, with all that it
+    /// has, and isn't among the result.
+    DeletedNotes DeleteNotes(const LongList& ids, GoneFiles files);
     /// Puts notes back where they were: first the attachment files, then the notes. What fails can be tried again.
     Unrestored RestoreNotes(const DeletedNotes& deleted);
     /// Moves their attachment files back. Gives the ids of those that lack one still.

@@ -43,7 +43,7 @@ FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& lo
     if (ending == ".rtf")
         rtf = CleanRtf(bytes);
     else if (ending == ".html" || ending == ".htm")
-        rtf = WriteRtf(ReadHtml(WithoutUtf16(std::move(bytes)), {look.font, look.half_points}));
+        rtf = WriteRtf(ReadHtml(WithoutUtf16(std::move(bytes)), {look.font, look.halfPoints}));
     else
         rtf = RtfFromText(WithoutUtf16(std::move(bytes)), look);
     if (!result.Ok())
@@ -59,7 +59,7 @@ std::string RtfFromText(std::string_view bytes, const NewTextLook& look) {
     // The end of the last line is no paragraph of its own.
     if (text.ends_with('\n'))
         text.pop_back();
-    return WriteRtf(DocumentFromText(text, look.font, look.half_points));
+    return WriteRtf(DocumentFromText(text, look.font, look.halfPoints));
 }
 
 }  // namespace lore

@@ -11,8 +11,8 @@ namespace lore {
 
 /// The look of a new note's text.
 struct NewTextLook {
-    std::string font;      ///< UTF-8
-    int half_points = 27;  ///< 18 pixels of the board
+    std::string font;     ///< UTF-8
+    int halfPoints = 27;  ///< 18 pixels of the board
 };
 
 /// As the settings have it, in sizes that can be read.

@@ -36,7 +36,7 @@ public:
 
 private:
     LoadReport Load();
-    void MendFiles();
+    bool MendFiles();
     bool RenumberNotes(const SharedNumbers& shared);
     void MoveNotesHome(const LoadReport& report);
     struct NoteRepair {
@@ -62,6 +62,7 @@ private:
 
 LoadReport Repairer::Load() {
     LoadOptions options;
+    options.mode = LoadMode::Mending;
     options.keepHeads = true;
     return LoadNoteBook(book_, counters_, context_, faults_, options);
 }
@@ -70,8 +71,14 @@ std::vector<Repair> Repairer::Run() {
     LoadReport report = Load();
     if (!report.listed)
         return {};
-    const SharedNumbers shared = FindSharedNumbers(book_, context_, faults_);  // a mended note might show instead
-    MendFiles();
+    SharedNumbers shared = FindSharedNumbers(book_, context_, faults_);  // a mended note might show instead
+    if (MendFiles()) {
+        report = Load();
+        if (!report.listed)
+            return std::move(repairs_);
+        shared = FindSharedNumbers(book_, context_, faults_);
+        MendFiles();  // of a note that has come back, copies may stand in several files
+    }
     if (RenumberNotes(shared)) {
         report = Load();
         if (!report.listed)
@@ -110,8 +117,10 @@ bool Repairer::KeepFilesOf(const CNote& note) {
     return KeepOnce(FileOf(note.id)) && KeepOnce(book_.paths.NoteFile(GetNoteFileName(note)).string());
 }
 
-/// Files that break off, and files with copies of notes that another file or place shows.
-void Repairer::MendFiles() {
+/// Files that break off or count too few notes, and files with copies of notes that another file or place shows. True
+/// if notes have come back that weren't counted: what was loaded doesn't show them yet.
+bool Repairer::MendFiles() {
+    bool cameBack = false;
     for (const std::filesystem::path& file : NoteFilesOf(book_.paths.Notes(), faults_)) {
         const NoteStore::Mending mending = NoteStore(book_, context_, faults_, nullptr).MendFile(file.string(), [&] {
             return KeepOnce(file.string());
@@ -123,7 +132,9 @@ void Repairer::MendFiles() {
             repairs_.push_back({file.string(), std::to_string(mending.copies) +
                                                    " copies of notes that stand in the files where they belong were "
                                                    "taken out; as it was it is kept beside it"});
+        cameBack = cameBack || mending.uncounted > 0;
     }
+    return cameBack;
 }
 
 /// True if a note has got another number: what was loaded doesn't show it yet.

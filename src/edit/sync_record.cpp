@@ -9,12 +9,6 @@ namespace lore {
 
 namespace {
 
-bool SamePairs(const std::vector<CNoteSourceInfo>& a, const std::vector<CNoteSourceInfo>& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const CNoteSourceInfo& x, const CNoteSourceInfo& y) {
-        return x.key == y.key && x.text == y.text;
-    });
-}
-
 void StampAll(CSyncInfo& info, const DateTime& nowUtc) {
     for (DateTime* const date :
          {&info.Change1, &info.Change2, &info.SourcesChanged, &info.KeyWordsChanged, &info.CategoriesChanged})
@@ -34,17 +28,17 @@ void StampDifferences(CSyncInfo& info, const NoteDifferences& differences, const
 
 }  // namespace
 
-NoteDifferences CompareNotes(const CNote& a, const CNote& b) {
+NoteDifferences DifferencesOf(const CNote& a, const CNote& b) {
     NoteDifferences differences;
     differences.text = a.rtfText != b.rtfText;
-    differences.sources = !(a.sources == b.sources) || !SamePairs(a.sourceInfo, b.sourceInfo);
+    differences.sources = a.sources != b.sources || a.sourceInfo != b.sourceInfo;
     differences.keyWords = a.keyWords != b.keyWords;
     for (size_t set = 0; set < kSetCount; ++set)
         differences.categories = differences.categories || !a.categories[set].IsSameTree(b.categories[set]);
     return differences;
 }
 
-bool AttachmentTitlesDiffer(const std::vector<CAttachment>& a, const std::vector<CAttachment>& b) {
+bool AttachmentsDiffer(const std::vector<CAttachment>& a, const std::vector<CAttachment>& b) {
     return !std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const CAttachment& x, const CAttachment& y) {
         return x.title == y.title && x.storedFile == y.storedFile && x.sourceFile == y.sourceFile && x.show == y.show;
     });
@@ -87,7 +81,7 @@ std::optional<CSyncInfo> ChangedRecord(const CSyncInfo* found, const LoggedSave&
     }
     if (wasTicked != save.syncTicked)
         info.Change1 = nowUtc;
-    StampDifferences(info, CompareNotes(save.note, save.original), nowUtc);
+    StampDifferences(info, DifferencesOf(save.note, save.original), nowUtc);
     return info;
 }
 

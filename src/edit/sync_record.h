@@ -14,10 +14,10 @@ struct NoteDifferences {
 
 /// Sources differ by their ids in order or by the pairs of their information in order, categories by any of the three
 /// paths. Attachments and colour have no part in it.
-NoteDifferences CompareNotes(const CNote& a, const CNote& b);
+NoteDifferences DifferencesOf(const CNote& a, const CNote& b);
 
-/// True if two lists of attachments of the same length name different things.
-bool AttachmentTitlesDiffer(const std::vector<CAttachment>& a, const std::vector<CAttachment>& b);
+/// True if the lists aren't of one length, or name different things or show them differently.
+bool AttachmentsDiffer(const std::vector<CAttachment>& a, const std::vector<CAttachment>& b);
 
 /// A note as the editor saves it.
 struct LoggedSave {

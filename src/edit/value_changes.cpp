@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include "classify/category_edit.h"
@@ -17,66 +18,44 @@ namespace lore {
 
 namespace {
 
-ValueKind KindOf(const NoteValue& value) {
-    return static_cast<ValueKind>(value.index());
-}
+/// What is done with a value, for each type that it may have.
+template <typename... Cases>
+struct ByType : Cases... {
+    using Cases::operator()...;
+};
+template <typename... Cases>
+ByType(Cases...) -> ByType<Cases...>;
 
-CProCategoryTree& PathIn(CNote& note, int set) {
-    return note.categories[static_cast<size_t>(set - 1)];
+size_t PlaceOf(const FiledPath& filed) {
+    return static_cast<size_t>(filed.set - 1);
 }
 
 /// What a note has in the place of a value.
 NoteValue ValueBeside(const CNote& note, const NoteValue& value) {
-    switch (KindOf(value)) {
-        case ValueKind::Color:
-            return note.borderColor;
-        case ValueKind::KeyWords:
-            return note.keyWords;
-        case ValueKind::Category: {
-            const int set = std::get<FiledPath>(value).set;
-            return FiledPath{set, note.categories[static_cast<size_t>(set - 1)]};
-        }
-        case ValueKind::Sources:
-            break;
-    }
-    return TiedSources{note.sources, note.sourceInfo};
+    const ByType beside{
+        [&](Rgb) -> NoteValue { return note.borderColor; },
+        [&](const std::string&) -> NoteValue { return note.keyWords; },
+        [&](const FiledPath& filed) -> NoteValue {
+            return FiledPath{filed.set, note.categories[PlaceOf(filed)]};
+        },
+        [&](const TiedSources&) -> NoteValue {
+            return TiedSources{note.sources, note.sourceInfo};
+        },
+    };
+    return std::visit(beside, value);
 }
 
 void Put(CNote& note, const NoteValue& value) {
-    switch (KindOf(value)) {
-        case ValueKind::Color:
-            note.borderColor = std::get<Rgb>(value);
-            return;
-        case ValueKind::KeyWords:
-            note.keyWords = std::get<std::string>(value);
-            return;
-        case ValueKind::Category:
-            PathIn(note, std::get<FiledPath>(value).set) = std::get<FiledPath>(value).path;
-            return;
-        case ValueKind::Sources:
-            note.sources = std::get<TiedSources>(value).sources;
-            note.sourceInfo = std::get<TiedSources>(value).info;
-    }
-}
-
-/// Whether two values of one kind, and of one set, are alike to the byte.
-bool IsSame(const NoteValue& a, const NoteValue& b) {
-    switch (KindOf(a)) {
-        case ValueKind::Color:
-            return std::get<Rgb>(a) == std::get<Rgb>(b);
-        case ValueKind::KeyWords:
-            return std::get<std::string>(a) == std::get<std::string>(b);
-        case ValueKind::Category:
-            return std::get<FiledPath>(a).path.IsSameTree(std::get<FiledPath>(b).path);
-        case ValueKind::Sources:
-            break;
-    }
-    const auto isSameInfo = [](const CNoteSourceInfo& one, const CNoteSourceInfo& other) {
-        return one.key == other.key && one.text == other.text;
+    const ByType put{
+        [&](Rgb color) { note.borderColor = color; },
+        [&](const std::string& keyWords) { note.keyWords = keyWords; },
+        [&](const FiledPath& filed) { note.categories[PlaceOf(filed)] = filed.path; },
+        [&](const TiedSources& tied) {
+            note.sources = tied.sources;
+            note.sourceInfo = tied.info;
+        },
     };
-    const TiedSources &one = std::get<TiedSources>(a), &other = std::get<TiedSources>(b);
-    return one.sources == other.sources &&
-           std::equal(one.info.begin(), one.info.end(), other.info.begin(), other.info.end(), isSameInfo);
+    std::visit(put, value);
 }
 
 /// Whether a note still has what it was given. A category may have got another name or place.
@@ -84,9 +63,9 @@ bool StillHas(const CNote& note, const ReplacedValue& value) {
     if (note.guid != value.guid)
         return false;
     const NoteValue now = ValueBeside(note, value.given);
-    if (KindOf(now) != ValueKind::Category)
-        return IsSame(now, value.given);
-    return DeepestCategoryID(std::get<FiledPath>(now).path) == DeepestCategoryID(std::get<FiledPath>(value.given).path);
+    const auto* const filed = std::get_if<FiledPath>(&now);
+    return filed ? DeepestCategoryID(filed->path) == DeepestCategoryID(std::get<FiledPath>(value.given).path)
+                 : now == value.given;
 }
 
 void PutFormer(CNote& note, const ReplacedValue& value) {
@@ -95,40 +74,28 @@ void PutFormer(CNote& note, const ReplacedValue& value) {
         note.dateEdited = value.formerEdited;
 }
 
-void Stamp(CSyncInfo& info, ValueKind kind, const DateTime& nowUtc) {
-    switch (kind) {
-        case ValueKind::Color:
-            info.Change1 = nowUtc;
-            return;
-        case ValueKind::KeyWords:
-            info.KeyWordsChanged = nowUtc;
-            return;
-        case ValueKind::Category:
-            info.CategoriesChanged = nowUtc;
-            return;
-        case ValueKind::Sources:
-            info.SourcesChanged = nowUtc;
-    }
+void Stamp(CSyncInfo& info, const NoteValue& changed, const DateTime& nowUtc) {
+    const ByType stamp{
+        [&](Rgb) { info.Change1 = nowUtc; },
+        [&](const std::string&) { info.KeyWordsChanged = nowUtc; },
+        [&](const FiledPath&) { info.CategoriesChanged = nowUtc; },
+        [&](const TiedSources&) { info.SourcesChanged = nowUtc; },
+    };
+    std::visit(stamp, changed);
 }
 
 }  // namespace
 
-ValueKind KindOf(const ReplacedValues& values) {
-    return KindOf(values.begin()->second.given);
-}
-
 ChangedNotes ValueChanges::SetNotesColor(const LongList& ids, Rgb color) {
-    return Give(ids, ValueKind::Color, [color](const CNote&) { return NoteValue(color); });
+    return Give(ids, [color](const CNote&) { return color; });
 }
 
 ChangedNotes ValueChanges::AttachKeyWord(const LongList& ids, const std::string& name) {
-    return Give(ids, ValueKind::KeyWords,
-                [&](const CNote& note) { return NoteValue(WithKeyWord(note.keyWords, name)); });
+    return Give(ids, [&](const CNote& note) { return WithKeyWord(note.keyWords, name); });
 }
 
 ChangedNotes ValueChanges::RemoveKeyWord(const LongList& ids, const std::string& name) {
-    return Give(ids, ValueKind::KeyWords,
-                [&](const CNote& note) { return NoteValue(WithoutKeyWord(note.keyWords, name)); });
+    return Give(ids, [&](const CNote& note) { return WithoutKeyWord(note.keyWords, name); });
 }
 
 ChangedNotes ValueChanges::FileInCategory(const LongList& ids, int32_t category, int set) {
@@ -136,66 +103,74 @@ ChangedNotes ValueChanges::FileInCategory(const LongList& ids, int32_t category,
     if (!node)
         return {};
     const FiledPath given{set, PathTo(*node)};
-    return Give(ids, ValueKind::Category, [&](const CNote&) { return NoteValue(given); });
+    return Give(ids, [&](const CNote&) { return given; });
 }
 
-ChangedNotes ValueChanges::Give(const LongList& ids, ValueKind kind,
-                                const std::function<NoteValue(const CNote&)>& wanted) {
+template <typename Wanted>
+ChangedNotes ValueChanges::Give(const LongList& ids, const Wanted& wanted) {
+    using Value = std::invoke_result_t<Wanted, const CNote&>;
     const DateTime now = world_.clock.Now();
     ReplacedValues met;
-    ChangedNotes result = ChangeValues(ids, kind, [&](CNote& note) {
+    ChangedNotes result = ChangeValues(ids, Value(), [&](CNote& note) {
         NoteValue given = wanted(note), former = ValueBeside(note, given);
-        if (IsSame(given, former))
+        if (given == former)
             return false;
         Put(note, given);
         met.try_emplace(note.id, ReplacedValue{note.guid, std::move(former), std::move(given), note.dateEdited, now});
         note.dateEdited = now;
         return true;
     });
-    Refile(result.changed, kind, [&](int32_t id) -> const NoteValue& { return met.at(id).given; });
+    Refile(result.changed, [&](int32_t id) -> const NoteValue& { return met.at(id).given; });
     replaced_.clear();
     for (const int32_t id : result.changed)
         replaced_.insert(met.extract(id));
     return result;
 }
 
-ChangedNotes ValueChanges::ChangeValues(const LongList& ids, ValueKind kind, const std::function<bool(CNote&)>& make) {
-    const NoteChange change{make, [kind](CSyncInfo& info, const DateTime& nowUtc) { Stamp(info, kind, nowUtc); }};
+/// `like` is any value of the kind.
+ChangedNotes ValueChanges::ChangeValues(const LongList& ids, const NoteValue& like,
+                                        const std::function<bool(CNote&)>& make) {
+    const NoteChange change{make, [&](CSyncInfo& info, const DateTime& nowUtc) { Stamp(info, like, nowUtc); }};
     return ChangeNotes(world_, ids, change, &list_);
 }
 
-/// The lists of the NoteBook follow. Categories are of one set.
-void ValueChanges::Refile(const LongList& ids, ValueKind kind,
-                          const std::function<const NoteValue&(int32_t)>& valueOf) {
+/// The lists of the NoteBook follow. Categories are of one set; sources are filed with their note.
+void ValueChanges::Refile(const LongList& ids, const std::function<const NoteValue&(int32_t)>& valueOf) {
     if (ids.IsEmpty())
         return;
-    if (kind == ValueKind::Color) {
-        std::map<Rgb, LongList> notes;
-        for (const int32_t id : ids)
-            notes[std::get<Rgb>(valueOf(id))].AddTail(id);
-        for (const auto& [color, withColor] : notes)
-            world_.book.colors.SetNotesColor(color, withColor);
-    } else if (kind == ValueKind::KeyWords) {
-        CKeyWordList& keyWords = world_.book.keyWords;
-        keyWords.RemoveNotes(ids);
-        for (const int32_t id : ids)
-            keyWords.AddKeyWordsOfNote(std::get<std::string>(valueOf(id)), id);
-        keyWords.SortKeyWords();
-    } else if (kind == ValueKind::Category) {
-        const int set = std::get<FiledPath>(valueOf(ids[0])).set;
-        world_.book.categories.RemoveNotes(ids, set);
-        for (const int32_t id : ids)
-            world_.book.categories.IndexNote(id, std::get<FiledPath>(valueOf(id)).path, set);
-    }
+    OpenNoteBook& book = world_.book;
+    const ByType refile{
+        [&](Rgb) {
+            std::map<Rgb, LongList> notes;
+            for (const int32_t id : ids)
+                notes[std::get<Rgb>(valueOf(id))].AddTail(id);
+            for (const auto& [color, withColor] : notes)
+                book.colors.SetNotesColor(color, withColor);
+        },
+        [&](const std::string&) {
+            book.keyWords.RemoveNotes(ids);
+            for (const int32_t id : ids)
+                book.keyWords.AddKeyWordsOfNote(std::get<std::string>(valueOf(id)), id);
+            book.keyWords.SortKeyWords();
+        },
+        [&](const FiledPath& filed) {
+            book.categories.RemoveNotes(ids, filed.set);
+            for (const int32_t id : ids)
+                book.categories.IndexNote(id, std::get<FiledPath>(valueOf(id)).path, filed.set);
+        },
+        [](const TiedSources&) {},
+    };
+    std::visit(refile, valueOf(ids[0]));
 }
 
 size_t ValueChanges::PutBack(ReplacedValues& replaced) {
     std::erase_if(replaced, [&](const auto& note) { return !world_.book.index.Contains(note.first); });
     if (replaced.empty())
         return 0;
-    if (KindOf(replaced) == ValueKind::Sources)
+    const NoteValue& given = replaced.begin()->second.given;
+    if (std::holds_alternative<TiedSources>(given))
         return PutBackSources(replaced);
-    const size_t homeless = KindOf(replaced) == ValueKind::Category ? DropGoneCategories(replaced) : 0;
+    const size_t homeless = std::holds_alternative<FiledPath>(given) ? DropGoneCategories(replaced) : 0;
     return homeless + PutBackEach(replaced);
 }
 
@@ -217,11 +192,10 @@ size_t ValueChanges::DropGoneCategories(ReplacedValues& replaced) const {
 size_t ValueChanges::PutBackEach(ReplacedValues& replaced) {
     if (replaced.empty())
         return 0;
-    const ValueKind kind = KindOf(replaced);
     LongList ids, others;
     for (const auto& [id, value] : replaced)
         ids.AddTail(id);
-    const ChangedNotes result = ChangeValues(ids, kind, [&](CNote& note) {
+    const ChangedNotes result = ChangeValues(ids, replaced.begin()->second.given, [&](CNote& note) {
         const ReplacedValue& value = replaced.at(note.id);
         if (!StillHas(note, value)) {
             others.AddUnique(note.id);
@@ -230,7 +204,7 @@ size_t ValueChanges::PutBackEach(ReplacedValues& replaced) {
         PutFormer(note, value);
         return true;
     });
-    Refile(result.changed, kind, [&](int32_t id) -> const NoteValue& { return replaced.at(id).former; });
+    Refile(result.changed, [&](int32_t id) -> const NoteValue& { return replaced.at(id).former; });
     std::erase_if(replaced, [&](const auto& note) { return !result.failed.Contains(note.first); });
     const auto isDone = [&](int32_t id) { return !result.changed.Contains(id) && !result.failed.Contains(id); };
     return static_cast<size_t>(std::count_if(others.begin(), others.end(), isDone));
@@ -280,7 +254,7 @@ bool ValueChanges::SaveWithSources(const CNote& before, const CNote& note) {
     UnfileNote(book, before);
     FileNote(book, note);
     const bool stamped = StampSyncRecord(book.syncLog, note.guid, [&](CSyncInfo& info) {
-        Stamp(info, ValueKind::Sources, context.nowUtc);
+        Stamp(info, TiedSources(), context.nowUtc);
         info.NoteFile = GetNoteFileName(note);
     });
     if (stamped)

@@ -22,16 +22,18 @@ namespace lore {
 struct FiledPath {
     int set = 1;
     CProCategoryTree path;
+
+    bool operator==(const FiledPath& other) const { return set == other.set && path.IsSameTree(other.path); }
 };
 /// The sources of a note, and what it says of them.
 struct TiedSources {
     LongList sources;
     std::vector<CNoteSourceInfo> info;
+
+    bool operator==(const TiedSources&) const = default;
 };
 /// A border colour, a line of key words, a category of one set, or the sources.
 using NoteValue = std::variant<Rgb, std::string, FiledPath, TiedSources>;
-/// In the order of NoteValue.
-enum class ValueKind { Color, KeyWords, Category, Sources };
 
 /// What a note had before a change, and what it was given.
 struct ReplacedValue {
@@ -39,10 +41,8 @@ struct ReplacedValue {
     NoteValue former, given;
     DateTime formerEdited, edited;
 };
-/// Values of one kind, by the ids of their notes, so that a change can be undone.
+/// Values of one type, by the ids of their notes, so that a change can be undone.
 using ReplacedValues = std::map<int32_t, ReplacedValue>;
-/// Of what kind they are; there is at least one.
-ValueKind KindOf(const ReplacedValues& values);
 
 /// Gives notes a value, or takes it from them, outside the editor: what a save of the editor does for this part of a
 /// note. Files, the lists of the NoteBook, the sync log and the notes of the current list follow; the order of the list
@@ -72,9 +72,10 @@ public:
     size_t PutBack(ReplacedValues& replaced);
 
 private:
-    ChangedNotes Give(const LongList& ids, ValueKind kind, const std::function<NoteValue(const CNote&)>& wanted);
-    ChangedNotes ChangeValues(const LongList& ids, ValueKind kind, const std::function<bool(CNote&)>& make);
-    void Refile(const LongList& ids, ValueKind kind, const std::function<const NoteValue&(int32_t)>& valueOf);
+    template <typename Wanted>
+    ChangedNotes Give(const LongList& ids, const Wanted& wanted);
+    ChangedNotes ChangeValues(const LongList& ids, const NoteValue& like, const std::function<bool(CNote&)>& make);
+    void Refile(const LongList& ids, const std::function<const NoteValue&(int32_t)>& valueOf);
     size_t DropGoneCategories(ReplacedValues& replaced) const;
     size_t PutBackEach(ReplacedValues& replaced);
     size_t PutBackSources(ReplacedValues& replaced);

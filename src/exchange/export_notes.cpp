@@ -21,7 +21,6 @@
 #include "exchange/zip_writer.h"
 #include "notes/attachment_path.h"
 #include "notes/data_files.h"
-#include "notes/file_faults.h"
 #include "notes/note_file.h"
 #include "notes/note_file_walk.h"
 
@@ -48,11 +47,11 @@ public:
           writer_(world.book.sources, world.book.authors),
           archive_(kLevel) {}
 
-    int Run(const ExportedNotes& notes, bool allSources) {
+    int Run(const ExportedNotes& notes, ExportedSources sources) {
         world_.progress.SetRange(0, static_cast<int>(notes.count) + 2);
         world_.progress.Show();
         world_.progress.SetMessage("Exporting notes...");
-        ArchiveResult result = WriteRecords(notes, allSources);
+        ArchiveResult result = WriteRecords(notes, sources);
         if (result.Ok())
             result = WriteArchive();
         world_.progress.Hide();
@@ -64,10 +63,11 @@ public:
     }
 
 private:
-    ArchiveResult WriteRecords(const ExportedNotes& notes, bool allSources) {
+    ArchiveResult WriteRecords(const ExportedNotes& notes, ExportedSources sources) {
+        const bool isBackup = sources == ExportedSources::All;
         if (const FileResult opened = records_.Open(); !opened.Ok())
             return ArchiveResult::Failure(records_.File().string() + ": " + opened.Reason());
-        if (allSources)
+        if (isBackup)
             WriteArchiveNote(batch_, MakeSourcesNote(world_.book.sources, world_.context.now), world_.book.authors);
         notes.each([&](const CNote& note) {
             writer_.Write(batch_, note);
@@ -86,7 +86,7 @@ private:
             return ArchiveResult::Failure(records_.File().string() + ": " + finished.Reason());
         // The head stands in front, but only now it is known how many notes could be read.
         RecordWriter head;
-        WriteArchiveHead(head, world_.context.now, static_cast<int32_t>(written_ + (allSources ? 1 : 0)));
+        WriteArchiveHead(head, world_.context.now, static_cast<int32_t>(written_ + (isBackup ? 1 : 0)));
         archive_.AddPacked(kArchiveNotesName, PackPiece(head.DiskBytes(), {}), records_);
         return {};
     }
@@ -185,13 +185,9 @@ private:
             if (isShown && wanted.erase(id) != 0 && !take(reader_.TakeNote()))
                 return false;
         }
-        if (!opened.Ok() && !opened.Missing())
-            Tell(kNoteFileUnread, file.path, opened.Reason());
-        else if (reader_.IsDamaged())
-            Tell("A note file is damaged; what could be read of it was taken", file.path,
-                 std::string("it ") + reader_.DamageText());
-        else if (!wanted.empty())
-            Tell("Notes are no longer in their file", file.path, "the file was changed");
+        const char* const damage = reader_.IsDamaged() ? reader_.DamageText() : nullptr;
+        if (!told_.contains(file.path) && TellOfNoteFile(faults_, file.path, opened, damage, !wanted.empty()))
+            told_.insert(file.path);
         return true;
     }
 
@@ -210,11 +206,6 @@ private:
         }
         choice.TakeShown([&](int32_t id, size_t position) { chosen.emplace(id, position); });
         return chosen;
-    }
-
-    void Tell(const char* what, const std::string& path, const std::string& reason) {
-        if (told_.insert(path).second)
-            faults_.Tell({what, path, reason});
     }
 
     const OpenNoteBook& book_;
@@ -255,7 +246,7 @@ std::string WhyNoArchive(const std::filesystem::path& target, const DataPaths& d
     return name.empty() || name == "." || name == ".." ? "it has no name of a file" : "";
 }
 
-int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, bool allSources,
+int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, ExportedSources sources,
                 const ExportWorld& world) {
     if (notes.count == 0) {
         notes.each([](const CNote&) { return true; });  // tells of files whose notes can't be read
@@ -265,7 +256,7 @@ int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target,
         world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
         return -1;
     }
-    return Exporter(target, world).Run(notes, allSources);
+    return Exporter(target, world).Run(notes, sources);
 }
 
 void RunExportCommand(const ExportedNotes& notes, ExportScope scope, const ExportWorld& world) {
@@ -275,7 +266,7 @@ void RunExportCommand(const ExportedNotes& notes, ExportScope scope, const Expor
     const auto target = prompts.AskSavePath("Export Notes", kArchiveFilter, {});
     if (!target)
         return;
-    const int exported = ExportNotes(notes, *target, false, world);
+    const int exported = ExportNotes(notes, *target, ExportedSources::OfNotes, world);
     if (exported < 0)
         return prompts.Message("The export has failed, please contact support if problem persists.", "Export Failed",
                                PromptIcon::Error);

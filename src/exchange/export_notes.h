@@ -47,11 +47,13 @@ struct ExportWorld {
 /// what stands there. Empty if nothing speaks against it.
 std::string WhyNoArchive(const std::filesystem::path& target, const DataPaths& data);
 
-/// Makes an archive of notes with their sources and attachment files. With `allSources` it carries the sources of the
-/// whole NoteBook too, as backups do. Gives the number of notes; 0, and no archive, for an empty list and after the
-/// user has cancelled; -1 after a failure, which is told. What stood at the target stays unless an archive was made. An
-/// attachment file that is missing is told, and the archive lacks it.
-int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, bool allSources,
+/// Which sources an archive carries: those that its notes have, or also all of the NoteBook, as in backups.
+enum class ExportedSources { OfNotes, All };
+
+/// Makes an archive of notes with their sources and attachment files. Gives the number of notes; 0, and no archive, for
+/// an empty list and after the user has cancelled; -1 after a failure, which is told. What stood at the target stays
+/// unless an archive was made. An attachment file that is missing is told, and the archive lacks it.
+int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, ExportedSources sources,
                 const ExportWorld& world);
 
 /// Whose notes a command exports, for its last message.

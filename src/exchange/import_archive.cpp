@@ -138,35 +138,36 @@ ImportArchive::Version ImportArchive::ReadNotes(const ReadContext& context, Faul
         step();
     }
     sourcesNote = reader.SourcesNote();
-    if (!reader.IsWhole()) {
-        const std::string damage = std::string("it ") + reader.DamageText();
-        const bool holdsMore = reader.HoldsMore();
-        if (!TakePlain(reader)) {
-            const std::string announced = std::to_string(std::max(reader.CountOfNotes(), 0)) + " notes";
-            faults.Tell({holdsMore
-                             ? "The archive announces " + announced + "; what stands behind them was not taken"
-                             : std::to_string(notes.size()) + " of " + announced + " of the archive could be read",
-                         path_.string(), damage});
-        }
+    if (!reader.IsWhole())
+        TakePlainOrTell(reader, faults);
+    ClearUnassignedPaths();
+    LeaveOutLongTexts(faults);
+    return Version::Known;
+}
+
+/// What isn't whole may be of plain records, which are read otherwise.
+void ImportArchive::TakePlainOrTell(ArchiveNoteReader& reader, FaultNotice& faults) {
+    const std::string damage = std::string("it ") + reader.DamageText();
+    const bool holdsMore = reader.HoldsMore();
+    if (std::optional<PlainArchive> plain = reader.ReadPlain()) {
+        notes = std::move(plain->notes);
+        sourcesNote = std::move(plain->sourcesNote);
+        isPlain_ = true;
+        return;
     }
+    const std::string announced = std::to_string(std::max(reader.CountOfNotes(), 0)) + " notes";
+    faults.Tell({holdsMore ? "The archive announces " + announced + "; what stands behind them was not taken"
+                           : std::to_string(notes.size()) + " of " + announced + " of the archive could be read",
+                 path_.string(), damage});
+}
+
+void ImportArchive::ClearUnassignedPaths() {
     for (ArchiveNote& read : notes) {
         for (CProCategoryTree& path : read.note.categories) {
             if (IsUnassignedPath(path))
                 path = {};
         }
     }
-    LeaveOutLongTexts(faults);
-    return Version::Known;
-}
-
-bool ImportArchive::TakePlain(ArchiveNoteReader& reader) {
-    std::optional<PlainArchive> plain = reader.ReadPlain();
-    if (!plain)
-        return false;
-    notes = std::move(plain->notes);
-    sourcesNote = std::move(plain->sourcesNote);
-    isPlain_ = true;
-    return true;
 }
 
 void ImportArchive::LeaveOutLongTexts(FaultNotice& faults) {

@@ -51,7 +51,8 @@ public:
     }
 
 private:
-    bool TakePlain(ArchiveNoteReader& reader);
+    void TakePlainOrTell(ArchiveNoteReader& reader, FaultNotice& faults);
+    void ClearUnassignedPaths();
     void GiveSources(FaultNotice& faults);
     void LeaveOutLongTexts(FaultNotice& faults);
 

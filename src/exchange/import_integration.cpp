@@ -197,7 +197,7 @@ private:
             const int32_t existing = comparison_.Rows()[position].existingID;
             const int32_t id = existing > 0 ? existing : world_.book.index.GiveID(counter);
             if (id <= 0) {
-                world_.faults.Tell({"The notes could not be imported", world_.book.paths.Notes().string(), kNoFreeID});
+                world_.faults.Tell({kNotesNotImported, world_.book.paths.Notes().string(), kNoFreeID});
                 return false;
             }
             Entry(position).note.id = id;

@@ -133,7 +133,7 @@ private:
     /// A note that the NoteBook has would come in beside itself. What can be read by now is seen by the next try.
     void Refuse(ImportOutcome& outcome) {
         LastFault faults(world_.faults);
-        faults.Tell({"The notes could not be imported", world_.book.paths.Notes().string(),
+        faults.Tell({kNotesNotImported, world_.book.paths.Notes().string(),
                      "not all notes of the NoteBook could be read, and some would have come in twice"});
         outcome.reason = faults.Text();
         outcome.result = ImportOutcome::kUnreadable;
@@ -176,7 +176,7 @@ private:
 }  // namespace
 
 std::optional<std::filesystem::path> AskForArchive(Prompts& prompts) {
-    const std::vector<std::string> paths = prompts.AskOpenPaths("Import Notes", kArchiveFilter, false);
+    const std::vector<std::string> paths = prompts.AskOpenPaths("Import Notes", kArchiveFilter, PathCount::One);
     return paths.empty() ? std::nullopt : std::optional<std::filesystem::path>(paths.front());
 }
 

@@ -18,26 +18,125 @@ namespace lore {
 
 namespace {
 
-/// Takes the notes of an import that are still as they came in out of `landed`, by id; `changed` counts the others.
-/// What is left there can't be read.
-std::unordered_map<int32_t, CNote> TakeUntouched(std::unordered_map<int32_t, size_t>& landed, const OpenNoteBook& book,
-                                                 const ReadContext& context, FaultNotice& faults, size_t& changed) {
-    std::erase_if(landed, [&](const auto& note) { return !book.index.Contains(note.first); });
+/// One try to undo an import, phase by phase.
+class ImportUndo {
+public:
+    ImportUndo(ImportChanges& changes, OpenNoteBook& book, const ReadContext& context, FaultNotice& faults,
+               TextCache* texts)
+        : changes_(changes),
+          book_(book),
+          context_(context),
+          faults_(faults),
+          removal_(book, context, faults, texts),
+          left_(changes.landed),
+          restored_{{}, KeptFilesFolder(book.paths)} {}
+
+    std::optional<size_t> Run(IdCounters& counters, const std::function<void()>& store);
+
+private:
+    void TakeUntouched();
+    void PairWithReplaced();
+    void PutReplacedBack();
+    void TakeAddedOut();
+    void LeaveRest();
+    void KeepLanded(int32_t id) { left_.insert(*changes_.landed.find(id)); }
+
+    ImportChanges& changes_;
+    OpenNoteBook& book_;
+    const ReadContext& context_;
+    FaultNotice& faults_;
+    NoteRemoval removal_;
+    std::unordered_map<int32_t, size_t> left_;      // what landed and isn't undone yet
+    std::unordered_map<int32_t, CNote> untouched_;  // still as they came in; once paired, those that replaced nothing
+    size_t changed_ = 0;
+    DeletedNotes restored_;
+    std::vector<CNote> successors_;  // what has replaced them, parallel
+    std::vector<CAttachment> dropped_;
+    Unrestored failed_;
+    LongList lacking_;  // of earlier tries, without a file still
+};
+
+std::optional<size_t> ImportUndo::Run(IdCounters& counters, const std::function<void()>& store) {
+    TakeUntouched();
+    PairWithReplaced();
+    if (!BringBackWhatNotesName(restored_.notes, changes_.sources, book_, counters, faults_))
+        return std::nullopt;
+    store();
+    PutReplacedBack();
+    TakeAddedOut();
+    DeleteAttachmentFiles(WithUnnamedFiles(dropped_, "the imported notes", {book_.paths, context_, faults_}),
+                          book_.paths.Attachments(), faults_);
+    LeaveRest();
+    return changed_;
+}
+
+/// Counts those that were changed since. What can't be read is left.
+void ImportUndo::TakeUntouched() {
+    std::erase_if(left_, [&](const auto& note) { return !book_.index.Contains(note.first); });
     LongList ids;
-    for (const auto& [id, fingerprint] : landed)
+    for (const auto& [id, fingerprint] : left_)
         ids.AddTail(id);
-    std::unordered_map<int32_t, CNote> untouched;
-    for (CNote& note : FindNotes(book.index, ids, context, faults)) {
-        const auto came = landed.find(note.id);
-        if (came == landed.end())
+    for (CNote& note : FindNotes(book_.index, ids, context_, faults_)) {
+        const auto came = left_.find(note.id);
+        if (came == left_.end())
             continue;
         if (FingerprintOf(note) == came->second)
-            untouched.emplace(note.id, std::move(note));
+            untouched_.emplace(note.id, std::move(note));
         else
-            ++changed;
-        landed.erase(came);
+            ++changed_;
+        left_.erase(came);
     }
-    return untouched;
+}
+
+void ImportUndo::PairWithReplaced() {
+    for (const CNote& note : changes_.replaced) {
+        const auto found = untouched_.find(note.id);
+        if (found == untouched_.end())
+            continue;
+        restored_.notes.push_back(note);
+        successors_.push_back(std::move(found->second));
+        untouched_.erase(found);
+    }
+}
+
+void ImportUndo::PutReplacedBack() {
+    UnfileNotes(book_, successors_);
+    lacking_ = removal_.RestoreFiles({changes_.withoutFiles, restored_.keptFiles});
+    failed_ = removal_.RestoreNotes(restored_);
+    for (size_t i = 0; i < successors_.size(); ++i) {
+        const CNote& successor = successors_[i];
+        if (failed_.unwritten.Contains(successor.id)) {
+            FileNotes(book_, {&successor, 1});
+            KeepLanded(successor.id);
+        } else if (!book_.index.HasHiddenCopy(successor.id)) {  // it would show after the next start
+            const std::vector<CAttachment> files = UnsharedAttachments(successor, &restored_.notes[i]);
+            dropped_.insert(dropped_.end(), files.begin(), files.end());
+        }
+    }
+}
+
+void ImportUndo::TakeAddedOut() {
+    LongList added;
+    for (const auto& [id, note] : untouched_)
+        added.AddTail(id);
+    removal_.DeleteNotes(added, GoneFiles::Deleted);
+    for (const int32_t id : added) {
+        if (book_.index.Contains(id))
+            KeepLanded(id);
+    }
+}
+
+void ImportUndo::LeaveRest() {
+    changes_.landed = std::move(left_);
+    std::erase_if(changes_.withoutFiles, [&](const CNote& note) { return !lacking_.Contains(note.id); });
+    std::vector<CNote> toComeBack;
+    for (CNote& note : changes_.replaced) {
+        if (changes_.landed.contains(note.id))
+            toComeBack.push_back(std::move(note));
+        else if (failed_.withoutFiles.Contains(note.id))
+            changes_.withoutFiles.push_back(std::move(note));
+    }
+    changes_.replaced = std::move(toComeBack);
 }
 
 }  // namespace
@@ -58,58 +157,7 @@ size_t FingerprintOf(const CNote& note) {
 std::optional<size_t> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
                                  const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
                                  TextCache* texts) {
-    size_t changed = 0;
-    std::unordered_map<int32_t, size_t> left = changes.landed;
-    std::unordered_map<int32_t, CNote> untouched = TakeUntouched(left, book, context, faults, changed);
-    NoteRemoval removal(book, context, faults, texts);
-    DeletedNotes restored{{}, KeptFilesFolder(book.paths)};
-    std::vector<CNote> successors;
-    for (const CNote& note : changes.replaced) {
-        const auto found = untouched.find(note.id);
-        if (found == untouched.end())
-            continue;
-        restored.notes.push_back(note);
-        successors.push_back(std::move(found->second));
-        untouched.erase(found);
-    }
-    if (!BringBackWhatNotesName(restored.notes, changes.sources, book, counters, faults))
-        return std::nullopt;
-    store();
-    UnfileNotes(book, successors);
-    const LongList lacking = removal.RestoreFiles({changes.withoutFiles, restored.keptFiles});
-    const Unrestored failed = removal.RestoreNotes(restored);
-    std::vector<CAttachment> dropped;
-    for (size_t i = 0; i < successors.size(); ++i) {
-        const CNote& successor = successors[i];
-        if (failed.unwritten.Contains(successor.id)) {
-            FileNotes(book, {&successor, 1});
-            left.insert(*changes.landed.find(successor.id));
-        } else if (!book.index.HasHiddenCopy(successor.id)) {  // it would show after the next start
-            const std::vector<CAttachment> files = UnsharedAttachments(successor, &restored.notes[i]);
-            dropped.insert(dropped.end(), files.begin(), files.end());
-        }
-    }
-    LongList added;
-    for (const auto& [id, note] : untouched)
-        added.AddTail(id);
-    removal.DeleteNotes(added, false);
-    DeleteAttachmentFiles(WithUnnamedFiles(dropped, "the imported notes", {book.paths, context, faults}),
-                          book.paths.Attachments(), faults);
-    for (const int32_t id : added) {
-        if (book.index.Contains(id))
-            left.insert(*changes.landed.find(id));
-    }
-    changes.landed = std::move(left);
-    std::erase_if(changes.withoutFiles, [&](const CNote& note) { return !lacking.Contains(note.id); });
-    std::vector<CNote> toComeBack;
-    for (CNote& note : changes.replaced) {
-        if (changes.landed.contains(note.id))
-            toComeBack.push_back(std::move(note));
-        else if (failed.withoutFiles.Contains(note.id))
-            changes.withoutFiles.push_back(std::move(note));
-    }
-    changes.replaced = std::move(toComeBack);
-    return changed;
+    return ImportUndo(changes, book, context, faults, texts).Run(counters, store);
 }
 
 }  // namespace lore

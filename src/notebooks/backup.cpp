@@ -145,7 +145,7 @@ private:
 
     bool Remember(std::vector<CDatabase> list, const CDatabase& main) {
         world_.settings.Set(Option::PrevBackupPath, main.extra);
-        world_.saveOptions();
+        world_.storeSettings();
         return list.empty() || file_.Save(std::move(list));
     }
 
@@ -176,6 +176,26 @@ private:
     std::vector<std::string> previous_;              // the files of last time whose NoteBooks have new ones
     std::vector<std::filesystem::path> remembered_;  // the backup of each NoteBook from now on
 };
+
+/// The number of notes; 0, too, if the user doesn't want it, or after a failure that has been told.
+int AskAndBackUp(const BackupWorld& world) {
+    const Settings& settings = world.settings;
+    if (world.prompts.Ask("Do you wish to perform the auto-backup now?", "< Auto-Backup >") != PromptAnswer::Yes)
+        return 0;
+    const std::filesystem::path path = PathOfText(settings.Text(Option::BackupPath));
+    if (!IsWritablePath(path)) {
+        world.prompts.Message(
+            "The backup file path is invalid.  Please go to Options and set a new Auto-Backup file path.", kFailedTitle,
+            PromptIcon::Warning);
+        return 0;
+    }
+    const BackupAllOptions options{world.context.now.Format("_(%m-%d-%y)"), true,
+                                   settings.IsOne(Option::OverwriteBkup)};
+    const int notes = RunBackupAll(path, options, world).notes;
+    if (notes < 0)
+        TellFailed(world);
+    return std::max(notes, 0);
+}
 
 }  // namespace
 
@@ -215,31 +235,17 @@ void RunAutoBackup(const BackupWorld& world) {
     if (!world.settings.Flag(Option::EnableBackup))
         return world.prompts.Message("Your auto-backup is not enabled, please go to Options->Auto-Backup to set it up.",
                                      "Auto-Backup Disabled", PromptIcon::Information);
-    AutoBackup(true, world);
+    if (const int notes = AskAndBackUp(world); notes > 0)
+        TellAllFinished(notes, world);
 }
 
-void AutoBackup(bool fromMenu, const BackupWorld& world) {
+void AutoBackupAtClose(const BackupWorld& world) {
     Settings& settings = world.settings;
-    if (!fromMenu) {
-        settings.Set(Option::BkUseCount, settings.Int(Option::BkUseCount) + 1);
-        if (settings.Int(Option::BkUseCount) != settings.Int(Option::BkUseTimes))
-            return;
-        settings.Set(Option::BkUseCount, 0);
-    }
-    if (world.prompts.Ask("Do you wish to perform the auto-backup now?", "< Auto-Backup >") != PromptAnswer::Yes)
+    settings.Set(Option::BkUseCount, settings.Int(Option::BkUseCount) + 1);
+    if (settings.Int(Option::BkUseCount) != settings.Int(Option::BkUseTimes))
         return;
-    const std::filesystem::path path = PathOfText(settings.Text(Option::BackupPath));
-    if (!IsWritablePath(path))
-        return world.prompts.Message(
-            "The backup file path is invalid.  Please go to Options and set a new Auto-Backup file path.", kFailedTitle,
-            PromptIcon::Warning);
-    const BackupAllOptions options{world.context.now.Format("_(%m-%d-%y)"), true,
-                                   settings.Int(Option::OverwriteBkup) == 1};
-    const int notes = RunBackupAll(path, options, world).notes;
-    if (notes > 0 && fromMenu)
-        TellAllFinished(notes, world);
-    else if (notes < 0)
-        TellFailed(world);
+    settings.Set(Option::BkUseCount, 0);
+    AskAndBackUp(world);
 }
 
 }  // namespace lore

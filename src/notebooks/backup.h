@@ -24,7 +24,7 @@ struct BackupWorld {
     Prompts& prompts;
     Progress& progress;
     FaultNotice& faults;
-    std::function<void()> saveOptions;  ///< stores the settings at once
+    std::function<void()> storeSettings;  ///< stores the settings at once
 };
 
 /// How a backup of all NoteBooks is made.
@@ -52,10 +52,10 @@ BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions&
 // The commands of the menu.
 void BackupCurrentNoteBook(const CDatabase& open, const BackupWorld& world);
 void BackupAllNoteBooks(const BackupWorld& world);
-/// "Run Auto-Backup...".
+/// "Run Auto-Backup...": asks first.
 void RunAutoBackup(const BackupWorld& world);
 
-/// The auto-backup: when closing, every so many times; from the menu, always. Asks first.
-void AutoBackup(bool fromMenu, const BackupWorld& world);
+/// The auto-backup when the program closes, every so many times. Asks first, and says nothing when it is done.
+void AutoBackupAtClose(const BackupWorld& world);
 
 }  // namespace lore

@@ -85,7 +85,7 @@ int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, 
         world.prompts.Message(target.string() + ": " + created.Reason(), kArchivingError, PromptIcon::Error);
         return -1;
     }
-    const int count = ExportNotes(notes, made, true, world);
+    const int count = ExportNotes(notes, made, ExportedSources::All, world);
     if (count <= 0) {
         ::unlink(made.c_str());
         return count;

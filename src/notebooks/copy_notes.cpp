@@ -23,6 +23,7 @@ namespace {
 /// Steps of the progress beside one for each note: six groups of data that are read, and the writing.
 constexpr int kOtherSteps = 7;
 constexpr int kGroups = 6;
+constexpr char kNotCopied[] = "The notes could not be copied";
 
 /// A copied note takes its sources along; were the ids of all their notes to go with each, a source of many notes would
 /// cost their square.
@@ -37,8 +38,7 @@ OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::ve
     OpenNoteBook book;
     book.database = target;
     book.paths = NoteBookPaths(world.data, target.folder);
-    TellFailedWrite(world.faults, "The folders of the NoteBook could not be made", book.paths.Folder(),
-                    CreateNoteBookFolders(book.paths));
+    TellFailedWrite(world.faults, kNoteBookFoldersUnmade, book.paths.Folder(), CreateNoteBookFolders(book.paths));
     LoadOptions options;
     // Only a NoteBook whose categories still have to be converted is opened as the desktop opens it.
     options.mode = NeedsCategoryConversion(book.paths) ? LoadMode::Full : LoadMode::ReadOnly;
@@ -75,8 +75,7 @@ public:
             world_.progress.StepIt();
         world_.progress.SetMessage(Message());
         if (isUnread_)
-            world_.faults.Tell({"The notes could not be copied", book_.paths.Folder().string(),
-                                "not all of the NoteBook could be read"});
+            world_.faults.Tell({kNotCopied, book_.paths.Folder().string(), "not all of the NoteBook could be read"});
         if (isUnread_ || !MakeEntries())
             return {};
         if (entries_.empty())
@@ -86,7 +85,7 @@ public:
             return {};
         // The merge leaves the counter one short of the last category that it made.
         book_.categories.GetMaxCategoryID(world_.counters.MaxCategoryID);
-        world_.saveOptions();
+        world_.storeCounters();
         if (!CopyFiles() || !WriteMergedLists(book_, merge_, newCategories, world_.faults)) {
             CNote going;
             for (const ArchiveNote& entry : entries_)
@@ -112,7 +111,7 @@ private:
             entry.note.displayRtf.clear();
             entry.note.id = book_.index.GiveID(world_.counters.MaxNoteID);
             if (entry.note.id == 0) {
-                world_.faults.Tell({"The notes could not be copied", book_.paths.Notes().string(), kNoFreeID});
+                world_.faults.Tell({kNotCopied, book_.paths.Notes().string(), kNoFreeID});
                 return false;
             }
             merge_.AddTypes(entry.sources);

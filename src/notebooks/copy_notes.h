@@ -26,7 +26,7 @@ struct CopyWorld {
     FaultNotice& faults;
     bool syncEngaged = false;
     /// Stores the counters at once, before a note bears an id that they gave.
-    std::function<void()> saveOptions;
+    std::function<void()> storeCounters;
 };
 
 /// How a copy came out.

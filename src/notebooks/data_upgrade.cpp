@@ -29,6 +29,8 @@ constexpr char kDoneList[] = "Upgrade.done";
 constexpr char kStaging[] = "_LBMAIN_.upgrade";
 constexpr char kAside[] = "_LBMAIN_.before";
 
+constexpr char kUnwritten[] = "The upgraded folder could not be written";
+
 constexpr const char* kLists[] = {"Sources.dat",    "Authors.dat",      "SourceTypes.dat",
                                   "Categories.dat", "Empty1Cats.dat",   "Empty2Cats.dat",
                                   "Empty3Cats.dat", "LastViewList.dat", "Sync.dat"};
@@ -163,15 +165,14 @@ bool Upgrade::Bring(const OldFile& file) {
 }
 
 bool Upgrade::FlushAll(const std::set<fs::path>& folders) {
-    return std::all_of(folders.begin(), folders.end(), [this](const fs::path& folder) {
-        return Tell("The upgraded folder could not be written", folder, FlushFolder(folder));
-    });
+    return std::all_of(folders.begin(), folders.end(),
+                       [this](const fs::path& folder) { return Tell(kUnwritten, folder, FlushFolder(folder)); });
 }
 
 bool Upgrade::Fill(const std::vector<OldFile>& files) {
     std::error_code error;
     fs::remove_all(staging_.Folder(), error);
-    if (!Tell("The upgraded folder could not be written", staging_.Folder(), CreateNoteBookFolders(staging_)))
+    if (!Tell(kUnwritten, staging_.Folder(), CreateNoteBookFolders(staging_)))
         return false;
     std::set<fs::path> folders = {staging_.Folder(), staging_.Notes(), staging_.Attachments()};
     for (const OldFile& file : files) {
@@ -182,8 +183,8 @@ bool Upgrade::Fill(const std::vector<OldFile>& files) {
     if (NeedsCategoryConversion(staging_) &&
         !ConvertCategories(staging_, world_.maxCategoryID, world_.context, world_.faults))
         return false;
-    return FlushAll(folders) && Tell("The upgraded folder could not be written", staging_.Folder(),
-                                     WriteFileAtomically(staging_.Folder() / kDoneList, ListOf(files)));
+    return FlushAll(folders) &&
+           Tell(kUnwritten, staging_.Folder(), WriteFileAtomically(staging_.Folder() / kDoneList, ListOf(files)));
 }
 
 bool Upgrade::Publish() {
@@ -193,8 +194,7 @@ bool Upgrade::Publish() {
         return Tell("The folder of the main NoteBook could not be renamed", main_.Folder(), LastError());
     if (::rename(staging_.Folder().c_str(), main_.Folder().c_str()) != 0)
         return Tell("The upgraded folder could not be renamed", staging_.Folder(), LastError());
-    const bool flushed =
-        Tell("The upgraded folder could not be written", world_.data.Databases(), FlushFolder(world_.data.Databases()));
+    const bool flushed = Tell(kUnwritten, world_.data.Databases(), FlushFolder(world_.data.Databases()));
     fs::remove_all(aside_, error);
     return flushed;
 }

@@ -49,8 +49,34 @@ std::vector<std::string> FoldersBeginning(const std::filesystem::path& parent, s
 
 std::string FolderOfId(int32_t id) {
     char folder[24];
-    std::snprintf(folder, sizeof folder, "DB%.6d", id);
+    std::snprintf(folder, sizeof folder, "%s%.6d", kFolderStart, id);
     return folder;
+}
+
+/// An id so far above the numbers of all folders that nothing in the list or on the disk has it.
+int32_t NewId(const DataPaths& data, const std::vector<CDatabase>& list, int32_t gap) {
+    int32_t highest = 1;
+    for (const std::string& name : FoldersBeginning(data.Databases(), kFolderStart))
+        highest = std::max(highest, NumberOfFolder(name));
+    // A NoteBook that may come back needs its own folder then.
+    for (const std::string& name : FoldersBeginning(data.Databases(), kTrashStart)) {
+        const std::string original = name.substr(sizeof kTrashStart - 1);
+        if (original.starts_with(kFolderStart))
+            highest = std::max(highest, NumberOfFolder(original));
+    }
+    const auto isTaken = [&](int32_t number) {
+        const std::string folder = FolderOfId(number);
+        std::error_code error;
+        return std::filesystem::exists(data.Databases() / folder, error) ||
+               std::ranges::any_of(
+                   list, [&](const CDatabase& entry) { return entry.id == number || entry.folder == folder; });
+    };
+    int32_t id = highest + gap + 1;
+    if (id == kMainNoteBookID)
+        id = kInPlaceOfMainID;
+    while (isTaken(id))
+        id = id + 1 == kMainNoteBookID ? kInPlaceOfMainID : id + 1;
+    return id;
 }
 
 FileResult ResultOf(const std::error_code& error) {
@@ -63,6 +89,17 @@ bool IsSameNoteBook(const CDatabase& a, const CDatabase& b) {
     return a.id == b.id && a.guid == b.guid && a.folder == b.folder;
 }
 
+CDatabase NewNoteBook(const DataPaths& data, const std::vector<CDatabase>& list, int32_t gap, std::string name,
+                      const ReadContext& context) {
+    CDatabase made;
+    made.id = NewId(data, list, gap);
+    made.name = std::move(name);
+    made.folder = FolderOfId(made.id);
+    made.created = context.now;
+    made.guid = context.guids->NewGuid();
+    return made;
+}
+
 NoteBookManager::NoteBookManager(DataPaths data, std::string localGuid, ManagerPorts ports)
     : data_(std::move(data)),
       localGuid_(std::move(localGuid)),
@@ -70,25 +107,21 @@ NoteBookManager::NoteBookManager(DataPaths data, std::string localGuid, ManagerP
       file_(data_.DatabasesFile(), ports_.faults) {}
 
 std::optional<CDatabase> NoteBookManager::Create(std::string_view name, const ReadContext& context) {
-    CDatabase made;
     const std::string clean = CleanText(name);
-    made.name = Trim(clean);
-    const size_t length = CharacterCount(made.name);
+    const std::string trimmed(Trim(clean));
+    const size_t length = CharacterCount(trimmed);
     if (length < kShortestName || length > kLongestName) {
         ports_.prompts.Message("Database name must be between 5 and 30 characters.", "Invalid Name",
                                PromptIcon::Warning);
         return std::nullopt;
     }
-    if (ports_.prompts.Ask("Do you wish to create the database *" + made.name + "*?", "Create Database?") !=
+    if (ports_.prompts.Ask("Do you wish to create the database *" + trimmed + "*?", "Create Database?") !=
         PromptAnswer::Yes)
         return std::nullopt;
     ports_.progress.ShowStandBy("Creating new notes database....");
     ports_.wait(kPause);
     ClearTrash();
-    made.id = NewId();
-    made.folder = FolderOfId(made.id);
-    made.created = context.now;
-    made.guid = context.guids->NewGuid();
+    const CDatabase made = NewNoteBook(data_, List(), ports_.random(kWidestGap), trimmed, context);
     // Folders first: a crash leaves empty folders that nothing names, never a NoteBook without folders.
     const NoteBookPaths paths(data_, made.folder);
     TellFailedWrite(ports_.faults, "The folder of the NoteBook could not be made", paths.Folder(),
@@ -98,29 +131,6 @@ std::optional<CDatabase> NoteBookManager::Create(std::string_view name, const Re
     const bool isListed = file_.Save(std::move(list));
     ports_.progress.HideStandBy();
     return isListed ? std::optional(made) : std::nullopt;
-}
-
-int32_t NoteBookManager::NewId() const {
-    int32_t highest = 1;
-    for (const std::string& name : FoldersBeginning(data_.Databases(), kFolderStart))
-        highest = std::max(highest, NumberOfFolder(name));
-    // A NoteBook that may come back needs its own folder then.
-    for (const std::string& name : FoldersBeginning(data_.Databases(), kTrashStart)) {
-        const std::string original = name.substr(sizeof kTrashStart - 1);
-        if (original.starts_with(kFolderStart))
-            highest = std::max(highest, NumberOfFolder(original));
-    }
-    int32_t id = highest + ports_.random(kWidestGap) + 1;
-    const auto isTaken = [&](int32_t number) {
-        return std::any_of(List().begin(), List().end(), [&](const CDatabase& entry) {
-            return entry.id == number || entry.folder == FolderOfId(number);
-        });
-    };
-    if (id == kMainNoteBookID)
-        id = kInPlaceOfMainID;
-    while (isTaken(id))
-        id = id + 1 == kMainNoteBookID ? kInPlaceOfMainID : id + 1;
-    return id;
 }
 
 bool NoteBookManager::IsListed(const CDatabase& noteBook) const {
@@ -235,8 +245,7 @@ void NoteBookManager::ClearTrash() {
         if (isListed || (ports_.trash && ports_.trash->Holds(data_.Databases() / name)))
             continue;
         std::filesystem::remove_all(data_.Databases() / name, error);
-        TellFailedWrite(ports_.faults, "A deleted NoteBook is still on the disk", data_.Databases() / name,
-                        ResultOf(error));
+        TellFailedWrite(ports_.faults, kTrashStays, data_.Databases() / name, ResultOf(error));
     }
 }
 

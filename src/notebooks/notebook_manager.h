@@ -66,7 +66,6 @@ public:
     std::optional<CDatabase> Restore();
 
 private:
-    int32_t NewId() const;
     bool IsListed(const CDatabase& noteBook) const;
     void ClearOnlineLink(const CDatabase& noteBook);
     void DeleteFolder(const CDatabase& noteBook, size_t position);
@@ -82,5 +81,10 @@ private:
 
 /// True for the same record of the list.
 bool IsSameNoteBook(const CDatabase& a, const CDatabase& b);
+
+/// A record for a new NoteBook beside a list, with a guid of its own, whose folder isn't made yet.
+/// @param gap  how many numbers are passed over, from 0 on, behind those of all folders
+CDatabase NewNoteBook(const DataPaths& data, const std::vector<CDatabase>& list, int32_t gap, std::string name,
+                      const ReadContext& context);
 
 }  // namespace lore

@@ -11,7 +11,7 @@ NoteBookTrash::~NoteBookTrash() {
         std::error_code error;
         if (!entry.folder.empty())
             std::filesystem::remove_all(entry.folder, error);
-        TellFailedWrite(faults_, "A deleted NoteBook is still on the disk", entry.folder, FileResult{error.value()});
+        TellFailedWrite(faults_, kTrashStays, entry.folder, FileResult{error.value()});
     }
 }
 

@@ -11,6 +11,8 @@ namespace lore {
 
 /// A deleted NoteBook bears such a folder name until it has gone: no list names it.
 inline constexpr char kTrashStart[] = "_DELETED_";
+/// What is told of such a folder that can't be removed.
+inline constexpr char kTrashStays[] = "A deleted NoteBook is still on the disk";
 
 /// Deleted NoteBooks whose folders wait, under names that no reader picks up, until the program ends.
 class NoteBookTrash {

@@ -189,14 +189,17 @@ std::vector<std::string> PathLevels(const CProCategoryTree& path) {
     return names;
 }
 
-std::vector<std::string> ShownKeyWords(const std::string& keyWords) {
+std::vector<std::string> ShownKeyWords(const std::string& keyWords, size_t* count) {
     CKeyWordList list;
     list.AddKeyWordsOfNote(keyWords, 0);
     list.SortKeyWords();
     std::vector<std::string> words;
+    size_t all = 0;
     for (const CKeyWord& entry : list.Entries())
-        if (!entry.name.empty() && words.size() < kMostKeyWords)
+        if (!entry.name.empty() && ++all <= kMostKeyWords)
             words.push_back(entry.name);
+    if (count)
+        *count = all;
     return words;
 }
 

@@ -57,7 +57,7 @@ bool IsShownPicture(const CAttachment& attachment);
 /// The names of a path from the root down.
 std::vector<std::string> PathLevels(const CProCategoryTree& path);
 /// The words of a line of key words, each once, in the order of the list of key words and without empty ones; at most
-/// as many as a card could show.
-std::vector<std::string> ShownKeyWords(const std::string& keyWords);
+/// as many as a card could show. `count`, if not null, becomes the number of all.
+std::vector<std::string> ShownKeyWords(const std::string& keyWords, size_t* count = nullptr);
 
 }  // namespace lore

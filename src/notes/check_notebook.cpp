@@ -82,14 +82,12 @@ void NoteBookCheck::CheckRecordFile(const std::filesystem::path& file, const cha
 
 void NoteBookCheck::ReadKnownThings() {
     AuthorList authors;
-    TellFailedRead(faults_, "The authors could not be read", paths_.Authors(), authors.LoadAuthors(paths_.Authors()));
+    TellFailedRead(faults_, kAuthorsUnread, paths_.Authors(), authors.LoadAuthors(paths_.Authors()));
     AddFileFindings(paths_.Authors(), authors.State(), lists_);
     CustomTypeList types;
-    TellFailedRead(faults_, "The source types could not be read", paths_.SourceTypes(),
-                   types.LoadTypes(paths_.SourceTypes(), context_));
+    TellFailedRead(faults_, kSourceTypesUnread, paths_.SourceTypes(), types.LoadTypes(paths_.SourceTypes(), context_));
     AddFileFindings(paths_.SourceTypes(), types.State(), lists_);
-    TellFailedRead(faults_, "The sources could not be read", paths_.Sources(),
-                   known_.sources.LoadSources(paths_.Sources(), context_));
+    TellFailedRead(faults_, kSourcesUnread, paths_.Sources(), known_.sources.LoadSources(paths_.Sources(), context_));
     AddFileFindings(paths_.Sources(), known_.sources.State(), lists_);
     if (authors.IsMissing() && known_.sources.NameAuthors())
         lists_.push_back({FindingKind::DamagedFile, paths_.Authors().string(),
@@ -108,14 +106,14 @@ void NoteBookCheck::ReadKnownThings() {
 }
 
 void NoteBookCheck::ReadCategories() {
-    CheckRecordFile(paths_.Categories(), "The categories could not be read", [this](RecordReader* stream) {
+    CheckRecordFile(paths_.Categories(), kCategoriesUnread, [this](RecordReader* stream) {
         known_.categories.Read(stream);
         known_.hasCategories = true;
     });
 }
 
 void NoteBookCheck::CheckLastViewList() {
-    CheckRecordFile(paths_.LastViewList(), "The last note list could not be read", [](RecordReader* stream) {
+    CheckRecordFile(paths_.LastViewList(), kLastListUnread, [](RecordReader* stream) {
         LongList ids;
         ReadLongList(stream, ids);
     });
@@ -124,7 +122,7 @@ void NoteBookCheck::CheckLastViewList() {
 void NoteBookCheck::CheckSyncLog() {
     SyncLog log;
     const FileResult result = LoadSyncLogFrom(paths_.SyncLog(), log);
-    TellFailedRead(faults_, "The sync log could not be read", paths_.SyncLog(), result);
+    TellFailedRead(faults_, kSyncLogUnread, paths_.SyncLog(), result);
     AddFileFindings(paths_.SyncLog(), {.isWhole = !result.Ok() || log.ReadWhole()}, lists_);
 }
 

@@ -10,6 +10,7 @@
 #include "notes/note_brief.h"
 #include "notes/note_copies.h"
 #include "notes/note_file_walk.h"
+#include "notes/notebook_lists.h"
 
 namespace lore {
 
@@ -39,7 +40,7 @@ public:
     LoadReport Run();
 
 private:
-    bool IsFull() const { return options_.mode == LoadMode::Full; }
+    bool Writes() const { return options_.mode != LoadMode::ReadOnly; }
     bool IsWanted(int32_t id) const { return !options_.only || options_.only->contains(id); }
     void Step() {
         if (options_.progress)
@@ -77,9 +78,8 @@ private:
 
 LoadReport Loader::Run() {
     BeginProgress();
-    if (IsFull())
-        TellFailedWrite(faults_, "The folders of the NoteBook could not be made", book_.paths.Folder(),
-                        CreateNoteBookFolders(book_.paths));
+    if (Writes())
+        TellFailedWrite(faults_, kNoteBookFoldersUnmade, book_.paths.Folder(), CreateNoteBookFolders(book_.paths));
     ResetBook();
     report_.listed = ListNoteFiles(book_.paths.Notes(), faults_, files_);
     for (const std::filesystem::path& file : files_)
@@ -87,7 +87,7 @@ LoadReport Loader::Run() {
     ReadLists();
     ReadFiles();
     KeepLostSources();
-    if (report_.converted && !IsFull())
+    if (report_.converted && !Writes())
         BuildForest();
     ChooseCopies();
     FileNotesIntoBook();
@@ -97,7 +97,7 @@ LoadReport Loader::Run() {
         TakeHeads();
     if (options_.texts)
         options_.texts->Finish(report_.shown);
-    if (IsFull() && report_.listed) {
+    if (Writes() && report_.listed) {
         WriteBack();
         MoveCountersOn();
     }
@@ -134,14 +134,12 @@ void Loader::TellOfList(const char* unread, const std::filesystem::path& file, c
 void Loader::ReadLists() {
     const NoteBookPaths& paths = book_.paths;
     Step();
-    TellOfList("The authors could not be read", paths.Authors(), book_.authors.LoadAuthors(paths.Authors()),
-               book_.authors);
+    TellOfList(kAuthorsUnread, paths.Authors(), book_.authors.LoadAuthors(paths.Authors()), book_.authors);
     Step();
-    TellOfList("The source types could not be read", paths.SourceTypes(),
-               book_.types.LoadTypes(paths.SourceTypes(), context_), book_.types);
+    TellOfList(kSourceTypesUnread, paths.SourceTypes(), book_.types.LoadTypes(paths.SourceTypes(), context_),
+               book_.types);
     Step();
-    TellOfList("The sources could not be read", paths.Sources(), book_.sources.LoadSources(paths.Sources(), context_),
-               book_.sources);
+    TellOfList(kSourcesUnread, paths.Sources(), book_.sources.LoadSources(paths.Sources(), context_), book_.sources);
     if (book_.sources.NameAuthors())
         MarkLost(book_.authors, paths.Authors());
     // Formatting takes out the ids of authors that the list lacks: such sources aren't written back, and are kept
@@ -151,8 +149,7 @@ void Loader::ReadLists() {
     Step();
     ReadCategories();
     Step();
-    TellOfList("The sync log could not be read", paths.SyncLog(), LoadSyncLogFrom(paths.SyncLog(), book_.syncLog),
-               book_.syncLog);
+    TellOfList(kSyncLogUnread, paths.SyncLog(), LoadSyncLogFrom(paths.SyncLog(), book_.syncLog), book_.syncLog);
 }
 
 /// What is named stood in the file of a list that is missing: on a disk that is away, or not synced yet.
@@ -165,12 +162,12 @@ void Loader::MarkLost(ListFile& list, const std::filesystem::path& file) {
 
 void Loader::ReadCategories() {
     report_.converted = NeedsCategoryConversion(book_.paths);
-    if (report_.converted && IsFull() && report_.listed)
+    if (report_.converted && Writes() && report_.listed)
         ConvertCategories(book_.paths, counters_.MaxCategoryID, context_, faults_);
-    if (report_.converted && !IsFull())
+    if (report_.converted && !Writes())
         return;  // the forest comes with the notes
-    TellOfList("The categories could not be read", book_.paths.Categories(),
-               book_.categories.Load(book_.paths.Categories()), book_.categories);
+    TellOfList(kCategoriesUnread, book_.paths.Categories(), book_.categories.Load(book_.paths.Categories()),
+               book_.categories);
 }
 
 void Loader::ReadFiles() {
@@ -178,7 +175,7 @@ void Loader::ReadFiles() {
         options_.progress->SetMessage("Setting Global Info...");
     if (options_.texts)
         options_.texts->Begin(files_.size());
-    keepHeads_ = options_.keepHeads || (report_.converted && !IsFull());
+    keepHeads_ = options_.keepHeads || (report_.converted && !Writes());
     notes_.resize(files_.size());
     WalkNoteFiles(
         files_, context_, options_.threads, [this](size_t file, NoteFileReader& reader) { TakeFile(file, reader); },
@@ -221,11 +218,13 @@ void Loader::TakeFile(size_t file, NoteFileReader& reader) {
 
 void Loader::ShowFile(size_t file, const FileResult& result) {
     TellFailedRead(faults_, kNoteFileUnread, files_[file], result);
-    if (IsFull() && notes_[file].countsTooFew)
+    if (options_.mode == LoadMode::Full && notes_[file].countsTooFew) {
         faults_.Tell({"A note file is damaged and was left as it is", files_[file].string(),
                       "It counts no notes but holds more"});
-    else if (result.Ok() && notes_[file].isDamaged)
+    } else if (result.Ok() && notes_[file].isDamaged) {
         report_.damaged.push_back(report_.files[file]);
+        book_.index.MarkDamaged(files_[file].string());
+    }
     if (!options_.progress)
         return;
     const size_t count = notes_[file].briefs.size();
@@ -293,8 +292,7 @@ void Loader::TakeHeads() {
 
 void Loader::WriteBack() {
     if (book_.sources.ReadWhole())
-        TellFailedWrite(faults_, "The sources could not be written", book_.paths.Sources(),
-                        book_.sources.SaveSources(book_.paths.Sources(), book_.authors));
+        WriteSources(book_, faults_);
 }
 
 /// A new source under the id of one that the list has lost would become the source of its notes.

@@ -19,6 +19,7 @@ namespace lore {
 
 enum class LoadMode {
     Full,  ///< as the desktop opens a NoteBook: converts old categories, writes Sources.dat back, moves the counters on
+    Mending,   ///< the same, for a repair, which tells itself what becomes of damaged files
     ReadOnly,  ///< changes no byte and no counter
 };
 
@@ -58,7 +59,7 @@ struct LoadOptions {
     bool keepHeads = false;  ///< fill LoadReport::heads
     /// For a change of these notes: they alone show and get a place in the index, and no list of the picture holds
     /// notes. What is written and how the counters move on is the same. Not with heads or texts.
-    std::optional<std::unordered_set<int32_t>> only;
+    std::optional<std::unordered_set<int32_t>> only = {};
 };
 
 /// What a load has met beside the picture itself.

@@ -58,8 +58,7 @@ void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* p
 
 LongList LoadLastViewList(const NoteBookPaths& paths, FaultNotice& faults) {
     LongList ids;
-    TellFailedRead(faults, "The last note list could not be read", paths.LastViewList(),
-                   LoadLongListFile(ids, paths.LastViewList()));
+    TellFailedRead(faults, kLastListUnread, paths.LastViewList(), LoadLongListFile(ids, paths.LastViewList()));
     return ids;
 }
 

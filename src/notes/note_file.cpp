@@ -39,6 +39,14 @@ bool NoteFileReader::Next() {
     return false;
 }
 
+bool NoteFileReader::NextUncounted() {
+    if (!HoldsMore())
+        return false;
+    ReadNoteHead(stream_.get(), version_, context_, note_, texts_, parts_);
+    ++taken_;
+    return note_.id > 0 && note_.dateCreated.IsValid() && IsNoteWhole();
+}
+
 CNote NoteFileReader::TakeNote() {
     CNote note = std::move(note_);
     note.plainText = texts_.plainText;

@@ -27,6 +27,9 @@ public:
 
     /// Goes to the next note; false behind the last one.
     bool Next();
+    /// Once Next has given false: goes on to what stands behind the last note, as if it were counted. False unless that
+    /// is a whole note.
+    bool NextUncounted();
     /// The note that Next went to, its texts empty. It may be moved from.
     CNote& Head() { return note_; }
     std::string_view PlainText() const { return texts_.plainText; }

@@ -86,7 +86,7 @@ bool ListNoteFiles(const std::filesystem::path& notesFolder, FaultNotice& faults
                    std::vector<std::filesystem::path>& files) {
     std::vector<std::string> names;
     const FileResult result = ReadDatFiles(notesFolder, names);
-    TellFailedRead(faults, "The folder of the notes could not be read", notesFolder, result);
+    TellFailedRead(faults, kNotesFolderUnread, notesFolder, result);
     files.clear();
     for (const std::string& name : names)
         files.push_back(notesFolder / name);
@@ -97,6 +97,21 @@ std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& note
     std::vector<std::filesystem::path> files;
     ListNoteFiles(notesFolder, faults, files);
     return files;
+}
+
+bool TellOfNoteFile(FaultNotice& faults, const std::filesystem::path& file, const FileResult& opened,
+                    const char* damage, bool lacksNotes) {
+    const FileResult seen = LookedBehindLinks(file, opened);
+    if (!seen.Ok() && (lacksNotes || !seen.Missing()))
+        faults.Tell({kNoteFileUnread, PlaceOfFault(file, seen).string(), seen.Reason()});
+    else if (damage)
+        faults.Tell(
+            {"A note file is damaged; what could be read of it was taken", file.string(), std::string("it ") + damage});
+    else if (lacksNotes)
+        faults.Tell({"Notes are no longer in their file", file.string(), "the file was changed"});
+    else
+        return false;
+    return true;
 }
 
 bool IsAtHome(const CNote& note, const std::filesystem::path& file) {

@@ -35,6 +35,11 @@ bool ListNoteFiles(const std::filesystem::path& notesFolder, FaultNotice& faults
 /// The same for those who only have less to do or to show then.
 std::vector<std::filesystem::path> NoteFilesOf(const std::filesystem::path& notesFolder, FaultNotice& faults);
 
+/// What there is to tell of a file in which notes were looked for: that it couldn't be read, that it is damaged, which
+/// `damage` says in NoteFileReader's words or is null, or that it lacks some of the notes. True if anything was told.
+bool TellOfNoteFile(FaultNotice& faults, const std::filesystem::path& file, const FileResult& opened,
+                    const char* damage, bool lacksNotes);
+
 /// True for a note that stands in the file that its first source or its creation day names.
 bool IsAtHome(const CNote& note, const std::filesystem::path& file);
 /// The note that the reader of a file went to, as one of several copies.

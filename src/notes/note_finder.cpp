@@ -18,6 +18,13 @@ struct WantedNotes {
     std::vector<std::filesystem::path> files;
     std::unordered_map<int32_t, size_t> positions;  // in the list of results
     std::unordered_map<int32_t, size_t> fileOf;
+    std::vector<size_t> counts;  // of the notes of each file
+};
+
+/// What the read of one note file has to tell.
+struct FileFaults {
+    const char* damage = nullptr;
+    bool lacksNotes = false;
 };
 
 WantedNotes PlanReading(const NoteIndex& index, const LongList& ids) {
@@ -28,8 +35,11 @@ WantedNotes PlanReading(const NoteIndex& index, const LongList& ids) {
         if (!path || !wanted.positions.try_emplace(id, wanted.positions.size()).second)
             continue;
         const auto [file, isNew] = files.try_emplace(*path, wanted.files.size());
-        if (isNew)
+        if (isNew) {
             wanted.files.emplace_back(*path);
+            wanted.counts.push_back(0);
+        }
+        ++wanted.counts[file->second];
         wanted.fileOf.emplace(id, file->second);
     }
     return wanted;
@@ -56,6 +66,7 @@ std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const 
                              FaultNotice& faults, const std::stop_token& stop) {
     const WantedNotes wanted = PlanReading(index, ids);
     std::vector<std::optional<CNote>> found(wanted.positions.size());
+    std::vector<FileFaults> met(wanted.files.size());
     WalkNoteFiles(
         wanted.files, context, kReadThreads,
         [&](size_t file, NoteFileReader& reader) {
@@ -63,11 +74,15 @@ std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const 
                 const auto hit = wanted.fileOf.find(id);
                 return hit != wanted.fileOf.end() && hit->second == file;
             };
-            for (CNote& note : ShownNotesOf(reader, wanted.files[file], isWanted))
+            std::vector<CNote> notes = ShownNotesOf(reader, wanted.files[file], isWanted);
+            met[file].lacksNotes = notes.size() < wanted.counts[file];
+            if (reader.IsDamaged() && (met[file].lacksNotes || !index.IsKnownDamaged(wanted.files[file].string())))
+                met[file].damage = reader.DamageText();
+            for (CNote& note : notes)
                 found[wanted.positions.at(note.id)] = std::move(note);
         },
         [&](size_t file, const FileResult& result) {
-            TellFailedRead(faults, kNoteFileUnread, wanted.files[file], result);
+            TellOfNoteFile(faults, wanted.files[file], result, met[file].damage, met[file].lacksNotes);
         },
         stop);
     std::vector<CNote> notes;

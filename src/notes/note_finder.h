@@ -15,7 +15,8 @@
 namespace lore {
 
 /// The notes with these ids in the order given, each id once; an id that the index doesn't hold is left out. Each file
-/// is read once. Once `stop` is requested, notes may be missing.
+/// is read once; one that is missing, lacks some of the notes, or was damaged since the load, is told. Once `stop` is
+/// requested, notes may be missing.
 std::vector<CNote> FindNotes(const NoteIndex& index, const LongList& ids, const ReadContext& context,
                              FaultNotice& faults, const std::stop_token& stop = {});
 

@@ -15,11 +15,6 @@ void NoteIndex::AddToIndex(std::string_view path, int32_t id) {
     entry.ids.push_back(id);
 }
 
-void NoteIndex::AddToIndex(std::string_view path, const LongList& ids) {
-    for (const int32_t id : ids)
-        AddToIndex(path, id);
-}
-
 const std::string* NoteIndex::FindPath(int32_t id) const {
     const auto hit = places_.find(id);
     return hit == places_.end() ? nullptr : &entries_[hit->second.entry].path;

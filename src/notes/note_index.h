@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "base/free_ids.h"
@@ -25,7 +26,6 @@ public:
     /// Puts the id behind the others of the file. An id that the index holds already stays where it is; one of 0 or
     /// less is no note.
     void AddToIndex(std::string_view path, int32_t id);
-    void AddToIndex(std::string_view path, const LongList& ids);
     /// The file of a note, or nothing.
     const std::string* FindPath(int32_t id) const;
     bool Contains(int32_t id) const { return FindPath(id) != nullptr; }
@@ -44,6 +44,12 @@ public:
     /// The files that hold further copies of a note.
     std::vector<std::string> HiddenPaths(int32_t id) const;
     void ForgetHiddenCopies(int32_t id) { hidden_.erase(id); }
+
+    /// The report of the load names this file as damaged: it isn't told again at each reading.
+    void MarkDamaged(const std::string& path) { damaged_.insert(path); }
+    bool IsKnownDamaged(const std::string& path) const { return damaged_.contains(path); }
+    /// The file was written anew.
+    void ForgetDamage(const std::string& path) { damaged_.erase(path); }
 
     /// The number of notes.
     size_t Count() const { return places_.size(); }
@@ -70,6 +76,7 @@ private:
     std::unordered_map<std::string, uint32_t> byPath_;
     std::unordered_map<int32_t, Place> places_;
     std::unordered_multimap<int32_t, std::string> hidden_;
+    std::unordered_set<std::string> damaged_;
     IDMarks taken_;  // by notes that aren't in places_, or not yet
     FreeIDs free_{kFirstID};
 };

@@ -42,9 +42,9 @@ public:
     Composer(const BoardOptions& options, const PictureOfAttachment& pictureOf)
         : options_(options), pictureOf_(pictureOf) {
         small_.font = sourceFormat_.font = builder_.Font("Arial");
-        small_.half_points = kSmallHalfPoints;
+        small_.halfPoints = kSmallHalfPoints;
         small_.color = kDim;
-        sourceFormat_.half_points = HalfPointsOf(options.sourceSize);
+        sourceFormat_.halfPoints = HalfPointsOf(options.sourceSize);
     }
 
     void Add(const PrintNote& entry) {
@@ -78,20 +78,20 @@ private:
 
     void AddRule() {
         CharFormat format = small_;
-        format.half_points = 12;
+        format.halfPoints = 12;
         std::string rule;
         for (int i = 0; i < kRuleLength; ++i)
             rule += "\u2500";
         ParagraphFormat paragraph;
-        paragraph.align = ParagraphAlign::kCenter;
-        paragraph.space_before = paragraph.space_after = kAroundRule;
+        paragraph.align = ParagraphAlign::Center;
+        paragraph.spaceBefore = paragraph.spaceAfter = kAroundRule;
         builder_.AddText(rule, format);
         builder_.EndParagraph(paragraph);
     }
 
     void EndPart() {
         ParagraphFormat paragraph;
-        paragraph.space_before = kAbovePart;
+        paragraph.spaceBefore = kAbovePart;
         builder_.EndParagraph(paragraph);
     }
 
@@ -131,8 +131,8 @@ private:
             builder_.AddText("  \u2013  " + remark, format);
         }
         ParagraphFormat paragraph = EntryParagraph(entry, kTwipsOfSpace);
-        paragraph.space_before = kAbovePart;
-        paragraph.space_after = 0;
+        paragraph.spaceBefore = kAbovePart;
+        paragraph.spaceAfter = 0;
         builder_.EndParagraph(paragraph);
     }
 
@@ -158,13 +158,13 @@ private:
 
     void AddPicture(Picture picture, const std::string& title) {
         ParagraphFormat centred;
-        centred.align = ParagraphAlign::kCenter;
-        centred.space_before = kAbovePart;
+        centred.align = ParagraphAlign::Center;
+        centred.spaceBefore = kAbovePart;
         if (!title.empty()) {
             const FontSetting& font = options_.pictureTitle;
             CharFormat format;
             format.font = builder_.Font(ToUtf8(font.faceName));
-            format.half_points = HalfPointsOf(font.height);
+            format.halfPoints = HalfPointsOf(font.height);
             format.bold = font.weight >= 600;
             format.italic = font.italic;
             format.underline = font.underline;
@@ -195,8 +195,8 @@ public:
         if (inCell_ && !cellIsNew_)
             text_ += ' ';
         cellIsNew_ = false;
-        if (number > 0 || paragraph.format.list != ListKind::kNone)
-            text_.append(std::string(size_t{paragraph.format.list_level} * 2, ' '))
+        if (number > 0 || paragraph.format.list != ListKind::None)
+            text_.append(std::string(size_t{paragraph.format.listLevel} * 2, ' '))
                 .append(MarkOf(paragraph.format, number))
                 .append(" ");
         text_.append(document_.text, paragraph.begin, paragraph.end - paragraph.begin);

@@ -76,12 +76,78 @@ void DropCopiesWithin(std::vector<CNote>& notes, const std::vector<NoteCopy>& co
 
 constexpr size_t kNone = static_cast<size_t>(-1);
 
+/// Appends the notes in their order, those that stand in the list as well.
+void AppendNotes(std::vector<CNote>& notes, std::vector<CNote> incoming, const std::vector<size_t>& successors) {
+    size_t kept = 0;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        if (successors[i] != kNone)
+            continue;
+        if (kept != i)
+            notes[kept] = std::move(notes[i]);
+        ++kept;
+    }
+    notes.erase(notes.begin() + static_cast<std::ptrdiff_t>(kept), notes.end());
+    std::move(incoming.begin(), incoming.end(), std::back_inserter(notes));
+}
+
+/// Replaces each note that stands in the list, at its first place, and appends the others in their order.
+void PutNotes(std::vector<CNote>& notes, std::vector<CNote> incoming, const std::vector<size_t>& successors) {
+    std::vector<bool> isPut(incoming.size(), false);
+    for (size_t i = 0; i < successors.size(); ++i) {
+        if (const size_t next = successors[i]; next != kNone && !isPut[next]) {
+            notes[i] = std::move(incoming[next]);
+            isPut[next] = true;
+        }
+    }
+    for (size_t i = 0; i < incoming.size(); ++i) {
+        if (!isPut[i])
+            notes.push_back(std::move(incoming[i]));
+    }
+}
+
+/// Of notes of a file that share a number the first one shows: each of those that were put there, by id and guid.
+void PutBeforeOthers(std::vector<CNote>& notes, const std::unordered_map<int32_t, std::string>& put) {
+    std::unordered_map<int32_t, size_t> first;
+    for (size_t i = 0; i < notes.size(); ++i) {
+        const auto hit = put.find(notes[i].id);
+        if (hit == put.end())
+            continue;
+        const auto [place, isFirst] = first.try_emplace(notes[i].id, i);
+        if (!isFirst && notes[i].guid == hit->second && notes[place->second].guid != hit->second)
+            std::swap(notes[i], notes[place->second]);
+    }
+}
+
+/// Whole notes behind those that the file counts: their number is what was damaged.
+std::vector<CNote> TakeUncounted(NoteFileReader& reader) {
+    std::vector<CNote> notes;
+    while (reader.NextUncounted())
+        notes.push_back(reader.TakeNote());
+    return notes;
+}
+
 }  // namespace
+
+/// What is known of notes that a file is about to get.
+struct NoteStore::Arriving {
+    LongList ids;  // in their order
+    Guids guids;
+    IDs here;  // those that the file holds, as far as the index knows
+
+    Arriving(const std::vector<CNote>& notes, const std::string& path, const NoteIndex& index) {
+        for (const CNote& note : notes) {
+            ids.AddTail(note.id);
+            guids.emplace(note.id, note.guid);
+            if (const std::string* const old = index.FindPath(note.id); old && *old == path)
+                here.insert(note.id);
+        }
+    }
+};
 
 /// The notes of a file that is about to be written anew.
 struct NoteStore::HeldNotes {
     std::vector<CNote> notes;
-    std::unordered_map<int32_t, std::string> shownGuids;  // of the ids that notes of several guids share
+    Guids shownGuids;  // of the ids that notes of several guids share
 
     bool IsShown(const CNote& note) const {
         const auto shown = shownGuids.find(note.id);
@@ -125,53 +191,16 @@ struct NoteStore::HeldNotes {
         }
         return replaced.size();
     }
+    /// Gives how many of those that should stand here didn't.
+    size_t Put(std::vector<CNote> incoming, const Arriving& arriving, Place place) {
+        const std::vector<size_t> successors = Successors(incoming, arriving.here);
+        const size_t missing = arriving.here.size() - CountReplaced(successors, arriving.here);
+        const auto put = place == Place::AtTheEnd ? AppendNotes : PutNotes;
+        put(notes, std::move(incoming), successors);
+        PutBeforeOthers(notes, arriving.guids);
+        return missing;
+    }
 };
-
-namespace {
-
-/// Appends the notes in their order, those that stand in the list as well.
-void AppendNotes(std::vector<CNote>& notes, std::vector<CNote> incoming, const std::vector<size_t>& successors) {
-    size_t kept = 0;
-    for (size_t i = 0; i < notes.size(); ++i) {
-        if (successors[i] != kNone)
-            continue;
-        if (kept != i)
-            notes[kept] = std::move(notes[i]);
-        ++kept;
-    }
-    notes.erase(notes.begin() + static_cast<std::ptrdiff_t>(kept), notes.end());
-    std::move(incoming.begin(), incoming.end(), std::back_inserter(notes));
-}
-
-/// Replaces each note that stands in the list, at its first place, and appends the others in their order.
-void PutNotes(std::vector<CNote>& notes, std::vector<CNote> incoming, const std::vector<size_t>& successors) {
-    std::vector<bool> isPut(incoming.size(), false);
-    for (size_t i = 0; i < successors.size(); ++i) {
-        if (const size_t next = successors[i]; next != kNone && !isPut[next]) {
-            notes[i] = std::move(incoming[next]);
-            isPut[next] = true;
-        }
-    }
-    for (size_t i = 0; i < incoming.size(); ++i) {
-        if (!isPut[i])
-            notes.push_back(std::move(incoming[i]));
-    }
-}
-
-/// Of notes of a file that share a number the first one shows: each of those that were put there, by id and guid.
-void PutBeforeOthers(std::vector<CNote>& notes, const std::unordered_map<int32_t, std::string>& put) {
-    std::unordered_map<int32_t, size_t> first;
-    for (size_t i = 0; i < notes.size(); ++i) {
-        const auto hit = put.find(notes[i].id);
-        if (hit == put.end())
-            continue;
-        const auto [place, isFirst] = first.try_emplace(notes[i].id, i);
-        if (!isFirst && notes[i].guid == hit->second && notes[place->second].guid != hit->second)
-            std::swap(notes[i], notes[place->second]);
-    }
-}
-
-}  // namespace
 
 bool NoteStore::SaveNote(const CNote& note) {
     return SaveNotes({note}).IsEmpty();
@@ -182,9 +211,11 @@ LongList NoteStore::SaveNotes(std::vector<CNote> notes, Place place) {
     for (CNote& note : notes)
         byFile[book_.paths.NoteFile(GetNoteFileName(note)).string()].push_back(std::move(note));
     Saving saving{place, {}, {}};
+    bool isAnyWritten = false;
     for (auto& [path, incoming] : byFile)
-        PutIntoFile(path, std::move(incoming), saving);
-    Flush();
+        isAnyWritten = PutIntoFile(path, std::move(incoming), saving) || isAnyWritten;
+    if (isAnyWritten)
+        Flush();
     for (const auto& [path, ids] : saving.leaving) {
         std::vector<CNote> left;
         if (TakeFromFile(path, ids, left))
@@ -204,34 +235,25 @@ void NoteStore::Flush() {
     TellFailedWrite(faults_, "The folder of the notes could not be flushed to the disk", book_.paths.Notes(), result);
 }
 
-void NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving) {
+/// False, and told, if nothing was written.
+bool NoteStore::PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving) {
     DropAllButLast(incoming);
-    LongList ids;
-    IDs here;  // those that the file holds, as far as the index knows
-    std::unordered_map<int32_t, std::string> guids;
-    for (const CNote& note : incoming) {
-        guids.emplace(note.id, note.guid);
-        ids.AddTail(note.id);
-        if (const std::string* const old = book_.index.FindPath(note.id); old && *old == path)
-            here.insert(note.id);
-    }
+    const Arriving arriving(incoming, path, book_.index);
     HeldNotes held;
     const bool isRead = ReadForRewrite(path, {}, held);
-    size_t missing = here.size();
-    if (isRead) {
-        const std::vector<size_t> successors = held.Successors(incoming, here);
-        missing -= held.CountReplaced(successors, here);
-        const auto put = saving.place == Place::AtTheEnd ? AppendNotes : PutNotes;
-        put(held.notes, std::move(incoming), successors);
-        PutBeforeOthers(held.notes, guids);
-    }
-    if (!isRead || !Write(path, held.notes, IDs(ids.begin(), ids.end()))) {
-        saving.failed.Merge(ids);
-        return;
+    const size_t missing = isRead ? held.Put(std::move(incoming), arriving, saving.place) : 0;
+    if (!isRead || !Write(path, held.notes, arriving.guids)) {
+        saving.failed.Merge(arriving.ids);
+        return false;
     }
     if (missing > 0)
         faults_.Tell(
             {"A note was no longer in its file and was added to it again", path, "the file was changed", true});
+    MoveInIndex(path, arriving.ids, saving);
+    return true;
+}
+
+void NoteStore::MoveInIndex(const std::string& path, const LongList& ids, Saving& saving) {
     for (const int32_t id : ids) {
         const std::string* const old = book_.index.FindPath(id);
         if (old && *old == path)
@@ -375,8 +397,11 @@ NoteStore::Mending NoteStore::MendFile(const std::string& path, const std::funct
     mending.copies = notes.size();
     DropCopiesWithin(notes, copies);
     DropHiddenCopies(path, notes);
+    mending.copies -= notes.size();
+    std::vector<CNote> uncounted = TakeUncounted(reader);  // the index doesn't know yet which copy of these shows
+    mending.uncounted = uncounted.size();
+    std::move(uncounted.begin(), uncounted.end(), std::back_inserter(notes));
     mending.notes = notes.size();
-    mending.copies -= mending.notes;
     if ((!mending.wasDamaged && mending.copies == 0) || !keep() || !Write(path, notes))
         return {};
     Flush();
@@ -390,7 +415,7 @@ void NoteStore::DropHiddenCopies(const std::string& path, std::vector<CNote>& no
         if (const std::string* const shown = book_.index.FindPath(note.id); shown && *shown != path)
             elsewhere[*shown].insert(note.id);
     }
-    std::unordered_map<int32_t, std::string> guids;
+    Guids guids;
     for (const auto& [file, ids] : elsewhere)
         FindShownGuids(file, ids, guids);
     std::erase_if(notes, [&](const CNote& note) {
@@ -399,8 +424,7 @@ void NoteStore::DropHiddenCopies(const std::string& path, std::vector<CNote>& no
     });
 }
 
-void NoteStore::FindShownGuids(const std::string& path, const IDs& ids,
-                               std::unordered_map<int32_t, std::string>& guids) {
+void NoteStore::FindShownGuids(const std::string& path, const IDs& ids, Guids& guids) {
     NoteFileReader reader(context_);
     if (!reader.Open(path).Ok())
         return;
@@ -412,9 +436,11 @@ void NoteStore::FindShownGuids(const std::string& path, const IDs& ids,
     choice.TakeShown([&](int32_t id, std::string&& guid) { guids.emplace(id, std::move(guid)); });
 }
 
-bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes, const IDs& arriving) {
+bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes, const Guids& arriving) {
     const FileResult result = ReplaceFile(path, NoteFileBytes(notes));
     TellFailedWrite(faults_, kNoteFileUnwritten, path, result);
+    if (result.Ok())
+        book_.index.ForgetDamage(path);
     if (result.Ok() && texts_)
         texts_->UpdateFile(path, notes, ShownIn(path, notes, arriving));
     return result.Ok();
@@ -423,7 +449,7 @@ bool NoteStore::Write(const std::string& path, const std::vector<CNote>& notes, 
 /// Which notes of a file show, as a load would have it: of those that share a number one, and none that another file
 /// shows, but for those that arrive here from there.
 std::vector<bool> NoteStore::ShownIn(const std::string& path, const std::vector<CNote>& notes,
-                                     const IDs& arriving) const {
+                                     const Guids& arriving) const {
     const std::filesystem::path file(path);
     std::vector<NoteCopy> copies;
     copies.reserve(notes.size());

@@ -52,8 +52,9 @@ public:
 
     struct Mending {
         bool wasDamaged = false;
-        size_t copies = 0;  ///< of notes that another file or place shows, taken out
-        size_t notes = 0;   ///< that the file holds now
+        size_t uncounted = 0;  ///< notes behind those that the file counted
+        size_t copies = 0;     ///< of notes that another file or place shows, taken out
+        size_t notes = 0;      ///< that the file holds now
     };
     /// Writes a file anew without what doesn't belong there, if it needs it and `keep` says that its old bytes are
     /// safe.
@@ -63,6 +64,8 @@ private:
     using NotesByFile = std::map<std::string, std::vector<CNote>>;
     using IDs = std::unordered_set<int32_t>;
     using IDsByFile = std::map<std::string, IDs>;
+    using Guids = std::unordered_map<int32_t, std::string>;
+    struct Arriving;
     struct HeldNotes;
 
     struct Saving {
@@ -71,7 +74,8 @@ private:
         LongList failed;
     };
 
-    void PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving);
+    bool PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving);
+    void MoveInIndex(const std::string& path, const LongList& ids, Saving& saving);
     bool TakeFromFile(const std::string& path, const IDs& ids, std::vector<CNote>& taken);
     LongList ChangeInFile(const std::string& path, const IDs& ids, const std::function<bool(CNote&)>& change);
     IDsByFile GroupByFile(const LongList& ids) const;
@@ -79,9 +83,9 @@ private:
     bool ReadForRewrite(const std::string& path, const IDs& leaving, HeldNotes& held);
     bool Keep(const std::string& path, const std::string& what, const std::string& reason);
     void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);
-    void FindShownGuids(const std::string& path, const IDs& ids, std::unordered_map<int32_t, std::string>& guids);
-    bool Write(const std::string& path, const std::vector<CNote>& notes, const IDs& arriving = {});
-    std::vector<bool> ShownIn(const std::string& path, const std::vector<CNote>& notes, const IDs& arriving) const;
+    void FindShownGuids(const std::string& path, const IDs& ids, Guids& guids);
+    bool Write(const std::string& path, const std::vector<CNote>& notes, const Guids& arriving = {});
+    std::vector<bool> ShownIn(const std::string& path, const std::vector<CNote>& notes, const Guids& arriving) const;
     void Flush();
 
     OpenNoteBook& book_;

@@ -9,19 +9,29 @@ namespace lore {
 
 namespace {
 
-/// `records` are what the list holds, and `wrong` says how it may not be whole.
+/// `records` are what the list holds, and `loss` what a write would lose of the file that was read, "" for nothing.
 template <typename List, typename Save>
-bool WriteList(List& list, const std::filesystem::path& path, const std::string& records, const std::string& wrong,
+bool WriteList(List& list, const std::filesystem::path& path, const std::string& records, const std::string& loss,
                FaultNotice& faults, Save save) {
     FileResult result;
-    if (!list.ReadWhole())
-        result = KeepDamaged("The list of " + records, path, wrong, faults);
+    if (!loss.empty())
+        result = KeepDamaged("The list of " + records, path, loss, faults);
     if (result.Ok())
         result = save();
     if (result.Ok())
         list.MarkWhole();
     TellFailedWrite(faults, ("The " + records + " could not be written").c_str(), path, result);
     return result.Ok();
+}
+
+std::string LossOf(const ListFile& list) {
+    return list.ReadWhole() ? "" : kNotReadWhole;
+}
+
+std::string LossOf(const SourceList& sources) {
+    if (!sources.ReadWhole())
+        return "it breaks off, holds more than could be read, or its authors could not be read or are missing";
+    return sources.HoldsUnreadDates() ? "it holds dates that could not be read" : "";
 }
 
 }  // namespace
@@ -31,23 +41,23 @@ bool WriteAuthors(OpenNoteBook& book, FaultNotice& faults) {
     // kept first.
     if (book.authors.IsMissing() && !book.authors.ReadWhole() && !WriteSources(book, faults))
         return false;
-    return WriteList(book.authors, book.paths.Authors(), "authors", kNotReadWhole, faults,
+    return WriteList(book.authors, book.paths.Authors(), "authors", LossOf(book.authors), faults,
                      [&] { return book.authors.SaveAuthors(book.paths.Authors()); });
 }
 
 bool WriteSourceTypes(OpenNoteBook& book, FaultNotice& faults) {
-    return WriteList(book.types, book.paths.SourceTypes(), "source types", kNotReadWhole, faults,
+    return WriteList(book.types, book.paths.SourceTypes(), "source types", LossOf(book.types), faults,
                      [&] { return book.types.SaveTypes(book.paths.SourceTypes()); });
 }
 
 bool WriteSources(OpenNoteBook& book, FaultNotice& faults) {
-    return WriteList(book.sources, book.paths.Sources(), "sources",
-                     "it breaks off, holds more than could be read, or its authors could not be read or are missing",
-                     faults, [&] { return book.sources.SaveSources(book.paths.Sources(), book.authors); });
+    return WriteList(book.sources, book.paths.Sources(), "sources", LossOf(book.sources), faults,
+                     [&] { return book.sources.SaveSources(book.paths.Sources(), book.authors); });
 }
 
 bool WriteCategories(OpenNoteBook& book, const CProCategoryList& forest, FaultNotice& faults) {
-    return WriteList(book.categories, book.paths.Categories(), "categories", kNotReadWhole, faults,
+    return WriteList(book.categories, book.paths.Categories(), "categories",
+                     book.categories.ReadWhole() ? "" : kNotReadWhole, faults,
                      [&] { return forest.Save(book.paths.Categories()); });
 }
 

@@ -117,10 +117,12 @@ std::vector<SearchResult> TakeShown(std::vector<FileFinds>& files) {
     return results;
 }
 
-/// Searches files that are given by names or paths; `pathOf` gives the path of one of them.
+/// Searches files that are given by names or paths; `pathOf` gives the path of one of them. One that isn't there is a
+/// failure unless it `mayBeGone`.
 template <typename Names, typename PathOf>
 std::vector<SearchResult> Search(const Names& names, PathOf pathOf, const NoteMatcher& matcher,
-                                 const SearchOptions& options, const ReadContext& context, FaultNotice& faults) {
+                                 const SearchOptions& options, const ReadContext& context, FaultNotice& faults,
+                                 bool mayBeGone) {
     if (matcher.Terms().empty())
         return {};
     std::vector<FileFinds> found(names.size());
@@ -136,7 +138,7 @@ std::vector<SearchResult> Search(const Names& names, PathOf pathOf, const NoteMa
         work();
     }
     for (size_t i = 0; i < names.size(); ++i) {
-        if (!found[i].read.Ok() && !found[i].read.Missing())
+        if (!found[i].read.Ok() && !(mayBeGone && found[i].read.Missing()))
             faults.Tell({"The note file could not be searched", pathOf(names[i]).string(), found[i].read.Reason()});
     }
     return TakeShown(found);
@@ -158,7 +160,7 @@ SearchResult ResultFor(int32_t id, std::string_view rtfText, const NoteMatcher& 
 std::vector<SearchResult> SearchFiles(std::span<const std::filesystem::path> files, const NoteMatcher& matcher,
                                       const SearchOptions& options, const ReadContext& context, FaultNotice& faults) {
     const auto itself = [](const std::filesystem::path& path) -> const std::filesystem::path& { return path; };
-    return Search(files, itself, matcher, options, context, faults);
+    return Search(files, itself, matcher, options, context, faults, false);
 }
 
 // Names are kept, not paths: a path holds each of its parts once more.
@@ -167,8 +169,8 @@ std::vector<SearchResult> SearchDatabase(const std::filesystem::path& notesFolde
                                          FaultNotice& faults) {
     const auto pathOf = [&notesFolder](const std::string& name) { return notesFolder / name; };
     std::vector<std::string> names;
-    TellFailedRead(faults, "The folder of the notes could not be read", notesFolder, ReadDatFiles(notesFolder, names));
-    return Search(names, pathOf, matcher, options, context, faults);
+    TellFailedRead(faults, kNotesFolderUnread, notesFolder, ReadDatFiles(notesFolder, names));
+    return Search(names, pathOf, matcher, options, context, faults, true);
 }
 
 }  // namespace lore

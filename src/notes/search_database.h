@@ -37,7 +37,7 @@ SearchResult ResultFor(int32_t id, std::string_view rtfText, const NoteMatcher& 
 std::vector<SearchResult> SearchDatabase(const std::filesystem::path& notesFolder, const NoteMatcher& matcher,
                                          const SearchOptions& options, const ReadContext& context, FaultNotice& faults);
 
-/// The same for some files, given by their paths.
+/// The same for some files, given by their paths; one that is missing is told.
 std::vector<SearchResult> SearchFiles(std::span<const std::filesystem::path> files, const NoteMatcher& matcher,
                                       const SearchOptions& options, const ReadContext& context, FaultNotice& faults);
 

@@ -26,7 +26,7 @@ bool WriteSyncLog(OpenNoteBook& book, FaultNotice& faults) {
         result = SaveSyncLogTo(book.paths.SyncLog(), book.syncLog);
     if (result.Ok())
         book.syncLog.MarkWhole();
-    TellFailedWrite(faults, "The sync log could not be written", book.paths.SyncLog(), result);
+    TellFailedWrite(faults, kSyncLogUnwritten, book.paths.SyncLog(), result);
     return result.Ok();
 }
 

@@ -23,6 +23,8 @@ public:
     static constexpr size_t kDefaultBudget = size_t{512} << 20;
     /// `budget`: bytes of text that may be held. A file whose texts would go over it isn't held.
     explicit TextCache(size_t budget = kDefaultBudget) : budget_(budget) {}
+    /// For what is taken from now on.
+    void SetBudget(size_t budget) { budget_ = budget; }
 
     void Begin(size_t fileCount) override;
     void Take(NotePlace place, int32_t noteId, std::string_view rtfText) override;
@@ -58,7 +60,7 @@ private:
     void Hold(const std::string& path, FoldedTexts texts);
     bool Reserve(size_t bytes);
 
-    const size_t budget_;
+    size_t budget_;
     std::atomic<size_t> bytes_ = 0;
     std::vector<Loading> loading_;
     std::map<std::string, FoldedTexts> files_;  // by path, which is the order of reading

@@ -29,11 +29,11 @@ std::vector<std::filesystem::path> FoldersOf(const std::filesystem::path& parent
 void ResetLinkIn(const std::filesystem::path& file, FaultNotice& faults) {
     SyncLog log;
     const FileResult read = LoadSyncLogFrom(file, log);
-    TellFailedRead(faults, "The sync log could not be read", file, read);
+    TellFailedRead(faults, kSyncLogUnread, file, read);
     if (!read.Ok())
         return;
     log.ResetLink();
-    TellFailedWrite(faults, "The sync log could not be written", file, SaveSyncLogTo(file, log));
+    TellFailedWrite(faults, kSyncLogUnwritten, file, SaveSyncLogTo(file, log));
 }
 
 /// The other online NoteBook knows none of the notes.
@@ -105,7 +105,7 @@ void ResetAllLinks(const OnlineWorld& world) {
         if (std::filesystem::exists(file, error))
             ResetLinkIn(file, world.faults);
     }
-    TellFailedRead(world.faults, "The sync log could not be read", world.book.paths.SyncLog(),
+    TellFailedRead(world.faults, kSyncLogUnread, world.book.paths.SyncLog(),
                    LoadSyncLogFrom(world.book.paths.SyncLog(), world.book.syncLog));
 }
 

@@ -12,10 +12,6 @@ namespace {
 
 constexpr char kBypassSync[] = "BYPASSSYNC";
 
-bool IsOne(const Settings& settings, Option option) {
-    return settings.Int(option) == 1;
-}
-
 /// Of a path that the user gave: the sync program need not run where this one does.
 std::string Absolute(const std::filesystem::path& path) {
     std::error_code error;
@@ -65,11 +61,11 @@ const char* AskToRunSync(Prompts& prompts) {
 }
 
 bool SyncsAtStart(const Settings& settings, std::string_view request) {
-    return IsOne(settings, Option::SyncEngaged) && IsOne(settings, Option::SyncAtStart) && !BypassesSync(request);
+    return settings.IsSyncEngaged() && settings.IsOne(Option::SyncAtStart) && !BypassesSync(request);
 }
 
 bool SyncsAtClose(const Settings& settings) {
-    return IsOne(settings, Option::SyncEngaged) && IsOne(settings, Option::SyncAtClose);
+    return settings.IsSyncEngaged() && settings.IsOne(Option::SyncAtClose);
 }
 
 bool BypassesSync(std::string_view request) {

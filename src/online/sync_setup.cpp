@@ -22,7 +22,7 @@ void TellSyncNotEngaged(Prompts& prompts) {
 }
 
 std::string SyncSetup::HeadLine() const {
-    if (world_.settings.Int(Option::SyncEngaged) != 1)
+    if (!world_.settings.IsSyncEngaged())
         return "SYNC NOT ENGAGED";
     const std::string& nickname = world_.settings.Text(Option::Nickname);
     return nickname.empty() ? "LINKED TO ONLINE ACCOUNT" : "LINKED TO ACCOUNT:  " + nickname;
@@ -73,7 +73,7 @@ EngageOutcome SyncSetup::Engage(std::string_view text) {
 }
 
 bool SyncSetup::AskToSyncAll() {
-    if (world_.settings.Int(Option::SyncEngaged) != 1) {
+    if (!world_.settings.IsSyncEngaged()) {
         TellSyncNotEngaged(world_.prompts);
         return false;
     }

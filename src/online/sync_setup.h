@@ -25,8 +25,8 @@ public:
     /// The line that tells which account is engaged.
     std::string HeadLine() const;
     const std::string& SyncGuid() const { return world_.settings.Text(Option::SyncGUID); }
-    bool SyncAtStart() const { return world_.settings.Int(Option::SyncAtStart) == 1; }
-    bool SyncAtClose() const { return world_.settings.Int(Option::SyncAtClose) == 1; }
+    bool SyncAtStart() const { return world_.settings.IsOne(Option::SyncAtStart); }
+    bool SyncAtClose() const { return world_.settings.IsOne(Option::SyncAtClose); }
 
     /// "Engage Sync". Once the service has answered, the account of before and the links of all NoteBooks are gone,
     /// whatever it says.

@@ -15,6 +15,7 @@ public:
     explicit PrintedFaults(std::string program, std::string (*show)(std::string_view) = ToUtf8)
         : program_(std::move(program)), show_(show) {}
     void Tell(const Fault& fault) override;
+    void Mended(const std::string& /*what*/, const std::string& /*path*/) override {}  // printed is printed
     bool Any() const { return any_; }
 
 private:

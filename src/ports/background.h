@@ -3,6 +3,7 @@
 #include <functional>
 #include <stop_token>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ports/fault_notice.h"
@@ -25,13 +26,20 @@ public:
 class KeptForLater : public FaultNotice {
 public:
     void Tell(const Fault& fault) override { faults_.push_back(fault); }
+    void Mended(const std::string& what, const std::string& path) override {
+        std::erase_if(faults_, [&](const Fault& fault) { return fault.IsOf(what, path); });
+        mended_.emplace_back(what, path);
+    }
     void TellAll(FaultNotice& faults) const {
+        for (const auto& [what, path] : mended_)
+            faults.Mended(what, path);
         for (const Fault& fault : faults_)
             faults.Tell(fault);
     }
 
 private:
     std::vector<Fault> faults_;
+    std::vector<std::pair<std::string, std::string>> mended_;  // each before the faults that are left
 };
 
 /// Runs work in the background, or on the caller's thread where there is none.

@@ -22,7 +22,7 @@ public:
     virtual ~FaultNotice() = default;
     virtual void Tell(const Fault& fault) = 0;
     /// What may have been told in these words of this file has been done by now.
-    virtual void Mended(const std::string& /*what*/, const std::string& /*path*/) {}
+    virtual void Mended(const std::string& what, const std::string& path) = 0;
 };
 
 /// Hands faults on, and sets `any` before it does, unless it is a notice.

@@ -8,6 +8,7 @@ namespace lore {
 
 enum class PromptIcon { None, Information, Warning, Question, Error };
 enum class PromptAnswer { Yes, No, Cancel };
+enum class PathCount { One, Several };
 
 /// Everything that is asked of the user or told to the user in a window of its own. Texts are bytes of the core.
 class Prompts {
@@ -24,7 +25,7 @@ public:
     /// Files to open, none when the user cancels. `filter` is made of pairs, "Text (*.lbe) |*.lbe|". Paths are those
     /// of the file system.
     virtual std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter,
-                                                  bool several) = 0;
+                                                  PathCount count) = 0;
     /// Where to save, or nothing when the user cancels. A name without an ending gets the one of the filter.
     virtual std::optional<std::string> AskSavePath(const std::string& title, const std::string& filter,
                                                    const std::string& proposed) = 0;

@@ -43,7 +43,7 @@ std::optional<Picture> AttachedPicture(const NoteBookPaths& paths, const CAttach
 
 void MakePicturesPlain(Document& document, int widest) {
     for (Picture& picture : document.pictures) {
-        if (picture.kind != PictureKind::kPng && picture.kind != PictureKind::kJpeg) {
+        if (picture.kind != PictureKind::Png && picture.kind != PictureKind::Jpeg) {
             const QImage image = DecodePicture(picture);
             const QSizeF size = PictureSize(picture, image);
             if (std::optional<Picture> plain = PictureFromImage(image, 0))

@@ -48,7 +48,7 @@ public:
     void SetCurrentPage(int page);
     /// The pages in sight: first and last, from 1.
     std::pair<int, int> VisiblePages() const;
-    /// True if all of them stand there as they are.
+    /// For tests: true if all of them stand there as they are.
     bool IsDrawn() const;
 
 signals:

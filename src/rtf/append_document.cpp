@@ -25,16 +25,16 @@ public:
 private:
     void Add(const TextRun& run) {
         const CharFormat format = Moved(run.format);
-        if (run.kind == RunKind::kText)
+        if (run.kind == RunKind::Text)
             builder_.AddText(TextOf(document_, run), format);
-        else if (run.kind != RunKind::kPicture)
+        else if (run.kind != RunKind::Picture)
             builder_.AddBreak(run.kind, format);
         else if (run.picture >= 0 && static_cast<size_t>(run.picture) < document_.pictures.size())
             builder_.AddPicture(document_.pictures[static_cast<size_t>(run.picture)], format);
     }
 
     CharFormat Moved(CharFormat format) {
-        const int32_t font = format.font >= 0 ? format.font : document_.default_font;
+        const int32_t font = format.font >= 0 ? format.font : document_.defaultFont;
         const bool named = font >= 0 && static_cast<size_t>(font) < document_.fonts.size();
         format.font = named ? builder_.Font(document_.fonts[static_cast<size_t>(font)].name) : -1;
         const bool linked = format.link >= 0 && static_cast<size_t>(format.link) < document_.links.size();
@@ -44,20 +44,20 @@ private:
 
     void End(const Paragraph& paragraph) {
         ParagraphFormat format = paragraph.format;
-        if (format.list != ListKind::kNone) {
+        if (format.list != ListKind::None) {
             constexpr int64_t kMost = INT32_MAX - 1;
-            format.list_id = static_cast<int32_t>(std::min(std::max<int64_t>(format.list_id, 0) + firstList_, kMost));
-            nextList_ = std::max(nextList_, format.list_id + 1);
+            format.listId = static_cast<int32_t>(std::min(std::max<int64_t>(format.listId, 0) + firstList_, kMost));
+            nextList_ = std::max(nextList_, format.listId + 1);
         }
         const bool inTable = paragraph.row >= 0 && static_cast<size_t>(paragraph.row) < document_.rows.size();
         if (!inTable)
             return builder_.EndParagraph(format);
         const TableRow& row = document_.rows[static_cast<size_t>(paragraph.row)];
-        switch (paragraph.ended_by) {
-            case ParagraphEnd::kCell:
+        switch (paragraph.endedBy) {
+            case ParagraphEnd::Cell:
                 return builder_.EndCell(format, row.level);
-            case ParagraphEnd::kRow:
-                return builder_.EndRow(document_.row_formats[row.format], format, row.level);
+            case ParagraphEnd::Row:
+                return builder_.EndRow(document_.rowFormats[row.format], format, row.level);
             default:
                 return builder_.EndParagraph(format, row.level);
         }

@@ -41,41 +41,41 @@ void Asides::Begin(size_t depth) {
 bool Asides::End(size_t depth) {
     if (open_.empty() || open_.back().depth != depth)
         return false;
-    const bool has_text = open_.back().has_text;
+    const bool hasText = open_.back().hasText;
     open_.pop_back();
-    just_closed_ = just_closed_ || has_text;
-    return has_text;
+    justClosed_ = justClosed_ || hasText;
+    return hasText;
 }
 
 std::string Asides::Before(std::string_view& utf8, char last) {
     std::string before;
     Aside* const aside = open_.empty() ? nullptr : &open_.back();
-    if (aside && !aside->has_text) {
+    if (aside && !aside->hasText) {
         RemoveBlanks(utf8);
         if (utf8.empty())
             return before;
-        aside->has_text = true;
+        aside->hasText = true;
         const char broken = TakeBreakAround();
         before = broken != 0 ? std::string{broken, '['} : IsGap(last) ? "[" : " [";
     } else if (aside && aside->pending != 0) {
         before = std::exchange(aside->pending, '\0');
-    } else if (just_closed_ && BeginsWord(utf8.front())) {
+    } else if (justClosed_ && BeginsWord(utf8.front())) {
         before = " ";
     }
-    just_closed_ = false;
+    justClosed_ = false;
     return before;
 }
 
 /// The break that waits in the aside around the one that begins, or 0.
 char Asides::TakeBreakAround() {
     const auto around =
-        std::find_if(open_.rbegin() + 1, open_.rend(), [](const Aside& aside) { return aside.has_text; });
+        std::find_if(open_.rbegin() + 1, open_.rend(), [](const Aside& aside) { return aside.hasText; });
     return around == open_.rend() ? '\0' : std::exchange(around->pending, '\0');
 }
 
 void Asides::BreakWithin(TextBreak kind) {
     Aside& aside = open_.back();
-    if (aside.has_text && aside.pending != '\n')
+    if (aside.hasText && aside.pending != '\n')
         aside.pending = CharacterOf(kind);
 }
 

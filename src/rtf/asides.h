@@ -22,25 +22,25 @@ public:
 
     bool IsWithin() const { return !open_.empty(); }
     /// Whether nothing has to be put before text.
-    bool IsIdle() const { return open_.empty() && !just_closed_; }
+    bool IsIdle() const { return open_.empty() && !justClosed_; }
     /// What has to be put before text that follows on `last`; a line feed is a line break. Blanks that begin an aside
     /// are taken off the text.
     std::string Before(std::string_view& utf8, char last);
     /// A break within an aside, which becomes one of a line or a tab if more follows.
     void BreakWithin(TextBreak kind);
     /// A break of the body: what follows begins anew.
-    void BreakOutside() { just_closed_ = false; }
+    void BreakOutside() { justClosed_ = false; }
 
 private:
     struct Aside {
         size_t depth = 0;
-        bool has_text = false;
+        bool hasText = false;
         char pending = 0;
     };
     char TakeBreakAround();
 
     std::vector<Aside> open_;
-    bool just_closed_ = false;
+    bool justClosed_ = false;
 };
 
 }  // namespace lore

@@ -27,9 +27,9 @@ std::string_view DocumentIn(std::string_view bytes) {
 /// Whether all readers go through such a group. What stands in any other changes nothing outside of it, or they would
 /// see different texts.
 bool IsReadByAll(Destination destination) {
-    return destination == Destination::kBody || destination == Destination::kFontTable ||
-           destination == Destination::kObject || destination == Destination::kShape ||
-           destination == Destination::kRowProperties || destination == Destination::kAnsiTwin;
+    return destination == Destination::Body || destination == Destination::FontTable ||
+           destination == Destination::Object || destination == Destination::Shape ||
+           destination == Destination::RowProperties || destination == Destination::AnsiTwin;
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ void BodyReader::Read() {
         if (asides_.EndLast())
             Insert("]", Source().size());
     }
-    OnEnd(after_paragraph_);
+    OnEnd(afterParagraph_);
 }
 
 bool BodyReader::Step() {
@@ -57,26 +57,26 @@ bool BodyReader::Step() {
     const bool fresh = std::exchange(fresh_, false);
     const bool starred = std::exchange(starred_, false);
     switch (token.kind) {
-        case TokenKind::kEnd:
+        case TokenKind::End:
             return false;
-        case TokenKind::kOpen:
+        case TokenKind::Open:
             Open(token);
             return true;
-        case TokenKind::kClose:
+        case TokenKind::Close:
             return Close(token);
-        case TokenKind::kText:
+        case TokenKind::Text:
             AddAscii(token.text, token.begin, token.end);
             return true;
-        case TokenKind::kBytes:
+        case TokenKind::Bytes:
             AddBytes(token.text, token.begin, token.end);
             return true;
-        case TokenKind::kHexByte:
+        case TokenKind::HexByte:
             AddByte(token);
             return true;
-        case TokenKind::kBinary:
+        case TokenKind::Binary:
             OnBinary(Current().destination, token.text);
             return true;
-        case TokenKind::kSymbol:
+        case TokenKind::Symbol:
             if (!part_.empty()) {
                 AddByte(token);
                 return true;
@@ -84,7 +84,7 @@ bool BodyReader::Step() {
             fresh_ = fresh && token.byte == '*';
             ActOnSymbol(token);
             return true;
-        case TokenKind::kWord:
+        case TokenKind::Word:
             ActOn(token, fresh, starred);
             return true;
     }
@@ -94,74 +94,77 @@ bool BodyReader::Step() {
 void BodyReader::Open(const Token& token) {
     fresh_ = true;
     if (groups_.size() > kMostLevels) {
-        ++levels_beyond_;
-        too_deep_at_ = token.begin;
+        ++levelsBeyond_;
+        tooDeepAt_ = token.begin;
         return;
     }
     const Group copy = groups_.back();
     groups_.push_back(copy);
     groups_.back().begin = token.begin;
     groups_.back().symbol = 0;
-    groups_.back().is_result = false;
+    groups_.back().isResult = false;
     OnOpen();
 }
 
 bool BodyReader::Close(const Token& token) {
-    if (levels_beyond_ > 0) {
-        --levels_beyond_;
+    if (levelsBeyond_ > 0) {
+        --levelsBeyond_;
         return true;
     }
     if (groups_.size() == 1)
         return false;
     Group closed = groups_.back();
-    if (closed.symbol != 0 && closed.shown_before == shown_)
+    if (closed.symbol != 0 && closed.shownBefore == shown_)
         EmitCharacter(closed.symbol, token.begin, token.begin);
     if (asides_.End(groups_.size()))
         Insert("]", token.begin);
+    // The last paragraph looks as the document's own group says.
+    if (groups_.size() == 2)
+        return false;
     groups_.pop_back();
     // What a Unicode twin goes on with began outside of both twins and doesn't end here.
-    if (Current().destination == Destination::kAnsiTwin && closed.destination == closed.outside_twin)
-        closed.destination = Destination::kAnsiTwin;
-    if (closed.destination == Destination::kFontTable && Current().destination != Destination::kFontTable)
+    if (Current().destination == Destination::AnsiTwin && closed.destination == closed.outsideTwin)
+        closed.destination = Destination::AnsiTwin;
+    if (closed.destination == Destination::FontTable && Current().destination != Destination::FontTable)
         EndUnendedFont();
     OnClose(closed, token.end);
-    if (closed.destination == Destination::kFieldInstruction && Current().destination == Destination::kBody)
+    if (closed.destination == Destination::FieldInstruction && Current().destination == Destination::Body)
         EndInstruction();
-    return groups_.size() > 1;
+    return true;
 }
 
 void BodyReader::EndInstruction() {
     OnInstruction(instruction_);
     groups_.back().symbol = FieldSymbol(instruction_);
-    groups_.back().shown_before = shown_;
+    groups_.back().shownBefore = shown_;
 }
 
 void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
-    if (token.word == nullptr || (starred && token.word->group != WordGroup::kDestination)) {
+    if (token.word == nullptr || (starred && token.word->group != WordGroup::Destination)) {
         if (starred)
             PassOver(fresh && Shows());
         return;
     }
     const ControlWord& word = *token.word;
     switch (word.group) {
-        case WordGroup::kDestination:
+        case WordGroup::Destination:
             Enter(word, token, fresh);
             return;
-        case WordGroup::kCharacter:
+        case WordGroup::Character:
             EmitCharacter(static_cast<char32_t>(word.value), token.begin, token.end);
             return;
-        case WordGroup::kBreak:
+        case WordGroup::Break:
             Break(static_cast<TextBreak>(word.value));
             return;
-        case WordGroup::kText:
+        case WordGroup::Text:
             ActOnText(word, token);
             return;
-        case WordGroup::kTable:
+        case WordGroup::Table:
             if (IsOfTable())
                 OnWord(word, token);
             return;
         default:
-            if (Current().destination == Destination::kFontTable)
+            if (Current().destination == Destination::FontTable)
                 ActOnTableFont(word, token);
             OnWord(word, token);
     }
@@ -170,50 +173,51 @@ void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
 /// A table beside the body, or in what is only kept, is no part of the one around it.
 bool BodyReader::IsOfTable() const {
     const Destination destination = Current().destination;
-    return !asides_.IsWithin() && (destination == Destination::kBody || destination == Destination::kRowProperties);
+    return !asides_.IsWithin() && (destination == Destination::Body || destination == Destination::RowProperties);
 }
 
 void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
     Group& group = groups_.back();
-    const bool on = !token.has_parameter || token.parameter != 0;
-    const bool of_document =
-        word.word == Word::kCharset || word.word == Word::kAnsiCodePage || word.word == Word::kDefaultFont;
+    const bool on = !token.hasParameter || token.parameter != 0;
+    const bool ofDocument =
+        word.word == Word::Charset || word.word == Word::AnsiCodePage || word.word == Word::DefaultFont;
     // Written again as it stood, a kept group would set them behind the head, for what follows it too.
-    const bool is_kept = group.destination == Destination::kObject || group.destination == Destination::kShape;
-    if (of_document && (is_kept || !IsReadByAll(group.destination)))
+    const bool isKept = group.destination == Destination::Object || group.destination == Destination::Shape;
+    if (ofDocument && (isKept || !IsReadByAll(group.destination)))
         return;
     switch (word.word) {
-        case Word::kUnicode:
+        case Word::Unicode:
             Unicode(token);
             return;
-        case Word::kUnicodeSkip:
-            group.fallback_length = std::clamp(token.parameter, 0, kLongestFallback);
+        case Word::UnicodeSkip:
+            group.fallbackLength = std::clamp(token.parameter, 0, kLongestFallback);
             return;
-        case Word::kFont:
-            if (group.destination == Destination::kFontTable)
+        case Word::Font:
+            if (group.destination == Destination::FontTable)
                 return ActOnTableFont(word, token);
             group.font = token.parameter;
             break;
-        case Word::kPlain:
-            group.font = default_font_;
+        case Word::Plain:
+            group.font = defaultFont_;
             group.hidden = group.deleted = false;
             break;
-        case Word::kHidden:
+        case Word::Hidden:
             group.hidden = on;
             return;
-        case Word::kDeleted:
+        case Word::Deleted:
             group.deleted = on;
             return;
-        case Word::kCharset:
-            document_page_ = word.value;
+        case Word::Charset:
+            fontPages_.SetDocumentPage(word.value);
             page_ = 0;
             return;
-        case Word::kAnsiCodePage:
-            document_page_ = token.parameter > 0 ? token.parameter : document_page_;
+        case Word::AnsiCodePage:
+            if (token.parameter > 0)
+                fontPages_.SetDocumentPage(token.parameter);
             page_ = 0;
             return;
-        case Word::kDefaultFont:
-            default_font_ = group.font = token.parameter;
+        case Word::DefaultFont:
+            defaultFont_ = group.font = token.parameter;
             break;
         default:
             return;
@@ -222,23 +226,16 @@ void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
 }
 
 void BodyReader::ActOnTableFont(const ControlWord& word, const Token& token) {
-    if (word.word == Word::kFont) {
+    if (word.word == Word::Font) {
         EndUnendedFont();
-        table_font_ = token.parameter;
-    } else if (word.word == Word::kFontCharset) {
-        table_charset_ = token.parameter;
-        SetFontPage(CodePageOfCharset(token.parameter, 0));
-    } else if (word.word == Word::kFontCodePage) {
-        SetFontPage(token.parameter);
+        tableFont_ = token.parameter;
+    } else if (word.word == Word::FontCharset) {
+        tableCharset_ = token.parameter;
+        fontPages_.SetCharset(tableFont_, token.parameter);
+    } else if (word.word == Word::FontCodePage) {
+        fontPages_.SetPage(tableFont_, std::max(token.parameter, 0));
     }
-}
-
-void BodyReader::SetFontPage(int page) {
     page_ = 0;
-    if (page > 0)
-        font_pages_[table_font_] = page;
-    else
-        font_pages_.erase(table_font_);
 }
 
 void BodyReader::ReadFontName(std::string_view utf8) {
@@ -246,24 +243,24 @@ void BodyReader::ReadFontName(std::string_view utf8) {
         if (c == ';')
             EndFont();
         else
-            table_name_ += c;
+            tableName_ += c;
     }
 }
 
 void BodyReader::EndUnendedFont() {
-    if (!Trim(table_name_).empty())
+    if (!Trim(tableName_).empty())
         EndFont();
 }
 
 void BodyReader::EndFont() {
-    const DocumentFont font{table_font_, std::exchange(table_charset_, 0), CleanFontName(table_name_)};
-    table_name_.clear();
+    const DocumentFont font{tableFont_, std::exchange(tableCharset_, 0), CleanFontName(tableName_)};
+    tableName_.clear();
     if (font.number < 0)
         return;  // it would be the one of text that names none
     if (IsSymbolFont(font))
-        symbol_fonts_[font.number] = font.name;
+        symbolFonts_[font.number] = font.name;
     else
-        symbol_fonts_.erase(font.number);
+        symbolFonts_.erase(font.number);
     OnFont(font);
 }
 
@@ -293,11 +290,11 @@ void BodyReader::ActOnSymbol(const Token& token) {
 
 void BodyReader::Enter(const ControlWord& word, const Token& token, bool fresh) {
     const auto destination = static_cast<Destination>(word.value);
-    if (destination == Destination::kSame) {
+    if (destination == Destination::Same) {
         OnWord(word, token);
         return;
     }
-    if (levels_beyond_ > 0)
+    if (levelsBeyond_ > 0)
         PassOver(false);
     // The document's own group stays body text, whatever a damaged header says.
     else if (groups_.size() > 2)
@@ -306,51 +303,51 @@ void BodyReader::Enter(const ControlWord& word, const Token& token, bool fresh) 
 
 void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
     Group& group = groups_.back();
-    const bool in_body = group.destination == Destination::kBody;
+    const bool inBody = group.destination == Destination::Body;
     switch (destination) {
-        case Destination::kAnsiTwin:
-            group.outside_twin = group.destination;
+        case Destination::AnsiTwin:
+            group.outsideTwin = group.destination;
             group.destination = destination;
             return;
-        case Destination::kUnicodeTwin:
-            if (group.destination == Destination::kAnsiTwin)
-                group.destination = group.outside_twin;
+        case Destination::UnicodeTwin:
+            if (group.destination == Destination::AnsiTwin)
+                group.destination = group.outsideTwin;
             return;
-        case Destination::kNewPicture:
-            has_new_picture_ = has_new_picture_ || IsReadByAll(group.destination);
+        case Destination::NewPicture:
+            hasNewPicture_ = hasNewPicture_ || IsReadByAll(group.destination);
             return;
-        case Destination::kOldPicture:
-            if (!IsReadByAll(group.destination) || std::exchange(has_new_picture_, false))
+        case Destination::OldPicture:
+            if (!IsReadByAll(group.destination) || std::exchange(hasNewPicture_, false))
                 PassOver(false);
             return;
-        case Destination::kPicture:
+        case Destination::Picture:
             EnterPicture();
             return;
-        case Destination::kShape:
-        case Destination::kObject:
-            if (in_body && (!Shows() || group.is_result))
+        case Destination::Shape:
+        case Destination::Object:
+            if (inBody && (!Shows() || group.isResult))
                 return PassOver(fresh);
             [[fallthrough]];
-        case Destination::kFontTable:
-        case Destination::kRowProperties:
-            if (in_body && !group.is_result)
+        case Destination::FontTable:
+        case Destination::RowProperties:
+            if (inBody && !group.isResult)
                 EnterObject(destination, begin, fresh);
             return;
-        case Destination::kAside:
-        case Destination::kResult:
+        case Destination::Aside:
+        case Destination::Result:
             EnterAside(destination);
             return;
-        case Destination::kFieldInstruction:
-            if (!in_body)
+        case Destination::FieldInstruction:
+            if (!inBody)
                 return PassOver(false);
             instruction_.clear();
             group.destination = destination;
             return;
         default:
-            if (in_body && OnEnter(destination))
+            if (inBody && OnEnter(destination))
                 group.destination = destination;
             else
-                PassOver(fresh && destination == Destination::kKeep && Shows());
+                PassOver(fresh && destination == Destination::Keep && Shows());
     }
 }
 
@@ -360,37 +357,37 @@ void BodyReader::EnterObject(Destination destination, size_t begin, bool fresh) 
     group.destination = destination;
     // What stands before the word in its group is text of the body.
     group.begin = fresh ? group.begin : begin;
-    const bool is_drawn = destination == Destination::kObject || destination == Destination::kShape;
-    group.in_shape = group.in_shape || is_drawn;
-    group.in_result = group.in_result && !is_drawn;
-    shown_ += is_drawn ? 1 : 0;
-    group.shown_before = shown_;
+    const bool isDrawn = destination == Destination::Object || destination == Destination::Shape;
+    group.inShape = group.inShape || isDrawn;
+    group.inResult = group.inResult && !isDrawn;
+    shown_ += isDrawn ? 1 : 0;
+    group.shownBefore = shown_;
 }
 
 void BodyReader::EnterAside(Destination destination) {
     Group& group = groups_.back();
-    if (destination == Destination::kResult) {
+    if (destination == Destination::Result) {
         // Of an object, and in a group of its own.
-        if (group.destination != Destination::kObject || groups_[groups_.size() - 2].destination != group.destination)
+        if (group.destination != Destination::Object || groups_[groups_.size() - 2].destination != group.destination)
             return;
-        group.is_result = group.in_result = true;
-    } else if (group.destination != Destination::kBody && group.destination != Destination::kShape) {
+        group.isResult = group.inResult = true;
+    } else if (group.destination != Destination::Body && group.destination != Destination::Shape) {
         return PassOver(false);
     }
-    group.destination = Destination::kBody;
+    group.destination = Destination::Body;
     asides_.Begin(groups_.size());
 }
 
 void BodyReader::EnterPicture() {
     Group& group = groups_.back();
-    const bool in_place = group.destination == Destination::kBody || group.destination == Destination::kObject ||
-                          group.destination == Destination::kShape;
+    const bool in_place = group.destination == Destination::Body || group.destination == Destination::Object ||
+                          group.destination == Destination::Shape;
     const bool shown = in_place && !group.hidden && !group.deleted;
     if (shown)
-        after_paragraph_ = false;
-    shown_ += group.destination == Destination::kBody && !group.in_result ? 1 : 0;
-    if (shown && OnEnter(Destination::kPicture))
-        group.destination = Destination::kPicture;
+        afterParagraph_ = false;
+    shown_ += group.destination == Destination::Body && !group.inResult ? 1 : 0;
+    if (shown && OnEnter(Destination::Picture))
+        group.destination = Destination::Picture;
     else
         PassOver(false);
 }
@@ -401,26 +398,26 @@ void BodyReader::PassOver(bool keep) {
         return;
     tokens_.SkipGroup();
     const size_t end = tokens_.Position();
-    if (keep && levels_beyond_ == 0 && !Current().in_shape && end < Source().size())
+    if (keep && levelsBeyond_ == 0 && !Current().inShape && end < Source().size())
         OnKept(Source().substr(Current().begin, end + 1 - Current().begin));
-    else if (Current().destination != Destination::kBody)
+    else if (Current().destination != Destination::Body)
         OnPassedOver();
 }
 
 void BodyReader::Break(TextBreak kind) {
-    const bool ends_cell = kind >= TextBreak::kCell;
-    const bool in_place = Current().destination == Destination::kBody ||
-                          (Current().destination == Destination::kRowProperties && kind == TextBreak::kNestedRow);
+    const bool endsCell = kind >= TextBreak::Cell;
+    const bool in_place = Current().destination == Destination::Body ||
+                          (Current().destination == Destination::RowProperties && kind == TextBreak::NestedRow);
     if (!in_place)
         return;
-    if (!ends_cell && !Shows())
+    if (!endsCell && !Shows())
         return Hide("\n");
     if (asides_.IsWithin())
         return asides_.BreakWithin(kind);
     asides_.BreakOutside();
     last_ = CharacterOf(kind);
     OnBreak(kind);
-    after_paragraph_ = kind == TextBreak::kParagraph;
+    afterParagraph_ = kind == TextBreak::Paragraph;
 }
 
 }  // namespace lore

@@ -8,6 +8,7 @@
 #include "rtf/asides.h"
 #include "rtf/code_page.h"
 #include "rtf/document.h"
+#include "rtf/font_pages.h"
 #include "rtf/tokenizer.h"
 
 namespace lore {
@@ -27,18 +28,18 @@ public:
 
 protected:
     struct Group {
-        Destination destination = Destination::kBody;
-        Destination outside_twin = Destination::kBody;
+        Destination destination = Destination::Body;
+        Destination outsideTwin = Destination::Body;
         bool hidden = false;
         bool deleted = false;
-        bool in_shape = false;   ///< or in an object
-        bool is_result = false;  ///< it holds what an object shows
-        bool in_result = false;  ///< its pictures are those of the object
-        int32_t fallback_length = 1;
+        bool inShape = false;   ///< or in an object
+        bool isResult = false;  ///< it holds what an object shows
+        bool inResult = false;  ///< its pictures are those of the object
+        int32_t fallbackLength = 1;
         int32_t font = -1;
-        size_t begin = 0;         ///< of the brace, or of the destination's word where that isn't the first one
-        size_t shown_before = 0;  ///< Shown() where its destination began
-        char32_t symbol = 0;      ///< what its field stands for if that has no result
+        size_t begin = 0;        ///< of the brace, or of the destination's word where that isn't the first one
+        size_t shownBefore = 0;  ///< Shown() where its destination began
+        char32_t symbol = 0;     ///< what its field stands for if that has no result
     };
 
     /// Characters of the body, from source bytes begin to end: either each is one byte there, or it is one character.
@@ -46,8 +47,8 @@ protected:
     /// a line feed is a line break.
     virtual void OnText(std::string_view utf8, size_t begin, size_t end) = 0;
     virtual void OnBreak(TextBreak kind) = 0;
-    /// The end of the text. `after_paragraph`: nothing came behind the last end of a paragraph.
-    virtual void OnEnd(bool after_paragraph) = 0;
+    /// The end of the text. `afterParagraph`: nothing came behind the last end of a paragraph.
+    virtual void OnEnd(bool afterParagraph) = 0;
     /// Characters of the body that aren't shown, being hidden or deleted; a line feed for a break.
     virtual void OnHidden(std::string_view /*utf8*/) {}
     /// A destination besides the body begins. False: it is to be passed over.
@@ -74,9 +75,9 @@ protected:
     /// Counts what a group may add to the body, to see whether it added something.
     size_t Shown() const { return shown_; }
     /// Whether groups behind that place were too deep for what they hold to be read.
-    bool IsTooDeep(size_t begin) const { return too_deep_at_ > begin; }
-    int DocumentCodePage() const { return document_page_; }
-    int DefaultFont() const { return default_font_; }
+    bool IsTooDeep(size_t begin) const { return tooDeepAt_ > begin; }
+    int DocumentCodePage() const { return fontPages_.DocumentPage(); }
+    int DefaultFont() const { return defaultFont_; }
     std::string_view Source() const { return tokens_.Source(); }
 
 private:
@@ -92,7 +93,6 @@ private:
     void ActOnText(const ControlWord& word, const Token& token);
     void ActOnSymbol(const Token& token);
     void ActOnTableFont(const ControlWord& word, const Token& token);
-    void SetFontPage(int page);
     void ReadFontName(std::string_view utf8);
     void EndFont();
     void EndUnendedFont();
@@ -104,6 +104,7 @@ private:
     void PassOver(bool keep);
     void Break(TextBreak kind);
     void Unicode(const Token& token);
+    char32_t MeantSign(char32_t c, size_t end) const;
     void AddByte(const Token& token);
     void AddBytes(std::string_view bytes, size_t begin, size_t end);
     void AddSingleBytes(int page, std::string_view bytes, size_t begin, size_t end);
@@ -120,30 +121,29 @@ private:
     Tokenizer tokens_;
     CodePageDecoder decoder_;
     std::vector<Group> groups_;
-    size_t levels_beyond_ = 0;  ///< open groups that are nested too deep to have a state of their own
-    size_t too_deep_at_ = 0;    ///< the last one of them
-    bool fresh_ = false;        ///< right behind an opening brace
-    bool starred_ = false;      ///< right behind \*
-    bool after_paragraph_ = false;
-    bool has_new_picture_ = false;
+    size_t levelsBeyond_ = 0;  ///< open groups that are nested too deep to have a state of their own
+    size_t tooDeepAt_ = 0;     ///< the last one of them
+    bool fresh_ = false;       ///< right behind an opening brace
+    bool starred_ = false;     ///< right behind \*
+    bool afterParagraph_ = false;
+    bool hasNewPicture_ = false;
     Asides asides_;
     char last_ = '\n';  ///< byte of the text so far
     size_t shown_ = 0;
     std::string instruction_;
     int32_t fallback_ = 0;  ///< characters to pass over behind \u
-    int document_page_ = 1252;
-    int default_font_ = -1;
-    int table_font_ = 0;
-    int table_charset_ = 0;
-    std::string table_name_;
-    std::unordered_map<int, std::string> symbol_fonts_;  ///< names of those whose bytes are signs
-    std::unordered_map<int, int> font_pages_;            ///< fonts whose code page isn't that of the document
-    int page_font_ = -1;                                 ///< the font that page_ was looked up for
-    int page_ = 0;                                       ///< 0: look it up
-    bool is_multi_byte_ = false;                         ///< of that page
-    char32_t high_surrogate_ = 0;
+    FontPages fontPages_;
+    int defaultFont_ = -1;
+    int tableFont_ = 0;
+    int tableCharset_ = 0;
+    std::string tableName_;
+    std::unordered_map<int, std::string> symbolFonts_;  ///< names of those whose bytes are signs
+    int pageFont_ = -1;                                 ///< the font that page_ was looked up for
+    int page_ = 0;                                      ///< 0: look it up
+    bool isMultiByte_ = false;                          ///< of that page
+    char32_t highSurrogate_ = 0;
     std::string part_;  ///< the first bytes of a character of a multi-byte code page
-    size_t pending_begin_ = 0;
+    size_t pendingBegin_ = 0;
     std::string scratch_;
 };
 

@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "rtf/body_reader.h"
+#include "rtf/hex.h"
 #include "rtf/symbol_font.h"
 
 namespace lore {
@@ -23,11 +24,11 @@ bool IsLowSurrogate(int64_t c) {
 
 /// Takes the token, or the first part of it, for the fallback of a Unicode character. False if something is left.
 bool BodyReader::SkipAsFallback(const Token& token) {
-    if (token.kind == TokenKind::kOpen || token.kind == TokenKind::kClose || token.kind == TokenKind::kEnd) {
+    if (token.kind == TokenKind::Open || token.kind == TokenKind::Close || token.kind == TokenKind::End) {
         fallback_ = 0;
         return false;
     }
-    if (token.kind != TokenKind::kText && token.kind != TokenKind::kBytes) {
+    if (token.kind != TokenKind::Text && token.kind != TokenKind::Bytes) {
         --fallback_;
         OnFallback(token.begin, token.end);
         return true;
@@ -40,7 +41,7 @@ bool BodyReader::SkipAsFallback(const Token& token) {
     const std::string_view rest = token.text.substr(skipped);
     const size_t begin = token.begin + skipped;
     FlushPending();
-    if (token.kind == TokenKind::kBytes)
+    if (token.kind == TokenKind::Bytes)
         AddBytes(rest, begin, token.end);
     else
         AddAscii(rest, begin, token.end);
@@ -49,25 +50,25 @@ bool BodyReader::SkipAsFallback(const Token& token) {
 
 /// A character in two parts stands in adjoining tokens, or it is broken.
 void BodyReader::EndPending(const Token& token) {
-    const Word word = token.kind == TokenKind::kWord && token.word != nullptr ? token.word->word : Word::kNone;
-    if (high_surrogate_ != 0 && word != Word::kUnicode && word != Word::kUnicodeSkip)
+    const Word word = token.kind == TokenKind::Word && token.word != nullptr ? token.word->word : Word::None;
+    if (highSurrogate_ != 0 && word != Word::Unicode && word != Word::UnicodeSkip)
         FlushPending();
     // The second byte may be one that has to be escaped.
-    const bool is_escaped =
-        token.kind == TokenKind::kSymbol && (token.byte == '\\' || token.byte == '{' || token.byte == '}');
-    const bool is_bytes = token.kind == TokenKind::kText || token.kind == TokenKind::kBytes ||
-                          token.kind == TokenKind::kHexByte || is_escaped;
-    if (!part_.empty() && !is_bytes)
+    const bool isEscaped =
+        token.kind == TokenKind::Symbol && (token.byte == '\\' || token.byte == '{' || token.byte == '}');
+    const bool isBytes = token.kind == TokenKind::Text || token.kind == TokenKind::Bytes ||
+                         token.kind == TokenKind::HexByte || isEscaped;
+    if (!part_.empty() && !isBytes)
         FlushPending();
 }
 
 void BodyReader::FlushPending() {
-    if (high_surrogate_ == 0 && part_.empty())
+    if (highSurrogate_ == 0 && part_.empty())
         return;
-    const size_t end = pending_begin_ + 1;
-    high_surrogate_ = 0;
+    const size_t end = pendingBegin_ + 1;
+    highSurrogate_ = 0;
     part_.clear();
-    EmitCharacter(kReplacement, pending_begin_, end);
+    EmitCharacter(kReplacement, pendingBegin_, end);
 }
 
 void BodyReader::Unicode(const Token& token) {
@@ -76,20 +77,31 @@ void BodyReader::Unicode(const Token& token) {
     int64_t c = token.parameter;
     if (c < 0)
         c += 0x10000;
-    fallback_ = Current().fallback_length;
-    if (high_surrogate_ != 0 && IsLowSurrogate(c)) {
-        const auto high = std::exchange(high_surrogate_, 0);
-        EmitCharacter(0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(c) - 0xDC00), pending_begin_, end);
+    fallback_ = Current().fallbackLength;
+    if (highSurrogate_ != 0 && IsLowSurrogate(c)) {
+        const auto high = std::exchange(highSurrogate_, 0);
+        EmitCharacter(0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(c) - 0xDC00), pendingBegin_, end);
         return;
     }
     FlushPending();
     if (IsHighSurrogate(c)) {
-        high_surrogate_ = static_cast<char32_t>(c);
-        pending_begin_ = begin;
+        highSurrogate_ = static_cast<char32_t>(c);
+        pendingBegin_ = begin;
         return;
     }
     const bool valid = c >= 0 && c <= 0x10FFFF && !IsLowSurrogate(c);
-    EmitCharacter(valid ? static_cast<char32_t>(c) : kReplacement, begin, end);
+    EmitCharacter(valid ? MeantSign(static_cast<char32_t>(c), end) : kReplacement, begin, end);
+}
+
+/// Of a font of signs, a number of the private area and the byte behind it that stands in for it mean the same.
+char32_t BodyReader::MeantSign(char32_t c, size_t end) const {
+    const std::string* const symbols = fallback_ > 0 && IsPrivateSign(c) ? CurrentSymbols() : nullptr;
+    if (symbols == nullptr)
+        return c;
+    std::string byte;
+    AppendHexByte(byte, static_cast<unsigned char>(c & 0xFF));
+    return EqualNoCase(Source().substr(end, byte.size()), byte) ? SymbolCharacter(*symbols, static_cast<int32_t>(c))
+                                                                : c;
 }
 
 void BodyReader::AddAscii(std::string_view text, size_t begin, size_t end) {
@@ -106,17 +118,17 @@ void BodyReader::AddByte(const Token& token) {
 
 void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
     const int page = CurrentPage();
-    if (!is_multi_byte_ || CurrentSymbols() != nullptr) {
+    if (!isMultiByte_ || CurrentSymbols() != nullptr) {
         AddSingleBytes(page, bytes, begin, end);
         return;
     }
     const bool escaped = end - begin != bytes.size();
     for (size_t i = 0; i < bytes.size(); ++i) {
-        const size_t byte_begin = escaped ? begin : begin + i;
+        const size_t byteBegin = escaped ? begin : begin + i;
         if (!part_.empty() && !MayContinue(page, part_, bytes[i]))
             FlushPending();
         if (part_.empty())
-            pending_begin_ = byte_begin;
+            pendingBegin_ = byteBegin;
         part_ += bytes[i];
         if (part_.size() < CharacterLength(page, part_))
             continue;
@@ -127,7 +139,7 @@ void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
             scratch_ = part_;
         part_.clear();
         const char32_t c = Utf8ToCodePoints(scratch_)[0];
-        EmitCharacter(c, pending_begin_, escaped ? end : byte_begin + 1);
+        EmitCharacter(c, pendingBegin_, escaped ? end : byteBegin + 1);
     }
 }
 
@@ -149,7 +161,7 @@ void BodyReader::AddSingleBytes(int page, std::string_view bytes, size_t begin, 
 
 void BodyReader::EmitCharacter(char32_t c, size_t begin, size_t end) {
     if (c == '\n' || c == '\r' || c == '\v') {
-        Break(TextBreak::kLine);
+        Break(TextBreak::Line);
         return;
     }
     if (c < 0x20 && c != '\t')
@@ -163,11 +175,11 @@ void BodyReader::Emit(std::string_view utf8, size_t begin, size_t end) {
     const Destination destination = Current().destination;
     if (Shows())
         Show(utf8, begin, end);
-    else if (destination == Destination::kBody)
+    else if (destination == Destination::Body)
         Hide(utf8);
-    else if (destination == Destination::kFontTable)
+    else if (destination == Destination::FontTable)
         ReadFontName(utf8);
-    else if (destination != Destination::kFieldInstruction)
+    else if (destination != Destination::FieldInstruction)
         OnOther(destination, utf8);
     else if (instruction_.size() < kLongestInstruction)
         instruction_.append(utf8);
@@ -175,13 +187,13 @@ void BodyReader::Emit(std::string_view utf8, size_t begin, size_t end) {
 
 /// A shape or an object is kept whole, with what isn't shown in it.
 void BodyReader::Hide(std::string_view utf8) {
-    if (!Current().in_shape)
+    if (!Current().inShape)
         OnHidden(utf8);
 }
 
 void BodyReader::Show(std::string_view utf8, size_t begin, size_t end) {
     // Blanks alone don't make a text box.
-    shown_ += !Current().in_shape || utf8.find_first_not_of(" \t") != std::string_view::npos ? 1 : 0;
+    shown_ += !Current().inShape || utf8.find_first_not_of(" \t") != std::string_view::npos ? 1 : 0;
     if (!asides_.IsIdle()) {
         const std::string_view whole = utf8;
         const std::string before = asides_.Before(utf8, last_);
@@ -191,8 +203,8 @@ void BodyReader::Show(std::string_view utf8, size_t begin, size_t end) {
         begin += CharacterCount(whole.substr(0, whole.size() - utf8.size()));
         Insert(before, begin);
     }
-    after_paragraph_ = false;
-    has_new_picture_ = false;
+    afterParagraph_ = false;
+    hasNewPicture_ = false;
     last_ = utf8.back();
     OnText(utf8, begin, end);
 }
@@ -206,24 +218,23 @@ void BodyReader::Insert(std::string_view utf8, size_t at) {
 
 bool BodyReader::Shows() const {
     const Group& group = groups_.back();
-    return group.destination == Destination::kBody && !group.hidden && !group.deleted;
+    return group.destination == Destination::Body && !group.hidden && !group.deleted;
 }
 
 /// The name of the font whose signs bytes are now; null for none. What isn't shown is kept without its font.
 const std::string* BodyReader::CurrentSymbols() const {
-    if (symbol_fonts_.empty() || !Shows())
+    if (symbolFonts_.empty() || !Shows())
         return nullptr;
-    const auto found = symbol_fonts_.find(Current().font);
-    return found == symbol_fonts_.end() ? nullptr : &found->second;
+    const auto found = symbolFonts_.find(Current().font);
+    return found == symbolFonts_.end() ? nullptr : &found->second;
 }
 
 int BodyReader::CurrentPage() {
-    const int font = Current().destination == Destination::kFontTable ? table_font_ : Current().font;
-    if (page_ == 0 || page_font_ != font) {
-        const auto found = font_pages_.find(font);
-        page_ = found == font_pages_.end() ? document_page_ : found->second;
-        page_font_ = font;
-        is_multi_byte_ = IsMultiByte(page_);
+    const int font = Current().destination == Destination::FontTable ? tableFont_ : Current().font;
+    if (page_ == 0 || pageFont_ != font) {
+        page_ = fontPages_.PageOf(font);
+        pageFont_ = font;
+        isMultiByte_ = IsMultiByte(page_);
     }
     return page_;
 }

@@ -11,7 +11,7 @@
 
 namespace lore {
 
-namespace byte_scan {
+namespace byteScan {
 
 constexpr bool IsMark(unsigned char c) {
     return c == '\\' || c == '{' || c == '}';
@@ -34,7 +34,7 @@ inline __m128i TextEndsOf(__m128i bytes) {
 }
 #endif
 
-}  // namespace byte_scan
+}  // namespace byteScan
 
 /// The first position from `from` on of a byte that ends a run of plain ASCII: a brace, a backslash, a control byte or
 /// one beyond ASCII; the length when there is none.
@@ -42,12 +42,12 @@ inline size_t FindTextEnd(std::string_view bytes, size_t from) {
 #if defined(__SSE2__)
     for (; from + 16 <= bytes.size(); from += 16) {
         const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes.data() + from));
-        const int found = _mm_movemask_epi8(byte_scan::TextEndsOf(block));
+        const int found = _mm_movemask_epi8(byteScan::TextEndsOf(block));
         if (found != 0)
             return from + static_cast<size_t>(std::countr_zero(static_cast<unsigned>(found)));
     }
 #endif
-    while (from < bytes.size() && !byte_scan::EndsText(static_cast<unsigned char>(bytes[from])))
+    while (from < bytes.size() && !byteScan::EndsText(static_cast<unsigned char>(bytes[from])))
         ++from;
     return from;
 }
@@ -57,12 +57,12 @@ inline size_t FindMark(std::string_view bytes, size_t from) {
 #if defined(__SSE2__)
     for (; from + 16 <= bytes.size(); from += 16) {
         const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes.data() + from));
-        const int found = _mm_movemask_epi8(byte_scan::MarksOf(block));
+        const int found = _mm_movemask_epi8(byteScan::MarksOf(block));
         if (found != 0)
             return from + static_cast<size_t>(std::countr_zero(static_cast<unsigned>(found)));
     }
 #endif
-    while (from < bytes.size() && !byte_scan::IsMark(static_cast<unsigned char>(bytes[from])))
+    while (from < bytes.size() && !byteScan::IsMark(static_cast<unsigned char>(bytes[from])))
         ++from;
     return from;
 }

@@ -11,8 +11,8 @@ std::string CleanRtf(std::string_view bytes) {
     std::string rtf;
     size_t taken = 0;
     Tokenizer tokens(bytes);
-    for (const Token* token = &tokens.Next(); token->kind != TokenKind::kEnd; token = &tokens.Next()) {
-        if (token->kind != TokenKind::kBinary || token->text.empty())
+    for (const Token* token = &tokens.Next(); token->kind != TokenKind::End; token = &tokens.Next()) {
+        if (token->kind != TokenKind::Binary || token->text.empty())
             continue;
         rtf += bytes.substr(taken, token->begin - taken);
         rtf += ' ';  // the number of a control word before it ends here

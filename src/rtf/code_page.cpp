@@ -11,13 +11,12 @@ namespace lore {
 
 namespace {
 
-constexpr int kWestern = 1252;
 constexpr int kUtf8 = 65001;
 constexpr char32_t kReplacement = 0xFFFD;
 
 struct CharsetPage {
     int charset;
-    int code_page;
+    int codePage;
 };
 constexpr CharsetPage kCharsetPages[] = {
     {77, 10000}, {78, 932},   {79, 949},   {80, 936},   {81, 950},  {83, 10005}, {84, 10004}, {85, 10006}, {86, 10081},
@@ -26,67 +25,67 @@ constexpr CharsetPage kCharsetPages[] = {
 };
 
 /// How many bytes the characters of a code page take.
-enum class PageForm : uint8_t { kSingle, kDouble, kShiftJis, kEuc, kGb18030, kUnicode };
+enum class PageForm : uint8_t { Single, Double, ShiftJis, Euc, Gb18030, Unicode };
 
 struct NamedPage {
-    int code_page;
+    int codePage;
     const char* converter;
-    PageForm form = PageForm::kSingle;
+    PageForm form = PageForm::Single;
 };
 constexpr NamedPage kNamedPages[] = {
     {708, "ISO-8859-6"},
-    {932, "windows-932", PageForm::kShiftJis},
-    {936, "GBK", PageForm::kDouble},
-    {949, "windows-949", PageForm::kDouble},
-    {950, "windows-950", PageForm::kDouble},
+    {932, "windows-932", PageForm::ShiftJis},
+    {936, "GBK", PageForm::Double},
+    {949, "windows-949", PageForm::Double},
+    {950, "windows-950", PageForm::Double},
     {10000, "macintosh"},
-    {10001, "Shift_JIS", PageForm::kShiftJis},
-    {10002, "Big5", PageForm::kDouble},
-    {10003, "EUC-KR", PageForm::kDouble},
+    {10001, "Shift_JIS", PageForm::ShiftJis},
+    {10002, "Big5", PageForm::Double},
+    {10003, "EUC-KR", PageForm::Double},
     {10004, "x-mac-arabic"},
     {10005, "x-mac-hebrew"},
     {10006, "x-mac-greek"},
     {10007, "x-mac-cyrillic"},
-    {10008, "GBK", PageForm::kDouble},
+    {10008, "GBK", PageForm::Double},
     {10029, "x-mac-centraleurroman"},
     {10081, "x-mac-turkish"},
     {20127, "US-ASCII"},
     {20866, "KOI8-R"},
-    {20932, "EUC-JP", PageForm::kEuc},
-    {20936, "GBK", PageForm::kDouble},
-    {20949, "windows-949", PageForm::kDouble},
+    {20932, "EUC-JP", PageForm::Euc},
+    {20936, "GBK", PageForm::Double},
+    {20949, "windows-949", PageForm::Double},
     {21866, "KOI8-U"},
     {28591, "windows-1252"},
     {28599, "windows-1254"},
-    {51932, "EUC-JP", PageForm::kEuc},
-    {51936, "GBK", PageForm::kDouble},
-    {51949, "windows-949", PageForm::kDouble},
-    {54936, "gb18030", PageForm::kGb18030},
-    {kUtf8, "UTF-8", PageForm::kUnicode},
+    {51932, "EUC-JP", PageForm::Euc},
+    {51936, "GBK", PageForm::Double},
+    {51949, "windows-949", PageForm::Double},
+    {54936, "gb18030", PageForm::Gb18030},
+    {kUtf8, "UTF-8", PageForm::Unicode},
 };
 static_assert(std::is_sorted(std::begin(kNamedPages), std::end(kNamedPages),
-                             [](const NamedPage& a, const NamedPage& b) { return a.code_page < b.code_page; }));
+                             [](const NamedPage& a, const NamedPage& b) { return a.codePage < b.codePage; }));
 
-const NamedPage* FindPage(int code_page) {
+const NamedPage* FindPage(int codePage) {
     const auto* const found =
-        std::lower_bound(std::begin(kNamedPages), std::end(kNamedPages), code_page,
-                         [](const NamedPage& page, int wanted) { return page.code_page < wanted; });
-    return found == std::end(kNamedPages) || found->code_page != code_page ? nullptr : found;
+        std::lower_bound(std::begin(kNamedPages), std::end(kNamedPages), codePage,
+                         [](const NamedPage& page, int wanted) { return page.codePage < wanted; });
+    return found == std::end(kNamedPages) || found->codePage != codePage ? nullptr : found;
 }
 
-PageForm FormOf(int code_page) {
-    const NamedPage* const page = FindPage(code_page);
-    return page == nullptr ? PageForm::kSingle : page->form;
+PageForm FormOf(int codePage) {
+    const NamedPage* const page = FindPage(codePage);
+    return page == nullptr ? PageForm::Single : page->form;
 }
 
-std::string ConverterName(int code_page) {
-    if (const NamedPage* const page = FindPage(code_page))
+std::string ConverterName(int codePage) {
+    if (const NamedPage* const page = FindPage(codePage))
         return page->converter;
     constexpr int kFirstIso = 28591, kLastIso = 28606;
-    if (code_page >= kFirstIso && code_page <= kLastIso)
-        return "ISO-8859-" + std::to_string(code_page - kFirstIso + 1);
-    const bool windows = (code_page >= 1250 && code_page <= 1258) || code_page == 874;
-    return (windows ? "windows-" : "ibm-") + std::to_string(code_page);
+    if (codePage >= kFirstIso && codePage <= kLastIso)
+        return "ISO-8859-" + std::to_string(codePage - kFirstIso + 1);
+    const bool windows = (codePage >= 1250 && codePage <= 1258) || codePage == 874;
+    return (windows ? "windows-" : "ibm-") + std::to_string(codePage);
 }
 
 char32_t ConvertOne(UConverter* converter, std::string_view bytes) {
@@ -104,47 +103,47 @@ char32_t ConvertOne(UConverter* converter, std::string_view bytes) {
 
 }  // namespace
 
-int CodePageOfCharset(int charset, int document_page) {
+int CodePageOfCharset(int charset, int documentPage) {
     const auto* found = std::find_if(std::begin(kCharsetPages), std::end(kCharsetPages),
                                      [charset](const CharsetPage& entry) { return entry.charset == charset; });
-    return found == std::end(kCharsetPages) ? document_page : found->code_page;
+    return found == std::end(kCharsetPages) ? documentPage : found->codePage;
 }
 
-bool IsMultiByte(int code_page) {
-    return FormOf(code_page) != PageForm::kSingle;
+bool IsMultiByte(int codePage) {
+    return FormOf(codePage) != PageForm::Single;
 }
 
-size_t CharacterLength(int code_page, std::string_view begin) {
+size_t CharacterLength(int codePage, std::string_view begin) {
     const auto lead = static_cast<unsigned char>(begin[0]);
     if (lead < 0x80)
         return 1;
-    switch (FormOf(code_page)) {
-        case PageForm::kSingle:
+    switch (FormOf(codePage)) {
+        case PageForm::Single:
             return 1;
-        case PageForm::kUnicode:
+        case PageForm::Unicode:
             return SequenceLength(begin[0]);
-        case PageForm::kShiftJis:
+        case PageForm::ShiftJis:
             return (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC) ? 2 : 1;
-        case PageForm::kEuc:
+        case PageForm::Euc:
             return lead == 0x8F ? 3 : lead == 0x8E || (lead >= 0xA1 && lead <= 0xFE) ? 2 : 1;
-        case PageForm::kGb18030:
+        case PageForm::Gb18030:
             if (begin.size() > 1 && IsDigit(begin[1]))
                 return 4;
             [[fallthrough]];
-        case PageForm::kDouble:
+        case PageForm::Double:
             return lead >= 0x81 && lead <= 0xFE ? 2 : 1;
     }
     return 1;
 }
 
-bool MayContinue(int code_page, std::string_view begin, char next) {
+bool MayContinue(int codePage, std::string_view begin, char next) {
     const auto byte = static_cast<unsigned char>(next);
-    switch (FormOf(code_page)) {
-        case PageForm::kUnicode:
+    switch (FormOf(codePage)) {
+        case PageForm::Unicode:
             return IsContinuation(next);
-        case PageForm::kEuc:
+        case PageForm::Euc:
             return byte >= 0xA0;
-        case PageForm::kGb18030:
+        case PageForm::Gb18030:
             return begin.size() == 1 ? byte >= 0x40 || IsDigit(next) : begin.size() == 2 ? byte >= 0x81 : IsDigit(next);
         default:
             return byte >= 0x40;
@@ -152,8 +151,8 @@ bool MayContinue(int code_page, std::string_view begin, char next) {
 }
 
 struct CodePageDecoder::Page {
-    explicit Page(int number) : code_page(number) {
-        if (number == kWestern || number == kUtf8)
+    explicit Page(int number) : codePage(number) {
+        if (number == kWesternPage || number == kUtf8)
             return;
         UErrorCode status = U_ZERO_ERROR;
         converter = ucnv_open(ConverterName(number).c_str(), &status);
@@ -170,23 +169,23 @@ struct CodePageDecoder::Page {
     Page& operator=(const Page&) = delete;
 
     void FillUpperHalf() {
-        for (size_t i = 0; i < upper_half.size(); ++i) {
+        for (size_t i = 0; i < upperHalf.size(); ++i) {
             const char byte = static_cast<char>(0x80 + i);
-            upper_half[i] = ConvertOne(converter, std::string_view(&byte, 1));
+            upperHalf[i] = ConvertOne(converter, std::string_view(&byte, 1));
         }
     }
 
-    int code_page;
+    int codePage;
     UConverter* converter = nullptr;
-    std::array<char32_t, 128> upper_half{};
+    std::array<char32_t, 128> upperHalf{};
 };
 
 CodePageDecoder::CodePageDecoder() = default;
 CodePageDecoder::~CodePageDecoder() = default;
 
-CodePageDecoder::Page& CodePageDecoder::PageOf(int code_page) {
+CodePageDecoder::Page& CodePageDecoder::PageOf(int codePage) {
     for (const auto& page : pages_) {
-        if (page->code_page == code_page)
+        if (page->codePage == codePage)
             return *page;
     }
     // A converter takes long to open: a file that names ever new code pages gets Western text from then on.
@@ -194,22 +193,22 @@ CodePageDecoder::Page& CodePageDecoder::PageOf(int code_page) {
     if (pages_.size() == kMostPages)
         return *pages_.back();
     if (pages_.size() + 1 == kMostPages)
-        code_page = kWestern;
-    return *pages_.emplace_back(std::make_unique<Page>(code_page));
+        codePage = kWesternPage;
+    return *pages_.emplace_back(std::make_unique<Page>(codePage));
 }
 
-char32_t CodePageDecoder::Decode(int code_page, unsigned char byte) {
+char32_t CodePageDecoder::Decode(int codePage, unsigned char byte) {
     if (byte < 0x80)
         return byte;
-    if (code_page == kWestern)
+    if (codePage == kWesternPage)
         return FromWindows1252(byte);
-    const Page& page = PageOf(code_page);
-    return page.converter == nullptr ? FromWindows1252(byte) : page.upper_half[byte - 0x80u];
+    const Page& page = PageOf(codePage);
+    return page.converter == nullptr ? FromWindows1252(byte) : page.upperHalf[byte - 0x80u];
 }
 
-void CodePageDecoder::Append(int code_page, std::string_view bytes, std::string& utf8) {
-    const Page& page = PageOf(code_page);
-    if (code_page == kUtf8 && IsValidUtf8(bytes))
+void CodePageDecoder::Append(int codePage, std::string_view bytes, std::string& utf8) {
+    const Page& page = PageOf(codePage);
+    if (codePage == kUtf8 && IsValidUtf8(bytes))
         utf8.append(bytes);
     else
         AppendUtf8(utf8, page.converter == nullptr ? kReplacement : ConvertOne(page.converter, bytes));

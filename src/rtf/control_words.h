@@ -7,130 +7,130 @@ namespace lore {
 
 /// What a control word is about: who acts on it.
 enum class WordGroup : uint8_t {
-    kDestination,  ///< the group is something else than body text; the value is a Destination
-    kCharacter,    ///< stands for the character that the value gives
-    kBreak,        ///< ends a line, paragraph, cell or row; the value is a TextBreak
-    kText,         ///< decides how text is read: code pages, fonts, hidden text
-    kCharacterFormat,
-    kParagraphFormat,
-    kTable,
-    kPicture,
-    kTableEntry,  ///< within the tables of fonts, colours and lists
+    Destination,  ///< the group is something else than body text; the value is a Destination
+    Character,    ///< stands for the character that the value gives
+    Break,        ///< ends a line, paragraph, cell or row; the value is a TextBreak
+    Text,         ///< decides how text is read: code pages, fonts, hidden text
+    CharacterFormat,
+    ParagraphFormat,
+    Table,
+    Picture,
+    TableEntry,  ///< within the tables of fonts, colours and lists
 };
 
 enum class Destination : uint8_t {
-    kBody,
-    kSame,      ///< no change: the group's text goes where the text around it goes
-    kSkip,      ///< passed over whole
-    kKeep,      ///< passed over, and kept in a document as it stood
-    kAnsiTwin,  ///< an older form of what follows in Unicode
-    kUnicodeTwin,
-    kObject,
-    kShape,   ///< a drawing, which may hold text boxes and a picture
-    kAside,   ///< text beside the body, which is read at its place
-    kResult,  ///< what an object shows: a picture, or text that is read like that beside the body
-    kFontTable,
-    kColorTable,
-    kListTable,
-    kListOverrides,
-    kOldList,  ///< list properties of a paragraph as older programs write them
-    kFieldInstruction,
-    kPicture,
-    kNewPicture,  ///< a picture, with a twin for older readers behind it
-    kOldPicture,
-    kRowProperties,
+    Body,
+    Same,      ///< no change: the group's text goes where the text around it goes
+    Skip,      ///< passed over whole
+    Keep,      ///< passed over, and kept in a document as it stood
+    AnsiTwin,  ///< an older form of what follows in Unicode
+    UnicodeTwin,
+    Object,
+    Shape,   ///< a drawing, which may hold text boxes and a picture
+    Aside,   ///< text beside the body, which is read at its place
+    Result,  ///< what an object shows: a picture, or text that is read like that beside the body
+    FontTable,
+    ColorTable,
+    ListTable,
+    ListOverrides,
+    OldList,  ///< list properties of a paragraph as older programs write them
+    FieldInstruction,
+    Picture,
+    NewPicture,  ///< a picture, with a twin for older readers behind it
+    OldPicture,
+    RowProperties,
 };
 
-enum class TextBreak : uint8_t { kParagraph, kLine, kPage, kColumn, kSection, kCell, kRow, kNestedCell, kNestedRow };
+enum class TextBreak : uint8_t { Paragraph, Line, Page, Column, Section, Cell, Row, NestedCell, NestedRow };
 
 /// The character that a break is in the plain text.
 constexpr char CharacterOf(TextBreak kind) {
-    return kind == TextBreak::kCell || kind == TextBreak::kNestedCell ? '\t' : '\n';
+    return kind == TextBreak::Cell || kind == TextBreak::NestedCell ? '\t' : '\n';
 }
 
 /// What a control word for raised or lowered characters asks for.
 enum ScriptKind { kScriptNone, kScriptSuper, kScriptSub, kScriptUp, kScriptDown };
 
 enum class Word : uint8_t {
-    kNone,
-    // kText
-    kUnicode,
-    kUnicodeSkip,
-    kFont,
-    kPlain,
-    kHidden,
-    kDeleted,
-    kBinary,
-    kCharset,
-    kAnsiCodePage,
-    kDefaultFont,
-    // kCharacterFormat
-    kBold,
-    kItalic,
-    kUnderline,
-    kNoUnderline,
-    kStrike,
-    kSmallCaps,
-    kAllCaps,
-    kScript,
-    kSize,
-    kColor,
-    kHighlight,
-    kShading,
-    // kParagraphFormat
-    kParagraphDefaults,
-    kAlign,
-    kRightToLeft,
-    kLeftIndent,
-    kRightIndent,
-    kFirstIndent,
-    kSpaceBefore,
-    kSpaceAfter,
-    kLineSpacing,
-    kLineMultiple,
-    kInTable,
-    kTableLevel,
-    kListOverride,
-    kListLevel,
-    kOldListKind,
-    kOldListStart,
-    // kTable
-    kRowDefaults,
-    kRowLeft,
-    kRowGap,
-    kCellEdge,
-    kCellBorder,
-    kBorderStyle,
-    kNoBorder,
-    kCellAcross,
-    kCellDown,
-    kCellShading,
-    // kPicture
-    kPictureKind,
-    kPictureWidth,
-    kPictureHeight,
-    kGoalWidth,
-    kGoalHeight,
-    kScaleX,
-    kScaleY,
-    // kTableEntry
-    kFontCharset,
-    kFontCodePage,
-    kRed,
-    kGreen,
-    kBlue,
-    kListEntry,
-    kListId,
-    kLevelEntry,
-    kLevelKind,
-    kLevelStart,
-    kOverrideEntry,
+    None,
+    // Text
+    Unicode,
+    UnicodeSkip,
+    Font,
+    Plain,
+    Hidden,
+    Deleted,
+    Binary,
+    Charset,
+    AnsiCodePage,
+    DefaultFont,
+    // CharacterFormat
+    Bold,
+    Italic,
+    Underline,
+    NoUnderline,
+    Strike,
+    SmallCaps,
+    AllCaps,
+    Script,
+    Size,
+    Color,
+    Highlight,
+    Shading,
+    // ParagraphFormat
+    ParagraphDefaults,
+    Align,
+    RightToLeft,
+    LeftIndent,
+    RightIndent,
+    FirstIndent,
+    SpaceBefore,
+    SpaceAfter,
+    LineSpacing,
+    LineMultiple,
+    InTable,
+    TableLevel,
+    ListOverride,
+    ListLevel,
+    OldListKind,
+    OldListStart,
+    // Table
+    RowDefaults,
+    RowLeft,
+    RowGap,
+    CellEdge,
+    CellBorder,
+    BorderStyle,
+    NoBorder,
+    CellAcross,
+    CellDown,
+    CellShading,
+    // Picture
+    PictureKind,
+    PictureWidth,
+    PictureHeight,
+    GoalWidth,
+    GoalHeight,
+    ScaleX,
+    ScaleY,
+    // TableEntry
+    FontCharset,
+    FontCodePage,
+    Red,
+    Green,
+    Blue,
+    ListEntry,
+    ListId,
+    LevelEntry,
+    LevelKind,
+    LevelStart,
+    OverrideEntry,
 };
 
 struct ControlWord {
     std::string_view name;
-    WordGroup group = WordGroup::kText;
-    Word word = Word::kNone;
+    WordGroup group = WordGroup::Text;
+    Word word = Word::None;
     int32_t value = 0;
 };
 

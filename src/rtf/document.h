@@ -14,62 +14,62 @@ namespace lore {
 // are bytes in Document::text.
 
 enum class RunKind : uint8_t {
-    kText,
-    kPicture,    ///< no character in the text
-    kPageBreak,  ///< this and the next two: one line feed in the text
-    kColumnBreak,
-    kSectionBreak,
+    Text,
+    Picture,    ///< no character in the text
+    PageBreak,  ///< this and the next two: one line feed in the text
+    ColumnBreak,
+    SectionBreak,
 };
 
-/// A stretch of one paragraph with one look. A line feed in a run of kind kText is a line break within the paragraph.
+/// A stretch of one paragraph with one look. A line feed in a run of kind Text is a line break within the paragraph.
 struct TextRun {
     uint32_t begin = 0;
     uint32_t end = 0;
     CharFormat format;
-    RunKind kind = RunKind::kText;
-    int32_t picture = -1;  ///< index in Document::pictures for kPicture, else -1
+    RunKind kind = RunKind::Text;
+    int32_t picture = -1;  ///< index in Document::pictures for Picture, else -1
     bool operator==(const TextRun&) const = default;
 };
 
 /// What stands behind a paragraph in the text.
 enum class ParagraphEnd : uint8_t {
-    kParagraph,  ///< a line feed
-    kCell,       ///< a tab: last paragraph of a table cell
-    kRow,        ///< a line feed: the (usually empty) end of a table row
-    kDocument,   ///< nothing: the last paragraph
+    Paragraph,  ///< a line feed
+    Cell,       ///< a tab: last paragraph of a table cell
+    Row,        ///< a line feed: the (usually empty) end of a table row
+    Document,   ///< nothing: the last paragraph
 };
 
 struct Paragraph {
     uint32_t begin = 0;
-    uint32_t end = 0;        ///< without the character that ends the paragraph
-    uint32_t first_run = 0;  ///< its runs go on to the first run of the next paragraph
-    int32_t row = -1;        ///< index in Document::rows, -1 outside tables
-    int32_t cell = 0;        ///< column within the row, from 0
-    ParagraphEnd ended_by = ParagraphEnd::kDocument;
+    uint32_t end = 0;       ///< without the character that ends the paragraph
+    uint32_t firstRun = 0;  ///< its runs go on to the first run of the next paragraph
+    int32_t row = -1;       ///< index in Document::rows, -1 outside tables
+    int32_t cell = 0;       ///< column within the row, from 0
+    ParagraphEnd endedBy = ParagraphEnd::Document;
     ParagraphFormat format;
     bool operator==(const Paragraph&) const = default;
 };
 
 struct TableRow {
-    uint32_t format = 0;  ///< index in Document::row_formats
+    uint32_t format = 0;  ///< index in Document::rowFormats
     uint8_t level = 1;    ///< above 1 for a table within a cell
     uint32_t first = 0;   ///< its first paragraph, that of a table within its first cell included
     bool operator==(const TableRow&) const = default;
 };
 
-enum class PictureKind : uint8_t { kPng, kJpeg, kWmf, kEmf, kDib };
+enum class PictureKind : uint8_t { Png, Jpeg, Wmf, Emf, Dib };
 
 struct Picture {
-    PictureKind kind = PictureKind::kPng;
+    PictureKind kind = PictureKind::Png;
     std::string bytes;
-    int32_t width = 0;  ///< as the file states it: pixels, or 1/100 mm for kWmf
+    int32_t width = 0;  ///< as the file states it: pixels, or 1/100 mm for Wmf
     int32_t height = 0;
-    int32_t goal_width = 0;  ///< twips before scaling, 0 if not given
-    int32_t goal_height = 0;
-    int32_t scale_x = 100;  ///< per cent
-    int32_t scale_y = 100;
-    int32_t map_mode = 8;  ///< kWmf only
-    std::string object;    ///< the object group that the picture stands for, as it stood; empty for a plain picture
+    int32_t goalWidth = 0;  ///< twips before scaling, 0 if not given
+    int32_t goalHeight = 0;
+    int32_t scaleX = 100;  ///< per cent
+    int32_t scaleY = 100;
+    int32_t mapMode = 8;  ///< Wmf only
+    std::string object;   ///< the object group that the picture stands for, as it stood; empty for a plain picture
     bool operator==(const Picture&) const = default;
 };
 
@@ -95,10 +95,10 @@ struct Document {
     std::vector<std::string> links;
     std::vector<Picture> pictures;
     std::vector<TableRow> rows;
-    std::vector<RowFormat> row_formats;
+    std::vector<RowFormat> rowFormats;
     std::vector<KeptGroup> kept;
-    int32_t code_page = 1252;   ///< of the file, for kept groups
-    int32_t default_font = -1;  ///< index in fonts
+    int32_t codePage = 1252;   ///< of the file, for kept groups
+    int32_t defaultFont = -1;  ///< index in fonts
     bool operator==(const Document&) const = default;
 };
 

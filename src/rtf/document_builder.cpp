@@ -16,9 +16,9 @@ constexpr size_t kMostWithLinks = size_t{64} << 20;
 }  // namespace
 
 std::span<const TextRun> RunsOf(const Document& document, size_t paragraph) {
-    const size_t first = document.paragraphs[paragraph].first_run;
-    const size_t end = paragraph + 1 < document.paragraphs.size() ? document.paragraphs[paragraph + 1].first_run
-                                                                  : document.runs.size();
+    const size_t first = document.paragraphs[paragraph].firstRun;
+    const size_t end =
+        paragraph + 1 < document.paragraphs.size() ? document.paragraphs[paragraph + 1].firstRun : document.runs.size();
     return std::span(document.runs).subspan(first, end - first);
 }
 
@@ -51,7 +51,7 @@ void DocumentBuilder::AddText(std::string_view utf8, const CharFormat& format) {
     if (utf8.empty())
         return;
     document_.text.append(utf8);
-    AddRun(utf8.size(), format, RunKind::kText, -1);
+    AddRun(utf8.size(), format, RunKind::Text, -1);
 }
 
 void DocumentBuilder::AddBreak(RunKind kind, const CharFormat& format) {
@@ -61,7 +61,7 @@ void DocumentBuilder::AddBreak(RunKind kind, const CharFormat& format) {
 
 void DocumentBuilder::AddPicture(Picture picture, const CharFormat& format) {
     document_.pictures.push_back(std::move(picture));
-    AddRun(0, format, RunKind::kPicture, static_cast<int32_t>(document_.pictures.size() - 1));
+    AddRun(0, format, RunKind::Picture, static_cast<int32_t>(document_.pictures.size() - 1));
 }
 
 void DocumentBuilder::AddKept(std::string rtf) {
@@ -71,97 +71,97 @@ void DocumentBuilder::AddKept(std::string rtf) {
 void DocumentBuilder::AddRun(size_t length, const CharFormat& format, RunKind kind, int32_t picture) {
     const auto end = static_cast<uint32_t>(document_.text.size());
     std::vector<TextRun>& runs = document_.runs;
-    if (kind == RunKind::kText && runs.size() > first_run_ && runs.back().kind == kind &&
-        runs.back().format == format) {
+    if (kind == RunKind::Text && runs.size() > firstRun_ && runs.back().kind == kind && runs.back().format == format) {
         runs.back().end = end;
         return;
     }
     runs.push_back({end - static_cast<uint32_t>(length), end, format, kind, picture});
-    least_size_ += kLeastOfRun;
+    leastSize_ += kLeastOfRun;
     // One long address at a million places would fill the memory.
-    if (int32_t& link = runs.back().format.link; least_size_ > kMostWithLinks)
+    if (int32_t& link = runs.back().format.link; leastSize_ > kMostWithLinks)
         link = -1;
     else if (link >= 0)
-        least_size_ += document_.links[static_cast<size_t>(link)].size();
+        leastSize_ += document_.links[static_cast<size_t>(link)].size();
 }
 
 void DocumentBuilder::OpenRows(int level) {
     const auto wanted = static_cast<size_t>(std::clamp(level, 0, kMostTableLevels));
-    if (open_rows_.size() > wanted)
-        open_rows_.resize(wanted);
-    while (open_rows_.size() < wanted) {
-        if (document_.row_formats.empty())
-            document_.row_formats.emplace_back();
-        open_rows_.push_back({static_cast<int32_t>(document_.rows.size()), 0});
-        document_.rows.push_back({static_cast<uint32_t>(document_.row_formats.size() - 1),
-                                  static_cast<uint8_t>(open_rows_.size()),
+    if (openRows_.size() > wanted)
+        openRows_.resize(wanted);
+    while (openRows_.size() < wanted) {
+        if (document_.rowFormats.empty())
+            document_.rowFormats.emplace_back();
+        openRows_.push_back({static_cast<int32_t>(document_.rows.size()), 0});
+        document_.rows.push_back({static_cast<uint32_t>(document_.rowFormats.size() - 1),
+                                  static_cast<uint8_t>(openRows_.size()),
                                   static_cast<uint32_t>(document_.paragraphs.size())});
     }
 }
 
-void DocumentBuilder::End(ParagraphEnd ended_by, const ParagraphFormat& format, int level) {
+void DocumentBuilder::End(ParagraphEnd endedBy, const ParagraphFormat& format, int level) {
     OpenRows(level);
     Paragraph paragraph;
-    paragraph.begin = paragraph_begin_;
+    paragraph.begin = paragraphBegin_;
     paragraph.end = static_cast<uint32_t>(document_.text.size());
-    paragraph.first_run = first_run_;
-    paragraph.ended_by = ended_by;
+    paragraph.firstRun = firstRun_;
+    paragraph.endedBy = endedBy;
     paragraph.format = format;
-    if (!open_rows_.empty()) {
-        paragraph.row = open_rows_.back().row;
-        paragraph.cell = open_rows_.back().cell;
+    if (!openRows_.empty()) {
+        paragraph.row = openRows_.back().row;
+        paragraph.cell = openRows_.back().cell;
     }
     document_.paragraphs.push_back(paragraph);
-    least_size_ += kLeastOfParagraph;
-    if (ended_by != ParagraphEnd::kDocument)
-        document_.text += ended_by == ParagraphEnd::kCell ? '\t' : '\n';
-    paragraph_begin_ = static_cast<uint32_t>(document_.text.size());
-    first_run_ = static_cast<uint32_t>(document_.runs.size());
+    leastSize_ += kLeastOfParagraph;
+    if (endedBy != ParagraphEnd::Document)
+        document_.text += endedBy == ParagraphEnd::Cell ? '\t' : '\n';
+    paragraphBegin_ = static_cast<uint32_t>(document_.text.size());
+    firstRun_ = static_cast<uint32_t>(document_.runs.size());
 }
 
 void DocumentBuilder::EndParagraph(const ParagraphFormat& format, int level) {
-    End(ParagraphEnd::kParagraph, format, level);
+    End(ParagraphEnd::Paragraph, format, level);
 }
 
 void DocumentBuilder::EndCell(const ParagraphFormat& format, int level) {
-    End(ParagraphEnd::kCell, format, std::max(level, 1));
-    ++open_rows_.back().cell;
+    End(ParagraphEnd::Cell, format, std::max(level, 1));
+    ++openRows_.back().cell;
 }
 
 /// Nothing has come since a paragraph ended.
 bool DocumentBuilder::EndsWithParagraph() const {
-    return !document_.paragraphs.empty() && document_.paragraphs.back().ended_by == ParagraphEnd::kParagraph &&
-           first_run_ == document_.runs.size() && paragraph_begin_ == document_.text.size();
+    return !document_.paragraphs.empty() && document_.paragraphs.back().endedBy == ParagraphEnd::Paragraph &&
+           firstRun_ == document_.runs.size() && paragraphBegin_ == document_.text.size();
 }
 
 std::optional<ParagraphFormat> DocumentBuilder::TakeBackEnd(int level) {
-    if (!EndsWithParagraph() || open_rows_.empty() || open_rows_.size() != static_cast<size_t>(level))
+    if (!EndsWithParagraph() || openRows_.empty() || openRows_.size() != static_cast<size_t>(level))
         return std::nullopt;
     const Paragraph last = document_.paragraphs.back();
-    if (last.row != open_rows_.back().row || last.cell != open_rows_.back().cell)
+    if (last.row != openRows_.back().row || last.cell != openRows_.back().cell)
         return std::nullopt;
     document_.paragraphs.pop_back();
     document_.text.pop_back();
-    paragraph_begin_ = last.begin;
-    first_run_ = last.first_run;
+    paragraphBegin_ = last.begin;
+    firstRun_ = last.firstRun;
     return last.format;
 }
 
 void DocumentBuilder::EndRow(const RowFormat& row, const ParagraphFormat& format, int level) {
-    End(ParagraphEnd::kRow, format, std::max(level, 1));
-    std::vector<RowFormat>& formats = document_.row_formats;
+    End(ParagraphEnd::Row, format, std::max(level, 1));
+    std::vector<RowFormat>& formats = document_.rowFormats;
     if (formats.back() != row)
         formats.push_back(row);
-    document_.rows[static_cast<size_t>(open_rows_.back().row)].format = static_cast<uint32_t>(formats.size() - 1);
-    open_rows_.pop_back();
+    document_.rows[static_cast<size_t>(openRows_.back().row)].format = static_cast<uint32_t>(formats.size() - 1);
+    openRows_.pop_back();
 }
 
-Document DocumentBuilder::Finish(const ParagraphFormat& last, bool drop_last_end) {
-    if (drop_last_end && EndsWithParagraph()) {
+Document DocumentBuilder::Finish(const ParagraphFormat& last, bool dropLastEnd) {
+    if (dropLastEnd && EndsWithParagraph()) {
         document_.text.pop_back();
-        document_.paragraphs.back().ended_by = ParagraphEnd::kDocument;
+        document_.paragraphs.back().endedBy = ParagraphEnd::Document;
     } else {
-        End(ParagraphEnd::kDocument, last, 0);
+        const bool isEmpty = paragraphBegin_ == document_.text.size() && firstRun_ == document_.runs.size();
+        End(ParagraphEnd::Document, isEmpty ? ParagraphFormat() : last, 0);
     }
     const auto length = static_cast<uint32_t>(document_.text.size());
     for (auto kept = document_.kept.rbegin(); kept != document_.kept.rend() && kept->position > length; ++kept)

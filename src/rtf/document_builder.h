@@ -34,12 +34,12 @@ public:
     /// Ends a table row behind its last cell.
     void EndRow(const RowFormat& row, const ParagraphFormat& format, int level = 1);
 
-    /// The document. `drop_last_end`: the last EndParagraph ended the last paragraph; otherwise what was added since is
+    /// The document. `dropLastEnd`: the last EndParagraph ended the last paragraph; otherwise what was added since is
     /// the last one, even if that is nothing. The builder is as new afterwards.
-    Document Finish(const ParagraphFormat& last, bool drop_last_end);
+    Document Finish(const ParagraphFormat& last, bool dropLastEnd);
 
     /// About the bytes that WriteRtf makes at the least of what was added, texts and pictures not counted.
-    size_t LeastSize() const { return least_size_; }
+    size_t LeastSize() const { return leastSize_; }
 
     /// The fonts, number by number, for those who read them from a file.
     Document& Unfinished() { return document_; }
@@ -52,14 +52,14 @@ private:
 
     void AddRun(size_t length, const CharFormat& format, RunKind kind, int32_t picture);
     bool EndsWithParagraph() const;
-    void End(ParagraphEnd ended_by, const ParagraphFormat& format, int level);
+    void End(ParagraphEnd endedBy, const ParagraphFormat& format, int level);
     void OpenRows(int level);
 
     Document document_;
-    uint32_t paragraph_begin_ = 0;
-    uint32_t first_run_ = 0;
-    size_t least_size_ = 0;
-    std::vector<OpenRow> open_rows_;  ///< one for each level of tables that the text is in
+    uint32_t paragraphBegin_ = 0;
+    uint32_t firstRun_ = 0;
+    size_t leastSize_ = 0;
+    std::vector<OpenRow> openRows_;  ///< one for each level of tables that the text is in
     std::unordered_map<std::string, int32_t> fonts_;
     std::unordered_map<std::string, int32_t> links_;
 };

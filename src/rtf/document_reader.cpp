@@ -31,7 +31,7 @@ protected:
     }
     void OnHidden(std::string_view utf8) override;
     void OnBreak(TextBreak kind) override;
-    void OnEnd(bool after_paragraph) override;
+    void OnEnd(bool afterParagraph) override;
     bool OnEnter(Destination destination) override;
     void OnOther(Destination destination, std::string_view utf8) override;
     void OnFont(const DocumentFont& font) override;
@@ -45,7 +45,7 @@ protected:
 private:
     struct ObjectPicture {
         Picture picture;
-        bool in_result = false;
+        bool inResult = false;
     };
 
     FormatState& State() { return formats_.back(); }
@@ -55,7 +55,7 @@ private:
     int32_t FontIndex(int32_t number) const;
     void ReadTableWord(const ControlWord& word, const Token& token);
     void EndPicture(const Group& closed);
-    void EndObject(const Group& closed, size_t end, size_t first_picture);
+    void EndObject(const Group& closed, size_t end, size_t firstPicture);
     std::optional<std::string> ObjectForm(const Group& closed, size_t end);
     void EndHidden();
 
@@ -65,16 +65,16 @@ private:
     ColorTable colors_;
     ListTables lists_;
     RowReader row_;
-    RowReader nested_row_;
+    RowReader nestedRow_;
     PictureReader picture_;
-    std::vector<ObjectPicture> object_pictures_;      ///< of the objects and the shapes that are open
+    std::vector<ObjectPicture> objectPictures_;       ///< of the objects and the shapes that are open
     std::vector<std::pair<size_t, size_t>> results_;  ///< source bytes of what those objects show
-    std::unordered_map<int32_t, int32_t> font_indexes_;
-    std::string hidden_;           ///< text that isn't shown, not yet in the document
-    bool hidden_deleted_ = false;  ///< it has been deleted, not hidden
+    std::unordered_map<int32_t, int32_t> fontIndexes_;
+    std::string hidden_;          ///< text that isn't shown, not yet in the document
+    bool hiddenDeleted_ = false;  ///< it has been deleted, not hidden
     std::vector<std::string> targets_;
-    ParagraphFormat last_old_list_;  ///< format of the paragraph before, if it belongs to a list of an older program
-    int32_t old_lists_ = 0;
+    ParagraphFormat lastOldList_;  ///< format of the paragraph before, if it belongs to a list of an older program
+    int32_t oldLists_ = 0;
 };
 
 const CharFormat& DocumentReader::Characters() {
@@ -88,32 +88,32 @@ void DocumentReader::OnBreak(TextBreak kind) {
     EndHidden();
     const int level = State().TableLevel();
     switch (kind) {
-        case TextBreak::kParagraph:
+        case TextBreak::Paragraph:
             builder_.EndParagraph(ParagraphNow(), level);
             return;
-        case TextBreak::kLine:
+        case TextBreak::Line:
             builder_.AddText("\n", Characters());
             return;
-        case TextBreak::kPage:
-            builder_.AddBreak(RunKind::kPageBreak, Characters());
+        case TextBreak::Page:
+            builder_.AddBreak(RunKind::PageBreak, Characters());
             return;
-        case TextBreak::kColumn:
-            builder_.AddBreak(RunKind::kColumnBreak, Characters());
+        case TextBreak::Column:
+            builder_.AddBreak(RunKind::ColumnBreak, Characters());
             return;
-        case TextBreak::kSection:
-            builder_.AddBreak(RunKind::kSectionBreak, Characters());
+        case TextBreak::Section:
+            builder_.AddBreak(RunKind::SectionBreak, Characters());
             return;
-        case TextBreak::kCell:
+        case TextBreak::Cell:
             builder_.EndCell(ParagraphNow(), 1);
             return;
-        case TextBreak::kNestedCell:
+        case TextBreak::NestedCell:
             builder_.EndCell(ParagraphNow(), std::max(2, level));
             return;
-        case TextBreak::kRow:
+        case TextBreak::Row:
             builder_.EndRow(row_.Row(), {}, 1);
             return;
-        case TextBreak::kNestedRow:
-            builder_.EndRow(nested_row_.Row(), {}, std::max(2, level));
+        case TextBreak::NestedRow:
+            builder_.EndRow(nestedRow_.Row(), {}, std::max(2, level));
             return;
     }
 }
@@ -122,71 +122,71 @@ void DocumentReader::OnBreak(TextBreak kind) {
 ParagraphFormat DocumentReader::ParagraphNow() {
     const FormatState& state = State();
     ParagraphFormat format = state.paragraph;
-    const ListTables::Level* level = lists_.Find(state.list_number, format.list_level);
-    if (state.list_number > 0) {
-        format.list = level == nullptr ? ListKind::kDecimal : level->kind;
-        format.list_start = level == nullptr ? int16_t{1} : level->start;
-        format.list_id = state.list_number;
+    const ListTables::Level* level = lists_.Find(state.listNumber, format.listLevel);
+    if (state.listNumber > 0) {
+        format.list = level == nullptr ? ListKind::Decimal : level->kind;
+        format.listStart = level == nullptr ? int16_t{1} : level->start;
+        format.listId = state.listNumber;
     } else {
-        format.list = state.old_list;
+        format.list = state.oldList;
     }
-    if (format.list == ListKind::kNone) {
-        format.list_id = 0;
-        format.list_level = 0;
-        format.list_start = 1;
-    } else if (format.list_id == 0) {
-        format.list_id = OldListId(format);
-        last_old_list_ = format;
+    if (format.list == ListKind::None) {
+        format.listId = 0;
+        format.listLevel = 0;
+        format.listStart = 1;
+    } else if (format.listId == 0) {
+        format.listId = OldListId(format);
+        lastOldList_ = format;
         return format;
     }
-    last_old_list_ = {};
+    lastOldList_ = {};
     return format;
 }
 
 int32_t DocumentReader::OldListId(const ParagraphFormat& format) {
-    const bool goes_on = last_old_list_.list == format.list && last_old_list_.list_start == format.list_start;
-    return goes_on ? last_old_list_.list_id : kFirstOldList + old_lists_++;
+    const bool goesOn = lastOldList_.list == format.list && lastOldList_.listStart == format.listStart;
+    return goesOn ? lastOldList_.listId : kFirstOldList + oldLists_++;
 }
 
 /// What isn't shown stays as a group that says so.
 void DocumentReader::OnHidden(std::string_view utf8) {
-    if (hidden_deleted_ != Current().deleted)
+    if (hiddenDeleted_ != Current().deleted)
         EndHidden();
-    hidden_deleted_ = Current().deleted;
+    hiddenDeleted_ = Current().deleted;
     hidden_ += utf8;
 }
 
 void DocumentReader::EndHidden() {
     if (hidden_.empty())
         return;
-    builder_.AddKept(UnshownText(std::exchange(hidden_, {}), hidden_deleted_));
+    builder_.AddKept(UnshownText(std::exchange(hidden_, {}), hiddenDeleted_));
 }
 
-void DocumentReader::OnEnd(bool after_paragraph) {
+void DocumentReader::OnEnd(bool afterParagraph) {
     EndHidden();
     Document& unfinished = builder_.Unfinished();
-    unfinished.code_page = DocumentCodePage();
-    unfinished.default_font = FontIndex(DefaultFont());
-    document_ = builder_.Finish(ParagraphNow(), after_paragraph);
+    unfinished.codePage = DocumentCodePage();
+    unfinished.defaultFont = FontIndex(DefaultFont());
+    document_ = builder_.Finish(ParagraphNow(), afterParagraph);
 }
 
 bool DocumentReader::OnEnter(Destination destination) {
-    if (destination == Destination::kPicture)
+    if (destination == Destination::Picture)
         picture_ = {};
-    else if (destination == Destination::kObject || destination == Destination::kShape)
-        State().first_picture = object_pictures_.size();
-    return destination != Destination::kSkip && destination != Destination::kKeep;
+    else if (destination == Destination::Object || destination == Destination::Shape)
+        State().firstPicture = objectPictures_.size();
+    return destination != Destination::Skip && destination != Destination::Keep;
 }
 
 void DocumentReader::OnOther(Destination destination, std::string_view utf8) {
-    if (destination == Destination::kPicture)
+    if (destination == Destination::Picture)
         picture_.ReadHex(utf8);
-    else if (destination == Destination::kColorTable)
+    else if (destination == Destination::ColorTable)
         colors_.ReadText(utf8);
 }
 
 void DocumentReader::OnBinary(Destination destination, std::string_view bytes) {
-    if (destination == Destination::kPicture)
+    if (destination == Destination::Picture)
         picture_.ReadBinary(bytes);
 }
 
@@ -199,13 +199,13 @@ void DocumentReader::OnKept(std::string_view rtf) {
 
 void DocumentReader::OnWord(const ControlWord& word, const Token& token) {
     const Destination destination = Current().destination;
-    if (word.group == WordGroup::kCharacterFormat)
+    if (word.group == WordGroup::CharacterFormat)
         State().ApplyCharacterWord(word, token, colors_);
-    else if (destination == Destination::kListTable)
+    else if (destination == Destination::ListTable)
         lists_.ReadListWord(word, token.parameter);
-    else if (destination == Destination::kListOverrides)
+    else if (destination == Destination::ListOverrides)
         lists_.ReadOverrideWord(word, token.parameter);
-    else if (word.group == WordGroup::kParagraphFormat)
+    else if (word.group == WordGroup::ParagraphFormat)
         State().ApplyParagraphWord(word, token);
     else
         ReadTableWord(word, token);
@@ -213,28 +213,28 @@ void DocumentReader::OnWord(const ControlWord& word, const Token& token) {
 
 void DocumentReader::ReadTableWord(const ControlWord& word, const Token& token) {
     const Destination destination = Current().destination;
-    if (word.group == WordGroup::kTable)
-        (destination == Destination::kRowProperties ? nested_row_ : row_).ReadWord(word, token.parameter, colors_);
-    else if (word.group == WordGroup::kPicture && destination == Destination::kPicture)
+    if (word.group == WordGroup::Table)
+        (destination == Destination::RowProperties ? nestedRow_ : row_).ReadWord(word, token.parameter, colors_);
+    else if (word.group == WordGroup::Picture && destination == Destination::Picture)
         picture_.ReadWord(word, token);
-    else if (destination == Destination::kColorTable)
+    else if (destination == Destination::ColorTable)
         colors_.ReadWord(word, token.parameter);
-    else if (word.word == Word::kPlain)
+    else if (word.word == Word::Plain)
         State().ResetCharacters(FontIndex(DefaultFont()));
-    else if (word.word == Word::kFont || word.word == Word::kDefaultFont)
+    else if (word.word == Word::Font || word.word == Word::DefaultFont)
         State().chars.font = FontIndex(token.parameter);
 }
 
 int32_t DocumentReader::FontIndex(int32_t number) const {
-    auto found = font_indexes_.find(number);
-    if (found == font_indexes_.end())
-        found = font_indexes_.find(DefaultFont());
-    return found == font_indexes_.end() ? -1 : found->second;
+    auto found = fontIndexes_.find(number);
+    if (found == fontIndexes_.end())
+        found = fontIndexes_.find(DefaultFont());
+    return found == fontIndexes_.end() ? -1 : found->second;
 }
 
 void DocumentReader::OnFont(const DocumentFont& font) {
     std::vector<DocumentFont>& fonts = builder_.Unfinished().fonts;
-    const auto [found, added] = font_indexes_.emplace(font.number, static_cast<int32_t>(fonts.size()));
+    const auto [found, added] = fontIndexes_.emplace(font.number, static_cast<int32_t>(fonts.size()));
     if (added)
         fonts.push_back(font);
     else
@@ -250,19 +250,22 @@ void DocumentReader::OnClose(const Group& closed, size_t end) {
     const FormatState state = formats_.back();
     formats_.pop_back();
     const Destination outer = Current().destination;
-    if (closed.is_result)
+    if (closed.isResult) {
+        while (!results_.empty() && results_.back().first >= closed.begin)
+            results_.pop_back();
         results_.emplace_back(closed.begin, end);
+    }
     if (closed.destination == outer)
         return;
-    if (closed.destination == Destination::kFontTable) {
+    if (closed.destination == Destination::FontTable) {
         State().chars.font = FontIndex(Current().font);
-    } else if (closed.destination == Destination::kPicture) {
+    } else if (closed.destination == Destination::Picture) {
         EndPicture(closed);
-    } else if (closed.destination == Destination::kObject || closed.destination == Destination::kShape) {
-        EndObject(closed, end, state.first_picture);
-    } else if (closed.destination == Destination::kOldList) {
-        State().old_list = state.old_list;
-        State().paragraph.list_start = state.paragraph.list_start;
+    } else if (closed.destination == Destination::Object || closed.destination == Destination::Shape) {
+        EndObject(closed, end, state.firstPicture);
+    } else if (closed.destination == Destination::OldList) {
+        State().oldList = state.oldList;
+        State().paragraph.listStart = state.paragraph.listStart;
     }
 }
 
@@ -270,8 +273,8 @@ void DocumentReader::EndPicture(const Group& closed) {
     std::optional<Picture> picture = picture_.Take();
     if (!picture)
         return;
-    if (Current().destination != Destination::kBody || closed.in_result) {
-        object_pictures_.push_back({std::move(*picture), closed.in_result});
+    if (Current().destination != Destination::Body || closed.inResult) {
+        objectPictures_.push_back({std::move(*picture), closed.inResult});
         return;
     }
     EndHidden();
@@ -280,19 +283,18 @@ void DocumentReader::EndPicture(const Group& closed) {
 
 /// Text boxes and what objects say stand in the text, with their pictures. A picture stands for what is left of the
 /// object or the shape; if there is none, that is kept.
-void DocumentReader::EndObject(const Group& closed, size_t end, size_t first_picture) {
-    const auto first = object_pictures_.begin() + static_cast<std::ptrdiff_t>(first_picture);
-    std::vector<ObjectPicture> pictures(std::make_move_iterator(first),
-                                        std::make_move_iterator(object_pictures_.end()));
-    object_pictures_.resize(first_picture);
-    const bool has_words = closed.shown_before != Shown();
+void DocumentReader::EndObject(const Group& closed, size_t end, size_t firstPicture) {
+    const auto first = objectPictures_.begin() + static_cast<std::ptrdiff_t>(firstPicture);
+    std::vector<ObjectPicture> pictures(std::make_move_iterator(first), std::make_move_iterator(objectPictures_.end()));
+    objectPictures_.resize(firstPicture);
+    const bool hasWords = closed.shownBefore != Shown();
     std::optional<std::string> form = ObjectForm(closed, end);
-    if (!has_words && (closed.hidden || closed.deleted))
+    if (!hasWords && (closed.hidden || closed.deleted))
         return;
     EndHidden();
     std::optional<Picture> whole;
-    for (auto& [picture, in_result] : pictures) {
-        if (has_words && (in_result || closed.destination == Destination::kShape))
+    for (auto& [picture, inResult] : pictures) {
+        if (hasWords && (inResult || closed.destination == Destination::Shape))
             builder_.AddPicture(std::move(picture), Characters());
         else
             whole = std::move(picture);
@@ -313,12 +315,12 @@ std::optional<std::string> DocumentReader::ObjectForm(const Group& closed, size_
         --own;
     const std::vector<std::pair<size_t, size_t>> results(own, results_.end());
     results_.erase(own, results_.end());
-    const bool has_words = closed.shown_before != Shown();
-    if ((has_words && closed.destination == Destination::kShape) || IsTooDeep(closed.begin))
+    const bool hasWords = closed.shownBefore != Shown();
+    if ((hasWords && closed.destination == Destination::Shape) || IsTooDeep(closed.begin))
         return std::nullopt;
     std::string group = Source()[closed.begin] == '{' ? "" : "{";
     size_t at = closed.begin;
-    for (size_t i = 0; has_words && i < results.size(); ++i) {
+    for (size_t i = 0; hasWords && i < results.size(); ++i) {
         group.append(Source().substr(at, results[i].first - at)).append("{\\result}");
         at = results[i].second;
     }
@@ -342,11 +344,11 @@ Document ReadRtf(std::string_view rtf) {
     return reader.Take();
 }
 
-Document DocumentFromText(std::string_view utf8, std::string_view font, int half_points) {
+Document DocumentFromText(std::string_view utf8, std::string_view font, int halfPoints) {
     DocumentBuilder builder;
     CharFormat format;
     format.font = builder.Font(font);
-    format.half_points = static_cast<int16_t>(std::clamp<int>(half_points, 1, kMostHalfPoints));
+    format.halfPoints = static_cast<int16_t>(std::clamp<int>(halfPoints, 1, kMostHalfPoints));
     for (size_t at = 0;;) {
         const size_t end = std::min(utf8.find('\n', at), utf8.size());
         std::string_view line = utf8.substr(at, end - at);

@@ -55,7 +55,7 @@ private:
     /// Gives the first paragraph behind the row. What stands in a row without a cell for it, in a file that breaks off,
     /// goes into the last cell.
     size_t Row(const TableGrid&, int32_t row, const std::vector<TableCell>& cells, size_t begin, size_t end) {
-        const RowFormat& format = document_.row_formats[document_.rows[static_cast<size_t>(row)].format];
+        const RowFormat& format = document_.rowFormats[document_.rows[static_cast<size_t>(row)].format];
         visitor_.BeginRow();
         for (size_t c = 0; c < cells.size(); ++c) {
             const size_t behind = c + 1 < cells.size() ? BehindCell(row, begin, end) : BehindRow(row, begin, end);
@@ -72,18 +72,17 @@ private:
 
     bool IsRowEnd(size_t i) const {
         const Paragraph& paragraph = document_.paragraphs[i];
-        return paragraph.ended_by == ParagraphEnd::kRow && paragraph.begin == paragraph.end;
+        return paragraph.endedBy == ParagraphEnd::Row && paragraph.begin == paragraph.end;
     }
     size_t BehindCell(int32_t row, size_t i, size_t end) const {
         while (i < end &&
-               !(document_.paragraphs[i].row == row && document_.paragraphs[i].ended_by != ParagraphEnd::kParagraph))
+               !(document_.paragraphs[i].row == row && document_.paragraphs[i].endedBy != ParagraphEnd::Paragraph))
             ++i;
         // The end of the row stays for its last cell.
-        return i < end && document_.paragraphs[i].ended_by != ParagraphEnd::kRow ? i + 1 : i;
+        return i < end && document_.paragraphs[i].endedBy != ParagraphEnd::Row ? i + 1 : i;
     }
     size_t BehindRow(int32_t row, size_t i, size_t end) const {
-        while (i < end &&
-               !(document_.paragraphs[i].row == row && document_.paragraphs[i].ended_by == ParagraphEnd::kRow))
+        while (i < end && !(document_.paragraphs[i].row == row && document_.paragraphs[i].endedBy == ParagraphEnd::Row))
             ++i;
         return std::min(i + 1, end);
     }

@@ -40,14 +40,14 @@ std::optional<std::string> DecodedFrom(const std::string& encoding, std::string_
     constexpr size_t kPiece = 4096;
     std::array<char, kPiece> piece;
     std::array<UChar, kPiece> pivot;
-    UChar *pivot_source = pivot.data(), *pivot_target = pivot.data();
+    UChar *pivotSource = pivot.data(), *pivotTarget = pivot.data();
     const char *source = bytes.data(), *const end = source + bytes.size();
     std::string utf8;
     do {
         status = U_ZERO_ERROR;
         char* target = piece.data();
         ucnv_convertEx(to.getAlias(), from.getAlias(), &target, piece.data() + kPiece, &source, end, pivot.data(),
-                       &pivot_source, &pivot_target, pivot.data() + kPiece, false, true, &status);
+                       &pivotSource, &pivotTarget, pivot.data() + kPiece, false, true, &status);
         utf8.append(piece.data(), target);
     } while (status == U_BUFFER_OVERFLOW_ERROR);
     if (U_FAILURE(status))

@@ -66,9 +66,9 @@ char32_t FieldSymbol(std::string_view instruction) {
         if (TakeWord(instruction, quoted) == "\\f")
             font = TakeWord(instruction, quoted);
     }
-    const bool is_hex = number.starts_with("0x") || number.starts_with("0X");
+    const bool isHex = number.starts_with("0x") || number.starts_with("0X");
     return SymbolCharacter(font,
-                           is_hex ? static_cast<int32_t>(std::strtol(number.c_str(), nullptr, 16)) : ParseInt(number));
+                           isHex ? static_cast<int32_t>(std::strtol(number.c_str(), nullptr, 16)) : ParseInt(number));
 }
 
 std::string LinkInstruction(std::string_view target) {

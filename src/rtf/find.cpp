@@ -48,8 +48,7 @@ char32_t CharacterBefore(std::string_view text, size_t start, size_t& at) {
 
 }  // namespace
 
-TextFinder::TextFinder(std::string_view term, bool whole_word)
-    : term_(Utf8ToCodePoints(term)), whole_word_(whole_word) {
+TextFinder::TextFinder(std::string_view term, bool wholeWord) : term_(Utf8ToCodePoints(term)), wholeWord_(wholeWord) {
     if (term_.find(U'\n') != std::u32string::npos)
         term_.clear();
     std::transform(term_.begin(), term_.end(), term_.begin(), FoldCase);
@@ -192,7 +191,7 @@ size_t TextFinder::MatchFrom(std::string_view text, size_t at, size_t index) con
 }
 
 bool TextFinder::IsAccepted(std::string_view text, Hit hit) const {
-    if (!whole_word_)
+    if (!wholeWord_)
         return true;
     if (hit.begin > 0 && IsWordCharacter(CharacterBefore(text, 0, hit.begin)))
         return false;

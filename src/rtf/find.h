@@ -14,7 +14,7 @@ class TextFinder {
 public:
     /// `term`: UTF-8. A whole word has no word character on either side. An empty term, or one with a line feed (which
     /// would span paragraphs), is found nowhere.
-    TextFinder(std::string_view term, bool whole_word);
+    TextFinder(std::string_view term, bool wholeWord);
 
     /// Whether the term stands anywhere in `text` (UTF-8).
     bool Matches(std::string_view text) const;
@@ -47,7 +47,7 @@ private:
     bool IsAccepted(std::string_view text, Hit hit) const;
 
     std::u32string term_;
-    bool whole_word_;
+    bool wholeWord_;
     Anchor first_;         ///< the one of two anchors that stands in front
     Anchor second_;        ///< the same as first_ when there is only one
     size_t distance_ = 0;  ///< bytes from first_ to second_

@@ -10,7 +10,7 @@ namespace {
 constexpr size_t kMostCells = 64;
 
 bool IsOn(const Token& token) {
-    return !token.has_parameter || token.parameter != 0;
+    return !token.hasParameter || token.parameter != 0;
 }
 
 uint8_t ToColorPart(int32_t value) {
@@ -25,19 +25,19 @@ int16_t ToTwips(int32_t value) {
 }
 
 void ColorTable::ReadWord(const ControlWord& word, int32_t parameter) {
-    has_next_ = true;
-    if (word.word == Word::kRed)
+    hasNext_ = true;
+    if (word.word == Word::Red)
         next_.red = ToColorPart(parameter);
-    else if (word.word == Word::kGreen)
+    else if (word.word == Word::Green)
         next_.green = ToColorPart(parameter);
-    else if (word.word == Word::kBlue)
+    else if (word.word == Word::Blue)
         next_.blue = ToColorPart(parameter);
 }
 
 void ColorTable::ReadText(std::string_view text) {
     for (auto left = std::count(text.begin(), text.end(), ';'); left > 0; --left) {
-        colors_.push_back(has_next_ ? std::optional(next_) : std::nullopt);
-        has_next_ = false;
+        colors_.push_back(hasNext_ ? std::optional(next_) : std::nullopt);
+        hasNext_ = false;
         next_ = {};
     }
 }
@@ -56,38 +56,38 @@ void FormatState::ResetCharacters(int32_t font) {
 
 void FormatState::ApplyCharacterWord(const ControlWord& word, const Token& token, const ColorTable& colors) {
     switch (word.word) {
-        case Word::kBold:
+        case Word::Bold:
             chars.bold = IsOn(token);
             return;
-        case Word::kItalic:
+        case Word::Italic:
             chars.italic = IsOn(token);
             return;
-        case Word::kUnderline:
+        case Word::Underline:
             chars.underline = IsOn(token);
             return;
-        case Word::kNoUnderline:
+        case Word::NoUnderline:
             chars.underline = false;
             return;
-        case Word::kStrike:
+        case Word::Strike:
             chars.strike = IsOn(token);
             return;
-        case Word::kSmallCaps:
-            chars.small_caps = IsOn(token);
+        case Word::SmallCaps:
+            chars.smallCaps = IsOn(token);
             return;
-        case Word::kAllCaps:
-            chars.all_caps = IsOn(token);
+        case Word::AllCaps:
+            chars.allCaps = IsOn(token);
             return;
-        case Word::kScript:
+        case Word::Script:
             ApplyScript(word.value, token);
             return;
-        case Word::kSize:
+        case Word::Size:
             if (token.parameter > 0)
-                chars.half_points = static_cast<int16_t>(std::min(token.parameter, int32_t{kMostHalfPoints}));
+                chars.halfPoints = static_cast<int16_t>(std::min(token.parameter, int32_t{kMostHalfPoints}));
             return;
-        case Word::kColor:
+        case Word::Color:
             chars.color = colors.Find(token.parameter);
             return;
-        case Word::kHighlight:
+        case Word::Highlight:
             highlight = colors.Find(token.parameter);
             break;
         default:
@@ -98,53 +98,53 @@ void FormatState::ApplyCharacterWord(const ControlWord& word, const Token& token
 
 void FormatState::ApplyScript(int kind, const Token& token) {
     const bool down = kind == kScriptDown || kind == kScriptSub;
-    chars.position = kind == kScriptNone || !IsOn(token) ? ScriptPosition::kBaseline
-                     : down                              ? ScriptPosition::kSubscript
-                                                         : ScriptPosition::kSuperscript;
+    chars.position = kind == kScriptNone || !IsOn(token) ? ScriptPosition::Baseline
+                     : down                              ? ScriptPosition::Subscript
+                                                         : ScriptPosition::Superscript;
 }
 
 void FormatState::ApplyParagraphWord(const ControlWord& word, const Token& token) {
     const int16_t twips = ToTwips(token.parameter);
     switch (word.word) {
-        case Word::kParagraphDefaults:
+        case Word::ParagraphDefaults:
             paragraph = {};
-            list_number = 0;
-            old_list = ListKind::kNone;
-            in_table = false;
-            table_level = 0;
+            listNumber = 0;
+            oldList = ListKind::None;
+            inTable = false;
+            tableLevel = 0;
             return;
-        case Word::kAlign:
+        case Word::Align:
             paragraph.align = static_cast<ParagraphAlign>(word.value);
             return;
-        case Word::kRightToLeft:
-            paragraph.right_to_left = word.value != 0;
+        case Word::RightToLeft:
+            paragraph.rightToLeft = word.value != 0;
             return;
-        case Word::kLeftIndent:
-            paragraph.left_indent = twips;
+        case Word::LeftIndent:
+            paragraph.leftIndent = twips;
             return;
-        case Word::kRightIndent:
-            paragraph.right_indent = twips;
+        case Word::RightIndent:
+            paragraph.rightIndent = twips;
             return;
-        case Word::kFirstIndent:
-            paragraph.first_indent = twips;
+        case Word::FirstIndent:
+            paragraph.firstIndent = twips;
             return;
-        case Word::kSpaceBefore:
-            paragraph.space_before = twips;
+        case Word::SpaceBefore:
+            paragraph.spaceBefore = twips;
             return;
-        case Word::kSpaceAfter:
-            paragraph.space_after = twips;
+        case Word::SpaceAfter:
+            paragraph.spaceAfter = twips;
             return;
-        case Word::kLineSpacing:
-            paragraph.line_spacing = twips;
+        case Word::LineSpacing:
+            paragraph.lineSpacing = twips;
             return;
-        case Word::kLineMultiple:
-            paragraph.line_multiple = token.parameter != 0;
+        case Word::LineMultiple:
+            paragraph.lineMultiple = token.parameter != 0;
             return;
-        case Word::kInTable:
-            in_table = IsOn(token);
+        case Word::InTable:
+            inTable = IsOn(token);
             return;
-        case Word::kTableLevel:
-            table_level = twips;
+        case Word::TableLevel:
+            tableLevel = twips;
             return;
         default:
             ApplyListWord(word, token.parameter);
@@ -152,45 +152,45 @@ void FormatState::ApplyParagraphWord(const ControlWord& word, const Token& token
 }
 
 void FormatState::ApplyListWord(const ControlWord& word, int32_t parameter) {
-    if (word.word == Word::kListOverride)
-        list_number = parameter;
-    else if (word.word == Word::kListLevel)
-        paragraph.list_level = static_cast<uint8_t>(std::clamp(parameter, 0, int32_t{ListTables::kLevels - 1}));
-    else if (word.word == Word::kOldListKind)
-        old_list = static_cast<ListKind>(word.value);
-    else if (word.word == Word::kOldListStart)
-        paragraph.list_start = ToTwips(parameter);
+    if (word.word == Word::ListOverride)
+        listNumber = parameter;
+    else if (word.word == Word::ListLevel)
+        paragraph.listLevel = static_cast<uint8_t>(std::clamp(parameter, 0, int32_t{ListTables::kLevels - 1}));
+    else if (word.word == Word::OldListKind)
+        oldList = static_cast<ListKind>(word.value);
+    else if (word.word == Word::OldListStart)
+        paragraph.listStart = ToTwips(parameter);
 }
 
 void RowReader::ReadWord(const ControlWord& word, int32_t parameter, const ColorTable& colors) {
     switch (word.word) {
-        case Word::kRowDefaults:
+        case Word::RowDefaults:
             row_ = {};
             cell_ = {};
             border_ = 0;
             return;
-        case Word::kRowLeft:
-            row_.left_edge = parameter;
+        case Word::RowLeft:
+            row_.leftEdge = parameter;
             return;
-        case Word::kRowGap:
-            row_.cell_gap = parameter;
+        case Word::RowGap:
+            row_.cellGap = parameter;
             return;
-        case Word::kCellEdge:
+        case Word::CellEdge:
             EndCell(parameter);
             return;
-        case Word::kCellBorder:
+        case Word::CellBorder:
             border_ = static_cast<uint8_t>(word.value);
             return;
-        case Word::kBorderStyle:
+        case Word::BorderStyle:
             cell_.borders |= border_;
             return;
-        case Word::kNoBorder:
+        case Word::NoBorder:
             cell_.borders &= static_cast<uint8_t>(~border_);
             return;
-        case Word::kCellAcross:
+        case Word::CellAcross:
             cell_.across = static_cast<CellMerge>(word.value);
             return;
-        case Word::kCellDown:
+        case Word::CellDown:
             cell_.down = static_cast<CellMerge>(word.value);
             return;
         default:
@@ -198,8 +198,8 @@ void RowReader::ReadWord(const ControlWord& word, int32_t parameter, const Color
     }
 }
 
-void RowReader::EndCell(int32_t right_edge) {
-    cell_.right_edge = right_edge;
+void RowReader::EndCell(int32_t rightEdge) {
+    cell_.rightEdge = rightEdge;
     if (row_.cells.size() < kMostCells)
         row_.cells.push_back(cell_);
     cell_ = {};

@@ -23,7 +23,7 @@ public:
 private:
     std::vector<std::optional<TextColor>> colors_;
     TextColor next_;
-    bool has_next_ = false;
+    bool hasNext_ = false;
 };
 
 /// How text looks at a place of the file; each group has its own.
@@ -32,19 +32,19 @@ struct FormatState {
     std::optional<TextColor> highlight;
     std::optional<TextColor> shading;
     ParagraphFormat paragraph;
-    int32_t list_number = 0;  ///< \ls
-    ListKind old_list = ListKind::kNone;
+    int32_t listNumber = 0;  ///< \ls
+    ListKind oldList = ListKind::None;
     int32_t target = -1;  ///< link target that the field around gives
-    bool in_table = false;
-    int16_t table_level = 0;
-    size_t first_picture = 0;  ///< of the object or the shape around, among the pictures of all
+    bool inTable = false;
+    int16_t tableLevel = 0;
+    size_t firstPicture = 0;  ///< of the object or the shape around, among the pictures of all
 
     void ApplyCharacterWord(const ControlWord& word, const Token& token, const ColorTable& colors);
     void ApplyParagraphWord(const ControlWord& word, const Token& token);
     /// \plain: all of the characters but the link.
     void ResetCharacters(int32_t font);
     /// 0 outside tables.
-    int TableLevel() const { return table_level > 1 ? table_level : in_table ? 1 : 0; }
+    int TableLevel() const { return tableLevel > 1 ? tableLevel : inTable ? 1 : 0; }
 
 private:
     void ApplyListWord(const ControlWord& word, int32_t parameter);
@@ -58,7 +58,7 @@ public:
     const RowFormat& Row() const { return row_; }
 
 private:
-    void EndCell(int32_t right_edge);
+    void EndCell(int32_t rightEdge);
 
     RowFormat row_;
     CellFormat cell_;

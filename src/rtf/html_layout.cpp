@@ -24,8 +24,8 @@ int HtmlTable::AddCell() {
     columns_.resize(std::max(columns_.size(), row_.size() + static_cast<size_t>(added)));
     for (int i = 0; i < added; ++i) {
         CellFormat& cell = row_.emplace_back();
-        cell.across = i > 0 ? CellMerge::kContinued : added > 1 ? CellMerge::kFirst : CellMerge::kNone;
-        cell.down = down_ > 1 ? CellMerge::kFirst : CellMerge::kNone;
+        cell.across = i > 0 ? CellMerge::Continued : added > 1 ? CellMerge::First : CellMerge::None;
+        cell.down = down_ > 1 ? CellMerge::First : CellMerge::None;
         columns_[row_.size() - 1] = {down_ - 1, cell.across};
     }
     SetSpans(1, 1);
@@ -39,21 +39,21 @@ bool HtmlTable::AddSpanned() {
     --columns_[next].rows;
     CellFormat& cell = row_.emplace_back();
     cell.across = columns_[next].across;
-    cell.down = CellMerge::kContinued;
+    cell.down = CellMerge::Continued;
     return true;
 }
 
 RowFormat HtmlTable::TakeRow() {
     RowFormat row;
-    row.cell_gap = 100;
+    row.cellGap = 100;
     row.cells = std::exchange(row_, {});
     const auto count = static_cast<int>(row.cells.size());
     for (int i = 0; i < count; ++i) {
         CellFormat& cell = row.cells[static_cast<size_t>(i)];
-        cell.right_edge = kTableWidth * (i + 1) / count;
+        cell.rightEdge = kTableWidth * (i + 1) / count;
         cell.borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight;
     }
-    in_row = in_cell = false;
+    inRow = inCell = false;
     SetSpans(1, 1);
     return row;
 }
@@ -64,22 +64,22 @@ int32_t HtmlLists::Add(int start) {
 }
 
 void HtmlLists::Count(const ParagraphFormat& format) {
-    if (format.list == ListKind::kNone)
+    if (format.list == ListKind::None)
         return;
-    List& list = lists_[static_cast<size_t>(format.list_id - 1)];
+    List& list = lists_[static_cast<size_t>(format.listId - 1)];
     ++list.next;
-    in_use_ += std::exchange(list.has_items, true) ? 0 : 1;
+    inUse_ += std::exchange(list.hasItems, true) ? 0 : 1;
 }
 
 void SetList(ParagraphFormat& format, ListKind kind) {
     format.list = kind;
-    if (kind != ListKind::kNone)
+    if (kind != ListKind::None)
         return;
     const ParagraphFormat none;
-    format.list_id = none.list_id;
-    format.list_level = none.list_level;
-    format.list_start = none.list_start;
-    format.first_indent = none.first_indent;
+    format.listId = none.listId;
+    format.listLevel = none.listLevel;
+    format.listStart = none.listStart;
+    format.firstIndent = none.firstIndent;
 }
 
 std::optional<int16_t> NumberIn(std::string_view text) {
@@ -91,8 +91,8 @@ std::optional<int16_t> NumberIn(std::string_view text) {
 ListKind NumbersOf(std::string_view type) {
     constexpr std::string_view kTypes = "1aAiI";
     const size_t number = type.size() == 1 ? kTypes.find(type.front()) : std::string_view::npos;
-    return number == std::string_view::npos ? ListKind::kDecimal
-                                            : static_cast<ListKind>(static_cast<size_t>(ListKind::kDecimal) + number);
+    return number == std::string_view::npos ? ListKind::Decimal
+                                            : static_cast<ListKind>(static_cast<size_t>(ListKind::Decimal) + number);
 }
 
 }  // namespace lore

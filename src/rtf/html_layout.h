@@ -14,7 +14,7 @@ class HtmlTable {
 public:
     static constexpr int kMostColumns = 60;
 
-    bool in_row = false, in_cell = false;
+    bool inRow = false, inCell = false;
 
     int Cells() const { return static_cast<int>(row_.size()); }
     bool IsFull() const { return Cells() == kMostColumns; }
@@ -30,7 +30,7 @@ public:
 private:
     struct Column {
         int rows = 0;  // that the cell goes on for
-        CellMerge across = CellMerge::kNone;
+        CellMerge across = CellMerge::None;
     };
 
     std::vector<Column> columns_;
@@ -48,16 +48,16 @@ public:
     /// The number of the next item of a list.
     int Next(int32_t id) const { return lists_[static_cast<size_t>(id - 1)].next; }
     /// How many lists have items.
-    size_t InUse() const { return in_use_; }
+    size_t InUse() const { return inUse_; }
 
 private:
     struct List {
         int next = 1;
-        bool has_items = false;
+        bool hasItems = false;
     };
 
     std::vector<List> lists_;  ///< by id, from 1
-    size_t in_use_ = 0;
+    size_t inUse_ = 0;
 };
 
 /// Makes the list one of another kind; without marks its items are plain paragraphs.

@@ -90,8 +90,12 @@ std::string WithFewAttributes(std::string page) {
     return page;
 }
 
+/// Those that the parser ends too early.
+constexpr std::string_view kGoingOn[] = {"a", "b", "big", "font", "i", "s", "small", "strike", "tt", "u"};
+
 /// Writes what the parser would show, or takes in another way than browsers do, as it reads it: declarations within the
-/// page, comments that end at once, the line end in front of a preformatted text, "</br>" and quotes.
+/// page, comments that end at once, the line end in front of a preformatted text, "</br>", quotes,
+/// elements that go on, and scripts and styles, in which it looks for tags.
 class PageMender {
 public:
     explicit PageMender(std::string_view page) : page_(page) { mended_.reserve(page.size()); }
@@ -99,7 +103,9 @@ public:
     std::string Mended() {
         for (size_t at = page_.find('<'); at < page_.size(); at = page_.find('<', at)) {
             const std::string_view rest = page_.substr(at, 2);
-            at = rest == "<!" ? BehindDeclaration(at) : rest == "</" ? BehindEndTag(at) : BehindStartTag(at);
+            at = rest == "<!" || rest == "<?" ? BehindDeclaration(at)
+                 : rest == "</"               ? BehindEndTag(at)
+                                              : BehindStartTag(at);
         }
         Replace(page_.size(), page_.size(), {});
         return std::move(mended_);
@@ -109,13 +115,13 @@ private:
     size_t BehindDeclaration(size_t at) {
         constexpr std::string_view kOpen = "<!--", kClose = "-->", kEmpty = "<!---->";
         const std::string_view rest = page_.substr(at, kEmpty.size());
-        const bool is_comment = rest.starts_with(kOpen) && !rest.starts_with("<!-->") && !rest.starts_with("<!--->");
-        const std::string_view close = is_comment ? kClose : kClose.substr(2);
-        size_t end = page_.find(close, is_comment ? at + kOpen.size() : at);
+        const bool isComment = rest.starts_with(kOpen) && !rest.starts_with("<!-->") && !rest.starts_with("<!--->");
+        const std::string_view close = isComment ? kClose : kClose.substr(2);
+        size_t end = page_.find(close, isComment ? at + kOpen.size() : at);
         if (end == std::string_view::npos)
             return end;
         end += close.size();
-        if (!is_comment)
+        if (!isComment)
             Replace(at, end, kEmpty);
         return end;
     }
@@ -123,8 +129,10 @@ private:
         const std::string name = NameAt(at + 2);
         if (name == "q" && quotes_ > 0)
             Replace(at, at, --quotes_ % 2 == 0 ? "\u201D" : "\u2019");
-        if (name != "br")
+        if (name != "br") {
+            MarkGoingOn(name, at + 2 + name.size());
             return at + 2;
+        }
         const size_t end = page_.find('>', at);
         if (end == std::string_view::npos)
             return end;
@@ -136,6 +144,7 @@ private:
             return at + 1;
         const std::string name = NameAt(at + 1);
         at += 1 + name.size();
+        MarkGoingOn(name, at);
         while (at < page_.size() && page_[at] != '>')
             at = BehindAttribute(page_, at);
         at = std::min(at + 1, page_.size());
@@ -144,14 +153,24 @@ private:
         const std::string_view rest = page_.substr(at, 2);
         if (name == "pre" && (rest == "\r\n" || rest.starts_with('\n')))
             Replace(at, page_.find('\n', at) + 1, {});
-        return name == "script" || name == "style" || name == "textarea" || name == "title" ? BehindText(at, name) : at;
+        const bool isCode = name == "script" || name == "style", isEmpty = page_.substr(0, at).ends_with("/>");
+        if (isEmpty || (!isCode && name != "textarea" && name != "title"))
+            return at;
+        const size_t end = BehindText(at, name);
+        if (isCode)
+            Replace(at, std::min(end, page_.size()), {});
+        return end;
     }
     /// The place of the end tag of an element whose text stands as it is.
     size_t BehindText(size_t at, std::string_view name) const {
         at = page_.find("</", at);
-        while (at != std::string_view::npos && !EqualNoCase(page_.substr(at + 2, name.size()), name))
+        while (at != std::string_view::npos && NameAt(at + 2) != name)
             at = page_.find("</", at + 2);
         return at;
+    }
+    void MarkGoingOn(std::string_view name, size_t at) {
+        if (std::find(std::begin(kGoingOn), std::end(kGoingOn), name) != std::end(kGoingOn))
+            Replace(at, at, std::string_view(&kGoesOn, 1));
     }
     std::string NameAt(size_t at) const {
         return ToLower(page_.substr(at, std::min(page_.find_first_of(kTagEnds, at), page_.size()) - at));
@@ -170,18 +189,34 @@ private:
 /// The name of the encoding that the page gives itself; empty for none.
 std::string NamedEncoding(std::string_view bytes) {
     constexpr size_t kHead = 1024;
-    constexpr std::string_view kElement = "<meta", kKey = "charset=";
+    constexpr std::string_view kElements[][2] = {{"<meta", "charset="}, {"<?xml", "encoding="}};
     const std::string head = ToLower(bytes.substr(0, kHead));
-    for (size_t at = head.find(kElement); at != std::string::npos; at = head.find(kElement, at + 1)) {
-        const std::string_view element = std::string_view(head).substr(at, head.find('>', at) - at);
-        const size_t key = element.find(kKey);
-        if (key == std::string_view::npos)
-            continue;
-        std::string_view name = element.substr(key + kKey.size());
-        name.remove_prefix(std::min(name.find_first_not_of(" \t\r\n\f\"'"), name.size()));
-        return std::string(name.substr(0, name.find_first_of(" \t\r\n\f\"';/")));
+    for (const auto& [begin, key] : kElements) {
+        for (size_t at = head.find(begin); at != std::string::npos; at = head.find(begin, at + 1)) {
+            const std::string_view element = std::string_view(head).substr(at, head.find('>', at) - at);
+            const size_t found = element.find(key);
+            if (found == std::string_view::npos)
+                continue;
+            std::string_view name = element.substr(found + key.size());
+            name.remove_prefix(std::min(name.find_first_not_of(" \t\r\n\f\"'"), name.size()));
+            return std::string(name.substr(0, name.find_first_of(" \t\r\n\f\"';/?")));
+        }
     }
     return {};
+}
+
+/// The name that mail and pages have for an encoding; empty for none.
+std::string_view StandardName(const std::string& encoding) {
+    UErrorCode status = U_ZERO_ERROR;
+    const char* const name = ucnv_getStandardName(encoding.c_str(), "MIME", &status);
+    return name == nullptr ? std::string_view() : name;
+}
+
+/// Whether the bytes may be of an encoding that writes all letters as ASCII between marks: they would pass for UTF-8.
+bool IsSevenBit(std::string_view bytes, const std::string& encoding) {
+    const std::string_view name = StandardName(encoding);
+    return (name.starts_with("ISO-2022-") || name.starts_with("HZ-")) &&
+           std::none_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
 /// Pages that name a set hold what stands in the larger one of Windows.
@@ -191,18 +226,17 @@ std::string AsWrittenOnWindows(const std::string& encoding) {
                                                                     {"ISO-8859-9", "windows-1254"},
                                                                     {"GB2312", "GBK"},
                                                                     {"EUC-KR", "windows-949"}};
-    UErrorCode status = U_ZERO_ERROR;
-    const char* const standard = ucnv_getStandardName(encoding.c_str(), "MIME", &status);
+    const std::string_view standard = StandardName(encoding);
     for (const auto& [name, larger] : kLarger) {
-        if (standard != nullptr && name == standard)
+        if (name == standard)
             return larger;
     }
     return encoding;
 }
 
 std::string DecodedPage(std::string_view bytes) {
-    std::string encoding = IsValidUtf8(bytes) ? std::string() : NamedEncoding(bytes);
-    if (encoding.empty())
+    std::string encoding = NamedEncoding(bytes);
+    if (encoding.empty() || (IsValidUtf8(bytes) && !IsSevenBit(bytes, encoding)))
         return ToUtf8(bytes);
     encoding = AsWrittenOnWindows(encoding);
     // A name that could be read is wrong if it stands for an encoding in which it couldn't.
@@ -222,10 +256,10 @@ struct Reference {
 /// Numbers that mean control characters stand for bytes of Windows-1252.
 Reference NumberAt(std::string_view page) {
     constexpr uint32_t kFirst = 0x80, kLast = 0x9F;
-    const bool is_hex = page.size() > 2 && (page[2] == 'x' || page[2] == 'X');
-    const uint32_t base = is_hex ? 16 : 10;
+    const bool isHex = page.size() > 2 && (page[2] == 'x' || page[2] == 'X');
+    const uint32_t base = isHex ? 16 : 10;
     uint32_t number = 0;
-    const size_t first = is_hex ? 3 : 2;
+    const size_t first = isHex ? 3 : 2;
     size_t end = first;
     for (; end < page.size(); ++end) {
         const int digit = HexValue(static_cast<unsigned char>(page[end]));
@@ -241,20 +275,49 @@ Reference NumberAt(std::string_view page) {
     return {end, FromWindows1252(static_cast<unsigned char>(number))};
 }
 
+struct NewName {
+    std::string_view name;
+    char32_t character;
+};
+/// Names that the parser doesn't know yet: of them those that writers of pages use.
+constexpr NewName kNewNames[] = {
+    {"AMP", '&'},      {"COPY", 0xA9},    {"GT", '>'},        {"Hat", '^'},          {"LT", '<'},
+    {"NewLine", '\n'}, {"QUOT", '"'},     {"REG", 0xAE},      {"TRADE", 0x2122},     {"Tab", '\t'},
+    {"ast", '*'},      {"bsol", '\\'},    {"check", 0x2713},  {"checkmark", 0x2713}, {"colon", ':'},
+    {"comma", ','},    {"commat", '@'},   {"cross", 0x2717},  {"dash", 0x2010},      {"dollar", '$'},
+    {"equals", '='},   {"excl", '!'},     {"female", 0x2640}, {"grave", '`'},        {"hyphen", 0x2010},
+    {"lbrace", '{'},   {"lbrack", '['},   {"lcub", '{'},      {"lowbar", '_'},       {"lpar", '('},
+    {"lsqb", '['},     {"male", 0x2642},  {"num", '#'},       {"percnt", '%'},       {"period", '.'},
+    {"phone", 0x260E}, {"plus", '+'},     {"quest", '?'},     {"rbrace", '}'},       {"rbrack", ']'},
+    {"rcub", '}'},     {"rpar", ')'},     {"rsqb", ']'},      {"semi", ';'},         {"sol", '/'},
+    {"star", 0x2606},  {"starf", 0x2605}, {"verbar", '|'},    {"vert", '|'},
+};
+static_assert(std::is_sorted(std::begin(kNewNames), std::end(kNewNames),
+                             [](const NewName& a, const NewName& b) { return a.name < b.name; }));
+
+Reference NewNameAt(std::string_view name) {
+    const auto* const found = std::lower_bound(std::begin(kNewNames), std::end(kNewNames), name,
+                                               [](const NewName& entry, std::string_view n) { return entry.name < n; });
+    return found == std::end(kNewNames) || found->name != name ? Reference{}
+                                                               : Reference{name.size() + 2, found->character};
+}
+
 bool IsOfName(char c) {
     return IsDigit(c) || IsLetter(c);
 }
 
 /// The names of the characters up to U+00FF count without ";" too: in text whatever follows, within a tag only where no
 /// part of an address can be meant.
-Reference NameAt(std::string_view page, bool in_tag) {
+Reference NameAt(std::string_view page, bool inTag) {
     constexpr size_t kShortest = 2, kLongest = 6;
     constexpr unsigned kLastCharacter = 0xFF;
     const auto end = static_cast<size_t>(std::find_if_not(page.begin() + 1, page.end(), IsOfName) - page.begin());
     const char next = end < page.size() ? page[end] : ' ';
-    if (next == ';' || (in_tag && next == '='))
+    if (next == ';')
+        return NewNameAt(page.substr(1, end - 1));
+    if (inTag && next == '=')
         return {};
-    const size_t shortest = in_tag ? std::max(end - 1, kShortest) : kShortest;
+    const size_t shortest = inTag ? std::max(end - 1, kShortest) : kShortest;
     for (size_t length = std::min(end - 1, kLongest); length >= shortest; --length) {
         const std::string name(page.substr(1, length));
         const htmlEntityDesc* const entity = htmlEntityLookup(reinterpret_cast<const xmlChar*>(name.c_str()));
@@ -267,16 +330,16 @@ Reference NameAt(std::string_view page, bool in_tag) {
 std::string WithWholeReferences(std::string_view page) {
     std::string whole;
     whole.reserve(page.size());
-    bool in_tag = false;
+    bool inTag = false;
     while (!page.empty()) {
         const std::string_view before = page.substr(0, page.find('&'));
         if (const size_t bracket = before.find_last_of("<>"); bracket != std::string_view::npos)
-            in_tag = before[bracket] == '<';
+            inTag = before[bracket] == '<';
         whole.append(before);
         page.remove_prefix(before.size());
         if (page.empty())
             break;
-        const Reference reference = page.substr(1).starts_with('#') ? NumberAt(page) : NameAt(page, in_tag);
+        const Reference reference = page.substr(1).starts_with('#') ? NumberAt(page) : NameAt(page, inTag);
         if (reference.length > 0)
             whole.append("&#").append(std::to_string(static_cast<uint32_t>(reference.character))).append(";");
         else

@@ -65,7 +65,7 @@ void TakeSize(Picture& picture, uint32_t width, uint32_t height) {
 bool ReadPngSize(Picture& picture) {
     if (picture.bytes.size() < 24 || !picture.bytes.starts_with("\x89PNG\r\n\x1a\n"))
         return false;
-    picture.kind = PictureKind::kPng;
+    picture.kind = PictureKind::Png;
     TakeSize(picture, BigEndian(picture.bytes, 16, 4), BigEndian(picture.bytes, 20, 4));
     return true;
 }
@@ -75,7 +75,7 @@ bool ReadJpegSize(Picture& picture) {
     const std::string_view bytes = picture.bytes;
     if (!bytes.starts_with("\xFF\xD8"))
         return false;
-    picture.kind = PictureKind::kJpeg;
+    picture.kind = PictureKind::Jpeg;
     size_t at = 2;
     while (at + 9 <= bytes.size() && bytes[at] == '\xFF') {
         const auto marker = static_cast<unsigned char>(bytes[at + 1]);
@@ -103,8 +103,8 @@ void GiveShownSize(Picture& picture, std::string_view width, std::string_view he
         tall = shown * down / across;
     }
     const double shrink = std::min(1.0, kWidest / (shown * kTwipsPerPixel));
-    picture.goal_width = std::max(1, static_cast<int>(std::min(shown * kTwipsPerPixel * shrink, kWidest)));
-    picture.goal_height = static_cast<int>(std::clamp(tall * kTwipsPerPixel * shrink, 1.0, kTallest));
+    picture.goalWidth = std::max(1, static_cast<int>(std::min(shown * kTwipsPerPixel * shrink, kWidest)));
+    picture.goalHeight = static_cast<int>(std::clamp(tall * kTwipsPerPixel * shrink, 1.0, kTallest));
 }
 
 }  // namespace

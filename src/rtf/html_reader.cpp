@@ -10,10 +10,9 @@
 #include "base/text.h"
 #include "base/xml_callbacks.h"
 #include "rtf/document_builder.h"
+#include "rtf/html_element.h"
 #include "rtf/html_layout.h"
 #include "rtf/html_page.h"
-#include "rtf/html_style.h"
-#include "rtf/html_tags.h"
 
 namespace lore {
 
@@ -23,33 +22,6 @@ constexpr size_t kDeepest = 1000;
 constexpr size_t kMostRtf = 1'000'000, kLeastOfList = 1000;  // bytes
 constexpr int kDeepestTable = 8;
 constexpr int16_t kListIndent = 720;
-constexpr char kFixedWidthFont[] = "Courier New";
-
-/// The attributes of an element, names and values in turn.
-class Attributes {
-public:
-    explicit Attributes(const xmlChar** list) : list_(list) {}
-    std::string_view operator[](std::string_view name) const {
-        for (const xmlChar** entry = list_; entry && *entry; entry += 2) {
-            if (View(entry[0]) == name)
-                return View(entry[1]);
-        }
-        return {};
-    }
-
-private:
-    const xmlChar** list_;
-};
-
-/// An element that is open, with the look of what stands in it.
-struct OpenElement {
-    std::string name;
-    const HtmlTag* tag = nullptr;
-    CharFormat chars;
-    ParagraphFormat paragraph;
-    bool skipped = false;
-    bool keeps_blanks = false;
-};
 
 bool IsBlank(char c) {
     return std::string_view(" \t\n\r\f").find(c) != std::string_view::npos;
@@ -66,42 +38,46 @@ std::string WithoutControls(std::string_view text) {
     return clean;
 }
 
+/// Whether cells in such an element are none of the table around it.
+bool HoldsCells(HtmlFlow flow) {
+    return flow == HtmlFlow::Table || flow == HtmlFlow::Skipped;
+}
+
 class HtmlReader {
 public:
     explicit HtmlReader(const HtmlLook& look) : convert_(look.convert), alternatives_(look.alternatives) {
-        OpenElement body;
-        body.tag = &FindHtmlTag({});
+        HtmlElement body;
         body.chars.font = builder_.Font(look.font);
-        body.chars.half_points = static_cast<int16_t>(std::clamp<int>(look.half_points, 1, kMostHalfPoints));
+        body.chars.halfPoints = static_cast<int16_t>(std::clamp<int>(look.halfPoints, 1, kMostHalfPoints));
         open_.push_back(std::move(body));
     }
 
-    void Start(std::string_view name, const Attributes& attributes);
+    void Start(std::string_view name, const HtmlAttributes& attributes);
     void End(std::string_view name);
     void Characters(std::string_view text);
     bool IsFull() const { return builder_.LeastSize() + lists_.InUse() * kLeastOfList > kMostRtf; }
     Document Finish();
 
 private:
-    const OpenElement& Inner() const { return open_.back(); }
+    const HtmlElement& Inner() const { return open_.back(); }
     int CellDepth() const {
         return static_cast<int>(
-            std::count_if(tables_.begin(), tables_.end(), [](const HtmlTable& table) { return table.in_cell; }));
+            std::count_if(tables_.begin(), tables_.end(), [](const HtmlTable& table) { return table.inCell; }));
     }
-    HtmlStyle Look(OpenElement& element, const Attributes& attributes);
-    void LookAt(const HtmlStyle& style, OpenElement& element);
-    void Enter(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind);
-    void Leave(const OpenElement& element);
-    void StartList(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind);
-    void StartItem(OpenElement& element, const Attributes& attributes, ListKind kind);
+    void EndOpen(HtmlFlow flow);
+    void Close(size_t keep);
+    void Enter(HtmlElement& element, const HtmlAttributes& attributes);
+    void Leave(const HtmlElement& element);
+    void StartList(HtmlElement& element, const HtmlAttributes& attributes);
+    void StartItem(HtmlElement& element, const HtmlAttributes& attributes, ListKind kind);
     void EndParagraph();
-    void AddPicture(const Attributes& attributes);
+    void AddPicture(const HtmlAttributes& attributes);
     void BeginInline();
     void AddBlock(std::string_view text);
     void AddFlowing(std::string_view text);
     void AddBreak();
     void EndBlock();
-    void StartCell(const Attributes& attributes);
+    void StartCell(const HtmlAttributes& attributes);
     void OpenCell();
     void AddSpanned();
     void EndCell();
@@ -110,168 +86,142 @@ private:
     const PictureConverter& convert_;
     const bool alternatives_;
     DocumentBuilder builder_;
-    std::vector<OpenElement> open_;
+    std::vector<HtmlElement> open_;
     std::vector<HtmlTable> tables_;
-    size_t too_deep_ = 0;
+    size_t tooDeep_ = 0;
     HtmlLists lists_;
-    bool has_text_ = false;       // in the paragraph that is open
-    bool pending_blank_ = false;  // white space that counts if more text follows
-    CharFormat blank_format_;     // the look of that white space
-    bool pending_break_ = false;  // the same of a line break
+    bool hasText_ = false;       // in the paragraph that is open
+    bool pendingBlank_ = false;  // white space that counts if more text follows
+    CharFormat blankFormat_;     // the look of that white space
+    bool pendingBreak_ = false;  // the same of a line break
 };
 
-/// Gives what the element's own style says.
-HtmlStyle HtmlReader::Look(OpenElement& element, const Attributes& attributes) {
-    const HtmlTag& tag = *element.tag;
-    CharFormat& chars = element.chars;
-    chars.bold = chars.bold || tag.bold;
-    chars.italic = chars.italic || tag.italic;
-    chars.underline = chars.underline || tag.underline;
-    chars.strike = chars.strike || tag.strike;
-    if (tag.position != ScriptPosition::kBaseline)
-        chars.position = tag.position;
-    chars.half_points = SizeIn(tag, attributes["size"], chars.half_points);
-    if (tag.fixed_width)
-        chars.font = builder_.Font(kFixedWidthFont);
-    element.keeps_blanks = element.keeps_blanks || tag.keeps_blanks;
-    element.paragraph.left_indent = static_cast<int16_t>(std::min(element.paragraph.left_indent + tag.indent, 7200));
-
-    HtmlStyle style = ReadInlineStyle(attributes["style"], chars.half_points);
-    LookAt(style, element);
-    if (const auto color = style.color ? style.color : ReadHtmlColor(attributes["color"]))
-        chars.color = color;
-    if (const std::string_view font = style.font.empty() ? attributes["face"] : style.font; !font.empty())
-        chars.font = builder_.Font(font.substr(0, font.find(',')));
-    if (const auto align = style.align ? style.align : ReadHtmlAlign(attributes["align"]))
-        element.paragraph.align = *align;
-    if (element.name == "center")
-        element.paragraph.align = ParagraphAlign::kCenter;
-    if (const std::string_view direction = attributes["dir"]; !direction.empty())
-        element.paragraph.right_to_left = EqualNoCase(direction, "rtl");
-    element.skipped = element.skipped || style.IsHidden() || tag.flow == HtmlFlow::kSkipped;
-    return style;
-}
-
-void HtmlReader::LookAt(const HtmlStyle& style, OpenElement& element) {
-    CharFormat& chars = element.chars;
-    GiveLook(style, chars);
-    element.keeps_blanks = style.keeps_blanks.value_or(element.keeps_blanks);
-    const HtmlFlow flow = element.tag->flow;
-    if (style.background && flow == HtmlFlow::kInline)
-        chars.background = style.background;
-    // Of cells it says where their contents stand.
-    if (style.position && (flow == HtmlFlow::kInline || flow == HtmlFlow::kLink))
-        chars.position = *style.position;
-}
-
-void HtmlReader::Start(std::string_view name, const Attributes& attributes) {
+void HtmlReader::Start(std::string_view name, const HtmlAttributes& attributes) {
     if (IsFull())
         return;
+    const HtmlFlow flow = FindHtmlTag(name).flow;
     if (open_.size() >= kDeepest) {
-        ++too_deep_;
+        ++tooDeep_;
+        if (flow == HtmlFlow::Block && !Inner().skipped)
+            EndBlock();
         return;
     }
-    OpenElement element = Inner();
-    element.name = name;
-    element.tag = &FindHtmlTag(name);
-    const HtmlStyle style = Look(element, attributes);
+    if (flow == HtmlFlow::Cell || flow == HtmlFlow::Row)
+        EndOpen(flow);
+    else if (flow == HtmlFlow::Link && Inner().tag->flow == HtmlFlow::Link)
+        Close(open_.size() - 1);
+    HtmlElement element = ElementWithin(Inner(), name, attributes, builder_);
     if (!element.skipped)
-        Enter(element, attributes, style.list);
+        Enter(element, attributes);
     open_.push_back(std::move(element));
 }
 
-void HtmlReader::Enter(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind) {
+/// A cell ends the one in front of it in the table, and a row the one before, with all that is left open in it.
+void HtmlReader::EndOpen(HtmlFlow flow) {
+    for (size_t i = open_.size(); i-- > 1 && !HoldsCells(open_[i].tag->flow);) {
+        if (open_[i].tag->flow == flow)
+            return Close(i);
+    }
+}
+
+void HtmlReader::Enter(HtmlElement& element, const HtmlAttributes& attributes) {
+    if (element.isBlock)
+        EndBlock();
     switch (element.tag->flow) {
-        case HtmlFlow::kBreak:
+        case HtmlFlow::Break:
             return AddBreak();
-        case HtmlFlow::kRule:
+        case HtmlFlow::Rule:
             EndBlock();
             AddBlock("\u2014\u2014\u2014");
             return EndBlock();
-        case HtmlFlow::kPicture:
+        case HtmlFlow::Picture:
             return AddPicture(attributes);
-        case HtmlFlow::kLink:
+        case HtmlFlow::Link:
             if (const std::string target = WithoutControls(Trim(attributes["href"]));
                 !target.empty() && !target.starts_with('#'))
                 element.chars.link = builder_.Link(target);
             return;
-        case HtmlFlow::kBulletList:
-        case HtmlFlow::kNumberedList:
+        case HtmlFlow::BulletList:
+        case HtmlFlow::NumberedList:
             EndBlock();
-            return StartList(element, attributes, kind);
-        case HtmlFlow::kTable:
+            return StartList(element, attributes);
+        case HtmlFlow::Table:
             EndBlock();
             if (tables_.size() < kDeepestTable)
                 tables_.emplace_back();
             return;
-        case HtmlFlow::kRow:
+        case HtmlFlow::Row:
             EndRow();
             if (!tables_.empty())
-                tables_.back().in_row = true;
+                tables_.back().inRow = true;
             return;
-        case HtmlFlow::kCell:
+        case HtmlFlow::Cell:
             return StartCell(attributes);
-        case HtmlFlow::kItem:
+        case HtmlFlow::Item:
             EndBlock();
-            return StartItem(element, attributes, kind.value_or(element.paragraph.list));
-        case HtmlFlow::kBlock:
+            return StartItem(element, attributes, element.ownList.value_or(element.paragraph.list));
+        case HtmlFlow::Block:
             return EndBlock();
-        case HtmlFlow::kInline:
-        case HtmlFlow::kSkipped:
+        case HtmlFlow::Inline:
+        case HtmlFlow::Skipped:
             return;
     }
 }
 
-void HtmlReader::StartList(OpenElement& element, const Attributes& attributes, std::optional<ListKind> kind) {
+void HtmlReader::StartList(HtmlElement& element, const HtmlAttributes& attributes) {
     ParagraphFormat& format = element.paragraph;
-    const auto around = std::count_if(open_.begin(), open_.end(), [](const OpenElement& outer) {
-        return outer.tag->flow == HtmlFlow::kBulletList || outer.tag->flow == HtmlFlow::kNumberedList;
+    const auto around = std::count_if(open_.begin(), open_.end(), [](const HtmlElement& outer) {
+        return outer.tag->flow == HtmlFlow::BulletList || outer.tag->flow == HtmlFlow::NumberedList;
     });
-    format.list_level = static_cast<uint8_t>(std::min<std::ptrdiff_t>(around, 8));
-    format.list_start = NumberIn(attributes["start"]).value_or(1);
-    format.list_id = lists_.Add(format.list_start);
-    format.list = element.tag->flow == HtmlFlow::kBulletList ? ListKind::kBullet : NumbersOf(attributes["type"]);
-    format.left_indent = static_cast<int16_t>(kListIndent * (format.list_level + 1));
-    format.first_indent = -kListIndent / 2;
-    SetList(format, kind.value_or(format.list));
+    format.listLevel = static_cast<uint8_t>(std::min<std::ptrdiff_t>(around, 8));
+    format.listStart = NumberIn(attributes["start"]).value_or(1);
+    format.listId = lists_.Add(format.listStart);
+    format.list = element.tag->flow == HtmlFlow::BulletList ? ListKind::Bullet : NumbersOf(attributes["type"]);
+    format.leftIndent = static_cast<int16_t>(kListIndent * (format.listLevel + 1));
+    format.firstIndent = -kListIndent / 2;
+    SetList(format, element.ownList.value_or(format.list));
 }
 
 /// Items that say their own kind, or a number that isn't theirs, make a list of it.
-void HtmlReader::StartItem(OpenElement& element, const Attributes& attributes, ListKind kind) {
+void HtmlReader::StartItem(HtmlElement& element, const HtmlAttributes& attributes, ListKind kind) {
     ParagraphFormat& format = element.paragraph;
-    if (format.list == ListKind::kNone)
+    if (format.list == ListKind::None)
         return;
-    const int next = lists_.Next(format.list_id);
-    const auto number = NumberIn(kind == ListKind::kBullet ? std::string_view() : attributes["value"]);
+    const int next = lists_.Next(format.listId);
+    const auto number = NumberIn(kind == ListKind::Bullet ? std::string_view() : attributes["value"]);
     if (format.list == kind && number.value_or(next) == next)
         return;
-    if (kind == ListKind::kNone)
+    if (kind == ListKind::None)
         return SetList(format, kind);
-    const int32_t id = format.list_id;
-    format.list_start = number.value_or(format.list_start);
-    format.list_id = lists_.Add(format.list_start);
+    const int32_t id = format.listId;
+    format.listStart = number.value_or(format.listStart);
+    format.listId = lists_.Add(format.listStart);
     format.list = kind;
-    for (OpenElement& outer : open_) {
-        if (outer.paragraph.list_id == id) {
+    for (HtmlElement& outer : open_) {
+        if (outer.paragraph.listId == id) {
             outer.paragraph.list = kind;
-            outer.paragraph.list_id = format.list_id;
-            outer.paragraph.list_start = format.list_start;
+            outer.paragraph.listId = format.listId;
+            outer.paragraph.listStart = format.listStart;
         }
     }
 }
 
 void HtmlReader::End(std::string_view name) {
-    if (too_deep_ > 0) {
-        --too_deep_;
+    if (tooDeep_ > 0) {
+        --tooDeep_;
         return;
     }
-    const auto found = std::find_if(open_.rbegin(), open_.rend() - 1,
-                                    [&](const OpenElement& element) { return element.name == name; });
-    if (found == open_.rend() - 1)
-        return;
-    const auto keep = static_cast<size_t>(std::distance(found, open_.rend()) - 1);
+    // What has been ended for a cell stood in the same table.
+    size_t at = open_.size() - 1;
+    while (at > 0 && open_[at].name != name && open_[at].tag->flow != HtmlFlow::Table)
+        --at;
+    if (at > 0 && open_[at].name == name)
+        Close(at);
+}
+
+void HtmlReader::Close(size_t keep) {
     while (open_.size() > keep) {
-        const OpenElement element = std::move(open_.back());
+        const HtmlElement element = std::move(open_.back());
         open_.pop_back();
         if (!element.skipped) {
             open_.push_back(element);
@@ -281,46 +231,46 @@ void HtmlReader::End(std::string_view name) {
     }
 }
 
-void HtmlReader::Leave(const OpenElement& element) {
+void HtmlReader::Leave(const HtmlElement& element) {
     switch (element.tag->flow) {
-        case HtmlFlow::kBlock:
-        case HtmlFlow::kItem:
-        case HtmlFlow::kBulletList:
-        case HtmlFlow::kNumberedList:
+        case HtmlFlow::Block:
+        case HtmlFlow::Item:
+        case HtmlFlow::BulletList:
+        case HtmlFlow::NumberedList:
             return EndBlock();
-        case HtmlFlow::kCell:
+        case HtmlFlow::Cell:
             return EndCell();
-        case HtmlFlow::kRow:
+        case HtmlFlow::Row:
             return EndRow();
-        case HtmlFlow::kTable:
+        case HtmlFlow::Table:
             EndRow();
             if (!tables_.empty())
                 tables_.pop_back();
             return;
         default:
-            return;
+            return element.isBlock ? EndBlock() : void();
     }
 }
 
-void HtmlReader::AddPicture(const Attributes& attributes) {
+void HtmlReader::AddPicture(const HtmlAttributes& attributes) {
     std::optional<Picture> picture =
         ReadDataPicture(attributes["src"], attributes["width"], attributes["height"], convert_);
     if (!picture)
         return alternatives_ ? AddFlowing(attributes["alt"]) : void();
-    if (pending_blank_ && has_text_ && !pending_break_)
-        builder_.AddText(" ", blank_format_);
-    pending_blank_ = false;
+    if (pendingBlank_ && hasText_ && !pendingBreak_)
+        builder_.AddText(" ", blankFormat_);
+    pendingBlank_ = false;
     BeginInline();
     builder_.AddPicture(std::move(*picture), Inner().chars);
 }
 
 void HtmlReader::BeginInline() {
     // Text that stands in a row beside its cells gets a cell.
-    if (!tables_.empty() && tables_.back().in_row && !tables_.back().in_cell)
+    if (!tables_.empty() && tables_.back().inRow && !tables_.back().inCell)
         OpenCell();
-    if (std::exchange(pending_break_, false))
+    if (std::exchange(pendingBreak_, false))
         builder_.AddText("\n", Inner().chars);
-    has_text_ = true;
+    hasText_ = true;
 }
 
 void HtmlReader::AddBlock(std::string_view text) {
@@ -331,7 +281,7 @@ void HtmlReader::AddBlock(std::string_view text) {
 void HtmlReader::Characters(std::string_view text) {
     if (Inner().skipped || IsFull())
         return;
-    if (!Inner().keeps_blanks)
+    if (!Inner().keepsBlanks)
         return AddFlowing(text);
     while (!text.empty()) {
         const size_t end = std::min(text.find('\n'), text.size());
@@ -349,14 +299,14 @@ void HtmlReader::AddFlowing(std::string_view text) {
         if (IsBlank(c)) {
             if (!flowing.empty())
                 AddBlock(std::exchange(flowing, {}));
-            if (!pending_blank_)
-                blank_format_ = Inner().chars;
-            pending_blank_ = true;
+            if (!pendingBlank_)
+                blankFormat_ = Inner().chars;
+            pendingBlank_ = true;
             continue;
         }
-        if (pending_blank_ && has_text_ && !pending_break_)
-            builder_.AddText(" ", blank_format_);
-        pending_blank_ = false;
+        if (pendingBlank_ && hasText_ && !pendingBreak_)
+            builder_.AddText(" ", blankFormat_);
+        pendingBlank_ = false;
         flowing += c;
     }
     if (!flowing.empty())
@@ -364,14 +314,14 @@ void HtmlReader::AddFlowing(std::string_view text) {
 }
 
 void HtmlReader::AddBreak() {
-    pending_blank_ = false;
-    if (!has_text_) {
+    pendingBlank_ = false;
+    if (!hasText_) {
         EndParagraph();
         return;
     }
-    if (pending_break_)
+    if (pendingBreak_)
         builder_.AddText("\n", Inner().chars);
-    pending_break_ = true;
+    pendingBreak_ = true;
 }
 
 void HtmlReader::EndParagraph() {
@@ -380,20 +330,20 @@ void HtmlReader::EndParagraph() {
 }
 
 void HtmlReader::EndBlock() {
-    pending_blank_ = pending_break_ = false;
-    if (!has_text_)
+    pendingBlank_ = pendingBreak_ = false;
+    if (!hasText_)
         return;
     EndParagraph();
-    has_text_ = false;
+    hasText_ = false;
     // Only the first paragraph of an item bears its mark.
-    for (OpenElement& element : open_) {
-        if (element.tag->flow == HtmlFlow::kItem) {
-            SetList(element.paragraph, ListKind::kNone);
+    for (HtmlElement& element : open_) {
+        if (element.tag->flow == HtmlFlow::Item) {
+            SetList(element.paragraph, ListKind::None);
         }
     }
 }
 
-void HtmlReader::StartCell(const Attributes& attributes) {
+void HtmlReader::StartCell(const HtmlAttributes& attributes) {
     if (tables_.empty())
         return EndBlock();
     EndCell();
@@ -403,7 +353,7 @@ void HtmlReader::StartCell(const Attributes& attributes) {
 
 void HtmlReader::OpenCell() {
     AddSpanned();
-    tables_.back().in_row = tables_.back().in_cell = true;
+    tables_.back().inRow = tables_.back().inCell = true;
 }
 
 void HtmlReader::AddSpanned() {
@@ -412,19 +362,19 @@ void HtmlReader::AddSpanned() {
 }
 
 void HtmlReader::EndCell() {
-    if (tables_.empty() || !tables_.back().in_cell)
+    if (tables_.empty() || !tables_.back().inCell)
         return EndBlock();
-    pending_blank_ = pending_break_ = false;
+    pendingBlank_ = pendingBreak_ = false;
     HtmlTable& table = tables_.back();
     // A paragraph that has ended in front of the cell's end is its last one.
-    const std::optional<ParagraphFormat> ended = has_text_ ? std::nullopt : builder_.TakeBackEnd(CellDepth());
-    has_text_ = false;
+    const std::optional<ParagraphFormat> ended = hasText_ ? std::nullopt : builder_.TakeBackEnd(CellDepth());
+    hasText_ = false;
     const ParagraphFormat last = ended.value_or(Inner().paragraph);
     if (table.IsFull())
         builder_.EndParagraph(last, CellDepth());
     for (int cells = table.AddCell(), left = cells; left > 0; --left)
         builder_.EndCell(left == cells ? last : Inner().paragraph, CellDepth());
-    table.in_cell = false;
+    table.inCell = false;
 }
 
 void HtmlReader::EndRow() {
@@ -436,7 +386,7 @@ void HtmlReader::EndRow() {
         AddSpanned();
     if (table.Cells() > 0)
         builder_.EndRow(table.TakeRow(), {}, CellDepth() + 1);
-    table.in_row = false;
+    table.inRow = false;
 }
 
 Document HtmlReader::Finish() {
@@ -450,13 +400,19 @@ Document HtmlReader::Finish() {
 
 using Reading = GuardedReader<HtmlReader>;
 
+std::string_view NameOf(const xmlChar* element) {
+    std::string_view name = View(element);
+    name.remove_suffix(name.ends_with(kGoesOn) ? 1 : 0);
+    return name;
+}
+
 void OnStart(void* reading, const xmlChar* name, const xmlChar** attributes) {
     static_cast<Reading*>(reading)->Guard(
-        [&](HtmlReader& reader) { reader.Start(View(name), Attributes(attributes)); });
+        [&](HtmlReader& reader) { reader.Start(NameOf(name), HtmlAttributes(attributes)); });
 }
 
 void OnEnd(void* reading, const xmlChar* name) {
-    static_cast<Reading*>(reading)->Guard([&](HtmlReader& reader) { reader.End(View(name)); });
+    static_cast<Reading*>(reading)->Guard([&](HtmlReader& reader) { reader.End(NameOf(name)); });
 }
 
 void OnCharacters(void* reading, const xmlChar* text, int length) {

@@ -24,7 +24,7 @@ constexpr NamedColor kColors[] = {
 
 struct SizeUnit {
     std::string_view name;
-    double half_points;  // of one; 0: relative to the surroundings
+    double halfPoints;  // of one; 0: relative to the surroundings
     double relative = 0;
 };
 constexpr SizeUnit kUnits[] = {{"pt", 2.0},    {"px", 1.5},   {"rem", 24.0}, {"em", 0, 1.0},
@@ -46,12 +46,12 @@ std::optional<TextColor> ReadHexColor(std::string_view digits) {
     return TextColor{part(16, 255, 1), part(8, 255, 1), part(0, 255, 1)};
 }
 
-std::optional<int16_t> ReadSize(std::string_view text, int half_points) {
+std::optional<int16_t> ReadSize(std::string_view text, int halfPoints) {
     for (const SizeUnit& unit : kUnits) {
         if (!text.ends_with(unit.name))
             continue;
         const double number = ParseDouble(text.substr(0, text.size() - unit.name.size()));
-        const double size = number * (unit.half_points > 0 ? unit.half_points : unit.relative * half_points);
+        const double size = number * (unit.halfPoints > 0 ? unit.halfPoints : unit.relative * halfPoints);
         return size >= 1 ? std::optional(static_cast<int16_t>(std::min(size + 0.5, double{kMostHalfPoints})))
                          : std::nullopt;
     }
@@ -63,8 +63,8 @@ std::optional<int16_t> ReadFontSize(std::string_view text) {
     constexpr int kUsual = 3, kLargest = static_cast<int>(kSizes.size());
     if (text.find_first_of("0123456789") == std::string_view::npos)
         return std::nullopt;
-    const bool is_relative = text.starts_with('+') || text.starts_with('-');
-    const int size = std::clamp(ParseInt(text), -kLargest, kLargest) + (is_relative ? kUsual : 0);
+    const bool isRelative = text.starts_with('+') || text.starts_with('-');
+    const int size = std::clamp(ParseInt(text), -kLargest, kLargest) + (isRelative ? kUsual : 0);
     return kSizes[static_cast<size_t>(std::clamp(size, 1, kLargest) - 1)];
 }
 
@@ -85,26 +85,71 @@ void SetDecoration(HtmlStyle& style, std::string_view value) {
         style.underline = style.strike = false;
 }
 
-void SetBold(HtmlStyle& style, std::string_view value) {
+bool IsBold(std::string_view weight) {
     constexpr int kBoldFrom = 600;
-    style.bold = value.starts_with("bold") || ParseInt(value) >= kBoldFrom;
+    return weight.starts_with("bold") || ParseInt(weight) >= kBoldFrom;
+}
+
+bool IsItalic(std::string_view slope) {
+    return slope == "italic" || slope == "oblique";
+}
+
+/// Weight, slope, size and family in one. Without a size it says nothing.
+void SetFont(HtmlStyle& style, std::string_view written, int halfPoints) {
+    bool bold = false, italic = false, smallCaps = false;
+    std::optional<int16_t> size;
+    while (!size && !written.empty()) {
+        const std::string word = ToLower(written.substr(0, written.find_first_of(" \t\r\n\f/")));
+        size = ReadSize(word, halfPoints);
+        bold = bold || (!size && IsBold(word));
+        italic = italic || IsItalic(word);
+        smallCaps = smallCaps || word == "small-caps";
+        written = TrimLeft(written.substr(std::max<size_t>(word.size(), 1)));
+    }
+    if (!size)
+        return;
+    style.bold = bold;
+    style.italic = italic;
+    style.smallCaps = smallCaps;
+    style.halfPoints = size;
+    // The height of a line.
+    if (written.starts_with('/')) {
+        written = TrimLeft(written.substr(1));
+        written.remove_prefix(std::min(written.find(' '), written.size()));
+    }
+    style.font = FirstFamily(written);
+}
+
+struct NamedDisplay {
+    std::string_view name;
+    HtmlDisplay display;
+};
+constexpr NamedDisplay kDisplays[] = {{"none", HtmlDisplay::None},       {"block", HtmlDisplay::Block},
+                                      {"flow-root", HtmlDisplay::Block}, {"flex", HtmlDisplay::Block},
+                                      {"grid", HtmlDisplay::Block},      {"list-item", HtmlDisplay::Block},
+                                      {"table", HtmlDisplay::Block}};
+
+HtmlDisplay ReadDisplay(std::string_view value) {
+    const auto* const named = std::find_if(std::begin(kDisplays), std::end(kDisplays),
+                                           [&](const NamedDisplay& entry) { return entry.name == value; });
+    return named == std::end(kDisplays) ? HtmlDisplay::Other : named->display;
 }
 
 struct NamedList {
     std::string_view name;
     ListKind kind;
 };
-constexpr NamedList kLists[] = {{"disc", ListKind::kBullet},
-                                {"circle", ListKind::kBullet},
-                                {"square", ListKind::kBullet},
-                                {"decimal", ListKind::kDecimal},
-                                {"lower-alpha", ListKind::kLowerLetter},
-                                {"lower-latin", ListKind::kLowerLetter},
-                                {"upper-alpha", ListKind::kUpperLetter},
-                                {"upper-latin", ListKind::kUpperLetter},
-                                {"lower-roman", ListKind::kLowerRoman},
-                                {"upper-roman", ListKind::kUpperRoman},
-                                {"none", ListKind::kNone}};
+constexpr NamedList kLists[] = {{"disc", ListKind::Bullet},
+                                {"circle", ListKind::Bullet},
+                                {"square", ListKind::Bullet},
+                                {"decimal", ListKind::Decimal},
+                                {"lower-alpha", ListKind::LowerLetter},
+                                {"lower-latin", ListKind::LowerLetter},
+                                {"upper-alpha", ListKind::UpperLetter},
+                                {"upper-latin", ListKind::UpperLetter},
+                                {"lower-roman", ListKind::LowerRoman},
+                                {"upper-roman", ListKind::UpperRoman},
+                                {"none", ListKind::None}};
 
 /// The first word that names a kind, as the shorthand may hold others.
 std::optional<ListKind> ReadList(std::string_view value) {
@@ -121,18 +166,18 @@ std::optional<ListKind> ReadList(std::string_view value) {
 
 void SetPosition(HtmlStyle& style, std::string_view value) {
     if (value == "super" || value == "sub" || value == "baseline")
-        style.position = value == "super" ? ScriptPosition::kSuperscript
-                         : value == "sub" ? ScriptPosition::kSubscript
-                                          : ScriptPosition::kBaseline;
+        style.position = value == "super" ? ScriptPosition::Superscript
+                         : value == "sub" ? ScriptPosition::Subscript
+                                          : ScriptPosition::Baseline;
 }
 
 void SetVariant(HtmlStyle& style, std::string_view name, std::string_view value) {
     if (name.starts_with("font-variant"))
-        style.small_caps = value.find("small-caps") != std::string_view::npos;
+        style.smallCaps = value.find("small-caps") != std::string_view::npos;
     else if (name == "text-transform")
-        style.all_caps = value == "uppercase";
+        style.allCaps = value == "uppercase";
     else if (name == "white-space")
-        style.keeps_blanks = value == "pre" || value == "pre-wrap" || value == "break-spaces";
+        style.keepsBlanks = value == "pre" || value == "pre-wrap" || value == "break-spaces";
     else if (name == "list-style-type" || name == "list-style")
         style.list = ReadList(value);
     else if (name == "vertical-align")
@@ -140,31 +185,45 @@ void SetVariant(HtmlStyle& style, std::string_view name, std::string_view value)
 }
 
 void SetProperty(HtmlStyle& style, std::string_view name, std::string_view value, std::string_view written,
-                 int half_points) {
+                 int halfPoints) {
     if (name == "font-weight")
-        SetBold(style, value);
+        style.bold = IsBold(value);
     else if (name == "font-style")
-        style.italic = value == "italic" || value == "oblique";
-    else if (name.starts_with("text-decoration"))
+        style.italic = IsItalic(value);
+    else if (name == "font")
+        SetFont(style, written, halfPoints);
+    else if (name == "text-decoration" || name == "text-decoration-line")
         SetDecoration(style, value);
     else if (name == "color")
         style.color = ReadHtmlColor(value);
     else if (name == "background-color" || name == "background")
         style.background = ReadHtmlColor(value);
     else if (name == "font-size")
-        style.half_points = ReadSize(value, half_points);
+        style.halfPoints = ReadSize(value, halfPoints);
     else if (name == "font-family")
         style.font = FirstFamily(written);
     else if (name == "text-align")
         style.align = ReadHtmlAlign(value);
     else if (name == "display")
-        style.not_displayed = value == "none";
+        style.display = ReadDisplay(value);
     else if (name == "visibility")
         style.invisible = value == "hidden";
     else if (name == "mso-hide")
-        style.office_hides = value == "all";
+        style.officeHides = value == "all";
     else
         SetVariant(style, name, value);
+}
+
+std::string WithoutComments(std::string_view css) {
+    std::string without;
+    while (!css.empty()) {
+        const size_t begin = std::min(css.find("/*"), css.size());
+        without.append(css.substr(0, begin));
+        css.remove_prefix(begin);
+        const size_t end = css.find("*/", 2);
+        css.remove_prefix(end == std::string_view::npos ? css.size() : end + 2);
+    }
+    return without;
 }
 
 }  // namespace
@@ -183,8 +242,8 @@ std::optional<TextColor> ReadHtmlColor(std::string_view text) {
 }
 
 int16_t SizeIn(const HtmlTag& tag, std::string_view size, int16_t surroundings) {
-    if (tag.half_points > 0)
-        return tag.half_points;
+    if (tag.halfPoints > 0)
+        return tag.halfPoints;
     if (tag.name == "font")
         return ReadFontSize(Trim(size)).value_or(surroundings);
     return static_cast<int16_t>(std::clamp(std::lround(surroundings * tag.scale), 1L, long{kMostHalfPoints}));
@@ -201,13 +260,15 @@ void GiveLook(const HtmlStyle& style, CharFormat& chars) {
     chars.italic = style.italic.value_or(chars.italic);
     chars.underline = style.underline.value_or(chars.underline);
     chars.strike = style.strike.value_or(chars.strike);
-    chars.small_caps = style.small_caps.value_or(chars.small_caps);
-    chars.all_caps = style.all_caps.value_or(chars.all_caps);
-    chars.half_points = style.half_points.value_or(chars.half_points);
+    chars.smallCaps = style.smallCaps.value_or(chars.smallCaps);
+    chars.allCaps = style.allCaps.value_or(chars.allCaps);
+    chars.halfPoints = style.halfPoints.value_or(chars.halfPoints);
 }
 
-HtmlStyle ReadInlineStyle(std::string_view css, int half_points) {
+HtmlStyle ReadInlineStyle(std::string_view text, int halfPoints) {
     HtmlStyle style;
+    const std::string declarations = WithoutComments(text);
+    std::string_view css = declarations;
     while (!css.empty()) {
         const std::string_view piece = css.substr(0, css.find(';'));
         css.remove_prefix(std::min(piece.size() + 1, css.size()));
@@ -216,7 +277,7 @@ HtmlStyle ReadInlineStyle(std::string_view css, int half_points) {
             continue;
         const std::string_view value = piece.substr(colon + 1);
         const std::string_view written = Trim(value.substr(0, value.find('!')));  // "!important" decides nothing here
-        SetProperty(style, ToLower(Trim(piece.substr(0, colon))), ToLower(written), written, half_points);
+        SetProperty(style, ToLower(Trim(piece.substr(0, colon))), ToLower(written), written, halfPoints);
     }
     return style;
 }

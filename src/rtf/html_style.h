@@ -9,23 +9,27 @@
 
 namespace lore {
 
+/// How an element takes part in the page.
+enum class HtmlDisplay : uint8_t { None, Block, Other };
+
 /// What an inline style says of its element. Nothing means that the element looks as its surroundings do.
 struct HtmlStyle {
-    std::optional<bool> bold, italic, underline, strike, small_caps, all_caps;
+    std::optional<bool> bold, italic, underline, strike, smallCaps, allCaps;
     std::optional<ScriptPosition> position;
-    std::optional<ListKind> list;      ///< kNone: items without marks
-    std::optional<bool> keeps_blanks;  ///< white space counts as it stands
+    std::optional<ListKind> list;     ///< None: items without marks
+    std::optional<bool> keepsBlanks;  ///< white space counts as it stands
     std::optional<TextColor> color, background;
-    std::optional<int16_t> half_points;
+    std::optional<int16_t> halfPoints;
     std::optional<ParagraphAlign> align;
     std::string font;  ///< the first family; empty for none
-    bool not_displayed = false, invisible = false, office_hides = false;
-    bool IsHidden() const { return not_displayed || invisible || office_hides; }
+    std::optional<HtmlDisplay> display;
+    bool invisible = false, officeHides = false;
+    bool IsHidden() const { return display == HtmlDisplay::None || invisible || officeHides; }
 };
 
-/// Reads the value of a style attribute; what isn't known is passed over. `half_points` is the size that relative sizes
+/// Reads the value of a style attribute; what isn't known is passed over. `halfPoints` is the size that relative sizes
 /// go from.
-HtmlStyle ReadInlineStyle(std::string_view css, int half_points);
+HtmlStyle ReadInlineStyle(std::string_view css, int halfPoints);
 
 /// Gives characters what the style says of their letters: weight, lines, case, size.
 void GiveLook(const HtmlStyle& style, CharFormat& chars);

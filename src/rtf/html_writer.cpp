@@ -63,8 +63,8 @@ std::string_view ListType(const ParagraphFormat& format) {
     constexpr std::string_view kBullets[] = {"disc", "circle", "square"};
     constexpr std::string_view kNumbers[] = {"",           "", "decimal", "lower-alpha", "upper-alpha", "lower-roman",
                                              "upper-roman"};
-    return format.list == ListKind::kBullet ? kBullets[format.list_level % 3]
-                                            : kNumbers[static_cast<size_t>(format.list)];
+    return format.list == ListKind::Bullet ? kBullets[format.listLevel % 3]
+                                           : kNumbers[static_cast<size_t>(format.list)];
 }
 
 class HtmlWriter : public DocumentVisitor {
@@ -73,7 +73,7 @@ public:
 
     void Paragraph(size_t index, int number) override {
         const ParagraphFormat& format = document_.paragraphs[index].format;
-        if (format.list != ListKind::kNone)
+        if (format.list != ListKind::None)
             return Item(index, number);
         CloseLists(0);
         html_.append("<p").append(Attributes(format, true)).append(">");
@@ -134,39 +134,39 @@ private:
         constexpr std::string_view kAligns[] = {"", "center", "right", "justify"};
         Style style;
         // Items of lists are indented by their lists.
-        const int left = format.right_to_left ? format.right_indent : format.left_indent;
-        const int right = format.right_to_left ? format.left_indent : format.right_indent;
+        const int left = format.rightToLeft ? format.rightIndent : format.leftIndent;
+        const int right = format.rightToLeft ? format.leftIndent : format.rightIndent;
         if (indents && left > 0)
             style.Add("margin-left", Pixels(left));
         if (indents && right > 0)
             style.Add("margin-right", Pixels(right));
-        if (indents && format.first_indent != 0)
-            style.Add("text-indent", Pixels(std::max<int>(format.first_indent, -format.left_indent)));
-        if (format.space_before > 0)
-            style.Add("margin-top", Pixels(format.space_before));
-        if (format.space_after > 0)
-            style.Add("margin-bottom", Pixels(format.space_after));
-        if (format.align != ParagraphAlign::kLeft)
+        if (indents && format.firstIndent != 0)
+            style.Add("text-indent", Pixels(std::max<int>(format.firstIndent, -format.leftIndent)));
+        if (format.spaceBefore > 0)
+            style.Add("margin-top", Pixels(format.spaceBefore));
+        if (format.spaceAfter > 0)
+            style.Add("margin-bottom", Pixels(format.spaceAfter));
+        if (format.align != ParagraphAlign::Left)
             style.Add("text-align", kAligns[static_cast<size_t>(format.align)]);
-        if (format.line_multiple && format.line_spacing > 240)
-            style.Add("line-height", std::to_string(format.line_spacing * 100 / 240) + "%");
-        return (format.right_to_left ? " dir=\"rtl\"" : "") + style.Attribute();
+        if (format.lineMultiple && format.lineSpacing > 240)
+            style.Add("line-height", std::to_string(format.lineSpacing * 100 / 240) + "%");
+        return (format.rightToLeft ? " dir=\"rtl\"" : "") + style.Attribute();
     }
 
     void Item(size_t index, int number) {
         const ParagraphFormat& format = document_.paragraphs[index].format;
-        const size_t depth = size_t{format.list_level} + 1;
-        const bool goesOn = open_.size() >= depth && open_[depth - 1] == std::pair(format.list_id, format.list);
+        const size_t depth = size_t{format.listLevel} + 1;
+        const bool goesOn = open_.size() >= depth && open_[depth - 1] == std::pair(format.listId, format.list);
         CloseLists(goesOn ? depth : std::min(open_.size(), depth - 1));
         if (goesOn)
             html_ += "</li>\n";
         while (open_.size() < depth) {
-            const bool ordered = format.list != ListKind::kBullet;
+            const bool ordered = format.list != ListKind::Bullet;
             html_.append(ordered ? "<ol" : "<ul");
             if (ordered && number != 1 && open_.size() + 1 == depth)
                 html_.append(" start=\"").append(std::to_string(number)).append("\"");
             html_.append(Style().Add("list-style-type", ListType(format)).Add("margin", "0").Attribute()).append(">");
-            open_.emplace_back(format.list_id, format.list);
+            open_.emplace_back(format.listId, format.list);
             if (open_.size() < depth)
                 html_ += "<li style=\"list-style-type:none\">";
         }
@@ -175,16 +175,19 @@ private:
     }
     void CloseLists(size_t depth) {
         for (; open_.size() > depth; open_.pop_back())
-            html_.append(open_.back().second == ListKind::kBullet ? "</li></ul>\n" : "</li></ol>\n");
+            html_.append(open_.back().second == ListKind::Bullet ? "</li></ul>\n" : "</li></ol>\n");
     }
 
     void Runs(size_t index) {
-        for (const TextRun& run : RunsOf(document_, index)) {
-            if (run.kind == RunKind::kText)
+        const auto runs = RunsOf(document_, index);
+        if (runs.empty())
+            html_ += "<br>";  // otherwise it would have no height
+        for (const TextRun& run : runs) {
+            if (run.kind == RunKind::Text)
                 Text(run);
-            else if (run.kind == RunKind::kPicture)
+            else if (run.kind == RunKind::Picture)
                 Picture(run);
-            else if (run.kind == RunKind::kPageBreak && open_.empty() && !grid_)
+            else if (run.kind == RunKind::PageBreak && open_.empty() && !grid_)
                 html_ += "</p>\n<p style=\"page-break-before:always\">";
             else
                 html_ += "<br>";
@@ -224,8 +227,8 @@ private:
             std::erase_if(name, [](char c) { return c == '\'' || c == '"' || c == '\\'; });
             style.Add("font-family", "'" + name + "'");
         }
-        if (format.half_points != kPageHalfPoints)
-            style.Add("font-size", std::to_string(format.half_points / 2) + (format.half_points % 2 ? ".5pt" : "pt"));
+        if (format.halfPoints != kPageHalfPoints)
+            style.Add("font-size", std::to_string(format.halfPoints / 2) + (format.halfPoints % 2 ? ".5pt" : "pt"));
         if (format.bold)
             style.Add("font-weight", "bold");
         if (format.italic)
@@ -234,10 +237,10 @@ private:
             style.Add("text-decoration", format.underline && format.strike ? "underline line-through"
                                          : format.strike                   ? "line-through"
                                                                            : "underline");
-        if (format.small_caps || format.all_caps)
-            format.all_caps ? style.Add("text-transform", "uppercase") : style.Add("font-variant", "small-caps");
-        if (format.position != ScriptPosition::kBaseline)
-            style.Add("vertical-align", format.position == ScriptPosition::kSuperscript ? "super" : "sub");
+        if (format.smallCaps || format.allCaps)
+            format.allCaps ? style.Add("text-transform", "uppercase") : style.Add("font-variant", "small-caps");
+        if (format.position != ScriptPosition::Baseline)
+            style.Add("vertical-align", format.position == ScriptPosition::Superscript ? "super" : "sub");
         if (format.color)
             style.Add("color", MarkupColor(*format.color));
         if (format.background)
@@ -249,14 +252,14 @@ private:
         if (run.picture < 0 || static_cast<size_t>(run.picture) >= document_.pictures.size())
             return;
         const lore::Picture& picture = document_.pictures[static_cast<size_t>(run.picture)];
-        if (picture.kind != PictureKind::kPng && picture.kind != PictureKind::kJpeg) {
+        if (picture.kind != PictureKind::Png && picture.kind != PictureKind::Jpeg) {
             html_ += "[picture]";
             return;
         }
         const PictureTwips size = SizeOnPaper(picture);
         html_.append("<img alt=\"\" width=\"").append(std::to_string(size.width / kTwipsPerPixel));
         html_.append("\" height=\"").append(std::to_string(size.height / kTwipsPerPixel));
-        html_.append("\" src=\"data:image/").append(picture.kind == PictureKind::kPng ? "png" : "jpeg");
+        html_.append("\" src=\"data:image/").append(picture.kind == PictureKind::Png ? "png" : "jpeg");
         html_ += ";base64,";
         AppendBase64(html_, picture.bytes);
         html_ += "\">";
@@ -282,18 +285,18 @@ std::string WriteHtml(const Document& document, std::string_view title) {
 
 PictureTwips SizeOnPaper(const Picture& picture) {
     static constexpr int64_t kMostTwips = 30'000;
-    const bool metric = picture.kind == PictureKind::kWmf || picture.kind == PictureKind::kEmf;
+    const bool metric = picture.kind == PictureKind::Wmf || picture.kind == PictureKind::Emf;
     const auto side = [metric](int32_t goal, int32_t stated, int32_t scale) {
         const int64_t natural = metric ? int64_t{stated} * 1440 / 2540 : int64_t{stated} * kTwipsPerPixel;
         const int64_t length = (goal > 0 ? goal : natural) * (scale > 0 ? scale : 100) / 100;
         return static_cast<int32_t>(std::clamp<int64_t>(length, kTwipsPerPixel, kMostTwips));
     };
-    return {side(picture.goal_width, picture.width, picture.scale_x),
-            side(picture.goal_height, picture.height, picture.scale_y)};
+    return {side(picture.goalWidth, picture.width, picture.scaleX),
+            side(picture.goalHeight, picture.height, picture.scaleY)};
 }
 
 std::string_view FontNameOf(const Document& document, const CharFormat& format) {
-    const int32_t font = format.font >= 0 ? format.font : document.default_font;
+    const int32_t font = format.font >= 0 ? format.font : document.defaultFont;
     return font >= 0 && static_cast<size_t>(font) < document.fonts.size()
                ? std::string_view(document.fonts[static_cast<size_t>(font)].name)
                : std::string_view();

@@ -37,31 +37,31 @@ std::string Capital(std::string letters) {
 std::string MarkOf(const ParagraphFormat& format, int number) {
     static constexpr const char* kBullets[] = {"\u2022", "\u25e6", "\u25aa"};
     switch (format.list) {
-        case ListKind::kNone:
+        case ListKind::None:
             return {};
-        case ListKind::kBullet:
-            return kBullets[format.list_level % 3];
-        case ListKind::kDecimal:
+        case ListKind::Bullet:
+            return kBullets[format.listLevel % 3];
+        case ListKind::Decimal:
             return std::to_string(number) + '.';
-        case ListKind::kLowerLetter:
+        case ListKind::LowerLetter:
             return Letters(number) + '.';
-        case ListKind::kUpperLetter:
+        case ListKind::UpperLetter:
             return Capital(Letters(number)) + '.';
-        case ListKind::kLowerRoman:
+        case ListKind::LowerRoman:
             return Roman(number) + '.';
-        case ListKind::kUpperRoman:
+        case ListKind::UpperRoman:
             return Capital(Roman(number)) + '.';
     }
     return {};
 }
 
 int ListMarks::NextNumber(const ParagraphFormat& format) {
-    if (format.list == ListKind::kNone)
+    if (format.list == ListKind::None)
         return 0;
-    const std::pair<int32_t, int> key(format.list_id, format.list_level);
+    const std::pair<int32_t, int> key(format.listId, format.listLevel);
     // An item begins the deeper levels of its list anew.
-    next_.erase(next_.upper_bound(key), next_.lower_bound({format.list_id, 256}));
-    const auto [entry, isFirst] = next_.try_emplace(key, format.list_start);
+    next_.erase(next_.upper_bound(key), next_.lower_bound({format.listId, 256}));
+    const auto [entry, isFirst] = next_.try_emplace(key, format.listStart);
     return entry->second++;
 }
 

@@ -12,8 +12,8 @@ struct KindNumber {
     int number;
 };
 constexpr KindNumber kKindNumbers[] = {
-    {ListKind::kDecimal, 0},     {ListKind::kUpperRoman, 1}, {ListKind::kLowerRoman, 2}, {ListKind::kUpperLetter, 3},
-    {ListKind::kLowerLetter, 4}, {ListKind::kBullet, 23},    {ListKind::kNone, 255},
+    {ListKind::Decimal, 0},     {ListKind::UpperRoman, 1}, {ListKind::LowerRoman, 2}, {ListKind::UpperLetter, 3},
+    {ListKind::LowerLetter, 4}, {ListKind::Bullet, 23},    {ListKind::None, 255},
 };
 
 ListKind KindOf(int number) {
@@ -21,7 +21,7 @@ ListKind KindOf(int number) {
         if (entry.number == number)
             return entry.kind;
     }
-    return ListKind::kDecimal;
+    return ListKind::Decimal;
 }
 
 }  // namespace
@@ -35,44 +35,44 @@ int LevelKindNumber(ListKind kind) {
 }
 
 void ListTables::ReadListWord(const ControlWord& word, int32_t parameter) {
-    if (word.word == Word::kListEntry) {
+    if (word.word == Word::ListEntry) {
         lists_.emplace_back();
         return;
     }
     if (lists_.empty())
         return;
     List& list = lists_.back();
-    if (word.word == Word::kListId) {
+    if (word.word == Word::ListId) {
         list.id = parameter;
-        by_id_[parameter] = lists_.size() - 1;
+        byId_[parameter] = lists_.size() - 1;
         return;
     }
-    if (word.word == Word::kLevelEntry) {
-        ++list.level_count;
+    if (word.word == Word::LevelEntry) {
+        ++list.levelCount;
         return;
     }
-    if (list.level_count == 0 || list.level_count > kLevels)
+    if (list.levelCount == 0 || list.levelCount > kLevels)
         return;
-    Level& level = list.levels[list.level_count - 1];
-    if (word.word == Word::kLevelKind)
+    Level& level = list.levels[list.levelCount - 1];
+    if (word.word == Word::LevelKind)
         level.kind = KindOf(parameter);
-    else if (word.word == Word::kLevelStart)
+    else if (word.word == Word::LevelStart)
         level.start = static_cast<int16_t>(std::clamp(parameter, 0, int32_t{std::numeric_limits<int16_t>::max()}));
 }
 
 void ListTables::ReadOverrideWord(const ControlWord& word, int32_t parameter) {
-    if (word.word == Word::kListId)
-        override_id_ = parameter;
-    else if (word.word == Word::kListOverride)
-        id_by_number_[parameter] = override_id_;
+    if (word.word == Word::ListId)
+        overrideId_ = parameter;
+    else if (word.word == Word::ListOverride)
+        idByNumber_[parameter] = overrideId_;
 }
 
 const ListTables::Level* ListTables::Find(int32_t number, size_t level) const {
-    const auto id = id_by_number_.find(number);
-    if (id == id_by_number_.end())
+    const auto id = idByNumber_.find(number);
+    if (id == idByNumber_.end())
         return nullptr;
-    const auto list = by_id_.find(id->second);
-    return list == by_id_.end() ? nullptr : &lists_[list->second].levels[std::min(level, kLevels - 1)];
+    const auto list = byId_.find(id->second);
+    return list == byId_.end() ? nullptr : &lists_[list->second].levels[std::min(level, kLevels - 1)];
 }
 
 }  // namespace lore

@@ -15,7 +15,7 @@ namespace lore {
 class ListTables {
 public:
     struct Level {
-        ListKind kind = ListKind::kDecimal;
+        ListKind kind = ListKind::Decimal;
         int16_t start = 1;
     };
     static constexpr size_t kLevels = 9;
@@ -30,14 +30,14 @@ public:
 private:
     struct List {
         int32_t id = 0;
-        size_t level_count = 0;
+        size_t levelCount = 0;
         std::array<Level, kLevels> levels;
     };
 
     std::vector<List> lists_;
-    std::unordered_map<int32_t, size_t> by_id_;
-    std::unordered_map<int32_t, int32_t> id_by_number_;
-    int32_t override_id_ = 0;
+    std::unordered_map<int32_t, size_t> byId_;
+    std::unordered_map<int32_t, int32_t> idByNumber_;
+    int32_t overrideId_ = 0;
 };
 
 /// The level number of a list kind in the file (\levelnfc).

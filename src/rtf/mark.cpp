@@ -30,14 +30,14 @@ std::vector<TextRange> ToBytes(std::string_view text, const std::vector<TextRang
     std::vector<TextRange> bytes;
     size_t at = 0;
     size_t character = 0;
-    const auto go_to = [&](size_t wanted) {
+    const auto goTo = [&](size_t wanted) {
         while (at < text.size() && (character < wanted || IsContinuation(text[at])))
             character += IsContinuation(text[at++]) ? 0 : 1;
         return at;
     };
     for (const TextRange& range : ranges) {
-        const size_t begin = go_to(range.begin);
-        bytes.push_back({begin, go_to(range.end)});
+        const size_t begin = goTo(range.begin);
+        bytes.push_back({begin, goTo(range.end)});
     }
     return bytes;
 }
@@ -76,37 +76,37 @@ private:
     bool CanAddColor() const;
 
     const std::vector<TextRange>& ranges_;
-    size_t next_range_ = 0;
-    size_t position_ = 0;                     ///< characters so far
-    size_t last_end_ = 0;                     ///< source end of the last character
-    std::vector<TextRange> marks_;            ///< in source bytes
-    size_t put_at_ = std::string_view::npos;  ///< where the last characters were put that the file doesn't hold
-    bool takes_no_group_ = false;             ///< a mark is on such characters, or right behind them
-    size_t color_tables_ = 0;
+    size_t nextRange_ = 0;
+    size_t position_ = 0;                    ///< characters so far
+    size_t lastEnd_ = 0;                     ///< source end of the last character
+    std::vector<TextRange> marks_;           ///< in source bytes
+    size_t putAt_ = std::string_view::npos;  ///< where the last characters were put that the file doesn't hold
+    bool takesNoGroup_ = false;              ///< a mark is on such characters, or right behind them
+    size_t colorTables_ = 0;
     size_t colors_ = 0;
-    size_t highest_used_ = 0;  ///< number of a colour, which the table need not hold
-    bool color_open_ = false;  ///< the last colour of the table isn't ended
-    size_t table_end_ = 0;
-    size_t head_end_ = 0;  ///< where a table can be put if there is none
+    size_t highestUsed_ = 0;  ///< number of a colour, which the table need not hold
+    bool colorOpen_ = false;  ///< the last colour of the table isn't ended
+    size_t tableEnd_ = 0;
+    size_t headEnd_ = 0;  ///< where a table can be put if there is none
 };
 
 void MarkReader::OnText(std::string_view utf8, size_t begin, size_t end) {
-    last_end_ = end;
-    if (next_range_ == ranges_.size())
+    lastEnd_ = end;
+    if (nextRange_ == ranges_.size())
         return;
     const size_t first = position_;
     position_ += CountCharacters(utf8);
     // A group for the mark would take along what is put in front of its text.
-    const bool is_put = begin == end, is_behind = !is_put && begin == put_at_;
-    put_at_ = is_put ? begin : std::string_view::npos;
-    const bool byte_each = end - begin == position_ - first;
-    for (; next_range_ < ranges_.size() && ranges_[next_range_].begin < position_; ++next_range_) {
-        const TextRange& range = ranges_[next_range_];
+    const bool isPut = begin == end, isBehind = !isPut && begin == putAt_;
+    putAt_ = isPut ? begin : std::string_view::npos;
+    const bool byteEach = end - begin == position_ - first;
+    for (; nextRange_ < ranges_.size() && ranges_[nextRange_].begin < position_; ++nextRange_) {
+        const TextRange& range = ranges_[nextRange_];
         if (range.end > first) {
             const size_t from = std::max(range.begin, first) - first;
             const size_t to = std::min(range.end, position_) - first;
-            takes_no_group_ = takes_no_group_ || is_put || (is_behind && from == 0);
-            Mark(byte_each ? begin + from : begin, byte_each ? begin + to : end);
+            takesNoGroup_ = takesNoGroup_ || isPut || (isBehind && from == 0);
+            Mark(byteEach ? begin + from : begin, byteEach ? begin + to : end);
         }
         if (range.end > position_)
             break;
@@ -121,79 +121,79 @@ void MarkReader::Mark(size_t begin, size_t end) {
 }
 
 void MarkReader::OnFallback(size_t begin, size_t end) {
-    if (begin != last_end_)
+    if (begin != lastEnd_)
         return;
-    if (!marks_.empty() && marks_.back().end == last_end_)
+    if (!marks_.empty() && marks_.back().end == lastEnd_)
         marks_.back().end = end;
-    last_end_ = end;
+    lastEnd_ = end;
 }
 
 bool MarkReader::OnEnter(Destination destination) {
-    if (destination != Destination::kColorTable)
+    if (destination != Destination::ColorTable)
         return false;
-    ++color_tables_;
+    ++colorTables_;
     return true;
 }
 
 void MarkReader::OnOther(Destination destination, std::string_view utf8) {
-    if (destination != Destination::kColorTable)
+    if (destination != Destination::ColorTable)
         return;
     const auto ended = std::count(utf8.begin(), utf8.end(), ';');
     colors_ += static_cast<size_t>(ended);
-    color_open_ = color_open_ && ended == 0;
+    colorOpen_ = colorOpen_ && ended == 0;
 }
 
 void MarkReader::OnPassedOver() {
     // Of a table that breaks off like this nothing more is read.
-    color_open_ = color_open_ || Current().destination == Destination::kColorTable;
+    colorOpen_ = colorOpen_ || Current().destination == Destination::ColorTable;
 }
 
 void MarkReader::OnWord(const ControlWord& word, const Token& token) {
-    if (word.word == Word::kColor || word.word == Word::kHighlight || word.word == Word::kShading ||
-        word.word == Word::kCellShading)
-        highest_used_ = std::max(highest_used_, static_cast<size_t>(std::max(token.parameter, 0)));
-    if (Current().destination == Destination::kColorTable)
-        color_open_ = true;
-    else if (Current().destination != Destination::kBody)
+    if (word.word == Word::Color || word.word == Word::Highlight || word.word == Word::Shading ||
+        word.word == Word::CellShading)
+        highestUsed_ = std::max(highestUsed_, static_cast<size_t>(std::max(token.parameter, 0)));
+    if (Current().destination == Destination::ColorTable)
+        colorOpen_ = true;
+    else if (Current().destination != Destination::Body)
         return;
-    else if (head_end_ == 0 ? word.name == "rtf" : token.begin == head_end_ && IsHeadWord(word.name))
-        head_end_ = token.end;
+    else if (headEnd_ == 0 ? word.name == "rtf" : token.begin == headEnd_ && IsHeadWord(word.name))
+        headEnd_ = token.end;
 }
 
 void MarkReader::OnClose(const Group& closed, size_t end) {
     if (closed.destination == Current().destination)
         return;
-    if (closed.destination == Destination::kColorTable)
-        table_end_ = end - 1;
-    else if (closed.destination == Destination::kFontTable && marks_.empty() && !Current().in_shape)
-        head_end_ = end;
+    if (closed.destination == Destination::ColorTable)
+        tableEnd_ = end - 1;
+    else if (closed.destination == Destination::FontTable && marks_.empty() && !Current().inShape)
+        headEnd_ = end;
 }
 
 bool MarkReader::CanAddColor() const {
     constexpr size_t kMostAdded = 256;
-    if (color_tables_ > 1 || color_open_ || highest_used_ > colors_ + kMostAdded)
+    if (colorTables_ > 1 || colorOpen_ || highestUsed_ > colors_ + kMostAdded)
         return false;
-    return color_tables_ == 0 ? head_end_ <= marks_[0].begin : table_end_ != 0 && table_end_ < marks_[0].begin;
+    return colorTables_ == 0 ? headEnd_ <= marks_[0].begin : tableEnd_ != 0 && tableEnd_ < marks_[0].begin;
 }
 
 std::string MarkReader::Marked(TextColor color) const {
-    if (takes_no_group_ || !CanAddColor())
+    if (takesNoGroup_ || !CanAddColor())
         return {};
     const auto part = [](std::string_view name, unsigned value) { return std::string(name) + std::to_string(value); };
     const std::string entry =
         part("\\red", color.red) + part("\\green", color.green) + part("\\blue", color.blue) + ';';
-    const bool has_table = color_tables_ != 0;
+    const bool hasTable = colorTables_ != 0;
     // Where the text uses colours that the table doesn't have, these stay what they are.
-    const size_t in_table = has_table ? colors_ : 1;
-    const size_t index = std::max(in_table, highest_used_ + 1);
+    const size_t inTable = hasTable ? colors_ : 1;
+    const size_t index = std::max(inTable, highestUsed_ + 1);
     const std::string number = std::to_string(index);
     const std::string open = "{\\chcbpat" + number + "\\cb" + number + "\\highlight" + number + ' ';
-    const size_t entry_at = has_table ? table_end_ : head_end_;
-    std::string marked(Source().substr(0, entry_at));
-    marked += has_table ? "" : "{\\colortbl ;";
-    marked.append(index - in_table, ';').append(entry);
-    marked += has_table ? "" : "}";
-    size_t at = entry_at;
+    const size_t entryAt = hasTable ? tableEnd_ : headEnd_;
+    std::string marked(Source().substr(0, entryAt));
+    marked += hasTable ? "" : "{\\colortbl ;";
+    marked.append(index - inTable, ';').append(entry);
+    marked += hasTable ? "" : "}";
+    size_t at = entryAt;
     for (const TextRange& mark : marks_) {
         marked += Source().substr(at, mark.begin - at);
         marked += open;
@@ -211,7 +211,7 @@ void AddPart(std::vector<TextRun>& runs, size_t first, TextRun run, size_t begin
         return;
     run.begin = static_cast<uint32_t>(begin);
     run.end = static_cast<uint32_t>(end);
-    if (runs.size() > first && run.kind == RunKind::kText && runs.back().kind == run.kind &&
+    if (runs.size() > first && run.kind == RunKind::Text && runs.back().kind == run.kind &&
         runs.back().format == run.format)
         runs.back().end = run.end;
     else
@@ -227,7 +227,7 @@ void SetBackground(Document& document, std::vector<TextRange> ranges, TextColor 
     for (size_t i = 0; i < document.paragraphs.size(); ++i) {
         const size_t first = runs.size();
         for (const TextRun& run : RunsOf(document, i)) {
-            if (run.kind != RunKind::kText) {
+            if (run.kind != RunKind::Text) {
                 runs.push_back(run);
                 continue;
             }
@@ -245,7 +245,7 @@ void SetBackground(Document& document, std::vector<TextRange> ranges, TextColor 
             }
             AddPart(runs, first, run, at, run.end);
         }
-        document.paragraphs[i].first_run = static_cast<uint32_t>(first);
+        document.paragraphs[i].firstRun = static_cast<uint32_t>(first);
     }
     document.runs = std::move(runs);
 }

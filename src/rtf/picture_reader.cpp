@@ -8,29 +8,29 @@ namespace lore {
 
 void PictureReader::ReadWord(const ControlWord& word, const Token& token) {
     switch (word.word) {
-        case Word::kPictureKind:
-            has_kind_ = true;
+        case Word::PictureKind:
+            hasKind_ = true;
             picture_.kind = static_cast<PictureKind>(word.value);
-            if (picture_.kind == PictureKind::kWmf && token.has_parameter)
-                picture_.map_mode = token.parameter;
+            if (picture_.kind == PictureKind::Wmf && token.hasParameter)
+                picture_.mapMode = token.parameter;
             return;
-        case Word::kPictureWidth:
+        case Word::PictureWidth:
             picture_.width = token.parameter;
             return;
-        case Word::kPictureHeight:
+        case Word::PictureHeight:
             picture_.height = token.parameter;
             return;
-        case Word::kGoalWidth:
-            picture_.goal_width = token.parameter;
+        case Word::GoalWidth:
+            picture_.goalWidth = token.parameter;
             return;
-        case Word::kGoalHeight:
-            picture_.goal_height = token.parameter;
+        case Word::GoalHeight:
+            picture_.goalHeight = token.parameter;
             return;
-        case Word::kScaleX:
-            picture_.scale_x = token.parameter;
+        case Word::ScaleX:
+            picture_.scaleX = token.parameter;
             return;
-        case Word::kScaleY:
-            picture_.scale_y = token.parameter;
+        case Word::ScaleY:
+            picture_.scaleY = token.parameter;
             return;
         default:
             return;
@@ -42,11 +42,11 @@ void PictureReader::ReadHex(std::string_view text) {
         const int digit = HexValue(static_cast<unsigned char>(c));
         if (digit < 0)
             continue;
-        if (high_digit_ < 0) {
-            high_digit_ = digit;
+        if (highDigit_ < 0) {
+            highDigit_ = digit;
         } else {
-            picture_.bytes += static_cast<char>(high_digit_ * 16 + digit);
-            high_digit_ = -1;
+            picture_.bytes += static_cast<char>(highDigit_ * 16 + digit);
+            highDigit_ = -1;
         }
     }
 }
@@ -54,7 +54,7 @@ void PictureReader::ReadHex(std::string_view text) {
 std::optional<Picture> PictureReader::Take() {
     PictureReader done;
     std::swap(done, *this);
-    if (!done.has_kind_ || done.picture_.bytes.empty())
+    if (!done.hasKind_ || done.picture_.bytes.empty())
         return std::nullopt;
     return std::move(done.picture_);
 }

@@ -21,8 +21,8 @@ public:
 
 private:
     Picture picture_;
-    bool has_kind_ = false;
-    int high_digit_ = -1;
+    bool hasKind_ = false;
+    int highDigit_ = -1;
 };
 
 }  // namespace lore

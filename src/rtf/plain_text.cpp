@@ -13,8 +13,8 @@ public:
 protected:
     void OnText(std::string_view utf8, size_t, size_t) override { text_.append(utf8); }
     void OnBreak(TextBreak kind) override { text_ += CharacterOf(kind); }
-    void OnEnd(bool after_paragraph) override {
-        if (after_paragraph)
+    void OnEnd(bool afterParagraph) override {
+        if (afterParagraph)
             text_.pop_back();
     }
 
@@ -35,8 +35,8 @@ std::string PlainText(std::string_view rtf) {
     return text;
 }
 
-std::string WithCrLf(std::string_view plain_text) {
-    return ReplaceAll(plain_text, "\n", "\r\n");
+std::string WithCrLf(std::string_view plainText) {
+    return ReplaceAll(plainText, "\n", "\r\n");
 }
 
 }  // namespace lore

@@ -27,13 +27,13 @@ void PlainText(std::string_view rtf, std::string& text);
 std::string CleanRtf(std::string_view bytes);
 
 /// The text as the edit control gives it: "\r\n" for each line feed.
-std::string WithCrLf(std::string_view plain_text);
+std::string WithCrLf(std::string_view plainText);
 
 /// ASCII, lines ended by "\r\n", fonts and colours in tables, all text as \'xx-free \uN beyond ASCII. ReadRtf of the
 /// result gives the document again.
 std::string WriteRtf(const Document& document);
 
 /// A document of plain text, "\n" or "\r\n" between paragraphs, in one font.
-Document DocumentFromText(std::string_view utf8, std::string_view font, int half_points);
+Document DocumentFromText(std::string_view utf8, std::string_view font, int halfPoints);
 
 }  // namespace lore

@@ -36,13 +36,13 @@ unsigned char WesternByte(char32_t c) {
 
 void RtfOutput::Mark(char c) {
     rtf_ += c;
-    after_word_ = false;
+    afterWord_ = false;
 }
 
 void RtfOutput::Word(std::string_view name) {
     rtf_ += '\\';
     rtf_ += name;
-    after_word_ = true;
+    afterWord_ = true;
 }
 
 void RtfOutput::Word(std::string_view name, int32_t parameter) {
@@ -57,16 +57,16 @@ void RtfOutput::Starred(std::string_view name) {
 
 void RtfOutput::Raw(std::string_view rtf) {
     rtf_ += rtf;
-    after_word_ = false;
+    afterWord_ = false;
 }
 
 void RtfOutput::Text(std::string_view utf8, bool western) {
     for (size_t at = 0; at < utf8.size();) {
         const size_t end = FindTextEnd(utf8, at);
         if (end > at) {
-            if (after_word_)
+            if (afterWord_)
                 rtf_ += ' ';
-            after_word_ = false;
+            afterWord_ = false;
             rtf_ += utf8.substr(at, end - at);
             at = end;
         } else if (!Escape(utf8, at)) {
@@ -97,7 +97,7 @@ bool RtfOutput::Escape(std::string_view utf8, size_t& at) {
     ++at;
     if (c == '\t' || c == '\n') {
         Word(c == '\t' ? "tab" : "line");
-    } else if (byte_scan::IsMark(static_cast<unsigned char>(c))) {
+    } else if (byteScan::IsMark(static_cast<unsigned char>(c))) {
         rtf_ += '\\';
         Mark(c);
     }
@@ -116,12 +116,12 @@ void RtfOutput::Character(char32_t c, bool western) {
         Unit(0xD800 + ((c - 0x10000) >> 10));
         Unit(0xDC00 + ((c - 0x10000) & 0x3FF));
     }
-    after_word_ = false;
+    afterWord_ = false;
 }
 
 void RtfOutput::Byte(unsigned char byte) {
     AppendHexByte(rtf_, byte);
-    after_word_ = false;
+    afterWord_ = false;
 }
 
 void RtfOutput::Unit(uint32_t unit) {

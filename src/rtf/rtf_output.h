@@ -36,7 +36,7 @@ private:
     bool Escape(std::string_view utf8, size_t& at);
 
     std::string rtf_;
-    bool after_word_ = false;
+    bool afterWord_ = false;
 };
 
 }  // namespace lore

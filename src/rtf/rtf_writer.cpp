@@ -22,8 +22,8 @@ constexpr SwitchWord kSwitches[] = {
     {&CharFormat::italic, "i", "i0"},
     {&CharFormat::underline, "ul", "ulnone"},
     {&CharFormat::strike, "strike", "strike0"},
-    {&CharFormat::small_caps, "scaps", "scaps0"},
-    {&CharFormat::all_caps, "caps", "caps0"},
+    {&CharFormat::smallCaps, "scaps", "scaps0"},
+    {&CharFormat::allCaps, "caps", "caps0"},
 };
 
 struct TwipsWord {
@@ -31,9 +31,8 @@ struct TwipsWord {
     std::string_view name;
 };
 constexpr TwipsWord kTwipsWords[] = {
-    {&ParagraphFormat::first_indent, "fi"}, {&ParagraphFormat::left_indent, "li"},
-    {&ParagraphFormat::right_indent, "ri"}, {&ParagraphFormat::space_before, "sb"},
-    {&ParagraphFormat::space_after, "sa"},  {&ParagraphFormat::line_spacing, "sl"},
+    {&ParagraphFormat::firstIndent, "fi"}, {&ParagraphFormat::leftIndent, "li"}, {&ParagraphFormat::rightIndent, "ri"},
+    {&ParagraphFormat::spaceBefore, "sb"}, {&ParagraphFormat::spaceAfter, "sa"}, {&ParagraphFormat::lineSpacing, "sl"},
 };
 
 constexpr std::string_view kAlignWords[] = {"ql", "qc", "qr", "qj"};
@@ -55,10 +54,10 @@ struct MergeWord {
     std::string_view name;
 };
 constexpr MergeWord kMergeWords[] = {
-    {&CellFormat::across, CellMerge::kFirst, "clmgf"},
-    {&CellFormat::across, CellMerge::kContinued, "clmrg"},
-    {&CellFormat::down, CellMerge::kFirst, "clvmgf"},
-    {&CellFormat::down, CellMerge::kContinued, "clvmrg"},
+    {&CellFormat::across, CellMerge::First, "clmgf"},
+    {&CellFormat::across, CellMerge::Continued, "clmrg"},
+    {&CellFormat::down, CellMerge::First, "clvmgf"},
+    {&CellFormat::down, CellMerge::Continued, "clvmrg"},
 };
 
 constexpr uint32_t kNoFormat = 0xFFFFFFFF;
@@ -95,16 +94,16 @@ private:
     const Paper* paper_;
     RtfOutput out_;
     CharFormat now_;
-    size_t next_kept_ = 0;
-    std::vector<uint32_t> cell_counts_;                                  ///< of each row
-    std::array<uint32_t, 2> last_row_formats_ = {kNoFormat, kNoFormat};  ///< of the outer tables, of those in cells
+    size_t nextKept_ = 0;
+    std::vector<uint32_t> cellCounts_;                                 ///< of each row
+    std::array<uint32_t, 2> lastRowFormats_ = {kNoFormat, kNoFormat};  ///< of the outer tables, of those in cells
 };
 
 void RtfWriter::CountCells() {
-    cell_counts_.resize(document_.rows.size());
+    cellCounts_.resize(document_.rows.size());
     for (const Paragraph& paragraph : document_.paragraphs) {
-        if (paragraph.row >= 0 && paragraph.ended_by == ParagraphEnd::kCell)
-            ++cell_counts_[static_cast<size_t>(paragraph.row)];
+        if (paragraph.row >= 0 && paragraph.endedBy == ParagraphEnd::Cell)
+            ++cellCounts_[static_cast<size_t>(paragraph.row)];
     }
 }
 
@@ -122,9 +121,9 @@ void RtfWriter::WriteHead() {
     out_.Open();
     out_.Word("rtf", 1);
     out_.Word("ansi");
-    out_.Word("ansicpg", document_.code_page);
-    if (document_.default_font >= 0)
-        out_.Word("deff", document_.fonts[static_cast<size_t>(document_.default_font)].number);
+    out_.Word("ansicpg", document_.codePage);
+    if (document_.defaultFont >= 0)
+        out_.Word("deff", document_.fonts[static_cast<size_t>(document_.defaultFont)].number);
     out_.Word("uc", 1);
     out_.NewLine();
     WriteFonts(out_, document_);
@@ -151,7 +150,7 @@ void RtfWriter::WritePaper() {
 void RtfWriter::ResetFormat() {
     out_.Word("plain");
     now_ = {};
-    now_.font = document_.default_font;
+    now_.font = document_.defaultFont;
 }
 
 int RtfWriter::LevelOf(const Paragraph& paragraph) const {
@@ -165,7 +164,7 @@ void RtfWriter::WriteParagraph(size_t index) {
     if (level == 1 && (index == 0 || document_.paragraphs[index - 1].row != paragraph.row))
         WriteRow(paragraph);
     WriteParagraphFormat(paragraph);
-    if (paragraph.format.list != ListKind::kNone)
+    if (paragraph.format.list != ListKind::None)
         WriteList(paragraph.format);
     for (const TextRun& run : RunsOf(document_, index))
         WriteRun(run);
@@ -182,42 +181,42 @@ void RtfWriter::WriteParagraphFormat(const Paragraph& paragraph) {
         out_.Word("intbl");
     if (level > 1)
         out_.Word("itap", level);
-    if (format.right_to_left)
+    if (format.rightToLeft)
         out_.Word("rtlpar");
-    if (format.align != ParagraphAlign::kLeft)
+    if (format.align != ParagraphAlign::Left)
         out_.Word(kAlignWords[static_cast<size_t>(format.align)]);
     for (const TwipsWord& word : kTwipsWords) {
         if (format.*word.field != 0)
             out_.Word(word.name, format.*word.field);
     }
-    if (format.line_multiple)
+    if (format.lineMultiple)
         out_.Word("slmult", 1);
 }
 
 /// As a list of the table, and once more for readers that know only the older form.
 void RtfWriter::WriteList(const ParagraphFormat& format) {
-    if (format.list_id > 0) {
-        out_.Word("ls", format.list_id);
-        out_.Word("ilvl", format.list_level);
+    if (format.listId > 0) {
+        out_.Word("ls", format.listId);
+        out_.Word("ilvl", format.listLevel);
         if (paper_)
             return;
     }
     out_.Raw("{\\pntext\\tab}{\\*\\pn");
-    if (format.list == ListKind::kBullet) {
+    if (format.list == ListKind::Bullet) {
         out_.Raw("\\pnlvlblt{\\pntxtb\\'b7}}");
         return;
     }
     out_.Word("pnlvlbody");
-    out_.Word("pnstart", format.list_start);
+    out_.Word("pnstart", format.listStart);
     out_.Word(kOldListWords[static_cast<size_t>(format.list)]);
     out_.Raw("{\\pntxta.}}");
 }
 
 void RtfWriter::WriteEnd(const Paragraph& paragraph) {
     const bool nested = LevelOf(paragraph) > 1;
-    if (paragraph.ended_by == ParagraphEnd::kCell) {
+    if (paragraph.endedBy == ParagraphEnd::Cell) {
         out_.Word(nested ? "nestcell" : "cell");
-    } else if (paragraph.ended_by != ParagraphEnd::kRow) {
+    } else if (paragraph.endedBy != ParagraphEnd::Row) {
         out_.Word("par");
     } else if (!nested) {
         out_.Word("row");
@@ -231,8 +230,8 @@ void RtfWriter::WriteEnd(const Paragraph& paragraph) {
 }
 
 void RtfWriter::WriteKept(size_t position) {
-    for (; next_kept_ < document_.kept.size() && document_.kept[next_kept_].position <= position; ++next_kept_)
-        out_.Raw(document_.kept[next_kept_].rtf);
+    for (; nextKept_ < document_.kept.size() && document_.kept[nextKept_].position <= position; ++nextKept_)
+        out_.Raw(document_.kept[nextKept_].rtf);
 }
 
 void RtfWriter::WriteRun(const TextRun& run) {
@@ -242,9 +241,9 @@ void RtfWriter::WriteRun(const TextRun& run) {
         return;
     }
     WriteFormat(run.format);
-    if (run.kind == RunKind::kText)
+    if (run.kind == RunKind::Text)
         WriteText(run);
-    else if (run.kind == RunKind::kPicture)
+    else if (run.kind == RunKind::Picture)
         WritePicture(document_.pictures[static_cast<size_t>(run.picture)]);
     else
         out_.Word(kBreakWords[static_cast<size_t>(run.kind)]);
@@ -252,14 +251,14 @@ void RtfWriter::WriteRun(const TextRun& run) {
 
 void RtfWriter::WriteText(const TextRun& run) {
     const DocumentFont* const font = FontOf(run.format);
-    const bool western = IsWestern(font), of_symbols = font != nullptr && IsSymbolFont(*font);
+    const bool western = IsWestern(font), ofSymbols = font != nullptr && IsSymbolFont(*font);
     uint32_t at = run.begin;
     while (at < run.end) {
         WriteKept(at);
         const uint32_t stop =
-            next_kept_ < document_.kept.size() ? std::min(run.end, document_.kept[next_kept_].position) : run.end;
+            nextKept_ < document_.kept.size() ? std::min(run.end, document_.kept[nextKept_].position) : run.end;
         const std::string_view text = std::string_view(document_.text).substr(at, stop - at);
-        of_symbols ? out_.Symbols(text, font->name) : out_.Text(text, western);
+        ofSymbols ? out_.Symbols(text, font->name) : out_.Text(text, western);
         at = stop;
     }
 }
@@ -277,12 +276,12 @@ void RtfWriter::WriteLinked(const TextRun& run) {
 }
 
 const DocumentFont* RtfWriter::FontOf(const CharFormat& format) const {
-    const int32_t font = format.font < 0 ? document_.default_font : format.font;
+    const int32_t font = format.font < 0 ? document_.defaultFont : format.font;
     return font < 0 ? nullptr : &document_.fonts[static_cast<size_t>(font)];
 }
 
 bool RtfWriter::IsWestern(const DocumentFont* font) const {
-    return document_.code_page == 1252 && (font == nullptr || font->charset == 0 || font->charset == 1);
+    return document_.codePage == 1252 && (font == nullptr || font->charset == 0 || font->charset == 1);
 }
 
 void RtfWriter::WriteFormat(const CharFormat& format) {
@@ -296,8 +295,8 @@ void RtfWriter::WriteFormat(const CharFormat& format) {
         out_.Word(kScriptWords[static_cast<size_t>(format.position)]);
     if (format.font != now_.font && format.font >= 0)
         out_.Word("f", document_.fonts[static_cast<size_t>(format.font)].number);
-    if (format.half_points != now_.half_points)
-        out_.Word("fs", format.half_points);
+    if (format.halfPoints != now_.halfPoints)
+        out_.Word("fs", format.halfPoints);
     if (format.color != now_.color)
         out_.Word("cf", colors_.NumberOf(format.color));
     if (format.background != now_.background) {
@@ -314,17 +313,17 @@ void RtfWriter::WritePicture(const Picture& picture) {
     }
     out_.Open();
     out_.Word("pict");
-    if (picture.kind == PictureKind::kWmf || picture.kind == PictureKind::kDib)
+    if (picture.kind == PictureKind::Wmf || picture.kind == PictureKind::Dib)
         out_.Word(kPictureWords[static_cast<size_t>(picture.kind)],
-                  picture.kind == PictureKind::kWmf ? picture.map_mode : 0);
+                  picture.kind == PictureKind::Wmf ? picture.mapMode : 0);
     else
         out_.Word(kPictureWords[static_cast<size_t>(picture.kind)]);
     out_.Word("picw", picture.width);
     out_.Word("pich", picture.height);
-    out_.Word("picwgoal", picture.goal_width);
-    out_.Word("pichgoal", picture.goal_height);
-    out_.Word("picscalex", picture.scale_x);
-    out_.Word("picscaley", picture.scale_y);
+    out_.Word("picwgoal", picture.goalWidth);
+    out_.Word("pichgoal", picture.goalHeight);
+    out_.Word("picscalex", picture.scaleX);
+    out_.Word("picscaley", picture.scaleY);
     out_.Hex(picture.bytes);
     out_.Close();
     out_.NewLine();
@@ -334,14 +333,14 @@ void RtfWriter::WritePicture(const Picture& picture) {
 void RtfWriter::WriteRow(const Paragraph& paragraph) {
     const auto index = static_cast<size_t>(paragraph.row);
     const uint32_t format = document_.rows[index].format;
-    const RowFormat& row = document_.row_formats[format];
-    uint32_t& last = last_row_formats_[LevelOf(paragraph) > 1 ? 1 : 0];
-    if (last == format && cell_counts_[index] < row.cells.size())
+    const RowFormat& row = document_.rowFormats[format];
+    uint32_t& last = lastRowFormats_[LevelOf(paragraph) > 1 ? 1 : 0];
+    if (last == format && cellCounts_[index] < row.cells.size())
         return;
     last = format;
     out_.Word("trowd");
-    out_.Word("trgaph", row.cell_gap);
-    out_.Word("trleft", row.left_edge);
+    out_.Word("trgaph", row.cellGap);
+    out_.Word("trleft", row.leftEdge);
     for (const CellFormat& cell : row.cells)
         WriteCell(cell);
     out_.NewLine();
@@ -361,7 +360,7 @@ void RtfWriter::WriteCell(const CellFormat& cell) {
     }
     if (cell.background)
         out_.Word("clcbpat", colors_.NumberOf(cell.background));
-    out_.Word("cellx", cell.right_edge);
+    out_.Word("cellx", cell.rightEdge);
 }
 
 }  // namespace

@@ -80,17 +80,21 @@ bool IsSymbolFont(const DocumentFont& font) {
     return font.charset == kSymbolCharset && SignsOf(font.name) != nullptr;
 }
 
+bool IsPrivateSign(char32_t character) {
+    return character >= char32_t{kPrivateArea} + 0x20 && character <= char32_t{kPrivateArea} + 0xFF;
+}
+
 char32_t SymbolCharacter(std::string_view font, int32_t number) {
-    const bool is_private = number >= kPrivateArea && number <= kPrivateArea + 0xFF;
-    const int32_t code = is_private ? number - kPrivateArea : number;
-    const bool is_surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < 0x20 || code > 0x10FFFF || is_surrogate)
+    const bool isPrivate = number >= kPrivateArea && number <= kPrivateArea + 0xFF;
+    const int32_t code = isPrivate ? number - kPrivateArea : number;
+    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
+    if (code < 0x20 || code > 0x10FFFF || isSurrogate)
         return 0;
     if (code > 0xFF)
         return static_cast<char32_t>(code);
     if (const Signs signs = SignsOf(font))
         return SignOf(signs, code);
-    return is_private ? static_cast<char32_t>(number) : FromWindows1252(static_cast<unsigned char>(code));
+    return isPrivate ? static_cast<char32_t>(number) : FromWindows1252(static_cast<unsigned char>(code));
 }
 
 unsigned char SymbolByte(std::string_view font, char32_t character) {

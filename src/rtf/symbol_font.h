@@ -15,6 +15,9 @@ bool IsSymbolFont(const DocumentFont& font);
 /// Windows-1252 up to 255, Unicode above. 0 for none.
 char32_t SymbolCharacter(std::string_view font, int32_t number);
 
+/// Whether it is a number of a symbol font in the private area.
+bool IsPrivateSign(char32_t character);
+
 /// A number below 256 for which SymbolCharacter gives that character in a font for which IsSymbolFont holds; 0 for
 /// none.
 unsigned char SymbolByte(std::string_view font, char32_t character);

@@ -11,7 +11,7 @@ constexpr size_t kMostColumns = 64;  // as many as office programs allow
 
 const RowFormat* FormatOf(const Document& document, int32_t row) {
     const size_t format = document.rows[static_cast<size_t>(row)].format;
-    return format < document.row_formats.size() ? &document.row_formats[format] : nullptr;
+    return format < document.rowFormats.size() ? &document.rowFormats[format] : nullptr;
 }
 
 // What a table's rows hold and how wide their cells have to be for it.
@@ -41,22 +41,22 @@ void Fill(const Document& document, int32_t row, RowContents& contents) {
     size_t cell = 0, count = 0;
     for (size_t i = own.first; i < document.paragraphs.size(); ++i) {
         const Paragraph& paragraph = document.paragraphs[i];
-        const bool is_own = paragraph.row == row;
-        const bool ends_row = is_own && paragraph.ended_by == ParagraphEnd::kRow;
-        if (!is_own && LevelOf(document, paragraph) <= own.level)
+        const bool isOwn = paragraph.row == row;
+        const bool endsRow = isOwn && paragraph.endedBy == ParagraphEnd::Row;
+        if (!isOwn && LevelOf(document, paragraph) <= own.level)
             return;
-        if (!ends_row || paragraph.begin != paragraph.end) {
-            const bool holds = !is_own || ++count > 1 || Holds(document, i);
+        if (!endsRow || paragraph.begin != paragraph.end) {
+            const bool holds = !isOwn || ++count > 1 || Holds(document, i);
             contents.fits = contents.fits && (!holds || !contents.filled.empty());
             if (holds && !contents.filled.empty()) {
                 const size_t last = contents.filled.size() - 1;
                 contents.filled[std::min(cell, last)] = true;
-                contents.filled[last] = contents.filled[last] || ends_row;
+                contents.filled[last] = contents.filled[last] || endsRow;
             }
         }
-        if (ends_row)
+        if (endsRow)
             return;
-        if (is_own && paragraph.ended_by == ParagraphEnd::kCell) {
+        if (isOwn && paragraph.endedBy == ParagraphEnd::Cell) {
             ++cell;
             count = 0;
         }
@@ -67,9 +67,9 @@ void Fill(const Document& document, int32_t row, RowContents& contents) {
 std::vector<int32_t> RightEdges(const RowContents& contents) {
     constexpr int32_t kNarrowest = 600, kFarthest = INT32_MAX - kNarrowest;
     std::vector<int32_t> edges;
-    int32_t left = contents.format->left_edge;
+    int32_t left = contents.format->leftEdge;
     for (size_t c = 0; c < contents.filled.size(); ++c) {
-        int32_t edge = contents.format->cells[c].right_edge;
+        int32_t edge = contents.format->cells[c].rightEdge;
         if (contents.filled[c] && int64_t{edge} - left <= kSameEdge)
             edge = std::min(left, kFarthest) + kNarrowest;
         edges.push_back(edge);
@@ -96,7 +96,7 @@ std::vector<int32_t> EdgesOf(const std::vector<RowContents>& rows) {
     for (const RowContents& row : rows) {
         if (!row.format)
             continue;
-        all.push_back(row.format->left_edge);
+        all.push_back(row.format->leftEdge);
         all.insert(all.end(), row.edges.begin(), row.edges.end());
     }
     std::sort(all.begin(), all.end());
@@ -115,12 +115,12 @@ int EdgeIndex(const std::vector<int32_t>& edges, int32_t edge) {
 
 std::vector<TableCell> CellsOf(const RowContents& row, const TableGrid& grid) {
     std::vector<TableCell> cells;
-    int left = EdgeIndex(grid.edges, row.format->left_edge);
+    int left = EdgeIndex(grid.edges, row.format->leftEdge);
     size_t first = 0;  // the cell that the ones merged into it lengthen
     for (size_t c = 0; c < row.filled.size(); ++c) {
         const int right = std::clamp(EdgeIndex(grid.edges, row.edges[c]), left, grid.Columns());
         TableCell placed{left, right - left, 1, right == left};
-        if (row.format->cells[c].across == CellMerge::kContinued && c > 0 && !row.filled[c]) {
+        if (row.format->cells[c].across == CellMerge::Continued && c > 0 && !row.filled[c]) {
             placed.covered = true;
             cells[first].columnSpan += placed.columnSpan;
         } else {
@@ -141,13 +141,13 @@ void JoinDown(const std::vector<RowContents>& rows, TableGrid& grid) {
                 continue;
             auto& above = open[static_cast<size_t>(cell.column)];
             const CellMerge down = rows[r].format->cells[c].down;
-            if (down == CellMerge::kContinued && above.first != SIZE_MAX && !rows[r].filled[c] &&
+            if (down == CellMerge::Continued && above.first != SIZE_MAX && !rows[r].filled[c] &&
                 grid.rows[above.first][above.second].columnSpan == cell.columnSpan) {
                 ++grid.rows[above.first][above.second].rowSpan;
                 cell.covered = true;
                 continue;
             }
-            above = down == CellMerge::kFirst ? std::pair{r, c} : std::pair{SIZE_MAX, size_t{0}};
+            above = down == CellMerge::First ? std::pair{r, c} : std::pair{SIZE_MAX, size_t{0}};
         }
     }
 }

@@ -32,26 +32,26 @@ const Token& Tokenizer::Next() {
         if (c == '{' || c == '}' || c == '\t') {
             ++at_;
             token_.word = c == '\t' ? FindControlWord("tab") : nullptr;
-            return Finish(c == '{' ? TokenKind::kOpen : c == '}' ? TokenKind::kClose : TokenKind::kWord);
+            return Finish(c == '{' ? TokenKind::Open : c == '}' ? TokenKind::Close : TokenKind::Word);
         }
         if (c < 0x80) {
             at_ = FindTextEnd(rtf_, at_ + 1);
             token_.text = rtf_.substr(token_.begin, at_ - token_.begin);
-            return Finish(TokenKind::kText);
+            return Finish(TokenKind::Text);
         }
         while (at_ < rtf_.size() && static_cast<unsigned char>(rtf_[at_]) >= 0x80)
             ++at_;
         token_.text = rtf_.substr(token_.begin, at_ - token_.begin);
-        return Finish(TokenKind::kBytes);
+        return Finish(TokenKind::Bytes);
     }
     token_.begin = at_;
-    return Finish(TokenKind::kEnd);
+    return Finish(TokenKind::End);
 }
 
 const Token& Tokenizer::ReadEscape() {
     ++at_;
     if (at_ == rtf_.size())
-        return Finish(TokenKind::kEnd);
+        return Finish(TokenKind::End);
     const char c = rtf_[at_];
     if (IsLetter(c))
         return ReadWord();
@@ -60,10 +60,10 @@ const Token& Tokenizer::ReadEscape() {
         return ReadHexByte();
     if (c == '\r' || c == '\n' || c == '\t') {
         token_.word = FindControlWord(c == '\t' ? "tab" : "par");
-        return Finish(TokenKind::kWord);
+        return Finish(TokenKind::Word);
     }
     token_.byte = static_cast<unsigned char>(c);
-    return Finish(TokenKind::kSymbol);
+    return Finish(TokenKind::Symbol);
 }
 
 const Token& Tokenizer::ReadWord() {
@@ -74,13 +74,13 @@ const Token& Tokenizer::ReadWord() {
     ReadParameter();
     if (at_ < rtf_.size() && rtf_[at_] == ' ')
         ++at_;
-    if (token_.word != nullptr && token_.word->word == Word::kBinary)
+    if (token_.word != nullptr && token_.word->word == Word::Binary)
         return ReadBinary();
-    return Finish(TokenKind::kWord);
+    return Finish(TokenKind::Word);
 }
 
 void Tokenizer::ReadParameter() {
-    token_.has_parameter = false;
+    token_.hasParameter = false;
     token_.parameter = 0;
     const bool negative = at_ + 1 < rtf_.size() && rtf_[at_] == '-' && IsDigit(rtf_[at_ + 1]);
     if (negative)
@@ -88,7 +88,7 @@ void Tokenizer::ReadParameter() {
     int64_t value = 0;
     for (; at_ < rtf_.size() && IsDigit(rtf_[at_]); ++at_) {
         value = std::min(value * 10 + (rtf_[at_] - '0'), kHighest);
-        token_.has_parameter = true;
+        token_.hasParameter = true;
     }
     token_.parameter = static_cast<int32_t>(negative ? -value : value);
 }
@@ -103,7 +103,7 @@ const Token& Tokenizer::ReadHexByte() {
         value = value * 16 + digit;
     }
     token_.byte = static_cast<unsigned char>(digits == 2 ? value : '\'');
-    return Finish(digits == 2 ? TokenKind::kHexByte : TokenKind::kSymbol);
+    return Finish(digits == 2 ? TokenKind::HexByte : TokenKind::Symbol);
 }
 
 const Token& Tokenizer::ReadBinary() {
@@ -111,7 +111,7 @@ const Token& Tokenizer::ReadBinary() {
     const auto length = static_cast<size_t>(std::max(token_.parameter, 0));
     token_.text = length <= rtf_.size() - at_ ? rtf_.substr(at_, length) : std::string_view{};
     at_ += token_.text.size();
-    return Finish(TokenKind::kBinary);
+    return Finish(TokenKind::Binary);
 }
 
 void Tokenizer::SkipGroup() {

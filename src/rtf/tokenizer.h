@@ -9,20 +9,20 @@
 namespace lore {
 
 enum class TokenKind : uint8_t {
-    kEnd,
-    kOpen,
-    kClose,
-    kWord,     ///< a control word; also a bare tab, and a line end behind a backslash, which means \par
-    kSymbol,   ///< a backslash and one other byte, which `byte` holds
-    kHexByte,  ///< \'xx, whose value `byte` holds
-    kText,     ///< plain ASCII in `text`
-    kBytes,    ///< bytes beyond ASCII in `text`
-    kBinary,   ///< \bin with its data in `text`
+    End,
+    Open,
+    Close,
+    Word,     ///< a control word; also a bare tab, and a line end behind a backslash, which means \par
+    Symbol,   ///< a backslash and one other byte, which `byte` holds
+    HexByte,  ///< \'xx, whose value `byte` holds
+    Text,     ///< plain ASCII in `text`
+    Bytes,    ///< bytes beyond ASCII in `text`
+    Binary,   ///< \bin with its data in `text`
 };
 
 struct Token {
-    TokenKind kind = TokenKind::kEnd;
-    bool has_parameter = false;
+    TokenKind kind = TokenKind::End;
+    bool hasParameter = false;
     unsigned char byte = 0;
     int32_t parameter = 0;              ///< held to 32 bits
     const ControlWord* word = nullptr;  ///< null for a control word that the reader doesn't know

@@ -9,7 +9,7 @@ namespace lore {
 namespace {
 
 struct LevelInUse {
-    ListKind kind = ListKind::kNone;
+    ListKind kind = ListKind::None;
     int16_t start = 1;
 };
 using LevelsInUse = std::array<LevelInUse, ListTables::kLevels>;
@@ -18,11 +18,11 @@ std::map<int32_t, LevelsInUse> ListsInUse(const Document& document) {
     std::map<int32_t, LevelsInUse> lists;
     for (const Paragraph& paragraph : document.paragraphs) {
         const ParagraphFormat& format = paragraph.format;
-        if (format.list == ListKind::kNone || format.list_id <= 0)
+        if (format.list == ListKind::None || format.listId <= 0)
             continue;
-        LevelInUse& level = lists[format.list_id][std::min<size_t>(format.list_level, ListTables::kLevels - 1)];
-        if (level.kind == ListKind::kNone)
-            level = {format.list, format.list_start};
+        LevelInUse& level = lists[format.listId][std::min<size_t>(format.listLevel, ListTables::kLevels - 1)];
+        if (level.kind == ListKind::None)
+            level = {format.list, format.listStart};
     }
     return lists;
 }
@@ -31,7 +31,7 @@ std::map<int32_t, LevelsInUse> ListsInUse(const Document& document) {
 void WriteLevelText(RtfOutput& out, ListKind kind, size_t level) {
     out.Open();
     out.Word("leveltext");
-    if (kind == ListKind::kBullet)
+    if (kind == ListKind::Bullet)
         out.Raw("\\'01\\u8226 ?;}{\\levelnumbers;}");
     else
         out.Raw("\\'02\\'0" + std::to_string(level) + ".;}{\\levelnumbers\\'01;}");
@@ -54,9 +54,9 @@ void WriteList(RtfOutput& out, int32_t id, const LevelsInUse& levels) {
     out.Word("list");
     out.Word("listtemplateid", id);
     const auto used = std::find_if(levels.begin(), levels.end(),
-                                   [](const LevelInUse& level) { return level.kind != ListKind::kNone; });
+                                   [](const LevelInUse& level) { return level.kind != ListKind::None; });
     for (size_t i = 0; i < levels.size(); ++i)
-        WriteLevel(out, levels[i], levels[i].kind == ListKind::kNone ? used->kind : levels[i].kind, i);
+        WriteLevel(out, levels[i], levels[i].kind == ListKind::None ? used->kind : levels[i].kind, i);
     out.Word("listid", id);
     out.Close();
     out.NewLine();
@@ -69,7 +69,7 @@ ColorNumbers::ColorNumbers(const Document& document) {
         Add(run.format.color);
         Add(run.format.background);
     }
-    for (const RowFormat& row : document.row_formats) {
+    for (const RowFormat& row : document.rowFormats) {
         for (const CellFormat& cell : row.cells)
             Add(cell.background);
     }

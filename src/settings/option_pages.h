@@ -80,7 +80,7 @@ public:
     using OptionPage::OptionPage;
     static constexpr int kMostUses = 15;
 
-    bool IsEnabled() const { return world_.settings.Int(Option::EnableBackup) == 1; }
+    bool IsEnabled() const { return world_.settings.IsBackupEnabled(); }
     void Enable(bool on);
     /// Uses between two backups, 1 to 15; others are cut to that. The count of uses begins anew.
     void SetUses(int uses);

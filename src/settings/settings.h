@@ -42,6 +42,8 @@ public:
 
     int32_t Int(Option option) const;
     bool Flag(Option option) const { return Int(option) > 0; }
+    /// Stricter than Flag: true for exactly 1.
+    bool IsOne(Option option) const { return Int(option) == 1; }
     const std::string& Text(Option option) const;
     Rect Rectangle(Option option) const;
     void Set(Option option, int32_t value);
@@ -50,6 +52,11 @@ public:
 
     /// ProgVersion as a number; -1 on a first run.
     double ProgVersion() const;
+
+    /// True while an online account is engaged.
+    bool IsSyncEngaged() const { return IsOne(Option::SyncEngaged); }
+    /// True while the automatic backup at the end of the program is on.
+    bool IsBackupEnabled() const { return IsOne(Option::EnableBackup); }
 
     void LoadOptions(const SettingsStore& store);
     /// Puts all values into the store. They stand on disk after the store's Flush.

@@ -94,6 +94,33 @@ std::optional<int> HandOver(lore::LocalChannel& channel, const std::string& requ
     return lore::NumberOf(lore::ExitStatus::Locked);
 }
 
+/// The same while the process that has the data folder may be about to open its channel.
+std::optional<int> HandOverSoon(lore::LocalChannel& channel, const std::string& request,
+                                const std::filesystem::path& data) {
+    for (const QDeadlineTimer limit(kOpenTime); !limit.hasExpired(); QThread::msleep(kLookAgain))
+        if (const auto status = HandOver(channel, request, data))
+            return status;
+    return std::nullopt;
+}
+
+/// How a start came to its data folder.
+struct FolderTaken {
+    enum class Outcome { Taken, Locked, Failed } outcome;
+    std::optional<lore::DataLock> lock = {};
+    std::filesystem::path folder = {};  ///< the one that was tried
+    lore::FileResult reason = {};       ///< why it can't be used, of a failure
+};
+
+FolderTaken TakeFolder(const std::filesystem::path& dataRoot) {
+    using Outcome = FolderTaken::Outcome;
+    int error = 0;
+    auto lock = lore::DataLock::Take(dataRoot, error);
+    if (!lock)
+        return {error == 0 ? Outcome::Locked : Outcome::Failed, {}, dataRoot, {error}};
+    const lore::FileResult made = lore::ComputeFolders(dataRoot);
+    return {made.Ok() ? Outcome::Taken : Outcome::Failed, std::move(lock), lore::DataPaths{dataRoot}.DataFiles(), made};
+}
+
 /// No note could be kept.
 void TellUnusableFolder(const std::filesystem::path& folder, const lore::FileResult& result) {
     std::fprintf(stderr, "lorebinder: the data folder can't be used: %s: %s\n", folder.c_str(),
@@ -247,24 +274,23 @@ int main(int argc, char** argv) {
         if (!missesSync)
             return 0;
     }
-    int error = 0;
-    const auto lock = lore::DataLock::Take(places.dataRoot, error);
-    const QDeadlineTimer limit(kOpenTime);
-    // Not for the lock itself: the settings have been read.
-    for (; !lock && error == 0 && !limit.hasExpired(); QThread::msleep(kLookAgain))
-        if (const auto status = HandOver(channel, request, places.dataRoot))
+    const FolderTaken taken = TakeFolder(places.dataRoot);
+    // A lock that goes meanwhile isn't taken: the settings have been read.
+    if (taken.outcome == FolderTaken::Outcome::Locked)
+        if (const auto status = HandOverSoon(channel, request, places.dataRoot))
             return *status;
-    const lore::FileResult made = lock ? lore::ComputeFolders(places.dataRoot) : lore::FileResult{error};
-    if (lock && made.Ok())
+    if (taken.outcome == FolderTaken::Outcome::Taken)
         channel.Open();
     lore::Theme theme(application, static_cast<lore::Appearance>(early.Int(lore::Option::Appearance)));
-    if (!lock && error == 0) {
-        TellThatItIsLocked(places.dataRoot);
-        return lore::NumberOf(lore::ExitStatus::Locked);
-    }
-    if (!made.Ok()) {
-        TellUnusableFolder(lock ? lore::DataPaths{places.dataRoot}.DataFiles() : places.dataRoot, made);
-        return lore::NumberOf(lore::ExitStatus::Fault);
+    switch (taken.outcome) {
+        case FolderTaken::Outcome::Locked:
+            TellThatItIsLocked(places.dataRoot);
+            return lore::NumberOf(lore::ExitStatus::Locked);
+        case FolderTaken::Outcome::Failed:
+            TellUnusableFolder(taken.folder, taken.reason);
+            return lore::NumberOf(lore::ExitStatus::Fault);
+        case FolderTaken::Outcome::Taken:
+            break;
     }
     return RunProgram({options, request, channel, store, companions, theme, missesSync});
 }

@@ -254,7 +254,7 @@ TEST_F(PanelActionsTest, UndoLeavesWhatNotesHaveGotSince) {
         note.keyWords = "fog, Lamp";
     });
     const ReadContext context = app.Context();
-    NoteRemoval(app.NoteBook(), context, faults, nullptr).DeleteNotes(LongList{4}, false);
+    NoteRemoval(app.NoteBook(), context, faults, nullptr).DeleteNotes(LongList{4}, GoneFiles::Deleted);
     Later();
     commands.Undo();
     EXPECT_EQ(prompts.seen.back(),

@@ -68,11 +68,11 @@ TEST(SampleMarkup, KeepsLinksListsTablesAndDirectionsThroughRichText) {
     ASSERT_NE(link, nullptr);
     EXPECT_EQ(document.links.at(link->format.link), "https://example.org/a");
     const auto& paragraphs = document.paragraphs;
-    EXPECT_EQ(paragraphs[2].format.list, ListKind::kDecimal);
-    EXPECT_EQ(paragraphs[2].format.list_id, paragraphs[3].format.list_id);
-    EXPECT_NE(paragraphs[3].format.list_id, paragraphs[4].format.list_id);
-    EXPECT_LT(paragraphs[2].format.space_after, paragraphs[3].format.space_after);
-    EXPECT_TRUE(paragraphs[5].format.right_to_left);
+    EXPECT_EQ(paragraphs[2].format.list, ListKind::Decimal);
+    EXPECT_EQ(paragraphs[2].format.listId, paragraphs[3].format.listId);
+    EXPECT_NE(paragraphs[3].format.listId, paragraphs[4].format.listId);
+    EXPECT_LT(paragraphs[2].format.spaceAfter, paragraphs[3].format.spaceAfter);
+    EXPECT_TRUE(paragraphs[5].format.rightToLeft);
     EXPECT_EQ(document.rows.size(), 2u);
     EXPECT_TRUE(RunWith(document, "h")->format.bold);
     EXPECT_FALSE(RunWith(document, "long cell")->format.bold);
@@ -83,7 +83,7 @@ TEST(SampleMarkup, PutsPicturesIntoTheText) {
     const Document document = ReadRtf(WriteRtf(
         ReadSampleMarkup("T", "![lens](a.png)", [&](std::string_view name) { return name == "a.png" ? png : ""; })));
     ASSERT_EQ(document.pictures.size(), 1u);
-    EXPECT_EQ(document.pictures[0].kind, PictureKind::kPng);
+    EXPECT_EQ(document.pictures[0].kind, PictureKind::Png);
     EXPECT_TRUE(document.pictures[0].bytes == png);
     EXPECT_EQ(document.pictures[0].width, 680);
 }

@@ -147,12 +147,12 @@ TEST_F(SampleNoteBook, GoesIntoNewNoteBooksWhileTheMainOneIsInUse) {
     EXPECT_EQ(notes.size() * 3, static_cast<size_t>(counters.MaxNoteID - 1000));
 }
 
-TEST_F(SampleNoteBook, TakesANumberBehindAllFoldersAndListedNoteBooks) {
-    fs::create_directories(data.Databases() / "DB000007");
+TEST_F(SampleNoteBook, TakesANumberBehindAllFoldersWithThoseOfDeletedNoteBooks) {
+    for (const char* const name : {"DB000007", "_DELETED_DB000009"})
+        fs::create_directories(data.Databases() / name);
     fs::create_directories(Main().Notes());
     std::ofstream(Main().NoteFile("DAY01012024.dat")) << "x";
-    SaveDatabases(data.DatabasesFile(), {{kMainNoteBookID - 1, 0, "", "DB002111", "", {}, ""}});
-    EXPECT_EQ(Make().database.id, 2114);
+    EXPECT_EQ(Make().database.id, 10);
 }
 
 TEST_F(SampleNoteBook, LeavesAMainNoteBookAloneThatHoldsAnything) {

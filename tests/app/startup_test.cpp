@@ -195,10 +195,10 @@ TEST_F(Startup, DataThatCantBeUpgradedAreNotWrittenOverAndCanBeTriedAgain) {
     Start("9.5");
     EXPECT_EQ(Stored("ProgVersion"), "9.5") << "the next start tries again";
     EXPECT_FALSE(faults.faults.empty());
-    EXPECT_FALSE(app.MayWrite());
+    EXPECT_TRUE(app.TellIfClosed());
     EXPECT_THAT(prompts.seen, ElementsAre(HasSubstr("could not be upgraded")));
     app.SwitchNoteBook(MainNoteBook("{LOCAL}"));
-    EXPECT_FALSE(app.MayWrite()) << "no other way leads there";
+    EXPECT_TRUE(app.TellIfClosed()) << "no other way leads there";
     app.ExitInstance();
     EXPECT_EQ(Stored("ProgVersion"), "9.5");
     EXPECT_TRUE(fs::exists(data.DataFiles() / "Notes" / "DAY01012020.dat"));
@@ -208,7 +208,7 @@ TEST_F(Startup, DataThatCantBeUpgradedAreNotWrittenOverAndCanBeTriedAgain) {
     fs::remove(data.DataFiles() / "Databases");
     EXPECT_TRUE(app.TryAgain());
     EXPECT_FALSE(app.CanTryAgain());
-    EXPECT_TRUE(app.MayWrite());
+    EXPECT_FALSE(app.TellIfClosed());
     EXPECT_EQ(app.NotesPane(), "Notes:    1");
     EXPECT_EQ(Stored("ProgVersion"), "11.56");
     EXPECT_EQ(app.GetSettings().Int(Option::SrchCtrlsWidth), 377);

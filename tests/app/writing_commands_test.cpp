@@ -200,7 +200,7 @@ TEST_F(WritingCommandsTest, TheRichestFormOfAClipboardIsTaken) {
     EXPECT_THAT(commands.CapturedText({"no rich text", html, plain}), HasSubstr("\\i"));
     EXPECT_THAT(commands.CapturedText({"", " ", plain}), HasSubstr("plain"));
     EXPECT_EQ(commands.CapturedText({"{\\rtf1 }", "", " \n"}), "");
-    EXPECT_EQ(commands.TextLook().half_points, 27);
+    EXPECT_EQ(commands.TextLook().halfPoints, 27);
 }
 
 TEST_F(WritingCommandsTest, DraftsAreOfferedWithWhatHasBecomeOfTheirNotes) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "base/text.h"
 #include "support/read_world.h"
 
 namespace lore {
@@ -50,6 +51,7 @@ TEST(FixedDouble, IsWrittenWithNineDecimals) {
     }
     RecordReader reader("0000000011.560000000");
     EXPECT_EQ(ReadFixedDouble(&reader), kDataVersion);
+    EXPECT_EQ(ParseDouble(kDataVersionText), kDataVersion);
     EXPECT_EQ(ReadFixedDouble(&reader), 0.0);
 }
 

@@ -193,9 +193,9 @@ TEST(BibliographyRtf, ReadsBackAsTheSameTextWithItsLooksAndLinks) {
         ReadRtf(BibliographyAsRtf(DocumentOf({Cited(text, {{5, 0, 9}}, 3), Cited("Next", {}, 0)})));
     EXPECT_EQ(document.text, text + "\nNext");
     ASSERT_EQ(document.paragraphs.size(), 2u);
-    EXPECT_EQ(document.paragraphs[0].format.left_indent, 360);
-    EXPECT_EQ(document.paragraphs[0].format.first_indent, -360);
-    EXPECT_EQ(document.paragraphs[1].format.left_indent, 0);
+    EXPECT_EQ(document.paragraphs[0].format.leftIndent, 360);
+    EXPECT_EQ(document.paragraphs[0].format.firstIndent, -360);
+    EXPECT_EQ(document.paragraphs[1].format.leftIndent, 0);
     const TextRun& first = document.runs.front();
     EXPECT_EQ(std::string(TextOf(document, first)), "Gr\u00E9millon");
     EXPECT_TRUE(first.format.bold && first.format.italic && !first.format.underline);

@@ -136,8 +136,12 @@ TEST(SourceRecord, OldTextDateIsReadAsAPersonWroteIt) {
         {{"July 12, 2011", "12 jul. 2011"}, DateTime(2011, 7, 12), 0},
         {{"12-Sept-2011"}, DateTime(2011, 9, 12), 0},
         {{"May 1998"}, DateTime(1998, 5, 1), 0},
+        {{"5/7/98", "05-07-98 10:11:12 PM", "May 7, 1998 9:05"}, DateTime(1998, 5, 7), 0},
+        {{"5/7/29"}, DateTime(2029, 5, 7), 0},
+        {{"5/7/30"}, DateTime(1930, 5, 7), 0},
         {{"1998-05-07", "2011/7/12"}, {}, 1},
-        {{"1000", "3000", "2/30/1998", "13/1/1998", "5/7/98", "5/7/19981"}, {}, 0},
+        {{"1000", "3000", "2/30/1998", "13/1/1998", "5/98", "5/7/198", "5/7/19981", "10:11", "5/7/98 at 1:2"}, {}, 0},
+        {{"May 1998 25:3-17, revised", "May 1998 99:", "5/7/98 1:2:3:4", "5/7/98 pm"}, {}, 0},
         {{"", "Ma 1998", "May", "May 5 6 1998", "n.d."}, {}, 0}};
     for (const auto& [texts, date, yearOnly] : cases) {
         for (const std::string& text : texts) {
@@ -147,6 +151,7 @@ TEST(SourceRecord, OldTextDateIsReadAsAPersonWroteIt) {
             EXPECT_EQ(source.HasDate ? std::optional(source.SourceDate) : std::nullopt, date) << text;
             EXPECT_EQ(source.YearOnly, yearOnly) << text;
             EXPECT_EQ(source.FieldTexts[kDateSlot], text);
+            EXPECT_EQ(HoldsUnreadDate(source), !date && !text.empty()) << text;
         }
     }
 }

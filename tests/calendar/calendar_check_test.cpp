@@ -31,7 +31,7 @@ TEST_F(CalendarCheckTest, EveryCutAndAByteTooManyAreFound) {
     for (const Check check : {CheckEventFile, CheckReminderFile}) {
         EXPECT_TRUE((check == CheckEventFile
                          ? WriteEvents(path_, EventList{Event("{E}", "", Day(2011, 2, 3), Day(2011, 2, 3))})
-                         : SaveReminders(path_, {reminder, reminder}))
+                         : WriteReminders(path_, {reminder, reminder}))
                         .Ok());
         EXPECT_FALSE(IsDamaged(check));
         const std::string whole = BytesOf(path_);

@@ -343,7 +343,7 @@ TEST_F(Editors, TheTypeDecidesTextsLimitAndAddress) {
     settings.Set(Option::Service, 3);
     world.setup.gateways[3] = "txt.example";
     int stored = 0;
-    world.saveOptions = [&] { ++stored; };
+    world.storeSettings = [&] { ++stored; };
     const CTmEvent event = Event("{E}", "", Day(2026, 4, 10, 9), Day(2026, 4, 10, 10));
     ReminderEditor editor(world, ReminderFor(event, ReminderType::Email, 0), ReminderEditor::Purpose::Day, true);
     EXPECT_STREQ(editor.DayLabel(), "Selected Day:");

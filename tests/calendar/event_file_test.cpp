@@ -181,7 +181,7 @@ TEST(ReminderFile, ReadsEveryFieldAndWritesTheSameBytes) {
     EXPECT_EQ(list[0].PhoneNumber, "1-234-56");
     EXPECT_EQ(list[0].Message, "a\nb");
     list[0].SendTime = DateTime();
-    EXPECT_TRUE(SaveReminders(path, list).Ok());
+    EXPECT_TRUE(WriteReminders(path, list).Ok());
     EXPECT_EQ(BytesOf(path), bytes);
     const DateTime sent(2011, 2, 3, 9, 5);
     EXPECT_TRUE(LoadRemindersInRange(path, world.context, sent, sent, list).Ok());

@@ -107,32 +107,34 @@ TEST_F(EventReminders, TheServerIsTestedTwiceAndThenAskedAbout) {
     struct Case {
         std::deque<int32_t> tests;
         std::deque<PromptAnswer> answers;
-        bool show, answers_, asked;
+        Report report;
+        bool answers_, asked;
         std::vector<int> waits;
     };
     const auto yes = PromptAnswer::Yes, no = PromptAnswer::No;
-    const Case cases[] = {{{1}, {}, true, true, false, {}},
-                          {{0, 1}, {}, true, true, false, {800}},
-                          {{0, 0}, {}, false, false, false, {800}},
-                          {{0, 0}, {no}, true, false, true, {800}},
-                          {{0, 0, 1}, {yes}, true, true, true, {800}},
-                          {{0, -1, 0, 1}, {yes}, true, true, true, {800, 500}},
-                          {{0, 0, 0, 0}, {yes}, true, false, true, {800, 500}}};
+    const auto shown = Report::Shown, silent = Report::Silent;
+    const Case cases[] = {{{1}, {}, shown, true, false, {}},
+                          {{0, 1}, {}, shown, true, false, {800}},
+                          {{0, 0}, {}, silent, false, false, {800}},
+                          {{0, 0}, {no}, shown, false, true, {800}},
+                          {{0, 0, 1}, {yes}, shown, true, true, {800}},
+                          {{0, -1, 0, 1}, {yes}, shown, true, true, {800, 500}},
+                          {{0, 0, 0, 0}, {yes}, shown, false, true, {800, 500}}};
     for (const Case& one : cases) {
         server.tests = one.tests;
         prompts.answers = one.answers;
         prompts.seen.clear();
         waits.clear();
-        EXPECT_EQ(CheckServer(world, one.show), one.answers_);
+        EXPECT_EQ(CheckServer(world, one.report), one.answers_);
         EXPECT_TRUE(server.tests.empty());
         EXPECT_EQ(prompts.seen.size(), one.asked ? 1u : 0u);
         EXPECT_EQ(waits, one.waits);
     }
     server.isSetUp = false;
     prompts.seen.clear();
-    EXPECT_FALSE(CheckServer(world, false));
+    EXPECT_FALSE(CheckServer(world, Report::Silent));
     EXPECT_TRUE(prompts.seen.empty());
-    EXPECT_FALSE(CheckServer(world, true));
+    EXPECT_FALSE(CheckServer(world, Report::Shown));
     EXPECT_NE(prompts.seen[0].find("No reminder server is set up"), std::string::npos);
 }
 
@@ -151,20 +153,20 @@ TEST(ServerReminders, TheServersClockDecidesAndNeverMidnight) {
 TEST_F(EventReminders, RemovingTellsOnlyWithItsReport) {
     Start();
     const std::string bytes = BytesOf(world.reminderFile);
-    for (const bool report : {false, true}) {
+    for (const Report report : {Report::Silent, Report::Shown}) {
         PutBytes(world.reminderFile, bytes);
         prompts.seen.clear();
         server.works = 0;
         RemoveRemindersOfEvents(world, {event}, report);
         EXPECT_EQ(StoredReminders().size(), 1u) << "gone here all the same";
-        EXPECT_EQ(prompts.seen.size(), report ? 2u : 0u);
+        EXPECT_EQ(prompts.seen.size(), report == Report::Shown ? 2u : 0u);
         PutBytes(world.reminderFile, bytes);
         prompts.seen.clear();
         server.tests = {1};
         CTmEvent removed = Event("{E}", "", Day(2026, 4, 1), Day(2026, 4, 1));
         RemoveEventReminders(world, removed, report);
         EXPECT_EQ(StoredReminders().size(), 1u);
-        EXPECT_EQ(prompts.seen, report ? Texts{kNotAll} : Texts{});
+        EXPECT_EQ(prompts.seen, report == Report::Shown ? Texts{kNotAll} : Texts{});
     }
     EXPECT_EQ(server.calls.back(), "delete 102");
 }
@@ -175,7 +177,7 @@ TEST_F(EventReminders, WhatIsTriedAgainInVainIsTold) {
     for (const bool removes : {true, false}) {
         prompts.seen.clear();
         prompts.answers = {PromptAnswer::Yes};
-        removes ? RemoveEventReminders(world, event, true) : CreateSeriesReminders(world, event.Reminders);
+        removes ? RemoveEventReminders(world, event, Report::Shown) : CreateSeriesReminders(world, event.Reminders);
         EXPECT_THAT(prompts.seen, ElementsAre(StartsWith("No Server Connection? "), kNotAll));
     }
 }
@@ -256,7 +258,7 @@ TEST_F(EventReminders, AFileThatCannotBeReadIsNotWritten) {
     UpdateEventReminders(world, event, true);
     CreateSeriesReminders(world, event.Reminders);
     EXPECT_FALSE(SaveNewReminder(world, event.Reminders[0]));
-    RemoveRemindersOfEvents(world, {event}, true);
+    RemoveRemindersOfEvents(world, {event}, Report::Shown);
     EXPECT_EQ(faults.faults.size(), 4u);
     for (const Fault& fault : faults.faults)
         EXPECT_EQ(fault.what, "The reminders could not be read");

@@ -5,6 +5,9 @@
 #include "calendar/calendar_fixture.h"
 #include "calendar/day_view.h"
 #include "calendar/month_view.h"
+#include "notes/file_faults.h"
+#include "support/each.h"
+#include "support/matchers.h"
 
 namespace lore {
 namespace {
@@ -115,6 +118,13 @@ TEST_F(Months, TheSelectionMovesAndTurnsTheMonth) {
     clock.now = Day(2026, 4, 1);
     view.SelectToday();
     EXPECT_EQ(std::pair(view.Today(), view.CurrentDay()), std::pair(clock.now, clock.now)) << "midnight has passed";
+}
+
+TEST_F(Months, ALinkToNothingIsToldAsAFault) {
+    std::filesystem::create_symlink("nowhere", world.eventFile);
+    std::filesystem::create_symlink("nowhere", world.reminderFile);
+    MonthView view(world);
+    EXPECT_THAT(Each(faults.faults, &Fault::what), testing::IsSupersetOf({kEventsUnread, kRemindersUnread}));
 }
 
 TEST_F(Months, ACellTellsWhatFallsOnIt) {

@@ -244,7 +244,7 @@ protected:
                 faults,
                 {[this] { ++looks; }, [this] { ++checks; }, [this] { ++fronts; }, [this] { ++closes; }}};
     }
-    void Put(const ReminderList& reminders) { ASSERT_TRUE(SaveReminders(remPath, reminders).Ok()); }
+    void Put(const ReminderList& reminders) { ASSERT_TRUE(WriteReminders(remPath, reminders).Ok()); }
     std::vector<std::string> Shows() {
         PopupAgent agent = MakeAgent();
         agent.Start();

@@ -295,6 +295,8 @@ class Statuses(CliTest):
         self.expect(2, "--settings", "", "notes", says="--settings")
         done = subprocess.run([self.world.cli, "--data", "", "notes"], capture_output=True, encoding="utf-8", check=False)
         self.assertEqual(done.returncode, 2, done.stderr)
+        self.expect(2, "--settings=", "--json", "notes", says="--settings")
+        self.expect(1, "--notebook=", "--json", "notes", says='no NoteBook ""')
 
     def copied(self, *names):
         """A copy of the data folder, and a place of the main NoteBook in it."""

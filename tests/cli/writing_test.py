@@ -496,6 +496,12 @@ class Writing(FreshTest):
         kept = [path.read_bytes() for path in (self.book / "Notes").iterdir() if path.name.endswith(".kept")]
         self.assertIn(whole[:-150], kept)
 
+    def test_an_emptied_value_is_none_of_the_words_behind_it(self):
+        note = self.add("Words", "--keywords", "wind")
+        self.run_cli("edit", note, "--keywords=", "--color", "1,2,3")
+        self.assertEqual(self.json("note", note)["keyWords"], "")
+        self.run_cli("backup", "--out=", "--all", status=2)
+
     def test_a_second_writer_waits_its_turn(self):
         note = self.add()
         lock = next(path for path in self.data.rglob("*") if "lock" in path.name.lower())

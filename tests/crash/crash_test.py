@@ -19,7 +19,7 @@ import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-from book_world import DIALOG, Programs, World, faults
+from book_world import DIALOG, World, faults, module_world
 
 SHIM = str(pathlib.Path(sys.argv[1]).resolve())
 SEED = int(os.environ.get("LORE_SEED", "0"))
@@ -36,13 +36,7 @@ def call_log():
 
 def setUpModule():
     global PROGRAMS, WORLD
-    PROGRAMS = Programs(sys.argv[2:5])
-    WORLD = World(PROGRAMS, SEED)
-
-
-def tearDownModule():
-    WORLD.close()
-    PROGRAMS.close()
+    PROGRAMS, WORLD = module_world(sys.argv[2:5], SEED)
 
 
 class Crash(unittest.TestCase):
@@ -126,6 +120,7 @@ class Crash(unittest.TestCase):
             if seed > SEED:
                 WORLD.close()
                 WORLD = World(PROGRAMS, seed)
+                unittest.addModuleCleanup(WORLD.close)
             for name in WORLD.flows():
                 with self.subTest(flow=name, seed=seed):
                     points += self.walk(name, "KILL")

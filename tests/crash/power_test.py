@@ -13,7 +13,7 @@ import sys
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
-from book_world import Programs, World, digest, faults, tree
+from book_world import digest, faults, module_world, tree
 from lost_writes import LostWrites
 
 SHIM = str(pathlib.Path(sys.argv[1]).resolve())
@@ -26,13 +26,7 @@ KEPT = (0, 512, 1 << 60, -1)
 
 def setUpModule():
     global PROGRAMS, WORLD
-    PROGRAMS = Programs(sys.argv[2:5])
-    WORLD = World(PROGRAMS, SEED)
-
-
-def tearDownModule():
-    WORLD.close()
-    PROGRAMS.close()
+    PROGRAMS, WORLD = module_world(sys.argv[2:5], SEED)
 
 
 class PowerCut(unittest.TestCase):

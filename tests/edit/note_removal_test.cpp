@@ -29,8 +29,8 @@ protected:
 
 TEST_F(NoteRemovalTest, UndoBringsTheFilesBackByteForByte) {
     const std::string source = folder.Bytes("SRC0000001011.dat"), day = folder.Bytes("DAY01012020.dat");
-    const DeletedNotes deleted = removal.DeleteNotes(LongList{2, 3, 99}, true);
-    const DeletedNotes more = removal.DeleteNotes(LongList{1}, true);
+    const DeletedNotes deleted = removal.DeleteNotes(LongList{2, 3, 99}, GoneFiles::Kept);
+    const DeletedNotes more = removal.DeleteNotes(LongList{1}, GoneFiles::Kept);
     EXPECT_FALSE(std::filesystem::exists(Attached()));
     EXPECT_EQ(BytesOf(more.keptFiles / "0000001.txt"), "attached");
     for (const OpenNoteBook& picture : {std::cref(book).get(), Reloaded()})
@@ -54,17 +54,18 @@ TEST_F(NoteRemovalTest, AFileThatAnotherNoteNamesStaysForIt) {
         {"0000001.txt", 2, true}, {"C:\\old\\0000001.txt", 1, true}, {"0000001.txt", 12, false}};
     int32_t id = 10;
     for (const auto& [name, type, keepsFile] : cases) {
-        for (const bool undoable : {true, false}) {
+        for (const GoneFiles files : {GoneFiles::Kept, GoneFiles::Deleted}) {
+            const bool undoable = files == GoneFiles::Kept;
             SCOPED_TRACE(std::string(name) + (undoable ? " undoable" : " for good"));
             CNote first = TextNote(++id, "First", {1011}), other = TextNote(++id, "Other", {1012});
             first.attachments = {{0, 1.0, "A", "0000001.txt", "", 2, true}, {0, 1.0, "B", "0000002.txt", "", 2, true}};
             other.attachments = {{0, 1.0, "A", name, "", type, true}};
-            removal.DeleteNotes(LongList{1}, false);
+            removal.DeleteNotes(LongList{1}, GoneFiles::Deleted);
             Stored(first);
             Stored(other);
             PutBytes(Attached(), "attached");
             PutBytes(book.paths.Attachments() / "0000002.txt", "own");
-            const DeletedNotes deleted = removal.DeleteNotes(LongList{first.id}, undoable);
+            const DeletedNotes deleted = removal.DeleteNotes(LongList{first.id}, files);
             EXPECT_EQ(std::filesystem::exists(Attached()), keepsFile);
             EXPECT_FALSE(std::filesystem::exists(book.paths.Attachments() / "0000002.txt"));
             if (undoable) {
@@ -72,7 +73,7 @@ TEST_F(NoteRemovalTest, AFileThatAnotherNoteNamesStaysForIt) {
                 EXPECT_EQ(BytesOf(Attached()), "attached");
                 EXPECT_EQ(BytesOf(book.paths.Attachments() / "0000002.txt"), "own");
             }
-            removal.DeleteNotes(LongList{first.id, other.id}, false);
+            removal.DeleteNotes(LongList{first.id, other.id}, GoneFiles::Deleted);
             EXPECT_FALSE(std::filesystem::exists(Attached())) << "with the last note that names it";
             EXPECT_THAT(faults.faults, IsEmpty());
         }
@@ -86,12 +87,13 @@ TEST_F(NoteRemovalTest, WithoutALookAtAllOtherNotesNoFileGoes) {
     const std::tuple<const char*, bool, bool, size_t> cases[] = {{"stopped", true, false, 1},
                                                                  {"a file can't be read", false, true, 2}};
     for (const auto& [what, stops, isBlocked, told] : cases) {
-        for (const bool undoable : {true, false}) {
+        for (const GoneFiles files : {GoneFiles::Kept, GoneFiles::Deleted}) {
+            const bool undoable = files == GoneFiles::Kept;
             SCOPED_TRACE(std::string(what) + (undoable ? " undoable" : " for good"));
             background.stops = stops;
             if (isBlocked)
                 std::filesystem::create_symlink(stray.filename(), stray);  // leads to itself
-            const DeletedNotes deleted = beside.DeleteNotes(LongList{1}, undoable);
+            const DeletedNotes deleted = beside.DeleteNotes(LongList{1}, files);
             EXPECT_THAT(IDs(deleted), ElementsAre(1));
             EXPECT_EQ(faults.faults.size(), told);
             EXPECT_EQ(BytesOf(Attached()), "attached");
@@ -103,15 +105,15 @@ TEST_F(NoteRemovalTest, WithoutALookAtAllOtherNotesNoFileGoes) {
     }
     background.stops = false;
     background.texts.clear();
-    beside.DeleteNotes(LongList{1}, true);
+    beside.DeleteNotes(LongList{1}, GoneFiles::Kept);
     EXPECT_FALSE(std::filesystem::exists(Attached()));
-    beside.DeleteNotes(LongList{2}, true);
+    beside.DeleteNotes(LongList{2}, GoneFiles::Kept);
     EXPECT_EQ(background.texts.size(), 1u) << "without attachments there is nothing to look for";
     EXPECT_THAT(faults.faults, IsEmpty());
 }
 
 TEST_F(NoteRemovalTest, AFileThatCantBeLookedAtIsMissedAndComesBackLater) {
-    const DeletedNotes deleted = removal.DeleteNotes(LongList{1}, true);
+    const DeletedNotes deleted = removal.DeleteNotes(LongList{1}, GoneFiles::Kept);
     Unreadable kept(deleted.keptFiles / "0000001.txt");
     EXPECT_THAT(removal.RestoreNotes(deleted).withoutFiles.Values(), ElementsAre(1));
     EXPECT_EQ(faults.faults.size(), 1u);
@@ -125,7 +127,7 @@ TEST_F(NoteRemovalTest, FilesThatComeBackAreFlushedAndAFailureIsTold) {
     DeletedNotes deleted;
     size_t told = 0;
     const auto prepare = [&] {
-        deleted = removal.DeleteNotes(LongList{1}, true);
+        deleted = removal.DeleteNotes(LongList{1}, GoneFiles::Kept);
         faults.faults.clear();
     };
     const auto check = [&](const Unrestored& failed, bool) {
@@ -141,7 +143,7 @@ TEST_F(NoteRemovalTest, FilesThatComeBackAreFlushedAndAFailureIsTold) {
 
 TEST_F(NoteRemovalTest, ANoteWhoseFileCantBeWrittenStaysWhole) {
     Block(book.paths.NoteFile("SRC0000001011.dat"));
-    EXPECT_THAT(IDs(removal.DeleteNotes(LongList{1, 3}, false)), ElementsAre(3));
+    EXPECT_THAT(IDs(removal.DeleteNotes(LongList{1, 3}, GoneFiles::Deleted)), ElementsAre(3));
     EXPECT_FALSE(faults.faults.empty());
     EXPECT_TRUE(book.index.Contains(1));
     EXPECT_TRUE(book.keyWords.FindByName("lamp"));
@@ -151,7 +153,7 @@ TEST_F(NoteRemovalTest, ANoteWhoseFileCantBeWrittenStaysWhole) {
 TEST_F(NoteRemovalTest, ALinkedNoteBookKeepsTheRecordAndMarksIt) {
     Link();
     book.syncLog.ReplaceSyncInfo({1, kStoredTrue, -1, false, "{G1}", "", {}, {}, {}, {}, {}});
-    removal.DeleteNotes(LongList{1, 2}, false);
+    removal.DeleteNotes(LongList{1, 2}, GoneFiles::Deleted);
     const SyncLog read = StoredLog();
     ASSERT_EQ(read.Records().size(), 1u);
     EXPECT_TRUE(read.Records()[0].Changed);

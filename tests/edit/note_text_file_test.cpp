@@ -19,7 +19,7 @@ TEST(NoteTextFile, NewTextHasASizeThatCanBeReadWhateverTheSettingsHold) {
         store.Set(kEditTextFont, "Height", height);
         store.Set(kEditTextFont, "FaceName", "Caf\xE9");
         const NewTextLook look = LookOfNewText(store);
-        EXPECT_EQ(look.half_points, halfPoints) << height;
+        EXPECT_EQ(look.halfPoints, halfPoints) << height;
         EXPECT_EQ(look.font, "Caf\xC3\xA9");
         EXPECT_THAT(RtfFromText("text", look), testing::HasSubstr("\\fs" + std::to_string(halfPoints)));
     }

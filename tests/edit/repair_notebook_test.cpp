@@ -229,6 +229,35 @@ TEST_F(RepairNoteBookTest, LostCategoriesComeBackEachWithItsOwnNotes) {
     }
 }
 
+TEST_F(RepairNoteBookTest, WholeNotesThatAFileDoesNotCountComeBack) {
+    const std::filesystem::path home = book.paths.NoteFile("SRC0000001011.dat");
+    std::string bytes =
+        NoteFileBytes(std::vector<CNote>{Five("{A}", 1011, 9), SourceNote(2, {1011}), SourceNote(3, {1011})});
+    for (const int counted : {0, 1}) {
+        for (const size_t cut : {0, 40}) {
+            ClearNotes();
+            bytes.replace(20, 16, "000000000000000" + std::to_string(counted));
+            PutBytes(home, bytes.substr(0, bytes.size() - cut));
+            EXPECT_THAT(Repaired(), testing::SizeIs(1));
+            EXPECT_EQ(AllNotes().size(), cut ? 2u : 3u);
+            EXPECT_THAT(Repaired(), IsEmpty()) << "once more";
+        }
+    }
+    // An older copy and another note of its number stand elsewhere.
+    ClearNotes();
+    PutBytes(home, bytes.replace(35, 1, "0"));
+    PutBytes(book.paths.NoteFile("DAY01011999.dat"), NoteFileBytes(std::vector<CNote>{Five("{A}", 1011, 1)}));
+    PutBytes(book.paths.NoteFile("SRC0000001012.dat"), NoteFileBytes(std::vector<CNote>{Five("{B}", 1012, 1)}));
+    EXPECT_FALSE(Repaired().empty());
+    EXPECT_THAT(Repaired(), IsEmpty()) << "once more";
+    std::map<std::string, int> days;
+    for (const CNote& note : AllNotes())
+        days[note.guid] += note.dateEdited.Day();
+    EXPECT_EQ(days.size(), 4u);
+    EXPECT_EQ(days["{A}"], 9);
+    EXPECT_THAT(faults.faults, IsEmpty());
+}
+
 TEST_F(RepairNoteBookTest, AFileThatCantBeKeptOrIsDamagedKeepsItsNumbers) {
     const std::string name = "SRC0000001011.dat";
     for (const bool isKept : {false, true}) {

@@ -39,8 +39,9 @@ struct ExchangeBook {
     std::set<std::string> AttachmentNames() const { return NamesIn(folder.paths.Attachments()); }
     std::vector<CNote> Notes() { return FindNotes(book.index, book.index.AllIDs(), world.context, faults); }
     ExportWorld ForExport() { return {book, folder.data, world.context, prompts, progress, faults}; }
-    int Export(const std::filesystem::path& target, const std::vector<CNote>& notes, bool allSources = false) {
-        return ExportNotes(NotesOfList(notes), target, allSources, ForExport());
+    int Export(const std::filesystem::path& target, const std::vector<CNote>& notes,
+               ExportedSources sources = ExportedSources::OfNotes) {
+        return ExportNotes(NotesOfList(notes), target, sources, ForExport());
     }
     ImportOutcome Import(const std::filesystem::path& path, ImportChooser& chooser) {
         const auto reload = [this] {

@@ -58,7 +58,7 @@ TEST_F(ExportNotesTest, HoldsRecordsAndFilesFlatAndCleansUp) {
 
 TEST_F(ExportNotesTest, CarriesAllSourcesOnlyWhenAsked) {
     const std::vector<CNote> notes = {made_.Notes().front()};
-    EXPECT_EQ(made_.Export(target_, notes, true), 1);
+    EXPECT_EQ(made_.Export(target_, notes, ExportedSources::All), 1);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(notes, true));
     // More than is held of what was written before.
     for (const int32_t id : {1011, 1012})
@@ -78,13 +78,13 @@ TEST_F(ExportNotesTest, StreamsAWholeNoteBookInLoadingOrder) {
     made_.Load();
     const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
     EXPECT_EQ(notes.count, 802u);
-    EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 802);
+    EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()), 802);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
     CNoteList list;
     for (const CNote& note : made_.Notes())
         list.AddNote(note);
     const int steps = std::exchange(made_.progress.steps, 0);
-    EXPECT_EQ(ExportNotes(NotesOfList(list), target_, false, made_.ForExport()), 802);
+    EXPECT_EQ(ExportNotes(NotesOfList(list), target_, ExportedSources::OfNotes, made_.ForExport()), 802);
     EXPECT_EQ(steps, made_.progress.steps);
     EXPECT_GE(steps, 802);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
@@ -95,14 +95,14 @@ TEST_F(ExportNotesTest, AFileOfNotesThatCantBeReadIsToldOnce) {
     const std::string whole = BytesOf(file);
     const std::tuple<std::function<void()>, int, const char*> cases[] = {
         {[&] { PutBytes(file, whole.substr(0, whole.size() / 2)); }, 2, "it is short or damaged"},
-        {[&] { std::filesystem::remove(file); }, 1, "the file was changed"},
+        {[&] { std::filesystem::remove(file); }, 1, "No such file or directory"},
         {[&] { Block(file); }, 1, "Is a directory"}};
     for (const auto& [spoil, count, says] : cases) {
         made_.faults.faults.clear();
         spoil();
         const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
         for (int i = 0; i < 2; ++i)
-            EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), count);
+            EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()), count);
         ASSERT_EQ(made_.faults.faults.size(), 1u) << says;
         EXPECT_EQ(made_.faults.faults[0].path + made_.faults.faults[0].reason, file.string() + says);
     }
@@ -145,8 +145,10 @@ TEST_F(ExportNotesTest, GivesZeroForNothingAndAfterACancel) {
     } cancelling;
     const std::vector<CNote> notes = made_.Notes();
     ExportWorld world{made_.book, made_.folder.data, made_.world.context, made_.prompts, cancelling, made_.faults};
-    EXPECT_EQ(ExportNotes(NotesOfList(notes), target_, false, world), 0);
-    EXPECT_EQ(ExportNotes(NotesOfNoteBook(made_.book, made_.world.context, made_.faults), target_, false, world), 0);
+    EXPECT_EQ(ExportNotes(NotesOfList(notes), target_, ExportedSources::OfNotes, world), 0);
+    EXPECT_EQ(ExportNotes(NotesOfNoteBook(made_.book, made_.world.context, made_.faults), target_,
+                          ExportedSources::OfNotes, world),
+              0);
     made_.prompts.savePaths = {target_.string()};
     RunExportCommand(NotesOfList(notes), ExportScope::Chosen, world);
     EXPECT_EQ(BytesOf(target_), "old");
@@ -202,14 +204,14 @@ TEST_F(ExportNotesTest, TakesTheRecordThatShowsOfANoteThatStandsTwiceInItsFile) 
         made_.folder.Put("DAY01012020.dat", held);
         made_.Load();
         const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
-        EXPECT_EQ(ExportNotes(notes, target_, false, made_.ForExport()), 3);
+        EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()), 3);
         EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
         EXPECT_EQ(made_.Notes().front().keyWords, held.front().keyWords);
     }
     EXPECT_TRUE(made_.faults.faults.empty());
     std::filesystem::remove(made_.folder.paths.NoteFile("DAY01012020.dat"));
     const ExportedNotes left = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
-    EXPECT_EQ(ExportNotes(left, target_, false, made_.ForExport()), 1);
+    EXPECT_EQ(ExportNotes(left, target_, ExportedSources::OfNotes, made_.ForExport()), 1);
 }
 
 TEST_F(ExportNotesTest, CommandsSpeakTheirTexts) {

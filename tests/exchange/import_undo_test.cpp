@@ -170,7 +170,7 @@ TEST(ImportedFiles, OnesThatAnotherNoteNamesStayThroughAnImportAndItsUndo) {
 
 TEST_F(ImportUndoTest, DeletedNotesStayDeletedAndFilesOfReplacedOnesGoWithTheProgram) {
     const LongList ids{Find(FullNote(7).guid).id};
-    NoteRemoval(to_.book, to_.world.context, to_.faults, nullptr).DeleteNotes(ids, false);
+    NoteRemoval(to_.book, to_.world.context, to_.faults, nullptr).DeleteNotes(ids, GoneFiles::Deleted);
     EXPECT_EQ(Undo(), 0u);
     EXPECT_EQ(Find(FullNote(7).guid).id, -1);
     EXPECT_EQ(to_.book.TotalNoteCount(), 1u);

@@ -14,8 +14,10 @@ SHARED = {'DialogFrame', 'SourceDialog', 'FormDialog'}  # others derive from the
 
 def windows_of(sources):
     """Names of the window classes in these texts."""
-    found = re.findall(r'^class (\w+)(?: final)? : public (\w+)', '\n'.join(sources), re.MULTILINE)
-    return sorted(name for name, base in found if base in BASES and name not in SHARED)
+    text = '\n'.join(sources)
+    derived = re.findall(r'^class (\w+)(?: final)? : public (\w+)', text, re.MULTILINE)
+    own = re.findall(r'^(\w+)::\1\([^{]*?: QWidget\([^{]*?\bQt::Window\b', text, re.MULTILINE)
+    return sorted({name for name, base in derived if base in BASES and name not in SHARED} | set(own))
 
 
 def unpictured(windows, tests):
@@ -25,9 +27,10 @@ def unpictured(windows, tests):
 
 
 def check_itself():
-    planted = windows_of(['class A : public QDialog {', 'class B : public QWidget {', 'class C final : public DialogFrame {'])
-    assert planted == ['A', 'C'], planted
-    assert unpictured([*planted, 'B'], ['A dialog; TakeShot(dialog)', 'B dialog; Shoot(dialog)', 'C dialog;']) == ['C']
+    planted = windows_of(['class A : public QDialog {', 'B::B(int x)\n    : QWidget(nullptr, Qt::Window), x_(x) {',
+                          'class C final : public DialogFrame {', 'D::D() : QWidget(parent) {'])
+    assert planted == ['A', 'B', 'C'], planted
+    assert unpictured(planted, ['A dialog; TakeShot(dialog)', 'B dialog; Shoot(dialog)', 'C dialog;']) == ['C']
 
 
 def main():

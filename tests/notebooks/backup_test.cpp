@@ -30,6 +30,7 @@ struct BackupTest : NoteBooksWorld, testing::Test {
         empty = Add("Empty one", 9);
         PutNotes(main, {DayNote(3)});
         settings.Set(Option::LocalGUID, main.guid);
+        settings.Set(Option::EnableBackup, 1);
         settings.Set(Option::BackupPath, (folder / "notes.lbe").string());
         context.now = DateTime(2011, 7, 12, 10, 0, 0);
     }
@@ -44,7 +45,7 @@ struct BackupTest : NoteBooksWorld, testing::Test {
     void RunAuto(bool fromMenu, PromptAnswer answer = PromptAnswer::Yes) {
         prompts.seen.clear();
         prompts.answers = {answer};
-        AutoBackup(fromMenu, World());
+        fromMenu ? RunAutoBackup(World()) : AutoBackupAtClose(World());
     }
     void RunAutoOn(int day) {
         context.now = DateTime(2011, 7, day, 10, 0, 0);
@@ -207,7 +208,8 @@ TEST_F(BackupTest, FileThatIsNoBackupIsNeverDeleted) {
 }
 
 TEST_F(BackupTest, AnAutoBackupThatIsOffOrHasAnInvalidPathIsSaidAndNothingIsBackedUp) {
-    RunAutoBackup(World());
+    settings.Set(Option::EnableBackup, 0);
+    RunAuto(true);
     EXPECT_THAT(prompts.seen, ElementsAre("Auto-Backup Disabled: Your auto-backup is not enabled, please go to "
                                           "Options->Auto-Backup to set it up."));
     settings.Set(Option::BackupPath, (folder / "none" / "notes.lbe").string());
@@ -295,7 +297,7 @@ TEST_F(BackupTest, ComparisonFindsEachKindOfDifference) {
     const OpenNoteBook book = Open(thesis);
     const ExportWorld world{book, data, context, prompts, progress, faults};
     const ExportedNotes notes = NotesOfNoteBook(book, context, faults);
-    ASSERT_EQ(ExportNotes(notes, folder / "good.lbe", true, world), 2);
+    ASSERT_EQ(ExportNotes(notes, folder / "good.lbe", ExportedSources::All, world), 2);
     std::vector<std::string> lacking;
     const auto compares = [&](const std::string& name) {
         return CompareBackup(folder / name, notes, 2, world, lacking).Ok();

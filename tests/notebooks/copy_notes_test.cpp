@@ -292,7 +292,7 @@ TEST_F(CopyNotesTest, ACopyCanBeStoppedUntilTheListsAreWrittenAndLeavesNothing) 
         StoppedProgress stopped;
         stopped.stopsAt = point;
         CopyWorld world = World(from);
-        const CopyWorld stoppable{from, data, counters, context, prompts, stopped, faults, false, world.saveOptions};
+        const CopyWorld stoppable{from, data, counters, context, prompts, stopped, faults, false, world.storeCounters};
         EXPECT_EQ(CopyNotesToNoteBook(list, target, stoppable).copied, -1) << point;
         EXPECT_EQ(stopped.shown, 0);
         EXPECT_THAT(Attachments(), ElementsAre("0000041.txt")) << point;

@@ -62,6 +62,7 @@ TEST_F(NoteBookManagerTest, NewNumberLiesAboveAllFoldersThatBeginSo) {
         {{"DB2111"}, 0, 2114},
         {{"DB2103"}, 8, 2114},
         {{"DB2110"}, 0, 2111},
+        {{"DB777776"}, 0, 777778},
         {{"DB1000000"}, 5, 1000006},
         {{"DB99999999999999999999", "DB5"}, 0, 6}};
     for (const auto& [folders, highest, id] : cases) {

@@ -230,6 +230,21 @@ TEST_F(NoteBookLoader, SourcesAreWrittenBackOnlyIfNothingIsMissing) {
         << "of what was written";
 }
 
+TEST_F(NoteBookLoader, DatesThatAreOnlyTextsAreKeptOnceBeforeTheSourcesAreWrittenBack) {
+    const std::filesystem::path kept = disk.paths.Sources().string() + ".kept";
+    for (const char* const date : {"1998", "Spring 1998"}) {
+        const std::string old = RawRecord().Real(0.95).Int(1).Add(1011, "", date, "Title", "", "", "").Bytes();
+        PutBytes(disk.paths.Sources(), old);
+        EXPECT_THAT(Load().damaged, IsEmpty());
+        EXPECT_NE(BytesOf(disk.paths.Sources()), old);
+        EXPECT_EQ(BytesOf(kept), std::string_view(date) == "1998" ? "" : old) << date;
+    }
+    std::filesystem::remove(kept);
+    EXPECT_TRUE(WriteSources(book, faults));
+    Load();
+    EXPECT_FALSE(std::filesystem::exists(kept));
+}
+
 TEST_F(NoteBookLoader, NamesTheFilesThatHoldMoreThanWasTaken) {
     PutSources({1011, 1013});
     PutCategories();
@@ -361,9 +376,28 @@ TEST_F(NoteBookLoader, FindsNotesInTheOrderOfTheIdsAndEachOnce) {
     Load(ReadOnly());
     const std::vector<CNote> found = FindNotes(book.index, {5, 2, 99, 4, 2, 0, -7, 1}, world.context, faults);
     EXPECT_THAT(Each(found, &CNote::id), ElementsAre(5, 2, 4, 1));
-    std::filesystem::remove(disk.paths.NoteFile("a.dat"));
-    EXPECT_EQ(FindNotes(book.index, {1, 4}, world.context, faults).size(), 1u);
     EXPECT_TRUE(faults.faults.empty());
+    const std::filesystem::path file = disk.paths.NoteFile("a.dat");
+    const std::string whole = BytesOf(file), cut = whole.substr(0, whole.size() - 5);
+    const struct {
+        std::function<void()> change;
+        const char* what;
+        size_t found;
+    } changes[] = {{[&] { std::filesystem::remove(file); }, "A note file could not be read", 1},
+                   {[&] { PutBytes(file, cut); }, "A note file is damaged; what could be read of it was taken", 4},
+                   {[&] {
+                        disk.Put("a.dat", {DayNote(1), DayNote(2)});
+                    },
+                    "Notes are no longer in their file", 3}};
+    for (const auto& [change, what, count] : changes) {
+        change();
+        EXPECT_EQ(FindNotes(book.index, {1, 2, 3, 4}, world.context, faults).size(), count);
+        EXPECT_THAT(Each(std::exchange(faults.faults, {}), &Fault::what), ElementsAre(what));
+    }
+    PutBytes(file, cut);
+    Load(ReadOnly());
+    EXPECT_EQ(FindNotes(book.index, {3}, world.context, faults).size(), 1u);
+    EXPECT_TRUE(faults.faults.empty()) << "who loads tells it";
 }
 
 TEST_F(NoteBookLoader, CleaningDeletesFilesWithoutNotesAndLeavesTheRest) {

@@ -4,11 +4,13 @@
 
 #include "base/file_copy.h"
 #include "bibliography/source_builder.h"
+#include "notes/file_faults.h"
 #include "notes/note_book_loader.h"
 #include "notes/note_builder.h"
 #include "notes/note_cleaner.h"
 #include "notes/note_store.h"
 #include "notes/notebook_lists.h"
+#include "ports/background.h"
 #include "support/faults.h"
 #include "support/note_reading.h"
 
@@ -262,6 +264,18 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
         for (const int error : {EIO, EACCES})
             EXPECT_GT(FailEachCall(disk.folder.Path(), error, false, prepare, load, check), 20);
     }
+}
+
+TEST(KeptFaults, AreToldLaterUnlessTheyWereMended) {
+    KeptForLater kept;
+    TellFailedWrite(kept, kSyncLogUnwritten, "a", {EIO});
+    TellFailedWrite(kept, kSyncLogUnwritten, "a", {});
+    TellFailedWrite(kept, kSyncLogUnwritten, "b", {EIO});
+    NotedFaults faults;
+    kept.TellAll(faults);
+    ASSERT_EQ(faults.faults.size(), 1u);
+    EXPECT_EQ(faults.faults[0].path, "b");
+    EXPECT_EQ(faults.mended, std::vector<std::string>{kSyncLogUnwritten});
 }
 
 }  // namespace

@@ -10,7 +10,8 @@ namespace {
 
 TEST(NoteIndex, GivesNoIdTwice) {
     NoteIndex index;
-    index.AddToIndex("a", LongList({1001, 1003, 2147483647}));
+    for (const int32_t id : {1001, 1003, 2147483647})
+        index.AddToIndex("a", id);
     index.MarkTaken(1004);
     index.RemoveFromIndex(1003);
     int last = 2147483645;

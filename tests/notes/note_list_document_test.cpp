@@ -53,7 +53,7 @@ TEST(NoteListDocument, PartsNotesWithARuleAndShowsPicturesWithTheirTitle) {
         EXPECT_EQ(attachment.title, "A lamp");
         Picture made;
         made.bytes = "PNG";
-        made.goal_width = 1500;
+        made.goalWidth = 1500;
         return std::optional(made);
     };
     BoardOptions options;
@@ -100,7 +100,7 @@ TEST(DocumentAsOdt, HoldsEveryPictureAndTheSameBytesAgain) {
     const auto picture = [](const CAttachment&) {
         Picture made;
         made.bytes = std::string(2000, 'p');
-        made.goal_width = made.goal_height = 1500;
+        made.goalWidth = made.goalHeight = 1500;
         return std::optional(made);
     };
     const Document document = ComposeNoteList({entry, entry}, {}, picture);

@@ -68,7 +68,7 @@ std::vector<bool> MarkedCharacters(const Document& document) {
         const size_t begin = CharacterCount(std::string_view(document.text).substr(0, run.begin));
         const size_t end = begin + CharacterCount(TextOf(document, run));
         for (size_t i = begin; i < end; ++i)
-            marked[i] = run.kind == RunKind::kText && run.format.background == kSearchMark;
+            marked[i] = run.kind == RunKind::Text && run.format.background == kSearchMark;
     }
     return marked;
 }

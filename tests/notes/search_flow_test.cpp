@@ -167,6 +167,11 @@ TEST_F(SearchBoxTest, FindsTheSameWithTextsInMemoryAndOnDisk) {
     cache.UpdateFile(disk.paths.NoteFile("DAY01012020.dat").string(), {TextNote(1, "lamp one"), TextNote(2, "two")});
     cache.UpdateFile(disk.paths.NoteFile("DAY01032020.dat").string(), {TextNote(5, "SHOWALL lamps", 3)});
     EXPECT_EQ(everything(), cold);
+    EXPECT_TRUE(faults.faults.empty());
+    cache.Clear();
+    std::filesystem::remove(disk.paths.NoteFile("DAY01032020.dat"));
+    EXPECT_THAT(find("lamp"), ElementsAre(1, 4, 3));
+    EXPECT_EQ(faults.faults.size(), 1U);
 }
 
 }  // namespace

@@ -45,6 +45,15 @@ TEST(RtfDocument, OfPlainTextHasItsLines) {
     }
 }
 
+TEST(RtfDocument, TheLastParagraphLooksAsItsGroupSays) {
+    for (const char* end : {"", "}", "\\par}", "}}"}) {
+        const Document document = ReadRtf(std::string("{\\rtf1\\pard\\li90\\qc abc") + end);
+        EXPECT_EQ(document.paragraphs.back().format.align, ParagraphAlign::Center) << end;
+        EXPECT_EQ(document.paragraphs.back().format.leftIndent, 90) << end;
+    }
+    EXPECT_EQ(ReadRtf("{\\rtf1\\trowd\\cellx9\\intbl\\qc a\\cell\\row}").paragraphs.back().format, ParagraphFormat());
+}
+
 TEST(RtfDocument, KeepsUnreadGroupsAsTheyStood) {
     const Document document =
         ReadRtf(Rtf("a{\\header n\xE9{\\b x}}b{\\*\\odd\\bin2 }}}c{\\*\\bkmkstart m}\\par{\\v{\\*\\hidden}}"));

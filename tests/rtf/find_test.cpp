@@ -12,7 +12,7 @@ namespace {
 using Ranges = std::vector<TextRange>;
 
 /// The rules of a search, character by character.
-Ranges FindSlowly(std::string_view text, std::string_view term, bool whole_word) {
+Ranges FindSlowly(std::string_view text, std::string_view term, bool wholeWord) {
     std::u32string t = Utf8ToCodePoints(text);
     std::u32string w = Utf8ToCodePoints(term);
     for (std::u32string* s : {&t, &w})
@@ -23,7 +23,7 @@ Ranges FindSlowly(std::string_view text, std::string_view term, bool whole_word)
         const size_t end = at + w.size();
         const bool inside =
             (at > 0 && IsWordCharacter(original[at - 1])) || (end < original.size() && IsWordCharacter(original[end]));
-        if (whole_word && inside) {
+        if (wholeWord && inside) {
             ++at;
         } else {
             hits.push_back({at, end});
@@ -36,7 +36,7 @@ Ranges FindSlowly(std::string_view text, std::string_view term, bool whole_word)
 TEST(TextFinder, FindsWithoutRegardToCase) {
     const struct {
         std::string_view text, term;
-        bool whole_word;
+        bool wholeWord;
         Ranges hits;
     } cases[] = {{"cat Catalog CAT", "cat", false, {{0, 3}, {4, 7}, {12, 15}}},
                  {"cat Catalog CAT", "cat", true, {{0, 3}, {12, 15}}},
@@ -60,7 +60,7 @@ TEST(TextFinder, FindsWithoutRegardToCase) {
                  {"ab", "abc", false, {}},
                  {"(x)", "(x)", true, {{0, 3}}}};
     for (const auto& c : cases) {
-        const TextFinder finder(c.term, c.whole_word);
+        const TextFinder finder(c.term, c.wholeWord);
         EXPECT_EQ(finder.FindAll(c.text), c.hits) << c.text << " / " << c.term;
         EXPECT_EQ(finder.Matches(c.text), !c.hits.empty()) << c.text << " / " << c.term;
     }
@@ -79,8 +79,8 @@ TEST(TextFinder, AgreesWithASearchByCharactersOnRandomTexts) {
     for (int round = 0; round < 4000; ++round) {
         const std::string text = make(random() % 80);
         const std::string term = make(1 + random() % 3);
-        for (bool whole_word : {false, true})
-            ASSERT_EQ(TextFinder(term, whole_word).FindAll(text), FindSlowly(text, term, whole_word))
+        for (bool wholeWord : {false, true})
+            ASSERT_EQ(TextFinder(term, wholeWord).FindAll(text), FindSlowly(text, term, wholeWord))
                 << text << " / " << term;
     }
 }

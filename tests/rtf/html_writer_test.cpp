@@ -60,7 +60,7 @@ TEST(HtmlWriter, SaysOnlyWhatDiffersFromPlainText) {
          "<p style=\"margin-left:20px;text-indent:-10px;margin-bottom:4px;text-align:center\">x</p>\n"},
         {"{\\rtf1 a\\line b\\page c}", "<p>a<br>b</p>\n<p style=\"page-break-before:always\">c</p>\n"},
         {"{\\rtf1\\sl360\\slmult1 x\\par\\pard\\sl240\\slmult1 y}", "<p style=\"line-height:150%\">x</p>\n<p>y</p>\n"},
-        {"no rich text", "<p></p>\n"},
+        {"no rich text", "<p><br></p>\n"},
     };
     for (const auto& [rtf, expected] : kCases)
         EXPECT_EQ(BodyOf(rtf), expected) << rtf;
@@ -88,18 +88,18 @@ TEST(HtmlWriter, NestsListsAndGoesOnCounting) {
     const auto item = [&](const char* text, ListKind kind, int level, int32_t list) {
         ParagraphFormat format;
         format.list = kind;
-        format.list_level = static_cast<uint8_t>(level);
-        format.list_id = list;
+        format.listLevel = static_cast<uint8_t>(level);
+        format.listId = list;
         builder.AddText(text, {});
         builder.EndParagraph(format);
     };
-    item("a", ListKind::kDecimal, 0, 1);
-    item("b", ListKind::kBullet, 1, 1);
-    item("c", ListKind::kDecimal, 0, 1);
+    item("a", ListKind::Decimal, 0, 1);
+    item("b", ListKind::Bullet, 1, 1);
+    item("c", ListKind::Decimal, 0, 1);
     builder.AddText("between", {});
     builder.EndParagraph({});
-    item("d", ListKind::kDecimal, 0, 1);
-    item("e", ListKind::kUpperRoman, 2, 2);
+    item("d", ListKind::Decimal, 0, 1);
+    item("e", ListKind::UpperRoman, 2, 2);
     const std::string html = WriteHtml(builder.Finish({}, true), "");
     const std::string body = html.substr(html.find("<body>\n") + 7);
     EXPECT_THAT(body, HasSubstr("<ol style=\"list-style-type:decimal;margin:0\"><li>a<ul "
@@ -115,8 +115,8 @@ TEST(HtmlWriter, TablesKeepTheirCellsAndSpans) {
         "c\\cell\\row"
         "\\trowd\\cellx1500\\cellx3000\\cellx4500\\intbl 1\\cell 2\\par\\par two\\cell 3\\cell\\row\\pard behind}");
     EXPECT_THAT(body, HasSubstr("<td width=\"200\" colspan=\"2\""));
-    EXPECT_THAT(body,
-                HasSubstr("<td width=\"100\"><p>2</p>\n<p></p>\n<p>two</p>\n</td><td width=\"100\"><p>3</p>\n</td>"));
+    EXPECT_THAT(
+        body, HasSubstr("<td width=\"100\"><p>2</p>\n<p><br></p>\n<p>two</p>\n</td><td width=\"100\"><p>3</p>\n</td>"));
     EXPECT_THAT(body, HasSubstr("</table>\n<p>behind</p>\n"));
 }
 
@@ -172,21 +172,21 @@ TEST(HtmlWriter, WordsInCellsWithoutAPlaceAreThere) {
 TEST(HtmlWriter, APictureStandsWithinThePageAtItsSize) {
     Picture picture;
     picture.bytes = std::string("\x89PNG\0\xff!", 7);
-    picture.goal_width = 1500;
-    picture.goal_height = 750;
-    picture.scale_x = 50;
+    picture.goalWidth = 1500;
+    picture.goalHeight = 750;
+    picture.scaleX = 50;
     DocumentBuilder builder;
     builder.AddPicture(picture, {});
-    picture.kind = PictureKind::kWmf;
+    picture.kind = PictureKind::Wmf;
     builder.AddPicture(picture, {});
     const std::string html = WriteHtml(builder.Finish({}, false), "");
     EXPECT_THAT(html,
                 HasSubstr("<img alt=\"\" width=\"50\" height=\"50\" src=\"data:image/png;base64,iVBORwD/IQ==\">"));
     EXPECT_THAT(html, HasSubstr("[picture]"));
-    picture.goal_width = picture.scale_x = 0;
+    picture.goalWidth = picture.scaleX = 0;
     picture.width = 254;  // hundredths of a millimetre, or pixels
     EXPECT_EQ(SizeOnPaper(picture).width, 144);
-    picture.kind = PictureKind::kPng;
+    picture.kind = PictureKind::Png;
     EXPECT_EQ(SizeOnPaper(picture).width, 254 * 15);
 }
 
@@ -233,7 +233,7 @@ TEST(AppendDocument, KeepsAllOfEachFile) {
         EXPECT_EQ(WhatIsWrongWith(twice), "");
         for (size_t i = 0; i < document.paragraphs.size(); ++i) {
             ParagraphFormat format = twice.paragraphs[i].format;
-            format.list_id = document.paragraphs[i].format.list_id;
+            format.listId = document.paragraphs[i].format.listId;
             EXPECT_EQ(format, document.paragraphs[i].format) << i;
         }
     }
@@ -251,8 +251,8 @@ TEST(HtmlWriter, HoldsTheTextOfEachFile) {
 TEST(OfficeRtf, HasAPaperButNoOlderMarksAndReadsBack) {
     DocumentBuilder builder;
     ParagraphFormat format;
-    format.list = ListKind::kUpperRoman;
-    format.list_id = 2;
+    format.list = ListKind::UpperRoman;
+    format.listId = 2;
     builder.AddText("item", {});
     const Document document = builder.Finish(format, false);
     EXPECT_THAT(WriteRtf(document), HasSubstr("\\pnucrm"));
@@ -264,17 +264,17 @@ TEST(OfficeRtf, HasAPaperButNoOlderMarksAndReadsBack) {
     EXPECT_THAT(WriteOfficeRtf(document, {.width = 20000}), HasSubstr("\\landscape"));
     const Document read = ReadRtf(WriteOfficeRtf(document));
     EXPECT_EQ(read.text, "item");
-    EXPECT_EQ(read.paragraphs[0].format.list, ListKind::kUpperRoman);
+    EXPECT_EQ(read.paragraphs[0].format.list, ListKind::UpperRoman);
 }
 
 TEST(ListMarks, CountInEveryKind) {
     using Case = std::tuple<ListKind, int, const char*>;
     for (const auto& [kind, number, mark] :
-         {Case{ListKind::kNone, 1, ""}, Case{ListKind::kBullet, 9, "\u2022"}, Case{ListKind::kDecimal, 12, "12."},
-          Case{ListKind::kLowerLetter, 28, "ab."}, Case{ListKind::kUpperLetter, 26, "Z."},
-          Case{ListKind::kLowerRoman, 1994, "mcmxciv."}, Case{ListKind::kLowerRoman, 0, "0."},
-          Case{ListKind::kUpperRoman, 4, "IV."}, Case{ListKind::kUpperRoman, 4000, "4000."},
-          Case{ListKind::kLowerRoman, 4000, "4000."}}) {
+         {Case{ListKind::None, 1, ""}, Case{ListKind::Bullet, 9, "\u2022"}, Case{ListKind::Decimal, 12, "12."},
+          Case{ListKind::LowerLetter, 28, "ab."}, Case{ListKind::UpperLetter, 26, "Z."},
+          Case{ListKind::LowerRoman, 1994, "mcmxciv."}, Case{ListKind::LowerRoman, 0, "0."},
+          Case{ListKind::UpperRoman, 4, "IV."}, Case{ListKind::UpperRoman, 4000, "4000."},
+          Case{ListKind::LowerRoman, 4000, "4000."}}) {
         ParagraphFormat format;
         format.list = kind;
         EXPECT_EQ(MarkOf(format, number), mark);

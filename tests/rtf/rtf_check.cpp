@@ -20,25 +20,25 @@ std::string WrongRun(const Document& document, const TextRun& run) {
     const CharFormat& format = run.format;
     if (!IsIndex(format.font, document.fonts.size()) || !IsIndex(format.link, document.links.size()))
         return "a font or link that isn't there";
-    if (format.half_points < 1 || format.half_points > 3276)
+    if (format.halfPoints < 1 || format.halfPoints > 3276)
         return "a size out of range";
-    const bool is_picture = run.kind == RunKind::kPicture;
-    if (!IsIndex(run.picture, document.pictures.size()) || is_picture != (run.picture >= 0))
+    const bool isPicture = run.kind == RunKind::Picture;
+    if (!IsIndex(run.picture, document.pictures.size()) || isPicture != (run.picture >= 0))
         return "a picture that isn't there";
-    if (run.kind != RunKind::kText && run.end - run.begin != (is_picture ? 0u : 1u))
+    if (run.kind != RunKind::Text && run.end - run.begin != (isPicture ? 0u : 1u))
         return "a break or picture of a wrong length";
     return {};
 }
 
 std::string WrongParts(const Document& document) {
-    if (document.paragraphs.empty() || document.paragraphs.back().ended_by != ParagraphEnd::kDocument)
+    if (document.paragraphs.empty() || document.paragraphs.back().endedBy != ParagraphEnd::Document)
         return "no last paragraph";
     size_t at = 0;
     for (size_t i = 0; i < document.paragraphs.size(); ++i) {
         const Paragraph& paragraph = document.paragraphs[i];
         if (paragraph.begin != at)
             return "paragraph doesn't begin where the one before ended";
-        if (!IsIndex(paragraph.row, document.rows.size()) || paragraph.format.list_level > 8)
+        if (!IsIndex(paragraph.row, document.rows.size()) || paragraph.format.listLevel > 8)
             return "a row or list level that isn't there";
         for (const TextRun& run : RunsOf(document, i)) {
             if (run.begin != at || run.end < run.begin)
@@ -49,7 +49,7 @@ std::string WrongParts(const Document& document) {
         }
         if (paragraph.end != at)
             return "runs don't cover the paragraph";
-        at += paragraph.ended_by == ParagraphEnd::kDocument ? 0 : 1;
+        at += paragraph.endedBy == ParagraphEnd::Document ? 0 : 1;
     }
     return at == document.text.size() ? "" : "paragraphs don't cover the text";
 }
@@ -61,12 +61,12 @@ std::vector<bool> Coloured(const Document& document, const TextColor& color) {
     for (size_t i = 0; i < document.paragraphs.size(); ++i) {
         for (const TextRun& run : RunsOf(document, i)) {
             const size_t end = at + CharacterCount(TextOf(document, run));
-            if (run.kind == RunKind::kText && run.format.background == color)
+            if (run.kind == RunKind::Text && run.format.background == color)
                 std::fill(coloured.begin() + static_cast<std::ptrdiff_t>(at),
                           coloured.begin() + static_cast<std::ptrdiff_t>(end), true);
             at = end;
         }
-        at += document.paragraphs[i].ended_by == ParagraphEnd::kDocument ? 0 : 1;
+        at += document.paragraphs[i].endedBy == ParagraphEnd::Document ? 0 : 1;
     }
     return coloured;
 }
@@ -74,7 +74,7 @@ std::vector<bool> Coloured(const Document& document, const TextColor& color) {
 /// A stretch of text as it looks, wherever its fonts and links stand in the document.
 struct Stretch {
     uint32_t end = 0;
-    RunKind kind = RunKind::kText;
+    RunKind kind = RunKind::Text;
     CharFormat format;
     std::string font, link;
 };
@@ -87,7 +87,7 @@ std::vector<Stretch> StretchesOf(const Document& document, size_t paragraph) {
             stretch.link = document.links[static_cast<size_t>(run.format.link)];
         stretch.format.font = stretch.format.link = -1;
         Stretch* const last = stretches.empty() ? nullptr : &stretches.back();
-        if (last && run.kind == RunKind::kText && last->kind == run.kind && last->format == stretch.format &&
+        if (last && run.kind == RunKind::Text && last->kind == run.kind && last->format == stretch.format &&
             last->font == stretch.font && last->link == stretch.link)
             last->end = run.end;
         else
@@ -102,8 +102,8 @@ std::string WrongLook(const Document& document, const Document& again) {
         return "other paragraphs or pictures when read again";
     for (size_t i = 0; i < document.paragraphs.size(); ++i) {
         ParagraphFormat format = again.paragraphs[i].format;
-        format.list_id = document.paragraphs[i].format.list_id;
-        if (format != document.paragraphs[i].format || again.paragraphs[i].ended_by != document.paragraphs[i].ended_by)
+        format.listId = document.paragraphs[i].format.listId;
+        if (format != document.paragraphs[i].format || again.paragraphs[i].endedBy != document.paragraphs[i].endedBy)
             return "paragraph " + std::to_string(i) + " has another format when read again";
         const std::vector<Stretch> before = StretchesOf(document, i), after = StretchesOf(again, i);
         for (size_t at = 0; at < std::max(before.size(), after.size()); ++at) {

@@ -30,19 +30,19 @@ void PutUnless(std::ostream& out, std::string_view name, Value value, Value usua
 void PutParagraph(std::ostream& out, const Paragraph& paragraph) {
     const ParagraphFormat& format = paragraph.format;
     out << "paragraph " << paragraph.begin << '-' << paragraph.end << " by "
-        << kEnds[static_cast<size_t>(paragraph.ended_by)];
+        << kEnds[static_cast<size_t>(paragraph.endedBy)];
     if (paragraph.row >= 0)
         out << " row=" << paragraph.row << " cell=" << paragraph.cell;
-    out << ' ' << kAligns[static_cast<size_t>(format.align)] << (format.right_to_left ? " rtl" : "");
-    if (format.list != ListKind::kNone)
-        out << " list=" << kLists[static_cast<size_t>(format.list)] << '/' << format.list_id << '/'
-            << int{format.list_level} << '/' << format.list_start;
-    const std::pair<std::string_view, int> lengths[] = {{"left", format.left_indent},   {"right", format.right_indent},
-                                                        {"first", format.first_indent}, {"before", format.space_before},
-                                                        {"after", format.space_after},  {"line", format.line_spacing}};
+    out << ' ' << kAligns[static_cast<size_t>(format.align)] << (format.rightToLeft ? " rtl" : "");
+    if (format.list != ListKind::None)
+        out << " list=" << kLists[static_cast<size_t>(format.list)] << '/' << format.listId << '/'
+            << int{format.listLevel} << '/' << format.listStart;
+    const std::pair<std::string_view, int> lengths[] = {{"left", format.leftIndent},   {"right", format.rightIndent},
+                                                        {"first", format.firstIndent}, {"before", format.spaceBefore},
+                                                        {"after", format.spaceAfter},  {"line", format.lineSpacing}};
     for (const auto& [name, value] : lengths)
         PutUnless(out, name, value, 0);
-    out << (format.line_multiple ? " multiple" : "") << '\n';
+    out << (format.lineMultiple ? " multiple" : "") << '\n';
 }
 
 void PutRun(std::ostream& out, const Document& document, const TextRun& run) {
@@ -51,11 +51,11 @@ void PutRun(std::ostream& out, const Document& document, const TextRun& run) {
     using Case = std::pair<std::string_view, bool>;
     for (const auto& [name, set] :
          {Case{"bold", format.bold}, Case{"italic", format.italic}, Case{"underline", format.underline},
-          Case{"strike", format.strike}, Case{"small-caps", format.small_caps}, Case{"all-caps", format.all_caps},
-          Case{"super", format.position == ScriptPosition::kSuperscript},
-          Case{"sub", format.position == ScriptPosition::kSubscript}})
+          Case{"strike", format.strike}, Case{"small-caps", format.smallCaps}, Case{"all-caps", format.allCaps},
+          Case{"super", format.position == ScriptPosition::Superscript},
+          Case{"sub", format.position == ScriptPosition::Subscript}})
         out << (set ? " " : "") << (set ? name : "");
-    PutUnless(out, "size", int{format.half_points}, 24);
+    PutUnless(out, "size", int{format.halfPoints}, 24);
     if (format.font >= 0)
         out << " font=" << document.fonts[static_cast<size_t>(format.font)].name;
     if (format.link >= 0)
@@ -67,10 +67,10 @@ void PutRun(std::ostream& out, const Document& document, const TextRun& run) {
 }
 
 void PutRow(std::ostream& out, const Document& document, const TableRow& row) {
-    const RowFormat& format = document.row_formats[row.format];
-    out << "row level=" << int{row.level} << " left=" << format.left_edge << " gap=" << format.cell_gap << " cells";
+    const RowFormat& format = document.rowFormats[row.format];
+    out << "row level=" << int{row.level} << " left=" << format.leftEdge << " gap=" << format.cellGap << " cells";
     for (const CellFormat& cell : format.cells) {
-        out << ' ' << cell.right_edge << '/' << int{cell.borders} << '/' << static_cast<int>(cell.across) << '/'
+        out << ' ' << cell.rightEdge << '/' << int{cell.borders} << '/' << static_cast<int>(cell.across) << '/'
             << static_cast<int>(cell.down);
         PutColor(out, "background", cell.background);
     }
@@ -106,8 +106,8 @@ std::string Describe(const Document& document) {
         PutRow(out, document, row);
     for (const Picture& picture : document.pictures)
         out << "picture " << kPictures[static_cast<size_t>(picture.kind)] << " bytes=" << picture.bytes.size()
-            << " size=" << picture.width << 'x' << picture.height << " goal=" << picture.goal_width << 'x'
-            << picture.goal_height << " scale=" << picture.scale_x << 'x' << picture.scale_y
+            << " size=" << picture.width << 'x' << picture.height << " goal=" << picture.goalWidth << 'x'
+            << picture.goalHeight << " scale=" << picture.scaleX << 'x' << picture.scaleY
             << (picture.object.empty() ? "" : " object") << '\n';
     for (const KeptGroup& kept : document.kept)
         out << "kept " << kept.position << ' ' << kept.rtf.substr(0, 20) << '\n';

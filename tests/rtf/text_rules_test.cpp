@@ -51,7 +51,7 @@ TEST(RtfText, EndsCellsWithTabsAndRowsWithLineFeeds) {
 
 TEST(RtfText, LeavesOutWhatIsNotShown) {
     ExpectTexts({{"a{\\v b}c\\v d\\v0 e\\v1 f\\plain g", "aceg"},
-                 {"a{\\deleted b}c", "ac"},
+                 {"a{\\deleted b}c{\\mvf d}{\\mvt e}", "ace"},
                  {"a{\\*\\unknown b{c}\\}d}e", "ae"},
                  {"a{\\unknown b}c", "abc"},
                  {"{\\*\\b a}b", "b"},
@@ -187,11 +187,15 @@ TEST(RtfText, TakesCodePagesFromFontsAndDocument) {
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset2 SYMBOL}{\\f2\\fcharset2 Wingdings;}}\\f1 "
          "aB\\'b7\\\\\\{\\~\\'a0\\u-3999\\'61{\\v a}"
          "\\u97 a\\'0a\\'ff\\f2 J \\'21{\\footnote\\'fc}\\plain a}",
-         "\u03b1\u0392\u2022\u2234{\u00a0\u20ac\uf061a\n\uf0ff\u263a \uf021 [\u2713] a"},
+         "\u03b1\u0392\u2022\u2234{\u00a0\u20ac\u03b1a\n\uf0ff\u263a \uf021 [\u2713] a"},
         {"{\\rtf1\\deff1{\\fonttbl{\\f1 Symbol;}{\\f2\\fcharset2 Symbol;}{\\f2 Arial;}}a\\f2 b\\f3 c}", "abc"},
         {"{\\rtf1\\deff1{\\fonttbl{\\f1\\fcharset2 Symbol;}}a{\\field{\\*\\fldinst HYPERLINK \"a\"}{\\fldrslt b}}\\f9 "
          "c}",
          "\u03b1\u03b2c"},
+        {"{\\rtf1\\ansi\\ansicpg932{\\fonttbl{\\f0\\fcharset0 C;}{\\f1\\fcharset1 D;}}\\f0\\'e9t\\'e9\\f1\\'93\\'fa}",
+         "\u00e9t\u00e9\u65e5"},
+        {"{\\rtf1\\ansi\\ansicpg1251{\\fonttbl{\\f0\\fcharset204 C;}{\\f1\\fcharset0 C;}}\\f0\\'cf\\f1\\'e9}",
+         "\u041f\u00e9"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'93{\\b\\'fd}\\'93\\'fa}",
          "\xEF\xBF\xBD\xEF\xBF\xBD\xE6\x97\xA5"},
         {"{\\rtf1{\\fonttbl{\\f1\\fcharset128 J;}}\\f1\\'83Ab}", "\u30a2b"},

@@ -8,6 +8,7 @@ import random
 import shutil
 import subprocess
 import tempfile
+import unittest
 import zipfile
 
 # Before the name of a step that only a dialog offers.
@@ -257,3 +258,12 @@ class World:
             return f"the backup: {fault}"
         bad = [text for kind, text in findings if kind not in (TOLD_FINDINGS if told else OK_FINDINGS)]
         return f"check: {bad[0]}" if bad else ""
+
+
+def module_world(arguments, seed):
+    """The programs and a world for all tests of the module that is being set up; its end closes both."""
+    programs = Programs(arguments)
+    unittest.addModuleCleanup(programs.close)
+    world = World(programs, seed)
+    unittest.addModuleCleanup(world.close)
+    return programs, world

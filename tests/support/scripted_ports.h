@@ -40,8 +40,9 @@ public:
         ticked = ticksBox;
         return answer;
     }
-    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter, bool several) override {
-        seen.push_back(title + (several ? "? open several " : "? open ") + filter);
+    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter,
+                                          PathCount count) override {
+        seen.push_back(title + (count == PathCount::Several ? "? open several " : "? open ") + filter);
         return std::exchange(openPaths, {});
     }
     std::optional<std::string> AskSavePath(const std::string& title, const std::string& filter,
@@ -100,7 +101,9 @@ public:
 class NotedFaults : public FaultNotice {
 public:
     void Tell(const Fault& fault) override { faults.push_back(fault); }
+    void Mended(const std::string& what, const std::string&) override { mended.push_back(what); }
     std::vector<Fault> faults;
+    std::vector<std::string> mended;  ///< in which words
 };
 
 }  // namespace lore

@@ -111,7 +111,7 @@ void CopyEvents(const Path& file, const Path& copy, const ReadContext& context) 
 void CopyReminders(const Path& file, const Path& copy, const ReadContext& context) {
     ReminderList list;
     LoadAllReminders(file, context, list);
-    SaveReminders(copy, list);
+    WriteReminders(copy, list);
 }
 
 void CopyShown(const Path& file, const Path& copy, const ReadContext&) {

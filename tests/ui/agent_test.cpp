@@ -34,7 +34,7 @@ private:
     }
     void Put(const ReminderList& reminders) {
         ComputeFolders(Root());
-        QVERIFY(SaveReminders(DataPaths{Root()}.Reminders(), reminders).Ok());
+        QVERIFY(WriteReminders(DataPaths{Root()}.Reminders(), reminders).Ok());
     }
     void Start(const ReminderList& reminders) {
         Put(reminders);
@@ -247,7 +247,7 @@ private slots:
         QCOMPARE(int{ModifierMaskOf(HotKey::kControl | 8)}, 4);
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         CTmReminder one =
             At("Seminar: The keepers of the northern lights", 0, "Bring the map of 1871 and the two letters.");
         one.EventDescription = "Room 204, with the archivist. Questions about the fog signal.";

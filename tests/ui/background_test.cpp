@@ -38,7 +38,7 @@ private slots:
         window_.reset();
     }
 
-    void PaintsAndTakesNoInputMeanwhile() {
+    void paints_and_takes_no_input_meanwhile() {
         int ticks = 0;
         QTimer timer;
         connect(&timer, &QTimer::timeout, this, [&] {
@@ -64,7 +64,7 @@ private slots:
     }
 
     // A dialog within the loop of the work would take no key, and the work could not end before it.
-    void WhatCameFromOutsideWaits() {
+    void what_came_from_outside_waits() {
         QStringList order;
         const auto note = [&](const char* what) { return [&order, what] { order << what; }; };
         const auto come = [&] {
@@ -90,7 +90,7 @@ private slots:
     }
 
     // A screen reader can open one within the loop of the work; unanswered it would keep the work from its end.
-    void AQuestionWithinTheWorkCanBeAnswered() {
+    void a_question_within_the_work_can_be_answered() {
         QtPrompts prompts;
         prompts.SetParent(window_.get());
         std::optional<PromptAnswer> answer;
@@ -115,7 +115,7 @@ private slots:
         QVERIFY(answer == PromptAnswer::Yes);
     }
 
-    void AStandByLeavesNoWaitCursor() {
+    void a_stand_by_leaves_no_wait_cursor() {
         const auto show = [this](int times) {
             for (int i = 0; i < times; ++i)
                 progress_->ShowStandBy("Saving Information....");
@@ -147,7 +147,7 @@ private slots:
         QVERIFY(!QApplication::overrideCursor());
     }
 
-    void AnOrderToQuitWaitsForTheWork() {
+    void an_order_to_quit_waits_for_the_work() {
         struct Closed : QObject {
             bool eventFilter(QObject*, QEvent* event) override {
                 if (event->type() != QEvent::Close)
@@ -179,7 +179,7 @@ private slots:
         window_->removeEventFilter(&closed);
     }
 
-    void PicturesComeAndGoWithoutAThread() {
+    void pictures_come_and_go_without_a_thread() {
         const QTemporaryDir folder;
         const QString path = folder.filePath("picture.png");
         QVERIFY(Filled(40, 30).save(path));
@@ -195,7 +195,7 @@ private slots:
         pictures.Get(path, QSize(5, 4));  // while it is on its way, the cache goes
     }
 
-    void StopsByButtonAndKey() {
+    void stops_by_button_and_key() {
         for (const bool byKey : {true, false}) {
             progress_->ShowStandBy("Searching Notes....");
             QTimer timer;
@@ -217,7 +217,7 @@ private slots:
         }
     }
 
-    void AFlowThatAsksGetsAButtonAndIsStoppedByIt() {
+    void a_flow_that_asks_gets_a_button_and_is_stopped_by_it() {
         const auto click = [](QPushButton& button) { QTest::mouseClick(&button, Qt::LeftButton); };
         QCOMPARE(Flow(3, click), 3);
         const int done = Flow(100, click);

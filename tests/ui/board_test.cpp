@@ -97,7 +97,7 @@ private slots:
         view_.reset();
         board_.reset();
     }
-    void ShowsCardsOfAllKinds_data() {
+    void shows_cards_of_all_kinds_data() {
         QTest::addColumn<double>("zoom");
         QTest::addColumn<int>("width");
         QTest::addColumn<double>("textSize");
@@ -108,7 +108,7 @@ private slots:
         QTest::newRow("board-top") << 1.25 << 900 << 1.0;
     }
 
-    void ShowsCardsOfAllKinds() {
+    void shows_cards_of_all_kinds() {
         QFETCH(double, zoom);
         QFETCH(int, width);
         QFETCH(double, textSize);
@@ -138,7 +138,7 @@ private slots:
         QVERIFY(std::abs(card.left() - (view_->viewport()->width() - 1 - card.right())) <= 1);
     }
 
-    void CardsAreLaidOutOneATurnAndPaintedTogether() {
+    void cards_are_laid_out_one_a_turn_and_painted_together() {
         ShowNotes(60, "A note");
         QTest::qWait(50);
         for (const int row : {-1, 55}) {
@@ -160,7 +160,7 @@ private slots:
         }
     }
 
-    void WhatComesAmidTheLayoutFindsItDone() {
+    void what_comes_amid_the_layout_finds_it_done() {
         ShowNotes(400, "A note");
         view_->SetFocusNote(board_->IDAt(35));
         view_->Rebuild();
@@ -174,7 +174,7 @@ private slots:
         QCOMPARE(view_->CardRect(0).top(), 0);
     }
 
-    void StacksTheBlocksOfACardInTheChosenOrder() {
+    void stacks_the_blocks_of_a_card_in_the_chosen_order() {
         board_->AddText("");  // 17 pixels for a note that has nothing
         board_->AddText("").keyWords = ", ,reef,,";
         board_->AddText("").keyWords = "   ";  // no key word at all
@@ -193,7 +193,7 @@ private slots:
         QCOMPARE(view_->CardRect(1).height(), 17);
     }
 
-    void TitlesInItalicsAreNotBold() {
+    void titles_in_italics_are_not_bold() {
         CSource source;
         source.FormattedText = "A title";
         source.SpanStarts = {0};
@@ -211,7 +211,7 @@ private slots:
         }
     }
 
-    void AListThatGrewShorterUnseenIsShownAnew() {
+    void a_list_that_grew_shorter_unseen_is_shown_anew() {
         Show();
         const std::function<void()> looks[] = {[this] { view_->viewport()->repaint(); },
                                                [this] { view_->resize(900, 640); },
@@ -231,7 +231,7 @@ private slots:
         }
     }
 
-    void ASavedNoteComesIntoSightWithoutALongTurn() {
+    void a_saved_note_comes_into_sight_without_a_long_turn() {
         ShowNotes(400, "Text");
         QSignalSpy shown(view_.get(), &BoardView::SavedShown);
         for (const int32_t id : {300, 120, 400, 399, 1}) {
@@ -258,7 +258,7 @@ private slots:
         QVERIFY(view_->viewport()->rect().contains(view_->CardRect(249)));
     }
 
-    void ScrollingMovesCardsByTheStepWhateverTheirHeights() {
+    void scrolling_moves_cards_by_the_step_whatever_their_heights() {
         QRandomGenerator random(3);
         ShowNotes(300, [&](int) {
             return std::string(size_t(random.bounded(3000)), 'x') + std::string(size_t(random.bounded(30)), '\n');
@@ -281,7 +281,7 @@ private slots:
         }
     }
 
-    void GoesOnBeyondWhatTheScrollBarCanCount() {
+    void goes_on_beyond_what_the_scroll_bar_can_count() {
         view_.reset();
         board_ = std::make_unique<TallBoard>();
         MakeView();
@@ -313,7 +313,7 @@ private slots:
         QVERIFY(view_->FocusNote() < kLast);
     }
 
-    void LaysOutCardsAheadWhileNothingHappens() {
+    void lays_out_cards_ahead_while_nothing_happens() {
         ShowNotes(200, "One\n\n\n\n\nsix lines, which no count of letters tells");
         const auto isMeasured = [this](int row) {
             return view_->CardRect(row).height() == view_->CardRect(0).height();
@@ -333,7 +333,7 @@ private slots:
         QVERIFY(view_->VisibleRows().second <= board_->Count());
     }
 
-    void ReachesTheLastCardFromAnywhere() {
+    void reaches_the_last_card_from_anywhere() {
         ShowNotes(500, [](int i) { return std::string(size_t(i) * 7 % 1800, 'y'); });
         QScrollBar& bar = *view_->verticalScrollBar();
         bar.setValue(bar.maximum());
@@ -347,7 +347,7 @@ private slots:
         QCOMPARE(view_->CardRect(499).bottom() + 1, view_->viewport()->height());
     }
 
-    void KeysMoveTheFocusThroughTheList() {
+    void keys_move_the_focus_through_the_list() {
         ShowNotes(50, [](int i) { return i == 2 ? std::string(20000, 'z') : "Short"; });
         const auto press = [this](Qt::Key key, int times = 1) {
             for (int i = 0; i < times; ++i)
@@ -369,7 +369,7 @@ private slots:
         QCOMPARE(press(Qt::Key_PageUp, 60), 1);
     }
 
-    void KeepsTheFocusNoteInPlaceWhenTheListChanges() {
+    void keeps_the_focus_note_in_place_when_the_list_changes() {
         ShowNotes(100, [](int i) { return std::string(size_t(i % 7) * 400, 'w') + " note"; });
         view_->SetFocusNote(60);
         const int top = view_->CardRect(59).top();
@@ -384,7 +384,7 @@ private slots:
         QCOMPARE(selected.count(), 1);
     }
 
-    void TellsScreenReadersOfItsCards() {
+    void tells_screen_readers_of_its_cards() {
         FillSampleBoard(*board_);
         Show();
         view_->SetFocusNote(2);
@@ -406,7 +406,7 @@ private slots:
         QCOMPARE(list->indexOfChild(list->focusChild()), board_->Count() - 1);
     }
 
-    void AnEmptyBoardShowsTheFirstStepAndTellsScreenReadersOfIt() {
+    void an_empty_board_shows_the_first_step_and_tells_screen_readers_of_it() {
         const char* const search =
             "Search the NoteBook, or choose a category, a source, a key word or a color at the left.";
         view_->SetEmptyState({"No notes in the list", search, "Show all notes", {}});
@@ -443,7 +443,7 @@ private slots:
         QVERIFY(list->text(QAccessible::Description).isEmpty());
     }
 
-    void OffersEveryCommandToTheKeyboard() {
+    void offers_every_command_to_the_keyboard() {
         FillSampleBoard(*board_);
         Show();
         const std::vector<BoardCommand> commands = NoteCommands(true);
@@ -471,7 +471,7 @@ private slots:
         QVERIFY(offered.contains("Thesis && more"));
     }
 
-    void SelectsAndOpensByMouse() {
+    void selects_and_opens_by_mouse() {
         ShowNotes(4, "Note");
         QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
         QSignalSpy edit(view_.get(), &BoardView::EditRequested);
@@ -497,7 +497,7 @@ private slots:
         QCOMPARE(NotesOf(edit), QList<int>({2, 4}));
     }
 
-    void TheGroundBesideACardBelongsToNone() {
+    void the_ground_beside_a_card_belongs_to_none() {
         ShowNotes(4, "Note");
         view_->SetFocusNote(1);
         QSignalSpy selected(view_.get(), &BoardView::SelectionChanged);
@@ -524,7 +524,7 @@ private slots:
         }
     }
 
-    void DragsACardAndScrollsAtTheEdge() {
+    void drags_a_card_and_scrolls_at_the_edge() {
         ShowNotes(5, "Note");
         QSignalSpy moved(view_.get(), &BoardView::MoveRequested);
         Drag(Spot(0), Middle(2));
@@ -545,7 +545,7 @@ private slots:
         QVERIFY(moved[1][1].toInt() > 6);
     }
 
-    void PictureButtonsAskForTheirCommand() {
+    void picture_buttons_ask_for_their_command() {
         CNote& note = board_->AddText("With a picture");
         board_->AttachPicture(note, "Tower", 400, 200);
         board_->AttachPicture(note, "Panorama", 3000, 300);
@@ -575,7 +575,7 @@ private slots:
         }
     }
 
-    void APictureOfAnyZoomCanBeDrawn() {
+    void a_picture_of_any_zoom_can_be_drawn() {
         CNote& note = board_->AddText("With damaged pictures");
         for (const double zoom : {9.9e9, -9.9e8}) {
             for (const QSize size : {QSize(400, 200), QSize(2, 500), QSize(1, 1)}) {
@@ -593,7 +593,7 @@ private slots:
         QCOMPARE(view_->AttachmentRect(0, 0).width(), room);
     }
 
-    void MenuHoldsTheEntriesOfWhatIsUnderTheMouse() {
+    void menu_holds_the_entries_of_what_is_under_the_mouse() {
         CNote& note = board_->AddText("With everything");
         board_->AttachPicture(note, "Tower", 400, 200);
         board_->AttachFile(note, "Letter", 3, 10);
@@ -611,7 +611,7 @@ private slots:
         QCOMPARE(open[0][1].toInt(), 2);
     }
 
-    void ScrollingTwentyThousandNotesLaysOutThoseInSightAlone() {
+    void scrolling_twenty_thousand_notes_lays_out_those_in_sight_alone() {
         ShowNotes(20000, [](int i) { return std::string(size_t(i) * 7 % 5000, 'y'); });
         QScrollBar& bar = *view_->verticalScrollBar();
         for (int frame = 0; frame < 200; ++frame) {

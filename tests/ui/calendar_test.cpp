@@ -69,7 +69,7 @@ private:
             reminder.EventStart = event.Start;
             reminder.PriorMinutes = -1;
         }
-        QVERIFY(SaveReminders(app_->Data().Reminders(), reminders).Ok());
+        QVERIFY(WriteReminders(app_->Data().Reminders(), reminders).Ok());
     }
     QStringList StoredReminders() {
         ReminderList reminders;
@@ -641,7 +641,7 @@ private slots:
         QCOMPARE(Stored().size(), 1u);
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         const BothLooks looks{theme_};
         Open();
         looks.Shoot(*dialog_, "calendar_empty");

@@ -256,7 +256,7 @@ private slots:
         QVERIFY(faults_.faults.empty());
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         const BothLooks looks{theme_};
         QMenu* const menu = OpenMenu(PanelKind::Categories, "Engineering");
         QVERIFY(menu);

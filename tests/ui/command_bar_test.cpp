@@ -126,6 +126,13 @@ private slots:
         QToolTip::hideText();
     }
 
+    void ends_within_a_low_window() {
+        window_->resize(800, 360);
+        InBar([this](CommandBar& bar, QLineEdit&) {
+            QVERIFY2(window_->geometry().contains(bar.geometry()), qPrintable(QString::number(bar.height())));
+        });
+    }
+
     void what_is_typed_can_be_searched_for() {
         InBar([](CommandBar& bar, QLineEdit& field) {
             QTest::keyClicks(&field, "lamp");
@@ -236,7 +243,7 @@ private slots:
         QVERIFY(AgentAutostart({"/data here", "/s.ini"}) != AgentAutostart({"/data there", "/s.ini"}));
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         for (const auto& [name, typed] : {std::pair("commandbar-empty", ""), {"commandbar", "li"}})
             InBar([this, name = name, typed = typed](CommandBar& bar, QLineEdit& field) {
                 field.setText(typed);

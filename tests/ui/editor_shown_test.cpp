@@ -39,7 +39,7 @@ const char* Difference(const Document& a, const Document& b) {
         {a.text == b.text, "text"},       {a.paragraphs == b.paragraphs, "paragraphs"},
         {a.runs == b.runs, "runs"},       {a.fonts == b.fonts, "fonts"},
         {a.links == b.links, "links"},    {a.pictures == b.pictures, "pictures"},
-        {a.rows == b.rows, "rows"},       {a.row_formats == b.row_formats, "row formats"},
+        {a.rows == b.rows, "rows"},       {a.rowFormats == b.rowFormats, "row formats"},
         {a.kept == b.kept, "kept groups"}};
     const auto found = std::find_if(std::begin(parts), std::end(parts), [](const auto& part) { return !part.first; });
     return found == std::end(parts) ? "numbers" : found->second;
@@ -73,7 +73,7 @@ class EditorShownTest : public QObject, protected EditorWorld {
 
 private slots:
     void cleanup() { window_.reset(); }
-    void ShowsSizesInPixelsOfTheBoard() {
+    void shows_sizes_in_pixels_of_the_board() {
         const std::tuple<double, int, double> cases[] = {{1.0, 96, 13.5}, {1.15, 96, 15.525}, {2.0, 72, 36.0}};
         for (const auto& [zoom, dotsPerInch, points] : cases) {
             Document document = ReadRtf("{\\rtf1\\deff0{\\fonttbl{\\f0 Arial;}}\\fs27 abc\\par\\par x}");
@@ -86,7 +86,7 @@ private slots:
         }
     }
 
-    void MakesColorsLegibleOnTheirGround() {
+    void makes_colors_legible_on_their_ground() {
         const QColor dark(30, 30, 30);
         const auto shown = Shown("\\cf1 black\\cf0  auto {\\highlight2\\cf3 white on yellow}", dark);
         QVERIFY(ContrastOf(FormatAt(*shown, 0).foreground().color(), dark) >= 4.5);
@@ -97,23 +97,23 @@ private slots:
         QCOMPARE(FormatAt(*Shown("\\cf1 black"), 0).foreground().color(), QColor(Qt::black));
     }
 
-    void WritesTheMarksOfLists() {
+    void writes_the_marks_of_lists() {
         struct Item {
             ListKind kind;
             int level, start;
             const char* shown;
         };
-        const Item items[] = {{ListKind::kDecimal, 0, 3, "3.\ta"},     {ListKind::kLowerRoman, 1, 4, "iv.\tb"},
-                              {ListKind::kLowerRoman, 1, 4, "v.\tc"},  {ListKind::kDecimal, 0, 3, "4.\td"},
-                              {ListKind::kLowerRoman, 1, 4, "iv.\te"}, {ListKind::kUpperLetter, 2, 27, "AA.\tf"}};
+        const Item items[] = {{ListKind::Decimal, 0, 3, "3.\ta"},     {ListKind::LowerRoman, 1, 4, "iv.\tb"},
+                              {ListKind::LowerRoman, 1, 4, "v.\tc"},  {ListKind::Decimal, 0, 3, "4.\td"},
+                              {ListKind::LowerRoman, 1, 4, "iv.\te"}, {ListKind::UpperLetter, 2, 27, "AA.\tf"}};
         Document document = DocumentFromText("a\nb\nc\nd\ne\nf", "Arial", 24);
         QCOMPARE(document.paragraphs.size(), std::size(items));
         for (size_t i = 0; i < std::size(items); ++i) {
             ParagraphFormat& format = document.paragraphs[i].format;
             format.list = items[i].kind;
-            format.list_level = static_cast<uint8_t>(items[i].level);
-            format.list_id = 7;
-            format.list_start = static_cast<int16_t>(items[i].start);
+            format.listLevel = static_cast<uint8_t>(items[i].level);
+            format.listId = 7;
+            format.listStart = static_cast<int16_t>(items[i].start);
         }
         const auto shown = ShowRichText(document, {Qt::white, 1.0, 96, 400}, theme_);
         for (int i = 0; i < 6; ++i)
@@ -122,7 +122,14 @@ private slots:
         QCOMPARE(shown->findBlockByNumber(1).blockFormat().textIndent(), -24.0);
     }
 
-    void PutsRowsWithDifferentEdgesIntoOneGrid() {
+    void gives_a_blank_line_behind_a_table_its_height() {
+        const std::string table = "\\trowd\\cellx1000\\pard\\intbl a\\cell\\row\\pard";
+        const double without = Shown(table + " x")->size().height();
+        QVERIFY(Shown(table + "\\par x")->size().height() > without + 10);
+        QVERIFY(Shown(table)->size().height() < without);
+    }
+
+    void puts_rows_with_different_edges_into_one_grid() {
         const auto shown = Shown(
             "before\\par\\trowd\\cellx1000\\cellx3000\\pard\\intbl a\\cell b\\cell\\row"
             "\\trowd\\cellx1000\\cellx2000\\cellx3010\\pard\\intbl c\\cell d\\cell e\\cell\\row\\pard after");
@@ -137,7 +144,7 @@ private slots:
         QCOMPARE(shown->lastBlock().text(), QStringLiteral("after"));
     }
 
-    void SurvivesTablesThatDontAddUp() {
+    void survives_tables_that_dont_add_up() {
         const std::pair<const char*, const char*> cases[] = {
             {"no edges", "\\trowd\\pard\\intbl a\\cell b\\cell\\row\\pard x"},
             {"edges go back", "\\trowd\\cellx3000\\cellx1000\\cellx-500\\intbl a\\cell b\\cell c\\cell\\row x"},
@@ -157,7 +164,7 @@ private slots:
         }
     }
 
-    void FindsTheBitmapInAMetafile() {
+    void finds_the_bitmap_in_a_metafile() {
         const QImage image = Filled(6, 4, Qt::red);
         const std::string dib = Encoded(image, "BMP").mid(14).toStdString();
         const auto words = [](std::initializer_list<unsigned> values) {
@@ -167,7 +174,7 @@ private slots:
             return bytes;
         };
         Picture picture;
-        picture.kind = PictureKind::kWmf;
+        picture.kind = PictureKind::Wmf;
         const unsigned size = static_cast<unsigned>(6 + 22 + dib.size()) / 2;
         const std::string header = words({1, 9, 0x300, 0, 0, 0, size, 0, 0});
         picture.bytes = header + words({size, 0, 0x0f43, 0x20, 0xcc, 0, 4, 6, 0, 0, 4, 6, 0, 0}) + dib;
@@ -185,7 +192,7 @@ private slots:
         }
     }
 
-    void PicturesNeverGoBeyondTheWidth() {
+    void pictures_never_go_beyond_the_width() {
         const std::string hex = Encoded(Filled(20, 10)).toHex().toStdString();
         const auto shown = Shown("{\\pict\\pngblip\\picw20\\pich10\\picwgoal60000\\pichgoal30000 " + hex + "} x");
         QTextImageFormat format = FormatAt(*shown, 0).toImageFormat();
@@ -194,7 +201,7 @@ private slots:
         QCOMPARE(format.height(), 200.0);
     }
 
-    void KeepsEverything_data() {
+    void keeps_everything_data() {
         QTest::addColumn<QByteArray>("rtf");
         QDir data(QStringLiteral(LORE_TEST_DATA "/rtf"));
         for (const QString& name : data.entryList({"*.rtf"})) {
@@ -209,7 +216,7 @@ private slots:
         QVERIFY(cases.eof());
     }
 
-    void KeepsEverything() {
+    void keeps_everything() {
         QFETCH(QByteArray, rtf);
         const Document document = ReadRtf(rtf.toStdString());
         ShownNote shown(document, theme_);
@@ -219,7 +226,7 @@ private slots:
         QVERIFY(PlainText(WriteRtf(captured)) == document.text);
     }
 
-    void APieceBringsItsWordsThatAreNotShown() {
+    void a_piece_brings_its_words_that_are_not_shown() {
         ShownNote shown(DocumentFromText("xy", "Arial", 24), theme_);
         QTextCursor cursor(&shown.text);
         cursor.setPosition(1);
@@ -229,7 +236,7 @@ private slots:
         QVERIFY(now.kept == std::vector<KeptGroup>({{2, "{\\v b}"}}));
     }
 
-    void ConvertsOnlyParagraphsThatChanged() {
+    void converts_only_paragraphs_that_changed() {
         ShownNote shown(DocumentFromText("one\ntwo\nthree", "Arial", 24), theme_);
         shown.Captured();
         const auto first = CaptureBlock(shown.text.firstBlock(), shown.formats);
@@ -241,7 +248,7 @@ private slots:
         QVERIFY(CaptureBlock(shown.text.firstBlock().next(), shown.formats) != second);
     }
 
-    void KeepsRowsThatWereNotTouched() {
+    void keeps_rows_that_were_not_touched() {
         const Document before = ReadRtf(kHead +
                                         "\\trowd\\trgaph70\\clcbpat2\\cellx1000\\cellx3000\\intbl a\\cell b\\cell"
                                         "{\\*\\keep 1}\\row\\pard x}");
@@ -252,11 +259,11 @@ private slots:
         table->cellAt(0, 1).lastCursorPosition().insertText("!");
         const Document after = shown.Captured();
         QCOMPARE(after.text, std::string("a\tb!\t\nx"));
-        QVERIFY(after.row_formats == before.row_formats);
+        QVERIFY(after.rowFormats == before.rowFormats);
         QVERIFY(after.kept.size() == 1 && after.kept[0].rtf == before.kept[0].rtf);
     }
 
-    void ShownWidthsFollowTheWindow() {
+    void shown_widths_follow_the_window() {
         Open(Note());
         QSignalSpy changed(edit_, &QTextEdit::textChanged);
         for (const int width : {0, 400, 1700, 700}) {
@@ -281,15 +288,15 @@ private slots:
         }
         QCOMPARE(edit_->document()->availableUndoSteps(), steps);
         const Document now = Now();
-        QCOMPARE(now.pictures[0].goal_width, 10200);
-        QCOMPARE(now.pictures[0].scale_x, 80);
-        QCOMPARE(now.row_formats, ReadRtf(Note()).row_formats);
+        QCOMPARE(now.pictures[0].goalWidth, 10200);
+        QCOMPARE(now.pictures[0].scaleX, 80);
+        QCOMPARE(now.rowFormats, ReadRtf(Note()).rowFormats);
         edit_->undo();
         QVERIFY(!edit_->IsModified());
         QCOMPARE(edit_->Rtf(), Note());
     }
 
-    void TheSizeOfAPictureIsTheStoredOne() {
+    void the_size_of_a_picture_is_the_stored_one() {
         Open(Note());
         window_->frame.resize(420, 640);
         QTRY_VERIFY(Differences(true).isEmpty());
@@ -312,21 +319,21 @@ private slots:
             dialog.findChildren<QSpinBox*>()[0]->setValue(272);
         });
         const Picture changed = Now().pictures[0];
-        QCOMPARE(changed.goal_width, 272 * 15);
-        QCOMPARE(changed.goal_height, 2616);
-        QCOMPARE(changed.scale_x, 100);
+        QCOMPARE(changed.goalWidth, 272 * 15);
+        QCOMPARE(changed.goalHeight, 2616);
+        QCOMPARE(changed.scaleX, 100);
         QCOMPARE(changed.bytes, ReadRtf(Note()).pictures[0].bytes);
         edit_->undo();
         QCOMPARE(edit_->Rtf(), Note());
         QVERIFY(!window_->bar->Command("pictureSize")->shortcut().isEmpty());
     }
 
-    void TablesStayWithinTheirPlace() {
+    void tables_stay_within_their_place() {
         Open({});
         edit_->InsertTableHere(2, 3);
         const auto rightEdge = [this] {
             const Document now = Now();
-            return now.row_formats[now.rows[0].format].cells.back().right_edge;
+            return now.rowFormats[now.rows[0].format].cells.back().rightEdge;
         };
         const int before = rightEdge();
         QTextCursor cursor = edit_->textCursor();
@@ -341,7 +348,7 @@ private slots:
         QVERIFY(RectOf(Tables()[0]).width() <= edit_->TextWidth() + 4);
     }
 
-    void AnEmptiedTextLooksLikeANewOne() {
+    void an_emptied_text_looks_like_a_new_one() {
         const std::string word = "{\\rtf1{\\fonttbl{\\f0 Arial;}}\\f0\\fs40 word}";
         // The text, and how often Backspace is pressed in it; where it is 0, all is deleted at once.
         const std::pair<std::string, int> cases[] = {
@@ -363,7 +370,7 @@ private slots:
                 const Document now = Now();
                 QCOMPARE(now.text, std::string("typed"));
                 QCOMPARE(now.runs.size(), size_t{1});
-                QCOMPARE(int(now.runs[0].format.half_points), 30);
+                QCOMPARE(int(now.runs[0].format.halfPoints), 30);
                 QVERIFY(now.runs[0].format.font >= 0);
                 QCOMPARE(now.fonts[static_cast<size_t>(now.runs[0].format.font)].name, std::string("Georgia"));
                 edit_->undo();
@@ -378,7 +385,7 @@ private slots:
         }
     }
 
-    void EachStepIsUndoneAndDoneAgainInOtherColors() {
+    void each_step_is_undone_and_done_again_in_other_colors() {
         EditNote();
         edit_->undo();
         size_t state = states_.size() - 2;
@@ -401,7 +408,7 @@ private slots:
         }
     }
 
-    void TypingGoesOnInTheNewColors() {
+    void typing_goes_on_in_the_new_colors() {
         EditNote();
         edit_->undo();
         edit_->undo();
@@ -420,13 +427,13 @@ private slots:
             QVERIFY(block.layout()->formats().isEmpty());
     }
 
-    void ALookThatIsChosenForAnEmptyTextStays() {
+    void a_look_that_is_chosen_for_an_empty_text_stays() {
         Open({});
-        edit_->Commands().Characters([](CharFormat& format) { format.half_points = 60; });
+        edit_->Commands().Characters([](CharFormat& format) { format.halfPoints = 60; });
         window_->Run("center");
         window_->Run("bullets");
         window_->Type("x");
-        QCOMPARE(int(Now().runs[0].format.half_points), 60);
+        QCOMPARE(int(Now().runs[0].format.halfPoints), 60);
     }
 
 private:

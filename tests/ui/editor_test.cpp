@@ -31,7 +31,7 @@ class EditorTest : public QObject, protected EditorWorld {
 private slots:
     void init() { OpenEditor(); }
     void cleanup() { window_.reset(); }
-    void AnUnchangedTextStaysByteForByte() {
+    void an_unchanged_text_stays_byte_for_byte() {
         const std::string odd = "{\\rtf1 a \\b  b\\b0\\par\n\n{\\*\\odd x}c}";
         edit_->Load(odd);
         QCOMPARE(edit_->Rtf(), odd);
@@ -48,7 +48,7 @@ private slots:
         QCOMPARE(edit_->Rtf(), odd);
     }
 
-    void TypingLeavesAFontAndASizeOfNoListAlone() {
+    void typing_leaves_a_font_and_a_size_of_no_list_alone() {
         window_->Type("a");
         auto* const fonts = window_->bar->findChild<QComboBox*>("fontList");
         auto* const sizes = window_->bar->findChild<QComboBox*>("sizeList");
@@ -63,7 +63,7 @@ private slots:
         QCOMPARE(sizes->lineEdit()->accessibleName(), QStringLiteral("Font size"));
     }
 
-    void TypedTextCarriesItsFormats() {
+    void typed_text_carries_its_formats() {
         window_->Type("plain ");
         PressKeys(edit_, {"Ctrl+B"});
         window_->Type("bold");
@@ -73,7 +73,7 @@ private slots:
         QCOMPARE(now.text, std::string("plain bold end"));
         QCOMPARE(now.runs.size(), size_t(3));
         QVERIFY(!now.runs[0].format.bold && now.runs[1].format.bold && !now.runs[2].format.bold);
-        QCOMPARE(int(now.runs[0].format.half_points), 27);
+        QCOMPARE(int(now.runs[0].format.halfPoints), 27);
         QCOMPARE(now.fonts[static_cast<size_t>(now.runs[0].format.font)].name, std::string("Times New Roman"));
         // A word at a time is undone.
         PressKeys(edit_, {"Ctrl+Z"});
@@ -81,12 +81,12 @@ private slots:
         edit_->selectAll();
         window_->Run("center");
         edit_->Commands().SetStyle(ParagraphStyle::Heading1);
-        QVERIFY(Now().paragraphs[0].format.align == ParagraphAlign::kCenter);
+        QVERIFY(Now().paragraphs[0].format.align == ParagraphAlign::Center);
         QVERIFY(Now().runs[0].format.bold);
         QVERIFY(edit_->Commands().StyleNow() == ParagraphStyle::Heading1);
     }
 
-    void UndoGoesByPastesTabsAndWords() {
+    void undo_goes_by_pastes_tabs_and_words() {
         const std::pair<QStringList, QString> cases[] = {{{"<p>a</p><p>b</p>", "xy z"}, "a\nbxy z|a\nbxy|a\nb|"},
                                                          {{"xy", "=one ", "=t", "xy"}, "xyone txy|xyone t|xyone |xy|"},
                                                          {{"ab\tcd\tef"}, "ab\tcd\tef|ab\tcd|ab|"}};
@@ -115,7 +115,7 @@ private slots:
         QCOMPARE(undo, QString("Undo\tCtrl+Z"));
     }
 
-    void ListsGoDeeperAndEnd() {
+    void lists_go_deeper_and_end() {
         window_->Run("numbers");
         PressKeys(edit_, {"A", "Return", "Tab", "B", "Return", "Shift+Backtab", "C", "Return", "Return"});
         window_->Type("out");
@@ -123,22 +123,22 @@ private slots:
         QCOMPARE(now.text, std::string("a\nb\nc\nout"));
         const int levels[] = {0, 1, 0};
         for (size_t i = 0; i < 3; ++i) {
-            QVERIFY(now.paragraphs[i].format.list == ListKind::kDecimal);
-            QCOMPARE(int(now.paragraphs[i].format.list_level), levels[i]);
-            QCOMPARE(now.paragraphs[i].format.list_id, now.paragraphs[0].format.list_id);
+            QVERIFY(now.paragraphs[i].format.list == ListKind::Decimal);
+            QCOMPARE(int(now.paragraphs[i].format.listLevel), levels[i]);
+            QCOMPARE(now.paragraphs[i].format.listId, now.paragraphs[0].format.listId);
         }
-        QVERIFY(now.paragraphs[3].format.list == ListKind::kNone);
-        QCOMPARE(int(now.paragraphs[3].format.left_indent), 0);
+        QVERIFY(now.paragraphs[3].format.list == ListKind::None);
+        QCOMPARE(int(now.paragraphs[3].format.leftIndent), 0);
     }
 
-    void TablesGrowWithTab() {
+    void tables_grow_with_tab() {
         window_->Type("x");
         edit_->InsertTableHere(1, 2);
         PressKeys(edit_, {"A", "Tab", "B", "Tab", "C"});
         const Document now = Now();
         QCOMPARE(now.text, std::string("x\na\tb\t\nc\t\t\n"));
-        QCOMPARE(now.row_formats.back().cells.size(), size_t(2));
-        QCOMPARE(int(now.row_formats.back().cells[0].borders), 15);
+        QCOMPARE(now.rowFormats.back().cells.size(), size_t(2));
+        QCOMPARE(int(now.rowFormats.back().cells[0].borders), 15);
         UndoAll();
         QCOMPARE(window_->Text(), std::string());
         // A table that is too wide for the window is shown narrower; it stays as wide as it is.
@@ -148,12 +148,12 @@ private slots:
         const Document wide = Now();
         QCOMPARE(wide.rows.size(), size_t(2));
         for (const auto& row : wide.rows) {
-            const auto& cells = wide.row_formats[static_cast<size_t>(row.format)].cells;
-            QVERIFY(std::abs(cells[0].right_edge - 9000) < 2 && std::abs(cells[1].right_edge - 30000) < 2);
+            const auto& cells = wide.rowFormats[static_cast<size_t>(row.format)].cells;
+            QVERIFY(std::abs(cells[0].rightEdge - 9000) < 2 && std::abs(cells[1].rightEdge - 30000) < 2);
         }
     }
 
-    void PastesFormattedTextAndCleansIt() {
+    void pastes_formatted_text_and_cleans_it() {
         auto* const html = new QMimeData;
         html->setHtml(
             "<body bgcolor=red><script>evil()</script><p>one <b>two</b></p><img src='http://x.example/a.png'></body>");
@@ -178,7 +178,7 @@ private slots:
         QCOMPARE(window_->Text(), std::string("plain\ntext"));
     }
 
-    void PastesPicturesAtMostAsWideAsTheText() {
+    void pastes_pictures_at_most_as_wide_as_the_text() {
         const QByteArray wide = Encoded(Filled(1500, 300));
         QVERIFY(edit_->InsertPictureBytes(wide));
         QVERIFY(edit_->InsertPictureBytes(Encoded(Filled(3200, 200))));
@@ -186,17 +186,17 @@ private slots:
         const Document now = Now();
         QCOMPARE(now.pictures.size(), size_t(2));
         QCOMPARE(now.pictures[0].bytes, wide.toStdString());
-        QCOMPARE(now.pictures[0].goal_width, edit_->TextWidth() * 15);
+        QCOMPARE(now.pictures[0].goalWidth, edit_->TextWidth() * 15);
         QCOMPARE(now.pictures[1].width, 1600);
         window_->SelectPicture();
         edit_->ResizePicture(edit_->SelectedPicture(), QSizeF(100, 20));
-        QCOMPARE(Now().pictures[0].goal_width, 1500);
+        QCOMPARE(Now().pictures[0].goalWidth, 1500);
         QCOMPARE(Now().pictures[0].bytes, wide.toStdString());
         edit_->undo();
-        QCOMPARE(Now().pictures[0].goal_width, edit_->TextWidth() * 15);
+        QCOMPARE(Now().pictures[0].goalWidth, edit_->TextWidth() * 15);
     }
 
-    void CopiesWhatItPastes() {
+    void copies_what_it_pastes() {
         const std::string rtf =
             "{\\rtf1{\\fonttbl{\\f0 Arial;}}{\\colortbl;\\red200\\green0\\blue0;}\\f0\\fs40 big \\cf1 red\\cf0\\par"
             "\\trowd\\cellx2000\\cellx4000\\intbl a\\cell b\\cell\\row\\pard last}";
@@ -211,7 +211,7 @@ private slots:
         QCOMPARE(to.text, from.text);
         QCOMPARE(to.runs.size(), from.runs.size());
         QVERIFY(to.runs[1].format.color == from.runs[1].format.color);
-        QCOMPARE(int(to.runs[0].format.half_points), 40);
+        QCOMPARE(int(to.runs[0].format.halfPoints), 40);
     }
 
     /// The paragraphs with their numbers.
@@ -225,7 +225,7 @@ private slots:
         return QString::fromStdString(lines);
     }
 
-    void PastedListsCountOnTheirOwn() {
+    void pasted_lists_count_on_their_own() {
         const auto web = [this] {
             auto* const page = new QMimeData;
             page->setHtml("<ol><li>x</li><li>y</li></ol>");
@@ -270,7 +270,7 @@ private slots:
         }
     }
 
-    void FindsAndReplacesInOneStep() {
+    void finds_and_replaces_in_one_step() {
         edit_->Load("{\\rtf1 Lamp lamp lamps \\b lamp\\b0  end}");
         PressKeys(edit_, {"Ctrl+F"});
         FindBar& bar = *window_->find;
@@ -295,7 +295,7 @@ private slots:
         QVERIFY(!edit_->IsModified());
     }
 
-    void MarksWordsWithoutTouchingTheText() {
+    void marks_words_without_touching_the_text() {
         SmallChecker checker;
         edit_->Load("{\\rtf1 The kepeer of teh light}");
         const std::string before = edit_->Rtf();
@@ -329,7 +329,7 @@ private slots:
         QCOMPARE(marks().size(), 0);
     }
 
-    void ChoosesWordsToCheck() {
+    void chooses_words_to_check() {
         const QString kinds = "B2B USA iPhone Word word2 x 1852";
         struct Case {
             QString text, words;
@@ -353,7 +353,7 @@ private slots:
         }
     }
 
-    void CapturesBesideTheTyping() {
+    void captures_beside_the_typing() {
         std::string body;
         for (int i = 0; i < 2000; ++i)
             body += "A line of the log, \\b with\\b0  words.\\par ";
@@ -367,7 +367,7 @@ private slots:
         QVERIFY(texts.plainText.ends_with("late"));
     }
 
-    void ACaptureIsHandedOverWhateverComesBetween() {
+    void a_capture_is_handed_over_whatever_comes_between() {
         const std::function<void()> between[] = {[this] { edit_->findChild<QTimer*>("sizeTimer")->start(0); },
                                                  [this] { theme_.SetAppearance(Appearance::Dark); }};
         for (const std::function<void()>& comes : between) {
@@ -382,7 +382,7 @@ private slots:
         }
     }
 
-    void TellsWhenTheTextGetsTooLarge() {
+    void tells_when_the_text_gets_too_large() {
         QSignalSpy told(edit_, &RichTextEdit::SizeLimitPassed);
         edit_->insertPlainText(QString(300000, u'x'));
         QTRY_COMPARE(edit_->Beside().LongestSlice() > 0, true);
@@ -395,7 +395,7 @@ private slots:
         QTRY_VERIFY(!told.last().at(0).toBool());
     }
 
-    void TakesPicturesOut() {
+    void takes_pictures_out() {
         edit_->InsertPictureBytes(Encoded(Filled(20, 10)));
         edit_->InsertPictureBytes(Encoded(Filled(30, 10)));
         const auto taken = edit_->TakePictures({edit_->Pictures().at(1).position});
@@ -407,7 +407,7 @@ private slots:
         QCOMPARE(Now().pictures.size(), size_t(2));
     }
 
-    void LooksRight() {
+    void looks_right() {
         SmallChecker checker;
         edit_->Load(BytesOf(LORE_TEST_DATA "/editor/looks.rtf"));
         edit_->moveCursor(QTextCursor::End);

@@ -279,6 +279,21 @@ private slots:
         });
     }
 
+    void a_file_dialog_shows_sizes_and_dates_whole() {
+        const QTemporaryDir folder;
+        PutBytes(folder.filePath("notes.lbe").toStdString(), std::string(249'000, 'x'));
+        QFileDialog dialog(window_.get(), {}, folder.path());
+        dialog.setViewMode(QFileDialog::Detail);
+        dialog.show();
+        const auto* const files = dialog.findChild<QTreeView*>();
+        QTRY_VERIFY(files->model()->rowCount(files->rootIndex()) == 1);
+        for (int column = 1; column < 4; ++column) {
+            const QModelIndex cell = files->model()->index(0, column, files->rootIndex());
+            QTRY_VERIFY2(files->columnWidth(column) >= files->sizeHintForIndex(cell).width(),
+                         qPrintable(cell.data().toString()));
+        }
+    }
+
     void a_field_for_a_name_shows_a_long_one() {
         QtPrompts prompts;
         prompts.SetParent(window_.get());

@@ -83,7 +83,7 @@ private:
         const std::filesystem::path archive = Root() / "notes.lbe";
         const ReadContext context = app_->Context();
         const ExportWorld world{app_->NoteBook(), app_->Data(), context, prompts_, progress_, faults_};
-        ExportNotes(NotesOfList({changed, added}), archive, false, world);
+        ExportNotes(NotesOfList({changed, added}), archive, ExportedSources::OfNotes, world);
         return archive;
     }
 
@@ -95,7 +95,7 @@ private slots:
         OpenSample(1280, 860);
     }
     void cleanup() { CloseWindow(); }
-    void ShowsEachNoteWithItsStatusAndHidesTheSame() {
+    void shows_each_note_with_its_status_and_hides_the_same() {
         Opened opened(*this);
         QCOMPARE(opened.list.topLevelItemCount(), 3);
         const char* const status[] = {"1. - <NEW NOTE>", "2. - EXISTS (older)", "3. - EXISTS (newer)"};
@@ -109,7 +109,7 @@ private slots:
         BothLooks{theme_}.Shoot(opened.window, "import_list");
     }
 
-    void SaysWhyTheListIsEmpty() {
+    void says_why_the_list_is_empty() {
         for (const int notes : {0, 1, 3}) {
             NoteHeads existing;
             std::vector<ArchiveNote> entries;
@@ -134,7 +134,7 @@ private slots:
         }
     }
 
-    void TakesWhatIsTickedAndRefusesNothing() {
+    void takes_what_is_ticked_and_refuses_nothing() {
         Opened opened(*this);
         Press(opened.window, "Clear All");
         opened.window.accept();
@@ -149,7 +149,7 @@ private slots:
         QVERIFY(opened.comparison.displayAfter);
     }
 
-    void TellsScreenReadersOfATick() {
+    void tells_screen_readers_of_a_tick() {
         Opened opened(*this);
         opened.BringUp();
         opened.list.setFocus();
@@ -164,7 +164,7 @@ private slots:
                 }).size() <= 2);
     }
 
-    void ShowsTheDifferencesOfBothTexts() {
+    void shows_the_differences_of_both_texts() {
         DifferencesWindow window(CompareForImport(MakeEntry("{NEWER}", "As it is there", kLate),
                                                   MakeEntry("{NEWER}", "As it was here", kMiddle)),
                                  theme_, store_, nullptr);
@@ -181,7 +181,7 @@ private slots:
         BothLooks{theme_}.Shoot(window, "import_differences");
     }
 
-    void EditsTheNoteUnderADoubleClick() {
+    void edits_the_note_under_a_double_click() {
         std::vector<size_t> edited;
         ImportComparison* saves = nullptr;
         commands_.edit = [&](size_t position, QWidget*) {
@@ -204,7 +204,7 @@ private slots:
         QVERIFY(older.foreground(0) != before);
     }
 
-    void AsksBeforeChangesToNotesAreGivenUp() {
+    void asks_before_changes_to_notes_are_given_up() {
         int dropped = 0;
         bool changes = false;
         commands_.edit = [&](size_t, QWidget*) { return changes; };
@@ -239,7 +239,7 @@ private slots:
         }
     }
 
-    void GivesTickedNotesNewCategories() {
+    void gives_ticked_notes_new_categories() {
         CProCategoryList forest;
         forest.AddRoot(CProCategoryTree(3, "Lights"));
         forest.AddRoot(CProCategoryTree(4, "Harbours"));
@@ -271,7 +271,7 @@ private slots:
         QCOMPARE(prompts_.seen.back(), std::string("Invalid Notes: There are no notes selected to import."));
     }
 
-    void AnImportedNoteIsEditedBeforeItLandsAndTheImportIsUndone() {
+    void an_imported_note_is_edited_before_it_lands_and_the_import_is_undone() {
         CNote known;
         const std::filesystem::path archive = MakeArchive(known);
         const size_t before = app_->NoteBook().TotalNoteCount();
@@ -330,7 +330,7 @@ private slots:
         QVERIFY(faults_.faults.empty());
     }
 
-    void ADropDuringAnExportWaitsUntilItIsDone() {
+    void a_drop_during_an_export_waits_until_it_is_done() {
         CNote known;
         const std::filesystem::path archive = MakeArchive(known);
         QtProgress progress(theme_);
@@ -344,7 +344,7 @@ private slots:
         });
         const ReadContext context = app_->Context();
         const ExportWorld world{app_->NoteBook(), app_->Data(), context, prompts_, progress, faults_};
-        const int written = ExportNotes(NotesOfList(app_->List()), Root() / "all.lbe", false, world);
+        const int written = ExportNotes(NotesOfList(app_->List()), Root() / "all.lbe", ExportedSources::OfNotes, world);
         QCOMPARE(written, static_cast<int>(app_->List().Count()));
         QVERIFY(dropped);
         QCOMPARE(imported.count(), 0);

@@ -779,7 +779,7 @@ private slots:
         QCOMPARE(app_->List().Count(), size_t{0});
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         const std::pair<const char*, int> pages[] = {
             {"main-categories", 100}, {"main-sources", 100}, {"main-keywords", 150}, {"main-colors", 200}};
         for (int page = 0; page < 4; ++page) {

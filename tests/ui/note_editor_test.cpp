@@ -406,9 +406,12 @@ private slots:
             QMimeData dropped;
             dropped.setUrls({QUrl::fromLocalFile(a), QUrl::fromLocalFile(b), QUrl::fromLocalFile(a),
                              QUrl("https://example.org/x")});
-            QVERIFY(DropOn(editor.Attachments(), dropped));
             QTreeWidget& list = *editor.Attachments()->List();
-            QCOMPARE(list.topLevelItemCount(), 3);
+            QVERIFY(list.findChild<QLabel*>("emptyLine")->isVisible());
+            QVERIFY(DropOn(editor.Attachments(), dropped));
+            QVERIFY2(prompts_.seen.empty(), "where the files come from waits for the end of the drop");
+            QTRY_COMPARE(list.topLevelItemCount(), 3);
+            QVERIFY(!list.findChild<QLabel*>("emptyLine")->isVisible());
             QCOMPARE(list.topLevelItem(1)->text(0), QStringLiteral("b.pdf"));
             QCOMPARE(list.topLevelItem(1)->text(1), b);
             QCOMPARE(prompts_.seen.size(), size_t{1});  // the one that stands there already
@@ -652,7 +655,7 @@ private slots:
     void a_reminder_is_shown_over_the_note_that_is_written() {
         CTmReminder reminder = NewReminder(app_->Context());
         reminder.SendTime = clock_.now;
-        QVERIFY(SaveReminders(app_->Data().Reminders(), {reminder}).Ok());
+        QVERIFY(WriteReminders(app_->Data().Reminders(), {reminder}).Ok());
         AddNote([&](NoteEditorWindow& editor) {
             InNext<EditDayDialog>([&] { HooksOf(*window_, *app_, theme_).showReminder(reminder.ReminderId); },
                                   [&](EditDayDialog& day) { QCOMPARE(day.parentWidget(), &editor); });
@@ -675,7 +678,7 @@ private slots:
         });
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         const BothLooks looks{theme_};
         const auto shoot = [&](const char* name) {
             return [&looks, name](NoteEditorWindow& editor) {

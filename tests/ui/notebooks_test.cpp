@@ -134,13 +134,13 @@ private slots:
         });
         QVERIFY(app_->List().IsEmpty());
         QCOMPARE(app_->NoteBook().TotalNoteCount(), size_t{0});
-        QVERIFY(!app_->MayWrite());
+        QVERIFY(app_->TellIfClosed());
         QCOMPARE(Told().last(), QString("NoteBook Deleted"));
         app_->SaveOptions();
         QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
         QVERIFY(faults_.faults.empty());
         app_->SwitchNoteBook(app_->NoteBookChoices()[0]);
-        QVERIFY(app_->MayWrite());
+        QVERIFY(!app_->TellIfClosed());
         QVERIFY(!std::filesystem::exists(Data().Databases() / "Folder7"));
     }
 
@@ -188,7 +188,7 @@ private slots:
         QCOMPARE(spy.first().first().toString(), QStringLiteral("/tmp/notes.LBE"));
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         InManager([this](ManageNoteBooksDialog& dialog) {
             for (const auto& [name, row] : {std::pair("notebooks", 2), {"notebooks-rtl", 3}, {"notebooks-main", 0}}) {
                 In<QListWidget>(dialog, "noteBooks")->setCurrentRow(row);

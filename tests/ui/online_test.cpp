@@ -382,7 +382,7 @@ private slots:
         QCOMPARE(Stored()[0].Message, std::string("Bring the lamp"));
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         const auto shoot = [this](const char* name) {
             return [this, name](QWidget& dialog) { BothLooks{theme_}.Shoot(dialog, name); };
         };

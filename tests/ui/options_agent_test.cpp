@@ -65,7 +65,7 @@ private slots:
         CTmReminder reminder;
         reminder.ReminderId = "{R}";
         reminder.SendTime = reminder.ServerSendTime = reminder.EventStart = SystemClock().Now();
-        QVERIFY(SaveReminders(DataPaths{Root()}.Reminders(), {reminder}).Ok());
+        QVERIFY(WriteReminders(DataPaths{Root()}.Reminders(), {reminder}).Ok());
         agent_.Send(kAgentReloadReminders);
         QTRY_VERIFY_WITH_TIMEOUT(HasShown("{R}"), 30'000);
 

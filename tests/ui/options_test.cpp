@@ -215,7 +215,7 @@ private slots:
         QCOMPARE(opened_, 3);
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         app_->GetSettings().Set(Option::EnableBackup, 1);
         app_->GetSettings().Set(Option::BackupPath, std::string("/home/reader/Backups/All my notes.lbe"));
         app_->GetSettings().Set(Option::Hotkey, 76);

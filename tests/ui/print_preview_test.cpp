@@ -310,6 +310,12 @@ private slots:
                 FirstPageOf(QStringLiteral("<%1><li><span style=\"font-size:36pt\">xxxx</span></li></%1>").arg(list)));
     }
 
+    void a_cell_that_begins_with_a_list_keeps_its_ground() {
+        const QImage page =
+            FirstPageOf("<table><td style=\"background-color:#ff0000\"><ul><li>x</li></ul></td></table>");
+        QCOMPARE(page.pixelColor(82, 88), QColor(Qt::red));
+    }
+
 private:
     static QImage FirstPageOf(const QString& html) {
         QImage page(794, 1123, QImage::Format_RGB32);
@@ -349,7 +355,7 @@ private slots:
         QVERIFY(dark == FirstPageOf(html));
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         const BothLooks looks{theme_};
         Open(Bibliography(40));
         window_->resize(900, 760);

@@ -447,7 +447,7 @@ private slots:
         QVERIFY(!std::filesystem::exists(Bib()));
     }
 
-    void looks_good() {
+    void stands_in_both_looks() {
         const BothLooks looks{theme_};
         for (int32_t type = 1; type <= 7; ++type)
             AddSource(QStringLiteral("A source of type %1").arg(type), type);
@@ -487,7 +487,7 @@ private slots:
         });
     }
 
-    void a_bibliography_looks_good() {
+    void a_bibliography_stands_in_both_looks() {
         const BothLooks looks{theme_};
         InSelection([&](CSelectSourcesDlg& dialog) {
             looks.Shoot(dialog, "bibliography-begin");

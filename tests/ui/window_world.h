@@ -28,7 +28,10 @@ public:
         if (bar)
             Shown().Tell(fault);
     }
-    void Mended(const std::string& what, const std::string& path) override { Shown().Mended(what, path); }
+    void Mended(const std::string& what, const std::string& path) override {
+        NotedFaults::Mended(what, path);
+        Shown().Mended(what, path);
+    }
     QPointer<FaultBar> bar;
 
 private:

@@ -2,8 +2,10 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextFrame>
@@ -11,7 +13,9 @@
 #include <QTextList>
 #include <cmath>
 
-#include "platform/pdf/fit_tables.h"
+#include "platform/pdf/fit_to_page.h"
+#include "rtf/list_marks.h"
+#include "rtf/paper.h"
 
 namespace lore {
 
@@ -37,7 +41,7 @@ constexpr int kMostPagesToTidy = 300;
 /// A single line of bold or of small letters is the heading of what follows.
 bool IsHeading(const QTextBlock& block) {
     constexpr qreal kSmallPoints = 9;
-    if (block.layout()->lineCount() != 1 || block.textList() || block.length() <= 1)
+    if (block.layout()->lineCount() != 1 || block.textList() || block.blockFormat().indent() > 0 || block.length() <= 1)
         return false;
     for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
         const QTextCharFormat format = piece.fragment().charFormat();
@@ -83,25 +87,78 @@ void KeepHeadings(QTextDocument& document) {
     }
 }
 
+/// Letters for the mark of an item, which are those of its text; but no underlining, nor the colour of a link.
+QTextCharFormat MarkLetters(const QTextBlock& item) {
+    const QTextCharFormat first = item.begin().atEnd() ? item.charFormat() : item.begin().fragment().charFormat();
+    QTextCharFormat letters;
+    letters.setFont(first.font());
+    letters.setFontUnderline(false);
+    letters.setFontStrikeOut(false);
+    if (!first.isAnchor() && first.hasProperty(QTextFormat::ForegroundBrush))
+        letters.setForeground(first.foreground());
+    return letters;
+}
+
+/// The page with the numbers that its lists begin with where the layout finds them: it doesn't read "start".
+QString WithListStarts(QString html) {
+    static const QRegularExpression kStart("<ol (start=\"(-?\\d+)\" style=\")");
+    return html.replace(kStart, "<ol \\1-qt-list-number-prefix:'\\2';");
+}
+
+/// The layout counts all lists from 1: the items of one that begins otherwise become paragraphs with their marks.
+void WriteMarks(QTextList& list) {
+    const QTextListFormat look = list.format();
+    ParagraphFormat item;
+    // Both have the kinds in the same order.
+    const int behindDecimal = QTextListFormat::ListDecimal - look.style();
+    item.list = static_cast<ListKind>(static_cast<int>(ListKind::Decimal) + behindDecimal);
+    int number = look.numberPrefix().toInt();
+    for (int left = list.count(); left > 0; --left) {
+        const QTextBlock block = list.item(0);
+        list.remove(block);  // the last one takes the list with it
+        const QTextCharFormat letters = MarkLetters(block);
+        const QString mark = QString::fromStdString(MarkOf(item, number++));
+        const qreal width = QFontMetricsF(letters.font()).horizontalAdvance(mark + ' ');
+        QTextBlockFormat hanging = block.blockFormat();
+        hanging.setTextIndent(-width);
+        hanging.setTabPositions({QTextOption::Tab(width, QTextOption::LeftTab)});
+        QTextCursor cursor(block);
+        cursor.setBlockFormat(hanging);
+        // Justified lines would stretch a blank; in one that runs from the right, a tab has no width.
+        cursor.insertText(mark + (block.textDirection() == Qt::RightToLeft ? ' ' : '\t'), letters);
+    }
+}
+
 /// The mark of an item is drawn in the letters of its paragraph, which are those of the page, whatever its text has:
 /// it would hang above large letters, and touch them.
-void GiveMarksTheirLetters(QTextDocument& document) {
+void LookAfterMarks(QTextDocument& document) {
     QTextCursor cursor(&document);
     cursor.beginEditBlock();
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        if (!block.textList() || block.begin().atEnd())
+        QTextList* const list = block.textList();
+        if (!list)
             continue;
-        QTextCharFormat letters;
-        const QTextCharFormat first = block.begin().fragment().charFormat();
-        letters.setFont(first.font());
-        letters.setFontUnderline(false);
-        letters.setFontStrikeOut(false);
-        if (!first.isAnchor() && first.hasProperty(QTextFormat::ForegroundBrush))
-            letters.setForeground(first.foreground());
-        cursor.setPosition(block.position());
-        cursor.setBlockCharFormat(letters);
+        if (list->format().hasProperty(QTextFormat::ListNumberPrefix)) {
+            WriteMarks(*list);
+        } else {
+            cursor.setPosition(block.position());
+            cursor.mergeBlockCharFormat(MarkLetters(block));  // the first one of a cell has the look of the cell, too
+        }
     }
     cursor.endEditBlock();
+}
+
+/// An empty paragraph comes as a line break, which would be two lines; without anything in it, it would have no height
+/// right behind a table.
+void ShowBlankLines(QTextDocument& document) {
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.length() != 2 || block.text() != QChar(QChar::LineSeparator))
+            continue;
+        const QTextCharFormat letters = block.begin().fragment().charFormat();
+        QTextCursor line(block);
+        line.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        line.insertText(QString(QChar::Nbsp), letters);
+    }
 }
 
 QRectF InPixels(const QRectF& inches) {
@@ -119,14 +176,18 @@ PagedText::PagedText(const QString& html, const QPageLayout& paper)
     document_.setUseDesignMetrics(true);
     // Otherwise links have the colour of the windows' links, which may be dark ones.
     document_.setDefaultStyleSheet("a { color: #0563c1; }");
-    document_.setHtml(html);
-    GiveMarksTheirLetters(document_);
+    QTextOption option = document_.defaultTextOption();
+    option.setTabStopDistance(qreal(kTabTwips) / kTwipsPerPixel);
+    document_.setDefaultTextOption(option);
+    document_.setHtml(WithListStarts(html));
+    ShowBlankLines(document_);
+    LookAfterMarks(document_);
     document_.setDocumentMargin(0);
     QTextFrameFormat frame = document_.rootFrame()->frameFormat();
     frame.setTopMargin(kSlack);
     frame.setBottomMargin(kSlack);
     document_.rootFrame()->setFrameFormat(frame);
-    FitTables(document_, room_.width());
+    FitToPage(document_, QSizeF(room_.width(), std::floor(room_.height())));
     document_.setPageSize(QSizeF(room_.width(), std::floor(room_.height()) + 2 * kSlack));
     KeepHeadings(document_);
 }

@@ -70,19 +70,20 @@ public:
         height_ = y + pillHeight_;
     }
 
-    void FillChips(const QStringList& names, double boxHeight) {
+    /// `count`: of all key words, the names are the first ones.
+    void FillChips(const QStringList& names, size_t count, double boxHeight) {
         height_ = std::max(boxHeight, pillHeight_ + gap_);
         const double y = (height_ - pillHeight_) / 2;
-        const double moreWidth = PillWidth(QStringLiteral("+%1").arg(names.size()));
+        const double moreWidth = PillWidth(QStringLiteral("+%1").arg(count));
         double x = 0;
         for (qsizetype i = 0; i < names.size(); ++i) {
-            const bool last = i + 1 == names.size();
+            const bool last = static_cast<size_t>(i) + 1 == count;
             const double room = width_ - x - (last ? 0 : gap_ + moreWidth);
             double width = PillWidth(names[i]);
             if (i == 0)
                 width = std::min(width, room);
             if (width > room)
-                return AddMore(names.mid(i), x, y);
+                return AddMore(names.mid(i), count - static_cast<size_t>(i), x, y);
             Add(names[i], QRectF(x, y, width, pillHeight_), PillShape::Chip, false);
             x += width + gap_;
         }
@@ -103,8 +104,8 @@ private:
         return x + width;
     }
 
-    void AddMore(const QStringList& rest, double x, double y) {
-        const QString text = QStringLiteral("+%1").arg(rest.size());
+    void AddMore(const QStringList& rest, size_t count, double x, double y) {
+        const QString text = QStringLiteral("+%1").arg(count);
         pills_.push_back({QRectF(x, y, PillWidth(text), pillHeight_), text, rest.join(QStringLiteral(", ")),
                           PillShape::Chip, false});
     }
@@ -148,9 +149,9 @@ QStringList PathNames(const CProCategoryTree& path) {
     return names;
 }
 
-QStringList KeyWordNames(const std::string& keyWords) {
+QStringList KeyWordNames(const std::string& keyWords, size_t* count) {
     QStringList names;
-    for (const std::string& word : ShownKeyWords(keyWords))
+    for (const std::string& word : ShownKeyWords(keyWords, count))
         names.append(ToQString(word).simplified());
     return names;
 }
@@ -164,7 +165,9 @@ std::unique_ptr<CardBlock> MakePathBlock(const CProCategoryTree& path, int setNu
 
 std::unique_ptr<CardBlock> MakeKeyWordBlock(const std::string& keyWords, int width, const CardContext& context) {
     auto block = std::make_unique<PillBlock>(context, width);
-    block->FillChips(KeyWordNames(keyWords), std::floor(kKeyWordBox * context.Zoom()));
+    size_t count = 0;
+    const QStringList names = KeyWordNames(keyWords, &count);
+    block->FillChips(names, count, std::floor(kKeyWordBox * context.Zoom()));
     return block;
 }
 

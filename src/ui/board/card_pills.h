@@ -14,8 +14,8 @@ std::unique_ptr<CardBlock> MakePathBlock(const CProCategoryTree& path, int setNu
 /// A note's key words as chips in one line; "+4" tells of those that have no room there.
 std::unique_ptr<CardBlock> MakeKeyWordBlock(const std::string& keyWords, int width, const CardContext& context);
 
-/// The names of a path from the root down, and the key words of a line without empty ones.
+/// The names of a path from the root down, and the key words of a line as ShownKeyWords has them.
 QStringList PathNames(const CProCategoryTree& path);
-QStringList KeyWordNames(const std::string& keyWords);
+QStringList KeyWordNames(const std::string& keyWords, size_t* count = nullptr);
 
 }  // namespace lore

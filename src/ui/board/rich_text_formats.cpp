@@ -19,13 +19,13 @@ QColor ToColor(const TextColor& color) {
 Qt::Alignment AlignmentOf(const ParagraphFormat& format) {
     switch (format.align) {
         // The leading edge: a paragraph of right-to-left text that says nothing else begins at the right.
-        case ParagraphAlign::kLeft:
+        case ParagraphAlign::Left:
             return Qt::AlignLeft;
-        case ParagraphAlign::kCenter:
+        case ParagraphAlign::Center:
             return Qt::AlignHCenter;
-        case ParagraphAlign::kRight:
+        case ParagraphAlign::Right:
             return Qt::AlignRight | Qt::AlignAbsolute;
-        case ParagraphAlign::kJustify:
+        case ParagraphAlign::Justify:
             return Qt::AlignJustify;
     }
     return Qt::AlignLeft;
@@ -34,7 +34,7 @@ Qt::Alignment AlignmentOf(const ParagraphFormat& format) {
 }  // namespace
 
 QString RichTextFormats::FamilyOf(const CharFormat& format) const {
-    const int32_t font = format.font >= 0 ? format.font : document_.default_font;
+    const int32_t font = format.font >= 0 ? format.font : document_.defaultFont;
     if (font < 0 || static_cast<size_t>(font) >= document_.fonts.size())
         return {};
     return QString::fromStdString(document_.fonts[static_cast<size_t>(font)].name);
@@ -44,17 +44,17 @@ QTextCharFormat RichTextFormats::Characters(const CharFormat& format, const QCol
     QTextCharFormat shown;
     if (const QString family = FamilyOf(format); !family.isEmpty())
         shown.setFontFamilies(QStringList{family});
-    const double pixels = format.half_points / 2.0 * kPixelsPerPoint * look_.zoom;
+    const double pixels = format.halfPoints / 2.0 * kPixelsPerPoint * look_.zoom;
     shown.setFontPointSize(std::max(1.0, pixels * 72.0 / look_.dotsPerInch));
     shown.setFontWeight(format.bold ? QFont::Bold : QFont::Normal);
     shown.setFontItalic(format.italic);
     shown.setFontUnderline(format.underline);
     shown.setFontStrikeOut(format.strike);
-    if (format.small_caps || format.all_caps)
-        shown.setFontCapitalization(format.all_caps ? QFont::AllUppercase : QFont::SmallCaps);
-    if (format.position != ScriptPosition::kBaseline)
-        shown.setVerticalAlignment(format.position == ScriptPosition::kSuperscript ? QTextCharFormat::AlignSuperScript
-                                                                                   : QTextCharFormat::AlignSubScript);
+    if (format.smallCaps || format.allCaps)
+        shown.setFontCapitalization(format.allCaps ? QFont::AllUppercase : QFont::SmallCaps);
+    if (format.position != ScriptPosition::Baseline)
+        shown.setVerticalAlignment(format.position == ScriptPosition::Superscript ? QTextCharFormat::AlignSuperScript
+                                                                                  : QTextCharFormat::AlignSubScript);
     QColor behind = ground;
     if (format.background) {
         behind = theme_.Mark(ToColor(*format.background));
@@ -76,28 +76,28 @@ QTextCharFormat RichTextFormats::Characters(const CharFormat& format, const QCol
 QTextBlockFormat RichTextFormats::Paragraph(const ParagraphFormat& format) const {
     QTextBlockFormat shown;
     shown.setAlignment(AlignmentOf(format));
-    if (format.right_to_left) {
+    if (format.rightToLeft) {
         shown.setLayoutDirection(Qt::RightToLeft);
-        if (format.align == ParagraphAlign::kLeft || format.align == ParagraphAlign::kRight)
+        if (format.align == ParagraphAlign::Left || format.align == ParagraphAlign::Right)
             shown.setAlignment(Qt::AlignRight | Qt::AlignAbsolute);
     }
-    double left = format.left_indent, first = format.first_indent;
-    if (format.list != ListKind::kNone && left <= 0) {
-        left = kListStep * (format.list_level + 1);
+    double left = format.leftIndent, first = format.firstIndent;
+    if (format.list != ListKind::None && left <= 0) {
+        left = kListStep * (format.listLevel + 1);
         first = -kListStep;
     }
-    shown.setLeftMargin(std::max(0.0, Pixels(format.right_to_left ? format.right_indent : left)));
-    shown.setRightMargin(std::max(0.0, Pixels(format.right_to_left ? left : format.right_indent)));
+    shown.setLeftMargin(std::max(0.0, Pixels(format.rightToLeft ? format.rightIndent : left)));
+    shown.setRightMargin(std::max(0.0, Pixels(format.rightToLeft ? left : format.rightIndent)));
     shown.setTextIndent(Pixels(std::max(first, -left)));
-    if (format.list != ListKind::kNone && first < 0)
+    if (format.list != ListKind::None && first < 0)
         shown.setTabPositions({QTextOption::Tab(Pixels(-first), QTextOption::LeftTab)});
-    shown.setTopMargin(Pixels(std::max<int>(0, format.space_before)));
-    shown.setBottomMargin(Pixels(std::max<int>(0, format.space_after)));
-    if (format.line_multiple && format.line_spacing > 0)
-        shown.setLineHeight(format.line_spacing / 240.0 * 100.0, QTextBlockFormat::ProportionalHeight);
-    else if (format.line_spacing != 0)
-        shown.setLineHeight(Pixels(std::abs(format.line_spacing)),
-                            format.line_spacing < 0 ? QTextBlockFormat::FixedHeight : QTextBlockFormat::MinimumHeight);
+    shown.setTopMargin(Pixels(std::max<int>(0, format.spaceBefore)));
+    shown.setBottomMargin(Pixels(std::max<int>(0, format.spaceAfter)));
+    if (format.lineMultiple && format.lineSpacing > 0)
+        shown.setLineHeight(format.lineSpacing / 240.0 * 100.0, QTextBlockFormat::ProportionalHeight);
+    else if (format.lineSpacing != 0)
+        shown.setLineHeight(Pixels(std::abs(format.lineSpacing)),
+                            format.lineSpacing < 0 ? QTextBlockFormat::FixedHeight : QTextBlockFormat::MinimumHeight);
     return shown;
 }
 

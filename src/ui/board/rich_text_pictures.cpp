@@ -76,21 +76,21 @@ QImage DecodeMetafile(const std::string& wmf) {
 
 QImage DecodePicture(const Picture& picture) {
     switch (picture.kind) {
-        case PictureKind::kPng:
-        case PictureKind::kJpeg:
+        case PictureKind::Png:
+        case PictureKind::Jpeg:
             return Decode(QByteArray::fromRawData(picture.bytes.data(), static_cast<qsizetype>(picture.bytes.size())));
-        case PictureKind::kDib:
+        case PictureKind::Dib:
             return DecodeDib(picture.bytes);
-        case PictureKind::kWmf:
+        case PictureKind::Wmf:
             return DecodeMetafile(picture.bytes);
-        case PictureKind::kEmf:
+        case PictureKind::Emf:
             return {};
     }
     return {};
 }
 
 QSizeF PictureSize(const Picture& picture, const QImage& image) {
-    const bool metric = picture.kind == PictureKind::kWmf || picture.kind == PictureKind::kEmf;
+    const bool metric = picture.kind == PictureKind::Wmf || picture.kind == PictureKind::Emf;
     const auto side = [metric](int32_t goal, int32_t stated, int32_t scale, int pixels) {
         double length = pixels;
         if (goal > 0)
@@ -99,8 +99,8 @@ QSizeF PictureSize(const Picture& picture, const QImage& image) {
             length = metric ? stated / kMillimetreHundredthsPerPixel : stated;
         return std::clamp(length * (scale > 0 ? scale : 100) / 100.0, 1.0, kPictureLimit);
     };
-    return QSizeF(side(picture.goal_width, picture.width, picture.scale_x, image.width()),
-                  side(picture.goal_height, picture.height, picture.scale_y, image.height()));
+    return QSizeF(side(picture.goalWidth, picture.width, picture.scaleX, image.width()),
+                  side(picture.goalHeight, picture.height, picture.scaleY, image.height()));
 }
 
 }  // namespace lore

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "rtf/paper.h"
 #include "rtf/table_grid.h"
 #include "ui/board/rich_text_formats.h"
 #include "ui/board/rich_text_pictures.h"
@@ -13,7 +14,6 @@
 namespace lore {
 namespace {
 
-constexpr double kTabStop = 48;  // half an inch
 constexpr double kCellPadding = 3;
 
 QString ToText(std::string_view utf8) {
@@ -42,9 +42,13 @@ public:
 
 private:
     size_t AddParagraph(size_t i) {
+        const bool isBehindTable = fresh_ && i > 0;
         StartBlock(fresh_);
         fresh_ = false;
         FillBlock(i, false);
+        // An empty block has no height there, which is right for the one that every table at the end has behind it.
+        if (isBehindTable && cursor_.block().length() == 1 && i + 1 < document_.paragraphs.size())
+            cursor_.insertText(QString(QChar::Nbsp));
         return i + 1;
     }
 
@@ -78,7 +82,7 @@ private:
     }
 
     void AddRun(const TextRun& run) {
-        if (run.kind == RunKind::kPicture)
+        if (run.kind == RunKind::Picture)
             return AddPicture(run);
         cursor_.insertText(ToText(TextOf(document_, run)), formats_.Characters(run.format, ground_));
     }
@@ -135,7 +139,7 @@ private:
         format.setCellSpacing(0);
         format.setBorderCollapse(true);
         const size_t rowFormat = document_.rows[static_cast<size_t>(rows.front())].format;
-        const double gap = formats_.Pixels(document_.row_formats[rowFormat].cell_gap);
+        const double gap = formats_.Pixels(document_.rowFormats[rowFormat].cellGap);
         format.setCellPadding(std::max(gap, kCellPadding * look_.zoom));
         QList<QTextLength> widths;
         for (int column = 0; column < grid.Columns(); ++column)
@@ -175,18 +179,18 @@ private:
     }
 
     bool EndsCell(size_t i) const {
-        const ParagraphEnd ended = document_.paragraphs[i].ended_by;
-        return ended == ParagraphEnd::kCell || ended == ParagraphEnd::kRow;
+        const ParagraphEnd ended = document_.paragraphs[i].endedBy;
+        return ended == ParagraphEnd::Cell || ended == ParagraphEnd::Row;
     }
 
     void FillCell(QTextTable& table, const TableGrid& grid, size_t row, int32_t rowIndex, const Paragraph& closing,
                   size_t first, size_t last) {
         const auto cellIndex = static_cast<size_t>(std::max(0, closing.cell));
-        const bool emptyEnd = closing.ended_by == ParagraphEnd::kRow && first == last && closing.begin == closing.end;
+        const bool emptyEnd = closing.endedBy == ParagraphEnd::Row && first == last && closing.begin == closing.end;
         if (emptyEnd || cellIndex >= grid.rows[row].size() || grid.rows[row][cellIndex].covered)
             return;
         const size_t rowFormat = document_.rows[static_cast<size_t>(rowIndex)].format;
-        const CellFormat& look = document_.row_formats[rowFormat].cells[cellIndex];
+        const CellFormat& look = document_.rowFormats[rowFormat].cells[cellIndex];
         QTextTableCell cell = table.cellAt(static_cast<int>(row), grid.rows[row][cellIndex].column);
         QTextCharFormat cellFormat = cell.format();
         cellFormat.merge(formats_.Cell(look));
@@ -221,7 +225,7 @@ std::unique_ptr<QTextDocument> ShowRichText(const Document& document, const Rich
     shown->setUndoRedoEnabled(false);
     shown->setDocumentMargin(0);
     QTextOption option;
-    option.setTabStopDistance(kTabStop * look.zoom);
+    option.setTabStopDistance(kTabTwips / RichTextFormats::kTwipsPerPixel * look.zoom);
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     shown->setDefaultTextOption(option);
     RichTextBuilder(document, look, theme, *shown).Build();

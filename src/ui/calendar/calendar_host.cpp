@@ -27,7 +27,7 @@ CalendarHost::CalendarHost(CLorebinderApp& app, const Theme& theme, QWidget* par
              .setup = LoadReminderSetup(app.Store()),
              .agent = app.Ports().agent,
              .wait = [this](int milliseconds) { pauses_.Pause(milliseconds); },
-             .saveOptions = [this] { app_.StoreSettings(); }} {}
+             .storeSettings = [this] { app_.StoreSettings(); }} {}
 
 SeriesReach CalendarHost::Ask(ModifyEventMode mode) {
     QWidget* const window = QApplication::activeModalWidget();

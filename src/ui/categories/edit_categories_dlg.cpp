@@ -83,41 +83,41 @@ void CEditCategoriesDlg::MakeHead() {
     });
 }
 
-QAction* CEditCategoriesDlg::AddCommand(const QString& text, const QList<QKeySequence>& keys, bool onNode, bool onArea,
+QAction* CEditCategoriesDlg::AddCommand(const QString& text, const QList<QKeySequence>& keys, Menu menu,
                                         const std::function<CategoryTrees::Changed()>& run) {
     auto* const action = new QAction(text, this);
     action->setShortcuts(keys);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     addAction(action);
-    entries_.push_back({action, onNode, onArea});
+    entries_.push_back({action, menu});
     connect(action, &QAction::triggered, this, [this, run] { Run(run); });
     return action;
 }
 
 void CEditCategoriesDlg::MakeCommands() {
     const auto current = [this] { return tree_->Current(); };
-    rename_ = AddCommand(tr("Rename Category"), {Qt::Key_F2}, true, false,
+    rename_ = AddCommand(tr("Rename Category"), {Qt::Key_F2}, Menu::Node,
                          [this, current] { return trees_.RenameCategory(current()); });
-    create_ = AddCommand(tr("Create New Subcategory"), {Qt::Key_Insert}, true, false,
+    create_ = AddCommand(tr("Create New Subcategory"), {Qt::Key_Insert}, Menu::Node,
                          [this, current] { return trees_.CreateSubcategory(current()); });
-    delete_ = AddCommand(tr("Delete Category"), {QKeySequence::Delete}, true, false,
+    delete_ = AddCommand(tr("Delete Category"), {QKeySequence::Delete}, Menu::Node,
                          [this, current] { return trees_.DeleteCategory(current()); });
-    createRoot_ = AddCommand(tr("Create New Level 1 Category"), {QKeySequence(Qt::CTRL | Qt::Key_N)}, false, true,
+    createRoot_ = AddCommand(tr("Create New Level 1 Category"), {QKeySequence(Qt::CTRL | Qt::Key_N)}, Menu::Area,
                              [this] { return trees_.CreateRoot(); });
-    cutAction_ = AddCommand(tr("Cut"), {QKeySequence(Qt::CTRL | Qt::Key_X)}, true, false, [this] {
+    cutAction_ = AddCommand(tr("Cut"), {QKeySequence(Qt::CTRL | Qt::Key_X)}, Menu::Node, [this] {
         Cut();
         return CategoryTrees::Changed();
     });
-    paste_ = AddCommand(tr("Paste Into This Category"), {QKeySequence(Qt::CTRL | Qt::Key_V)}, true, false,
+    paste_ = AddCommand(tr("Paste Into This Category"), {QKeySequence(Qt::CTRL | Qt::Key_V)}, Menu::Node,
                         [this, current] { return Paste(current()); });
-    pasteAsRoot_ = AddCommand(tr("Paste As Level 1 Category"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_V)}, true,
-                              true, [this] { return Paste(-1); });
-    undo_ = AddCommand(tr("Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)}, false, true, [this] {
+    pasteAsRoot_ = AddCommand(tr("Paste As Level 1 Category"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_V)},
+                              Menu::Both, [this] { return Paste(-1); });
+    undo_ = AddCommand(tr("Undo"), {QKeySequence(Qt::CTRL | Qt::Key_Z)}, Menu::Area, [this] {
         Step(true);
         return CategoryTrees::Changed();
     });
     redo_ = AddCommand(tr("Redo"), {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)},
-                       false, true, [this] {
+                       Menu::Area, [this] {
                            Step(false);
                            return CategoryTrees::Changed();
                        });
@@ -189,7 +189,7 @@ void CEditCategoriesDlg::ShowMenu(int id, const QPoint& place) {
     UpdateCommands();
     auto* const menu = NewPopupMenu(this);
     for (const Command& entry : entries_) {
-        if (!(id > 0 ? entry.onNode : entry.onArea))
+        if (entry.menu == (id > 0 ? Menu::Area : Menu::Node))
             continue;
         if (entry.action == cutAction_ || entry.action == undo_)
             menu->addSeparator();

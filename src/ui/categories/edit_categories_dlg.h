@@ -28,14 +28,16 @@ public:
     void reject() override;
 
 private:
+    /// Whose menu names a command: a category's, that of the empty area, or both.
+    enum class Menu { Node, Area, Both };
     /// One command, as a button, an entry of a menu, and keys of the tree.
     struct Command {
-        QAction* action = nullptr;
-        bool onNode = false, onArea = false;
+        QAction* action;
+        Menu menu;
     };
     void MakeHead();
     void MakeCommands();
-    QAction* AddCommand(const QString& text, const QList<QKeySequence>& keys, bool onNode, bool onArea,
+    QAction* AddCommand(const QString& text, const QList<QKeySequence>& keys, Menu menu,
                         const std::function<CategoryTrees::Changed()>& run);
     QPushButton* ButtonFor(QAction* action, const QString& text, QWidget* parent);
     void MakeButtons();

@@ -40,7 +40,6 @@ CommandBar::CommandBar(const CommandFinder& finder, std::function<std::string(co
     list_->setUniformItemSizes(true);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list_->setFocusPolicy(Qt::NoFocus);
-    list_->setMinimumHeight((list_->fontMetrics().height() + kSpace * 3) * kRows);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kSpace * 2, kSpace * 2, kSpace * 2, kSpace * 2);
     layout->setSpacing(kSpace * 2);
@@ -94,9 +93,11 @@ void CommandBar::showEvent(QShowEvent* event) {
 
 void CommandBar::Place() {
     const QWidget* const window = parentWidget();
+    const int rows = (list_->fontMetrics().height() + kSpace * 3) * kRows;
+    const int top = window->height() / 10;
     resize(std::min(fontMetrics().averageCharWidth() * kWidthInCharacters, window->width() - kSpace * 8),
-           std::min(sizeHint().height(), window->height() - kSpace * 8));
-    move(window->mapToGlobal(QPoint((window->width() - width()) / 2, window->height() / 10)));
+           std::min(sizeHint().height() - list_->sizeHint().height() + rows, window->height() - top - kSpace * 4));
+    move(window->mapToGlobal(QPoint((window->width() - width()) / 2, top)));
 }
 
 }  // namespace lore

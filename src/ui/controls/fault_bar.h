@@ -73,6 +73,7 @@ private:
 class FaultLines : public FaultNotice {
 public:
     void Tell(const Fault& fault) override;
+    void Mended(const std::string& /*what*/, const std::string& /*path*/) override {}
     const std::string& Text() const { return text_; }
 
 private:

@@ -9,9 +9,9 @@ void AddPieces(const CapturedBlock& pieces, DocumentBuilder& builder) {
     for (const CapturedPiece& piece : pieces) {
         if (piece.kept)
             builder.AddKept(*piece.kept);
-        else if (piece.kind == RunKind::kPicture)
+        else if (piece.kind == RunKind::Picture)
             builder.AddPicture(*piece.picture, piece.format);
-        else if (piece.kind == RunKind::kText)
+        else if (piece.kind == RunKind::Text)
             builder.AddText(piece.text, piece.format);
         else
             builder.AddBreak(piece.kind, piece.format);
@@ -25,14 +25,14 @@ Document Assemble(const CapturedNote& note) {
     Document& unfinished = builder.Unfinished();
     unfinished.fonts = note.fonts;
     unfinished.links = note.links;
-    unfinished.code_page = note.code_page;
-    unfinished.default_font = note.default_font;
+    unfinished.codePage = note.codePage;
+    unfinished.defaultFont = note.defaultFont;
     for (const CapturedParagraph& paragraph : note.paragraphs) {
         if (paragraph.pieces)
             AddPieces(*paragraph.pieces, builder);
-        if (paragraph.end == ParagraphEnd::kCell)
+        if (paragraph.end == ParagraphEnd::Cell)
             builder.EndCell(paragraph.format, paragraph.level);
-        else if (paragraph.end == ParagraphEnd::kRow)
+        else if (paragraph.end == ParagraphEnd::Row)
             builder.EndRow(paragraph.row ? *paragraph.row : RowFormat(), paragraph.format, paragraph.level);
         else
             builder.EndParagraph(paragraph.format, paragraph.level);

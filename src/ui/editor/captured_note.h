@@ -13,7 +13,7 @@ namespace lore {
 /// A stretch of a paragraph: text, a break, a picture, or a group that the document only keeps.
 struct CapturedPiece {
     CharFormat format;
-    RunKind kind = RunKind::kText;
+    RunKind kind = RunKind::Text;
     std::string text;                        ///< UTF-8
     std::shared_ptr<const Picture> picture;  ///< for kPicture
     std::shared_ptr<const std::string> kept;
@@ -25,7 +25,7 @@ struct CapturedParagraph {
     std::shared_ptr<const CapturedBlock> pieces;  ///< null for an empty one
     ParagraphFormat format;
     int level = 0;  ///< of tables, 0 outside
-    ParagraphEnd end = ParagraphEnd::kParagraph;
+    ParagraphEnd end = ParagraphEnd::Paragraph;
     std::shared_ptr<const RowFormat> row;  ///< for kRow
 };
 
@@ -33,8 +33,8 @@ struct CapturedNote {
     std::vector<CapturedParagraph> paragraphs;
     std::vector<DocumentFont> fonts;
     std::vector<std::string> links;
-    int32_t code_page = 1252;
-    int32_t default_font = -1;
+    int32_t codePage = 1252;
+    int32_t defaultFont = -1;
 };
 
 /// The document of a captured text. The fonts, links and numbers of its formats are those of the text.

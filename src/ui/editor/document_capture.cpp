@@ -21,7 +21,7 @@ CapturedPiece PieceOf(QChar special, const QTextCharFormat& look, const CharForm
     } else if ((piece.kept = formats.KeptOf(look)) == nullptr) {
         piece.picture = formats.PictureOf(look);
         if (piece.picture)
-            piece.kind = RunKind::kPicture;
+            piece.kind = RunKind::Picture;
     }
     return piece;
 }
@@ -36,7 +36,7 @@ void AddFragment(QStringView text, const QTextCharFormat& look, const NoteFormat
                text[stop] != QChar::ObjectReplacementCharacter)
             ++stop;
         if (stop > at)
-            block.push_back({format, RunKind::kText, text.mid(at, stop - at).toUtf8().toStdString(), nullptr, nullptr});
+            block.push_back({format, RunKind::Text, text.mid(at, stop - at).toUtf8().toStdString(), nullptr, nullptr});
         if (stop < text.size() && (objects || text[stop] == QChar::LineSeparator))
             block.push_back(PieceOf(text[stop], look, format, formats));
         at = stop + 1;
@@ -67,8 +67,8 @@ public:
         const Document& tables = formats.Tables();
         note_.fonts = tables.fonts;
         note_.links = tables.links;
-        note_.code_page = tables.code_page;
-        note_.default_font = tables.default_font;
+        note_.codePage = tables.codePage;
+        note_.defaultFont = tables.defaultFont;
     }
 
     // The blocks and tables of a frame or a cell.
@@ -89,13 +89,13 @@ public:
         return !next_.atEnd();
     }
 
-    void EndCell() { note_.paragraphs.back().end = ParagraphEnd::kCell; }
+    void EndCell() { note_.paragraphs.back().end = ParagraphEnd::Cell; }
 
     CapturedNote Take() {
         if (note_.paragraphs.empty())
             note_.paragraphs.emplace_back();
         // A document ends with a paragraph of its own, never with a table.
-        if (note_.paragraphs.back().end == ParagraphEnd::kRow)
+        if (note_.paragraphs.back().end == ParagraphEnd::Row)
             note_.paragraphs.emplace_back();
         return std::move(note_);
     }
@@ -159,7 +159,7 @@ private:
         const int to = std::exchange(to_, INT_MAX);
         for (size_t c = 0; c < row.cells.size(); ++c) {
             if (row.cells[c].covered) {
-                note_.paragraphs.push_back({nullptr, row.covered[c], level, ParagraphEnd::kCell, nullptr});
+                note_.paragraphs.push_back({nullptr, row.covered[c], level, ParagraphEnd::Cell, nullptr});
                 continue;
             }
             AddRange(table.cellAt(r, row.cells[c].column).begin(), level);
@@ -169,8 +169,8 @@ private:
         to_ = to;
         auto kept = std::make_shared<CapturedBlock>();
         for (const auto& group : row.kept)
-            kept->push_back({CharFormat(), RunKind::kText, {}, nullptr, group});
-        note_.paragraphs.push_back({std::move(kept), row.end, level, ParagraphEnd::kRow, row.format});
+            kept->push_back({CharFormat(), RunKind::Text, {}, nullptr, group});
+        note_.paragraphs.push_back({std::move(kept), row.end, level, ParagraphEnd::Row, row.format});
     }
 
     const NoteFormats& formats_;

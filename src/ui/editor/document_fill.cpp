@@ -49,19 +49,19 @@ void NumberLists(Document& piece, const QTextBlock& line, const NoteFormats& for
     std::map<int32_t, int32_t> ids;
     if (isOwn)
         for (const QTextBlock& beside : {line.previous(), line, line.next()})
-            if (const int32_t id = formats.Paragraph(beside.blockFormat()).list_id; id > 0)
+            if (const int32_t id = formats.Paragraph(beside.blockFormat()).listId; id > 0)
                 ids[id] = id;
     const ParagraphFormat first = piece.paragraphs.front().format, around = formats.Paragraph(line.blockFormat());
-    if (GoesOnIn(line, piece) && first.list != ListKind::kNone && first.list == around.list &&
-        first.list_level == around.list_level)
-        ids[first.list_id] = around.list_id;
+    if (GoesOnIn(line, piece) && first.list != ListKind::None && first.list == around.list &&
+        first.listLevel == around.listLevel)
+        ids[first.listId] = around.listId;
     int32_t next = formats.NewListId(*line.document());
     for (Paragraph& paragraph : piece.paragraphs) {
-        if (paragraph.format.list == ListKind::kNone)
+        if (paragraph.format.list == ListKind::None)
             continue;
-        const auto [known, isNew] = ids.emplace(paragraph.format.list_id, next);
+        const auto [known, isNew] = ids.emplace(paragraph.format.listId, next);
         next = isNew && next < INT32_MAX ? next + 1 : next;
-        paragraph.format.list_id = known->second;
+        paragraph.format.listId = known->second;
     }
 }
 
@@ -136,13 +136,13 @@ private:
 
     void AddRun(const TextRun& run) {
         AddKept(run.begin, run.format);
-        if (run.kind == RunKind::kPicture) {
+        if (run.kind == RunKind::Picture) {
             if (run.picture >= 0 && static_cast<size_t>(run.picture) < document_.pictures.size())
                 InsertPicture(document_.pictures[static_cast<size_t>(run.picture)], Own(run.format), cursor_, formats_);
             return;
         }
         QTextCharFormat format = formats_.Shown(Own(run.format), ground_);
-        if (run.kind != RunKind::kText)
+        if (run.kind != RunKind::Text)
             format.setProperty(kBreakProperty, static_cast<int>(run.kind));
         for (uint32_t at = run.begin; at < run.end;) {
             AddKept(at, run.format);
@@ -188,11 +188,11 @@ private:
         if (!whole_)
             return;
         QTextBlockFormat format = cursor_.blockFormat();
-        format.setProperty(kFlatProperty, LevelOf(document_, i) << 8 | static_cast<int>(paragraph.ended_by));
-        if (paragraph.ended_by == ParagraphEnd::kRow) {
+        format.setProperty(kFlatProperty, LevelOf(document_, i) << 8 | static_cast<int>(paragraph.endedBy));
+        if (paragraph.endedBy == ParagraphEnd::Row) {
             const size_t row = document_.rows[static_cast<size_t>(paragraph.row)].format;
             format.setProperty(kFlatRowProperty,
-                               formats_.AddRow(std::make_shared<const RowFormat>(document_.row_formats[row])));
+                               formats_.AddRow(std::make_shared<const RowFormat>(document_.rowFormats[row])));
         }
         cursor_.setBlockFormat(format);
     }
@@ -204,7 +204,7 @@ private:
         format.setBorderCollapse(true);
         const RichTextFormats screen = formats_.Screen();
         format.setCellPadding(
-            std::max(screen.Pixels(plan.table->rows.front().format->cell_gap), kCellPadding * formats_.Look().zoom));
+            std::max(screen.Pixels(plan.table->rows.front().format->cellGap), kCellPadding * formats_.Look().zoom));
         QList<double> widths;
         for (size_t c = 0; c + 1 < plan.edges.size(); ++c)
             widths.append(screen.Pixels(plan.edges[c + 1] - plan.edges[c]));

@@ -36,23 +36,23 @@ struct ScriptCommand {
     const char* name;
     ScriptPosition position;
 };
-constexpr ScriptCommand kScripts[] = {{"superscript", ScriptPosition::kSuperscript},
-                                      {"subscript", ScriptPosition::kSubscript}};
+constexpr ScriptCommand kScripts[] = {{"superscript", ScriptPosition::Superscript},
+                                      {"subscript", ScriptPosition::Subscript}};
 
 struct ListCommand {
     const char* name;
     ListKind kind;
 };
-constexpr ListCommand kLists[] = {{"bullets", ListKind::kBullet}, {"numbers", ListKind::kDecimal}};
+constexpr ListCommand kLists[] = {{"bullets", ListKind::Bullet}, {"numbers", ListKind::Decimal}};
 
 struct AlignCommand {
     const char* name;
     ParagraphAlign align;
 };
-constexpr AlignCommand kAligns[] = {{"left", ParagraphAlign::kLeft},
-                                    {"center", ParagraphAlign::kCenter},
-                                    {"right", ParagraphAlign::kRight},
-                                    {"justify", ParagraphAlign::kJustify}};
+constexpr AlignCommand kAligns[] = {{"left", ParagraphAlign::Left},
+                                    {"center", ParagraphAlign::Center},
+                                    {"right", ParagraphAlign::Right},
+                                    {"justify", ParagraphAlign::Justify}};
 
 struct StyleCommand {
     const char* text;
@@ -194,7 +194,7 @@ void FormatBar::ApplySize(const QString& text) {
     const double points = locale().toDouble(text, &isNumber);
     if (isNumber && points >= 1 && points <= kLargestSize) {
         const auto halves = static_cast<int16_t>(std::lround(points * 2));
-        edit_.Commands().Characters([halves](CharFormat& format) { format.half_points = halves; });
+        edit_.Commands().Characters([halves](CharFormat& format) { format.halfPoints = halves; });
     }
     edit_.setFocus();
     Follow();
@@ -321,7 +321,7 @@ void FormatBar::Run(const QString& name) {
         commands.Characters([&](CharFormat& format) { format.*flag->field = on; });
     } else if (const auto script = Find(kScripts, name); script != std::end(kScripts)) {
         commands.Characters(
-            [&](CharFormat& format) { format.position = on ? script->position : ScriptPosition::kBaseline; });
+            [&](CharFormat& format) { format.position = on ? script->position : ScriptPosition::Baseline; });
     } else if (const auto list = Find(kLists, name); list != std::end(kLists)) {
         commands.ToggleList(list->kind);
     } else if (const auto align = Find(kAligns, name); align != std::end(kAligns)) {
@@ -406,7 +406,7 @@ void FormatBar::FollowFonts(const CharFormat& characters) {
         list.setEditText(text);
     };
     show(*fonts_, QString::fromStdString(edit_.Formats().FontName(characters)));
-    show(*sizes_, locale().toString(characters.half_points / 2.0, 'g', 5));
+    show(*sizes_, locale().toString(characters.halfPoints / 2.0, 'g', 5));
     styles_->setCurrentIndex(static_cast<int>(edit_.Commands().StyleNow()));
 }
 

@@ -21,18 +21,18 @@ constexpr char kOrigin[] = "application/x-lorebinder-text";
 
 QTextListFormat::Style StyleOf(ListKind kind) {
     switch (kind) {
-        case ListKind::kDecimal:
+        case ListKind::Decimal:
             return QTextListFormat::ListDecimal;
-        case ListKind::kLowerLetter:
+        case ListKind::LowerLetter:
             return QTextListFormat::ListLowerAlpha;
-        case ListKind::kUpperLetter:
+        case ListKind::UpperLetter:
             return QTextListFormat::ListUpperAlpha;
-        case ListKind::kLowerRoman:
+        case ListKind::LowerRoman:
             return QTextListFormat::ListLowerRoman;
-        case ListKind::kUpperRoman:
+        case ListKind::UpperRoman:
             return QTextListFormat::ListUpperRoman;
-        case ListKind::kNone:
-        case ListKind::kBullet:
+        case ListKind::None:
+        case ListKind::Bullet:
             break;
     }
     return QTextListFormat::ListDisc;
@@ -43,18 +43,18 @@ void MakeLists(QTextDocument& text, const NoteFormats& formats) {
     std::map<std::pair<int32_t, int>, QTextList*> lists;
     for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
         const ParagraphFormat format = formats.Paragraph(block.blockFormat());
-        if (format.list == ListKind::kNone) {
+        if (format.list == ListKind::None) {
             lists.clear();
             continue;
         }
         QTextBlockFormat plain = block.blockFormat();
         plain.setLeftMargin(0);
         QTextCursor(block).setBlockFormat(plain);
-        QTextList*& list = lists[{format.list_id, format.list_level}];
+        QTextList*& list = lists[{format.listId, format.listLevel}];
         if (!list) {
             QTextListFormat look;
             look.setStyle(StyleOf(format.list));
-            look.setIndent(format.list_level + 1);
+            look.setIndent(format.listLevel + 1);
             list = QTextCursor(block).createList(look);
         } else {
             list->add(block);
@@ -73,12 +73,12 @@ QString HtmlOf(const Document& document, const NoteFormats& own) {
     QString html = text.toHtml();
     for (size_t i = 0; i < document.pictures.size(); ++i) {
         const Picture& picture = document.pictures[i];
-        if (picture.kind != PictureKind::kPng && picture.kind != PictureKind::kJpeg)
+        if (picture.kind != PictureKind::Png && picture.kind != PictureKind::Jpeg)
             continue;
         const QByteArray bytes = QByteArray::fromStdString(picture.bytes).toBase64();
         html.replace(QStringLiteral("\"picture:%1\"").arg(i),
                      QStringLiteral("\"data:image/%1;base64,%2\"")
-                         .arg(picture.kind == PictureKind::kPng ? "png" : "jpeg", QString::fromLatin1(bytes)));
+                         .arg(picture.kind == PictureKind::Png ? "png" : "jpeg", QString::fromLatin1(bytes)));
     }
     return html;
 }
@@ -122,7 +122,7 @@ std::optional<Document> PastedText(const QMimeData& mime, NoteFormats& formats, 
             return PictureFromBytes(QByteArray::fromStdString(bytes), widest);
         };
         const std::string page = CleanText(mime.html().toStdString());
-        HtmlLook look{formats.FontName(text), text.half_points, convert};
+        HtmlLook look{formats.FontName(text), text.halfPoints, convert};
         // A picture that was copied from a page comes as a page that only names it, and as itself.
         look.alternatives = !mime.hasImage();
         pasted = ReadHtml(page, look);

@@ -16,9 +16,9 @@ constexpr int kBordersShift = 25;
 std::string KeyOf(const ParagraphFormat& f) {
     std::string key;
     for (const int32_t field :
-         {static_cast<int32_t>(f.align), int32_t{f.right_to_left}, static_cast<int32_t>(f.list), int32_t{f.list_level},
-          f.list_id, int32_t{f.list_start}, int32_t{f.left_indent}, int32_t{f.right_indent}, int32_t{f.first_indent},
-          int32_t{f.space_before}, int32_t{f.space_after}, int32_t{f.line_spacing}, int32_t{f.line_multiple}})
+         {static_cast<int32_t>(f.align), int32_t{f.rightToLeft}, static_cast<int32_t>(f.list), int32_t{f.listLevel},
+          f.listId, int32_t{f.listStart}, int32_t{f.leftIndent}, int32_t{f.rightIndent}, int32_t{f.firstIndent},
+          int32_t{f.spaceBefore}, int32_t{f.spaceAfter}, int32_t{f.lineSpacing}, int32_t{f.lineMultiple}})
         key.append(reinterpret_cast<const char*>(&field), sizeof field);
     return key;
 }
@@ -45,8 +45,8 @@ void NoteFormats::Reset(const Document& document) {
     tables_ = Document();
     tables_.fonts = document.fonts;
     tables_.links = document.links;
-    tables_.code_page = document.code_page;
-    tables_.default_font = document.default_font;
+    tables_.codePage = document.codePage;
+    tables_.defaultFont = document.defaultFont;
     fontNumbers_.clear();
     linkNumbers_.clear();
     for (size_t i = 0; i < tables_.fonts.size(); ++i)
@@ -67,13 +67,13 @@ void NoteFormats::Reset(const Document& document) {
 void NoteFormats::SetDefault(const std::string& font, int halfPoints) {
     defaultFont_ = font;
     default_ = CharFormat();
-    default_.half_points = static_cast<int16_t>(std::clamp<int>(halfPoints, 1, kMostHalfPoints));
+    default_.halfPoints = static_cast<int16_t>(std::clamp<int>(halfPoints, 1, kMostHalfPoints));
 }
 
 int32_t NoteFormats::NewListId(const QTextDocument& shown) const {
     int32_t highest = 0;
     for (QTextBlock block = shown.begin(); block.isValid(); block = block.next())
-        highest = std::max(highest, Paragraph(block.blockFormat()).list_id);
+        highest = std::max(highest, Paragraph(block.blockFormat()).listId);
     return highest < INT32_MAX ? highest + 1 : 1;
 }
 
@@ -102,7 +102,7 @@ int32_t NoteFormats::Link(const std::string& target) {
 }
 
 std::string NoteFormats::FontName(const CharFormat& format) const {
-    const int32_t font = format.font >= 0 ? format.font : tables_.default_font;
+    const int32_t font = format.font >= 0 ? format.font : tables_.defaultFont;
     return font >= 0 && static_cast<size_t>(font) < tables_.fonts.size() ? tables_.fonts[static_cast<size_t>(font)].name
                                                                          : std::string();
 }
@@ -115,7 +115,7 @@ std::string NoteFormats::LinkTarget(const CharFormat& format) const {
 
 CharFormat NoteFormats::Imported(const CharFormat& format, const Document& from) {
     CharFormat own = format;
-    const int32_t font = format.font >= 0 ? format.font : from.default_font;
+    const int32_t font = format.font >= 0 ? format.font : from.defaultFont;
     own.font = font >= 0 && static_cast<size_t>(font) < from.fonts.size()
                    ? Font(from.fonts[static_cast<size_t>(font)].name)
                    : Default().font;
@@ -140,7 +140,7 @@ QTextBlockFormat NoteFormats::Shown(const ParagraphFormat& format) {
         paragraphs_.push_back(format);
     QTextBlockFormat shown = Screen().Paragraph(format);
     // The mark of a list item is painted beside the text, not part of it.
-    if (format.list != ListKind::kNone)
+    if (format.list != ListKind::None)
         shown.setTextIndent(shown.textIndent() < 0 ? 0 : shown.textIndent() + kListHang * look_.zoom);
     shown.setProperty(kParagraphProperty, entry->second);
     return shown;

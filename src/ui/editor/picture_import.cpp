@@ -17,7 +17,7 @@ QByteArray Encoded(const QImage& image, PictureKind kind) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, kind == PictureKind::kJpeg ? "JPEG" : "PNG", kind == PictureKind::kJpeg ? kJpegQuality : -1);
+    image.save(&buffer, kind == PictureKind::Jpeg ? "JPEG" : "PNG", kind == PictureKind::Jpeg ? kJpegQuality : -1);
     return bytes;
 }
 
@@ -41,14 +41,14 @@ QImage BoundedImage(const QImage& image) {
 
 Picture Resized(const Picture& picture, const QSizeF& size) {
     Picture resized = picture;
-    resized.goal_width = std::max(1, qRound(size.width() * RichTextFormats::kTwipsPerPixel));
-    resized.goal_height = std::max(1, qRound(size.height() * RichTextFormats::kTwipsPerPixel));
-    resized.scale_x = resized.scale_y = 100;
+    resized.goalWidth = std::max(1, qRound(size.width() * RichTextFormats::kTwipsPerPixel));
+    resized.goalHeight = std::max(1, qRound(size.height() * RichTextFormats::kTwipsPerPixel));
+    resized.scaleX = resized.scaleY = 100;
     return resized;
 }
 
 Picture Bounded(const Picture& picture, int widest) {
-    const bool isPixels = picture.kind == PictureKind::kPng || picture.kind == PictureKind::kJpeg;
+    const bool isPixels = picture.kind == PictureKind::Png || picture.kind == PictureKind::Jpeg;
     if (!isPixels || !picture.object.empty())
         return picture;
     QBuffer buffer;
@@ -74,7 +74,7 @@ std::optional<Picture> PictureFromImage(const QImage& image, int widest) {
     if (image.isNull())
         return std::nullopt;
     const QImage bounded = BoundedImage(image);
-    return Made(Encoded(bounded, PictureKind::kPng), PictureKind::kPng, bounded.size(), widest);
+    return Made(Encoded(bounded, PictureKind::Png), PictureKind::Png, bounded.size(), widest);
 }
 
 std::optional<Picture> PictureFromBytes(const QByteArray& bytes, int widest) {
@@ -91,7 +91,7 @@ std::optional<Picture> PictureFromBytes(const QByteArray& bytes, int widest) {
     const bool isJpeg = format == "jpeg" || format == "jpg";
     const bool turned = reader.transformation() != QImageIOHandler::TransformationNone;
     const QImage bounded = BoundedImage(image);
-    const PictureKind kind = isJpeg ? PictureKind::kJpeg : PictureKind::kPng;
+    const PictureKind kind = isJpeg ? PictureKind::Jpeg : PictureKind::Png;
     const bool stays = bounded.size() == image.size() && !turned && (isJpeg || format == "png");
     return Made(stays ? bytes : Encoded(bounded, kind), kind, bounded.size(), widest);
 }

@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "rtf/paper.h"
 #include "rtf/rtf.h"
 #include "ui/editor/block_colors.h"
 #include "ui/editor/block_place.h"
@@ -23,7 +24,7 @@
 namespace lore {
 namespace {
 
-constexpr double kTabStop = 48;  // half an inch
+constexpr double kTabStop = kTabTwips / RichTextFormats::kTwipsPerPixel;
 constexpr int kTextMargin = 3 * kSpace;
 constexpr int kMeasureAgain = 1500;  // milliseconds after the last change
 constexpr int kFitAgain = 100;       // milliseconds after the last change of the width
@@ -398,8 +399,8 @@ void RichTextEdit::PaintListMarks() {
         painter.setPen(look.hasProperty(QTextFormat::ForegroundBrush) ? look.foreground().color()
                                                                       : palette().color(QPalette::Text));
         const ParagraphFormat format = formats_.Paragraph(block.blockFormat());
-        const double hang = format.first_indent < 0 && format.left_indent > 0
-                                ? -format.first_indent / RichTextFormats::kTwipsPerPixel
+        const double hang = format.firstIndent < 0 && format.leftIndent > 0
+                                ? -format.firstIndent / RichTextFormats::kTwipsPerPixel
                                 : kTabStop / 2;
         const double width = QFontMetricsF(font).horizontalAdvance(listMarks_[number]);
         const double back = std::max(hang, width + kMarkGap);

@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTextTable>
+#include <QTimer>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -37,7 +38,7 @@ void DropFlatEnd(const QTextBlock& first) {
     if (!format.hasProperty(kFlatProperty))
         return;
     const int level = format.intProperty(kFlatProperty) >> 8;
-    format.setProperty(kFlatProperty, level << 8 | static_cast<int>(ParagraphEnd::kParagraph));
+    format.setProperty(kFlatProperty, level << 8 | static_cast<int>(ParagraphEnd::Paragraph));
     format.clearProperty(kFlatRowProperty);
     QTextCursor(first).setBlockFormat(format);
 }
@@ -107,8 +108,7 @@ bool RichTextEdit::HandleTab(bool forward) {
         ensureCursorVisible();
         return true;
     }
-    if (commands_.ParagraphNow().list != ListKind::kNone &&
-        (cursor.atBlockStart() || cursor.hasSelection() || !forward))
+    if (commands_.ParagraphNow().list != ListKind::None && (cursor.atBlockStart() || cursor.hasSelection() || !forward))
         return commands_.ChangeLevel(forward ? 1 : -1);
     if (cursor.hasSelection() &&
         cursor.document()->findBlock(cursor.selectionStart()) != cursor.document()->findBlock(cursor.selectionEnd())) {
@@ -130,7 +130,7 @@ bool RichTextEdit::HandleEnter(bool lineBreak) {
     }
     QTextCursor cursor = textCursor();
     const ParagraphFormat paragraph = commands_.ParagraphNow();
-    if (paragraph.list != ListKind::kNone && cursor.block().length() == 1 && !cursor.hasSelection()) {
+    if (paragraph.list != ListKind::None && cursor.block().length() == 1 && !cursor.hasSelection()) {
         commands_.ToggleList(paragraph.list);
         return true;
     }
@@ -151,7 +151,7 @@ bool RichTextEdit::HandleEnter(bool lineBreak) {
 bool RichTextEdit::HandleBackspace() {
     const QTextCursor cursor = textCursor();
     const ListKind kind = commands_.ParagraphNow().list;
-    if (kind == ListKind::kNone || cursor.hasSelection() || !cursor.atBlockStart())
+    if (kind == ListKind::None || cursor.hasSelection() || !cursor.atBlockStart())
         return false;
     commands_.ToggleList(kind);
     return true;
@@ -244,7 +244,10 @@ void RichTextEdit::insertFromMimeData(const QMimeData* source) {
     } else if (source->hasImage()) {
         const std::optional<Picture> picture = PastedPicture(*source, TextWidth());
         if (!picture) {
-            QMessageBox::warning(this, tr("Insert picture"), tr("The picture could not be read."));
+            // A drop ends first, for which another program waits.
+            QTimer::singleShot(0, this, [this] {
+                QMessageBox::warning(this, tr("Insert picture"), tr("The picture could not be read."));
+            });
             return;
         }
         InsertPicture(*picture, commands_.CharactersNow(), cursor, formats_);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kCellPadding = 4;
 constexpr CellFormat kPlainCell = {
-    .right_edge = 0, .borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight, .background = std::nullopt};
+    .rightEdge = 0, .borders = kBorderTop | kBorderLeft | kBorderBottom | kBorderRight, .background = std::nullopt};
 
 // Cells that were added look like plain ones; their text looks as text does by default.
 void Dress(QTextTable& table, int row, int column, NoteFormats& formats) {

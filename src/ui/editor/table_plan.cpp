@@ -10,11 +10,11 @@ bool CutRows(const Document& document, size_t begin, size_t end, int level, std:
     PlannedRow row;
     size_t first = begin;
     for (size_t i = begin; i < end; ++i) {
-        if (LevelOf(document, i) != level || document.paragraphs[i].ended_by == ParagraphEnd::kParagraph)
+        if (LevelOf(document, i) != level || document.paragraphs[i].endedBy == ParagraphEnd::Paragraph)
             continue;
-        if (document.paragraphs[i].ended_by == ParagraphEnd::kCell) {
+        if (document.paragraphs[i].endedBy == ParagraphEnd::Cell) {
             row.cells.push_back({first, i});
-        } else if (document.paragraphs[i].ended_by == ParagraphEnd::kRow && first == i && RunsOf(document, i).empty()) {
+        } else if (document.paragraphs[i].endedBy == ParagraphEnd::Row && first == i && RunsOf(document, i).empty()) {
             row.end = i;
             rows.push_back(std::move(row));
             row = PlannedRow();
@@ -31,7 +31,7 @@ const RowFormat* FormatOf(const Document& document, const PlannedRow& row) {
     if (index < 0 || static_cast<size_t>(index) >= document.rows.size())
         return nullptr;
     const size_t format = document.rows[static_cast<size_t>(index)].format;
-    return format < document.row_formats.size() ? &document.row_formats[format] : nullptr;
+    return format < document.rowFormats.size() ? &document.rowFormats[format] : nullptr;
 }
 
 bool FitsGrid(const PlannedRow& row, const std::vector<TableCell>& cells) {

@@ -23,14 +23,14 @@ std::vector<int32_t> EdgesOf(const QTextTable& table, double zoom) {
 NoteTableRow RowFrom(const QTextTable& table, int r, const std::vector<int32_t>& edges, const NoteFormats& formats) {
     NoteTableRow row;
     auto format = std::make_shared<RowFormat>();
-    format->cell_gap = kCellGap;
+    format->cellGap = kCellGap;
     for (int c = 0; c < table.columns();) {
         const QTextTableCell cell = table.cellAt(r, c);
         CellFormat look = formats.Cell(cell.format());
         const int span = std::max(1, cell.columnSpan());
-        look.right_edge = edges[static_cast<size_t>(std::min(c + span, table.columns()))];
+        look.rightEdge = edges[static_cast<size_t>(std::min(c + span, table.columns()))];
         if (cell.rowSpan() > 1)
-            look.down = cell.row() == r ? CellMerge::kFirst : CellMerge::kContinued;
+            look.down = cell.row() == r ? CellMerge::First : CellMerge::Continued;
         format->cells.push_back(look);
         row.cells.push_back({c, span, std::max(1, cell.rowSpan()), cell.row() != r});
         row.covered.emplace_back();

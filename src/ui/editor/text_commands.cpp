@@ -52,19 +52,19 @@ std::vector<Stretch> StretchesOf(const QTextCursor& range) {
 
 void MakeListItem(ParagraphFormat& format, ListKind kind, int32_t id) {
     format.list = kind;
-    format.list_id = id;
-    format.list_start = 1;
-    format.left_indent = static_cast<int16_t>(kIndentStep * (format.list_level + 1));
-    format.first_indent = -kIndentStep;
+    format.listId = id;
+    format.listStart = 1;
+    format.leftIndent = static_cast<int16_t>(kIndentStep * (format.listLevel + 1));
+    format.firstIndent = -kIndentStep;
 }
 
 void MakePlain(ParagraphFormat& format) {
-    format.list = ListKind::kNone;
-    format.list_id = 0;
-    format.list_level = 0;
-    format.list_start = 1;
-    format.left_indent = 0;
-    format.first_indent = 0;
+    format.list = ListKind::None;
+    format.listId = 0;
+    format.listLevel = 0;
+    format.listStart = 1;
+    format.leftIndent = 0;
+    format.firstIndent = 0;
 }
 
 }  // namespace
@@ -132,17 +132,17 @@ void TextCommands::SetStyle(ParagraphStyle style) {
     const StyleLook& look = kStyles[static_cast<size_t>(style)];
     const CharFormat plain = formats_.Default();
     const auto changeChars = [&](CharFormat& format) {
-        format.half_points = look.halfPoints > 0 ? look.halfPoints : plain.half_points;
+        format.halfPoints = look.halfPoints > 0 ? look.halfPoints : plain.halfPoints;
         format.bold = look.bold;
         format.italic = look.italic;
     };
     QTextCursor cursor = edit_.textCursor();
     cursor.beginEditBlock();
     Paragraphs([&](ParagraphFormat& format) {
-        format.space_before = look.before;
-        format.space_after = look.after;
-        if (format.list == ListKind::kNone)
-            format.left_indent = format.right_indent = look.indent;
+        format.spaceBefore = look.before;
+        format.spaceAfter = look.after;
+        if (format.list == ListKind::None)
+            format.leftIndent = format.rightIndent = look.indent;
     });
     QTextCursor whole(cursor);
     whole.setPosition(cursor.document()->findBlock(cursor.selectionStart()).position());
@@ -160,7 +160,7 @@ void TextCommands::ToggleList(ListKind kind) {
     // Items go on with the list that ends in front of them.
     const QTextBlock before = edit_.document()->findBlock(edit_.textCursor().selectionStart()).previous();
     const ParagraphFormat above = before.isValid() ? formats_.Paragraph(before.blockFormat()) : ParagraphFormat();
-    const int32_t id = above.list == kind ? above.list_id : formats_.NewListId(*edit_.document());
+    const int32_t id = above.list == kind ? above.listId : formats_.NewListId(*edit_.document());
     Paragraphs([&](ParagraphFormat& format) {
         if (all)
             MakePlain(format);
@@ -170,13 +170,13 @@ void TextCommands::ToggleList(ListKind kind) {
 }
 
 bool TextCommands::ChangeLevel(int by) {
-    if (ParagraphNow().list == ListKind::kNone)
+    if (ParagraphNow().list == ListKind::None)
         return false;
     Paragraphs([&](ParagraphFormat& format) {
-        if (format.list == ListKind::kNone)
+        if (format.list == ListKind::None)
             return;
-        format.list_level = static_cast<uint8_t>(std::clamp(format.list_level + by, 0, kDeepestLevel));
-        MakeListItem(format, format.list, format.list_id);
+        format.listLevel = static_cast<uint8_t>(std::clamp(format.listLevel + by, 0, kDeepestLevel));
+        MakeListItem(format, format.list, format.listId);
     });
     return true;
 }
@@ -185,7 +185,7 @@ void TextCommands::Indent(int steps) {
     if (ChangeLevel(steps))
         return;
     Paragraphs([&](ParagraphFormat& format) {
-        int16_t& side = format.right_to_left ? format.right_indent : format.left_indent;
+        int16_t& side = format.rightToLeft ? format.rightIndent : format.leftIndent;
         side = static_cast<int16_t>(std::clamp(side + steps * kIndentStep, 0, kWidestIndent));
     });
 }
@@ -243,10 +243,10 @@ ParagraphStyle TextCommands::StyleNow() const {
     const CharFormat characters = CharactersNow();
     for (size_t i = 1; i < std::size(kStyles); ++i) {
         const StyleLook& look = kStyles[i];
-        if (paragraph.space_before == look.before && paragraph.space_after == look.after &&
+        if (paragraph.spaceBefore == look.before && paragraph.spaceAfter == look.after &&
             characters.bold == look.bold && characters.italic == look.italic &&
-            (look.halfPoints == 0 || characters.half_points == look.halfPoints) &&
-            (look.indent == 0 || paragraph.left_indent == look.indent))
+            (look.halfPoints == 0 || characters.halfPoints == look.halfPoints) &&
+            (look.indent == 0 || paragraph.leftIndent == look.indent))
             return static_cast<ParagraphStyle>(i);
     }
     return ParagraphStyle::Normal;

@@ -17,6 +17,8 @@ class FlatStyle : public QProxyStyle {
 public:
     explicit FlatStyle(const ThemeLook& theme);
 
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

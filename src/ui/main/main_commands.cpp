@@ -68,14 +68,14 @@ std::vector<MenuCommand> MainWindow::Commands() {
         {Menu::Tools, sourceTypes},
         {Menu::Tools, bibliography},
         {Menu::Tools, tr("&Manage NoteBooks..."), {Key("Ctrl+Shift+N")}, [this] { ManageNoteBooks(); }},
-        {Menu::Tools, tr("E&vent Calendar..."), {Key("Ctrl+Shift+E")}, [this] { ShowCalendar(); }},
+        {Menu::Tools, tr("E&vent Calendar..."), {kCalendarKeys}, [this] { ShowCalendar(); }},
         {Menu::Tools, tr("Lorebinder &Agent..."), {Key("Ctrl+Shift+G")}, [this] { ShowOptions(OptionsTab::Agent); }},
         {Menu::Tools,
          tr("Lorebinder Auto-Bac&kup..."),
          {Key("Ctrl+Shift+K")},
          [this] { ShowOptions(OptionsTab::AutoBackup); }},
 
-        {Menu::Sync, tr("&Run Sync"), {Key("Ctrl+Shift+Y")}, [this] { RunSync(); }},
+        {Menu::Sync, tr("&Run Sync"), {kSyncKeys}, [this] { RunSync(); }},
         {Menu::Sync, tr("&Link Current NoteBook..."), {Key("Ctrl+Shift+I")}, [this] { LinkNoteBook(); }},
         {Menu::Sync, tr("Online Sync &Setup..."), {Key("Ctrl+Shift+O")}, [this] { SetUpSync(); }},
 

@@ -15,6 +15,11 @@ namespace lore {
 /// The menus, in the order of the menu bar. One without an entry isn't shown.
 enum class MainMenu { File, Options, Notes, Sources, Categories, View, Sync, Tools, Help };
 
+// The keys of commands that the tool bar has too.
+
+inline constexpr QKeyCombination kCalendarKeys = Qt::CTRL | Qt::SHIFT | Qt::Key_E;
+inline constexpr QKeyCombination kSyncKeys = Qt::CTRL | Qt::SHIFT | Qt::Key_Y;
+
 /// One entry of the menu bar.
 struct MenuCommand {
     MainMenu menu;

@@ -204,7 +204,7 @@ void MainWindow::ShowNoteBook() {
     panels_->Rebuild(app_);
     board_->Rebuild();
     board_->FinishShowing();
-    RefreshPanes();
+    ShowState();
     board_->setFocus();
 }
 
@@ -214,7 +214,7 @@ void MainWindow::ListChanged(int32_t focus) {
     else
         board_->Rebuild();
     panels_->UpdateSoon(app_, PanelPart::Counts);
-    RefreshPanes();
+    ShowState();
 }
 
 void MainWindow::ListGrew() {
@@ -222,16 +222,16 @@ void MainWindow::ListGrew() {
     const QSignalBlocker quiet(board_);
     board_->RebuildAt(app_.SelectFirstNew());
     panels_->UpdateSoon(app_, PanelPart::Counts);
-    RefreshPanes();
+    ShowState();
 }
 
-void MainWindow::RefreshPanes() {
+void MainWindow::ShowState() {
     const std::string texts[] = {app_.NoteBookPane(), app_.LinkPane(), app_.LastSyncPane(), app_.NotesPane(),
                                  app_.ListPane()};
     for (size_t i = 0; i < panes_.size(); ++i)
         panes_[i]->setText(ToQString(texts[i]));
-    tools_->ShowSync(app_.GetSettings().Int(Option::SyncEngaged) == 1);
-    findChild<QAction*>("undoInNotes")->setText(notes_->UndoText());
+    tools_->ShowSync(app_.GetSettings().IsSyncEngaged());
+    undo_->setText(notes_->UndoText());
     ShowEmptyState(app_.IsWhole() && app_.NoteBook().TotalNoteCount() == 0);
 }
 

@@ -79,7 +79,6 @@ private:
     bool CopyFocusNote();
     void CutFocusNote();
     void ConnectNotes();
-    void NotesChanged(int32_t focus, bool isNew);
     void NoteSaved(int32_t id);
     void MakeStatusBar();
     void ConnectTools();
@@ -94,7 +93,7 @@ private:
     void ListChanged(int32_t focus = -1);
     /// The same, and the first new note comes into sight.
     void ListGrew();
-    void RefreshPanes();
+    void ShowState();
     void SetZoom(int percent);
     void SetSort(int sortId);
     void ShowAllNotes();
@@ -138,6 +137,7 @@ private:
     FaultRetry* retry_ = nullptr;
     BoardView* board_ = nullptr;
     QSplitter* split_ = nullptr;
+    QAction* undo_ = nullptr;
     std::array<QLabel*, 5> panes_{};
     std::filesystem::path manual_;
     std::unique_ptr<UpdateSource> updateSource_;

@@ -53,7 +53,7 @@ void MainWindow::ManageNoteBooks() {
         return notes_->OfferWaitingNotes();
     }
     ShowNoteBookChoices();
-    RefreshPanes();
+    ShowState();
 }
 
 void MainWindow::ImportNotes() {

@@ -18,7 +18,14 @@ namespace lore {
 
 void MainWindow::ConnectNotes() {
     notes_ = new NoteActions(app_, theme_, *this);
-    connect(notes_, &NoteActions::NotesChanged, this, &MainWindow::NotesChanged);
+    const auto follow = [this] {
+        panels_->UpdateSoon(app_, PanelPart::Entries);
+        board_->setFocus();
+    };
+    connect(notes_, &NoteActions::NotesChanged, this, &MainWindow::ListChanged);
+    connect(notes_, &NoteActions::NotesChanged, this, follow);
+    connect(notes_, &NoteActions::NotesAdded, this, &MainWindow::ListGrew);
+    connect(notes_, &NoteActions::NotesAdded, this, follow);
     connect(notes_, &NoteActions::NoteSaved, this, &MainWindow::NoteSaved);
     connect(notes_, &NoteActions::SpellOptionsRequested, this,
             [this](QWidget* over) { ShowOptions(OptionsTab::SpellChecker, over); });
@@ -60,19 +67,18 @@ void MainWindow::FillNoteMenu(QMenu& menu) {
     add({{kMenu, tr("&Paste As New Note..."), {Key(Key::Paste), Key("Shift+Ins")}, [this] {
               emit CaptureRequested();
           }}});
-    QAction* const undo =
+    undo_ =
         add({{kMenu, notes_->UndoText(), {Key(Key::Undo), Key("Alt+Backspace")}, [this] { notes_->Undo(); }}}).back();
-    undo->setObjectName("undoInNotes");
-    connect(&menu, &QMenu::aboutToShow, this, [this, ofNote, undo] {
+    connect(&menu, &QMenu::aboutToShow, this, [this, ofNote] {
         for (QAction* const action : ofNote)
             action->setEnabled(board_->FocusNote() > 0);
-        undo->setEnabled(notes_->WhatToUndo() != WritingCommands::NextUndo::None);
+        undo_->setEnabled(notes_->WhatToUndo() != WritingCommands::NextUndo::None);
     });
     // A shortcut works only while its action is enabled, whatever the menu showed last.
-    connect(&menu, &QMenu::aboutToHide, this, [ofNote, undo] {
+    connect(&menu, &QMenu::aboutToHide, this, [this, ofNote] {
         for (QAction* const action : ofNote)
             action->setEnabled(true);
-        undo->setEnabled(true);
+        undo_->setEnabled(true);
     });
 }
 
@@ -90,18 +96,9 @@ void MainWindow::CutFocusNote() {
         emit board_->RemoveRequested(id);
 }
 
-void MainWindow::NotesChanged(int32_t focus, bool isNew) {
-    if (isNew)
-        ListGrew();
-    else
-        ListChanged(focus);
-    panels_->UpdateSoon(app_, PanelPart::Entries);
-    board_->setFocus();
-}
-
 void MainWindow::NoteSaved(int32_t id) {
     board_->RebuildAtSavedSoon(id);
-    RefreshPanes();
+    ShowState();
     board_->setFocus();
 }
 

@@ -24,7 +24,7 @@ void MainWindow::CheckLink() {
         return CheckLinkSoon();
     if (!CheckLinkAtStart(app_))
         return;
-    RefreshPanes();
+    ShowState();
     // A stand-by window, which comes with a cursor of its own, is hidden by whoever shows it.
     QTimer::singleShot(kHideAfter, this, [this] {
         if (!QApplication::overrideCursor())
@@ -47,7 +47,7 @@ void MainWindow::SetUpSync() {
     SyncSetup setup(session.World());
     const auto openPage = [this](const std::string& address) { OpenHelpPage(Help(), address, "Lorebinder Online"); };
     const int result = SyncSetupDialog(setup, session.Config(), theme_, app_.Store(), openPage, this).exec();
-    RefreshPanes();
+    ShowState();
     if (result == SyncSetupDialog::kSyncAll)
         CloseForSync(LaunchSync(app_, kSyncCreate));
 }
@@ -56,7 +56,7 @@ void MainWindow::LinkNoteBook() {
     OnlineSession session(app_);
     NoteBookLink link(session.World());
     LinkNoteBookDialog(link, session.Config(), theme_, app_.Store(), this).exec();
-    RefreshPanes();
+    ShowState();
 }
 
 }  // namespace lore

@@ -30,18 +30,18 @@ void MainWindow::RunPanelOrder(const PanelOrder& order) {
             return ListGrew();
         case PanelOutcome::NotesChanged: {
             const int32_t focus = board_->FocusNote();
-            return NotesChanged(app_.List().Contains(focus) ? focus : -1, false);
+            return emit notes_->NotesChanged(app_.List().Contains(focus) ? focus : -1);
         }
     }
 }
 
 void MainWindow::EditCategoryTrees() {
-    if (!app_.MayWrite())
+    if (app_.TellIfClosed())
         return;
     CategoryEditing editing(app_, notes_->Commands());
     CEditCategoriesDlg dialog(editing, notes_->Commands(), theme_, app_.Store(), this);
     if (dialog.exec() == QDialog::Accepted && editing.Model().IsChanged())
-        NotesChanged(board_->FocusNote(), false);
+        emit notes_->NotesChanged(board_->FocusNote());
 }
 
 }  // namespace lore

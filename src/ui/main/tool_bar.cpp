@@ -16,6 +16,7 @@
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/look/theme_tool_bar.h"
+#include "ui/main/main_menu.h"
 
 namespace lore {
 
@@ -136,10 +137,8 @@ QAction* MainToolBar::AddCommand(const char* icon, const QString& text, const QK
 void MainToolBar::AddCommands() {
     addWidget(MakeGap(this));
     AddCommand("plus", tr("Add Note"), QKeySequence::New, "newNote", &MainToolBar::NewNoteRequested);
-    AddCommand("calendar-days", tr("Event Calendar"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), "calendar",
-               &MainToolBar::CalendarRequested);
-    sync_ = AddCommand("refresh-cw", tr("< Run Sync >"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y), "runSync",
-                       &MainToolBar::SyncRequested);
+    AddCommand("calendar-days", tr("Event Calendar"), kCalendarKeys, "calendar", &MainToolBar::CalendarRequested);
+    sync_ = AddCommand("refresh-cw", tr("< Run Sync >"), kSyncKeys, "runSync", &MainToolBar::SyncRequested);
     sync_->setVisible(false);
     findChild<QToolButton*>(QStringLiteral("runSync"))->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
 }

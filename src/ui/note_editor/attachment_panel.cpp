@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -16,6 +17,7 @@
 #include "notes/attachment_kind.h"
 #include "notes/attachment_path.h"
 #include "ui/board/card_attachments.h"
+#include "ui/controls/empty_line.h"
 #include "ui/controls/popup_menu.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/look/qt_text.h"
@@ -55,6 +57,7 @@ AttachmentPanel::AttachmentPanel(AttachmentList& attachments, std::filesystem::p
     list_->header()->setSectionResizeMode(1, QHeaderView::Stretch);
     list_->setFixedHeight(fontMetrics().height() * (kRowsInSight + 1) * 3 / 2 + kSpace * 2);
     list_->installEventFilter(this);
+    new EmptyLine(*list_, tr("Drop files or links here, or add them below."));
     Body()->addWidget(list_);
     MakeButtons();
     connect(list_, &QTreeWidget::customContextMenuRequested, this, &AttachmentPanel::OpenMenu);
@@ -151,10 +154,13 @@ void AttachmentPanel::dropEvent(QDropEvent* event) {
     for (const QUrl& url : event->mimeData()->urls())
         (url.isLocalFile() ? files : links).append(url.isLocalFile() ? url.toLocalFile() : url.toString());
     event->acceptProposedAction();
-    AddDropped(files);
-    Run([&links](AttachmentList& list) {
-        for (const QString& link : links)
-            list.AddLink(FromQString(link));
+    // Behind the drop: the program it comes from waits for its end, and not for that of a message.
+    QTimer::singleShot(0, this, [this, files, links] {
+        AddDropped(files);
+        Run([&links](AttachmentList& list) {
+            for (const QString& link : links)
+                list.AddLink(FromQString(link));
+        });
     });
 }
 

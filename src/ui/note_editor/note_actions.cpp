@@ -42,33 +42,35 @@ void NoteActions::RunEditor(EditNoteSession session, const std::string& unsaved)
         commands_.NoteSaved(editor.Note());
     if (saved && !isNew && !sourcesChanged)
         emit NoteSaved(editor.Note().id);
+    else if (saved && isNew)
+        emit NotesAdded();
     else if (saved || sourcesChanged)
-        emit NotesChanged(saved ? editor.Note().id : -1, saved && isNew);
+        emit NotesChanged(saved ? editor.Note().id : -1);
 }
 
 void NoteActions::ViewSources() {
-    if (!app_.MayWrite())
+    if (app_.TellIfClosed())
         return;
     SourceDialogs(commands_, app_.Store(), theme_).ViewSources(&window_);
     if (commands_.ShowSourceChanges())
-        emit NotesChanged(-1, false);
+        emit NotesChanged(-1);
 }
 
 void NoteActions::EditSourceTypes() {
-    if (!app_.MayWrite())
+    if (app_.TellIfClosed())
         return;
     SourceDialogs(commands_, app_.Store(), theme_).EditTypes(&window_);
     if (commands_.ShowSourceChanges())
-        emit NotesChanged(-1, false);
+        emit NotesChanged(-1);
 }
 
 void NoteActions::AddNote() {
-    if (app_.MayWrite())
+    if (!app_.TellIfClosed())
         RunEditor(commands_.NewNote(), {});
 }
 
 void NoteActions::EditNote(int32_t id) {
-    if (!app_.MayWrite())
+    if (app_.TellIfClosed())
         return;
     std::optional<UnsavedNote> unsaved;
     if (!commands_.OfferUnsavedNote(id, unsaved))
@@ -82,21 +84,24 @@ void NoteActions::EditNote(int32_t id) {
 void NoteActions::DeleteNote(int32_t id) {
     const int place = app_.List().PositionOf(id);
     if (commands_.DeleteNote(id))
-        emit NotesChanged(NoteInPlace(app_.List(), place), false);
+        emit NotesChanged(NoteInPlace(app_.List(), place));
 }
 
 void NoteActions::DeleteCurrentNotes() {
     if (commands_.DeleteCurrentNotes())
-        emit NotesChanged(-1, false);
+        emit NotesChanged(-1);
 }
 
 void NoteActions::Undo() {
     using Next = WritingCommands::NextUndo;
     const Next next = WhatToUndo();
-    if (next == Next::None || !app_.MayWrite())
+    if (next == Next::None || app_.TellIfClosed())
         return;
     commands_.Undo();
-    emit NotesChanged(-1, next == Next::Deletion || next == Next::Import);
+    if (next == Next::Deletion || next == Next::Import)
+        emit NotesAdded();
+    else
+        emit NotesChanged(-1);
 }
 
 QString NoteActions::UndoText() const {
@@ -120,7 +125,7 @@ QString NoteActions::UndoText() const {
 }
 
 void NoteActions::OfferUnsavedNotes() {
-    if (commands_.Drafts().ListDrafts().empty() || !app_.MayWrite())
+    if (commands_.Drafts().ListDrafts().empty() || app_.TellIfClosed())
         return;
     for (const UnsavedNote& unsaved : commands_.AskForUnsavedNotes())
         RunEditor(commands_.ContinueNote(unsaved), unsaved.draft.note.rtfText);
@@ -144,7 +149,7 @@ void NoteActions::CaptureNote(const QMimeData* clipboard) {
                                      PromptIcon::Information);
         return;
     }
-    if (app_.MayWrite())
+    if (!app_.TellIfClosed())
         RunEditor(commands_.NewNote(), rtf);
 }
 

@@ -46,9 +46,10 @@ public:
     WritingCommands& Commands() { return commands_; }
 
 signals:
-    /// The NoteBook and the list have changed. `focus` is the note to go to, -1 for none; `isNew` for one that has just
-    /// come into the list.
-    void NotesChanged(int32_t focus, bool isNew);
+    /// The NoteBook and the list have changed. `focus` is the note to go to, -1 for none.
+    void NotesChanged(int32_t focus);
+    /// They have changed, and notes have just come into the list.
+    void NotesAdded();
     /// One note has another content, and nothing else has changed but perhaps its place in the list.
     void NoteSaved(int32_t id);
     /// The options of the spell checker are to be shown over a window, until they are closed.

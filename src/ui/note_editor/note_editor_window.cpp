@@ -117,7 +117,7 @@ void NoteEditorWindow::ConnectParts() {
     connect(attachments_, &AttachmentPanel::Changed, this, touch);
     connect(color_, &ColorPanel::Changed, this, touch);
     connect(sync_, &QCheckBox::toggled, this, touch);
-    connect(text_, &NoteTextPane::FilesDropped, attachments_, &AttachmentPanel::AddDropped);
+    connect(text_, &NoteTextPane::FilesDropped, attachments_, &AttachmentPanel::AddDropped, Qt::QueuedConnection);
     connect(text_, &NoteTextPane::LinkOpened, this,
             [this](const QString& address) { OpenWebLink(address, app_.Ports().prompts); });
     connect(text_, &NoteTextPane::SizeLimitPassed, this, &NoteEditorWindow::TellSize);

@@ -31,7 +31,7 @@ NoteTextPane::NoteTextPane(const NewTextLook& look, const Theme& theme, QWidget*
     layout->addWidget(new FormatBar(*edit_, theme, this));
     layout->addWidget(new FindBar(*edit_, theme, this));
     layout->addWidget(edit_, 1);
-    edit_->SetDefaultFont(look.font, look.half_points);
+    edit_->SetDefaultFont(look.font, look.halfPoints);
     connect(edit_, &QTextEdit::textChanged, this, &NoteTextPane::Changed);
     connect(edit_, &RichTextEdit::filesDropped, this, &NoteTextPane::FilesDropped);
     connect(edit_, &RichTextEdit::LinkOpened, this, &NoteTextPane::LinkOpened);

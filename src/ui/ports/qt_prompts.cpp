@@ -117,9 +117,9 @@ PromptAnswer QtPrompts::AskWithBox(const std::string& text, const std::string& t
     return answer == QMessageBox::Yes ? PromptAnswer::Yes : PromptAnswer::No;
 }
 
-std::vector<std::string> QtPrompts::AskOpenPaths(const std::string& title, const std::string& filter, bool several) {
+std::vector<std::string> QtPrompts::AskOpenPaths(const std::string& title, const std::string& filter, PathCount count) {
     QStringList chosen;
-    if (several)
+    if (count == PathCount::Several)
         chosen = QFileDialog::getOpenFileNames(Owner(), ToQString(title), {}, QtFilter(filter));
     else if (const QString one = QFileDialog::getOpenFileName(Owner(), ToQString(title), {}, QtFilter(filter));
              !one.isEmpty())

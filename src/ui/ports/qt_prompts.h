@@ -18,7 +18,8 @@ public:
                                        const std::string& initial) override;
     PromptAnswer AskWithBox(const std::string& text, const std::string& title, const std::string& box,
                             bool& ticked) override;
-    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter, bool several) override;
+    std::vector<std::string> AskOpenPaths(const std::string& title, const std::string& filter,
+                                          PathCount count) override;
     std::optional<std::string> AskSavePath(const std::string& title, const std::string& filter,
                                            const std::string& proposed) override;
 

@@ -1,9 +1,11 @@
-#include "platform/pdf/fit_tables.h"
+#include "platform/pdf/fit_to_page.h"
 
+#include <QFontMetricsF>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextTable>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace lore {
@@ -36,41 +38,52 @@ void FitColumns(QTextTable& table, qreal room) {
     table.setFormat(format);
 }
 
-void FitPictures(const QTextTableCell& cell, qreal room) {
-    std::vector<QTextFragment> pictures;
-    for (auto it = cell.begin(); !it.atEnd(); ++it) {
+/// A picture stands on the line of its letters; below it there is room for theirs.
+QSizeF FittedSize(const QTextImageFormat& picture, const QSizeF& room) {
+    const QSizeF size(picture.width(), picture.height());
+    const QSizeF most(room.width(), room.height() - QFontMetricsF(picture.font()).descent() - 1);
+    return size.width() > most.width() || size.height() > most.height() ? size.scaled(most, Qt::KeepAspectRatio) : size;
+}
+
+void FitPictures(QTextFrame::iterator it, const QSizeF& room, QTextCursor place) {
+    std::vector<std::pair<QTextCursor, QTextImageFormat>> fitted;
+    for (; !it.atEnd(); ++it) {
         for (auto piece = it.currentBlock().begin(); !piece.atEnd(); ++piece) {
-            const QTextImageFormat picture = piece.fragment().charFormat().toImageFormat();
-            if (picture.isValid() && picture.width() > room)
-                pictures.push_back(piece.fragment());
+            const QTextFragment fragment = piece.fragment();
+            QTextImageFormat picture = fragment.charFormat().toImageFormat();
+            if (!picture.isValid())
+                continue;
+            const QSizeF size = FittedSize(picture, room);
+            if (size == QSizeF(picture.width(), picture.height()))
+                continue;
+            picture.setWidth(size.width());
+            picture.setHeight(size.height());
+            place.setPosition(fragment.position());
+            place.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+            fitted.emplace_back(place, picture);
         }
     }
-    for (const QTextFragment& fragment : pictures) {
-        QTextImageFormat picture = fragment.charFormat().toImageFormat();
-        picture.setHeight(picture.height() * room / picture.width());
-        picture.setWidth(room);
-        QTextCursor place = cell.firstCursorPosition();
-        place.setPosition(fragment.position());
-        place.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-        place.setCharFormat(picture);
-    }
+    for (auto& [there, picture] : fitted)
+        there.setCharFormat(picture);
 }
 
 }  // namespace
 
-void FitTables(const QTextDocument& document, qreal room) {
-    for (QTextFrame* const frame : document.rootFrame()->childFrames()) {
+void FitToPage(const QTextDocument& document, const QSizeF& room) {
+    QTextFrame* const root = document.rootFrame();
+    FitPictures(root->begin(), room, root->firstCursorPosition());
+    for (QTextFrame* const frame : root->childFrames()) {
         auto* const table = qobject_cast<QTextTable*>(frame);
         if (!table)
             continue;
-        FitColumns(*table, room);
+        FitColumns(*table, room.width());
         const QList<QTextLength> columns = table->format().columnWidthConstraints();
         for (int r = 0; r < table->rows(); ++r) {
             for (int c = 0; c < table->columns(); ++c) {
                 const QTextTableCell cell = table->cellAt(r, c);
                 const qreal width = WidthOf(columns, c, cell.columnSpan()) - kPadding;
                 if (cell.row() == r && cell.column() == c && width > 1)
-                    FitPictures(cell, width);
+                    FitPictures(cell.begin(), QSizeF(width, room.height() - kPadding), cell.firstCursorPosition());
             }
         }
     }
