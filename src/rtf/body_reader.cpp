@@ -380,9 +380,9 @@ void BodyReader::EnterAside(Destination destination) {
 
 void BodyReader::EnterPicture() {
     Group& group = groups_.back();
-    const bool in_place = group.destination == Destination::Body || group.destination == Destination::Object ||
-                          group.destination == Destination::Shape;
-    const bool shown = in_place && !group.hidden && !group.deleted;
+    const bool inPlace = group.destination == Destination::Body || group.destination == Destination::Object ||
+                         group.destination == Destination::Shape;
+    const bool shown = inPlace && !group.hidden && !group.deleted;
     if (shown)
         afterParagraph_ = false;
     shown_ += group.destination == Destination::Body && !group.inResult ? 1 : 0;
@@ -406,9 +406,9 @@ void BodyReader::PassOver(bool keep) {
 
 void BodyReader::Break(TextBreak kind) {
     const bool endsCell = kind >= TextBreak::Cell;
-    const bool in_place = Current().destination == Destination::Body ||
-                          (Current().destination == Destination::RowProperties && kind == TextBreak::NestedRow);
-    if (!in_place)
+    const bool inPlace = Current().destination == Destination::Body ||
+                         (Current().destination == Destination::RowProperties && kind == TextBreak::NestedRow);
+    if (!inPlace)
         return;
     if (!endsCell && !Shows())
         return Hide("\n");

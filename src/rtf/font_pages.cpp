@@ -23,7 +23,8 @@ int FontPages::PageOf(int font) const {
 }
 
 /// The page of fonts of the Western set. Writers that know no other set have it on all fonts and mean the document's
-/// page, which no font of the table stands for then. Those of Asian texts always name their set.
+/// page, which no font of the table stands for then. Of Asian texts they don't, since office programs take the set as
+/// it is.
 int FontPages::AnsiPage() const {
     return namedPages_.contains(documentPage_) || IsMultiByte(documentPage_) ? kWesternPage : documentPage_;
 }

@@ -49,7 +49,7 @@ void ApplyStyle(HtmlElement& element, const HtmlStyle& style) {
 bool IsSkipped(const HtmlElement& element, const HtmlStyle& style, const HtmlAttributes& attributes) {
     if (element.tag->flow == HtmlFlow::Skipped && !(element.tag->name == "button" && element.inHeading))
         return true;
-    return style.IsHidden() || (attributes.Has("hidden") && !style.display);
+    return style.IsHidden() || (attributes.Has("hidden") && attributes["hidden"] != "until-found" && !style.display);
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
 #include "rtf/html_page.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <iterator>
 #include <libxml/HTMLparser.h>
 #include <optional>
 #include <unicode/ucnv.h>
 #include <utility>
+#include <vector>
 
 #include "base/ascii.h"
 #include "base/text.h"
@@ -92,6 +94,14 @@ std::string WithFewAttributes(std::string page) {
 
 /// Those that the parser ends too early.
 constexpr std::string_view kGoingOn[] = {"a", "b", "big", "font", "i", "s", "small", "strike", "tt", "u"};
+constexpr std::string_view kOfHead[] = {"head", "title", "meta", "link", "base", "style", "script"};
+
+/// The place of a name in a list; nothing if it isn't there.
+template <size_t Count>
+std::optional<size_t> PlaceOf(const std::string_view (&names)[Count], std::string_view name) {
+    const auto* const found = std::find(std::begin(names), std::end(names), name);
+    return found == std::end(names) ? std::nullopt : std::optional(static_cast<size_t>(found - names));
+}
 
 /// Writes what the parser would show, or takes in another way than browsers do, as it reads it: declarations within the
 /// page, comments that end at once, the line end in front of a preformatted text, "</br>", quotes,
@@ -112,6 +122,8 @@ public:
     }
 
 private:
+    enum class Place { InFront, InHead, InBody };
+
     size_t BehindDeclaration(size_t at) {
         constexpr std::string_view kOpen = "<!--", kClose = "-->", kEmpty = "<!---->";
         const std::string_view rest = page_.substr(at, kEmpty.size());
@@ -129,22 +141,26 @@ private:
         const std::string name = NameAt(at + 2);
         if (name == "q" && quotes_ > 0)
             Replace(at, at, --quotes_ % 2 == 0 ? "\u201D" : "\u2019");
-        if (name != "br") {
-            MarkGoingOn(name, at + 2 + name.size());
+        if (name == "head")
+            place_ = Place::InBody;
+        const bool isCut = name == "p" && isCut_;
+        if (!isCut && name != "br") {
+            EndGoingOn(name, at + 2 + name.size());
             return at + 2;
         }
         const size_t end = page_.find('>', at);
         if (end == std::string_view::npos)
             return end;
-        Replace(at, end + 1, "<br>");
+        isCut_ = isCut_ && !isCut;
+        Replace(at, end + 1, isCut ? "<div></div>" : "<br>");
         return end + 1;
     }
     size_t BehindStartTag(size_t at) {
         if (at + 1 >= page_.size() || !IsLetter(page_[at + 1]))
             return at + 1;
         const std::string name = NameAt(at + 1);
+        BeginGoingOn(name, at);
         at += 1 + name.size();
-        MarkGoingOn(name, at);
         while (at < page_.size() && page_[at] != '>')
             at = BehindAttribute(page_, at);
         at = std::min(at + 1, page_.size());
@@ -168,9 +184,35 @@ private:
             at = page_.find("</", at + 2);
         return at;
     }
-    void MarkGoingOn(std::string_view name, size_t at) {
-        if (std::find(std::begin(kGoingOn), std::end(kGoingOn), name) != std::end(kGoingOn))
-            Replace(at, at, std::string_view(&kGoesOn, 1));
+    /// The head ends before them, which the parser would know by their own names.
+    void BeginGoingOn(std::string_view name, size_t at) {
+        const std::optional<size_t> known = PlaceOf(kGoingOn, name);
+        ++tags_;
+        if (name == "p") {
+            paragraph_ = tags_;
+            isCut_ = false;
+        }
+        if (PlaceOf(kOfHead, name))
+            place_ = place_ == Place::InFront ? Place::InHead : place_;
+        else if (name != "html" && std::exchange(place_, Place::InBody) == Place::InHead && known)
+            Replace(at, at, "</head>");
+        if (!known)
+            return;
+        Replace(at + 1 + name.size(), at + 1 + name.size(), std::string_view(&kGoesOn, 1));
+        open_[*known].push_back(tags_);
+    }
+    /// The parser then ends a paragraph that has begun within the element too: its own end, which it would pass over,
+    /// has to part it from what follows.
+    void EndGoingOn(std::string_view name, size_t at) {
+        const std::optional<size_t> known = PlaceOf(kGoingOn, name);
+        if (!known)
+            return;
+        Replace(at, at, std::string_view(&kGoesOn, 1));
+        std::vector<size_t>& begun = open_[*known];
+        if (begun.empty())
+            return;
+        isCut_ = isCut_ || paragraph_ > begun.back();
+        begun.pop_back();
     }
     std::string NameAt(size_t at) const {
         return ToLower(page_.substr(at, std::min(page_.find_first_of(kTagEnds, at), page_.size()) - at));
@@ -184,6 +226,11 @@ private:
     size_t done_ = 0;  // up to here the page is written
     std::string mended_;
     size_t quotes_ = 0;  // that are open
+    Place place_ = Place::InFront;
+    size_t tags_ = 0;                                            // that have begun so far
+    size_t paragraph_ = 0;                                       // the number of the one of the last paragraph
+    bool isCut_ = false;                                         // that paragraph was ended before its own end
+    std::array<std::vector<size_t>, std::size(kGoingOn)> open_;  // the numbers of those that go on
 };
 
 /// The name of the encoding that the page gives itself; empty for none.

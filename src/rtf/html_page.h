@@ -6,7 +6,7 @@
 namespace lore {
 
 /// The parser ends some elements by itself where a paragraph or a table begins in them, though they go on there. Their
-/// names have this behind them, so that it doesn't know them.
+/// names have this behind them, so that it doesn't know them; what it does for their own names is done before it.
 constexpr char kGoesOn = '_';
 
 /// A page in the form that the parser reads as browsers do: UTF-8 without a byte order mark, its first text or element

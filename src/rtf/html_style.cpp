@@ -115,7 +115,7 @@ void SetFont(HtmlStyle& style, std::string_view written, int halfPoints) {
     // The height of a line.
     if (written.starts_with('/')) {
         written = TrimLeft(written.substr(1));
-        written.remove_prefix(std::min(written.find(' '), written.size()));
+        written.remove_prefix(std::min(written.find_first_of(" \t\r\n\f"), written.size()));
     }
     style.font = FirstFamily(written);
 }

@@ -178,10 +178,15 @@ private:
             html_.append(open_.back().second == ListKind::Bullet ? "</li></ul>\n" : "</li></ol>\n");
     }
 
+    bool IsBehindLastTable(size_t index) const {
+        return index > 0 && index + 1 == document_.paragraphs.size() &&
+               document_.paragraphs[index - 1].endedBy == ParagraphEnd::Row;
+    }
     void Runs(size_t index) {
         const auto runs = RunsOf(document_, index);
-        if (runs.empty())
-            html_ += "<br>";  // otherwise it would have no height
+        // Otherwise it would have no height, which is right for the one that every table at the end has behind it.
+        if (runs.empty() && !IsBehindLastTable(index))
+            html_ += "<br>";
         for (const TextRun& run : runs) {
             if (run.kind == RunKind::Text)
                 Text(run);

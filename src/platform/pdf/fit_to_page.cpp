@@ -82,8 +82,9 @@ void FitToPage(const QTextDocument& document, const QSizeF& room) {
             for (int c = 0; c < table->columns(); ++c) {
                 const QTextTableCell cell = table->cellAt(r, c);
                 const qreal width = WidthOf(columns, c, cell.columnSpan()) - kPadding;
-                if (cell.row() == r && cell.column() == c && width > 1)
-                    FitPictures(cell.begin(), QSizeF(width, room.height() - kPadding), cell.firstCursorPosition());
+                if (cell.row() == r && cell.column() == c)
+                    FitPictures(cell.begin(), QSizeF(width > 1 ? width : room.width(), room.height() - kPadding),
+                                cell.firstCursorPosition());
             }
         }
     }

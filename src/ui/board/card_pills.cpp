@@ -87,6 +87,8 @@ public:
             Add(names[i], QRectF(x, y, width, pillHeight_), PillShape::Chip, false);
             x += width + gap_;
         }
+        if (count > static_cast<size_t>(names.size()))
+            AddMore({}, count - static_cast<size_t>(names.size()), x, y);
     }
 
 private:
