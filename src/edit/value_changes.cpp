@@ -102,7 +102,7 @@ ChangedNotes ValueChanges::FileInCategory(const LongList& ids, int32_t category,
     const CProCategoryTree* const node = std::as_const(world_.book.categories).FindByID(category);
     if (!node)
         return {};
-    const FiledPath given{set, PathTo(*node)};
+    FiledPath given{set, PathTo(*node)};
     return Give(ids, [&](const CNote&) { return given; });
 }
 
