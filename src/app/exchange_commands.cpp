@@ -37,7 +37,7 @@ bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, I
                                                    },
                                                .changes = &changes});
     if (outcome.result > 0)
-        writing.ImportDone(std::move(changes), listed);
+        writing.History().ImportDone(std::move(changes), listed);
     if (outcome.result > 0 && outcome.displayAfter)
         app.ShowNotes(outcome.ids);
     if (outcome.result > 0 && changed)

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "base/program_version.h"
 #include "base/text.h"
-#include "calendar/date_arithmetic.h"
 #include "notebooks/data_upgrade.h"
 #include "notes/file_faults.h"
 #include "notes/note_cleaner.h"
@@ -356,37 +354,6 @@ void CLorebinderApp::RefreshNote(int32_t id) {
     CitationTexts citations(book_.sources, book_.authors);
     auto texts = citations.For(*note);
     list_.ReplaceNote(std::move(*note), std::move(texts));
-}
-
-std::string CLorebinderApp::NoteBookPane() const {
-    return "NoteBook:   < " + (book_.database.IsMain() ? kMainNoteBookName : book_.database.name) + " >";
-}
-
-std::string CLorebinderApp::LinkPane() const {
-    const SyncLink& link = book_.syncLog.link;
-    return link.IsLinked() ? "Linked With:   < " + link.OnlineName + " >" : "Not Linked";
-}
-
-std::string CLorebinderApp::LastSyncPane() const {
-    const SyncLink& link = book_.syncLog.link;
-    if (!link.IsLinked())
-        return {};
-    if (!link.LastSync.IsValid() || link.LastSync == DateTime(1900, 1, 1))
-        return "Never Synced";
-    const int64_t days = SpanBetween(link.LastSync, ports_.clock.NowUtc()).WholeDays();
-    return "Last Sync:  " + std::to_string(days) + " days";
-}
-
-std::string CLorebinderApp::NotesPane() const {
-    return "Notes:    " + std::to_string(book_.TotalNoteCount());
-}
-
-std::string CLorebinderApp::ListPane() const {
-    return "In List:    " + std::to_string(list_.Count());
-}
-
-std::string CLorebinderApp::WindowTitle() {
-    return std::string("<Lorebinder Premium> - Ver. ") + ProgramVersion() + " - Fennelworks, Inc.";
 }
 
 }  // namespace lore

@@ -109,15 +109,6 @@ public:
     /// Puts on disk what has been set in the store. False if it could not be written, which has been told.
     bool FlushStore() { return FlushStore(ports_.faults); }
 
-    // The texts of the status panes.
-    std::string NoteBookPane() const;
-    std::string LinkPane() const;
-    std::string LastSyncPane() const;
-    std::string NotesPane() const;
-    std::string ListPane() const;
-    /// The title of the main window.
-    static std::string WindowTitle();
-
 private:
     bool FlushStore(FaultNotice& faults);
     void StoreSettings(FaultNotice& faults);

@@ -67,7 +67,7 @@ PanelOutcome PanelActions::ChangeValues(Change change, const LongList& ids, cons
     progress.HideStandBy();
     if (result.changed.IsEmpty())
         return PanelOutcome::Nothing;
-    commands_.ValuesChanged(values.TakeReplaced());
+    commands_.History().ValuesChanged(values.TakeReplaced());
     app_.SortList();
     return PanelOutcome::NotesChanged;
 }
@@ -103,7 +103,7 @@ PanelOutcome PanelActions::AddToSource(int32_t note, int32_t source) {
     ValueChanges values(commands_.World(), app_.List());
     if (app_.TellIfClosed() || !values.AddSource(note, source))
         return PanelOutcome::Nothing;
-    commands_.ValuesChanged(values.TakeReplaced());
+    commands_.History().ValuesChanged(values.TakeReplaced());
     app_.RefreshNote(note);
     app_.SortList();
     return PanelOutcome::NotesChanged;

@@ -167,7 +167,7 @@ EditRun::EditRun(Session& session)
              .guids = session.Guids(),
              .faults = session.Faults(),
              .texts = nullptr,
-             .saveOptions = [&session] { session.StoreOptions(); }} {}
+             .storeIds = [&session] { session.StoreOptions(); }} {}
 
 LongList EditRun::Write() {
     if (collected_.empty())

@@ -166,7 +166,7 @@ bool EditNoteSession::GiveID() {
     }
     note.id = id;
     settings.Set(Option::MaxNoteID, last);
-    world_->saveOptions();
+    world_->storeIds();
     return true;
 }
 
@@ -180,7 +180,7 @@ bool EditNoteSession::AddNewCategories() {
     if (!AddUsedCategories(forest, newCategories, note, highest))
         return true;
     world_->settings.Set(Option::MaxCategoryID, highest);
-    world_->saveOptions();
+    world_->storeIds();
     const bool written = WriteCategories(world_->book, forest, world_->faults);
     if (!written)
         forest.Assign(before);
@@ -235,7 +235,7 @@ bool EditNoteSession::CancelNote() {
         return false;
     if (noMore) {
         settings.Set(Option::szSaveWarning, 0);
-        world_->saveOptions();
+        world_->storeIds();
     }
     return true;
 }

@@ -12,6 +12,7 @@
 #include "rtf/document_builder.h"
 #include "rtf/html_element.h"
 #include "rtf/html_layout.h"
+#include "rtf/html_mender.h"
 #include "rtf/html_page.h"
 
 namespace lore {

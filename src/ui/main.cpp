@@ -27,7 +27,9 @@
 #include "platform/system_sources.h"
 #include "ui/controls/bar_faults.h"
 #include "ui/look/theme.h"
+#include "ui/main/help_actions.h"
 #include "ui/main/main_window.h"
+#include "ui/main/online_actions.h"
 #include "ui/main/request_hooks.h"
 #include "ui/note_editor/note_actions.h"
 #include "ui/ports/qt_progress.h"
@@ -209,7 +211,7 @@ int RunProgram(const Started& started) {
     lore::MainWindow window(app, theme);
     window.Notes()->Commands().SetSpelling(&spelling);
     lore::NetUpdateSource updates;
-    window.SetHelp(lore::ManualFile(), &updates);
+    window.Help().SetUp(lore::ManualFile(), &updates);
     const lore::QuitGuard quits;
     const lore::QuitSignals orders;
     prompts.SetParent(&window);
@@ -229,7 +231,7 @@ int RunProgram(const Started& started) {
         if (started.options.readyLine)
             std::fprintf(stderr, "ready\n");
         window.Notes()->OfferUnsavedNotes();
-        window.CheckLinkSoon();
+        window.Online().CheckLinkSoon();
     });
     const int status = QApplication::exec();
     faults.SetBar(nullptr);

@@ -2,6 +2,7 @@
 
 #include "app/app_world.h"
 #include "app/notebook_commands.h"
+#include "app/status_panes.h"
 #include "notes/sync_log.h"
 #include "online/http_client.h"
 #include "support/each.h"
@@ -93,12 +94,12 @@ TEST_F(OnlineCommandsTest, ACloseSyncsOnceAtMost) {
 }
 
 TEST_F(OnlineCommandsTest, ThePanesTellOfTheLinkAndTheWholeDaysSinceTheLastSync) {
-    EXPECT_EQ(app.LinkPane(), "Not Linked");
-    EXPECT_EQ(app.LastSyncPane(), "");
+    EXPECT_EQ(PaneText(app, StatusPane::Link), "Not Linked");
+    EXPECT_EQ(PaneText(app, StatusPane::LastSync), "");
     SyncLink& link = app.NoteBook().syncLog.link;
     link.Linked = 2112;
     link.OnlineName = "Bees";
-    EXPECT_EQ(app.LinkPane(), "Linked With:   < Bees >");
+    EXPECT_EQ(PaneText(app, StatusPane::Link), "Linked With:   < Bees >");
     const std::pair<DateTime, const char*> cases[] = {{DateTime(), "Never Synced"},
                                                       {DateTime::Invalid(), "Never Synced"},
                                                       {DateTime(1900, 1, 1), "Never Synced"},
@@ -108,7 +109,7 @@ TEST_F(OnlineCommandsTest, ThePanesTellOfTheLinkAndTheWholeDaysSinceTheLastSync)
                                                       {clock.now.PlusDays(-400), "Last Sync:  400 days"}};
     for (const auto& [last, text] : cases) {
         link.LastSync = last;
-        EXPECT_EQ(app.LastSyncPane(), text);
+        EXPECT_EQ(PaneText(app, StatusPane::LastSync), text);
     }
 }
 

@@ -80,7 +80,7 @@ protected:
         const CSyncInfo* const found = log.FindSyncInfo("{G" + std::to_string(id) + "}");
         return found ? *found : CSyncInfo();
     }
-    using Next = WritingCommands::NextUndo;
+    using Next = NextUndo;
     /// The bytes of all note files.
     std::vector<std::string> Files() const {
         return {folder.Bytes(firstDay), folder.Bytes(thirdDay), folder.Bytes("SRC0000001011.dat")};
@@ -222,14 +222,14 @@ TEST_F(PanelActionsTest, WhatAPanelHasChangedComesBackWithUndo) {
         files.push_back(Files());
         Later();
         EXPECT_EQ(Run(step.kind, step.entry, step.words, step.focus), PanelOutcome::NotesChanged) << step.words;
-        EXPECT_EQ(commands.WhatToUndo(), step.undo) << step.words;
+        EXPECT_EQ(commands.History().Next(), step.undo) << step.words;
     }
     for (; !files.empty(); files.pop_back()) {
         Later();
-        commands.Undo();
+        commands.History().Undo();
         EXPECT_EQ(Files(), files.back()) << steps[files.size() - 1].words;
     }
-    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_EQ(commands.History().Next(), Next::None);
     EXPECT_EQ(app.List().Find(1)->keyWords, "lamp, fog");
     EXPECT_EQ(app.List().Find(3)->keyWords, "fog,");
     EXPECT_EQ(app.List().Find(2)->borderColor, kNearRed);
@@ -256,11 +256,11 @@ TEST_F(PanelActionsTest, UndoLeavesWhatNotesHaveGotSince) {
     const ReadContext context = app.Context();
     NoteRemoval(app.NoteBook(), context, faults, nullptr).DeleteNotes(LongList{4}, GoneFiles::Deleted);
     Later();
-    commands.Undo();
+    commands.History().Undo();
     EXPECT_EQ(prompts.seen.back(),
               "Undo Key Word: 1 of the notes has got other key words since, and keeps what it has.");
     EXPECT_EQ(OnDisk(firstDay, 2).keyWords, "fog, Lamp");
-    commands.Undo();
+    commands.History().Undo();
     EXPECT_EQ(prompts.seen.back(),
               "Undo Border Color: 1 of the notes has got another border color since, and keeps what it has.");
     EXPECT_EQ(OnDisk(firstDay, 2).borderColor, 7u);
@@ -270,7 +270,7 @@ TEST_F(PanelActionsTest, UndoLeavesWhatNotesHaveGotSince) {
     EXPECT_EQ(OnDisk(firstDay, 1).dateEdited, edited) << "it was edited since";
     EXPECT_EQ(app.List().Find(1)->borderColor, kRed);
     EXPECT_EQ(OnDisk("SRC0000001011.dat", 4).id, -1);
-    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_EQ(commands.History().Next(), Next::None);
     EXPECT_EQ(prompts.seen.size(), 2u);
     EXPECT_THAT(faults.faults, IsEmpty());
 }
@@ -281,18 +281,18 @@ TEST_F(PanelActionsTest, AnUndoThatCantBeWrittenIsTriedAgain) {
     const std::filesystem::path file = folder.paths.NoteFile(thirdDay), aside = folder.folder / "aside";
     std::filesystem::rename(file, aside);
     std::filesystem::create_directories(file / "in the way");
-    commands.Undo();
+    commands.History().Undo();
     EXPECT_EQ(folder.Bytes(firstDay), before[0]) << "the others are back";
     const size_t told = faults.faults.size();
     EXPECT_GT(told, 0u);
-    EXPECT_EQ(commands.WhatToUndo(), Next::KeyWords);
+    EXPECT_EQ(commands.History().Next(), Next::KeyWords);
     EXPECT_EQ(app.List().Find(3)->keyWords, "");
     EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes, LongList{1});
     std::filesystem::remove_all(file);
     std::filesystem::rename(aside, file);
-    commands.Undo();
+    commands.History().Undo();
     EXPECT_EQ(Files(), before);
-    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_EQ(commands.History().Next(), Next::None);
     EXPECT_EQ(app.NoteBook().keyWords.FindByName("fog")->notes.Count(), 2u);
     EXPECT_EQ(faults.faults.size(), told);
     EXPECT_THAT(prompts.seen, IsEmpty());
@@ -328,13 +328,13 @@ TEST_F(PanelActionsTest, ACategoryAndASourceOfTheFocusNoteAreTakenBack) {
     const std::vector<std::string> before = Files();
     app.GetSettings().Set(Option::CtrlBarCatSet, 2);
     Run(PanelKind::Categories, "Places", "Add Note To Level", 1);
-    EXPECT_EQ(commands.WhatToUndo(), Next::Category);
+    EXPECT_EQ(commands.History().Next(), Next::Category);
     const std::vector<std::string> filed = Files();
     Later();
     Run(PanelKind::Sources, "Book: A title", "Add Note To Source", 3);
-    EXPECT_EQ(commands.WhatToUndo(), Next::Sources);
+    EXPECT_EQ(commands.History().Next(), Next::Sources);
     Later();
-    commands.Undo();
+    commands.History().Undo();
     EXPECT_EQ(Files(), filed) << "the note is back in the file of its day";
     EXPECT_THAT(app.NoteBook().sources.FindSourceByID(1011)->NoteIDs.Values(), ElementsAre(4));
     EXPECT_TRUE(app.NoteBook().notesWithoutSource.Contains(3));
@@ -342,13 +342,13 @@ TEST_F(PanelActionsTest, ACategoryAndASourceOfTheFocusNoteAreTakenBack) {
     EXPECT_EQ(Logged(3).NoteFile, thirdDay);
     EXPECT_TRUE(app.List().Find(3)->sources.IsEmpty());
     EXPECT_FALSE(app.List().Notes()[static_cast<size_t>(app.List().PositionOf(3))].citations);
-    commands.Undo();
+    commands.History().Undo();
     EXPECT_EQ(Files(), before);
     EXPECT_TRUE(app.List().Find(1)->categories[1].IsEmptyPath());
     const CProCategoryList& forest = app.NoteBook().categories;
     EXPECT_TRUE(forest.FindByID(kUnassignedID)->notes[1].Contains(1) && !forest.FindByID(5)->notes[1].Contains(1));
     EXPECT_EQ(Logged(1).CategoriesChanged, clock.now);
-    EXPECT_EQ(commands.WhatToUndo(), Next::None);
+    EXPECT_EQ(commands.History().Next(), Next::None);
     EXPECT_THAT(prompts.seen, IsEmpty());
     EXPECT_THAT(faults.faults, IsEmpty());
 }
@@ -377,11 +377,11 @@ TEST_F(PanelActionsTest, TakingBackACategoryFollowsTheForest) {
         prompts.answers = {PromptAnswer::Yes};
         change(since);
         prompts.seen.clear();
-        commands.Undo();
+        commands.History().Undo();
         const CProCategoryTree path = OnDisk(firstDay, 1).categories[0];
         EXPECT_EQ(path.children.empty() ? path.name : path.children[0].name, name) << words;
         EXPECT_EQ(prompts.seen.size(), stays ? 1u : 0u) << words;
-        EXPECT_EQ(commands.WhatToUndo(), Next::None) << words;
+        EXPECT_EQ(commands.History().Next(), Next::None) << words;
     }
     EXPECT_TRUE(prompts.seen.back().starts_with("Undo Category: 1 of the notes has been filed elsewhere since, or "));
 }

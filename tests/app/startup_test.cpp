@@ -1,5 +1,6 @@
 
 #include "app/app_world.h"
+#include "app/status_panes.h"
 #include "classify/category_list.h"
 #include "notes/note_cleaner.h"
 #include "support/matchers.h"
@@ -45,7 +46,7 @@ TEST_F(Startup, FirstRunSetsTheAgentUpAndUpgradesNothing) {
     EXPECT_TRUE(agent.startsWithSession);
     EXPECT_EQ(agent.launches, 1);
     EXPECT_EQ(Stored("ProgVersion"), "11.56");
-    EXPECT_EQ(app.NotesPane(), "Notes:    0");
+    EXPECT_EQ(PaneText(app, StatusPane::Notes), "Notes:    0");
     EXPECT_TRUE(fs::exists(data.DataFiles() / "Notes" / "DAY01012020.dat"));
 }
 
@@ -209,7 +210,7 @@ TEST_F(Startup, DataThatCantBeUpgradedAreNotWrittenOverAndCanBeTriedAgain) {
     EXPECT_TRUE(app.TryAgain());
     EXPECT_FALSE(app.CanTryAgain());
     EXPECT_FALSE(app.TellIfClosed());
-    EXPECT_EQ(app.NotesPane(), "Notes:    1");
+    EXPECT_EQ(PaneText(app, StatusPane::Notes), "Notes:    1");
     EXPECT_EQ(Stored("ProgVersion"), "11.56");
     EXPECT_EQ(app.GetSettings().Int(Option::SrchCtrlsWidth), 377);
 }

@@ -182,15 +182,15 @@ bool GoOnWithDraft(Soak& soak) {
     next.words = soak.AnyWords();
     draft.note.plainText = next.words;
     draft.note.rtfText = RtfFromText(next.words, soak.Commands().TextLook());
-    soak.Require(soak.Commands().Drafts().WriteDraft(draft).Ok(), "a draft wasn't written");
+    soak.Require(soak.Commands().Unsaved().Drafts().WriteDraft(draft).Ok(), "a draft wasn't written");
     soak.SayYes();
-    const std::vector<UnsavedNote> offered = soak.Commands().AskForUnsavedNotes();
+    const std::vector<UnsavedNote> offered = soak.Commands().Unsaved().AskForAll();
     soak.Require(offered.size() == 1, "a draft isn't offered");
-    EditNoteSession session = soak.Commands().ContinueNote(offered.front());
+    EditNoteSession session = soak.Commands().Unsaved().Continue(offered.front());
     FixedNoteText text(session.note.rtfText);
     soak.Require(session.SaveNote(text) == SaveOutcome::Saved, "a draft wasn't saved");
-    soak.Commands().Drafts().RemoveDraft(session.note.guid);
-    soak.Require(soak.Commands().Drafts().ListDrafts().empty(), "a draft stays");
+    soak.Commands().Unsaved().Drafts().RemoveDraft(session.note.guid);
+    soak.Require(soak.Commands().Unsaved().Drafts().ListDrafts().empty(), "a draft stays");
     Saved(soak, session, std::move(next));
     return true;
 }
@@ -298,8 +298,8 @@ bool IsUnsure(ModelBook& book, const ModelUndo& undo) {
     return false;
 }
 
-WritingCommands::NextUndo KindOf(const ModelUndo& undo) {
-    using Next = WritingCommands::NextUndo;
+NextUndo KindOf(const ModelUndo& undo) {
+    using Next = NextUndo;
     static constexpr Next ofChanges[] = {Next::Colors, Next::KeyWords, Next::Category, Next::Sources};
     if (!undo.changes.empty())
         return ofChanges[static_cast<size_t>(undo.changes.front().What())];
@@ -315,10 +315,10 @@ bool Undo(Soak& soak) {
         book.undoIsBlocked = true;
         return false;
     }
-    soak.Require(soak.Commands().WhatToUndo() == KindOf(undo), "what is undone next");
+    soak.Require(soak.Commands().History().Next() == KindOf(undo), "what is undone next");
     soak.Note(!undo.changes.empty() ? "  what a panel has given" : undo.isImport ? "  an import" : "  a deletion");
     soak.SayYes();
-    soak.Commands().Undo();
+    soak.Commands().History().Undo();
     book.undoables.pop_back();
     if (!undo.changes.empty())
         UndoChanges(soak, undo.changes);

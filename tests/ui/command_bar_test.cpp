@@ -10,6 +10,7 @@
 #include "support/http_server.h"
 #include "support/noted_starts.h"
 #include "ui/main/about_dialog.h"
+#include "ui/main/help_actions.h"
 #include "ui/main/tool_bar.h"
 #include "ui/window_world.h"
 
@@ -172,12 +173,12 @@ private slots:
     }
 
     void help_says_what_is_not_there() {
-        window_->SetHelp({}, nullptr);
+        window_->Help().SetUp({}, nullptr);
         Trigger("User's Manual (.pdf)...", "Help");
         Trigger("Check for program updates....", "Help");
         Trigger("View Online Tutorial Videos...", "Help");
         QCOMPARE(prompts_.seen.size(), size_t{3});
-        window_->CheckForUpdates(true);
+        window_->Help().CheckForUpdates(true);
         QCOMPARE(prompts_.seen.size(), size_t{3});
         InDialog<FWAboutBoxDlg>([this] { Trigger("About Lorebinder...", "Help"); },
                                 [](FWAboutBoxDlg& about) {

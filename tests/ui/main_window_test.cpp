@@ -282,7 +282,7 @@ private slots:
         });
         QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(wanted).center());
         QVERIFY(isThere);
-        QCOMPARE(window_->Notes()->WhatToUndo(), WritingCommands::NextUndo::Colors);
+        QCOMPARE(window_->Notes()->WhatToUndo(), NextUndo::Colors);
     }
 
     void clearing_the_filter_brings_the_tree_back() {

@@ -5,6 +5,7 @@
 #include "support/noted_starts.h"
 #include "ui/calendar/calendar_host.h"
 #include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/main/online_actions.h"
 #include "ui/online/link_notebook_dialog.h"
 #include "ui/online/select_online_notebook_dlg.h"
 #include "ui/online/sync_setup_dialog.h"
@@ -298,7 +299,7 @@ private slots:
         Start();
         EngageAndLink();
         Answer("GetNoteBookInfo", "<databaseID>0</databaseID>");
-        window_->CheckLinkSoon();
+        window_->Online().CheckLinkSoon();
         InEntry<LinkNoteBookDialog>("Link Current NoteBook...", [this](LinkNoteBookDialog& dialog) {
             QTest::qWait(300);
             QCOMPARE(server_->Requests().size(), 0u);

@@ -115,7 +115,7 @@ int Write(TypingWorld& world) {
 int Read(TypingWorld& world) {
     WritingCommands& commands = world.window->Notes()->Commands();
     world.prompts.answers.assign(10, PromptAnswer::Yes);
-    for (const UnsavedNote& unsaved : commands.AskForUnsavedNotes())
+    for (const UnsavedNote& unsaved : commands.Unsaved().AskForAll())
         std::printf("%s\n", unsaved.draft.note.plainText.c_str());
     const OpenNoteBook& book = world.app.NoteBook();
     for (const CNote& note : FindNotes(book.index, book.index.AllIDs(), world.app.Context(), world.faults))

@@ -1,28 +1,35 @@
 #include "ui/main/main_window.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
-#include <QTreeView>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "app/notebook_commands.h"
-#include "app/update_check.h"
+#include "app/status_panes.h"
 #include "ui/board/board_accessible.h"
 #include "ui/controls/fault_bar.h"
 #include "ui/controls/run_when_free.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/look/window_place.h"
+#include "ui/main/card_actions.h"
+#include "ui/main/command_bar_actions.h"
 #include "ui/main/control_bar.h"
 #include "ui/main/fault_retry.h"
-#include "ui/main/panel_page.h"
+#include "ui/main/help_actions.h"
+#include "ui/main/list_actions.h"
+#include "ui/main/note_menu.h"
+#include "ui/main/notebook_actions.h"
+#include "ui/main/online_actions.h"
 #include "ui/main/tool_bar.h"
 #include "ui/note_editor/note_actions.h"
 
@@ -33,23 +40,32 @@ namespace {
 constexpr int kDefaultWidth = 1180;
 constexpr int kDefaultHeight = 800;
 
-/// What stands in the panes before a NoteBook is loaded.
-constexpr const char* kEarlyPanes[] = {"NoteBook:      <>", "Not Linked", "", "Notes:        0", "In List:        0"};
+/// The export archives among dropped files.
+QStringList DroppedFiles(const QMimeData& dropped) {
+    QStringList paths;
+    for (const QUrl& url : dropped.urls()) {
+        if (url.isLocalFile() && url.fileName().endsWith(QLatin1String(".lbe"), Qt::CaseInsensitive))
+            paths.append(url.toLocalFile());
+    }
+    return paths;
+}
 
 }  // namespace
 
 MainWindow::MainWindow(CLorebinderApp& app, Theme& theme)
-    : app_(app), theme_(theme), model_(app.List(), app.NoteBook()), trash_(app.Ports().faults) {
+    : app_(app), theme_(theme), model_(app.List(), app.NoteBook()) {
     InstallBoardAccessibility();
     setObjectName("mainWindow");
     setContextMenuPolicy(Qt::NoContextMenu);  // its own would hide the tool bar for good
-    setWindowTitle(ToQString(CLorebinderApp::WindowTitle()));
+    setWindowTitle(ToQString(MainWindowTitle()));
     tools_ = new MainToolBar(theme_, this);
     addToolBar(tools_);
     MakeCentre();
     MakeStatusBar();
-    ConnectNotes();
+    MakeActions();
     BuildMenuBar(*menuBar(), this, Commands());
+    ConnectNotes();
+    ConnectActions();
     ConnectTools();
     ConnectPanels();
     ConnectBoard();
@@ -85,6 +101,17 @@ void MainWindow::MakeCentre() {
     board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
 }
 
+void MainWindow::MakeActions() {
+    notes_ = new NoteActions(app_, theme_, *this);
+    noteBooks_ = new NoteBookActions(app_, theme_, *notes_, *retry_, *this);
+    lists_ = new ListActions(app_, theme_, *notes_, *board_, *this);
+    new CardActions(app_, model_, *board_, theme_, *this);  // listens to the board
+    help_ = new HelpActions(app_, theme_, *this);
+    online_ = new OnlineActions(app_, theme_, *help_, *this);
+    commandBar_ = new CommandBarActions(app_, theme_, *lists_, *noteBooks_, *board_, *this);
+    noteMenu_ = new NoteMenu(*notes_, *board_, this);
+}
+
 void MainWindow::ShowEmptyState(bool noNotes) {
     noNotes_ = noNotes;
     BoardEmptyState state = {tr("No notes in the list"),
@@ -99,62 +126,14 @@ void MainWindow::ShowEmptyState(bool noNotes) {
 
 void MainWindow::MakeStatusBar() {
     statusBar()->setSizeGripEnabled(false);
-    for (size_t i = 0; i < panes_.size(); ++i) {
-        panes_[i] = new QLabel(QString::fromUtf8(kEarlyPanes[i]), this);
-        panes_[i]->setTextFormat(Qt::PlainText);
-        panes_[i]->setFont(theme_.Font(TextSize::Small));
-        panes_[i]->setContentsMargins(kSpace * 2, 0, kSpace * 2, 0);
-        statusBar()->addWidget(panes_[i], i == 1 ? 1 : 0);
+    for (const StatusPane pane : kStatusPanes) {
+        auto* const label = new QLabel(QString::fromUtf8(EarlyPaneText(pane)), this);
+        label->setTextFormat(Qt::PlainText);
+        label->setFont(theme_.Font(TextSize::Small));
+        label->setContentsMargins(kSpace * 2, 0, kSpace * 2, 0);
+        statusBar()->addWidget(label, pane == StatusPane::Link ? 1 : 0);
+        panes_[static_cast<size_t>(pane)] = label;
     }
-}
-
-void MainWindow::ConnectTools() {
-    connect(tools_, &MainToolBar::SearchRequested, this, &MainWindow::Search);
-    connect(tools_, &MainToolBar::SortChosen, this, &MainWindow::SetSort);
-    connect(tools_, &MainToolBar::ZoomChosen, this, &MainWindow::SetZoom);
-    connect(tools_, &MainToolBar::NoteBookChosen, this, &MainWindow::SwitchNoteBook);
-    connect(tools_, &MainToolBar::NewNoteRequested, notes_, &NoteActions::AddNote);
-    connect(tools_, &MainToolBar::CalendarRequested, this, &MainWindow::ShowCalendar);
-    connect(tools_, &MainToolBar::SyncRequested, this, &MainWindow::RunSync);
-}
-
-void MainWindow::ConnectPanels() {
-    connect(panels_, &ControlBar::CommandRequested, this, &MainWindow::RunPanelOrder);
-    panels_->SetAvailable([this](PanelNeed need) {
-        return need == PanelNeed::FocusNote ? board_->FocusNote() > 0 : !app_.List().IsEmpty();
-    });
-    connect(panels_, &ControlBar::ChoiceChanged, this, &MainWindow::SetPanelChoice);
-    connect(panels_, &ControlBar::PageChanged, this,
-            [this](int page) { app_.GetSettings().Set(Option::ActIndCtrlBar, page); });
-    connect(retry_, &FaultRetry::NoteBookLoaded, this, [this] {
-        ShowNoteBook();
-        notes_->OfferWaitingNotes();
-    });
-}
-
-void MainWindow::ConnectBoard() {
-    connect(board_, &BoardView::SelectionChanged, this, [this](int32_t id) { app_.List().SetFocusNote(id); });
-    connect(board_, &BoardView::MoveRequested, this, [this](int32_t id, int32_t target) {
-        app_.MoveNote(id, target);
-        board_->Rebuild();
-    });
-    connect(board_, &BoardView::RemoveRequested, this, [this](int32_t id) {
-        const int place = app_.List().PositionOf(id);
-        app_.TakeOut(LongList{id});
-        ListChanged(NoteInPlace(app_.List(), place));
-    });
-    connect(board_, &BoardView::PictureCommandRequested, this, &MainWindow::ChangePicture);
-    connect(board_, &BoardView::OpenRequested, this, &MainWindow::OpenAttachment);
-    connect(board_, &BoardView::ExtractRequested, this, &MainWindow::ExtractAttachment);
-    connect(board_, &BoardView::LinkRequested, this, &MainWindow::OpenLink);
-    board_->SetNoteCommands(
-        {BoardCommand::EditNote, BoardCommand::RemoveFromList, BoardCommand::CopyToNoteBook, BoardCommand::DeleteNote});
-    connect(board_, &BoardView::CopyRequested, this, &MainWindow::CopyNote);
-    connect(board_, &BoardView::ZoomStepRequested, this,
-            [this](int step) { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); });
-    connect(board_, &BoardView::FirstStepRequested, this,
-            UnlessAtWork([this] { noNotes_ ? notes_->AddNote() : ShowAllNotes(); }));
-    connect(board_, &BoardView::OtherStepRequested, this, UnlessAtWork([this] { ImportNotes(); }));
 }
 
 void MainWindow::RestorePlace() {
@@ -188,7 +167,7 @@ void MainWindow::StorePlace() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     StorePlace();
-    RunCloseSteps(app_, syncs_);
+    RunCloseSteps(app_, online_->HasStartedSync());
     FaultLines failed;  // the bar closes with the window
     app_.ExitInstance(failed);
     if (!failed.Text().empty())
@@ -225,14 +204,53 @@ void MainWindow::ListGrew() {
     ShowState();
 }
 
+void MainWindow::FollowNotes() {
+    panels_->UpdateSoon(app_, PanelPart::Entries);
+    board_->setFocus();
+}
+
+void MainWindow::NoteSaved(int32_t id) {
+    board_->RebuildAtSavedSoon(id);
+    ShowState();
+    board_->setFocus();
+}
+
+void MainWindow::ShowNoteBookChoices() {
+    tools_->SetNoteBooks(app_.NoteBookChoices(), app_.NoteBook().database.guid);
+    QStringList others;
+    for (const CDatabase& target : CopyTargets(app_))
+        others.append(ToQString(target.IsMain() ? kMainNoteBookListName : target.name));
+    board_->SetOtherNoteBooks(others);
+    panels_->SetOtherNoteBooks(others);
+}
+
 void MainWindow::ShowState() {
-    const std::string texts[] = {app_.NoteBookPane(), app_.LinkPane(), app_.LastSyncPane(), app_.NotesPane(),
-                                 app_.ListPane()};
-    for (size_t i = 0; i < panes_.size(); ++i)
-        panes_[i]->setText(ToQString(texts[i]));
+    for (const StatusPane pane : kStatusPanes)
+        panes_[static_cast<size_t>(pane)]->setText(ToQString(PaneText(app_, pane)));
     tools_->ShowSync(app_.GetSettings().IsSyncEngaged());
-    undo_->setText(notes_->UndoText());
+    noteMenu_->ShowUndo();
     ShowEmptyState(app_.IsWhole() && app_.NoteBook().TotalNoteCount() == 0);
+}
+
+void MainWindow::BringToFront() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && !DroppedFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    // It comes even while a command is at work, from whose hands an import would take the notes.
+    RunWhenFree(*this, [this, paths = DroppedFiles(*event->mimeData())] {
+        for (const QString& path : paths)
+            emit ImportRequested(path);
+    });
 }
 
 }  // namespace lore

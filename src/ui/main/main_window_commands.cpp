@@ -1,127 +1,116 @@
-#include <QAction>
-#include <QActionGroup>
-#include <QApplication>
-#include <QFile>
-#include <QFileDialog>
 #include <QMenu>
-#include <QTreeView>
-#include <QUrl>
 
-#include "app/open_rules.h"
-#include "app/picture_commands.h"
-#include "edit/attachment_list.h"
-#include "notes/attachment_kind.h"
+#include "app/exchange_commands.h"
+#include "app/notebook_commands.h"
+#include "app/print_commands.h"
+#include "bibliography/source_selection.h"
+#include "ui/bibliography/select_sources_dlg.h"
 #include "ui/calendar/task_manager_dialog.h"
-#include "ui/look/qt_text.h"
-#include "ui/look/theme.h"
-#include "ui/main/control_bar.h"
+#include "ui/main/command_bar_actions.h"
+#include "ui/main/fault_retry.h"
+#include "ui/main/help_actions.h"
+#include "ui/main/list_actions.h"
 #include "ui/main/main_window.h"
-#include "ui/main/panel_page.h"
+#include "ui/main/note_menu.h"
+#include "ui/main/notebook_actions.h"
+#include "ui/main/online_actions.h"
 #include "ui/main/tool_bar.h"
-#include "ui/note_editor/attachment_open.h"
+#include "ui/note_editor/note_actions.h"
+#include "ui/options/options_prop_sheet.h"
 
 namespace lore {
 
-void MainWindow::ShowAllNotes() {
-    Search(QString::fromUtf8(kShowAll), SearchScope::Database);
+/// The commands of the menu bar, in its order.
+std::vector<MenuCommand> MainWindow::Commands() {
+    using Menu = MainMenu;
+    using Key = QKeySequence;
+    const MenuCommand line = {Menu::File, {}};
+    const QString options = tr("Lorebinder &Options..."), sourceTypes = tr("&Edit Custom Source Types...");
+    const QString bibliography = tr("Create &Bibliography...");
+    return {
+        {Menu::File,
+         tr("&Save/Print Current Notes..."),
+         {Key::Print, Key::Save},
+         [this] { retry_->Run([this] { return PrintCurrentNotes(app_); }); }},
+        {Menu::File, tr("&Export Current Notes..."), {Key("Ctrl+Shift+X")}, [this] { ExportCurrentNotes(app_); }},
+        {Menu::File, tr("&Import Notes..."), {Key::Open}, [this] { noteBooks_->Import(); }},
+        {Menu::File, tr("&Backup Current NoteBook..."), {Key("Ctrl+B")}, [this] { BackupCurrentNoteBook(app_); }},
+        {Menu::File, tr("Backup &All NoteBooks..."), {Key("Ctrl+Alt+B")}, [this] { BackupAllNoteBooks(app_); }},
+        {Menu::File, tr("&Run Auto-Backup..."), {Key("Ctrl+Shift+R")}, [this] { RunAutoBackup(app_); }},
+        line,
+        {Menu::File, tr("E&xit"), {Key("Ctrl+Q")}, [this] { close(); }},
+
+        {Menu::Options, options, {Key("Ctrl+,")}, [this] { ShowOptions(OptionsTab::General); }},
+
+        {Menu::Notes, tr("Add &Note..."), {Key::New}, [this] { notes_->AddNote(); }},
+        {Menu::Notes, {}, {}, {}, [this](QMenu& menu) { noteMenu_->Fill(menu); }},
+        {Menu::Notes, {}},
+        {Menu::Notes, tr("&Search..."), {Key::Find}, [this] { tools_->FocusSearch(); }},
+        {Menu::Notes,
+         {},
+         {},
+         {},
+         [this](QMenu& menu) { menu.addMenu(tools_->ScopeMenu())->setText(tr("Search &Options")); }},
+        {Menu::Notes, {}},
+        {Menu::Notes, tr("Show &All Notes"), {Key("Ctrl+Shift+A")}, [this] { lists_->ShowAllNotes(); }},
+        {Menu::Notes, tr("&Clear Current Notes"), {Key("Ctrl+Shift+L")}, [this] { lists_->Clear(); }},
+        {Menu::Notes, tr("Delete Current No&tes"), {Key("Ctrl+Shift+Del")}, [this] { notes_->DeleteCurrentNotes(); }},
+
+        {Menu::Sources, tr("&View Sources..."), {Key("Ctrl+Shift+S")}, [this] { notes_->ViewSources(); }},
+        {Menu::Sources, sourceTypes, {Key("Ctrl+Shift+C")}, [this] { notes_->EditSourceTypes(); }},
+        {Menu::Sources, bibliography, {Key("Ctrl+Shift+B")}, [this] { AskForBibliography(); }},
+
+        {Menu::Categories,
+         tr("&Edit Category Trees..."),
+         {Key("Ctrl+Shift+T")},
+         [this] { lists_->EditCategoryTrees(); }},
+
+        {Menu::View, {}, {}, {}, [this](QMenu& menu) { FillViewMenu(menu); }},
+        {Menu::View, tr("&Command Bar..."), {Key("Ctrl+K")}, [this] { commandBar_->Show(); }},
+
+        {Menu::Tools, options},
+        {Menu::Tools, sourceTypes},
+        {Menu::Tools, bibliography},
+        {Menu::Tools, tr("&Manage NoteBooks..."), {Key("Ctrl+Shift+N")}, [this] { noteBooks_->Manage(); }},
+        {Menu::Tools, tr("E&vent Calendar..."), {kCalendarKeys}, [this] { ShowCalendar(); }},
+        {Menu::Tools, tr("Lorebinder &Agent..."), {Key("Ctrl+Shift+G")}, [this] { ShowOptions(OptionsTab::Agent); }},
+        {Menu::Tools,
+         tr("Lorebinder Auto-Bac&kup..."),
+         {Key("Ctrl+Shift+K")},
+         [this] { ShowOptions(OptionsTab::AutoBackup); }},
+
+        {Menu::Sync, tr("&Run Sync"), {kSyncKeys}, [this] { online_->RunSync(); }},
+        {Menu::Sync, tr("&Link Current NoteBook..."), {Key("Ctrl+Shift+I")}, [this] { online_->LinkNoteBook(); }},
+        {Menu::Sync, tr("Online Sync &Setup..."), {Key("Ctrl+Shift+O")}, [this] { online_->SetUpSync(); }},
+
+        {Menu::Help, tr("&About Lorebinder..."), {Key("Ctrl+F1")}, [this] { help_->ShowAbout(); }},
+        {Menu::Help,
+         tr("&Check for program updates...."),
+         {Key("Ctrl+Shift+F1")},
+         [this] { help_->CheckForUpdates(false); }},
+        {Menu::Help, tr("&User's Manual (.pdf)..."), {Key::HelpContents}, [this] { help_->ShowManual(); }},
+        {Menu::Help, tr("View Online &Tutorial Videos..."), {Key("Shift+F1")}, [this] { help_->ShowTutorial(); }},
+    };
 }
 
 void MainWindow::ShowCalendar() {
     TaskManagerDialog(app_, theme_, this).exec();
 }
 
-void MainWindow::FillViewMenu(QMenu& view) {
-    QAction* const bar = view.addAction(tr("&Filter Panels"));
-    bar->setShortcut(QKeySequence(Qt::Key_F9));
-    bar->setCheckable(true);
-    bar->setChecked(app_.GetSettings().Flag(Option::ShowCtrlBar));
-    connect(bar, &QAction::toggled, panels_, &QWidget::setVisible);
-    const auto zoomBy = [this](int step) {
-        return [this, step] { SetZoom(BoardZoomStep(app_.GetSettings().Int(Option::ZoomLvl), step)); };
-    };
-    view.addAction(tr("Zoom &In"), QKeySequence::ZoomIn, this, zoomBy(1));
-    view.addAction(tr("Zoom &Out"), QKeySequence::ZoomOut, this, zoomBy(-1));
-    view.addAction(tr("&Next Pane"), QKeySequence(Qt::Key_F6), this, [this] { GoToPane(1); });
-    view.addAction(tr("&Previous Pane"), QKeySequence(Qt::SHIFT | Qt::Key_F6), this, [this] { GoToPane(-1); });
-    QMenu* const looks = view.addMenu(tr("&Appearance"));
-    auto* const group = new QActionGroup(this);
-    connect(looks, &QMenu::aboutToShow, group,
-            [this, group] { group->actions().at(static_cast<int>(theme_.GetAppearance()))->setChecked(true); });
-    const std::pair<QString, Appearance> choices[] = {
-        {tr("&System"), Appearance::System}, {tr("&Light"), Appearance::Light}, {tr("&Dark"), Appearance::Dark}};
-    for (const auto& [text, appearance] : choices) {
-        QAction* const action = looks->addAction(text);
-        action->setCheckable(true);
-        action->setChecked(theme_.GetAppearance() == appearance);
-        group->addAction(action);
-        connect(action, &QAction::triggered, this, [this, chosen = appearance] {
-            theme_.SetAppearance(chosen);
-            app_.GetSettings().Set(Option::Appearance, static_cast<int32_t>(chosen));
-        });
-    }
+void MainWindow::ShowOptions(OptionsTab tab, QWidget* over) {
+    const OptionsWorld world{app_.GetSettings(), app_.Store(), app_.Ports().prompts,
+                             [this] { board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store())); },
+                             [this] { return app_.FlushStore(); }};
+    const OptionsParts parts{theme_, notes_->Commands().Spelling(), app_.Ports().agent,
+                             DialogChoosers(theme_, app_.Store())};
+    COptionsPropSheet(world, parts, tab, over ? over : this).exec();
 }
 
-void MainWindow::Search(const QString& text, SearchScope scope) {
-    const SearchOutcome outcome = app_.Search(FromQString(text), scope, [this] { ListGrew(); });
-    if (outcome == SearchOutcome::Invalid || outcome == SearchOutcome::Cancelled)
-        ListChanged();
-}
-
-void MainWindow::SetSort(int sortId) {
-    app_.SetSortOrder(sortId);
-    tools_->SetSort(app_.SortOrder());
-    board_->RebuildAt(board_->FocusNote());
-}
-
-void MainWindow::SetZoom(int percent) {
-    app_.GetSettings().Set(Option::ZoomLvl, percent);
-    tools_->SetZoom(percent);
-    board_->SetOptions(BoardOptionsOf(app_.GetSettings(), app_.Store()));
-}
-
-void MainWindow::SetPanelChoice(PanelKind kind, int number) {
-    app_.GetSettings().Set(kind == PanelKind::Categories ? Option::CtrlBarCatSet : Option::CtrlBarSortSrc, number);
-    panels_->Rebuild(app_);
-}
-
-void MainWindow::ChangePicture(int32_t noteId, int attachment, PictureCommand command, const PictureRoom& room) {
-    RunPictureCommand(app_, noteId, static_cast<size_t>(attachment), command, room);
-    board_->RefreshNote(noteId);
-}
-
-void MainWindow::OpenAttachment(int32_t noteId, int attachment) {
-    const int row = model_.RowOf(noteId);
-    if (row < 0)
-        return;
-    const CAttachment& chosen = model_.NoteAt(row).attachments[static_cast<size_t>(attachment)];
-    OpenAttachmentFile(chosen, model_.AttachmentPath(chosen), app_.Ports().prompts, theme_, this);
-}
-
-void MainWindow::ExtractAttachment(int32_t noteId, int attachment) {
-    const int row = model_.RowOf(noteId);
-    if (row < 0)
-        return;
-    const AppPorts& ports = app_.Ports();
-    ExtractAttachmentFile(model_.NoteAt(row).attachments[static_cast<size_t>(attachment)],
-                          app_.NoteBook().paths.Attachments(), ports.prompts, ports.progress, ports.faults);
-}
-
-void MainWindow::OpenLink(const QString& address) {
-    OpenWebLink(address, app_.Ports().prompts);
-}
-
-void MainWindow::GoToPane(int step) {
-    QWidget* const panes[] = {tools_->findChild<QWidget*>("searchBox"),
-                              panels_->PageAt(static_cast<PanelKind>(panels_->Page()))->Tree(), board_};
-    constexpr int kCount = 3;
-    int here = 0;
-    for (int i = 0; i < kCount; ++i)
-        here = panes[i]->hasFocus() ? i : here;
-    for (int i = 1; i <= kCount; ++i) {
-        QWidget* const next = panes[(here + step * i + kCount * kCount) % kCount];
-        if (next->isVisible())
-            return next->setFocus(Qt::ShortcutFocusReason);
-    }
+void MainWindow::AskForBibliography() {
+    SourceSelection selection(app_.NoteBook().sources, app_.NoteBook().authors);
+    CSelectSourcesDlg dialog(selection, theme_, app_.Store(), this);
+    if (dialog.exec() == kSourcesSelected)
+        retry_->Run([this, chosen = selection.Selected()] { return CreateBibliography(app_, chosen); });
 }
 
 }  // namespace lore

@@ -6,6 +6,7 @@
 #include "app/lorebinder_app.h"
 #include "ui/controls/run_when_free.h"
 #include "ui/look/qt_text.h"
+#include "ui/main/help_actions.h"
 #include "ui/main/main_window.h"
 #include "ui/main/show_reminder.h"
 #include "ui/note_editor/note_editor_window.h"
@@ -49,7 +50,7 @@ RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme
         QTimer::singleShot(0, &window, [&window, &app, &theme, id] { Show(window, app, theme, id); });
     };
     hooks.close = [&window] { RunWhenFree(window, [&window] { window.close(); }); };
-    hooks.checkForUpdates = [&window] { window.CheckForUpdates(true); };
+    hooks.checkForUpdates = [&window] { window.Help().CheckForUpdates(true); };
     hooks.checkAgentOptions = [&app] {
         app.FlushStore();  // shows what the agent has written
         Settings stored;

@@ -73,10 +73,10 @@ void NoteActions::EditNote(int32_t id) {
     if (app_.TellIfClosed())
         return;
     std::optional<UnsavedNote> unsaved;
-    if (!commands_.OfferUnsavedNote(id, unsaved))
+    if (!commands_.Unsaved().Offer(id, unsaved))
         return;
     if (unsaved)
-        return RunEditor(commands_.ContinueNote(*unsaved), unsaved->draft.note.rtfText);
+        return RunEditor(commands_.Unsaved().Continue(*unsaved), unsaved->draft.note.rtfText);
     if (std::optional<EditNoteSession> session = commands_.EditNote(id))
         RunEditor(std::move(*session), {});
 }
@@ -93,42 +93,40 @@ void NoteActions::DeleteCurrentNotes() {
 }
 
 void NoteActions::Undo() {
-    using Next = WritingCommands::NextUndo;
-    const Next next = WhatToUndo();
-    if (next == Next::None || app_.TellIfClosed())
+    const NextUndo next = WhatToUndo();
+    if (next == NextUndo::None || app_.TellIfClosed())
         return;
-    commands_.Undo();
-    if (next == Next::Deletion || next == Next::Import)
+    commands_.History().Undo();
+    if (next == NextUndo::Deletion || next == NextUndo::Import)
         emit NotesAdded();
     else
         emit NotesChanged(-1);
 }
 
 QString NoteActions::UndoText() const {
-    using Next = WritingCommands::NextUndo;
     switch (WhatToUndo()) {
-        case Next::Import:
+        case NextUndo::Import:
             return tr("Undo &Import");
-        case Next::Colors:
+        case NextUndo::Colors:
             return tr("Undo &Border Color");
-        case Next::KeyWords:
+        case NextUndo::KeyWords:
             return tr("Undo &Key Word");
-        case Next::Category:
+        case NextUndo::Category:
             return tr("Undo Cate&gory");
-        case Next::Sources:
+        case NextUndo::Sources:
             return tr("Undo Sou&rce");
-        case Next::None:
-        case Next::Deletion:
+        case NextUndo::None:
+        case NextUndo::Deletion:
             break;
     }
     return tr("Undo De&lete");
 }
 
 void NoteActions::OfferUnsavedNotes() {
-    if (commands_.Drafts().ListDrafts().empty() || app_.TellIfClosed())
+    if (commands_.Unsaved().Drafts().ListDrafts().empty() || app_.TellIfClosed())
         return;
-    for (const UnsavedNote& unsaved : commands_.AskForUnsavedNotes())
-        RunEditor(commands_.ContinueNote(unsaved), unsaved.draft.note.rtfText);
+    for (const UnsavedNote& unsaved : commands_.Unsaved().AskForAll())
+        RunEditor(commands_.Unsaved().Continue(unsaved), unsaved.draft.note.rtfText);
 }
 
 void NoteActions::OfferWaitingNotes() {

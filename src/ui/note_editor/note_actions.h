@@ -30,7 +30,7 @@ public:
     /// The browser of the sources, and the user-defined types of sources.
     void ViewSources();
     void EditSourceTypes();
-    WritingCommands::NextUndo WhatToUndo() const { return commands_.WhatToUndo(); }
+    NextUndo WhatToUndo() const { return commands_.History().Next(); }
     /// What an entry for it says, of a deletion while there is nothing to undo.
     QString UndoText() const;
     /// Asks for each text that a crash kept from being saved, and opens those that the user goes on with. None where
