@@ -2,6 +2,8 @@
 # Installs through apt what is missing of the packages that the lists name. Usage: install-packages.sh LIST...
 set -eu
 missing=""
+# Words are meant: a name a line, without the remark after it.
+# shellcheck disable=SC2013
 for package in $(cat "$@" | sed -e 's/#.*//' -e 's/ .*//'); do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "ok installed" || missing="$missing $package"
 done
