@@ -38,7 +38,7 @@ public:
         EventList all;
         const int days = years * 365, series = events / days + 1;
         for (int i = 0; i < series && static_cast<int>(all.size()) < events; ++i) {
-            EventList more = ExpandSeries(Daily(DateTime(2026, 1, 1, 8 + i % 10, 0, 0), days), guids_);
+            EventList more = ExpandSeries(Daily(DateTime(2026, 1, 1, 8 + i % 10, 0, 0), days), guids_).records;
             more.resize(std::min(more.size(), static_cast<size_t>(events) - all.size()));
             all.insert(all.end(), more.begin(), more.end());
         }
@@ -57,10 +57,10 @@ void ExpandAndMerge(benchmark::State& state) {
     const ReadContext context{DateTime(2026, 1, 1), DateTime(2026, 1, 1), &file.Guids()};
     const CTmEvent event = Daily(DateTime(2026, 1, 1, 7, 0, 0), 10000);
     SilentProgress progress;
-    EventList before;
-    LoadAllEvents(file.Path(), context, before);
+    const EventList before = LoadAllEvents(file.Path(), context).value;
     for (auto _ : state) {
-        MergeSaveEvents(file.Path(), context, ExpandSeries(event, file.Guids()), progress, [] { return FileResult{}; });
+        MergeSaveEvents(file.Path(), context, ExpandSeries(event, file.Guids()).records, progress,
+                        [] { return FileResult{}; });
         state.PauseTiming();
         WriteEvents(file.Path(), before);
         state.ResumeTiming();
@@ -74,9 +74,8 @@ void ReadAndLayOutAMonth(benchmark::State& state) {
     DateTime month(2026, 1, 1);
     for (auto _ : state) {
         const MonthGrid grid(month);
-        EventList events;
-        LoadEventsInRange(file.Path(), context, grid.FirstMoment(), grid.LastMoment(), events);
-        benchmark::DoNotOptimize(LayOutBars(grid, events));
+        const auto loaded = LoadEventsInRange(file.Path(), context, grid.FirstMoment(), grid.LastMoment());
+        benchmark::DoNotOptimize(LayOutBars(grid, loaded.value));
         month = DateTime(2026, month.Month() % 12 + 1, 1);
     }
 }

@@ -84,7 +84,7 @@ void MakeArchive() {
     SilentProgress progress;
     ExportNotes(NotesOfNoteBook(made.book, made.world.context, made.world.faults), made.Archive(),
                 ExportedSources::OfNotes,
-                {made.book, DataPaths{made.Data()}, made.world.context, prompts, progress, made.world.faults});
+                {made.book, DataPaths{made.Data()}, made.world.context, {prompts, progress, made.world.faults}});
 }
 
 void Export(benchmark::State& state) {
@@ -128,7 +128,7 @@ void Import(benchmark::State& state) {
         LoadNoteBook(book, counters, world.context, world.faults, {});
         TakeAll chooser;
         const ImportOutcome outcome = ImportNotes(
-            Made().Archive(), chooser, {book, data, counters, world.context, prompts, progress, world.faults, 0, [&] {
+            Made().Archive(), chooser, {book, data, counters, world.context, {prompts, progress, world.faults}, 0, [&] {
                                             LoadNoteBook(book, counters, world.context, world.faults, {});
                                         }});
         if (outcome.result != kNotes)

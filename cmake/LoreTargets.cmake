@@ -48,6 +48,31 @@ function(lore_library folder)
   endif()
 endfunction()
 
+# lore_qt_library(name [FOLDERS folder...] [DEPENDS target...] [PRIVATE target...]): every .cpp of these folders, else
+# of the one that asks, but main.cpp as the static library lore_<name>, in which classes may have signals.
+function(lore_qt_library name)
+  cmake_parse_arguments(ARG "" "" "FOLDERS;DEPENDS;PRIVATE" ${ARGN})
+  set(patterns *.cpp *.h)
+  if(ARG_FOLDERS)
+    list(TRANSFORM ARG_FOLDERS APPEND /*.cpp OUTPUT_VARIABLE patterns)
+    list(TRANSFORM ARG_FOLDERS APPEND /*.h OUTPUT_VARIABLE headers)
+    list(APPEND patterns ${headers})
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  qt_add_library(lore_${name} STATIC ${sources})
+  set_target_properties(lore_${name} PROPERTIES AUTOMOC ON)
+  target_include_directories(lore_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(lore_${name} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE} lore_flags)
+endfunction()
+
+# lore_program(name target...): main.cpp of the folder that asks as a program, installed beside the others.
+function(lore_program name)
+  add_executable(${name} main.cpp)
+  target_link_libraries(${name} PRIVATE ${ARGN} lore_flags)
+  install(TARGETS ${name} RUNTIME DESTINATION ${LORE_PROGRAM_DIR})
+endfunction()
+
 # lore_define_where_used(name value source...): defines a text for the files that name it; the others compile alike in
 # every checkout.
 function(lore_define_where_used name value)
@@ -85,4 +110,16 @@ function(lore_tests folder)
     set_tests_properties(${folder}.shard_${shard} PROPERTIES TIMEOUT 1800 LABELS core
                          ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${shard}")
   endforeach()
+endfunction()
+
+# lore_script_test(name script [LABEL label] [TIMEOUT seconds] [ARGS argument...]): a script of Python below tests/.
+function(lore_script_test name script)
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "ARGS" ${ARGN})
+  add_test(NAME ${name} COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/tests/${script} ${ARG_ARGS})
+  if(ARG_LABEL)
+    set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL})
+  endif()
+  if(ARG_TIMEOUT)
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  endif()
 endfunction()

@@ -125,7 +125,7 @@ void AgentProgram::Look() {
 }
 
 void AgentProgram::WaitForNext() {
-    // The clock counts whole seconds: one more is needed to be behind the moment.
+    // The clock counts whole seconds: one more is needed to be after the moment.
     look_.start(static_cast<int>(agent_.SecondsToNextLook()) * kSecond + kSecond / 20);
 }
 

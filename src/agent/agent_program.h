@@ -40,7 +40,7 @@ public:
     void Capture();
 
     PopupWindow& Window() { return window_; }
-    // For tests.
+    // For tests alone.
     AgentTray& Tray() { return tray_; }
     PopupAgent& Popups() { return agent_; }
 

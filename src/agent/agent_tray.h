@@ -30,7 +30,7 @@ public:
 
     /// How the two options stand.
     void SetOptions(bool runAgent, bool startupAgent);
-    /// A bar that comes up behind the agent gets the icon at the next call.
+    /// A bar that comes up after the agent gets the icon at the next call.
     void SetWanted(bool wanted);
     /// How many popups are on the screen.
     void SetWaiting(int count);

@@ -66,9 +66,8 @@ int main(int argc, char** argv) {
     const lore::CompanionPlaces& places = arguments.places;
 
     lore::LocalChannel channel(lore::kAgentRole, places.dataRoot);
-    int error = 0;
-    const auto lock = lore::DataLock::Take(places.dataRoot, "agent-" + std::to_string(::getuid()) + ".lock", error);
-    if ((!lock && error == 0) || channel.FindInstance())
+    const auto attempt = lore::DataLock::Take(places.dataRoot, "agent-" + std::to_string(::getuid()) + ".lock");
+    if (attempt.IsHeldByOther() || channel.FindInstance())
         return LeaveToTheOther(channel);
 
     lore::SystemClock clock;

@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "calendar/event_text.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -98,9 +99,7 @@ void PopupWindow::MakeText() {
     static_cast<QVBoxLayout*>(layout())->addLayout(head);
 
     auto* const inside = new QWidget(this);
-    auto* const column = new QVBoxLayout(inside);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(kSpace * 3);
+    auto* const column = MakeInner<QVBoxLayout>(inside, kSpace * 3);
     column->addWidget(message_);
     column->addWidget(description_);
     column->addStretch(1);
@@ -123,7 +122,7 @@ void PopupWindow::MakeButtons() {
     snoozeFor_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     snoozeFor_->setMinimumContentsLength(kSnoozeChars);
     snoozeFor_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);  // the window grows rather than cut it
-    snoozeFor_->setAccessibleName(tr("Snooze for"));
+    NameBox(*snoozeFor_, tr("Snooze for"));
     snooze_ = new QPushButton(tr("&Snooze"), this);
     snooze_->setObjectName("snooze");
     dismissAll_ = new QPushButton(tr("Dismiss &All"), this);

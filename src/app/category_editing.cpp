@@ -38,7 +38,7 @@ bool CategoryEditing::Save() {
 }
 
 bool CategoryEditing::MayDrop() {
-    return !trees_.IsChanged() || app_.Ports().prompts.Ask("Do you wish to discard your changes of the category trees?",
+    return !trees_.IsChanged() || app_.Ports().prompts.Ask("Do you wish to discard your changes to the category trees?",
                                                            "Discard Changes?") == PromptAnswer::Yes;
 }
 

@@ -97,7 +97,7 @@ private:
         return kLetter + (IsWordStart(text_, at) ? kWordStart : 0) + (at == 0 ? kTextStart : 0);
     }
 
-    /// Either directly behind the letter before, or after a gap from its best place so far.
+    /// Either directly after the letter before, or after a gap from its best place so far.
     void Fill(size_t letter, size_t width) {
         int* const row = &best_[letter * width];
         const int* const before = letter > 0 ? row - width : nullptr;

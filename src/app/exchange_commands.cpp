@@ -6,9 +6,8 @@ namespace lore {
 
 void ExportCurrentNotes(CLorebinderApp& app) {
     const ReadContext context = app.Context();
-    const AppPorts& ports = app.Ports();
     RunExportCommand(NotesOfList(app.List()), ExportScope::CurrentList,
-                     {app.NoteBook(), app.Data(), context, ports.prompts, ports.progress, ports.faults});
+                     {.book = app.NoteBook(), .data = app.Data(), .context = context, .ports = app.Flow()});
 }
 
 bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, ImportChooser& chooser,
@@ -16,7 +15,6 @@ bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, I
     if (app.TellIfClosed())
         return false;
     const ReadContext context = app.Context();
-    const AppPorts& ports = app.Ports();
     const LongList listed = app.List().GetNoteIDs();
     IdCounters counters = app.Counters();
     ImportChanges changes;
@@ -25,9 +23,7 @@ bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, I
                                                .data = app.Data(),
                                                .counters = counters,
                                                .context = context,
-                                               .prompts = ports.prompts,
-                                               .progress = ports.progress,
-                                               .faults = ports.faults,
+                                               .ports = app.Flow(),
                                                .listedNotes = app.List().Count(),
                                                .reload =
                                                    [&] {
@@ -37,12 +33,12 @@ bool ImportArchiveFile(CLorebinderApp& app, const std::filesystem::path& path, I
                                                    },
                                                .changes = &changes});
     if (outcome.result > 0)
-        writing.History().ImportDone(std::move(changes), listed);
+        writing.History().ImportDone(std::move(changes), outcome.displayAfter ? std::optional(listed) : std::nullopt);
     if (outcome.result > 0 && outcome.displayAfter)
         app.ShowNotes(outcome.ids);
     if (outcome.result > 0 && changed)
         changed();
-    TellImportResult(outcome, ports.prompts);
+    TellImportResult(outcome, app.Ports().prompts);
     return outcome.result > 0;
 }
 

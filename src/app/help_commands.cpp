@@ -31,14 +31,14 @@ void OpenTutorial(const HelpWorld& world) {
     if (!address.empty())
         return OpenHelpPage(world, address, kTutorialTitle);
     world.prompts.Message(
-        "No address of a tutorial page is set. It is the value \"TutorialAddress\" in the section \"Options\" of the "
+        "No address for a tutorial page is set. It is the value \"TutorialAddress\" in the section \"Options\" of the "
         "settings file; set it while Lorebinder is closed.",
         kTutorialTitle, PromptIcon::Information);
 }
 
 void OpenHelpPage(const HelpWorld& world, const std::string& address, const char* title) {
     if (!IsWebPage(address))
-        world.prompts.Message("This is no address of a web page, so it isn't opened:\n\n" + address, title,
+        world.prompts.Message("This isn't the address of a web page, so it isn't opened:\n\n" + address, title,
                               PromptIcon::Warning);
     else if (!world.openPage(address))
         world.prompts.Message("The system has no program that opens this page:\n\n" + address, title,

@@ -62,9 +62,7 @@ void CLorebinderApp::SelectStartNoteBook() {
 }
 
 void CLorebinderApp::UseNoteBook(const CDatabase& noteBook) {
-    book_ = OpenNoteBook();
-    book_.database = noteBook;
-    book_.paths = NoteBookPaths(data_, noteBook.folder);
+    book_ = OpenNoteBook::At(data_, noteBook);
     closed_ = Closed::No;
     isUnread_ = isListUnread_ = false;
     unfound_.RemoveAll();
@@ -92,7 +90,11 @@ bool CLorebinderApp::UpgradeData() {
         return true;
     IdCounters counters = Counters();
     const ReadContext context = Context();
-    const bool done = UpgradeDataFolder({data_, counters.MaxCategoryID, context, ports_.progress, ports_.faults});
+    const bool done = UpgradeDataFolder({.data = data_,
+                                         .maxCategoryID = counters.MaxCategoryID,
+                                         .context = context,
+                                         .progress = ports_.progress,
+                                         .faults = ports_.faults});
     if (done)
         StoreCounters(counters);
     return done;
@@ -158,7 +160,7 @@ void CLorebinderApp::TellDamaged(const std::vector<std::string>& files) {
                                      : " are damaged or missing, and were not read whole"),
                         book_.paths.Folder().string(),
                         std::string("what could be read is shown; ") + (one ? "the" : "each") +
-                            " file is kept beside before it is changed; restore a backup, or see what "
+                            " file is kept beside it before it is changed; restore a backup, or see what "
                             "\"lorebinder-cli check\" says",
                         true});
 }

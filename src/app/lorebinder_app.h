@@ -13,6 +13,7 @@
 #include "notes/open_notebook.h"
 #include "notes/search_flow.h"
 #include "notes/text_cache.h"
+#include "ports/flow_ports.h"
 #include "settings/settings.h"
 
 namespace lore {
@@ -42,7 +43,7 @@ public:
 
     /// Leaves the open NoteBook, whose list is kept for the next time, and opens another one.
     void SwitchNoteBook(const CDatabase& noteBook);
-    /// Loads the open NoteBook anew, with these notes as the current list; behind them stand those that were listed at
+    /// Loads the open NoteBook anew, with these notes as the current list; after them stand those that were listed at
     /// the last load and could not be read.
     void ReloadNotes(const LongList& listed);
     /// Makes the current list of these notes, in their order, on the caller's thread or in a background.
@@ -100,6 +101,7 @@ public:
     TextCache& Texts() { return texts_; }
     const TextCache& Texts() const { return texts_; }
     const AppPorts& Ports() const { return ports_; }
+    FlowPorts Flow() const { return {.prompts = ports_.prompts, .progress = ports_.progress, .faults = ports_.faults}; }
     ReadContext Context() const;
     /// The last ids given out, and how a command that gives out more stores them at once.
     IdCounters Counters() const;

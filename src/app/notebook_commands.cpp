@@ -17,23 +17,29 @@ ManagerPorts PortsOf(CLorebinderApp& app, NoteBookTrash& trash) {
     return {ports.prompts, ports.progress, ports.faults, ports.wait, ports.random, clearOnlineLink, &trash};
 }
 
-/// Runs a backup; the list of NoteBooks is read again behind it.
+/// Runs a backup; the list of NoteBooks is read again after it.
 template <typename Command>
 void RunBackup(CLorebinderApp& app, Command command) {
     const ReadContext context = app.Context();
-    const AppPorts& ports = app.Ports();
-    command(BackupWorld{app.Data(), app.GetSettings(), context, ports.prompts, ports.progress, ports.faults,
-                        [&app] { app.StoreSettings(); }});
+    command(BackupJob{.data = app.Data(),
+                      .settings = app.GetSettings(),
+                      .context = context,
+                      .ports = app.Flow(),
+                      .storeSettings = [&app] { app.StoreSettings(); }});
     app.ReloadNoteBooks();
 }
 
 template <typename Command>
 void RunCopy(CLorebinderApp& app, Command command) {
     const ReadContext context = app.Context();
-    const AppPorts& ports = app.Ports();
     IdCounters counters = app.Counters();
-    command(CopyWorld{app.NoteBook(), app.Data(), counters, context, ports.prompts, ports.progress, ports.faults,
-                      app.GetSettings().IsSyncEngaged(), [&] { app.StoreCounters(counters); }});
+    command(CopyJob{.from = app.NoteBook(),
+                    .data = app.Data(),
+                    .counters = counters,
+                    .context = context,
+                    .ports = app.Flow(),
+                    .syncEngaged = app.GetSettings().IsSyncEngaged(),
+                    .storeCounters = [&] { app.StoreCounters(counters); }});
 }
 
 }  // namespace
@@ -60,15 +66,15 @@ bool NoteBookManagement::Finish(bool changeTo) {
 }
 
 void BackupCurrentNoteBook(CLorebinderApp& app) {
-    RunBackup(app, [&app](const BackupWorld& world) { BackupCurrentNoteBook(app.NoteBook().database, world); });
+    RunBackup(app, [&app](const BackupJob& job) { BackupCurrentNoteBook(app.NoteBook().database, job); });
 }
 
 void BackupAllNoteBooks(CLorebinderApp& app) {
-    RunBackup(app, [](const BackupWorld& world) { BackupAllNoteBooks(world); });
+    RunBackup(app, [](const BackupJob& job) { BackupAllNoteBooks(job); });
 }
 
 void RunAutoBackup(CLorebinderApp& app) {
-    RunBackup(app, [](const BackupWorld& world) { RunAutoBackup(world); });
+    RunBackup(app, [](const BackupJob& job) { RunAutoBackup(job); });
 }
 
 std::vector<CDatabase> CopyTargets(const CLorebinderApp& app) {
@@ -82,24 +88,24 @@ void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId) {
     const std::optional<CNote> note = FindNote(app.NoteBook().index, noteId, context, app.Ports().faults);
     if (!note || app.TellIfClosed())
         return;
-    RunCopy(app, [&](const CopyWorld& world) {
-        CopyNoteToNoteBook(*note, app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, world);
+    RunCopy(app, [&](const CopyJob& job) {
+        CopyNoteToNoteBook(*note, app.NoteBooks(), app.GetSettings().Text(Option::LocalGUID), targetId, job);
     });
 }
 
 void CopyNotesOfNoteBook(CLorebinderApp& app, const CNoteList& notes, const CDatabase& target) {
-    RunCopy(app, [&](const CopyWorld& world) {
-        const CopyResult result = CopyNotesToNoteBook(notes, target, world);
+    RunCopy(app, [&](const CopyJob& job) {
+        const CopyResult result = CopyNotesToNoteBook(notes, target, job);
         if (result.copied > 0)
-            world.prompts.Message("Your  *" + std::to_string(result.copied) +
-                                      "*  notes have been successfully copied to " + target.name + "!",
-                                  "Finished!", PromptIcon::Information);
+            job.ports.prompts.Message("Your  *" + std::to_string(result.copied) +
+                                          "*  notes have been successfully copied to " + target.name + "!",
+                                      "Finished!", PromptIcon::Information);
     });
 }
 
 void RunCloseSteps(CLorebinderApp& app, bool syncs) {
     if (app.GetSettings().IsBackupEnabled())
-        RunBackup(app, [](const BackupWorld& world) { AutoBackupAtClose(world); });
+        RunBackup(app, [](const BackupJob& job) { AutoBackupAtClose(job); });
     if (!syncs)
         SyncAtClose(app);
 }

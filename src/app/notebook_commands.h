@@ -13,7 +13,7 @@ public:
     /// `trash` keeps deleted NoteBooks until the program ends.
     NoteBookManagement(CLorebinderApp& app, NoteBookTrash& trash);
     ManageNoteBooks& Model() { return model_; }
-    /// Behind the dialog: the list is read again. `changeTo` says whether the user changes to the chosen NoteBook,
+    /// After the dialog: the list is read again. `changeTo` says whether the user changes to the chosen NoteBook,
     /// which is opened then. True if another NoteBook, or none, is open now.
     bool Finish(bool changeTo);
 

@@ -73,7 +73,7 @@ void CalendarReader::AddSeries(const SampleJson& json) {
     event.WeeklyPattern = LongList(std::vector<int32_t>(kWeeklySlots, 0));
     event.WeeklyPattern.SetAt(kWeeklyN, 1);
     event.WeeklyPattern.SetAt(kWeeklySunday + weekday, 1);
-    for (CTmEvent& one : ExpandSeries(event, *context_.guids)) {
+    for (CTmEvent& one : ExpandSeries(event, *context_.guids).records) {
         AddPopups(one, json);
         calendar_.events.push_back(std::move(one));
     }

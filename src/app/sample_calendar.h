@@ -8,6 +8,7 @@
 
 namespace lore {
 
+/// What the sample adds to the calendar: reminders of a day, and those of its events within the events.
 struct SampleCalendar {
     EventList events;
     ReminderList reminders;

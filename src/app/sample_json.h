@@ -8,7 +8,7 @@
 
 namespace lore {
 
-using SampleJson = nlohmann::json;
+using SampleJson = nlohmann::ordered_json;
 
 /// Null for a text that isn't JSON.
 inline SampleJson ParseSampleJson(std::string_view text) {
@@ -27,16 +27,9 @@ inline std::string TextOf(const SampleJson& json, const char* key) {
     return found != json.end() && found->is_string() ? FromUtf8(found->get_ref<const std::string&>()) : std::string();
 }
 
-/// A number, or true as 1 and false as 0.
 inline int32_t NumberOf(const SampleJson& json, const char* key, int32_t fallback = 0) {
     const auto found = json.find(key);
-    if (found == json.end() || !(found->is_number_integer() || found->is_boolean()))
-        return fallback;
-    return found->is_boolean() ? found->get<bool>() : found->get<int32_t>();
-}
-
-inline bool FlagOf(const SampleJson& json, const char* key) {
-    return NumberOf(json, key) > 0;
+    return found != json.end() && found->is_number_integer() ? found->get<int32_t>() : fallback;
 }
 
 }  // namespace lore

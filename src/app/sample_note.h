@@ -16,6 +16,7 @@ struct SampleSourceUse {
     std::string info;
 };
 
+/// A picture, file or link that a note of the sample names.
 struct SampleAttachment {
     enum class Kind { Picture, File, Link };
 

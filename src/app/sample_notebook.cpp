@@ -1,6 +1,5 @@
 #include "app/sample_notebook.h"
 
-#include <algorithm>
 #include <map>
 #include <system_error>
 
@@ -87,13 +86,10 @@ void WriteNoteBook(const NoteBookPaths& paths, SampleContent& content, SampleWri
 
 /// True if the calendar holds nothing, neither records nor something that can't be read.
 bool IsCalendarEmpty(const DataPaths& data, const ReadContext& context) {
-    EventList events;
-    ReminderList reminders;
-    bool eventsWhole = true, remindersWhole = true;
-    const FileResult results[] = {LoadAllEvents(data.Events(), context, events, &eventsWhole),
-                                  LoadAllReminders(data.Reminders(), context, reminders, &remindersWhole)};
-    return events.empty() && reminders.empty() && eventsWhole && remindersWhole &&
-           std::ranges::all_of(results, [](const FileResult& result) { return result.Ok() || result.Missing(); });
+    const auto isEmpty = [](const auto& loaded) {
+        return loaded.value.empty() && loaded.isWhole && (loaded.file.Ok() || loaded.file.Missing());
+    };
+    return isEmpty(LoadAllEvents(data.Events(), context)) && isEmpty(LoadAllReminders(data.Reminders(), context));
 }
 
 void WriteCalendar(const DataPaths& data, const ReadContext& context, SampleWriter& writer, SampleResult& result) {
@@ -136,13 +132,13 @@ bool IsMainNoteBookEmpty(const DataPaths& data, const ReadContext& context) {
            std::ranges::all_of(results, [](const FileResult& result) { return result.Ok() || result.Missing(); });
 }
 
-SampleResult MakeSampleNoteBook(const DataPaths& data, const std::string& localGuid, IdCounters& counters,
+SampleResult MakeSampleNoteBook(const DataPaths& data, const std::string& localGUID, IdCounters& counters,
                                 const ReadContext& context, FaultNotice& faults) {
     SampleResult result;
     SampleContent content = BuildSampleContent(counters, context);
     SampleWriter writer(faults);
     if (IsMainNoteBookEmpty(data, context)) {
-        result.database = MainNoteBook(localGuid);
+        result.database = MainNoteBook(localGUID);
         WriteNoteBook({data, result.database.folder}, content, writer);
     } else {
         NoteBookListFile file(data.DatabasesFile(), faults);

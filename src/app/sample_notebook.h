@@ -22,7 +22,7 @@ struct SampleResult {
 /// list of NoteBooks. Nothing that stands in the data folder is written over; events and reminders come only into an
 /// empty calendar. The caller holds the data folder's lock and stores the raised counters. Failures are told to
 /// `faults`.
-SampleResult MakeSampleNoteBook(const DataPaths& data, const std::string& localGuid, IdCounters& counters,
+SampleResult MakeSampleNoteBook(const DataPaths& data, const std::string& localGUID, IdCounters& counters,
                                 const ReadContext& context, FaultNotice& faults);
 
 /// True if the main NoteBook holds no notes, sources, types, authors, categories and attachments.

@@ -17,7 +17,7 @@ namespace {
 struct UndoTexts {
     NextUndo next;
     const char* title;
-    const char *one, *several;  ///< behind the number of notes that aren't put back
+    const char *one, *several;  ///< after the number of notes that aren't put back
 };
 constexpr UndoTexts kUndoTexts[] = {
     {NextUndo::Colors, "Undo Border Color", " of the notes has got another border color since, and keeps what it has.",
@@ -77,7 +77,7 @@ void UndoHistory::Add(std::variant<Deletion, Import, ReplacedValues> what) {
 }
 
 void UndoHistory::NotesDeleted(DeletedNotes deleted) {
-    KeepsFiles();
+    RememberKeptFiles();
     LongList gone, listed, behind;
     for (const CNote& note : deleted.notes)
         gone.AddTail(note.id);
@@ -95,7 +95,7 @@ void UndoHistory::NotesDeleted(DeletedNotes deleted) {
 }
 
 /// The open NoteBook holds files that go when the program ends.
-void UndoHistory::KeepsFiles() {
+void UndoHistory::RememberKeptFiles() {
     const NoteBookPaths& open = app_.NoteBook().paths;
     const bool known = std::any_of(withKeptFiles_.begin(), withKeptFiles_.end(),
                                    [&](const NoteBookPaths& paths) { return paths.Folder() == open.Folder(); });
@@ -103,9 +103,9 @@ void UndoHistory::KeepsFiles() {
         withKeptFiles_.push_back(open);
 }
 
-void UndoHistory::ImportDone(ImportChanges changes, const LongList& listed) {
-    KeepsFiles();
-    Add(Import{std::move(changes), listed});
+void UndoHistory::ImportDone(ImportChanges changes, std::optional<LongList> former) {
+    RememberKeptFiles();
+    Add(Import{std::move(changes), std::move(former)});
 }
 
 void UndoHistory::ValuesChanged(ReplacedValues replaced) {
@@ -150,6 +150,21 @@ bool UndoHistory::TakeBack(Deletion& deletion) {
     return deleted.notes.empty();
 }
 
+/// The present list. Where imported notes have taken the place of another one, that one comes back, and what has come
+/// into the list since stands behind it.
+LongList UndoHistory::ListWithout(const Import& import) const {
+    LongList listed = app_.List().GetNoteIDs();
+    if (!import.former)
+        return listed;
+    LongList back = *import.former, since;
+    for (const int32_t id : listed) {
+        if (!import.changes.landed.contains(id))
+            since.AddTail(id);
+    }
+    back.Merge(since);
+    return back;
+}
+
 /// True if all is undone; what isn't is left in `import`.
 bool UndoHistory::TakeBack(Import& import) {
     ImportChanges& changes = import.changes;
@@ -159,6 +174,7 @@ bool UndoHistory::TakeBack(Import& import) {
                                std::to_string(all) + "*  notes out of this NoteBook.\n\nDo you wish to continue?",
                            "Undo Import?") != PromptAnswer::Yes)
         return false;
+    const LongList listed = ListWithout(import);
     const ReadContext context = app_.Context();
     IdCounters counters = app_.Counters();
     const std::optional<size_t> changed = UndoImport(
@@ -166,7 +182,7 @@ bool UndoHistory::TakeBack(Import& import) {
         &app_.Texts());
     if (!changed)
         return false;
-    app_.ReloadNotes(import.listed);
+    app_.ReloadNotes(listed);
     if (*changed > 0)
         world_.prompts.Message(
             std::to_string(*changed) + (*changed == 1

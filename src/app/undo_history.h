@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -30,8 +31,8 @@ public:
 
     /// Notes have been deleted, and still stand in the current list.
     void NotesDeleted(DeletedNotes deleted);
-    /// An import has come to its end. `listed` are the notes of the current list before it.
-    void ImportDone(ImportChanges changes, const LongList& listed);
+    /// An import has come to its end. `former` is the list whose place the imported notes take, if they do.
+    void ImportDone(ImportChanges changes, std::optional<LongList> former);
     /// Notes have got other values, outside the editor.
     void ValuesChanged(ReplacedValues replaced);
 
@@ -47,7 +48,7 @@ private:
     };
     struct Import {
         ImportChanges changes;
-        LongList listed;
+        std::optional<LongList> former;  ///< the list that gave way to the imported notes
     };
     struct Step {
         std::string noteBook;  ///< GUID
@@ -56,7 +57,8 @@ private:
 
     void Add(std::variant<Deletion, Import, ReplacedValues> what);
     const Step* LastStep() const;
-    void KeepsFiles();
+    void RememberKeptFiles();
+    LongList ListWithout(const Import& import) const;
     bool TakeBack(Deletion& deletion);
     bool TakeBack(Import& import);
     bool TakeBack(ReplacedValues& replaced);

@@ -11,6 +11,8 @@ namespace lore {
 
 namespace {
 
+using Answer = UnsavedOffer::Answer;
+
 constexpr size_t kTitleCharacters = 60;
 
 /// The first words of a text, for questions about a note.
@@ -41,13 +43,14 @@ DraftStore UnsavedNotes::Drafts() const {
     return DraftStore(app_.NoteBook().paths);
 }
 
-/// False, told, if it can't be had.
-bool UnsavedNotes::ReadDraft(const std::filesystem::path& file, Draft& draft) const {
-    bool isWhole = false;
-    const FileResult read = DraftStore::ReadDraft(file, app_.Context(), draft, isWhole);
-    TellFailedRead(world_.faults, "An unsaved text could not be read", file, read);
-    if (!read.Ok() || isWhole)
-        return isWhole;
+/// One that can be had, without its note.
+UnsavedOffer UnsavedNotes::Read(const std::filesystem::path& file) const {
+    Loaded<Draft> loaded = DraftStore::ReadDraft(file, app_.Context());
+    TellFailedRead(world_.faults, "An unsaved text could not be read", file, loaded.file);
+    if (loaded.ReadWhole())
+        return {Answer::GoOn, {std::move(loaded.value), {}}};
+    if (!loaded.file.Ok())
+        return {loaded.file.Missing() ? Answer::None : Answer::Waits, {}};
     const FileResult aside = SetAside(file);
     if (aside.Ok())
         world_.faults.Tell(
@@ -55,10 +58,10 @@ bool UnsavedNotes::ReadDraft(const std::filesystem::path& file, Draft& draft) co
     else
         world_.faults.Tell(
             {"An unsaved text is damaged, and its file could not be set aside", file.string(), aside.Reason()});
-    return false;
+    return {aside.Ok() ? Answer::None : Answer::Waits, {}};
 }
 
-bool UnsavedNotes::AskFor(const std::filesystem::path& file, UnsavedNote& unsaved) const {
+UnsavedOffer UnsavedNotes::Ask(const std::filesystem::path& file, UnsavedNote unsaved) const {
     const int32_t id = unsaved.draft.note.id;
     const NoteIndex& index = app_.NoteBook().index;
     unsaved.stored = FindNote(index, id, app_.Context(), world_.faults);
@@ -69,46 +72,42 @@ bool UnsavedNotes::AskFor(const std::filesystem::path& file, UnsavedNote& unsave
     if (!unsaved.stored && id > 0 && isUnread) {
         world_.faults.Tell({"An unsaved text waits until its note can be read", file.string(),
                             "not all notes of this NoteBook could be read"});
-        return false;
+        return {Answer::Waits, {}};
     }
     const bool asks = DraftDiffers(unsaved.draft, unsaved.stored ? &*unsaved.stored : nullptr);
     const PromptAnswer answer =
         asks ? world_.prompts.Ask(UnsavedText(unsaved), "Unsaved Note", true) : PromptAnswer::No;
+    if (answer == PromptAnswer::Yes)
+        return {Answer::GoOn, std::move(unsaved)};
     if (answer == PromptAnswer::No)
         Drafts().RemoveDraft(unsaved.draft.note.guid);
-    return answer == PromptAnswer::Yes;
+    std::error_code ignored;
+    return {std::filesystem::exists(file, ignored) ? Answer::Waits : Answer::None, {}};
 }
 
 std::vector<UnsavedNote> UnsavedNotes::AskForAll() const {
     std::vector<UnsavedNote> wanted;
     for (const std::filesystem::path& file : Drafts().ListDrafts()) {
-        UnsavedNote unsaved;
-        if (ReadDraft(file, unsaved.draft) && AskFor(file, unsaved))
-            wanted.push_back(std::move(unsaved));
+        UnsavedOffer offer = Read(file);
+        if (offer.answer == Answer::GoOn)
+            offer = Ask(file, std::move(offer.note));
+        if (offer.answer == Answer::GoOn)
+            wanted.push_back(std::move(offer.note));
     }
     return wanted;
 }
 
-bool UnsavedNotes::Offer(int32_t id, std::optional<UnsavedNote>& wanted) const {
+UnsavedOffer UnsavedNotes::Offer(int32_t id) const {
     if (Drafts().ListDrafts().empty())
-        return true;
+        return {};
     const std::optional<CNote> note = FindNote(app_.NoteBook().index, id, app_.Context(), world_.faults);
     if (!note)
-        return true;
+        return {};
     const std::filesystem::path file = Drafts().FileOf(note->guid);
-    std::error_code ignored;
-    if (!std::filesystem::exists(file, ignored))
-        return true;
-    UnsavedNote unsaved;
-    if (ReadDraft(file, unsaved.draft)) {
-        if (unsaved.draft.note.guid != note->guid)
-            return true;
-        if (AskFor(file, unsaved)) {
-            wanted = std::move(unsaved);
-            return true;
-        }
-    }
-    return !std::filesystem::exists(file, ignored);
+    UnsavedOffer offer = Read(file);
+    if (offer.answer != Answer::GoOn)
+        return offer;
+    return offer.note.draft.note.guid == note->guid ? Ask(file, std::move(offer.note)) : UnsavedOffer();
 }
 
 EditNoteSession UnsavedNotes::Continue(const UnsavedNote& unsaved) const {

@@ -19,6 +19,17 @@ struct UnsavedNote {
     std::optional<CNote> stored;  ///< the note of the NoteBook that it continues
 };
 
+/// What a text that wasn't saved was offered for.
+struct UnsavedOffer {
+    enum class Answer {
+        None,   ///< there is no such text, or none any more
+        GoOn,   ///< the user goes on with `note`
+        Waits,  ///< it waits on: an editor would write over it
+    };
+    Answer answer = Answer::None;
+    UnsavedNote note;
+};
+
 /// The texts of the open NoteBook that were not saved, each with a question. One that the user discards is removed. A
 /// damaged one is set aside and told; one that can't be read now, or whose note may stand in a file that can't, waits
 /// and is told; one that the note holds already goes without a word.
@@ -31,15 +42,14 @@ public:
     DraftStore Drafts() const;
     /// Asks for all of them. Gives those that the user goes on with.
     std::vector<UnsavedNote> AskForAll() const;
-    /// Asks for the text of one note, before it is edited. `wanted` is set if the user goes on with it; false if it
-    /// waits on, so that an editor would write over it.
-    bool Offer(int32_t id, std::optional<UnsavedNote>& wanted) const;
+    /// Asks for the text of one note, before it is edited.
+    UnsavedOffer Offer(int32_t id) const;
     /// A session that goes on with one.
     EditNoteSession Continue(const UnsavedNote& unsaved) const;
 
 private:
-    bool ReadDraft(const std::filesystem::path& file, Draft& draft) const;
-    bool AskFor(const std::filesystem::path& file, UnsavedNote& unsaved) const;
+    UnsavedOffer Read(const std::filesystem::path& file) const;
+    UnsavedOffer Ask(const std::filesystem::path& file, UnsavedNote unsaved) const;
 
     CLorebinderApp& app_;
     EditWorld& world_;

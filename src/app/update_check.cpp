@@ -55,7 +55,7 @@ void UpdateCheck::Run() {
     if (!world_.settings.Text(Option::UpdateAddress).empty())
         return Ask(true);
     world_.prompts.Message(
-        "No address is set that tells of new versions. It is the value \"UpdateAddress\" in the section \"Options\" of "
+        "No address that tells of new versions is set. It is the value \"UpdateAddress\" in the section \"Options\" of "
         "the settings file; set it while Lorebinder is closed.",
         kTitle, PromptIcon::Information);
 }
@@ -82,8 +82,8 @@ void UpdateCheck::Answer(const UpdateReply& reply, bool tellAll) {
         world_.prompts.Message("You have the newest version, " + ShownVersion(kDataVersion) + ".", kTitle,
                                PromptIcon::Information);
     else
-        world_.prompts.Message("It could not be found out whether there is a newer version.\n\n" +
-                                   (reply.ok ? "The answer of the address names no version." : reply.reason),
+        world_.prompts.Message("Lorebinder could not find out whether there is a newer version.\n\n" +
+                                   (reply.ok ? "The answer from that address names no version." : reply.reason),
                                kTitle, PromptIcon::Warning);
 }
 

@@ -70,11 +70,10 @@ bool WritingCommands::AskTwiceAndDelete(const LongList& ids) {
     const std::string first =
         one ? "Do you wish to permanently delete the current note?"
             : "Do you wish to permanently delete all " + std::to_string(ids.Count()) + " current notes?";
-    const char* const second =
-        one ? "Are you sure you wish to delete the note?\nThis will permanently remove it from your Lorebinder "
-              "database!"
-            : "Are you sure you wish to delete these notes?\nThis will permanently remove them from your Lorebinder "
-              "database!";
+    const char* const second = one ? "Are you sure you wish to delete the note?\n"
+                                     "This will permanently remove it from your Lorebinder database!"
+                                   : "Are you sure you wish to delete these notes?\n"
+                                     "This will permanently remove them from your Lorebinder database!";
     if (world_.prompts.Ask(first, "Delete Current Notes?") != PromptAnswer::Yes ||
         world_.prompts.Ask(second, "Delete Notes?") != PromptAnswer::Yes)
         return false;

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 
+#include "base/ascii.h"
 #include "base/text.h"
 
 namespace lore {
@@ -172,6 +173,25 @@ bool ParseDateFieldText(std::string_view text, DateTime& date) {
 
 std::string DateFieldText(const DateTime& date) {
     return date.Format("%Y-%m-%d-%H-%M-%S");
+}
+
+std::optional<DateArgument> ParseDate(std::string_view text) {
+    constexpr std::string_view kForm = "0000-00-00T00:00:00";
+    constexpr size_t kDay = 10, kMinutes = 16;
+    if (text.size() != kDay && text.size() != kMinutes && text.size() != kForm.size())
+        return std::nullopt;
+    std::array<int, 6> parts{};
+    size_t part = 0;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (kForm[i] == '0' && IsDigit(text[i]))
+            parts[part] = parts[part] * 10 + (text[i] - '0');
+        else if (kForm[i] != '0' && (text[i] == kForm[i] || (kForm[i] == 'T' && text[i] == ' ')))
+            ++part;
+        else
+            return std::nullopt;
+    }
+    const DateTime date(parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]);
+    return date.IsValid() ? std::optional(DateArgument{date, text.size() > kDay}) : std::nullopt;
 }
 
 }  // namespace lore

@@ -2,6 +2,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -67,5 +68,14 @@ bool ParseDateFieldText(std::string_view text, DateTime& date);
 
 /// The text that a date field stores: "2011-07-12-14-20-24", "Invalid DateTime", or nothing for a null date.
 std::string DateFieldText(const DateTime& date);
+
+/// A date of the command line, or of a file that is handed to it.
+struct DateArgument {
+    DateTime date;
+    bool hasTime = false;  ///< more than a day was given
+};
+/// "YYYY-MM-DD", alone or with "THH:MM" or "THH:MM:SS" after it, where a blank does for the T. Nothing for anything
+/// else and for a moment that doesn't exist.
+std::optional<DateArgument> ParseDate(std::string_view text);
 
 }  // namespace lore

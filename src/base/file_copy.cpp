@@ -23,7 +23,7 @@ FileResult CopyBytes(int from, int to) {
         if (got < 0)
             return LastError();
         if (got == 0)
-            return ::fsync(to) == 0 ? FileResult{} : LastError();
+            return Flush(to) ? FileResult{} : LastError();
         if (!WriteAll(to, {piece.data(), static_cast<size_t>(got)}))
             return LastError();
     }

@@ -91,6 +91,14 @@ bool WriteAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
+bool Flush(int descriptor) {
+    int result = 0;
+    do {
+        result = ::fsync(descriptor);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
 FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<FileDescriptor>& file, size_t& size) {
     file = std::make_unique<FileDescriptor>(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat info = {};
@@ -174,7 +182,7 @@ FileResult FlushFolder(const std::filesystem::path& folder) {
         return LastError();
     // Many a file system of a network or a shared folder can't flush folders: it answers so, and there is no more to
     // do.
-    if (::fsync(opened.Get()) == 0 || errno == EINVAL || errno == ENOTSUP || errno == EBADF)
+    if (Flush(opened.Get()) || errno == EINVAL || errno == ENOTSUP || errno == EBADF)
         return {};
     return LastError();
 }

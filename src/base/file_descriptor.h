@@ -31,6 +31,8 @@ private:
 FileResult LastError();
 /// False, with the reason in LastError, unless all bytes were written.
 bool WriteAll(int descriptor, std::string_view bytes);
+/// What was written stands on the disk; false with errno if not. An interruption is no failure.
+bool Flush(int descriptor);
 /// Opens a file to read it, without waiting for anybody. A folder is refused, and so is what isn't a regular file: a
 /// pipe would hold the reader up, and some devices have no end.
 FileResult OpenRegularFile(const std::filesystem::path& path, std::unique_ptr<FileDescriptor>& file, size_t& size);

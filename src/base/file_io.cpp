@@ -64,7 +64,7 @@ FileResult Replace(const std::filesystem::path& target, std::string_view bytes) 
     FileResult result = CreateReplacement(target, temporary, file);
     if (!file || !file->IsOpen())
         return result;
-    if (!WriteAll(file->Get(), bytes) || ::fsync(file->Get()) != 0 || !file->Close() ||
+    if (!WriteAll(file->Get(), bytes) || !Flush(file->Get()) || !file->Close() ||
         ::rename(temporary.c_str(), target.c_str()) != 0) {
         result = LastError();
         ::unlink(temporary.c_str());

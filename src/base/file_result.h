@@ -11,6 +11,8 @@ struct FileResult {
     static constexpr int kNoRegularFile = -1;
     /// For a link on the way to a file that leads to nothing: what it should lead to may only be away.
     static constexpr int kDeadLink = -2;
+    /// For a text that was read, but of which can't be told how its bytes stand for characters.
+    static constexpr int kUnknownEncoding = -3;
     bool Ok() const { return error == 0; }
     /// True if the file just isn't there, which counts as having no records.
     bool Missing() const;

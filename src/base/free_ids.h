@@ -24,7 +24,7 @@ public:
     void Add(int32_t id) { ids_.Add(id); }
     bool Contains(int32_t id) const { return ids_.Contains(id); }
     void Clear() { ids_.Clear(); }
-    /// The wanted number, or the first one behind it that isn't passed over.
+    /// The wanted number, or the first one after it that isn't passed over.
     int64_t Behind(int64_t wanted) const {
         while (wanted <= kHighestID && Contains(static_cast<int32_t>(wanted)))
             ++wanted;
@@ -41,7 +41,7 @@ public:
     /// `first` is the first id that NoteBooks give out, above 0.
     explicit FreeIDs(int32_t first) : lowest_(first) {}
 
-    /// The wanted id, one above a counter as a rule. Where it is no id or `isUsed(id)` says true, as behind a damaged
+    /// The wanted id, one above a counter as a rule. Where it is no id or `isUsed(id)` says true, as after a damaged
     /// record with the highest number, the lowest one from the first on that isn't used; what has become free again
     /// since an earlier call doesn't count. 0 if there is none.
     template <typename IsUsed>

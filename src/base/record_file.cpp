@@ -7,11 +7,8 @@
 #include <limits>
 #include <optional>
 
+#include "base/find_byte.h"
 #include "base/text.h"
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace lore {
 
@@ -22,40 +19,43 @@ constexpr size_t kDoubleWidth = 20;
 constexpr size_t kLineRoom = 1999;
 constexpr char kEndOfText = 0x1A;
 
-/// The first byte up to 0x1A, `end` if there is none. Texts hold few of them beside their line ends.
-const char* FindControl(const char* at, const char* end) {
+/// The bytes up to 0x1A.
+struct ControlBytes {
+    static constexpr bool Holds(unsigned char c) { return c <= kEndOfText; }
 #if defined(__SSE2__)
-    const __m128i highest = _mm_set1_epi8(kEndOfText);
-    const auto load = [](const char* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); };
-    const auto controls = [highest](__m128i bytes) {
-        return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(_mm_min_epu8(bytes, highest), bytes)));
-    };
-    for (; end - at >= 64; at += 64) {
-        const __m128i lower = _mm_min_epu8(load(at), load(at + 16));
-        if (controls(_mm_min_epu8(lower, _mm_min_epu8(load(at + 32), load(at + 48)))) != 0)
-            break;
-    }
-    for (; end - at >= 16; at += 16) {
-        if (const unsigned found = controls(load(at)); found != 0)
-            return at + std::countr_zero(found);
+    static __m128i HeldIn(__m128i bytes) {
+        return _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(kEndOfText)), bytes);
     }
 #endif
-    return std::find_if(at, end, [](char c) { return static_cast<unsigned char>(c) <= kEndOfText; });
+};
+
+/// The first control byte, `end` if there is none. Texts hold few of them beside their line ends.
+const char* FindControl(const char* at, const char* end) {
+#if defined(__SSE2__)
+    const auto load = [](const char* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); };
+    for (; end - at >= 64; at += 64) {
+        const __m128i lower = _mm_min_epu8(load(at), load(at + 16));
+        const __m128i lowest = _mm_min_epu8(lower, _mm_min_epu8(load(at + 32), load(at + 48)));
+        if (_mm_movemask_epi8(ControlBytes::HeldIn(lowest)) != 0)
+            break;
+    }
+#endif
+    return at + FindByte<ControlBytes>({at, static_cast<size_t>(end - at)}, 0);
 }
 
-/// What a pass over the bytes of a file has met.
-struct Met {
+/// What a pass over the bytes of a file has met that no writer leaves there.
+struct OddBytes {
     bool zero = false;      ///< a zero byte
     bool earlyEnd = false;  ///< a 0x1A with something behind it
 };
 
 /// What a text stream yields for the bytes of a file: CR LF becomes LF, and 0x1A ends it. A lone CR stays. One pass
 /// does all of this: a search reads whole NoteBooks through it.
-Met TranslateFromDisk(std::string& data) {
+OddBytes TranslateFromDisk(std::string& data) {
     char* out = data.data();
     const char* run = out;  // what isn't in its place yet
     const char* end = run + data.size();
-    Met met;
+    OddBytes odd;
     const auto place = [&](const char* to) {
         const auto length = static_cast<size_t>(to - run);
         if (out != run)
@@ -64,23 +64,23 @@ Met TranslateFromDisk(std::string& data) {
     };
     for (const char* at = FindControl(run, end); at < end; at = FindControl(at, end)) {
         if (*at == kEndOfText) {
-            met.earlyEnd = end - at > 1;
+            odd.earlyEnd = end - at > 1;
             end = at;
         } else if (*at == '\r' && end - at > 1 && at[1] == '\n') {
             place(at);
             run = at + 1;
             at += 2;
         } else {
-            met.zero = met.zero || *at == '\0';
+            odd.zero = odd.zero || *at == '\0';
             ++at;
         }
     }
     place(end);
     data.resize(static_cast<size_t>(out - data.data()));
-    return met;
+    return odd;
 }
 
-/// The value of a number field that holds digits alone, or behind a minus, as nearly all do.
+/// The value of a number field that holds digits alone, or after a minus, as nearly all do.
 std::optional<int32_t> ValueOfDigits(std::string_view field) {
     if (std::endian::native != std::endian::little || field.size() < kIntWidth)
         return std::nullopt;
@@ -113,9 +113,9 @@ std::string_view UpToZero(std::string_view text) {
 }  // namespace
 
 RecordReader::RecordReader(std::string diskBytes) : data_(std::move(diskBytes)) {
-    const Met met = TranslateFromDisk(data_);
-    hasZero_ = met.zero;
-    endsEarly_ = met.earlyEnd;  // what stands behind the 0x1A is read by nobody
+    const OddBytes odd = TranslateFromDisk(data_);
+    hasZero_ = odd.zero;
+    endsEarly_ = odd.earlyEnd;  // what stands behind the 0x1A is read by nobody
 }
 
 void RecordReader::Rewind() {

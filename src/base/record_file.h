@@ -43,6 +43,7 @@ inline constexpr int kMaxNesting = 1000;
 struct RecordFileState {
     bool isWhole = true;     ///< no field was cut or missing, and nothing stood behind the last one
     size_t longestText = 0;  ///< bytes of its longest counted string
+    bool lacksID = false;    ///< all that is wrong is a record without a number, which was passed over
 };
 
 /// The logical stream of a record file that is being read: the whole file in memory, line ends translated.
@@ -50,7 +51,6 @@ class RecordReader {
 public:
     /// A reader over the bytes as they stand on disk.
     explicit RecordReader(std::string diskBytes);
-
     /// Gives up the stream and its room, for a reader of the next file.
     std::string TakeRoom() { return std::move(data_); }
     void Rewind();  ///< begins anew, as if nothing had been read
@@ -61,7 +61,7 @@ public:
     /// True if a field was asked for that the file didn't hold whole.
     bool RanOut() const { return ranOut_; }
     bool ReadWhole() const { return !ranOut_ && AtEnd() && !hasZero_ && !endsEarly_; }
-    RecordFileState State() const { return {ReadWhole(), longestText_}; }
+    RecordFileState State() const { return {.isWhole = ReadWhole(), .longestText = longestText_}; }
     void CountText(size_t bytes) { longestText_ = std::max(longestText_, bytes); }
     /// True if there is a zero byte anywhere in the stream: it ends the field that it stands in.
     bool HasZero() const { return hasZero_; }

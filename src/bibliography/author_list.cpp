@@ -78,8 +78,8 @@ FileResult AuthorList::SaveAuthors(const std::filesystem::path& path, double ver
 }
 
 const CAuthor* AuthorList::FindAuthorByID(int32_t id) const {
-    const auto found = byID_.find(id);
-    return found == byID_.end() ? nullptr : &authors_[found->second];
+    const auto found = byId_.find(id);
+    return found == byId_.end() ? nullptr : &authors_[found->second];
 }
 
 int32_t AuthorList::FindAuthorByName(const CAuthor& value) const {
@@ -101,8 +101,8 @@ bool AuthorList::AddAuthor(const CAuthor& author) {
 }
 
 bool AuthorList::UpdateAuthor(CAuthor value) {
-    const auto found = byID_.find(value.AuthorID);
-    if (!TrimAuthorName(value) || found == byID_.end())
+    const auto found = byId_.find(value.AuthorID);
+    if (!TrimAuthorName(value) || found == byId_.end())
         return false;
     CAuthor& author = authors_[found->second];
     author.first = value.first;
@@ -130,13 +130,13 @@ int32_t AuthorList::NextAuthorID() const {
 
 void AuthorList::Index(size_t position) {
     const CAuthor& author = authors_[position];
-    byID_.try_emplace(author.AuthorID, static_cast<uint32_t>(position));
+    byId_.try_emplace(author.AuthorID, static_cast<uint32_t>(position));
     byName_.emplace(NameHash(author), static_cast<uint32_t>(position));
     largestID_ = std::max(largestID_, author.AuthorID);
 }
 
 void AuthorList::Reindex() {
-    byID_.clear();
+    byId_.clear();
     byName_.clear();
     largestID_ = 0;
     for (size_t i = 0; i < authors_.size(); ++i)

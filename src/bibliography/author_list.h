@@ -46,7 +46,7 @@ private:
     void Reindex();
 
     std::vector<CAuthor> authors_;
-    std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
+    std::unordered_map<int32_t, uint32_t> byId_;        // first position of each id
     std::unordered_multimap<size_t, uint32_t> byName_;  // positions by the hash of the five strings
     int32_t largestID_ = 0;
 };

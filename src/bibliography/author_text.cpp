@@ -11,7 +11,7 @@ namespace {
 
 constexpr int32_t kFilterLimit = 6;
 constexpr std::string_view kOthers = "et al";
-/// A record holds the list with a period behind it.
+/// A record holds the list with a period after it.
 constexpr size_t kLongestList = kMaxStringLength - 1;
 
 using AppendName = void (*)(std::string& out, const CAuthor& author, const NameForm& form);
@@ -40,7 +40,7 @@ void TrimList(std::string& text) {
 std::string JoinAuthors(const LongList& ids, const AuthorList& authors, const AuthorListForm& form, AppendName first,
                         AppendName later) {
     std::string text;
-    size_t lastEnd = 0;  // the last name behind which the list may end with the others
+    size_t lastEnd = 0;  // the last name after which the list may end with the others
     for (size_t i = 0; i < ids.Count(); ++i) {
         const auto position = static_cast<int64_t>(i);
         if (i > 0) {
@@ -52,8 +52,10 @@ std::string JoinAuthors(const LongList& ids, const AuthorList& authors, const Au
         if (text.size() + kOthers.size() <= kLongestList)
             lastEnd = text.size();
         const bool isNamed = author != nullptr && position < form.limit;
-        if (isNamed)
-            (i == 0 ? first : later)(text, *author, form.name);
+        if (isNamed) {
+            const AppendName append = i == 0 ? first : later;
+            append(text, *author, form.name);
+        }
         // A text that no record could hold ends like any list that is too long.
         if (!isNamed || text.size() > kLongestList) {
             text.resize(lastEnd);

@@ -6,23 +6,21 @@
 
 namespace lore {
 
-FileResult LoadBibliography(const std::filesystem::path& path, const ReadContext& context, SourceList& sources,
-                            bool& whole) {
-    sources.RemoveAll();
-    whole = false;
+Loaded<SourceList> LoadBibliography(const std::filesystem::path& path, const ReadContext& context) {
     std::unique_ptr<RecordReader> stream;
-    const FileResult result = OpenRecordFile(path, stream);
+    Loaded<SourceList> loaded;
+    loaded.file = OpenRecordFile(path, stream);
     if (!stream)
-        return result;
+        return loaded;
     ReadFixedDouble(stream.get());
     ReadCounted(stream.get(), [&] {
         CSource source;
         ReadBibliographySource(stream.get(), context, source);
         if (source.SourceID > 0)
-            sources.AddTail(std::move(source));
+            loaded.value.AddTail(std::move(source));
     });
-    whole = !stream->RanOut();
-    return result;
+    loaded.isWhole = !stream->RanOut();
+    return loaded;
 }
 
 }  // namespace lore

@@ -2,13 +2,12 @@
 
 #include <filesystem>
 
+#include "base/loaded.h"
 #include "bibliography/source_list.h"
 
 namespace lore {
 
-/// Empties the list and reads what SaveBibliography wrote; records with an id of 0 or less are dropped. `whole` is true
-/// unless the file isn't there or doesn't hold all that it promises.
-FileResult LoadBibliography(const std::filesystem::path& path, const ReadContext& context, SourceList& sources,
-                            bool& whole);
+/// Reads what SaveBibliography wrote; records with an id of 0 or less are dropped. More bytes may follow them.
+Loaded<SourceList> LoadBibliography(const std::filesystem::path& path, const ReadContext& context);
 
 }  // namespace lore

@@ -117,7 +117,7 @@ void FormatStandard(CSource& source, const AuthorList& authors) {
     CellWriter(source, cell).Write();
 }
 
-/// The position moves on after a removal, so the id behind a removed one stays whatever it is.
+/// The position moves on after a removal, so the id after a removed one stays whatever it is.
 void DropUnknownAuthors(LongList& ids, const AuthorList& authors) {
     const auto isUnknown = [&](int32_t id) { return authors.FindAuthorByID(id) == nullptr; };
     if (std::none_of(ids.begin(), ids.end(), isUnknown))

@@ -8,7 +8,7 @@
 namespace lore {
 
 /// Rebuilds the citation: FormattedText, AuthorText and the spans; slot 2 takes the date text for a standard type.
-/// Ids of authors that the list doesn't know leave AuthorIDs, but the id right behind one that left isn't looked at
+/// Ids of authors that the list doesn't know leave AuthorIDs, but the id right after one that left isn't looked at
 /// until the next call. A source type that is neither standard nor custom keeps its FormattedText. A citation that
 /// joins UTF-8 and Windows-1252 texts is UTF-8.
 void FormatSource(CSource& source, const AuthorList& authors);

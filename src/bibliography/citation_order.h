@@ -10,7 +10,7 @@
 
 namespace lore {
 
-/// Citations behind this one aren't sorted.
+/// Citations after this one aren't sorted.
 inline constexpr std::string_view kCitationCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
 static_assert(kCitationCeiling.size() == 30);
 

@@ -13,10 +13,10 @@ namespace lore {
 
 namespace {
 
-/// The most blanks of hanging indents that a wrapped text holds when a damaged record asks for more.
+/// The most blanks of all hanging indents in a wrapped text, when a damaged record asks for more.
 constexpr size_t kMostBlanks = 50'000'000;
 
-/// The byte position behind so many characters, at most the end.
+/// The byte position after so many characters, at most the end.
 size_t SkipCharacters(std::string_view text, int64_t characters, bool utf8) {
     if (!utf8)
         return static_cast<size_t>(std::min<int64_t>(characters, static_cast<int64_t>(text.size())));
@@ -55,7 +55,7 @@ std::vector<std::string_view> BreakLines(std::string_view text, int64_t width, i
     return lines;
 }
 
-/// Moves the ends of one span by the indents behind the line feeds before them.
+/// Moves the ends of one span by the indents after the line feeds before them.
 void MoveSpan(std::string_view text, int64_t indent, int64_t& start, int64_t& end) {
     for (size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n', at + 1)) {
         const auto position = static_cast<int64_t>(at);

@@ -51,6 +51,7 @@ struct StyleCell {
     size_t markCount = 0;
 };
 
+/// Which names of a list have the last name in front; Compact: all, without a comma after it.
 enum class AuthorForm : uint8_t { FirstInverted, AllInverted, Compact };
 enum class AuthorLetters : uint8_t { AsTyped, Capitals, NoPeriods };
 
@@ -70,6 +71,7 @@ struct StyleAuthors {
     AuthorLetters letters = AuthorLetters::AsTyped;
 };
 
+/// One of the styles that users choose from, as its table of recipes gives it.
 struct CitationStyle {
     StyleAuthors authors;
     std::array<StyleCell, kTypeCount> cells;  ///< of the source types from 1

@@ -29,7 +29,7 @@ namespace {
 
 /// The first number of a custom type while the program runs.
 constexpr int32_t kFirstGivenNumber = 1101;
-/// Names behind this one aren't sorted.
+/// Names after this one aren't sorted.
 constexpr std::string_view kCeiling = "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzz";
 static_assert(kCeiling.size() == 33);
 
@@ -115,13 +115,13 @@ const CCustomSourceType* CustomTypeList::FindTypeByNumber(int32_t number) const 
 }
 
 const CCustomSourceType* CustomTypeList::FindTypeByGUID(std::string_view guid) const {
-    const auto found = byGUID_.find(std::string(guid));
-    return found == byGUID_.end() ? nullptr : &types_[found->second];
+    const auto found = byGuid_.find(std::string(guid));
+    return found == byGuid_.end() ? nullptr : &types_[found->second];
 }
 
 void CustomTypeList::AddType(CCustomSourceType type) {
     types_.push_back(std::move(type));
-    byGUID_.try_emplace(types_.back().GUID, static_cast<uint32_t>(types_.size() - 1));
+    byGuid_.try_emplace(types_.back().GUID, static_cast<uint32_t>(types_.size() - 1));
 }
 
 void CustomTypeList::RemoveAll() {
@@ -153,9 +153,9 @@ void CustomTypeList::FillGuids(GuidSource& guids) {
 }
 
 void CustomTypeList::Reindex() {
-    byGUID_.clear();
+    byGuid_.clear();
     for (size_t i = 0; i < types_.size(); ++i)
-        byGUID_.try_emplace(types_[i].GUID, static_cast<uint32_t>(i));
+        byGuid_.try_emplace(types_[i].GUID, static_cast<uint32_t>(i));
 }
 
 }  // namespace lore

@@ -24,7 +24,7 @@ public:
     /// Appends a copy.
     void AddType(CCustomSourceType type);
     void RemoveAll();
-    /// By name ignoring case; equal names keep their order. Names that stand behind 33 letters z follow in list order.
+    /// By name ignoring case; equal names keep their order. Names that stand after 33 letters z follow in list order.
     void SortTypes();
     /// Numbers the types 1101, 1102, ... in list order.
     void AssignNumbers();
@@ -46,7 +46,7 @@ private:
     void Reindex();
 
     std::vector<CCustomSourceType> types_;
-    std::unordered_map<std::string, uint32_t> byGUID_;  // first position of each GUID
+    std::unordered_map<std::string, uint32_t> byGuid_;  // first position of each GUID
 };
 
 /// One type as it stands in its file and at the end of every source record. Reading replaces all but the number; a date

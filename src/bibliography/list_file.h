@@ -12,16 +12,15 @@ namespace lore {
 class ListFile {
 public:
     /// False if the file of the last load is there and could not be read, broke off or holds more than its records
-    /// show: what it holds isn't all in the list.
+    /// show, or one without a number: what it holds isn't all in the list.
     bool ReadWhole() const { return state_.isWhole; }
     /// There was no file at the last load: the list is new, or its file has gone.
     bool IsMissing() const { return isMissing_; }
     const RecordFileState& State() const { return state_; }
     /// What the file held is kept beside; from here on the list is whole.
     void MarkWhole() { state_.isWhole = true; }
-    /// A record was passed over, or what the records refer to is missing, or the file of a list that isn't new: a write
-    /// would lose it.
-    void MarkIncomplete() { state_.isWhole = false; }
+    /// What the records refer to is missing, or the file of a list that isn't new: a write would lose it.
+    void MarkIncomplete() { state_.isWhole = state_.lacksID = false; }
     /// The version of the file that was read last; 0 if it couldn't be opened.
     double Version() const { return version_; }
 
@@ -41,6 +40,9 @@ protected:
         state_ = stream->State();
         return result;
     }
+
+    /// A record without a number was passed over.
+    void MarkPassedOver() { state_ = {false, state_.longestText, state_.isWhole || state_.lacksID}; }
 
 private:
     double version_ = 0;

@@ -28,6 +28,7 @@ void AppendOdtText(std::string& xml, std::string_view text, bool& behindBlank);
 /// A length in points from one in twips.
 std::string OdtPoints(int twips);
 
+/// A picture file of the package; the views must outlive the call.
 struct OdtPicture {
     std::string name;  ///< within the package, such as "Pictures/1.png"
     std::string_view mediaType;

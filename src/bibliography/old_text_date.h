@@ -9,7 +9,7 @@ namespace lore {
 
 /// Reads a date as old files hold it: month/day/year in numbers with "/" or "-" between them, or with an English month
 /// name, such as "July 12, 2011" or "12-Jul-2011". The year has four digits, or two in numbers: 30 to 99 are 1930 to
-/// 1999. A missing day is the first; a time of day behind is passed over. False, and `date` keeps its value, for
+/// 1999. A missing day is the first; a time of day that follows is passed over. False, and `date` keeps its value, for
 /// anything else.
 bool ParseOldTextDate(std::string_view text, DateTime& date);
 

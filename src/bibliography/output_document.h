@@ -24,6 +24,7 @@ struct EmphasisRange {
 /// The largest hanging indent of an entry, whatever a record asks for: half a line of text.
 inline constexpr int kMostIndentSpaces = 40;
 
+/// A source as it is written: a paragraph with its looks.
 struct BibliographyEntry {
     std::string text;                     ///< UTF-8, one paragraph: no control characters, no blanks at its ends
     std::vector<EmphasisRange> emphasis;  ///< ascending, none over another, kinds 1 to 7
@@ -44,6 +45,7 @@ inline constexpr BibliographyFont kBibliographyFonts[] = {
     {"Arial", "Liberation Sans", "sans-serif", "swiss", 120},
     {"Courier New", "Liberation Mono", "monospace", "modern", 144}};
 
+/// All that the writers of the file forms see of a bibliography.
 struct BibliographyDocument {
     std::vector<BibliographyEntry> entries;
     BibliographyFont font = kBibliographyFonts[0];

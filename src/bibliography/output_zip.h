@@ -7,6 +7,7 @@
 
 namespace lore {
 
+/// A file of the archive; the views must outlive the call.
 struct ZipMember {
     const char* name = nullptr;
     std::string_view bytes;

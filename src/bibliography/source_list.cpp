@@ -41,7 +41,7 @@ FileResult SourceList::LoadSources(const std::filesystem::path& path, const Read
         });
     });
     if (isDropped)
-        MarkIncomplete();
+        MarkPassedOver();
     Reindex();
     return result;
 }
@@ -70,18 +70,18 @@ FileResult SourceList::SaveBibliography(const std::filesystem::path& path, const
 }
 
 const CSource* SourceList::FindSourceByID(int32_t id) const {
-    const auto found = byID_.find(id);
-    return found == byID_.end() ? nullptr : &sources_[found->second];
+    const auto found = byId_.find(id);
+    return found == byId_.end() ? nullptr : &sources_[found->second];
 }
 
 CSource* SourceList::FindSourceByID(int32_t id) {
-    const auto found = byID_.find(id);
-    return found == byID_.end() ? nullptr : &sources_[found->second];
+    const auto found = byId_.find(id);
+    return found == byId_.end() ? nullptr : &sources_[found->second];
 }
 
 const CSource* SourceList::FindSourceByGUID(std::string_view guid) const {
-    const auto found = byGUID_.find(std::string(guid));
-    return found == byGUID_.end() ? nullptr : &sources_[found->second];
+    const auto found = byGuid_.find(std::string(guid));
+    return found == byGuid_.end() ? nullptr : &sources_[found->second];
 }
 
 void SourceList::AddTail(CSource source) {
@@ -90,8 +90,8 @@ void SourceList::AddTail(CSource source) {
 }
 
 bool SourceList::ReplaceSource(int32_t id, CSource source) {
-    const auto found = byID_.find(id);
-    if (found == byID_.end())
+    const auto found = byId_.find(id);
+    if (found == byId_.end())
         return false;
     CSource& old = sources_[found->second];
     const bool sameKeys = old.SourceID == source.SourceID && old.SourceGUID == source.SourceGUID;
@@ -102,8 +102,8 @@ bool SourceList::ReplaceSource(int32_t id, CSource source) {
 }
 
 bool SourceList::RemoveSource(int32_t id) {
-    const auto found = byID_.find(id);
-    if (found == byID_.end())
+    const auto found = byId_.find(id);
+    if (found == byId_.end())
         return false;
     sources_.erase(sources_.begin() + static_cast<ptrdiff_t>(found->second));
     Reindex();
@@ -123,21 +123,21 @@ int32_t SourceList::NextSourceID() const {
 
 int32_t SourceList::NewSourceID() const {
     return free_.Find(lost_.Behind(int64_t{NextSourceID()} + 1),
-                      [this](int32_t id) { return byID_.contains(id) || lost_.Contains(id); });
+                      [this](int32_t id) { return byId_.contains(id) || lost_.Contains(id); });
 }
 
-void SourceList::AddNoteID(int32_t sourceID, int32_t noteID) {
-    if (sourceID <= 0)
+void SourceList::AddNoteID(int32_t sourceId, int32_t noteId) {
+    if (sourceId <= 0)
         return;
-    if (CSource* const source = FindSourceByID(sourceID))
-        source->NoteIDs.AddUnique(noteID);
+    if (CSource* const source = FindSourceByID(sourceId))
+        source->NoteIDs.AddUnique(noteId);
     else
-        lost_.Add(sourceID);
+        lost_.Add(sourceId);
 }
 
-void SourceList::RemoveNoteID(int32_t sourceID, int32_t noteID) {
-    if (CSource* source = sourceID > 0 ? FindSourceByID(sourceID) : nullptr)
-        source->NoteIDs.RemoveValue(noteID);
+void SourceList::RemoveNoteID(int32_t sourceId, int32_t noteId) {
+    if (CSource* source = sourceId > 0 ? FindSourceByID(sourceId) : nullptr)
+        source->NoteIDs.RemoveValue(noteId);
 }
 
 bool SourceList::NameAuthors() const {
@@ -170,16 +170,16 @@ void SourceList::LinkCustomTypes(const CustomTypeList& types) {
 
 void SourceList::Index(size_t position) {
     const CSource& source = sources_[position];
-    byID_.try_emplace(source.SourceID, static_cast<uint32_t>(position));
-    byGUID_.try_emplace(source.SourceGUID, static_cast<uint32_t>(position));
+    byId_.try_emplace(source.SourceID, static_cast<uint32_t>(position));
+    byGuid_.try_emplace(source.SourceGUID, static_cast<uint32_t>(position));
     largestID_ = std::max(largestID_, source.SourceID);
 }
 
 void SourceList::Reindex() {
-    byID_.clear();
-    byGUID_.clear();
-    byID_.reserve(sources_.size());
-    byGUID_.reserve(sources_.size());
+    byId_.clear();
+    byGuid_.clear();
+    byId_.reserve(sources_.size());
+    byGuid_.reserve(sources_.size());
     largestID_ = 0;
     free_ = FreeIDs(kFirstID);
     for (size_t i = 0; i < sources_.size(); ++i)

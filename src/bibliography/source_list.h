@@ -43,14 +43,14 @@ public:
     void ReserveIDs(int32_t highest) { reservedID_ = highest; }
     /// The largest SourceID or reserved id, at least 1010. A new source takes NewSourceID.
     int32_t NextSourceID() const;
-    /// NextSourceID plus 1, or behind what notes name though the list lacks it; where there is no such number the
+    /// NextSourceID plus 1, or after what notes name though the list lacks it; where there is no such number the
     /// lowest free one, or 0 if there is none.
     int32_t NewSourceID() const;
 
     /// Ties a note to a source unless it is tied already, and unties it. Ids of sources that aren't there, or of 0 or
     /// less, change nothing; what isn't there goes to no new source.
-    void AddNoteID(int32_t sourceID, int32_t noteID);
-    void RemoveNoteID(int32_t sourceID, int32_t noteID);
+    void AddNoteID(int32_t sourceId, int32_t noteId);
+    void RemoveNoteID(int32_t sourceId, int32_t noteId);
 
     /// True if the file of the last load, an old one, holds texts for dates that could not be read: a write loses them.
     bool HoldsUnreadDates() const { return holdsUnreadDates_; }
@@ -58,7 +58,7 @@ public:
     bool NameAuthors() const;
     void FormatAll(const AuthorList& authors);
     /// Formats all sources and sorts them by their citations, ignoring case. Equal citations change their order; texts
-    /// behind thirty letters z follow the others in list order.
+    /// after thirty letters z follow the others in list order.
     void SortSources(const AuthorList& authors);
     /// Puts the sources into an order of their positions, which holds each once.
     void Arrange(const std::vector<uint32_t>& order);
@@ -82,8 +82,8 @@ private:
     static constexpr int32_t kFirstID = 1011;
 
     std::vector<CSource> sources_;
-    std::unordered_map<int32_t, uint32_t> byID_;        // first position of each id
-    std::unordered_map<std::string, uint32_t> byGUID_;  // first position of each GUID
+    std::unordered_map<int32_t, uint32_t> byId_;        // first position of each id
+    std::unordered_map<std::string, uint32_t> byGuid_;  // first position of each GUID
     int32_t largestID_ = 0;
     mutable FreeIDs free_{kFirstID};
     int32_t reservedID_ = 0;

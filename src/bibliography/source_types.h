@@ -38,7 +38,7 @@ std::string_view SourceTypeName(const CSource& source);
 std::string_view StyleName(int32_t style);
 /// The label that the editor puts to a slot of a standard type, such as "Vol./No.:"; empty for a slot without a field.
 std::string_view FieldLabel(int32_t type, size_t slot);
-/// The slots of the further fields of a standard type, behind title and publication, in the order of their places;
+/// The slots of the further fields of a standard type, after title and publication, in the order of their places;
 /// none for any other type.
 std::span<const size_t> FieldOrder(int32_t type);
 /// The slots from 3 to 8 that a standard type has no field for; none for any other type.

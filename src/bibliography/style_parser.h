@@ -21,6 +21,7 @@ struct StyleRows {
     std::array<StyleRow, kTypeCount> rows;
 };
 
+/// Reads a recipe while the program is compiled: one that is written wrongly is an error of the build.
 class StyleParser : StyleScanner {
 public:
     explicit constexpr StyleParser(std::string_view text) : StyleScanner(text) {}

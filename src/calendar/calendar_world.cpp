@@ -20,12 +20,14 @@ void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, b
         world.damaged->insert(path);
 }
 
-/// Behind each reading of a file. False if it can't be read: then nothing may be written.
-bool EndRead(const CalendarWorld& world, const char* what, const std::filesystem::path& path, const FileResult& result,
-             bool isWhole) {
-    NoteDamage(world, path, isWhole);
-    TellFailedRead(world.faults, what, path, result);
-    return result.Ok() || result.Missing();
+/// Gives what a file held. False if it can't be read: then nothing may be written.
+template <typename List>
+bool TakeRead(const CalendarWorld& world, const char* what, const std::filesystem::path& path, Loaded<List> loaded,
+              List& list) {
+    NoteDamage(world, path, loaded.isWhole);
+    TellFailedRead(world.faults, what, path, loaded.file);
+    list = std::move(loaded.value);
+    return loaded.file.Ok() || loaded.file.Missing();
 }
 
 /// Before a file is written anew. With a failure it may not be written.
@@ -67,15 +69,12 @@ void CalendarWorld::ShowProgress(const std::string& text, int milliseconds) cons
 }
 
 bool LoadEvents(const CalendarWorld& world, EventList& events) {
-    bool isWhole = true;
-    const FileResult result = LoadAllEvents(world.eventFile, world.Context(), events, &isWhole);
-    return EndRead(world, kEventsUnread, world.eventFile, result, isWhole);
+    return TakeRead(world, kEventsUnread, world.eventFile, LoadAllEvents(world.eventFile, world.Context()), events);
 }
 
 bool LoadEventsInRange(const CalendarWorld& world, const DateTime& first, const DateTime& last, EventList& events) {
-    bool isWhole = true;
-    const FileResult result = LoadEventsInRange(world.eventFile, world.Context(), first, last, events, &isWhole);
-    return EndRead(world, kEventsUnread, world.eventFile, result, isWhole);
+    return TakeRead(world, kEventsUnread, world.eventFile,
+                    LoadEventsInRange(world.eventFile, world.Context(), first, last), events);
 }
 
 bool SaveEvents(const CalendarWorld& world, const EventList& events) {
@@ -107,17 +106,14 @@ bool MergeEvents(const CalendarWorld& world, const EventList& events) {
 }
 
 bool LoadReminders(const CalendarWorld& world, ReminderList& reminders) {
-    bool isWhole = true;
-    const FileResult result = LoadAllReminders(world.reminderFile, world.Context(), reminders, &isWhole);
-    return EndRead(world, kRemindersUnread, world.reminderFile, result, isWhole);
+    return TakeRead(world, kRemindersUnread, world.reminderFile, LoadAllReminders(world.reminderFile, world.Context()),
+                    reminders);
 }
 
 bool LoadRemindersInRange(const CalendarWorld& world, const DateTime& first, const DateTime& last,
                           ReminderList& reminders) {
-    bool isWhole = true;
-    const FileResult result =
-        LoadRemindersInRange(world.reminderFile, world.Context(), first, last, reminders, &isWhole);
-    return EndRead(world, kRemindersUnread, world.reminderFile, result, isWhole);
+    return TakeRead(world, kRemindersUnread, world.reminderFile,
+                    LoadRemindersInRange(world.reminderFile, world.Context(), first, last), reminders);
 }
 
 bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders) {

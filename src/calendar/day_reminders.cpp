@@ -29,7 +29,7 @@ enum class ServerPart { None, Unchecked, Checked };
 template <typename OnServer, typename Change>
 bool Apply(const CalendarWorld& world, const ChangeTexts& texts, ServerPart part, OnServer onServer, Change change) {
     world.ShowProgress(texts.begin);
-    bool succeeded = part != ServerPart::Checked || CheckServer(world, Report::Shown);
+    bool succeeded = part != ServerPart::Checked || CheckServer(world, Report::Shown) == ServerCheck::Answers;
     if (succeeded && part != ServerPart::None) {
         world.ShowProgress(texts.server, kServerPause);
         succeeded = onServer();

@@ -22,29 +22,23 @@ void TellCutSeries(const CalendarWorld& world, const CTmEvent& last) {
     world.progress.Hide();
     world.prompts.Message("A series can't have more than " + std::to_string(kMostOccurrences) +
                               " events.\n\nThis one is made up to " + last.Start.Format("%m/%d/%Y") +
-                              "; to go on, make another series that starts behind that day.",
+                              "; to go on, make another series that starts after that day.",
                           "Series Too Long", PromptIcon::Warning);
 }
 
-struct NewSeries {
-    EventList records;
-    bool isCut = false;  // there are more dates than a series can have
-};
-
 /// The records of a new series, each with reminders of its own. Empty, told, if no date fits.
-NewSeries Expand(const CalendarWorld& world, CTmEvent& event) {
+ExpandedSeries Expand(const CalendarWorld& world, CTmEvent& event) {
     ClearServerIds(event.Reminders);
     KeepLastDay(event);
-    NewSeries series;
+    ExpandedSeries series = ExpandSeries(event, world.guids);
     EventList& records = series.records;
-    records = ExpandSeries(event, world.guids, &series.isCut);
     for (CTmEvent& record : records)
         CopyReminders(event, record, world.guids);
     if (records.empty()) {
         world.progress.Hide();
         world.prompts.Message("No event falls on these days from " + event.RecurrenceStart.Format("%m/%d/%Y") + " to " +
                                   event.RecurrenceEnd.Format("%m/%d/%Y") +
-                                  ".\n\nPlease choose other days, or a later end of the series.",
+                                  ".\n\nPlease choose other days, or a later end for the series.",
                               "No Events in Series", PromptIcon::Warning);
     }
     return series;
@@ -59,7 +53,7 @@ ReminderList RemindersOfAll(const EventList& events) {
 
 /// Writes the events with the records of a new series at their end, and tells if it was cut. Its reminders are there
 /// before it, those of the events that it replaces go after it: nothing is missing at any time.
-EventSave PutSeries(const CalendarWorld& world, EventList&& events, const NewSeries& series,
+EventSave PutSeries(const CalendarWorld& world, EventList&& events, const ExpandedSeries& series,
                     const EventList& replaced) {
     const EventList& records = series.records;
     CreateSeriesReminders(world, RemindersOfAll(records));
@@ -76,19 +70,19 @@ EventSave PutSeries(const CalendarWorld& world, EventList&& events, const NewSer
 }
 
 /// Saves the reminders of an event, at the spans before its start where it has moved.
-void SaveOwnReminders(const CalendarWorld& world, CTmEvent& event, bool showProgress) {
+void SaveOwnReminders(const CalendarWorld& world, CTmEvent& event, Report report) {
     for (CTmReminder& reminder : event.Reminders)
         FollowStart(reminder, event.Start);
-    UpdateEventReminders(world, event, showProgress);
+    UpdateEventReminders(world, event, report);
 }
 
 /// Saves the reminders of one event, then the event. `old` are the reminders to go back to if that fails.
 EventSave SaveAlone(const CalendarWorld& world, CTmEvent event, const ReminderList& old) {
-    SaveOwnReminders(world, event, true);
+    SaveOwnReminders(world, event, Report::Shown);
     if (MergeEvents(world, {event}))
         return EventSave::Saved;
     event.Reminders = old;
-    UpdateEventReminders(world, event, false);
+    UpdateEventReminders(world, event, Report::Silent);
     return EventSave::NotWritten;
 }
 
@@ -103,7 +97,7 @@ EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event, SeriesFrom fr
         return EventSave::NotWritten;
     if (!isNew)
         world.ShowProgress("Setting up Recurring Events....");
-    const NewSeries series = Expand(world, event);
+    const ExpandedSeries series = Expand(world, event);
     if (series.records.empty())
         return EventSave::Refused;
     RemoveEvent(events, event.EventId);
@@ -112,34 +106,39 @@ EventSave BecomeSeries(const CalendarWorld& world, CTmEvent event, SeriesFrom fr
     return PutSeries(world, std::move(events), series, isNew ? EventList() : EventList{event});
 }
 
-/// Replaces a series, or with `following` what of it starts at or after the event.
-EventSave ReplaceSeries(const CalendarWorld& world, CTmEvent event, bool following) {
+/// The event from which on a change reaches its series; null where it reaches all of it.
+const CTmEvent* FirstReached(const CTmEvent& event, SeriesReach reach) {
+    return reach == SeriesReach::AllFollowing ? &event : nullptr;
+}
+
+/// Replaces a series, or what of it starts at or after the event.
+EventSave ReplaceSeries(const CalendarWorld& world, CTmEvent event, SeriesReach reach) {
     EventList events;
     if (!LoadEvents(world, events))
         return EventSave::NotWritten;
     world.ShowProgress(kApplying);
-    if (following)
+    if (reach == SeriesReach::AllFollowing)
         event.RecurrenceStart = event.Start;
-    const NewSeries series = Expand(world, event);
+    const ExpandedSeries series = Expand(world, event);
     if (series.records.empty())
         return EventSave::Refused;
-    const EventList removed = RemoveSeries(events, event.SeriesId, following ? &event : nullptr);
+    const EventList removed = RemoveSeries(events, event.SeriesId, FirstReached(event, reach));
     return PutSeries(world, std::move(events), series, removed);
 }
 
 /// The events of a change of information; the event itself is among them as it was edited.
-EventList Reached(const EventList& events, const CTmEvent& event, bool following) {
-    EventList series = SelectSeries(events, event.SeriesId, following ? &event : nullptr);
+EventList Reached(const EventList& events, const CTmEvent& event, SeriesReach reach) {
+    EventList series = SelectSeries(events, event.SeriesId, FirstReached(event, reach));
     ReplaceEvent(series, event);
     return series;
 }
 
-EventSave WalkSeries(const CalendarWorld& world, const CTmEvent& event, const CTmEvent& old, bool following) {
+EventSave WalkSeries(const CalendarWorld& world, const CTmEvent& event, const CTmEvent& old, SeriesReach reach) {
     EventList events;
     if (!LoadEvents(world, events))
         return EventSave::NotWritten;
     world.ShowProgress(kApplying);
-    EventList series = Reached(events, event, following);
+    EventList series = Reached(events, event, reach);
     SeriesWalk walk(world, event, old);
     if (!walk.Run(series))
         return EventSave::NotWritten;
@@ -154,21 +153,20 @@ EventSave WalkSeries(const CalendarWorld& world, const CTmEvent& event, const CT
     if (event.Start != old.Start) {
         CTmEvent moved = event;
         moved.Reminders = StoredReminders(world, event.EventId);
-        SaveOwnReminders(world, moved, false);
+        SaveOwnReminders(world, moved, Report::Silent);
     }
     return EventSave::Saved;
 }
 
-/// The change reaches as far as the user says. `apply(following)` carries it over to others.
+/// The change reaches as far as the user says. `apply(reach)` carries it over to others.
 template <typename Apply>
 EventSave Distribute(const CalendarWorld& world, const CTmEvent& event, const CTmEvent& old, Apply apply) {
     const SeriesReach reach = world.question.Ask(ModifyEventMode::Modify);
     StandBy(world);
     switch (reach) {
         case SeriesReach::EntireSeries:
-            return apply(false);
         case SeriesReach::AllFollowing:
-            return apply(true);
+            return apply(reach);
         case SeriesReach::OnlyThis:
             return SaveAlone(world, event, old.Reminders);
         case SeriesReach::Cancel:
@@ -184,9 +182,9 @@ EventSave Save(const CalendarWorld& world, const CTmEvent& event, const CTmEvent
     if (old.Recurring != 1 || old.SeriesId.empty())
         return BecomeSeries(world, event, SeriesFrom::StoredEvent);
     if (EventsDiffer(event, old))
-        return Distribute(world, event, old, [&](bool following) { return ReplaceSeries(world, event, following); });
+        return Distribute(world, event, old, [&](SeriesReach reach) { return ReplaceSeries(world, event, reach); });
     if (EventInfoDiffers(event, old))
-        return Distribute(world, event, old, [&](bool following) { return WalkSeries(world, event, old, following); });
+        return Distribute(world, event, old, [&](SeriesReach reach) { return WalkSeries(world, event, old, reach); });
     return SaveAlone(world, event, old.Reminders);
 }
 

@@ -91,7 +91,7 @@ void EventEditor::MoveSeries(const DateTime& before) {
     event_.RecurrenceStart = event_.Start;
     if (const DateTime end = AtTimeOf(last, event_.Start); end.IsValid())
         event_.RecurrenceEnd = end;
-    KeepEndBehindStart(event_);
+    KeepEndAfterStart(event_);
     ApplyMinimumLength(event_, tab_);
 }
 
@@ -182,14 +182,14 @@ int32_t EventEditor::Pattern(size_t slot) const {
 void EventEditor::SetRecurrenceStart(const DateTime& day) {
     if (const DateTime start = AtTimeOf(day, event_.RecurrenceStart); start.IsValid())
         event_.RecurrenceStart = start;
-    KeepEndBehindStart(event_);
+    KeepEndAfterStart(event_);
 }
 
 void EventEditor::SetRecurrenceEnd(const DateTime& day) {
     if (const DateTime end = AtTimeOf(day, event_.RecurrenceEnd); end.IsValid())
         event_.RecurrenceEnd = end;
     hasEnd_ = true;
-    KeepEndBehindStart(event_);
+    KeepEndAfterStart(event_);
 }
 
 std::string EventEditor::Summary() const {
@@ -206,10 +206,9 @@ std::string EventEditor::Outcome() const {
         return "";
     if (MovesAlone())
         return "Only this event moves, the others of its series stay where they are";
-    bool isCut = false;
     CTmEvent event = event_;
     KeepLastDay(event);
-    const std::vector<Occurrence> dates = SeriesDates(event, &isCut);
+    const auto [dates, isCut] = SeriesDates(event);
     if (dates.empty())
         return "No event falls on these days";
     const std::string count = std::to_string(dates.size()) + (dates.size() == 1 ? " event" : " events") +
@@ -275,7 +274,7 @@ CTmEvent EventEditor::Finished() const {
     if (IsRecurring())
         event.RecurrenceType = tab_;
     ResetRecurrence(event, IsRecurring() ? tab_ : kNoSeries);
-    // Title and start may have been changed behind its reminders. Those that are stored keep what they say.
+    // Title and start may have been changed after its reminders. Those that are stored keep what they say.
     for (CTmReminder& reminder : event.Reminders) {
         if (std::ranges::find(old_.Reminders, reminder.ReminderId, &CTmReminder::ReminderId) == old_.Reminders.end())
             DescribeEvent(reminder);

@@ -26,7 +26,7 @@ public:
     bool HasChanged() const;
 
     // Dates and times. A time is taken in steps of ten minutes: one minute more or less is a step, anything else is
-    // rounded. Whole days keep their times. Then the end is held behind the start: it stays where it stands as long as
+    // rounded. Whole days keep their times. Then the end is held after the start: it stays where it stands as long as
     // it does.
 
     /// A series that isn't saved yet begins with the event, as far as the user hasn't given it days of its own.
@@ -72,7 +72,7 @@ public:
     /// A reminder for "Add Reminder", to be edited and put in. Nothing, told, if there are four, or the event has
     /// begun.
     std::optional<CTmReminder> NewReminder() const;
-    /// Puts an edited reminder over the one of its id, or behind the others.
+    /// Puts an edited reminder over the one of its id, or after the others.
     void PutReminder(const CTmReminder& reminder);
     void RemoveReminder(size_t row);
 

@@ -42,17 +42,16 @@ void WriteEvents(RecordWriter& stream, const EventList& list) {
     WriteRecordList(stream, list, [&](const CTmEvent& event) { VisitEventFields(event, FieldWriter{stream}); });
 }
 
-FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list,
-                         bool* isWhole) {
-    return LoadRecordFile(path, list, EventReader{context}, KeepAll(), isWhole);
+Loaded<EventList> LoadAllEvents(const std::filesystem::path& path, const ReadContext& context) {
+    return LoadRecordFile<CTmEvent>(path, EventReader{context});
 }
 
-FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                             const DateTime& last, EventList& list, bool* isWhole) {
+Loaded<EventList> LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context,
+                                    const DateTime& first, const DateTime& last) {
     const auto isInRange = [&](const CTmEvent& event) {
         return first.IsEarlierOrEqual(event.Start) || event.End.IsEarlierOrEqual(last);
     };
-    return LoadRecordFile(path, list, EventReader{context}, isInRange, isWhole);
+    return LoadRecordFile<CTmEvent>(path, EventReader{context}, isInRange);
 }
 
 FileResult WriteEvents(const std::filesystem::path& path, const EventList& list) {
@@ -65,14 +64,11 @@ FileResult MergeSaveEvents(const std::filesystem::path& path, const ReadContext&
                            Progress& progress, const std::function<FileResult()>& keep) {
     BeginPass(progress, list.size(), "Updating Events...");
     progress.Show();
-    EventList merged;
-    bool isWhole = true;
-    FileResult result = LoadAllEvents(path, context, merged, &isWhole);
-    if (!isWhole)
-        result = keep();
+    Loaded<EventList> stored = LoadAllEvents(path, context);
+    FileResult result = stored.isWhole ? stored.file : keep();
     if (result.Ok() || result.Missing()) {
-        MergeEvents(merged, list, [&] { progress.StepIt(); });
-        result = SaveWithProgress(path, merged, progress);
+        MergeEvents(stored.value, list, [&] { progress.StepIt(); });
+        result = SaveWithProgress(path, stored.value, progress);
     }
     progress.Hide();
     return result;

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "base/loaded.h"
 #include "base/record_file.h"
 #include "calendar/event_list.h"
 #include "ports/progress.h"
@@ -22,14 +23,11 @@ namespace lore {
 double ReadEvents(RecordReader& stream, EventList& list, const ReadContext& context);
 void WriteEvents(RecordWriter& stream, const EventList& list);
 
-/// Appends every record of the file. One that doesn't open has none.
-/// @param isWhole  false behind a file that broke off or holds more than its records
-FileResult LoadAllEvents(const std::filesystem::path& path, const ReadContext& context, EventList& list,
-                         bool* isWhole = nullptr);
-/// The same for the records that start at or after `first` or end at or before `last`: all but those that cover the
-/// whole range.
-FileResult LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                             const DateTime& last, EventList& list, bool* isWhole = nullptr);
+/// Every record of the file. One that doesn't open has none.
+Loaded<EventList> LoadAllEvents(const std::filesystem::path& path, const ReadContext& context);
+/// Those that start at or after `first` or end at or before `last`: all but those that cover the whole range.
+Loaded<EventList> LoadEventsInRange(const std::filesystem::path& path, const ReadContext& context,
+                                    const DateTime& first, const DateTime& last);
 /// Rewrites the file. With a failure the old file stands.
 FileResult WriteEvents(const std::filesystem::path& path, const EventList& list);
 /// Puts each event over the file's record of the same id, or behind the records, and rewrites the file. A file that is

@@ -1,6 +1,7 @@
 #include "calendar/event_reminders.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <unordered_set>
 
@@ -105,8 +106,9 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
     if (reminders.empty())
         return;
     world.ShowProgress("Creating Reminders....");
-    bool failed = false;
-    if (HasServerReminder(reminders) && CheckServer(world, Report::Shown, &failed)) {
+    const auto check = HasServerReminder(reminders) ? std::optional(CheckServer(world, Report::Shown)) : std::nullopt;
+    bool failed = check == ServerCheck::TriedInVain;
+    if (check == ServerCheck::Answers) {
         world.ShowProgress("Creating Reminders on the server....", 150);
         ReminderList none;
         failed = !UpdateServer(world, reminders, none);
@@ -123,7 +125,7 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
         TellReminderFailure(world, ReminderFailure::NotAllUpdated);
 }
 
-void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool showProgress) {
+void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report report) {
     ReminderList all;
     if (!LoadReminders(world, all))
         return;
@@ -131,15 +133,15 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
     ReminderList& current = event.Reminders;
     if (!RemindersDiffer(current, stored))
         return;
-    if (showProgress)
+    if (report == Report::Shown)
         world.ShowProgress("Updating the Reminders....");
     if (HasServerReminder(current) || HasServerReminder(stored)) {
         ReminderList old = stored;
         ClearServerDone(current);
         ClearServerDone(old);
-        bool succeeded = CheckServer(world, Report::Shown);
+        bool succeeded = CheckServer(world, Report::Shown) == ServerCheck::Answers;
         if (succeeded) {
-            if (showProgress)
+            if (report == Report::Shown)
                 world.ShowProgress("Updating Reminders on the server....");
             succeeded = UpdateServer(world, current, old);
         }
@@ -156,45 +158,49 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool show
     world.progress.Hide();
 }
 
-void RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report report) {
+bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report report) {
     if (report == Report::Shown)
         world.ShowProgress("Updating Event's Reminders....");
     ReminderList all;
     if (!LoadReminders(world, all))
-        return;
+        return false;
     if (event.Reminders.empty())
         event.Reminders = RemindersOfEvent(all, event.EventId);
     ClearServerDone(event.Reminders);
-    bool failed = false;
-    if (HasServerReminder(event.Reminders) && CheckServer(world, report, &failed))
+    const auto check = HasServerReminder(event.Reminders) ? std::optional(CheckServer(world, report)) : std::nullopt;
+    bool failed = check == ServerCheck::TriedInVain;
+    if (check == ServerCheck::Answers)
         failed = !RemoveAllFromServer(world, event.Reminders);
+    bool saved = true;
     if (!event.Reminders.empty()) {
         RemoveReminders(all, event.Reminders);
-        SaveReminders(world, all);
+        saved = SaveReminders(world, all);
     }
     if (report == Report::Shown && failed)
         TellReminderFailure(world, ReminderFailure::NotAllUpdated);
+    return saved;
 }
 
-void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report) {
+bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report) {
     if (report == Report::Shown)
         world.ShowProgress("Updating Event's Reminders....");
     ReminderList all;
     if (!LoadReminders(world, all))
-        return;
+        return false;
     const auto ids = IdsOf(events);
     const auto rest =
         std::stable_partition(all.begin(), all.end(), [&](const CTmReminder& r) { return !ids.contains(r.EventId); });
     ReminderList removed(rest, all.end());
     if (removed.empty())
-        return;
+        return true;
     all.erase(rest, all.end());
     bool succeeded = true;
     if (HasServerReminder(removed))
-        succeeded = CheckServer(world, report) && RemoveAllFromServer(world, removed);
-    SaveReminders(world, all);
+        succeeded = CheckServer(world, report) == ServerCheck::Answers && RemoveAllFromServer(world, removed);
+    const bool saved = SaveReminders(world, all);
     if (report == Report::Shown && !succeeded)
         TellReminderFailure(world, ReminderFailure::NotAllRemoved);
+    return saved;
 }
 
 ReminderList StoredReminders(const CalendarWorld& world, const std::string& eventId) {

@@ -25,12 +25,13 @@ void FollowStart(CTmReminder& reminder, const DateTime& start);
 void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders);
 
 /// Brings the reminders of one event to those that it holds. Afterwards it holds what stands in the file.
-void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, bool showProgress);
+/// `report` is of the progress alone: a server that fails is asked about and told in any case.
+void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report report);
 
-/// Removes the reminders of a single event.
-void RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report report);
-/// Removes the reminders of many events, with a server or without.
-void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report);
+/// Removes the reminders of a single event. False, told, if their file could not be read or written: all stay in it.
+bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report report);
+/// The same for many events, with a server or without.
+bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report);
 
 /// The reminders of an event as the file holds them; none if it can't be read.
 ReminderList StoredReminders(const CalendarWorld& world, const std::string& eventId);

@@ -9,33 +9,38 @@ bool Agrees(const CalendarWorld& world, const char* text, const char* title) {
     return world.prompts.Ask(text, title) == PromptAnswer::Yes;
 }
 
-/// Takes events out of the file by `remove(events)`, which gives those that it took. Nothing if the file isn't written.
-template <typename Remove>
-std::optional<EventList> RemoveFromFile(const CalendarWorld& world, const char* progressText, Remove remove) {
+/// Takes events out of the file by `remove(events)`, and then the reminders of what went by `removeReminders()`. Where
+/// that fails both files get back what they held, so that it can be tried again. False unless all has gone.
+template <typename Remove, typename RemoveReminders>
+bool RemoveFromFiles(const CalendarWorld& world, const char* progressText, Remove remove,
+                     RemoveReminders removeReminders) {
     world.ShowProgress(progressText);
     EventList events;
-    std::optional<EventList> removed;
-    if (LoadEvents(world, events)) {
-        removed = remove(events);
-        if (!SaveEvents(world, events))
-            removed.reset();
+    ReminderList reminders;
+    bool done = LoadEvents(world, events) && LoadReminders(world, reminders);
+    if (done) {
+        const EventList before = events;
+        remove(events);
+        done = SaveEvents(world, events) && removeReminders();
+        if (!done) {
+            SaveEvents(world, before);
+            if (!reminders.empty())
+                SaveReminders(world, reminders);
+        }
     }
-    if (!removed)
-        world.progress.Hide();
-    return removed;
+    world.progress.Hide();
+    if (done)
+        world.TellAgent();
+    return done;
 }
 
-/// The same, and then the reminders of what went, with their report.
+/// The same for events that `remove(events)` gives, with a report of their reminders.
 template <typename Remove>
 bool RemoveWithReminders(const CalendarWorld& world, const char* progressText, Remove remove) {
-    const std::optional<EventList> removed = RemoveFromFile(world, progressText, remove);
-    if (!removed)
-        return false;
-    if (!removed->empty())
-        RemoveRemindersOfEvents(world, *removed, Report::Shown);
-    world.progress.Hide();
-    world.TellAgent();
-    return true;
+    EventList removed;
+    return RemoveFromFiles(
+        world, progressText, [&](EventList& events) { removed = remove(events); },
+        [&] { return removed.empty() || RemoveRemindersOfEvents(world, removed, Report::Shown); });
 }
 
 }  // namespace
@@ -65,18 +70,10 @@ bool DeleteFollowingEvents(const CalendarWorld& world, const CTmEvent& event) {
 }
 
 bool DeleteEvent(const CalendarWorld& world, CTmEvent event) {
-    if (!Agrees(world, "Do you wish to delete this event?", "Delete Event?"))
-        return false;
-    const std::optional<EventList> removed = RemoveFromFile(world, "Deleting Event....", [&](EventList& events) {
-        RemoveEvent(events, event.EventId);
-        return EventList{event};
-    });
-    if (!removed)
-        return false;
-    RemoveEventReminders(world, event, Report::Shown);
-    world.progress.Hide();
-    world.TellAgent();
-    return true;
+    return Agrees(world, "Do you wish to delete this event?", "Delete Event?") &&
+           RemoveFromFiles(
+               world, "Deleting Event....", [&](EventList& events) { RemoveEvent(events, event.EventId); },
+               [&] { return RemoveEventReminders(world, event, Report::Shown); });
 }
 
 }  // namespace lore

@@ -12,7 +12,7 @@ constexpr char kShortDate[] = "%m/%d/%y";
 constexpr int kWrapColumn = 50;
 constexpr int kMostBreaks = 10;
 
-/// Turns the first blank behind column 50 of each line into a line feed and returns the position of the last line
+/// Turns the first blank after column 50 of each line into a line feed and returns the position of the last line
 /// break, looking no further than the tenth. Columns are characters.
 size_t WrapLines(std::string& text) {
     const bool utf8 = IsValidUtf8(text);

@@ -9,7 +9,7 @@ namespace lore {
 /// The line of an event in lists: "02/03/11 (9:05am - 10:00am) - Class". Days alone for an event of whole days.
 std::string ShortLine(const CTmEvent& event);
 
-/// What shows when the pointer rests on an event: the short line, or the description wrapped behind column 50 and cut
+/// What shows when the pointer rests on an event: the short line, or the description wrapped after column 50 and cut
 /// at its last line break, but at the tenth at most.
 std::string HoverText(const CTmEvent& event);
 

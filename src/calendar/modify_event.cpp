@@ -7,8 +7,8 @@ namespace {
 constexpr ModifyEventTexts kDelete = {
     .title = "Deleting Recurring Event Series",
     .explanation =
-        "You are deleting an event that is part of a recurring series, please choose how you would like to "
-        "affect the series:",
+        "You are deleting an event that is part of a recurring series, please choose how you would "
+        "like to affect the series:",
     .seriesGroup = "Delete Series:",
     .entireSeries = "Delete Entire Event Series",
     .allFollowing = "Delete All Following Events in Series",
@@ -19,8 +19,8 @@ constexpr ModifyEventTexts kDelete = {
 constexpr ModifyEventTexts kModify = {
     .title = "Modifying Recurring Event Series",
     .explanation =
-        "You have changed an event in a recurring series, please choose how you would like these changes "
-        "distributed:",
+        "You have changed an event in a recurring series, please choose how you would like "
+        "these changes distributed:",
     .seriesGroup = "Apply to Series:",
     .entireSeries = "Apply to Entire Event Series",
     .allFollowing = "Apply to All Following Events in Series",

@@ -23,7 +23,7 @@ public:
     DateTime LastMoment() const { return first_.PlusDays(Cells()).PlusSeconds(-1); }
     /// Whether a cell belongs to the month itself.
     bool IsInMonth(int cell) const;
-    /// The cell of a date; below 0 before the first one, at or above Cells() behind the last. Below 0 unless valid.
+    /// The cell of a date; below 0 before the first one, at or above Cells() after the last. Below 0 unless valid.
     int CellOf(const DateTime& date) const;
 
 private:

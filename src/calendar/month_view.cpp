@@ -22,7 +22,6 @@ MonthView::MonthView(const CalendarWorld& world) : world_(world), today_(world.c
 void MonthView::Reload() {
     today_ = world_.clock.Now().Midnight();
     const DateTime first = grid_.FirstMoment(), last = grid_.LastMoment();
-    events_.clear();
     LoadEventsInRange(world_, first, last, events_);
     ReminderList list;
     LoadRemindersInRange(world_, first, last, list);

@@ -64,14 +64,13 @@ PopupAgent::FileStamp PopupAgent::StampOfReminders() const {
 bool PopupAgent::ReadReminders() {
     const FileStamp stamp = StampOfReminders();  // what is written while it is read has a later one
     NoGuids guids;
-    ReminderList reminders;
     // A moment that can't be read is none, so that a damaged record doesn't come up at each reading.
-    const FileResult read = LoadAllReminders(reminderFile_, {.now = {}, .nowUtc = {}, .guids = &guids}, reminders);
-    if (!read.Missing() && !Told(read, kRemindersUnread, reminderFile_, readError_))
+    const auto read = LoadAllReminders(reminderFile_, {.now = {}, .nowUtc = {}, .guids = &guids});
+    if (!read.file.Missing() && !Told(read.file, kRemindersUnread, reminderFile_, readError_))
         return false;
     stamp_ = stamp;
     readError_ = 0;
-    schedule_.SetReminders(reminders, clock_.Now());
+    schedule_.SetReminders(read.value, clock_.Now());
     return true;
 }
 

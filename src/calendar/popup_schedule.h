@@ -71,7 +71,7 @@ struct SnoozeChoice {
     DateTime until;
     bool isSpan;  ///< counts minutes and hours; a day later or the start of an event is a time on the clock
 };
-/// The choices at `now`, shortest first, and the start of its event behind them where that still lies ahead.
+/// The choices at `now`, shortest first, and the start of its event after them where that still lies ahead.
 std::vector<SnoozeChoice> SnoozeChoices(const CTmReminder& reminder, const DateTime& now);
 /// The place of the one that the button alone takes.
 inline constexpr size_t kUsualSnooze = 1;

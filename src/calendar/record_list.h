@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/loaded.h"
 #include "base/record_file.h"
 
 namespace lore {
@@ -36,6 +37,7 @@ struct FieldWriter {
 /// and not used costs nothing.
 inline constexpr size_t kSmallestRecord = 256, kTypicalRecord = 1024;
 
+/// Which records of a file a reader keeps: all of them.
 struct KeepAll {
     template <typename Record>
     bool operator()(const Record&) const {
@@ -67,17 +69,16 @@ void WriteRecordList(RecordWriter& stream, const std::vector<Record>& list, Writ
 }
 
 /// The same for a file. One that doesn't open has no records.
-/// @param isWhole  false behind a file that broke off or holds more than its records
 template <typename Record, typename ReadOne, typename Keep = KeepAll>
-FileResult LoadRecordFile(const std::filesystem::path& path, std::vector<Record>& list, ReadOne readOne, Keep keep = {},
-                          bool* isWhole = nullptr) {
+Loaded<std::vector<Record>> LoadRecordFile(const std::filesystem::path& path, ReadOne readOne, Keep keep = {}) {
     std::unique_ptr<RecordReader> stream;
-    const FileResult opened = OpenRecordFile(path, stream);
-    if (opened.Ok())
-        ReadRecordList(*stream, list, readOne, keep);
-    if (isWhole)
-        *isWhole = !opened.Ok() || stream->ReadWhole();
-    return opened;
+    Loaded<std::vector<Record>> loaded;
+    loaded.file = OpenRecordFile(path, stream);
+    if (stream) {
+        ReadRecordList(*stream, loaded.value, readOne, keep);
+        loaded.isWhole = stream->ReadWhole();
+    }
+    return loaded;
 }
 
 }  // namespace lore

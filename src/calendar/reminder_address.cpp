@@ -65,9 +65,8 @@ constexpr AddressFault kBadEmail = {"Invalid Email Address", "Invalid Email"};
 constexpr AddressFault kBadNumber = {"Invalid Phone Number.  Number must be at least 10 digits.", "Invalid Number"};
 constexpr AddressFault kBadProvider = {"Please choose a service provider.", "Invalid Provider"};
 constexpr AddressFault kNoGateway = {
-    "No gateway of this service provider is set up, so no text message can reach it.\n\nGive its domain in the "
-    "settings "
-    "file, section \"Reminders\", or choose another kind of reminder.",
+    "No gateway for this service provider is set up, so no text message can reach it.\n\n"
+    "Give its domain in the settings file, section \"Reminders\", or choose another kind of reminder.",
     "No Gateway"};
 
 constexpr char kNoPhoneCharacters[] = "qwertyuioplkjhgfdsazxcvbnm,.;[]=-!@#$%^&*()_+QWERTYUIOP{}|ASDFGHJKL:ZXCVBNM<>?";

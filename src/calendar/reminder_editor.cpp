@@ -157,11 +157,13 @@ DateTime ReminderEditor::WithinBounds(const DateTime& time) const {
     return IsLater(earliest_, time) ? earliest_ : time;
 }
 
-void ReminderEditor::ChangeSendTime(const DateTime& time) {
+bool ReminderEditor::ChangeSendTime(const DateTime& time) {
     if (!time.IsValid())
-        return;
-    reminder_.SendTime = WithinBounds(SteppedTime(reminder_.SendTime, time));
+        return true;
+    const DateTime stepped = SteppedTime(reminder_.SendTime, time);
+    reminder_.SendTime = WithinBounds(stepped);
     chosenPrior_ = 0;
+    return !IsLater(EarliestSendTime(), stepped);
 }
 
 std::string ReminderEditor::SendTimeText() const {

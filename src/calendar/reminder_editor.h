@@ -59,8 +59,9 @@ public:
     const char* DayLabel() const;
 
     const DateTime& SendTime() const { return reminder_.SendTime; }
-    /// A date or time set by hand, in steps of ten minutes and between the bounds.
-    void ChangeSendTime(const DateTime& time);
+    /// A date or time set by hand, in steps of ten minutes and between the bounds. False if it was too early: it is the
+    /// earliest now.
+    bool ChangeSendTime(const DateTime& time);
     DateTime EarliestSendTime() const { return earliest_; }
     static DateTime LatestSendDay() { return DateTime(2050, 1, 1); }
     /// "Monday,  Jan. 03 2011  at  9:10AM"

@@ -27,19 +27,16 @@ void WriteReminders(RecordWriter& stream, const ReminderList& list) {
                     [&](const CTmReminder& reminder) { VisitReminderFields(reminder, FieldWriter{stream}); });
 }
 
-FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list,
-                            bool* isWhole) {
-    list.clear();
-    return LoadRecordFile(path, list, ReminderReader{context}, KeepAll(), isWhole);
+Loaded<ReminderList> LoadAllReminders(const std::filesystem::path& path, const ReadContext& context) {
+    return LoadRecordFile<CTmReminder>(path, ReminderReader{context});
 }
 
-FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                                const DateTime& last, ReminderList& list, bool* isWhole) {
-    list.clear();
+Loaded<ReminderList> LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context,
+                                          const DateTime& first, const DateTime& last) {
     const auto isInRange = [&](const CTmReminder& reminder) {
         return first.IsEarlierOrEqual(reminder.SendTime) && reminder.SendTime.IsEarlierOrEqual(last);
     };
-    return LoadRecordFile(path, list, ReminderReader{context}, isInRange, isWhole);
+    return LoadRecordFile<CTmReminder>(path, ReminderReader{context}, isInRange);
 }
 
 FileResult WriteReminders(const std::filesystem::path& path, const ReminderList& list) {

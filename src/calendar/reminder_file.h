@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "base/loaded.h"
 #include "base/record_file.h"
 #include "calendar/reminder_list.h"
 
@@ -20,15 +21,12 @@ namespace lore {
 double ReadReminders(RecordReader& stream, ReminderList& list, const ReadContext& context);
 void WriteReminders(RecordWriter& stream, const ReminderList& list);
 
-// The loading functions empty the list first. A file that doesn't open has no records; if it is there all the same,
-// saving the list would lose what it holds.
+// A file that doesn't open has no records; if it is there all the same, saving the list would lose what it holds.
 
-/// @param isWhole  false behind a file that broke off or holds more than its records
-FileResult LoadAllReminders(const std::filesystem::path& path, const ReadContext& context, ReminderList& list,
-                            bool* isWhole = nullptr);
+Loaded<ReminderList> LoadAllReminders(const std::filesystem::path& path, const ReadContext& context);
 /// Those whose SendTime is at or after `first` and at or before `last`, by full date and time.
-FileResult LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context, const DateTime& first,
-                                const DateTime& last, ReminderList& list, bool* isWhole = nullptr);
+Loaded<ReminderList> LoadRemindersInRange(const std::filesystem::path& path, const ReadContext& context,
+                                          const DateTime& first, const DateTime& last);
 /// Rewrites the file. With a failure the old file stands.
 FileResult WriteReminders(const std::filesystem::path& path, const ReminderList& list);
 

@@ -143,15 +143,9 @@ private:
     DateSpan span_;
 };
 
-/// The dates up to the limit, and whether there are more.
-struct Dates {
-    std::vector<Occurrence> dates;
-    bool isCut = false;
-};
-
 template <typename Rhythm>
-Dates Walk(const CTmEvent& event, const Rhythm& rhythm) {
-    Dates found;
+DatesOfSeries Walk(const CTmEvent& event, const Rhythm& rhythm) {
+    DatesOfSeries found;
     if (!rhythm.CanMatch())
         return found;
     const OccurrenceMaker maker(event);
@@ -169,11 +163,13 @@ Dates Walk(const CTmEvent& event, const Rhythm& rhythm) {
 
 /// The first form of a pattern with two radio buttons if it is selected, otherwise the second.
 template <typename First, typename Second>
-Dates WalkForm(const CTmEvent& event, const LongList& pattern) {
+DatesOfSeries WalkForm(const CTmEvent& event, const LongList& pattern) {
     return PatternAt(pattern, 0) == 1 ? Walk(event, First(pattern)) : Walk(event, Second(pattern));
 }
 
-Dates DatesOf(const CTmEvent& event) {
+}  // namespace
+
+DatesOfSeries SeriesDates(const CTmEvent& event) {
     if (event.Recurring != 1)
         return {};
     switch (event.RecurrenceType) {
@@ -190,32 +186,24 @@ Dates DatesOf(const CTmEvent& event) {
     }
 }
 
-}  // namespace
-
-std::vector<Occurrence> SeriesDates(const CTmEvent& event, bool* isCut) {
-    Dates found = DatesOf(event);
-    if (isCut)
-        *isCut = found.isCut;
-    return std::move(found.dates);
-}
-
 void KeepLastDay(CTmEvent& event) {
     const DateTime end = AtTimeOf(event.RecurrenceEnd, event.RecurrenceStart);
     if (end.IsValid() && event.RecurrenceEnd.IsEarlierOrEqual(end))
         event.RecurrenceEnd = end;
 }
 
-EventList ExpandSeries(const CTmEvent& event, GuidSource& guids, bool* isCut) {
+ExpandedSeries ExpandSeries(const CTmEvent& event, GuidSource& guids) {
     const std::string seriesId = guids.NewGuid();
-    EventList records;
-    for (const Occurrence& date : SeriesDates(event, isCut)) {
-        CTmEvent& record = records.emplace_back(event);
+    const DatesOfSeries found = SeriesDates(event);
+    ExpandedSeries series{.records = {}, .isCut = found.isCut};
+    for (const Occurrence& date : found.dates) {
+        CTmEvent& record = series.records.emplace_back(event);
         NewEventId(record, guids);
         record.SeriesId = seriesId;
         record.Start = date.start;
         record.End = date.end;
     }
-    return records;
+    return series;
 }
 
 int NthWeekdayIndex(const DateTime& date, bool wantLast) {

@@ -68,7 +68,7 @@ void ApplyMinimumLength(CTmEvent& event, int32_t type) {
         event.RecurrenceEnd = minimum.end;
 }
 
-void KeepEndBehindStart(CTmEvent& event) {
+void KeepEndAfterStart(CTmEvent& event) {
     if (event.RecurrenceEnd.IsValid() && event.RecurrenceStart.IsValid() &&
         event.RecurrenceEnd.IsEarlierOrEqual(event.RecurrenceStart))
         event.RecurrenceEnd = event.RecurrenceStart;

@@ -14,7 +14,7 @@ namespace lore {
 void ApplyMinimumLength(CTmEvent& event, int32_t type);
 
 /// After the start of the series has changed: RecurrenceEnd becomes RecurrenceStart if it lies before it.
-void KeepEndBehindStart(CTmEvent& event);
+void KeepEndAfterStart(CTmEvent& event);
 
 /// What a number field holds after an edit: digits alone, and a number held to 1 to 999 unless the field is empty.
 std::string CorrectPatternInput(std::string_view typed);

@@ -48,17 +48,18 @@ void SeriesWalk::UpdateTexts(CTmEvent& event) const {
 
 void SeriesWalk::Connect() {
     world_.ShowProgress("Checking Internet Connection...");
-    isConnected_ = CheckServer(world_, Report::Shown, &inVain_);
-    if (!isConnected_)
+    check_ = CheckServer(world_, Report::Shown);
+    if (check_ != ServerCheck::Answers)
         world_.ShowProgress(kLoading);
 }
 
 /// False if it isn't done there.
 bool SeriesWalk::TryOnServer(const std::string& progressText, int pause, const std::function<bool()>& change) {
-    if (isConnected_)
+    const bool isConnected = check_ == ServerCheck::Answers;
+    if (isConnected)
         world_.ShowProgress(progressText + "..contacting server", pause);
-    const bool done = isConnected_ && change();
-    if (!done && (isConnected_ || inVain_))
+    const bool done = isConnected && change();
+    if (!done && check_ != ServerCheck::NoAnswer)
         serverFailed_ = true;
     return done;
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "calendar/calendar_world.h"
+#include "calendar/server_reminders.h"
 
 namespace lore {
 
@@ -28,8 +29,7 @@ private:
     const CTmEvent &changed_, &old_;
     bool remindersDiffer_;
     ReminderList stored_, all_;
-    bool isConnected_ = false;
-    bool inVain_ = false;        // not connected, though the user has tried again
+    ServerCheck check_ = ServerCheck::NoAnswer;
     bool serverFailed_ = false;  // an operation failed, or was left out in vain
 };
 

@@ -13,19 +13,17 @@ constexpr char kNoConnection[] = "No Server Connection";
 constexpr char kTryAgain[] =
     "Connection to server could not be established.\n\nTo update the Email or TextMsg reminders Lorebinder needs to "
     "connect to the server.\n\nEither:\n\n1. You are not connected to the internet.\nor\n2. The server is busy.\n\n"
-    "Please check internet connection then hit \"Yes\" to try again, or hit \"No\" to cancel updating Email and "
-    "TextMsg "
-    "reminders.";
+    "Please check internet connection then hit \"Yes\" to try again, or hit \"No\" to cancel updating Email "
+    "and TextMsg reminders.";
 constexpr char kNotSetUp[] =
-    "No reminder server is set up, so Email and TextMsg reminders can't be updated.\n\nTo use them, give the address "
-    "of "
-    "a reminder server in the settings file, section \"Reminders\", key \"Server\". Popup reminders work without it.";
+    "No reminder server is set up, so Email and TextMsg reminders can't be updated.\n\nTo use them, give the "
+    "address of a reminder server in the settings file, section \"Reminders\", key \"Server\". Popup reminders "
+    "work without it.";
 
 constexpr char kProblem[] = "A connection problem with the server occurred and ";
 constexpr char kAdvice[] =
-    ".\n\nServer may be busy, please check internet connection and try again later.\n\nPlease contact support if "
-    "problem "
-    "persists: ";
+    ".\n\nServer may be busy, please check internet connection and try again later.\n\n"
+    "Please contact support if problem persists: ";
 
 bool Answers(const CalendarWorld& world) {
     return world.server.TestServerConnection() > 0;
@@ -62,18 +60,16 @@ bool MayUseServer(const CalendarWorld& world) {
     return world.server.IsSetUp();
 }
 
-bool CheckServer(const CalendarWorld& world, Report report, bool* inVain) {
+ServerCheck CheckServer(const CalendarWorld& world, Report report) {
     const bool asks = report == Report::Shown;
     if (asks ? !MayUseServer(world) : !world.server.IsSetUp())
-        return false;
+        return ServerCheck::NoAnswer;
     if (Answers(world) || AnswersAfter(world, kRetryPause))
-        return true;
+        return ServerCheck::Answers;
     if (!asks || world.prompts.Ask(kTryAgain, kNoConnection) != PromptAnswer::Yes)
-        return false;
+        return ServerCheck::NoAnswer;
     const bool answers = Answers(world) || AnswersAfter(world, kLastRetryPause);
-    if (!answers && inVain)
-        *inVain = true;
-    return answers;
+    return answers ? ServerCheck::Answers : ServerCheck::TriedInVain;
 }
 
 DateTime ServerSendTimeOf(const DateTime& sendTime, const DateTime& now, const DateTime& serverTime) {

@@ -6,10 +6,16 @@
 
 namespace lore {
 
+/// How a test of the reminder server came out.
+enum class ServerCheck {
+    Answers,
+    NoAnswer,
+    TriedInVain,  ///< nor did it answer when the user tried again
+};
+
 /// Whether the reminder server answers, tested twice. A shown failure asks whether to try again; where no server is set
 /// up, the user is told that instead.
-/// @param inVain  turned true, if given, where the user tries again and that fails too
-bool CheckServer(const CalendarWorld& world, Report report, bool* inVain = nullptr);
+ServerCheck CheckServer(const CalendarWorld& world, Report report);
 
 /// False, told, where no reminder server is set up.
 bool MayUseServer(const CalendarWorld& world);

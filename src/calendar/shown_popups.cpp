@@ -28,14 +28,13 @@ PopupKey KeyOf(const CTmReminder& reminder, int32_t number) {
 
 FileResult LoadShownPopups(const std::filesystem::path& path, ShownPopups& shown) {
     shown.clear();
-    std::vector<ShownRecord> records;
-    const FileResult result = LoadRecordFile(
-        path, records, [](RecordReader& stream, ShownRecord& record) { VisitShownFields(record, FieldReader{stream}); },
+    const Loaded<std::vector<ShownRecord>> loaded = LoadRecordFile<ShownRecord>(
+        path, [](RecordReader& stream, ShownRecord& record) { VisitShownFields(record, FieldReader{stream}); },
         [](const ShownRecord& record) { return record.SendTime.IsValid(); });
-    for (const ShownRecord& record : records)
+    for (const ShownRecord& record : loaded.value)
         shown.emplace(NextKey(shown, {record.ReminderId, record.SendTime.Seconds()}),
                       record.Again.IsValid() ? record.Again : DateTime());
-    return result;
+    return loaded.file;
 }
 
 FileResult SaveShownPopups(const std::filesystem::path& path, const ShownPopups& shown) {

@@ -24,7 +24,7 @@ struct PopupKey {
 };
 PopupKey KeyOf(const CTmReminder& reminder, int32_t number = 0);
 
-/// The key behind all those of the same id and moment in a map.
+/// The key after all those of the same id and moment in a map.
 template <typename Map>
 PopupKey NextKey(const Map& map, PopupKey key) {
     key.number = std::numeric_limits<int32_t>::max();

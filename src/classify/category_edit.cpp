@@ -97,13 +97,13 @@ void HangSubtree(CProCategoryList& forest, const CProCategoryTree& subtree, int3
     forest.LinkAll();
 }
 
-void MergeSubtree(CProCategoryList& forest, CProCategoryTree subtree, int32_t targetID, int& maxCategoryID) {
+void MergeSubtree(CProCategoryList& forest, CProCategoryTree subtree, int32_t targetId, int& maxCategoryID) {
     // The subtree's own ids are taken too, though they stand in the forest no more.
     const int32_t highest = std::max(forest.HighestID(), HighestCategoryID(subtree));
     const int64_t nextID = int64_t{RaiseToHighest(highest, maxCategoryID)} + 1;
     CategoryIDs ids = forest.UsedIDs();
     subtree.MarkIDs(ids);
-    CProCategoryTree* const target = forest.FindByID(targetID);
+    CProCategoryTree* const target = forest.FindByID(targetId);
     AddUpward(target->parent, subtree.notes);
     MergeInto(*target, subtree, nextID, ids);
     forest.LinkAll();
@@ -175,15 +175,15 @@ LongList NotesWithOtherPaths(const CProCategoryList& before, const CProCategoryL
     return LongList(std::move(notes));
 }
 
-CProCategoryList WithVanished(const CProCategoryList& before, const CProCategoryList& after, bool& hasMore) {
+JoinedForest WithVanished(const CProCategoryList& before, const CProCategoryList& after) {
     Vanished vanished;
     for (const CProCategoryTree& root : before.Roots())
         CollectVanished(root, after, -1, nullptr, vanished);
-    hasMore = !vanished.empty();
-    CProCategoryList both;
-    both.Assign(after);
-    Append(both.EditRoots(), -1, vanished);
-    both.LinkAll();
+    JoinedForest both;
+    both.hasVanished = !vanished.empty();
+    both.forest.Assign(after);
+    Append(both.forest.EditRoots(), -1, vanished);
+    both.forest.LinkAll();
     return both;
 }
 

@@ -16,7 +16,7 @@ CProCategoryTree TakeSubtree(CProCategoryList& forest, int32_t id);
 void HangSubtree(CProCategoryList& forest, const CProCategoryTree& subtree, int32_t parentID);
 /// Merges a subtree into a category that stands for the same, and enters its notes above. Categories that the target
 /// lacks are numbered anew; `maxCategoryID` is the stored counter.
-void MergeSubtree(CProCategoryList& forest, CProCategoryTree subtree, int32_t targetID, int& maxCategoryID);
+void MergeSubtree(CProCategoryList& forest, CProCategoryTree subtree, int32_t targetId, int& maxCategoryID);
 /// Moves notes, in each set those of its list, from wherever they stand to `<UNASSIGNED>`.
 void UnassignNotes(CProCategoryList& forest, const SetLists& notes);
 /// Files notes that are unassigned in a set (1, 2 or 3) in a category.
@@ -32,8 +32,14 @@ CProCategoryTree PathTo(const CProCategoryTree& node);
 /// The notes whose path in any set isn't the same in both forests, in ascending order. A note that the later forest
 /// doesn't hold in a set keeps its path there.
 LongList NotesWithOtherPaths(const CProCategoryList& before, const CProCategoryList& after);
+
+struct JoinedForest {
+    CProCategoryList forest;
+    bool hasVanished = false;  ///< there are categories that the later forest lacks
+};
+
 /// `after`, and behind it at their places the categories of `before` that it lacks, without notes. Every id that a note
-/// stores before or after the change is in it. `hasMore` tells whether there were any.
-CProCategoryList WithVanished(const CProCategoryList& before, const CProCategoryList& after, bool& hasMore);
+/// stores before or after the change is in it.
+JoinedForest WithVanished(const CProCategoryList& before, const CProCategoryList& after);
 
 }  // namespace lore

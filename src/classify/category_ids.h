@@ -23,8 +23,8 @@ public:
     void MarkUsed(int32_t id) { used_.Add(id); }
     /// Another id of a lost category.
     void MarkLost(int32_t id) { passed_.Add(id); }
-    /// Gives the wanted number, or the one behind it for the reserved id and those that are lost, and moves `wanted` on
-    /// behind it. Where that number can't be had, the lowest free one.
+    /// Gives the wanted number, or the one after it for the reserved id and those that are lost, and moves `wanted` on
+    /// past it. Where that number can't be had, the lowest free one.
     int32_t Take(int64_t& wanted) {
         wanted = passed_.Behind(wanted);
         const int32_t id =

@@ -193,7 +193,7 @@ void CProCategoryList::RaiseMaxCategoryID(int& maxCategoryID) const {
     maxCategoryID = CounterAfter(std::max(given, maxCategoryID));
 }
 
-int32_t CProCategoryList::NewID(int& maxCategoryID) const {
+int32_t CProCategoryList::NewId(int& maxCategoryID) const {
     int64_t wanted = int64_t{GetMaxCategoryID(maxCategoryID)} + 1;
     return UsedIDs().Take(wanted);
 }

@@ -60,8 +60,8 @@ public:
     /// either could not be read, neither may be written.
     void Assign(const CProCategoryList& other);
 
-    /// The first node with this id, depth first in list order; null if there is none. Constant time behind LinkAll();
-    /// behind another change the first call makes the look-up, so that only one thread may call.
+    /// The first node with this id, depth first in list order; null if there is none. Constant time after LinkAll();
+    /// after another change the first call makes the look-up, so that only one thread may call.
     const CProCategoryTree* FindByID(int32_t id) const;
     CProCategoryTree* FindByID(int32_t id);
     /// Among the roots, `<UNASSIGNED>` too, without regard to case.
@@ -73,7 +73,7 @@ public:
     /// next category gets one more than this.
     int32_t GetMaxCategoryID(int& maxCategoryID) const;
     /// That id for one new category.
-    int32_t NewID(int& maxCategoryID) const;
+    int32_t NewId(int& maxCategoryID) const;
     /// To give out ids to several; those of the forest are used, those that it lacks though notes name them are lost.
     CategoryIDs UsedIDs() const;
     /// Moves the stored counter on after a load or a conversion: the larger of itself and what GetMaxCategoryID gives,

@@ -28,7 +28,7 @@ private:
 
 /// Merges a subtree into the node that stands for the same category: notes are added, children that are missing are
 /// numbered from `nextID` on, out of the ids of the forest, and appended as copies, children of the same name are
-/// merged in turn. The ids of the forest are written back into `node`. Gives the number behind the last one.
+/// merged in turn. The ids of the forest are written back into `node`. Gives the number after the last one.
 int64_t MergeInto(CProCategoryTree& hit, CProCategoryTree& node, int64_t nextID, CategoryIDs& ids);
 
 /// Brings many paths into one forest in time that follows their length. Between construction and destruction nobody

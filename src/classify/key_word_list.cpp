@@ -16,7 +16,7 @@ std::vector<std::string_view> SplitKeyWords(std::string_view text) {
     std::vector<std::string_view> pieces;
     if (text.empty())
         return pieces;
-    // A comma at the very front, behind blanks, doesn't make the text a list by itself.
+    // A comma at the very front, after blanks, doesn't make the text a list by itself.
     if (text.find(',', 1) == std::string_view::npos)
         return {Trim(text)};
     for (size_t comma = 0; comma != std::string_view::npos; text.remove_prefix(comma + 1)) {

@@ -57,7 +57,7 @@ private:
 /// The pieces of a line of key words as AddKeyWordsOfNote takes them: trimmed, empty ones between commas included.
 std::vector<std::string_view> SplitKeyWords(std::string_view text);
 
-/// The line with a key word more behind ", ", or as it is if it holds the key word.
+/// The line with one more key word after ", ", or as it is if it holds the key word.
 std::string WithKeyWord(std::string_view text, std::string_view name);
 /// The line without a key word, the others joined with ", "; as it is if it doesn't hold the key word.
 std::string WithoutKeyWord(std::string_view text, std::string_view name);

@@ -17,6 +17,7 @@ namespace lore {
 //   old path record  FixedInt count (0 or less: the end), then count x
 //                    FixedInt level, CountedString name, CountedString parent name
 
+/// One level of such a path.
 struct CCategory {
     int32_t level = -1;  ///< 0 for the first level
     std::string name = kUnassignedName;
@@ -24,6 +25,7 @@ struct CCategory {
     DateTime date;  ///< not in the record
 };
 
+/// A note's path: one category, with the levels above it.
 struct CCategoryTree {
     std::vector<CCategory> entries;  ///< in any order; a level counts by its first entry
 };

@@ -9,6 +9,8 @@
 
 namespace lore {
 
+inline constexpr char kValueNotTaken[] = "A value could not be taken";
+
 /// What citations are made from.
 struct BibliographyData {
     AuthorList authors;

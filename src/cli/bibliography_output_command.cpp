@@ -11,7 +11,6 @@
 #include "cli/command.h"
 #include "cli/json_records.h"
 #include "cli/shown_text.h"
-#include "notes/data_files.h"
 #include "platform/pdf_file.h"
 
 namespace lore {
@@ -20,11 +19,11 @@ namespace {
 
 constexpr const char* kFailed = "The bibliography could not be written";
 
-/// A bibliography may stand in the data folder where the window keeps its own.
-bool BelongsToData(const std::filesystem::path& file, const DataPaths& data) {
+/// Where the window keeps a bibliography in the data folder, one may be written.
+bool IsOfWindow(const std::filesystem::path& file, const DataPaths& data) {
     std::error_code error;
-    return IsDataFile(data, file) && std::filesystem::weakly_canonical(file, error) !=
-                                         std::filesystem::weakly_canonical(data.Bibliography(), error);
+    return std::filesystem::weakly_canonical(file, error) ==
+           std::filesystem::weakly_canonical(data.Bibliography(), error);
 }
 
 class BibliographyCommand : public Command {
@@ -52,10 +51,8 @@ public:
             PrintError("the ending of \"" + out_ + "\" must be .dat, .html, .rtf, .odt, .pdf or .txt");
             return ExitStatus::WrongUsage;
         }
-        if (BelongsToData(out_, session.Data())) {
-            PrintError("\"" + out_ + "\" belongs to the data folder; choose another file");
+        if (!IsOfWindow(out_, session.Data()) && !session.MayWrite(out_))
             return ExitStatus::WrongUsage;
-        }
         auto data = LoadBibliographyData(session);
         if (!data)
             return ExitStatus::NothingFound;

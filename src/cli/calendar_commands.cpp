@@ -36,10 +36,10 @@ private:
     static EventList Load(Session& session, const std::optional<DateArgument>& from,
                           const std::optional<DateArgument>& to) {
         const std::filesystem::path path = session.Data().Events();
-        EventList events;
-        const FileResult result = from && to ? LoadEventsInRange(path, session.Context(), from->date, to->date, events)
-                                             : LoadAllEvents(path, session.Context(), events);
-        session.Check(result, kEventsUnread, path);
+        Loaded<EventList> loaded = from && to ? LoadEventsInRange(path, session.Context(), from->date, to->date)
+                                              : LoadAllEvents(path, session.Context());
+        session.Check(loaded.file, kEventsUnread, path);
+        EventList events = std::move(loaded.value);
         if (from && !to)
             std::erase_if(events, [&](const CTmEvent& event) { return !from->date.IsEarlierOrEqual(event.Start); });
         if (to && !from)
@@ -70,10 +70,10 @@ public:
     void Declare(CLI::App&) override {}
     ExitStatus Run(Session& session) override {
         const std::filesystem::path path = session.Data().Reminders();
-        ReminderList reminders;
-        session.Check(LoadAllReminders(path, session.Context(), reminders), kRemindersUnread, path);
+        const Loaded<ReminderList> reminders = LoadAllReminders(path, session.Context());
+        session.Check(reminders.file, kRemindersUnread, path);
         Json list = Json::array();
-        for (const CTmReminder& reminder : reminders) {
+        for (const CTmReminder& reminder : reminders.value) {
             if (session.Json())
                 list.push_back(JsonReminder(reminder));
             else
@@ -92,11 +92,12 @@ public:
     const char* Help() const override { return "Shows the dates of each series of an event file"; }
     void Declare(CLI::App& app) override { app.add_option("FILE", file_, "An Events.dat")->required(); }
     ExitStatus Run(Session& session) override {
-        EventList events;
-        if (const FileResult result = LoadAllEvents(file_, session.Context(), events); !result.Ok()) {
-            session.Faults().Tell({kEventsUnread, file_, result.Reason()});
+        Loaded<EventList> loaded = LoadAllEvents(file_, session.Context());
+        if (!loaded.file.Ok()) {
+            session.Faults().Tell({kEventsUnread, file_, loaded.file.Reason()});
             return ExitStatus::Fault;
         }
+        EventList events = std::move(loaded.value);
         std::erase_if(events, [](const CTmEvent& event) { return event.Recurring != 1; });
         // Each event of a series shows the dates of all of it: held at once, they would be their square.
         if (session.Json())
@@ -109,11 +110,11 @@ public:
 private:
     static Json Expanded(const CTmEvent& event) {
         Json occurrences = Json::array();
-        bool isCut = false;
-        for (const Occurrence& occurrence : SeriesDates(event, &isCut))
+        const auto [dates, isCut] = SeriesDates(event);
+        for (const Occurrence& occurrence : dates)
             occurrences.push_back(Json::array({JsonDate(occurrence.start), JsonDate(occurrence.end)}));
         if (isCut)
-            PrintError("the series of the event " + ToUtf8(event.EventId) + " goes on behind its first " +
+            PrintError("the series of the event " + ToUtf8(event.EventId) + " goes on after its first " +
                        std::to_string(kMostOccurrences) + " dates; the others are left out");
         return {{"EventId", JsonText(event.EventId)},
                 {"SeriesId", JsonText(event.SeriesId)},

@@ -55,9 +55,7 @@ private:
         IdCounters counters = session.Counters();
         std::vector<NoteBookPaths> places;
         for (const CDatabase& noteBook : all) {
-            OpenNoteBook book;
-            book.database = noteBook;
-            book.paths = NoteBookPaths(session.Data(), noteBook.folder);
+            OpenNoteBook book = OpenNoteBook::At(session.Data(), noteBook);
             places.push_back(book.paths);
             for (Repair& repair : RepairNoteBook(book, counters, session.Context(), session.Faults()))
                 repairs.push_back(std::move(repair));

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/date_time.h"
 #include "cli/session.h"
 
 namespace CLI {
@@ -60,15 +61,7 @@ CLI::Validator DecimalNumber();
 std::vector<std::string> SplitAtCommas(const std::string& text);
 /// The option --ids, "3,7,12", as numbers, each once; none if it isn't given. False, told, if it holds anything else.
 bool ParseIdsOption(const std::optional<std::string>& text, LongList& ids);
-/// A date of the command line, or of a file that is handed to it.
-struct DateArgument {
-    DateTime date;
-    bool hasTime = false;  ///< more than a day was given
-};
-/// "YYYY-MM-DD", alone or with "THH:MM" or "THH:MM:SS" behind it, where a blank does for the T. Nothing for anything
-/// else and for a moment that doesn't exist.
-std::optional<DateArgument> ParseDate(std::string_view text);
-/// The same for an option that may be missing. False, told, if it is there and is no date.
+/// The option as ParseDate reads it; none if it isn't given. False, told, if it is there and is no date.
 bool ParseDateOption(const std::optional<std::string>& text, std::optional<DateArgument>& date);
 
 }  // namespace lore

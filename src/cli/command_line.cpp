@@ -40,7 +40,7 @@ Commands AllCommands() {
 void DeclareGlobals(CLI::App& app, GlobalOptions& options) {
     app.add_option("--data", options.data, "The data root, the folder that holds \"Data Files\"")->type_name("DIR");
     app.add_option("--settings", options.settings, "The settings store as an INI file")->type_name("FILE");
-    app.add_option("--notebook", options.notebook, "A NoteBook by name, folder name or GUID")->type_name("NOTEBOOK");
+    app.add_option("--notebook", options.noteBook, "A NoteBook by name, folder name or GUID")->type_name("NOTEBOOK");
     app.add_flag("--json", options.json, "Print one JSON document");
     app.fallthrough();
     app.require_subcommand(1);
@@ -60,8 +60,8 @@ ExitStatus CheckGiven(const CLI::App& app, const GlobalOptions& options) {
         PrintError("--settings needs the name of a file");
         return ExitStatus::WrongUsage;
     }
-    if (isEmpty("--notebook", options.notebook)) {
-        PrintNoNoteBook(options.notebook);
+    if (isEmpty("--notebook", options.noteBook)) {
+        PrintNoNoteBook(options.noteBook);
         return ExitStatus::NothingFound;
     }
     return ExitStatus::Done;
@@ -72,7 +72,7 @@ ExitStatus TellWrongArguments(const CLI::App& app, const CLI::ParseError& error)
     const std::vector<std::string> words = app.remaining();
     if (app.get_subcommands().empty() && !words.empty() && !words.front().starts_with('-') &&
         error.get_exit_code() != 0) {
-        PrintError("there is no command \"" + words.front() + "\"; lorebinder-cli --help lists those that there are");
+        PrintError("there is no command \"" + words.front() + "\"; lorebinder-cli --help lists them all");
         return ExitStatus::WrongUsage;
     }
     return app.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage;
@@ -89,7 +89,7 @@ int Finish(ExitStatus status, const PrintedFaults& faults) {
     return NumberOf(status);
 }
 
-/// The words behind the program's name, the last one first, as the parser takes them. An empty value, as in
+/// The words after the program's name, the last one first, as the parser takes them. An empty value, as in
 /// "--keywords=", is a word of its own: the parser would take the next option for it.
 std::vector<std::string> WordsOf(int argc, char** argv) {
     std::vector<std::string> words;
@@ -147,31 +147,12 @@ bool ParseIdsOption(const std::optional<std::string>& text, LongList& ids) {
     for (const std::string& piece : SplitAtCommas(*text)) {
         const std::optional<int32_t> id = ParseNumber(piece);
         if (!id) {
-            PrintError("--ids takes numbers parted by commas, not \"" + *text + "\"");
+            PrintError("--ids takes numbers separated by commas, not \"" + *text + "\"");
             return false;
         }
         ids.AddUnique(*id);
     }
     return true;
-}
-
-std::optional<DateArgument> ParseDate(std::string_view text) {
-    constexpr std::string_view kForm = "0000-00-00T00:00:00";
-    constexpr size_t kDay = 10, kMinutes = 16;
-    if (text.size() != kDay && text.size() != kMinutes && text.size() != kForm.size())
-        return std::nullopt;
-    std::array<int, 6> parts{};
-    size_t part = 0;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (kForm[i] == '0' && IsDigit(text[i]))
-            parts[part] = parts[part] * 10 + (text[i] - '0');
-        else if (kForm[i] != '0' && (text[i] == kForm[i] || (kForm[i] == 'T' && text[i] == ' ')))
-            ++part;
-        else
-            return std::nullopt;
-    }
-    const DateTime date(parts[0], parts[1], parts[2], parts[3], parts[4], parts[5]);
-    return date.IsValid() ? std::optional(DateArgument{date, text.size() > kDay}) : std::nullopt;
 }
 
 bool ParseDateOption(const std::optional<std::string>& text, std::optional<DateArgument>& date) {
@@ -205,7 +186,7 @@ int RunCommandLine(int argc, char** argv) try {
         std::find_if(commands.begin(), commands.end(), [&](const auto& command) { return command->Name() == name; });
     Session session(options);
     ExitStatus status = ExitStatus::Done;
-    if (!options.notebook.empty() && !session.NoteBook(status))
+    if (!options.noteBook.empty() && !session.NoteBook(status))
         return Finish(status, session.Faults());
     status = (*chosen)->Run(session);
     session.TellDataElsewhere();

@@ -75,22 +75,20 @@ private:
         Settings& settings = session.GetSettings();
         EnsureLocalGuid(settings, session.Guids());
         IdCounters counters = session.Counters();
-        // The counter may lie behind the notes of the first NoteBook, which is opened for reading alone.
+        // The counter may be lower than the ids of the first NoteBook, which is opened for reading alone.
         for (const int32_t id : book.index.AllIDs())
             counters.MaxNoteID = std::max(counters.MaxNoteID, id);
-        const CopyWorld world{book,
-                              session.Data(),
-                              counters,
-                              session.Context(),
-                              prompts,
-                              progress,
-                              session.Faults(),
-                              settings.IsSyncEngaged(),
-                              [&] { session.StoreCounters(counters); }};
-        return CopyNotesToNoteBook(list, target, world);
+        const CopyJob job{.from = book,
+                          .data = session.Data(),
+                          .counters = counters,
+                          .context = session.Context(),
+                          .ports = {.prompts = prompts, .progress = progress, .faults = session.Faults()},
+                          .syncEngaged = settings.IsSyncEngaged(),
+                          .storeCounters = [&] { session.StoreCounters(counters); }};
+        return CopyNotesToNoteBook(list, target, job);
     }
     static ExitStatus Print(const Session& session, const CDatabase& target, const CopyResult& result) {
-        if (result.copied < 0 || (result.copied == 0 && result.newer == 0))
+        if (result.copied == CopyResult::kNothingDone || (result.copied == 0 && result.newer == 0))
             return ExitStatus::Fault;
         if (session.Json())
             PrintJson({{"copied", result.copied}, {"ids", JsonIds(result.ids)}, {"notebook", JsonText(target.name)}});
@@ -113,10 +111,13 @@ public:
     }
     ExitStatus Run(Session& session) override {
         ExitStatus status = ExitStatus::Done;
-        if (all_ && BackupFileName(target_, "x", "") == target_) {
+        const std::string archive = all_ ? BackupFileName(target_, kMainNoteBookName, "") : target_;
+        if (all_ && archive == target_) {
             PrintError("\"" + target_ + "\" needs an ending such as .lbe, before which the names of the NoteBooks go");
             return ExitStatus::WrongUsage;
         }
+        if (!session.MayWrite(archive))
+            return ExitStatus::WrongUsage;
         if (!session.TakeLock(status))
             return status;
         const auto noteBook = session.NoteBook();
@@ -124,10 +125,16 @@ public:
             return ExitStatus::NothingFound;
         PrintedPrompts prompts;
         SilentProgress progress;
-        const BackupWorld world{
-            session.Data(), session.GetSettings(), session.Context(), prompts, progress, session.Faults(), [] {}};
-        const BackedUp done =
-            all_ ? RunBackupAll(target_, {}, world) : BackedUp{BackUpNoteBook(*noteBook, target_, world), {target_}};
+        const BackupJob job{.data = session.Data(),
+                            .settings = session.GetSettings(),
+                            .context = session.Context(),
+                            .ports = {.prompts = prompts, .progress = progress, .faults = session.Faults()},
+                            .storeSettings = [] {}};
+        BackedUp done;
+        if (all_)
+            done = RunBackupAll(target_, {}, job);
+        else
+            done.Add(BackUpNoteBook(*noteBook, target_, job), target_);
         const int notes = done.notes;
         if (notes == 0)
             PrintError("there are no notes to back up");

@@ -20,7 +20,7 @@ struct Dump {
     Json version = nullptr;
     Json records = Json::array();
     Json extra = Json::object();  ///< further keys of the document
-    std::string damage;           ///< what is wrong with the file, behind "it"; empty if nothing is known to be
+    std::string damage;           ///< what is wrong with the file, after "it"; empty if nothing is known to be
 };
 
 using Path = std::filesystem::path;
@@ -36,10 +36,10 @@ FileResult DumpNotes(const Path& path, const ReadContext& context, Dump& dump) {
     return result;
 }
 
-/// For the readers that don't tell which of the two it is.
-void KeepDamage(bool isWhole, Dump& dump) {
-    if (!isWhole)
-        dump.damage = "breaks off, or holds more than its records";
+/// For the readers that don't tell whether a file breaks off.
+void KeepDamage(const RecordFileState& state, Dump& dump) {
+    if (!state.isWhole)
+        dump.damage = state.lacksID ? kRecordWithoutNumber : "breaks off, or holds more than its records";
 }
 
 FileResult DumpAuthors(const Path& path, const ReadContext&, Dump& dump) {
@@ -48,7 +48,7 @@ FileResult DumpAuthors(const Path& path, const ReadContext&, Dump& dump) {
     for (const CAuthor& author : authors)
         dump.records.push_back(JsonAuthor(author));
     dump.version = authors.Version();
-    KeepDamage(authors.ReadWhole(), dump);
+    KeepDamage(authors.State(), dump);
     return result;
 }
 
@@ -58,7 +58,7 @@ FileResult DumpSources(const Path& path, const ReadContext& context, Dump& dump)
     for (const CSource& source : sources)
         dump.records.push_back(JsonSource(source));
     dump.version = sources.Version();
-    KeepDamage(sources.ReadWhole(), dump);
+    KeepDamage(sources.State(), dump);
     return result;
 }
 
@@ -68,7 +68,7 @@ FileResult DumpTypes(const Path& path, const ReadContext& context, Dump& dump) {
     for (const CCustomSourceType& type : types)
         dump.records.push_back(JsonCustomType(type));
     dump.version = types.Version();
-    KeepDamage(types.ReadWhole(), dump);
+    KeepDamage(types.State(), dump);
     return result;
 }
 
@@ -84,7 +84,7 @@ FileResult DumpStream(const Path& path, Dump& dump, Read read) {
         if (Json record = read(stream.get()); !record.is_null())
             dump.records.push_back(std::move(record));
     });
-    KeepDamage(stream->ReadWhole(), dump);
+    KeepDamage(stream->State(), dump);
     return result;
 }
 
@@ -118,7 +118,7 @@ FileResult DumpNoteBooks(const Path& path, const ReadContext& context, Dump& dum
     double version = 0;
     RecordFileState state;
     const FileResult result = LoadDatabases(path, context, list, version, &state);
-    KeepDamage(state.isWhole, dump);
+    KeepDamage(state, dump);
     for (const CDatabase& noteBook : list)
         dump.records.push_back(JsonNoteBook(noteBook));
     dump.version = version;
@@ -139,7 +139,7 @@ FileResult DumpSyncLog(const Path& path, const ReadContext&, Dump& dump) {
     Json json = JsonSyncLog(log, hasHead);
     dump.extra["head"] = json["head"];
     dump.records = json["records"];
-    KeepDamage(log.ReadWhole(), dump);
+    KeepDamage({.isWhole = log.ReadWhole()}, dump);
     return result;
 }
 
@@ -154,7 +154,7 @@ FileResult DumpCalendar(const Path& path, const ReadContext& context, Dump& dump
     dump.version = read(*stream, list, context);
     for (const auto& record : list)
         dump.records.push_back(toJson(record));
-    KeepDamage(stream->ReadWhole(), dump);
+    KeepDamage(stream->State(), dump);
     return result;
 }
 
@@ -175,13 +175,11 @@ Json WithSources(const CNote& note, const std::vector<CSource>& sources, Json (*
 }
 
 FileResult DumpPrintPreview(const Path& path, const ReadContext& context, Dump& dump) {
-    std::vector<PrintNote> notes;
-    std::string version;
-    const FileResult result = LoadPrintPreview(path, context, notes, &version);
-    for (const PrintNote& printed : notes)
+    const Loaded<PrintPreview> preview = LoadPrintPreview(path, context);
+    for (const PrintNote& printed : preview.value.notes)
         dump.records.push_back(WithSources(printed.note, printed.sources, JsonBibliographySource));
-    dump.version = ParseDouble(version);
-    return result;
+    dump.version = ParseDouble(preview.value.version);
+    return preview.file;
 }
 
 Json JsonExportSource(const CSource& source) {

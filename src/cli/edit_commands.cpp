@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    /// The notes stand on the disk behind Write.
+    /// The notes stand on the disk after Write.
     ExitStatus Add(Session& session, EditRun& run, const std::string& file) {
         const auto rtf = TextOfFile(session, file);
         if (!rtf)
@@ -117,7 +117,8 @@ public:
         app.add_option("ID", id_, "The note's number")->required()->transform(DecimalNumber());
         app.add_option("--rtf", rtf_, "Its new text, a file as for \"add\"")->type_name("FILE");
         changes_.Declare(app);
-        app.add_flag("--no-sources", changes_.noSources, "Take its sources away");
+        app.get_option("--source")->description("A source in place of all that it has (repeat for more)");
+        app.add_flag("--no-sources", changes_.noSources, "Take all its sources away, those too that the list lacks");
         app.add_option("--attach", files_, "A file to attach (repeat for more)")
             ->type_name("FILE")
             ->allow_extra_args(false);

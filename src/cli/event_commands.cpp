@@ -42,6 +42,8 @@ constexpr Rhythm kRhythms[] = {
     {"yearly-weekday", kYearly, false}};
 constexpr const char* kDayNames[] = {"SUN", "MON", "TUE", "WED", "THU", "FRI", "SAT"};
 
+using GivenDate = std::optional<DateArgument>;
+
 /// What the command line says of an event. Fields that it doesn't name stay as they are.
 struct EventOptions {
     std::optional<std::string> label, description, start, end, repeat, until;
@@ -59,7 +61,7 @@ struct EventOptions {
         app.add_option("--color", color, "Number of its bar's colour")
             ->check(CLI::Range(1, kColors))
             ->transform(DecimalNumber());
-        app.add_option("--popup", popups, "Reminds so many minutes before the start; may be given up to four times")
+        app.add_option("--popup", popups, "Reminds this many minutes before the start; may be given up to four times")
             ->type_name("MINUTES")
             ->check(CLI::Range(0, std::numeric_limits<int32_t>::max()))
             ->transform(DecimalNumber());
@@ -87,38 +89,44 @@ struct EventOptions {
 
 private:
     bool ApplyTimes(EventEditor& editor) const;
+    void ApplyAllDay(EventEditor& editor, const GivenDate& from, const GivenDate& to) const;
     void ChooseRhythm(EventEditor& editor) const;
     /// What an event of that rhythm can't have; empty for nothing.
-    std::string FaultInSeries(const EventEditor& editor, const std::optional<DateArgument>& last) const;
+    std::string FaultInSeries(const EventEditor& editor, const GivenDate& last) const;
     bool ApplySeries(EventEditor& editor) const;
     bool ApplyReminders(EventEditor& editor) const;
 };
 
-bool EventOptions::ApplyTimes(EventEditor& editor) const {
-    std::optional<DateArgument> from, to;
-    if (!ParseDateOption(start, from) || !ParseDateOption(end, to))
-        return false;
-    const auto momentOf = [&](const std::optional<DateArgument>& given, const DateTime& stored) {
-        if (!given)
-            return stored;
-        const DateTime kept = AtTimeOf(given->date, stored);
-        return !given->hasTime && !editor.IsNew() && kept.IsValid() ? kept : given->date;
-    };
-    const DateTime before = editor.Event().Start, first = momentOf(from, before);
-    DateTime last = momentOf(to, editor.Event().End);
-    if (to && IsLater(to->hasTime ? first : first.Midnight(), last)) {
-        PrintError("--end is before the start");
-        return false;
-    }
+/// The moment that is given, or the stored one. A day alone keeps the time of an event that is changed.
+DateTime MomentOf(const GivenDate& given, const DateTime& stored, bool isNew) {
+    if (!given)
+        return stored;
+    const DateTime kept = AtTimeOf(given->date, stored);
+    return !given->hasTime && !isNew && kept.IsValid() ? kept : given->date;
+}
+
+void EventOptions::ApplyAllDay(EventEditor& editor, const GivenDate& from, const GivenDate& to) const {
     if (allDay || (from && !from->hasTime && editor.IsNew()))
         editor.SetAllDay(true);
     else if ((from && from->hasTime) || (to && to->hasTime))
         editor.SetAllDay(false);
-    if (!from && !to)
-        return true;
+}
+
+bool EventOptions::ApplyTimes(EventEditor& editor) const {
+    GivenDate from, to;
+    if (!ParseDateOption(start, from) || !ParseDateOption(end, to))
+        return false;
+    const DateTime before = editor.Event().Start, first = MomentOf(from, before, editor.IsNew());
+    DateTime last = MomentOf(to, editor.Event().End, editor.IsNew());
+    if (to && IsLater(to->hasTime ? first : first.Midnight(), last)) {
+        PrintError("--end is before the start");
+        return false;
+    }
+    ApplyAllDay(editor, from, to);
     if (!to)
         last = editor.IsNew() ? first : last.PlusSeconds(first.Seconds() - before.Seconds());
-    editor.PlaceAt(first, last);
+    if (from || to)
+        editor.PlaceAt(first, last);
     return true;
 }
 
@@ -152,7 +160,7 @@ void EventOptions::ChooseRhythm(EventEditor& editor) const {
         editor.ChooseForm(rhythm.firstForm);
 }
 
-std::string EventOptions::FaultInSeries(const EventEditor& editor, const std::optional<DateArgument>& last) const {
+std::string EventOptions::FaultInSeries(const EventEditor& editor, const GivenDate& last) const {
     if (!editor.IsRecurring() && (every || until || !days.empty()))
         return "--every, --days and --until belong to a series: say --repeat as well";
     if (every && !CountSlot(editor))
@@ -166,7 +174,7 @@ std::string EventOptions::FaultInSeries(const EventEditor& editor, const std::op
 
 bool EventOptions::ApplySeries(EventEditor& editor) const {
     ChooseRhythm(editor);
-    std::optional<DateArgument> last;
+    GivenDate last;
     if (!ParseDateOption(until, last))
         return false;
     if (const std::string fault = FaultInSeries(editor, last); !fault.empty()) {
@@ -321,7 +329,7 @@ private:
         PrintID(session);
         if (options_.start && IsSeriesMember(before) && question_.reach != SeriesReach::OnlyThis &&
             now[static_cast<size_t>(index)].Start != before.Start)
-            PrintError("only this event has moved: the start is no part of what the events of a series share");
+            PrintError("only this event has moved: the start isn't part of what the events of a series share");
     }
 
     ExitStatus Delete(Session& session, const CalendarWorld& world, const EventList& events) {

@@ -28,6 +28,8 @@ public:
         app.add_option("ID", ids_, "The notes, all when none are given")->transform(DecimalNumber());
     }
     ExitStatus Run(Session& session) override {
+        if (!session.MayWrite(target_))
+            return ExitStatus::WrongUsage;
         ExitStatus status = ExitStatus::Done;
         if (!session.TakeLock(status))
             return status;
@@ -49,19 +51,22 @@ private:
     ExitStatus Export(Session& session, const OpenNoteBook& book, const ExportedNotes& notes) const {
         PrintedPrompts prompts;
         SilentProgress progress;
-        const int exported =
+        const ArchiveOutcome exported =
             ExportNotes(notes, target_, ExportedSources::OfNotes,
-                        {book, session.Data(), session.Context(), prompts, progress, session.Faults()});
-        if (exported < 0)
+                        {.book = book,
+                         .data = session.Data(),
+                         .context = session.Context(),
+                         .ports = {.prompts = prompts, .progress = progress, .faults = session.Faults()}});
+        if (exported.Failed())
             return ExitStatus::Fault;
-        if (exported == 0) {
+        if (exported.notes == 0) {
             PrintError("there are no notes in this NoteBook");
             return ExitStatus::NothingFound;
         }
         if (session.Json())
-            PrintJson({{"notes", exported}, {"file", JsonText(target_)}});
+            PrintJson({{"notes", exported.notes}, {"file", JsonText(target_)}});
         else
-            std::printf("%d notes are in %s\n", exported, Shown(target_).c_str());
+            std::printf("%d notes are in %s\n", exported.notes, Shown(target_).c_str());
         return ExitStatus::Done;
     }
 
@@ -124,12 +129,16 @@ public:
         PrintedPrompts prompts;
         SilentProgress progress;
         IdCounters counters = session.Counters();
-        const ImportWorld world{
-            book, session.Data(), counters, session.Context(), prompts, progress, session.Faults(), 0, [&] {
-                MoveCountersOn(book, counters);
-                session.StoreCounters(counters);
-            }};
-        return status_ ? Compare(session, world, chooser) : Import(session, world, chooser);
+        const ImportJob job{.book = book,
+                            .data = session.Data(),
+                            .counters = counters,
+                            .context = session.Context(),
+                            .ports = {.prompts = prompts, .progress = progress, .faults = session.Faults()},
+                            .reload = [&] {
+                                MoveCountersOn(book, counters);
+                                session.StoreCounters(counters);
+                            }};
+        return status_ ? Compare(session, job, chooser) : Import(session, job, chooser);
     }
 
 private:
@@ -155,19 +164,19 @@ private:
             chooser.only.erase("");
         }
         if (only_ && chooser.only.empty()) {
-            PrintError("--only takes the guids of notes, parted by commas");
+            PrintError("--only takes the guids of notes, separated by commas");
             return false;
         }
         return true;
     }
 
-    ExitStatus Compare(Session& session, const ImportWorld& world, const OptionChooser& chooser) const {
+    ExitStatus Compare(Session& session, const ImportJob& job, const OptionChooser& chooser) const {
         ImportArchive archive;
-        if (const int result = ReadArchive(file_, archive, world); result != ImportOutcome::kNothing) {
-            TellImportResult({result, {}, false}, world.prompts);
+        if (const int result = ReadArchive(file_, archive, job); result != ImportOutcome::kNothing) {
+            TellImportResult({result, {}, false}, job.ports.prompts);
             return ExitStatus::Fault;
         }
-        const ImportComparison comparison = CompareArchive(archive, world);
+        const ImportComparison comparison = CompareArchive(archive, job);
         chooser.TellAbsent(comparison);
         const bool isEmpty =
             std::ranges::none_of(comparison.Rows(), [&](const auto& row) { return chooser.IsAsked(row); });
@@ -193,10 +202,10 @@ private:
             PrintJson(list);
     }
 
-    ExitStatus Import(Session& session, const ImportWorld& world, OptionChooser& chooser) const {
-        const ImportOutcome outcome = ImportNotes(file_, chooser, world);
+    ExitStatus Import(Session& session, const ImportJob& job, OptionChooser& chooser) const {
+        const ImportOutcome outcome = ImportNotes(file_, chooser, job);
         if (outcome.result < 0) {
-            TellImportResult({outcome.result, {}, false}, world.prompts);  // its reason has been told as a fault
+            TellImportResult({outcome.result, {}, false}, job.ports.prompts);  // its reason has been told as a fault
             return ExitStatus::Fault;
         }
         if (session.Json())

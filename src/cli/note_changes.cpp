@@ -100,7 +100,7 @@ bool NoteChanges::Check(const OpenNoteBook& book, ExitStatus& status) const {
     for (const int32_t source : sources) {
         if (!book.sources.FindSourceByID(source)) {
             PrintError("there is no source " + std::to_string(source) +
-                       " in this NoteBook; the command \"sources\" lists those that there are");
+                       " in this NoteBook; the command \"sources\" lists them all");
             return false;
         }
     }
@@ -115,7 +115,7 @@ bool NoteChanges::Apply(Session& session, const OpenNoteBook& book, EditNoteSess
         note.keyWords = CleanText(FromUtf8(*keyWords));
     if (color)
         note.borderColor = *ParseColorArgument(*color);
-    // Sources that can't be named go on behind those that are named; only --no-sources takes them away.
+    // Sources that can't be named go on after those that are named; only --no-sources takes them away.
     UnknownSources unknown = noSources ? UnknownSources() : FindUnknownSources(note, book.sources);
     if (noSources || !sources.empty()) {
         unknown.isFirstMain = false;
@@ -167,7 +167,7 @@ EditRun::EditRun(Session& session)
              .guids = session.Guids(),
              .faults = session.Faults(),
              .texts = nullptr,
-             .storeIds = [&session] { session.StoreOptions(); }} {}
+             .storeSettings = [&session] { session.StoreOptions(); }} {}
 
 LongList EditRun::Write() {
     if (collected_.empty())

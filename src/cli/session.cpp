@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "notebooks/data_upgrade.h"
+#include "notes/data_files.h"
 #include "notes/file_faults.h"
 #include "notes/note_cleaner.h"
 #include "platform/places.h"
@@ -74,19 +75,19 @@ ExitStatus NoSuchNote(int32_t id) {
 }
 
 void PrintNoNoteBook(const std::string& name) {
-    PrintError("there is no NoteBook \"" + name + "\"; the command \"notebooks\" lists those that there are");
+    PrintError("there is no NoteBook \"" + name + "\"; the command \"notebooks\" lists them all");
 }
 
-std::optional<CDatabase> ChooseNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
+std::optional<CDatabase> ChooseNoteBook(const std::vector<CDatabase>& list, const std::string& localGUID,
                                         const std::string& text, ExitStatus& status) {
     const std::string typed = FromUtf8(text);
-    auto found = FindNoteBook(list, localGuid, typed);
+    auto found = FindNoteBook(list, localGUID, typed);
     if (!found) {
         PrintNoNoteBook(text);
         status = ExitStatus::NothingFound;
         return std::nullopt;
     }
-    std::vector<CDatabase> all = {MainNoteBook(localGuid)};
+    std::vector<CDatabase> all = {MainNoteBook(localGUID)};
     all.insert(all.end(), list.begin(), list.end());
     const std::vector<CDatabase> fitting = AllCalled(all, typed);
     if (fitting.size() == 1)
@@ -115,6 +116,13 @@ void Session::Check(const FileResult& result, const char* what, const std::files
     TellFailedRead(faults_, what, path, result);
 }
 
+bool Session::MayWrite(const std::string& file) const {
+    const bool isData = IsDataFile(data_, file);
+    if (isData)
+        PrintError("\"" + file + "\" belongs to the data folder; choose another file");
+    return !isData;
+}
+
 void Session::MakeDataFolder() {
     TellFailedWrite(faults_, kDataFolderUnmade, data_.DataFiles(), ComputeFolders(data_.root));
 }
@@ -133,17 +141,16 @@ CDatabase Session::Main() const {
 
 std::optional<CDatabase> Session::NoteBook(ExitStatus& status) {
     const std::string& local = settings_.Text(Option::LocalGUID);
-    if (options_.notebook.empty())
+    if (options_.noteBook.empty())
         return StartNoteBook(NoteBooks(), {local, settings_.Text(Option::Database)});
-    return ChooseNoteBook(NoteBooks(), local, options_.notebook, status);
+    return ChooseNoteBook(NoteBooks(), local, options_.noteBook, status);
 }
 
 std::optional<LoadReport> Session::Load(OpenNoteBook& book, LoadOptions options) {
     const auto database = NoteBook();
     if (!database)
         return std::nullopt;
-    book.database = *database;
-    book.paths = NoteBookPaths(data_, database->folder);
+    book = OpenNoteBook::At(data_, *database);
     IdCounters counters = Counters();
     options.mode = LoadMode::ReadOnly;
     LoadReport report = LoadNoteBook(book, counters, context_, faults_, options);
@@ -174,8 +181,7 @@ bool Session::OpenForWriting(OpenNoteBook& book, ExitStatus& status, const LoadO
         status = ExitStatus::NothingFound;
         return false;
     }
-    book.database = *database;
-    book.paths = NoteBookPaths(data_, database->folder);
+    book = OpenNoteBook::At(data_, *database);
     CleanNoteFiles(book.paths, faults_, nullptr);
     IdCounters counters = Counters();
     if (!LoadNoteBook(book, counters, context_, faults_, options).listed) {
@@ -192,7 +198,11 @@ bool Session::UpgradeData() {
         return true;
     IdCounters counters = Counters();
     SilentProgress progress;
-    const bool done = UpgradeDataFolder({data_, counters.MaxCategoryID, context_, progress, faults_});
+    const bool done = UpgradeDataFolder({.data = data_,
+                                         .maxCategoryID = counters.MaxCategoryID,
+                                         .context = context_,
+                                         .progress = progress,
+                                         .faults = faults_});
     if (done && counters.MaxCategoryID != Counters().MaxCategoryID)
         StoreCounters(counters);
     return done;
@@ -222,18 +232,18 @@ bool Session::TakeLock(ExitStatus& status) {
         status = ExitStatus::WrongUsage;
         return false;
     }
-    int error = 0;
-    lock_ = DataLock::Take(data_.root, error);
+    LockAttempt attempt = DataLock::Take(data_.root);
+    lock_ = std::move(attempt.lock);
     if (lock_) {
         const bool upgraded = UpgradeData();
         status = upgraded ? status : ExitStatus::Fault;
         return upgraded;
     }
-    if (error != 0) {
+    if (!attempt.failure.Ok()) {
         std::error_code unknown;
         const bool isThere = std::filesystem::is_directory(data_.root, unknown);
         faults_.Tell({"The data folder could not be locked", (isThere ? data_.root / kLockName : data_.root).string(),
-                      FileResult{error}.Reason()});
+                      attempt.failure.Reason()});
         status = ExitStatus::Fault;
     } else {
         PrintError("another process holds the data folder " + data_.root.string() +

@@ -22,7 +22,7 @@ namespace lore {
 struct GlobalOptions {
     std::string data;
     std::string settings;
-    std::string notebook;
+    std::string noteBook;
     bool json = false;
 };
 
@@ -63,9 +63,11 @@ public:
 
     /// Tells a read that failed; a file that just isn't there has no records and is no failure.
     void Check(const FileResult& result, const char* what, const std::filesystem::path& path);
-    /// Behind a command that read data: tells if they still stand elsewhere, since they are of an older version or
+    /// After a command that read data: tells if they still stand elsewhere, since they are of an older version or
     /// --data names another folder.
     void TellDataElsewhere() const;
+    /// Whether a command may write a file there; not, and told, if it would be one of the data folder's own.
+    bool MayWrite(const std::string& file) const;
     /// Creates the folder of the data; a failure is told.
     void MakeDataFolder();
     /// Opens the NoteBook as the desktop does, for a command that writes: takes the lock, gives the installation its
@@ -102,7 +104,7 @@ ExitStatus NoSuchNote(int32_t id);
 void PrintNoNoteBook(const std::string& name);
 /// The NoteBook that a name, a folder's name or a guid stands for, of this list and the main one. Nothing, told on
 /// standard error and in the status, if none is called so or if several are: whoever deletes one means that one.
-std::optional<CDatabase> ChooseNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
+std::optional<CDatabase> ChooseNoteBook(const std::vector<CDatabase>& list, const std::string& localGUID,
                                         const std::string& text, ExitStatus& status);
 
 }  // namespace lore

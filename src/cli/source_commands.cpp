@@ -1,9 +1,12 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 
 #include "base/text.h"
 #include "bibliography/author_name.h"
 #include "bibliography/citation_field.h"
+#include "bibliography/output_selection.h"
 #include "bibliography/source_limits.h"
+#include "bibliography/source_types.h"
 #include "cli/bibliography_data.h"
 #include "cli/command.h"
 #include "cli/print_records.h"
@@ -34,7 +37,7 @@ public:
             return ExitStatus::Fault;
         if (!data || !session.OpenForWriting(book, status))
             return status;
-        const std::vector<CSource> sources = Prepare(session, *data);
+        const std::vector<CSource> sources = Prepare(session, *data, book);
         IdCounters counters = session.Counters();
         SourceMerge merge(book, counters);
         AddAuthors(*data, merge);
@@ -82,13 +85,45 @@ private:
             }
             if (source.HasDate && !source.SourceDate.IsValid()) {
                 Refuse(name,
-                       "HasDate is true, but SourceDate is no date that exists; mend it, or set HasDate to false.");
+                       "HasDate is true, but SourceDate isn't a date that exists; mend it, or set HasDate to false.");
+                return false;
+            }
+            if (const std::string wrong = WhyNoSource(source); !wrong.empty()) {
+                Refuse(name, wrong);
                 return false;
             }
             if (!HasRoomFor(source, name))
                 return false;
         }
         return true;
+    }
+    /// Which number of a source means nothing, and which ones do; empty if all have a meaning.
+    static std::string WhyNoSource(const CSource& source) {
+        const auto wrong = [](const char* field, int32_t number, const std::string& wanted) {
+            return std::string(field) + " is " + std::to_string(number) + "; it must be " + wanted + ".";
+        };
+        const bool isCustom = source.SourceType >= kFirstCustomType && !source.CustomTypeCopy.GUID.empty();
+        if (!isCustom && StandardTypeName(source.SourceType).empty())
+            return wrong("SourceType", source.SourceType,
+                         "1 to " + std::to_string(kTypeCount) + ", or " + std::to_string(kFirstCustomType) +
+                             " and more with a CustomTypeCopy that has a GUID");
+        if (StyleName(source.FormatStyle).empty())
+            return wrong("FormatStyle", source.FormatStyle, "0 to " + std::to_string(kStyleCount - 1));
+        return {};
+    }
+    /// Brings numbers outside of their limits to the nearer one, and flags to what they count as, and tells it.
+    void HoldNumbers(CSource& source, const std::string& name, FaultNotice& faults) const {
+        const auto hold = [&](const char* field, int32_t& number, int32_t held) {
+            if (number != held)
+                faults.Tell(
+                    {kValueNotTaken, file_,
+                     name + ": " + field + " is " + std::to_string(number) + " and becomes " + std::to_string(held)});
+            number = held;
+        };
+        hold("IndentSpaces", source.IndentSpaces, HeldIndentSpaces(source.IndentSpaces));
+        hold("AuthorsBeforeEtAl", source.AuthorsBeforeEtAl, HeldAuthorsBeforeEtAl(source.AuthorsBeforeEtAl));
+        hold("YearOnly", source.YearOnly, source.YearOnly == 1 ? 1 : 0);
+        hold("UseDateText", source.UseDateText, source.UseDateText == 1 ? 1 : 0);
     }
     static bool HasName(CAuthor author) { return TrimAuthorName(author); }
     void AddAuthors(const BibliographyData& data, SourceMerge& merge) const {
@@ -103,9 +138,11 @@ private:
         }
     }
     /// A source without identity gets one; each carries its authors with it.
-    std::vector<CSource> Prepare(Session& session, const BibliographyData& data) const {
+    std::vector<CSource> Prepare(Session& session, const BibliographyData& data, const OpenNoteBook& book) const {
         std::vector<CSource> sources;
         for (CSource source : data.sources) {
+            if (!book.sources.FindSourceByGUID(source.SourceGUID))
+                HoldNumbers(source, "source " + std::to_string(sources.size() + 1), session.Faults());
             if (source.SourceGUID.empty())
                 source.SourceGUID = session.Guids().NewGuid();
             for (const int32_t id : source.AuthorIDs) {

@@ -81,7 +81,7 @@ public:
         }
         std::string text = PlainText(rtf);
         if (!text.empty())
-            text += '\n';  // behind the last paragraph, which has none
+            text += '\n';  // after the last paragraph, which has none
         std::fwrite(text.data(), 1, text.size(), stdout);
         return ExitStatus::Done;
     }

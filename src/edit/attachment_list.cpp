@@ -97,7 +97,7 @@ void AttachmentList::EditWebLink(size_t position) {
     const auto address = AskAddress("Edit Web Link", before);
     if (!address)
         return;
-    // Others may have been added behind the question, and the items lie elsewhere then.
+    // Others may have been added after the question, and the items lie elsewhere then.
     CAttachment& record = items_[position].record;
     // A title of its own stays; the address as its own title follows.
     if (record.title == before)

@@ -9,6 +9,8 @@ namespace lore {
 
 namespace {
 
+constexpr char kNextLevelText[] = "Click To Assign New Level";
+
 std::vector<CategoryChoice> LevelsOf(const CProCategoryTree& path) {
     std::vector<CategoryChoice> levels;
     if (path.IsEmptyPath())
@@ -127,7 +129,7 @@ std::vector<CategoryChoice> CategoryAssignment::ChildrenOf(int32_t parentID) con
                 choices.push_back({node.id, node.name});
         }
     }
-    // The forest holds some of them already behind a save whose note could not be written.
+    // The forest holds some of them already after a save whose note could not be written.
     const auto isListed = [&choices](const NewCategory& category) {
         return std::any_of(choices.begin(), choices.end(), [&](const CategoryChoice& choice) {
             return choice.id == category.id && choice.name == category.name;

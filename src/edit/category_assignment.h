@@ -15,7 +15,6 @@
 
 namespace lore {
 
-inline constexpr char kNextLevelText[] = "Click To Assign New Level";
 inline constexpr char kCreateCategoryText[] = "<---Create New Category--->";
 
 /// A category that a box offers.

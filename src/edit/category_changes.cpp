@@ -46,8 +46,7 @@ SavedCategories SaveCategoryTrees(EditWorld& world, const CProCategoryList& edit
     SavedCategories result;
     CProCategoryList& forest = world.book.categories;
     const LongList touched = NotesWithOtherPaths(forest, edited);
-    bool hasVanished = false;
-    CProCategoryList both = WithVanished(forest, edited, hasVanished);
+    auto [both, hasVanished] = WithVanished(forest, edited);
     if (!WriteCategories(world.book, both, world.faults))
         return result;
     result.saved = true;

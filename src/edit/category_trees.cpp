@@ -109,7 +109,7 @@ CategoryTrees::Changed CategoryTrees::RenameCategory(int32_t id) {
 
 CategoryTrees::Changed CategoryTrees::Create(int32_t parentID, const std::string& name) {
     Keep();
-    const int32_t id = forest_.NewID(maxCategoryID_);
+    const int32_t id = forest_.NewId(maxCategoryID_);
     maxCategoryID_ = std::max(maxCategoryID_, id);
     HangSubtree(forest_, {id, name}, parentID);
     return id;
@@ -179,8 +179,8 @@ LongList CategoryTrees::UnassignedInView() const {
     return unassigned ? unassigned->GetNotes(view_) : LongList();
 }
 
-CategoryTrees::Changed CategoryTrees::AssignUnassigned(int32_t targetID) {
-    const CProCategoryTree& target = *std::as_const(forest_).FindByID(targetID);
+CategoryTrees::Changed CategoryTrees::AssignUnassigned(int32_t targetId) {
+    const CProCategoryTree& target = *std::as_const(forest_).FindByID(targetId);
     const LongList notes = UnassignedInView();
     const std::string set = "Category Set " + std::to_string(SetOfView());
     const bool all = view_ == kAllSets;
@@ -190,11 +190,11 @@ CategoryTrees::Changed CategoryTrees::AssignUnassigned(int32_t targetID) {
                          target.GetPathText(),
                      "Moving All Unassigned " + (all ? std::string() : set + " ") + "Categories?") !=
             PromptAnswer::Yes ||
-        !Has(targetID))
+        !Has(targetId))
         return std::nullopt;
     Keep();
-    AssignNotes(forest_, notes, SetOfView(), targetID);
-    return targetID;
+    AssignNotes(forest_, notes, SetOfView(), targetId);
+    return targetId;
 }
 
 CategoryTrees::Changed CategoryTrees::UnassignCategory(const CProCategoryTree& node) {
@@ -221,14 +221,14 @@ CategoryTrees::Changed CategoryTrees::UnassignCategory(const CProCategoryTree& n
     return id;
 }
 
-CategoryTrees::Changed CategoryTrees::DropOn(int32_t id, int32_t targetID) {
+CategoryTrees::Changed CategoryTrees::DropOn(int32_t id, int32_t targetId) {
     const CProCategoryTree* const node = std::as_const(forest_).FindByID(id);
-    const CProCategoryTree* const target = std::as_const(forest_).FindByID(targetID);
+    const CProCategoryTree* const target = std::as_const(forest_).FindByID(targetId);
     if (!node || !target || IsBelow(target, id))
         return std::nullopt;
     if (node->IsUnassigned())
-        return AssignUnassigned(targetID);
-    return target->IsUnassigned() ? UnassignCategory(*node) : Move(id, targetID);
+        return AssignUnassigned(targetId);
+    return target->IsUnassigned() ? UnassignCategory(*node) : Move(id, targetId);
 }
 
 CategoryTrees::Changed CategoryTrees::DropOnEmptyArea(int32_t id) {

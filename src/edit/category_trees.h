@@ -37,7 +37,7 @@ public:
 
     /// A node is dropped on another one. Categories move below the target, or merge with its child of the same name;
     /// `<UNASSIGNED>` on a category files the notes there, a category on `<UNASSIGNED>` unassigns its notes.
-    Changed DropOn(int32_t id, int32_t targetID);
+    Changed DropOn(int32_t id, int32_t targetId);
     /// A node is dropped where no node stands: a category becomes a root, `<UNASSIGNED>` a new root with its notes.
     Changed DropOnEmptyArea(int32_t id);
 
@@ -51,13 +51,13 @@ private:
 
     std::optional<std::string> AskName(const std::string& title, const std::string& initial, int32_t parentID,
                                        int32_t self);
-    /// Behind a question: another command may have changed the forest meanwhile.
+    /// After a question: another command may have changed the forest meanwhile.
     bool Has(int32_t id) const { return forest_.FindByID(id); }
     bool IsTaken(const std::string& name, int32_t parentID, int32_t self) const;
     Changed Create(int32_t parentID, const std::string& name);
     Changed Move(int32_t id, int32_t parentID);
     bool AgreesToMerge(const CProCategoryTree& moved, const CProCategoryTree& existing);
-    Changed AssignUnassigned(int32_t targetID);
+    Changed AssignUnassigned(int32_t targetId);
     Changed UnassignCategory(const CProCategoryTree& node);
     LongList UnassignedInView() const;
     int SetOfView() const { return view_ == kAllSets ? 1 : view_; }

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <charconv>
 
+#include "base/file_io.h"
 #include "base/text.h"
 #include "edit/sync_record.h"
 #include "notes/note_file.h"
@@ -75,9 +76,9 @@ bool ParseDraft(std::string_view bytes, const ReadContext& context, Draft& draft
 
 /// Makes a folder of drafts, but not that of the NoteBook: where this was taken away, such as with its drive, nothing
 /// is put in its place.
-FileResult MakeInside(const std::filesystem::path& notebook, const std::filesystem::path& folder) {
+FileResult MakeInside(const std::filesystem::path& noteBook, const std::filesystem::path& folder) {
     std::error_code error;
-    if (!std::filesystem::is_directory(notebook, error))
+    if (!std::filesystem::is_directory(noteBook, error))
         return {error ? error.value() : ENOTDIR};
     return MakeFolders(folder);
 }
@@ -135,15 +136,16 @@ std::vector<std::filesystem::path> DraftStore::ListDrafts() const {
     return drafts;
 }
 
-FileResult DraftStore::ReadDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft,
-                                 bool& isWhole) {
-    draft = Draft();
+Loaded<Draft> DraftStore::ReadDraft(const std::filesystem::path& path, const ReadContext& context) {
     std::string bytes;
-    const FileResult result = ReadFile(path, bytes);
-    isWhole = result.Ok() && ParseDraft(bytes, context, draft);
-    if (!isWhole)
-        draft = Draft();
-    return result;
+    Loaded<Draft> loaded;
+    loaded.file = ReadFile(path, bytes);
+    if (!loaded.file.Ok())
+        return loaded;
+    loaded.isWhole = ParseDraft(bytes, context, loaded.value);
+    if (!loaded.isWhole)
+        loaded.value = Draft();
+    return loaded;
 }
 
 bool DraftDiffers(const Draft& draft, const CNote* stored) {

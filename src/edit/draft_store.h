@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/file_io.h"
+#include "base/loaded.h"
 #include "notes/note.h"
 #include "notes/notebook_paths.h"
 #include "ports/read_context.h"
@@ -46,9 +46,8 @@ public:
     std::filesystem::path FileOf(std::string_view guid) const;
     /// The files of all drafts, by name; what was set aside isn't among them.
     std::vector<std::filesystem::path> ListDrafts() const;
-    /// `isWhole` is false, and `draft` a blank one, if the file can't be read, or was read and is damaged.
-    static FileResult ReadDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft,
-                                bool& isWhole);
+    /// A blank draft if the file can't be read, or was read and is damaged.
+    static Loaded<Draft> ReadDraft(const std::filesystem::path& path, const ReadContext& context);
 
     const std::filesystem::path& Folder() const { return folder_; }
 

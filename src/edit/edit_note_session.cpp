@@ -25,7 +25,7 @@ constexpr char kNoMoreWarnings[] = "Do not display this warning again.";
 std::string TooLongText(size_t size) {
     return "The text of this note takes " + std::to_string(size) +
            " bytes with its pictures and formats; a note can hold " + std::to_string(kLargestRtf - 1) +
-           ".\n\nNothing was saved, and your text stays here. Move pictures to attachments, or divide the text among "
+           ".\n\nNothing was saved, and your text stays here. Move pictures to attachments, or divide the text between "
            "two notes, and save again.";
 }
 
@@ -166,7 +166,7 @@ bool EditNoteSession::GiveID() {
     }
     note.id = id;
     settings.Set(Option::MaxNoteID, last);
-    world_->storeIds();
+    world_->storeSettings();
     return true;
 }
 
@@ -180,7 +180,7 @@ bool EditNoteSession::AddNewCategories() {
     if (!AddUsedCategories(forest, newCategories, note, highest))
         return true;
     world_->settings.Set(Option::MaxCategoryID, highest);
-    world_->storeIds();
+    world_->storeSettings();
     const bool written = WriteCategories(world_->book, forest, world_->faults);
     if (!written)
         forest.Assign(before);
@@ -235,7 +235,7 @@ bool EditNoteSession::CancelNote() {
         return false;
     if (noMore) {
         settings.Set(Option::szSaveWarning, 0);
-        world_->storeIds();
+        world_->storeSettings();
     }
     return true;
 }

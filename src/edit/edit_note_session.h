@@ -39,6 +39,7 @@ private:
     std::string plain_, rtf_;
 };
 
+/// What became of a save; all but Saved leave the note as it was.
 enum class SaveOutcome {
     Saved,
     NoText,      ///< told; nothing has changed

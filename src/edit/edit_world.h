@@ -25,8 +25,8 @@ struct EditWorld {
     GuidSource& guids;
     FaultNotice& faults;
     TextCache* texts = nullptr;  ///< may be null
-    /// Stores the last ids at once: what was given out can't be given out again.
-    std::function<void()> storeIds;
+    /// Stores the settings at once, the last ids among them: what was given out can't be given out again.
+    std::function<void()> storeSettings;
     /// May be null. Else saved notes go here instead of into their files, for whoever writes many of them at once.
     std::vector<CNote>* unwritten = nullptr;
 

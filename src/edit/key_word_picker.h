@@ -27,7 +27,7 @@ public:
     bool IsChecked(size_t position) const { return keyWords_.Entries()[position].selected != toggled_[position]; }
     /// Checks or clears a box.
     void Toggle(size_t position);
-    /// The checked key words in the order of checking, each with ", " behind it.
+    /// The checked key words in the order of checking, each with ", " after it.
     std::string FieldText() const;
 
 private:

@@ -1,12 +1,13 @@
 #include "edit/note_text_file.h"
 
 #include <algorithm>
-#include <utility>
+#include <optional>
 
 #include "base/text.h"
-#include "rtf/encoding.h"
 #include "rtf/html_reader.h"
 #include "rtf/rtf.h"
+#include "rtf/wide_text.h"
+#include "settings/font_setting.h"
 
 namespace lore {
 
@@ -20,13 +21,6 @@ std::string WithLineFeeds(std::string_view text) {
     return lines;
 }
 
-/// Texts of two bytes a character tell so by their first two.
-std::string WithoutUtf16(std::string bytes) {
-    if (!bytes.starts_with("\xFF\xFE") && !bytes.starts_with("\xFE\xFF"))
-        return bytes;
-    return DecodedFrom("UTF-16", bytes).value_or(bytes);
-}
-
 }  // namespace
 
 NewTextLook LookOfNewText(const SettingsStore& store) {
@@ -37,18 +31,21 @@ NewTextLook LookOfNewText(const SettingsStore& store) {
 }
 
 FileResult ReadNoteText(const std::filesystem::path& file, const NewTextLook& look, std::string& rtf) {
+    rtf.clear();
     std::string bytes;
-    const FileResult result = ReadFileOrStream(file, bytes);
+    if (const FileResult result = ReadFileOrStream(file, bytes); !result.Ok())
+        return result;
     const std::string ending = ToLower(file.extension().string());
-    if (ending == ".rtf")
+    if (ending == ".rtf") {
         rtf = CleanRtf(bytes);
-    else if (ending == ".html" || ending == ".htm")
-        rtf = WriteRtf(ReadHtml(WithoutUtf16(std::move(bytes)), {look.font, look.halfPoints}));
-    else
-        rtf = RtfFromText(WithoutUtf16(std::move(bytes)), look);
-    if (!result.Ok())
-        rtf.clear();
-    return result;
+        return {};
+    }
+    const std::optional<std::string> text = WithoutWideCharacters(bytes);
+    if (!text)
+        return {FileResult::kUnknownEncoding};
+    const bool isPage = ending == ".html" || ending == ".htm";
+    rtf = isPage ? WriteRtf(ReadHtml(*text, {look.font, look.halfPoints})) : RtfFromText(*text, look);
+    return {};
 }
 
 std::string RtfFromText(std::string_view bytes, const NewTextLook& look) {

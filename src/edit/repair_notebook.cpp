@@ -19,7 +19,7 @@ namespace lore {
 
 namespace {
 
-/// What a file that broke off seems to hold behind its end has neither an id nor a name.
+/// What a file that broke off seems to hold after its end has neither an id nor a name.
 void DropMadeUp(std::vector<CProCategoryTree>& nodes) {
     for (CProCategoryTree& node : nodes)
         DropMadeUp(node.children);
@@ -127,11 +127,11 @@ bool Repairer::MendFiles() {
         });
         if (mending.wasDamaged)
             repairs_.push_back({file.string(), "was written anew with the " + std::to_string(mending.notes) +
-                                                   " notes that could be read; as it was it is kept beside it"});
+                                                   " notes that could be read; the former file is kept beside it"});
         if (mending.copies > 0)
             repairs_.push_back({file.string(), std::to_string(mending.copies) +
                                                    " copies of notes that stand in the files where they belong were "
-                                                   "taken out; as it was it is kept beside it"});
+                                                   "taken out; the former file is kept beside it"});
         cameBack = cameBack || mending.uncounted > 0;
     }
     return cameBack;
@@ -202,7 +202,7 @@ void Repairer::RestoreCategories(const LoadReport& report) {
     if (!WriteCategories(book_, book_.categories, faults_))
         return;
     if (!wasWhole)
-        repairs_.push_back({categories, "was written anew with what could be read; as it was it is kept beside it"});
+        repairs_.push_back({categories, "was written anew with what could be read; the former file is kept beside it"});
     Save(std::move(notes), mended);
 }
 

@@ -142,12 +142,11 @@ private:
     void RenumberDrafts() {
         const DraftStore drafts(book_.paths);
         for (const std::filesystem::path& path : drafts.ListDrafts()) {
-            Draft draft;
-            bool isWhole = false;
-            TellFailedRead(faults_, "The draft of a note could not be read", path,
-                           DraftStore::ReadDraft(path, context_, draft, isWhole));
-            if (!isWhole)
+            Loaded<Draft> loaded = DraftStore::ReadDraft(path, context_);
+            TellFailedRead(faults_, "The draft of a note could not be read", path, loaded.file);
+            if (!loaded.ReadWhole())
                 continue;
+            Draft& draft = loaded.value;
             const int32_t id = NewIDOf(draft.note.id, draft.note.guid);
             if (id == 0)
                 continue;

@@ -59,33 +59,33 @@ std::optional<size_t> SourceRows::SelectedRow() const {
     return found == rows_.end() ? std::nullopt : std::optional(static_cast<size_t>(found - rows_.begin()));
 }
 
-std::optional<size_t> SourceRows::RowOf(int32_t sourceID) const {
+std::optional<size_t> SourceRows::RowOf(int32_t sourceId) const {
     const auto found = std::find_if(rows_.begin(), rows_.end(),
-                                    [sourceID](const SourceRow& row) { return row.source.SourceID == sourceID; });
+                                    [sourceId](const SourceRow& row) { return row.source.SourceID == sourceId; });
     return found == rows_.end() ? std::nullopt : std::optional(static_cast<size_t>(found - rows_.begin()));
 }
 
-std::optional<size_t> SourceRows::AddSource(int32_t sourceID) {
-    const CSource* const source = sources_.FindSourceByID(sourceID);
+std::optional<size_t> SourceRows::AddSource(int32_t sourceId) {
+    const CSource* const source = sources_.FindSourceByID(sourceId);
     if (!source)
         return std::nullopt;
-    if (!RowOf(sourceID)) {
+    if (!RowOf(sourceId)) {
         SourceRow row;
         row.source = *source;
         rows_.push_back(std::move(row));
     }
     Refresh();
-    return RowOf(sourceID);
+    return RowOf(sourceId);
 }
 
 void SourceRows::RemoveSource(size_t row) {
     rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(row));
 }
 
-std::optional<size_t> SourceRows::SelectRow(int32_t sourceID) {
+std::optional<size_t> SourceRows::SelectRow(int32_t sourceId) {
     for (SourceRow& row : rows_)
-        row.selected = row.source.SourceID == sourceID;
-    return RowOf(sourceID);
+        row.selected = row.source.SourceID == sourceId;
+    return RowOf(sourceId);
 }
 
 void SourceRows::Refresh() {

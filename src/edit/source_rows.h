@@ -39,15 +39,15 @@ public:
     const std::vector<SourceRow>& Rows() const { return rows_; }
     bool IsEmpty() const { return rows_.empty(); }
     std::optional<size_t> SelectedRow() const;
-    std::optional<size_t> RowOf(int32_t sourceID) const;
+    std::optional<size_t> RowOf(int32_t sourceId) const;
 
     /// Appends a source of the NoteBook unless it stands here already, and renews the copies of all rows. Gives its
     /// row, or nothing for a source that the NoteBook doesn't know.
-    std::optional<size_t> AddSource(int32_t sourceID);
+    std::optional<size_t> AddSource(int32_t sourceId);
     void RemoveSource(size_t row);
     void ClearSources() { rows_.clear(); }
     /// Marks the row of a source and no other. Gives the row.
-    std::optional<size_t> SelectRow(int32_t sourceID);
+    std::optional<size_t> SelectRow(int32_t sourceId);
     /// Renews the copies from the NoteBook; a row whose source has gone goes as well. What the note says of a source
     /// that has another GUID now goes on to it.
     void Refresh();

@@ -67,7 +67,7 @@ public:
     /// Undoes that change. A note that has another value since, or has gone, stays as it is; so does one whose former
     /// category has gone. One that was renamed or moved counts as the same, and notes get its present path. A note that
     /// was changed in another way keeps that, and the date of that. What can't be written, told, is left in `replaced`,
-    /// so that it can be tried again. Gives how many notes stay. Sources put back are the caller's to show, as behind
+    /// so that it can be tried again. Gives how many notes stay. Sources put back are the caller's to show, as after
     /// AddSource.
     size_t PutBack(ReplacedValues& replaced);
 

@@ -85,7 +85,7 @@ public:
     /// How many records the file promises; a damaged file may promise any number.
     int32_t Count() const { return count_; }
 
-    /// Reads the next note; false behind the last one. Records with an id of 0 or less are passed over. The ids of the
+    /// Reads the next note; false after the last one. Records with an id of 0 or less are passed over. The ids of the
     /// note's sources are those of the records that came with it, those of 0 or less left out.
     bool Next(ArchiveNote& entry);
     /// False if the file broke off within the note that Next went to.
@@ -94,14 +94,14 @@ public:
     bool IsWhole() const { return stream_ && read_ == count_ && !stream_->RanOut() && stream_->AtEnd(); }
     /// The same: true if something stands behind what the file promises.
     bool HoldsMore() const { return stream_ && !stream_->AtEnd(); }
-    /// The same: what is wrong with a file that isn't whole, behind "it".
+    /// The same: what is wrong with a file that isn't whole, after "it".
     const char* DamageText() const;
     /// How many of the records that the file promises are notes, as far as was read.
     int32_t CountOfNotes() const { return count_ - passedOver_; }
     /// The sources note, once Next has come across it.
     const std::optional<ArchiveNote>& SourcesNote() const { return sourcesNote_; }
     /// For a file that isn't whole: reads it anew as one of plain note records. Nothing unless there are some, all of
-    /// them notes, and each byte has its place then. Only Version, ExportDate and SourcesNote are of use behind it.
+    /// them notes, and each byte has its place then. Only Version, ExportDate and SourcesNote are of use after it.
     std::optional<PlainArchive> ReadPlain();
 
 private:

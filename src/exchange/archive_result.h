@@ -14,4 +14,13 @@ struct ArchiveResult {
     static ArchiveResult Failure(std::string reason) { return {Kind::Failed, std::move(reason)}; }
 };
 
+/// What became of making an archive of notes. A failure has been told.
+struct ArchiveOutcome {
+    enum class Kind { Done, Nothing, Cancelled, Failed };
+    Kind kind = Kind::Nothing;
+    int notes = 0;  ///< in the archive; above 0 only if it was done
+
+    bool Failed() const { return kind == Kind::Failed; }
+};
+
 }  // namespace lore

@@ -4,7 +4,6 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <future>
 #include <iterator>
 #include <memory>
@@ -39,61 +38,65 @@ constexpr int kWholeArchive = 1000;  // the range of the progress while it is wr
 /// One run of ExportNotes.
 class Exporter {
 public:
-    Exporter(const std::filesystem::path& target, const ExportWorld& world)
+    Exporter(const std::filesystem::path& target, const ExportJob& job)
         : target_(target),
-          world_(world),
-          folder_(world.data.ExportTemp() / ("Export" + std::to_string(::getpid())), world.data.ExportTemp()),
+          job_(job),
+          folder_(job.data.ExportTemp() / ("Export" + std::to_string(::getpid())), job.data.ExportTemp()),
           records_(folder_.Path() / kArchiveNotesName, kThreads),
-          writer_(world.book.sources, world.book.authors),
+          writer_(job.book.sources, job.book.authors),
           archive_(kLevel) {}
 
-    int Run(const ExportedNotes& notes, ExportedSources sources) {
-        world_.progress.SetRange(0, static_cast<int>(notes.count) + 2);
-        world_.progress.Show();
-        world_.progress.SetMessage("Exporting notes...");
+    ArchiveOutcome Run(const ExportedNotes& notes, ExportedSources sources) {
+        job_.ports.progress.SetRange(0, static_cast<int>(notes.count) + 2);
+        job_.ports.progress.Show();
+        job_.ports.progress.SetMessage("Exporting notes...");
         ArchiveResult result = WriteRecords(notes, sources);
         if (result.Ok())
             result = WriteArchive();
-        world_.progress.Hide();
+        job_.ports.progress.Hide();
         if (result.kind == ArchiveResult::Kind::Cancelled)
-            return 0;
-        if (!result.Ok())
-            world_.prompts.Message(result.reason, kArchivingError, PromptIcon::Error);
-        return result.Ok() ? static_cast<int>(written_) : -1;
+            return {.kind = Kind::Cancelled};
+        if (!result.Ok()) {
+            job_.ports.prompts.Message(result.reason, kArchivingError, PromptIcon::Error);
+            return {.kind = Kind::Failed};
+        }
+        return {.kind = written_ > 0 ? Kind::Done : Kind::Nothing, .notes = static_cast<int>(written_)};
     }
 
 private:
+    using Kind = ArchiveOutcome::Kind;
+
     ArchiveResult WriteRecords(const ExportedNotes& notes, ExportedSources sources) {
         const bool isBackup = sources == ExportedSources::All;
         if (const FileResult opened = records_.Open(); !opened.Ok())
             return ArchiveResult::Failure(records_.File().string() + ": " + opened.Reason());
         if (isBackup)
-            WriteArchiveNote(batch_, MakeSourcesNote(world_.book.sources, world_.context.now), world_.book.authors);
+            WriteArchiveNote(batch_, MakeSourcesNote(job_.book.sources, job_.context.now), job_.book.authors);
         notes.each([&](const CNote& note) {
             writer_.Write(batch_, note);
             ++written_;
-            world_.progress.StepIt();
+            job_.ports.progress.StepIt();
             if (batch_.Logical().size() > kBatchBytes)
                 HandOverBatch();
             AddAttachments(note);
-            return !world_.progress.Cancelled();
+            return !job_.ports.progress.Cancelled();
         });
         HandOverBatch();
         const FileResult finished = records_.Finish();
-        if (world_.progress.Cancelled())
+        if (job_.ports.progress.Cancelled())
             return {ArchiveResult::Kind::Cancelled, {}};
         if (!finished.Ok())
             return ArchiveResult::Failure(records_.File().string() + ": " + finished.Reason());
         // The head stands in front, but only now it is known how many notes could be read.
         RecordWriter head;
-        WriteArchiveHead(head, world_.context.now, static_cast<int32_t>(written_ + (isBackup ? 1 : 0)));
+        WriteArchiveHead(head, job_.context.now, static_cast<int32_t>(written_ + (isBackup ? 1 : 0)));
         archive_.AddPacked(kArchiveNotesName, PackPiece(head.DiskBytes(), {}), records_);
         return {};
     }
 
     void HandOverBatch() {
         while (!records_.TakesMore(kPollTime))
-            world_.progress.SetPosition(static_cast<int>(written_));
+            job_.ports.progress.SetPosition(static_cast<int>(written_));
         records_.Append(batch_.DiskBytes());
         batch_ = {};
     }
@@ -103,7 +106,7 @@ private:
             const std::string name = StoredName(attachment);
             if (name.empty() || !attached_.insert(name).second)
                 continue;
-            const std::filesystem::path path = world_.book.paths.Attachments() / name;
+            const std::filesystem::path path = job_.book.paths.Attachments() / name;
             std::error_code error;
             if (!std::filesystem::is_regular_file(path, error))
                 Tell(path, error ? error.value() : ENOENT);
@@ -117,11 +120,12 @@ private:
     }
 
     void Tell(const std::filesystem::path& path, int error) {
-        world_.faults.Tell({"An attachment file is missing in the archive", path.string(), FileResult{error}.Reason()});
+        job_.ports.faults.Tell(
+            {"An attachment file is missing in the archive", path.string(), FileResult{error}.Reason()});
     }
 
     ArchiveResult WriteArchive() {
-        Progress& progress = world_.progress;
+        Progress& progress = job_.ports.progress;
         progress.SetRange(0, kWholeArchive);
         progress.SetMessage("Compressing export file...");
         std::atomic<int> position = 0;
@@ -141,7 +145,7 @@ private:
     }
 
     const std::filesystem::path& target_;
-    const ExportWorld& world_;
+    const ExportJob& job_;
     ScratchFolder folder_;
     PackedStream records_;
     ArchiveNoteWriter writer_;
@@ -243,41 +247,40 @@ std::string WhyNoArchive(const std::filesystem::path& target, const DataPaths& d
     if (type == std::filesystem::file_type::none)
         return FileResult{error.value()}.Reason();
     const std::filesystem::path name = target.filename();
-    return name.empty() || name == "." || name == ".." ? "it has no name of a file" : "";
+    return name.empty() || name == "." || name == ".." ? "it isn't the name of a file" : "";
 }
 
-int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, ExportedSources sources,
-                const ExportWorld& world) {
+ArchiveOutcome ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, ExportedSources sources,
+                           const ExportJob& job) {
     if (notes.count == 0) {
         notes.each([](const CNote&) { return true; });  // tells of files whose notes can't be read
-        return 0;
+        return {};
     }
-    if (const std::string reason = WhyNoArchive(target, world.data); !reason.empty()) {
-        world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
-        return -1;
+    if (const std::string reason = WhyNoArchive(target, job.data); !reason.empty()) {
+        job.ports.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
+        return {.kind = ArchiveOutcome::Kind::Failed};
     }
-    return Exporter(target, world).Run(notes, sources);
+    return Exporter(target, job).Run(notes, sources);
 }
 
-void RunExportCommand(const ExportedNotes& notes, ExportScope scope, const ExportWorld& world) {
-    Prompts& prompts = world.prompts;
+void RunExportCommand(const ExportedNotes& notes, ExportScope scope, const ExportJob& job) {
+    Prompts& prompts = job.ports.prompts;
     if (notes.count == 0)
         return prompts.Message("There are no notes in the current list.", "Invalid Notes", PromptIcon::Warning);
     const auto target = prompts.AskSavePath("Export Notes", kArchiveFilter, {});
     if (!target)
         return;
-    const int exported = ExportNotes(notes, *target, ExportedSources::OfNotes, world);
-    if (exported < 0)
+    const ArchiveOutcome exported = ExportNotes(notes, *target, ExportedSources::OfNotes, job);
+    if (exported.Failed())
         return prompts.Message("The export has failed, please contact support if problem persists.", "Export Failed",
                                PromptIcon::Error);
-    if (exported == 0)
+    if (exported.notes == 0)
         return;
-    const char* const format = scope == ExportScope::CurrentList
-                                   ? "All  *%d*  of your current notes have been successfully exported!"
-                                   : "Your  *%d*  notes have been successfully exported!";
-    char text[100];
-    std::snprintf(text, sizeof text, format, exported);
-    prompts.Message(text, "Finished!", PromptIcon::Information);
+    const std::string count = "*" + std::to_string(exported.notes) + "*";
+    prompts.Message(scope == ExportScope::CurrentList
+                        ? "All  " + count + "  of your current notes have been successfully exported!"
+                        : "Your  " + count + "  notes have been successfully exported!",
+                    "Finished!", PromptIcon::Information);
 }
 
 }  // namespace lore

@@ -6,17 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "exchange/archive_result.h"
 #include "notes/note_list.h"
 #include "notes/open_notebook.h"
-#include "ports/fault_notice.h"
-#include "ports/progress.h"
-#include "ports/prompts.h"
+#include "ports/flow_ports.h"
 #include "ports/read_context.h"
 
 namespace lore {
 
-/// The filter under which pickers offer export archives.
-inline constexpr char kArchiveFilter[] = "Lorebinder Export Files (*.lbe) |*.lbe|";
 inline constexpr char kArchivingError[] = "Archiving Error";
 
 /// The notes of an export, in their order.
@@ -34,13 +31,11 @@ ExportedNotes NotesOfList(const std::vector<CNote>& notes);
 ExportedNotes NotesOfNoteBook(const OpenNoteBook& book, const ReadContext& context, FaultNotice& faults);
 
 /// What an export works with.
-struct ExportWorld {
+struct ExportJob {
     const OpenNoteBook& book;  ///< whose sources, authors and attachment files go with the notes
     DataPaths data;
     const ReadContext& context;
-    Prompts& prompts;
-    Progress& progress;
-    FaultNotice& faults;
+    FlowPorts ports;
 };
 
 /// Why no archive can be made at a path: it belongs to the data, is a folder, has no name of a file, or nobody can say
@@ -50,16 +45,15 @@ std::string WhyNoArchive(const std::filesystem::path& target, const DataPaths& d
 /// Which sources an archive carries: those that its notes have, or also all of the NoteBook, as in backups.
 enum class ExportedSources { OfNotes, All };
 
-/// Makes an archive of notes with their sources and attachment files. Gives the number of notes; 0, and no archive, for
-/// an empty list and after the user has cancelled; -1 after a failure, which is told. What stood at the target stays
-/// unless an archive was made. An attachment file that is missing is told, and the archive lacks it.
-int ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, ExportedSources sources,
-                const ExportWorld& world);
+/// Makes an archive of notes with their sources and attachment files; none for an empty list. What stood at the target
+/// stays unless an archive was made. An attachment file that is missing is told, and the archive lacks it.
+ArchiveOutcome ExportNotes(const ExportedNotes& notes, const std::filesystem::path& target, ExportedSources sources,
+                           const ExportJob& job);
 
 /// Whose notes a command exports, for its last message.
 enum class ExportScope { CurrentList, Chosen };
 
 /// The export command of the window: asks for the place and tells how it went.
-void RunExportCommand(const ExportedNotes& notes, ExportScope scope, const ExportWorld& world);
+void RunExportCommand(const ExportedNotes& notes, ExportScope scope, const ExportJob& job);
 
 }  // namespace lore

@@ -156,7 +156,7 @@ void ImportArchive::TakePlainOrTell(ArchiveNoteReader& reader, FaultNotice& faul
         return;
     }
     const std::string announced = std::to_string(std::max(reader.CountOfNotes(), 0)) + " notes";
-    faults.Tell({holdsMore ? "The archive announces " + announced + "; what stands behind them was not taken"
+    faults.Tell({holdsMore ? "The archive announces " + announced + "; what stands after them was not taken"
                            : std::to_string(notes.size()) + " of " + announced + " of the archive could be read",
                  path_.string(), damage});
 }

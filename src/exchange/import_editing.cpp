@@ -40,7 +40,7 @@ OpenNoteBook& ImportEditing::Book() {
         book_->keyWords = open_.keyWords;
         book_->colors = open_.colors;
         world_.emplace(EditWorld{*book_, outside_.settings, outside_.prompts, outside_.progress, outside_.clock,
-                                 outside_.guids, outside_.faults, nullptr, outside_.storeIds});
+                                 outside_.guids, outside_.faults, nullptr, outside_.storeSettings});
     }
     return *book_;
 }

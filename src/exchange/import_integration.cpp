@@ -34,11 +34,11 @@ constexpr uint64_t kMostCopies = 4;
 /// Unpacks attachment files into the attachment folder of the NoteBook under the next free numbers.
 class AttachmentImport {
 public:
-    AttachmentImport(ImportArchive& archive, const ImportWorld& world)
+    AttachmentImport(ImportArchive& archive, const ImportJob& job)
         : archive_(archive),
-          faults_(world.faults),
-          paths_(world.book.paths),
-          context_(world.context),
+          faults_(job.ports.faults),
+          paths_(job.book.paths),
+          context_(job.context),
           folder_(paths_.Attachments()),
           room_(archive.SizeOfFiles() * kMostCopies) {}
 
@@ -130,8 +130,8 @@ private:
 
 class Integration {
 public:
-    Integration(ImportComparison& comparison, ImportArchive& archive, const ImportWorld& world)
-        : comparison_(comparison), archive_(archive), world_(world), chosen_(comparison.Chosen()) {}
+    Integration(ImportComparison& comparison, ImportArchive& archive, const ImportJob& job)
+        : comparison_(comparison), archive_(archive), job_(job), chosen_(comparison.Chosen()) {}
 
     LongList Run(bool sync) {
         if (!HasRoomForFiles())
@@ -141,7 +141,7 @@ public:
         if (!GiveIDs())
             return {};
         CopyAttachments();
-        if (!WriteMergedLists(world_.book, merge_, newCategories, world_.faults)) {
+        if (!WriteMergedLists(job_.book, merge_, newCategories, job_.ports.faults)) {
             DropCopiedFiles();
             return {};
         }
@@ -159,11 +159,11 @@ private:
                     needed += std::min(item->size, std::numeric_limits<uint64_t>::max() - needed);
             }
         }
-        const std::filesystem::path folder = world_.book.paths.Attachments();
+        const std::filesystem::path folder = job_.book.paths.Attachments();
         if (HasRoom(folder, needed))
             return true;
-        world_.faults.Tell({"There is no room for the attachments of the archive; nothing was imported",
-                            folder.string(), FileResult{ENOSPC}.Reason()});
+        job_.ports.faults.Tell({"There is no room for the attachments of the archive; nothing was imported",
+                                folder.string(), FileResult{ENOSPC}.Reason()});
         return false;
     }
 
@@ -184,7 +184,7 @@ private:
 
     /// True if the forest has got more categories.
     bool MergeCategories() {
-        CategoryMerger merger(world_.book.categories, world_.counters.MaxCategoryID);
+        CategoryMerger merger(job_.book.categories, job_.counters.MaxCategoryID);
         for (const size_t position : chosen_)
             MapCategories(Entry(position).note, merger);
         return merger.HasAdded();
@@ -192,12 +192,12 @@ private:
 
     /// False, and told, if there aren't enough.
     bool GiveIDs() {
-        int& counter = world_.counters.MaxNoteID;
+        int& counter = job_.counters.MaxNoteID;
         for (const size_t position : chosen_) {
             const int32_t existing = comparison_.Rows()[position].existingID;
-            const int32_t id = existing > 0 ? existing : world_.book.index.GiveID(counter);
+            const int32_t id = existing > 0 ? existing : job_.book.index.GiveID(counter);
             if (id <= 0) {
-                world_.faults.Tell({kNotesNotImported, world_.book.paths.Notes().string(), kNoFreeID});
+                job_.ports.faults.Tell({kNotesNotImported, job_.book.paths.Notes().string(), kNoFreeID});
                 return false;
             }
             Entry(position).note.id = id;
@@ -207,11 +207,11 @@ private:
     }
 
     void CopyAttachments() {
-        AttachmentImport files(archive_, world_);
+        AttachmentImport files(archive_, job_);
         for (const size_t position : chosen_) {
             files.CopyFilesOf(Entry(position).note, comparison_.ExistingHead(position),
                               comparison_.Rows()[position].addedFiles);
-            world_.progress.StepIt();
+            job_.ports.progress.StepIt();
         }
         files.Flush();
     }
@@ -221,62 +221,62 @@ private:
         for (const size_t position : chosen_)
             notes.push_back(TakeNote(Entry(position)));
         LongList failed = KeepChanges(notes);
-        NoteStore store(world_.book, world_.context, world_.faults, nullptr);
+        NoteStore store(job_.book, job_.context, job_.ports.faults, nullptr);
         failed.Merge(store.SaveNotes(std::move(notes), NoteStore::Place::AtTheEnd));
         LongList stored;
         std::vector<CAttachment> replaced, unstored;
         for (const size_t position : chosen_) {
             const CNote& note = Entry(position).note;
             if (failed.Contains(note.id)) {
-                if (world_.changes)
-                    world_.changes->landed.erase(note.id);
+                if (job_.changes)
+                    job_.changes->landed.erase(note.id);
                 AddUnshared(note, comparison_.ExistingHead(position), unstored);
                 continue;
             }
             stored.AddTail(note.id);
             AddFilesOfReplaced(position, replaced);
             if (sync)
-                LogLanded(world_.book.syncLog, note, world_.context.nowUtc);
+                LogLanded(job_.book.syncLog, note, job_.context.nowUtc);
         }
         DropFilesOfReplaced(replaced);
         DropFilesOfUnstored(unstored);
         if (sync && !stored.IsEmpty())
-            WriteSyncLog(world_.book, world_.faults);
+            WriteSyncLog(job_.book, job_.ports.faults);
         return stored;
     }
 
     /// Keeps what undoing the import needs. A note that would replace one that can't be read leaves `notes`, told: an
     /// undo would delete it, and nothing would come back. Gives the ids of those.
     LongList KeepChanges(std::vector<CNote>& notes) {
-        if (!world_.changes)
+        if (!job_.changes)
             return {};
         LongList existing;
         for (const size_t position : chosen_) {
             if (comparison_.Rows()[position].existingID > 0)
                 existing.AddTail(comparison_.Rows()[position].existingID);
         }
-        world_.changes->replaced = FindNotes(world_.book.index, existing, world_.context, world_.faults);
-        world_.changes->sources = SourcesOfNotes(world_.changes->replaced, world_.book);
+        job_.changes->replaced = FindNotes(job_.book.index, existing, job_.context, job_.ports.faults);
+        job_.changes->sources = SourcesOfNotes(job_.changes->replaced, job_.book);
         LongList unread = Unread(existing);
         std::erase_if(notes, [&](const CNote& note) { return unread.Contains(note.id); });
         for (const CNote& note : notes)
-            world_.changes->landed.emplace(note.id, FingerprintOf(note));
+            job_.changes->landed.emplace(note.id, FingerprintOf(note));
         return unread;
     }
 
     /// Those of the ids that no replaced note was kept of; each is told.
     LongList Unread(const LongList& existing) const {
         std::unordered_set<int32_t> kept;
-        for (const CNote& note : world_.changes->replaced)
+        for (const CNote& note : job_.changes->replaced)
             kept.insert(note.id);
         LongList unread;
         for (const int32_t id : existing) {
             if (kept.contains(id))
                 continue;
             unread.AddTail(id);
-            const std::string* const path = world_.book.index.FindPath(id);
-            world_.faults.Tell({"A note was not imported", path ? *path : world_.book.paths.Notes().string(),
-                                "note " + std::to_string(id) + ", which it replaces, could not be read"});
+            const std::string* const path = job_.book.index.FindPath(id);
+            job_.ports.faults.Tell({"A note was not imported", path ? *path : job_.book.paths.Notes().string(),
+                                    "note " + std::to_string(id) + ", which it replaces, could not be read"});
         }
         return unread;
     }
@@ -285,14 +285,14 @@ private:
     void DropCopiedFiles() {
         for (const size_t position : chosen_)
             DeleteAttachmentFiles(UnsharedAttachments(Entry(position).note, comparison_.ExistingHead(position)),
-                                  world_.book.paths.Attachments(), world_.faults);
+                                  job_.book.paths.Attachments(), job_.ports.faults);
     }
 
     /// Adds the files of a replaced note that the new one doesn't name. A note that could not leave its old file may
     /// show from there after the next start.
     void AddFilesOfReplaced(size_t position, std::vector<CAttachment>& dropped) {
         const CNote* const existing = comparison_.ExistingHead(position);
-        if (existing && !world_.book.index.HasHiddenCopy(existing->id))
+        if (existing && !job_.book.index.HasHiddenCopy(existing->id))
             AddUnshared(*existing, &Entry(position).note, dropped);
     }
 
@@ -303,34 +303,34 @@ private:
 
     /// Those that no other note names go; those that an undo may want are put aside.
     void DropFilesOfReplaced(const std::vector<CAttachment>& dropped) {
-        const NoteBookPaths& paths = world_.book.paths;
+        const NoteBookPaths& paths = job_.book.paths;
         CNote going;
-        going.attachments = WithUnnamedFiles(dropped, "the replaced notes", {paths, world_.context, world_.faults});
-        if (world_.changes)
-            NoteRemoval::KeepFilesOf(going, paths, world_.faults);
+        going.attachments = WithUnnamedFiles(dropped, "the replaced notes", {paths, job_.context, job_.ports.faults});
+        if (job_.changes)
+            NoteRemoval::KeepFilesOf(going, paths, job_.ports.faults);
         else
-            DeleteAttachmentFiles(going.attachments, paths.Attachments(), world_.faults);
+            DeleteAttachmentFiles(going.attachments, paths.Attachments(), job_.ports.faults);
     }
 
     /// A system that reports a rename as failed may have done it: what the note files name now stays.
     void DropFilesOfUnstored(const std::vector<CAttachment>& unstored) {
-        const NoteBookPaths& paths = world_.book.paths;
-        DeleteAttachmentFiles(
-            WithUnnamedFiles(unstored, "the notes that could not be imported", {paths, world_.context, world_.faults}),
-            paths.Attachments(), world_.faults);
+        const NoteBookPaths& paths = job_.book.paths;
+        DeleteAttachmentFiles(WithUnnamedFiles(unstored, "the notes that could not be imported",
+                                               {paths, job_.context, job_.ports.faults}),
+                              paths.Attachments(), job_.ports.faults);
     }
 
     ImportComparison& comparison_;
     ImportArchive& archive_;
-    const ImportWorld& world_;
+    const ImportJob& job_;
     std::vector<size_t> chosen_;
-    SourceMerge merge_{world_.book, world_.counters};
+    SourceMerge merge_{job_.book, job_.counters};
 };
 
 }  // namespace
 
-LongList IntegrateNotes(ImportComparison& comparison, ImportArchive& archive, bool sync, const ImportWorld& world) {
-    return Integration(comparison, archive, world).Run(sync);
+LongList IntegrateNotes(ImportComparison& comparison, ImportArchive& archive, bool sync, const ImportJob& job) {
+    return Integration(comparison, archive, job).Run(sync);
 }
 
 }  // namespace lore

@@ -8,7 +8,7 @@
 #include "base/long_list.h"
 #include "exchange/import_archive.h"
 #include "exchange/import_comparison.h"
-#include "exchange/import_world.h"
+#include "exchange/import_job.h"
 #include "ports/prompts.h"
 
 namespace lore {
@@ -40,19 +40,19 @@ struct ImportOutcome {
 /// sources and categories, then the note files, then the sync log; so a crash can leave things that no note names, and
 /// never a note that names nothing. A note with a known guid replaces the one of the NoteBook and keeps its id. If not
 /// every note file could be read, a damaged one as far as it goes, none is imported, and it is told.
-ImportOutcome ImportNotes(const std::filesystem::path& path, ImportChooser& chooser, const ImportWorld& world);
+ImportOutcome ImportNotes(const std::filesystem::path& path, ImportChooser& chooser, const ImportJob& job);
 
 /// Asks for the archive of the import command; nothing if the user cancels.
 std::optional<std::filesystem::path> AskForArchive(Prompts& prompts);
 
 /// Opens an archive and reads its notes. For a file that can't be read the progress ends, and then it is told. Gives 0,
 /// or one of the results below it.
-int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const ImportWorld& world);
+int ReadArchive(const std::filesystem::path& path, ImportArchive& archive, const ImportJob& job);
 /// Holds the notes of an archive, which it takes, against the NoteBook. Changes nothing. A note file that can't be read
 /// is told, and the comparison doesn't know all then.
-ImportComparison CompareArchive(ImportArchive& archive, const ImportWorld& world);
+ImportComparison CompareArchive(ImportArchive& archive, const ImportJob& job);
 
-/// The messages behind an import; nothing for a cancelled one.
+/// The messages after an import; nothing for a cancelled one.
 void TellImportResult(const ImportOutcome& outcome, Prompts& prompts);
 
 }  // namespace lore

@@ -40,7 +40,7 @@ size_t FingerprintOf(const CNote& note);
 /// be written, told, is left in `changes`, so that it can be tried again; a note that could not be read is, too, until
 /// a load leaves it out of the index: from then on it counts as deleted. Gives how many were changed; nothing, told, if
 /// what the replaced notes name can't be brought back: then all is as it was. `counters` are raised by what is given
-/// out, `store` is called behind that. `texts` may be null.
+/// out, `store` is called after that. `texts` may be null.
 std::optional<size_t> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
                                  const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
                                  TextCache* texts);

@@ -189,9 +189,9 @@ TextDifferences CompareTexts(std::string_view text, std::string_view other) {
     TextDifferences differences;
     differences.lines = DifferingLines(aLines, bLines, a.size());
     for (const Hunk& hunk : CompareSequences(aLines.numbers, bLines.numbers, kMostChanges)) {
-        const TextRange aPart = Stretch(aLines, hunk.begin, hunk.end);
+        const TextRange stretch = Stretch(aLines, hunk.begin, hunk.end);
         const TextRange bPart = Stretch(bLines, hunk.otherBegin, hunk.otherEnd);
-        const Pieces aWords = WordsOf(a, aPart.begin, aPart.end, numbers);
+        const Pieces aWords = WordsOf(a, stretch.begin, stretch.end, numbers);
         const Pieces bWords = WordsOf(b, bPart.begin, bPart.end, numbers);
         for (const Hunk& change : CompareSequences(aWords.numbers, bWords.numbers, kMostChanges)) {
             MarkWords(aWords, change.begin, change.end, differences.words);

@@ -19,6 +19,9 @@ namespace lore {
 
 namespace {
 
+/// The background of a line that differs.
+constexpr TextColor kDifferenceMark = kSearchMark;
+
 constexpr size_t kTitleSlot = 0, kPublicationSlot = 1;
 constexpr char kDayFormat[] = "%m/%d/%Y";
 

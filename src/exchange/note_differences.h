@@ -8,9 +8,6 @@
 
 namespace lore {
 
-/// The background of a line that differs.
-inline constexpr TextColor kDifferenceMark = kSearchMark;
-
 /// One line of the list: what differs, and how each note has it.
 struct DifferenceRow {
     std::string name, importText, databaseText;

@@ -83,9 +83,10 @@ std::string Shown(std::string_view rawName) {
     return "\"" + name + "\"";
 }
 
-class Judge {
+/// Reads the directory of an archive, and refuses it where its entries, sizes or places can't be true.
+class DirectoryReader {
 public:
-    Judge(uint64_t size, const ZipRead& read) : size_(size), read_(read) {}
+    DirectoryReader(uint64_t size, const ZipRead& read) : size_(size), read_(read) {}
 
     ZipDirectory Run() {
         End end;
@@ -231,7 +232,7 @@ private:
         return size > kAlwaysAllowed && (size - kAlwaysAllowed) / kMostPerByteRead > packed;
     }
 
-    /// Where the entries stand: each under its own name, one behind the other.
+    /// Where the entries stand: each under its own name, one after the other.
     bool CheckPlaces(const std::vector<Entry>& entries, uint64_t directory) {
         std::vector<std::pair<uint64_t, uint64_t>> places;
         for (const Entry& entry : entries) {
@@ -284,7 +285,7 @@ private:
 }  // namespace
 
 ZipDirectory ReadZipDirectory(uint64_t size, const ZipRead& read) {
-    return Judge(size, read).Run();
+    return DirectoryReader(size, read).Run();
 }
 
 std::string ZipFileName(std::string_view rawName) {

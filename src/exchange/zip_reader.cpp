@@ -172,7 +172,7 @@ ArchiveResult ZipReader::Fill(FileDescriptor& file, const std::filesystem::path&
     if (!file.IsOpen())
         return ItemFailure(item, LastError().Reason());
     ArchiveResult result = Unpack(item, [&](std::string_view piece) { return WriteAll(file.Get(), piece); });
-    if (result.Ok() && (::fsync(file.Get()) != 0 || !file.Close()))
+    if (result.Ok() && (!Flush(file.Get()) || !file.Close()))
         result = ItemFailure(item, LastError().Reason());
     if (!result.Ok())
         ::unlink(path.c_str());

@@ -49,7 +49,7 @@ zip_source* ZipTarget::MakeSource() {
 FileResult ZipTarget::Commit() {
     if (!FlushBuffer())
         return {error_};
-    if (::fsync(file_->Get()) != 0 || !file_->Close() || ::rename(temporary_.c_str(), place_.c_str()) != 0)
+    if (!Flush(file_->Get()) || !file_->Close() || ::rename(temporary_.c_str(), place_.c_str()) != 0)
         return LastError();
     exists_ = false;
     return FlushFolder(place_.parent_path());

@@ -204,7 +204,7 @@ ArchiveResult ZipWriter::Write(const std::filesystem::path& target, const Watch&
     Archive archive(source ? zip_open_from_source(source, ZIP_CREATE | ZIP_TRUNCATE, nullptr) : nullptr);
     if (!archive) {
         zip_source_free(source);
-        return ArchiveResult::Failure(target.string() + ": the archive could not be begun");
+        return ArchiveResult::Failure(target.string() + ": the archive could not be started");
     }
     if (std::string reason = AddMembers(archive.get()); !reason.empty())
         return ArchiveResult::Failure(std::move(reason));

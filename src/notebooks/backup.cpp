@@ -27,20 +27,20 @@ std::string TextOfPath(const std::filesystem::path& path) {
     return FromUtf8(path.string());
 }
 
-size_t ListedNoteBooks(const BackupWorld& world) {
+size_t ListedNoteBooks(const BackupJob& job) {
     std::vector<CDatabase> list;
-    LoadDatabases(world.data.DatabasesFile(), world.context, list);
+    LoadDatabases(job.data.DatabasesFile(), job.context, list);
     return list.size();
 }
 
-void TellAllFinished(int notes, const BackupWorld& world) {
-    world.prompts.Message("All  " + std::to_string(ListedNoteBooks(world) + 1) + "  NoteBooks and  all  *" +
-                              std::to_string(notes) + "*  of your notes have been successfully backed up!",
-                          kFinished, PromptIcon::Information);
+void TellAllFinished(int notes, const BackupJob& job) {
+    job.ports.prompts.Message("All  " + std::to_string(ListedNoteBooks(job) + 1) + "  NoteBooks and  all  *" +
+                                  std::to_string(notes) + "*  of your notes have been successfully backed up!",
+                              kFinished, PromptIcon::Information);
 }
 
-void TellFailed(const BackupWorld& world) {
-    world.prompts.Message(kFailed, kFailedTitle, PromptIcon::Error);
+void TellFailed(const BackupJob& job) {
+    job.ports.prompts.Message(kFailed, kFailedTitle, PromptIcon::Error);
 }
 
 /// Gives notes that have no GUID the same new one each time that they are read.
@@ -60,50 +60,68 @@ private:
     size_t next_ = 0;
 };
 
-/// `isShort` is set if the NoteBook could not be read whole, or attachment files are missing that the backup of last
-/// time has, `earlier` or what stands at the target.
-int LoadAndBackUp(const CDatabase& noteBook, const std::string& wait, const std::filesystem::path& target,
-                  const std::filesystem::path& earlier, const BackupWorld& world, bool& isShort) {
-    HeardFaults faults(world.faults, isShort);
-    world.progress.ShowStandBy(wait);
-    OpenNoteBook book;
-    book.database = noteBook;
-    book.paths = NoteBookPaths(world.data, noteBook.folder);
-    IdCounters counters;
-    LoadOptions options;
-    options.mode = LoadMode::ReadOnly;
-    const bool listed = LoadNoteBook(book, counters, world.context, faults, options).listed;
-    world.progress.HideStandBy();
-    if (!listed)
-        return 0;
-    if (!book.sources.ReadWhole())
-        faults.Tell({"The sources or their authors could not be read whole, and the backup lacks some",
-                     book.paths.Sources().string(), "the file is short, damaged or missing"});
-    const ExportWorld exportWorld{book, world.data, world.context, world.prompts, world.progress, world.faults};
-    RepeatedGuids guids(*world.context.guids);
-    const ReadContext context{world.context.now, world.context.nowUtc, &guids};
-    ExportedNotes notes = NotesOfNoteBook(book, context, faults);
-    notes.each = [&guids, each = std::move(notes.each)](const auto& take) {
-        guids.Rewind();
-        each(take);
-    };
-    return WriteBackup(notes, target, earlier, exportWorld, isShort);
-}
+/// One NoteBook: it is loaded for its backup, and what is told of it decides what becomes of the earlier one.
+class NoteBookBackup {
+public:
+    NoteBookBackup(const CDatabase& noteBook, const BackupJob& job)
+        : job_(job),
+          faults_(job.ports.faults),
+          guids_(*job.context.guids),
+          book_(OpenNoteBook::At(job.data, noteBook)) {}
+
+    /// `earlier` is the backup of last time, unless that stands at the target.
+    WrittenBackup Run(const std::string& wait, const std::filesystem::path& target,
+                      const std::filesystem::path& earlier) {
+        job_.ports.progress.ShowStandBy(wait);
+        const bool isListed = Load();
+        job_.ports.progress.HideStandBy();
+        if (!isListed)
+            return {};
+        if (!book_.sources.ReadWhole())
+            faults_.Tell({"The sources or their authors could not be read whole, and the backup lacks some",
+                          book_.paths.Sources().string(), "the file is short, damaged or missing"});
+        const ReadContext context{job_.context.now, job_.context.nowUtc, &guids_};
+        return WriteBackup(Notes(context), target, earlier,
+                           {.book = book_, .data = job_.data, .context = job_.context, .ports = job_.ports}, faults_);
+    }
+
+private:
+    bool Load() {
+        IdCounters counters;
+        LoadOptions options;
+        options.mode = LoadMode::ReadOnly;
+        return LoadNoteBook(book_, counters, job_.context, faults_, options).listed;
+    }
+
+    ExportedNotes Notes(const ReadContext& context) {
+        ExportedNotes notes = NotesOfNoteBook(book_, context, faults_);
+        notes.each = [this, each = std::move(notes.each)](const auto& take) {
+            guids_.Rewind();
+            each(take);
+        };
+        return notes;
+    }
+
+    const BackupJob& job_;
+    HeardFaults faults_;
+    RepeatedGuids guids_;
+    OpenNoteBook book_;
+};
 
 /// One run over all NoteBooks.
 class BackupOfAll {
 public:
-    BackupOfAll(std::filesystem::path path, const BackupAllOptions& options, const BackupWorld& world)
-        : path_(std::move(path)), options_(options), world_(world), file_(world.data.DatabasesFile(), world.faults) {}
+    BackupOfAll(std::filesystem::path path, const BackupAllOptions& options, const BackupJob& job)
+        : path_(std::move(path)), options_(options), job_(job), file_(job.data.DatabasesFile(), job.ports.faults) {}
 
     BackedUp Run() {
-        file_.Load(world_.context);
+        file_.Load(job_.context);
         std::vector<CDatabase> list = file_.List();
-        CDatabase main = MainNoteBook(world_.settings.Text(Option::LocalGUID));
-        main.extra = world_.settings.Text(Option::PrevBackupPath);
+        CDatabase main = MainNoteBook(job_.settings.Text(Option::LocalGUID));
+        main.extra = job_.settings.Text(Option::PrevBackupPath);
         for (CDatabase& noteBook : list)
-            done_.notes += BackUp(noteBook);
-        done_.notes += BackUp(main);
+            BackUp(noteBook);
+        BackUp(main);
         for (const CDatabase& noteBook : list)
             remembered_.push_back(PathOfText(noteBook.extra));
         remembered_.push_back(PathOfText(main.extra));
@@ -124,28 +142,25 @@ private:
         }
     }
 
-    int BackUp(CDatabase& noteBook) {
-        if (world_.progress.Cancelled())
-            return 0;
+    void BackUp(CDatabase& noteBook) {
+        if (job_.ports.progress.Cancelled())
+            return;
         const std::string name = FileOf(noteBook);
-        bool isShort = false;
-        const int notes = LoadAndBackUp(noteBook, "Loading *" + noteBook.name + "* NoteBook for backup.....", name,
-                                        PathOfText(noteBook.extra), world_, isShort);
+        const WrittenBackup written =
+            NoteBookBackup(noteBook, job_)
+                .Run("Loading *" + noteBook.name + "* NoteBook for backup.....", name, PathOfText(noteBook.extra));
+        done_.Add(written.outcome, name);
         const std::string text = TextOfPath(name);
-        if (notes > 0 && noteBook.extra != text) {
-            // What this backup lacks may stand in the one of last time.
-            if (!isShort)
-                previous_.push_back(noteBook.extra);
-            noteBook.extra = text;
-        }
-        if (notes > 0)
-            done_.files.emplace_back(name);
-        return notes;
+        if (written.outcome.notes == 0 || noteBook.extra == text)
+            return;
+        if (!written.isIncomplete)
+            previous_.push_back(noteBook.extra);
+        noteBook.extra = text;
     }
 
     bool Remember(std::vector<CDatabase> list, const CDatabase& main) {
-        world_.settings.Set(Option::PrevBackupPath, main.extra);
-        world_.storeSettings();
+        job_.settings.Set(Option::PrevBackupPath, main.extra);
+        job_.storeSettings();
         return list.empty() || file_.Save(std::move(list));
     }
 
@@ -155,7 +170,7 @@ private:
         for (const std::string& text : previous_) {
             const std::filesystem::path file = PathOfText(text);
             if (!IsRemembered(file) && IsExportArchive(file))
-                TellFailedWrite(world_.faults, "An earlier backup could not be deleted", file, RemoveFile(file));
+                TellFailedWrite(job_.ports.faults, "An earlier backup could not be deleted", file, RemoveFile(file));
         }
     }
 
@@ -169,7 +184,7 @@ private:
 
     std::filesystem::path path_;
     const BackupAllOptions& options_;
-    const BackupWorld& world_;
+    const BackupJob& job_;
     NoteBookListFile file_;
     BackedUp done_;
     std::set<std::string> names_;                    // in lower case
@@ -178,74 +193,80 @@ private:
 };
 
 /// The number of notes; 0, too, if the user doesn't want it, or after a failure that has been told.
-int AskAndBackUp(const BackupWorld& world) {
-    const Settings& settings = world.settings;
-    if (world.prompts.Ask("Do you wish to perform the auto-backup now?", "< Auto-Backup >") != PromptAnswer::Yes)
+int AskAndBackUp(const BackupJob& job) {
+    const Settings& settings = job.settings;
+    if (job.ports.prompts.Ask("Do you wish to perform the auto-backup now?", "< Auto-Backup >") != PromptAnswer::Yes)
         return 0;
     const std::filesystem::path path = PathOfText(settings.Text(Option::BackupPath));
     if (!IsWritablePath(path)) {
-        world.prompts.Message(
+        job.ports.prompts.Message(
             "The backup file path is invalid.  Please go to Options and set a new Auto-Backup file path.", kFailedTitle,
             PromptIcon::Warning);
         return 0;
     }
-    const BackupAllOptions options{world.context.now.Format("_(%m-%d-%y)"), true,
-                                   settings.IsOne(Option::OverwriteBkup)};
-    const int notes = RunBackupAll(path, options, world).notes;
+    const BackupAllOptions options{job.context.now.Format("_(%m-%d-%y)"), true, settings.IsOne(Option::OverwriteBkup)};
+    const int notes = RunBackupAll(path, options, job).notes;
     if (notes < 0)
-        TellFailed(world);
+        TellFailed(job);
     return std::max(notes, 0);
 }
 
 }  // namespace
 
-int BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupWorld& world) {
-    bool isShort = false;
-    return LoadAndBackUp(noteBook, "Loading notes...(may take a few moments)", target, {}, world, isShort);
+void BackedUp::Add(const ArchiveOutcome& outcome, const std::filesystem::path& file) {
+    notes += outcome.Failed() ? kFailed : outcome.notes;
+    if (outcome.notes > 0)
+        files.push_back(file);
 }
 
-BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world) {
-    return BackupOfAll(path, options, world).Run();
+ArchiveOutcome BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupJob& job) {
+    return NoteBookBackup(noteBook, job).Run("Loading notes...(may take a few moments)", target, {}).outcome;
 }
 
-void BackupCurrentNoteBook(const CDatabase& open, const BackupWorld& world) {
-    const auto target = world.prompts.AskSavePath("Backup Current NoteBook", kArchiveFilter, {});
+BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupJob& job) {
+    return BackupOfAll(path, options, job).Run();
+}
+
+void BackupCurrentNoteBook(const CDatabase& open, const BackupJob& job) {
+    const auto target = job.ports.prompts.AskSavePath("Backup Current NoteBook", kArchiveFilter, {});
     if (!target)
         return;
-    const int notes = BackUpNoteBook(open, *target, world);
-    if (notes > 0)
-        world.prompts.Message("All  *" + std::to_string(notes) + "*  of your notes have been successfully backed up!",
-                              kFinished, PromptIcon::Information);
-    else if (notes < 0)
-        TellFailed(world);
+    const ArchiveOutcome made = BackUpNoteBook(open, *target, job);
+    if (made.notes > 0)
+        job.ports.prompts.Message(
+            "All  *" + std::to_string(made.notes) + "*  of your notes have been successfully backed up!", kFinished,
+            PromptIcon::Information);
+    else if (made.Failed())
+        TellFailed(job);
 }
 
-void BackupAllNoteBooks(const BackupWorld& world) {
-    const auto target = world.prompts.AskSavePath("Backup All NoteBooks", kArchiveFilter, {});
+void BackupAllNoteBooks(const BackupJob& job) {
+    const auto target = job.ports.prompts.AskSavePath("Backup All NoteBooks", kArchiveFilter, {});
     if (!target)
         return;
-    const int notes = RunBackupAll(*target, {}, world).notes;
+    const int notes = RunBackupAll(*target, {}, job).notes;
     if (notes > 0)
-        TellAllFinished(notes, world);
+        TellAllFinished(notes, job);
     else if (notes < 0)
-        TellFailed(world);
+        TellFailed(job);
 }
 
-void RunAutoBackup(const BackupWorld& world) {
-    if (!world.settings.Flag(Option::EnableBackup))
-        return world.prompts.Message("Your auto-backup is not enabled, please go to Options->Auto-Backup to set it up.",
-                                     "Auto-Backup Disabled", PromptIcon::Information);
-    if (const int notes = AskAndBackUp(world); notes > 0)
-        TellAllFinished(notes, world);
+void RunAutoBackup(const BackupJob& job) {
+    if (!job.settings.Flag(Option::EnableBackup))
+        return job.ports.prompts.Message(
+            "Your auto-backup is not enabled, please go to Options->Auto-Backup to set it up.", "Auto-Backup Disabled",
+            PromptIcon::Information);
+    if (const int notes = AskAndBackUp(job); notes > 0)
+        TellAllFinished(notes, job);
 }
 
-void AutoBackupAtClose(const BackupWorld& world) {
-    Settings& settings = world.settings;
+void AutoBackupAtClose(const BackupJob& job) {
+    Settings& settings = job.settings;
     settings.Set(Option::BkUseCount, settings.Int(Option::BkUseCount) + 1);
     if (settings.Int(Option::BkUseCount) != settings.Int(Option::BkUseTimes))
         return;
     settings.Set(Option::BkUseCount, 0);
-    AskAndBackUp(world);
+    AskAndBackUp(job);
 }
 
 }  // namespace lore

@@ -5,25 +5,22 @@
 #include <string>
 #include <vector>
 
+#include "exchange/archive_result.h"
 #include "notes/notebook_list.h"
 #include "notes/notebook_paths.h"
-#include "ports/fault_notice.h"
-#include "ports/progress.h"
-#include "ports/prompts.h"
+#include "ports/flow_ports.h"
 #include "ports/read_context.h"
 #include "settings/settings.h"
 
 namespace lore {
 
-/// What backups work on and ask of the world. Paths in settings and records are text; those given here are the file
+/// What backups work on. Paths in settings and records are text; those given here are the file
 /// system's.
-struct BackupWorld {
+struct BackupJob {
     DataPaths data;
     Settings& settings;
     const ReadContext& context;
-    Prompts& prompts;
-    Progress& progress;
-    FaultNotice& faults;
+    FlowPorts ports;
     std::function<void()> storeSettings;  ///< stores the settings at once
 };
 
@@ -34,28 +31,32 @@ struct BackupAllOptions {
     bool deletePrevious = false;  ///< the files of the last auto-backup go
 };
 
-/// Backs up one NoteBook. Gives the number of notes, 0 for none, -1 after a failure, which is told.
-int BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupWorld& world);
+/// Backs up one NoteBook.
+ArchiveOutcome BackUpNoteBook(const CDatabase& noteBook, const std::filesystem::path& target, const BackupJob& job);
 
-/// What a backup of all NoteBooks has made.
+/// What backups of several NoteBooks have made.
 struct BackedUp {
-    int notes = 0;                             ///< the sum of what each NoteBook gave
+    static constexpr int kFailed = -1;  ///< what a NoteBook whose backup has failed adds
+
+    int notes = 0;                             ///< the sum of what each NoteBook gave, less one for each failure
     std::vector<std::filesystem::path> files;  ///< in the order of the NoteBooks
+
+    void Add(const ArchiveOutcome& outcome, const std::filesystem::path& file);
 };
 
 /// Backs up all NoteBooks, the main one last, each into a file of its own: where the file's name, whatever the case of
 /// its letters, is that of an earlier one, the NoteBook's folder stands in it too. The file of last time goes only once
 /// the new one stands, was compared, and is remembered, if the NoteBook was read whole, if it has no named attachment
 /// that the new one lacks, and if no other NoteBook has it as its backup.
-BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupWorld& world);
+BackedUp RunBackupAll(const std::filesystem::path& path, const BackupAllOptions& options, const BackupJob& job);
 
 // The commands of the menu.
-void BackupCurrentNoteBook(const CDatabase& open, const BackupWorld& world);
-void BackupAllNoteBooks(const BackupWorld& world);
+void BackupCurrentNoteBook(const CDatabase& open, const BackupJob& job);
+void BackupAllNoteBooks(const BackupJob& job);
 /// "Run Auto-Backup...": asks first.
-void RunAutoBackup(const BackupWorld& world);
+void RunAutoBackup(const BackupJob& job);
 
 /// The auto-backup when the program closes, every so many times. Asks first, and says nothing when it is done.
-void AutoBackupAtClose(const BackupWorld& world);
+void AutoBackupAtClose(const BackupJob& job);
 
 }  // namespace lore

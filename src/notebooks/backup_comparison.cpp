@@ -32,8 +32,8 @@ private:
 
 class Comparison {
 public:
-    Comparison(const ExportedNotes& notes, size_t count, const ExportWorld& world, std::vector<std::string>& lacking)
-        : notes_(notes), count_(count), world_(world), lacking_(lacking) {}
+    Comparison(const ExportedNotes& notes, size_t count, const ExportJob& job, std::vector<std::string>& lacking)
+        : notes_(notes), count_(count), job_(job), lacking_(lacking) {}
 
     ArchiveResult Run(const std::filesystem::path& archive) {
         ArchiveResult result = zip_.Open(archive);
@@ -57,10 +57,10 @@ private:
     StreamSum ExpectedRecords() {
         StreamSum sum;
         RecordWriter head;
-        WriteArchiveHead(head, world_.context.now, static_cast<int32_t>(count_ + 1));
-        WriteArchiveNote(head, MakeSourcesNote(world_.book.sources, world_.context.now), world_.book.authors);
+        WriteArchiveHead(head, job_.context.now, static_cast<int32_t>(count_ + 1));
+        WriteArchiveNote(head, MakeSourcesNote(job_.book.sources, job_.context.now), job_.book.authors);
         sum.Add(head.DiskBytes());
-        ArchiveNoteWriter writer(world_.book.sources, world_.book.authors);
+        ArchiveNoteWriter writer(job_.book.sources, job_.book.authors);
         notes_.each([&](const CNote& note) {
             RecordWriter record;
             writer.Write(record, note);
@@ -82,7 +82,7 @@ private:
                 lacking_.push_back(name);
                 continue;
             }
-            std::ifstream file(world_.book.paths.Attachments() / name, std::ios::binary);
+            std::ifstream file(job_.book.paths.Attachments() / name, std::ios::binary);
             if (!file)
                 continue;
             std::string room;
@@ -99,7 +99,7 @@ private:
 
     const ExportedNotes& notes_;
     size_t count_;
-    const ExportWorld& world_;
+    const ExportJob& job_;
     std::vector<std::string>& lacking_;
     ZipReader zip_;
     std::unordered_set<std::string> attached_;
@@ -108,8 +108,8 @@ private:
 }  // namespace
 
 ArchiveResult CompareBackup(const std::filesystem::path& archive, const ExportedNotes& notes, size_t count,
-                            const ExportWorld& world, std::vector<std::string>& lacking) {
-    return Comparison(notes, count, world, lacking).Run(archive);
+                            const ExportJob& job, std::vector<std::string>& lacking) {
+    return Comparison(notes, count, job, lacking).Run(archive);
 }
 
 }  // namespace lore

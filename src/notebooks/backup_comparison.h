@@ -13,6 +13,6 @@ namespace lore {
 /// each attachment file that is there with the one in the NoteBook. `count` is the number of notes that were written.
 /// `lacking` gets the attachment files that the notes name and the archive lacks.
 ArchiveResult CompareBackup(const std::filesystem::path& archive, const ExportedNotes& notes, size_t count,
-                            const ExportWorld& world, std::vector<std::string>& lacking);
+                            const ExportJob& job, std::vector<std::string>& lacking);
 
 }  // namespace lore

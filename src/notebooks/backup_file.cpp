@@ -70,38 +70,39 @@ bool IsWritablePath(const std::filesystem::path& path) {
     return true;
 }
 
-int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const std::filesystem::path& earlier,
-                const ExportWorld& world, bool& isShort) {
+WrittenBackup WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place,
+                          const std::filesystem::path& earlier, const ExportJob& job, const HeardFaults& heard) {
+    const WrittenBackup failed{.outcome = {.kind = ArchiveOutcome::Kind::Failed}};
     const std::filesystem::path target = BehindLinks(place);
-    if (const std::string reason = WhyNoArchive(target, world.data); notes.count > 0 && !reason.empty()) {
-        world.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
-        return -1;
+    if (const std::string reason = WhyNoArchive(target, job.data); notes.count > 0 && !reason.empty()) {
+        job.ports.prompts.Message(target.string() + ": " + reason, kArchivingError, PromptIcon::Error);
+        return failed;
     }
     std::filesystem::path made;
     // The export replaces this file, and with it takes over who may read what stands there now.
     std::unique_ptr<FileDescriptor> replacement;
     const FileResult created = notes.count > 0 ? CreateReplacement(target, made, replacement) : FileResult{};
     if (!created.Ok()) {
-        world.prompts.Message(target.string() + ": " + created.Reason(), kArchivingError, PromptIcon::Error);
-        return -1;
+        job.ports.prompts.Message(target.string() + ": " + created.Reason(), kArchivingError, PromptIcon::Error);
+        return failed;
     }
-    const int count = ExportNotes(notes, made, ExportedSources::All, world);
-    if (count <= 0) {
+    WrittenBackup written{.outcome = ExportNotes(notes, made, ExportedSources::All, job)};
+    if (written.outcome.notes == 0) {
         ::unlink(made.c_str());
-        return count;
+        return written;
     }
     std::vector<std::string> lacking;
-    ArchiveResult result = CompareBackup(made, notes, static_cast<size_t>(count), world, lacking);
+    ArchiveResult result = CompareBackup(made, notes, static_cast<size_t>(written.outcome.notes), job, lacking);
     if (result.Ok()) {
-        isShort = isShort || HoldsOneOf(lacking, target) || HoldsOneOf(lacking, earlier);
-        if (const FileResult placed = PutInPlace(made, target, isShort, world.faults); !placed.Ok())
+        written.isIncomplete = heard.Any() || HoldsOneOf(lacking, target) || HoldsOneOf(lacking, earlier);
+        if (const FileResult placed = PutInPlace(made, target, written.isIncomplete, job.ports.faults); !placed.Ok())
             result = ArchiveResult::Failure(target.string() + ": " + placed.Reason());
     }
     if (!result.Ok()) {
         ::unlink(made.c_str());
-        world.prompts.Message(result.reason, kArchivingError, PromptIcon::Error);
+        job.ports.prompts.Message(result.reason, kArchivingError, PromptIcon::Error);
     }
-    return result.Ok() ? count : -1;
+    return result.Ok() ? written : failed;
 }
 
 bool IsExportArchive(const std::filesystem::path& path) {

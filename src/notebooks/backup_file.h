@@ -21,14 +21,20 @@ std::string BackupFileName(std::string_view path, std::string_view noteBookName,
 /// that the test made, or an empty one, goes again. A device or a pipe is no place for a file.
 bool IsWritablePath(const std::filesystem::path& path);
 
+/// A backup that was made, or not.
+struct WrittenBackup {
+    ArchiveOutcome outcome;
+    bool isIncomplete = false;  ///< the backup of last time may hold what this one lacks
+};
+
 /// Backs a NoteBook up: the archive is made beside its place, read back and compared with the NoteBook, each note's
 /// record and each attachment's bytes, before it takes the place of what stands there. What stands there is kept
-/// beside, as "NAME.kept", if the NoteBook could not be read whole: `isShort`, which the load sets, or the notes while
-/// they are walked. It is set here if the backup lacks an attachment file that a note names, and that stands in the
-/// one in its place or in `earlier`, the one of last time elsewhere. Gives the number of notes, 0 for none or after a
-/// cancel, -1 after a failure, which is told; then the place is as it was.
-int WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place, const std::filesystem::path& earlier,
-                const ExportWorld& world, bool& isShort);
+/// beside, as "NAME.kept", if the backup is incomplete: the NoteBook could not be read whole, which `heard` tells once
+/// the notes have been walked, or an attachment file is missing that a note names, and that stands in the archive in
+/// its place or in `earlier`, the one of last time elsewhere. Unless it is done, the place is as it was.
+/// @param heard  what was told while the NoteBook was loaded, and is while its notes are walked
+WrittenBackup WriteBackup(const ExportedNotes& notes, const std::filesystem::path& place,
+                          const std::filesystem::path& earlier, const ExportJob& job, const HeardFaults& heard);
 
 /// True for an export archive. A list that came from elsewhere may name any file as the backup of last time.
 bool IsExportArchive(const std::filesystem::path& path);

@@ -33,38 +33,42 @@ SourceList WithoutNoteIDs(SourceList sources) {
     return sources;
 }
 
-/// `isUnread` is set, and it is told, if not all of the NoteBook could be read.
-OpenNoteBook LoadTarget(const CDatabase& target, const CopyWorld& world, std::vector<CNote>& heads, bool& isUnread) {
+struct LoadedTarget {
     OpenNoteBook book;
-    book.database = target;
-    book.paths = NoteBookPaths(world.data, target.folder);
-    TellFailedWrite(world.faults, kNoteBookFoldersUnmade, book.paths.Folder(), CreateNoteBookFolders(book.paths));
+    std::vector<CNote> heads;
+    bool isUnread = false;  // which is told: not all of the NoteBook could be read
+};
+
+LoadedTarget LoadTarget(const CDatabase& target, const CopyJob& job) {
+    LoadedTarget loaded{.book = OpenNoteBook::At(job.data, target), .heads = {}};
+    OpenNoteBook& book = loaded.book;
+    TellFailedWrite(job.ports.faults, kNoteBookFoldersUnmade, book.paths.Folder(), CreateNoteBookFolders(book.paths));
     LoadOptions options;
     // Only a NoteBook whose categories still have to be converted is opened as the desktop opens it.
     options.mode = NeedsCategoryConversion(book.paths) ? LoadMode::Full : LoadMode::ReadOnly;
     options.keepHeads = true;
     // Of the counters, opening it moves on that of the categories alone: the first copy takes the next number of a
     // note.
-    IdCounters counters = world.counters;
-    HeardFaults faults(world.faults, isUnread);
-    heads = LoadNoteBook(book, counters, world.context, faults, options).heads;
-    world.counters.MaxCategoryID = counters.MaxCategoryID;
-    return book;
+    IdCounters counters = job.counters;
+    HeardFaults faults(job.ports.faults, loaded.isUnread);
+    loaded.heads = LoadNoteBook(book, counters, job.context, faults, options).heads;
+    job.counters.MaxCategoryID = counters.MaxCategoryID;
+    return loaded;
 }
 
 /// One run of CopyNotesToNoteBook.
 class NoteCopier {
 public:
-    NoteCopier(const CNoteList& notes, const CDatabase& target, const CopyWorld& world)
-        : world_(world),
+    NoteCopier(const CNoteList& notes, const CDatabase& target, const CopyJob& job)
+        : job_(job),
           target_(target),
           notes_(notes),
-          book_(LoadTarget(target, world, heads_, isUnread_)),
-          merge_(book_, world.counters),
-          files_(world.from.paths.Attachments(), book_.paths, heads_, world.faults),
-          sources_(WithoutNoteIDs(world.from.sources)) {
-        for (const CNote& head : heads_) {
-            world_.counters.MaxNoteID = std::max(world_.counters.MaxNoteID, head.id);
+          loaded_(LoadTarget(target, job)),
+          merge_(book_, job.counters),
+          files_(job.from.paths.Attachments(), book_.paths, loaded_.heads, job.ports.faults),
+          sources_(WithoutNoteIDs(job.from.sources)) {
+        for (const CNote& head : loaded_.heads) {
+            job_.counters.MaxNoteID = std::max(job_.counters.MaxNoteID, head.id);
             if (!head.guid.empty())
                 byGuid_[head.guid].push_back(&head);
         }
@@ -72,21 +76,22 @@ public:
 
     CopyResult Run() {
         for (int group = 0; group < kGroups; ++group)
-            world_.progress.StepIt();
-        world_.progress.SetMessage(Message());
-        if (isUnread_)
-            world_.faults.Tell({kNotCopied, book_.paths.Folder().string(), "not all of the NoteBook could be read"});
-        if (isUnread_ || !MakeEntries())
+            job_.ports.progress.StepIt();
+        job_.ports.progress.SetMessage(Message());
+        if (loaded_.isUnread)
+            job_.ports.faults.Tell(
+                {kNotCopied, book_.paths.Folder().string(), "not all of the NoteBook could be read"});
+        if (loaded_.isUnread || !MakeEntries())
             return {};
         if (entries_.empty())
             return {0, {}, newer_};
         const bool newCategories = MapSourcesAndCategories();
-        if (world_.progress.Cancelled())
+        if (job_.ports.progress.Cancelled())
             return {};
         // The merge leaves the counter one short of the last category that it made.
-        book_.categories.GetMaxCategoryID(world_.counters.MaxCategoryID);
-        world_.storeCounters();
-        if (!CopyFiles() || !WriteMergedLists(book_, merge_, newCategories, world_.faults)) {
+        book_.categories.GetMaxCategoryID(job_.counters.MaxCategoryID);
+        job_.storeCounters();
+        if (!CopyFiles() || !WriteMergedLists(book_, merge_, newCategories, job_.ports.faults)) {
             CNote going;
             for (const ArchiveNote& entry : entries_)
                 AddFilesOf(entry.note, going);
@@ -107,11 +112,11 @@ private:
                 ++newer_;
                 continue;
             }
-            ArchiveNote& entry = entries_.emplace_back(MakeArchiveNote(notes_[i], sources_, world_.from.authors));
+            ArchiveNote& entry = entries_.emplace_back(MakeArchiveNote(notes_[i], sources_, job_.from.authors));
             entry.note.displayRtf.clear();
-            entry.note.id = book_.index.GiveID(world_.counters.MaxNoteID);
+            entry.note.id = book_.index.GiveID(job_.counters.MaxNoteID);
             if (entry.note.id == 0) {
-                world_.faults.Tell({kNotCopied, book_.paths.Notes().string(), kNoFreeID});
+                job_.ports.faults.Tell({kNotCopied, book_.paths.Notes().string(), kNoFreeID});
                 return false;
             }
             merge_.AddTypes(entry.sources);
@@ -122,10 +127,11 @@ private:
 
     /// True if the forest has got more categories.
     bool MapSourcesAndCategories() {
-        CategoryMerger merger(book_.categories, world_.counters.MaxCategoryID);
+        CategoryMerger merger(book_.categories, job_.counters.MaxCategoryID);
         for (size_t i = 0; i < entries_.size(); ++i) {
-            world_.progress.SetMessage(Message() + std::to_string(i + 1) + " of " + std::to_string(entries_.size()));
-            world_.progress.StepIt();
+            job_.ports.progress.SetMessage(Message() + std::to_string(i + 1) + " of " +
+                                           std::to_string(entries_.size()));
+            job_.ports.progress.StepIt();
             ArchiveNote& entry = entries_[i];
             for (const CNote* existing : ExistingOf(entry.note))
                 KeepSourceInfo(entry, *existing);
@@ -153,7 +159,7 @@ private:
         bool goesOn = true;
         while (goesOn && tried < entries_.size()) {
             CNote& note = entries_[tried++].note;
-            goesOn = !world_.progress.Cancelled() && files_.CopyFilesOf(note, ExistingOf(note));
+            goesOn = !job_.ports.progress.Cancelled() && files_.CopyFilesOf(note, ExistingOf(note));
         }
         // Beyond, the names are those of the first NoteBook.
         for (size_t i = tried; i < entries_.size(); ++i)
@@ -167,7 +173,7 @@ private:
         const std::vector<const CNote*>& existing = ExistingOf(copy);
         LongList ids;
         for (size_t i = 0; existing.size() > 1 && i < existing.size(); ++i) {
-            const auto other = FindNote(book_.index, existing[i]->id, world_.context, world_.faults);
+            const auto other = FindNote(book_.index, existing[i]->id, job_.context, job_.ports.faults);
             if (other && other->rtfText == copy.rtfText)
                 ids.AddTail(other->id);
         }
@@ -182,7 +188,7 @@ private:
             replaced_[entry.note.id] = ReplacedBy(entry.note);
             copies.push_back(TakeNote(entry));
         }
-        NoteStore store(book_, world_.context, world_.faults, nullptr);
+        NoteStore store(book_, job_.context, job_.ports.faults, nullptr);
         const LongList failed = store.SaveNotes(std::move(copies));
         CopyResult result{0, {}, newer_};
         LongList replaced;
@@ -195,14 +201,14 @@ private:
             ++result.copied;
             result.ids.AddTail(entry.note.id);
             replaced.Merge(replaced_[entry.note.id]);
-            LogLanded(book_.syncLog, entry.note, world_.context.nowUtc);
+            LogLanded(book_.syncLog, entry.note, job_.context.nowUtc);
         }
         for (const CNote& note : store.DeleteNotes(replaced))
             AddFilesOf(note, going);
-        if (world_.syncEngaged && book_.syncLog.link.IsLinked() && result.copied > 0)
-            WriteSyncLog(book_, world_.faults);
+        if (job_.syncEngaged && book_.syncLog.link.IsLinked() && result.copied > 0)
+            WriteSyncLog(book_, job_.ports.faults);
         DropUnnamedFilesOf(going);
-        world_.progress.StepIt();
+        job_.ports.progress.StepIt();
         return result;
     }
 
@@ -214,16 +220,15 @@ private:
     /// done it, and then a copy names them.
     void DropUnnamedFilesOf(CNote& going) {
         going.attachments = WithUnnamedFiles(going.attachments, "notes that were replaced or could not be copied",
-                                             {book_.paths, world_.context, world_.faults});
+                                             {book_.paths, job_.context, job_.ports.faults});
         files_.Drop(going);
     }
 
-    const CopyWorld& world_;
+    const CopyJob& job_;
     const CDatabase& target_;
     const CNoteList& notes_;
-    std::vector<CNote> heads_;
-    bool isUnread_ = false;
-    OpenNoteBook book_;
+    LoadedTarget loaded_;
+    OpenNoteBook& book_ = loaded_.book;
     SourceMerge merge_;
     AttachmentCopies files_;
     std::unordered_map<std::string, std::vector<const CNote*>> byGuid_;
@@ -242,31 +247,31 @@ void TellNewer(int count, const CDatabase& target, Prompts& prompts) {
 
 }  // namespace
 
-CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyWorld& world) {
-    if (notes.IsEmpty() || target.id <= 0 || target.folder == world.from.database.folder)
+CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyJob& job) {
+    if (notes.IsEmpty() || target.id <= 0 || target.folder == job.from.database.folder)
         return {};
-    world.progress.SetRange(0, static_cast<int>(notes.Count()) + kOtherSteps);
-    world.progress.Show();
-    world.progress.SetMessage("Loading *" + target.name + "* NoteBook.........(may take a few moments)");
-    CopyResult result = NoteCopier(notes, target, world).Run();
-    world.progress.Hide();
-    TellNewer(result.newer, target, world.prompts);
+    job.ports.progress.SetRange(0, static_cast<int>(notes.Count()) + kOtherSteps);
+    job.ports.progress.Show();
+    job.ports.progress.SetMessage("Loading *" + target.name + "* NoteBook.........(may take a few moments)");
+    CopyResult result = NoteCopier(notes, target, job).Run();
+    job.ports.progress.Hide();
+    TellNewer(result.newer, target, job.ports.prompts);
     return result;
 }
 
-CopyResult CopyNoteToNoteBook(const CNote& note, const std::vector<CDatabase>& noteBooks, const std::string& localGuid,
-                              int32_t targetId, const CopyWorld& world) {
-    const auto target = FindById(noteBooks, localGuid, targetId);
+CopyResult CopyNoteToNoteBook(const CNote& note, const std::vector<CDatabase>& noteBooks, const std::string& localGUID,
+                              int32_t targetId, const CopyJob& job) {
+    const auto target = FindById(noteBooks, localGUID, targetId);
     if (!target)
         return {};
-    world.progress.ShowStandBy("Loading note to copy.....");
+    job.ports.progress.ShowStandBy("Loading note to copy.....");
     CNoteList list;
     list.AddNote(note, {});
-    world.progress.HideStandBy();
-    CopyResult result = CopyNotesToNoteBook(list, *target, world);
+    job.ports.progress.HideStandBy();
+    CopyResult result = CopyNotesToNoteBook(list, *target, job);
     if (result.copied > 0)
-        world.prompts.Message("Your note has been successfully copied to " + target->name + "!", "Finished!",
-                              PromptIcon::Information);
+        job.ports.prompts.Message("Your note has been successfully copied to " + target->name + "!", "Finished!",
+                                  PromptIcon::Information);
     return result;
 }
 

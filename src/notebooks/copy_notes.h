@@ -8,22 +8,18 @@
 #include "notes/notebook_list.h"
 #include "notes/notebook_paths.h"
 #include "notes/open_notebook.h"
-#include "ports/fault_notice.h"
-#include "ports/progress.h"
-#include "ports/prompts.h"
+#include "ports/flow_ports.h"
 #include "ports/read_context.h"
 
 namespace lore {
 
-/// What copying notes works on and asks of the world.
-struct CopyWorld {
+/// What copying notes works on.
+struct CopyJob {
     const OpenNoteBook& from;  ///< the NoteBook of the notes
     DataPaths data;
     IdCounters& counters;  ///< raised by what is given out
     const ReadContext& context;
-    Prompts& prompts;
-    Progress& progress;
-    FaultNotice& faults;
+    FlowPorts ports;
     bool syncEngaged = false;
     /// Stores the counters at once, before a note bears an id that they gave.
     std::function<void()> storeCounters;
@@ -31,9 +27,11 @@ struct CopyWorld {
 
 /// How a copy came out.
 struct CopyResult {
-    int copied = -1;  ///< number of notes; -1 when nothing was done
-    LongList ids;     ///< of the copies, in order
-    int newer = 0;    ///< number of notes that stayed behind: the target has a newer form of them
+    static constexpr int kNothingDone = -1;
+
+    int copied = kNothingDone;  ///< number of notes, or kNothingDone
+    LongList ids;               ///< of the copies, in order
+    int newer = 0;              ///< number of notes that stayed behind: the target has a newer form of them
 };
 
 /// Copies notes into another NoteBook, working on its files: attachments, authors, types, sources and categories first,
@@ -43,10 +41,10 @@ struct CopyResult {
 /// file is written once. It can be stopped until the lists are written: nothing has changed then. Nothing is copied,
 /// and it is told, unless all files of the target could be read: a note that it has would come in beside itself. A
 /// damaged file counts as read as far as it goes.
-CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyWorld& world);
+CopyResult CopyNotesToNoteBook(const CNoteList& notes, const CDatabase& target, const CopyJob& job);
 
 /// The command for one note: finds the target by id and says when the copy is done.
-CopyResult CopyNoteToNoteBook(const CNote& note, const std::vector<CDatabase>& noteBooks, const std::string& localGuid,
-                              int32_t targetId, const CopyWorld& world);
+CopyResult CopyNoteToNoteBook(const CNote& note, const std::vector<CDatabase>& noteBooks, const std::string& localGUID,
+                              int32_t targetId, const CopyJob& job);
 
 }  // namespace lore

@@ -47,11 +47,11 @@ bool IsNoteFileName(const std::string& name) {
 
 class Upgrade {
 public:
-    explicit Upgrade(const UpgradeWorld& world)
-        : world_(world),
-          main_(world.data, kMainNoteBookFolder),
-          staging_(world.data, kStaging),
-          aside_(world.data.Databases() / kAside) {}
+    explicit Upgrade(const UpgradeJob& job)
+        : job_(job),
+          main_(job.data, kMainNoteBookFolder),
+          staging_(job.data, kStaging),
+          aside_(job.data.Databases() / kAside) {}
 
     bool Run();
 
@@ -64,7 +64,7 @@ private:
     bool Publish();
     void RemoveOld();
 
-    const UpgradeWorld& world_;
+    const UpgradeJob& job_;
     NoteBookPaths main_, staging_;
     fs::path aside_;
 };
@@ -126,7 +126,7 @@ std::string ListOf(const std::vector<OldFile>& files) {
 
 bool Upgrade::Tell(const char* what, const fs::path& path, const FileResult& result) {
     if (!result.Ok())
-        world_.faults.Tell({what, path.string(), result.Reason()});
+        job_.faults.Tell({what, path.string(), result.Reason()});
     return result.Ok();
 }
 
@@ -154,7 +154,7 @@ bool Upgrade::IsOccupied() const {
 }
 
 bool Upgrade::Bring(const OldFile& file) {
-    const fs::path from = world_.data.DataFiles() / file.from, to = staging_.Folder() / file.to;
+    const fs::path from = job_.data.DataFiles() / file.from, to = staging_.Folder() / file.to;
     std::error_code error;
     fs::create_directories(to.parent_path(), error);
     // A second name costs neither time nor room, and writers replace files as a whole, so that the old one keeps its
@@ -181,7 +181,7 @@ bool Upgrade::Fill(const std::vector<OldFile>& files) {
         folders.insert((staging_.Folder() / file.to).parent_path());
     }
     if (NeedsCategoryConversion(staging_) &&
-        !ConvertCategories(staging_, world_.maxCategoryID, world_.context, world_.faults))
+        !ConvertCategories(staging_, job_.maxCategoryID, job_.context, job_.faults))
         return false;
     return FlushAll(folders) &&
            Tell(kUnwritten, staging_.Folder(), WriteFileAtomically(staging_.Folder() / kDoneList, ListOf(files)));
@@ -194,7 +194,7 @@ bool Upgrade::Publish() {
         return Tell("The folder of the main NoteBook could not be renamed", main_.Folder(), LastError());
     if (::rename(staging_.Folder().c_str(), main_.Folder().c_str()) != 0)
         return Tell("The upgraded folder could not be renamed", staging_.Folder(), LastError());
-    const bool flushed = Tell(kUnwritten, world_.data.Databases(), FlushFolder(world_.data.Databases()));
+    const bool flushed = Tell(kUnwritten, job_.data.Databases(), FlushFolder(job_.data.Databases()));
     fs::remove_all(aside_, error);
     return flushed;
 }
@@ -202,7 +202,7 @@ bool Upgrade::Publish() {
 /// Takes out the old files that the new place holds, and their folders once they are empty. What can't be removed is
 /// told and does no harm.
 void Upgrade::RemoveOld() {
-    const fs::path list = main_.Folder() / kDoneList, root = world_.data.DataFiles();
+    const fs::path list = main_.Folder() / kDoneList, root = job_.data.DataFiles();
     std::string lines;
     if (!Tell("The list of upgraded files could not be read", list, ReadFile(list, lines)))
         return;
@@ -236,13 +236,13 @@ bool Upgrade::Run() {
         RemoveOld();
         return true;
     }
-    const std::vector<OldFile> files = OldFiles(world_.data.DataFiles());
+    const std::vector<OldFile> files = OldFiles(job_.data.DataFiles());
     const bool isFilled = fs::exists(staging_.Folder() / kDoneList, error);
     if (files.empty() && !isFilled)
         return true;
     if (IsOccupied()) {
-        world_.faults.Tell({"Older data lie where they were, since the main NoteBook has notes of its own",
-                            world_.data.DataFiles().string(), "Move them or the folder of the main NoteBook away"});
+        job_.faults.Tell({"Older data lie where they were, since the main NoteBook has notes of its own",
+                          job_.data.DataFiles().string(), "Move them or the folder of the main NoteBook away"});
         return false;
     }
     if (!isFilled && !Fill(files)) {
@@ -261,10 +261,10 @@ bool NeedsDataUpgrade(double progVersion) {
     return progVersion > 0 && progVersion < kFirstVersionWithNoteBooks;
 }
 
-bool UpgradeDataFolder(const UpgradeWorld& world) {
-    world.progress.ShowStandBy("Running File Upgrade...(may take a few moments)");
-    const bool done = Upgrade(world).Run();
-    world.progress.HideStandBy();
+bool UpgradeDataFolder(const UpgradeJob& job) {
+    job.progress.ShowStandBy("Running File Upgrade...(may take a few moments)");
+    const bool done = Upgrade(job).Run();
+    job.progress.HideStandBy();
     return done;
 }
 

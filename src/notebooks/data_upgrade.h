@@ -11,7 +11,7 @@ namespace lore {
 bool NeedsDataUpgrade(double progVersion);
 
 /// What an upgrade works with.
-struct UpgradeWorld {
+struct UpgradeJob {
     const DataPaths& data;
     int& maxCategoryID;  ///< moves on with the ids that the conversion of categories gives out
     const ReadContext& context;
@@ -24,7 +24,7 @@ struct UpgradeWorld {
 /// only then the old files go: a crash at any point leaves the old data or the new, and the next call goes on. False,
 /// which has been told, if the data are where they were; a main NoteBook that has notes of its own is never touched.
 /// A folder without older data is left as it is.
-bool UpgradeDataFolder(const UpgradeWorld& world);
+bool UpgradeDataFolder(const UpgradeJob& job);
 
 /// Whether older data lie directly in "Data Files", or an upgrade of them isn't over.
 bool HasOlderData(const DataPaths& data);

@@ -90,10 +90,9 @@ bool ManageNoteBooks::Delete() {
 bool ManageNoteBooks::MayClose(bool hasTypedName, bool hasNewName) {
     if (!hasTypedName && !hasNewName)
         return true;
-    const std::string typed = hasNewName ? "The NoteBook that you have named isn't there yet.  It is made by \"Create "
-                                           "NoteBook\"."
-                                         : "The NoteBook doesn't have the name yet that you have typed.  It gets it by "
-                                           "\"Change Name\".";
+    const std::string typed =
+        hasNewName ? "The NoteBook that you have named doesn't exist yet.  \"Create NoteBook\" makes it."
+                   : "The NoteBook doesn't have the name that you have typed yet.  \"Change Name\" gives it.";
     return ports_.prompts.Ask(typed + "\n\nDo you wish to close this window without that?",
                               "Close Without the Name?") == PromptAnswer::Yes;
 }

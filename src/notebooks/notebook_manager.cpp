@@ -100,9 +100,9 @@ CDatabase NewNoteBook(const DataPaths& data, const std::vector<CDatabase>& list,
     return made;
 }
 
-NoteBookManager::NoteBookManager(DataPaths data, std::string localGuid, ManagerPorts ports)
+NoteBookManager::NoteBookManager(DataPaths data, std::string localGUID, ManagerPorts ports)
     : data_(std::move(data)),
-      localGuid_(std::move(localGuid)),
+      localGUID_(std::move(localGUID)),
       ports_(std::move(ports)),
       file_(data_.DatabasesFile(), ports_.faults) {}
 
@@ -189,7 +189,7 @@ void NoteBookManager::ClearOnlineLink(const CDatabase& noteBook) {
 void NoteBookManager::DeleteFolder(const CDatabase& noteBook, size_t position) {
     const std::filesystem::path folder = NoteBookPaths(data_, noteBook.folder).Folder();
     const auto isThere = [&](const CDatabase& entry) { return NoteBookPaths(data_, entry.folder).Folder() == folder; };
-    if (isThere(MainNoteBook(localGuid_)) || std::any_of(List().begin(), List().end(), isThere))
+    if (isThere(MainNoteBook(localGUID_)) || std::any_of(List().begin(), List().end(), isThere))
         return ThrowAway(noteBook, position, folder, {});
     ClearTrash();
     std::error_code error;

@@ -45,7 +45,7 @@ enum class DeleteOutcome {
 /// current list and lets nothing be written until another one is open.
 class NoteBookManager {
 public:
-    NoteBookManager(DataPaths data, std::string localGuid, ManagerPorts ports);
+    NoteBookManager(DataPaths data, std::string localGUID, ManagerPorts ports);
 
     /// Reads the list. Before everything else.
     void Load(const ReadContext& context) { file_.Load(context); }
@@ -74,7 +74,7 @@ private:
     void ClearTrash();
 
     DataPaths data_;
-    std::string localGuid_;
+    std::string localGUID_;
     ManagerPorts ports_;
     NoteBookListFile file_;
 };
@@ -83,7 +83,7 @@ private:
 bool IsSameNoteBook(const CDatabase& a, const CDatabase& b);
 
 /// A record for a new NoteBook beside a list, with a guid of its own, whose folder isn't made yet.
-/// @param gap  how many numbers are passed over, from 0 on, behind those of all folders
+/// @param gap  how many numbers are passed over, from 0 on, after those of all folders
 CDatabase NewNoteBook(const DataPaths& data, const std::vector<CDatabase>& list, int32_t gap, std::string name,
                       const ReadContext& context);
 

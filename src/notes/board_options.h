@@ -2,6 +2,7 @@
 
 #include "base/rgb.h"
 #include "ports/settings_store.h"
+#include "settings/font_setting.h"
 #include "settings/settings.h"
 
 namespace lore {

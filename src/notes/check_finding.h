@@ -27,6 +27,7 @@ enum class FindingKind {
 /// A word for each kind that stays the same, such as "note-twice".
 std::string_view FindingKindName(FindingKind kind);
 
+/// One thing that is wrong, with the file that has it.
 struct Finding {
     FindingKind kind;
     std::string file;  ///< full path
@@ -35,7 +36,7 @@ struct Finding {
 
 /// Adds what is wrong with a record file as a whole: damage, and a text over its limit.
 void AddFileFindings(const std::filesystem::path& file, const RecordFileState& state, std::vector<Finding>& findings);
-/// " of N bytes, over the limit of M", behind what a text is; empty for one within it.
+/// " of N bytes, over the limit of M", after what a text is; empty for one within it.
 std::string OverLimit(size_t bytes);
 
 }  // namespace lore

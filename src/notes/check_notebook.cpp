@@ -23,7 +23,7 @@ namespace lore {
 
 namespace {
 
-constexpr char kDamaged[] = "the file is short or damaged";
+constexpr char kDamaged[] = "is short or damaged";
 
 constexpr std::array<std::string_view, 11> kKindNames = {"note-twice",        "number-shared",    "note-in-wrong-file",
                                                          "source-missing",    "category-missing", "attachment-missing",
@@ -142,7 +142,7 @@ void NoteBookCheck::CheckNoteFile(size_t number, NoteFileReader& reader) {
             {FindingKind::DamagedFile, file.string(), std::string("the file ") + reader.DamageText()});
 }
 
-/// Adds, behind what was found in each file, the copies of notes that another place shows, and notes that another one
+/// Adds, after what was found in each file, the copies of notes that another place shows, and notes that another one
 /// of their number hides.
 void NoteBookCheck::AddCopies() {
     std::vector<NoteCopy> copies;
@@ -217,7 +217,8 @@ std::string OverLimit(size_t bytes) {
 
 void AddFileFindings(const std::filesystem::path& file, const RecordFileState& state, std::vector<Finding>& findings) {
     if (!state.isWhole)
-        findings.push_back({FindingKind::DamagedFile, file.string(), kDamaged});
+        findings.push_back({FindingKind::DamagedFile, file.string(),
+                            std::string("the file ") + (state.lacksID ? kRecordWithoutNumber : kDamaged)});
     if (const std::string over = OverLimit(state.longestText); !over.empty())
         findings.push_back({FindingKind::TextTooLong, file.string(), "the file holds a text" + over});
 }

@@ -25,7 +25,7 @@ struct FileNotes {
     std::vector<NoteCopy> copies;  // parallel to briefs
     std::vector<CNote> heads;      // the same, where heads are wanted
     std::vector<int32_t> others;   // ids of notes that aren't wanted
-    bool countsTooFew = false;     // it counts no notes, but something stands behind its count
+    bool countsTooFew = false;     // it counts no notes, but something stands after its count
     bool isDamaged = false;        // the notes aren't all that it holds
     int32_t highestID = 0;         // also of notes that aren't wanted
     int32_t highestSource = 0;     // the same: of the sources that they name

@@ -17,6 +17,7 @@
 
 namespace lore {
 
+/// What a load may change on the disk and in the counters.
 enum class LoadMode {
     Full,  ///< as the desktop opens a NoteBook: converts old categories, writes Sources.dat back, moves the counters on
     Mending,   ///< the same, for a repair, which tells itself what becomes of damaged files
@@ -45,12 +46,13 @@ public:
     /// One record, also one that won't show. On a worker thread; the records of one file come in order from one thread,
     /// those of different files at the same time. The text lives during the call only.
     virtual void Take(NotePlace place, int32_t noteId, std::string_view rtfText) = 0;
-    /// Behind the last record of a file, on the same thread. May do nothing.
+    /// After the last record of a file, on the same thread. May do nothing.
     virtual void EndFile(size_t) {}
-    /// Behind the last text: the notes that show, in loading order. On the caller's thread.
+    /// After the last text: the notes that show, in loading order. On the caller's thread.
     virtual void Finish(const std::vector<ShownNote>& shown) = 0;
 };
 
+/// How to load, and what to collect on the way. What is pointed to may be null, and outlives the load.
 struct LoadOptions {
     LoadMode mode = LoadMode::Full;
     int threads = 2;  ///< that read files; 1 reads on the caller's thread. The result is the same.
@@ -80,7 +82,7 @@ struct LoadReport {
 LoadReport LoadNoteBook(OpenNoteBook& book, IdCounters& counters, const ReadContext& context, FaultNotice& faults,
                         const LoadOptions& options);
 
-/// Moves the counters on as a full load does at its end, behind all that the NoteBook holds: for one that has got more
+/// Moves the counters on as a full load does at its end, after all that the NoteBook holds: for one that has got more
 /// since. MaxNoteID is the last id that was given out.
 void MoveCountersOn(const OpenNoteBook& book, IdCounters& counters);
 

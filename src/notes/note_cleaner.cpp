@@ -36,7 +36,7 @@ bool HoldsNoNote(const std::filesystem::path& file) {
 void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* progress) {
     if (progress)
         progress->ShowStandBy("Cleaning up note files....");
-    // A folder that can't be listed is told by the load behind this.
+    // A folder that can't be listed is told by the load after this.
     const std::filesystem::path notes = paths.Notes();
     bool isChanged = false;
     const FileDescriptor folder(::open(notes.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));

@@ -8,7 +8,7 @@
 namespace lore {
 
 /// Deletes the note files that hold no note: those whose count reads 0 with nothing behind it. A file with a count of 0
-/// that holds more is left; the load behind this reports it. `progress` may be null.
+/// that holds more is left; the load after this reports it. `progress` may be null.
 void CleanNoteFiles(const NoteBookPaths& paths, FaultNotice& faults, Progress* progress);
 
 /// The ids of the note list when the NoteBook was last closed; none if the file is missing.

@@ -61,7 +61,7 @@ bool NoteFileReader::IsDamaged() const {
 const char* NoteFileReader::DamageText() const {
     if (stream_->RanOut() || HoldsMore())
         return "is short or damaged";
-    return stream_->ReadWhole() ? "holds a record without a number" : "holds a byte that cuts a text or the file";
+    return stream_->ReadWhole() ? kRecordWithoutNumber : "holds a byte that cuts a text or the file";
 }
 
 bool NoteFileReader::HoldsMore() const {

@@ -13,6 +13,9 @@
 
 namespace lore {
 
+/// What is wrong with a record file that is read whole but for a record that was passed over, after "it" or "the file".
+inline constexpr char kRecordWithoutNumber[] = "holds a record without a number";
+
 /// Walks the notes of one file in file order without copying their texts. Records with an id of 0 or less are no notes
 /// and are passed over.
 class NoteFileReader {
@@ -25,7 +28,7 @@ public:
     /// The same from the bytes of a file.
     void OpenBytes(std::string diskBytes);
 
-    /// Goes to the next note; false behind the last one.
+    /// Goes to the next note; false after the last one.
     bool Next();
     /// Once Next has given false: goes on to what stands behind the last note, as if it were counted. False unless that
     /// is a whole note.
@@ -47,7 +50,7 @@ public:
     /// Once Next has given false: true if the notes aren't all that the file holds. It broke off, holds something
     /// behind its notes or a byte that cuts a text, or has records that are no notes.
     bool IsDamaged() const;
-    /// What is wrong with a damaged file, behind "it" or "the file".
+    /// What is wrong with a damaged file, after "it" or "the file".
     const char* DamageText() const;
     /// Once Next has given false: true if something stands behind the notes.
     bool HoldsMore() const;

@@ -132,7 +132,7 @@ std::vector<CNote> TakeUncounted(NoteFileReader& reader) {
 struct NoteStore::Arriving {
     LongList ids;  // in their order
     Guids guids;
-    IDs here;  // those that the file holds, as far as the index knows
+    Ids here;  // those that the file holds, as far as the index knows
 
     Arriving(const std::vector<CNote>& notes, const std::string& path, const NoteIndex& index) {
         for (const CNote& note : notes) {
@@ -153,7 +153,7 @@ struct NoteStore::HeldNotes {
         const auto shown = shownGuids.find(note.id);
         return shown == shownGuids.end() || shown->second == note.guid;
     }
-    bool SharesOneOf(const IDs& ids) const {
+    bool SharesOneOf(const Ids& ids) const {
         return std::any_of(shownGuids.begin(), shownGuids.end(),
                            [&](const auto& shown) { return ids.contains(shown.first); });
     }
@@ -161,30 +161,30 @@ struct NoteStore::HeldNotes {
     /// For each note the position of the incoming one that takes its place, otherwise kNone: the note of the same id
     /// and guid, or without one, for an id of `here`, the one that shows. Another note that bears the same number
     /// stays.
-    std::vector<size_t> Successors(const std::vector<CNote>& incoming, const IDs& here) const {
-        std::unordered_map<int32_t, size_t> byID;
+    std::vector<size_t> Successors(const std::vector<CNote>& incoming, const Ids& here) const {
+        std::unordered_map<int32_t, size_t> byId;
         for (size_t i = 0; i < incoming.size(); ++i)
-            byID[incoming[i].id] = i;
+            byId[incoming[i].id] = i;
         std::vector<size_t> successors(notes.size(), kNone);
-        IDs met;
+        Ids met;
         for (size_t i = 0; i < notes.size(); ++i) {
-            const auto hit = byID.find(notes[i].id);
-            if (hit == byID.end() || incoming[hit->second].guid != notes[i].guid)
+            const auto hit = byId.find(notes[i].id);
+            if (hit == byId.end() || incoming[hit->second].guid != notes[i].guid)
                 continue;
             successors[i] = hit->second;
             met.insert(notes[i].id);
         }
         for (size_t i = 0; i < notes.size(); ++i) {
             const int32_t id = notes[i].id;
-            if (const auto hit = byID.find(id);
-                hit != byID.end() && !met.contains(id) && here.contains(id) && IsShown(notes[i]))
+            if (const auto hit = byId.find(id);
+                hit != byId.end() && !met.contains(id) && here.contains(id) && IsShown(notes[i]))
                 successors[i] = hit->second;
         }
         return successors;
     }
     /// How many of some ids have a note that makes place.
-    size_t CountReplaced(const std::vector<size_t>& successors, const IDs& ids) const {
-        IDs replaced;
+    size_t CountReplaced(const std::vector<size_t>& successors, const Ids& ids) const {
+        Ids replaced;
         for (size_t i = 0; i < notes.size(); ++i) {
             if (successors[i] != kNone && ids.contains(notes[i].id))
                 replaced.insert(notes[i].id);
@@ -265,8 +265,8 @@ void NoteStore::MoveInIndex(const std::string& path, const LongList& ids, Saving
     }
 }
 
-NoteStore::IDsByFile NoteStore::GroupByFile(const LongList& ids) const {
-    IDsByFile byFile;
+NoteStore::IdsByFile NoteStore::GroupByFile(const LongList& ids) const {
+    IdsByFile byFile;
     for (const int32_t id : ids) {
         if (const std::string* const path = book_.index.FindPath(id))
             byFile[*path].insert(id);
@@ -282,7 +282,7 @@ LongList NoteStore::ChangeNotes(const LongList& ids, const std::function<bool(CN
     return failed;
 }
 
-LongList NoteStore::ChangeInFile(const std::string& path, const IDs& ids, const std::function<bool(CNote&)>& change) {
+LongList NoteStore::ChangeInFile(const std::string& path, const Ids& ids, const std::function<bool(CNote&)>& change) {
     HeldNotes held;
     if (!ReadForRewrite(path, {}, held))
         return LongList(std::vector<int32_t>(ids.begin(), ids.end()));
@@ -311,7 +311,7 @@ std::vector<CNote> NoteStore::DeleteNotes(const LongList& ids) {
 }
 
 /// Another note that bears one of the numbers stays.
-bool NoteStore::TakeFromFile(const std::string& path, const IDs& ids, std::vector<CNote>& taken) {
+bool NoteStore::TakeFromFile(const std::string& path, const Ids& ids, std::vector<CNote>& taken) {
     HeldNotes held;
     if (!ReadForRewrite(path, ids, held))
         return false;
@@ -324,7 +324,7 @@ bool NoteStore::TakeFromFile(const std::string& path, const IDs& ids, std::vecto
 /// Takes the copies that don't show out of the other files: they would come to light at the next load, once the one
 /// that shows has gone. Gives the notes that have none any more.
 LongList NoteStore::DropCopies(const LongList& ids) {
-    IDsByFile byFile;
+    IdsByFile byFile;
     for (const int32_t id : ids) {
         const std::string* const shown = book_.index.FindPath(id);
         for (const std::string& path : book_.index.HiddenPaths(id)) {
@@ -332,7 +332,7 @@ LongList NoteStore::DropCopies(const LongList& ids) {
                 byFile[path].insert(id);
         }
     }
-    IDs left;
+    Ids left;
     for (const auto& [path, here] : byFile) {
         HeldNotes held;
         if (!ReadForRewrite(path, {}, held) || !Write(path, held.notes))
@@ -349,7 +349,7 @@ LongList NoteStore::DropCopies(const LongList& ids) {
 /// False, and told, if writing the file anew would lose something: it can't be read, or no copy of it could be kept
 /// where one is needed. That is for a damaged file, and where one of the ids that are about to leave the file stands
 /// for several notes.
-bool NoteStore::ReadForRewrite(const std::string& path, const IDs& leaving, HeldNotes& held) {
+bool NoteStore::ReadForRewrite(const std::string& path, const Ids& leaving, HeldNotes& held) {
     NoteFileReader reader(context_);
     const FileResult result = reader.Open(path);
     if (result.Missing())
@@ -410,7 +410,7 @@ NoteStore::Mending NoteStore::MendFile(const std::string& path, const std::funct
 
 /// Takes out the copies of notes that other files show. Another note that bears the same number is no copy, and stays.
 void NoteStore::DropHiddenCopies(const std::string& path, std::vector<CNote>& notes) {
-    IDsByFile elsewhere;
+    IdsByFile elsewhere;
     for (const CNote& note : notes) {
         if (const std::string* const shown = book_.index.FindPath(note.id); shown && *shown != path)
             elsewhere[*shown].insert(note.id);
@@ -424,7 +424,7 @@ void NoteStore::DropHiddenCopies(const std::string& path, std::vector<CNote>& no
     });
 }
 
-void NoteStore::FindShownGuids(const std::string& path, const IDs& ids, Guids& guids) {
+void NoteStore::FindShownGuids(const std::string& path, const Ids& ids, Guids& guids) {
     NoteFileReader reader(context_);
     if (!reader.Open(path).Ok())
         return;

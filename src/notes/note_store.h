@@ -62,28 +62,28 @@ public:
 
 private:
     using NotesByFile = std::map<std::string, std::vector<CNote>>;
-    using IDs = std::unordered_set<int32_t>;
-    using IDsByFile = std::map<std::string, IDs>;
+    using Ids = std::unordered_set<int32_t>;
+    using IdsByFile = std::map<std::string, Ids>;
     using Guids = std::unordered_map<int32_t, std::string>;
     struct Arriving;
     struct HeldNotes;
 
     struct Saving {
         Place place;
-        IDsByFile leaving;  ///< notes that have moved, by their old files
+        IdsByFile leaving;  ///< notes that have moved, by their old files
         LongList failed;
     };
 
     bool PutIntoFile(const std::string& path, std::vector<CNote> incoming, Saving& saving);
     void MoveInIndex(const std::string& path, const LongList& ids, Saving& saving);
-    bool TakeFromFile(const std::string& path, const IDs& ids, std::vector<CNote>& taken);
-    LongList ChangeInFile(const std::string& path, const IDs& ids, const std::function<bool(CNote&)>& change);
-    IDsByFile GroupByFile(const LongList& ids) const;
+    bool TakeFromFile(const std::string& path, const Ids& ids, std::vector<CNote>& taken);
+    LongList ChangeInFile(const std::string& path, const Ids& ids, const std::function<bool(CNote&)>& change);
+    IdsByFile GroupByFile(const LongList& ids) const;
     LongList DropCopies(const LongList& ids);
-    bool ReadForRewrite(const std::string& path, const IDs& leaving, HeldNotes& held);
+    bool ReadForRewrite(const std::string& path, const Ids& leaving, HeldNotes& held);
     bool Keep(const std::string& path, const std::string& what, const std::string& reason);
     void DropHiddenCopies(const std::string& path, std::vector<CNote>& notes);
-    void FindShownGuids(const std::string& path, const IDs& ids, Guids& guids);
+    void FindShownGuids(const std::string& path, const Ids& ids, Guids& guids);
     bool Write(const std::string& path, const std::vector<CNote>& notes, const Guids& arriving = {});
     std::vector<bool> ShownIn(const std::string& path, const std::vector<CNote>& notes, const Guids& arriving) const;
     void Flush();

@@ -43,8 +43,8 @@ void WriteDatabase(RecordWriter* stream, const CDatabase& entry) {
 
 /// The main NoteBook if it fits, otherwise the first of the list that does.
 template <typename Fits>
-std::optional<CDatabase> FindWhere(const std::vector<CDatabase>& list, const std::string& localGuid, Fits fits) {
-    if (CDatabase main = MainNoteBook(localGuid); fits(main))
+std::optional<CDatabase> FindWhere(const std::vector<CDatabase>& list, const std::string& localGUID, Fits fits) {
+    if (CDatabase main = MainNoteBook(localGUID); fits(main))
         return main;
     const auto hit = std::find_if(list.begin(), list.end(), fits);
     return hit == list.end() ? std::nullopt : std::optional(*hit);
@@ -81,31 +81,31 @@ FileResult SaveDatabases(const std::filesystem::path& file, const std::vector<CD
     return SaveRecordFile(file, writer);
 }
 
-CDatabase MainNoteBook(const std::string& localGuid) {
+CDatabase MainNoteBook(const std::string& localGUID) {
     CDatabase main;
     main.id = kMainNoteBookID;
     main.name = kMainNoteBookName;
     main.folder = kMainNoteBookFolder;
-    main.guid = localGuid;
+    main.guid = localGUID;
     return main;
 }
 
-std::optional<CDatabase> FindByGuid(const std::vector<CDatabase>& list, const std::string& localGuid,
+std::optional<CDatabase> FindByGuid(const std::vector<CDatabase>& list, const std::string& localGUID,
                                     std::string_view guid) {
-    return FindWhere(list, localGuid, [&](const CDatabase& entry) { return entry.guid == guid; });
+    return FindWhere(list, localGUID, [&](const CDatabase& entry) { return entry.guid == guid; });
 }
 
-std::optional<CDatabase> FindById(const std::vector<CDatabase>& list, const std::string& localGuid, int32_t id) {
-    return FindWhere(list, localGuid, [&](const CDatabase& entry) { return entry.id == id; });
+std::optional<CDatabase> FindById(const std::vector<CDatabase>& list, const std::string& localGUID, int32_t id) {
+    return FindWhere(list, localGUID, [&](const CDatabase& entry) { return entry.id == id; });
 }
 
-std::optional<CDatabase> FindNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
+std::optional<CDatabase> FindNoteBook(const std::vector<CDatabase>& list, const std::string& localGUID,
                                       std::string_view text) {
     if (text.empty())
         return std::nullopt;
     for (const std::string CDatabase::*field : {&CDatabase::name, &CDatabase::folder, &CDatabase::guid}) {
         if (auto hit =
-                FindWhere(list, localGuid, [&](const CDatabase& entry) { return IsSameText(entry.*field, text); }))
+                FindWhere(list, localGUID, [&](const CDatabase& entry) { return IsSameText(entry.*field, text); }))
             return hit;
     }
     return std::nullopt;

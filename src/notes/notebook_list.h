@@ -44,13 +44,13 @@ FileResult LoadDatabases(const std::filesystem::path& file, const ReadContext& c
 FileResult SaveDatabases(const std::filesystem::path& file, const std::vector<CDatabase>& list);
 
 /// The record of the main NoteBook, whose guid is that of the installation.
-CDatabase MainNoteBook(const std::string& localGuid);
+CDatabase MainNoteBook(const std::string& localGUID);
 /// The NoteBook with exactly this guid (this id), the main one included.
-std::optional<CDatabase> FindByGuid(const std::vector<CDatabase>& list, const std::string& localGuid,
+std::optional<CDatabase> FindByGuid(const std::vector<CDatabase>& list, const std::string& localGUID,
                                     std::string_view guid);
-std::optional<CDatabase> FindById(const std::vector<CDatabase>& list, const std::string& localGuid, int32_t id);
+std::optional<CDatabase> FindById(const std::vector<CDatabase>& list, const std::string& localGUID, int32_t id);
 /// A NoteBook by what a user types: its name, its folder's name or its guid, tried in this order.
-std::optional<CDatabase> FindNoteBook(const std::vector<CDatabase>& list, const std::string& localGuid,
+std::optional<CDatabase> FindNoteBook(const std::vector<CDatabase>& list, const std::string& localGUID,
                                       std::string_view text);
 
 /// The two settings that decide which NoteBook opens.

@@ -31,6 +31,14 @@ struct OpenNoteBook {
     CSearchColorList colors;
     LongList notesWithoutSource;
 
+    /// A NoteBook of a data folder, of which nothing is loaded yet.
+    static OpenNoteBook At(const DataPaths& data, const CDatabase& database) {
+        OpenNoteBook book;
+        book.database = database;
+        book.paths = NoteBookPaths(data, database.folder);
+        return book;
+    }
+
     /// The number of notes in the NoteBook.
     size_t TotalNoteCount() const { return index.Count(); }
 };

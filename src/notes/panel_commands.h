@@ -12,6 +12,7 @@ namespace lore {
 /// The four panels, in the order of their tabs.
 enum class PanelKind { Categories, Sources, KeyWords, Colors };
 
+/// What a command of a panel does. "The notes" are those of the entry that its scope names.
 enum class PanelAction {
     Gather,           ///< the notes are added to the current list
     TakeOut,          ///< the notes leave the current list

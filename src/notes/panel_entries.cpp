@@ -12,6 +12,9 @@ namespace lore {
 
 namespace {
 
+/// What stands for the notes without a source.
+constexpr char kNoSourceName[] = "<NO_SOURCE>";
+
 PanelEntry& AddEntry(std::vector<PanelEntry>& entries, PanelValue value, std::string name, int parent = -1) {
     PanelEntry& entry = entries.emplace_back();
     entry.value = value;

@@ -13,9 +13,6 @@
 
 namespace lore {
 
-/// What stands for the notes without a source.
-inline constexpr char kNoSourceName[] = "<NO_SOURCE>";
-
 /// What an entry of a filter panel stands for.
 enum class PanelValue { Category, SourceGroup, Source, NoSource, KeyWord, Color };
 
@@ -27,7 +24,7 @@ struct PanelEntry {
     Rgb color = 0;     ///< of a colour
     int level = 0;
     int parent = -1;             ///< position of the parent, -1 at level 0
-    int end = 0;                 ///< one behind the last entry of its subtree
+    int end = 0;                 ///< one past the last entry of its subtree
     std::vector<int32_t> notes;  ///< all its notes; in a group a note stands once for each of its sources
     int inList = 0;              ///< how many of them stand in the current list
 };

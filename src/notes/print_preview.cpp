@@ -40,24 +40,21 @@ void PrintPreviewWriter::Add(const CNote& note, const std::vector<const CSource*
         WriteBibliographySource(&writer_, *source);
 }
 
-FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,
-                            std::vector<PrintNote>& notes, std::string* version, bool* whole) {
-    notes.clear();
+Loaded<PrintPreview> LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context) {
     std::unique_ptr<RecordReader> stream;
-    const FileResult result = OpenRecordFile(path, stream);
+    Loaded<PrintPreview> loaded;
+    loaded.file = OpenRecordFile(path, stream);
     if (!stream)
-        return result;
-    const std::string text = ReadCountedString(stream.get());
-    if (version)
-        *version = text;
-    ReadCounted(stream.get(), [&] {
-        ReadPrintNote(stream.get(), ParseDouble(text), context, notes.emplace_back());
+        return loaded;
+    auto& [version, notes] = loaded.value;
+    ReadCountedString(stream.get(), version);
+    ReadCounted(stream.get(), [&, number = ParseDouble(version)] {
+        ReadPrintNote(stream.get(), number, context, notes.emplace_back());
         if (notes.back().note.id <= 0)
             notes.pop_back();
     });
-    if (whole)
-        *whole = !stream->RanOut();
-    return result;
+    loaded.isWhole = !stream->RanOut();
+    return loaded;
 }
 
 }  // namespace lore

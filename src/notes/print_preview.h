@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "base/file_io.h"
+#include "base/loaded.h"
 #include "base/record_file.h"
 #include "bibliography/source.h"
 #include "notes/note.h"
@@ -31,9 +31,13 @@ private:
     RecordWriter writer_;
 };
 
-/// Empties the list and reads a hand-over file; notes and sources with an id of 0 or less are dropped. `version`, if
-/// given, is the text in front; `whole` becomes false if the file doesn't hold all that it promises.
-FileResult LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context,
-                            std::vector<PrintNote>& notes, std::string* version = nullptr, bool* whole = nullptr);
+/// What a hand-over file holds.
+struct PrintPreview {
+    std::string version;  ///< the text in front
+    std::vector<PrintNote> notes;
+};
+
+/// Reads a hand-over file; notes and sources with an id of 0 or less are dropped. More bytes may follow them.
+Loaded<PrintPreview> LoadPrintPreview(const std::filesystem::path& path, const ReadContext& context);
 
 }  // namespace lore

@@ -21,6 +21,7 @@ struct SearchResult {
     std::string displayRtf;       ///< the marked text, if asked for
 };
 
+/// What a search gives beside the ids, and how it may be stopped.
 struct SearchOptions {
     bool hits = true;  ///< false leaves the hits empty
     bool marked = false;

@@ -53,7 +53,7 @@ void FoldAscii(char* text, size_t length) {
     size_t at = 0;
     for (; at + sizeof block <= length; at += sizeof block) {
         std::memcpy(&block, text + at, sizeof block);
-        // Each sum reaches the high bit of its byte: from 'A' on, and behind 'Z'.
+        // Each sum reaches the high bit of its byte: from 'A' on, and after 'Z'.
         const uint64_t upper = (block + kOnes * (0x80 - 'A')) & ~(block + kOnes * (0x7F - 'Z')) & (kOnes * 0x80);
         block |= upper >> 2;
         std::memcpy(text + at, &block, sizeof block);

@@ -7,7 +7,7 @@
 namespace lore {
 
 /// The sort numbers. They stand in the settings; never change.
-enum NoteSortId : int32_t {
+enum NoteSortID : int32_t {
     kDateAddedUp = 701,
     kDateChangedUp = 702,
     kSourceUp = 703,

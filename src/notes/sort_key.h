@@ -15,7 +15,7 @@ struct SortGroup {
         Reserved,  ///< a path of the reserved category, which takes turns with None
     };
     uint32_t firstLevel = 0, levelCount = 0;  ///< where its levels stand in SortKeys::levels
-    bool openEnd = false;                     ///< neither before nor behind longer ones that begin with its levels
+    bool openEnd = false;                     ///< neither before nor after longer ones that begin with its levels
     Kind kind = Kind::Plain;
 };
 

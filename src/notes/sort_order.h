@@ -19,7 +19,7 @@ std::span<const NoteSortChoice> NoteSortChoices();
 
 /// The notes in the order of a sort number, as positions in `notes`. The order is that of picking the extreme note
 /// again and again, where a later note wins over an equal one: equal notes come out in reverse. Notes beyond the last
-/// date or text that the order knows (an invalid date, a citation behind 23 letters z) follow behind the others in list
+/// date or text that the order knows (an invalid date, a citation after 23 letters z) come after the others in list
 /// order. Takes n log n steps.
 std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sortId);
 

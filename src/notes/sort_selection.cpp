@@ -171,7 +171,7 @@ public:
 
     Numbers Order() {
         std::vector<Place> places = Places();
-        // A list that is sorted again, behind a save, is in order but for one note and its equal ones.
+        // A list that is sorted again, after a save, is in order but for one note and its equal ones.
         ReverseEqualRuns(places,
                          [this](const Place& a, const Place& b) { return a.date == b.date && Compare(a, b) == 0; });
         SortNearlySorted(places, [this](const Place& a, const Place& b) {

@@ -30,7 +30,7 @@ public:
     void Take(NotePlace place, int32_t noteId, std::string_view rtfText) override;
     void EndFile(size_t file) override;
     void Finish(const std::vector<ShownNote>& shown) override;
-    /// Behind a load: the full path of each of its files, in the order of LoadReport::files.
+    /// After a load: the full path of each of its files, in the order of LoadReport::files.
     void Attach(const std::vector<std::string>& paths);
 
     /// Takes the texts of a file that was written in place of those that it had. `shown` says which of its notes show;

@@ -20,11 +20,13 @@ struct ValidationInfo {
     bool IsValidSubcription = false;  ///< spelled as on the wire
 };
 
+/// An online NoteBook as the service names it.
 struct NoteBookInfo {
     int32_t databaseID = 0;  ///< of the online NoteBook; 0 or below if there is none
     std::string name;
 };
 
+/// The online NoteBooks of an account, which a list or the making of one answers with.
 struct NoteBooksInfo {
     int32_t newNoteBookID = 0;  ///< of a NoteBook just made; 0 or below on failure
     bool foundUser = false;     ///< there is an account with the GUID

@@ -120,7 +120,7 @@ private:
         parser_->body_limit(mostBody_);
         // One that grows holds its bytes twice; what isn't used takes no room.
         parser_->get().body().reserve(mostBody_);
-        parser_->eager(false);  // an eager one goes on behind a length over its limit
+        parser_->eager(false);  // an eager one goes on after a length over its limit
     }
     bool Fail(HttpFailure failure) {
         reply.failure = failure;

@@ -10,11 +10,11 @@ namespace lore {
 /// The dialog "Select Online NoteBook": the NoteBooks of the account, one of which may be selected.
 class OnlineNoteBookChoice {
 public:
-    /// `selectedId` names the one to begin with; an id that isn't there selects none.
-    OnlineNoteBookChoice(OnlineWorld world, std::vector<NoteBookInfo> noteBooks, int32_t selectedId,
+    /// `selectedID` names the one to begin with; an id that isn't there selects none.
+    OnlineNoteBookChoice(OnlineWorld world, std::vector<NoteBookInfo> noteBooks, int32_t selectedID,
                          bool onlyUnlinkedNoteBooks)
         : world_(std::move(world)), noteBooks_(std::move(noteBooks)), onlyUnlinked_(onlyUnlinkedNoteBooks) {
-        SelectId(selectedId);
+        SelectId(selectedID);
     }
 
     const std::vector<NoteBookInfo>& NoteBooks() const { return noteBooks_; }

@@ -37,7 +37,7 @@ auto CallService(const OnlineWorld& world, const std::string& text, Call call) {
     return called;
 }
 
-/// The same, and the progress is hidden behind it. A failure is told.
+/// The same, and the progress is hidden after it. A failure is told.
 template <typename Call>
 auto CallServiceOnce(const OnlineWorld& world, const std::string& text, Call call) {
     auto called = CallService(world, text, std::move(call));

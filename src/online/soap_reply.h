@@ -21,6 +21,7 @@ struct SoapShape {
     std::vector<std::string_view> itemFields = {};
 };
 
+/// The result of an operation, as far as its SoapShape asks for it.
 struct SoapResult {
     std::string text;  ///< of a result without fields
     SoapFields fields;

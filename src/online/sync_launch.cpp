@@ -43,7 +43,7 @@ std::optional<std::string> LaunchSyncer(ProcessLauncher& launcher, std::string_v
 
 int32_t NextCategoryId(const CProCategoryList& categories, const Settings& settings) {
     int highest = settings.Int(Option::MaxCategoryID);
-    return categories.NewID(highest);
+    return categories.NewId(highest);
 }
 
 const char* AskToRunSync(Prompts& prompts) {

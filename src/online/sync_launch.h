@@ -28,7 +28,7 @@ struct SyncPlace {
     int32_t nextCategoryId = 1;
 };
 
-/// Behind the program's own path: command, SyncGUID, LocalGUID, absolute folder of the data, program folder with a
+/// After the program's own path: command, SyncGUID, LocalGUID, absolute folder of the data, program folder with a
 /// separator at its end, the next free ids of notes and categories, the version of the data.
 std::vector<std::string> SyncArguments(std::string_view command, const Settings& settings, const SyncPlace& place);
 
@@ -36,10 +36,10 @@ std::vector<std::string> SyncArguments(std::string_view command, const Settings&
 std::optional<std::string> LaunchSyncer(ProcessLauncher& launcher, std::string_view command, const Settings& settings,
                                         const SyncPlace& place);
 
-/// The next free category id: behind the highest one in use or given out. No forest needs to be loaded.
+/// The next free category id: after the highest one in use or given out. No forest needs to be loaded.
 int32_t NextCategoryId(const CProCategoryList& categories, const Settings& settings);
 
-/// "Run Sync": asks whether to restart behind the sync. The command to launch, or null to do nothing.
+/// "Run Sync": asks whether to restart after the sync. The command to launch, or null to do nothing.
 const char* AskToRunSync(Prompts& prompts);
 
 /// Whether a start runs a sync in place of the program, and whether a close runs one. `request` is the command line;

@@ -10,6 +10,7 @@ namespace lore {
 /// Says that no account is engaged.
 void TellSyncNotEngaged(Prompts& prompts);
 
+/// What became of an attempt to engage an account. Whatever it is, the user has been told.
 enum class EngageOutcome {
     InvalidGuid,  ///< the text is to be corrected
     Failed,       ///< the service isn't set up or didn't answer: nothing has changed
@@ -24,7 +25,7 @@ public:
 
     /// The line that tells which account is engaged.
     std::string HeadLine() const;
-    const std::string& SyncGuid() const { return world_.settings.Text(Option::SyncGUID); }
+    const std::string& SyncGUID() const { return world_.settings.Text(Option::SyncGUID); }
     bool SyncAtStart() const { return world_.settings.IsOne(Option::SyncAtStart); }
     bool SyncAtClose() const { return world_.settings.IsOne(Option::SyncAtClose); }
 

@@ -10,21 +10,18 @@
 
 namespace lore {
 
-std::optional<DataLock> DataLock::Take(const std::filesystem::path& dataRoot, const std::string& name, int& error) {
-    error = MakeFolders(dataRoot).error;
-    if (error != 0)
-        return std::nullopt;
+LockAttempt DataLock::Take(const std::filesystem::path& dataRoot, const std::string& name) {
+    if (const FileResult made = MakeFolders(dataRoot); !made.Ok())
+        return {{}, made};
     // Whoever may write in the folder may take the lock.
     const int file = ::open((dataRoot / name).c_str(), O_RDWR | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (file < 0) {
-        error = errno;
-        return std::nullopt;
-    }
+    if (file < 0)
+        return {{}, {errno}};
     if (::flock(file, LOCK_EX | LOCK_NB) == 0)
-        return DataLock(file);
-    error = errno == EWOULDBLOCK ? 0 : errno;
+        return {DataLock(file), {}};
+    const FileResult failure{errno == EWOULDBLOCK ? 0 : errno};
     ::close(file);
-    return std::nullopt;
+    return {{}, failure};
 }
 
 DataLock::DataLock(DataLock&& other) noexcept : file_(std::exchange(other.file_, -1)) {}

@@ -20,7 +20,7 @@ namespace {
 
 constexpr char kNoCopy[] = "a copy of the settings could not be written there";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr char kNoText[] = "it isn't a text in UTF-8; store it as one, or put a copy of it back";
+constexpr char kNoText[] = "it isn't UTF-8 text; store it as such, or put a copy of it back";
 constexpr char kUnfit[] = "it isn't in the form of a settings file; put a copy of it back";
 
 QString KeyOf(const std::string& section, const std::string& key) {
@@ -61,7 +61,7 @@ bool IsRemark(std::string_view line) {
 }
 
 /// What the library reads whole: it would end a text at a byte that is no UTF-8, a byte order mark spoils what it
-/// writes, and of remarks it knows only those behind a ";".
+/// writes, and of remarks it knows only those after a ";".
 std::string AsLibraryReads(std::string_view bytes) {
     bytes = WithoutMark(bytes);
     if (IsValidUtf8(bytes) && bytes.find('#') == bytes.npos)

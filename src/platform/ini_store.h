@@ -17,7 +17,7 @@ class QString;
 namespace lore {
 
 /// The settings store as an INI file. Reading never creates or changes the file. What was set waits for Flush, which
-/// puts it into what the file holds by then and replaces the file as a whole. What other processes wrote shows behind a
+/// puts it into what the file holds by then and replaces the file as a whole. What other processes wrote shows after a
 /// Flush. A line that isn't UTF-8 is Windows-1252; a byte order mark, and lines that begin with "#" or ";", are passed
 /// over, and go with the next write. A file that could not be read, or isn't one of settings, is never written.
 class IniStore : public SettingsStore {

@@ -8,7 +8,7 @@
 
 namespace lore {
 
-/// Prints faults to standard error, behind the name of the program, and remembers that there was one. `show` makes each
+/// Prints faults to standard error, after the name of the program, and remembers that there was one. `show` makes each
 /// text of a fault one to print.
 class PrintedFaults : public FaultNotice {
 public:

@@ -4,6 +4,7 @@
 
 namespace lore {
 
+/// The only source of "now" in the core, so that tests can set it.
 class Clock {
 public:
     virtual ~Clock() = default;

@@ -25,10 +25,16 @@ public:
     virtual void Mended(const std::string& what, const std::string& path) = 0;
 };
 
-/// Hands faults on, and sets `any` before it does, unless it is a notice.
+/// Hands faults on, and notes before it does that there was one, unless it is a notice.
 class HeardFaults : public FaultNotice {
 public:
+    explicit HeardFaults(FaultNotice& next) : HeardFaults(next, own_) {}
+    /// Notes it in a flag that outlives this.
     HeardFaults(FaultNotice& next, bool& any) : next_(next), any_(any) {}
+    HeardFaults(const HeardFaults&) = delete;
+    HeardFaults& operator=(const HeardFaults&) = delete;
+
+    bool Any() const { return any_; }
     void Tell(const Fault& fault) override {
         any_ = any_ || !fault.isNotice;
         next_.Tell(fault);
@@ -37,6 +43,7 @@ public:
 
 private:
     FaultNotice& next_;
+    bool own_ = false;
     bool& any_;
 };
 

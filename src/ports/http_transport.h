@@ -28,6 +28,7 @@ enum class HttpFailure {
     Stopped,      ///< the user asked to stop
 };
 
+/// What came back. With a failure nothing else counts.
 struct HttpReply {
     HttpFailure failure = HttpFailure::None;
     int status = 0;    ///< 200 and so on; 0 with a failure

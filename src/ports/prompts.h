@@ -6,6 +6,9 @@
 
 namespace lore {
 
+/// The filter under which pickers offer export archives.
+inline constexpr char kArchiveFilter[] = "Lorebinder Export Files (*.lbe) |*.lbe|";
+
 enum class PromptIcon { None, Information, Warning, Question, Error };
 enum class PromptAnswer { Yes, No, Cancel };
 enum class PathCount { One, Several };

@@ -43,13 +43,18 @@ HandOver ReadHandOver(const std::filesystem::path& path, const ReadContext& cont
         read.problem = name + " holds neither a bibliography nor notes to print." + kMakeAgain;
         return read;
     }
-    bool whole = false;
+    bool isWhole = false;
     read.isBibliography = kind == Kind::Bibliography;
-    if (read.isBibliography)
-        LoadBibliography(path, context, read.sources, whole);
-    else
-        LoadPrintPreview(path, context, read.notes, nullptr, &whole);
-    if (!whole)
+    if (read.isBibliography) {
+        auto loaded = LoadBibliography(path, context);
+        isWhole = loaded.ReadWhole();
+        read.sources = std::move(loaded.value);
+    } else {
+        auto loaded = LoadPrintPreview(path, context);
+        isWhole = loaded.ReadWhole();
+        read.notes = std::move(loaded.value.notes);
+    }
+    if (!isWhole)
         read.problem = name + " is damaged: it breaks off before its end." + kMakeAgain;
     else if (read.sources.Count() == 0 && read.notes.empty())
         read.problem = name + " holds nothing to print." + kMakeAgain;

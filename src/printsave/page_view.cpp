@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/look/announce.h"
+#include "ui/look/focus_child.h"
 #include "ui/look/theme_look.h"
 
 namespace lore {
@@ -30,6 +32,7 @@ PageView::PageView(const ThemeLook& theme, QWidget* parent)
 void PageView::Show(ShownPages pages) {
     pages_ = std::move(pages);
     asked_.clear();
+    read_ = {};
     for (const int page : pictures_.keys())
         pictures_.object(page)->scale = 0;
     current_ = std::clamp(current_, 0, std::max(pages_.count - 1, 0));
@@ -79,6 +82,7 @@ void PageView::SetArrangement(Arrangement arrangement) {
 void PageView::SetZoom(double zoom) {
     fit_ = FitKind::None;
     ChangeZoom(zoom);
+    TellZoom();
 }
 
 void PageView::Fit(FitKind kind) {
@@ -86,6 +90,11 @@ void PageView::Fit(FitKind kind) {
     ApplyFit();
     LayOut();
     SetCurrentPage(CurrentPage());
+    TellZoom();
+}
+
+void PageView::TellZoom() {
+    Announce(*this, tr("Zoom %1%").arg(qRound(zoom_ * 100)));
 }
 
 void PageView::ApplyFit() {
@@ -165,10 +174,27 @@ void PageView::SetCurrentPage(int page) {
     goes_ = true;
     verticalScrollBar()->setValue(verticalScrollBar()->value() + SheetRect(wanted).top() - kGap);
     goes_ = false;
-    if (wanted == current_)
+    MakeCurrent(wanted);
+}
+
+void PageView::MakeCurrent(int page) {
+    if (page == current_)
         return;
-    current_ = wanted;
+    current_ = page;
+    if (hasFocus())
+        TellFocusChild(*this, current_);
     emit CurrentPageChanged();
+}
+
+QString PageView::PageName(int page) const {
+    return pages_.isWhole ? tr("Page %1 of %2").arg(page).arg(pages_.count)
+                          : tr("Page %1 \u2013 more are being laid out").arg(page);
+}
+
+QString PageView::PageText(int page) const {
+    if (read_.first != page && pages_.text)
+        read_ = {page, pages_.text(page - 1)};
+    return read_.second;
 }
 
 void PageView::paintEvent(QPaintEvent* event) {
@@ -201,11 +227,12 @@ void PageView::scrollContentsBy(int, int) {
     viewport()->update();
     if (goes_)
         return;
-    const int middle = PageAt(verticalScrollBar()->value() + viewport()->height() / 2);
-    if (middle == current_)
-        return;
-    current_ = middle;
-    emit CurrentPageChanged();
+    MakeCurrent(PageAt(verticalScrollBar()->value() + viewport()->height() / 2));
+}
+
+void PageView::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    TellFocusChildSoon(*this);
 }
 
 void PageView::wheelEvent(QWheelEvent* event) {

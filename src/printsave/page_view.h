@@ -16,6 +16,8 @@ struct ShownPages {
     QSizeF paper;  ///< in pixels at zoom 1
     /// Is to draw a page (from 0) at a scale, and to hand the picture to PageView::Take, now or later.
     std::function<void(int page, double scale)> draw = {};
+    std::function<QString(int page)> text = {};  ///< what stands on a page, from 0
+    bool isWhole = true;                         ///< false: more pages are being laid out
 };
 
 /// Sheets of paper one below the other, next to each other in pairs, or many at a glance. Only what is seen is drawn,
@@ -46,6 +48,13 @@ public:
     /// From 1: the page gone to, or after scrolling the one in the middle.
     int CurrentPage() const { return current_ + 1; }
     void SetCurrentPage(int page);
+    int PageCount() const { return pages_.count; }
+    /// "Page 2 of 38"; all pages from 1.
+    QString PageName(int page) const;
+    // For screen readers.
+    /// What stands on a page, and where it lies on the viewport.
+    QString PageText(int page) const;
+    QRect PageRect(int page) const { return SheetRect(page - 1); }
     /// The pages in sight: first and last, from 1.
     std::pair<int, int> VisiblePages() const;
     /// For tests: true if all of them stand there as they are.
@@ -58,6 +67,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    void focusInEvent(QFocusEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -72,6 +82,8 @@ private:
     void ApplyFit();
     /// Takes a zoom and keeps the place.
     void ChangeZoom(double zoom);
+    void TellZoom();
+    void MakeCurrent(int page);
     void LayOut();
     int CellOf(int page) const;
     QSize SheetSize() const;
@@ -88,7 +100,8 @@ private:
     double zoom_ = 1;
     int columns_ = 1;
     int current_ = 0;
-    bool goes_ = false;  ///< scrolls to a page
+    bool goes_ = false;                     ///< scrolls to a page
+    mutable std::pair<int, QString> read_;  ///< the page that was read last, from 1, and its text
     QCache<int, Picture> pictures_;
     QHash<int, double> asked_;  ///< pages that are drawn at the moment, with their scales
 };

@@ -22,10 +22,13 @@
 
 #include "base/file_io.h"
 #include "platform/printed_faults.h"
+#include "printsave/page_accessible.h"
 #include "printsave/page_view.h"
 #include "printsave/page_worker.h"
 #include "printsave/stored_paper.h"
 #include "settings/settings.h"
+#include "ui/controls/dialog_parts.h"
+#include "ui/look/announce.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/look/theme_tool_bar.h"
@@ -103,6 +106,7 @@ PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, Settings
     if (isBibliography)
         font_ = static_cast<size_t>(std::clamp<int>(stored, 0, std::size(kBibliographyFonts) - 1));
     MakeCommands();
+    InstallPageAccessibility();
     preview_ = new PageView(theme_, this);
     preview_->setObjectName("preview");
     preview_->setAccessibleName(tr("Pages"));
@@ -112,6 +116,7 @@ PreviewWindow::PreviewWindow(ContentSource content, const Theme& theme, Settings
     page_->setContentsMargins(kSpace * 2, 0, kSpace * 2, 0);
     statusBar()->setSizeGripEnabled(false);
     statusBar()->addPermanentWidget(page_);
+    connect(statusBar(), &QStatusBar::messageChanged, this, [this](const QString& text) { Announce(*this, text); });
     connect(preview_, &PageView::CurrentPageChanged, this, &PreviewWindow::ShowPage);
     connect(&theme_, &Theme::Changed, preview_->viewport(), qOverload<>(&QWidget::update));
     if (source_.makeWhole) {
@@ -195,7 +200,7 @@ void PreviewWindow::MakeFontChoice(QMenuBar& bar) {
     QMenu& menu = *bar.addMenu(tr("F&ont"));
     fonts_ = new QComboBox(this);
     fonts_->setObjectName("fonts");
-    fonts_->setAccessibleName(tr("Font"));
+    NameBox(*fonts_, tr("Font"));
     auto* const group = new QActionGroup(this);
     for (const BibliographyFont& font : kBibliographyFonts) {
         const int number = fonts_->count();
@@ -248,20 +253,28 @@ void PreviewWindow::LayOut() {
     }
     content_ = std::make_shared<const PrintContent>(source_.beginning.InFont(font_));
     text_ = std::make_unique<PagedText>(QString::fromStdString(content_->Html()), paper_);
-    preview_->Show({text_->PageCount(), text_->PaperSize(), [this](int page, double scale) {
-                        preview_->Take(page, scale, PictureOfPage(*text_, page, scale));
-                    }});
+    const auto draw = [this](int page, double scale) {
+        preview_->Take(page, scale, PictureOfPage(*text_, page, scale));
+    };
+    const auto read = [this](int page) { return text_->TextOfPage(page); };
+    preview_->Show({text_->PageCount(), text_->PaperSize(), draw, read, IsWhole()});
     ShowPage();
 }
 
 void PreviewWindow::ShowWhole() {
     content_ = worker_->Content();
-    preview_->Show(
-        {worker_->PageCount(), text_->PaperSize(), [this](int page, double scale) { worker_->Draw(page, scale); }});
+    const auto draw = [this](int page, double scale) { worker_->Draw(page, scale); };
+    const auto read = [this](int page) {
+        QString text;
+        worker_->Run([&text, page](const PagedText& pages) { text = pages.TextOfPage(page); });
+        return text;
+    };
+    preview_->Show({worker_->PageCount(), text_->PaperSize(), draw, read});
     if (place_ > preview_->CurrentPage())
         preview_->SetCurrentPage(place_);
     place_ = 1;
     ShowPage();
+    Announce(*preview_, page_->text());  // how many there are, whatever has the focus
 }
 
 void PreviewWindow::Finish() {
@@ -368,8 +381,9 @@ void PreviewWindow::GoToPage(int page) {
 
 void PreviewWindow::ShowPage() {
     const int page = preview_->CurrentPage();
-    page_->setText(IsWhole() ? tr("Page %1 of %2").arg(page).arg(PageCount())
-                             : tr("Page %1 \u2013 more are being laid out").arg(page));
+    page_->setText(preview_->PageName(page));
+    if (!preview_->hasFocus())
+        Announce(*preview_, page_->text());
     previous_->setEnabled(page > 1);
     next_->setEnabled(page < PageCount() || !IsWhole());
 }

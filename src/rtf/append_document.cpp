@@ -12,7 +12,7 @@ public:
     Appender(DocumentBuilder& builder, const Document& document, int32_t firstList)
         : builder_(builder), document_(document), firstList_(firstList), nextList_(firstList) {}
 
-    /// Gives the number behind all lists.
+    /// Gives the number after all lists.
     int32_t Run() {
         for (size_t i = 0; i < document_.paragraphs.size(); ++i) {
             for (const TextRun& run : RunsOf(document_, i))

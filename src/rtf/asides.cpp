@@ -34,12 +34,12 @@ bool BeginsWord(char c) {
 }  // namespace
 
 void Asides::Begin(size_t depth) {
-    if (open_.empty() || open_.back().depth != depth)
+    if (!BeginsAt(depth))
         open_.push_back({depth});
 }
 
 bool Asides::End(size_t depth) {
-    if (open_.empty() || open_.back().depth != depth)
+    if (!BeginsAt(depth))
         return false;
     const bool hasText = open_.back().hasText;
     open_.pop_back();

@@ -15,6 +15,8 @@ class Asides {
 public:
     /// The group of that depth is one from here on.
     void Begin(size_t depth);
+    /// Whether the group of that depth is one, not a group around it or within.
+    bool BeginsAt(size_t depth) const { return !open_.empty() && open_.back().depth == depth; }
     /// A group closes: true if a bracket has to close with it.
     bool End(size_t depth);
     /// The end of the file ends one after the other.

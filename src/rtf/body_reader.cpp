@@ -41,7 +41,7 @@ BodyReader::BodyReader(std::string_view rtf) : tokens_(DocumentIn(rtf)) {
 void BodyReader::Read() {
     while (Step()) {
     }
-    FlushPending();
+    FlushHalf(halfBegin_);
     while (asides_.IsWithin()) {
         if (asides_.EndLast())
             Insert("]", Source().size());
@@ -53,9 +53,18 @@ bool BodyReader::Step() {
     const Token& token = tokens_.Next();
     if (fallback_ > 0 && SkipAsFallback(token))
         return true;
-    EndPending(token);
-    const bool fresh = std::exchange(fresh_, false);
-    const bool starred = std::exchange(starred_, false);
+    if (!part_.empty())
+        EndPart(token);
+    const bool opens = token.kind == TokenKind::Open;
+    const bool isStar = token.kind == TokenKind::Symbol && token.byte == '*';
+    const bool goesOn = ActOn(token);
+    fresh_ = opens || (fresh_ && isStar);
+    starred_ = isStar;
+    return goesOn;
+}
+
+/// False at the end of the document.
+bool BodyReader::ActOn(const Token& token) {
     switch (token.kind) {
         case TokenKind::End:
             return false;
@@ -77,22 +86,16 @@ bool BodyReader::Step() {
             OnBinary(Current().destination, token.text);
             return true;
         case TokenKind::Symbol:
-            if (!part_.empty()) {
-                AddByte(token);
-                return true;
-            }
-            fresh_ = fresh && token.byte == '*';
             ActOnSymbol(token);
             return true;
         case TokenKind::Word:
-            ActOn(token, fresh, starred);
+            ActOnWord(token);
             return true;
     }
     return true;
 }
 
 void BodyReader::Open(const Token& token) {
-    fresh_ = true;
     if (groups_.size() > kMostLevels) {
         ++levelsBeyond_;
         tooDeepAt_ = token.begin;
@@ -113,6 +116,8 @@ bool BodyReader::Close(const Token& token) {
     }
     if (groups_.size() == 1)
         return false;
+    if (highSurrogate_ != 0 && (groups_.back().symbol != 0 || ClosesPlace()))
+        FlushHalf(halfBegin_);
     Group closed = groups_.back();
     if (closed.symbol != 0 && closed.shownBefore == shown_)
         EmitCharacter(closed.symbol, token.begin, token.begin);
@@ -133,22 +138,27 @@ bool BodyReader::Close(const Token& token) {
     return true;
 }
 
+/// Whether text goes elsewhere behind the group that closes.
+bool BodyReader::ClosesPlace() const {
+    return !IsSamePlace(groups_.back(), groups_[groups_.size() - 2]) || asides_.BeginsAt(groups_.size());
+}
+
 void BodyReader::EndInstruction() {
     OnInstruction(instruction_);
     groups_.back().symbol = FieldSymbol(instruction_);
     groups_.back().shownBefore = shown_;
 }
 
-void BodyReader::ActOn(const Token& token, bool fresh, bool starred) {
-    if (token.word == nullptr || (starred && token.word->group != WordGroup::Destination)) {
-        if (starred)
-            PassOver(fresh && Shows());
+void BodyReader::ActOnWord(const Token& token) {
+    if (token.word == nullptr || (starred_ && token.word->group != WordGroup::Destination)) {
+        if (starred_)
+            PassOver(fresh_ && Shows());
         return;
     }
     const ControlWord& word = *token.word;
     switch (word.group) {
         case WordGroup::Destination:
-            Enter(word, token, fresh);
+            Enter(word, token);
             return;
         case WordGroup::Character:
             EmitCharacter(static_cast<char32_t>(word.value), token.begin, token.end);
@@ -199,13 +209,13 @@ void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
             break;
         case Word::Plain:
             group.font = defaultFont_;
-            group.hidden = group.deleted = false;
+            SetUnshown(false, false);
             break;
         case Word::Hidden:
-            group.hidden = on;
+            SetUnshown(on, group.deleted);
             return;
         case Word::Deleted:
-            group.deleted = on;
+            SetUnshown(group.hidden, on);
             return;
         case Word::Charset:
             fontPages_.SetDocumentPage(word.value);
@@ -225,8 +235,17 @@ void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
     OnWord(word, token);
 }
 
+void BodyReader::SetUnshown(bool hidden, bool deleted) {
+    Group& group = groups_.back();
+    if (group.hidden != hidden || group.deleted != deleted)
+        FlushHalf(halfBegin_);
+    group.hidden = hidden;
+    group.deleted = deleted;
+}
+
 void BodyReader::ActOnTableFont(const ControlWord& word, const Token& token) {
     if (word.word == Word::Font) {
+        FlushHalf(halfBegin_);
         EndUnendedFont();
         tableFont_ = token.parameter;
     } else if (word.word == Word::FontCharset) {
@@ -266,9 +285,6 @@ void BodyReader::EndFont() {
 
 void BodyReader::ActOnSymbol(const Token& token) {
     switch (token.byte) {
-        case '*':
-            starred_ = true;
-            return;
         case '\\':
         case '{':
         case '}':
@@ -288,7 +304,7 @@ void BodyReader::ActOnSymbol(const Token& token) {
     }
 }
 
-void BodyReader::Enter(const ControlWord& word, const Token& token, bool fresh) {
+void BodyReader::Enter(const ControlWord& word, const Token& token) {
     const auto destination = static_cast<Destination>(word.value);
     if (destination == Destination::Same) {
         OnWord(word, token);
@@ -298,66 +314,57 @@ void BodyReader::Enter(const ControlWord& word, const Token& token, bool fresh) 
         PassOver(false);
     // The document's own group stays body text, whatever a damaged header says.
     else if (groups_.size() > 2)
-        EnterNew(destination, token.begin, fresh);
+        EnterNew(destination, token.begin);
 }
 
-void BodyReader::EnterNew(Destination destination, size_t begin, bool fresh) {
-    Group& group = groups_.back();
-    const bool inBody = group.destination == Destination::Body;
+void BodyReader::EnterNew(Destination destination, size_t begin) {
+    // What is passed over parts no character.
+    if (destination != Destination::Skip && destination != Destination::Keep)
+        FlushHalf(halfBegin_);
     switch (destination) {
         case Destination::AnsiTwin:
-            group.outsideTwin = group.destination;
-            group.destination = destination;
-            return;
         case Destination::UnicodeTwin:
-            if (group.destination == Destination::AnsiTwin)
-                group.destination = group.outsideTwin;
-            return;
+            return EnterTwin(destination);
         case Destination::NewPicture:
-            hasNewPicture_ = hasNewPicture_ || IsReadByAll(group.destination);
-            return;
         case Destination::OldPicture:
-            if (!IsReadByAll(group.destination) || std::exchange(hasNewPicture_, false))
-                PassOver(false);
-            return;
         case Destination::Picture:
-            EnterPicture();
-            return;
+            return EnterPicture(destination);
         case Destination::Shape:
         case Destination::Object:
-            if (inBody && (!Shows() || group.isResult))
-                return PassOver(fresh);
-            [[fallthrough]];
         case Destination::FontTable:
         case Destination::RowProperties:
-            if (inBody && !group.isResult)
-                EnterObject(destination, begin, fresh);
-            return;
+            return EnterObject(destination, begin);
         case Destination::Aside:
         case Destination::Result:
-            EnterAside(destination);
-            return;
-        case Destination::FieldInstruction:
-            if (!inBody)
-                return PassOver(false);
-            instruction_.clear();
-            group.destination = destination;
-            return;
+            return EnterAside(destination);
         default:
-            if (inBody && OnEnter(destination))
-                group.destination = destination;
-            else
-                PassOver(fresh && destination == Destination::Keep && Shows());
+            return EnterOther(destination);
     }
 }
 
-void BodyReader::EnterObject(Destination destination, size_t begin, bool fresh) {
+void BodyReader::EnterTwin(Destination destination) {
     Group& group = groups_.back();
+    if (destination == Destination::AnsiTwin) {
+        group.outsideTwin = group.destination;
+        group.destination = destination;
+    } else if (group.destination == Destination::AnsiTwin) {
+        group.destination = group.outsideTwin;
+    }
+}
+
+void BodyReader::EnterObject(Destination destination, size_t begin) {
+    Group& group = groups_.back();
+    if (group.destination != Destination::Body)
+        return;
+    const bool isDrawn = destination == Destination::Object || destination == Destination::Shape;
+    if (isDrawn && (group.isResult || !Shows()))
+        return PassOver(fresh_);
+    if (group.isResult)
+        return;
     OnEnter(destination);
     group.destination = destination;
     // What stands before the word in its group is text of the body.
-    group.begin = fresh ? group.begin : begin;
-    const bool isDrawn = destination == Destination::Object || destination == Destination::Shape;
+    group.begin = fresh_ ? group.begin : begin;
     group.inShape = group.inShape || isDrawn;
     group.inResult = group.inResult && !isDrawn;
     shown_ += isDrawn ? 1 : 0;
@@ -378,18 +385,39 @@ void BodyReader::EnterAside(Destination destination) {
     asides_.Begin(groups_.size());
 }
 
-void BodyReader::EnterPicture() {
+void BodyReader::EnterPicture(Destination destination) {
     Group& group = groups_.back();
+    if (destination == Destination::NewPicture) {
+        hasNewPicture_ = hasNewPicture_ || IsReadByAll(group.destination);
+        return;
+    }
+    if (destination == Destination::OldPicture) {
+        if (!IsReadByAll(group.destination) || std::exchange(hasNewPicture_, false))
+            PassOver(false);
+        return;
+    }
     const bool inPlace = group.destination == Destination::Body || group.destination == Destination::Object ||
                          group.destination == Destination::Shape;
     const bool shown = inPlace && !group.hidden && !group.deleted;
     if (shown)
         afterParagraph_ = false;
     shown_ += group.destination == Destination::Body && !group.inResult ? 1 : 0;
-    if (shown && OnEnter(Destination::Picture))
-        group.destination = Destination::Picture;
+    if (shown && OnEnter(destination))
+        group.destination = destination;
     else
         PassOver(false);
+}
+
+void BodyReader::EnterOther(Destination destination) {
+    Group& group = groups_.back();
+    const bool inBody = group.destination == Destination::Body;
+    const bool isInstruction = destination == Destination::FieldInstruction;
+    if (isInstruction && inBody)
+        instruction_.clear();
+    if (inBody && (isInstruction || OnEnter(destination)))
+        group.destination = destination;
+    else
+        PassOver(fresh_ && destination == Destination::Keep && Shows());
 }
 
 void BodyReader::PassOver(bool keep) {
@@ -410,6 +438,7 @@ void BodyReader::Break(TextBreak kind) {
                          (Current().destination == Destination::RowProperties && kind == TextBreak::NestedRow);
     if (!inPlace)
         return;
+    FlushHalf(halfBegin_);
     if (!endsCell && !Shows())
         return Hide("\n");
     if (asides_.IsWithin())

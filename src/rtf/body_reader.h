@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "rtf/asides.h"
+#include "rtf/body_group.h"
 #include "rtf/code_page.h"
 #include "rtf/document.h"
 #include "rtf/font_pages.h"
@@ -27,20 +28,7 @@ public:
     void Read();
 
 protected:
-    struct Group {
-        Destination destination = Destination::Body;
-        Destination outsideTwin = Destination::Body;
-        bool hidden = false;
-        bool deleted = false;
-        bool inShape = false;   ///< or in an object
-        bool isResult = false;  ///< it holds what an object shows
-        bool inResult = false;  ///< its pictures are those of the object
-        int32_t fallbackLength = 1;
-        int32_t font = -1;
-        size_t begin = 0;        ///< of the brace, or of the destination's word where that isn't the first one
-        size_t shownBefore = 0;  ///< Shown() where its destination began
-        char32_t symbol = 0;     ///< what its field stands for if that has no result
-    };
+    using Group = BodyGroup;
 
     /// Characters of the body, from source bytes begin to end: either each is one byte there, or it is one character.
     /// What is put between the body and a text beside it stands nowhere: begin is end, where the next character begins;
@@ -83,24 +71,31 @@ protected:
 private:
     bool Step();
     bool SkipAsFallback(const Token& token);
-    void EndPending(const Token& token);
-    void FlushPending();
+    void PassFallback(size_t begin, size_t end);
+    void EndPart(const Token& token);
+    void FlushPart();
+    void FlushHalf(size_t at);
     void Open(const Token& token);
     bool Close(const Token& token);
+    bool ClosesPlace() const;
     void EndInstruction();
-    void ActOn(const Token& token, bool fresh, bool starred);
+    bool ActOn(const Token& token);
+    void ActOnWord(const Token& token);
     bool IsOfTable() const;
     void ActOnText(const ControlWord& word, const Token& token);
+    void SetUnshown(bool hidden, bool deleted);
     void ActOnSymbol(const Token& token);
     void ActOnTableFont(const ControlWord& word, const Token& token);
     void ReadFontName(std::string_view utf8);
     void EndFont();
     void EndUnendedFont();
-    void Enter(const ControlWord& word, const Token& token, bool fresh);
-    void EnterNew(Destination destination, size_t begin, bool fresh);
-    void EnterPicture();
-    void EnterObject(Destination destination, size_t begin, bool fresh);
+    void Enter(const ControlWord& word, const Token& token);
+    void EnterNew(Destination destination, size_t begin);
+    void EnterTwin(Destination destination);
+    void EnterPicture(Destination destination);
+    void EnterObject(Destination destination, size_t begin);
     void EnterAside(Destination destination);
+    void EnterOther(Destination destination);
     void PassOver(bool keep);
     void Break(TextBreak kind);
     void Unicode(const Token& token);
@@ -123,8 +118,8 @@ private:
     std::vector<Group> groups_;
     size_t levelsBeyond_ = 0;  ///< open groups that are nested too deep to have a state of their own
     size_t tooDeepAt_ = 0;     ///< the last one of them
-    bool fresh_ = false;       ///< right behind an opening brace
-    bool starred_ = false;     ///< right behind \*
+    bool fresh_ = false;       ///< the token stands right behind an opening brace, or behind that and \*
+    bool starred_ = false;     ///< the token stands right behind \*
     bool afterParagraph_ = false;
     bool hasNewPicture_ = false;
     Asides asides_;
@@ -141,9 +136,11 @@ private:
     int pageFont_ = -1;                                 ///< the font that page_ was looked up for
     int page_ = 0;                                      ///< 0: look it up
     bool isMultiByte_ = false;                          ///< of that page
-    char32_t highSurrogate_ = 0;
-    std::string part_;  ///< the first bytes of a character of a multi-byte code page
-    size_t pendingBegin_ = 0;
+    char32_t highSurrogate_ = 0;                        ///< which waits for its second half; 0 for none
+    size_t halfBegin_ = 0;
+    size_t halfEnd_ = 0;  ///< with what stands in for it
+    std::string part_;    ///< the first bytes of a character of a multi-byte code page
+    size_t partBegin_ = 0;
     std::string scratch_;
 };
 

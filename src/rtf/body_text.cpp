@@ -30,17 +30,16 @@ bool BodyReader::SkipAsFallback(const Token& token) {
     }
     if (token.kind != TokenKind::Text && token.kind != TokenKind::Bytes) {
         --fallback_;
-        OnFallback(token.begin, token.end);
+        PassFallback(token.begin, token.end);
         return true;
     }
     const size_t skipped = std::min(token.text.size(), static_cast<size_t>(fallback_));
     fallback_ -= static_cast<int32_t>(skipped);
-    OnFallback(token.begin, token.begin + skipped);
+    PassFallback(token.begin, token.begin + skipped);
     if (skipped == token.text.size())
         return true;
     const std::string_view rest = token.text.substr(skipped);
     const size_t begin = token.begin + skipped;
-    FlushPending();
     if (token.kind == TokenKind::Bytes)
         AddBytes(rest, begin, token.end);
     else
@@ -48,27 +47,33 @@ bool BodyReader::SkipAsFallback(const Token& token) {
     return true;
 }
 
-/// A character in two parts stands in adjoining tokens, or it is broken.
-void BodyReader::EndPending(const Token& token) {
-    const Word word = token.kind == TokenKind::Word && token.word != nullptr ? token.word->word : Word::None;
-    if (highSurrogate_ != 0 && word != Word::Unicode && word != Word::UnicodeSkip)
-        FlushPending();
+void BodyReader::PassFallback(size_t begin, size_t end) {
+    halfEnd_ = end;
+    OnFallback(begin, end);
+}
+
+/// The bytes of a character stand in adjoining tokens, or it is broken.
+void BodyReader::EndPart(const Token& token) {
     // The second byte may be one that has to be escaped.
     const bool isEscaped =
         token.kind == TokenKind::Symbol && (token.byte == '\\' || token.byte == '{' || token.byte == '}');
     const bool isBytes = token.kind == TokenKind::Text || token.kind == TokenKind::Bytes ||
                          token.kind == TokenKind::HexByte || isEscaped;
-    if (!part_.empty() && !isBytes)
-        FlushPending();
+    if (!isBytes)
+        FlushPart();
 }
 
-void BodyReader::FlushPending() {
-    if (highSurrogate_ == 0 && part_.empty())
+void BodyReader::FlushPart() {
+    if (part_.empty())
         return;
-    const size_t end = pendingBegin_ + 1;
-    highSurrogate_ = 0;
     part_.clear();
-    EmitCharacter(kReplacement, pendingBegin_, end);
+    EmitCharacter(kReplacement, partBegin_, partBegin_ + 1);
+}
+
+/// Where other text, or the text of another place, begins, a first half has no second one: it is put before that.
+void BodyReader::FlushHalf(size_t at) {
+    if (std::exchange(highSurrogate_, 0) != 0)
+        EmitCharacter(kReplacement, at, at);
 }
 
 void BodyReader::Unicode(const Token& token) {
@@ -80,13 +85,17 @@ void BodyReader::Unicode(const Token& token) {
     fallback_ = Current().fallbackLength;
     if (highSurrogate_ != 0 && IsLowSurrogate(c)) {
         const auto high = std::exchange(highSurrogate_, 0);
-        EmitCharacter(0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(c) - 0xDC00), pendingBegin_, end);
+        // With words or braces in between, the character is where its second half is, and looks like that.
+        const bool adjoins = Trim(Source().substr(halfEnd_, begin - halfEnd_)).empty();
+        EmitCharacter(0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(c) - 0xDC00),
+                      adjoins ? halfBegin_ : begin, end);
         return;
     }
-    FlushPending();
     if (IsHighSurrogate(c)) {
+        FlushHalf(begin);
         highSurrogate_ = static_cast<char32_t>(c);
-        pendingBegin_ = begin;
+        halfBegin_ = begin;
+        halfEnd_ = end;
         return;
     }
     const bool valid = c >= 0 && c <= 0x10FFFF && !IsLowSurrogate(c);
@@ -126,9 +135,9 @@ void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
     for (size_t i = 0; i < bytes.size(); ++i) {
         const size_t byteBegin = escaped ? begin : begin + i;
         if (!part_.empty() && !MayContinue(page, part_, bytes[i]))
-            FlushPending();
+            FlushPart();
         if (part_.empty())
-            pendingBegin_ = byteBegin;
+            partBegin_ = byteBegin;
         part_ += bytes[i];
         if (part_.size() < CharacterLength(page, part_))
             continue;
@@ -139,7 +148,7 @@ void BodyReader::AddBytes(std::string_view bytes, size_t begin, size_t end) {
             scratch_ = part_;
         part_.clear();
         const char32_t c = Utf8ToCodePoints(scratch_)[0];
-        EmitCharacter(c, pendingBegin_, escaped ? end : byteBegin + 1);
+        EmitCharacter(c, partBegin_, escaped ? end : byteBegin + 1);
     }
 }
 
@@ -172,6 +181,7 @@ void BodyReader::EmitCharacter(char32_t c, size_t begin, size_t end) {
 }
 
 void BodyReader::Emit(std::string_view utf8, size_t begin, size_t end) {
+    FlushHalf(begin);
     const Destination destination = Current().destination;
     if (Shows())
         Show(utf8, begin, end);

@@ -18,6 +18,7 @@ enum class WordGroup : uint8_t {
     TableEntry,  ///< within the tables of fonts, colours and lists
 };
 
+/// Where the text of a group goes.
 enum class Destination : uint8_t {
     Body,
     Same,      ///< no change: the group's text goes where the text around it goes
@@ -51,6 +52,7 @@ constexpr char CharacterOf(TextBreak kind) {
 /// What a control word for raised or lowered characters asks for.
 enum ScriptKind { kScriptNone, kScriptSuper, kScriptSub, kScriptUp, kScriptDown };
 
+/// Tells the words of a group apart; those that differ in their value alone share one.
 enum class Word : uint8_t {
     None,
     // Text
@@ -127,6 +129,7 @@ enum class Word : uint8_t {
     OverrideEntry,
 };
 
+/// A row of the table of the words that the reader knows.
 struct ControlWord {
     std::string_view name;
     WordGroup group = WordGroup::Text;

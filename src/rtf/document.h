@@ -39,6 +39,7 @@ enum class ParagraphEnd : uint8_t {
     Document,   ///< nothing: the last paragraph
 };
 
+/// A paragraph, and its place in a table.
 struct Paragraph {
     uint32_t begin = 0;
     uint32_t end = 0;       ///< without the character that ends the paragraph
@@ -50,6 +51,7 @@ struct Paragraph {
     bool operator==(const Paragraph&) const = default;
 };
 
+/// A row of a table, whose cells its paragraphs name.
 struct TableRow {
     uint32_t format = 0;  ///< index in Document::rowFormats
     uint8_t level = 1;    ///< above 1 for a table within a cell
@@ -59,6 +61,7 @@ struct TableRow {
 
 enum class PictureKind : uint8_t { Png, Jpeg, Wmf, Emf, Dib };
 
+/// A picture in the bytes and measures of the file, whatever they say.
 struct Picture {
     PictureKind kind = PictureKind::Png;
     std::string bytes;
@@ -73,6 +76,7 @@ struct Picture {
     bool operator==(const Picture&) const = default;
 };
 
+/// An entry of the table of fonts.
 struct DocumentFont {
     int32_t number = 0;  ///< its number in the file
     int32_t charset = 0;
@@ -87,6 +91,7 @@ struct KeptGroup {
     bool operator==(const KeptGroup&) const = default;
 };
 
+/// A rich text without its markup. Runs and paragraphs stand in the order of the text and name the lists by index.
 struct Document {
     std::string text;                   ///< UTF-8, what PlainText gives
     std::vector<Paragraph> paragraphs;  ///< never empty in a document that was read or built

@@ -41,6 +41,7 @@ struct CharFormat {
 enum class ParagraphAlign : uint8_t { Left, Center, Right, Justify };
 enum class ListKind : uint8_t { None, Bullet, Decimal, LowerLetter, UpperLetter, LowerRoman, UpperRoman };
 
+/// How a paragraph looks, and its place in a list.
 struct ParagraphFormat {
     ParagraphAlign align = ParagraphAlign::Left;
     bool rightToLeft = false;
@@ -58,9 +59,11 @@ struct ParagraphFormat {
     bool operator==(const ParagraphFormat&) const = default;
 };
 
+/// Whether a cell is one with its neighbour before: the first of such cells, or one that goes on.
 enum class CellMerge : uint8_t { None, First, Continued };
 enum CellBorder : uint8_t { kBorderTop = 1, kBorderLeft = 2, kBorderBottom = 4, kBorderRight = 8 };
 
+/// The edges and the ground of a cell; what is in it looks as its paragraphs say.
 struct CellFormat {
     int32_t rightEdge = 0;  ///< from the left margin
     uint8_t borders = 0;    ///< CellBorder values

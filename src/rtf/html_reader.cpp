@@ -403,7 +403,7 @@ using Reading = GuardedReader<HtmlReader>;
 
 std::string_view NameOf(const xmlChar* element) {
     std::string_view name = View(element);
-    name.remove_suffix(name.ends_with(kGoesOn) ? 1 : 0);
+    name.remove_suffix(name.ends_with(kKeptMark) ? 1 : 0);
     return name;
 }
 

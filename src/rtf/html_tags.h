@@ -24,6 +24,7 @@ enum class HtmlFlow : uint8_t {
     Skipped,  ///< with all that stands in it
 };
 
+/// What an element means for the text within it, before its own style is read.
 struct HtmlTag {
     std::string_view name;
     HtmlFlow flow = HtmlFlow::Inline;

@@ -62,7 +62,7 @@ void RtfOutput::Raw(std::string_view rtf) {
 
 void RtfOutput::Text(std::string_view utf8, bool western) {
     for (size_t at = 0; at < utf8.size();) {
-        const size_t end = FindTextEnd(utf8, at);
+        const size_t end = FindByte<TextEndBytes>(utf8, at);
         if (end > at) {
             if (afterWord_)
                 rtf_ += ' ';
@@ -97,7 +97,7 @@ bool RtfOutput::Escape(std::string_view utf8, size_t& at) {
     ++at;
     if (c == '\t' || c == '\n') {
         Word(c == '\t' ? "tab" : "line");
-    } else if (byteScan::IsMark(static_cast<unsigned char>(c))) {
+    } else if (MarkBytes::Holds(static_cast<unsigned char>(c))) {
         rtf_ += '\\';
         Mark(c);
     }

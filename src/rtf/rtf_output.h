@@ -6,7 +6,7 @@
 
 namespace lore {
 
-/// Writes RTF token by token, with a blank behind a control word only where the next token needs it.
+/// Writes RTF token by token, with a blank after a control word only where the next token needs it.
 class RtfOutput {
 public:
     void Open() { Mark('{'); }

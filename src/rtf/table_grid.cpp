@@ -35,6 +35,17 @@ int LevelOf(const Document& document, const Paragraph& paragraph) {
     return paragraph.row < 0 ? 0 : document.rows[static_cast<size_t>(paragraph.row)].level;
 }
 
+// What stands past the last cell counts as in it, and so does what the end of the row cuts off.
+void MarkFilled(size_t cell, bool endsRow, RowContents& contents) {
+    if (contents.filled.empty()) {
+        contents.fits = false;
+        return;
+    }
+    const size_t last = contents.filled.size() - 1;
+    contents.filled[std::min(cell, last)] = true;
+    contents.filled[last] = contents.filled[last] || endsRow;
+}
+
 void Fill(const Document& document, int32_t row, RowContents& contents) {
     const TableRow& own = document.rows[static_cast<size_t>(row)];
     contents.filled.resize(contents.format->cells.size());
@@ -46,13 +57,8 @@ void Fill(const Document& document, int32_t row, RowContents& contents) {
         if (!isOwn && LevelOf(document, paragraph) <= own.level)
             return;
         if (!endsRow || paragraph.begin != paragraph.end) {
-            const bool holds = !isOwn || ++count > 1 || Holds(document, i);
-            contents.fits = contents.fits && (!holds || !contents.filled.empty());
-            if (holds && !contents.filled.empty()) {
-                const size_t last = contents.filled.size() - 1;
-                contents.filled[std::min(cell, last)] = true;
-                contents.filled[last] = contents.filled[last] || endsRow;
-            }
+            if (!isOwn || ++count > 1 || Holds(document, i))
+                MarkFilled(cell, endsRow, contents);
         }
         if (endsRow)
             return;

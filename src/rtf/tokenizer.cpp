@@ -35,7 +35,7 @@ const Token& Tokenizer::Next() {
             return Finish(c == '{' ? TokenKind::Open : c == '}' ? TokenKind::Close : TokenKind::Word);
         }
         if (c < 0x80) {
-            at_ = FindTextEnd(rtf_, at_ + 1);
+            at_ = FindByte<TextEndBytes>(rtf_, at_ + 1);
             token_.text = rtf_.substr(token_.begin, at_ - token_.begin);
             return Finish(TokenKind::Text);
         }
@@ -116,7 +116,7 @@ const Token& Tokenizer::ReadBinary() {
 
 void Tokenizer::SkipGroup() {
     for (size_t depth = 0;;) {
-        at_ = FindMark(rtf_, at_);
+        at_ = FindByte<MarkBytes>(rtf_, at_);
         if (at_ == rtf_.size())
             return;
         const char c = rtf_[at_];

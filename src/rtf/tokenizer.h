@@ -20,6 +20,7 @@ enum class TokenKind : uint8_t {
     Binary,   ///< \bin with its data in `text`
 };
 
+/// A piece of RTF. Its views live as long as the text that is cut.
 struct Token {
     TokenKind kind = TokenKind::End;
     bool hasParameter = false;

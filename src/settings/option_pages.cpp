@@ -6,7 +6,6 @@ namespace lore {
 
 namespace {
 
-constexpr char kArchiveFilter[] = "Lorebinder Export Files (*.lbe) |*.lbe|";
 constexpr int32_t kFirstFunctionKey = 0x70, kLastFunctionKey = 0x87;
 
 bool IsFunctionKey(int32_t key) {
@@ -96,10 +95,10 @@ std::string BackupPage::PathText() const {
 std::string BackupPage::NextText() const {
     const int left = std::max(Uses() - world_.settings.Int(Option::BkUseCount), 1);
     if (!IsEnabled())
-        return "No backup is made by itself.";
+        return "No backup is made automatically.";
     return left == 1 ? "You are asked the next time that the program closes."
-                     : "You are asked at the end of the use after " + std::to_string(left - 1) +
-                           (left == 2 ? " other." : " others.");
+                     : "You are asked when the program closes after " + std::to_string(left - 1) +
+                           (left == 2 ? " more use." : " more uses.");
 }
 
 bool BackupPage::MayLeave() {
@@ -128,7 +127,7 @@ std::span<const OptionBox> SpellPage::SkipBoxes() {
         {Option::SpellSkipCapitals, "Skip words in CAPITALS", false},
         {Option::SpellSkipDigits, "Skip words with numbers", false},
         {Option::SpellSkipMixedCase, "Skip words of mixed case, such as \"iPhone\"", false},
-        {Option::SpellSkipAddresses, "Skip addresses of the web, of mail and of files", false}};
+        {Option::SpellSkipAddresses, "Skip web, mail and file addresses", false}};
     return kBoxes;
 }
 

@@ -6,7 +6,9 @@
 
 #include "ports/agent.h"
 #include "ports/prompts.h"
+#include "settings/font_setting.h"
 #include "settings/settings.h"
+#include "settings/spell_settings.h"
 
 namespace lore {
 

@@ -1,10 +1,10 @@
 #include "settings/settings.h"
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 
 #include "base/text.h"
+#include "settings/stored_number.h"
 
 namespace lore {
 
@@ -102,22 +102,11 @@ constexpr bool RowsStandInOrder() {
 }
 static_assert(RowsStandInOrder());
 
-std::optional<int32_t> NumberOf(const std::optional<std::string>& text) {
-    if (!text)
-        return std::nullopt;
-    if (*text == "true" || *text == "false")
-        return *text == "true";
-    const std::string_view trimmed = Trim(*text);
-    if (trimmed.empty() || trimmed.find_first_not_of("+-0123456789") != std::string_view::npos)
-        return std::nullopt;
-    return ParseInt(trimmed);
-}
-
 std::optional<Rect> RectOf(std::string_view text) {
     std::array<int32_t, 4> sides{};
     for (size_t i = 0; i < sides.size(); ++i) {
         const size_t comma = text.find(',');
-        const std::optional<int32_t> side = NumberOf(std::string(text.substr(0, comma)));
+        const std::optional<int32_t> side = StoredNumber(std::string(text.substr(0, comma)));
         if (!side || (comma == std::string_view::npos) != (i == 3))
             return std::nullopt;
         sides[i] = *side;
@@ -130,26 +119,6 @@ std::string TextOf(const Rect& r) {
     return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," +
            std::to_string(r.bottom);
 }
-
-uint32_t LoadColor(const SettingsStore& store, const std::string& section, uint32_t defaults) {
-    constexpr const char* kParts[] = {"Red", "Green", "Blue"};
-    uint32_t color = 0;
-    for (unsigned i = 0; i < 3; ++i) {
-        const auto part = NumberOf(store.Get(section, kParts[i]));
-        const uint32_t value = part ? static_cast<uint32_t>(std::clamp(*part, 0, 255)) : defaults >> (8 * i) & 255u;
-        color |= value << (8 * i);
-    }
-    return color;
-}
-
-void SaveColor(SettingsStore& store, const std::string& section, uint32_t color) {
-    store.Set(section, "Red", std::to_string(color & 255u));
-    store.Set(section, "Green", std::to_string(color >> 8 & 255u));
-    store.Set(section, "Blue", std::to_string(color >> 16 & 255u));
-}
-
-constexpr char kSelectedNoteSection[] = "SelNoteTxtBkColor";
-constexpr uint32_t kSelectedNoteColor = 251u | 251u << 8 | 142u << 16;
 
 }  // namespace
 
@@ -208,7 +177,7 @@ void Settings::LoadOptions(const SettingsStore& store) {
             Set(row.option, *stored);
         else if (row.kind == Kind::Rectangle)
             Set(row.option, RectOf(*stored).value_or(Rect{}));
-        else if (const auto number = NumberOf(stored))
+        else if (const auto number = StoredNumber(stored))
             Set(row.option, *number);
     }
 }
@@ -242,93 +211,6 @@ bool FlushTold(SettingsStore& store, FaultNotice& faults) {
     else
         faults.Tell({kUnwritten, failure.path, failure.reason});
     return isWritten;
-}
-
-Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight) {
-    constexpr int32_t kSmallest = 10;
-    const Rect seen{std::max(frame.left, 0), std::max(frame.top, 0), std::min(frame.right, screenWidth),
-                    std::min(frame.bottom, screenHeight)};
-    const bool enough = int64_t{seen.right} - seen.left >= kSmallest && int64_t{seen.bottom} - seen.top >= kSmallest;
-    return enough ? frame : Rect{};
-}
-
-const std::array<MarkColor, 16>& MarkColors() {
-    static constexpr std::array<MarkColor, 16> kColors = {{{"Black", 0x000000},
-                                                           {"Maroon", 0x000080},
-                                                           {"Green", 0x008000},
-                                                           {"Olive", 0x008080},
-                                                           {"Navy", 0x800000},
-                                                           {"Purple", 0x800080},
-                                                           {"Teal", 0x808000},
-                                                           {"Gray", 0x808080},
-                                                           {"Silver", 0xC0C0C0},
-                                                           {"Red", 0x0000FF},
-                                                           {"Lime", 0x00FF00},
-                                                           {"Yellow", 0x00FFFF},
-                                                           {"Blue", 0xFF0000},
-                                                           {"Fuchsia", 0xFF00FF},
-                                                           {"Aqua", 0xFFFF00},
-                                                           {"White", 0xFFFFFF}}};
-    return kColors;
-}
-
-MarkStyle DerivedMarkStyle(const Settings& settings) {
-    constexpr uint32_t kBeyondTheList = 66302;
-    const auto index = static_cast<uint32_t>(settings.Int(Option::MarkSelColor));
-    MarkStyle style;
-    style.color = index < MarkColors().size() ? MarkColors()[index].color : kBeyondTheList;
-    style.effects = (settings.Flag(Option::MarkBold) ? 3 : 1) + (settings.Flag(Option::MarkItalics) ? 4 : 0) +
-                    (settings.Flag(Option::MarkUnderline) ? 8 : 0) + (settings.Flag(Option::MarkStrike) ? 64 : 0);
-    return style;
-}
-
-SkippedWords SkippedWordsOf(const Settings& settings) {
-    return {settings.Flag(Option::SpellSkipCapitals), settings.Flag(Option::SpellSkipDigits),
-            settings.Flag(Option::SpellSkipMixedCase), settings.Flag(Option::SpellSkipAddresses)};
-}
-
-FontSetting DefaultImageTitleFont() {
-    return {.faceName = "Times New Roman", .height = 20, .weight = 700, .underline = true};
-}
-
-FontSetting DefaultEditTextFont() {
-    return {.faceName = "Times New Roman", .height = 18};
-}
-
-FontSetting LoadFontSetting(const SettingsStore& store, const std::string& section, const FontSetting& defaults) {
-    const auto number = [&](const char* key, int32_t fallback) {
-        return NumberOf(store.Get(section, key)).value_or(fallback);
-    };
-    FontSetting font = defaults;
-    font.height = number("Height", defaults.height);
-    font.weight = number("Weight", defaults.weight);
-    font.italic = number("Italic", defaults.italic) > 0;
-    font.underline = number("Underline", defaults.underline) > 0;
-    font.pitchAndFamily = number("PitchAndFamily", defaults.pitchAndFamily);
-    font.charSet = number("CharSet", defaults.charSet);
-    font.faceName = store.Get(section, "FaceName").value_or(defaults.faceName);
-    font.color = LoadColor(store, section, defaults.color);
-    return font;
-}
-
-void SaveFontSetting(SettingsStore& store, const std::string& section, const FontSetting& font) {
-    const auto set = [&](const char* key, int32_t value) { store.Set(section, key, std::to_string(value)); };
-    set("Height", font.height);
-    set("Weight", font.weight);
-    set("Italic", font.italic);
-    set("Underline", font.underline);
-    set("PitchAndFamily", font.pitchAndFamily);
-    set("CharSet", font.charSet);
-    store.Set(section, "FaceName", font.faceName);
-    SaveColor(store, section, font.color);
-}
-
-uint32_t LoadSelectedNoteColor(const SettingsStore& store) {
-    return LoadColor(store, kSelectedNoteSection, kSelectedNoteColor);
-}
-
-void SaveSelectedNoteColor(SettingsStore& store, uint32_t color) {
-    SaveColor(store, kSelectedNoteSection, color);
 }
 
 }  // namespace lore

@@ -72,49 +72,4 @@ private:
 /// Puts on disk what has been set. False, told, if it could not be written.
 bool FlushTold(SettingsStore& store, FaultNotice& faults);
 
-/// A frame rectangle as it may be shown on a screen of this size: empty when less than 10 by 10 of it would be seen.
-Rect VisibleFrame(const Rect& frame, int32_t screenWidth, int32_t screenHeight);
-
-/// The colours that misspelled words can have, with their names, in the order of `MarkSelColor`; red in the low byte.
-struct MarkColor {
-    const char* name;
-    uint32_t color;
-};
-const std::array<MarkColor, 16>& MarkColors();
-
-/// How misspelled words are marked: a colour (red in the low byte) and effect bits.
-struct MarkStyle {
-    uint32_t color = 0;
-    int32_t effects = 1;
-};
-MarkStyle DerivedMarkStyle(const Settings& settings);
-
-/// Words that nobody judges the spelling of: "USA", "B2B", "iPhone", and addresses of the web, of mail and of files.
-struct SkippedWords {
-    bool capitals = true, withDigits = true, mixedCase = true, addresses = true;
-};
-SkippedWords SkippedWordsOf(const Settings& settings);
-
-/// A font with the colour of its text, in a section of its own. Heights are pixels of the board.
-struct FontSetting {
-    std::string faceName;
-    int32_t height = 0;
-    int32_t weight = 400;
-    bool italic = false, underline = false;
-    int32_t pitchAndFamily = 0, charSet = 0;
-    uint32_t color = 0;  ///< red in the low byte
-};
-/// The sections of the two fonts.
-inline constexpr char kImageTitleFont[] = "ImgTitleFont";
-inline constexpr char kEditTextFont[] = "EditTextFont";
-FontSetting DefaultImageTitleFont();
-FontSetting DefaultEditTextFont();
-/// Each missing key has the value of `defaults`.
-FontSetting LoadFontSetting(const SettingsStore& store, const std::string& section, const FontSetting& defaults);
-void SaveFontSetting(SettingsStore& store, const std::string& section, const FontSetting& font);
-
-/// The background of the selected note's text (red in the low byte), section "SelNoteTxtBkColor".
-uint32_t LoadSelectedNoteColor(const SettingsStore& store);
-void SaveSelectedNoteColor(SettingsStore& store, uint32_t color);
-
 }  // namespace lore

@@ -67,7 +67,7 @@ std::optional<int32_t> SourceAuthors::AddNew(CAuthor name) {
         return std::nullopt;
     }
     world.settings.Set(Option::MaxAuthorID, last);
-    world.storeIds();
+    world.storeSettings();
     const AuthorList before = world.book.authors;
     world.book.authors.AddAuthor(name);
     return Write(before) ? std::optional(name.AuthorID) : std::nullopt;

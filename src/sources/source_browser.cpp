@@ -109,9 +109,9 @@ void SourceBrowser::ToggleFilters() {
     store_.World().settings.Set(Option::ShowSrcFilters, ShowsFilters() ? 0 : 1);
 }
 
-std::optional<size_t> SourceBrowser::RowOf(int32_t sourceID) const {
+std::optional<size_t> SourceBrowser::RowOf(int32_t sourceId) const {
     const auto found = std::find_if(shown_.begin(), shown_.end(), [&](uint32_t position) {
-        return sourceID > 0 && all_[position].SourceID == sourceID;
+        return sourceId > 0 && all_[position].SourceID == sourceId;
     });
     return found == shown_.end() ? std::nullopt : std::optional(static_cast<size_t>(found - shown_.begin()));
 }

@@ -41,7 +41,7 @@ public:
     size_t Count() const { return shown_.size(); }
     const CSource& operator[](size_t row) const { return all_[shown_[row]]; }
     size_t CountOfAll() const { return all_.Count(); }
-    std::optional<size_t> RowOf(int32_t sourceID) const;
+    std::optional<size_t> RowOf(int32_t sourceId) const;
 
     /// -1 without a selected source: what a dialog that was to choose returns then is no choice.
     int32_t SelectedID() const { return selected_; }

@@ -150,7 +150,7 @@ bool SourceStore::WriteNotes(const std::vector<CNote>& notes) {
     return notes.empty() || NoteStore(world_.book, context, world_.faults, world_.texts).SaveNotes(notes).IsEmpty();
 }
 
-/// A write can fail behind the moment in which its file takes its place. A list that can't be read may hold the source.
+/// A write can fail after the moment in which its file takes its place. A list that can't be read may hold the source.
 bool SourceStore::MayStandOnDisk(const std::string& guid) {
     SourceList stored;
     const FileResult read = stored.LoadSources(world_.book.paths.Sources(), world_.Context());

@@ -74,14 +74,14 @@ void TellThatItIsLocked(const std::filesystem::path& data) {
     QMessageBox::warning(nullptr, QObject::tr("Data Folder In Use"),
                          QObject::tr("The data folder %1 can't be opened for writing.\n\n%2")
                              .arg(QString::fromStdString(data.string()),
-                                  QObject::tr("Another process works with it. Close it and try again.")));
+                                  QObject::tr("Another process is working with it. Close it and try again.")));
 }
 
 void TellThatItIsSilent(const std::filesystem::path& data) {
-    std::fprintf(stderr, "lorebinder: the program that works with %s doesn't answer\n", data.c_str());
+    std::fprintf(stderr, "lorebinder: the program working with %s doesn't answer\n", data.c_str());
     QMessageBox::warning(nullptr, QObject::tr("No Answer"),
-                         QObject::tr("Lorebinder works with the data folder %1 already, but it doesn't answer.\n\nWait "
-                                     "until it has done its work, or end it, and try again.")
+                         QObject::tr("Lorebinder is already working with the data folder %1, but it doesn't answer.\n\n"
+                                     "Wait until it has done its work, or end it, and try again.")
                              .arg(QString::fromStdString(data.string())));
 }
 
@@ -115,12 +115,12 @@ struct FolderTaken {
 
 FolderTaken TakeFolder(const std::filesystem::path& dataRoot) {
     using Outcome = FolderTaken::Outcome;
-    int error = 0;
-    auto lock = lore::DataLock::Take(dataRoot, error);
-    if (!lock)
-        return {error == 0 ? Outcome::Locked : Outcome::Failed, {}, dataRoot, {error}};
+    lore::LockAttempt attempt = lore::DataLock::Take(dataRoot);
+    if (!attempt.lock)
+        return {attempt.IsHeldByOther() ? Outcome::Locked : Outcome::Failed, {}, dataRoot, attempt.failure};
     const lore::FileResult made = lore::ComputeFolders(dataRoot);
-    return {made.Ok() ? Outcome::Taken : Outcome::Failed, std::move(lock), lore::DataPaths{dataRoot}.DataFiles(), made};
+    return {made.Ok() ? Outcome::Taken : Outcome::Failed, std::move(attempt.lock),
+            lore::DataPaths{dataRoot}.DataFiles(), made};
 }
 
 /// No note could be kept.
@@ -194,11 +194,20 @@ int RunProgram(const Started& started) {
     const lore::CompanionPlaces& places = options.places;
     lore::AgentProcess agent(lore::ProgramFolder() / lore::kAgentProgram, lore::AgentAutostart(places), places.dataRoot,
                              companions, lore::PlaceArguments(places));
-    lore::AppPorts ports{prompts,       progress,         clock,       guids, store, faults, &progress,
-                         lore::WaitFor, lore::RandomUpTo, &companions, &agent};
-    ports.http = &http;
-    ports.programFolder = lore::ProgramFolder();
-    ports.toUtc = lore::LocalToUtc;
+    const lore::AppPorts ports{.prompts = prompts,
+                               .progress = progress,
+                               .clock = clock,
+                               .guids = guids,
+                               .store = store,
+                               .faults = faults,
+                               .background = &progress,
+                               .wait = lore::WaitFor,
+                               .random = lore::RandomUpTo,
+                               .companions = &companions,
+                               .agent = &agent,
+                               .http = &http,
+                               .programFolder = lore::ProgramFolder(),
+                               .toUtc = lore::LocalToUtc};
     lore::CLorebinderApp app(places.dataRoot, ports);
     app.LoadOptions();
     app.SelectStartNoteBook();

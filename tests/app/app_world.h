@@ -17,16 +17,11 @@ inline void Start(CLorebinderApp& app) {
 }
 
 /// The ports, in memory, of an application that a test drives.
-class PortsWorld : public testing::Test {
+class PortsWorld : public testing::Test, protected ScriptedPorts {
 protected:
     AppPorts Ports() { return {prompts, progress, clock, guids, store, faults}; }
 
     MemoryStore store;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
-    NotedFaults faults;
 };
 
 /// The same, and the folder of the main NoteBook.

@@ -33,11 +33,9 @@ protected:
         app.ShowNotes(LongList{2, 1});
     }
     std::vector<PrintNote> HandedOver() {
-        std::vector<PrintNote> notes;
-        bool whole = false;
-        EXPECT_TRUE(LoadPrintPreview(Preview(), world.context, notes, nullptr, &whole).Ok());
-        EXPECT_TRUE(whole);
-        return notes;
+        Loaded<PrintPreview> preview = LoadPrintPreview(Preview(), world.context);
+        EXPECT_TRUE(preview.ReadWhole());
+        return std::move(preview.value.notes);
     }
     std::filesystem::path Preview() const { return folder.data.PrintPreview(); }
     std::filesystem::path Bib() const { return folder.data.Bibliography(); }
@@ -58,7 +56,7 @@ TEST_F(PrintCommandsTest, TheListIsHandedOverWithItsSourcesAsTheyAreCitedNow) {
     EXPECT_TRUE(PrintCurrentNotes(app));
     EXPECT_THAT(companions.started, ElementsAre("PrintSave"));
     EXPECT_THAT(background.texts, ElementsAre(testing::_, "Preparing Preview...."))
-        << "behind the load of the last list";
+        << "after the load of the last list";
     EXPECT_TRUE(BytesOf(Preview()).starts_with("000000000000000511.560000000000000002"));
     const std::vector<PrintNote> notes = HandedOver();
     ASSERT_EQ(notes.size(), 2u);
@@ -131,12 +129,11 @@ TEST_F(PrintCommandsTest, ABibliographyHoldsTheSelectedSourcesAsTheyWereSet) {
     EXPECT_TRUE(CreateBibliography(app, dialog.Selected()));
     EXPECT_THAT(companions.started, ElementsAre("PrintSave|" + Bib().string()));
     EXPECT_THAT(background.texts, ElementsAre(testing::_, "Preparing Sources...."))
-        << "behind the load of the last list";
+        << "after the load of the last list";
     EXPECT_TRUE(BytesOf(Bib()).starts_with("0000000011.5600000000000000000000002"));
-    SourceList read;
-    bool whole = false;
-    ASSERT_TRUE(LoadBibliography(Bib(), world.context, read, whole).Ok());
-    EXPECT_TRUE(whole);
+    const Loaded<SourceList> loaded = LoadBibliography(Bib(), world.context);
+    ASSERT_TRUE(loaded.ReadWhole());
+    const SourceList& read = loaded.value;
     ASSERT_EQ(read.Count(), 2u);
     EXPECT_EQ(read[0].SourceID, 1012) << "in the order of the list";
     for (const CSource& source : read) {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 
+#include "app/sample_builder.h"
 #include "app/sample_files.h"
 #include "app/sample_note.h"
 #include "base/text.h"
@@ -30,8 +31,7 @@ struct SampleWorld {
 
     /// Loads a NoteBook as the program does, but changes nothing; `notes` are whole.
     void Load(const CDatabase& database) {
-        book.database = database;
-        book.paths = NoteBookPaths(data, database.folder);
+        book = OpenNoteBook::At(data, database);
         IdCounters loadCounters = counters;
         LoadOptions options;
         options.mode = LoadMode::ReadOnly;
@@ -103,6 +103,8 @@ TEST_F(LoadedSample, StoresEveryNoteWhereItBelongsWithBothTextsAlike) {
 }
 
 TEST_F(LoadedSample, LosesNothingThatItsFilesName) {
+    IdCounters counters;
+    EXPECT_TRUE(BuildSampleContent(counters, made->world.context).bibliography.leftOut.empty());
     std::vector<SampleNote> written;
     for (const SampleFile& file : SampleFiles())
         if (file.name.ends_with(".note"))

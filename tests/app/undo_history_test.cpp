@@ -85,7 +85,7 @@ TEST_F(UndoHistoryTest, UndoingAnImportOfManyNotesAsksWithTheirNumber) {
             changes.landed.emplace(id, 0);
         for (const int32_t id : replaced)
             changes.replaced.push_back(DayNote(id));
-        commands.History().ImportDone(std::move(changes), LongList{1, 2, 3});
+        commands.History().ImportDone(std::move(changes), {});
         prompts.seen.clear();
         commands.History().Undo();
         EXPECT_EQ(commands.History().Next() == NextUndo::Import, asks) << "refused, it waits on";
@@ -95,6 +95,35 @@ TEST_F(UndoHistoryTest, UndoingAnImportOfManyNotesAsksWithTheirNumber) {
         prompts.answers.clear();
         EXPECT_EQ(commands.History().Next(), NextUndo::None);
         EXPECT_EQ(app.NoteBook().TotalNoteCount(), 3u) << "they were changed since";
+    }
+}
+
+TEST_F(UndoHistoryTest, UndoingAnImportKeepsWhatHasComeIntoTheListSince) {
+    const CNote imported = commands.EditNote(2)->note;
+    struct Case {
+        std::optional<LongList> former;
+        std::function<void()> since;
+        std::vector<int32_t> listed;
+    };
+    const Case cases[] = {
+        {{}, [] {}, {1, 3}},
+        {{}, [this] { app.TakeOut(LongList{1}); }, {3}},
+        {{}, [this] { app.ClearList(); }, {}},
+        {{{3}}, [this] { app.ShowNotes(LongList{2}); }, {3}},
+        {{{3}}, [this] { app.ShowNotes(LongList{2}), app.Gather(LongList{1}); }, {3, 1}},
+        {{{3, 2}}, [this] { app.ShowNotes(LongList{2}); }, {3}},
+    };
+    for (const Case& c : cases) {
+        folder.Put("DAY01022020.dat", {imported});
+        app.ReloadNotes(LongList{1, 2, 3});
+        ImportChanges changes;
+        changes.landed.emplace(2, FingerprintOf(imported));
+        commands.History().ImportDone(std::move(changes), c.former);
+        c.since();
+        prompts.answers = {PromptAnswer::Yes};
+        commands.History().Undo();
+        EXPECT_EQ(Listed(), c.listed) << "case " << &c - cases;
+        EXPECT_EQ(commands.History().Next(), NextUndo::None);
     }
 }
 

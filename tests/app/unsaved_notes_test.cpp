@@ -36,23 +36,21 @@ TEST_F(UnsavedNotesTest, DraftsAreOfferedWithWhatHasBecomeOfTheirNotes) {
 }
 
 TEST_F(UnsavedNotesTest, AnEditorIsNotOpenedOverATextThatWaits) {
-    std::optional<UnsavedNote> wanted;
-    EXPECT_TRUE(unsaved.Offer(1, wanted)) << "there is none";
+    using Answer = UnsavedOffer::Answer;
+    EXPECT_EQ(unsaved.Offer(1).answer, Answer::None);
     PutDraft(1, DayNote(1, 1).dateEdited);
     PutDraft(2, DayNote(2, 1).dateEdited);
-    EXPECT_TRUE(unsaved.Offer(3, wanted)) << "those of others don't matter";
+    EXPECT_EQ(unsaved.Offer(3).answer, Answer::None) << "those of others don't matter";
     EXPECT_THAT(prompts.seen, IsEmpty());
     prompts.answers = {PromptAnswer::Cancel};
-    EXPECT_FALSE(unsaved.Offer(1, wanted));
+    EXPECT_EQ(unsaved.Offer(1).answer, Answer::Waits);
     EXPECT_EQ(unsaved.Drafts().ListDrafts().size(), 2u) << "it waits on";
     prompts.answers = {PromptAnswer::Yes};
-    EXPECT_TRUE(unsaved.Offer(1, wanted));
-    ASSERT_TRUE(wanted);
-    EXPECT_EQ(wanted->stored->id, 1);
-    wanted.reset();
+    const UnsavedOffer wanted = unsaved.Offer(1);
+    ASSERT_EQ(wanted.answer, Answer::GoOn);
+    EXPECT_EQ(wanted.note.stored->id, 1);
     prompts.answers = {PromptAnswer::No};
-    EXPECT_TRUE(unsaved.Offer(2, wanted));
-    EXPECT_FALSE(wanted);
+    EXPECT_EQ(unsaved.Offer(2).answer, Answer::None);
     EXPECT_EQ(unsaved.Drafts().ListDrafts().size(), 1u) << "what was discarded has gone";
 }
 
@@ -62,6 +60,7 @@ TEST_F(UnsavedNotesTest, ADraftThatCantBeReadStaysAndOnlyADamagedOneIsSetAside) 
     Unreadable unread(file);
     EXPECT_TRUE(unsaved.AskForAll().empty());
     EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("An unsaved text could not be read"));
+    EXPECT_EQ(unsaved.Offer(1).answer, UnsavedOffer::Answer::Waits);
     EXPECT_THAT(unsaved.Drafts().ListDrafts(), ElementsAre(file));
     unread.End();
     prompts.answers = {PromptAnswer::Yes};
@@ -73,7 +72,7 @@ TEST_F(UnsavedNotesTest, ADraftThatCantBeReadStaysAndOnlyADamagedOneIsSetAside) 
     PutBytes(longest, "LoreDraft 1\n");
     EXPECT_TRUE(unsaved.AskForAll().empty());
     EXPECT_THAT(Each(faults.faults, &Fault::what),
-                ElementsAre(testing::_, HasSubstr("was set aside"), HasSubstr("could not be set aside")));
+                ElementsAre(testing::_, testing::_, HasSubstr("was set aside"), HasSubstr("could not be set aside")));
     EXPECT_THAT(unsaved.Drafts().ListDrafts(), ElementsAre(longest));
     EXPECT_EQ(BytesOf(aside), "LoreDraft 1\n");
     EXPECT_EQ(prompts.seen.size(), 1u);

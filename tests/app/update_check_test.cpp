@@ -61,7 +61,7 @@ TEST_F(Updates, WithoutAnAddressNothingIsEverAsked) {
     check.RunDaily();
     EXPECT_THAT(prompts.seen, IsEmpty());
     check.Run();
-    EXPECT_THAT(prompts.seen, ElementsAre(HasSubstr("No address is set")));
+    EXPECT_THAT(prompts.seen, ElementsAre(HasSubstr("No address that tells of new versions is set")));
     EXPECT_THAT(source.asked, IsEmpty());
 }
 
@@ -141,11 +141,11 @@ TEST_F(Help, ManualOpensOrItIsSaidWhyNot) {
 
 TEST_F(Help, TutorialIsOffUntilAWebPageIsSet) {
     OpenTutorial(world);
-    EXPECT_THAT(prompts.seen.back(), HasSubstr("No address of a tutorial page is set"));
+    EXPECT_THAT(prompts.seen.back(), HasSubstr("No address for a tutorial page is set"));
     for (const char* address : {"file:///bin/sh", "mailto:a@b.c", "tutorial", "ftp://example.org/x"}) {
         settings.Set(Option::TutorialAddress, std::string(address));
         OpenTutorial(world);
-        EXPECT_THAT(prompts.seen.back(), HasSubstr("no address of a web page")) << address;
+        EXPECT_THAT(prompts.seen.back(), HasSubstr("the address of a web page")) << address;
     }
     EXPECT_THAT(opened, IsEmpty());
     settings.Set(Option::TutorialAddress, std::string("https://example.org/videos"));

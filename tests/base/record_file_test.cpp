@@ -125,7 +125,7 @@ TEST(TextStream, ReadsWhatAReaderOfSingleBytesReads) {
         std::string disk(random() % 300, 'a');
         const unsigned rarity = 1u << (1 + round % 7);
         for (char& c : disk) {
-            // The end comes seldom, so that there is something behind the other bytes.
+            // The end comes seldom, so that there is something after the other bytes.
             if (random() % rarity == 0)
                 c = rare[random() % (random() % 8 == 0 ? rare.size() : 6)];
         }

@@ -102,7 +102,7 @@ TEST(AuthorList, FindsTheFirstOfEqualIdsAndNames) {
 }
 
 TEST(AuthorList, NewIdsAreNoOtherAuthors) {
-    // The authors, those that a source names, and the last number before and behind the new one.
+    // The authors, those that a source names, and the last number before and after the new one.
     const std::tuple<std::vector<int32_t>, LongList, int, int, int> cases[] = {
         {{}, {}, 0, 1, 1},
         {{3, 9}, {}, 1, 10, 10},

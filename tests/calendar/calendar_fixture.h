@@ -61,7 +61,7 @@ public:
 };
 
 /// The calendar in a folder of its own at 09:26:53 on 14 March 2026; the server's clock is an hour behind.
-class CalendarTest : public testing::Test {
+class CalendarTest : public testing::Test, protected ScriptedPorts {
 protected:
     /// The events of the file, with their reminders.
     EventList Stored() {
@@ -127,13 +127,8 @@ protected:
     }
 
     TempFolder folder{MemoryFolder()};
-    NumberedGuids guids;
     MemoryStore store;
     Settings settings;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NotedFaults faults;
     ScriptedServer server;
     ScriptedAgent agent;
     ScriptedQuestion question;

@@ -70,7 +70,7 @@ TEST(TypedTimes, AreReadInEachFormWhileTheyAreTyped) {
     }
 }
 
-TEST_F(Editors, TheEndStaysBehindTheStart) {
+TEST_F(Editors, TheEndStaysAfterTheStart) {
     const DateTime nine = Day(2026, 4, 10, 9), ten = Day(2026, 4, 10, 10);
     const std::tuple<bool, DateTime, Span> cases[] = {
         {true, Day(2026, 4, 10, 9, 30), {Day(2026, 4, 10, 9, 30), ten}},

@@ -44,9 +44,9 @@ protected:
     };
 
     EventList Load() {
-        EventList list;
-        EXPECT_TRUE(LoadAllEvents(path_, world_.context, list).Ok());
-        return list;
+        Loaded<EventList> loaded = LoadAllEvents(path_, world_.context);
+        EXPECT_TRUE(loaded.file.Ok());
+        return std::move(loaded.value);
     }
     FileResult Merge(const EventList& list) {
         StepCounter progress;
@@ -96,9 +96,9 @@ TEST_F(EventFile, LeavesOutOnlyWhatCoversTheWholeRange) {
                             Event("ends", "", Day(2010, 5, 1), Day(2011, 5, 31)),
                             Event("a second late", "", Day(2011, 4, 30, 23, 59, 59), Day(2011, 5, 31, 0, 0, 1))})
             .Ok());
-    EventList list;
-    EXPECT_TRUE(LoadEventsInRange(path_, world_.context, Day(2011, 5, 1), Day(2011, 5, 31), list).Ok());
-    EXPECT_EQ(Ids(list), "later earlier starts ends");
+    const auto loaded = LoadEventsInRange(path_, world_.context, Day(2011, 5, 1), Day(2011, 5, 31));
+    EXPECT_TRUE(loaded.ReadWhole());
+    EXPECT_EQ(Ids(loaded.value), "later earlier starts ends");
 }
 
 TEST_F(EventFile, MergesOverTheRecordsOfTheFile) {
@@ -172,8 +172,9 @@ TEST(ReminderFile, ReadsEveryFieldAndWritesTheSameBytes) {
             .Add("2011-02-03-09-05-00", "2011-02-03-09-15-00", "{Q}", "", "", "", "", "", "", "")
             .Bytes();
     PutBytes(path, bytes);
-    ReminderList list = {CTmReminder()};
-    ASSERT_TRUE(LoadAllReminders(path, world.context, list).Ok());
+    Loaded<ReminderList> loaded = LoadAllReminders(path, world.context);
+    ASSERT_TRUE(loaded.ReadWhole());
+    ReminderList& list = loaded.value;
     ASSERT_EQ(list.size(), 2u);
     EXPECT_EQ(list[0].ProviderIndex, 38);
     EXPECT_TRUE(list[0].ServerDone);
@@ -184,10 +185,12 @@ TEST(ReminderFile, ReadsEveryFieldAndWritesTheSameBytes) {
     EXPECT_TRUE(WriteReminders(path, list).Ok());
     EXPECT_EQ(BytesOf(path), bytes);
     const DateTime sent(2011, 2, 3, 9, 5);
-    EXPECT_TRUE(LoadRemindersInRange(path, world.context, sent, sent, list).Ok());
+    loaded = LoadRemindersInRange(path, world.context, sent, sent);
+    EXPECT_TRUE(loaded.ReadWhole());
     ASSERT_EQ(list.size(), 1u);
     EXPECT_EQ(list[0].ReminderId, "{Q}");
-    EXPECT_TRUE(LoadAllReminders(folder / "none", world.context, list).Missing());
+    loaded = LoadAllReminders(folder / "none", world.context);
+    EXPECT_TRUE(loaded.file.Missing());
     EXPECT_TRUE(list.empty());
 }
 

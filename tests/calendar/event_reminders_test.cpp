@@ -28,7 +28,7 @@ protected:
         CTmReminder ofDay = ReminderFor(event, ReminderType::Popup, 0);
         ofDay.EventId.clear();
         ASSERT_TRUE(SaveReminders(world, ReminderList{ofDay}));
-        UpdateEventReminders(world, event, true);
+        UpdateEventReminders(world, event, Report::Shown);
         ASSERT_EQ(StoredReminders().size(), 4u);
         server.calls.clear();
         prompts.seen.clear();
@@ -43,11 +43,11 @@ TEST_F(EventReminders, PopupsNeedNoServer) {
     server.isSetUp = false;
     event.Reminders = {ReminderFor(event, ReminderType::Popup, 10)};
     event.Reminders[0].ServerId = 5;
-    UpdateEventReminders(world, event, true);
+    UpdateEventReminders(world, event, Report::Shown);
     EXPECT_EQ(OfEvent()[0].ServerId, -1);
     EXPECT_EQ(TakeMessages(), Texts{"Updating the Reminders...."});
     EXPECT_TRUE(server.calls.empty() && prompts.seen.empty());
-    UpdateEventReminders(world, event, true);
+    UpdateEventReminders(world, event, Report::Shown);
     EXPECT_TRUE(TakeMessages().empty()) << "nothing to do";
 }
 
@@ -56,7 +56,7 @@ TEST_F(EventReminders, AnUpdateReachesTheServerAndTheFile) {
     EXPECT_EQ(OfEvent()[1].ServerId, 101);
     event.Reminders[1].Message = "New";
     event.Reminders.pop_back();
-    UpdateEventReminders(world, event, true);
+    UpdateEventReminders(world, event, Report::Shown);
     EXPECT_EQ(server.calls, (Texts{"test", "insert 101 Email 04/01/2026 07:40:00 a@example.com", "delete 102"}));
     EXPECT_EQ(server.messages.back(), "REMINDER: Wednesday, April 01 2026 at 8:40AM\n\nMESSAGE:\n\nNew");
     EXPECT_EQ(TakeMessages(), (Texts{"Updating the Reminders....", "Updating Reminders on the server...."}));
@@ -68,7 +68,7 @@ TEST_F(EventReminders, AnUpdateReachesTheServerAndTheFile) {
         event.Reminders[1].Type = static_cast<int32_t>(ReminderType::Popup);
         event.Reminders[1].ServerId = -1;
         server.results = {removed};
-        UpdateEventReminders(world, event, true);
+        UpdateEventReminders(world, event, Report::Shown);
         EXPECT_EQ(server.calls.back(), "delete 103") << "a popup isn't mailed";
         EXPECT_EQ(OfEvent()[1].ServerId, removed ? -1 : 103);
     }
@@ -81,7 +81,7 @@ TEST_F(EventReminders, WithoutAConnectionTheOldRemindersStay) {
     event.Reminders[0].Message = "Changed popup";
     event.Reminders.erase(event.Reminders.begin() + 1);
     event.Reminders.push_back(ReminderFor(event, ReminderType::Popup, 50));
-    UpdateEventReminders(world, event, true);
+    UpdateEventReminders(world, event, Report::Shown);
     EXPECT_FALSE(RemindersDiffer(before, OfEvent())) << "the popups take part";
     EXPECT_FALSE(RemindersDiffer(before, event.Reminders));
     EXPECT_THAT(prompts.seen, ElementsAre(StartsWith("No Server Connection? "), kNotAll));
@@ -94,7 +94,7 @@ TEST_F(EventReminders, AFailureUndoesWhatTheServerDidNotDo) {
     event.Reminders.push_back(ReminderFor(event, ReminderType::Email, 40));
     event.Reminders.push_back(ReminderFor(event, ReminderType::Email, 50));
     server.results = {0, 7, -1, 0};  // the changed one, two new ones, the removed one
-    UpdateEventReminders(world, event, true);
+    UpdateEventReminders(world, event, Report::Shown);
     EXPECT_EQ(prompts.seen, Texts{kNotAll});
     const ReminderList reminders = OfEvent();
     ASSERT_EQ(reminders.size(), 4u);
@@ -108,33 +108,35 @@ TEST_F(EventReminders, TheServerIsTestedTwiceAndThenAskedAbout) {
         std::deque<int32_t> tests;
         std::deque<PromptAnswer> answers;
         Report report;
-        bool answers_, asked;
+        ServerCheck check;
+        bool asked;
         std::vector<int> waits;
     };
     const auto yes = PromptAnswer::Yes, no = PromptAnswer::No;
     const auto shown = Report::Shown, silent = Report::Silent;
-    const Case cases[] = {{{1}, {}, shown, true, false, {}},
-                          {{0, 1}, {}, shown, true, false, {800}},
-                          {{0, 0}, {}, silent, false, false, {800}},
-                          {{0, 0}, {no}, shown, false, true, {800}},
-                          {{0, 0, 1}, {yes}, shown, true, true, {800}},
-                          {{0, -1, 0, 1}, {yes}, shown, true, true, {800, 500}},
-                          {{0, 0, 0, 0}, {yes}, shown, false, true, {800, 500}}};
+    using enum ServerCheck;
+    const Case cases[] = {{{1}, {}, shown, Answers, false, {}},
+                          {{0, 1}, {}, shown, Answers, false, {800}},
+                          {{0, 0}, {}, silent, NoAnswer, false, {800}},
+                          {{0, 0}, {no}, shown, NoAnswer, true, {800}},
+                          {{0, 0, 1}, {yes}, shown, Answers, true, {800}},
+                          {{0, -1, 0, 1}, {yes}, shown, Answers, true, {800, 500}},
+                          {{0, 0, 0, 0}, {yes}, shown, TriedInVain, true, {800, 500}}};
     for (const Case& one : cases) {
         server.tests = one.tests;
         prompts.answers = one.answers;
         prompts.seen.clear();
         waits.clear();
-        EXPECT_EQ(CheckServer(world, one.report), one.answers_);
+        EXPECT_EQ(CheckServer(world, one.report), one.check);
         EXPECT_TRUE(server.tests.empty());
         EXPECT_EQ(prompts.seen.size(), one.asked ? 1u : 0u);
         EXPECT_EQ(waits, one.waits);
     }
     server.isSetUp = false;
     prompts.seen.clear();
-    EXPECT_FALSE(CheckServer(world, Report::Silent));
+    EXPECT_EQ(CheckServer(world, Report::Silent), ServerCheck::NoAnswer);
     EXPECT_TRUE(prompts.seen.empty());
-    EXPECT_FALSE(CheckServer(world, Report::Shown));
+    EXPECT_EQ(CheckServer(world, Report::Shown), ServerCheck::NoAnswer);
     EXPECT_NE(prompts.seen[0].find("No reminder server is set up"), std::string::npos);
 }
 
@@ -177,7 +179,10 @@ TEST_F(EventReminders, WhatIsTriedAgainInVainIsTold) {
     for (const bool removes : {true, false}) {
         prompts.seen.clear();
         prompts.answers = {PromptAnswer::Yes};
-        removes ? RemoveEventReminders(world, event, Report::Shown) : CreateSeriesReminders(world, event.Reminders);
+        if (removes)
+            RemoveEventReminders(world, event, Report::Shown);
+        else
+            CreateSeriesReminders(world, event.Reminders);
         EXPECT_THAT(prompts.seen, ElementsAre(StartsWith("No Server Connection? "), kNotAll));
     }
 }
@@ -255,7 +260,7 @@ TEST_F(EventReminders, LeadToTheirEventOrToTheirDay) {
 TEST_F(EventReminders, AFileThatCannotBeReadIsNotWritten) {
     world.reminderFile = folder / ".";
     event.Reminders = {ReminderFor(event, ReminderType::Popup, 10)};
-    UpdateEventReminders(world, event, true);
+    UpdateEventReminders(world, event, Report::Shown);
     CreateSeriesReminders(world, event.Reminders);
     EXPECT_FALSE(SaveNewReminder(world, event.Reminders[0]));
     RemoveRemindersOfEvents(world, {event}, Report::Shown);

@@ -104,7 +104,7 @@ TEST_F(Months, TheSelectionMovesAndTurnsTheMonth) {
     EXPECT_EQ(view.CurrentDay(), Day(2026, 2, 27));
     EXPECT_EQ(view.Grid().Month(), Day(2026, 2, 1));
     view.MoveBy(2, false);
-    EXPECT_EQ(view.Grid().Month(), Day(2026, 2, 1)) << "a cell of the month behind is a cell too";
+    EXPECT_EQ(view.Grid().Month(), Day(2026, 2, 1)) << "a cell of the month after is a cell too";
     view.TurnMonths(-2);
     EXPECT_EQ(view.CurrentDay(), Day(2025, 12, 1));
     view.MoveBy(100, true);

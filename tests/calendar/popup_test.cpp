@@ -114,7 +114,7 @@ TEST(PopupSchedule, TellsPopupsOfOneIdAndMomentApart) {
     }
 }
 
-TEST(PopupSchedule, BringsASnoozedPopupBackEvenBehindARestart) {
+TEST(PopupSchedule, BringsASnoozedPopupBackEvenAfterARestart) {
     const ReminderList reminders = {PopupAt("a", kNow), PopupAt("b", kNow)};
     PopupSchedule schedule;
     schedule.SetReminders(reminders, kNow);

@@ -97,7 +97,7 @@ void Yearly(Model& model) {
             if (y > from.year() && !ymd.ok())
                 return;
             date = ymd;
-            // Behind its month, the series begins on the first of the month of the next year.
+            // After its month, the series begins on the first of the month of the next year.
             if (date < model.first) {
                 model.first = (y + std::chrono::years(1)) / wanted / day(1);
                 return Yearly(model);
@@ -160,7 +160,7 @@ TEST(SeriesModel, AgreesOnFourThousandRandomSeries) {
     for (int i = 0; i < 4000; ++i) {
         const CTmEvent event = random.Next();
         std::vector<sys_days> dates;
-        for (const Occurrence& date : SeriesDates(event)) {
+        for (const Occurrence& date : SeriesDates(event).dates) {
             dates.push_back(ToDays(date.start));
             EXPECT_EQ(date.end.Seconds() - date.start.Seconds(), 55 * 60 + 59);
         }

@@ -37,12 +37,12 @@ TEST(SeriesRules, GiveASeriesRoomForItsSecondDate) {
     }
 }
 
-TEST(SeriesRules, KeepTheEndBehindTheStart) {
+TEST(SeriesRules, KeepTheEndAfterTheStart) {
     CTmEvent event = Series(kDaily, {1, 0, 1}, Day(2011, 3, 1, 9), Day(2011, 2, 1, 9));
-    KeepEndBehindStart(event);
+    KeepEndAfterStart(event);
     EXPECT_EQ(event.RecurrenceEnd, Day(2011, 3, 1, 9));
     event.RecurrenceStart = Day(2011, 2, 1, 9);
-    KeepEndBehindStart(event);
+    KeepEndAfterStart(event);
     EXPECT_EQ(event.RecurrenceEnd, Day(2011, 3, 1, 9));
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 std::string Starts(const CTmEvent& event) {
     std::string text;
-    for (const Occurrence& date : SeriesDates(event))
+    for (const Occurrence& date : SeriesDates(event).dates)
         text += (text.empty() ? "" : " ") + date.start.Format("%y%m%d");
     return text;
 }
@@ -80,14 +80,13 @@ TEST(Series, EndsForDamagedPatterns) {
          {std::pair(DateTime::Invalid(), last), {first, DateTime::Invalid()}, {DateTime(), DateTime()}})
         EXPECT_EQ(Starts(Series(kDaily, {1, 0, 1}, from, to)), "") << "without its dates";
     CTmEvent single = Series(kDaily, {1, 0, 1}, first, last);
-    bool isCut = false;
-    EXPECT_EQ(SeriesDates(single, &isCut).size(), kMostOccurrences);
-    EXPECT_TRUE(isCut);
+    EXPECT_EQ(SeriesDates(single).dates.size(), kMostOccurrences);
+    EXPECT_TRUE(SeriesDates(single).isCut);
     single.RecurrenceEnd = first.PlusDays(kMostOccurrences - 1);
-    EXPECT_EQ(SeriesDates(single, &isCut).size(), kMostOccurrences);
-    EXPECT_FALSE(isCut) << "just as many as a series can have";
+    EXPECT_EQ(SeriesDates(single).dates.size(), kMostOccurrences);
+    EXPECT_FALSE(SeriesDates(single).isCut) << "just as many as a series can have";
     single.Recurring = 2112;
-    EXPECT_TRUE(SeriesDates(single).empty()) << "1 alone recurs";
+    EXPECT_TRUE(SeriesDates(single).dates.empty()) << "1 alone recurs";
 }
 
 TEST(Series, KeepsTimesOfDayAndTheSpanOfDays) {
@@ -96,18 +95,18 @@ TEST(Series, KeepsTimesOfDayAndTheSpanOfDays) {
     event.End = Day(2010, 6, 2, 1, 0, 59);
     const std::vector<Occurrence> twoDays = {{Day(2011, 2, 27, 22, 30), Day(2011, 2, 28, 1, 0, 59)},
                                              {Day(2011, 2, 28, 22, 30), Day(2011, 3, 1, 1, 0, 59)}};
-    EXPECT_EQ(SeriesDates(event), twoDays);
+    EXPECT_EQ(SeriesDates(event).dates, twoDays);
     event.End = Day(2010, 5, 31, 8);
-    EXPECT_EQ(SeriesDates(event)[0].end, Day(2011, 2, 26, 8)) << "an event that ends before it starts";
+    EXPECT_EQ(SeriesDates(event).dates[0].end, Day(2011, 2, 26, 8)) << "an event that ends before it starts";
     event.End = DateTime::Invalid();
-    EXPECT_EQ(SeriesDates(event)[1], (Occurrence{Day(2011, 2, 28, 22, 30), DateTime::Invalid()}));
+    EXPECT_EQ(SeriesDates(event).dates[1], (Occurrence{Day(2011, 2, 28, 22, 30), DateTime::Invalid()}));
     event.Start = DateTime();
-    EXPECT_EQ(SeriesDates(event)[1], (Occurrence{DateTime::Invalid(), DateTime::Invalid()}));
+    EXPECT_EQ(SeriesDates(event).dates[1], (Occurrence{DateTime::Invalid(), DateTime::Invalid()}));
     event = Series(kDaily, {1, 0, 1}, Day(9999, 12, 30), Day(9999, 12, 31));
     event.End = event.Start.PlusDays(-1);
     event.Start = event.Start.PlusDays(-2);
-    ASSERT_EQ(SeriesDates(event).size(), 2u);
-    EXPECT_FALSE(SeriesDates(event)[1].end.IsValid());
+    ASSERT_EQ(SeriesDates(event).dates.size(), 2u);
+    EXPECT_FALSE(SeriesDates(event).dates[1].end.IsValid());
 }
 
 TEST(Series, MakesRecordsWithIdsOfTheirOwn) {
@@ -116,7 +115,7 @@ TEST(Series, MakesRecordsWithIdsOfTheirOwn) {
     event.SeriesId = "old";
     event.Label = "Class";
     event.Reminders.resize(2);
-    const EventList records = ExpandSeries(event, guids);
+    const EventList records = ExpandSeries(event, guids).records;
     EXPECT_EQ(Ids(records), "{GUID 2} {GUID 3}");
     for (const CTmEvent& record : records) {
         EXPECT_EQ(record.SeriesId, "{GUID 1}");

@@ -176,8 +176,8 @@ TEST(CategoryList, GivesNoIDThatNotesNameThoughTheForestHasLostIt) {
     const CProCategoryList copy = forest;
     for (const auto& [counter, id] : {std::pair(3, 6), {6, 9}, {9, 10}, {2147483646, 4}}) {
         int stored = counter;
-        EXPECT_EQ(forest.NewID(stored), id);
-        EXPECT_EQ(copy.NewID(stored), id);
+        EXPECT_EQ(forest.NewId(stored), id);
+        EXPECT_EQ(copy.NewId(stored), id);
     }
 }
 

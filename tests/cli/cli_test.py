@@ -377,6 +377,8 @@ class Completion(CliTest):
                 (["bibliography", "--"], {"--out", "--style", "--indent", "--et-al", "--unsorted"}, {"--width"}),
                 (["--data", data, "--notebook", ""], {"LorebinderMain", "Shore\\ Walks"}, {"notes"}),
                 (["--data", "=", data, "--notebook", "=", "Sh"], {"Shore\\ Walks"}, {"LorebinderMain"}),
+                (["--data", data, "--notebook", '"Shore W'], {"Shore Walks"}, {"Shore\\ Walks"}),
+                (["--data", data, "--notebook", "'Sh"], {"Shore Walks"}, set()),
                 (["text", "with"], {"with blank.rtf"}, {"data"}),
                 (["--data", "da"], {"data"}, {"with blank.rtf"}),
                 (["bibliography", "--out", "with"], {"with blank.rtf"}, set()),

@@ -240,8 +240,8 @@ class Events(FreshTest):
 
     def test_a_series_of_more_dates_than_it_can_have_says_so(self):
         file = self.top / "Events.dat"
-        for last, says in [("1873-10-15", b""), ("1873-10-16", b"{A} goes on behind its first 100000 dates"),
-                           ("2200-01-01", b"{A} goes on behind its first 100000 dates")]:
+        for last, says in [("1873-10-15", b""), ("1873-10-16", b"{A} goes on after its first 100000 dates"),
+                           ("2200-01-01", b"{A} goes on after its first 100000 dates")]:
             with self.subTest(last=last):
                 file.write_bytes(version(11.56) + number(1) + event_bytes(
                     "{A}", 1, 0, "1600-01-01-09-05-00", "1600-01-01-10-00-00", f"{last}-09-05-00",

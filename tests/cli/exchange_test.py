@@ -137,7 +137,7 @@ class Choice(ExchangeTest):
         self.expect(3, "export", "--out", str(self.top / "none" / "x.lbe"), says="No such file", data=data)
         before = fingerprint(data / "Data Files" / "Databases")
         for target, says in [("..", "Is a directory"), ("../..", "Is a directory"),
-                             (f"{self.top}/none/..", "no name of a file")]:
+                             (f"{self.top}/none/..", "the name of a file")]:
             self.expect(3, "export", "--out", target, says=says, data=data)
             self.assertEqual(fingerprint(data / "Data Files" / "Databases"), before)
         self.expect(3, "import", str(self.top / "gone.lbe"), says="can't be imported", data=data)
@@ -183,7 +183,7 @@ class PlainRecords(ExchangeTest):
         self.write(number(1) + plain_note(5) + number(0) + plain_note(6) + number(0))
         for options in ([], ["--status"]):
             self.expect(3, "import", str(self.archive), *options, data=self.data,
-                        says="The archive announces 1 notes; what stands behind them was not taken")
+                        says="The archive announces 1 notes; what stands after them was not taken")
 
     def test_sources_that_the_archive_lacks_are_told(self):
         self.write(number(1) + plain_note(5, 77))

@@ -282,7 +282,7 @@ class NoteBooks(CliTest):
                         files / "Events.dat", self.databases / "all.lbe", self.data / "settings.ini",
                         self.data / "lorebinder.lock", self.top / "lead.lbe", self.top / "folder" / note.name):
                 with self.subTest(command=command, out=out):
-                    self.expect(3, command, "--out", out, says="belongs to the data folder")
+                    self.expect(2, command, "--out", out, says="belongs to the data folder")
                     self.assertEqual(fingerprint(self.data), before)
             self.expect(0, command, "--out", self.data / "mine.lbe")
             self.expect(0, command, "--out", files / "mine.lbe")

@@ -162,13 +162,19 @@ class Writing(FreshTest):
                       ({"authors": ["Lamp"]}, b'element 1 of "authors" is not an object'),
                       ({"sources": [{"FieldTexts": ["A Book"]}, {"FieldTexts": [" ", "x"]}]},
                        b"source 2: Source must have a title."),
+                      *(({"sources": [{"FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"], **wrong}]}, words)
+                        for wrong, words in [({"SourceType": 0}, b"source 2: SourceType is 0; it must be 1 to 7"),
+                                             ({"SourceType": 8}, b"SourceType is 8"),
+                                             ({"SourceType": 1001}, b"a CustomTypeCopy that has a GUID"),
+                                             ({"FormatStyle": 14}, b"FormatStyle is 14; it must be 0 to 13"),
+                                             ({"FormatStyle": -1}, b"FormatStyle is -1")]),
                       ({"sources": [{"FieldTexts": ["A Book", "x" * 500001]}]},
                        b"source 1: the field FieldTexts holds a text of 500001 bytes, over the limit of 500000"),
                       ({"authors": [{"last": "Lamp"}, {"last": "x" * 500001}],
                         "sources": [{"FieldTexts": ["A Book"]}]}, b"author 2: the field last"),
                       *(({"authors": [{"last": "Lamp"}], "sources": [
                           {"FieldTexts": ["A Book"]}, {"FieldTexts": ["Other"], "HasDate": True, "SourceDate": date}]},
-                         b"source 2: HasDate is true, but SourceDate is no date that exists")
+                         b"source 2: HasDate is true, but SourceDate isn't a date that exists")
                         for date in ("2011-02-30T00:00:00", "2011-01-01T24:00:00", "2011", "invalid", "", None, 2011))
                   ]))]:
             with self.subTest(args=args):
@@ -386,6 +392,10 @@ class Writing(FreshTest):
                  'element 1 of "AuthorIDs"', 'element 3 of "AuthorIDs"', '"DateText" is left out: it must be a text'),
                 ({"AuthorIDs": 1, "HasDate": "yes"}, {"AuthorIDs": [], "HasDate": False},
                  '"AuthorIDs" is left out: it must be a list', '"HasDate" is left out: it must be true or false'),
+                ({"IndentSpaces": 2 * 10 ** 9, "AuthorsBeforeEtAl": 0, "YearOnly": 2112, "UseDateText": -1, "FormatStyle": 13},
+                 {"IndentSpaces": 10, "AuthorsBeforeEtAl": 1, "YearOnly": 1, "UseDateText": 0, "FormatStyle": 13},
+                 "IndentSpaces is 2000000000 and becomes 10", "AuthorsBeforeEtAl is 0 and becomes 1",
+                 "YearOnly is 2112 and becomes 0", "UseDateText is -1 and becomes 0"),
                 ({"SourceDate": "2011-02-30", "DateText": "May"}, {"HasDate": False, "DateText": "May"},
                  '"SourceDate" is left out: it must be a date that exists'),
                 ({"CustomTypeCopy": "Map", "AuthorIDs": [1]}, {"AuthorIDs": ["Lamp"]}, '"CustomTypeCopy" is left out'),

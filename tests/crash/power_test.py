@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Every writing command, and a power cut behind each of its calls: what was not flushed by then is lost, comes in another
+"""Every writing command, and a power cut after each of its calls: what was not flushed by then is lost, comes in another
 order, or is there in part. The data folder shows each note as it was or as it would have become; and once the command
 has reported that it is done, as it would have become.
 
@@ -59,7 +59,7 @@ class PowerCut(unittest.TestCase):
         self.there = files
 
     def states(self, lines):
-        """Every different state that a cut behind one of the calls may leave: digest -> (call, files)."""
+        """Every different state that a cut after one of the calls may leave: digest -> (call, files)."""
         disk, found = LostWrites(self.data, self.base), {}
         for number, line in enumerate(lines):
             disk.play(line)
@@ -79,7 +79,7 @@ class PowerCut(unittest.TestCase):
             self.show(files)
             problem = WORLD.problem(self.data, self.old, new, files=files)
             if problem:
-                bad.append(f"seed {SEED}, {name}, cut behind call {number}, {line[:200]}: {problem}")
+                bad.append(f"seed {SEED}, {name}, cut after call {number}, {line[:200]}: {problem}")
         return disk, bad, len(states)
 
     def test_a_power_cut_leaves_each_note_as_it_was_or_as_it_became(self):
@@ -94,15 +94,14 @@ class PowerCut(unittest.TestCase):
                 last = disk.left(set(), 0)
                 self.show(last)
                 self.assertEqual(WORLD.problem(self.data, new, new, files=last), "", f"{name}, done, then cut")
-        print(f"{total} states behind {calls} calls of {len(WORLD.flows())} flows, seed {SEED}", file=sys.stderr)
+        print(f"{total} states after {calls} calls of {len(WORLD.flows())} flows, seed {SEED}", file=sys.stderr)
         self.assertGreater(total, 3 * len(WORLD.flows()))
 
     def test_a_missing_flush_is_found(self):
         for flow, left_out in (("edit", "file"), ("move", "folder")):
             lines, new, _ = self.recorded(flow)
-            is_file = lambda line: pathlib.Path(line.split("\t")[1]).suffix != ""
-            lines = [line for line in lines
-                     if not line.startswith("fsync\t") or is_file(line) != (left_out == "file")]
+            lines = [line for line in lines if not line.startswith("fsync\t") or
+                     (pathlib.Path(line.split("\t")[1]).suffix != "") != (left_out == "file")]
             self.assertTrue(self.bad(flow, lines, new, False)[1], f"{flow} without the flush of a {left_out}")
 
 

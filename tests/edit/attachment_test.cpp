@@ -131,7 +131,7 @@ TEST_F(AttachmentTest, LinksAreAskedForAndKeepAnOwnTitle) {
     EXPECT_EQ(list.Items()[0].record.title, "Site");
 }
 
-TEST_F(AttachmentTest, ALinkIsChangedInItsPlaceThoughOthersAreAddedBehindTheQuestion) {
+TEST_F(AttachmentTest, ALinkIsChangedInItsPlaceThoughOthersAreAddedAfterTheQuestion) {
     list.AddLink("http://example.org/first");
     list.AddLink("http://example.org/1");
     prompts.whileShown = [this] {

@@ -171,7 +171,7 @@ TEST_F(CategoryAssignmentTest, ASaveIsRefusedWhoseCategoriesCantBeWritten) {
 }
 
 TEST_F(CategoryAssignmentTest, WhatAnotherEditorHasSavedMeanwhileIsNeitherReplacedNorDoubled) {
-    // What another editor and the own one hold, the own path behind the save, and how many more categories there are.
+    // What another editor and the own one hold, the own path after the save, and how many more categories there are.
     const std::tuple<Path, Path, const char*, size_t> cases[] = {
         {{"Fog"}, {"Reef"}, "L1: Reef\n", 2},
         {{"Fog", "Bells"}, {"Reef", "Horns"}, "L1: Reef\nL2: Horns\n", 4},

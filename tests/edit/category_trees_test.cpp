@@ -138,14 +138,13 @@ TEST_F(CategoryTreesTest, CategoriesOfTheSameNameMergeIntoTheTarget) {
               "Merge Level 2 Categories With Same Name?? There is already a Level 2 Category under History that is "
               "named \"Lights\".\n\nDo you wish to merge the \"lights\" Category that is being moved with the existing "
               "\"Lights\" Category?");
-    // What the target lacks is numbered behind every id that was given out.
+    // What the target lacks is numbered after every id that was given out.
     EXPECT_EQ(Shape(), "1:History(2:Ships,3:Lights(4:Lenses,9:Oil)) 5:Law 21122112:<UNASSIGNED>");
     EXPECT_EQ(Filed(), "1--|23-|4-5|44-|---|91-|-2-");
     EXPECT_THAT(NotesOf(1, 1), ElementsAre(1, 2, 3, 4, 6));
     EXPECT_EQ(NotesWithOtherPaths(master, trees.Forest()), (LongList{4, 6}));
-    bool hasMore = false;
-    const CProCategoryList both = WithVanished(master, trees.Forest(), hasMore);
-    EXPECT_TRUE(hasMore);
+    const auto [both, hasVanished] = WithVanished(master, trees.Forest());
+    EXPECT_TRUE(hasVanished);
     EXPECT_EQ(lore::Shape(both),
               "1:History(2:Ships,3:Lights(4:Lenses,9:Oil)) 5:Law(6:lights(7:Lenses,8:Oil)) 21122112:<UNASSIGNED>");
 }

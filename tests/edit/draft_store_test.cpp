@@ -16,11 +16,10 @@ protected:
         return store.ListDrafts().at(0);
     }
     Draft Read(const std::filesystem::path& path) {
-        Draft draft;
-        bool isWhole = false;
-        result = DraftStore::ReadDraft(path, world.Context(), draft, isWhole);
-        isRead = result.Ok() && isWhole;
-        return draft;
+        Loaded<Draft> loaded = DraftStore::ReadDraft(path, world.Context());
+        result = loaded.file;
+        isRead = loaded.ReadWhole();
+        return std::move(loaded.value);
     }
     DraftStore store{book.paths};
     FileResult result;

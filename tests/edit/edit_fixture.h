@@ -18,7 +18,7 @@
 namespace lore {
 
 /// A NoteBook on the disk with two sources and a small forest, and the world of an editor around it.
-class EditFixture : public testing::Test {
+class EditFixture : public testing::Test, protected ScriptedPorts {
 protected:
     EditFixture() {
         book.paths = folder.paths;
@@ -71,11 +71,6 @@ protected:
     NoteBookFolder folder;
     OpenNoteBook book;
     Settings settings;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
-    NotedFaults faults;
     int optionsSaved = 0;
     EditWorld world{book, settings, prompts, progress, clock, guids, faults, nullptr, [this] { ++optionsSaved; }};
 };

@@ -22,7 +22,7 @@ protected:
         PutBytes(book.paths.Attachments() / "0000001.txt", "attached");
     }
     std::filesystem::path Attached() const { return book.paths.Attachments() / "0000001.txt"; }
-    static std::vector<int32_t> IDs(const DeletedNotes& deleted) { return Each(deleted.notes, &CNote::id); }
+    static std::vector<int32_t> Ids(const DeletedNotes& deleted) { return Each(deleted.notes, &CNote::id); }
     ReadContext context = world.Context();
     NoteRemoval removal{book, context, faults, nullptr};
 };
@@ -94,7 +94,7 @@ TEST_F(NoteRemovalTest, WithoutALookAtAllOtherNotesNoFileGoes) {
             if (isBlocked)
                 std::filesystem::create_symlink(stray.filename(), stray);  // leads to itself
             const DeletedNotes deleted = beside.DeleteNotes(LongList{1}, files);
-            EXPECT_THAT(IDs(deleted), ElementsAre(1));
+            EXPECT_THAT(Ids(deleted), ElementsAre(1));
             EXPECT_EQ(faults.faults.size(), told);
             EXPECT_EQ(BytesOf(Attached()), "attached");
             EXPECT_FALSE(removal.RestoreNotes(deleted).Contains(1));
@@ -143,7 +143,7 @@ TEST_F(NoteRemovalTest, FilesThatComeBackAreFlushedAndAFailureIsTold) {
 
 TEST_F(NoteRemovalTest, ANoteWhoseFileCantBeWrittenStaysWhole) {
     Block(book.paths.NoteFile("SRC0000001011.dat"));
-    EXPECT_THAT(IDs(removal.DeleteNotes(LongList{1, 3}, GoneFiles::Deleted)), ElementsAre(3));
+    EXPECT_THAT(Ids(removal.DeleteNotes(LongList{1, 3}, GoneFiles::Deleted)), ElementsAre(3));
     EXPECT_FALSE(faults.faults.empty());
     EXPECT_TRUE(book.index.Contains(1));
     EXPECT_TRUE(book.keyWords.FindByName("lamp"));

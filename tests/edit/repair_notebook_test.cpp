@@ -51,7 +51,7 @@ TEST_F(RepairNoteBookTest, NotesThatShareANumberGetNumbersOfTheirOwn) {
         {"with a copy of the one that shows", {{first, {shown}}, {second, {far}}, {stray, {shown}}}, 2},
         {"with a copy of the other one", {{first, {shown}}, {second, {far}}, {stray, {far}}}, 2},
         {"twice in one file", {{first, {shown, other, shown}}, {second, {far, far}}}, 3},
-        {"behind a file that broke off", {{first, {cut}}, {second, {whole, whole}}}, 2},
+        {"after a file that broke off", {{first, {cut}}, {second, {whole, whole}}}, 2},
         {"in a file of copies", {{first, {shown, other}}, {stray, {other, far, shown}}}, 3},
     };
     for (const auto& [what, before, count] : cases) {
@@ -184,7 +184,7 @@ TEST_F(RepairNoteBookTest, ADamagedListOfCategoriesIsWrittenAnewAndKeptOnce) {
         const int32_t id = DeepestCategoryID(stored.categories[1]);
         EXPECT_EQ(NotePlaces(Reloaded().categories, 2).at(7)->id, id);
         EXPECT_EQ(Reloaded().categories.FindByID(id)->name, "Places");
-        EXPECT_EQ(Reloaded().categories.FindRootByName(""), nullptr) << "made up behind the end of the file";
+        EXPECT_EQ(Reloaded().categories.FindRootByName(""), nullptr) << "made up after the end of the file";
         EXPECT_THAT(CheckNoteBook(book.paths, world.Context(), faults), IsEmpty());
         const std::filesystem::path kept = book.paths.Categories().string() + ".kept";
         EXPECT_EQ(BytesOf(kept), damaged);

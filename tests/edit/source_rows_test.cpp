@@ -7,7 +7,7 @@ namespace {
 
 class SourceRowsTest : public EditFixture {
 protected:
-    std::vector<int32_t> IDs() const {
+    std::vector<int32_t> Ids() const {
         return Each(rows.Rows(), [](const SourceRow& row) { return row.source.SourceID; });
     }
     std::vector<std::string> Written() const {
@@ -27,7 +27,7 @@ TEST_F(SourceRowsTest, InformationFollowsItsSourceWhateverTheOrderAndTheCase) {
     CNote note = SourceNote(1, {1012, 1011});
     note.sourceInfo = {{"{source-1011}", "p. 7"}};
     rows.Fill(note, true);
-    EXPECT_THAT(IDs(), ElementsAre(1012, 1011));
+    EXPECT_THAT(Ids(), ElementsAre(1012, 1011));
     EXPECT_EQ(rows.LineText(0), "Click Here to Add Note Specific Info...");
     EXPECT_EQ(rows.LineText(1), "p. 7");
     EXPECT_THAT(Written(), ElementsAre("1012", "1011", "{source-1011}=p. 7"));
@@ -36,7 +36,7 @@ TEST_F(SourceRowsTest, InformationFollowsItsSourceWhateverTheOrderAndTheCase) {
 
 TEST_F(SourceRowsTest, UnknownAndRepeatedSourcesAreDropped) {
     rows.Fill(SourceNote(1, {99, 1011, 1011, -5}), true);
-    EXPECT_THAT(IDs(), ElementsAre(1011));
+    EXPECT_THAT(Ids(), ElementsAre(1011));
     EXPECT_THAT(Written(), ElementsAre("1011"));
 }
 
@@ -97,7 +97,7 @@ TEST_F(SourceRowsTest, ASourceIsAddedOnceAtTheEndAndAllRowsAreRenewed) {
     EXPECT_EQ(rows.AddSource(1011), 1u);
     EXPECT_EQ(rows.AddSource(1012), 0u);
     EXPECT_EQ(rows.AddSource(4), std::nullopt);
-    EXPECT_THAT(IDs(), ElementsAre(1012, 1011));
+    EXPECT_THAT(Ids(), ElementsAre(1012, 1011));
     EXPECT_NE(rows.Rows()[0].source.FormattedText.find("Another title"), std::string::npos);
     EXPECT_EQ(rows.Rows()[0].text, "kept");
     EXPECT_EQ(book.sources.FindSourceByID(1012)->FormattedText.find("Another title"), std::string::npos)
@@ -118,7 +118,7 @@ TEST_F(SourceRowsTest, RemovingTheFirstMakesTheNextTheMainSource) {
     rows.Fill(SourceNote(1, {1012, 1011}), true);
     book.sources.RemoveSource(1012);
     rows.Refresh();
-    EXPECT_THAT(IDs(), ElementsAre(1011)) << "a row goes with its source";
+    EXPECT_THAT(Ids(), ElementsAre(1011)) << "a row goes with its source";
 }
 
 }  // namespace

@@ -17,14 +17,11 @@ namespace lore {
 extern int64_t bytesLeft;
 
 /// A NoteBook on the disk that exports and imports, with ports that note all they are told.
-struct ExchangeBook {
+struct ExchangeBook : UserPorts {
     NoteBookFolder folder;
     ReadWorld world;
     OpenNoteBook book;
     IdCounters counters;
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    NotedFaults faults;
     int reloads = 0;
     ImportChanges* changes = nullptr;  ///< what an import tells of itself
 
@@ -38,10 +35,12 @@ struct ExchangeBook {
     std::filesystem::path Attachment(const std::string& name) const { return folder.paths.Attachments() / name; }
     std::set<std::string> AttachmentNames() const { return NamesIn(folder.paths.Attachments()); }
     std::vector<CNote> Notes() { return FindNotes(book.index, book.index.AllIDs(), world.context, faults); }
-    ExportWorld ForExport() { return {book, folder.data, world.context, prompts, progress, faults}; }
+    ExportJob ForExport() { return {book, folder.data, world.context, {prompts, progress, faults}}; }
+    /// The number of notes, -1 for a failure.
     int Export(const std::filesystem::path& target, const std::vector<CNote>& notes,
                ExportedSources sources = ExportedSources::OfNotes) {
-        return ExportNotes(NotesOfList(notes), target, sources, ForExport());
+        const ArchiveOutcome made = ExportNotes(NotesOfList(notes), target, sources, ForExport());
+        return made.Failed() ? -1 : made.notes;
     }
     ImportOutcome Import(const std::filesystem::path& path, ImportChooser& chooser) {
         const auto reload = [this] {
@@ -49,8 +48,14 @@ struct ExchangeBook {
             Load();
         };
         return ImportNotes(path, chooser,
-                           {book, folder.data, counters, world.context, prompts, progress, faults, book.index.Count(),
-                            reload, changes});
+                           {book,
+                            folder.data,
+                            counters,
+                            world.context,
+                            {prompts, progress, faults},
+                            book.index.Count(),
+                            reload,
+                            changes});
     }
 };
 

@@ -78,13 +78,13 @@ TEST_F(ExportNotesTest, StreamsAWholeNoteBookInLoadingOrder) {
     made_.Load();
     const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
     EXPECT_EQ(notes.count, 802u);
-    EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()), 802);
+    EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()).notes, 802);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
     CNoteList list;
     for (const CNote& note : made_.Notes())
         list.AddNote(note);
     const int steps = std::exchange(made_.progress.steps, 0);
-    EXPECT_EQ(ExportNotes(NotesOfList(list), target_, ExportedSources::OfNotes, made_.ForExport()), 802);
+    EXPECT_EQ(ExportNotes(NotesOfList(list), target_, ExportedSources::OfNotes, made_.ForExport()).notes, 802);
     EXPECT_EQ(steps, made_.progress.steps);
     EXPECT_GE(steps, 802);
     EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
@@ -102,7 +102,7 @@ TEST_F(ExportNotesTest, AFileOfNotesThatCantBeReadIsToldOnce) {
         spoil();
         const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
         for (int i = 0; i < 2; ++i)
-            EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()), count);
+            EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()).notes, count);
         ASSERT_EQ(made_.faults.faults.size(), 1u) << says;
         EXPECT_EQ(made_.faults.faults[0].path + made_.faults.faults[0].reason, file.string() + says);
     }
@@ -144,13 +144,12 @@ TEST_F(ExportNotesTest, GivesZeroForNothingAndAfterACancel) {
         bool Cancelled() const override { return true; }
     } cancelling;
     const std::vector<CNote> notes = made_.Notes();
-    ExportWorld world{made_.book, made_.folder.data, made_.world.context, made_.prompts, cancelling, made_.faults};
-    EXPECT_EQ(ExportNotes(NotesOfList(notes), target_, ExportedSources::OfNotes, world), 0);
-    EXPECT_EQ(ExportNotes(NotesOfNoteBook(made_.book, made_.world.context, made_.faults), target_,
-                          ExportedSources::OfNotes, world),
-              0);
+    const ExportJob job{made_.book, made_.folder.data, made_.world.context, {made_.prompts, cancelling, made_.faults}};
+    for (const ExportedNotes& stopped :
+         {NotesOfList(notes), NotesOfNoteBook(made_.book, made_.world.context, made_.faults)})
+        EXPECT_EQ(ExportNotes(stopped, target_, ExportedSources::OfNotes, job).kind, ArchiveOutcome::Kind::Cancelled);
     made_.prompts.savePaths = {target_.string()};
-    RunExportCommand(NotesOfList(notes), ExportScope::Chosen, world);
+    RunExportCommand(NotesOfList(notes), ExportScope::Chosen, job);
     EXPECT_EQ(BytesOf(target_), "old");
     EXPECT_EQ(made_.prompts.seen.size(), 1u) << "the question for the file";
     EXPECT_EQ(cancelling.shown, 0);
@@ -204,14 +203,14 @@ TEST_F(ExportNotesTest, TakesTheRecordThatShowsOfANoteThatStandsTwiceInItsFile) 
         made_.folder.Put("DAY01012020.dat", held);
         made_.Load();
         const ExportedNotes notes = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
-        EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()), 3);
+        EXPECT_EQ(ExportNotes(notes, target_, ExportedSources::OfNotes, made_.ForExport()).notes, 3);
         EXPECT_EQ(Unpacked("_ExpNotes.dat"), Expected(made_.Notes(), false));
         EXPECT_EQ(made_.Notes().front().keyWords, held.front().keyWords);
     }
     EXPECT_TRUE(made_.faults.faults.empty());
     std::filesystem::remove(made_.folder.paths.NoteFile("DAY01012020.dat"));
     const ExportedNotes left = NotesOfNoteBook(made_.book, made_.world.context, made_.faults);
-    EXPECT_EQ(ExportNotes(left, target_, ExportedSources::OfNotes, made_.ForExport()), 1);
+    EXPECT_EQ(ExportNotes(left, target_, ExportedSources::OfNotes, made_.ForExport()).notes, 1);
 }
 
 TEST_F(ExportNotesTest, CommandsSpeakTheirTexts) {

@@ -48,7 +48,7 @@ protected:
         return book.Import(archive_, chooser);
     }
     /// Imports into `to_` after an edit of a note, with what follows it. Gives the texts of the drafts that are left.
-    Lines DraftsBehind(bool cancels, const std::function<void(ImportEditing&, ImportComparison&)>& then) {
+    Lines DraftsAfter(bool cancels, const std::function<void(ImportEditing&, ImportComparison&)>& then) {
         EditingChooser chooser(to_, [&](ImportEditing& editing, ImportComparison& comparison) {
             Edit(editing, comparison);
             then(editing, comparison);
@@ -200,18 +200,18 @@ TEST_F(ImportEditingTest, DraftsGoOnceTheirNotesHaveLandedOrTheUserDropsThem) {
     const auto forget = [&] { std::filesystem::remove_all(DraftStore(to_.book.paths).Folder()); };
     const std::filesystem::path sources = to_.book.paths.Sources();
     Block(sources);
-    EXPECT_EQ(DraftsBehind(false, nothing), kept) << "nothing could be stored";
+    EXPECT_EQ(DraftsAfter(false, nothing), kept) << "nothing could be stored";
     std::filesystem::remove_all(sources);
     to_.Load();
     EXPECT_EQ(to_.book.index.Count(), 0u);
-    EXPECT_EQ(DraftsBehind(true, drop), kept) << "that of the earlier import is no matter of this one";
+    EXPECT_EQ(DraftsAfter(true, drop), kept) << "that of the earlier import is no matter of this one";
     forget();
-    EXPECT_EQ(DraftsBehind(true, drop), none);
-    EXPECT_EQ(DraftsBehind(true, nothing), kept) << "the window has gone without an answer";
+    EXPECT_EQ(DraftsAfter(true, drop), none);
+    EXPECT_EQ(DraftsAfter(true, nothing), kept) << "the window has gone without an answer";
     forget();
-    EXPECT_EQ(DraftsBehind(false, untick), kept) << "another note has landed, not this one";
+    EXPECT_EQ(DraftsAfter(false, untick), kept) << "another note has landed, not this one";
     forget();
-    EXPECT_EQ(DraftsBehind(false, nothing), none);
+    EXPECT_EQ(DraftsAfter(false, nothing), none);
 }
 
 /// A picture that has left a note's text lies in the folder of the import, which goes.

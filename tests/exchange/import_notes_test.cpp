@@ -344,7 +344,7 @@ TEST_F(ImportNotesTest, RefusedArchivesSaySoAndChangeNothing) {
          },
          -1, "a hundred times"},
     };
-    to_.prompts.whileShown = [this] { EXPECT_EQ(to_.progress.shown, 0) << "behind the message"; };
+    to_.prompts.whileShown = [this] { EXPECT_EQ(to_.progress.shown, 0) << "after the message"; };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         c.make();
@@ -558,7 +558,7 @@ TEST_F(ImportNotesTest, ARecordFileThatIsReadOnlyInPartIsTold) {
     const std::vector<ArchiveNote> both = {{DayNote(1), {}}, {DayNote(2), {}}};
     const std::vector<ArchiveNote> all = {AllSources(), both[0], both[1]};
     const size_t cut = Records(3, all).size() - Records(2, both).size() / 3;
-    const std::string more = " notes; what stands behind them was not taken: it holds more than it announces";
+    const std::string more = " notes; what stands after them was not taken: it holds more than it announces";
     const struct {
         const char* what;
         std::string bytes;

@@ -65,7 +65,7 @@ TEST_F(SourceMergeTest, ANewSourceBringsItsAuthorsByName) {
     EXPECT_TRUE(merge_.HasNewSources() && merge_.HasNewAuthors());
 }
 
-TEST_F(SourceMergeTest, NothingGetsTheIdOfAnotherBehindTheHighest) {
+TEST_F(SourceMergeTest, NothingGetsTheIdOfAnotherAfterTheHighest) {
     book_.sources.AddTail(FullSource(2147483647));
     book_.authors.AddAuthor(Author(2147483647, "Far", "", "Away"));
     counters_.MaxAuthorID = 2147483647;

@@ -34,8 +34,8 @@ struct BackupTest : NoteBooksWorld, testing::Test {
         settings.Set(Option::BackupPath, (folder / "notes.lbe").string());
         context.now = DateTime(2011, 7, 12, 10, 0, 0);
     }
-    BackupWorld World() {
-        return {data, settings, context, prompts, progress, faults, [this] { ++saves; }};
+    BackupJob Job() {
+        return {data, settings, context, {prompts, progress, faults}, [this] { ++saves; }};
     }
     std::set<std::string> Files() const {
         std::set<std::string> names = NamesIn(folder.Path());
@@ -45,7 +45,7 @@ struct BackupTest : NoteBooksWorld, testing::Test {
     void RunAuto(bool fromMenu, PromptAnswer answer = PromptAnswer::Yes) {
         prompts.seen.clear();
         prompts.answers = {answer};
-        fromMenu ? RunAutoBackup(World()) : AutoBackupAtClose(World());
+        fromMenu ? RunAutoBackup(Job()) : AutoBackupAtClose(Job());
     }
     void RunAutoOn(int day) {
         context.now = DateTime(2011, 7, day, 10, 0, 0);
@@ -85,7 +85,7 @@ TEST_F(BackupTest, PathTestLeavesWhatStandsThere) {
 
 TEST_F(BackupTest, AllNoteBooksGetAFileEachTheMainOneLastAndEmptyOnesNone) {
     prompts.savePaths = {(folder / "notes.lbe").string()};
-    BackupAllNoteBooks(World());
+    BackupAllNoteBooks(Job());
     EXPECT_THAT(
         progress.messages,
         ElementsAre("Loading *The sis* NoteBook for backup.....", "Exporting notes...", "Compressing export file...",
@@ -106,7 +106,7 @@ TEST_F(BackupTest, CurrentNoteBookIsBackedUpWholeWithItsSources) {
     source.SourceID = 1001;
     source.SourceGUID = "{S1}";
     PutSources(PathsOf(thesis), {source});
-    BackupCurrentNoteBook(thesis, World());
+    BackupCurrentNoteBook(thesis, Job());
     EXPECT_THAT(progress.messages.front(), "Loading notes...(may take a few moments)");
     EXPECT_EQ(prompts.seen.back(), "Finished!: All  *2*  of your notes have been successfully backed up!");
     ZipReader zip;
@@ -123,11 +123,11 @@ TEST_F(BackupTest, CurrentNoteBookIsBackedUpWholeWithItsSources) {
 }
 
 TEST_F(BackupTest, EmptyNoteBookAndACancelledDialogSayNothing) {
-    BackupCurrentNoteBook(thesis, World());
-    BackupAllNoteBooks(World());
+    BackupCurrentNoteBook(thesis, Job());
+    BackupAllNoteBooks(Job());
     prompts.savePaths = {(folder / "one.lbe").string()};
     prompts.seen.clear();
-    BackupCurrentNoteBook(empty, World());
+    BackupCurrentNoteBook(empty, Job());
     EXPECT_EQ(prompts.seen.size(), 1u);
     EXPECT_THAT(Files(), IsEmpty());
 }
@@ -248,13 +248,13 @@ TEST_F(BackupTest, AMissingAttachmentFileIsToldEachTimeAndTheEarlierBackupThatHa
         EXPECT_EQ(faults.faults.size(), 1u);
     }
     for (int run = 0; run < 2; ++run)
-        EXPECT_EQ(BackUpNoteBook(thesis, one, World()), 2);
+        EXPECT_EQ(BackUpNoteBook(thesis, one, Job()).notes, 2);
     EXPECT_EQ(BytesOf(one.string() + ".kept"), BytesOf(first)) << "once, when there was something to keep";
     EXPECT_FALSE(std::filesystem::exists(one.string() + ".2.kept"));
 }
 
 TEST_F(BackupTest, BackupOfADamagedNoteBookIsToldAndKeepsTheEarlierOne) {
-    ASSERT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 2);
+    ASSERT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", Job()).notes, 2);
     EXPECT_THAT(faults.faults, IsEmpty());
     const std::string good = BytesOf(folder / "one.lbe");
     const std::filesystem::path file = PathsOf(thesis).NoteFile("DAY01052020.dat"),
@@ -271,7 +271,7 @@ TEST_F(BackupTest, BackupOfADamagedNoteBookIsToldAndKeepsTheEarlierOne) {
         std::filesystem::remove(folder / "one.lbe.kept");
         PutBytes(file, damaged);
         faults.faults.clear();
-        EXPECT_GE(BackUpNoteBook(thesis, folder / "one.lbe", World()), 1) << damaged;
+        EXPECT_GE(BackUpNoteBook(thesis, folder / "one.lbe", Job()).notes, 1) << damaged;
         EXPECT_EQ(faults.faults.size(), 2u) << damaged;
         EXPECT_TRUE(BytesOf(folder / "one.lbe.kept") == good) << damaged;
         EXPECT_TRUE(IsExportArchive(folder / "one.lbe")) << damaged;
@@ -279,7 +279,7 @@ TEST_F(BackupTest, BackupOfADamagedNoteBookIsToldAndKeepsTheEarlierOne) {
     PutBytes(folder / "one.lbe", good);
     PutBytes(first, "");
     faults.faults.clear();
-    EXPECT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", World()), 0) << "none is left";
+    EXPECT_EQ(BackUpNoteBook(thesis, folder / "one.lbe", Job()).notes, 0) << "none is left";
     EXPECT_EQ(faults.faults.size(), 2u);
     EXPECT_TRUE(BytesOf(folder / "one.lbe") == good);
 }
@@ -295,12 +295,12 @@ TEST_F(BackupTest, AutoBackupOfADamagedNoteBookLeavesTheOneOfLastTime) {
 TEST_F(BackupTest, ComparisonFindsEachKindOfDifference) {
     PutNotes(thesis, {DayNote(2, 5)});
     const OpenNoteBook book = Open(thesis);
-    const ExportWorld world{book, data, context, prompts, progress, faults};
+    const ExportJob job{book, data, context, {prompts, progress, faults}};
     const ExportedNotes notes = NotesOfNoteBook(book, context, faults);
-    ASSERT_EQ(ExportNotes(notes, folder / "good.lbe", ExportedSources::All, world), 2);
+    ASSERT_EQ(ExportNotes(notes, folder / "good.lbe", ExportedSources::All, job).notes, 2);
     std::vector<std::string> lacking;
     const auto compares = [&](const std::string& name) {
-        return CompareBackup(folder / name, notes, 2, world, lacking).Ok();
+        return CompareBackup(folder / name, notes, 2, job, lacking).Ok();
     };
     EXPECT_TRUE(compares("good.lbe"));
     EXPECT_FALSE(compares("none.lbe"));

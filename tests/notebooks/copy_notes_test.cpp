@@ -59,10 +59,10 @@ struct CopyNotesTest : NoteBooksWorld, testing::Test {
         CNoteList list;
         for (const CNote& note : FindNotes(from.index, ids, context, faults))
             list.AddNote(note);
-        return CopyNotesToNoteBook(list, to, World(from));
+        return CopyNotesToNoteBook(list, to, Job(from));
     }
-    CopyWorld World(const OpenNoteBook& from) {
-        return {from, data, counters, context, prompts, progress, faults, syncEngaged, [this] {
+    CopyJob Job(const OpenNoteBook& from) {
+        return {from, data, counters, context, {prompts, progress, faults}, syncEngaged, [this] {
                     notesWhenSaved = NotesIn(target).size();
                     categoryWhenSaved = counters.MaxCategoryID;
                     whenSaved();
@@ -291,8 +291,8 @@ TEST_F(CopyNotesTest, ACopyCanBeStoppedUntilTheListsAreWrittenAndLeavesNothing) 
     for (int point = 0; point < 3; ++point) {
         StoppedProgress stopped;
         stopped.stopsAt = point;
-        CopyWorld world = World(from);
-        const CopyWorld stoppable{from, data, counters, context, prompts, stopped, faults, false, world.storeCounters};
+        const CopyJob stoppable{
+            from, data, counters, context, {prompts, stopped, faults}, false, Job(from).storeCounters};
         EXPECT_EQ(CopyNotesToNoteBook(list, target, stoppable).copied, -1) << point;
         EXPECT_EQ(stopped.shown, 0);
         EXPECT_THAT(Attachments(), ElementsAre("0000041.txt")) << point;
@@ -323,12 +323,12 @@ TEST_F(CopyNotesTest, MissingFileIsToldAndTheNoteNamesAFileThatNoneWillBe) {
 TEST_F(CopyNotesTest, BoardCommandFindsTheTargetByIdAndSaysWhenItIsDone) {
     const OpenNoteBook from = Open(main);
     const CNote note = FindNotes(from.index, {2}, context, faults).at(0);
-    EXPECT_EQ(CopyNoteToNoteBook(note, Stored(), main.guid, 12345, World(from)).copied, -1);
-    EXPECT_EQ(CopyNoteToNoteBook(note, Stored(), main.guid, 7, World(from)).copied, 1);
+    EXPECT_EQ(CopyNoteToNoteBook(note, Stored(), main.guid, 12345, Job(from)).copied, -1);
+    EXPECT_EQ(CopyNoteToNoteBook(note, Stored(), main.guid, 7, Job(from)).copied, 1);
     EXPECT_EQ(progress.messages.front(), "Loading note to copy.....");
     EXPECT_THAT(prompts.seen, ElementsAre("Finished!: Your note has been successfully copied to Target!"));
     const OpenNoteBook other = Open(target);
-    EXPECT_EQ(CopyNoteToNoteBook(DayNote(500), Stored(), main.guid, 2112, World(other)).copied, 1);
+    EXPECT_EQ(CopyNoteToNoteBook(DayNote(500), Stored(), main.guid, 2112, Job(other)).copied, 1);
     EXPECT_EQ(prompts.seen.back(), "Finished!: Your note has been successfully copied to LorebinderMain!");
 }
 

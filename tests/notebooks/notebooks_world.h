@@ -17,12 +17,9 @@
 namespace lore {
 
 /// A data root, scripted ports and a manager whose random numbers and online calls a test lays out.
-struct NoteBooksWorld : ReadWorld {
+struct NoteBooksWorld : ReadWorld, UserPorts {
     TempFolder folder;
     DataPaths data{folder.Path()};
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    NotedFaults faults;
     std::vector<int> waits;
     int random = 0;
     std::vector<std::string> cleared;  ///< "guid/online id" of each online call

@@ -108,6 +108,9 @@ TEST_F(CheckedNoteBook, NamesFilesThatHoldWhatNoRecordShows) {
     numberless.id = -5;
     const std::string notes = disk.Bytes("SRC0000001011.dat"), sources = BytesOf(disk.paths.Sources());
     const std::string log = BytesOf(disk.paths.SyncLog());
+    PutSources(disk.paths, {TitledSource(1011, ""), TitledSource(1013, ""), TitledSource(0, "")});
+    const std::string withNumberless = BytesOf(disk.paths.Sources());
+    PutBytes(disk.paths.Sources(), sources);
     const auto with = [](std::string bytes, size_t at, char byte) {
         bytes.at(at) = byte;
         return bytes;
@@ -120,6 +123,7 @@ TEST_F(CheckedNoteBook, NamesFilesThatHoldWhatNoRecordShows) {
         {disk.paths.NoteFile("SRC0000001011.dat"), notes, NoteFileBytes(std::vector<CNote>{FullNote(5), numberless}),
          "holds a record without a number"},
         {disk.paths.Sources(), sources, sources + "\x1A" + "more", "is short or damaged"},
+        {disk.paths.Sources(), sources, withNumberless, "holds a record without a number"},
         {disk.paths.SyncLog(), log, log + "5, 2112\x1A" + log, "is short or damaged"},
         {disk.paths.SyncLog(), log, log + std::string("5, \0 2112,\n", 11), "is short or damaged"},
     };

@@ -49,6 +49,38 @@ protected:
                            [&](const auto& file) { return file.second.find(bytes) != std::string::npos; });
     }
 
+    bool Change(const LongList& ids) {
+        const auto change = [](CNote& note) {
+            note = Changed(note);
+            return true;
+        };
+        return store.ChangeNotes(ids, change).IsEmpty();
+    }
+    bool Delete(const LongList& ids) {
+        store.DeleteNotes(ids);
+        return std::none_of(ids.begin(), ids.end(), [&](int32_t id) { return book.index.Contains(id); });
+    }
+    /// Each note of the files is the one of its number, and there are at least so many.
+    void CheckNotes(size_t fewest) {
+        std::set<int32_t> ids;
+        for (const std::string& name : {kFirst, kThird, std::string("SRC0000000007.dat")}) {
+            for (const CNote& note : NotesOfFile(Path(name), world.context)) {
+                ids.insert(note.id);
+                EXPECT_EQ(note.guid, DayNote(note.id).guid);
+            }
+        }
+        EXPECT_GE(ids.size(), fewest);
+    }
+    bool HasLenses() const {
+        const CProCategoryTree* const lights = book.categories.FindRootByName("Lights");
+        return lights && lights->FindChildByName("Lenses");
+    }
+    /// How many faults say this.
+    long Told(const char* what) const {
+        return std::count_if(faults.faults.begin(), faults.faults.end(),
+                             [&](const Fault& fault) { return fault.what.find(what) != std::string::npos; });
+    }
+
     const std::string kFirst = "SRC0000000005.dat", kThird = "SRC0000000006.dat", kRest = "rest of a note";
     const std::vector<CNote> firstTwo = {SourceNote(1, {5}), SourceNote(2, {5})};
     NoteStore store{book, world.context, faults, nullptr};
@@ -59,30 +91,21 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
         return store.SaveNotes({Changed(SourceNote(1, {6})), Changed(SourceNote(2, {5})), SourceNote(4, {7})})
             .IsEmpty();
     };
+    const auto change = [&] { return Change({1, 2, 3}); };
+    const auto remove = [&] { return Delete({1, 3}); };
+    const auto mend = [&] {
+        std::filesystem::path kept;
+        return store.MendFile(Path(kFirst), [&] { return KeepCopy(Path(kFirst), kept).Ok(); }).notes == 2;
+    };
     const struct {
         const char* name;
         std::string rest;
         std::function<bool()> make;
         size_t fewest;  // notes on the disk
     } works[] = {
-        {"save", "", save, 3},
-        {"save into a damaged file", kRest, save, 3},
-        {"change", "",
-         [&] {
-             return store.ChangeNotes({1, 2, 3}, [](CNote& note) { return (note = Changed(note), true); }).IsEmpty();
-         },
-         3},
-        {"delete", "",
-         [&] {
-             return store.DeleteNotes({1, 3}), !book.index.Contains(1) && !book.index.Contains(3);
-         },
-         1},
-        {"mend", kRest,
-         [&] {
-             std::filesystem::path kept;
-             return store.MendFile(Path(kFirst), [&] { return KeepCopy(Path(kFirst), kept).Ok(); }).notes == 2;
-         },
-         3},
+        {"save", "", save, 3},     {"save into a damaged file", kRest, save, 3},
+        {"change", "", change, 3}, {"delete", "", remove, 1},
+        {"mend", kRest, mend, 3},
     };
     for (const auto& work : works) {
         SCOPED_TRACE(work.name);
@@ -93,15 +116,7 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
         const auto check = [&](bool made, bool) {
             EXPECT_TRUE((made && faults.faults.size() == told && AllFiles() == after) || !made ||
                         faults.faults.size() > told);
-            std::map<int32_t, std::vector<CNote>> forms;
-            for (const std::string& name : {kFirst, kThird, std::string("SRC0000000007.dat")}) {
-                for (const CNote& note : NotesOfFile(Path(name), world.context))
-                    forms[note.id].push_back(note);
-            }
-            EXPECT_GE(forms.size(), work.fewest);
-            for (const auto& [id, copies] : forms)
-                for (const CNote& note : copies)
-                    EXPECT_EQ(note.guid, DayNote(id).guid);
+            CheckNotes(work.fewest);
             EXPECT_TRUE(IsHeld(work.rest));
             EXPECT_FALSE(HasTemporary(disk.folder.Path()));
             EXPECT_TRUE(work.make() || made) << "tried again";
@@ -116,9 +131,7 @@ TEST_F(NoteFaults, ANoteIsAsItWasOrAsItBecomesAndWhatFailsIsTold) {
 TEST_F(NoteFaults, OfADamagedFileThatCouldNotBeKeptThatIsToldAndNothingIsWritten) {
     for (const bool lasting : {false, true}) {
         size_t kept = 0, lost = 0;
-        const auto change = [&] {
-            return store.ChangeNotes({1, 2}, [](CNote& note) { return (note = Changed(note), true); }).IsEmpty();
-        };
+        const auto change = [&] { return Change({1, 2}); };
         const auto check = [&](bool made, bool) {
             const std::string before = NoteFileBytes(firstTwo) + kRest;
             for (const Fault& fault : faults.faults) {
@@ -185,10 +198,6 @@ TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
                       edited.AddRoot({9, "New"});
                   },
                   [&] { return WriteCategories(book, edited, faults); }}};
-    const auto told = [&](const char* what) {
-        return std::count_if(faults.faults.begin(), faults.faults.end(),
-                             [&](const Fault& fault) { return fault.what.find(what) != std::string::npos; });
-    };
     for (const auto& list : lists) {
         SCOPED_TRACE(list.file.filename());
         const std::string whole = BytesOf(list.file), cut = whole.substr(0, whole.size() - 10);
@@ -201,12 +210,12 @@ TEST_F(NoteFaults, AListThatWasntReadWholeIsKeptBeforeItIsWritten) {
             list.load();
         };
         const auto check = [&](bool written, bool) {
-            EXPECT_EQ(written, told("could not be written") == 0);
-            EXPECT_EQ(told("is kept in ") + told("could not be written"), static_cast<long>(faults.faults.size()));
-            EXPECT_TRUE(told("is kept in ") == 1 || BytesOf(list.file) == cut) << "not kept, not written";
+            EXPECT_EQ(written, Told("could not be written") == 0);
+            EXPECT_EQ(Told("is kept in ") + Told("could not be written"), static_cast<long>(faults.faults.size()));
+            EXPECT_TRUE(Told("is kept in ") == 1 || BytesOf(list.file) == cut) << "not kept, not written";
             EXPECT_TRUE(IsHeld(cut));
             EXPECT_TRUE(list.write());
-            EXPECT_GE(told("is kept in "), 1);
+            EXPECT_GE(Told("is kept in "), 1);
             EXPECT_EQ(BytesOf(kept), cut);
             const Files files = AllFiles(false);
             faults.faults.clear();
@@ -245,13 +254,9 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
         prepare();
         EXPECT_EQ(load(), 3u);
         const Files after = AllFiles();
-        const auto hasLenses = [&] {
-            const CProCategoryTree* const lights = book.categories.FindRootByName("Lights");
-            return lights && lights->FindChildByName("Lenses");
-        };
         const auto check = [&](size_t shown, bool) {
             const bool isWhole =
-                shown == 3 && book.sources.Count() == 2 && book.sources[1].AuthorIDs.Count() == 2 && hasLenses();
+                shown == 3 && book.sources.Count() == 2 && book.sources[1].AuthorIDs.Count() == 2 && HasLenses();
             EXPECT_TRUE(isWhole || !faults.faults.empty());
             EXPECT_EQ(load(), 3u);
             EXPECT_TRUE(faults.faults.empty());
@@ -259,7 +264,7 @@ TEST_F(NoteFaults, ALoadTellsWhatItMissesAndWritesNothingThatItDoesnt) {
                 EXPECT_EQ(AllFiles(), after);
             }
             // A file that couldn't be read while the others were converted keeps its old paths.
-            EXPECT_TRUE(converts ? IsHeld("Lenses") : hasLenses());
+            EXPECT_TRUE(converts ? IsHeld("Lenses") : HasLenses());
         };
         for (const int error : {EIO, EACCES})
             EXPECT_GT(FailEachCall(disk.folder.Path(), error, false, prepare, load, check), 20);

@@ -89,9 +89,8 @@ TEST(NoteListDocument, TakesTextsOfAnyKind) {
 
 TEST(DocumentAsText, KeepsMarksOfListsAndCellsOfTables) {
     const Document document = ReadRtf(
-        "{\\rtf1 Head\\par{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}one\\par "
-        "two\\par\\pard\\trowd\\cellx900\\cellx1800\\intbl "
-        "a\\cell b\\par c\\cell\\row\\pard end}");
+        "{\\rtf1 Head\\par{\\*\\pn\\pnlvlbody\\pndec{\\pntxta.}}one\\par two\\par"
+        "\\pard\\trowd\\cellx900\\cellx1800\\intbl a\\cell b\\par c\\cell\\row\\pard end}");
     EXPECT_EQ(DocumentAsText(document), "Head\n1. one\n2. two\na\tb c\nend\n");
 }
 

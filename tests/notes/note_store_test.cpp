@@ -231,7 +231,7 @@ TEST_F(NoteStoreTest, OfNotesThatShareANumberOnlyTheOneThatShowsIsMeant) {
     }
 }
 
-TEST_F(NoteStoreTest, OnlyTextsOfNotesThatShowAreFoundInMemoryBehindASave) {
+TEST_F(NoteStoreTest, OnlyTextsOfNotesThatShowAreFoundInMemoryAfterASave) {
     const auto text = [](int32_t id, const char* guid, const char* words, DateTime day) {
         CNote note = TextNote(id, words);
         note.guid = guid;

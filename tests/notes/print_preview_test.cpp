@@ -24,10 +24,10 @@ TEST(PrintPreview, HoldsTheNotesWithTheirFormattedSources) {
     const std::string bytes = BytesOf(folder / "PrintPreview.nbf");
     EXPECT_TRUE(bytes.starts_with("000000000000000511.560000000000000002"));
 
-    std::vector<PrintNote> read;
-    std::string version;
-    ASSERT_TRUE(LoadPrintPreview(folder / "PrintPreview.nbf", world.context, read, &version).Ok());
-    EXPECT_EQ(version, "11.56");
+    const Loaded<PrintPreview> preview = LoadPrintPreview(folder / "PrintPreview.nbf", world.context);
+    ASSERT_TRUE(preview.ReadWhole());
+    EXPECT_EQ(preview.value.version, "11.56");
+    const std::vector<PrintNote>& read = preview.value.notes;
     ASSERT_EQ(read.size(), 2u);
     EXPECT_EQ(RecordOf(read[0].note), RecordOf(entry.note));
     ASSERT_EQ(read[0].sources.size(), 1u);
@@ -45,8 +45,7 @@ TEST(PrintPreview, ShortFilesGiveNoEmptyNotesAndNoEmptySources) {
     const std::string bytes = BytesOf(folder / "PrintPreview.nbf");
     for (size_t length = 0; length < bytes.size(); ++length) {
         PutBytes(folder / "cut.nbf", bytes.substr(0, length));
-        std::vector<PrintNote> read;
-        LoadPrintPreview(folder / "cut.nbf", world.context, read);
+        const std::vector<PrintNote> read = LoadPrintPreview(folder / "cut.nbf", world.context).value.notes;
         ASSERT_LE(read.size(), 2u);
         for (const PrintNote& note : read)
             ASSERT_TRUE(note.sources.empty());

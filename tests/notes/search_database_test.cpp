@@ -80,7 +80,7 @@ TEST_F(SearchDatabaseTest, TakesAWholeCopyBeforeABrokenOneThatStandsInItsFile) {
     EXPECT_THAT(Ids("again"), IsEmpty());
 }
 
-TEST_F(SearchDatabaseTest, GoesOnBehindFilesThatCannotBeRead) {
+TEST_F(SearchDatabaseTest, GoesOnAfterFilesThatCannotBeRead) {
     std::filesystem::create_symlink("DAY01012020.dat", disk.paths.NoteFile("DAY01012020.dat"));  // leads to itself
     PutBytes(disk.paths.NoteFile("DAY01022020.dat"), "damaged");
     const std::string whole = NoteFileBytes(std::vector<CNote>{TextNote(2, "lamp", 3), TextNote(3, "lamp", 3)});

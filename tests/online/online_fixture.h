@@ -38,8 +38,7 @@ private:
 class OnlineFixture : public testing::Test {
 protected:
     OnlineFixture() {
-        book.database = {7, 0, "Bees", "DB000007", "", {}, "{NB7}"};
-        book.paths = NoteBookPaths(data, book.database.folder);
+        book = OpenNoteBook::At(data, {7, 0, "Bees", "DB000007", "", {}, "{NB7}"});
         CreateNoteBookFolders(book.paths);
         settings.Set(Option::LocalGUID, std::string("{LOCAL}"));
         settings.Set(Option::SyncGUID, std::string("{SYNC}"));
@@ -61,8 +60,7 @@ protected:
                 [this] { ++stored; }};
     }
     void UseMainNoteBook() {
-        book.database = MainNoteBook("{LOCAL}");
-        book.paths = NoteBookPaths(data, book.database.folder);
+        book = OpenNoteBook::At(data, MainNoteBook("{LOCAL}"));
         CreateNoteBookFolders(book.paths);
     }
     void Answer(const std::string& operation, const std::string& fields) { server.AddResult(operation, fields); }

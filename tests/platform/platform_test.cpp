@@ -39,7 +39,7 @@ TEST_F(Platform, SettingsComeBackFromTheIniFile) {
     EXPECT_EQ(store.Get("Options", "LocalGUID"), "{ABCDEF01-02FA-abcd-EFAA-BB06070809FF}");
 }
 
-TEST_F(Platform, SettingsOfAnotherProcessShowBehindAFlushAndStay) {
+TEST_F(Platform, SettingsOfAnotherProcessShowAfterAFlushAndStay) {
     IniStore store(folder_ / "s.ini");
     store.Set("Options", "ZoomLvl", "100");
     ASSERT_TRUE(store.Flush());
@@ -119,7 +119,7 @@ TEST_F(Platform, SettingsThatCanNotBeReadAreToldAndStay) {
         {"link.ini", FileResult{FileResult::kDeadLink}.Reason()},
         {"bad.ini", "line 1 is neither \"[Section]\" nor \"Name=value\"; mend it or take it out"},
         {"line.ini", "line 5 is neither \"[Section]\" nor \"Name=value\"; mend it or take it out"},
-        {"wide.ini", "it isn't a text in UTF-8; store it as one, or put a copy of it back"},
+        {"wide.ini", "it isn't UTF-8 text; store it as such, or put a copy of it back"},
         {"\xff.ini", "its path isn't valid UTF-8; give it another one"}};
     for (const auto& [name, reason] : kCases) {
         IniStore store(folder_ / name);
@@ -149,16 +149,14 @@ TEST_F(Platform, SettingsAreStoredWithoutAFolderForTemporaryFiles) {
 }
 
 TEST_F(Platform, OneProcessHoldsTheDataFolder) {
-    int error = 0;
     const mode_t before = ::umask(0002);
-    auto lock = DataLock::Take(folder_.Path(), error);
+    LockAttempt attempt = DataLock::Take(folder_.Path());
     ::umask(before);
-    ASSERT_TRUE(lock);
+    ASSERT_TRUE(attempt.lock);
     EXPECT_EQ(std::filesystem::status(folder_ / kLockName).permissions(), std::filesystem::perms(0664)) << "shared";
-    EXPECT_FALSE(DataLock::Take(folder_.Path(), error));
-    EXPECT_EQ(error, 0);
-    lock.reset();
-    EXPECT_TRUE(DataLock::Take(folder_.Path(), error));
+    EXPECT_TRUE(DataLock::Take(folder_.Path()).IsHeldByOther());
+    attempt.lock.reset();
+    EXPECT_TRUE(DataLock::Take(folder_.Path()).lock);
 }
 
 TEST_F(Platform, AKilledProcessGivesTheLockBack) {
@@ -167,9 +165,8 @@ TEST_F(Platform, AKilledProcessGivesTheLockBack) {
     const pid_t child = ::fork();
     ASSERT_NE(child, -1);
     if (child == 0) {
-        int error = 0;
-        const auto lock = DataLock::Take(folder_.Path(), error);
-        [[maybe_unused]] const auto told = ::write(ready[1], lock ? "y" : "n", 1);
+        const LockAttempt attempt = DataLock::Take(folder_.Path());
+        [[maybe_unused]] const auto told = ::write(ready[1], attempt.lock ? "y" : "n", 1);
         ::pause();
         ::_exit(0);
     }
@@ -177,11 +174,10 @@ TEST_F(Platform, AKilledProcessGivesTheLockBack) {
     char answer = 0;
     EXPECT_EQ(::read(ready[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'y');
-    int error = 0;
-    EXPECT_FALSE(DataLock::Take(folder_.Path(), error));
+    EXPECT_TRUE(DataLock::Take(folder_.Path()).IsHeldByOther());
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
-    EXPECT_TRUE(DataLock::Take(folder_.Path(), error));
+    EXPECT_TRUE(DataLock::Take(folder_.Path()).lock);
     ::close(ready[0]);
 }
 

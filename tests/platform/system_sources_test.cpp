@@ -17,9 +17,9 @@ struct Zone {
     DateTime summerBegins, summerEnds;  // in Coordinated Universal Time; the summer of the south lasts over new year
 
     int64_t AheadAt(int64_t utc) const {
-        const bool isBehindBegin = utc >= summerBegins.Seconds(), isBeforeEnd = utc < summerEnds.Seconds();
+        const bool isAfterBegin = utc >= summerBegins.Seconds(), isBeforeEnd = utc < summerEnds.Seconds();
         const bool isNorth = summerBegins.Seconds() < summerEnds.Seconds();
-        return (isNorth ? isBehindBegin && isBeforeEnd : isBehindBegin || isBeforeEnd) ? summer : usual;
+        return (isNorth ? isAfterBegin && isBeforeEnd : isAfterBegin || isBeforeEnd) ? summer : usual;
     }
 };
 
@@ -58,7 +58,7 @@ TEST(LocalTime, IsReadUpToTheFirstAndTheLastYear) {
     const std::tuple<const char*, DateTime, DateTime> kCases[] = {
         {"UTC0", DateTime(100, 1, 1), DateTime(100, 1, 1)},
         {"UTC0", DateTime(9999, 12, 31, 23, 59, 59), DateTime(9999, 12, 31, 23, 59, 59)},
-        // A second before 1970 is what a failure would look like, a second behind 2038-01-19 an overflow.
+        // A second before 1970 is what a failure would look like, a second after 2038-01-19 an overflow.
         {"UTC0", DateTime(1969, 12, 31, 23, 59, 59), DateTime(1969, 12, 31, 23, 59, 59)},
         {"UTC0", DateTime(2038, 1, 19, 3, 14, 8), DateTime(2038, 1, 19, 3, 14, 8)},
         {kZones[0].rule, DateTime(100, 1, 1, 1), DateTime(100, 1, 1)},

@@ -129,8 +129,8 @@ std::string Difference(std::string_view first, std::string_view second) {
     return ":\n" + std::string(first.substr(from, kShown)) + "\n" + std::string(second.substr(from, kShown));
 }
 
-std::string WrongMarks(std::string_view rtf, const Document& document) {
-    const std::vector<TextRange> hits = TextFinder("a", false).FindAll(document.text);
+std::string WrongMarks(std::string_view rtf, const Document& document, const char* term) {
+    const std::vector<TextRange> hits = TextFinder(term, false).FindAll(document.text);
     const Document marked = ReadRtf(MarkRtf(rtf, hits));
     if (marked.text != document.text)
         return "marks change the text";
@@ -175,7 +175,9 @@ std::string WhatIsWrongWith(std::string_view rtf) {
     const Document document = ReadRtf(rtf);
     if (std::string wrong = WhatIsWrongWith(document); !wrong.empty())
         return wrong;
-    return WrongMarks(rtf, document);
+    // A letter, and what stands for the half of a character.
+    std::string wrong = WrongMarks(rtf, document, "a");
+    return wrong.empty() ? WrongMarks(rtf, document, "\uFFFD") : wrong;
 }
 
 std::string WhatIsWrongWithPage(std::string_view html) {

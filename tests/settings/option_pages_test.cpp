@@ -105,13 +105,14 @@ TEST_F(OptionPages, ChoosingANumberOfUsesBeginsTheCountAnewAndTheNextBackupIsTol
         page.SetUses(chosen);
         EXPECT_EQ(page.Uses(), kept);
     }
-    EXPECT_EQ(page.NextText(), "No backup is made by itself.");
+    EXPECT_EQ(page.NextText(), "No backup is made automatically.");
     page.Enable(true);
-    const std::tuple<int, int, const char*> cases[] = {{1, 0, "You are asked the next time that the program closes."},
-                                                       {3, 2, "You are asked the next time that the program closes."},
-                                                       {3, 0, "You are asked at the end of the use after 2 others."},
-                                                       {2, 0, "You are asked at the end of the use after 1 other."},
-                                                       {2, 9, "You are asked the next time that the program closes."}};
+    const std::tuple<int, int, const char*> cases[] = {
+        {1, 0, "You are asked the next time that the program closes."},
+        {3, 2, "You are asked the next time that the program closes."},
+        {3, 0, "You are asked when the program closes after 2 more uses."},
+        {2, 0, "You are asked when the program closes after 1 more use."},
+        {2, 9, "You are asked the next time that the program closes."}};
     for (const auto& [uses, count, text] : cases) {
         settings.Set(Option::BkUseTimes, uses);
         settings.Set(Option::BkUseCount, count);

@@ -58,14 +58,5 @@ TEST(Settings, AValueThatCantBeReadHasItsDefault) {
     }
 }
 
-TEST(Settings, AWindowCantComeBackOffTheScreen) {
-    const Rect onScreen{100, 100, 700, 500};
-    EXPECT_EQ(VisibleFrame(onScreen, 1024, 768), onScreen);
-    EXPECT_EQ(VisibleFrame({2000, 100, 2600, 500}, 1024, 768), Rect{});
-    EXPECT_EQ(VisibleFrame({100, 759, 700, 1200}, 1024, 768), Rect{}) << "9 pixels of height";
-    EXPECT_EQ(VisibleFrame({100, 758, 700, 1200}, 1024, 768), (Rect{100, 758, 700, 1200}));
-    EXPECT_EQ(VisibleFrame({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, 1024, 768).left, INT32_MIN);
-}
-
 }  // namespace
 }  // namespace lore

@@ -122,6 +122,7 @@ bool Import(Soak& soak) {
         undo.landed.emplace(note.id, note.version);
         imported.insert(note.id);
     }
+    undo.isShown = chooser.displayAfter;
     book.undoables.push_back(std::move(undo));
     if (chooser.displayAfter)
         book.listed = imported;
@@ -161,7 +162,7 @@ bool Copy(Soak& soak) {
     return true;
 }
 
-/// Behind a change of the NoteBook that is open.
+/// After a change of the NoteBook that is open.
 void Opened(Soak& soak) {
     ModelBook& book = soak.Open();
     soak.CheckOpenBook();

@@ -121,7 +121,7 @@ private:
         return std::any_of(note.paths.begin(), note.paths.end(),
                            [this](const Path& path) { return IsBelowAny(path, moved_); });
     }
-    int32_t IDOf(const Path& path) const {
+    int32_t IdOf(const Path& path) const {
         const std::vector<CProCategoryTree>* siblings = &trees_.Forest().Roots();
         int32_t id = -1;
         for (const std::string& name : path)
@@ -155,7 +155,7 @@ private:
         const std::string name = soak_.AnyName();
         const bool isTaken = now_.HasChild(parent, name);
         soak_.prompts.texts = {name};
-        const auto changed = parent.empty() ? trees_.CreateRoot() : trees_.CreateSubcategory(IDOf(parent));
+        const auto changed = parent.empty() ? trees_.CreateRoot() : trees_.CreateSubcategory(IdOf(parent));
         Told(changed, !isTaken, "create " + name);
         if (isTaken)
             return;
@@ -169,7 +169,7 @@ private:
         const Path parent(path.begin(), path.end() - 1);
         const bool isTaken = now_.HasChild(parent, name);
         soak_.prompts.texts = {name};
-        Told(trees_.RenameCategory(IDOf(path)), !isTaken, "rename " + path.back() + " to " + name);
+        Told(trees_.RenameCategory(IdOf(path)), !isTaken, "rename " + path.back() + " to " + name);
         if (isTaken)
             return;
         Keep();
@@ -180,7 +180,7 @@ private:
     }
     void Delete(const Path& path) {
         soak_.SayYes();
-        Told(trees_.DeleteCategory(IDOf(path)), true, "delete " + path.back());
+        Told(trees_.DeleteCategory(IdOf(path)), true, "delete " + path.back());
         Keep();
         now_.Unassign(path, kAllSets);
         now_.Erase(path);
@@ -192,7 +192,7 @@ private:
             for (int i = 0; i < kSetCount; ++i)
                 any = any || (SelectsSet(trees_.View(), i) && StartsWith(sets[static_cast<size_t>(i)], path));
         soak_.SayYes();
-        Told(trees_.DropOn(IDOf(path), kUnassignedID), any, "unassign " + path.back());
+        Told(trees_.DropOn(IdOf(path), kUnassignedID), any, "unassign " + path.back());
         if (!any)
             return;
         Keep();
@@ -202,7 +202,7 @@ private:
         Trees next = now_;
         const bool any = next.AssignUnassigned(path, trees_.View());
         soak_.SayYes();
-        Told(trees_.DropOn(kUnassignedID, IDOf(path)), any, "assign to " + path.back());
+        Told(trees_.DropOn(kUnassignedID, IdOf(path)), any, "assign to " + path.back());
         if (!any)
             return;
         Keep();
@@ -212,7 +212,7 @@ private:
         const bool isMoved = !StartsWith(parent, path) && parent != Path(path.begin(), path.end() - 1);
         soak_.SayYes();
         const auto changed =
-            parent.empty() ? trees_.DropOnEmptyArea(IDOf(path)) : trees_.DropOn(IDOf(path), IDOf(parent));
+            parent.empty() ? trees_.DropOnEmptyArea(IdOf(path)) : trees_.DropOn(IdOf(path), IdOf(parent));
         Told(changed, isMoved, "move " + path.back() + " to " + (parent.empty() ? "the roots" : parent.back()));
         if (!isMoved)
             return;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "app/panel_actions.h"
 #include "base/text.h"
@@ -10,7 +11,7 @@ namespace lore {
 
 namespace {
 
-using IDs = std::set<int32_t>;
+using Ids = std::set<int32_t>;
 
 std::string Lower(std::string_view text) {
     return ToUtf8(ToLower(text));
@@ -45,7 +46,7 @@ bool Search(Soak& soak) {
         text = FromUtf8(ToUtf8(text) + (all ? " AND " : " OR ") + wanted[i]);
     const SearchScope scope = everything || soak.Chance(70) ? SearchScope::Database : SearchScope::CurrentNotes;
     soak.Note("  " + text + (scope == SearchScope::Database ? "" : " in the list"));
-    IDs found;
+    Ids found;
     ModelBook& book = soak.Open();
     for (const auto& [guid, note] : book.notes) {
         const auto holds = [&words = note.words](const std::string& term) { return Holds(words, term); };
@@ -90,7 +91,7 @@ bool Move(Soak& soak) {
     wanted.erase(wanted.begin() + static_cast<std::ptrdiff_t>(from));
     wanted.insert(wanted.begin() + static_cast<std::ptrdiff_t>(to), moved);
     soak.App().MoveNote(moved, target);
-    soak.Require(list.GetNoteIDs().Values() == wanted, "order behind a drag");
+    soak.Require(list.GetNoteIDs().Values() == wanted, "order after a drag");
     return true;
 }
 
@@ -148,8 +149,8 @@ struct PanelWork {
         return path;
     }
 
-    IDs Having(const std::function<bool(const ModelNote&)>& has) const {
-        IDs ids;
+    Ids Having(const std::function<bool(const ModelNote&)>& has) const {
+        Ids ids;
         for (const auto& [guid, note] : soak.Open().notes)
             if (has(note))
                 ids.insert(note.id);
@@ -157,7 +158,7 @@ struct PanelWork {
     }
 
     /// The notes that an entry should have.
-    IDs Wanted(int position) const {
+    Ids Wanted(int position) const {
         const PanelEntry& entry = panel.Entries()[static_cast<size_t>(position)];
         switch (entry.value) {
             case PanelValue::Category:
@@ -180,7 +181,7 @@ struct PanelWork {
             case PanelValue::Color:
                 return Having([&](const ModelNote& note) { return note.color == entry.color; });
             case PanelValue::SourceGroup: {
-                IDs ids;
+                Ids ids;
                 for (int below = position + 1; below < entry.end; ++below)
                     ids.merge(Wanted(below));
                 return ids;
@@ -190,10 +191,10 @@ struct PanelWork {
     }
 
     void Check() const {
-        const IDs& listed = soak.Open().listed;
+        const Ids& listed = soak.Open().listed;
         for (size_t i = 0; i < panel.Entries().size(); ++i) {
             const PanelEntry& entry = panel.Entries()[i];
-            const IDs now(entry.notes.begin(), entry.notes.end()), wanted = Wanted(static_cast<int>(i));
+            const Ids now(entry.notes.begin(), entry.notes.end()), wanted = Wanted(static_cast<int>(i));
             soak.Require(now == wanted, "panel entry " + entry.name + " has " + std::to_string(now.size()) +
                                             " notes instead of " + std::to_string(wanted.size()));
             if (entry.value == PanelValue::SourceGroup)
@@ -234,7 +235,7 @@ void Touch(Soak& soak, ModelNote& note) {
 }
 
 template <typename Change>
-void ForEach(Soak& soak, const IDs& ids, Change change) {
+void ForEach(Soak& soak, const Ids& ids, Change change) {
     ModelUndo undo;
     for (const int32_t id : ids) {
         ModelNote& note = *soak.Open().FindByID(id);
@@ -249,7 +250,7 @@ void ForEach(Soak& soak, const IDs& ids, Change change) {
 }
 
 bool SetColor(ModelNote& note, Rgb color) {
-    return note.color != color && (note.color = color, true);
+    return std::exchange(note.color, color) != color;
 }
 
 bool AttachKeyWord(ModelNote& note, const std::string& name) {
@@ -260,12 +261,34 @@ bool AttachKeyWord(ModelNote& note, const std::string& name) {
     return true;
 }
 
+bool RemoveKeyWord(ModelNote& note, const std::string& name) {
+    return std::erase_if(note.keyWords, [&](const std::string& one) { return ToUtf8(one) == ToUtf8(name); }) > 0;
+}
+
+/// Gives a note what an entry stands for.
+bool AddToEntry(const PanelWork& work, const PanelEntry& entry, int position, ModelNote& note) {
+    if (entry.value == PanelValue::Color)
+        return SetColor(note, entry.color);
+    if (entry.value == PanelValue::KeyWord)
+        return AttachKeyWord(note, entry.name);
+    if (entry.value == PanelValue::Category) {
+        Path& path = note.paths[static_cast<size_t>(work.set == kAllSets ? 0 : work.set - 1)];
+        const Path wanted = work.PathOf(position);
+        return std::exchange(path, wanted) != wanted;
+    }
+    const std::string guid = work.soak.App().NoteBook().sources.FindSourceByID(entry.id)->SourceGUID;
+    const bool isNew = std::count(note.sources.begin(), note.sources.end(), guid) == 0;
+    if (isNew)
+        note.sources.push_back(guid);
+    return isNew;
+}
+
 /// What a command of an entry should make of the model.
 void RunInModel(PanelWork& work, const PanelOrder& order, const PanelEntry& entry, int32_t focus, int position) {
     Soak& soak = work.soak;
     ModelBook& book = soak.Open();
-    const IDs notes(order.notes.begin(), order.notes.end()), focused = focus > 0 ? IDs{focus} : IDs();
-    const IDs listed = book.listed;
+    const Ids notes(order.notes.begin(), order.notes.end()), focused = focus > 0 ? Ids{focus} : Ids();
+    const Ids listed = book.listed;
     switch (order.action) {
         case PanelAction::Gather:
         case PanelAction::SelectAll:
@@ -287,28 +310,10 @@ void RunInModel(PanelWork& work, const PanelOrder& order, const PanelEntry& entr
             ForEach(soak, listed, [&](ModelNote& note) { return AttachKeyWord(note, entry.name); });
             break;
         case PanelAction::RemoveKeyWord:
-            ForEach(soak, listed, [&](ModelNote& note) {
-                return std::erase_if(note.keyWords,
-                                     [&](const std::string& one) { return ToUtf8(one) == ToUtf8(entry.name); }) > 0;
-            });
+            ForEach(soak, listed, [&](ModelNote& note) { return RemoveKeyWord(note, entry.name); });
             break;
         case PanelAction::AddNote:
-            ForEach(soak, focused, [&](ModelNote& note) {
-                if (entry.value == PanelValue::Color)
-                    return SetColor(note, entry.color);
-                if (entry.value == PanelValue::KeyWord)
-                    return AttachKeyWord(note, entry.name);
-                if (entry.value == PanelValue::Category) {
-                    Path& path = note.paths[static_cast<size_t>(work.set == kAllSets ? 0 : work.set - 1)];
-                    const Path wanted = work.PathOf(position);
-                    return path != wanted && (path = wanted, true);
-                }
-                const std::string guid = soak.App().NoteBook().sources.FindSourceByID(entry.id)->SourceGUID;
-                const bool isNew = std::count(note.sources.begin(), note.sources.end(), guid) == 0;
-                if (isNew)
-                    note.sources.push_back(guid);
-                return isNew;
-            });
+            ForEach(soak, focused, [&](ModelNote& note) { return AddToEntry(work, entry, position, note); });
             break;
         case PanelAction::Delete:
             if (!notes.empty())
@@ -317,6 +322,22 @@ void RunInModel(PanelWork& work, const PanelOrder& order, const PanelEntry& entr
         default:
             break;
     }
+}
+
+void CopyTo(Soak& soak, const Ids& notes, const std::string& bookGuid) {
+    std::vector<ModelNote> copied;
+    for (const int32_t id : notes)
+        copied.push_back(*soak.Open().FindByID(id));
+    for (ModelBook& book : soak.books)
+        if (book.record.guid == bookGuid)
+            CopyInModel(soak, copied, book);
+}
+
+/// What would take too long to be done each time it comes up.
+bool IsSlow(Soak& soak, const PanelOrder& order) {
+    const bool isLarge = order.notes.Count() > 25 || soak.Open().listed.size() > 60;
+    const PanelFamily family = FamilyOf(order.action);
+    return isLarge && family != PanelFamily::List && family != PanelFamily::Tree;
 }
 
 bool RunPanelCommand(Soak& soak) {
@@ -331,12 +352,10 @@ bool RunPanelCommand(Soak& soak) {
     const std::vector<PanelCommand> commands = EntryCommands(work.kind, entry, soak.books.size() > 1);
     const PanelCommand command = commands[soak.Below(commands.size())];
     PanelOrder order = work.panel.OrderOf(position, command);
-    const IDs notes(order.notes.begin(), order.notes.end());
+    const Ids notes(order.notes.begin(), order.notes.end());
     if (command.scope == PanelScope::All && FamilyOf(order.action) != PanelFamily::Tree)
         soak.Require(notes == work.Wanted(position), "notes of a command of " + entry.name);
-    const bool isLarge = notes.size() > 25 || soak.Open().listed.size() > 60;
-    const bool isCostly = FamilyOf(order.action) != PanelFamily::List && FamilyOf(order.action) != PanelFamily::Tree;
-    if (order.action == PanelAction::Print || (isLarge && isCostly && !soak.Chance(10)))
+    if (order.action == PanelAction::Print || (IsSlow(soak, order) && !soak.Chance(10)))
         return false;
     soak.Note("  " + std::string(command.text) + " of " + entry.name);
     const Rgb color = soak.AnyColor();
@@ -354,14 +373,8 @@ bool RunPanelCommand(Soak& soak) {
         ArchiveInModel(soak, notes, archive, false);
     if (order.action == PanelAction::SetColor)
         ForEach(soak, notes, [&](ModelNote& note) { return SetColor(note, color); });
-    if (order.action == PanelAction::Copy) {
-        std::vector<ModelNote> copied;
-        for (const int32_t id : notes)
-            copied.push_back(*soak.Open().FindByID(id));
-        for (ModelBook& book : soak.books)
-            if (book.record.guid == targets[static_cast<size_t>(order.noteBook)].guid)
-                CopyInModel(soak, copied, book);
-    }
+    if (order.action == PanelAction::Copy)
+        CopyTo(soak, notes, targets[static_cast<size_t>(order.noteBook)].guid);
     RunInModel(work, order, entry, focus, position);
     if (focus > 0 && soak.Open().FindByID(focus))
         soak.CheckNote(soak.Open().FindByID(focus)->guid);

@@ -244,10 +244,11 @@ void UndoImport(ModelBook& book, const ModelUndo& undo) {
         book.notes.erase(note.guid);
         ComeBack(book, note, undo.sources);
     }
-    book.listed.clear();
-    for (const int32_t id : undo.listed)
-        if (book.FindByID(id))
-            book.listed.insert(id);
+    if (undo.isShown) {
+        std::erase_if(book.listed, [&](int32_t id) { return undo.landed.contains(id); });
+        book.listed.insert(undo.listed.begin(), undo.listed.end());
+    }
+    std::erase_if(book.listed, [&](int32_t id) { return !book.FindByID(id); });
 }
 
 /// False if the note has something else by now.

@@ -104,7 +104,7 @@ private:
     int Fail(const char* difference) const {
         for (const std::string& action : soak_.Actions())
             std::printf("%s\n", action.c_str());
-        std::printf("DIFFERENCE with seed %llu behind %llu actions: %s\n",
+        std::printf("DIFFERENCE with seed %llu after %llu actions: %s\n",
                     static_cast<unsigned long long>(options_.seed), static_cast<unsigned long long>(done_), difference);
         return 1;
     }

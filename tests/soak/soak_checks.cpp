@@ -198,9 +198,7 @@ void Soak::CheckList() {
 }
 
 void Soak::CheckBook(ModelBook& wanted) {
-    OpenNoteBook book;
-    book.database = wanted.record;
-    book.paths = NoteBookPaths(app_->Data(), wanted.record.folder);
+    OpenNoteBook book = OpenNoteBook::At(app_->Data(), wanted.record);
     IdCounters counters;
     LoadOptions options;
     options.mode = LoadMode::ReadOnly;

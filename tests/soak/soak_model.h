@@ -49,7 +49,7 @@ struct ModelSource {
 using ModelNotes = std::map<std::string, ModelNote>;  ///< by GUID
 using ModelSources = std::map<std::string, ModelSource>;
 
-/// A note before a panel has given it something, and behind it.
+/// A note before a panel has given it something, and after it.
 struct ModelChange {
     ModelNote former, given;
     bool formerIsGone = false;  ///< the category that the note had in the place of the given one was deleted since
@@ -67,6 +67,7 @@ struct ModelUndo {
     ModelSources sources;                ///< those of the notes
     std::map<int32_t, uint64_t> landed;  ///< versions by id
     std::set<int32_t> listed;
+    bool isShown = false;  ///< an import whose notes took the place of the list
 };
 
 struct ModelBook {

@@ -32,7 +32,7 @@ public:
 };
 
 /// The application as a window uses it, on a data folder of its own, beside the model of what it holds.
-class Soak {
+class Soak : public ScriptedPorts {
 public:
     Soak(const std::filesystem::path& folder, uint64_t seed);
 
@@ -66,12 +66,7 @@ public:
     /// All questions of the next command are answered with Yes.
     void SayYes() { prompts.answers.assign(8, PromptAnswer::Yes); }
 
-    ScriptedPrompts prompts;
-    ScriptedProgress progress;
-    FixedClock clock;
-    NumberedGuids guids;
     MemoryStore store;
-    NotedFaults faults;
     AnsweredQuestion question;
 
     // The model.

@@ -12,7 +12,7 @@ namespace {
 // Imports and copies bring more; what is above goes first, so that the data, and the memory, stay of one size.
 constexpr size_t kMostSources = 40, kMostAuthors = 40;
 
-int32_t IDOf(Soak& soak, const std::string& guid) {
+int32_t IdOf(Soak& soak, const std::string& guid) {
     const CSource* const source = soak.App().NoteBook().sources.FindSourceByGUID(guid);
     soak.Require(source, "source " + guid + " isn't there");
     return source->SourceID;
@@ -80,7 +80,7 @@ bool ChangeSource(Soak& soak) {
     ModelSource wanted = book.sources[guid];
     SourceStore& store = soak.Commands().Sources();
     SourceEditor editor =
-        SourceEditor::ForSource(store, *soak.App().NoteBook().sources.FindSourceByID(IDOf(soak, guid)));
+        SourceEditor::ForSource(store, *soak.App().NoteBook().sources.FindSourceByID(IdOf(soak, guid)));
     if (soak.Chance(60))
         editor.SetField(0, wanted.title = soak.Unique("Reefs of the "));
     if (soak.Chance(30))
@@ -155,7 +155,7 @@ bool DeleteOneSource(Soak& soak) {
         isUsed = isUsed || std::count(note.sources.begin(), note.sources.end(), guid) > 0;
     SourceBrowser browser(soak.Commands().Sources(), false);
     soak.Require(browser.CountOfAll() == book.sources.size(), "sources of the browser");
-    browser.Select(browser.RowOf(IDOf(soak, guid)));
+    browser.Select(browser.RowOf(IdOf(soak, guid)));
     soak.SayYes();
     soak.Require(browser.Delete() == !isUsed, "a source was deleted that has notes, or one that has none wasn't");
     if (!isUsed)

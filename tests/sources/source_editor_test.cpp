@@ -239,7 +239,7 @@ TEST_F(SourceEditorTest, ReplacedTypesReachTheCopyWithItsValues) {
     EXPECT_EQ(book.sources.FindSourceByID(1013)->CustomTypeCopy.fields[2].value, "1:500");
 }
 
-TEST_F(SourceEditorTest, ASourceKeepsItsIdentityWhenTypesAreReplacedBehindTheChoiceOfAnother) {
+TEST_F(SourceEditorTest, ASourceKeepsItsIdentityWhenTypesAreReplacedAfterTheChoiceOfAnother) {
     book.sources.AddTail(Custom(1102));
     for (const int32_t id : {1013, 1011}) {
         const CNote note = NoteOf(id, id, "p. 7");

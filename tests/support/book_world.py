@@ -1,5 +1,6 @@
 """What the tests with kills, failing calls and lost writes share: a small world of two NoteBooks, every command that
 writes into it, and the judgement that a data folder shows each thing as it was or as it would have become."""
+import functools
 import hashlib
 import json
 import os
@@ -201,7 +202,7 @@ class World:
         return notes | self.calendar(data)
 
     def book_state(self, data, book):
-        ask = lambda *args: self.programs.answer(data, "--notebook", book["guid"], *args)
+        ask = functools.partial(self.programs.answer, data, "--notebook", book["guid"])
         sources = {one["SourceGUID"]: one for one in ask("sources")}
         notes = {("source", book["name"], one["SourceID"]): [one["FieldTexts"][0], one["SourceType"]]
                  for one in sources.values()}

@@ -8,8 +8,9 @@ namespace lore {
 
 /// False unless the file was read and is whole.
 inline bool ReadsDraft(const std::filesystem::path& path, const ReadContext& context, Draft& draft) {
-    bool isWhole = false;
-    return DraftStore::ReadDraft(path, context, draft, isWhole).Ok() && isWhole;
+    Loaded<Draft> loaded = DraftStore::ReadDraft(path, context);
+    draft = std::move(loaded.value);
+    return loaded.ReadWhole();
 }
 
 }  // namespace lore

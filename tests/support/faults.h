@@ -5,7 +5,7 @@
 
 namespace lore {
 
-/// The call of that number, from 1, fails with an error of the system (errno), `lasting` every one behind it too; what
+/// The call of that number, from 1, fails with an error of the system (errno), `lasting` every one after it too; what
 /// counts are the calls of this program for files and folders below a folder: those that open, look at, read, write,
 /// flush, close, rename, link and remove. An empty folder ends it. Gives how many calls were counted since the last
 /// order.

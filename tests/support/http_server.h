@@ -24,7 +24,7 @@ struct HttpAnswer {
     int pause = 0;        ///< milliseconds before each piece
     bool closes = true;   ///< otherwise the connection is held until the client lets go
     bool resets = false;  ///< the end of the connection is a reset
-    std::string again{};  ///< sent behind the bytes, again and again
+    std::string again{};  ///< sent after the bytes, again and again
     uint64_t times = 0;
 };
 

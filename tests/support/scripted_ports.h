@@ -11,6 +11,7 @@
 #include "ports/fault_notice.h"
 #include "ports/progress.h"
 #include "ports/prompts.h"
+#include "support/read_world.h"
 
 namespace lore {
 
@@ -104,6 +105,19 @@ public:
     void Mended(const std::string& what, const std::string&) override { mended.push_back(what); }
     std::vector<Fault> faults;
     std::vector<std::string> mended;  ///< in which words
+};
+
+/// The ports that reach a user.
+struct UserPorts {
+    ScriptedPrompts prompts;
+    ScriptedProgress progress;
+    NotedFaults faults;
+};
+
+/// These and the others that nearly everything takes.
+struct ScriptedPorts : UserPorts {
+    FixedClock clock;
+    NumberedGuids guids;
 };
 
 }  // namespace lore

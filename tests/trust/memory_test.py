@@ -46,7 +46,7 @@ class Memory:
         return {name: ["--json", *args] for name, args in every.items() if not chosen or name in chosen.split(",")}
 
     def run(self, args, **env):
-        """The result of a command on a fresh folder, and what the folder holds behind it."""
+        """The result of a command on a fresh folder, and what the folder holds after it."""
         if self.files is not None and digest(self.files) != self.base:
             self.data = self.world.copy()
         full = dict(os.environ, LD_PRELOAD=SHIM, **{key: str(value) for key, value in env.items()})

@@ -95,13 +95,12 @@ void CopySyncLog(const Path& file, const Path& copy, const ReadContext&) {
 }
 
 void CopyEvents(const Path& file, const Path& copy, const ReadContext& context) {
-    EventList list;
-    LoadAllEvents(file, context, list);
+    const EventList list = LoadAllEvents(file, context).value;
     size_t dates = 0;
     for (const CTmEvent& event : list) {
         // A file of a thousand hostile series may hold a hundred million dates.
         if (dates < kMostOccurrences)
-            dates += SeriesDates(event).size();
+            dates += SeriesDates(event).dates.size();
         SeriesSummary(event);
         HoverText(event);
     }
@@ -109,9 +108,7 @@ void CopyEvents(const Path& file, const Path& copy, const ReadContext& context) 
 }
 
 void CopyReminders(const Path& file, const Path& copy, const ReadContext& context) {
-    ReminderList list;
-    LoadAllReminders(file, context, list);
-    WriteReminders(copy, list);
+    WriteReminders(copy, LoadAllReminders(file, context).value);
 }
 
 void CopyShown(const Path& file, const Path& copy, const ReadContext&) {
@@ -134,8 +131,7 @@ void CopyBibliography(const Path& file, const Path& copy, const ReadContext& con
 }
 
 void CopyPreview(const Path& file, const Path& copy, const ReadContext& context) {
-    std::vector<PrintNote> notes;
-    LoadPrintPreview(file, context, notes);
+    const std::vector<PrintNote> notes = LoadPrintPreview(file, context).value.notes;
     PutBytes(copy, "");
     if (!notes.empty())
         SavePrintPreview(copy, notes);

@@ -32,7 +32,7 @@ public:
     std::string Check(const RecordKind& kind, const std::string& bytes);
     /// The first half of it: without the copies of the copy.
     std::string CheckReading(const RecordKind& kind, const std::string& bytes);
-    /// The other half, behind CheckReading.
+    /// The other half, after CheckReading.
     std::string CheckCopies(const RecordKind& kind) const;
     /// The bytes of the copy that the last check saved.
     const std::string& Saved() const { return saved_; }

@@ -106,7 +106,7 @@ class Writers:
             if not note["plainText"].startswith(note["keyWords"] + "\r\n") or note["plainText"].count("more") != 200:
                 wrong.append(f"a reader saw {note['keyWords']} with {note['plainText'][:40]!r}")
             if turn < latest[note["id"]]:
-                wrong.append(f"a reader saw turn {turn} behind {latest[note['id']]}")
+                wrong.append(f"a reader saw turn {turn} after {latest[note['id']]}")
             latest[note["id"]] = turn
         return wrong
 

@@ -402,6 +402,10 @@ private slots:
         QVERIFY(card->state().selected && !other->state().selected);
         QCOMPARE(list->indexOfChild(card), 1);
         QCOMPARE(list->focusChild(), card);
+        QSignalSpy edits(view_.get(), &BoardView::EditRequested);
+        other->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_COMPARE(edits.size(), 1);
+        QCOMPARE(edits[0][0].toInt(), board_->IDAt(0));
         QTest::keyClick(view_.get(), Qt::Key_End);
         QCOMPARE(list->indexOfChild(list->focusChild()), board_->Count() - 1);
     }

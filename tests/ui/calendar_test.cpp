@@ -26,11 +26,7 @@ class CalendarTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    EventList Stored() {
-        EventList events;
-        LoadAllEvents(app_->Data().Events(), app_->Context(), events);
-        return events;
-    }
+    EventList Stored() { return LoadAllEvents(app_->Data().Events(), app_->Context()).value; }
     CTmEvent Made(const std::string& label, const DateTime& start, const DateTime& end, int color, bool allDay) {
         CTmEvent event = NewEvent(app_->Context());
         event.Label = label;
@@ -72,8 +68,7 @@ private:
         QVERIFY(WriteReminders(app_->Data().Reminders(), reminders).Ok());
     }
     QStringList StoredReminders() {
-        ReminderList reminders;
-        LoadAllReminders(app_->Data().Reminders(), app_->Context(), reminders);
+        const ReminderList reminders = LoadAllReminders(app_->Data().Reminders(), app_->Context()).value;
         QStringList messages;
         for (const CTmReminder& reminder : reminders)
             messages.append(ToQString(reminder.Message));
@@ -86,7 +81,7 @@ private:
         event.RecurrenceType = kDaily;
         event.DailyPattern = {1, 0, 1};
         event.RecurrenceEnd = DateTime(2026, 3, 19, 9, 0, 0);
-        Put(ExpandSeries(event, guids_));
+        Put(ExpandSeries(event, guids_).records);
     }
 
     void Open() {
@@ -118,7 +113,7 @@ private:
                 seen.insert(*event);
         return seen;
     }
-    /// Runs steps in the menu of a place, and closes it behind them.
+    /// Runs steps in the menu of a place, and closes it after them.
     void InMenu(QContextMenuEvent::Reason reason, const QPoint& place, const std::function<void(QMenu&)>& steps) {
         bool ran = false;
         QTimer::singleShot(0, this, [&] {
@@ -411,6 +406,12 @@ private slots:
         QVERIFY(TellsOfFocusChild(*Grid()));
         Keys({"Right", "Shift+Down"});
         QVERIFY(grid->child(21)->state().selected && !grid->child(22)->state().selected);
+        const QString last = "Sunday, March 22 2026, no events", next = "Monday, March 23 2026, no events";
+        QCOMPARE(ToldDuring([this] { Keys({"Shift+Right"}); }), QStringList({"focus " + next, "selected " + next}));
+        QCOMPARE(ToldDuring([this] { Keys({"Shift+Left"}); }), QStringList({"focus " + last, "unselected " + next}));
+        InNext<EditDayDialog>(
+            [grid] { grid->child(15)->actionInterface()->doAction(QAccessibleActionInterface::pressAction()); },
+            [](EditDayDialog& day) { QCOMPARE(In<QTreeWidget>(day, "events")->topLevelItemCount(), 1); });
     }
 
     void a_tool_tip_shows_the_text_of_an_event_as_it_is() {
@@ -563,6 +564,10 @@ private slots:
         prompts_.answers = {PromptAnswer::Yes};
         InNext<EditReminderDialog>([this] { In<QPushButton>(*dialog_, "addReminder")->click(); },
                                    [](EditReminderDialog& editor) {
+                                       auto* const time = editor.findChild<QTimeEdit*>();
+                                       QCOMPARE(time->accessibleDescription(), In<QLabel>(editor, "bounds")->text());
+                                       const QStringList told = ToldDuring([time] { time->setTime(QTime(0, 0)); });
+                                       QVERIFY(told.join(' ').contains("said That was too early"));
                                        QTest::keyClicks(In<QPlainTextEdit>(editor, "message"), "Bring the lamp");
                                        QTest::keyClick(&editor, Qt::Key_Escape);
                                    });
@@ -593,6 +598,19 @@ private slots:
         QVERIFY(prompts_.seen.empty());
         QCOMPARE(Stored()[0].Label, std::string("Talks"));
         QCOMPARE(StoredReminders(), QStringList("Bring the lamp"));
+        // Of a series the one event changes, without a question.
+        PutClass();
+        Open();
+        EditEvent(0, [](EditEventDialog& editor) {
+            Retype(In<QLineEdit>(editor, "label"), "Lesson");
+            QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+            QTRY_VERIFY(!editor.isVisible());
+        });
+        QTRY_VERIFY(!dialog_->isVisible());
+        QVERIFY(prompts_.seen.empty());
+        const EventList series = Stored();
+        QCOMPARE(std::ranges::count(series, "Lesson", &CTmEvent::Label), 1);
+        QCOMPARE(series.size(), 4u);
         // What can't be saved is asked about.
         Open();
         prompts_.answers = {PromptAnswer::No};

@@ -17,7 +17,7 @@ private:
     }
     CProCategoryList& Forest() { return app_->NoteBook().categories; }
     /// The id of the category of this name; -1 if there is none.
-    int32_t IDOf(const std::string& name) const {
+    int32_t IdOf(const std::string& name) const {
         std::function<int32_t(const std::vector<CProCategoryTree>&)> find = [&](const auto& nodes) {
             int32_t id = -1;
             for (size_t i = 0; id < 0 && i < nodes.size(); ++i)
@@ -51,7 +51,7 @@ private slots:
     void init() { OpenSample(); }
     void cleanup() { CloseWindow(); }
     void keys_alone_change_the_trees() {
-        const int32_t engineering = IDOf("Engineering");
+        const int32_t engineering = IdOf("Engineering");
         const LongList notes = Forest().FindByID(engineering)->notes[0];
         QVERIFY(!notes.IsEmpty());
         InTrees([&](CEditCategoriesDlg& dialog) {
@@ -73,7 +73,7 @@ private slots:
             QVERIFY(!StaysOpen(dialog, "Ctrl+Return"));
         });
         QCOMPARE(Forest().FindByID(engineering)->name, std::string("Works"));
-        QVERIFY(IDOf("Towers of old") > 0 && IDOf("Lamps") < 0);
+        QVERIFY(IdOf("Towers of old") > 0 && IdOf("Lamps") < 0);
         // The list and the panel show it.
         QCOMPARE(app_->List().Find(notes[0])->categories[0].name, std::string("Works"));
         const QAbstractItemModel* const panel = window_->Panels()->PageAt(PanelKind::Categories)->Tree()->model();
@@ -81,8 +81,8 @@ private slots:
         QVERIFY(faults_.faults.empty());
     }
 
-    void an_order_to_quit_goes_on_behind_a_question_and_saves() {
-        const int32_t engineering = IDOf("Engineering");
+    void an_order_to_quit_goes_on_after_a_question_and_saves() {
+        const int32_t engineering = IdOf("Engineering");
         IgnoresClose stays;
         window_->installEventFilter(&stays);
         const QuitGuard guard;
@@ -103,7 +103,7 @@ private slots:
     }
 
     void a_drag_moves_and_asks_to_merge() {
-        const int32_t engineering = IDOf("Engineering"), lenses = IDOf("Lenses");
+        const int32_t engineering = IdOf("Engineering"), lenses = IdOf("Lenses");
         InTrees([&](CEditCategoriesDlg& dialog) {
             CEditCategoriesCtrl& tree = *dialog.Tree();
             tree.collapseAll();
@@ -127,11 +127,11 @@ private slots:
             QApplication::sendEvent(tree.viewport(), &over);
             QVERIFY(!over.isAccepted());  // it comes from elsewhere
         });
-        QCOMPARE(IDOf("Lenses"), lenses);
+        QCOMPARE(IdOf("Lenses"), lenses);
     }
 
     void cut_nodes_are_pasted_and_steps_go_back() {
-        const int32_t engineering = IDOf("Engineering"), lenses = IDOf("Lenses"), places = IDOf("Places");
+        const int32_t engineering = IdOf("Engineering"), lenses = IdOf("Lenses"), places = IdOf("Places");
         QVERIFY(places > 0);
         InTrees([&](CEditCategoriesDlg& dialog) {
             CEditCategoriesCtrl& tree = *dialog.Tree();
@@ -156,7 +156,7 @@ private slots:
     }
 
     void the_set_in_view_decides_counts_and_drops() {
-        const int32_t places = IDOf("Places");
+        const int32_t places = IdOf("Places");
         const size_t unassigned = Forest().FindByID(kUnassignedID)->GetNotes(3).Count();
         QVERIFY(unassigned > 0);
         InTrees([&](CEditCategoriesDlg& dialog) {
@@ -179,17 +179,17 @@ private slots:
     }
 
     void cancel_asks_and_drops() {
-        const int32_t engineering = IDOf("Engineering");
+        const int32_t engineering = IdOf("Engineering");
         InTrees([&](CEditCategoriesDlg& dialog) { QVERIFY(!StaysOpen(dialog, "Esc") && prompts_.seen.empty()); });
         InTrees([&](CEditCategoriesDlg& dialog) {
             prompts_.texts = {"Another"};
-            dialog.Tree()->GoTo(IDOf("Engineering"));
+            dialog.Tree()->GoTo(IdOf("Engineering"));
             QTest::keyClick(dialog.Tree(), Qt::Key_F2);
             prompts_.answers = {PromptAnswer::No, PromptAnswer::Yes};
             QVERIFY(StaysOpen(dialog, "Esc"));
             QVERIFY(!StaysOpen(dialog, "Esc"));
         });
-        QCOMPARE(IDOf("Engineering"), engineering);
+        QCOMPARE(IdOf("Engineering"), engineering);
     }
 
     void a_failed_write_keeps_the_dialog_open() {
@@ -197,7 +197,7 @@ private slots:
         InTrees([&](CEditCategoriesDlg& dialog) {
             Block(file);
             prompts_.texts = {"Another"};
-            dialog.Tree()->GoTo(IDOf("Engineering"));
+            dialog.Tree()->GoTo(IdOf("Engineering"));
             QTest::keyClick(dialog.Tree(), Qt::Key_F2);
             QVERIFY(StaysOpen(dialog, "Ctrl+Return"));
             QVERIFY(dialog.findChild<FaultBar*>()->isVisible());
@@ -206,7 +206,7 @@ private slots:
             emit dialog.findChild<FaultBar*>()->TryAgainRequested();
             QTRY_VERIFY(!dialog.isVisible());
         });
-        QVERIFY(IDOf("Another") > 0);
+        QVERIFY(IdOf("Another") > 0);
     }
 
     void menus_of_the_panels_hold_the_family() {
@@ -268,13 +268,13 @@ private slots:
                 "\xE7\x81\xAF\xE5\x8F\xB0 \xD7\x9E\xD7\x92\xD7\x93\xD7\x9C\xD7\x95\xD7\xA8",
                 "A category whose name goes on and on until it is wider than any window has room for, and on, "
                 "past the edge and over all that lies behind it, to the end of the line"};
-            tree.GoTo(IDOf("Engineering"));
+            tree.GoTo(IdOf("Engineering"));
             QTest::keyClick(&tree, Qt::Key_Insert);
             QTest::keyClick(&tree, Qt::Key_Insert);
             QVERIFY(tree.horizontalScrollBar()->maximum() > 0);
-            tree.GoTo(IDOf("Lenses"));
+            tree.GoTo(IdOf("Lenses"));
             QTest::keyClick(&tree, Qt::Key_X, Qt::ControlModifier);
-            tree.GoTo(IDOf("Engineering"));
+            tree.GoTo(IdOf("Engineering"));
             looks.Shoot(dialog, "categories");
         });
     }

@@ -49,7 +49,7 @@ inline void PressKeys(QWidget* widget, std::initializer_list<const char*> keys) 
     }
 }
 
-/// Presses keys in a window; whether it is still there behind them.
+/// Presses keys in a window; whether it is still there after them.
 inline bool StaysOpen(QWidget& window, const char* keys) {
     PressKeys(&window, {keys});
     return window.isVisible();

@@ -95,9 +95,8 @@ private slots:
 
     void typing_over_a_part_of_a_table_can_be_undone() {
         const std::string rtf =
-            "{\\rtf1\\ansi fo\\par\\trowd\\cellx4500\\cellx9000\\pard\\intbl 1\\cell "
-            "2\\cell\\row\\trowd\\clmgf\\cellx4500"
-            "\\clmrg\\cellx9000\\pard\\intbl 3\\cell\\cell\\row\\pard after\\par}";
+            "{\\rtf1\\ansi fo\\par\\trowd\\cellx4500\\cellx9000\\pard\\intbl 1\\cell 2\\cell\\row"
+            "\\trowd\\clmgf\\cellx4500\\clmrg\\cellx9000\\pard\\intbl 3\\cell\\cell\\row\\pard after\\par}";
         edit_->Load(rtf);
         QTextCursor selection = edit_->textCursor();
         selection.setPosition(4);
@@ -248,7 +247,7 @@ private slots:
         const QString png = folder.filePath("a.png"), text = folder.filePath("b.txt");
         PutBytes(png.toStdString(), Encoded(Filled(40, 20)).toStdString());
         PutBytes(text.toStdString(), "words");
-        QSignalSpy others(edit_, &RichTextEdit::filesDropped);
+        QSignalSpy others(edit_, &RichTextEdit::FilesDropped);
         QMimeData files;
         files.setUrls({QUrl::fromLocalFile(png), QUrl::fromLocalFile(text)});
         QVERIFY(DropOn(edit_->viewport(), files, at));

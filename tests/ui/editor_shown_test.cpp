@@ -24,8 +24,8 @@ std::string Note() {
     return "{\\rtf1 before\\par{\\pict\\pngblip\\picw1000\\pich641\\picwgoal10200\\pichgoal6540\\picscalex80"
            "\\picscaley80 " +
            Encoded(Filled(100, 64)).toHex().toStdString() +
-           "}\\par\\trowd\\cellx3000\\cellx9000\\cellx18000\\intbl Chapter\\cell b\\cell c\\cell\\row\\pard "
-           "between\\par"
+           "}\\par\\trowd\\cellx3000\\cellx9000\\cellx18000\\intbl Chapter\\cell b\\cell c\\cell\\row"
+           "\\pard between\\par"
            "\\trowd\\cellx1500\\cellx3000\\intbl d\\cell e\\cell\\row\\pard after}";
 }
 
@@ -551,7 +551,7 @@ private:
         });
     }
 
-    std::vector<std::string> states_;  // the text before and behind each step
+    std::vector<std::string> states_;  // the text before and after each step
     Document document_;                // of a card
 };
 

@@ -6,6 +6,7 @@
 #include "ui/editor/spell_words.h"
 #include "ui/editor_window.h"
 #include "ui/picture_bytes.h"
+#include "ui/tab_walk.h"
 
 namespace lore {
 namespace {
@@ -276,8 +277,9 @@ private slots:
         FindBar& bar = *window_->find;
         QVERIFY(bar.isVisible());
         auto* const field = In<QLineEdit>(bar, "findField");
-        QTest::keyClicks(field, "lamp");
+        QCOMPARE(ToldDuring([field] { QTest::keyClicks(field, "lamp"); }), QStringList("said 1 of 4"));
         QVERIFY(SeenTexts<QLabel>(bar).contains("1 of 4"));
+        QCOMPARE(field->accessibleDescription(), QStringLiteral("1 of 4"));
         PressKeys(edit_, {"F3"});
         QCOMPARE(edit_->textCursor().selectionStart(), 5);
         for (QCheckBox* box : bar.findChildren<QCheckBox*>())
@@ -285,7 +287,7 @@ private slots:
         bar.ShowReplace();
         field->setText("lamp");
         In<QLineEdit>(bar, "replaceField")->setText("light");
-        bar.ReplaceAll();
+        QCOMPARE(ToldDuring([&] { bar.ReplaceAll(); }), QStringList("said 2 replaced"));
         QCOMPARE(window_->Text(), std::string("Lamp light lamps light end"));
         QVERIFY(Now().runs[1].format.bold);
         QTest::keyClick(field, Qt::Key_Escape);
@@ -325,7 +327,21 @@ private slots:
         edit_->Spelling().SetChecker(&checker, {0x0000ff, 65});
         QCOMPARE(marks().size(), 1);
         QVERIFY(marks()[0].format.fontStrikeOut());
+        // The keys go round, past what isn't judged yet, and say so where nothing is marked.
+        edit_->Load("{\\rtf1 teh one\\par two\\par kepeer teh}");
+        edit_->setFocus();
+        const auto step = [this](const char* key) {
+            const QStringList told = ToldDuring([this, key] { PressKeys(edit_, {key}); });
+            return QStringLiteral("%1 %2").arg(told.join(' ')).arg(edit_->textCursor().selectionStart());
+        };
+        for (const auto& [key, told] :
+             {std::pair("F7", "teh 0"), {"F7", "kepeer 12"}, {"F7", "teh 19"}, {"F7", "teh 0"}, {"Shift+F7", "teh 19"}})
+            QCOMPARE(step(key), QStringLiteral("said Misspelled: ") + told);
+        checker.wrong.clear();
+        edit_->Spelling().Recheck();
+        QCOMPARE(step("F7"), QStringLiteral("said No misspelled words 19"));
         edit_->Spelling().SetEnabled(false);
+        QCOMPARE(step("F7"), QStringLiteral("said The spelling of this text is not checked 19"));
         QCOMPARE(marks().size(), 0);
     }
 

@@ -324,7 +324,7 @@ private slots:
         QComboBox box(&window);
         box.addItem("A choice");
         QVERIFY(box.sizeHint().width() >= box.fontMetrics().horizontalAdvance("A choice") + letters * 2 / 3);
-        box.setAccessibleName("Box");
+        box.setAccessibleDescription("Box");
         box.adjustSize();
         window.show();
         QCOMPARE(FaultsOfWindow(window).join('\n'), QString());

@@ -11,6 +11,7 @@
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/ports/qt_progress.h"
+#include "ui/ports/quit_guard.h"
 #include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
@@ -82,8 +83,8 @@ private:
         added.rtfText = "{\\rtf1\\ansi A note from elsewhere}";
         const std::filesystem::path archive = Root() / "notes.lbe";
         const ReadContext context = app_->Context();
-        const ExportWorld world{app_->NoteBook(), app_->Data(), context, prompts_, progress_, faults_};
-        ExportNotes(NotesOfList({changed, added}), archive, ExportedSources::OfNotes, world);
+        const ExportJob job{app_->NoteBook(), app_->Data(), context, {prompts_, progress_, faults_}};
+        ExportNotes(NotesOfList({changed, added}), archive, ExportedSources::OfNotes, job);
         return archive;
     }
 
@@ -237,6 +238,20 @@ private slots:
             QCOMPARE(dropped, 1);
             QCOMPARE(prompts_.seen.size(), size_t{3});
         }
+        // Nobody may be there to answer an order to quit. The drafts stay.
+        Opened opened(*this);
+        opened.BringUp();
+        opened.list.setCurrentItem(&opened.Row(0));
+        QTest::keyClick(&opened.list, Qt::Key_F2);
+        prompts_.seen.clear();
+        const QuitGuard guard;
+        IgnoresClose stays;
+        window_->installEventFilter(&stays);
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+        QVERIFY(!opened.window.isVisible());
+        QVERIFY(prompts_.seen.empty());
+        QCOMPARE(dropped, 1);
     }
 
     void gives_ticked_notes_new_categories() {
@@ -305,7 +320,7 @@ private slots:
             QVERIFY(draft.note.sources.Values() == known.sources.Values());
             import.accept();
         });
-        emit window_->ImportRequested(QString::fromStdString(archive.string()));
+        window_->ImportFile(QString::fromStdString(archive.string()));
         QCOMPARE(opened_, 2);
         QCOMPARE(prompts_.seen.back(),
                  std::string("Finished!: All  *2*  of your notes have been successfully imported!"));
@@ -335,7 +350,6 @@ private slots:
         const std::filesystem::path archive = MakeArchive(known);
         QtProgress progress(theme_);
         progress.SetParent(window_.get());
-        QSignalSpy imported(window_.get(), &MainWindow::ImportRequested);
         bool dropped = false;
         QTimer::singleShot(0, window_.get(), [&] {
             QMimeData files;
@@ -343,14 +357,14 @@ private slots:
             dropped = DropOn(window_.get(), files);
         });
         const ReadContext context = app_->Context();
-        const ExportWorld world{app_->NoteBook(), app_->Data(), context, prompts_, progress, faults_};
-        const int written = ExportNotes(NotesOfList(app_->List()), Root() / "all.lbe", ExportedSources::OfNotes, world);
-        QCOMPARE(written, static_cast<int>(app_->List().Count()));
+        const ExportJob job{app_->NoteBook(), app_->Data(), context, {prompts_, progress, faults_}};
+        const ArchiveOutcome made =
+            ExportNotes(NotesOfList(app_->List()), Root() / "all.lbe", ExportedSources::OfNotes, job);
+        QCOMPARE(made.notes, static_cast<int>(app_->List().Count()));
         QVERIFY(dropped);
-        QCOMPARE(imported.count(), 0);
+        QCOMPARE(opened_, 0);
         Next<ImportWindow>([](const ImportWindow&) {});
         QTRY_COMPARE(opened_, 1);
-        QCOMPARE(imported.count(), 1);
         QVERIFY(faults_.faults.empty());
     }
 };

@@ -11,6 +11,7 @@
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/picture_bytes.h"
 #include "ui/ports/qt_progress.h"
+#include "ui/ports/quit_guard.h"
 #include "ui/tab_walk.h"
 #include "ui/window_rules.h"
 #include "ui/window_world.h"
@@ -234,6 +235,12 @@ private slots:
         QCOMPARE(told, QStringList());
         QCOMPARE(page->Tree()->currentIndex().data().toString(), QString("Signals"));
         QVERIFY(TellsOfFocusChild(*page->Tree()));
+        QCOMPARE(NameOf(*page->Tree()), QString("Categories"));
+        const auto* const tab = In<QToolButton>(*window_, "panelTab1");
+        QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(const_cast<QToolButton*>(tab));
+        QVERIFY(face->role() == QAccessible::PageTab && !face->state().selected);
+        face->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QVERIFY(face->state().selected && window_->Panels()->Page() == 1);
     }
 
     void a_color_has_words_beside_its_swatch() {
@@ -495,15 +502,29 @@ private slots:
         QCOMPARE(PlaceOnScreen({-9000, 300, INT32_MAX, 360}), QRect(room.left(), 300, room.width(), 60));
         QCOMPARE(PlaceOnScreen({-190, 30, 10, 90}), QRect(-190, 30, 200, 60));
         QCOMPARE(PlaceOnScreen({-191, 30, 9, 90}), std::nullopt);
+        QCOMPARE(PlaceOnScreen({30, room.bottom() - 8, 90, 2000}), std::nullopt);
+        QCOMPARE(PlaceOnScreen({90, 90, 30, 30}), std::nullopt);
         CloseWindow();
         Open();
         QCOMPARE(window_->Board()->Options().zoom, 1.5);
     }
 
-    void what_closing_cant_write_is_told_in_a_box() {
+    void what_closing_cant_write_is_told_in_a_box_unless_it_is_an_order() {
         const std::filesystem::path list = app_->NoteBook().paths.LastViewList();
         Block(list);
         prompts_.seen.clear();
+        {
+            const QuitGuard guard;
+            IgnoresClose stays;  // or the test would end with the program
+            QWidget other;
+            other.installEventFilter(&stays);
+            other.show();
+            QEvent quit(QEvent::Quit);
+            QCoreApplication::sendEvent(qApp, &quit);
+        }
+        QVERIFY(!window_->isVisible());
+        QVERIFY(prompts_.seen.empty());
+        window_->show();
         window_->close();
         QVERIFY(!window_->isVisible());
         QCOMPARE(Told(), QStringList("Not Saved"));
@@ -642,7 +663,8 @@ private slots:
         for (const std::filesystem::path& cut : damaged)
             std::filesystem::resize_file(cut, std::filesystem::file_size(cut) - 40);
         faults_.bar = window_->Faults();
-        ReloadAndShow(listed);
+        const QStringList said = ToldDuring([&] { ReloadAndShow(listed); });
+        QVERIFY2(said.last().startsWith("said Sources.dat, "), qPrintable(said.join('\n')));
         QVERIFY(window_->Faults()->isVisible() && !OffersTryAgain());
         const QString told = window_->Faults()->findChild<QLabel*>()->text();
         for (const std::filesystem::path& cut : damaged)
@@ -727,7 +749,7 @@ private slots:
     }
 
     // A question within the loop of the command could not be answered before its end.
-    void a_draft_found_by_try_again_waits_for_the_command_behind_it() {
+    void a_draft_found_by_try_again_waits_for_the_command_after_it() {
         background_ = std::make_unique<QtProgress>(theme_);
         OpenWithCompanions();
         background_->SetParent(window_.get());

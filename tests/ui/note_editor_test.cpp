@@ -609,8 +609,7 @@ private slots:
         mime->setHtml("<p>A <b>bold</b> word</p>");
         mime->setText("A bold word");
         QApplication::clipboard()->setMimeData(mime);
-        InDialog<NoteEditorWindow>([this] { emit window_->CaptureRequested(); },
-                                   [](NoteEditorWindow& editor) { Save(editor); });
+        InDialog<NoteEditorWindow>([this] { window_->Capture(); }, [](NoteEditorWindow& editor) { Save(editor); });
         const CNote& note = LastListed();
         QCOMPARE(note.plainText, std::string("A bold word"));
         QVERIFY(note.rtfText.find("\\b") != std::string::npos);
@@ -625,7 +624,7 @@ private slots:
             editor.CancelNote();
         });
         QApplication::clipboard()->clear();
-        emit window_->CaptureRequested();
+        window_->Capture();
         QCOMPARE(prompts_.seen.back(), std::string("Nothing To Capture: The clipboard holds no text for a note."));
     }
 

@@ -122,7 +122,7 @@ private slots:
             QCOMPARE(In<QLabel>(dialog, "head")->text(), QString("SYNC NOT ENGAGED"));
             QTest::keyClicks(guid, "{short}");
             {
-                // As a key does that comes before the window is active again behind a message.
+                // As a key does that comes before the window is active again after a message.
                 QMessageBox box(&dialog);
                 box.open();
                 QVERIFY(QTest::qWaitForWindowActive(&box));

@@ -19,7 +19,7 @@ class OptionsTest : public QObject, protected WindowWorld {
     Q_OBJECT
 
 private:
-    /// Opens the options from a menu and runs steps in them; they are closed behind them.
+    /// Opens the options from a menu and runs steps in them; they are closed after them.
     void InSheet(const QString& menu, const QString& entry, const std::function<void(COptionsPropSheet&)>& steps) {
         InDialog<COptionsPropSheet>([&] { Trigger(entry, menu); }, steps);
     }
@@ -167,14 +167,14 @@ private slots:
 
     void font_keeps_what_was_not_changed() {
         const FontSetting font{
-            .faceName = "No Such Face", .height = 19, .weight = 550, .charSet = 7, .color = 0x123456};
+            .faceName = "No Such Face", .height = 19, .weight = 550, .charset = 7, .color = 0x123456};
         FontDialog dialog("Font", font, theme_, store_, window_.get());
         dialog.show();
         BothLooks{theme_}.Shoot(dialog, "options-font");
         const FontSetting kept = dialog.Chosen();
         QCOMPARE(kept.faceName, font.faceName);
         QVERIFY(kept.height == font.height && kept.weight == font.weight);
-        QVERIFY(kept.charSet == font.charSet && kept.color == font.color);
+        QVERIFY(kept.charset == font.charset && kept.color == font.color);
     }
 
     void open_note_follows_the_options_of_its_spelling() {

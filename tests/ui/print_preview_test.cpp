@@ -11,6 +11,7 @@
 #include "ui/board_fixture.h"
 #include "ui/controls.h"
 #include "ui/look/theme.h"
+#include "ui/tab_walk.h"
 
 namespace lore {
 
@@ -97,13 +98,17 @@ private slots:
         QVERIFY(pages >= 3);
         QTRY_COMPARE(PageText(), QStringLiteral("Page 1 of %1").arg(pages));
         QVERIFY(!Command("Previous Page")->isEnabled());
-        Run({"Next Page"});
-        QCOMPARE(PageText(), QStringLiteral("Page 2 of %1").arg(pages));
+        const QString second = QStringLiteral("Page 2 of %1").arg(pages);
+        BringUp(*window_);
+        QCOMPARE(ToldDuring([this] { Run({"Next Page"}); }), QStringList("focus " + second));
+        QCOMPARE(PageText(), second);
+        Fonts()->setFocus();
+        QVERIFY(ToldDuring([this] { Run({"Previous Page", "Next Page"}); }).contains("said " + second));
         Run({"Last Page"});
         QCOMPARE(window_->Preview()->CurrentPage(), pages);
         QVERIFY(!Command("Next Page")->isEnabled());
         const double before = window_->Preview()->Zoom();
-        Command("Zoom In")->trigger();
+        QVERIFY(ToldDuring([this] { Run({"Zoom In"}); }).last().startsWith("said Zoom "));
         QVERIFY(window_->Preview()->Zoom() > before);
         for (int i = 0; i < 40; ++i)
             Command("Zoom Out")->trigger();
@@ -147,6 +152,25 @@ private slots:
             Open(Slow(400));
             QVERIFY(Saved("whole.txt").find("Part 400.") != std::string::npos);
         }
+    }
+
+    void each_page_has_its_text_for_a_screen_reader() {
+        Open(Slow(400));
+        others_.release();
+        QTRY_VERIFY(window_->IsWhole());
+        QAccessibleInterface* const pages = QAccessible::queryAccessibleInterface(window_->Preview());
+        QCOMPARE(pages->childCount(), window_->PageCount());
+        QString all;
+        for (int page = 0; page < pages->childCount(); ++page) {
+            QAccessibleTextInterface* const text = pages->child(page)->textInterface();
+            all += text->text(0, text->characterCount()) + '\n';
+        }
+        for (int part = 1; part <= 400; ++part)
+            QCOMPARE(all.count(QStringLiteral("Part %1. London").arg(part)), 1);
+        QVERIFY(all.indexOf("Part 399.") < all.indexOf("Part 400."));
+        Fonts()->setCurrentText("Courier New");  // the first pages are shown till the others are laid out
+        QVERIFY(pages->child(0)->text(QAccessible::Name).contains("being laid out"));
+        QVERIFY(pages->child(0)->textInterface()->characterCount() > 0);
     }
 
     void layouts_overtake_each_other() {

@@ -59,7 +59,7 @@ private slots:
         row("none", "", [](const Parts&) {});
         row("left out", "Tab passes by", [](const Parts& parts) { parts.first->setFocusPolicy(Qt::ClickFocus); });
         row("a trap", "keeps the key", [](const Parts& parts) { parts.middle->keepsTab = true; });
-        row("order", "comes behind", [](const Parts& parts) { QWidget::setTabOrder(parts.last, parts.middle); });
+        row("order", "comes after", [](const Parts& parts) { QWidget::setTabOrder(parts.last, parts.middle); });
         row("no name", "without a role or a name", [](const Parts& parts) { parts.middle->setAccessibleName({}); });
         row("menu by mouse", "\"Turn\" only in a mouse's menu",
             [](const Parts& parts) { parts.middle->hasMenuByMouse = true; });
@@ -82,9 +82,17 @@ private slots:
         row("a choice that is cut", "cut: ", [](const Parts& parts) {
             auto* const box = new QComboBox(parts.middle);
             box->addItems({"a", "a choice"});
-            box->setAccessibleName("Box");
+            box->setAccessibleDescription("Box");
             box->setFixedWidth(box->sizeHint().width() - box->fontMetrics().horizontalAdvance("ce"));
         });
+        row("a choice of nothing", "only its choice for a name", [](const Parts& parts) {
+            auto* const box = new QComboBox(parts.middle);
+            box->setAccessibleName("Box");
+            box->addItem("a");
+        });
+        row("a button inside", "a button inside without a name",
+            [](const Parts& parts) { parts.first->setClearButtonEnabled(true); });
+        row("a button inside with a name", "", [](const Parts& parts) { OfferClearing(*parts.first); });
         row("button in a scrolled area", "", [](const Parts& parts) {
             auto* const area = new QScrollArea(parts.window.centralWidget());
             auto* const button = new QPushButton("&Save");

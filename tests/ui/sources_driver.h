@@ -7,10 +7,10 @@
 namespace lore {
 
 /// The row of a source in the browser; -1 if it isn't shown.
-inline int RowOf(const CViewSourcesDlg& browser, int32_t sourceID) {
+inline int RowOf(const CViewSourcesDlg& browser, int32_t sourceId) {
     const auto& model = static_cast<const SourceListModel&>(*browser.List()->model());
     for (int row = 0; row < model.rowCount(); ++row)
-        if (model.At(row).SourceID == sourceID)
+        if (model.At(row).SourceID == sourceId)
             return row;
     return -1;
 }

@@ -426,11 +426,10 @@ private slots:
             QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
             QCOMPARE(dialog.result(), 2112);
         });
-        SourceList written;
-        bool whole = false;
-        QVERIFY(LoadBibliography(Bib(), MakeReadContext(clock_, guids_), written, whole).Ok() && whole);
-        QCOMPARE(static_cast<int>(written.Count()), SourceCount());
-        for (const CSource& source : written) {
+        const Loaded<SourceList> written = LoadBibliography(Bib(), MakeReadContext(clock_, guids_));
+        QVERIFY(written.ReadWhole());
+        QCOMPARE(static_cast<int>(written.value.Count()), SourceCount());
+        for (const CSource& source : written.value) {
             QCOMPARE(source.FormatStyle, 9);
             QCOMPARE(source.IndentSpaces, 5);
         }

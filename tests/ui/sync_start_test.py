@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The sync at the start: a start that is to sync starts the sync program alone; the restart behind it opens the window.
+"""The sync at the start: a start that is to sync starts the sync program alone; the restart after it opens the window.
 
 Usage: sync_start_test.py LOREBINDER"""
 import pathlib

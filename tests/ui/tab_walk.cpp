@@ -20,12 +20,39 @@ QList<Announcement> announcements;
 QStringList heard;
 bool listening = false;
 
+/// What is heard of an event besides those of the focus; empty for nothing.
+QString HeardOf(const QAccessibleEvent& event, const QAccessibleInterface& face) {
+    switch (event.type()) {
+        case QAccessible::StateChanged:
+            if (!static_cast<const QAccessibleStateChangeEvent&>(event).changedStates().checked)
+                return {};
+            return face.state().checked ? "ticked " : "unticked ";
+        case QAccessible::SelectionAdd:
+        case QAccessible::SelectionRemove:
+            if (qobject_cast<const QAbstractItemView*>(event.object()))
+                return {};
+            return event.type() == QAccessible::SelectionAdd ? "selected " : "unselected ";
+        case QAccessible::ObjectShow:
+            return face.role() == QAccessible::Notification ? "said " : QString();
+        default:
+            return {};
+    }
+}
+
+/// Of other kinds nothing is asked, which may be about widgets that are only being made, or are going.
+bool IsHeard(const QAccessibleEvent& event) {
+    if (event.type() == QAccessible::ObjectShow)
+        return event.object() && event.object()->objectName() == "notice";
+    return event.type() == QAccessible::Focus || event.type() == QAccessible::StateChanged ||
+           event.type() == QAccessible::SelectionAdd || event.type() == QAccessible::SelectionRemove;
+}
+
 void Hear(QAccessibleEvent& event) {
     const QAccessibleInterface* const face = event.accessibleInterface();
     const QString name = face && face->isValid() ? face->text(QAccessible::Name) : QString();
-    if (event.type() == QAccessible::StateChanged) {
-        if (!name.isEmpty() && static_cast<QAccessibleStateChangeEvent&>(event).changedStates().checked)
-            heard.append((face->state().checked ? "ticked " : "unticked ") + name);
+    if (event.type() != QAccessible::Focus) {
+        if (const QString told = name.isEmpty() ? QString() : HeardOf(event, *face); !told.isEmpty())
+            heard.append(told + name);
         return;
     }
     heard.append("focus " + name);
@@ -162,7 +189,7 @@ void CheckRound(const QList<QWidget*>& stops, const QWidget& window, QStringList
             faults.append(QStringLiteral("comes %1 times: %2").arg(count).arg(Described(*stop)));
     for (qsizetype i = 1; i < met.size(); ++i)
         if (StandsBefore(PlaceOf(*met[i], *met[i - 1], window), PlaceOf(*met[i - 1], *met[i], window)))
-            faults.append(Described(*met[i]) + " comes behind " + Described(*met[i - 1]));
+            faults.append(Described(*met[i]) + " comes after " + Described(*met[i - 1]));
     QList<QWidget*> back = Walk(stops.first(), true, stops.size() + 5, faults);
     std::reverse(back.begin() + 1, back.end());
     if (faults.isEmpty() && back != met)
@@ -276,7 +303,7 @@ void QAccessible::updateAccessibility(QAccessibleEvent* event) {
         QAccessibleInterface* const face = event->accessibleInterface();
         if (face && face->tableInterface())
             face->tableInterface()->modelChange(static_cast<QAccessibleTableModelChangeEvent*>(event));
-    } else if (lore::listening && (event->type() == QAccessible::Focus || event->type() == QAccessible::StateChanged)) {
+    } else if (lore::listening && lore::IsHeard(*event)) {
         lore::Hear(*event);
     }
 }

@@ -18,7 +18,8 @@ QStringList FaultsOfTabWalk(QWidget& window);
 bool TellsOfFocusChild(QWidget& control);
 
 /// What a screen reader is told of the focus and of boxes while steps run and until no event waits: "focus NAME", and
-/// "ticked NAME" or "unticked NAME".
+/// "ticked NAME" or "unticked NAME", "selected NAME" or "unselected NAME" for what the program draws itself, and "said
+/// TEXT" for what it has read at once.
 QStringList ToldDuring(const std::function<void()>& steps);
 
 /// The controls that the Tab key reaches, in their order.

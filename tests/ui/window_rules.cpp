@@ -64,6 +64,12 @@ bool HasRole(const QWidget& widget) {
     return face && face->isValid() && face->role() != QAccessible::NoRole;
 }
 
+/// The name of a box is what is chosen in it, on this desktop: a label or its description says what it is for.
+bool SaysWhatFor(const QComboBox& box) {
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(const_cast<QComboBox*>(&box));
+    return !face->text(QAccessible::Description).isEmpty() || !face->relations(QAccessible::Label).isEmpty();
+}
+
 /// A line takes 32,767 characters by itself, fewer than a stored text may have.
 bool CutsLongText(const QLineEdit& line) {
     return line.maxLength() == QLineEdit().maxLength();
@@ -185,6 +191,11 @@ QStringList FaultsOfWindow(const QWidget& window) {
             faults.append("only for a mouse: " + Described(*widget));
         if (const auto* const line = qobject_cast<const QLineEdit*>(widget); line && CutsLongText(*line))
             faults.append("cuts long texts: " + Described(*widget));
+        if (const auto* const box = qobject_cast<const QComboBox*>(widget); box && !SaysWhatFor(*box))
+            faults.append("only its choice for a name: " + Described(*widget));
+        for (const QToolButton* const inner : widget->findChildren<QToolButton*>(Qt::FindDirectChildrenOnly))
+            if (widget->inherits("QLineEdit") && NameOf(*inner).isEmpty())
+                faults.append("a button inside without a name: " + Described(*widget));
         if (IsCut(*widget))
             faults.append(QStringLiteral("cut: %1, %2x%3 of %4x%5")
                               .arg(Described(*widget))

@@ -143,7 +143,7 @@ protected:
     }
     void Trigger(const QString& entry, const QString& menu = {}) { MenuEntry(*window_, entry, menu)->trigger(); }
 
-    /// Runs steps in the dialog of this kind that opens next, and closes it behind them.
+    /// Runs steps in the dialog of this kind that opens next, and closes it after them.
     template <typename Dialog>
     void Next(std::function<void(Dialog&)> steps) {
         QTimer::singleShot(0, qApp, [this, steps] {

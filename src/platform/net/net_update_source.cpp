@@ -31,7 +31,7 @@ void NetUpdateSource::Fetch(const std::string& address, std::function<void(const
         net_ = std::make_unique<QNetworkAccessManager>();
     const QUrl url(QString::fromStdString(address), QUrl::StrictMode);
     if (!url.isValid() || (url.scheme() != "https" && url.scheme() != "http") || url.host().isEmpty()) {
-        QTimer::singleShot(0, net_.get(), [done] { done({false, {}, "The address is no web address"}); });
+        QTimer::singleShot(0, net_.get(), [done] { done({false, {}, "The address isn't a web address"}); });
         return;
     }
     QNetworkRequest request(url);

@@ -11,6 +11,7 @@
 #include <QTextFrame>
 #include <QTextLayout>
 #include <QTextList>
+#include <algorithm>
 #include <cmath>
 
 #include "platform/pdf/fit_to_page.h"
@@ -161,6 +162,21 @@ void ShowBlankLines(QTextDocument& document) {
     }
 }
 
+/// The text of a paragraph's lines whose middle is on a page, with the mark of its list.
+QString LinesWithin(const QTextBlock& block, qreal top, const QRectF& page) {
+    QString text;
+    for (int i = 0; i < block.layout()->lineCount(); ++i) {
+        const QTextLine line = block.layout()->lineAt(i);
+        const qreal middle = top + line.y() + line.height() / 2;
+        if (middle < page.top() || middle >= page.bottom())
+            continue;
+        if (i == 0 && block.textList())
+            text = block.textList()->itemText(block) + ' ';
+        text += QStringView(block.text()).mid(line.textStart(), line.textLength());
+    }
+    return text;
+}
+
 QRectF InPixels(const QRectF& inches) {
     constexpr int kPixels = PagedText::kPixelsPerInch;
     return QRectF(inches.topLeft() * kPixels, inches.size() * kPixels);
@@ -190,6 +206,20 @@ PagedText::PagedText(const QString& html, const QPageLayout& paper)
     FitToPage(document_, QSizeF(room_.width(), std::floor(room_.height())));
     document_.setPageSize(QSizeF(room_.width(), std::floor(room_.height()) + 2 * kSlack));
     KeepHeadings(document_);
+}
+
+QString PagedText::TextOfPage(int page) const {
+    const QAbstractTextDocumentLayout& layout = *document_.documentLayout();
+    const QRectF sheet(QPointF(0, page * document_.pageSize().height()), document_.pageSize());
+    QTextBlock block = document_.findBlock(std::max(layout.hitTest(sheet.topLeft(), Qt::FuzzyHit), 0));
+    const int end = layout.hitTest(sheet.bottomRight(), Qt::FuzzyHit);
+    QStringList paragraphs;
+    for (; block.isValid() && block.position() <= end; block = block.next()) {
+        const QString lines = LinesWithin(block, layout.blockBoundingRect(block).top(), sheet);
+        if (!lines.isEmpty())
+            paragraphs.append(lines);
+    }
+    return paragraphs.join('\n').replace(QChar(QChar::LineSeparator), '\n');
 }
 
 void PagedText::DrawPage(QPainter& painter, int page, int dotsPerInch) const {

@@ -4,7 +4,6 @@
 #include <QTextDocument>
 #include <string>
 
-class QPagedPaintDevice;
 class QPainter;
 
 namespace lore {
@@ -22,6 +21,8 @@ public:
     QSizeF PaperSize() const { return paper_.size(); }
     int PageCount() const { return document_.pageCount(); }
     QString Title() const { return document_.metaInformation(QTextDocument::DocumentTitle); }
+    /// What stands on a page, from 0, a paragraph a line.
+    QString TextOfPage(int page) const;
     /// Draws a page, from 0, with its number if there are several. The painter's origin is the corner of the paper, its
     /// unit a dot of a device of this resolution.
     void DrawPage(QPainter& painter, int page, int dotsPerInch) const;

@@ -6,10 +6,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QShortcut>
 
 #include "bibliography/output_selection.h"
 #include "bibliography/source_types.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/empty_line.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -55,17 +55,14 @@ CSelectSourcesDlg::CSelectSourcesDlg(SourceSelection& selection, const Theme& th
     connect(AddButton(tr("&Cancel")), &QPushButton::clicked, this, &QDialog::reject);
     connect(available_.list, &QAbstractItemView::activated, this, &CSelectSourcesDlg::MoveOver);
     connect(selected_.list, &QAbstractItemView::activated, this, &CSelectSourcesDlg::MoveBack);
-    auto* const del = new QShortcut(QKeySequence::Delete, selected_.list, nullptr, nullptr, Qt::WidgetShortcut);
-    connect(del, &QShortcut::activated, this, &CSelectSourcesDlg::MoveBack);
+    AddListKey(selected_.list, QKeySequence::Delete, [this] { MoveBack(); });
     ShowLists();
     available_.list->setFocus();
 }
 
 QWidget* CSelectSourcesDlg::MakeSide(Side& side, const SourceList& sources, const QString& title, const QString& hint) {
     auto* const box = new QWidget(this);
-    auto* const layout = new QVBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace);
+    auto* const layout = MakeInner<QVBoxLayout>(box, kSpace);
     side.model = new SourceListModel([&sources] { return sources.Count(); },
                                      [&sources](size_t row) -> const CSource& { return sources[row]; }, this);
     side.list = new CSourcesListWnd(*side.model, kSourcesSelBoxes, theme_, box);
@@ -87,14 +84,11 @@ QWidget* CSelectSourcesDlg::MakeSide(Side& side, const SourceList& sources, cons
 
 QWidget* CSelectSourcesDlg::MakeMoves() {
     auto* const box = new QWidget(this);
-    auto* const layout = new QVBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace * 2);
+    auto* const layout = MakeInner<QVBoxLayout>(box, kSpace * 2);
     layout->addStretch(1);
     const auto make = [&](const QString& text, const char* name) {
-        auto* const button = new QPushButton(text, box);
+        QPushButton* const button = MakeButton(text, box);
         button->setObjectName(QString::fromLatin1(name));
-        button->setAutoDefault(false);
         layout->addWidget(button);
         return button;
     };
@@ -121,14 +115,12 @@ QWidget* CSelectSourcesDlg::MakeMoves() {
 
 QWidget* CSelectSourcesDlg::MakeFormatting() {
     auto* const box = new QWidget(this);
-    auto* const grid = new QGridLayout(box);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(kSpace * 3);
-    grid->setVerticalSpacing(kSpace * 2);
+    auto* const grid = MakeInner<QGridLayout>(box, kSpace * 3, kSpace * 2);
     sort_ = new QCheckBox(tr("Sort Sources Alpha&betically"), box);
     individual_ = new QRadioButton(tr("&Use Sources' Individual Formatting"), box);
     common_ = new QRadioButton(tr("Set ALL Sources &Formatting"), box);
     style_ = new QComboBox(box);
+    NameBox(*style_, tr("Formatting of all sources"));
     for (const NumberedName& choice : StyleChoices())
         style_->addItem(ToQString(choice.name), choice.number);
     indent_ = new ClampedSpinBox(0, kMostBibliographyIndent, box);

@@ -1,29 +1,22 @@
 #include "ui/board/board_accessible.h"
 
-#include <QAccessible>
 #include <QAccessibleWidget>
-#include <unordered_map>
+#include <QTimer>
 
 #include "ui/board/board_empty_pane.h"
 #include "ui/board/board_view.h"
+#include "ui/look/accessible_item.h"
 
 namespace lore {
 namespace {
 
 /// One card: an item of the list, with the note as its text.
-class AccessibleCard : public QAccessibleInterface {
+class AccessibleCard : public AccessibleOpener {
 public:
-    AccessibleCard(BoardView& board, int row) : board_(&board), row_(row) {}
+    AccessibleCard(BoardView& board, int row)
+        : AccessibleOpener(board, QAccessible::ListItem), board_(&board), row_(row) {}
 
     bool isValid() const override { return row_ < board_->Model().Count(); }
-    QObject* object() const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(board_); }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
-    QAccessible::Role role() const override { return QAccessible::ListItem; }
-    void setText(QAccessible::Text, const QString&) override {}
 
     QString text(QAccessible::Text kind) const override {
         return kind == QAccessible::Name && isValid() ? board_->CardText(row_) : QString();
@@ -43,6 +36,12 @@ public:
         const auto [first, end] = board_->VisibleRows();
         state.offscreen = row_ < first || row_ >= end;
         return state;
+    }
+
+protected:
+    void Open() override {
+        const int32_t note = board_->Model().IDAt(row_);
+        QTimer::singleShot(0, board_, [board = board_, note] { emit board->EditRequested(note); });
     }
 
 private:
@@ -72,11 +71,6 @@ class AccessibleBoard : public QAccessibleWidget {
 public:
     explicit AccessibleBoard(BoardView& board) : QAccessibleWidget(&board, QAccessible::List), board_(board) {}
 
-    ~AccessibleBoard() override {
-        for (const auto& [row, id] : cards_)
-            QAccessible::deleteAccessibleInterface(id);
-    }
-
     int childCount() const override { return IsEmpty() ? 1 : board_.Model().Count(); }
 
     QAccessibleInterface* child(int row) const override {
@@ -84,19 +78,13 @@ public:
             return nullptr;
         if (IsEmpty())
             return QAccessible::queryAccessibleInterface(Pane());
-        const auto [entry, isNew] = cards_.try_emplace(row, 0);
-        if (isNew)
-            entry->second = QAccessible::registerAccessibleInterface(new AccessibleCard(board_, row));
-        return QAccessible::accessibleInterface(entry->second);
+        return cards_.At(row, [this, row] { return new AccessibleCard(board_, row); });
     }
 
     int indexOfChild(const QAccessibleInterface* child) const override {
         if (IsEmpty())
             return child && child->object() == Pane() ? 0 : -1;
-        for (const auto& [row, id] : cards_)
-            if (QAccessible::accessibleInterface(id) == child)
-                return row;
-        return -1;
+        return cards_.NumberOf(child);
     }
 
     QAccessibleInterface* childAt(int x, int y) const override {
@@ -125,7 +113,7 @@ private:
     }
 
     BoardView& board_;
-    mutable std::unordered_map<int, QAccessible::Id> cards_;  // by row
+    mutable AccessibleItems cards_;  // by row
 };
 
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {

@@ -59,11 +59,11 @@ public:
     QRect AttachmentRect(int row, int attachment) const;
     /// What a screen reader says of a card.
     QString CardText(int row) const;
-    /// Waits for pictures that are still being read, then paints them.
+    /// For tests alone: waits for pictures that are still being read, then paints them.
     void FinishPictures();
     /// The notes of the list, and the place of one in it.
     const BoardModel& Model() const;
-    /// The rows in sight: first and one behind the last.
+    /// The rows in sight: first and one past the last.
     std::pair<int, int> VisibleRows() const;
 
 signals:

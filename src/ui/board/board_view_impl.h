@@ -85,7 +85,7 @@ struct BoardView::Impl {
     BoardHeights heights;
     int topRow = 0;     ///< the first row in sight
     int topOffset = 0;  ///< its top in the viewport, 0 or above the edge
-    int endRow = 0;     ///< one behind the last row in sight
+    int endRow = 0;     ///< one past the last row in sight
     int32_t topNote = -1;
     int32_t focusNote = -1;
     int focusRow = -1;

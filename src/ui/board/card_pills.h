@@ -6,7 +6,7 @@
 
 namespace lore {
 
-/// A note's category path in one set as pills, one behind the other with arrows between; goes on in a further line
+/// A note's category path in one set as pills, one after the other with arrows between; goes on in a further line
 /// where the width ends. `setNumber` 1 to 3 stands in front, 0 for nothing.
 std::unique_ptr<CardBlock> MakePathBlock(const CProCategoryTree& path, int setNumber, int width,
                                          const CardContext& context);

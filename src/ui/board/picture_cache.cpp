@@ -58,9 +58,9 @@ QPixmap PictureCache::Get(const QString& path, const QSize& size) {
         QStringLiteral("%1x%2 %3 %4").arg(size.width()).arg(size.height()).arg(sizes_.value(path).changed).arg(path);
     if (const QPixmap* there = pixmaps_.object(key))
         return *there;
-    if (size.isEmpty() || underway_.contains(key))
+    if (size.isEmpty() || underWay_.contains(key))
         return {};
-    underway_.insert(key);
+    underWay_.insert(key);
     loading_.Run([this, key, path, size] {
         const QImage image = Load(path, size);
         QMetaObject::invokeMethod(
@@ -70,7 +70,7 @@ QPixmap PictureCache::Get(const QString& path, const QSize& size) {
 }
 
 void PictureCache::Take(const QString& key, const QImage& image) {
-    underway_.remove(key);
+    underWay_.remove(key);
     const int cost = std::max<int>(1, static_cast<int>(image.sizeInBytes() / 1024));
     pixmaps_.insert(key, new QPixmap(QPixmap::fromImage(image)), std::min(cost, kBudget));
     emit Loaded();

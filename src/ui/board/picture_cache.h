@@ -38,7 +38,7 @@ private:
 
     QCache<QString, QPixmap> pixmaps_;  // cost: kilobytes
     QHash<QString, KnownSize> sizes_;
-    QSet<QString> underway_;
+    QSet<QString> underWay_;
     WorkBeside loading_;  // ends before the rest goes
 };
 

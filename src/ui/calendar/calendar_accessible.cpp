@@ -1,29 +1,22 @@
 #include "ui/calendar/calendar_accessible.h"
 
-#include <QAccessible>
 #include <QAccessibleWidget>
-#include <map>
+#include <QTimer>
 
 #include "ui/calendar/calendar_grid.h"
+#include "ui/look/accessible_item.h"
 #include "ui/look/qt_text.h"
 
 namespace lore {
 namespace {
 
 /// One day, with what falls on it as its text.
-class AccessibleDay : public QAccessibleInterface {
+class AccessibleDay : public AccessibleOpener {
 public:
-    AccessibleDay(CalendarGrid& grid, int cell) : grid_(&grid), cell_(cell) {}
+    AccessibleDay(CalendarGrid& grid, int cell)
+        : AccessibleOpener(grid, QAccessible::Cell), grid_(&grid), cell_(cell) {}
 
     bool isValid() const override { return cell_ < grid_->View().Grid().Cells(); }
-    QObject* object() const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(grid_); }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
-    QAccessible::Role role() const override { return QAccessible::Cell; }
-    void setText(QAccessible::Text, const QString&) override {}
     QString text(QAccessible::Text kind) const override {
         return kind == QAccessible::Name && isValid() ? ToQString(grid_->View().CellText(cell_)) : QString();
     }
@@ -36,6 +29,12 @@ public:
         return state;
     }
 
+protected:
+    void Open() override {
+        const DateTime day = grid_->View().Grid().DayOf(cell_);
+        QTimer::singleShot(0, grid_, [grid = grid_, day] { emit grid->DayAsked(day); });
+    }
+
 private:
     CalendarGrid* grid_;
     int cell_;
@@ -44,26 +43,13 @@ private:
 class AccessibleGrid : public QAccessibleWidget {
 public:
     explicit AccessibleGrid(CalendarGrid& grid) : QAccessibleWidget(&grid, QAccessible::Table), grid_(grid) {}
-    ~AccessibleGrid() override {
-        for (const auto& [cell, id] : days_)
-            QAccessible::deleteAccessibleInterface(id);
-    }
     int childCount() const override { return grid_.View().Grid().Cells(); }
     QAccessibleInterface* child(int cell) const override {
         if (cell < 0 || cell >= childCount())
             return nullptr;
-        const auto [entry, isNew] = days_.try_emplace(cell, 0);
-        if (isNew)
-            entry->second = QAccessible::registerAccessibleInterface(new AccessibleDay(grid_, cell));
-        return QAccessible::accessibleInterface(entry->second);
+        return days_.At(cell, [this, cell] { return new AccessibleDay(grid_, cell); });
     }
-    int indexOfChild(const QAccessibleInterface* child) const override {
-        for (const auto& [cell, id] : days_) {
-            if (QAccessible::accessibleInterface(id) == child)
-                return cell;
-        }
-        return -1;
-    }
+    int indexOfChild(const QAccessibleInterface* child) const override { return days_.NumberOf(child); }
     QAccessibleInterface* childAt(int x, int y) const override {
         return child(grid_.CellAt(grid_.mapFromGlobal(QPoint(x, y))));
     }
@@ -71,7 +57,7 @@ public:
 
 private:
     CalendarGrid& grid_;
-    mutable std::map<int, QAccessible::Id> days_;  // by cell
+    mutable AccessibleItems days_;  // by cell
 };
 
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {

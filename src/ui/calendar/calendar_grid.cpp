@@ -75,6 +75,7 @@ void CalendarGrid::Refresh() {
     highlighted_.reset();
     LayOut();
     update();
+    TellSelection();
 }
 
 void CalendarGrid::LayOut() {

@@ -74,6 +74,7 @@ private:
     /// The cell whose line "+3 more" is at a point, -1 for none.
     int MoreAt(const QPoint& point) const;
     void Moved(const DateTime& before);
+    void TellSelection();
     void PaintCell(QPainter& painter, int cell) const;
     void PaintBar(QPainter& painter, const Bar& bar) const;
     /// Each cell with so many characters in a line, and so many bars.
@@ -88,6 +89,7 @@ private:
     std::vector<Bar> bars_;
     std::vector<More> more_;
     std::optional<size_t> highlighted_;
+    std::vector<bool> told_;  // the cells that screen readers know as selected
     int wheel_ = 0;
     int pressedMore_ = -1;
 };

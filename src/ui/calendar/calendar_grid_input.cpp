@@ -36,6 +36,17 @@ void CalendarGrid::Moved(const DateTime& before) {
         emit MonthTurned();
     }
     TellFocusChild(*this, view_.CurrentCell());
+    TellSelection();
+}
+
+void CalendarGrid::TellSelection() {
+    told_.resize(static_cast<size_t>(view_.Grid().Cells()));
+    for (size_t cell = 0; cell < told_.size(); ++cell) {
+        const bool isSelected = view_.IsSelected(static_cast<int>(cell));
+        if (told_[cell] != isSelected)
+            TellSelected(*this, static_cast<int>(cell), isSelected);
+        told_[cell] = isSelected;
+    }
 }
 
 void CalendarGrid::focusInEvent(QFocusEvent* event) {

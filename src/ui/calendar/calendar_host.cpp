@@ -4,6 +4,7 @@
 
 #include "online/http_reminder_server.h"
 #include "ui/calendar/modify_event_dialog.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -30,6 +31,8 @@ CalendarHost::CalendarHost(CLorebinderApp& app, const Theme& theme, QWidget* par
              .storeSettings = [this] { app_.StoreSettings(); }} {}
 
 SeriesReach CalendarHost::Ask(ModifyEventMode mode) {
+    if (IsSavingToQuit())
+        return SeriesReach::OnlyThis;
     QWidget* const window = QApplication::activeModalWidget();
     return ModifyEventDialog(mode, Store(), window ? window : parent_).AskReach();
 }

@@ -95,7 +95,7 @@ private:
 
     QString typed_;
     QTime before_;                     // when typing began
-    std::pair<int, int> left_{-1, 0};  // what was selected behind the last key
+    std::pair<int, int> left_{-1, 0};  // what was selected after the last key
 };
 
 }  // namespace

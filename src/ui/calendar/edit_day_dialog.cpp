@@ -4,7 +4,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTreeWidget>
 #include <algorithm>
 #include <functional>
@@ -17,6 +16,7 @@
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/event_tool_tip.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/fault_bar.h"
 #include "ui/controls/list_columns.h"
 #include "ui/controls/quiet_view.h"
@@ -107,16 +107,13 @@ QTreeWidget* EditDayDialog::MakeSection(const Section& section) {
     list->setMinimumHeight(list->fontMetrics().height() * kLeastRows);
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * kLeastChars);
     list->setContextMenuPolicy(Qt::CustomContextMenu);
-    auto* const label = new QLabel(tr(section.title), this);
-    label->setBuddy(list);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(kSpace * 2);
     std::array<QPushButton*, 3> made{};
     const std::array texts = {section.create, section.edit, section.remove};
     const std::array commands = {section.onCreate, section.onEdit, section.onRemove};
     for (size_t i = 0; i < made.size(); ++i) {
-        made[i] = new QPushButton(texts[i], this);
-        made[i]->setAutoDefault(false);
+        made[i] = MakeButton(texts[i], this);
         buttons->addWidget(made[i]);
         connect(made[i], &QPushButton::clicked, this, commands[i]);
     }
@@ -128,8 +125,7 @@ QTreeWidget* EditDayDialog::MakeSection(const Section& section) {
     enable();
     connect(list, &QTreeWidget::currentItemChanged, this, enable);
     connect(list, &QTreeWidget::itemActivated, this, section.onEdit);
-    connect(new QShortcut(QKeySequence::Delete, list, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            this, section.onRemove);
+    AddListKey(list, QKeySequence::Delete, [this, remove = section.onRemove] { (this->*remove)(); });
     connect(list, &QTreeWidget::customContextMenuRequested, this, [this, list, section](const QPoint& point) {
         if (ChosenRow(list) < 0)
             return;
@@ -138,7 +134,7 @@ QTreeWidget* EditDayDialog::MakeSection(const Section& section) {
         menu.addAction(section.remove, this, section.onRemove);
         menu.exec(list->viewport()->mapToGlobal(point));
     });
-    Content()->addWidget(label);
+    Content()->addWidget(MakeLabel(tr(section.title), list, this));
     Content()->addWidget(list, 1);
     Content()->addLayout(buttons);
     return list;

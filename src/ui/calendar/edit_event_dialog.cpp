@@ -9,7 +9,6 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <algorithm>
 
@@ -18,6 +17,7 @@
 #include "ui/calendar/date_fields.h"
 #include "ui/calendar/edit_reminder_dialog.h"
 #include "ui/calendar/recurrence_tabs.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
@@ -74,10 +74,7 @@ EditEventDialog::EditEventDialog(CalendarHost& host, EventEditor model, QWidget*
 
 QWidget* EditEventDialog::MakeFields() {
     auto* const box = new QWidget(this);
-    auto* const form = new QFormLayout(box);
-    form->setContentsMargins(0, 0, 0, 0);
-    form->setHorizontalSpacing(kSpace * 3);
-    form->setVerticalSpacing(kSpace * 2);
+    auto* const form = MakeInner<QFormLayout>(box, kSpace * 3, kSpace * 2);
     label_ = NewTextField(box, ToQString(model_.Event().Label));
     label_->setObjectName("label");
     form->addRow(tr("&Label:"), label_);
@@ -112,55 +109,42 @@ void EditEventDialog::AddMoment(QFormLayout* form, const QString& label, QDateEd
     row->setSpacing(kSpace * 2);
     row->addWidget(date, 1);
     row->addWidget(time);
-    auto* const text = new QLabel(label, this);
-    text->setBuddy(date);
-    form->addRow(text, row);
+    form->addRow(MakeLabel(label, date, this), row);
 }
 
 QWidget* EditEventDialog::MakeReminders() {
     auto* const box = new QWidget(this);
-    auto* const rows = new QVBoxLayout(box);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(kSpace * 2);
+    auto* const rows = MakeInner<QVBoxLayout>(box, kSpace * 2);
     reminders_ = new QuietView<QListWidget>(box);
     reminders_->setObjectName("reminderList");
     reminders_->setAccessibleName(tr("Reminders"));
     reminders_->setFixedHeight(reminders_->fontMetrics().height() * (kReminderRows + 2));
-    auto* const label = new QLabel(tr("Re&minders:"), box);
-    label->setBuddy(reminders_);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(kSpace * 2);
-    auto* const add = new QPushButton(tr("Add &Reminder"), box);
-    edit_ = new QPushButton(tr("Ed&it Reminder"), box);
-    remove_ = new QPushButton(tr("Remo&ve Reminder"), box);
+    QPushButton* const add = MakeButton(tr("Add &Reminder"), box);
+    edit_ = MakeButton(tr("Ed&it Reminder"), box);
+    remove_ = MakeButton(tr("Remo&ve Reminder"), box);
     add->setObjectName("addReminder");
-    for (QPushButton* const button : {add, edit_, remove_}) {
-        button->setAutoDefault(false);
+    for (QPushButton* const button : {add, edit_, remove_})
         buttons->addWidget(button);
-    }
-    rows->addWidget(label);
+    rows->addWidget(MakeLabel(tr("Re&minders:"), reminders_, box));
     rows->addWidget(reminders_);
     rows->addLayout(buttons);
     connect(add, &QPushButton::clicked, this, &EditEventDialog::AddReminder);
     connect(edit_, &QPushButton::clicked, this, &EditEventDialog::EditReminder);
     connect(remove_, &QPushButton::clicked, this, &EditEventDialog::RemoveReminder);
     connect(reminders_, &QListWidget::itemActivated, this, &EditEventDialog::EditReminder);
-    connect(new QShortcut(QKeySequence::Delete, reminders_, nullptr, nullptr, Qt::WidgetShortcut),
-            &QShortcut::activated, this, &EditEventDialog::RemoveReminder);
+    AddListKey(reminders_, QKeySequence::Delete, [this] { RemoveReminder(); });
     return box;
 }
 
 QWidget* EditEventDialog::MakeRecurrence() {
     auto* const box = new QWidget(this);
-    auto* const rows = new QVBoxLayout(box);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(kSpace * 2);
+    auto* const rows = MakeInner<QVBoxLayout>(box, kSpace * 2);
     recurring_ = new QCheckBox(tr("Recurring Ev&ent"), box);
     recurring_->setObjectName("recurring");
     series_ = new QWidget(box);
-    auto* const parts = new QVBoxLayout(series_);
-    parts->setContentsMargins(0, 0, 0, 0);
-    parts->setSpacing(kSpace * 2);
+    auto* const parts = MakeInner<QVBoxLayout>(series_, kSpace * 2);
     tabs_ = new RecurrenceTabs(model_, series_);
     firstDay_ = MakeDateField(tr("First day of the series"), series_);
     lastDay_ = MakeDateField(tr("Last day of the series"), series_);
@@ -183,9 +167,7 @@ QWidget* EditEventDialog::MakeRecurrence() {
 
 QWidget* EditEventDialog::MakeSeriesTexts() {
     auto* const box = new QWidget(series_);
-    auto* const rows = new QVBoxLayout(box);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(kSpace);
+    auto* const rows = MakeInner<QVBoxLayout>(box, kSpace);
     summary_ = new QLabel(box);
     summary_->setObjectName("summary");
     summary_->setTextFormat(Qt::PlainText);
@@ -311,7 +293,7 @@ void EditEventDialog::Save() {
         const EventSave result = model_.Save();
         return result == EventSave::Saved || result == EventSave::Cancelled;
     };
-    AcceptBehind(save, host_.Look());
+    AcceptAfter(save, host_.Look());
 }
 
 void EditEventDialog::reject() {

@@ -11,10 +11,12 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "calendar/date_arithmetic.h"
 #include "calendar/day_reminders.h"
 #include "calendar/reminder_address.h"
 #include "ui/calendar/date_fields.h"
 #include "ui/controls/text_field.h"
+#include "ui/look/announce.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/ports/quit_guard.h"
@@ -99,6 +101,12 @@ void EditReminderDialog::MakeTimes(QFormLayout* form) {
     row->addWidget(time_);
     row->addStretch(1);
     form->addRow(sendLine_, row);
+    bounds_ = new QLabel(this);
+    bounds_->setObjectName("bounds");
+    bounds_->setWordWrap(true);
+    form->addRow(QString(), bounds_);
+    form->setRowVisible(bounds_, !model_.IsLocked());
+    ShowBounds(false);
     when_ = new QLabel(this);
     sendTime_ = new QLabel(this);
     sendTime_->setObjectName("sendTime");
@@ -133,13 +141,10 @@ void EditReminderDialog::Connect() {
     connect(prior_, &QComboBox::activated, this, [this](int row) {
         model_.ChoosePrior(static_cast<size_t>(row));
         ShowTime();
+        ShowBounds(false);
     });
-    const auto changed = [this] {
-        model_.ChangeSendTime(FromFields(*date_, *time_));
-        ShowTime();
-    };
-    connect(date_, &QDateEdit::dateChanged, this, changed);
-    connect(time_, &QTimeEdit::timeChanged, this, changed);
+    connect(date_, &QDateEdit::dateChanged, this, &EditReminderDialog::TakeTime);
+    connect(time_, &QTimeEdit::timeChanged, this, &EditReminderDialog::TakeTime);
     connect(provider_, &QComboBox::activated, this, [this](int row) { model_.SetProvider(row); });
     connect(message_, &QPlainTextEdit::textChanged, this, &EditReminderDialog::TakeMessage);
     connect(test_, &QPushButton::clicked, this, [this] {
@@ -196,6 +201,22 @@ void EditReminderDialog::ShowTime() {
     sendTime_->setText(ToQString(model_.SendTimeText()));
 }
 
+void EditReminderDialog::TakeTime() {
+    const bool isTooEarly = !model_.ChangeSendTime(FromFields(*date_, *time_));
+    ShowTime();
+    ShowBounds(isTooEarly);
+    if (isTooEarly)
+        Announce(*bounds_, bounds_->text());
+}
+
+void EditReminderDialog::ShowBounds(bool wasTooEarly) {
+    const QString text = wasTooEarly ? tr("That was too early: %1 is the earliest, an hour from now").arg(time_->text())
+                                     : tr("An hour from now at the earliest, in steps of ten minutes");
+    bounds_->setText(text);
+    for (QWidget* const field : std::initializer_list<QWidget*>{date_, time_})
+        field->setAccessibleDescription(text);
+}
+
 void EditReminderDialog::TakeFields() {
     model_.SetAddress(CleanText(FromQString(address_->text().trimmed())));
 }
@@ -205,7 +226,7 @@ void EditReminderDialog::Save() {
         TakeFields();
         return model_.Save() && store_(model_.Reminder());
     };
-    AcceptBehind(save, host_.Look());
+    AcceptAfter(save, host_.Look());
 }
 
 void EditReminderDialog::reject() {

@@ -39,6 +39,8 @@ private:
     void TakeMessage();
     void ShowType();
     void ShowTime();
+    void TakeTime();
+    void ShowBounds(bool wasTooEarly);
     void TakeFields();
     void Save();
 
@@ -50,6 +52,7 @@ private:
     QDateEdit* date_ = nullptr;
     QTimeEdit* time_ = nullptr;
     QLabel *when_ = nullptr, *sendLine_ = nullptr, *sendTime_ = nullptr, *messageLabel_ = nullptr, *left_ = nullptr;
+    QLabel* bounds_ = nullptr;  ///< which times there are, or what became of the one typed
     QLineEdit* address_ = nullptr;
     QPlainTextEdit* message_ = nullptr;
     QPushButton* test_ = nullptr;

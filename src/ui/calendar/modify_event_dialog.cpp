@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/look/theme_look.h"
 
 namespace lore {
@@ -58,9 +59,7 @@ QPushButton* ModifyEventDialog::MakeChoice(const char* text, const char* name, S
 
 QWidget* ModifyEventDialog::MakeGroup(const char* title, QWidget* first, QWidget* second) {
     auto* const group = new QWidget(this);
-    auto* const layout = new QVBoxLayout(group);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace * 2);
+    auto* const layout = MakeInner<QVBoxLayout>(group, kSpace * 2);
     layout->addWidget(new QLabel(QString::fromLatin1(title), group));
     layout->addWidget(first);
     if (second)

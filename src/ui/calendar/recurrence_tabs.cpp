@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme_look.h"
@@ -119,7 +120,7 @@ void RecurrenceTabs::AddNumber(QHBoxLayout* row, SeriesType tab, size_t slot, co
 void RecurrenceTabs::AddChoice(QHBoxLayout* row, SeriesType tab, size_t slot, const QString& name,
                                const QStringList& texts) {
     auto* const choice = new QComboBox(this);
-    choice->setAccessibleName(name);
+    NameBox(*choice, name);
     choice->addItems(texts);
     choice->setMaxVisibleItems(static_cast<int>(texts.size()));
     row->addWidget(choice);

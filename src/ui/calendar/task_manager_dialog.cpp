@@ -1,5 +1,6 @@
 #include "ui/calendar/task_manager_dialog.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -19,7 +20,9 @@
 #include "ui/calendar/edit_day_dialog.h"
 #include "ui/calendar/edit_event_dialog.h"
 #include "ui/calendar/edit_reminder_dialog.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/panel_section.h"
+#include "ui/controls/run_when_free.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 
@@ -60,9 +63,7 @@ TaskManagerDialog::TaskManagerDialog(CLorebinderApp& app, const Theme& theme, QW
 
 QWidget* TaskManagerDialog::MakeHead() {
     auto* const head = new QWidget(this);
-    auto* const row = new QHBoxLayout(head);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(kSpace * 2);
+    auto* const row = MakeInner<QHBoxLayout>(head, kSpace * 2);
     const auto arrow = [&](const char* icon, const QString& name, int months) {
         QToolButton* const button = MakeIconButton(QString::fromLatin1(icon), name, host_.Look(), head);
         button->setFocusPolicy(Qt::TabFocus);  // the mouse leaves the keys to the month
@@ -82,13 +83,10 @@ QWidget* TaskManagerDialog::MakeHead() {
     year_->setAccessibleName(tr("Year"));
     year_->setRange(MonthView::kFirstYear, MonthView::kLastYear);
     year_->setKeyboardTracking(false);
-    auto* const monthLabel = new QLabel(tr("&Month:"), head);
-    monthLabel->setBuddy(month_);
-    auto* const yearLabel = new QLabel(tr("&Year:"), head);
-    yearLabel->setBuddy(year_);
-    auto* const today = new QPushButton(tr("&Today"), head);
+    QLabel* const monthLabel = MakeLabel(tr("&Month:"), month_, head);
+    QLabel* const yearLabel = MakeLabel(tr("&Year:"), year_, head);
+    QPushButton* const today = MakeButton(tr("&Today"), head);
     today->setObjectName("today");
-    today->setAutoDefault(false);
     for (QWidget* const one : std::initializer_list<QWidget*>{back, forth, monthLabel, month_, yearLabel, year_})
         row->addWidget(one);
     row->addStretch(1);
@@ -107,7 +105,12 @@ QWidget* TaskManagerDialog::MakeHead() {
 void TaskManagerDialog::ConnectGrid() {
     connect(grid_, &CalendarGrid::KeysMoved, this, [this](const QRect& shown) { Reveal(*grid_, shown); });
     connect(grid_, &CalendarGrid::MonthTurned, this, &TaskManagerDialog::ShowChoice);
-    connect(grid_, &CalendarGrid::DayAsked, this, &TaskManagerDialog::OpenDay);
+    // A screen reader presses a day even behind a dialog.
+    connect(grid_, &CalendarGrid::DayAsked, this, [this](const auto&... day) {
+        const QWidget* const modal = QApplication::activeModalWidget();
+        if (IsIdle() && (!modal || modal == this))
+            OpenDay(day...);
+    });
     connect(grid_, &CalendarGrid::EventAsked, this, &TaskManagerDialog::OpenEvent);
     connect(grid_, &CalendarGrid::MenuAsked, this, &TaskManagerDialog::ShowMenu);
 }

@@ -18,13 +18,13 @@ namespace lore {
 
 namespace {
 
-constexpr int kIDRole = Qt::UserRole;
+constexpr int kIdRole = Qt::UserRole;
 constexpr int kOpenDelay = 600;  // ms that a drag rests on a closed node
 /// A forest of so many categories opens as a whole.
 constexpr size_t kOpensWhole = 150;
 
-int32_t IDOf(const QTreeWidgetItem* item) {
-    return item ? item->data(0, kIDRole).toInt() : -1;
+int32_t IdOf(const QTreeWidgetItem* item) {
+    return item ? item->data(0, kIdRole).toInt() : -1;
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ void CEditCategoriesCtrl::Show(const std::vector<PanelEntry>& entries) {
     for (const PanelEntry& entry : entries) {
         auto* const item = new QTreeWidgetItem;
         item->setText(0, ToQString(CategoryTrees::NodeText(entry.name, entry.notes.size())));
-        item->setData(0, kIDRole, entry.id);
+        item->setData(0, kIdRole, entry.id);
         if (entry.parent < 0)
             roots.append(item);
         else
@@ -84,7 +84,7 @@ void CEditCategoriesCtrl::Show(const std::vector<PanelEntry>& entries) {
 }
 
 int32_t CEditCategoriesCtrl::Current() const {
-    return IDOf(currentItem());
+    return IdOf(currentItem());
 }
 
 QTreeWidgetItem* CEditCategoriesCtrl::ItemOf(int32_t id) const {
@@ -144,7 +144,7 @@ void CEditCategoriesCtrl::contextMenuEvent(QContextMenuEvent* event) {
         emit MenuRequested(Current(), viewport()->mapToGlobal(place.bottomLeft()));
         return;
     }
-    emit MenuRequested(IDOf(itemAt(event->pos())), event->globalPos());
+    emit MenuRequested(IdOf(itemAt(event->pos())), event->globalPos());
 }
 
 void CEditCategoriesCtrl::SetDropTarget(QTreeWidgetItem* item) {
@@ -184,7 +184,7 @@ void CEditCategoriesCtrl::dragLeaveEvent(QDragLeaveEvent* event) {
 }
 
 void CEditCategoriesCtrl::dropEvent(QDropEvent* event) {
-    const int32_t target = IDOf(itemAt(event->position().toPoint()));
+    const int32_t target = IdOf(itemAt(event->position().toPoint()));
     SetDropTarget(nullptr);
     setState(NoState);
     stopAutoScroll();
@@ -192,7 +192,7 @@ void CEditCategoriesCtrl::dropEvent(QDropEvent* event) {
         return event->ignore();
     event->setDropAction(Qt::MoveAction);
     event->accept();
-    // Behind the drag, which holds the mouse until it ends.
+    // After the drag, which holds the mouse until it ends.
     QMetaObject::invokeMethod(
         this, [this, id = Current(), target] { emit NodeDropped(id, target); }, Qt::QueuedConnection);
 }

@@ -10,6 +10,7 @@
 
 #include "notes/panel_commands.h"
 #include "ui/categories/edit_categories_ctrl.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/popup_menu.h"
 #include "ui/look/theme.h"
 #include "ui/ports/quit_guard.h"
@@ -124,8 +125,7 @@ void CEditCategoriesDlg::MakeCommands() {
 }
 
 QPushButton* CEditCategoriesDlg::ButtonFor(QAction* action, const QString& text, QWidget* parent) {
-    auto* const button = new QPushButton(text, parent);
-    button->setAutoDefault(false);
+    QPushButton* const button = MakeButton(text, parent);
     button->setToolTip(action->text() + QStringLiteral("  (") + action->shortcut().toString(QKeySequence::NativeText) +
                        QLatin1Char(')'));
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
@@ -226,7 +226,7 @@ void CEditCategoriesDlg::Save() {
         Alone([&] { isSaved = editing_.Save(); });
         return isSaved;
     };
-    AcceptBehind(save, theme_);
+    AcceptAfter(save, theme_);
 }
 
 void CEditCategoriesDlg::reject() {

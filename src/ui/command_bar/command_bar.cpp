@@ -28,8 +28,8 @@ CommandBar::CommandBar(const CommandFinder& finder, std::function<std::string(co
     field_->setAccessibleName(tr("What to find"));
     field_->setPlaceholderText(tr("Find a command, NoteBook, category, source, key word or note"));
     field_->setFont(theme.Font(TextSize::Title));
-    field_->setClearButtonEnabled(true);
-    field_->addAction(theme.Icon("search", ColorRole::DimText), QLineEdit::LeadingPosition);
+    OfferClearing(*field_);
+    AddLeadingIcon(*field_, theme.Icon("search", ColorRole::DimText), tr("Search"));
     field_->installEventFilter(this);
     model_ = new CommandBarModel(std::move(textOf), this);
     list_ = new QListView(this);

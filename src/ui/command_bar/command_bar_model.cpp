@@ -1,7 +1,6 @@
 #include "ui/command_bar/command_bar_model.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QTextCharFormat>
@@ -164,10 +163,7 @@ ElidedLine LineOf(const QStyleOptionViewItem& option, const QModelIndex& index, 
 }  // namespace
 
 void CommandBarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    QStyleOptionViewItem ground = option;
-    initStyleOption(&ground, index);
-    ground.text.clear();
-    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &ground, painter, option.widget);
+    PaintGround(*painter, option, index);
     const bool selected = option.state & QStyle::State_Selected;
     const ColorRole textRole = selected ? ColorRole::SelectionText : ColorRole::Text;
     const ColorRole dimRole = selected ? ColorRole::SelectionText : ColorRole::DimText;
@@ -185,7 +181,7 @@ void CommandBarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
 bool CommandBarDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                                    const QModelIndex& index) {
     if (event->type() != QEvent::ToolTip || !index.isValid())
-        return QStyledItemDelegate::helpEvent(event, view, option, index);
+        return GroundDelegate::helpEvent(event, view, option, index);
     const RowLook look = LookOf(option, index);
     const QString detail = index.data(CommandBarModel::DetailRole).toString();
     const bool isCut = LineOf(option, index, look).IsCut() || detail != look.shownDetail;

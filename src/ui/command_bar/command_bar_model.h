@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QStyledItemDelegate>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/command_finder.h"
+#include "ui/controls/ground_delegate.h"
 
 namespace lore {
 
@@ -44,11 +44,11 @@ private:
 
 /// Draws a row: the icon of its kind, its text with the matching letters strong, and the detail at the right. A text
 /// that is cut stands whole in the tool tip.
-class CommandBarDelegate : public QStyledItemDelegate {
+class CommandBarDelegate : public GroundDelegate {
     Q_OBJECT
 
 public:
-    CommandBarDelegate(const Theme& theme, QObject* parent) : QStyledItemDelegate(parent), theme_(theme) {}
+    CommandBarDelegate(const Theme& theme, QObject* parent) : GroundDelegate(parent), theme_(theme) {}
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;

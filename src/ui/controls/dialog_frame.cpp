@@ -16,6 +16,7 @@
 #include <functional>
 #include <utility>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/fault_bar.h"
 #include "ui/controls/main_button_keys.h"
 #include "ui/look/qt_text.h"
@@ -158,8 +159,7 @@ QPushButton* DialogFrame::AddSideButton(const QString& text) {
 }
 
 QPushButton* DialogFrame::NewButton(const QString& text) {
-    auto* const button = new QPushButton(text, this);
-    button->setAutoDefault(false);
+    QPushButton* const button = MakeButton(text, this);
     connect(button, &QPushButton::pressed, this, &DialogFrame::TakeWhatIsTyped);
     return button;
 }
@@ -201,7 +201,7 @@ FaultBar& DialogFrame::Faults(const Theme& theme) {
     return *faultBar_;
 }
 
-void DialogFrame::AcceptBehind(const std::function<bool()>& save, const Theme& theme) {
+void DialogFrame::AcceptAfter(const std::function<bool()>& save, const Theme& theme) {
     Faults(theme).Run([this, save] {
         const bool isDone = save();
         if (isDone)

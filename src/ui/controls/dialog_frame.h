@@ -39,7 +39,7 @@ public:
     /// it can be tried again.
     FaultBar& Faults(const Theme& theme);
     /// Runs a save in the bar and accepts the dialog once it says that it was done.
-    void AcceptBehind(const std::function<bool()>& save, const Theme& theme);
+    void AcceptAfter(const std::function<bool()>& save, const Theme& theme);
 
     void done(int result) override;
     void setVisible(bool visible) override;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "ui/controls/run_when_free.h"
+#include "ui/look/announce.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 
@@ -53,9 +54,12 @@ FaultBar::FaultBar(const Theme& theme, QWidget* parent) : QFrame(parent), theme_
 }
 
 void FaultBar::Add(const Fault& fault) {
-    std::erase_if(faults_, [&](const Numbered& one) { return one.fault.IsOf(fault.what, fault.path); });
+    const bool isNew =
+        std::erase_if(faults_, [&](const Numbered& one) { return one.fault.IsOf(fault.what, fault.path); }) == 0;
     faults_.push_back({fault, ++lastNumber_});
     Refresh();
+    if (isNew)
+        Announce(*this, text_->text());
     emit Changed();
 }
 
@@ -106,7 +110,7 @@ void FaultBar::Refresh() {
         std::find_if(faults_.rbegin(), faults_.rend(), [](const Numbered& one) { return !one.fault.isNotice; });
     const bool isLast = failed == faults_.rend() || failed == faults_.rbegin();
     const QString line = LineOf((isLast ? faults_.back() : *failed).fault);
-    const QString several = isLast ? tr("%1 problems, the last one: %2") : tr("%1 problems, the gravest one: %2");
+    const QString several = isLast ? tr("%1 problems, the last one: %2") : tr("%1 problems, the worst one: %2");
     text_->setText(faults_.size() == 1 ? line : several.arg(faults_.size()).arg(line));
     ShowOffer();
     show();

@@ -11,6 +11,9 @@ namespace lore {
 namespace {
 
 constexpr int kStep = 8;
+constexpr int kSliceMilliseconds = 4;
+// How long the walk gives way to changes of the text.
+constexpr int kPatienceMilliseconds = 2000;
 
 }  // namespace
 

@@ -30,9 +30,6 @@ class CaptureBeside : public QObject {
 
 public:
     using Callback = std::function<void(CapturedTexts)>;
-    static constexpr int kSliceMilliseconds = 4;
-    /// How long the walk gives way to changes of the text.
-    static constexpr int kPatienceMilliseconds = 2000;
 
     CaptureBeside(const NoteFormats& formats, QObject* parent);
     ~CaptureBeside() override;
@@ -43,7 +40,7 @@ public:
     bool IsUnderWay() const { return static_cast<bool>(callback_); }
     /// Forgets the call that is under way, and hands back its callback, which isn't called.
     Callback Stop();
-    /// The longest slice of the last conversion, in microseconds.
+    /// For tests: the longest slice of the last conversion, in microseconds.
     qint64 LongestSlice() const { return longestSlice_; }
 
 private:

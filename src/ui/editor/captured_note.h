@@ -15,7 +15,7 @@ struct CapturedPiece {
     CharFormat format;
     RunKind kind = RunKind::Text;
     std::string text;                        ///< UTF-8
-    std::shared_ptr<const Picture> picture;  ///< for kPicture
+    std::shared_ptr<const Picture> picture;  ///< for RunKind::Picture
     std::shared_ptr<const std::string> kept;
 };
 using CapturedBlock = std::vector<CapturedPiece>;
@@ -26,9 +26,10 @@ struct CapturedParagraph {
     ParagraphFormat format;
     int level = 0;  ///< of tables, 0 outside
     ParagraphEnd end = ParagraphEnd::Paragraph;
-    std::shared_ptr<const RowFormat> row;  ///< for kRow
+    std::shared_ptr<const RowFormat> row;  ///< for ParagraphEnd::Row
 };
 
+/// The whole text. Copies share what its paragraphs hold.
 struct CapturedNote {
     std::vector<CapturedParagraph> paragraphs;
     std::vector<DocumentFont> fonts;

@@ -1,8 +1,8 @@
 #include "ui/editor/document_capture.h"
 
 #include <QTextTable>
-#include <algorithm>
 
+#include "ui/editor/fragments.h"
 #include "ui/editor/note_block_data.h"
 #include "ui/editor/note_formats.h"
 #include "ui/editor/table_shape.h"
@@ -45,16 +45,11 @@ void AddFragment(QStringView text, const QTextCharFormat& look, const NoteFormat
 
 std::shared_ptr<CapturedBlock> PiecesOf(const QTextBlock& block, const NoteFormats& formats, int from, int to) {
     auto pieces = std::make_shared<CapturedBlock>();
-    for (auto it = block.begin(); !it.atEnd(); ++it) {
-        const QTextFragment fragment = it.fragment();
-        const int begin = std::max(from, fragment.position());
-        const int end = std::min(to, fragment.position() + fragment.length());
-        if (begin < end) {
-            const QString text = fragment.text();
-            AddFragment(QStringView(text).mid(begin - fragment.position(), end - begin), fragment.charFormat(), formats,
-                        *pieces);
-        }
-    }
+    ForEachFragment(block, from, to, [&](const QTextFragment& fragment, int begin, int end) {
+        const QString text = fragment.text();
+        AddFragment(QStringView(text).mid(begin - fragment.position(), end - begin), fragment.charFormat(), formats,
+                    *pieces);
+    });
     return pieces;
 }
 

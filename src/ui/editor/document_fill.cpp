@@ -71,7 +71,7 @@ public:
         : document_(document), cursor_(cursor), formats_(formats), whole_(whole), ground_(formats.Look().ground) {}
 
     void Fill() {
-        inLine_ = !whole_;
+        joins_ = !whole_;
         if (!document_.runs.empty())
             above_ = PlainLook(document_.runs.front().format);
         FillRange(0, document_.paragraphs.size(), 0);
@@ -102,8 +102,8 @@ private:
 
     void AddParagraph(size_t i) {
         // The first paragraph of a piece goes on in the line that is there.
-        const bool goesOn = inLine_ && GoesOnIn(cursor_.block(), document_);
-        inLine_ = false;
+        const bool goesOn = joins_ && GoesOnIn(cursor_.block(), document_);
+        joins_ = false;
         const bool beginsCell = place_.inCell && place_.fresh;
         StartBlock();
         place_.inCell = false;
@@ -163,9 +163,9 @@ private:
                 AddFlat(i);
             return end;
         }
-        if (inLine_ && cursor_.block().length() > 1)
+        if (joins_ && cursor_.block().length() > 1)
             place_.fresh = false;
-        inLine_ = false;
+        joins_ = false;
         StartBlock();
         QTextBlockFormat phantom;
         phantom.setProperty(kPhantomProperty, true);
@@ -258,7 +258,7 @@ private:
     CharFormat above_;
     Place place_;
     size_t nextKept_ = 0;
-    bool inLine_ = false;
+    bool joins_ = false;
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "ui/editor/find_bar.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -8,8 +9,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/text_field.h"
 #include "ui/editor/rich_text_edit.h"
+#include "ui/look/announce.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 
@@ -44,7 +47,7 @@ FindBar::FindBar(RichTextEdit& edit, const Theme& theme, QWidget* parent)
     hide();
 }
 
-QToolButton* FindBar::MakeButton(const char* icon, const QString& text, void (FindBar::*slot)()) {
+QToolButton* FindBar::MakeTool(const char* icon, const QString& text, void (FindBar::*slot)()) {
     auto* const button = new QToolButton(this);
     button->setAutoRaise(true);
     button->setIcon(theme_.Icon(icon));
@@ -62,14 +65,14 @@ void FindBar::MakeRow() {
     find_->setObjectName("findField");
     find_->setPlaceholderText(tr("Find in note"));
     find_->setAccessibleName(tr("Find in note"));
-    find_->setClearButtonEnabled(true);
+    OfferClearing(*find_);
     count_ = new QLabel(this);
     count_->setMinimumWidth(fontMetrics().horizontalAdvance(tr("%1 of %2").arg(8888).arg(8888)));
-    QToolButton* const previous = MakeButton("chevron-up", tr("Previous hit (Shift+F3)"), &FindBar::FindPrevious);
-    QToolButton* const next = MakeButton("chevron-down", tr("Next hit (F3)"), &FindBar::FindNext);
+    QToolButton* const previous = MakeTool("chevron-up", tr("Previous hit (Shift+F3)"), &FindBar::FindPrevious);
+    QToolButton* const next = MakeTool("chevron-down", tr("Next hit (F3)"), &FindBar::FindNext);
     matchCase_ = new QCheckBox(tr("Match &case"), this);
     wholeWords_ = new QCheckBox(tr("&Whole words"), this);
-    QToolButton* const close = MakeButton("x", tr("Close (Esc)"), &FindBar::Close);
+    QToolButton* const close = MakeTool("x", tr("Close (Esc)"), &FindBar::Close);
     row->addWidget(find_, 1);
     row->addWidget(count_);
     row->addWidget(previous);
@@ -89,9 +92,7 @@ void FindBar::MakeRow() {
 
 void FindBar::MakeReplaceRow() {
     replaceRow_ = new QWidget(this);
-    auto* const row = new QHBoxLayout(replaceRow_);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(kSpace * 2);
+    auto* const row = MakeInner<QHBoxLayout>(replaceRow_, kSpace * 2);
     replace_ = NewTextField(replaceRow_);
     replace_->setObjectName("replaceField");
     replace_->setPlaceholderText(tr("Replace with"));
@@ -100,8 +101,7 @@ void FindBar::MakeReplaceRow() {
     const std::pair<QString, void (FindBar::*)()> buttons[] = {{tr("&Replace"), &FindBar::Replace},
                                                                {tr("Replace &all"), &FindBar::ReplaceAll}};
     for (const auto& [text, slot] : buttons) {
-        auto* const button = new QPushButton(text, replaceRow_);
-        button->setAutoDefault(false);
+        QPushButton* const button = MakeButton(text, replaceRow_);
         connect(button, &QPushButton::clicked, this, slot);
         row->addWidget(button);
         replaceButtons_.push_back(button);
@@ -157,9 +157,16 @@ void FindBar::Close() {
 }
 
 void FindBar::Search() {
-    hits_ = SearchText(*edit_.document(), {find_->text(), matchCase_->isChecked(), wholeWords_->isChecked()});
-    ShowHits();
+    FindHits();
     ShowCount();
+}
+
+void FindBar::FindHits() {
+    hits_ = SearchText(*edit_.document(), {find_->text(), matchCase_->isChecked(), wholeWords_->isChecked()});
+    again_.stop();
+    ShowHits();
+    for (QPushButton* const button : replaceButtons_)
+        button->setEnabled(!hits_.empty());
 }
 
 void FindBar::Step(int by) {
@@ -168,7 +175,7 @@ void FindBar::Step(int by) {
     if (again_.isActive())
         Search();
     if (hits_.empty())
-        return;
+        return Announce(*this, count_->text());
     const QTextCursor cursor = edit_.textCursor();
     // Forward from behind the selection, backward from in front of it; what is selected itself stays with 0.
     const int from = by > 0 ? cursor.selectionEnd() : cursor.selectionStart();
@@ -218,15 +225,24 @@ void FindBar::ShowCount() {
     const SearchHit selected{cursor.selectionStart(), cursor.selectionEnd()};
     const auto at = std::find(hits_.begin(), hits_.end(), selected);
     if (find_->text().isEmpty())
-        count_->clear();
+        ShowResult({});
     else if (hits_.empty())
-        count_->setText(tr("No hits"));
+        ShowResult(tr("No hits"));
     else if (at == hits_.end())
-        count_->setText(WithPlural(tr("%n hit(s)", nullptr, static_cast<int>(hits_.size())), hits_.size()));
+        ShowResult(WithPlural(tr("%n hit(s)", nullptr, static_cast<int>(hits_.size())), hits_.size()));
     else
-        count_->setText(tr("%1 of %2").arg(at - hits_.begin() + 1).arg(hits_.size()));
-    for (QPushButton* const button : replaceButtons_)
-        button->setEnabled(!hits_.empty());
+        ShowResult(tr("%1 of %2").arg(at - hits_.begin() + 1).arg(hits_.size()));
+}
+
+void FindBar::ShowResult(const QString& text) {
+    if (text == count_->text())
+        return;
+    count_->setText(text);
+    for (QLineEdit* const field : {find_, replace_})
+        field->setAccessibleDescription(text);
+    // In the text, what is found is read because it is selected.
+    if (isAncestorOf(QApplication::focusWidget()))
+        Announce(*this, text);
 }
 
 void FindBar::Replace() {
@@ -245,11 +261,11 @@ void FindBar::Replace() {
 }
 
 void FindBar::ReplaceAll() {
-    Search();
+    FindHits();
     const size_t count = hits_.size();
     ReplaceHits(*edit_.document(), hits_, replace_->text());
-    Search();
-    count_->setText(count == 1 ? tr("1 replaced") : tr("%1 replaced").arg(count));
+    FindHits();
+    ShowResult(count == 1 ? tr("1 replaced") : tr("%1 replaced").arg(count));
 }
 
 void FindBar::keyPressEvent(QKeyEvent* event) {

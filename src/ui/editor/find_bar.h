@@ -41,13 +41,15 @@ private:
     void MakeRow();
     void MakeReplaceRow();
     void MakeActions();
-    QToolButton* MakeButton(const char* icon, const QString& text, void (FindBar::*slot)());
+    QToolButton* MakeTool(const char* icon, const QString& text, void (FindBar::*slot)());
     void Show(bool withReplace);
     void Search();
+    void FindHits();
     void Step(int by);
     void Select(size_t hit);
     void ShowHits();
     void ShowCount();
+    void ShowResult(const QString& text);
 
     RichTextEdit& edit_;
     const Theme& theme_;

@@ -12,7 +12,7 @@ constexpr double kListHang = 24;  // pixels between a mark that stands in the li
 constexpr int kHasGround = 1 << 24;
 constexpr int kBordersShift = 25;
 
-// All fields of a paragraph format, one behind the other.
+// All fields of a paragraph format, one after the other.
 std::string KeyOf(const ParagraphFormat& f) {
     std::string key;
     for (const int32_t field :

@@ -44,6 +44,7 @@ struct NoteTableRow {
     ParagraphFormat end;
     std::vector<std::shared_ptr<const std::string>> kept;  ///< groups that stand at the end of the row
 };
+/// A table as it was read, so that it is written again as it stood.
 struct NoteTable {
     std::vector<NoteTableRow> rows;
     int columns = 0;

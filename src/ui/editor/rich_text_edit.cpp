@@ -206,22 +206,32 @@ void RichTextEdit::MeasureSize() {
 }
 
 void RichTextEdit::OnContentsChange(int position, int removed, int added) {
-    QTextBlock block = shown_->findBlock(position);
-    for (; block.isValid() && block.position() <= position + added; block = block.next()) {
+    ForgetCaptured(position, position + added);
+    const bool atOnce = added > 1 || removed > 1;
+    if (blockCount_ != shown_->blockCount() || atOnce)
+        listMarksKnown_ = false;
+    blockCount_ = shown_->blockCount();
+    stepEnded_ = stepEnded_ || atOnce;
+    CountSize(position, removed, added);
+}
+
+void RichTextEdit::ForgetCaptured(int from, int to) {
+    for (QTextBlock block = shown_->findBlock(from); block.isValid() && block.position() <= to; block = block.next()) {
         if (block.userData())
             NoteBlockData::Of(block).captured.reset();
         if (isRecolored_)
             Recolor(block);
     }
+}
+
+// A guess; the text is measured soon where that isn't good enough.
+void RichTextEdit::CountSize(int position, int removed, int added) {
     const bool isLetter = added == 1 && removed == 0;
     const bool atOnce = added > 1 || removed > 1;
-    if (blockCount_ != shown_->blockCount() || atOnce)
-        listMarksKnown_ = false;
-    blockCount_ = shown_->blockCount();
-    const bool isObject = isLetter && shown_->characterAt(position) == QChar::ObjectReplacementCharacter;
-    stepEnded_ = stepEnded_ || atOnce;
+    const QChar letter = shown_->characterAt(position);
+    const bool isObject = isLetter && letter == QChar::ObjectReplacementCharacter;
     if (isLetter)
-        addedSize_ += RtfBytesOf(QString(shown_->characterAt(position)));
+        addedSize_ += RtfBytesOf(QString(letter));
     else if (added > removed)
         addedSize_ += 2 * qint64{added - removed};
     else
@@ -371,14 +381,17 @@ void RichTextEdit::paintEvent(QPaintEvent* event) {
     }
 }
 
+void RichTextEdit::CountListMarks() {
+    listMarks_.clear();
+    ListCounter counter;
+    for (QTextBlock block = shown_->begin(); block.isValid(); block = block.next())
+        listMarks_.push_back(counter.NextMark(formats_.Paragraph(block.blockFormat())));
+    listMarksKnown_ = true;
+}
+
 void RichTextEdit::PaintListMarks() {
-    if (!listMarksKnown_) {
-        listMarks_.clear();
-        ListCounter counter;
-        for (QTextBlock block = shown_->begin(); block.isValid(); block = block.next())
-            listMarks_.push_back(counter.NextMark(formats_.Paragraph(block.blockFormat())));
-        listMarksKnown_ = true;
-    }
+    if (!listMarksKnown_)
+        CountListMarks();
     QPainter painter(viewport());
     QTextBlock block = cursorForPosition(QPoint(0, 0)).block();
     for (; block.isValid(); block = block.next()) {
@@ -386,28 +399,32 @@ void RichTextEdit::PaintListMarks() {
         if (origin.y() > viewport()->height())
             break;
         const auto number = static_cast<size_t>(block.blockNumber());
-        const QTextLine line = block.layout()->lineAt(0);
-        if (number >= listMarks_.size() || listMarks_[number].isEmpty() || !line.isValid())
-            continue;
-        QTextCharFormat look = block.length() > 1 ? block.begin().fragment().charFormat() : block.charFormat();
-        if (isRecolored_)
-            look = formats_.Screen().Characters(formats_.Characters(look), commands_.GroundAt(QTextCursor(block)));
-        QFont font = look.font();
-        font.setUnderline(false);
-        font.setStrikeOut(false);
-        painter.setFont(font);
-        painter.setPen(look.hasProperty(QTextFormat::ForegroundBrush) ? look.foreground().color()
-                                                                      : palette().color(QPalette::Text));
-        const ParagraphFormat format = formats_.Paragraph(block.blockFormat());
-        const double hang = format.firstIndent < 0 && format.leftIndent > 0
-                                ? -format.firstIndent / RichTextFormats::kTwipsPerPixel
-                                : kTabStop / 2;
-        const double width = QFontMetricsF(font).horizontalAdvance(listMarks_[number]);
-        const double back = std::max(hang, width + kMarkGap);
-        const bool mirrored = block.blockFormat().layoutDirection() == Qt::RightToLeft;
-        const double x = mirrored ? line.x() + line.width() + back - width : line.x() - back;
-        painter.drawText(origin + QPointF(x, line.y() + line.ascent()), listMarks_[number]);
+        if (number < listMarks_.size() && !listMarks_[number].isEmpty() && block.layout()->lineAt(0).isValid())
+            PaintListMark(painter, listMarks_[number], block, origin);
     }
+}
+
+void RichTextEdit::PaintListMark(QPainter& painter, const QString& mark, const QTextBlock& block,
+                                 const QPointF& origin) {
+    QTextCharFormat look = block.length() > 1 ? block.begin().fragment().charFormat() : block.charFormat();
+    if (isRecolored_)
+        look = formats_.Screen().Characters(formats_.Characters(look), commands_.GroundAt(QTextCursor(block)));
+    QFont font = look.font();
+    font.setUnderline(false);
+    font.setStrikeOut(false);
+    painter.setFont(font);
+    painter.setPen(look.hasProperty(QTextFormat::ForegroundBrush) ? look.foreground().color()
+                                                                  : palette().color(QPalette::Text));
+    const ParagraphFormat format = formats_.Paragraph(block.blockFormat());
+    const double hang = format.firstIndent < 0 && format.leftIndent > 0
+                            ? -format.firstIndent / RichTextFormats::kTwipsPerPixel
+                            : kTabStop / 2;
+    const double width = QFontMetricsF(font).horizontalAdvance(mark);
+    const double back = std::max(hang, width + kMarkGap);
+    const bool mirrored = block.blockFormat().layoutDirection() == Qt::RightToLeft;
+    const QTextLine line = block.layout()->lineAt(0);
+    const double x = mirrored ? line.x() + line.width() + back - width : line.x() - back;
+    painter.drawText(origin + QPointF(x, line.y() + line.ascent()), mark);
 }
 
 void RichTextEdit::resizeEvent(QResizeEvent* event) {

@@ -77,7 +77,7 @@ public:
 
 signals:
     /// Files that are no pictures were dropped or pasted.
-    void filesDropped(const QStringList& paths);
+    void FilesDropped(const QStringList& paths);
     /// The text would have kLargestRtf bytes or more, or no longer has; again when that size was measured.
     void SizeLimitPassed(bool passed, qint64 bytes);
     /// A link was clicked with Ctrl, or opened by a command.
@@ -106,11 +106,15 @@ private:
     void Recolor(const QTextBlock& block);
     void MeasureSize();
     void OnContentsChange(int position, int removed, int added);
+    void ForgetCaptured(int from, int to);
+    void CountSize(int position, int removed, int added);
     void LookAsNew();
     void TakeWidth();
     void FitToWidth();
     void CheckSize(bool isMeasured = false);
+    void CountListMarks();
     void PaintListMarks();
+    void PaintListMark(QPainter& painter, const QString& mark, const QTextBlock& block, const QPointF& origin);
     void PrepareTyping();
     void InsertStep(const QString& text);
     bool HandleTab(bool forward);

@@ -89,7 +89,7 @@ void RichTextEdit::PrepareTyping() {
     setCurrentCharFormat(formats_.Shown(format, commands_.GroundAt(textCursor())));
 }
 
-// Letters that are typed behind it join the step.
+// Letters that are typed after it join the step.
 void RichTextEdit::InsertStep(const QString& text) {
     QTextCursor cursor = textCursor();
     QTextCharFormat look = currentCharFormat();
@@ -176,8 +176,10 @@ void RichTextEdit::keyPressEvent(QKeyEvent* event) {
         done = HandleEnter(event->modifiers() & Qt::ShiftModifier);
     else if (event->key() == Qt::Key_Backspace && plain)
         done = HandleBackspace();
-    else if (event->key() == Qt::Key_V && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
-        PastePlain(), done = true;
+    else if (event->key() == Qt::Key_V && event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier)) {
+        PastePlain();
+        done = true;
+    }
     if (done)
         return event->accept();
     if (IsTyping(*event)) {
@@ -226,7 +228,7 @@ bool RichTextEdit::InsertFiles(const QMimeData& mime) {
             others.append(url.toLocalFile());
     }
     if (!others.isEmpty())
-        emit filesDropped(others);
+        emit FilesDropped(others);
     return any;
 }
 

@@ -1,15 +1,18 @@
 #include "ui/editor/spell_marks.h"
 
+#include <QAction>
 #include <QElapsedTimer>
 #include <QLocale>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QToolTip>
 #include <algorithm>
 
 #include "ui/editor/note_block_data.h"
 #include "ui/editor/spell_words.h"
+#include "ui/look/announce.h"
 #include "ui/look/theme.h"
 
 namespace lore {
@@ -25,6 +28,15 @@ constexpr int kBoldMark = 2, kItalicMark = 4, kUnderlineMark = 8, kStrikeMark = 
 }  // namespace
 
 SpellMarks::SpellMarks(QTextEdit& edit, const Theme& theme) : QObject(&edit), edit_(edit), theme_(theme) {
+    const std::pair<QString, QKeySequence> steps[] = {{tr("Pre&vious misspelled word"), Qt::SHIFT | Qt::Key_F7},
+                                                      {tr("&Next misspelled word"), Qt::Key_F7}};
+    for (size_t i = 0; i < steps_.size(); ++i) {
+        steps_[i] = new QAction(steps[i].first, this);
+        steps_[i]->setShortcut(steps[i].second);
+        steps_[i]->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        connect(steps_[i], &QAction::triggered, this, [this, forward = i == 1] { GoToWord(forward); });
+        edit_.addAction(steps_[i]);
+    }
     timer_.setSingleShot(false);
     connect(&timer_, &QTimer::timeout, this, &SpellMarks::Slice);
     connect(&theme, &Theme::Changed, this, [this] {
@@ -34,16 +46,21 @@ SpellMarks::SpellMarks(QTextEdit& edit, const Theme& theme) : QObject(&edit), ed
     });
     connect(&edit, &QTextEdit::cursorPositionChanged, this, [this] {
         // A word is judged once the caret has left it.
-        if (typedAt_ >= 0 && edit_.textCursor().position() != typedAt_) {
-            const QTextBlock block = edit_.document()->findBlock(std::exchange(typedAt_, -1));
-            if (block.isValid()) {
-                NoteBlockData::Of(block).checked = false;
-                nextBlock_ = std::min(nextBlock_, block.blockNumber());
-                if (checker_ && enabled_)
-                    timer_.start(kPauseMilliseconds);
-            }
-        }
+        if (edit_.textCursor().position() != typedAt_)
+            JudgeTyped();
     });
+}
+
+void SpellMarks::JudgeTyped() {
+    if (typedAt_ < 0)
+        return;
+    const QTextBlock block = edit_.document()->findBlock(std::exchange(typedAt_, -1));
+    if (!block.isValid())
+        return;
+    NoteBlockData::Of(block).checked = false;
+    nextBlock_ = std::min(nextBlock_, block.blockNumber());
+    if (checker_ && enabled_)
+        timer_.start(kPauseMilliseconds);
 }
 
 void SpellMarks::SetChecker(SpellChecker* checker, const MarkStyle& style, const SkippedWords& skipped) {
@@ -218,6 +235,52 @@ QTextCursor SpellMarks::MarkedWordAt(const QTextCursor& cursor) const {
     return word;
 }
 
+/// The first misspelled word of a paragraph from a position of the text on, or the last one up to there; a cursor
+/// without selection if there is none.
+QTextCursor SpellMarks::WordFrom(const QTextBlock& block, int at, bool forward) {
+    CheckBlock(block);
+    QTextCursor word(block);
+    for (const SpellMark& mark : NoteBlockData::Of(block).marks) {
+        const int begin = block.position() + mark.begin, end = begin + mark.length;
+        if (forward ? begin < at : end > at)
+            continue;
+        word.setPosition(begin);
+        word.setPosition(end, QTextCursor::KeepAnchor);
+        if (forward)
+            break;
+    }
+    return word;
+}
+
+void SpellMarks::GoToWord(bool forward) {
+    if (!checker_ || !enabled_)
+        return Tell(tr("The spelling of this text is not checked"));
+    JudgeTyped();
+    const QTextDocument& text = *edit_.document();
+    const QTextCursor from = edit_.textCursor();
+    int at = forward ? from.selectionEnd() : from.selectionStart();
+    QTextBlock block = text.findBlock(at);
+    // The paragraph of the caret comes again at the end, as a whole.
+    for (int left = text.blockCount() + 1; left > 0; --left) {
+        if (const QTextCursor word = WordFrom(block, at, forward); word.hasSelection()) {
+            edit_.setTextCursor(word);
+            edit_.ensureCursorVisible();
+            return Announce(edit_, tr("Misspelled: %1").arg(word.selectedText()));
+        }
+        at = forward ? 0 : text.characterCount();
+        block = forward ? block.next() : block.previous();
+        if (!block.isValid())
+            block = forward ? text.begin() : text.lastBlock();
+    }
+    Tell(tr("No misspelled words"));
+}
+
+/// What there is no other place for stands beside the caret for a while.
+void SpellMarks::Tell(const QString& text) {
+    QToolTip::showText(edit_.viewport()->mapToGlobal(edit_.cursorRect().bottomLeft()), text, &edit_);
+    Announce(edit_, text);
+}
+
 void SpellMarks::AddToMenu(QMenu& menu, const QTextCursor& word) {
     if (!checker_)
         return;
@@ -253,6 +316,7 @@ void SpellMarks::AddToMenu(QMenu& menu, const QTextCursor& word) {
             Recheck();
         });
     }
+    menu.insertActions(before, {steps_[1], steps_[0]});
     AddLanguages(menu, before);
     add(tr("Spelling &options..."), [this] { emit OptionsRequested(); });
     menu.insertSeparator(before);

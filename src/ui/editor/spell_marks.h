@@ -6,10 +6,12 @@
 #include <QTextCursor>
 #include <QTextEdit>
 #include <QTimer>
+#include <array>
 
 #include "ports/spell_checker.h"
-#include "settings/settings.h"
+#include "settings/spell_settings.h"
 
+class QAction;
 class QMenu;
 
 namespace lore {
@@ -45,6 +47,9 @@ public:
 
     /// The marked word at a position; a cursor without selection if there is none.
     QTextCursor MarkedWordAt(const QTextCursor& cursor) const;
+    /// Selects the misspelled word that comes next, or the one before, once round the text, and has it read. Words that
+    /// aren't judged yet are.
+    void GoToWord(bool forward);
     /// Puts suggestions and commands for the word, the menu of languages and the way to the options in front of a
     /// menu's first action.
     void AddToMenu(QMenu& menu, const QTextCursor& word);
@@ -58,12 +63,16 @@ private:
     void Slice();
     bool CheckBlock(const QTextBlock& block);
     bool IsRight(const QString& word);
+    void JudgeTyped();
+    QTextCursor WordFrom(const QTextBlock& block, int at, bool forward);
+    void Tell(const QString& text);
     void ShowMarks(const QTextBlock& block);
     void Clear();
     void AddLanguages(QMenu& menu, QAction* before);
 
     QTextEdit& edit_;
     const Theme& theme_;
+    std::array<QAction*, 2> steps_;  ///< to the misspelled word before and to the next one
     SpellChecker* checker_ = nullptr;
     MarkStyle style_;
     SkippedWords skipped_;

@@ -3,7 +3,7 @@
 #include <QString>
 #include <vector>
 
-#include "settings/settings.h"
+#include "settings/spell_settings.h"
 #include "ui/editor/note_block_data.h"
 
 namespace lore {

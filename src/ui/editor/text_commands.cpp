@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "ui/editor/fragments.h"
 #include "ui/editor/note_formats.h"
 #include "ui/look/theme.h"
 
@@ -40,13 +41,9 @@ std::vector<Stretch> StretchesOf(const QTextCursor& range) {
     const int from = range.selectionStart(), to = range.selectionEnd();
     QTextBlock block = range.document()->findBlock(from);
     for (; block.isValid() && block.position() < to; block = block.next())
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment fragment = it.fragment();
-            const int begin = std::max(from, fragment.position());
-            const int end = std::min(to, fragment.position() + fragment.length());
-            if (begin < end)
-                stretches.push_back({begin, end, fragment.charFormat()});
-        }
+        ForEachFragment(block, from, to, [&stretches](const QTextFragment& fragment, int begin, int end) {
+            stretches.push_back({begin, end, fragment.charFormat()});
+        });
     return stretches;
 }
 

@@ -18,7 +18,7 @@ struct SearchHit {
     bool operator==(const SearchHit&) const = default;
 };
 
-/// All hits of a term from front to back, none of them across paragraphs; each next one begins behind the last.
+/// All hits of a term from front to back, none of them across paragraphs; each next one begins after the last.
 std::vector<SearchHit> SearchText(const QTextDocument& document, const FindTerm& term);
 
 /// Replaces hits of SearchText, in one step of undo. The new text looks as the first replaced character did.

@@ -10,6 +10,7 @@
 #include "base/utf8.h"
 #include "rtf/rtf.h"
 #include "ui/board/rich_text_view.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/list_columns.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/look/qt_text.h"
@@ -101,17 +102,13 @@ void DifferencesWindow::MakeRows(const std::vector<DifferenceRow>& rows, Setting
 QTextEdit* DifferencesWindow::MakeText(const QString& label, const std::string& rtf,
                                        const std::vector<TextRange>& words, const Theme& theme) {
     auto* const frame = new QWidget(this);
-    auto* const column = new QVBoxLayout(frame);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(kSpace);
+    auto* const column = MakeInner<QVBoxLayout>(frame, kSpace);
     auto* const edit = new QTextEdit(frame);
     edit->setReadOnly(true);
     edit->setAccessibleName(label);
     edit->setObjectName(label);
     edit->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    auto* const caption = new QLabel(label, frame);
-    caption->setBuddy(edit);
-    column->addWidget(caption);
+    column->addWidget(MakeLabel(label, edit, frame));
     column->addWidget(edit, 1);
     const Document document = ReadRtf(rtf);
     RichTextLook look;

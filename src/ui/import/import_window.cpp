@@ -19,6 +19,7 @@
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/note_editor/note_editor_window.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -239,6 +240,8 @@ void ImportWindow::accept() {
 }
 
 void ImportWindow::reject() {
+    if (IsQuitting())
+        return DialogFrame::reject();  // drafts of notes that were edited stay; categories that were given go
     if (changed_ && prompts_.Ask(kCancelText, kCancelTitle) != PromptAnswer::Yes)
         return;
     if (changed_)

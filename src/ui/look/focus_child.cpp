@@ -24,6 +24,12 @@ void TellFocusChild(QWidget& widget, int child) {
     QAccessible::updateAccessibility(&focus);
 }
 
+void TellSelected(QWidget& widget, int child, bool selected) {
+    QAccessibleEvent change(&widget, selected ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
+    change.setChild(child);
+    QAccessible::updateAccessibility(&change);
+}
+
 void TellFocusChildSoon(QWidget& widget) {
     if (!QAccessible::isActive())
         return;

@@ -21,14 +21,19 @@ QRect ToQRect(const Rect& place) {
             QPoint(bounded(place.right), bounded(place.bottom)) - QPoint(1, 1)};
 }
 
+/// Whether a screen shows enough of a window to take hold of it.
+bool Shows(const QRect& area, const QRect& place) {
+    constexpr int kLeast = 10;
+    const QRect seen = area & place;
+    return place.isValid() && seen.width() >= kLeast && seen.height() >= kLeast;
+}
+
 /// The screen that shows enough of a window, the one with its middle before others.
 const QScreen* ScreenOf(const QRect& place) {
     const QScreen* holding = nullptr;
     for (const QScreen* const screen : QGuiApplication::screens()) {
         const QRect area = screen->geometry();
-        const QRect here = place.translated(-area.topLeft());
-        const Rect from{here.left(), here.top(), here.right() + 1, here.bottom() + 1};
-        if (!VisibleFrame(from, area.width(), area.height()).IsEmpty() && (!holding || area.contains(place.center())))
+        if (Shows(area, place) && (!holding || area.contains(place.center())))
             holding = screen;
     }
     return holding;

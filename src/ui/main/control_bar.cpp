@@ -1,5 +1,6 @@
 #include "ui/main/control_bar.h"
 
+#include <QAccessibleWidget>
 #include <QButtonGroup>
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -51,6 +52,48 @@ std::vector<PanelEntry> EntriesOf(const OpenNoteBook& book, PanelKind kind, int3
     return {};
 }
 
+class PanelTab : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+};
+class PanelTabs : public QWidget {
+public:
+    using QWidget::QWidget;
+};
+
+/// For Qt such a button is a box to tick.
+class AccessibleTab : public QAccessibleWidget {
+public:
+    explicit AccessibleTab(PanelTab& tab) : QAccessibleWidget(&tab, QAccessible::PageTab), tab_(tab) {}
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name ? tab_.text() : QAccessibleWidget::text(kind);
+    }
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = tab_.isChecked();
+        return state;
+    }
+    QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
+    void doAction(const QString& name) override {
+        if (name == pressAction())
+            tab_.click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    PanelTab& tab_;
+};
+
+QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
+    if (auto* const tab = dynamic_cast<PanelTab*>(object))
+        return new AccessibleTab(*tab);
+    auto* const tabs = dynamic_cast<PanelTabs*>(object);
+    return tabs ? new QAccessibleWidget(tabs, QAccessible::PageTabList, ControlBar::tr("Filter panels")) : nullptr;
+}
+
 }  // namespace
 
 ControlBar::ControlBar(const Theme& theme, QWidget* parent)
@@ -60,7 +103,8 @@ ControlBar::ControlBar(const Theme& theme, QWidget* parent)
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    auto* const row = new QWidget(this);
+    QAccessible::installFactory(MakeAccessible);
+    auto* const row = new PanelTabs(this);
     auto* const tabs = new QHBoxLayout(row);
     tabs->setContentsMargins(kSpace * 2, kSpace * 2, kSpace * 2, 0);
     tabs->setSpacing(kSpace);
@@ -80,7 +124,8 @@ ControlBar::ControlBar(const Theme& theme, QWidget* parent)
 
 void ControlBar::AddTab(int page, QWidget* row) {
     const Tab& tab = kTabs[page];
-    auto* const button = new QToolButton(row);
+    auto* const button = new PanelTab(row);
+    button->setObjectName(QStringLiteral("panelTab%1").arg(page));
     button->setText(tr(tab.word));
     button->setIcon(theme_.Icon(tab.icon));
     button->setCheckable(true);

@@ -1,6 +1,7 @@
 #include "ui/main/main_window.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QLabel>
@@ -11,6 +12,7 @@
 #include <QStatusBar>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <cstdio>
 #include <utility>
 
 #include "app/notebook_commands.h"
@@ -32,6 +34,7 @@
 #include "ui/main/online_actions.h"
 #include "ui/main/tool_bar.h"
 #include "ui/note_editor/note_actions.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -170,7 +173,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     RunCloseSteps(app_, online_->HasStartedSync());
     FaultLines failed;  // the bar closes with the window
     app_.ExitInstance(failed);
-    if (!failed.Text().empty())
+    if (!failed.Text().empty() && IsQuitting())
+        std::fputs((failed.Text() + "\n").c_str(), stderr);  // nobody may be there to close a box
+    else if (!failed.Text().empty())
         app_.Ports().prompts.Message(
             "Lorebinder closes, but not everything could be kept for the next start.\n\n" + failed.Text(), "Not Saved",
             PromptIcon::Warning);
@@ -232,6 +237,14 @@ void MainWindow::ShowState() {
     ShowEmptyState(app_.IsWhole() && app_.NoteBook().TotalNoteCount() == 0);
 }
 
+void MainWindow::ImportFile(const QString& path) {
+    noteBooks_->ImportFile(path);
+}
+
+void MainWindow::Capture() {
+    notes_->CaptureNote(QApplication::clipboard()->mimeData());
+}
+
 void MainWindow::BringToFront() {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
@@ -249,7 +262,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
     // It comes even while a command is at work, from whose hands an import would take the notes.
     RunWhenFree(*this, [this, paths = DroppedFiles(*event->mimeData())] {
         for (const QString& path : paths)
-            emit ImportRequested(path);
+            ImportFile(path);
     });
 }
 

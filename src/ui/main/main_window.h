@@ -49,14 +49,12 @@ public:
     HelpActions& Help() { return *help_; }
     OnlineActions& Online() { return *online_; }
 
+    /// Imports an archive that was dropped on the window, given on the command line or handed over by another process.
+    void ImportFile(const QString& path);
+    /// Makes a new note of what the clipboard holds.
+    void Capture();
     /// Shows the window as it was before it was minimised, and gives it the focus.
     void BringToFront();
-
-signals:
-    /// An export archive was dropped on the window, given on the command line or handed over by another process.
-    void ImportRequested(const QString& path);
-    /// The clipboard is to be pasted into the open note editor, or into a new note.
-    void CaptureRequested();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

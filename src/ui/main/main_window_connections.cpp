@@ -1,6 +1,3 @@
-#include <QApplication>
-#include <QClipboard>
-
 #include "ui/controls/run_when_free.h"
 #include "ui/main/control_bar.h"
 #include "ui/main/fault_retry.h"
@@ -23,9 +20,8 @@ void MainWindow::ConnectNotes() {
     connect(notes_, &NoteActions::NoteSaved, this, &MainWindow::NoteSaved);
     connect(notes_, &NoteActions::SpellOptionsRequested, this,
             [this](QWidget* over) { ShowOptions(OptionsTab::SpellChecker, over); });
-    connect(noteMenu_, &NoteMenu::PasteRequested, this, &MainWindow::CaptureRequested);
-    connect(this, &MainWindow::CaptureRequested, notes_,
-            [this] { notes_->CaptureNote(QApplication::clipboard()->mimeData()); });
+    connect(noteMenu_, &NoteMenu::PasteRequested, this, &MainWindow::Capture);
+    connect(noteMenu_, &NoteMenu::CutRequested, lists_, &ListActions::TakeOut);
 }
 
 void MainWindow::ConnectActions() {
@@ -38,7 +34,6 @@ void MainWindow::ConnectActions() {
         ShowNoteBookChoices();
         ShowState();
     });
-    connect(this, &MainWindow::ImportRequested, noteBooks_, &NoteBookActions::ImportFile);
     connect(online_, &OnlineActions::LinkChanged, this, &MainWindow::ShowState);
     connect(retry_, &FaultRetry::NoteBookLoaded, this, [this] {
         ShowNoteBook();
@@ -73,7 +68,11 @@ void MainWindow::ConnectBoard() {
         board_->Rebuild();
     });
     connect(board_, &BoardView::SavedShown, this, [this] { panels_->UpdateSoon(app_, PanelPart::Entries); });
-    connect(board_, &BoardView::EditRequested, notes_, &NoteActions::EditNote);
+    // A screen reader presses a card even behind a dialog.
+    connect(board_, &BoardView::EditRequested, this, [this](int32_t id) {
+        if (IsFree())
+            notes_->EditNote(id);
+    });
     connect(board_, &BoardView::DeleteRequested, notes_, &NoteActions::DeleteNote);
     connect(board_, &BoardView::RemoveRequested, lists_, &ListActions::TakeOut);
     connect(board_, &BoardView::CopyRequested, noteBooks_, &NoteBookActions::CopyNote);

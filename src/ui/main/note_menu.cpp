@@ -75,7 +75,7 @@ bool NoteMenu::CopyFocusNote() {
 void NoteMenu::CutFocusNote() {
     const int32_t id = board_.FocusNote();
     if (CopyFocusNote())
-        emit board_.RemoveRequested(id);
+        emit CutRequested(id);
 }
 
 }  // namespace lore

@@ -29,6 +29,8 @@ public:
 
 signals:
     void PasteRequested();
+    /// A note's text was copied, and it is to leave the list.
+    void CutRequested(int32_t noteId);
 
 private:
     std::vector<MenuCommand> FocusNoteCommands();

@@ -13,7 +13,7 @@
 namespace lore {
 
 namespace {
-constexpr int kCheckAfter = 200;  // milliseconds behind the start
+constexpr int kCheckAfter = 200;  // milliseconds after the start
 constexpr int kHideAfter = 200;   // milliseconds that the progress of the check stays
 }  // namespace
 

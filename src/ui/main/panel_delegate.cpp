@@ -1,6 +1,5 @@
 #include "ui/main/panel_delegate.h"
 
-#include <QApplication>
 #include <QPainter>
 
 #include "ui/look/theme.h"
@@ -29,13 +28,10 @@ int PaintSwatch(QPainter& painter, const QRect& room, const QColor& color, const
 
 }  // namespace
 
-PanelDelegate::PanelDelegate(const Theme& theme, QObject* parent) : QStyledItemDelegate(parent), theme_(theme) {}
+PanelDelegate::PanelDelegate(const Theme& theme, QObject* parent) : GroundDelegate(parent), theme_(theme) {}
 
 void PanelDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
-    QStyleOptionViewItem ground = option;
-    initStyleOption(&ground, index);
-    ground.text.clear();
-    QApplication::style()->drawControl(QStyle::CE_ItemViewItem, &ground, painter, option.widget);
+    PaintGround(*painter, option, index);
 
     const bool selected = option.state & QStyle::State_Selected;
     const QRect room = option.rect.adjusted(kSpace, 0, -kSpace * 2, 0);

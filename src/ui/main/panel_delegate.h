@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "ui/controls/ground_delegate.h"
 
 namespace lore {
 
@@ -8,7 +8,7 @@ class Theme;
 
 /// Draws an entry of a panel: its name, behind a swatch where it is a colour, and the counts at the right in a
 /// second-rank colour.
-class PanelDelegate : public QStyledItemDelegate {
+class PanelDelegate : public GroundDelegate {
     Q_OBJECT
 
 public:

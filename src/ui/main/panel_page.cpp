@@ -26,19 +26,20 @@ namespace lore {
 namespace {
 
 struct PageTexts {
+    const char* name;
     const char* filter;
     const char* empty;
 };
 
 /// By PanelKind.
 constexpr PageTexts kTexts[] = {
-    {QT_TRANSLATE_NOOP("PanelPage", "Filter categories"),
+    {QT_TRANSLATE_NOOP("PanelPage", "Categories"), QT_TRANSLATE_NOOP("PanelPage", "Filter categories"),
      QT_TRANSLATE_NOOP("PanelPage", "Categories that notes are filed in appear here.")},
-    {QT_TRANSLATE_NOOP("PanelPage", "Filter sources"),
+    {QT_TRANSLATE_NOOP("PanelPage", "Sources"), QT_TRANSLATE_NOOP("PanelPage", "Filter sources"),
      QT_TRANSLATE_NOOP("PanelPage", "Sources that notes are tied to appear here.")},
-    {QT_TRANSLATE_NOOP("PanelPage", "Filter key words"),
+    {QT_TRANSLATE_NOOP("PanelPage", "Key Words"), QT_TRANSLATE_NOOP("PanelPage", "Filter key words"),
      QT_TRANSLATE_NOOP("PanelPage", "Key words that notes carry appear here.")},
-    {QT_TRANSLATE_NOOP("PanelPage", "Filter colors"),
+    {QT_TRANSLATE_NOOP("PanelPage", "Colors"), QT_TRANSLATE_NOOP("PanelPage", "Filter colors"),
      QT_TRANSLATE_NOOP("PanelPage", "Border colors of notes appear here.")},
 };
 
@@ -70,10 +71,10 @@ PanelPage::PanelPage(PanelKind kind, const Theme& theme, QWidget* parent)
     layout->setSpacing(kSpace * 2);
     AddChoice();
     filter_ = NewTextField(this);
-    filter_->setClearButtonEnabled(true);
+    OfferClearing(*filter_);
     filter_->setPlaceholderText(tr(kTexts[static_cast<size_t>(kind)].filter));
     filter_->setAccessibleName(filter_->placeholderText());
-    filter_->addAction(theme.Icon("list-filter", ColorRole::DimText), QLineEdit::LeadingPosition);
+    AddLeadingIcon(*filter_, theme.Icon("list-filter", ColorRole::DimText), tr("Filter"));
     layout->addWidget(filter_);
     AddTree();
     connect(filter_, &QLineEdit::textChanged, this, &PanelPage::ApplyFilter);
@@ -110,7 +111,7 @@ void PanelPage::AddTree() {
     connect(&fit_, &QTimer::timeout, this, &PanelPage::FitIndentation);
     tree_->setExpandsOnDoubleClick(false);
     tree_->setContextMenuPolicy(Qt::CustomContextMenu);
-    tree_->setAccessibleName(filter_->placeholderText());
+    tree_->setAccessibleName(tr(kTexts[static_cast<size_t>(kind_)].name));
     tree_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     empty_ = new QLabel(tree_);
     empty_->setWordWrap(true);

@@ -23,7 +23,7 @@ void Capture(MainWindow& window) {
         if (auto* const editor = qobject_cast<NoteEditorWindow*>(QApplication::activeModalWidget()))
             editor->PasteClipboard();
         else if (IsFree())
-            RunWhenFree(window, [&window] { emit window.CaptureRequested(); });
+            RunWhenFree(window, [&window] { window.Capture(); });
         else
             QTimer::singleShot(kLookAgain, &window, [&window] { Capture(window); });
     });
@@ -43,7 +43,7 @@ RequestHooks HooksOf(MainWindow& window, CLorebinderApp& app, const Theme& theme
     RequestHooks hooks;
     hooks.restore = hooks.bringToFront = [&window] { window.BringToFront(); };
     hooks.importFile = [&window](const std::filesystem::path& path) {
-        RunWhenFree(window, [&window, path] { emit window.ImportRequested(PathToQString(path)); });
+        RunWhenFree(window, [&window, path] { window.ImportFile(PathToQString(path)); });
     };
     hooks.capture = [&window] { Capture(window); };
     hooks.showReminder = [&window, &app, &theme](const std::string& id) {

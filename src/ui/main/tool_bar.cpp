@@ -62,9 +62,9 @@ void MainToolBar::AddSearch() {
     search_ = NewTextField(this);
     search_->setObjectName("searchBox");
     search_->setAccessibleName(tr("Search"));
-    search_->setClearButtonEnabled(true);
+    OfferClearing(*search_);
     search_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
-    run_ = search_->addAction(theme_.Icon("search", ColorRole::DimText), QLineEdit::LeadingPosition);
+    run_ = AddLeadingIcon(*search_, theme_.Icon("search", ColorRole::DimText), tr("Search"));
     const auto run = UnlessAtWork([this] {
         const QString text = search_->text().trimmed();
         if (!text.isEmpty())

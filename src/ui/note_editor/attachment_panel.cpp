@@ -17,6 +17,7 @@
 #include "notes/attachment_kind.h"
 #include "notes/attachment_path.h"
 #include "ui/board/card_attachments.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/empty_line.h"
 #include "ui/controls/popup_menu.h"
 #include "ui/controls/quiet_view.h"
@@ -69,12 +70,10 @@ AttachmentPanel::AttachmentPanel(AttachmentList& attachments, std::filesystem::p
 void AttachmentPanel::MakeButtons() {
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
-    auto* const file = new QPushButton(tr("Add &File..."), this);
-    auto* const link = new QPushButton(tr("Add &Web Link..."), this);
-    for (QPushButton* const button : {file, link}) {
-        button->setAutoDefault(false);
-        row->addWidget(button);
-    }
+    QPushButton* const file = MakeButton(tr("Add &File..."), this);
+    QPushButton* const link = MakeButton(tr("Add &Web Link..."), this);
+    row->addWidget(file);
+    row->addWidget(link);
     row->addStretch(1);
     Body()->addLayout(row);
     connect(file, &QPushButton::clicked, this, [this] { Run([](AttachmentList& list) { list.AddFiles(); }); });
@@ -154,7 +153,7 @@ void AttachmentPanel::dropEvent(QDropEvent* event) {
     for (const QUrl& url : event->mimeData()->urls())
         (url.isLocalFile() ? files : links).append(url.isLocalFile() ? url.toLocalFile() : url.toString());
     event->acceptProposedAction();
-    // Behind the drop: the program it comes from waits for its end, and not for that of a message.
+    // After the drop: the program it comes from waits for its end, and not for that of a message.
     QTimer::singleShot(0, this, [this, files, links] {
         AddDropped(files);
         Run([&links](AttachmentList& list) {

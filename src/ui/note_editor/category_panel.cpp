@@ -5,6 +5,7 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/opening_combo.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -38,9 +39,7 @@ CategoryPanel::CategoryPanel(CategoryAssignment& paths, const Theme& theme, QWid
     tabs_->setExpanding(true);
     tabs_->setDocumentMode(true);
     auto* const holder = new QWidget(scroll_);
-    list_ = new QVBoxLayout(holder);
-    list_->setContentsMargins(0, 0, 0, 0);
-    list_->setSpacing(kSpace * 2);
+    list_ = MakeInner<QVBoxLayout>(holder, kSpace * 2);
     list_->addStretch(1);
     scroll_->setWidget(holder);
     scroll_->setWidgetResizable(true);
@@ -68,7 +67,7 @@ void CategoryPanel::Rebuild() {
     while (boxes_.size() < last + 1) {
         auto* const box = new OpeningCombo(this);
         const auto level = static_cast<size_t>(boxes_.size());
-        box->setAccessibleName(tr("Level %1").arg(level + 1));
+        NameBox(*box, tr("Level %1").arg(level + 1));
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         // The boxes are made anew, this one too, when the choice has been dealt with.
         connect(

@@ -2,11 +2,11 @@
 
 #include <QColorDialog>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/editor/color_menu.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -26,17 +26,12 @@ QString Spoken(const std::string& name, Rgb color) {
 }  // namespace
 
 ColorPanel::ColorPanel(const CSearchColorList& used, Rgb color, const Theme& theme, QWidget* parent)
-    : QWidget(parent), used_(used), color_(color), theme_(theme), button_(new QPushButton(this)) {
-    auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(kSpace * 2);
-    auto* const label = new QLabel(tr("Select Border Colo&r:"), this);
-    label->setBuddy(button_);
-    button_->setAutoDefault(false);
+    : QWidget(parent), used_(used), color_(color), theme_(theme), button_(MakeButton({}, this)) {
+    auto* const row = MakeInner<QHBoxLayout>(this, kSpace * 2);
     button_->setObjectName("BorderColor");
     button_->setMenu(new QMenu(button_));
     button_->setIconSize(QSize(kSpace * 4, kSpace * 4));
-    row->addWidget(label);
+    row->addWidget(MakeLabel(tr("Select Border Colo&r:"), button_, this));
     row->addWidget(button_, 1);
     connect(button_->menu(), &QMenu::aboutToShow, this, &ColorPanel::FillMenu);
     connect(&theme_, &Theme::Changed, this, [this] { SetColor(color_); });

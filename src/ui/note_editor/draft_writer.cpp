@@ -4,6 +4,12 @@
 
 namespace lore {
 
+namespace {
+
+constexpr int kDelayMilliseconds = 2500;
+
+}  // namespace
+
 DraftWriter::DraftWriter(DraftStore store, Collector collect, FaultNotice& faults, QObject* parent)
     : QObject(parent), store_(std::move(store)), collect_(std::move(collect)), faults_(faults) {
     timer_.setSingleShot(true);

@@ -11,13 +11,12 @@
 
 namespace lore {
 
-/// Writes drafts of the note in an editor, beside the typing: each at most kDelayMilliseconds plus the time of the
-/// writing behind the first change that it holds.
+/// Writes drafts of the note in an editor, beside the typing: each at most 2.5 seconds plus the time of the
+/// writing after the first change that it holds.
 class DraftWriter : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr int kDelayMilliseconds = 2500;
     /// Collects the note as it stands; may answer later, on the window's thread.
     using Collector = std::function<void(std::function<void(Draft)> whenReady)>;
 

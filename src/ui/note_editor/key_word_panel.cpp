@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/main_button_keys.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
@@ -24,8 +25,8 @@ SelectTagsDlg::SelectTagsDlg(KeyWordPicker& picker, const Theme& theme, QWidget*
     auto* const filter = NewTextField(this);
     filter->setPlaceholderText(tr("Filter key words"));
     filter->setAccessibleName(filter->placeholderText());
-    filter->setClearButtonEnabled(true);
-    filter->addAction(theme.Icon("search", ColorRole::DimText), QLineEdit::LeadingPosition);
+    OfferClearing(*filter);
+    AddLeadingIcon(*filter, theme.Icon("search", ColorRole::DimText), tr("Search"));
     list_->setAccessibleName(windowTitle());
     list_->setHeaderHidden(true);
     list_->setRootIsDecorated(false);
@@ -67,8 +68,7 @@ void SelectTagsDlg::ApplyFilter(const QString& text) {
 KeyWordPanel::KeyWordPanel(Opener open, const Theme& theme, QWidget* parent)
     : PanelSection(tr("&Key Words"), theme, parent), open_(std::move(open)), theme_(theme), field_(NewTextField(this)) {
     Title()->setBuddy(field_);
-    auto* const select = new QPushButton(tr("Se&lect"), this);
-    select->setAutoDefault(false);
+    QPushButton* const select = MakeButton(tr("Se&lect"), this);
     auto* const note = new QLabel(QString::fromLatin1(kKeyWordsNote), this);
     note->setFont(theme.Font(TextSize::Small));
     note->setWordWrap(true);

@@ -72,11 +72,11 @@ void NoteActions::AddNote() {
 void NoteActions::EditNote(int32_t id) {
     if (app_.TellIfClosed())
         return;
-    std::optional<UnsavedNote> unsaved;
-    if (!commands_.Unsaved().Offer(id, unsaved))
+    const UnsavedOffer offer = commands_.Unsaved().Offer(id);
+    if (offer.answer == UnsavedOffer::Answer::Waits)
         return;
-    if (unsaved)
-        return RunEditor(commands_.Unsaved().Continue(*unsaved), unsaved->draft.note.rtfText);
+    if (offer.answer == UnsavedOffer::Answer::GoOn)
+        return RunEditor(commands_.Unsaved().Continue(offer.note), offer.note.draft.note.rtfText);
     if (std::optional<EditNoteSession> session = commands_.EditNote(id))
         RunEditor(std::move(*session), {});
 }

@@ -11,6 +11,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/main_button_keys.h"
 #include "ui/controls/tab_keys.h"
 #include "ui/look/qt_text.h"
@@ -167,9 +168,8 @@ void NoteEditorWindow::MakeBoxes(QVBoxLayout& layout, QWidget* parent) {
 void NoteEditorWindow::MakeButtons(QVBoxLayout& layout) {
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
-    cancel_ = new QPushButton(tr("&Cancel"), this);
+    cancel_ = MakeButton(tr("&Cancel"), this);
     save_ = new QPushButton(tr("&Save"), this);
-    cancel_->setAutoDefault(false);
     save_->setDefault(true);
     cancel_->setToolTip(QKeySequence(Qt::Key_Escape).toString(QKeySequence::NativeText));
     save_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText));

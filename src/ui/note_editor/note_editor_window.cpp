@@ -207,15 +207,15 @@ void NoteEditorWindow::FinishDraft() {
 }
 
 /// Keeps the note as it stands for the next start. False if the window has to stay: no draft could be written, or the
-/// import that the note belongs to would drop it.
+/// import that the note belongs to would drop it with the window.
 bool NoteEditorWindow::KeepDraft() {
     drafts_->Stop();
     const FileResult kept = drafts_->Store().WriteDraft(DraftOf(text_->RtfText(), text_->PlainText()));
     if (kept.Ok() && !session_.IsImportNote())
         return true;
-    faults_.Tell({"Lorebinder was told to quit and stays: this note isn't saved. Save it first",
+    faults_.Tell({"Lorebinder was told to quit but stays open: this note isn't saved. Save it first",
                   drafts_->Store().Folder().string(),
-                  kept.Ok() ? "the changes to an import are lost unless it is finished" : kept.Reason()});
+                  kept.Ok() ? "the changes to this note of an import are lost unless it is saved" : kept.Reason()});
     StartDrafts();
     TouchDraft();
     return false;
@@ -245,7 +245,7 @@ void NoteEditorWindow::CollectDraft(std::function<void(Draft)> whenReady) {
 
 void NoteEditorWindow::TellSize(bool tooLarge, qint64 bytes) {
     sizeText_->setText(tr("This text takes about %L1 bytes; a note can hold %L2. Move pictures to attachments, or "
-                          "divide it among two notes.")
+                          "divide it between two notes.")
                            .arg(bytes)
                            .arg(static_cast<qulonglong>(kLargestRtf - 1)));
     sizeText_->setVisible(tooLarge);
@@ -259,7 +259,8 @@ bool NoteEditorWindow::MakeTextFit() {
         TellSize(true, static_cast<qint64>(size));
         const QString question =
             tr("The text of this note takes %L1 bytes with its pictures; a note can hold %L2.\n\nDo you wish to move "
-               "its largest pictures to the attachments of the note, and save it so? The attachments keep them whole.")
+               "its largest pictures to the attachments of the note, and then save it? The attachments keep "
+               "them whole.")
                 .arg(static_cast<qulonglong>(size))
                 .arg(static_cast<qulonglong>(kLargestRtf - 1));
         if (app_.Ports().prompts.Ask(FromQString(question), "Note Too Large") != PromptAnswer::Yes ||

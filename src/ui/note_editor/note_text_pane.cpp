@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include "base/text.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/editor/find_bar.h"
 #include "ui/editor/format_bar.h"
 #include "ui/editor/rich_text_edit.h"
@@ -25,15 +26,13 @@ std::vector<TextPicture> Converted(std::vector<NotePicture> pictures) {
 
 NoteTextPane::NoteTextPane(const NewTextLook& look, const Theme& theme, QWidget* parent)
     : QWidget(parent), edit_(new RichTextEdit(theme, this)) {
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace);
+    auto* const layout = MakeInner<QVBoxLayout>(this, kSpace);
     layout->addWidget(new FormatBar(*edit_, theme, this));
     layout->addWidget(new FindBar(*edit_, theme, this));
     layout->addWidget(edit_, 1);
     edit_->SetDefaultFont(look.font, look.halfPoints);
     connect(edit_, &QTextEdit::textChanged, this, &NoteTextPane::Changed);
-    connect(edit_, &RichTextEdit::filesDropped, this, &NoteTextPane::FilesDropped);
+    connect(edit_, &RichTextEdit::FilesDropped, this, &NoteTextPane::FilesDropped);
     connect(edit_, &RichTextEdit::LinkOpened, this, &NoteTextPane::LinkOpened);
     connect(&edit_->Spelling(), &SpellMarks::LanguageChosen, this, &NoteTextPane::LanguageChosen);
     connect(&edit_->Spelling(), &SpellMarks::OptionsRequested, this, &NoteTextPane::SpellOptionsRequested);

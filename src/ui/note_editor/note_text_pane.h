@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "edit/note_text_file.h"
-#include "settings/settings.h"
+#include "settings/spell_settings.h"
 
 class QTextEdit;
 
@@ -35,7 +35,7 @@ public:
 
     void Load(const std::string& rtf);
     bool IsModified() const;
-    /// About how many bytes the saved text would have. Written for it while nobody knows, as behind pictures.
+    /// About how many bytes the saved text would have. Written for it while nobody knows, as after pictures.
     qint64 RtfSize() const;
     /// "\r\n" between paragraphs, none after the last.
     std::string PlainText() const;

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/panel_section.h"
 #include "ui/controls/popup_menu.h"
 #include "ui/look/theme.h"
@@ -29,9 +30,7 @@ SourcePanel::SourcePanel(SourceRows& rows, SourcePanelWindows windows, const The
     layout->setSpacing(kSpace * 2);
     MakeButtons(*layout);
     auto* const holder = new QWidget(scroll_);
-    list_ = new QVBoxLayout(holder);
-    list_->setContentsMargins(0, 0, 0, 0);
-    list_->setSpacing(kSpace * 2);
+    list_ = MakeInner<QVBoxLayout>(holder, kSpace * 2);
     list_->addStretch(1);
     scroll_->setWidget(holder);
     scroll_->setWidgetResizable(true);

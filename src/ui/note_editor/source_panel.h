@@ -17,12 +17,12 @@ namespace lore {
 class SourceRowView;
 class Theme;
 
-/// The windows that the panel opens. Whatever is done there, the sources of the NoteBook may be other ones behind.
+/// The windows that the panel opens. Whatever is done there, the sources of the NoteBook may be other ones afterwards.
 struct SourcePanelWindows {
     /// Lets the user choose one source of the NoteBook; nothing if that is cancelled.
     std::function<std::optional<int32_t>(QWidget* parent)> choose;
     /// Lets the user edit a source.
-    std::function<void(int32_t sourceID, QWidget* parent)> edit;
+    std::function<void(int32_t sourceId, QWidget* parent)> edit;
 };
 
 /// The sources of the note: a row with the citation for each, and under it the line for what the note alone says.

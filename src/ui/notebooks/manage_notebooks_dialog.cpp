@@ -9,12 +9,14 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/fault_bar.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -22,12 +24,6 @@ namespace {
 
 constexpr int kListChars = 30;
 constexpr int kListRows = 12;
-
-QLabel* MakeLabel(const QString& text, QWidget* buddy, QWidget* parent) {
-    auto* const label = new QLabel(text, parent);
-    label->setBuddy(buddy);
-    return label;
-}
 
 }  // namespace
 
@@ -62,9 +58,7 @@ ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme
     connect(change, &QPushButton::clicked, this, &QDialog::accept);
     connect(AddButton(tr("E&xit")), &QPushButton::clicked, this, &QDialog::reject);
     connect(list_, &QListWidget::itemActivated, this, &QDialog::accept);
-    // As shortcuts, since a list takes keys that have a text for its search.
-    connect(new QShortcut(QKeySequence::Delete, list_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            this, &ManageNoteBooksDialog::Delete);
+    AddListKey(list_, QKeySequence::Delete, [this] { Delete(); });
     connect(new QShortcut(QKeySequence(Qt::Key_F2), this), &QShortcut::activated, this, [this] {
         if (!name_->isEnabled())
             return;
@@ -82,22 +76,17 @@ ManageNoteBooksDialog::ManageNoteBooksDialog(ManageNoteBooks& model, const Theme
 
 QWidget* ManageNoteBooksDialog::MakeDetails() {
     auto* const box = new QWidget(this);
-    auto* const layout = new QGridLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setHorizontalSpacing(kSpace * 2);
-    layout->setVerticalSpacing(kSpace * 2);
+    auto* const layout = MakeInner<QGridLayout>(box, kSpace * 2);
     name_ = NewTextField(box);
     name_->setObjectName("name");
     name_->setMinimumWidth(name_->fontMetrics().averageCharWidth() * kListChars);
     name_->setAccessibleName(tr("Name of the chosen NoteBook"));
-    changeName_ = new QPushButton(tr("C&hange Name"), box);
-    delete_ = new QPushButton(tr("&Delete NoteBook"), box);
+    changeName_ = MakeButton(tr("C&hange Name"), box);
+    delete_ = MakeButton(tr("&Delete NoteBook"), box);
     notes_ = new QLabel(box);
     notes_->setObjectName("notes");
     created_ = new QLabel(box);
     created_->setObjectName("created");
-    for (QPushButton* const button : {changeName_, delete_})
-        button->setAutoDefault(false);
     layout->addWidget(MakeLabel(tr("N&ame"), name_, box), 0, 0, 1, 2);
     layout->addWidget(name_, 1, 0);
     layout->addWidget(changeName_, 1, 1);
@@ -113,17 +102,13 @@ QWidget* ManageNoteBooksDialog::MakeDetails() {
 
 QWidget* ManageNoteBooksDialog::MakeNew() {
     auto* const box = new QWidget(this);
-    auto* const layout = new QGridLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setHorizontalSpacing(kSpace * 2);
-    layout->setVerticalSpacing(kSpace * 2);
+    auto* const layout = MakeInner<QGridLayout>(box, kSpace * 2);
     newName_ = NewTextField(box);
     newName_->setObjectName("newName");
     newName_->setPlaceholderText(tr("5 to 30 characters"));
     newName_->setAccessibleName(tr("Name of a new NoteBook"));
-    auto* const create = new QPushButton(tr("&Create NoteBook"), box);
+    QPushButton* const create = MakeButton(tr("&Create NoteBook"), box);
     create->setObjectName("create");
-    create->setAutoDefault(false);
     layout->addWidget(MakeRule(theme_, box), 0, 0, 1, 2);
     layout->addWidget(MakeLabel(tr("Ne&w NoteBook"), newName_, box), 1, 0, 1, 2);
     layout->addWidget(newName_, 2, 0);
@@ -188,6 +173,8 @@ void ManageNoteBooksDialog::Run(const std::function<bool()>& command, const std:
 }
 
 bool ManageNoteBooksDialog::MayClose() {
+    if (IsQuitting())
+        return true;  // no more than a name is lost
     const bool hasNewName = !newName_->text().trimmed().isEmpty();
     const bool hasTypedName = name_->isModified() && name_->text() != ToQString(model_.Details().name);
     const bool may = model_.MayClose(hasTypedName, hasNewName);
@@ -208,7 +195,7 @@ void ManageNoteBooksDialog::reject() {
 
 void ManageNoteBooksDialog::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    // Behind a message the window isn't active yet, and none of its fields says that it has the focus.
+    // After a message the window isn't active yet, and none of its fields says that it has the focus.
     if (isEnter && (focusWidget() == name_ || focusWidget() == newName_))
         return event->accept();  // the field has taken it; the dialog stays
     DialogFrame::keyPressEvent(event);

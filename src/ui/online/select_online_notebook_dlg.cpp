@@ -1,11 +1,11 @@
 #include "ui/online/select_online_notebook_dlg.h"
 
-#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -26,14 +26,12 @@ CSelectOnlineNoteBookDlg::CSelectOnlineNoteBookDlg(OnlineNoteBookChoice& choice,
     list_->setAccessibleName(tr("Online NoteBooks"));
     list_->setMinimumSize(list_->fontMetrics().averageCharWidth() * kListChars,
                           list_->fontMetrics().height() * kListRows);
-    auto* const label = new QLabel(tr("Online Note&Books:"), this);
-    label->setBuddy(list_);
     empty_ = MakeRemark(tr("There is no NoteBook in this online account yet. Create the first one here."), theme, this);
     empty_->setObjectName("empty");
     KeepWhole(*empty_, kListChars);
     auto* const column = new QVBoxLayout;
     column->setSpacing(kSpace);
-    column->addWidget(label);
+    column->addWidget(MakeLabel(tr("Online Note&Books:"), list_, this));
     column->addWidget(list_, 1);
     column->addWidget(empty_);
     Content()->addLayout(column, 1);

@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "online/service_call.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -19,9 +20,7 @@ namespace {
 constexpr int kTextChars = 72;
 
 QVBoxLayout* MakeColumn(QWidget* box) {
-    auto* const column = new QVBoxLayout(box);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(kSpace * 2);
+    auto* const column = MakeInner<QVBoxLayout>(box, kSpace * 2);
     return column;
 }
 
@@ -68,20 +67,17 @@ QWidget* SyncSetupDialog::MakeAccount(const OnlineConfig& config) {
         KeepWhole(*missing, kTextChars);
         column->addWidget(missing);
     }
-    guid_ = NewTextField(box, ToQString(setup_.SyncGuid()));
+    guid_ = NewTextField(box, ToQString(setup_.SyncGUID()));
     guid_->setObjectName("syncGuid");
     guid_->setAccessibleName(tr("Online Account Sync GUID"));
     guid_->setMinimumWidth(guid_->fontMetrics().horizontalAdvance(QString::fromLatin1(kExampleGuid)) + kSpace * 8);
-    auto* const label = new QLabel(tr("Online Account Sync &GUID:"), box);
-    label->setBuddy(guid_);
-    auto* const engage = new QPushButton(tr("&Engage Sync"), box);
+    QPushButton* const engage = MakeButton(tr("&Engage Sync"), box);
     engage->setObjectName("engage");
-    engage->setAutoDefault(false);
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
     row->addWidget(guid_, 1);
     row->addWidget(engage);
-    column->addWidget(label);
+    column->addWidget(MakeLabel(tr("Online Account Sync &GUID:"), guid_, box));
     column->addLayout(row);
     QLabel* const example = MakeRemark(tr("Example:  %1").arg(QString::fromLatin1(kExampleGuid)), theme_, box);
     example->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -112,9 +108,8 @@ QWidget* SyncSetupDialog::MakeSyncAll() {
     explanation->setTextFormat(Qt::PlainText);
     explanation->setWordWrap(true);
     KeepWhole(*explanation, kTextChars);
-    auto* const all = new QPushButton(tr("Setup &Links and Sync all NoteBooks"), box);
+    QPushButton* const all = MakeButton(tr("Setup &Links and Sync all NoteBooks"), box);
     all->setObjectName("syncAll");
-    all->setAutoDefault(false);
     column->addWidget(explanation);
     column->addWidget(all, 0, Qt::AlignLeft);
     connect(all, &QPushButton::clicked, this, [this] {
@@ -148,7 +143,7 @@ void SyncSetupDialog::ShowAccount() {
 
 void SyncSetupDialog::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    // Behind a message the window isn't active yet, and the field doesn't say that it has the focus.
+    // After a message the window isn't active yet, and the field doesn't say that it has the focus.
     if (isEnter && focusWidget() == guid_)
         return Engage();
     DialogFrame::keyPressEvent(event);

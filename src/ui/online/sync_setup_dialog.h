@@ -18,7 +18,7 @@ class SyncSetupDialog : public DialogFrame {
     Q_OBJECT
 
 public:
-    /// The result of a dialog behind which all NoteBooks are to be linked and synced.
+    /// The result of a dialog after which all NoteBooks are to be linked and synced.
     static constexpr int kSyncAll = 2112;
     using PageOpener = std::function<void(const std::string& address)>;
 

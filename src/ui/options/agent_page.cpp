@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <optional>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
 
@@ -83,9 +84,8 @@ COptAgentPg::COptAgentPg(OptionsWorld& world, const Theme& theme, Agent* agent, 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(kSpace * 4, kSpace * 4, kSpace * 4, kSpace * 4);
     layout->setSpacing(kSpace * 4);
-    auto* const launch = new QPushButton(tr("Launch Lorebinder Agent"), this);
+    QPushButton* const launch = MakeButton(tr("Launch Lorebinder Agent"), this);
     launch->setObjectName("launchAgent");
-    launch->setAutoDefault(false);
     launch->setEnabled(model_.IsInstalled());
     layout->addWidget(launch, 0, Qt::AlignLeft);
     if (!model_.IsInstalled()) {
@@ -104,17 +104,13 @@ COptAgentPg::COptAgentPg(OptionsWorld& world, const Theme& theme, Agent* agent, 
 
 QWidget* COptAgentPg::MakeHotKey() {
     auto* const box = new QWidget(this);
-    auto* const layout = new QVBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace);
-    auto* const label = new QLabel(tr("Change the Hot Keys assinged to Lorebinder Agent:"), box);
+    auto* const layout = MakeInner<QVBoxLayout>(box, kSpace);
     keys_ = new QKeySequenceEdit(ToKeySequence(model_.GetHotKey()), box);
     keys_->setObjectName("hotKey");
     keys_->setAccessibleName(tr("Hot keys of Lorebinder Agent"));
-    label->setBuddy(keys_);
-    auto* const save = new QPushButton(tr("Save Hot Keys"), box);
+    QLabel* const label = MakeLabel(tr("Change the Hot Keys assinged to Lorebinder Agent:"), keys_, box);
+    QPushButton* const save = MakeButton(tr("Save Hot Keys"), box);
     save->setObjectName("saveHotKey");
-    save->setAutoDefault(false);
     saved_ = MakeRemark({}, theme_, box);
     saved_->setObjectName("hotKeySaved");
     auto* const row = new QHBoxLayout;

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -49,14 +50,13 @@ COptBackupPg::COptBackupPg(OptionsWorld& world, const Theme& theme, QWidget* par
 
 void COptBackupPg::AddUses(QVBoxLayout& layout) {
     auto* const row = new QHBoxLayout;
-    auto* const label = new QLabel(tr("Number of uses between backups:"), below_);
     auto* const uses = new QComboBox(below_);
     uses->setObjectName("uses");
-    uses->setAccessibleName(label->text());
     for (int number = 1; number <= BackupPage::kMostUses; ++number)
         uses->addItem(QString::number(number));
     uses->setCurrentIndex(model_.Uses() - 1);
-    label->setBuddy(uses);
+    QLabel* const label = MakeLabel(tr("Number of uses between backups:"), uses, below_);
+    uses->setAccessibleName(label->text());
     row->addWidget(label);
     row->addWidget(uses);
     row->addStretch(1);
@@ -68,15 +68,13 @@ void COptBackupPg::AddUses(QVBoxLayout& layout) {
 }
 
 void COptBackupPg::AddPath(QVBoxLayout& layout) {
-    auto* const label = new QLabel(tr("Your Backup File Path:"), below_);
     path_ = NewTextField(below_);
     path_->setObjectName("backupPath");
-    path_->setAccessibleName(label->text());
     path_->setReadOnly(true);
-    label->setBuddy(path_);
-    auto* const set = new QPushButton(tr("Set Backup Path"), below_);
+    QLabel* const label = MakeLabel(tr("Your Backup File Path:"), path_, below_);
+    path_->setAccessibleName(label->text());
+    QPushButton* const set = MakeButton(tr("Set Backup Path"), below_);
     set->setObjectName("setBackupPath");
-    set->setAutoDefault(false);
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
     row->addWidget(path_, 1);

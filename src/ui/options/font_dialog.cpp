@@ -12,6 +12,7 @@
 #include <cmath>
 
 #include "base/rgb.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/options/option_controls.h"
@@ -85,8 +86,7 @@ QWidget* FontDialog::MakeControls(const FontSetting& font) {
         row->addWidget(*check);
         connect(*check, &QCheckBox::toggled, this, &FontDialog::ShowSample);
     }
-    colorButton_ = new QPushButton(tr("Text Color..."), box);
-    colorButton_->setAutoDefault(false);
+    colorButton_ = MakeButton(tr("Text Color..."), box);
     row->addWidget(colorButton_);
     form->addRow(row);
     connect(colorButton_, &QPushButton::clicked, this, &FontDialog::PickColor);

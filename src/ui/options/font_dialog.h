@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "settings/settings.h"
+#include "settings/font_setting.h"
 #include "ui/controls/dialog_frame.h"
 
 class QCheckBox;

@@ -4,12 +4,12 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
 #include "base/rgb.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 #include "ui/options/font_dialog.h"
@@ -74,7 +74,6 @@ QWidget* COptGeneralPg::MakeNotes() {
 
 void COptGeneralPg::AddSourceSize(QVBoxLayout& body, QWidget* parent) {
     auto* const row = new QHBoxLayout;
-    auto* const label = new QLabel(tr("Source Text Size:"), parent);
     auto* const size = new QSpinBox(parent);
     size->setObjectName("sourceSize");
     size->setAccessibleName(tr("Source Text Size:"));
@@ -82,8 +81,7 @@ void COptGeneralPg::AddSourceSize(QVBoxLayout& body, QWidget* parent) {
     // A number is taken once it is typed whole.
     size->setKeyboardTracking(false);
     size->setValue(model_.SourceSize());
-    label->setBuddy(size);
-    row->addWidget(label);
+    row->addWidget(MakeLabel(tr("Source Text Size:"), size, parent));
     row->addWidget(size);
     row->addStretch(1);
     body.addLayout(row);
@@ -92,9 +90,8 @@ void COptGeneralPg::AddSourceSize(QVBoxLayout& body, QWidget* parent) {
 }
 
 QPushButton* COptGeneralPg::AddButton(QVBoxLayout& body, const char* name, const QString& text) {
-    auto* const button = new QPushButton(text, this);
+    QPushButton* const button = MakeButton(text, this);
     button->setObjectName(QString::fromLatin1(name));
-    button->setAutoDefault(false);
     body.addWidget(button, 0, Qt::AlignLeft);
     return button;
 }
@@ -103,14 +100,11 @@ QWidget* COptGeneralPg::MakeLook() {
     QVBoxLayout* body = nullptr;
     QWidget* const section = MakeOptionSection(tr("Look"), theme_, body, this);
     auto* const row = new QHBoxLayout;
-    auto* const label = new QLabel(tr("Appearance:"), section);
     auto* const looks = new QComboBox(section);
     looks->setObjectName("appearance");
-    looks->setAccessibleName(tr("Appearance"));
     looks->addItems({tr("System"), tr("Light"), tr("Dark")});
     looks->setCurrentIndex(static_cast<int>(theme_.GetAppearance()));
-    label->setBuddy(looks);
-    row->addWidget(label);
+    row->addWidget(MakeFieldLabel(tr("Appearance:"), looks, section));
     row->addWidget(looks);
     row->addStretch(1);
     body->addLayout(row);

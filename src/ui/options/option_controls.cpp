@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "base/rgb.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
 
@@ -15,9 +16,7 @@ namespace lore {
 
 QWidget* MakeOptionSection(const QString& title, const Theme& theme, QVBoxLayout*& body, QWidget* parent) {
     auto* const section = new QWidget(parent);
-    auto* const layout = new QVBoxLayout(section);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace * 2);
+    auto* const layout = MakeInner<QVBoxLayout>(section, kSpace * 2);
     auto* const heading = new QLabel(title, section);
     heading->setFont(theme.Font(TextSize::Title));
     layout->addWidget(heading);

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "settings/user_dictionary.h"
+#include "ui/controls/dialog_parts.h"
 #include "ui/editor/spell_marks.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -57,23 +58,20 @@ void OptSpellChkPg::AddDictionaries(QVBoxLayout& layout) {
     QWidget* const section = MakeOptionSection(tr("Dictionaries"), theme_, body, this);
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
-    auto* const label = new QLabel(tr("Language:"), section);
     auto* const languages = new QComboBox(section);
     languages->setObjectName("languages");
     languages->setAccessibleName(tr("Language of the dictionary"));
-    label->setBuddy(languages);
+    QLabel* const label = MakeLabel(tr("Language:"), languages, section);
     for (const std::string& language : checker_ ? checker_->Languages() : std::vector<std::string>()) {
         languages->addItem(LanguageName(language), ToQString(language));
         if (language == checker_->Language())
             languages->setCurrentIndex(languages->count() - 1);
     }
-    auto* const own = new QPushButton(tr("User Dictionary"), section);
+    QPushButton* const own = MakeButton(tr("User Dictionary"), section);
     own->setObjectName("userDictionary");
-    own->setAutoDefault(false);
     own->setEnabled(checker_ != nullptr);
-    auto* const more = new QPushButton(tr("More Options"), section);
+    QPushButton* const more = MakeButton(tr("More Options"), section);
     more->setObjectName("moreOptions");
-    more->setAutoDefault(false);
     row->addWidget(label);
     row->addWidget(languages);
     row->addWidget(own);
@@ -124,11 +122,10 @@ void OptSpellChkPg::AddMarks(QVBoxLayout& layout) {
 
 void OptSpellChkPg::AddColors(QVBoxLayout& layout) {
     auto* const row = new QHBoxLayout;
-    auto* const label = new QLabel(tr("Color:"), this);
     auto* const colors = new QComboBox(this);
     colors->setObjectName("markColor");
     colors->setAccessibleName(tr("Color of misspelled words"));
-    label->setBuddy(colors);
+    QLabel* const label = MakeLabel(tr("Color:"), colors, this);
     const auto paint = [this, colors] {
         for (int i = 0; i < colors->count(); ++i)
             colors->setItemIcon(i, MakeSwatch(MarkColors()[static_cast<size_t>(i)].color, theme_, *this));

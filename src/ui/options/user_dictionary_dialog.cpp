@@ -1,12 +1,11 @@
 #include "ui/options/user_dictionary_dialog.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSignalBlocker>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
@@ -16,16 +15,13 @@ namespace lore {
 
 UserDictionaryDialog::UserDictionaryDialog(UserDictionary& words, SettingsStore& store, QWidget* parent)
     : DialogFrame(tr("User Dictionary"), "UserDictionary", store, parent), words_(words) {
-    auto* const label = new QLabel(tr("&Word:"), this);
     word_ = NewTextField(this);
     word_->setObjectName("word");
     word_->setAccessibleName(tr("A word to add"));
-    label->setBuddy(word_);
-    add_ = new QPushButton(tr("&Add"), this);
-    add_->setAutoDefault(false);
+    add_ = MakeButton(tr("&Add"), this);
     auto* const row = new QHBoxLayout;
     row->setSpacing(kSpace * 2);
-    row->addWidget(label);
+    row->addWidget(MakeLabel(tr("&Word:"), word_, this));
     row->addWidget(word_, 1);
     row->addWidget(add_);
     Content()->addLayout(row);
@@ -40,8 +36,7 @@ UserDictionaryDialog::UserDictionaryDialog(UserDictionary& words, SettingsStore&
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     connect(add_, &QPushButton::clicked, this, &UserDictionaryDialog::AddWord);
     connect(delete_, &QPushButton::clicked, this, &UserDictionaryDialog::RemoveWord);
-    connect(new QShortcut(QKeySequence::Delete, list_, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            this, &UserDictionaryDialog::RemoveWord);
+    AddListKey(list_, QKeySequence::Delete, [this] { RemoveWord(); });
     connect(word_, &QLineEdit::textChanged, this, [this](const QString& text) {
         const bool fits = words_.CanAdd(FromQString(text));
         add_->setEnabled(fits);

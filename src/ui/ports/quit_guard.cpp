@@ -23,7 +23,7 @@ constexpr int kSignals[] = {SIGTERM, SIGINT, SIGHUP};
 constexpr char kHasSaved[] = "hasSavedBeforeQuit";
 constexpr int64_t kOneOrder = 1000;  // milliseconds in which a shell or a desktop sends more than one signal
 
-bool quitting = false;
+bool quitting = false, savingToQuit = false;
 int wakePipe[2] = {-1, -1};
 std::atomic<int64_t> orderedAt = 0;  // in milliseconds; 0 for no signal yet
 static_assert(std::atomic<int64_t>::is_always_lock_free);
@@ -109,6 +109,10 @@ bool IsQuitting() {
     return quitting;
 }
 
+bool IsSavingToQuit() {
+    return savingToQuit;
+}
+
 void OrderQuitAgain() {
     QTimer::singleShot(1, QCoreApplication::instance(), PostQuit);
 }
@@ -119,7 +123,9 @@ bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save) {
     if (!tries)
         return false;
     QTimer::singleShot(0, &dialog, [save] {
+        savingToQuit = true;
         save();
+        savingToQuit = false;
         OrderQuitAgain();
     });
     return true;

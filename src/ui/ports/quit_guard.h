@@ -25,7 +25,7 @@ private:
 };
 
 /// While one lives, the signals that ask a process to end (SIGTERM, SIGINT, SIGHUP) are such an order too. One that
-/// comes a second or more behind the first ends the process at once, unless somebody refused the first in the meantime.
+/// comes a second or more after the first ends the process at once, unless somebody refused the first in the meantime.
 /// Those that the process was started to ignore stay so. One at a time.
 class QuitSignals {
 public:
@@ -41,6 +41,9 @@ private:
 /// True while windows are closed by such an order. Nobody may be there to answer, so that what a window would ask about
 /// is kept.
 bool IsQuitting();
+
+/// True while a dialog saves for such an order. A question then takes the answer that changes least.
+bool IsSavingToQuit();
 
 /// For what such an order could not close yet: gives it again once who waits for a window that has closed has gone on.
 void OrderQuitAgain();

@@ -101,8 +101,8 @@ void CEditSourceDlg::EditTypes() {
 
 void CEditSourceDlg::Save() {
     if (authors_->HasTypedName() &&
-        Asks().Ask(
-            "The name that you have typed isn't an author yet.  It becomes one by \"Add New\".\n\nDo you wish to "
+        GetPrompts().Ask(
+            "The name that you have typed isn't an author yet.  \"Add New\" makes it one.\n\nDo you wish to "
             "save this source without it?",
             "Save Without the Name?") != PromptAnswer::Yes)
         return;
@@ -112,11 +112,11 @@ void CEditSourceDlg::Save() {
             title_->setFocus();
         return isSaved;
     };
-    AcceptBehind(save, Windows().theme);
+    AcceptAfter(save, Windows().theme);
 }
 
 void CEditSourceDlg::reject() {
-    if (MayClose(*this, Asks(), editor_.HasChanges(), "this source", [this] { Save(); }))
+    if (MayClose(*this, GetPrompts(), editor_.HasChanges(), "this source", [this] { Save(); }))
         SourceDialog::reject();
 }
 

@@ -7,6 +7,7 @@
 #include <QScrollArea>
 #include <QSplitter>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/opening_combo.h"
 #include "ui/controls/panel_section.h"
 #include "ui/controls/text_field.h"
@@ -95,9 +96,8 @@ QWidget* CEditSourceDlg::MakeStyle() {
     for (const NumberedName& choice : StyleChoices())
         style_->addItem(ToQString(choice.name), choice.number);
     style_->setCurrentIndex(style_->findData(editor_.Working().FormatStyle));
-    auto* const types = new QPushButton(tr("Edit Cust&om Types"), section);
+    QPushButton* const types = MakeButton(tr("Edit Cust&om Types"), section);
     types->setObjectName("editTypes");
-    types->setAutoDefault(false);
     grid->addWidget(MakeFieldLabel(tr("Source T&ype:"), type_, section), 0, 0);
     grid->addWidget(MakeFieldLabel(tr("Formattin&g Style:"), style_, section), 0, 1);
     grid->addWidget(type_, 1, 0);

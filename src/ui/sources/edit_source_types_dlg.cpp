@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
@@ -36,12 +37,6 @@ QListWidget* MakeList(const char* name, int chars, QWidget* parent) {
     list->setMinimumWidth(list->fontMetrics().averageCharWidth() * chars);
     list->setMinimumHeight(list->fontMetrics().height() * kListRows);
     return list;
-}
-
-QPushButton* MakeButton(const QString& text, QWidget* parent) {
-    auto* const button = new QPushButton(text, parent);
-    button->setAutoDefault(false);
-    return button;
 }
 
 int RowOf(const std::optional<size_t>& row) {
@@ -78,9 +73,7 @@ CEditSourceTypesDlg::CEditSourceTypesDlg(CustomTypesEditor& editor, const Source
 
 QWidget* CEditSourceTypesDlg::MakeTypes() {
     auto* const box = new QWidget(this);
-    auto* const layout = new QVBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace * 2);
+    auto* const layout = MakeInner<QVBoxLayout>(box, kSpace * 2);
     types_ = MakeList("types", kTypeChars, box);
     layout->addWidget(MakeFieldLabel(tr("Source &Types:"), types_, box));
     layout->addWidget(types_, 1);
@@ -113,9 +106,7 @@ QWidget* CEditSourceTypesDlg::MakeTypes() {
 
 QWidget* CEditSourceTypesDlg::MakeFields() {
     auto* const box = new QWidget(this);
-    auto* const layout = new QVBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace * 2);
+    auto* const layout = MakeInner<QVBoxLayout>(box, kSpace * 2);
     typeName_ = NewTextField(box);
     typeName_->setObjectName("typeName");
     layout->addWidget(MakeFieldLabel(tr("Type Na&me:"), typeName_, box));
@@ -147,10 +138,7 @@ QWidget* CEditSourceTypesDlg::MakeFields() {
 
 QWidget* CEditSourceTypesDlg::MakeFieldForm() {
     auto* const box = new QWidget(this);
-    auto* const grid = new QGridLayout(box);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(kSpace * 2);
-    grid->setVerticalSpacing(kSpace * 2);
+    auto* const grid = MakeInner<QGridLayout>(box, kSpace * 2);
     fieldName_ = NewTextField(box);
     fieldName_->setObjectName("fieldName");
     end_ = new QComboBox(box);
@@ -268,11 +256,11 @@ void CEditSourceTypesDlg::FieldsMoved() {
 }
 
 void CEditSourceTypesDlg::Save() {
-    AcceptBehind([this] { return editor_.Save(); }, Windows().theme);
+    AcceptAfter([this] { return editor_.Save(); }, Windows().theme);
 }
 
 void CEditSourceTypesDlg::reject() {
-    if (MayClose(*this, Asks(), editor_.HasChanges(), "the source types", [this] { Save(); }))
+    if (MayClose(*this, GetPrompts(), editor_.HasChanges(), "the source types", [this] { Save(); }))
         SourceDialog::reject();
 }
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/empty_line.h"
 #include "ui/controls/quiet_view.h"
 #include "ui/controls/text_field.h"
@@ -103,16 +104,14 @@ void SourceAuthorsPane::MakeNames() {
     }
     Body()->addLayout(grid);
     auto* const buttons = new QHBoxLayout;
-    auto* const add = new QPushButton(tr("&Add New"), this);
+    QPushButton* const add = MakeButton(tr("&Add New"), this);
     add->setObjectName("addAuthor");
-    update_ = new QPushButton(tr("U&pdate"), this);
+    update_ = MakeButton(tr("U&pdate"), this);
     update_->setObjectName("updateAuthor");
-    delete_ = new QPushButton(tr("&Delete"), this);
+    delete_ = MakeButton(tr("&Delete"), this);
     delete_->setObjectName("deleteAuthor");
-    for (QPushButton* const button : {add, update_, delete_}) {
-        button->setAutoDefault(false);
+    for (QPushButton* const button : {add, update_, delete_})
         buttons->addWidget(button);
-    }
     buttons->addStretch(1);
     Body()->addLayout(buttons);
     connect(add, &QPushButton::clicked, this, &SourceAuthorsPane::AddNew);

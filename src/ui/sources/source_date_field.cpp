@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/text_field.h"
 #include "ui/controls/typed_date_edit.h"
 #include "ui/look/qt_text.h"
@@ -28,9 +29,7 @@ SourceDateField::SourceDateField(SourceEditor& editor, QWidget* parent)
       manual_(new QCheckBox(tr("Enter Date Ma&nually"), this)),
       picker_(new TypedDateEdit(this)),
       text_(NewTextField(this)) {
-    auto* const layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kSpace * 3);
+    auto* const layout = MakeInner<QHBoxLayout>(this, kSpace * 3);
     has_->setObjectName("hasDate");
     has_->setAccessibleName(tr("Source has a date"));
     picker_->setObjectName("date");

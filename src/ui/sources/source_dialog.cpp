@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QListWidget>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "ui/look/theme.h"
@@ -23,13 +22,6 @@ SourceDialog::~SourceDialog() {
     faults_.SetBar(nullptr);
 }
 
-QLabel* MakeFieldLabel(const QString& text, QWidget* buddy, QWidget* parent) {
-    auto* const label = new QLabel(text, parent);
-    label->setBuddy(buddy);
-    buddy->setAccessibleName(QString(text).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
-    return label;
-}
-
 QLabel* MakeHint(const QString& text, const Theme& theme, QWidget* parent) {
     auto* const label = new QLabel(text, parent);
     label->setFont(theme.Font(TextSize::Small));
@@ -42,12 +34,6 @@ QLabel* MakeHint(const QString& text, const Theme& theme, QWidget* parent) {
     restyle();
     QObject::connect(&theme, &Theme::Changed, label, restyle);
     return label;
-}
-
-void AddListKey(QListWidget* list, const QKeySequence& keys, const std::function<void()>& run) {
-    // As shortcuts, since a list takes keys that have a text for its search.
-    auto* const shortcut = new QShortcut(keys, list, nullptr, nullptr, Qt::WidgetShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, list, run);
 }
 
 void MoveCurrentRow(QListWidget& list, int by) {

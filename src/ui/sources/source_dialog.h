@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "ui/controls/bar_faults.h"
 #include "ui/controls/dialog_frame.h"
 #include "ui/controls/fault_bar.h"
@@ -25,7 +23,7 @@ public:
 
 protected:
     const SourceWindows& Windows() const { return windows_; }
-    Prompts& Asks() const { return windows_.commands.World().prompts; }
+    Prompts& GetPrompts() const { return windows_.commands.World().prompts; }
 
 private:
     const SourceWindows& windows_;
@@ -34,12 +32,8 @@ private:
     FaultNotice* before_ = nullptr;
 };
 
-/// A label that leads to a control with its Alt key.
-QLabel* MakeFieldLabel(const QString& text, QWidget* buddy, QWidget* parent);
 /// A dimmed line that says what can be done.
 QLabel* MakeHint(const QString& text, const Theme& theme, QWidget* parent);
-/// A shortcut of a list alone.
-void AddListKey(QListWidget* list, const QKeySequence& keys, const std::function<void()>& run);
 /// Moves the current row of a list whose order the user makes by so many rows; the list then tells of it as of a drag.
 void MoveCurrentRow(QListWidget& list, int by);
 

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -25,14 +26,10 @@ SourceFieldsPane::SourceFieldsPane(SourceEditor& editor, const Theme& theme, QWi
     : PanelSection(tr("Other Fields"), theme, parent), editor_(editor), theme_(theme) {
     Body()->setSpacing(kSpace * 2);
     standard_ = new QWidget(this);
-    places_ = new QGridLayout(standard_);
-    places_->setContentsMargins(0, 0, 0, 0);
-    places_->setHorizontalSpacing(kSpace * 3);
-    places_->setVerticalSpacing(kSpace);
+    places_ = MakeInner<QGridLayout>(standard_, kSpace * 3, kSpace);
     for (int place = 0; place < kPlaces; ++place) {
         auto* const field = NewTextField(standard_);
-        auto* const label = new QLabel(standard_);
-        label->setBuddy(field);
+        QLabel* const label = MakeLabel({}, field, standard_);
         places_->addWidget(label, place / 2 * 2, place % 2);
         places_->addWidget(field, place / 2 * 2 + 1, place % 2);
         places_->setColumnStretch(place % 2, 1);

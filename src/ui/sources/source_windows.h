@@ -14,8 +14,8 @@ class Theme;
 /// What the windows on sources share, and how one opens another. All of it outlives them.
 class SourceWindows {
 public:
-    SourceWindows(WritingCommands& sharedCommands, SettingsStore& sharedStore, const Theme& sharedTheme)
-        : commands(sharedCommands), store(sharedStore), theme(sharedTheme) {}
+    SourceWindows(WritingCommands& writing, SettingsStore& settings, const Theme& look)
+        : commands(writing), store(settings), theme(look) {}
     virtual ~SourceWindows() = default;
 
     WritingCommands& commands;

@@ -6,10 +6,10 @@
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 
+#include "ui/controls/dialog_parts.h"
 #include "ui/controls/popup_menu.h"
 #include "ui/look/qt_text.h"
 #include "ui/look/theme.h"
@@ -26,8 +26,7 @@ constexpr int kDefaultChars = 110, kDefaultLines = 36;
 constexpr const char* kFilterLabels[] = {"&Titles:", "&Authors:", "&Publications:"};
 
 QPushButton* MakeCommand(const QString& icon, const QString& text, const Theme& theme, QWidget* parent) {
-    auto* const button = new QPushButton(text, parent);
-    button->setAutoDefault(false);
+    QPushButton* const button = MakeButton(text, parent);
     button->setIcon(theme.Icon(icon));
     return button;
 }
@@ -62,10 +61,7 @@ CViewSourcesDlg::CViewSourcesDlg(SourceBrowser& browser, const SourceWindows& wi
 
 void CViewSourcesDlg::MakeFilters() {
     filters_ = new QWidget(this);
-    auto* const grid = new QGridLayout(filters_);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(kSpace * 3);
-    grid->setVerticalSpacing(kSpace);
+    auto* const grid = MakeInner<QGridLayout>(filters_, kSpace * 3, kSpace);
     for (size_t i = 0; i < kSourceFilters; ++i) {
         auto* const box = new QComboBox(filters_);
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -124,14 +120,9 @@ void CViewSourcesDlg::MakeList() {
             [this](int row) { browser_.Select(row < 0 ? std::nullopt : std::optional(static_cast<size_t>(row))); });
     connect(list_, &CSourcesListWnd::MenuRequested, this, &CViewSourcesDlg::OpenMenu);
     connect(list_, &QAbstractItemView::activated, this, [this] { browser_.Selects() ? accept() : EditSource(); });
-    const std::pair<QKeySequence, void (CViewSourcesDlg::*)()> keys[] = {
-        {QKeySequence(Qt::Key_F2), &CViewSourcesDlg::EditSource},
-        {QKeySequence::Delete, &CViewSourcesDlg::DeleteSource},
-        {QKeySequence::New, &CViewSourcesDlg::NewSource}};
-    for (const auto& [key, command] : keys) {
-        auto* const shortcut = new QShortcut(key, list_, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, command);
-    }
+    AddListKey(list_, QKeySequence(Qt::Key_F2), [this] { EditSource(); });
+    AddListKey(list_, QKeySequence::Delete, [this] { DeleteSource(); });
+    AddListKey(list_, QKeySequence::New, [this] { NewSource(); });
 }
 
 void CViewSourcesDlg::FillBoxes() {
@@ -157,7 +148,7 @@ void CViewSourcesDlg::ShowRows() {
     browser_.Select(browser_.RowOf(selected));
     const bool none = browser_.CountOfAll() == 0;
     empty_->setText(none ? tr("This NoteBook has no sources yet. \"New Source\" makes the first one.")
-                         : tr("No source goes with all three filters."));
+                         : tr("No source matches all three filters."));
     QWidget* const shown = browser_.Count() > 0 ? static_cast<QWidget*>(list_) : empty_;
     if (stack_->currentWidget() != shown)
         stack_->setCurrentWidget(shown);
