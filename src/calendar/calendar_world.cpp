@@ -124,4 +124,11 @@ bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders) {
     return result.Ok();
 }
 
+void PutBack(const CalendarWorld& world, const EventList& events, const ReminderList& reminders) {
+    if (KeepIfDamaged(world, kEvents, world.eventFile).Ok())
+        WriteEvents(world.eventFile, events);
+    if (!reminders.empty() && KeepIfDamaged(world, kReminders, world.reminderFile).Ok())
+        WriteReminders(world.reminderFile, reminders);
+}
+
 }  // namespace lore

@@ -80,4 +80,7 @@ bool LoadRemindersInRange(const CalendarWorld& world, const DateTime& first, con
                           ReminderList& reminders);
 bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders);
 
+/// Writes both lists as they stood before a change that failed. The failure was told, so that nothing is told here.
+void PutBack(const CalendarWorld& world, const EventList& events, const ReminderList& reminders);
+
 }  // namespace lore

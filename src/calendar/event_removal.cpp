@@ -22,11 +22,8 @@ bool RemoveFromFiles(const CalendarWorld& world, const char* progressText, Remov
         const EventList before = events;
         remove(events);
         done = SaveEvents(world, events) && removeReminders();
-        if (!done) {
-            SaveEvents(world, before);
-            if (!reminders.empty())
-                SaveReminders(world, reminders);
-        }
+        if (!done)
+            PutBack(world, before, reminders);
     }
     world.progress.Hide();
     if (done)

@@ -46,9 +46,8 @@ Loaded<PrintPreview> LoadPrintPreview(const std::filesystem::path& path, const R
     loaded.file = OpenRecordFile(path, stream);
     if (!stream)
         return loaded;
-    auto& [version, notes] = loaded.value;
-    ReadCountedString(stream.get(), version);
-    ReadCounted(stream.get(), [&, number = ParseDouble(version)] {
+    ReadCountedString(stream.get(), loaded.value.version);
+    ReadCounted(stream.get(), [&, &notes = loaded.value.notes, number = ParseDouble(loaded.value.version)] {
         ReadPrintNote(stream.get(), number, context, notes.emplace_back());
         if (notes.back().note.id <= 0)
             notes.pop_back();

@@ -301,17 +301,16 @@ private slots:
         SmallChecker checker;
         edit_->Load("{\\rtf1 The kepeer of teh light}");
         const std::string before = edit_->Rtf();
-        const QTextBlock block = edit_->document()->firstBlock();
-        const auto marks = [&] {
-            [&] { QTRY_VERIFY(edit_->Spelling().IsDone()); }();
-            return block.layout()->formats();
+        const auto marks = [this] {
+            [this] { QTRY_VERIFY(edit_->Spelling().IsDone()); }();
+            return edit_->document()->firstBlock().layout()->formats();
         };
         edit_->Spelling().SetChecker(&checker, {0x0000ff, 13});
         QCOMPARE(marks().size(), 2);
         QCOMPARE(marks()[0].start, 4);
         QVERIFY(!edit_->IsModified());
         QCOMPARE(edit_->Rtf(), before);
-        QTextCursor cursor(block);
+        QTextCursor cursor(edit_->document());
         cursor.setPosition(6);
         const QTextCursor word = edit_->Spelling().MarkedWordAt(cursor);
         QCOMPARE(word.selectedText(), QStringLiteral("kepeer"));

@@ -514,8 +514,16 @@ private slots:
         Block(list);
         prompts_.seen.clear();
         {
+            struct ClosesWindow : IgnoresClose {
+                QWidget* window = nullptr;
+                bool eventFilter(QObject* object, QEvent* event) override {
+                    if (event->type() == QEvent::Close)
+                        window->close();
+                    return IgnoresClose::eventFilter(object, event);
+                }
+            } stays;  // or the test would end with the program
+            stays.window = window_.get();
             const QuitGuard guard;
-            IgnoresClose stays;  // or the test would end with the program
             QWidget other;
             other.installEventFilter(&stays);
             other.show();
