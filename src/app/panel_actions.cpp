@@ -131,10 +131,9 @@ void PanelActions::Export(const LongList& ids) {
     if (ids.IsEmpty())
         return;
     const ReadContext context = app_.Context();
-    const AppPorts& ports = app_.Ports();
     const std::vector<CNote> notes = Find(ids, "Loading Notes...");
     RunExportCommand(NotesOfList(notes), ExportScope::Chosen,
-                     {app_.NoteBook(), app_.Data(), context, ports.prompts, ports.progress, ports.faults});
+                     {.book = app_.NoteBook(), .data = app_.Data(), .context = context, .ports = app_.Flow()});
 }
 
 }  // namespace lore
