@@ -28,7 +28,7 @@ public:
 /// Hands faults on, and notes before it does that there was one, unless it is a notice.
 class HeardFaults : public FaultNotice {
 public:
-    explicit HeardFaults(FaultNotice& next) : HeardFaults(next, own_) {}
+    explicit HeardFaults(FaultNotice& next) : next_(next), any_(own_) {}
     /// Notes it in a flag that outlives this.
     HeardFaults(FaultNotice& next, bool& any) : next_(next), any_(any) {}
     HeardFaults(const HeardFaults&) = delete;
