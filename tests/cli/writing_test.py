@@ -393,7 +393,7 @@ class Writing(FreshTest):
                 ({"AuthorIDs": 1, "HasDate": "yes"}, {"AuthorIDs": [], "HasDate": False},
                  '"AuthorIDs" is left out: it must be a list', '"HasDate" is left out: it must be true or false'),
                 ({"IndentSpaces": 2 * 10 ** 9, "AuthorsBeforeEtAl": 0, "YearOnly": 2112, "UseDateText": -1, "FormatStyle": 13},
-                 {"IndentSpaces": 10, "AuthorsBeforeEtAl": 1, "YearOnly": 1, "UseDateText": 0, "FormatStyle": 13},
+                 {"IndentSpaces": 10, "AuthorsBeforeEtAl": 1, "YearOnly": 0, "UseDateText": 0, "FormatStyle": 13},
                  "IndentSpaces is 2000000000 and becomes 10", "AuthorsBeforeEtAl is 0 and becomes 1",
                  "YearOnly is 2112 and becomes 0", "UseDateText is -1 and becomes 0"),
                 ({"SourceDate": "2011-02-30", "DateText": "May"}, {"HasDate": False, "DateText": "May"},
