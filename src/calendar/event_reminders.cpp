@@ -158,12 +158,9 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report re
     world.progress.Hide();
 }
 
-bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report report) {
+bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, ReminderList all, Report report) {
     if (report == Report::Shown)
         world.ShowProgress("Updating Event's Reminders....");
-    ReminderList all;
-    if (!LoadReminders(world, all))
-        return false;
     if (event.Reminders.empty())
         event.Reminders = RemindersOfEvent(all, event.EventId);
     ClearServerDone(event.Reminders);
@@ -182,11 +179,13 @@ bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report re
 }
 
 bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report) {
+    ReminderList all;
+    return LoadReminders(world, all) && RemoveRemindersOfEvents(world, events, std::move(all), report);
+}
+
+bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, ReminderList all, Report report) {
     if (report == Report::Shown)
         world.ShowProgress("Updating Event's Reminders....");
-    ReminderList all;
-    if (!LoadReminders(world, all))
-        return false;
     const auto ids = IdsOf(events);
     const auto rest =
         std::stable_partition(all.begin(), all.end(), [&](const CTmReminder& r) { return !ids.contains(r.EventId); });

@@ -28,9 +28,11 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders);
 /// `report` is of the progress alone: a server that fails is asked about and told in any case.
 void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report report);
 
-/// Removes the reminders of a single event. False, told, if their file could not be read or written: all stay in it.
-bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, Report report);
+/// Removes the reminders of a single event from all that the file holds. False, told, if it could not be written.
+bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, ReminderList all, Report report);
 /// The same for many events, with a server or without.
+bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, ReminderList all, Report report);
+/// The same for whoever hasn't read the file: false, told, if it can't be read either.
 bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report);
 
 /// The reminders of an event as the file holds them; none if it can't be read.

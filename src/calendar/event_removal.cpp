@@ -9,8 +9,8 @@ bool Agrees(const CalendarWorld& world, const char* text, const char* title) {
     return world.prompts.Ask(text, title) == PromptAnswer::Yes;
 }
 
-/// Takes events out of the file by `remove(events)`, and then the reminders of what went by `removeReminders()`. Where
-/// that fails both files get back what they held, so that it can be tried again. False unless all has gone.
+/// Takes events out of the file by `remove(events)`, and then the reminders of what went by `removeReminders(all)`.
+/// Where that fails both files get back what they held, so that it can be tried again. False unless all has gone.
 template <typename Remove, typename RemoveReminders>
 bool RemoveFromFiles(const CalendarWorld& world, const char* progressText, Remove remove,
                      RemoveReminders removeReminders) {
@@ -21,7 +21,7 @@ bool RemoveFromFiles(const CalendarWorld& world, const char* progressText, Remov
     if (done) {
         const EventList before = events;
         remove(events);
-        done = SaveEvents(world, events) && removeReminders();
+        done = SaveEvents(world, events) && removeReminders(reminders);
         if (!done)
             PutBack(world, before, reminders);
     }
@@ -37,7 +37,9 @@ bool RemoveWithReminders(const CalendarWorld& world, const char* progressText, R
     EventList removed;
     return RemoveFromFiles(
         world, progressText, [&](EventList& events) { removed = remove(events); },
-        [&] { return removed.empty() || RemoveRemindersOfEvents(world, removed, Report::Shown); });
+        [&](const ReminderList& all) {
+            return removed.empty() || RemoveRemindersOfEvents(world, removed, all, Report::Shown);
+        });
 }
 
 }  // namespace
@@ -70,7 +72,7 @@ bool DeleteEvent(const CalendarWorld& world, CTmEvent event) {
     return Agrees(world, "Do you wish to delete this event?", "Delete Event?") &&
            RemoveFromFiles(
                world, "Deleting Event....", [&](EventList& events) { RemoveEvent(events, event.EventId); },
-               [&] { return RemoveEventReminders(world, event, Report::Shown); });
+               [&](const ReminderList& all) { return RemoveEventReminders(world, event, all, Report::Shown); });
 }
 
 }  // namespace lore

@@ -89,7 +89,7 @@ class AgentRun(ProcessTest):
                     peer.connect(str(path))
                     peer.sendall(message(tag, words))
                     answer = peer.recv(4)
-                except ConnectionError:
+                except (ConnectionError, FileNotFoundError):
                     return None
                 return struct.unpack("<I", answer)[0] if answer else None
         return None

@@ -166,7 +166,7 @@ TEST_F(EventReminders, RemovingTellsOnlyWithItsReport) {
         prompts.seen.clear();
         server.tests = {1};
         CTmEvent removed = Event("{E}", "", Day(2026, 4, 1), Day(2026, 4, 1));
-        RemoveEventReminders(world, removed, report);
+        RemoveEventReminders(world, removed, StoredReminders(), report);
         EXPECT_EQ(StoredReminders().size(), 1u);
         EXPECT_EQ(prompts.seen, report == Report::Shown ? Texts{kNotAll} : Texts{});
     }
@@ -180,7 +180,7 @@ TEST_F(EventReminders, WhatIsTriedAgainInVainIsTold) {
         prompts.seen.clear();
         prompts.answers = {PromptAnswer::Yes};
         if (removes)
-            RemoveEventReminders(world, event, Report::Shown);
+            RemoveEventReminders(world, event, StoredReminders(), Report::Shown);
         else
             CreateSeriesReminders(world, event.Reminders);
         EXPECT_THAT(prompts.seen, ElementsAre(StartsWith("No Server Connection? "), kNotAll));

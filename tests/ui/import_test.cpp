@@ -11,7 +11,6 @@
 #include "ui/note_editor/note_editor_window.h"
 #include "ui/note_editor/note_text_pane.h"
 #include "ui/ports/qt_progress.h"
-#include "ui/ports/quit_guard.h"
 #include "ui/tab_walk.h"
 #include "ui/window_world.h"
 
@@ -244,11 +243,7 @@ private slots:
         opened.list.setCurrentItem(&opened.Row(0));
         QTest::keyClick(&opened.list, Qt::Key_F2);
         prompts_.seen.clear();
-        const QuitGuard guard;
-        IgnoresClose stays;
-        window_->installEventFilter(&stays);
-        QEvent quit(QEvent::Quit);
-        QCoreApplication::sendEvent(qApp, &quit);
+        OrderToQuit();
         QVERIFY(!opened.window.isVisible());
         QVERIFY(prompts_.seen.empty());
         QCOMPARE(dropped, 1);

@@ -1,7 +1,6 @@
 #include "notes/note_file.h"
 #include "ui/main/tool_bar.h"
 #include "ui/notebooks/manage_notebooks_dialog.h"
-#include "ui/ports/quit_guard.h"
 #include "ui/window_world.h"
 
 namespace lore {
@@ -219,11 +218,7 @@ private slots:
         InManager([this](ManageNoteBooksDialog& dialog) {
             Retype(In<QLineEdit>(dialog, "newName"), "Fog signals");
             prompts_.seen.clear();
-            const QuitGuard guard;
-            IgnoresClose stays;
-            window_->installEventFilter(&stays);
-            QEvent quit(QEvent::Quit);
-            QCoreApplication::sendEvent(qApp, &quit);
+            OrderToQuit();
             QVERIFY(!dialog.isVisible());
             QVERIFY(prompts_.seen.empty());
         });

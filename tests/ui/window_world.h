@@ -17,6 +17,7 @@
 #include "ui/controls/fault_bar.h"
 #include "ui/look/theme.h"
 #include "ui/main/main_window.h"
+#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -114,6 +115,15 @@ protected:
         window_.reset();
         app_.reset();
         theme_.SetAppearance(Appearance::Light);
+    }
+
+    /// Gives an order to quit, which the main window alone doesn't follow.
+    void OrderToQuit() {
+        const QuitGuard guard;
+        IgnoresClose stays;
+        window_->installEventFilter(&stays);
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
     }
 
     /// Runs a step of a dialog that a full disk makes fail: the dialog says so, and has it tried again.
