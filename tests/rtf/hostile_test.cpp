@@ -16,8 +16,8 @@ std::string Repeat(std::string_view part, size_t times) {
     return all;
 }
 
-#if defined(LORE_FEW)
-constexpr size_t kMillion = 10'000;  // where not the time but each line counts
+#if defined(LORE_MILLION)
+constexpr size_t kMillion = LORE_MILLION;  // fewer where not the time but each line counts
 #else
 constexpr size_t kMillion = 1'000'000;
 #endif
