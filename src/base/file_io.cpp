@@ -1,7 +1,6 @@
 #include "base/file_io.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
@@ -10,6 +9,7 @@
 
 #include "base/dat_files.h"
 #include "base/file_descriptor.h"
+#include "base/prepared_file.h"
 
 namespace lore {
 
@@ -37,41 +37,6 @@ FileResult ReadRest(int descriptor, size_t expected, std::string& bytes) {
     }
 }
 
-/// Compares piece by piece: the file may be large, and nearly always differs early.
-bool HoldsBytes(const std::filesystem::path& path, std::string_view bytes) {
-    std::error_code error;
-    if (std::filesystem::file_size(path, error) != bytes.size())
-        return false;
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    char piece[16384];
-    while (file.IsOpen()) {
-        const ssize_t got = ::read(file.Get(), piece, sizeof piece);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            return got == 0 && bytes.empty();
-        const std::string_view read(piece, static_cast<size_t>(got));
-        if (!bytes.starts_with(read))
-            return false;
-        bytes.remove_prefix(read.size());
-    }
-    return false;
-}
-
-FileResult Replace(const std::filesystem::path& target, std::string_view bytes) {
-    std::filesystem::path temporary;
-    std::unique_ptr<FileDescriptor> file;
-    FileResult result = CreateReplacement(target, temporary, file);
-    if (!file || !file->IsOpen())
-        return result;
-    if (!WriteAll(file->Get(), bytes) || !Flush(file->Get()) || !file->Close() ||
-        ::rename(temporary.c_str(), target.c_str()) != 0) {
-        result = LastError();
-        ::unlink(temporary.c_str());
-    }
-    return result;
-}
-
 }  // namespace
 
 FileResult ReadFile(const std::filesystem::path& path, std::string& bytes) {
@@ -95,15 +60,15 @@ FileResult ReadFileOrStream(const std::filesystem::path& path, std::string& byte
 }
 
 FileResult WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {
-    if (HoldsBytes(path, bytes))
-        return {};
-    const std::filesystem::path target = BehindLinks(path);
-    const FileResult result = Replace(target, bytes);
-    return result.Ok() ? FlushFolder(target.parent_path()) : result;
+    PreparedFile file;
+    const FileResult result = file.Prepare(path, bytes);
+    return result.Ok() ? file.Commit() : result;
 }
 
 FileResult ReplaceFile(const std::filesystem::path& path, std::string_view bytes) {
-    return HoldsBytes(path, bytes) ? FileResult{} : Replace(BehindLinks(path), bytes);
+    PreparedFile file;
+    const FileResult result = file.Prepare(path, bytes);
+    return result.Ok() ? file.TakePlace() : result;
 }
 
 FileResult MakeFolders(const std::filesystem::path& folder) {

@@ -12,6 +12,7 @@ namespace {
 constexpr char kEvents[] = "The list of events";
 constexpr char kReminders[] = "The list of reminders";
 constexpr char kEventsUnwritten[] = "The events could not be saved";
+constexpr char kRemindersUnwritten[] = "The reminders could not be saved";
 
 void NoteDamage(const CalendarWorld& world, const std::filesystem::path& path, bool isWhole) {
     if (isWhole)
@@ -38,6 +39,21 @@ FileResult KeepIfDamaged(const CalendarWorld& world, const char* what, const std
     if (kept.Ok())
         world.damaged->erase(path);
     return kept;
+}
+
+/// One of the two files, with what is said of it.
+struct FileTexts {
+    const char *what, *unwritten;
+    const std::filesystem::path& path;
+};
+
+bool Prepare(const CalendarWorld& world, const FileTexts& texts, const RecordWriter& stream, PreparedFile& file) {
+    FileResult result = KeepIfDamaged(world, texts.what, texts.path);
+    if (result.Ok())
+        result = file.Prepare(texts.path, stream.DiskBytes());
+    if (!result.Ok())
+        TellFailedWrite(world.faults, texts.unwritten, texts.path, result);
+    return result.Ok();
 }
 
 }  // namespace
@@ -120,15 +136,50 @@ bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders) {
     FileResult result = KeepIfDamaged(world, kReminders, world.reminderFile);
     if (result.Ok())
         result = WriteReminders(world.reminderFile, reminders);
-    TellFailedWrite(world.faults, "The reminders could not be saved", world.reminderFile, result);
+    TellFailedWrite(world.faults, kRemindersUnwritten, world.reminderFile, result);
     return result.Ok();
 }
 
-void PutBack(const CalendarWorld& world, const EventList& events, const ReminderList& reminders) {
-    if (KeepIfDamaged(world, kEvents, world.eventFile).Ok())
-        WriteEvents(world.eventFile, events);
-    if (!reminders.empty() && KeepIfDamaged(world, kReminders, world.reminderFile).Ok())
-        WriteReminders(world.reminderFile, reminders);
+bool JointSave::PrepareEvents(const EventList& events) {
+    RecordWriter stream;
+    WriteEvents(stream, events);
+    return Prepare(world_, {kEvents, kEventsUnwritten, world_.eventFile}, stream, events_);
+}
+
+bool JointSave::PrepareReminders(const ReminderList& reminders) {
+    RecordWriter stream;
+    WriteReminders(stream, reminders);
+    return Prepare(world_, {kReminders, kRemindersUnwritten, world_.reminderFile}, stream, reminders_.emplace());
+}
+
+bool JointSave::Commit(const ReminderList& before) {
+    if (CommitReminders() && CommitEvents())
+        return true;
+    // Where the new events stand, however surely, the new reminders belong to them.
+    if (reminders_ && reminders_->HasTakenPlace() && !events_.HasTakenPlace())
+        PutBack(before);
+    return false;
+}
+
+bool JointSave::CommitReminders() {
+    if (!reminders_)
+        return true;
+    const FileResult result = reminders_->Commit();
+    TellFailedWrite(world_.faults, kRemindersUnwritten, world_.reminderFile, result);
+    return result.Ok();
+}
+
+bool JointSave::CommitEvents() {
+    const FileResult result = events_.Commit();
+    TellFailedWrite(world_.faults, kEventsUnwritten, world_.eventFile, result);
+    return result.Ok();
+}
+
+/// That it was done is told nowhere: what it is done for has failed, and stays told.
+void JointSave::PutBack(const ReminderList& reminders) const {
+    const FileResult result = WriteReminders(world_.reminderFile, reminders);
+    if (!result.Ok())
+        TellFailedWrite(world_.faults, kRemindersUnwritten, world_.reminderFile, result);
 }
 
 }  // namespace lore

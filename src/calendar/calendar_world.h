@@ -4,9 +4,11 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 
+#include "base/prepared_file.h"
 #include "calendar/event_list.h"
 #include "calendar/modify_event.h"
 #include "calendar/reminder_list.h"
@@ -80,7 +82,30 @@ bool LoadRemindersInRange(const CalendarWorld& world, const DateTime& first, con
                           ReminderList& reminders);
 bool SaveReminders(const CalendarWorld& world, const ReminderList& reminders);
 
-/// Writes both lists as they stood before a change that failed. The failure was told, so that nothing is told here.
-void PutBack(const CalendarWorld& world, const EventList& events, const ReminderList& reminders);
+/// New contents of the two files that take their places together or not at all: both stand on the disk before the first
+/// of them does.
+class JointSave {
+public:
+    /// The world outlives it.
+    explicit JointSave(const CalendarWorld& world) : world_(world) {}
+
+    /// Writes beside the file what it is to hold. False, told, if the disk doesn't take it: then nothing is committed.
+    bool PrepareEvents(const EventList& events);
+    /// Left out where the reminders stay as they are.
+    bool PrepareReminders(const ReminderList& reminders);
+    /// The reminders come first: a program that ends in between leaves an event without its reminders, and no reminder
+    /// whose event is gone. False, told, with a failure: the files hold what they held, `before` among it. What can't
+    /// be put back is told too.
+    bool Commit(const ReminderList& before);
+
+private:
+    bool CommitReminders();
+    bool CommitEvents();
+    void PutBack(const ReminderList& reminders) const;
+
+    const CalendarWorld& world_;
+    PreparedFile events_;
+    std::optional<PreparedFile> reminders_;
+};
 
 }  // namespace lore

@@ -35,7 +35,7 @@ bool DeleteSingleEvent(const CalendarWorld& world, const CTmEvent& event);
 bool DeleteFollowingEvents(const CalendarWorld& world, const CTmEvent& event);
 bool DeleteEntireSeries(const CalendarWorld& world, const CTmEvent& event);
 /// Removes an event that isn't part of a series.
-bool DeleteEvent(const CalendarWorld& world, CTmEvent event);
+bool DeleteEvent(const CalendarWorld& world, const CTmEvent& event);
 
 /// True for a member of a series, which has two more commands to delete it.
 bool IsSeriesMember(const CTmEvent& event);

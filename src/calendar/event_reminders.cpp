@@ -73,6 +73,16 @@ bool RemoveAllFromServer(const CalendarWorld& world, const ReminderList& reminde
     return succeeded;
 }
 
+/// False for a failure that is to be told. One event's reminders count a server that the user gave up on as none.
+bool LeaveServer(const CalendarWorld& world, const LeavingReminders& reminders, Report report) {
+    if (!HasServerReminder(reminders.leaving))
+        return true;
+    const ServerCheck check = CheckServer(world, report);
+    if (check == ServerCheck::Answers)
+        return RemoveAllFromServer(world, reminders.leaving);
+    return check == ServerCheck::NoAnswer && reminders.isOfOneEvent;
+}
+
 }  // namespace
 
 CTmReminder CopyReminder(const CTmReminder& reminder, const CTmEvent& event, GuidSource& guids) {
@@ -158,48 +168,40 @@ void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report re
     world.progress.Hide();
 }
 
-bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, ReminderList all, Report report) {
-    if (report == Report::Shown)
-        world.ShowProgress("Updating Event's Reminders....");
-    if (event.Reminders.empty())
-        event.Reminders = RemindersOfEvent(all, event.EventId);
-    ClearServerDone(event.Reminders);
-    const auto check = HasServerReminder(event.Reminders) ? std::optional(CheckServer(world, report)) : std::nullopt;
-    bool failed = check == ServerCheck::TriedInVain;
-    if (check == ServerCheck::Answers)
-        failed = !RemoveAllFromServer(world, event.Reminders);
-    bool saved = true;
-    if (!event.Reminders.empty()) {
-        RemoveReminders(all, event.Reminders);
-        saved = SaveReminders(world, all);
-    }
-    if (report == Report::Shown && failed)
-        TellReminderFailure(world, ReminderFailure::NotAllUpdated);
-    return saved;
+LeavingReminders RemindersLeavingWith(const CTmEvent& event, ReminderList all) {
+    ReminderList leaving = event.Reminders.empty() ? RemindersOfEvent(all, event.EventId) : event.Reminders;
+    RemoveReminders(all, leaving);
+    return {.leaving = std::move(leaving), .staying = std::move(all), .isOfOneEvent = true};
 }
 
-bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report) {
-    ReminderList all;
-    return LoadReminders(world, all) && RemoveRemindersOfEvents(world, events, std::move(all), report);
-}
-
-bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, ReminderList all, Report report) {
-    if (report == Report::Shown)
-        world.ShowProgress("Updating Event's Reminders....");
+LeavingReminders RemindersLeavingWith(const EventList& events, ReminderList all) {
     const auto ids = IdsOf(events);
     const auto rest =
         std::stable_partition(all.begin(), all.end(), [&](const CTmReminder& r) { return !ids.contains(r.EventId); });
-    ReminderList removed(rest, all.end());
-    if (removed.empty())
-        return true;
+    ReminderList leaving(rest, all.end());
     all.erase(rest, all.end());
-    bool succeeded = true;
-    if (HasServerReminder(removed))
-        succeeded = CheckServer(world, report) == ServerCheck::Answers && RemoveAllFromServer(world, removed);
-    const bool saved = SaveReminders(world, all);
+    return {.leaving = std::move(leaving), .staying = std::move(all)};
+}
+
+bool RemoveLeaving(const CalendarWorld& world, const LeavingReminders& reminders, Report report,
+                   const std::function<bool()>& write) {
+    if (report == Report::Shown)
+        world.ShowProgress("Updating Event's Reminders....");
+    const bool succeeded = LeaveServer(world, reminders, report);
+    const bool written = write();
     if (report == Report::Shown && !succeeded)
-        TellReminderFailure(world, ReminderFailure::NotAllRemoved);
-    return saved;
+        TellReminderFailure(world,
+                            reminders.isOfOneEvent ? ReminderFailure::NotAllUpdated : ReminderFailure::NotAllRemoved);
+    return written;
+}
+
+void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report) {
+    ReminderList all;
+    if (!LoadReminders(world, all))
+        return;
+    const LeavingReminders reminders = RemindersLeavingWith(events, std::move(all));
+    if (!reminders.leaving.empty())
+        RemoveLeaving(world, reminders, report, [&] { return SaveReminders(world, reminders.staying); });
 }
 
 ReminderList StoredReminders(const CalendarWorld& world, const std::string& eventId) {

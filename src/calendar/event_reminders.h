@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "calendar/calendar_world.h"
@@ -7,7 +8,8 @@
 namespace lore {
 
 // The reminders of events, in Rem.dat and on the server. Failures of the server are told in messages, those of the file
-// as faults; neither undoes a change of the events.
+// as faults. Neither undoes a change of the events, but a deletion whose reminders can't be taken out of the file isn't
+// made at all.
 
 /// The most reminders that an event has.
 inline constexpr size_t kMostReminders = 4;
@@ -28,12 +30,22 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders);
 /// `report` is of the progress alone: a server that fails is asked about and told in any case.
 void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report report);
 
-/// Removes the reminders of a single event from all that the file holds. False, told, if it could not be written.
-bool RemoveEventReminders(const CalendarWorld& world, CTmEvent& event, ReminderList all, Report report);
-/// The same for many events, with a server or without.
-bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, ReminderList all, Report report);
-/// The same for whoever hasn't read the file: false, told, if it can't be read either.
-bool RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report);
+/// What a removal parts the reminders of the file into.
+struct LeavingReminders {
+    ReminderList leaving, staying;
+    bool isOfOneEvent = false;
+};
+/// Those of an event that go with it: those that it holds, or those of its id if it holds none.
+LeavingReminders RemindersLeavingWith(const CTmEvent& event, ReminderList all);
+/// The same for many events, by their ids.
+LeavingReminders RemindersLeavingWith(const EventList& events, ReminderList all);
+
+/// Removes what leaves from the server, then writes what stays by `write()`, and tells at last of a server that failed.
+/// What `write()` gives. The server comes first, so `write()` should hardly fail.
+bool RemoveLeaving(const CalendarWorld& world, const LeavingReminders& reminders, Report report,
+                   const std::function<bool()>& write);
+/// Removes the reminders of events whose change is in the file already. Failures are told.
+void RemoveRemindersOfEvents(const CalendarWorld& world, const EventList& events, Report report);
 
 /// The reminders of an event as the file holds them; none if it can't be read.
 ReminderList StoredReminders(const CalendarWorld& world, const std::string& eventId);

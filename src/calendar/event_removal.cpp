@@ -9,21 +9,22 @@ bool Agrees(const CalendarWorld& world, const char* text, const char* title) {
     return world.prompts.Ask(text, title) == PromptAnswer::Yes;
 }
 
-/// Takes events out of the file by `remove(events)`, and then the reminders of what went by `removeReminders(all)`.
-/// Where that fails both files get back what they held, so that it can be tried again. False unless all has gone.
-template <typename Remove, typename RemoveReminders>
-bool RemoveFromFiles(const CalendarWorld& world, const char* progressText, Remove remove,
-                     RemoveReminders removeReminders) {
+/// Takes events out of the file by `remove(events)`, and with them the reminders that `part(all)` gives. Both files
+/// stand on the disk before the server hears of it and they take their places: a disk that is full changes nothing.
+/// False unless all has gone.
+template <typename Remove, typename Part>
+bool RemoveFromFiles(const CalendarWorld& world, const char* progressText, Remove remove, Part part) {
     world.ShowProgress(progressText);
     EventList events;
-    ReminderList reminders;
-    bool done = LoadEvents(world, events) && LoadReminders(world, reminders);
+    ReminderList all;
+    bool done = LoadEvents(world, events) && LoadReminders(world, all);
     if (done) {
-        const EventList before = events;
-        remove(events);
-        done = SaveEvents(world, events) && removeReminders(reminders);
-        if (!done)
-            PutBack(world, before, reminders);
+        // Whoever removes nothing has no reminders to report on.
+        const Report report = remove(events) ? Report::Shown : Report::Silent;
+        const LeavingReminders reminders = part(all);
+        JointSave save(world);
+        done = save.PrepareEvents(events) && (reminders.leaving.empty() || save.PrepareReminders(reminders.staying)) &&
+               RemoveLeaving(world, reminders, report, [&] { return save.Commit(all); });
     }
     world.progress.Hide();
     if (done)
@@ -31,22 +32,24 @@ bool RemoveFromFiles(const CalendarWorld& world, const char* progressText, Remov
     return done;
 }
 
-/// The same for events that `remove(events)` gives, with a report of their reminders.
+/// The same for the events that `remove(events)` gives.
 template <typename Remove>
-bool RemoveWithReminders(const CalendarWorld& world, const char* progressText, Remove remove) {
+bool RemoveAll(const CalendarWorld& world, const char* progressText, Remove remove) {
     EventList removed;
     return RemoveFromFiles(
-        world, progressText, [&](EventList& events) { removed = remove(events); },
-        [&](const ReminderList& all) {
-            return removed.empty() || RemoveRemindersOfEvents(world, removed, all, Report::Shown);
-        });
+        world, progressText,
+        [&](EventList& events) {
+            removed = remove(events);
+            return !removed.empty();
+        },
+        [&](const ReminderList& all) { return RemindersLeavingWith(removed, all); });
 }
 
 }  // namespace
 
 bool DeleteSingleEvent(const CalendarWorld& world, const CTmEvent& event) {
     return Agrees(world, "Do you wish to delete this event?", "Delete Event?") &&
-           RemoveWithReminders(world, "Deleting single event....", [&](EventList& events) {
+           RemoveAll(world, "Deleting single event....", [&](EventList& events) {
                RemoveEvent(events, event.EventId);
                return EventList{event};
            });
@@ -55,8 +58,8 @@ bool DeleteSingleEvent(const CalendarWorld& world, const CTmEvent& event) {
 bool DeleteEntireSeries(const CalendarWorld& world, const CTmEvent& event) {
     return Agrees(world, "Do you wish to delete the entire recurring series that this event belongs?",
                   "Delete Entire Series?") &&
-           RemoveWithReminders(world, "Deleting entire to event series....",
-                               [&](EventList& events) { return RemoveSeries(events, event.SeriesId); });
+           RemoveAll(world, "Deleting entire to event series....",
+                     [&](EventList& events) { return RemoveSeries(events, event.SeriesId); });
 }
 
 bool DeleteFollowingEvents(const CalendarWorld& world, const CTmEvent& event) {
@@ -64,15 +67,19 @@ bool DeleteFollowingEvents(const CalendarWorld& world, const CTmEvent& event) {
                world,
                "Do you wish to delete this and all following events in the recurring series that this event belongs?",
                "Deleting Events in Series?") &&
-           RemoveWithReminders(world, "Deleting this and all following events in series....",
-                               [&](EventList& events) { return RemoveSeries(events, event.SeriesId, &event); });
+           RemoveAll(world, "Deleting this and all following events in series....",
+                     [&](EventList& events) { return RemoveSeries(events, event.SeriesId, &event); });
 }
 
-bool DeleteEvent(const CalendarWorld& world, CTmEvent event) {
+bool DeleteEvent(const CalendarWorld& world, const CTmEvent& event) {
     return Agrees(world, "Do you wish to delete this event?", "Delete Event?") &&
            RemoveFromFiles(
-               world, "Deleting Event....", [&](EventList& events) { RemoveEvent(events, event.EventId); },
-               [&](const ReminderList& all) { return RemoveEventReminders(world, event, all, Report::Shown); });
+               world, "Deleting Event....",
+               [&](EventList& events) {
+                   RemoveEvent(events, event.EventId);
+                   return true;
+               },
+               [&](const ReminderList& all) { return RemindersLeavingWith(event, all); });
 }
 
 }  // namespace lore

@@ -6,6 +6,7 @@
 #include "base/file_copy.h"
 #include "base/file_descriptor.h"
 #include "base/file_io.h"
+#include "base/prepared_file.h"
 #include "base/record_file.h"
 #include "support/faults.h"
 #include "support/read_world.h"
@@ -85,6 +86,32 @@ TEST_F(FileFaults, AChangeIsToldAsMadeOnlyIfEachOfItsCallsWas) {
                                     BytesOf(folder_ / change.target) == change.after);
                     });
         }
+    }
+}
+
+TEST_F(FileFaults, APreparedFileTakesItsPlaceOnlyWhenItIsWholeAndAsked) {
+    for (const char* const name : {"a.dat", "link.dat", "new.dat"}) {
+        const std::string before = (Prepare(), BytesOf(folder_ / name));
+        bool stands = false;
+        const long calls = FailEachCall(
+            folder_.Path(), ENOSPC, false, [this] { Prepare(); },
+            [&] {
+                PreparedFile file;
+                const FileResult prepared = file.Prepare(folder_ / name, "newer");
+                const FileResult committed = file.Commit();
+                stands = file.HasTakenPlace();
+                return prepared.Ok() && committed.Ok();
+            },
+            [&](bool isDone, bool) {
+                EXPECT_EQ(BytesOf(folder_ / name), stands ? "newer" : before);
+                EXPECT_TRUE(stands || !isDone);
+                EXPECT_FALSE(HasTemporary(folder_.Path()));
+            });
+        EXPECT_GT(calls, 5);
+        Prepare();
+        EXPECT_TRUE(PreparedFile().Prepare(folder_ / name, "newer").Ok());
+        EXPECT_EQ(BytesOf(folder_ / name), before) << "given up";
+        EXPECT_FALSE(HasTemporary(folder_.Path()));
     }
 }
 

@@ -391,7 +391,7 @@ TEST_F(EventChanges, DeletingAsksThenRemovesWithReminders) {
         const CTmEvent member = Member(2);
         EXPECT_FALSE(remove(world, member));
         ExpectFiles(eventBytes, reminderBytes);
-        // Reminders that can't be taken out bring the events back.
+        // Reminders that can't be read keep the events.
         world.reminderFile = folder.Path();
         prompts.answers = {PromptAnswer::Yes, PromptAnswer::Yes};
         EXPECT_FALSE(remove(world, member));

@@ -34,6 +34,10 @@ protected:
         prompts.seen.clear();
         TakeMessages();
     }
+    void RemoveOwn(const CTmEvent& removed, Report report) {
+        const LeavingReminders reminders = RemindersLeavingWith(removed, StoredReminders());
+        EXPECT_TRUE(RemoveLeaving(world, reminders, report, [&] { return SaveReminders(world, reminders.staying); }));
+    }
     ReminderList OfEvent() { return RemindersOfEvent(StoredReminders(), "{E}"); }
 
     CTmEvent event;
@@ -165,8 +169,7 @@ TEST_F(EventReminders, RemovingTellsOnlyWithItsReport) {
         PutBytes(world.reminderFile, bytes);
         prompts.seen.clear();
         server.tests = {1};
-        CTmEvent removed = Event("{E}", "", Day(2026, 4, 1), Day(2026, 4, 1));
-        RemoveEventReminders(world, removed, StoredReminders(), report);
+        RemoveOwn(Event("{E}", "", Day(2026, 4, 1), Day(2026, 4, 1)), report);
         EXPECT_EQ(StoredReminders().size(), 1u);
         EXPECT_EQ(prompts.seen, report == Report::Shown ? Texts{kNotAll} : Texts{});
     }
@@ -180,7 +183,7 @@ TEST_F(EventReminders, WhatIsTriedAgainInVainIsTold) {
         prompts.seen.clear();
         prompts.answers = {PromptAnswer::Yes};
         if (removes)
-            RemoveEventReminders(world, event, StoredReminders(), Report::Shown);
+            RemoveOwn(event, Report::Shown);
         else
             CreateSeriesReminders(world, event.Reminders);
         EXPECT_THAT(prompts.seen, ElementsAre(StartsWith("No Server Connection? "), kNotAll));

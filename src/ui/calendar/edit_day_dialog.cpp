@@ -182,11 +182,10 @@ void EditDayDialog::EditEvent() {
 }
 
 void EditDayDialog::RemoveEvent() {
-    Remove([this] {
-        const int row = ChosenRow(events_);
-        if (row < 0)
-            return true;
-        const CTmEvent event = day_.Events()[static_cast<size_t>(row)];
+    const int row = ChosenRow(events_);
+    if (row < 0)
+        return;
+    Remove([this, event = day_.Events()[static_cast<size_t>(row)]] {
         return IsSeriesMember(event) ? DeleteSingleEvent(host_.World(), event) : DeleteEvent(host_.World(), event);
     });
 }
@@ -203,18 +202,20 @@ void EditDayDialog::EditReminder() {
 }
 
 void EditDayDialog::RemoveReminder() {
-    Remove([this] {
-        const int row = ChosenRow(reminders_);
-        return row < 0 || DeleteReminder(host_.World(), day_.Reminders()[static_cast<size_t>(row)]);
+    const int row = ChosenRow(reminders_);
+    if (row < 0)
+        return;
+    Remove([this, reminder = day_.Reminders()[static_cast<size_t>(row)]] {
+        return DeleteReminder(host_.World(), reminder);
     });
 }
 
+/// What is removed was chosen before: after a failure another row may be.
 void EditDayDialog::Remove(const std::function<bool()>& remove) {
     Faults(host_.Look()).Run([this, remove] {
         host_.BeginFlow();
         const bool isGone = remove();
-        if (isGone)
-            Reload();
+        Reload();
         return isGone;
     });
 }
