@@ -103,10 +103,10 @@ void CopyNotesOfNoteBook(CLorebinderApp& app, const CNoteList& notes, const CDat
     });
 }
 
-void RunCloseSteps(CLorebinderApp& app, bool syncs) {
+void RunCloseSteps(CLorebinderApp& app, CloseReason reason) {
     if (app.GetSettings().IsBackupEnabled())
-        RunBackup(app, [](const BackupJob& job) { AutoBackupAtClose(job); });
-    if (!syncs)
+        RunBackup(app, [&](const BackupJob& job) { AutoBackupAtClose(job, reason != CloseReason::QuitOrder); });
+    if (reason != CloseReason::Sync)
         SyncAtClose(app);
 }
 

@@ -37,8 +37,11 @@ void CopyNoteToNoteBook(CLorebinderApp& app, int32_t noteId, int32_t targetId);
 /// Copies notes of the open NoteBook to another one, and tells how many.
 void CopyNotesOfNoteBook(CLorebinderApp& app, const CNoteList& notes, const CDatabase& target);
 
+/// What the main window closes for.
+enum class CloseReason { User, Sync, QuitOrder };
+
 /// What happens before the main window closes: the auto-backup, if it is due, and the sync at close, unless a sync is
-/// what the window closes for.
-void RunCloseSteps(CLorebinderApp& app, bool syncs = false);
+/// what the window closes for. With an order to quit nobody may be there to be asked.
+void RunCloseSteps(CLorebinderApp& app, CloseReason reason);
 
 }  // namespace lore

@@ -65,6 +65,18 @@ std::vector<uint32_t> OrderBehind(const CNoteList& list, const LongList& back, c
     return order;
 }
 
+/// A list, and behind it what of another one passes.
+template <typename Passes>
+LongList Behind(LongList list, const LongList& others, Passes passes) {
+    LongList more;
+    for (const int32_t id : others) {
+        if (passes(id))
+            more.AddTail(id);
+    }
+    list.Merge(more);
+    return list;
+}
+
 }  // namespace
 
 UndoHistory::~UndoHistory() {
@@ -150,21 +162,6 @@ bool UndoHistory::TakeBack(Deletion& deletion) {
     return deleted.notes.empty();
 }
 
-/// The present list. Where imported notes have taken the place of another one, that one comes back, and what has come
-/// into the list since stands behind it.
-LongList UndoHistory::ListWithout(const Import& import) const {
-    LongList listed = app_.List().GetNoteIDs();
-    if (!import.former)
-        return listed;
-    LongList back = *import.former, since;
-    for (const int32_t id : listed) {
-        if (!import.changes.landed.contains(id))
-            since.AddTail(id);
-    }
-    back.Merge(since);
-    return back;
-}
-
 /// True if all is undone; what isn't is left in `import`.
 bool UndoHistory::TakeBack(Import& import) {
     ImportChanges& changes = import.changes;
@@ -174,20 +171,24 @@ bool UndoHistory::TakeBack(Import& import) {
                                std::to_string(all) + "*  notes out of this NoteBook.\n\nDo you wish to continue?",
                            "Undo Import?") != PromptAnswer::Yes)
         return false;
-    const LongList listed = ListWithout(import);
+    const LongList listed = app_.List().GetNoteIDs();
+    const auto imported = changes.landed;
     const ReadContext context = app_.Context();
     IdCounters counters = app_.Counters();
-    const std::optional<size_t> changed = UndoImport(
+    const std::optional<LongList> changed = UndoImport(
         changes, app_.NoteBook(), counters, [&] { app_.StoreCounters(counters); }, context, world_.faults,
         &app_.Texts());
     if (!changed)
         return false;
-    app_.ReloadNotes(listed);
-    if (*changed > 0)
+    const auto stays = [&](int32_t id) { return changed->Contains(id) || changes.landed.contains(id); };
+    app_.ReloadNotes(
+        import.former ? Behind(*import.former, listed, [&](int32_t id) { return stays(id) || !imported.contains(id); })
+                      : listed);
+    if (const size_t count = changed->Count())
         world_.prompts.Message(
-            std::to_string(*changed) + (*changed == 1
-                                            ? " of the imported notes has been changed since, and stays as it is."
-                                            : " of the imported notes have been changed since, and stay as they are."),
+            std::to_string(count) + (count == 1
+                                         ? " of the imported notes has been changed since, and stays as it is."
+                                         : " of the imported notes have been changed since, and stay as they are."),
             "Undo Import", PromptIcon::Information);
     return changes.IsEmpty();
 }
@@ -216,9 +217,11 @@ void UndoHistory::Undo() {
     const Step* const next = LastStep();
     if (!next)
         return;
-    const auto last = steps_.begin() + (next - steps_.data());
-    if (std::visit([this](auto& what) { return TakeBack(what); }, last->what))
-        steps_.erase(last);
+    const auto place = next - steps_.data();
+    Step step = std::move(steps_[static_cast<size_t>(place)]);
+    steps_.erase(steps_.begin() + place);
+    if (!std::visit([this](auto& what) { return TakeBack(what); }, step.what))
+        steps_.insert(steps_.begin() + std::min<std::ptrdiff_t>(place, std::ssize(steps_)), std::move(step));
 }
 
 }  // namespace lore

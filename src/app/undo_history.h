@@ -58,7 +58,6 @@ private:
     void Add(std::variant<Deletion, Import, ReplacedValues> what);
     const Step* LastStep() const;
     void RememberKeptFiles();
-    LongList ListWithout(const Import& import) const;
     bool TakeBack(Deletion& deletion);
     bool TakeBack(Import& import);
     bool TakeBack(ReplacedValues& replaced);

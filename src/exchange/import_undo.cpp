@@ -31,7 +31,7 @@ public:
           left_(changes.landed),
           restored_{{}, KeptFilesFolder(book.paths)} {}
 
-    std::optional<size_t> Run(IdCounters& counters, const std::function<void()>& store);
+    std::optional<LongList> Run(IdCounters& counters, const std::function<void()>& store);
 
 private:
     void TakeUntouched();
@@ -48,7 +48,7 @@ private:
     NoteRemoval removal_;
     std::unordered_map<int32_t, size_t> left_;      // what landed and isn't undone yet
     std::unordered_map<int32_t, CNote> untouched_;  // still as they came in; once paired, those that replaced nothing
-    size_t changed_ = 0;
+    LongList changed_;                              // since they came in
     DeletedNotes restored_;
     std::vector<CNote> successors_;  // what has replaced them, parallel
     std::vector<CAttachment> dropped_;
@@ -56,7 +56,7 @@ private:
     LongList lacking_;  // of earlier tries, without a file still
 };
 
-std::optional<size_t> ImportUndo::Run(IdCounters& counters, const std::function<void()>& store) {
+std::optional<LongList> ImportUndo::Run(IdCounters& counters, const std::function<void()>& store) {
     TakeUntouched();
     PairWithReplaced();
     if (!BringBackWhatNotesName(restored_.notes, changes_.sources, book_, counters, faults_))
@@ -70,7 +70,7 @@ std::optional<size_t> ImportUndo::Run(IdCounters& counters, const std::function<
     return changed_;
 }
 
-/// Counts those that were changed since. What can't be read is left.
+/// Tells those apart that were changed since. What can't be read is left.
 void ImportUndo::TakeUntouched() {
     std::erase_if(left_, [&](const auto& note) { return !book_.index.Contains(note.first); });
     LongList ids;
@@ -83,7 +83,7 @@ void ImportUndo::TakeUntouched() {
         if (FingerprintOf(note) == came->second)
             untouched_.emplace(note.id, std::move(note));
         else
-            ++changed_;
+            changed_.AddTail(note.id);
         left_.erase(came);
     }
 }
@@ -154,9 +154,9 @@ size_t FingerprintOf(const CNote& note) {
     return std::hash<std::string>()(NoteFileBytes({&note, 1}));
 }
 
-std::optional<size_t> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
-                                 const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
-                                 TextCache* texts) {
+std::optional<LongList> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
+                                   const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
+                                   TextCache* texts) {
     return ImportUndo(changes, book, context, faults, texts).Run(counters, store);
 }
 

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/long_list.h"
 #include "notes/note.h"
 #include "notes/note_book_loader.h"
 #include "notes/open_notebook.h"
@@ -38,11 +39,11 @@ size_t FingerprintOf(const CNote& note);
 /// Undoes an import: takes the notes out that came in, and puts those back that they replaced, with their files. Notes
 /// that were changed since, or deleted, stay as they are, and so do sources and categories that came along. What can't
 /// be written, told, is left in `changes`, so that it can be tried again; a note that could not be read is, too, until
-/// a load leaves it out of the index: from then on it counts as deleted. Gives how many were changed; nothing, told, if
-/// what the replaced notes name can't be brought back: then all is as it was. `counters` are raised by what is given
-/// out, `store` is called after that. `texts` may be null.
-std::optional<size_t> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
-                                 const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
-                                 TextCache* texts);
+/// a load leaves it out of the index: from then on it counts as deleted. Gives the ids of those that were changed;
+/// nothing, told, if what the replaced notes name can't be brought back: then all is as it was. `counters` are raised
+/// by what is given out, `store` is called after that. `texts` may be null.
+std::optional<LongList> UndoImport(ImportChanges& changes, OpenNoteBook& book, IdCounters& counters,
+                                   const std::function<void()>& store, const ReadContext& context, FaultNotice& faults,
+                                   TextCache* texts);
 
 }  // namespace lore

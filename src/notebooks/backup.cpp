@@ -260,13 +260,15 @@ void RunAutoBackup(const BackupJob& job) {
         TellAllFinished(notes, job);
 }
 
-void AutoBackupAtClose(const BackupJob& job) {
+void AutoBackupAtClose(const BackupJob& job, bool mayAsk) {
     Settings& settings = job.settings;
-    settings.Set(Option::BkUseCount, settings.Int(Option::BkUseCount) + 1);
-    if (settings.Int(Option::BkUseCount) != settings.Int(Option::BkUseTimes))
+    const int uses = settings.Int(Option::BkUseCount) + 1;
+    const bool isDue = uses == settings.Int(Option::BkUseTimes);
+    if (isDue && !mayAsk)
         return;
-    settings.Set(Option::BkUseCount, 0);
-    AskAndBackUp(job);
+    settings.Set(Option::BkUseCount, isDue ? 0 : uses);
+    if (isDue)
+        AskAndBackUp(job);
 }
 
 }  // namespace lore

@@ -56,7 +56,8 @@ void BackupAllNoteBooks(const BackupJob& job);
 /// "Run Auto-Backup...": asks first.
 void RunAutoBackup(const BackupJob& job);
 
-/// The auto-backup when the program closes, every so many times. Asks first, and says nothing when it is done.
-void AutoBackupAtClose(const BackupJob& job);
+/// The auto-backup when the program closes, every so many times. Asks first, and says nothing when it is done. Where
+/// nobody may be there to answer, it stays due.
+void AutoBackupAtClose(const BackupJob& job, bool mayAsk);
 
 }  // namespace lore

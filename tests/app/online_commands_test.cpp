@@ -78,18 +78,24 @@ TEST_F(OnlineCommandsTest, StaysWhereTheSyncProgramIsMissing) {
     EXPECT_FALSE(RunSync(app));
     EXPECT_THAT(Each(faults.faults, &Fault::what), ElementsAre("The sync program could not be started"));
     EXPECT_EQ(faults.faults[0].reason, "No such file or directory");
-    RunCloseSteps(app);
+    RunCloseSteps(app, CloseReason::User);
     EXPECT_EQ(faults.faults.size(), 1u) << "at the close nobody is there to be told";
 }
 
-TEST_F(OnlineCommandsTest, ACloseSyncsOnceAtMost) {
+TEST_F(OnlineCommandsTest, ACloseSyncsOnceAtMostAndAnOrderToQuitAsksNothing) {
     Engage(1);
-    RunCloseSteps(app, true);
+    app.GetSettings().Set(Option::EnableBackup, 1);
+    app.GetSettings().Set(Option::BkUseTimes, 1);
+    RunCloseSteps(app, CloseReason::QuitOrder);
+    EXPECT_THAT(prompts.seen, IsEmpty());
+    EXPECT_THAT(std::exchange(syncs.started, {}), ElementsAre(StartsWith("syncer|SYNC|")));
+    app.GetSettings().Set(Option::EnableBackup, 0);
+    RunCloseSteps(app, CloseReason::Sync);
     EXPECT_THAT(syncs.started, IsEmpty());
-    RunCloseSteps(app);
+    RunCloseSteps(app, CloseReason::User);
     EXPECT_THAT(syncs.started, ElementsAre(StartsWith("syncer|SYNC|")));
     Engage(0);
-    RunCloseSteps(app);
+    RunCloseSteps(app, CloseReason::User);
     EXPECT_EQ(syncs.started.size(), 1u);
 }
 

@@ -127,5 +127,36 @@ TEST_F(UndoHistoryTest, UndoingAnImportKeepsWhatHasComeIntoTheListSince) {
     }
 }
 
+TEST_F(UndoHistoryTest, AnImportedNoteThatStaysStaysInTheList) {
+    ImportChanges changes;
+    for (const int32_t id : {1, 2})
+        changes.landed.emplace(id, FingerprintOf(commands.EditNote(id)->note) + (id == 1 ? 1 : 0));
+    commands.History().ImportDone(std::move(changes), LongList{3});
+    app.ShowNotes(LongList{1, 2});
+    prompts.answers = {PromptAnswer::Yes};
+    commands.History().Undo();
+    EXPECT_THAT(Listed(), ElementsAre(3, 1));
+    EXPECT_THAT(prompts.seen.back(), HasSubstr("1 of the imported notes has been changed since"));
+}
+
+TEST_F(UndoHistoryTest, AnUndoWithinTheQuestionOfAnotherTakesTheStepBefore) {
+    prompts.answers = {PromptAnswer::Yes};
+    ASSERT_TRUE(commands.DeleteNote(3));
+    ImportChanges changes;
+    for (const int32_t id : {1, 2})
+        changes.landed.emplace(id, 0);
+    commands.History().ImportDone(std::move(changes), {});
+    for (const PromptAnswer answer : {PromptAnswer::No, PromptAnswer::Yes}) {
+        prompts.answers = {answer};
+        prompts.whileShown = [this] {
+            prompts.whileShown = nullptr;
+            commands.History().Undo();
+        };
+        commands.History().Undo();
+        EXPECT_EQ(app.NoteBook().TotalNoteCount(), 3u) << "the deletion is undone";
+        EXPECT_EQ(commands.History().Next(), answer == PromptAnswer::No ? NextUndo::Import : NextUndo::None);
+    }
+}
+
 }  // namespace
 }  // namespace lore

@@ -39,7 +39,7 @@ protected:
     }
     size_t Undo() {
         const auto store = [] {};
-        return *UndoImport(changes_, to_.book, to_.counters, store, to_.world.context, to_.faults, nullptr);
+        return UndoImport(changes_, to_.book, to_.counters, store, to_.world.context, to_.faults, nullptr)->Count();
     }
     CNote Find(const std::string& guid) {
         for (CNote& note : to_.Notes()) {
@@ -158,7 +158,8 @@ TEST(ImportedFiles, OnesThatAnotherNoteNamesStayThroughAnImportAndItsUndo) {
         if (undoable) {
             share(21, picture);
             const auto store = [] {};
-            EXPECT_EQ(UndoImport(changes, to.book, to.counters, store, to.world.context, to.faults, nullptr), 0u);
+            EXPECT_EQ(UndoImport(changes, to.book, to.counters, store, to.world.context, to.faults, nullptr),
+                      LongList());
             EXPECT_EQ(BytesOf(to.Attachment(picture)), "a picture");
             EXPECT_FALSE(std::filesystem::exists(to.Attachment(text)));
             EXPECT_EQ(BytesOf(to.Attachment("0000001.png")), "a picture");

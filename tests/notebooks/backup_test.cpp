@@ -45,7 +45,7 @@ struct BackupTest : NoteBooksWorld, testing::Test {
     void RunAuto(bool fromMenu, PromptAnswer answer = PromptAnswer::Yes) {
         prompts.seen.clear();
         prompts.answers = {answer};
-        fromMenu ? RunAutoBackup(Job()) : AutoBackupAtClose(Job());
+        fromMenu ? RunAutoBackup(Job()) : AutoBackupAtClose(Job(), true);
     }
     void RunAutoOn(int day) {
         context.now = DateTime(2011, 7, day, 10, 0, 0);
@@ -147,6 +147,17 @@ TEST_F(BackupTest, AutoBackupComesAtEachNthClose) {
     }
     EXPECT_THAT(asked, ElementsAre(0, 0, 1, 0, 0, 1, 0)) << "a closing backup says nothing when done";
     EXPECT_EQ(settings.Int(Option::BkUseCount), 1);
+}
+
+TEST_F(BackupTest, AnAutoBackupStaysDueWhereNobodyCanBeAsked) {
+    settings.Set(Option::BkUseTimes, 2);
+    prompts.seen.clear();
+    for (int close = 1; close <= 3; ++close)
+        AutoBackupAtClose(Job(), false);
+    EXPECT_THAT(prompts.seen, IsEmpty());
+    RunAuto(false);
+    EXPECT_THAT(prompts.seen, ElementsAre(kQuestion));
+    EXPECT_EQ(settings.Int(Option::BkUseCount), 0);
 }
 
 TEST_F(BackupTest, AutoBackupRemembersItsFilesAndDeletesThoseOfLastTime) {

@@ -1,6 +1,7 @@
 #include "ui/controls/bar_faults.h"
 
 #include <QApplication>
+#include <cstdio>
 
 #include "ui/controls/dialog_frame.h"
 #include "ui/controls/fault_bar.h"
@@ -21,8 +22,12 @@ FaultBar* BarInFront(const Theme& theme) {
 }  // namespace
 
 void BarFaults::Tell(const Fault& fault) {
+    if (isOver_)
+        std::fprintf(stderr, "%s: %s: %s\n", fault.what.c_str(), fault.path.c_str(), fault.reason.c_str());
+    else if (!bar_)
+        early_.push_back(fault);
     if (!bar_)
-        return early_.push_back(fault);
+        return;
     bar_->Add(fault);
     FaultBar* const front = fault.isNotice ? nullptr : BarInFront(bar_->Look());
     if (!front || front == bar_)
@@ -43,7 +48,8 @@ void BarFaults::Mended(const std::string& what, const std::string& path) {
 
 void BarFaults::SetBar(FaultBar* bar) {
     bar_ = bar;
-    if (!bar_)
+    isOver_ = !bar_;
+    if (isOver_)
         return;
     for (const Fault& fault : early_)
         bar_->Add(fault);

@@ -46,6 +46,13 @@ std::function<void()> UnlessAtWork(std::function<void()> run) {
     };
 }
 
+std::function<void()> WhereFree(std::function<void()> run) {
+    return [run = std::move(run)] {
+        if (IsFree())
+            run();
+    };
+}
+
 void RunWhenFree(QObject& owner, const std::function<void()>& step, int delay) {
     RunOnce(IsFree, owner, step, delay);
 }

@@ -31,7 +31,7 @@ void AddCommand(QMenu& menu, QObject* owner, const MenuCommand& command, QHash<Q
     QAction* const action = menu.addAction(command.text);
     made.insert(command.text, action);
     action->setShortcuts(command.keys);
-    QObject::connect(action, &QAction::triggered, owner, UnlessAtWork(command.run));
+    QObject::connect(action, &QAction::triggered, owner, WhereFree(command.run));
 }
 
 }  // namespace

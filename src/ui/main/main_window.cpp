@@ -170,7 +170,9 @@ void MainWindow::StorePlace() {
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     StorePlace();
-    RunCloseSteps(app_, online_->HasStartedSync());
+    RunCloseSteps(app_, online_->HasStartedSync() ? CloseReason::Sync
+                        : IsQuitting()            ? CloseReason::QuitOrder
+                                                  : CloseReason::User);
     FaultLines failed;  // the bar closes with the window
     app_.ExitInstance(failed);
     if (!failed.Text().empty() && IsQuitting())

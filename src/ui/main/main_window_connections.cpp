@@ -78,8 +78,8 @@ void MainWindow::ConnectBoard() {
     connect(board_, &BoardView::CopyRequested, noteBooks_, &NoteBookActions::CopyNote);
     connect(board_, &BoardView::ZoomStepRequested, this, &MainWindow::ZoomBy);
     connect(board_, &BoardView::FirstStepRequested, this,
-            UnlessAtWork([this] { noNotes_ ? notes_->AddNote() : lists_->ShowAllNotes(); }));
-    connect(board_, &BoardView::OtherStepRequested, this, UnlessAtWork([this] { noteBooks_->Import(); }));
+            WhereFree([this] { noNotes_ ? notes_->AddNote() : lists_->ShowAllNotes(); }));
+    connect(board_, &BoardView::OtherStepRequested, this, WhereFree([this] { noteBooks_->Import(); }));
     board_->SetNoteCommands(
         {BoardCommand::EditNote, BoardCommand::RemoveFromList, BoardCommand::CopyToNoteBook, BoardCommand::DeleteNote});
 }

@@ -33,7 +33,7 @@ std::vector<MenuCommand> NoteMenu::FocusNoteCommands() {
 std::vector<QAction*> NoteMenu::Add(QMenu& menu, const std::vector<MenuCommand>& commands) {
     std::vector<QAction*> actions;
     for (const MenuCommand& command : commands) {
-        actions.push_back(menu.addAction(command.text, this, UnlessAtWork(command.run)));
+        actions.push_back(menu.addAction(command.text, this, WhereFree(command.run)));
         actions.back()->setShortcuts(command.keys);
         actions.back()->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         board_.addAction(actions.back());

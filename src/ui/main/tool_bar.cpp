@@ -65,7 +65,7 @@ void MainToolBar::AddSearch() {
     OfferClearing(*search_);
     search_->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
     run_ = AddLeadingIcon(*search_, theme_.Icon("search", ColorRole::DimText), tr("Search"));
-    const auto run = UnlessAtWork([this] {
+    const auto run = WhereFree([this] {
         const QString text = search_->text().trimmed();
         if (!text.isEmpty())
             emit SearchRequested(text, scope_);
@@ -129,7 +129,7 @@ QAction* MainToolBar::AddCommand(const char* icon, const QString& text, const QK
     SetIconSize(*button);
     button->setDefaultAction(action);
     QAction* const place = addWidget(button);
-    connect(action, &QAction::triggered, this, UnlessAtWork([this, request] { emit(this->*request)(); }));
+    connect(action, &QAction::triggered, this, WhereFree([this, request] { emit(this->*request)(); }));
     connect(action, &QAction::visibleChanged, place, [action, place] { place->setVisible(action->isVisible()); });
     return action;
 }

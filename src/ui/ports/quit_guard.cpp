@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDialog>
 #include <QEvent>
+#include <QScopedValueRollback>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <atomic>
@@ -123,9 +124,10 @@ bool SavesBeforeQuit(QDialog& dialog, const std::function<void()>& save) {
     if (!tries)
         return false;
     QTimer::singleShot(0, &dialog, [save] {
-        savingToQuit = true;
-        save();
-        savingToQuit = false;
+        {
+            const QScopedValueRollback<bool> saving(savingToQuit, true);
+            save();
+        }
         OrderQuitAgain();
     });
     return true;

@@ -42,7 +42,8 @@ private:
 /// is kept.
 bool IsQuitting();
 
-/// True while a dialog saves for such an order. A question then takes the answer that changes least.
+/// True while a dialog saves for such an order. A question then takes the answer that changes least, and what is only
+/// told goes to standard error.
 bool IsSavingToQuit();
 
 /// For what such an order could not close yet: gives it again once who waits for a window that has closed has gone on.
