@@ -1,8 +1,10 @@
 #include "app/undo_history.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <unordered_map>
+#include <utility>
 
 #include "app/lorebinder_app.h"
 #include "edit/edit_world.h"

@@ -94,8 +94,8 @@ public:
     /// Left out where the reminders stay as they are.
     bool PrepareReminders(const ReminderList& reminders);
     /// The reminders come first: a program that ends in between leaves an event without its reminders, and no reminder
-    /// whose event is gone. False, told, with a failure: the files hold what they held, `before` among it. What can't
-    /// be put back is told too.
+    /// whose event is gone. False, told, with a failure: the files hold what they held, `before` among it, unless all
+    /// that failed is the last flush. What can't be put back is told too.
     bool Commit(const ReminderList& before);
 
 private:

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 
 #include "calendar/date_arithmetic.h"
 #include "calendar/server_reminders.h"

@@ -1,5 +1,7 @@
 #include "app/online_commands.h"
 
+#include <utility>
+
 #include "app/app_world.h"
 #include "app/notebook_commands.h"
 #include "app/status_panes.h"

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "calendar/calendar_fixture.h"
 #include "calendar/event_changes.h"
@@ -142,7 +143,7 @@ TEST_F(EventRemoval, RemindersThatStayAreNotWritten) {
     EXPECT_EQ(Files(), std::pair(before_.first, odd));
     EXPECT_TRUE(faults.faults.empty());
     // Nor by events that can't be written.
-    const auto [remove, event] = Removals()[3];
+    const auto [remove, event] = Removals()[1];
     const std::filesystem::path events = std::exchange(world.eventFile, folder / "none" / "Events.dat");
     prompts.answers = {PromptAnswer::Yes};
     EXPECT_FALSE(remove(world, event));

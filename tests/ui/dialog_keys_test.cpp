@@ -8,7 +8,6 @@
 #include "ui/editor/editor_dialogs.h"
 #include "ui/look/theme.h"
 #include "ui/ports/qt_prompts.h"
-#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -259,34 +258,6 @@ private slots:
         dialog_->box->setFocus();
         TurnWheel(dialog_->box, -120);
         QCOMPARE(dialog_->box->currentIndex(), 1);
-    }
-
-    // Nobody may be there to answer; the dialog itself stays for who is.
-    void a_question_while_an_order_to_quit_saves_changes_nothing() {
-        struct Saving : QDialog {
-            void closeEvent(QCloseEvent* event) override {
-                event->ignore();
-                if (!SavesBeforeQuit(*this, save))
-                    ++asked;
-            }
-            std::function<void()> save;
-            int asked = 0;
-        } dialog;
-        QtPrompts boxes;
-        Prompts& prompts = boxes;
-        std::vector<PromptAnswer> answers;
-        dialog.save = [&] {
-            prompts.Message("Not sent.", "Reminders", PromptIcon::Warning);
-            answers = {prompts.Ask("Again?", "No Server"), prompts.Ask("Keep?", "Keep", true)};
-        };
-        const QuitGuard guard;
-        dialog.show();
-        QEvent quit(QEvent::Quit);
-        QCoreApplication::sendEvent(qApp, &quit);
-        QTRY_COMPARE(answers.size(), size_t{2});
-        QVERIFY(answers[0] == PromptAnswer::No && answers[1] == PromptAnswer::Cancel);
-        QTRY_COMPARE(dialog.asked, 1);
-        QVERIFY(!IsSavingToQuit());
     }
 
     void a_key_by_chance_says_no_to_a_question() {

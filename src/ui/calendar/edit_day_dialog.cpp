@@ -210,12 +210,13 @@ void EditDayDialog::RemoveReminder() {
     });
 }
 
-/// What is removed was chosen before: after a failure another row may be.
+/// What is removed was chosen before: when it is tried again another row may be.
 void EditDayDialog::Remove(const std::function<bool()>& remove) {
     Faults(host_.Look()).Run([this, remove] {
         host_.BeginFlow();
         const bool isGone = remove();
-        Reload();
+        if (isGone)
+            Reload();
         return isGone;
     });
 }

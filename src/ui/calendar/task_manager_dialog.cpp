@@ -161,8 +161,8 @@ void TaskManagerDialog::OpenEvent(size_t event) {
 
 void TaskManagerDialog::Delete(bool (*remove)(const CalendarWorld&, const CTmEvent&), const CTmEvent& event) {
     host_.BeginFlow();
-    remove(host_.World(), event);
-    Reload();
+    if (remove(host_.World(), event))
+        Reload();
 }
 
 void TaskManagerDialog::AddEventEntries(QMenu& menu, size_t event) {

@@ -1,8 +1,8 @@
 #include "ui/controls/bar_faults.h"
 
 #include <QApplication>
-#include <cstdio>
 
+#include "platform/printed_faults.h"
 #include "ui/controls/dialog_frame.h"
 #include "ui/controls/fault_bar.h"
 
@@ -23,7 +23,7 @@ FaultBar* BarInFront(const Theme& theme) {
 
 void BarFaults::Tell(const Fault& fault) {
     if (isOver_)
-        std::fprintf(stderr, "%s: %s: %s\n", fault.what.c_str(), fault.path.c_str(), fault.reason.c_str());
+        PrintedFaults("lorebinder").Tell(fault);
     else if (!bar_)
         early_.push_back(fault);
     if (!bar_)

@@ -24,7 +24,7 @@ bool IsFree();
 /// A step of a menu or a button that does nothing while a command is at work: a screen reader triggers an action
 /// without any input that could be held back.
 std::function<void()> UnlessAtWork(std::function<void()> run);
-/// The same for the main window, whose commands wait for an open dialog too.
+/// The same for the main window, whose commands do nothing while a dialog is open either.
 std::function<void()> WhereFree(std::function<void()> run);
 
 /// Runs a step once the event loop is back and the program is free. Without the owner nothing runs any more.

@@ -9,12 +9,10 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
-#include <cstdio>
 
 #include "ui/controls/main_button_keys.h"
 #include "ui/controls/text_field.h"
 #include "ui/look/qt_text.h"
-#include "ui/ports/quit_guard.h"
 
 namespace lore {
 
@@ -66,18 +64,12 @@ QWidget* QtPrompts::Owner() const {
 }
 
 void QtPrompts::Message(const std::string& text, const std::string& title, PromptIcon icon) {
-    if (IsSavingToQuit()) {
-        std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
-        return;
-    }
     QMessageBox box(IconOf(icon), ToQString(title), ToQString(text), QMessageBox::Ok, Owner());
     box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
 PromptAnswer QtPrompts::Ask(const std::string& text, const std::string& title, bool withCancel) {
-    if (IsSavingToQuit())
-        return withCancel ? PromptAnswer::Cancel : PromptAnswer::No;
     QMessageBox::StandardButtons buttons = QMessageBox::Yes | QMessageBox::No;
     if (withCancel)
         buttons |= QMessageBox::Cancel;

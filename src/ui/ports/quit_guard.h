@@ -42,8 +42,7 @@ private:
 /// is kept.
 bool IsQuitting();
 
-/// True while a dialog saves for such an order. A question then takes the answer that changes least, and what is only
-/// told goes to standard error.
+/// True while a dialog saves for such an order. A question then takes the answer that changes least.
 bool IsSavingToQuit();
 
 /// For what such an order could not close yet: gives it again once who waits for a window that has closed has gone on.
