@@ -85,8 +85,10 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
         const GapClock::Gap gap = clock.LongestOf(work);
         std::printf("%s: %.1f (%.1f)\n", name, gap.clock, gap.processor);
     };
-    print("search with few results", [&] { window.Search("heliotrope", SearchScope::Database); });
-    print("search with all notes as results", [&] { window.Search("e", SearchScope::Database); });
+    auto& tools = *window.findChild<MainToolBar*>();
+    const auto search = [&](const char* text) { emit tools.SearchRequested(text, SearchScope::Database); };
+    print("search with few results", [&] { search("heliotrope"); });
+    print("search with all notes as results", [&] { search("e"); });
     const auto save = [&](int32_t id, int turn) {
         WritingCommands& writing = window.Notes()->Commands();
         if (const std::optional<CNote> note = SaveAnew(writing, id, turn)) {
@@ -96,7 +98,6 @@ void Measure(CLorebinderApp& app, MainWindow& window, QuietPrompts& prompts, std
         GapClock::Rest(20);
     };
     const LongList ids = app.NoteBook().index.AllIDs();
-    auto& tools = *window.findChild<MainToolBar*>();
     print("sorting by source", [&] { emit tools.SortChosen(kSourceUp); });
     print("a save in a list by source", [&] { save(ids[ids.Count() / 2], 0); });
     print("sorting by category", [&] { emit tools.SortChosen(kCategoryUp); });
