@@ -17,14 +17,14 @@ namespace {
 
 constexpr int kGap = kSpace * 4;  // around each sheet
 constexpr double kSmallestZoom = 0.1, kLargestZoom = 8, kWheelStep = 1.1;
-constexpr int kGlanceCharacters = 26;  // the width of a sheet among many
-constexpr int kKeptPictures = 96;      // MiB
+constexpr int kGlanceCharacters = 26;     // the width of a sheet among many
+constexpr int kKeptPictures = 96 * 1024;  // KiB
 constexpr int kLinesAStep = 3;
 
 }  // namespace
 
 PageView::PageView(const ThemeLook& theme, QWidget* parent)
-    : QAbstractScrollArea(parent), theme_(theme), pictures_(kKeptPictures * 1024) {
+    : QAbstractScrollArea(parent), theme_(theme), pictures_(kKeptPictures) {
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
 }
