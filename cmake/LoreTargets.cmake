@@ -106,11 +106,12 @@ function(lore_define_where_used name value)
   endforeach()
 endfunction()
 
-# lore_tests(folder [SHARDS count] [DEPENDS target...]): every *_test.cpp of tests/<folder> as the program test_<folder>.
+# lore_tests(folder [OWN_FLAGS] [SHARDS count] [DEPENDS target...]): every *_test.cpp of tests/<folder> as the program
+# test_<folder>. With flags of its own, such as those that Qt asks for, it can't share the precompiled headers.
 # A long one is run in shards, which go side by side. The time limit is for what hangs: a slow machine with sanitizers
 # takes ten times as long as a fast one.
 function(lore_tests folder)
-  cmake_parse_arguments(ARG "" "SHARDS" "DEPENDS" ${ARGN})
+  cmake_parse_arguments(ARG "OWN_FLAGS" "SHARDS" "DEPENDS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
   if(NOT sources)
     return()
@@ -121,7 +122,9 @@ function(lore_tests folder)
   target_link_libraries(test_${folder} PRIVATE ${ARG_DEPENDS} GTest::gmock GTest::gtest_main lore_flags)
   # Tests are compiled more often than they run.
   target_compile_options(test_${folder} PRIVATE -O0)
-  lore_precompile(test_${folder} REUSE_FROM test_headers)
+  if(NOT ARG_OWN_FLAGS)
+    lore_precompile(test_${folder} REUSE_FROM test_headers)
+  endif()
   if(NOT ARG_SHARDS)
     add_test(NAME ${folder} COMMAND test_${folder})
     set_tests_properties(${folder} PROPERTIES TIMEOUT 1800 LABELS core)

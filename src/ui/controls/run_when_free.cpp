@@ -12,6 +12,13 @@ constexpr int kRetry = 200;  // milliseconds
 
 int commandsAtWork = 0;
 
+std::function<void()> RunIf(bool (*mayRun)(), std::function<void()> run) {
+    return [mayRun, run = std::move(run)] {
+        if (mayRun())
+            run();
+    };
+}
+
 void RunOnce(bool (*mayRun)(), QObject& owner, const std::function<void()>& step, int delay) {
     QTimer::singleShot(delay, &owner, [mayRun, &owner, step] {
         if (mayRun())
@@ -40,17 +47,11 @@ bool IsFree() {
 }
 
 std::function<void()> UnlessAtWork(std::function<void()> run) {
-    return [run = std::move(run)] {
-        if (IsIdle())
-            run();
-    };
+    return RunIf(IsIdle, std::move(run));
 }
 
 std::function<void()> WhereFree(std::function<void()> run) {
-    return [run = std::move(run)] {
-        if (IsFree())
-            run();
-    };
+    return RunIf(IsFree, std::move(run));
 }
 
 void RunWhenFree(QObject& owner, const std::function<void()>& step, int delay) {
