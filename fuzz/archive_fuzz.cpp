@@ -1,5 +1,5 @@
 #include "exchange/archive_check.h"
-#include "stop_at.h"
+#include "fuzz_target.h"
 #include "support/read_world.h"
 
 /// The input is an archive that is to be imported.

@@ -1,8 +1,9 @@
+#include "fuzz_target.h"
 #include "rtf/rtf_check.h"
-#include "stop_at.h"
 
 /// Any bytes as a web page.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    lore::StopAt(lore::WhatIsWrongWithPage(lore::InputText(data, size)));
+    const std::string_view html = lore::InputText(data, size);
+    lore::StopAt(lore::GetsSlowChecks(html) ? lore::WhatIsWrongWithPage(html) : lore::WhatIsWrongWithReadingPage(html));
     return 0;
 }

@@ -1,5 +1,5 @@
+#include "fuzz_target.h"
 #include "online/http_reminder_server.h"
-#include "stop_at.h"
 
 /// Any bytes as the answer of a reminder server: what is read is a number of a record or none, and a moment or none.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

@@ -1,5 +1,5 @@
+#include "fuzz_target.h"
 #include "online/soap_reply.h"
-#include "stop_at.h"
 
 /// Any bytes as a reply: what was read holds no more than the reply does, and nothing where it wasn't read.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

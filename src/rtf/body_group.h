@@ -16,6 +16,9 @@ struct BodyGroup {
     bool inShape = false;   ///< or in an object
     bool isResult = false;  ///< it holds what an object shows
     bool inResult = false;  ///< its pictures are those of the object
+    /// All readers go through it. What stands in any other group changes nothing outside of it, or they would see
+    /// different texts.
+    bool isReadByAll = true;
     int32_t fallbackLength = 1;
     int32_t font = -1;
     size_t begin = 0;        ///< of the brace, or of the destination's word where that isn't the first one

@@ -24,14 +24,6 @@ std::string_view DocumentIn(std::string_view bytes) {
     return bytes.starts_with("{\\rtf") ? bytes : std::string_view{};
 }
 
-/// Whether all readers go through such a group. What stands in any other changes nothing outside of it, or they would
-/// see different texts.
-bool IsReadByAll(Destination destination) {
-    return destination == Destination::Body || destination == Destination::FontTable ||
-           destination == Destination::Object || destination == Destination::Shape ||
-           destination == Destination::RowProperties || destination == Destination::AnsiTwin;
-}
-
 }  // namespace
 
 BodyReader::BodyReader(std::string_view rtf) : tokens_(DocumentIn(rtf)) {
@@ -193,7 +185,7 @@ void BodyReader::ActOnText(const ControlWord& word, const Token& token) {
         word.word == Word::Charset || word.word == Word::AnsiCodePage || word.word == Word::DefaultFont;
     // Written again as it stood, a kept group would set them behind the head, for what follows it too.
     const bool isKept = group.destination == Destination::Object || group.destination == Destination::Shape;
-    if (ofDocument && (isKept || !IsReadByAll(group.destination)))
+    if (ofDocument && (isKept || !group.isReadByAll))
         return;
     switch (word.word) {
         case Word::Unicode:
@@ -336,7 +328,7 @@ void BodyReader::EnterNew(Destination destination, size_t begin) {
             return EnterObject(destination, begin);
         case Destination::Aside:
         case Destination::Result:
-            return EnterAside(destination);
+            return EnterAside(destination, begin);
         default:
             return EnterOther(destination);
     }
@@ -371,13 +363,15 @@ void BodyReader::EnterObject(Destination destination, size_t begin) {
     group.shownBefore = shown_;
 }
 
-void BodyReader::EnterAside(Destination destination) {
+void BodyReader::EnterAside(Destination destination, size_t begin) {
     Group& group = groups_.back();
     if (destination == Destination::Result) {
         // Of an object, and in a group of its own.
         if (group.destination != Destination::Object || groups_[groups_.size() - 2].destination != group.destination)
             return;
         group.isResult = group.inResult = true;
+        // What stands before the word in its group, a picture for one, isn't part of it.
+        group.begin = fresh_ ? group.begin : begin;
     } else if (group.destination != Destination::Body && group.destination != Destination::Shape) {
         return PassOver(false);
     }
@@ -388,11 +382,11 @@ void BodyReader::EnterAside(Destination destination) {
 void BodyReader::EnterPicture(Destination destination) {
     Group& group = groups_.back();
     if (destination == Destination::NewPicture) {
-        hasNewPicture_ = hasNewPicture_ || IsReadByAll(group.destination);
+        hasNewPicture_ = hasNewPicture_ || group.isReadByAll;
         return;
     }
     if (destination == Destination::OldPicture) {
-        if (!IsReadByAll(group.destination) || std::exchange(hasNewPicture_, false))
+        if (!group.isReadByAll || std::exchange(hasNewPicture_, false))
             PassOver(false);
         return;
     }
@@ -403,7 +397,7 @@ void BodyReader::EnterPicture(Destination destination) {
         afterParagraph_ = false;
     shown_ += group.destination == Destination::Body && !group.inResult ? 1 : 0;
     if (shown && OnEnter(destination))
-        group.destination = destination;
+        EnterForSome(destination);
     else
         PassOver(false);
 }
@@ -415,9 +409,15 @@ void BodyReader::EnterOther(Destination destination) {
     if (isInstruction && inBody)
         instruction_.clear();
     if (inBody && (isInstruction || OnEnter(destination)))
-        group.destination = destination;
+        EnterForSome(destination);
     else
         PassOver(fresh_ && destination == Destination::Keep && Shows());
+}
+
+/// Into a group that other readers pass over.
+void BodyReader::EnterForSome(Destination destination) {
+    groups_.back().destination = destination;
+    groups_.back().isReadByAll = false;
 }
 
 void BodyReader::PassOver(bool keep) {

@@ -94,8 +94,9 @@ private:
     void EnterTwin(Destination destination);
     void EnterPicture(Destination destination);
     void EnterObject(Destination destination, size_t begin);
-    void EnterAside(Destination destination);
+    void EnterAside(Destination destination, size_t begin);
     void EnterOther(Destination destination);
+    void EnterForSome(Destination destination);
     void PassOver(bool keep);
     void Break(TextBreak kind);
     void Unicode(const Token& token);

@@ -321,7 +321,8 @@ std::optional<std::string> DocumentReader::ObjectForm(const Group& closed, size_
     std::string group = Source()[closed.begin] == '{' ? "" : "{";
     size_t at = closed.begin;
     for (size_t i = 0; hasWords && i < results.size(); ++i) {
-        group.append(Source().substr(at, results[i].first - at)).append("{\\result}");
+        const bool isWhole = Source()[results[i].first] == '{';
+        group.append(Source().substr(at, results[i].first - at)).append(isWhole ? "{\\result}" : "{\\result}}");
         at = results[i].second;
     }
     return KeptForm(group.append(Source().substr(at, end - at)));

@@ -73,8 +73,9 @@ std::vector<bool> MarkedCharacters(const Document& document) {
     return marked;
 }
 
-std::string WrongMarks(const NoteMatcher& matcher, const std::string& rtf, const std::vector<TextRange>& hits) {
+std::string WrongMarks(const NoteMatcher& matcher, const std::string& rtf) {
     Document wanted = ReadRtf(rtf);
+    const std::vector<TextRange> hits = matcher.Hits(wanted.text);
     const Document marked = ReadRtf(matcher.MarkedRtf(rtf));
     if (marked.text != wanted.text)
         return "marks change the text";
@@ -82,7 +83,7 @@ std::string WrongMarks(const NoteMatcher& matcher, const std::string& rtf, const
     return MarkedCharacters(marked) == MarkedCharacters(wanted) ? "" : "marks stand elsewhere than the hits";
 }
 
-std::string WrongNote(const NoteMatcher& matcher, const std::string& rtf) {
+std::string WrongHits(const NoteMatcher& matcher, const std::string& rtf) {
     const std::string text = PlainText(rtf);
     const std::u32string characters = Utf8ToCodePoints(text);
     std::vector<TextRange> wanted;
@@ -107,7 +108,18 @@ std::string WrongNote(const NoteMatcher& matcher, const std::string& rtf) {
         return "the folded text differs";
     if (matches && !RtfPrefilter(matcher).MayMatch(rtf))
         return "a result is thrown out by its bytes";
-    return WrongMarks(matcher, rtf, hits);
+    return {};
+}
+
+/// The notes of an input, one a line.
+std::vector<CNote> NotesOf(std::string_view lines) {
+    std::vector<CNote> notes;
+    while (!lines.empty() && notes.size() < kMostNotes) {
+        const std::string line = CleanText(TakeLine(lines));
+        CNote& note = notes.emplace_back(DayNote(static_cast<int32_t>(notes.size() + 1)));
+        note.rtfText = line.starts_with('{') ? line : "{\\rtf1\\ansi\\ansicpg1252 " + line + "}";
+    }
+    return notes;
 }
 
 /// The ids that the three ways of searching a note file give.
@@ -136,19 +148,29 @@ std::string WrongFile(const NoteMatcher& matcher, const std::vector<CNote>& note
 
 }  // namespace
 
-std::string CheckSearch(std::string_view input, const std::filesystem::path& folder) {
+std::string CheckSearchHits(std::string_view input) {
     const std::string_view text = TakeLine(input);
     NoteSearch search;
     const bool isValid = ParseSearchString(text, nullptr, search);
     if (std::string wrong = WrongParse(text, search, isValid); !wrong.empty())
         return wrong;
     const NoteMatcher matcher(search);
-    std::vector<CNote> notes;
-    while (!input.empty() && notes.size() < kMostNotes) {
-        const std::string line = CleanText(TakeLine(input));
-        CNote& note = notes.emplace_back(DayNote(static_cast<int32_t>(notes.size() + 1)));
-        note.rtfText = line.starts_with('{') ? line : "{\\rtf1\\ansi\\ansicpg1252 " + line + "}";
-        if (std::string wrong = WrongNote(matcher, note.rtfText); !wrong.empty())
+    for (const CNote& note : NotesOf(input)) {
+        if (std::string wrong = WrongHits(matcher, note.rtfText); !wrong.empty())
+            return wrong;
+    }
+    return {};
+}
+
+std::string CheckSearch(std::string_view input, const std::filesystem::path& folder) {
+    if (std::string wrong = CheckSearchHits(input); !wrong.empty())
+        return wrong;
+    NoteSearch search;
+    ParseSearchString(TakeLine(input), nullptr, search);
+    const NoteMatcher matcher(search);
+    const std::vector<CNote> notes = NotesOf(input);
+    for (const CNote& note : notes) {
+        if (std::string wrong = WrongMarks(matcher, note.rtfText); !wrong.empty())
             return wrong;
     }
     return notes.empty() ? "" : WrongFile(matcher, notes, folder);

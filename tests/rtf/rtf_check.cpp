@@ -12,6 +12,8 @@
 namespace lore {
 namespace {
 
+const HtmlLook kPageLook{"Times New Roman", 27};
+
 bool IsIndex(int64_t index, size_t count) {
     return index >= -1 && index < static_cast<int64_t>(count);
 }
@@ -52,6 +54,14 @@ std::string WrongParts(const Document& document) {
         at += paragraph.endedBy == ParagraphEnd::Document ? 0 : 1;
     }
     return at == document.text.size() ? "" : "paragraphs don't cover the text";
+}
+
+std::string WrongReading(std::string_view rtf, const Document& document) {
+    if (!IsValidUtf8(document.text))
+        return "text is no valid UTF-8";
+    if (document.text != PlainText(rtf))
+        return "document and plain text differ";
+    return WrongParts(document);
 }
 
 /// The characters with a background of that colour, one for each.
@@ -158,21 +168,21 @@ std::string WhatIsWrongWith(const Document& document) {
     return {};
 }
 
+std::string WhatIsWrongWithReading(std::string_view rtf) {
+    return WrongReading(rtf, ReadRtf(rtf));
+}
+
 std::string WhatIsWrongWithText(std::string_view rtf) {
     const Document document = ReadRtf(rtf);
-    if (!IsValidUtf8(document.text))
-        return "text is no valid UTF-8";
-    if (document.text != PlainText(rtf))
-        return "document and plain text differ";
-    if (std::string wrong = WrongParts(document); !wrong.empty())
+    if (std::string wrong = WrongReading(rtf, document); !wrong.empty())
         return wrong;
     return PlainText(WriteRtf(document)) == document.text ? "" : "the written text differs";
 }
 
 std::string WhatIsWrongWith(std::string_view rtf) {
-    if (std::string wrong = WhatIsWrongWithText(rtf); !wrong.empty())
-        return wrong;
     const Document document = ReadRtf(rtf);
+    if (std::string wrong = WrongReading(rtf, document); !wrong.empty())
+        return wrong;
     if (std::string wrong = WhatIsWrongWith(document); !wrong.empty())
         return wrong;
     // A letter, and what stands for the half of a character.
@@ -180,8 +190,12 @@ std::string WhatIsWrongWith(std::string_view rtf) {
     return wrong.empty() ? WrongMarks(rtf, document, "\uFFFD") : wrong;
 }
 
+std::string WhatIsWrongWithReadingPage(std::string_view html) {
+    return WrongParts(ReadHtml(html, kPageLook));
+}
+
 std::string WhatIsWrongWithPage(std::string_view html) {
-    return WhatIsWrongWith(ReadHtml(html, {"Times New Roman", 27}));
+    return WhatIsWrongWith(ReadHtml(html, kPageLook));
 }
 
 }  // namespace lore

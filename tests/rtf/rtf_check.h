@@ -7,6 +7,10 @@
 
 namespace lore {
 
+/// What must hold for any bytes when they are read: the document has the plain text, and its parts cover it. Gives what
+/// is wrong, or nothing.
+std::string WhatIsWrongWithReading(std::string_view rtf);
+
 /// What must hold for any bytes: the document has the plain text, its parts cover it, and what is written of it reads
 /// as the same text again. Gives what is wrong, or nothing.
 std::string WhatIsWrongWithText(std::string_view rtf);
@@ -19,7 +23,10 @@ std::string WhatIsWrongWith(std::string_view rtf);
 /// The same of a document, however it was made.
 std::string WhatIsWrongWith(const Document& document);
 
-/// What must hold for any bytes as a web page: a document that is well formed.
+/// What must hold for any bytes as a web page: its document's parts cover it. Gives what is wrong, or nothing.
+std::string WhatIsWrongWithReadingPage(std::string_view html);
+
+/// Everything that must hold for any bytes as a web page: that, and what holds of its document.
 std::string WhatIsWrongWithPage(std::string_view html);
 
 }  // namespace lore

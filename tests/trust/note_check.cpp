@@ -27,14 +27,24 @@ std::vector<CNote> NotesOf(const std::string& bytes, bool whole) {
     return notes;
 }
 
-}  // namespace
-
-std::string CheckNoteFile(const std::string& bytes) {
-    const std::vector<CNote> notes = NotesOf(bytes, true);
+std::string WrongNotes(const std::vector<CNote>& notes) {
     for (const CNote& note : notes) {
         if (note.id <= 0 || note.guid.empty())
             return "a note without an id or a guid";
     }
+    return {};
+}
+
+}  // namespace
+
+std::string CheckNoteReading(const std::string& bytes) {
+    return WrongNotes(NotesOf(bytes, true));
+}
+
+std::string CheckNoteFile(const std::string& bytes) {
+    const std::vector<CNote> notes = NotesOf(bytes, true);
+    if (std::string wrong = WrongNotes(notes); !wrong.empty())
+        return wrong;
     const std::string written = NoteFileBytes(notes);
     if (NoteFileBytes(NotesOf(bytes, false)) != written)
         return "heads and texts differ from whole notes";
