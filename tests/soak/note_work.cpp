@@ -229,10 +229,12 @@ void UndoDeletion(ModelBook& book, const ModelUndo& undo) {
 
 void UndoImport(ModelBook& book, const ModelUndo& undo) {
     std::vector<ModelNote> comeBack;
+    std::set<int32_t> undone;
     for (const auto& [id, version] : undo.landed) {
         const ModelNote* const note = book.FindByID(id);
         if (!note || note->version != version)
             continue;
+        undone.insert(id);
         const std::string guid = note->guid;
         const auto replaced = undo.notes.find(guid);
         if (replaced == undo.notes.end())
@@ -245,7 +247,7 @@ void UndoImport(ModelBook& book, const ModelUndo& undo) {
         ComeBack(book, note, undo.sources);
     }
     if (undo.isShown) {
-        std::erase_if(book.listed, [&](int32_t id) { return undo.landed.contains(id); });
+        std::erase_if(book.listed, [&](int32_t id) { return undone.contains(id); });
         book.listed.insert(undo.listed.begin(), undo.listed.end());
     }
     std::erase_if(book.listed, [&](int32_t id) { return !book.FindByID(id); });
