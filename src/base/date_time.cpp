@@ -1,5 +1,6 @@
 #include "base/date_time.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -61,6 +62,34 @@ std::string FormatPart(char letter, const DateTime& d) {
         default:
             return std::string(1, letter);
     }
+}
+
+/// The numbers of a date field as the program writes it, and as nearly all are.
+bool ParseWrittenDate(std::string_view text, std::array<int, 6>& numbers) {
+    constexpr std::string_view kForm = "0000-00-00-00-00-00";
+    if (text.size() != kForm.size())
+        return false;
+    for (size_t i = 0, part = 0; i < kForm.size(); ++i) {
+        if (kForm[i] == '0' && IsDigit(text[i]))
+            numbers[part] = numbers[part] * 10 + (text[i] - '0');
+        else if (kForm[i] == '-' && text[i] == '-')
+            ++part;
+        else
+            return false;
+    }
+    return true;
+}
+
+/// Those of any other text between five hyphens.
+bool ParseOddDate(std::string_view text, std::array<int, 6>& numbers) {
+    if (std::count(text.begin(), text.end(), '-') != 5)
+        return false;
+    for (int& number : numbers) {
+        const size_t end = text.find('-');
+        number = ParseInt(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return true;
 }
 
 }  // namespace
@@ -157,16 +186,8 @@ bool DateTime::IsEarlierOrEqual(const DateTime& other) const {
 
 bool ParseDateFieldText(std::string_view text, DateTime& date) {
     std::array<int, 6> numbers{};
-    size_t hyphens = 0;
-    for (const char c : text)
-        hyphens += c == '-';
-    if (hyphens != 5)
+    if (!ParseWrittenDate(text, numbers) && !ParseOddDate(text, numbers))
         return false;
-    for (int& number : numbers) {
-        const size_t end = text.find('-');
-        number = ParseInt(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    }
     date = DateTime(numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5]);
     return true;
 }

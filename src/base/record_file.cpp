@@ -7,7 +7,7 @@
 #include <limits>
 #include <optional>
 
-#include "base/find_byte.h"
+#include "base/byte_block.h"
 #include "base/text.h"
 
 namespace lore {
@@ -19,88 +19,94 @@ constexpr size_t kDoubleWidth = 20;
 constexpr size_t kLineRoom = 1999;
 constexpr char kEndOfText = 0x1A;
 
-/// The bytes up to 0x1A.
-struct ControlBytes {
-    static constexpr bool Holds(unsigned char c) { return c <= kEndOfText; }
-#if defined(__SSE2__)
-    static __m128i HeldIn(__m128i bytes) {
-        return _mm_cmpeq_epi8(_mm_min_epu8(bytes, _mm_set1_epi8(kEndOfText)), bytes);
-    }
-#endif
-};
-
-/// The first control byte, `end` if there is none. Texts hold few of them beside their line ends.
-const char* FindControl(const char* at, const char* end) {
-#if defined(__SSE2__)
-    const auto load = [](const char* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); };
-    for (; end - at >= 64; at += 64) {
-        const __m128i lower = _mm_min_epu8(load(at), load(at + 16));
-        const __m128i lowest = _mm_min_epu8(lower, _mm_min_epu8(load(at + 32), load(at + 48)));
-        if (_mm_movemask_epi8(ControlBytes::HeldIn(lowest)) != 0)
-            break;
-    }
-#endif
-    return at + FindByte<ControlBytes>({at, static_cast<size_t>(end - at)}, 0);
-}
-
 /// What a pass over the bytes of a file has met that no writer leaves there.
 struct OddBytes {
     bool zero = false;      ///< a zero byte
     bool earlyEnd = false;  ///< a 0x1A with something behind it
 };
 
+#if defined(LORE_BYTE_BLOCKS)
+using LORE_BYTE_BLOCKS::ByteBlock;
+static_assert(2 * ByteBlock::kSize <= 64, "the positions of two blocks are the bits of a number");
+
+/// Moves bytes down to `out` as far as none is 0x1A or below: whole pairs of blocks, and of the next pair the bytes
+/// before the first such one. Texts hold few of them beside their line ends.
+void MoveText(char*& out, const char*& at, const char* end) {
+    constexpr size_t kSize = ByteBlock::kSize;
+    for (; static_cast<size_t>(end - at) >= 2 * kSize; at += 2 * kSize, out += 2 * kSize) {
+        const ByteBlock first = ByteBlock::Of(at), second = ByteBlock::Of(at + kSize),
+                        last = ByteBlock::All(kEndOfText);
+        const auto heldBy = [&](ByteBlock block) { return Lower(block, last) == block; };
+        if (heldBy(Lower(first, second)).Mask() != 0) {
+            const auto length = std::countr_zero(heldBy(first).Mask() | uint64_t{heldBy(second).Mask()} << kSize);
+            std::memmove(out, at, static_cast<size_t>(length));
+            at += length;
+            out += length;
+            return;
+        }
+        first.Put(out);
+        second.Put(out + kSize);
+    }
+}
+#else
+void MoveText(char*&, const char*&, const char*) {}
+#endif
+
 /// What a text stream yields for the bytes of a file: CR LF becomes LF, and 0x1A ends it. A lone CR stays. One pass
 /// does all of this: a search reads whole NoteBooks through it.
 OddBytes TranslateFromDisk(std::string& data) {
     char* out = data.data();
-    const char* run = out;  // what isn't in its place yet
-    const char* end = run + data.size();
+    const char* at = out;
+    const char* end = at + data.size();
     OddBytes odd;
-    const auto place = [&](const char* to) {
-        const auto length = static_cast<size_t>(to - run);
-        if (out != run)
-            std::memmove(out, run, length);
-        out += length;
-    };
-    for (const char* at = FindControl(run, end); at < end; at = FindControl(at, end)) {
-        if (*at == kEndOfText) {
-            odd.earlyEnd = end - at > 1;
-            end = at;
-        } else if (*at == '\r' && end - at > 1 && at[1] == '\n') {
-            place(at);
-            run = at + 1;
-            at += 2;
-        } else {
-            odd.zero = odd.zero || *at == '\0';
-            ++at;
+    while (at < end) {
+        MoveText(out, at, end);
+        if (at == end)
+            break;
+        const char c = *at++;
+        if (c == kEndOfText) {
+            odd.earlyEnd = at < end;
+            break;
         }
+        odd.zero = odd.zero || c == '\0';
+        const bool isLineEnd = c == '\r' && at < end && *at == '\n';
+        *out++ = isLineEnd ? *at++ : c;
     }
-    place(end);
     data.resize(static_cast<size_t>(out - data.data()));
     return odd;
+}
+
+constexpr uint64_t kEightZeros = 0x3030303030303030;
+
+/// The value of eight digits; nothing if one is none.
+std::optional<uint32_t> ValueOfEight(uint64_t digits) {
+    constexpr uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0;
+    const uint64_t carried = (digits + 0x0606060606060606) & kHighHalves;
+    if (((digits & kHighHalves) | carried >> 4) != 0x3333333333333333)
+        return std::nullopt;
+    // Neighbours are joined to numbers of two, four and eight digits.
+    digits = (digits & 0x0F0F0F0F0F0F0F0F) * (10 * 0x100 + 1) >> 8;
+    digits = (digits & 0x00FF00FF00FF00FF) * (100 * 0x10000 + 1) >> 16;
+    return static_cast<uint32_t>((digits & 0x0000FFFF0000FFFF) * (10000 * 0x100000000 + 1) >> 32);
 }
 
 /// The value of a number field that holds digits alone, or after a minus, as nearly all do.
 std::optional<int32_t> ValueOfDigits(std::string_view field) {
     if (std::endian::native != std::endian::little || field.size() < kIntWidth)
         return std::nullopt;
-    constexpr uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0;
     uint64_t halves[2];
     std::memcpy(halves, field.data(), sizeof halves);
+    if (halves[0] == kEightZeros) {
+        const std::optional<uint32_t> value = ValueOfEight(halves[1]);
+        return value ? std::optional(static_cast<int32_t>(*value)) : std::nullopt;
+    }
     const bool isNegative = field[0] == '-';
     if (isNegative)
         halves[0] ^= '-' ^ '0';
-    int64_t value = 0;
-    for (uint64_t eight : halves) {
-        const uint64_t carried = (eight + 0x0606060606060606) & kHighHalves;
-        if (((eight & kHighHalves) | carried >> 4) != 0x3333333333333333)
-            return std::nullopt;
-        // Neighbours are joined to numbers of two, four and eight digits.
-        eight = (eight & 0x0F0F0F0F0F0F0F0F) * (10 * 0x100 + 1) >> 8;
-        eight = (eight & 0x00FF00FF00FF00FF) * (100 * 0x10000 + 1) >> 16;
-        eight = (eight & 0x0000FFFF0000FFFF) * (10000 * 0x100000000 + 1) >> 32;
-        value = value * 100000000 + static_cast<int64_t>(eight);
-    }
+    const std::optional<uint32_t> high = ValueOfEight(halves[0]), low = ValueOfEight(halves[1]);
+    if (!high || !low)
+        return std::nullopt;
+    const int64_t value = int64_t{*high} * 100000000 + *low;
     constexpr int64_t kHighest = std::numeric_limits<int32_t>::max();
     return static_cast<int32_t>(isNegative ? -std::min(value, kHighest + 1) : std::min(value, kHighest));
 }

@@ -17,17 +17,6 @@ namespace {
 constexpr char kSeparator = '\xFF';  // in no UTF-8 text
 constexpr std::string_view kFrequent = " etaoinshrdlcumwfgypbvk.,xjqz";
 
-/// How often a byte is likely to stand in a text; the more, the higher.
-size_t Frequency(char byte) {
-    const auto value = static_cast<unsigned char>(byte);
-    if (value >= 0xC0)  // begins every letter of whole scripts
-        return kFrequent.size();
-    if (value >= 0x80)
-        return kFrequent.size() / 2;
-    const size_t place = kFrequent.find(byte);
-    return place == std::string_view::npos ? 0 : kFrequent.size() - place;
-}
-
 bool IsWordCharacterAt(std::string_view text, size_t at) {
     return text[at] != kSeparator && IsWordCharacter(FirstCharacter(text.substr(at)));
 }
@@ -74,6 +63,16 @@ unsigned PairMask(const char* first, __m128i firstByte, const char* second, __m1
 
 }  // namespace
 
+size_t FrequencyInTexts(char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    if (value >= 0xC0)  // begins every letter of whole scripts
+        return kFrequent.size();
+    if (value >= 0x80)
+        return kFrequent.size() / 2;
+    const size_t place = kFrequent.find(byte);
+    return place == std::string_view::npos ? 0 : kFrequent.size() - place;
+}
+
 void AppendFolded(std::string& folded, std::string_view utf8) {
     for (size_t i = 0; i < utf8.size();) {
         const size_t end = AsciiEnd(utf8, i);
@@ -102,12 +101,12 @@ FoldedFinder::FoldedFinder(const SearchTerm& term) : wholeWord_(term.wholeWord) 
         return;
     needle_ = term.Utf8();
     for (size_t i = 1; i < needle_.size(); ++i) {
-        if (Frequency(needle_[i]) < Frequency(needle_[rare_]))
+        if (FrequencyInTexts(needle_[i]) < FrequencyInTexts(needle_[rare_]))
             rare_ = i;
     }
     second_ = rare_ == 0 ? needle_.size() - 1 : 0;
     for (size_t i = 0; i < needle_.size(); ++i) {
-        if (i != rare_ && Frequency(needle_[i]) < Frequency(needle_[second_]))
+        if (i != rare_ && FrequencyInTexts(needle_[i]) < FrequencyInTexts(needle_[second_]))
             second_ = i;
     }
 }

@@ -10,6 +10,9 @@
 
 namespace lore {
 
+/// How often a byte is likely to stand in a folded text; the more, the higher.
+size_t FrequencyInTexts(char byte);
+
 /// Appends a text (valid UTF-8) with each character case-folded, so that positions in characters stay.
 void AppendFolded(std::string& folded, std::string_view utf8);
 

@@ -1,17 +1,14 @@
 #include "notes/search_prefilter.h"
 
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <iterator>
 #include <optional>
 
 #include "base/ascii.h"
 #include "base/text.h"
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include "notes/rtf_scan.h"
+#include "notes/search_folded.h"
 
 namespace lore {
 
@@ -29,50 +26,10 @@ bool MayBeMarkup(char c) {
     return value < 0x20 || (value | 0x20) > 'z';
 }
 
-#if defined(__SSE2__)
-__m128i Load(const char* at) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+/// Whether a term may begin with these two bytes of a rich text.
+bool MayStart(std::string_view term, char c, char next) {
+    return ToLowerAscii(c) == term[0] && (term.size() == 1 || ToLowerAscii(next) == term[1] || MayBeMarkup(next));
 }
-
-__m128i IsMarkup(__m128i bytes) {
-    const __m128i lower = _mm_or_si128(bytes, _mm_set1_epi8(0x20));
-    return _mm_or_si128(_mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20)), _mm_cmpgt_epi8(lower, _mm_set1_epi8('z')));
-}
-#endif
-
-/// Where a term may begin.
-class TermStarts {
-public:
-    explicit TermStarts(std::string_view term)
-        : first_(term[0]), second_(term.size() > 1 ? term[1] : '\0'), alone_(term.size() == 1) {
-#if defined(__SSE2__)
-        const auto foldOf = [](char c) { return _mm_set1_epi8(IsLetter(c) ? 0x20 : 0); };
-        firsts_ = _mm_set1_epi8(first_);
-        firstFold_ = foldOf(first_);
-        seconds_ = _mm_set1_epi8(second_);
-        secondFold_ = foldOf(second_);
-        any_ = _mm_set1_epi8(alone_ ? -1 : 0);
-#endif
-    }
-
-    bool Matches(char c, char next) const {
-        return ToLowerAscii(c) == first_ && (alone_ || ToLowerAscii(next) == second_ || MayBeMarkup(next));
-    }
-#if defined(__SSE2__)
-    __m128i Mask(__m128i bytes, __m128i next) const {
-        const __m128i starts = _mm_cmpeq_epi8(_mm_or_si128(bytes, firstFold_), firsts_);
-        const __m128i goesOn = _mm_cmpeq_epi8(_mm_or_si128(next, secondFold_), seconds_);
-        return _mm_and_si128(starts, _mm_or_si128(_mm_or_si128(goesOn, any_), IsMarkup(next)));
-    }
-#endif
-
-private:
-    char first_, second_;
-    bool alone_;
-#if defined(__SSE2__)
-    __m128i firsts_, firstFold_, seconds_, secondFold_, any_;  // letters compare without regard to case
-#endif
-};
 
 enum class Step { GoesOn, Breaks, Unclear };
 
@@ -128,21 +85,29 @@ bool MayStandAt(std::string_view rtf, std::string_view term, size_t at) {
     return matched == term.size();
 }
 
+/// Whether the letter at `at` surely belongs to a control word, and so to no text.
+bool IsInControlWord(std::string_view rtf, size_t at) {
+    constexpr size_t kLongest = 32;  // of the words that are told
+    const size_t lowest = at - std::min(at, kLongest);
+    while (at > lowest && IsLetter(rtf[at - 1]))
+        --at;
+    const size_t end = at;
+    while (at > 0 && rtf[at - 1] == '\\')
+        --at;
+    return (end - at) % 2 == 1;
+}
+
+bool MayBeTextAt(std::string_view rtf, size_t at, std::string_view term) {
+    return MayStandAt(rtf, term, at) && !(IsLetter(rtf[at]) && IsInControlWord(rtf, at));
+}
+
 bool MayHold(std::string_view rtf, std::string_view term) {
-    const TermStarts starts(term);
     size_t at = 0;
-#if defined(__SSE2__)
-    for (; at + 17 <= rtf.size(); at += 16) {
-        auto mask = static_cast<unsigned>(_mm_movemask_epi8(starts.Mask(Load(&rtf[at]), Load(&rtf[at + 1]))));
-        for (; mask != 0; mask &= mask - 1) {
-            if (MayStandAt(rtf, term, at + static_cast<size_t>(std::countr_zero(mask))))
-                return true;
-        }
-    }
-#endif
+    if (AnyTermStart(rtf, at, term, MayBeTextAt))
+        return true;
     for (; at < rtf.size(); ++at) {
         const char next = at + 1 < rtf.size() ? rtf[at + 1] : '\0';
-        if (starts.Matches(rtf[at], next) && MayStandAt(rtf, term, at))
+        if (MayStart(term, rtf[at], next) && MayBeTextAt(rtf, at, term))
             return true;
     }
     return false;
@@ -171,6 +136,9 @@ bool MayMakeAscii(std::string_view escape) {
         if (escape.starts_with(word))
             return !IsKnownCodePage(NumberBehind(escape, word.size()).value_or(-1));
     }
+    // Bytes of a picture may look like the backslash of a control word.
+    if (escape.starts_with("bin"))
+        return escape.size() < 4 || !IsLetter(escape[3]);
     // A field may stand for any character, unless it is a link.
     if (escape.starts_with("fldinst"))
         return escape.find("HYPERLINK") == std::string_view::npos;
@@ -183,32 +151,23 @@ bool MayMakeAscii(std::string_view escape) {
     return FoldCase(c & 0x1FFFFF) < 0x80;
 }
 
+bool HidesAsciiAt(std::string_view rtf, size_t at, std::string_view /*term*/) {
+    constexpr size_t kLongestEscape = 20;
+    return MayMakeAscii(rtf.substr(at + 1, kLongestEscape));
+}
+
 /// Whether an escape that begins with these bytes is worth a look.
 bool MayConcernAscii(char c, char next) {
-    return c == '\'' || c == 'u' || c == 'a' || c == 'c' || (c == 'f' && next == 'l');
+    return c == '\'' || c == 'u' || c == 'a' || c == 'c' || (c == 'f' && next == 'l') || (c == 'b' && next == 'i');
 }
 
 bool HidesAscii(std::string_view rtf) {
-    constexpr size_t kLongestEscape = 20;
     size_t at = 0;
-#if defined(__SSE2__)
-    const auto equal = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
-    for (; at + 18 <= rtf.size(); at += 16) {
-        const __m128i next = Load(&rtf[at + 1]);
-        const __m128i field = _mm_and_si128(equal(next, 'f'), equal(Load(&rtf[at + 2]), 'l'));
-        const __m128i other = _mm_or_si128(_mm_or_si128(equal(next, '\''), equal(next, 'u')),
-                                           _mm_or_si128(equal(next, 'a'), equal(next, 'c')));
-        const __m128i concerns = _mm_or_si128(other, field);
-        auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(equal(Load(&rtf[at]), '\\'), concerns)));
-        for (; mask != 0; mask &= mask - 1) {
-            if (MayMakeAscii(rtf.substr(at + static_cast<size_t>(std::countr_zero(mask)) + 1, kLongestEscape)))
-                return true;
-        }
-    }
-#endif
+    if (AnyAsciiEscape(rtf, at, HidesAsciiAt))
+        return true;
     for (; at + 1 < rtf.size(); ++at) {
         const char next = at + 2 < rtf.size() ? rtf[at + 2] : '\0';
-        if (rtf[at] == '\\' && MayConcernAscii(rtf[at + 1], next) && MayMakeAscii(rtf.substr(at + 1, kLongestEscape)))
+        if (rtf[at] == '\\' && MayConcernAscii(rtf[at + 1], next) && HidesAsciiAt(rtf, at, {}))
             return true;
     }
     return false;
@@ -227,11 +186,24 @@ std::string AsciiTerm(const SearchTerm& term) {
     return ascii.starts_with(' ') ? std::string() : ascii;
 }
 
+/// The end of a term, at least four characters of it, that begins with the least frequent pair: where the term stands,
+/// its end does, and there are fewer places to look at.
+std::string RareEnd(std::string term) {
+    constexpr size_t kShortest = 4;
+    size_t rare = 0;
+    const auto frequency = [&](size_t at) { return FrequencyInTexts(term[at]) + FrequencyInTexts(term[at + 1]); };
+    for (size_t at = 1; at + kShortest <= term.size(); ++at) {
+        if (frequency(at) < frequency(rare))
+            rare = at;
+    }
+    return term.substr(rare);
+}
+
 }  // namespace
 
 RtfPrefilter::RtfPrefilter(const NoteMatcher& matcher) : matcher_(matcher) {
     for (const SearchTerm& term : matcher.Terms()) {
-        terms_.push_back(AsciiTerm(term));
+        terms_.push_back(RareEnd(AsciiTerm(term)));
         anyTells_ = anyTells_ || !terms_.back().empty();
     }
 }

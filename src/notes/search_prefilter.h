@@ -20,7 +20,7 @@ public:
 
 private:
     const NoteMatcher& matcher_;
-    std::vector<std::string> terms_;  // lower-case ASCII; empty where the bytes tell nothing
+    std::vector<std::string> terms_;  // their ends in lower-case ASCII; empty where the bytes tell nothing
     bool anyTells_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "base/nearly_sorted.h"
 #include "notes/sort_keys.h"
@@ -28,7 +29,8 @@ DateTime LimitDate(bool descending) {
     return descending ? DateTime(1900, 1, 1, 1, 1, 1) : DateTime(2099, 1, 1, 1, 1, 1);
 }
 
-/// The note that every other one has to come before. What can't isn't sorted.
+/// The note that every other one has to come before. What can't, such as a title in another script than the Latin one,
+/// comes behind all others.
 ListedNote Limit(bool descending) {
     auto note = std::make_shared<CNote>();
     note->dateCreated = LimitDate(descending);
@@ -70,6 +72,33 @@ std::vector<uint32_t> DateOrder(std::span<const ListedNote> notes, SortBy sortBy
     return order;
 }
 
+/// All positions of a list but those.
+std::vector<uint32_t> PositionsBut(std::span<const uint32_t> those, size_t count) {
+    std::vector<bool> left(count, true);
+    for (const uint32_t position : those)
+        left[position] = false;
+    std::vector<uint32_t> positions;
+    for (uint32_t i = 0; i < count; ++i) {
+        if (left[i])
+            positions.push_back(i);
+    }
+    return positions;
+}
+
+/// What can't come before the limit, in the same order among itself.
+void AppendRest(SortKeys keys, bool descending, std::vector<uint32_t>& order) {
+    const std::vector<uint32_t> rest = PositionsBut(order, keys.notes.size());
+    for (size_t i = 0; i < rest.size(); ++i) {
+        keys.notes[i] = keys.notes[rest[i]];
+        keys.notes[i].starts = true;
+    }
+    keys.notes.resize(rest.size());
+    if (rest.empty())
+        return;
+    for (const uint32_t position : SelectionOrder(keys, descending))
+        order.push_back(rest[position]);
+}
+
 }  // namespace
 
 std::span<const NoteSortChoice> NoteSortChoices() {
@@ -81,16 +110,11 @@ std::vector<uint32_t> SortedOrder(std::span<const ListedNote> notes, int32_t sor
     const SortBy sortBy = SortKeyOf(sortId);
     if (sortBy == SortBy::DateAdded || sortBy == SortBy::DateChanged)
         return DateOrder(notes, sortBy, descending);
-    std::vector<uint32_t> order;
-    if (sortBy != SortBy::Nothing)
-        order = SelectionOrder(MakeSortKeys(notes, Limit(descending), sortId), descending);
-    std::vector<bool> picked(notes.size());
-    for (const uint32_t position : order)
-        picked[position] = true;
-    for (uint32_t i = 0; i < notes.size(); ++i) {
-        if (!picked[i])
-            order.push_back(i);
-    }
+    if (sortBy == SortBy::Nothing)
+        return PositionsBut({}, notes.size());
+    SortKeys keys = MakeSortKeys(notes, Limit(descending), sortId);
+    std::vector<uint32_t> order = SelectionOrder(keys, descending);
+    AppendRest(std::move(keys), descending, order);
     return order;
 }
 

@@ -130,6 +130,11 @@ bool BodyReader::Close(const Token& token) {
     return true;
 }
 
+/// Whether the destination of the innermost group is another than that of the group around it.
+bool BodyReader::BeganDestination() const {
+    return groups_[groups_.size() - 2].destination != groups_.back().destination;
+}
+
 /// Whether text goes elsewhere behind the group that closes.
 bool BodyReader::ClosesPlace() const {
     return !IsSamePlace(groups_.back(), groups_[groups_.size() - 2]) || asides_.BeginsAt(groups_.size());
@@ -367,7 +372,7 @@ void BodyReader::EnterAside(Destination destination, size_t begin) {
     Group& group = groups_.back();
     if (destination == Destination::Result) {
         // Of an object, and in a group of its own.
-        if (group.destination != Destination::Object || groups_[groups_.size() - 2].destination != group.destination)
+        if (group.destination != Destination::Object || BeganDestination())
             return;
         group.isResult = group.inResult = true;
         // What stands before the word in its group, a picture for one, isn't part of it.
@@ -392,7 +397,9 @@ void BodyReader::EnterPicture(Destination destination) {
     }
     const bool inPlace = group.destination == Destination::Body || group.destination == Destination::Object ||
                          group.destination == Destination::Shape;
-    const bool shown = inPlace && !group.hidden && !group.deleted;
+    // An object or a shape doesn't become a picture.
+    const bool becomesOne = group.destination != Destination::Body && BeganDestination();
+    const bool shown = inPlace && !becomesOne && !group.hidden && !group.deleted;
     if (shown)
         afterParagraph_ = false;
     shown_ += group.destination == Destination::Body && !group.inResult ? 1 : 0;

@@ -77,6 +77,7 @@ private:
     void FlushHalf(size_t at);
     void Open(const Token& token);
     bool Close(const Token& token);
+    bool BeganDestination() const;
     bool ClosesPlace() const;
     void EndInstruction();
     bool ActOn(const Token& token);

@@ -126,8 +126,8 @@ TEST(RtfPrefilter, NeverThrowsOutAWordHoweverTheRtfWritesIt) {
 TEST(RtfPrefilter, ThrowsOutOrdinaryNotesWithoutTheWord) {
     const char* const bodies[] = {
         "the heliot rope",
-        "with\\par eliotrope",
-        "hel\\b i\\b0  o \\'e9t\\'e9 \\u8217\\'92s h\\line eliotrope",
+        "heli\\par otrope \\fnil\\li0 li\\line otrope",
+        "hel\\b i\\b0  o \\'e9t\\'e9 \\u8217\\'92s h\\line eli otrope",
         "{\\fonttbl{\\f0\\fcharset0 Arial;}}\\f0\\fs20 hidden heliograph",
     };
     const NoteMatcher matcher = MatcherFor("heliotrope");

@@ -39,7 +39,8 @@ std::vector<int32_t> SortedIds(const std::vector<ListedNote>& notes, int32_t sor
     return ids;
 }
 
-/// The selection as it is told, without any speed.
+/// The selection as it is told, without any speed. By source or category, what can't come before the limit is selected
+/// behind all others, as if there were none.
 std::vector<int32_t> SelectedIds(const std::vector<ListedNote>& notes, int32_t sortId) {
     const bool descending = sortId >= 800;
     const std::string name = descending ? "" : std::string(23, 'z');
@@ -50,14 +51,19 @@ std::vector<int32_t> SelectedIds(const std::vector<ListedNote>& notes, int32_t s
     };
     std::vector<ListedNote> left = notes;
     std::vector<int32_t> ids;
+    bool hasLimit = true;
     while (!left.empty()) {
-        const ListedNote* best = &limit;
+        const ListedNote* best = hasLimit ? &limit : &left.front();
         for (const ListedNote& note : left) {
             if (replaces(note, *best))
                 best = &note;
         }
-        if (best == &limit)
+        if (best == &limit) {
+            hasLimit = false;
+            if (SortKeyOf(sortId) == SortBy::Sources || SortKeyOf(sortId) == SortBy::Categories)
+                continue;
             break;
+        }
         ids.push_back(best->Id());
         left.erase(left.begin() + (best - left.data()));
     }
@@ -160,6 +166,20 @@ TEST(SortOrder, IsThatOfTheSelectionForAlternatingReservedAndBlankPathsAndNotesW
         for (const int32_t id : {704, 804})
             ASSERT_EQ(SortedIds(notes, id), SelectedIds(notes, id)) << "round " << round << ", order " << id;
     }
+}
+
+TEST(SortOrder, SortsTitlesOfOtherScriptsBehindLatinOnes) {
+    const auto dated = [](int32_t id, const char* title, int day) {
+        return Note(id, DateTime(2011, 7, day), Texts{title});
+    };
+    const std::vector<ListedNote> notes = {dated(1, "\u0412\u043E\u0434\u0430", 3),
+                                           dated(2, "\u00C4pfel", 1),
+                                           dated(3, "\u0410\u0437\u0431\u0443\u043A\u0430", 1),
+                                           dated(4, "Zebra", 1),
+                                           dated(5, "\u0432\u043E\u0434\u0430", 2),
+                                           dated(6, "Apfel", 1)};
+    EXPECT_THAT(SortedIds(notes, kSourceUp), ElementsAre(6, 4, 2, 3, 5, 1));
+    EXPECT_THAT(SortedIds(notes, kSourceDown), ElementsAre(1, 5, 3, 2, 4, 6));
 }
 
 TEST(SortOrder, TakesThePathOfTheFirstSetThatHasOne) {

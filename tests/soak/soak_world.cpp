@@ -142,6 +142,7 @@ void Soak::EndAction() {
         throw Difference("a fault was told: " + fault.what + ": " + fault.path + ": " + fault.reason);
     prompts = {};
     progress = {};
+    faults.mended.clear();
     while (actions_.size() > kKeptActions)
         actions_.pop_front();
 }
