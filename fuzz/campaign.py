@@ -4,9 +4,9 @@
     fuzz/campaign.py [--minutes M] [--turn SECONDS] [--jobs N] [--folder build/campaign] [--programs build/fuzz-long/bin]
 
 Each turn takes the program that has run least and goes on from the corpora and from what former turns have kept in the
-folder; two turns of three with short inputs. What all goes have counted stands in totals.json there and is printed at
-the end. Ends with status 1 if an input that a program stopped at waits in the folder "found": mend the fault, put the
-input into the corpus, and take it away.
+folder; two turns of three with short inputs. What all goes have counted, inputs and hours of one processor, stands in
+totals.json there and is printed at the end. Ends with status 1 if an input that a program stopped at waits in the
+folder "found": mend the fault, put the input into the corpus, and take both files away.
 """
 
 import argparse
@@ -50,7 +50,7 @@ class Campaign:
             free = [target for target in self.targets if target not in self.running]
             if seconds < 1 or not free:
                 return None
-            target = min(free, key=lambda name: self.totals[name]["seconds"])
+            target = min(free, key=lambda name: (self.totals[name]["seconds"], self.totals[name]["turns"]))
             self.running.add(target)
             return target, self.totals[target]["turns"], seconds
 
@@ -60,9 +60,10 @@ class Campaign:
                    f"-max_len={LONG if turns % 3 == 2 else SHORT}", "-entropic=0", "-rss_limit_mb=2048", "-timeout=20",
                    "-print_final_stats=1", f"-artifact_prefix={self.found}/{target}-", folder,
                    os.path.join(ROOT, "fuzz/corpus", target)]
-        start = time.monotonic()
-        run = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=False)
-        report = run.stderr.decode("utf-8", "replace")
+        run = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        report = run.stderr.read().decode("utf-8", "replace")
+        _, status, used = os.wait4(run.pid, 0)
+        run.returncode = os.waitstatus_to_exitcode(status)
         inputs = re.search(r"stat::number_of_executed_units:\s*(\d+)", report)
         if run.returncode != 0:
             print(f"{target}: stopped with status {run.returncode}\n" + "\n".join(report.splitlines()[-40:]), flush=True)
@@ -72,7 +73,7 @@ class Campaign:
             self.running.discard(target)
             mine = self.totals[target]
             mine["turns"] += 1
-            mine["seconds"] += round(time.monotonic() - start)
+            mine["seconds"] += round(used.ru_utime + used.ru_stime, 1)
             mine["inputs"] += int(inputs[1]) if inputs else 0
             with open(self.path + ".new", "w", encoding="utf-8") as file:
                 json.dump(self.totals, file, indent=1)

@@ -294,11 +294,14 @@ void PreviewWindow::WithPages(const std::function<void(const PagedText&)>& work)
     QGuiApplication::restoreOverrideCursor();
 }
 
-void PreviewWindow::SetPaper(const QPageLayout& paper) {
+bool PreviewWindow::SetPaper(QPageLayout paper) {
+    paper.setMode(QPageLayout::StandardMode);
+    if (!HasRoom(paper))
+        return false;
     paper_ = paper;
-    paper_.setMode(QPageLayout::StandardMode);
     StorePaper(store_, paper_);
     LayOut();
+    return true;
 }
 
 void PreviewWindow::SetFont(int font) {
@@ -367,9 +370,12 @@ bool PreviewWindow::Save(const QString& path) {
 void PreviewWindow::SetUpPage() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(paper_);
-    QPageSetupDialog dialog(&printer, this);
-    if (dialog.exec() == QDialog::Accepted)
-        SetPaper(printer.pageLayout());
+    while (QPageSetupDialog(&printer, this).exec() == QDialog::Accepted && !SetPaper(printer.pageLayout())) {
+        QMessageBox::warning(this, tr("Page Setup"),
+                             tr("The margins leave less than %1 mm of the paper to print on.\n\nPlease make them "
+                                "smaller, or choose a larger paper.")
+                                 .arg(kSmallestRoom));
+    }
 }
 
 void PreviewWindow::GoToPage(int page) {

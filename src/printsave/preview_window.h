@@ -37,7 +37,8 @@ public:
     /// Waits for the pages that are still laid out.
     void Finish();
     const QPageLayout& Paper() const { return paper_; }
-    void SetPaper(const QPageLayout& paper);
+    /// False, and nothing happens, if its margins leave too little to print on.
+    bool SetPaper(QPageLayout paper);
     /// Writes the contents in the form that the name ends in. A failure is told in a window.
     bool Save(const QString& path);
     /// Prints to a printer that is set up: its pages, as often as it wants them, laid out for its paper where that

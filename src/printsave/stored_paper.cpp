@@ -17,7 +17,7 @@ namespace {
 constexpr char kPaper[] = "PrintSavePaper";
 constexpr char kPortrait[] = "portrait", kLandscape[] = "landscape";
 constexpr qsizetype kParts = 7, kDirection = 2;
-constexpr double kSmallestSheet = 30, kLargestSheet = 2000, kSmallestRoom = 20;
+constexpr double kSmallestSheet = 30, kLargestSheet = 2000;
 
 }  // namespace
 

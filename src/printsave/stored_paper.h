@@ -11,7 +11,9 @@ namespace lore {
 std::optional<QPageLayout> StoredPaper(const SettingsStore& store);
 void StorePaper(SettingsStore& store, const QPageLayout& paper);
 
-/// Whether the margins leave enough of a paper to print on.
+/// In millimetres, what the margins have to leave of a paper, across and down.
+constexpr int kSmallestRoom = 20;
+/// Whether they do.
 bool HasRoom(const QPageLayout& paper);
 
 }  // namespace lore

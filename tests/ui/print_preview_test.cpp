@@ -1,4 +1,7 @@
+#include <QDoubleSpinBox>
+#include <QMessageBox>
 #include <QPageRanges>
+#include <QPageSetupDialog>
 #include <QPrinter>
 #include <memory>
 
@@ -277,6 +280,33 @@ private slots:
             Open(Bibliography(2));
             QCOMPARE(window_->Paper().pageSize().id(), QPageSize::A4);
         }
+    }
+
+    void margins_that_leave_no_room_are_told_and_asked_again() {
+        Open(Bibliography(80));
+        const QPageLayout before = window_->Paper();
+        const int pages = window_->PageCount();
+        const std::optional<std::string> stored = store_.Get("Windows", "PrintSavePaper");
+        int setups = 0;
+        QString told;
+        QTimer driver;
+        connect(&driver, &QTimer::timeout, this, [&] {
+            QWidget* const modal = QApplication::activeModalWidget();
+            if (auto* const box = qobject_cast<QMessageBox*>(modal)) {
+                told = box->text();
+                box->accept();
+            } else if (auto* const setup = qobject_cast<QPageSetupDialog*>(modal)) {
+                for (const char* const name : {"leftMargin", "rightMargin"})
+                    In<QDoubleSpinBox>(*setup, name)->setValue(100);
+                ++setups < 2 ? setup->accept() : setup->reject();
+            }
+        });
+        driver.start(20);
+        Run({"Page Setup..."});
+        QVERIFY2(told.contains("20 mm"), qPrintable(told));
+        QVERIFY(window_->Paper().isEquivalentTo(before));
+        QCOMPARE(window_->PageCount(), pages);
+        QCOMPARE(store_.Get("Windows", "PrintSavePaper"), stored);
     }
 
     void a_range_is_printed() {
