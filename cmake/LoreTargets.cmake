@@ -45,7 +45,7 @@ function(lore_leave_out_exceptions)
 endfunction()
 
 # lore_library(folder [DEPENDS target...] [PRIVATE target...]): every .cpp of src/<folder> but main.cpp as the static
-# library lore_<folder>.
+# library lore_<folder>; a name that ends in _avx2 is compiled for processors that have it.
 function(lore_library folder)
   cmake_parse_arguments(ARG "" "" "DEPENDS;PRIVATE" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.h)
@@ -54,6 +54,11 @@ function(lore_library folder)
   list(FILTER units INCLUDE REGEX "\\.cpp$")
   if(LORE_COUNT_BRANCHES)
     lore_leave_out_exceptions(${units})
+  endif()
+  set(wide ${units})
+  list(FILTER wide INCLUDE REGEX "_avx2\\.cpp$")
+  if(wide AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+    set_property(SOURCE ${wide} APPEND PROPERTY COMPILE_OPTIONS -mavx2)
   endif()
   if(units)
     add_library(lore_${folder} STATIC ${sources})

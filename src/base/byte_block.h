@@ -1,7 +1,8 @@
 #pragma once
 
 // A block of bytes that are compared at once: 32 where a file is compiled for AVX2, or else 16. The two live in
-// namespaces of their own, since one program holds both.
+// namespaces of their own, since one program holds both. A file that is compiled for AVX2 must use nothing that others
+// define inline too and that is more than a few instructions: the linker keeps one copy for all.
 
 #include <cstddef>
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <optional>
 
-#include "base/byte_block.h"
+#include "base/move_text.h"
 #include "base/text.h"
 
 namespace lore {
@@ -17,40 +17,12 @@ namespace {
 constexpr size_t kIntWidth = 16;
 constexpr size_t kDoubleWidth = 20;
 constexpr size_t kLineRoom = 1999;
-constexpr char kEndOfText = 0x1A;
 
 /// What a pass over the bytes of a file has met that no writer leaves there.
 struct OddBytes {
     bool zero = false;      ///< a zero byte
     bool earlyEnd = false;  ///< a 0x1A with something behind it
 };
-
-#if defined(LORE_BYTE_BLOCKS)
-using LORE_BYTE_BLOCKS::ByteBlock;
-static_assert(2 * ByteBlock::kSize <= 64, "the positions of two blocks are the bits of a number");
-
-/// Moves bytes down to `out` as far as none is 0x1A or below: whole pairs of blocks, and of the next pair the bytes
-/// before the first such one. Texts hold few of them beside their line ends.
-void MoveText(char*& out, const char*& at, const char* end) {
-    constexpr size_t kSize = ByteBlock::kSize;
-    for (; static_cast<size_t>(end - at) >= 2 * kSize; at += 2 * kSize, out += 2 * kSize) {
-        const ByteBlock first = ByteBlock::Of(at), second = ByteBlock::Of(at + kSize),
-                        last = ByteBlock::All(kEndOfText);
-        const auto heldBy = [&](ByteBlock block) { return Lower(block, last) == block; };
-        if (heldBy(Lower(first, second)).Mask() != 0) {
-            const auto length = std::countr_zero(heldBy(first).Mask() | uint64_t{heldBy(second).Mask()} << kSize);
-            std::memmove(out, at, static_cast<size_t>(length));
-            at += length;
-            out += length;
-            return;
-        }
-        first.Put(out);
-        second.Put(out + kSize);
-    }
-}
-#else
-void MoveText(char*&, const char*&, const char*) {}
-#endif
 
 /// What a text stream yields for the bytes of a file: CR LF becomes LF, and 0x1A ends it. A lone CR stays. One pass
 /// does all of this: a search reads whole NoteBooks through it.

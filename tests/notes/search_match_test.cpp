@@ -99,6 +99,11 @@ TEST(RtfPrefilter, NeverThrowsOutAWordHoweverTheRtfWritesIt) {
         "\\u8217\\'92heliotrope\\'94",
         "{\\field{\\*\\fldinst HYPERLINK \"http://x\"}{\\fldrslt helio}}trope",
         "heliotrop\\uc0\\u101 ",
+        "x\\par\\bin1 \\heliotrope",
+        "x\\bin2 \\helio\\b trope heliotrope",
+        "\\\\heliotrope",
+        "\\'5cheliotrope",
+        "\\~heliotrope\\_",
     };
     const NoteMatcher matcher = MatcherFor("\"Heliotrope\"");
     const RtfPrefilter filter(matcher);

@@ -1,0 +1,24 @@
+#include "base/move_text.h"
+
+#include "base/wide_blocks.h"
+
+#if defined(__x86_64__)
+namespace lore::avx2 {
+void MoveText(char*& out, const char*& at, const char* end);
+}  // namespace lore::avx2
+#endif
+#if !defined(__AVX2__)
+#include "base/move_text_blocks.h"
+#endif
+
+namespace lore {
+
+void MoveText(char*& out, const char*& at, const char* end) {
+#if defined(__AVX2__)
+    avx2::MoveText(out, at, end);
+#elif defined(__x86_64__)
+    HasWideBlocks() ? avx2::MoveText(out, at, end) : sse2::MoveText(out, at, end);
+#endif
+}
+
+}  // namespace lore

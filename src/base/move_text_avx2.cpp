@@ -1,0 +1,1 @@
+#include "base/move_text_blocks.h"
