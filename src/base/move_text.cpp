@@ -3,12 +3,12 @@
 #include "base/wide_blocks.h"
 
 #if defined(__x86_64__)
+namespace lore::sse2 {
+void MoveText(char*& out, const char*& at, const char* end);
+}  // namespace lore::sse2
 namespace lore::avx2 {
 void MoveText(char*& out, const char*& at, const char* end);
 }  // namespace lore::avx2
-#endif
-#if !defined(__AVX2__)
-#include "base/move_text_blocks.h"
 #endif
 
 namespace lore {

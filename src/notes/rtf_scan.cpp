@@ -3,13 +3,14 @@
 #include "base/wide_blocks.h"
 
 #if defined(__x86_64__)
+namespace lore::sse2 {
+bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
+bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
+}  // namespace lore::sse2
 namespace lore::avx2 {
 bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
 bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
 }  // namespace lore::avx2
-#endif
-#if !defined(__AVX2__)
-#include "notes/rtf_scan_blocks.h"
 #endif
 
 namespace lore {

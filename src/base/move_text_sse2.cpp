@@ -1,0 +1,3 @@
+#if !defined(__AVX2__)
+#include "base/move_text_blocks.h"
+#endif

@@ -1,0 +1,3 @@
+#if !defined(__AVX2__)
+#include "notes/rtf_scan_blocks.h"
+#endif
