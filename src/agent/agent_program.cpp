@@ -120,6 +120,8 @@ void AgentProgram::Look() {
         ShowWaiting();
         if (came > 0)
             QApplication::beep();
+    } else {
+        window_.FollowTime();
     }
     WaitForNext();
 }

@@ -232,15 +232,27 @@ void PopupWindow::ShowNothing() {
 }
 
 void PopupWindow::FillSnooze(const Popup& popup) {
-    if (snoozeOf_ == popup.Key())
-        return;
-    snoozeOf_ = popup.Key();
-    texts_->verticalScrollBar()->setValue(0);
-    snoozeFor_->clear();
+    const std::pair now(popup.Key(), popup.due);
+    const bool isSame = snoozeOf_ == now;
+    QStringList choices;
     for (const SnoozeChoice& choice : SnoozeChoices(popup.reminder, agent_.Now()))
-        snoozeFor_->addItem(tr(choice.text));
-    snoozeFor_->setCurrentIndex(static_cast<int>(kUsualSnooze));
+        choices.append(tr(choice.text));
+    if (isSame && choices.size() == snoozeFor_->count())
+        return;
+    const qsizetype kept = isSame ? choices.indexOf(snoozeFor_->currentText()) : -1;
+    snoozeOf_ = now;
+    snoozeFor_->clear();
+    snoozeFor_->addItems(choices);
+    snoozeFor_->setCurrentIndex(kept < 0 ? static_cast<int>(kUsualSnooze) : static_cast<int>(kept));
+    if (!isSame)
+        texts_->verticalScrollBar()->setValue(0);
     layout()->activate();  // another reminder may have longer choices
+}
+
+void PopupWindow::FollowTime() {
+    const Popup* const popup = Chosen();
+    if (popup && ToQString(TextOf(*popup, agent_.Now()).time) != time_->text())
+        ShowChosen();
 }
 
 void PopupWindow::Refresh(size_t came) {
@@ -295,7 +307,9 @@ void PopupWindow::Snooze() {
     // Counted from now, not from when the list was filled.
     const std::vector<SnoozeChoice> choices = SnoozeChoices(popup->reminder, agent_.Now());
     const auto index = static_cast<size_t>(std::max(snoozeFor_->currentIndex(), 0));
-    agent_.Snooze(popup->Key(), choices[index < choices.size() ? index : kUsualSnooze]);
+    if (index >= choices.size())
+        return ShowChosen();  // the event has just started: the user sees what is left, and chooses
+    agent_.Snooze(popup->Key(), choices[index]);
     Done();
 }
 

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "calendar/popup_agent.h"
 
@@ -27,6 +28,8 @@ public:
 
     /// Shows what is on the screen by now; hides without any. New popups bring the window up.
     void Refresh(size_t came);
+    /// Once the event of the chosen popup has started, says so, and no longer offers to put it off until then.
+    void FollowTime();
     /// Shows the window also where nothing waits, with the moment of the next popup.
     void BringUp();
 
@@ -69,7 +72,7 @@ private:
     QComboBox* snoozeFor_ = nullptr;
     QPushButton *snooze_ = nullptr, *openButton_ = nullptr, *dismiss_ = nullptr, *dismissAll_ = nullptr;
     std::optional<PopupKey> chosen_;
-    std::optional<PopupKey> snoozeOf_;  // whose choices the list of times holds
+    std::optional<std::pair<PopupKey, DateTime>> snoozeOf_;  // as it came; its choices the list of times holds
     bool isPlaced_ = false;
 };
 

@@ -81,8 +81,7 @@ EventSave SaveAlone(const CalendarWorld& world, CTmEvent event, const ReminderLi
     SaveOwnReminders(world, event, Report::Shown);
     if (MergeEvents(world, {event}))
         return EventSave::Saved;
-    event.Reminders = old;
-    UpdateEventReminders(world, event, Report::Silent);
+    TakeBackEventReminders(world, event, old);
     return EventSave::NotWritten;
 }
 

@@ -274,7 +274,8 @@ CTmEvent EventEditor::Finished() const {
     if (IsRecurring())
         event.RecurrenceType = tab_;
     ResetRecurrence(event, IsRecurring() ? tab_ : kNoSeries);
-    // Title and start may have been changed after its reminders. Those that are stored keep what they say.
+    // Title and start may have been changed after its reminders. Those that are stored follow with the save, since what
+    // they say of the event is no change of theirs.
     for (CTmReminder& reminder : event.Reminders) {
         if (std::ranges::find(old_.Reminders, reminder.ReminderId, &CTmReminder::ReminderId) == old_.Reminders.end())
             DescribeEvent(reminder);

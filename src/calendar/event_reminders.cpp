@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -59,6 +60,55 @@ void UndoFailed(ReminderList& current, const ReminderList& old, const ReminderLi
     }
 }
 
+/// Brings the reminders of an event within `all` to those that it holds, and so on the server. False if they are the
+/// same.
+bool BringReminders(const CalendarWorld& world, ReminderList& all, CTmEvent& event, Report report) {
+    const ReminderList stored = RemindersOfEvent(all, event.EventId);
+    ReminderList& current = event.Reminders;
+    if (!RemindersDiffer(current, stored))
+        return false;
+    if (report == Report::Shown)
+        world.ShowProgress("Updating the Reminders....");
+    if (HasServerReminder(current) || HasServerReminder(stored)) {
+        ReminderList old = stored;
+        ClearServerDone(current);
+        ClearServerDone(old);
+        bool succeeded = CheckServer(world, Report::Shown) == ServerCheck::Answers;
+        if (succeeded) {
+            if (report == Report::Shown)
+                world.ShowProgress("Updating Reminders on the server....");
+            succeeded = UpdateServer(world, current, old);
+        }
+        if (!succeeded) {
+            UndoFailed(current, old, stored);
+            TellReminderFailure(world, ReminderFailure::NotAllUpdated);
+        }
+    } else {
+        ClearServerIds(current);
+    }
+    RemoveReminders(all, stored);
+    AddReminders(all, current);
+    return true;
+}
+
+/// What a reminder says of its event.
+struct Copies {
+    const std::string &label, &description;
+    const DateTime& start;
+};
+
+/// True if it said something else. The start is that of a reminder at a time of its own alone.
+bool SetCopies(CTmReminder& reminder, const Copies& copies) {
+    const DateTime before = reminder.EventStart;
+    const DateTime start = reminder.PriorMinutes < 0 && copies.start.IsValid() ? copies.start : before;
+    if (reminder.EventLabel == copies.label && reminder.EventDescription == copies.description && before == start)
+        return false;
+    reminder.EventLabel = copies.label;
+    reminder.EventDescription = copies.description;
+    reminder.EventStart = start;
+    return true;
+}
+
 std::unordered_set<std::string_view> IdsOf(const EventList& events) {
     std::unordered_set<std::string_view> ids;
     for (const CTmEvent& event : events)
@@ -93,6 +143,8 @@ CTmReminder CopyReminder(const CTmReminder& reminder, const CTmEvent& event, Gui
     copy.ReminderId = guids.NewGuid();
     copy.EventId = event.EventId;
     copy.EventStart = event.Start;
+    copy.EventLabel = event.Label;
+    copy.EventDescription = event.Description;
     copy.SendTime = event.Start.PlusSeconds(-SpanBetween(reminder.SendTime, reminder.EventStart).seconds);
     return copy;
 }
@@ -136,37 +188,48 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
         TellReminderFailure(world, ReminderFailure::NotAllUpdated);
 }
 
+bool DescribeEvents(ReminderList& reminders, std::span<const CTmEvent> events) {
+    std::unordered_map<std::string_view, Copies> owners;
+    for (const CTmEvent& event : events)
+        owners.emplace(event.EventId, Copies{event.Label, event.Description, event.Start});
+    bool changed = false;
+    for (CTmReminder& reminder : reminders) {
+        const auto owner = owners.find(reminder.EventId);
+        if (owner != owners.end())
+            changed = SetCopies(reminder, owner->second) || changed;
+    }
+    return changed;
+}
+
 void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report report) {
     ReminderList all;
     if (!LoadReminders(world, all))
         return;
-    const ReminderList stored = RemindersOfEvent(all, event.EventId);
-    ReminderList& current = event.Reminders;
-    if (!RemindersDiffer(current, stored))
+    const bool changed = BringReminders(world, all, event, report);
+    if (DescribeEvents(all, std::span(&event, 1)) || changed)
+        SaveReminders(world, all);
+    if (changed)
+        world.progress.Hide();
+    event.Reminders = RemindersOfEvent(all, event.EventId);
+}
+
+void TakeBackEventReminders(const CalendarWorld& world, CTmEvent event, const ReminderList& before) {
+    ReminderList all;
+    if (!LoadReminders(world, all))
         return;
-    if (report == Report::Shown)
-        world.ShowProgress("Updating the Reminders....");
-    if (HasServerReminder(current) || HasServerReminder(stored)) {
-        ReminderList old = stored;
-        ClearServerDone(current);
-        ClearServerDone(old);
-        bool succeeded = CheckServer(world, Report::Shown) == ServerCheck::Answers;
-        if (succeeded) {
-            if (report == Report::Shown)
-                world.ShowProgress("Updating Reminders on the server....");
-            succeeded = UpdateServer(world, current, old);
-        }
-        if (!succeeded) {
-            UndoFailed(current, old, stored);
-            TellReminderFailure(world, ReminderFailure::NotAllUpdated);
-        }
-    } else {
-        ClearServerIds(current);
+    // First of all, for what they only say of the event is no change that the server should hear of.
+    bool described = false;
+    for (CTmReminder& reminder : all) {
+        const CTmReminder* const old = FindReminder(before, reminder.ReminderId);
+        if (old && reminder.EventId == event.EventId)
+            described = SetCopies(reminder, {old->EventLabel, old->EventDescription, old->EventStart}) || described;
     }
-    RemoveReminders(all, stored);
-    AddReminders(all, current);
-    SaveReminders(world, all);
-    world.progress.Hide();
+    event.Reminders = before;
+    const bool changed = BringReminders(world, all, event, Report::Silent);
+    if (described || changed)
+        SaveReminders(world, all);
+    if (changed)
+        world.progress.Hide();
 }
 
 LeavingReminders RemindersLeavingWith(const CTmEvent& event, ReminderList all) {

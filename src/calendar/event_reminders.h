@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 
 #include "calendar/calendar_world.h"
@@ -23,12 +24,19 @@ void CopyReminders(const CTmEvent& source, CTmEvent& target, GuidSource& guids);
 /// A reminder that counts from the start of its event moves with it.
 void FollowStart(CTmReminder& reminder, const DateTime& start);
 
+/// Lets the reminders of a list say the title and text of their events, as far as these are among `events`, and those
+/// at a time of their own the start too; the others follow with their time. The server knows nothing of this. True if
+/// any said something else.
+bool DescribeEvents(ReminderList& reminders, std::span<const CTmEvent> events);
+
 /// Creates the reminders of a new series, all of one list. Those that the server didn't take are dropped.
 void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders);
 
-/// Brings the reminders of one event to those that it holds. Afterwards it holds what stands in the file.
-/// `report` is of the progress alone: a server that fails is asked about and told in any case.
+/// Brings the reminders of one event to those that it holds, and lets them say what it says. Afterwards it holds what
+/// stands in the file. `report` is of the progress alone: a server that fails is asked about and told in any case.
 void UpdateEventReminders(const CalendarWorld& world, CTmEvent& event, Report report);
+/// Brings the reminders of one event back to what they were before such an update.
+void TakeBackEventReminders(const CalendarWorld& world, CTmEvent event, const ReminderList& before);
 
 /// What a removal parts the reminders of the file into.
 struct LeavingReminders {

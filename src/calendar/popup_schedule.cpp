@@ -21,6 +21,10 @@ bool IsPopup(const CTmReminder& reminder) {
     return reminder.Type == static_cast<int32_t>(ReminderType::Popup) && reminder.SendTime.IsValid();
 }
 
+bool StartsLater(const CTmReminder& reminder, const DateTime& now) {
+    return !reminder.EventId.empty() && reminder.EventStart.IsValid() && reminder.EventStart.Seconds() > now.Seconds();
+}
+
 std::string DayAndTime(const DateTime& time) {
     return time.Format("%A, %B %d %Y") + " at " + ClockTime(time);
 }
@@ -97,9 +101,14 @@ DateTime PopupSchedule::NextTime() const {
 }
 
 int64_t PopupSchedule::SecondsToNextLook(const DateTime& now) const {
-    if (waiting_.empty())
-        return kLongestLook;
-    return std::clamp<int64_t>(waiting_.begin()->first - now.Seconds(), 0, kLongestLook);
+    int64_t next = now.Seconds() + kLongestLook;
+    if (!waiting_.empty())
+        next = std::min(next, waiting_.begin()->first);
+    for (const Popup& popup : onScreen_) {
+        if (StartsLater(popup.reminder, now))
+            next = std::min(next, popup.reminder.EventStart.Seconds());
+    }
+    return std::max<int64_t>(next - now.Seconds(), 0);
 }
 
 void PopupSchedule::Dismiss(const PopupKey& key) {
@@ -141,7 +150,7 @@ std::vector<SnoozeChoice> SnoozeChoices(const CTmReminder& reminder, const DateT
     std::vector<SnoozeChoice> choices = {span("5 Minutes", 5 * kMinute),   span("10 Minutes", 10 * kMinute),
                                          span("30 Minutes", 30 * kMinute), span("1 Hour", kHour),
                                          span("4 Hours", 4 * kHour),       {"1 Day", now.PlusDays(1), false}};
-    if (!reminder.EventId.empty() && reminder.EventStart.IsValid() && reminder.EventStart.Seconds() > now.Seconds())
+    if (StartsLater(reminder, now))
         choices.push_back({"Until the Event Starts", reminder.EventStart, false});
     return choices;
 }
@@ -152,8 +161,7 @@ PopupText TextOf(const Popup& popup, const DateTime& now) {
     const bool ofEvent = !reminder.EventId.empty();
     text.label = reminder.EventLabel.empty() ? (ofEvent ? "Event" : "Reminder") : reminder.EventLabel;
     if (ofEvent && reminder.EventStart.IsValid())
-        text.time =
-            (reminder.EventStart.Seconds() > now.Seconds() ? "Starts " : "Started ") + DayAndTime(reminder.EventStart);
+        text.time = (StartsLater(reminder, now) ? "Starts " : "Started ") + DayAndTime(reminder.EventStart);
     else if (!popup.isLate)
         text.time = DayAndTime(reminder.SendTime);
     if (popup.isLate)

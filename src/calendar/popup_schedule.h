@@ -36,8 +36,8 @@ public:
     size_t TakeDue(const DateTime& now);
     /// When the next popup is due; null if none waits.
     DateTime NextTime() const;
-    /// Seconds until somebody should look again: until the next popup, but at most a minute, since clocks are set and
-    /// computers sleep.
+    /// Seconds until somebody should look again: until the next popup, or the start of an event whose popup is on the
+    /// screen, but at most a minute, since clocks are set and computers sleep.
     int64_t SecondsToNextLook(const DateTime& now) const;
 
     /// What is on the screen, in the order in which it came.

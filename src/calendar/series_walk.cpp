@@ -88,6 +88,14 @@ void SeriesWalk::UpdateReminders(CTmEvent& event, const std::string& progressTex
     world_.wait(kPause);
 }
 
+void SeriesWalk::WriteReminders(const EventList& events) {
+    if (!remindersDiffer_)
+        all_ = stored_;
+    written_ = DescribeEvents(all_, events) || remindersDiffer_;
+    if (written_)
+        SaveReminders(world_, all_);
+}
+
 bool SeriesWalk::Run(EventList& events) {
     world_.ShowProgress(kLoading);
     if (!LoadReminders(world_, all_)) {
@@ -113,8 +121,7 @@ bool SeriesWalk::Run(EventList& events) {
         world_.wait(kPause);
     }
     world_.ShowProgress("Finalizing Event changes...");
-    if (remindersDiffer_)
-        SaveReminders(world_, all_);
+    WriteReminders(events);
     world_.wait(kLastPause);
     world_.progress.Hide();
     if (serverFailed_)
@@ -123,7 +130,7 @@ bool SeriesWalk::Run(EventList& events) {
 }
 
 void SeriesWalk::TakeBack() {
-    if (remindersDiffer_)
+    if (written_)
         SaveReminders(world_, stored_);
 }
 

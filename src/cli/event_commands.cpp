@@ -80,7 +80,7 @@ struct EventOptions {
         app.add_option("--until", until, "Last day of the series")->type_name("DATE");
     }
     void DeclareChanges(CLI::App& app) {
-        app.add_flag("--no-repeat", noRepeat, "Takes the event out of its series");
+        app.add_flag("--no-repeat", noRepeat, "Takes the event, and no other, out of its series");
         app.add_flag("--no-reminders", noReminders, "Removes its reminders, before --popup adds any");
     }
 
@@ -297,9 +297,7 @@ private:
             return ExitStatus::WrongUsage;
         if (const ExitStatus status = StatusOf(editor.Save()); status != ExitStatus::Done)
             return status;
-        EventList now;
-        LoadEvents(world, now);
-        PrintNew(session, before, now);
+        TellLastDay(PrintNew(session, world, before));
         return ExitStatus::Done;
     }
 
@@ -317,19 +315,37 @@ private:
             PrintEdited(session, world, events, *event);
         return status;
     }
-    /// The event, or those of a series that was made anew, which have other ids. Says so if the event has moved without
-    /// the others.
+    /// The event, or those of a series that was made anew, which have other ids. Says so if the event has left or moved
+    /// without the others.
     void PrintEdited(const Session& session, const CalendarWorld& world, const EventList& events,
                      const CTmEvent& before) const {
         EventList now;
         LoadEvents(world, now);
         const int index = FindEventIndex(now, id_);
-        if (index < 0)
-            return PrintNew(session, events, now);
+        if (index < 0) {
+            const EventList made = PrintNew(session, world, events);
+            if (!IsSeriesMember(before))
+                TellLastDay(made);
+            return;
+        }
         PrintID(session);
-        if (options_.start && IsSeriesMember(before) && question_.reach != SeriesReach::OnlyThis &&
-            now[static_cast<size_t>(index)].Start != before.Start)
+        if (IsSeriesMember(before) && question_.reach != SeriesReach::OnlyThis)
+            TellAlone(before, now[static_cast<size_t>(index)]);
+    }
+    /// That an event was changed without its series, though more was meant.
+    void TellAlone(const CTmEvent& before, const CTmEvent& now) const {
+        if (!IsSeriesMember(now))
+            PrintError("only this event has changed: it has left its series, and the others stay as they are");
+        else if (options_.start && now.Start != before.Start)
             PrintError("only this event has moved: the start isn't part of what the events of a series share");
+    }
+    /// How far a new series goes whose last day nobody has named.
+    void TellLastDay(const EventList& made) const {
+        if (!options_.repeat || options_.until || made.empty())
+            return;
+        PrintMessage("The series is made up to " + made.back().Start.Format("%m/%d/%Y") + ", with " +
+                     std::to_string(made.size()) + (made.size() == 1 ? " event" : " events") +
+                     "; --until gives it another last day.");
     }
 
     ExitStatus Delete(Session& session, const CalendarWorld& world, const EventList& events) {
@@ -381,14 +397,16 @@ private:
         if (session.Json())
             PrintJson({{"EventId", JsonText(FromUtf8(id_))}});
     }
-    static void PrintNew(const Session& session, const EventList& before, const EventList& now) {
+    /// Gives the events that weren't there before.
+    static EventList PrintNew(const Session& session, const CalendarWorld& world, const EventList& before) {
         std::unordered_set<std::string_view> known;
         for (const CTmEvent& event : before)
             known.insert(event.EventId);
+        EventList made;
+        LoadEvents(world, made);
+        std::erase_if(made, [&](const CTmEvent& event) { return known.contains(event.EventId); });
         Json ids = Json::array();
-        for (const CTmEvent& event : now) {
-            if (known.contains(event.EventId))
-                continue;
+        for (const CTmEvent& event : made) {
             if (session.Json())
                 ids.push_back(JsonText(event.EventId));
             else
@@ -396,6 +414,7 @@ private:
         }
         if (session.Json())
             PrintJson(ids);
+        return made;
     }
 
     PrintedPrompts prompts_;

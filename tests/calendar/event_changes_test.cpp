@@ -55,6 +55,33 @@ protected:
         EXPECT_EQ(BytesOf(world.eventFile), events);
         EXPECT_EQ(BytesOf(world.reminderFile), reminders);
     }
+    /// Gives each event one more reminder, a mail at a time of its own that the server knows. All have what the events
+    /// were once called.
+    void GiveOldCopies() {
+        ReminderList reminders = StoredReminders();
+        for (const CTmEvent& event : Stored()) {
+            reminders.push_back(ReminderFor(event, ReminderType::Email, 60));
+            reminders.back().PriorMinutes = -1;
+            reminders.back().ServerId = 7;
+            reminders.back().ServerDone = true;
+        }
+        for (CTmReminder& reminder : reminders)
+            reminder.EventLabel = reminder.EventDescription = "Once";
+        ASSERT_TRUE(SaveReminders(world, reminders));
+    }
+    /// How many reminders say what their event says; the others say what was once.
+    size_t CopiesThatFit() {
+        size_t count = 0;
+        for (const CTmEvent& event : Stored()) {
+            for (const CTmReminder& reminder : event.Reminders) {
+                const bool fits = reminder.EventLabel == event.Label && reminder.EventDescription == event.Description;
+                count += fits ? 1 : 0;
+                EXPECT_TRUE(fits || (reminder.EventLabel == "Once" && reminder.EventDescription == "Once"));
+                EXPECT_EQ(reminder.EventStart, event.Start);
+            }
+        }
+        return count;
+    }
     void ExpectRemindersHaveEvents() {
         const EventList events = Stored();
         for (const CTmReminder& reminder : StoredReminders())
@@ -212,6 +239,106 @@ TEST_F(EventChanges, AChangeOfInformationWalksOverTheSeries) {
     for (size_t i = 0; i < 5; ++i)
         EXPECT_EQ(Member(i).Description, "All");
     EXPECT_EQ(Member(0).Label, "Class");
+}
+
+TEST_F(EventChanges, RemindersSayWhatTheirEventSaysWithoutTheServer) {
+    GiveOldCopies();
+    const auto unseen = [this] {
+        ReminderList reminders = StoredReminders();
+        for (CTmReminder& reminder : reminders)
+            reminder.EventLabel.clear(), reminder.EventDescription.clear(), reminder.EventStart = DateTime();
+        return reminders;
+    };
+    const auto move = [](CTmEvent& event) {
+        event.Label = "New";
+        event.Start = event.Start.PlusSeconds(1800);
+        event.End = event.End.PlusSeconds(1800);
+        std::erase_if(event.Reminders, [](const CTmReminder& r) { return r.PriorMinutes >= 0; });
+    };
+    const auto rename = [](CTmEvent& event) { event.Label = "New", event.Description = "Text"; };
+    const std::string events = BytesOf(world.eventFile), reminders = BytesOf(world.reminderFile);
+    const ReminderList before = unseen();
+    for (const auto& [reach, reached] : {std::pair(SeriesReach::OnlyThis, 1u), std::pair(SeriesReach::AllFollowing, 3u),
+                                         std::pair(SeriesReach::EntireSeries, 5u)}) {
+        SCOPED_TRACE(reached);
+        PutBytes(world.eventFile, events);
+        PutBytes(world.reminderFile, reminders);
+        question.answer = reach;
+        EXPECT_EQ(Edit(Member(2), rename), EventSave::Saved);
+        EXPECT_EQ(CopiesThatFit(), 2 * reached);
+        const ReminderList after = unseen();
+        ASSERT_EQ(after.size(), before.size());
+        for (size_t i = 0; i < after.size(); ++i)
+            EXPECT_FALSE(ReminderDiffers(after[i], before[i])) << "in their order";
+        for (const std::string& call : server.calls)
+            EXPECT_EQ(call, "test");
+        const auto past = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+        std::filesystem::last_write_time(world.reminderFile, past);
+        EXPECT_EQ(Edit(Member(2), [](CTmEvent&) {}), EventSave::Saved);
+        EXPECT_EQ(std::filesystem::last_write_time(world.reminderFile), past) << "nothing is written for nothing";
+    }
+    PutBytes(world.reminderFile, reminders);
+    EXPECT_EQ(Edit(Find("{single}"), [](CTmEvent&) {}), EventSave::Saved);
+    EXPECT_EQ(CopiesThatFit(), 1u) << "a save without a change helps what was left behind";
+    server.works = 0;
+    EXPECT_EQ(Edit(Find("{single}"), move), EventSave::Saved);
+    EXPECT_EQ(CopiesThatFit(), 1u);
+    EXPECT_EQ(Find("{single}").Reminders[0].SendTime, Day(2026, 4, 11, 8)) << "it has a time of its own";
+}
+
+TEST_F(EventChanges, AMovedMemberTakesTheStartOfItsOwnRemindersAlong) {
+    GiveOldCopies();
+    for (const auto& [reach, label, fitting] :
+         {std::tuple(SeriesReach::OnlyThis, "Early", 2u), std::tuple(SeriesReach::EntireSeries, "Earlier", 10u)}) {
+        question.answer = reach;
+        const auto move = [&](CTmEvent& event) {
+            event.Start = event.Start.PlusSeconds(-7200);
+            event.End = event.End.PlusSeconds(-7200);
+            event.Label = label;
+        };
+        EXPECT_EQ(Edit(Member(1), move), EventSave::Saved);
+        EXPECT_EQ(CopiesThatFit(), fitting) << label;
+        EXPECT_EQ(Member(1).Reminders.back().SendTime, Day(2026, 4, 11, 8, 5));
+    }
+}
+
+TEST_F(EventChanges, ASeriesMadeAnewGivesItsRemindersItsTexts) {
+    GiveOldCopies();
+    question.answer = SeriesReach::EntireSeries;
+    const auto change = [](CTmEvent& event) {
+        event.DailyPattern = {1, 0, 2};
+        event.Label = "New";
+    };
+    EXPECT_EQ(Edit(Member(2), change), EventSave::Saved);
+    EXPECT_EQ(CopiesThatFit(), 6u) << "three events, two each";
+}
+
+TEST_F(EventChanges, CopiesGoBackWithAnEventThatCannotBeWritten) {
+    GiveOldCopies();
+    const std::string reminders = BytesOf(world.reminderFile);
+    const CTmEvent old = Member(2);
+    world.eventFile = folder / "none" / "Events.dat";
+    const std::tuple<SeriesReach, const char*, int> cases[] = {{SeriesReach::OnlyThis, "Class", 0},
+                                                               {SeriesReach::OnlyThis, "New", 0},
+                                                               {SeriesReach::OnlyThis, "New", 60},
+                                                               {SeriesReach::AllFollowing, "New", 60}};
+    for (const auto& [reach, label, minutes] : cases) {
+        SCOPED_TRACE(minutes);
+        CTmEvent saved = old;
+        saved.Label = label;
+        saved.Start = saved.Start.PlusSeconds(60 * minutes);
+        saved.End = saved.End.PlusSeconds(60 * minutes);
+        question.answer = reach;
+        server.calls.clear();
+        PutBytes(world.reminderFile, reminders);
+        EXPECT_EQ(EditEvent(world, saved, old), EventSave::NotWritten);
+        const bool follows = reach == SeriesReach::OnlyThis && minutes > 0;  // a reminder before the start
+        EXPECT_EQ(BytesOf(world.reminderFile) == reminders, !follows);
+        EXPECT_EQ(Each(StoredReminders(), &CTmReminder::EventLabel), Texts(11, "Once"));
+        EXPECT_EQ(std::ranges::count_if(server.calls, [](const std::string& call) { return call != "test"; }),
+                  follows ? 2 : 0)
+            << "it goes to the server and back as ever";
+    }
 }
 
 TEST_F(EventChanges, WhatADamagedFileHoldsIsKeptBesideOnce) {

@@ -256,6 +256,15 @@ TEST_F(Editors, AnEventHasFourRemindersAtMostAndNoneOnceItHasBegun) {
     EXPECT_TRUE(editor.HasChanged());
     EXPECT_EQ(editor.Save(), EventSave::Saved);
     EXPECT_EQ(StoredReminders()[0].EventStart, Day(2026, 3, 14, 9, 26)) << "of the event as it was saved";
+    EventEditor again = EventEditor::ForEvent(world, Stored()[0]);
+    again.SetLabel("Renamed");
+    again.PlaceAt(Day(2026, 3, 14, 11), Day(2026, 3, 14, 12));
+    EXPECT_EQ(again.Save(), EventSave::Saved);
+    for (const CTmReminder& reminder : StoredReminders()) {
+        EXPECT_EQ(reminder.EventLabel, "Renamed");
+        EXPECT_EQ(reminder.EventStart, Day(2026, 3, 14, 11));
+    }
+    EXPECT_EQ(StoredReminders()[0].SendTime, Day(2026, 3, 14, 21, 5)) << "its own time";
 }
 
 TEST_F(Editors, AddressesAreValidatedByType) {

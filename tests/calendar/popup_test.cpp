@@ -145,6 +145,11 @@ TEST(PopupSchedule, LooksAgainWithinAMinute) {
         EXPECT_EQ(schedule.SecondsToNextLook(kNow), seconds) << ahead;
     }
     EXPECT_EQ(PopupSchedule().SecondsToNextLook(kNow), 60);
+    PopupSchedule shown;  // its event starts ten minutes later
+    shown.SetReminders({PopupAt("a", kNow)}, kNow);
+    shown.TakeDue(kNow);
+    for (const auto& [ahead, seconds] : {std::pair(0, 60), std::pair(595, 5), std::pair(600, 60), std::pair(601, 60)})
+        EXPECT_EQ(shown.SecondsToNextLook(kNow.PlusSeconds(ahead)), seconds) << ahead;
 }
 
 TEST(PopupSchedule, ForgetsWhatIsGoneForAMonthAndNothingElse) {

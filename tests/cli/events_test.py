@@ -32,10 +32,12 @@ class Events(FreshTest):
         return [path.read_bytes() for path in sorted((self.data / "Data Files").glob("*.dat"))]
 
     def assert_reminders_fit(self):
-        events = {event["EventId"]: event["Start"] for event in self.json("events")}
+        events = {event["EventId"]: [event[key] for key in ("Start", "Label", "Description")]
+                  for event in self.json("events")}
         reminders = self.json("reminders")
         for reminder in reminders:
-            self.assertEqual(events.get(reminder["EventId"]), reminder["EventStart"])
+            copies = [reminder[key] for key in ("EventStart", "EventLabel", "EventDescription")]
+            self.assertEqual(events.get(reminder["EventId"]), copies)
         self.assertEqual(len({(one["EventId"], one["SendTime"]) for one in reminders}), len(reminders), "none is twice")
 
     def test_check_finds_damaged_files_of_the_calendar(self):
@@ -100,6 +102,7 @@ class Events(FreshTest):
                 self.assertEqual(self.json("event", "edit", ids[1], "--label", "New", reach), {"EventId": ids[1]})
                 self.assertEqual([line[12:] for line in self.lines()], labels)
                 self.assertEqual([event["EventId"] for event in self.json("events")], ids)
+                self.assert_reminders_fit()
         for reach, starts in [("--this", ["04 09:05", "12 10:00", "18 09:05", "25 09:05"]),
                               ("--following", ["04 09:05", "12 10:00", "19 10:00", "26 10:00"]),
                               ("--all", ["05 10:00", "12 10:00", "19 10:00", "26 10:00"])]:
@@ -136,6 +139,36 @@ class Events(FreshTest):
                 self.assertEqual(self.run_cli(*edit, "--start", f"{YEAR}-01-{moved}").stderr, b"", "it stays there")
                 anew = self.run_cli(*edit, "--start", f"{YEAR}-01-13T10:00", "--until", f"{YEAR}-02-08")
                 self.assertEqual(anew.stderr, b"", "the series is made anew, or one event was meant")
+
+    def test_an_event_leaves_its_series_alone_and_says_so(self):
+        for reach, says in [("--this", 0), ("--following", 1), ("--all", 1)]:
+            with self.subTest(reach=reach):
+                shutil.rmtree(self.data, ignore_errors=True)
+                ids = self.series()
+                edit = ["--json", "event", "edit", ids[1], reach, "--no-repeat"]
+                done = self.run_cli(*edit, "--start", f"{YEAR}-01-12", "--label", "New")
+                self.assertEqual([event["Recurring"] for event in self.json("events")], [1, 0, 1, 1])
+                self.assertEqual([b"only this event has changed" in line for line in done.stderr.splitlines()],
+                                 [True] * says)
+                self.assertEqual(json.loads(done.stdout), {"EventId": ids[1]})
+                self.assertEqual(self.run_cli(*edit, "--label", "Newer").stderr, b"", "it belongs to none")
+                self.assertEqual(self.run_cli("event", "edit", ids[0], reach, "--no-repeat", "--repeat", "daily").stderr,
+                                 b"", "it is a series in the end")
+
+    def test_a_series_without_a_last_day_says_how_far_it_goes(self):
+        start = ["--start", f"{YEAR}-01-04T09:05"]
+        for repeat, says in [(["weekly"], b"up to 01/04/2049, with 1 event;"), (["daily"], b"01/05/2049, with 2 events;"),
+                             (["daily", "--every", 3], b"01/07/2049, with 2 events;"),
+                             (["yearly"], b"01/04/2050, with 2 events;"), (["daily", "--until", f"{YEAR}-01-05"], b"")]:
+            with self.subTest(repeat=repeat):
+                done = self.run_cli("--json", "event", "add", "--label", "A", *start, "--repeat", *repeat)
+                self.assertIn(says, done.stderr)
+                self.assertEqual((done.stderr == b"", len(json.loads(done.stdout)) > 0), (says == b"", True))
+        ident, = self.json("event", "add", "--label", "A", *start)
+        done = self.run_cli("event", "edit", ident, "--repeat", "weekly")
+        self.assertIn(b"up to 01/04/2049, with 1 event; --until", done.stderr)
+        again = self.run_cli("event", "edit", done.stdout.decode().strip(), "--all", "--repeat", "daily")
+        self.assertEqual(again.stderr, b"", "the series keeps its last day")
 
     def test_a_label_alone_leaves_odd_times_as_they_are(self):
         """Whole days that begin at a quarter past nine, an end at its start, and one before it."""

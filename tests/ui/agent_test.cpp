@@ -152,6 +152,51 @@ private slots:
         }
     }
 
+    void offers_no_moment_that_has_passed() {
+        const QString toStart = "Until the Event Starts";
+        const auto begun = [&](const char* label, const QString& chosen) {
+            CTmReminder reminder = At(label, 0);
+            reminder.EventStart = clock_.now.PlusSeconds(1);
+            Start({reminder});
+            Find<QComboBox>("snoozeFor").setCurrentText(chosen);
+            QCOMPARE(Find<QComboBox>("snoozeFor").currentText(), chosen);
+            clock_.now = clock_.now.PlusSeconds(1);
+        };
+        const auto chosen = [&] { return Find<QComboBox>("snoozeFor").currentText(); };
+        const auto offersStart = [&] { return Find<QComboBox>("snoozeFor").findText(toStart) >= 0; };
+        for (const auto& [before, after] : {std::pair(toStart, "10 Minutes"), std::pair(QString("1 Day"), "1 Day")}) {
+            begun(after, before);
+            QTRY_VERIFY(!offersStart());
+            QCOMPARE(chosen(), QString(after));
+            QVERIFY(Text("time").startsWith("Started"));
+        }
+        begun("faster than the look at the clock", toStart);
+        Press("snooze");
+        QVERIFY2(Window().isVisible() && !offersStart(), "nothing is put off to what isn't chosen");
+        Press("snooze");
+        QCOMPARE(program_->Popups().Schedule().NextTime(), clock_.now.PlusSeconds(600));
+    }
+
+    void fills_its_times_anew_when_a_popup_comes_again() {
+        CTmReminder reminder = At("A", 0);
+        Start({reminder});
+        auto& choices = Find<QComboBox>("snoozeFor");
+        for (const auto& [chosen, minutes] : {std::pair("5 Minutes", 5), std::pair("Until the Event Starts", 25)}) {
+            choices.setCurrentText(chosen);
+            Press("snooze");
+            QVERIFY(!Window().isVisible());
+            Reload(minutes);
+            QTRY_VERIFY(Window().isVisible());
+            QCOMPARE(choices.currentText(), QString("10 Minutes"));
+            QCOMPARE(choices.findText("Until the Event Starts") >= 0, minutes == 5);
+        }
+        choices.setCurrentText("1 Hour");
+        reminder.EventStart = clock_.now.PlusSeconds(60);
+        Put({reminder});  // its event is moved
+        QTRY_COMPARE(choices.itemText(choices.count() - 1), QString("Until the Event Starts"));
+        QCOMPARE(choices.currentText(), QString("1 Hour"));
+    }
+
     void is_worked_by_keys() {
         Start({At("A", 0), At("B", 0), At("C", 0)});
         Window().BringUp();
