@@ -153,6 +153,7 @@ void BoardView::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), impl_->theme.Color(ColorRole::Board));
     impl_->PaintCards(painter, event->rect());
     impl_->PaintDropMarker(painter);
+    impl_->hasPainted = true;
 }
 
 void BoardView::Impl::ReloadHeights() {

@@ -93,6 +93,7 @@ struct BoardView::Impl {
     CardHit hot;
     bool syncing = false;
     int wheelRest = 0;
+    bool hasPainted = false;  ///< since the last turn of a timer
     BoardDrag drag;
     QBasicTimer dragTimer;
     QBasicTimer showTimer;             ///< runs while the cards that come into sight are laid out
