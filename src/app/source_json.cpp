@@ -1,6 +1,7 @@
 #include "app/source_json.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "base/date_time.h"
 #include "base/text.h"
@@ -17,6 +18,15 @@ int32_t NumberOf(const SourceJson& number) {
         return static_cast<int32_t>(std::clamp<double>(number.get<double>(), INT32_MIN, INT32_MAX));
     return ParseInt(number.is_number_unsigned() ? std::to_string(number.get<uint64_t>())
                                                 : std::to_string(number.get<int64_t>()));
+}
+
+/// The number of an author, which pairs records: one that is changed would be that of another author. Nothing for what
+/// is no whole number, or has no room in a record.
+std::optional<int32_t> AuthorIDOf(const SourceJson& json) {
+    if (!json.is_number())
+        return std::nullopt;
+    const int32_t id = NumberOf(json);
+    return json == SourceJson(id) ? std::optional(id) : std::nullopt;
 }
 
 // Each takes a value and is true, or leaves what stands there if the value is of another type.
@@ -49,6 +59,7 @@ bool TakeValue(const SourceJson& from, DateTime& to) {
     return to.IsValid() || from.is_null() || from == "invalid";
 }
 
+constexpr char kAuthorID[] = "a whole number from -2147483648 to 2147483647";
 constexpr char kList[] = "a list", kObject[] = "an object";
 template <typename Value>
 constexpr const char* kWanted = "a number";
@@ -70,11 +81,19 @@ public:
     void Take(const char* key, Value& to) const {
         Take(key, kWanted<Value>, [&](const SourceJson& value) { return TakeValue(value, to); });
     }
-    void Take(const char* key, LongList& to) const {
-        TakeEach(key, kWanted<int32_t>, [&](const SourceJson& value, size_t) {
-            if (value.is_number())
-                to.AddTail(NumberOf(value));
-            return value.is_number();
+    void TakeAuthorID(const char* key, int32_t& to) const {
+        Take(key, kAuthorID, [&](const SourceJson& value) {
+            const std::optional<int32_t> id = AuthorIDOf(value);
+            to = id.value_or(to);
+            return id.has_value();
+        });
+    }
+    void TakeAuthorIDs(const char* key, LongList& to) const {
+        TakeEach(key, kAuthorID, [&](const SourceJson& value, size_t) {
+            const std::optional<int32_t> id = AuthorIDOf(value);
+            if (id)
+                to.AddTail(*id);
+            return id.has_value();
         });
     }
     /// Texts for the slots that `to` has.
@@ -168,7 +187,7 @@ CCustomSourceType TypeOf(const RecordFields& fields) {
 CAuthor AuthorOfJson(const SourceJson& json, std::string name, const TellLeftOut& tell) {
     const RecordFields fields(json, std::move(name), tell);
     CAuthor author;
-    fields.Take("AuthorID", author.AuthorID);
+    fields.TakeAuthorID("AuthorID", author.AuthorID);
     fields.Take("first", author.first);
     fields.Take("middle", author.middle);
     fields.Take("last", author.last);
@@ -192,7 +211,7 @@ CSource SourceOfJson(const SourceJson& json, std::string name, const TellLeftOut
     fields.Take("SourceType", source.SourceType);
     fields.Take("IndentSpaces", source.IndentSpaces);
     fields.Take("AuthorsBeforeEtAl", source.AuthorsBeforeEtAl);
-    fields.Take("AuthorIDs", source.AuthorIDs);
+    fields.TakeAuthorIDs("AuthorIDs", source.AuthorIDs);
     fields.Take("FieldTexts", source.FieldTexts);
     fields.Take("YearOnly", source.YearOnly);
     fields.Take("HasDate", source.HasDate);

@@ -16,7 +16,8 @@ using SourceJson = nlohmann::ordered_json;
 using TellLeftOut = std::function<void(const std::string&)>;
 
 // Records from JSON objects whose keys are the names of their fields. A missing field has its default, and a number
-// stands for its text. A value of another type is left out, and told with the name of the record.
+// stands for its text. A value of another type is left out, and told with the name of the record; so is the number of
+// an author that isn't whole, or is beyond 32 bits.
 
 CAuthor AuthorOfJson(const SourceJson& json, std::string name, const TellLeftOut& tell);
 CCustomSourceType TypeOfJson(const SourceJson& json, std::string name, const TellLeftOut& tell);

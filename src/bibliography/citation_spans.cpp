@@ -82,6 +82,51 @@ void MoveSpans(WrappedCitation& wrapped, int64_t indent) {
     }
 }
 
+/// The blanks of one hanging indent in a text of so many lines.
+size_t IndentOf(const CSource& source, size_t lines) {
+    return std::min(static_cast<size_t>(source.IndentSpaces), kMostBlanks / std::max<size_t>(lines, 1));
+}
+
+std::string JoinLines(const std::vector<std::string_view>& lines, size_t indent) {
+    std::string text;
+    for (const std::string_view line : lines)
+        text.append(line).append("\n").append(indent, ' ');
+    return text;
+}
+
+/// Where the bytes of a text stand once its lines are joined. Blanks at the ends of a line have gone.
+class BytesInLines {
+public:
+    BytesInLines(std::string_view text, const std::vector<std::string_view>& lines, size_t indent) {
+        int64_t joined = 0;
+        for (const std::string_view line : lines) {
+            const auto start = static_cast<int64_t>(line.data() - text.data());
+            lines_.push_back({start, start + static_cast<int64_t>(line.size()), joined - start});
+            joined += static_cast<int64_t>(line.size() + 1 + indent);
+        }
+    }
+    /// The place of the first byte, from this one on, that is still there; behind all if there is none.
+    int64_t From(int64_t byte) const {
+        const auto line =
+            std::partition_point(lines_.begin(), lines_.end(), [&](const Line& l) { return l.end <= byte; });
+        return line == lines_.end() ? std::numeric_limits<int32_t>::max() : std::max(byte, line->start) + line->moved;
+    }
+    /// The place of the last byte, up to this one, that is still there; before all if there is none.
+    int64_t UpTo(int64_t byte) const {
+        auto line = std::partition_point(lines_.begin(), lines_.end(), [&](const Line& l) { return l.start <= byte; });
+        if (line == lines_.begin())
+            return -1;
+        --line;
+        return std::min(byte, line->end - 1) + line->moved;
+    }
+
+private:
+    struct Line {
+        int64_t start, end, moved;
+    };
+    std::vector<Line> lines_;
+};
+
 }  // namespace
 
 EmphasisKind FieldEmphasis(const CCustomSourceField& field) {
@@ -126,10 +171,8 @@ WrappedCitation WrapCitation(CSource& source, std::string_view text, int width) 
     wrapped.lines = static_cast<int>(lines.size());
     wrapped.spanStarts = source.SpanStarts;
     wrapped.spanEnds = source.SpanEnds;
-    const size_t indent =
-        std::min(static_cast<size_t>(source.IndentSpaces), kMostBlanks / std::max<size_t>(lines.size(), 1));
-    for (const std::string_view line : lines)
-        wrapped.text.append(line).append("\n").append(indent, ' ');
+    const size_t indent = IndentOf(source, lines.size());
+    wrapped.text = JoinLines(lines, indent);
     MoveSpans(wrapped, static_cast<int64_t>(indent));
     return wrapped;
 }
@@ -139,11 +182,17 @@ int CountCitationLines(const CSource& source, int width) {
 }
 
 int WrapSource(CSource& source, int width) {
-    WrappedCitation wrapped = WrapCitation(source, source.FormattedText, width);
-    source.FormattedText = std::move(wrapped.text);
-    source.SpanStarts = std::move(wrapped.spanStarts);
-    source.SpanEnds = std::move(wrapped.spanEnds);
-    return wrapped.lines;
+    source.IndentSpaces = std::max(source.IndentSpaces, 0);
+    const std::vector<std::string_view> lines = BreakLines(Trim(source.FormattedText), width, source.IndentSpaces);
+    const size_t indent = IndentOf(source, lines.size());
+    const BytesInLines places(source.FormattedText, lines, indent);
+    for (size_t i = 0; i < source.SpanStarts.Count(); ++i)
+        source.SpanStarts.SetAt(i, HoldTo32Bits(places.From(source.SpanStarts[i])));
+    for (size_t i = 0; i < source.SpanEnds.Count(); ++i)
+        source.SpanEnds.SetAt(i, HoldTo32Bits(places.UpTo(source.SpanEnds[i])));
+    const int count = static_cast<int>(lines.size());
+    source.FormattedText = JoinLines(lines, indent);
+    return count;
 }
 
 }  // namespace lore

@@ -36,14 +36,15 @@ int32_t EmphasisAt(const CSource& source, int32_t position);
 struct WrappedCitation {
     std::string text;
     int lines = 0;
-    LongList spanStarts, spanEnds;  ///< the source's spans, moved by the indents
+    LongList spanStarts, spanEnds;  ///< the source's spans, moved by the indents as if each cut took one blank away
 };
 
 /// Breaks a text for a width in characters; 0 or less makes no breaks. A negative IndentSpaces becomes 0 in the source.
 WrappedCitation WrapCitation(CSource& source, std::string_view text, int width);
 /// The number of lines that WrapCitation makes of FormattedText.
 int CountCitationLines(const CSource& source, int width);
-/// Wraps FormattedText in place, spans included, as a window does with the copy that it draws. Gives the lines.
+/// Wraps FormattedText in place, as a window does with the copy that it draws. Gives the lines. Spans hold the letters
+/// that they held, also where a cut takes no blank away, or several: there those of WrapCitation drift.
 int WrapSource(CSource& source, int width);
 
 }  // namespace lore

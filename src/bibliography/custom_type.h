@@ -18,6 +18,7 @@ struct CCustomSourceField {
     std::string name;
     std::string value;  ///< text of a user field; empty in a definition
     bool underline = false, italics = false, bold = false;
+    int32_t listNumber = -1;  ///< position in the list that an editor opened, -1 of a new field; not stored
 };
 
 /// A user-defined source type; its GUID is its lasting identity.

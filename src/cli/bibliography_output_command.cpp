@@ -59,11 +59,14 @@ public:
         for (const int32_t id : ids_)
             selection_.ids.AddUnique(id);
         selection_.sorted = !unsorted_;
+        const LongList absent = Absent(data->sources);
         SourceList sources = SelectSources(std::move(data->sources), data->authors, selection_);
         if (sources.Count() == 0) {
             PrintError(ids_.empty() ? "this NoteBook has no sources" : "none of these sources is in this NoteBook");
             return session.Faults().Any() ? ExitStatus::Fault : ExitStatus::NothingFound;
         }
+        for (const int32_t id : absent)
+            PrintError("there is no source " + std::to_string(id) + " in this NoteBook");
         if (!Write(session, sources, data->authors, ending))
             return ExitStatus::Fault;
         Print(session, sources);
@@ -73,6 +76,15 @@ public:
 private:
     static bool IsForm(std::string_view ending) {
         return ending == "dat" || ending == "pdf" || FindBibliographyWriter(ending) != nullptr;
+    }
+    /// The chosen ids that no source has.
+    LongList Absent(const SourceList& sources) const {
+        LongList absent;
+        for (const int32_t id : selection_.ids) {
+            if (!sources.FindSourceByID(id))
+                absent.AddTail(id);
+        }
+        return absent;
     }
     bool Write(Session& session, SourceList& sources, const AuthorList& authors, std::string_view ending) const {
         if (ending == "dat")

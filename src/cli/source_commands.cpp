@@ -125,12 +125,19 @@ private:
         hold("YearOnly", source.YearOnly, source.YearOnly == 1 ? 1 : 0);
         hold("UseDateText", source.UseDateText, source.UseDateText == 1 ? 1 : 0);
     }
-    static bool HasName(CAuthor author) { return TrimAuthorName(author); }
+    /// As the source editor trims what is typed there.
+    static void TrimTexts(CSource& source) {
+        const auto trim = [](std::string& text) { text = std::string(Trim(text)); };
+        std::for_each(source.FieldTexts.begin(), source.FieldTexts.end(), trim);
+        trim(source.DateText);
+        for (CCustomSourceField& field : source.CustomTypeCopy.fields)
+            trim(field.value);
+    }
     void AddAuthors(const BibliographyData& data, SourceMerge& merge) const {
         size_t position = 0;
-        for (const CAuthor& author : data.listedAuthors) {
+        for (CAuthor author : data.listedAuthors) {
             ++position;
-            if (HasName(author))
+            if (TrimAuthorName(author))
                 merge.MergeAuthor(author);
             else
                 PrintError(file_ + ": author " + std::to_string(position) +
@@ -145,10 +152,12 @@ private:
                 HoldNumbers(source, "source " + std::to_string(sources.size() + 1), session.Faults());
             if (source.SourceGUID.empty())
                 source.SourceGUID = session.Guids().NewGuid();
+            TrimTexts(source);
             for (const int32_t id : source.AuthorIDs) {
                 const CAuthor* const author = data.authors.FindAuthorByID(id);
-                if (author && HasName(*author))
-                    source.EmbeddedAuthors.push_back(*author);
+                CAuthor trimmed = author ? *author : CAuthor();
+                if (TrimAuthorName(trimmed))
+                    source.EmbeddedAuthors.push_back(trimmed);
                 else
                     PrintError(file_ + ": source " + std::to_string(sources.size() + 1) + " loses author " +
                                std::to_string(id) + (author ? ", which has no name" : ", which the file lacks"));

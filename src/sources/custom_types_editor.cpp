@@ -5,13 +5,23 @@
 
 #include "base/text.h"
 #include "bibliography/custom_type_fields.h"
+#include "sources/custom_type_steps.h"
 
 namespace lore {
 
 CustomTypesEditor::CustomTypesEditor(SourceStore& store) : store_(store) {
     types_.assign(store.World().book.types.begin(), store.World().book.types.end());
+    NumberFields();
     if (!types_.empty())
         SelectType(0);
+}
+
+void CustomTypesEditor::NumberFields() {
+    for (CCustomSourceType& type : types_) {
+        int32_t number = 0;
+        for (CCustomSourceField& field : type.fields)
+            field.listNumber = number++;
+    }
 }
 
 const CCustomSourceField* CustomTypesEditor::Field() const {
@@ -132,7 +142,10 @@ bool CustomTypesEditor::Save() {
     list.SortTypes();
     list.FillGuids(store_.World().guids);
     list.AssignNumbers();
-    return store_.ReplaceTypes(list);
+    if (!store_.ReplaceTypes(list, ListsBetween(store_.World().book.types, types_)))
+        return false;
+    NumberFields();
+    return true;
 }
 
 std::string_view EndMarkName(int32_t end) {

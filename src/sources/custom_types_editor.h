@@ -44,12 +44,14 @@ public:
 
     /// True if something differs from the list of the NoteBook.
     bool HasChanges() const;
-    /// Sorts the types, gives new ones their identity and stores them; the sources follow. False, and nothing has
-    /// changed, if they can't be written, which has been told.
+    /// Sorts the types, gives new ones their identity and stores them; the sources follow, and a value stays with its
+    /// field also where that is renamed and moved. False, and nothing has changed, if they can't be written, which has
+    /// been told.
     bool Save();
 
 private:
     CCustomSourceField* EditedField();
+    void NumberFields();
     void StampDate();
     CustomTypeList ListOf() const;
 

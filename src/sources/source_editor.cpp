@@ -195,10 +195,7 @@ void SourceEditor::SetDateText(std::string_view typed) {
     working_.DateText = TrimmedText(typed);
 }
 
-void SourceEditor::TypesReplaced() {
-    const CustomTypeList& types = store_.World().book.types;
-    // A type chosen for the copy gave the record its number, not its definition.
-    const bool keepsIdentity = record_.SourceType == working_.SourceType;
+void SourceEditor::TakeDefinitions(const CustomTypeList& types) {
     for (CSource* const source : {&record_, &working_}) {
         const CCustomSourceType* const type = types.FindTypeByGUID(source->CustomTypeCopy.GUID);
         if (type && source->SourceType >= kFirstCustomType)
@@ -207,6 +204,14 @@ void SourceEditor::TypesReplaced() {
     for (auto& [guid, left] : leftTypes_)
         if (const CCustomSourceType* const type = types.FindTypeByGUID(guid))
             left = MergeCustomType(*type, left);
+}
+
+void SourceEditor::TypesReplaced() {
+    // A type chosen for the copy gave the record its number, not its definition.
+    const bool keepsIdentity = record_.SourceType == working_.SourceType;
+    for (const CustomTypeList& between : store_.TypesBetween())
+        TakeDefinitions(between);
+    TakeDefinitions(store_.World().book.types);
     FillTypes();
     TakeTypeNumber();
     if (keepsIdentity)

@@ -88,6 +88,7 @@ private:
     SourceEditor(SourceStore& store, CSource source, bool isNew);
     void FillTypes();
     void TakeTypeNumber();
+    void TakeDefinitions(const CustomTypeList& types);
     CCustomSourceType TypeWithValues(const std::string& guid) const;
     void CheckYearOnly();
     size_t UserField(size_t row) const;

@@ -118,22 +118,37 @@ bool SourceStore::Remove(int32_t id) {
     return true;
 }
 
-bool SourceStore::ReplaceTypes(const CustomTypeList& types) {
+bool SourceStore::TakeTypes(const CustomTypeList& types) {
+    world_.book.types = types;
+    const bool isWritten = WriteSourceTypes(world_.book, world_.faults);
+    if (isWritten)
+        world_.book.sources.LinkCustomTypes(types);
+    return isWritten;
+}
+
+bool SourceStore::ReplaceTypes(const CustomTypeList& types, const std::vector<CustomTypeList>& between) {
     OpenNoteBook& book = world_.book;
-    const CustomTypeList before = book.types;
-    book.types = types;
-    if (!WriteSourceTypes(book, world_.faults)) {
-        book.types = before;
+    const CustomTypeList typesBefore = book.types;
+    const SourceList before = book.sources;
+    size_t taken = 0;
+    // Each stands on the disk with its sources before the next one, so that a load between two writes loses no value.
+    const bool areTaken = std::all_of(between.begin(), between.end(), [&](const CustomTypeList& list) {
+        return TakeTypes(list) && ++taken > 0 && WriteSources(book, world_.faults);
+    });
+    if (!areTaken || !TakeTypes(types)) {
+        book.types = typesBefore;
+        if (taken > 0) {
+            book.sources = before;
+            if (WriteSources(book, world_.faults))
+                WriteSourceTypes(book, world_.faults);
+        }
         return false;
     }
-    std::vector<CCustomSourceType> copies;
-    for (const CSource& source : book.sources)
-        copies.push_back(source.CustomTypeCopy);
-    book.sources.LinkCustomTypes(book.types);
+    between_ = between;
     LongList notes;
     bool any = false;
-    for (size_t i = 0; i < copies.size(); ++i) {
-        if (!IsSameCustomType(copies[i], book.sources[i].CustomTypeCopy)) {
+    for (size_t i = 0; i < before.Count(); ++i) {
+        if (!IsSameCustomType(before[i].CustomTypeCopy, book.sources[i].CustomTypeCopy)) {
             any = true;
             notes.Merge(book.sources[i].NoteIDs);
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "edit/edit_world.h"
 
 namespace lore {
@@ -26,13 +28,17 @@ public:
     /// notes count as changed now, and what they alone know of the source goes on to the new one.
     bool Replace(CSource source);
     bool Remove(int32_t id);
-    /// Replaces the user-defined types. Their sources take the new definitions and keep their values.
-    bool ReplaceTypes(const CustomTypeList& types);
+    /// Replaces the user-defined types. Their sources take the new definitions and keep their values; first they take
+    /// those of the lists between, one after the other, which are there for that alone.
+    bool ReplaceTypes(const CustomTypeList& types, const std::vector<CustomTypeList>& between = {});
+    /// The lists between of the last replacement, for copies of sources.
+    const std::vector<CustomTypeList>& TypesBetween() const { return between_; }
 
     EditWorld& World() { return world_; }
     SourceChanges& Changes() { return changes_; }
 
 private:
+    bool TakeTypes(const CustomTypeList& types);
     bool WriteNotes(const std::vector<CNote>& notes);
     bool MayStandOnDisk(const std::string& guid);
     std::vector<CNote> NotesOf(const LongList& ids);
@@ -41,6 +47,7 @@ private:
 
     EditWorld& world_;
     SourceChanges& changes_;
+    std::vector<CustomTypeList> between_;
 };
 
 }  // namespace lore

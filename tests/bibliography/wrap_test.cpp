@@ -65,6 +65,58 @@ TEST(WrapCitation, SpansMoveWithTheIndentsBeforeThem) {
     EXPECT_EQ(spanned(2), "dog");
 }
 
+/// What is drawn with the emphasis of the only span.
+std::string Emphasised(const std::string& text, int32_t start, int32_t end, int width, int32_t indent) {
+    CSource source;
+    source.IndentSpaces = indent;
+    source.FormattedText = text;
+    source.SpanStarts = {start};
+    source.SpanEnds = {end};
+    const std::string wrapped = WrapCitation(source, text, width).text;
+    WrapSource(source, width);
+    EXPECT_EQ(source.FormattedText, wrapped);
+    std::string emphasised;
+    for (size_t at = 0; at < wrapped.size(); ++at)
+        emphasised += EmphasisAt(source, static_cast<int32_t>(at)) == kEmphasisNone ? "" : wrapped.substr(at, 1);
+    return emphasised;
+}
+
+TEST(WrapSource, SpansHoldTheSameLettersInWhatIsDrawn) {
+    const std::tuple<std::string, int, int32_t, std::string, std::string> cases[] = {
+        // text, width, indent, the span in the text, the span in the lines
+        {"abcdefghij kl mn", 4, 2, "kl", "kl"},
+        {"abcdefghij kl mn", 4, 0, "fg", "fg"},
+        {"abcdefghij kl mn", 4, 2, "cdefghij", "cd\n  efgh\n  ij"},
+        {"abcdefghij kl mn", 4, 2, "abcd", "abcd"},
+        {"  one two three", 8, 3, "two", "two"},
+        {"  one two three", 8, 3, "  one", "one"},
+        {"one two  ", 4, 1, "two  ", "two"},
+        {"one  two   three", 5, 0, "three", "three"},
+        {"one  two   three", 7, 2, "one  ", "one"},
+        {"one  two   three", 7, 2, "  two", "two"},
+        {"one  two   three", 7, 2, "   ", ""},
+        {"\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9 ab", 2, 1, "ab", "a\n b"},
+        {"\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9 ab", 3, 0, "\xC3\xA9 ", "\xC3\xA9"},
+        {"one two", 0, 3, "two", "two"},
+    };
+    for (const auto& [text, width, indent, span, wanted] : cases) {
+        const auto start = static_cast<int32_t>(text.find(span));
+        const auto end = start + static_cast<int32_t>(span.size()) - 1;
+        EXPECT_EQ(Emphasised(text, start, end, width, indent), wanted) << text << " at " << width;
+    }
+}
+
+TEST(WrapSource, SpansOutsideOfTheTextHoldNoLetterOfAnother) {
+    const std::tuple<int32_t, int32_t, std::string> cases[] = {{-5, -1, ""},          {-5, 2, "one"}, {6, 99, "wo"},
+                                                               {7, 9, "o"},           {8, 9, ""},     {40, 50, ""},
+                                                               {5, INT32_MAX, "two"}, {3, 2, ""}};
+    for (const auto& [start, end, wanted] : cases)
+        EXPECT_EQ(Emphasised("one  two", start, end, 5, 2), wanted) << start << " to " << end;
+    CSource none;
+    none.SpanStarts = none.SpanEnds = {3};
+    EXPECT_EQ(WrapSource(none, 4), 0);
+}
+
 TEST(WrapCitation, SpanListsOfDifferentLengthStayAsTheyAre) {
     CSource source;
     source.SpanStarts = {4};

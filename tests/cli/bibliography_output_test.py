@@ -80,6 +80,12 @@ class Bibliography(CliTest):
             records = self.json("dump", self.out / "Bib.dat")["records"]
             self.assertEqual([r["SourceID"] for r in records], wanted)
 
+    def test_numbers_that_no_source_has_are_named(self):
+        for args, absent in [(["1013", "99999", "-4", "1011", "99999"], ["99999", "-4"]), (["1013"], []), ([], [])]:
+            done = self.expect(0, "bibliography", "--out", self.out / "Bib.txt", "--", *args)
+            self.assertEqual(re.findall(r"there is no source (\S+) in this NoteBook\n", done.stderr), absent)
+            self.assertEqual(done.stderr.count("\n"), len(absent))
+
     def test_text_wraps_at_80_characters(self):
         written = self.write("txt", "--indent", "5").read_text(encoding="utf-8")
         self.assertTrue(all(len(line) <= 80 for line in written.split("\n")))

@@ -199,6 +199,23 @@ class Citations(CliTest):
         done = self.expect(3, "--json", "cite", "--file", file, says='author 1: "first" is left out: it must be a text')
         self.assertEqual([cited["FormattedText"] for cited in json.loads(done.stdout)], ["5. A Title. "])
 
+    def test_a_number_that_is_not_whole_is_never_that_of_another_author(self):
+        file = self.world.top / "authors.json"
+        for one, two, cited, *told in [
+                (2 ** 31 - 1, -2 ** 31, ["Ann", "Carl"]), (3.0, 4, ["Ann", "Carl"]),
+                (1732809600001, 1732809600002, ["", ""], "author 1", "author 2", "source 1", "source 2"),
+                (1.2, 1.7, ["", ""], "author 1", "author 2", "source 1", "source 2"),
+                (1, 2 ** 64 + 1, ["Ann", ""], "author 2", "source 2"), (True, 1, ["", "Carl"], "author 1", "source 1")]:
+            file.write_text(json.dumps({
+                "authors": [{"AuthorID": one, "first": "Ann"}, {"AuthorID": two, "first": "Carl"}],
+                "sources": [{"AuthorIDs": [author], "FieldTexts": ["A Title"]} for author in (one, two)]}))
+            done = self.expect(3 if told else 0, "--json", "cite", "--file", file)
+            self.assertEqual([source["AuthorText"].rstrip(".") for source in json.loads(done.stdout)], cited)
+            lines = done.stderr.splitlines()
+            self.assertEqual(len(lines), len(told), lines)
+            for line, record in zip(lines, told):
+                self.assertRegex(line, record + ': .*"AuthorIDs?" is left out: it must be a whole number')
+
     def test_positions_count_characters_also_behind_line_breaks(self):
         file = self.world.top / "wide.json"
         author = {"AuthorID": 1, "first": "Zo\u00eb", "last": "M\u00fcller"}

@@ -390,6 +390,9 @@ class Writing(FreshTest):
                  '"SourceType" is left out: it must be a number'),
                 ({"AuthorIDs": ["1", 1, None], "DateText": {}}, {"AuthorIDs": ["Lamp"], "DateText": ""},
                  'element 1 of "AuthorIDs"', 'element 3 of "AuthorIDs"', '"DateText" is left out: it must be a text'),
+                ({"AuthorIDs": [1.5, 1.0, 2 ** 32 + 1, -2 ** 31 - 1, 2 ** 64 + 1]}, {"AuthorIDs": ["Lamp"]},
+                 *(f'element {at} of "AuthorIDs" is left out: it must be a whole number from -2147483648 to 2147483647'
+                   for at in (1, 3, 4, 5))),
                 ({"AuthorIDs": 1, "HasDate": "yes"}, {"AuthorIDs": [], "HasDate": False},
                  '"AuthorIDs" is left out: it must be a list', '"HasDate" is left out: it must be true or false'),
                 ({"IndentSpaces": 2 * 10 ** 9, "AuthorsBeforeEtAl": 0, "YearOnly": 2112, "UseDateText": -1, "FormatStyle": 13},
@@ -419,6 +422,22 @@ class Writing(FreshTest):
                 for line, words in zip(lines, told):
                     self.assertIn("s.json: source 2", line)
                     self.assertIn(words, line)
+
+    def test_texts_are_trimmed_as_the_source_editor_trims_them(self):
+        author = {"first": "Ann", "middle": "Q", "last": "Lee"}
+        typed = {"GUID": "{T}", "name": "Map", "fields": [{"kind": 2, "name": "Title"}, {"name": " Scale "}]}
+        typed["fields"][1]["value"] = "\t1:500 "
+        for blanks in ("", " ", "\n \t"):
+            names = {key: blanks + name + blanks for key, name in author.items()}
+            self.json("source", "add", "--file", self.file("s.json", json.dumps({
+                "authors": [{"AuthorID": 1, **names}],
+                "sources": [{"AuthorIDs": [1], "FieldTexts": [" A Title ", "\tPress\n", "", " a  b "],
+                             "DateText": blanks + "May" + blanks, "SourceType": 1001, "CustomTypeCopy": typed}]})))
+        self.assertEqual([{key: one[key] for key in author} for one in self.json("authors")], [author])
+        for source in self.json("sources"):
+            self.assertEqual([source["FieldTexts"][:4], source["DateText"]], [["A Title", "Press", "", "a  b"], "May"])
+            self.assertEqual([source["CustomTypeCopy"]["fields"][1][key] for key in ("name", "value")],
+                             [" Scale ", "1:500"])
 
     def test_a_dump_gives_the_spans_of_a_bibliography_in_characters(self):
         titles = ["Plain", "Caf\u00e9", "\u706f\u53f0 \u706f", "\u706f\u53f0"]

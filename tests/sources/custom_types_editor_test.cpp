@@ -1,5 +1,6 @@
 #include "sources/custom_types_editor.h"
 
+#include "sources/source_editor.h"
 #include "sources/sources_fixture.h"
 
 namespace lore {
@@ -55,6 +56,93 @@ TEST_F(CustomTypesEditorTest, SavedTypesAreSortedIdentifiedAndReachTheirSources)
     EXPECT_EQ(fresh.sources.FindSourceByID(1014)->CustomTypeCopy.fields.size(), 3u);
     EXPECT_TRUE(IsStamped(tied));
     EXPECT_FALSE(IsStamped(other));
+}
+
+/// A type with the fields A, B and C, a source with the values a, b and c, and what a user does to the fields.
+class FieldValuesTest : public SourcesFixture {
+protected:
+    using Texts = std::vector<std::string>;
+
+    void SetUp() override {
+        CSource source = Source(1013, "A letter", 1101);
+        source.CustomTypeCopy = Type("{T}", "Letter", {"A", "B", "C"});
+        book.types.RemoveAll();
+        book.types.AddType(source.CustomTypeCopy);
+        for (size_t i = 1; i <= 3; ++i)
+            source.CustomTypeCopy.fields[i].value = "abc"[i - 1];
+        book.sources.RemoveAll();
+        book.sources.AddTail(source);
+        ASSERT_TRUE(book.sources.SaveSources(book.paths.Sources(), book.authors).Ok());
+    }
+    /// "1X" names the second field X, "1>3" moves it to the fourth place, "1-" deletes it, "+" adds one.
+    bool Edit(const Texts& steps) {
+        CustomTypesEditor editor(store);
+        for (const std::string& step : steps) {
+            const auto field = static_cast<size_t>(step[0] - '0');
+            editor.SelectField(field);
+            if (step == "+")
+                editor.AddField();
+            else if (step[1] == '>')
+                editor.MoveField(field, static_cast<size_t>(step[2] - '0'));
+            else if (step[1] == '-')
+                editor.DeleteField();
+            else
+                editor.SetFieldName(step.substr(1));
+        }
+        return editor.Save();
+    }
+    /// Without the title.
+    static std::string Fields(const SourceList& sources) {
+        std::string fields;
+        for (const CCustomSourceField& field : sources.FindSourceByID(1013)->CustomTypeCopy.fields)
+            fields += field.kind == CCustomSourceField::User ? field.name + "=" + field.value + " " : "";
+        return fields;
+    }
+};
+
+TEST_F(FieldValuesTest, StayWithTheirFields) {
+    const std::pair<Texts, std::string> cases[] = {
+        // In one step.
+        {{"1X"}, "X=a B=b C=c "},
+        {{"1>3"}, "B=b C=c A=a "},
+        {{"1-"}, "B=b C=c "},
+        {{"1-", "+"}, "B=b C=c Your Field=c "},
+        {{"1B", "2A", "3>0"}, "C=c B=b A=a "},
+        // In several.
+        {{"1X", "1>3"}, "B=b C=c X=a "},
+        {{"3>0", "0X"}, "X=c A=a B=b "},
+        {{"1X", "2Y", "3Z", "1>3", "1>2"}, "Z=c Y=b X=a "},
+        {{"1-", "1X"}, "X=b C=c "},
+        {{"1-", "1A"}, "A=b C=c "},
+        {{"1X", "1>3", "2-"}, "B=b X=a "},
+        {{"2X", "2>3", "+", "4>1", "1New"}, "New=a A=a C=c X=b "},
+        {{"1-", "2X", "2>1", "+"}, "X=c B=b Your Field= "},
+    };
+    for (const auto& [steps, wanted] : cases) {
+        SetUp();
+        ASSERT_TRUE(Edit(steps));
+        EXPECT_EQ(Fields(book.sources), wanted);
+        EXPECT_EQ(Fields(Reloaded().sources), wanted);
+    }
+}
+
+TEST_F(FieldValuesTest, StayWhereTheyWereIfTheSourcesCannotBeWritten) {
+    Block(book.paths.Sources());
+    EXPECT_FALSE(Edit({"1X", "1>3"}));
+    Unblock(book.paths.Sources());
+    EXPECT_EQ(book.types[0].fields[1].name, "A");
+    EXPECT_EQ(Fields(book.sources), "A=a B=b C=c ");
+    ASSERT_TRUE(Edit({"1X", "1>3"}));
+    EXPECT_EQ(Fields(Reloaded().sources), "B=b C=c X=a ");
+}
+
+TEST_F(FieldValuesTest, AreThoseOfTheSourceThatIsBeingEditedToo) {
+    SourceEditor editor = SourceEditor::ForSource(store, *book.sources.FindSourceByID(1013));
+    editor.SetGridValue(0, "typed");
+    ASSERT_TRUE(Edit({"1X", "1>3"}));
+    editor.TypesReplaced();
+    ASSERT_TRUE(editor.Save());
+    EXPECT_EQ(Fields(Reloaded().sources), "B=b C=c X=typed ");
 }
 
 TEST_F(CustomTypesEditorTest, DeletedTypesLeaveTheCopiesOfSources) {

@@ -3,6 +3,7 @@
 #include "bibliography/bibliography_file.h"
 #include "ui/bibliography/select_sources_dlg.h"
 #include "ui/note_editor/note_actions.h"
+#include "ui/sources/citation_layout.h"
 #include "ui/sources/edit_source_dlg.h"
 #include "ui/sources/edit_source_types_dlg.h"
 #include "ui/sources/source_preview_wnd.h"
@@ -340,6 +341,32 @@ private slots:
             Click(dialog, "editTypes");
             prompts_.answers = {PromptAnswer::Yes};
         });
+    }
+
+    void lines_of_a_citation_stand_on_an_even_grid() {
+        const double cell = QFontMetricsF(SourceListFont(kSourcesListBoxes.characterHeight)).horizontalAdvance('H');
+        // Where the letters of the last line end, right of what another font draws.
+        const auto baseline = [&](const char* text) {
+            CSource source;
+            source.FormattedText = text;
+            source.IndentSpaces = 0;
+            const CitationLayout citation(source, kSourcesListBoxes, 5);
+            QImage picture(QSize(200, citation.Height()), QImage::Format_RGB32);
+            picture.fill(Qt::white);
+            QPainter painter(&picture);
+            citation.Paint(painter, picture.rect());
+            painter.end();
+            int bottom = -1;
+            for (int y = 0; y < picture.height(); ++y)
+                for (int x = static_cast<int>(cell * 2.5); x < picture.width(); ++x)
+                    bottom = qGray(picture.pixel(x, y)) < 128 ? y : bottom;
+            return bottom;
+        };
+        const int plain = baseline("HHHHH HHHHH HHHHH");
+        QVERIFY(plain > 2 * kSourcesListBoxes.characterHeight);
+        for (const char* const text : {"\u706fHHHH HHHHH HHHHH", "HHHHH \u706f\u53f0HHH HHHHH",
+                                       "HHHHH HHHHH \u706fHHHH", "HHHHH HHHHH \U0001F600HHHH"})
+            QVERIFY2(baseline(text) == plain, text);
     }
 
     void thousands_of_sources_scroll() {

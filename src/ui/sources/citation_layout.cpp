@@ -45,13 +45,19 @@ CitationLayout::CitationLayout(const CSource& source, const SourceBoxFigures& fi
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
     layout_.setTextOption(option);
+    LayOut(QFontMetricsF(font).ascent());
+}
+
+// Another font that stands in for characters which this one lacks makes a line higher: what stays even are the
+// baselines.
+void CitationLayout::LayOut(double ascent) {
     layout_.beginLayout();
     for (int y = 0;; y += lineHeight_) {
         QTextLine line = layout_.createLine();
         if (!line.isValid())
             break;
         line.setLineWidth(1e6);
-        line.setPosition(QPointF(0, y));
+        line.setPosition(QPointF(0, y + ascent - line.ascent()));
     }
     layout_.endLayout();
 }

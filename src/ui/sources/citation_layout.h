@@ -27,6 +27,8 @@ public:
     void Paint(QPainter& painter, const QRect& place) const;
 
 private:
+    void LayOut(double ascent);
+
     QTextLayout layout_;
     int lines_ = 0;
     int lineHeight_;
