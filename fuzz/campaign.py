@@ -4,7 +4,7 @@
     fuzz/campaign.py [--minutes M] [--turn SECONDS] [--jobs N] [--folder build/campaign] [--programs build/fuzz-long/bin]
 
 Each turn takes the program that has run least and goes on from the corpora and from what former turns have kept in the
-folder; two turns of three with short inputs. What all goes have counted, inputs and hours of one processor, stands in
+folder; two turns of three with short inputs. A program that stops rests for this go. What all goes have counted, inputs and hours of one processor, stands in
 totals.json there and is printed at the end. Ends with status 1 if an input that a program stopped at waits in the
 folder "found": mend the fault, put the input into the corpus, and take both files away.
 """
@@ -42,12 +42,13 @@ class Campaign:
         self.ends = time.monotonic() + options.minutes * 60
         self.lock = threading.Lock()
         self.running = set()
+        self.stopped = set()
 
     def choose(self):
         """The next turn: its program, how many it has had, and its seconds; none when the time is over."""
         with self.lock:
             seconds = int(min(self.options.turn, self.ends - time.monotonic()))
-            free = [target for target in self.targets if target not in self.running]
+            free = [target for target in self.targets if target not in self.running | self.stopped]
             if seconds < 1 or not free:
                 return None
             target = min(free, key=lambda name: (self.totals[name]["seconds"], self.totals[name]["turns"]))
@@ -71,6 +72,8 @@ class Campaign:
                 file.write(report)
         with self.lock:
             self.running.discard(target)
+            if run.returncode != 0:
+                self.stopped.add(target)
             mine = self.totals[target]
             mine["turns"] += 1
             mine["seconds"] += round(used.ru_utime + used.ru_stime, 1)

@@ -13,7 +13,7 @@ void MoveText(char*& out, const char*& at, const char* end);
 
 namespace lore {
 
-void MoveText(char*& out, const char*& at, const char* end) {
+void MoveText([[maybe_unused]] char*& out, [[maybe_unused]] const char*& at, [[maybe_unused]] const char* end) {
 #if defined(__AVX2__)
     avx2::MoveText(out, at, end);
 #elif defined(__x86_64__)

@@ -65,4 +65,9 @@ bool EventInfoDiffers(const CTmEvent& a, const CTmEvent& b) {
            RemindersDiffer(a.Reminders, b.Reminders);
 }
 
+bool IsSeriesMember(const CTmEvent& event) {
+    return event.Recurring == 1 && event.RecurrenceType >= 0 && event.RecurrenceType < kSeriesTypes &&
+           !event.SeriesId.empty();
+}
+
 }  // namespace lore

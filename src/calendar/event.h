@@ -112,4 +112,7 @@ bool EventsDiffer(const CTmEvent& a, const CTmEvent& b);
 /// A difference of label, description, colour or reminders.
 bool EventInfoDiffers(const CTmEvent& a, const CTmEvent& b);
 
+/// True for a member of a series, which has two more commands to delete it.
+bool IsSeriesMember(const CTmEvent& event);
+
 }  // namespace lore

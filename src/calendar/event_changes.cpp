@@ -189,11 +189,6 @@ EventSave Save(const CalendarWorld& world, const CTmEvent& event, const CTmEvent
 
 }  // namespace
 
-bool IsSeriesMember(const CTmEvent& event) {
-    return event.Recurring == 1 && event.RecurrenceType >= 0 && event.RecurrenceType < kSeriesTypes &&
-           !event.SeriesId.empty();
-}
-
 CTmEvent EventForDays(const CalendarWorld& world, const std::optional<std::pair<DateTime, DateTime>>& days) {
     CTmEvent event = NewEvent(world.Context());
     const DateTime now = world.clock.Now();

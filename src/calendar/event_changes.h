@@ -37,7 +37,4 @@ bool DeleteEntireSeries(const CalendarWorld& world, const CTmEvent& event);
 /// Removes an event that isn't part of a series.
 bool DeleteEvent(const CalendarWorld& world, const CTmEvent& event);
 
-/// True for a member of a series, which has two more commands to delete it.
-bool IsSeriesMember(const CTmEvent& event);
-
 }  // namespace lore

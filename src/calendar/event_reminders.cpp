@@ -94,7 +94,7 @@ bool BringReminders(const CalendarWorld& world, ReminderList& all, CTmEvent& eve
 /// What a reminder says of its event.
 struct Copies {
     const std::string &label, &description;
-    const DateTime& start;
+    DateTime start;  ///< invalid where it stays
 };
 
 /// True if it said something else. The start is that of a reminder at a time of its own alone.
@@ -191,7 +191,8 @@ void CreateSeriesReminders(const CalendarWorld& world, ReminderList reminders) {
 bool DescribeEvents(ReminderList& reminders, std::span<const CTmEvent> events) {
     std::unordered_map<std::string_view, Copies> owners;
     for (const CTmEvent& event : events)
-        owners.emplace(event.EventId, Copies{event.Label, event.Description, event.Start});
+        owners.emplace(event.EventId, Copies{event.Label, event.Description,
+                                             IsSeriesMember(event) ? DateTime::Invalid() : event.Start});
     bool changed = false;
     for (CTmReminder& reminder : reminders) {
         const auto owner = owners.find(reminder.EventId);

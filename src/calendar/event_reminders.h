@@ -25,8 +25,8 @@ void CopyReminders(const CTmEvent& source, CTmEvent& target, GuidSource& guids);
 void FollowStart(CTmReminder& reminder, const DateTime& start);
 
 /// Lets the reminders of a list say the title and text of their events, as far as these are among `events`, and those
-/// at a time of their own the start too; the others follow with their time. The server knows nothing of this. True if
-/// any said something else.
+/// at a time of their own the start too, but not in a series, where the span to it tells which reminders of two events
+/// are the same; the others follow with their time. The server knows nothing of this. True if any said something else.
 bool DescribeEvents(ReminderList& reminders, std::span<const CTmEvent> events);
 
 /// Creates the reminders of a new series, all of one list. Those that the server didn't take are dropped.

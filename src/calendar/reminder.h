@@ -21,7 +21,7 @@ struct CTmReminder {
     bool ServerDone = false;     ///< the last server operation for this record succeeded
     DateTime ServerSendTime;     ///< moment of sending on the server's clock
     DateTime SendTime;           ///< moment of sending on this computer's clock
-    DateTime EventStart;         ///< the event's Start when it was saved last
+    DateTime EventStart;         ///< the event's Start when it was made, or saved last
     std::string ReminderId;      ///< GUID text
     std::string SendTo;          ///< address for the server
     std::string EmailAddress;    ///< as entered

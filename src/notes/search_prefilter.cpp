@@ -63,7 +63,7 @@ Step StepOverEscape(std::string_view rtf, size_t& at) {
 
 bool MayStandAt(std::string_view rtf, std::string_view term, size_t at) {
     size_t matched = 0;
-    bool hasLeftGroup = false;  // behind which a break may be a hidden one
+    bool hasLeftGroup = false;  // behind which a break or a text may be a hidden one
     while (at < rtf.size() && matched < term.size()) {
         const char c = rtf[at];
         if (c == '{')
@@ -79,7 +79,7 @@ bool MayStandAt(std::string_view rtf, std::string_view term, size_t at) {
             ++at;
             ++matched;
         } else {
-            return false;
+            return hasLeftGroup;
         }
     }
     return matched == term.size();

@@ -27,7 +27,7 @@ struct SortKey {
     bool starts = true;  ///< comes before the limit, so that a walk can begin with it
 };
 
-/// The keys of a list. Several groups may have equal levels; each has a note.
+/// The keys of a list. Several groups may have equal levels, and one may have no note.
 struct SortKeys {
     std::vector<int32_t> levels;  ///< ranks; the first differing one of two groups decides
     std::vector<SortGroup> groups;

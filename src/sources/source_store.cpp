@@ -130,18 +130,22 @@ bool SourceStore::ReplaceTypes(const CustomTypeList& types, const std::vector<Cu
     OpenNoteBook& book = world_.book;
     const CustomTypeList typesBefore = book.types;
     const SourceList before = book.sources;
-    size_t taken = 0;
+    size_t typesTaken = 0, sourcesTaken = 0;
     // Each stands on the disk with its sources before the next one, so that a load between two writes loses no value.
-    const bool areTaken = std::all_of(between.begin(), between.end(), [&](const CustomTypeList& list) {
-        return TakeTypes(list) && ++taken > 0 && WriteSources(book, world_.faults);
-    });
-    if (!areTaken || !TakeTypes(types)) {
+    for (const CustomTypeList& list : between) {
+        if (sourcesTaken < typesTaken || !TakeTypes(list))
+            break;
+        ++typesTaken;
+        sourcesTaken += WriteSources(book, world_.faults) ? 1 : 0;
+    }
+    if (sourcesTaken < between.size() || !TakeTypes(types)) {
+        book.sources = before;
+        const bool areBack = sourcesTaken == 0 || WriteSources(book, world_.faults);
+        // Beside sources that stay as they are on the disk stand the types that these have taken.
+        book.types = areBack ? typesBefore : between[sourcesTaken - 1];
+        if (typesTaken > 0)
+            WriteSourceTypes(book, world_.faults);
         book.types = typesBefore;
-        if (taken > 0) {
-            book.sources = before;
-            if (WriteSources(book, world_.faults))
-                WriteSourceTypes(book, world_.faults);
-        }
         return false;
     }
     between_ = between;

@@ -26,7 +26,9 @@ using Move = void (*)(char*& out, const char*& at, const char* end);
 std::vector<Move> Moves() {
     std::vector<Move> moves = {MoveText};
 #if defined(__x86_64__)
+#if !defined(__AVX2__)
     moves.push_back(sse2::MoveText);
+#endif
     if (HasWideBlocks())
         moves.push_back(avx2::MoveText);
 #endif

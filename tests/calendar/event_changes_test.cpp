@@ -1,6 +1,8 @@
 #include "calendar/event_changes.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <tuple>
 
 #include "calendar/calendar_fixture.h"
 #include "calendar/event_editor.h"
@@ -77,7 +79,7 @@ protected:
                 const bool fits = reminder.EventLabel == event.Label && reminder.EventDescription == event.Description;
                 count += fits ? 1 : 0;
                 EXPECT_TRUE(fits || (reminder.EventLabel == "Once" && reminder.EventDescription == "Once"));
-                EXPECT_EQ(reminder.EventStart, event.Start);
+                EXPECT_TRUE(reminder.EventStart == event.Start || (reminder.PriorMinutes < 0 && IsSeriesMember(event)));
             }
         }
         return count;
@@ -286,20 +288,35 @@ TEST_F(EventChanges, RemindersSayWhatTheirEventSaysWithoutTheServer) {
     EXPECT_EQ(Find("{single}").Reminders[0].SendTime, Day(2026, 4, 11, 8)) << "it has a time of its own";
 }
 
-TEST_F(EventChanges, AMovedMemberTakesTheStartOfItsOwnRemindersAlong) {
+TEST_F(EventChanges, OwnTimesOfRemindersStayWhenTheirSeriesGetsAnotherOneAfterAMemberHasMovedAlone) {
     GiveOldCopies();
-    for (const auto& [reach, label, fitting] :
-         {std::tuple(SeriesReach::OnlyThis, "Early", 2u), std::tuple(SeriesReach::EntireSeries, "Earlier", 10u)}) {
-        question.answer = reach;
-        const auto move = [&](CTmEvent& event) {
-            event.Start = event.Start.PlusSeconds(-7200);
-            event.End = event.End.PlusSeconds(-7200);
-            event.Label = label;
+    const auto own = [this] {
+        std::vector<std::tuple<std::string, std::string, int64_t>> reminders;
+        for (const CTmReminder& reminder : StoredReminders()) {
+            if (reminder.PriorMinutes < 0)
+                reminders.emplace_back(reminder.EventId, reminder.ReminderId, reminder.SendTime.Seconds());
+        }
+        std::sort(reminders.begin(), reminders.end());
+        return reminders;
+    };
+    const auto before = own();
+    question.answer = SeriesReach::OnlyThis;
+    const auto move = [](CTmEvent& event) {
+        event.Start = event.Start.PlusSeconds(-7200);
+        event.End = event.End.PlusSeconds(-7200);
+        event.Label = "Early";
+    };
+    EXPECT_EQ(Edit(Member(1), move), EventSave::Saved);
+    EXPECT_EQ(CopiesThatFit(), 2u);
+    question.answer = SeriesReach::EntireSeries;
+    for (const size_t member : {1u, 0u}) {
+        const auto remind = [&](CTmEvent& event) {
+            event.Reminders.push_back(ReminderFor(event, ReminderType::Popup, 5 + static_cast<int>(member)));
         };
-        EXPECT_EQ(Edit(Member(1), move), EventSave::Saved);
-        EXPECT_EQ(CopiesThatFit(), fitting) << label;
-        EXPECT_EQ(Member(1).Reminders.back().SendTime, Day(2026, 4, 11, 8, 5));
+        EXPECT_EQ(Edit(Member(member), remind), EventSave::Saved);
+        EXPECT_EQ(own(), before) << member;
     }
+    EXPECT_EQ(CopiesThatFit(), 20u);
 }
 
 TEST_F(EventChanges, ASeriesMadeAnewGivesItsRemindersItsTexts) {

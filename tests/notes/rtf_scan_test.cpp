@@ -30,7 +30,9 @@ struct Scan {
 std::vector<Scan> Scans() {
     std::vector<Scan> scans = {{AnyTermStart, AnyAsciiEscape}};
 #if defined(__x86_64__)
+#if !defined(__AVX2__)
     scans.push_back({sse2::AnyTermStart, sse2::AnyAsciiEscape});
+#endif
     if (HasWideBlocks())
         scans.push_back({avx2::AnyTermStart, avx2::AnyAsciiEscape});
 #endif

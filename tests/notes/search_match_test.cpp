@@ -121,7 +121,8 @@ TEST(RtfPrefilter, NeverThrowsOutAWordHoweverTheRtfWritesIt) {
     // What the text has and the bytes don't.
     for (const auto& [body, term] :
          {std::pair("a{\\footnote b}", "\"a [b]\""), std::pair("{\\field{\\*\\fldinst Symbol 65}}x", "Ax"),
-          std::pair("a{\\footnote b}c", "\" c\""), std::pair("{\\v x{\\v0 ab}\\par {\\v0 cd}}", "abcd")}) {
+          std::pair("a{\\footnote b}c", "\" c\""), std::pair("{\\v x{\\v0 ab}\\par {\\v0 cd}}", "abcd"),
+          std::pair("{\\v x {\\v0 fs24}ee{\\v0 bin}}", "fs24bin")}) {
         const NoteMatcher odd = MatcherFor(term);
         const std::string rtf = TextNote(1, body).rtfText;
         EXPECT_TRUE(odd.Matches(PlainText(rtf)) && RtfPrefilter(odd).MayMatch(rtf)) << body;

@@ -136,6 +136,16 @@ TEST_F(FieldValuesTest, StayWhereTheyWereIfTheSourcesCannotBeWritten) {
     EXPECT_EQ(Fields(Reloaded().sources), "B=b C=c X=a ");
 }
 
+TEST_F(FieldValuesTest, AreWhereTheyWereAfterAReloadIfTheSourcesCouldNotBeWritten) {
+    const std::filesystem::path sources = book.paths.Sources(), aside = sources.string() + ".aside";
+    std::filesystem::rename(sources, aside);
+    Block(sources);
+    EXPECT_FALSE(Edit({"0-", "0X", "0>2"}));
+    Unblock(sources);
+    std::filesystem::rename(aside, sources);
+    EXPECT_EQ(Fields(Reloaded().sources), "A=a B=b C=c ");
+}
+
 TEST_F(FieldValuesTest, AreThoseOfTheSourceThatIsBeingEditedToo) {
     SourceEditor editor = SourceEditor::ForSource(store, *book.sources.FindSourceByID(1013));
     editor.SetGridValue(0, "typed");

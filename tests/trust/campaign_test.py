@@ -48,10 +48,13 @@ class Campaign(unittest.TestCase):
 
     def test_a_program_that_stops_is_told_until_its_input_is_gone(self):
         self.put("a", STOPS)
+        self.put("b", FUZZER)
         run, totals = self.go(2)
         self.assertEqual(run.returncode, 1, run.stdout + run.stderr)
         self.assertIn("a: stopped with status 77", run.stdout)
-        self.assertEqual(totals["a"]["inputs"], 100 * totals["a"]["turns"])
+        self.assertEqual((totals["a"]["turns"], totals["a"]["inputs"]), (1, 100))
+        self.assertGreater(totals["b"]["turns"], 1)
+        self.assertEqual(len(list((self.folder / "found").iterdir())), 2)
         self.put("a", FUZZER)
         self.assertEqual(self.go(2)[0].returncode, 1)
         for file in (self.folder / "found").iterdir():

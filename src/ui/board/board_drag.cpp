@@ -1,5 +1,4 @@
 #include <QTimerEvent>
-#include <utility>
 
 #include "ui/board/board_view.h"
 #include "ui/board/board_view_impl.h"
@@ -37,8 +36,10 @@ void BoardView::Impl::FindTarget() {
 
 void BoardView::timerEvent(QTimerEvent* event) {
     // A key never waits for a screen that is painted and the layout of a card behind it: that has a turn of its own.
-    if (std::exchange(impl_->hasPainted, false) && event->timerId() != impl_->dragTimer.timerId())
+    if (impl_->putOff > 0 && event->timerId() != impl_->dragTimer.timerId()) {
+        --impl_->putOff;
         return;
+    }
     if (event->timerId() == impl_->showTimer.timerId() && impl_->IsShowing())
         return impl_->ShowStep();
     impl_->CatchUp();

@@ -153,7 +153,8 @@ void BoardView::paintEvent(QPaintEvent* event) {
     painter.fillRect(event->rect(), impl_->theme.Color(ColorRole::Board));
     impl_->PaintCards(painter, event->rect());
     impl_->PaintDropMarker(painter);
-    impl_->hasPainted = true;
+    impl_->putOff = (impl_->showTimer.isActive() ? 1 : 0) + (impl_->savedTimer.isActive() ? 1 : 0) +
+                    (impl_->aheadTimer.isActive() ? 1 : 0);
 }
 
 void BoardView::Impl::ReloadHeights() {

@@ -93,7 +93,7 @@ struct BoardView::Impl {
     CardHit hot;
     bool syncing = false;
     int wheelRest = 0;
-    bool hasPainted = false;  ///< since the last turn of a timer
+    int putOff = 0;  ///< how many timers let this turn of the event loop pass, in which the board has been painted
     BoardDrag drag;
     QBasicTimer dragTimer;
     QBasicTimer showTimer;             ///< runs while the cards that come into sight are laid out
