@@ -96,7 +96,7 @@ class Campaign:
     def report(self):
         for target in self.targets:
             mine = self.totals[target]
-            rate = mine["inputs"] // max(mine["seconds"], 1)
+            rate = round(mine["inputs"] / max(mine["seconds"], 1))
             print(f"{target:10} {mine['inputs']:14,} inputs in {mine['seconds'] / 3600:6.2f} h, {rate:7,} a second")
         hours = sum(mine["seconds"] for mine in self.totals.values()) / 3600
         inputs = sum(mine["inputs"] for mine in self.totals.values())
