@@ -4,9 +4,9 @@
     fuzz/campaign.py [--minutes M] [--turn SECONDS] [--jobs N] [--folder build/campaign] [--programs build/fuzz-long/bin]
 
 Each turn takes the program that has run least and goes on from the corpora and from what former turns have kept in the
-folder; two turns of three with short inputs. A program that stops rests for this go. What all goes have counted, inputs and hours of one processor, stands in
-totals.json there and is printed at the end. Ends with status 1 if an input that a program stopped at waits in the
-folder "found": mend the fault, put the input into the corpus, and take both files away.
+folder; two turns of three with short inputs. A program that stops rests for this go. What all goes have counted, inputs
+and hours of one processor, stands in totals.json there and is printed at the end. Ends with status 1 if an input that a
+program stopped at waits in the folder "found": mend the fault, put the input into the corpus, and take both files away.
 """
 
 import argparse

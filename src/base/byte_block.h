@@ -5,6 +5,7 @@
 // define inline too and that is more than a few instructions: the linker keeps one copy for all.
 
 #include <cstddef>
+#include <cstring>
 
 #if defined(__AVX2__)
 #include <immintrin.h>
@@ -21,73 +22,61 @@ namespace LORE_BYTE_BLOCKS {
 /// Each comparison gives a block with all bits of a byte set where it holds. Bytes compare as signed ones.
 struct ByteBlock {
 #if defined(__AVX2__)
-    static constexpr size_t kSize = 32;
-    __m256i bits;
+    using Register = __m256i;
+#else
+    using Register = __m128i;
+#endif
+    static constexpr size_t kSize = sizeof(Register);
+    using Bytes = signed char __attribute__((vector_size(kSize)));
+    Bytes bytes;
 
     static ByteBlock Of(const char* at) {
-        return {_mm256_loadu_si256(reinterpret_cast<const __m256i*>(at))};
+        ByteBlock block;
+        std::memcpy(&block.bytes, at, kSize);
+        return block;
     }
     static ByteBlock All(char c) {
-        return {_mm256_set1_epi8(c)};
-    }
-    unsigned Mask() const {
-        return static_cast<unsigned>(_mm256_movemask_epi8(bits));
+        return {Bytes{} + static_cast<signed char>(c)};
     }
     void Put(char* at) const {
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(at), bits);
+        std::memcpy(at, &bytes, kSize);
     }
-    /// The lower of each two bytes, as unsigned ones.
-    friend ByteBlock Lower(ByteBlock a, ByteBlock b) {
-        return {_mm256_min_epu8(a.bits, b.bits)};
-    }
-    friend ByteBlock operator==(ByteBlock a, ByteBlock b) {
-        return {_mm256_cmpeq_epi8(a.bits, b.bits)};
-    }
-    friend ByteBlock operator<(ByteBlock a, ByteBlock b) {
-        return {_mm256_cmpgt_epi8(b.bits, a.bits)};
-    }
-    friend ByteBlock operator|(ByteBlock a, ByteBlock b) {
-        return {_mm256_or_si256(a.bits, b.bits)};
-    }
-    friend ByteBlock operator&(ByteBlock a, ByteBlock b) {
-        return {_mm256_and_si256(a.bits, b.bits)};
-    }
-#else
-    static constexpr size_t kSize = 16;
-    __m128i bits;
 
-    static ByteBlock Of(const char* at) {
-        return {_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))};
-    }
-    static ByteBlock All(char c) {
-        return {_mm_set1_epi8(c)};
-    }
     /// One bit for each byte, the first one lowest.
     unsigned Mask() const {
-        return static_cast<unsigned>(_mm_movemask_epi8(bits));
-    }
-    void Put(char* at) const {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(at), bits);
+#if defined(__AVX2__)
+        return static_cast<unsigned>(_mm256_movemask_epi8(reinterpret_cast<Register>(bytes)));
+#else
+        return static_cast<unsigned>(_mm_movemask_epi8(reinterpret_cast<Register>(bytes)));
+#endif
     }
     /// The lower of each two bytes, as unsigned ones.
     friend ByteBlock Lower(ByteBlock a, ByteBlock b) {
-        return {_mm_min_epu8(a.bits, b.bits)};
+        const auto x = reinterpret_cast<Register>(a.bytes), y = reinterpret_cast<Register>(b.bytes);
+#if defined(__AVX2__)
+        return {reinterpret_cast<Bytes>(_mm256_min_epu8(x, y))};
+#else
+        return {reinterpret_cast<Bytes>(_mm_min_epu8(x, y))};
+#endif
     }
     friend ByteBlock operator==(ByteBlock a, ByteBlock b) {
-        return {_mm_cmpeq_epi8(a.bits, b.bits)};
+        return {a.bytes == b.bytes};
     }
     friend ByteBlock operator<(ByteBlock a, ByteBlock b) {
-        return {_mm_cmplt_epi8(a.bits, b.bits)};
+        return {a.bytes < b.bytes};
     }
     friend ByteBlock operator|(ByteBlock a, ByteBlock b) {
-        return {_mm_or_si128(a.bits, b.bits)};
+        return {a.bytes | b.bytes};
     }
     friend ByteBlock operator&(ByteBlock a, ByteBlock b) {
-        return {_mm_and_si128(a.bits, b.bits)};
+        return {a.bytes & b.bytes};
     }
-#endif
 };
 
 }  // namespace LORE_BYTE_BLOCKS
+
+namespace lore {
+using LORE_BYTE_BLOCKS::ByteBlock;
+}
 
 #endif

@@ -2,15 +2,6 @@
 
 #include "base/wide_blocks.h"
 
-#if defined(__x86_64__)
-namespace lore::sse2 {
-void MoveText(char*& out, const char*& at, const char* end);
-}  // namespace lore::sse2
-namespace lore::avx2 {
-void MoveText(char*& out, const char*& at, const char* end);
-}  // namespace lore::avx2
-#endif
-
 namespace lore {
 
 void MoveText([[maybe_unused]] char*& out, [[maybe_unused]] const char*& at, [[maybe_unused]] const char* end) {

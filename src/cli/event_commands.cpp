@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 #include <unordered_set>
+#include <utility>
 
 #include "base/text.h"
 #include "calendar/date_arithmetic.h"
@@ -297,7 +298,9 @@ private:
             return ExitStatus::WrongUsage;
         if (const ExitStatus status = StatusOf(editor.Save()); status != ExitStatus::Done)
             return status;
-        TellLastDay(PrintNew(session, world, before));
+        EventList now;
+        LoadEvents(world, now);
+        TellLastDay(PrintNew(session, before, std::move(now)));
         return ExitStatus::Done;
     }
 
@@ -323,7 +326,7 @@ private:
         LoadEvents(world, now);
         const int index = FindEventIndex(now, id_);
         if (index < 0) {
-            const EventList made = PrintNew(session, world, events);
+            const EventList made = PrintNew(session, events, std::move(now));
             if (!IsSeriesMember(before))
                 TellLastDay(made);
             return;
@@ -398,12 +401,10 @@ private:
             PrintJson({{"EventId", JsonText(FromUtf8(id_))}});
     }
     /// Gives the events that weren't there before.
-    static EventList PrintNew(const Session& session, const CalendarWorld& world, const EventList& before) {
+    static EventList PrintNew(const Session& session, const EventList& before, EventList made) {
         std::unordered_set<std::string_view> known;
         for (const CTmEvent& event : before)
             known.insert(event.EventId);
-        EventList made;
-        LoadEvents(world, made);
         std::erase_if(made, [&](const CTmEvent& event) { return known.contains(event.EventId); });
         Json ids = Json::array();
         for (const CTmEvent& event : made) {

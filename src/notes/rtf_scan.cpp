@@ -2,17 +2,6 @@
 
 #include "base/wide_blocks.h"
 
-#if defined(__x86_64__)
-namespace lore::sse2 {
-bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
-bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
-}  // namespace lore::sse2
-namespace lore::avx2 {
-bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
-bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
-}  // namespace lore::avx2
-#endif
-
 namespace lore {
 
 bool AnyTermStart([[maybe_unused]] std::string_view rtf, [[maybe_unused]] size_t& at,

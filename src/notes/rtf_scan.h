@@ -18,4 +18,16 @@ bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, Place
 /// The backslashes of escapes that may concern ASCII.
 bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
 
+#if defined(__x86_64__)
+// For each of the two sizes of a block, of which the processor's is chosen.
+namespace sse2 {
+bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
+bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
+}  // namespace sse2
+namespace avx2 {
+bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
+bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
+}  // namespace avx2
+#endif
+
 }  // namespace lore

@@ -3,12 +3,9 @@
 #include <bit>
 #include <cstring>
 
+#include "base/byte_block.h"
 #include "base/text.h"
 #include "base/utf8.h"
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace lore {
 
@@ -51,13 +48,10 @@ void FoldAscii(char* text, size_t length) {
         text[at] = static_cast<char>(text[at] | (text[at] >= 'A' && text[at] <= 'Z' ? 0x20 : 0));
 }
 
-#if defined(__SSE2__)
-/// One bit for each of 16 positions at which both bytes stand.
-unsigned PairMask(const char* first, __m128i firstByte, const char* second, __m128i secondByte) {
-    const __m128i firsts = _mm_loadu_si128(reinterpret_cast<const __m128i*>(first));
-    const __m128i seconds = _mm_loadu_si128(reinterpret_cast<const __m128i*>(second));
-    const __m128i both = _mm_and_si128(_mm_cmpeq_epi8(firsts, firstByte), _mm_cmpeq_epi8(seconds, secondByte));
-    return static_cast<unsigned>(_mm_movemask_epi8(both));
+#if defined(LORE_BYTE_BLOCKS)
+/// One bit for each position of a block at which both bytes stand.
+unsigned PairMask(const char* first, ByteBlock firstByte, const char* second, ByteBlock secondByte) {
+    return ((ByteBlock::Of(first) == firstByte) & (ByteBlock::Of(second) == secondByte)).Mask();
 }
 #endif
 
@@ -112,14 +106,13 @@ FoldedFinder::FoldedFinder(const SearchTerm& term) : wholeWord_(term.wholeWord) 
 }
 
 size_t FoldedFinder::FindBytes(std::string_view folded, size_t from) const {
-#if defined(__SSE2__)
+#if defined(LORE_BYTE_BLOCKS)
     constexpr size_t kStep = 64;
     const char* const data = folded.data();
-    const __m128i rare = _mm_set1_epi8(needle_[rare_]);
-    const __m128i second = _mm_set1_epi8(needle_[second_]);
+    const ByteBlock rare = ByteBlock::All(needle_[rare_]), second = ByteBlock::All(needle_[second_]);
     for (; from + needle_.size() + kStep <= folded.size(); from += kStep) {
         uint64_t mask = 0;
-        for (size_t part = 0; part < kStep; part += 16) {
+        for (size_t part = 0; part < kStep; part += ByteBlock::kSize) {
             const char* const at = data + from + part;
             mask |= uint64_t{PairMask(at + rare_, rare, at + second_, second)} << part;
         }

@@ -148,18 +148,16 @@ size_t TextFinder::NextCandidate(std::string_view text, size_t at) const {
     if (text.size() < distance_)
         return kNone;
     const size_t end = text.size() - distance_;
-#if defined(__SSE2__)
+#if defined(LORE_BYTE_BLOCKS)
     const auto matching = [](const char* bytes, const Anchor& anchor) {
-        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
-        const __m128i masked = _mm_or_si128(block, _mm_set1_epi8(static_cast<char>(anchor.mask)));
-        return _mm_cmpeq_epi8(masked, _mm_set1_epi8(static_cast<char>(anchor.value)));
+        const ByteBlock masked = ByteBlock::Of(bytes) | ByteBlock::All(static_cast<char>(anchor.mask));
+        return masked == ByteBlock::All(static_cast<char>(anchor.value));
     };
-    for (; at + 16 <= end; at += 16) {
-        const __m128i both =
-            _mm_and_si128(matching(text.data() + at, first_), matching(text.data() + at + distance_, second_));
-        const int found = _mm_movemask_epi8(both);
+    for (; at + ByteBlock::kSize <= end; at += ByteBlock::kSize) {
+        const ByteBlock both = matching(text.data() + at, first_) & matching(text.data() + at + distance_, second_);
+        const unsigned found = both.Mask();
         if (found != 0)
-            return at + static_cast<size_t>(std::countr_zero(static_cast<unsigned>(found)));
+            return at + static_cast<size_t>(std::countr_zero(found));
     }
 #endif
     const auto is = [&text](size_t place, const Anchor& anchor) {

@@ -8,15 +8,6 @@
 #include "base/wide_blocks.h"
 #include "gtest/gtest.h"
 
-#if defined(__x86_64__)
-namespace lore::sse2 {
-void MoveText(char*& out, const char*& at, const char* end);
-}
-namespace lore::avx2 {
-void MoveText(char*& out, const char*& at, const char* end);
-}
-#endif
-
 namespace lore {
 namespace {
 

@@ -7,17 +7,6 @@
 #include "base/wide_blocks.h"
 #include "gtest/gtest.h"
 
-#if defined(__x86_64__)
-namespace lore::sse2 {
-bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
-bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
-}  // namespace lore::sse2
-namespace lore::avx2 {
-bool AnyTermStart(std::string_view rtf, size_t& at, std::string_view term, PlaceTest test);
-bool AnyAsciiEscape(std::string_view rtf, size_t& at, PlaceTest test);
-}  // namespace lore::avx2
-#endif
-
 namespace lore {
 namespace {
 
